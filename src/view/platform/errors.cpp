@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: MIT
+#include "view/platform/errors.h"
+
+namespace platform {
+
+Text ErrorText(ErrorNumber error) {
+    switch (error) {
+    case FileNotFound:
+        return u"it is not there";
+    case DeviceFailed:
+        return u"the device failed";
+    case FileExists:
+        return u"it is there already";
+    case DiskFull:
+        return u"the disk is full";
+    case NotAvailable:
+        return u"it is not available";
+    case PermissionDenied:
+        return u"permission denied";
+    case PathRefused:
+        return u"the name is refused";
+    default:
+        return u"error " + modStringTools::NumberText(error);
+    }
+}
+
+} // namespace platform

@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: MIT
+// How a platform operation says that it failed.
+#pragma once
+
+#include "text/text.h"
+
+namespace platform {
+
+/// The run-time's error number. The values are those that BASIC run-times have used since the eighties, so that a
+/// number in a message box can be looked up.
+using ErrorNumber = std::int32_t;
+
+inline constexpr ErrorNumber NoError = 0;
+inline constexpr ErrorNumber FileNotFound = 53;
+inline constexpr ErrorNumber DeviceFailed = 57;
+inline constexpr ErrorNumber FileExists = 58;
+inline constexpr ErrorNumber DiskFull = 61;
+inline constexpr ErrorNumber NotAvailable = 68;
+inline constexpr ErrorNumber PermissionDenied = 70;
+inline constexpr ErrorNumber PathRefused = 75; ///< a name that leads outside the device's storage, or is no name
+
+/// What an error number means, for a message: "the disk is full". An unknown one gives "error" and the number.
+Text ErrorText(ErrorNumber error);
+
+} // namespace platform

@@ -1,0 +1,116 @@
+// SPDX-License-Identifier: MIT
+// Where text is kept. Paths are the device's: `\` between the parts, a trailing `\` on a folder. No path leads outside
+// the device's storage: one that would is refused with PathRefused.
+#pragma once
+
+#include "text/text.h"
+#include "view/platform/errors.h"
+
+#include <memory>
+
+namespace platform {
+
+class Volumes {
+public:
+    virtual ~Volumes() = default;
+    /// The roots of the volumes, in an order that stays the same; an empty text ends the walk.
+    virtual Text First() = 0;
+    virtual Text Next() = 0;
+    /// Space of a volume in bytes. It may wrap negative on a very large one, and fails where a volume can't be read.
+    virtual ErrorNumber Space(const Text& root, std::int32_t& bytes) = 0;
+};
+
+class Folder {
+public:
+    virtual ~Folder() = default;
+    /// The files in it as full names, in byte order of their names; an empty text ends the walk.
+    virtual Text FirstFile(std::int32_t attributes) = 0;
+    virtual Text NextFile() = 0;
+};
+
+enum class Origin { Start = 0, End = 2 };
+
+/// An open text file: UTF-8, one line a stream line, read with LF or CR LF and written with LF. Bytes that are no UTF-8
+/// survive reading and writing. A line that is written behind a last line without a line end gets that line end first,
+/// so that two lines never run together. Offsets count bytes.
+class TextStream {
+public:
+    virtual ~TextStream() = default; ///< closes it, whatever comes of that
+    virtual std::int64_t Position() const = 0;
+    virtual std::int64_t Size() const = 0;
+    virtual ErrorNumber Seek(std::int64_t offset, Origin origin) = 0;
+    virtual ErrorNumber ReadLine(Text& line) = 0; ///< at the end: FileNotFound and an empty line
+    /// Passes over at most `most` lines without looking at their text, and gives how many there were.
+    virtual std::int64_t SkipLines(std::int64_t most) = 0;
+    virtual ErrorNumber WriteLine(const Text& line) = 0;
+    /// What was written is on the medium when this returns without an error.
+    virtual ErrorNumber Close() = 0;
+};
+
+enum class StreamMode { Create = 0, Existing = 1 };
+
+class FileSystem {
+public:
+    virtual ~FileSystem() = default;
+    /// With `create` a missing folder is made, with the folders above it.
+    virtual ErrorNumber OpenFolder(const Text& path, bool create, std::unique_ptr<Folder>& folder) = 0;
+    /// Create replaces any old content; Existing opens a file that is there, for reading and writing.
+    virtual ErrorNumber OpenStream(const Text& fullName, StreamMode mode, std::unique_ptr<TextStream>& stream) = 0;
+    /// What is at the destination afterwards is the old text or the new one, never a part of either.
+    virtual ErrorNumber CopyFile(const Text& source, const Text& destination, bool overwrite) = 0;
+    virtual ErrorNumber DeleteFile(const Text& fullName) = 0;
+};
+
+/// One line of a line database.
+struct LineRecord {
+    std::int32_t LineNumber = 0;
+    Text LineData;
+};
+
+using DatabaseId = std::int32_t; ///< 0 means none
+
+inline constexpr std::int32_t ModeRead = 9;
+inline constexpr std::int32_t ModeReadWrite = 11;
+
+/// Line databases: each is known by name, has a type and a creator code, and holds records in an order of their own
+/// with a current one among them. A committed record survives the loss of power.
+class RecordDatabase {
+public:
+    virtual ~RecordDatabase() = default;
+    virtual DatabaseId Open(const Text& name, std::int32_t mode) = 0; ///< 0 when there is none of that name
+    /// Makes a database that is not there yet; 0 when it can't be made.
+    virtual DatabaseId Create(const Text& name, std::int32_t typeCode, std::int32_t creatorCode) = 0;
+    virtual bool Delete(const Text& name) = 0; ///< not while it is open
+    virtual void Close(DatabaseId database) = 0;
+
+    virtual std::int32_t RecordCount(DatabaseId database) = 0;
+    virtual ErrorNumber DeclareTable(DatabaseId database, const Text& name, const Text& definition) = 0;
+
+    /// A new blank record behind the last one becomes the current one. Until it is committed it is not in the database.
+    virtual ErrorNumber AddRecord(DatabaseId database) = 0;
+    virtual ErrorNumber BeginEdit(DatabaseId database) = 0;
+    virtual bool WriteRecord(DatabaseId database, const LineRecord& record) = 0;
+    virtual ErrorNumber Commit(DatabaseId database) = 0;
+    virtual bool ReadRecord(DatabaseId database, LineRecord& record) = 0;
+    virtual bool DeleteRecord(DatabaseId database) = 0; ///< the record behind it becomes the current one
+
+    /// Makes the record whose line number is `lineNumber` the current one.
+    virtual ErrorNumber FindRecord(DatabaseId database, std::int32_t lineNumber) = 0;
+    virtual std::int32_t Position(DatabaseId database) = 0; ///< of the current record, from 0; -1 for none
+    virtual void MoveFirst(DatabaseId database) = 0;
+    virtual void MoveLast(DatabaseId database) = 0;
+    virtual void MoveNext(DatabaseId database) = 0;
+    virtual void MovePrevious(DatabaseId database) = 0;
+    virtual bool AtEnd(DatabaseId database) = 0; ///< moved past the last record, or no record at all
+
+    /// The commits between the two reach the medium together, or none does: when the power goes, the database is closed
+    /// or the end of the batch fails meanwhile. After a failed end the batch is over and the first record is current.
+    virtual ErrorNumber BeginBatch(DatabaseId database) = 0;
+    virtual ErrorNumber EndBatch(DatabaseId database) = 0;
+
+    /// The names of the databases with that type and creator (0 means any); an empty text ends the walk.
+    virtual Text FirstDatabase(std::int32_t typeCode, std::int32_t creatorCode) = 0;
+    virtual Text NextDatabase() = 0;
+};
+
+} // namespace platform
