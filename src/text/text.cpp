@@ -1,0 +1,214 @@
+// SPDX-License-Identifier: MIT
+#include "text/text.h"
+
+#include <algorithm>
+#include <iterator>
+#include <limits>
+
+namespace modStringTools {
+
+namespace {
+
+/// Characters `First` to `Last`, every `Step`th of them, map to themselves plus `Added`.
+struct CaseRun {
+    char16_t First;
+    char16_t Last;
+    std::int32_t Step;
+    std::int32_t Added;
+};
+
+#include "text/case_table.inc"
+
+constexpr char16_t FirstBeyondAscii = 0x80;
+
+template <std::size_t Count>
+char16_t Mapped(const CaseRun (&runs)[Count], char16_t character) {
+    const CaseRun* run = std::lower_bound(std::begin(runs), std::end(runs), character,
+                                          [](const CaseRun& each, char16_t wanted) { return each.Last < wanted; });
+    if (run == std::end(runs) || character < run->First || (character - run->First) % run->Step != 0)
+        return character;
+    return static_cast<char16_t>(character + run->Added);
+}
+
+// Bytes that are no UTF-8 become these characters, which valid UTF-8 never gives.
+constexpr char16_t FirstRawByte = 0xDC80;
+constexpr char16_t LastRawByte = 0xDCFF;
+constexpr char16_t RawByteBase = 0xDC00;
+
+bool IsHighHalf(char32_t code) {
+    return code >= 0xD800 && code <= 0xDBFF;
+}
+
+bool IsLowHalf(char32_t code) {
+    return code >= 0xDC00 && code <= 0xDFFF;
+}
+
+void AppendUtf8(std::string& bytes, char32_t code) {
+    const auto tail = [&bytes](char32_t bits) { bytes += static_cast<char>(0x80U | (bits & 0x3FU)); };
+    if (code < 0x80) {
+        bytes += static_cast<char>(code);
+    } else if (code < 0x800) {
+        bytes += static_cast<char>(0xC0U | code >> 6U);
+        tail(code);
+    } else if (code < 0x10000) {
+        bytes += static_cast<char>(0xE0U | code >> 12U);
+        tail(code >> 6U);
+        tail(code);
+    } else {
+        bytes += static_cast<char>(0xF0U | code >> 18U);
+        tail(code >> 12U);
+        tail(code >> 6U);
+        tail(code);
+    }
+}
+
+struct Sequence {
+    std::size_t Length = 0; ///< bytes; 0 for a byte that begins no valid sequence
+    char32_t Code = 0;
+};
+
+/// The number of bytes that a lead byte announces, and the smallest code that may be written so.
+Sequence Announced(unsigned char lead) {
+    if (lead >= 0xC2 && lead <= 0xDF)
+        return {2, 0x80};
+    if (lead >= 0xE0 && lead <= 0xEF)
+        return {3, 0x800};
+    if (lead >= 0xF0 && lead <= 0xF4)
+        return {4, 0x10000};
+    return {};
+}
+
+Sequence ReadSequence(std::string_view bytes) {
+    const auto lead = static_cast<unsigned char>(bytes.front());
+    const Sequence announced = Announced(lead);
+    if (announced.Length == 0 || announced.Length > bytes.size())
+        return {};
+    char32_t code = lead & (0x7FU >> announced.Length);
+    for (std::size_t i = 1; i < announced.Length; ++i) {
+        const auto tail = static_cast<unsigned char>(bytes[i]);
+        if ((tail & 0xC0U) != 0x80U)
+            return {};
+        code = code << 6U | (tail & 0x3FU);
+    }
+    const bool surrogate = IsHighHalf(code) || IsLowHalf(code);
+    if (code < announced.Code || code > 0x10FFFF || surrogate)
+        return {};
+    return {announced.Length, code};
+}
+
+void AppendCode(Text& text, char32_t code) {
+    if (code < 0x10000) {
+        text += static_cast<char16_t>(code);
+        return;
+    }
+    code -= 0x10000;
+    text += static_cast<char16_t>(0xD800U + (code >> 10U));
+    text += static_cast<char16_t>(0xDC00U + (code & 0x3FFU));
+}
+
+TextView WithoutBlanks(TextView text) {
+    const std::size_t first = text.find_first_not_of(u' ');
+    if (first == TextView::npos)
+        return {};
+    return text.substr(first, text.find_last_not_of(u' ') - first + 1);
+}
+
+} // namespace
+
+char16_t LowerChar(char16_t character) {
+    if (character < FirstBeyondAscii)
+        return character >= u'A' && character <= u'Z' ? static_cast<char16_t>(character + 0x20) : character;
+    return Mapped(ToLower, character);
+}
+
+char16_t UpperChar(char16_t character) {
+    if (character < FirstBeyondAscii)
+        return character >= u'a' && character <= u'z' ? static_cast<char16_t>(character - 0x20) : character;
+    return Mapped(ToUpper, character);
+}
+
+Text LowerCase(TextView text) {
+    Text lower(text);
+    std::transform(lower.begin(), lower.end(), lower.begin(), LowerChar);
+    return lower;
+}
+
+Text UpperCase(TextView text) {
+    Text upper(text);
+    std::transform(upper.begin(), upper.end(), upper.begin(), UpperChar);
+    return upper;
+}
+
+bool SameIgnoringCase(TextView a, TextView b) {
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                      [](char16_t x, char16_t y) { return x == y || LowerChar(x) == LowerChar(y); });
+}
+
+Text NumberText(std::int64_t number) {
+    const std::string digits = std::to_string(number);
+    return Text(digits.begin(), digits.end());
+}
+
+std::optional<std::int32_t> NumberFromText(TextView text) {
+    TextView digits = WithoutBlanks(text);
+    const bool negative = !digits.empty() && digits.front() == u'-';
+    if (!digits.empty() && (negative || digits.front() == u'+'))
+        digits.remove_prefix(1);
+    if (digits.empty())
+        return std::nullopt;
+    constexpr std::int64_t Limit = std::int64_t{std::numeric_limits<std::int32_t>::max()} + 1;
+    std::int64_t value = 0;
+    for (const char16_t digit : digits) {
+        if (digit < u'0' || digit > u'9')
+            return std::nullopt;
+        value = value * 10 + (digit - u'0');
+        if (value > Limit)
+            return std::nullopt;
+    }
+    if (value == Limit && !negative)
+        return std::nullopt;
+    return static_cast<std::int32_t>(negative ? -value : value);
+}
+
+std::string ToBytes(TextView text) {
+    std::string bytes;
+    bytes.reserve(text.size());
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const char16_t unit = text[i];
+        if (unit < FirstBeyondAscii) {
+            bytes += static_cast<char>(unit);
+        } else if (IsHighHalf(unit) && i + 1 < text.size() && IsLowHalf(text[i + 1])) {
+            ++i;
+            AppendUtf8(bytes, 0x10000U + ((unit - 0xD800U) << 10U) + (text[i] - 0xDC00U));
+        } else if (unit >= FirstRawByte && unit <= LastRawByte) {
+            bytes += static_cast<char>(unit - RawByteBase);
+        } else {
+            AppendUtf8(bytes, unit);
+        }
+    }
+    return bytes;
+}
+
+Text FromBytes(std::string_view bytes) {
+    Text text;
+    text.reserve(bytes.size());
+    while (!bytes.empty()) {
+        const auto lead = static_cast<unsigned char>(bytes.front());
+        if (lead < FirstBeyondAscii) {
+            text += static_cast<char16_t>(lead);
+            bytes.remove_prefix(1);
+            continue;
+        }
+        const Sequence sequence = ReadSequence(bytes);
+        if (sequence.Length == 0) {
+            text += static_cast<char16_t>(RawByteBase + lead);
+            bytes.remove_prefix(1);
+        } else {
+            AppendCode(text, sequence.Code);
+            bytes.remove_prefix(sequence.Length);
+        }
+    }
+    return text;
+}
+
+} // namespace modStringTools
