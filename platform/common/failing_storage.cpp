@@ -1,0 +1,149 @@
+// SPDX-License-Identifier: MIT
+#include "platform/common/failing_storage.h"
+
+namespace platform::common {
+
+namespace {
+
+class FailingStream final : public TextStream {
+public:
+    FailingStream(std::unique_ptr<TextStream> inner, WriteFaults& faults) : Inner(std::move(inner)), Faults(faults) {}
+
+    std::int64_t Position() const override { return Inner->Position(); }
+    std::int64_t Size() const override { return Inner->Size(); }
+    ErrorNumber Seek(std::int64_t offset, Origin origin) override { return Inner->Seek(offset, origin); }
+    ErrorNumber ReadLine(Text& line) override { return Inner->ReadLine(line); }
+    std::int64_t SkipLines(std::int64_t most) override { return Inner->SkipLines(most); }
+
+    ErrorNumber WriteLine(const Text& line) override {
+        if (Faults.Strike())
+            return DiskFull;
+        Wrote = true;
+        return Inner->WriteLine(line);
+    }
+
+    /// The stream is closed all the same: what failed is that its lines are on the medium.
+    ErrorNumber Close() override {
+        const bool fails = Wrote && Faults.Strike();
+        Wrote = false;
+        const ErrorNumber error = Inner->Close();
+        return fails ? DiskFull : error;
+    }
+
+private:
+    std::unique_ptr<TextStream> Inner;
+    WriteFaults& Faults;
+    bool Wrote = false;
+};
+
+} // namespace
+
+bool WriteFaults::Strike() {
+    if (Left == 0)
+        return false;
+    if (Left > 0)
+        --Left;
+    return true;
+}
+
+ErrorNumber FailingFileSystem::OpenFolder(const Text& path, bool create, std::unique_ptr<Folder>& folder) {
+    const ErrorNumber error = Inner.OpenFolder(path, false, folder);
+    if (!create || error != FileNotFound)
+        return error;
+    return Faults.Strike() ? DiskFull : Inner.OpenFolder(path, true, folder);
+}
+
+ErrorNumber FailingFileSystem::OpenStream(const Text& fullName, StreamMode mode, std::unique_ptr<TextStream>& stream) {
+    if (mode == StreamMode::Create && Faults.Strike())
+        return DiskFull;
+    std::unique_ptr<TextStream> opened;
+    const ErrorNumber error = Inner.OpenStream(fullName, mode, opened);
+    if (error == NoError)
+        stream = std::make_unique<FailingStream>(std::move(opened), Faults);
+    return error;
+}
+
+ErrorNumber FailingFileSystem::CopyFile(const Text& source, const Text& destination, bool overwrite) {
+    return Faults.Strike() ? DiskFull : Inner.CopyFile(source, destination, overwrite);
+}
+
+DatabaseId FailingDatabase::Keep(const OpenDatabase& opened) {
+    if (opened.Id == 0)
+        return 0;
+    DatabaseId id = 1;
+    while (OpenOnes.count(id) != 0)
+        ++id;
+    OpenOnes[id] = opened;
+    return id;
+}
+
+DatabaseId FailingDatabase::InnerId(DatabaseId database) const {
+    const auto found = OpenOnes.find(database);
+    return found == OpenOnes.end() ? 0 : found->second.Id;
+}
+
+DatabaseId FailingDatabase::Open(const Text& name, std::int32_t mode) {
+    return Keep({Inner.Open(name, mode), name, mode});
+}
+
+DatabaseId FailingDatabase::Create(const Text& name, std::int32_t typeCode, std::int32_t creatorCode) {
+    return Faults.Strike() ? 0 : Keep({Inner.Create(name, typeCode, creatorCode), name, ModeReadWrite});
+}
+
+void FailingDatabase::Close(DatabaseId database) {
+    Inner.Close(InnerId(database));
+    OpenOnes.erase(database);
+}
+
+ErrorNumber FailingDatabase::DeclareTable(DatabaseId database, const Text& name, const Text& definition) {
+    return Faults.Strike() ? DiskFull : Inner.DeclareTable(InnerId(database), name, definition);
+}
+
+ErrorNumber FailingDatabase::AddRecord(DatabaseId database) {
+    return Faults.Strike() ? DiskFull : Inner.AddRecord(InnerId(database));
+}
+
+bool FailingDatabase::WriteRecord(DatabaseId database, const LineRecord& record) {
+    return !Faults.Strike() && Inner.WriteRecord(InnerId(database), record);
+}
+
+ErrorNumber FailingDatabase::Commit(DatabaseId database) {
+    return Faults.Strike() ? DiskFull : Inner.Commit(InnerId(database));
+}
+
+bool FailingDatabase::ReadRecord(DatabaseId database, LineRecord& record) {
+    return Inner.ReadRecord(InnerId(database), record);
+}
+
+bool FailingDatabase::DeleteRecord(DatabaseId database) {
+    return !Faults.Strike() && Inner.DeleteRecord(InnerId(database));
+}
+
+ErrorNumber FailingDatabase::FindRecord(DatabaseId database, std::int32_t lineNumber) {
+    return Inner.FindRecord(InnerId(database), lineNumber);
+}
+
+ErrorNumber FailingDatabase::EndBatch(DatabaseId database) {
+    const auto found = OpenOnes.find(database);
+    if (found == OpenOnes.end() || !Faults.Strike())
+        return Inner.EndBatch(InnerId(database));
+    // A batch whose end fails is lost as a whole, and closing the database in the middle of it is what loses it.
+    OpenDatabase& opened = found->second;
+    Inner.Close(opened.Id);
+    opened.Id = Inner.Open(opened.Name, opened.Mode);
+    return DiskFull;
+}
+
+Text FailingDatabase::FirstDatabase(std::int32_t typeCode, std::int32_t creatorCode) {
+    return Inner.FirstDatabase(typeCode, creatorCode);
+}
+
+Text FailingSettings::Get(const Text& application, const Text& section, const Text& key, const Text& byDefault) const {
+    return Inner.Get(application, section, key, byDefault);
+}
+
+ErrorNumber FailingSettings::Save(const Text& application, const Text& section, const Text& key, const Text& value) {
+    return Faults.Strike() ? DiskFull : Inner.Save(application, section, key, value);
+}
+
+} // namespace platform::common

@@ -1,0 +1,101 @@
+// SPDX-License-Identifier: MIT
+// Storage whose disk is full when it is told so: each class forwards to a real one and fails the writes that are due to
+// fail. The real ones know nothing of it.
+#pragma once
+
+#include "view/platform/device.h"
+#include "view/platform/storage.h"
+
+#include <map>
+
+namespace platform::common {
+
+/// Shared by all that write to one disk. Counted is each line written, each closing of a stream that wrote, each stream
+/// made anew, file copied and folder made; of a database its making, each declaring, adding, writing, committing and
+/// deleting of a record and each end of a batch; each setting saved. Reading and deleting files never fail.
+class WriteFaults {
+public:
+    /// The next `writes` write operations fail; -1 means all from now on, 0 none.
+    void FailNext(std::int32_t writes) { Left = writes; }
+    /// Whether the write operation at hand is to fail, and counts it.
+    bool Strike();
+
+private:
+    std::int32_t Left = 0;
+};
+
+class FailingFileSystem final : public FileSystem {
+public:
+    FailingFileSystem(FileSystem& inner, WriteFaults& faults) : Inner(inner), Faults(faults) {}
+
+    ErrorNumber OpenFolder(const Text& path, bool create, std::unique_ptr<Folder>& folder) override;
+    ErrorNumber OpenStream(const Text& fullName, StreamMode mode, std::unique_ptr<TextStream>& stream) override;
+    ErrorNumber CopyFile(const Text& source, const Text& destination, bool overwrite) override;
+    ErrorNumber DeleteFile(const Text& fullName) override { return Inner.DeleteFile(fullName); }
+
+private:
+    FileSystem& Inner;
+    WriteFaults& Faults;
+};
+
+class FailingDatabase final : public RecordDatabase {
+public:
+    FailingDatabase(RecordDatabase& inner, WriteFaults& faults) : Inner(inner), Faults(faults) {}
+
+    DatabaseId Open(const Text& name, std::int32_t mode) override;
+    DatabaseId Create(const Text& name, std::int32_t typeCode, std::int32_t creatorCode) override;
+    bool Delete(const Text& name) override { return Inner.Delete(name); }
+    void Close(DatabaseId database) override;
+
+    std::int32_t RecordCount(DatabaseId database) override { return Inner.RecordCount(InnerId(database)); }
+    ErrorNumber DeclareTable(DatabaseId database, const Text& name, const Text& definition) override;
+
+    ErrorNumber AddRecord(DatabaseId database) override;
+    ErrorNumber BeginEdit(DatabaseId database) override { return Inner.BeginEdit(InnerId(database)); }
+    bool WriteRecord(DatabaseId database, const LineRecord& record) override;
+    ErrorNumber Commit(DatabaseId database) override;
+    bool ReadRecord(DatabaseId database, LineRecord& record) override;
+    bool DeleteRecord(DatabaseId database) override;
+
+    ErrorNumber FindRecord(DatabaseId database, std::int32_t lineNumber) override;
+    std::int32_t Position(DatabaseId database) override { return Inner.Position(InnerId(database)); }
+    void MoveFirst(DatabaseId database) override { Inner.MoveFirst(InnerId(database)); }
+    void MoveLast(DatabaseId database) override { Inner.MoveLast(InnerId(database)); }
+    void MoveNext(DatabaseId database) override { Inner.MoveNext(InnerId(database)); }
+    void MovePrevious(DatabaseId database) override { Inner.MovePrevious(InnerId(database)); }
+    bool AtEnd(DatabaseId database) override { return Inner.AtEnd(InnerId(database)); }
+
+    ErrorNumber BeginBatch(DatabaseId database) override { return Inner.BeginBatch(InnerId(database)); }
+    ErrorNumber EndBatch(DatabaseId database) override;
+
+    Text FirstDatabase(std::int32_t typeCode, std::int32_t creatorCode) override;
+    Text NextDatabase() override { return Inner.NextDatabase(); }
+
+private:
+    struct OpenDatabase {
+        DatabaseId Id = 0; ///< the real one's
+        Text Name;
+        std::int32_t Mode = 0;
+    };
+
+    DatabaseId Keep(const OpenDatabase& opened);
+    DatabaseId InnerId(DatabaseId database) const;
+
+    RecordDatabase& Inner;
+    WriteFaults& Faults;
+    std::map<DatabaseId, OpenDatabase> OpenOnes;
+};
+
+class FailingSettings final : public Settings {
+public:
+    FailingSettings(Settings& inner, WriteFaults& faults) : Inner(inner), Faults(faults) {}
+
+    Text Get(const Text& application, const Text& section, const Text& key, const Text& byDefault) const override;
+    ErrorNumber Save(const Text& application, const Text& section, const Text& key, const Text& value) override;
+
+private:
+    Settings& Inner;
+    WriteFaults& Faults;
+};
+
+} // namespace platform::common

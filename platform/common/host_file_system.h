@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: MIT
+// Folders and files of the device beneath one folder of the host.
+#pragma once
+
+#include "platform/common/path_map.h"
+#include "view/platform/storage.h"
+
+namespace platform::common {
+
+/// Only regular files can be opened, copied and deleted, and are listed. A listing leaves out what the host hides, the
+/// names with a leading full stop: a copy that is under way has such a name, and so has the litter that other systems
+/// leave on cards.
+class HostFileSystem final : public FileSystem {
+public:
+    explicit HostFileSystem(PathMap paths) : Paths(std::move(paths)) {}
+
+    ErrorNumber OpenFolder(const Text& path, bool create, std::unique_ptr<Folder>& folder) override;
+    ErrorNumber OpenStream(const Text& fullName, StreamMode mode, std::unique_ptr<TextStream>& stream) override;
+    ErrorNumber CopyFile(const Text& source, const Text& destination, bool overwrite) override;
+    ErrorNumber DeleteFile(const Text& fullName) override;
+
+private:
+    ErrorNumber FilePath(const Text& fullName, std::string& hostPath) const;
+
+    PathMap Paths;
+};
+
+} // namespace platform::common

@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: MIT
+#include "platform/common/host_volumes.h"
+
+namespace platform::common {
+
+Text HostVolumes::First() {
+    NextVolume = 0;
+    return Next();
+}
+
+Text HostVolumes::Next() {
+    return NextVolume < List.size() ? List[NextVolume++].Root : Text();
+}
+
+ErrorNumber HostVolumes::Space(const Text& root, std::int32_t& bytes) {
+    for (const HostVolume& volume : List) {
+        if (volume.Root != root)
+            continue;
+        if (!volume.Kilobytes)
+            return NotAvailable;
+        bytes = static_cast<std::int32_t>(static_cast<std::uint32_t>(*volume.Kilobytes) * 1024U);
+        return NoError;
+    }
+    return NotAvailable;
+}
+
+} // namespace platform::common

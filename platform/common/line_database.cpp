@@ -1,0 +1,202 @@
+// SPDX-License-Identifier: MIT
+#include "platform/common/line_database.h"
+
+#include "platform/common/host_file_system.h"
+#include "platform/common/host_files.h"
+
+#include <algorithm>
+#include <unistd.h>
+
+namespace platform::common {
+
+namespace {
+
+const Text DatabaseFolder = u"Databases\\";
+const Text DatabaseEnding = u".sqlite";
+const Text LineTableName = u"TEXT";
+const Text LineTableDefinition = u"LineNumber long, LineData String";
+
+bool IsDatabaseName(const Text& name) {
+    return !name.empty() && name.front() != u'.' && name.find(u'\\') == Text::npos && name.find(u"..") == Text::npos;
+}
+
+/// The name of a database from the full name of its file; empty for any other file.
+Text NameFromFile(const Text& fullName) {
+    const Text file = fullName.substr(DatabaseFolder.size());
+    if (file.size() <= DatabaseEnding.size())
+        return {};
+    const std::size_t end = file.size() - DatabaseEnding.size();
+    const Text name = file.substr(0, end);
+    return file.compare(end, Text::npos, DatabaseEnding) == 0 && IsDatabaseName(name) ? name : Text();
+}
+
+bool BeforeInBytes(const Text& a, const Text& b) {
+    return modStringTools::ToBytes(a) < modStringTools::ToBytes(b);
+}
+
+bool CodeFits(std::int32_t wanted, std::int32_t code) {
+    return wanted == 0 || wanted == code;
+}
+
+} // namespace
+
+bool LineDatabase::FilePath(const Text& name, std::string& hostPath) const {
+    return IsDatabaseName(name) && Paths.HostPath(DatabaseFolder + name + DatabaseEnding, hostPath) == NoError;
+}
+
+DatabaseId LineDatabase::Keep(const std::string& path, std::unique_ptr<LineTable> table) {
+    if (!table)
+        return 0;
+    DatabaseId id = 1;
+    while (OpenOnes.count(id) != 0)
+        ++id;
+    OpenOnes[id] = {path, std::move(table)};
+    return id;
+}
+
+LineTable* LineDatabase::Find(DatabaseId database) {
+    const auto found = OpenOnes.find(database);
+    return found == OpenOnes.end() ? nullptr : found->second.Table.get();
+}
+
+DatabaseId LineDatabase::Open(const Text& name, std::int32_t mode) {
+    std::string path;
+    return FilePath(name, path) ? Keep(path, LineTable::Open(path, mode != ModeRead)) : 0;
+}
+
+DatabaseId LineDatabase::Create(const Text& name, std::int32_t typeCode, std::int32_t creatorCode) {
+    std::string path;
+    if (!FilePath(name, path) || MakeFolders(FolderOf(path)) != NoError)
+        return 0;
+    return Keep(path, LineTable::Make(path, {typeCode, creatorCode}));
+}
+
+bool LineDatabase::Delete(const Text& name) {
+    std::string path;
+    if (!FilePath(name, path))
+        return false;
+    const bool isOpen =
+        std::any_of(OpenOnes.begin(), OpenOnes.end(), [&path](const auto& one) { return one.second.Path == path; });
+    if (isOpen || ::unlink(path.c_str()) != 0)
+        return false;
+    // What a crash left behind must not be taken for the journal of the next database of this name.
+    ::unlink((path + "-journal").c_str());
+    return true;
+}
+
+void LineDatabase::Close(DatabaseId database) {
+    OpenOnes.erase(database);
+}
+
+std::int32_t LineDatabase::RecordCount(DatabaseId database) {
+    LineTable* table = Find(database);
+    return table ? static_cast<std::int32_t>(table->RecordCount()) : 0;
+}
+
+ErrorNumber LineDatabase::DeclareTable(DatabaseId database, const Text& name, const Text& definition) {
+    LineTable* table = Find(database);
+    if (!table || name != LineTableName || definition != LineTableDefinition)
+        return NotAvailable;
+    return table->Declare();
+}
+
+ErrorNumber LineDatabase::AddRecord(DatabaseId database) {
+    LineTable* table = Find(database);
+    return table ? table->AddRecord() : NotAvailable;
+}
+
+ErrorNumber LineDatabase::BeginEdit(DatabaseId database) {
+    LineTable* table = Find(database);
+    return table ? table->BeginEdit() : NotAvailable;
+}
+
+bool LineDatabase::WriteRecord(DatabaseId database, const LineRecord& record) {
+    LineTable* table = Find(database);
+    return table && table->WriteRecord(record);
+}
+
+ErrorNumber LineDatabase::Commit(DatabaseId database) {
+    LineTable* table = Find(database);
+    return table ? table->Commit() : NotAvailable;
+}
+
+bool LineDatabase::ReadRecord(DatabaseId database, LineRecord& record) {
+    LineTable* table = Find(database);
+    return table && table->ReadRecord(record);
+}
+
+bool LineDatabase::DeleteRecord(DatabaseId database) {
+    LineTable* table = Find(database);
+    return table && table->DeleteRecord();
+}
+
+ErrorNumber LineDatabase::FindRecord(DatabaseId database, std::int32_t lineNumber) {
+    LineTable* table = Find(database);
+    return table ? table->FindRecord(lineNumber) : NotAvailable;
+}
+
+std::int32_t LineDatabase::Position(DatabaseId database) {
+    LineTable* table = Find(database);
+    return table ? static_cast<std::int32_t>(table->Position()) : -1;
+}
+
+void LineDatabase::MoveFirst(DatabaseId database) {
+    if (LineTable* table = Find(database))
+        table->MoveTo(0);
+}
+
+void LineDatabase::MoveLast(DatabaseId database) {
+    if (LineTable* table = Find(database))
+        table->MoveTo(table->RecordCount() - 1);
+}
+
+void LineDatabase::MoveNext(DatabaseId database) {
+    if (LineTable* table = Find(database))
+        table->MoveBy(1);
+}
+
+void LineDatabase::MovePrevious(DatabaseId database) {
+    if (LineTable* table = Find(database))
+        table->MoveBy(-1);
+}
+
+bool LineDatabase::AtEnd(DatabaseId database) {
+    LineTable* table = Find(database);
+    return !table || table->AtEnd();
+}
+
+ErrorNumber LineDatabase::BeginBatch(DatabaseId database) {
+    LineTable* table = Find(database);
+    return table ? table->BeginBatch() : NotAvailable;
+}
+
+ErrorNumber LineDatabase::EndBatch(DatabaseId database) {
+    LineTable* table = Find(database);
+    return table ? table->EndBatch() : NotAvailable;
+}
+
+Text LineDatabase::FirstDatabase(std::int32_t typeCode, std::int32_t creatorCode) {
+    Names.clear();
+    NextName = 0;
+    HostFileSystem files(Paths);
+    std::unique_ptr<Folder> folder;
+    if (files.OpenFolder(DatabaseFolder, false, folder) != NoError)
+        return {};
+    for (Text file = folder->FirstFile(0); !file.empty(); file = folder->NextFile()) {
+        const Text name = NameFromFile(file);
+        std::string path;
+        if (name.empty() || !FilePath(name, path))
+            continue;
+        const auto table = LineTable::Open(path, false);
+        if (table && CodeFits(typeCode, table->Codes().TypeCode) && CodeFits(creatorCode, table->Codes().CreatorCode))
+            Names.push_back(name);
+    }
+    std::sort(Names.begin(), Names.end(), BeforeInBytes); // the files' own order counts their ending in
+    return NextDatabase();
+}
+
+Text LineDatabase::NextDatabase() {
+    return NextName < Names.size() ? Names[NextName++] : Text();
+}
+
+} // namespace platform::common

@@ -1,0 +1,68 @@
+// SPDX-License-Identifier: MIT
+// The line databases of the device: each is one SQLite file in the folder `Databases` of the root folder.
+#pragma once
+
+#include "platform/common/line_table.h"
+#include "platform/common/path_map.h"
+
+#include <map>
+#include <vector>
+
+namespace platform::common {
+
+/// A database `drivers` is the file `Databases/drivers.sqlite`; line_table.h tells what is in it. A name that is empty,
+/// begins with a full stop or holds `..`, `/`, `\`, `:` or a NUL is refused as if there were no such database.
+///
+/// A database that is open can't be deleted. One that is closed in the middle of a batch loses the batch, and a batch
+/// whose end fails is lost as a whole; the first record is the current one then.
+class LineDatabase final : public RecordDatabase {
+public:
+    explicit LineDatabase(PathMap paths) : Paths(std::move(paths)) {}
+
+    DatabaseId Open(const Text& name, std::int32_t mode) override;
+    DatabaseId Create(const Text& name, std::int32_t typeCode, std::int32_t creatorCode) override;
+    bool Delete(const Text& name) override;
+    void Close(DatabaseId database) override;
+
+    std::int32_t RecordCount(DatabaseId database) override;
+    /// There is one layout: table "TEXT", "LineNumber long, LineData String". Declaring it again changes nothing.
+    ErrorNumber DeclareTable(DatabaseId database, const Text& name, const Text& definition) override;
+
+    ErrorNumber AddRecord(DatabaseId database) override;
+    ErrorNumber BeginEdit(DatabaseId database) override;
+    bool WriteRecord(DatabaseId database, const LineRecord& record) override;
+    ErrorNumber Commit(DatabaseId database) override;
+    bool ReadRecord(DatabaseId database, LineRecord& record) override;
+    bool DeleteRecord(DatabaseId database) override;
+
+    ErrorNumber FindRecord(DatabaseId database, std::int32_t lineNumber) override;
+    std::int32_t Position(DatabaseId database) override; ///< -1 when there is no current record
+    void MoveFirst(DatabaseId database) override;
+    void MoveLast(DatabaseId database) override;
+    void MoveNext(DatabaseId database) override;
+    void MovePrevious(DatabaseId database) override;
+    bool AtEnd(DatabaseId database) override;
+
+    ErrorNumber BeginBatch(DatabaseId database) override;
+    ErrorNumber EndBatch(DatabaseId database) override;
+
+    Text FirstDatabase(std::int32_t typeCode, std::int32_t creatorCode) override;
+    Text NextDatabase() override;
+
+private:
+    struct OpenDatabase {
+        std::string Path;
+        std::unique_ptr<LineTable> Table;
+    };
+
+    bool FilePath(const Text& name, std::string& hostPath) const;
+    DatabaseId Keep(const std::string& path, std::unique_ptr<LineTable> table);
+    LineTable* Find(DatabaseId database);
+
+    PathMap Paths;
+    std::map<DatabaseId, OpenDatabase> OpenOnes;
+    std::vector<Text> Names; ///< what the enumeration that was begun last has found
+    std::size_t NextName = 0;
+};
+
+} // namespace platform::common

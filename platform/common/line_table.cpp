@@ -1,0 +1,256 @@
+// SPDX-License-Identifier: MIT
+#include "platform/common/line_table.h"
+
+#include "platform/common/host_files.h"
+
+#include <algorithm>
+#include <unistd.h>
+
+namespace platform::common {
+
+namespace {
+
+constexpr const char* Durability = "PRAGMA journal_mode=DELETE; PRAGMA synchronous=EXTRA";
+
+constexpr const char* MakeLines =
+    R"(CREATE TABLE IF NOT EXISTS "TEXT"(Position INTEGER PRIMARY KEY, LineNumber INTEGER, LineData TEXT);)"
+    R"(CREATE INDEX IF NOT EXISTS "TEXT_LineNumber" ON "TEXT"(LineNumber))";
+
+} // namespace
+
+std::unique_ptr<LineTable> LineTable::Open(const std::string& path, bool writable) {
+    // The file must not be opened by any other way than SQLite's: closing a descriptor of it takes away the locks that
+    // other connections of this process hold.
+    if (!IsRegularFile(path))
+        return nullptr;
+    std::unique_ptr<LineTable> table(new LineTable(writable));
+    if (!table->Connection.Open(path, false) || !table->ReadCodes())
+        return nullptr;
+    return table->Connection.Execute(Durability) == NoError ? std::move(table) : nullptr;
+}
+
+std::unique_ptr<LineTable> LineTable::Make(const std::string& path, const DatabaseCodes& codes) {
+    const bool wasThere = ::access(path.c_str(), F_OK) == 0;
+    std::unique_ptr<LineTable> table(new LineTable(true));
+    if (table->Connection.Open(path, true) && table->Connection.Execute(Durability) == NoError &&
+        table->WriteCodes(codes) == NoError)
+        return table;
+    table.reset();
+    if (!wasThere)
+        ::unlink(path.c_str());
+    return nullptr;
+}
+
+bool LineTable::ReadCodes() {
+    SqlStatement codes;
+    if (!codes.Prepare(Connection.Handle(), R"(SELECT TypeCode, CreatorCode FROM "DATABASE")") || !codes.NextRow())
+        return false;
+    Stored = {static_cast<std::int32_t>(codes.Number(0)), static_cast<std::int32_t>(codes.Number(1))};
+    return true;
+}
+
+/// Fails for a file that holds a line database, or another one, already: the tables can't be made twice.
+ErrorNumber LineTable::WriteCodes(const DatabaseCodes& codes) {
+    SqlStatement tables;
+    if (!tables.Prepare(Connection.Handle(), "SELECT COUNT(*) FROM sqlite_master") || !tables.NextRow())
+        return DeviceFailed;
+    if (tables.Number(0) != 0)
+        return FileExists;
+    tables.Done();
+    const std::string sql = R"(BEGIN IMMEDIATE; CREATE TABLE "DATABASE"(TypeCode INTEGER, CreatorCode INTEGER);)"
+                            R"(INSERT INTO "DATABASE" VALUES()" +
+                            std::to_string(codes.TypeCode) + "," + std::to_string(codes.CreatorCode) + "); COMMIT";
+    Stored = codes;
+    return Connection.Execute(sql.c_str());
+}
+
+std::int64_t LineTable::RecordCount() {
+    if (!LastPosition.Prepare(Connection.Handle(), R"(SELECT IFNULL(MAX(Position), -1) + 1 FROM "TEXT")"))
+        return 0;
+    const std::int64_t count = LastPosition.NextRow() ? LastPosition.Number(0) : 0;
+    LastPosition.Done();
+    return count;
+}
+
+/// Once a batch has been rolled back by a failure inside it, as SQLite does when the disk is full, a further write
+/// would be committed by itself: it is refused until the batch is ended.
+ErrorNumber LineTable::MayWrite() const {
+    if (!Writable)
+        return PermissionDenied;
+    return InBatch && !Connection.InTransaction() ? DiskFull : NoError;
+}
+
+ErrorNumber LineTable::Declare() {
+    const ErrorNumber error = MayWrite();
+    return error == NoError ? Connection.Execute(MakeLines) : error;
+}
+
+ErrorNumber LineTable::AddRecord() {
+    State = Pending::None;
+    Current = RecordCount();
+    if (const ErrorNumber error = MayWrite(); error != NoError)
+        return error;
+    if (!InsertOne.Prepare(Connection.Handle(), R"(INSERT INTO "TEXT" VALUES(?1, ?2, ?3))"))
+        return FileNotFound; // no line table has been declared
+    Draft = {};
+    State = Pending::Added;
+    return NoError;
+}
+
+ErrorNumber LineTable::BeginEdit() {
+    if (const ErrorNumber error = MayWrite(); error != NoError)
+        return error;
+    if (State != Pending::None)
+        return NoError;
+    if (!Load(Current, Draft))
+        return FileNotFound;
+    State = Pending::Edited;
+    return NoError;
+}
+
+bool LineTable::WriteRecord(const LineRecord& record) {
+    if (State == Pending::None)
+        return false;
+    Draft = record;
+    return true;
+}
+
+ErrorNumber LineTable::Commit() {
+    if (State == Pending::None)
+        return DeviceFailed;
+    if (const ErrorNumber error = MayWrite(); error != NoError)
+        return error;
+    if (State == Pending::Added)
+        Current = RecordCount();
+    const ErrorNumber error = State == Pending::Added ? Insert(Current) : Update(Current);
+    if (error == NoError)
+        State = Pending::None;
+    return error;
+}
+
+ErrorNumber LineTable::Insert(std::int64_t position) {
+    const std::string bytes = modStringTools::ToBytes(Draft.LineData);
+    InsertOne.Bind(1, position);
+    InsertOne.Bind(2, std::int64_t{Draft.LineNumber});
+    InsertOne.Bind(3, bytes);
+    return InsertOne.Run();
+}
+
+ErrorNumber LineTable::Update(std::int64_t position) {
+    constexpr const char* sql = R"(UPDATE "TEXT" SET LineNumber = ?2, LineData = ?3 WHERE Position = ?1)";
+    if (!UpdateOne.Prepare(Connection.Handle(), sql))
+        return DeviceFailed;
+    const std::string bytes = modStringTools::ToBytes(Draft.LineData);
+    UpdateOne.Bind(1, position);
+    UpdateOne.Bind(2, std::int64_t{Draft.LineNumber});
+    UpdateOne.Bind(3, bytes);
+    return UpdateOne.Run();
+}
+
+bool LineTable::Load(std::int64_t position, LineRecord& record) {
+    if (!Select.Prepare(Connection.Handle(), R"(SELECT LineNumber, LineData FROM "TEXT" WHERE Position = ?1)"))
+        return false;
+    Select.Bind(1, position);
+    const bool found = Select.NextRow();
+    if (found) {
+        record.LineNumber = static_cast<std::int32_t>(Select.Number(0));
+        record.LineData = modStringTools::FromBytes(Select.Bytes(1));
+    }
+    Select.Done();
+    return found;
+}
+
+bool LineTable::ReadRecord(LineRecord& record) {
+    if (State == Pending::None)
+        return Load(Current, record);
+    record = Draft;
+    return true;
+}
+
+bool LineTable::DeleteRecord() {
+    if (MayWrite() != NoError)
+        return false;
+    const bool wasOnlyAdded = State == Pending::Added;
+    State = Pending::None;
+    if (wasOnlyAdded)
+        return true;
+    if (Current >= RecordCount())
+        return false;
+    // Both steps or neither, also inside a batch, where the savepoint nests in the batch's transaction.
+    if (Connection.Execute("SAVEPOINT OneRecord") != NoError)
+        return false;
+    if (Remove(Current) == NoError && Connection.Execute("RELEASE OneRecord") == NoError)
+        return true;
+    Connection.Execute("ROLLBACK TO OneRecord");
+    Connection.Execute("RELEASE OneRecord");
+    return false;
+}
+
+ErrorNumber LineTable::Remove(std::int64_t position) {
+    // The records behind the gap are walked in the order of their positions, so each moves to one that is free.
+    if (!DeleteOne.Prepare(Connection.Handle(), R"(DELETE FROM "TEXT" WHERE Position = ?1)") ||
+        !CloseGap.Prepare(Connection.Handle(), R"(UPDATE "TEXT" SET Position = Position - 1 WHERE Position > ?1)"))
+        return DeviceFailed;
+    DeleteOne.Bind(1, position);
+    if (const ErrorNumber error = DeleteOne.Run(); error != NoError)
+        return error;
+    CloseGap.Bind(1, position);
+    return CloseGap.Run();
+}
+
+ErrorNumber LineTable::FindRecord(std::int32_t lineNumber) {
+    constexpr const char* sql = R"(SELECT Position FROM "TEXT" WHERE LineNumber = ?1 ORDER BY Position LIMIT 1)";
+    State = Pending::None;
+    if (!Find.Prepare(Connection.Handle(), sql))
+        return FileNotFound;
+    Find.Bind(1, std::int64_t{lineNumber});
+    const bool found = Find.NextRow();
+    if (found)
+        Current = Find.Number(0);
+    Find.Done();
+    return found ? NoError : FileNotFound;
+}
+
+std::int64_t LineTable::Position() {
+    return AtEnd() ? -1 : Current;
+}
+
+void LineTable::MoveTo(std::int64_t position) {
+    State = Pending::None;
+    Current = std::clamp<std::int64_t>(position, 0, RecordCount());
+}
+
+void LineTable::MoveBy(std::int64_t step) {
+    MoveTo(Current + step);
+}
+
+bool LineTable::AtEnd() {
+    return State != Pending::Added && Current >= RecordCount();
+}
+
+ErrorNumber LineTable::BeginBatch() {
+    if (!Writable)
+        return PermissionDenied;
+    if (InBatch)
+        return DeviceFailed;
+    const ErrorNumber error = Connection.Execute("BEGIN IMMEDIATE");
+    InBatch = error == NoError;
+    return error;
+}
+
+ErrorNumber LineTable::EndBatch() {
+    if (!InBatch)
+        return DeviceFailed;
+    ErrorNumber error = MayWrite();
+    InBatch = false;
+    if (error == NoError)
+        error = Connection.Execute("COMMIT");
+    if (error != NoError) {
+        State = Pending::None;
+        Connection.Execute("ROLLBACK");
+        MoveTo(0);
+    }
+    return error;
+}
+
+} // namespace platform::common

@@ -1,0 +1,84 @@
+// SPDX-License-Identifier: MIT
+// One open line database: its records, and the current one among them.
+#pragma once
+
+#include "platform/common/sql.h"
+#include "view/platform/storage.h"
+
+#include <memory>
+
+namespace platform::common {
+
+/// The codes that a line database bears.
+struct DatabaseCodes {
+    std::int32_t TypeCode = 0;
+    std::int32_t CreatorCode = 0;
+};
+
+/// The file is a SQLite database with two tables:
+///
+///     "DATABASE"(TypeCode INTEGER, CreatorCode INTEGER)                                  one row
+///     "TEXT"(Position INTEGER PRIMARY KEY, LineNumber INTEGER, LineData TEXT)            one row a record
+///
+/// Position is the place of the record in the order of the records, counted from 0 without gaps: the last one's gives
+/// the count, and a move needs no search. LineData holds the bytes of the line as a text file would.
+///
+/// A committed line must survive the loss of power. The journal is the rolled-back one, for it leaves no second file
+/// beside a database that is at rest; and synchronous=EXTRA, since with FULL the journal's removal itself may be lost
+/// with the power, and the last commit is then taken back at the next opening.
+class LineTable {
+public:
+    /// Opens a line database. Nothing when the file is missing or is none.
+    static std::unique_ptr<LineTable> Open(const std::string& path, bool writable);
+    /// Makes one with no line table yet, in a file that is missing or empty. Nothing when that fails.
+    static std::unique_ptr<LineTable> Make(const std::string& path, const DatabaseCodes& codes);
+
+    const DatabaseCodes& Codes() const { return Stored; }
+
+    std::int64_t RecordCount();
+    ErrorNumber Declare();
+    ErrorNumber AddRecord();
+    ErrorNumber BeginEdit();
+    bool WriteRecord(const LineRecord& record);
+    ErrorNumber Commit();
+    bool ReadRecord(LineRecord& record);
+    bool DeleteRecord();
+    ErrorNumber FindRecord(std::int32_t lineNumber);
+    std::int64_t Position(); ///< -1 when there is no current record
+    void MoveTo(std::int64_t position);
+    void MoveBy(std::int64_t step);
+    bool AtEnd();
+
+    ErrorNumber BeginBatch();
+    ErrorNumber EndBatch();
+
+private:
+    enum class Pending { None, Added, Edited };
+
+    explicit LineTable(bool writable) : Writable(writable) {}
+    bool ReadCodes();
+    ErrorNumber MayWrite() const;
+    ErrorNumber WriteCodes(const DatabaseCodes& codes);
+    ErrorNumber Insert(std::int64_t position);
+    ErrorNumber Update(std::int64_t position);
+    ErrorNumber Remove(std::int64_t position);
+    bool Load(std::int64_t position, LineRecord& record);
+
+    bool Writable;
+    DatabaseCodes Stored;
+    SqlConnection Connection; ///< stands before the statements, so that it goes after them
+    SqlStatement LastPosition;
+    SqlStatement Select;
+    SqlStatement Find;
+    SqlStatement InsertOne;
+    SqlStatement UpdateOne;
+    SqlStatement DeleteOne;
+    SqlStatement CloseGap;
+
+    std::int64_t Current = 0; ///< from 0; the count of records when there is no current one
+    Pending State = Pending::None;
+    LineRecord Draft; ///< what the next commit stores, while something is pending
+    bool InBatch = false;
+};
+
+} // namespace platform::common

@@ -1,0 +1,99 @@
+// SPDX-License-Identifier: MIT
+#include "platform/common/serial_text.h"
+
+#include <array>
+
+namespace platform::common {
+
+namespace {
+
+/// Windows-1252 from 80 to 9F; all other bytes are the characters of the same number.
+constexpr std::array<char16_t, 32> From80To9F = {
+    0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
+    0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
+    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178,
+};
+
+enum class Sequence { Whole, Cut, Invalid };
+
+struct Character {
+    Sequence State = Sequence::Invalid;
+    std::size_t Length = 0;
+    char32_t Value = 0;
+};
+
+/// What a first byte says of the bytes behind it. The range of the second one keeps out overlong forms, halves of
+/// surrogate pairs and values past the last character.
+struct Lead {
+    std::size_t Length = 0; ///< 0: no first byte
+    unsigned char SecondFrom = 0x80;
+    unsigned char SecondTo = 0xBF;
+};
+
+Lead LeadOf(unsigned char first) {
+    if (first < 0x80)
+        return {1};
+    if (first >= 0xC2 && first <= 0xDF)
+        return {2};
+    if (first >= 0xE0 && first <= 0xEF)
+        return {3, static_cast<unsigned char>(first == 0xE0 ? 0xA0 : 0x80),
+                static_cast<unsigned char>(first == 0xED ? 0x9F : 0xBF)};
+    if (first >= 0xF0 && first <= 0xF4)
+        return {4, static_cast<unsigned char>(first == 0xF0 ? 0x90 : 0x80),
+                static_cast<unsigned char>(first == 0xF4 ? 0x8F : 0xBF)};
+    return {};
+}
+
+Character NextCharacter(std::string_view bytes) {
+    const auto first = static_cast<unsigned char>(bytes.front());
+    const Lead lead = LeadOf(first);
+    if (lead.Length == 0)
+        return {};
+    char32_t value = lead.Length == 1 ? first : first & (0x7FU >> lead.Length);
+    for (std::size_t i = 1; i < lead.Length; ++i) {
+        if (i == bytes.size())
+            return {Sequence::Cut, 0, 0};
+        const auto byte = static_cast<unsigned char>(bytes[i]);
+        const bool fits = i == 1 ? byte >= lead.SecondFrom && byte <= lead.SecondTo : (byte & 0xC0U) == 0x80U;
+        if (!fits)
+            return {};
+        value = (value << 6U) | (byte & 0x3FU);
+    }
+    return {Sequence::Whole, lead.Length, value};
+}
+
+char16_t FromWindows1252(char byte) {
+    const auto value = static_cast<unsigned char>(byte);
+    return value >= 0x80 && value <= 0x9F ? From80To9F[value - 0x80U] : char16_t{value};
+}
+
+void Append(Text& text, char32_t value) {
+    if (value < 0x10000) {
+        text += static_cast<char16_t>(value);
+        return;
+    }
+    text += static_cast<char16_t>(0xD800 + ((value - 0x10000) >> 10U));
+    text += static_cast<char16_t>(0xDC00 + ((value - 0x10000) & 0x3FFU));
+}
+
+} // namespace
+
+Text SerialText::Decode(std::string_view bytes) {
+    Waiting += bytes;
+    std::string_view rest = Waiting;
+    Text text;
+    while (!rest.empty()) {
+        const Character next = NextCharacter(rest);
+        if (next.State == Sequence::Cut)
+            break;
+        if (next.State == Sequence::Whole)
+            Append(text, next.Value);
+        else
+            text += FromWindows1252(rest.front());
+        rest.remove_prefix(next.State == Sequence::Whole ? next.Length : 1);
+    }
+    Waiting.erase(0, Waiting.size() - rest.size());
+    return text;
+}
+
+} // namespace platform::common

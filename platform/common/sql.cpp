@@ -1,0 +1,99 @@
+// SPDX-License-Identifier: MIT
+#include "platform/common/sql.h"
+
+#include <sqlite3.h>
+
+namespace platform::common {
+
+namespace {
+
+/// How long a write waits for a tool that reads the same database, in milliseconds.
+constexpr int BusyTimeout = 1000;
+
+ErrorNumber FromSqlite(int result) {
+    switch (result & 0xFF) { // the low byte is the error, the rest its finer kind
+    case SQLITE_OK:
+    case SQLITE_DONE:
+    case SQLITE_ROW:
+        return NoError;
+    case SQLITE_FULL:
+        return DiskFull;
+    case SQLITE_READONLY:
+    case SQLITE_PERM:
+    case SQLITE_AUTH:
+        return PermissionDenied;
+    case SQLITE_BUSY:
+    case SQLITE_LOCKED:
+        return NotAvailable;
+    default:
+        return DeviceFailed;
+    }
+}
+
+} // namespace
+
+SqlStatement::~SqlStatement() {
+    sqlite3_finalize(Statement);
+}
+
+bool SqlStatement::Prepare(sqlite3* connection, const char* sql) {
+    return Statement ||
+           sqlite3_prepare_v3(connection, sql, -1, SQLITE_PREPARE_PERSISTENT, &Statement, nullptr) == SQLITE_OK;
+}
+
+void SqlStatement::Bind(int parameter, std::int64_t number) {
+    sqlite3_bind_int64(Statement, parameter, number);
+}
+
+void SqlStatement::Bind(int parameter, std::string_view bytes) {
+    // An empty view may have no address, and that would be bound as "no value".
+    sqlite3_bind_text64(Statement, parameter, bytes.empty() ? "" : bytes.data(), bytes.size(), SQLITE_STATIC,
+                        SQLITE_UTF8);
+}
+
+bool SqlStatement::NextRow() {
+    return sqlite3_step(Statement) == SQLITE_ROW;
+}
+
+std::int64_t SqlStatement::Number(int column) const {
+    return sqlite3_column_int64(Statement, column);
+}
+
+std::string_view SqlStatement::Bytes(int column) const {
+    const unsigned char* bytes = sqlite3_column_text(Statement, column);
+    const auto count = static_cast<std::size_t>(sqlite3_column_bytes(Statement, column));
+    return bytes ? std::string_view(reinterpret_cast<const char*>(bytes), count) : std::string_view();
+}
+
+ErrorNumber SqlStatement::Run() {
+    const int result = sqlite3_step(Statement);
+    Done();
+    return FromSqlite(result);
+}
+
+void SqlStatement::Done() {
+    sqlite3_reset(Statement);
+    sqlite3_clear_bindings(Statement);
+}
+
+SqlConnection::~SqlConnection() {
+    sqlite3_close(Connection);
+}
+
+bool SqlConnection::Open(const std::string& path, bool create) {
+    const int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX | (create ? SQLITE_OPEN_CREATE : 0);
+    if (sqlite3_open_v2(path.c_str(), &Connection, flags, nullptr) != SQLITE_OK)
+        return false;
+    sqlite3_busy_timeout(Connection, BusyTimeout);
+    return true;
+}
+
+ErrorNumber SqlConnection::Execute(const char* sql) {
+    return FromSqlite(sqlite3_exec(Connection, sql, nullptr, nullptr, nullptr));
+}
+
+bool SqlConnection::InTransaction() const {
+    return sqlite3_get_autocommit(Connection) == 0;
+}
+
+} // namespace platform::common

@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: MIT
+// A text file of the host as the stream that the line files read and write.
+#pragma once
+
+#include "platform/common/host_files.h"
+#include "view/platform/storage.h"
+
+#include <ctime>
+#include <vector>
+
+namespace platform::common {
+
+/// Reads in large blocks and keeps one of them; a line that is longer than a block is put together. Each line that is
+/// written goes to the host at once, so that a full disk is told at the line that it hit, and a program that is killed
+/// loses none. A file that another writer makes longer is seen from the next Seek on.
+///
+/// A text that itself ends in a carriage return is written with CR LF behind it, since reading takes CR LF off as one
+/// line end: "a\r" comes back as it went. For the same reason a last line without an end, "a\r", gets CR LF before the
+/// next line is written, not LF.
+class HostTextStream final : public TextStream {
+public:
+    /// Opens a regular file, or makes it anew.
+    static ErrorNumber Open(const std::string& hostPath, StreamMode mode, std::unique_ptr<TextStream>& stream);
+    ~HostTextStream() override;
+
+    std::int64_t Position() const override { return Place; }
+    std::int64_t Size() const override { return Length; }
+    /// A place outside the file is refused, and the position stays.
+    ErrorNumber Seek(std::int64_t offset, Origin origin) override;
+    ErrorNumber ReadLine(Text& line) override;
+    std::int64_t SkipLines(std::int64_t most) override;
+    ErrorNumber WriteLine(const Text& line) override;
+    ErrorNumber Close() override;
+
+private:
+    HostTextStream(Descriptor file, std::string newIn);
+    ErrorNumber LookAgain();
+    ErrorNumber Ahead(std::string_view& bytes);
+    ErrorNumber CollectLine(std::string_view& line);
+    ErrorNumber MissingLineEnd(std::string& lineEnd);
+
+    Descriptor File;
+    std::string NewIn; ///< the folder whose names must reach the medium too; empty when the file was there
+    bool Written = false;
+    std::int64_t Place = 0;
+    std::int64_t Length = 0;
+    std::timespec Modified{};
+    bool EndsInLineEnd = false; ///< known to be so; false means that it has to be looked up
+
+    std::vector<char> Block;
+    std::int64_t BlockStart = 0; ///< offset of the block in the file
+    std::size_t BlockUsed = 0;   ///< bytes of it that are of the file
+    std::string LongLine;        ///< a line that reaches over the end of a block
+};
+
+} // namespace platform::common

@@ -1,0 +1,241 @@
+// SPDX-License-Identifier: MIT
+// The line databases as other tools see them, and as crashes leave them.
+#include "platform/common/line_database.h"
+
+#include "full_disk.h"
+#include "temporary_root.h"
+
+#include <chrono>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sqlite3.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+using namespace platform;
+using platform::common::LineDatabase;
+using platform::common::PathMap;
+using testing::ElementsAre;
+
+namespace {
+
+class LineDatabaseFile : public testing::Test {
+protected:
+    DatabaseId Made(const Text& name) {
+        const DatabaseId id = Databases.Create(name, 1, 2);
+        EXPECT_EQ(Databases.DeclareTable(id, u"TEXT", u"LineNumber long, LineData String"), NoError);
+        return id;
+    }
+
+    bool Append(DatabaseId id, const Text& line) {
+        return Databases.AddRecord(id) == NoError && Databases.WriteRecord(id, {Databases.RecordCount(id) + 1, line}) &&
+               Databases.Commit(id) == NoError;
+    }
+
+    /// Every row of a query that another program makes, its columns joined by `|`.
+    std::vector<std::string> Outside(const std::string& name, const char* query) const {
+        sqlite3* file = nullptr;
+        std::vector<std::string> rows;
+        const auto collect = [](void* to, int columns, char** values, char**) {
+            std::string row;
+            for (int i = 0; i < columns; ++i)
+                row += (i > 0 ? "|" : "") + std::string(values[i] ? values[i] : "NULL");
+            static_cast<std::vector<std::string>*>(to)->push_back(row);
+            return 0;
+        };
+        sqlite3_open_v2(Root.Path(name).c_str(), &file, SQLITE_OPEN_READONLY, nullptr);
+        EXPECT_EQ(sqlite3_exec(file, query, collect, &rows, nullptr), SQLITE_OK) << sqlite3_errmsg(file);
+        sqlite3_close(file);
+        return rows;
+    }
+
+    std::int32_t CountAnew(const Text& name) {
+        const DatabaseId id = Databases.Open(name, ModeRead);
+        EXPECT_NE(id, 0);
+        const std::int32_t count = Databases.RecordCount(id);
+        Databases.Close(id);
+        return count;
+    }
+
+    TemporaryRoot Root;
+    LineDatabase Databases{PathMap(Root.Path())};
+};
+
+TEST_F(LineDatabaseFile, IsReadByAnotherToolWhileItIsOpen) {
+    const DatabaseId id = Made(u"drivers");
+    ASSERT_TRUE(Append(id, u"NAME|INFFILE"));
+    ASSERT_TRUE(Append(id, u"Größe|"));
+    EXPECT_THAT(Outside("Databases/drivers.sqlite", R"(SELECT * FROM "TEXT" ORDER BY LineNumber)"),
+                ElementsAre("0|1|NAME|INFFILE", "1|2|Gr\xC3\xB6\xC3\x9F"
+                                                "e|"));
+    EXPECT_THAT(Outside("Databases/drivers.sqlite", R"(SELECT TypeCode, CreatorCode FROM "DATABASE")"),
+                ElementsAre("1|2"));
+    EXPECT_THAT(Outside("Databases/drivers.sqlite", R"(SELECT DISTINCT typeof(LineData) FROM "TEXT")"),
+                ElementsAre("text"));
+    EXPECT_THAT(Outside("Databases/drivers.sqlite", "PRAGMA integrity_check"), ElementsAre("ok"));
+}
+
+TEST_F(LineDatabaseFile, StandsAloneOnceItIsAtRest) {
+    const DatabaseId id = Made(u"drivers");
+    ASSERT_TRUE(Append(id, u"one"));
+    EXPECT_EQ(Root.Entries("Databases"), 1);
+}
+
+TEST_F(LineDatabaseFile, TakesAFileOfAnotherKindForNoDatabase) {
+    Root.Put("Databases/text.sqlite", "this is a text, long enough to be looked at as the head of a database file");
+    Root.Put("Databases/empty.sqlite", "");
+    std::filesystem::create_directory(Root.Path("Databases/folder.sqlite"));
+    for (const char16_t* name : {u"text", u"empty", u"folder"}) {
+        EXPECT_EQ(Databases.Open(name, ModeRead), 0);
+        EXPECT_EQ(Databases.Open(name, ModeReadWrite), 0);
+    }
+    EXPECT_EQ(Databases.Create(u"text", 1, 2), 0);
+    EXPECT_EQ(Databases.Create(u"folder", 1, 2), 0);
+    EXPECT_EQ(Databases.FirstDatabase(0, 0), u"");
+    EXPECT_EQ(Root.Bytes("Databases/text.sqlite").substr(0, 14), "this is a text");
+}
+
+TEST_F(LineDatabaseFile, OfAnotherProgramIsNoLineDatabase) {
+    sqlite3* other = nullptr;
+    std::filesystem::create_directory(Root.Path("Databases"));
+    ASSERT_EQ(sqlite3_open(Root.Path("Databases/other.sqlite").c_str(), &other), SQLITE_OK);
+    ASSERT_EQ(sqlite3_exec(other, "CREATE TABLE Songs(Name TEXT)", nullptr, nullptr, nullptr), SQLITE_OK);
+    sqlite3_close(other);
+    EXPECT_EQ(Databases.Open(u"other", ModeReadWrite), 0);
+    EXPECT_EQ(Databases.Create(u"other", 1, 2), 0);
+    EXPECT_THAT(Outside("Databases/other.sqlite", "SELECT name FROM sqlite_master"), ElementsAre("Songs"));
+}
+
+TEST_F(LineDatabaseFile, IsMadeInAFileThatACrashLeftEmpty) {
+    Root.Put("Databases/drivers.sqlite", "");
+    EXPECT_NE(Databases.Create(u"drivers", 1, 2), 0);
+}
+
+TEST_F(LineDatabaseFile, IsNotReachedOverALinkThatLeadsOutside) {
+    const TemporaryRoot elsewhere;
+    LineDatabase others{PathMap(elsewhere.Path())};
+    others.Close(others.Create(u"secret", 1, 2));
+    std::filesystem::create_directory(Root.Path("Databases"));
+    Root.Link(elsewhere.Path("Databases/secret.sqlite"), "Databases/secret.sqlite");
+    EXPECT_EQ(Databases.Open(u"secret", ModeRead), 0);
+    EXPECT_FALSE(Databases.Delete(u"secret"));
+    EXPECT_EQ(Databases.FirstDatabase(0, 0), u"");
+}
+
+TEST_F(LineDatabaseFile, IgnoresOtherFilesBesideTheDatabases) {
+    Databases.Close(Made(u"drivers"));
+    Root.Put("Databases/notes.txt", "x");
+    Root.Put("Databases/.sqlite", "x");
+    EXPECT_EQ(Databases.FirstDatabase(0, 0), u"drivers");
+    EXPECT_EQ(Databases.NextDatabase(), u"");
+}
+
+TEST_F(LineDatabaseFile, KeepsNegativeCodes) {
+    Databases.Close(Databases.Create(u"x", -5, -7));
+    EXPECT_EQ(Databases.FirstDatabase(-5, -7), u"x");
+    EXPECT_EQ(Databases.FirstDatabase(5, 7), u"");
+}
+
+/// Runs in a process of its own, which is killed at the end without a chance to tidy up.
+template <typename Work>
+void KilledAfter(Work work) {
+    const pid_t child = fork();
+    if (child == 0) {
+        work();
+        kill(getpid(), SIGKILL);
+    }
+    int status = 0;
+    ASSERT_EQ(waitpid(child, &status, 0), child);
+    ASSERT_TRUE(WIFSIGNALED(status));
+}
+
+TEST_F(LineDatabaseFile, KeepsCommittedLinesWhenTheProgramIsKilled) {
+    KilledAfter([this] {
+        const DatabaseId id = Made(u"drivers");
+        Append(id, u"one");
+        Append(id, u"two");
+        Databases.AddRecord(id);
+        Databases.WriteRecord(id, {3, u"not committed"});
+    });
+    EXPECT_EQ(CountAnew(u"drivers"), 2);
+}
+
+TEST_F(LineDatabaseFile, LosesAWholeBatchWhenTheProgramIsKilledInIt) {
+    KilledAfter([this] {
+        const DatabaseId id = Made(u"drivers");
+        Append(id, u"one");
+        Databases.BeginBatch(id);
+        for (int line = 0; line < 20000; ++line) // enough for SQLite to write before the end
+            Append(id, Text(200, u'x'));
+    });
+    EXPECT_EQ(CountAnew(u"drivers"), 1);
+    EXPECT_THAT(Outside("Databases/drivers.sqlite", "PRAGMA integrity_check"), ElementsAre("ok"));
+}
+
+TEST_F(LineDatabaseFile, KeepsWhatItHasWhenTheDiskIsFull) {
+    const DatabaseId id = Made(u"drivers");
+    ASSERT_TRUE(Append(id, u"one"));
+    {
+        const FullDisk full(16384);
+        EXPECT_FALSE(Append(id, Text(30000, u'x')));
+        EXPECT_EQ(Databases.RecordCount(id), 1);
+    }
+    EXPECT_TRUE(Append(id, u"two"));
+    EXPECT_EQ(CountAnew(u"drivers"), 2);
+}
+
+TEST_F(LineDatabaseFile, TakesNoMoreOfABatchThatTheFullDiskHasBroken) {
+    const DatabaseId id = Made(u"drivers");
+    ASSERT_TRUE(Append(id, u"one"));
+    ASSERT_EQ(Databases.BeginBatch(id), NoError);
+    {
+        const FullDisk full(16384);
+        for (int line = 0; line < 20000 && Append(id, Text(200, u'x')); ++line) {
+        }
+    }
+    EXPECT_FALSE(Append(id, u"alone"));
+    EXPECT_NE(Databases.EndBatch(id), NoError);
+    EXPECT_EQ(CountAnew(u"drivers"), 1);
+    EXPECT_TRUE(Append(id, u"two"));
+}
+
+TEST_F(LineDatabaseFile, LosesABatchThatAReaderDoesNotLetEnd) {
+    const DatabaseId id = Made(u"drivers");
+    ASSERT_TRUE(Append(id, u"one"));
+    sqlite3* reader = nullptr;
+    ASSERT_EQ(sqlite3_open(Root.Path("Databases/drivers.sqlite").c_str(), &reader), SQLITE_OK);
+    ASSERT_EQ(sqlite3_exec(reader, R"(BEGIN; SELECT * FROM "TEXT")", nullptr, nullptr, nullptr), SQLITE_OK);
+    ASSERT_EQ(Databases.BeginBatch(id), NoError);
+    ASSERT_TRUE(Append(id, u"two"));
+    EXPECT_EQ(Databases.EndBatch(id), NotAvailable);
+    EXPECT_EQ(Databases.RecordCount(id), 1);
+    sqlite3_close(reader);
+    EXPECT_TRUE(Append(id, u"three"));
+    EXPECT_EQ(CountAnew(u"drivers"), 2);
+}
+
+TEST_F(LineDatabaseFile, IsNotMadeByHalves) {
+    {
+        const FullDisk full(4096);
+        EXPECT_EQ(Databases.Create(u"drivers", 1, 2), 0);
+    }
+    EXPECT_EQ(Root.Entries("Databases"), 0);
+    EXPECT_NE(Databases.Create(u"drivers", 1, 2), 0);
+}
+
+TEST_F(LineDatabaseFile, ReadsAndFindsTenThousandLinesInWellUnderASecond) {
+    const DatabaseId id = Made(u"drivers");
+    ASSERT_EQ(Databases.BeginBatch(id), NoError);
+    for (int line = 0; line < 10000; ++line)
+        ASSERT_TRUE(Append(id, u"Site|12.5|mg/l|2007-03-05"));
+    ASSERT_EQ(Databases.EndBatch(id), NoError);
+    const auto start = std::chrono::steady_clock::now();
+    LineRecord record;
+    for (std::int32_t line = 1; line <= 10000; ++line)
+        ASSERT_TRUE(Databases.FindRecord(id, line) == NoError && Databases.ReadRecord(id, record));
+    const std::chrono::duration<double> seconds = std::chrono::steady_clock::now() - start;
+    RecordProperty("seconds", std::to_string(seconds.count()));
+    EXPECT_LT(seconds.count(), 5.0) << "a find that walks the whole table takes minutes";
+}
+
+} // namespace

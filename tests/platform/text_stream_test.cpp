@@ -1,0 +1,172 @@
+// SPDX-License-Identifier: MIT
+// The stream's own business: blocks, other writers, a full disk. What it does to lines is the files suite's.
+#include "platform/common/text_stream.h"
+
+#include "full_disk.h"
+#include "temporary_root.h"
+
+#include <chrono>
+#include <gtest/gtest.h>
+#include <random>
+
+using namespace platform;
+using platform::common::HostTextStream;
+
+namespace {
+
+class TextStreamTest : public testing::Test {
+protected:
+    std::unique_ptr<TextStream> Open(StreamMode mode = StreamMode::Existing) {
+        std::unique_ptr<TextStream> stream;
+        EXPECT_EQ(HostTextStream::Open(Root.Path("x.txt"), mode, stream), NoError);
+        return stream;
+    }
+    void Add(std::string_view bytes) { std::ofstream(Root.Path("x.txt"), std::ios::binary | std::ios::app) << bytes; }
+
+    TemporaryRoot Root;
+};
+
+TEST_F(TextStreamTest, PutsALineTogetherWhereverABlockEnds) {
+    for (const std::size_t first : {65530U, 65533U, 65534U, 65535U, 65536U, 65537U}) {
+        Root.Put("x.txt", std::string(first, 'a') + "\r\n" + std::string(first, 'b') + "\nend");
+        const auto stream = Open();
+        Text line;
+        ASSERT_EQ(stream->ReadLine(line), NoError);
+        EXPECT_EQ(line, Text(first, u'a')) << first;
+        ASSERT_EQ(stream->ReadLine(line), NoError);
+        EXPECT_EQ(line, Text(first, u'b')) << first;
+        EXPECT_EQ(stream->SkipLines(5), 1) << first;
+    }
+}
+
+TEST_F(TextStreamTest, ReadsALineThatIsLongerThanManyBlocks) {
+    Root.Put("x.txt", "a\n" + std::string(1000000, 'x') + "\nb\n");
+    const auto stream = Open();
+    Text line;
+    EXPECT_EQ(stream->SkipLines(1), 1);
+    EXPECT_EQ(stream->ReadLine(line), NoError);
+    EXPECT_EQ(line.size(), 1000000U);
+    EXPECT_EQ(stream->ReadLine(line), NoError);
+    EXPECT_EQ(line, u"b");
+}
+
+/// Reading, skipping and seeking in any order tell the same as cutting the bytes up by hand.
+TEST_F(TextStreamTest, AgreesWithTheLinesCutByHand) {
+    std::mt19937 chance(7);
+    std::string bytes;
+    std::vector<std::int64_t> starts;
+    for (int line = 0; line < 3000; ++line) {
+        starts.push_back(static_cast<std::int64_t>(bytes.size()));
+        bytes += std::string(chance() % 200, static_cast<char>('a' + line % 26)) + "\n";
+    }
+    starts.push_back(static_cast<std::int64_t>(bytes.size()));
+    Root.Put("x.txt", bytes);
+    const auto stream = Open();
+    for (int turn = 0; turn < 5000; ++turn) {
+        const std::size_t from = chance() % 3000;
+        const std::size_t skip = std::min<std::size_t>(chance() % 700, 3000 - from);
+        ASSERT_EQ(stream->Seek(starts[from], Origin::Start), NoError);
+        ASSERT_EQ(stream->SkipLines(static_cast<std::int64_t>(skip)), static_cast<std::int64_t>(skip));
+        ASSERT_EQ(stream->Position(), starts[from + skip]);
+        Text line;
+        const bool atEnd = from + skip == 3000;
+        ASSERT_EQ(stream->ReadLine(line), atEnd ? FileNotFound : NoError);
+        const auto length = atEnd ? 0 : starts[from + skip + 1] - starts[from + skip] - 1;
+        ASSERT_EQ(line, Text(static_cast<std::size_t>(length), static_cast<char16_t>('a' + (from + skip) % 26)));
+    }
+}
+
+TEST_F(TextStreamTest, SeesFromTheNextSeekOnWhatAnotherWriterAdded) {
+    Root.Put("x.txt", "one\n");
+    const auto stream = Open();
+    Text line;
+    ASSERT_EQ(stream->ReadLine(line), NoError);
+    Add("two\n");
+    ASSERT_EQ(stream->Seek(0, Origin::Start), NoError);
+    EXPECT_EQ(stream->Size(), 8);
+    EXPECT_EQ(stream->SkipLines(9), 2);
+}
+
+TEST_F(TextStreamTest, SeesFromTheNextSeekOnWhatAnotherWriterChanged) {
+    Root.Put("x.txt", "one\n");
+    const auto stream = Open();
+    Text line;
+    ASSERT_EQ(stream->ReadLine(line), NoError);
+    Root.Put("x.txt", "two\n");
+    const auto time = std::filesystem::last_write_time(Root.Path("x.txt"));
+    std::filesystem::last_write_time(Root.Path("x.txt"), time + std::chrono::seconds(1));
+    ASSERT_EQ(stream->Seek(0, Origin::Start), NoError);
+    ASSERT_EQ(stream->ReadLine(line), NoError);
+    EXPECT_EQ(line, u"two");
+}
+
+TEST_F(TextStreamTest, AddsBehindWhatAnotherWriterAdded) {
+    Root.Put("x.txt", "one\n");
+    const auto stream = Open();
+    ASSERT_EQ(stream->Seek(0, Origin::End), NoError);
+    ASSERT_EQ(stream->WriteLine(u"two"), NoError);
+    Add("three");
+    ASSERT_EQ(stream->Seek(0, Origin::End), NoError);
+    ASSERT_EQ(stream->WriteLine(u"four"), NoError);
+    EXPECT_EQ(Root.Bytes("x.txt"), "one\ntwo\nthree\nfour\n");
+}
+
+TEST_F(TextStreamTest, EndsWhereAnotherWriterCutTheFile) {
+    Root.Put("x.txt", std::string(200000, 'x') + "\nlast\n");
+    const auto stream = Open();
+    std::filesystem::resize_file(Root.Path("x.txt"), 10);
+    Text line;
+    EXPECT_EQ(stream->ReadLine(line), NoError);
+    EXPECT_EQ(line, Text(10, u'x'));
+    EXPECT_EQ(stream->ReadLine(line), FileNotFound);
+    EXPECT_EQ(stream->Position(), stream->Size());
+}
+
+TEST_F(TextStreamTest, HasEachLineInTheFileAsSoonAsItIsWritten) {
+    const auto stream = Open(StreamMode::Create);
+    ASSERT_EQ(stream->WriteLine(u"one"), NoError);
+    EXPECT_EQ(Root.Bytes("x.txt"), "one\n");
+}
+
+TEST_F(TextStreamTest, LeavesNoHalfLineOnAFullDisk) {
+    Root.Put("x.txt", "one\n");
+    const auto stream = Open();
+    ASSERT_EQ(stream->Seek(0, Origin::End), NoError);
+    {
+        const FullDisk full(10);
+        EXPECT_EQ(stream->WriteLine(u"does not fit any more"), DiskFull);
+        EXPECT_EQ(stream->Position(), 4);
+        EXPECT_EQ(stream->Size(), 4);
+    }
+    EXPECT_EQ(Root.Bytes("x.txt"), "one\n");
+    EXPECT_EQ(stream->WriteLine(u"two"), NoError);
+    EXPECT_EQ(stream->Close(), NoError);
+    EXPECT_EQ(Root.Bytes("x.txt"), "one\ntwo\n");
+}
+
+TEST_F(TextStreamTest, DoesNothingOnceItIsClosed) {
+    Root.Put("x.txt", "one\n");
+    const auto stream = Open();
+    Text line;
+    EXPECT_EQ(stream->Close(), NoError);
+    EXPECT_EQ(stream->Close(), NoError);
+    EXPECT_NE(stream->ReadLine(line), NoError);
+    EXPECT_NE(stream->WriteLine(u"two"), NoError);
+    EXPECT_NE(stream->Seek(0, Origin::Start), NoError);
+    EXPECT_EQ(stream->SkipLines(1), 0);
+    EXPECT_EQ(Root.Bytes("x.txt"), "one\n");
+}
+
+TEST_F(TextStreamTest, KeepsOneBlockOfAFileOfAHundredMegabytes) {
+    Root.Put("x.txt", "one\n");
+    std::filesystem::resize_file(Root.Path("x.txt"), 100'000'000); // a hole: zero bytes and not one line end
+    Add("\nlast\n");
+    const auto stream = Open();
+    EXPECT_EQ(stream->SkipLines(2), 2);
+    EXPECT_EQ(stream->Position(), 100'000'001);
+    Text line;
+    EXPECT_EQ(stream->ReadLine(line), NoError);
+    EXPECT_EQ(line, u"last");
+}
+
+} // namespace
