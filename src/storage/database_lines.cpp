@@ -1,0 +1,166 @@
+// SPDX-License-Identifier: MIT
+#include "storage/line_back_ends.h"
+
+#include "storage/volumes.h"
+#include "view/platform/platform.h"
+
+namespace modFileSystem {
+
+using platform::DatabaseId;
+using platform::Device;
+using platform::LineRecord;
+
+namespace {
+
+platform::RecordDatabase& Databases() {
+    return Device().recordDatabase;
+}
+
+std::int32_t& SlotOf(const FileHandle& handle) {
+    return Slots.SlotState[static_cast<std::size_t>(handle.slot)];
+}
+
+void Must(const char16_t* what, const FileHandle& handle, platform::ErrorNumber error) {
+    if (error != platform::NoError)
+        FailOnFile(what, handle, error);
+}
+
+/// Writes the current record, which is added or under edit, and commits it.
+bool Store(const FileHandle& handle, const LineRecord& record) {
+    const DatabaseId id = SlotOf(handle);
+    if (!Databases().WriteRecord(id, record))
+        return false;
+    Must(u"write to", handle, Databases().Commit(id));
+    return true;
+}
+
+bool Rewrite(const FileHandle& handle, const LineRecord& record) {
+    Must(u"edit", handle, Databases().BeginEdit(SlotOf(handle)));
+    return Store(handle, record);
+}
+
+bool ReadLineRecord(const FileHandle& handle, std::int32_t line, LineRecord& record) {
+    return Databases().ReadRecord(SlotOf(handle), record) && record.LineNumber == line;
+}
+
+/// Gives each record the number of its place; only those that are out of line are written.
+void RenumberDatabaseLines(const FileHandle& handle) {
+    const DatabaseId id = SlotOf(handle);
+    std::int32_t number = 1;
+    for (Databases().MoveFirst(id); !Databases().AtEnd(id); Databases().MoveNext(id)) {
+        LineRecord record;
+        if (Databases().ReadRecord(id, record) && record.LineNumber != number) {
+            record.LineNumber = number;
+            Rewrite(handle, record);
+        }
+        ++number;
+    }
+}
+
+/// Moves the text of each record from `target` on into the record behind it, the last one first.
+bool ShiftLines(const FileHandle& handle, std::int32_t target) {
+    const DatabaseId id = SlotOf(handle);
+    Databases().MoveLast(id);
+    for (std::int32_t number = Databases().RecordCount(id); number > target; --number) {
+        LineRecord record;
+        Databases().MovePrevious(id);
+        if (!Databases().ReadRecord(id, record))
+            return false;
+        ++record.LineNumber;
+        Databases().MoveNext(id);
+        if (!Rewrite(handle, record))
+            return false;
+        Databases().MovePrevious(id);
+    }
+    return true;
+}
+
+bool InsertRecord(const FileHandle& handle, std::int32_t target, const Text& text) {
+    Must(u"add a line to", handle, Databases().AddRecord(SlotOf(handle)));
+    return Store(handle, {0, u""}) && ShiftLines(handle, target) && Rewrite(handle, {target, text});
+}
+
+bool DeleteRecord(const FileHandle& handle) {
+    if (!Databases().DeleteRecord(SlotOf(handle)))
+        return false;
+    RenumberDatabaseLines(handle);
+    return true;
+}
+
+} // namespace
+
+bool OpenDatabaseLines(FileHandle& handle) {
+    DatabaseId id = 0;
+    if (handle.mode == u"r")
+        id = Databases().Open(handle.name, platform::ModeRead);
+    else if (handle.mode == u"a")
+        id = Databases().Open(handle.name, platform::ModeReadWrite);
+    else if (handle.mode == u"w")
+        Databases().Delete(handle.name);
+    if (id == 0 && handle.mode != u"r") {
+        id = Databases().Create(handle.name, PackCode(handle.fileType), PackCode(handle.creator));
+        handle.recordNumber = 0;
+    }
+    SlotOf(handle) = id;
+    return id != 0;
+}
+
+void CloseDatabaseLines(FileHandle& handle) {
+    Databases().Close(SlotOf(handle));
+}
+
+bool WriteDatabaseLine(FileHandle& handle, const Text& text) {
+    const DatabaseId id = SlotOf(handle);
+    handle.recordNumber = Databases().RecordCount(id) + 1;
+    if (handle.recordNumber == 1) // the first line makes the table
+        Must(u"write to", handle, Databases().DeclareTable(id, u"TEXT", u"LineNumber long, LineData String"));
+    Must(u"add a line to", handle, Databases().AddRecord(id));
+    return Store(handle, {handle.recordNumber, text});
+}
+
+std::int32_t SeekDatabaseLine(FileHandle& handle, std::int32_t line) {
+    const DatabaseId id = SlotOf(handle);
+    const bool found = Databases().FindRecord(id, line) == platform::NoError;
+    handle.recordNumber = found ? Databases().Position(id) + 1 : 0;
+    handle.nextLine = handle.recordNumber;
+    return handle.recordNumber;
+}
+
+Text ReadDatabaseLine(FileHandle& handle, std::int32_t line) {
+    LineRecord record;
+    const bool read = ReadLineRecord(handle, line, record);
+    handle.nextLine = read ? line + 1 : 0;
+    return read ? record.LineData : Text();
+}
+
+std::int32_t DatabaseLineCount(const FileHandle& handle) {
+    return Databases().RecordCount(SlotOf(handle));
+}
+
+bool ChangeDatabaseLine(FileHandle& handle, std::int32_t line, const Text& text) {
+    LineRecord record;
+    if (!ReadLineRecord(handle, line, record))
+        return false;
+    record.LineData = text;
+    return Rewrite(handle, record);
+}
+
+bool DeleteDatabaseLine(FileHandle& handle, std::int32_t line) {
+    LineRecord record;
+    if (!ReadLineRecord(handle, line, record))
+        return false;
+    Must(u"write to", handle, Databases().BeginBatch(SlotOf(handle)));
+    const bool deleted = DeleteRecord(handle);
+    Must(u"write to", handle, Databases().EndBatch(SlotOf(handle)));
+    return deleted;
+}
+
+bool InsertDatabaseLine(FileHandle& handle, std::int32_t line, std::int32_t position, const Text& text) {
+    const std::int32_t target = position == InsertAfter ? line + 1 : line;
+    Must(u"write to", handle, Databases().BeginBatch(SlotOf(handle)));
+    const bool inserted = InsertRecord(handle, target, text);
+    Must(u"write to", handle, Databases().EndBatch(SlotOf(handle)));
+    return inserted;
+}
+
+} // namespace modFileSystem

@@ -1,0 +1,242 @@
+// SPDX-License-Identifier: MIT
+#include "storage/keyed_tables.h"
+
+#include "view/platform/platform.h"
+
+#include <algorithm>
+
+namespace modFileSystem {
+
+using modStringTools::NumberText;
+
+namespace {
+
+constexpr char16_t Bar = u'|';
+constexpr std::int32_t NotCounted = -1;
+constexpr std::int32_t HeaderLine = 1;
+constexpr std::int32_t FirstRowLine = 2;
+constexpr std::int32_t InsertBefore = 1;
+constexpr std::int32_t InsertAfter = 2;
+
+/// The fields of a line: an empty line is one empty field, and behind a bar at the end stands an empty one.
+std::vector<Text> Split(const Text& line) {
+    std::vector<Text> fields;
+    std::size_t start = 0;
+    for (std::size_t bar = line.find(Bar); bar != Text::npos; bar = line.find(Bar, start)) {
+        fields.push_back(line.substr(start, bar - start));
+        start = bar + 1;
+    }
+    fields.push_back(line.substr(start));
+    return fields;
+}
+
+Text Join(const std::vector<Text>& fields) {
+    Text line;
+    for (std::size_t i = 0; i < fields.size(); ++i) {
+        if (i > 0)
+            line += Bar;
+        line += fields[i];
+    }
+    return line;
+}
+
+void ReadTableHeader() {
+    Table.TableColumns.clear();
+    if (SeekFileLine(Table.TableFile, HeaderLine) != HeaderLine)
+        return;
+    std::int32_t line = HeaderLine;
+    Table.TableColumns = Split(ReadFileLine(Table.TableFile, line));
+}
+
+void ReadTableRow() {
+    Table.TableValues.clear();
+    if (Table.TableFile.nextLine < 1 && SeekFileLine(Table.TableFile, FirstRowLine) != FirstRowLine)
+        return;
+    std::int32_t line = -1;
+    Table.TableValues = Split(ReadFileLine(Table.TableFile, line));
+}
+
+/// The file's position, not TableRowIndex, decides which row is loaded.
+void LoadRow() {
+    Table.TableRowIndex = Table.TableFile.nextLine - 1;
+    ReadTableRow();
+    Table.RecordDirty = false;
+}
+
+void ClearRow() {
+    std::fill(Table.TableValues.begin(), Table.TableValues.end(), Text());
+}
+
+void WriteTableRow(FileHandle& handle, std::int32_t line) {
+    ChangeFileLine(handle, line, Join(Table.TableValues));
+}
+
+Text BlankRow() {
+    const std::size_t columns = Table.TableColumns.size();
+    return Text(columns > 0 ? columns - 1 : 0, Bar);
+}
+
+/// The field of a column in the loaded row; nothing where there is no such column or no row is loaded.
+Text* FieldOf(const Text& column) {
+    if (Table.TableValues.empty())
+        return nullptr;
+    for (std::size_t i = 0; i < Table.TableColumns.size(); ++i) {
+        if (!modStringTools::SameIgnoringCase(Table.TableColumns[i], column))
+            continue;
+        if (i >= Table.TableValues.size())
+            platform::RuntimeFailure(u"Row " + NumberText(Table.TableRowIndex) + u" of " + Table.TableFile.name +
+                                     u" is too short to have a field " + column);
+        return &Table.TableValues[i];
+    }
+    return nullptr;
+}
+
+} // namespace
+
+void OpenTable(const Text& fullName, Text& mode, const Text& fileType, const Text& creator) {
+    CloseTable();
+    Table.TableRowTotal = NotCounted;
+    Table.TableRowIndex = 0;
+    if (mode == u"w")
+        mode = u"a";
+    OpenFile(Table.TableFile, fullName, mode, fileType, creator);
+    if (Table.TableFile.valid && mode == u"r") {
+        // The mode decides only what becomes of a missing file: every open table can be written to.
+        CloseFile(Table.TableFile);
+        OpenFile(Table.TableFile, fullName, u"a", fileType, creator);
+    }
+    if (!Table.TableFile.valid)
+        return;
+    TableRowCount();
+    ReadTableHeader();
+    Table.TableRowIndex = 1;
+}
+
+void OpenTable(const Text& fullName, const char16_t* mode, const Text& fileType, const Text& creator) {
+    Text own = mode;
+    OpenTable(fullName, own, fileType, creator);
+}
+
+void CreateTable(const Text& fullName, const Text& headerLine, const char16_t* mode, const Text& fileType,
+                 const Text& creator) {
+    OpenFile(Table.TableFile, fullName, u"w", fileType, creator);
+    if (!Table.TableFile.valid)
+        return;
+    WriteFileLine(Table.TableFile, headerLine);
+    CloseFile(Table.TableFile);
+    OpenTable(fullName, mode, fileType, creator);
+}
+
+void CloseTable() {
+    if (!Table.TableFile.valid)
+        return;
+    CloseFile(Table.TableFile);
+    Table.TableRowIndex = 0;
+    Table.TableRowTotal = NotCounted;
+    Table.TableColumns.clear();
+    Table.TableValues.clear();
+}
+
+std::int32_t TableRowCount() {
+    if (!Table.TableFile.valid)
+        return 0;
+    if (Table.TableRowTotal == NotCounted)
+        Table.TableRowTotal = FileLineCount(Table.TableFile) - 1;
+    return Table.TableRowTotal;
+}
+
+void FirstRow() {
+    ClearRow();
+    if (Table.TableFile.valid && SeekFileLine(Table.TableFile, FirstRowLine) == FirstRowLine)
+        LoadRow();
+}
+
+void LastRow() {
+    if (Table.TableFile.valid)
+        GotoRow(TableRowCount());
+}
+
+void NextRow() {
+    if (Table.TableRowIndex >= TableRowCount() || !Table.TableFile.valid)
+        return;
+    ClearRow();
+    LoadRow();
+}
+
+void PreviousRow() {
+    if (Table.TableFile.valid && Table.TableRowIndex > 1)
+        GotoRow(Table.TableRowIndex - 1);
+}
+
+void GotoRow(std::int32_t row) {
+    ClearRow();
+    if (Table.TableFile.valid && SeekFileLine(Table.TableFile, row + 1) == row + 1)
+        LoadRow();
+}
+
+bool FindRow(const Text& selection) {
+    const std::size_t equals = selection.find(u'=');
+    if (!Table.TableFile.valid || equals == Text::npos)
+        return false;
+    const Text column = selection.substr(0, equals);
+    Text wanted = selection.substr(equals + 1);
+    if (!wanted.empty() && wanted.front() == u'"') // what stands last goes too, a quote or not
+        wanted = wanted.size() < 2 ? Text() : wanted.substr(1, wanted.size() - 2);
+    const std::int32_t count = TableRowCount();
+    FirstRow();
+    for (std::int32_t row = 1; row <= count; ++row) {
+        if (GetField(column) == wanted)
+            return true;
+        NextRow();
+    }
+    return false;
+}
+
+Text NameSelection(const Text& value) {
+    return u"NAME=\"" + value + u"\"";
+}
+
+Text GetField(const Text& column) {
+    const Text* field = FieldOf(column);
+    return field != nullptr ? *field : Text();
+}
+
+void SetField(const Text& column, const Text& value) {
+    Table.RecordDirty = true;
+    if (Text* field = FieldOf(column))
+        *field = value;
+}
+
+void SaveRow() {
+    WriteTableRow(Table.TableFile, Table.TableRowIndex + 1);
+    GotoRow(Table.TableRowIndex); // a rewrite has moved the file's position
+    Table.RecordDirty = false;
+}
+
+void AddRow(std::int32_t row) {
+    if (!Table.TableFile.valid)
+        return;
+    const Text blank = BlankRow();
+    ++Table.TableRowTotal;
+    if (row != -1) {
+        InsertFileLine(Table.TableFile, row + 1, InsertBefore, blank);
+        GotoRow(row);
+    } else {
+        InsertFileLine(Table.TableFile, Table.TableRowTotal, InsertAfter, blank);
+        GotoRow(Table.TableRowTotal);
+    }
+}
+
+void DeleteRow() {
+    if (!Table.TableFile.valid)
+        return;
+    const std::int32_t row = Table.TableRowIndex;
+    DeleteFileLine(Table.TableFile, row + 1);
+    --Table.TableRowTotal;
+    if (row > Table.TableRowTotal)
+        LastRow();
+    else
+        GotoRow(row);
+}
+
+} // namespace modFileSystem

@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: MIT
+// A line file whose first line names its columns and whose other lines are rows of fields joined by `|`. One table is
+// open at a time, with one cursor that all callers share: who opens a table closes the one before it.
+#pragma once
+
+#include "storage/line_files.h"
+
+#include <vector>
+
+namespace modFileSystem {
+
+/// The one open table. Lists are 1-based for the reader: entry n stands at n less 1.
+struct TableState {
+    FileHandle TableFile;           ///< the open file; `valid` tells whether a table is open
+    std::vector<Text> TableColumns; ///< column names from line 1
+    std::vector<Text> TableValues;  ///< fields of the current row, as loaded or as set; the record screens write it too
+    std::int32_t TableRowIndex = 0; ///< number of the current row, from 1; 0 when closed
+    std::int32_t TableRowTotal = 0; ///< number of rows; -1 not yet counted
+    bool RecordDirty = false; ///< the current row differs from its file; the record screens and the capture set it
+};
+inline TableState Table;
+
+/// Opens a table in mode "r" (fails when the file is missing) or "a" (makes it); "w" is changed to "a", for the caller
+/// too, so that nothing is ever cut off. Every open table can be written to. No row is loaded.
+void OpenTable(const Text& fullName, Text& mode, const Text& fileType, const Text& creator);
+/// The same for a mode that nobody wants back.
+void OpenTable(const Text& fullName, const char16_t* mode, const Text& fileType, const Text& creator);
+
+/// Makes the file anew, with the header line alone, and opens it. An existing file of that name is lost.
+void CreateTable(const Text& fullName, const Text& headerLine, const char16_t* mode, const Text& fileType,
+                 const Text& creator);
+void CloseTable(); ///< unsaved changes are dropped
+
+std::int32_t TableRowCount(); ///< rows, the header not counted; -1 for a file without even a header
+
+void FirstRow();
+void LastRow();
+void NextRow();
+void PreviousRow();
+void GotoRow(std::int32_t row); ///< rows count from 1; a failed move leaves blank values and the old row number
+
+/// Looks for a row by `COLUMN=value` or `COLUMN="value"` and makes it current. Values match with regard to case. When
+/// there is none the last row is the current one.
+bool FindRow(const Text& selection);
+/// The selection text of the row whose NAME is `value`.
+Text NameSelection(const Text& value);
+
+/// The field of a column, named in any case; empty where there is no such column or no row is loaded. A row too short
+/// to have that field is a run-time failure.
+Text GetField(const Text& column);
+/// Sets it in the loaded row, not in the file, and marks the record as changed, even where there is no such column.
+void SetField(const Text& column, const Text& value);
+
+void SaveRow();
+void AddRow(std::int32_t row); ///< a blank row that takes this number; -1 puts it at the end
+void DeleteRow();
+
+} // namespace modFileSystem

@@ -1,0 +1,178 @@
+// SPDX-License-Identifier: MIT
+#include "storage/line_files.h"
+
+#include "storage/line_back_ends.h"
+#include "view/platform/platform.h"
+
+namespace modFileSystem {
+
+using platform::Device;
+
+namespace {
+
+constexpr std::int16_t NoSlot = -1;
+constexpr std::size_t EndingLength = 4;
+const Text DatabaseEnding = u".pdb";
+const Text TextEnding = u".txt";
+const Text ScratchCode = u"temp";
+const Text PalmMemory = u"Device:\\";
+
+std::int16_t PickSlot(const Text& fileType, const Text& creator) {
+    if (fileType == ScratchCode && creator == ScratchCode)
+        return 0;
+    for (std::int16_t slot = 1; slot < SlotCount; ++slot) {
+        if (Slots.SlotState[static_cast<std::size_t>(slot)] == 0)
+            return slot;
+    }
+    return NoSlot;
+}
+
+bool EndsInPdb(const Text& name) {
+    return name.size() >= EndingLength &&
+           modStringTools::LowerCase(name.substr(name.size() - EndingLength)) == DatabaseEnding;
+}
+
+void DropEnding(Text& name) {
+    if (name.size() < EndingLength)
+        platform::RuntimeFailure(u"The file name \"" + name + u"\" is too short to lose its ending");
+    name.erase(name.size() - EndingLength);
+}
+
+/// On a Palm OS device the memory holds databases alone and a card text files alone; anywhere else the ending tells.
+void ChooseBackEnd(FileHandle& handle) {
+    const bool palm = Device().myCsys.DeviceType() == 1;
+    if (palm && handle.path != PalmMemory && EndsInPdb(handle.name)) {
+        DropEnding(handle.name);
+        handle.name += TextEnding;
+    }
+    handle.isDatabase = (palm && handle.path == PalmMemory) || EndsInPdb(handle.name);
+}
+
+/// A database goes by its name without an ending: "drivers.txt" is "drivers", and so is "drivers".
+void NameDatabase(FileHandle& handle) {
+    if (EndsInPdb(handle.name) || handle.name.find(u'.') != Text::npos)
+        DropEnding(handle.name);
+}
+
+Edit InsertionAt(std::int32_t position) {
+    switch (position) {
+    case InsertBefore:
+        return Edit::PutBefore;
+    case InsertAfter:
+        return Edit::PutBehind;
+    default:
+        return Edit::Refused;
+    }
+}
+
+} // namespace
+
+void FailOnFile(const char16_t* what, const FileHandle& handle, platform::ErrorNumber error) {
+    platform::RuntimeFailure(Text(u"Can't ") + what + u" " + handle.path + handle.name + u": " +
+                             platform::ErrorText(error));
+}
+
+void OpenFile(FileHandle& handle, const Text& fullName, const Text& mode, const Text& fileType, const Text& creator) {
+    const std::int16_t slot = PickSlot(fileType, creator);
+    if (slot == NoSlot)
+        return;
+    const std::size_t folderEnd = fullName.rfind(u'\\');
+    ResetFileHandle(handle);
+    if (folderEnd == Text::npos)
+        return;
+    handle.path = fullName.substr(0, folderEnd + 1);
+    handle.name = fullName.substr(folderEnd + 1);
+    ChooseBackEnd(handle);
+    if (handle.isDatabase)
+        NameDatabase(handle);
+    handle.mode = mode;
+    handle.slot = slot;
+    handle.fileType = fileType;
+    handle.creator = creator;
+    handle.valid = handle.isDatabase ? OpenDatabaseLines(handle) : OpenTextLines(handle);
+    if (!handle.valid)
+        ResetFileHandle(handle);
+}
+
+void CloseFile(FileHandle& handle) {
+    if (handle.valid) {
+        if (handle.isDatabase)
+            CloseDatabaseLines(handle);
+        else
+            CloseTextLines(handle);
+        Slots.SlotState[static_cast<std::size_t>(handle.slot)] = 0;
+    }
+    ResetFileHandle(handle);
+}
+
+void ResetFileHandle(FileHandle& handle) {
+    const Text fileType = handle.fileType;
+    const Text creator = handle.creator;
+    handle = {};
+    handle.fileType = fileType;
+    handle.creator = creator;
+}
+
+std::int32_t WriteFileLine(FileHandle& handle, const Text& text) {
+    if (!handle.valid)
+        return 0;
+    if (!handle.isDatabase)
+        WriteTextLine(handle, text);
+    else if (!WriteDatabaseLine(handle, text))
+        return 0;
+    return static_cast<std::int32_t>(text.size());
+}
+
+std::int32_t SeekFileLine(FileHandle& handle, std::int32_t line) {
+    if (line < 1 || !handle.valid)
+        return 0;
+    return handle.isDatabase ? SeekDatabaseLine(handle, line) : SeekTextLine(handle, line);
+}
+
+Text ReadFileLine(FileHandle& handle, std::int32_t& line) {
+    if (line == -1)
+        line = handle.nextLine;
+    if (SeekFileLine(handle, line) == 0)
+        return {};
+    return handle.isDatabase ? ReadDatabaseLine(handle, line) : ReadTextLine(handle, line);
+}
+
+bool ChangeFileLine(FileHandle& handle, std::int32_t line, const Text& text) {
+    if (SeekFileLine(handle, line) == 0)
+        return false;
+    return handle.isDatabase ? ChangeDatabaseLine(handle, line, text)
+                             : RewriteTextLines(handle, line, Edit::Change, text);
+}
+
+bool DeleteFileLine(FileHandle& handle, std::int32_t line) {
+    if (SeekFileLine(handle, line) == 0)
+        return false;
+    return handle.isDatabase ? DeleteDatabaseLine(handle, line) : RewriteTextLines(handle, line, Edit::Remove, u"");
+}
+
+bool InsertFileLine(FileHandle& handle, std::int32_t line, std::int32_t position, const Text& text) {
+    if (SeekFileLine(handle, line) == 0)
+        return false;
+    return handle.isDatabase ? InsertDatabaseLine(handle, line, position, text)
+                             : RewriteTextLines(handle, line, InsertionAt(position), text);
+}
+
+std::int32_t FileLineCount(FileHandle& handle) {
+    if (!handle.valid)
+        return 0;
+    return handle.isDatabase ? DatabaseLineCount(handle) : TextLineCount(handle);
+}
+
+bool DeleteFile(const Text& fullName) {
+    FileHandle handle;
+    OpenFile(handle, fullName, u"r", u"", u"");
+    if (!handle.valid)
+        return false;
+    const FileHandle found = handle;
+    CloseFile(handle);
+    if (found.isDatabase)
+        return Device().recordDatabase.Delete(found.name);
+    return Device().fileSystem.DeleteFile(found.path + found.name) == platform::NoError;
+}
+
+} // namespace modFileSystem

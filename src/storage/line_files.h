@@ -1,0 +1,71 @@
+// SPDX-License-Identifier: MIT
+// A sequence of numbered text lines, the first one being line 1, over a text file or a line database.
+#pragma once
+
+#include "text/text.h"
+#include "view/platform/storage.h"
+
+#include <array>
+#include <memory>
+
+namespace modFileSystem {
+
+/// One open line file. Its owner declares it, OpenFile fills it.
+struct FileHandle {
+    std::int16_t slot = 0;         ///< index into the slot tables; 0 is the scratch file's
+    Text name;                     ///< file name without folder; of a database its name, with no ending
+    Text path;                     ///< folder with its trailing `\`
+    bool isDatabase = false;       ///< which back-end holds the file
+    std::int32_t recordNumber = 0; ///< database only: number of the record last written or found, from 1
+    std::int32_t nextLine = 0;     ///< the line that a read of line -1 reads; 0 means that the position was lost
+    bool valid = false;            ///< the handle is open
+    Text mode;                     ///< "r", "w" or "a"
+    Text fileType;                 ///< four-character type
+    Text creator;                  ///< four-character creator
+};
+
+/// Slot 0 is the scratch file's, 1 to 5 are for everything else.
+inline constexpr std::int16_t SlotCount = 6;
+
+/// Where a line of an open text file begins: a stream remembers where its last line ended, and no more.
+struct LineMark {
+    std::int32_t Line = 1;
+    std::int64_t Offset = 0; ///< in bytes from the start of the file
+};
+
+struct SlotTables {
+    std::array<std::int32_t, SlotCount> SlotState{}; ///< 0 free, -1 a text file, else the open database's identifier
+    std::array<std::unique_ptr<platform::TextStream>, SlotCount> SlotStream; ///< the open text stream of the slot
+    std::array<LineMark, SlotCount> SlotMark; ///< a line of the slot's text file; the first one when nothing is known
+    FileHandle TempFile;                      ///< the one scratch file
+};
+inline SlotTables Slots;
+
+/// Opens a file by its full name. Mode "r" opens what is there, "w" makes it anew, "a" opens it at its end and makes it
+/// when it is missing. `valid` tells whether it worked; with all five slots in use the handle stays as it was. Type and
+/// creator are four-character codes; both "temp" means the scratch file.
+void OpenFile(FileHandle& handle, const Text& fullName, const Text& mode, const Text& fileType, const Text& creator);
+void CloseFile(FileHandle& handle);
+void ResetFileHandle(FileHandle& handle);
+
+/// Appends a line. The number of characters written: 0 on failure, and for an empty text although it was written.
+std::int32_t WriteFileLine(FileHandle& handle, const Text& text);
+
+/// Moves to a line. The line reached, or 0 where there is no such line.
+std::int32_t SeekFileLine(FileHandle& handle, std::int32_t line);
+
+/// Reads a line; -1 means the next one, and becomes the number of the line read. Empty on failure.
+Text ReadFileLine(FileHandle& handle, std::int32_t& line);
+
+bool ChangeFileLine(FileHandle& handle, std::int32_t line, const Text& text);
+bool DeleteFileLine(FileHandle& handle, std::int32_t line);
+
+/// Inserts before (`position` 1) or after (2) a line that exists.
+bool InsertFileLine(FileHandle& handle, std::int32_t line, std::int32_t position, const Text& text);
+
+std::int32_t FileLineCount(FileHandle& handle);
+
+/// Deletes a file that need not be open, under the naming rules of OpenFile.
+bool DeleteFile(const Text& fullName);
+
+} // namespace modFileSystem

@@ -1,0 +1,146 @@
+// SPDX-License-Identifier: MIT
+#include "storage/volumes.h"
+
+#include "view/platform/platform.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace modFileSystem {
+
+using platform::Device;
+
+namespace {
+
+const Text DesktopVolume = u".\\";
+const Text PalmMemory = u"Device:\\";
+const Text Section = u"Settings";
+const Text VolumeKey = u"StorageVolume";
+constexpr std::int32_t SmallestVolumeKB = 11;
+
+/// The figure is absolute: a byte count that wrapped negative on a very large volume is usable all the same.
+std::int32_t Kilobytes(std::int32_t bytes) {
+    return static_cast<std::int32_t>(std::nearbyint(std::abs(static_cast<double>(bytes) / 1024.0)));
+}
+
+void AddVolume(const Text& root) {
+    std::int32_t bytes = 0;
+    if (Device().volumes.Space(root, bytes) != platform::NoError)
+        return;
+    const std::int32_t size = Kilobytes(bytes);
+    if (size < SmallestVolumeKB)
+        return;
+    Storage.VolumeList.push_back(root);
+    if (size > Storage.BestVolumeKB) {
+        Storage.BestVolume = root;
+        Storage.BestVolumeKB = size;
+    }
+}
+
+bool IsUsable(const Text& volume) {
+    return std::find(Storage.VolumeList.begin(), Storage.VolumeList.end(), volume) != Storage.VolumeList.end();
+}
+
+Text ChosenVolume(const Text& application) {
+    auto& settings = Device().settings;
+    const Text stored = settings.Get(application, Section, VolumeKey, u"");
+    const Text wanted = stored.empty() ? Storage.BestVolume : stored;
+    // A stored volume that has gone keeps its place in the settings, and is used again when it comes back.
+    const Text chosen = IsUsable(wanted) ? wanted : Storage.BestVolume;
+    if (stored.empty())
+        settings.Save(application, Section, VolumeKey, chosen);
+    return chosen;
+}
+
+Text FolderOfDevice(const Text& volume) {
+    switch (Device().myCsys.DeviceType()) {
+    case 1:
+        return u"PALM\\Programs\\";
+    case 3:
+    case 7:
+        return u"My Documents\\";
+    case 6:
+        return volume == u"C:\\" ? u"documents\\" : u"Media Files\\";
+    case 9:
+        return u"Data\\";
+    default:
+        return u"";
+    }
+}
+
+Text PathOn(const Text& volume, const Text& application) {
+    const bool inMemory = Device().myCsys.DeviceType() == 1 && volume == PalmMemory;
+    if (inMemory || application.empty())
+        return volume;
+    return volume + FolderOfDevice(volume) + application + u"\\";
+}
+
+void ListFolder(const Text& path) {
+    std::unique_ptr<platform::Folder> folder;
+    if (Device().fileSystem.OpenFolder(path, false, folder) != platform::NoError)
+        return;
+    for (Text name = folder->FirstFile(0); !name.empty(); name = folder->NextFile())
+        Storage.FileList.push_back(name);
+}
+
+void ListDatabases(const Text& fileType, const Text& creator) {
+    auto& databases = Device().recordDatabase;
+    const std::int32_t typeCode = PackCode(fileType.empty() ? Text(u"TEXT") : fileType);
+    const std::int32_t creatorCode = creator.empty() ? 0 : PackCode(creator);
+    for (Text name = databases.FirstDatabase(typeCode, creatorCode); !name.empty(); name = databases.NextDatabase())
+        Storage.FileList.push_back(PalmMemory + name);
+}
+
+} // namespace
+
+void EnumVolumes(bool force) {
+    if (!force && !Storage.VolumeList.empty())
+        return;
+    Storage.VolumeList.clear();
+    Storage.BestVolumeKB = 0;
+    if (Device().myCsys.DeviceType() == 0) {
+        Storage.VolumeList.push_back(DesktopVolume);
+        Storage.BestVolume = DesktopVolume;
+        return;
+    }
+    auto& volumes = Device().volumes;
+    for (Text root = volumes.First(); !root.empty(); root = volumes.Next())
+        AddVolume(root);
+}
+
+Text GetDataPath(const Text& appName) {
+    if (!appName.empty())
+        Storage.AppFolder = appName;
+    EnumVolumes(false);
+    const Text volume = ChosenVolume(Storage.AppFolder);
+    const Text path = PathOn(volume, Storage.AppFolder);
+    std::unique_ptr<platform::Folder> folder;
+    if (Device().fileSystem.OpenFolder(path, true, folder) != platform::NoError)
+        return volume;
+    return path;
+}
+
+void ListFiles(const Text& folder, const Text& fileType, const Text& creator) {
+    const bool palm = Device().myCsys.DeviceType() == 1;
+    Storage.FileList.clear();
+    if (palm && folder.empty())
+        return;
+    if (palm && modStringTools::LowerCase(folder) == modStringTools::LowerCase(PalmMemory))
+        ListDatabases(fileType, creator);
+    else
+        ListFolder(folder);
+}
+
+std::int32_t PackCode(const Text& code) {
+    if (code.size() != 4)
+        return 0;
+    std::int64_t packed = 0;
+    for (const char16_t character : code)
+        packed = packed * 256 + character;
+    if (packed > std::numeric_limits<std::int32_t>::max())
+        platform::RuntimeFailure(u"The code \"" + code + u"\" is too large for 32 bits");
+    return static_cast<std::int32_t>(packed);
+}
+
+} // namespace modFileSystem

@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: MIT
+// Where files live: the usable volumes, the data folder, the listing of a folder. Paths are the device's, with `\`
+// between the parts and a trailing `\` on a folder.
+#pragma once
+
+#include "text/text.h"
+
+#include <vector>
+
+namespace modFileSystem {
+
+/// What is known of the device's storage. Lists are 1-based for the reader: entry n stands at n less 1.
+struct StorageState {
+    std::vector<Text> VolumeList;  ///< roots of the usable volumes in the platform's order; EnumVolumes writes it
+    Text BestVolume;               ///< the one with the largest space figure; EnumVolumes writes it
+    std::int32_t BestVolumeKB = 0; ///< its figure in kilobytes; EnumVolumes writes it
+    Text AppFolder;                ///< last non-empty name given to GetDataPath, which writes it
+    std::vector<Text> FileList;    ///< result of the last ListFiles, which writes it
+};
+inline StorageState Storage;
+
+/// Brings VolumeList, BestVolume and BestVolumeKB up to date; without `force` only when no volume is known yet.
+void EnumVolumes(bool force);
+
+/// The data folder with its trailing `\`, made when missing. An empty name means the name given last. Falls back to the
+/// root of the volume when the folder can't be opened.
+Text GetDataPath(const Text& appName);
+
+/// Fills FileList with the files of a folder or, on a Palm OS device's memory, with the databases of that type and
+/// creator (an empty type means "TEXT", an empty creator any).
+void ListFiles(const Text& folder, const Text& fileType, const Text& creator);
+
+/// A four-character code as a number, its first character in the top byte; 0 for a text of any other length. A first
+/// character above 0x7F overflows the number and is a run-time failure.
+std::int32_t PackCode(const Text& code);
+
+} // namespace modFileSystem
