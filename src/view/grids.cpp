@@ -1,0 +1,94 @@
+// SPDX-License-Identifier: MIT
+#include "view/grids.h"
+
+#include "view/platform/platform.h"
+
+#include <cmath>
+
+namespace modPDAUI {
+
+using platform::Device;
+
+namespace {
+
+constexpr std::int32_t RepaintDelay = 100; // milliseconds
+
+/// Visits the first and the last row, which forces every row through painting, with the grid hidden so that nobody sees
+/// it and no row-change event comes of it.
+void PaintThrough(platform::OwnerDrawGrid& grid) {
+    grid.Recalc();
+    grid.SetVisible(false);
+    const std::int32_t topRow = grid.TopRow();
+    const std::int32_t row = grid.Row();
+    grid.SetRow(0);
+    grid.SetRow(grid.Rows() - 1);
+    grid.SetRow(row);
+    grid.SetTopRow(topRow);
+    grid.SetVisible(true);
+}
+
+} // namespace
+
+void RepaintGrids(bool now) {
+    if (Device().myCsys.DeviceType() != 1)
+        Device().tmrHoldEvent.SetEnabled(false);
+    if (!now) {
+        Grids.RepaintPending = true;
+        Device().tmrMenus.SetInterval(RepaintDelay);
+        Device().tmrMenus.SetEnabled(true);
+        return;
+    }
+    Grids.GridLocked = false;
+    PaintThrough(Device().grdTitle);
+    PaintThrough(Device().grdMain);
+    Device().grdMain.SetFocus();
+    Grids.RepaintPending = false;
+}
+
+void HandleRepaintTimer() {
+    if (Grids.RepaintPending)
+        RepaintGrids(true);
+    Device().tmrMenus.SetEnabled(false);
+}
+
+void ShowList(const std::vector<Text>& texts) {
+    auto& grdMain = Device().grdMain;
+    grdMain.SetRows(static_cast<std::int32_t>(texts.size()));
+    for (std::size_t i = 0; i < texts.size(); ++i)
+        grdMain.SetCell(static_cast<std::int32_t>(i), 0, texts[i]);
+}
+
+void AddGridRow(const Text& text) {
+    auto& grdMain = Device().grdMain;
+    if (!grdMain.Cell(grdMain.Rows() - 1, 0).empty())
+        grdMain.SetRows(grdMain.Rows() + 1);
+    grdMain.SetCell(grdMain.Rows() - 1, 0, text);
+}
+
+void ScrollRowIntoView() {
+    auto& grdMain = Device().grdMain;
+    const std::int32_t row = grdMain.Row();
+    if (row <= grdMain.TopRow()) {
+        if (row < grdMain.TopRow())
+            grdMain.SetTopRow(row);
+        return;
+    }
+    std::int32_t height = 0;
+    for (std::int32_t r = grdMain.TopRow(); r <= row; ++r)
+        height += grdMain.RowHeight(r);
+    std::int32_t top = grdMain.TopRow();
+    while (top < row && grdMain.Bounds().Height < static_cast<float>(height)) {
+        height -= grdMain.RowHeight(top);
+        ++top;
+    }
+    if (top != grdMain.TopRow())
+        grdMain.SetTopRow(top);
+}
+
+std::int16_t ScrollBarWidth() {
+    if (Device().myCsys.DeviceType() == 9)
+        return 0; // there the bar is drawn over the cells
+    return static_cast<std::int16_t>(std::nearbyint(Device().AFVScrollBar1.Width()));
+}
+
+} // namespace modPDAUI

@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: MIT
+// The rows of the open driver's inf table in memory: one for each column of its downloads.
+#pragma once
+
+#include "text/text.h"
+
+#include <vector>
+
+namespace modQuorin {
+
+inline constexpr std::int32_t White = 0xFFFFFF;
+
+inline constexpr std::int32_t TypeText = 0;
+inline constexpr std::int32_t TypeDate = 1;
+inline constexpr std::int32_t TypeTime = 2;
+
+struct InfField {
+    Text FieldName;
+    bool Visible = false;         ///< shown on the record screen
+    bool Copy = false;            ///< "New Record" carries the value over from the last record
+    Text CopyValue;               ///< that value, while the command runs
+    Text Blob;                    ///< the item of a BLob that fills the field, empty for none
+    std::int32_t Display = White; ///< colour of the row, 0xBBGGRR
+    std::int32_t DataType = TypeText;
+    Text Formula; ///< automatic date or time, empty for none
+};
+
+struct InfState {
+    /// Row n stands at n less 1. Filled by OpenDownload, emptied by the screens that edit the inf table itself.
+    std::vector<InfField> InfFields;
+};
+inline InfState Inf;
+
+} // namespace modQuorin

@@ -1,0 +1,81 @@
+// SPDX-License-Identifier: MIT
+#include "view/input_fields.h"
+
+#include "storage/keyed_tables.h"
+#include "view/platform/platform.h"
+
+namespace modPDAUI {
+
+using platform::Device;
+
+namespace {
+
+platform::Box BoxOverCell(std::int32_t row, std::int32_t col) {
+    const auto& grdMain = Device().grdMain;
+    platform::Box box;
+    box.Left = static_cast<float>(grdMain.ColWidth(0));
+    box.Top = grdMain.Bounds().Top;
+    for (std::int32_t r = grdMain.TopRow(); r < row; ++r)
+        box.Top += static_cast<float>(grdMain.RowHeight(r));
+    // One pixel more each way covers the grid lines.
+    box.Width = static_cast<float>(grdMain.ColWidth(col) + 1);
+    box.Height = static_cast<float>(grdMain.RowHeight(row) + 1);
+    return box;
+}
+
+} // namespace
+
+void BeginCellEdit(std::int32_t row, std::int32_t col) {
+    auto& grdMain = Device().grdMain;
+    auto& field = Device().txtInputField;
+    field.SetMultiLine(false);
+    field.SetFontName(grdMain.FontName());
+    field.SetFontSize(grdMain.FontSize());
+    field.SetBounds(BoxOverCell(row, col));
+    const Text text = grdMain.Cell(row, col);
+    field.SetContents(text);
+    field.SetVisible(true);
+    field.Select(static_cast<std::int32_t>(text.size()), 0);
+    field.SetFocus();
+    Input.EditRow = grdMain.Row();
+    Input.EditCol = grdMain.Col();
+}
+
+bool AnyInputFieldVisible() {
+    return Device().dteInputField.Visible() || Device().txtInputField.Visible() || Device().cboInputField.Visible() ||
+           Device().cbotxtInputField.Visible();
+}
+
+void TextFieldGotFocus() {
+    Input.InputFocused = true;
+}
+
+void TextFieldChanged() {
+    auto& field = Device().txtInputField;
+    if (!field.Visible())
+        return;
+    Device().grdMain.SetCell(Input.EditRow, Input.EditCol, field.Contents());
+    modFileSystem::Table.RecordDirty = true;
+}
+
+void TextFieldLostFocus() {
+    Input.InputFocused = false;
+    // Hidden first: emptying it raises its change event, which must not reach the cell.
+    Device().txtInputField.SetVisible(false);
+    Device().txtInputField.SetContents(u"");
+}
+
+void ComboFieldGotFocus() {
+    Input.InputFocused = true;
+}
+
+void ComboFieldLostFocus() {
+    auto& field = Device().cboInputField;
+    Input.InputFocused = false;
+    if (field.Visible())
+        Device().grdMain.SetCell(Input.EditRow, Input.EditCol, field.Contents());
+    field.SetContents(u"");
+    field.SetVisible(false);
+}
+
+} // namespace modPDAUI

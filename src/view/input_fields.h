@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: MIT
+// The input controls that lie hidden until they are needed: in-place editing of a cell, and the events that keep cell
+// and control in step.
+#pragma once
+
+#include "text/text.h"
+
+namespace modPDAUI {
+
+struct InputState {
+    std::int32_t EditRow = 0; ///< the cell under edit; BeginCellEdit sets both
+    std::int32_t EditCol = 0;
+    bool InputFocused = false; ///< txtInputField or cboInputField has the focus
+};
+inline InputState Input;
+
+/// Lays the text box over a cell of grdMain, with the cell's text in it.
+void BeginCellEdit(std::int32_t row, std::int32_t col);
+
+bool AnyInputFieldVisible();
+
+void TextFieldGotFocus();
+void TextFieldChanged(); ///< the cell follows each keystroke
+void TextFieldLostFocus();
+void ComboFieldGotFocus();
+void ComboFieldLostFocus();
+
+} // namespace modPDAUI

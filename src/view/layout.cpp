@@ -1,0 +1,232 @@
+// SPDX-License-Identifier: MIT
+#include "view/layout.h"
+
+#include "view/display_state.h"
+#include "view/input_fields.h"
+#include "view/platform/platform.h"
+#include "view/screen_table.h"
+
+#include <cmath>
+
+namespace modPDAUI {
+
+namespace {
+
+using modQuorin::ScreenDef;
+using modQuorin::Screens;
+using platform::Box;
+using platform::Device;
+
+constexpr float DesktopWidth = 640;
+constexpr float DesktopHeight = 480;
+
+std::int32_t Pixels(float size) {
+    return static_cast<std::int32_t>(std::nearbyint(size));
+}
+
+/// What is left of grdMain's width for its columns.
+float UsableWidth() {
+    return Device().grdMain.Bounds().Width - 2 * static_cast<float>(Display.UiScale);
+}
+
+std::int32_t LineHeight(const platform::FontControl& control) {
+    auto& fonts = Device().fontServer;
+    return fonts.FontHeight(fonts.GetFont(control.FontName(), control.FontSize(), 0));
+}
+
+void SizeForm(bool desktop) {
+    auto& form = Device().form;
+    const float x = form.TwipsPerPixelX();
+    const float y = form.TwipsPerPixelY();
+    Box box = form.Bounds();
+    if (desktop) {
+        box.Width = DesktopWidth * x;
+        box.Height = DesktopHeight * y;
+    } else {
+        const Box work = Device().myCsys.WorkArea();
+        const auto& keyboard = Display.KeyboardRect;
+        const float keyboardHeight = keyboard.State != 0 ? static_cast<float>(keyboard.Height) : 0;
+        const bool atTop = keyboard.State != 0 && keyboard.Top == 0;
+        box.Left = work.Left * x;
+        box.Width = work.Width * x;
+        box.Top = (atTop ? work.Top + keyboardHeight : work.Top) * y;
+        box.Height = (work.Height - keyboardHeight) * y;
+    }
+    form.SetBounds(box);
+}
+
+/// Puts the title band at the head of the client area and grdMain under it, `overlap` pixels of the band beneath it.
+void PlaceMainGrid(float overlap) {
+    const Box client = Device().form.ClientArea();
+    auto& grdTitle = Device().grdTitle;
+    if (!grdTitle.Visible()) {
+        Device().grdMain.SetBounds(client);
+        return;
+    }
+    const float band = grdTitle.Bounds().Height;
+    Device().grdMain.SetBounds({client.Left, band - overlap, client.Width, client.Height - band + overlap});
+}
+
+void PlaceGrids() {
+    const Box client = Device().form.ClientArea();
+    auto& grdTitle = Device().grdTitle;
+    grdTitle.SetBounds({client.Left, client.Top, client.Width, grdTitle.Bounds().Height});
+    PlaceMainGrid(1);
+}
+
+void LayOutCurrentScreenAgain() {
+    auto& grdMain = Device().grdMain;
+    const std::int32_t row = grdMain.Row();
+    const std::int32_t topRow = grdMain.TopRow();
+    LayoutScreen(false);
+    grdMain.SetRow(row);
+    grdMain.SetTopRow(topRow);
+    if (grdMain.Visible() && !AnyInputFieldVisible())
+        grdMain.SetFocus();
+}
+
+/// The text box sits under a grid that is shortened by its height.
+void PlaceFieldUnderGrid() {
+    auto& field = Device().txtInputField;
+    auto& grdMain = Device().grdMain;
+    if (!field.Visible())
+        return;
+    Box grid = grdMain.Bounds();
+    const float height = field.Bounds().Height;
+    grid.Height -= height;
+    grdMain.SetBounds(grid);
+    field.SetBounds({grid.Left, grid.Top + grid.Height, grid.Width, height});
+}
+
+void FillPlaceOfGrid(platform::Control& field, bool wholeHeight) {
+    if (!field.Visible())
+        return;
+    Box box = Device().grdMain.Bounds();
+    if (!wholeHeight)
+        box.Height = field.Bounds().Height;
+    field.SetBounds(box);
+}
+
+void PlacePromptFields() {
+    FillPlaceOfGrid(Device().txtInputField, Device().txtInputField.MultiLine());
+    if (Device().myCsys.DeviceType() == 9)
+        FillPlaceOfGrid(Device().cbotxtInputField, false);
+    else
+        FillPlaceOfGrid(Device().cboInputField, false);
+}
+
+void PlaceOverEditedRow(platform::Control& field) {
+    if (!field.Visible())
+        return;
+    auto& grdMain = Device().grdMain;
+    grdMain.SetTopRow(Input.EditRow);
+    Box box = field.Bounds();
+    box.Left = static_cast<float>(grdMain.ColWidth(0));
+    box.Width = static_cast<float>(grdMain.ColWidth(1));
+    box.Top = grdMain.Bounds().Top;
+    for (std::int32_t row = grdMain.TopRow(); row < grdMain.Row(); ++row)
+        box.Top += static_cast<float>(grdMain.RowHeight(row));
+    field.SetBounds(box);
+}
+
+void PlaceInputFields() {
+    if (Screens.CurrentScreen == modQuorin::ScrFileSelect) {
+        PlaceFieldUnderGrid();
+    } else if (Screens.CurrentScreen == modQuorin::ScrInput) {
+        PlacePromptFields();
+    } else {
+        PlaceOverEditedRow(Device().txtInputField);
+        PlaceOverEditedRow(Device().cboInputField);
+        PlaceOverEditedRow(Device().cbotxtInputField);
+    }
+}
+
+void EmptyAndResize(platform::OwnerDrawGrid& grid, std::int32_t rows, std::int32_t cols) {
+    grid.SetRows(0);
+    grid.SetCols(0);
+    grid.SetRows(rows);
+    grid.SetCols(cols);
+}
+
+void SetAllRowHeights(platform::OwnerDrawGrid& grid, std::int32_t height) {
+    for (std::int32_t row = 0; row < grid.Rows(); ++row)
+        grid.SetRowHeight(row, height);
+}
+
+void SetColumnWidths(platform::OwnerDrawGrid& grid, std::int32_t first) {
+    grid.SetColWidth(0, first);
+    if (grid.Cols() != 1)
+        grid.SetColWidth(1, Pixels(UsableWidth() - static_cast<float>(first)));
+}
+
+void LayOutTitle(const ScreenDef& screen, bool reset) {
+    auto& grdTitle = Device().grdTitle;
+    grdTitle.SetVisible(false);
+    if (screen.TitleRows <= 0 || screen.TitleCols <= 0)
+        return;
+    if (reset)
+        EmptyAndResize(grdTitle, screen.TitleRows, screen.TitleCols);
+    SetColumnWidths(grdTitle, screen.ColumnPixels);
+    if (reset)
+        SetAllRowHeights(grdTitle, LineHeight(grdTitle) + 2);
+    Box box = grdTitle.Bounds();
+    box.Height = 0;
+    for (std::int32_t row = 0; row < grdTitle.Rows(); ++row)
+        box.Height += static_cast<float>(grdTitle.RowHeight(row));
+    grdTitle.SetBounds(box);
+    grdTitle.SetVisible(true);
+}
+
+void LayOutTable(const ScreenDef& screen, bool reset) {
+    auto& grdMain = Device().grdMain;
+    if (reset) {
+        grdMain.SetDefaultRowHeight(LineHeight(grdMain) + 2);
+        SetAllRowHeights(grdMain, grdMain.DefaultRowHeight());
+    }
+    SetColumnWidths(grdMain, screen.ColumnPixels);
+    grdMain.SetGridMode(2);
+}
+
+void LayOutSingleCell() {
+    auto& grdMain = Device().grdMain;
+    const float margin = 2 * static_cast<float>(Display.UiScale);
+    grdMain.SetColWidth(0, Pixels(grdMain.Bounds().Width - margin));
+    grdMain.SetRowHeight(0, Pixels(grdMain.Bounds().Height - margin));
+    grdMain.SetGridMode(0);
+}
+
+void LayOutMain(const ScreenDef& screen, bool reset) {
+    auto& grdMain = Device().grdMain;
+    grdMain.SetVisible(false);
+    if (screen.GridRows <= 0 || screen.GridCols <= 0)
+        return;
+    PlaceMainGrid(static_cast<float>(Display.UiScale));
+    if (reset)
+        EmptyAndResize(grdMain, screen.GridRows, screen.GridCols);
+    if (screen.DrawStyle == modQuorin::DrawCell)
+        LayOutSingleCell();
+    else
+        LayOutTable(screen, reset);
+    grdMain.SetVisible(true);
+    grdMain.SetRow(0);
+}
+
+} // namespace
+
+void LayoutForm(bool desktop) {
+    SizeForm(desktop);
+    PlaceGrids();
+    if (Screens.CurrentScreen == 0)
+        return;
+    LayOutCurrentScreenAgain();
+    PlaceInputFields();
+}
+
+void LayoutScreen(bool reset) {
+    ScreenDef& screen = modQuorin::ScreenRow(Screens.CurrentScreen);
+    screen.ColumnPixels = Pixels(UsableWidth() / 100 * static_cast<float>(screen.ColumnPercent));
+    LayOutTitle(screen, reset);
+    LayOutMain(screen, reset);
+}
+
+} // namespace modPDAUI

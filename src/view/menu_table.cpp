@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: MIT
+#include "view/menu_table.h"
+
+#include "view/platform/platform.h"
+
+namespace modQuorin {
+
+MenuId AddMenu(const std::array<MenuEntry, 6>& menu1, const std::array<MenuEntry, 6>& menu2) {
+    MenuDef row;
+    for (std::size_t i = 0; i < menu1.size(); ++i) {
+        row.Text1[i] = menu1[i].Caption;
+        row.Marker1[i] = menu1[i].Marker;
+        row.Text2[i] = menu2[i].Caption;
+        row.Marker2[i] = menu2[i].Marker;
+    }
+    Menus.Table.push_back(row);
+    return static_cast<MenuId>(Menus.Table.size());
+}
+
+MenuDef& MenuRow(MenuId id) {
+    if (id < 1 || id > static_cast<MenuId>(Menus.Table.size()))
+        platform::RuntimeFailure(u"Menu " + modStringTools::NumberText(id) + u" is not in the table of menus");
+    return Menus.Table[static_cast<std::size_t>(id) - 1];
+}
+
+} // namespace modQuorin

@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: MIT
+// The table of menus: what stands on the two soft menus of a screen. Data only; src/app/menus.cpp fills it, once.
+#pragma once
+
+#include "view/screen_table.h"
+
+#include <array>
+#include <vector>
+
+namespace modQuorin {
+
+inline constexpr std::int32_t MarkerCommand = 0; ///< the entry's text is a command
+inline constexpr std::int32_t MarkerBack = 999;  ///< the entry goes Back, and its text is never dispatched
+
+/// An entry of a menu. An empty text is not offered.
+struct MenuEntry {
+    Text Caption;
+    std::int32_t Marker = MarkerCommand;
+};
+
+/// The two soft menus; entry 0 is the menu's own caption, 1 to 5 are its items.
+struct MenuDef {
+    std::array<Text, 6> Text1;
+    std::array<std::int32_t, 6> Marker1{};
+    std::array<Text, 6> Text2;
+    std::array<std::int32_t, 6> Marker2{};
+};
+
+struct MenuState {
+    std::vector<MenuDef> Table; ///< row n stands at n less 1; ApplyMenu copies a lone caption into entry 1, for good
+};
+inline MenuState Menus;
+
+inline MenuId MenuInput = 0, MenuFileSelect = 0, MenuMessage = 0, MenuBack = 0, MenuBackCommand = 0, MenuMain = 0,
+              MenuOk = 0, MenuDrivers = 0, MenuDriverColumns = 0, MenuDownloads = 0, MenuDownload = 0, MenuSave = 0,
+              MenuRecord = 0, MenuInstall = 0;
+
+/// Appends a row of two menus, entries 0 to 5 each; entries left out are empty. Gives the row's number.
+MenuId AddMenu(const std::array<MenuEntry, 6>& menu1, const std::array<MenuEntry, 6>& menu2);
+
+/// A row of the table. A number that is not in the table is a run-time failure.
+MenuDef& MenuRow(MenuId id);
+
+} // namespace modQuorin

@@ -1,0 +1,235 @@
+// SPDX-License-Identifier: MIT
+#include "view/prompt.h"
+
+#include "text/ranges.h"
+#include "view/navigation.h"
+#include "view/platform/platform.h"
+
+#include <algorithm>
+
+namespace modPDAUI {
+
+using modQuorin::Screens;
+using platform::CalendarDate;
+using platform::Device;
+
+namespace {
+
+constexpr std::int32_t KeptWidths = 2;
+constexpr std::int32_t KeptCells = 3;
+
+SavedGrid CopyOf(const platform::OwnerDrawGrid& grid) {
+    SavedGrid copy;
+    copy.Cols = grid.Cols();
+    for (std::int32_t col = 0; col < std::min(grid.Cols(), KeptWidths); ++col)
+        copy.Widths.push_back(grid.ColWidth(col));
+    for (std::int32_t row = 0; row < grid.Rows(); ++row) {
+        SavedGrid::SavedRow kept;
+        for (std::int32_t col = 0; col < std::min(grid.Cols(), KeptCells); ++col)
+            kept.Cells.push_back(grid.Cell(row, col));
+        kept.Height = grid.RowHeight(row);
+        copy.Rows.push_back(kept);
+    }
+    copy.Row = grid.Row();
+    copy.Col = grid.Col();
+    copy.TopRow = grid.TopRow();
+    return copy;
+}
+
+void PutBack(platform::OwnerDrawGrid& grid, const SavedGrid& copy, bool withSelection) {
+    const bool visible = grid.Visible();
+    grid.SetVisible(false);
+    grid.SetRows(static_cast<std::int32_t>(copy.Rows.size()));
+    grid.SetCols(copy.Cols);
+    for (std::size_t col = 0; col < copy.Widths.size(); ++col)
+        grid.SetColWidth(static_cast<std::int32_t>(col), copy.Widths[col]);
+    for (std::size_t row = 0; row < copy.Rows.size(); ++row) {
+        const auto& kept = copy.Rows[row];
+        for (std::size_t col = 0; col < kept.Cells.size(); ++col)
+            grid.SetCell(static_cast<std::int32_t>(row), static_cast<std::int32_t>(col), kept.Cells[col]);
+        grid.SetRowHeight(static_cast<std::int32_t>(row), kept.Height);
+    }
+    if (withSelection) {
+        grid.SetRow(copy.Row);
+        grid.SetCol(copy.Col);
+        grid.SetTopRow(copy.TopRow);
+    }
+    grid.SetVisible(visible);
+}
+
+bool IsCalendarDate(const CalendarDate& date) {
+    constexpr std::int32_t Days[] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
+    if (date.Year < 1 || date.Month < 1 || date.Month > 12 || date.Day < 1)
+        return false;
+    const bool leap = (date.Year % 4 == 0 && date.Year % 100 != 0) || date.Year % 400 == 0;
+    const std::int32_t days = Days[date.Month - 1] + (date.Month == 2 && leap ? 1 : 0);
+    return date.Day <= days;
+}
+
+/// The date of a cell, "05/03/2007". The system has written it itself, so that anything else is a failure.
+CalendarDate DateFromText(const Text& text) {
+    const auto day = modStringTools::NumberFromText(ListItem(text, 1, u"/"));
+    const auto month = modStringTools::NumberFromText(ListItem(text, 2, u"/"));
+    const auto year = modStringTools::NumberFromText(ListItem(text, 3, u"/"));
+    const CalendarDate date{year.value_or(0), month.value_or(0), day.value_or(0)};
+    if (!IsCalendarDate(date) || !ListItem(text, 4, u"/").empty())
+        platform::RuntimeFailure(u"\"" + text + u"\" is no date of the form day/month/year");
+    return date;
+}
+
+Text TwoDigits(std::int32_t number) {
+    const Text digits = modStringTools::NumberText(number);
+    return digits.size() < 2 ? u"0" + digits : digits;
+}
+
+Text TextOfDate(const CalendarDate& date) {
+    return TwoDigits(date.Day) + u"/" + TwoDigits(date.Month) + u"/" + modStringTools::NumberText(date.Year);
+}
+
+std::int32_t CaretBehind(const Text& text) {
+    return static_cast<std::int32_t>(text.size());
+}
+
+void TakeFontOfGrid(platform::FontControl& control) {
+    control.SetFontName(Device().grdMain.FontName());
+    control.SetFontSize(Device().grdMain.FontSize());
+}
+
+float OneLineHeight() {
+    auto& fonts = Device().fontServer;
+    const auto& grdMain = Device().grdMain;
+    return static_cast<float>(fonts.FontHeight(fonts.GetFont(grdMain.FontName(), grdMain.FontSize(), 0)));
+}
+
+void OpenTextField(const Text& value, bool multiLine, float lineHeight) {
+    auto& field = Device().txtInputField;
+    platform::Box box = Device().grdMain.Bounds();
+    if (!multiLine)
+        box.Height = lineHeight + 4;
+    TakeFontOfGrid(field);
+    field.SetMultiLine(multiLine);
+    field.SetBounds(box);
+    field.SetContents(value);
+    field.Select(CaretBehind(value), 0);
+    field.SetVisible(true);
+    field.SetFocus();
+}
+
+void OpenDatePicker(const Text& value) {
+    auto& field = Device().dteInputField;
+    field.SetBounds(Device().grdMain.Bounds());
+    field.SetDate(value.empty() ? Device().clock.Now().Date : DateFromText(value));
+    field.SetVisible(true);
+    field.SetFocus();
+}
+
+void OpenListField(const Text& value, const Text& list) {
+    auto& field = Device().cboInputField;
+    platform::Box box = Device().grdMain.Bounds();
+    box.Height = field.Bounds().Height;
+    TakeFontOfGrid(field);
+    field.SetBounds(box);
+    field.Clear();
+    // An empty item ends the list, wherever it stands: "a,,c" offers "a" alone.
+    std::int32_t index = 1;
+    for (Text item = ListItem(list, index, u","); !item.empty(); item = ListItem(list, ++index, u","))
+        field.AddItem(item);
+    field.SetContents(value);
+    field.Select(CaretBehind(value), 0);
+    field.SetVisible(true);
+    field.SetFocus();
+}
+
+void OpenField(std::int32_t kind, const Text& value, const Text& list, float lineHeight) {
+    if (kind == PromptDate)
+        OpenDatePicker(value);
+    else if (kind != PromptList)
+        OpenTextField(value, kind == PromptText, lineHeight);
+    else if (Device().myCsys.DeviceType() != 9) // there cbotxtInputField stands in, which nothing prepares
+        OpenListField(value, list);
+}
+
+/// The answer of whichever field is on show.
+Text Answer() {
+    auto& device = Device();
+    Text answer;
+    if (device.dteInputField.Visible())
+        answer = TextOfDate(device.dteInputField.Date());
+    if (device.txtInputField.Visible())
+        answer = device.txtInputField.Contents();
+    if (device.cboInputField.Visible())
+        answer = device.cboInputField.Contents();
+    if (device.cbotxtInputField.Visible())
+        answer = device.cbotxtInputField.Contents();
+    return answer;
+}
+
+void HideAllFields() {
+    Device().dteInputField.SetVisible(false);
+    Device().txtInputField.SetVisible(false);
+    Device().cboInputField.SetVisible(false);
+    Device().cbotxtInputField.SetVisible(false);
+}
+
+} // namespace
+
+void InputPrompt(const Text& title, std::int32_t kind, Text& value, const Text& list, bool keepGrids, bool modal) {
+    Prompt.PromptModal = modal;
+    if (!keepGrids) {
+        Prompt.PromptRow = static_cast<std::int16_t>(Device().grdMain.Row());
+        SaveGrids();
+    }
+    Screens.PreviousScreen = Screens.CurrentScreen;
+    Screens.CurrentScreen = modQuorin::ScrInput;
+    modQuorin::ShowScreen(modQuorin::ScrInput);
+    Device().grdTitle.SetCell(0, 0, title);
+    Device().grdMain.SetVisible(false);
+    const float lineHeight = OneLineHeight();
+    Screens.GridEditMode = true;
+    OpenField(kind, value, list, lineHeight);
+    Prompt.PromptOpen = true;
+    if (!modal)
+        return;
+    while (Screens.CurrentScreen == modQuorin::ScrInput && Prompt.PromptModal)
+        Device().runTime.WaitEvents();
+    // A cancelled prompt gives back the last accepted answer, not an empty text: after "abc" was accepted once, cancel
+    // means "abc".
+    value = Prompt.PromptResult;
+}
+
+void EndInput(bool cancel) {
+    const Text answer = cancel ? Text() : Answer();
+    HideAllFields();
+    modQuorin::GotoScreen(Screens.PreviousScreen);
+    RestoreGrids();
+    if (!cancel) {
+        if (Prompt.PromptModal) {
+            Prompt.PromptResult = answer;
+            Prompt.PromptModal = false;
+        } else {
+            Device().grdMain.SetCell(Prompt.PromptRow, 1, answer);
+        }
+    }
+    Device().grdMain.SetFocus();
+    Device().txtInputField.SetMultiLine(false);
+    Prompt.PromptOpen = false;
+}
+
+void SaveGrids() {
+    Prompt.SavedTitle = CopyOf(Device().grdTitle);
+    Prompt.SavedMain = CopyOf(Device().grdMain);
+}
+
+void RestoreGrids() {
+    PutBack(Device().grdTitle, Prompt.SavedTitle, false);
+    PutBack(Device().grdMain, Prompt.SavedMain, true);
+}
+
+Text ListItem(const Text& list, std::int32_t index, const Text& delimiter) {
+    const Text end = delimiter.empty() ? Text(u"|") : delimiter;
+    Text item;
+    modStringTools::GetToken(list + end, end, index, item);
+    return item;
+}
+
+} // namespace modPDAUI

@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: MIT
+// Asks for one value on a screen of its own. The grids of the screen below are kept and put back.
+#pragma once
+
+#include "text/text.h"
+
+#include <vector>
+
+namespace modPDAUI {
+
+inline constexpr std::int32_t PromptLine = 0; ///< one line of text
+inline constexpr std::int32_t PromptList = 1; ///< a list to choose from, or to type in
+inline constexpr std::int32_t PromptDate = 2;
+inline constexpr std::int32_t PromptText = 3; ///< text of several lines
+
+/// A copy of one grid: up to two column widths, and of each row up to three cells and the height.
+struct SavedGrid {
+    struct SavedRow {
+        std::vector<Text> Cells;
+        std::int32_t Height = 0;
+    };
+    std::int32_t Cols = 0;
+    std::vector<std::int32_t> Widths;
+    std::vector<SavedRow> Rows;
+    std::int32_t Row = 0, Col = 0, TopRow = 0; ///< kept for grdMain alone
+};
+
+struct PromptState {
+    bool PromptModal = false;   ///< the prompt waits in its loop
+    Text PromptResult;          ///< answer of the last modal prompt that was accepted
+    bool PromptOpen = false;    ///< set up and not yet ended
+    std::int16_t PromptRow = 0; ///< row of grdMain when it opened: a prompt that is not modal answers into it
+    SavedGrid SavedTitle, SavedMain;
+};
+inline PromptState Prompt;
+
+/// Opens the prompt. `list` holds the items of a PromptList, parted by ",". With `keepGrids` the saved grids are left
+/// as they are. With `modal` it waits, and `value` becomes the answer of the last prompt that was accepted, which after
+/// a cancel is an older one's. Without it the answer goes into column 1 of the current row when the prompt ends. A
+/// PromptDate whose value is neither empty nor day/month/year is a run-time failure.
+void InputPrompt(const Text& title, std::int32_t kind, Text& value, const Text& list, bool keepGrids, bool modal);
+
+/// Ends the prompt, with its answer taken or not.
+void EndInput(bool cancel);
+
+void SaveGrids();
+void RestoreGrids();
+
+/// Item `index` (from 1) of a list; an empty delimiter means "|". Empty behind the last item.
+Text ListItem(const Text& list, std::int32_t index, const Text& delimiter);
+
+} // namespace modPDAUI

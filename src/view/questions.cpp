@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: MIT
+#include "view/questions.h"
+
+#include "storage/settings.h"
+#include "view/platform/platform.h"
+
+namespace modPDAUI {
+
+using platform::BoxAnswer;
+using platform::BoxButtons;
+using platform::BoxIcon;
+
+namespace {
+
+BoxAnswer Show(const Text& text, BoxButtons buttons, BoxIcon icon) {
+    return platform::Device().messageBox.Show(text, buttons, icon, modQuorin::Paths.ApplicationName);
+}
+
+bool AskDestructive(const Text& question) {
+    return Show(question, BoxButtons::YesNo, BoxIcon::Question) == BoxAnswer::Yes;
+}
+
+} // namespace
+
+void Tell(const Text& message) {
+    Show(message, BoxButtons::Ok, BoxIcon::None);
+}
+
+bool Ask(const Text& question) {
+    return Show(question, BoxButtons::YesNo, BoxIcon::None) == BoxAnswer::Yes;
+}
+
+bool AskTwice(const Text& question) {
+    return AskDestructive(question) && AskDestructive(u"Are you sure?");
+}
+
+} // namespace modPDAUI

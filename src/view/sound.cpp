@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: MIT
+#include "view/sound.h"
+
+#include "view/platform/platform.h"
+
+namespace modAudio {
+
+namespace {
+
+struct ToneRow {
+    std::int32_t Code;
+    std::int32_t Hertz;
+    std::int32_t Milliseconds;
+};
+
+constexpr ToneRow Tones[] = {
+    {SoundTaken, 1046, 250},
+    {SoundRefused, 369, 300},
+};
+
+} // namespace
+
+void PlaySound(std::int32_t code) {
+    for (const ToneRow& tone : Tones) {
+        if (tone.Code == code)
+            Sound.CurrentTone = platform::Device().toneMaker.MakeTone(tone.Hertz, tone.Milliseconds);
+    }
+    if (Sound.CurrentTone)
+        Sound.CurrentTone->Play(0);
+}
+
+} // namespace modAudio

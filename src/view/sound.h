@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: MIT
+// The two tones that answer a captured result.
+#pragma once
+
+#include "view/platform/device.h"
+
+#include <memory>
+
+namespace modAudio {
+
+inline constexpr std::int32_t SoundTaken = 2;   ///< the result was taken
+inline constexpr std::int32_t SoundRefused = 3; ///< it found no row, or was refused
+
+struct SoundState {
+    std::unique_ptr<platform::Tone> CurrentTone; ///< the tone last made
+};
+inline SoundState Sound;
+
+/// Plays the tone of a code; any other code repeats the last one.
+void PlaySound(std::int32_t code);
+
+} // namespace modAudio
