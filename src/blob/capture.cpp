@@ -1,0 +1,218 @@
+// SPDX-License-Identifier: MIT
+#include "blob/capture.h"
+
+#include "blob/decoding.h"
+#include "storage/keyed_tables.h"
+#include "view/display_state.h"
+#include "view/grids.h"
+#include "view/inf_fields.h"
+#include "view/input_fields.h"
+#include "view/platform/platform.h"
+#include "view/questions.h"
+#include "view/screen_table.h"
+#include "view/soft_menus.h"
+#include "view/sound.h"
+#include "view/status_strip.h"
+
+#include <algorithm>
+#include <limits>
+#include <optional>
+
+namespace modBLob {
+
+using modPDAUI::AnyInputFieldVisible;
+using modQuorin::InfField;
+using modStringTools::SameIgnoringCase;
+using platform::Device;
+
+namespace {
+
+constexpr std::int32_t ValueColumn = 1;
+
+/// The current result as it was when its capture began. Timers go on while a question is open, and a batch that they
+/// decode makes another result the current one: the answer is about the result that was asked about.
+struct TakenResult {
+    std::vector<Text> Types;
+    std::vector<Text> Vars;
+    Text ValueAndUnit;
+};
+
+struct Target {
+    std::int16_t Row = -1; ///< row of grdMain, -1 for none
+    Text MatchedType;      ///< the type that led there; empty for none, and once the result is refused or diverted
+};
+
+std::int16_t RowNumber(std::int64_t row) {
+    if (row > std::numeric_limits<std::int16_t>::max())
+        platform::RuntimeFailure(u"A result belongs to row " + modStringTools::NumberText(row) +
+                                 u" of the record, which is above 32767");
+    return static_cast<std::int16_t>(row);
+}
+
+void RefreshSoftMenus() {
+    WM5Menus::ApplyMenu(modQuorin::ScreenRow(modQuorin::Screens.CurrentScreen).Menu);
+}
+
+void ListOnLinkTrace(const TakenResult& result) {
+    for (const Text& type : result.Types)
+        modPDAUI::AddGridRow(u"RT: " + type);
+    for (const Text& variable : result.Vars)
+        modPDAUI::AddGridRow(u"DV: " + variable);
+    modPDAUI::AddGridRow(result.ValueAndUnit);
+    modPDAUI::AddGridRow(u"---");
+    modAudio::PlaySound(modAudio::SoundTaken);
+    platform::OwnerDrawGrid& grid = Device().grdMain;
+    const std::int32_t lastRow = grid.Rows() - 1;
+    grid.SetRow(lastRow);
+    grid.SetTopRow(lastRow);
+    RefreshSoftMenus();
+}
+
+/// Among several types the last one that has a row wins, among several rows of one type the first.
+Target FindTarget(const std::vector<Text>& types) {
+    const std::vector<InfField>& fields = modQuorin::Inf.InfFields;
+    Target target;
+    for (const Text& type : types) {
+        const auto field = std::find_if(fields.begin(), fields.end(),
+                                        [&type](const InfField& each) { return SameIgnoringCase(each.Blob, type); });
+        if (field != fields.end()) {
+            target.Row = RowNumber(field - fields.begin());
+            target.MatchedType = type;
+        }
+    }
+    return target;
+}
+
+/// An edit in progress on another row takes the result, wherever it belongs, also when it belongs nowhere.
+void DivertToOpenEdit(Target& target) {
+    const std::int32_t row = Device().grdMain.Row();
+    if (AnyInputFieldVisible() && row != target.Row) {
+        target.Row = RowNumber(row);
+        target.MatchedType.clear();
+    }
+}
+
+bool AskToReplace(const Text& old, const Text& valueAndUnit) {
+    const bool yes = modPDAUI::Ask(u"Replace: \r\n" + old + u"\r\nWith:\r\n" + valueAndUnit + u"?");
+    // The time that the question stood open must not look like a sleep of the device.
+    frmQuorin::Form.lastTimerEvent = Device().clock.Now().WholeSeconds;
+    return yes;
+}
+
+/// Puts the result into the cell, or into the text box that is open; any other input control loses it.
+void WriteValue(Target& target, const Text& valueAndUnit) {
+    platform::OwnerDrawGrid& grid = Device().grdMain;
+    const Text old = grid.Cell(target.Row, ValueColumn);
+    if (AnyInputFieldVisible()) {
+        if (Device().txtInputField.Visible())
+            Device().txtInputField.SetContents(valueAndUnit);
+        RefreshSoftMenus();
+    } else if (old.empty() || AskToReplace(old, valueAndUnit)) {
+        grid.SetCell(target.Row, ValueColumn, valueAndUnit);
+    } else {
+        target.MatchedType.clear();
+    }
+}
+
+/// The row that a variable goes to. A row tied to the result's type ends the search, and so beats every plain row in
+/// front of it; among plain rows the last one counts.
+std::optional<std::int32_t> FindVariableRow(const Text& name, const Text& matchedType) {
+    const Text plain = u"dv: " + name;
+    const Text tied = u"dv: {" + matchedType + u"}" + name;
+    std::optional<std::int32_t> found;
+    std::int32_t row = 0;
+    for (const InfField& field : modQuorin::Inf.InfFields) {
+        if (SameIgnoringCase(field.Blob, tied))
+            return row;
+        if (SameIgnoringCase(field.Blob, plain))
+            found = row;
+        ++row;
+    }
+    return found;
+}
+
+void SpreadVariables(const std::vector<Text>& variables, const Text& matchedType) {
+    for (const Text& variable : variables) {
+        const std::size_t equals = std::min(variable.find(u'='), variable.size());
+        const auto row = FindVariableRow(variable.substr(0, equals), matchedType);
+        if (row) {
+            const Text value = variable.substr(std::min(equals + 1, variable.size()));
+            Device().grdMain.SetCell(*row, ValueColumn, value);
+        }
+    }
+}
+
+void PutIntoRecord(const TakenResult& result) {
+    Target target = FindTarget(result.Types);
+    DivertToOpenEdit(target);
+    std::int32_t soundCode = modAudio::SoundRefused;
+    if (target.Row >= 0) {
+        WriteValue(target, result.ValueAndUnit);
+        if (!target.MatchedType.empty() && !AnyInputFieldVisible()) {
+            Device().grdMain.SetRow(target.Row);
+            Device().grdMain.SetTopRow(target.Row);
+        }
+        modFileSystem::Table.RecordDirty = true; // also when the user has kept the old value
+        if (!target.MatchedType.empty())
+            soundCode = modAudio::SoundTaken;
+    }
+    if (!target.MatchedType.empty())
+        SpreadVariables(result.Vars, target.MatchedType);
+    modAudio::PlaySound(soundCode);
+    if (soundCode == modAudio::SoundTaken)
+        FillFormulaFields();
+}
+
+Text TwoDigits(std::int32_t number) {
+    return PadZeros(modStringTools::NumberText(number), 2);
+}
+
+Text FormulaValueAt(const platform::DateTime& now, const Text& formula, const Text& current) {
+    const Text kind = modStringTools::LowerCase(formula);
+    const bool isDate = kind == u"startdate" || kind == u"enddate";
+    const bool isTime = kind == u"starttime" || kind == u"endtime";
+    if (!isDate && !isTime)
+        return {};
+    const bool keepsFirst = kind == u"startdate" || kind == u"starttime";
+    if (keepsFirst && !current.empty())
+        return current;
+    if (isTime)
+        return TwoDigits(now.Hour) + u":" + TwoDigits(now.Minute);
+    return TwoDigits(now.Date.Day) + u"/" + TwoDigits(now.Date.Month) + u"/" + TwoDigits(now.Date.Year);
+}
+
+} // namespace
+
+void CaptureResult() {
+    const TakenResult result{Decoder.ResultTypes, Decoder.ResultVars, Decoder.ResultValue + u" " + Decoder.ResultUnit};
+    const modQuorin::ScreenId screen = modQuorin::Screens.CurrentScreen;
+    if (screen == modQuorin::ScrBluetoothDebug)
+        ListOnLinkTrace(result);
+    else if (screen == modQuorin::ScrInfRecord)
+        PutIntoRecord(result);
+}
+
+// An unknown formula wipes its cell, at each capture.
+void FillFormulaFields() {
+    modPDAUI::ShowBusy(true);
+    const platform::DateTime now = Device().clock.Now();
+    platform::OwnerDrawGrid& grid = Device().grdMain;
+    std::int32_t row = 0;
+    for (const InfField& field : modQuorin::Inf.InfFields) {
+        if (!field.Formula.empty())
+            grid.SetCell(row, ValueColumn, FormulaValueAt(now, field.Formula, grid.Cell(row, ValueColumn)));
+        ++row;
+    }
+    modPDAUI::ShowBusy(false);
+}
+
+Text FormulaValue(const Text& formula, const Text& current) {
+    return FormulaValueAt(Device().clock.Now(), formula, current);
+}
+
+Text PadZeros(const Text& text, std::int16_t width) {
+    const std::size_t wanted = width > 0 ? static_cast<std::size_t>(width) : 0;
+    return text.size() < wanted ? Text(wanted - text.size(), u'0') + text : text;
+}
+
+} // namespace modBLob

@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: MIT
+// The text of one complete BLob becomes result slots, and the slots become the current result one at a time. The tags
+// and what they carry are told in docs/formats.md.
+#pragma once
+
+#include "text/text.h"
+
+#include <vector>
+
+namespace modBLob {
+
+/// What decoding keeps. Lists are 1-based for the reader: entry n stands at n less 1. All of it is written here alone.
+struct DecoderState {
+    Text ConnectedID;               ///< identity of the instrument, from the last BLob with a connect tag
+    bool ConnectSeen = false;       ///< the last decoded BLob had a connect tag
+    std::int16_t BlobErrorCode = 0; ///< why a BLob was refused: 1 origin mismatch, 2 no connection
+    Text BlobErrorText;             ///< the message belonging to the code
+    std::vector<Text> SlotTypes;    ///< of each slot its number, `|`, the type names joined by `|`
+    std::vector<Text> SlotVars;     ///< its number, `|`, the descriptive variables joined by `|`
+    std::vector<Text> SlotValues;   ///< its number, `|`, value, `|`, unit
+    std::int32_t SlotCount = 0;     ///< number of slots, the free one at the end included
+    std::int32_t SlotCursor = 0;    ///< slot last delivered
+    std::vector<Text> ResultTypes;  ///< the current result: the names by which it may be known
+    std::vector<Text> ResultVars;   ///< its variables, each a name, `=` and a value; the first is ORIGIN
+    Text ResultValue;               ///< its value
+    Text ResultUnit;                ///< its unit
+};
+inline DecoderState Decoder;
+
+/// Takes one BLob, lines ended by a carriage return, the end line's included. False when it is refused: no proper start
+/// or end tag, or the origin is not the connected instrument.
+bool DecodeBlob(TextView blob);
+
+/// Makes the next filled slot the current result. False when there is none left, which empties the slots.
+bool NextResult();
+
+/// Makes sure that a free slot stands behind the filled ones.
+void AddResultSlot();
+
+/// Puts a variable (name, `=`, value) into a list joined by `|`, by name or at its end. The name is used as a pattern
+/// and looked for anywhere in the list.
+void SetDescriptiveVar(Text& list, const Text& variable);
+
+/// What stands between the first and the last double quote of a line; empty without quotes.
+Text QuotedValue(TextView line);
+
+void SetBlobError(std::int16_t code, const Text& text);
+
+} // namespace modBLob

@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: MIT
+// The tags of a BLob and how they are looked for: in any case, and with anything behind what stands here.
+#pragma once
+
+#include "text/text.h"
+
+namespace modBLob {
+
+inline constexpr char16_t LineEnd = u'\r'; ///< what ends a line of a BLob
+
+inline constexpr TextView StartTag = u"[BLob";
+inline constexpr TextView EndTag = u"[/BLob";
+inline constexpr TextView ExactEndLine = u"[/BLob]\r"; ///< without it a BLob is refused
+inline constexpr TextView ConnectTag = u"[CONNECT";
+inline constexpr TextView OriginTag = u"[ORIGIN";
+inline constexpr TextView DescriptiveVarTag = u"[DESCRIPTIVE_VAR";
+inline constexpr TextView ResultTypeTag = u"[RESULT_TYPE";
+inline constexpr TextView ResultValueTag = u"[RESULT_VALUE";
+inline constexpr TextView ResultUnitTag = u"[RESULT_UNIT";
+
+/// Whether a line begins with a tag.
+bool BeginsWithTag(TextView line, TextView tag);
+
+/// Whether a tag stands anywhere in a text.
+bool HasTag(TextView text, TextView tag);
+
+/// What stands between the last such tag of a text and the next closing bracket, or the text's end where none follows.
+/// A tag at the very beginning of the text is passed over.
+TextView InsideLastTag(TextView text, TextView tag);
+
+} // namespace modBLob

@@ -1,0 +1,128 @@
+// SPDX-License-Identifier: MIT
+#include "link/ports.h"
+
+#include "link/mailbox.h"
+#include "storage/settings.h"
+#include "view/platform/platform.h"
+#include "view/questions.h"
+
+namespace modBluetooth {
+
+using platform::Device;
+
+namespace {
+
+const Text Off = u"OFF";
+const Text Server = u"SERVER";
+const Text ComPrefix = u"com";
+const Text LineSettings = u"9600,N,8,1";
+
+/// Palm OS opens the port of a profile by a four-character code: r, f, c, n.
+const Text PalmBluetoothPort = u"1919312750";
+
+bool BeginsWithCom(const Text& name) {
+    return modStringTools::LowerCase(name.substr(0, ComPrefix.size())) == ComPrefix;
+}
+
+void AddComPorts(std::int32_t last) {
+    for (std::int32_t number = 1; number <= last; ++number)
+        Ports.PortList.push_back(u"Com" + modStringTools::NumberText(number));
+    Ports.PortList.push_back(Server);
+}
+
+void TellFailureOnce(const Text& message) {
+    if (Ports.LinkPortName == Ports.LastFailedPort)
+        return;
+    Ports.LastFailedPort = Ports.LinkPortName; // first: ticks go on while the message stands
+    modPDAUI::Tell(message);
+}
+
+bool OpenServerRoad() {
+    SetMailboxPath();
+    if (!MailboxServerRunning()) {
+        TellFailureOnce(u"RFCOMM Server not running");
+        return false;
+    }
+    Ports.NamedLinkOpen = true;
+    Ports.ServerMode = true;
+    return true;
+}
+
+bool OpenConnection() {
+    Ports.ServerMode = false;
+    const auto error = Device().connectionService.Open(Ports.LinkPortName, Ports.NamedConnection);
+    if (error != platform::NoError) {
+        TellFailureOnce(u"Failed: " + modStringTools::NumberText(error));
+        return false;
+    }
+    Ports.NamedLinkOpen = true;
+    return true;
+}
+
+std::int32_t PortNumber(const Text& name) {
+    const Text digits = BeginsWithCom(name) ? name.substr(ComPrefix.size()) : name;
+    const auto number = modStringTools::NumberFromText(digits);
+    if (!number)
+        platform::RuntimeFailure(u"The port \"" + name + u"\" is no number (setting ComPort)");
+    return *number;
+}
+
+bool OpenSerialPort(std::int32_t number) {
+    auto& port = Device().serConnection;
+    if (Ports.LinkOpen)
+        return port.PortOpen();
+    if (!port.PortOpen()) {
+        port.SetPortId(number);
+        port.SetLineSettings(LineSettings);
+        port.SetReceiveThreshold(1);
+        if (port.SetPortOpen(true) != platform::NoError)
+            return false;
+    }
+    return port.PortOpen();
+}
+
+} // namespace
+
+void ListPorts() {
+    Ports.PortList = {Off};
+    switch (Device().myCsys.DeviceType()) {
+    case 0:
+        AddComPorts(127);
+        break;
+    case 1:
+        Ports.PortList.push_back(PalmBluetoothPort);
+        break;
+    case 3:
+    case 7:
+        AddComPorts(16);
+        break;
+    default:
+        Ports.PortList.push_back(Server);
+    }
+}
+
+bool OpenLink() {
+    Text name = modQuorin::GetSetting(u"ComPort", Off);
+    if (name == Off)
+        return false;
+    const bool named = Device().myCsys.DeviceType() == 9 && !BeginsWithCom(name);
+    if (name == Server || named) {
+        Ports.LinkPortName = name;
+        Ports.LinkOpen = OpenNamedLink();
+        return Ports.LinkOpen;
+    }
+    if (name.empty()) {
+        ListPorts();
+        name = Ports.PortList.front();
+    }
+    Ports.LinkOpen = OpenSerialPort(PortNumber(name));
+    return Ports.LinkOpen;
+}
+
+bool OpenNamedLink() {
+    if (Ports.NamedLinkOpen)
+        return true;
+    return Ports.LinkPortName == Server ? OpenServerRoad() : OpenConnection();
+}
+
+} // namespace modBluetooth

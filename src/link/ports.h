@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: MIT
+// Chooses the road to the instrument by the setting ComPort and opens it: a serial port, the mailbox of a server
+// process, or a connection by name.
+#pragma once
+
+#include "text/text.h"
+#include "view/platform/device.h"
+
+#include <memory>
+#include <vector>
+
+namespace modBluetooth {
+
+struct PortState {
+    std::vector<Text> PortList; ///< the names offered on this device; entry n stands at n less 1. ListPorts writes it
+    bool LinkOpen = false;      ///< the link is up, as of the last tick; the tick and OpenLink write it
+    Text LinkPortName;          ///< the name that OpenNamedLink works on; OpenLink writes it
+    bool NamedLinkOpen = false; ///< OpenNamedLink has succeeded; never cleared during a run
+    bool ServerMode = false;    ///< results come through the mailbox
+    Text LastFailedPort;        ///< the last name whose failure was told, so that each tick does not tell it again
+    Text MailboxPath;           ///< folder of the mailbox, with its trailing `\`; SetMailboxPath writes it
+    std::unique_ptr<platform::Connection> NamedConnection; ///< what a named connection left; only kept
+};
+inline PortState Ports;
+
+/// Fills PortList by device type. The first entry is always "OFF".
+void ListPorts();
+
+/// Opens the road that ComPort names, or finds it open. A ComPort that stands for a serial port and is no number is a
+/// run-time failure.
+bool OpenLink();
+
+/// Opens the road named by LinkPortName: the mailbox of a running server, or a connection. A failure is told once for
+/// each name.
+bool OpenNamedLink();
+
+} // namespace modBluetooth

@@ -1,0 +1,113 @@
+// SPDX-License-Identifier: MIT
+#include "link/receive.h"
+
+#include "blob/framing.h"
+#include "link/mailbox.h"
+#include "link/ports.h"
+#include "view/platform/platform.h"
+
+namespace modBluetooth {
+
+using platform::Device;
+
+namespace {
+
+const Text LineEnd = u"\r\n";
+const Text EndOfBlob = u"[/BLob]\r\n"; // in this case alone: "[/BLOB]" waits for a later end tag
+constexpr std::int32_t CharactersReceived = 2;
+constexpr float QuietSeconds = 0.5F;
+
+void ClosePort() {
+    Device().serConnection.SetPortOpen(false); // a failure to close leaves nothing to be done
+}
+
+bool ReadyTextEndsABlob() {
+    const Text& ready = Receive.ReadyText;
+    return ready.size() >= EndOfBlob.size() &&
+           ready.compare(ready.size() - EndOfBlob.size(), EndOfBlob.size(), EndOfBlob) == 0;
+}
+
+/// The burst is decoded as one batch, half a second after the tick before its end was seen.
+void DecodeAfterQuiet() {
+    const float now = Device().clock.TimeOfDay();
+    if (Receive.LastPollTime == 0) {
+        Receive.LastPollTime = now;
+        return;
+    }
+    if (Receive.LastPollTime + QuietSeconds > now)
+        return;
+    Receive.BlobEndSeen = false; // first, so that a tick during a question does not decode the same text again
+    modBLob::ProcessReceivedText(Receive.ReadyText);
+    Receive.ReadyText.clear(); // with what came in during a question
+}
+
+void KeepLink() {
+    Ports.LinkOpen = false;
+    if (Receive.LinkState == LinkStateOpen) {
+        OpenLink();
+    } else if (Receive.LinkState == LinkStateReset) {
+        if (Device().serConnection.PortOpen())
+            ClosePort();
+        else
+            Receive.LinkState = LinkStateOpen;
+    }
+}
+
+} // namespace
+
+void ArmLink() {
+    Receive.LinkWanted = true;
+    Receive.LinkState = LinkStateOpen;
+}
+
+void HandleBlueOnComm() {
+    auto& port = Device().serConnection;
+    if (port.LastEvent() != CharactersReceived || port.InBufferCount() < 1)
+        return;
+    port.SetReceiveThreshold(0); // no further event during the drain
+    Receive.LinkWanted = true;
+    while (port.InBufferCount() >= 1) {
+        Receive.RxText += port.ReadInput();
+        if (TakeCompleteLines() && ReadyTextEndsABlob())
+            Receive.BlobEndSeen = true;
+        Device().runTime.DoEvents();
+    }
+    port.SetReceiveThreshold(1);
+}
+
+void HandleBlueTimer() {
+    if (!Receive.LinkWanted) {
+        if (Ports.LinkOpen) {
+            Ports.LinkOpen = false;
+            ClosePort();
+        }
+        return;
+    }
+    const bool wasOpen = Ports.LinkOpen;
+    if (Receive.BlobEndSeen) {
+        DecodeAfterQuiet();
+        return;
+    }
+    KeepLink();
+    if (Ports.LinkOpen != wasOpen)
+        ShowLinkStatus(Ports.LinkOpen);
+    if (Ports.ServerMode)
+        PollMailbox(Ports.MailboxPath + u"ipcout.txt");
+    Receive.LastPollTime = Device().clock.TimeOfDay();
+}
+
+bool TakeCompleteLines() {
+    Text& received = Receive.RxText;
+    const std::size_t end = received.rfind(LineEnd);
+    if (end == Text::npos)
+        return false;
+    Receive.ReadyText.append(received, 0, end + LineEnd.size());
+    received.erase(0, end + LineEnd.size());
+    return true;
+}
+
+void ShowLinkStatus(bool linkOpen) {
+    Device().grdTitle.SetCell(0, 0, linkOpen ? u"Bluetooth :-)" : u"Bluetooth :-(");
+}
+
+} // namespace modBluetooth

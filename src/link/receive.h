@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: MIT
+// From received characters to complete lines, and the state machine that keeps the link alive.
+#pragma once
+
+#include "text/text.h"
+
+namespace modBluetooth {
+
+inline constexpr std::int16_t LinkStateIdle = 0;  ///< at start
+inline constexpr std::int16_t LinkStateReset = 1; ///< the port is to be closed first
+inline constexpr std::int16_t LinkStateOpen = 2;  ///< the port is to be opened and kept open
+
+struct ReceiveState {
+    bool LinkWanted = false;                ///< something wants the link; every Back clears it
+    std::int16_t LinkState = LinkStateIdle; ///< set to open by who wants results, to reset after a sleep
+    Text RxText;                            ///< received, not yet ended by CR LF
+    Text ReadyText;                         ///< complete lines that wait for decoding
+    bool BlobEndSeen = false;               ///< ReadyText is ready for decoding
+    float LastPollTime = 0;                 ///< seconds since midnight at the last full tick; 0 at start
+};
+inline ReceiveState Receive;
+
+/// Asks for the link and for its opening at the next tick.
+void ArmLink();
+
+/// The receive event of the serial port.
+void HandleBlueOnComm();
+
+/// A tick of the link timer, each 500 ms.
+void HandleBlueTimer();
+
+/// Moves what RxText holds up to and including its last CR LF to ReadyText. False when there is no CR LF.
+bool TakeCompleteLines();
+
+/// Writes the state of the link over the title of the screen.
+void ShowLinkStatus(bool linkOpen);
+
+} // namespace modBluetooth
