@@ -1,0 +1,171 @@
+// SPDX-License-Identifier: MIT
+#include "app/commands.h"
+
+#include "app/debug_screens.h"
+#include "app/preferences.h"
+#include "drivers/downloads.h"
+#include "drivers/inf_tables.h"
+#include "drivers/installation.h"
+#include "drivers/record_editor.h"
+#include "drivers/record_view.h"
+#include "drivers/registry.h"
+#include "drivers/selection.h"
+#include "link/receive.h"
+#include "storage/volumes.h"
+#include "view/display_state.h"
+#include "view/grids.h"
+#include "view/menu_table.h"
+#include "view/navigation.h"
+#include "view/platform/platform.h"
+#include "view/prompt.h"
+#include "view/questions.h"
+
+namespace modQuorin {
+
+using platform::Device;
+
+namespace {
+
+void GotoList(const char16_t* kind) {
+    Screens.ListKind = kind;
+    GotoScreen(ScrList);
+}
+
+void ListDataFolder() {
+    Screens.ListKind = u"DIR";
+    modFileSystem::ListFiles(modFileSystem::GetDataPath(u""), u"", u"QVRN");
+    GotoScreen(ScrList);
+}
+
+void Zoom() {
+    ZoomGridFont();
+    SaveFontSize();
+}
+
+/// A command, the screen that it belongs to, and what it does.
+struct Command {
+    const char16_t* Name;   ///< in upper case
+    const ScreenId* Screen; ///< nothing: on any screen
+    void (*Run)();
+};
+
+// clang-format off: a row a command, the first that fits runs
+const Command Commands[] = {
+    {u"SELECT STORAGE VOLUME...", nullptr, [] { GotoList(u"STORAGEVOLUME"); }},
+    {u"ZOOM", nullptr, Zoom},
+    {u"TEST LIST", nullptr, [] { GotoList(u"TESTLIST"); }},
+    {u"DEBUG", &ScrFileDebug, FileApiCheck},
+    {u"DEBUG", nullptr, StringToolsCheck},
+    {u"BLUETOOTH DEBUG...", nullptr, [] { GotoScreen(ScrBluetoothDebug); }},
+    {u"FILE DEBUG...", nullptr, [] { GotoScreen(ScrFileDebug); }},
+    {u"DIR...", nullptr, ListDataFolder},
+    {u"SAVE SAMPLE TEXT FILE", nullptr, SaveSampleFile},
+    {u"LOAD SAMPLE TEXT FILE", nullptr, [] { LoadSampleFile(u"sample.txt"); }},
+    {u"ENTER CUSTOM SERIAL ID...", nullptr, EnterSerialId},
+    {u"FONTS...", nullptr, [] { GotoList(u"FONT"); }},
+    {u"START...", nullptr, [] { GotoScreen(ScrDrivers); }},
+    {u"PREFERENCES...", nullptr, [] { GotoScreen(ScrPreferences); }},
+    {u"INF EDITOR...", nullptr, [] { GotoScreen(ScrInstalledDrivers); }},
+    {u"DRIVER PROPERTIES...", nullptr, [] { GotoScreen(ScrInstalledDrivers); }},
+    {u"RENAME", &ScrDownloads, [] { RenameDownload(Selection.SelectedDriver, Selection.SelectedDownload); }},
+    {u"EDIT", &ScrInstalledDrivers, [] { EditDriver(Selection.SelectedDriver); }},
+    {u"SAVE", &ScrDriverProperties, SaveDriverProperties},
+    {u"BACK", nullptr, GoBack},
+    {u"OK", &ScrDrivers, [] { GotoScreen(ScrDownloads); }},
+    {u"OK", &ScrInput, [] { modPDAUI::EndInput(false); }},
+    {u"OPEN", &ScrDownloads, [] { OpenDownload(Selection.SelectedDriver, Selection.SelectedDownload); }},
+    {u"BLUETOOTH SERIAL SETUP...", nullptr, [] { GotoList(u"COMMPORT"); }},
+    {u"NEXT RECORD", nullptr, [] { RecordCommand(u"NEXT"); }},
+    {u"PREVIOUS RECORD", nullptr, [] { RecordCommand(u"PREV"); }},
+    {u"FIRST RECORD", nullptr, [] { RecordCommand(u"FIRST"); }},
+    {u"LAST RECORD", nullptr, [] { RecordCommand(u"LAST"); }},
+    {u"NEW RECORD", nullptr, [] { RecordCommand(u"NEW"); }},
+    {u"INSERT RECORD", nullptr, [] { RecordCommand(u"INSERT"); }},
+    {u"DELETE RECORD", nullptr, [] { RecordCommand(u"DELETE"); }},
+    {u"NEW", &ScrInstalledDrivers, NewDriver},
+    {u"NEW", &ScrDownloads, [] { NewDownload(Selection.SelectedDriver); }},
+    {u"DELETE", &ScrInstalledDrivers, [] { DeleteDriver(Selection.SelectedDriver); }},
+    {u"DELETE", &ScrDownloads, [] { DeleteDownload(Selection.SelectedDriver, Selection.SelectedDownload); }},
+    {u"TOGGLE COLOUR: ON", nullptr, ToggleColour},
+    {u"TOGGLE COLOUR: OFF", nullptr, ToggleColour},
+    {u"SHOW/HIDE COLUMNS...", nullptr, [] { GotoScreen(ScrColumns); }},
+    {u"ADD DRIVER...", nullptr, [] { GotoScreen(ScrAddDriver); }},
+    {u"INSTALL...", nullptr, InstallDriver},
+};
+// clang-format on
+
+} // namespace
+
+void MenuEvent(const Text& text) {
+    const Text name = modStringTools::UpperCase(text);
+    bool known = false;
+    for (const Command& command : Commands) {
+        if (name != command.Name)
+            continue;
+        known = true;
+        if (command.Screen != nullptr && *command.Screen != Screens.CurrentScreen)
+            continue;
+        command.Run();
+        return;
+    }
+    if (!known)
+        modPDAUI::Tell(u"MenuEvent: ERROR Menu does not exist: " + text);
+}
+
+void MenuClick(std::int32_t menu, std::int32_t index) {
+    const MenuDef& row = MenuRow(ScreenRow(Screens.CurrentScreen).Menu);
+    if (index < 0 || index > platform::MenuItemCount)
+        platform::RuntimeFailure(u"A menu has no entry " + modStringTools::NumberText(index));
+    const auto i = static_cast<std::size_t>(index);
+    const std::int32_t marker = menu == 1 ? row.Marker1[i] : row.Marker2[i];
+    const Text text = menu == 1 ? row.Text1[i] : row.Text2[i];
+    if (marker == MarkerCommand)
+        MenuEvent(text);
+    else if (marker == MarkerBack)
+        GoBack();
+}
+
+void MenuTitleClick(std::int32_t menu) {
+    if (!modPDAUI::Display.SoftKeyMenus)
+        return; // the platform opens the list
+    auto& device = Device();
+    const Text title = menu == 1 ? device.mnuButton1.Caption() : device.mnuButton2.Caption();
+    const Text item = menu == 1 ? device.mnuButtonO1[0]->Caption() : device.mnuButtonO2[0]->Caption();
+    // The second menu, too, asks whether the first one's item is empty.
+    if (item == title || device.mnuButtonO1[0]->Caption().empty())
+        MenuClick(menu, 0);
+}
+
+void SelectAction(std::int32_t row, std::int32_t col) {
+    if (const auto select = ScreenRow(Screens.CurrentScreen).Behaviour.Select)
+        select(row, col);
+}
+
+void SelectCurrentRow() {
+    if (Device().lstHoldMenu.Visible() || modPDAUI::Grids.GridLocked)
+        return;
+    modPDAUI::ScrollRowIntoView();
+    SelectAction(Device().grdMain.Row(), Device().grdMain.Col());
+}
+
+void GoBack() {
+    modBluetooth::Receive.LinkWanted = false;
+    const ScreenDef& screen = ScreenRow(Screens.CurrentScreen);
+    if (screen.Behaviour.BeforeBack != nullptr && screen.Behaviour.BeforeBack())
+        return;
+    switch (screen.BackMode) {
+    case BackToScreen:
+        GotoScreen(screen.BackScreen);
+        break;
+    case BackEndsProgram:
+        Device().runTime.EndProgram();
+        break;
+    case BackToPrevious:
+        GotoScreen(Screens.PreviousScreen);
+        break;
+    default:
+        break;
+    }
+}
+
+} // namespace modQuorin

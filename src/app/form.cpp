@@ -1,0 +1,207 @@
+// SPDX-License-Identifier: MIT
+#include "app/form.h"
+
+#include "app/commands.h"
+#include "app/keys.h"
+#include "app/lists.h"
+#include "app/start_up.h"
+#include "link/ports.h"
+#include "link/receive.h"
+#include "view/display_state.h"
+#include "view/grids.h"
+#include "view/input_fields.h"
+#include "view/layout.h"
+#include "view/painting.h"
+#include "view/platform/platform.h"
+#include "view/prompt.h"
+#include "view/screen_table.h"
+
+namespace frmQuorin {
+
+using platform::Device;
+
+namespace {
+
+constexpr std::int64_t SleepSeconds = 2; // a longer gap between two ticks means that the device slept
+constexpr std::int32_t CurrentCell = -1; // the `selected` of a draw-cell event
+constexpr std::int32_t EnterCharacter = 13;
+constexpr std::int32_t EscapeCharacter = 27;
+
+void ShowHoldMenuOfTitle() {
+    modQuorin::ShowHoldMenu(modQuorin::Screens.CurrentScreen, Device().grdTitle.Row(), Device().grdTitle.Col());
+}
+
+} // namespace
+
+void Form_Load() {
+    modQuorin::InitDisplay();
+}
+
+void Form_Activate() {
+    if (Form.FormInitialised)
+        return;
+    modQuorin::InitApplication();
+    Form.FormInitialised = true;
+}
+
+void Form_QueryUnload(bool& cancel, std::int32_t unloadMode) {
+    if (unloadMode != 0 && unloadMode != 1)
+        return;
+    cancel = true;
+    modQuorin::GoBack();
+}
+
+void Form_Unload() {
+    modQuorin::ReleaseHardwareKeys();
+}
+
+void Form_KeyDown(std::int32_t& keyCode, std::int32_t shift) {
+    modQuorin::KeyDownHandler(keyCode, shift);
+}
+
+void Form_KeyUp(std::int32_t& keyCode, std::int32_t shift) {
+    modQuorin::KeyUpHandler(keyCode, shift);
+}
+
+void Form_KeyPress(std::int32_t& character) {
+    if (Device().myCsys.DeviceType() != 7 && (character == EnterCharacter || character == EscapeCharacter))
+        character = 0;
+}
+
+void grdMain_Press() {
+    Device().tmrHoldEvent.SetEnabled(true);
+}
+
+void grdMain_Release() {
+    Device().tmrHoldEvent.SetEnabled(false);
+    if (!Form.HoldEventFired)
+        modQuorin::SelectCurrentRow();
+    Form.HoldEventFired = false;
+}
+
+void grdMain_RowColChange() {
+    if (modPDAUI::Grids.GridLocked)
+        return;
+    modPDAUI::ScrollRowIntoView();
+    modQuorin::RowChanged(modQuorin::Screens.CurrentScreen);
+}
+
+void grdMain_DrawCell(platform::CellCanvas& canvas, std::int32_t row, std::int32_t col, std::int32_t x, std::int32_t y,
+                      std::int32_t width, std::int32_t height, std::int32_t selected) {
+    modPDAUI::DrawMainCell(canvas, {row, col, x, y, width, height, selected == CurrentCell});
+}
+
+void grdTitle_GotFocus() {
+    if (Device().grdMain.Enabled() && Device().grdMain.Visible())
+        Device().grdMain.SetFocus();
+}
+
+void grdTitle_Release() {
+    ShowHoldMenuOfTitle();
+    Device().grdMain.SetFocus();
+}
+
+void grdTitle_RowColChange() {
+    ShowHoldMenuOfTitle();
+}
+
+void grdTitle_DrawCell(platform::CellCanvas& canvas, std::int32_t row, std::int32_t col, std::int32_t x, std::int32_t y,
+                       std::int32_t width, std::int32_t height, std::int32_t selected) {
+    modPDAUI::PaintTitleCell(canvas, {row, col, x, y, width, height, selected == CurrentCell});
+}
+
+void lstHoldMenu_Click() {
+    modQuorin::HoldMenuClicked();
+}
+
+void lstHoldMenu_LostFocus() {
+    Device().lstHoldMenu.SetVisible(false);
+    modQuorin::HideHoldMenu();
+}
+
+void mnuButton1_Click() {
+    modQuorin::MenuTitleClick(1);
+}
+
+void mnuButton2_Click() {
+    modQuorin::MenuTitleClick(2);
+}
+
+void mnuButtonO1_Click(std::int32_t index) {
+    modQuorin::MenuClick(1, index);
+}
+
+void mnuButtonO2_Click(std::int32_t index) {
+    modQuorin::MenuClick(2, index);
+}
+
+void SoftKey1Pressed() {
+    modQuorin::MenuClick(1, 0);
+}
+
+void SoftKey2Pressed() {
+    modQuorin::MenuClick(2, 0);
+}
+
+void serConnection_Receive() {
+    modBluetooth::HandleBlueOnComm();
+}
+
+void tmrBlue_Tick() {
+    const std::int64_t now = Device().clock.Now().WholeSeconds;
+    const bool slept = modBluetooth::Ports.LinkOpen && now - Form.lastTimerEvent > SleepSeconds;
+    Form.lastTimerEvent = now;
+    if (slept)
+        modBluetooth::Receive.LinkState = modBluetooth::LinkStateReset;
+    else
+        modBluetooth::HandleBlueTimer();
+}
+
+void tmrHoldEvent_Tick() {
+    modQuorin::HoldTimerFired();
+}
+
+void tmrMenus_Tick() {
+    modPDAUI::HandleRepaintTimer();
+}
+
+void txtInputField_GotFocus() {
+    modPDAUI::TextFieldGotFocus();
+}
+
+void txtInputField_LostFocus() {
+    modPDAUI::TextFieldLostFocus();
+}
+
+void txtInputField_Change() {
+    modPDAUI::TextFieldChanged();
+}
+
+void cboInputField_GotFocus() {
+    modPDAUI::ComboFieldGotFocus();
+}
+
+void cboInputField_LostFocus() {
+    modPDAUI::ComboFieldLostFocus();
+}
+
+void dteInputField_Closed() {
+    modPDAUI::EndInput(false);
+}
+
+void myCsys_AppBackground() {
+}
+
+void myCsys_AppMaximized() {
+}
+
+void myCsys_AppMinimized() {
+}
+
+void mykb_statechanged(std::int16_t state, std::int32_t left, std::int32_t top, std::int32_t width,
+                       std::int32_t height) {
+    modPDAUI::Display.KeyboardRect = {state, left, top, width, height};
+    modPDAUI::LayoutForm(false);
+}
+
+} // namespace frmQuorin

@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: MIT
+// The event handlers of the one form: everything that happens starts here. A back-end calls them, one at a time, on the
+// thread of its event loop; a handler that lets events run may be entered again.
+#pragma once
+
+#include "text/text.h"
+#include "view/platform/painting.h"
+
+namespace frmQuorin {
+
+void Form_Load();
+void Form_Activate(); ///< each time the form comes to the front; the first time starts the application
+/// `cancel` comes back true when the form is to stay. Unload modes: 0 the title bar's close, 1 the program itself, any
+/// other the platform, which nothing holds up.
+void Form_QueryUnload(bool& cancel, std::int32_t unloadMode);
+void Form_Unload();
+
+// Key codes and characters are the platform's; 0 written to one swallows it.
+void Form_KeyDown(std::int32_t& keyCode, std::int32_t shift);
+void Form_KeyUp(std::int32_t& keyCode, std::int32_t shift);
+void Form_KeyPress(std::int32_t& character);
+
+void grdMain_Press();
+void grdMain_Release();
+void grdMain_RowColChange();
+/// A cell is to be painted. The box is in pixels of the grid; `selected` is -1 for the current cell, else 0.
+void grdMain_DrawCell(platform::CellCanvas& canvas, std::int32_t row, std::int32_t col, std::int32_t x, std::int32_t y,
+                      std::int32_t width, std::int32_t height, std::int32_t selected);
+void grdTitle_GotFocus();
+void grdTitle_Release();
+void grdTitle_RowColChange();
+void grdTitle_DrawCell(platform::CellCanvas& canvas, std::int32_t row, std::int32_t col, std::int32_t x, std::int32_t y,
+                       std::int32_t width, std::int32_t height, std::int32_t selected);
+
+void lstHoldMenu_Click();
+void lstHoldMenu_LostFocus();
+
+void mnuButton1_Click();
+void mnuButton2_Click();
+void mnuButtonO1_Click(std::int32_t index); ///< item 1 to 5
+void mnuButtonO2_Click(std::int32_t index);
+/// For a soft-key layer that does not go by captions: the menu's own entry at once.
+void SoftKey1Pressed();
+void SoftKey2Pressed();
+
+void serConnection_Receive();
+void tmrBlue_Tick();
+void tmrHoldEvent_Tick();
+void tmrMenus_Tick();
+
+void txtInputField_GotFocus();
+void txtInputField_LostFocus();
+void txtInputField_Change();
+void cboInputField_GotFocus();
+void cboInputField_LostFocus();
+void dteInputField_Closed();
+
+// The application neither saves, nor closes the link, nor stops a timer when it leaves the foreground.
+void myCsys_AppBackground();
+void myCsys_AppMaximized();
+void myCsys_AppMinimized();
+
+/// The soft keyboard came, went or moved: whether it is on show, and its box in pixels.
+void mykb_statechanged(std::int16_t state, std::int32_t left, std::int32_t top, std::int32_t width,
+                       std::int32_t height);
+
+} // namespace frmQuorin

@@ -1,0 +1,244 @@
+// SPDX-License-Identifier: MIT
+#include "app/keys.h"
+
+#include "app/commands.h"
+#include "drivers/record_editor.h"
+#include "link/ports.h"
+#include "link/receive.h"
+#include "view/display_state.h"
+#include "view/grids.h"
+#include "view/input_fields.h"
+#include "view/platform/platform.h"
+#include "view/prompt.h"
+#include "view/questions.h"
+#include "view/screen_table.h"
+
+namespace modQuorin {
+
+using modPDAUI::AnyInputFieldVisible;
+using modPDAUI::Input;
+using platform::Device;
+
+namespace {
+
+constexpr std::int32_t KeyBackspace = 8;
+constexpr std::int32_t KeyEnter = 13;
+constexpr std::int32_t KeyEscape = 27;
+constexpr std::int32_t KeyPageUp = 33;
+constexpr std::int32_t KeyPageDown = 34;
+constexpr std::int32_t KeyLeft = 37;
+constexpr std::int32_t KeyUp = 38;
+constexpr std::int32_t KeyRight = 39;
+constexpr std::int32_t KeyDown = 40;
+constexpr std::int32_t KeyPalmLeft = 308;
+constexpr std::int32_t KeyPalmRight = 309;
+constexpr std::int32_t KeyPalmSelect = 310;
+
+std::int32_t DeviceType() {
+    return Device().myCsys.DeviceType();
+}
+
+bool OnRecordScreen() {
+    return IsRecordScreen(Screens.CurrentScreen);
+}
+
+/// The key has been given back at this moment, so that the platform acts on it instead of the form.
+void PassKeyToSystem(std::int32_t keyCode) {
+    Device().hardwareKeys.SendCharacter(keyCode);
+    Device().runTime.DoEvents();
+    Device().hardwareKeys.Grab(keyCode);
+}
+
+/// A key that takes the device elsewhere, such as its power key: the link goes down first.
+void HandOnWithLink(std::int32_t keyCode) {
+    Device().hardwareKeys.Release(keyCode);
+    if (modBluetooth::Ports.LinkOpen) {
+        GoBack();
+        modBluetooth::HandleBlueTimer();
+    }
+    PassKeyToSystem(keyCode);
+}
+
+/// A key that starts another application: an open record is saved first.
+void HandOnWithRecord(std::int32_t keyCode) {
+    Device().hardwareKeys.Release(keyCode);
+    if (OnRecordScreen())
+        GoBack();
+    PassKeyToSystem(keyCode);
+}
+
+void StoreOpenField() {
+    auto& field = Device().txtInputField;
+    if (field.Visible())
+        Device().grdMain.SetCell(Input.EditRow, Input.EditCol, field.Contents());
+}
+
+void EnterDown(std::int32_t& keyCode) {
+    if (!AnyInputFieldVisible() && DeviceType() != 1)
+        Device().tmrHoldEvent.SetEnabled(true);
+    if (!Device().tmrHoldEvent.Enabled() && Screens.GridEditMode && Input.InputFocused) {
+        if (Device().txtInputField.Visible()) {
+            StoreOpenField();
+            keyCode = 0;
+        }
+        if (Device().grdMain.Visible())
+            Device().grdMain.SetFocus();
+    }
+    if (Device().dteInputField.Visible()) {
+        modPDAUI::EndInput(false);
+        keyCode = 0;
+    }
+}
+
+void EscapeUp(std::int32_t& keyCode) {
+    if (AnyInputFieldVisible() && DeviceType() == 7) {
+        Device().hardwareKeys.SendCharacter(KeyBackspace); // there Esc is the delete key
+        return;
+    }
+    keyCode = 0;
+    GoBack();
+}
+
+void WalkRecords(const Text& command) {
+    if (AnyInputFieldVisible() || !OnRecordScreen())
+        return;
+    RecordCommand(command);
+    if (command == u"PREV")
+        Device().grdMain.SetCol(1);
+}
+
+/// On a grid that is not edited the control moves its own row.
+void MoveRow(std::int32_t step) {
+    if (Screens.CurrentScreen == ScrInput || !Screens.GridEditMode || !Input.InputFocused)
+        return;
+    StoreOpenField();
+    auto& grdMain = Device().grdMain;
+    grdMain.SetFocus();
+    grdMain.SetRow(grdMain.Row() + step); // a row outside the grid is not taken
+}
+
+void MoveHoldMenu(std::int32_t step) {
+    auto& list = Device().lstHoldMenu;
+    const std::int32_t count = list.ItemCount();
+    if (count > 0)
+        list.SetListIndex((list.ListIndex() + step + count) % count);
+}
+
+void Page(std::int32_t& keyCode, std::int32_t step) {
+    auto& grdMain = Device().grdMain;
+    if (Device().lstHoldMenu.Visible()) {
+        MoveHoldMenu(step);
+    } else if (DeviceType() == 1) {
+        grdMain.SetRow(grdMain.TopRow()); // the grid has scrolled by itself
+        Device().txtInputField.SetVisible(false);
+        Device().cboInputField.SetVisible(false);
+    } else {
+        grdMain.SetRow(grdMain.Row() + step);
+        keyCode = 0;
+    }
+}
+
+} // namespace
+
+void KeyDownHandler(std::int32_t& keyCode, std::int32_t) {
+    switch (keyCode) {
+    case KeyEnter:
+        EnterDown(keyCode);
+        break;
+    case 276:
+    case 520:
+        HandOnWithLink(keyCode);
+        break;
+    case 264:
+    case 266:
+    case 267:
+    case 516:
+    case 517:
+    case 518:
+    case 519:
+    case 1280:
+        HandOnWithRecord(keyCode);
+        break;
+    default:
+        break;
+    }
+}
+
+void KeyUpHandler(std::int32_t& keyCode, std::int32_t) {
+    auto& grdMain = Device().grdMain;
+    if (!grdMain.Enabled()) {
+        // This key belongs to what had disabled the grid and must not act on it.
+        grdMain.SetEnabled(true);
+        grdMain.SetFocus();
+        return;
+    }
+    switch (keyCode) {
+    case KeyEnter:
+        if (DeviceType() != 1)
+            Device().tmrHoldEvent.SetEnabled(false);
+        break;
+    case KeyEscape:
+        EscapeUp(keyCode);
+        break;
+    case KeyRight:
+    case KeyPalmRight:
+        WalkRecords(u"NEXT");
+        break;
+    case KeyLeft:
+    case KeyPalmLeft:
+        WalkRecords(u"PREV");
+        break;
+    case KeyDown:
+        MoveRow(1);
+        break;
+    case KeyUp:
+        MoveRow(-1);
+        break;
+    case KeyPageDown:
+        Page(keyCode, 1);
+        break;
+    case KeyPageUp:
+        Page(keyCode, -1);
+        break;
+    case KeyPalmSelect:
+        SelectCurrentRow();
+        break;
+    default:
+        break;
+    }
+}
+
+void HoldTimerFired() {
+    const auto& grdMain = Device().grdMain;
+    if (grdMain.Rows() >= 1)
+        ShowHoldMenu(Screens.CurrentScreen, grdMain.Row(), grdMain.Col());
+    frmQuorin::Form.HoldEventFired = true;
+    Device().tmrHoldEvent.SetEnabled(false);
+}
+
+void ShowHoldMenu(std::int32_t, std::int32_t, std::int32_t) {
+}
+
+void HoldMenuClicked() {
+    auto& list = Device().lstHoldMenu;
+    list.SetVisible(false);
+    modPDAUI::RepaintGrids(false);
+    HandleHoldMenuClick(list.ItemText(list.ListIndex()));
+    HideHoldMenu();
+}
+
+void HandleHoldMenuClick(const Text& text) {
+    const auto menu = modStringTools::NumberFromText(Device().lstHoldMenu.Tag());
+    if (!menu) {
+        modPDAUI::Tell(u"HandleHoldMenuClick: ERROR Menu '" + modStringTools::UpperCase(text) + u"' does not exist.");
+        return;
+    }
+    MenuClick(*menu, Device().lstHoldMenu.ListIndex() + 1);
+}
+
+void HideHoldMenu() {
+    Device().lstHoldMenu.Clear();
+    Device().lstHoldMenu.SetTag(u"");
+}
+
+} // namespace modQuorin

@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: MIT
+// The shared selection list, and what a changed row means on each screen.
+#pragma once
+
+#include "text/text.h"
+
+namespace modQuorin {
+
+struct ListState {
+    std::int32_t PreferenceRow = 0;  ///< row of ScrPreferences last highlighted
+    std::int32_t LastVisibleRow = 0; ///< last row of a record that had a height, for the direction of travel
+};
+inline ListState Lists;
+
+/// Fills ScrList by ListKind; any kind that is not known fills nothing.
+void FillList();
+
+/// Runs on every change of grdMain's row or column, whatever caused it.
+void RowChanged(std::int32_t screen);
+
+// What RowChanged does, by screen.
+void StoreListChoice(); ///< stores the highlighted entry at once, so that leaving needs no confirmation
+void RememberPreferenceRow();
+void TakeDriverOfRow();
+void TakeDownloadOfRow();
+void TakePackageOfRow();
+void SkipHiddenRows(); ///< moves on, in the direction of travel, until the row has a height
+
+} // namespace modQuorin

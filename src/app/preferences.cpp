@@ -1,0 +1,89 @@
+// SPDX-License-Identifier: MIT
+#include "app/preferences.h"
+
+#include "app/lists.h"
+#include "drivers/installation.h"
+#include "storage/settings.h"
+#include "view/display_state.h"
+#include "view/grids.h"
+#include "view/navigation.h"
+#include "view/platform/platform.h"
+#include "view/prompt.h"
+
+namespace modQuorin {
+
+using modPDAUI::AddGridRow;
+using modPDAUI::Display;
+using platform::Device;
+
+namespace {
+
+constexpr std::int32_t LargestFont = 30;
+constexpr std::int32_t SmallestFont = 5;
+constexpr std::int32_t ZoomStep = 5; // a size must exceed the old one by more than this
+
+bool HighResolutionPalm() {
+    return Device().myCsys.DeviceType() == 1 && Display.UiScale == 2;
+}
+
+} // namespace
+
+void FillPreferences() {
+    auto& grdMain = Device().grdMain;
+    Device().grdTitle.SetCell(0, 0, u"Preferences");
+    grdMain.SetRows(1);
+    grdMain.SetCell(0, 0, u""); // a refill begins with an empty list
+    if (!HighResolutionPalm())
+        AddGridRow(u"Zoom");
+    AddGridRow(u"Select Storage Volume...");
+    AddGridRow(u"Bluetooth Serial Setup...");
+    AddGridRow(Display.ColourOn ? u"Toggle Colour: On" : u"Toggle Colour: Off");
+    AddGridRow(u"Enter Custom Serial ID...");
+    AddGridRow(u"Debug");
+    if (grdMain.Rows() - 1 >= Lists.PreferenceRow)
+        grdMain.SetRow(Lists.PreferenceRow);
+    modPDAUI::RepaintGrids(false);
+}
+
+bool LeavePreferences() {
+    SetFilePaths();
+    const std::int32_t type = Device().myCsys.DeviceType();
+    if (type == 3 || type == 7)
+        WriteInfoFile();
+    GotoScreen(ScrMain);
+    return true;
+}
+
+void ZoomGridFont() {
+    auto& grdMain = Device().grdMain;
+    const std::int32_t old = grdMain.FontSize();
+    for (std::int32_t size = old + 1; size <= LargestFont; ++size) {
+        grdMain.SetFontSize(size);
+        if (size > old + ZoomStep && grdMain.FontSize() == size)
+            break;
+    }
+    if (grdMain.FontSize() == old)
+        grdMain.SetFontSize(SmallestFont);
+    Device().grdTitle.SetFontName(grdMain.FontName());
+    Device().grdTitle.SetFontSize(grdMain.FontSize());
+    GotoScreen(Screens.CurrentScreen);
+}
+
+void SaveFontSize() {
+    SaveSetting(u"FONTSIZE", modStringTools::NumberText(Device().grdMain.FontSize()));
+}
+
+void ToggleColour() {
+    Display.ColourOn = !Display.ColourOn;
+    SaveSetting(u"COLOUR", Display.ColourOn ? u"-1" : u"0");
+    FillScreen(Screens.CurrentScreen);
+}
+
+void EnterSerialId() {
+    Text answer;
+    modPDAUI::InputPrompt(u"Serial ID", modPDAUI::PromptLine, answer, u"", false, true);
+    if (!answer.empty())
+        SaveSetting(u"ComPort", answer);
+}
+
+} // namespace modQuorin

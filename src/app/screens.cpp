@@ -1,0 +1,158 @@
+// SPDX-License-Identifier: MIT
+#include "app/screens.h"
+
+#include "app/commands.h"
+#include "app/debug_screens.h"
+#include "app/lists.h"
+#include "app/preferences.h"
+#include "drivers/downloads.h"
+#include "drivers/installation.h"
+#include "drivers/record_editor.h"
+#include "drivers/record_view.h"
+#include "drivers/registry.h"
+#include "drivers/selection.h"
+#include "view/menu_table.h"
+#include "view/navigation.h"
+#include "view/platform/platform.h"
+#include "view/prompt.h"
+
+namespace modQuorin {
+
+namespace {
+
+void FillDrivers() {
+    ShowDriverList(u"Drivers");
+}
+
+void FillInstalledDrivers() {
+    ShowDriverList(u"Installed Drivers");
+}
+
+void FillDownloads() {
+    ShowDownloadList(Selection.SelectedDriver);
+}
+
+void FillDownload() {
+    OpenDownload(Selection.SelectedDriver, Selection.SelectedDownload);
+}
+
+void FillTextFile() {
+    platform::Device().grdTitle.SetCell(0, 0, u"View Text File");
+}
+
+void FillRecord() {
+    ShowRecord();
+    Screens.GridEditMode = true;
+}
+
+void FillColumns() {
+    ShowColumnChoices(Selection.SelectedDriver);
+}
+
+void FillAddDriver() {
+    ShowDriverPackages(u"Add Driver");
+}
+
+bool CancelInput() {
+    modPDAUI::EndInput(true);
+    return true;
+}
+
+bool LeaveDrivers() {
+    GotoScreen(ScrMain);
+    return true;
+}
+
+bool LeaveColumns() {
+    SaveColumnChoices();
+    return false;
+}
+
+void SelectStart(std::int32_t, std::int32_t) {
+    MenuEvent(u"Start...");
+}
+
+void SelectOk(std::int32_t, std::int32_t) {
+    MenuEvent(u"Ok");
+}
+
+void SelectOpen(std::int32_t, std::int32_t) {
+    MenuEvent(u"Open");
+}
+
+void SelectCommandRow(std::int32_t row, std::int32_t col) {
+    MenuEvent(platform::Device().grdMain.Cell(row, col));
+}
+
+/// The choice was stored when the row changed.
+void SelectListEntry(std::int32_t, std::int32_t) {
+    GoBack();
+}
+
+void SelectDownloadCell(std::int32_t, std::int32_t) {
+    auto& grdMain = platform::Device().grdMain;
+    Text value = grdMain.Cell(grdMain.Row(), 1);
+    modPDAUI::InputPrompt(grdMain.Cell(grdMain.Row(), 0), modPDAUI::PromptText, value, u"", false, false);
+}
+
+struct Shape {
+    std::int32_t Rows, Cols, Percent, TitleRows, TitleCols, DrawStyle;
+};
+
+constexpr Shape TableShape = {1, 1, 100, 1, 1, DrawTable};
+constexpr Shape ListShape = {1, 1, 100, 1, 1, DrawList};
+constexpr Shape RecordShape = {1, 2, 50, 1, 2, DrawTable};
+
+void Add(ScreenId& id, const char* name, const Shape& shape, MenuId menu, std::int32_t backMode, ScreenId backScreen,
+         const ScreenBehaviour& behaviour) {
+    id = AddScreen(menu, backMode, backScreen, shape.Rows, shape.Cols, shape.Percent, shape.TitleRows, shape.TitleCols,
+                   shape.DrawStyle);
+    ScreenRow(id).Name = name;
+    ScreenRow(id).Behaviour = behaviour;
+}
+
+} // namespace
+
+// clang-format off: a row a screen
+//  screen              name                   shape                        menu             Back                back to
+//      fill                  before Back       select             row changed
+
+void AddInputScreens() {
+    Add(ScrInput, "ScrInput", TableShape, MenuInput, BackToPrevious, 0, {nullptr, CancelInput, nullptr, nullptr});
+    Add(ScrFileSelect, "ScrFileSelect", {1, 1, 100, 2, 1, DrawTable}, MenuFileSelect, BackToPrevious, 0,
+        {nullptr, nullptr, nullptr, nullptr});
+    Add(ScrMessage, "ScrMessage", ListShape, MenuMessage, BackToPrevious, 0, {nullptr, nullptr, nullptr, nullptr});
+}
+
+void AddApplicationScreens() {
+    Add(ScrMain, "ScrMain", {1, 1, 100, 0, 0, DrawCell}, MenuMain, BackEndsProgram, 0,
+        {nullptr, nullptr, SelectStart, nullptr});
+    Add(ScrDrivers, "ScrDrivers", ListShape, MenuOk, BackToScreen, ScrMain,
+        {FillDrivers, LeaveDrivers, SelectOk, TakeDriverOfRow});
+    Add(ScrInstalledDrivers, "ScrInstalledDrivers", ListShape, MenuDrivers, BackToScreen, ScrMain,
+        {FillInstalledDrivers, nullptr, nullptr, TakeDriverOfRow});
+    Add(ScrPreferences, "ScrPreferences", ListShape, MenuBackCommand, BackToPrevious, 0,
+        {FillPreferences, LeavePreferences, SelectCommandRow, RememberPreferenceRow});
+    Add(ScrList, "ScrList", ListShape, MenuBack, BackToPrevious, 0,
+        {FillList, nullptr, SelectListEntry, StoreListChoice});
+    Add(ScrDownloads, "ScrDownloads", ListShape, MenuDownloads, BackToScreen, ScrDrivers,
+        {FillDownloads, nullptr, SelectOpen, TakeDownloadOfRow});
+    Add(ScrDownload, "ScrDownload", {1, 2, 50, 2, 2, DrawTable}, MenuDownload, BackToScreen, ScrDownloads,
+        {FillDownload, nullptr, SelectDownloadCell, nullptr});
+    Add(ScrBluetoothDebug, "ScrBluetoothDebug", TableShape, MenuBack, BackToPrevious, 0,
+        {FillBluetoothDebug, nullptr, nullptr, nullptr});
+    Add(ScrFileDebug, "ScrFileDebug", TableShape, MenuBack, BackToScreen, ScrMain,
+        {FillFileDebug, nullptr, SelectCommandRow, nullptr});
+    Add(ScrTextFile, "ScrTextFile", ListShape, MenuBack, BackToPrevious, 0, {FillTextFile, nullptr, nullptr, nullptr});
+    Add(ScrDriverProperties, "ScrDriverProperties", RecordShape, MenuSave, BackToScreen, ScrInstalledDrivers,
+        {FillRecord, LeaveRecord, SelectRecordCell, nullptr});
+    Add(ScrInfRecord, "ScrInfRecord", RecordShape, MenuRecord, BackNothing, 0,
+        {FillRecord, LeaveRecord, SelectRecordCell, SkipHiddenRows});
+    Add(ScrColumns, "ScrColumns", {1, 2, 80, 1, 1, DrawTable}, MenuBack, BackToPrevious, 0,
+        {FillColumns, LeaveColumns, ToggleColumnChoice, nullptr});
+    Add(ScrAddDriver, "ScrAddDriver", ListShape, MenuInstall, BackToPrevious, 0,
+        {FillAddDriver, nullptr, nullptr, TakePackageOfRow});
+}
+// clang-format on
+
+} // namespace modQuorin

@@ -1,0 +1,159 @@
+// SPDX-License-Identifier: MIT
+#include "drivers/downloads.h"
+
+#include "drivers/selection.h"
+#include "storage/keyed_tables.h"
+#include "storage/settings.h"
+#include "storage/volumes.h"
+#include "view/grids.h"
+#include "view/navigation.h"
+#include "view/platform/platform.h"
+#include "view/prompt.h"
+#include "view/questions.h"
+
+namespace modQuorin {
+
+using namespace modFileSystem;
+using platform::Device;
+
+namespace {
+
+const Text FilePrefix = u"qrn";
+const Text FirstFile = u"qrn0001.txt";
+constexpr std::size_t NumberDigits = 4;
+constexpr std::size_t EndingLength = 4;
+
+void OpenControl(const char16_t* mode) {
+    OpenTable(Paths.ControlFile, mode, DataType, DataCreator);
+}
+
+/// Moves to the row of a download and gives its number, or 0 where there is none.
+std::int32_t FindDownload(const Text& driver, const Text& file) {
+    FirstRow();
+    const std::int32_t count = TableRowCount();
+    for (std::int32_t row = 1; row <= count; ++row) {
+        if (GetField(u"FILE") == file && GetField(u"DRIVER") == driver)
+            return row;
+        NextRow();
+    }
+    return 0;
+}
+
+bool BearsOurName(const Text& file) {
+    return file.substr(0, FilePrefix.size()) == FilePrefix;
+}
+
+/// The name behind the last one: the number is the four characters behind the prefix, so that 9999 is followed by 10000
+/// and that, whose four characters are 1000, by 1001.
+Text NameBehind(const Text& file) {
+    const Text digits = file.substr(FilePrefix.size(), NumberDigits);
+    const auto number = modStringTools::NumberFromText(digits);
+    if (!number)
+        platform::RuntimeFailure(u"The download file \"" + file + u"\" has no number in its name");
+    const std::size_t ending = file.size() < EndingLength ? 0 : file.size() - EndingLength;
+    return FilePrefix + PadNumber(*number + 1, NumberDigits) + file.substr(ending);
+}
+
+Text Today() {
+    const platform::CalendarDate date = Device().clock.Now().Date;
+    return PadNumber(date.Year, 4) + PadNumber(date.Month, 2) + PadNumber(date.Day, 2);
+}
+
+void StoreAlias(std::int32_t row, const Text& alias) {
+    OpenControl(u"a");
+    GotoRow(row);
+    SetField(u"ALIAS", alias);
+    SaveRow();
+}
+
+void ShowScreenAfresh() {
+    GotoScreen(Screens.CurrentScreen);
+}
+
+} // namespace
+
+void LoadDownloadList(const Text& driver) {
+    Downloads.DownloadFiles.clear();
+    Downloads.DownloadAliases.clear();
+    OpenControl(u"r");
+    FirstRow();
+    const std::int32_t count = TableRowCount();
+    for (std::int32_t i = 0; i < count; ++i) {
+        if (GetField(u"DRIVER") == driver) {
+            Downloads.DownloadFiles.push_back(GetField(u"FILE"));
+            Downloads.DownloadAliases.push_back(GetField(u"ALIAS"));
+        }
+        NextRow();
+    }
+    CloseTable();
+}
+
+void ShowDownloadList(const Text& driver) {
+    LoadDownloadList(driver);
+    Device().grdTitle.SetCell(0, 0, u"Downloads");
+    std::vector<Text> names = Downloads.DownloadAliases;
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        if (names[i].empty())
+            names[i] = Downloads.DownloadFiles[i];
+    }
+    modPDAUI::ShowList(names);
+    if (!Downloads.DownloadFiles.empty())
+        Selection.SelectedDownload = Downloads.DownloadFiles.front();
+    modPDAUI::RepaintGrids(false);
+}
+
+void NewDownload(const Text& driver) {
+    OpenControl(u"a");
+    Text file = FirstFile;
+    if (TableRowCount() > 0) {
+        LastRow();
+        const Text last = GetField(u"FILE");
+        if (!BearsOurName(last)) {
+            CloseTable(); // numbering does not go on from a foreign name
+            return;
+        }
+        file = NameBehind(last);
+    }
+    AddRow(-1);
+    SetField(u"DRIVER", driver);
+    SetField(u"FILE", file);
+    SetField(u"DATE", Today());
+    SaveRow();
+    ShowScreenAfresh();
+}
+
+void RenameDownload(Text driver, Text file) {
+    OpenControl(u"a");
+    const std::int32_t row = FindDownload(driver, file);
+    if (row != 0) {
+        const Text alias = GetField(u"ALIAS");
+        const Text oldName = alias.empty() ? file : alias;
+        Text answer = oldName;
+        modPDAUI::InputPrompt(u"Rename", modPDAUI::PromptLine, answer, u"", false, true);
+        if (answer != oldName && !answer.empty())
+            StoreAlias(row, answer);
+    }
+    CloseTable();
+    ShowScreenAfresh();
+}
+
+void DeleteDownload(Text driver, Text file) {
+    if (!modPDAUI::AskTwice(u"Delete Download File?"))
+        return;
+    const Text folder = GetDataPath(u"");
+    OpenControl(u"a");
+    if (FindDownload(driver, file) != 0) {
+        DeleteFile(folder + file);
+        DeleteRow();
+    }
+    CloseTable();
+    ShowScreenAfresh();
+}
+
+Text PadNumber(std::int32_t value, std::int16_t width) {
+    const Text digits = modStringTools::NumberText(value);
+    const auto wanted = static_cast<std::size_t>(width);
+    return digits.size() < wanted ? Text(wanted - digits.size(), u'0') + digits : digits;
+}
+
+} // namespace modQuorin

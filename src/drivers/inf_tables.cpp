@@ -1,0 +1,99 @@
+// SPDX-License-Identifier: MIT
+#include "drivers/inf_tables.h"
+
+#include "drivers/record_editor.h"
+#include "storage/keyed_tables.h"
+#include "storage/settings.h"
+#include "storage/volumes.h"
+#include "view/inf_fields.h"
+#include "view/navigation.h"
+#include "view/platform/platform.h"
+
+namespace modQuorin {
+
+using namespace modFileSystem;
+using modStringTools::NumberText;
+
+namespace {
+
+std::int32_t Colour(const Text& display) {
+    if (display.empty())
+        return White;
+    const auto colour = modStringTools::NumberFromText(display);
+    if (!colour)
+        platform::RuntimeFailure(u"DISPLAY \"" + display + u"\" is no number (row " + NumberText(Table.TableRowIndex) +
+                                 u" of " + Table.TableFile.name + u")");
+    return *colour;
+}
+
+std::int32_t KindOfData(const Text& dataType) {
+    const Text name = modStringTools::UpperCase(dataType);
+    if (name == u"DATE")
+        return TypeDate;
+    return name == u"TIME" ? TypeTime : TypeText;
+}
+
+InfField CurrentInfRow() {
+    InfField field;
+    field.Display = Colour(GetField(u"DISPLAY"));
+    field.Blob = GetField(u"BLOB");
+    field.Copy = GetField(u"COPY") == u"1";
+    field.FieldName = GetField(u"FIELDNAME");
+    field.Visible = GetField(u"VISIBLE") == u"1";
+    field.Formula = GetField(u"FORMULA");
+    field.DataType = KindOfData(GetField(u"DATATYPE"));
+    return field;
+}
+
+} // namespace
+
+Text InfPath(const Text& driver) {
+    OpenTable(Paths.DriversFile, u"r", DataType, DataCreator);
+    FindRow(NameSelection(driver)); // not found: the last row is current, and its inf file is taken
+    const Text path = GetDataPath(Paths.ApplicationName) + GetField(u"INFFILE");
+    CloseTable();
+    return path;
+}
+
+Text LoadInfFields() {
+    const std::int32_t count = TableRowCount();
+    if (count < 1)
+        platform::RuntimeFailure(u"The inf table " + Table.TableFile.name + u" has no rows");
+    FirstRow();
+    Inf.InfFields.clear();
+    Text header;
+    for (std::int32_t i = 0; i < count; ++i) {
+        Inf.InfFields.push_back(CurrentInfRow());
+        if (i > 0)
+            header += u"|";
+        header += Inf.InfFields.back().FieldName;
+        NextRow();
+    }
+    return header;
+}
+
+bool AnyFieldReceivesResults() {
+    for (const InfField& field : Inf.InfFields) {
+        if (!field.Blob.empty())
+            return true;
+    }
+    return false;
+}
+
+void OpenInfEditor(const Text& driver) {
+    if (driver.empty())
+        return;
+    Inf.InfFields.clear(); // no row of the editor is hidden or coloured
+    const Text path = InfPath(driver);
+    OpenTable(path, u"r", DataType, DataCreator);
+    if (!Table.TableFile.valid) {
+        CreateTable(path, InfHeader, u"r", DataType, DataCreator);
+        AddRow(-1);
+    }
+    FirstRow();
+    Screens.RecordReturnScreen = ScrInstalledDrivers;
+    GotoScreen(ScrInfRecord);
+    ShowRecordTitle(u"Inf Editor");
+}
+
+} // namespace modQuorin

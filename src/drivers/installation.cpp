@@ -1,0 +1,175 @@
+// SPDX-License-Identifier: MIT
+#include "drivers/installation.h"
+
+#include "drivers/registry.h"
+#include "drivers/selection.h"
+#include "storage/line_files.h"
+#include "storage/settings.h"
+#include "storage/volumes.h"
+#include "view/grids.h"
+#include "view/platform/platform.h"
+#include "view/questions.h"
+#include "view/status_strip.h"
+
+namespace modQuorin {
+
+using namespace modFileSystem;
+using platform::Device;
+
+namespace {
+
+constexpr std::size_t VolumesSearched = 3;
+const Text PackageEnding = u"qvd"; // without a full stop, which a database's name can't hold
+
+void AddPackagesOf(const Text& folder) {
+    ListFiles(folder, DataType, DataCreator);
+    for (const Text& name : Storage.FileList) {
+        if (name.size() >= PackageEnding.size() &&
+            modStringTools::LowerCase(name.substr(name.size() - PackageEnding.size())) == PackageEnding)
+            Registry.DriverNames.push_back(name);
+    }
+}
+
+/// One package on its way in. A step that fails tells why and gives false.
+struct Installation {
+    std::int32_t CountedLines = 0;
+    Text InfFile;
+    FileHandle Output;
+    bool Exists = false; ///< a driver of that name is there already
+};
+
+bool DriverExists(const Text& name) {
+    for (const Text& driver : Registry.DriverNames) {
+        if (modStringTools::SameIgnoringCase(driver, name))
+            return true;
+    }
+    return false;
+}
+
+bool AddDriverRow(Installation& work, const Text& line) {
+    const std::size_t bar = line.find(u'|');
+    if (bar == Text::npos)
+        return true; // no row is added, and the inf file has no name
+    work.InfFile = line.substr(bar + 1);
+    if (DriverExists(line.substr(0, bar))) {
+        work.Exists = true;
+        return false;
+    }
+    FileHandle drivers;
+    OpenFile(drivers, GetDataPath(u"") + u"drivers.txt", u"a", DataType, DataCreator);
+    if (!drivers.valid) {
+        modPDAUI::Tell(u"Error updating drivers file");
+        return false;
+    }
+    WriteFileLine(drivers, line);
+    CloseFile(drivers);
+    return true;
+}
+
+bool BeginInfFile(Installation& work, const Text& line) {
+    OpenFile(work.Output, GetDataPath(u"") + work.InfFile, u"w", DataType, DataCreator);
+    if (!work.Output.valid) {
+        modPDAUI::Tell(u"Error creating driver inf file");
+        return false;
+    }
+    WriteFileLine(work.Output, line);
+    return true;
+}
+
+bool TakeLine(Installation& work, const Text& line) {
+    if (!line.empty() && line.front() == u'#')
+        return true;
+    ++work.CountedLines;
+    if (work.CountedLines == 1)
+        return AddDriverRow(work, line);
+    if (work.CountedLines == 2)
+        return BeginInfFile(work, line);
+    WriteFileLine(work.Output, line);
+    return true;
+}
+
+/// Reads the package into the data folder, as far as that goes.
+void Install(FileHandle& package) {
+    Installation work;
+    const std::int32_t total = FileLineCount(package);
+    std::int32_t number = 1;
+    for (; number <= total; ++number) {
+        std::int32_t line = number;
+        if (!TakeLine(work, ReadFileLine(package, line)))
+            break;
+    }
+    CloseFile(work.Output);
+    if (work.Exists)
+        modPDAUI::Tell(u"Driver already exists");
+    else if (number >= total) // goes by the line alone: a failure on the very last one is followed by this as well
+        modPDAUI::Tell(u"Driver installed");
+}
+
+Text InfoFileName() {
+    EnumVolumes(false);
+    Text root = Storage.VolumeList.empty() ? Text() : Storage.VolumeList.front();
+    if (root.empty() || root.back() != u'\\')
+        root += u'\\';
+    return root + u"QVRN.info";
+}
+
+} // namespace
+
+void EnumAddDrivers() {
+    Registry.DriverNames.clear();
+    EnumVolumes(true); // a card may have been inserted
+    const Text dataFolder = GetDataPath(u"");
+    AddPackagesOf(dataFolder);
+    AddPackagesOf(u"");
+    if (Device().myCsys.DeviceType() == 0)
+        return;
+    const std::vector<Text> volumes = Storage.VolumeList;
+    for (std::size_t i = 0; i < volumes.size() && i < VolumesSearched; ++i) {
+        if (volumes[i] != dataFolder)
+            AddPackagesOf(volumes[i]);
+    }
+}
+
+void ShowDriverPackages(const Text& title) {
+    EnumAddDrivers();
+    Device().grdTitle.SetCell(0, 0, title);
+    modPDAUI::ShowList(Registry.DriverNames);
+    Selection.SelectedDriver = Device().grdMain.Cell(Device().grdMain.Row(), 0);
+    modPDAUI::RepaintGrids(false);
+    if (!Registry.DriverNames.empty())
+        Selection.SelectedPackage = Registry.DriverNames.front();
+}
+
+void InstallDriver() {
+    if (Selection.SelectedPackage.empty())
+        return;
+    FileHandle package;
+    OpenFile(package, Selection.SelectedPackage, u"r", DataType, DataCreator);
+    if (!package.valid) {
+        modPDAUI::Tell(u"Error installing driver.");
+        return;
+    }
+    modPDAUI::ShowBusy(true);
+    LoadDriverList();
+    Install(package);
+    CloseFile(package);
+    modPDAUI::ShowBusy(false);
+}
+
+void WriteInfoFile() {
+    const Text name = InfoFileName();
+    FileHandle file;
+    OpenFile(file, name, u"r", u"", u"");
+    if (!file.valid)
+        return;
+    CloseFile(file);
+    OpenFile(file, name, u"a", u"", u"");
+    const Text line = u"path=" + GetDataPath(u"");
+    if (FileLineCount(file) >= 2)
+        ChangeFileLine(file, 2, line);
+    else
+        WriteFileLine(file, line);
+    CloseFile(file);
+}
+
+} // namespace modQuorin

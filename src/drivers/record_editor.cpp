@@ -1,0 +1,183 @@
+// SPDX-License-Identifier: MIT
+#include "drivers/record_editor.h"
+
+#include "storage/keyed_tables.h"
+#include "view/grids.h"
+#include "view/inf_fields.h"
+#include "view/input_fields.h"
+#include "view/navigation.h"
+#include "view/platform/platform.h"
+#include "view/prompt.h"
+#include "view/questions.h"
+#include "view/status_strip.h"
+
+#include <algorithm>
+
+namespace modQuorin {
+
+using namespace modFileSystem;
+using platform::Device;
+
+namespace {
+
+constexpr std::int32_t ValueColumn = 1;
+
+/// How many fields both the record and the grid hold. A record with more fields than the table has columns keeps the
+/// ones that no row of the grid shows.
+std::int32_t SharedFields() {
+    return std::min(static_cast<std::int32_t>(Table.TableValues.size()), Device().grdMain.Rows());
+}
+
+void ShowPosition() {
+    Device().grdTitle.SetCell(
+        0, 1, modStringTools::NumberText(Table.TableRowIndex) + u"/" + modStringTools::NumberText(TableRowCount()));
+}
+
+/// Takes the values to carry over from the last record; whether there was a field to carry.
+bool RememberCopiedFields() {
+    if (Inf.InfFields.empty())
+        return false;
+    LastRow();
+    bool any = false;
+    for (InfField& field : Inf.InfFields) {
+        if (!field.Copy)
+            continue;
+        field.CopyValue = GetField(field.FieldName);
+        any = true;
+    }
+    return any;
+}
+
+void PutCopiedFields() {
+    for (const InfField& field : Inf.InfFields) {
+        if (field.Copy)
+            SetField(field.FieldName, field.CopyValue);
+    }
+}
+
+void NewRecord() {
+    const bool copied = RememberCopiedFields();
+    AddRow(-1);
+    if (copied)
+        PutCopiedFields(); // marks the record as changed: it reaches the disk with the next command or on leaving
+}
+
+void InsertRecord() {
+    AddRow(Table.TableRowIndex);
+}
+
+struct RecordCommandRow {
+    const char16_t* Name;
+    void (*Run)();
+};
+
+constexpr RecordCommandRow RecordCommands[] = {
+    {u"NEXT", NextRow},  {u"PREV", PreviousRow},    {u"FIRST", FirstRow},   {u"LAST", LastRow},
+    {u"NEW", NewRecord}, {u"INSERT", InsertRecord}, {u"DELETE", DeleteRow},
+};
+
+std::int32_t EditKind(std::int32_t row) {
+    if (row < 0 || row >= static_cast<std::int32_t>(Inf.InfFields.size()))
+        return TypeText;
+    return Inf.InfFields[static_cast<std::size_t>(row)].DataType;
+}
+
+void AskForDate(std::int32_t row) {
+    const Text title = Device().grdMain.Cell(row, 0);
+    Text value = Device().grdMain.Cell(row, Device().grdMain.Col());
+    modPDAUI::InputPrompt(title, modPDAUI::PromptDate, value, u"", false, false);
+    Table.RecordDirty = true;
+}
+
+} // namespace
+
+void ShowRecord() {
+    if (!Table.TableFile.valid)
+        return;
+    auto& grdMain = Device().grdMain;
+    const auto columns = static_cast<std::int32_t>(Table.TableColumns.size());
+    grdMain.SetRows(columns);
+    grdMain.SetCol(ValueColumn);
+    grdMain.SetTopRow(0);
+    for (std::int32_t row = 0; row < columns; ++row) {
+        const auto i = static_cast<std::size_t>(row);
+        const bool hasValue = i < Table.TableValues.size();
+        grdMain.SetCell(row, 0, Table.TableColumns[i]);
+        grdMain.SetCell(row, ValueColumn, hasValue ? Table.TableValues[i] : Text());
+        if (hasValue && i < Inf.InfFields.size() && !Inf.InfFields[i].Visible)
+            grdMain.SetRowHeight(row, 0);
+    }
+    modPDAUI::RepaintGrids(false);
+}
+
+void CollectRecordEdits() {
+    for (std::int32_t row = 0; row < SharedFields(); ++row) {
+        Text& value = Table.TableValues[static_cast<std::size_t>(row)];
+        const Text shown = Device().grdMain.Cell(row, ValueColumn);
+        if (shown == value)
+            continue;
+        value = shown;
+        Table.RecordDirty = true;
+    }
+}
+
+void SaveRecordFromGrid() {
+    if (!Table.TableFile.valid)
+        return;
+    modPDAUI::ShowBusy(true);
+    for (std::int32_t row = 0; row < SharedFields(); ++row)
+        Table.TableValues[static_cast<std::size_t>(row)] = Device().grdMain.Cell(row, ValueColumn);
+    SaveRow();
+    modPDAUI::ShowBusy(false);
+}
+
+void RecordCommand(const Text& command) {
+    if (!Table.TableFile.valid)
+        return;
+    CollectRecordEdits();
+    if (Table.RecordDirty)
+        SaveRecordFromGrid();
+    const Text name = modStringTools::UpperCase(command);
+    if (name == u"DELETE" && !modPDAUI::AskTwice(u"Delete Record?"))
+        return;
+    for (const RecordCommandRow& row : RecordCommands) {
+        if (name == row.Name)
+            row.Run();
+    }
+    if (Table.TableRowTotal == 0)
+        AddRow(-1); // a table of records is never left without one on screen
+    ShowRecord();
+    ShowPosition();
+}
+
+void ShowRecordTitle(const Text& title) {
+    Device().grdTitle.SetCell(0, 0, title);
+    ShowPosition();
+}
+
+bool LeaveRecord() {
+    if (Device().txtInputField.Visible() || Table.RecordDirty)
+        SaveRecordFromGrid();
+    GotoScreen(Screens.RecordReturnScreen != 0 ? Screens.RecordReturnScreen : Screens.PreviousScreen);
+    return true;
+}
+
+void SelectRecordCell(std::int32_t, std::int32_t) {
+    const std::int32_t row = Device().grdMain.Row();
+    const std::int32_t col = Device().grdMain.Col();
+    if (col != ValueColumn)
+        return;
+    switch (EditKind(row)) {
+    case TypeText:
+    case TypeTime:
+        modPDAUI::BeginCellEdit(row, col);
+        break;
+    case TypeDate:
+        AskForDate(row);
+        break;
+    default:
+        break;
+    }
+}
+
+} // namespace modQuorin

@@ -1,0 +1,108 @@
+// SPDX-License-Identifier: MIT
+#include "drivers/record_view.h"
+
+#include "drivers/inf_tables.h"
+#include "drivers/record_editor.h"
+#include "link/receive.h"
+#include "storage/keyed_tables.h"
+#include "storage/settings.h"
+#include "storage/volumes.h"
+#include "view/grids.h"
+#include "view/inf_fields.h"
+#include "view/navigation.h"
+#include "view/platform/platform.h"
+#include "view/status_strip.h"
+
+namespace modQuorin {
+
+using namespace modFileSystem;
+using platform::Device;
+
+namespace {
+
+constexpr std::int32_t MarkColumn = 1;
+const Text Mark = u"X";
+
+/// Opens the inf table of a driver; whether there is one.
+bool OpenInfTable(const Text& driver) {
+    OpenTable(InfPath(driver), u"r", DataType, DataCreator);
+    return Table.TableFile.valid;
+}
+
+void OpenOrCreateDownload(const Text& file, const Text& header) {
+    OpenTable(file, u"r", DataType, DataCreator);
+    if (!Table.TableFile.valid)
+        CreateTable(file, header, u"r", DataType, DataCreator);
+    if (TableRowCount() != 0)
+        FirstRow();
+    else
+        AddRow(-1);
+}
+
+} // namespace
+
+void OpenDownload(const Text& driver, Text& file) {
+    if (driver.empty() || file.empty())
+        return;
+    modPDAUI::ShowBusy(true);
+    if (!OpenInfTable(driver)) {
+        modPDAUI::ShowBusy(false);
+        return;
+    }
+    const Text header = LoadInfFields();
+    if (AnyFieldReceivesResults())
+        modBluetooth::ArmLink();
+    file = GetDataPath(Paths.ApplicationName) + file;
+    OpenOrCreateDownload(file, header);
+    Screens.RecordReturnScreen = ScrDownloads;
+    GotoScreen(ScrInfRecord);
+    ShowRecordTitle(u"Download");
+    modPDAUI::ShowBusy(false);
+}
+
+void ShowColumnChoices(const Text& driver) {
+    auto& grdMain = Device().grdMain;
+    Device().grdTitle.SetCell(0, 0, u"Show/Hide Columns");
+    if (driver.empty())
+        return;
+    Inf.InfFields.clear();
+    if (!OpenInfTable(driver))
+        return;
+    modPDAUI::ShowBusy(true);
+    FirstRow();
+    const std::int32_t count = TableRowCount();
+    grdMain.SetRows(count);
+    for (std::int32_t row = 0; row < count; ++row) {
+        grdMain.SetCell(row, 0, GetField(u"FIELDNAME"));
+        grdMain.SetCell(row, MarkColumn, GetField(u"VISIBLE") == u"1" ? Mark : Text());
+        NextRow();
+    }
+    modPDAUI::RepaintGrids(false);
+    modPDAUI::ShowBusy(false);
+}
+
+void ToggleColumnChoice(std::int32_t, std::int32_t) {
+    auto& grdMain = Device().grdMain;
+    const bool marked = !grdMain.Cell(grdMain.Row(), MarkColumn).empty();
+    grdMain.SetCell(grdMain.Row(), MarkColumn, marked ? Text() : Mark);
+}
+
+void SaveColumnChoices() {
+    if (!Table.TableFile.valid)
+        return;
+    modPDAUI::ShowBusy(true);
+    FirstRow();
+    const std::int32_t count = TableRowCount();
+    for (std::int32_t row = 0; row < count; ++row) {
+        const Text flag = Device().grdMain.Cell(row, MarkColumn).empty() ? u"0" : u"1";
+        if (flag != GetField(u"VISIBLE")) {
+            SetField(u"VISIBLE", flag);
+            SaveRow();
+        }
+        NextRow();
+    }
+    CloseTable();
+    modPDAUI::ShowBusy(false);
+}
+
+} // namespace modQuorin

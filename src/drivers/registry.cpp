@@ -1,0 +1,106 @@
+// SPDX-License-Identifier: MIT
+#include "drivers/registry.h"
+
+#include "drivers/inf_tables.h"
+#include "drivers/record_editor.h"
+#include "drivers/selection.h"
+#include "storage/keyed_tables.h"
+#include "storage/settings.h"
+#include "storage/volumes.h"
+#include "view/grids.h"
+#include "view/navigation.h"
+#include "view/platform/platform.h"
+#include "view/questions.h"
+
+namespace modQuorin {
+
+using namespace modFileSystem;
+using platform::Device;
+
+namespace {
+
+const Text DriversHeader = u"NAME|INFFILE";
+const Text ControlHeader = u"DRIVER|FILE|DATE|ALIAS";
+
+void OpenDrivers() {
+    OpenTable(Paths.DriversFile, u"r", DataType, DataCreator);
+}
+
+void ShowDriverRow() {
+    GotoScreen(ScrDriverProperties);
+    Device().grdTitle.SetCell(0, 0, u"Edit Driver");
+}
+
+} // namespace
+
+void CreateBlankDriversFile() {
+    CreateTable(Paths.DriversFile, DriversHeader, u"w", DataType, DataCreator);
+    CloseTable();
+    CreateTable(Paths.ControlFile, ControlHeader, u"r", DataType, DataCreator);
+    CloseTable();
+}
+
+void LoadDriverList() {
+    Registry.DriverNames.clear();
+    OpenDrivers();
+    if (!Table.TableFile.valid) {
+        CreateBlankDriversFile();
+        OpenDrivers();
+        if (!Table.TableFile.valid)
+            return;
+    }
+    const std::int32_t count = TableRowCount();
+    if (count > 0)
+        FirstRow();
+    for (std::int32_t i = 0; i < count; ++i) {
+        Registry.DriverNames.push_back(GetField(u"NAME"));
+        NextRow();
+    }
+    CloseTable();
+}
+
+void ShowDriverList(const Text& title) {
+    LoadDriverList();
+    Device().grdTitle.SetCell(0, 0, title);
+    modPDAUI::ShowList(Registry.DriverNames);
+    Selection.SelectedDriver = Device().grdMain.Cell(Device().grdMain.Row(), 0);
+    modPDAUI::RepaintGrids(false);
+}
+
+void EditDriver(const Text& name) {
+    if (name.empty())
+        return;
+    OpenDrivers();
+    FindRow(NameSelection(name));
+    ShowDriverRow();
+}
+
+void NewDriver() {
+    OpenDrivers();
+    AddRow(-1);
+    SetField(u"NAME", u"Untitled Driver");
+    SetField(u"INFFILE", u"untitled.txt");
+    SaveRow();
+    ShowDriverRow();
+}
+
+void DeleteDriver(const Text& name) {
+    if (name.empty() || !modPDAUI::AskTwice(u"Delete Driver?"))
+        return;
+    const Text folder = GetDataPath(u"");
+    OpenDrivers();
+    if (!FindRow(NameSelection(name)))
+        return;
+    DeleteFile(folder + GetField(u"INFFILE"));
+    DeleteRow();
+    GotoScreen(Screens.CurrentScreen);
+}
+
+void SaveDriverProperties() {
+    // Read before the save: a driver that is renamed here is looked up under its old name, which is gone by then.
+    Selection.SelectedDriver = GetField(u"NAME");
+    SaveRecordFromGrid();
+    OpenInfEditor(Selection.SelectedDriver);
+}
+
+} // namespace modQuorin

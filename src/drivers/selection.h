@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: MIT
+// What the technician has in hand.
+#pragma once
+
+#include "text/text.h"
+
+namespace modQuorin {
+
+struct SelectionState {
+    Text SelectedDriver;   ///< follows the row of the driver screens
+    Text SelectedDownload; ///< a bare file name, and its full path once it was opened; follows the row of ScrDownloads
+    Text SelectedPackage;  ///< a driver package; follows the row of ScrAddDriver
+};
+inline SelectionState Selection;
+
+} // namespace modQuorin
