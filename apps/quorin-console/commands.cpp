@@ -1,0 +1,281 @@
+// SPDX-License-Identifier: MIT
+#include "commands.h"
+
+#include "app/form.h"
+#include "arguments.h"
+#include "platform/headless/gestures.h"
+#include "reports.h"
+#include "session.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <limits>
+
+namespace console {
+
+using platform::BoxAnswer;
+
+namespace {
+
+using Error = std::string;
+using Arguments = std::vector<std::string>;
+
+const Error Done;
+
+constexpr std::int64_t LongestTime = std::int64_t{1000} * 86400 * 365 * 100; // a century of milliseconds
+
+// --- a person's hand -------------------------------------------------------------------------------------------------
+
+struct GridPlace {
+    std::int32_t Row = 0;
+    std::int32_t Col = 0;
+};
+
+std::optional<std::int32_t> SmallNumber(const std::string& word) {
+    const auto number = NumberFrom(word);
+    if (!number || *number < std::numeric_limits<std::int32_t>::min() ||
+        *number > std::numeric_limits<std::int32_t>::max())
+        return std::nullopt;
+    return static_cast<std::int32_t>(*number);
+}
+
+Error ReadPlace(const std::string& rest, GridPlace& place) {
+    const Arguments words = WordsOf(rest);
+    if (words.empty() || words.size() > 2)
+        return "wants ROW [COL]";
+    const auto row = SmallNumber(words[0]);
+    const auto col = words.size() == 2 ? SmallNumber(words[1]) : std::optional<std::int32_t>(0);
+    if (!row || !col)
+        return "row and column are whole numbers";
+    place = {*row, *col};
+    return Done;
+}
+
+Error RunTap(Session& session, const std::string& rest) {
+    GridPlace place;
+    const Error error = ReadPlace(rest, place);
+    return error.empty() ? Tap(session.Device(), place.Row, place.Col) : error;
+}
+
+Error RunHold(Session& session, const std::string& rest) {
+    GridPlace place;
+    const Error error = ReadPlace(rest, place);
+    return error.empty() ? Hold(session.Device(), place.Row, place.Col) : error;
+}
+
+Error RunMenu(Session& session, const std::string& rest) {
+    const Arguments words = WordsOf(rest);
+    const auto menu = words.size() == 2 ? SmallNumber(words[0]) : std::nullopt;
+    const auto item = words.size() == 2 ? SmallNumber(words[1]) : std::nullopt;
+    return menu && item ? ClickItem(session.Device(), *menu, *item) : "wants M I";
+}
+
+Error RunTitle(Session& session, const std::string& rest) {
+    const Arguments words = WordsOf(rest);
+    const auto menu = words.size() == 1 ? SmallNumber(words[0]) : std::nullopt;
+    return menu ? ClickTitle(session.Device(), *menu) : "wants M";
+}
+
+Error RunChoose(Session& session, const std::string& rest) {
+    const auto caption = TextFrom(rest);
+    return caption ? Choose(session.Device(), *caption) : "is no proper JSON string";
+}
+
+Error RunSet(Session& session, const std::string& rest) {
+    const auto text = TextFrom(rest);
+    return text ? SetInput(session.Device(), *text) : "is no proper JSON string";
+}
+
+Error RunAnswer(Session& session, const std::string& rest) {
+    if (rest == "yes")
+        return Answer(session.Device(), BoxAnswer::Yes);
+    if (rest == "no")
+        return Answer(session.Device(), BoxAnswer::No);
+    if (rest == "ok")
+        return Answer(session.Device(), BoxAnswer::Ok);
+    return "wants yes, no or ok";
+}
+
+Error RunClose(Session& session, const std::string&) {
+    return CloseForm(session.Device());
+}
+
+/// What this program's form can't be told yet.
+Error NotThere(Session&, const std::string&) {
+    return "this program can't do that yet";
+}
+
+// --- time ------------------------------------------------------------------------------------------------------------
+
+Error ReadTime(const std::string& rest, std::int64_t& milliseconds) {
+    const auto number = NumberFrom(rest);
+    if (!number || *number < 0 || *number > LongestTime)
+        return "wants a number of milliseconds";
+    milliseconds = *number;
+    return Done;
+}
+
+Error RunTick(Session& session, const std::string& rest) {
+    std::int64_t milliseconds = 0;
+    const Error error = ReadTime(rest, milliseconds);
+    if (error.empty())
+        session.Device().loop.PassTime(milliseconds);
+    return error;
+}
+
+Error RunJump(Session& session, const std::string& rest) {
+    std::int64_t milliseconds = 0;
+    Error error = ReadTime(rest, milliseconds);
+    if (error.empty() && !session.Device().clock.IsVirtual())
+        error = "the machine's clock can't be moved";
+    if (error.empty())
+        session.Device().loop.Jump(milliseconds);
+    return error;
+}
+
+// --- the outside world -----------------------------------------------------------------------------------------------
+
+Error RunReceive(Session& session, const std::string& rest) {
+    const auto text = TextFrom(rest);
+    if (!text)
+        return "is no proper JSON string";
+    if (!session.Device().serial.SimulatedPortOpen())
+        return "no simulated port is open";
+    session.Device().serial.Arrive(*text);
+    return Done;
+}
+
+Error RunSerial(Session& session, const std::string& rest) {
+    const Arguments words = WordsOf(rest);
+    const auto count = words.size() == 2 && words[0] == "fail" ? SmallNumber(words[1]) : std::nullopt;
+    if (count && *count >= -1) {
+        session.Device().serial.FailOpenings(*count);
+        return Done;
+    }
+    if (rest != "drop")
+        return "wants fail N or drop";
+    if (!session.Device().serial.SimulatedPortOpen())
+        return "no simulated port is open";
+    session.Device().serial.Drop();
+    return Done;
+}
+
+Error RunNamed(Session& session, const std::string& rest) {
+    const Arguments words = WordsOf(rest);
+    const auto number = words.size() == 2 && words[0] == "fail" ? SmallNumber(words[1]) : std::nullopt;
+    if (!number && rest != "ok")
+        return "wants fail NUMBER or ok";
+    session.Device().connections.SetOutcome(number.value_or(platform::NoError));
+    return Done;
+}
+
+Error RunDisk(Session& session, const std::string& rest) {
+    const Arguments words = WordsOf(rest);
+    const auto count = words.size() == 2 && words[0] == "fail" ? SmallNumber(words[1]) : std::nullopt;
+    if ((!count || *count < -1) && rest != "ok")
+        return "wants fail N or ok";
+    session.Device().faults.FailNext(count.value_or(0));
+    return Done;
+}
+
+// --- reports ---------------------------------------------------------------------------------------------------------
+
+Error RunScreen(Session& session, const std::string&) {
+    session.Out().Write(ScreenReport(session.Device()));
+    return Done;
+}
+
+Error RunShow(Session& session, const std::string&) {
+    session.Out().Write({{"show", Picture(session.Device())}});
+    return Done;
+}
+
+Error RunState(Session& session, const std::string&) {
+    session.Out().Write(StateReport());
+    return Done;
+}
+
+/// As a power cut: nothing is closed and nothing is saved.
+Error RunQuit(Session& session, const std::string&) {
+    session.Out().Write({{"done", "quit"}});
+    std::_Exit(StatusEnded);
+}
+
+struct CommandRow {
+    const char* Word;
+    const char* Form; ///< its arguments
+    const char* Help;
+    Error (*Run)(Session&, const std::string& rest);
+};
+
+// clang-format off: a row a command
+constexpr CommandRow Commands[] = {
+    {"tap", "ROW [COL]", "a short tap on a cell of the main grid", RunTap},
+    {"hold", "ROW [COL]", "a press there of 1500 ms", RunHold},
+    {"menu", "M I", "a click on item I (1 to 5) of soft menu M (1 or 2)", RunMenu},
+    {"title", "M", "a click on the caption of soft menu M", RunTitle},
+    {"choose", "TEXT", "a click on the soft menu entry with that caption", RunChoose},
+    {"key", "CODE", "a key (not available yet)", NotThere},
+    {"type", "TEXT", "characters, one by one (not available yet)", NotThere},
+    {"set", "TEXT", "replaces the text of the input control in focus", RunSet},
+    {"pick", "YYYY-MM-DD", "a date in the date picker (not available yet)", NotThere},
+    {"answer", "yes|no|ok", "answers the message box that is open", RunAnswer},
+    {"tick", "MS", "lets time pass; timers fire, in time order", RunTick},
+    {"jump", "MS", "moves the virtual clock on at once, as a device that slept", RunJump},
+    {"receive", "TEXT", "these characters arrive at the simulated serial port", RunReceive},
+    {"serial", "fail N | drop", "the next N openings of the simulated port fail (-1: all); the open port closes",
+     RunSerial},
+    {"named", "fail NUMBER | ok", "what opening a named connection gives from now on", RunNamed},
+    {"keyboard", "STATE A B C D", "the soft keyboard event (not available yet)", NotThere},
+    {"close", "", "the title bar's close", RunClose},
+    {"background", "", "the application leaves the foreground",
+     [](Session&, const std::string&) {
+         frmQuorin::myCsys_AppBackground();
+         return Done;
+     }},
+    {"maximise", "", "it comes back to it",
+     [](Session&, const std::string&) {
+         frmQuorin::myCsys_AppMaximized();
+         return Done;
+     }},
+    {"minimise", "", "it is made small",
+     [](Session&, const std::string&) {
+         frmQuorin::myCsys_AppMinimized();
+         return Done;
+     }},
+    {"disk", "fail N | ok", "the next N write operations fail as a full disk does (-1: all)", RunDisk},
+    {"screen", "", "writes the screen as an object", RunScreen},
+    {"show", "", "draws the screen as text for people", RunShow},
+    {"state", "", "writes the program's state as an object", RunState},
+    {"quit", "", "ends at once, as cutting the power would", RunQuit},
+};
+// clang-format on
+
+} // namespace
+
+CommandLine Parse(const std::string& line) {
+    const std::size_t start = line.find_first_not_of(" \t");
+    const std::size_t end = std::min(line.find_first_of(" \t", start), line.size());
+    const std::size_t rest = std::min(line.find_first_not_of(" \t", end), line.size());
+    return {line.substr(start, end - start), line.substr(rest)};
+}
+
+std::string Execute(Session& session, const CommandLine& line) {
+    for (const CommandRow& command : Commands) {
+        if (line.Word == command.Word)
+            return command.Run(session, line.Rest);
+    }
+    return "there is no such command";
+}
+
+std::string CommandHelp() {
+    std::string help;
+    for (const CommandRow& command : Commands) {
+        std::string head = std::string("  ") + command.Word + " " + command.Form;
+        head.resize(std::max<std::size_t>(head.size() + 1, 26), ' ');
+        help += head + command.Help + "\n";
+    }
+    return help;
+}
+
+} // namespace console

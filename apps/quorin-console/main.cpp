@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: MIT
+#include "options.h"
+#include "platform/common/host_files.h"
+#include "session.h"
+
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <iostream>
+#include <unistd.h>
+
+namespace {
+
+/// The root folder is made when it is missing; without one that can be written there is nothing to do.
+bool RootIsUsable(const std::string& root) {
+    const auto error = platform::common::MakeFolders(root);
+    std::string why;
+    if (error != platform::NoError)
+        why = modStringTools::ToBytes(platform::ErrorText(error));
+    else if (::access(root.c_str(), W_OK | X_OK) != 0)
+        why = std::strerror(errno);
+    if (!why.empty())
+        std::cerr << "quorin-console: can't use the root folder " << root << ": " << why << "\n";
+    return why.empty();
+}
+
+} // namespace
+
+int main(int count, char** words) {
+    console::Options options;
+    switch (console::ReadOptions(count, words, options)) {
+    case console::Reading::Shown:
+        return console::StatusEnded;
+    case console::Reading::Wrong:
+        return console::StatusUsage;
+    case console::Reading::Run:
+        break;
+    }
+    int input = STDIN_FILENO;
+    if (!options.Script.empty())
+        input = ::open(options.Script.c_str(), O_RDONLY | O_CLOEXEC);
+    if (input < 0) {
+        std::cerr << "quorin-console: can't read " << options.Script << ": " << std::strerror(errno) << "\n";
+        return console::StatusUsage;
+    }
+    if (!RootIsUsable(options.Device.Root))
+        return console::StatusUsage;
+    console::Session session(options, input, std::cout);
+    return session.Run();
+}

@@ -1,0 +1,192 @@
+// SPDX-License-Identifier: MIT
+#include "options.h"
+
+#include "commands.h"
+#include "platform/headless/clock.h"
+#include "view/painting.h"
+
+#include <CLI/CLI.hpp>
+
+#include <charconv>
+#include <cstdlib>
+#include <iostream>
+#include <optional>
+
+namespace console {
+
+namespace {
+
+using modStringTools::FromBytes;
+using platform::headless::ScreenSize;
+
+constexpr const char* DefaultMoment = "2007-03-05T09:30:00";
+
+/// What the command line says, before it is looked at.
+struct Words {
+    std::int32_t DeviceType = 0;
+    std::string OsVersion = "5.2";
+    std::string User = "user";
+    std::string Screen;
+    std::string Root;
+    std::vector<std::string> Volumes;
+    std::string Settings;
+    std::string Clock = "virtual";
+    std::string Now = DefaultMoment;
+    std::vector<std::string> Ports;
+    std::string Script;
+    bool Strict = false;
+};
+
+template <class Number>
+std::optional<Number> NumberFrom(const std::string& text) {
+    Number number{};
+    const char* const end = text.data() + text.size();
+    const auto read = std::from_chars(text.data(), end, number);
+    return read.ec == std::errc() && read.ptr == end ? std::optional<Number>(number) : std::nullopt;
+}
+
+struct Pair {
+    std::string Left;
+    std::string Right;
+};
+
+/// Both sides of the last, or with `first` the first, sign; a wrong usage without one.
+Pair Split(const std::string& text, char sign, const char* form) {
+    const std::size_t place = text.rfind(sign);
+    if (place == std::string::npos)
+        throw CLI::ValidationError(text, std::string("is not of the form ") + form);
+    return {text.substr(0, place), text.substr(place + 1)};
+}
+
+ScreenSize ScreenFrom(const std::string& text) {
+    constexpr const char* Form = "WxH, such as 240x320";
+    const Pair sides = Split(text, 'x', Form);
+    const auto width = NumberFrom<std::int32_t>(sides.Left);
+    const auto height = NumberFrom<std::int32_t>(sides.Right);
+    constexpr std::int32_t Largest = 10000;
+    if (!width || !height || *width < 1 || *height < 1 || *width > Largest || *height > Largest)
+        throw CLI::ValidationError(text, std::string("is not of the form ") + Form);
+    return {*width, *height};
+}
+
+platform::common::HostVolume VolumeFrom(const std::string& text) {
+    constexpr const char* Form = "ROOT=KB or ROOT=fail";
+    const Pair sides = Split(text, '=', Form);
+    if (sides.Right == "fail")
+        return {FromBytes(sides.Left), std::nullopt};
+    const auto kilobytes = NumberFrom<std::int64_t>(sides.Right);
+    if (!kilobytes)
+        throw CLI::ValidationError(text, std::string("is not of the form ") + Form);
+    return {FromBytes(sides.Left), *kilobytes};
+}
+
+void AddPort(const std::string& text, std::map<std::int32_t, std::string>& ports) {
+    const std::size_t equals = text.find('=');
+    const auto number = NumberFrom<std::int32_t>(text.substr(0, equals));
+    if (equals == std::string::npos || !number || equals + 1 == text.size())
+        throw CLI::ValidationError(text, "is not of the form ID=PATH, such as 1=/dev/rfcomm0");
+    ports[*number] = text.substr(equals + 1);
+}
+
+std::string DefaultRoot() {
+    if (const char* data = std::getenv("XDG_DATA_HOME"); data != nullptr && *data != '\0')
+        return std::string(data) + "/quorin";
+    if (const char* home = std::getenv("HOME"); home != nullptr && *home != '\0')
+        return std::string(home) + "/.local/share/quorin";
+    throw CLI::ValidationError("--root", "is needed: neither XDG_DATA_HOME nor HOME is set");
+}
+
+std::int64_t MomentFrom(const std::string& text) {
+    const auto moment = platform::headless::MomentFromText(text);
+    if (!moment)
+        throw CLI::ValidationError(text, std::string("is no moment of the form YYYY-MM-DDTHH:MM:SS"));
+    return *moment;
+}
+
+Options Understood(const Words& words) {
+    Options options;
+    auto& device = options.Device;
+    device.DeviceType = words.DeviceType;
+    device.OsVersion = FromBytes(words.OsVersion);
+    device.User = FromBytes(words.User);
+    if (!words.Screen.empty())
+        device.Screen = ScreenFrom(words.Screen);
+    device.Root = words.Root.empty() ? DefaultRoot() : words.Root;
+    for (const std::string& volume : words.Volumes)
+        device.Volumes.push_back(VolumeFrom(volume));
+    device.Settings = words.Settings;
+    device.RealClock = words.Clock == "real";
+    device.StartMoment = MomentFrom(words.Now);
+    for (const std::string& port : words.Ports)
+        AddPort(port, device.Ports);
+    options.Script = words.Script;
+    options.Strict = words.Strict;
+    return options;
+}
+
+std::string Footer() {
+    return "Commands, one a line, from SCRIPT or standard input:\n" + CommandHelp() + R"(
+TEXT is the rest of the line as it stands or, where it begins with a double quote, a JSON string. Empty lines and lines
+that begin with # are skipped.
+
+Answers and events are written to standard output, one JSON object a line. {"ready":N} comes before each command that
+is read; N above 0 tells that N message boxes or prompts wait. {"done":WORD} closes a command, with "error" when it
+could not be carried out.
+
+Files: the volume Card:\ is the folder Card in the root folder, c:\ipc\ is c/ipc, .\ is the root folder itself. Line
+databases are SQLite files, Databases/NAME.sqlite in the root folder. Settings are kept in settings.ini.
+
+Text is measured with fixed metrics: at font size s a character is (3s+2)/4 pixels wide, a line (15s+4)/8 high. A scroll
+bar is 13 pixels wide. After "jump" each timer that fell due meanwhile fires once.
+
+Exit status: 0 the program or the input ended, 1 a run-time failure, 2 wrong usage, 3 a command failed under --strict.)";
+}
+
+void Describe(CLI::App& app, Words& words) {
+    app.add_option("SCRIPT", words.Script, "File with the commands; standard input without one");
+    app.add_option("--device", words.DeviceType,
+                   "Device type that the platform reports: 0 desktop, 1 Palm OS, "
+                   "3 and 7 Windows Mobile, 5 and 9 Symbian S60, 6 Symbian UIQ")
+        ->check(CLI::NonNegativeNumber)
+        ->capture_default_str();
+    app.add_option("--os-version", words.OsVersion, "Version text of the operating system")->capture_default_str();
+    app.add_option("--user", words.User, "User name")->capture_default_str();
+    app.add_option("--screen", words.Screen,
+                   "Working area in pixels, WxH [640x480 for type 0, 160x160 for type 1, else 240x320]");
+    app.add_option("--root", words.Root, "Host folder that holds all the device's storage [$XDG_DATA_HOME/quorin]");
+    app.add_option("--volume", words.Volumes,
+                   "A storage volume and its space in kilobytes, ROOT=KB, or ROOT=fail; repeatable, in order")
+        ->expected(1)
+        ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+    app.add_option("--settings", words.Settings, "Settings file [settings.ini in the root folder]");
+    app.add_option("--clock", words.Clock, "virtual: time stands still but for \"tick\"; real: the machine's clock")
+        ->check(CLI::IsMember({"virtual", "real"}))
+        ->capture_default_str();
+    app.add_option("--now", words.Now, "Where the virtual clock starts")->capture_default_str();
+    app.add_option("--port", words.Ports,
+                   "A serial device behind a port number, ID=PATH, repeatable; a port without one is simulated")
+        ->expected(1)
+        ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+    app.add_flag("--strict", words.Strict, "Stop at the first command that fails");
+    app.set_version_flag("--version", "quorin-console " + modStringTools::ToBytes(modPDAUI::VersionLine(
+                                                              modPDAUI::VersionMajor, modPDAUI::VersionMinor)));
+}
+
+} // namespace
+
+Reading ReadOptions(int count, const char* const* words, Options& options) {
+    CLI::App app("Quorin without a window: collects the results of a test instrument, driven by commands.",
+                 "quorin-console");
+    Words said;
+    Describe(app, said);
+    app.footer(Footer());
+    try {
+        app.parse(count, words);
+        options = Understood(said);
+        return Reading::Run;
+    } catch (const CLI::ParseError& error) {
+        return app.exit(error, std::cout, std::cerr) == 0 ? Reading::Shown : Reading::Wrong;
+    }
+}
+
+} // namespace console

@@ -1,0 +1,190 @@
+// SPDX-License-Identifier: MIT
+#include "reports.h"
+
+#include "app/lists.h"
+#include "blob/decoding.h"
+#include "blob/framing.h"
+#include "drivers/selection.h"
+#include "link/ports.h"
+#include "link/receive.h"
+#include "storage/keyed_tables.h"
+#include "storage/settings.h"
+#include "storage/volumes.h"
+#include "view/display_state.h"
+#include "view/grids.h"
+#include "view/input_fields.h"
+#include "view/prompt.h"
+#include "view/screen_table.h"
+
+#include <cstdio>
+
+namespace console {
+
+using platform::headless::HeadlessGrid;
+using platform::headless::HeadlessPlatform;
+
+namespace {
+
+Json ScreenName(modQuorin::ScreenId id) {
+    return id == 0 ? Json(nullptr) : Json(modQuorin::ScreenRow(id).Name);
+}
+
+Json BoxReport(const platform::Box& box) {
+    Json report = Json::array();
+    for (const float size : {box.Left, box.Top, box.Width, box.Height}) {
+        const bool whole = size == static_cast<float>(static_cast<std::int64_t>(size));
+        report.push_back(whole ? Json(static_cast<std::int64_t>(size)) : Json(size));
+    }
+    return report;
+}
+
+Json CellsReport(const HeadlessGrid& grid) {
+    Json cells = Json::array();
+    for (std::int32_t row = 0; row < grid.Rows(); ++row) {
+        Json line = Json::array();
+        for (std::int32_t col = 0; col < grid.Cols(); ++col)
+            line.push_back(Utf8(grid.Cell(row, col)));
+        cells.push_back(line);
+    }
+    return cells;
+}
+
+/// The cells and the sizes that both grids have.
+void AddShape(Json& report, const HeadlessGrid& grid) {
+    report["cells"] = CellsReport(grid);
+    report["widths"] = Json::array();
+    for (std::int32_t col = 0; col < grid.Cols(); ++col)
+        report["widths"].push_back(grid.ColWidth(col));
+    report["heights"] = Json::array();
+    for (std::int32_t row = 0; row < grid.Rows(); ++row)
+        report["heights"].push_back(grid.RowHeight(row));
+    report["box"] = BoxReport(grid.Bounds());
+}
+
+Json TitleReport(const HeadlessPlatform& device) {
+    Json report = {{"visible", device.grdTitle.Visible()}};
+    AddShape(report, device.grdTitle);
+    return report;
+}
+
+Json GridReport(const HeadlessPlatform& device) {
+    const HeadlessGrid& grid = device.grdMain;
+    Json report = {{"visible", grid.Visible()},
+                   {"enabled", grid.Enabled()},
+                   {"row", grid.Row()},
+                   {"col", grid.Col()},
+                   {"top", grid.TopRow()}};
+    AddShape(report, grid);
+    report["font"] = {Utf8(grid.FontName()), grid.FontSize()};
+    return report;
+}
+
+Json MenuReport(const HeadlessPlatform& device, std::size_t menu) {
+    const auto& title = device.menuTitles[menu];
+    Json items = Json::array();
+    for (const auto& item : device.menuItems[menu]) {
+        if (item.Visible())
+            items.push_back(Utf8(item.Caption()));
+    }
+    return {{"caption", Utf8(title.Caption())},
+            {"visible", title.Visible()},
+            {"enabled", title.Enabled()},
+            {"items", items}};
+}
+
+Json DateReport(const platform::CalendarDate& date) {
+    char text[32];
+    std::snprintf(text, sizeof text, "%04d-%02d-%02d", date.Year, date.Month, date.Day);
+    return text;
+}
+
+Json InputReport(const HeadlessPlatform& device) {
+    if (device.dteInputField.Visible())
+        return {{"kind", "date"},
+                {"date", DateReport(device.dteInputField.Date())},
+                {"box", BoxReport(device.dteInputField.Bounds())}};
+    if (device.txtInputField.Visible())
+        return {{"kind", "text"},
+                {"text", Utf8(device.txtInputField.Contents())},
+                {"box", BoxReport(device.txtInputField.Bounds())},
+                {"multiline", device.txtInputField.MultiLine()}};
+    if (device.cboInputField.Visible()) {
+        Json list = Json::array();
+        for (const Text& item : device.cboInputField.Items())
+            list.push_back(Utf8(item));
+        return {{"kind", "combo"},
+                {"text", Utf8(device.cboInputField.Contents())},
+                {"box", BoxReport(device.cboInputField.Bounds())},
+                {"list", list}};
+    }
+    if (device.cbotxtInputField.Visible())
+        return {{"kind", "combotext"},
+                {"text", Utf8(device.cbotxtInputField.Contents())},
+                {"box", BoxReport(device.cbotxtInputField.Bounds())}};
+    return nullptr;
+}
+
+} // namespace
+
+Json ScreenReport(const HeadlessPlatform& device) {
+    const auto* holder = device.focus.Holder();
+    return {{"screen", ScreenName(modQuorin::Screens.CurrentScreen)},
+            {"previous", ScreenName(modQuorin::Screens.PreviousScreen)},
+            {"title", TitleReport(device)},
+            {"grid", GridReport(device)},
+            {"menus", Json::array({MenuReport(device, 0), MenuReport(device, 1)})},
+            {"input", InputReport(device)},
+            {"status", device.lblStatus.Visible() ? Json(Utf8(device.lblStatus.Caption())) : Json(nullptr)},
+            {"focus", holder != nullptr ? Json(holder->Name) : Json(nullptr)},
+            {"form", BoxReport(device.form.Pixels())}};
+}
+
+Json StateReport() {
+    const auto& link = modBluetooth::Ports;
+    const auto& receive = modBluetooth::Receive;
+    const auto& table = modFileSystem::Table;
+    const auto& display = modPDAUI::Display;
+    return {{"SelectedDriver", Utf8(modQuorin::Selection.SelectedDriver)},
+            {"SelectedDownload", Utf8(modQuorin::Selection.SelectedDownload)},
+            {"SelectedPackage", Utf8(modQuorin::Selection.SelectedPackage)},
+            {"ListKind", Utf8(modQuorin::Screens.ListKind)},
+            {"LinkWanted", receive.LinkWanted},
+            {"LinkOpen", link.LinkOpen},
+            {"LinkState", receive.LinkState},
+            {"ServerMode", link.ServerMode},
+            {"BlobBuffer", Utf8(modBLob::Framing.BlobBuffer)},
+            {"ConnectedID", Utf8(modBLob::Decoder.ConnectedID)},
+            {"RecordDirty", table.RecordDirty},
+            {"TableRowIndex", table.TableRowIndex},
+            {"TableRowTotal", table.TableRowTotal},
+            {"ColourOn", display.ColourOn},
+            {"UiScale", display.UiScale},
+            {"SoftKeyMenus", display.SoftKeyMenus},
+            {"GridEditMode", modQuorin::Screens.GridEditMode},
+            {"GridLocked", modPDAUI::Grids.GridLocked},
+            {"PreferenceRow", modQuorin::Lists.PreferenceRow},
+            {"RecordReturnScreen", ScreenName(modQuorin::Screens.RecordReturnScreen)},
+            {"NamedLinkOpen", link.NamedLinkOpen},
+            {"LinkPortName", Utf8(link.LinkPortName)},
+            {"LastFailedPort", Utf8(link.LastFailedPort)},
+            {"MailboxPath", Utf8(link.MailboxPath)},
+            {"RxText", Utf8(receive.RxText)},
+            {"ReadyText", Utf8(receive.ReadyText)},
+            {"BlobEndSeen", receive.BlobEndSeen},
+            {"LastPollTime", receive.LastPollTime},
+            {"BlobErrorCode", modBLob::Decoder.BlobErrorCode},
+            {"BlobErrorText", Utf8(modBLob::Decoder.BlobErrorText)},
+            {"SlotCount", modBLob::Decoder.SlotCount},
+            {"TableFile", Utf8(table.TableFile.path + table.TableFile.name)},
+            {"TableOpen", table.TableFile.valid},
+            {"DriversFile", Utf8(modQuorin::Paths.DriversFile)},
+            {"ControlFile", Utf8(modQuorin::Paths.ControlFile)},
+            {"BestVolume", Utf8(modFileSystem::Storage.BestVolume)},
+            {"EditRow", modPDAUI::Input.EditRow},
+            {"EditCol", modPDAUI::Input.EditCol},
+            {"PromptOpen", modPDAUI::Prompt.PromptOpen},
+            {"PromptResult", Utf8(modPDAUI::Prompt.PromptResult)},
+            {"RepaintPending", modPDAUI::Grids.RepaintPending}};
+}
+
+} // namespace console

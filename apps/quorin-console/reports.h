@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: MIT
+// The device as it stands, for programs and for people.
+#pragma once
+
+#include "platform/headless/headless_platform.h"
+#include "writer.h"
+
+namespace console {
+
+/// The screen object: both grids, the menus, an open input control, the status strip, the focus.
+Json ScreenReport(const platform::headless::HeadlessPlatform& device);
+
+/// The screen drawn as text, 80 columns wide.
+std::string Picture(const platform::headless::HeadlessPlatform& device);
+
+/// The module-level state that other tools may want.
+Json StateReport();
+
+} // namespace console

@@ -1,0 +1,119 @@
+// SPDX-License-Identifier: MIT
+#include "session.h"
+
+#include "app/start_up.h"
+#include "commands.h"
+
+#include <array>
+#include <cerrno>
+#include <iostream>
+#include <unistd.h>
+
+namespace console {
+
+using platform::headless::ProgramOver;
+
+void LineReader::Read() {
+    std::array<char, 65536> block;
+    const ssize_t count = ::read(Input, block.data(), block.size());
+    if (count < 0 && (errno == EINTR || errno == EAGAIN))
+        return;
+    if (count <= 0) {
+        AtEnd = true;
+        if (!Begun.empty())
+            Keep(std::move(Begun));
+        return;
+    }
+    for (ssize_t i = 0; i < count; ++i) {
+        const char character = block[static_cast<std::size_t>(i)];
+        if (character != '\n') {
+            Begun += character;
+            continue;
+        }
+        Keep(std::move(Begun));
+        Begun.clear();
+    }
+}
+
+void LineReader::Keep(std::string line) {
+    if (!line.empty() && line.back() == '\r')
+        line.pop_back();
+    if (line.find_first_not_of(" \t") != std::string::npos && line[0] != '#')
+        Lines.push_back(std::move(line));
+}
+
+std::string LineReader::Take() {
+    std::string line = std::move(Lines.front());
+    Lines.pop_front();
+    return line;
+}
+
+Session::Session(const Options& options, int input, std::ostream& out)
+    : strict(options.Strict), writer(out), reader(input), device(options.Device, *this, writer) {
+}
+
+int Session::Run() {
+    try {
+        device.StartProgram();
+        for (;;)
+            device.loop.WaitOnce();
+    } catch (const ProgramOver& over) {
+        const int status = Over(over);
+        modQuorin::ResetModules(); // closes what is open while there is still a platform to close it with
+        return status;
+    }
+}
+
+void Session::AboutToWait(int nesting) {
+    if (announced == nesting)
+        return;
+    writer.Write({{"ready", nesting}});
+    announced = nesting;
+}
+
+void Session::RunCommand() {
+    announced = -1;
+    const CommandLine line = Parse(reader.Take());
+    openCommands.push_back(line.Word);
+    std::string error = Execute(*this, line);
+    device.loop.HandleDue();
+    openCommands.pop_back();
+    Json done = {{"done", line.Word}};
+    if (!error.empty())
+        done["error"] = error;
+    writer.Write(done);
+    if (strict && !error.empty())
+        throw ProgramOver{ProgramOver::Reason::CommandFailed, {}};
+}
+
+/// Each command is closed by one object, also when the program has ended under it.
+void Session::CloseOpenCommands(const std::string& error) {
+    for (auto word = openCommands.rbegin(); word != openCommands.rend(); ++word) {
+        Json done = {{"done", *word}};
+        if (!error.empty())
+            done["error"] = error;
+        writer.Write(done);
+    }
+    openCommands.clear();
+}
+
+int Session::Over(const ProgramOver& over) {
+    switch (over.Why) {
+    case ProgramOver::Reason::Ended:
+        writer.Write({{"event", "end"}});
+        CloseOpenCommands("");
+        return StatusEnded;
+    case ProgramOver::Reason::Failed:
+        writer.Write({{"event", "failure"}, {"text", Utf8(over.Failure)}});
+        std::cerr << "quorin-console: " << Utf8(over.Failure) << std::endl;
+        CloseOpenCommands("the program has ended");
+        return StatusFailure;
+    case ProgramOver::Reason::CommandFailed:
+        return StatusStrict;
+    case ProgramOver::Reason::InputEnded:
+        break;
+    }
+    return StatusEnded;
+}
+
+} // namespace console

@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: MIT
+#include "writer.h"
+
+namespace console {
+
+using platform::BoxButtons;
+using platform::BoxIcon;
+
+std::string Utf8(const Text& text) {
+    return modStringTools::ToBytes(text);
+}
+
+void Writer::Write(const Json& object) {
+    Out << object.dump(-1, ' ', false, Json::error_handler_t::replace) << std::endl;
+}
+
+void Writer::BoxOpened(const Text& text, BoxButtons buttons, BoxIcon icon, const Text& title) {
+    Write({{"event", "box"},
+           {"text", Utf8(text)},
+           {"buttons", buttons == BoxButtons::Ok ? "ok" : "yesno"},
+           {"icon", icon == BoxIcon::None ? "none" : "question"},
+           {"title", Utf8(title)}});
+}
+
+void Writer::TonePlayed(std::int32_t hertz, std::int32_t milliseconds) {
+    Write({{"event", "tone"}, {"frequency", hertz}, {"duration", milliseconds}});
+}
+
+void Writer::StatusShown(const Text& text) {
+    Write({{"event", "status"}, {"text", Utf8(text)}});
+}
+
+void Writer::StatusHidden() {
+    Write({{"event", "status"}, {"text", nullptr}});
+}
+
+void Writer::KeyGrabbed(std::int32_t keyCode) {
+    Write({{"event", "grab"}, {"key", keyCode}});
+}
+
+void Writer::KeyReleased(std::int32_t keyCode) {
+    Write({{"event", "release"}, {"key", keyCode}});
+}
+
+void Writer::CharacterSent(std::int32_t character) {
+    Write({{"event", "send"}, {"character", character}});
+}
+
+} // namespace console

@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: MIT
+// What quorin-console says: one JSON object a line, in the order in which things happen.
+#pragma once
+
+#include "platform/headless/services.h"
+
+#include <nlohmann/json.hpp>
+
+#include <ostream>
+
+namespace console {
+
+using Json = nlohmann::ordered_json;
+
+/// A text as UTF-8; what has no place in UTF-8 becomes a replacement character.
+std::string Utf8(const Text& text);
+
+class Writer final : public platform::headless::Watcher {
+public:
+    explicit Writer(std::ostream& out) : Out(out) {}
+
+    void Write(const Json& object);
+
+    void BoxOpened(const Text& text, platform::BoxButtons buttons, platform::BoxIcon icon, const Text& title) override;
+    void TonePlayed(std::int32_t hertz, std::int32_t milliseconds) override;
+    void StatusShown(const Text& text) override;
+    void StatusHidden() override;
+    void KeyGrabbed(std::int32_t keyCode) override;
+    void KeyReleased(std::int32_t keyCode) override;
+    void CharacterSent(std::int32_t character) override;
+
+private:
+    std::ostream& Out;
+};
+
+} // namespace console

@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "apps/quorin-instrument/outlet.h"
+#include "apps/quorin-instrument/player.h"
+
+namespace instrument {
+
+struct CommandLine {
+    std::string StreamFile; ///< empty for a made-up stream
+    MadeUpStream MadeUp;
+    PlayOptions Play;
+    std::string Device;  ///< empty for none
+    std::string Mailbox; ///< empty for none
+    bool Print = false;
+    std::string Link; ///< empty for none
+    Linger Stay;
+};
+
+/// Reads the command line. False when the process is to end with `exitStatus`: help or version were asked for (0), or
+/// the usage is wrong (2). What is to be said has been printed.
+bool ReadCommandLine(int argc, char** argv, CommandLine& line, int& exitStatus);
+
+} // namespace instrument

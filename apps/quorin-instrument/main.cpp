@@ -1,0 +1,74 @@
+// SPDX-License-Identifier: MIT
+#include "apps/quorin-instrument/command_line.h"
+#include "apps/quorin-instrument/mailbox.h"
+#include "apps/quorin-instrument/printer.h"
+#include "apps/quorin-instrument/pseudo_terminal.h"
+#include "apps/quorin-instrument/serial_device.h"
+#include "apps/quorin-instrument/waiting.h"
+
+#include <array>
+#include <fstream>
+#include <iostream>
+#include <memory>
+
+using namespace instrument;
+
+namespace {
+
+bool ReadFile(const std::string& path, std::string& bytes) {
+    std::ifstream file(path, std::ios::binary);
+    std::array<char, 4096> part;
+    while (file.read(part.data(), part.size()) || file.gcount() > 0) {
+        bytes.append(part.data(), static_cast<std::size_t>(file.gcount()));
+    }
+    return file.is_open() && !file.bad();
+}
+
+std::unique_ptr<Outlet> MakeOutlet(const CommandLine& line) {
+    if (line.Print) {
+        return std::make_unique<Printer>();
+    }
+    if (!line.Mailbox.empty()) {
+        return std::make_unique<Mailbox>(line.Mailbox);
+    }
+    if (!line.Device.empty()) {
+        return std::make_unique<SerialDevice>(line.Device);
+    }
+    return std::make_unique<PseudoTerminal>(line.Link);
+}
+
+int Failure(const std::string& problem) {
+    std::cerr << "quorin-instrument: " << problem << '\n';
+    return 1;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    CommandLine line;
+    int exitStatus = 0;
+    if (!ReadCommandLine(argc, argv, line, exitStatus)) {
+        return exitStatus;
+    }
+    RecordSource source = MakeUp(line.MadeUp);
+    if (!line.StreamFile.empty()) {
+        std::string bytes;
+        if (!ReadFile(line.StreamFile, bytes)) {
+            return Failure("can't read the recording " + line.StreamFile);
+        }
+        source = Recording(bytes);
+    }
+    CatchStopSignals();
+    const auto outlet = MakeOutlet(line);
+    Outcome outcome = outlet->Open();
+    if (outcome == Outcome::Done) {
+        outcome = Play(source, line.Play, *outlet, PauseFor);
+    }
+    if (outcome == Outcome::Done) {
+        if (!line.Print) {
+            std::cerr << "played" << std::endl;
+        }
+        outcome = outlet->Finish(line.Stay);
+    }
+    return outcome == Outcome::Failed ? Failure(outlet->Problem()) : 0;
+}

@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: MIT
+// A serial line of the machine, set raw to 9600 baud, 8 bits, no parity, 1 stop bit.
+#pragma once
+
+#include "apps/quorin-instrument/descriptor.h"
+#include "apps/quorin-instrument/outlet.h"
+
+namespace instrument {
+
+/// Sends whether anybody listens or not: a serial line doesn't tell.
+class SerialDevice final : public Outlet {
+public:
+    explicit SerialDevice(std::string path) : Path(std::move(path)) {}
+
+    Outcome Open() override;
+    Outcome Send(std::string_view bytes) override;
+    /// Waits until the last byte has left, then for the time of `linger`.
+    Outcome Finish(Linger linger) override;
+
+private:
+    std::string Path;
+    Descriptor Line;
+};
+
+} // namespace instrument

@@ -1,0 +1,193 @@
+// SPDX-License-Identifier: MIT
+// The controls of a form that nobody sees: they keep what is set and raise the events of the seam.
+#pragma once
+
+#include "platform/common/grid_store.h"
+#include "platform/headless/focus.h"
+#include "view/platform/controls.h"
+#include "view/platform/painting.h"
+
+#include <functional>
+#include <vector>
+
+namespace platform::headless {
+
+/// Place, visibility and focus, for any control of the seam.
+template <class Interface>
+class BasicControl : public Interface, public FocusTarget {
+public:
+    BasicControl(Focus& focus, const char* name) : FocusOfForm(focus) { Name = name; }
+
+    Box Bounds() const override { return Place; }
+    void SetBounds(const Box& box) override { Place = box; }
+    bool Visible() const override { return Shown; }
+    void SetVisible(bool visible) override {
+        Shown = visible;
+        if (!visible)
+            FocusOfForm.TakeFrom(*this);
+    }
+    bool Enabled() const override { return Usable; }
+    void SetEnabled(bool enabled) override { Usable = enabled; }
+    void SetFocus() override {
+        if (Shown && Usable)
+            FocusOfForm.MoveTo(*this);
+    }
+
+private:
+    Focus& FocusOfForm;
+    Box Place;
+    bool Shown = false;
+    bool Usable = true;
+};
+
+template <class Interface>
+class BasicFontControl : public BasicControl<Interface> {
+public:
+    using BasicControl<Interface>::BasicControl;
+    Text FontName() const override { return Font; }
+    void SetFontName(const Text& name) override { Font = name; }
+    std::int32_t FontSize() const override { return Size; }
+    void SetFontSize(std::int32_t size) override { Size = size; }
+
+private:
+    Text Font;
+    std::int32_t Size = 0;
+};
+
+class HeadlessForm final : public Form {
+public:
+    Box Bounds() const override { return Twips; }
+    void SetBounds(const Box& twips) override { Twips = twips; }
+    Box ClientArea() const override; ///< the whole form: there is no frame
+    float TwipsPerPixelX() const override { return TwipsPerPixel; }
+    float TwipsPerPixelY() const override { return TwipsPerPixel; }
+    Box Pixels() const;
+
+private:
+    static constexpr float TwipsPerPixel = 15; // 1440 to the inch, 96 pixels to the inch
+    Box Twips;
+};
+
+class HeadlessTextBox final : public BasicFontControl<TextBox> {
+public:
+    using BasicFontControl::BasicFontControl;
+    Text Contents() const override { return Value; }
+    void SetContents(const Text& text) override;
+    bool MultiLine() const override { return Lines; }
+    void SetMultiLine(bool multiLine) override { Lines = multiLine; }
+    void Select(std::int32_t position, std::int32_t length) override;
+
+    std::function<void()> Change;
+
+private:
+    Text Value;
+    bool Lines = false;
+    std::int32_t Caret = 0;
+    std::int32_t Selected = 0;
+};
+
+class HeadlessComboBox final : public BasicFontControl<ComboBox> {
+public:
+    using BasicFontControl::BasicFontControl;
+    Text Contents() const override { return Value; }
+    void SetContents(const Text& text) override { Value = text; }
+    void Select(std::int32_t position, std::int32_t length) override;
+    void Clear() override;
+    void AddItem(const Text& item) override { Entries.push_back(item); }
+    void RemoveItem(std::int32_t index) override;
+    std::int32_t ItemCount() const override { return static_cast<std::int32_t>(Entries.size()); }
+
+    const std::vector<Text>& Items() const { return Entries; }
+
+private:
+    Text Value;
+    std::vector<Text> Entries;
+    std::int32_t Caret = 0;
+    std::int32_t Selected = 0;
+};
+
+class HeadlessDatePicker final : public BasicControl<DatePicker> {
+public:
+    using BasicControl::BasicControl;
+    CalendarDate Date() const override { return Chosen; }
+    void SetDate(const CalendarDate& date) override { Chosen = date; }
+
+private:
+    CalendarDate Chosen;
+};
+
+class HeadlessListBox final : public BasicControl<ListBox> {
+public:
+    using BasicControl::BasicControl;
+    void Clear() override;
+    void AddItem(const Text& item) override { Items.push_back(item); }
+    std::int32_t ItemCount() const override { return static_cast<std::int32_t>(Items.size()); }
+    std::int32_t ListIndex() const override { return Index; }
+    void SetListIndex(std::int32_t index) override { Index = index; }
+    Text ItemText(std::int32_t index) const override;
+    Text Tag() const override { return Note; }
+    void SetTag(const Text& tag) override { Note = tag; }
+
+private:
+    std::vector<Text> Items;
+    std::int32_t Index = -1;
+    Text Note;
+};
+
+class HeadlessLabel final : public BasicFontControl<Label> {
+public:
+    using BasicFontControl::BasicFontControl;
+    void SetVisible(bool visible) override;
+    Text Caption() const override { return Value; }
+    void SetCaption(const Text& caption) override { Value = caption; }
+    void SetBackColor(std::int32_t) override {}
+    void SetForeColor(std::int32_t) override {}
+    void Refresh() override;
+
+    std::function<void()> Painted; ///< while it is visible
+    std::function<void()> Hidden;
+
+private:
+    Text Value;
+};
+
+class HeadlessScrollBar final : public ScrollBar {
+public:
+    float Width() const override { return 13; }
+};
+
+class HeadlessMenuItem final : public MenuItem {
+public:
+    Text Caption() const override { return Value; }
+    void SetCaption(const Text& caption) override { Value = caption; }
+    bool Visible() const override { return Shown; }
+    void SetVisible(bool visible) override { Shown = visible; }
+    bool Enabled() const override { return Usable; }
+    void SetEnabled(bool enabled) override { Usable = enabled; }
+
+private:
+    Text Value;
+    bool Shown = false;
+    bool Usable = true;
+};
+
+using DrawCellHandler = void (*)(CellCanvas&, std::int32_t row, std::int32_t col, std::int32_t x, std::int32_t y,
+                                 std::int32_t width, std::int32_t height, std::int32_t selected);
+
+class HeadlessGrid final : public common::GridStore, public FocusTarget {
+public:
+    HeadlessGrid(Focus& focus, const char* name) : FocusOfForm(focus) { Name = name; }
+    void SetVisible(bool visible) override;
+    void SetFocus() override;
+
+    void (*Moved)() = nullptr;
+    DrawCellHandler DrawCell = nullptr;
+
+private:
+    void RowColChanged() override;
+    void PaintCell(const common::CellToPaint& cell) override;
+
+    Focus& FocusOfForm;
+};
+
+} // namespace platform::headless

@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: MIT
+#include "platform/headless/services.h"
+
+#include <algorithm>
+
+namespace platform::headless {
+
+namespace {
+
+class HeadlessTone final : public Tone {
+public:
+    HeadlessTone(Watcher& watcher, std::int32_t hertz, std::int32_t milliseconds)
+        : Told(watcher), Hertz(hertz), Milliseconds(milliseconds) {}
+    void Play(std::int32_t) override { Told.TonePlayed(Hertz, Milliseconds); }
+
+private:
+    Watcher& Told;
+    std::int32_t Hertz;
+    std::int32_t Milliseconds;
+};
+
+} // namespace
+
+Box HeadlessSystem::WorkArea() const {
+    return {0, 0, static_cast<float>(Screen.Width), static_cast<float>(Screen.Height)};
+}
+
+std::int32_t HeadlessSystem::ScreenDimension() const {
+    return std::max(Screen.Width, Screen.Height);
+}
+
+ErrorNumber HeadlessConnections::Open(const Text&, std::unique_ptr<Connection>& connection) {
+    if (Outcome == NoError)
+        connection = std::make_unique<Connection>();
+    return Outcome;
+}
+
+std::unique_ptr<Tone> HeadlessTones::MakeTone(std::int32_t hertz, std::int32_t milliseconds) {
+    return std::make_unique<HeadlessTone>(Told, hertz, milliseconds);
+}
+
+BoxAnswer HeadlessBoxes::Show(const Text& text, BoxButtons buttons, BoxIcon icon, const Text& title) {
+    struct Standing {
+        std::vector<OpenBox*>& Boxes;
+        OpenBox Box;
+        Standing(std::vector<OpenBox*>& boxes, OpenBox box) : Boxes(boxes), Box(std::move(box)) {
+            Boxes.push_back(&Box);
+        }
+        ~Standing() { Boxes.pop_back(); }
+    };
+    Standing standing(Open, {text, buttons, false, BoxAnswer::Ok});
+    Told.BoxOpened(text, buttons, icon, title);
+    while (!standing.Box.Answered)
+        Loop.WaitNested();
+    return standing.Box.Answer;
+}
+
+} // namespace platform::headless

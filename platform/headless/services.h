@@ -1,0 +1,98 @@
+// SPDX-License-Identifier: MIT
+// What a device without a window still has: a system object, keys, a connection service, tones, message boxes. What
+// they do is told to whoever watches.
+#pragma once
+
+#include "platform/headless/event_loop.h"
+#include "platform/headless/profile.h"
+#include "view/platform/device.h"
+#include "view/platform/run_time.h"
+
+#include <vector>
+
+namespace platform::headless {
+
+/// Who watches the device is told what happens on it, in order.
+class Watcher {
+public:
+    virtual ~Watcher() = default;
+    virtual void BoxOpened(const Text& text, BoxButtons buttons, BoxIcon icon, const Text& title) = 0;
+    virtual void TonePlayed(std::int32_t hertz, std::int32_t milliseconds) = 0;
+    virtual void StatusShown(const Text& text) = 0;
+    virtual void StatusHidden() = 0;
+    virtual void KeyGrabbed(std::int32_t keyCode) = 0;
+    virtual void KeyReleased(std::int32_t keyCode) = 0;
+    virtual void CharacterSent(std::int32_t character) = 0;
+};
+
+class HeadlessSystem final : public SystemObject {
+public:
+    HeadlessSystem(std::int32_t type, Text version, Text user, ScreenSize screen)
+        : Type(type), Version(std::move(version)), User(std::move(user)), Screen(screen) {}
+
+    std::int32_t DeviceType() const override { return Type; }
+    Text VersionText() const override { return Version; }
+    Text UserName() const override { return User; }
+    Box WorkArea() const override;
+    std::int32_t ScreenDimension() const override;
+
+private:
+    std::int32_t Type;
+    Text Version;
+    Text User;
+    ScreenSize Screen;
+};
+
+class HeadlessKeys final : public HardwareKeys {
+public:
+    explicit HeadlessKeys(Watcher& watcher) : Told(watcher) {}
+    void Grab(std::int32_t keyCode) override { Told.KeyGrabbed(keyCode); }
+    void Release(std::int32_t keyCode) override { Told.KeyReleased(keyCode); }
+    void SendCharacter(std::int32_t character) override { Told.CharacterSent(character); }
+
+private:
+    Watcher& Told;
+};
+
+class HeadlessConnections final : public ConnectionService {
+public:
+    ErrorNumber Open(const Text& name, std::unique_ptr<Connection>& connection) override;
+    /// What opening gives from now on; NoError opens.
+    void SetOutcome(ErrorNumber outcome) { Outcome = outcome; }
+
+private:
+    ErrorNumber Outcome = NoError;
+};
+
+class HeadlessTones final : public ToneMaker {
+public:
+    explicit HeadlessTones(Watcher& watcher) : Told(watcher) {}
+    std::unique_ptr<Tone> MakeTone(std::int32_t hertz, std::int32_t milliseconds) override;
+
+private:
+    Watcher& Told;
+};
+
+class HeadlessBoxes final : public MessageBox {
+public:
+    HeadlessBoxes(EventLoop& loop, Watcher& watcher) : Loop(loop), Told(watcher) {}
+
+    struct OpenBox {
+        Text Message;
+        BoxButtons Buttons = BoxButtons::Ok;
+        bool Answered = false;
+        BoxAnswer Answer = BoxAnswer::Ok;
+    };
+
+    BoxAnswer Show(const Text& text, BoxButtons buttons, BoxIcon icon, const Text& title) override;
+
+    /// The box that is open, the innermost one; nothing when none is.
+    OpenBox* Current() const { return Open.empty() ? nullptr : Open.back(); }
+
+private:
+    EventLoop& Loop;
+    Watcher& Told;
+    std::vector<OpenBox*> Open;
+};
+
+} // namespace platform::headless
