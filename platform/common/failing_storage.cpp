@@ -41,6 +41,10 @@ private:
 bool WriteFaults::Strike() {
     if (Left == 0)
         return false;
+    if (Good > 0) {
+        --Good;
+        return false;
+    }
     if (Left > 0)
         --Left;
     return true;

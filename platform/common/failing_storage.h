@@ -15,13 +15,17 @@ namespace platform::common {
 /// deleting of a record and each end of a batch; each setting saved. Reading and deleting files never fail.
 class WriteFaults {
 public:
-    /// The next `writes` write operations fail; -1 means all from now on, 0 none.
-    void FailNext(std::int32_t writes) { Left = writes; }
+    /// The next `writes` write operations fail; -1 means all from now on, 0 none. `good` of them pass before that.
+    void FailNext(std::int32_t writes, std::int32_t good = 0) {
+        Left = writes;
+        Good = good;
+    }
     /// Whether the write operation at hand is to fail, and counts it.
     bool Strike();
 
 private:
     std::int32_t Left = 0;
+    std::int32_t Good = 0;
 };
 
 class FailingFileSystem final : public FileSystem {

@@ -1,0 +1,270 @@
+// SPDX-License-Identifier: MIT
+#include "app/commands.h"
+
+#include "app/lists.h"
+#include "tests/support/program.h"
+#include "view/display_state.h"
+#include "view/grids.h"
+
+namespace modQuorin {
+namespace {
+
+using platform::BoxAnswer;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class Command : public support::Program {};
+
+/// A command that moves to a screen from anywhere, whatever the case of its letters.
+struct Move {
+    const char16_t* Text;
+    const ScreenId* Screen;
+    const char16_t* ListKind; ///< nothing where it stays as it is
+};
+
+class CommandThatMoves : public Command, public testing::WithParamInterface<Move> {};
+
+TEST_P(CommandThatMoves, ShowsItsScreen) {
+    GotoScreen(ScrFileSelect);
+    MenuEvent(GetParam().Text);
+    EXPECT_EQ(Screen(), *GetParam().Screen);
+    EXPECT_EQ(Screens.ListKind, GetParam().ListKind == nullptr ? u"" : GetParam().ListKind);
+    EXPECT_THAT(Device.Did.Boxes, IsEmpty());
+}
+
+INSTANTIATE_TEST_SUITE_P(Table, CommandThatMoves,
+                         testing::Values(Move{u"Select Storage Volume...", &ScrList, u"STORAGEVOLUME"},
+                                         Move{u"test list", &ScrList, u"TESTLIST"},
+                                         Move{u"Bluetooth Debug...", &ScrBluetoothDebug, nullptr},
+                                         Move{u"File Debug...", &ScrFileDebug, nullptr},
+                                         Move{u"Dir...", &ScrList, u"DIR"}, Move{u"FONTS...", &ScrList, u"FONT"},
+                                         Move{u"sTART...", &ScrDrivers, nullptr},
+                                         Move{u"Preferences...", &ScrPreferences, nullptr},
+                                         Move{u"inf editor...", &ScrInstalledDrivers, nullptr},
+                                         Move{u"Driver Properties...", &ScrInstalledDrivers, nullptr},
+                                         Move{u"Bluetooth Serial Setup...", &ScrList, u"COMMPORT"},
+                                         Move{u"Show/Hide Columns...", &ScrColumns, nullptr},
+                                         Move{u"Add Driver...", &ScrAddDriver, nullptr}));
+
+/// A command of one screen: on any other one it does nothing, and says nothing.
+struct Bound {
+    const char16_t* Text;
+    const ScreenId* Screen;
+};
+
+class CommandOfOneScreen : public Command, public testing::WithParamInterface<Bound> {};
+
+TEST_P(CommandOfOneScreen, DoesNothingElsewhere) {
+    GotoScreen(ScrFileSelect);
+    MenuEvent(GetParam().Text);
+    EXPECT_EQ(Screen(), ScrFileSelect);
+    EXPECT_THAT(Device.Did.Boxes, IsEmpty());
+}
+
+INSTANTIATE_TEST_SUITE_P(Table, CommandOfOneScreen,
+                         testing::Values(Bound{u"Rename", &ScrDownloads}, Bound{u"Edit", &ScrInstalledDrivers},
+                                         Bound{u"Save", &ScrDriverProperties}, Bound{u"Ok", &ScrDrivers},
+                                         Bound{u"Open", &ScrDownloads}, Bound{u"New", &ScrDownloads},
+                                         Bound{u"Delete", &ScrDownloads}));
+
+TEST_F(Command, OkMeansAnotherThingOnEachOfItsScreens) {
+    InstallMeter();
+    MenuEvent(u"Start...");
+    MenuEvent(u"OK");
+    EXPECT_EQ(Screen(), ScrDownloads);
+    MenuEvent(u"Ok");
+    EXPECT_EQ(Screen(), ScrDownloads);
+}
+
+TEST_F(Command, EditOnTheDownloadsAndRenameOnTheDriversDoNothing) {
+    InstallMeter();
+    GotoScreen(ScrDownloads);
+    MenuEvent(u"Edit");
+    EXPECT_EQ(Screen(), ScrDownloads);
+    GotoScreen(ScrInstalledDrivers);
+    MenuEvent(u"Rename");
+    EXPECT_EQ(Screen(), ScrInstalledDrivers);
+}
+
+class UnknownCommand : public Command, public testing::WithParamInterface<const char16_t*> {};
+
+TEST_P(UnknownCommand, IsToldWithItsOwnWords) {
+    MenuEvent(GetParam());
+    EXPECT_THAT(Device.Did.Messages(), ElementsAre(Text(u"MenuEvent: ERROR Menu does not exist: ") + GetParam()));
+    EXPECT_EQ(Device.Did.Boxes[0].Buttons, platform::BoxButtons::Ok);
+    EXPECT_EQ(Screen(), ScrMain);
+}
+
+INSTANTIATE_TEST_SUITE_P(Texts, UnknownCommand,
+                         testing::Values(u"Exit", u"Close", u"Ok ", u"", u"File Selector...", u"Select a volume",
+                                         u"Start"));
+
+TEST_F(Command, BackEndsTheProgramOnTheMainScreen) {
+    EXPECT_TRUE(support::EndsProgram([] { MenuEvent(u"Back"); }));
+}
+
+TEST_F(Command, ExitEndsItWithoutAQuestion) {
+    EXPECT_TRUE(support::EndsProgram([] { MenuClick(1, 2); }));
+    EXPECT_THAT(Device.Did.Boxes, IsEmpty());
+}
+
+TEST_F(Command, ColourIsTurnedOverByEitherText) {
+    MenuEvent(u"Toggle Colour: On");
+    EXPECT_FALSE(modPDAUI::Display.ColourOn);
+    MenuEvent(u"Toggle Colour: On");
+    EXPECT_TRUE(modPDAUI::Display.ColourOn);
+    MenuEvent(u"Toggle Colour: Off");
+    EXPECT_FALSE(modPDAUI::Display.ColourOn);
+}
+
+TEST_F(Command, DebugChecksTheStringToolsOffTheFileScreen) {
+    MenuEvent(u"Debug");
+    EXPECT_THAT(Device.Did.Messages(), ElementsAre(u"this is a-a-a-a string", u"this is a very long string"));
+}
+
+class MenuClicks : public support::Program {};
+
+TEST_F(MenuClicks, RunTheEntrysText) {
+    MenuClick(1, 1);
+    EXPECT_EQ(Screen(), ScrDrivers);
+}
+
+TEST_F(MenuClicks, AnyOtherMenuNumberMeansTheSecond) {
+    MenuClick(5, 2);
+    EXPECT_EQ(Screen(), ScrInstalledDrivers);
+}
+
+TEST_F(MenuClicks, IndexBeyondTheMenuStopsTheProgram) {
+    support::FailureOf([] { MenuClick(1, 6); });
+    support::FailureOf([] { MenuClick(2, -1); });
+}
+
+TEST_F(MenuClicks, AnyOtherMarkerMakesAnEntryDoNothing) {
+    MenuRow(MenuMain).Marker1[1] = 5;
+    MenuClick(1, 1);
+    EXPECT_EQ(Screen(), ScrMain);
+    EXPECT_THAT(Device.Did.Boxes, IsEmpty());
+}
+
+TEST_F(MenuClicks, OnACaptionDoNothingWhereMenusAreNoKeys) {
+    GotoScreen(ScrDrivers);
+    frmQuorin::mnuButton2_Click();
+    EXPECT_EQ(Screen(), ScrDrivers);
+}
+
+class SoftKeys : public support::Program {
+protected:
+    SoftKeys() : Program(support::OfType(5)) {}
+};
+
+TEST_F(SoftKeys, CaptionWithItemsIsNoCommand) {
+    frmQuorin::mnuButton1_Click();
+    EXPECT_EQ(Screen(), ScrMain);
+    EXPECT_THAT(Device.Did.Boxes, IsEmpty());
+}
+
+TEST_F(SoftKeys, LoneCaptionIsACommand) {
+    MenuEvent(u"Start...");
+    frmQuorin::mnuButton1_Click();
+    EXPECT_EQ(Screen(), ScrDownloads);
+    frmQuorin::mnuButton2_Click();
+    EXPECT_EQ(Screen(), ScrDrivers);
+}
+
+TEST_F(SoftKeys, BothRoutesOfBackEndInTheSamePlace) {
+    MenuEvent(u"Preferences...");
+    frmQuorin::mnuButton1_Click();
+    EXPECT_EQ(Screen(), ScrMain);
+    MenuEvent(u"File Debug...");
+    frmQuorin::mnuButton1_Click();
+    EXPECT_EQ(Screen(), ScrMain);
+}
+
+TEST_F(SoftKeys, SecondCaptionGoesByTheFirstMenusEmptyItem) {
+    GotoScreen(ScrDownloads);
+    Device.Platform.menuItems[1][0].SetCaption(u"another");
+    Device.Platform.menuItems[0][0].SetCaption(u"");
+    frmQuorin::mnuButton2_Click();
+    EXPECT_EQ(Screen(), ScrDrivers);
+}
+
+TEST_F(SoftKeys, CanBePressedPastTheCaptions) {
+    MenuEvent(u"Start...");
+    frmQuorin::SoftKey2Pressed();
+    EXPECT_EQ(Screen(), ScrMain);
+}
+
+class Selecting : public support::Program {};
+
+TEST_F(Selecting, OnTheMainScreenStarts) {
+    Tap(0);
+    EXPECT_EQ(Screen(), ScrDrivers);
+}
+
+TEST_F(Selecting, ADriverShowsItsDownloads) {
+    InstallMeter();
+    MenuEvent(u"Start...");
+    Tap(0);
+    EXPECT_EQ(Screen(), ScrDownloads);
+}
+
+TEST_F(Selecting, AListEntryStoresItAndLeaves) {
+    MenuEvent(u"Preferences...");
+    MenuEvent(u"Bluetooth Serial Setup...");
+    Tap(3);
+    EXPECT_EQ(Screen(), ScrPreferences);
+    EXPECT_EQ(platform::Device().settings.Get(u"Quorin", u"Settings", u"ComPort", u""), u"Com3");
+}
+
+TEST_F(Selecting, APreferenceRunsItsText) {
+    MenuEvent(u"Preferences...");
+    Tap(2);
+    EXPECT_EQ(Screens.ListKind, u"COMMPORT");
+}
+
+TEST_F(Selecting, OnlyTheValueColumnOfARecordIsEdited) {
+    InstallMeter();
+    OpenDownload("Place|Moisture|Remark\na|b|c\n");
+    Tap(0, 0);
+    EXPECT_FALSE(Device.Platform.txtInputField.Visible());
+    Tap(0, 1);
+    EXPECT_TRUE(Device.Platform.txtInputField.Visible());
+    EXPECT_EQ(Device.Platform.txtInputField.Contents(), u"a");
+}
+
+TEST_F(Selecting, ADateAsksForADate) {
+    InstallMeter("Day|1|||||date|\n");
+    OpenDownload("Day\n05/03/2007\n");
+    Tap(0, 1);
+    EXPECT_EQ(Screen(), ScrInput);
+    EXPECT_EQ(TitleCell(), u"Day");
+    EXPECT_EQ(Device.Platform.dteInputField.Date(), (platform::CalendarDate{2007, 3, 5}));
+    EXPECT_TRUE(modFileSystem::Table.RecordDirty);
+}
+
+TEST_F(Selecting, ATimeIsEditedInPlace) {
+    InstallMeter("At|1|||||TIME|\n");
+    OpenDownload("At\n09:30\n");
+    Tap(0, 1);
+    EXPECT_TRUE(Device.Platform.txtInputField.Visible());
+}
+
+TEST_F(Selecting, AColumnChoiceTurnsItsMarkOver) {
+    InstallMeter();
+    MenuEvent(u"Start...");
+    MenuEvent(u"Show/Hide Columns...");
+    EXPECT_EQ(Cell(1, 1), u"X");
+    Tap(1);
+    EXPECT_EQ(Cell(1, 1), u"");
+    Tap(1);
+    EXPECT_EQ(Cell(1, 1), u"X");
+}
+
+TEST_F(Selecting, DoesNothingWhileTheGridIsLocked) {
+    modPDAUI::Grids.GridLocked = true;
+    SelectCurrentRow();
+    EXPECT_EQ(Screen(), ScrMain);
+}
+
+} // namespace
+} // namespace modQuorin

@@ -1,0 +1,78 @@
+// SPDX-License-Identifier: MIT
+#include "tests/support/program.h"
+
+namespace modQuorin {
+namespace {
+
+struct ScreenRowExpected {
+    const char* Name;
+    const ScreenId* Screen;
+    std::int32_t BackMode;
+    const ScreenId* BackScreen; ///< nothing for none
+    std::int32_t Rows, Cols, Percent, TitleRows, TitleCols, DrawStyle;
+    const MenuId* Menu;
+};
+
+class ScreenTable : public support::Program, public testing::WithParamInterface<ScreenRowExpected> {};
+
+TEST_P(ScreenTable, HoldsTheScreenAsItIsMeant) {
+    const ScreenRowExpected& expected = GetParam();
+    const ScreenDef& row = ScreenRow(*expected.Screen);
+    EXPECT_STREQ(row.Name, expected.Name);
+    EXPECT_EQ(row.BackMode, expected.BackMode);
+    EXPECT_EQ(row.BackScreen, expected.BackScreen == nullptr ? 0 : *expected.BackScreen);
+    EXPECT_EQ(row.GridRows, expected.Rows);
+    EXPECT_EQ(row.GridCols, expected.Cols);
+    EXPECT_EQ(row.ColumnPercent, expected.Percent);
+    EXPECT_EQ(row.TitleRows, expected.TitleRows);
+    EXPECT_EQ(row.TitleCols, expected.TitleCols);
+    EXPECT_EQ(row.DrawStyle, expected.DrawStyle);
+    EXPECT_EQ(row.Menu, *expected.Menu);
+}
+
+// clang-format off: a row a screen
+INSTANTIATE_TEST_SUITE_P(
+    Of, ScreenTable,
+    testing::Values(
+        ScreenRowExpected{"ScrInput", &ScrInput, 3, nullptr, 1, 1, 100, 1, 1, 0, &MenuInput},
+        ScreenRowExpected{"ScrFileSelect", &ScrFileSelect, 3, nullptr, 1, 1, 100, 2, 1, 0, &MenuFileSelect},
+        ScreenRowExpected{"ScrMessage", &ScrMessage, 3, nullptr, 1, 1, 100, 1, 1, 1, &MenuMessage},
+        ScreenRowExpected{"ScrMain", &ScrMain, 2, nullptr, 1, 1, 100, 0, 0, 2, &MenuMain},
+        ScreenRowExpected{"ScrDrivers", &ScrDrivers, 1, &ScrMain, 1, 1, 100, 1, 1, 1, &MenuOk},
+        ScreenRowExpected{"ScrInstalledDrivers", &ScrInstalledDrivers, 1, &ScrMain, 1, 1, 100, 1, 1, 1, &MenuDrivers},
+        ScreenRowExpected{"ScrPreferences", &ScrPreferences, 3, nullptr, 1, 1, 100, 1, 1, 1, &MenuBackCommand},
+        ScreenRowExpected{"ScrList", &ScrList, 3, nullptr, 1, 1, 100, 1, 1, 1, &MenuBack},
+        ScreenRowExpected{"ScrDownloads", &ScrDownloads, 1, &ScrDrivers, 1, 1, 100, 1, 1, 1, &MenuDownloads},
+        ScreenRowExpected{"ScrDownload", &ScrDownload, 1, &ScrDownloads, 1, 2, 50, 2, 2, 0, &MenuDownload},
+        ScreenRowExpected{"ScrBluetoothDebug", &ScrBluetoothDebug, 3, nullptr, 1, 1, 100, 1, 1, 0, &MenuBack},
+        ScreenRowExpected{"ScrFileDebug", &ScrFileDebug, 1, &ScrMain, 1, 1, 100, 1, 1, 0, &MenuBack},
+        ScreenRowExpected{"ScrTextFile", &ScrTextFile, 3, nullptr, 1, 1, 100, 1, 1, 1, &MenuBack},
+        ScreenRowExpected{"ScrDriverProperties", &ScrDriverProperties, 1, &ScrInstalledDrivers, 1, 2, 50, 1, 2, 0,
+                          &MenuSave},
+        ScreenRowExpected{"ScrInfRecord", &ScrInfRecord, 0, nullptr, 1, 2, 50, 1, 2, 0, &MenuRecord},
+        ScreenRowExpected{"ScrColumns", &ScrColumns, 3, nullptr, 1, 2, 80, 1, 1, 0, &MenuBack},
+        ScreenRowExpected{"ScrAddDriver", &ScrAddDriver, 3, nullptr, 1, 1, 100, 1, 1, 1, &MenuInstall}),
+    [](const auto& each) { return each.param.Name; });
+// clang-format on
+
+using ScreenRows = support::Program;
+
+TEST_F(ScreenRows, StandInTheOrderInWhichTheyAreAdded) {
+    EXPECT_EQ(Screens.Table.size(), 17U);
+    EXPECT_STREQ(Screens.Table.front().Name, "ScrInput");
+    EXPECT_STREQ(Screens.Table.back().Name, "ScrAddDriver");
+}
+
+TEST_F(ScreenRows, PercentOfZeroIsStoredAsAHundred) {
+    const ScreenId id = AddScreen(MenuBack, BackNothing, 0, 1, 1, 0, 1, 1, DrawTable);
+    EXPECT_EQ(ScreenRow(id).ColumnPercent, 100);
+    EXPECT_EQ(ScreenRow(id).ColumnPixels, 0);
+}
+
+TEST_F(ScreenRows, OutsideTheTableStopTheProgram) {
+    support::FailureOf([] { ScreenRow(0); });
+    support::FailureOf([] { GotoScreen(99); });
+}
+
+} // namespace
+} // namespace modQuorin

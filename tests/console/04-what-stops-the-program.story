@@ -1,0 +1,67 @@
+# What the program can't go on with ends it with a message, exit status 1, and the files as they were saved last.
+$ mkdir -p Quorin
+$ printf 'NAME|INFFILE\nMeter|meter.txt\n' > Quorin/drivers.txt
+$ printf 'DRIVER|FILE|DATE|ALIAS\nMeter|qrn0001.txt|20070301|\n' > Quorin/qrnctrl.txt
+# An inf table without rows.
+$ printf 'FIELDNAME|VISIBLE|COPY|BLOB|DISPLAY|CSVNAME|DATATYPE|FORMULA\n' > Quorin/meter.txt
+$ quorin-console
+> choose Start...
+{"done":"choose"}
+> choose Ok
+{"done":"choose"}
+> choose Open
+{"event":"status","text":"Busy"}
+{"event":"failure","text":"The inf table meter.txt has no rows"}
+{"done":"choose","error":"the program has ended"}
+[exit status 1]
+# A colour that is no number.
+$ printf 'FIELDNAME|VISIBLE|COPY|BLOB|DISPLAY|CSVNAME|DATATYPE|FORMULA\nPlace|1|||green|||\n' > Quorin/meter.txt
+$ quorin-console
+> choose Start...
+{"done":"choose"}
+> choose Ok
+{"done":"choose"}
+> choose Open
+{"event":"status","text":"Busy"}
+{"event":"failure","text":"DISPLAY \"green\" is no number (row 1 of meter.txt)"}
+{"done":"choose","error":"the program has ended"}
+[exit status 1]
+# A row of the register that is too short to have a file.
+$ printf 'DRIVER|FILE|DATE|ALIAS\nMeter\n' > Quorin/qrnctrl.txt
+$ quorin-console
+> choose Start...
+{"done":"choose"}
+> choose Ok
+{"event":"failure","text":"Row 1 of qrnctrl.txt is too short to have a field FILE"}
+{"done":"choose","error":"the program has ended"}
+[exit status 1]
+# A download whose name has no number.
+$ printf 'DRIVER|FILE|DATE|ALIAS\nMeter|qrnabcd.txt|20070301|\n' > Quorin/qrnctrl.txt
+$ quorin-console
+> choose Start...
+{"done":"choose"}
+> choose Ok
+{"done":"choose"}
+> choose New
+{"event":"failure","text":"The download file \"qrnabcd.txt\" has no number in its name"}
+{"done":"choose","error":"the program has ended"}
+[exit status 1]
+# A port that is no number.
+$ printf '[Settings]\nComPort=printer\n' > settings.ini
+$ printf 'FIELDNAME|VISIBLE|COPY|BLOB|DISPLAY|CSVNAME|DATATYPE|FORMULA\nPlace|1||dv: Site||||\n' > Quorin/meter.txt
+$ quorin-console
+> choose Start...
+{"done":"choose"}
+> choose Ok
+{"done":"choose"}
+> choose Open
+{"event":"status","text":"Busy"}
+{"event":"status","text":null}
+{"done":"choose"}
+> tick 500
+{"event":"failure","text":"The port \"printer\" is no number (setting ComPort)"}
+{"done":"tick","error":"the program has ended"}
+[exit status 1]
+$ cat Quorin/qrnctrl.txt
+DRIVER|FILE|DATE|ALIAS
+Meter|qrnabcd.txt|20070301|

@@ -1,0 +1,259 @@
+// SPDX-License-Identifier: MIT
+#include "storage/volumes.h"
+
+#include "storage/settings.h"
+#include "tests/support/test_device.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace modFileSystem {
+namespace {
+
+using platform::common::HostVolume;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+platform::headless::DeviceOptions DeviceWith(std::int32_t type, std::vector<HostVolume> volumes) {
+    platform::headless::DeviceOptions options;
+    options.DeviceType = type;
+    options.Volumes = std::move(volumes);
+    return options;
+}
+
+Text StoredVolume() {
+    return platform::Device().settings.Get(u"Quorin", u"Settings", u"StorageVolume", u"(none)");
+}
+
+void StoreVolume(const Text& root) {
+    platform::Device().settings.Save(u"Quorin", u"Settings", u"StorageVolume", root);
+}
+
+TEST(Volumes, DesktopHasTheOneVolumeThatIsTheRoot) {
+    support::TestDevice device(DeviceWith(0, {{u"C:\\", 1000}}));
+    EnumVolumes(true);
+    EXPECT_THAT(Storage.VolumeList, ElementsAre(u".\\"));
+    EXPECT_EQ(Storage.BestVolume, u".\\");
+}
+
+TEST(Volumes, FirstOfTwoEqualVolumesIsTheBest) {
+    support::TestDevice device(DeviceWith(3, {{u"A:\\", 100}, {u"B:\\", 200}, {u"C:\\", 200}}));
+    EnumVolumes(true);
+    EXPECT_THAT(Storage.VolumeList, ElementsAre(u"A:\\", u"B:\\", u"C:\\"));
+    EXPECT_EQ(Storage.BestVolume, u"B:\\");
+    EXPECT_EQ(Storage.BestVolumeKB, 200);
+}
+
+/// A volume list that answers with bytes, for figures between two kilobytes.
+class ByteVolume final : public platform::Volumes {
+public:
+    explicit ByteVolume(std::int32_t bytes) : Bytes(bytes) {}
+    Text First() override { return u"Card:\\"; }
+    Text Next() override { return {}; }
+    platform::ErrorNumber Space(const Text&, std::int32_t& bytes) override {
+        bytes = Bytes;
+        return platform::NoError;
+    }
+
+private:
+    std::int32_t Bytes;
+};
+
+struct VolumeSize {
+    std::int32_t Bytes;
+    bool Accepted;
+};
+
+class SizeOfAVolume : public testing::TestWithParam<VolumeSize> {};
+
+TEST_P(SizeOfAVolume, DecidesWhetherItCounts) {
+    support::TestDevice device(DeviceWith(3, {}));
+    ByteVolume volume(GetParam().Bytes);
+    platform::Platform& old = platform::Device();
+    platform::Platform with{old.form,
+                            old.grdTitle,
+                            old.grdMain,
+                            old.txtInputField,
+                            old.cboInputField,
+                            old.cbotxtInputField,
+                            old.dteInputField,
+                            old.lstHoldMenu,
+                            old.lblStatus,
+                            old.AFVScrollBar1,
+                            old.tmrBlue,
+                            old.tmrHoldEvent,
+                            old.tmrMenus,
+                            old.mnuButton1,
+                            old.mnuButton2,
+                            old.mnuButtonO1,
+                            old.mnuButtonO2,
+                            old.colours,
+                            old.fontServer,
+                            old.myCsys,
+                            old.hardwareKeys,
+                            old.serConnection,
+                            old.connectionService,
+                            old.toneMaker,
+                            old.messageBox,
+                            old.settings,
+                            old.clock,
+                            old.random,
+                            old.runTime,
+                            volume,
+                            old.fileSystem,
+                            old.recordDatabase};
+    platform::Install(&with);
+    EnumVolumes(true);
+    EXPECT_EQ(!Storage.VolumeList.empty(), GetParam().Accepted);
+    platform::Install(&old);
+}
+
+INSTANTIATE_TEST_SUITE_P(Bytes, SizeOfAVolume,
+                         testing::Values(VolumeSize{10 * 1024, false}, VolumeSize{11 * 1024, true},
+                                         VolumeSize{10752, false}, VolumeSize{10753, true}, VolumeSize{0, false},
+                                         VolumeSize{-10752, false}, VolumeSize{-2147483647, true}),
+                         [](const auto& each) {
+                             const std::string number = std::to_string(each.param.Bytes);
+                             return number[0] == '-' ? "Minus" + number.substr(1) : number;
+                         });
+
+TEST(Volumes, OneThatCantBeReadIsPassedOver) {
+    support::TestDevice device(DeviceWith(3, {{u"A:\\", std::nullopt}, {u"B:\\", 20}}));
+    EnumVolumes(true);
+    EXPECT_THAT(Storage.VolumeList, ElementsAre(u"B:\\"));
+}
+
+TEST(Volumes, AreLookedAtAgainOnlyWhenForced) {
+    support::TestDevice device(DeviceWith(3, {{u"A:\\", 20}}));
+    EnumVolumes(true);
+    Storage.BestVolume = u"kept";
+    EnumVolumes(false);
+    EXPECT_EQ(Storage.BestVolume, u"kept");
+    EnumVolumes(true);
+    EXPECT_EQ(Storage.BestVolume, u"A:\\");
+}
+
+TEST(DataPath, FirstUseStoresTheLargestVolumeAndKeepsIt) {
+    support::TestDevice device(DeviceWith(3, {{u"A:\\", 20}, {u"B:\\", 90}}));
+    EXPECT_EQ(GetDataPath(u"Quorin"), u"B:\\My Documents\\Quorin\\");
+    EXPECT_EQ(StoredVolume(), u"B:\\");
+    Storage.BestVolume = u"A:\\"; // another one has grown larger meanwhile
+    EXPECT_EQ(GetDataPath(u""), u"B:\\My Documents\\Quorin\\");
+}
+
+TEST(DataPath, MissingCardIsReplacedForTheMomentAndUsedAgainWhenItIsBack) {
+    support::TestDevice device(DeviceWith(3, {{u"A:\\", 20}, {u"Card:\\", 10}}));
+    StoreVolume(u"Card:\\");
+    EXPECT_EQ(GetDataPath(u"Quorin"), u"A:\\My Documents\\Quorin\\");
+    EXPECT_EQ(StoredVolume(), u"Card:\\");
+    Storage.VolumeList.push_back(u"Card:\\");
+    EXPECT_EQ(GetDataPath(u""), u"Card:\\My Documents\\Quorin\\");
+}
+
+TEST(DataPath, StoredVolumeMatchesWithRegardToCase) {
+    support::TestDevice device(DeviceWith(3, {{u"A:\\", 20}, {u"Card:\\", 15}}));
+    StoreVolume(u"card:\\");
+    EXPECT_EQ(GetDataPath(u"Quorin"), u"A:\\My Documents\\Quorin\\");
+}
+
+TEST(DataPath, EmptyStoredVolumeIsReplacedByTheChosenOne) {
+    support::TestDevice device(DeviceWith(3, {{u"A:\\", 20}}));
+    StoreVolume(u"");
+    GetDataPath(u"Quorin");
+    EXPECT_EQ(StoredVolume(), u"A:\\");
+}
+
+struct FolderRow {
+    std::int32_t DeviceType;
+    const char16_t* Volume;
+    const char16_t* Path;
+};
+
+class DataFolder : public testing::TestWithParam<FolderRow> {};
+
+TEST_P(DataFolder, LiesWhereTheDeviceHasIt) {
+    support::TestDevice device(DeviceWith(GetParam().DeviceType, {{GetParam().Volume, 100}}));
+    EXPECT_EQ(GetDataPath(u"Quorin"), GetParam().Path);
+    EXPECT_EQ(GetDataPath(u""), GetParam().Path);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Devices, DataFolder,
+    testing::Values(FolderRow{0, u"C:\\", u".\\Quorin\\"}, FolderRow{1, u"Card:\\", u"Card:\\PALM\\Programs\\Quorin\\"},
+                    FolderRow{1, u"Device:\\", u"Device:\\"},
+                    FolderRow{1, u"device:\\", u"device:\\PALM\\Programs\\Quorin\\"},
+                    FolderRow{2, u"C:\\", u"C:\\Quorin\\"}, FolderRow{3, u"\\", u"\\My Documents\\Quorin\\"},
+                    FolderRow{5, u"C:\\", u"C:\\Quorin\\"}, FolderRow{6, u"C:\\", u"C:\\documents\\Quorin\\"},
+                    FolderRow{6, u"D:\\", u"D:\\Media Files\\Quorin\\"},
+                    FolderRow{7, u"\\", u"\\My Documents\\Quorin\\"}, FolderRow{9, u"C:\\", u"C:\\Data\\Quorin\\"},
+                    FolderRow{12, u"C:\\", u"C:\\Quorin\\"}));
+
+TEST(DataPath, FolderIsMadeOnFirstUse) {
+    support::TestDevice device(DeviceWith(0, {}));
+    GetDataPath(u"Quorin");
+    EXPECT_TRUE(device.Folder.Has("Quorin"));
+}
+
+TEST(DataPath, FolderThatCantBeMadeIsReplacedByTheVolume) {
+    support::TestDevice device(DeviceWith(0, {}));
+    device.Folder.Put("Quorin", "a file stands where the folder should be");
+    EXPECT_EQ(GetDataPath(u"Quorin"), u".\\");
+}
+
+TEST(DataPath, WithoutAnyVolumeItBeginsWithTheFolder) {
+    support::TestDevice device(DeviceWith(3, {{u"A:\\", std::nullopt}}));
+    EXPECT_EQ(GetDataPath(u"Quorin"), u"My Documents\\Quorin\\");
+}
+
+TEST(ListFiles, GivesFullNamesOfAFolder) {
+    support::TestDevice device(DeviceWith(0, {}));
+    device.Folder.Put("Quorin/b.qvd", "x");
+    device.Folder.Put("Quorin/a.txt", "x");
+    ListFiles(u".\\Quorin\\", u"TEXT", u"QVRN");
+    EXPECT_THAT(Storage.FileList, ElementsAre(u".\\Quorin\\a.txt", u".\\Quorin\\b.qvd"));
+}
+
+TEST(ListFiles, MissingFolderIsEmpty) {
+    support::TestDevice device(DeviceWith(0, {}));
+    Storage.FileList = {u"old"};
+    ListFiles(u".\\nowhere\\", u"", u"");
+    EXPECT_THAT(Storage.FileList, IsEmpty());
+}
+
+TEST(ListFiles, EmptyFolderOnPalmIsEmptyWithoutAsking) {
+    support::TestDevice device(DeviceWith(1, {{u"Device:\\", 100}}));
+    Storage.FileList = {u"old"};
+    ListFiles(u"", u"TEXT", u"QVRN");
+    EXPECT_THAT(Storage.FileList, IsEmpty());
+}
+
+TEST(ListFiles, PalmMemoryInAnyCaseListsDatabasesOfTheTypeAndCreator) {
+    support::TestDevice device(DeviceWith(1, {{u"Device:\\", 100}}));
+    auto& databases = platform::Device().recordDatabase;
+    databases.Close(databases.Create(u"ours", PackCode(u"TEXT"), PackCode(u"QVRN")));
+    databases.Close(databases.Create(u"theirs", PackCode(u"TEXT"), PackCode(u"abcd")));
+    databases.Close(databases.Create(u"other", PackCode(u"DATA"), PackCode(u"QVRN")));
+    ListFiles(u"DEVICE:\\", u"", u"QVRN");
+    EXPECT_THAT(Storage.FileList, ElementsAre(u"Device:\\ours"));
+    ListFiles(u"device:\\", u"TEXT", u"");
+    EXPECT_THAT(Storage.FileList, ElementsAre(u"Device:\\ours", u"Device:\\theirs"));
+}
+
+TEST(PackCode, PutsTheFirstCharacterIntoTheTopByte) {
+    EXPECT_EQ(PackCode(u"TEXT"), 0x54455854);
+    EXPECT_EQ(PackCode(u"rfcn"), 1919312750);
+}
+
+TEST(PackCode, OfAnyOtherLengthIsZero) {
+    EXPECT_EQ(PackCode(u"abc"), 0);
+    EXPECT_EQ(PackCode(u"abcde"), 0);
+    EXPECT_EQ(PackCode(u""), 0);
+}
+
+TEST(PackCode, ThatOverflowsStopsTheProgram) {
+    support::TestDevice device;
+    EXPECT_NE(support::FailureOf([] { PackCode(u"\u00FFabc"); }), u"");
+}
+
+} // namespace
+} // namespace modFileSystem

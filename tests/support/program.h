@@ -1,0 +1,78 @@
+// SPDX-License-Identifier: MIT
+// The whole program on a test device, started, with a technician's verbs.
+#pragma once
+
+#include "app/commands.h"
+#include "app/form.h"
+#include "drivers/selection.h"
+#include "platform/headless/gestures.h"
+#include "storage/keyed_tables.h"
+#include "tests/support/test_device.h"
+#include "view/menu_table.h"
+#include "view/navigation.h"
+#include "view/screen_table.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace support {
+
+inline platform::headless::DeviceOptions OfType(std::int32_t deviceType) {
+    platform::headless::DeviceOptions options;
+    options.DeviceType = deviceType;
+    return options;
+}
+
+class Program : public testing::Test {
+protected:
+    explicit Program(const platform::headless::DeviceOptions& options = {}) : Device(options) {
+        Device.Platform.StartProgram();
+    }
+
+    static modQuorin::ScreenId Screen() { return modQuorin::Screens.CurrentScreen; }
+    Text TitleCell(std::int32_t col = 0) { return Device.Title().Cell(0, col); }
+    Text Cell(std::int32_t row, std::int32_t col = 0) { return Device.Main().Cell(row, col); }
+    std::vector<Text> Column(std::int32_t col) {
+        std::vector<Text> texts;
+        for (std::int32_t row = 0; row < Device.Main().Rows(); ++row)
+            texts.push_back(Device.Main().Cell(row, col));
+        return texts;
+    }
+
+    void Tap(std::int32_t row, std::int32_t col = 0) {
+        EXPECT_EQ(platform::headless::Tap(Device.Platform, row, col), "");
+        Settle();
+    }
+    void Choose(const Text& caption) {
+        EXPECT_EQ(platform::headless::Choose(Device.Platform, caption), "") << modStringTools::ToBytes(caption);
+        Settle();
+    }
+    void Type(const Text& text) { EXPECT_EQ(platform::headless::SetInput(Device.Platform, text), ""); }
+    void Settle() { Device.Platform.loop.HandleDue(); }
+    /// Lets the deferred repaint come.
+    void Repaint() { Device.Tick(100); }
+
+    void Put(const std::string& name, const std::string& bytes) { Device.Folder.Put("Quorin/" + name, bytes); }
+    std::string File(const std::string& name) { return Device.Folder.Bytes("Quorin/" + name); }
+
+    /// A driver "Meter" with three fields, and the register of downloads.
+    void InstallMeter(const std::string& infRows = "Place|1||||||\nMoisture|1||Moisture||||\nRemark|1||||||\n") {
+        Put("drivers.txt", "NAME|INFFILE\nMeter|meter.txt\n");
+        Put("qrnctrl.txt", "DRIVER|FILE|DATE|ALIAS\n");
+        Put("meter.txt", "FIELDNAME|VISIBLE|COPY|BLOB|DISPLAY|CSVNAME|DATATYPE|FORMULA\n" + infRows);
+    }
+    /// The only download of the only driver, with this content, open on the record screen.
+    void OpenDownload(const std::string& content) {
+        Put("qrnctrl.txt", "DRIVER|FILE|DATE|ALIAS\nMeter|qrn0001.txt|20070301|\n");
+        if (!content.empty())
+            Put("qrn0001.txt", content);
+        modQuorin::MenuEvent(u"Start...");
+        modQuorin::MenuEvent(u"Ok");
+        modQuorin::MenuEvent(u"Open");
+        Settle();
+    }
+
+    TestDevice Device;
+};
+
+} // namespace support

@@ -1,0 +1,117 @@
+// SPDX-License-Identifier: MIT
+#include "tests/support/test_device.h"
+
+#include "app/start_up.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <fstream>
+
+namespace support {
+
+namespace {
+
+platform::headless::DeviceOptions OnFolder(platform::headless::DeviceOptions options, const TemporaryFolder& folder) {
+    options.Root = folder.Path().string();
+    if (options.StartMoment == 0)
+        options.StartMoment = *platform::headless::MomentFromText("2007-03-05T09:30:00");
+    return options;
+}
+
+} // namespace
+
+TemporaryFolder::TemporaryFolder() {
+    std::string name = (std::filesystem::temp_directory_path() / "quorin-test-XXXXXX").string();
+    if (::mkdtemp(name.data()) == nullptr)
+        std::abort();
+    Place = name;
+}
+
+TemporaryFolder::~TemporaryFolder() {
+    std::error_code ignored;
+    std::filesystem::remove_all(Place, ignored);
+}
+
+std::string TemporaryFolder::Bytes(const std::string& name) const {
+    std::ifstream in(Place / name, std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), {}};
+}
+
+void TemporaryFolder::Put(const std::string& name, const std::string& bytes) const {
+    std::filesystem::create_directories((Place / name).parent_path());
+    std::ofstream(Place / name, std::ios::binary) << bytes;
+}
+
+void Record::BoxOpened(const Text& text, platform::BoxButtons buttons, platform::BoxIcon icon, const Text& title) {
+    Boxes.push_back({text, buttons, icon, title});
+}
+
+std::vector<Text> Record::Messages() const {
+    std::vector<Text> messages;
+    for (const ShownBox& box : Boxes)
+        messages.push_back(box.Message);
+    return messages;
+}
+
+TestDevice::TestDevice(platform::headless::DeviceOptions options)
+    : Platform(OnFolder(std::move(options), Folder), *this, Did) {
+    platform::Install(&Platform.record);
+    modQuorin::ResetModules();
+}
+
+TestDevice::~TestDevice() {
+    modQuorin::ResetModules();
+}
+
+void TestDevice::SetTime(const std::string& moment) {
+    Platform.clock.StandAt(*platform::headless::MomentFromText(moment));
+}
+
+void TestDevice::RunCommand() {
+    if (auto* box = Platform.boxes.Current()) {
+        AnswerBox(*box);
+        return;
+    }
+    const std::function<void()> step = std::move(Steps.front());
+    Steps.pop_front();
+    step();
+}
+
+void TestDevice::AnswerBox(platform::headless::HeadlessBoxes::OpenBox& box) {
+    if (During) {
+        const std::function<void()> action = std::move(During);
+        During = nullptr;
+        action();
+    }
+    box.Answered = true;
+    if (!Answers.empty()) {
+        box.Answer = Answers.front();
+        Answers.pop_front();
+    } else if (box.Buttons == platform::BoxButtons::YesNo) {
+        box.Answer = platform::BoxAnswer::No;
+        ADD_FAILURE() << "nobody was told to answer: " << modStringTools::ToBytes(box.Message);
+    }
+}
+
+Text FailureOf(const std::function<void()>& action) {
+    try {
+        action();
+    } catch (const ProgramOver& over) {
+        if (over.Why == ProgramOver::Reason::Failed)
+            return over.Failure;
+    }
+    ADD_FAILURE() << "the program goes on";
+    return {};
+}
+
+bool EndsProgram(const std::function<void()>& action) {
+    try {
+        action();
+    } catch (const ProgramOver& over) {
+        return over.Why == ProgramOver::Reason::Ended;
+    }
+    return false;
+}
+
+} // namespace support

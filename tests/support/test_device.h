@@ -1,0 +1,108 @@
+// SPDX-License-Identifier: MIT
+// A device for the tests of a room: the headless back-end on a fresh folder, with a technician who answers what he was
+// told to, and a record of what the device did.
+#pragma once
+
+#include "platform/headless/headless_platform.h"
+
+#include <deque>
+#include <filesystem>
+#include <functional>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace support {
+
+/// The program has called for its end, or can't go on.
+using platform::headless::ProgramOver;
+
+/// A folder that is gone with the test.
+class TemporaryFolder {
+public:
+    TemporaryFolder();
+    ~TemporaryFolder();
+    TemporaryFolder(const TemporaryFolder&) = delete;
+    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+
+    std::filesystem::path Path() const { return Place; }
+    /// A file of the folder, its bytes as they stand; empty when it is not there.
+    std::string Bytes(const std::string& name) const;
+    /// Writes a file, with the folders above it.
+    void Put(const std::string& name, const std::string& bytes) const;
+    bool Has(const std::string& name) const { return std::filesystem::exists(Place / name); }
+
+private:
+    std::filesystem::path Place;
+};
+
+struct ShownBox {
+    Text Message;
+    platform::BoxButtons Buttons = platform::BoxButtons::Ok;
+    platform::BoxIcon Icon = platform::BoxIcon::None;
+    Text Title;
+};
+
+/// What the device did, in order.
+struct Record : platform::headless::Watcher {
+    std::vector<ShownBox> Boxes;
+    std::vector<std::pair<std::int32_t, std::int32_t>> Tones; ///< hertz, milliseconds
+    std::vector<Text> Status;                                 ///< texts of the strip; an empty one for its end
+    std::vector<std::int32_t> Grabbed, Released, Sent;
+
+    void BoxOpened(const Text& text, platform::BoxButtons buttons, platform::BoxIcon icon, const Text& title) override;
+    void TonePlayed(std::int32_t hertz, std::int32_t milliseconds) override { Tones.emplace_back(hertz, milliseconds); }
+    void StatusShown(const Text& text) override { Status.push_back(text); }
+    void StatusHidden() override { Status.emplace_back(); }
+    void KeyGrabbed(std::int32_t keyCode) override { Grabbed.push_back(keyCode); }
+    void KeyReleased(std::int32_t keyCode) override { Released.push_back(keyCode); }
+    void CharacterSent(std::int32_t character) override { Sent.push_back(character); }
+
+    std::vector<Text> Messages() const; ///< of the boxes
+};
+
+class TestDevice final : platform::headless::CommandSource {
+public:
+    /// The root folder is the test's own, whatever the options say. The modules' state is as at program start.
+    explicit TestDevice(platform::headless::DeviceOptions options = {});
+    ~TestDevice() override;
+
+    const TemporaryFolder Folder;
+    Record Did;
+    platform::headless::HeadlessPlatform Platform;
+
+    platform::OwnerDrawGrid& Title() { return Platform.grdTitle; }
+    platform::OwnerDrawGrid& Main() { return Platform.grdMain; }
+
+    /// The next message box is answered so. A box that nobody was told about fails the test and is answered No.
+    void WillAnswer(platform::BoxAnswer answer) { Answers.push_back(answer); }
+    /// Runs once while the next box stands, before it is answered.
+    void WhileABoxStands(std::function<void()> action) { During = std::move(action); }
+    /// What the technician does while the program waits for a prompt, one step at a time.
+    void WillDo(std::function<void()> step) { Steps.push_back(std::move(step)); }
+
+    /// Where the clock stands, as 2007-03-05T09:30:00.
+    void SetTime(const std::string& moment);
+    void Tick(std::int64_t milliseconds) { Platform.loop.PassTime(milliseconds); }
+
+private:
+    void AboutToWait(int) override {}
+    bool HasCommand() override { return Platform.boxes.Current() != nullptr || !Steps.empty(); }
+    bool Ended() override { return true; } ///< a prompt that nobody was told about ends the program
+    int Descriptor() override { return -1; }
+    void TakeInput() override {}
+    void RunCommand() override;
+    void AnswerBox(platform::headless::HeadlessBoxes::OpenBox& box);
+
+    std::deque<platform::BoxAnswer> Answers;
+    std::function<void()> During;
+    std::deque<std::function<void()>> Steps;
+};
+
+/// Runs something that must stop the program, and gives the message of the failure; fails the test when it does not.
+Text FailureOf(const std::function<void()>& action);
+
+/// Whether something ends the program by itself.
+bool EndsProgram(const std::function<void()>& action);
+
+} // namespace support
