@@ -1,247 +1,121 @@
 // SPDX-License-Identifier: MIT
 #include "text/patterns.h"
 
-#include "text/ranges.h"
+#include "text/pattern_reading.h"
 
 #include <algorithm>
-
-// The grammar. A pattern is a sequence of elements, each of which matches one character:
-//
-//  1. `.`              any character, carriage return and line feed included
-//  2. `\s` `\S`        a blank or a tab; anything else. A carriage return is no white space
-//  3. `\w` `\W`        a letter a to z or A to Z, a digit or `_`; anything else
-//  4. `\d` `\D`        a digit; anything else
-//  5. `\\ \+ \$ \^ \. \/`   the second character, exactly, whatever the case flag says
-//  6. `\` and any other character   nothing: "\q" refuses "q"
-//  7. `^` and `$`      nothing, but at the pattern's ends (9)
-//  8. anything else    itself; without the case flag in any case: "[", "(", "|", "*", "?" are plain characters
-//
-// and around them:
-//
-//  9. `^` as the first and `$` as the last character of the pattern tie the match to the text's beginning and end. The
-//  `$`
-//     is taken off whatever stands in front of it: "a\$" wants a backslash at the end, and accepts "a\".
-// 10. `+` behind an element repeats it, once or more, as long as what follows the `+` can still be found somewhere
-//     further on: "a.+X" takes "aXbX" of "aXbXc". A `+` at the very front is stepped over.
-// 11. When the text ends while the pattern stands on a `+`, the match holds although nothing behind the `+` was
-// compared:
-//     "=.+|" accepts "A=1" (positions 2 to 3) and refuses "A=12". Quoted values rest on that.
 
 namespace modStringTools {
 
 namespace {
 
-bool IsBlank(char16_t character) {
-    return character == u' ' || character == u'\t';
-}
-
-bool IsDigit(char16_t character) {
-    return character >= u'0' && character <= u'9';
-}
-
-bool IsWord(char16_t character) {
-    return (character >= u'a' && character <= u'z') || (character >= u'A' && character <= u'Z') || IsDigit(character) ||
-           character == u'_';
-}
-
-bool IsSpecial(char16_t character) {
-    return TextView(u".\\+^$").find(character) != TextView::npos;
-}
-
-bool SameChar(char16_t a, char16_t b, bool caseSensitive) {
-    return a == b || (!caseSensitive && LowerChar(a) == LowerChar(b));
-}
-
-bool EscapeMatches(char16_t letter, char16_t character) {
-    switch (letter) {
-    case u's':
-        return IsBlank(character);
-    case u'S':
-        return !IsBlank(character);
-    case u'w':
-        return IsWord(character);
-    case u'W':
-        return !IsWord(character);
-    case u'd':
-        return IsDigit(character);
-    case u'D':
-        return !IsDigit(character);
-    case u'\\':
-    case u'+':
-    case u'$':
-    case u'^':
-    case u'.':
-    case u'/':
-        return character == letter;
-    default:
-        return false;
-    }
-}
-
-bool ElementMatches(TextView element, char16_t character, bool caseSensitive) {
-    if (element.empty() || element == u"^" || element == u"$")
-        return false;
-    if (element == u".")
-        return true;
-    if (element.size() == 2)
-        return EscapeMatches(element[1], character);
-    return SameChar(element[0], character, caseSensitive);
-}
-
-/// The last place of a plain text in another one, from 1; 0 for none.
-std::int32_t LastPlaceOf(TextView wanted, TextView text, bool caseSensitive) {
-    for (std::size_t place = text.size() + 1 - std::min(wanted.size(), text.size() + 1); place > 0; --place) {
-        std::size_t i = 0;
-        while (i < wanted.size() && SameChar(wanted[i], text[place - 1 + i], caseSensitive))
-            ++i;
-        if (i == wanted.size())
-            return static_cast<std::int32_t>(place);
-    }
-    return 0;
-}
-
-bool IsPlain(TextView pattern) {
-    for (const char16_t character : pattern) {
-        if (IsSpecial(character))
-            return false;
-    }
-    return true;
-}
-
-/// One run of the matcher. Positions count from 1.
-class Matcher {
-public:
-    Matcher(TextView text, std::int32_t start, TextView pattern, bool caseSensitive)
-        : Text_(text), Pattern(pattern), CaseSensitive(caseSensitive), TextPlace(start) {
-        if (Pattern.front() == u'^') {
-            StartAnchored = true;
-            Pattern.remove_prefix(1);
-        }
-        if (!Pattern.empty() && Pattern.back() == u'$') {
-            EndAnchored = true;
-            Pattern.remove_suffix(1);
-        }
-    }
-
-    void Run() {
-        while (TextPlace <= TextLength() && !HopelessAnchor()) {
-            Step();
-            if (PatternPlace > PatternLength())
-                break;
-            ++TextPlace;
-        }
-        const bool usedUp = PatternPlace > PatternLength();
-        if ((!usedUp && !HoldsAtTextEnd()) || (StartAnchored && First != 1) || (EndAnchored && Last != TextLength()))
-            Forget();
-    }
-
-    std::int32_t First = 0;
-    std::int32_t Last = 0;
-
-private:
-    std::int32_t TextLength() const { return static_cast<std::int32_t>(Text_.size()); }
-    std::int32_t PatternLength() const { return static_cast<std::int32_t>(Pattern.size()); }
-
-    void Forget() {
-        First = 0;
-        Last = 0;
-    }
-
-    /// Gives the match up that was begun, and goes on behind its first character.
-    void StartAgain() {
-        TextPlace = First;
-        PatternPlace = 1;
-        Forget();
-    }
-
-    /// A match that must begin at the text's first character can't any more.
-    bool HopelessAnchor() const { return StartAnchored && First == 0 && TextPlace > 1; }
-
-    TextView ElementHere() const {
-        const auto place = static_cast<std::size_t>(PatternPlace) - 1;
-        return Pattern.substr(place, Pattern[place] == u'\\' ? 2 : 1);
-    }
-
-    void Step() {
-        const bool repeats =
-            PatternPlace <= PatternLength() && Pattern[static_cast<std::size_t>(PatternPlace) - 1] == u'+';
-        OnRepeat = repeats;
-        if (!repeats)
-            Element = PatternPlace <= PatternLength() ? ElementHere() : TextView();
-        Hit = ElementMatches(Element, Text_[static_cast<std::size_t>(TextPlace) - 1], CaseSensitive);
-        if (repeats && Hit && PatternPlace < PatternLength())
-            Hit = RestIsFurtherOn();
-        if (Hit)
-            Take(repeats);
-        else if (repeats)
-            GiveToNextElement();
-        else if (First > 0)
-            StartAgain();
-        if (EndAnchored && Last > 0 && PatternPlace > PatternLength() && Last < TextLength())
-            StartAgain(); // used up too early: "ab$" drops the first "ab" of "abab"
-    }
-
-    void Take(bool repeats) {
-        if (First == 0)
-            First = TextPlace;
-        Last = TextPlace;
-        if (!repeats) // on a `+` the next character is offered to the same element
-            PatternPlace += static_cast<std::int32_t>(Element.size());
-    }
-
-    void GiveToNextElement() {
-        ++PatternPlace;
-        --TextPlace;
-    }
-
-    /// Whether what follows the `+` is found anywhere behind this character.
-    bool RestIsFurtherOn() {
-        const TextView rest = Pattern.substr(static_cast<std::size_t>(PatternPlace));
-        if (!IsPlain(rest)) {
-            std::int32_t first = 0;
-            std::int32_t last = 0;
-            return MatchPattern(Text_, TextPlace + 1, rest, first, last, CaseSensitive);
-        }
-        if (LastRestAt != PatternPlace) {
-            LastRest = LastPlaceOf(rest, Text_, CaseSensitive);
-            LastRestAt = PatternPlace;
-        }
-        return LastRest > TextPlace;
-    }
-
-    /// What becomes of a match when the text ends before the pattern does.
-    bool HoldsAtTextEnd() const {
-        if (PatternPlace == PatternLength() && OnRepeat)
-            return true; // a final `+` needs no more text
-        return Pattern[static_cast<std::size_t>(PatternPlace) - 1] == u'+' && Hit;
-    }
-
-    TextView Text_;
-    TextView Pattern;
-    bool CaseSensitive;
+/// A pattern without its anchors, and the text that it is looked for in.
+struct Search {
+    TextView Searched;
+    TextView Body;
     bool StartAnchored = false;
     bool EndAnchored = false;
-    std::int32_t TextPlace;
-    std::int32_t PatternPlace = 1;
-    TextView Element;      ///< read last; a `+` repeats it
-    bool OnRepeat = false; ///< the pattern stood on a `+` at the last step
-    bool Hit = false;
-    std::int32_t LastRest = 0;   ///< last place of a plain rest in the text
-    std::int32_t LastRestAt = 0; ///< the `+` that it follows; 0 for not looked for yet
+    bool CaseSensitive = false;
+    bool Plain = false;     ///< nothing in it is special: it is looked for as it stands
+    PatternReading Reading; ///< of any other pattern
 };
+
+struct Found {
+    std::int32_t First = 0;
+    std::int32_t Last = 0; ///< 0 for no match
+};
+
+bool StandsAt(const Search& search, std::size_t at) {
+    const TextView there = search.Searched.substr(at, search.Body.size());
+    return search.CaseSensitive ? there == search.Body : SameIgnoringCase(there, search.Body);
+}
+
+/// Whether lower-casing makes this character of any other one, or another one of it. It never does so with ASCII's
+/// digits, punctuation and controls, which a search can take at their face value.
+bool HasCases(char16_t character) {
+    return character >= 0x80 || LowerChar(character) != UpperChar(character);
+}
+
+/// The next place from `at` on (both from 0) whose character is the plain body's first one.
+std::size_t NextCandidate(const Search& search, std::size_t at) {
+    const char16_t wanted = search.Body.front();
+    if (search.CaseSensitive || !HasCases(wanted))
+        return search.Searched.find(wanted, at);
+    const char16_t lower = LowerChar(wanted);
+    const auto place = std::find_if(search.Searched.begin() + static_cast<std::ptrdiff_t>(at), search.Searched.end(),
+                                    [lower](char16_t each) { return LowerChar(each) == lower; });
+    return place == search.Searched.end() ? TextView::npos : static_cast<std::size_t>(place - search.Searched.begin());
+}
+
+Found FoundAt(const Search& search, std::size_t at) {
+    return {static_cast<std::int32_t>(at + 1), static_cast<std::int32_t>(at + search.Body.size())};
+}
+
+Found FindPlain(const Search& search, std::int32_t from) {
+    auto at = static_cast<std::size_t>(from - 1);
+    if (search.Searched.size() - at < search.Body.size())
+        return {};
+    const std::size_t lastPlace = search.Searched.size() - search.Body.size();
+    if (search.EndAnchored) {
+        if (search.StartAnchored && at != lastPlace)
+            return {};
+        at = lastPlace;
+    }
+    if (search.StartAnchored || search.EndAnchored)
+        return StandsAt(search, at) ? FoundAt(search, at) : Found{};
+    for (at = NextCandidate(search, at); at <= lastPlace; at = NextCandidate(search, at + 1))
+        if (StandsAt(search, at))
+            return FoundAt(search, at);
+    return {};
+}
+
+Search PrepareSearch(TextView text, TextView pattern, bool caseSensitive) {
+    Search search;
+    search.Searched = text;
+    search.CaseSensitive = caseSensitive;
+    search.StartAnchored = pattern.front() == u'^';
+    if (search.StartAnchored)
+        pattern.remove_prefix(1);
+    search.EndAnchored = !pattern.empty() && pattern.back() == u'$';
+    if (search.EndAnchored)
+        pattern.remove_suffix(1);
+    search.Body = pattern;
+    search.Plain = pattern.find_first_of(u".\\+^$") == TextView::npos;
+    return search;
+}
+
+/// The next match from position `from`, which lies inside the text. An anchor at the start ties it to `from` itself.
+Found FindNext(Search& search, std::int32_t from) {
+    if (search.Body.empty())
+        return {};
+    if (search.Plain)
+        return FindPlain(search, from);
+    if (!search.Reading.Done)
+        search.Reading = ReadPattern(search.Searched, from, search.Body, search.StartAnchored, search.EndAnchored,
+                                     search.CaseSensitive);
+    Found found;
+    found.First = FirstMatch(search.Reading, from, found.Last);
+    return search.StartAnchored && found.First != from ? Found{} : found;
+}
+
+std::int32_t Length(TextView text) {
+    return static_cast<std::int32_t>(text.size());
+}
 
 } // namespace
 
 bool MatchPattern(TextView text, std::int32_t start, TextView pattern, std::int32_t& first, std::int32_t& last,
                   bool caseSensitive) {
     start = std::max(start, 1);
-    if (start > static_cast<std::int32_t>(text.size()) || pattern.empty())
+    if (start > Length(text) || pattern.empty())
         return false;
-    Matcher matcher(text, start, pattern, caseSensitive);
-    matcher.Run();
-    first = matcher.First;
-    last = matcher.Last;
-    return first >= 1 && last >= 1;
+    Found found;
+    Search search = PrepareSearch(text, pattern, caseSensitive);
+    if (!search.StartAnchored || start == 1)
+        found = FindNext(search, start);
+    first = found.First;
+    last = found.Last;
+    return found.Last > 0;
 }
 
 bool HasPattern(TextView text, TextView pattern, bool, bool caseSensitive) {
@@ -256,18 +130,27 @@ std::int32_t FindPattern(const std::int32_t& start, TextView text, TextView patt
     return first;
 }
 
+// The next match is looked for behind the replacement, in what is left of the text: it makes no difference there what
+// stands in front. Only an anchor at the start sees it, which holds as long as nothing does: "^a" replaced by nothing
+// takes all of "aaa".
 void ReplacePattern(Text& text, TextView pattern, TextView replacement, bool global, bool caseSensitive) {
-    std::int32_t first = 0;
-    std::int32_t last = 0;
-    bool found = MatchPattern(text, 0, pattern, first, last, caseSensitive);
-    while (found) {
-        const auto before = static_cast<std::int32_t>(text.size());
-        ReplaceRange(text, replacement, first, last);
-        if (!global)
-            return;
-        const std::int32_t behind = last + 1 + static_cast<std::int32_t>(text.size()) - before;
-        found = MatchPattern(text, behind, pattern, first, last, caseSensitive);
-    }
+    if (text.empty() || pattern.empty())
+        return;
+    Search search = PrepareSearch(text, pattern, caseSensitive);
+    Text replaced;
+    std::int32_t taken = 0; // characters of the old text that are dealt with
+    do {
+        const Found found = FindNext(search, taken + 1);
+        if (found.Last == 0)
+            break;
+        replaced.append(text, static_cast<std::size_t>(taken), static_cast<std::size_t>(found.First - 1 - taken));
+        replaced += replacement;
+        taken = found.Last;
+    } while (global && taken < Length(text) && !(search.StartAnchored && !replaced.empty()));
+    if (taken == 0)
+        return;
+    replaced.append(text, static_cast<std::size_t>(taken), Text::npos);
+    text = std::move(replaced);
 }
 
 } // namespace modStringTools

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The system's own small pattern matcher. It is no regular-expression engine: instruments' records are found and taken
-// apart by its very dialect, odd results included (patterns.cpp tells them).
+// apart by its very dialect, odd results included (pattern_reading.cpp tells them).
 #pragma once
 
 #include "text/text.h"

@@ -2,6 +2,7 @@
 #include "text/text.h"
 
 #include <algorithm>
+#include <cstring>
 #include <iterator>
 #include <limits>
 
@@ -106,6 +107,41 @@ void AppendCode(Text& text, char32_t code) {
     text += static_cast<char16_t>(0xDC00U + (code & 0x3FFU));
 }
 
+/// How many ASCII characters stand at the head of a text or of bytes. Nearly everything that is read and written is all
+/// ASCII, so that this looks at eight bytes at a time.
+template <typename Character>
+std::size_t AsciiLength(std::basic_string_view<Character> text, std::uint64_t beyondAscii) {
+    constexpr std::size_t Step = sizeof(std::uint64_t) / sizeof(Character);
+    std::size_t length = 0;
+    for (; length + Step <= text.size(); length += Step) {
+        std::uint64_t block = 0;
+        std::memcpy(&block, text.data() + length, sizeof block);
+        if ((block & beyondAscii) != 0)
+            break;
+    }
+    while (length < text.size() && static_cast<std::make_unsigned_t<Character>>(text[length]) < FirstBeyondAscii)
+        ++length;
+    return length;
+}
+
+/// Appends the ASCII characters at the head of `from`, and gives their number.
+std::size_t AppendAscii(Text& text, std::string_view from) {
+    const std::size_t length = AsciiLength(from, 0x8080808080808080U);
+    const std::size_t before = text.size();
+    text.resize(before + length);
+    std::copy_n(from.data(), length, text.data() + before);
+    return length;
+}
+
+std::size_t AppendAscii(std::string& bytes, TextView from) {
+    const std::size_t length = AsciiLength(from, 0xFF80FF80FF80FF80U);
+    const std::size_t before = bytes.size();
+    bytes.resize(before + length);
+    std::transform(from.data(), from.data() + length, bytes.data() + before,
+                   [](char16_t character) { return static_cast<char>(character); });
+    return length;
+}
+
 TextView WithoutBlanks(TextView text) {
     const std::size_t first = text.find_first_not_of(u' ');
     if (first == TextView::npos)
@@ -173,18 +209,19 @@ std::optional<std::int32_t> NumberFromText(TextView text) {
 std::string ToBytes(TextView text) {
     std::string bytes;
     bytes.reserve(text.size());
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const char16_t unit = text[i];
-        if (unit < FirstBeyondAscii) {
-            bytes += static_cast<char>(unit);
-        } else if (IsHighHalf(unit) && i + 1 < text.size() && IsLowHalf(text[i + 1])) {
-            ++i;
-            AppendUtf8(bytes, 0x10000U + ((unit - 0xD800U) << 10U) + (text[i] - 0xDC00U));
-        } else if (unit >= FirstRawByte && unit <= LastRawByte) {
-            bytes += static_cast<char>(unit - RawByteBase);
-        } else {
-            AppendUtf8(bytes, unit);
+    while (!text.empty()) {
+        text.remove_prefix(AppendAscii(bytes, text));
+        std::size_t taken = 0;
+        while (taken < text.size() && text[taken] >= FirstBeyondAscii) {
+            const char16_t unit = text[taken++];
+            if (IsHighHalf(unit) && taken < text.size() && IsLowHalf(text[taken]))
+                AppendUtf8(bytes, 0x10000U + ((unit - 0xD800U) << 10U) + (text[taken++] - 0xDC00U));
+            else if (unit >= FirstRawByte && unit <= LastRawByte)
+                bytes += static_cast<char>(unit - RawByteBase);
+            else
+                AppendUtf8(bytes, unit);
         }
+        text.remove_prefix(taken);
     }
     return bytes;
 }
@@ -193,19 +230,14 @@ Text FromBytes(std::string_view bytes) {
     Text text;
     text.reserve(bytes.size());
     while (!bytes.empty()) {
-        const auto lead = static_cast<unsigned char>(bytes.front());
-        if (lead < FirstBeyondAscii) {
-            text += static_cast<char16_t>(lead);
-            bytes.remove_prefix(1);
-            continue;
-        }
-        const Sequence sequence = ReadSequence(bytes);
-        if (sequence.Length == 0) {
-            text += static_cast<char16_t>(RawByteBase + lead);
-            bytes.remove_prefix(1);
-        } else {
-            AppendCode(text, sequence.Code);
-            bytes.remove_prefix(sequence.Length);
+        bytes.remove_prefix(AppendAscii(text, bytes));
+        while (!bytes.empty() && static_cast<unsigned char>(bytes.front()) >= FirstBeyondAscii) {
+            const Sequence sequence = ReadSequence(bytes);
+            if (sequence.Length == 0)
+                text += static_cast<char16_t>(RawByteBase + static_cast<unsigned char>(bytes.front()));
+            else
+                AppendCode(text, sequence.Code);
+            bytes.remove_prefix(std::max<std::size_t>(sequence.Length, 1));
         }
     }
     return text;

@@ -1,0 +1,170 @@
+// SPDX-License-Identifier: MIT
+#include "drivers/record_editor.h"
+
+#include "tests/support/program.h"
+#include "view/inf_fields.h"
+
+namespace modQuorin {
+namespace {
+
+using modFileSystem::Table;
+using platform::BoxAnswer;
+using testing::ElementsAre;
+
+const std::string Header = "Place|Moisture|Remark\n";
+
+class Record : public support::Program {
+protected:
+    Record() { InstallMeter(); }
+    void OpenFive() { OpenDownload(Header + "1||\n2||\n3||\n4||\n5||\n"); }
+    Text Position() { return TitleCell(1); }
+    std::string Download() { return File("qrn0001.txt"); }
+};
+
+TEST_F(Record, CommandsWalk) {
+    OpenFive();
+    EXPECT_EQ(Position(), u"1/5");
+    Choose(u"Next Record");
+    EXPECT_EQ(Position(), u"2/5");
+    EXPECT_EQ(Cell(0, 1), u"2");
+    Choose(u"Last Record");
+    EXPECT_EQ(Position(), u"5/5");
+    Choose(u"Previous Record");
+    EXPECT_EQ(Position(), u"4/5");
+    Choose(u"First Record");
+    EXPECT_EQ(Position(), u"1/5");
+    EXPECT_EQ(Download(), Header + "1||\n2||\n3||\n4||\n5||\n");
+}
+
+TEST_F(Record, CommandsAreTakenInAnyCase) {
+    OpenFive();
+    RecordCommand(u"nExT");
+    EXPECT_EQ(Position(), u"2/5");
+}
+
+TEST_F(Record, NextOnTheLastOneOnlySavesTheEdit) {
+    OpenFive();
+    Choose(u"Last Record");
+    Tap(2, 1);
+    Type(u"edited");
+    Choose(u"Next Record");
+    EXPECT_EQ(Position(), u"5/5");
+    EXPECT_EQ(Download(), Header + "1||\n2||\n3||\n4||\n5||edited\n");
+}
+
+TEST_F(Record, EveryCommandSavesTheOneInHand) {
+    OpenFive();
+    Device.Main().SetCell(1, 1, u"quietly changed");
+    Choose(u"Next Record");
+    EXPECT_EQ(Download(), Header + "1|quietly changed|\n2||\n3||\n4||\n5||\n");
+}
+
+TEST_F(Record, InsertPutsABlankOneBeforeTheCurrentOne) {
+    OpenFive();
+    Choose(u"Next Record");
+    Choose(u"Next Record");
+    Choose(u"Insert Record");
+    EXPECT_EQ(Position(), u"3/6");
+    EXPECT_THAT(Column(1), ElementsAre(u"", u"", u""));
+    Choose(u"Next Record");
+    EXPECT_EQ(Cell(0, 1), u"3");
+    EXPECT_EQ(Position(), u"4/6");
+}
+
+TEST_F(Record, DeleteAsksTwiceAndShowsTheOneThatFollows) {
+    OpenFive();
+    Choose(u"Next Record");
+    Device.WillAnswer(BoxAnswer::Yes);
+    Device.WillAnswer(BoxAnswer::Yes);
+    Choose(u"Delete Record");
+    EXPECT_THAT(Device.Did.Messages(), ElementsAre(u"Delete Record?", u"Are you sure?"));
+    EXPECT_EQ(Position(), u"2/4");
+    EXPECT_EQ(Cell(0, 1), u"3");
+}
+
+TEST_F(Record, NoToADeleteLeavesTheGridButTheEditIsSaved) {
+    OpenFive();
+    Device.Main().SetCell(0, 1, u"edited");
+    Device.WillAnswer(BoxAnswer::No);
+    Choose(u"Delete Record");
+    EXPECT_EQ(Cell(0, 1), u"edited");
+    EXPECT_EQ(Download(), Header + "edited||\n2||\n3||\n4||\n5||\n");
+}
+
+TEST_F(Record, DeletingTheOnlyOneLeavesABlankOne) {
+    OpenDownload(Header + "1|2|3\n");
+    Device.WillAnswer(BoxAnswer::Yes);
+    Device.WillAnswer(BoxAnswer::Yes);
+    Choose(u"Delete Record");
+    EXPECT_EQ(Position(), u"1/1");
+    EXPECT_THAT(Column(1), ElementsAre(u"", u"", u""));
+    EXPECT_EQ(Download(), Header + "||\n");
+}
+
+TEST_F(Record, NewCarriesOverFromTheLastOneWhateverIsOnScreen) {
+    InstallMeter("Place|1|1|||||\nMoisture|1||Moisture||||\nRemark|1|1|||||\n");
+    OpenDownload(Header + "Hall|1|a\nRoof|2|b\n");
+    Choose(u"New Record");
+    EXPECT_EQ(Position(), u"3/3");
+    EXPECT_THAT(Column(1), ElementsAre(u"Roof", u"", u"b"));
+    EXPECT_TRUE(Table.RecordDirty);
+    EXPECT_EQ(Download(), Header + "Hall|1|a\nRoof|2|b\n||\n");
+    GoBack();
+    EXPECT_EQ(Download(), Header + "Hall|1|a\nRoof|2|b\nRoof||b\n");
+}
+
+TEST_F(Record, InsertCarriesNothingOver) {
+    InstallMeter("Place|1|1|||||\nMoisture|1||||||\nRemark|1||||||\n");
+    OpenDownload(Header + "Hall|1|a\n");
+    Choose(u"Insert Record");
+    EXPECT_THAT(Column(1), ElementsAre(u"", u"", u""));
+}
+
+TEST_F(Record, ShortRowShowsEmptyCellsAndKeepsItsLength) {
+    OpenDownload(Header + "1|2|3\nshort\n");
+    Choose(u"Next Record");
+    EXPECT_THAT(Column(1), ElementsAre(u"short", u"", u""));
+    Tap(0, 1);
+    Type(u"still");
+    Choose(u"Previous Record");
+    EXPECT_EQ(Download(), Header + "1|2|3\nstill\n");
+}
+
+TEST_F(Record, LongRowKeepsWhatNoFieldShows) {
+    OpenDownload(Header + "1|2|3|four|five\n");
+    Choose(u"Next Record");
+    EXPECT_FALSE(Table.RecordDirty);
+    Tap(0, 1);
+    Type(u"one");
+    GoBack();
+    EXPECT_EQ(Download(), Header + "one|2|3|four|five\n");
+}
+
+TEST_F(Record, CommandsWithoutATableDoNothing) {
+    GotoScreen(ScrInfRecord);
+    RecordCommand(u"NEXT");
+    SaveRecordFromGrid();
+    EXPECT_EQ(Screen(), ScrInfRecord);
+}
+
+TEST_F(Record, SavingShowsTheBusyStrip) {
+    OpenFive();
+    Device.Did.Status.clear();
+    Tap(0, 1);
+    Type(u"x");
+    Choose(u"Next Record");
+    EXPECT_THAT(Device.Did.Status, ElementsAre(u"Busy", u""));
+}
+
+TEST_F(Record, KeystrokesReachTheCellAtOnce) {
+    OpenFive();
+    Tap(1, 1);
+    Type(u"4");
+    EXPECT_EQ(Cell(1, 1), u"4");
+    Type(u"42");
+    EXPECT_EQ(Cell(1, 1), u"42");
+    EXPECT_TRUE(Table.RecordDirty);
+}
+
+} // namespace
+} // namespace modQuorin

@@ -1,0 +1,168 @@
+// SPDX-License-Identifier: MIT
+#include "drivers/registry.h"
+
+#include "tests/support/program.h"
+#include "view/inf_fields.h"
+
+namespace modQuorin {
+namespace {
+
+using platform::BoxAnswer;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class DriverRegistry : public support::Program {
+protected:
+    void InstallTwo() {
+        Put("drivers.txt", "NAME|INFFILE\nZulu|z.txt\nAlpha|a.txt\n");
+        Put("qrnctrl.txt", "DRIVER|FILE|DATE|ALIAS\nZulu|qrn0001.txt|20070301|\n");
+        Put("z.txt", "inf");
+        Put("a.txt", "inf");
+    }
+    void ShowInstalled() { MenuEvent(u"inf editor..."); }
+};
+
+TEST_F(DriverRegistry, FirstRunMakesBothTablesAndShowsNothing) {
+    MenuEvent(u"Start...");
+    EXPECT_EQ(File("drivers.txt"), "NAME|INFFILE\n");
+    EXPECT_EQ(File("qrnctrl.txt"), "DRIVER|FILE|DATE|ALIAS\n");
+    EXPECT_EQ(Device.Main().Rows(), 0);
+    EXPECT_EQ(TitleCell(), u"Drivers");
+    EXPECT_THAT(Device.Did.Boxes, IsEmpty());
+}
+
+TEST_F(DriverRegistry, LostDriversTableTakesTheRegisterWithIt) {
+    Put("qrnctrl.txt", "DRIVER|FILE|DATE|ALIAS\nZulu|qrn0001.txt|20070301|\n");
+    MenuEvent(u"Start...");
+    EXPECT_EQ(File("qrnctrl.txt"), "DRIVER|FILE|DATE|ALIAS\n");
+}
+
+TEST_F(DriverRegistry, ListsDriversInTheOrderOfTheirRows) {
+    InstallTwo();
+    ShowInstalled();
+    EXPECT_EQ(TitleCell(), u"Installed Drivers");
+    EXPECT_THAT(Column(0), ElementsAre(u"Zulu", u"Alpha"));
+    EXPECT_EQ(Selection.SelectedDriver, u"Zulu");
+}
+
+TEST_F(DriverRegistry, EmptyFileIsAnEmptyList) {
+    Put("drivers.txt", "");
+    MenuEvent(u"Start...");
+    EXPECT_EQ(Device.Main().Rows(), 0);
+    EXPECT_EQ(File("drivers.txt"), "");
+}
+
+TEST_F(DriverRegistry, TablesThatCantBeMadeLeaveTheScreenEmpty) {
+    Device.Platform.faults.FailNext(-1);
+    MenuEvent(u"Start...");
+    EXPECT_EQ(Screen(), ScrDrivers);
+    EXPECT_EQ(Device.Main().Rows(), 0);
+}
+
+TEST_F(DriverRegistry, EditShowsTheRowByColumnName) {
+    InstallTwo();
+    ShowInstalled();
+    Device.Main().SetRow(1);
+    Choose(u"Edit");
+    EXPECT_EQ(Screen(), ScrDriverProperties);
+    EXPECT_EQ(TitleCell(), u"Edit Driver");
+    EXPECT_THAT(Column(0), ElementsAre(u"NAME", u"INFFILE"));
+    EXPECT_THAT(Column(1), ElementsAre(u"Alpha", u"a.txt"));
+}
+
+TEST_F(DriverRegistry, EditOfNothingDoesNothing) {
+    ShowInstalled();
+    Choose(u"Edit");
+    EXPECT_EQ(Screen(), ScrInstalledDrivers);
+}
+
+TEST_F(DriverRegistry, NewAddsAnUntitledRowEachTime) {
+    ShowInstalled();
+    Choose(u"New");
+    EXPECT_EQ(Screen(), ScrDriverProperties);
+    EXPECT_THAT(Column(1), ElementsAre(u"Untitled Driver", u"untitled.txt"));
+    ShowInstalled();
+    Choose(u"New");
+    EXPECT_EQ(File("drivers.txt"), "NAME|INFFILE\nUntitled Driver|untitled.txt\nUntitled Driver|untitled.txt\n");
+}
+
+TEST_F(DriverRegistry, DeleteAsksTwiceAndTakesRowAndInfFile) {
+    InstallTwo();
+    ShowInstalled();
+    Device.WillAnswer(BoxAnswer::Yes);
+    Device.WillAnswer(BoxAnswer::Yes);
+    Choose(u"Delete");
+    EXPECT_THAT(Device.Did.Messages(), ElementsAre(u"Delete Driver?", u"Are you sure?"));
+    EXPECT_EQ(Device.Did.Boxes[0].Icon, platform::BoxIcon::Question);
+    EXPECT_EQ(Device.Did.Boxes[0].Buttons, platform::BoxButtons::YesNo);
+    EXPECT_EQ(File("drivers.txt"), "NAME|INFFILE\nAlpha|a.txt\n");
+    EXPECT_FALSE(Device.Folder.Has("Quorin/z.txt"));
+    EXPECT_TRUE(Device.Folder.Has("Quorin/a.txt"));
+    EXPECT_EQ(File("qrnctrl.txt"), "DRIVER|FILE|DATE|ALIAS\nZulu|qrn0001.txt|20070301|\n");
+    EXPECT_THAT(Column(0), ElementsAre(u"Alpha"));
+}
+
+TEST_F(DriverRegistry, DeletingTheLastLeavesTheHeader) {
+    Put("drivers.txt", "NAME|INFFILE\nOnly|o.txt\n");
+    ShowInstalled();
+    Device.WillAnswer(BoxAnswer::Yes);
+    Device.WillAnswer(BoxAnswer::Yes);
+    Choose(u"Delete");
+    EXPECT_EQ(File("drivers.txt"), "NAME|INFFILE\n");
+    EXPECT_EQ(Device.Main().Rows(), 0);
+}
+
+TEST_F(DriverRegistry, NoToEitherQuestionChangesNothing) {
+    InstallTwo();
+    ShowInstalled();
+    Device.WillAnswer(BoxAnswer::No);
+    Choose(u"Delete");
+    Device.WillAnswer(BoxAnswer::Yes);
+    Device.WillAnswer(BoxAnswer::No);
+    Choose(u"Delete");
+    EXPECT_EQ(Device.Did.Boxes.size(), 3U);
+    EXPECT_EQ(File("drivers.txt"), "NAME|INFFILE\nZulu|z.txt\nAlpha|a.txt\n");
+    EXPECT_TRUE(Device.Folder.Has("Quorin/z.txt"));
+}
+
+TEST_F(DriverRegistry, DeleteOfNothingAsksNothing) {
+    ShowInstalled();
+    Choose(u"Delete");
+    EXPECT_THAT(Device.Did.Boxes, IsEmpty());
+}
+
+TEST_F(DriverRegistry, DriverWhoseRowIsGoneDeletesNothing) {
+    InstallTwo();
+    ShowInstalled();
+    Device.WillAnswer(BoxAnswer::Yes);
+    Device.WillAnswer(BoxAnswer::Yes);
+    DeleteDriver(u"Nobody");
+    EXPECT_EQ(File("drivers.txt"), "NAME|INFFILE\nZulu|z.txt\nAlpha|a.txt\n");
+    EXPECT_TRUE(Device.Folder.Has("Quorin/a.txt"));
+}
+
+TEST_F(DriverRegistry, SaveOfARenamedDriverLooksUpTheOldNameAndTakesTheLastOne) {
+    InstallTwo();
+    Put("a.txt", "FIELDNAME|VISIBLE|COPY|BLOB|DISPLAY|CSVNAME|DATATYPE|FORMULA\nlast driver's|1||||||\n");
+    ShowInstalled();
+    Choose(u"Edit");
+    Tap(0, 1);
+    Type(u"Yankee");
+    Choose(u"Save");
+    EXPECT_EQ(File("drivers.txt"), "NAME|INFFILE\nYankee|z.txt\nAlpha|a.txt\n");
+    EXPECT_EQ(Selection.SelectedDriver, u"Zulu");
+    EXPECT_EQ(Screen(), ScrInfRecord);
+    EXPECT_EQ(Cell(0, 1), u"last driver's");
+}
+
+TEST_F(DriverRegistry, PropertiesHideRowsByTheFieldsThatWereLoadedLast) {
+    InstallMeter("a|0||||||\nb|1||||||\n");
+    OpenDownload("a|b\n1|2\n");
+    ShowInstalled();
+    Choose(u"Edit");
+    EXPECT_EQ(Device.Main().RowHeight(0), 0); // the first field of the download is hidden, and so is NAME
+    EXPECT_GT(Device.Main().RowHeight(1), 0);
+}
+
+} // namespace
+} // namespace modQuorin

@@ -1,0 +1,252 @@
+// SPDX-License-Identifier: MIT
+#include "link/ports.h"
+
+#include "link/receive.h"
+#include "storage/settings.h"
+#include "tests/support/program.h"
+
+namespace modBluetooth {
+namespace {
+
+using modQuorin::SaveSetting;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+struct ListRow {
+    std::int32_t DeviceType;
+    std::size_t Count;
+    const char16_t* Second;
+    const char16_t* Last;
+};
+
+class PortNames : public testing::TestWithParam<ListRow> {};
+
+TEST_P(PortNames, AreThoseOfTheDevice) {
+    support::TestDevice device(support::OfType(GetParam().DeviceType));
+    ListPorts();
+    ASSERT_EQ(Ports.PortList.size(), GetParam().Count);
+    EXPECT_EQ(Ports.PortList.front(), u"OFF");
+    EXPECT_EQ(Ports.PortList[1], GetParam().Second);
+    EXPECT_EQ(Ports.PortList.back(), GetParam().Last);
+}
+
+INSTANTIATE_TEST_SUITE_P(Devices, PortNames,
+                         testing::Values(ListRow{0, 129, u"Com1", u"SERVER"},
+                                         ListRow{1, 2, u"1919312750", u"1919312750"},
+                                         ListRow{2, 2, u"SERVER", u"SERVER"}, ListRow{3, 18, u"Com1", u"SERVER"},
+                                         ListRow{4, 2, u"SERVER", u"SERVER"}, ListRow{5, 2, u"SERVER", u"SERVER"},
+                                         ListRow{6, 2, u"SERVER", u"SERVER"}, ListRow{7, 18, u"Com1", u"SERVER"},
+                                         ListRow{8, 2, u"SERVER", u"SERVER"}, ListRow{9, 2, u"SERVER", u"SERVER"},
+                                         ListRow{10, 2, u"SERVER", u"SERVER"}));
+
+/// A serial port that notes what is asked of it.
+class NotedPort final : public platform::SerialPort {
+public:
+    void SetPortId(std::int32_t number) override { Asked.push_back(u"id " + modStringTools::NumberText(number)); }
+    void SetLineSettings(const Text& settings) override { Asked.push_back(u"line " + settings); }
+    void SetReceiveThreshold(std::int32_t count) override {
+        Asked.push_back(u"threshold " + modStringTools::NumberText(count));
+    }
+    bool PortOpen() const override { return Open; }
+    platform::ErrorNumber SetPortOpen(bool open) override {
+        Asked.push_back(open ? u"open" : u"close");
+        Open = open && !Fails;
+        return open && Fails ? platform::NotAvailable : platform::NoError;
+    }
+    std::int32_t InBufferCount() const override { return 0; }
+    Text ReadInput() override { return {}; }
+    std::int32_t LastEvent() const override { return 2; }
+
+    std::vector<Text> Asked;
+    bool Open = false;
+    bool Fails = false;
+};
+
+class Link : public support::Program {
+protected:
+    explicit Link(std::int32_t deviceType = 0) : Program(support::OfType(deviceType)) {
+        // The device's record, with this port in the place of its own.
+        platform::Platform& real = Device.Platform.record;
+        with.emplace(platform::Platform{real.form,
+                                        real.grdTitle,
+                                        real.grdMain,
+                                        real.txtInputField,
+                                        real.cboInputField,
+                                        real.cbotxtInputField,
+                                        real.dteInputField,
+                                        real.lstHoldMenu,
+                                        real.lblStatus,
+                                        real.AFVScrollBar1,
+                                        real.tmrBlue,
+                                        real.tmrHoldEvent,
+                                        real.tmrMenus,
+                                        real.mnuButton1,
+                                        real.mnuButton2,
+                                        real.mnuButtonO1,
+                                        real.mnuButtonO2,
+                                        real.colours,
+                                        real.fontServer,
+                                        real.myCsys,
+                                        real.hardwareKeys,
+                                        Port,
+                                        real.connectionService,
+                                        real.toneMaker,
+                                        real.messageBox,
+                                        real.settings,
+                                        real.clock,
+                                        real.random,
+                                        real.runTime,
+                                        real.volumes,
+                                        real.fileSystem,
+                                        real.recordDatabase});
+        platform::Install(&*with);
+    }
+    ~Link() override { platform::Install(&Device.Platform.record); }
+
+    NotedPort Port;
+    std::optional<platform::Platform> with;
+};
+
+TEST_F(Link, IsOffByDefault) {
+    Ports.LinkOpen = true;
+    EXPECT_FALSE(OpenLink());
+    EXPECT_TRUE(Ports.LinkOpen); // as it was: nothing else happens
+    EXPECT_THAT(Port.Asked, IsEmpty());
+}
+
+class PortText : public Link, public testing::WithParamInterface<const char16_t*> {};
+
+TEST_P(PortText, OpensPortTwelve) {
+    SaveSetting(u"ComPort", GetParam());
+    EXPECT_TRUE(OpenLink());
+    EXPECT_TRUE(Ports.LinkOpen);
+    EXPECT_THAT(Port.Asked, ElementsAre(u"id 12", u"line 9600,N,8,1", u"threshold 1", u"open"));
+}
+
+INSTANTIATE_TEST_SUITE_P(Spellings, PortText, testing::Values(u"Com12", u"com12", u"COM12", u"12"));
+
+TEST_F(Link, ThatCantBeOpenedIsClosedWithoutAWord) {
+    SaveSetting(u"ComPort", u"Com1");
+    Port.Fails = true;
+    EXPECT_FALSE(OpenLink());
+    EXPECT_FALSE(Ports.LinkOpen);
+    EXPECT_THAT(Device.Did.Boxes, IsEmpty());
+}
+
+TEST_F(Link, WhosePortIsOpenIsNotOpenedAgain) {
+    SaveSetting(u"ComPort", u"Com1");
+    OpenLink();
+    Port.Asked.clear();
+    Ports.LinkOpen = false;
+    SaveSetting(u"ComPort", u"Com2"); // takes effect once the port is closed
+    EXPECT_TRUE(OpenLink());
+    EXPECT_THAT(Port.Asked, IsEmpty());
+}
+
+class NoNumber : public Link, public testing::WithParamInterface<const char16_t*> {};
+
+TEST_P(NoNumber, StopsTheProgram) {
+    SaveSetting(u"ComPort", GetParam());
+    support::FailureOf([] { OpenLink(); });
+}
+
+INSTANTIATE_TEST_SUITE_P(Texts, NoNumber, testing::Values(u"printer", u"Com", u"Comx", u"99999999999", u""));
+
+TEST_F(Link, ServerThatDoesNotRunIsToldOncePerName) {
+    SaveSetting(u"ComPort", u"SERVER");
+    EXPECT_FALSE(OpenLink());
+    EXPECT_FALSE(OpenLink());
+    EXPECT_THAT(Device.Did.Messages(), ElementsAre(u"RFCOMM Server not running"));
+    EXPECT_EQ(Ports.MailboxPath, u"c:\\");
+}
+
+TEST_F(Link, ServerThatRunsIsTakenForGood) {
+    SaveSetting(u"ComPort", u"SERVER");
+    Device.Folder.Put("c/rfcomm.run", "");
+    EXPECT_TRUE(OpenLink());
+    EXPECT_TRUE(Ports.ServerMode);
+    std::filesystem::remove(Device.Folder.Path() / "c/rfcomm.run");
+    EXPECT_TRUE(OpenLink()); // its end goes unnoticed
+    EXPECT_THAT(Port.Asked, IsEmpty());
+}
+
+class PalmLink : public Link {
+protected:
+    PalmLink() : Link(1) {}
+};
+
+TEST_F(PalmLink, TakesTheMailboxRoadAsWell) {
+    SaveSetting(u"ComPort", u"SERVER");
+    Device.Folder.Put("c/rfcomm.run", "");
+    EXPECT_TRUE(OpenLink());
+}
+
+TEST_F(PalmLink, OpensThePortOfItsProfile) {
+    SaveSetting(u"ComPort", u"1919312750");
+    EXPECT_TRUE(OpenLink());
+    EXPECT_EQ(Port.Asked.front(), u"id 1919312750");
+}
+
+class NamedLink : public Link {
+protected:
+    NamedLink() : Link(9) { SaveSetting(u"ComPort", u"BT1"); }
+    platform::headless::HeadlessConnections& Service() { return Device.Platform.connections; }
+};
+
+TEST_F(NamedLink, OpensAnyNameThatIsNoComPort) {
+    EXPECT_TRUE(OpenLink());
+    EXPECT_EQ(Ports.LinkPortName, u"BT1");
+    EXPECT_TRUE(Ports.NamedLinkOpen);
+    EXPECT_NE(Ports.NamedConnection, nullptr);
+    EXPECT_FALSE(Ports.ServerMode);
+    EXPECT_THAT(Port.Asked, IsEmpty());
+}
+
+TEST_F(NamedLink, TakesTheSerialRoadForAComPort) {
+    SaveSetting(u"ComPort", u"Com3");
+    EXPECT_TRUE(OpenLink());
+    EXPECT_EQ(Port.Asked.front(), u"id 3");
+}
+
+TEST_F(NamedLink, TellsEachFailingNameOnceUntilAnotherOneFails) {
+    Service().SetOutcome(42);
+    OpenLink();
+    OpenLink();
+    SaveSetting(u"ComPort", u"BT2");
+    OpenLink();
+    SaveSetting(u"ComPort", u"BT1");
+    OpenLink();
+    EXPECT_THAT(Device.Did.Messages(), ElementsAre(u"Failed: 42", u"Failed: 42", u"Failed: 42"));
+    Service().SetOutcome(platform::NoError);
+    EXPECT_TRUE(OpenLink());
+}
+
+TEST_F(NamedLink, TellsAFailureOnceThoughTicksGoOnWhileTheMessageStands) {
+    Service().SetOutcome(42);
+    ArmLink();
+    Device.WhileABoxStands([this] { Device.Tick(2000); });
+    Device.Tick(500);
+    EXPECT_THAT(Device.Did.Messages(), ElementsAre(u"Failed: 42"));
+}
+
+TEST_F(NamedLink, LooksForTheServerOnItsOwnVolume) {
+    SaveSetting(u"ComPort", u"SERVER");
+    OpenLink();
+    EXPECT_EQ(Ports.MailboxPath, u"d:\\");
+}
+
+class WindowsMobileLink : public Link {
+protected:
+    WindowsMobileLink() : Link(3) { SaveSetting(u"ComPort", u"SERVER"); }
+};
+
+TEST_F(WindowsMobileLink, LooksForTheServerWhereTheSettingSays) {
+    OpenLink();
+    EXPECT_EQ(Ports.MailboxPath, u"\\Application Data\\Volatile\\RFCOMM\\");
+    SaveSetting(u"RFCOMM_Path", u"\\mail\\");
+    OpenLink();
+    EXPECT_EQ(Ports.MailboxPath, u"\\mail\\");
+}
+
+} // namespace
+} // namespace modBluetooth
