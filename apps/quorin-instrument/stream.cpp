@@ -48,8 +48,8 @@ struct Maker {
             Site = Sites[Below(Sites.size())];
             Operator = Operators[Below(Operators.size())];
         }
-        const int value =
-            kind.Lowest + static_cast<int>(Below(static_cast<std::size_t>(kind.Highest - kind.Lowest + 1)));
+        const int span = kind.Highest - kind.Lowest;
+        const int value = kind.Lowest + static_cast<int>(Below(static_cast<std::size_t>(span) + 1));
         std::string record = "[BLob]\r\n" + Tag("ORIGIN", Stream.Identity);
         record += Tag("DESCRIPTIVE_VAR", "Site=" + std::string(Site));
         record += Tag("DESCRIPTIVE_VAR", "Operator=" + std::string(Operator));

@@ -46,6 +46,8 @@ enum class Kind { Any, Blank, NoBlank, Word, NoWord, Digit, NoDigit, Exactly, In
 struct Element {
     Kind What = Kind::Nothing;
     char16_t Character = 0; ///< of Exactly; of InAnyCase, in lower case
+
+    bool operator==(const Element& other) const { return What == other.What && Character == other.Character; }
 };
 
 using Flags = std::vector<char>;
@@ -155,6 +157,7 @@ bool IsRepeat(const Element& element) {
 struct Reader {
     TextView Searched;
     std::vector<Element> Pattern;
+    std::vector<std::size_t> Alike; ///< by number: the first element that is the same; no other one refuses
     Outcomes Here; ///< of an attempt that stands, with a match begun, at the element read last and at each place
     std::vector<Outcomes> AttemptAfter; ///< as in PatternReading; empty but at a `+` at the pattern's front
     std::vector<Flags> Rests;           ///< see ReadRests; by the number of the `+`
@@ -165,8 +168,16 @@ struct Reader {
     char16_t CharacterAt(std::size_t place) const { return Searched[place - 1]; }
 };
 
-std::int32_t RefusedBy(std::size_t number) {
-    return -static_cast<std::int32_t>(number);
+void TakePattern(Reader& reader, TextView pattern, bool caseSensitive) {
+    reader.Pattern = Elements(pattern, caseSensitive);
+    reader.Alike.assign(1, 0);
+    for (const Element& element : reader.Pattern)
+        reader.Alike.push_back(static_cast<std::size_t>(
+            std::find(reader.Pattern.begin(), reader.Pattern.end(), element) - reader.Pattern.begin() + 1));
+}
+
+std::int32_t RefusedBy(const Reader& reader, std::size_t number) {
+    return -static_cast<std::int32_t>(reader.Alike[number]);
 }
 
 /// Behind the pattern's last element.
@@ -178,13 +189,14 @@ void ReadEnd(Reader& reader, bool toTheEnd) {
     for (std::size_t place = 1; place <= reader.Length() + 1; ++place)
         reader.Here[place] = static_cast<std::int32_t>(place - 1);
     if (toTheEnd)
-        std::fill(reader.Here.begin(), reader.Here.end() - 1, RefusedBy(readLast));
+        std::fill(reader.Here.begin(), reader.Here.end() - 1, RefusedBy(reader, readLast));
 }
 
 void ReadElement(Reader& reader, std::size_t number) {
     const Element element = reader.At(number);
+    const std::int32_t refused = RefusedBy(reader, number);
     for (std::size_t place = 1; place <= reader.Length(); ++place)
-        reader.Here[place] = Matches(element, reader.CharacterAt(place)) ? reader.Here[place + 1] : RefusedBy(number);
+        reader.Here[place] = Matches(element, reader.CharacterAt(place)) ? reader.Here[place + 1] : refused;
     reader.Here[reader.Length() + 1] = TextRanOut;
 }
 
@@ -196,7 +208,7 @@ void Repeat(const Reader& reader, const Element& element, const Flags* rest, std
         if (!Matches(element, reader.CharacterAt(place)) || (rest != nullptr && (*rest)[place + 1] == 0))
             continue;
         const std::int32_t outcome = outcomes[place + 1];
-        outcomes[place] = outcome == NotBegun ? RefusedBy(next) : outcome;
+        outcomes[place] = outcome == NotBegun ? RefusedBy(reader, next) : outcome;
     }
 }
 
@@ -208,13 +220,15 @@ std::size_t NextAttempt(const std::vector<Outcomes>& attemptAfter, std::int32_t 
 /// From which places on a search with these attempts finds a match.
 Flags FoundFrom(const std::vector<Outcomes>& attemptAfter) {
     const std::size_t places = attemptAfter.front().size();
+    std::vector<std::size_t> present;
+    for (std::size_t after = 0; after < attemptAfter.size(); ++after)
+        if (!attemptAfter[after].empty())
+            present.push_back(after);
     Flags found(places, 0);
     Flags further(attemptAfter.size(), 0); // found from one place further on, by the element read last
     Flags here = further;
     for (std::size_t place = places - 2; place > 0; --place) {
-        for (std::size_t after = 0; after < attemptAfter.size(); ++after) {
-            if (attemptAfter[after].empty())
-                continue;
+        for (const std::size_t after : present) {
             const std::int32_t outcome = attemptAfter[after][place];
             here[after] = outcome < 0 ? further[NextAttempt(attemptAfter, outcome)] : outcome != TextRanOut;
         }
@@ -247,7 +261,7 @@ std::vector<Outcomes> AttemptsBehind(const Reader& reader, std::size_t to, bool 
     attempts.resize(reader.Count() + 1);
     for (std::size_t number = to + 1; number <= reader.Count(); ++number)
         if (!IsRepeat(reader.At(number)))
-            attempts[number] = attempts.front();
+            attempts[reader.Alike[number]] = attempts.front();
     return attempts;
 }
 
@@ -263,7 +277,7 @@ void ReadRepeats(Reader& reader, std::size_t from, std::size_t to) {
         const Flags* rest = number == reader.Count() ? nullptr : &found;
         if (!inFront)
             Repeat(reader, reader.At(from - 1), rest, to + 1, reader.Here);
-        for (std::size_t after = to + 1; after < attempts.size(); ++after)
+        for (std::size_t after = 1; after < attempts.size(); ++after)
             if (!attempts[after].empty())
                 Repeat(reader, reader.At(after), rest, to + 1, attempts[after]);
     }
@@ -304,16 +318,15 @@ std::size_t HopelessLength(TextView text, std::size_t from, const std::vector<El
 /// The rests of a pattern that is tied to the text's end. They are tied to it by a further `$` alone (12), so that the
 /// pattern is read as often as it has ends: without any `$`, with one, and so on up to all but the pattern's own.
 void ReadRests(Reader& reader, TextView pattern, bool caseSensitive) {
-    std::vector<Element> whole = reader.Pattern;
-    reader.Rests.resize(whole.size() + 1);
+    reader.Rests.resize(reader.Count() + 1);
     const std::size_t body = pattern.find_last_not_of(u'$') + 1;
-    reader.Pattern = Elements(pattern.substr(0, body), caseSensitive);
+    TakePattern(reader, pattern.substr(0, body), caseSensitive);
     ReadAll(reader, false);
     for (std::size_t length = body; length < pattern.size(); ++length) {
-        reader.Pattern = Elements(pattern.substr(0, length), caseSensitive);
+        TakePattern(reader, pattern.substr(0, length), caseSensitive);
         ReadAll(reader, true);
     }
-    reader.Pattern = std::move(whole);
+    TakePattern(reader, pattern, caseSensitive);
 }
 
 } // namespace
@@ -321,7 +334,7 @@ void ReadRests(Reader& reader, TextView pattern, bool caseSensitive) {
 PatternReading ReadPattern(TextView text, std::int32_t from, TextView pattern, bool onlyThere, bool toTheEnd,
                            bool caseSensitive) {
     Reader reader;
-    reader.Pattern = Elements(pattern, caseSensitive);
+    TakePattern(reader, pattern, caseSensitive);
     const std::size_t hopeless = HopelessLength(text, static_cast<std::size_t>(from), reader.Pattern, onlyThere);
     PatternReading reading;
     reading.Done = true;

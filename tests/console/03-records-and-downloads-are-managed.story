@@ -105,10 +105,12 @@ $ quorin-console --strict
 > choose Close
 {"done":"choose"}
 > choose Back
+{"done":"choose"}
 > choose Back
+{"done":"choose"}
 > choose Exit
-{"done":"choose","error":"no menu offers that"}
-[exit status 3]
+{"event":"end"}
+{"done":"choose"}
 $ cat Quorin/qrn0001.txt
 Day|Place|Remark
 01/03/2007|Cellar|very wet
@@ -136,34 +138,26 @@ $ quorin-console --strict
     [File] Open | Delete | Rename | New                                       [Back]
 {"done":"show"}
 # A rename that is cancelled answers with the last answer there was: the second download takes the first one's name.
-> tap 1
-> choose Close
+> hold 1
+{"done":"hold"}
 > choose Rename
 >> choose Back
 {"done":"choose"}
 {"done":"choose"}
-> tap 1
-{"event":"status","text":"Busy"}
-{"event":"status","text":null}
-{"done":"tap"}
-> title 2
-{"done":"title"}
 > tick 100
 {"done":"tick"}
 > show
-      Download                               1/1
+      Downloads
     --------------------------------------------------------------------------------
-    > Day
-      Place
-      Remark
+    > First visit
+      First visit
     --------------------------------------------------------------------------------
-    [File] Next Record | Previous Record | First Record | Last Record | Close
-                                   [Edit] New Record | Insert Record | Delete Record
+    [File] Open | Delete | Rename | New                                       [Back]
 {"done":"show"}
 $ cat Quorin/qrnctrl.txt
 DRIVER|FILE|DATE|ALIAS
 Moisture Meter|qrn0001.txt|20070301|First visit
-Moisture Meter|qrn0002.txt|20070302|Second visit
+Moisture Meter|qrn0002.txt|20070302|First visit
 $ quorin-console --strict
 > choose Start...
 {"done":"choose"}
@@ -175,7 +169,7 @@ $ quorin-console --strict
       Downloads
     --------------------------------------------------------------------------------
     > First visit
-      Second visit
+      First visit
     --------------------------------------------------------------------------------
     [File] Open | Delete | Rename | New                                       [Back]
 {"done":"show"}
@@ -192,7 +186,7 @@ $ quorin-console --strict
 > show
       Downloads
     --------------------------------------------------------------------------------
-    > Second visit
+    > First visit
     --------------------------------------------------------------------------------
     [File] Open | Delete | Rename | New                                       [Back]
 {"done":"show"}
@@ -214,7 +208,7 @@ $ quorin-console --strict
 {"done":"show"}
 $ cat Quorin/qrnctrl.txt
 DRIVER|FILE|DATE|ALIAS
-Moisture Meter|qrn0002.txt|20070302|Second visit
+Moisture Meter|qrn0002.txt|20070302|First visit
 $ ls Quorin
 drivers.txt
 moisture.txt

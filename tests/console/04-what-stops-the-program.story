@@ -13,6 +13,7 @@ $ quorin-console
 {"event":"status","text":"Busy"}
 {"event":"failure","text":"The inf table meter.txt has no rows"}
 {"done":"choose","error":"the program has ended"}
+stderr: quorin-console: The inf table meter.txt has no rows
 [exit status 1]
 # A colour that is no number.
 $ printf 'FIELDNAME|VISIBLE|COPY|BLOB|DISPLAY|CSVNAME|DATATYPE|FORMULA\nPlace|1|||green|||\n' > Quorin/meter.txt
@@ -25,6 +26,7 @@ $ quorin-console
 {"event":"status","text":"Busy"}
 {"event":"failure","text":"DISPLAY \"green\" is no number (row 1 of meter.txt)"}
 {"done":"choose","error":"the program has ended"}
+stderr: quorin-console: DISPLAY "green" is no number (row 1 of meter.txt)
 [exit status 1]
 # A row of the register that is too short to have a file.
 $ printf 'DRIVER|FILE|DATE|ALIAS\nMeter\n' > Quorin/qrnctrl.txt
@@ -34,6 +36,7 @@ $ quorin-console
 > choose Ok
 {"event":"failure","text":"Row 1 of qrnctrl.txt is too short to have a field FILE"}
 {"done":"choose","error":"the program has ended"}
+stderr: quorin-console: Row 1 of qrnctrl.txt is too short to have a field FILE
 [exit status 1]
 # A download whose name has no number.
 $ printf 'DRIVER|FILE|DATE|ALIAS\nMeter|qrnabcd.txt|20070301|\n' > Quorin/qrnctrl.txt
@@ -45,6 +48,7 @@ $ quorin-console
 > choose New
 {"event":"failure","text":"The download file \"qrnabcd.txt\" has no number in its name"}
 {"done":"choose","error":"the program has ended"}
+stderr: quorin-console: The download file "qrnabcd.txt" has no number in its name
 [exit status 1]
 # A port that is no number.
 $ printf '[Settings]\nComPort=printer\n' > settings.ini
@@ -61,6 +65,7 @@ $ quorin-console
 > tick 500
 {"event":"failure","text":"The port \"printer\" is no number (setting ComPort)"}
 {"done":"tick","error":"the program has ended"}
+stderr: quorin-console: The port "printer" is no number (setting ComPort)
 [exit status 1]
 $ cat Quorin/qrnctrl.txt
 DRIVER|FILE|DATE|ALIAS

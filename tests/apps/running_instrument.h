@@ -1,0 +1,74 @@
+// SPDX-License-Identifier: MIT
+// The real program as a child process, and what stands at the other end of its line.
+#pragma once
+
+#include "apps/quorin-instrument/descriptor.h"
+
+#include <chrono>
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace instrument {
+
+/// Far beyond what any step takes, however busy the machine is.
+inline constexpr std::chrono::seconds Patience{60};
+
+/// Looks every few milliseconds whether something holds; false when it still doesn't after Patience.
+bool Eventually(const std::function<bool()>& holds);
+
+/// A folder of its own for one test.
+class TemporaryFolder {
+public:
+    TemporaryFolder();
+    TemporaryFolder(const TemporaryFolder&) = delete;
+    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+    ~TemporaryFolder();
+    std::string Path(const std::string& name) const { return Folder + "/" + name; }
+    const std::string& Name() const { return Folder; }
+
+private:
+    std::string Folder;
+};
+
+bool Exists(const std::string& path);
+void WriteFile(const std::string& path, const std::string& bytes);
+
+/// Killed at the end of its life when it still runs.
+class RunningInstrument {
+public:
+    explicit RunningInstrument(const std::vector<std::string>& arguments);
+    RunningInstrument(const RunningInstrument&) = delete;
+    RunningInstrument& operator=(const RunningInstrument&) = delete;
+    ~RunningInstrument();
+
+    /// The first line of standard output without its end.
+    std::string FirstLine();
+    std::string Output() const;
+    std::string Errors() const;
+    bool SaysPlayed() const { return Errors() == "played\n"; }
+    void Signal(int number) const;
+    /// Waits for the end; -1 when it was a signal's, or did not come.
+    int ExitStatus();
+
+private:
+    TemporaryFolder Folder;
+    int Process = -1;
+    int Status = -1;
+};
+
+/// The slave side of a pseudo terminal, opened as an application opens a port.
+class Reader {
+public:
+    explicit Reader(const std::string& path);
+    /// Reads until so many bytes have come, or nothing more can come.
+    std::string Read(std::size_t count);
+    std::string ReadWhatIsThere();
+    void Close() { Line.Close(); }
+    bool IsOpen() const { return Line.Holds(); }
+
+private:
+    Descriptor Line;
+};
+
+} // namespace instrument

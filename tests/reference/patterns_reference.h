@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: MIT
+// The pattern matcher, written down step by step and as slow as that is. Only tests use it: they hold the product's
+// form against this one, which is right by being simple. No shortcut belongs here.
+#pragma once
+
+#include "text/text.h"
+
+namespace reference {
+
+/// The arguments and results are those of modStringTools' routines of the same names.
+bool MatchPattern(const Text& text, std::int32_t start, Text pattern, std::int32_t& first, std::int32_t& last,
+                  bool caseSensitive);
+
+bool HasPattern(const Text& text, const Text& pattern, bool unused, bool caseSensitive);
+
+std::int32_t FindPattern(const std::int32_t& start, const Text& text, const Text& pattern, std::int32_t& first,
+                         std::int32_t& last, bool caseSensitive);
+
+void ReplacePattern(Text& text, const Text& pattern, const Text& replacement, bool global, bool caseSensitive);
+
+} // namespace reference

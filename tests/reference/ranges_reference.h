@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: MIT
+// The range operations and the token reader, written down step by step. Only tests use them.
+#pragma once
+
+#include "text/text.h"
+
+namespace reference {
+
+/// At most `count` characters from position `from` (1 or above) on; empty behind the text's end.
+Text TextFrom(const Text& text, std::int32_t from, std::int32_t count);
+
+/// The arguments and results are those of modStringTools' routines of the same names.
+void RemoveRange(Text& text, std::int32_t& first, std::int32_t& last);
+void ReplaceRange(Text& text, const Text& replacement, std::int32_t& first, std::int32_t& last);
+void InsertText(Text& text, const Text& inserted, std::int32_t& position);
+Text TextRange(const Text& text, std::int32_t first, std::int32_t last);
+std::int32_t GetToken(const Text& text, const Text& delimiter, std::int32_t index, Text& token);
+
+} // namespace reference
