@@ -181,7 +181,8 @@ void GridStore::PaintRow(std::int32_t row) {
     cell.Row = row;
     if (row > FirstOnPage)
         cell.Y = HeightBetween(FirstOnPage, row - 1);
-    for (std::int32_t col = 0; col < Cols() && HasRow(row); ++col) {
+    // A row without a height does not come on screen: painting it would make a hidden row grow again whose text wraps.
+    for (std::int32_t col = 0; col < Cols() && RowHeight(row) > 0; ++col) {
         cell.Col = col;
         cell.Width = ColWidth(col);
         cell.Height = At(row).Height;

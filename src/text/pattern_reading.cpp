@@ -106,7 +106,8 @@ Element SingleElement(char16_t character, bool caseSensitive) {
     case u'\\':
         return {Kind::Exactly, character};
     default:
-        return caseSensitive ? Element{Kind::Exactly, character} : Element{Kind::InAnyCase, LowerChar(character)};
+        return caseSensitive || !HasCases(character) ? Element{Kind::Exactly, character}
+                                                     : Element{Kind::InAnyCase, LowerChar(character)};
     }
 }
 
@@ -217,8 +218,18 @@ std::size_t NextAttempt(const std::vector<Outcomes>& attemptAfter, std::int32_t 
     return attemptAfter.size() == 1 || outcome == NotBegun ? 0 : static_cast<std::size_t>(-outcome);
 }
 
-/// From which places on a search with these attempts finds a match.
+/// From which places on a search finds a match, where it goes on with the same attempts after each that failed.
+Flags FoundFrom(const Outcomes& attempts) {
+    Flags found(attempts.size(), 0);
+    for (std::size_t place = attempts.size() - 2; place > 0; --place)
+        found[place] = attempts[place] < 0 ? found[place + 1] : attempts[place] != TextRanOut;
+    return found;
+}
+
+/// The same with attempts that depend on the element that was read last.
 Flags FoundFrom(const std::vector<Outcomes>& attemptAfter) {
+    if (attemptAfter.size() == 1)
+        return FoundFrom(attemptAfter.front());
     const std::size_t places = attemptAfter.front().size();
     std::vector<std::size_t> present;
     for (std::size_t after = 0; after < attemptAfter.size(); ++after)

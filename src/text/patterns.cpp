@@ -30,12 +30,6 @@ bool StandsAt(const Search& search, std::size_t at) {
     return search.CaseSensitive ? there == search.Body : SameIgnoringCase(there, search.Body);
 }
 
-/// Whether lower-casing makes this character of any other one, or another one of it. It never does so with ASCII's
-/// digits, punctuation and controls, which a search can take at their face value.
-bool HasCases(char16_t character) {
-    return character >= 0x80 || LowerChar(character) != UpperChar(character);
-}
-
 /// The next place from `at` on (both from 0) whose character is the plain body's first one.
 std::size_t NextCandidate(const Search& search, std::size_t at) {
     const char16_t wanted = search.Body.front();

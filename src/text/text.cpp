@@ -164,6 +164,10 @@ char16_t UpperChar(char16_t character) {
     return Mapped(ToUpper, character);
 }
 
+bool HasCases(char16_t character) {
+    return character >= FirstBeyondAscii || LowerChar(character) != UpperChar(character);
+}
+
 Text LowerCase(TextView text) {
     Text lower(text);
     std::transform(lower.begin(), lower.end(), lower.begin(), LowerChar);

@@ -20,7 +20,11 @@ namespace modStringTools {
 char16_t LowerChar(char16_t character);
 char16_t UpperChar(char16_t character);
 
-/// The same, character by character, for a whole text. The length never changes.
+/// Whether a character may be the same as another one when case doesn't count. Never so for ASCII's digits, punctuation
+/// and controls, which a search can take at their face value.
+bool HasCases(char16_t character);
+
+/// LowerChar and UpperChar for each character of a text. The length never changes.
 Text LowerCase(TextView text);
 Text UpperCase(TextView text);
 

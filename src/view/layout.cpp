@@ -224,7 +224,9 @@ void LayoutForm(bool desktop) {
 
 void LayoutScreen(bool reset) {
     ScreenDef& screen = modQuorin::ScreenRow(Screens.CurrentScreen);
-    screen.ColumnPixels = Pixels(UsableWidth() / 100 * static_cast<float>(screen.ColumnPercent));
+    // Half a pixel goes to the even number: 50 percent of 401 are 200. Multiplied first, so that a half is exactly one.
+    const double hundredths = static_cast<double>(UsableWidth()) * screen.ColumnPercent;
+    screen.ColumnPixels = static_cast<std::int32_t>(std::nearbyint(hundredths / 100));
     LayOutTitle(screen, reset);
     LayOutMain(screen, reset);
 }

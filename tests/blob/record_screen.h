@@ -13,7 +13,6 @@
 #include "view/input_fields.h"
 #include "view/menu_table.h"
 #include "view/screen_table.h"
-#include "view/sound.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -29,7 +28,6 @@ struct Field {
 class RecordScreen : public testing::Test {
 protected:
     RecordScreen() {
-        ForgetEverything();
         modQuorin::Paths.ApplicationName = u"Quorin";
         const modQuorin::MenuId menu = modQuorin::AddMenu({{{u"Record"}}}, {{{u"Back"}}});
         modQuorin::ScrInfRecord = modQuorin::AddScreen(menu, 0, 0, 1, 2, 0, 1, 1, modQuorin::DrawTable);
@@ -39,7 +37,6 @@ protected:
         Grid().SetBounds({0, 0, 200, 200});
         SetTime("2021-03-04T09:05:00");
     }
-    ~RecordScreen() override { ForgetEverything(); }
 
     /// Puts a record on screen, with all its values empty.
     void ShowRecord(const std::vector<Field>& fields) {
@@ -99,18 +96,6 @@ protected:
     static bool RecordDirty() { return modFileSystem::Table.RecordDirty; }
 
     support::TestDevice Device;
-
-private:
-    static void ForgetEverything() {
-        Decoder = {};
-        Framing = {};
-        modQuorin::Inf = {};
-        modQuorin::Menus = {};
-        modQuorin::Screens = {};
-        modFileSystem::Table = {};
-        frmQuorin::Form = {};
-        modAudio::Sound = {};
-    }
 };
 
 } // namespace modBLob

@@ -1,0 +1,131 @@
+// SPDX-License-Identifier: MIT
+// The whole road with the machine's clock: a second process at the other end of a pseudo terminal or of a mailbox.
+#include "running_console.h"
+#include "tests/apps/running_instrument.h"
+
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <filesystem>
+#include <fstream>
+
+namespace live {
+namespace {
+
+namespace fs = std::filesystem;
+using instrument::RunningInstrument;
+using instrument::TemporaryFolder;
+
+class TheRoadOfAResult : public testing::Test {
+protected:
+    void SetUp() override {
+        Put("Quorin/drivers.txt", "NAME|INFFILE\nMeter|meter.txt\n");
+        Put("Quorin/qrnctrl.txt", "DRIVER|FILE|DATE|ALIAS\nMeter|qrn0001.txt|20070301|\n");
+        Put("Quorin/meter.txt", "FIELDNAME|VISIBLE|COPY|BLOB|DISPLAY|CSVNAME|DATATYPE|FORMULA\n"
+                                "Moisture|1||Moisture||||\nTemperature|1||Temperature||||\nMeter|0||dv: ORIGIN||||\n");
+    }
+    void Put(const std::string& name, const std::string& bytes) {
+        fs::create_directories(fs::path(Root.Path(name)).parent_path());
+        std::ofstream(Root.Path(name), std::ios::binary) << bytes;
+    }
+    std::string File(const std::string& name) {
+        std::ifstream in(Root.Path(name), std::ios::binary);
+        return {std::istreambuf_iterator<char>(in), {}};
+    }
+    void ListenOn(const std::string& port) { Put("settings.ini", "[Settings]\nComPort=" + port + "\n"); }
+
+    static void OpenTheDownload(RunningConsole& console) {
+        for (const char* command : {"choose Start...", "choose Ok", "choose Open"})
+            EXPECT_EQ(console.Tell(command).find("error"), std::string::npos) << command;
+    }
+    /// Lets time go by until the screen shows a text; whether it ever does.
+    static bool Shows(RunningConsole& console, const std::string& text) {
+        for (int i = 0; i < 300; ++i) {
+            if (console.Tell("screen").find(text) != std::string::npos)
+                return true;
+            console.Tell("tick 100");
+        }
+        return false;
+    }
+
+    TemporaryFolder Root;
+};
+
+/// Two results, and then a line that stays open.
+const char* const Recording =
+    "[BLob]\r\n[CONNECT \"QI-7\"]\r\n[/BLob]\r\n"
+    "[BLob]\r\n[ORIGIN \"QI-7\"]\r\n[RESULT_TYPE \"Moisture\"]\r\n[RESULT_VALUE \"23.4\"]\r\n"
+    "[RESULT_UNIT \"%\"]\r\n[/BLob]\r\n"
+    "[BLob]\r\n[ORIGIN \"QI-7\"]\r\n[RESULT_TYPE \"Temperature\"]\r\n[RESULT_VALUE \"19\"]\r\n"
+    "[RESULT_UNIT \"\xC2\xB0"
+    "C\"]\r\n[/BLob]\r\n";
+
+TEST_F(TheRoadOfAResult, LeadsFromAPseudoTerminalToASavedRow) {
+    ListenOn("Com1");
+    Put("recording", Recording);
+    RunningInstrument meter({Root.Path("recording")});
+    RunningConsole console({"--clock", "real", "--root", Root.Name(), "--port", "1=" + meter.FirstLine()});
+    OpenTheDownload(console);
+    EXPECT_TRUE(Shows(console, "23.4 %"));
+    EXPECT_TRUE(Shows(console, "19 \xC2\xB0"
+                               "C"));
+    console.Tell("choose Close");
+    EXPECT_EQ(File("Quorin/qrn0001.txt"), "Moisture|Temperature|Meter\n23.4 %|19 \xC2\xB0"
+                                          "C|QI-7\n");
+    EXPECT_EQ(console.End(), 0);
+}
+
+TEST_F(TheRoadOfAResult, SurvivesALineThatGoesAwayAndComesBack) {
+    ListenOn("Com1");
+    const std::string line = Root.Path("line");
+    const auto send = [&line](const char* type) {
+        return std::make_unique<RunningInstrument>(
+            std::vector<std::string>{"--link", line, "--count", "1", "--fast", "--types", type});
+    };
+    auto meter = send("Moisture");
+    meter->FirstLine();
+    RunningConsole console({"--clock", "real", "--root", Root.Name(), "--port", "1=" + line});
+    OpenTheDownload(console);
+    EXPECT_TRUE(Shows(console, "QI-0001"));
+    meter.reset();
+    EXPECT_TRUE(Shows(console, "Bluetooth :-("));
+    meter = send("Temperature");
+    meter->FirstLine();
+    EXPECT_TRUE(Shows(console, "Bluetooth :-)"));
+    console.Tell("tick 2000");
+    console.Tell("choose Close");
+    EXPECT_EQ(File("Quorin/qrn0001.txt").find("||"), std::string::npos) << File("Quorin/qrn0001.txt");
+    EXPECT_EQ(console.End(), 0);
+}
+
+TEST_F(TheRoadOfAResult, LeadsThroughTheMailboxOfAnotherProcess) {
+    ListenOn("SERVER");
+    Put("recording", Recording);
+    fs::create_directories(Root.Path("c"));
+    RunningInstrument server({"--mailbox", Root.Path("c"), "--fast", Root.Path("recording")});
+    RunningConsole console({"--clock", "real", "--root", Root.Name()});
+    ASSERT_TRUE(instrument::Eventually([this] { return instrument::Exists(Root.Path("c/rfcomm.run")); }));
+    OpenTheDownload(console);
+    EXPECT_TRUE(Shows(console, "23.4 %"));
+    EXPECT_TRUE(Shows(console, "19 \xC2\xB0"
+                               "C"));
+    console.Tell("choose Close");
+    EXPECT_EQ(File("Quorin/qrn0001.txt"), "Moisture|Temperature|Meter\n23.4 %|19 \xC2\xB0"
+                                          "C|QI-7\n");
+    EXPECT_EQ(console.End(), 0);
+}
+
+TEST_F(TheRoadOfAResult, SavedRowsSurviveAPowerCut) {
+    ListenOn("Com1");
+    {
+        RunningConsole console({"--root", Root.Name()});
+        OpenTheDownload(console);
+        for (const char* command : {"tap 0 1", "set 1", "choose New Record", "tap 0 1", "set 2", "choose New Record"})
+            console.Tell(command);
+        console.Tell("quit");
+    }
+    EXPECT_EQ(File("Quorin/qrn0001.txt"), "Moisture|Temperature|Meter\n1||\n2||\n||\n");
+}
+
+} // namespace
+} // namespace live

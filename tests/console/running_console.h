@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: MIT
+// quorin-console as a child process that is told one command at a time.
+#pragma once
+
+#include <cstdio>
+#include <string>
+#include <vector>
+
+namespace live {
+
+class RunningConsole {
+public:
+    explicit RunningConsole(const std::vector<std::string>& arguments);
+    RunningConsole(const RunningConsole&) = delete;
+    RunningConsole& operator=(const RunningConsole&) = delete;
+    ~RunningConsole();
+
+    /// Tells a command and gives what is answered up to the next time that the program is ready.
+    std::string Tell(const std::string& command);
+    /// Ends the input and waits; the exit status, or -1 for a signal's end.
+    int End();
+
+private:
+    std::string ReadUntilReady();
+
+    int Process = -1;
+    std::FILE* Commands = nullptr;
+    std::FILE* Answers = nullptr;
+};
+
+} // namespace live
