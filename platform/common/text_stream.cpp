@@ -46,6 +46,10 @@ ErrorNumber HostTextStream::Open(const std::string& hostPath, StreamMode mode, s
     Descriptor file;
     std::string newIn;
     ErrorNumber error = OpenRegular(hostPath, O_RDWR, file);
+    // A file that others own, or a write-protected card's, can still be read; writing to it fails then.
+    const bool readOnly = error == PermissionDenied && mode == StreamMode::Existing;
+    if (readOnly)
+        error = OpenRegular(hostPath, O_RDONLY, file);
     if (mode == StreamMode::Create && error == FileNotFound) {
         error = CreateRegular(hostPath, O_RDWR, file);
         newIn = FolderOf(hostPath);
@@ -56,6 +60,7 @@ ErrorNumber HostTextStream::Open(const std::string& hostPath, StreamMode mode, s
         return error;
     std::unique_ptr<HostTextStream> opened(new HostTextStream(std::move(file), std::move(newIn)));
     opened->Written = mode == StreamMode::Create;
+    opened->ReadOnly = readOnly;
     if (error = opened->LookAgain(); error == NoError)
         stream = std::move(opened);
     return error;
@@ -181,6 +186,8 @@ ErrorNumber HostTextStream::MissingLineEnd(std::string& lineEnd) {
 }
 
 ErrorNumber HostTextStream::WriteLine(const Text& line) {
+    if (ReadOnly)
+        return PermissionDenied;
     std::string bytes;
     if (const ErrorNumber error = MissingLineEnd(bytes); error != NoError)
         return error;

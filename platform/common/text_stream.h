@@ -42,6 +42,7 @@ private:
     Descriptor File;
     std::string NewIn; ///< the folder whose names must reach the medium too; empty when the file was there
     bool Written = false;
+    bool ReadOnly = false;
     std::int64_t Place = 0;
     std::int64_t Length = 0;
     std::timespec Modified{};

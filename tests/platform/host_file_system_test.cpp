@@ -158,9 +158,23 @@ TEST_F(HostFiles, LeavesAWriteProtectedFileAlone) {
     const OrdinaryUser user;
     EXPECT_EQ(Files.CopyFile(u".\\new.txt", u".\\old.txt", true), PermissionDenied);
     EXPECT_EQ(ErrorOfOpening(u".\\old.txt", StreamMode::Create), PermissionDenied);
-    EXPECT_EQ(ErrorOfOpening(u".\\old.txt", StreamMode::Existing), PermissionDenied);
     EXPECT_EQ(Root.Bytes("old.txt"), "old");
     EXPECT_EQ(Root.Entries(), 2);
+}
+
+TEST_F(HostFiles, ReadsAWriteProtectedFileAndDoesNotWriteIt) {
+    Root.Put("old.txt", "old\n");
+    chmod(Root.Path().c_str(), 0777);
+    chmod(Root.Path("old.txt").c_str(), 0444);
+    const OrdinaryUser user;
+    std::unique_ptr<TextStream> stream;
+    ASSERT_EQ(Files.OpenStream(u".\\old.txt", StreamMode::Existing, stream), NoError);
+    Text line;
+    EXPECT_EQ(stream->ReadLine(line), NoError);
+    EXPECT_EQ(line, u"old");
+    EXPECT_EQ(stream->WriteLine(u"new"), PermissionDenied);
+    EXPECT_EQ(stream->Close(), NoError);
+    EXPECT_EQ(Root.Bytes("old.txt"), "old\n");
 }
 
 TEST_F(HostFiles, MakesNothingInAWriteProtectedFolder) {

@@ -54,7 +54,8 @@ public:
     virtual ~FileSystem() = default;
     /// With `create` a missing folder is made, with the folders above it.
     virtual ErrorNumber OpenFolder(const Text& path, bool create, std::unique_ptr<Folder>& folder) = 0;
-    /// Create replaces any old content; Existing opens a file that is there, for reading and writing.
+    /// Create replaces any old content; Existing opens a file that is there, for reading and writing, or for reading
+    /// alone where the file can't be written.
     virtual ErrorNumber OpenStream(const Text& fullName, StreamMode mode, std::unique_ptr<TextStream>& stream) = 0;
     /// What is at the destination afterwards is the old text or the new one, never a part of either.
     virtual ErrorNumber CopyFile(const Text& source, const Text& destination, bool overwrite) = 0;
