@@ -147,7 +147,7 @@ void Describe(CLI::App& app, Words& words) {
     app.add_option("--device", words.DeviceType,
                    "Device type that the platform reports: 0 desktop, 1 Palm OS, "
                    "3 and 7 Windows Mobile, 5 and 9 Symbian S60, 6 Symbian UIQ")
-        ->check(CLI::NonNegativeNumber)
+        ->check(CLI::Range(0, 32767))
         ->capture_default_str();
     app.add_option("--os-version", words.OsVersion, "Version text of the operating system")->capture_default_str();
     app.add_option("--user", words.User, "User name")->capture_default_str();
