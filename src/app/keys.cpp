@@ -221,19 +221,23 @@ void ShowHoldMenu(std::int32_t, std::int32_t, std::int32_t) {
 
 void HoldMenuClicked() {
     auto& list = Device().lstHoldMenu;
+    // Taken first: hiding the list takes its focus away, and that empties it.
+    const Text tag = list.Tag();
+    const std::int32_t index = list.ListIndex();
+    const Text text = list.ItemText(index);
     list.SetVisible(false);
     modPDAUI::RepaintGrids(false);
-    HandleHoldMenuClick(list.ItemText(list.ListIndex()));
+    HandleHoldMenuClick(text, tag, index);
     HideHoldMenu();
 }
 
-void HandleHoldMenuClick(const Text& text) {
-    const auto menu = modStringTools::NumberFromText(Device().lstHoldMenu.Tag());
+void HandleHoldMenuClick(const Text& text, const Text& tag, std::int32_t index) {
+    const auto menu = modStringTools::NumberFromText(tag);
     if (!menu) {
         modPDAUI::Tell(u"HandleHoldMenuClick: ERROR Menu '" + modStringTools::UpperCase(text) + u"' does not exist.");
         return;
     }
-    MenuClick(*menu, Device().lstHoldMenu.ListIndex() + 1);
+    MenuClick(*menu, index + 1);
 }
 
 void HideHoldMenu() {

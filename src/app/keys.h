@@ -18,7 +18,8 @@ void ShowHoldMenu(std::int32_t screen, std::int32_t row, std::int32_t col);
 
 /// A choice from lstHoldMenu: the item of the soft menu that the list repeats.
 void HoldMenuClicked();
-void HandleHoldMenuClick(const Text& text);
+/// `tag` is the list's: the number of the soft menu. `index` is counted from 0.
+void HandleHoldMenuClick(const Text& text, const Text& tag, std::int32_t index);
 
 /// Empties lstHoldMenu and forgets whose items it had.
 void HideHoldMenu();

@@ -19,7 +19,9 @@ void AddApplicationMenus() {
     MenuMain = AddMenu({{{u"Main"}, {u"Start..."}, {u"Exit", MarkerBack}}},
                        {{{u"Options"}, {u"Preferences..."}, {u"inf editor..."}, {u"Bluetooth Debug..."}}});
     MenuOk = AddMenu({{{u"Ok"}}}, {{{u"Back"}}});
-    MenuDrivers = AddMenu({{{u"File"}, {u"Edit"}, {u"Delete"}, {u""}, {u"New"}}}, {{{u"Back"}}});
+    // The commands of MenuDriverColumns, which no screen carries, are reached from here.
+    MenuDrivers = AddMenu(
+        {{{u"File"}, {u"Edit"}, {u"Delete"}, {u"Show/Hide Columns..."}, {u"New"}, {u"Add Driver..."}}}, {{{u"Back"}}});
     MenuDriverColumns =
         AddMenu({{{u"File"}, {u"Show/Hide Columns..."}, {u"Add Driver..."}, {u"Delete"}}}, {{{u"Back"}}});
     MenuDownloads = AddMenu({{{u"File"}, {u"Open"}, {u"Delete"}, {u"Rename"}, {u"New"}}}, {{{u"Back"}}});

@@ -76,6 +76,139 @@ TEST_F(Command, OkMeansAnotherThingOnEachOfItsScreens) {
     EXPECT_EQ(Screen(), ScrDownloads);
 }
 
+/// The commands of one screen, on that screen, over a driver with a download.
+class CommandOnItsScreen : public Command {
+protected:
+    CommandOnItsScreen() {
+        InstallMeter();
+        Put("qrnctrl.txt", "DRIVER|FILE|DATE|ALIAS\nMeter|qrn0001.txt|20070301|\n");
+    }
+    void ShowDownloads() {
+        MenuEvent(u"Start...");
+        MenuEvent(u"Ok");
+    }
+    void ShowDrivers() { MenuEvent(u"inf editor..."); }
+    void WillConfirm() {
+        Device.WillAnswer(BoxAnswer::Yes);
+        Device.WillAnswer(BoxAnswer::Yes);
+    }
+};
+
+TEST_F(CommandOnItsScreen, RenameNamesTheDownload) {
+    ShowDownloads();
+    Device.WillDo([this] { Type(u"Cellar"); });
+    Device.WillDo([] { MenuEvent(u"ok"); });
+    MenuEvent(u"reNAME");
+    EXPECT_EQ(Column(0), std::vector<Text>{u"Cellar"});
+}
+
+TEST_F(CommandOnItsScreen, NewRegistersADownload) {
+    ShowDownloads();
+    MenuEvent(u"new");
+    EXPECT_THAT(Column(0), ElementsAre(u"qrn0001.txt", u"qrn0002.txt"));
+}
+
+TEST_F(CommandOnItsScreen, DeleteRemovesTheDownload) {
+    ShowDownloads();
+    WillConfirm();
+    MenuEvent(u"delete");
+    EXPECT_EQ(File("qrnctrl.txt"), "DRIVER|FILE|DATE|ALIAS\n");
+}
+
+TEST_F(CommandOnItsScreen, OpenShowsTheDownload) {
+    ShowDownloads();
+    MenuEvent(u"oPEN");
+    EXPECT_EQ(Screen(), ScrInfRecord);
+    EXPECT_EQ(TitleCell(), u"Download");
+}
+
+TEST_F(CommandOnItsScreen, EditShowsTheDriver) {
+    ShowDrivers();
+    MenuEvent(u"edit");
+    EXPECT_EQ(Screen(), ScrDriverProperties);
+    EXPECT_EQ(Cell(0, 1), u"Meter");
+}
+
+TEST_F(CommandOnItsScreen, SaveStoresTheDriverAndShowsItsFields) {
+    ShowDrivers();
+    MenuEvent(u"Edit");
+    Tap(1, 1);
+    Type(u"other.txt");
+    MenuEvent(u"save");
+    EXPECT_EQ(File("drivers.txt"), "NAME|INFFILE\nMeter|other.txt\n");
+    EXPECT_EQ(Screen(), ScrInfRecord);
+    EXPECT_EQ(TitleCell(), u"Inf Editor");
+}
+
+TEST_F(CommandOnItsScreen, NewAddsADriver) {
+    ShowDrivers();
+    MenuEvent(u"New");
+    EXPECT_EQ(Screen(), ScrDriverProperties);
+    EXPECT_EQ(Cell(0, 1), u"Untitled Driver");
+}
+
+TEST_F(CommandOnItsScreen, DeleteRemovesTheDriver) {
+    ShowDrivers();
+    WillConfirm();
+    MenuEvent(u"DELETE");
+    EXPECT_EQ(File("drivers.txt"), "NAME|INFFILE\n");
+}
+
+TEST_F(CommandOnItsScreen, ColumnsAndNewDriversAreReachedFromTheDrivers) {
+    ShowDrivers();
+    Choose(u"Show/Hide Columns...");
+    EXPECT_EQ(Screen(), ScrColumns);
+    EXPECT_THAT(Column(0), ElementsAre(u"Place", u"Moisture", u"Remark"));
+    GoBack();
+    EXPECT_EQ(Screen(), ScrInstalledDrivers);
+    Choose(u"Add Driver...");
+    EXPECT_EQ(Screen(), ScrAddDriver);
+    GoBack();
+    EXPECT_EQ(Screen(), ScrInstalledDrivers);
+}
+
+/// A walk over the records of a download by commands, from the second of three.
+struct RecordStep {
+    const char16_t* Text;
+    const char16_t* Position;
+};
+
+class RecordCommandOf : public Command, public testing::WithParamInterface<RecordStep> {};
+
+TEST_P(RecordCommandOf, MovesInTheRecords) {
+    InstallMeter();
+    OpenDownload("Place|Moisture|Remark\na|b|c\nd|e|f\ng|h|i\n");
+    MenuEvent(u"Next Record");
+    for (int i = 0; i < 2; ++i)
+        Device.WillAnswer(BoxAnswer::Yes);
+    MenuEvent(GetParam().Text);
+    EXPECT_EQ(TitleCell(1), GetParam().Position);
+}
+
+INSTANTIATE_TEST_SUITE_P(Table, RecordCommandOf,
+                         testing::Values(RecordStep{u"next record", u"3/3"}, RecordStep{u"PREVIOUS Record", u"1/3"},
+                                         RecordStep{u"First Record", u"1/3"}, RecordStep{u"last recorD", u"3/3"},
+                                         RecordStep{u"New Record", u"4/4"}, RecordStep{u"Insert Record", u"2/4"},
+                                         RecordStep{u"Delete Record", u"2/2"}));
+
+TEST_F(Command, ZoomKeepsTheSize) {
+    MenuEvent(u"zOOm");
+    EXPECT_EQ(platform::Device().settings.Get(u"Quorin", u"Settings", u"FONTSIZE", u""), u"14");
+}
+
+TEST_F(Command, DirListsTheDataFolder) {
+    Put("a.txt", "");
+    MenuEvent(u"dir...");
+    EXPECT_EQ(Column(0), std::vector<Text>{u".\\Quorin\\a.txt"});
+}
+
+TEST_F(Command, InstallWithNothingToInstallStays) {
+    MenuEvent(u"inf editor...");
+    MenuEvent(u"Add Driver...");
+    MenuEvent(u"INSTALL...");
+    EXPECT_EQ(Screen(), ScrAddDriver);
+}
+
 TEST_F(Command, EditOnTheDownloadsAndRenameOnTheDriversDoNothing) {
     InstallMeter();
     GotoScreen(ScrDownloads);

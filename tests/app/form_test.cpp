@@ -86,6 +86,64 @@ TEST_F(FormEvent, FocusOfTheTitleMovesOnToTheGrid) {
     EXPECT_STREQ(Device.Platform.focus.Holder()->Name, "grdMain");
 }
 
+TEST_F(FormEvent, ReleaseOfTheTitleMovesTheFocusToTheGrid) {
+    Device.Platform.focus.TakeFrom(Device.Platform.grdMain);
+    grdTitle_Release();
+    EXPECT_EQ(Device.Platform.focus.Holder(), &Device.Platform.grdMain);
+}
+
+TEST_F(FormEvent, ReleaseOfTheTitleOverAHiddenGridMovesNothing) {
+    Device.Main().SetVisible(false);
+    grdTitle_Release();
+    EXPECT_EQ(Device.Platform.focus.Holder(), nullptr);
+}
+
+TEST_F(FormEvent, TitleKeepsTheFocusWhileTheGridCantTakeIt) {
+    GotoScreen(ScrTextFile);
+    Device.Main().SetEnabled(false);
+    Device.Title().SetFocus();
+    EXPECT_EQ(Device.Platform.focus.Holder(), &Device.Platform.grdTitle);
+}
+
+TEST_F(FormEvent, MenuItemsRunTheirEntries) {
+    mnuButtonO1_Click(1);
+    EXPECT_EQ(Screen(), ScrDrivers);
+    mnuButtonO2_Click(1);
+    EXPECT_EQ(Screen(), ScrMain);
+    mnuButtonO2_Click(3);
+    EXPECT_EQ(Screen(), ScrBluetoothDebug);
+}
+
+TEST_F(FormEvent, SoftKeyLayerRunsTheCaptions) {
+    GotoScreen(ScrDrivers);
+    SoftKey1Pressed();
+    EXPECT_EQ(Screen(), ScrDownloads);
+    GotoScreen(ScrDrivers);
+    SoftKey2Pressed();
+    EXPECT_EQ(Screen(), ScrMain);
+}
+
+TEST_F(FormEvent, CloseDuringAPromptCancelsIt) {
+    MenuEvent(u"File Debug...");
+    Device.WillDo([] {
+        bool cancel = false;
+        Form_QueryUnload(cancel, 0);
+        EXPECT_TRUE(cancel);
+    });
+    MenuEvent(u"Enter Custom Serial ID...");
+    EXPECT_EQ(Screen(), ScrFileDebug);
+}
+
+TEST_F(FormEvent, ReceivedCharactersReachTheLink) {
+    SaveSetting(u"ComPort", u"Com1");
+    MenuEvent(u"Bluetooth Debug...");
+    Device.Tick(500);
+    Device.Platform.serial.Arrive(u"line\r\nrest");
+    Settle();
+    EXPECT_EQ(modBluetooth::Receive.ReadyText, u"line\r\n");
+    EXPECT_EQ(modBluetooth::Receive.RxText, u"rest");
+}
+
 TEST_F(FormEvent, LeavingTheForegroundChangesNothing) {
     GotoScreen(ScrDrivers);
     myCsys_AppBackground();

@@ -10,7 +10,136 @@ namespace {
 
 using testing::ElementsAre;
 
+class SelectionList : public support::Program {
+protected:
+    explicit SelectionList(const platform::headless::DeviceOptions& options = {}) : Program(options) {}
+    std::int32_t Row() { return Device.Main().Row(); }
+    Text Stored(const char16_t* key) { return GetSetting(key, u"(none)"); }
+};
+
+/// A device with two volumes, of which the second has more space.
+class VolumeListing : public SelectionList {
+protected:
+    static platform::headless::DeviceOptions TwoVolumes() {
+        platform::headless::DeviceOptions options = support::OfType(6);
+        options.Volumes = {{u"C:\\", 1000}, {u"E:\\", 2000}};
+        return options;
+    }
+    VolumeListing() : SelectionList(TwoVolumes()) {}
+};
+
+TEST_F(VolumeListing, HighlightsTheBestOneWhenNoneIsStored) {
+    MenuEvent(u"Select Storage Volume...");
+    EXPECT_EQ(TitleCell(), u"Select Volume");
+    EXPECT_THAT(Column(0), ElementsAre(u"C:\\", u"E:\\"));
+    EXPECT_EQ(Row(), 1);
+}
+
+TEST_F(VolumeListing, HighlightsTheStoredOneAndLeavesItSo) {
+    SaveSetting(u"StorageVolume", u"C:\\");
+    MenuEvent(u"Select Storage Volume...");
+    EXPECT_EQ(Row(), 0);
+    Repaint();
+    EXPECT_EQ(Stored(u"StorageVolume"), u"C:\\");
+}
+
+TEST_F(VolumeListing, StoresTheOneThatIsTapped) {
+    SaveSetting(u"StorageVolume", u"E:\\");
+    MenuEvent(u"Preferences...");
+    Tap(1);
+    Tap(0);
+    EXPECT_EQ(Stored(u"StorageVolume"), u"C:\\");
+    EXPECT_EQ(Screen(), ScrPreferences);
+}
+
+TEST_F(VolumeListing, LeavingThePreferencesMovesTheDataThere) {
+    SaveSetting(u"StorageVolume", u"E:\\");
+    MenuEvent(u"Preferences...");
+    MenuEvent(u"Select Storage Volume...");
+    Tap(0);
+    GoBack();
+    EXPECT_EQ(Paths.DriversFile, u"C:\\documents\\Quorin\\drivers.txt");
+}
+
+TEST_F(SelectionList, OfTheTestHasTenLongRows) {
+    MenuEvent(u"Test List");
+    EXPECT_EQ(TitleCell(), u"Dummy Test List");
+    EXPECT_EQ(Device.Main().Rows(), 10);
+    EXPECT_EQ(Cell(0), u"This is list item number 1 and is long");
+    EXPECT_EQ(Cell(9), u"This is list item number 10 and is long");
+}
+
+TEST_F(SelectionList, OfTheTestIsLockedUntilItIsPainted) {
+    MenuEvent(u"Test List");
+    Device.Main().SetRow(4);
+    EXPECT_EQ(Stored(u"DummyTest"), u"(none)");
+    SelectCurrentRow();
+    EXPECT_EQ(Screen(), ScrList);
+    Repaint();
+    Device.Main().SetRow(5);
+    EXPECT_EQ(Stored(u"DummyTest"), u"This is list item number 6 and is long");
+    MenuEvent(u"Test List");
+    EXPECT_EQ(Row(), 5);
+}
+
+TEST_F(SelectionList, OfTheFontsMarksTheStoredOneAndChangesNoFont) {
+    SaveSetting(u"Font", u"Tahoma");
+    MenuEvent(u"Fonts...");
+    EXPECT_EQ(TitleCell(), u"Available Fonts");
+    EXPECT_THAT(Column(0), ElementsAre(u"AFPalm", u"AFPalmHR", u"AFSE UIQ Standard", u"Microsoft Sans Serif CMF",
+                                       u"Nokia Sans S60", u"Tahoma"));
+    EXPECT_EQ(Row(), 5);
+    Device.Main().SetRow(0);
+    EXPECT_EQ(Stored(u"Font"), u"AFPalm");
+    EXPECT_EQ(Device.Main().FontName(), u"Tahoma");
+}
+
+TEST_F(SelectionList, OfThePortsHighlightsTheStoredOne) {
+    SaveSetting(u"ComPort", u"Com4");
+    MenuEvent(u"Bluetooth Serial Setup...");
+    EXPECT_EQ(TitleCell(), u"Com Port");
+    EXPECT_EQ(Cell(0), u"OFF");
+    EXPECT_EQ(Cell(Row()), u"Com4");
+}
+
+TEST_F(SelectionList, OfThePortsHighlightsNothingForAFreeName) {
+    SaveSetting(u"ComPort", u"my own port");
+    MenuEvent(u"Bluetooth Serial Setup...");
+    EXPECT_EQ(Row(), 0);
+}
+
+TEST_F(SelectionList, OfFilesStoresNothing) {
+    Put("a.txt", "");
+    Put("b.txt", "");
+    SaveSetting(u"ComPort", u"OFF");
+    MenuEvent(u"Dir...");
+    Device.Main().SetRow(1);
+    EXPECT_EQ(Device.Folder.Bytes("settings.ini").find("b.txt"), std::string::npos);
+}
+
 class RowChange : public support::Program {};
+
+TEST_F(RowChange, OnThePackagesTakesThePackage) {
+    GotoScreen(ScrAddDriver);
+    Device.Main().SetRows(2);
+    Device.Main().SetCell(1, 0, u"climate.qvd");
+    Device.Main().SetRow(1);
+    EXPECT_EQ(Selection.SelectedPackage, u"climate.qvd");
+}
+
+TEST_F(RowChange, OnThePreferencesRemembersTheRow) {
+    GotoScreen(ScrPreferences);
+    Device.Main().SetRow(3);
+    EXPECT_EQ(Lists.PreferenceRow, 3);
+}
+
+TEST_F(RowChange, OnOtherScreensDoesNothing) {
+    GotoScreen(ScrFileDebug);
+    Selection.SelectedDriver = u"untouched";
+    Device.Main().SetRow(3);
+    EXPECT_EQ(Selection.SelectedDriver, u"untouched");
+    EXPECT_EQ(Lists.PreferenceRow, 0);
+}
 
 TEST_F(RowChange, OnADriverScreenTakesTheDriver) {
     Put("drivers.txt", "NAME|INFFILE\na|1\nb|2\n");
@@ -90,6 +219,24 @@ TEST_F(HiddenFields, PastTheLastShownOneLeadBackToIt) {
     Device.Main().SetRow(3);
     Device.Main().SetRow(4);
     EXPECT_EQ(Row(), 3);
+}
+
+/// A hidden grid raises no event and moves nothing itself, so that each step of the handler can be seen alone.
+TEST_F(HiddenFields, AreLeftOneStepATimeAndAtTheEndsByASearch) {
+    Device.Main().SetVisible(false);
+    Lists.LastVisibleRow = 1;
+    const auto rowAfter = [this](std::int32_t row) {
+        Device.Main().SetRow(row);
+        RowChanged(ScrInfRecord);
+        return Row();
+    };
+    EXPECT_EQ(rowAfter(2), 3);
+    EXPECT_EQ(rowAfter(4), 3);
+    EXPECT_EQ(rowAfter(0), 1);
+    EXPECT_EQ(Lists.LastVisibleRow, 1);
+    EXPECT_EQ(rowAfter(3), 3);
+    EXPECT_EQ(Lists.LastVisibleRow, 3);
+    EXPECT_EQ(rowAfter(2), 1);
 }
 
 TEST_F(HiddenFields, BeforeTheFirstShownOneLeadBackToIt) {

@@ -167,7 +167,7 @@ $ quorin-console --strict
     --------------------------------------------------------------------------------
     > Moisture Meter
     --------------------------------------------------------------------------------
-    [File] Edit | Delete | New                                                [Back]
+    [File] Edit | Delete | Show/Hide Columns... | New | Add Driver...         [Back]
 {"done":"show"}
 > choose Back
 {"done":"choose"}

@@ -212,8 +212,11 @@ TEST_F(Relayout, PutsSelectionAndPageBack) {
 TEST_F(Relayout, KeepsTextsAndHeightsThatANewShowingResets) {
     ShowRows(3);
     Device.Main().SetRowHeight(1, 64);
+    Device.Title().SetRowHeight(0, 30);
     Again();
     EXPECT_EQ(Device.Main().RowHeight(1), 64);
+    EXPECT_EQ(Device.Title().Bounds(), (Box{0, 0, 240, 30}));
+    EXPECT_EQ(Device.Main().Bounds().Top, 29);
     EXPECT_EQ(Cell(2), u"x");
     GotoScreen(ScrTextFile);
     Device.Main().SetRows(3);

@@ -140,12 +140,14 @@ TEST_F(AskingOnTypeNine, ForAChoicePreparesNothing) {
 }
 
 TEST_F(AskingOnTypeNine, ReadsTheTextBoxThatStandsForTheComboField) {
-    Ask(PromptList, u"", u"a,b");
-    Form.cbotxtInputField.SetVisible(true);
-    Form.cbotxtInputField.SetContents(u"typed");
-    GotoScreen(ScrInput); // nothing of the screen below is looked at
-    Screens.PreviousScreen = ScrDriverProperties;
-    EndInput(false);
+    Device.WillDo([this] {
+        Form.cbotxtInputField.SetVisible(true);
+        Form.cbotxtInputField.SetContents(u"typed");
+    });
+    Device.WillDo([] { MenuEvent(u"Ok"); });
+    Text value;
+    InputPrompt(u"Title", PromptList, value, u"a,b", false, true);
+    EXPECT_EQ(value, u"typed");
     EXPECT_FALSE(AnyField());
 }
 
@@ -283,6 +285,13 @@ TEST_F(AskingOverARecord, BringsBackWhatWasInTheGrids) {
     EXPECT_EQ(TitleCell(1), u"1/1");
     EXPECT_TRUE(Device.Main().Visible());
     EXPECT_TRUE(Device.Title().Visible());
+}
+
+TEST_F(AskingOverARecord, BringsBackTheCurrentColumn) {
+    Device.Main().SetCol(0);
+    Ask();
+    GoBack();
+    EXPECT_EQ(Device.Main().Col(), 0);
 }
 
 TEST_F(AskingOverARecord, KeepsAnEarlierCopyWhenToldTo) {
