@@ -47,25 +47,18 @@ INSTANTIATE_TEST_SUITE_P(Table, CommandThatMoves,
                                          Move{u"Add Driver...", &ScrAddDriver, nullptr}));
 
 /// A command of one screen: on any other one it does nothing, and says nothing.
-struct Bound {
-    const char16_t* Text;
-    const ScreenId* Screen;
-};
 
-class CommandOfOneScreen : public Command, public testing::WithParamInterface<Bound> {};
+class CommandOfOneScreen : public Command, public testing::WithParamInterface<const char16_t*> {};
 
 TEST_P(CommandOfOneScreen, DoesNothingElsewhere) {
     GotoScreen(ScrFileSelect);
-    MenuEvent(GetParam().Text);
+    MenuEvent(GetParam());
     EXPECT_EQ(Screen(), ScrFileSelect);
     EXPECT_THAT(Device.Did.Boxes, IsEmpty());
 }
 
 INSTANTIATE_TEST_SUITE_P(Table, CommandOfOneScreen,
-                         testing::Values(Bound{u"Rename", &ScrDownloads}, Bound{u"Edit", &ScrInstalledDrivers},
-                                         Bound{u"Save", &ScrDriverProperties}, Bound{u"Ok", &ScrDrivers},
-                                         Bound{u"Open", &ScrDownloads}, Bound{u"New", &ScrDownloads},
-                                         Bound{u"Delete", &ScrDownloads}));
+                         testing::Values(u"Rename", u"Edit", u"Save", u"Ok", u"Open", u"New", u"Delete"));
 
 TEST_F(Command, OkMeansAnotherThingOnEachOfItsScreens) {
     InstallMeter();
