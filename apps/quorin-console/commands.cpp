@@ -4,6 +4,7 @@
 #include "app/form.h"
 #include "arguments.h"
 #include "platform/headless/gestures.h"
+#include "platform/headless/keyboard.h"
 #include "reports.h"
 #include "session.h"
 
@@ -100,9 +101,39 @@ Error RunClose(Session& session, const std::string&) {
     return CloseForm(session.Device());
 }
 
-/// What this program's form can't be told yet.
-Error NotThere(Session&, const std::string&) {
-    return "this program can't do that yet";
+// --- keys ------------------------------------------------------------------------------------------------------------
+
+Error RunKey(Session& session, const std::string& rest) {
+    const Arguments words = WordsOf(rest);
+    const auto code = words.size() == 1 ? SmallNumber(words[0]) : std::nullopt;
+    if (!code || *code < 1)
+        return "wants CODE, the number of a key";
+    return PressKey(session.Device(), *code);
+}
+
+Error RunType(Session& session, const std::string& rest) {
+    const auto text = TextFrom(rest);
+    return text ? TypeText(session.Device(), *text) : "is no proper JSON string";
+}
+
+Error RunPick(Session& session, const std::string& rest) {
+    const auto date = platform::headless::DateFromText(rest);
+    return date ? PickDate(session.Device(), *date) : "wants a date of the calendar, YYYY-MM-DD";
+}
+
+/// The keyboard comes up over whatever is on show, a message box included.
+Error RunKeyboard(Session&, const std::string& rest) {
+    const Arguments words = WordsOf(rest);
+    std::vector<std::int32_t> numbers;
+    for (const std::string& word : words)
+        numbers.push_back(SmallNumber(word).value_or(0));
+    const bool all =
+        std::all_of(words.begin(), words.end(), [](const auto& word) { return SmallNumber(word).has_value(); });
+    constexpr std::int32_t Largest = std::numeric_limits<std::int16_t>::max();
+    if (!all || words.size() != 5 || numbers[0] < -1 || numbers[0] > Largest)
+        return "wants STATE LEFT TOP WIDTH HEIGHT, five whole numbers, STATE not below -1";
+    frmQuorin::mykb_statechanged(static_cast<std::int16_t>(numbers[0]), numbers[1], numbers[2], numbers[3], numbers[4]);
+    return Done;
 }
 
 // --- time ------------------------------------------------------------------------------------------------------------
@@ -215,10 +246,10 @@ constexpr CommandRow Commands[] = {
     {"menu", "M I", "a click on item I (1 to 5) of soft menu M (1 or 2)", RunMenu},
     {"title", "M", "a click on the caption of soft menu M", RunTitle},
     {"choose", "TEXT", "a click on the soft menu entry with that caption", RunChoose},
-    {"key", "CODE", "a key (not available yet)", NotThere},
-    {"type", "TEXT", "characters, one by one (not available yet)", NotThere},
+    {"key", "CODE", "a key goes down and up; the control in focus acts on it unless it was swallowed", RunKey},
+    {"type", "TEXT", "characters, one by one, into the input control in focus", RunType},
     {"set", "TEXT", "replaces the text of the input control in focus", RunSet},
-    {"pick", "YYYY-MM-DD", "a date in the date picker (not available yet)", NotThere},
+    {"pick", "YYYY-MM-DD", "chooses a date in the open date picker", RunPick},
     {"answer", "yes|no|ok", "answers the message box that is open", RunAnswer},
     {"tick", "MS", "lets time pass; timers fire, in time order", RunTick},
     {"jump", "MS", "moves the virtual clock on at once, as a device that slept", RunJump},
@@ -226,7 +257,8 @@ constexpr CommandRow Commands[] = {
     {"serial", "fail N | drop", "the next N openings of the simulated port fail (-1: all); the open port closes",
      RunSerial},
     {"named", "fail NUMBER | ok", "what opening a named connection gives from now on", RunNamed},
-    {"keyboard", "STATE A B C D", "the soft keyboard event (not available yet)", NotThere},
+    {"keyboard", "STATE A B C D", "the soft keyboard comes or goes; A to D are its left, top, width, height",
+     RunKeyboard},
     {"close", "", "the title bar's close", RunClose},
     {"background", "", "the application leaves the foreground",
      [](Session&, const std::string&) {

@@ -2,6 +2,7 @@
 #include "options.h"
 
 #include "commands.h"
+#include "platform/common/device_profiles.h"
 #include "platform/headless/clock.h"
 #include "view/painting.h"
 
@@ -9,22 +10,24 @@
 
 #include <charconv>
 #include <cstdlib>
+#include <iomanip>
 #include <iostream>
 #include <optional>
+#include <sstream>
 
 namespace console {
 
 namespace {
 
 using modStringTools::FromBytes;
-using platform::headless::ScreenSize;
+using platform::common::ScreenSize;
 
 constexpr const char* DefaultMoment = "2007-03-05T09:30:00";
 
 /// What the command line says, before it is looked at.
 struct Words {
-    std::int32_t DeviceType = 0;
-    std::string OsVersion = "5.2";
+    std::string Device = "0";
+    std::string OsVersion;
     std::string User = "user";
     std::string Screen;
     std::string Root;
@@ -69,6 +72,20 @@ ScreenSize ScreenFrom(const std::string& text) {
     return {*width, *height};
 }
 
+/// A device type, or the name of a profile, whose screen then counts as well.
+void TakeDevice(const std::string& text, platform::headless::DeviceOptions& device) {
+    constexpr std::int32_t LargestType = 32767;
+    if (const auto* profile = platform::common::ProfileNamed(text)) {
+        device.DeviceType = profile->DeviceType;
+        device.Screen = profile->Screen;
+        return;
+    }
+    const auto type = NumberFrom<std::int32_t>(text);
+    if (!type || *type < 0 || *type > LargestType)
+        throw CLI::ValidationError("--device " + text, "is neither a device type, from 0 on, nor the name of a device");
+    device.DeviceType = *type;
+}
+
 platform::common::HostVolume VolumeFrom(const std::string& text) {
     constexpr const char* Form = "ROOT=KB or ROOT=fail";
     const Pair sides = Split(text, '=', Form);
@@ -106,8 +123,9 @@ std::int64_t MomentFrom(const std::string& text) {
 Options Understood(const Words& words) {
     Options options;
     auto& device = options.Device;
-    device.DeviceType = words.DeviceType;
-    device.OsVersion = FromBytes(words.OsVersion);
+    TakeDevice(words.Device, device);
+    if (!words.OsVersion.empty())
+        device.OsVersion = FromBytes(words.OsVersion);
     device.User = FromBytes(words.User);
     if (!words.Screen.empty())
         device.Screen = ScreenFrom(words.Screen);
@@ -124,8 +142,35 @@ Options Understood(const Words& words) {
     return options;
 }
 
+/// A row a profile: its name, type, screen, version and volume, and below it the keys that the device has.
+std::string DeviceHelp() {
+    std::ostringstream help;
+    for (const auto& profile : platform::common::DeviceProfiles()) {
+        const auto& volume = profile.Volume;
+        help << "  " << std::left << std::setw(12) << profile.Name << "type " << profile.DeviceType << ", "
+             << profile.Device << ": " << profile.Screen.Width << "x" << profile.Screen.Height << ", version "
+             << profile.OsVersion << ", volume " << modStringTools::ToBytes(volume.Root) << "="
+             << volume.Kilobytes.value_or(0) << "\n";
+    }
+    return help.str();
+}
+
+std::string KeyHelp() {
+    std::map<std::int32_t, std::string> names;
+    for (const auto& profile : platform::common::DeviceProfiles()) {
+        for (const auto& key : profile.Keys)
+            names.emplace(key.Code, key.Name);
+    }
+    std::string help;
+    for (const auto& [code, name] : names)
+        help += (help.empty() ? "" : ", ") + std::to_string(code) + " " + name;
+    return help;
+}
+
 std::string Footer() {
-    return "Commands, one a line, from SCRIPT or standard input:\n" + CommandHelp() + R"(
+    return "Devices, each of whose figures an option of its own overrides; a type without a row is as \"other\":\n" +
+           DeviceHelp() + "\nKeys: " + KeyHelp() + ".\n\nCommands, one a line, from SCRIPT or standard input:\n" +
+           CommandHelp() + R"(
 TEXT is the rest of the line as it stands or, where it begins with a double quote, a JSON string. Empty lines and lines
 that begin with # are skipped.
 
@@ -144,18 +189,14 @@ Exit status: 0 the program or the input ended, 1 a run-time failure, 2 wrong usa
 
 void Describe(CLI::App& app, Words& words) {
     app.add_option("SCRIPT", words.Script, "File with the commands; standard input without one");
-    app.add_option("--device", words.DeviceType,
-                   "Device type that the platform reports: 0 desktop, 1 Palm OS, "
-                   "3 and 7 Windows Mobile, 5 and 9 Symbian S60, 6 Symbian UIQ")
-        ->check(CLI::Range(0, 32767))
-        ->capture_default_str();
-    app.add_option("--os-version", words.OsVersion, "Version text of the operating system")->capture_default_str();
+    app.add_option("--device", words.Device, "Device type that the platform reports, or a name of the table below [0]");
+    app.add_option("--os-version", words.OsVersion, "Version text of the operating system [that of the device]");
     app.add_option("--user", words.User, "User name")->capture_default_str();
-    app.add_option("--screen", words.Screen,
-                   "Working area in pixels, WxH [640x480 for type 0, 160x160 for type 1, else 240x320]");
+    app.add_option("--screen", words.Screen, "Working area in pixels, WxH [that of the device]");
     app.add_option("--root", words.Root, "Host folder that holds all the device's storage [$XDG_DATA_HOME/quorin]");
     app.add_option("--volume", words.Volumes,
-                   "A storage volume and its space in kilobytes, ROOT=KB, or ROOT=fail; repeatable, in order")
+                   "A storage volume and its space in kilobytes, ROOT=KB, or ROOT=fail; repeatable, in order [that of "
+                   "the device]")
         ->expected(1)
         ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
     app.add_option("--settings", words.Settings, "Settings file [settings.ini in the root folder]");

@@ -7,13 +7,28 @@ namespace {
 
 class FailingStream final : public TextStream {
 public:
-    FailingStream(std::unique_ptr<TextStream> inner, WriteFaults& faults) : Inner(std::move(inner)), Faults(faults) {}
+    FailingStream(std::unique_ptr<TextStream> inner, DiskFaults& faults) : Inner(std::move(inner)), Faults(faults) {}
 
     std::int64_t Position() const override { return Inner->Position(); }
     std::int64_t Size() const override { return Inner->Size(); }
     ErrorNumber Seek(std::int64_t offset, Origin origin) override { return Inner->Seek(offset, origin); }
-    ErrorNumber ReadLine(Text& line) override { return Inner->ReadLine(line); }
-    std::int64_t SkipLines(std::int64_t most) override { return Inner->SkipLines(most); }
+
+    ErrorNumber ReadLine(Text& line) override {
+        if (!Faults.StrikeRead())
+            return Inner->ReadLine(line);
+        line.clear();
+        return DeviceFailed;
+    }
+
+    /// Half of the lines are passed over before the disk fails: what was passed must not be taken for all there is.
+    ErrorNumber SkipLines(std::int64_t most, std::int64_t& passed) override {
+        if (!Faults.StrikeRead())
+            return Inner->SkipLines(most, passed);
+        const std::int64_t start = Inner->Position();
+        if (Inner->SkipLines(most, passed) == NoError && Inner->Seek(start, Origin::Start) == NoError)
+            static_cast<void>(Inner->SkipLines(passed / 2, passed));
+        return DeviceFailed;
+    }
 
     ErrorNumber WriteLine(const Text& line) override {
         if (Faults.Strike())
@@ -32,21 +47,21 @@ public:
 
 private:
     std::unique_ptr<TextStream> Inner;
-    WriteFaults& Faults;
+    DiskFaults& Faults;
     bool Wrote = false;
 };
 
 } // namespace
 
-bool WriteFaults::Strike() {
-    if (Left == 0)
+bool DiskFaults::Strikes(Count& count) {
+    if (count.Left == 0)
         return false;
-    if (Good > 0) {
-        --Good;
+    if (count.Good > 0) {
+        --count.Good;
         return false;
     }
-    if (Left > 0)
-        --Left;
+    if (count.Left > 0)
+        --count.Left;
     return true;
 }
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Storage whose disk is full when it is told so: each class forwards to a real one and fails the writes that are due to
-// fail. The real ones know nothing of it.
+// Storage whose disk is full, or can't be read, when it is told so: each class forwards to a real one and fails what is
+// due to fail. The real ones know nothing of it.
 #pragma once
 
 #include "view/platform/device.h"
@@ -10,27 +10,34 @@
 
 namespace platform::common {
 
-/// Shared by all that write to one disk. Counted is each line written, each closing of a stream that wrote, each stream
-/// made anew, file copied and folder made; of a database its making, each declaring, adding, writing, committing and
-/// deleting of a record and each end of a batch; each setting saved. Reading and deleting files never fail.
-class WriteFaults {
+/// Shared by all that use one disk. Counted as a write is each line written, each closing of a stream that wrote, each
+/// stream made anew, file copied and folder made; of a database its making, each declaring, adding, writing, committing
+/// and deleting of a record and each end of a batch; each setting saved. Counted as a read is each line read, or run of
+/// lines passed over, of a text file. Deleting files never fails.
+class DiskFaults {
 public:
     /// The next `writes` write operations fail; -1 means all from now on, 0 none. `good` of them pass before that.
-    void FailNext(std::int32_t writes, std::int32_t good = 0) {
-        Left = writes;
-        Good = good;
-    }
-    /// Whether the write operation at hand is to fail, and counts it.
-    bool Strike();
+    void FailNext(std::int32_t writes, std::int32_t good = 0) { Writes = {writes, good}; }
+    /// The same for reads.
+    void FailNextReads(std::int32_t reads, std::int32_t good = 0) { Reads = {reads, good}; }
+    /// Whether the operation at hand is to fail, and counts it.
+    bool Strike() { return Strikes(Writes); }
+    bool StrikeRead() { return Strikes(Reads); }
 
 private:
-    std::int32_t Left = 0;
-    std::int32_t Good = 0;
+    struct Count {
+        std::int32_t Left = 0; ///< that are to fail; -1 for all
+        std::int32_t Good = 0; ///< that pass before
+    };
+    static bool Strikes(Count& count);
+
+    Count Writes;
+    Count Reads;
 };
 
 class FailingFileSystem final : public FileSystem {
 public:
-    FailingFileSystem(FileSystem& inner, WriteFaults& faults) : Inner(inner), Faults(faults) {}
+    FailingFileSystem(FileSystem& inner, DiskFaults& faults) : Inner(inner), Faults(faults) {}
 
     ErrorNumber OpenFolder(const Text& path, bool create, std::unique_ptr<Folder>& folder) override;
     ErrorNumber OpenStream(const Text& fullName, StreamMode mode, std::unique_ptr<TextStream>& stream) override;
@@ -39,12 +46,12 @@ public:
 
 private:
     FileSystem& Inner;
-    WriteFaults& Faults;
+    DiskFaults& Faults;
 };
 
 class FailingDatabase final : public RecordDatabase {
 public:
-    FailingDatabase(RecordDatabase& inner, WriteFaults& faults) : Inner(inner), Faults(faults) {}
+    FailingDatabase(RecordDatabase& inner, DiskFaults& faults) : Inner(inner), Faults(faults) {}
 
     DatabaseId Open(const Text& name, std::int32_t mode) override;
     DatabaseId Create(const Text& name, std::int32_t typeCode, std::int32_t creatorCode) override;
@@ -86,20 +93,20 @@ private:
     DatabaseId InnerId(DatabaseId database) const;
 
     RecordDatabase& Inner;
-    WriteFaults& Faults;
+    DiskFaults& Faults;
     std::map<DatabaseId, OpenDatabase> OpenOnes;
 };
 
 class FailingSettings final : public Settings {
 public:
-    FailingSettings(Settings& inner, WriteFaults& faults) : Inner(inner), Faults(faults) {}
+    FailingSettings(Settings& inner, DiskFaults& faults) : Inner(inner), Faults(faults) {}
 
     Text Get(const Text& application, const Text& section, const Text& key, const Text& byDefault) const override;
     ErrorNumber Save(const Text& application, const Text& section, const Text& key, const Text& value) override;
 
 private:
     Settings& Inner;
-    WriteFaults& Faults;
+    DiskFaults& Faults;
 };
 
 } // namespace platform::common

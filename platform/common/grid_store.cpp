@@ -18,8 +18,10 @@ Text GridStore::Cell(std::int32_t row, std::int32_t col) const {
 }
 
 void GridStore::SetCell(std::int32_t row, std::int32_t col, const Text& text) {
-    if (HasRow(row) && HasCol(col))
-        At(row).Cells[static_cast<std::size_t>(col)] = text;
+    if (!HasRow(row) || !HasCol(col) || Cell(row, col) == text)
+        return;
+    At(row).Cells[static_cast<std::size_t>(col)] = text;
+    Changed();
 }
 
 void GridStore::SetRows(std::int32_t rows) {
@@ -42,6 +44,7 @@ void GridStore::PullBack() {
     CurrentRow = std::clamp(CurrentRow, 0, std::max(Rows() - 1, 0));
     CurrentCol = std::clamp(CurrentCol, 0, std::max(Cols() - 1, 0));
     FirstOnPage = std::clamp(FirstOnPage, 0, std::max(Rows() - 1, 0));
+    Changed();
 }
 
 void GridStore::SetRow(std::int32_t row) {
@@ -61,8 +64,10 @@ void GridStore::SetCurrentCell(std::int32_t row, std::int32_t col) {
     CurrentCol = col;
     PaintRows(std::min(oldRow, row), std::max(oldRow, row));
     ScrollTo(row);
-    if (changed)
-        Announce();
+    if (!changed)
+        return;
+    Changed();
+    Announce();
 }
 
 void GridStore::Announce() {
@@ -97,8 +102,10 @@ std::int32_t GridStore::NearestShownRow() const {
 }
 
 void GridStore::SetTopRow(std::int32_t row) {
-    if (HasRow(row))
-        FirstOnPage = row;
+    if (!HasRow(row) || row == FirstOnPage)
+        return;
+    FirstOnPage = row;
+    Changed();
 }
 
 std::int32_t GridStore::RowHeight(std::int32_t row) const {
@@ -108,7 +115,10 @@ std::int32_t GridStore::RowHeight(std::int32_t row) const {
 void GridStore::SetRowHeight(std::int32_t row, std::int32_t height) {
     if (!HasRow(row))
         return;
+    if (At(row).Height == std::max(height, 0))
+        return;
     At(row).Height = std::max(height, 0);
+    Changed();
     if (row == CurrentRow)
         LeaveHiddenRow();
 }
@@ -118,8 +128,10 @@ std::int32_t GridStore::ColWidth(std::int32_t col) const {
 }
 
 void GridStore::SetColWidth(std::int32_t col, std::int32_t width) {
-    if (HasCol(col))
-        Widths[static_cast<std::size_t>(col)] = std::max(width, 0);
+    if (!HasCol(col) || ColWidth(col) == std::max(width, 0))
+        return;
+    Widths[static_cast<std::size_t>(col)] = std::max(width, 0);
+    Changed();
 }
 
 std::int32_t GridStore::HeightBetween(std::int32_t from, std::int32_t to) const {
@@ -130,15 +142,31 @@ std::int32_t GridStore::HeightBetween(std::int32_t from, std::int32_t to) const 
 }
 
 bool GridStore::RowOnScreen(std::int32_t row) const {
-    return HasRow(row) && row >= FirstOnPage && static_cast<float>(HeightBetween(FirstOnPage, row)) <= Place.Height;
+    if (!HasRow(row) || row < FirstOnPage)
+        return false;
+    std::int32_t height = 0; // no further than the page: a list may have any number of rows
+    for (std::int32_t r = FirstOnPage; r <= row; ++r) {
+        height += At(r).Height;
+        if (static_cast<float>(height) > Place.Height)
+            return false;
+    }
+    return true;
 }
 
 /// Brings the current row onto the page, by as little as it takes.
 void GridStore::ScrollTo(std::int32_t row) {
-    FirstOnPage = std::min(FirstOnPage, row);
-    std::int32_t height = HeightBetween(FirstOnPage, row);
-    while (FirstOnPage<row&& static_cast<float>(height)> Place.Height)
-        height -= At(FirstOnPage++).Height;
+    std::int32_t top = std::min(FirstOnPage, row);
+    std::int32_t height = HeightBetween(top, row);
+    while (top<row&& static_cast<float>(height)> Place.Height)
+        height -= At(top++).Height;
+    SetTopRow(top);
+}
+
+void GridStore::SetBounds(const Box& box) {
+    if (box == Place)
+        return;
+    Place = box;
+    Changed();
 }
 
 void GridStore::SetVisible(bool visible) {
@@ -151,36 +179,73 @@ void GridStore::SetVisible(bool visible) {
     LeaveHiddenRow();
 }
 
+void GridStore::SetFontName(const Text& name) {
+    if (name == Font)
+        return;
+    Font = name;
+    Changed();
+}
+
 void GridStore::SetFontSize(std::int32_t size) {
-    if (size >= 1 && size <= LargestFont)
-        Size = size;
+    if (size < 1 || size > LargestFont || size == Size)
+        return;
+    Size = size;
+    Changed();
 }
 
 bool GridStore::Offers(std::int32_t row, std::int32_t col) const {
     return HasRow(row) && HasCol(col) && At(row).Height > 0;
 }
 
+void GridStore::Changed() {
+    if (Painting)
+        ChangedByPainting = true;
+    else
+        LooksChanged();
+}
+
 void GridStore::PaintPage() {
-    std::int32_t last = FirstOnPage;
-    while (last + 1 < Rows() && static_cast<float>(HeightBetween(FirstOnPage, last)) < Place.Height)
-        ++last;
-    PaintRows(FirstOnPage, last);
+    if (Painting)
+        return;
+    ChangedByPainting = false;
+    PaintRowsOfPage();
+    if (ChangedByPainting)
+        PaintRowsOfPage();
+}
+
+/// The page may get longer while it is painted, as rows of hidden fields give their height away.
+void GridStore::PaintRowsOfPage() {
+    Painting = true;
+    std::int32_t y = 0;
+    for (std::int32_t row = FirstOnPage; row < Rows() && static_cast<float>(y) < Place.Height; ++row) {
+        PaintRow(row, y);
+        y += RowHeight(row);
+    }
+    Painting = false;
+}
+
+/// Where a row begins, in pixels from the head of the page; 0 for one above it.
+std::int32_t GridStore::TopOf(std::int32_t row) const {
+    return row > FirstOnPage ? HeightBetween(FirstOnPage, row - 1) : 0;
 }
 
 void GridStore::PaintRows(std::int32_t from, std::int32_t to) {
     if (Painting)
         return;
     Painting = true;
-    for (std::int32_t row = from; row <= to && row < Rows(); ++row)
-        PaintRow(row);
+    std::int32_t y = TopOf(from);
+    for (std::int32_t row = from; row <= to && row < Rows(); ++row) {
+        PaintRow(row, y);
+        if (row >= FirstOnPage)
+            y += RowHeight(row);
+    }
     Painting = false;
 }
 
-void GridStore::PaintRow(std::int32_t row) {
+void GridStore::PaintRow(std::int32_t row, std::int32_t y) {
     CellToPaint cell;
     cell.Row = row;
-    if (row > FirstOnPage)
-        cell.Y = HeightBetween(FirstOnPage, row - 1);
+    cell.Y = y;
     // A row without a height does not come on screen: painting it would make a hidden row grow again whose text wraps.
     for (std::int32_t col = 0; col < Cols() && RowHeight(row) > 0; ++col) {
         cell.Col = col;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // What every back-end's grid has in common: the cells, the current one, scrolling, and the events that come of them. A
-// back-end derives from it, raises the events and does the painting.
+// back-end derives from it, raises the events and does the painting: a cell at once whenever the selection passes it,
+// and what stands on the page once the grid has come to look different.
 #pragma once
 
 #include "view/platform/grid.h"
@@ -44,18 +45,19 @@ public:
     void SetDefaultRowHeight(std::int32_t height) override { NewRowHeight = height; }
 
     bool RowOnScreen(std::int32_t row) const override;
+    std::int32_t GridMode() const { return Mode; }
     void SetGridMode(std::int32_t mode) override { Mode = mode; }
     void Recalc() override {}
 
     Box Bounds() const override { return Place; }
-    void SetBounds(const Box& box) override { Place = box; }
+    void SetBounds(const Box& box) override;
     bool Visible() const override { return Shown; }
     void SetVisible(bool visible) override;
     bool Enabled() const override { return Usable; }
     void SetEnabled(bool enabled) override { Usable = enabled; }
 
     Text FontName() const override { return Font; }
-    void SetFontName(const Text& name) override { Font = name; }
+    void SetFontName(const Text& name) override;
     std::int32_t FontSize() const override { return Size; }
     void SetFontSize(std::int32_t size) override;
 
@@ -64,8 +66,14 @@ public:
 
 protected:
     virtual void RowColChanged() = 0;
-    /// Paints one cell. It may set widths and heights; a wish to paint that comes of it is let pass.
+    /// Paints one cell. It may set widths and heights.
     virtual void PaintCell(const CellToPaint& cell) = 0;
+    /// The grid looks different from now on: PaintPage is wanted, as soon as the back-end comes to it.
+    virtual void LooksChanged() = 0;
+
+    /// Paints the rows on the page, and once more when that has changed a size or the selection. Never a third time:
+    /// two columns that wrap in one row take turns at its height for ever.
+    void PaintPage();
 
 private:
     struct Line {
@@ -83,9 +91,11 @@ private:
     std::int32_t NearestShownRow() const;
     void ScrollTo(std::int32_t row);
     std::int32_t HeightBetween(std::int32_t from, std::int32_t to) const;
+    std::int32_t TopOf(std::int32_t row) const;
     void PaintRows(std::int32_t from, std::int32_t to);
-    void PaintRow(std::int32_t row);
-    void PaintPage();
+    void PaintRowsOfPage();
+    void PaintRow(std::int32_t row, std::int32_t y);
+    void Changed();
 
     std::vector<Line> Lines;
     std::vector<std::int32_t> Widths;
@@ -101,6 +111,7 @@ private:
     std::int32_t Size = 0;
     int Announcing = 0; ///< handlers of a move that have not come back yet
     bool Painting = false;
+    bool ChangedByPainting = false;
 };
 
 } // namespace platform::common

@@ -154,12 +154,16 @@ ErrorNumber HostTextStream::ReadLine(Text& line) {
     }
 }
 
-std::int64_t HostTextStream::SkipLines(std::int64_t most) {
+ErrorNumber HostTextStream::SkipLines(std::int64_t most, std::int64_t& passed) {
     std::int64_t count = 0;
     bool insideLine = false;
     while (count < most && Place < Length) {
         std::string_view bytes;
-        if (Ahead(bytes) != NoError || bytes.empty())
+        if (const ErrorNumber error = Ahead(bytes); error != NoError) {
+            passed = count;
+            return error;
+        }
+        if (bytes.empty())
             break;
         const std::size_t before = bytes.size();
         while (count < most && !bytes.empty()) {
@@ -170,7 +174,8 @@ std::int64_t HostTextStream::SkipLines(std::int64_t most) {
         }
         Place += static_cast<std::int64_t>(before - bytes.size());
     }
-    return insideLine ? count + 1 : count;
+    passed = insideLine ? count + 1 : count; // the last line may lack its end
+    return NoError;
 }
 
 /// The line end that the last line lacks, when it is the end of the file that is written to.

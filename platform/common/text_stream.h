@@ -28,7 +28,7 @@ public:
     /// A place outside the file is refused, and the position stays.
     ErrorNumber Seek(std::int64_t offset, Origin origin) override;
     ErrorNumber ReadLine(Text& line) override;
-    std::int64_t SkipLines(std::int64_t most) override;
+    ErrorNumber SkipLines(std::int64_t most, std::int64_t& passed) override;
     ErrorNumber WriteLine(const Text& line) override;
     ErrorNumber Close() override;
 

@@ -55,7 +55,19 @@ std::optional<CalendarDate> DateFromText(const std::string& text) {
     if (!IsDigits(text, "9999-99-99") || !SecondsOf(PartsFrom(text)))
         return std::nullopt;
     const std::tm parts = PartsFrom(text);
+    if (parts.tm_year + 1900 < 1)
+        return std::nullopt;
     return CalendarDate{parts.tm_year + 1900, parts.tm_mon + 1, parts.tm_mday};
+}
+
+CalendarDate DaysLater(const CalendarDate& date, std::int32_t days) {
+    std::tm parts{};
+    parts.tm_year = date.Year - 1900;
+    parts.tm_mon = date.Month - 1;
+    parts.tm_mday = date.Day + days;
+    timegm(&parts);
+    const CalendarDate later{parts.tm_year + 1900, parts.tm_mon + 1, parts.tm_mday};
+    return later.Year >= 1 && later.Year <= 9999 ? later : date;
 }
 
 DateTime HeadlessClock::Now() const {

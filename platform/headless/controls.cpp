@@ -1,21 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "platform/headless/controls.h"
 
+#include "platform/headless/clock.h"
+#include "platform/headless/key_codes.h"
+
+#include <algorithm>
+
 namespace platform::headless {
 
 namespace {
-
-/// Painting is for its effects on the layout alone: nobody sees it.
-class BlindCanvas final : public CellCanvas {
-public:
-    void SetForeColor(std::int32_t) override {}
-    void SetBackColor(std::int32_t) override {}
-    void FrameRect(std::int32_t, std::int32_t, std::int32_t, std::int32_t) override {}
-    void ClearCell() override {}
-    void DrawLine(std::int32_t, std::int32_t, const Text&) override {}
-    void DrawBox(std::int32_t, std::int32_t, std::int32_t, std::int32_t, std::int32_t, std::int32_t,
-                 const Text&) override {}
-};
 
 constexpr std::int32_t CurrentCell = -1; // the `selected` of a draw-cell event
 
@@ -31,32 +24,78 @@ Box HeadlessForm::ClientArea() const {
     return {0, 0, form.Width, form.Height};
 }
 
-void HeadlessTextBox::SetContents(const Text& text) {
-    if (text == Value)
-        return;
-    Value = text;
-    if (Change)
+void HeadlessTextBox::RaiseChange(const Text& old) {
+    if (Contents() != old && Change)
         Change();
 }
 
-void HeadlessTextBox::Select(std::int32_t position, std::int32_t length) {
-    Caret = position;
-    Selected = length;
+void HeadlessTextBox::SetContents(const Text& text) {
+    const Text old = Contents();
+    Edited.Set(text);
+    RaiseChange(old);
 }
 
-void HeadlessComboBox::Select(std::int32_t position, std::int32_t length) {
-    Caret = position;
-    Selected = length;
+void HeadlessTextBox::ActOnKey(std::int32_t keyCode) {
+    if (keyCode == KeyLeft || keyCode == KeyRight)
+        Edited.MoveCaret(keyCode == KeyLeft ? -1 : 1);
+}
+
+void HeadlessTextBox::EnterCharacter(TextView character) {
+    const Text old = Contents();
+    Edited.Enter(character, Lines);
+    RaiseChange(old);
+}
+
+void HeadlessTextBox::ReplaceText(const Text& text) {
+    SetContents(text);
+    Edited.Select(static_cast<std::int32_t>(text.size()), 0);
 }
 
 void HeadlessComboBox::Clear() {
     Entries.clear();
-    Value.clear();
+    Edited.Set(u"");
 }
 
 void HeadlessComboBox::RemoveItem(std::int32_t index) {
     if (index >= 0 && index < ItemCount())
         Entries.erase(Entries.begin() + index);
+}
+
+void HeadlessComboBox::ActOnKey(std::int32_t keyCode) {
+    if (keyCode == KeyLeft || keyCode == KeyRight)
+        Edited.MoveCaret(keyCode == KeyLeft ? -1 : 1);
+    if (keyCode != KeyUp && keyCode != KeyDown)
+        return;
+    const auto found = std::find(Entries.begin(), Entries.end(), Contents());
+    const auto place = found == Entries.end() ? -1 : static_cast<std::int32_t>(found - Entries.begin());
+    const std::int32_t next = place + (keyCode == KeyDown ? 1 : -1);
+    if (next >= 0 && next < ItemCount())
+        ReplaceText(Entries[static_cast<std::size_t>(next)]);
+}
+
+void HeadlessComboBox::ReplaceText(const Text& text) {
+    Edited.Set(text);
+    Edited.Select(static_cast<std::int32_t>(text.size()), 0);
+}
+
+void HeadlessDatePicker::ActOnKey(std::int32_t keyCode) {
+    constexpr std::int32_t Week = 7;
+    switch (keyCode) {
+    case KeyLeft:
+        Chosen = DaysLater(Chosen, -1);
+        break;
+    case KeyRight:
+        Chosen = DaysLater(Chosen, 1);
+        break;
+    case KeyUp:
+        Chosen = DaysLater(Chosen, -Week);
+        break;
+    case KeyDown:
+        Chosen = DaysLater(Chosen, Week);
+        break;
+    default:
+        break;
+    }
 }
 
 void HeadlessListBox::Clear() {
@@ -96,10 +135,69 @@ void HeadlessGrid::RowColChanged() {
         Moved();
 }
 
+void HeadlessGrid::ActOnKey(std::int32_t keyCode) {
+    if (!Enabled())
+        return;
+    switch (keyCode) {
+    case KeyUp:
+        SetRow(Row() - 1); // a row or a column outside of the grid is not taken
+        break;
+    case KeyDown:
+        SetRow(Row() + 1);
+        break;
+    case KeyLeft:
+        SetCol(Col() - 1);
+        break;
+    case KeyRight:
+        SetCol(Col() + 1);
+        break;
+    case KeyPageUp:
+        TurnPage(-1);
+        break;
+    case KeyPageDown:
+        TurnPage(1);
+        break;
+    default:
+        break;
+    }
+}
+
+/// By as many rows as stand whole on the page, and never past the last one.
+void HeadlessGrid::TurnPage(std::int32_t step) {
+    if (!TurnsPages)
+        return;
+    std::int32_t onPage = 0;
+    while (RowOnScreen(TopRow() + onPage))
+        ++onPage;
+    const std::int32_t rows = std::max(onPage, 1);
+    const std::int32_t lastTop = std::max(Rows() - rows, 0);
+    SetTopRow(std::clamp(TopRow() + step * rows, 0, lastTop));
+}
+
+const CellPicture* HeadlessGrid::Picture(std::int32_t row, std::int32_t col) const {
+    const auto found = Pictures.find({row, col});
+    return found != Pictures.end() ? &found->second : nullptr;
+}
+
+bool HeadlessGrid::RaiseWhatIsPending() {
+    if (!PaintWanted || !Visible())
+        return false;
+    PaintWanted = false;
+    Pictures.clear();
+    PaintPage();
+    return true;
+}
+
 void HeadlessGrid::PaintCell(const common::CellToPaint& cell) {
-    BlindCanvas canvas;
+    RecordingCanvas canvas;
     if (DrawCell != nullptr)
         DrawCell(canvas, cell.Row, cell.Col, cell.X, cell.Y, cell.Width, cell.Height, cell.Current ? CurrentCell : 0);
+    if (!Visible())
+        return; // painted for its effect on the sizes
+    if (canvas.Picture())
+        Pictures[{cell.Row, cell.Col}] = *canvas.Picture();
+    else
+        Pictures.erase({cell.Row, cell.Col});
 }
 
 } // namespace platform::headless

@@ -1,13 +1,18 @@
 // SPDX-License-Identifier: MIT
-// The controls of a form that nobody sees: they keep what is set and raise the events of the seam.
+// The controls of a form without a window: they keep what is set and what is drawn, and raise the events of the seam.
 #pragma once
 
 #include "platform/common/grid_store.h"
+#include "platform/headless/cell_picture.h"
+#include "platform/headless/edited_text.h"
+#include "platform/headless/event_loop.h"
 #include "platform/headless/focus.h"
 #include "view/platform/controls.h"
 #include "view/platform/painting.h"
 
 #include <functional>
+#include <map>
+#include <utility>
 #include <vector>
 
 namespace platform::headless {
@@ -71,39 +76,48 @@ private:
 class HeadlessTextBox final : public BasicFontControl<TextBox> {
 public:
     using BasicFontControl::BasicFontControl;
-    Text Contents() const override { return Value; }
+    Text Contents() const override { return Edited.Contents(); }
     void SetContents(const Text& text) override;
     bool MultiLine() const override { return Lines; }
     void SetMultiLine(bool multiLine) override { Lines = multiLine; }
-    void Select(std::int32_t position, std::int32_t length) override;
+    void Select(std::int32_t position, std::int32_t length) override { Edited.Select(position, length); }
+
+    void ActOnKey(std::int32_t keyCode) override;
+    bool TakesText() const override { return true; }
+    void EnterCharacter(TextView character) override;
+    void ReplaceText(const Text& text) override;
 
     std::function<void()> Change;
 
 private:
-    Text Value;
+    void RaiseChange(const Text& old);
+
+    EditedText Edited;
     bool Lines = false;
-    std::int32_t Caret = 0;
-    std::int32_t Selected = 0;
 };
 
 class HeadlessComboBox final : public BasicFontControl<ComboBox> {
 public:
     using BasicFontControl::BasicFontControl;
-    Text Contents() const override { return Value; }
-    void SetContents(const Text& text) override { Value = text; }
-    void Select(std::int32_t position, std::int32_t length) override;
+    Text Contents() const override { return Edited.Contents(); }
+    void SetContents(const Text& text) override { Edited.Set(text); }
+    void Select(std::int32_t position, std::int32_t length) override { Edited.Select(position, length); }
     void Clear() override;
     void AddItem(const Text& item) override { Entries.push_back(item); }
     void RemoveItem(std::int32_t index) override;
     std::int32_t ItemCount() const override { return static_cast<std::int32_t>(Entries.size()); }
 
+    /// Up and down choose the item before or behind the one that the text equals.
+    void ActOnKey(std::int32_t keyCode) override;
+    bool TakesText() const override { return true; }
+    void EnterCharacter(TextView character) override { Edited.Enter(character, false); }
+    void ReplaceText(const Text& text) override;
+
     const std::vector<Text>& Items() const { return Entries; }
 
 private:
-    Text Value;
+    EditedText Edited;
     std::vector<Text> Entries;
-    std::int32_t Caret = 0;
-    std::int32_t Selected = 0;
 };
 
 class HeadlessDatePicker final : public BasicControl<DatePicker> {
@@ -111,6 +125,8 @@ public:
     using BasicControl::BasicControl;
     CalendarDate Date() const override { return Chosen; }
     void SetDate(const CalendarDate& date) override { Chosen = date; }
+    /// Left and right go a day back and on, up and down a week.
+    void ActOnKey(std::int32_t keyCode) override;
 
 private:
     CalendarDate Chosen;
@@ -174,20 +190,36 @@ private:
 using DrawCellHandler = void (*)(CellCanvas&, std::int32_t row, std::int32_t col, std::int32_t x, std::int32_t y,
                                  std::int32_t width, std::int32_t height, std::int32_t selected);
 
-class HeadlessGrid final : public common::GridStore, public FocusTarget {
+/// Paints itself when the loop handles what is due, as a grid in a window does.
+class HeadlessGrid final : public common::GridStore, public FocusTarget, public EventSource {
 public:
     HeadlessGrid(Focus& focus, const char* name) : FocusOfForm(focus) { Name = name; }
     void SetVisible(bool visible) override;
     void SetFocus() override;
 
+    /// The arrows move the current cell; the page keys turn the page where the device's grids do so.
+    void ActOnKey(std::int32_t keyCode) override;
+
+    /// What was last painted of a cell that stands on the page; nothing where nothing was.
+    const CellPicture* Picture(std::int32_t row, std::int32_t col) const;
+
+    int Descriptor() override { return -1; }
+    bool RaiseWhatIsPending() override;
+
+    bool TurnsPages = false;
     void (*Moved)() = nullptr;
     DrawCellHandler DrawCell = nullptr;
 
 private:
     void RowColChanged() override;
     void PaintCell(const common::CellToPaint& cell) override;
+    void LooksChanged() override { PaintWanted = true; }
+
+    void TurnPage(std::int32_t step);
 
     Focus& FocusOfForm;
+    bool PaintWanted = false;
+    std::map<std::pair<std::int32_t, std::int32_t>, CellPicture> Pictures; ///< by row and column
 };
 
 } // namespace platform::headless

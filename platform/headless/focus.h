@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
-// Which control has the focus, and the events that come of its moving.
+// Which control has the focus, what the keyboard can do to it, and the events that come of the focus moving.
 #pragma once
+
+#include "text/text.h"
 
 #include <functional>
 
@@ -8,6 +10,16 @@ namespace platform::headless {
 
 /// A control that can have the focus.
 struct FocusTarget {
+    virtual ~FocusTarget() = default;
+
+    /// The control's own answer to a key that the form has not swallowed.
+    virtual void ActOnKey(std::int32_t) {}
+    virtual bool TakesText() const { return false; }
+    /// One character as typed, which is two units long outside of the first 65,536; backspace is character 8.
+    virtual void EnterCharacter(TextView) {}
+    /// The person has replaced all of the text.
+    virtual void ReplaceText(const Text&) {}
+
     const char* Name = ""; ///< as the form calls it
     std::function<void()> GotFocus;
     std::function<void()> LostFocus;
@@ -15,6 +27,7 @@ struct FocusTarget {
 
 class Focus {
 public:
+    FocusTarget* Holder() { return Current; }
     const FocusTarget* Holder() const { return Current; }
 
     void MoveTo(FocusTarget& target) {

@@ -11,11 +11,6 @@ constexpr std::int64_t LongPress = 1500; // milliseconds
 
 const Refusal Done;
 
-/// A message box takes all of the form's input.
-Refusal FormRefusal(const HeadlessPlatform& device) {
-    return device.boxes.Current() != nullptr ? "a message box is open" : Done;
-}
-
 Refusal CellRefusal(const HeadlessPlatform& device, std::int32_t row, std::int32_t col) {
     if (const Refusal refusal = FormRefusal(device); !refusal.empty())
         return refusal;
@@ -88,6 +83,10 @@ void OpenAndClick(std::int32_t menu, std::int32_t item) {
 
 } // namespace
 
+Refusal FormRefusal(const HeadlessPlatform& device) {
+    return device.boxes.Current() != nullptr ? "a message box is open" : Done;
+}
+
 Refusal Tap(HeadlessPlatform& device, std::int32_t row, std::int32_t col) {
     if (const Refusal refusal = CellRefusal(device, row, col); !refusal.empty())
         return refusal;
@@ -145,15 +144,10 @@ Refusal Choose(HeadlessPlatform& device, const Text& caption) {
 Refusal SetInput(HeadlessPlatform& device, const Text& text) {
     if (const Refusal refusal = FormRefusal(device); !refusal.empty())
         return refusal;
-    const FocusTarget* holder = device.focus.Holder();
-    if (holder == &device.txtInputField)
-        device.txtInputField.SetContents(text);
-    else if (holder == &device.cboInputField)
-        device.cboInputField.SetContents(text);
-    else if (holder == &device.cbotxtInputField)
-        device.cbotxtInputField.SetContents(text);
-    else
-        return "no input control has the focus";
+    FocusTarget* const holder = device.focus.Holder();
+    if (holder == nullptr || !holder->TakesText())
+        return NoInputControl;
+    holder->ReplaceText(text);
     return Done;
 }
 

@@ -10,6 +10,11 @@ namespace platform::headless {
 
 using Refusal = std::string;
 
+inline constexpr const char* NoInputControl = "no input control has the focus";
+
+/// Why the form takes no input at all: a message box takes it.
+Refusal FormRefusal(const HeadlessPlatform& device);
+
 /// A short tap on a cell of grdMain: the focus and the selection move there, press, release.
 Refusal Tap(HeadlessPlatform& device, std::int32_t row, std::int32_t col);
 /// The same with 1.5 seconds between press and release.

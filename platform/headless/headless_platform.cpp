@@ -22,7 +22,14 @@ HeadlessClock ClockFor(const DeviceOptions& options) {
 std::vector<common::HostVolume> VolumesFor(const DeviceOptions& options) {
     if (!options.Volumes.empty())
         return options.Volumes;
-    return {{DefaultVolume(options.DeviceType), DefaultVolumeKB}};
+    return {common::ProfileOfType(options.DeviceType).Volume};
+}
+
+HeadlessSystem SystemFor(const DeviceOptions& options) {
+    const common::DeviceProfile& profile = common::ProfileOfType(options.DeviceType);
+    const Text version = modStringTools::FromBytes(profile.OsVersion);
+    return {options.DeviceType, options.OsVersion.value_or(version), options.User,
+            options.Screen.value_or(profile.Screen)};
 }
 
 std::string SettingsFor(const DeviceOptions& options) {
@@ -38,12 +45,10 @@ std::array<MenuItem*, MenuItemCount> Pointers(std::array<HeadlessMenuItem, MenuI
 HeadlessPlatform::HeadlessPlatform(const DeviceOptions& options, CommandSource& commands, Watcher& watcher)
     : clock(ClockFor(options)), loop(clock, commands), tmrBlue(loop, LinkInterval, true, frmQuorin::tmrBlue_Tick),
       tmrHoldEvent(loop, HoldInterval, false, frmQuorin::tmrHoldEvent_Tick),
-      tmrMenus(loop, RepaintInterval, false, frmQuorin::tmrMenus_Tick),
-      system(options.DeviceType, options.OsVersion, options.User,
-             options.Screen.value_or(DefaultScreen(options.DeviceType))),
-      keys(watcher), serial(options.Ports, frmQuorin::serConnection_Receive), tones(watcher), boxes(loop, watcher),
-      runTime(loop), volumes(VolumesFor(options)), hostFiles(common::PathMap(options.Root)), files(hostFiles, faults),
-      hostDatabases(common::PathMap(options.Root)), databases(hostDatabases, faults),
+      tmrMenus(loop, RepaintInterval, false, frmQuorin::tmrMenus_Tick), system(SystemFor(options)),
+      keys(watcher, focus), serial(options.Ports, frmQuorin::serConnection_Receive), tones(watcher),
+      boxes(loop, watcher), runTime(loop), volumes(VolumesFor(options)), hostFiles(common::PathMap(options.Root)),
+      files(hostFiles, faults), hostDatabases(common::PathMap(options.Root)), databases(hostDatabases, faults),
       settingsFile(SettingsFor(options)), settings(settingsFile, faults), record{form,
                                                                                  grdTitle,
                                                                                  grdMain,
@@ -77,6 +82,9 @@ HeadlessPlatform::HeadlessPlatform(const DeviceOptions& options, CommandSource& 
                                                                                  files,
                                                                                  databases} {
     loop.Listen(serial);
+    loop.Listen(keys);
+    loop.Listen(grdTitle);
+    loop.Listen(grdMain);
     DesignControls();
     WireEvents(watcher);
 }
@@ -86,13 +94,14 @@ void HeadlessPlatform::DesignControls() {
         grid->SetFontName(DesignFont);
         grid->SetFontSize(DesignFontSize);
     }
-    const ScreenSize screen = {static_cast<std::int32_t>(system.WorkArea().Width),
-                               static_cast<std::int32_t>(system.WorkArea().Height)};
+    const common::ScreenSize screen = {static_cast<std::int32_t>(system.WorkArea().Width),
+                                       static_cast<std::int32_t>(system.WorkArea().Height)};
     form.SetBounds({0, 0, static_cast<float>(screen.Width) * form.TwipsPerPixelX(),
                     static_cast<float>(screen.Height) * form.TwipsPerPixelY()});
 }
 
 void HeadlessPlatform::WireEvents(Watcher& watcher) {
+    grdMain.TurnsPages = system.DeviceType() == 1;
     grdMain.Moved = frmQuorin::grdMain_RowColChange;
     grdMain.DrawCell = frmQuorin::grdMain_DrawCell;
     grdTitle.Moved = frmQuorin::grdTitle_RowColChange;

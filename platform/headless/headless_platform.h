@@ -20,12 +20,12 @@
 
 namespace platform::headless {
 
-/// What a device is to be. Whatever is left out follows from its type.
+/// What a device is to be. Whatever is left out is that of the profile of its type.
 struct DeviceOptions {
     std::int32_t DeviceType = 0;
-    Text OsVersion = u"5.2";
+    std::optional<Text> OsVersion;
     Text User = u"user";
-    std::optional<ScreenSize> Screen;
+    std::optional<common::ScreenSize> Screen;
     std::string Root; ///< host folder that holds all of the device's storage
     std::vector<common::HostVolume> Volumes;
     std::string Settings; ///< host file; "settings.ini" in the root folder when empty
@@ -73,7 +73,7 @@ public:
     common::NumberSource random;
     HeadlessRunTime runTime;
 
-    common::WriteFaults faults; ///< the disk's
+    common::DiskFaults faults; ///< the disk's
     common::HostVolumes volumes;
     common::HostFileSystem hostFiles;
     common::FailingFileSystem files;

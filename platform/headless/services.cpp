@@ -29,6 +29,23 @@ std::int32_t HeadlessSystem::ScreenDimension() const {
     return std::max(Screen.Width, Screen.Height);
 }
 
+void HeadlessKeys::SendCharacter(std::int32_t character) {
+    Told.CharacterSent(character);
+    Queue.push_back(character);
+}
+
+bool HeadlessKeys::RaiseWhatIsPending() {
+    if (Queue.empty())
+        return false;
+    const std::int32_t character = Queue.front();
+    Queue.pop_front();
+    constexpr std::int32_t CharacterCodes = 256; // above them are the numbers of keys that write nothing
+    FocusTarget* const holder = FocusOfForm.Holder();
+    if (holder != nullptr && character > 0 && character < CharacterCodes)
+        holder->EnterCharacter(Text(1, static_cast<char16_t>(character)));
+    return true;
+}
+
 ErrorNumber HeadlessConnections::Open(const Text&, std::unique_ptr<Connection>& connection) {
     if (Outcome == NoError)
         connection = std::make_unique<Connection>();

@@ -3,11 +3,13 @@
 // they do is told to whoever watches.
 #pragma once
 
+#include "platform/common/device_profiles.h"
 #include "platform/headless/event_loop.h"
-#include "platform/headless/profile.h"
+#include "platform/headless/focus.h"
 #include "view/platform/device.h"
 #include "view/platform/run_time.h"
 
+#include <deque>
 #include <vector>
 
 namespace platform::headless {
@@ -27,7 +29,7 @@ public:
 
 class HeadlessSystem final : public SystemObject {
 public:
-    HeadlessSystem(std::int32_t type, Text version, Text user, ScreenSize screen)
+    HeadlessSystem(std::int32_t type, Text version, Text user, common::ScreenSize screen)
         : Type(type), Version(std::move(version)), User(std::move(user)), Screen(screen) {}
 
     std::int32_t DeviceType() const override { return Type; }
@@ -40,18 +42,25 @@ private:
     std::int32_t Type;
     Text Version;
     Text User;
-    ScreenSize Screen;
+    common::ScreenSize Screen;
 };
 
-class HeadlessKeys final : public HardwareKeys {
+/// A character that is sent waits in the key queue until events are handled; a letter or a control character then goes
+/// to the control that has the focus, any other is for the platform alone.
+class HeadlessKeys final : public HardwareKeys, public EventSource {
 public:
-    explicit HeadlessKeys(Watcher& watcher) : Told(watcher) {}
+    HeadlessKeys(Watcher& watcher, Focus& focus) : Told(watcher), FocusOfForm(focus) {}
     void Grab(std::int32_t keyCode) override { Told.KeyGrabbed(keyCode); }
     void Release(std::int32_t keyCode) override { Told.KeyReleased(keyCode); }
-    void SendCharacter(std::int32_t character) override { Told.CharacterSent(character); }
+    void SendCharacter(std::int32_t character) override;
+
+    int Descriptor() override { return -1; }
+    bool RaiseWhatIsPending() override;
 
 private:
     Watcher& Told;
+    Focus& FocusOfForm;
+    std::deque<std::int32_t> Queue;
 };
 
 class HeadlessConnections final : public ConnectionService {

@@ -68,9 +68,18 @@ void HandOnWithRecord(std::int32_t keyCode) {
 }
 
 void StoreOpenField() {
-    auto& field = Device().txtInputField;
-    if (field.Visible())
-        Device().grdMain.SetCell(Input.EditRow, Input.EditCol, field.Contents());
+    const auto& field = Device().txtInputField;
+    if (!field.Visible())
+        return;
+    const Text text = field.Contents();
+    Device().grdMain.SetCell(Input.EditRow, Input.EditCol, text);
+    modPDAUI::CellEdited(text);
+}
+
+void TellScreenOfArrow(std::int32_t keyCode) {
+    const auto arrowKey = BehaviourOf(Screens.CurrentScreen).ArrowKey;
+    if (arrowKey != nullptr && !AnyInputFieldVisible())
+        arrowKey(keyCode);
 }
 
 void EnterDown(std::int32_t& keyCode) {
@@ -108,8 +117,11 @@ void WalkRecords(const Text& command) {
 }
 
 /// On a grid that is not edited the control moves its own row.
-void MoveRow(std::int32_t step) {
-    if (Screens.CurrentScreen == ScrInput || !Screens.GridEditMode || !Input.InputFocused)
+void MoveRow(std::int32_t keyCode, std::int32_t step) {
+    if (Screens.CurrentScreen == ScrInput)
+        return;
+    TellScreenOfArrow(keyCode);
+    if (!Screens.GridEditMode || !Input.InputFocused)
         return;
     StoreOpenField();
     auto& grdMain = Device().grdMain;
@@ -142,6 +154,12 @@ void Page(std::int32_t& keyCode, std::int32_t step) {
 
 void KeyDownHandler(std::int32_t& keyCode, std::int32_t) {
     switch (keyCode) {
+    case KeyLeft:
+    case KeyUp:
+    case KeyRight:
+    case KeyDown:
+        TellScreenOfArrow(keyCode);
+        break;
     case KeyEnter:
         EnterDown(keyCode);
         break;
@@ -189,10 +207,10 @@ void KeyUpHandler(std::int32_t& keyCode, std::int32_t) {
         WalkRecords(u"PREV");
         break;
     case KeyDown:
-        MoveRow(1);
+        MoveRow(KeyDown, 1);
         break;
     case KeyUp:
-        MoveRow(-1);
+        MoveRow(KeyUp, -1);
         break;
     case KeyPageDown:
         Page(keyCode, 1);
@@ -216,7 +234,9 @@ void HoldTimerFired() {
     Device().tmrHoldEvent.SetEnabled(false);
 }
 
-void ShowHoldMenu(std::int32_t, std::int32_t, std::int32_t) {
+void ShowHoldMenu(ScreenId screen, std::int32_t row, std::int32_t col) {
+    if (const auto held = BehaviourOf(screen).Held)
+        held(row, col);
 }
 
 void HoldMenuClicked() {

@@ -2,7 +2,7 @@
 // A device's keys become the few actions there are, and the hold timer tells a long press from a tap.
 #pragma once
 
-#include "text/text.h"
+#include "view/screen_table.h"
 
 namespace modQuorin {
 
@@ -13,8 +13,8 @@ void KeyUpHandler(std::int32_t& keyCode, std::int32_t shift);
 /// A press has lasted for a second: it selects nothing any more.
 void HoldTimerFired();
 
-/// The place for a screen's own hold menu: what fills lstHoldMenu goes here. No screen has one.
-void ShowHoldMenu(std::int32_t screen, std::int32_t row, std::int32_t col);
+/// Tells a screen that a cell was pressed long, so that it may fill and show lstHoldMenu. None does.
+void ShowHoldMenu(ScreenId screen, std::int32_t row, std::int32_t col);
 
 /// A choice from lstHoldMenu: the item of the soft menu that the list repeats.
 void HoldMenuClicked();

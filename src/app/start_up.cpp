@@ -23,6 +23,7 @@
 #include "view/navigation.h"
 #include "view/platform/platform.h"
 #include "view/prompt.h"
+#include "view/screen_table.h"
 #include "view/sound.h"
 
 #include <limits>
@@ -98,7 +99,7 @@ void CopyFontToTitle() {
 
 void ResetModules() {
     modFileSystem::Storage = {};
-    modFileSystem::Slots = {};
+    modFileSystem::ResetSlots();
     modFileSystem::Table = {};
     modBLob::Decoder = {};
     modBLob::Framing = {};
@@ -112,6 +113,7 @@ void ResetModules() {
     frmQuorin::Form = {};
     Paths = {};
     Screens = {};
+    ForgetScreenIds();
     Menus = {};
     Inf = {};
     Selection = {};

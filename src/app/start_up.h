@@ -4,8 +4,8 @@
 
 namespace modQuorin {
 
-/// Puts every module's state back to what it is at program start, so that a process can start the program any number of
-/// times.
+/// Closes what is open and puts every module's state back to what it is at program start, so that a process can start
+/// the program any number of times. While something is open, the platform that it is open on must still be installed.
 void ResetModules();
 
 /// What depends on the device: the form's layout, soft keys, grabbed keys, fonts, and the screens of the input layer.

@@ -105,9 +105,12 @@ void Install(FileHandle& package) {
         modPDAUI::Tell(u"Driver installed");
 }
 
+/// On the first volume; empty when there is no volume at all.
 Text InfoFileName() {
     EnumVolumes(false);
-    Text root = Storage.VolumeList.empty() ? Text() : Storage.VolumeList.front();
+    if (Storage.VolumeList.empty())
+        return {};
+    Text root = Storage.VolumeList.front();
     if (root.empty() || root.back() != u'\\')
         root += u'\\';
     return root + u"QVRN.info";

@@ -84,7 +84,7 @@ void NewDriver() {
     ShowDriverRow();
 }
 
-void DeleteDriver(const Text& name) {
+void DeleteDriver(Text name) {
     if (name.empty() || !modPDAUI::AskTwice(u"Delete Driver?"))
         return;
     const Text folder = GetDataPath(u"");

@@ -29,8 +29,9 @@ void EditDriver(const Text& name);
 /// Adds an untitled driver and shows its row.
 void NewDriver();
 
-/// Deletes a driver and its inf file after two questions. Its downloads stay on disk and in their register.
-void DeleteDriver(const Text& name);
+/// Deletes a driver and its inf file after two questions. Its downloads stay on disk and in their register. By value:
+/// the selection may move while the questions stand.
+void DeleteDriver(Text name);
 
 /// "Save" on ScrDriverProperties: saves the row and moves on to the driver's inf table.
 void SaveDriverProperties();

@@ -6,6 +6,8 @@
 
 namespace modFileSystem {
 
+inline constexpr std::int32_t SlotIsText = -1; // in SlotState
+
 inline constexpr std::int32_t InsertBefore = 1;
 inline constexpr std::int32_t InsertAfter = 2;
 

@@ -94,6 +94,14 @@ void OpenFile(FileHandle& handle, const Text& fullName, const Text& mode, const 
         ResetFileHandle(handle);
 }
 
+void ResetSlots() {
+    for (const std::int32_t state : Slots.SlotState) {
+        if (state != 0 && state != SlotIsText)
+            platform::Device().recordDatabase.Close(state);
+    }
+    Slots = {}; // the streams close themselves
+}
+
 void CloseFile(FileHandle& handle) {
     if (handle.valid) {
         if (handle.isDatabase)

@@ -41,6 +41,9 @@ struct SlotTables {
 };
 inline SlotTables Slots;
 
+/// Closes what is open and forgets all that was known of it, as at program start.
+void ResetSlots();
+
 /// Opens a file by its full name. Mode "r" opens what is there, "w" makes it anew, "a" opens it at its end and makes it
 /// when it is missing. `valid` tells whether it worked; with all five slots in use the handle stays as it was. Type and
 /// creator are four-character codes; both "temp" means the scratch file.

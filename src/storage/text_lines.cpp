@@ -16,7 +16,6 @@ using platform::TextStream;
 
 namespace {
 
-constexpr std::int32_t SlotIsText = -1;
 constexpr std::int32_t ScratchDigits = 8;
 const Text ScratchCode = u"temp";
 
@@ -42,10 +41,23 @@ bool OpenStream(const FileHandle& handle, StreamMode mode) {
     return Device().fileSystem.OpenStream(FullName(handle), mode, StreamOf(handle)) == platform::NoError;
 }
 
+/// Counts the lines from the head of the file on.
+platform::ErrorNumber CountLines(TextStream& stream, std::int64_t& count) {
+    const auto error = stream.Seek(0, Origin::Start);
+    return error != platform::NoError ? error : stream.SkipLines(std::numeric_limits<std::int32_t>::max() - 1, count);
+}
+
+/// A file that can't be counted to its end is not open: what is written next would land in the middle of it.
 bool OpenForAppending(FileHandle& handle) {
     if (!OpenStream(handle, StreamMode::Existing) && !OpenStream(handle, StreamMode::Create))
         return false;
-    handle.nextLine = TextLineCount(handle) + 1; // which leaves the stream at its end
+    TextStream& stream = *StreamOf(handle);
+    std::int64_t count = 0;
+    if (CountLines(stream, count) != platform::NoError || stream.Seek(0, Origin::End) != platform::NoError) {
+        StreamOf(handle).reset();
+        return false;
+    }
+    handle.nextLine = static_cast<std::int32_t>(count) + 1;
     return true;
 }
 
@@ -157,7 +169,10 @@ std::int32_t SeekTextLine(FileHandle& handle, std::int32_t line) {
     if (mark.Line > line || mark.Offset > stream->Size())
         mark = {};
     Seek(handle, mark.Offset, Origin::Start);
-    const std::int32_t counter = mark.Line + static_cast<std::int32_t>(stream->SkipLines(line - mark.Line));
+    std::int64_t passed = 0;
+    if (const auto error = stream->SkipLines(line - mark.Line, passed); error != platform::NoError)
+        FailOnFile(u"read", handle, error);
+    const std::int32_t counter = mark.Line + static_cast<std::int32_t>(passed);
     // At the end there is no line, also where the counter has come as far as the line that was asked for.
     handle.nextLine = stream->Position() == stream->Size() ? 0 : counter;
     if (handle.nextLine != 0)
@@ -176,8 +191,10 @@ Text ReadTextLine(FileHandle& handle, std::int32_t line) {
 }
 
 std::int32_t TextLineCount(FileHandle& handle) {
-    Seek(handle, 0, Origin::Start);
-    const auto count = StreamOf(handle)->SkipLines(std::numeric_limits<std::int32_t>::max() - 1);
+    std::int64_t count = 0;
+    // A count that a failing disk has cut short would let a rewrite drop all lines behind it.
+    if (const auto error = CountLines(*StreamOf(handle), count); error != platform::NoError)
+        FailOnFile(u"read", handle, error);
     handle.nextLine = static_cast<std::int32_t>(count) + 1;
     return static_cast<std::int32_t>(count);
 }

@@ -98,6 +98,7 @@ void EnumVolumes(bool force) {
     if (!force && !Storage.VolumeList.empty())
         return;
     Storage.VolumeList.clear();
+    Storage.BestVolume.clear(); // a volume that has gone is no choice any more
     Storage.BestVolumeKB = 0;
     if (Device().myCsys.DeviceType() == 0) {
         Storage.VolumeList.push_back(DesktopVolume);

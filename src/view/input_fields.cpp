@@ -3,6 +3,7 @@
 
 #include "storage/keyed_tables.h"
 #include "view/platform/platform.h"
+#include "view/screen_table.h"
 
 namespace modPDAUI {
 
@@ -46,6 +47,11 @@ bool AnyInputFieldVisible() {
            Device().cbotxtInputField.Visible();
 }
 
+void CellEdited(const Text& text) {
+    if (const auto edited = modQuorin::BehaviourOf(modQuorin::Screens.CurrentScreen).CellEdited)
+        edited(Input.EditRow, Input.EditCol, text);
+}
+
 void TextFieldGotFocus() {
     Input.InputFocused = true;
 }
@@ -59,10 +65,13 @@ void TextFieldChanged() {
 }
 
 void TextFieldLostFocus() {
+    auto& field = Device().txtInputField;
     Input.InputFocused = false;
+    if (field.Visible())
+        CellEdited(field.Contents());
     // Hidden first: emptying it raises its change event, which must not reach the cell.
-    Device().txtInputField.SetVisible(false);
-    Device().txtInputField.SetContents(u"");
+    field.SetVisible(false);
+    field.SetContents(u"");
 }
 
 void ComboFieldGotFocus() {
@@ -72,8 +81,11 @@ void ComboFieldGotFocus() {
 void ComboFieldLostFocus() {
     auto& field = Device().cboInputField;
     Input.InputFocused = false;
-    if (field.Visible())
-        Device().grdMain.SetCell(Input.EditRow, Input.EditCol, field.Contents());
+    if (field.Visible()) {
+        const Text text = field.Contents();
+        Device().grdMain.SetCell(Input.EditRow, Input.EditCol, text);
+        CellEdited(text);
+    }
     field.SetContents(u"");
     field.SetVisible(false);
 }

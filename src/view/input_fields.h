@@ -19,6 +19,9 @@ void BeginCellEdit(std::int32_t row, std::int32_t col);
 
 bool AnyInputFieldVisible();
 
+/// Tells the current screen that an input field has closed, and with what text in the cell under edit.
+void CellEdited(const Text& text);
+
 void TextFieldGotFocus();
 void TextFieldChanged(); ///< the cell follows each keystroke
 void TextFieldLostFocus();

@@ -5,6 +5,13 @@
 
 namespace modQuorin {
 
+void ForgetScreenIds() {
+    for (ScreenId* id : {&ScrInput, &ScrFileSelect, &ScrMessage, &ScrMain, &ScrDrivers, &ScrInstalledDrivers,
+                         &ScrPreferences, &ScrList, &ScrDownloads, &ScrDownload, &ScrBluetoothDebug, &ScrFileDebug,
+                         &ScrTextFile, &ScrDriverProperties, &ScrInfRecord, &ScrColumns, &ScrAddDriver})
+        *id = 0;
+}
+
 ScreenId AddScreen(MenuId menu, std::int32_t backMode, ScreenId backScreen, std::int32_t gridRows,
                    std::int32_t gridCols, std::int32_t columnPercent, std::int32_t titleRows, std::int32_t titleCols,
                    std::int32_t drawStyle) {
@@ -27,6 +34,10 @@ ScreenDef& ScreenRow(ScreenId id) {
     if (id < 1 || id > static_cast<ScreenId>(Screens.Table.size()))
         platform::RuntimeFailure(u"Screen " + modStringTools::NumberText(id) + u" is not in the table of screens");
     return Screens.Table[static_cast<std::size_t>(id) - 1];
+}
+
+ScreenBehaviour BehaviourOf(ScreenId id) {
+    return id == 0 ? ScreenBehaviour() : ScreenRow(id).Behaviour;
 }
 
 bool IsRecordScreen(ScreenId id) {

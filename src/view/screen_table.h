@@ -21,6 +21,11 @@ struct ScreenBehaviour {
     bool (*BeforeBack)() = nullptr;                               ///< runs before Back moves; true: it has moved itself
     void (*Select)(std::int32_t row, std::int32_t col) = nullptr; ///< OK on a cell of grdMain
     void (*RowChanged)() = nullptr;                               ///< the current cell of grdMain is another one
+
+    // For screens to come: none of those there are reacts to these.
+    void (*CellEdited)(std::int32_t row, std::int32_t col, const Text& text) = nullptr; ///< an in-place field closes
+    void (*ArrowKey)(std::int32_t keyCode) = nullptr;           ///< 37 to 40, while no input field is on show
+    void (*Held)(std::int32_t row, std::int32_t col) = nullptr; ///< a long press: the place for a hold menu
 };
 
 inline constexpr std::int32_t BackNothing = 0;
@@ -62,6 +67,9 @@ inline ScreenId ScrInput = 0, ScrFileSelect = 0, ScrMessage = 0, ScrMain = 0, Sc
                 ScrFileDebug = 0, ScrTextFile = 0, ScrDriverProperties = 0, ScrInfRecord = 0, ScrColumns = 0,
                 ScrAddDriver = 0;
 
+/// Puts all screen numbers back to 0, as at program start.
+void ForgetScreenIds();
+
 /// Appends a row, with `ColumnPixels` 0 and a `ColumnPercent` of 0 stored as 100, and gives its number.
 ScreenId AddScreen(MenuId menu, std::int32_t backMode, ScreenId backScreen, std::int32_t gridRows,
                    std::int32_t gridCols, std::int32_t columnPercent, std::int32_t titleRows, std::int32_t titleCols,
@@ -69,6 +77,9 @@ ScreenId AddScreen(MenuId menu, std::int32_t backMode, ScreenId backScreen, std:
 
 /// A row of the table. A number that is not in the table is a run-time failure.
 ScreenDef& ScreenRow(ScreenId id);
+
+/// What a screen does; nothing for screen 0.
+ScreenBehaviour BehaviourOf(ScreenId id);
 
 /// The two screens that edit one row of the open table.
 bool IsRecordScreen(ScreenId id);

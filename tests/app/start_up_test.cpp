@@ -50,7 +50,7 @@ INSTANTIATE_TEST_SUITE_P(
                     DeviceRow{11, u"5.2", false, {}, u"AFPalm"}));
 
 struct ScreenOfAPalm {
-    platform::headless::ScreenSize Size;
+    platform::common::ScreenSize Size;
     const char16_t* Font;
     std::int16_t Scale;
 };

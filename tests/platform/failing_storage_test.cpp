@@ -36,7 +36,7 @@ protected:
     }
 
     TemporaryRoot Root;
-    common::WriteFaults Faults;
+    common::DiskFaults Faults;
     common::HostFileSystem RealFiles{common::PathMap(Root.Path())};
     common::FailingFileSystem Files{RealFiles, Faults};
     common::LineDatabase RealDatabases{common::PathMap(Root.Path())};

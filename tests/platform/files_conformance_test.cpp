@@ -166,14 +166,14 @@ TEST_P(FilesSuite, SkipsLines) {
     Root.Put("x.txt", "one\ntwo\r\nthree\nlast");
     const auto stream = Open(u".\\x.txt", StreamMode::Existing);
     Text line;
-    EXPECT_EQ(stream->SkipLines(2), 2);
+    EXPECT_EQ(Skipped(*stream, 2), 2);
     EXPECT_EQ(stream->ReadLine(line), NoError);
     EXPECT_EQ(line, u"three");
-    EXPECT_EQ(stream->SkipLines(10), 1);
+    EXPECT_EQ(Skipped(*stream, 10), 1);
     EXPECT_EQ(stream->Position(), stream->Size());
-    EXPECT_EQ(stream->SkipLines(1), 0);
+    EXPECT_EQ(Skipped(*stream, 1), 0);
     ASSERT_EQ(stream->Seek(0, Origin::Start), NoError);
-    EXPECT_EQ(stream->SkipLines(0), 0);
+    EXPECT_EQ(Skipped(*stream, 0), 0);
     EXPECT_EQ(stream->Position(), 0);
 }
 
@@ -218,7 +218,7 @@ TEST_P(FilesSuite, ReadsWhatItHasJustWritten) {
     ASSERT_EQ(stream->Seek(0, Origin::End), NoError);
     ASSERT_EQ(stream->WriteLine(u"three"), NoError);
     ASSERT_EQ(stream->Seek(4, Origin::Start), NoError);
-    EXPECT_EQ(stream->SkipLines(9), 2);
+    EXPECT_EQ(Skipped(*stream, 9), 2);
 }
 
 TEST_P(FilesSuite, OverwritesInTheMiddle) {

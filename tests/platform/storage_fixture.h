@@ -7,6 +7,7 @@
 #include "platform/common/host_file_system.h"
 #include "platform/common/line_database.h"
 #include "platform/common/settings_file.h"
+#include "skipped_lines.h"
 #include "temporary_root.h"
 
 #include <gtest/gtest.h>
@@ -57,7 +58,7 @@ private:
     bool Plain() const { return GetParam() == Storage::Plain; }
 
     platform::common::PathMap Paths{Root.Path()};
-    platform::common::WriteFaults Faults;
+    platform::common::DiskFaults Faults;
     platform::common::HostFileSystem PlainFiles{Paths};
     platform::common::FailingFileSystem GuardedFiles{PlainFiles, Faults};
     platform::common::LineDatabase PlainDatabases{Paths};

@@ -212,5 +212,46 @@ TEST_F(TextFile, FailedCopyLeavesTheNewStateInTheScratchFile) {
     File = {};
 }
 
+/// A disk that fails to be read once, at each read that an edit makes in turn.
+TEST_F(TextFile, ReadThatFailsNeverCostsALine) {
+    std::string whole;
+    for (int line = 1; line <= 40; ++line)
+        whole += "line " + std::to_string(line) + "\n";
+    int failures = 0;
+    for (std::int32_t good = 0;; ++good) {
+        Put(whole);
+        Open(u"r");
+        Device.Platform.faults.FailNextReads(1, good);
+        bool failed = false;
+        try {
+            ChangeFileLine(File, 2, u"another line");
+        } catch (const support::ProgramOver& over) {
+            failed = over.Why == support::ProgramOver::Reason::Failed;
+            EXPECT_THAT(modStringTools::ToBytes(over.Failure), HasSubstr("Can't read"));
+        }
+        Device.Platform.faults.FailNextReads(0);
+        CloseFile(File);
+        CloseFile(Slots.TempFile);
+        std::string changed = whole;
+        changed.replace(changed.find("line 2\n"), 6, "another line");
+        EXPECT_THAT(Bytes(), testing::AnyOf(whole, changed)) << "after " << good << " good reads";
+        if (!failed && Bytes() == changed)
+            break; // there are no more reads to fail
+        failures += failed ? 1 : 0;
+    }
+    EXPECT_GT(failures, 40); // each line is read once at least
+}
+
+TEST_F(TextFile, FileThatCantBeReadToItsEndIsNotOpenedForAppending) {
+    Put("one\ntwo\nthree\n");
+    Device.Platform.faults.FailNextReads(1);
+    Open(u"a");
+    EXPECT_FALSE(File.valid);
+    Open(u"a");
+    EXPECT_EQ(WriteFileLine(File, u"four"), 4);
+    CloseFile(File);
+    EXPECT_EQ(Bytes(), "one\ntwo\nthree\nfour\n");
+}
+
 } // namespace
 } // namespace modFileSystem

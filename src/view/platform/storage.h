@@ -40,8 +40,9 @@ public:
     virtual std::int64_t Size() const = 0;
     virtual ErrorNumber Seek(std::int64_t offset, Origin origin) = 0;
     virtual ErrorNumber ReadLine(Text& line) = 0; ///< at the end: FileNotFound and an empty line
-    /// Passes over at most `most` lines without looking at their text, and gives how many there were.
-    virtual std::int64_t SkipLines(std::int64_t most) = 0;
+    /// Passes over at most `most` lines without looking at their text: fewer only at the end of the file, or before a
+    /// failure. `passed` is how many there were; after a failure the position may lie inside a line.
+    virtual ErrorNumber SkipLines(std::int64_t most, std::int64_t& passed) = 0;
     virtual ErrorNumber WriteLine(const Text& line) = 0;
     /// What was written is on the medium when this returns without an error.
     virtual ErrorNumber Close() = 0;
