@@ -92,16 +92,10 @@ Json MenuReport(const HeadlessPlatform& device, std::size_t menu) {
             {"items", items}};
 }
 
-Json DateReport(const platform::CalendarDate& date) {
-    char text[32];
-    std::snprintf(text, sizeof text, "%04d-%02d-%02d", date.Year, date.Month, date.Day);
-    return text;
-}
-
 Json InputReport(const HeadlessPlatform& device) {
     if (device.dteInputField.Visible())
         return {{"kind", "date"},
-                {"date", DateReport(device.dteInputField.Date())},
+                {"date", IsoDate(device.dteInputField.Date())},
                 {"box", BoxReport(device.dteInputField.Bounds())}};
     if (device.txtInputField.Visible())
         return {{"kind", "text"},
@@ -125,6 +119,12 @@ Json InputReport(const HeadlessPlatform& device) {
 }
 
 } // namespace
+
+std::string IsoDate(const platform::CalendarDate& date) {
+    char text[32];
+    std::snprintf(text, sizeof text, "%04d-%02d-%02d", date.Year, date.Month, date.Day);
+    return text;
+}
 
 Json ScreenReport(const HeadlessPlatform& device) {
     const auto* holder = device.focus.Holder();

@@ -10,7 +10,10 @@ namespace console {
 /// The screen object: both grids, the menus, an open input control, the status strip, the focus.
 Json ScreenReport(const platform::headless::HeadlessPlatform& device);
 
-/// The screen drawn as text, 80 columns wide.
+/// A date as 2007-03-05.
+std::string IsoDate(const platform::CalendarDate& date);
+
+/// The screen drawn as text, 80 columns wide: the rows that stand on the page, and what lies over them.
 std::string Picture(const platform::headless::HeadlessPlatform& device);
 
 /// The module-level state that other tools may want.

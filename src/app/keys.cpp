@@ -13,6 +13,8 @@
 #include "view/questions.h"
 #include "view/screen_table.h"
 
+#include <algorithm>
+
 namespace modQuorin {
 
 using modPDAUI::AnyInputFieldVisible;
@@ -132,8 +134,10 @@ void MoveRow(std::int32_t keyCode, std::int32_t step) {
 void MoveHoldMenu(std::int32_t step) {
     auto& list = Device().lstHoldMenu;
     const std::int32_t count = list.ItemCount();
-    if (count > 0)
-        list.SetListIndex((list.ListIndex() + step + count) % count);
+    if (count == 0)
+        return;
+    const std::int32_t from = std::max(list.ListIndex(), step < 0 ? 0 : -1); // -1 while no row is highlighted
+    list.SetListIndex((from + step + count) % count);
 }
 
 void Page(std::int32_t& keyCode, std::int32_t step) {

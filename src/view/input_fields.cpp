@@ -29,6 +29,8 @@ platform::Box BoxOverCell(std::int32_t row, std::int32_t col) {
 void BeginCellEdit(std::int32_t row, std::int32_t col) {
     auto& grdMain = Device().grdMain;
     auto& field = Device().txtInputField;
+    // A field that still stands over another row would write this row's text into that one.
+    field.SetVisible(false);
     field.SetMultiLine(false);
     field.SetFontName(grdMain.FontName());
     field.SetFontSize(grdMain.FontSize());

@@ -176,7 +176,7 @@ void HideAllFields() {
 void InputPrompt(const Text& title, std::int32_t kind, Text& value, const Text& list, bool keepGrids, bool modal) {
     Prompt.PromptModal = modal;
     if (!keepGrids) {
-        Prompt.PromptRow = static_cast<std::int16_t>(Device().grdMain.Row());
+        Prompt.PromptRow = Device().grdMain.Row();
         SaveGrids();
     }
     Screens.PreviousScreen = Screens.CurrentScreen;

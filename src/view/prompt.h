@@ -29,7 +29,7 @@ struct PromptState {
     bool PromptModal = false;   ///< the prompt waits in its loop
     Text PromptResult;          ///< answer of the last modal prompt that was accepted
     bool PromptOpen = false;    ///< set up and not yet ended
-    std::int16_t PromptRow = 0; ///< row of grdMain when it opened: a prompt that is not modal answers into it
+    std::int32_t PromptRow = 0; ///< row of grdMain when it opened: a prompt that is not modal answers into it
     SavedGrid SavedTitle, SavedMain;
 };
 inline PromptState Prompt;

@@ -346,6 +346,54 @@ TEST_F(HoldMenu, PageKeysMoveItsHighlightRound) {
     EXPECT_EQ(List().ListIndex(), 0);
 }
 
+TEST_F(HoldMenu, PageUpFromNoRowGoesToTheLast) {
+    List().SetListIndex(-1);
+    Up(33);
+    EXPECT_EQ(List().ListIndex(), List().ItemCount() - 1);
+    List().SetListIndex(-1);
+    Up(34);
+    EXPECT_EQ(List().ListIndex(), 0);
+}
+
+std::vector<std::int32_t> Arrows;   ///< what a screen was told of arrow keys
+std::vector<std::string> LongPress; ///< and of long presses
+
+class ScreenThatReacts : public Keys {
+protected:
+    ScreenThatReacts() {
+        Arrows.clear();
+        LongPress.clear();
+        OpenRecords();
+        auto& behaviour = ScreenRow(ScrInfRecord).Behaviour;
+        behaviour.ArrowKey = [](std::int32_t key) { Arrows.push_back(key); };
+        behaviour.Held = [](std::int32_t row, std::int32_t col) {
+            LongPress.push_back(std::to_string(row) + " " + std::to_string(col));
+        };
+    }
+};
+
+TEST_F(ScreenThatReacts, IsToldOfEachArrowThatGoesDownAndOfTheRowKeysThatGoUp) {
+    for (const std::int32_t key : {37, 38, 39, 40})
+        Down(key);
+    EXPECT_THAT(Arrows, ElementsAre(37, 38, 39, 40));
+    Up(38);
+    Up(40);
+    EXPECT_THAT(Arrows, ElementsAre(37, 38, 39, 40, 38, 40));
+}
+
+TEST_F(ScreenThatReacts, IsToldOfNoArrowWhileAFieldIsOpen) {
+    Edit(1, u"x");
+    for (const std::int32_t key : {37, 38, 39, 40})
+        Down(key);
+    Up(40);
+    EXPECT_THAT(Arrows, IsEmpty());
+}
+
+TEST_F(ScreenThatReacts, IsToldOfALongPressWithItsCell) {
+    EXPECT_EQ(platform::headless::Hold(Device.Platform, 2, 1), "");
+    EXPECT_THAT(LongPress, ElementsAre("2 1"));
+}
+
 TEST_F(HoldMenu, TakesTheSelectKeyAway) {
     Up(310);
     EXPECT_EQ(Screen(), ScrMain);

@@ -4,12 +4,10 @@ Quorin
 settings.ini
 $ quorin-console --strict
 > show
-    
                                          Velmor
-                                       Tallybook
+                                        Tallybook
     
                                          V 0.27
-    
     --------------------------------------------------------------------------------
     [Main] Start... | Exit
                        [Options] Preferences... | inf editor... | Bluetooth Debug...

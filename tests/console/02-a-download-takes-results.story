@@ -63,10 +63,10 @@ $ quorin-console --strict
 > show
       Bluetooth :-)                          1/1
     --------------------------------------------------------------------------------
-      Started                                09:30
-      Ended                                  09:30
-    > Moisture                               23.4 %
-      Place                                  North wall
+      Started                               09:30
+      Ended                                 09:30
+    > Moisture                              23.4 %
+      Place                                 North wall
     --------------------------------------------------------------------------------
     [File] Next Record | Previous Record | First Record | Last Record | Close
                                    [Edit] New Record | Insert Record | Delete Record
@@ -112,10 +112,10 @@ $ quorin-console --strict
 > show
       Bluetooth :-)                          1/1
     --------------------------------------------------------------------------------
-      Started                                09:30
-      Ended                                  09:30
-    > Moisture                               24.1 %
-      Place                                  North wall
+      Started                               09:30
+      Ended                                 09:30
+    > Moisture                              24.1 %
+      Place                                 North wall
     --------------------------------------------------------------------------------
     [File] Next Record | Previous Record | First Record | Last Record | Close
                                    [Edit] New Record | Insert Record | Delete Record

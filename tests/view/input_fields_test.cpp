@@ -59,6 +59,72 @@ TEST_F(CellEdit, CountsTheRowsAsHighAsTheyAre) {
     EXPECT_EQ(Field().Bounds().Top, 16 + 64);
 }
 
+/// The page keys move the row and leave the field where it is; the select key then edits the new row.
+TEST_F(CellEdit, LeavesTheCellBehindAsItIsWhenItMovesToAnotherRow) {
+    Edit(0);
+    std::int32_t key = 34;
+    frmQuorin::Form_KeyUp(key, 0);
+    key = 310;
+    frmQuorin::Form_KeyUp(key, 0);
+    EXPECT_EQ(Cell(0, 1), u"a");
+    EXPECT_EQ(Cell(1, 1), u"b");
+    EXPECT_EQ(Field().Contents(), u"b");
+    EXPECT_EQ(Input.EditRow, 1);
+    EXPECT_TRUE(Input.InputFocused);
+    EXPECT_FALSE(Dirty());
+}
+
+std::vector<std::string> Edited; ///< what the screen was told of closed fields
+
+void NoteEdit(std::int32_t row, std::int32_t col, const Text& text) {
+    Edited.push_back(std::to_string(row) + " " + std::to_string(col) + " " + modStringTools::ToBytes(text));
+}
+
+class EditedCell : public CellEdit {
+protected:
+    EditedCell() {
+        Edited.clear();
+        ScreenRow(ScrInfRecord).Behaviour.CellEdited = NoteEdit;
+    }
+};
+
+TEST_F(EditedCell, IsToldToTheScreenWhenTheFieldCloses) {
+    Edit(1);
+    Type(u"b1");
+    EXPECT_TRUE(Edited.empty());
+    LeaveField();
+    EXPECT_EQ(Edited, std::vector<std::string>{"1 1 b1"});
+}
+
+TEST_F(EditedCell, IsToldOfAComboBoxAsWell) {
+    Edit(2);
+    LeaveField();
+    Edited.clear();
+    Combo().SetContents(u"chosen");
+    Combo().SetVisible(true);
+    Combo().SetFocus();
+    LeaveField();
+    EXPECT_EQ(Edited, std::vector<std::string>{"2 1 chosen"});
+}
+
+TEST_F(EditedCell, IsNotToldOfAFieldThatWasHiddenBefore) {
+    Edit(1);
+    Field().SetVisible(false); // which takes the focus, and tells it
+    Edited.clear();
+    Field().SetFocus();
+    LeaveField();
+    EXPECT_TRUE(Edited.empty());
+}
+
+TEST_F(EditedCell, IsToldByTheRowKeysBeforeTheRowMoves) {
+    Edit(1);
+    Type(u"b1");
+    std::int32_t key = 40;
+    frmQuorin::Form_KeyUp(key, 0);
+    ASSERT_FALSE(Edited.empty());
+    EXPECT_EQ(Edited.front(), "1 1 b1");
+}
+
 TEST_F(CellEdit, FollowsEachKeystroke) {
     Edit(1);
     Type(u"b1");
