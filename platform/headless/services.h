@@ -38,6 +38,9 @@ public:
     Box WorkArea() const override;
     std::int32_t ScreenDimension() const override;
 
+    /// The device was turned. Nobody is told: the next layout finds the new working area.
+    void SetScreen(common::ScreenSize screen) { Screen = screen; }
+
 private:
     std::int32_t Type;
     Text Version;

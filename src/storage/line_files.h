@@ -31,6 +31,7 @@ inline constexpr std::int16_t SlotCount = 6;
 struct LineMark {
     std::int32_t Line = 1;
     std::int64_t Offset = 0; ///< in bytes from the start of the file
+    std::int64_t Size = 0;   ///< of the whole file at that time: in a file of another size the line may be elsewhere
 };
 
 struct SlotTables {

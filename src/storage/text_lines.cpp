@@ -41,6 +41,11 @@ bool OpenStream(const FileHandle& handle, StreamMode mode) {
     return Device().fileSystem.OpenStream(FullName(handle), mode, StreamOf(handle)) == platform::NoError;
 }
 
+/// Moves to the marked line; false when another writer has changed the file since.
+bool StandsAtMark(TextStream& stream, const LineMark& mark) {
+    return mark.Line > 1 && stream.Seek(mark.Offset, Origin::Start) == platform::NoError && stream.Size() == mark.Size;
+}
+
 /// Counts the lines from the head of the file on.
 platform::ErrorNumber CountLines(TextStream& stream, std::int64_t& count) {
     const auto error = stream.Seek(0, Origin::Start);
@@ -166,9 +171,10 @@ void WriteTextLine(FileHandle& handle, const Text& text) {
 std::int32_t SeekTextLine(FileHandle& handle, std::int32_t line) {
     const auto& stream = StreamOf(handle);
     LineMark& mark = MarkOf(handle);
-    if (mark.Line > line || mark.Offset > stream->Size())
+    if (mark.Line > line || !StandsAtMark(*stream, mark)) {
         mark = {};
-    Seek(handle, mark.Offset, Origin::Start);
+        Seek(handle, 0, Origin::Start);
+    }
     std::int64_t passed = 0;
     if (const auto error = stream->SkipLines(line - mark.Line, passed); error != platform::NoError)
         FailOnFile(u"read", handle, error);
@@ -176,7 +182,7 @@ std::int32_t SeekTextLine(FileHandle& handle, std::int32_t line) {
     // At the end there is no line, also where the counter has come as far as the line that was asked for.
     handle.nextLine = stream->Position() == stream->Size() ? 0 : counter;
     if (handle.nextLine != 0)
-        mark = {counter, stream->Position()};
+        mark = {counter, stream->Position(), stream->Size()};
     return handle.nextLine;
 }
 
@@ -186,7 +192,7 @@ Text ReadTextLine(FileHandle& handle, std::int32_t line) {
     if (error != platform::NoError)
         FailOnFile(u"read", handle, error);
     handle.nextLine = line + 1;
-    MarkOf(handle) = {line + 1, StreamOf(handle)->Position()};
+    MarkOf(handle) = {line + 1, StreamOf(handle)->Position(), StreamOf(handle)->Size()};
     return text;
 }
 

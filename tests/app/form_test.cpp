@@ -153,6 +153,27 @@ TEST_F(FormEvent, LeavingTheForegroundChangesNothing) {
     EXPECT_TRUE(Device.Platform.tmrBlue.Enabled());
 }
 
+TEST_F(FormEvent, LeavingTheForegroundLeavesAnOpenDownloadAsItIs) {
+    SaveSetting(u"ComPort", u"Com1");
+    InstallMeter();
+    OpenDownload("Place|Moisture|Remark\na|b|c\n");
+    Device.Tick(500);
+    Tap(0, 1);
+    Type(u"Hall");
+    myCsys_AppBackground();
+    myCsys_AppMinimized();
+    myCsys_AppMaximized();
+    EXPECT_EQ(Screen(), ScrInfRecord);
+    EXPECT_TRUE(Device.Platform.txtInputField.Visible());
+    EXPECT_EQ(Device.Platform.txtInputField.Contents(), u"Hall");
+    EXPECT_EQ(Cell(0, 1), u"Hall");
+    EXPECT_TRUE(modFileSystem::Table.RecordDirty);
+    EXPECT_EQ(File("qrn0001.txt"), "Place|Moisture|Remark\na|b|c\n"); // not saved behind the technician's back
+    EXPECT_TRUE(Device.Platform.serial.PortOpen());
+    EXPECT_TRUE(modBluetooth::Ports.LinkOpen);
+    EXPECT_TRUE(Device.Platform.tmrBlue.Enabled());
+}
+
 TEST_F(FormEvent, RowChangeIsIgnoredWhileTheGridIsLocked) {
     InstallMeter();
     Put("drivers.txt", "NAME|INFFILE\na|1\nb|2\n");

@@ -153,10 +153,30 @@ INSTANTIATE_TEST_SUITE_P(Codes, KeyForThePlatform, testing::Values(276, 520, 264
 TEST_P(KeyForThePlatform, IsGivenBackSentOnAndTakenAgain) {
     GotoScreen(ScrDrivers);
     EXPECT_EQ(Down(GetParam()), GetParam());
-    EXPECT_THAT(Device.Did.Released, ElementsAre(GetParam()));
-    EXPECT_THAT(Device.Did.Sent, ElementsAre(GetParam()));
-    EXPECT_THAT(Device.Did.Grabbed, ElementsAre(GetParam()));
+    const std::string code = std::to_string(GetParam());
+    EXPECT_THAT(Device.Did.KeyOrder, ElementsAre("release " + code, "send " + code, "grab " + code));
     EXPECT_EQ(Screen(), ScrDrivers);
+}
+
+TEST_P(KeyForThePlatform, IsSentOnlyOnceTheRecordIsSavedOrTheLinkIsDown) {
+    SaveSetting(u"ComPort", u"Com1");
+    OpenRecords();
+    Device.Tick(500);
+    ASSERT_TRUE(modBluetooth::Ports.LinkOpen);
+    Edit(0, u"Hall");
+    ScreenId screenThen = 0;
+    bool portThen = true;
+    std::string fileThen;
+    Device.Did.WhenACharacterIsSent = [&] {
+        screenThen = Screen();
+        portThen = Device.Platform.serial.PortOpen();
+        fileThen = File("qrn0001.txt");
+    };
+    Down(GetParam());
+    const bool linkKey = GetParam() == 276 || GetParam() == 520;
+    EXPECT_EQ(screenThen, ScrDownloads);
+    EXPECT_EQ(portThen, !linkKey);
+    EXPECT_EQ(fileThen, "Place|Moisture|Remark\nHall|b|c\nd|e|f\ng|h|i\n");
 }
 
 TEST_P(KeyForThePlatform, SavesAnOpenRecordUnlessItIsAKeyOfTheLink) {

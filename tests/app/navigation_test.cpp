@@ -72,6 +72,51 @@ TEST_F(Navigation, BackAfterARefreshOfTheDownloadsStillLeadsToTheDrivers) {
     EXPECT_EQ(Screen(), ScrDrivers);
 }
 
+TEST_F(Navigation, BackAfterADownloadWasRenamedStillLeadsToTheDrivers) {
+    InstallMeter();
+    Put("qrnctrl.txt", "DRIVER|FILE|DATE|ALIAS\nMeter|qrn0001.txt|20070301|\n");
+    MenuEvent(u"Start...");
+    MenuEvent(u"Ok");
+    Repaint();
+    Device.WillDo([this] {
+        Type(u"North");
+        MenuEvent(u"Ok");
+    });
+    MenuEvent(u"Rename");
+    EXPECT_EQ(Cell(0), u"North");
+    GoBack();
+    EXPECT_EQ(Screen(), ScrDrivers);
+}
+
+TEST_F(Navigation, BackAfterADownloadWasDeletedStillLeadsToTheDrivers) {
+    InstallMeter();
+    Put("qrnctrl.txt", "DRIVER|FILE|DATE|ALIAS\nMeter|qrn0001.txt|20070301|\nMeter|qrn0002.txt|20070301|\n");
+    MenuEvent(u"Start...");
+    MenuEvent(u"Ok");
+    Device.WillAnswer(platform::BoxAnswer::Yes);
+    Device.WillAnswer(platform::BoxAnswer::Yes);
+    MenuEvent(u"Delete");
+    EXPECT_THAT(Column(0), testing::ElementsAre(u"qrn0002.txt"));
+    GoBack();
+    EXPECT_EQ(Screen(), ScrDrivers);
+}
+
+class NavigationOnAPhone : public support::Program {
+protected:
+    NavigationOnAPhone() : Program(support::OfType(9)) {}
+};
+
+/// The first visit has the form's width of before; the second one that of the grid as it was moved since.
+TEST_F(NavigationOnAPhone, ColumnMayBeOfAnotherWidthAtTheNextVisit) {
+    GotoScreen(ScrPreferences);
+    EXPECT_EQ(ScreenRow(ScrPreferences).ColumnPixels, 240 - 2);
+    GoBack();
+    Device.Platform.system.SetScreen({320, 240}); // the device is turned
+    frmQuorin::mykb_statechanged(0, 0, 0, 0, 0);
+    GotoScreen(ScrPreferences);
+    EXPECT_EQ(ScreenRow(ScrPreferences).ColumnPixels, 320 - 2);
+}
+
 TEST_F(Navigation, ListReturnsToThePreferencesWithTheirRow) {
     MenuEvent(u"Preferences...");
     Tap(2);

@@ -76,6 +76,13 @@ TEST_F(Package, ThatIsGoneIsAnError) {
     EXPECT_THAT(Told(), ElementsAre(u"Error installing driver."));
 }
 
+TEST_F(Package, OnADesktopIsLookedForInTheDataFolderAlone) {
+    Put("inside.qvd", "x");
+    Device.Folder.Put("outside.qvd", "x");
+    MenuEvent(u"Add Driver...");
+    EXPECT_THAT(Column(0), ElementsAre(u".\\Quorin\\inside.qvd"));
+}
+
 TEST_F(Package, NoneInHandDoesNothing) {
     MenuEvent(u"Install...");
     EXPECT_THAT(Told(), IsEmpty());

@@ -115,10 +115,12 @@ TEST_F(ColumnChoices, BackWritesTheRowsThatDiffer) {
     EXPECT_EQ(Screen(), ScrDrivers);
 }
 
-TEST_F(ColumnChoices, ReachARecordWhenItIsOpenedAgain) {
+TEST_F(ColumnChoices, ReachARecordOnlyWhenItIsOpenedAgain) {
     Tap(1);
     GoBack();
+    EXPECT_THAT(Inf.InfFields, IsEmpty()); // the fields are read from the file by opening a download alone
     OpenDownload("Place|Moisture|Remark\n1|2|3\n");
+    Repaint();
     EXPECT_GT(Device.Main().RowHeight(1), 0);
     EXPECT_EQ(Device.Main().RowHeight(2), 0);
 }

@@ -111,13 +111,16 @@ TEST_F(Receiving, TextThatComesDuringAQuestionIsLost) {
 }
 
 TEST_F(Receiving, AroundMidnightTheDecodingWaitsForTheSameTimeOfDay) {
-    Device.SetTime("2007-03-05T23:59:59");
+    Device.SetTime("2007-03-05T23:59:58");
     Device.Tick(500);
     Arrive(Reading);
     Device.SetTime("2007-03-06T00:00:01");
     Device.Tick(60000);
     EXPECT_EQ(Moisture(), u"");
     EXPECT_FALSE(Receive.ReadyText.empty());
+    Device.SetTime("2007-03-06T23:59:58");
+    Device.Tick(1000); // the first tick takes the day for a sleep
+    EXPECT_EQ(Moisture(), u"23.4 %");
 }
 
 TEST_F(Receiving, DroppedPortIsOpenAgainAtTheNextTick) {

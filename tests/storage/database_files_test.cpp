@@ -108,5 +108,18 @@ TEST_F(DatabaseFile, OnAPalmDeviceIsDeletedUnderItsTextName) {
     EXPECT_FALSE(palm.Folder.Has("Databases/drivers.sqlite"));
 }
 
+TEST_F(DatabaseFile, IsOpenedInNoModeWithALineToReadNext) {
+    Write(2);
+    CloseFile(File);
+    for (const char16_t* mode : {u"r", u"a", u"w"}) {
+        Open(mode);
+        ASSERT_TRUE(File.valid);
+        EXPECT_EQ(File.nextLine, 0);
+        std::int32_t next = -1;
+        EXPECT_EQ(ReadFileLine(File, next), u"");
+        CloseFile(File);
+    }
+}
+
 } // namespace
 } // namespace modFileSystem

@@ -206,6 +206,25 @@ TEST_P(KeyedTable, SavedRowStaysCurrent) {
     EXPECT_EQ(GetField(u"NAME"), u"c");
 }
 
+/// A text file is written anew by a save and opened again, in the first slot that is free by then.
+TEST_P(KeyedTable, SavedRowStaysCurrentInAnotherSlot) {
+    Write({u"NAME", u"a", u"b", u"c"});
+    FileHandle other;
+    OpenFile(other, u".\\Quorin\\other.txt", u"w", u"TEXT", u"QVRN");
+    Open();
+    ASSERT_EQ(Table.TableFile.slot, 2);
+    CloseFile(other);
+    GotoRow(2);
+    SetField(u"NAME", u"B");
+    SaveRow();
+    EXPECT_EQ(Table.TableFile.slot, Table.TableFile.isDatabase ? 2 : 1);
+    EXPECT_TRUE(Table.TableFile.valid);
+    EXPECT_EQ(Table.TableRowIndex, 2);
+    EXPECT_EQ(GetField(u"NAME"), u"B");
+    NextRow();
+    EXPECT_EQ(GetField(u"NAME"), u"c");
+}
+
 TEST_P(KeyedTable, FindsARowByItsValueWithRegardToCase) {
     OpenWith({u"NAME|FILE", u"ALPHA|1", u"alpha|2"});
     EXPECT_TRUE(FindRow(NameSelection(u"alpha")));

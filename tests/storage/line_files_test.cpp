@@ -238,7 +238,8 @@ TEST_P(NameOfALineFile, DecidesWhereItLies) {
     platform::headless::DeviceOptions options;
     options.DeviceType = GetParam().DeviceType;
     support::TestDevice device(options);
-    device.Folder.Put("Card/keep", "");
+    for (const char* folder : {"Card/keep", "DEVICE/keep", "device/keep"})
+        device.Folder.Put(folder, "");
     FileHandle file;
     OpenFile(file, GetParam().FullName, u"w", u"TEXT", u"QVRN");
     ASSERT_TRUE(file.valid);
@@ -254,6 +255,8 @@ INSTANTIATE_TEST_SUITE_P(Names, NameOfALineFile,
                                          NameRow{1, u"Device:\\drivers.txt", true, u"drivers"},
                                          NameRow{1, u"Device:\\drivers", true, u"drivers"},
                                          NameRow{1, u"Device:\\test.pdb", true, u"test"},
+                                         NameRow{1, u"DEVICE:\\drivers.txt", false, u"drivers.txt"},
+                                         NameRow{1, u"device:\\test.pdb", false, u"test.txt"},
                                          NameRow{1, u"Card:\\test.pdb", false, u"test.txt"},
                                          NameRow{1, u"Card:\\test.Pdb", false, u"test.txt"},
                                          NameRow{1, u"Card:\\drivers.txt", false, u"drivers.txt"}));

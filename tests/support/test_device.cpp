@@ -47,6 +47,23 @@ void Record::BoxOpened(const Text& text, platform::BoxButtons buttons, platform:
     Boxes.push_back({text, buttons, icon, title});
 }
 
+void Record::KeyGrabbed(std::int32_t keyCode) {
+    Grabbed.push_back(keyCode);
+    KeyOrder.push_back("grab " + std::to_string(keyCode));
+}
+
+void Record::KeyReleased(std::int32_t keyCode) {
+    Released.push_back(keyCode);
+    KeyOrder.push_back("release " + std::to_string(keyCode));
+}
+
+void Record::CharacterSent(std::int32_t character) {
+    Sent.push_back(character);
+    KeyOrder.push_back("send " + std::to_string(character));
+    if (WhenACharacterIsSent)
+        WhenACharacterIsSent();
+}
+
 std::vector<Text> Record::Messages() const {
     std::vector<Text> messages;
     for (const ShownBox& box : Boxes)

@@ -49,14 +49,16 @@ struct Record : platform::headless::Watcher {
     std::vector<std::pair<std::int32_t, std::int32_t>> Tones; ///< hertz, milliseconds
     std::vector<Text> Status;                                 ///< texts of the strip; an empty one for its end
     std::vector<std::int32_t> Grabbed, Released, Sent;
+    std::vector<std::string> KeyOrder; ///< the same three, such as "release 276", in the order in which they came
+    std::function<void()> WhenACharacterIsSent; ///< to look at the program at that moment
 
     void BoxOpened(const Text& text, platform::BoxButtons buttons, platform::BoxIcon icon, const Text& title) override;
     void TonePlayed(std::int32_t hertz, std::int32_t milliseconds) override { Tones.emplace_back(hertz, milliseconds); }
     void StatusShown(const Text& text) override { Status.push_back(text); }
     void StatusHidden() override { Status.emplace_back(); }
-    void KeyGrabbed(std::int32_t keyCode) override { Grabbed.push_back(keyCode); }
-    void KeyReleased(std::int32_t keyCode) override { Released.push_back(keyCode); }
-    void CharacterSent(std::int32_t character) override { Sent.push_back(character); }
+    void KeyGrabbed(std::int32_t keyCode) override;
+    void KeyReleased(std::int32_t keyCode) override;
+    void CharacterSent(std::int32_t character) override;
 
     std::vector<Text> Messages() const; ///< of the boxes
 };
