@@ -75,6 +75,8 @@ ErrorNumber FailingFileSystem::OpenFolder(const Text& path, bool create, std::un
 ErrorNumber FailingFileSystem::OpenStream(const Text& fullName, StreamMode mode, std::unique_ptr<TextStream>& stream) {
     if (mode == StreamMode::Create && Faults.Strike())
         return DiskFull;
+    if (mode == StreamMode::Existing && Faults.StrikeRead())
+        return DeviceFailed;
     std::unique_ptr<TextStream> opened;
     const ErrorNumber error = Inner.OpenStream(fullName, mode, opened);
     if (error == NoError)

@@ -12,8 +12,8 @@ namespace platform::common {
 
 /// Shared by all that use one disk. Counted as a write is each line written, each closing of a stream that wrote, each
 /// stream made anew, file copied and folder made; of a database its making, each declaring, adding, writing, committing
-/// and deleting of a record and each end of a batch; each setting saved. Counted as a read is each line read, or run of
-/// lines passed over, of a text file. Deleting files never fails.
+/// and deleting of a record and each end of a batch; each setting saved. Counted as a read is each opening of a text file
+/// that is there, and each line read, or run of lines passed over. Deleting files never fails.
 class DiskFaults {
 public:
     /// The next `writes` write operations fail; -1 means all from now on, 0 none. `good` of them pass before that.

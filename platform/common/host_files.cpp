@@ -60,6 +60,7 @@ ErrorNumber FromErrno(int code) {
     case ENAMETOOLONG:
     case ELOOP:
     case EILSEQ:
+    case EINVAL:
         return PathRefused;
     case EBUSY:
     case ENODEV:

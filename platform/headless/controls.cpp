@@ -136,7 +136,7 @@ void HeadlessGrid::RowColChanged() {
 }
 
 void HeadlessGrid::ActOnKey(std::int32_t keyCode) {
-    if (!Enabled())
+    if (!Enabled() || !Visible())
         return;
     switch (keyCode) {
     case KeyUp:

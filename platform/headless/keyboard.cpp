@@ -2,6 +2,7 @@
 #include "platform/headless/keyboard.h"
 
 #include "app/form.h"
+#include "platform/headless/key_codes.h"
 
 #include <algorithm>
 
@@ -43,7 +44,9 @@ Refusal PressKey(HeadlessPlatform& device, std::int32_t keyCode) {
         return refusal;
     FocusTarget* const holder = device.focus.Holder();
     const bool passes = KeyDownPasses(keyCode);
-    if (passes && holder != nullptr && device.focus.Holder() == holder) {
+    if (passes && device.grdMain.TurnsPages && (keyCode == KeyPageUp || keyCode == KeyPageDown)) {
+        device.grdMain.ActOnKey(keyCode); // a Palm's grid scrolls whatever has the focus
+    } else if (passes && holder != nullptr && device.focus.Holder() == holder) {
         if (IsCharacter(keyCode))
             holder->EnterCharacter(Text(1, static_cast<char16_t>(keyCode)));
         else

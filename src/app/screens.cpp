@@ -84,8 +84,9 @@ void SelectCommandRow(std::int32_t row, std::int32_t col) {
     MenuEvent(platform::Device().grdMain.Cell(row, col));
 }
 
-/// The choice was stored when the row changed.
+/// A row that was highlighted all along is chosen by a tap as well: no row change has stored it.
 void SelectListEntry(std::int32_t, std::int32_t) {
+    StoreListChoice();
     GoBack();
 }
 

@@ -37,8 +37,16 @@ void Seek(const FileHandle& handle, std::int64_t offset, Origin origin) {
         FailOnFile(u"read", handle, error);
 }
 
-bool OpenStream(const FileHandle& handle, StreamMode mode) {
-    return Device().fileSystem.OpenStream(FullName(handle), mode, StreamOf(handle)) == platform::NoError;
+/// A file that a failing device keeps from us is not a missing file, which the caller would make anew over it.
+bool OpenExisting(const FileHandle& handle) {
+    const auto error = Device().fileSystem.OpenStream(FullName(handle), StreamMode::Existing, StreamOf(handle));
+    if (error == platform::DeviceFailed || error == platform::NotAvailable)
+        FailOnFile(u"open", handle, error);
+    return error == platform::NoError;
+}
+
+bool MakeAnew(const FileHandle& handle) {
+    return Device().fileSystem.OpenStream(FullName(handle), StreamMode::Create, StreamOf(handle)) == platform::NoError;
 }
 
 /// Moves to the marked line; false when another writer has changed the file since.
@@ -52,17 +60,11 @@ platform::ErrorNumber CountLines(TextStream& stream, std::int64_t& count) {
     return error != platform::NoError ? error : stream.SkipLines(std::numeric_limits<std::int32_t>::max() - 1, count);
 }
 
-/// A file that can't be counted to its end is not open: what is written next would land in the middle of it.
 bool OpenForAppending(FileHandle& handle) {
-    if (!OpenStream(handle, StreamMode::Existing) && !OpenStream(handle, StreamMode::Create))
+    if (!OpenExisting(handle) && !MakeAnew(handle))
         return false;
-    TextStream& stream = *StreamOf(handle);
-    std::int64_t count = 0;
-    if (CountLines(stream, count) != platform::NoError || stream.Seek(0, Origin::End) != platform::NoError) {
-        StreamOf(handle).reset();
-        return false;
-    }
-    handle.nextLine = static_cast<std::int32_t>(count) + 1;
+    handle.nextLine = TextLineCount(handle) + 1;
+    Seek(handle, 0, Origin::End);
     return true;
 }
 
@@ -142,9 +144,9 @@ bool OpenTextLines(FileHandle& handle) {
     MarkOf(handle) = {};
     bool opened = false;
     if (handle.mode == u"r") {
-        opened = OpenStream(handle, StreamMode::Existing);
+        opened = OpenExisting(handle);
     } else if (handle.mode == u"w") {
-        opened = OpenStream(handle, StreamMode::Create);
+        opened = MakeAnew(handle);
         handle.nextLine = 1;
     } else if (handle.mode == u"a") {
         opened = OpenForAppending(handle);

@@ -52,6 +52,19 @@ TEST_F(VolumeListing, StoresTheOneThatIsTapped) {
     EXPECT_EQ(Screen(), ScrPreferences);
 }
 
+/// A stored name that is in no list highlights nothing; the grid's own first row can be chosen all the same.
+TEST_F(SelectionList, StoresTheRowThatWasHighlightedAllAlongWhenItIsTapped) {
+    SaveSetting(u"ComPort", u"BT1");
+    MenuEvent(u"Preferences...");
+    MenuEvent(u"Bluetooth Serial Setup...");
+    Repaint();
+    ASSERT_EQ(Row(), 0);
+    EXPECT_EQ(Stored(u"ComPort"), u"BT1");
+    Tap(0);
+    EXPECT_EQ(Stored(u"ComPort"), u"OFF");
+    EXPECT_EQ(Screen(), ScrPreferences);
+}
+
 TEST_F(VolumeListing, LeavingThePreferencesMovesTheDataThere) {
     SaveSetting(u"StorageVolume", u"E:\\");
     MenuEvent(u"Preferences...");

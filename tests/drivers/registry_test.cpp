@@ -37,6 +37,21 @@ TEST_F(DriverRegistry, LostDriversTableTakesTheRegisterWithIt) {
     EXPECT_EQ(File("qrnctrl.txt"), "DRIVER|FILE|DATE|ALIAS\n");
 }
 
+/// A drivers table that can't be read is not a lost one: nothing is made anew over it.
+TEST_F(DriverRegistry, FailingDiskCostsNoDriverAndNoDownload) {
+    InstallTwo();
+    const std::string drivers = File("drivers.txt");
+    const std::string downloads = File("qrnctrl.txt");
+    for (std::int32_t good = 0; good < 6; ++good) {
+        Device.Platform.faults.FailNextReads(1, good);
+        EXPECT_NE(support::FailureOf([] { MenuEvent(u"Start..."); }), u"");
+        EXPECT_EQ(File("drivers.txt"), drivers);
+        EXPECT_EQ(File("qrnctrl.txt"), downloads);
+        modFileSystem::ResetSlots();
+        modFileSystem::Table = {};
+    }
+}
+
 TEST_F(DriverRegistry, ListsDriversInTheOrderOfTheirRows) {
     InstallTwo();
     ShowInstalled();

@@ -1,0 +1,64 @@
+# Two checks can be made in the field. "Debug" of the preferences shows a text before and after a piece of it was replaced.
+# (The screen that checks the files stands in the program, and no menu leads to it.)
+$ printf '[Settings]\nComPort=Com1\n' > settings.ini
+$ quorin-console
+> choose Preferences...
+{"done":"choose"}
+> tick 100
+{"done":"tick"}
+> tap 5
+{"event":"box","text":"this is a-a-a-a string","buttons":"ok","icon":"none","title":"Quorin"}
+>> show
+      Preferences
+    ---------------------------+------------------------+---------------------------
+      Zoom                     | this is a-a-a-a string |
+      Select Storage Volume... |                        |
+      Bluetooth Serial Setup...|         [ Ok ]         |
+      Toggle Colour: On        +------------------------+
+      Enter Custom Serial ID...
+    > Debug
+    --------------------------------------------------------------------------------
+    [Back]
+{"done":"show"}
+>> answer ok
+{"done":"answer"}
+{"event":"box","text":"this is a very long string","buttons":"ok","icon":"none","title":"Quorin"}
+>> answer ok
+{"done":"answer"}
+{"done":"tap"}
+> choose Back
+{"done":"choose"}
+# "Bluetooth Debug..." opens the port without a driver and lists what comes, so that a driver can be written from it: the
+# types of each result, its variables, of which the first is the sender, and its value.
+> choose Bluetooth Debug...
+{"done":"choose"}
+> tick 500
+{"done":"tick"}
+> show
+      Bluetooth :-)
+    --------------------------------------------------------------------------------
+    >
+    --------------------------------------------------------------------------------
+    [Back]
+{"done":"show"}
+> receive "[BLob]\r\n[CONNECT \"QI-0001\"]\r\n[/BLob]\r\n[BLob]\r\n[ORIGIN \"QI-0001\"]\r\n[DESCRIPTIVE_VAR \"Plot=A1\"]\r\n[RESULT_TYPE \"pH\" \"Acid\"]\r\n[RESULT_VALUE \"6.8\"]\r\n[RESULT_UNIT \"pH\"]\r\n[RESULT_TYPE \"Depth\"]\r\n[RESULT_VALUE \"30\"]\r\n[RESULT_UNIT \"cm\"]\r\n[/BLob]\r\n"
+{"done":"receive"}
+> tick 1000
+{"event":"status","text":"Decoding Result"}
+{"event":"tone","frequency":1046,"duration":250}
+{"event":"tone","frequency":1046,"duration":250}
+{"event":"status","text":null}
+{"done":"tick"}
+> screen
+{"screen":"ScrBluetoothDebug","previous":"ScrMain","title":{"visible":true,"cells":[["Bluetooth :-)"]],"widths":[640],"heights":[17],"box":[0,0,640,17]},"grid":{"visible":true,"enabled":true,"row":10,"col":0,"top":10,"cells":[["RT: pH"],["RT: Acid"],["DV: ORIGIN=QI-0001"],["DV: Plot=A1"],["6.8 pH"],["---"],["RT: Depth"],["DV: ORIGIN=QI-0001"],["DV: Plot=A1"],["30 cm"],["---"]],"widths":[625],"heights":[17,17,17,17,17,17,17,17,17,17,17],"box":[0,16,640,464],"font":["Tahoma",8]},"menus":[{"caption":"Back","visible":true,"enabled":true,"items":["Back"]},{"caption":"","visible":false,"enabled":true,"items":[]}],"input":null,"status":null,"focus":null,"form":[0,0,640,480]}
+{"done":"screen"}
+# Back ends the wish for the link, and the next tick closes the port. Nothing of it was kept.
+> choose Back
+{"done":"choose"}
+> tick 500
+{"done":"tick"}
+> receive "[BLob]\r\n"
+{"done":"receive","error":"no simulated port is open"}
+$ find * | LC_ALL=C sort
+Quorin
+settings.ini
