@@ -3,6 +3,7 @@
 #include "reports.h"
 
 #include "view/input_fields.h"
+#include "view/screen_table.h"
 
 #include <algorithm>
 #include <cmath>
@@ -103,13 +104,24 @@ Lines CellLines(const HeadlessGrid& grid, std::int32_t row, std::int32_t col, st
     return row < grid.TopRow() ? Wrapped(grid.Cell(row, col), width) : Lines{Text()};
 }
 
+/// The prompt takes the place of the main grid, whatever that shows behind it.
+bool Prompting() {
+    return modQuorin::Screens.CurrentScreen == modQuorin::ScrInput;
+}
+
 /// The in-place text box lies over the cell that it edits.
 bool IsUnderEdit(const HeadlessPlatform& device, std::int32_t row, std::int32_t col) {
-    return device.txtInputField.Visible() && modPDAUI::Input.EditRow == row && modPDAUI::Input.EditCol == col;
+    return !Prompting() && device.txtInputField.Visible() && modPDAUI::Input.EditRow == row &&
+           modPDAUI::Input.EditCol == col;
+}
+
+/// The title's columns stand over those of the main grid.
+const HeadlessGrid& GridForWidths(const HeadlessPlatform& device, const HeadlessGrid& grid) {
+    return device.grdMain.Visible() && device.grdMain.Cols() == grid.Cols() ? device.grdMain : grid;
 }
 
 Lines RowLines(const HeadlessPlatform& device, const HeadlessGrid& grid, std::int32_t row, const Text& mark) {
-    const std::vector<std::size_t> widths = ColumnWidths(grid, RoomForText);
+    const std::vector<std::size_t> widths = ColumnWidths(GridForWidths(device, grid), RoomForText);
     std::vector<Lines> cells;
     std::size_t height = 1;
     for (std::int32_t col = 0; col < grid.Cols(); ++col) {
@@ -181,7 +193,7 @@ std::int32_t FirstRowDrawn(const HeadlessGrid& grid) {
 Lines MainLines(const HeadlessPlatform& device) {
     const HeadlessGrid& grid = device.grdMain;
     Lines lines;
-    if (!grid.Visible())
+    if (!grid.Visible() || Prompting())
         return lines;
     std::int32_t row = FirstRowDrawn(grid);
     if (const std::int32_t above = ShownRows(grid, 0, row); above > 0)
@@ -202,7 +214,7 @@ Lines InputLines(const HeadlessPlatform& device) {
     Lines lines;
     if (device.dteInputField.Visible())
         lines.push_back(u"  [ " + modStringTools::FromBytes(IsoDate(device.dteInputField.Date())) + u" ]");
-    if (device.txtInputField.Visible() && !device.grdMain.Visible()) {
+    if (device.txtInputField.Visible() && Prompting()) {
         for (const Text& line : Wrapped(device.txtInputField.Contents() + u"_", RoomForText - 4))
             lines.push_back(u"  [" + Fitted(line, RoomForText - 4) + u"]");
     }

@@ -61,7 +61,7 @@ $ quorin-console --strict
 {"event":"status","text":null}
 {"done":"tick"}
 > show
-      Bluetooth :-)                          1/1
+      Bluetooth :-)                         1/1
     --------------------------------------------------------------------------------
       Started                               09:30
       Ended                                 09:30
@@ -110,7 +110,7 @@ $ quorin-console --strict
 > tick 600
 {"done":"tick"}
 > show
-      Bluetooth :-)                          1/1
+      Bluetooth :-)                         1/1
     --------------------------------------------------------------------------------
       Started                               09:30
       Ended                                 09:30

@@ -87,7 +87,7 @@ $ quorin-console --device palm --strict
 {"event":"status","text":null}
 {"done":"tick"}
 > show
-      Bluetooth :-)                   1/1
+      Bluetooth :-)                       1/1
     --------------------------------------------------------------------------------
       ... 1 row above
     > Acid                                6.8
@@ -187,7 +187,7 @@ $ quorin-console --device palm --strict
 > key 34
 {"done":"key"}
 > show
-      Download                        2/2
+      Download                            2/2
     --------------------------------------------------------------------------------
       ... 2 rows above
     > Note 1
@@ -209,7 +209,7 @@ $ quorin-console --device palm --strict
 > key 34
 {"done":"key"}
 > show
-      Download                        2/2
+      Download                            2/2
     --------------------------------------------------------------------------------
       ... 2 rows above
     > Note 1
@@ -232,7 +232,7 @@ $ quorin-console --device palm --strict
 > tick 100
 {"done":"tick"}
 > show
-      Download                        1/2
+      Download                            1/2
     --------------------------------------------------------------------------------
       Plot                                A1
       Acid                                6.8
@@ -253,7 +253,7 @@ $ quorin-console --device palm --strict
 > tick 100
 {"done":"tick"}
 > show
-      Download                        2/2
+      Download                            2/2
     --------------------------------------------------------------------------------
       Plot                                A1
       Acid
