@@ -187,7 +187,8 @@ void GridStore::SetFontName(const Text& name) {
 }
 
 void GridStore::SetFontSize(std::int32_t size) {
-    if (size < 1 || size > LargestFont || size == Size)
+    const bool offered = FontSizes.empty() || std::find(FontSizes.begin(), FontSizes.end(), size) != FontSizes.end();
+    if (size < 1 || size > LargestFont || size == Size || !offered)
         return;
     Size = size;
     Changed();

@@ -6,6 +6,7 @@
 
 #include "view/platform/grid.h"
 
+#include <utility>
 #include <vector>
 
 namespace platform::common {
@@ -60,6 +61,8 @@ public:
     void SetFontName(const Text& name) override;
     std::int32_t FontSize() const override { return Size; }
     void SetFontSize(std::int32_t size) override;
+    /// From now on the font comes in these sizes alone, and any other is refused; none given: in every size.
+    void OfferFontSizes(std::vector<std::int32_t> sizes) { FontSizes = std::move(sizes); }
 
     /// Whether a cell can be tapped: it is there, and its row has a height.
     bool Offers(std::int32_t row, std::int32_t col) const;
@@ -109,6 +112,7 @@ private:
     bool Usable = true;
     Text Font;
     std::int32_t Size = 0;
+    std::vector<std::int32_t> FontSizes;
     int Announcing = 0; ///< handlers of a move that have not come back yet
     bool Painting = false;
     bool ChangedByPainting = false;

@@ -9,9 +9,6 @@ namespace {
 
 // A font's handle is its size.
 
-const char16_t* const FontNames[] = {u"AFPalm",         u"AFPalmHR", u"AFSE UIQ Standard", u"Microsoft Sans Serif CMF",
-                                     u"Nokia Sans S60", u"Tahoma"};
-
 std::int32_t CharacterWidth(FontHandle font) {
     return (font * 3 + 2) / 4;
 }
@@ -83,7 +80,7 @@ Text HeadlessFonts::FirstFontName() {
 }
 
 Text HeadlessFonts::NextFontName() {
-    return Next < std::size(FontNames) ? FontNames[Next++] : u"";
+    return Next < Names.size() ? Names[Next++] : Text();
 }
 
 } // namespace platform::headless

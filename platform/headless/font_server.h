@@ -7,6 +7,8 @@
 #include "view/platform/painting.h"
 
 #include <cstddef>
+#include <utility>
+#include <vector>
 
 namespace platform::headless {
 
@@ -20,8 +22,12 @@ public:
     TextSize MeasureWrapped(FontHandle font, const Text& text, std::int32_t width) override;
     Text FirstFontName() override;
     Text NextFontName() override;
+    /// The fonts that there are from now on.
+    void OfferFonts(std::vector<Text> names) { Names = std::move(names); }
 
 private:
+    std::vector<Text> Names = {u"AFPalm",         u"AFPalmHR", u"AFSE UIQ Standard", u"Microsoft Sans Serif CMF",
+                               u"Nokia Sans S60", u"Tahoma"};
     std::size_t Next = 0;
 };
 

@@ -107,6 +107,31 @@ TEST_F(SelectionList, OfTheFontsMarksTheStoredOneAndChangesNoFont) {
     EXPECT_EQ(Device.Main().FontName(), u"Tahoma");
 }
 
+TEST_F(SelectionList, OfTheFontsShowsARunOfEqualNamesOnce) {
+    Device.Platform.fonts.OfferFonts({u"A", u"A", u"A", u"B", u"A", u"C", u"C"});
+    SaveSetting(u"Font", u"C");
+    MenuEvent(u"Fonts...");
+    EXPECT_THAT(Column(0), ElementsAre(u"A", u"B", u"A", u"C"));
+    EXPECT_EQ(Row(), 3);
+}
+
+TEST_F(SelectionList, OfTheFontsEndsAfterAThousand) {
+    std::vector<Text> names;
+    for (std::int32_t i = 1; i <= 1500; ++i)
+        names.push_back(modStringTools::NumberText(i));
+    Device.Platform.fonts.OfferFonts(names);
+    MenuEvent(u"Fonts...");
+    EXPECT_EQ(Device.Main().Rows(), 1000);
+    EXPECT_EQ(Cell(999), u"1000");
+}
+
+TEST_F(SelectionList, OfADeviceWithoutFontsHasNoRow) {
+    Device.Platform.fonts.OfferFonts({});
+    MenuEvent(u"Fonts...");
+    EXPECT_EQ(Device.Main().Rows(), 0);
+    EXPECT_EQ(Stored(u"Font"), u"(none)");
+}
+
 TEST_F(SelectionList, OfThePortsHighlightsTheStoredOne) {
     SaveSetting(u"ComPort", u"Com4");
     MenuEvent(u"Bluetooth Serial Setup...");

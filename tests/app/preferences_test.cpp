@@ -80,6 +80,64 @@ INSTANTIATE_TEST_SUITE_P(Sizes, ZoomOf,
                                          ZoomStep{30, 5}, ZoomStep{5, 11}, ZoomStep{24, 30}, ZoomStep{25, 30},
                                          ZoomStep{29, 30}, ZoomStep{40, 5}));
 
+/// A font that comes in a few sizes alone.
+struct FewSizes {
+    std::vector<std::int32_t> Sizes;
+    std::int32_t From, To;
+};
+
+class ZoomOfAFontWith : public Preferences, public testing::WithParamInterface<FewSizes> {};
+
+TEST_P(ZoomOfAFontWith, FewSizesTakesTheNextThatIsFarEnough) {
+    Device.Main().SetFontSize(GetParam().From);
+    Device.Platform.grdMain.OfferFontSizes(GetParam().Sizes);
+    MenuEvent(u"Zoom");
+    EXPECT_EQ(Device.Main().FontSize(), GetParam().To);
+    EXPECT_EQ(Setting(u"FONTSIZE"), modStringTools::NumberText(GetParam().To));
+}
+
+INSTANTIATE_TEST_SUITE_P(Sizes, ZoomOfAFontWith,
+                         testing::Values(FewSizes{{8, 9, 12, 18, 24}, 8, 18}, // 12 is less than six sizes away
+                                         FewSizes{{8, 9}, 8, 9},              // the largest there is
+                                         FewSizes{{5, 8, 9}, 9, 5},           // nothing larger: round to the smallest
+                                         FewSizes{{8, 12, 18}, 18, 18},       // which is refused as well
+                                         FewSizes{{8, 14, 31}, 14, 14}));     // 31 is never tried
+
+struct PreferenceRowOf {
+    const char16_t* Row;
+    const ScreenId* Leads; ///< the screen on show after a tap
+    const char16_t* Kind;  ///< of the list there
+    const char16_t* Title;
+};
+
+class RowOfPreferences : public Preferences, public testing::WithParamInterface<PreferenceRowOf> {};
+
+TEST_P(RowOfPreferences, IsACommand) {
+    const std::vector<Text> rows = Column(0);
+    const auto row = std::find(rows.begin(), rows.end(), GetParam().Row);
+    ASSERT_NE(row, rows.end());
+    Device.WillAnswer(platform::BoxAnswer::Ok);
+    Device.WillAnswer(platform::BoxAnswer::Ok);
+    Text promptTitle;
+    Device.WillDo([&promptTitle, this] {
+        promptTitle = TitleCell();
+        GoBack();
+    });
+    Tap(static_cast<std::int32_t>(row - rows.begin()));
+    EXPECT_EQ(Screen(), *GetParam().Leads);
+    EXPECT_EQ(Screens.ListKind, GetParam().Kind);
+    EXPECT_EQ(promptTitle.empty() ? TitleCell() : promptTitle, GetParam().Title);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Each, RowOfPreferences,
+    testing::Values(PreferenceRowOf{u"Zoom", &ScrPreferences, u"", u"Preferences"},
+                    PreferenceRowOf{u"Select Storage Volume...", &ScrList, u"STORAGEVOLUME", u"Select Volume"},
+                    PreferenceRowOf{u"Bluetooth Serial Setup...", &ScrList, u"COMMPORT", u"Com Port"},
+                    PreferenceRowOf{u"Toggle Colour: On", &ScrPreferences, u"", u"Preferences"},
+                    PreferenceRowOf{u"Enter Custom Serial ID...", &ScrPreferences, u"", u"Serial ID"},
+                    PreferenceRowOf{u"Debug", &ScrPreferences, u"", u"Preferences"}));
+
 TEST_F(Preferences, ZoomLaysTheScreenOutAfresh) {
     MenuEvent(u"Zoom");
     EXPECT_EQ(Screen(), ScrPreferences);

@@ -67,6 +67,42 @@ TEST_F(Asking, ForALineShowsABoxOfOneLine) {
     EXPECT_EQ(Form.focus.Holder(), &Form.txtInputField);
 }
 
+/// What stands on the form for each kind of input on each kind of device.
+struct KindRow {
+    std::int32_t DeviceType, Kind;
+    const char* Shown; ///< the control, its height, and whether it takes several lines
+};
+
+class KindOfInput : public Asking, public testing::WithParamInterface<KindRow> {
+protected:
+    KindOfInput() : Asking(support::OfType(GetParam().DeviceType)) {}
+    std::string Shown() {
+        std::string shown;
+        const auto tell = [&shown](const char* name, const platform::Control& control) {
+            if (control.Visible())
+                shown += std::string(name) + " " + std::to_string(static_cast<int>(control.Bounds().Height));
+        };
+        tell("text", Form.txtInputField);
+        tell("combo", Form.cboInputField);
+        tell("combotext", Form.cbotxtInputField);
+        tell("date", Form.dteInputField);
+        return shown + (Form.txtInputField.MultiLine() ? " lines" : "");
+    }
+};
+
+TEST_P(KindOfInput, ShowsItsControl) {
+    Form.cboInputField.SetBounds({0, 0, 100, 21}); // a combo box keeps the height that it has
+    Ask(GetParam().Kind, u"", u"a,b");
+    EXPECT_EQ(Shown(), GetParam().Shown);
+}
+
+INSTANTIATE_TEST_SUITE_P(Table, KindOfInput,
+                         testing::Values(KindRow{0, 0, "text 19"}, KindRow{0, 1, "combo 21"}, KindRow{0, 2, "date 464"},
+                                         KindRow{0, 3, "text 464 lines"}, KindRow{0, 4, "text 19"},
+                                         KindRow{0, -1, "text 19"}, KindRow{9, 0, "text 19"}, KindRow{9, 1, ""},
+                                         KindRow{9, 2, "date 304"}, KindRow{9, 3, "text 304 lines"},
+                                         KindRow{1, 1, "combo 21"}, KindRow{7, 1, "combo 21"}));
+
 TEST_F(Asking, ForATextShowsABoxAsTallAsTheGrid) {
     Ask(PromptText);
     EXPECT_TRUE(Form.txtInputField.MultiLine());
