@@ -148,7 +148,7 @@ Error ReadTime(const std::string& rest, std::int64_t& milliseconds) {
 
 Error RunTick(Session& session, const std::string& rest) {
     std::int64_t milliseconds = 0;
-    const Error error = ReadTime(rest, milliseconds);
+    Error error = ReadTime(rest, milliseconds);
     if (error.empty())
         session.Device().loop.PassTime(milliseconds);
     return error;
