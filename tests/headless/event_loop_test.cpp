@@ -1,0 +1,266 @@
+// SPDX-License-Identifier: MIT
+#include "platform/headless/event_loop.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <array>
+#include <deque>
+
+namespace platform::headless {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+/// Commands that stand ready; without one more the input has ended.
+class ReadyCommands final : public CommandSource {
+public:
+    void AboutToWait(int nesting) override { Nestings.push_back(nesting); }
+    bool HasCommand() override { return !Steps.empty(); }
+    bool Ended() override { return true; }
+    int Descriptor() override { return -1; }
+    void TakeInput() override {}
+    void RunCommand() override {
+        const std::function<void()> step = Steps.front();
+        Steps.pop_front();
+        step();
+    }
+    std::deque<std::function<void()>> Steps;
+    std::vector<int> Nestings; ///< at each wait
+};
+
+class PendingEvents final : public EventSource {
+public:
+    int Descriptor() override { return -1; }
+    bool RaiseWhatIsPending() override {
+        if (Pending == 0)
+            return false;
+        --Pending;
+        Raise();
+        return true;
+    }
+    int Pending = 0;
+    std::function<void()> Raise = [] {};
+};
+
+std::array<std::function<void()>, 3> OnTick; ///< of the timers of the running test
+
+template <std::size_t Which>
+void Tick() {
+    OnTick[Which]();
+}
+
+/// Three timers that are off; each tells its ticks with the time.
+class Loop : public testing::Test {
+protected:
+    Loop() {
+        for (std::size_t i = 0; i < OnTick.size(); ++i)
+            OnTick[i] = [this, i] { Tell(i); };
+    }
+    void Tell(std::size_t timer) {
+        Ticks.push_back(std::string(1, static_cast<char>('A' + timer)) + std::to_string(Time.Milliseconds()));
+    }
+    void Start(HeadlessTimer& timer, std::int32_t interval) {
+        timer.SetInterval(interval);
+        timer.SetEnabled(true);
+    }
+    std::vector<std::string> TicksIn(std::int64_t milliseconds) {
+        Ticks.clear();
+        Events.PassTime(milliseconds);
+        return Ticks;
+    }
+    static ProgramOver::Reason EndOf(const std::function<void()>& action) {
+        try {
+            action();
+        } catch (const ProgramOver& over) {
+            return over.Why;
+        }
+        ADD_FAILURE() << "the program goes on";
+        return {};
+    }
+
+    HeadlessClock Time{0};
+    ReadyCommands Commands;
+    EventLoop Events{Time, Commands};
+    HeadlessTimer A{Events, 1000, false, Tick<0>};
+    HeadlessTimer B{Events, 1000, false, Tick<1>};
+    HeadlessTimer C{Events, 1000, false, Tick<2>};
+    std::vector<std::string> Ticks; ///< timer and milliseconds
+};
+
+TEST_F(Loop, FiresTimersInTheOrderOfTime) {
+    Start(A, 300);
+    Start(B, 200);
+    EXPECT_THAT(TicksIn(1000), ElementsAre("B200", "A300", "B400", "A600", "B600", "B800", "A900", "B1000"));
+    EXPECT_EQ(Time.Milliseconds(), 1000);
+}
+
+TEST_F(Loop, FiresNoTimerBeforeItsTime) {
+    Start(A, 500);
+    EXPECT_THAT(TicksIn(499), IsEmpty());
+    EXPECT_THAT(TicksIn(1), ElementsAre("A500"));
+    EXPECT_THAT(TicksIn(0), IsEmpty());
+    EXPECT_THAT(TicksIn(500), ElementsAre("A1000"));
+}
+
+TEST_F(Loop, StartsAWholeIntervalWhenATimerIsEnabled) {
+    Events.PassTime(900);
+    Start(A, 1000);
+    EXPECT_THAT(TicksIn(999), IsEmpty());
+    EXPECT_THAT(TicksIn(1), ElementsAre("A1900"));
+    A.SetEnabled(false);
+    Events.PassTime(300);
+    A.SetEnabled(true);
+    EXPECT_THAT(TicksIn(1000), ElementsAre("A3200"));
+}
+
+TEST_F(Loop, IsNotToldAnewWhenARunningTimerIsEnabledAgain) {
+    Start(A, 1000);
+    Events.PassTime(600);
+    A.SetEnabled(true);
+    A.SetInterval(1000);
+    EXPECT_THAT(TicksIn(400), ElementsAre("A1000"));
+}
+
+TEST_F(Loop, BeginsAnotherIntervalAtOnce) {
+    Start(A, 1000);
+    Events.PassTime(600);
+    A.SetInterval(100);
+    EXPECT_THAT(TicksIn(250), ElementsAre("A700", "A800"));
+}
+
+TEST_F(Loop, FiresATimerThatAHandlerEnabled) {
+    OnTick[0] = [this] {
+        Tell(0);
+        A.SetEnabled(false);
+        Start(B, 50);
+    };
+    Start(A, 100);
+    EXPECT_THAT(TicksIn(200), ElementsAre("A100", "B150", "B200"));
+}
+
+TEST_F(Loop, FiresNoTimerThatAHandlerDisabled) {
+    OnTick[0] = [this] {
+        Tell(0);
+        B.SetEnabled(false);
+    };
+    Start(A, 100);
+    Start(B, 100);
+    EXPECT_THAT(TicksIn(150), ElementsAre("A100"));
+}
+
+TEST_F(Loop, FiresEachTimerThatFellDueDuringAJumpOnceInItsOrder) {
+    Start(A, 300);
+    Start(B, 200);
+    Start(C, 9000);
+    Events.Jump(5000);
+    EXPECT_THAT(Ticks, IsEmpty());
+    EXPECT_TRUE(Events.HandleDue());
+    EXPECT_THAT(Ticks, ElementsAre("B5000", "A5000"));
+    EXPECT_FALSE(Events.HandleDue());
+    EXPECT_THAT(TicksIn(300), ElementsAre("B5200", "A5300"));
+}
+
+TEST_F(Loop, LetsTimersGoOnWhileAHandlerWaits) {
+    Commands.Steps = {[this] { Events.PassTime(250); }};
+    OnTick[0] = [this] {
+        Tell(0);
+        if (Ticks.size() == 1)
+            Events.WaitNested();
+        Ticks.emplace_back("back");
+    };
+    Start(A, 100);
+    EXPECT_THAT(TicksIn(150), ElementsAre("A100", "A200", "back", "A300", "back", "back"));
+    EXPECT_EQ(Time.Milliseconds(), 350);
+}
+
+TEST_F(Loop, CountsTheWaitsThatStandInsideOneAnother) {
+    Commands.Steps = {[this] { Events.WaitNested(); }, [this] { Events.WaitNested(); }, [] {}, [] {}};
+    Events.WaitOnce();
+    Events.WaitOnce();
+    EXPECT_THAT(Commands.Nestings, ElementsAre(0, 1, 2, 0));
+}
+
+TEST_F(Loop, ForgetsTheWaitsThatTheEndOfTheProgramLeft) {
+    HeadlessRunTime program(Events);
+    Commands.Steps = {[&] { program.WaitEvents(); }, [&] { program.EndProgram(); }, [] {}};
+    EXPECT_EQ(EndOf([this] { Events.WaitOnce(); }), ProgramOver::Reason::Ended);
+    Events.WaitOnce();
+    EXPECT_THAT(Commands.Nestings, ElementsAre(0, 1, 0));
+}
+
+TEST_F(Loop, HandlesWhatIsDueBeforeACommand) {
+    Start(A, 100);
+    Events.Jump(100);
+    Commands.Steps = {[this] { Ticks.emplace_back("command"); }};
+    Events.WaitOnce();
+    EXPECT_THAT(Ticks, ElementsAre("A100"));
+    Events.WaitOnce();
+    EXPECT_THAT(Ticks, ElementsAre("A100", "command"));
+}
+
+TEST_F(Loop, EndsTheProgramWhenThereAreNoMoreCommands) {
+    EXPECT_EQ(EndOf([this] { Events.WaitOnce(); }), ProgramOver::Reason::InputEnded);
+    EXPECT_EQ(EndOf([this] { Events.WaitNested(); }), ProgramOver::Reason::InputEnded);
+}
+
+TEST_F(Loop, RaisesEverythingThatIsPending) {
+    PendingEvents port;
+    Events.Listen(port);
+    port.Pending = 3;
+    EXPECT_TRUE(Events.HandleDue());
+    EXPECT_EQ(port.Pending, 0);
+    EXPECT_FALSE(Events.HandleDue());
+}
+
+TEST_F(Loop, RaisesWhatATickLeavesPendingBeforeTheNextTick) {
+    PendingEvents port;
+    port.Raise = [this] { Ticks.push_back("port" + std::to_string(Time.Milliseconds())); };
+    Events.Listen(port);
+    OnTick[0] = [&] {
+        Tell(0);
+        ++port.Pending;
+    };
+    Start(A, 100);
+    EXPECT_THAT(TicksIn(200), ElementsAre("A100", "port100", "A200", "port200"));
+}
+
+TEST_F(Loop, HandlesWhatIsPendingWithoutWaitingOrReadingACommand) {
+    HeadlessRunTime program(Events);
+    PendingEvents port;
+    port.Pending = 2;
+    Events.Listen(port);
+    Commands.Steps = {[] {}};
+    program.DoEvents();
+    EXPECT_EQ(port.Pending, 0);
+    EXPECT_EQ(Commands.Steps.size(), 1U);
+}
+
+TEST_F(Loop, CarriesTheMessageOfAFailureOut) {
+    HeadlessRunTime program(Events);
+    try {
+        program.RuntimeFailure(u"no such row");
+    } catch (const ProgramOver& over) {
+        EXPECT_EQ(over.Why, ProgramOver::Reason::Failed);
+        EXPECT_EQ(over.Failure, u"no such row");
+    }
+}
+
+TEST(LoopOnTheMachinesClock, FiresTimersByItself) {
+    HeadlessClock time;
+    ReadyCommands commands;
+    EventLoop loop(time, commands);
+    HeadlessTimer timer(loop, 20, true, Tick<0>);
+    int ticks = 0;
+    OnTick[0] = [&] { ++ticks; };
+    while (ticks == 0)
+        loop.PassTime(5);
+    EXPECT_GE(time.Milliseconds(), 20);
+    const std::int64_t before = time.Milliseconds();
+    loop.PassTime(30);
+    EXPECT_GE(time.Milliseconds(), before + 30);
+}
+
+} // namespace
+} // namespace platform::headless
