@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "commands.h"
 
+#include "app/commands.h"
 #include "app/form.h"
 #include "arguments.h"
 #include "platform/headless/gestures.h"
@@ -82,17 +83,29 @@ Error RunChoose(Session& session, const std::string& rest) {
     return caption ? Choose(session.Device(), *caption) : "is no proper JSON string";
 }
 
+/// A command that no menu of any screen offers can be given all the same, for who looks after a device.
+Error RunCommand(Session& session, const std::string& rest) {
+    const auto text = TextFrom(rest);
+    if (!text)
+        return "is no proper JSON string";
+    Error error = FormRefusal(session.Device());
+    if (error.empty())
+        modQuorin::MenuEvent(*text);
+    return error;
+}
+
 Error RunSet(Session& session, const std::string& rest) {
     const auto text = TextFrom(rest);
     return text ? SetInput(session.Device(), *text) : "is no proper JSON string";
 }
 
 Error RunAnswer(Session& session, const std::string& rest) {
-    if (rest == "yes")
+    const Arguments words = WordsOf(rest);
+    if (words == Arguments{"yes"})
         return Answer(session.Device(), BoxAnswer::Yes);
-    if (rest == "no")
+    if (words == Arguments{"no"})
         return Answer(session.Device(), BoxAnswer::No);
-    if (rest == "ok")
+    if (words == Arguments{"ok"})
         return Answer(session.Device(), BoxAnswer::Ok);
     return "wants yes, no or ok";
 }
@@ -117,7 +130,8 @@ Error RunType(Session& session, const std::string& rest) {
 }
 
 Error RunPick(Session& session, const std::string& rest) {
-    const auto date = platform::headless::DateFromText(rest);
+    const Arguments words = WordsOf(rest);
+    const auto date = words.size() == 1 ? platform::headless::DateFromText(words[0]) : std::nullopt;
     return date ? PickDate(session.Device(), *date) : "wants a date of the calendar, YYYY-MM-DD";
 }
 
@@ -125,12 +139,12 @@ Error RunPick(Session& session, const std::string& rest) {
 Error RunKeyboard(Session&, const std::string& rest) {
     const Arguments words = WordsOf(rest);
     std::vector<std::int32_t> numbers;
-    for (const std::string& word : words)
-        numbers.push_back(SmallNumber(word).value_or(0));
-    const bool all =
-        std::all_of(words.begin(), words.end(), [](const auto& word) { return SmallNumber(word).has_value(); });
+    for (const std::string& word : words) {
+        if (const auto number = SmallNumber(word))
+            numbers.push_back(*number);
+    }
     constexpr std::int32_t Largest = std::numeric_limits<std::int16_t>::max();
-    if (!all || words.size() != 5 || numbers[0] < -1 || numbers[0] > Largest)
+    if (words.size() != 5 || numbers.size() != 5 || numbers[0] < -1 || numbers[0] > Largest)
         return "wants STATE LEFT TOP WIDTH HEIGHT, five whole numbers, STATE not below -1";
     frmQuorin::mykb_statechanged(static_cast<std::int16_t>(numbers[0]), numbers[1], numbers[2], numbers[3], numbers[4]);
     return Done;
@@ -139,7 +153,8 @@ Error RunKeyboard(Session&, const std::string& rest) {
 // --- time ------------------------------------------------------------------------------------------------------------
 
 Error ReadTime(const std::string& rest, std::int64_t& milliseconds) {
-    const auto number = NumberFrom(rest);
+    const Arguments words = WordsOf(rest);
+    const auto number = words.size() == 1 ? NumberFrom(words[0]) : std::nullopt;
     if (!number || *number < 0 || *number > LongestTime)
         return "wants a number of milliseconds";
     milliseconds = *number;
@@ -183,7 +198,7 @@ Error RunSerial(Session& session, const std::string& rest) {
         session.Device().serial.FailOpenings(*count);
         return Done;
     }
-    if (rest != "drop")
+    if (words != Arguments{"drop"})
         return "wants fail N or drop";
     if (!session.Device().serial.SimulatedPortOpen())
         return "no simulated port is open";
@@ -194,7 +209,7 @@ Error RunSerial(Session& session, const std::string& rest) {
 Error RunNamed(Session& session, const std::string& rest) {
     const Arguments words = WordsOf(rest);
     const auto number = words.size() == 2 && words[0] == "fail" ? SmallNumber(words[1]) : std::nullopt;
-    if (!number && rest != "ok")
+    if (!number && words != Arguments{"ok"})
         return "wants fail NUMBER or ok";
     session.Device().connections.SetOutcome(number.value_or(platform::NoError));
     return Done;
@@ -203,7 +218,7 @@ Error RunNamed(Session& session, const std::string& rest) {
 Error RunDisk(Session& session, const std::string& rest) {
     const Arguments words = WordsOf(rest);
     const auto count = words.size() == 2 && words[0] == "fail" ? SmallNumber(words[1]) : std::nullopt;
-    if ((!count || *count < -1) && rest != "ok")
+    if ((!count || *count < -1) && words != Arguments{"ok"})
         return "wants fail N or ok";
     session.Device().faults.FailNext(count.value_or(0));
     return Done;
@@ -246,6 +261,7 @@ constexpr CommandRow Commands[] = {
     {"menu", "M I", "a click on item I (1 to 5) of soft menu M (1 or 2)", RunMenu},
     {"title", "M", "a click on the caption of soft menu M", RunTitle},
     {"choose", "TEXT", "a click on the soft menu entry with that caption", RunChoose},
+    {"command", "TEXT", "a command of the application by its text, also one that no menu offers", RunCommand},
     {"key", "CODE", "a key goes down and up; the control in focus acts on it unless it was swallowed", RunKey},
     {"type", "TEXT", "characters, one by one, into the input control in focus", RunType},
     {"set", "TEXT", "replaces the text of the input control in focus", RunSet},
@@ -294,8 +310,10 @@ CommandLine Parse(const std::string& line) {
 
 std::string Execute(Session& session, const CommandLine& line) {
     for (const CommandRow& command : Commands) {
-        if (line.Word == command.Word)
-            return command.Run(session, line.Rest);
+        if (line.Word != command.Word)
+            continue;
+        const bool takesNone = *command.Form == '\0';
+        return takesNone && !WordsOf(line.Rest).empty() ? "takes no arguments" : command.Run(session, line.Rest);
     }
     return "there is no such command";
 }

@@ -7,15 +7,28 @@
 #include <cstring>
 #include <fcntl.h>
 #include <iostream>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace {
+
+bool IsFile(const std::string& path) {
+    struct stat found {};
+    return ::stat(path.c_str(), &found) == 0 && !S_ISDIR(found.st_mode);
+}
+
+bool IsFolder(const std::string& path) {
+    struct stat found {};
+    return ::stat(path.c_str(), &found) == 0 && S_ISDIR(found.st_mode);
+}
 
 /// The root folder is made when it is missing; without one that can be written there is nothing to do.
 bool RootIsUsable(const std::string& root) {
     const auto error = platform::common::MakeFolders(root);
     std::string why;
-    if (error != platform::NoError)
+    if (IsFile(root))
+        why = "it is a file, not a folder";
+    else if (error != platform::NoError)
         why = modStringTools::ToBytes(platform::ErrorText(error));
     else if (::access(root.c_str(), W_OK | X_OK) != 0)
         why = std::strerror(errno);
@@ -39,6 +52,11 @@ int main(int count, char** words) {
     int input = STDIN_FILENO;
     if (!options.Script.empty())
         input = ::open(options.Script.c_str(), O_RDONLY | O_CLOEXEC);
+    if (input >= 0 && IsFolder(options.Script)) {
+        ::close(input);
+        errno = EISDIR;
+        input = -1;
+    }
     if (input < 0) {
         std::cerr << "quorin-console: can't read " << options.Script << ": " << std::strerror(errno) << "\n";
         return console::StatusUsage;

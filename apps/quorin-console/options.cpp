@@ -27,7 +27,7 @@ constexpr const char* DefaultMoment = "2007-03-05T09:30:00";
 /// What the command line says, before it is looked at.
 struct Words {
     std::string Device = "0";
-    std::string OsVersion;
+    std::optional<std::string> OsVersion;
     std::string User = "user";
     std::string Screen;
     std::string Root;
@@ -53,22 +53,23 @@ struct Pair {
     std::string Right;
 };
 
-/// Both sides of the last, or with `first` the first, sign; a wrong usage without one.
-Pair Split(const std::string& text, char sign, const char* form) {
+[[noreturn]] void Refuse(const char* option, const std::string& text, const std::string& why) {
+    throw CLI::ValidationError(std::string(option) + " " + text, why);
+}
+
+/// Both sides of the last sign, both empty without one.
+Pair Split(const std::string& text, char sign) {
     const std::size_t place = text.rfind(sign);
-    if (place == std::string::npos)
-        throw CLI::ValidationError(text, std::string("is not of the form ") + form);
-    return {text.substr(0, place), text.substr(place + 1)};
+    return place == std::string::npos ? Pair{} : Pair{text.substr(0, place), text.substr(place + 1)};
 }
 
 ScreenSize ScreenFrom(const std::string& text) {
-    constexpr const char* Form = "WxH, such as 240x320";
-    const Pair sides = Split(text, 'x', Form);
+    const Pair sides = Split(text, 'x');
     const auto width = NumberFrom<std::int32_t>(sides.Left);
     const auto height = NumberFrom<std::int32_t>(sides.Right);
     constexpr std::int32_t Largest = 10000;
     if (!width || !height || *width < 1 || *height < 1 || *width > Largest || *height > Largest)
-        throw CLI::ValidationError(text, std::string("is not of the form ") + Form);
+        Refuse("--screen", text, "is not of the form WxH, such as 240x320");
     return {*width, *height};
 }
 
@@ -82,26 +83,24 @@ void TakeDevice(const std::string& text, platform::headless::DeviceOptions& devi
     }
     const auto type = NumberFrom<std::int32_t>(text);
     if (!type || *type < 0 || *type > LargestType)
-        throw CLI::ValidationError("--device " + text, "is neither a device type, from 0 on, nor the name of a device");
+        Refuse("--device", text, "is neither a device type, from 0 on, nor the name of a device");
     device.DeviceType = *type;
 }
 
 platform::common::HostVolume VolumeFrom(const std::string& text) {
-    constexpr const char* Form = "ROOT=KB or ROOT=fail";
-    const Pair sides = Split(text, '=', Form);
-    if (sides.Right == "fail")
-        return {FromBytes(sides.Left), std::nullopt};
+    const Pair sides = Split(text, '=');
     const auto kilobytes = NumberFrom<std::int64_t>(sides.Right);
-    if (!kilobytes)
-        throw CLI::ValidationError(text, std::string("is not of the form ") + Form);
-    return {FromBytes(sides.Left), *kilobytes};
+    const bool fails = sides.Right == "fail";
+    if (sides.Left.empty() || sides.Left.back() != '\\' || (!fails && (!kilobytes || *kilobytes < 0)))
+        Refuse("--volume", text, "is not of the form ROOT=KB or ROOT=fail, such as Card:\\=65536");
+    return {FromBytes(sides.Left), fails ? std::nullopt : kilobytes};
 }
 
 void AddPort(const std::string& text, std::map<std::int32_t, std::string>& ports) {
     const std::size_t equals = text.find('=');
     const auto number = NumberFrom<std::int32_t>(text.substr(0, equals));
-    if (equals == std::string::npos || !number || equals + 1 == text.size())
-        throw CLI::ValidationError(text, "is not of the form ID=PATH, such as 1=/dev/rfcomm0");
+    if (equals == std::string::npos || !number || *number < 0 || equals + 1 == text.size())
+        Refuse("--port", text, "is not of the form ID=PATH, such as 1=/dev/rfcomm0");
     ports[*number] = text.substr(equals + 1);
 }
 
@@ -116,7 +115,7 @@ std::string DefaultRoot() {
 std::int64_t MomentFrom(const std::string& text) {
     const auto moment = platform::headless::MomentFromText(text);
     if (!moment)
-        throw CLI::ValidationError(text, std::string("is no moment of the form YYYY-MM-DDTHH:MM:SS"));
+        Refuse("--now", text, "is no moment of the form YYYY-MM-DDTHH:MM:SS");
     return *moment;
 }
 
@@ -124,8 +123,8 @@ Options Understood(const Words& words) {
     Options options;
     auto& device = options.Device;
     TakeDevice(words.Device, device);
-    if (!words.OsVersion.empty())
-        device.OsVersion = FromBytes(words.OsVersion);
+    if (words.OsVersion)
+        device.OsVersion = FromBytes(*words.OsVersion);
     device.User = FromBytes(words.User);
     if (!words.Screen.empty())
         device.Screen = ScreenFrom(words.Screen);
@@ -142,7 +141,7 @@ Options Understood(const Words& words) {
     return options;
 }
 
-/// A row a profile: its name, type, screen, version and volume, and below it the keys that the device has.
+/// A row a profile: its name, type, screen, version and volume.
 std::string DeviceHelp() {
     std::ostringstream help;
     for (const auto& profile : platform::common::DeviceProfiles()) {

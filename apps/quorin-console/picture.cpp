@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 // The device's screen on 80 columns: what was painted of the two grids, what lies over them, the two menus at the foot.
+#include "columns.h"
 #include "reports.h"
 
 #include "view/input_fields.h"
 #include "view/screen_table.h"
 
 #include <algorithm>
-#include <cmath>
 #include <vector>
 
 namespace console {
@@ -26,59 +26,15 @@ constexpr std::size_t RoomForText = PictureWidth - MarkWidth;
 constexpr std::int32_t AlignFoot = 1;
 constexpr std::int32_t AlignCentre = 2;
 
-/// Cuts a text to a width, with a sign that something is missing, or fills it up with blanks.
-Text Fitted(const Text& text, std::size_t width) {
-    if (text.size() > width)
-        return width == 0 ? Text() : text.substr(0, width - 1) + u'…';
-    return text + Text(width - text.size(), u' ');
-}
-
-Text Centred(const Text& text, std::size_t width) {
-    return text.size() >= width ? Fitted(text, width) : Fitted(Text((width - text.size()) / 2, u' ') + text, width);
-}
-
-Text WithoutControls(Text text) {
-    for (char16_t& character : text) {
-        if (character < u' ' || character == 0x7F)
-            character = u' ';
-    }
-    return text;
-}
-
-/// The lines of a text, ended by CR LF, CR or LF, each wrapped at blanks to a width.
-Lines Wrapped(const Text& text, std::size_t width) {
-    Lines lines;
-    std::size_t start = 0;
-    while (start <= text.size()) {
-        const std::size_t end = std::min(text.find_first_of(u"\r\n", start), text.size());
-        Text rest = WithoutControls(text.substr(start, end - start));
-        while (rest.size() > width) {
-            const std::size_t blank = rest.rfind(u' ', width);
-            const std::size_t cut = blank == Text::npos || blank == 0 ? width : blank;
-            lines.push_back(rest.substr(0, cut));
-            rest.erase(0, rest[cut] == u' ' ? cut + 1 : cut);
-        }
-        lines.push_back(rest);
-        start = end + (text.compare(end, 2, u"\r\n") == 0 ? 2 : 1);
-    }
-    return lines;
-}
-
-/// How many characters each column of a grid gets: as much of the line as it has of the grid's width.
-std::vector<std::size_t> ColumnWidths(const HeadlessGrid& grid, std::size_t room) {
-    std::int32_t pixels = 0;
-    for (std::int32_t col = 0; col < grid.Cols(); ++col)
-        pixels += grid.ColWidth(col);
-    std::vector<std::size_t> widths;
-    std::size_t left = room;
-    for (std::int32_t col = 0; col < grid.Cols(); ++col) {
-        const double share = static_cast<double>(grid.ColWidth(col)) / std::max(pixels, 1);
-        const bool last = col == grid.Cols() - 1;
-        const auto wanted = static_cast<std::size_t>(std::lround(share * static_cast<double>(room)));
-        widths.push_back(last ? left : std::min(wanted, left));
-        left -= widths.back();
-    }
-    return widths;
+/// How many columns of the terminal each column of the grids gets: of two the first has the share that the screen's row
+/// gives it, whether or not a scroll bar takes some of it.
+std::vector<std::size_t> ColumnWidths(const HeadlessGrid& grid) {
+    if (grid.Cols() < 2)
+        return {RoomForText};
+    const auto percent = static_cast<std::size_t>(
+        std::clamp(modQuorin::ScreenRow(modQuorin::Screens.CurrentScreen).ColumnPercent, 0, 100));
+    const std::size_t first = RoomForText * percent / 100;
+    return {first, RoomForText - first};
 }
 
 /// What the painter wrote on a cell, wrapped where the painter wrapped it.
@@ -115,20 +71,36 @@ bool IsUnderEdit(const HeadlessPlatform& device, std::int32_t row, std::int32_t 
            modPDAUI::Input.EditCol == col;
 }
 
-/// The title's columns stand over those of the main grid.
-const HeadlessGrid& GridForWidths(const HeadlessPlatform& device, const HeadlessGrid& grid) {
-    return device.grdMain.Visible() && device.grdMain.Cols() == grid.Cols() ? device.grdMain : grid;
+/// The text of a field with its caret, of which at least that part is to be seen that the caret stands in.
+Text FieldText(const Text& contents, std::int32_t caret, std::size_t columns) {
+    const Text before = WithoutControls(contents.substr(0, static_cast<std::size_t>(caret)));
+    const Text behind = WithoutControls(contents.substr(static_cast<std::size_t>(caret)));
+    Text shown = before + u"_" + behind;
+    for (std::size_t cut = 1; ColumnsOf(before) + 2 > columns && cut <= before.size(); ++cut) {
+        shown = u"…" + before.substr(cut) + u"_" + behind;
+        if (ColumnsOf(before.substr(cut)) + 3 <= columns)
+            break;
+    }
+    return shown;
+}
+
+Text InPlaceField(const HeadlessPlatform& device, std::size_t columns) {
+    const std::size_t inside = std::max<std::size_t>(columns, 4) - 2;
+    const auto& field = device.txtInputField;
+    Text text = FieldText(field.Contents(), field.Caret(), inside);
+    if (ColumnsOf(text) > inside)
+        text = Fitted(text, inside);
+    return u"[" + text + u"]";
 }
 
 Lines RowLines(const HeadlessPlatform& device, const HeadlessGrid& grid, std::int32_t row, const Text& mark) {
-    const std::vector<std::size_t> widths = ColumnWidths(GridForWidths(device, grid), RoomForText);
+    const std::vector<std::size_t> widths = ColumnWidths(grid);
     std::vector<Lines> cells;
     std::size_t height = 1;
     for (std::int32_t col = 0; col < grid.Cols(); ++col) {
         const std::size_t width = std::max<std::size_t>(widths[static_cast<std::size_t>(col)], 2) - 1;
         const bool edited = &grid == &device.grdMain && IsUnderEdit(device, row, col);
-        cells.push_back(edited ? Lines{u"[" + WithoutControls(device.txtInputField.Contents()) + u"_]"}
-                               : CellLines(grid, row, col, width));
+        cells.push_back(edited ? Lines{InPlaceField(device, width)} : CellLines(grid, row, col, width));
         height = std::max(height, cells.back().size());
     }
     Lines lines;
@@ -209,22 +181,39 @@ Lines MainLines(const HeadlessPlatform& device) {
     return lines;
 }
 
+Text PromptLine(const Text& contents, std::int32_t caret) {
+    constexpr std::size_t Inside = RoomForText - 4;
+    return u"  [" + Fitted(FieldText(contents, caret, Inside), Inside) + u"]";
+}
+
+Lines PromptText(const Text& contents, std::int32_t caret) {
+    Text text = contents;
+    text.insert(static_cast<std::size_t>(caret), 1, u'_');
+    Lines lines;
+    for (const Text& line : Wrapped(text, RoomForText - 4))
+        lines.push_back(u"  [" + Fitted(line, RoomForText - 4) + u"]");
+    return lines;
+}
+
 /// The control of a prompt; an in-place box is drawn with its row.
 Lines InputLines(const HeadlessPlatform& device) {
     Lines lines;
+    const auto& text = device.txtInputField;
+    const auto& combo = device.cboInputField;
+    const auto& comboText = device.cbotxtInputField;
     if (device.dteInputField.Visible())
         lines.push_back(u"  [ " + modStringTools::FromBytes(IsoDate(device.dteInputField.Date())) + u" ]");
-    if (device.txtInputField.Visible() && Prompting()) {
-        for (const Text& line : Wrapped(device.txtInputField.Contents() + u"_", RoomForText - 4))
-            lines.push_back(u"  [" + Fitted(line, RoomForText - 4) + u"]");
+    if (text.Visible() && Prompting() && text.MultiLine())
+        Append(lines, PromptText(text.Contents(), text.Caret()));
+    else if (text.Visible() && Prompting())
+        lines.push_back(PromptLine(text.Contents(), text.Caret()));
+    if (combo.Visible()) {
+        lines.push_back(PromptLine(combo.Contents(), combo.Caret()));
+        for (const Text& item : combo.Items())
+            lines.push_back(u"    " + Fitted(WithoutControls(item), RoomForText - 4));
     }
-    if (device.cboInputField.Visible()) {
-        lines.push_back(u"  [" + Fitted(device.cboInputField.Contents() + u"_", RoomForText - 4) + u"]");
-        for (const Text& item : device.cboInputField.Items())
-            lines.push_back(u"    " + Fitted(item, RoomForText - 4));
-    }
-    if (device.cbotxtInputField.Visible())
-        lines.push_back(u"  [" + Fitted(device.cbotxtInputField.Contents() + u"_", RoomForText - 4) + u"]");
+    if (comboText.Visible())
+        lines.push_back(PromptLine(comboText.Contents(), comboText.Caret()));
     return lines;
 }
 
@@ -237,7 +226,7 @@ Lines BoxLines(const HeadlessPlatform& device) {
     const Lines message = Wrapped(box->Message, Widest);
     std::size_t width = buttons.size();
     for (const Text& line : message)
-        width = std::max(width, line.size());
+        width = std::max(width, ColumnsOf(line));
     const Text edge = u"+" + Text(width + 2, u'-') + u"+";
     Lines lines = {edge};
     for (const Text& line : message)
@@ -255,11 +244,13 @@ void LayOver(Lines& picture, const Lines& over) {
     while (picture.size() < over.size() + 2)
         picture.emplace_back();
     const std::size_t top = (picture.size() - over.size()) / 2;
-    const std::size_t left = (PictureWidth - over.front().size()) / 2;
+    const std::size_t left = (PictureWidth - ColumnsOf(over.front())) / 2;
     for (std::size_t i = 0; i < over.size(); ++i) {
         Text& line = picture[top + i];
-        line = Fitted(line, PictureWidth);
-        line.replace(left, over[i].size(), over[i]);
+        const Text whole = Fitted(line, PictureWidth);
+        const Text head = Fitted(Text(HeadOf(whole, left)), left);
+        const TextView behind = HeadOf(whole, left + ColumnsOf(over[i]));
+        line = head + over[i] + whole.substr(behind.size());
     }
 }
 

@@ -109,8 +109,10 @@ int Session::Over(const ProgramOver& over) {
         CloseOpenCommands("the program has ended");
         return StatusFailure;
     case ProgramOver::Reason::CommandFailed:
+        CloseOpenCommands("a command inside it has failed");
         return StatusStrict;
     case ProgramOver::Reason::InputEnded:
+        CloseOpenCommands(""); // which is no error
         break;
     }
     return StatusEnded;

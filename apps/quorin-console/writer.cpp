@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "writer.h"
 
+#include <iostream>
+
 namespace console {
 
 using platform::BoxButtons;
@@ -44,6 +46,10 @@ void Writer::KeyReleased(std::int32_t keyCode) {
 
 void Writer::CharacterSent(std::int32_t character) {
     Write({{"event", "send"}, {"character", character}});
+}
+
+void Writer::WritingFailed(const Text& name, platform::ErrorNumber error) {
+    std::cerr << "quorin-console: can't write " << Utf8(name) << ": " << Utf8(platform::ErrorText(error)) << std::endl;
 }
 
 } // namespace console

@@ -7,7 +7,8 @@ namespace {
 
 class FailingStream final : public TextStream {
 public:
-    FailingStream(std::unique_ptr<TextStream> inner, DiskFaults& faults) : Inner(std::move(inner)), Faults(faults) {}
+    FailingStream(Text name, std::unique_ptr<TextStream> inner, DiskFaults& faults)
+        : Name(std::move(name)), Inner(std::move(inner)), Faults(faults) {}
 
     std::int64_t Position() const override { return Inner->Position(); }
     std::int64_t Size() const override { return Inner->Size(); }
@@ -30,11 +31,13 @@ public:
         return DeviceFailed;
     }
 
+    std::int64_t Revision() const override { return Inner->Revision(); }
+
     ErrorNumber WriteLine(const Text& line) override {
         if (Faults.Strike())
-            return DiskFull;
+            return Faults.Told(Name, DiskFull);
         Wrote = true;
-        return Inner->WriteLine(line);
+        return Faults.Told(Name, Inner->WriteLine(line));
     }
 
     /// The stream is closed all the same: what failed is that its lines are on the medium.
@@ -42,10 +45,11 @@ public:
         const bool fails = Wrote && Faults.Strike();
         Wrote = false;
         const ErrorNumber error = Inner->Close();
-        return fails ? DiskFull : error;
+        return Faults.Told(Name, fails ? DiskFull : error);
     }
 
 private:
+    Text Name;
     std::unique_ptr<TextStream> Inner;
     DiskFaults& Faults;
     bool Wrote = false;
@@ -65,27 +69,35 @@ bool DiskFaults::Strikes(Count& count) {
     return true;
 }
 
+ErrorNumber DiskFaults::Told(const Text& name, ErrorNumber error) const {
+    const bool isFailure =
+        error == DiskFull || error == DeviceFailed || error == NotAvailable || error == PermissionDenied;
+    if (isFailure && WritingFailed)
+        WritingFailed(name, error);
+    return error;
+}
+
 ErrorNumber FailingFileSystem::OpenFolder(const Text& path, bool create, std::unique_ptr<Folder>& folder) {
     const ErrorNumber error = Inner.OpenFolder(path, false, folder);
     if (!create || error != FileNotFound)
         return error;
-    return Faults.Strike() ? DiskFull : Inner.OpenFolder(path, true, folder);
+    return Faults.Told(path, Faults.Strike() ? DiskFull : Inner.OpenFolder(path, true, folder));
 }
 
 ErrorNumber FailingFileSystem::OpenStream(const Text& fullName, StreamMode mode, std::unique_ptr<TextStream>& stream) {
     if (mode == StreamMode::Create && Faults.Strike())
-        return DiskFull;
+        return Faults.Told(fullName, DiskFull);
     if (mode == StreamMode::Existing && Faults.StrikeRead())
         return DeviceFailed;
     std::unique_ptr<TextStream> opened;
     const ErrorNumber error = Inner.OpenStream(fullName, mode, opened);
     if (error == NoError)
-        stream = std::make_unique<FailingStream>(std::move(opened), Faults);
-    return error;
+        stream = std::make_unique<FailingStream>(fullName, std::move(opened), Faults);
+    return mode == StreamMode::Create ? Faults.Told(fullName, error) : error;
 }
 
 ErrorNumber FailingFileSystem::CopyFile(const Text& source, const Text& destination, bool overwrite) {
-    return Faults.Strike() ? DiskFull : Inner.CopyFile(source, destination, overwrite);
+    return Faults.Told(destination, Faults.Strike() ? DiskFull : Inner.CopyFile(source, destination, overwrite));
 }
 
 DatabaseId FailingDatabase::Keep(const OpenDatabase& opened) {
@@ -104,11 +116,16 @@ DatabaseId FailingDatabase::InnerId(DatabaseId database) const {
 }
 
 DatabaseId FailingDatabase::Open(const Text& name, std::int32_t mode) {
-    return Keep({Inner.Open(name, mode), name, mode});
+    const bool fails = Faults.StrikeRead();
+    const DatabaseId id = fails ? 0 : Inner.Open(name, mode);
+    WhyNot = fails ? DeviceFailed : Inner.OpenError();
+    return Keep({id, name, mode});
 }
 
 DatabaseId FailingDatabase::Create(const Text& name, std::int32_t typeCode, std::int32_t creatorCode) {
-    return Faults.Strike() ? 0 : Keep({Inner.Create(name, typeCode, creatorCode), name, ModeReadWrite});
+    const DatabaseId id = Faults.Strike() ? 0 : Inner.Create(name, typeCode, creatorCode);
+    Faults.Told(name, id != 0 ? NoError : DiskFull);
+    return Keep({id, name, ModeReadWrite});
 }
 
 void FailingDatabase::Close(DatabaseId database) {
@@ -116,20 +133,27 @@ void FailingDatabase::Close(DatabaseId database) {
     OpenOnes.erase(database);
 }
 
+ErrorNumber FailingDatabase::Told(DatabaseId database, ErrorNumber error) const {
+    const auto found = OpenOnes.find(database);
+    return Faults.Told(found == OpenOnes.end() ? Text() : found->second.Name, error);
+}
+
 ErrorNumber FailingDatabase::DeclareTable(DatabaseId database, const Text& name, const Text& definition) {
-    return Faults.Strike() ? DiskFull : Inner.DeclareTable(InnerId(database), name, definition);
+    return Told(database, Faults.Strike() ? DiskFull : Inner.DeclareTable(InnerId(database), name, definition));
 }
 
 ErrorNumber FailingDatabase::AddRecord(DatabaseId database) {
-    return Faults.Strike() ? DiskFull : Inner.AddRecord(InnerId(database));
+    return Told(database, Faults.Strike() ? DiskFull : Inner.AddRecord(InnerId(database)));
 }
 
 bool FailingDatabase::WriteRecord(DatabaseId database, const LineRecord& record) {
-    return !Faults.Strike() && Inner.WriteRecord(InnerId(database), record);
+    const bool written = !Faults.Strike() && Inner.WriteRecord(InnerId(database), record);
+    Told(database, written ? NoError : DiskFull);
+    return written;
 }
 
 ErrorNumber FailingDatabase::Commit(DatabaseId database) {
-    return Faults.Strike() ? DiskFull : Inner.Commit(InnerId(database));
+    return Told(database, Faults.Strike() ? DiskFull : Inner.Commit(InnerId(database)));
 }
 
 bool FailingDatabase::ReadRecord(DatabaseId database, LineRecord& record) {
@@ -137,7 +161,9 @@ bool FailingDatabase::ReadRecord(DatabaseId database, LineRecord& record) {
 }
 
 bool FailingDatabase::DeleteRecord(DatabaseId database) {
-    return !Faults.Strike() && Inner.DeleteRecord(InnerId(database));
+    const bool deleted = !Faults.Strike() && Inner.DeleteRecord(InnerId(database));
+    Told(database, deleted ? NoError : DiskFull);
+    return deleted;
 }
 
 ErrorNumber FailingDatabase::FindRecord(DatabaseId database, std::int32_t lineNumber) {
@@ -147,12 +173,12 @@ ErrorNumber FailingDatabase::FindRecord(DatabaseId database, std::int32_t lineNu
 ErrorNumber FailingDatabase::EndBatch(DatabaseId database) {
     const auto found = OpenOnes.find(database);
     if (found == OpenOnes.end() || !Faults.Strike())
-        return Inner.EndBatch(InnerId(database));
+        return Told(database, Inner.EndBatch(InnerId(database)));
     // A batch whose end fails is lost as a whole, and closing the database in the middle of it is what loses it.
     OpenDatabase& opened = found->second;
     Inner.Close(opened.Id);
     opened.Id = Inner.Open(opened.Name, opened.Mode);
-    return DiskFull;
+    return Faults.Told(opened.Name, DiskFull);
 }
 
 Text FailingDatabase::FirstDatabase(std::int32_t typeCode, std::int32_t creatorCode) {
@@ -164,7 +190,8 @@ Text FailingSettings::Get(const Text& application, const Text& section, const Te
 }
 
 ErrorNumber FailingSettings::Save(const Text& application, const Text& section, const Text& key, const Text& value) {
-    return Faults.Strike() ? DiskFull : Inner.Save(application, section, key, value);
+    const ErrorNumber error = Faults.Strike() ? DiskFull : Inner.Save(application, section, key, value);
+    return Faults.Told(u"the setting " + key, error);
 }
 
 } // namespace platform::common

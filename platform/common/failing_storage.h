@@ -1,19 +1,20 @@
 // SPDX-License-Identifier: MIT
 // Storage whose disk is full, or can't be read, when it is told so: each class forwards to a real one and fails what is
-// due to fail. The real ones know nothing of it.
+// due to fail. The real ones know nothing of it. A write that has failed, for whatever reason, is told to who listens.
 #pragma once
 
 #include "view/platform/device.h"
 #include "view/platform/storage.h"
 
+#include <functional>
 #include <map>
 
 namespace platform::common {
 
 /// Shared by all that use one disk. Counted as a write is each line written, each closing of a stream that wrote, each
 /// stream made anew, file copied and folder made; of a database its making, each declaring, adding, writing, committing
-/// and deleting of a record and each end of a batch; each setting saved. Counted as a read is each opening of a text file
-/// that is there, and each line read, or run of lines passed over. Deleting files never fails.
+/// and deleting of a record and each end of a batch; each setting saved. Counted as a read is each opening of a file
+/// that is there, and of a text file each line read, or run of lines passed over. Deleting files never fails.
 class DiskFaults {
 public:
     /// The next `writes` write operations fail; -1 means all from now on, 0 none. `good` of them pass before that.
@@ -23,6 +24,11 @@ public:
     /// Whether the operation at hand is to fail, and counts it.
     bool Strike() { return Strikes(Writes); }
     bool StrikeRead() { return Strikes(Reads); }
+
+    /// Tells a failed write, and gives its error on. A name that no file can have is the program's own to answer.
+    ErrorNumber Told(const Text& name, ErrorNumber error) const;
+
+    std::function<void(const Text& name, ErrorNumber error)> WritingFailed;
 
 private:
     struct Count {
@@ -54,6 +60,7 @@ public:
     FailingDatabase(RecordDatabase& inner, DiskFaults& faults) : Inner(inner), Faults(faults) {}
 
     DatabaseId Open(const Text& name, std::int32_t mode) override;
+    ErrorNumber OpenError() const override { return WhyNot; }
     DatabaseId Create(const Text& name, std::int32_t typeCode, std::int32_t creatorCode) override;
     bool Delete(const Text& name) override { return Inner.Delete(name); }
     void Close(DatabaseId database) override;
@@ -91,9 +98,11 @@ private:
 
     DatabaseId Keep(const OpenDatabase& opened);
     DatabaseId InnerId(DatabaseId database) const;
+    ErrorNumber Told(DatabaseId database, ErrorNumber error) const;
 
     RecordDatabase& Inner;
     DiskFaults& Faults;
+    ErrorNumber WhyNot = NoError;
     std::map<DatabaseId, OpenDatabase> OpenOnes;
 };
 

@@ -119,8 +119,7 @@ void GridStore::SetRowHeight(std::int32_t row, std::int32_t height) {
         return;
     At(row).Height = std::max(height, 0);
     Changed();
-    if (row == CurrentRow)
-        LeaveHiddenRow();
+    LeaveHiddenRow();
 }
 
 std::int32_t GridStore::ColWidth(std::int32_t col) const {

@@ -61,7 +61,8 @@ LineTable* LineDatabase::Find(DatabaseId database) {
 
 DatabaseId LineDatabase::Open(const Text& name, std::int32_t mode) {
     std::string path;
-    return FilePath(name, path) ? Keep(path, LineTable::Open(path, mode != ModeRead)) : 0;
+    WhyNot = FileNotFound;
+    return FilePath(name, path) ? Keep(path, LineTable::Open(path, mode != ModeRead, WhyNot)) : 0;
 }
 
 DatabaseId LineDatabase::Create(const Text& name, std::int32_t typeCode, std::int32_t creatorCode) {
@@ -187,7 +188,8 @@ Text LineDatabase::FirstDatabase(std::int32_t typeCode, std::int32_t creatorCode
         std::string path;
         if (name.empty() || !FilePath(name, path))
             continue;
-        const auto table = LineTable::Open(path, false);
+        ErrorNumber ignored = NoError;
+        const auto table = LineTable::Open(path, false, ignored);
         if (table && CodeFits(typeCode, table->Codes().TypeCode) && CodeFits(creatorCode, table->Codes().CreatorCode))
             Names.push_back(name);
     }

@@ -20,6 +20,7 @@ public:
     explicit LineDatabase(PathMap paths) : Paths(std::move(paths)) {}
 
     DatabaseId Open(const Text& name, std::int32_t mode) override;
+    ErrorNumber OpenError() const override { return WhyNot; }
     DatabaseId Create(const Text& name, std::int32_t typeCode, std::int32_t creatorCode) override;
     bool Delete(const Text& name) override;
     void Close(DatabaseId database) override;
@@ -60,6 +61,7 @@ private:
     LineTable* Find(DatabaseId database);
 
     PathMap Paths;
+    ErrorNumber WhyNot = NoError;
     std::map<DatabaseId, OpenDatabase> OpenOnes;
     std::vector<Text> Names; ///< what the enumeration that was begun last has found
     std::size_t NextName = 0;

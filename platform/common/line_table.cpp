@@ -18,15 +18,19 @@ constexpr const char* MakeLines =
 
 } // namespace
 
-std::unique_ptr<LineTable> LineTable::Open(const std::string& path, bool writable) {
+std::unique_ptr<LineTable> LineTable::Open(const std::string& path, bool writable, ErrorNumber& error) {
+    error = FileNotFound;
     // The file must not be opened by any other way than SQLite's: closing a descriptor of it takes away the locks that
     // other connections of this process hold.
     if (!IsRegularFile(path))
         return nullptr;
     std::unique_ptr<LineTable> table(new LineTable(writable));
-    if (!table->Connection.Open(path, false) || !table->ReadCodes())
+    if (!table->Connection.Open(path, false) || !table->ReadCodes()) {
+        error = table->Connection.LastError();
         return nullptr;
-    return table->Connection.Execute(Durability) == NoError ? std::move(table) : nullptr;
+    }
+    error = table->Connection.Execute(Durability);
+    return error == NoError ? std::move(table) : nullptr;
 }
 
 std::unique_ptr<LineTable> LineTable::Make(const std::string& path, const DatabaseCodes& codes) {

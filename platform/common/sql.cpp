@@ -88,6 +88,14 @@ bool SqlConnection::Open(const std::string& path, bool create) {
     return true;
 }
 
+ErrorNumber SqlConnection::LastError() const {
+    const int result = sqlite3_errcode(Connection) & 0xFF;
+    // SQLITE_ERROR stands for a statement that names a table which is not there.
+    const bool isNoDatabase = result == SQLITE_NOTADB || result == SQLITE_CORRUPT || result == SQLITE_ERROR ||
+                              result == SQLITE_DONE || result == SQLITE_OK;
+    return isNoDatabase ? FileNotFound : FromSqlite(result);
+}
+
 ErrorNumber SqlConnection::Execute(const char* sql) {
     return FromSqlite(sqlite3_exec(Connection, sql, nullptr, nullptr, nullptr));
 }

@@ -46,6 +46,8 @@ public:
     ~SqlConnection(); ///< rolls back what is not committed; its statements must be gone
 
     bool Open(const std::string& path, bool create);
+    /// Why the last call has failed: FileNotFound for a file that is no database.
+    ErrorNumber LastError() const;
     ErrorNumber Execute(const char* sql);
     bool InTransaction() const;
     sqlite3* Handle() const { return Connection; }

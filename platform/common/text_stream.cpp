@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/common/text_stream.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
@@ -82,6 +83,7 @@ ErrorNumber HostTextStream::LookAgain() {
         return NoError;
     Length = now.st_size;
     Modified = now.st_mtim;
+    ++Changes;
     BlockUsed = 0;
     EndsInLineEnd = false;
     return NoError;
@@ -196,7 +198,9 @@ ErrorNumber HostTextStream::WriteLine(const Text& line) {
     std::string bytes;
     if (const ErrorNumber error = MissingLineEnd(bytes); error != NoError)
         return error;
-    bytes += modStringTools::ToBytes(line);
+    std::string text = modStringTools::ToBytes(line);
+    std::replace(text.begin(), text.end(), '\n', ' ');
+    bytes += text;
     bytes += LineEndBehind(line.empty() ? '\n' : bytes.back());
     BlockUsed = 0;
     Written = true;

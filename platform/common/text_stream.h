@@ -14,6 +14,8 @@ namespace platform::common {
 /// written goes to the host at once, so that a full disk is told at the line that it hit, and a program that is killed
 /// loses none. A file that another writer makes longer is seen from the next Seek on.
 ///
+/// A line feed inside a text would be read as the end of a line: it is written as a blank.
+///
 /// A text that itself ends in a carriage return is written with CR LF behind it, since reading takes CR LF off as one
 /// line end: "a\r" comes back as it went. For the same reason a last line without an end, "a\r", gets CR LF before the
 /// next line is written, not LF.
@@ -29,6 +31,7 @@ public:
     ErrorNumber Seek(std::int64_t offset, Origin origin) override;
     ErrorNumber ReadLine(Text& line) override;
     ErrorNumber SkipLines(std::int64_t most, std::int64_t& passed) override;
+    std::int64_t Revision() const override { return Changes; }
     ErrorNumber WriteLine(const Text& line) override;
     ErrorNumber Close() override;
 
@@ -46,6 +49,7 @@ private:
     std::int64_t Place = 0;
     std::int64_t Length = 0;
     std::timespec Modified{};
+    std::int64_t Changes = 0;
     bool EndsInLineEnd = false; ///< known to be so; false means that it has to be looked up
 
     std::vector<char> Block;

@@ -47,8 +47,9 @@ void HeadlessTextBox::EnterCharacter(TextView character) {
 }
 
 void HeadlessTextBox::ReplaceText(const Text& text) {
-    SetContents(text);
-    Edited.Select(static_cast<std::int32_t>(text.size()), 0);
+    const Text old = Contents();
+    Edited.ReplaceAll(text, Lines);
+    RaiseChange(old);
 }
 
 void HeadlessComboBox::Clear() {
@@ -74,8 +75,7 @@ void HeadlessComboBox::ActOnKey(std::int32_t keyCode) {
 }
 
 void HeadlessComboBox::ReplaceText(const Text& text) {
-    Edited.Set(text);
-    Edited.Select(static_cast<std::int32_t>(text.size()), 0);
+    Edited.ReplaceAll(text, false);
 }
 
 void HeadlessDatePicker::ActOnKey(std::int32_t keyCode) {

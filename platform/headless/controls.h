@@ -86,6 +86,7 @@ public:
     bool TakesText() const override { return true; }
     void EnterCharacter(TextView character) override;
     void ReplaceText(const Text& text) override;
+    std::int32_t Caret() const { return Edited.Caret(); }
 
     std::function<void()> Change;
 
@@ -114,6 +115,7 @@ public:
     void ReplaceText(const Text& text) override;
 
     const std::vector<Text>& Items() const { return Entries; }
+    std::int32_t Caret() const { return Edited.Caret(); }
 
 private:
     EditedText Edited;

@@ -9,12 +9,10 @@ namespace {
 
 constexpr char16_t Backspace = 8;
 
-bool IsFirstHalf(char16_t unit) {
-    return unit >= 0xD800 && unit <= 0xDBFF;
-}
-
-bool IsSecondHalf(char16_t unit) {
-    return unit >= 0xDC00 && unit <= 0xDFFF;
+/// What is never cut in two: a character outside of the first 65,536, and a line end.
+bool AreOne(char16_t first, char16_t second) {
+    const bool pair = first >= 0xD800 && first <= 0xDBFF && second >= 0xDC00 && second <= 0xDFFF;
+    return pair || (first == u'\r' && second == u'\n');
 }
 
 } // namespace
@@ -22,6 +20,17 @@ bool IsSecondHalf(char16_t unit) {
 void EditedText::Set(const Text& text) {
     Value = text;
     From = std::min(From, Value.size());
+    if (From > 0 && Behind(From - 1) != From)
+        From = Before(From + 1);
+    Selected = 0;
+}
+
+void EditedText::ReplaceAll(const Text& text, bool multiLine) {
+    Value = text;
+    if (!multiLine)
+        std::replace_if(
+            Value.begin(), Value.end(), [](char16_t unit) { return unit == u'\r' || unit == u'\n'; }, u' ');
+    From = Value.size();
     Selected = 0;
 }
 
@@ -55,15 +64,14 @@ void EditedText::Replace(std::size_t from, std::size_t count, TextView text) {
     Selected = 0;
 }
 
-/// A character outside of the first 65,536 is never cut in two.
 std::size_t EditedText::Before(std::size_t place) const {
-    if (place >= 2 && IsSecondHalf(Value[place - 1]) && IsFirstHalf(Value[place - 2]))
+    if (place >= 2 && AreOne(Value[place - 2], Value[place - 1]))
         return place - 2;
     return place > 0 ? place - 1 : 0;
 }
 
 std::size_t EditedText::Behind(std::size_t place) const {
-    if (place + 1 < Value.size() && IsFirstHalf(Value[place]) && IsSecondHalf(Value[place + 1]))
+    if (place + 1 < Value.size() && AreOne(Value[place], Value[place + 1]))
         return place + 2;
     return std::min(place + 1, Value.size());
 }

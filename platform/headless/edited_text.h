@@ -9,8 +9,11 @@ namespace platform::headless {
 class EditedText {
 public:
     const Text& Contents() const { return Value; }
-    /// Puts another text in; the caret stays where it is, as far as there is text.
+    /// Puts another text in; the caret stays where it is, as far as there is text, but never inside a character.
     void Set(const Text& text);
+    /// What a person has put in the place of the old text, with the caret behind it. A text of one line takes line ends
+    /// as blanks.
+    void ReplaceAll(const Text& text, bool multiLine);
     /// The caret behind `position` characters, with the `length` characters selected that follow it.
     void Select(std::int32_t position, std::int32_t length);
     std::int32_t Caret() const { return static_cast<std::int32_t>(From); }

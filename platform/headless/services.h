@@ -25,6 +25,8 @@ public:
     virtual void KeyGrabbed(std::int32_t keyCode) = 0;
     virtual void KeyReleased(std::int32_t keyCode) = 0;
     virtual void CharacterSent(std::int32_t character) = 0;
+    /// Something could not be written. The program may go on, as it does on a device: who watches is to tell a person.
+    virtual void WritingFailed(const Text& name, ErrorNumber error) = 0;
 };
 
 class HeadlessSystem final : public SystemObject {

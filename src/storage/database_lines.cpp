@@ -97,7 +97,8 @@ bool OpenDatabaseLines(FileHandle& handle) {
         id = Databases().Open(handle.name, platform::ModeReadWrite);
     else if (handle.mode == u"w")
         Databases().Delete(handle.name);
-    if (id == 0 && handle.mode != u"r") {
+    Slots.OpenError = handle.mode == u"w" ? platform::FileNotFound : Databases().OpenError();
+    if (id == 0 && handle.mode != u"r" && !DeviceKeptFile()) {
         id = Databases().Create(handle.name, PackCode(handle.fileType), PackCode(handle.creator));
         handle.recordNumber = 0;
     }

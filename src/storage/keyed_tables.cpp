@@ -105,6 +105,8 @@ void OpenTable(const Text& fullName, Text& mode, const Text& fileType, const Tex
         CloseFile(Table.TableFile);
         OpenFile(Table.TableFile, fullName, u"a", fileType, creator);
     }
+    if (!Table.TableFile.valid && DeviceKeptFile())
+        platform::RuntimeFailure(u"Can't open " + fullName + u": " + platform::ErrorText(Slots.OpenError));
     if (!Table.TableFile.valid)
         return;
     TableRowCount();

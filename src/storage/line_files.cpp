@@ -76,6 +76,7 @@ void OpenFile(FileHandle& handle, const Text& fullName, const Text& mode, const 
     const std::int16_t slot = PickSlot(fileType, creator);
     if (slot == NoSlot)
         return;
+    Slots.OpenError = platform::FileNotFound;
     const std::size_t folderEnd = fullName.rfind(u'\\');
     ResetFileHandle(handle);
     if (folderEnd == Text::npos)
@@ -92,6 +93,10 @@ void OpenFile(FileHandle& handle, const Text& fullName, const Text& mode, const 
     handle.valid = handle.isDatabase ? OpenDatabaseLines(handle) : OpenTextLines(handle);
     if (!handle.valid)
         ResetFileHandle(handle);
+}
+
+bool DeviceKeptFile() {
+    return Slots.OpenError == platform::DeviceFailed || Slots.OpenError == platform::NotAvailable;
 }
 
 void ResetSlots() {

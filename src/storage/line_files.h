@@ -30,8 +30,8 @@ inline constexpr std::int16_t SlotCount = 6;
 /// Where a line of an open text file begins: a stream remembers where its last line ended, and no more.
 struct LineMark {
     std::int32_t Line = 1;
-    std::int64_t Offset = 0; ///< in bytes from the start of the file
-    std::int64_t Size = 0;   ///< of the whole file at that time: in a file of another size the line may be elsewhere
+    std::int64_t Offset = 0;   ///< in bytes from the start of the file
+    std::int64_t Revision = 0; ///< of the stream at that time: in a file that was changed the line may be elsewhere
 };
 
 struct SlotTables {
@@ -39,6 +39,8 @@ struct SlotTables {
     std::array<std::unique_ptr<platform::TextStream>, SlotCount> SlotStream; ///< the open text stream of the slot
     std::array<LineMark, SlotCount> SlotMark; ///< a line of the slot's text file; the first one when nothing is known
     FileHandle TempFile;                      ///< the one scratch file
+    /// Why the last OpenFile has failed; FileNotFound also for a name that no file can have.
+    platform::ErrorNumber OpenError = platform::NoError;
 };
 inline SlotTables Slots;
 
@@ -49,6 +51,10 @@ void ResetSlots();
 /// when it is missing. `valid` tells whether it worked; with all five slots in use the handle stays as it was. Type and
 /// creator are four-character codes; both "temp" means the scratch file.
 void OpenFile(FileHandle& handle, const Text& fullName, const Text& mode, const Text& fileType, const Text& creator);
+
+/// Whether it was the device that kept the last OpenFile from a file which is there. Such a file is not a missing one,
+/// that a caller would make anew over it.
+bool DeviceKeptFile();
 void CloseFile(FileHandle& handle);
 void ResetFileHandle(FileHandle& handle);
 

@@ -37,21 +37,15 @@ void Seek(const FileHandle& handle, std::int64_t offset, Origin origin) {
         FailOnFile(u"read", handle, error);
 }
 
-/// A file that a failing device keeps from us is not a missing file, which the caller would make anew over it.
-bool OpenExisting(const FileHandle& handle) {
-    const auto error = Device().fileSystem.OpenStream(FullName(handle), StreamMode::Existing, StreamOf(handle));
-    if (error == platform::DeviceFailed || error == platform::NotAvailable)
-        FailOnFile(u"open", handle, error);
-    return error == platform::NoError;
-}
-
-bool MakeAnew(const FileHandle& handle) {
-    return Device().fileSystem.OpenStream(FullName(handle), StreamMode::Create, StreamOf(handle)) == platform::NoError;
+bool OpenStream(const FileHandle& handle, StreamMode mode) {
+    Slots.OpenError = Device().fileSystem.OpenStream(FullName(handle), mode, StreamOf(handle));
+    return Slots.OpenError == platform::NoError;
 }
 
 /// Moves to the marked line; false when another writer has changed the file since.
 bool StandsAtMark(TextStream& stream, const LineMark& mark) {
-    return mark.Line > 1 && stream.Seek(mark.Offset, Origin::Start) == platform::NoError && stream.Size() == mark.Size;
+    return mark.Line > 1 && stream.Seek(mark.Offset, Origin::Start) == platform::NoError &&
+           stream.Revision() == mark.Revision;
 }
 
 /// Counts the lines from the head of the file on.
@@ -61,10 +55,18 @@ platform::ErrorNumber CountLines(TextStream& stream, std::int64_t& count) {
 }
 
 bool OpenForAppending(FileHandle& handle) {
-    if (!OpenExisting(handle) && !MakeAnew(handle))
+    if (!OpenStream(handle, StreamMode::Existing) && (DeviceKeptFile() || !OpenStream(handle, StreamMode::Create)))
         return false;
-    handle.nextLine = TextLineCount(handle) + 1;
-    Seek(handle, 0, Origin::End);
+    TextStream& stream = *StreamOf(handle);
+    std::int64_t count = 0;
+    Slots.OpenError = CountLines(stream, count);
+    if (Slots.OpenError == platform::NoError)
+        Slots.OpenError = stream.Seek(0, Origin::End);
+    if (Slots.OpenError != platform::NoError) { // what is written next would land in the middle of the file
+        StreamOf(handle).reset();
+        return false;
+    }
+    handle.nextLine = static_cast<std::int32_t>(count) + 1;
     return true;
 }
 
@@ -84,6 +86,8 @@ void OpenTempFile() {
         name = ScratchName();
         OpenFile(scratch, name, u"r", ScratchCode, ScratchCode);
     } while (scratch.valid); // the name is taken
+    if (DeviceKeptFile()) // or is it?
+        platform::RuntimeFailure(u"Can't open " + name + u": " + platform::ErrorText(Slots.OpenError));
     OpenFile(scratch, name, u"w", ScratchCode, ScratchCode);
 }
 
@@ -105,6 +109,8 @@ void ReplaceWithTempFile(FileHandle& handle) {
     if (error != platform::NoError)
         FailOnFile(u"delete", made, error);
     OpenFile(handle, FullName(old), u"a", old.fileType, old.creator);
+    if (!handle.valid) // nobody looks: what follows would be dropped without a word
+        FailOnFile(u"open", old, Slots.OpenError);
     SeekFileLine(handle, old.nextLine);
 }
 
@@ -144,9 +150,9 @@ bool OpenTextLines(FileHandle& handle) {
     MarkOf(handle) = {};
     bool opened = false;
     if (handle.mode == u"r") {
-        opened = OpenExisting(handle);
+        opened = OpenStream(handle, StreamMode::Existing);
     } else if (handle.mode == u"w") {
-        opened = MakeAnew(handle);
+        opened = OpenStream(handle, StreamMode::Create);
         handle.nextLine = 1;
     } else if (handle.mode == u"a") {
         opened = OpenForAppending(handle);
@@ -184,7 +190,7 @@ std::int32_t SeekTextLine(FileHandle& handle, std::int32_t line) {
     // At the end there is no line, also where the counter has come as far as the line that was asked for.
     handle.nextLine = stream->Position() == stream->Size() ? 0 : counter;
     if (handle.nextLine != 0)
-        mark = {counter, stream->Position(), stream->Size()};
+        mark = {counter, stream->Position(), stream->Revision()};
     return handle.nextLine;
 }
 
@@ -194,7 +200,7 @@ Text ReadTextLine(FileHandle& handle, std::int32_t line) {
     if (error != platform::NoError)
         FailOnFile(u"read", handle, error);
     handle.nextLine = line + 1;
-    MarkOf(handle) = {line + 1, StreamOf(handle)->Position(), StreamOf(handle)->Size()};
+    MarkOf(handle) = {line + 1, StreamOf(handle)->Position(), StreamOf(handle)->Revision()};
     return text;
 }
 

@@ -61,12 +61,12 @@ $ quorin-console --strict
 {"event":"status","text":null}
 {"done":"tick"}
 > show
-      Bluetooth :-)                         1/1
+      Bluetooth :-)                          1/1
     --------------------------------------------------------------------------------
-      Started                               09:30
-      Ended                                 09:30
-    > Moisture                              23.4 %
-      Place                                 North wall
+      Started                                09:30
+      Ended                                  09:30
+    > Moisture                               23.4 %
+      Place                                  North wall
     --------------------------------------------------------------------------------
     [File] Next Record | Previous Record | First Record | Last Record | Close
                                    [Edit] New Record | Insert Record | Delete Record
@@ -110,12 +110,12 @@ $ quorin-console --strict
 > tick 600
 {"done":"tick"}
 > show
-      Bluetooth :-)                         1/1
+      Bluetooth :-)                          1/1
     --------------------------------------------------------------------------------
-      Started                               09:30
-      Ended                                 09:30
-    > Moisture                              24.1 %
-      Place                                 North wall
+      Started                                09:30
+      Ended                                  09:30
+    > Moisture                               24.1 %
+      Place                                  North wall
     --------------------------------------------------------------------------------
     [File] Next Record | Previous Record | First Record | Last Record | Close
                                    [Edit] New Record | Insert Record | Delete Record

@@ -87,10 +87,10 @@ $ quorin-console --device palm --strict
 {"event":"status","text":null}
 {"done":"tick"}
 > show
-      Bluetooth :-)                       1/1
+      Bluetooth :-)                          1/1
     --------------------------------------------------------------------------------
       ... 1 row above
-    > Acid                                6.8
+    > Acid                                   6.8
       Note 1
       Note 2
       Note 3
@@ -187,7 +187,7 @@ $ quorin-console --device palm --strict
 > key 34
 {"done":"key"}
 > show
-      Download                            2/2
+      Download                               2/2
     --------------------------------------------------------------------------------
       ... 2 rows above
     > Note 1
@@ -209,11 +209,11 @@ $ quorin-console --device palm --strict
 > key 34
 {"done":"key"}
 > show
-      Download                            2/2
+      Download                               2/2
     --------------------------------------------------------------------------------
       ... 2 rows above
     > Note 1
-      Note 2                              dry
+      Note 2                                 dry
       Note 3
       Note 4
       Note 5
@@ -232,10 +232,10 @@ $ quorin-console --device palm --strict
 > tick 100
 {"done":"tick"}
 > show
-      Download                            1/2
+      Download                               1/2
     --------------------------------------------------------------------------------
-      Plot                                A1
-      Acid                                6.8
+      Plot                                   A1
+      Acid                                   6.8
     > Note 1
       Note 2
       Note 3
@@ -253,12 +253,12 @@ $ quorin-console --device palm --strict
 > tick 100
 {"done":"tick"}
 > show
-      Download                            2/2
+      Download                               2/2
     --------------------------------------------------------------------------------
-      Plot                                A1
+      Plot                                   A1
       Acid
     > Note 1
-      Note 2                              dry
+      Note 2                                 dry
       Note 3
       Note 4
       Note 5

@@ -1,5 +1,4 @@
-# Two checks can be made in the field. "Debug" of the preferences shows a text before and after a piece of it was replaced.
-# (The screen that checks the files stands in the program, and no menu leads to it.)
+# Checks can be made in the field. "Debug" of the preferences shows a text before and after a piece of it was replaced.
 $ printf '[Settings]\nComPort=Com1\n' > settings.ini
 $ quorin-console
 > choose Preferences...
@@ -62,3 +61,73 @@ $ quorin-console
 $ find * | LC_ALL=C sort
 Quorin
 settings.ini
+
+# The screen that checks the files is in no menu: who looks after a device asks for it. The check ends as it must, since line
+# 10 is gone by the time that something is to be put behind it; what was to stand before line 2 does.
+$ quorin-console
+> command File Debug...
+{"done":"command"}
+> tick 100
+{"done":"tick"}
+> show
+      File Debug
+    --------------------------------------------------------------------------------
+    > File Selector...
+      Dir...
+      Save sample Text File
+      Load sample Text File
+      Debug
+    --------------------------------------------------------------------------------
+    [Back]
+{"done":"show"}
+> tap 4
+{"event":"box","text":"path=.\\Quorin\\","buttons":"ok","icon":"none","title":"Quorin"}
+>> answer ok
+{"done":"answer"}
+{"event":"box","text":"FH1.valid=-1","buttons":"ok","icon":"none","title":"Quorin"}
+>> answer ok
+{"done":"answer"}
+{"event":"box","text":"LineCount=10","buttons":"ok","icon":"none","title":"Quorin"}
+>> answer ok
+{"done":"answer"}
+{"event":"box","text":"Insert(s) Failed","buttons":"ok","icon":"none","title":"Quorin"}
+>> answer ok
+{"done":"answer"}
+{"done":"tap"}
+> tap 0
+{"event":"box","text":"MenuEvent: ERROR Menu does not exist: File Selector...","buttons":"ok","icon":"none","title":"Quorin"}
+>> answer ok
+{"done":"answer"}
+{"done":"tap"}
+> tap 2
+{"event":"box","text":"sample.txt created","buttons":"ok","icon":"none","title":"Quorin"}
+>> answer ok
+{"done":"answer"}
+{"done":"tap"}
+> tap 3
+{"done":"tap"}
+> tick 100
+{"done":"tick"}
+> show
+      View Text File
+    --------------------------------------------------------------------------------
+    > Sample.txt
+    
+      Created at 05/03/2007 09:30:00
+      On Device type # 0
+      Device Version: 5.2
+      User=user
+    --------------------------------------------------------------------------------
+    [Back]
+{"done":"show"}
+$ sqlite3 Databases/test.sqlite 'SELECT LineNumber, LineData FROM TEXT'
+1|This is Line 1
+2|Inserted before 2
+3|This is Line 2
+4|A brand new line 3!
+5|This is Line 4
+6|This is Line 6
+7|This is Line 7
+8|This is Line 8
+9|This is Line 9
+10|This is Line 10

@@ -66,6 +66,11 @@ INSTANTIATE_TEST_SUITE_P(
         Use{"pick 2008-02-29", OverTheDate, "/grid/cells/1/1", "29/02/2008"},
         Use{"pick 2008-02-29", OverTheDate, "/input", nullptr},
         Use{"answer no", OverTheQuestion, "/screen", "ScrInstalledDrivers"},
+        Use{"pick 2008-02-29 ", OverTheDate, "/grid/cells/1/1", "29/02/2008"},
+        Use{"answer no ", OverTheQuestion, "/screen", "ScrInstalledDrivers"},
+        Use{"tick 100 ", {"choose Preferences..."}, "/RepaintPending", false},
+        Use{"serial drop ", OnTheRecord, "/RxText", ""}, Use{"command File Debug...", {}, "/screen", "ScrFileDebug"},
+        Use{"command \"ok\"", {"choose Start..."}, "/screen", "ScrDownloads"},
         Use{"tick 99", {"choose Preferences..."}, "/RepaintPending", true},
         Use{"tick 100", {"choose Preferences..."}, "/RepaintPending", false},
         Use{"tick 0", {"choose Preferences..."}, "/RepaintPending", true},
@@ -168,6 +173,7 @@ INSTANTIATE_TEST_SUITE_P(
                 {"tap 0", "hold 0", "menu 1 1", "title 1", "choose Edit", "choose Back", "key 27", "key 120", "type x",
                  "set x", "pick 2007-03-06", "close", "answer ok"}},
         Failure{OnPreferences, {"receive x", "serial drop"}}, Failure{{}, {"jump 100"}, {"--clock", "real"}},
+        Failure{OverTheQuestion, {"command Back"}}, Failure{{}, {"close now", "show me", "background 1"}},
         Failure{{}, {"nonsense", "Tap 0", "TICK 5", "choose... x", "{}", "\"tap\" 0"}}));
 // clang-format on
 
@@ -175,8 +181,9 @@ TEST_F(Console, AnswersABoxThatHasOneButton) {
     Root.Put("settings.ini", "[Settings]\nComPort=SERVER\n");
     const Words toTheBox = {"choose Bluetooth Debug...", "tick 500"};
     const Outcome wrong = Tell(Joined({toTheBox, {"answer yes", "answer no"}}));
-    EXPECT_TRUE(wrong.Line(wrong.Lines.size() - 2).contains("error"));
-    EXPECT_EQ(wrong.Lines.back(), R"({"ready":1})");
+    EXPECT_TRUE(wrong.Line(wrong.Lines.size() - 3).contains("error"));
+    EXPECT_EQ(wrong.Lines.rbegin()[1], R"({"ready":1})");
+    EXPECT_EQ(wrong.Lines.back(), R"({"done":"tick"})"); // the end of the input closes it
     const Outcome right = Tell(Joined({toTheBox, {"answer ok"}}));
     EXPECT_THAT(Words(right.Lines.end() - 3, right.Lines.end()),
                 testing::ElementsAre(R"({"done":"answer"})", R"({"done":"tick"})", R"({"ready":0})"));
@@ -213,6 +220,16 @@ TEST_F(NamedConnection, OpensUnlessItIsToldToFail) {
     EXPECT_EQ(failed.Last("SelectedDriver")["NamedLinkOpen"], false);
     const Outcome again = Connect({"named fail 1234"}, {"answer ok", "named ok", "tick 1000"});
     EXPECT_EQ(again.Last("SelectedDriver")["NamedLinkOpen"], true);
+}
+
+/// The form says nothing of it, as on a device; who drives the console is told all the same.
+TEST_F(Console, TellsAWriteThatFailsOnStandardError) {
+    const Outcome run =
+        Tell(Joined({OpenTheDownload, {"tap 0 1", "set 12", "key 13", "disk fail 1", "choose New Record"}}));
+    EXPECT_EQ(run.Status, 0);
+    EXPECT_THAT(run.Errors, testing::HasSubstr(": the disk is full\n"));
+    EXPECT_THAT(Tell({"disk fail -1", "choose Preferences...", "tap 3"}).Errors,
+                testing::HasSubstr("quorin-console: can't write the setting COLOUR: the disk is full\n"));
 }
 
 TEST_F(Console, WaitsAsLongAsItIsToldOnTheMachinesClock) {

@@ -74,6 +74,39 @@ TEST_F(ScreenObject, NamesTheMenuItemsThatAreOnShow) {
     EXPECT_EQ(list[1]["visible"], false);
 }
 
+/// The terminal columns of a line of characters that are one column wide, or two from U+4E00 on.
+std::size_t Columns(const std::string& line) {
+    std::size_t columns = 0;
+    for (const unsigned char byte : line)
+        columns += (byte & 0xC0U) == 0x80U ? 0 : (byte >= 0xE4 && byte <= 0xE9) || byte >= 0xF0 ? 2 : 1;
+    return columns;
+}
+
+TEST_F(ScreenObject, IsDrawnOnEightyColumnsWhateverItsCharacters) {
+    std::string wide;
+    for (int i = 0; i < 50; ++i)
+        wide += "\xE6\xB0\xB4"; // a Chinese character
+    std::string emoji(75, 'x');
+    for (int i = 0; i < 5; ++i)
+        emoji += "\xF0\x9F\x98\x80";
+    Root.Put("Quorin/drivers.txt", "NAME|INFFILE\n" + wide + "|a\n" + emoji + "|b\n\x01\xC2\x85z|c\n");
+    const std::string shown = Shown({"choose Start...", "tick 100"});
+    std::istringstream lines(shown);
+    for (std::string line; std::getline(lines, line);)
+        EXPECT_LE(Columns(line), 80U) << line;
+    EXPECT_THAT(shown, Not(HasSubstr("\xEF\xBF\xBD"))); // no character was cut in two
+    EXPECT_THAT(shown, HasSubstr("    z\n"));           // controls are blanks
+}
+
+TEST_F(ScreenObject, ShowsTheCaretWhereItStands) {
+    const Words typed = Joined({OpenTheDownload, {"tap 0 1", "type abcdef", "key 37", "key 37"}});
+    EXPECT_THAT(Shown(typed), HasSubstr("[abcd_ef]"));
+    EXPECT_THAT(Shown(Joined({typed, {"type X"}})), HasSubstr("[abcdX_ef]"));
+    const std::string longText = "set " + std::string(200, 'a') + "END";
+    EXPECT_THAT(Shown(Joined({OpenTheDownload, {"tap 0 1", longText}})), HasSubstr("aEND_]"));
+    EXPECT_THAT(Shown({"choose Preferences...", "tick 100", "tap 4", longText, "key 37"}), HasSubstr("aEN_D]"));
+}
+
 TEST_F(ScreenObject, TellsOfATextField) {
     const Json screen = After(Joined({OpenTheDownload, {"tap 0 1", "set 12"}}));
     EXPECT_THAT(NamesOf(screen["input"]), ElementsAre("kind", "text", "box", "multiline"));

@@ -113,7 +113,9 @@ TEST_P(TextOfACommand, IsTheRestOfTheLineOrAJsonString) {
 INSTANTIATE_TEST_SUITE_P(Rows, TextOfACommand,
                          testing::Values(TextRow{"plain", "plain"}, TextRow{"two  words", "two  words"},
                                          TextRow{"trailing ", "trailing "}, TextRow{R"(in "quotes")", R"(in "quotes")"},
-                                         TextRow{R"(a\nb)", R"(a\nb)"}, TextRow{R"("a\r\nb")", "a\r\nb"},
+                                         TextRow{R"(a\nb)", R"(a\nb)"},
+                                         TextRow{R"("a\r\nb")", "a  b"}, // a field of one line
+
                                          TextRow{R"("say \"so\"")", "say \"so\""}, TextRow{R"("")", ""},
                                          TextRow{"", ""}, TextRow{R"("  blank")", "  blank"},
                                          TextRow{R"("# no comment")", "# no comment"},
@@ -199,7 +201,7 @@ TEST_P(WrongUsage, EndsWithTwoAndALineThatSaysWhy) {
 INSTANTIATE_TEST_SUITE_P(
     Options, WrongUsage,
     testing::Values(Words{"--bogus"}, Words{"--device", "-1"}, Words{"--device", "1.5"}, Words{"--device", "32768"},
-                    Words{"--device", "gameboy"}, Words{"--device", ""}, Words{"--device"}, Words{"--screen", "640"},
+                    Words{"--device", "toaster"}, Words{"--device", ""}, Words{"--device"}, Words{"--screen", "640"},
                     Words{"--screen", "640x"}, Words{"--screen", "x480"}, Words{"--screen", "0x480"},
                     Words{"--screen", "640x-1"}, Words{"--screen", "640X480"}, Words{"--screen", "99999x99999"},
                     Words{"--volume", "Card"}, Words{"--volume", "Card:\\=big"}, Words{"--volume", "Card:\\="},
@@ -207,7 +209,19 @@ INSTANTIATE_TEST_SUITE_P(
                     Words{"--now", "yesterday"}, Words{"--now", "2007-03-05"}, Words{"--now", "2007-02-30T00:00:00"},
                     Words{"--port", "1"}, Words{"--port", "x=/dev/null"}, Words{"--port", "1="},
                     Words{"--port", "=/dev/null"}, Words{"--strict=maybe"}, Words{"one", "two"},
-                    Words{"/nowhere/script"}, Words{"--root"}));
+                    Words{"--volume", "=5"}, Words{"--volume", "Card=5"}, Words{"--volume", "Card:\\=-5"},
+                    Words{"--port", "-1=/dev/null"}, Words{"/nowhere/script"}, Words{"/tmp"}, Words{"--root"}));
+
+/// An empty version is a version as well: no device of that kind has soft keys then.
+TEST_F(Console, TakesAnEmptyVersionAsItStands) {
+    EXPECT_EQ(Tell({"state"}, {"--device", "3"}).Last("SoftKeyMenus")["SoftKeyMenus"], true);
+    EXPECT_EQ(Tell({"state"}, {"--device", "3", "--os-version", ""}).Last("SoftKeyMenus")["SoftKeyMenus"], false);
+}
+
+TEST_F(Console, SaysWhichFolderIsAFile) {
+    Root.Put("file", "");
+    EXPECT_THAT(Bare({"--root", (Root.Path() / "file").string()}).Errors, HasSubstr("it is a file, not a folder"));
+}
 
 TEST_F(Console, NeedsARootFolderThatCanBeUsed) {
     Root.Put("file", "");

@@ -77,6 +77,17 @@ const Step Smile = {Step::Type, u"\U0001F600"};
 INSTANTIATE_TEST_SUITE_P(
     Of, EditOfAText,
     testing::Values(
+        Edit{"BackspaceOfALineEnd", {{Step::Enter}, Back}, u"abc", 3, true},
+        Edit{"LeftPastALineEnd", {{Step::Enter}, {Step::Left}, {Step::Type, u"x"}}, u"abcx\r\n", 4, true},
+        Edit{"RightPastALineEnd",
+             {{Step::Enter}, {Step::Left}, {Step::Right}, {Step::Type, u"x"}},
+             u"abc\r\nx",
+             6,
+             true},
+        Edit{"SetWithTheCaretInsideAPair",
+             {{Step::Select, u"", 1, 0}, {Step::Set, u"\U0001F600"}, {Step::Type, u"x"}},
+             u"x\U0001F600",
+             1},
         Edit{"TypedAtTheEnd", {{Step::Type, u"d"}}, u"abcd", 4},
         Edit{"TypedInside", {{Step::Left}, {Step::Type, u"x"}, {Step::Type, u"y"}}, u"abxyc", 4},
         Edit{"TypedAtTheHead", {{Step::Select, u"", 0, 0}, {Step::Type, u"x"}}, u"xabc", 1},

@@ -293,6 +293,15 @@ TEST_F(GridUnderTest, StaysWhereAnotherRowLosesItsHeight) {
     EXPECT_THAT(Grid.Moves, IsEmpty());
 }
 
+TEST_F(GridUnderTest, MovesToTheFirstRowThatGetsAHeightAgain) {
+    Shape(3, 1);
+    for (const std::int32_t row : {0, 1, 2})
+        Grid.SetRowHeight(row, 0);
+    ASSERT_EQ(Grid.Row(), 2);
+    Grid.SetRowHeight(1, 20);
+    EXPECT_EQ(Grid.Row(), 1);
+}
+
 TEST_F(GridUnderTest, OffersNoRowWithoutAHeight) {
     Shape(2, 1);
     Grid.SetRowHeight(1, 0);

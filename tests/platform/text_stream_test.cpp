@@ -145,6 +145,14 @@ TEST_F(TextStreamTest, LeavesNoHalfLineOnAFullDisk) {
     EXPECT_EQ(Root.Bytes("x.txt"), "one\ntwo\n");
 }
 
+TEST_F(TextStreamTest, WritesALineFeedInsideATextAsABlank) {
+    const auto stream = Open(StreamMode::Create);
+    EXPECT_EQ(stream->WriteLine(u"23\n4 \u00B0C\r\n"), NoError);
+    EXPECT_EQ(stream->Close(), NoError);
+    EXPECT_EQ(Root.Bytes("x.txt"), "23 4 \xC2\xB0"
+                                   "C\r \n");
+}
+
 TEST_F(TextStreamTest, DoesNothingOnceItIsClosed) {
     Root.Put("x.txt", "one\n");
     const auto stream = Open();

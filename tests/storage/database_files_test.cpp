@@ -121,5 +121,16 @@ TEST_F(DatabaseFile, IsOpenedInNoModeWithALineToReadNext) {
     }
 }
 
+TEST_F(DatabaseFile, ThatAFailingDiskKeepsFromUsIsNotMadeAnew) {
+    Write(2);
+    CloseFile(File);
+    Device.Platform.faults.FailNextReads(1);
+    Open(u"a");
+    EXPECT_FALSE(File.valid);
+    EXPECT_TRUE(DeviceKeptFile());
+    Open(u"r");
+    EXPECT_EQ(FileLineCount(File), 2);
+}
+
 } // namespace
 } // namespace modFileSystem

@@ -57,6 +57,16 @@ TEST_P(KeyedTable, OpensOnItsFirstRowWithoutLoadingIt) {
     EXPECT_THAT(Table.TableValues, ElementsAre(u"a", u"1"));
 }
 
+/// The callers make a missing table anew: one that is there and can't be opened must not look like that.
+TEST_P(KeyedTable, KeptFromUsByAFailingDiskStopsTheProgram) {
+    Write({u"NAME", u"a"});
+    for (const std::int32_t good : {0, 1}) { // the first opening fails, or the one for appending
+        Device.Platform.faults.FailNextReads(1, good);
+        EXPECT_THAT(modStringTools::ToBytes(support::FailureOf([this] { Open(); })), HasSubstr("Can't open"));
+        EXPECT_THAT(Lines(), ElementsAre(u"NAME", u"a"));
+    }
+}
+
 TEST_P(KeyedTable, MissingOneOpensForAppendingAlone) {
     Open(u"r");
     EXPECT_FALSE(Table.TableFile.valid);

@@ -32,7 +32,7 @@ enum class Origin { Start = 0, End = 2 };
 
 /// An open text file: UTF-8, one line a stream line, read with LF or CR LF and written with LF. Bytes that are no UTF-8
 /// survive reading and writing. A line that is written behind a last line without a line end gets that line end first,
-/// so that two lines never run together. Offsets count bytes.
+/// so that two lines never run together. A line feed inside a text is written as a blank. Offsets count bytes.
 class TextStream {
 public:
     virtual ~TextStream() = default; ///< closes it, whatever comes of that
@@ -43,6 +43,8 @@ public:
     /// Passes over at most `most` lines without looking at their text: fewer only at the end of the file, or before a
     /// failure. `passed` is how many there were; after a failure the position may lie inside a line.
     virtual ErrorNumber SkipLines(std::int64_t most, std::int64_t& passed) = 0;
+    /// Another number whenever the file was seen, at a Seek, to have been changed since the one before.
+    virtual std::int64_t Revision() const = 0;
     virtual ErrorNumber WriteLine(const Text& line) = 0;
     /// What was written is on the medium when this returns without an error.
     virtual ErrorNumber Close() = 0;
@@ -79,7 +81,9 @@ inline constexpr std::int32_t ModeReadWrite = 11;
 class RecordDatabase {
 public:
     virtual ~RecordDatabase() = default;
-    virtual DatabaseId Open(const Text& name, std::int32_t mode) = 0; ///< 0 when there is none of that name
+    virtual DatabaseId Open(const Text& name, std::int32_t mode) = 0; ///< 0 when that fails
+    /// Why the last Open has failed: FileNotFound when there is no line database of that name, else what kept it away.
+    virtual ErrorNumber OpenError() const = 0;
     /// Makes a database that is not there yet; 0 when it can't be made.
     virtual DatabaseId Create(const Text& name, std::int32_t typeCode, std::int32_t creatorCode) = 0;
     virtual bool Delete(const Text& name) = 0; ///< not while it is open
