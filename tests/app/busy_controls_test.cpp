@@ -41,7 +41,7 @@ TEST_P(WhileBusyOnType, AllIsOnAgainAfterIt) {
     EXPECT_EQ(Screen(), ScrPreferences);
 }
 
-INSTANTIATE_TEST_SUITE_P(Types, WhileBusyOnType, testing::Values(0, 1, 3, 5, 6, 7, 9));
+INSTANTIATE_TEST_SUITE_P(Types, WhileBusyOnType, testing::Values(0, 1, 2, 3, 5, 6, 7, 9));
 
 TEST_F(WhileBusy, RecordIsOutOfReach) {
     TryGrid();

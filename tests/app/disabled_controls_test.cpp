@@ -40,7 +40,7 @@ TEST_P(UnderABoxOfType, NothingIsTakenAndAllIsAfterIt) {
     EXPECT_EQ(Screen(), ScrDrivers);
 }
 
-INSTANTIATE_TEST_SUITE_P(Types, UnderABoxOfType, testing::Values(0, 1, 3, 5, 6, 7, 9));
+INSTANTIATE_TEST_SUITE_P(Types, UnderABoxOfType, testing::Values(0, 1, 2, 3, 5, 6, 7, 9));
 
 TEST_F(UnderABox, BothQuestionsBeforeADriverGoesAreAsDeaf) {
     MenuEvent(u"inf editor...");

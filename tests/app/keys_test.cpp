@@ -51,7 +51,7 @@ protected:
     KeysOfType() : Keys(support::OfType(GetParam())) {}
 };
 
-INSTANTIATE_TEST_SUITE_P(Types, KeysOfType, testing::Values(0, 1, 3, 5, 6, 7, 9));
+INSTANTIATE_TEST_SUITE_P(Types, KeysOfType, testing::Values(0, 1, 2, 3, 5, 6, 7, 9));
 
 TEST_P(KeysOfType, EnterStartsAPressButOnAPalm) {
     Down(13);

@@ -65,6 +65,39 @@ TEST_F(SelectionList, StoresTheRowThatWasHighlightedAllAlongWhenItIsTapped) {
     EXPECT_EQ(Screen(), ScrPreferences);
 }
 
+/// Each list that stores, with a stored name that is in none of them.
+struct StoringList {
+    const char16_t* Command;
+    const char16_t* Key;
+};
+
+class ListOf : public VolumeListing, public testing::WithParamInterface<StoringList> {};
+
+TEST_P(ListOf, ThatIsLookedAtStoresNothing) {
+    SaveSetting(GetParam().Key, u"Strange");
+    const std::string before = Device.Folder.Bytes("settings.ini");
+    MenuEvent(u"Preferences...");
+    MenuEvent(GetParam().Command);
+    Repaint();
+    Device.Tick(1000);
+    GoBack();
+    Repaint();
+    EXPECT_EQ(Device.Folder.Bytes("settings.ini"), before);
+}
+
+TEST_P(ListOf, ThatIsWalkedByKeyStoresEachRowOnTheWay) {
+    SaveSetting(GetParam().Key, u"Strange");
+    MenuEvent(GetParam().Command);
+    Repaint();
+    Device.Main().SetRow(1);
+    EXPECT_EQ(Stored(GetParam().Key), Cell(1));
+}
+
+INSTANTIATE_TEST_SUITE_P(Kinds, ListOf,
+                         testing::Values(StoringList{u"Select Storage Volume...", u"StorageVolume"},
+                                         StoringList{u"Test List", u"DummyTest"}, StoringList{u"Fonts...", u"Font"},
+                                         StoringList{u"Bluetooth Serial Setup...", u"ComPort"}));
+
 TEST_F(VolumeListing, LeavingThePreferencesMovesTheDataThere) {
     SaveSetting(u"StorageVolume", u"E:\\");
     MenuEvent(u"Preferences...");

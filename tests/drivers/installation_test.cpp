@@ -126,6 +126,19 @@ TEST_F(PackageList, NamesThoseOfTheDataFolderAndOfThreeVolumes) {
     EXPECT_EQ(Selection.SelectedPackage, u"A:\\card.QVD");
 }
 
+TEST_F(PackageList, SecondCopyOnAnotherCardIsADriverThatExists) {
+    for (const char* card : {"A/card.qvd", "B/card.qvd"})
+        Device.Folder.Put(card, "Meter|meter.txt\n" + InfHeaderLine);
+    MenuEvent(u"Add Driver...");
+    Repaint();
+    Tap(1);
+    MenuEvent(u"Install...");
+    EXPECT_THAT(Device.Did.Messages(), ElementsAre(u"Driver installed"));
+    Tap(0);
+    MenuEvent(u"Install...");
+    EXPECT_THAT(Device.Did.Messages(), ElementsAre(u"Driver installed", u"Driver already exists"));
+}
+
 TEST_F(PackageList, InfoFileIsBroughtUpToDateWhenThePreferencesAreLeft) {
     Device.Folder.Put("QVRN.info", "first\nold\nthird\n");
     MenuEvent(u"Preferences...");
