@@ -11,10 +11,10 @@
 
 namespace console {
 
-using platform::headless::CellPicture;
+using platform::common::CellPicture;
+using platform::common::PaintedText;
 using platform::headless::HeadlessGrid;
 using platform::headless::HeadlessPlatform;
-using platform::headless::PaintedText;
 
 namespace {
 

@@ -63,7 +63,7 @@ void GridStore::SetCurrentCell(std::int32_t row, std::int32_t col) {
     CurrentRow = row;
     CurrentCol = col;
     PaintRows(std::min(oldRow, row), std::max(oldRow, row));
-    ScrollTo(row);
+    ScrollTo(CurrentRow); // painting may have hidden the row, and the selection moved on
     if (!changed)
         return;
     Changed();
@@ -156,7 +156,7 @@ bool GridStore::RowOnScreen(std::int32_t row) const {
 void GridStore::ScrollTo(std::int32_t row) {
     std::int32_t top = std::min(FirstOnPage, row);
     std::int32_t height = HeightBetween(top, row);
-    while (top<row&& static_cast<float>(height)> Place.Height)
+    while (top < row && Place.Height < static_cast<float>(height))
         height -= At(top++).Height;
     SetTopRow(top);
 }

@@ -1,18 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "platform/headless/controls.h"
 
+#include "platform/common/key_codes.h"
 #include "platform/headless/clock.h"
-#include "platform/headless/key_codes.h"
 
 #include <algorithm>
 
 namespace platform::headless {
-
-namespace {
-
-constexpr std::int32_t CurrentCell = -1; // the `selected` of a draw-cell event
-
-} // namespace
 
 Box HeadlessForm::Pixels() const {
     return {Twips.Left / TwipsPerPixel, Twips.Top / TwipsPerPixel, Twips.Width / TwipsPerPixel,
@@ -36,8 +30,8 @@ void HeadlessTextBox::SetContents(const Text& text) {
 }
 
 void HeadlessTextBox::ActOnKey(std::int32_t keyCode) {
-    if (keyCode == KeyLeft || keyCode == KeyRight)
-        Edited.MoveCaret(keyCode == KeyLeft ? -1 : 1);
+    if (keyCode == common::KeyLeft || keyCode == common::KeyRight)
+        Edited.MoveCaret(keyCode == common::KeyLeft ? -1 : 1);
 }
 
 void HeadlessTextBox::EnterCharacter(TextView character) {
@@ -63,13 +57,13 @@ void HeadlessComboBox::RemoveItem(std::int32_t index) {
 }
 
 void HeadlessComboBox::ActOnKey(std::int32_t keyCode) {
-    if (keyCode == KeyLeft || keyCode == KeyRight)
-        Edited.MoveCaret(keyCode == KeyLeft ? -1 : 1);
-    if (keyCode != KeyUp && keyCode != KeyDown)
+    if (keyCode == common::KeyLeft || keyCode == common::KeyRight)
+        Edited.MoveCaret(keyCode == common::KeyLeft ? -1 : 1);
+    if (keyCode != common::KeyUp && keyCode != common::KeyDown)
         return;
     const auto found = std::find(Entries.begin(), Entries.end(), Contents());
     const auto place = found == Entries.end() ? -1 : static_cast<std::int32_t>(found - Entries.begin());
-    const std::int32_t next = place + (keyCode == KeyDown ? 1 : -1);
+    const std::int32_t next = place + (keyCode == common::KeyDown ? 1 : -1);
     if (next >= 0 && next < ItemCount())
         ReplaceText(Entries[static_cast<std::size_t>(next)]);
 }
@@ -81,16 +75,16 @@ void HeadlessComboBox::ReplaceText(const Text& text) {
 void HeadlessDatePicker::ActOnKey(std::int32_t keyCode) {
     constexpr std::int32_t Week = 7;
     switch (keyCode) {
-    case KeyLeft:
+    case common::KeyLeft:
         Chosen = DaysLater(Chosen, -1);
         break;
-    case KeyRight:
+    case common::KeyRight:
         Chosen = DaysLater(Chosen, 1);
         break;
-    case KeyUp:
+    case common::KeyUp:
         Chosen = DaysLater(Chosen, -Week);
         break;
-    case KeyDown:
+    case common::KeyDown:
         Chosen = DaysLater(Chosen, Week);
         break;
     default:
@@ -130,74 +124,8 @@ void HeadlessGrid::SetFocus() {
         FocusOfForm.MoveTo(*this);
 }
 
-void HeadlessGrid::RowColChanged() {
-    if (Moved != nullptr)
-        Moved();
-}
-
 void HeadlessGrid::ActOnKey(std::int32_t keyCode) {
-    if (!Enabled() || !Visible())
-        return;
-    switch (keyCode) {
-    case KeyUp:
-        SetRow(Row() - 1); // a row or a column outside of the grid is not taken
-        break;
-    case KeyDown:
-        SetRow(Row() + 1);
-        break;
-    case KeyLeft:
-        SetCol(Col() - 1);
-        break;
-    case KeyRight:
-        SetCol(Col() + 1);
-        break;
-    case KeyPageUp:
-        TurnPage(-1);
-        break;
-    case KeyPageDown:
-        TurnPage(1);
-        break;
-    default:
-        break;
-    }
-}
-
-/// By as many rows as stand whole on the page, and never past the last one.
-void HeadlessGrid::TurnPage(std::int32_t step) {
-    if (!TurnsPages)
-        return;
-    std::int32_t onPage = 0;
-    while (RowOnScreen(TopRow() + onPage))
-        ++onPage;
-    const std::int32_t rows = std::max(onPage, 1);
-    const std::int32_t lastTop = std::max(Rows() - rows, 0);
-    SetTopRow(std::clamp(TopRow() + step * rows, 0, lastTop));
-}
-
-const CellPicture* HeadlessGrid::Picture(std::int32_t row, std::int32_t col) const {
-    const auto found = Pictures.find({row, col});
-    return found != Pictures.end() ? &found->second : nullptr;
-}
-
-bool HeadlessGrid::RaiseWhatIsPending() {
-    if (!PaintWanted || !Visible())
-        return false;
-    PaintWanted = false;
-    Pictures.clear();
-    PaintPage();
-    return true;
-}
-
-void HeadlessGrid::PaintCell(const common::CellToPaint& cell) {
-    RecordingCanvas canvas;
-    if (DrawCell != nullptr)
-        DrawCell(canvas, cell.Row, cell.Col, cell.X, cell.Y, cell.Width, cell.Height, cell.Current ? CurrentCell : 0);
-    if (!Visible())
-        return; // painted for its effect on the sizes
-    if (canvas.Picture())
-        Pictures[{cell.Row, cell.Col}] = *canvas.Picture();
-    else
-        Pictures.erase({cell.Row, cell.Col});
+    TakeKey(keyCode);
 }
 
 } // namespace platform::headless

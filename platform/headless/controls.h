@@ -2,8 +2,7 @@
 // The controls of a form without a window: they keep what is set and what is drawn, and raise the events of the seam.
 #pragma once
 
-#include "platform/common/grid_store.h"
-#include "platform/headless/cell_picture.h"
+#include "platform/common/drawn_grid.h"
 #include "platform/headless/edited_text.h"
 #include "platform/headless/event_loop.h"
 #include "platform/headless/focus.h"
@@ -11,8 +10,6 @@
 #include "view/platform/painting.h"
 
 #include <functional>
-#include <map>
-#include <utility>
 #include <vector>
 
 namespace platform::headless {
@@ -189,39 +186,19 @@ private:
     bool Usable = true;
 };
 
-using DrawCellHandler = void (*)(CellCanvas&, std::int32_t row, std::int32_t col, std::int32_t x, std::int32_t y,
-                                 std::int32_t width, std::int32_t height, std::int32_t selected);
-
 /// Paints itself when the loop handles what is due, as a grid in a window does.
-class HeadlessGrid final : public common::GridStore, public FocusTarget, public EventSource {
+class HeadlessGrid final : public common::DrawnGrid, public FocusTarget, public EventSource {
 public:
     HeadlessGrid(Focus& focus, const char* name) : FocusOfForm(focus) { Name = name; }
     void SetVisible(bool visible) override;
     void SetFocus() override;
-
-    /// The arrows move the current cell; the page keys turn the page where the device's grids do so.
     void ActOnKey(std::int32_t keyCode) override;
 
-    /// What was last painted of a cell that stands on the page; nothing where nothing was.
-    const CellPicture* Picture(std::int32_t row, std::int32_t col) const;
-
     int Descriptor() override { return -1; }
-    bool RaiseWhatIsPending() override;
-
-    bool TurnsPages = false;
-    void (*Moved)() = nullptr;
-    DrawCellHandler DrawCell = nullptr;
+    bool RaiseWhatIsPending() override { return PaintIfWanted(); }
 
 private:
-    void RowColChanged() override;
-    void PaintCell(const common::CellToPaint& cell) override;
-    void LooksChanged() override { PaintWanted = true; }
-
-    void TurnPage(std::int32_t step);
-
     Focus& FocusOfForm;
-    bool PaintWanted = false;
-    std::map<std::pair<std::int32_t, std::int32_t>, CellPicture> Pictures; ///< by row and column
 };
 
 } // namespace platform::headless

@@ -2,7 +2,7 @@
 #include "platform/headless/keyboard.h"
 
 #include "app/form.h"
-#include "platform/headless/key_codes.h"
+#include "platform/common/key_codes.h"
 
 #include <algorithm>
 
@@ -44,7 +44,7 @@ Refusal PressKey(HeadlessPlatform& device, std::int32_t keyCode) {
         return refusal;
     FocusTarget* const holder = device.focus.Holder();
     const bool passes = KeyDownPasses(keyCode);
-    if (passes && device.grdMain.TurnsPages && (keyCode == KeyPageUp || keyCode == KeyPageDown)) {
+    if (passes && device.grdMain.TurnsPages && (keyCode == common::KeyPageUp || keyCode == common::KeyPageDown)) {
         device.grdMain.ActOnKey(keyCode); // a Palm's grid scrolls whatever has the focus
     } else if (passes && holder != nullptr && device.focus.Holder() == holder) {
         if (IsCharacter(keyCode))

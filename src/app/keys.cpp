@@ -256,11 +256,13 @@ void HoldMenuClicked() {
 }
 
 void HandleHoldMenuClick(const Text& text, const Text& tag, std::int32_t index) {
-    const auto menu = modStringTools::NumberFromText(tag);
-    if (!menu) {
+    if (tag.empty()) {
         modPDAUI::Tell(u"HandleHoldMenuClick: ERROR Menu '" + modStringTools::UpperCase(text) + u"' does not exist.");
         return;
     }
+    const auto menu = modStringTools::NumberFromText(tag);
+    if (!menu)
+        platform::RuntimeFailure(u"The hold menu's tag \"" + tag + u"\" is no number of a menu");
     MenuClick(*menu, index + 1);
 }
 

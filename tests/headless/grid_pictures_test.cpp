@@ -7,6 +7,8 @@
 namespace platform::headless {
 namespace {
 
+using common::CellPicture;
+
 using modQuorin::MenuEvent;
 
 constexpr std::int32_t White = 0xFFFFFF;

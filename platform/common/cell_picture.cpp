@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "platform/headless/cell_picture.h"
+#include "platform/common/cell_picture.h"
 
-namespace platform::headless {
+namespace platform::common {
 
 CellPicture& RecordingCanvas::Cell() {
     if (!Drawn)
@@ -26,4 +26,4 @@ void RecordingCanvas::DrawBox(std::int32_t x, std::int32_t y, std::int32_t width
     Cell().Texts.push_back({x, y, width, height, horizontalAlign, verticalAlign, Fore, text});
 }
 
-} // namespace platform::headless
+} // namespace platform::common

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "platform/headless/cell_picture.h"
+#include "platform/common/cell_picture.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-namespace platform::headless {
+namespace platform::common {
 namespace {
 
 using testing::ElementsAre;
@@ -72,4 +72,4 @@ TEST_F(PictureOfACell, IsThereAlsoWhenItWasDrawnOnWithoutBeingCleared) {
 }
 
 } // namespace
-} // namespace platform::headless
+} // namespace platform::common

@@ -7,7 +7,7 @@
 #include <optional>
 #include <vector>
 
-namespace platform::headless {
+namespace platform::common {
 
 /// A text on a cell. Its box is in pixels of the grid; one that was drawn on a line has neither width nor height.
 struct PaintedText {
@@ -48,4 +48,4 @@ private:
     std::optional<CellPicture> Drawn;
 };
 
-} // namespace platform::headless
+} // namespace platform::common

@@ -1,0 +1,86 @@
+// SPDX-License-Identifier: MIT
+#include "platform/common/drawn_grid.h"
+
+#include "platform/common/key_codes.h"
+
+#include <algorithm>
+
+namespace platform::common {
+
+namespace {
+
+constexpr std::int32_t CurrentCell = -1; // the `selected` of a draw-cell event
+
+} // namespace
+
+void DrawnGrid::RowColChanged() {
+    if (Moved != nullptr)
+        Moved();
+}
+
+void DrawnGrid::TakeKey(std::int32_t keyCode) {
+    if (!Enabled() || !Visible())
+        return;
+    switch (keyCode) {
+    case KeyUp:
+        SetRow(Row() - 1); // a row or a column outside of the grid is not taken
+        break;
+    case KeyDown:
+        SetRow(Row() + 1);
+        break;
+    case KeyLeft:
+        SetCol(Col() - 1);
+        break;
+    case KeyRight:
+        SetCol(Col() + 1);
+        break;
+    case KeyPageUp:
+        TurnPage(-1);
+        break;
+    case KeyPageDown:
+        TurnPage(1);
+        break;
+    default:
+        break;
+    }
+}
+
+/// By as many rows as stand whole on the page, and never past the last one.
+void DrawnGrid::TurnPage(std::int32_t step) {
+    if (!TurnsPages)
+        return;
+    std::int32_t onPage = 0;
+    while (RowOnScreen(TopRow() + onPage))
+        ++onPage;
+    const std::int32_t rows = std::max(onPage, 1);
+    const std::int32_t lastTop = std::max(Rows() - rows, 0);
+    SetTopRow(std::clamp(TopRow() + step * rows, 0, lastTop));
+}
+
+const CellPicture* DrawnGrid::Picture(std::int32_t row, std::int32_t col) const {
+    const auto found = Pictures.find({row, col});
+    return found != Pictures.end() ? &found->second : nullptr;
+}
+
+bool DrawnGrid::PaintIfWanted() {
+    if (!PaintWanted || !Visible())
+        return false;
+    PaintWanted = false;
+    Pictures.clear();
+    PaintPage();
+    return true;
+}
+
+void DrawnGrid::PaintCell(const CellToPaint& cell) {
+    RecordingCanvas canvas;
+    if (DrawCell != nullptr)
+        DrawCell(canvas, cell.Row, cell.Col, cell.X, cell.Y, cell.Width, cell.Height, cell.Current ? CurrentCell : 0);
+    if (!Visible())
+        return; // painted for its effect on the sizes
+    if (canvas.Picture())
+        Pictures[{cell.Row, cell.Col}] = *canvas.Picture();
+    else
+        Pictures.erase({cell.Row, cell.Col});
+}
+
+} // namespace platform::common

@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: MIT
+// A grid whose cells the application paints: it keeps what was painted, knows when it is to be painted again, and moves
+// by key. What a back-end adds is where the pictures are seen.
+#pragma once
+
+#include "platform/common/cell_picture.h"
+#include "platform/common/grid_store.h"
+
+#include <map>
+#include <utility>
+
+namespace platform::common {
+
+using DrawCellHandler = void (*)(CellCanvas&, std::int32_t row, std::int32_t col, std::int32_t x, std::int32_t y,
+                                 std::int32_t width, std::int32_t height, std::int32_t selected);
+
+class DrawnGrid : public GridStore {
+public:
+    /// What was last painted of a cell that stands on the page; nothing where nothing was.
+    const CellPicture* Picture(std::int32_t row, std::int32_t col) const;
+
+    /// Paints the page, if it is on show and has come to look different. Whether that was so.
+    bool PaintIfWanted();
+
+    /// The arrows move the current cell; the page keys turn the page where the device's grids do so.
+    void TakeKey(std::int32_t keyCode);
+
+    bool TurnsPages = false;
+    void (*Moved)() = nullptr; ///< the current cell is another one
+    DrawCellHandler DrawCell = nullptr;
+
+protected:
+    void LooksChanged() override { PaintWanted = true; }
+
+private:
+    void RowColChanged() override;
+    void PaintCell(const CellToPaint& cell) override;
+    void TurnPage(std::int32_t step);
+
+    bool PaintWanted = false;
+    std::map<std::pair<std::int32_t, std::int32_t>, CellPicture> Pictures; ///< by row and column
+};
+
+} // namespace platform::common
