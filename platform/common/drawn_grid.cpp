@@ -35,10 +35,12 @@ void DrawnGrid::TakeKey(std::int32_t keyCode) {
         SetCol(Col() + 1);
         break;
     case KeyPageUp:
-        TurnPage(-1);
+        if (TurnsPages)
+            TurnPageUp();
         break;
     case KeyPageDown:
-        TurnPage(1);
+        if (TurnsPages)
+            TurnPageDown();
         break;
     default:
         break;
@@ -46,15 +48,25 @@ void DrawnGrid::TakeKey(std::int32_t keyCode) {
 }
 
 /// By as many rows as stand whole on the page, and never past the last one.
-void DrawnGrid::TurnPage(std::int32_t step) {
-    if (!TurnsPages)
-        return;
-    std::int32_t onPage = 0;
-    while (RowOnScreen(TopRow() + onPage))
-        ++onPage;
-    const std::int32_t rows = std::max(onPage, 1);
-    const std::int32_t lastTop = std::max(Rows() - rows, 0);
-    SetTopRow(std::clamp(TopRow() + step * rows, 0, lastTop));
+void DrawnGrid::TurnPageDown() {
+    std::int32_t rows = 0;
+    while (RowOnScreen(TopRow() + rows))
+        ++rows;
+    const std::int32_t lastTop = std::max(Rows() - std::max(rows, 1), 0);
+    SetTopRow(std::min(TopRow() + std::max(rows, 1), lastTop));
+}
+
+/// By as many rows as have room on a page above the one that is at its head now.
+void DrawnGrid::TurnPageUp() {
+    std::int32_t top = TopRow();
+    float height = 0;
+    while (top > 0) {
+        height += static_cast<float>(RowHeight(top - 1));
+        if (height > Bounds().Height && top < TopRow())
+            break;
+        --top;
+    }
+    SetTopRow(top);
 }
 
 const CellPicture* DrawnGrid::Picture(std::int32_t row, std::int32_t col) const {

@@ -21,6 +21,7 @@ public:
 
     /// Paints the page, if it is on show and has come to look different. Whether that was so.
     bool PaintIfWanted();
+    void WantPainting() { PaintWanted = true; }
 
     /// The arrows move the current cell; the page keys turn the page where the device's grids do so.
     void TakeKey(std::int32_t keyCode);
@@ -30,12 +31,13 @@ public:
     DrawCellHandler DrawCell = nullptr;
 
 protected:
-    void LooksChanged() override { PaintWanted = true; }
+    void LooksChanged() override { WantPainting(); }
 
 private:
     void RowColChanged() override;
     void PaintCell(const CellToPaint& cell) override;
-    void TurnPage(std::int32_t step);
+    void TurnPageDown();
+    void TurnPageUp();
 
     bool PaintWanted = false;
     std::map<std::pair<std::int32_t, std::int32_t>, CellPicture> Pictures; ///< by row and column

@@ -124,6 +124,13 @@ void HeadlessGrid::SetFocus() {
         FocusOfForm.MoveTo(*this);
 }
 
+bool HeadlessGrid::RaiseWhatIsPending() {
+    const bool painted = PaintIfWanted();
+    if (painted && Follower != nullptr)
+        Follower->WantPainting();
+    return painted;
+}
+
 void HeadlessGrid::ActOnKey(std::int32_t keyCode) {
     TakeKey(keyCode);
 }

@@ -195,7 +195,9 @@ public:
     void ActOnKey(std::int32_t keyCode) override;
 
     int Descriptor() override { return -1; }
-    bool RaiseWhatIsPending() override { return PaintIfWanted(); }
+    bool RaiseWhatIsPending() override;
+
+    HeadlessGrid* Follower = nullptr; ///< takes its columns from this grid: it is painted again whenever this one is
 
 private:
     Focus& FocusOfForm;

@@ -102,6 +102,7 @@ void HeadlessPlatform::DesignControls() {
 
 void HeadlessPlatform::WireEvents(Watcher& watcher) {
     faults.WritingFailed = [&watcher](const Text& name, ErrorNumber error) { watcher.WritingFailed(name, error); };
+    grdMain.Follower = &grdTitle;
     grdMain.TurnsPages = system.DeviceType() == 1;
     grdMain.Moved = frmQuorin::grdMain_RowColChange;
     grdMain.DrawCell = frmQuorin::grdMain_DrawCell;

@@ -82,6 +82,7 @@ void ShowLines(FileHandle& file, std::int32_t count) {
 void FillBluetoothDebug() {
     Device().grdTitle.SetCell(0, 0, u"Bluetooth Debug");
     modBluetooth::ArmLink();
+    modPDAUI::RepaintGrids(false);
 }
 
 void FillFileDebug() {

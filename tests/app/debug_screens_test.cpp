@@ -3,6 +3,7 @@
 
 #include "link/receive.h"
 #include "tests/support/program.h"
+#include "view/grids.h"
 
 namespace modQuorin {
 namespace {
@@ -14,6 +15,13 @@ class DebugScreens : public support::Program {
 protected:
     void ShowFileDebug() { MenuEvent(u"File Debug..."); }
 };
+
+TEST_F(DebugScreens, LinkTraceTakesTheFocusWithItsRepaint) {
+    MenuEvent(u"Bluetooth Debug...");
+    EXPECT_TRUE(modPDAUI::Grids.RepaintPending);
+    Repaint();
+    EXPECT_EQ(Device.Platform.focus.Holder(), &Device.Platform.grdMain);
+}
 
 TEST_F(DebugScreens, LinkTraceArmsTheLink) {
     MenuEvent(u"Bluetooth Debug...");

@@ -266,6 +266,8 @@ TEST_F(GridOfTheForm, TurnsByTheRowsThatStandOnThePage) {
     EXPECT_EQ(TopAfter(common::KeyPageDown), 18);
     EXPECT_EQ(TopAfter(common::KeyPageDown), 18);
     EXPECT_EQ(TopAfter(common::KeyPageUp), 13);
+    Grid.SetTopRow(22); // the last row alone
+    EXPECT_EQ(TopAfter(common::KeyPageUp), 17);
     Grid.SetTopRow(3);
     EXPECT_EQ(TopAfter(common::KeyPageUp), 0);
     EXPECT_EQ(Grid.Row(), 0);

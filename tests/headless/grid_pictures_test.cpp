@@ -193,5 +193,25 @@ TEST_F(GridPictures, AreNotTakenWhileTheGridIsHidden) {
     ExpectSeen(Main(2), Selected(Line(1, 35, u"Bluetooth Serial Setup...")));
 }
 
+/// A row that grows past the page makes room for a scroll bar: the title's columns follow at once.
+TEST_F(GridPictures, OfTheTitleFollowTheColumnsOfTheGrid) {
+    std::string rows;
+    std::string header;
+    for (int i = 1; i <= 27; ++i) {
+        rows += "F" + std::to_string(i) + "|1||||||\n";
+        header += (i > 1 ? "|F" : "F") + std::to_string(i);
+    }
+    InstallMeter(rows);
+    OpenDownload(header + "\n" + std::string(26, '|') + "\n");
+    Repaint();
+    ASSERT_EQ(Device.Main().ColWidth(0), 319);
+    ASSERT_EQ(Device.Title().ColWidth(0), 319);
+    Device.Main().SetCell(0, 1, Text(120, u'x')); // three lines, of which two are one too many
+    Settle();
+    EXPECT_EQ(Device.Main().ColWidth(0), 319 - 13);
+    EXPECT_EQ(Device.Title().ColWidth(0), 319 - 13);
+    EXPECT_EQ(Device.Title().ColWidth(1), 640 - (319 - 13));
+}
+
 } // namespace
 } // namespace platform::headless
