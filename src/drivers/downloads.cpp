@@ -114,11 +114,12 @@ void NewDownload(const Text& driver) {
         }
         file = NameBehind(last);
     }
-    AddRow(-1);
-    SetField(u"DRIVER", driver);
-    SetField(u"FILE", file);
-    SetField(u"DATE", Today());
-    SaveRow();
+    if (AddRow(-1)) {
+        SetField(u"DRIVER", driver);
+        SetField(u"FILE", file);
+        SetField(u"DATE", Today());
+        SaveRow();
+    }
     ShowScreenAfresh();
 }
 

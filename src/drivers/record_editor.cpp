@@ -57,8 +57,7 @@ void PutCopiedFields() {
 
 void NewRecord() {
     const bool copied = RememberCopiedFields();
-    AddRow(-1);
-    if (copied)
+    if (AddRow(-1) && copied)
         PutCopiedFields(); // marks the record as changed: it reaches the disk with the next command or on leaving
 }
 

@@ -77,7 +77,8 @@ void EditDriver(const Text& name) {
 
 void NewDriver() {
     OpenDrivers();
-    AddRow(-1);
+    if (!AddRow(-1))
+        return;
     SetField(u"NAME", u"Untitled Driver");
     SetField(u"INFFILE", u"untitled.txt");
     SaveRow();

@@ -215,26 +215,28 @@ void SaveRow() {
     Table.RecordDirty = false;
 }
 
-void AddRow(std::int32_t row) {
+bool AddRow(std::int32_t row) {
     if (!Table.TableFile.valid)
-        return;
+        return false;
     const Text blank = BlankRow();
-    ++Table.TableRowTotal;
-    if (row != -1) {
-        InsertFileLine(Table.TableFile, row + 1, InsertBefore, blank);
-        GotoRow(row);
-    } else {
-        InsertFileLine(Table.TableFile, Table.TableRowTotal, InsertAfter, blank);
-        GotoRow(Table.TableRowTotal);
+    const std::int32_t atEnd = Table.TableRowTotal + 1;
+    const bool added = row != -1 ? InsertFileLine(Table.TableFile, row + 1, InsertBefore, blank)
+                                 : InsertFileLine(Table.TableFile, atEnd, InsertAfter, blank);
+    if (!added) {
+        GotoRow(Table.TableRowIndex);
+        return false;
     }
+    Table.TableRowTotal = atEnd;
+    GotoRow(row != -1 ? row : atEnd);
+    return true;
 }
 
 void DeleteRow() {
     if (!Table.TableFile.valid)
         return;
     const std::int32_t row = Table.TableRowIndex;
-    DeleteFileLine(Table.TableFile, row + 1);
-    --Table.TableRowTotal;
+    if (DeleteFileLine(Table.TableFile, row + 1))
+        --Table.TableRowTotal;
     if (row > Table.TableRowTotal)
         LastRow();
     else

@@ -52,7 +52,11 @@ Text GetField(const Text& column);
 void SetField(const Text& column, const Text& value);
 
 void SaveRow();
-void AddRow(std::int32_t row); ///< a blank row that takes this number; -1 puts it at the end
+/// Adds a blank row that takes this number and is the current one then; -1 puts it at the end. False where that can't
+/// be done: the table and its current row are as they were, and nothing may be set in the place of the missing row.
+bool AddRow(std::int32_t row);
+/// Deletes the current row; the one that followed it is current then, or the last one. A row that can't be deleted
+/// stays.
 void DeleteRow();
 
 } // namespace modFileSystem

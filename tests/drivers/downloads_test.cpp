@@ -105,6 +105,17 @@ TEST_F(DownloadList, DeleteAsksTwiceAndTakesRowAndFile) {
     EXPECT_FALSE(Device.Folder.Has("Quorin/qrn0001.txt"));
 }
 
+/// A full disk costs the new download alone.
+TEST_F(DownloadList, NewOneThatCantBeAddedTakesNobodysPlace) {
+    const std::string control = "DRIVER|FILE|DATE|ALIAS\nOther|qrn0003.txt|20070102|My name\n";
+    Put("qrnctrl.txt", control);
+    Device.Platform.faults.FailNext(1);
+    NewDownload(u"Meter");
+    EXPECT_EQ(File("qrnctrl.txt"), control);
+    NewDownload(u"Meter");
+    EXPECT_EQ(File("qrnctrl.txt"), control + "Meter|qrn0004.txt|20070305|\n");
+}
+
 TEST_F(DownloadList, FileThatIsGoneAlreadyIsNoFailure) {
     Show("Meter|qrn0001.txt|x|\n");
     Device.WillAnswer(BoxAnswer::Yes);

@@ -59,6 +59,21 @@ TEST_F(Record, EveryCommandSavesTheOneInHand) {
     EXPECT_EQ(Download(), Header + "1|quietly changed|\n2||\n3||\n4||\n5||\n");
 }
 
+/// On a full disk a new record does not come to be; what was copied for it must not go into the last one instead.
+TEST_F(Record, NewOneThatCantBeAddedLeavesTheOthersAlone) {
+    InstallMeter("Place|1|1|||||\nMoisture|1||||||\nRemark|1||||||\n");
+    OpenDownload(Header + "1|a|\n2|b|\n");
+    Device.Platform.faults.FailNext(1);
+    Choose(u"New Record");
+    EXPECT_EQ(Position(), u"2/2");
+    Choose(u"First Record");
+    EXPECT_EQ(Download(), Header + "1|a|\n2|b|\n");
+    Choose(u"New Record");
+    EXPECT_EQ(Position(), u"3/3");
+    GoBack();
+    EXPECT_EQ(Download(), Header + "1|a|\n2|b|\n2||\n");
+}
+
 TEST_F(Record, InsertPutsABlankOneBeforeTheCurrentOne) {
     OpenFive();
     Choose(u"Next Record");

@@ -307,6 +307,28 @@ TEST_P(KeyedTable, AddsABlankRowBeforeTheFirst) {
     EXPECT_THAT(Lines(), ElementsAre(u"A|B", u"|", u"a|b"));
 }
 
+/// What is set after a row could not be added must not land in the row that was current before.
+TEST_P(KeyedTable, RowThatCantBeAddedOrDeletedLeavesTheTableAsItWas) {
+    OpenWith({u"A|B", u"a|b", u"c|d"});
+    GotoRow(2);
+    const std::int32_t good = Table.TableFile.isDatabase ? 1 : 0; // a record is added, and can't be written
+    for (const std::int32_t where : {-1, 1, 2}) {
+        Device.Platform.faults.FailNext(1, good);
+        EXPECT_FALSE(AddRow(where));
+        Device.Platform.faults.FailNext(0);
+        EXPECT_EQ(TableRowCount(), 2);
+        EXPECT_EQ(Table.TableRowIndex, 2);
+        EXPECT_THAT(Table.TableValues, ElementsAre(u"c", u"d"));
+    }
+    Device.Platform.faults.FailNext(1);
+    DeleteRow();
+    Device.Platform.faults.FailNext(0);
+    EXPECT_EQ(TableRowCount(), 2);
+    EXPECT_THAT(Table.TableValues, ElementsAre(u"c", u"d"));
+    EXPECT_TRUE(AddRow(-1));
+    EXPECT_THAT(Lines(), ElementsAre(u"A|B", u"a|b", u"c|d", u"|"));
+}
+
 TEST_P(KeyedTable, LoadedRowIsNotDirty) {
     OpenWith({u"NAME", u"a", u"b"});
     Table.RecordDirty = true;
