@@ -37,16 +37,22 @@ std::size_t FirstLength(TextView text) {
     return pair ? 2 : 1;
 }
 
+/// While nothing has the focus, as after a Palm's page key has closed a field, the grid takes the keys.
+FocusTarget* KeyTaker(HeadlessPlatform& device) {
+    FocusTarget* const holder = device.focus.Holder();
+    return holder != nullptr ? holder : &device.grdMain;
+}
+
 } // namespace
 
 Refusal PressKey(HeadlessPlatform& device, std::int32_t keyCode) {
     if (const Refusal refusal = FormRefusal(device); !refusal.empty())
         return refusal;
-    FocusTarget* const holder = device.focus.Holder();
+    FocusTarget* const holder = KeyTaker(device);
     const bool passes = KeyDownPasses(keyCode);
     if (passes && device.grdMain.TurnsPages && (keyCode == common::KeyPageUp || keyCode == common::KeyPageDown)) {
         device.grdMain.ActOnKey(keyCode); // a Palm's grid scrolls whatever has the focus
-    } else if (passes && holder != nullptr && device.focus.Holder() == holder) {
+    } else if (passes && KeyTaker(device) == holder) {
         if (IsCharacter(keyCode))
             holder->EnterCharacter(Text(1, static_cast<char16_t>(keyCode)));
         else

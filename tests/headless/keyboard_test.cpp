@@ -56,6 +56,14 @@ TEST_F(Keyboard, KeyThatTheFormSwallowsOnTheWayDownDoesNotReachTheControl) {
     EXPECT_EQ(Device.Platform.focus.Holder(), &Main());
 }
 
+TEST_F(Keyboard, KeyReachesTheGridWhileNothingHasTheFocus) {
+    MenuEvent(u"Preferences...");
+    Settle();
+    ASSERT_EQ(Device.Platform.focus.Holder(), nullptr);
+    Press(40);
+    EXPECT_EQ(Main().Row(), 1);
+}
+
 struct EnterRow {
     std::int32_t DeviceType;
     const char16_t* Contents;
