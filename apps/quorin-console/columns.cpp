@@ -67,6 +67,12 @@ TextView HeadOf(TextView text, std::size_t columns) {
     return text.substr(0, length);
 }
 
+TextView TailOf(TextView text, std::size_t columns) {
+    while (ColumnsOf(text) > columns)
+        text.remove_prefix(FirstOf(text).Length);
+    return text;
+}
+
 Text Fitted(const Text& text, std::size_t columns) {
     if (columns == 0)
         return {};

@@ -14,6 +14,9 @@ std::size_t ColumnsOf(TextView text);
 /// The longest head of a text that takes no more than so many columns. No character is cut in two.
 TextView HeadOf(TextView text, std::size_t columns);
 
+/// The longest tail, likewise.
+TextView TailOf(TextView text, std::size_t columns);
+
 /// Filled up with blanks to a width or, where it is longer, cut with a sign that something is missing.
 Text Fitted(const Text& text, std::size_t columns);
 Text Centred(const Text& text, std::size_t columns);

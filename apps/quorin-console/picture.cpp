@@ -71,26 +71,20 @@ bool IsUnderEdit(const HeadlessPlatform& device, std::int32_t row, std::int32_t 
            modPDAUI::Input.EditCol == col;
 }
 
-/// The text of a field with its caret, of which at least that part is to be seen that the caret stands in.
+/// The text of a field with its caret, cut to a width so that the caret is to be seen.
 Text FieldText(const Text& contents, std::int32_t caret, std::size_t columns) {
-    const Text before = WithoutControls(contents.substr(0, static_cast<std::size_t>(caret)));
+    Text before = WithoutControls(contents.substr(0, static_cast<std::size_t>(caret)));
     const Text behind = WithoutControls(contents.substr(static_cast<std::size_t>(caret)));
-    Text shown = before + u"_" + behind;
-    for (std::size_t cut = 1; ColumnsOf(before) + 2 > columns && cut <= before.size(); ++cut) {
-        shown = u"…" + before.substr(cut) + u"_" + behind;
-        if (ColumnsOf(before.substr(cut)) + 3 <= columns)
-            break;
-    }
-    return shown;
+    if (ColumnsOf(before) + 2 > columns) // the caret, and a sign that what is behind it is cut off
+        before = u"…" + Text(TailOf(before, columns - std::min<std::size_t>(columns, 3)));
+    const Text whole = before + u"_" + behind;
+    return ColumnsOf(whole) > columns ? Fitted(whole, columns) : whole;
 }
 
+/// The in-place field, with its edges.
 Text InPlaceField(const HeadlessPlatform& device, std::size_t columns) {
-    const std::size_t inside = std::max<std::size_t>(columns, 4) - 2;
     const auto& field = device.txtInputField;
-    Text text = FieldText(field.Contents(), field.Caret(), inside);
-    if (ColumnsOf(text) > inside)
-        text = Fitted(text, inside);
-    return u"[" + text + u"]";
+    return u"[" + FieldText(field.Contents(), field.Caret(), std::max<std::size_t>(columns, 4) - 2) + u"]";
 }
 
 Lines RowLines(const HeadlessPlatform& device, const HeadlessGrid& grid, std::int32_t row, const Text& mark) {
