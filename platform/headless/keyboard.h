@@ -6,10 +6,10 @@
 
 namespace platform::headless {
 
-/// Key down, key press where the code is a character, key up. The control that has the focus acts in between, unless
-/// the form has swallowed the key: arrows on a grid, a list or a date, left and right in a text, characters in a text.
-/// On Palm OS the page keys turn the page of grdMain whatever has the focus. Characters are the codes 8, 9, 13, 27, 32
-/// and 41 to 126.
+/// Key down, key press where the code is a character, key up. The control that has the focus, or grdMain while none
+/// has, acts in between, unless the form has swallowed the key: arrows on a grid, a list or a date, left and right in a
+/// text, characters in a text. On Palm OS the page keys turn the page of grdMain whatever has the focus. Characters are
+/// the codes 8, 9, 13, 27, 32 and 41 to 126.
 Refusal PressKey(HeadlessPlatform& device, std::int32_t keyCode);
 
 /// The characters one by one into the input control that has the focus.
