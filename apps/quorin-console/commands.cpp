@@ -4,8 +4,8 @@
 #include "app/commands.h"
 #include "app/form.h"
 #include "arguments.h"
-#include "platform/headless/gestures.h"
-#include "platform/headless/keyboard.h"
+#include "platform/device/gestures.h"
+#include "platform/device/keyboard.h"
 #include "reports.h"
 #include "session.h"
 
@@ -131,7 +131,7 @@ Error RunType(Session& session, const std::string& rest) {
 
 Error RunPick(Session& session, const std::string& rest) {
     const Arguments words = WordsOf(rest);
-    const auto date = words.size() == 1 ? platform::headless::DateFromText(words[0]) : std::nullopt;
+    const auto date = words.size() == 1 ? platform::device::DateFromText(words[0]) : std::nullopt;
     return date ? PickDate(session.Device(), *date) : "wants a date of the calendar, YYYY-MM-DD";
 }
 

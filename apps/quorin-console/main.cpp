@@ -1,68 +1,24 @@
 // SPDX-License-Identifier: MIT
-#include "options.h"
-#include "platform/common/host_files.h"
-#include "session.h"
-
-#include <cerrno>
-#include <cstring>
-#include <fcntl.h>
-#include <iostream>
-#include <sys/stat.h>
-#include <unistd.h>
+#include "app/start_up.h"
+#include "console_main.h"
+#include "platform/headless/headless_platform.h"
 
 namespace {
 
-bool IsFile(const std::string& path) {
-    struct stat found {};
-    return ::stat(path.c_str(), &found) == 0 && !S_ISDIR(found.st_mode);
-}
-
-bool IsFolder(const std::string& path) {
-    struct stat found {};
-    return ::stat(path.c_str(), &found) == 0 && S_ISDIR(found.st_mode);
-}
-
-/// The root folder is made when it is missing; without one that can be written there is nothing to do.
-bool RootIsUsable(const std::string& root) {
-    const auto error = platform::common::MakeFolders(root);
-    std::string why;
-    if (IsFile(root))
-        why = "it is a file, not a folder";
-    else if (error != platform::NoError)
-        why = modStringTools::ToBytes(platform::ErrorText(error));
-    else if (::access(root.c_str(), W_OK | X_OK) != 0)
-        why = std::strerror(errno);
-    if (!why.empty())
-        std::cerr << "quorin-console: can't use the root folder " << root << ": " << why << "\n";
-    return why.empty();
+int RunHeadless(const console::Options& options, console::Session& session) {
+    platform::headless::HeadlessPlatform device(options.Device, session, session.Out());
+    session.Use(device);
+    try {
+        session.Run();
+    } catch (const platform::device::ProgramOver& over) {
+        const int status = session.Over(over);
+        modQuorin::ResetModules(); // closes what is open while there is still a platform to close it with
+        return status;
+    }
 }
 
 } // namespace
 
 int main(int count, char** words) {
-    console::Options options;
-    switch (console::ReadOptions(count, words, options)) {
-    case console::Reading::Shown:
-        return console::StatusEnded;
-    case console::Reading::Wrong:
-        return console::StatusUsage;
-    case console::Reading::Run:
-        break;
-    }
-    int input = STDIN_FILENO;
-    if (!options.Script.empty())
-        input = ::open(options.Script.c_str(), O_RDONLY | O_CLOEXEC);
-    if (input >= 0 && IsFolder(options.Script)) {
-        ::close(input);
-        errno = EISDIR;
-        input = -1;
-    }
-    if (input < 0) {
-        std::cerr << "quorin-console: can't read " << options.Script << ": " << std::strerror(errno) << "\n";
-        return console::StatusUsage;
-    }
-    if (!RootIsUsable(options.Device.Root))
-        return console::StatusUsage;
-    console::Session session(options, input, std::cout);
-    return session.Run();
+    return console::ConsoleMain(count, words, RunHeadless);
 }

@@ -3,7 +3,7 @@
 
 #include "commands.h"
 #include "platform/common/device_profiles.h"
-#include "platform/headless/clock.h"
+#include "platform/device/clock.h"
 #include "view/painting.h"
 
 #include <CLI/CLI.hpp>
@@ -74,7 +74,7 @@ ScreenSize ScreenFrom(const std::string& text) {
 }
 
 /// A device type, or the name of a profile, whose screen then counts as well.
-void TakeDevice(const std::string& text, platform::headless::DeviceOptions& device) {
+void TakeDevice(const std::string& text, platform::device::DeviceOptions& device) {
     constexpr std::int32_t LargestType = 32767;
     if (const auto* profile = platform::common::ProfileNamed(text)) {
         device.DeviceType = profile->DeviceType;
@@ -113,7 +113,7 @@ std::string DefaultRoot() {
 }
 
 std::int64_t MomentFrom(const std::string& text) {
-    const auto moment = platform::headless::MomentFromText(text);
+    const auto moment = platform::device::MomentFromText(text);
     if (!moment)
         Refuse("--now", text, "is no moment of the form YYYY-MM-DDTHH:MM:SS");
     return *moment;
@@ -135,7 +135,7 @@ Options Understood(const Words& words) {
     device.RealClock = words.Clock == "real";
     device.StartMoment = MomentFrom(words.Now);
     for (const std::string& port : words.Ports)
-        AddPort(port, device.Ports);
+        AddPort(port, device.Ports.Pinned);
     options.Script = words.Script;
     options.Strict = words.Strict;
     return options;

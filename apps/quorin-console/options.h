@@ -2,14 +2,14 @@
 // The command line of quorin-console.
 #pragma once
 
-#include "platform/headless/headless_platform.h"
+#include "platform/device/back_end.h"
 
 #include <string>
 
 namespace console {
 
 struct Options {
-    platform::headless::DeviceOptions Device;
+    platform::device::DeviceOptions Device;
     std::string Script; ///< file with the commands; standard input when empty
     bool Strict = false;
 };

@@ -12,9 +12,10 @@
 namespace console {
 
 using platform::common::CellPicture;
+using platform::common::DrawnGrid;
 using platform::common::PaintedText;
-using platform::headless::HeadlessGrid;
-using platform::headless::HeadlessPlatform;
+using platform::device::BackEnd;
+using platform::device::Controls;
 
 namespace {
 
@@ -28,7 +29,7 @@ constexpr std::int32_t AlignCentre = 2;
 
 /// How many columns of the terminal each column of the grids gets: of two the first has the share that the screen's row
 /// gives it, whether or not a scroll bar takes some of it.
-std::vector<std::size_t> ColumnWidths(const HeadlessGrid& grid) {
+std::vector<std::size_t> ColumnWidths(const DrawnGrid& grid) {
     if (grid.Cols() < 2)
         return {RoomForText};
     const auto percent = static_cast<std::size_t>(
@@ -54,7 +55,7 @@ Lines PaintedLines(const CellPicture& picture, std::size_t width) {
 }
 
 /// A cell that is not on the page is not painted; its text tells what is in it.
-Lines CellLines(const HeadlessGrid& grid, std::int32_t row, std::int32_t col, std::size_t width) {
+Lines CellLines(const DrawnGrid& grid, std::int32_t row, std::int32_t col, std::size_t width) {
     if (const CellPicture* picture = grid.Picture(row, col))
         return PaintedLines(*picture, width);
     return row < grid.TopRow() ? Wrapped(grid.Cell(row, col), width) : Lines{Text()};
@@ -66,8 +67,8 @@ bool Prompting() {
 }
 
 /// The in-place text box lies over the cell that it edits.
-bool IsUnderEdit(const HeadlessPlatform& device, std::int32_t row, std::int32_t col) {
-    return !Prompting() && device.txtInputField.Visible() && modPDAUI::Input.EditRow == row &&
+bool IsUnderEdit(const Controls& form, std::int32_t row, std::int32_t col) {
+    return !Prompting() && form.txtInputField.Visible() && modPDAUI::Input.EditRow == row &&
            modPDAUI::Input.EditCol == col;
 }
 
@@ -82,19 +83,19 @@ Text FieldText(const Text& contents, std::int32_t caret, std::size_t columns) {
 }
 
 /// The in-place field, with its edges.
-Text InPlaceField(const HeadlessPlatform& device, std::size_t columns) {
-    const auto& field = device.txtInputField;
+Text InPlaceField(const Controls& form, std::size_t columns) {
+    const auto& field = form.txtInputField;
     return u"[" + FieldText(field.Contents(), field.Caret(), std::max<std::size_t>(columns, 4) - 2) + u"]";
 }
 
-Lines RowLines(const HeadlessPlatform& device, const HeadlessGrid& grid, std::int32_t row, const Text& mark) {
+Lines RowLines(const Controls& form, const DrawnGrid& grid, std::int32_t row, const Text& mark) {
     const std::vector<std::size_t> widths = ColumnWidths(grid);
     std::vector<Lines> cells;
     std::size_t height = 1;
     for (std::int32_t col = 0; col < grid.Cols(); ++col) {
         const std::size_t width = std::max<std::size_t>(widths[static_cast<std::size_t>(col)], 2) - 1;
-        const bool edited = &grid == &device.grdMain && IsUnderEdit(device, row, col);
-        cells.push_back(edited ? Lines{InPlaceField(device, width)} : CellLines(grid, row, col, width));
+        const bool edited = &grid == &form.grdMain && IsUnderEdit(form, row, col);
+        cells.push_back(edited ? Lines{InPlaceField(form, width)} : CellLines(grid, row, col, width));
         height = std::max(height, cells.back().size());
     }
     Lines lines;
@@ -109,7 +110,7 @@ Lines RowLines(const HeadlessPlatform& device, const HeadlessGrid& grid, std::in
     return lines;
 }
 
-bool Marked(const HeadlessGrid& grid, std::int32_t row) {
+bool Marked(const DrawnGrid& grid, std::int32_t row) {
     for (std::int32_t col = 0; col < grid.Cols(); ++col) {
         const CellPicture* picture = grid.Picture(row, col);
         if (picture != nullptr && picture->Frame)
@@ -130,25 +131,25 @@ Text MoreRows(std::int32_t count, const Text& where) {
     return u"  ... " + modStringTools::NumberText(count) + (count == 1 ? u" row " : u" rows ") + where;
 }
 
-std::int32_t ShownRows(const HeadlessGrid& grid, std::int32_t from, std::int32_t to) {
+std::int32_t ShownRows(const DrawnGrid& grid, std::int32_t from, std::int32_t to) {
     std::int32_t count = 0;
     for (std::int32_t row = from; row < to; ++row)
         count += grid.RowHeight(row) > 0 ? 1 : 0;
     return count;
 }
 
-Lines TitleLines(const HeadlessPlatform& device) {
+Lines TitleLines(const Controls& form) {
     Lines lines;
-    if (!device.grdTitle.Visible())
+    if (!form.grdTitle.Visible())
         return lines;
-    for (std::int32_t row = 0; row < device.grdTitle.Rows(); ++row)
-        Append(lines, RowLines(device, device.grdTitle, row, u"  "));
+    for (std::int32_t row = 0; row < form.grdTitle.Rows(); ++row)
+        Append(lines, RowLines(form, form.grdTitle, row, u"  "));
     lines.push_back(Rule());
     return lines;
 }
 
 /// Where the picture begins: at the first row when there is room for all, else where the page does.
-std::int32_t FirstRowDrawn(const HeadlessGrid& grid) {
+std::int32_t FirstRowDrawn(const DrawnGrid& grid) {
     std::int32_t height = 0;
     for (std::int32_t row = 0; row < grid.Rows(); ++row)
         height += grid.RowHeight(row);
@@ -156,8 +157,8 @@ std::int32_t FirstRowDrawn(const HeadlessGrid& grid) {
 }
 
 /// The rows of the page, and how many lie above and below it.
-Lines MainLines(const HeadlessPlatform& device) {
-    const HeadlessGrid& grid = device.grdMain;
+Lines MainLines(const Controls& form) {
+    const DrawnGrid& grid = form.grdMain;
     Lines lines;
     if (!grid.Visible() || Prompting())
         return lines;
@@ -167,7 +168,7 @@ Lines MainLines(const HeadlessPlatform& device) {
     float y = 0;
     for (; row < grid.Rows() && y < grid.Bounds().Height; ++row) {
         if (grid.RowHeight(row) > 0)
-            Append(lines, RowLines(device, grid, row, Marked(grid, row) ? u"> " : u"  "));
+            Append(lines, RowLines(form, grid, row, Marked(grid, row) ? u"> " : u"  "));
         y += static_cast<float>(grid.RowHeight(row));
     }
     if (const std::int32_t below = ShownRows(grid, row, grid.Rows()); below > 0)
@@ -190,13 +191,13 @@ Lines PromptText(const Text& contents, std::int32_t caret) {
 }
 
 /// The control of a prompt; an in-place box is drawn with its row.
-Lines InputLines(const HeadlessPlatform& device) {
+Lines InputLines(const Controls& form) {
     Lines lines;
-    const auto& text = device.txtInputField;
-    const auto& combo = device.cboInputField;
-    const auto& comboText = device.cbotxtInputField;
-    if (device.dteInputField.Visible())
-        lines.push_back(u"  [ " + modStringTools::FromBytes(IsoDate(device.dteInputField.Date())) + u" ]");
+    const auto& text = form.txtInputField;
+    const auto& combo = form.cboInputField;
+    const auto& comboText = form.cbotxtInputField;
+    if (form.dteInputField.Visible())
+        lines.push_back(u"  [ " + modStringTools::FromBytes(IsoDate(form.dteInputField.Date())) + u" ]");
     if (text.Visible() && Prompting() && text.MultiLine())
         Append(lines, PromptText(text.Contents(), text.Caret()));
     else if (text.Visible() && Prompting())
@@ -211,8 +212,8 @@ Lines InputLines(const HeadlessPlatform& device) {
     return lines;
 }
 
-Lines BoxLines(const HeadlessPlatform& device) {
-    const auto* box = device.boxes.Current();
+Lines BoxLines(const Controls& form) {
+    const auto* box = form.boxes.Current();
     if (box == nullptr)
         return {};
     const Text buttons = box->Buttons == platform::BoxButtons::Ok ? u"[ Ok ]" : u"[ Yes ]   [ No ]";
@@ -248,21 +249,21 @@ void LayOver(Lines& picture, const Lines& over) {
     }
 }
 
-Text MenuText(const HeadlessPlatform& device, std::size_t menu) {
-    const auto& title = device.menuTitles[menu];
+Text MenuText(const Controls& form, std::size_t menu) {
+    const platform::MenuItem& title = *form.menuTitles[menu];
     if (!title.Visible())
         return {};
     Text items;
-    for (const auto& item : device.menuItems[menu]) {
-        if (item.Visible() && item.Caption() != title.Caption())
-            items += (items.empty() ? u" " : u" | ") + item.Caption();
+    for (const platform::MenuItem* item : form.menuItems[menu]) {
+        if (item->Visible() && item->Caption() != title.Caption())
+            items += (items.empty() ? u" " : u" | ") + item->Caption();
     }
     return u"[" + title.Caption() + u"]" + items;
 }
 
-Lines MenuLines(const HeadlessPlatform& device) {
-    const Text left = MenuText(device, 0);
-    const Text right = MenuText(device, 1);
+Lines MenuLines(const Controls& form) {
+    const Text left = MenuText(form, 0);
+    const Text right = MenuText(form, 1);
     if (left.size() + right.size() + 2 <= PictureWidth)
         return {Rule(), Fitted(left, PictureWidth - right.size()) + right};
     const std::size_t indent = PictureWidth - std::min(right.size(), PictureWidth);
@@ -271,14 +272,15 @@ Lines MenuLines(const HeadlessPlatform& device) {
 
 } // namespace
 
-std::string Picture(const HeadlessPlatform& device) {
-    Lines lines = TitleLines(device);
-    Append(lines, MainLines(device));
-    Append(lines, InputLines(device));
-    if (device.lblStatus.Visible())
-        Append(lines, Wrapped(u"** " + device.lblStatus.Caption() + u" **", PictureWidth));
-    LayOver(lines, BoxLines(device));
-    Append(lines, MenuLines(device));
+std::string Picture(const BackEnd& device) {
+    const Controls& form = device.Seen();
+    Lines lines = TitleLines(form);
+    Append(lines, MainLines(form));
+    Append(lines, InputLines(form));
+    if (form.lblStatus.Visible())
+        Append(lines, Wrapped(u"** " + form.lblStatus.Caption() + u" **", PictureWidth));
+    LayOver(lines, BoxLines(form));
+    Append(lines, MenuLines(form));
     std::string picture;
     for (Text& line : lines) {
         line.erase(line.find_last_not_of(u' ') + 1);

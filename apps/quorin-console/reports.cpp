@@ -20,8 +20,9 @@
 
 namespace console {
 
-using platform::headless::HeadlessGrid;
-using platform::headless::HeadlessPlatform;
+using platform::common::DrawnGrid;
+using platform::device::BackEnd;
+using platform::device::Controls;
 
 namespace {
 
@@ -38,7 +39,7 @@ Json BoxReport(const platform::Box& box) {
     return report;
 }
 
-Json CellsReport(const HeadlessGrid& grid) {
+Json CellsReport(const DrawnGrid& grid) {
     Json cells = Json::array();
     for (std::int32_t row = 0; row < grid.Rows(); ++row) {
         Json line = Json::array();
@@ -50,7 +51,7 @@ Json CellsReport(const HeadlessGrid& grid) {
 }
 
 /// The cells and the sizes that both grids have.
-void AddShape(Json& report, const HeadlessGrid& grid) {
+void AddShape(Json& report, const DrawnGrid& grid) {
     report["cells"] = CellsReport(grid);
     report["widths"] = Json::array();
     for (std::int32_t col = 0; col < grid.Cols(); ++col)
@@ -61,14 +62,14 @@ void AddShape(Json& report, const HeadlessGrid& grid) {
     report["box"] = BoxReport(grid.Bounds());
 }
 
-Json TitleReport(const HeadlessPlatform& device) {
-    Json report = {{"visible", device.grdTitle.Visible()}};
-    AddShape(report, device.grdTitle);
+Json TitleReport(const Controls& form) {
+    Json report = {{"visible", form.grdTitle.Visible()}};
+    AddShape(report, form.grdTitle);
     return report;
 }
 
-Json GridReport(const HeadlessPlatform& device) {
-    const HeadlessGrid& grid = device.grdMain;
+Json GridReport(const Controls& form) {
+    const DrawnGrid& grid = form.grdMain;
     Json report = {{"visible", grid.Visible()},
                    {"enabled", grid.Enabled()},
                    {"row", grid.Row()},
@@ -79,12 +80,12 @@ Json GridReport(const HeadlessPlatform& device) {
     return report;
 }
 
-Json MenuReport(const HeadlessPlatform& device, std::size_t menu) {
-    const auto& title = device.menuTitles[menu];
+Json MenuReport(const Controls& form, std::size_t menu) {
+    const platform::MenuItem& title = *form.menuTitles[menu];
     Json items = Json::array();
-    for (const auto& item : device.menuItems[menu]) {
-        if (item.Visible())
-            items.push_back(Utf8(item.Caption()));
+    for (const platform::MenuItem* item : form.menuItems[menu]) {
+        if (item->Visible())
+            items.push_back(Utf8(item->Caption()));
     }
     return {{"caption", Utf8(title.Caption())},
             {"visible", title.Visible()},
@@ -92,29 +93,29 @@ Json MenuReport(const HeadlessPlatform& device, std::size_t menu) {
             {"items", items}};
 }
 
-Json InputReport(const HeadlessPlatform& device) {
-    if (device.dteInputField.Visible())
+Json InputReport(const Controls& form) {
+    if (form.dteInputField.Visible())
         return {{"kind", "date"},
-                {"date", IsoDate(device.dteInputField.Date())},
-                {"box", BoxReport(device.dteInputField.Bounds())}};
-    if (device.txtInputField.Visible())
+                {"date", IsoDate(form.dteInputField.Date())},
+                {"box", BoxReport(form.dteInputField.Bounds())}};
+    if (form.txtInputField.Visible())
         return {{"kind", "text"},
-                {"text", Utf8(device.txtInputField.Contents())},
-                {"box", BoxReport(device.txtInputField.Bounds())},
-                {"multiline", device.txtInputField.MultiLine()}};
-    if (device.cboInputField.Visible()) {
+                {"text", Utf8(form.txtInputField.Contents())},
+                {"box", BoxReport(form.txtInputField.Bounds())},
+                {"multiline", form.txtInputField.MultiLine()}};
+    if (form.cboInputField.Visible()) {
         Json list = Json::array();
-        for (const Text& item : device.cboInputField.Items())
+        for (const Text& item : form.cboInputField.Items())
             list.push_back(Utf8(item));
         return {{"kind", "combo"},
-                {"text", Utf8(device.cboInputField.Contents())},
-                {"box", BoxReport(device.cboInputField.Bounds())},
+                {"text", Utf8(form.cboInputField.Contents())},
+                {"box", BoxReport(form.cboInputField.Bounds())},
                 {"list", list}};
     }
-    if (device.cbotxtInputField.Visible())
+    if (form.cbotxtInputField.Visible())
         return {{"kind", "combotext"},
-                {"text", Utf8(device.cbotxtInputField.Contents())},
-                {"box", BoxReport(device.cbotxtInputField.Bounds())}};
+                {"text", Utf8(form.cbotxtInputField.Contents())},
+                {"box", BoxReport(form.cbotxtInputField.Bounds())}};
     return nullptr;
 }
 
@@ -126,17 +127,18 @@ std::string IsoDate(const platform::CalendarDate& date) {
     return text;
 }
 
-Json ScreenReport(const HeadlessPlatform& device) {
+Json ScreenReport(const BackEnd& device) {
+    const Controls& form = device.Seen();
     const auto* holder = device.focus.Holder();
     return {{"screen", ScreenName(modQuorin::Screens.CurrentScreen)},
             {"previous", ScreenName(modQuorin::Screens.PreviousScreen)},
-            {"title", TitleReport(device)},
-            {"grid", GridReport(device)},
-            {"menus", Json::array({MenuReport(device, 0), MenuReport(device, 1)})},
-            {"input", InputReport(device)},
-            {"status", device.lblStatus.Visible() ? Json(Utf8(device.lblStatus.Caption())) : Json(nullptr)},
+            {"title", TitleReport(form)},
+            {"grid", GridReport(form)},
+            {"menus", Json::array({MenuReport(form, 0), MenuReport(form, 1)})},
+            {"input", InputReport(form)},
+            {"status", form.lblStatus.Visible() ? Json(Utf8(form.lblStatus.Caption())) : Json(nullptr)},
             {"focus", holder != nullptr ? Json(holder->Name) : Json(nullptr)},
-            {"form", BoxReport(device.form.Pixels())}};
+            {"form", BoxReport(platform::device::PixelsOf(form.form))}};
 }
 
 Json StateReport() {

@@ -2,19 +2,19 @@
 // The device as it stands, for programs and for people.
 #pragma once
 
-#include "platform/headless/headless_platform.h"
+#include "platform/device/back_end.h"
 #include "writer.h"
 
 namespace console {
 
 /// The screen object: both grids, the menus, an open input control, the status strip, the focus.
-Json ScreenReport(const platform::headless::HeadlessPlatform& device);
+Json ScreenReport(const platform::device::BackEnd& device);
 
 /// A date as 2007-03-05.
 std::string IsoDate(const platform::CalendarDate& date);
 
 /// The screen drawn as text, 80 columns wide: the rows that stand on the page, and what lies over them.
-std::string Picture(const platform::headless::HeadlessPlatform& device);
+std::string Picture(const platform::device::BackEnd& device);
 
 /// The module-level state that other tools may want.
 Json StateReport();

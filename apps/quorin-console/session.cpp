@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "session.h"
 
-#include "app/start_up.h"
 #include "commands.h"
 
 #include <array>
@@ -11,7 +10,7 @@
 
 namespace console {
 
-using platform::headless::ProgramOver;
+using platform::device::ProgramOver;
 
 void LineReader::Read() {
     std::array<char, 65536> block;
@@ -48,20 +47,10 @@ std::string LineReader::Take() {
     return line;
 }
 
-Session::Session(const Options& options, int input, std::ostream& out)
-    : strict(options.Strict), writer(out), reader(input), device(options.Device, *this, writer) {
-}
-
-int Session::Run() {
-    try {
-        device.StartProgram();
-        for (;;)
-            device.loop.WaitOnce();
-    } catch (const ProgramOver& over) {
-        const int status = Over(over);
-        modQuorin::ResetModules(); // closes what is open while there is still a platform to close it with
-        return status;
-    }
+void Session::Run() {
+    device->StartProgram();
+    for (;;)
+        device->loop.WaitOnce();
 }
 
 void Session::AboutToWait(int nesting) {
@@ -76,14 +65,14 @@ void Session::RunCommand() {
     const CommandLine line = Parse(reader.Take());
     openCommands.push_back(line.Word);
     std::string error = Execute(*this, line);
-    device.loop.HandleDue();
+    device->loop.HandleDue();
     openCommands.pop_back();
     Json done = {{"done", line.Word}};
     if (!error.empty())
         done["error"] = error;
     writer.Write(done);
     if (strict && !error.empty())
-        throw ProgramOver{ProgramOver::Reason::CommandFailed, {}};
+        device->loop.Leave({ProgramOver::Reason::CommandFailed, {}});
 }
 
 /// Each command is closed by one object, also when the program has ended under it.

@@ -2,8 +2,7 @@
 // One run of the program under commands: reads them, runs them, and says what comes of them.
 #pragma once
 
-#include "options.h"
-#include "platform/headless/headless_platform.h"
+#include "platform/device/back_end.h"
 #include "writer.h"
 
 #include <deque>
@@ -37,14 +36,19 @@ private:
     std::deque<std::string> Lines;
 };
 
-class Session final : public platform::headless::CommandSource {
+class Session final : public platform::device::CommandSource {
 public:
-    Session(const Options& options, int input, std::ostream& out);
+    /// Reads commands from a descriptor. The first one that fails may be made the last.
+    Session(int input, std::ostream& out, bool stopAtFailure) : strict(stopAtFailure), writer(out), reader(input) {}
 
-    /// Starts the program and runs all commands. Gives the exit status.
-    int Run();
+    /// The device that the commands are for; it is made with this session as its source of commands and its watcher.
+    void Use(platform::device::BackEnd& used) { device = &used; }
+    /// Starts the program and runs commands until the device leaves it.
+    [[noreturn]] void Run();
+    /// The program is over: says so, closes the commands that are open, and gives the exit status.
+    int Over(const platform::device::ProgramOver& over);
 
-    platform::headless::HeadlessPlatform& Device() { return device; }
+    platform::device::BackEnd& Device() { return *device; }
     Writer& Out() { return writer; }
 
     // The loop's view of the commands.
@@ -57,12 +61,11 @@ public:
 
 private:
     void CloseOpenCommands(const std::string& error);
-    int Over(const platform::headless::ProgramOver& over);
 
     bool strict;
     Writer writer;
     LineReader reader;
-    platform::headless::HeadlessPlatform device;
+    platform::device::BackEnd* device = nullptr;
     std::vector<std::string> openCommands; ///< their words, the innermost last
     int announced = -1; ///< the nesting of the last `ready` that no command has followed yet; -1 for none
 };

@@ -2,7 +2,7 @@
 // What quorin-console says: one JSON object a line, in the order in which things happen.
 #pragma once
 
-#include "platform/headless/services.h"
+#include "platform/device/services.h"
 
 #include <nlohmann/json.hpp>
 
@@ -15,7 +15,7 @@ using Json = nlohmann::ordered_json;
 /// A text as UTF-8; what has no place in UTF-8 becomes a replacement character.
 std::string Utf8(const Text& text);
 
-class Writer final : public platform::headless::Watcher {
+class Writer final : public platform::device::Watcher {
 public:
     explicit Writer(std::ostream& out) : Out(out) {}
 

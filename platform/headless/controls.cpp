@@ -2,19 +2,14 @@
 #include "platform/headless/controls.h"
 
 #include "platform/common/key_codes.h"
-#include "platform/headless/clock.h"
+#include "platform/device/clock.h"
 
 #include <algorithm>
 
 namespace platform::headless {
 
-Box HeadlessForm::Pixels() const {
-    return {Twips.Left / TwipsPerPixel, Twips.Top / TwipsPerPixel, Twips.Width / TwipsPerPixel,
-            Twips.Height / TwipsPerPixel};
-}
-
 Box HeadlessForm::ClientArea() const {
-    const Box form = Pixels();
+    const Box form = device::PixelsOf(*this);
     return {0, 0, form.Width, form.Height};
 }
 
@@ -76,16 +71,16 @@ void HeadlessDatePicker::ActOnKey(std::int32_t keyCode) {
     constexpr std::int32_t Week = 7;
     switch (keyCode) {
     case common::KeyLeft:
-        Chosen = DaysLater(Chosen, -1);
+        Chosen = device::DaysLater(Chosen, -1);
         break;
     case common::KeyRight:
-        Chosen = DaysLater(Chosen, 1);
+        Chosen = device::DaysLater(Chosen, 1);
         break;
     case common::KeyUp:
-        Chosen = DaysLater(Chosen, -Week);
+        Chosen = device::DaysLater(Chosen, -Week);
         break;
     case common::KeyDown:
-        Chosen = DaysLater(Chosen, Week);
+        Chosen = device::DaysLater(Chosen, Week);
         break;
     default:
         break;

@@ -3,9 +3,10 @@
 #pragma once
 
 #include "platform/common/drawn_grid.h"
+#include "platform/device/controls.h"
+#include "platform/device/event_loop.h"
+#include "platform/device/focus.h"
 #include "platform/headless/edited_text.h"
-#include "platform/headless/event_loop.h"
-#include "platform/headless/focus.h"
 #include "view/platform/controls.h"
 #include "view/platform/painting.h"
 
@@ -13,6 +14,10 @@
 #include <vector>
 
 namespace platform::headless {
+
+using device::EventSource;
+using device::Focus;
+using device::FocusTarget;
 
 /// Place, visibility and focus, for any control of the seam.
 template <class Interface>
@@ -63,14 +68,13 @@ public:
     Box ClientArea() const override; ///< the whole form: there is no frame
     float TwipsPerPixelX() const override { return TwipsPerPixel; }
     float TwipsPerPixelY() const override { return TwipsPerPixel; }
-    Box Pixels() const;
 
 private:
     static constexpr float TwipsPerPixel = 15; // 1440 to the inch, 96 pixels to the inch
     Box Twips;
 };
 
-class HeadlessTextBox final : public BasicFontControl<TextBox> {
+class HeadlessTextBox final : public BasicFontControl<device::EditBox> {
 public:
     using BasicFontControl::BasicFontControl;
     Text Contents() const override { return Edited.Contents(); }
@@ -83,7 +87,7 @@ public:
     bool TakesText() const override { return true; }
     void EnterCharacter(TextView character) override;
     void ReplaceText(const Text& text) override;
-    std::int32_t Caret() const { return Edited.Caret(); }
+    std::int32_t Caret() const override { return Edited.Caret(); }
 
     std::function<void()> Change;
 
@@ -94,7 +98,7 @@ private:
     bool Lines = false;
 };
 
-class HeadlessComboBox final : public BasicFontControl<ComboBox> {
+class HeadlessComboBox final : public BasicFontControl<device::EditCombo> {
 public:
     using BasicFontControl::BasicFontControl;
     Text Contents() const override { return Edited.Contents(); }
@@ -111,8 +115,8 @@ public:
     void EnterCharacter(TextView character) override { Edited.Enter(character, false); }
     void ReplaceText(const Text& text) override;
 
-    const std::vector<Text>& Items() const { return Entries; }
-    std::int32_t Caret() const { return Edited.Caret(); }
+    std::vector<Text> Items() const override { return Entries; }
+    std::int32_t Caret() const override { return Edited.Caret(); }
 
 private:
     EditedText Edited;

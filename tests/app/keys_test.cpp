@@ -20,7 +20,7 @@ constexpr std::int32_t Swallowed = 0;
 
 class Keys : public support::Program {
 protected:
-    explicit Keys(const platform::headless::DeviceOptions& options = {}) : Program(options) {}
+    explicit Keys(const platform::device::DeviceOptions& options = {}) : Program(options) {}
 
     /// What is left of the key code.
     std::int32_t Down(std::int32_t key) {
@@ -410,7 +410,7 @@ TEST_F(ScreenThatReacts, IsToldOfNoArrowWhileAFieldIsOpen) {
 }
 
 TEST_F(ScreenThatReacts, IsToldOfALongPressWithItsCell) {
-    EXPECT_EQ(platform::headless::Hold(Device.Platform, 2, 1), "");
+    EXPECT_EQ(platform::device::Hold(Device.Platform, 2, 1), "");
     EXPECT_THAT(LongPress, ElementsAre("2 1"));
 }
 

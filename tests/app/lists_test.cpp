@@ -12,7 +12,7 @@ using testing::ElementsAre;
 
 class SelectionList : public support::Program {
 protected:
-    explicit SelectionList(const platform::headless::DeviceOptions& options = {}) : Program(options) {}
+    explicit SelectionList(const platform::device::DeviceOptions& options = {}) : Program(options) {}
     std::int32_t Row() { return Device.Main().Row(); }
     Text Stored(const char16_t* key) { return GetSetting(key, u"(none)"); }
 };
@@ -20,8 +20,8 @@ protected:
 /// A device with two volumes, of which the second has more space.
 class VolumeListing : public SelectionList {
 protected:
-    static platform::headless::DeviceOptions TwoVolumes() {
-        platform::headless::DeviceOptions options = support::OfType(6);
+    static platform::device::DeviceOptions TwoVolumes() {
+        platform::device::DeviceOptions options = support::OfType(6);
         options.Volumes = {{u"C:\\", 1000}, {u"E:\\", 2000}};
         return options;
     }
@@ -316,7 +316,7 @@ TEST_F(HiddenFields, BeforeTheFirstShownOneLeadBackToIt) {
 }
 
 TEST_F(HiddenFields, CantBeTapped) {
-    EXPECT_NE(platform::headless::Tap(Device.Platform, 2, 1), "");
+    EXPECT_NE(platform::device::Tap(Device.Platform, 2, 1), "");
 }
 
 TEST_F(HiddenFields, AreSavedWithTheOthers) {

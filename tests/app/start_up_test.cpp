@@ -25,7 +25,7 @@ const std::vector<std::int32_t> PalmKeys = {308, 309, 516, 517, 518, 519, 33, 34
 class DeviceAtStart : public testing::TestWithParam<DeviceRow> {};
 
 TEST_P(DeviceAtStart, IsSetUpByItsType) {
-    platform::headless::DeviceOptions options = support::OfType(GetParam().Type);
+    platform::device::DeviceOptions options = support::OfType(GetParam().Type);
     options.OsVersion = GetParam().Version;
     support::TestDevice device(options);
     device.Platform.StartProgram();
@@ -58,7 +58,7 @@ struct ScreenOfAPalm {
 class PalmScreen : public testing::TestWithParam<ScreenOfAPalm> {};
 
 TEST_P(PalmScreen, DecidesFontAndScale) {
-    platform::headless::DeviceOptions options = support::OfType(1);
+    platform::device::DeviceOptions options = support::OfType(1);
     options.Screen = GetParam().Size;
     support::TestDevice device(options);
     device.Platform.StartProgram();
@@ -80,7 +80,7 @@ struct VersionRow {
 class VersionOfADevice : public testing::TestWithParam<VersionRow> {};
 
 TEST_P(VersionOfADevice, TellsWhetherItsMenusAreKeys) {
-    platform::headless::DeviceOptions options = support::OfType(GetParam().Type);
+    platform::device::DeviceOptions options = support::OfType(GetParam().Type);
     options.OsVersion = GetParam().Version;
     support::TestDevice device(options);
     EXPECT_EQ(IsSoftKeyPlatform(), GetParam().SoftKeys);
@@ -125,7 +125,7 @@ struct ColourRow {
 class ColourSetting : public testing::TestWithParam<ColourRow> {};
 
 TEST_P(ColourSetting, IsOnForMinusOneAlone) {
-    platform::headless::DeviceOptions options;
+    platform::device::DeviceOptions options;
     const support::TemporaryFolder folder;
     if (GetParam().Stored != nullptr)
         folder.Put("settings.ini", std::string("[Settings]\nCOLOUR=") + GetParam().Stored + "\n");
@@ -147,7 +147,7 @@ struct FontSizeRow {
 class FontSizeSetting : public testing::TestWithParam<FontSizeRow> {};
 
 TEST_P(FontSizeSetting, IsTakenByBothGrids) {
-    platform::headless::DeviceOptions options;
+    platform::device::DeviceOptions options;
     const support::TemporaryFolder folder;
     folder.Put("settings.ini", std::string("[Settings]\nFONTSIZE=") + GetParam().Stored + "\n");
     options.Settings = (folder.Path() / "settings.ini").string();

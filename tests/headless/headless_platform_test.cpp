@@ -111,7 +111,7 @@ TEST_F(BoxesOfTheForm, AreAnsweredInnermostFirst) {
 struct AnswerRow {
     BoxButtons Buttons;
     BoxAnswer Given;
-    Refusal Why;
+    device::Refusal Why;
 };
 
 class AnswerToABox : public support::Program, public testing::WithParamInterface<AnswerRow> {};

@@ -190,7 +190,7 @@ TEST_F(PalmLink, OpensThePortOfItsProfile) {
 class NamedLink : public Link {
 protected:
     NamedLink() : Link(9) { SaveSetting(u"ComPort", u"BT1"); }
-    platform::headless::HeadlessConnections& Service() { return Device.Platform.connections; }
+    platform::device::SimulatedConnections& Service() { return Device.Platform.connections; }
 };
 
 TEST_F(NamedLink, OpensAnyNameThatIsNoComPort) {

@@ -97,7 +97,7 @@ TEST_F(DatabaseFile, CommittedLinesAreThereAfterAPowerCut) {
 }
 
 TEST_F(DatabaseFile, OnAPalmDeviceIsDeletedUnderItsTextName) {
-    platform::headless::DeviceOptions options;
+    platform::device::DeviceOptions options;
     options.DeviceType = 1;
     support::TestDevice palm(options);
     OpenFile(File, u"Device:\\drivers.txt", u"w", u"TEXT", u"QVRN");

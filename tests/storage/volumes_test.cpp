@@ -14,8 +14,8 @@ using platform::common::HostVolume;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-platform::headless::DeviceOptions DeviceWith(std::int32_t type, std::vector<HostVolume> volumes) {
-    platform::headless::DeviceOptions options;
+platform::device::DeviceOptions DeviceWith(std::int32_t type, std::vector<HostVolume> volumes) {
+    platform::device::DeviceOptions options;
     options.DeviceType = type;
     options.Volumes = std::move(volumes);
     return options;

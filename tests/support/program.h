@@ -5,7 +5,7 @@
 #include "app/commands.h"
 #include "app/form.h"
 #include "drivers/selection.h"
-#include "platform/headless/gestures.h"
+#include "platform/device/gestures.h"
 #include "storage/keyed_tables.h"
 #include "tests/support/test_device.h"
 #include "view/menu_table.h"
@@ -17,15 +17,15 @@
 
 namespace support {
 
-inline platform::headless::DeviceOptions OfType(std::int32_t deviceType) {
-    platform::headless::DeviceOptions options;
+inline platform::device::DeviceOptions OfType(std::int32_t deviceType) {
+    platform::device::DeviceOptions options;
     options.DeviceType = deviceType;
     return options;
 }
 
 class Program : public testing::Test {
 protected:
-    explicit Program(const platform::headless::DeviceOptions& options = {}) : Device(options) {
+    explicit Program(const platform::device::DeviceOptions& options = {}) : Device(options) {
         Device.Platform.StartProgram();
     }
 
@@ -40,14 +40,14 @@ protected:
     }
 
     void Tap(std::int32_t row, std::int32_t col = 0) {
-        EXPECT_EQ(platform::headless::Tap(Device.Platform, row, col), "");
+        EXPECT_EQ(platform::device::Tap(Device.Platform, row, col), "");
         Settle();
     }
     void Choose(const Text& caption) {
-        EXPECT_EQ(platform::headless::Choose(Device.Platform, caption), "") << modStringTools::ToBytes(caption);
+        EXPECT_EQ(platform::device::Choose(Device.Platform, caption), "") << modStringTools::ToBytes(caption);
         Settle();
     }
-    void Type(const Text& text) { EXPECT_EQ(platform::headless::SetInput(Device.Platform, text), ""); }
+    void Type(const Text& text) { EXPECT_EQ(platform::device::SetInput(Device.Platform, text), ""); }
     void Settle() { Device.Platform.loop.HandleDue(); }
     /// Lets the deferred repaint come.
     void Repaint() { Device.Tick(100); }

@@ -12,10 +12,10 @@ namespace support {
 
 namespace {
 
-platform::headless::DeviceOptions OnFolder(platform::headless::DeviceOptions options, const TemporaryFolder& folder) {
+platform::device::DeviceOptions OnFolder(platform::device::DeviceOptions options, const TemporaryFolder& folder) {
     options.Root = folder.Path().string();
     if (options.StartMoment == 0)
-        options.StartMoment = *platform::headless::MomentFromText("2007-03-05T09:30:00");
+        options.StartMoment = *platform::device::MomentFromText("2007-03-05T09:30:00");
     return options;
 }
 
@@ -71,7 +71,7 @@ std::vector<Text> Record::Messages() const {
     return messages;
 }
 
-TestDevice::TestDevice(platform::headless::DeviceOptions options)
+TestDevice::TestDevice(platform::device::DeviceOptions options)
     : Platform(OnFolder(std::move(options), Folder), *this, Did) {
     platform::Install(&Platform.record);
     modQuorin::ResetModules();
@@ -82,7 +82,7 @@ TestDevice::~TestDevice() {
 }
 
 void TestDevice::SetTime(const std::string& moment) {
-    Platform.clock.StandAt(*platform::headless::MomentFromText(moment));
+    Platform.clock.StandAt(*platform::device::MomentFromText(moment));
 }
 
 void TestDevice::RunCommand() {
@@ -95,7 +95,7 @@ void TestDevice::RunCommand() {
     step();
 }
 
-void TestDevice::AnswerBox(platform::headless::HeadlessBoxes::OpenBox& box) {
+void TestDevice::AnswerBox(platform::device::DeviceBoxes::OpenBox& box) {
     if (During) {
         const std::function<void()> action = std::move(During);
         During = nullptr;

@@ -15,7 +15,7 @@
 namespace support {
 
 /// The program has called for its end, or can't go on.
-using platform::headless::ProgramOver;
+using platform::device::ProgramOver;
 
 /// A folder that is gone with the test.
 class TemporaryFolder {
@@ -44,7 +44,7 @@ struct ShownBox {
 };
 
 /// What the device did, in order.
-struct Record : platform::headless::Watcher {
+struct Record : platform::device::Watcher {
     std::vector<ShownBox> Boxes;
     std::vector<std::pair<std::int32_t, std::int32_t>> Tones; ///< hertz, milliseconds
     std::vector<Text> Status;                                 ///< texts of the strip; an empty one for its end
@@ -65,10 +65,10 @@ struct Record : platform::headless::Watcher {
     std::vector<Text> Messages() const; ///< of the boxes
 };
 
-class TestDevice final : platform::headless::CommandSource {
+class TestDevice final : platform::device::CommandSource {
 public:
     /// The root folder is the test's own, whatever the options say. The modules' state is as at program start.
-    explicit TestDevice(platform::headless::DeviceOptions options = {});
+    explicit TestDevice(platform::device::DeviceOptions options = {});
     ~TestDevice() override;
 
     const TemporaryFolder Folder;
@@ -96,7 +96,7 @@ private:
     int Descriptor() override { return -1; }
     void TakeInput() override {}
     void RunCommand() override;
-    void AnswerBox(platform::headless::HeadlessBoxes::OpenBox& box);
+    void AnswerBox(platform::device::DeviceBoxes::OpenBox& box);
 
     std::deque<platform::BoxAnswer> Answers;
     std::function<void()> During;

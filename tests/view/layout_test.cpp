@@ -31,7 +31,7 @@ Box InTwips(const Box& pixels) {
 /// A device of 240 by 320 pixels, whose grids tell nobody that they want to be painted.
 class Layout : public support::Program {
 protected:
-    explicit Layout(const platform::headless::DeviceOptions& options = support::OfType(7)) : Program(options) {
+    explicit Layout(const platform::device::DeviceOptions& options = support::OfType(7)) : Program(options) {
         Device.Platform.grdMain.DrawCell = nullptr;
         Device.Platform.grdTitle.DrawCell = nullptr;
     }
@@ -179,8 +179,8 @@ TEST_F(Layout, TitleNeedsRowsAndColumns) {
 
 class FineLayout : public Layout {
 protected:
-    static platform::headless::DeviceOptions FinePalm() {
-        platform::headless::DeviceOptions options = support::OfType(1);
+    static platform::device::DeviceOptions FinePalm() {
+        platform::device::DeviceOptions options = support::OfType(1);
         options.Screen = {320, 320};
         return options;
     }

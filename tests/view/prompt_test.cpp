@@ -18,7 +18,7 @@ using testing::IsEmpty;
 
 class Asking : public support::Program {
 protected:
-    explicit Asking(const platform::headless::DeviceOptions& options = {}) : Program(options) {
+    explicit Asking(const platform::device::DeviceOptions& options = {}) : Program(options) {
         GotoScreen(ScrFileDebug);
         Repaint();
     }

@@ -1,18 +1,18 @@
 // SPDX-License-Identifier: MIT
-// What a device without a window still has: a system object, keys, a connection service, tones, message boxes. What
-// they do is told to whoever watches.
+// What has nothing to do with pixels: a system object, keys, a connection service, tones, message boxes. What they do
+// is told to whoever watches.
 #pragma once
 
 #include "platform/common/device_profiles.h"
-#include "platform/headless/event_loop.h"
-#include "platform/headless/focus.h"
+#include "platform/device/event_loop.h"
+#include "platform/device/focus.h"
 #include "view/platform/device.h"
 #include "view/platform/run_time.h"
 
 #include <deque>
 #include <vector>
 
-namespace platform::headless {
+namespace platform::device {
 
 /// Who watches the device is told what happens on it, in order.
 class Watcher {
@@ -29,9 +29,9 @@ public:
     virtual void WritingFailed(const Text& name, ErrorNumber error) = 0;
 };
 
-class HeadlessSystem final : public SystemObject {
+class DeviceSystem final : public SystemObject {
 public:
-    HeadlessSystem(std::int32_t type, Text version, Text user, common::ScreenSize screen)
+    DeviceSystem(std::int32_t type, Text version, Text user, common::ScreenSize screen)
         : Type(type), Version(std::move(version)), User(std::move(user)), Screen(screen) {}
 
     std::int32_t DeviceType() const override { return Type; }
@@ -52,9 +52,9 @@ private:
 
 /// A character that is sent waits in the key queue until events are handled; a letter or a control character then goes
 /// to the control that has the focus, any other is for the platform alone.
-class HeadlessKeys final : public HardwareKeys, public EventSource {
+class DeviceKeys final : public HardwareKeys, public EventSource {
 public:
-    HeadlessKeys(Watcher& watcher, Focus& focus) : Told(watcher), FocusOfForm(focus) {}
+    DeviceKeys(Watcher& watcher, Focus& focus) : Told(watcher), FocusOfForm(focus) {}
     void Grab(std::int32_t keyCode) override { Told.KeyGrabbed(keyCode); }
     void Release(std::int32_t keyCode) override { Told.KeyReleased(keyCode); }
     void SendCharacter(std::int32_t character) override;
@@ -68,7 +68,7 @@ private:
     std::deque<std::int32_t> Queue;
 };
 
-class HeadlessConnections final : public ConnectionService {
+class SimulatedConnections final : public ConnectionService {
 public:
     ErrorNumber Open(const Text& name, std::unique_ptr<Connection>& connection) override;
     /// What opening gives from now on; NoError opens.
@@ -78,22 +78,25 @@ private:
     ErrorNumber Outcome = NoError;
 };
 
-class HeadlessTones final : public ToneMaker {
+class WatchedTones final : public ToneMaker {
 public:
-    explicit HeadlessTones(Watcher& watcher) : Told(watcher) {}
+    explicit WatchedTones(Watcher& watcher) : Told(watcher) {}
     std::unique_ptr<Tone> MakeTone(std::int32_t hertz, std::int32_t milliseconds) override;
 
 private:
     Watcher& Told;
 };
 
-class HeadlessBoxes final : public MessageBox {
+/// Message boxes, which wait in the loop. What is seen of one is for the back-end to add.
+class DeviceBoxes : public MessageBox {
 public:
-    HeadlessBoxes(EventLoop& loop, Watcher& watcher) : Loop(loop), Told(watcher) {}
+    DeviceBoxes(EventLoop& loop, Watcher& watcher) : Loop(loop), Told(watcher) {}
 
     struct OpenBox {
         Text Message;
         BoxButtons Buttons = BoxButtons::Ok;
+        BoxIcon Icon = BoxIcon::None;
+        Text Title;
         bool Answered = false;
         BoxAnswer Answer = BoxAnswer::Ok;
     };
@@ -103,10 +106,13 @@ public:
     /// The box that is open, the innermost one; nothing when none is.
     OpenBox* Current() const { return Open.empty() ? nullptr : Open.back(); }
 
+protected:
+    virtual void Opened(OpenBox&) {}
+
 private:
     EventLoop& Loop;
     Watcher& Told;
     std::vector<OpenBox*> Open;
 };
 
-} // namespace platform::headless
+} // namespace platform::device

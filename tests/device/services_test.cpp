@@ -1,22 +1,24 @@
 // SPDX-License-Identifier: MIT
-// platform/headless/services.h, and the simulated port of platform/headless/serial_ports.h.
-#include "platform/headless/services.h"
+// platform/device/services.h, and the simulated port of platform/device/serial_ports.h.
+#include "platform/device/services.h"
 
+#include "platform/device/serial_ports.h"
 #include "platform/headless/controls.h"
-#include "platform/headless/serial_ports.h"
 #include "tests/support/test_device.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-namespace platform::headless {
+namespace platform::device {
 namespace {
+
+using headless::HeadlessTextBox;
 
 using testing::ElementsAre;
 using testing::IsEmpty;
 
 TEST(ConnectionByName, OpensUnlessItIsToldToFail) {
-    HeadlessConnections connections;
+    SimulatedConnections connections;
     std::unique_ptr<Connection> connection;
     EXPECT_EQ(connections.Open(u"any", connection), NoError);
     EXPECT_NE(connection, nullptr);
@@ -28,7 +30,7 @@ TEST(ConnectionByName, OpensUnlessItIsToldToFail) {
 
 TEST(ToneOfTheDevice, IsToldEachTimeItIsPlayed) {
     support::Record did;
-    HeadlessTones tones(did);
+    WatchedTones tones(did);
     const auto tone = tones.MakeTone(1046, 250);
     EXPECT_THAT(did.Tones, IsEmpty());
     tone->Play(0);
@@ -52,7 +54,7 @@ protected:
     Focus Keeper;
     HeadlessTextBox Box{Keeper, "box"};
     support::Record Did;
-    HeadlessKeys Keys{Did, Keeper};
+    DeviceKeys Keys{Did, Keeper};
 };
 
 TEST_F(KeyQueue, HoldsACharacterUntilEventsAreHandled) {
@@ -106,7 +108,7 @@ int Received = 0;
 class SimulatedPort : public testing::Test {
 protected:
     SimulatedPort() { Received = 0; }
-    HeadlessSerial Port{{}, [] { ++Received; }};
+    DeviceSerial Port{{}, [] { ++Received; }};
 };
 
 TEST_F(SimulatedPort, RaisesItsEventWhileEnoughCharactersWait) {
@@ -171,4 +173,4 @@ TEST_F(SimulatedPort, ClosesByItselfWhenItIsDropped) {
 }
 
 } // namespace
-} // namespace platform::headless
+} // namespace platform::device

@@ -3,23 +3,23 @@
 // waits runs it again inside itself.
 #pragma once
 
-#include "platform/headless/clock.h"
+#include "platform/device/clock.h"
 #include "view/platform/controls.h"
 #include "view/platform/run_time.h"
 
-#include <functional>
+#include <optional>
 #include <vector>
 
-namespace platform::headless {
+namespace platform::device {
 
 class EventLoop;
 
 /// A timer of the form; its tick is raised by the loop.
-class HeadlessTimer final : public Timer {
+class LoopTimer final : public Timer {
 public:
-    HeadlessTimer(EventLoop& loop, std::int32_t interval, bool enabled, void (*tick)());
-    HeadlessTimer(const HeadlessTimer&) = delete;
-    HeadlessTimer& operator=(const HeadlessTimer&) = delete;
+    LoopTimer(EventLoop& loop, std::int32_t interval, bool enabled, void (*tick)());
+    LoopTimer(const LoopTimer&) = delete;
+    LoopTimer& operator=(const LoopTimer&) = delete;
 
     bool Enabled() const override { return Running; }
     void SetEnabled(bool enabled) override;
@@ -58,22 +58,39 @@ public:
     virtual bool RaiseWhatIsPending() = 0; ///< whether an event was raised
 };
 
-/// What unwinds the program to the one that runs the loop. Nothing else catches it.
+/// Why the program is over.
 struct ProgramOver {
     enum class Reason { Ended, Failed, InputEnded, CommandFailed } Why = Reason::Ended;
     Text Failure;
 };
 
+/// How a back-end sleeps, and how it leaves the program.
+class Pump {
+public:
+    virtual ~Pump() = default;
+    /// Handles what the window system has for the back-end; whether there was anything.
+    virtual bool HandlePending() = 0;
+    /// Sleeps until one of the descriptors can be read, the window system has something, or so many milliseconds have
+    /// passed, -1 for any number of them. It may come back sooner.
+    virtual void Sleep(const std::vector<int>& descriptors, int milliseconds) = 0;
+    /// Unwinds to whoever runs the loop, or ends the process.
+    [[noreturn]] virtual void Leave(const ProgramOver& over) = 0;
+};
+
 class EventLoop {
 public:
-    EventLoop(HeadlessClock& clock, CommandSource& commands) : Time(clock), Commands(commands) {}
+    EventLoop(DeviceClock& clock, CommandSource& commands, Pump& pump)
+        : Time(clock), Commands(commands), PumpOfLoop(pump) {}
 
-    HeadlessClock& ClockOfLoop() { return Time; }
-    void Add(HeadlessTimer& timer) { Timers.push_back(&timer); }
+    DeviceClock& ClockOfLoop() { return Time; }
+    void Add(LoopTimer& timer) { Timers.push_back(&timer); }
     void Listen(EventSource& source) { Sources.push_back(&source); }
 
     /// Raises all events that are due, in time order.
     bool HandleDue();
+    /// Raises the next timer's event, if it is due, and lets each source raise one: a source that never runs dry can't
+    /// hold up the others. Whether there was anything.
+    bool HandleRound();
     /// Handles what is due, or waits for the next thing to happen and handles that. The end of the commands ends the
     /// program.
     void WaitOnce();
@@ -83,23 +100,30 @@ public:
     void PassTime(std::int64_t milliseconds);
     /// Moves a virtual clock on at once; timers that fell due meanwhile fire once when they are next looked at.
     void Jump(std::int64_t milliseconds) { Time.MoveTo(Time.Milliseconds() + milliseconds); }
+    [[noreturn]] void Leave(const ProgramOver& over);
+
+    /// The descriptors of all sources that have one.
+    std::vector<int> Descriptors() const;
+    /// Milliseconds until the next timer falls due by itself; none while no timer runs or time stands still.
+    std::optional<std::int64_t> TimeToNextTick();
 
 private:
-    HeadlessTimer* NextTimer();
+    LoopTimer* NextTimer();
     bool FireNext(std::int64_t until);
-    void Sleep(std::int64_t deadline, bool forCommands);
+    void Sleep(std::optional<std::int64_t> deadline, bool forCommands);
 
-    HeadlessClock& Time;
+    DeviceClock& Time;
     CommandSource& Commands;
-    std::vector<HeadlessTimer*> Timers;
+    Pump& PumpOfLoop;
+    std::vector<LoopTimer*> Timers;
     std::vector<EventSource*> Sources;
     int Nesting = 0;
 };
 
 /// The run-time's part of the seam.
-class HeadlessRunTime final : public RunTime {
+class LoopRunTime final : public RunTime {
 public:
-    explicit HeadlessRunTime(EventLoop& loop) : Loop(loop) {}
+    explicit LoopRunTime(EventLoop& loop) : Loop(loop) {}
     void DoEvents() override { Loop.HandleDue(); }
     void WaitEvents() override { Loop.WaitNested(); }
     [[noreturn]] void EndProgram() override;
@@ -109,4 +133,4 @@ private:
     EventLoop& Loop;
 };
 
-} // namespace platform::headless
+} // namespace platform::device

@@ -6,7 +6,7 @@
 
 #include <functional>
 
-namespace platform::headless {
+namespace platform::device {
 
 /// A control that can have the focus.
 struct FocusTarget {
@@ -57,4 +57,4 @@ private:
     FocusTarget* Current = nullptr;
 };
 
-} // namespace platform::headless
+} // namespace platform::device

@@ -1,15 +1,15 @@
 // SPDX-License-Identifier: MIT
-#include "platform/headless/services.h"
+#include "platform/device/services.h"
 
 #include <algorithm>
 
-namespace platform::headless {
+namespace platform::device {
 
 namespace {
 
-class HeadlessTone final : public Tone {
+class WatchedTone final : public Tone {
 public:
-    HeadlessTone(Watcher& watcher, std::int32_t hertz, std::int32_t milliseconds)
+    WatchedTone(Watcher& watcher, std::int32_t hertz, std::int32_t milliseconds)
         : Told(watcher), Hertz(hertz), Milliseconds(milliseconds) {}
     void Play(std::int32_t) override { Told.TonePlayed(Hertz, Milliseconds); }
 
@@ -21,20 +21,20 @@ private:
 
 } // namespace
 
-Box HeadlessSystem::WorkArea() const {
+Box DeviceSystem::WorkArea() const {
     return {0, 0, static_cast<float>(Screen.Width), static_cast<float>(Screen.Height)};
 }
 
-std::int32_t HeadlessSystem::ScreenDimension() const {
+std::int32_t DeviceSystem::ScreenDimension() const {
     return std::max(Screen.Width, Screen.Height);
 }
 
-void HeadlessKeys::SendCharacter(std::int32_t character) {
+void DeviceKeys::SendCharacter(std::int32_t character) {
     Told.CharacterSent(character);
     Queue.push_back(character);
 }
 
-bool HeadlessKeys::RaiseWhatIsPending() {
+bool DeviceKeys::RaiseWhatIsPending() {
     if (Queue.empty())
         return false;
     const std::int32_t character = Queue.front();
@@ -46,17 +46,17 @@ bool HeadlessKeys::RaiseWhatIsPending() {
     return true;
 }
 
-ErrorNumber HeadlessConnections::Open(const Text&, std::unique_ptr<Connection>& connection) {
+ErrorNumber SimulatedConnections::Open(const Text&, std::unique_ptr<Connection>& connection) {
     if (Outcome == NoError)
         connection = std::make_unique<Connection>();
     return Outcome;
 }
 
-std::unique_ptr<Tone> HeadlessTones::MakeTone(std::int32_t hertz, std::int32_t milliseconds) {
-    return std::make_unique<HeadlessTone>(Told, hertz, milliseconds);
+std::unique_ptr<Tone> WatchedTones::MakeTone(std::int32_t hertz, std::int32_t milliseconds) {
+    return std::make_unique<WatchedTone>(Told, hertz, milliseconds);
 }
 
-BoxAnswer HeadlessBoxes::Show(const Text& text, BoxButtons buttons, BoxIcon icon, const Text& title) {
+BoxAnswer DeviceBoxes::Show(const Text& text, BoxButtons buttons, BoxIcon icon, const Text& title) {
     struct Standing {
         std::vector<OpenBox*>& Boxes;
         OpenBox Box;
@@ -65,11 +65,12 @@ BoxAnswer HeadlessBoxes::Show(const Text& text, BoxButtons buttons, BoxIcon icon
         }
         ~Standing() { Boxes.pop_back(); }
     };
-    Standing standing(Open, {text, buttons, false, BoxAnswer::Ok});
+    Standing standing(Open, {text, buttons, icon, title, false, BoxAnswer::Ok});
     Told.BoxOpened(text, buttons, icon, title);
+    Opened(standing.Box);
     while (!standing.Box.Answered)
         Loop.WaitNested();
     return standing.Box.Answer;
 }
 
-} // namespace platform::headless
+} // namespace platform::device

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include "platform/headless/event_loop.h"
+#include "platform/device/event_loop.h"
+#include "platform/headless/poll_pump.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -7,7 +8,7 @@
 #include <array>
 #include <deque>
 
-namespace platform::headless {
+namespace platform::device {
 namespace {
 
 using testing::ElementsAre;
@@ -61,7 +62,7 @@ protected:
     void Tell(std::size_t timer) {
         Ticks.push_back(std::string(1, static_cast<char>('A' + timer)) + std::to_string(Time.Milliseconds()));
     }
-    void Start(HeadlessTimer& timer, std::int32_t interval) {
+    void Start(LoopTimer& timer, std::int32_t interval) {
         timer.SetInterval(interval);
         timer.SetEnabled(true);
     }
@@ -80,12 +81,13 @@ protected:
         return {};
     }
 
-    HeadlessClock Time{0};
+    DeviceClock Time{0};
     ReadyCommands Commands;
-    EventLoop Events{Time, Commands};
-    HeadlessTimer A{Events, 1000, false, Tick<0>};
-    HeadlessTimer B{Events, 1000, false, Tick<1>};
-    HeadlessTimer C{Events, 1000, false, Tick<2>};
+    headless::PollPump Pump;
+    EventLoop Events{Time, Commands, Pump};
+    LoopTimer A{Events, 1000, false, Tick<0>};
+    LoopTimer B{Events, 1000, false, Tick<1>};
+    LoopTimer C{Events, 1000, false, Tick<2>};
     std::vector<std::string> Ticks; ///< timer and milliseconds
 };
 
@@ -183,7 +185,7 @@ TEST_F(Loop, CountsTheWaitsThatStandInsideOneAnother) {
 }
 
 TEST_F(Loop, ForgetsTheWaitsThatTheEndOfTheProgramLeft) {
-    HeadlessRunTime program(Events);
+    LoopRunTime program(Events);
     Commands.Steps = {[&] { program.WaitEvents(); }, [&] { program.EndProgram(); }, [] {}};
     EXPECT_EQ(EndOf([this] { Events.WaitOnce(); }), ProgramOver::Reason::Ended);
     Events.WaitOnce();
@@ -227,7 +229,7 @@ TEST_F(Loop, RaisesWhatATickLeavesPendingBeforeTheNextTick) {
 }
 
 TEST_F(Loop, HandlesWhatIsPendingWithoutWaitingOrReadingACommand) {
-    HeadlessRunTime program(Events);
+    LoopRunTime program(Events);
     PendingEvents port;
     port.Pending = 2;
     Events.Listen(port);
@@ -238,7 +240,7 @@ TEST_F(Loop, HandlesWhatIsPendingWithoutWaitingOrReadingACommand) {
 }
 
 TEST_F(Loop, CarriesTheMessageOfAFailureOut) {
-    HeadlessRunTime program(Events);
+    LoopRunTime program(Events);
     try {
         program.RuntimeFailure(u"no such row");
     } catch (const ProgramOver& over) {
@@ -248,10 +250,11 @@ TEST_F(Loop, CarriesTheMessageOfAFailureOut) {
 }
 
 TEST(LoopOnTheMachinesClock, FiresTimersByItself) {
-    HeadlessClock time;
+    DeviceClock time;
     ReadyCommands commands;
-    EventLoop loop(time, commands);
-    HeadlessTimer timer(loop, 20, true, Tick<0>);
+    headless::PollPump pump;
+    EventLoop loop(time, commands, pump);
+    LoopTimer timer(loop, 20, true, Tick<0>);
     int ticks = 0;
     OnTick[0] = [&] { ++ticks; };
     while (ticks == 0)
@@ -263,4 +266,4 @@ TEST(LoopOnTheMachinesClock, FiresTimersByItself) {
 }
 
 } // namespace
-} // namespace platform::headless
+} // namespace platform::device

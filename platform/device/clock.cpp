@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include "platform/headless/clock.h"
+#include "platform/device/clock.h"
 
 #include <algorithm>
 #include <cstdio>
 #include <ctime>
 
-namespace platform::headless {
+namespace platform::device {
 
 namespace {
 
@@ -70,7 +70,7 @@ CalendarDate DaysLater(const CalendarDate& date, std::int32_t days) {
     return later.Year >= 1 && later.Year <= 9999 ? later : date;
 }
 
-DateTime HeadlessClock::Now() const {
+DateTime DeviceClock::Now() const {
     DateTime now;
     now.WholeSeconds = LocalMilliseconds() / MsPerSecond;
     const auto seconds = static_cast<std::time_t>(now.WholeSeconds);
@@ -83,12 +83,12 @@ DateTime HeadlessClock::Now() const {
     return now;
 }
 
-float HeadlessClock::TimeOfDay() const {
+float DeviceClock::TimeOfDay() const {
     const std::int64_t ofDay = LocalMilliseconds() % (SecondsPerDay * MsPerSecond);
     return static_cast<float>(static_cast<double>(ofDay) / MsPerSecond);
 }
 
-std::int64_t HeadlessClock::LocalMilliseconds() const {
+std::int64_t DeviceClock::LocalMilliseconds() const {
     if (Virtual)
         return Start + Passed;
     std::timespec now{};
@@ -98,20 +98,20 @@ std::int64_t HeadlessClock::LocalMilliseconds() const {
     return (static_cast<std::int64_t>(now.tv_sec) + local.tm_gmtoff) * MsPerSecond + now.tv_nsec / 1000000;
 }
 
-std::int64_t HeadlessClock::Milliseconds() const {
+std::int64_t DeviceClock::Milliseconds() const {
     if (Virtual)
         return Passed;
     const auto passed = std::chrono::steady_clock::now() - Begin;
     return std::chrono::duration_cast<std::chrono::milliseconds>(passed).count();
 }
 
-void HeadlessClock::StandAt(std::int64_t moment) {
+void DeviceClock::StandAt(std::int64_t moment) {
     Start = moment * MsPerSecond - Passed;
 }
 
-void HeadlessClock::MoveTo(std::int64_t milliseconds) {
+void DeviceClock::MoveTo(std::int64_t milliseconds) {
     if (Virtual)
         Passed = std::max(Passed, milliseconds);
 }
 
-} // namespace platform::headless
+} // namespace platform::device

@@ -1,21 +1,30 @@
 // SPDX-License-Identifier: MIT
-// The serial port control over real devices, and over a simulated one for every number without a device.
+// The serial port control over the machine's devices, and over simulated ones.
 #pragma once
 
 #include "platform/common/serial_device.h"
-#include "platform/headless/event_loop.h"
+#include "platform/device/event_loop.h"
 #include "view/platform/device.h"
 
+#include <functional>
 #include <map>
+#include <optional>
 #include <string>
 
-namespace platform::headless {
+namespace platform::device {
 
-class HeadlessSerial final : public SerialPort, public EventSource {
+/// Host paths behind port numbers.
+struct PortPaths {
+    std::map<std::int32_t, std::string> Pinned;
+    /// Asked at each opening for a number that is not pinned; an empty path means that there is no device. Without it
+    /// such a port is simulated.
+    std::function<std::string(std::int32_t)> Find;
+};
+
+class DeviceSerial final : public SerialPort, public EventSource {
 public:
-    /// `devices` maps port numbers to host paths; `receive` is the control's event.
-    HeadlessSerial(std::map<std::int32_t, std::string> devices, void (*receive)())
-        : Devices(std::move(devices)), Receive(receive) {}
+    /// `receive` is the control's event.
+    DeviceSerial(PortPaths paths, void (*receive)()) : Paths(std::move(paths)), Receive(receive) {}
 
     void SetPortId(std::int32_t number) override { Id = number; }
     void SetLineSettings(const Text& settings) override { Line = settings; }
@@ -29,6 +38,12 @@ public:
     int Descriptor() override { return Real.Descriptor(); }
     bool RaiseWhatIsPending() override;
 
+    /// What happened at the port, for people: the host path of the last opening, what came of it, and whether anything
+    /// has been read since the port was opened.
+    const std::string& HostPath() const { return LastPath; }
+    ErrorNumber LastOpening() const { return Outcome; }
+    bool Heard() const { return HasHeard; }
+
     // The hand of the simulated port.
     bool SimulatedPortOpen() const { return Open && !Real.IsOpen(); }
     void Arrive(const Text& text) { Waiting += text; }
@@ -39,10 +54,12 @@ private:
     static constexpr std::int32_t CharactersReceived = 2;
 
     ErrorNumber OpenPort();
+    ErrorNumber OpenHostPort(const std::string& path);
+    ErrorNumber OpenSimulatedPort();
     void ClosePort();
     void TakeFromDevice();
 
-    std::map<std::int32_t, std::string> Devices;
+    PortPaths Paths;
     void (*Receive)();
     std::int32_t Id = 0;
     Text Line;
@@ -51,6 +68,9 @@ private:
     Text Waiting;
     std::int32_t FailuresLeft = 0;
     common::SerialDevice Real;
+    std::string LastPath;
+    ErrorNumber Outcome = NoError;
+    bool HasHeard = false;
 };
 
-} // namespace platform::headless
+} // namespace platform::device

@@ -1,13 +1,16 @@
 // SPDX-License-Identifier: MIT
-#include "platform/headless/focus.h"
+#include "platform/device/focus.h"
 
 #include "platform/headless/controls.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-namespace platform::headless {
+namespace platform::device {
 namespace {
+
+using headless::HeadlessGrid;
+using headless::HeadlessTextBox;
 
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -109,4 +112,4 @@ TEST_F(FocusOfTheForm, ReachesAGridThatIsShownAndEnabled) {
 }
 
 } // namespace
-} // namespace platform::headless
+} // namespace platform::device

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "platform/headless/clock.h"
+#include "platform/device/clock.h"
 
 #include <gtest/gtest.h>
 
-namespace platform::headless {
+namespace platform::device {
 namespace {
 
 class NoMoment : public testing::TestWithParam<const char*> {};
@@ -34,7 +34,7 @@ TEST(DateText, IsADateOfTheCalendar) {
 
 class ClockThatStands : public testing::Test {
 protected:
-    HeadlessClock Clock{*MomentFromText("2007-12-31T23:59:58")};
+    DeviceClock Clock{*MomentFromText("2007-12-31T23:59:58")};
 };
 
 TEST_F(ClockThatStands, ShowsWhereItStarted) {
@@ -73,11 +73,11 @@ TEST_F(ClockThatStands, ShowsAnotherTimeWithoutMovingTheTimers) {
 }
 
 TEST(ClockOfTheMachine, IsMovedByNobody) {
-    HeadlessClock clock;
+    DeviceClock clock;
     EXPECT_FALSE(clock.IsVirtual());
     clock.MoveTo(1000000000);
     EXPECT_LT(clock.Milliseconds(), 1000000000);
 }
 
 } // namespace
-} // namespace platform::headless
+} // namespace platform::device

@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: MIT
-#include "platform/headless/keyboard.h"
+#include "platform/device/keyboard.h"
 
 #include "tests/support/program.h"
 #include "view/prompt.h"
 
-namespace platform::headless {
+namespace platform::device {
 namespace {
+
+using headless::HeadlessGrid;
+using headless::HeadlessTextBox;
 
 using modQuorin::MenuEvent;
 using testing::ElementsAre;
@@ -272,4 +275,4 @@ TEST_F(KeyboardOfAPalm, KeyThatIsHandedOnWritesNothing) {
 }
 
 } // namespace
-} // namespace platform::headless
+} // namespace platform::device

@@ -7,7 +7,7 @@
 #include <chrono>
 #include <optional>
 
-namespace platform::headless {
+namespace platform::device {
 
 /// The moment that a text like 2007-03-05T09:30:00 stands for, as whole seconds of a calendar without time zones.
 /// Nothing for a text that stands for none.
@@ -20,12 +20,12 @@ std::optional<CalendarDate> DateFromText(const std::string& text);
 CalendarDate DaysLater(const CalendarDate& date, std::int32_t days);
 
 /// Both clocks in one: what time of day it is, and a count of milliseconds for the timers that never goes back.
-class HeadlessClock final : public Clock {
+class DeviceClock final : public Clock {
 public:
     /// A clock that stands still and starts at a moment.
-    explicit HeadlessClock(std::int64_t startMoment) : Virtual(true), Start(startMoment * 1000) {}
+    explicit DeviceClock(std::int64_t startMoment) : Virtual(true), Start(startMoment * 1000) {}
     /// The machine's.
-    HeadlessClock() = default;
+    DeviceClock() = default;
 
     bool IsVirtual() const { return Virtual; }
     DateTime Now() const override;
@@ -46,4 +46,4 @@ private:
     std::chrono::steady_clock::time_point Begin = std::chrono::steady_clock::now();
 };
 
-} // namespace platform::headless
+} // namespace platform::device

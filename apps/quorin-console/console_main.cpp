@@ -1,0 +1,72 @@
+// SPDX-License-Identifier: MIT
+#include "console_main.h"
+
+#include "platform/common/host_files.h"
+
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <iostream>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace console {
+
+namespace {
+
+bool IsFile(const std::string& path) {
+    struct stat found {};
+    return ::stat(path.c_str(), &found) == 0 && !S_ISDIR(found.st_mode);
+}
+
+bool IsFolder(const std::string& path) {
+    struct stat found {};
+    return ::stat(path.c_str(), &found) == 0 && S_ISDIR(found.st_mode);
+}
+
+/// The root folder is made when it is missing; without one that can be written there is nothing to do.
+bool RootIsUsable(const std::string& root) {
+    const auto error = platform::common::MakeFolders(root);
+    std::string why;
+    if (IsFile(root))
+        why = "it is a file, not a folder";
+    else if (error != platform::NoError)
+        why = modStringTools::ToBytes(platform::ErrorText(error));
+    else if (::access(root.c_str(), W_OK | X_OK) != 0)
+        why = std::strerror(errno);
+    if (!why.empty())
+        std::cerr << "quorin-console: can't use the root folder " << root << ": " << why << "\n";
+    return why.empty();
+}
+
+} // namespace
+
+int ConsoleMain(int count, char** words, int (*run)(const Options&, Session&)) {
+    Options options;
+    switch (ReadOptions(count, words, options)) {
+    case Reading::Shown:
+        return StatusEnded;
+    case Reading::Wrong:
+        return StatusUsage;
+    case Reading::Run:
+        break;
+    }
+    int input = STDIN_FILENO;
+    if (!options.Script.empty())
+        input = ::open(options.Script.c_str(), O_RDONLY | O_CLOEXEC);
+    if (input >= 0 && IsFolder(options.Script)) {
+        ::close(input);
+        errno = EISDIR;
+        input = -1;
+    }
+    if (input < 0) {
+        std::cerr << "quorin-console: can't read " << options.Script << ": " << std::strerror(errno) << "\n";
+        return StatusUsage;
+    }
+    if (!RootIsUsable(options.Device.Root))
+        return StatusUsage;
+    Session session(input, std::cout, options.Strict);
+    return run(options, session);
+}
+
+} // namespace console

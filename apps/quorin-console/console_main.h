@@ -1,0 +1,14 @@
+// SPDX-License-Identifier: MIT
+// What the program does before there is a device, whatever kind of device that is.
+#pragma once
+
+#include "options.h"
+#include "session.h"
+
+namespace console {
+
+/// Reads the command line, opens the commands, sees to the root folder, and runs the session on a device. Gives the
+/// exit status.
+int ConsoleMain(int count, char** words, int (*run)(const Options&, Session&));
+
+} // namespace console

@@ -1,0 +1,121 @@
+// SPDX-License-Identifier: MIT
+#include "platform/device/back_end.h"
+
+#include "app/form.h"
+#include "app/start_up.h"
+
+namespace platform::device {
+
+namespace {
+
+constexpr std::int32_t LinkInterval = 500; // milliseconds
+constexpr std::int32_t HoldInterval = 1000;
+constexpr std::int32_t RepaintInterval = 100;
+
+const Text DesignFont = u"AFPalm";
+constexpr std::int32_t DesignFontSize = 8;
+constexpr std::int32_t PalmOs = 1;
+
+DeviceClock ClockFor(const DeviceOptions& options) {
+    return options.RealClock ? DeviceClock() : DeviceClock(options.StartMoment);
+}
+
+std::vector<common::HostVolume> VolumesFor(const DeviceOptions& options) {
+    if (!options.Volumes.empty())
+        return options.Volumes;
+    return {common::ProfileOfType(options.DeviceType).Volume};
+}
+
+DeviceSystem SystemFor(const DeviceOptions& options) {
+    const common::DeviceProfile& profile = common::ProfileOfType(options.DeviceType);
+    const Text version = modStringTools::FromBytes(profile.OsVersion);
+    return {options.DeviceType, options.OsVersion.value_or(version), options.User,
+            options.Screen.value_or(profile.Screen)};
+}
+
+std::string SettingsFor(const DeviceOptions& options) {
+    return options.Settings.empty() ? options.Root + "/settings.ini" : options.Settings;
+}
+
+} // namespace
+
+Box PixelsOf(const Form& form) {
+    const Box twips = form.Bounds();
+    return {twips.Left / form.TwipsPerPixelX(), twips.Top / form.TwipsPerPixelY(), twips.Width / form.TwipsPerPixelX(),
+            twips.Height / form.TwipsPerPixelY()};
+}
+
+BackEnd::BackEnd(const DeviceOptions& options, Pump& pump, CommandSource& commands, Watcher& watcher)
+    : clock(ClockFor(options)), loop(clock, commands, pump), tmrBlue(loop, LinkInterval, true, frmQuorin::tmrBlue_Tick),
+      tmrHoldEvent(loop, HoldInterval, false, frmQuorin::tmrHoldEvent_Tick),
+      tmrMenus(loop, RepaintInterval, false, frmQuorin::tmrMenus_Tick), system(SystemFor(options)),
+      keys(watcher, focus), serial(options.Ports, frmQuorin::serConnection_Receive), tones(watcher), runTime(loop),
+      volumes(VolumesFor(options)), hostFiles(common::PathMap(options.Root)), files(hostFiles, faults),
+      hostDatabases(common::PathMap(options.Root)), databases(hostDatabases, faults),
+      settingsFile(SettingsFor(options)), settings(settingsFile, faults),
+      Connections(options.Connections != nullptr ? *options.Connections : connections) {
+    faults.WritingFailed = [&watcher](const Text& name, ErrorNumber error) { watcher.WritingFailed(name, error); };
+    loop.Listen(serial);
+    loop.Listen(keys);
+}
+
+Platform BackEnd::RecordOf(const Controls& controls) {
+    return {controls.form,
+            controls.grdTitle,
+            controls.grdMain,
+            controls.txtInputField,
+            controls.cboInputField,
+            controls.cbotxtInputField,
+            controls.dteInputField,
+            controls.lstHoldMenu,
+            controls.lblStatus,
+            controls.scrollBar,
+            tmrBlue,
+            tmrHoldEvent,
+            tmrMenus,
+            *controls.menuTitles[0],
+            *controls.menuTitles[1],
+            controls.menuItems[0],
+            controls.menuItems[1],
+            FormColours(),
+            controls.fonts,
+            system,
+            keys,
+            serial,
+            Connections,
+            tones,
+            controls.boxes,
+            settings,
+            clock,
+            random,
+            runTime,
+            volumes,
+            files,
+            databases};
+}
+
+void BackEnd::DesignControls(const Controls& controls) {
+    for (common::DrawnGrid* grid : {&controls.grdTitle, &controls.grdMain}) {
+        grid->SetFontName(DesignFont);
+        grid->SetFontSize(DesignFontSize);
+    }
+    const Box screen = system.WorkArea();
+    controls.form.SetBounds(
+        {0, 0, screen.Width * controls.form.TwipsPerPixelX(), screen.Height * controls.form.TwipsPerPixelY()});
+    controls.grdMain.TurnsPages = system.DeviceType() == PalmOs;
+    controls.grdMain.Moved = frmQuorin::grdMain_RowColChange;
+    controls.grdMain.DrawCell = frmQuorin::grdMain_DrawCell;
+    controls.grdTitle.Moved = frmQuorin::grdTitle_RowColChange;
+    controls.grdTitle.DrawCell = frmQuorin::grdTitle_DrawCell;
+}
+
+void BackEnd::StartProgram() {
+    Install(&Record());
+    modQuorin::ResetModules();
+    frmQuorin::Form_Load();
+    ShowForm();
+    frmQuorin::Form_Activate();
+    loop.HandleDue();
+}
+
+} // namespace platform::device

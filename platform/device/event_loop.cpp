@@ -1,0 +1,159 @@
+// SPDX-License-Identifier: MIT
+#include "platform/device/event_loop.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <poll.h>
+
+namespace platform::device {
+
+namespace {
+
+constexpr std::int64_t LongestSleep = 60000; // milliseconds at a time, which poll can count
+
+bool CanBeRead(int descriptor) {
+    pollfd waiting{descriptor, POLLIN, 0};
+    return ::poll(&waiting, 1, 0) > 0;
+}
+
+} // namespace
+
+LoopTimer::LoopTimer(EventLoop& loop, std::int32_t interval, bool enabled, void (*tick)())
+    : Loop(loop), Every(interval), Tick(tick) {
+    loop.Add(*this);
+    LoopTimer::SetEnabled(enabled);
+}
+
+void LoopTimer::SetEnabled(bool enabled) {
+    if (enabled && !Running)
+        NextTick = Loop.ClockOfLoop().Milliseconds() + Every;
+    Running = enabled;
+}
+
+void LoopTimer::SetInterval(std::int32_t milliseconds) {
+    if (milliseconds == Every)
+        return;
+    Every = milliseconds;
+    NextTick = Loop.ClockOfLoop().Milliseconds() + Every;
+}
+
+/// The next tick is set first: a handler that waits lets the timer go on. Ticks that were missed are one.
+void LoopTimer::Fire(std::int64_t now) {
+    NextTick += Every;
+    if (NextTick <= now)
+        NextTick = now + Every;
+    Tick();
+}
+
+LoopTimer* EventLoop::NextTimer() {
+    LoopTimer* next = nullptr;
+    for (LoopTimer* timer : Timers) {
+        if (timer->Enabled() && (next == nullptr || timer->Due() < next->Due()))
+            next = timer;
+    }
+    return next;
+}
+
+/// Fires the next timer that is due by then, with the clock at its moment.
+bool EventLoop::FireNext(std::int64_t until) {
+    LoopTimer* timer = NextTimer();
+    if (timer == nullptr || timer->Due() > until)
+        return false;
+    Time.MoveTo(timer->Due());
+    timer->Fire(Time.Milliseconds());
+    return true;
+}
+
+bool EventLoop::HandleRound() {
+    bool any = FireNext(Time.Milliseconds());
+    for (EventSource* source : Sources)
+        any = source->RaiseWhatIsPending() || any;
+    return PumpOfLoop.HandlePending() || any;
+}
+
+bool EventLoop::HandleDue() {
+    bool any = false;
+    while (HandleRound())
+        any = true;
+    return any;
+}
+
+std::vector<int> EventLoop::Descriptors() const {
+    std::vector<int> all;
+    for (EventSource* source : Sources) {
+        if (source->Descriptor() >= 0)
+            all.push_back(source->Descriptor());
+    }
+    return all;
+}
+
+std::optional<std::int64_t> EventLoop::TimeToNextTick() {
+    const LoopTimer* next = Time.IsVirtual() ? nullptr : NextTimer();
+    if (next == nullptr)
+        return std::nullopt;
+    return std::max<std::int64_t>(next->Due() - Time.Milliseconds(), 0);
+}
+
+void EventLoop::Sleep(std::optional<std::int64_t> deadline, bool forCommands) {
+    std::vector<int> descriptors = Descriptors();
+    const int commands = forCommands ? Commands.Descriptor() : -1;
+    if (commands >= 0)
+        descriptors.push_back(commands);
+    std::optional<std::int64_t> time = TimeToNextTick();
+    if (deadline) {
+        const std::int64_t left = std::max<std::int64_t>(*deadline - Time.Milliseconds(), 0);
+        time = std::min(time.value_or(left), left);
+    }
+    PumpOfLoop.Sleep(descriptors, time ? static_cast<int>(std::min(*time, LongestSleep)) : -1);
+    if (commands >= 0 && CanBeRead(commands))
+        Commands.TakeInput();
+}
+
+void EventLoop::Leave(const ProgramOver& over) {
+    PumpOfLoop.Leave(over);
+    std::abort(); // a pump that comes back has broken its word
+}
+
+void EventLoop::WaitOnce() {
+    if (HandleRound())
+        return;
+    Commands.AboutToWait(Nesting);
+    if (Commands.HasCommand())
+        Commands.RunCommand();
+    else if (Commands.Ended())
+        Leave({ProgramOver::Reason::InputEnded, {}});
+    else
+        Sleep(std::nullopt, true);
+}
+
+void EventLoop::WaitNested() {
+    struct Deeper {
+        int& Depth;
+        explicit Deeper(int& depth) : Depth(depth) { ++Depth; }
+        ~Deeper() { --Depth; }
+    };
+    const Deeper deeper(Nesting);
+    WaitOnce();
+}
+
+void EventLoop::PassTime(std::int64_t milliseconds) {
+    const std::int64_t until = Time.Milliseconds() + milliseconds;
+    if (Time.IsVirtual()) {
+        while (FireNext(until))
+            HandleDue();
+        Time.MoveTo(until);
+        return;
+    }
+    for (HandleDue(); Time.Milliseconds() < until; HandleDue())
+        Sleep(until, false);
+}
+
+void LoopRunTime::EndProgram() {
+    Loop.Leave({ProgramOver::Reason::Ended, {}});
+}
+
+void LoopRunTime::RuntimeFailure(const Text& text) {
+    Loop.Leave({ProgramOver::Reason::Failed, text});
+}
+
+} // namespace platform::device

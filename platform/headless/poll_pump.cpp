@@ -1,0 +1,15 @@
+// SPDX-License-Identifier: MIT
+#include "platform/headless/poll_pump.h"
+
+#include <poll.h>
+
+namespace platform::headless {
+
+void PollPump::Sleep(const std::vector<int>& descriptors, int milliseconds) {
+    std::vector<pollfd> waiting;
+    for (const int descriptor : descriptors)
+        waiting.push_back({descriptor, POLLIN, 0});
+    ::poll(waiting.data(), waiting.size(), milliseconds);
+}
+
+} // namespace platform::headless
