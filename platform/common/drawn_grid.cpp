@@ -58,15 +58,58 @@ void DrawnGrid::TurnPageDown() {
 
 /// By as many rows as have room on a page above the one that is at its head now.
 void DrawnGrid::TurnPageUp() {
-    std::int32_t top = TopRow();
+    SetTopRow(PageUpFrom(TopRow()));
+}
+
+/// The first row of a page that ends above that row: one row at least, where there is one.
+std::int32_t DrawnGrid::PageUpFrom(std::int32_t row) const {
+    std::int32_t top = row;
     float height = 0;
     while (top > 0) {
         height += static_cast<float>(RowHeight(top - 1));
-        if (height > Bounds().Height && top < TopRow())
+        if (height > Bounds().Height && top < row)
             break;
         --top;
     }
+    return top;
+}
+
+std::int32_t DrawnGrid::LastTop() const {
+    return PageUpFrom(Rows());
+}
+
+void DrawnGrid::ScrollBy(std::int32_t rows) {
+    const std::int32_t step = rows < 0 ? -1 : 1;
+    std::int32_t top = TopRow();
+    for (std::int32_t left = rows; left != 0; left -= step) {
+        std::int32_t next = top + step;
+        while (next > 0 && next < Rows() && RowHeight(next) == 0)
+            next += step;
+        if (next < 0 || (step > 0 && next > LastTop()))
+            break;
+        top = next;
+    }
     SetTopRow(top);
+}
+
+std::optional<DrawnGrid::CellPlace> DrawnGrid::CellAt(std::int32_t x, std::int32_t y) const {
+    if (x < 0 || y < 0)
+        return std::nullopt;
+    std::int32_t row = TopRow();
+    for (std::int32_t foot = 0; row < Rows(); ++row) {
+        foot += RowHeight(row);
+        if (y < foot)
+            break;
+    }
+    std::int32_t col = 0;
+    for (std::int32_t edge = 0; col < Cols(); ++col) {
+        edge += ColWidth(col);
+        if (x < edge)
+            break;
+    }
+    if (!Offers(row, col))
+        return std::nullopt;
+    return CellPlace{row, col};
 }
 
 const CellPicture* DrawnGrid::Picture(std::int32_t row, std::int32_t col) const {

@@ -7,6 +7,7 @@
 #include "platform/common/grid_store.h"
 
 #include <map>
+#include <optional>
 #include <utility>
 
 namespace platform::common {
@@ -26,6 +27,16 @@ public:
     /// The arrows move the current cell; the page keys turn the page where the device's grids do so.
     void TakeKey(std::int32_t keyCode);
 
+    /// What a pointer does: the cell under a point, in pixels from the grid's corner; a page moved on or back by rows
+    /// that have a height, never past the last page.
+    struct CellPlace {
+        std::int32_t Row = 0, Col = 0;
+    };
+    std::optional<CellPlace> CellAt(std::int32_t x, std::int32_t y) const;
+    void ScrollBy(std::int32_t rows);
+    /// The first row of the last page.
+    std::int32_t LastTop() const;
+
     bool TurnsPages = false;
     void (*Moved)() = nullptr; ///< the current cell is another one
     DrawCellHandler DrawCell = nullptr;
@@ -38,6 +49,7 @@ private:
     void PaintCell(const CellToPaint& cell) override;
     void TurnPageDown();
     void TurnPageUp();
+    std::int32_t PageUpFrom(std::int32_t row) const;
 
     bool PaintWanted = false;
     std::map<std::pair<std::int32_t, std::int32_t>, CellPicture> Pictures; ///< by row and column

@@ -64,10 +64,15 @@ bool EventLoop::FireNext(std::int64_t until) {
     return true;
 }
 
-bool EventLoop::HandleRound() {
+bool EventLoop::RaiseRound() {
     bool any = FireNext(Time.Milliseconds());
     for (EventSource* source : Sources)
         any = source->RaiseWhatIsPending() || any;
+    return any;
+}
+
+bool EventLoop::HandleRound() {
+    const bool any = RaiseRound();
     return PumpOfLoop.HandlePending() || any;
 }
 

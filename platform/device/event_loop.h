@@ -91,6 +91,8 @@ public:
     /// Raises the next timer's event, if it is due, and lets each source raise one: a source that never runs dry can't
     /// hold up the others. Whether there was anything.
     bool HandleRound();
+    /// HandleRound but for what the window system has.
+    bool RaiseRound();
     /// Handles what is due, or waits for the next thing to happen and handles that. The end of the commands ends the
     /// program.
     void WaitOnce();

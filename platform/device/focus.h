@@ -35,6 +35,8 @@ public:
             return;
         FocusTarget* old = Current;
         Current = &target;
+        if (Moved)
+            Moved();
         Raise(old, &FocusTarget::LostFocus);
         if (Current == &target) // a handler may have moved it on
             Raise(&target, &FocusTarget::GotFocus);
@@ -45,8 +47,13 @@ public:
         if (Current != &target)
             return;
         Current = nullptr;
+        if (Moved)
+            Moved();
         Raise(&target, &FocusTarget::LostFocus);
     }
+
+    /// Another control has the focus, or none; the controls have not heard of it yet.
+    std::function<void()> Moved;
 
 private:
     static void Raise(FocusTarget* target, std::function<void()> FocusTarget::*event) {

@@ -50,6 +50,6 @@ TEST_P(Story, GoesAsWritten) {
     EXPECT_EQ(story::Difference(written, played), "");
 }
 
-INSTANTIATE_TEST_SUITE_P(Told, Story, testing::ValuesIn(Stories()), Title);
+INSTANTIATE_TEST_SUITE_P(STORY_SUITE, Story, testing::ValuesIn(Stories()), Title);
 
 } // namespace

@@ -1,0 +1,132 @@
+// SPDX-License-Identifier: MIT
+#include "platform/qt/fonts.h"
+
+#include "platform/qt/conversions.h"
+
+#include <QFontDatabase>
+#include <QFontMetrics>
+#include <QTextLayout>
+
+#include <algorithm>
+#include <cmath>
+
+namespace platform::qt {
+
+namespace {
+
+/// A font of the devices: what it is shown in here, and how many pixels a point of its size takes.
+struct StandIn {
+    TextView Name;
+    const char* Family;
+    double PixelsPerPoint;
+};
+
+constexpr double ScreenPoint = 96.0 / 72.0;         // 96 pixels to the inch
+constexpr double DesktopPoint = 1.25 * ScreenPoint; // what other programs of a desktop write in
+constexpr const char* Sans = "DejaVu Sans";
+constexpr const char* Narrow = "DejaVu Sans Condensed"; // 160 pixels hold some 30 characters of it
+
+constexpr StandIn StandIns[] = {
+    {u"AFPalm", Narrow, ScreenPoint},
+    {u"AFPalmHR", Narrow, 2 * ScreenPoint}, // twice the pixels on a screen of twice the resolution
+    {u"AFSE UIQ Standard", Sans, ScreenPoint},
+    {u"Microsoft Sans Serif CMF", Sans, ScreenPoint},
+    {u"Nokia Sans S60", Sans, ScreenPoint},
+    {u"Tahoma", Sans, DesktopPoint},
+};
+
+constexpr char16_t CarriageReturn = u'\r';
+constexpr char16_t LineFeed = u'\n';
+
+/// Breaks one paragraph.
+void BreakParagraph(const QFont& font, const QString& paragraph, std::int32_t width, QStringList& lines) {
+    QTextLayout layout(paragraph, font);
+    QTextOption option;
+    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    layout.setTextOption(option);
+    layout.beginLayout();
+    const qsizetype before = lines.size();
+    for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
+        line.setLineWidth(std::max(width, 1));
+        lines.push_back(paragraph.mid(line.textStart(), line.textLength()));
+    }
+    layout.endLayout();
+    if (lines.size() == before)
+        lines.push_back(QString());
+}
+
+} // namespace
+
+QFont FontOf(const Text& name, std::int32_t size) {
+    const auto* found =
+        std::find_if(std::begin(StandIns), std::end(StandIns), [&](const StandIn& row) { return row.Name == name; });
+    const bool known = found != std::end(StandIns);
+    QFont font(known ? QString::fromLatin1(found->Family) : ToQt(name));
+    const double pixels = std::max(size, 1) * (known ? found->PixelsPerPoint : ScreenPoint);
+    font.setPixelSize(std::max(1, static_cast<int>(std::lround(pixels))));
+    font.setHintingPreference(QFont::PreferFullHinting); // whole pixels, so that widths add up
+    return font;
+}
+
+QString OneLine(TextView text) {
+    Text line(text);
+    line.erase(std::remove_if(line.begin(), line.end(),
+                              [](char16_t unit) { return unit == CarriageReturn || unit == LineFeed; }),
+               line.end());
+    return ToQt(line);
+}
+
+QStringList LinesOf(const QFont& font, TextView text, std::int32_t width) {
+    QStringList lines;
+    for (TextView rest = text;;) {
+        const std::size_t end = rest.find_first_of(u"\r\n");
+        BreakParagraph(font, ToQt(rest.substr(0, end)), width, lines);
+        if (end == TextView::npos)
+            return lines;
+        const bool both = rest[end] == CarriageReturn && end + 1 < rest.size() && rest[end + 1] == LineFeed;
+        rest.remove_prefix(end + (both ? 2 : 1));
+        if (rest.empty())
+            return lines; // what ends a line does not begin another
+    }
+}
+
+FontHandle QtFonts::GetFont(const Text& name, std::int32_t size, std::int32_t) {
+    const auto found = std::find_if(Fonts.begin(), Fonts.end(),
+                                    [&](const Known& font) { return font.Size == size && font.Name == name; });
+    if (found != Fonts.end())
+        return static_cast<FontHandle>(found - Fonts.begin());
+    Fonts.push_back({name, size, FontOf(name, size)});
+    return static_cast<FontHandle>(Fonts.size() - 1);
+}
+
+std::int32_t QtFonts::FontHeight(FontHandle font) {
+    return QFontMetrics(Of(font)).height();
+}
+
+TextSize QtFonts::MeasureLine(FontHandle font, const Text& text, std::int32_t start, std::int32_t length) {
+    const auto from = std::min(static_cast<std::size_t>(std::max(start, 0)), text.size());
+    const QString line = OneLine(TextView(text).substr(from, static_cast<std::size_t>(std::max(length, 0))));
+    const QFontMetrics metrics(Of(font));
+    return {metrics.horizontalAdvance(line), metrics.height()};
+}
+
+TextSize QtFonts::MeasureWrapped(FontHandle font, const Text& text, std::int32_t width) {
+    const QFontMetrics metrics(Of(font));
+    const QStringList lines = LinesOf(Of(font), text, width);
+    int widest = 0;
+    for (const QString& line : lines)
+        widest = std::max(widest, metrics.horizontalAdvance(line));
+    return {widest, metrics.height() * static_cast<std::int32_t>(lines.size())};
+}
+
+Text QtFonts::FirstFontName() {
+    Names = QFontDatabase::families();
+    Next = 0;
+    return NextFontName();
+}
+
+Text QtFonts::NextFontName() {
+    return Next < Names.size() ? FromQt(Names[Next++]) : Text();
+}
+
+} // namespace platform::qt

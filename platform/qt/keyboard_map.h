@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: MIT
+// Which key of a keyboard stands for which key of a device: one row a key.
+#pragma once
+
+#include <QKeyEvent>
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace platform::qt {
+
+struct KeyRow {
+    std::int32_t Code = 0;   ///< of the device
+    int Key = 0;             ///< Qt's
+    bool Control = false;    ///< with the Ctrl key
+    bool Shift = false;      ///< with the Shift key
+    bool Everywhere = false; ///< also on a device that has no such key
+    const char* Name = "";   ///< for people
+};
+
+const std::vector<KeyRow>& KeyRows();
+
+/// The device's code of a key event; nothing for a key that is Qt's alone. A letter or a digit has the code of its
+/// capital, as key events of the devices do. `has` are the codes of the keys that the device has.
+std::optional<std::int32_t> CodeOf(const QKeyEvent& event, const std::vector<std::int32_t>& has);
+
+/// Qt's key of a code, for a control to act on; 0 for a key that no control acts on.
+int KeyOf(std::int32_t code);
+
+/// The table for people, a line a key.
+std::string KeyboardHelp();
+
+} // namespace platform::qt

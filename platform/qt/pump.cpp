@@ -1,0 +1,82 @@
+// SPDX-License-Identifier: MIT
+#include "platform/qt/pump.h"
+
+#include <QAbstractEventDispatcher>
+#include <QCoreApplication>
+#include <QThread>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <utility>
+
+namespace platform::qt {
+
+QtPump::QtPump(std::function<int(const device::ProgramOver&)> over) : Over(std::move(over)) {
+    Alarm.setSingleShot(true);
+    Alarm.setTimerType(Qt::PreciseTimer);
+    QObject::connect(&Alarm, &QTimer::timeout, [this] { Woken(); });
+}
+
+bool QtPump::HandlePending() {
+    return QAbstractEventDispatcher::instance()->processEvents(QEventLoop::AllEvents);
+}
+
+void QtPump::Sleep(const std::vector<int>& descriptors, int milliseconds) {
+    Watch(descriptors);
+    if (milliseconds >= 0)
+        Alarm.start(milliseconds);
+    else
+        Alarm.stop();
+    QAbstractEventDispatcher::instance()->processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
+}
+
+void QtPump::Watch(const std::vector<int>& descriptors) {
+    for (auto watched = Watched.begin(); watched != Watched.end();) {
+        if (std::find(descriptors.begin(), descriptors.end(), watched->first) != descriptors.end()) {
+            ++watched;
+            continue;
+        }
+        watched->second->setEnabled(false);
+        watched->second.release()->deleteLater(); // it may be the one that has just told
+        watched = Watched.erase(watched);
+    }
+    for (const int descriptor : descriptors) {
+        auto& notifier = Watched[descriptor];
+        if (!notifier) {
+            notifier = std::make_unique<QSocketNotifier>(descriptor, QSocketNotifier::Read);
+            QObject::connect(notifier.get(), &QSocketNotifier::activated, [this, descriptor] {
+                Watched.at(descriptor)->setEnabled(false); // whoever sleeps next watches again
+                Woken();
+            });
+        }
+        notifier->setEnabled(true);
+    }
+}
+
+/// In a sleep of the loop's own there is nothing to do: it goes on by itself. A loop of Qt's goes on sleeping.
+void QtPump::Woken() {
+    if (Loop == nullptr || IsBreathing || QThread::currentThread()->loopLevel() == 0)
+        return;
+    Loop->RaiseRound();
+    Watch(Loop->Descriptors());
+    if (const auto time = Loop->TimeToNextTick())
+        Alarm.start(static_cast<int>(*time));
+}
+
+void QtPump::Breathe() {
+    if (IsBreathing)
+        return;
+    IsBreathing = true;
+    QAbstractEventDispatcher::instance()->processEvents(QEventLoop::ExcludeUserInputEvents |
+                                                        QEventLoop::ExcludeSocketNotifiers);
+    IsBreathing = false;
+}
+
+void QtPump::Leave(const device::ProgramOver& over) {
+    const int status = Over(over);
+    std::fflush(nullptr);
+    std::_Exit(status);
+}
+
+} // namespace platform::qt

@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: MIT
+// The event loop's way to Qt's: it sleeps in Qt's event dispatcher, which handles the window's events meanwhile.
+#pragma once
+
+#include "platform/device/event_loop.h"
+
+#include <QSocketNotifier>
+#include <QTimer>
+
+#include <functional>
+#include <map>
+#include <memory>
+
+namespace platform::qt {
+
+class QtPump final : public device::Pump {
+public:
+    /// `over` is told why the program is over and gives the exit status.
+    explicit QtPump(std::function<int(const device::ProgramOver&)> over);
+
+    /// The loop that this pump is for. A loop of Qt's own (a text that is dragged) knows nothing of it, and has its
+    /// events raised from here.
+    void Serve(device::EventLoop& loop) { Loop = &loop; }
+
+    bool HandlePending() override;
+    void Sleep(const std::vector<int>& descriptors, int milliseconds) override;
+    /// Ends the process at once: a handler may be deep inside of Qt, which can't be unwound.
+    [[noreturn]] void Leave(const device::ProgramOver& over) override;
+
+    /// Lets the window system have its way while a handler keeps the loop waiting: what is to be painted is painted,
+    /// but nothing is raised, and what a person does waits.
+    void Breathe();
+    bool Breathing() const { return IsBreathing; }
+
+private:
+    void Watch(const std::vector<int>& descriptors);
+    void Woken();
+
+    std::function<int(const device::ProgramOver&)> Over;
+    device::EventLoop* Loop = nullptr;
+    QTimer Alarm;
+    std::map<int, std::unique_ptr<QSocketNotifier>> Watched; ///< by descriptor
+    bool IsBreathing = false;
+};
+
+} // namespace platform::qt

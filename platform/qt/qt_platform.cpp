@@ -1,0 +1,330 @@
+// SPDX-License-Identifier: MIT
+#include "platform/qt/qt_platform.h"
+
+#include "app/form.h"
+#include "platform/device/form_keys.h"
+#include "view/display_state.h"
+#include "view/input_fields.h"
+
+#include <QApplication>
+#include <QInputMethod>
+#include <QInputMethodEvent>
+#include <QMouseEvent>
+#include <QStyle>
+
+#include <cmath>
+
+namespace platform::qt {
+
+namespace {
+
+constexpr std::int32_t Desktop = 0;
+constexpr std::int32_t NoScrollBars = 9; // a device type that draws none beside its lists
+constexpr int ThinBar = 4;               // pixels, where the page is told by a thin mark
+constexpr std::int32_t SelectKey = 310;
+
+device::MenuItems Pointers(std::array<QtMenuItem, MenuItemCount>& items) {
+    return {&items[0], &items[1], &items[2], &items[3], &items[4]};
+}
+
+float BarWidth(const WindowOptions& looks) {
+    const int ofStyle = QApplication::style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+    return looks.ScrollBarWidth.value_or(static_cast<float>(ofStyle));
+}
+
+std::vector<std::int32_t> CodesOf(const common::DeviceProfile& profile) {
+    std::vector<std::int32_t> codes;
+    for (const common::DeviceKey& key : profile.Keys)
+        codes.push_back(key.Code);
+    return codes;
+}
+
+} // namespace
+
+QtPlatform::QtPlatform(const device::DeviceOptions& options, const WindowOptions& looks, QtPump& pump,
+                       device::CommandSource& commands, device::Watcher& watcher)
+    : BackEnd(options, pump, commands, watcher), native(focus, window.Screen()), form(window.FormWidget()),
+      grdTitle(window.FormWidget(), focus, native, "grdTitle"), grdMain(window.FormWidget(), focus, native, "grdMain"),
+      txtInputField(window.FormWidget(), focus, native, "txtInputField"),
+      cboInputField(window.FormWidget(), focus, native, "cboInputField"),
+      cbotxtInputField(window.FormWidget(), focus, native, "cbotxtInputField"),
+      dteInputField(window.FormWidget(), focus, native, "dteInputField"),
+      lstHoldMenu(window.FormWidget(), focus, native, "lstHoldMenu"),
+      lblStatus(window.FormWidget(), focus, native, "lblStatus"), scrollBar(BarWidth(looks)),
+      boxes(loop, watcher, window), controls{form,
+                                             grdTitle,
+                                             grdMain,
+                                             txtInputField,
+                                             cboInputField,
+                                             cbotxtInputField,
+                                             dteInputField,
+                                             lstHoldMenu,
+                                             lblStatus,
+                                             scrollBar,
+                                             {&menus.Titles[0], &menus.Titles[1]},
+                                             {Pointers(menus.Items[0]), Pointers(menus.Items[1])},
+                                             looks.Fonts != nullptr ? *looks.Fonts : fonts,
+                                             boxes},
+      record(RecordOf(controls)), PumpOfQt(pump), KeysOfDevice(CodesOf(looks.Profile)) {
+    pump.Serve(loop);
+    loop.Listen(grdTitle);
+    loop.Listen(grdMain);
+    loop.Listen(*this);
+    DesignControls(controls);
+    WireEvents(watcher);
+    WireWindow();
+    if (looks.ShowKeys && system.DeviceType() != Desktop)
+        window.ShowKeys(looks.Profile.Keys);
+    qApp->installEventFilter(this);
+}
+
+QtPlatform::~QtPlatform() {
+    qApp->removeEventFilter(this);
+}
+
+void QtPlatform::WireEvents(device::Watcher& watcher) {
+    grdMain.Follower = &grdTitle;
+    grdMain.BarWidth = system.DeviceType() == NoScrollBars ? ThinBar : static_cast<int>(scrollBar.Width());
+    grdMain.Pressed = frmQuorin::grdMain_Press;
+    grdMain.Released = frmQuorin::grdMain_Release;
+    grdTitle.PressesNothing = true;
+    grdTitle.Released = frmQuorin::grdTitle_Release;
+    grdTitle.GotFocus = frmQuorin::grdTitle_GotFocus;
+    lstHoldMenu.LostFocus = frmQuorin::lstHoldMenu_LostFocus;
+    lstHoldMenu.Click = frmQuorin::lstHoldMenu_Click;
+    txtInputField.GotFocus = frmQuorin::txtInputField_GotFocus;
+    txtInputField.LostFocus = frmQuorin::txtInputField_LostFocus;
+    txtInputField.Change = frmQuorin::txtInputField_Change;
+    cboInputField.GotFocus = frmQuorin::cboInputField_GotFocus;
+    cboInputField.LostFocus = frmQuorin::cboInputField_LostFocus;
+    dteInputField.Closed = frmQuorin::dteInputField_Closed;
+    lblStatus.Painted = [this, &watcher] { watcher.StatusShown(lblStatus.Caption()); };
+    lblStatus.Hidden = [&watcher] { watcher.StatusHidden(); };
+    menus.TitleClicked = [](std::int32_t menu) {
+        menu == 1 ? frmQuorin::mnuButton1_Click() : frmQuorin::mnuButton2_Click();
+    };
+    menus.ItemClicked = [](std::int32_t menu, std::int32_t item) {
+        menu == 1 ? frmQuorin::mnuButtonO1_Click(item) : frmQuorin::mnuButtonO2_Click(item);
+    };
+}
+
+void QtPlatform::WireWindow() {
+    window.CloseRequested = [] {
+        bool cancel = false;
+        frmQuorin::Form_QueryUnload(cancel, 0);
+    };
+    window.KeyPressed = [this](std::int32_t code) {
+        device::FocusTarget& taker = KeyTaker();
+        if (KeyGoesDown(code) && &KeyTaker() == &taker)
+            ActOnKey(taker, code);
+    };
+    window.KeyReleased = [](std::int32_t code) { device::KeyUp(code); };
+    window.Screen().Resized = [this] { SizeChanged = true; };
+    QObject::connect(QGuiApplication::inputMethod(), &QInputMethod::keyboardRectangleChanged, this,
+                     [this] { KeyboardChanged = true; });
+}
+
+/// The form has its size by now, and the device has said whether its menus are keys.
+void QtPlatform::ShowForm() {
+    const QRect size = RectOf(device::PixelsOf(form));
+    menus.PutInto(window, window.Head(), window.Foot(), modPDAUI::Display.SoftKeyMenus);
+    window.Screen().SetWish(size.size());
+    IsResizable = system.DeviceType() == Desktop;
+    if (IsResizable)
+        window.LetSize();
+    else
+        window.HoldSize();
+    native.Follow();
+    window.show();
+    SizeChanged = false;
+}
+
+// --- the window's own events -----------------------------------------------------------------------------------------
+
+bool QtPlatform::RaiseWhatIsPending() {
+    const bool sized = SizeChanged && IsResizable;
+    SizeChanged = false;
+    if (sized)
+        TakeUpSize();
+    const bool keyboard = KeyboardChanged;
+    KeyboardChanged = false;
+    if (keyboard)
+        TakeUpKeyboard();
+    return menus.FollowIfChanged() || sized || keyboard;
+}
+
+/// The working area is another one: the form lays itself out in it, as it does when a soft keyboard comes or goes.
+void QtPlatform::TakeUpSize() {
+    const QSize size = window.Screen().size();
+    if (size == window.FormWidget().size() || size.isEmpty())
+        return;
+    system.SetScreen({size.width(), size.height()});
+    const auto& rect = modPDAUI::Display.KeyboardRect;
+    frmQuorin::mykb_statechanged(rect.State, rect.Left, rect.Top, rect.Width, rect.Height);
+}
+
+/// A soft keyboard that covers a part of the form.
+void QtPlatform::TakeUpKeyboard() {
+    const QRect covered = QGuiApplication::inputMethod()->keyboardRectangle().toRect();
+    QWidget& ground = window.Screen();
+    const QRect onForm(ground.mapFromGlobal(covered.topLeft()), covered.size());
+    const QRect part = onForm.intersected(ground.rect());
+    const std::int16_t state = part.isEmpty() ? 0 : -1;
+    frmQuorin::mykb_statechanged(state, part.left(), part.isEmpty() ? 0 : part.top(), part.width(), part.height());
+}
+
+// --- keys ------------------------------------------------------------------------------------------------------------
+
+/// While nothing has the focus, as after a Palm's page key has closed a field, the grid takes the keys.
+device::FocusTarget& QtPlatform::KeyTaker() {
+    device::FocusTarget* const holder = focus.Holder();
+    return holder != nullptr ? *holder : grdMain;
+}
+
+bool QtPlatform::KeyGoesDown(std::int32_t code) {
+    if (!device::KeyDownPasses(code))
+        return false;
+    if (!grdMain.TurnsPages || !device::IsPageKey(code))
+        return true;
+    grdMain.ActOnKey(code); // a Palm's grid scrolls whatever has the focus
+    return false;
+}
+
+bool QtPlatform::eventFilter(QObject* object, QEvent* event) {
+    const bool isKey = event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease;
+    if (!isKey || Delivering || !object->isWidgetType())
+        return false;
+    const auto* const widget = static_cast<QWidget*>(object);
+    const QWidget* const first = window.focusWidget() != nullptr ? window.focusWidget() : &window;
+    if (widget->window() != &window || widget != first || boxes.Current() != nullptr)
+        return false; // another window's, or the same key on its way up
+    auto& key = *static_cast<QKeyEvent*>(event);
+    if (event->type() == QEvent::KeyPress)
+        return TakeKeyPress(key);
+    auto code = CodeOf(key, KeysOfDevice);
+    if (code == Qt::Key_Space && SpaceSelects)
+        code = SelectKey;
+    if (code && !key.isAutoRepeat())
+        device::KeyUp(*code);
+    return false;
+}
+
+/// Whether the key is dealt with.
+bool QtPlatform::TakeKeyPress(QKeyEvent& event) {
+    auto code = CodeOf(event, KeysOfDevice);
+    if (!code)
+        return false;
+    device::FocusTarget& taker = KeyTaker();
+    SpaceSelects = code == Qt::Key_Space && &taker == &grdMain && !modPDAUI::AnyInputFieldVisible();
+    if (SpaceSelects)
+        code = SelectKey;
+    if (!KeyGoesDown(*code) || &KeyTaker() != &taker)
+        return true;
+    if (focus.Holder() != nullptr)
+        return false; // Qt brings it to the control
+    ActOnKey(taker, *code);
+    return true;
+}
+
+void QtPlatform::ActOnKey(device::FocusTarget& taker, std::int32_t code) {
+    if (&taker == &grdMain || &taker == &grdTitle)
+        return taker.ActOnKey(code);
+    if (device::IsCharacter(code) && code > Qt::Key_Space)
+        SendKey(taker, QChar(code).toUpper().unicode(), QString(QChar(code)));
+    else if (device::IsCharacter(code))
+        taker.EnterCharacter(Text(1, static_cast<char16_t>(code)));
+    else if (KeyOf(code) != 0)
+        SendKey(taker, KeyOf(code), QString());
+}
+
+/// To the widget of a control, as if the key had come by the keyboard and the form had left it to the control.
+void QtPlatform::SendKey(device::FocusTarget& taker, int key, const QString& text) {
+    QWidget* widget = native.WidgetOf(taker);
+    if (widget == nullptr)
+        return;
+    if (widget->focusProxy() != nullptr)
+        widget = widget->focusProxy();
+    Delivering = true;
+    QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier, text);
+    QCoreApplication::sendEvent(widget, &press);
+    Delivering = false;
+    Delivering = true;
+    QKeyEvent release(QEvent::KeyRelease, key, Qt::NoModifier, text);
+    QCoreApplication::sendEvent(widget, &release);
+    Delivering = false;
+}
+
+// --- the hand --------------------------------------------------------------------------------------------------------
+
+namespace {
+
+void SendMouse(QWidget& widget, QEvent::Type type, QPoint place) {
+    const bool down = type == QEvent::MouseButtonPress;
+    QMouseEvent event(type, place, widget.mapToGlobal(place), Qt::LeftButton, down ? Qt::LeftButton : Qt::NoButton,
+                      Qt::NoModifier);
+    QCoreApplication::sendEvent(&widget, &event);
+}
+
+} // namespace
+
+/// The page is brought to where the cell can be tapped, by as little as it takes.
+void QtPlatform::PressCell(std::int32_t row, std::int32_t col) {
+    if (row < grdMain.TopRow())
+        grdMain.SetTopRow(row);
+    while (grdMain.TopRow() < row && !grdMain.RowOnScreen(row))
+        grdMain.SetTopRow(grdMain.TopRow() + 1);
+    GridWidget& widget = grdMain.Widget();
+    SendMouse(widget, QEvent::MouseButtonPress, widget.CellRect(row, col).intersected(widget.rect()).center());
+}
+
+void QtPlatform::ReleaseCell() {
+    SendMouse(grdMain.Widget(), QEvent::MouseButtonRelease, {});
+}
+
+void QtPlatform::ClickItem(std::int32_t menu, std::int32_t item) {
+    menus.PressItem(menu, item);
+}
+
+void QtPlatform::ClickTitle(std::int32_t menu) {
+    menus.PressTitle(menu);
+}
+
+void QtPlatform::StrikeKey(std::int32_t keyCode) {
+    window.KeyPressed(keyCode);
+    window.KeyReleased(keyCode);
+}
+
+void QtPlatform::TypeCharacter(TextView character) {
+    const QString text = ToQt(character);
+    if (character[0] < u' ') {
+        focus.Holder()->EnterCharacter(character);
+    } else if (text.size() == 1 && text[0].isPrint()) {
+        SendKey(*focus.Holder(), text[0].toUpper().unicode(), text);
+    } else if (QWidget* const widget = native.WidgetOf(*focus.Holder())) {
+        QInputMethodEvent commit; // as what a keyboard has no key for comes
+        commit.setCommitString(text);
+        QWidget* const line = widget->focusProxy() != nullptr ? widget->focusProxy() : widget;
+        QCoreApplication::sendEvent(line, &commit);
+    }
+}
+
+void QtPlatform::ReplaceText(const Text& text) {
+    focus.Holder()->ReplaceText(text);
+}
+
+void QtPlatform::ChooseDate(const CalendarDate& date) {
+    QCalendarWidget& month = dteInputField.Calendar();
+    const QDate day(date.Year, date.Month, date.Day);
+    month.setSelectedDate(day);
+    Q_EMIT month.clicked(day);
+}
+
+void QtPlatform::CloseWindow() {
+    window.close();
+}
+
+void QtPlatform::PressBoxButton(BoxAnswer answer) {
+    boxes.Press(answer);
+}
+
+} // namespace platform::qt

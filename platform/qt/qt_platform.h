@@ -1,0 +1,107 @@
+// SPDX-License-Identifier: MIT
+// A whole device in a window.
+#pragma once
+
+#include "platform/device/back_end.h"
+#include "platform/qt/boxes.h"
+#include "platform/qt/controls.h"
+#include "platform/qt/grid.h"
+#include "platform/qt/keyboard_map.h"
+#include "platform/qt/pump.h"
+#include "platform/qt/soft_menus.h"
+#include "platform/qt/window.h"
+
+#include <QObject>
+
+namespace platform::qt {
+
+/// What a window adds to the options of a device.
+struct WindowOptions {
+    FontServer* Fonts = nullptr;         ///< instead of the window's own, so that sizes can be foretold
+    std::optional<float> ScrollBarWidth; ///< pixels; that of the desktop's style without it
+    common::DeviceProfile Profile;       ///< of the device: its keys are shown as buttons
+    bool ShowKeys = true;
+};
+
+class QtScrollBar final : public ScrollBar {
+public:
+    explicit QtScrollBar(float width) : Pixels(width) {}
+    float Width() const override { return Pixels; }
+
+private:
+    float Pixels;
+};
+
+class QtPlatform final : private QObject, public device::BackEnd, private device::EventSource {
+public:
+    QtPlatform(const device::DeviceOptions& options, const WindowOptions& looks, QtPump& pump,
+               device::CommandSource& commands, device::Watcher& watcher);
+    ~QtPlatform() override;
+
+    Window window;
+    NativeFocus native;
+    QtForm form;
+    QtGrid grdTitle;
+    QtGrid grdMain;
+    QtTextBox txtInputField;
+    QtComboBox cboInputField;
+    QtTextBox cbotxtInputField;
+    QtDatePicker dteInputField;
+    QtListBox lstHoldMenu;
+    QtLabel lblStatus;
+    QtScrollBar scrollBar;
+    SoftMenus menus;
+    QtFonts fonts;
+    QtBoxes boxes;
+
+    device::Controls controls;
+    Platform record;
+
+    const device::Controls& Seen() const override { return controls; }
+
+    // The hand's doings are clicks and keys on the widgets.
+    void PressCell(std::int32_t row, std::int32_t col) override;
+    void ReleaseCell() override;
+    void ClickItem(std::int32_t menu, std::int32_t item) override;
+    void ClickTitle(std::int32_t menu) override;
+    void StrikeKey(std::int32_t keyCode) override;
+    void TypeCharacter(TextView character) override;
+    void ReplaceText(const Text& text) override;
+    void ChooseDate(const CalendarDate& date) override;
+    void CloseWindow() override;
+    void PressBoxButton(BoxAnswer answer) override;
+
+protected:
+    Platform& Record() override { return record; }
+    void ShowForm() override;
+
+    /// The keys of the keyboard go through the form first.
+    bool eventFilter(QObject* object, QEvent* event) override;
+
+private:
+    void WireEvents(device::Watcher& watcher);
+    void WireWindow();
+
+    // The window's own events, which are raised by the loop and never in the middle of a handler.
+    int Descriptor() override { return -1; }
+    bool RaiseWhatIsPending() override;
+    void TakeUpSize();
+    void TakeUpKeyboard();
+
+    device::FocusTarget& KeyTaker();
+    /// Key down. Whether the control is left to act on it.
+    bool KeyGoesDown(std::int32_t code);
+    bool TakeKeyPress(QKeyEvent& event);
+    void ActOnKey(device::FocusTarget& taker, std::int32_t code);
+    void SendKey(device::FocusTarget& taker, int key, const QString& text);
+
+    QtPump& PumpOfQt;
+    std::vector<std::int32_t> KeysOfDevice;
+    bool IsResizable = false;
+    bool SizeChanged = false;
+    bool KeyboardChanged = false;
+    bool Delivering = false;   ///< a key goes to a control: the form has had it
+    bool SpaceSelects = false; ///< the space bar went down as the select key
+};
+
+} // namespace platform::qt

@@ -1,0 +1,151 @@
+// SPDX-License-Identifier: MIT
+#include "platform/qt/window.h"
+
+#include "platform/device/controls.h"
+#include "platform/qt/conversions.h"
+
+#include <QCloseEvent>
+#include <QGridLayout>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+namespace platform::qt {
+
+namespace {
+
+constexpr QSize SmallestForm(240, 160);
+constexpr int KeysInARow = 4;
+constexpr int StatusTextPixels = 12;
+
+QLabel* StatusLabel(QWidget* window, const char* name) {
+    auto* const label = new QLabel(window);
+    label->setObjectName(QString::fromLatin1(name));
+    label->setTextFormat(Qt::PlainText);
+    label->setWordWrap(true);
+    label->setMargin(3);
+    QFont font = label->font();
+    font.setPixelSize(StatusTextPixels);
+    label->setFont(font);
+    return label;
+}
+
+} // namespace
+
+Surface::Surface(QWidget* parent) : QWidget(parent) {
+    setObjectName(QStringLiteral("surface"));
+    setFocusPolicy(Qt::ClickFocus);
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+}
+
+void Surface::SetWish(QSize size) {
+    Wish = size;
+    updateGeometry();
+}
+
+void Surface::resizeEvent(QResizeEvent*) {
+    if (Resized)
+        Resized();
+}
+
+Window::Window() {
+    setWindowTitle(QStringLiteral("Quorin"));
+    setObjectName(QStringLiteral("frmQuorin"));
+    auto* const column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    HeadRow = new QHBoxLayout;
+    column->addLayout(HeadRow);
+    Ground = new Surface(this);
+    FormGround = new QWidget(Ground);
+    FormGround->setObjectName(QStringLiteral("form"));
+    FormGround->setAutoFillBackground(true);
+    QPalette white = FormGround->palette();
+    white.setColor(QPalette::Window, Qt::white);
+    FormGround->setPalette(white);
+    column->addWidget(Ground, 1);
+    FootRow = new QHBoxLayout;
+    FootRow->setSpacing(2);
+    column->addLayout(FootRow);
+    Strip = new QWidget(this);
+    Strip->setObjectName(QStringLiteral("keyStrip"));
+    Strip->hide();
+    column->addWidget(Strip);
+    Alarm = StatusLabel(this, "warning");
+    Alarm->setStyleSheet(QStringLiteral("background: #b00020; color: white;"));
+    Alarm->hide();
+    column->addWidget(Alarm);
+    Link = StatusLabel(this, "linkState");
+    column->addWidget(Link);
+}
+
+void Window::ShowKeys(const std::vector<common::DeviceKey>& keys) {
+    auto* const grid = new QGridLayout(Strip);
+    grid->setContentsMargins(2, 2, 2, 2);
+    grid->setSpacing(2);
+    int place = 0;
+    for (const common::DeviceKey& key : keys) {
+        auto* const button = new QToolButton(Strip);
+        button->setObjectName(QStringLiteral("key%1").arg(key.Code));
+        button->setText(QString::fromLatin1(key.Name));
+        button->setToolTip(QStringLiteral("Key %1").arg(key.Code));
+        button->setFocusPolicy(Qt::NoFocus);
+        button->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+        QFont font = button->font();
+        font.setPixelSize(StatusTextPixels - 2);
+        button->setFont(font);
+        const std::int32_t code = key.Code;
+        QObject::connect(button, &QToolButton::pressed, [this, code] {
+            if (KeyPressed)
+                KeyPressed(code);
+        });
+        QObject::connect(button, &QToolButton::released, [this, code] {
+            if (KeyReleased)
+                KeyReleased(code);
+        });
+        grid->addWidget(button, place / KeysInARow, place % KeysInARow);
+        ++place;
+    }
+    Strip->setVisible(!keys.empty());
+}
+
+void Window::HoldSize() {
+    Ground->setFixedSize(Ground->sizeHint());
+    layout()->setSizeConstraint(QLayout::SetFixedSize);
+}
+
+void Window::LetSize() {
+    Ground->setMinimumSize(SmallestForm.boundedTo(Ground->sizeHint()));
+    resize(layout()->totalSizeHint());
+}
+
+void Window::SetLinkLine(const QString& text, bool alive) {
+    Link->setText(text);
+    Link->setAccessibleName(text);
+    Link->setStyleSheet(alive ? QStringLiteral("color: #006400;") : QString());
+}
+
+void Window::SetWarning(const QString& text) {
+    Alarm->setText(text);
+    Alarm->setAccessibleName(text);
+    Alarm->setVisible(!text.isEmpty());
+}
+
+/// The title bar's close is a Back, and the program itself says when it ends.
+void Window::closeEvent(QCloseEvent* event) {
+    event->ignore();
+    if (CloseRequested)
+        CloseRequested();
+}
+
+void QtForm::SetBounds(const Box& twips) {
+    Twips = twips;
+    FormGround.setGeometry(RectOf(device::PixelsOf(*this)));
+}
+
+Box QtForm::ClientArea() const {
+    const Box form = device::PixelsOf(*this);
+    return {0, 0, form.Width, form.Height};
+}
+
+} // namespace platform::qt

@@ -1,0 +1,94 @@
+// SPDX-License-Identifier: MIT
+// The one window: the menus, the form, the keys of a device that has its menus or actions on keys, and the window's own
+// status area, which is no part of the form.
+#pragma once
+
+#include "platform/common/device_profiles.h"
+#include "view/platform/controls.h"
+
+#include <QBoxLayout>
+#include <QLabel>
+#include <QToolButton>
+#include <QWidget>
+
+#include <functional>
+#include <vector>
+
+namespace platform::qt {
+
+/// Where the form stands: it has the form's size, or gives the form another one.
+class Surface final : public QWidget {
+public:
+    explicit Surface(QWidget* parent);
+
+    /// The size that it would like to have.
+    void SetWish(QSize size);
+    QSize sizeHint() const override { return Wish; }
+
+    std::function<void()> Resized;
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    QSize Wish;
+};
+
+class Window final : public QWidget {
+public:
+    Window();
+
+    Surface& Screen() { return *Ground; }
+    /// The form itself; the controls are its children.
+    QWidget& FormWidget() { return *FormGround; }
+    QBoxLayout& Head() { return *HeadRow; }
+    QBoxLayout& Foot() { return *FootRow; }
+
+    /// A strip of buttons, a button a key.
+    void ShowKeys(const std::vector<common::DeviceKey>& keys);
+    /// The window has the size that its parts need, and no other one.
+    void HoldSize();
+    /// The window may be resized.
+    void LetSize();
+
+    /// The status area: the state of the link, and what a person must know of; an empty text shows nothing.
+    void SetLinkLine(const QString& text, bool alive);
+    void SetWarning(const QString& text);
+    QString LinkLine() const { return Link->text(); }
+    QString Warning() const { return Alarm->text(); }
+
+    std::function<void()> CloseRequested;
+    std::function<void(std::int32_t code)> KeyPressed; ///< of the strip
+    std::function<void(std::int32_t code)> KeyReleased;
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    QBoxLayout* HeadRow;
+    Surface* Ground;
+    QWidget* FormGround;
+    QBoxLayout* FootRow;
+    QWidget* Strip;
+    QLabel* Link;
+    QLabel* Alarm;
+};
+
+/// The form of the seam. Its box is in twips, 15 to the pixel: 1440 to the inch, 96 pixels to the inch.
+class QtForm final : public Form {
+public:
+    explicit QtForm(QWidget& form) : FormGround(form) {}
+
+    Box Bounds() const override { return Twips; }
+    void SetBounds(const Box& twips) override;
+    Box ClientArea() const override; ///< the whole form: there is no frame
+    float TwipsPerPixelX() const override { return TwipsPerPixel; }
+    float TwipsPerPixelY() const override { return TwipsPerPixel; }
+
+private:
+    static constexpr float TwipsPerPixel = 15;
+    QWidget& FormGround;
+    Box Twips;
+};
+
+} // namespace platform::qt
