@@ -2,6 +2,7 @@
 // The command line of quorin-console.
 #pragma once
 
+#include "apps/common/command_line.h"
 #include "platform/device/back_end.h"
 
 #include <string>
@@ -14,10 +15,8 @@ struct Options {
     bool Strict = false;
 };
 
-enum class Reading { Run, Shown, Wrong };
+using apps::Reading;
 
-/// Reads the command line. Shown: help or the version were asked for and written. Wrong: a line on standard error says
-/// what is.
 Reading ReadOptions(int count, const char* const* words, Options& options);
 
 } // namespace console

@@ -31,7 +31,7 @@ Keys PhoneKeys() {
 }
 
 Keys SmartphoneKeys() {
-    return Joined(PhoneKeys(), {{2, "second soft key"}});
+    return Joined(PhoneKeys(), {{2, "soft key 2"}});
 }
 
 Keys DesktopKeys() {
@@ -39,10 +39,9 @@ Keys DesktopKeys() {
 }
 
 Keys PalmKeys() {
-    return {{308, "left"},          {309, "right"},         {310, "select"},        {33, "page up"},
-            {34, "page down"},      {516, "application 1"}, {517, "application 2"}, {518, "application 3"},
-            {519, "application 4"}, {520, "power"},         {276, "power off"},     {261, "menu"},
-            {264, "launcher"},      {266, "find"},          {267, "calculator"},    {1280, "application 5"}};
+    return {{308, "left"},     {309, "right"}, {310, "select"},     {33, "page up"}, {34, "page down"},  {516, "app 1"},
+            {517, "app 2"},    {518, "app 3"}, {519, "app 4"},      {520, "power"},  {276, "power off"}, {261, "menu"},
+            {264, "launcher"}, {266, "find"},  {267, "calculator"}, {1280, "app 5"}};
 }
 
 std::vector<DeviceProfile> AllProfiles() {

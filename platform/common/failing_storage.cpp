@@ -57,7 +57,9 @@ private:
 
 } // namespace
 
-bool DiskFaults::Strikes(Count& count) {
+bool DiskFaults::Strikes(Count& count) const {
+    if (Working)
+        Working();
     if (count.Left == 0)
         return false;
     if (count.Good > 0) {

@@ -25,6 +25,9 @@ public:
     bool Strike() { return Strikes(Writes); }
     bool StrikeRead() { return Strikes(Reads); }
 
+    /// Called at each operation, before it: for who wants to show that work goes on.
+    std::function<void()> Working;
+
     /// Tells a failed write, and gives its error on. A name that no file can have is the program's own to answer.
     ErrorNumber Told(const Text& name, ErrorNumber error) const;
 
@@ -35,7 +38,7 @@ private:
         std::int32_t Left = 0; ///< that are to fail; -1 for all
         std::int32_t Good = 0; ///< that pass before
     };
-    static bool Strikes(Count& count);
+    bool Strikes(Count& count) const;
 
     Count Writes;
     Count Reads;

@@ -50,6 +50,21 @@ QString OneLineOf(const Text& text) {
     return ToQt(line);
 }
 
+/// What is pasted into one line may have line ends, and would be several lines of a file in the end. Those that the
+/// program has set stay.
+void KeepToOneLine(QLineEdit& line, const QString& text, qsizetype endsOfProgram) {
+    const auto isEnd = [](QChar unit) {
+        return unit == u'\r' || unit == u'\n' || unit == u'\u2028' || unit == u'\u2029';
+    };
+    if (std::count_if(text.begin(), text.end(), isEnd) <= endsOfProgram)
+        return;
+    QString kept = text;
+    std::replace_if(kept.begin(), kept.end(), isEnd, QChar(u' '));
+    const int place = line.cursorPosition();
+    line.setText(kept);
+    line.setCursorPosition(place);
+}
+
 void ReplaceIn(QLineEdit& line, const QString& text) {
     line.selectAll();
     line.insert(text);
@@ -87,6 +102,11 @@ QtTextBox::QtTextBox(QWidget& form, device::Focus& focus, NativeFocus& native, c
     }
     Line.setTextMargins(0, 0, 0, 0);
     Page.setTabChangesFocus(true);
+    QObject::connect(&Line, &QLineEdit::textEdited, [this](const QString& text) {
+        const auto ends =
+            std::count_if(Value.begin(), Value.end(), [](char16_t unit) { return unit == u'\r' || unit == u'\n'; });
+        KeepToOneLine(Line, text, ends);
+    });
     QObject::connect(&Line, &QLineEdit::textChanged, [this] { Edited(); });
     QObject::connect(&Page, &QPlainTextEdit::textChanged, [this] { Edited(); });
 }
@@ -211,6 +231,8 @@ QtComboBox::QtComboBox(QWidget& form, device::Focus& focus, NativeFocus& native,
     Combo.hide();
     native.Add(*this, Combo);
     native.Add(*this, *Combo.lineEdit());
+    QObject::connect(Combo.lineEdit(), &QLineEdit::textEdited,
+                     [this](const QString& text) { KeepToOneLine(*Combo.lineEdit(), text, 0); });
 }
 
 /// The application gives it no height: it has the height that its text needs.
@@ -220,6 +242,11 @@ void QtComboBox::Show() {
     if (place.height() == 0)
         place.setHeight(Combo.sizeHint().height());
     Combo.setGeometry(place);
+}
+
+void QtComboBox::TakeName(const QString& name) {
+    Combo.setAccessibleName(name);
+    Combo.lineEdit()->setAccessibleName(name);
 }
 
 void QtComboBox::TakeFont(const QFont& font) {
@@ -310,6 +337,13 @@ void QtDatePicker::Show() {
     NativeControl::Show();
 }
 
+/// The days are what has the focus.
+void QtDatePicker::TakeName(const QString& name) {
+    Month.setAccessibleName(name);
+    if (QWidget* const days = Month.focusProxy())
+        days->setAccessibleName(name);
+}
+
 void QtDatePicker::SetDate(const CalendarDate& date) {
     Month.setSelectedDate(QDate(date.Year, date.Month, date.Day));
     Chosen = date;
@@ -346,6 +380,8 @@ QtLabel::QtLabel(QWidget& form, device::Focus& focus, NativeFocus& native, const
 
 void QtLabel::SetVisible(bool visible) {
     const bool wasVisible = Visible();
+    if (wasVisible && !visible && Hiding)
+        Hiding();
     NativeFontControl::SetVisible(visible);
     if (wasVisible && !visible && Hidden)
         Hidden();

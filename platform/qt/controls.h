@@ -37,6 +37,8 @@ public:
         Shown = visible;
         if (!visible)
             FocusOfForm.TakeFrom(*this);
+        if (visible && NameForPeople)
+            TakeName(ToQt(NameForPeople()));
         Show();
     }
     bool Enabled() const override { return Usable; }
@@ -48,6 +50,8 @@ public:
         if (Shown && Usable)
             FocusOfForm.MoveTo(*this);
     }
+
+    std::function<Text()> NameForPeople; ///< what a screen reader calls it, from when it comes on show
 
 protected:
     /// The widget that stands for the control now.
@@ -62,6 +66,8 @@ protected:
         if (Shown)
             Widget().raise();
     }
+
+    virtual void TakeName(const QString& name) { Widget().setAccessibleName(name); }
 
     NativeFocus& FocusOfQt() { return Native; }
 
@@ -138,7 +144,10 @@ public:
     void SetContents(const Text& text) override { Combo.setEditText(ToQt(text)); }
     void Select(std::int32_t position, std::int32_t length) override;
     std::int32_t Caret() const override;
-    void Clear() override { Combo.clear(); }
+    void Clear() override {
+        Combo.clear();
+        Combo.clearEditText();
+    }
     void AddItem(const Text& item) override;
     void RemoveItem(std::int32_t index) override;
     std::int32_t ItemCount() const override { return Combo.count(); }
@@ -150,6 +159,7 @@ public:
 
 protected:
     QWidget& Widget() override { return Combo; }
+    void TakeName(const QString& name) override;
     void Show() override;
     void TakeFont(const QFont& font) override;
 
@@ -170,6 +180,7 @@ public:
 
 protected:
     QWidget& Widget() override { return Month; }
+    void TakeName(const QString& name) override;
     void Show() override;
 
 private:
@@ -212,6 +223,7 @@ public:
     void Refresh() override;
 
     std::function<void()> Painted; ///< while it is visible
+    std::function<void()> Hiding;  ///< it is visible still
     std::function<void()> Hidden;
 
 protected:

@@ -91,6 +91,8 @@ QStringList LinesOf(const QFont& font, TextView text, std::int32_t width) {
 }
 
 FontHandle QtFonts::GetFont(const Text& name, std::int32_t size, std::int32_t) {
+    if (Working)
+        Working();
     const auto found = std::find_if(Fonts.begin(), Fonts.end(),
                                     [&](const Known& font) { return font.Size == size && font.Name == name; });
     if (found != Fonts.end())

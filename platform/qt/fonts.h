@@ -9,6 +9,7 @@
 #include <QStringList>
 
 #include <cstddef>
+#include <functional>
 #include <vector>
 
 namespace platform::qt {
@@ -31,6 +32,8 @@ public:
     TextSize MeasureWrapped(FontHandle font, const Text& text, std::int32_t width) override;
     Text FirstFontName() override;
     Text NextFontName() override;
+
+    std::function<void()> Working; ///< text is measured, for as long as a page or a long list takes
 
 private:
     struct Known {

@@ -234,10 +234,15 @@ void GridWidget::keyPressEvent(QKeyEvent* event) {
 // --- the grid --------------------------------------------------------------------------------------------------------
 
 QtGrid::QtGrid(QWidget& form, device::Focus& focus, NativeFocus& native, const char* name)
-    : FocusOfForm(focus), Native(native), Shown(*new GridWidget(form, *this)) {
+    : FocusOfForm(focus), Native(native), Shown(*new GridWidget(form, *this)), News(Shown) {
     Name = name;
     Shown.setObjectName(QString::fromLatin1(name));
     native.Add(*this, Shown);
+}
+
+void QtGrid::SetCell(std::int32_t row, std::int32_t col, const Text& text) {
+    DrawnGrid::SetCell(row, col, text);
+    News.CellChanged(row, col);
 }
 
 void QtGrid::SetBounds(const Box& box) {
@@ -256,6 +261,7 @@ void QtGrid::SetVisible(bool visible) {
 /// The widget itself stays enabled: Qt would take its focus away, and grey what the application has drawn.
 void QtGrid::SetEnabled(bool enabled) {
     DrawnGrid::SetEnabled(enabled);
+    Shown.setFocusPolicy(enabled ? Qt::StrongFocus : Qt::NoFocus);
 }
 
 void QtGrid::SetFocus() {
@@ -274,6 +280,7 @@ bool QtGrid::RaiseWhatIsPending() {
         if (Follower != nullptr)
             Follower->WantPainting();
     }
+    News.Tell();
     return painted;
 }
 

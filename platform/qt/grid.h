@@ -5,6 +5,7 @@
 
 #include "platform/common/drawn_grid.h"
 #include "platform/device/event_loop.h"
+#include "platform/qt/accessible_grid.h"
 #include "platform/qt/native_focus.h"
 
 #include <QPoint>
@@ -60,6 +61,7 @@ class QtGrid final : public common::DrawnGrid, public device::FocusTarget, publi
 public:
     QtGrid(QWidget& form, device::Focus& focus, NativeFocus& native, const char* name);
 
+    void SetCell(std::int32_t row, std::int32_t col, const Text& text) override;
     void SetBounds(const Box& box) override;
     void SetVisible(bool visible) override;
     void SetEnabled(bool enabled) override;
@@ -81,6 +83,7 @@ private:
     device::Focus& FocusOfForm;
     NativeFocus& Native;
     GridWidget& Shown;
+    GridNews News;
 };
 
 } // namespace platform::qt

@@ -17,6 +17,7 @@ bool IsChosen(Qt::FocusReason reason) {
 
 NativeFocus::NativeFocus(device::Focus& focus, QWidget& surface) : FocusOfForm(focus), Surface(surface) {
     FocusOfForm.Moved = [this] { Follow(); };
+    Surface.setFocusPolicy(Qt::NoFocus); // a click beside the controls leaves the focus where it is
 }
 
 void NativeFocus::Add(device::FocusTarget& target, QWidget& widget) {

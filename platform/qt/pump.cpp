@@ -18,7 +18,15 @@ QtPump::QtPump(std::function<int(const device::ProgramOver&)> over) : Over(std::
     QObject::connect(&Alarm, &QTimer::timeout, [this] { Woken(); });
 }
 
+void QtPump::CameBack() {
+    LastAlive = std::chrono::steady_clock::now();
+    if (WorkIsShown && WorkShown)
+        WorkShown(false);
+    WorkIsShown = false;
+}
+
 bool QtPump::HandlePending() {
+    CameBack();
     return QAbstractEventDispatcher::instance()->processEvents(QEventLoop::AllEvents);
 }
 
@@ -28,7 +36,21 @@ void QtPump::Sleep(const std::vector<int>& descriptors, int milliseconds) {
         Alarm.start(milliseconds);
     else
         Alarm.stop();
+    CameBack();
     QAbstractEventDispatcher::instance()->processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
+    LastAlive = std::chrono::steady_clock::now();
+}
+
+void QtPump::Working() {
+    constexpr auto Patience = std::chrono::milliseconds(100); // of a person
+    constexpr auto BetweenBreaths = std::chrono::milliseconds(50);
+    const Moment now = std::chrono::steady_clock::now();
+    if (IsBreathing || now - LastAlive < Patience || now - LastBreath < BetweenBreaths)
+        return;
+    if (!WorkIsShown && WorkShown)
+        WorkShown(true);
+    WorkIsShown = true;
+    Breathe();
 }
 
 void QtPump::Watch(const std::vector<int>& descriptors) {
@@ -56,7 +78,7 @@ void QtPump::Watch(const std::vector<int>& descriptors) {
 
 /// In a sleep of the loop's own there is nothing to do: it goes on by itself. A loop of Qt's goes on sleeping.
 void QtPump::Woken() {
-    if (Loop == nullptr || IsBreathing || QThread::currentThread()->loopLevel() == 0)
+    if (Loop == nullptr || IsBreathing || IsLeaving || QThread::currentThread()->loopLevel() == 0)
         return;
     Loop->RaiseRound();
     Watch(Loop->Descriptors());
@@ -68,12 +90,15 @@ void QtPump::Breathe() {
     if (IsBreathing)
         return;
     IsBreathing = true;
-    QAbstractEventDispatcher::instance()->processEvents(QEventLoop::ExcludeUserInputEvents |
-                                                        QEventLoop::ExcludeSocketNotifiers);
+    const bool drop = Blocked && Blocked(); // whoever filters the input looks at Breathing
+    QAbstractEventDispatcher::instance()->processEvents(
+        QEventLoop::ExcludeSocketNotifiers | (drop ? QEventLoop::AllEvents : QEventLoop::ExcludeUserInputEvents));
     IsBreathing = false;
+    LastBreath = std::chrono::steady_clock::now();
 }
 
 void QtPump::Leave(const device::ProgramOver& over) {
+    IsLeaving = true;
     const int status = Over(over);
     std::fflush(nullptr);
     std::_Exit(status);

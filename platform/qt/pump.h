@@ -7,6 +7,7 @@
 #include <QSocketNotifier>
 #include <QTimer>
 
+#include <chrono>
 #include <functional>
 #include <map>
 #include <memory>
@@ -28,19 +29,33 @@ public:
     [[noreturn]] void Leave(const device::ProgramOver& over) override;
 
     /// Lets the window system have its way while a handler keeps the loop waiting: what is to be painted is painted,
-    /// but nothing is raised, and what a person does waits.
+    /// but nothing is raised. What a person does meanwhile waits or, while the form takes no input, comes to nothing.
     void Breathe();
     bool Breathing() const { return IsBreathing; }
 
+    /// A long operation goes on: to be called as often as one likes. From a tenth of a second on a person is told, by
+    /// WorkShown, and the window breathes.
+    void Working();
+    std::function<void(bool)> WorkShown;
+    /// Whether the form takes no input, and it is to be dropped.
+    std::function<bool()> Blocked;
+
 private:
+    using Moment = std::chrono::steady_clock::time_point;
+
     void Watch(const std::vector<int>& descriptors);
     void Woken();
+    void CameBack();
 
     std::function<int(const device::ProgramOver&)> Over;
     device::EventLoop* Loop = nullptr;
     QTimer Alarm;
     std::map<int, std::unique_ptr<QSocketNotifier>> Watched; ///< by descriptor
     bool IsBreathing = false;
+    bool IsLeaving = false;
+    bool WorkIsShown = false;
+    Moment LastAlive; ///< when the loop last handled what was pending
+    Moment LastBreath;
 };
 
 } // namespace platform::qt

@@ -43,8 +43,9 @@ std::vector<std::int32_t> CodesOf(const common::DeviceProfile& profile) {
 
 QtPlatform::QtPlatform(const device::DeviceOptions& options, const WindowOptions& looks, QtPump& pump,
                        device::CommandSource& commands, device::Watcher& watcher)
-    : BackEnd(options, pump, commands, watcher), native(focus, window.Screen()), form(window.FormWidget()),
-      grdTitle(window.FormWidget(), focus, native, "grdTitle"), grdMain(window.FormWidget(), focus, native, "grdMain"),
+    : BackEnd(options, pump, commands, watcher), window(looks.Scale), native(focus, window.Screen()),
+      form(window.FormWidget()), grdTitle(window.FormWidget(), focus, native, "grdTitle"),
+      grdMain(window.FormWidget(), focus, native, "grdMain"),
       txtInputField(window.FormWidget(), focus, native, "txtInputField"),
       cboInputField(window.FormWidget(), focus, native, "cboInputField"),
       cbotxtInputField(window.FormWidget(), focus, native, "cbotxtInputField"),
@@ -65,7 +66,7 @@ QtPlatform::QtPlatform(const device::DeviceOptions& options, const WindowOptions
                                              {Pointers(menus.Items[0]), Pointers(menus.Items[1])},
                                              looks.Fonts != nullptr ? *looks.Fonts : fonts,
                                              boxes},
-      record(RecordOf(controls)), PumpOfQt(pump), KeysOfDevice(CodesOf(looks.Profile)) {
+      record(RecordOf(controls)), PumpOfQt(pump), Scale(looks.Scale), KeysOfDevice(CodesOf(looks.Profile)) {
     pump.Serve(loop);
     loop.Listen(grdTitle);
     loop.Listen(grdMain);
@@ -100,6 +101,14 @@ void QtPlatform::WireEvents(device::Watcher& watcher) {
     dteInputField.Closed = frmQuorin::dteInputField_Closed;
     lblStatus.Painted = [this, &watcher] { watcher.StatusShown(lblStatus.Caption()); };
     lblStatus.Hidden = [&watcher] { watcher.StatusHidden(); };
+    lblStatus.Hiding = [this] { PumpOfQt.Breathe(); }; // what was tapped under the strip comes to nothing
+    // A field over a cell is called as its row is, a prompt's as its question.
+    const auto name = [this] { return grdMain.Visible() ? grdMain.Cell(grdMain.Row(), 0) : grdTitle.Cell(0, 0); };
+    txtInputField.NameForPeople = name;
+    cboInputField.NameForPeople = name;
+    cbotxtInputField.NameForPeople = name;
+    dteInputField.NameForPeople = name;
+    lstHoldMenu.NameForPeople = name;
     menus.TitleClicked = [](std::int32_t menu) {
         menu == 1 ? frmQuorin::mnuButton1_Click() : frmQuorin::mnuButton2_Click();
     };
@@ -109,10 +118,11 @@ void QtPlatform::WireEvents(device::Watcher& watcher) {
 }
 
 void QtPlatform::WireWindow() {
-    window.CloseRequested = [] {
-        bool cancel = false;
-        frmQuorin::Form_QueryUnload(cancel, 0);
-    };
+    window.CloseRequested = [this] { CloseWanted = true; };
+    PumpOfQt.WorkShown = [this](bool working) { window.SetWorking(working); };
+    PumpOfQt.Blocked = [this] { return lblStatus.Visible(); };
+    faults.Working = [this] { PumpOfQt.Working(); };
+    fonts.Working = [this] { PumpOfQt.Working(); };
     window.KeyPressed = [this](std::int32_t code) {
         device::FocusTarget& taker = KeyTaker();
         if (KeyGoesDown(code) && &KeyTaker() == &taker)
@@ -127,7 +137,9 @@ void QtPlatform::WireWindow() {
 /// The form has its size by now, and the device has said whether its menus are keys.
 void QtPlatform::ShowForm() {
     const QRect size = RectOf(device::PixelsOf(form));
-    menus.PutInto(window, window.Head(), window.Foot(), modPDAUI::Display.SoftKeyMenus);
+    constexpr double FingerWidth = 44; // pixels of the screen
+    menus.PutInto(window, window.Head(), window.Foot(), modPDAUI::Display.SoftKeyMenus,
+                  static_cast<int>(FingerWidth / Scale));
     window.Screen().SetWish(size.size());
     IsResizable = system.DeviceType() == Desktop;
     if (IsResizable)
@@ -150,7 +162,13 @@ bool QtPlatform::RaiseWhatIsPending() {
     KeyboardChanged = false;
     if (keyboard)
         TakeUpKeyboard();
-    return menus.FollowIfChanged() || sized || keyboard;
+    const bool close = CloseWanted;
+    CloseWanted = false;
+    if (close) {
+        bool cancel = false;
+        frmQuorin::Form_QueryUnload(cancel, 0);
+    }
+    return menus.FollowIfChanged() || sized || keyboard || close;
 }
 
 /// The working area is another one: the form lays itself out in it, as it does when a soft keyboard comes or goes.
@@ -190,7 +208,27 @@ bool QtPlatform::KeyGoesDown(std::int32_t code) {
     return false;
 }
 
+/// What a person does in the middle of an operation that has turned the form off comes to nothing.
+bool QtPlatform::IsDropped(const QObject& object, const QEvent& event) const {
+    switch (event.type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::Wheel:
+    case QEvent::TouchBegin:
+    case QEvent::KeyPress:
+    case QEvent::KeyRelease:
+    case QEvent::Shortcut:
+    case QEvent::ShortcutOverride:
+        return PumpOfQt.Breathing() && object.isWidgetType();
+    default:
+        return false;
+    }
+}
+
 bool QtPlatform::eventFilter(QObject* object, QEvent* event) {
+    if (IsDropped(*object, *event))
+        return true;
     const bool isKey = event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease;
     if (!isKey || Delivering || !object->isWidgetType())
         return false;

@@ -21,6 +21,7 @@ struct WindowOptions {
     std::optional<float> ScrollBarWidth; ///< pixels; that of the desktop's style without it
     common::DeviceProfile Profile;       ///< of the device: its keys are shown as buttons
     bool ShowKeys = true;
+    double Scale = 1; ///< pixels of the screen to a pixel of the device, which Qt has been told of
 };
 
 class QtScrollBar final : public ScrollBar {
@@ -88,6 +89,7 @@ private:
     void TakeUpSize();
     void TakeUpKeyboard();
 
+    bool IsDropped(const QObject& object, const QEvent& event) const;
     device::FocusTarget& KeyTaker();
     /// Key down. Whether the control is left to act on it.
     bool KeyGoesDown(std::int32_t code);
@@ -96,10 +98,12 @@ private:
     void SendKey(device::FocusTarget& taker, int key, const QString& text);
 
     QtPump& PumpOfQt;
+    double Scale;
     std::vector<std::int32_t> KeysOfDevice;
     bool IsResizable = false;
     bool SizeChanged = false;
     bool KeyboardChanged = false;
+    bool CloseWanted = false;
     bool Delivering = false;   ///< a key goes to a control: the form has had it
     bool SpaceSelects = false; ///< the space bar went down as the select key
 };

@@ -10,10 +10,16 @@ namespace platform::qt {
 
 namespace {
 
-constexpr int KeyHeight = 44; // pixels: as high as a finger is wide
-
 std::size_t Index(std::int32_t number) {
     return static_cast<std::size_t>(number - 1);
+}
+
+/// A menu that was opened by a key is gone through by keys.
+void MarkFirst(QMenu& list) {
+    for (QAction* const action : list.actions()) {
+        if (action->isVisible() && action->isEnabled())
+            return list.setActiveAction(action);
+    }
 }
 
 } // namespace
@@ -35,7 +41,7 @@ SoftMenus::SoftMenus() {
     }
 }
 
-void SoftMenus::PutInto(QWidget& window, QBoxLayout& head, QBoxLayout& foot, bool asKeys) {
+void SoftMenus::PutInto(QWidget& window, QBoxLayout& head, QBoxLayout& foot, bool asKeys, int keyHeight) {
     if (!asKeys) {
         MenuBar = new QMenuBar(&window);
         MenuBar->setNativeMenuBar(false);
@@ -59,7 +65,7 @@ void SoftMenus::PutInto(QWidget& window, QBoxLayout& head, QBoxLayout& foot, boo
         }
         auto* const key = new QPushButton(&window);
         key->setObjectName(menu == 0 ? QStringLiteral("softKey1") : QStringLiteral("softKey2"));
-        key->setMinimumHeight(KeyHeight);
+        key->setMinimumHeight(keyHeight);
         key->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
         key->setFocusPolicy(Qt::NoFocus); // a key of the device takes the focus from nothing
         QObject::connect(key, &QPushButton::clicked, [this, number] { Open(number); });
@@ -96,7 +102,9 @@ bool SoftMenus::FollowIfChanged() {
 
 void SoftMenus::Follow(std::size_t menu) {
     const QtMenuItem& title = Titles[menu];
-    QString takenByTitles = menu == 0 ? QString() : ToQt(Titles[0].Caption()).left(1).toLower();
+    QString takenByTitles;
+    if (menu > 0)
+        WithMnemonic(Titles[0].Caption(), takenByTitles);
     const QString caption = WithMnemonic(title.Caption(), takenByTitles);
     QString taken;
     for (std::size_t item = 0; item < Items[menu].size(); ++item) {
@@ -139,14 +147,18 @@ void SoftMenus::Open(std::int32_t menu) {
     QMenu& list = Lists[Index(menu)].List;
     if (MenuBar != nullptr) {
         MenuBar->setActiveAction(list.menuAction());
+        MarkFirst(list);
         return;
     }
+    const bool opens = Items[Index(menu)][0].Visible(); // else it is a key of its own, and may bring another screen
     PressTitle(menu);
-    if (!Items[Index(menu)][0].Visible())
-        return; // a key of its own
+    if (!opens)
+        return;
     QPushButton& key = *Keys[Index(menu)];
     list.setMinimumWidth(key.width());
-    list.popup(key.mapToGlobal(QPoint(0, -list.sizeHint().height())));
+    const QSize size = list.sizeHint();
+    list.popup(key.mapToGlobal(QPoint(menu == 1 ? 0 : key.width() - size.width(), -size.height())));
+    MarkFirst(list);
 }
 
 } // namespace platform::qt

@@ -60,7 +60,8 @@ public:
     std::function<void(std::int32_t menu, std::int32_t item)> ItemClicked;
 
     /// Puts the menus into the window, as a menu bar at its head or as keys at its foot.
-    void PutInto(QWidget& window, QBoxLayout& head, QBoxLayout& foot, bool asKeys);
+    /// `keyHeight`: pixels.
+    void PutInto(QWidget& window, QBoxLayout& head, QBoxLayout& foot, bool asKeys, int keyHeight);
 
     /// What a click on an item, or on a caption, does.
     void PressItem(std::int32_t menu, std::int32_t item);

@@ -16,19 +16,8 @@ namespace {
 
 constexpr QSize SmallestForm(240, 160);
 constexpr int KeysInARow = 4;
-constexpr int StatusTextPixels = 12;
-
-QLabel* StatusLabel(QWidget* window, const char* name) {
-    auto* const label = new QLabel(window);
-    label->setObjectName(QString::fromLatin1(name));
-    label->setTextFormat(Qt::PlainText);
-    label->setWordWrap(true);
-    label->setMargin(3);
-    QFont font = label->font();
-    font.setPixelSize(StatusTextPixels);
-    label->setFont(font);
-    return label;
-}
+constexpr int StatusTextPixels = 12; // of the screen
+constexpr int KeyTextPixels = 10;
 
 } // namespace
 
@@ -48,7 +37,19 @@ void Surface::resizeEvent(QResizeEvent*) {
         Resized();
 }
 
-Window::Window() {
+QLabel* Window::StatusLabel(const char* name) {
+    auto* const label = new QLabel(this);
+    label->setObjectName(QString::fromLatin1(name));
+    label->setTextFormat(Qt::PlainText);
+    label->setWordWrap(true);
+    label->setMargin(Pixels(3));
+    QFont font = label->font();
+    font.setPixelSize(Pixels(StatusTextPixels));
+    label->setFont(font);
+    return label;
+}
+
+Window::Window(double scale) : Scale(scale) {
     setWindowTitle(QStringLiteral("Quorin"));
     setObjectName(QStringLiteral("frmQuorin"));
     auto* const column = new QVBoxLayout(this);
@@ -71,11 +72,12 @@ Window::Window() {
     Strip->setObjectName(QStringLiteral("keyStrip"));
     Strip->hide();
     column->addWidget(Strip);
-    Alarm = StatusLabel(this, "warning");
+    Alarm = StatusLabel("warning");
     Alarm->setStyleSheet(QStringLiteral("background: #b00020; color: white;"));
     Alarm->hide();
     column->addWidget(Alarm);
-    Link = StatusLabel(this, "linkState");
+    Alarm->installEventFilter(this);
+    Link = StatusLabel("linkState");
     column->addWidget(Link);
 }
 
@@ -92,7 +94,7 @@ void Window::ShowKeys(const std::vector<common::DeviceKey>& keys) {
         button->setFocusPolicy(Qt::NoFocus);
         button->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
         QFont font = button->font();
-        font.setPixelSize(StatusTextPixels - 2);
+        font.setPixelSize(Pixels(KeyTextPixels));
         button->setFont(font);
         const std::int32_t code = key.Code;
         QObject::connect(button, &QToolButton::pressed, [this, code] {
@@ -111,6 +113,7 @@ void Window::ShowKeys(const std::vector<common::DeviceKey>& keys) {
 
 void Window::HoldSize() {
     Ground->setFixedSize(Ground->sizeHint());
+    layout()->setAlignment(Ground, Qt::AlignHCenter);
     layout()->setSizeConstraint(QLayout::SetFixedSize);
 }
 
@@ -120,15 +123,37 @@ void Window::LetSize() {
 }
 
 void Window::SetLinkLine(const QString& text, bool alive) {
-    Link->setText(text);
-    Link->setAccessibleName(text);
-    Link->setStyleSheet(alive ? QStringLiteral("color: #006400;") : QString());
+    LinkText = text;
+    IsAlive = alive;
+    ShowState();
+}
+
+void Window::ShowState() {
+    Link->setText(IsWorking ? QStringLiteral("Working…") : LinkText);
+    Link->setAccessibleName(Link->text());
+    if (IsWorking)
+        Link->setStyleSheet(QStringLiteral("background: #ffd54f; color: black;"));
+    else
+        Link->setStyleSheet(IsAlive ? QStringLiteral("color: #006400;") : QString());
 }
 
 void Window::SetWarning(const QString& text) {
     Alarm->setText(text);
     Alarm->setAccessibleName(text);
     Alarm->setVisible(!text.isEmpty());
+}
+
+void Window::SetWorking(bool working) {
+    IsWorking = working;
+    ShowState();
+    if (working)
+        Link->repaint();
+}
+
+bool Window::eventFilter(QObject* object, QEvent* event) {
+    if (object == Alarm && event->type() == QEvent::MouseButtonPress)
+        SetWarning(QString());
+    return false;
 }
 
 /// The title bar's close is a Back, and the program itself says when it ends.

@@ -11,6 +11,7 @@
 #include <QToolButton>
 #include <QWidget>
 
+#include <algorithm>
 #include <functional>
 #include <vector>
 
@@ -36,7 +37,9 @@ private:
 
 class Window final : public QWidget {
 public:
-    Window();
+    /// `scale`: how many pixels of the screen a pixel of the device takes. What is no part of the device is as large as
+    /// everywhere.
+    explicit Window(double scale);
 
     Surface& Screen() { return *Ground; }
     /// The form itself; the controls are its children.
@@ -53,8 +56,11 @@ public:
 
     /// The status area: the state of the link, and what a person must know of; an empty text shows nothing.
     void SetLinkLine(const QString& text, bool alive);
+    /// The warning stays until a person has tapped it.
     void SetWarning(const QString& text);
-    QString LinkLine() const { return Link->text(); }
+    /// A long operation goes on, or has come to its end.
+    void SetWorking(bool working);
+    QString LinkLine() const { return LinkText; }
     QString Warning() const { return Alarm->text(); }
 
     std::function<void()> CloseRequested;
@@ -63,8 +69,13 @@ public:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    bool eventFilter(QObject* object, QEvent* event) override;
 
 private:
+    int Pixels(int ofScreen) const { return std::max(1, static_cast<int>(ofScreen / Scale + 0.5)); }
+    QLabel* StatusLabel(const char* name);
+    void ShowState();
+
     QBoxLayout* HeadRow;
     Surface* Ground;
     QWidget* FormGround;
@@ -72,6 +83,10 @@ private:
     QWidget* Strip;
     QLabel* Link;
     QLabel* Alarm;
+    double Scale;
+    QString LinkText;
+    bool IsAlive = false;
+    bool IsWorking = false;
 };
 
 /// The form of the seam. Its box is in twips, 15 to the pixel: 1440 to the inch, 96 pixels to the inch.

@@ -45,6 +45,17 @@ protected:
     common::FailingSettings Settings{RealSettings, Faults};
 };
 
+TEST_F(FullDiskSwitch, TellsOfEachOperationBeforeIt) {
+    const auto stream = Open(u".\\x.txt", StreamMode::Create);
+    int told = 0;
+    Faults.Working = [&told] { ++told; };
+    ASSERT_EQ(stream->WriteLine(u"a line"), NoError);
+    EXPECT_EQ(told, 1);
+    Faults.FailNext(1);
+    EXPECT_EQ(stream->WriteLine(u"a line"), DiskFull);
+    EXPECT_EQ(told, 2);
+}
+
 TEST_F(FullDiskSwitch, FailsTheNextWritesAndNoMore) {
     const auto stream = Open(u".\\x.txt", StreamMode::Create);
     Faults.FailNext(2);

@@ -1,0 +1,116 @@
+// SPDX-License-Identifier: MIT
+#include "apps/quorin/demo_instrument.h"
+
+#include "apps/quorin-instrument/descriptor.h"
+#include "apps/quorin-instrument/player.h"
+#include "apps/quorin-instrument/pseudo_terminal.h"
+#include "apps/quorin-instrument/waiting.h"
+
+#include <cerrno>
+#include <csignal>
+#include <cstdio>
+#include <cstring>
+#include <fcntl.h>
+#include <sys/prctl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace quorin {
+
+namespace {
+
+using instrument::RecordSource;
+
+/// Results without end, each behind an introduction: a listener that closes its port in the middle of the only one
+/// would refuse every result from then on.
+RecordSource IntroducedResults() {
+    instrument::MadeUpStream stream;
+    stream.Kinds = instrument::ClimateKinds();
+    const RecordSource made = instrument::MakeUp(stream);
+    std::string introduction;
+    made(introduction);
+    return [made, introduction, due = false](std::string& record) mutable {
+        due = !due;
+        record = introduction;
+        return due || made(record);
+    };
+}
+
+/// The terminal keys that end a program are meant for the window alone, which may have something to save.
+void LeaveSignalsToTheOwner() {
+    for (const int number : {SIGINT, SIGQUIT, SIGHUP, SIGPIPE})
+        std::signal(number, SIG_IGN);
+}
+
+/// What the child does: names its terminal, or the reason why there is none, on a line of its answer.
+[[noreturn]] void RunInstrument(std::chrono::milliseconds interval, pid_t owner, int answer) {
+    ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+    if (::getppid() != owner) // it was gone before it could be watched
+        ::_exit(1);
+    LeaveSignalsToTheOwner();
+    ::dup2(answer, STDOUT_FILENO);
+    instrument::PseudoTerminal line("");
+    if (line.Open() != instrument::Outcome::Done) {
+        std::puts(line.Problem().c_str());
+        std::fflush(stdout);
+        ::_exit(1);
+    }
+    ::dup2(::open("/dev/null", O_WRONLY | O_CLOEXEC), STDOUT_FILENO); // ends the answer
+    ::close(answer);
+    instrument::PlayOptions options;
+    options.Interval = interval;
+    instrument::Play(IntroducedResults(), options, line, instrument::PauseFor);
+    ::_exit(1);
+}
+
+std::string FirstLine(int descriptor) {
+    std::string line;
+    for (char byte = 0; byte != '\n';) {
+        const auto got = ::read(descriptor, &byte, 1);
+        if (got == 0 || (got < 0 && errno != EINTR))
+            break;
+        if (got == 1 && byte != '\n')
+            line += byte;
+    }
+    return line;
+}
+
+} // namespace
+
+DemoInstrument::DemoInstrument(std::chrono::milliseconds interval) {
+    int ends[2];
+    if (::pipe2(ends, O_CLOEXEC) != 0) {
+        ProblemText = std::strerror(errno);
+        return;
+    }
+    const instrument::Descriptor answer(ends[0]);
+    instrument::Descriptor answering(ends[1]);
+    std::fflush(nullptr); // or the child would say again what waits to be written
+    const pid_t owner = ::getpid();
+    Process = ::fork();
+    if (Process == 0)
+        RunInstrument(interval, owner, ends[1]);
+    if (Process < 0) {
+        ProblemText = std::strerror(errno);
+        return;
+    }
+    answering.Close();
+    TakeAnswer(FirstLine(answer.Get()));
+}
+
+DemoInstrument::~DemoInstrument() {
+    if (Process <= 0)
+        return;
+    ::kill(Process, SIGKILL);
+    while (::waitpid(Process, nullptr, 0) < 0 && errno == EINTR) {
+    }
+}
+
+void DemoInstrument::TakeAnswer(const std::string& line) {
+    if (!line.empty() && line.front() == '/')
+        PortPath = line;
+    else
+        ProblemText = line.empty() ? "it ended at once" : line;
+}
+
+} // namespace quorin

@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: MIT
+#include "apps/quorin/link_line.h"
+
+namespace quorin {
+
+namespace {
+
+constexpr std::int64_t Minute = 60;
+constexpr std::int64_t Hour = 60 * Minute;
+
+std::string Name(const LinkView& link) {
+    return link.Path.empty() ? link.Port : link.Port + " (" + link.Path + ")";
+}
+
+std::string RecordText(const LinkView& link) {
+    if (link.RecordAge)
+        return "last record " + AgeText(*link.RecordAge) + " ago";
+    if (link.Road == LinkRoad::Serial && link.Heard)
+        return "characters come, but no record yet";
+    return "no record yet";
+}
+
+std::string WaitingText(const LinkView& link) {
+    switch (link.Road) {
+    case LinkRoad::Mailbox:
+        return "waiting for the RFCOMM server";
+    case LinkRoad::Serial:
+        if (!link.Trouble.empty())
+            return link.Port + ": " + link.Trouble + ", trying again";
+        break;
+    default:
+        break;
+    }
+    return link.Port + ": waiting for it to open";
+}
+
+} // namespace
+
+std::string AgeText(std::int64_t seconds) {
+    if (seconds < Minute)
+        return std::to_string(seconds) + " s";
+    if (seconds < Hour)
+        return std::to_string(seconds / Minute) + " min";
+    return std::to_string(seconds / Hour) + " h " + std::to_string(seconds % Hour / Minute) + " min";
+}
+
+LinkLine LinkLineOf(const LinkView& link) {
+    if (link.Road == LinkRoad::None)
+        return {"Link off: no port is chosen", false};
+    if (!link.Wanted)
+        return {"Link off: no download is open for " + link.Port, false};
+    const std::string age = link.RecordAge ? "; " + RecordText(link) : "";
+    if (!link.Open)
+        return {"Link down: " + WaitingText(link) + age, false};
+    const std::string name = link.Road == LinkRoad::Mailbox ? "RFCOMM server" : Name(link);
+    const bool fresh = link.RecordAge && *link.RecordAge < Minute;
+    return {(fresh || !link.RecordAge ? "Link open: " : "Link open but quiet: ") + name + "; " + RecordText(link),
+            fresh};
+}
+
+} // namespace quorin

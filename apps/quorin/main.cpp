@@ -1,0 +1,183 @@
+// SPDX-License-Identifier: MIT
+#include "app/form.h"
+#include "apps/quorin/demo.h"
+#include "apps/quorin/demo_instrument.h"
+#include "apps/quorin/options.h"
+#include "apps/quorin/signals.h"
+#include "apps/quorin/window_watch.h"
+#include "platform/host/connections.h"
+#include "platform/host/folders.h"
+#include "platform/host/port_list.h"
+#include "platform/host/port_names.h"
+#include "platform/host/root_lock.h"
+#include "platform/qt/keyboard_map.h"
+#include "platform/qt/qt_platform.h"
+
+#include <QApplication>
+#include <QMessageBox>
+
+#include <cstdlib>
+#include <iostream>
+#include <optional>
+#include <string>
+#include <unistd.h>
+
+namespace {
+
+using platform::device::ProgramOver;
+
+constexpr int StatusEnded = 0;
+constexpr int StatusFailure = 1;
+constexpr int StatusNotStarted = 2;
+
+int NotStarted(const std::string& why) {
+    std::cerr << "quorin: " << why << "\n";
+    return StatusNotStarted;
+}
+
+/// Where there is no display nothing of Qt's can be made, not even a message.
+bool HasDisplay() {
+    for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"}) {
+        const char* const value = std::getenv(name);
+        if (value != nullptr && *value != '\0')
+            return true;
+    }
+    return false;
+}
+
+constexpr const char* NoDisplay = "there is no display to open a window on; quorin-console runs on a terminal";
+
+/// What Qt can't go on from, which is a display that is named but does not answer.
+void TakeQtMessage(QtMsgType type, const QMessageLogContext&, const QString& text) {
+    if (type == QtFatalMsg) {
+        std::cerr << "quorin: " << NoDisplay << "\n";
+        std::_Exit(StatusNotStarted);
+    }
+    if (type != QtDebugMsg && type != QtInfoMsg && qEnvironmentVariableIsSet("QUORIN_VERBOSE"))
+        std::cerr << "quorin: " << text.toStdString() << "\n";
+}
+
+/// Fills in where root and settings are when nothing was said of them. An empty text, or what is missing.
+std::string FindPlaces(quorin::Options& options) {
+    const bool ownRoot = !options.Device.Root.empty();
+    if (!ownRoot) {
+        const auto data = platform::host::DataFolder();
+        if (!data)
+            return "--root is needed: neither XDG_DATA_HOME nor HOME is set";
+        options.Device.Root = options.Demo ? *data + "-demo" : *data;
+    }
+    if (!options.Device.Settings.empty() || ownRoot || options.Demo)
+        return {}; // settings.ini in the root folder
+    const auto settings = platform::host::SettingsFile();
+    if (!settings)
+        return "--settings is needed: neither XDG_CONFIG_HOME nor HOME is set";
+    options.Device.Settings = *settings;
+    platform::host::MakePrivateFolders(settings->substr(0, settings->rfind('/')));
+    return {};
+}
+
+int TellOver(platform::qt::QtPlatform& device, const ProgramOver& over) {
+    if (over.Why != ProgramOver::Reason::Failed)
+        return StatusEnded;
+    const std::string text = modStringTools::ToBytes(over.Failure);
+    std::cerr << "quorin: " << text << std::endl;
+    QMessageBox message(QMessageBox::Critical, QStringLiteral("Quorin has stopped"), QString::fromStdString(text),
+                        QMessageBox::Ok, &device.window);
+    message.setTextFormat(Qt::PlainText);
+    message.setInformativeText(QStringLiteral("Every file is as the last completed save left it."));
+    message.exec();
+    return StatusFailure;
+}
+
+/// A window is used by the hand alone.
+class NoCommands final : public platform::device::CommandSource {
+public:
+    void AboutToWait(int) override {}
+    bool HasCommand() override { return false; }
+    bool Ended() override { return false; }
+    int Descriptor() override { return -1; }
+    void TakeInput() override {}
+    void RunCommand() override {}
+};
+
+[[noreturn]] void RunWindow(quorin::Options& options) {
+    qputenv("QT_SCALE_FACTOR", QByteArray::number(options.Scale));
+    qInstallMessageHandler(TakeQtMessage);
+    quorin::EndSignals signals;
+    int count = 1;
+    char name[] = "quorin";
+    char* words[] = {name, nullptr};
+    QApplication application(count, words);
+    QApplication::setApplicationDisplayName(QStringLiteral("Quorin"));
+    QApplication::setDesktopFileName(QStringLiteral("quorin"));
+    QApplication::setQuitOnLastWindowClosed(false);
+    // Menus and boxes are no part of the device: they have their usual size.
+    QFont font = QApplication::font();
+    font.setPointSizeF(font.pointSizeF() / options.Scale);
+    QApplication::setFont(font);
+
+    platform::host::HostConnections connections;
+    options.Device.Connections = &connections;
+    options.Device.Ports.Find = [](std::int32_t number) { return platform::host::PortPath(number); };
+    NoCommands commands;
+    quorin::WindowWatch watch;
+    std::optional<platform::qt::QtPlatform> device;
+    platform::qt::QtPump pump([&device](const ProgramOver& over) { return TellOver(*device, over); });
+    platform::qt::WindowOptions looks;
+    looks.Scale = options.Scale;
+    looks.Profile = platform::common::ProfileOfType(options.Device.DeviceType);
+    device.emplace(options.Device, looks, pump, commands, watch);
+    watch.Attach(*device);
+    device->loop.Listen(signals);
+    signals.Raised = [&device] {
+        bool cancel = false;
+        frmQuorin::Form_QueryUnload(cancel, 2); // by the system, which nothing holds up
+        frmQuorin::Form_Unload();
+        device->loop.Leave({ProgramOver::Reason::Ended, {}});
+    };
+    device->StartProgram();
+    if (options.Demo)
+        quorin::PrepareDemo();
+    for (;;)
+        device->loop.WaitOnce();
+}
+
+} // namespace
+
+int main(int count, char** words) {
+    quorin::Options options;
+    switch (quorin::ReadOptions(count, words, platform::qt::KeyboardHelp(), options)) {
+    case quorin::Reading::Shown:
+        return StatusEnded;
+    case quorin::Reading::Wrong:
+        return StatusNotStarted;
+    case quorin::Reading::Run:
+        break;
+    }
+    if (options.ListPorts) {
+        platform::host::PortSurvey survey;
+        survey.Pinned = options.Device.Ports.Pinned;
+        std::cout << platform::host::PortTable(platform::host::SerialPorts(survey));
+        return StatusEnded;
+    }
+    if (!HasDisplay())
+        return NotStarted(NoDisplay);
+    if (const std::string missing = FindPlaces(options); !missing.empty())
+        return NotStarted(missing);
+    const std::string& root = options.Device.Root;
+    if (const auto error = platform::host::MakePrivateFolders(root); error != platform::NoError)
+        return NotStarted("can't use the root folder " + root + ": " +
+                          modStringTools::ToBytes(platform::ErrorText(error)));
+    // Before the lock: a process that is forked would hold it as well.
+    std::optional<quorin::DemoInstrument> instrument;
+    if (options.Demo) {
+        instrument.emplace();
+        if (instrument->Port().empty())
+            return NotStarted("the simulated instrument could not be started: " + instrument->Problem());
+        options.Device.Ports.Pinned.emplace(quorin::DemoPort, instrument->Port()); // a pin of the person counts
+    }
+    platform::host::RootLock lock;
+    if (lock.Take(root, "quorin") == platform::host::LockResult::Taken)
+        return NotStarted(root + " is in use by " + lock.Holder() + "; one program at a time works on a root folder");
+    RunWindow(options);
+}

@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: MIT
+// The system's wish that the program end, as an event of the loop.
+#pragma once
+
+#include "platform/common/host_files.h"
+#include "platform/device/event_loop.h"
+
+#include <functional>
+
+namespace quorin {
+
+class EndSignals final : public platform::device::EventSource {
+public:
+    /// From now on SIGTERM, SIGINT and SIGHUP come as events, also to threads that are started later.
+    EndSignals();
+
+    int Descriptor() override { return Signals.Number(); }
+    bool RaiseWhatIsPending() override;
+
+    std::function<void()> Raised;
+
+private:
+    platform::common::Descriptor Signals;
+};
+
+} // namespace quorin

@@ -1,0 +1,85 @@
+// SPDX-License-Identifier: MIT
+#include "apps/quorin/window_watch.h"
+
+#include "link/ports.h"
+#include "link/receive.h"
+#include "platform/host/port_troubles.h"
+#include "platform/qt/conversions.h"
+#include "storage/settings.h"
+#include "text/text.h"
+
+namespace quorin {
+
+using modStringTools::ToBytes;
+
+namespace {
+
+LinkRoad RoadOf(const Text& port, std::int32_t deviceType) {
+    constexpr std::int32_t TakesNames = 9;
+    if (port == u"OFF")
+        return LinkRoad::None;
+    if (port == u"SERVER")
+        return LinkRoad::Mailbox;
+    const bool isCom = modStringTools::LowerCase(port.substr(0, 3)) == u"com";
+    return deviceType == TakesNames && !isCom ? LinkRoad::Named : LinkRoad::Serial;
+}
+
+} // namespace
+
+void WindowWatch::Attach(platform::qt::QtPlatform& device) {
+    Device = &device;
+    device.loop.Listen(*this);
+}
+
+/// A tone is the answer to each result that has come, taken or not.
+void WindowWatch::TonePlayed(std::int32_t hertz, std::int32_t milliseconds) {
+    LastRecord = std::chrono::steady_clock::now();
+    Player.Play(hertz, milliseconds);
+}
+
+void WindowWatch::WritingFailed(const Text& name, platform::ErrorNumber error) {
+    if (Device == nullptr)
+        return;
+    const platform::DateTime now = Device->clock.Now();
+    char time[16];
+    std::snprintf(time, sizeof time, "%02d:%02d:%02d", now.Hour, now.Minute, now.Second);
+    const std::string text = std::string(time) + "  Not saved: " + ToBytes(name) + " could not be written, " +
+                             ToBytes(platform::ErrorText(error)) + ". Tap here when you have seen to it.";
+    Device->window.SetWarning(QString::fromStdString(text));
+}
+
+LinkView WindowWatch::Link() const {
+    const Text port = modQuorin::GetSetting(u"ComPort", u"OFF");
+    LinkView link;
+    link.Road = RoadOf(port, Device->system.DeviceType());
+    link.Wanted = modBluetooth::Receive.LinkWanted;
+    link.Open = modBluetooth::Ports.LinkOpen;
+    link.Port = ToBytes(port);
+    if (link.Road == LinkRoad::Serial) {
+        link.Path = Device->serial.HostPath();
+        link.Open = Device->serial.PortOpen();
+        link.Heard = Device->serial.Heard();
+        if (Device->serial.LastOpening() != platform::NoError)
+            link.Trouble = platform::host::OpeningTrouble(link.Path, Device->serial.LastOpening());
+    }
+    if (LastRecord)
+        link.RecordAge =
+            std::chrono::duration_cast<std::chrono::seconds>(std::chrono::steady_clock::now() - *LastRecord).count();
+    return link;
+}
+
+/// The loop may come by a thousand times a second, and the line tells whole seconds.
+bool WindowWatch::RaiseWhatIsPending() {
+    constexpr auto BetweenLooks = std::chrono::milliseconds(200);
+    const Moment now = std::chrono::steady_clock::now();
+    if (now - LastLook < BetweenLooks)
+        return false;
+    LastLook = now;
+    const LinkLine line = LinkLineOf(Link());
+    if (line != Shown)
+        Device->window.SetLinkLine(QString::fromStdString(line.Text), line.Alive);
+    Shown = line;
+    return false;
+}
+
+} // namespace quorin

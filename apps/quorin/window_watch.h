@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: MIT
+// What the window shows outside of the form: how the link is, and what could not be written. And what is heard.
+#pragma once
+
+#include "apps/quorin/link_line.h"
+#include "platform/host/tones.h"
+#include "platform/qt/qt_platform.h"
+
+#include <chrono>
+#include <optional>
+
+namespace quorin {
+
+class WindowWatch final : public platform::device::Watcher, public platform::device::EventSource {
+public:
+    /// Tells the window of this device from now on.
+    void Attach(platform::qt::QtPlatform& device);
+
+    void BoxOpened(const Text&, platform::BoxButtons, platform::BoxIcon, const Text&) override {}
+    void TonePlayed(std::int32_t hertz, std::int32_t milliseconds) override;
+    void StatusShown(const Text&) override {}
+    void StatusHidden() override {}
+    void KeyGrabbed(std::int32_t) override {}
+    void KeyReleased(std::int32_t) override {}
+    void CharacterSent(std::int32_t) override {}
+    void WritingFailed(const Text& name, platform::ErrorNumber error) override;
+
+    // The line is looked at when the loop comes by, which the link's timer makes it do twice a second.
+    int Descriptor() override { return -1; }
+    bool RaiseWhatIsPending() override;
+
+private:
+    using Moment = std::chrono::steady_clock::time_point;
+    LinkView Link() const;
+
+    platform::qt::QtPlatform* Device = nullptr;
+    platform::host::TonePlayer Player;
+    std::optional<Moment> LastRecord;
+    LinkLine Shown;
+    Moment LastLook;
+};
+
+} // namespace quorin

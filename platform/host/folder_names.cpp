@@ -1,0 +1,68 @@
+// SPDX-License-Identifier: MIT
+#include "platform/host/folder_names.h"
+
+#include "platform/common/host_files.h"
+
+#include <algorithm>
+#include <array>
+#include <dirent.h>
+#include <fcntl.h>
+#include <memory>
+#include <unistd.h>
+
+namespace platform::host {
+
+namespace {
+
+/// Longer first lines are cut: none that is looked for comes near it.
+constexpr std::size_t LongestLine = 256;
+
+bool IsControl(char byte) {
+    return static_cast<unsigned char>(byte) < 0x20 || byte == 0x7F;
+}
+
+} // namespace
+
+std::vector<std::string> NamesIn(const std::string& folder) {
+    struct Close {
+        void operator()(DIR* opened) const { ::closedir(opened); }
+    };
+    std::vector<std::string> names;
+    const std::unique_ptr<DIR, Close> opened(::opendir(folder.c_str()));
+    if (!opened)
+        return names;
+    while (const dirent* entry = ::readdir(opened.get())) {
+        const std::string name = entry->d_name;
+        if (name != "." && name != "..")
+            names.push_back(name);
+    }
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+std::string NameOf(const std::string& path) {
+    return path.substr(path.find_last_of('/') + 1);
+}
+
+std::string NumberAfter(const std::string& stem, const std::string& name) {
+    if (name.size() <= stem.size() || name.compare(0, stem.size(), stem) != 0)
+        return {};
+    const std::string digits = name.substr(stem.size());
+    const bool all = std::all_of(digits.begin(), digits.end(), [](char digit) { return digit >= '0' && digit <= '9'; });
+    return all && (digits.size() == 1 || digits[0] != '0') ? digits : std::string();
+}
+
+std::string Printable(std::string bytes) {
+    std::replace_if(bytes.begin(), bytes.end(), IsControl, '?');
+    return bytes;
+}
+
+std::string FirstLine(const std::string& path) {
+    const common::Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+    std::array<char, LongestLine> block;
+    const ssize_t count = file.Valid() ? ::read(file.Number(), block.data(), block.size()) : 0;
+    const std::string bytes(block.data(), count > 0 ? static_cast<std::size_t>(count) : 0);
+    return Printable(bytes.substr(0, bytes.find('\n')));
+}
+
+} // namespace platform::host

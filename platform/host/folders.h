@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: MIT
+// Where a person on Linux expects a program's data and settings.
+#pragma once
+
+#include "view/platform/errors.h"
+
+#include <functional>
+#include <optional>
+#include <string>
+
+namespace platform::host {
+
+/// The value of an environment variable; null when there is none.
+using Environment = std::function<const char*(const char* name)>;
+
+const char* ProcessEnvironment(const char* name);
+
+/// `$XDG_DATA_HOME/quorin`, else `$HOME/.local/share/quorin`. An XDG value that is empty or no absolute path is as good
+/// as none; nothing when HOME is no absolute path either. Nothing is made.
+std::optional<std::string> DataFolder(const Environment& environment = ProcessEnvironment);
+
+/// `$XDG_CONFIG_HOME/quorin/settings.ini`, else `$HOME/.config/quorin/settings.ini`, by the same rules.
+std::optional<std::string> SettingsFile(const Environment& environment = ProcessEnvironment);
+
+/// Makes a folder and those above it that are missing, for their owner alone (0700). One that is there stays as it is.
+ErrorNumber MakePrivateFolders(const std::string& path);
+
+} // namespace platform::host

@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <functional>
+#include <string>
+
+namespace platform::host {
+
+/// What a device is called; empty where nobody knows.
+struct DeviceName {
+    std::string Vendor;
+    std::string Model;
+    std::string SerialNumber;
+};
+
+/// A property of a device by its key; empty when it has none.
+using DeviceProperty = std::function<std::string(const char* key)>;
+
+/// The names in the words of the system's table of hardware, and in the device's own where that does not know it.
+DeviceName NameFromProperties(const DeviceProperty& property);
+
+/// What udev knows of the device behind a path. The device is not opened.
+DeviceName UdevName(const std::string& path);
+
+} // namespace platform::host

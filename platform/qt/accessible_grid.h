@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: MIT
+// What a screen reader finds of a grid: a table, whose cells have their text, their place and their state.
+#pragma once
+
+#include <QAccessible>
+
+#include <cstdint>
+#include <utility>
+#include <vector>
+
+namespace platform::qt {
+
+class GridWidget;
+
+/// To be called once, before a screen reader asks for the first grid.
+void InstallAccessibleGrids();
+
+/// Tells a screen reader what has become of a grid, when there is one to be told.
+class GridNews {
+public:
+    explicit GridNews(GridWidget& grid) : Of(grid) {}
+
+    // Whether anyone listens, and where it is told: a test puts itself there.
+    static inline bool (*IsHeard)() = QAccessible::isActive;
+    static inline void (*Say)(QAccessibleEvent*) = QAccessible::updateAccessibility;
+
+    void CellChanged(std::int32_t row, std::int32_t col);
+    /// Whatever has changed since the last time; the loop calls it when it handles events.
+    void Tell();
+
+private:
+    struct State {
+        std::int32_t Rows = 0, Cols = 0, Row = 0, Col = 0;
+        bool HasFocus = false;
+    };
+
+    State Now() const;
+    void TellCells();
+
+    GridWidget& Of;
+    State Told;
+    std::vector<std::pair<std::int32_t, std::int32_t>> Changed; ///< row and column
+};
+
+} // namespace platform::qt
