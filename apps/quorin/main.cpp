@@ -10,6 +10,7 @@
 #include "platform/host/port_list.h"
 #include "platform/host/port_names.h"
 #include "platform/host/root_lock.h"
+#include "platform/qt/accessible_grid.h"
 #include "platform/qt/keyboard_map.h"
 #include "platform/qt/qt_platform.h"
 
@@ -111,6 +112,7 @@ public:
     QApplication::setApplicationDisplayName(QStringLiteral("Quorin"));
     QApplication::setDesktopFileName(QStringLiteral("quorin"));
     QApplication::setQuitOnLastWindowClosed(false);
+    platform::qt::InstallAccessibleGrids();
     // Menus and boxes are no part of the device: they have their usual size.
     QFont font = QApplication::font();
     font.setPointSizeF(font.pointSizeF() / options.Scale);

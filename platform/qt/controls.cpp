@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "platform/qt/controls.h"
 
+#include <QHeaderView>
 #include <QKeyEvent>
+#include <QTableView>
 #include <QTextBlock>
 #include <QToolButton>
 
 #include <algorithm>
+#include <limits>
 #include <memory>
 
 namespace platform::qt {
@@ -101,6 +104,7 @@ QtTextBox::QtTextBox(QWidget& form, device::Focus& focus, NativeFocus& native, c
         native.Add(*this, *widget);
     }
     Line.setTextMargins(0, 0, 0, 0);
+    Line.setMaxLength(std::numeric_limits<int>::max()); // or Qt cuts what it is given
     Page.setTabChangesFocus(true);
     QObject::connect(&Line, &QLineEdit::textEdited, [this](const QString& text) {
         const auto ends =
@@ -227,6 +231,7 @@ QtComboBox::QtComboBox(QWidget& form, device::Focus& focus, NativeFocus& native,
     Combo.setObjectName(QString::fromLatin1(name));
     Combo.setEditable(true);
     Combo.setInsertPolicy(QComboBox::NoInsert);
+    Combo.lineEdit()->setMaxLength(std::numeric_limits<int>::max());
     Combo.setCompleter(nullptr); // what is typed is what is meant
     Combo.hide();
     native.Add(*this, Combo);
@@ -309,6 +314,7 @@ QtDatePicker::QtDatePicker(QWidget& form, device::Focus& focus, NativeFocus& nat
     Month.setMaximumDate(QDate(9999, 12, 31));
     Month.setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
     Month.setGridVisible(true);
+    Month.setDateEditEnabled(false); // digits would open a field of its own over the calendar
     Month.hide();
     native.Add(*this, Month);
     QObject::connect(&Month, &QCalendarWidget::selectionChanged, [this] {
@@ -334,6 +340,8 @@ void QtDatePicker::Show() {
     Month.setFont(font);
     for (QWidget* child : Month.findChildren<QWidget*>())
         child->setFont(font);
+    if (auto* const days = Month.findChild<QTableView*>())
+        days->horizontalHeader()->setMinimumSectionSize(1); // seven days, however narrow the screen is
     NativeControl::Show();
 }
 

@@ -150,7 +150,10 @@ void GridWidget::mouseDoubleClickEvent(QMouseEvent* event) {
     mousePressEvent(event); // two taps
 }
 
+/// A finger that was waited for may find the grid off or gone.
 void GridWidget::Press(QPoint place) {
+    if (!Of.Enabled() || !Of.Visible())
+        return;
     if (Of.PressesNothing) {
         Of.SetFocus();
         if (Of.Pressed)

@@ -35,6 +35,16 @@ device::FocusTarget* NativeFocus::TargetOf(const QWidget* widget) const {
     return nullptr;
 }
 
+bool NativeFocus::TakesKeys(const QWidget* widget) const {
+    if (TargetOf(widget) == nullptr)
+        return true; // the form itself
+    for (const Pair& pair : Pairs) {
+        if (pair.Widget != nullptr && (pair.Widget == widget || pair.Widget->focusProxy() == widget))
+            return true;
+    }
+    return false;
+}
+
 QWidget* NativeFocus::WidgetOf(const device::FocusTarget& target) const {
     for (const Pair& pair : Pairs) {
         if (pair.Target == &target && pair.Widget != nullptr && !pair.Widget->isHidden())

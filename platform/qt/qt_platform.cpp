@@ -75,7 +75,7 @@ QtPlatform::QtPlatform(const device::DeviceOptions& options, const WindowOptions
     WireEvents(watcher);
     WireWindow();
     if (looks.ShowKeys && system.DeviceType() != Desktop)
-        window.ShowKeys(looks.Profile.Keys);
+        KeyStrip = looks.Profile.Keys;
     qApp->installEventFilter(this);
 }
 
@@ -141,6 +141,7 @@ void QtPlatform::ShowForm() {
     menus.PutInto(window, window.Head(), window.Foot(), modPDAUI::Display.SoftKeyMenus,
                   static_cast<int>(FingerWidth / Scale));
     window.Screen().SetWish(size.size());
+    window.ShowKeys(KeyStrip);
     IsResizable = system.DeviceType() == Desktop;
     if (IsResizable)
         window.LetSize();
@@ -234,7 +235,7 @@ bool QtPlatform::eventFilter(QObject* object, QEvent* event) {
         return false;
     const auto* const widget = static_cast<QWidget*>(object);
     const QWidget* const first = window.focusWidget() != nullptr ? window.focusWidget() : &window;
-    if (widget->window() != &window || widget != first || boxes.Current() != nullptr)
+    if (widget->window() != &window || widget != first || !native.TakesKeys(widget) || boxes.Current() != nullptr)
         return false; // another window's, or the same key on its way up
     auto& key = *static_cast<QKeyEvent*>(event);
     if (event->type() == QEvent::KeyPress)

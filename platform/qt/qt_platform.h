@@ -100,6 +100,7 @@ private:
     QtPump& PumpOfQt;
     double Scale;
     std::vector<std::int32_t> KeysOfDevice;
+    std::vector<common::DeviceKey> KeyStrip; ///< those that are shown as buttons
     bool IsResizable = false;
     bool SizeChanged = false;
     bool KeyboardChanged = false;

@@ -15,7 +15,7 @@ namespace platform::qt {
 namespace {
 
 constexpr QSize SmallestForm(240, 160);
-constexpr int KeysInARow = 4;
+constexpr int MostKeysInARow = 4;
 constexpr int StatusTextPixels = 12; // of the screen
 constexpr int KeyTextPixels = 10;
 
@@ -81,11 +81,22 @@ Window::Window(double scale) : Scale(scale) {
     column->addWidget(Link);
 }
 
+/// As many as have room for the longest name.
+int Window::KeysInARow(const std::vector<common::DeviceKey>& keys, const QFontMetrics& metrics) const {
+    int widest = 1;
+    for (const common::DeviceKey& key : keys)
+        widest = std::max(widest, metrics.horizontalAdvance(QString::fromLatin1(key.Name)) + Pixels(KeyTextPixels));
+    return std::clamp(Ground->sizeHint().width() / widest, 1, MostKeysInARow);
+}
+
 void Window::ShowKeys(const std::vector<common::DeviceKey>& keys) {
     auto* const grid = new QGridLayout(Strip);
     grid->setContentsMargins(2, 2, 2, 2);
     grid->setSpacing(2);
     int place = 0;
+    QFont font = Strip->font();
+    font.setPixelSize(Pixels(KeyTextPixels));
+    const int inARow = KeysInARow(keys, QFontMetrics(font));
     for (const common::DeviceKey& key : keys) {
         auto* const button = new QToolButton(Strip);
         button->setObjectName(QStringLiteral("key%1").arg(key.Code));
@@ -93,8 +104,6 @@ void Window::ShowKeys(const std::vector<common::DeviceKey>& keys) {
         button->setToolTip(QStringLiteral("Key %1").arg(key.Code));
         button->setFocusPolicy(Qt::NoFocus);
         button->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
-        QFont font = button->font();
-        font.setPixelSize(Pixels(KeyTextPixels));
         button->setFont(font);
         const std::int32_t code = key.Code;
         QObject::connect(button, &QToolButton::pressed, [this, code] {
@@ -105,7 +114,7 @@ void Window::ShowKeys(const std::vector<common::DeviceKey>& keys) {
             if (KeyReleased)
                 KeyReleased(code);
         });
-        grid->addWidget(button, place / KeysInARow, place % KeysInARow);
+        grid->addWidget(button, place / inARow, place % inARow);
         ++place;
     }
     Strip->setVisible(!keys.empty());

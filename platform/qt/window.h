@@ -7,6 +7,7 @@
 #include "view/platform/controls.h"
 
 #include <QBoxLayout>
+#include <QFontMetrics>
 #include <QLabel>
 #include <QToolButton>
 #include <QWidget>
@@ -75,6 +76,7 @@ private:
     int Pixels(int ofScreen) const { return std::max(1, static_cast<int>(ofScreen / Scale + 0.5)); }
     QLabel* StatusLabel(const char* name);
     void ShowState();
+    int KeysInARow(const std::vector<common::DeviceKey>& keys, const QFontMetrics& metrics) const;
 
     QBoxLayout* HeadRow;
     Surface* Ground;
