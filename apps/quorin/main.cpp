@@ -17,6 +17,7 @@
 #include <QApplication>
 #include <QMessageBox>
 
+#include <csignal>
 #include <cstdlib>
 #include <iostream>
 #include <optional>
@@ -48,11 +49,13 @@ bool HasDisplay() {
 
 constexpr const char* NoDisplay = "there is no display to open a window on; quorin-console runs on a terminal";
 
-/// What Qt can't go on from, which is a display that is named but does not answer.
+bool WindowStands = false;
+
+/// What Qt can't go on from: before there is a window that is a display that is named but does not answer.
 void TakeQtMessage(QtMsgType type, const QMessageLogContext&, const QString& text) {
     if (type == QtFatalMsg) {
-        std::cerr << "quorin: " << NoDisplay << "\n";
-        std::_Exit(StatusNotStarted);
+        std::cerr << "quorin: " << (WindowStands ? text.toStdString() : NoDisplay) << std::endl;
+        std::_Exit(WindowStands ? StatusFailure : StatusNotStarted);
     }
     if (type != QtDebugMsg && type != QtInfoMsg && qEnvironmentVariableIsSet("QUORIN_VERBOSE"))
         std::cerr << "quorin: " << text.toStdString() << "\n";
@@ -85,6 +88,9 @@ int TellOver(platform::qt::QtPlatform& device, const ProgramOver& over) {
     QMessageBox message(QMessageBox::Critical, QStringLiteral("Quorin has stopped"), QString::fromStdString(text),
                         QMessageBox::Ok, &device.window);
     message.setTextFormat(Qt::PlainText);
+    sigset_t all;
+    sigfillset(&all);
+    sigprocmask(SIG_UNBLOCK, &all, nullptr); // there is nothing left to be saved
     message.setInformativeText(QStringLiteral("Every file is as the last completed save left it."));
     message.exec();
     return StatusFailure;
@@ -102,7 +108,8 @@ public:
 };
 
 [[noreturn]] void RunWindow(quorin::Options& options) {
-    qputenv("QT_SCALE_FACTOR", QByteArray::number(options.Scale));
+    const double ofPerson = qEnvironmentVariable("QT_SCALE_FACTOR", QStringLiteral("1")).toDouble();
+    qputenv("QT_SCALE_FACTOR", QByteArray::number(options.Scale * (ofPerson > 0 ? ofPerson : 1)));
     qInstallMessageHandler(TakeQtMessage);
     quorin::EndSignals signals;
     int count = 1;
@@ -133,11 +140,15 @@ public:
     device->loop.Listen(signals);
     signals.Raised = [&device] {
         bool cancel = false;
+        // As a person would close it: a record is saved on the way back from it.
+        if (device->boxes.Current() == nullptr)
+            frmQuorin::Form_QueryUnload(cancel, 0);
         frmQuorin::Form_QueryUnload(cancel, 2); // by the system, which nothing holds up
         frmQuorin::Form_Unload();
         device->loop.Leave({ProgramOver::Reason::Ended, {}});
     };
     device->StartProgram();
+    WindowStands = true;
     if (options.Demo)
         quorin::PrepareDemo();
     for (;;)

@@ -8,6 +8,11 @@
 #include "storage/settings.h"
 #include "text/text.h"
 
+#include <cstdio>
+#include <ctime>
+
+#include <iostream>
+
 namespace quorin {
 
 using modStringTools::ToBytes;
@@ -26,6 +31,12 @@ LinkRoad RoadOf(const Text& port, std::int32_t deviceType) {
 
 } // namespace
 
+WindowWatch::Moment WindowWatch::Now() {
+    timespec now{};
+    ::clock_gettime(CLOCK_BOOTTIME, &now);
+    return std::chrono::seconds(now.tv_sec) + std::chrono::milliseconds(now.tv_nsec / 1000000);
+}
+
 void WindowWatch::Attach(platform::qt::QtPlatform& device) {
     Device = &device;
     device.loop.Listen(*this);
@@ -33,7 +44,7 @@ void WindowWatch::Attach(platform::qt::QtPlatform& device) {
 
 /// A tone is the answer to each result that has come, taken or not.
 void WindowWatch::TonePlayed(std::int32_t hertz, std::int32_t milliseconds) {
-    LastRecord = std::chrono::steady_clock::now();
+    LastRecord = Now();
     Player.Play(hertz, milliseconds);
 }
 
@@ -43,8 +54,9 @@ void WindowWatch::WritingFailed(const Text& name, platform::ErrorNumber error) {
     const platform::DateTime now = Device->clock.Now();
     char time[16];
     std::snprintf(time, sizeof time, "%02d:%02d:%02d", now.Hour, now.Minute, now.Second);
-    const std::string text = std::string(time) + "  Not saved: " + ToBytes(name) + " could not be written, " +
-                             ToBytes(platform::ErrorText(error)) + ". Tap here when you have seen to it.";
+    const std::string what = ToBytes(name) + " could not be written, " + ToBytes(platform::ErrorText(error));
+    std::cerr << "quorin: not saved: " + what + "\n";
+    const std::string text = std::string(time) + "  Not saved: " + what + ". Tap here when you have seen to it.";
     Device->window.SetWarning(QString::fromStdString(text));
 }
 
@@ -63,15 +75,14 @@ LinkView WindowWatch::Link() const {
             link.Trouble = platform::host::OpeningTrouble(link.Path, Device->serial.LastOpening());
     }
     if (LastRecord)
-        link.RecordAge =
-            std::chrono::duration_cast<std::chrono::seconds>(std::chrono::steady_clock::now() - *LastRecord).count();
+        link.RecordAge = std::chrono::duration_cast<std::chrono::seconds>(Now() - *LastRecord).count();
     return link;
 }
 
 /// The loop may come by a thousand times a second, and the line tells whole seconds.
 bool WindowWatch::RaiseWhatIsPending() {
     constexpr auto BetweenLooks = std::chrono::milliseconds(200);
-    const Moment now = std::chrono::steady_clock::now();
+    const Moment now = Now();
     if (now - LastLook < BetweenLooks)
         return false;
     LastLook = now;

@@ -30,14 +30,16 @@ public:
     bool RaiseWhatIsPending() override;
 
 private:
-    using Moment = std::chrono::steady_clock::time_point;
+    using Moment = std::chrono::milliseconds;
+    /// The age of a record counts the time in which the machine has slept.
+    static Moment Now();
     LinkView Link() const;
 
     platform::qt::QtPlatform* Device = nullptr;
     platform::host::TonePlayer Player;
     std::optional<Moment> LastRecord;
     LinkLine Shown;
-    Moment LastLook;
+    Moment LastLook{-1000};
 };
 
 } // namespace quorin

@@ -70,6 +70,7 @@ BoxAnswer DeviceBoxes::Show(const Text& text, BoxButtons buttons, BoxIcon icon, 
     Opened(standing.Box);
     while (!standing.Box.Answered)
         Loop.WaitNested();
+    Closed(standing.Box);
     return standing.Box.Answer;
 }
 

@@ -108,6 +108,7 @@ public:
 
 protected:
     virtual void Opened(OpenBox&) {}
+    virtual void Closed(OpenBox&) {} ///< answered
 
 private:
     EventLoop& Loop;

@@ -5,9 +5,10 @@
 #include "platform/device/services.h"
 
 #include <QMessageBox>
-#include <QPointer>
 #include <QWidget>
 
+#include <functional>
+#include <memory>
 #include <vector>
 
 namespace platform::qt {
@@ -19,14 +20,19 @@ public:
 
     /// Presses a button of the innermost box.
     void Press(BoxAnswer answer);
-    QMessageBox* Dialog() const { return Dialogs.empty() ? nullptr : Dialogs.back(); }
+    QMessageBox* Dialog() const { return Dialogs.empty() ? nullptr : Dialogs.back().get(); }
+
+    std::function<void()> Opening;
+    /// Whether a person is typing at this moment, who can't have meant the box.
+    std::function<bool()> PersonIsTyping;
 
 protected:
     void Opened(OpenBox& box) override;
+    void Closed(OpenBox& box) override;
 
 private:
     QWidget& Window;
-    std::vector<QMessageBox*> Dialogs;
+    std::vector<std::unique_ptr<QMessageBox>> Dialogs;
 };
 
 } // namespace platform::qt

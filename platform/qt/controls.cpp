@@ -29,6 +29,14 @@ QString PageText(const Text& text) {
     return page;
 }
 
+/// Qt's own plain text has blanks for the blanks that don't break.
+QString PlainText(const QPlainTextEdit& page) {
+    QString text = page.document()->toRawText();
+    text.replace(QChar::ParagraphSeparator, QLatin1Char('\n'));
+    text.replace(QChar::LineSeparator, QLatin1Char('\n'));
+    return text;
+}
+
 Text FromPage(const QString& page) {
     QString text = page;
     text.replace(QLatin1Char('\n'), QStringLiteral("\r\n"));
@@ -75,6 +83,19 @@ void ReplaceIn(QLineEdit& line, const QString& text) {
         line.clear();
 }
 
+/// Tab moves on, and writes nothing where there is nowhere to go.
+class PageEdit final : public QPlainTextEdit {
+public:
+    using QPlainTextEdit::QPlainTextEdit;
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override {
+        if (event->key() == Qt::Key_Tab || event->key() == Qt::Key_Backtab)
+            return event->ignore();
+        QPlainTextEdit::keyPressEvent(event);
+    }
+};
+
 /// Up and down choose the item before or behind the one that the text equals, also where the text was typed.
 class Combo final : public QComboBox {
 public:
@@ -96,7 +117,7 @@ protected:
 // --- text ------------------------------------------------------------------------------------------------------------
 
 QtTextBox::QtTextBox(QWidget& form, device::Focus& focus, NativeFocus& native, const char* name)
-    : NativeFontControl(focus, native, name), Line(*new QLineEdit(&form)), Page(*new QPlainTextEdit(&form)) {
+    : NativeFontControl(focus, native, name), Line(*new QLineEdit(&form)), Page(*new PageEdit(&form)) {
     for (QWidget* widget : {static_cast<QWidget*>(&Line), static_cast<QWidget*>(&Page)}) {
         widget->setObjectName(QString::fromLatin1(name));
         widget->setStyleSheet(QString::fromLatin1(FieldStyle));
@@ -141,7 +162,7 @@ void QtTextBox::Fill() {
         const int place = Page.textCursor().position();
         Page.setPlainText(PageText(Value));
         QTextCursor cursor = Page.textCursor();
-        cursor.setPosition(std::min(place, static_cast<int>(Page.toPlainText().size())));
+        cursor.setPosition(std::min(place, static_cast<int>(PlainText(Page).size())));
         Page.setTextCursor(cursor);
     } else {
         const int place = Line.cursorPosition();
@@ -154,7 +175,7 @@ void QtTextBox::Fill() {
 void QtTextBox::Edited() {
     if (Filling)
         return;
-    const Text text = Lines ? FromPage(Page.toPlainText()) : FromQt(Line.text());
+    const Text text = Lines ? FromPage(PlainText(Page)) : FromQt(Line.text());
     if (text == Value)
         return;
     Value = text;
@@ -197,7 +218,7 @@ void QtTextBox::Select(std::int32_t position, std::int32_t length) {
 
 std::int32_t QtTextBox::Caret() const {
     if (Lines)
-        return std::min(TextPlace(Page.toPlainText(), Page.textCursor().selectionStart()),
+        return std::min(TextPlace(PlainText(Page), Page.textCursor().selectionStart()),
                         static_cast<std::int32_t>(Value.size()));
     return Line.hasSelectedText() ? Line.selectionStart() : Line.cursorPosition();
 }

@@ -63,7 +63,7 @@ GridWidget::GridWidget(QWidget& form, QtGrid& grid) : QWidget(&form), Of(grid), 
     Bar.setFocusPolicy(Qt::NoFocus);
     QObject::connect(&Bar, &QScrollBar::valueChanged, [this](int value) {
         if (!Following)
-            Of.SetTopRow(value);
+            Scroll(value - Of.TopRow());
     });
 }
 
@@ -150,6 +150,22 @@ void GridWidget::mouseDoubleClickEvent(QMouseEvent* event) {
     mousePressEvent(event); // two taps
 }
 
+/// A field that is open over a cell closes: the cell moves away under it.
+void GridWidget::Scroll(std::int32_t rows) {
+    const std::int32_t before = Of.TopRow();
+    Of.ScrollBy(rows);
+    if (Of.TopRow() != before && !Of.PressesNothing)
+        Of.SetFocus();
+}
+
+bool GridWidget::Withdraw() {
+    const bool was = IsPressed;
+    IsPressed = false;
+    Finger.reset();
+    Dragging = false;
+    return was;
+}
+
 /// A finger that was waited for may find the grid off or gone.
 void GridWidget::Press(QPoint place) {
     if (!Of.Enabled() || !Of.Visible())
@@ -189,7 +205,7 @@ void GridWidget::mouseMoveEvent(QMouseEvent* event) {
     Dragging = true;
     const int height = std::max(Of.RowHeight(Of.TopRow()), 1);
     const std::int32_t wanted = std::clamp(FingerTop - moved / height, 0, Of.LastTop());
-    Of.ScrollBy(wanted - Of.TopRow());
+    Scroll(wanted - Of.TopRow());
 }
 
 void GridWidget::mouseReleaseEvent(QMouseEvent* event) {
@@ -214,7 +230,7 @@ void GridWidget::wheelEvent(QWheelEvent* event) {
     WheelLeft += event->angleDelta().y();
     const int steps = WheelLeft / WheelStep;
     WheelLeft -= steps * WheelStep;
-    Of.ScrollBy(-steps * RowsOfAWheelStep);
+    Scroll(-steps * RowsOfAWheelStep);
     event->accept();
 }
 
@@ -264,7 +280,7 @@ void QtGrid::SetVisible(bool visible) {
 /// The widget itself stays enabled: Qt would take its focus away, and grey what the application has drawn.
 void QtGrid::SetEnabled(bool enabled) {
     DrawnGrid::SetEnabled(enabled);
-    Shown.setFocusPolicy(enabled ? Qt::StrongFocus : Qt::NoFocus);
+    Shown.setFocusPolicy(enabled && !PressesNothing ? Qt::StrongFocus : Qt::NoFocus);
 }
 
 void QtGrid::SetFocus() {

@@ -29,6 +29,8 @@ public:
     /// Where a cell stands, in pixels of the widget.
     QRect CellRect(std::int32_t row, std::int32_t col) const;
     QtGrid& Grid() const { return Of; }
+    /// The pointer that is down, if it is, presses nothing any more. Whether a cell was pressed.
+    bool Withdraw();
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -44,6 +46,7 @@ private:
     void PaintCell(QPainter& painter, std::int32_t row, std::int32_t col, const QRect& rect) const;
     void Press(QPoint place);
     void FollowScrollBar();
+    void Scroll(std::int32_t rows);
 
     QtGrid& Of;
     QScrollBar& Bar;

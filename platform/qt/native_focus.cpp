@@ -36,7 +36,7 @@ device::FocusTarget* NativeFocus::TargetOf(const QWidget* widget) const {
 }
 
 bool NativeFocus::TakesKeys(const QWidget* widget) const {
-    if (TargetOf(widget) == nullptr)
+    if (widget == &Surface)
         return true; // the form itself
     for (const Pair& pair : Pairs) {
         if (pair.Widget != nullptr && (pair.Widget == widget || pair.Widget->focusProxy() == widget))

@@ -27,8 +27,8 @@ public:
     /// The widget of a control that is on show; nothing when none is.
     QWidget* WidgetOf(const device::FocusTarget& target) const;
 
-    /// Whether the widget takes the keys of a control itself, and is no part of one that has a use of its own for them, as
-    /// the box for the year in a calendar has.
+    /// Whether the widget takes the keys of a control itself, and is no part of one that has a use of its own for them,
+    /// as the box for the year in a calendar has.
     bool TakesKeys(const QWidget* widget) const;
 
     /// Puts Qt's focus where the form's is.

@@ -54,14 +54,9 @@ void QtPump::Working() {
 }
 
 void QtPump::Watch(const std::vector<int>& descriptors) {
-    for (auto watched = Watched.begin(); watched != Watched.end();) {
-        if (std::find(descriptors.begin(), descriptors.end(), watched->first) != descriptors.end()) {
-            ++watched;
-            continue;
-        }
-        watched->second->setEnabled(false);
-        watched->second.release()->deleteLater(); // it may be the one that has just told
-        watched = Watched.erase(watched);
+    for (auto& [descriptor, notifier] : Watched) {
+        if (std::find(descriptors.begin(), descriptors.end(), descriptor) == descriptors.end())
+            notifier->setEnabled(false);
     }
     for (const int descriptor : descriptors) {
         auto& notifier = Watched[descriptor];
@@ -86,13 +81,13 @@ void QtPump::Woken() {
         Alarm.start(static_cast<int>(*time));
 }
 
-void QtPump::Breathe() {
+void QtPump::Breathe(Input input) {
     if (IsBreathing)
         return;
     IsBreathing = true;
-    const bool drop = Blocked && Blocked(); // whoever filters the input looks at Breathing
     QAbstractEventDispatcher::instance()->processEvents(
-        QEventLoop::ExcludeSocketNotifiers | (drop ? QEventLoop::AllEvents : QEventLoop::ExcludeUserInputEvents));
+        QEventLoop::ExcludeSocketNotifiers |
+        (input == Input::Too ? QEventLoop::AllEvents : QEventLoop::ExcludeUserInputEvents));
     IsBreathing = false;
     LastBreath = std::chrono::steady_clock::now();
 }

@@ -28,17 +28,17 @@ public:
     /// Ends the process at once: a handler may be deep inside of Qt, which can't be unwound.
     [[noreturn]] void Leave(const device::ProgramOver& over) override;
 
+    enum class Input { Waits, Too };
     /// Lets the window system have its way while a handler keeps the loop waiting: what is to be painted is painted,
-    /// but nothing is raised. What a person does meanwhile waits or, while the form takes no input, comes to nothing.
-    void Breathe();
+    /// but nothing is raised. What a person does meanwhile waits, or comes at once for who filters it and looks at
+    /// Breathing.
+    void Breathe(Input input = Input::Waits);
     bool Breathing() const { return IsBreathing; }
 
     /// A long operation goes on: to be called as often as one likes. From a tenth of a second on a person is told, by
     /// WorkShown, and the window breathes.
     void Working();
     std::function<void(bool)> WorkShown;
-    /// Whether the form takes no input, and it is to be dropped.
-    std::function<bool()> Blocked;
 
 private:
     using Moment = std::chrono::steady_clock::time_point;
@@ -50,7 +50,8 @@ private:
     std::function<int(const device::ProgramOver&)> Over;
     device::EventLoop* Loop = nullptr;
     QTimer Alarm;
-    std::map<int, std::unique_ptr<QSocketNotifier>> Watched; ///< by descriptor
+    /// By descriptor. One that is not wanted is off: the next one that bears its number may be.
+    std::map<int, std::unique_ptr<QSocketNotifier>> Watched;
     bool IsBreathing = false;
     bool IsLeaving = false;
     bool WorkIsShown = false;

@@ -89,6 +89,7 @@ void QtPlatform::WireEvents(device::Watcher& watcher) {
     grdMain.Pressed = frmQuorin::grdMain_Press;
     grdMain.Released = frmQuorin::grdMain_Release;
     grdTitle.PressesNothing = true;
+    grdTitle.SetEnabled(true); // no place for the focus to rest
     grdTitle.Released = frmQuorin::grdTitle_Release;
     grdTitle.GotFocus = frmQuorin::grdTitle_GotFocus;
     lstHoldMenu.LostFocus = frmQuorin::lstHoldMenu_LostFocus;
@@ -101,7 +102,7 @@ void QtPlatform::WireEvents(device::Watcher& watcher) {
     dteInputField.Closed = frmQuorin::dteInputField_Closed;
     lblStatus.Painted = [this, &watcher] { watcher.StatusShown(lblStatus.Caption()); };
     lblStatus.Hidden = [&watcher] { watcher.StatusHidden(); };
-    lblStatus.Hiding = [this] { PumpOfQt.Breathe(); }; // what was tapped under the strip comes to nothing
+    lblStatus.Hiding = [this] { PumpOfQt.Breathe(QtPump::Input::Too); }; // what was tapped under the strip is looked at
     // A field over a cell is called as its row is, a prompt's as its question.
     const auto name = [this] { return grdMain.Visible() ? grdMain.Cell(grdMain.Row(), 0) : grdTitle.Cell(0, 0); };
     txtInputField.NameForPeople = name;
@@ -118,9 +119,18 @@ void QtPlatform::WireEvents(device::Watcher& watcher) {
 }
 
 void QtPlatform::WireWindow() {
+    boxes.Opening = [this] {
+        // The release of what is pressed now goes to the box.
+        if (grdMain.Widget().Withdraw())
+            tmrHoldEvent.SetEnabled(false);
+        Held.clear();
+    };
+    boxes.PersonIsTyping = [this] {
+        constexpr auto Rest = std::chrono::milliseconds(500);
+        return std::chrono::steady_clock::now() - LastKey < Rest;
+    };
     window.CloseRequested = [this] { CloseWanted = true; };
     PumpOfQt.WorkShown = [this](bool working) { window.SetWorking(working); };
-    PumpOfQt.Blocked = [this] { return lblStatus.Visible(); };
     faults.Working = [this] { PumpOfQt.Working(); };
     fonts.Working = [this] { PumpOfQt.Working(); };
     window.KeyPressed = [this](std::int32_t code) {
@@ -184,12 +194,14 @@ void QtPlatform::TakeUpSize() {
 
 /// A soft keyboard that covers a part of the form.
 void QtPlatform::TakeUpKeyboard() {
-    const QRect covered = QGuiApplication::inputMethod()->keyboardRectangle().toRect();
+    const QRect covered = QGuiApplication::inputMethod()->keyboardRectangle().toRect(); // of the window
     QWidget& ground = window.Screen();
-    const QRect onForm(ground.mapFromGlobal(covered.topLeft()), covered.size());
-    const QRect part = onForm.intersected(ground.rect());
-    const std::int16_t state = part.isEmpty() ? 0 : -1;
-    frmQuorin::mykb_statechanged(state, part.left(), part.isEmpty() ? 0 : part.top(), part.width(), part.height());
+    const QRect part = QRect(ground.mapFrom(&window, covered.topLeft()), covered.size()).intersected(ground.rect());
+    const bool leavesRoom = part.height() < ground.height();
+    if (part.isEmpty() || !leavesRoom)
+        frmQuorin::mykb_statechanged(0, 0, 0, 0, 0);
+    else
+        frmQuorin::mykb_statechanged(-1, part.left(), part.top(), part.width(), part.height());
 }
 
 // --- keys ------------------------------------------------------------------------------------------------------------
@@ -209,43 +221,60 @@ bool QtPlatform::KeyGoesDown(std::int32_t code) {
     return false;
 }
 
-/// What a person does in the middle of an operation that has turned the form off comes to nothing.
-bool QtPlatform::IsDropped(const QObject& object, const QEvent& event) const {
+/// Taps on what is off come to nothing, and so do keys that would act on it. What was begun before comes to its end
+/// later, and so does what is typed into a field.
+QtPlatform::Fate QtPlatform::FateOf(const QObject& object, const QEvent& event) const {
+    if (!PumpOfQt.Breathing() || !object.isWidgetType())
+        return Fate::Passes;
+    const device::FocusTarget* const target = native.TargetOf(static_cast<const QWidget*>(&object));
+    const bool isField = target != nullptr && target != &grdMain && target != &grdTitle;
     switch (event.type()) {
-    case QEvent::MouseButtonPress:
     case QEvent::MouseButtonRelease:
+    case QEvent::KeyRelease:
+        return Fate::Postponed;
+    case QEvent::MouseButtonPress:
     case QEvent::MouseButtonDblClick:
+    case QEvent::KeyPress:
+        return isField ? Fate::Postponed : Fate::Dropped;
     case QEvent::Wheel:
     case QEvent::TouchBegin:
-    case QEvent::KeyPress:
-    case QEvent::KeyRelease:
-    case QEvent::Shortcut:
     case QEvent::ShortcutOverride:
-        return PumpOfQt.Breathing() && object.isWidgetType();
+        return Fate::Dropped;
     default:
-        return false;
+        return Fate::Passes;
     }
 }
 
 bool QtPlatform::eventFilter(QObject* object, QEvent* event) {
-    if (IsDropped(*object, *event))
+    const Fate fate = FateOf(*object, *event);
+    if (fate == Fate::Postponed)
+        QCoreApplication::postEvent(object, event->clone());
+    if (fate != Fate::Passes)
         return true;
+    if (event->type() == QEvent::WindowDeactivate && object == &window)
+        Held.clear(); // their releases go elsewhere
     const bool isKey = event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease;
     if (!isKey || Delivering || !object->isWidgetType())
         return false;
     const auto* const widget = static_cast<QWidget*>(object);
-    const QWidget* const first = window.focusWidget() != nullptr ? window.focusWidget() : &window;
-    if (widget->window() != &window || widget != first || !native.TakesKeys(widget) || boxes.Current() != nullptr)
-        return false; // another window's, or the same key on its way up
+    if (widget->window() != &window || boxes.Current() != nullptr)
+        return false;
     auto& key = *static_cast<QKeyEvent*>(event);
-    if (event->type() == QEvent::KeyPress)
-        return TakeKeyPress(key);
-    auto code = CodeOf(key, KeysOfDevice);
-    if (code == Qt::Key_Space && SpaceSelects)
-        code = SelectKey;
-    if (code && !key.isAutoRepeat())
-        device::KeyUp(*code);
-    return false;
+    if (event->type() == QEvent::KeyRelease)
+        return TakeKeyRelease(key);
+    // The first widget that the key comes to, and not those that it climbs to when that has no use for it.
+    return widget == window.focusWidget() && native.TakesKeys(widget) && TakeKeyPress(key);
+}
+
+/// Each press has one release. One whose press went to a menu or a box is theirs.
+bool QtPlatform::TakeKeyRelease(const QKeyEvent& event) {
+    const auto held = Held.find(event.key());
+    if (held == Held.end() || event.isAutoRepeat())
+        return false;
+    const std::int32_t code = held->second;
+    Held.erase(held);
+    device::KeyUp(code);
+    return true;
 }
 
 /// Whether the key is dealt with.
@@ -254,9 +283,10 @@ bool QtPlatform::TakeKeyPress(QKeyEvent& event) {
     if (!code)
         return false;
     device::FocusTarget& taker = KeyTaker();
-    SpaceSelects = code == Qt::Key_Space && &taker == &grdMain && !modPDAUI::AnyInputFieldVisible();
-    if (SpaceSelects)
+    if (code == Qt::Key_Space && &taker == &grdMain && !modPDAUI::AnyInputFieldVisible())
         code = SelectKey;
+    Held[event.key()] = *code;
+    LastKey = std::chrono::steady_clock::now();
     if (!KeyGoesDown(*code) || &KeyTaker() != &taker)
         return true;
     if (focus.Holder() != nullptr)

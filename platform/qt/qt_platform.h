@@ -13,6 +13,9 @@
 
 #include <QObject>
 
+#include <chrono>
+#include <map>
+
 namespace platform::qt {
 
 /// What a window adds to the options of a device.
@@ -89,7 +92,10 @@ private:
     void TakeUpSize();
     void TakeUpKeyboard();
 
-    bool IsDropped(const QObject& object, const QEvent& event) const;
+    /// What becomes of an event of a person while the form is off.
+    enum class Fate { Passes, Dropped, Postponed };
+    Fate FateOf(const QObject& object, const QEvent& event) const;
+    bool TakeKeyRelease(const QKeyEvent& event);
     device::FocusTarget& KeyTaker();
     /// Key down. Whether the control is left to act on it.
     bool KeyGoesDown(std::int32_t code);
@@ -105,8 +111,9 @@ private:
     bool SizeChanged = false;
     bool KeyboardChanged = false;
     bool CloseWanted = false;
-    bool Delivering = false;   ///< a key goes to a control: the form has had it
-    bool SpaceSelects = false; ///< the space bar went down as the select key
+    bool Delivering = false;          ///< a key goes to a control: the form has had it
+    std::map<int, std::int32_t> Held; ///< keys of the keyboard that went down on the form, and what they stand for
+    std::chrono::steady_clock::time_point LastKey; ///< when one last did
 };
 
 } // namespace platform::qt

@@ -128,7 +128,29 @@ void Window::HoldSize() {
 
 void Window::LetSize() {
     Ground->setMinimumSize(SmallestForm.boundedTo(Ground->sizeHint()));
+    IsOneLine = true;
+    for (QLabel* const label : {Link, Alarm}) {
+        label->setWordWrap(false);
+        label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+        label->setFixedHeight(label->fontMetrics().height() + 2 * label->margin());
+    }
+    QSizePolicy kept = Alarm->sizePolicy();
+    kept.setRetainSizeWhenHidden(true);
+    Alarm->setSizePolicy(kept);
     resize(layout()->totalSizeHint());
+    ShowState();
+}
+
+void Window::Put(QLabel& label, const QString& text) {
+    const int room = width() - 2 * label.margin();
+    label.setText(IsOneLine ? label.fontMetrics().elidedText(text, Qt::ElideRight, room) : text);
+    label.setToolTip(label.text() == text ? QString() : text);
+    label.setAccessibleName(text);
+}
+
+void Window::resizeEvent(QResizeEvent*) {
+    ShowState();
+    Put(*Alarm, WarningText);
 }
 
 void Window::SetLinkLine(const QString& text, bool alive) {
@@ -138,17 +160,18 @@ void Window::SetLinkLine(const QString& text, bool alive) {
 }
 
 void Window::ShowState() {
-    Link->setText(IsWorking ? QStringLiteral("Working…") : LinkText);
-    Link->setAccessibleName(Link->text());
+    Put(*Link, IsWorking ? QStringLiteral("Working…") : LinkText);
+    const bool isDark = palette().color(QPalette::Window).lightness() < 128;
+    const QString alive = isDark ? QStringLiteral("color: #80e080;") : QStringLiteral("color: #006400;");
     if (IsWorking)
         Link->setStyleSheet(QStringLiteral("background: #ffd54f; color: black;"));
     else
-        Link->setStyleSheet(IsAlive ? QStringLiteral("color: #006400;") : QString());
+        Link->setStyleSheet(IsAlive ? alive : QString());
 }
 
 void Window::SetWarning(const QString& text) {
-    Alarm->setText(text);
-    Alarm->setAccessibleName(text);
+    WarningText = text;
+    Put(*Alarm, text);
     Alarm->setVisible(!text.isEmpty());
 }
 

@@ -52,7 +52,8 @@ public:
     void ShowKeys(const std::vector<common::DeviceKey>& keys);
     /// The window has the size that its parts need, and no other one.
     void HoldSize();
-    /// The window may be resized.
+    /// The window may be resized. The status area keeps its height then, or the form would change its own with each
+    /// text.
     void LetSize();
 
     /// The status area: the state of the link, and what a person must know of; an empty text shows nothing.
@@ -62,7 +63,7 @@ public:
     /// A long operation goes on, or has come to its end.
     void SetWorking(bool working);
     QString LinkLine() const { return LinkText; }
-    QString Warning() const { return Alarm->text(); }
+    QString Warning() const { return WarningText; }
 
     std::function<void()> CloseRequested;
     std::function<void(std::int32_t code)> KeyPressed; ///< of the strip
@@ -70,11 +71,13 @@ public:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
     bool eventFilter(QObject* object, QEvent* event) override;
 
 private:
     int Pixels(int ofScreen) const { return std::max(1, static_cast<int>(ofScreen / Scale + 0.5)); }
     QLabel* StatusLabel(const char* name);
+    void Put(QLabel& label, const QString& text);
     void ShowState();
     int KeysInARow(const std::vector<common::DeviceKey>& keys, const QFontMetrics& metrics) const;
 
@@ -87,6 +90,8 @@ private:
     QLabel* Alarm;
     double Scale;
     QString LinkText;
+    QString WarningText;
+    bool IsOneLine = false; ///< what has no room is cut, and told by a tip
     bool IsAlive = false;
     bool IsWorking = false;
 };

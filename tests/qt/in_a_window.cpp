@@ -19,6 +19,7 @@ DeviceOptions OnFolder(DeviceOptions options, const support::TemporaryFolder& fo
 
 platform::qt::WindowOptions LooksOf(const DeviceOptions& options, Looks looks, platform::FontServer& fixed) {
     platform::qt::WindowOptions window;
+    window.Scale = looks.Scale;
     if (!looks.RealFonts) {
         window.Fonts = &fixed;
         window.ScrollBarWidth = platform::headless::HeadlessScrollBar().Width();

@@ -22,6 +22,7 @@ using platform::device::DeviceOptions;
 
 struct Looks {
     bool RealFonts = false; ///< the window's own instead of those of fixed sizes
+    double Scale = 1;       ///< which the application has been made with
 };
 
 class WindowDevice final : platform::device::CommandSource {
