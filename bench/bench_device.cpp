@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: MIT
+#include "bench_device.h"
+
+#include "app/start_up.h"
+#include "ratio.h"
+
+namespace bench {
+
+namespace {
+
+platform::device::DeviceOptions OptionsFor(const std::string& root, const std::string& port) {
+    platform::device::DeviceOptions options;
+    options.Root = root;
+    options.StartMoment = *platform::device::MomentFromText("2007-03-05T09:30:00");
+    if (!port.empty())
+        options.Ports.Pinned[1] = port;
+    return options;
+}
+
+} // namespace
+
+BenchDevice::BenchDevice(const std::string& root, const std::string& port)
+    : Platform(OptionsFor(root, port), *this, *this) {
+    Platform.StartProgram();
+}
+
+BenchDevice::~BenchDevice() {
+    modQuorin::ResetModules();
+}
+
+void BenchDevice::BoxOpened(const Text& text, platform::BoxButtons, platform::BoxIcon, const Text&) {
+    Fail("a message box: " + modStringTools::ToBytes(text));
+}
+
+void BenchDevice::WritingFailed(const Text& name, platform::ErrorNumber error) {
+    Fail("can't write " + modStringTools::ToBytes(name) + ": " + modStringTools::ToBytes(platform::ErrorText(error)));
+}
+
+} // namespace bench

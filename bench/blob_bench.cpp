@@ -1,0 +1,216 @@
+// SPDX-License-Identifier: MIT
+// Framing and decoding of what instruments send, against readers that know less.
+#include "blob/decoding.h"
+#include "blob/framing.h"
+#include "blob_readers.h"
+#include "inputs.h"
+#include "processes.h"
+#include "ratio.h"
+
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <memory>
+#include <valgrind/callgrind.h>
+
+namespace bench {
+
+namespace {
+
+constexpr std::int64_t Blobs = 100000;
+constexpr std::int64_t CountedBlobs = 10000; ///< while each instruction is counted
+constexpr std::size_t ChunkSize = 64;
+constexpr std::int64_t NoiseBytes = 10000000;
+
+/// The product's side: what comes is handed over, and each result is taken up.
+void HandOver(const Text& text, Found& found) {
+    if (!modBLob::ExtractBlobs(text))
+        return;
+    while (modBLob::NextResult()) {
+        const modBLob::DecoderState& result = modBLob::Decoder;
+        ++found.Values;
+        found.Characters += static_cast<std::int64_t>(result.ResultTypes.front().size() + result.ResultValue.size() +
+                                                      result.ResultUnit.size());
+    }
+}
+
+void Forget() {
+    modBLob::Framing = {};
+    modBLob::Decoder = {};
+}
+
+void MustBeSame(const Found& product, const Found& other) {
+    MustAgree("results", product.Values, other.Values);
+    MustAgree("characters of results", product.Characters, other.Characters);
+}
+
+double InOneBatch(const Text& text, const Found& expected) {
+    Forget();
+    Found found;
+    const double taken = Seconds([&] { HandOver(text, found); });
+    MustBeSame(found, expected);
+    return taken;
+}
+
+double InChunks(const std::vector<Text>& chunks, const Found& expected) {
+    Forget();
+    Found found;
+    const double taken = Seconds([&] {
+        for (const Text& chunk : chunks)
+            HandOver(chunk, found);
+    });
+    MustBeSame(found, expected);
+    return taken;
+}
+
+using Reader = std::vector<Reading> (*)(std::string_view);
+
+double ByReader(Reader reader, const std::string& stream, const Found& expected) {
+    std::vector<Reading> readings;
+    const double taken = Seconds([&] { readings = reader(stream); });
+    MustBeSame(expected, FoundIn(readings));
+    return taken;
+}
+
+/// A stream as the instrument sends it, and as the serial port hands it over.
+struct Streams {
+    explicit Streams(std::int64_t blobs)
+        : Bytes(Stream(blobs)), Characters(modStringTools::FromBytes(Bytes)), Expected(FoundIn(SplitByHand(Bytes))) {
+        MustAgree("BLobs", Expected.Values, blobs);
+    }
+    std::string Bytes;
+    Text Characters;
+    Found Expected;
+};
+
+Sides AgainstReader(Reader reader, bool withTenth) {
+    const auto whole = std::make_shared<Streams>(Blobs);
+    Sides sides = {[whole] { return InOneBatch(whole->Characters, whole->Expected); },
+                   [whole, reader] { return ByReader(reader, whole->Bytes, whole->Expected); }};
+    if (withTenth)
+        sides.Tenth = [tenth = std::make_shared<Streams>(Blobs / 10)] {
+            return InOneBatch(tenth->Characters, tenth->Expected);
+        };
+    sides.Note = [whole] { return std::to_string(whole->Bytes.size()) + " bytes"; };
+    return sides;
+}
+
+Sides AgainstHand(const std::string&) {
+    return AgainstReader(SplitByHand, true);
+}
+
+Sides AgainstSevenPatterns(const std::string&) {
+    return AgainstReader(MatchInTurn, false);
+}
+
+Sides AgainstOnePattern(const std::string&) {
+    return AgainstReader(MatchOnce, false);
+}
+
+/// Pieces of so many characters; one more where a CR would be parted from its LF, since what hands text over does so by
+/// whole lines, and a pair that is parted between two BLobs costs the second one.
+std::vector<Text> Chunks(const Text& text) {
+    std::vector<Text> chunks;
+    for (std::size_t start = 0; start < text.size(); start += chunks.back().size()) {
+        const std::size_t end = start + ChunkSize;
+        const bool parts = end < text.size() && text[end] == u'\n';
+        chunks.push_back(text.substr(start, ChunkSize + (parts ? 1 : 0)));
+    }
+    return chunks;
+}
+
+Sides Chunked(const std::string&) {
+    const auto whole = std::make_shared<Streams>(Blobs);
+    const auto tenth = std::make_shared<Streams>(Blobs / 10);
+    return {[whole, chunks = Chunks(whole->Characters)] { return InChunks(chunks, whole->Expected); },
+            [whole] { return InOneBatch(whole->Characters, whole->Expected); },
+            [tenth, chunks = Chunks(tenth->Characters)] { return InChunks(chunks, tenth->Expected); }};
+}
+
+/// One BLob behind so much noise: the noise stands in the buffer before and afterwards.
+double BehindNoise(const std::string& noise, const std::string& blob) {
+    Forget();
+    modBLob::Decoder.ConnectedID = u"QI-0001";
+    modBLob::ExtractBlobs(modStringTools::FromBytes(noise));
+    const std::size_t before = modBLob::Framing.BlobBuffer.size();
+    const Text text = modStringTools::FromBytes(blob);
+    std::int64_t calls = 0;
+    Found found;
+    const double taken = SecondsOfOne([&] {
+        HandOver(text, found);
+        ++calls;
+    });
+    MustAgree("BLobs behind noise", found.Values, calls);
+    MustAgree("characters of noise", static_cast<std::int64_t>(modBLob::Framing.BlobBuffer.size()),
+              static_cast<std::int64_t>(before));
+    return taken;
+}
+
+Sides Noisy(const std::string&) {
+    Generator generator(Seed);
+    const std::string blob = OneBlob(generator);
+    const auto noise = std::make_shared<std::string>(Noise(NoiseBytes));
+    const auto pass = [noise] { Keep(std::memchr(noise->data(), '[', noise->size())); };
+    return {[noise, blob] { return BehindNoise(*noise, blob); }, [pass] { return SecondsOfOne(pass); },
+            [tenth = Noise(NoiseBytes / 10), blob] { return BehindNoise(tenth, blob); }};
+}
+
+// --- Instructions: the program runs itself under the counter, which looks at the work alone
+
+constexpr const char* CountMode = "--count";
+
+int CountMyself(const char* side) {
+    const Streams streams(CountedBlobs);
+    Forget();
+    Found found;
+    if (std::strcmp(side, "product") == 0) {
+        CALLGRIND_TOGGLE_COLLECT;
+        HandOver(streams.Characters, found);
+        CALLGRIND_TOGGLE_COLLECT;
+    } else {
+        CALLGRIND_TOGGLE_COLLECT;
+        const std::vector<Reading> readings = SplitByHand(streams.Bytes);
+        CALLGRIND_TOGGLE_COLLECT;
+        found = FoundIn(readings);
+    }
+    MustBeSame(found, streams.Expected);
+    return 0;
+}
+
+double InstructionsPerByte(const std::string& folder, const std::string& side) {
+    const std::string file = folder + "/instructions-" + side;
+    SecondsOf({"valgrind", "-q", "--tool=callgrind", "--collect-atstart=no", "--callgrind-out-file=" + file,
+               Beside("bench_blob"), CountMode, side});
+    std::ifstream in(file);
+    std::string line;
+    while (std::getline(in, line))
+        if (line.rfind("totals: ", 0) == 0)
+            return std::stod(line.substr(8)) / static_cast<double>(Stream(CountedBlobs).size());
+    Fail("no count of instructions in " + file);
+}
+
+Sides Instructions(const std::string& folder) {
+    return {[folder] { return InstructionsPerByte(folder, "product"); },
+            [folder] { return InstructionsPerByte(folder, "splitter"); }};
+}
+
+} // namespace
+
+} // namespace bench
+
+int main(int count, char** words) {
+    using namespace bench;
+    if (count == 3 && std::strcmp(words[1], CountMode) == 0)
+        return CountMyself(words[2]);
+    constexpr const char* Batch = "10^5 BLobs in one batch: framing, decoding, NextResult";
+    return Main(count, words,
+                {{Batch, "hand-written splitter without the dialect", {5}, AgainstHand},
+                 {Batch, "RE2, seven patterns tried in turn", {0.15}, AgainstSevenPatterns},
+                 {Batch, "RE2, one general pattern a line", {0.7}, AgainstOnePattern},
+                 {"10^5 BLobs in chunks of 64 bytes", "the one batch", {2}, Chunked},
+                 {"one BLob behind 10 MB of noise in the buffer", "one memchr pass over 10 MB", {3}, Noisy},
+                 {"instructions per byte of the decode, by callgrind",
+                  "the splitter's",
+                  {40, false, Figure::Product, "instructions/byte"},
+                  Instructions}});
+}

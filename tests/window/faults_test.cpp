@@ -1,0 +1,324 @@
+// SPDX-License-Identifier: MIT
+// What the real window does when something is missing, full, read-only or mad.
+#include "tests/apps/running_instrument.h"
+#include "tests/window/running_window.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <csignal>
+#include <fcntl.h>
+#include <filesystem>
+#include <poll.h>
+#include <random>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <termios.h>
+#include <unistd.h>
+
+namespace live {
+namespace {
+
+using instrument::RunningInstrument;
+using testing::HasSubstr;
+using testing::MatchesRegex;
+using Words = std::vector<std::string>;
+
+constexpr const char* NoDisplay =
+    "quorin: there is no display to open a window on; quorin-console runs on a terminal\n";
+constexpr QRgb TitleBlue = 0x0000FF;
+constexpr QRgb FrameGreen = 0x00FF00;
+constexpr QRgb WarningRed = 0xB00020;
+constexpr QRgb White = 0xFFFFFF;
+
+TEST(WithoutADisplay, EndsWithTwoAndNamesTheOtherProgram) {
+    const Folder home;
+    RunningWindow window(nullptr, home);
+    EXPECT_EQ(window.Process().ExitStatus(), 2);
+    EXPECT_EQ(window.Process().Errors(), NoDisplay);
+    EXPECT_EQ(window.Process().Output(), "");
+    EXPECT_FALSE(std::filesystem::exists(home.Path("data"))) << "it leaves no folder";
+}
+
+TEST(WithoutADisplay, EndsWithTwoAlsoWhenTheOneThatIsNamedDoesNotAnswer) {
+    const Folder home;
+    Child::Setting setting;
+    setting.Environment = {{"DISPLAY", ":4711"}};
+    RunningWindow window(nullptr, home, {}, setting);
+    EXPECT_EQ(window.Process().ExitStatus(), 2);
+    EXPECT_EQ(window.Process().Errors(), NoDisplay);
+}
+
+class WithoutAWindow : public testing::TestWithParam<const char*> {};
+
+TEST_P(WithoutAWindow, SaysWhatItWasAskedAndEndsWithNothing) {
+    const Folder home;
+    RunningWindow window(nullptr, home, {GetParam()});
+    EXPECT_EQ(window.Process().ExitStatus(), 0);
+    EXPECT_NE(window.Process().Output(), "");
+    EXPECT_EQ(window.Process().Errors(), "");
+    EXPECT_FALSE(std::filesystem::exists(home.Path("data")));
+}
+
+INSTANTIATE_TEST_SUITE_P(Options, WithoutAWindow, testing::Values("--help", "--version", "--ports"));
+
+TEST(PortList, TellsWhatAPinnedPortIs) {
+    const Folder home;
+    RunningWindow window(nullptr, home, {"--ports", "--port", "3=/nowhere/adapter"});
+    EXPECT_EQ(window.Process().ExitStatus(), 0);
+    EXPECT_THAT(window.Process().Output(), HasSubstr("Com3"));
+    EXPECT_THAT(window.Process().Output(), HasSubstr("/nowhere/adapter"));
+}
+
+// --- with a window ---------------------------------------------------------------------------------------------------
+
+constexpr QRgb PlaceColour = 0xFFE0C0; // each row has one of its own, by which it is found on the screen
+constexpr QRgb MoistureColour = 0xE0FFC0;
+constexpr const char* Table = "FIELDNAME|VISIBLE|COPY|BLOB|DISPLAY|CSVNAME|DATATYPE|FORMULA\n"
+                              "Place|1||Level|12640511|||\nMoisture|1||Moisture|12648416|||\n";
+
+/// A driver, and a download of it.
+class WindowFaults : public testing::Test {
+protected:
+    static void SetUpTestSuite() { Screen = std::make_unique<Desktop>(); }
+    static void TearDownTestSuite() { Screen.reset(); }
+    void TearDown() override {
+        const char* const folder = std::getenv("QUORIN_PICTURES");
+        if (HasFailure() && folder != nullptr)
+            Screen->Picture().save(QString::fromUtf8(folder) + "/failed.png");
+    }
+    WindowFaults() {
+        Home.Put("root/Quorin/drivers.txt", "NAME|INFFILE\nMeter|meter.txt\n");
+        Home.Put("root/Quorin/meter.txt", Table);
+        Home.Put("root/Quorin/qrnctrl.txt", "DRIVER|FILE|DATE|ALIAS\nMeter|qrn0001.txt|20070301|\n");
+        Home.Put("root/Quorin/qrn0001.txt", "Place|Moisture\n|\n");
+        Home.Put("root/settings.ini", "[Settings]\nComPort=Com1\n");
+    }
+
+    void Start(const Child::Setting& setting = {}) {
+        Window.emplace(Screen.get(), Home, Words{"--root", Home.Path("root"), "--port", "1=" + Home.Path("line")},
+                       setting);
+    }
+    /// Does something that brings another screen, and waits for that.
+    void GoOn(const std::function<void()>& step) {
+        const QImage before = Screen->Picture();
+        step();
+        EXPECT_TRUE(Window->Changes(Window->Find(TitleBlue), before));
+    }
+    void ShowDownloads() {
+        GoOn([&] { Window->Choose("F1", "s"); });
+        GoOn([&] { Window->Choose("F1", "o"); });
+    }
+    void OpenRecord() {
+        ShowDownloads();
+        Window->Choose("F1", "o");
+        Window->Find(MoistureColour);
+    }
+    /// The value beside the name that has a row's colour.
+    QRect Cell(QRgb colour) {
+        const QRect row = Window->Find(colour);
+        const QRect line = Window->Find(TitleBlue);
+        return {line.center().x() + 4, row.top() + 2, line.width() / 2 - 32, row.height() - 4};
+    }
+    bool Fills(QRgb colour) {
+        return Eventually([&] {
+            const QRect cell = Cell(colour); // a result brings its row to the top
+            return Ink(Screen->Picture(), cell) > 0;
+        });
+    }
+
+    static std::unique_ptr<Desktop> Screen;
+    Folder Home;
+    std::optional<RunningWindow> Window;
+};
+
+std::unique_ptr<Desktop> WindowFaults::Screen;
+
+TEST_F(WindowFaults, ASecondInstanceOnOneRootNamesTheFirstAndEndsWithTwo) {
+    Start();
+    RunningWindow second(nullptr, Home, {"--root", Home.Path("root")}, {{{"DISPLAY", Screen->Display()}}, nullptr});
+    EXPECT_EQ(second.Process().ExitStatus(), 2);
+    EXPECT_EQ(second.Process().Errors(), "quorin: " + Home.Path("root") + " is in use by quorin " +
+                                             std::to_string(Window->Process().Id()) +
+                                             "; one program at a time works on a root folder\n");
+    EXPECT_FALSE(Window->Process().HasEnded());
+}
+
+TEST_F(WindowFaults, AReadOnlyRootIsShownAllTheSame) {
+    constexpr unsigned Nobody = 65534;
+    for (const char* name : {"root/Quorin", "root", ""})
+        std::filesystem::permissions(Home.Path(name), std::filesystem::perms(0555));
+    Child::Setting setting;
+    if (::geteuid() == 0)
+        setting.BeforeStart = [] {
+            if (::setgid(Nobody) != 0 || ::setuid(Nobody) != 0)
+                ::_exit(126);
+        };
+    setting.Environment = {{"XDG_RUNTIME_DIR", ""}};
+    Start(setting);
+    if (Window->Process().HasEnded() && Window->Process().ExitStatus() >= 126)
+        GTEST_SKIP() << "no other user can run the program here";
+    GoOn([&] { Window->Choose("F1", "s"); });
+    EXPECT_GT(Ink(Screen->Picture(), Window->Find(FrameGreen).adjusted(2, 2, -2, -2)), 0) << "the driver's name";
+    for (const char* name : {"", "root", "root/Quorin"})
+        std::filesystem::permissions(Home.Path(name), std::filesystem::perms(0755));
+}
+
+TEST_F(WindowFaults, ARecordThatCanNotBeSavedIsToldAndLeavesTheFileAsItWas) {
+    std::string content = "Place|Moisture\n";
+    for (int i = 0; content.size() < 20000; ++i)
+        content += "place " + std::to_string(i) + "|\n";
+    Home.Put("root/Quorin/qrn0001.txt", content);
+    Child::Setting setting;
+    setting.BeforeStart = [] { // no file of its may grow beyond this
+        constexpr rlimit Limit{16000, 16000};
+        ::signal(SIGXFSZ, SIG_IGN);
+        ::setrlimit(RLIMIT_FSIZE, &Limit);
+    };
+    Start(setting);
+    OpenRecord();
+    Screen->Click(Cell(MoistureColour).center());
+    EXPECT_TRUE(Eventually([&] { return !BoxOf(Screen->Picture().copy(Cell(MoistureColour)), White).isEmpty(); }));
+    Screen->Type("12");
+    EXPECT_TRUE(Fills(MoistureColour));
+    EXPECT_TRUE(BoxOf(Screen->Picture(), WarningRed).isEmpty());
+    EXPECT_TRUE(Window->MenuOpens("F1"));
+    Screen->Press("c");
+    EXPECT_GT(Ink(Screen->Picture(), Window->Find(WarningRed)), 0);
+    EXPECT_TRUE(Window->Asks());
+    Screen->Press("Return");
+    EXPECT_EQ(Window->Process().ExitStatus(), 1);
+    EXPECT_THAT(Window->Process().Errors(),
+                MatchesRegex("quorin: not saved: .*\\.txt could not be written, the disk is "
+                             "full\nquorin: Can't write .*\\.txt: the disk is full\n"));
+    EXPECT_EQ(Home.Bytes("root/Quorin/qrn0001.txt"), content);
+}
+
+TEST_F(WindowFaults, ARunTimeFailureIsShownAndEndsWithOne) {
+    Start();
+    ShowDownloads();
+    Home.Put("root/Quorin/meter.txt", "FIELDNAME|VISIBLE|COPY|BLOB|DISPLAY|CSVNAME|DATATYPE|FORMULA\n");
+    EXPECT_TRUE(Window->MenuOpens("F1"));
+    Screen->Press("o");
+    EXPECT_TRUE(Window->Asks());
+    EXPECT_FALSE(Window->Process().HasEnded());
+    Screen->Press("Return");
+    EXPECT_EQ(Window->Process().ExitStatus(), 1);
+    EXPECT_EQ(Window->Process().Errors(), "quorin: The inf table meter.txt has no rows\n");
+}
+
+TEST_F(WindowFaults, ASignalEndsTheProgramInGoodOrder) {
+    Start();
+    OpenRecord();
+    Window->Process().Signal(SIGTERM);
+    EXPECT_EQ(Window->Process().ExitStatus(), 0);
+    EXPECT_EQ(Window->Process().Errors(), "");
+    RunningWindow next(Screen.get(), Home, {"--root", Home.Path("root")}); // the root is free again
+    EXPECT_FALSE(next.Process().HasEnded());
+}
+
+TEST_F(WindowFaults, NobodyElseCanReadWhatItKeeps) {
+    Window.emplace(Screen.get(), Home);
+    GoOn([&] { Window->Choose("F2", "p"); });
+    Screen->Click(Window->Find(FrameGreen).center()); // Zoom
+    EXPECT_TRUE(
+        Eventually([&] { return Home.Bytes("config/quorin/settings.ini").find("FONTSIZE=") != std::string::npos; }));
+    for (const char* name : {"data", "data/quorin", "config", "config/quorin"}) {
+        struct stat found {};
+        ASSERT_EQ(::stat(Home.Path(name).c_str(), &found), 0) << name;
+        EXPECT_EQ(found.st_mode & 0777, 0700U) << name;
+    }
+}
+
+TEST_F(WindowFaults, EscTakesAMenuAwayAndNothingElse) {
+    Start();
+    OpenRecord();
+    EXPECT_TRUE(Window->MenuOpens("F1"));
+    Screen->Press("Escape");
+    EXPECT_TRUE(Eventually([&] { return Screen->Windows().size() == 1; }));
+    const QImage before = Screen->Picture();
+    EXPECT_TRUE(Window->MenuOpens("F2")); // whatever comes of the key has come by now
+    Screen->Click({512, 560});
+    EXPECT_TRUE(Eventually([&] { return Screen->Windows().size() == 1; }));
+    EXPECT_FALSE(BoxOf(Screen->Picture(), MoistureColour).isEmpty()) << "it has gone back";
+}
+
+// --- the line --------------------------------------------------------------------------------------------------------
+
+std::string Result(const std::string& type) {
+    return "[BLob]\r\n[CONNECT \"QI-1\"]\r\n[/BLob]\r\n[BLob]\r\n[ORIGIN \"QI-1\"]\r\n[RESULT_TYPE \"" + type +
+           "\"]\r\n[RESULT_VALUE \"1\"]\r\n[RESULT_UNIT \"%\"]\r\n[/BLob]\r\n";
+}
+
+TEST_F(WindowFaults, AnInstrumentThatGoesAndComesBackIsTakenUpByItself) {
+    const Words arguments = {"--link", Home.Path("line"), "--fast", Home.Path("records")};
+    Home.Put("records", Result("Moisture"));
+    auto first = std::make_unique<RunningInstrument>(arguments);
+    Start();
+    OpenRecord();
+    EXPECT_TRUE(Fills(MoistureColour));
+    const QRect headline = Window->Find(TitleBlue);
+    const QImage before = Screen->Picture();
+    first.reset();
+    ::unlink(Home.Path("line").c_str()); // as an adapter's name goes with it
+    EXPECT_TRUE(Window->Changes(headline, before)) << "it tells that the link is down";
+
+    const double busy = Window->Process().ProcessorSeconds();
+    ::usleep(2'000'000);
+    EXPECT_LT(Window->Process().ProcessorSeconds() - busy, 0.2);
+
+    Home.Put("records", Result("Level"));
+    RunningInstrument second(arguments);
+    EXPECT_TRUE(Fills(PlaceColour));
+    EXPECT_EQ(Screen->Windows().size(), 1U) << "no dialog";
+}
+
+/// Writes rubbish to a pseudo terminal as fast as it is taken.
+class Garbage {
+public:
+    explicit Garbage(const std::string& link) : Master(::posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC)) {
+        ::grantpt(Master);
+        ::unlockpt(Master);
+        termios line{};
+        ::tcgetattr(Master, &line);
+        ::cfmakeraw(&line);
+        ::tcsetattr(Master, TCSANOW, &line);
+        std::filesystem::create_symlink(::ptsname(Master), link);
+        Writer.emplace(Words{"cat", "/dev/urandom"}, Child::Setting{{}, [this] { ::dup2(Master, STDOUT_FILENO); }});
+    }
+    ~Garbage() { ::close(Master); }
+
+private:
+    int Master;
+    std::optional<Child> Writer;
+};
+
+TEST_F(WindowFaults, RubbishAtFullSpeedLeavesTheWindowResponsive) {
+    using Clock = std::chrono::steady_clock;
+    Garbage line(Home.Path("line"));
+    Start();
+    OpenRecord();
+    const auto end = Clock::now() + std::chrono::seconds(10);
+    std::vector<std::int64_t> waits;
+    long early = 0;
+    while (Clock::now() < end) {
+        const auto start = Clock::now();
+        ASSERT_TRUE(Window->MenuOpens("F1"));
+        waits.push_back(std::chrono::duration_cast<std::chrono::milliseconds>(Clock::now() - start).count());
+        Screen->Click({512, 560}); // beside the menu
+        ASSERT_TRUE(Eventually([&] { return Screen->Windows().size() == 1; }));
+        if (early == 0)
+            early = Window->Process().MemoryKilobytes();
+    }
+    const long late = Window->Process().MemoryKilobytes();
+    std::sort(waits.begin(), waits.end());
+    EXPECT_LT(waits[waits.size() / 2], 1000);
+    std::printf("menus %zu, median %d ms, longest %d ms; memory from %ld to %ld kB\n", waits.size(),
+                static_cast<int>(waits[waits.size() / 2]), static_cast<int>(waits.back()), early, late);
+    EXPECT_LT(late - early, 512 * 1024) << "what has no end tag is kept, but no more than that";
+    EXPECT_FALSE(Window->Process().HasEnded());
+}
+
+} // namespace
+} // namespace live
