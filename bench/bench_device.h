@@ -2,13 +2,14 @@
 // A device to measure on: one without a window over a folder, whose program has started, and whom nobody watches.
 #pragma once
 
+#include "platform/device/no_commands.h"
 #include "platform/headless/headless_platform.h"
 
 #include <string>
 
 namespace bench {
 
-class BenchDevice final : platform::device::CommandSource, platform::device::Watcher {
+class BenchDevice final : platform::device::NoCommands, platform::device::Watcher {
 public:
     /// The files of the device lie in `root`; port 1 is the terminal `port`, or none.
     explicit BenchDevice(const std::string& root, const std::string& port = {});
@@ -17,13 +18,6 @@ public:
     platform::headless::HeadlessPlatform Platform;
 
 private:
-    void AboutToWait(int) override {}
-    bool HasCommand() override { return false; }
-    bool Ended() override { return false; }
-    int Descriptor() override { return -1; }
-    void TakeInput() override {}
-    void RunCommand() override {}
-
     // A box would be waited for until the end of days.
     void BoxOpened(const Text& text, platform::BoxButtons, platform::BoxIcon, const Text&) override;
     void TonePlayed(std::int32_t, std::int32_t) override {}

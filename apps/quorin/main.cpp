@@ -5,6 +5,7 @@
 #include "apps/quorin/options.h"
 #include "apps/quorin/signals.h"
 #include "apps/quorin/window_watch.h"
+#include "platform/device/no_commands.h"
 #include "platform/host/connections.h"
 #include "platform/host/folders.h"
 #include "platform/host/port_list.h"
@@ -96,17 +97,6 @@ int TellOver(platform::qt::QtPlatform& device, const ProgramOver& over) {
     return StatusFailure;
 }
 
-/// A window is used by the hand alone.
-class NoCommands final : public platform::device::CommandSource {
-public:
-    void AboutToWait(int) override {}
-    bool HasCommand() override { return false; }
-    bool Ended() override { return false; }
-    int Descriptor() override { return -1; }
-    void TakeInput() override {}
-    void RunCommand() override {}
-};
-
 [[noreturn]] void RunWindow(quorin::Options& options) {
     const double ofPerson = qEnvironmentVariable("QT_SCALE_FACTOR", QStringLiteral("1")).toDouble();
     qputenv("QT_SCALE_FACTOR", QByteArray::number(options.Scale * (ofPerson > 0 ? ofPerson : 1)));
@@ -128,7 +118,7 @@ public:
     platform::host::HostConnections connections;
     options.Device.Connections = &connections;
     options.Device.Ports.Find = [](std::int32_t number) { return platform::host::PortPath(number); };
-    NoCommands commands;
+    platform::device::NoCommands commands;
     quorin::WindowWatch watch;
     std::optional<platform::qt::QtPlatform> device;
     platform::qt::QtPump pump([&device](const ProgramOver& over) { return TellOver(*device, over); });

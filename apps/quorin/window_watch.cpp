@@ -5,6 +5,7 @@
 #include "link/receive.h"
 #include "platform/host/port_troubles.h"
 #include "platform/qt/conversions.h"
+#include "storage/keyed_tables.h"
 #include "storage/settings.h"
 #include "text/text.h"
 
@@ -27,6 +28,15 @@ LinkRoad RoadOf(const Text& port, std::int32_t deviceType) {
         return LinkRoad::Mailbox;
     const bool isCom = modStringTools::LowerCase(port.substr(0, 3)) == u"com";
     return deviceType == TakesNames && !isCom ? LinkRoad::Named : LinkRoad::Serial;
+}
+
+/// A text file is rewritten through one of eight digits. What a person has lost is in the table that it was for.
+Text Saved(const Text& name) {
+    constexpr std::size_t Digits = 8;
+    const Text bare = name.substr(name.rfind(u'\\') + 1);
+    const bool isScratch = bare.find_first_not_of(u"0123456789") == Digits && bare.substr(Digits) == u".txt";
+    const auto& table = modFileSystem::Table.TableFile;
+    return isScratch && table.valid ? table.path + table.name : name;
 }
 
 } // namespace
@@ -54,7 +64,7 @@ void WindowWatch::WritingFailed(const Text& name, platform::ErrorNumber error) {
     const platform::DateTime now = Device->clock.Now();
     char time[16];
     std::snprintf(time, sizeof time, "%02d:%02d:%02d", now.Hour, now.Minute, now.Second);
-    const std::string what = ToBytes(name) + " could not be written, " + ToBytes(platform::ErrorText(error));
+    const std::string what = ToBytes(Saved(name)) + " could not be written, " + ToBytes(platform::ErrorText(error));
     std::cerr << "quorin: not saved: " + what + "\n";
     const std::string text = std::string(time) + "  Not saved: " + what + ". Tap here when you have seen to it.";
     Device->window.SetWarning(QString::fromStdString(text));

@@ -27,6 +27,8 @@ void QtPump::CameBack() {
 
 bool QtPump::HandlePending() {
     CameBack();
+    if (Loop != nullptr)
+        Watch(Loop->Descriptors()); // one that was closed meanwhile must not be looked at
     return QAbstractEventDispatcher::instance()->processEvents(QEventLoop::AllEvents);
 }
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/qt/pump.h"
 
+#include "platform/device/no_commands.h"
+
 #include <QEventLoop>
 #include <QTimer>
 #include <QWidget>
@@ -43,16 +45,6 @@ private:
     int Ends[2] = {};
 };
 
-class NoCommands final : public device::CommandSource {
-public:
-    void AboutToWait(int) override {}
-    bool HasCommand() override { return false; }
-    bool Ended() override { return false; }
-    int Descriptor() override { return -1; }
-    void TakeInput() override {}
-    void RunCommand() override {}
-};
-
 /// Raises an event for each byte of a pipe.
 class BytesOf final : public device::EventSource {
 public:
@@ -86,7 +78,7 @@ protected:
 
     QtPump Pump{[](const device::ProgramOver& over) { return over.Why == device::ProgramOver::Reason::Ended ? 0 : 7; }};
     device::DeviceClock Time;
-    NoCommands Commands;
+    device::NoCommands Commands;
     device::EventLoop Loop{Time, Commands, Pump};
 };
 
