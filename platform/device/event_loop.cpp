@@ -11,6 +11,9 @@ namespace {
 
 constexpr std::int64_t LongestSleep = 60000; // milliseconds at a time, which poll can count
 
+/// A window may never come to rest: a caret blinks, and a long text takes longer to paint than it blinks.
+constexpr int MostWindowRounds = 3;
+
 bool CanBeRead(int descriptor) {
     pollfd waiting{descriptor, POLLIN, 0};
     return ::poll(&waiting, 1, 0) > 0;
@@ -78,8 +81,15 @@ bool EventLoop::HandleRound() {
 
 bool EventLoop::HandleDue() {
     bool any = false;
-    while (HandleRound())
+    int windowAlone = 0; // rounds in which the window system had something and nobody else
+    while (windowAlone < MostWindowRounds) {
+        const bool raised = RaiseRound();
+        const bool handled = PumpOfLoop.HandlePending();
+        if (!raised && !handled)
+            break;
         any = true;
+        windowAlone = raised ? 0 : windowAlone + 1;
+    }
     return any;
 }
 

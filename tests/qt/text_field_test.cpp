@@ -198,7 +198,7 @@ TEST_F(TextField, HasNothingOfATextThatAnInputMethodIsStillWriting) {
 
 TEST_F(TextField, HoldsALongTextWhole) {
     EditCell();
-    const Text text(100000, u'x');
+    const Text text(40000, u'x');
     Field().SetContents(text);
     Type("y");
     EXPECT_EQ(Cell(1, 1).size(), text.size() + 1);
