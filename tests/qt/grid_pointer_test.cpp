@@ -314,7 +314,7 @@ TEST_F(GridUnderAFinger, IsNotPressedOnceItIsOffOrGone) {
 
 TEST_F(GridUnderAFinger, OfATouchScreenComesTheSameWay) {
     Listen();
-    QPointingDevice* const screen = QTest::createTouchDevice();
+    static QPointingDevice* const screen = QTest::createTouchDevice(); // Qt keeps it for good
     const QPoint place = Grid().mapTo(&Form(), Middle(2));
     QTest::touchEvent(Form().windowHandle(), screen).press(0, place);
     EXPECT_THAT(Heard, IsEmpty());
