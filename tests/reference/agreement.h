@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: MIT
+// The product's forms against the literal ones, on as many made-up cases as are asked for.
+#pragma once
+
+#include "tests/reference/choices.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <cstdlib>
+#include <iostream>
+#include <string>
+
+namespace reference {
+
+/// Makes up one case out of the choices and has both forms work on it. Gives what they differ in, in a text from which
+/// a person can repeat it by hand; nothing where they agree.
+using Comparison = std::string (*)(Choices&);
+
+/// A number from the environment.
+inline std::uint64_t Setting(const char* name, std::uint64_t byDefault) {
+    const char* wanted = std::getenv(name);
+    return wanted != nullptr ? std::strtoull(wanted, nullptr, 10) : byDefault;
+}
+
+/// Runs so many cases, each from a seed of its own. QUORIN_SEED in the environment is the seed of the first one, and
+/// QUORIN_CASES multiplies their number: 1 and 1 by default. Under the sanitizers a tenth of them has to do.
+inline void ExpectAgreement(Comparison compare, std::uint64_t cases) {
+    const std::uint64_t first = Setting("QUORIN_SEED", 1);
+    cases *= Setting("QUORIN_CASES", 1);
+#ifdef __SANITIZE_ADDRESS__
+    cases /= 10;
+#endif
+    std::cout << cases << " cases, seeds " << first << " to " << first + cases - 1 << std::endl;
+    for (std::uint64_t seed = first; seed < first + cases; ++seed) {
+        Choices choices(seed);
+        const std::string difference = compare(choices);
+        ASSERT_EQ(difference, "") << "QUORIN_SEED=" << seed;
+    }
+}
+
+} // namespace reference
