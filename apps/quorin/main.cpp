@@ -5,6 +5,7 @@
 #include "apps/quorin/options.h"
 #include "apps/quorin/signals.h"
 #include "apps/quorin/window_watch.h"
+#include "platform/device/form_events.h"
 #include "platform/device/no_commands.h"
 #include "platform/host/connections.h"
 #include "platform/host/folders.h"
@@ -132,7 +133,7 @@ int TellOver(platform::qt::QtPlatform& device, const ProgramOver& over) {
         bool cancel = false;
         // As a person would close it: a record is saved on the way back from it.
         if (device->boxes.Current() == nullptr)
-            frmQuorin::Form_QueryUnload(cancel, 0);
+            platform::device::RaiseCloseRequest();
         frmQuorin::Form_QueryUnload(cancel, 2); // by the system, which nothing holds up
         frmQuorin::Form_Unload();
         device->loop.Leave({ProgramOver::Reason::Ended, {}});

@@ -69,7 +69,8 @@ is in quorin-demo beside it. The settings are in $XDG_CONFIG_HOME/quorin/setting
 with --root or --demo they are settings.ini in the root folder; --settings goes before both. One program at a time works
 on a root folder.
 )" + (keyHelp.empty() ? "" : "\nKeys:\n" + keyHelp) +
-           "\nExit status: 0 the program ended, 1 a run-time failure, 2 wrong usage or no display.";
+           "\nExit status: 0 the program ended, 1 a run-time failure, 2 wrong usage, no display, or a root folder "
+           "that is in use.";
 }
 
 void Describe(CLI::App& app, Words& words) {

@@ -11,7 +11,6 @@
 
 #include <cstdio>
 #include <ctime>
-
 #include <iostream>
 
 namespace quorin {
@@ -70,7 +69,16 @@ void WindowWatch::WritingFailed(const Text& name, platform::ErrorNumber error) {
     Device->window.SetWarning(QString::fromStdString(text));
 }
 
-LinkView WindowWatch::Link() const {
+/// Who holds the port is found by a look at every process: not five times a second.
+const std::string& WindowWatch::TroubleOf(const std::string& path, platform::ErrorNumber error) {
+    constexpr auto BetweenLooks = std::chrono::seconds(2);
+    const Moment now = Now();
+    if (path != Trouble.Path || error != Trouble.Error || now - Trouble.Found >= BetweenLooks)
+        Trouble = {path, error, now, platform::host::OpeningTrouble(path, error)};
+    return Trouble.Words;
+}
+
+LinkView WindowWatch::Link() {
     const Text port = modQuorin::GetSetting(u"ComPort", u"OFF");
     LinkView link;
     link.Road = RoadOf(port, Device->system.DeviceType());
@@ -82,7 +90,7 @@ LinkView WindowWatch::Link() const {
         link.Open = Device->serial.PortOpen();
         link.Heard = Device->serial.Heard();
         if (Device->serial.LastOpening() != platform::NoError)
-            link.Trouble = platform::host::OpeningTrouble(link.Path, Device->serial.LastOpening());
+            link.Trouble = TroubleOf(link.Path, Device->serial.LastOpening());
     }
     if (LastRecord)
         link.RecordAge = std::chrono::duration_cast<std::chrono::seconds>(Now() - *LastRecord).count();

@@ -33,13 +33,21 @@ private:
     using Moment = std::chrono::milliseconds;
     /// The age of a record counts the time in which the machine has slept.
     static Moment Now();
-    LinkView Link() const;
+    LinkView Link();
+    const std::string& TroubleOf(const std::string& path, platform::ErrorNumber error);
 
     platform::qt::QtPlatform* Device = nullptr;
     platform::host::TonePlayer Player;
     std::optional<Moment> LastRecord;
     LinkLine Shown;
     Moment LastLook{-1000};
+    /// Why a port could not be opened when that was last looked into.
+    struct {
+        std::string Path;
+        platform::ErrorNumber Error = platform::NoError;
+        Moment Found{};
+        std::string Words;
+    } Trouble;
 };
 
 } // namespace quorin

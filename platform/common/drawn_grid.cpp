@@ -78,9 +78,15 @@ std::int32_t DrawnGrid::LastTop() const {
     return PageUpFrom(Rows());
 }
 
-void DrawnGrid::ScrollBy(std::int32_t rows) {
+void DrawnGrid::BringOnPage(std::int32_t row) {
+    if (row < TopRow())
+        SetTopRow(row);
+    while (TopRow() < row && !RowOnScreen(row))
+        SetTopRow(TopRow() + 1);
+}
+
+std::int32_t DrawnGrid::ScrolledTop(std::int32_t top, std::int32_t rows) const {
     const std::int32_t step = rows < 0 ? -1 : 1;
-    std::int32_t top = TopRow();
     for (std::int32_t left = rows; left != 0; left -= step) {
         std::int32_t next = top + step;
         while (next > 0 && next < Rows() && RowHeight(next) == 0)
@@ -89,7 +95,7 @@ void DrawnGrid::ScrollBy(std::int32_t rows) {
             break;
         top = next;
     }
-    SetTopRow(top);
+    return top;
 }
 
 std::optional<DrawnGrid::CellPlace> DrawnGrid::CellAt(std::int32_t x, std::int32_t y) const {

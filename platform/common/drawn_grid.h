@@ -27,15 +27,17 @@ public:
     /// The arrows move the current cell; the page keys turn the page where the device's grids do so.
     void TakeKey(std::int32_t keyCode);
 
-    /// What a pointer does: the cell under a point, in pixels from the grid's corner; a page moved on or back by rows
-    /// that have a height, never past the last page.
     struct CellPlace {
         std::int32_t Row = 0, Col = 0;
     };
+    /// The cell under a point, in pixels from the grid's corner.
     std::optional<CellPlace> CellAt(std::int32_t x, std::int32_t y) const;
-    void ScrollBy(std::int32_t rows);
+    /// The first row of a page that has been moved on, or back, by rows that have a height: never past the last page.
+    std::int32_t ScrolledTop(std::int32_t top, std::int32_t rows) const;
     /// The first row of the last page.
     std::int32_t LastTop() const;
+    /// Moves the page to where a row stands on it, by as little as it takes.
+    void BringOnPage(std::int32_t row);
 
     bool TurnsPages = false;
     void (*Moved)() = nullptr; ///< the current cell is another one

@@ -13,7 +13,6 @@
 #include "platform/device/serial_ports.h"
 #include "platform/device/services.h"
 
-#include <map>
 #include <optional>
 #include <string>
 

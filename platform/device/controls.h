@@ -28,6 +28,15 @@ public:
 
 using MenuItems = std::array<MenuItem*, MenuItemCount>; ///< item i at i less 1
 
+/// A back-end's own items.
+template <class Item>
+MenuItems Pointers(std::array<Item, MenuItemCount>& items) {
+    MenuItems pointers{};
+    for (std::size_t i = 0; i < items.size(); ++i)
+        pointers[i] = &items[i];
+    return pointers;
+}
+
 struct Controls {
     Form& form;
     common::DrawnGrid& grdTitle;

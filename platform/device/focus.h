@@ -29,6 +29,8 @@ class Focus {
 public:
     FocusTarget* Holder() { return Current; }
     const FocusTarget* Holder() const { return Current; }
+    /// Who takes the keys: while nothing has the focus, as after a Palm's page key has closed a field, another control.
+    FocusTarget& HolderOr(FocusTarget& other) { return Current != nullptr ? *Current : other; }
 
     void MoveTo(FocusTarget& target) {
         if (Current == &target)

@@ -51,10 +51,6 @@ public:
 
 protected:
     Platform& Record() override { return record; }
-
-private:
-    void WireEvents(device::Watcher& watcher);
-    device::FocusTarget& KeyTaker();
 };
 
 } // namespace platform::headless

@@ -26,13 +26,6 @@ bool TakesInput(const GridWidget& widget) {
     return widget.isVisible() && widget.Grid().Enabled() && QApplication::activeModalWidget() == nullptr;
 }
 
-void BringOnPage(QtGrid& grid, std::int32_t row) {
-    if (row < grid.TopRow())
-        grid.SetTopRow(row);
-    while (grid.TopRow() < row && !grid.RowOnScreen(row))
-        grid.SetTopRow(grid.TopRow() + 1);
-}
-
 // --- a cell ----------------------------------------------------------------------------------------------------------
 
 class AccessibleCell final : public QAccessibleInterface,
@@ -118,15 +111,10 @@ public:
     void doAction(const QString& action) override {
         if (!actionNames().contains(action) || !TakesInput(*Widget))
             return;
-        BringOnPage(Widget->Grid(), Row);
-        const QPoint place = Widget->CellRect(Row, Col).intersected(Widget->rect()).center();
         const QPointer<GridWidget> widget = Widget;
-        for (const QEvent::Type type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
-            const bool down = type == QEvent::MouseButtonPress;
-            QMouseEvent event(type, place, widget->mapToGlobal(place), Qt::LeftButton,
-                              down ? Qt::LeftButton : Qt::NoButton, Qt::NoModifier);
-            QCoreApplication::sendEvent(widget, &event);
-        }
+        widget->PointerDown(Row, Col);
+        if (widget != nullptr)
+            widget->PointerUp();
     }
     QStringList keyBindingsForAction(const QString&) const override { return {}; }
 

@@ -63,7 +63,7 @@ GridWidget::GridWidget(QWidget& form, QtGrid& grid) : QWidget(&form), Of(grid), 
     Bar.setFocusPolicy(Qt::NoFocus);
     QObject::connect(&Bar, &QScrollBar::valueChanged, [this](int value) {
         if (!Following)
-            Scroll(value - Of.TopRow());
+            TurnTo(value);
     });
 }
 
@@ -135,6 +135,20 @@ void GridWidget::PaintCell(QPainter& painter, std::int32_t row, std::int32_t col
 
 // --- the pointer -----------------------------------------------------------------------------------------------------
 
+void GridWidget::PointerDown(std::int32_t row, std::int32_t col) {
+    Of.BringOnPage(row);
+    const QPoint place = CellRect(row, col).intersected(rect()).center();
+    QMouseEvent event(QEvent::MouseButtonPress, place, mapToGlobal(place), Qt::LeftButton, Qt::LeftButton,
+                      Qt::NoModifier);
+    QCoreApplication::sendEvent(this, &event);
+}
+
+void GridWidget::PointerUp() {
+    QMouseEvent event(QEvent::MouseButtonRelease, {}, mapToGlobal(QPoint()), Qt::LeftButton, Qt::NoButton,
+                      Qt::NoModifier);
+    QCoreApplication::sendEvent(this, &event);
+}
+
 void GridWidget::mousePressEvent(QMouseEvent* event) {
     if (event->button() != Qt::LeftButton || !Of.Enabled())
         return;
@@ -151,9 +165,9 @@ void GridWidget::mouseDoubleClickEvent(QMouseEvent* event) {
 }
 
 /// A field that is open over a cell closes: the cell moves away under it.
-void GridWidget::Scroll(std::int32_t rows) {
+void GridWidget::TurnTo(std::int32_t top) {
     const std::int32_t before = Of.TopRow();
-    Of.ScrollBy(rows);
+    Of.SetTopRow(top);
     if (Of.TopRow() != before && !Of.PressesNothing)
         Of.SetFocus();
 }
@@ -204,8 +218,7 @@ void GridWidget::mouseMoveEvent(QMouseEvent* event) {
         return;
     Dragging = true;
     const int height = std::max(Of.RowHeight(Of.TopRow()), 1);
-    const std::int32_t wanted = std::clamp(FingerTop - moved / height, 0, Of.LastTop());
-    Scroll(wanted - Of.TopRow());
+    TurnTo(Of.ScrolledTop(FingerTop, -moved / height));
 }
 
 void GridWidget::mouseReleaseEvent(QMouseEvent* event) {
@@ -230,7 +243,7 @@ void GridWidget::wheelEvent(QWheelEvent* event) {
     WheelLeft += event->angleDelta().y();
     const int steps = WheelLeft / WheelStep;
     WheelLeft -= steps * WheelStep;
-    Scroll(-steps * RowsOfAWheelStep);
+    TurnTo(Of.ScrolledTop(Of.TopRow(), -steps * RowsOfAWheelStep));
     event->accept();
 }
 

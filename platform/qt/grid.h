@@ -29,6 +29,9 @@ public:
     /// Where a cell stands, in pixels of the widget.
     QRect CellRect(std::int32_t row, std::int32_t col) const;
     QtGrid& Grid() const { return Of; }
+    /// As a pointer does it: down on a cell, which is brought on the page for that, and up again.
+    void PointerDown(std::int32_t row, std::int32_t col);
+    void PointerUp();
     /// The pointer that is down, if it is, presses nothing any more. Whether a cell was pressed.
     bool Withdraw();
 
@@ -46,7 +49,7 @@ private:
     void PaintCell(QPainter& painter, std::int32_t row, std::int32_t col, const QRect& rect) const;
     void Press(QPoint place);
     void FollowScrollBar();
-    void Scroll(std::int32_t rows);
+    void TurnTo(std::int32_t top);
 
     QtGrid& Of;
     QScrollBar& Bar;

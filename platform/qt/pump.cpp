@@ -19,7 +19,7 @@ QtPump::QtPump(std::function<int(const device::ProgramOver&)> over) : Over(std::
 }
 
 void QtPump::CameBack() {
-    LastAlive = std::chrono::steady_clock::now();
+    Awake();
     if (WorkIsShown && WorkShown)
         WorkShown(false);
     WorkIsShown = false;
@@ -40,7 +40,7 @@ void QtPump::Sleep(const std::vector<int>& descriptors, int milliseconds) {
         Alarm.stop();
     CameBack();
     QAbstractEventDispatcher::instance()->processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
-    LastAlive = std::chrono::steady_clock::now();
+    Awake();
 }
 
 void QtPump::Working() {
@@ -77,6 +77,7 @@ void QtPump::Watch(const std::vector<int>& descriptors) {
 void QtPump::Woken() {
     if (Loop == nullptr || IsBreathing || IsLeaving || QThread::currentThread()->loopLevel() == 0)
         return;
+    Awake();
     Loop->RaiseRound();
     Watch(Loop->Descriptors());
     if (const auto time = Loop->TimeToNextTick())

@@ -35,6 +35,8 @@ public:
     void Breathe(Input input = Input::Waits);
     bool Breathing() const { return IsBreathing; }
 
+    /// What comes next is handled by the window itself, in the middle of the loop's sleep: no time is lost so far.
+    void Awake() { LastAlive = std::chrono::steady_clock::now(); }
     /// A long operation goes on: to be called as often as one likes. From a tenth of a second on a person is told, by
     /// WorkShown, and the window breathes.
     void Working();
@@ -55,7 +57,7 @@ private:
     bool IsBreathing = false;
     bool IsLeaving = false;
     bool WorkIsShown = false;
-    Moment LastAlive; ///< when the loop last handled what was pending
+    Moment LastAlive; ///< when something began to be handled
     Moment LastBreath;
 };
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/qt/qt_platform.h"
 
-#include "app/form.h"
+#include "platform/device/form_events.h"
 #include "platform/device/form_keys.h"
 #include "view/display_state.h"
 #include "view/input_fields.h"
@@ -9,7 +9,7 @@
 #include <QApplication>
 #include <QInputMethod>
 #include <QInputMethodEvent>
-#include <QMouseEvent>
+#include <QPointer>
 #include <QStyle>
 
 #include <cmath>
@@ -22,10 +22,6 @@ constexpr std::int32_t Desktop = 0;
 constexpr std::int32_t NoScrollBars = 9; // a device type that draws none beside its lists
 constexpr int ThinBar = 4;               // pixels, where the page is told by a thin mark
 constexpr std::int32_t SelectKey = 310;
-
-device::MenuItems Pointers(std::array<QtMenuItem, MenuItemCount>& items) {
-    return {&items[0], &items[1], &items[2], &items[3], &items[4]};
-}
 
 float BarWidth(const WindowOptions& looks) {
     const int ofStyle = QApplication::style()->pixelMetric(QStyle::PM_ScrollBarExtent);
@@ -63,7 +59,7 @@ QtPlatform::QtPlatform(const device::DeviceOptions& options, const WindowOptions
                                              lblStatus,
                                              scrollBar,
                                              {&menus.Titles[0], &menus.Titles[1]},
-                                             {Pointers(menus.Items[0]), Pointers(menus.Items[1])},
+                                             {device::Pointers(menus.Items[0]), device::Pointers(menus.Items[1])},
                                              looks.Fonts != nullptr ? *looks.Fonts : fonts,
                                              boxes},
       record(RecordOf(controls)), PumpOfQt(pump), Scale(looks.Scale), KeysOfDevice(CodesOf(looks.Profile)) {
@@ -72,9 +68,10 @@ QtPlatform::QtPlatform(const device::DeviceOptions& options, const WindowOptions
     loop.Listen(grdMain);
     loop.Listen(*this);
     DesignControls(controls);
-    WireEvents(watcher);
+    device::WireEvents(*this, watcher);
+    WireControls();
     WireWindow();
-    if (looks.ShowKeys && system.DeviceType() != Desktop)
+    if (system.DeviceType() != Desktop)
         KeyStrip = looks.Profile.Keys;
     qApp->installEventFilter(this);
 }
@@ -83,25 +80,15 @@ QtPlatform::~QtPlatform() {
     qApp->removeEventFilter(this);
 }
 
-void QtPlatform::WireEvents(device::Watcher& watcher) {
-    grdMain.Follower = &grdTitle;
+void QtPlatform::WireControls() {
     grdMain.BarWidth = system.DeviceType() == NoScrollBars ? ThinBar : static_cast<int>(scrollBar.Width());
     grdMain.Pressed = frmQuorin::grdMain_Press;
     grdMain.Released = frmQuorin::grdMain_Release;
     grdTitle.PressesNothing = true;
     grdTitle.SetEnabled(true); // no place for the focus to rest
     grdTitle.Released = frmQuorin::grdTitle_Release;
-    grdTitle.GotFocus = frmQuorin::grdTitle_GotFocus;
-    lstHoldMenu.LostFocus = frmQuorin::lstHoldMenu_LostFocus;
     lstHoldMenu.Click = frmQuorin::lstHoldMenu_Click;
-    txtInputField.GotFocus = frmQuorin::txtInputField_GotFocus;
-    txtInputField.LostFocus = frmQuorin::txtInputField_LostFocus;
-    txtInputField.Change = frmQuorin::txtInputField_Change;
-    cboInputField.GotFocus = frmQuorin::cboInputField_GotFocus;
-    cboInputField.LostFocus = frmQuorin::cboInputField_LostFocus;
     dteInputField.Closed = frmQuorin::dteInputField_Closed;
-    lblStatus.Painted = [this, &watcher] { watcher.StatusShown(lblStatus.Caption()); };
-    lblStatus.Hidden = [&watcher] { watcher.StatusHidden(); };
     lblStatus.Hiding = [this] { PumpOfQt.Breathe(QtPump::Input::Too); }; // what was tapped under the strip is looked at
     // A field over a cell is called as its row is, a prompt's as its question.
     const auto name = [this] { return grdMain.Visible() ? grdMain.Cell(grdMain.Row(), 0) : grdTitle.Cell(0, 0); };
@@ -110,12 +97,8 @@ void QtPlatform::WireEvents(device::Watcher& watcher) {
     cbotxtInputField.NameForPeople = name;
     dteInputField.NameForPeople = name;
     lstHoldMenu.NameForPeople = name;
-    menus.TitleClicked = [](std::int32_t menu) {
-        menu == 1 ? frmQuorin::mnuButton1_Click() : frmQuorin::mnuButton2_Click();
-    };
-    menus.ItemClicked = [](std::int32_t menu, std::int32_t item) {
-        menu == 1 ? frmQuorin::mnuButtonO1_Click(item) : frmQuorin::mnuButtonO2_Click(item);
-    };
+    menus.TitleClicked = device::RaiseTitleClick;
+    menus.ItemClicked = device::RaiseItemClick;
 }
 
 void QtPlatform::WireWindow() {
@@ -130,12 +113,15 @@ void QtPlatform::WireWindow() {
         return std::chrono::steady_clock::now() - LastKey < Rest;
     };
     window.CloseRequested = [this] { CloseWanted = true; };
-    PumpOfQt.WorkShown = [this](bool working) { window.SetWorking(working); };
+    PumpOfQt.WorkShown = [this](bool working) {
+        window.SetWorking(working);
+        menus.FollowIfChanged(); // which are off under the strip
+    };
     faults.Working = [this] { PumpOfQt.Working(); };
     fonts.Working = [this] { PumpOfQt.Working(); };
     window.KeyPressed = [this](std::int32_t code) {
-        device::FocusTarget& taker = KeyTaker();
-        if (KeyGoesDown(code) && &KeyTaker() == &taker)
+        device::FocusTarget& taker = focus.HolderOr(grdMain);
+        if (KeyGoesDown(code) && &focus.HolderOr(grdMain) == &taker)
             ActOnKey(taker, code);
     };
     window.KeyReleased = [](std::int32_t code) { device::KeyUp(code); };
@@ -175,10 +161,8 @@ bool QtPlatform::RaiseWhatIsPending() {
         TakeUpKeyboard();
     const bool close = CloseWanted;
     CloseWanted = false;
-    if (close) {
-        bool cancel = false;
-        frmQuorin::Form_QueryUnload(cancel, 0);
-    }
+    if (close)
+        device::RaiseCloseRequest();
     return menus.FollowIfChanged() || sized || keyboard || close;
 }
 
@@ -205,12 +189,6 @@ void QtPlatform::TakeUpKeyboard() {
 }
 
 // --- keys ------------------------------------------------------------------------------------------------------------
-
-/// While nothing has the focus, as after a Palm's page key has closed a field, the grid takes the keys.
-device::FocusTarget& QtPlatform::KeyTaker() {
-    device::FocusTarget* const holder = focus.Holder();
-    return holder != nullptr ? *holder : grdMain;
-}
 
 bool QtPlatform::KeyGoesDown(std::int32_t code) {
     if (!device::KeyDownPasses(code))
@@ -246,6 +224,8 @@ QtPlatform::Fate QtPlatform::FateOf(const QObject& object, const QEvent& event) 
 }
 
 bool QtPlatform::eventFilter(QObject* object, QEvent* event) {
+    if (!PumpOfQt.Breathing() && (event->spontaneous() || event->type() == QEvent::Shortcut))
+        PumpOfQt.Awake();
     const Fate fate = FateOf(*object, *event);
     if (fate == Fate::Postponed)
         QCoreApplication::postEvent(object, event->clone());
@@ -282,12 +262,12 @@ bool QtPlatform::TakeKeyPress(QKeyEvent& event) {
     auto code = CodeOf(event, KeysOfDevice);
     if (!code)
         return false;
-    device::FocusTarget& taker = KeyTaker();
+    device::FocusTarget& taker = focus.HolderOr(grdMain);
     if (code == Qt::Key_Space && &taker == &grdMain && !modPDAUI::AnyInputFieldVisible())
         code = SelectKey;
     Held[event.key()] = *code;
     LastKey = std::chrono::steady_clock::now();
-    if (!KeyGoesDown(*code) || &KeyTaker() != &taker)
+    if (!KeyGoesDown(*code) || &focus.HolderOr(grdMain) != &taker)
         return true;
     if (focus.Holder() != nullptr)
         return false; // Qt brings it to the control
@@ -313,41 +293,24 @@ void QtPlatform::SendKey(device::FocusTarget& taker, int key, const QString& tex
         return;
     if (widget->focusProxy() != nullptr)
         widget = widget->focusProxy();
+    const QPointer<QWidget> receiver = widget; // which the key may close
     Delivering = true;
-    QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier, text);
-    QCoreApplication::sendEvent(widget, &press);
-    Delivering = false;
-    Delivering = true;
-    QKeyEvent release(QEvent::KeyRelease, key, Qt::NoModifier, text);
-    QCoreApplication::sendEvent(widget, &release);
+    for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+        QKeyEvent event(type, key, Qt::NoModifier, text);
+        if (receiver != nullptr)
+            QCoreApplication::sendEvent(receiver, &event);
+    }
     Delivering = false;
 }
 
 // --- the hand --------------------------------------------------------------------------------------------------------
 
-namespace {
-
-void SendMouse(QWidget& widget, QEvent::Type type, QPoint place) {
-    const bool down = type == QEvent::MouseButtonPress;
-    QMouseEvent event(type, place, widget.mapToGlobal(place), Qt::LeftButton, down ? Qt::LeftButton : Qt::NoButton,
-                      Qt::NoModifier);
-    QCoreApplication::sendEvent(&widget, &event);
-}
-
-} // namespace
-
-/// The page is brought to where the cell can be tapped, by as little as it takes.
 void QtPlatform::PressCell(std::int32_t row, std::int32_t col) {
-    if (row < grdMain.TopRow())
-        grdMain.SetTopRow(row);
-    while (grdMain.TopRow() < row && !grdMain.RowOnScreen(row))
-        grdMain.SetTopRow(grdMain.TopRow() + 1);
-    GridWidget& widget = grdMain.Widget();
-    SendMouse(widget, QEvent::MouseButtonPress, widget.CellRect(row, col).intersected(widget.rect()).center());
+    grdMain.Widget().PointerDown(row, col);
 }
 
 void QtPlatform::ReleaseCell() {
-    SendMouse(grdMain.Widget(), QEvent::MouseButtonRelease, {});
+    grdMain.Widget().PointerUp();
 }
 
 void QtPlatform::ClickItem(std::int32_t menu, std::int32_t item) {

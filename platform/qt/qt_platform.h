@@ -23,8 +23,7 @@ struct WindowOptions {
     FontServer* Fonts = nullptr;         ///< instead of the window's own, so that sizes can be foretold
     std::optional<float> ScrollBarWidth; ///< pixels; that of the desktop's style without it
     common::DeviceProfile Profile;       ///< of the device: its keys are shown as buttons
-    bool ShowKeys = true;
-    double Scale = 1; ///< pixels of the screen to a pixel of the device, which Qt has been told of
+    double Scale = 1;                    ///< pixels of the screen to a pixel of the device, which Qt has been told of
 };
 
 class QtScrollBar final : public ScrollBar {
@@ -83,7 +82,7 @@ protected:
     bool eventFilter(QObject* object, QEvent* event) override;
 
 private:
-    void WireEvents(device::Watcher& watcher);
+    void WireControls();
     void WireWindow();
 
     // The window's own events, which are raised by the loop and never in the middle of a handler.
@@ -96,7 +95,6 @@ private:
     enum class Fate { Passes, Dropped, Postponed };
     Fate FateOf(const QObject& object, const QEvent& event) const;
     bool TakeKeyRelease(const QKeyEvent& event);
-    device::FocusTarget& KeyTaker();
     /// Key down. Whether the control is left to act on it.
     bool KeyGoesDown(std::int32_t code);
     bool TakeKeyPress(QKeyEvent& event);

@@ -120,12 +120,9 @@ void SoftMenus::Follow(std::size_t menu) {
         action.setVisible(title.Visible());
         action.setEnabled(title.Enabled());
     } else {
-        Keys[menu]->setText(caption);
+        Keys[menu]->setText(title.Visible() ? caption : QString());
         Keys[menu]->setAccessibleName(ToQt(title.Caption()));
-        Keys[menu]->setVisible(true);
         Keys[menu]->setEnabled(title.Visible() && title.Enabled());
-        if (!title.Visible())
-            Keys[menu]->setText(QString());
     }
 }
 

@@ -23,7 +23,6 @@ constexpr int KeyTextPixels = 10;
 
 Surface::Surface(QWidget* parent) : QWidget(parent) {
     setObjectName(QStringLiteral("surface"));
-    setFocusPolicy(Qt::ClickFocus);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
 }
 

@@ -3,6 +3,8 @@
 
 #include <nlohmann/json.hpp>
 
+#include <algorithm>
+#include <cctype>
 #include <cstdlib>
 #include <deque>
 #include <fstream>
@@ -169,6 +171,29 @@ private:
 };
 
 } // namespace
+
+std::vector<fs::path> Stories(const fs::path& folder) {
+    std::vector<fs::path> stories;
+    for (const auto& entry : fs::directory_iterator(folder)) {
+        if (entry.path().extension() == ".story")
+            stories.push_back(entry.path());
+    }
+    std::sort(stories.begin(), stories.end());
+    return stories;
+}
+
+std::string Title(const fs::path& story) {
+    std::string title;
+    bool capital = true;
+    for (const char character : story.stem().string()) {
+        const auto letter = static_cast<unsigned char>(character);
+        const bool counts = std::isalnum(letter) != 0;
+        if (counts)
+            title += capital ? static_cast<char>(std::toupper(letter)) : character;
+        capital = !counts;
+    }
+    return title;
+}
 
 std::string Play(const std::string& text, const fs::path& console) {
     const Script script = Parse(text);

@@ -12,8 +12,14 @@
 
 #include <filesystem>
 #include <string>
+#include <vector>
 
 namespace story {
+
+/// The stories of a folder, by their names.
+std::vector<std::filesystem::path> Stories(const std::filesystem::path& folder);
+/// The name of a story's test: "01-first-run.story" is "01FirstRun".
+std::string Title(const std::filesystem::path& story);
 
 /// Plays a story in a fresh folder and gives it back as it went.
 std::string Play(const std::string& text, const std::filesystem::path& console);

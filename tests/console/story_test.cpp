@@ -4,8 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <cctype>
 #include <cstdlib>
 #include <fstream>
 
@@ -13,28 +11,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-std::vector<fs::path> Stories() {
-    std::vector<fs::path> stories;
-    for (const auto& entry : fs::directory_iterator(QUORIN_STORIES)) {
-        if (entry.path().extension() == ".story")
-            stories.push_back(entry.path());
-    }
-    std::sort(stories.begin(), stories.end());
-    return stories;
-}
-
-std::string Title(const testing::TestParamInfo<fs::path>& info) {
-    std::string title;
-    bool capital = true;
-    for (const char character : info.param.stem().string()) {
-        if (std::isalnum(static_cast<unsigned char>(character)) == 0) {
-            capital = true;
-            continue;
-        }
-        title += capital ? static_cast<char>(std::toupper(static_cast<unsigned char>(character))) : character;
-        capital = false;
-    }
-    return title;
+std::string TitleOf(const testing::TestParamInfo<fs::path>& info) {
+    return story::Title(info.param);
 }
 
 class Story : public testing::TestWithParam<fs::path> {};
@@ -50,6 +28,6 @@ TEST_P(Story, GoesAsWritten) {
     EXPECT_EQ(story::Difference(written, played), "");
 }
 
-INSTANTIATE_TEST_SUITE_P(STORY_SUITE, Story, testing::ValuesIn(Stories()), Title);
+INSTANTIATE_TEST_SUITE_P(STORY_SUITE, Story, testing::ValuesIn(story::Stories(QUORIN_STORIES)), TitleOf);
 
 } // namespace

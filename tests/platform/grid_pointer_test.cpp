@@ -28,6 +28,7 @@ protected:
         const auto cell = Grid.CellAt(x, y);
         return cell ? std::to_string(cell->Row) + "," + std::to_string(cell->Col) : "none";
     }
+    void ScrollBy(std::int32_t rows) { Grid.SetTopRow(Grid.ScrolledTop(Grid.TopRow(), rows)); }
 
     SilentGrid Grid;
 };
@@ -67,13 +68,13 @@ TEST_F(PointerOnAGrid, PassesHiddenRowsOver) {
 TEST_F(PointerOnAGrid, MovesThePageByRowsAndNeverPastTheLastPage) {
     Shape(10);
     EXPECT_EQ(Grid.LastTop(), 5);
-    Grid.ScrollBy(3);
+    ScrollBy(3);
     EXPECT_EQ(Grid.TopRow(), 3);
-    Grid.ScrollBy(3);
+    ScrollBy(3);
     EXPECT_EQ(Grid.TopRow(), 5);
-    Grid.ScrollBy(-1);
+    ScrollBy(-1);
     EXPECT_EQ(Grid.TopRow(), 4);
-    Grid.ScrollBy(-30);
+    ScrollBy(-30);
     EXPECT_EQ(Grid.TopRow(), 0);
     EXPECT_EQ(Grid.Row(), 0) << "the selection stays";
 }
@@ -82,20 +83,20 @@ TEST_F(PointerOnAGrid, DoesNotStopAtHiddenRows) {
     Shape(10);
     for (const std::int32_t row : {1, 2, 3})
         Grid.SetRowHeight(row, 0);
-    Grid.ScrollBy(1);
+    ScrollBy(1);
     EXPECT_EQ(Grid.TopRow(), 4);
-    Grid.ScrollBy(-1);
+    ScrollBy(-1);
     EXPECT_EQ(Grid.TopRow(), 0);
 }
 
 TEST_F(PointerOnAGrid, HasNoOtherPageWhereAllRowsFit) {
     Shape(5);
     EXPECT_EQ(Grid.LastTop(), 0);
-    Grid.ScrollBy(2);
+    ScrollBy(2);
     EXPECT_EQ(Grid.TopRow(), 0);
     Shape(0);
     EXPECT_EQ(Grid.LastTop(), 0);
-    Grid.ScrollBy(1);
+    ScrollBy(1);
     EXPECT_EQ(Grid.TopRow(), 0);
 }
 
@@ -103,7 +104,7 @@ TEST_F(PointerOnAGrid, ScrollsARowHigherThanThePage) {
     Shape(3);
     Grid.SetRowHeight(2, 300);
     EXPECT_EQ(Grid.LastTop(), 2);
-    Grid.ScrollBy(5);
+    ScrollBy(5);
     EXPECT_EQ(Grid.TopRow(), 2);
 }
 

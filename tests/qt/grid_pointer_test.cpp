@@ -158,6 +158,18 @@ TEST_F(GridUnderAPointer, ShowsAScrollBarOnlyWhereThereIsMoreThanAPage) {
     EXPECT_FALSE(Bar().isVisible());
 }
 
+TEST_F(GridUnderAPointer, StartsItsPageWhereTheScrollBarStandsWhateverRowsAreHidden) {
+    for (std::int32_t row = 1; row <= 5; ++row)
+        Main().SetRowHeight(row, 0);
+    Settle();
+    Bar().setValue(20);
+    Settle();
+    EXPECT_EQ(Main().TopRow(), 20);
+    Bar().setValue(7);
+    Settle();
+    EXPECT_EQ(Main().TopRow(), 7);
+}
+
 TEST_F(GridUnderAPointer, MovesItsScrollBarWithThePage) {
     Main().SetTopRow(11);
     Settle();
@@ -265,6 +277,22 @@ TEST_F(GridUnderAFinger, ScrollsAtADragAndSelectsNothing) {
     EXPECT_EQ(Main().TopRow(), 5);
     EXPECT_EQ(Main().Row(), 0);
     EXPECT_THAT(Heard, IsEmpty());
+}
+
+TEST_F(GridUnderAFinger, DragsTheRowsUnderItAndNoHiddenOnes) {
+    const int height = Main().RowHeight(0);
+    for (std::int32_t row = 1; row <= 5; ++row)
+        Main().SetRowHeight(row, 0);
+    Settle();
+    const QPoint from = Middle(8);
+    FingerDown(from);
+    FingerMoves(from - QPoint(0, 2 * height)); // rows 0 and 6
+    EXPECT_EQ(Main().TopRow(), 7);
+    FingerMoves(from - QPoint(0, 3 * height));
+    EXPECT_EQ(Main().TopRow(), 8);
+    FingerMoves(from);
+    EXPECT_EQ(Main().TopRow(), 0);
+    FingerUp(from);
 }
 
 TEST_F(GridUnderAFinger, DragsBackAndNoFurtherThanTheFirstPage) {

@@ -6,10 +6,12 @@
 #include "view/status_strip.h"
 
 #include <QLabel>
+#include <QMenuBar>
 #include <QProcess>
 #include <QToolButton>
 
 #include <chrono>
+#include <thread>
 
 namespace windowtest {
 namespace {
@@ -111,7 +113,21 @@ TEST_F(BusyStrip, DropsTheKeysOfThatTimeToo) {
     EXPECT_EQ(Screen(), before);
 }
 
-// The form on a desktop.
+TEST_F(BusyStrip, KeepsWhatIsTypedIntoAnOpenField) {
+    Tap(2, 1);
+    ASSERT_TRUE(Field().Visible());
+    Line().setCursorPosition(0);
+    modPDAUI::ShowStatus(u"Decoding Result");
+    for (const char* letter : {"1", "2"}) {
+        const int key = letter[0];
+        for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease})
+            QCoreApplication::postEvent(&Line(), new QKeyEvent(type, key, Qt::NoModifier, QString::fromLatin1(letter)));
+    }
+    modPDAUI::HideStatus();
+    Settle();
+    EXPECT_TRUE(Field().Visible());
+    EXPECT_EQ(Field().Contents().substr(0, 2), u"12");
+}
 
 // An operation that takes long.
 
@@ -136,6 +152,35 @@ TEST_F(LongOperation, IsToldAfterATenthOfASecondAndForgottenAtItsEnd) {
     EXPECT_EQ(Form().LinkLine(), QStringLiteral("Link open"));
     Settle();
     EXPECT_EQ(State().text(), QStringLiteral("Link open"));
+}
+
+TEST_F(LongOperation, HasMenusThatAreGreyAsLongAsItsStripStands) {
+    OpenRecord();
+    const auto* const bar = Form().findChild<QMenuBar*>();
+    ASSERT_NE(bar, nullptr);
+    const QAction& menu = *bar->actions().constFirst();
+    ASSERT_TRUE(menu.isEnabled());
+    modPDAUI::ShowStatus(u"Busy");
+    WorkFor(200);
+    EXPECT_FALSE(menu.isEnabled());
+    modPDAUI::HideStatus();
+    Settle();
+    EXPECT_TRUE(menu.isEnabled());
+}
+
+// The window has slept until the click, and has not been at work.
+TEST_F(LongOperation, IsNotSeenInAQuickOneAfterALongRest) {
+    ShowRows(3);
+    Form().SetLinkLine(QStringLiteral("Link open"), true);
+    Settle();
+    std::this_thread::sleep_for(std::chrono::milliseconds(150));
+    QString told;
+    Main().Pressed = [&] {
+        Device.Platform.faults.Working();
+        told = State().text();
+    };
+    Down(Grid(), Middle(1));
+    EXPECT_EQ(told, QStringLiteral("Link open"));
 }
 
 TEST_F(LongOperation, LetsTheWindowPaintItself) {

@@ -6,8 +6,6 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
-#include <algorithm>
-#include <cctype>
 #include <cstdlib>
 #include <fstream>
 #include <sstream>
@@ -18,21 +16,8 @@ namespace fs = std::filesystem;
 
 using Json = nlohmann::ordered_json;
 
-std::vector<fs::path> Stories() {
-    std::vector<fs::path> stories;
-    for (const auto& entry : fs::directory_iterator(QUORIN_STORIES)) {
-        if (entry.path().extension() == ".story")
-            stories.push_back(entry.path());
-    }
-    std::sort(stories.begin(), stories.end());
-    return stories;
-}
-
-std::string Title(const testing::TestParamInfo<fs::path>& info) {
-    std::string title;
-    for (const char character : info.param.stem().string())
-        title += std::isalnum(static_cast<unsigned char>(character)) != 0 ? character : '_';
-    return title;
+std::string TitleOf(const testing::TestParamInfo<fs::path>& info) {
+    return story::Title(info.param);
 }
 
 /// What depends on how wide and how high letters are.
@@ -96,7 +81,7 @@ TEST_P(StoryInOtherLetters, GoesAsWrittenButForSizes) {
     EXPECT_EQ(story::Difference(WithoutMetrics(written), WithoutMetrics(played)), "");
 }
 
-INSTANTIATE_TEST_SUITE_P(InAWindow, StoryInOtherLetters, testing::ValuesIn(Stories()), Title);
+INSTANTIATE_TEST_SUITE_P(InAWindow, StoryInOtherLetters, testing::ValuesIn(story::Stories(QUORIN_STORIES)), TitleOf);
 
 TEST(Masking, DropsPicturesAndSizesAlone) {
     const std::string story =

@@ -178,8 +178,9 @@ TEST_F(WindowFaults, ARecordThatCanNotBeSavedIsToldAndLeavesTheFileAsItWas) {
     };
     Start(setting);
     OpenRecord();
-    Screen->Click(Cell(MoistureColour).center());
-    EXPECT_TRUE(Eventually([&] { return !BoxOf(Screen->Picture().copy(Cell(MoistureColour)), White).isEmpty(); }));
+    EXPECT_TRUE(
+        Window->ClickUntil([&] { return !BoxOf(Screen->Picture().copy(Cell(MoistureColour)), White).isEmpty(); },
+                           [&] { return Cell(MoistureColour).center(); }));
     Screen->Type("12");
     EXPECT_TRUE(Fills(MoistureColour));
     EXPECT_TRUE(BoxOf(Screen->Picture(), WarningRed).isEmpty());

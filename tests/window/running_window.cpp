@@ -293,6 +293,20 @@ void RunningWindow::Answer(const std::string& keys) {
     EXPECT_TRUE(Eventually([this] { return Screen->Windows().size() == 1 && Screen->ActiveWindow() == Main; }));
 }
 
+bool RunningWindow::ClickUntil(const std::function<bool()>& holds, const std::function<QPoint()>& place) {
+    constexpr auto Patience = std::chrono::seconds(3);
+    return Eventually([&] {
+        Screen->Click(place());
+        const auto start = std::chrono::steady_clock::now();
+        while (!holds() && std::chrono::steady_clock::now() - start < Patience)
+            std::this_thread::sleep_for(std::chrono::milliseconds(20));
+        if (!holds())
+            return false;
+        std::this_thread::sleep_for(std::chrono::milliseconds(200)); // it lasts
+        return holds();
+    });
+}
+
 bool RunningWindow::Changes(const QRect& part, const QImage& before) {
     return Eventually([&] { return Screen->Picture().copy(part) != before.copy(part); });
 }

@@ -113,6 +113,9 @@ public:
     bool Asks();
     /// Presses keys in the box and waits until it is gone.
     void Answer(const std::string& keys);
+    /// Clicks as a person does: once more where it had no effect. A page that was just filled paints itself again a
+    /// tenth of a second later, and closes what was opened under a quicker finger.
+    bool ClickUntil(const std::function<bool()>& holds, const std::function<QPoint()>& place);
     /// Waits until a part of the screen looks otherwise than before.
     bool Changes(const QRect& part, const QImage& before);
     /// Waits until a colour is seen, and says where.

@@ -162,8 +162,7 @@ TEST_F(WindowStory, OfATechnicianEndsInTheRecordsOnDisk) {
     EXPECT_TRUE(IsEmpty(Remark));
 
     // A remark where it stands.
-    Screen.Click(Cell(Remark).center());
-    EXPECT_TRUE(Eventually([&] { return IsEdited(Remark); }));
+    EXPECT_TRUE(Window->ClickUntil([&] { return IsEdited(Remark); }, [&] { return Cell(Remark).center(); }));
     Screen.Type("damp");
     EXPECT_TRUE(Fills(Remark));
     Screen.Click(NameOf(Place));

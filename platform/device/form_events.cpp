@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: MIT
+#include "platform/device/form_events.h"
+
+namespace platform::device {
+
+void RaiseItemClick(std::int32_t menu, std::int32_t item) {
+    menu == 1 ? frmQuorin::mnuButtonO1_Click(item) : frmQuorin::mnuButtonO2_Click(item);
+}
+
+void RaiseTitleClick(std::int32_t menu) {
+    menu == 1 ? frmQuorin::mnuButton1_Click() : frmQuorin::mnuButton2_Click();
+}
+
+void RaiseCloseRequest() {
+    bool cancel = false;
+    frmQuorin::Form_QueryUnload(cancel, 0);
+}
+
+} // namespace platform::device
