@@ -6,8 +6,6 @@
 
 namespace bench {
 
-namespace {
-
 platform::device::DeviceOptions OptionsFor(const std::string& root, const std::string& port) {
     platform::device::DeviceOptions options;
     options.Root = root;
@@ -17,10 +15,8 @@ platform::device::DeviceOptions OptionsFor(const std::string& root, const std::s
     return options;
 }
 
-} // namespace
-
 BenchDevice::BenchDevice(const std::string& root, const std::string& port)
-    : Platform(OptionsFor(root, port), *this, *this) {
+    : Platform(OptionsFor(root, port), Commands, Watcher) {
     Platform.StartProgram();
 }
 
@@ -28,11 +24,11 @@ BenchDevice::~BenchDevice() {
     modQuorin::ResetModules();
 }
 
-void BenchDevice::BoxOpened(const Text& text, platform::BoxButtons, platform::BoxIcon, const Text&) {
+void BenchWatcher::BoxOpened(const Text& text, platform::BoxButtons, platform::BoxIcon, const Text&) {
     Fail("a message box: " + modStringTools::ToBytes(text));
 }
 
-void BenchDevice::WritingFailed(const Text& name, platform::ErrorNumber error) {
+void BenchWatcher::WritingFailed(const Text& name, platform::ErrorNumber error) {
     Fail("can't write " + modStringTools::ToBytes(name) + ": " + modStringTools::ToBytes(platform::ErrorText(error)));
 }
 

@@ -9,15 +9,9 @@
 
 namespace bench {
 
-class BenchDevice final : platform::device::NoCommands, platform::device::Watcher {
+/// Sees to it that nothing is measured that did not go as planned.
+class BenchWatcher final : public platform::device::Watcher {
 public:
-    /// The files of the device lie in `root`; port 1 is the terminal `port`, or none.
-    explicit BenchDevice(const std::string& root, const std::string& port = {});
-    ~BenchDevice() override;
-
-    platform::headless::HeadlessPlatform Platform;
-
-private:
     // A box would be waited for until the end of days.
     void BoxOpened(const Text& text, platform::BoxButtons, platform::BoxIcon, const Text&) override;
     void TonePlayed(std::int32_t, std::int32_t) override {}
@@ -27,6 +21,24 @@ private:
     void KeyReleased(std::int32_t) override {}
     void CharacterSent(std::int32_t) override {}
     void WritingFailed(const Text& name, platform::ErrorNumber error) override;
+};
+
+/// The files of the device lie in `root`; port 1 is the terminal `port`, or none.
+platform::device::DeviceOptions OptionsFor(const std::string& root, const std::string& port = {});
+
+class BenchDevice {
+public:
+    explicit BenchDevice(const std::string& root, const std::string& port = {});
+    BenchDevice(const BenchDevice&) = delete;
+    BenchDevice& operator=(const BenchDevice&) = delete;
+    ~BenchDevice();
+
+private:
+    BenchWatcher Watcher;
+    platform::device::NoCommands Commands;
+
+public:
+    platform::headless::HeadlessPlatform Platform;
 };
 
 } // namespace bench

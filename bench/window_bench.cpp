@@ -1,0 +1,161 @@
+// SPDX-License-Identifier: MIT
+// What a person waits for at the window: the first frame after the start, and the frame after a key.
+#include "bench_device.h"
+#include "platform/device/gestures.h"
+#include "platform/qt/qt_platform.h"
+#include "processes.h"
+#include "ratio.h"
+
+#include <QApplication>
+#include <QTest>
+#include <QWindow>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <memory>
+
+namespace bench {
+
+namespace {
+
+// --- Start
+
+constexpr int Starts = 10; ///< in one run, whose figure is their median
+
+/// The seconds from a program's start to its first frame, offscreen.
+double ToFirstFrame(const std::vector<std::string>& words) {
+    ::setenv("LD_PRELOAD", Beside("libfirst_frame.so").c_str(), 1);
+    std::vector<double> taken;
+    for (int i = 0; i < Starts; ++i)
+        taken.push_back(SecondsOf(words));
+    ::unsetenv("LD_PRELOAD");
+    return Median(taken);
+}
+
+Sides Starting(const std::string& folder) {
+    const std::string root = folder + "/window-start";
+    std::filesystem::create_directories(root);
+    return {[root] {
+                return ToFirstFrame({Beside("quorin"), "--root", root});
+            },
+            [] { return ToFirstFrame({Beside("one_widget")}); }};
+}
+
+// --- A key
+
+constexpr int Fields = 200;
+constexpr int Presses = 600;
+constexpr double Percent = 99;
+
+/// Sees frames go to the screen.
+class FrameWatch final : public QObject {
+public:
+    int Frames = 0;
+
+protected:
+    bool eventFilter(QObject*, QEvent* event) override {
+        Frames += event->type() == QEvent::Paint ? 1 : 0;
+        return false;
+    }
+};
+
+class RecordInAWindow {
+public:
+    explicit RecordInAWindow(const std::string& root)
+        : Pump([](const platform::device::ProgramOver&) -> int { Fail("the window has ended"); }),
+          Device(OptionsFor(root), {}, Pump, Commands, Watcher) {
+        Device.StartProgram();
+        Device.window.activateWindow();
+        if (!QTest::qWaitForWindowActive(&Device.window))
+            Fail("the window does not get the keyboard");
+        for (const char16_t* caption : {u"Start...", u"Ok", u"Open"}) {
+            if (const std::string why = platform::device::Choose(Device, caption); !why.empty())
+                Fail("the record can't be opened: " + why);
+            Settle();
+        }
+        Device.loop.PassTime(1000);
+        Settle();
+        if (Device.grdMain.Rows() != Fields)
+            Fail("the record has " + std::to_string(Device.grdMain.Rows()) + " rows");
+        Device.grdMain.Widget().installEventFilter(&Watch);
+    }
+
+    /// The seconds from a key to the frame that shows what has come of it.
+    double Press() {
+        const std::int32_t row = Device.grdMain.Row();
+        if (row == 0 || row == Fields - 1)
+            Down = row == 0;
+        Watch.Frames = 0;
+        const double start = Now();
+        QTest::keyClick(Device.window.windowHandle(), Down ? Qt::Key_Down : Qt::Key_Up);
+        while (Watch.Frames == 0 && Now() - start < 1)
+            Settle();
+        const double taken = Now() - start;
+        if (Device.grdMain.Row() == row)
+            Fail("the key has moved nothing");
+        return taken;
+    }
+
+private:
+    void Settle() {
+        Device.loop.HandleDue();
+        QCoreApplication::processEvents();
+    }
+
+    platform::device::NoCommands Commands;
+    BenchWatcher Watcher;
+    platform::qt::QtPump Pump;
+    platform::qt::QtPlatform Device;
+    FrameWatch Watch;
+    bool Down = true; ///< through the record, and up again
+};
+
+Sides Pressing(const std::string& folder) {
+    const std::string root = folder + "/window-record";
+    std::filesystem::create_directories(root + "/Quorin");
+    std::ofstream(root + "/Quorin/drivers.txt") << "NAME|INFFILE\nMeter|meter.txt\n";
+    std::ofstream(root + "/Quorin/qrnctrl.txt") << "DRIVER|FILE|DATE|ALIAS\nMeter|qrn0001.txt|20070305|\n";
+    std::ofstream meter(root + "/Quorin/meter.txt");
+    std::ofstream download(root + "/Quorin/qrn0001.txt");
+    meter << "FIELDNAME|VISIBLE|COPY|BLOB|DISPLAY|CSVNAME|DATATYPE|FORMULA\n";
+    std::string names;
+    std::string values;
+    for (int field = 1; field <= Fields; ++field) {
+        const std::string number = std::to_string(field);
+        meter << "Field " << number << "|1||||||\n";
+        names += (field > 1 ? "|Field " : "Field ") + number;
+        values += (field > 1 ? "|" : "") + number + ".5 mm";
+    }
+    download << names << "\n" << values << "\n";
+    meter.close();
+    download.close();
+    const auto record = std::make_shared<RecordInAWindow>(root);
+    return {[record] {
+                std::vector<double> taken;
+                for (int press = 0; press < Presses; ++press)
+                    taken.push_back(record->Press());
+                return Percentile(taken, Percent);
+            },
+            {}};
+}
+
+} // namespace
+
+} // namespace bench
+
+int main(int count, char** words) {
+    using namespace bench;
+    if (count < 2)
+        Fail("which folder?");
+    ::setenv("QT_QPA_PLATFORM", "offscreen", 1);
+    ::setenv("XDG_RUNTIME_DIR", words[1], 1); // Qt wants one
+    const QApplication application(count, words);
+    return Main(
+        count, words,
+        {{"quorin from its start to its first painted frame, offscreen", "a one-widget Qt program", {1.5}, Starting},
+         {"a key press on a record of 200 fields to the painted frame, 99th percentile",
+          "a frame of 16.7 ms",
+          {0.0167, false, Figure::Product},
+          Pressing}});
+}
