@@ -2,6 +2,7 @@
 #include "console_main.h"
 
 #include "platform/common/host_files.h"
+#include "platform/common/root_lock.h"
 
 #include <cerrno>
 #include <cstring>
@@ -65,6 +66,11 @@ int ConsoleMain(int count, char** words, int (*run)(const Options&, Session&)) {
     }
     if (!RootIsUsable(options.Device.Root))
         return StatusUsage;
+    platform::common::RootLock lock;
+    if (lock.Take(options.Device.Root, "quorin-console") == platform::common::LockResult::Taken) {
+        std::cerr << "quorin-console: " << lock.Refusal() << "\n";
+        return StatusUsage;
+    }
     Session session(input, std::cout, options.Strict);
     return run(options, session);
 }

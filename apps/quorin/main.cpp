@@ -5,13 +5,13 @@
 #include "apps/quorin/options.h"
 #include "apps/quorin/signals.h"
 #include "apps/quorin/window_watch.h"
+#include "platform/common/root_lock.h"
 #include "platform/device/form_events.h"
 #include "platform/device/no_commands.h"
 #include "platform/host/connections.h"
 #include "platform/host/folders.h"
 #include "platform/host/port_list.h"
 #include "platform/host/port_names.h"
-#include "platform/host/root_lock.h"
 #include "platform/qt/accessible_grid.h"
 #include "platform/qt/keyboard_map.h"
 #include "platform/qt/qt_platform.h"
@@ -180,8 +180,8 @@ int main(int count, char** words) {
             return NotStarted("the simulated instrument could not be started: " + instrument->Problem());
         options.Device.Ports.Pinned.emplace(quorin::DemoPort, instrument->Port()); // a pin of the person counts
     }
-    platform::host::RootLock lock;
-    if (lock.Take(root, "quorin") == platform::host::LockResult::Taken)
-        return NotStarted(root + " is in use by " + lock.Holder() + "; one program at a time works on a root folder");
+    platform::common::RootLock lock;
+    if (lock.Take(root, "quorin") == platform::common::LockResult::Taken)
+        return NotStarted(lock.Refusal());
     RunWindow(options);
 }

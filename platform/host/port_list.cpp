@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/host/port_list.h"
 
+#include "platform/common/folder_names.h"
 #include "platform/common/host_files.h"
-#include "platform/host/folder_names.h"
 #include "platform/host/port_names.h"
 
 #include <algorithm>
@@ -71,8 +71,8 @@ void Survey::AddAll(const std::vector<std::string>& paths) {
 
 /// A system has nodes for ports that the board has not: the type of those is 0. A driver without types has real ones.
 bool Survey::HasHardware(const std::string& path) const {
-    const std::string folder = Where.SystemFolder + "/class/tty/" + NameOf(path);
-    const std::string type = FirstLine(folder + "/type");
+    const std::string folder = Where.SystemFolder + "/class/tty/" + common::NameOf(path);
+    const std::string type = common::FirstLine(folder + "/type");
     return type.empty() ? common::IsFolder(folder + "/device/driver") : type != "0";
 }
 
@@ -84,7 +84,7 @@ void Survey::AddBoardPorts() {
 
 void Survey::AddLinks() {
     const std::string folder = Where.DeviceFolder + "/serial/by-id";
-    for (const std::string& name : NamesIn(folder)) {
+    for (const std::string& name : common::NamesIn(folder)) {
         const std::string link = folder + "/" + name;
         Found& found = RowOf(link);
         if (found.Row.Path != link)
@@ -114,9 +114,9 @@ std::optional<PortHolder> Survey::Holder(const Found& found, const std::map<std:
     const auto holder = holders.find(found.Canonical);
     if (holder != holders.end())
         return holder->second;
-    if (const auto byName = HolderByLock(NameOf(found.Row.Path), Where.LockFolder, Where.ProcessFolder))
+    if (const auto byName = HolderByLock(common::NameOf(found.Row.Path), Where.LockFolder, Where.ProcessFolder))
         return byName;
-    return HolderByLock(NameOf(found.Canonical), Where.LockFolder, Where.ProcessFolder);
+    return HolderByLock(common::NameOf(found.Canonical), Where.LockFolder, Where.ProcessFolder);
 }
 
 void Survey::Judge(Found& found, const std::map<std::string, PortHolder>& holders) const {
@@ -205,11 +205,11 @@ std::string NameText(const DeviceName& name) {
 
 /// A line below a device's own.
 std::string Below(const std::string& text) {
-    return text.empty() ? "" : "    " + Printable(text) + "\n";
+    return text.empty() ? "" : "    " + common::Printable(text) + "\n";
 }
 
 std::string RowText(const PortRow& row) {
-    std::string text = Printable(row.Path) + ": " + NumbersText(row.Numbers) + "; " + Word(row.State) + "\n";
+    std::string text = common::Printable(row.Path) + ": " + NumbersText(row.Numbers) + "; " + Word(row.State) + "\n";
     text += Below(NameText(row.Name));
     for (const std::string& link : row.Links)
         text += Below("also " + link);

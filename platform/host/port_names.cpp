@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/host/port_names.h"
 
+#include "platform/common/folder_names.h"
 #include "platform/common/host_files.h"
-#include "platform/host/folder_names.h"
 
 #include <algorithm>
 #include <sys/stat.h>
@@ -17,14 +17,15 @@ bool IsCharacterDevice(const std::string& path) {
 bool IsBoardPort(const std::string& path) {
     std::string canonical;
     common::Canonical(path, canonical);
-    return !NumberAfter("ttyS", NameOf(path)).empty() || !NumberAfter("ttyS", NameOf(canonical)).empty();
+    return !common::NumberAfter("ttyS", common::NameOf(path)).empty() ||
+           !common::NumberAfter("ttyS", common::NameOf(canonical)).empty();
 }
 
 std::vector<std::string> DevicesCalled(const std::string& stem, const std::string& deviceFolder) {
     std::vector<std::string> paths;
-    for (const std::string& name : NamesIn(deviceFolder)) {
+    for (const std::string& name : common::NamesIn(deviceFolder)) {
         const std::string path = deviceFolder + "/" + name;
-        if (!NumberAfter(stem, name).empty() && IsCharacterDevice(path))
+        if (!common::NumberAfter(stem, name).empty() && IsCharacterDevice(path))
             paths.push_back(path);
     }
     // Their names come in the order of bytes: among those without leading zeros the shorter number is the smaller one.

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/host/port_troubles.h"
 
-#include "platform/host/folder_names.h"
+#include "platform/common/folder_names.h"
 #include "platform/host/port_names.h"
 
 #include <algorithm>
@@ -68,8 +68,8 @@ bool ProcessHas(gid_t wanted) {
 }
 
 bool IsNoHardware(const std::string& path) {
-    const std::string name = NameOf(path);
-    return !NumberAfter("ttyS", name).empty() && FirstLine("/sys/class/tty/" + name + "/type") == "0";
+    const std::string name = common::NameOf(path);
+    return !common::NumberAfter("ttyS", name).empty() && common::FirstLine("/sys/class/tty/" + name + "/type") == "0";
 }
 
 std::string NotAvailableLine(const std::string& path) {
@@ -126,7 +126,7 @@ PortTrouble HeldBy(const std::string& path, const PortHolder& holder) {
     const auto service = std::find_if(KnownServices.begin(), KnownServices.end(),
                                       [&holder](const KnownService& known) { return holder.Program == known.Program; });
     if (service != KnownServices.end())
-        return {"The service " + Described(holder) + " has taken it.", Filled(service->Remedy, NameOf(path))};
+        return {"The service " + Described(holder) + " has taken it.", Filled(service->Remedy, common::NameOf(path))};
     if (holder.Process.empty())
         return {Described(holder) + " uses it, as the lock file " + holder.LockFile + " says.",
                 "End that program; when there is none, remove the lock file."};

@@ -6,8 +6,10 @@
 #include <gtest/gtest.h>
 
 #include <csignal>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <sys/wait.h>
 
 namespace live {
 namespace {
@@ -73,6 +75,19 @@ TEST_F(TheRoadOfAResult, LeadsFromAPseudoTerminalToASavedRow) {
     EXPECT_EQ(File("Quorin/qrn0001.txt"), "Moisture|Temperature|Meter\n23.4 %|19 \xC2\xB0"
                                           "C|QI-7\n");
     EXPECT_EQ(console.End(), 0);
+}
+
+TEST_F(TheRoadOfAResult, IsThatOfOneProgramAtATime) {
+    RunningConsole first({"--root", Root.Name()});
+    const std::string tried = Root.Path("tried");
+    const std::string command =
+        std::string(QUORIN_CONSOLE) + " --root " + Root.Name() + " </dev/null >/dev/null 2>" + tried;
+    EXPECT_EQ(WEXITSTATUS(std::system(command.c_str())), 2);
+    EXPECT_EQ(File("tried"), "quorin-console: " + Root.Name() + " is in use by quorin-console " +
+                                 std::to_string(first.Id()) + "; one program at a time works on a root folder\n");
+    EXPECT_EQ(first.End(), 0);
+    RunningConsole second({"--root", Root.Name()});
+    EXPECT_EQ(second.End(), 0);
 }
 
 TEST_F(TheRoadOfAResult, SurvivesALineThatGoesAwayAndComesBack) {

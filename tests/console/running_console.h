@@ -19,6 +19,7 @@ public:
     std::string Tell(const std::string& command);
     /// Ends the input and waits; the exit status, or -1 for a signal's end.
     int End();
+    int Id() const { return Process; }
 
 private:
     std::string ReadUntilReady();

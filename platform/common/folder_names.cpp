@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/host/folder_names.h"
+#include "platform/common/folder_names.h"
 
 #include "platform/common/host_files.h"
 
@@ -10,7 +10,7 @@
 #include <memory>
 #include <unistd.h>
 
-namespace platform::host {
+namespace platform::common {
 
 namespace {
 
@@ -58,11 +58,11 @@ std::string Printable(std::string bytes) {
 }
 
 std::string FirstLine(const std::string& path) {
-    const common::Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+    const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
     std::array<char, LongestLine> block;
     const ssize_t count = file.Valid() ? ::read(file.Number(), block.data(), block.size()) : 0;
     const std::string bytes(block.data(), count > 0 ? static_cast<std::size_t>(count) : 0);
     return Printable(bytes.substr(0, bytes.find('\n')));
 }
 
-} // namespace platform::host
+} // namespace platform::common

@@ -6,7 +6,7 @@
 
 #include <string>
 
-namespace platform::host {
+namespace platform::common {
 
 enum class LockResult {
     Held,        ///< it is this program's until the lock is released or the program ends, however it ends
@@ -28,14 +28,18 @@ public:
     /// After `Taken`: the line of who holds it, such as "quorin 4711"; "another program" when that can't be read.
     const std::string& Holder() const { return HolderLine; }
 
+    /// After `Taken`: what a person is told who wants to start a second program.
+    std::string Refusal() const;
+
     /// The file stays, empty: removing it would let a third program lock a new one while a second waits for the old.
     void Release();
 
 private:
-    LockResult TakeOpened(common::Descriptor opened, const std::string& path);
+    LockResult TakeOpened(Descriptor opened, const std::string& path);
 
-    common::Descriptor File;
+    std::string Folder;
+    Descriptor File;
     std::string HolderLine;
 };
 
-} // namespace platform::host
+} // namespace platform::common

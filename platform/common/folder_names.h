@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-namespace platform::host {
+namespace platform::common {
 
 /// The names in a folder in the order of their bytes, without `.` and `..`. None of a folder that can't be read.
 std::vector<std::string> NamesIn(const std::string& folder);
@@ -22,4 +22,4 @@ std::string FirstLine(const std::string& path);
 /// Bytes with `?` for each control character: what others have named must not drive a terminal.
 std::string Printable(std::string bytes);
 
-} // namespace platform::host
+} // namespace platform::common

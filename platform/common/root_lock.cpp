@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "platform/host/root_lock.h"
+#include "platform/common/root_lock.h"
 
-#include "platform/host/folder_names.h"
+#include "platform/common/folder_names.h"
 
 #include <cerrno>
 #include <fcntl.h>
@@ -9,7 +9,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-namespace platform::host {
+namespace platform::common {
 
 namespace {
 
@@ -20,11 +20,11 @@ constexpr int Tries = 10;
 
 constexpr int OpenFlags = O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY;
 
-common::Descriptor OpenLock(const std::string& path) {
-    common::Descriptor opened(::open(path.c_str(), O_RDWR | O_CREAT | OpenFlags, 0666));
+Descriptor OpenLock(const std::string& path) {
+    Descriptor opened(::open(path.c_str(), O_RDWR | O_CREAT | OpenFlags, 0666));
     // Another user's file may be locked all the same, and it must be noticed that it is.
     if (!opened.Valid() && errno == EACCES)
-        opened = common::Descriptor(::open(path.c_str(), O_RDONLY | OpenFlags));
+        opened = Descriptor(::open(path.c_str(), O_RDONLY | OpenFlags));
     return opened;
 }
 
@@ -50,7 +50,7 @@ bool IsStillAt(const std::string& path, int file) {
 
 /// The line is for people; a full disk has no room for it, and the lock holds without.
 void WriteLine(int file, const std::string& line) {
-    if (common::WriteAll(file, line, 0) == NoError && ::ftruncate(file, static_cast<off_t>(line.size())) != 0)
+    if (WriteAll(file, line, 0) == NoError && ::ftruncate(file, static_cast<off_t>(line.size())) != 0)
         return;
 }
 
@@ -58,8 +58,9 @@ void WriteLine(int file, const std::string& line) {
 
 LockResult RootLock::Take(const std::string& rootFolder, const std::string& program) {
     Release();
+    Folder = rootFolder;
     HolderLine.clear();
-    common::MakeFolders(rootFolder); // where that fails, so does opening the file
+    MakeFolders(rootFolder); // where that fails, so does opening the file
     const std::string path = rootFolder + LockName;
     for (int attempt = 0; attempt < Tries; ++attempt) {
         const LockResult result = TakeOpened(OpenLock(path), path);
@@ -74,7 +75,7 @@ LockResult RootLock::Take(const std::string& rootFolder, const std::string& prog
     return LockResult::NotLockable;
 }
 
-LockResult RootLock::TakeOpened(common::Descriptor opened, const std::string& path) {
+LockResult RootLock::TakeOpened(Descriptor opened, const std::string& path) {
     if (!opened.Valid() || !IsRegular(opened.Number()))
         return LockResult::NotLockable;
     const int error = Lock(opened.Number());
@@ -90,10 +91,14 @@ LockResult RootLock::TakeOpened(common::Descriptor opened, const std::string& pa
     return LockResult::Held;
 }
 
+std::string RootLock::Refusal() const {
+    return Folder + " is in use by " + HolderLine + "; one program at a time works on a root folder";
+}
+
 void RootLock::Release() {
     if (File.Valid())
         WriteLine(File.Number(), "");
     File.Close();
 }
 
-} // namespace platform::host
+} // namespace platform::common

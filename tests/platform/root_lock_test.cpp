@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/host/root_lock.h"
+#include "platform/common/root_lock.h"
 
 #include "tests/platform/temporary_root.h"
 
@@ -11,15 +11,15 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-using namespace platform::host;
+using namespace platform::common;
 
-namespace platform::host {
+namespace platform::common {
 
 static void PrintTo(LockResult result, std::ostream* out) {
     *out << (result == LockResult::Held ? "held" : result == LockResult::Taken ? "taken" : "not lockable");
 }
 
-} // namespace platform::host
+} // namespace platform::common
 
 namespace {
 
