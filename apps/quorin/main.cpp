@@ -128,6 +128,7 @@ int TellOver(platform::qt::QtPlatform& device, const ProgramOver& over) {
     looks.Profile = platform::common::ProfileOfType(options.Device.DeviceType);
     device.emplace(options.Device, looks, pump, commands, watch);
     watch.Attach(*device);
+    device->window.SetPlace(QStringLiteral("Data: ") + QString::fromStdString(options.Device.Root));
     device->loop.Listen(signals);
     signals.Raised = [&device] {
         bool cancel = false;

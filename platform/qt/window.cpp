@@ -72,7 +72,6 @@ Window::Window(double scale) : Scale(scale) {
     Strip->hide();
     column->addWidget(Strip);
     Alarm = StatusLabel("warning");
-    Alarm->setStyleSheet(QStringLiteral("background: #b00020; color: white;"));
     Alarm->hide();
     column->addWidget(Alarm);
     Alarm->installEventFilter(this);
@@ -133,9 +132,7 @@ void Window::LetSize() {
         label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
         label->setFixedHeight(label->fontMetrics().height() + 2 * label->margin());
     }
-    QSizePolicy kept = Alarm->sizePolicy();
-    kept.setRetainSizeWhenHidden(true);
-    Alarm->setSizePolicy(kept);
+    ShowAlarm();
     resize(layout()->totalSizeHint());
     ShowState();
 }
@@ -149,7 +146,7 @@ void Window::Put(QLabel& label, const QString& text) {
 
 void Window::resizeEvent(QResizeEvent*) {
     ShowState();
-    Put(*Alarm, WarningText);
+    ShowAlarm();
 }
 
 void Window::SetLinkLine(const QString& text, bool alive) {
@@ -170,8 +167,19 @@ void Window::ShowState() {
 
 void Window::SetWarning(const QString& text) {
     WarningText = text;
-    Put(*Alarm, text);
-    Alarm->setVisible(!text.isEmpty());
+    ShowAlarm();
+}
+
+void Window::SetPlace(const QString& text) {
+    PlaceText = text;
+    ShowAlarm();
+}
+
+void Window::ShowAlarm() {
+    const bool warns = !WarningText.isEmpty();
+    Alarm->setStyleSheet(warns ? QStringLiteral("background: #b00020; color: white;") : QString());
+    Put(*Alarm, warns ? WarningText : PlaceText);
+    Alarm->setVisible(warns || IsOneLine);
 }
 
 void Window::SetWorking(bool working) {

@@ -60,6 +60,8 @@ public:
     void SetLinkLine(const QString& text, bool alive);
     /// The warning stays until a person has tapped it.
     void SetWarning(const QString& text);
+    /// Where the records are. It stands where a warning comes, in a window that may be resized.
+    void SetPlace(const QString& text);
     /// A long operation goes on, or has come to its end.
     void SetWorking(bool working);
     QString LinkLine() const { return LinkText; }
@@ -79,6 +81,7 @@ private:
     QLabel* StatusLabel(const char* name);
     void Put(QLabel& label, const QString& text);
     void ShowState();
+    void ShowAlarm();
     int KeysInARow(const std::vector<common::DeviceKey>& keys, const QFontMetrics& metrics) const;
 
     QBoxLayout* HeadRow;
@@ -91,6 +94,7 @@ private:
     double Scale;
     QString LinkText;
     QString WarningText;
+    QString PlaceText;
     bool IsOneLine = false; ///< what has no room is cut, and told by a tip
     bool IsAlive = false;
     bool IsWorking = false;

@@ -129,6 +129,22 @@ TEST_F(BusyStrip, KeepsWhatIsTypedIntoAnOpenField) {
     EXPECT_EQ(Field().Contents().substr(0, 2), u"12");
 }
 
+// The status area.
+
+using StatusArea = InAWindow;
+
+TEST_F(StatusArea, HasTheWarningWhereThePlaceOfTheRecordsStands) {
+    Form().SetPlace(QStringLiteral("Data: here"));
+    auto& line = *Form().findChild<QLabel*>(QStringLiteral("warning"));
+    EXPECT_EQ(line.text(), QStringLiteral("Data: here"));
+    const QSize form = Form().Screen().size();
+    Form().SetWarning(QStringLiteral("Not saved"));
+    EXPECT_EQ(line.text(), QStringLiteral("Not saved"));
+    EXPECT_EQ(Form().Screen().size(), form);
+    Click(line, line.rect().center());
+    EXPECT_EQ(line.text(), QStringLiteral("Data: here"));
+}
+
 // An operation that takes long.
 
 class LongOperation : public InAWindow {

@@ -67,6 +67,7 @@ protected:
         InstallSample();
         for (const char16_t* command : {u"Start...", u"Ok", u"New", u"Open"})
             Choose(command);
+        Form().SetPlace(QStringLiteral("Data: /home/cleo/.local/share/quorin"));
         Form().SetLinkLine(QStringLiteral("Link open: Com1 (/dev/rfcomm0); last record 2 s ago"), true);
     }
     /// A result comes, as the port hands it over.
