@@ -39,7 +39,7 @@ void AddResultSlot();
 
 /// Puts a variable (name, `=`, value) into a list joined by `|`, by name or at its end. The name is used as a pattern
 /// and looked for anywhere in the list.
-void SetDescriptiveVar(Text& list, const Text& variable);
+void SetDescriptiveVar(Text& list, TextView variable);
 
 /// What stands between the first and the last double quote of a line; empty without quotes.
 Text QuotedValue(TextView line);

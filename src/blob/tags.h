@@ -24,8 +24,15 @@ bool BeginsWithTag(TextView line, TextView tag);
 /// Whether a tag stands anywhere in a text.
 bool HasTag(TextView text, TextView tag);
 
-/// What stands between the last such tag of a text and the next closing bracket, or the text's end where none follows.
-/// A tag at the very beginning of the text is passed over.
-TextView InsideLastTag(TextView text, TextView tag);
+/// The tags that count wherever they stand in a BLob: where the last one of each is, TextView::npos for none.
+struct LastTags {
+    std::size_t Connect = TextView::npos;
+    std::size_t Origin = TextView::npos;
+};
+LastTags FindLastTags(TextView text);
+
+/// What stands between the tag at `place` and the next closing bracket, or the text's end where none follows. A tag at
+/// the very beginning of the text is passed over.
+TextView InsideTag(TextView text, std::size_t place, TextView tag);
 
 } // namespace modBLob

@@ -31,6 +31,11 @@ Text UpperCase(TextView text);
 /// Whether two texts are the same when both are lower-cased.
 bool SameIgnoringCase(TextView a, TextView b);
 
+/// Where a character stands first in a text, at `from` or behind it; TextView::npos where it doesn't. Both are offsets,
+/// from 0. It looks at several characters at a time, whatever they are: a text of megabytes costs about what reading it
+/// costs.
+std::size_t FindChar(TextView text, char16_t character, std::size_t from = 0);
+
 /// The decimal text of a number, with "-" in front of a negative one.
 Text NumberText(std::int64_t number);
 
