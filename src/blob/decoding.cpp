@@ -153,9 +153,16 @@ TextView TakeItem(TextView& list) {
 
 /// The items of a list that bars part: one more than there are bars, so an empty list is one empty item.
 void SplitList(TextView list, std::vector<Text>& items) {
-    items.resize(static_cast<std::size_t>(std::count(list.begin(), list.end(), Bar)) + 1);
-    for (Text& item : items)
-        item = TakeItem(list);
+    std::size_t count = 0;
+    std::size_t bar = 0;
+    do {
+        bar = FindChar(list, Bar);
+        if (count == items.size())
+            items.emplace_back();
+        items[count++] = list.substr(0, bar);
+        list.remove_prefix(bar == TextView::npos ? 0 : bar + 1);
+    } while (bar != TextView::npos);
+    items.resize(count);
 }
 
 } // namespace
@@ -210,10 +217,9 @@ void AddResultSlot() {
         Decoder.SlotValues.clear();
         Decoder.SlotCursor = 0;
     }
-    const auto count = static_cast<std::size_t>(Decoder.SlotCount);
-    Decoder.SlotTypes.resize(count);
-    Decoder.SlotVars.resize(count);
-    Decoder.SlotValues.resize(count);
+    Decoder.SlotTypes.emplace_back();
+    Decoder.SlotVars.emplace_back();
+    Decoder.SlotValues.emplace_back();
 }
 
 // Records that were downloaded depend on what the matcher makes of this, odd as it is: the old variable is taken to end

@@ -5,18 +5,6 @@ namespace modBLob {
 
 using modStringTools::FindChar;
 
-namespace {
-
-constexpr char16_t Bracket = u'['; // which each tag begins with
-
-} // namespace
-
-bool BeginsWithTag(TextView line, TextView tag) {
-    // The bracket alone tells nearly every line of noise from a tag.
-    return line.size() >= tag.size() && line.front() == Bracket &&
-           modStringTools::SameIgnoringCase(line.substr(0, tag.size()), tag);
-}
-
 bool HasTag(TextView text, TextView tag) {
     for (std::size_t at = FindChar(text, Bracket); at != TextView::npos; at = FindChar(text, Bracket, at + 1))
         if (BeginsWithTag(text.substr(at), tag))

@@ -7,7 +7,7 @@
 namespace modBLob {
 
 inline constexpr char16_t LineEnd = u'\r'; ///< what ends a line of a BLob
-
+inline constexpr char16_t Bracket = u'[';  ///< what each tag begins with
 inline constexpr TextView StartTag = u"[BLob";
 inline constexpr TextView EndTag = u"[/BLob";
 inline constexpr TextView ExactEndLine = u"[/BLob]\r"; ///< without it a BLob is refused
@@ -19,7 +19,14 @@ inline constexpr TextView ResultValueTag = u"[RESULT_VALUE";
 inline constexpr TextView ResultUnitTag = u"[RESULT_UNIT";
 
 /// Whether a line begins with a tag.
-bool BeginsWithTag(TextView line, TextView tag);
+inline bool BeginsWithTag(TextView line, TextView tag) {
+    // The bracket tells nearly every line of noise from a tag, and two letters tell nearly every other tag.
+    const auto same = [line, tag](std::size_t at) {
+        return line[at] == tag[at] || modStringTools::LowerChar(line[at]) == modStringTools::LowerChar(tag[at]);
+    };
+    return line.size() >= tag.size() && line.front() == Bracket && same(1) && same(tag.size() - 1) &&
+           modStringTools::SameIgnoringCase(line.substr(0, tag.size()), tag);
+}
 
 /// Whether a tag stands anywhere in a text.
 bool HasTag(TextView text, TextView tag);

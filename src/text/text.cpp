@@ -21,8 +21,6 @@ struct CaseRun {
 
 #include "text/case_table.inc"
 
-constexpr char16_t FirstBeyondAscii = 0x80;
-
 template <std::size_t Count>
 char16_t Mapped(const CaseRun (&runs)[Count], char16_t character) {
     const CaseRun* run = std::lower_bound(std::begin(runs), std::end(runs), character,
@@ -143,20 +141,6 @@ std::size_t AppendAscii(std::string& bytes, TextView from) {
     return length;
 }
 
-constexpr std::uint64_t LowestBits = 0x0001000100010001U; // of four characters in one block
-constexpr std::uint64_t HighestBits = 0x8000800080008000U;
-
-std::uint64_t BlockOf(const char16_t* characters) {
-    std::uint64_t block = 0;
-    std::memcpy(&block, characters, sizeof block);
-    return block;
-}
-
-/// Not 0 for a block that has a character of value 0 in it: such a one borrows from its highest bit, which wasn't set.
-std::uint64_t WithZero(std::uint64_t block) {
-    return (block - LowestBits) & ~block & HighestBits;
-}
-
 TextView WithoutBlanks(TextView text) {
     const std::size_t first = text.find_first_not_of(u' ');
     if (first == TextView::npos)
@@ -166,9 +150,7 @@ TextView WithoutBlanks(TextView text) {
 
 } // namespace
 
-char16_t LowerChar(char16_t character) {
-    if (character < FirstBeyondAscii)
-        return character >= u'A' && character <= u'Z' ? static_cast<char16_t>(character + 0x20) : character;
+char16_t LowerCharBeyondAscii(char16_t character) {
     return Mapped(ToLower, character);
 }
 
@@ -195,22 +177,12 @@ Text UpperCase(TextView text) {
 }
 
 bool SameIgnoringCase(TextView a, TextView b) {
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+    if (a.size() != b.size())
+        return false;
+    if (std::memcmp(a.data(), b.data(), a.size() * sizeof(char16_t)) == 0)
+        return true;
+    return std::equal(a.begin(), a.end(), b.begin(),
                       [](char16_t x, char16_t y) { return x == y || LowerChar(x) == LowerChar(y); });
-}
-
-std::size_t FindChar(TextView text, char16_t character, std::size_t from) {
-    constexpr std::size_t Step = 2 * sizeof(std::uint64_t) / sizeof(char16_t);
-    const std::uint64_t wanted = LowestBits * character;
-    std::size_t at = from;
-    for (; at + Step <= text.size(); at += Step) {
-        const char16_t* const there = text.data() + at;
-        if ((WithZero(BlockOf(there) ^ wanted) | WithZero(BlockOf(there + Step / 2) ^ wanted)) != 0)
-            break;
-    }
-    while (at < text.size() && text[at] != character)
-        ++at;
-    return at < text.size() ? at : TextView::npos;
 }
 
 Text NumberText(std::int64_t number) {
