@@ -10,6 +10,7 @@
 namespace modBLob {
 
 using modStringTools::FindChar;
+using modStringTools::SameIgnoringCase;
 
 namespace {
 
@@ -38,10 +39,9 @@ TextView InsideQuotes(TextView line) {
     return last == first ? TextView() : line.substr(first + 1, last - first - 1);
 }
 
-/// What the lines of a BLob have said so far. A result that is stored clears none of it: what the next one does not say
-/// anew it takes over.
+/// What the lines of a BLob have said so far, besides Decoder.Variables. A result that is stored clears none of it:
+/// what the next one does not say anew it takes over.
 struct LinesSoFar {
-    Text Vars;
     TextView Types; ///< parted by `" "`
     TextView Value;
 };
@@ -81,7 +81,7 @@ Text& NumberSlot(Text& slot, const Text& number, std::size_t room) {
 void StoreResult(const LinesSoFar& soFar, TextView unit) {
     const auto slot = static_cast<std::size_t>(Decoder.SlotCount - 1);
     const Text number = modStringTools::NumberText(Decoder.SlotCount) + Bar;
-    NumberSlot(Decoder.SlotVars[slot], number, soFar.Vars.size()) += soFar.Vars;
+    NumberSlot(Decoder.SlotVars[slot], number, Decoder.Variables.size()) += Decoder.Variables;
     AppendTypes(NumberSlot(Decoder.SlotTypes[slot], number, soFar.Types.size()), soFar.Types);
     Text& values = NumberSlot(Decoder.SlotValues[slot], number, soFar.Value.size() + 1 + unit.size());
     values.append(soFar.Value).append(1, Bar).append(unit);
@@ -90,10 +90,10 @@ void StoreResult(const LinesSoFar& soFar, TextView unit) {
 
 void ReadLine(TextView line, LinesSoFar& soFar) {
     if (BeginsWithTag(line, DescriptiveVarTag)) {
-        if (soFar.Vars.empty())
-            soFar.Vars = InsideQuotes(line);
+        if (Decoder.Variables.empty())
+            Decoder.Variables = InsideQuotes(line);
         else
-            SetDescriptiveVar(soFar.Vars, InsideQuotes(line));
+            SetDescriptiveVar(Decoder.Variables, InsideQuotes(line));
     } else if (BeginsWithTag(line, ResultTypeTag)) {
         soFar.Types = InsideQuotes(line);
     } else if (BeginsWithTag(line, ResultValueTag)) {
@@ -104,10 +104,11 @@ void ReadLine(TextView line, LinesSoFar& soFar) {
 }
 
 /// A text without any line end has no lines; otherwise what stands behind the last one is a line too.
-void ReadLines(TextView text, LinesSoFar& soFar) {
+void ReadLines(TextView text) {
     std::size_t end = FindChar(text, LineEnd);
     if (end == TextView::npos)
         return;
+    LinesSoFar soFar;
     while (end != TextView::npos) {
         ReadLine(text.substr(0, end), soFar);
         text.remove_prefix(end + 1);
@@ -116,12 +117,26 @@ void ReadLines(TextView text, LinesSoFar& soFar) {
     ReadLine(text, soFar);
 }
 
-/// What a list is searched for: a variable up to its first `=`. One that has nothing behind that, or has none, gets one
-/// more: "A=" is looked for as "A==".
-Text NameAndEquals(TextView variable) {
-    const std::size_t equals = FindChar(variable, Equals);
-    const bool hasValue = equals != TextView::npos && equals + 1 < variable.size();
-    return hasValue ? Text(variable.substr(0, equals + 1)) : Text(variable) + Equals;
+/// The name that a variable is looked for by: what stands in front of its first `=`. All of it where nothing stands
+/// behind that, or there is none: "A=" is looked for as "A==".
+TextView NameOf(TextView variable) {
+    const std::size_t equals = variable.find(Equals);
+    return equals + 1 < variable.size() ? variable.substr(0, equals) : variable;
+}
+
+/// The position of a name with a `=` behind it in a list, 0 for none. The name is a pattern; one in which nothing is
+/// special can only stand in front of one of the list's `=`.
+std::int32_t FindVariable(TextView list, TextView name) {
+    if (name.find_first_of(u".\\+^$") != TextView::npos) {
+        std::int32_t first = 0;
+        std::int32_t last = 0;
+        return modStringTools::FindPattern(1, list, Text(name) + Equals, first, last, false);
+    }
+    for (std::size_t equals = FindChar(list, Equals); equals != TextView::npos;
+         equals = FindChar(list, Equals, equals + 1))
+        if (equals >= name.size() && SameIgnoringCase(list.substr(equals - name.size(), name.size()), name))
+            return static_cast<std::int32_t>(equals - name.size() + 1);
+    return 0;
 }
 
 /// The position that the old variable at position `first` of a list ends at. This is what the pattern "=.+|" finds from
@@ -140,12 +155,12 @@ std::int32_t EndOfOldVariable(TextView list, std::int32_t first) {
 
 /// A slot's text behind its number and the bar that ends the number.
 TextView WithoutNumber(TextView slot) {
-    return slot.substr(FindChar(slot, Bar) + 1);
+    return slot.substr(slot.find(Bar) + 1);
 }
 
 /// Cuts off what stands in front of the first bar, and the bar; all of it where there is none.
 TextView TakeItem(TextView& list) {
-    const std::size_t end = std::min(FindChar(list, Bar), list.size());
+    const std::size_t end = std::min(list.find(Bar), list.size());
     const TextView item = list.substr(0, end);
     list.remove_prefix(std::min(end + 1, list.size()));
     return item;
@@ -181,9 +196,9 @@ bool DecodeBlob(TextView blob) {
     if (!OriginAccepted(blob, tags.Origin))
         return false;
     AddResultSlot();
-    LinesSoFar soFar;
-    soFar.Vars = u"ORIGIN=" + Decoder.ConnectedID;
-    ReadLines(blob, soFar);
+    Decoder.Variables = u"ORIGIN=";
+    Decoder.Variables += Decoder.ConnectedID;
+    ReadLines(blob);
     return true;
 }
 
@@ -226,14 +241,12 @@ void AddResultSlot() {
 // at the list's last bar and not at the next one, so "ORIGIN=X|A=1|B=2|C=3" becomes "ORIGIN=X|A=9|C=3" with "A=9"; and
 // an old value of one character at the list's end stays: "ORIGIN=X|B=2" becomes "ORIGIN=X|B=52" with "B=5".
 void SetDescriptiveVar(Text& list, TextView variable) {
-    std::int32_t first = 0;
-    std::int32_t last = 0;
-    modStringTools::FindPattern(1, list, NameAndEquals(variable), first, last, false);
+    std::int32_t first = FindVariable(list, NameOf(variable));
     if (first == 0) {
         list.append(1, Bar).append(variable);
         return;
     }
-    last = EndOfOldVariable(list, first);
+    std::int32_t last = EndOfOldVariable(list, first);
     modStringTools::ReplaceRange(list, variable, first, last);
 }
 

@@ -20,6 +20,7 @@ struct DecoderState {
     std::vector<Text> SlotValues;   ///< its number, `|`, value, `|`, unit
     std::int32_t SlotCount = 0;     ///< number of slots, the free one at the end included
     std::int32_t SlotCursor = 0;    ///< slot last delivered
+    Text Variables;                 ///< of the last BLob that was accepted: those that its next result would have
     std::vector<Text> ResultTypes;  ///< the current result: the names by which it may be known
     std::vector<Text> ResultVars;   ///< its variables, each a name, `=` and a value; the first is ORIGIN
     Text ResultValue;               ///< its value

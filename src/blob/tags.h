@@ -4,6 +4,8 @@
 
 #include "text/text.h"
 
+#include <cstring>
+
 namespace modBLob {
 
 inline constexpr char16_t LineEnd = u'\r'; ///< what ends a line of a BLob
@@ -20,11 +22,13 @@ inline constexpr TextView ResultUnitTag = u"[RESULT_UNIT";
 
 /// Whether a line begins with a tag.
 inline bool BeginsWithTag(TextView line, TextView tag) {
-    // The bracket tells nearly every line of noise from a tag, and two letters tell nearly every other tag.
     const auto same = [line, tag](std::size_t at) {
         return line[at] == tag[at] || modStringTools::LowerChar(line[at]) == modStringTools::LowerChar(tag[at]);
     };
-    return line.size() >= tag.size() && line.front() == Bracket && same(1) && same(tag.size() - 1) &&
+    // The bracket tells nearly every line of noise from a tag, and two letters tell nearly every other tag.
+    if (line.size() < tag.size() || line.front() != Bracket || !same(1) || !same(tag.size() - 1))
+        return false;
+    return std::memcmp(line.data(), tag.data(), tag.size() * sizeof(char16_t)) == 0 ||
            modStringTools::SameIgnoringCase(line.substr(0, tag.size()), tag);
 }
 

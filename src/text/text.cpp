@@ -177,17 +177,20 @@ Text UpperCase(TextView text) {
 }
 
 bool SameIgnoringCase(TextView a, TextView b) {
-    if (a.size() != b.size())
-        return false;
-    if (std::memcmp(a.data(), b.data(), a.size() * sizeof(char16_t)) == 0)
-        return true;
-    return std::equal(a.begin(), a.end(), b.begin(),
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
                       [](char16_t x, char16_t y) { return x == y || LowerChar(x) == LowerChar(y); });
 }
 
 Text NumberText(std::int64_t number) {
-    const std::string digits = std::to_string(number);
-    return Text(digits.begin(), digits.end());
+    char16_t characters[20]; // "-9223372036854775808"
+    char16_t* const end = characters + std::size(characters);
+    char16_t* first = end;
+    const auto bits = static_cast<std::uint64_t>(number);
+    for (std::uint64_t left = number < 0 ? 0 - bits : bits; left != 0 || first == end; left /= 10)
+        *--first = static_cast<char16_t>(u'0' + left % 10);
+    if (number < 0)
+        *--first = u'-';
+    return Text(first, end);
 }
 
 std::optional<std::int32_t> NumberFromText(TextView text) {
