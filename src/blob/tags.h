@@ -22,11 +22,14 @@ inline constexpr TextView ResultUnitTag = u"[RESULT_UNIT";
 
 /// Whether a line begins with a tag.
 inline bool BeginsWithTag(TextView line, TextView tag) {
-    const auto same = [line, tag](std::size_t at) {
-        return line[at] == tag[at] || modStringTools::LowerChar(line[at]) == modStringTools::LowerChar(tag[at]);
+    // The bracket tells nearly every line of noise from a tag, and two letters nearly every other tag. In these two
+    // places no tag has an I or a K, the only letters whose case is not just this bit: they have further ones beyond
+    // ASCII.
+    constexpr std::uint32_t CaseBit = 0x20;
+    const auto mayBeSame = [line, tag](std::size_t at) {
+        return ((std::uint32_t{line[at]} ^ std::uint32_t{tag[at]}) & ~CaseBit) == 0;
     };
-    // The bracket tells nearly every line of noise from a tag, and two letters tell nearly every other tag.
-    if (line.size() < tag.size() || line.front() != Bracket || !same(1) || !same(tag.size() - 1))
+    if (line.size() < tag.size() || line.front() != Bracket || !mayBeSame(1) || !mayBeSame(tag.size() - 1))
         return false;
     return std::memcmp(line.data(), tag.data(), tag.size() * sizeof(char16_t)) == 0 ||
            modStringTools::SameIgnoringCase(line.substr(0, tag.size()), tag);
