@@ -7,11 +7,11 @@ namespace reference {
 namespace {
 
 TEST(AgainstTheLiteralForm, FramesStreamsInPieces) {
-    ExpectAgreement(CompareFraming, 300000);
+    ExpectAgreement(CompareFraming, 450000);
 }
 
 TEST(AgainstTheLiteralForm, DecodesSingleTexts) {
-    ExpectAgreement(CompareDecoding, 150000);
+    ExpectAgreement(CompareDecoding, 200000);
 }
 
 TEST(AgainstTheLiteralForm, PutsVariablesIntoLists) {
