@@ -20,6 +20,7 @@ struct DecoderState {
     std::vector<Text> SlotValues;   ///< its number, `|`, value, `|`, unit
     std::int32_t SlotCount = 0;     ///< number of slots, the free one at the end included
     std::int32_t SlotCursor = 0;    ///< slot last delivered
+    Text Variables;                 ///< of the last BLob that was accepted: those that its next result would have
     std::vector<Text> ResultTypes;  ///< the current result: the names by which it may be known
     std::vector<Text> ResultVars;   ///< its variables, each a name, `=` and a value; the first is ORIGIN
     Text ResultValue;               ///< its value
@@ -39,7 +40,7 @@ void AddResultSlot();
 
 /// Puts a variable (name, `=`, value) into a list joined by `|`, by name or at its end. The name is used as a pattern
 /// and looked for anywhere in the list.
-void SetDescriptiveVar(Text& list, const Text& variable);
+void SetDescriptiveVar(Text& list, TextView variable);
 
 /// What stands between the first and the last double quote of a line; empty without quotes.
 Text QuotedValue(TextView line);

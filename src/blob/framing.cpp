@@ -7,63 +7,104 @@
 #include "view/status_strip.h"
 
 #include <algorithm>
-#include <vector>
 
 namespace modBLob {
 
+using modStringTools::FindChar;
+
 namespace {
 
-/// Each pair of carriage return and line feed becomes one carriage return; in a text without any such pair each line
-/// feed does. Odd, and required: one pair anywhere leaves every lone line feed standing, and the pair that "\r\n\n"
-/// leaves behind waits for the next call.
-void NormaliseLineEnds(Text& buffer) {
-    std::size_t pair = buffer.find(u"\r\n");
-    if (pair == Text::npos) {
-        std::replace(buffer.begin(), buffer.end(), u'\n', LineEnd);
-        return;
-    }
-    std::size_t kept = pair;
-    while (pair != Text::npos) {
-        const std::size_t next = buffer.find(u"\r\n", pair + 2);
-        const std::size_t end = std::min(next, buffer.size());
-        buffer[kept] = LineEnd;
-        Text::traits_type::move(&buffer[kept + 1], buffer.data() + pair + 2, end - (pair + 2));
-        kept += end - (pair + 1);
-        pair = next;
-    }
-    buffer.resize(kept);
+constexpr char16_t LineFeed = u'\n';
+
+/// Whether the line feed at a place of a text stands behind a carriage return, be it the last one of what is in front.
+bool IsPaired(TextView text, std::size_t feed, TextView inFront) {
+    if (feed > 0)
+        return text[feed - 1] == LineEnd;
+    return !inFront.empty() && inFront.back() == LineEnd;
 }
 
-/// One walk over the lines of the buffer. What stays is moved together at the buffer's head as the walk goes on, so
-/// that each character is moved once at most, and none at all as long as nothing has been taken out.
-struct Walk {
-    Text& Buffer;
-    std::size_t Kept = 0;                 ///< the buffer's first characters, that many, are what stays
-    std::vector<std::size_t> OpenBlobs{}; ///< where among them the BLobs without an end line begin, the innermost last
-    bool Decoded = false;                 ///< a BLob was accepted
-    bool Failed = false;                  ///< a BLob was refused
+bool HasPair(TextView text, TextView inFront) {
+    std::size_t feed = FindChar(text, LineFeed);
+    while (feed != TextView::npos && !IsPaired(text, feed, inFront))
+        feed = FindChar(text, LineFeed, feed + 1);
+    return feed != TextView::npos;
+}
+
+/// Takes what stands from `place` on out of the buffer, to be taken in once more. The line that `place` lies in is open
+/// again. What stands in front of it has no BLob in it that is whole, so that the start lines there are the open BLobs.
+Text TakeBack(std::size_t place) {
+    Text& buffer = Framing.BlobBuffer;
+    const Text tail = buffer.substr(place);
+    buffer.resize(place);
+    Framing.OpenLine = buffer.rfind(LineEnd) + 1; // npos and 1 is 0
+    std::vector<std::size_t>& open = Framing.OpenBlobs;
+    while (!open.empty() && open.back() >= Framing.OpenLine)
+        open.pop_back();
+    return tail;
+}
+
+/// What becomes of the buffer in one call.
+struct Progress {
+    std::size_t Unchanged; ///< so many characters at the buffer's head are what the last call has left
+    bool Decoded = false;  ///< a BLob was accepted
+    bool Failed = false;   ///< a BLob was refused
 };
 
-void CloseInnermostBlob(Walk& walk) {
-    const std::size_t start = walk.OpenBlobs.back();
-    const bool accepted = DecodeBlob(TextView(walk.Buffer).substr(start, walk.Kept - start));
-    (accepted ? walk.Decoded : walk.Failed) = true;
-    walk.OpenBlobs.pop_back();
-    walk.Kept = start;
+/// Decodes and cuts off the innermost open BLob, with which the buffer ends.
+void CloseBlob(Progress& progress) {
+    Text& buffer = Framing.BlobBuffer;
+    const std::size_t start = Framing.OpenBlobs.back();
+    Framing.OpenBlobs.pop_back();
+    const bool accepted = DecodeBlob(TextView(buffer).substr(start));
+    (accepted ? progress.Decoded : progress.Failed) = true;
+    buffer.resize(start);
+    progress.Unchanged = std::min(progress.Unchanged, start);
 }
 
-/// Takes the line from `start` up to and including the line end at `end`.
-void TakeLine(Walk& walk, std::size_t start, std::size_t end) {
-    const TextView line = TextView(walk.Buffer).substr(start, end - start);
-    const bool opens = BeginsWithTag(line, StartTag);
-    const bool closes = BeginsWithTag(line, EndTag);
-    if (opens)
-        walk.OpenBlobs.push_back(walk.Kept);
-    if (walk.Kept != start)
-        Text::traits_type::move(&walk.Buffer[walk.Kept], line.data(), line.size() + 1);
-    walk.Kept += line.size() + 1;
-    if (closes && !walk.OpenBlobs.empty())
-        CloseInnermostBlob(walk);
+/// Deals with the line that the buffer's last character has ended.
+void TakeLine(Progress& progress) {
+    const TextView line = TextView(Framing.BlobBuffer).substr(Framing.OpenLine);
+    if (BeginsWithTag(line, StartTag))
+        Framing.OpenBlobs.push_back(Framing.OpenLine);
+    else if (BeginsWithTag(line, EndTag) && !Framing.OpenBlobs.empty())
+        CloseBlob(progress);
+    Framing.OpenLine = Framing.BlobBuffer.size();
+}
+
+/// Takes in a text line by line, each ended by one carriage return. Line feeds that are not part of a pair end a line
+/// when `feedsEndLines`.
+void TakeIn(TextView text, bool feedsEndLines, Progress& progress) {
+    Text& buffer = Framing.BlobBuffer;
+    std::size_t start = !text.empty() && text.front() == LineFeed && IsPaired(text, 0, buffer) ? 1 : 0;
+    std::size_t nextReturn = FindChar(text, LineEnd);
+    std::size_t nextFeed = feedsEndLines ? FindChar(text, LineFeed) : TextView::npos;
+    for (std::size_t end = std::min(nextReturn, nextFeed); end != TextView::npos;
+         end = std::min(nextReturn, nextFeed)) {
+        buffer.append(text, start, end + 1 - start);
+        buffer.back() = LineEnd;
+        TakeLine(progress);
+        const bool pair = end == nextReturn && end + 1 < text.size() && text[end + 1] == LineFeed;
+        start = end + (pair ? 2 : 1);
+        if (nextReturn < start)
+            nextReturn = FindChar(text, LineEnd, start);
+        if (nextFeed < start)
+            nextFeed = FindChar(text, LineFeed, start);
+    }
+    buffer.append(text, start);
+}
+
+/// Notes the first line feed of each kind for the next call. In front of `place` none has changed, and no paired one
+/// was left there.
+void NoteLineFeeds(std::size_t place) {
+    const TextView buffer = Framing.BlobBuffer;
+    Framing.PairedFeed = TextView::npos;
+    if (Framing.LoneFeed >= place)
+        Framing.LoneFeed = TextView::npos;
+    for (std::size_t feed = FindChar(buffer, LineFeed, place); feed != TextView::npos;
+         feed = FindChar(buffer, LineFeed, feed + 1)) {
+        std::size_t& first = IsPaired(buffer, feed, {}) ? Framing.PairedFeed : Framing.LoneFeed;
+        first = std::min(first, feed);
+    }
 }
 
 } // namespace
@@ -76,25 +117,32 @@ void ProcessReceivedText(const Text& received) {
     modPDAUI::HideStatus();
 }
 
-// A BLob is a start line and the next end line, and the search begins at the buffer's first line again as soon as one
-// has been taken out. What stood around it is one text then: a start line in front of it that had been given up for a
-// later one opens a BLob again, and the end line behind it closes that one. So start lines behave like opening brackets
-// and end lines like closing ones, and a single walk that remembers all open start lines finds the same BLobs in the
-// same order. In "[BLob] 1 [BLob] 2 [/BLob] 3 [/BLob]", a line each, the BLob around 2 comes first and the one that is
-// left, with 1 and 3 in it, second. An end line without a start line opens and closes nothing: it stays, as noise.
+// Line ends. Each pair of carriage return and line feed in the buffer becomes one carriage return; in a buffer without
+// any such pair each line feed does. Odd, and required: one pair anywhere leaves every lone line feed standing, and the
+// pair that "\r\n\n" leaves behind waits for the next call. Of the text that was there before a call, that can change
+// nothing but the line feeds that were left so; what stands from the first such one on is taken in once more.
+//
+// BLobs. One is a start line and the next end line, and the search begins at the buffer's first line again as soon as
+// one has been taken out. What stood around it is one text then: a start line in front of it that had been given up for
+// a later one opens a BLob again, and the end line behind it closes that one. So start lines behave like opening
+// brackets and end lines like closing ones, and a single walk that remembers all open start lines, also from one call
+// to the next, finds the same BLobs in the same order. In "[BLob] 1 [BLob] 2 [/BLob] 3 [/BLob]", a line each, the BLob
+// around 2 comes first and the one that is left, with 1 and 3 in it, second. An end line without a start line opens and
+// closes nothing: it stays, as noise.
 bool ExtractBlobs(const Text& received) {
-    Text& buffer = Framing.BlobBuffer;
-    buffer += received;
-    NormaliseLineEnds(buffer);
-
-    Walk walk{buffer};
-    std::size_t lineStart = 0;
-    for (std::size_t end = buffer.find(LineEnd); end != Text::npos; end = buffer.find(LineEnd, lineStart)) {
-        TakeLine(walk, lineStart, end);
-        lineStart = end + 1;
+    const Text& buffer = Framing.BlobBuffer;
+    const bool hasPair = Framing.PairedFeed != TextView::npos || HasPair(received, buffer);
+    const std::size_t changed = hasPair ? Framing.PairedFeed : Framing.LoneFeed;
+    TextView text = received;
+    Text again;
+    if (changed != TextView::npos) {
+        again = TakeBack(changed) + received;
+        text = again;
     }
-    buffer.erase(walk.Kept, lineStart - walk.Kept);
-    return walk.Decoded && !walk.Failed;
+    Progress progress{buffer.size()};
+    TakeIn(text, !hasPair, progress);
+    NoteLineFeeds(progress.Unchanged);
+    return progress.Decoded && !progress.Failed;
 }
 
 } // namespace modBLob

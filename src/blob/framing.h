@@ -4,10 +4,18 @@
 
 #include "text/text.h"
 
+#include <vector>
+
 namespace modBLob {
 
+/// The buffer, and what the last call has learned of it, so that the next one goes on where that one stopped: noise
+/// that nothing ever takes away is gone through once. Only ExtractBlobs writes any of it. Places count from 0.
 struct FramingState {
-    Text BlobBuffer; ///< all that was not part of a complete BLob; only ExtractBlobs writes it
+    Text BlobBuffer;                         ///< all that was not part of a complete BLob
+    std::size_t OpenLine = 0;                ///< where the line begins that has no end yet: what is in front is done
+    std::vector<std::size_t> OpenBlobs;      ///< where the start lines begin that no end line has closed, in order
+    std::size_t LoneFeed = TextView::npos;   ///< the first line feed that has no carriage return in front of it
+    std::size_t PairedFeed = TextView::npos; ///< the first one that has: its pair waits for the next call
 };
 inline FramingState Framing;
 

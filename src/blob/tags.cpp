@@ -3,28 +3,31 @@
 
 namespace modBLob {
 
-bool BeginsWithTag(TextView line, TextView tag) {
-    // The bracket alone tells nearly every line of noise from a tag.
-    return line.size() >= tag.size() && line.front() == tag.front() &&
-           modStringTools::SameIgnoringCase(line.substr(0, tag.size()), tag);
-}
+using modStringTools::FindChar;
 
 bool HasTag(TextView text, TextView tag) {
-    for (std::size_t at = text.find(tag.front()); at != TextView::npos; at = text.find(tag.front(), at + 1))
+    for (std::size_t at = FindChar(text, Bracket); at != TextView::npos; at = FindChar(text, Bracket, at + 1))
         if (BeginsWithTag(text.substr(at), tag))
             return true;
     return false;
 }
 
-TextView InsideLastTag(TextView text, TextView tag) {
-    for (std::size_t at = text.rfind(tag.front()); at != TextView::npos && at > 0;
-         at = text.rfind(tag.front(), at - 1)) {
-        if (BeginsWithTag(text.substr(at), tag)) {
-            text.remove_prefix(at + tag.size());
-            break;
-        }
+LastTags FindLastTags(TextView text) {
+    LastTags last;
+    for (std::size_t at = FindChar(text, Bracket); at != TextView::npos; at = FindChar(text, Bracket, at + 1)) {
+        const TextView rest = text.substr(at);
+        if (BeginsWithTag(rest, ConnectTag))
+            last.Connect = at;
+        else if (BeginsWithTag(rest, OriginTag))
+            last.Origin = at;
     }
-    return text.substr(0, text.find(u']'));
+    return last;
+}
+
+TextView InsideTag(TextView text, std::size_t place, TextView tag) {
+    if (place > 0)
+        text.remove_prefix(place + tag.size());
+    return text.substr(0, FindChar(text, u']'));
 }
 
 } // namespace modBLob

@@ -6,6 +6,8 @@
 #include "link/ports.h"
 #include "view/platform/platform.h"
 
+#include <algorithm>
+
 namespace modBluetooth {
 
 using platform::Device;
@@ -96,14 +98,19 @@ void HandleBlueTimer() {
     Receive.LastPollTime = Device().clock.TimeOfDay();
 }
 
+// What has been searched is not searched again: a line that is noise all night ends nowhere. Its last character may be
+// the first half of a line end.
 bool TakeCompleteLines() {
     Text& received = Receive.RxText;
-    const std::size_t end = received.rfind(LineEnd);
-    if (end == Text::npos)
-        return false;
-    Receive.ReadyText.append(received, 0, end + LineEnd.size());
-    received.erase(0, end + LineEnd.size());
-    return true;
+    const std::size_t from = Receive.RxSearched - std::min<std::size_t>(Receive.RxSearched, 1);
+    const std::size_t end = TextView(received).substr(from).rfind(LineEnd);
+    const bool found = end != TextView::npos;
+    if (found) {
+        Receive.ReadyText.append(received, 0, from + end + LineEnd.size());
+        received.erase(0, from + end + LineEnd.size());
+    }
+    Receive.RxSearched = received.size();
+    return found;
 }
 
 void ShowLinkStatus(bool linkOpen) {

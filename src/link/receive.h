@@ -14,6 +14,7 @@ struct ReceiveState {
     bool LinkWanted = false;                ///< something wants the link; every Back clears it
     std::int16_t LinkState = LinkStateIdle; ///< set to open by who wants results, to reset after a sleep
     Text RxText;                            ///< received, not yet ended by CR LF
+    std::size_t RxSearched = 0;             ///< so many characters at the head of RxText have no CR LF among them
     Text ReadyText;                         ///< complete lines that wait for decoding
     bool BlobEndSeen = false;               ///< ReadyText is ready for decoding
     float LastPollTime = 0;                 ///< seconds since midnight at the last full tick; 0 at start

@@ -21,8 +21,6 @@ struct CaseRun {
 
 #include "text/case_table.inc"
 
-constexpr char16_t FirstBeyondAscii = 0x80;
-
 template <std::size_t Count>
 char16_t Mapped(const CaseRun (&runs)[Count], char16_t character) {
     const CaseRun* run = std::lower_bound(std::begin(runs), std::end(runs), character,
@@ -152,9 +150,7 @@ TextView WithoutBlanks(TextView text) {
 
 } // namespace
 
-char16_t LowerChar(char16_t character) {
-    if (character < FirstBeyondAscii)
-        return character >= u'A' && character <= u'Z' ? static_cast<char16_t>(character + 0x20) : character;
+char16_t LowerCharBeyondAscii(char16_t character) {
     return Mapped(ToLower, character);
 }
 
@@ -186,8 +182,15 @@ bool SameIgnoringCase(TextView a, TextView b) {
 }
 
 Text NumberText(std::int64_t number) {
-    const std::string digits = std::to_string(number);
-    return Text(digits.begin(), digits.end());
+    char16_t characters[20]; // "-9223372036854775808"
+    char16_t* const end = characters + std::size(characters);
+    char16_t* first = end;
+    const auto bits = static_cast<std::uint64_t>(number);
+    for (std::uint64_t left = number < 0 ? 0 - bits : bits; left != 0 || first == end; left /= 10)
+        *--first = static_cast<char16_t>(u'0' + left % 10);
+    if (number < 0)
+        *--first = u'-';
+    return Text(first, end);
 }
 
 std::optional<std::int32_t> NumberFromText(TextView text) {

@@ -184,6 +184,28 @@ TEST_F(BlobFraming, MissesAStartLineBehindTheSecondHalfOfASplitPair) {
     EXPECT_EQ(Buffer(), u"\n[BLob]\r[/BLob]\r");
 }
 
+TEST_F(BlobFraming, MakesLineEndsOfEarlierLineFeedsInTheFirstCallWithoutAPair) {
+    ExtractBlobs(u"a\n[BLob]\nb\r\n");
+    ASSERT_EQ(Buffer(), u"a\n[BLob]\nb\r");
+    EXPECT_TRUE(ExtractBlobs(u"[/BLob]\r"));
+    EXPECT_EQ(Buffer(), u"a\r");
+}
+
+TEST_F(BlobFraming, LeavesEarlierLineFeedsAsLongAsPairsCome) {
+    ExtractBlobs(u"a\n[BLob]\nb\r\n");
+    EXPECT_FALSE(ExtractBlobs(u"[/BLob]\r\n"));
+    EXPECT_TRUE(ExtractBlobs(BlobOfValue(u"1") + u"\r\n"));
+    EXPECT_EQ(Buffer(), u"a\n[BLob]\nb\r[/BLob]\r\r");
+}
+
+// The pair in front of the start line is one line end too many at first, and the start line is none.
+TEST_F(BlobFraming, FindsAStartLineOnceThePairInFrontOfItIsTakenUp) {
+    EXPECT_FALSE(ExtractBlobs(u"a\r\n\n[BLob]\r[/BLob]\r"));
+    ASSERT_EQ(Buffer(), u"a\r\n[BLob]\r[/BLob]\r");
+    EXPECT_TRUE(ExtractBlobs(u""));
+    EXPECT_EQ(Buffer(), u"a\r");
+}
+
 class SplitStreams : public BlobFraming, public testing::WithParamInterface<Text> {
 protected:
     static Text Stream() {
@@ -242,6 +264,44 @@ TEST_F(BlobFraming, TakesThousandsOfBlobsBehindMegabytesOfNoise) {
     EXPECT_TRUE(ExtractBlobs(stream));
     EXPECT_EQ(DeliverValues().size(), Blobs);
     EXPECT_EQ(Buffer().size(), noise.size() + Blobs * 8);
+}
+
+/// Noise of some megabytes that is in the buffer already. A walk over it in each of these many calls would not come to
+/// an end.
+class OldNoise : public BlobFraming {
+protected:
+    static constexpr std::size_t Calls = 20000;
+
+    static void Hear(TextView line) {
+        Text noise;
+        while (noise.size() < 4000000)
+            noise += line;
+        ExtractBlobs(noise);
+    }
+};
+
+TEST_F(OldNoise, IsGoneThroughOnce) {
+    Hear(u"a line of noise that no BLob holds\r\n");
+    const std::size_t size = Buffer().size();
+    for (std::size_t i = 0; i < Calls; ++i)
+        ASSERT_TRUE(ExtractBlobs(u"[BLob]\r\n[/BLob]\r\n"));
+    EXPECT_EQ(Buffer().size(), size);
+}
+
+TEST_F(OldNoise, IsGoneThroughOnceWithLineFeedsInIt) {
+    Hear(u"a line of noise\nand another one\r\n");
+    for (std::size_t i = 0; i < Calls; ++i)
+        ASSERT_TRUE(ExtractBlobs(u"[BLob]\r\n[/BLob]\r\n"));
+    EXPECT_EQ(Buffer().find(u'\n'), 15U);
+    ASSERT_TRUE(ExtractBlobs(u"[BLob]\r[/BLob]\r"));
+    EXPECT_EQ(Buffer().find(u'\n'), Text::npos);
+}
+
+TEST_F(OldNoise, IsGoneThroughOnceWithoutAnyLineEnd) {
+    Hear(u"noise without an end ");
+    for (std::size_t i = 0; i < Calls; ++i)
+        ASSERT_FALSE(ExtractBlobs(u"[BLob]"));
+    ASSERT_TRUE(ExtractBlobs(u"\r[BLob]\r[/BLob]\r"));
 }
 
 TEST_F(BlobFraming, TakesThousandsOfBlobsInsideOneAnother) {

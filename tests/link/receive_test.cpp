@@ -74,6 +74,19 @@ TEST_F(Receiving, LinesThatEndOtherwiseWait) {
     EXPECT_FALSE(Receive.BlobEndSeen);
 }
 
+// A search from the first character at each arrival would not come to an end.
+TEST_F(Receiving, TextWithoutAnyLineEndIsSearchedOnce) {
+    Receive.RxText.assign(4000000, u'~');
+    for (int i = 0; i < 20000; ++i) {
+        Receive.RxText += u"~\r";
+        ASSERT_FALSE(TakeCompleteLines());
+    }
+    Receive.RxText += u"\nrest";
+    EXPECT_TRUE(TakeCompleteLines());
+    EXPECT_EQ(Receive.ReadyText.size(), 4040001U);
+    EXPECT_EQ(Receive.RxText, u"rest");
+}
+
 TEST_F(Receiving, EndTagOfAnotherCaseWaitsForOneThatIsRight) {
     Arrive(u"[BLob]\r\n[RESULT_TYPE \"Moisture\"]\r\n[RESULT_VALUE \"1\"]\r\n[RESULT_UNIT \"%\"]\r\n[/BLOB]\r\n");
     Device.Tick(2000);

@@ -25,12 +25,21 @@ bool IsEscapedLiteral(const Text& element) {
            element == u"\\/";
 }
 
+/// An element of one character.
+bool SingleHits(char16_t element, char16_t character, bool caseSensitive) {
+    if (element == u'^' || element == u'$')
+        return false;
+    if (element == u'.')
+        return true;
+    if (caseSensitive)
+        return element == character;
+    return modStringTools::LowerChar(element) == modStringTools::LowerChar(character);
+}
+
 /// `element` holds no character, one, or a backslash and one.
 bool ElementHits(const Text& element, char16_t character, bool caseSensitive) {
-    if (element == u"^" || element == u"$")
-        return false;
-    if (element == u".")
-        return true;
+    if (element.size() < 2)
+        return !element.empty() && SingleHits(element.front(), character, caseSensitive);
     if (element == u"\\s")
         return IsBlank(character);
     if (element == u"\\S")
@@ -43,12 +52,7 @@ bool ElementHits(const Text& element, char16_t character, bool caseSensitive) {
         return IsDigit(character);
     if (element == u"\\D")
         return !IsDigit(character);
-    if (IsEscapedLiteral(element))
-        return element[1] == character;
-    const Text one(1, character);
-    if (caseSensitive)
-        return element == one;
-    return modStringTools::LowerCase(element) == modStringTools::LowerCase(one);
+    return IsEscapedLiteral(element) && element[1] == character;
 }
 
 } // namespace

@@ -99,6 +99,22 @@ TEST(SameIgnoringCase, ComparesInLowerCase) {
     EXPECT_FALSE(SameIgnoringCase(u"\u03C3", u"\u03C2")); // one capital, two small letters
 }
 
+TEST(FindChar, FindsTheFirstOneFromAPlaceOn) {
+    EXPECT_EQ(FindChar(u"a|b|", u'|'), 1U);
+    EXPECT_EQ(FindChar(u"a|b|", u'|', 1), 1U);
+    EXPECT_EQ(FindChar(u"a|b|", u'|', 2), 3U);
+    EXPECT_EQ(FindChar(u"a|b|", u'|', 4), Text::npos);
+    EXPECT_EQ(FindChar(u"a|b|", u'|', 5), Text::npos);
+    EXPECT_EQ(FindChar(u"", u'|'), Text::npos);
+}
+
+// Each of the characters in front has the byte of a bracket in it, in one half or the other or across two of them.
+TEST(FindChar, TakesNoHalfOfACharacterForAWholeOne) {
+    EXPECT_EQ(FindChar(u"\u5B00\u015B\u5B5B[\u5B5B[", u'['), 3U);
+    EXPECT_EQ(FindChar(u"\u5B00\u015B\u5B5B", u'['), Text::npos);
+    EXPECT_EQ(FindChar(u"[\u5B00\u005B", u'\u5B00'), 1U);
+}
+
 TEST(NumberText, WritesEveryNumber) {
     EXPECT_EQ(NumberText(0), u"0");
     EXPECT_EQ(NumberText(-1), u"-1");

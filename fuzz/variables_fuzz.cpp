@@ -1,0 +1,8 @@
+// SPDX-License-Identifier: MIT
+// A variable that is put into a list.
+#include "fuzz/comparing.h"
+#include "tests/reference/blob_comparison.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t count) {
+    return fuzz::Compare(reference::CompareVariables, bytes, count);
+}

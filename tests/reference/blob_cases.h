@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: MIT
+// Makes up what an instrument might send, and much that none would: whole BLobs, loose tags, noise, tags in other case,
+// bars, missing quotes, all kinds of line ends, lost and doubled characters.
+#pragma once
+
+#include "tests/reference/choices.h"
+#include "text/text.h"
+
+namespace reference {
+
+class BlobCases {
+public:
+    explicit BlobCases(Choices& choices) : Chosen(choices) {}
+
+    /// A few BLobs and noise.
+    Text Stream();
+    /// A few short lines, most of them tags, in which it is the line ends that matter.
+    Text ShortStream();
+    /// A text that begins like a BLob and ends like one, more often than not.
+    Text BlobText();
+    /// A list of variables joined by bars, and a variable.
+    Text VariableList();
+    Text Variable();
+    /// A line with some double quotes in it, or none.
+    Text QuotedLine();
+
+private:
+    Text LineOfBlob();
+    Text LooseLine();
+    TextView LineEnd();
+    void AddLine(Text& text, TextView line);
+    void AddBlob(Text& text, std::uint32_t depth);
+    void Damage(Text& text);
+
+    Choices& Chosen;
+    std::uint32_t LineEnds = 0; ///< 0 CR, 1 CR LF, 2 LF, 3 a mixture
+};
+
+} // namespace reference

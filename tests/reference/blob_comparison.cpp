@@ -1,0 +1,156 @@
+// SPDX-License-Identifier: MIT
+#include "tests/reference/blob_comparison.h"
+
+#include "blob/decoding.h"
+#include "blob/framing.h"
+#include "tests/reference/blob_cases.h"
+#include "tests/reference/blob_reference.h"
+
+namespace reference {
+
+namespace {
+
+using modBLob::Decoder;
+
+std::string Shown(const Text& text) {
+    std::string shown = "\"";
+    for (const char byte : modStringTools::ToBytes(text)) {
+        if (byte == '\r' || byte == '\n')
+            shown += byte == '\r' ? "\\r" : "\\n";
+        else
+            shown += byte;
+    }
+    return shown + "\"";
+}
+
+std::string Shown(const std::vector<Text>& texts) {
+    std::string shown;
+    for (const Text& text : texts)
+        shown += Shown(text) + " ";
+    return shown;
+}
+
+std::string Shown(std::int64_t number) {
+    return std::to_string(number);
+}
+
+/// Both forms, each with its state, and what has been done with them.
+class BothForms {
+public:
+    BothForms() {
+        Decoder = {};
+        modBLob::Framing = {};
+    }
+
+    void Connect(const Text& identity) {
+        Decoder.ConnectedID = Literal.Decoder.ConnectedID = identity;
+        Done = "connected to " + Shown(identity);
+    }
+
+    void Receive(const Text& piece) {
+        Done += ", " + Shown(piece);
+        CompareOne("result", modBLob::ExtractBlobs(piece), ExtractBlobs(Literal, piece));
+        CompareOne("BlobBuffer", modBLob::Framing.BlobBuffer, Literal.BlobBuffer);
+        CompareSlots();
+    }
+
+    void Decode(const Text& blob) {
+        Done += ", " + Shown(blob);
+        CompareOne("result", modBLob::DecodeBlob(blob), DecodeBlob(Literal, blob));
+        CompareSlots();
+    }
+
+    /// Delivers results, at most that many.
+    void Deliver(std::uint32_t most) {
+        bool more = true;
+        for (std::uint32_t i = 0; i < most && more && Differences.empty(); ++i) {
+            Done += ", next result";
+            more = modBLob::NextResult();
+            CompareOne("result", more, NextResult(Literal));
+            CompareSlots();
+            CompareOne("ResultTypes", Decoder.ResultTypes, Literal.Decoder.ResultTypes);
+            CompareOne("ResultVars", Decoder.ResultVars, Literal.Decoder.ResultVars);
+            CompareOne("ResultValue", Decoder.ResultValue, Literal.Decoder.ResultValue);
+            CompareOne("ResultUnit", Decoder.ResultUnit, Literal.Decoder.ResultUnit);
+        }
+    }
+
+    bool Agree() const { return Differences.empty(); }
+    std::string Difference() const { return Agree() ? "" : Done + ":" + Differences; }
+
+private:
+    template <typename Value>
+    void CompareOne(const char* what, const Value& product, const Value& literal) {
+        if (product != literal)
+            Differences += std::string("\n  ") + what + " " + Shown(product) + " instead of " + Shown(literal);
+    }
+
+    void CompareSlots() {
+        const modBLob::DecoderState& literal = Literal.Decoder;
+        CompareOne("ConnectedID", Decoder.ConnectedID, literal.ConnectedID);
+        CompareOne("ConnectSeen", Decoder.ConnectSeen, literal.ConnectSeen);
+        CompareOne("BlobErrorCode", Decoder.BlobErrorCode, literal.BlobErrorCode);
+        CompareOne("BlobErrorText", Decoder.BlobErrorText, literal.BlobErrorText);
+        CompareOne("SlotCount", Decoder.SlotCount, literal.SlotCount);
+        CompareOne("SlotCursor", Decoder.SlotCursor, literal.SlotCursor);
+        CompareOne("SlotTypes", Decoder.SlotTypes, literal.SlotTypes);
+        CompareOne("SlotVars", Decoder.SlotVars, literal.SlotVars);
+        CompareOne("SlotValues", Decoder.SlotValues, literal.SlotValues);
+    }
+
+    BlobReference Literal;
+    std::string Done;
+    std::string Differences;
+};
+
+constexpr std::uint32_t All = 1000;
+
+} // namespace
+
+std::string CompareFraming(Choices& choices) {
+    BlobCases cases(choices);
+    BothForms forms;
+    forms.Connect(choices.OneIn(2) ? u"A1" : u"");
+    const Text stream = choices.OneIn(50) ? cases.Stream() : cases.ShortStream();
+    for (std::size_t start = 0, length = 0; start < stream.size() && forms.Agree(); start += length) {
+        const auto left = static_cast<std::uint32_t>(stream.size() - start);
+        length = choices.OneIn(3) ? left : 1 + choices.Below(left);
+        forms.Receive(stream.substr(start, length));
+        if (choices.OneIn(3))
+            forms.Deliver(choices.OneIn(4) ? 1 : All);
+    }
+    return forms.Difference();
+}
+
+std::string CompareDecoding(Choices& choices) {
+    BlobCases cases(choices);
+    BothForms forms;
+    forms.Connect(choices.OneIn(3) ? u"" : u"A1");
+    do
+        forms.Decode(cases.BlobText());
+    while (forms.Agree() && choices.OneIn(4));
+    forms.Deliver(All);
+    return forms.Difference();
+}
+
+std::string CompareVariables(Choices& choices) {
+    BlobCases cases(choices);
+    const Text before = cases.VariableList();
+    const Text variable = cases.Variable();
+    Text product = before;
+    Text literal = before;
+    modBLob::SetDescriptiveVar(product, variable);
+    SetDescriptiveVar(literal, variable);
+    if (product == literal)
+        return {};
+    return Shown(variable) + " in " + Shown(before) + ": " + Shown(product) + " instead of " + Shown(literal);
+}
+
+std::string CompareQuotedValues(Choices& choices) {
+    const Text line = BlobCases(choices).QuotedLine();
+    const Text product = modBLob::QuotedValue(line);
+    const Text literal = QuotedValue(line);
+    return product == literal ? "" : Shown(line) + ": " + Shown(product) + " instead of " + Shown(literal);
+}
+
+} // namespace reference
