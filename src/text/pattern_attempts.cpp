@@ -2,13 +2,21 @@
 #include "text/pattern_attempts.h"
 
 #include <algorithm>
+#include <functional>
 
 // A search whose pattern begins with no `+` has one outcome for each place, and goes on behind each refusal: it finds
 // something from a place when the first outcome from there on that is no refusal holds.
 //
 // A `+` at the front (13) makes an attempt depend on the element that was read last, the one that refused the attempt
 // before. That one makes a difference only where it matches the character at hand and the `+` may go on there. Places
-// with such a refusal behind them are looked at one by one, and all others are still dealt with by the word.
+// with such a refusal in front of them are looked at one by one, and all others are still dealt with by the word.
+//
+// As long as rests have no anchors of their own, there is nothing more to find out about such a place: once the `+` has
+// gone on, the search finds something. For the `+` goes on as far as the search behind it finds something from the next
+// place. The attempt that begins where it stops doesn't run out of text, or that search would have found nothing there;
+// and if it is refused, then the one after it begins where again something is found. So it goes on until one holds, as
+// there is nothing to be found at the text's end. For the same reason each `+` in front finds at least what the next
+// one finds, goes on at least as far, and leaves nothing to it.
 
 namespace modStringTools {
 
@@ -21,10 +29,12 @@ struct Front {
 };
 
 Outcome OutcomeAt(const PatternReading& reading, std::size_t left) {
-    Outcome outcome = 0;
-    for (std::size_t digit = 0; digit < reading.Digits; ++digit)
-        outcome |= static_cast<Outcome>(Has(reading.OutcomeDigit(digit), left)) << digit;
-    return outcome;
+    const PlaceBits* digits = reading.Outcomes + left / PlacesOfWord;
+    const std::size_t bit = left % PlacesOfWord;
+    PlaceBits outcome = 0;
+    for (std::size_t digit = 0; digit < reading.Digits; ++digit, digits += reading.Words)
+        outcome |= (*digits >> bit & 1U) << digit;
+    return static_cast<Outcome>(outcome);
 }
 
 /// The place at which an attempt from `left` on, with `readLast` to be repeated, comes to the element behind the front.
@@ -92,26 +102,31 @@ bool FindsAfter(FrontSearch& search, std::size_t left, Element readLast) {
 std::vector<PlaceBits> PlacesToAsk(const PatternReading& reading, const Front& signs) {
     std::vector<PlaceBits> asked(reading.Words, 0);
     for (std::size_t number = signs.From; number <= signs.To; ++number)
-        for (std::size_t word = 0; word < reading.Words; ++word)
-            asked[word] |= reading.RestIn(reading.Rests, number)[word];
+        std::transform(asked.begin(), asked.end(), reading.RestIn(reading.Rests, number), asked.begin(),
+                       std::bit_or<PlaceBits>());
     const PlaceBits* begun = reading.MatchingOf(reading.At(signs.To + 1));
+    const PlaceBits* refused = reading.OutcomeDigit(1);
     PlaceBits below = 0;
-    for (std::size_t word = 0; word < reading.Words; ++word)
-        asked[word] = MovedForward(asked[word], below) & begun[word] & reading.OutcomeDigit(1)[word];
+    for (std::size_t word = 0; word < asked.size(); ++word)
+        asked[word] = MovedForward(asked[word], below) & begun[word] & refused[word];
     return asked;
+}
+
+std::size_t LowestOf(PlaceBits places, std::size_t word) {
+    return word * PlacesOfWord + static_cast<std::size_t>(std::countr_zero(places));
 }
 
 void SearchBehindFront(FrontSearch& search) {
     const PatternReading& reading = search.Reading;
     const std::vector<PlaceBits> asked = PlacesToAsk(reading, search.Signs);
     PlaceBits below = 0;
-    for (std::size_t word = 0; word < reading.Words; ++word) {
+    for (std::size_t word = 0; word < asked.size(); ++word) {
         const PlaceBits refused = reading.OutcomeDigit(1)[word] & ~asked[word];
         PlaceBits found = reading.OutcomeDigit(0)[word];
         for (PlaceBits toAsk = asked[word]; toAsk != 0; toAsk &= toAsk - 1) {
             PlaceBits belowWord = below;
             search.Found[word] = Spread(refused, found, belowWord);
-            const auto left = word * PlacesOfWord + static_cast<std::size_t>(std::countr_zero(toAsk));
+            const std::size_t left = LowestOf(toAsk, word);
             if (FindsAfter(search, left - 1, RefuserOf(OutcomeAt(reading, left))))
                 found |= BitOf(left);
         }
@@ -119,18 +134,30 @@ void SearchBehindFront(FrontSearch& search) {
     }
 }
 
-bool SameSet(const PatternReading& reading, const PlaceBits* a, const PlaceBits* b) {
-    return std::equal(a, a + reading.Words, b);
+/// With a `+` at the front of what stands behind the one at `number`, and no anchors anywhere in it.
+void MakeFreeRest(const PatternReading& reading, std::size_t number, std::size_t to, PlaceBits* rest) {
+    const PlaceBits* inner = reading.RestIn(reading.Rests, number + 1);
+    const PlaceBits* begun = reading.MatchingOf(reading.At(to + 1));
+    const std::size_t words = reading.Words;
+    PlaceBits belowInner = 0;
+    PlaceBits belowFound = 0;
+    PlaceBits belowRest = 0;
+    for (std::size_t word = 0; word < words; ++word) {
+        const PlaceBits above = word + 1 < words ? inner[word + 1] << (PlacesOfWord - 1) : 0;
+        PlaceBits found = inner[word] >> 1U | above | reading.OutcomeDigit(0)[word];
+        const PlaceBits refused = reading.OutcomeDigit(1)[word];
+        PlaceBits asked = MovedForward(inner[word], belowInner) & begun[word] & refused & ~found;
+        for (; asked != 0; asked &= asked - 1) {
+            const std::size_t left = LowestOf(asked, word);
+            if (Has(reading.MatchingOf(RefuserOf(OutcomeAt(reading, left))), left - 1))
+                found |= BitOf(left);
+        }
+        rest[word] = MovedForward(Spread(refused & ~found, found, belowFound), belowRest);
+    }
 }
 
-/// With a `+` at the front of what stands behind the one at `number`.
-void MakeRestWithFront(PatternReading& reading, std::size_t number, std::size_t to, PlaceBits* rest) {
-    const auto used = [&reading](std::size_t each) { return reading.RestIn(reading.Rests, each); };
-    // A `+` that may go on where the next one may go on is never of any use: the next one stops there in any case.
-    if (number + 1 < to && SameSet(reading, used(number + 1), used(number + 2))) {
-        std::copy_n(reading.RestIn(reading.Making, number + 1), reading.Words, rest);
-        return;
-    }
+/// With a `+` at the front of what stands behind the one at `number`, and an anchor at its end.
+void MakeTiedRest(PatternReading& reading, std::size_t number, std::size_t to, PlaceBits* rest) {
     const std::size_t places = reading.Words * PlacesOfWord;
     FrontSearch search{reading,
                        {number + 1, to},
@@ -140,8 +167,8 @@ void MakeRestWithFront(PatternReading& reading, std::size_t number, std::size_t 
                        std::vector<std::uint8_t>(places)};
     SearchBehindFront(search);
     PlaceBits below = 0;
-    for (std::size_t word = 0; word < reading.Words; ++word)
-        rest[word] = MovedForward(search.Found[word], below);
+    for (const PlaceBits found : search.Found)
+        *rest++ = MovedForward(found, below);
 }
 
 /// A match that is known to come to element `number` at `left`: its last place, told by the characters left behind it.
@@ -170,13 +197,23 @@ void MakeRest(PatternReading& reading, std::size_t number, std::size_t to) {
         return;
     }
     if (number < to) {
-        MakeRestWithFront(reading, number, to, rest);
+        const auto used = [&reading](std::size_t each) { return reading.RestIn(reading.Rests, each); };
+        // A `+` that goes on where the next one goes on makes no difference: where it stops, the next one has to.
+        if (number + 1 < to && std::equal(used(number + 1), used(number + 1) + reading.Words, used(number + 2)))
+            std::copy_n(reading.RestIn(reading.Making, number + 1), reading.Words, rest);
+        else if (reading.RestsAreFree())
+            MakeFreeRest(reading, number, to, rest);
+        else
+            MakeTiedRest(reading, number, to, rest);
         return;
     }
-    PlaceBits spread = 0;
+    const PlaceBits* holds = reading.OutcomeDigit(0);
+    const PlaceBits* refused = reading.OutcomeDigit(1);
+    const std::size_t words = reading.Words;
+    PlaceBits belowFound = 0;
     PlaceBits below = 0;
-    for (std::size_t word = 0; word < reading.Words; ++word)
-        rest[word] = MovedForward(Spread(reading.OutcomeDigit(1)[word], reading.OutcomeDigit(0)[word], spread), below);
+    for (std::size_t word = 0; word < words; ++word)
+        rest[word] = MovedForward(Spread(refused[word], holds[word], belowFound), below);
 }
 
 std::int32_t FirstMatch(const PatternReading& reading, std::int32_t from, std::int32_t& last) {
@@ -191,7 +228,7 @@ std::int32_t FirstMatch(const PatternReading& reading, std::int32_t from, std::i
         left = FirstOutside(left, [refused](std::size_t word) { return ~refused[word]; });
         behind = left;
     } else {
-        const Front front{reading.Stage, reading.InFront};
+        const Front front{reading.FrontFrom, reading.FrontTo};
         const PlaceBits* begun = reading.MatchingOf(reading.At(reading.InFront + 1));
         Element readLast = NoElement;
         for (; left > 0; --left) {

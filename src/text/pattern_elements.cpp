@@ -81,9 +81,7 @@ std::size_t ReadElements(TextView pattern, Vocabulary& vocabulary, Element* elem
     return count;
 }
 
-Element SingleFor(const Vocabulary& vocabulary, char16_t character) {
-    if (character < FirstBeyondAscii)
-        return vocabulary.Ascii[character];
+Element SingleBeyondAscii(const Vocabulary& vocabulary, char16_t character) {
     const char16_t folded = Folded(vocabulary, character);
     if (folded < FirstBeyondAscii)
         return vocabulary.Ascii[folded];

@@ -40,8 +40,12 @@ struct Vocabulary {
 /// Reads a pattern without anchors into `elements`, which has room for one a character, and gives their number.
 std::size_t ReadElements(TextView pattern, Vocabulary& vocabulary, Element* elements);
 
+Element SingleBeyondAscii(const Vocabulary& vocabulary, char16_t character);
+
 /// The element for a single character that matches this one; NoElement for none.
-Element SingleFor(const Vocabulary& vocabulary, char16_t character);
+inline Element SingleFor(const Vocabulary& vocabulary, char16_t character) {
+    return character < vocabulary.Ascii.size() ? vocabulary.Ascii[character] : SingleBeyondAscii(vocabulary, character);
+}
 
 bool Matches(const Vocabulary& vocabulary, Element element, char16_t character);
 

@@ -89,12 +89,15 @@ void FillSetOfClass(TextView text, Element element, PlaceBits* places) {
 }
 
 void FillSetsOfSingles(PatternReading& reading) {
+    const std::size_t words = reading.Words;
     const auto kinds = static_cast<std::size_t>(reading.Elements.Next);
-    std::fill(reading.Matching + FirstSingle * reading.Words, reading.Matching + kinds * reading.Words, 0);
-    for (std::size_t left = 1; left <= reading.Length(); ++left) {
-        const Element element = SingleFor(reading.Elements, reading.Searched[reading.Length() - left]);
+    std::fill(reading.Matching + FirstSingle * words, reading.Matching + kinds * words, 0);
+    std::size_t left = reading.Length();
+    for (const char16_t character : reading.Searched) {
+        const Element element = SingleFor(reading.Elements, character);
         if (element != NoElement)
-            reading.Matching[static_cast<std::size_t>(element) * reading.Words + left / PlacesOfWord] |= BitOf(left);
+            reading.Matching[static_cast<std::size_t>(element) * words + left / PlacesOfWord] |= BitOf(left);
+        --left;
     }
 }
 
@@ -129,11 +132,12 @@ void ReadEnd(PatternReading& reading, bool toTheEnd) {
 
 void ReadElement(PatternReading& reading, Element element) {
     const PlaceBits* matching = reading.MatchingOf(element);
+    const std::size_t words = reading.Words;
     for (std::size_t digit = 0; digit < reading.Digits; ++digit) {
         PlaceBits* outcomes = reading.OutcomeDigit(digit);
         const PlaceBits refused = (RefusedBy(element) >> digit & 1U) != 0 ? ~PlaceBits{0} : 0;
         PlaceBits below = 0;
-        for (std::size_t word = 0; word < reading.Words; ++word)
+        for (std::size_t word = 0; word < words; ++word)
             outcomes[word] = (matching[word] & MovedForward(outcomes[word], below)) | (~matching[word] & refused);
     }
     SetBehindTheEnd(reading, RanOut);
@@ -143,12 +147,18 @@ void ReadElement(PatternReading& reading, Element element) {
 void ReadRepeat(PatternReading& reading, std::size_t number, Element element) {
     const PlaceBits* matching = reading.MatchingOf(element);
     const PlaceBits* rest = number == reading.Count ? matching : reading.RestIn(reading.Rests, number);
+    const std::size_t words = reading.Words;
+    const std::size_t digits = reading.Digits;
     SetBehindTheEnd(reading, Holds);
-    for (std::size_t digit = 0; digit < reading.Digits; ++digit) {
-        PlaceBits* outcomes = reading.OutcomeDigit(digit);
-        PlaceBits below = 0;
-        for (std::size_t word = 0; word < reading.Words; ++word)
-            outcomes[word] = Spread(matching[word] & rest[word], outcomes[word], below);
+    for (std::size_t word = 0; word < words; ++word) {
+        const PlaceBits goesOn = matching[word] & rest[word];
+        if (goesOn == 0)
+            continue;
+        for (std::size_t digit = 0; digit < digits; ++digit) {
+            PlaceBits* outcomes = reading.Outcomes + digit * words + word;
+            PlaceBits below = word == 0 ? 0 : outcomes[-1] >> (PlacesOfWord - 1);
+            *outcomes = Spread(goesOn, *outcomes, below);
+        }
     }
 }
 
@@ -220,10 +230,10 @@ void TakeRoom(PatternReading& reading, bool twoSetsOfRests) {
     reading.Making = reading.Rests + (twoSetsOfRests ? repeats * reading.Words : 0);
 }
 
-/// The rests of a pattern that is tied to the text's end. They are tied to it by a further `$` alone (12), so that the
-/// pattern is read as often as it has ends: without any `$`, with one, and so on up to all but the pattern's own. With
-/// more than two, each reading does the same to what the one before has left, until it leaves that.
-void ReadRests(PatternReading& reading, TextView pattern) {
+/// Reads a pattern that is tied to the text's end. Its rests are tied to it by a further `$` alone (12), so that it is
+/// read as often as it has ends: without any `$`, with one, and so on up to all. With more than two, each reading does
+/// the same to what the one before has left, until it leaves just that.
+void ReadWithRests(PatternReading& reading, TextView pattern) {
     const auto size = reading.Making - reading.Rests;
     PlaceBits* const forTheNext = reading.Making;
     reading.Making = reading.Rests;
@@ -231,24 +241,25 @@ void ReadRests(PatternReading& reading, TextView pattern) {
     ReadAll(reading, false);
     reading.Making = forTheNext;
     const std::size_t dollars = pattern.size() - WithDollars(pattern, 0).size();
-    for (std::size_t count = 0; count < dollars; ++count) {
+    for (std::size_t count = 0; count <= dollars; ++count) {
+        if (count == dollars)
+            reading.Making = nullptr; // nobody asks for them any more
         TakePattern(reading, WithDollars(pattern, count));
         ReadAll(reading, true);
+        if (count == dollars || (count >= 2 && std::equal(reading.Rests, reading.Rests + size, reading.Making)))
+            return;
         std::swap(reading.Rests, reading.Making);
-        if (count >= 2 && std::equal(reading.Rests, reading.Rests + size, reading.Making))
-            break;
     }
-    reading.Making = nullptr;
-    TakePattern(reading, WithDollars(pattern, dollars));
 }
 
 void ReadFront(PatternReading& reading) {
     while (IsRepeat(reading.At(reading.InFront + 1)))
         ++reading.InFront;
+    reading.FrontTo = reading.RestsAreFree() ? 1 : reading.InFront;
     const auto rest = [&reading](std::size_t number) { return reading.RestIn(reading.Rests, number); };
-    while (reading.Stage < reading.InFront &&
-           std::equal(rest(reading.Stage), rest(reading.Stage) + reading.Words, rest(reading.Stage + 1)))
-        ++reading.Stage;
+    while (reading.FrontFrom < reading.FrontTo &&
+           std::equal(rest(reading.FrontFrom), rest(reading.FrontFrom) + reading.Words, rest(reading.FrontFrom + 1)))
+        ++reading.FrontFrom;
 }
 
 } // namespace
@@ -269,8 +280,9 @@ void ReadPattern(PatternReading& reading, TextView text, std::int32_t from, Text
     TakeRoom(reading, restsHaveEnds);
     FillMatchingSets(reading);
     if (restsHaveEnds)
-        ReadRests(reading, pattern);
-    ReadAll(reading, toTheEnd);
+        ReadWithRests(reading, pattern);
+    else
+        ReadAll(reading, toTheEnd);
     ReadFront(reading);
 }
 

@@ -56,18 +56,20 @@ struct PatternReading {
     std::size_t Digits = 0;  ///< binary digits of an outcome that are kept; those from the third on only tell refusers
     std::size_t Count = 0;   ///< of elements and `+` signs
     std::size_t InFront = 0; ///< `+` signs at the pattern's very front
-    std::size_t Stage = 1;   ///< the first of these that makes a difference
+    std::size_t FrontFrom = 1; ///< those of them that make a difference
+    std::size_t FrontTo = 0;
     Vocabulary Elements;
 
     Element* Pattern = nullptr;
     PlaceBits* Matching = nullptr; ///< a set for each element: where it matches
     PlaceBits* Outcomes = nullptr; ///< a set for each digit: of an attempt that has come, begun, to the element at hand
     PlaceBits* Rests = nullptr;    ///< a set for each `+`: where a match of what stands behind it begins further on
-    PlaceBits* Making = nullptr;   ///< such sets for the reading to come; may be Rests
+    PlaceBits* Making = nullptr;   ///< such sets for the reading to come; the same as Rests where these are free
 
     Room<Element, 32> ElementRoom;
     Room<PlaceBits, 96> SetRoom;
 
+    bool RestsAreFree() const { return Making == Rests; } ///< of anchors of their own
     std::size_t Length() const { return Searched.size(); }
     Element At(std::size_t number) const { return Pattern[number - 1]; } ///< elements are numbered from 1
     const PlaceBits* MatchingOf(Element element) const { return Matching + static_cast<std::size_t>(element) * Words; }
