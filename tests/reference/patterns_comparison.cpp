@@ -3,6 +3,7 @@
 
 #include "tests/reference/patterns_reference.h"
 #include "tests/reference/shown.h"
+#include "text/pattern_reading.h"
 #include "text/patterns.h"
 
 #include <algorithm>
@@ -150,6 +151,20 @@ std::string Compare(Choices& choices, const Text& text, const Text& pattern) {
            (caseSensitive ? ", cases apart: " : ", any case: ") + Told(product) + "; literally " + Told(literal);
 }
 
+/// The first place of `text` for which `places` and a literal search from behind it don't agree.
+std::string RestDifference(const Text& text, const Text& rest, const modStringTools::PlaceBits* places) {
+    for (std::size_t left = text.size(); left > 0; --left) {
+        std::int32_t first = 0;
+        std::int32_t last = 0;
+        const std::size_t place = text.size() - left + 1;
+        const bool found = MatchPattern(text, static_cast<std::int32_t>(place + 1), rest, first, last, true);
+        if (found != modStringTools::Has(places, left))
+            return ": the rest " + Shown(rest) + " behind place " + std::to_string(place) +
+                   (found ? " is missed" : " is not there");
+    }
+    return {};
+}
+
 } // namespace
 
 std::string CompareMatch(Choices& choices) {
@@ -163,6 +178,28 @@ std::string CompareLongMatch(Choices& choices) {
     const Text front = choices.OneIn(4) ? Text(choices.Of(Fronts)) : Text();
     const Text end = choices.OneIn(6) ? Text(choices.Of(Ends)) : Text();
     return Compare(choices, text, WithFewRepetitions(front + RepeatedElements(choices, 5, 3) + end, repetitions));
+}
+
+std::string CompareRests(Choices& choices) {
+    const Text text = Drawn(choices, choices.OneIn(2) ? u"aab1$" : u"ab", 11) + u"a";
+    const Text pattern = WithFewRepetitions(u"." + RowsOfRepetitions(choices, 5) + u"a", 6);
+    const Text dollars(choices.Below(5), u'$');
+    const bool toTheEnd = !dollars.empty();
+    const Text body = toTheEnd ? pattern + dollars.substr(1) : pattern;
+    modStringTools::PatternReading reading(true);
+    modStringTools::ReadPattern(reading, text, 1, body, false, toTheEnd);
+    const modStringTools::PlaceBits* places = reading.Rests;
+    for (std::size_t i = 0; i < body.size(); ++i) {
+        if (body[i] == u'\\')
+            ++i;
+        else if (body[i] == u'+') {
+            const std::string difference = RestDifference(text, body.substr(i + 1), places);
+            if (!difference.empty())
+                return Shown(body) + (toTheEnd ? ", tied to the end, in " : " in ") + Shown(text) + difference;
+            places += reading.Words;
+        }
+    }
+    return {};
 }
 
 std::string CompareOwnPattern(Choices& choices) {

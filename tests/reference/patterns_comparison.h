@@ -12,6 +12,8 @@ namespace reference {
 std::string CompareMatch(Choices& choices);
 /// The same in texts that go on for hundreds of characters, most of them in long runs of the same.
 std::string CompareLongMatch(Choices& choices);
+/// What a reading says of the rest behind each `+`, for all places. Little of it comes to light in a match.
+std::string CompareRests(Choices& choices);
 /// The patterns that the program itself looks for, in what it finds them in.
 std::string CompareOwnPattern(Choices& choices);
 /// A replacement, of one match or of all.

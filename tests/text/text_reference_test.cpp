@@ -15,6 +15,10 @@ TEST(AgainstTheLiteralForm, PatternsMatchTheSameInLongTexts) {
     ExpectAgreement(CompareLongMatch, 10000);
 }
 
+TEST(AgainstTheLiteralForm, RestsAreFoundFromTheSamePlaces) {
+    ExpectAgreement(CompareRests, 600000);
+}
+
 TEST(AgainstTheLiteralForm, TheProgramsOwnPatternsMatchTheSame) {
     ExpectAgreement(CompareOwnPattern, 500000);
 }
