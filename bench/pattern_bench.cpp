@@ -78,25 +78,36 @@ TextView DrawElement(Generator& generator, std::int64_t kinds) {
     return Elements[static_cast<std::size_t>(Draw(generator, 0, kinds - 1))];
 }
 
-/// Elements with and without repetition. Every tenth pattern has a row of four or more ".+" in it.
+void DrawEnd(Generator& generator, Text& pattern) {
+    if (Draw(generator, 1, 5) != 1)
+        return;
+    const std::int64_t dollars = Draw(generator, 1, 2) == 1 ? 1 : Draw(generator, 2, 40);
+    for (auto each = pattern.rbegin(); each != pattern.rend() && each - pattern.rbegin() < dollars; ++each)
+        *each = u'$';
+}
+
+/// Elements with and without repetition. Every tenth pattern has a row of four or more ".+" in it, every fourth one
+/// repetitions of repetitions, and every fifth one ends in an anchor or in more `$` than one.
 Text DrawPattern(Generator& generator) {
     const std::size_t length = DrawLength(generator);
     const std::int64_t kinds = Draw(generator, 1, 20);
     const std::int64_t repeatedOf = Draw(generator, 1, 10);
+    const bool doubled = Draw(generator, 1, 4) == 1;
     Text pattern;
     if (Draw(generator, 1, 10) == 1)
         pattern += u'^';
+    if (Draw(generator, 1, 10) == 1)
+        pattern += u'+';
     if (Draw(generator, 1, 10) == 1)
         for (std::int64_t i = Draw(generator, 4, 12); i > 0; --i)
             pattern += u".+";
     while (pattern.size() < length) {
         pattern += DrawElement(generator, kinds);
         if (Draw(generator, 1, 10) <= repeatedOf)
-            pattern += u'+';
+            pattern += doubled && Draw(generator, 1, 4) == 1 ? u"++" : u"+";
     }
     pattern.resize(std::min<std::size_t>(pattern.size(), Longest));
-    if (Draw(generator, 1, 10) == 1)
-        pattern.back() = u'$';
+    DrawEnd(generator, pattern);
     return pattern;
 }
 

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "text/pattern_reading.h"
 
+#include "text/pattern_attempts.h"
+
 #include <algorithm>
-#include <limits>
-#include <utility>
 
 // The dialect. A pattern is a sequence of elements, each of which matches one character:
 //
@@ -35,290 +35,170 @@
 //
 // An attempt that fails is begun again one character further on. Doing all that forwards takes time that doubles with
 // each `+`. Backwards it doesn't: what becomes of an attempt that has come to some element at some place depends on
-// nothing but these two, so that the outcomes for one element, at all places, follow from those for the next one.
+// nothing but these two, so that the outcomes for one element, at all places, follow from those for the next one. And
+// they follow for 64 places at a time, an outcome being a few binary digits and each digit a set of places:
+//
+//   an element   where it matches, the outcome is the next element's at the place behind; elsewhere it is a refusal
+//   a `+`        where it goes on, the outcome is its own at the place behind; elsewhere it is the next element's
+//   a rest       is found where an attempt for it holds, and where one is refused and the rest is found from behind
+//
+// The last two hand something on over any number of places, which is what Spread is for. The digits tell whether the
+// match holds and whether it is refused; which element refuses takes further ones, and only rule 13 wants to know.
+// Where a match ends is found out for the one that is asked for, by walking through it.
 
 namespace modStringTools {
 
 namespace {
 
-enum class Kind { Any, Blank, NoBlank, Word, NoWord, Digit, NoDigit, Exactly, InAnyCase, Nothing, Repeat };
+constexpr std::size_t DigitsWithoutRefuser = 2;
 
-struct Element {
-    Kind What = Kind::Nothing;
-    char16_t Character = 0; ///< of Exactly; of InAnyCase, in lower case
-
-    bool operator==(const Element& other) const { return What == other.What && Character == other.Character; }
-};
-
-using Flags = std::vector<char>;
-
-constexpr std::int32_t TextRanOut = 0;
-constexpr std::int32_t NotBegun = std::numeric_limits<std::int32_t>::min();
-
-bool IsBlank(char16_t character) {
-    return character == u' ' || character == u'\t';
+template <typename Belongs>
+void FillSet(TextView text, PlaceBits* places, Belongs belongs) {
+    std::size_t word = 0;
+    PlaceBits bits = 0;
+    for (std::size_t left = 1; left <= text.size(); ++left) {
+        if (left % PlacesOfWord == 0) {
+            places[word++] = bits;
+            bits = 0;
+        }
+        bits |= static_cast<PlaceBits>(belongs(text[text.size() - left])) << left % PlacesOfWord;
+    }
+    places[word] = bits;
 }
 
-bool IsDigit(char16_t character) {
-    return character >= u'0' && character <= u'9';
+/// Leaves the places in the text that a set has not, and none outside.
+void Complement(PlaceBits* places, std::size_t length) {
+    const std::size_t words = WordsFor(length);
+    for (std::size_t word = 0; word < words; ++word)
+        places[word] = ~places[word];
+    places[0] &= ~PlaceBits{1};
+    places[words - 1] &= (BitOf(length) << 1U) - 1;
 }
 
-bool IsWord(char16_t character) {
-    return (character >= u'a' && character <= u'z') || (character >= u'A' && character <= u'Z') || IsDigit(character) ||
-           character == u'_';
+void FillSetOfClass(TextView text, Element element, PlaceBits* places) {
+    if (element == Blank || element == NoBlank)
+        FillSet(text, places, IsBlank);
+    else if (element == WordCharacter || element == NoWordCharacter)
+        FillSet(text, places, IsWord);
+    else if (element == Digit || element == NoDigit)
+        FillSet(text, places, IsDigit);
+    else
+        std::fill_n(places, WordsFor(text.size()), 0);
+    if (element == AnyCharacter || element == NoBlank || element == NoWordCharacter || element == NoDigit)
+        Complement(places, text.size());
 }
 
-Element EscapedElement(char16_t letter) {
-    switch (letter) {
-    case u's':
-        return {Kind::Blank};
-    case u'S':
-        return {Kind::NoBlank};
-    case u'w':
-        return {Kind::Word};
-    case u'W':
-        return {Kind::NoWord};
-    case u'd':
-        return {Kind::Digit};
-    case u'D':
-        return {Kind::NoDigit};
-    case u'\\':
-    case u'+':
-    case u'$':
-    case u'^':
-    case u'.':
-    case u'/':
-        return {Kind::Exactly, letter};
-    default:
-        return {Kind::Nothing};
+void FillSetsOfSingles(PatternReading& reading) {
+    const std::size_t words = reading.Words;
+    const auto kinds = static_cast<std::size_t>(reading.Elements.Next);
+    std::fill(reading.Matching + FirstSingle * words, reading.Matching + kinds * words, 0);
+    std::size_t left = reading.Length();
+    for (const char16_t character : reading.Searched) {
+        const Element element = SingleFor(reading.Elements, character);
+        if (element != NoElement)
+            reading.Matching[static_cast<std::size_t>(element) * words + left / PlacesOfWord] |= BitOf(left);
+        --left;
     }
 }
 
-Element SingleElement(char16_t character, bool caseSensitive) {
-    switch (character) {
-    case u'.':
-        return {Kind::Any};
-    case u'+':
-        return {Kind::Repeat};
-    case u'^':
-    case u'$':
-        return {Kind::Nothing};
-    case u'\\':
-        return {Kind::Exactly, character};
-    default:
-        return caseSensitive || !HasCases(character) ? Element{Kind::Exactly, character}
-                                                     : Element{Kind::InAnyCase, LowerChar(character)};
+void FillMatchingSets(PatternReading& reading) {
+    for (Element element = Nothing; element < FirstSingle; ++element)
+        if (const auto number = static_cast<std::size_t>(element); reading.Elements.Classes[number])
+            FillSetOfClass(reading.Searched, element, reading.Matching + number * reading.Words);
+    if (reading.Elements.Next > FirstSingle)
+        FillSetsOfSingles(reading);
+}
+
+void SetAll(PatternReading& reading, Outcome outcome) {
+    for (std::size_t digit = 0; digit < reading.Digits; ++digit)
+        std::fill_n(reading.OutcomeDigit(digit), reading.Words, (outcome >> digit & 1U) != 0 ? ~PlaceBits{0} : 0);
+}
+
+void SetBehindTheEnd(PatternReading& reading, Outcome outcome) {
+    for (std::size_t digit = 0; digit < reading.Digits; ++digit) {
+        PlaceBits& lowest = *reading.OutcomeDigit(digit);
+        lowest = (lowest & ~PlaceBits{1}) | (outcome >> digit & 1U);
     }
-}
-
-std::vector<Element> Elements(TextView pattern, bool caseSensitive) {
-    std::vector<Element> elements;
-    elements.reserve(pattern.size());
-    for (std::size_t i = 0; i < pattern.size(); ++i) {
-        if (pattern[i] == u'\\' && i + 1 < pattern.size())
-            elements.push_back(EscapedElement(pattern[++i]));
-        else
-            elements.push_back(SingleElement(pattern[i], caseSensitive));
-    }
-    return elements;
-}
-
-bool Matches(const Element& element, char16_t character) {
-    switch (element.What) {
-    case Kind::Any:
-        return true;
-    case Kind::Blank:
-        return IsBlank(character);
-    case Kind::NoBlank:
-        return !IsBlank(character);
-    case Kind::Word:
-        return IsWord(character);
-    case Kind::NoWord:
-        return !IsWord(character);
-    case Kind::Digit:
-        return IsDigit(character);
-    case Kind::NoDigit:
-        return !IsDigit(character);
-    case Kind::Exactly:
-        return character == element.Character;
-    case Kind::InAnyCase:
-        return LowerChar(character) == element.Character;
-    case Kind::Nothing:
-    case Kind::Repeat:
-        break;
-    }
-    return false;
-}
-
-bool IsRepeat(const Element& element) {
-    return element.What == Kind::Repeat;
-}
-
-/// The state of a reading on its way to the pattern's beginning. Elements are numbered from 1, places in the text too.
-struct Reader {
-    TextView Searched;
-    std::vector<Element> Pattern;
-    std::vector<std::size_t> Alike; ///< by number: the first element that is the same; no other one refuses
-    Outcomes Here; ///< of an attempt that stands, with a match begun, at the element read last and at each place
-    std::vector<Outcomes> AttemptAfter; ///< as in PatternReading; empty but at a `+` at the pattern's front
-    std::vector<Flags> Rests;           ///< see ReadRests; by the number of the `+`
-
-    std::size_t Length() const { return Searched.size(); }
-    std::size_t Count() const { return Pattern.size(); }
-    const Element& At(std::size_t number) const { return Pattern[number - 1]; }
-    char16_t CharacterAt(std::size_t place) const { return Searched[place - 1]; }
-};
-
-void TakePattern(Reader& reader, TextView pattern, bool caseSensitive) {
-    reader.Pattern = Elements(pattern, caseSensitive);
-    reader.Alike.assign(1, 0);
-    for (const Element& element : reader.Pattern)
-        reader.Alike.push_back(static_cast<std::size_t>(
-            std::find(reader.Pattern.begin(), reader.Pattern.end(), element) - reader.Pattern.begin() + 1));
-}
-
-std::int32_t RefusedBy(const Reader& reader, std::size_t number) {
-    return -static_cast<std::int32_t>(reader.Alike[number]);
 }
 
 /// Behind the pattern's last element.
-void ReadEnd(Reader& reader, bool toTheEnd) {
-    std::size_t readLast = reader.Count();
-    while (readLast > 0 && IsRepeat(reader.At(readLast)))
+void ReadEnd(PatternReading& reading, bool toTheEnd) {
+    std::size_t readLast = reading.Count;
+    while (readLast > 0 && IsRepeat(reading.At(readLast)))
         --readLast;
-    reader.Here.resize(reader.Length() + 2);
-    for (std::size_t place = 1; place <= reader.Length() + 1; ++place)
-        reader.Here[place] = static_cast<std::int32_t>(place - 1);
-    if (toTheEnd)
-        std::fill(reader.Here.begin(), reader.Here.end() - 1, RefusedBy(reader, readLast));
+    SetAll(reading, toTheEnd ? RefusedBy(readLast == 0 ? NoElement : reading.At(readLast)) : Holds);
+    SetBehindTheEnd(reading, Holds);
 }
 
-void ReadElement(Reader& reader, std::size_t number) {
-    const Element element = reader.At(number);
-    const std::int32_t refused = RefusedBy(reader, number);
-    for (std::size_t place = 1; place <= reader.Length(); ++place)
-        reader.Here[place] = Matches(element, reader.CharacterAt(place)) ? reader.Here[place + 1] : refused;
-    reader.Here[reader.Length() + 1] = TextRanOut;
+void ReadElement(PatternReading& reading, Element element) {
+    const PlaceBits* matching = reading.MatchingOf(element);
+    const std::size_t words = reading.Words;
+    for (std::size_t digit = 0; digit < reading.Digits; ++digit) {
+        PlaceBits* outcomes = reading.OutcomeDigit(digit);
+        const PlaceBits refused = (RefusedBy(element) >> digit & 1U) != 0 ? ~PlaceBits{0} : 0;
+        PlaceBits below = 0;
+        for (std::size_t word = 0; word < words; ++word)
+            outcomes[word] = (matching[word] & MovedForward(outcomes[word], below)) | (~matching[word] & refused);
+    }
+    SetBehindTheEnd(reading, RanOut);
 }
 
-/// One `+` over `element`, in front of the element `next`. `rest` tells from which places the pattern behind the `+` is
-/// found; null where nothing is behind it.
-void Repeat(const Reader& reader, const Element& element, const Flags* rest, std::size_t next, Outcomes& outcomes) {
-    outcomes[reader.Length() + 1] = static_cast<std::int32_t>(reader.Length());
-    for (std::size_t place = reader.Length(); place > 0; --place) {
-        if (!Matches(element, reader.CharacterAt(place)) || (rest != nullptr && (*rest)[place + 1] == 0))
+/// The `+` at `number` over `element`.
+void ReadRepeat(PatternReading& reading, std::size_t number, Element element) {
+    const PlaceBits* matching = reading.MatchingOf(element);
+    const PlaceBits* rest = number == reading.Count ? matching : reading.RestIn(reading.Rests, number);
+    const std::size_t words = reading.Words;
+    const std::size_t digits = reading.Digits;
+    SetBehindTheEnd(reading, Holds);
+    for (std::size_t word = 0; word < words; ++word) {
+        const PlaceBits goesOn = matching[word] & rest[word];
+        if (goesOn == 0)
             continue;
-        const std::int32_t outcome = outcomes[place + 1];
-        outcomes[place] = outcome == NotBegun ? RefusedBy(reader, next) : outcome;
-    }
-}
-
-/// Which attempt comes after one that came to nothing.
-std::size_t NextAttempt(const std::vector<Outcomes>& attemptAfter, std::int32_t outcome) {
-    return attemptAfter.size() == 1 || outcome == NotBegun ? 0 : static_cast<std::size_t>(-outcome);
-}
-
-/// From which places on a search finds a match, where it goes on with the same attempts after each that failed.
-Flags FoundFrom(const Outcomes& attempts) {
-    Flags found(attempts.size(), 0);
-    for (std::size_t place = attempts.size() - 2; place > 0; --place)
-        found[place] = attempts[place] < 0 ? found[place + 1] : attempts[place] != TextRanOut;
-    return found;
-}
-
-/// The same with attempts that depend on the element that was read last.
-Flags FoundFrom(const std::vector<Outcomes>& attemptAfter) {
-    if (attemptAfter.size() == 1)
-        return FoundFrom(attemptAfter.front());
-    const std::size_t places = attemptAfter.front().size();
-    std::vector<std::size_t> present;
-    for (std::size_t after = 0; after < attemptAfter.size(); ++after)
-        if (!attemptAfter[after].empty())
-            present.push_back(after);
-    Flags found(places, 0);
-    Flags further(attemptAfter.size(), 0); // found from one place further on, by the element read last
-    Flags here = further;
-    for (std::size_t place = places - 2; place > 0; --place) {
-        for (const std::size_t after : present) {
-            const std::int32_t outcome = attemptAfter[after][place];
-            here[after] = outcome < 0 ? further[NextAttempt(attemptAfter, outcome)] : outcome != TextRanOut;
+        for (std::size_t digit = 0; digit < digits; ++digit) {
+            PlaceBits* outcomes = reading.Outcomes + digit * words + word;
+            PlaceBits below = word == 0 ? 0 : outcomes[-1] >> (PlacesOfWord - 1);
+            *outcomes = Spread(goesOn, *outcomes, below);
         }
-        further.swap(here);
-        found[place] = further[0];
     }
-    return found;
 }
 
-/// Where the rests have not the pattern's own end (see ReadRests): gives what the reading before this one found, and
-/// leaves `found` to the next one.
-void ExchangeRest(Reader& reader, std::size_t number, Flags& found) {
-    Flags& left = reader.Rests[number];
-    if (left.empty())
-        left = found;
-    else
-        left.swap(found);
+/// The `+` signs `from` to `to`, which stand side by side. Those at the pattern's front are left to FirstMatch.
+void ReadRepeats(PatternReading& reading, std::size_t from, std::size_t to) {
+    if (reading.Making != nullptr)
+        for (std::size_t number = to; number >= from; --number)
+            MakeRest(reading, number, to);
+    if (from > 1)
+        for (std::size_t number = to; number >= from; --number)
+            ReadRepeat(reading, number, reading.At(from - 1));
 }
 
-/// The attempts of a search for the pattern behind the `+` signs that end at `to`, as long as these are none of its
-/// own. With a `+` at its front (13) there is one for each element that may have been read last, and a refusal by the
-/// very first element is told from all others: as no match was begun, no `+` is gone back to.
-std::vector<Outcomes> AttemptsBehind(const Reader& reader, std::size_t to, bool repeatsInFront) {
-    std::vector<Outcomes> attempts{reader.Here};
-    if (!repeatsInFront || to == reader.Count())
-        return attempts;
-    for (std::size_t place = 1; place <= reader.Length(); ++place)
-        if (!Matches(reader.At(to + 1), reader.CharacterAt(place)))
-            attempts.front()[place] = NotBegun;
-    attempts.resize(reader.Count() + 1);
-    for (std::size_t number = to + 1; number <= reader.Count(); ++number)
-        if (!IsRepeat(reader.At(number)))
-            attempts[reader.Alike[number]] = attempts.front();
-    return attempts;
-}
-
-/// The `+` signs `from` to `to`, which stand side by side.
-void ReadRepeats(Reader& reader, std::size_t from, std::size_t to) {
-    const bool inFront = from == 1;
-    const bool atEnd = to == reader.Count();
-    std::vector<Outcomes> attempts = AttemptsBehind(reader, to, inFront || from < to);
-    for (std::size_t number = to; number >= from; --number) {
-        Flags found = atEnd ? Flags(reader.Length() + 2, 0) : FoundFrom(attempts);
-        if (!reader.Rests.empty())
-            ExchangeRest(reader, number, found);
-        const Flags* rest = number == reader.Count() ? nullptr : &found;
-        if (!inFront)
-            Repeat(reader, reader.At(from - 1), rest, to + 1, reader.Here);
-        for (std::size_t after = 1; after < attempts.size(); ++after)
-            if (!attempts[after].empty())
-                Repeat(reader, reader.At(after), rest, to + 1, attempts[after]);
-    }
-    if (inFront)
-        reader.AttemptAfter = std::move(attempts);
-}
-
-void ReadAll(Reader& reader, bool toTheEnd) {
-    ReadEnd(reader, toTheEnd);
-    std::size_t number = reader.Count();
+void ReadAll(PatternReading& reading, bool toTheEnd) {
+    ReadEnd(reading, toTheEnd);
+    std::size_t number = reading.Count;
     while (number > 0) {
-        if (!IsRepeat(reader.At(number))) {
-            ReadElement(reader, number--);
+        if (!IsRepeat(reading.At(number))) {
+            ReadElement(reading, reading.At(number--));
             continue;
         }
         const std::size_t to = number;
-        while (number > 0 && IsRepeat(reader.At(number)))
+        while (number > 0 && IsRepeat(reading.At(number)))
             --number;
-        ReadRepeats(reader, number + 1, to);
+        ReadRepeats(reading, number + 1, to);
     }
 }
 
+void TakePattern(PatternReading& reading, TextView pattern) {
+    reading.Count = ReadElements(pattern, reading.Elements, reading.Pattern);
+}
+
 /// The characters in front of the first one at which a match may begin; the text's length for none.
-std::size_t HopelessLength(TextView text, std::size_t from, const std::vector<Element>& pattern, bool onlyThere) {
-    if (std::all_of(pattern.begin(), pattern.end(), IsRepeat))
-        return text.size();
-    if (IsRepeat(pattern.front()))
-        return from - 1;
+std::size_t HopelessLength(const PatternReading& reading, TextView text, std::size_t from, bool onlyThere) {
+    Element* const end = reading.Pattern + reading.Count;
+    const Element first = *reading.Pattern;
+    if (IsRepeat(first))
+        return std::all_of(reading.Pattern, end, IsRepeat) ? text.size() : from - 1;
     for (std::size_t place = from; place <= text.size(); ++place) {
-        if (Matches(pattern.front(), text[place - 1]))
+        if (Matches(reading.Elements, first, text[place - 1]))
             return place - 1;
         if (onlyThere)
             break;
@@ -326,58 +206,84 @@ std::size_t HopelessLength(TextView text, std::size_t from, const std::vector<El
     return text.size();
 }
 
-/// The rests of a pattern that is tied to the text's end. They are tied to it by a further `$` alone (12), so that the
-/// pattern is read as often as it has ends: without any `$`, with one, and so on up to all but the pattern's own.
-void ReadRests(Reader& reader, TextView pattern, bool caseSensitive) {
-    reader.Rests.resize(reader.Count() + 1);
+/// A pattern with so many of the `$` signs that it ends in. Behind the first two, which may be an escaped one and an
+/// element that matches nothing, no attempt comes any further.
+TextView WithDollars(TextView pattern, std::size_t count) {
     const std::size_t body = pattern.find_last_not_of(u'$') + 1;
-    TakePattern(reader, pattern.substr(0, body), caseSensitive);
-    ReadAll(reader, false);
-    for (std::size_t length = body; length < pattern.size(); ++length) {
-        TakePattern(reader, pattern.substr(0, length), caseSensitive);
-        ReadAll(reader, true);
+    return pattern.substr(0, std::min(body + std::min<std::size_t>(count, 2), pattern.size()));
+}
+
+void TakeRoom(PatternReading& reading, bool twoSetsOfRests) {
+    Element* const end = reading.Pattern + reading.Count;
+    const auto repeats = static_cast<std::size_t>(std::count_if(reading.Pattern, end, IsRepeat));
+    const bool doubled = std::adjacent_find(reading.Pattern, end,
+                                            [](Element a, Element b) { return IsRepeat(a) && IsRepeat(b); }) != end;
+    const auto kinds = static_cast<std::size_t>(reading.Elements.Next);
+    reading.Words = WordsFor(reading.Length());
+    reading.Digits = DigitsWithoutRefuser;
+    if (doubled || IsRepeat(reading.At(1)))
+        reading.Digits += static_cast<std::size_t>(std::bit_width(kinds - 1));
+    const std::size_t sets = kinds + reading.Digits + repeats * (twoSetsOfRests ? 2 : 1);
+    reading.Matching = reading.SetRoom.Take(sets * reading.Words);
+    reading.Outcomes = reading.Matching + kinds * reading.Words;
+    reading.Rests = reading.Outcomes + reading.Digits * reading.Words;
+    reading.Making = reading.Rests + (twoSetsOfRests ? repeats * reading.Words : 0);
+}
+
+/// Reads a pattern that is tied to the text's end. Its rests are tied to it by a further `$` alone (12), so that it is
+/// read as often as it has ends: without any `$`, with one, and so on up to all. With more than two, each reading does
+/// the same to what the one before has left, until it leaves just that.
+void ReadWithRests(PatternReading& reading, TextView pattern) {
+    const auto size = reading.Making - reading.Rests;
+    PlaceBits* const forTheNext = reading.Making;
+    reading.Making = reading.Rests;
+    TakePattern(reading, WithDollars(pattern, 0));
+    ReadAll(reading, false);
+    reading.Making = forTheNext;
+    const std::size_t dollars = pattern.size() - WithDollars(pattern, 0).size();
+    for (std::size_t count = 0; count <= dollars; ++count) {
+        if (count == dollars)
+            reading.Making = nullptr; // nobody asks for them any more
+        TakePattern(reading, WithDollars(pattern, count));
+        ReadAll(reading, true);
+        if (count == dollars || (count >= 2 && std::equal(reading.Rests, reading.Rests + size, reading.Making)))
+            return;
+        std::swap(reading.Rests, reading.Making);
     }
-    TakePattern(reader, pattern, caseSensitive);
+}
+
+void ReadFront(PatternReading& reading) {
+    while (IsRepeat(reading.At(reading.InFront + 1)))
+        ++reading.InFront;
+    reading.FrontTo = reading.RestsAreFree() ? 1 : reading.InFront;
+    const auto rest = [&reading](std::size_t number) { return reading.RestIn(reading.Rests, number); };
+    while (reading.FrontFrom < reading.FrontTo &&
+           std::equal(rest(reading.FrontFrom), rest(reading.FrontFrom) + reading.Words, rest(reading.FrontFrom + 1)))
+        ++reading.FrontFrom;
 }
 
 } // namespace
 
-PatternReading ReadPattern(TextView text, std::int32_t from, TextView pattern, bool onlyThere, bool toTheEnd,
-                           bool caseSensitive) {
-    Reader reader;
-    TakePattern(reader, pattern, caseSensitive);
-    const std::size_t hopeless = HopelessLength(text, static_cast<std::size_t>(from), reader.Pattern, onlyThere);
-    PatternReading reading;
-    reading.Done = true;
-    reading.TextLength = static_cast<std::int32_t>(text.size());
-    reading.Offset = static_cast<std::int32_t>(hopeless);
-    if (hopeless == text.size())
-        return reading;
-    reader.Searched = text.substr(hopeless);
-    if (toTheEnd && std::any_of(reader.Pattern.begin(), reader.Pattern.end() - 1, IsRepeat))
-        ReadRests(reader, pattern, caseSensitive);
-    ReadAll(reader, toTheEnd);
-    if (reader.AttemptAfter.empty())
-        reader.AttemptAfter.push_back(std::move(reader.Here));
-    reading.AttemptAfter = std::move(reader.AttemptAfter);
-    return reading;
-}
-
-std::int32_t FirstMatch(const PatternReading& reading, std::int32_t from, std::int32_t& last) {
-    std::size_t after = 0;
-    for (std::int32_t place = std::max(from - reading.Offset, 1); place <= reading.TextLength - reading.Offset;
-         ++place) {
-        const std::int32_t outcome = reading.AttemptAfter[after][static_cast<std::size_t>(place)];
-        if (outcome == TextRanOut)
-            break;
-        if (outcome > 0) {
-            last = outcome + reading.Offset;
-            return place + reading.Offset;
-        }
-        after = NextAttempt(reading.AttemptAfter, outcome);
-    }
-    last = 0;
-    return 0;
+void ReadPattern(PatternReading& reading, TextView text, std::int32_t from, TextView pattern, bool onlyThere,
+                 bool toTheEnd) {
+    reading.Pattern = reading.ElementRoom.Take(pattern.size());
+    TakePattern(reading, pattern);
+    reading.Offset = HopelessLength(reading, text, static_cast<std::size_t>(from), onlyThere);
+    reading.Hopeless = reading.Offset == text.size();
+    if (reading.Hopeless)
+        return;
+    reading.Searched = text.substr(reading.Offset);
+    const bool restsHaveEnds = toTheEnd && std::any_of(reading.Pattern, reading.Pattern + reading.Count - 1, IsRepeat);
+    if (restsHaveEnds)
+        for (std::size_t dollars = 0; dollars <= 2; ++dollars) // a `\` in front of them makes them different elements
+            TakePattern(reading, WithDollars(pattern, dollars));
+    TakeRoom(reading, restsHaveEnds);
+    FillMatchingSets(reading);
+    if (restsHaveEnds)
+        ReadWithRests(reading, pattern);
+    else
+        ReadAll(reading, toTheEnd);
+    ReadFront(reading);
 }
 
 } // namespace modStringTools

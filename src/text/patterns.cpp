@@ -16,8 +16,7 @@ struct Search {
     bool StartAnchored = false;
     bool EndAnchored = false;
     bool CaseSensitive = false;
-    bool Plain = false;     ///< nothing in it is special: it is looked for as it stands
-    PatternReading Reading; ///< of any other pattern
+    bool Plain = false; ///< nothing in it is special: it is looked for as it stands
 };
 
 struct Found {
@@ -78,22 +77,46 @@ Search PrepareSearch(TextView text, TextView pattern, bool caseSensitive) {
     return search;
 }
 
+void Read(PatternReading& reading, const Search& search, std::int32_t from) {
+    ReadPattern(reading, search.Searched, from, search.Body, search.StartAnchored, search.EndAnchored);
+}
+
 /// The next match from position `from`, which lies inside the text. An anchor at the start ties it to `from` itself.
-Found FindNext(Search& search, std::int32_t from) {
-    if (search.Body.empty())
-        return {};
-    if (search.Plain)
-        return FindPlain(search, from);
-    if (!search.Reading.Done)
-        search.Reading = ReadPattern(search.Searched, from, search.Body, search.StartAnchored, search.EndAnchored,
-                                     search.CaseSensitive);
+Found FindRead(const PatternReading& reading, const Search& search, std::int32_t from) {
     Found found;
-    found.First = FirstMatch(search.Reading, from, found.Last);
+    found.First = FirstMatch(reading, from, found.Last);
     return search.StartAnchored && found.First != from ? Found{} : found;
+}
+
+Found FindOnce(const Search& search, std::int32_t from) {
+    PatternReading reading(search.CaseSensitive);
+    Read(reading, search, from);
+    return FindRead(reading, search, from);
 }
 
 std::int32_t Length(TextView text) {
     return static_cast<std::int32_t>(text.size());
+}
+
+// The next match is looked for behind the replacement, in what is left of the text: it makes no difference there what
+// stands in front. Only an anchor at the start sees it, which holds as long as nothing does: "^a" replaced by nothing
+// takes all of "aaa".
+template <typename Find>
+void Replace(Text& text, const Search& search, TextView replacement, bool global, Find find) {
+    Text replaced;
+    std::int32_t taken = 0; // characters of the old text that are dealt with
+    do {
+        const Found found = find(taken + 1);
+        if (found.Last == 0)
+            break;
+        replaced.append(text, static_cast<std::size_t>(taken), static_cast<std::size_t>(found.First - 1 - taken));
+        replaced += replacement;
+        taken = found.Last;
+    } while (global && taken < Length(text) && !(search.StartAnchored && !replaced.empty()));
+    if (taken == 0)
+        return;
+    replaced.append(text, static_cast<std::size_t>(taken), Text::npos);
+    text = std::move(replaced);
 }
 
 } // namespace
@@ -104,9 +127,9 @@ bool MatchPattern(TextView text, std::int32_t start, TextView pattern, std::int3
     if (start > Length(text) || pattern.empty())
         return false;
     Found found;
-    Search search = PrepareSearch(text, pattern, caseSensitive);
-    if (!search.StartAnchored || start == 1)
-        found = FindNext(search, start);
+    const Search search = PrepareSearch(text, pattern, caseSensitive);
+    if (!search.Body.empty() && (!search.StartAnchored || start == 1))
+        found = search.Plain ? FindPlain(search, start) : FindOnce(search, start);
     first = found.First;
     last = found.Last;
     return found.Last > 0;
@@ -124,27 +147,19 @@ std::int32_t FindPattern(const std::int32_t& start, TextView text, TextView patt
     return first;
 }
 
-// The next match is looked for behind the replacement, in what is left of the text: it makes no difference there what
-// stands in front. Only an anchor at the start sees it, which holds as long as nothing does: "^a" replaced by nothing
-// takes all of "aaa".
 void ReplacePattern(Text& text, TextView pattern, TextView replacement, bool global, bool caseSensitive) {
     if (text.empty() || pattern.empty())
         return;
-    Search search = PrepareSearch(text, pattern, caseSensitive);
-    Text replaced;
-    std::int32_t taken = 0; // characters of the old text that are dealt with
-    do {
-        const Found found = FindNext(search, taken + 1);
-        if (found.Last == 0)
-            break;
-        replaced.append(text, static_cast<std::size_t>(taken), static_cast<std::size_t>(found.First - 1 - taken));
-        replaced += replacement;
-        taken = found.Last;
-    } while (global && taken < Length(text) && !(search.StartAnchored && !replaced.empty()));
-    if (taken == 0)
+    const Search search = PrepareSearch(text, pattern, caseSensitive);
+    if (search.Body.empty())
         return;
-    replaced.append(text, static_cast<std::size_t>(taken), Text::npos);
-    text = std::move(replaced);
+    if (search.Plain) {
+        Replace(text, search, replacement, global, [&](std::int32_t from) { return FindPlain(search, from); });
+        return;
+    }
+    PatternReading reading(caseSensitive);
+    Read(reading, search, 1);
+    Replace(text, search, replacement, global, [&](std::int32_t from) { return FindRead(reading, search, from); });
 }
 
 } // namespace modStringTools

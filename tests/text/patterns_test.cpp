@@ -72,7 +72,8 @@ INSTANTIATE_TEST_SUITE_P(RepetitionsAtTheFrontAfterAFailure, PatternRows,
 
 INSTANTIATE_TEST_SUITE_P(AnchorsOfTheRest, PatternRows,
                          testing::Values(Row{u"abaa", u"a.+a$$", 0, 0}, Row{u"abaa", u"a.+a$", 1, 4},
-                                         Row{u"abab", u"a.+b$$$", 3, 4}, Row{u"aab", u"a+^b", 0, 0}));
+                                         Row{u"abab", u"a.+b$$$", 3, 4}, Row{u"aab", u"a+^b", 0, 0},
+                                         Row{u"a$abab\\aaa", u"+\\S+++\\w\\w+\\w$$$", 5, 10}));
 
 INSTANTIATE_TEST_SUITE_P(
     ValuesAndQuotes, PatternRows,

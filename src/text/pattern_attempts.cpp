@@ -1,0 +1,254 @@
+// SPDX-License-Identifier: MIT
+#include "text/pattern_attempts.h"
+
+#include <algorithm>
+#include <functional>
+
+// A search whose pattern begins with no `+` has one outcome for each place, and goes on behind each refusal: it finds
+// something from a place when the first outcome from there on that is no refusal holds.
+//
+// A `+` at the front (13) makes an attempt depend on the element that was read last, the one that refused the attempt
+// before. That one makes a difference only where it matches the character at hand and the `+` may go on there. Places
+// with such a refusal in front of them are looked at one by one, and all others are still dealt with by the word.
+//
+// As long as rests have no anchors of their own, there is nothing more to find out about such a place: once the `+` has
+// gone on, the search finds something. For the `+` goes on as far as the search behind it finds something from the next
+// place. The attempt that begins where it stops doesn't run out of text, or that search would have found nothing there;
+// and if it is refused, then the one after it begins where again something is found. So it goes on until one holds, as
+// there is nothing to be found at the text's end. For the same reason each `+` in front finds at least what the next
+// one finds, goes on at least as far, and leaves nothing to it.
+
+namespace modStringTools {
+
+namespace {
+
+/// The `+` signs at the front of a pattern or of a rest, and the element behind them.
+struct Front {
+    std::size_t From = 0;
+    std::size_t To = 0;
+};
+
+Outcome OutcomeAt(const PatternReading& reading, std::size_t left) {
+    const PlaceBits* digits = reading.Outcomes + left / PlacesOfWord;
+    const std::size_t bit = left % PlacesOfWord;
+    PlaceBits outcome = 0;
+    for (std::size_t digit = 0; digit < reading.Digits; ++digit, digits += reading.Words)
+        outcome |= (*digits >> bit & 1U) << digit;
+    return static_cast<Outcome>(outcome);
+}
+
+/// The place at which an attempt from `left` on, with `readLast` to be repeated, comes to the element behind the front.
+/// It has begun a match if that is another place.
+std::size_t BehindFront(const PatternReading& reading, const Front& front, Element readLast, std::size_t left) {
+    const PlaceBits* matching = reading.MatchingOf(readLast);
+    if (readLast == NoElement || !Has(matching, left))
+        return left;
+    for (std::size_t number = front.From; number <= front.To; ++number) {
+        const PlaceBits* rest = reading.RestIn(reading.Rests, number);
+        if (Has(rest, left))
+            left = FirstOutside(left, [&](std::size_t word) { return ~(matching[word] & rest[word]); });
+    }
+    return left;
+}
+
+/// What is known of a search with `+` signs at its front, on the way from the text's end to its beginning.
+struct FrontSearch {
+    const PatternReading& Reading;
+    Front Signs;
+    std::vector<PlaceBits> Found; ///< places from which it finds something, nothing having been read before
+    // For each place and each class of elements, all single characters being one of them, which no place has two of:
+    std::vector<std::uint8_t> Known; ///< whether it has been asked what is found with this one read last
+    std::vector<std::uint8_t> Finds; ///< and the answer
+    std::vector<std::uint8_t> Trail; ///< the class that is being asked for
+};
+
+std::uint8_t ClassBit(Element element) {
+    return static_cast<std::uint8_t>(1U << static_cast<unsigned>(std::min(element, FirstSingle) - AnyCharacter));
+}
+
+/// Whether the search finds something from `left` on, `readLast` having refused the attempt before. Each attempt on the
+/// way there is known from then on, so that no search makes more than a few for each place.
+bool FindsAfter(FrontSearch& search, std::size_t left, Element readLast) {
+    std::size_t at = left;
+    bool finds = false;
+    for (;;) {
+        const std::size_t behind = BehindFront(search.Reading, search.Signs, readLast, at);
+        if (behind == at) {
+            finds = Has(search.Found.data(), at);
+            break;
+        }
+        const std::uint8_t bit = ClassBit(readLast);
+        if ((search.Known[at] & bit) != 0) {
+            finds = (search.Finds[at] & bit) != 0;
+            break;
+        }
+        search.Trail[at--] = bit;
+        const Outcome outcome = OutcomeAt(search.Reading, behind);
+        if (!IsRefusal(outcome)) {
+            finds = outcome == Holds;
+            break;
+        }
+        readLast = RefuserOf(outcome);
+    }
+    for (; left > at; --left) {
+        search.Known[left] |= search.Trail[left];
+        if (finds)
+            search.Finds[left] |= search.Trail[left];
+    }
+    return finds;
+}
+
+/// Where the search has to be asked about one by one: an attempt was begun and refused, and a `+` may go on behind.
+std::vector<PlaceBits> PlacesToAsk(const PatternReading& reading, const Front& signs) {
+    std::vector<PlaceBits> asked(reading.Words, 0);
+    for (std::size_t number = signs.From; number <= signs.To; ++number)
+        std::transform(asked.begin(), asked.end(), reading.RestIn(reading.Rests, number), asked.begin(),
+                       std::bit_or<PlaceBits>());
+    const PlaceBits* begun = reading.MatchingOf(reading.At(signs.To + 1));
+    const PlaceBits* refused = reading.OutcomeDigit(1);
+    PlaceBits below = 0;
+    for (std::size_t word = 0; word < asked.size(); ++word)
+        asked[word] = MovedForward(asked[word], below) & begun[word] & refused[word];
+    return asked;
+}
+
+std::size_t LowestOf(PlaceBits places, std::size_t word) {
+    return word * PlacesOfWord + static_cast<std::size_t>(std::countr_zero(places));
+}
+
+void SearchBehindFront(FrontSearch& search) {
+    const PatternReading& reading = search.Reading;
+    const std::vector<PlaceBits> asked = PlacesToAsk(reading, search.Signs);
+    PlaceBits below = 0;
+    for (std::size_t word = 0; word < asked.size(); ++word) {
+        const PlaceBits refused = reading.OutcomeDigit(1)[word] & ~asked[word];
+        PlaceBits found = reading.OutcomeDigit(0)[word];
+        for (PlaceBits toAsk = asked[word]; toAsk != 0; toAsk &= toAsk - 1) {
+            PlaceBits belowWord = below;
+            search.Found[word] = Spread(refused, found, belowWord);
+            const std::size_t left = LowestOf(toAsk, word);
+            if (FindsAfter(search, left - 1, RefuserOf(OutcomeAt(reading, left))))
+                found |= BitOf(left);
+        }
+        search.Found[word] = Spread(refused, found, below);
+    }
+}
+
+/// With a `+` at the front of what stands behind the one at `number`, and no anchors anywhere in it.
+void MakeFreeRest(const PatternReading& reading, std::size_t number, std::size_t to, PlaceBits* rest) {
+    const PlaceBits* inner = reading.RestIn(reading.Rests, number + 1);
+    const PlaceBits* begun = reading.MatchingOf(reading.At(to + 1));
+    const std::size_t words = reading.Words;
+    PlaceBits belowInner = 0;
+    PlaceBits belowFound = 0;
+    PlaceBits belowRest = 0;
+    for (std::size_t word = 0; word < words; ++word) {
+        const PlaceBits above = word + 1 < words ? inner[word + 1] << (PlacesOfWord - 1) : 0;
+        PlaceBits found = inner[word] >> 1U | above | reading.OutcomeDigit(0)[word];
+        const PlaceBits refused = reading.OutcomeDigit(1)[word];
+        PlaceBits asked = MovedForward(inner[word], belowInner) & begun[word] & refused & ~found;
+        for (; asked != 0; asked &= asked - 1) {
+            const std::size_t left = LowestOf(asked, word);
+            if (Has(reading.MatchingOf(RefuserOf(OutcomeAt(reading, left))), left - 1))
+                found |= BitOf(left);
+        }
+        rest[word] = MovedForward(Spread(refused & ~found, found, belowFound), belowRest);
+    }
+}
+
+/// With a `+` at the front of what stands behind the one at `number`, and an anchor at its end.
+void MakeTiedRest(PatternReading& reading, std::size_t number, std::size_t to, PlaceBits* rest) {
+    const std::size_t places = reading.Words * PlacesOfWord;
+    FrontSearch search{reading,
+                       {number + 1, to},
+                       std::vector<PlaceBits>(reading.Words),
+                       std::vector<std::uint8_t>(places),
+                       std::vector<std::uint8_t>(places),
+                       std::vector<std::uint8_t>(places)};
+    SearchBehindFront(search);
+    PlaceBits below = 0;
+    for (const PlaceBits found : search.Found)
+        *rest++ = MovedForward(found, below);
+}
+
+/// A match that is known to come to element `number` at `left`: its last place, told by the characters left behind it.
+std::size_t LeftBehindMatch(const PatternReading& reading, std::size_t number, std::size_t left) {
+    Element readLast = NoElement;
+    for (; number <= reading.Count && left > 0; ++number) {
+        const Element element = reading.At(number);
+        if (!IsRepeat(element)) {
+            readLast = element;
+            --left;
+            continue;
+        }
+        const PlaceBits* matching = reading.MatchingOf(readLast);
+        const PlaceBits* rest = number == reading.Count ? matching : reading.RestIn(reading.Rests, number);
+        left = FirstOutside(left, [&](std::size_t word) { return ~(matching[word] & rest[word]); });
+    }
+    return left;
+}
+
+} // namespace
+
+void MakeRest(PatternReading& reading, std::size_t number, std::size_t to) {
+    PlaceBits* rest = reading.RestIn(reading.Making, number);
+    if (to == reading.Count) {
+        std::fill_n(rest, reading.Words, 0); // nothing but `+` signs behind it: never found
+        return;
+    }
+    if (number < to) {
+        const auto used = [&reading](std::size_t each) { return reading.RestIn(reading.Rests, each); };
+        // A `+` that goes on where the next one goes on makes no difference: where it stops, the next one has to.
+        if (number + 1 < to && std::equal(used(number + 1), used(number + 1) + reading.Words, used(number + 2)))
+            std::copy_n(reading.RestIn(reading.Making, number + 1), reading.Words, rest);
+        else if (reading.RestsAreFree())
+            MakeFreeRest(reading, number, to, rest);
+        else
+            MakeTiedRest(reading, number, to, rest);
+        return;
+    }
+    const PlaceBits* holds = reading.OutcomeDigit(0);
+    const PlaceBits* refused = reading.OutcomeDigit(1);
+    const std::size_t words = reading.Words;
+    PlaceBits belowFound = 0;
+    PlaceBits below = 0;
+    for (std::size_t word = 0; word < words; ++word)
+        rest[word] = MovedForward(Spread(refused[word], holds[word], belowFound), below);
+}
+
+std::int32_t FirstMatch(const PatternReading& reading, std::int32_t from, std::int32_t& last) {
+    last = 0;
+    const std::size_t before = std::max(static_cast<std::size_t>(from) - 1, reading.Offset) - reading.Offset;
+    if (reading.Hopeless || before >= reading.Length())
+        return 0;
+    std::size_t left = reading.Length() - before;
+    std::size_t behind = left;
+    if (reading.InFront == 0) {
+        const PlaceBits* refused = reading.OutcomeDigit(1);
+        left = FirstOutside(left, [refused](std::size_t word) { return ~refused[word]; });
+        behind = left;
+    } else {
+        const Front front{reading.FrontFrom, reading.FrontTo};
+        const PlaceBits* begun = reading.MatchingOf(reading.At(reading.InFront + 1));
+        Element readLast = NoElement;
+        for (; left > 0; --left) {
+            behind = BehindFront(reading, front, readLast, left);
+            readLast = NoElement;
+            if (behind == left && !Has(begun, left))
+                continue;
+            const Outcome outcome = OutcomeAt(reading, behind);
+            if (!IsRefusal(outcome))
+                break;
+            readLast = RefuserOf(outcome);
+        }
+    }
+    if (left == 0 || !Has(reading.OutcomeDigit(0), behind))
+        return 0;
+    const auto position = [&reading](std::size_t each) {
+        return static_cast<std::int32_t>(reading.Offset + reading.Length() - each);
+    };
+    last = position(LeftBehindMatch(reading, reading.InFront + 1, behind));
+    return position(left) + 1;
+}
+
+} // namespace modStringTools
