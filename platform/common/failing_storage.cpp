@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/common/failing_storage.h"
 
+#include <algorithm>
+
 namespace platform::common {
 
 namespace {
@@ -31,6 +33,15 @@ public:
         return DeviceFailed;
     }
 
+    /// While something is to fail the lines come one at a time, so that each read and each write of one can be it.
+    ErrorNumber ReadLines(std::int64_t most, std::string_view& lines, std::int64_t& taken) override {
+        if (!Faults.StrikeRead())
+            return Inner->ReadLines(Faults.Armed() ? std::min<std::int64_t>(most, 1) : most, lines, taken);
+        lines = {};
+        taken = 0;
+        return DeviceFailed;
+    }
+
     std::int64_t Revision() const override { return Inner->Revision(); }
 
     ErrorNumber WriteLine(const Text& line) override {
@@ -38,6 +49,13 @@ public:
             return Faults.Told(Name, DiskFull);
         Wrote = true;
         return Faults.Told(Name, Inner->WriteLine(line));
+    }
+
+    ErrorNumber WriteLines(std::string_view lines) override {
+        if (Faults.Strike())
+            return Faults.Told(Name, DiskFull);
+        Wrote = true;
+        return Faults.Told(Name, Inner->WriteLines(lines));
     }
 
     /// The stream is closed all the same: what failed is that its lines are on the medium.

@@ -18,16 +18,19 @@ constexpr std::int32_t FirstRowLine = 2;
 constexpr std::int32_t InsertBefore = 1;
 constexpr std::int32_t InsertAfter = 2;
 
-/// The fields of a line: an empty line is one empty field, and behind a bar at the end stands an empty one.
-std::vector<Text> Split(const Text& line) {
-    std::vector<Text> fields;
-    std::size_t start = 0;
-    for (std::size_t bar = line.find(Bar); bar != Text::npos; bar = line.find(Bar, start)) {
-        fields.push_back(line.substr(start, bar - start));
-        start = bar + 1;
+/// The fields of a line: an empty line is one empty field, and behind a bar at the end stands an empty one. The list
+/// takes them over what it held, so that a walk over a table finds room for each field already there.
+void Split(TextView line, std::vector<Text>& fields) {
+    std::size_t count = 0;
+    for (bool more = true; more; ++count) {
+        const std::size_t bar = line.find(Bar);
+        more = bar != TextView::npos;
+        if (count == fields.size())
+            fields.emplace_back();
+        fields[count].assign(line.substr(0, bar));
+        line.remove_prefix(more ? bar + 1 : 0);
     }
-    fields.push_back(line.substr(start));
-    return fields;
+    fields.resize(count);
 }
 
 Text Join(const std::vector<Text>& fields) {
@@ -45,15 +48,16 @@ void ReadTableHeader() {
     if (SeekFileLine(Table.TableFile, HeaderLine) != HeaderLine)
         return;
     std::int32_t line = HeaderLine;
-    Table.TableColumns = Split(ReadFileLine(Table.TableFile, line));
+    Split(ReadFileLine(Table.TableFile, line), Table.TableColumns);
 }
 
 void ReadTableRow() {
-    Table.TableValues.clear();
-    if (Table.TableFile.nextLine < 1 && SeekFileLine(Table.TableFile, FirstRowLine) != FirstRowLine)
+    if (Table.TableFile.nextLine < 1 && SeekFileLine(Table.TableFile, FirstRowLine) != FirstRowLine) {
+        Table.TableValues.clear();
         return;
+    }
     std::int32_t line = -1;
-    Table.TableValues = Split(ReadFileLine(Table.TableFile, line));
+    Split(ReadFileLine(Table.TableFile, line), Table.TableValues);
 }
 
 /// The file's position, not TableRowIndex, decides which row is loaded.

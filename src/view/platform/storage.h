@@ -7,6 +7,7 @@
 #include "view/platform/errors.h"
 
 #include <memory>
+#include <string_view>
 
 namespace platform {
 
@@ -43,9 +44,15 @@ public:
     /// Passes over at most `most` lines without looking at their text: fewer only at the end of the file, or before a
     /// failure. `passed` is how many there were; after a failure the position may lie inside a line.
     virtual ErrorNumber SkipLines(std::int64_t most, std::int64_t& passed) = 0;
-    /// Another number whenever the file was seen, at a Seek, to have been changed since the one before.
+    /// Takes lines as they are to be written again: the bytes that WriteLine would make of each. At most `most` of them,
+    /// as many as are at hand; `taken` is how many, and 0 at the end alone. The bytes stay until the next call.
+    virtual ErrorNumber ReadLines(std::int64_t most, std::string_view& lines, std::int64_t& taken) = 0;
+    /// Another number whenever the file was seen, at a Seek, to have been changed since the one before. A Seek to where
+    /// the stream stands need not look at what another program has done in the last few milliseconds.
     virtual std::int64_t Revision() const = 0;
     virtual ErrorNumber WriteLine(const Text& line) = 0;
+    /// Writes lines that ReadLines has taken, here or from another stream, as a WriteLine of each would.
+    virtual ErrorNumber WriteLines(std::string_view lines) = 0;
     /// What was written is on the medium when this returns without an error.
     virtual ErrorNumber Close() = 0;
 };
