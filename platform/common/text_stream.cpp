@@ -225,7 +225,7 @@ ErrorNumber HostTextStream::ReadLine(Text& line) {
             return error;
         }
         StripLineEnd(bytes);
-        line = modStringTools::FromBytes(bytes);
+        modStringTools::AppendBytes(line, bytes);
         return NoError;
     } catch (const std::bad_alloc&) { // a line longer than the memory
         LongLine = std::string();

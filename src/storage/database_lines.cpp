@@ -127,11 +127,12 @@ std::int32_t SeekDatabaseLine(FileHandle& handle, std::int32_t line) {
     return handle.recordNumber;
 }
 
-Text ReadDatabaseLine(FileHandle& handle, std::int32_t line) {
+void ReadDatabaseLine(FileHandle& handle, std::int32_t line, Text& text) {
     LineRecord record;
     const bool read = ReadLineRecord(handle, line, record);
     handle.nextLine = read ? line + 1 : 0;
-    return read ? record.LineData : Text();
+    if (read)
+        text = std::move(record.LineData);
 }
 
 std::int32_t DatabaseLineCount(const FileHandle& handle) {

@@ -215,6 +215,7 @@ std::int32_t SeekTextLine(FileHandle& handle, std::int32_t line) {
     if (mark.Line > line || !StandsAtMark(*StreamOf(handle), mark)) {
         mark = {};
         Seek(handle, 0, Origin::Start);
+        mark.Revision = stream.Revision();
     }
     if (mark.Line < line)
         mark = {mark.Line + SkipLines(handle, line - mark.Line), stream.Position(), stream.Revision()};
@@ -223,14 +224,14 @@ std::int32_t SeekTextLine(FileHandle& handle, std::int32_t line) {
     return handle.nextLine;
 }
 
-Text ReadTextLine(FileHandle& handle, std::int32_t line) {
-    Text text;
+void ReadTextLine(FileHandle& handle, std::int32_t line, Text& text) {
     TextStream& stream = *StreamOf(handle);
     if (const auto error = stream.ReadLine(text); error != platform::NoError)
         FailOnFile(u"read", handle, error);
     handle.nextLine = line + 1;
-    MarkOf(handle) = {line + 1, stream.Position(), stream.Revision()};
-    return text;
+    LineMark& mark = MarkOf(handle); // the seek before has put it on this line
+    mark.Line = line + 1;
+    mark.Offset = stream.Position();
 }
 
 std::int32_t TextLineCount(FileHandle& handle) {
