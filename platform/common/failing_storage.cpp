@@ -120,6 +120,10 @@ ErrorNumber FailingFileSystem::CopyFile(const Text& source, const Text& destinat
     return Faults.Told(destination, Faults.Strike() ? DiskFull : Inner.CopyFile(source, destination, overwrite));
 }
 
+ErrorNumber FailingFileSystem::MoveFile(const Text& source, const Text& destination) {
+    return Faults.Told(destination, Faults.Strike() ? DiskFull : Inner.MoveFile(source, destination));
+}
+
 DatabaseId FailingDatabase::Keep(const OpenDatabase& opened) {
     if (opened.Id == 0)
         return 0;

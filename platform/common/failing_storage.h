@@ -12,7 +12,7 @@
 namespace platform::common {
 
 /// Shared by all that use one disk. Counted as a write is each line or block of lines written, each closing of a stream
-/// that wrote, each stream made anew, file copied and folder made; of a database its making, each declaring, adding,
+/// that wrote, each stream made anew, file copied or moved and folder made; of a database its making, each declaring, adding,
 /// writing, committing and deleting of a record and each end of a batch; each setting saved. Counted as a read is each
 /// opening of a file that is there, and of a text file each line or block of lines read, or run of lines passed over.
 /// While anything is to fail a block is one line. Deleting files never fails.
@@ -54,6 +54,7 @@ public:
     ErrorNumber OpenFolder(const Text& path, bool create, std::unique_ptr<Folder>& folder) override;
     ErrorNumber OpenStream(const Text& fullName, StreamMode mode, std::unique_ptr<TextStream>& stream) override;
     ErrorNumber CopyFile(const Text& source, const Text& destination, bool overwrite) override;
+    ErrorNumber MoveFile(const Text& source, const Text& destination) override;
     ErrorNumber DeleteFile(const Text& fullName) override { return Inner.DeleteFile(fullName); }
 
 private:

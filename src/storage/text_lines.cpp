@@ -115,13 +115,10 @@ void ReplaceWithTempFile(FileHandle& handle) {
     const FileHandle made = scratch;
     CloseFile(scratch);
     CloseFile(handle);
-    // A copy that fails leaves the scratch file where it is: nothing that was written is lost.
-    auto error = Device().fileSystem.CopyFile(FullName(made), FullName(old), true);
+    // A failure leaves the scratch file where it is: nothing that was written is lost.
+    const auto error = Device().fileSystem.MoveFile(FullName(made), FullName(old));
     if (error != platform::NoError)
         FailOnFile(u"write", old, error);
-    error = Device().fileSystem.DeleteFile(FullName(made));
-    if (error != platform::NoError)
-        FailOnFile(u"delete", made, error);
     OpenFile(handle, FullName(old), u"a", old.fileType, old.creator);
     if (!handle.valid) // nobody looks: what follows would be dropped without a word
         FailOnFile(u"open", old, Slots.OpenError);
