@@ -190,6 +190,14 @@ bool FailingDatabase::DeleteRecord(DatabaseId database) {
     return deleted;
 }
 
+ErrorNumber FailingDatabase::ShiftRecords(DatabaseId database, std::int32_t position) {
+    return Told(database, Faults.Strike() ? DiskFull : Inner.ShiftRecords(InnerId(database), position));
+}
+
+ErrorNumber FailingDatabase::RenumberRecords(DatabaseId database) {
+    return Told(database, Faults.Strike() ? DiskFull : Inner.RenumberRecords(InnerId(database)));
+}
+
 ErrorNumber FailingDatabase::FindRecord(DatabaseId database, std::int32_t lineNumber) {
     return Inner.FindRecord(InnerId(database), lineNumber);
 }

@@ -12,10 +12,10 @@
 namespace platform::common {
 
 /// Shared by all that use one disk. Counted as a write is each line or block of lines written, each closing of a stream
-/// that wrote, each stream made anew, file copied or moved and folder made; of a database its making, each declaring, adding,
-/// writing, committing and deleting of a record and each end of a batch; each setting saved. Counted as a read is each
-/// opening of a file that is there, and of a text file each line or block of lines read, or run of lines passed over.
-/// While anything is to fail a block is one line. Deleting files never fails.
+/// that wrote, each stream made anew, file copied or moved and folder made; of a database its making, each declaring,
+/// adding, writing, committing and deleting of a record, each shifting and renumbering and each end of a batch; each
+/// setting saved. Counted as a read is each opening of a file that is there, and of a text file each line or block of
+/// lines read, or run of lines passed over. While anything is to fail a block is one line. Deleting files never fails.
 class DiskFaults {
 public:
     /// The next `writes` write operations fail; -1 means all from now on, 0 none. `good` of them pass before that.
@@ -81,6 +81,8 @@ public:
     ErrorNumber Commit(DatabaseId database) override;
     bool ReadRecord(DatabaseId database, LineRecord& record) override;
     bool DeleteRecord(DatabaseId database) override;
+    ErrorNumber ShiftRecords(DatabaseId database, std::int32_t position) override;
+    ErrorNumber RenumberRecords(DatabaseId database) override;
 
     ErrorNumber FindRecord(DatabaseId database, std::int32_t lineNumber) override;
     std::int32_t Position(DatabaseId database) override { return Inner.Position(InnerId(database)); }
