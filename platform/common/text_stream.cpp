@@ -318,14 +318,15 @@ ErrorNumber HostTextStream::WriteLine(const Text& line) {
 
 /// A disk may fill in the middle: the lines that it has room for are written then, as if each had come by itself.
 ErrorNumber HostTextStream::WriteLines(std::string_view lines) {
-    ErrorNumber error = Write(lines);
-    while (error != NoError && !lines.empty()) {
+    if (Write(lines) == NoError)
+        return NoError;
+    while (!lines.empty()) {
         const std::size_t upToEnd = LineFeedIn(lines);
-        if (error = Write(lines.substr(0, upToEnd)); error != NoError)
-            break;
+        if (const ErrorNumber error = Write(lines.substr(0, upToEnd)); error != NoError)
+            return error;
         lines.remove_prefix(upToEnd);
     }
-    return error;
+    return NoError;
 }
 
 /// Writes whole lines at the position, with their line ends.
