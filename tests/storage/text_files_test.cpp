@@ -222,11 +222,11 @@ TEST_F(TextFile, IsTheOldOneOrTheNewOneWhenTheProgramIsKilled) {
             InsertFileLine(File, 20000, 2, u"new");
             ::pause();
         }
-        std::this_thread::sleep_for(std::chrono::microseconds(turn * 100));
+        std::this_thread::sleep_for(std::chrono::microseconds(turn * turn * 16));
         ::kill(child, SIGKILL);
         ::waitpid(child, nullptr, 0);
         const std::string bytes = Bytes();
-        ASSERT_TRUE(bytes == before || bytes == after) << "after " << turn * 100 << " µs it has " << bytes.size();
+        ASSERT_TRUE(bytes == before || bytes == after) << "after " << turn * turn * 16 << " µs it has " << bytes.size();
         edited += bytes == after ? 1 : 0;
     }
     std::cout << edited << " of 36 edits were done" << std::endl;
