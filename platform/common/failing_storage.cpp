@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/common/failing_storage.h"
 
+#include <algorithm>
+
 namespace platform::common {
 
 namespace {
@@ -31,6 +33,15 @@ public:
         return DeviceFailed;
     }
 
+    /// While something is to fail the lines come one at a time, so that each read and each write of one can be it.
+    ErrorNumber ReadLines(std::int64_t most, std::string_view& lines, std::int64_t& taken) override {
+        if (!Faults.StrikeRead())
+            return Inner->ReadLines(Faults.Armed() ? std::min<std::int64_t>(most, 1) : most, lines, taken);
+        lines = {};
+        taken = 0;
+        return DeviceFailed;
+    }
+
     std::int64_t Revision() const override { return Inner->Revision(); }
 
     ErrorNumber WriteLine(const Text& line) override {
@@ -38,6 +49,13 @@ public:
             return Faults.Told(Name, DiskFull);
         Wrote = true;
         return Faults.Told(Name, Inner->WriteLine(line));
+    }
+
+    ErrorNumber WriteLines(std::string_view lines) override {
+        if (Faults.Strike())
+            return Faults.Told(Name, DiskFull);
+        Wrote = true;
+        return Faults.Told(Name, Inner->WriteLines(lines));
     }
 
     /// The stream is closed all the same: what failed is that its lines are on the medium.
@@ -100,6 +118,10 @@ ErrorNumber FailingFileSystem::OpenStream(const Text& fullName, StreamMode mode,
 
 ErrorNumber FailingFileSystem::CopyFile(const Text& source, const Text& destination, bool overwrite) {
     return Faults.Told(destination, Faults.Strike() ? DiskFull : Inner.CopyFile(source, destination, overwrite));
+}
+
+ErrorNumber FailingFileSystem::MoveFile(const Text& source, const Text& destination) {
+    return Faults.Told(destination, Faults.Strike() ? DiskFull : Inner.MoveFile(source, destination));
 }
 
 DatabaseId FailingDatabase::Keep(const OpenDatabase& opened) {
@@ -166,6 +188,14 @@ bool FailingDatabase::DeleteRecord(DatabaseId database) {
     const bool deleted = !Faults.Strike() && Inner.DeleteRecord(InnerId(database));
     Told(database, deleted ? NoError : DiskFull);
     return deleted;
+}
+
+ErrorNumber FailingDatabase::ShiftRecords(DatabaseId database, std::int32_t position) {
+    return Told(database, Faults.Strike() ? DiskFull : Inner.ShiftRecords(InnerId(database), position));
+}
+
+ErrorNumber FailingDatabase::RenumberRecords(DatabaseId database) {
+    return Told(database, Faults.Strike() ? DiskFull : Inner.RenumberRecords(InnerId(database)));
 }
 
 ErrorNumber FailingDatabase::FindRecord(DatabaseId database, std::int32_t lineNumber) {

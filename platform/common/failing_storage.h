@@ -11,10 +11,11 @@
 
 namespace platform::common {
 
-/// Shared by all that use one disk. Counted as a write is each line written, each closing of a stream that wrote, each
-/// stream made anew, file copied and folder made; of a database its making, each declaring, adding, writing, committing
-/// and deleting of a record and each end of a batch; each setting saved. Counted as a read is each opening of a file
-/// that is there, and of a text file each line read, or run of lines passed over. Deleting files never fails.
+/// Shared by all that use one disk. Counted as a write is each line or block of lines written, each closing of a stream
+/// that wrote, each stream made anew, file copied or moved and folder made; of a database its making, each declaring,
+/// adding, writing, committing and deleting of a record, each shifting and renumbering and each end of a batch; each
+/// setting saved. Counted as a read is each opening of a file that is there, and of a text file each line or block of
+/// lines read, or run of lines passed over. While anything is to fail a block is one line. Deleting files never fails.
 class DiskFaults {
 public:
     /// The next `writes` write operations fail; -1 means all from now on, 0 none. `good` of them pass before that.
@@ -24,6 +25,8 @@ public:
     /// Whether the operation at hand is to fail, and counts it.
     bool Strike() { return Strikes(Writes); }
     bool StrikeRead() { return Strikes(Reads); }
+    /// Whether any operation to come is to fail.
+    bool Armed() const { return Writes.Left != 0 || Reads.Left != 0; }
 
     /// Called at each operation, before it: for who wants to show that work goes on.
     std::function<void()> Working;
@@ -51,6 +54,7 @@ public:
     ErrorNumber OpenFolder(const Text& path, bool create, std::unique_ptr<Folder>& folder) override;
     ErrorNumber OpenStream(const Text& fullName, StreamMode mode, std::unique_ptr<TextStream>& stream) override;
     ErrorNumber CopyFile(const Text& source, const Text& destination, bool overwrite) override;
+    ErrorNumber MoveFile(const Text& source, const Text& destination) override;
     ErrorNumber DeleteFile(const Text& fullName) override { return Inner.DeleteFile(fullName); }
 
 private:
@@ -77,6 +81,8 @@ public:
     ErrorNumber Commit(DatabaseId database) override;
     bool ReadRecord(DatabaseId database, LineRecord& record) override;
     bool DeleteRecord(DatabaseId database) override;
+    ErrorNumber ShiftRecords(DatabaseId database, std::int32_t position) override;
+    ErrorNumber RenumberRecords(DatabaseId database) override;
 
     ErrorNumber FindRecord(DatabaseId database, std::int32_t lineNumber) override;
     std::int32_t Position(DatabaseId database) override { return Inner.Position(InnerId(database)); }

@@ -105,17 +105,16 @@ ErrorNumber HostFileSystem::CopyFile(const Text& source, const Text& destination
         return error;
     if (const ErrorNumber error = FilePath(destination, to); error != NoError)
         return error;
-    Descriptor original;
-    if (const ErrorNumber error = OpenRegular(from, O_RDONLY, original); error != NoError)
+    return !overwrite && IsRegularFile(from) && ::access(to.c_str(), F_OK) == 0 ? FileExists : CopyOver(from, to);
+}
+
+ErrorNumber HostFileSystem::MoveFile(const Text& source, const Text& destination) {
+    std::string from;
+    std::string to;
+    if (const ErrorNumber error = FilePath(source, from); error != NoError)
         return error;
-    if (!overwrite && ::access(to.c_str(), F_OK) == 0)
-        return FileExists;
-    Replacement copy(to);
-    if (const ErrorNumber error = copy.Begin(); error != NoError)
-        return error;
-    if (const ErrorNumber error = CopyBytes(original.Number(), copy.File()); error != NoError)
-        return error;
-    return copy.Commit();
+    const ErrorNumber error = FilePath(destination, to);
+    return error == NoError ? MoveOver(from, to) : error;
 }
 
 ErrorNumber HostFileSystem::DeleteFile(const Text& fullName) {

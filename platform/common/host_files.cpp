@@ -125,21 +125,6 @@ ErrorNumber WriteAll(int file, std::string_view bytes, std::int64_t offset) {
     return NoError;
 }
 
-ErrorNumber CopyBytes(int from, int to) {
-    std::array<char, CopyBlock> block;
-    for (std::int64_t offset = 0;;) {
-        const ssize_t count = ::read(from, block.data(), block.size());
-        if (count < 0 && errno == EINTR)
-            continue;
-        if (count <= 0)
-            return count < 0 ? LastError() : NoError;
-        const std::string_view bytes(block.data(), static_cast<std::size_t>(count));
-        if (const ErrorNumber error = WriteAll(to, bytes, offset); error != NoError)
-            return error;
-        offset += count;
-    }
-}
-
 bool IsRegularFile(const std::string& path) {
     return IsOfKind(path, S_IFREG);
 }
@@ -183,27 +168,58 @@ ErrorNumber SyncFolder(const std::string& folder) {
     return ::fsync(opened.Number()) == 0 || errno == EINVAL ? NoError : LastError();
 }
 
+namespace {
+
+/// Looks at a file that is to be replaced, if it is there. A rename would replace a write-protected one without a word.
+ErrorNumber MayBeReplaced(const std::string& path, bool& exists, mode_t& permissions) {
+    struct stat found {};
+    exists = ::stat(path.c_str(), &found) == 0;
+    permissions = found.st_mode & 07777;
+    if (!exists)
+        return errno == ENOENT ? NoError : LastError();
+    if (!S_ISREG(found.st_mode))
+        return PathRefused;
+    return ::faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) == 0 ? NoError : LastError();
+}
+
+/// A card's file system may hold no permissions, and refuse: there is nothing to keep then.
+ErrorNumber Permit(int file, mode_t permissions) {
+    struct stat found {};
+    if (::fstat(file, &found) == 0 && (found.st_mode & 07777) == permissions)
+        return NoError;
+    return ::fchmod(file, permissions) == 0 || errno == EPERM ? NoError : LastError();
+}
+
+ErrorNumber CopyBytes(int from, int to) {
+    std::array<char, CopyBlock> block;
+    for (std::int64_t offset = 0;;) {
+        const ssize_t count = ::read(from, block.data(), block.size());
+        if (count < 0 && errno == EINTR)
+            continue;
+        if (count <= 0)
+            return count < 0 ? LastError() : NoError;
+        const std::string_view bytes(block.data(), static_cast<std::size_t>(count));
+        if (const ErrorNumber error = WriteAll(to, bytes, offset); error != NoError)
+            return error;
+        offset += count;
+    }
+}
+
+} // namespace
+
 Replacement::~Replacement() {
     if (Beside.Valid())
         ::unlink(BesideName.c_str());
 }
 
 ErrorNumber Replacement::Begin() {
-    struct stat old {};
-    const bool exists = ::stat(Target.c_str(), &old) == 0;
-    if (!exists && errno != ENOENT)
-        return LastError();
-    if (exists && !S_ISREG(old.st_mode))
-        return PathRefused;
-    // A rename would replace a write-protected file without a word.
-    if (exists && ::faccessat(AT_FDCWD, Target.c_str(), W_OK, AT_EACCESS) != 0)
-        return LastError();
+    bool exists = false;
+    mode_t permissions = 0;
+    if (const ErrorNumber error = MayBeReplaced(Target, exists, permissions); error != NoError)
+        return error;
     if (const ErrorNumber error = MakeBeside(FolderOf(Target)); error != NoError)
         return error;
-    // A card's file system may hold no permissions, and refuse; there is nothing to keep then.
-    if (exists && ::fchmod(Beside.Number(), old.st_mode & 07777) != 0 && errno != EPERM)
-        return LastError();
-    return NoError;
+    return exists ? Permit(Beside.Number(), permissions) : NoError;
 }
 
 ErrorNumber Replacement::MakeBeside(const std::string& folder) {
@@ -223,6 +239,40 @@ ErrorNumber Replacement::Commit() {
     const ErrorNumber closed = Beside.Close();
     const ErrorNumber synced = SyncFolder(FolderOf(Target));
     return closed != NoError ? closed : synced;
+}
+
+ErrorNumber CopyOver(const std::string& source, const std::string& target) {
+    Descriptor original;
+    if (const ErrorNumber error = OpenRegular(source, O_RDONLY, original); error != NoError)
+        return error;
+    Replacement copy(target);
+    if (const ErrorNumber error = copy.Begin(); error != NoError)
+        return error;
+    if (const ErrorNumber error = CopyBytes(original.Number(), copy.File()); error != NoError)
+        return error;
+    return copy.Commit();
+}
+
+ErrorNumber MoveOver(const std::string& source, const std::string& target) {
+    bool exists = false;
+    mode_t permissions = 0;
+    if (const ErrorNumber error = MayBeReplaced(target, exists, permissions); error != NoError)
+        return error;
+    Descriptor moved;
+    if (const ErrorNumber error = OpenRegular(source, O_RDONLY, moved); error != NoError)
+        return error;
+    if (exists) {
+        if (const ErrorNumber error = Permit(moved.Number(), permissions); error != NoError)
+            return error;
+    }
+    if (::fsync(moved.Number()) != 0)
+        return LastError();
+    if (::rename(source.c_str(), target.c_str()) == 0)
+        return SyncFolder(FolderOf(target));
+    if (errno != EXDEV)
+        return LastError();
+    const ErrorNumber error = CopyOver(source, target);
+    return error == NoError && ::unlink(source.c_str()) != 0 ? LastError() : error;
 }
 
 } // namespace platform::common

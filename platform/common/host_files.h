@@ -40,9 +40,6 @@ ErrorNumber CreateRegular(const std::string& path, int flags, Descriptor& file);
 /// Writes all bytes at an offset, however many calls that takes.
 ErrorNumber WriteAll(int file, std::string_view bytes, std::int64_t offset);
 
-/// Copies what is left to read of one file to the present place of another.
-ErrorNumber CopyBytes(int from, int to);
-
 bool IsRegularFile(const std::string& path);
 bool IsFolder(const std::string& path);
 
@@ -78,5 +75,12 @@ private:
     std::string BesideName;
     Descriptor Beside;
 };
+
+/// Copies a regular file over another one, or to where there is none, as a Replacement does.
+ErrorNumber CopyOver(const std::string& source, const std::string& target);
+
+/// The same without a copy: the file is renamed once its content is on the medium. A source on another file system is
+/// copied and deleted. After a failure the source is still there.
+ErrorNumber MoveOver(const std::string& source, const std::string& target);
 
 } // namespace platform::common

@@ -131,6 +131,16 @@ bool LineDatabase::DeleteRecord(DatabaseId database) {
     return table && table->DeleteRecord();
 }
 
+ErrorNumber LineDatabase::ShiftRecords(DatabaseId database, std::int32_t position) {
+    LineTable* table = Find(database);
+    return table ? table->ShiftRecords(position) : NotAvailable;
+}
+
+ErrorNumber LineDatabase::RenumberRecords(DatabaseId database) {
+    LineTable* table = Find(database);
+    return table ? table->RenumberRecords() : NotAvailable;
+}
+
 ErrorNumber LineDatabase::FindRecord(DatabaseId database, std::int32_t lineNumber) {
     LineTable* table = Find(database);
     return table ? table->FindRecord(lineNumber) : NotAvailable;

@@ -35,6 +35,8 @@ public:
     ErrorNumber Commit(DatabaseId database) override;
     bool ReadRecord(DatabaseId database, LineRecord& record) override;
     bool DeleteRecord(DatabaseId database) override;
+    ErrorNumber ShiftRecords(DatabaseId database, std::int32_t position) override;
+    ErrorNumber RenumberRecords(DatabaseId database) override;
 
     ErrorNumber FindRecord(DatabaseId database, std::int32_t lineNumber) override;
     std::int32_t Position(DatabaseId database) override; ///< -1 when there is no current record

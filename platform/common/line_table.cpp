@@ -180,14 +180,23 @@ bool LineTable::DeleteRecord() {
         return true;
     if (Current >= RecordCount())
         return false;
-    // Both steps or neither, also inside a batch, where the savepoint nests in the batch's transaction.
-    if (Connection.Execute("SAVEPOINT OneRecord") != NoError)
-        return false;
-    if (Remove(Current) == NoError && Connection.Execute("RELEASE OneRecord") == NoError)
-        return true;
-    Connection.Execute("ROLLBACK TO OneRecord");
-    Connection.Execute("RELEASE OneRecord");
-    return false;
+    return BeginStep() == NoError && EndStep(Remove(Current)) == NoError;
+}
+
+/// What is done up to the end of the step is done as a whole or not at all, also inside a batch, in whose transaction
+/// the savepoint nests.
+ErrorNumber LineTable::BeginStep() {
+    return Connection.Execute("SAVEPOINT Step");
+}
+
+ErrorNumber LineTable::EndStep(ErrorNumber error) {
+    if (error == NoError)
+        error = Connection.Execute("RELEASE Step");
+    if (error != NoError) {
+        Connection.Execute("ROLLBACK TO Step");
+        Connection.Execute("RELEASE Step");
+    }
+    return error;
 }
 
 ErrorNumber LineTable::Remove(std::int64_t position) {
@@ -200,6 +209,33 @@ ErrorNumber LineTable::Remove(std::int64_t position) {
         return error;
     CloseGap.Bind(1, position);
     return CloseGap.Run();
+}
+
+ErrorNumber LineTable::ShiftRecords(std::int64_t position) {
+    // The positions stay, and with them the order of the file: giving each record a new key costs five times as much.
+    constexpr const char* sql = R"(UPDATE "TEXT" SET LineNumber = Before.LineNumber + 1, LineData = Before.LineData )"
+                                R"(FROM "TEXT" AS Before )"
+                                R"(WHERE Before.Position = "TEXT".Position - 1 AND "TEXT".Position > ?1)";
+    MoveTo(position);
+    if (const ErrorNumber error = MayWrite(); error != NoError)
+        return error;
+    const std::int64_t count = RecordCount();
+    if (position < 0 || position >= count || !Shift.Prepare(Connection.Handle(), sql))
+        return FileNotFound;
+    if (const ErrorNumber error = BeginStep(); error != NoError)
+        return error;
+    Shift.Bind(1, position);
+    const ErrorNumber error = Shift.Run();
+    const bool whole = error != NoError || Connection.Changed() == count - 1 - position;
+    return EndStep(whole ? error : FileNotFound);
+}
+
+ErrorNumber LineTable::RenumberRecords() {
+    constexpr const char* sql = R"(UPDATE "TEXT" SET LineNumber = Position + 1 WHERE LineNumber <> Position + 1)";
+    MoveTo(RecordCount());
+    if (const ErrorNumber error = MayWrite(); error != NoError)
+        return error;
+    return Renumber.Prepare(Connection.Handle(), sql) ? Renumber.Run() : FileNotFound;
 }
 
 ErrorNumber LineTable::FindRecord(std::int32_t lineNumber) {

@@ -43,6 +43,8 @@ public:
     ErrorNumber Commit();
     bool ReadRecord(LineRecord& record);
     bool DeleteRecord();
+    ErrorNumber ShiftRecords(std::int64_t position);
+    ErrorNumber RenumberRecords();
     ErrorNumber FindRecord(std::int32_t lineNumber);
     std::int64_t Position(); ///< -1 when there is no current record
     void MoveTo(std::int64_t position);
@@ -62,6 +64,8 @@ private:
     ErrorNumber Insert(std::int64_t position);
     ErrorNumber Update(std::int64_t position);
     ErrorNumber Remove(std::int64_t position);
+    ErrorNumber BeginStep();
+    ErrorNumber EndStep(ErrorNumber error);
     bool Load(std::int64_t position, LineRecord& record);
 
     bool Writable;
@@ -74,6 +78,8 @@ private:
     SqlStatement UpdateOne;
     SqlStatement DeleteOne;
     SqlStatement CloseGap;
+    SqlStatement Shift;
+    SqlStatement Renumber;
 
     std::int64_t Current = 0; ///< from 0; the count of records when there is no current one
     Pending State = Pending::None;

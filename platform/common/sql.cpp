@@ -100,6 +100,10 @@ ErrorNumber SqlConnection::Execute(const char* sql) {
     return FromSqlite(sqlite3_exec(Connection, sql, nullptr, nullptr, nullptr));
 }
 
+std::int64_t SqlConnection::Changed() const {
+    return sqlite3_changes64(Connection);
+}
+
 bool SqlConnection::InTransaction() const {
     return sqlite3_get_autocommit(Connection) == 0;
 }

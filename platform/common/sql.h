@@ -4,6 +4,7 @@
 
 #include "view/platform/errors.h"
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -50,6 +51,7 @@ public:
     ErrorNumber LastError() const;
     ErrorNumber Execute(const char* sql);
     bool InTransaction() const;
+    std::int64_t Changed() const; ///< rows that the last statement has changed
     sqlite3* Handle() const { return Connection; }
 
 private:

@@ -15,6 +15,19 @@ namespace {
 
 constexpr std::size_t BlockSize = 65536;
 
+/// Bytes whose line feeds are counted at one go. One byte counts them, so there must not be more than 255.
+constexpr std::size_t CountedAtOnce = 240;
+
+/// How often this program has written to any text file. What is written through one stream another one sees at once.
+std::uint64_t OwnWrites = 0;
+
+/// A clock that moves on in steps of some milliseconds, which reading it costs next to nothing.
+std::int64_t Tick() {
+    std::timespec now{};
+    ::clock_gettime(CLOCK_MONOTONIC_COARSE, &now);
+    return std::int64_t{now.tv_sec} * 1'000'000'000 + now.tv_nsec;
+}
+
 ssize_t ReadAt(int file, char* bytes, std::size_t count, std::int64_t offset) {
     for (;;) {
         const ssize_t taken = ::pread(file, bytes, count, offset);
@@ -29,6 +42,31 @@ std::size_t LineFeedIn(std::string_view bytes) {
     return found ? static_cast<std::size_t>(static_cast<const char*>(found) - bytes.data()) + 1 : 0;
 }
 
+std::int64_t LineFeedsAtOnce(const char* bytes) {
+    std::uint8_t count = 0;
+    for (std::size_t i = 0; i < CountedAtOnce; ++i)
+        count = static_cast<std::uint8_t>(count + (bytes[i] == '\n' ? 1 : 0));
+    return count;
+}
+
+/// The number of bytes up to and including the `most`th line feed; all bytes where there are fewer. `count` is how many
+/// line feeds those are.
+std::size_t PassLineFeeds(std::string_view bytes, std::int64_t most, std::int64_t& count) {
+    std::size_t place = 0;
+    count = 0;
+    // Counting is many times as fast as looking for one line feed after another, and serves where none is the last one.
+    while (bytes.size() - place >= CountedAtOnce && most - count > static_cast<std::int64_t>(CountedAtOnce)) {
+        count += LineFeedsAtOnce(bytes.data() + place);
+        place += CountedAtOnce;
+    }
+    while (count < most && place < bytes.size()) {
+        const std::size_t upToEnd = LineFeedIn(bytes.substr(place));
+        place += upToEnd > 0 ? upToEnd : bytes.size() - place;
+        count += upToEnd > 0 ? 1 : 0;
+    }
+    return place;
+}
+
 void StripLineEnd(std::string_view& line) {
     if (line.empty() || line.back() != '\n')
         return;
@@ -37,8 +75,25 @@ void StripLineEnd(std::string_view& line) {
         line.remove_suffix(1);
 }
 
-const char* LineEndBehind(char last) {
-    return last == '\r' ? "\r\n" : "\n";
+/// The line end that a line is written with.
+const char* LineEndBehind(std::string_view line) {
+    return !line.empty() && line.back() == '\r' ? "\r\n" : "\n";
+}
+
+/// Lines of a file as writing each of them anew makes them: "a\r\n" becomes "a\n", and a last line gets its end.
+std::string_view AsWritten(std::string_view lines, std::string& mended) {
+    if (lines.back() == '\n' && lines.find('\r') == std::string_view::npos)
+        return lines;
+    mended.clear();
+    while (!lines.empty()) {
+        const std::size_t upToEnd = LineFeedIn(lines);
+        std::string_view line = upToEnd > 0 ? lines.substr(0, upToEnd) : lines;
+        lines.remove_prefix(line.size());
+        StripLineEnd(line);
+        mended += line;
+        mended += LineEndBehind(line);
+    }
+    return mended;
 }
 
 } // namespace
@@ -59,6 +114,7 @@ ErrorNumber HostTextStream::Open(const std::string& hostPath, StreamMode mode, s
     }
     if (error != NoError)
         return error;
+    OwnWrites += mode == StreamMode::Create ? 1 : 0;
     std::unique_ptr<HostTextStream> opened(new HostTextStream(std::move(file), std::move(newIn)));
     opened->Written = mode == StreamMode::Create;
     opened->ReadOnly = readOnly;
@@ -76,6 +132,8 @@ HostTextStream::~HostTextStream() {
 
 /// Takes up the file's size, and drops the block when somebody else may have written since it was read.
 ErrorNumber HostTextStream::LookAgain() {
+    WritesSeen = OwnWrites;
+    TickSeen = Tick();
     struct stat now {};
     if (::fstat(File.Number(), &now) != 0)
         return FromErrno(errno);
@@ -89,7 +147,20 @@ ErrorNumber HostTextStream::LookAgain() {
     return NoError;
 }
 
+bool HostTextStream::InBlock(std::int64_t offset) const {
+    return offset >= BlockStart && offset < BlockStart + static_cast<std::int64_t>(BlockUsed);
+}
+
+/// Whether reading goes on where it stopped, in the block at hand, and so soon that a look at the file is not worth its
+/// system call: a walk over a table would pay it for each row. What this program writes itself is always worth it, and
+/// what another one writes goes unseen for the rest of a clock tick, in which it might as well have come later.
+bool HostTextStream::GoesOnFrom(std::int64_t offset) const {
+    return offset == Place && InBlock(offset) && WritesSeen == OwnWrites && TickSeen == Tick();
+}
+
 ErrorNumber HostTextStream::Seek(std::int64_t offset, Origin origin) {
+    if (origin == Origin::Start && GoesOnFrom(offset))
+        return NoError;
     if (const ErrorNumber error = LookAgain(); error != NoError)
         return error;
     const std::int64_t base = origin == Origin::End ? Length : 0;
@@ -99,17 +170,24 @@ ErrorNumber HostTextStream::Seek(std::int64_t offset, Origin origin) {
     return NoError;
 }
 
+/// Reads a block from the position on.
+ErrorNumber HostTextStream::ReadBlock() {
+    Block.resize(BlockSize);
+    const ssize_t taken = ReadAt(File.Number(), Block.data(), Block.size(), Place);
+    BlockStart = Place;
+    BlockUsed = taken > 0 ? static_cast<std::size_t>(taken) : 0;
+    if (taken < 0)
+        return FromErrno(errno);
+    if (taken == 0)
+        Length = Place; // somebody else made it shorter
+    return NoError;
+}
+
 /// What the block holds from the position on; empty at the end of the file.
 ErrorNumber HostTextStream::Ahead(std::string_view& bytes) {
-    if (Place < BlockStart || Place >= BlockStart + static_cast<std::int64_t>(BlockUsed)) {
-        Block.resize(BlockSize);
-        const ssize_t taken = ReadAt(File.Number(), Block.data(), Block.size(), Place);
-        BlockStart = Place;
-        BlockUsed = taken > 0 ? static_cast<std::size_t>(taken) : 0;
-        if (taken < 0)
-            return FromErrno(errno);
-        if (taken == 0)
-            Length = Place; // somebody else made it shorter
+    if (!InBlock(Place)) {
+        if (const ErrorNumber error = ReadBlock(); error != NoError)
+            return error;
     }
     const auto skip = static_cast<std::size_t>(Place - BlockStart);
     bytes = std::string_view(Block.data() + skip, BlockUsed - skip);
@@ -147,7 +225,7 @@ ErrorNumber HostTextStream::ReadLine(Text& line) {
             return error;
         }
         StripLineEnd(bytes);
-        line = modStringTools::FromBytes(bytes);
+        modStringTools::AppendBytes(line, bytes);
         return NoError;
     } catch (const std::bad_alloc&) { // a line longer than the memory
         LongLine = std::string();
@@ -157,27 +235,66 @@ ErrorNumber HostTextStream::ReadLine(Text& line) {
 }
 
 ErrorNumber HostTextStream::SkipLines(std::int64_t most, std::int64_t& passed) {
-    std::int64_t count = 0;
     bool insideLine = false;
-    while (count < most && Place < Length) {
+    passed = 0;
+    while (passed < most && Place < Length) {
         std::string_view bytes;
-        if (const ErrorNumber error = Ahead(bytes); error != NoError) {
-            passed = count;
+        if (const ErrorNumber error = Ahead(bytes); error != NoError)
             return error;
-        }
         if (bytes.empty())
             break;
-        const std::size_t before = bytes.size();
-        while (count < most && !bytes.empty()) {
-            const std::size_t upToEnd = LineFeedIn(bytes);
-            insideLine = upToEnd == 0;
-            bytes.remove_prefix(insideLine ? bytes.size() : upToEnd);
-            count += insideLine ? 0 : 1;
-        }
-        Place += static_cast<std::int64_t>(before - bytes.size());
+        std::int64_t count = 0;
+        const std::size_t upTo = PassLineFeeds(bytes, most - passed, count);
+        insideLine = bytes[upTo - 1] != '\n';
+        passed += count;
+        Place += static_cast<std::int64_t>(upTo);
     }
-    passed = insideLine ? count + 1 : count; // the last line may lack its end
+    passed += insideLine ? 1 : 0; // the last line may lack its end
     return NoError;
+}
+
+/// Whole lines of the block, as they stand in the file; none where the block ends before the first line does.
+ErrorNumber HostTextStream::LinesAhead(std::int64_t most, std::string_view& lines, std::int64_t& count) {
+    std::string_view bytes;
+    if (const ErrorNumber error = Ahead(bytes); error != NoError)
+        return error;
+    if (bytes.find('\n') == std::string_view::npos && Place != BlockStart) {
+        if (const ErrorNumber error = ReadBlock(); error != NoError)
+            return error;
+        bytes = std::string_view(Block.data(), BlockUsed);
+    }
+    lines = bytes.substr(0, PassLineFeeds(bytes, most, count));
+    lines = lines.substr(0, lines.rfind('\n') + 1);
+    return NoError;
+}
+
+ErrorNumber HostTextStream::ReadLines(std::int64_t most, std::string_view& lines, std::int64_t& taken) {
+    taken = 0;
+    lines = {};
+    if (most < 1 || Place >= Length)
+        return NoError;
+    const std::int64_t start = Place;
+    try {
+        ErrorNumber error = LinesAhead(most, lines, taken);
+        if (error == NoError && lines.empty()) { // a line longer than a block, or the last one
+            error = CollectLine(lines);
+            taken = 1;
+        } else {
+            Place += static_cast<std::int64_t>(lines.size());
+        }
+        if (error == NoError) {
+            lines = AsWritten(lines, Mended);
+            return NoError;
+        }
+        Place = start;
+        lines = {};
+        taken = 0;
+        return error == FileNotFound ? NoError : error; // somebody else made the file shorter
+    } catch (const std::bad_alloc&) {                   // a line longer than the memory
+        LongLine = Mended = std::string();
+        Place = start;
+        return DeviceFailed;
+    }
 }
 
 /// The line end that the last line lacks, when it is the end of the file that is written to.
@@ -188,29 +305,51 @@ ErrorNumber HostTextStream::MissingLineEnd(std::string& lineEnd) {
     if (ReadAt(File.Number(), &last, 1, Length - 1) < 0)
         return FromErrno(errno);
     if (last != '\n')
-        lineEnd = LineEndBehind(last);
+        lineEnd = LineEndBehind({&last, 1});
     return NoError;
 }
 
 ErrorNumber HostTextStream::WriteLine(const Text& line) {
+    std::string bytes = modStringTools::ToBytes(line);
+    std::replace(bytes.begin(), bytes.end(), '\n', ' ');
+    bytes += LineEndBehind(bytes);
+    return Write(bytes);
+}
+
+/// A disk may fill in the middle: the lines that it has room for are written then, as if each had come by itself.
+ErrorNumber HostTextStream::WriteLines(std::string_view lines) {
+    if (Write(lines) == NoError)
+        return NoError;
+    while (!lines.empty()) {
+        const std::size_t upToEnd = LineFeedIn(lines);
+        if (const ErrorNumber error = Write(lines.substr(0, upToEnd)); error != NoError)
+            return error;
+        lines.remove_prefix(upToEnd);
+    }
+    return NoError;
+}
+
+/// Writes whole lines at the position, with their line ends.
+ErrorNumber HostTextStream::Write(std::string_view lines) {
     if (ReadOnly)
         return PermissionDenied;
-    std::string bytes;
-    if (const ErrorNumber error = MissingLineEnd(bytes); error != NoError)
+    std::string joined;
+    if (const ErrorNumber error = MissingLineEnd(joined); error != NoError)
         return error;
-    std::string text = modStringTools::ToBytes(line);
-    std::replace(text.begin(), text.end(), '\n', ' ');
-    bytes += text;
-    bytes += LineEndBehind(line.empty() ? '\n' : bytes.back());
+    if (!joined.empty()) {
+        joined += lines;
+        lines = joined;
+    }
     BlockUsed = 0;
     Written = true;
-    if (const ErrorNumber error = WriteAll(File.Number(), bytes, Place); error != NoError) {
-        // A full disk may have taken the beginning of the line; no half line stays behind the last whole one.
+    ++OwnWrites;
+    if (const ErrorNumber error = WriteAll(File.Number(), lines, Place); error != NoError) {
+        // A full disk may have taken the beginning of the lines; no half line stays behind the last whole one.
         if (Place == Length && File.Valid() && ::ftruncate(File.Number(), Length) != 0)
             EndsInLineEnd = false;
         return error;
     }
-    Place += static_cast<std::int64_t>(bytes.size());
+    Place += static_cast<std::int64_t>(lines.size());
     if (Place >= Length) {
         Length = Place;
         EndsInLineEnd = true;

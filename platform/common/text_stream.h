@@ -12,7 +12,8 @@ namespace platform::common {
 
 /// Reads in large blocks and keeps one of them; a line that is longer than a block is put together. Each line that is
 /// written goes to the host at once, so that a full disk is told at the line that it hit, and a program that is killed
-/// loses none. A file that another writer makes longer is seen from the next Seek on.
+/// loses none. What another writer has done to the file is seen from the next Seek on; at the latest a tick of the
+/// kernel's clock later where that Seek is to the place at which the stream stands anyway.
 ///
 /// A line feed inside a text would be read as the end of a line: it is written as a blank.
 ///
@@ -31,16 +32,23 @@ public:
     ErrorNumber Seek(std::int64_t offset, Origin origin) override;
     ErrorNumber ReadLine(Text& line) override;
     ErrorNumber SkipLines(std::int64_t most, std::int64_t& passed) override;
+    ErrorNumber ReadLines(std::int64_t most, std::string_view& lines, std::int64_t& taken) override;
     std::int64_t Revision() const override { return Changes; }
     ErrorNumber WriteLine(const Text& line) override;
+    ErrorNumber WriteLines(std::string_view lines) override;
     ErrorNumber Close() override;
 
 private:
     HostTextStream(Descriptor file, std::string newIn);
     ErrorNumber LookAgain();
+    bool GoesOnFrom(std::int64_t offset) const;
+    bool InBlock(std::int64_t offset) const;
+    ErrorNumber ReadBlock();
     ErrorNumber Ahead(std::string_view& bytes);
     ErrorNumber CollectLine(std::string_view& line);
+    ErrorNumber LinesAhead(std::int64_t most, std::string_view& lines, std::int64_t& count);
     ErrorNumber MissingLineEnd(std::string& lineEnd);
+    ErrorNumber Write(std::string_view lines);
 
     Descriptor File;
     std::string NewIn; ///< the folder whose names must reach the medium too; empty when the file was there
@@ -50,12 +58,15 @@ private:
     std::int64_t Length = 0;
     std::timespec Modified{};
     std::int64_t Changes = 0;
-    bool EndsInLineEnd = false; ///< known to be so; false means that it has to be looked up
+    std::uint64_t WritesSeen = 0; ///< of this program's writes, those that were done before the last look
+    std::int64_t TickSeen = 0;    ///< the tick of the clock at which that look was
+    bool EndsInLineEnd = false;   ///< known to be so; false means that it has to be looked up
 
     std::vector<char> Block;
     std::int64_t BlockStart = 0; ///< offset of the block in the file
     std::size_t BlockUsed = 0;   ///< bytes of it that are of the file
     std::string LongLine;        ///< a line that reaches over the end of a block
+    std::string Mended;          ///< lines of the block that would be written otherwise than they were read
 };
 
 } // namespace platform::common

@@ -43,36 +43,12 @@ bool ReadLineRecord(const FileHandle& handle, std::int32_t line, LineRecord& rec
     return Databases().ReadRecord(SlotOf(handle), record) && record.LineNumber == line;
 }
 
-/// Gives each record the number of its place; only those that are out of line are written.
-void RenumberDatabaseLines(const FileHandle& handle) {
-    const DatabaseId id = SlotOf(handle);
-    std::int32_t number = 1;
-    for (Databases().MoveFirst(id); !Databases().AtEnd(id); Databases().MoveNext(id)) {
-        LineRecord record;
-        if (Databases().ReadRecord(id, record) && record.LineNumber != number) {
-            record.LineNumber = number;
-            Rewrite(handle, record);
-        }
-        ++number;
-    }
-}
-
-/// Moves the text of each record from `target` on into the record behind it, the last one first.
+/// Makes room at `target`; false when a record is missing.
 bool ShiftLines(const FileHandle& handle, std::int32_t target) {
-    const DatabaseId id = SlotOf(handle);
-    Databases().MoveLast(id);
-    for (std::int32_t number = Databases().RecordCount(id); number > target; --number) {
-        LineRecord record;
-        Databases().MovePrevious(id);
-        if (!Databases().ReadRecord(id, record))
-            return false;
-        ++record.LineNumber;
-        Databases().MoveNext(id);
-        if (!Rewrite(handle, record))
-            return false;
-        Databases().MovePrevious(id);
-    }
-    return true;
+    const auto error = Databases().ShiftRecords(SlotOf(handle), target - 1);
+    if (error != platform::FileNotFound)
+        Must(u"write to", handle, error);
+    return error == platform::NoError;
 }
 
 bool InsertRecord(const FileHandle& handle, std::int32_t target, const Text& text) {
@@ -83,7 +59,7 @@ bool InsertRecord(const FileHandle& handle, std::int32_t target, const Text& tex
 bool DeleteRecord(const FileHandle& handle) {
     if (!Databases().DeleteRecord(SlotOf(handle)))
         return false;
-    RenumberDatabaseLines(handle);
+    Must(u"write to", handle, Databases().RenumberRecords(SlotOf(handle)));
     return true;
 }
 
@@ -127,11 +103,12 @@ std::int32_t SeekDatabaseLine(FileHandle& handle, std::int32_t line) {
     return handle.recordNumber;
 }
 
-Text ReadDatabaseLine(FileHandle& handle, std::int32_t line) {
+void ReadDatabaseLine(FileHandle& handle, std::int32_t line, Text& text) {
     LineRecord record;
     const bool read = ReadLineRecord(handle, line, record);
     handle.nextLine = read ? line + 1 : 0;
-    return read ? record.LineData : Text();
+    if (read)
+        text = std::move(record.LineData);
 }
 
 std::int32_t DatabaseLineCount(const FileHandle& handle) {

@@ -4,6 +4,7 @@
 #include "view/platform/platform.h"
 
 #include <algorithm>
+#include <bit>
 
 namespace modFileSystem {
 
@@ -18,16 +19,53 @@ constexpr std::int32_t FirstRowLine = 2;
 constexpr std::int32_t InsertBefore = 1;
 constexpr std::int32_t InsertAfter = 2;
 
-/// The fields of a line: an empty line is one empty field, and behind a bar at the end stands an empty one.
-std::vector<Text> Split(const Text& line) {
-    std::vector<Text> fields;
-    std::size_t start = 0;
-    for (std::size_t bar = line.find(Bar); bar != Text::npos; bar = line.find(Bar, start)) {
-        fields.push_back(line.substr(start, bar - start));
-        start = bar + 1;
+/// Characters of a line that are looked through for bars at one go: as many as a number has bits.
+constexpr std::size_t LookedThroughAtOnce = 64;
+
+/// Which of four characters are bars, in the lowest four bits.
+std::uint64_t BarsAmongFour(const char16_t* characters) {
+    constexpr std::uint64_t Each = 0x0001000100010001U; // a one for each of the four
+    constexpr std::uint64_t LowBits = 0x7FFF * Each;
+    const auto place = [characters](unsigned i) { return std::uint64_t{characters[i]} << 16U * i; };
+    const std::uint64_t others = (place(0) | place(1) | place(2) | place(3)) ^ Bar * Each; // 0 where a bar is
+    const std::uint64_t bars = ~(((others & LowBits) + LowBits) | others | LowBits) >> 15U;
+    return (bars * 0x0001000200040008U) >> 48U & 0xFU;
+}
+
+/// Which characters are bars: the first one's bit is the lowest. It takes no branch at a bar, for a row is full of them
+/// at places that no processor can foretell.
+std::uint64_t FindBars(TextView characters) {
+    const std::size_t count = std::min(characters.size(), LookedThroughAtOnce);
+    std::uint64_t bars = 0;
+    std::size_t i = 0;
+    for (; i + 4 <= count; i += 4)
+        bars |= BarsAmongFour(characters.data() + i) << i;
+    for (; i < count; ++i)
+        bars |= std::uint64_t{characters[i] == Bar} << i;
+    return bars;
+}
+
+/// The fields of a line: an empty line is one empty field, and behind a bar at the end stands an empty one. The list
+/// takes them over what it held, so that a walk over a table finds room for each field already there.
+void Split(TextView line, std::vector<Text>& fields) {
+    std::size_t count = 0;
+    const auto add = [&fields, &count](TextView field) {
+        if (count == fields.size())
+            fields.emplace_back();
+        Text& room = fields[count++];
+        room.clear();
+        room.append(field.data(), field.size());
+    };
+    std::size_t start = 0; // of the field
+    for (std::size_t head = 0; head < line.size(); head += LookedThroughAtOnce) {
+        for (std::uint64_t bars = FindBars(line.substr(head)); bars != 0; bars &= bars - 1) {
+            const std::size_t bar = head + static_cast<std::size_t>(std::countr_zero(bars));
+            add(line.substr(start, bar - start));
+            start = bar + 1;
+        }
     }
-    fields.push_back(line.substr(start));
-    return fields;
+    add(line.substr(start));
+    fields.resize(count);
 }
 
 Text Join(const std::vector<Text>& fields) {
@@ -45,15 +83,17 @@ void ReadTableHeader() {
     if (SeekFileLine(Table.TableFile, HeaderLine) != HeaderLine)
         return;
     std::int32_t line = HeaderLine;
-    Table.TableColumns = Split(ReadFileLine(Table.TableFile, line));
+    Split(ReadFileLine(Table.TableFile, line), Table.TableColumns);
 }
 
 void ReadTableRow() {
-    Table.TableValues.clear();
-    if (Table.TableFile.nextLine < 1 && SeekFileLine(Table.TableFile, FirstRowLine) != FirstRowLine)
+    if (Table.TableFile.nextLine < 1 && SeekFileLine(Table.TableFile, FirstRowLine) != FirstRowLine) {
+        Table.TableValues.clear();
         return;
+    }
     std::int32_t line = -1;
-    Table.TableValues = Split(ReadFileLine(Table.TableFile, line));
+    ReadFileLine(Table.TableFile, line, Table.RowLine);
+    Split(Table.RowLine, Table.TableValues);
 }
 
 /// The file's position, not TableRowIndex, decides which row is loaded.
@@ -64,7 +104,8 @@ void LoadRow() {
 }
 
 void ClearRow() {
-    std::fill(Table.TableValues.begin(), Table.TableValues.end(), Text());
+    for (Text& value : Table.TableValues)
+        value.clear();
 }
 
 void WriteTableRow(FileHandle& handle, std::int32_t line) {
@@ -159,10 +200,8 @@ void LastRow() {
 }
 
 void NextRow() {
-    if (Table.TableRowIndex >= TableRowCount() || !Table.TableFile.valid)
-        return;
-    ClearRow();
-    LoadRow();
+    if (Table.TableRowIndex < TableRowCount() && Table.TableFile.valid)
+        LoadRow(); // it leaves no old value, so that none has to be cleared
 }
 
 void PreviousRow() {

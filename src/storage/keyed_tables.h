@@ -14,6 +14,7 @@ struct TableState {
     FileHandle TableFile;           ///< the open file; `valid` tells whether a table is open
     std::vector<Text> TableColumns; ///< column names from line 1
     std::vector<Text> TableValues;  ///< fields of the current row, as loaded or as set; the record screens write it too
+    Text RowLine;                   ///< the line that is being split: nothing but room, kept from row to row
     std::int32_t TableRowIndex = 0; ///< number of the current row, from 1; 0 when closed
     std::int32_t TableRowTotal = 0; ///< number of rows; -1 not yet counted
     bool RecordDirty = false; ///< the current row differs from its file; the record screens and the capture set it

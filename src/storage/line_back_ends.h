@@ -22,7 +22,7 @@ bool OpenTextLines(FileHandle& handle);
 void CloseTextLines(FileHandle& handle);
 void WriteTextLine(FileHandle& handle, const Text& text);
 std::int32_t SeekTextLine(FileHandle& handle, std::int32_t line);
-Text ReadTextLine(FileHandle& handle, std::int32_t line); ///< the stream stands on it
+void ReadTextLine(FileHandle& handle, std::int32_t line, Text& text); ///< the stream stands on it
 std::int32_t TextLineCount(FileHandle& handle);
 /// Writes the whole file anew through the scratch file. False where the file is empty, the scratch file can't be made
 /// or does not hold the lines that it should; the file is untouched then.
@@ -33,7 +33,7 @@ bool OpenDatabaseLines(FileHandle& handle);
 void CloseDatabaseLines(FileHandle& handle);
 bool WriteDatabaseLine(FileHandle& handle, const Text& text);
 std::int32_t SeekDatabaseLine(FileHandle& handle, std::int32_t line);
-Text ReadDatabaseLine(FileHandle& handle, std::int32_t line); ///< the record is the current one
+void ReadDatabaseLine(FileHandle& handle, std::int32_t line, Text& text); ///< the record is the current one
 std::int32_t DatabaseLineCount(const FileHandle& handle);
 bool ChangeDatabaseLine(FileHandle& handle, std::int32_t line, const Text& text);
 bool DeleteDatabaseLine(FileHandle& handle, std::int32_t line);

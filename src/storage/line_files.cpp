@@ -143,11 +143,21 @@ std::int32_t SeekFileLine(FileHandle& handle, std::int32_t line) {
 }
 
 Text ReadFileLine(FileHandle& handle, std::int32_t& line) {
+    Text text;
+    ReadFileLine(handle, line, text);
+    return text;
+}
+
+void ReadFileLine(FileHandle& handle, std::int32_t& line, Text& text) {
+    text.clear();
     if (line == -1)
         line = handle.nextLine;
     if (SeekFileLine(handle, line) == 0)
-        return {};
-    return handle.isDatabase ? ReadDatabaseLine(handle, line) : ReadTextLine(handle, line);
+        return;
+    if (handle.isDatabase)
+        ReadDatabaseLine(handle, line, text);
+    else
+        ReadTextLine(handle, line, text);
 }
 
 bool ChangeFileLine(FileHandle& handle, std::int32_t line, const Text& text) {

@@ -66,6 +66,8 @@ std::int32_t SeekFileLine(FileHandle& handle, std::int32_t line);
 
 /// Reads a line; -1 means the next one, and becomes the number of the line read. Empty on failure.
 Text ReadFileLine(FileHandle& handle, std::int32_t& line);
+/// The same into a text, which may have room for it already.
+void ReadFileLine(FileHandle& handle, std::int32_t& line, Text& text);
 
 bool ChangeFileLine(FileHandle& handle, std::int32_t line, const Text& text);
 bool DeleteFileLine(FileHandle& handle, std::int32_t line);

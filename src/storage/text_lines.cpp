@@ -37,6 +37,13 @@ void Seek(const FileHandle& handle, std::int64_t offset, Origin origin) {
         FailOnFile(u"read", handle, error);
 }
 
+std::int32_t SkipLines(const FileHandle& handle, std::int32_t most) {
+    std::int64_t passed = 0;
+    if (const auto error = StreamOf(handle)->SkipLines(most, passed); error != platform::NoError)
+        FailOnFile(u"read", handle, error);
+    return static_cast<std::int32_t>(passed);
+}
+
 bool OpenStream(const FileHandle& handle, StreamMode mode) {
     Slots.OpenError = Device().fileSystem.OpenStream(FullName(handle), mode, StreamOf(handle));
     return Slots.OpenError == platform::NoError;
@@ -54,20 +61,27 @@ platform::ErrorNumber CountLines(TextStream& stream, std::int64_t& count) {
     return error != platform::NoError ? error : stream.SkipLines(std::numeric_limits<std::int32_t>::max() - 1, count);
 }
 
+/// The stream has passed all lines and stands behind the last one.
+void StandBehindLast(FileHandle& handle, std::int64_t count) {
+    const TextStream& stream = *StreamOf(handle);
+    handle.nextLine = static_cast<std::int32_t>(count) + 1;
+    MarkOf(handle) = {handle.nextLine, stream.Position(), stream.Revision()};
+}
+
 bool OpenForAppending(FileHandle& handle) {
     if (!OpenStream(handle, StreamMode::Existing) && (DeviceKeptFile() || !OpenStream(handle, StreamMode::Create)))
         return false;
     TextStream& stream = *StreamOf(handle);
     std::int64_t count = 0;
     Slots.OpenError = CountLines(stream, count);
-    if (Slots.OpenError == platform::NoError)
+    if (Slots.OpenError == platform::NoError) {
+        StandBehindLast(handle, count);
         Slots.OpenError = stream.Seek(0, Origin::End);
-    if (Slots.OpenError != platform::NoError) { // what is written next would land in the middle of the file
-        StreamOf(handle).reset();
-        return false;
     }
-    handle.nextLine = static_cast<std::int32_t>(count) + 1;
-    return true;
+    if (Slots.OpenError == platform::NoError)
+        return true;
+    StreamOf(handle).reset(); // what is written next would land in the middle of the file
+    return false;
 }
 
 Text ScratchName() {
@@ -101,13 +115,10 @@ void ReplaceWithTempFile(FileHandle& handle) {
     const FileHandle made = scratch;
     CloseFile(scratch);
     CloseFile(handle);
-    // A copy that fails leaves the scratch file where it is: nothing that was written is lost.
-    auto error = Device().fileSystem.CopyFile(FullName(made), FullName(old), true);
+    // A failure leaves the scratch file where it is: nothing that was written is lost.
+    const auto error = Device().fileSystem.MoveFile(FullName(made), FullName(old));
     if (error != platform::NoError)
         FailOnFile(u"write", old, error);
-    error = Device().fileSystem.DeleteFile(FullName(made));
-    if (error != platform::NoError)
-        FailOnFile(u"delete", made, error);
     OpenFile(handle, FullName(old), u"a", old.fileType, old.creator);
     if (!handle.valid) // nobody looks: what follows would be dropped without a word
         FailOnFile(u"open", old, Slots.OpenError);
@@ -126,22 +137,41 @@ std::int32_t CountAfter(Edit edit, std::int32_t count) {
     }
 }
 
-void CopyLines(FileHandle& handle, std::int32_t count, std::int32_t line, Edit edit, const Text& text) {
-    FileHandle& scratch = Slots.TempFile;
-    for (std::int32_t number = 1; number <= count; ++number) {
-        std::int32_t next = -1;
-        const Text old = ReadFileLine(handle, next);
-        if (number != line) {
-            WriteFileLine(scratch, old);
-            continue;
-        }
-        if (edit == Edit::Change || edit == Edit::PutBefore)
-            WriteFileLine(scratch, text);
-        if (edit != Edit::Change && edit != Edit::Remove)
-            WriteFileLine(scratch, old);
-        if (edit == Edit::PutBehind)
-            WriteFileLine(scratch, text);
+/// Copies lines as they are, in blocks: most of a file has nothing to do with the edit.
+void CopyBlocks(const FileHandle& handle, std::int32_t count) {
+    std::int64_t taken = 0;
+    for (std::int64_t left = count; left > 0; left -= taken) {
+        std::string_view lines;
+        if (const auto error = StreamOf(handle)->ReadLines(left, lines, taken); error != platform::NoError)
+            FailOnFile(u"read", handle, error);
+        if (taken == 0)
+            return; // somebody else has made the file shorter: the count of what was written will tell
+        if (const auto error = StreamOf(Slots.TempFile)->WriteLines(lines); error != platform::NoError)
+            FailOnFile(u"write", Slots.TempFile, error);
     }
+}
+
+/// Copies so many lines from `first` on to the scratch file.
+void CopyLines(FileHandle& handle, std::int32_t first, std::int32_t count) {
+    if (!Slots.TempFile.isDatabase) {
+        CopyBlocks(handle, count);
+        return;
+    }
+    // The data folder is a device's memory, where all files are databases, and this one is on a card.
+    for (std::int32_t line = first; line < first + count; ++line)
+        WriteFileLine(Slots.TempFile, ReadFileLine(handle, line));
+}
+
+/// The edited line, and what the edit puts in its place or beside it.
+void CopyEdited(FileHandle& handle, std::int32_t line, Edit edit, const Text& text) {
+    if (edit == Edit::PutBefore)
+        WriteFileLine(Slots.TempFile, text);
+    if (edit == Edit::Change || edit == Edit::Remove)
+        SkipLines(handle, 1);
+    else
+        CopyLines(handle, line, 1);
+    if (edit == Edit::Change || edit == Edit::PutBehind)
+        WriteFileLine(Slots.TempFile, text);
 }
 
 } // namespace
@@ -177,31 +207,28 @@ void WriteTextLine(FileHandle& handle, const Text& text) {
 }
 
 std::int32_t SeekTextLine(FileHandle& handle, std::int32_t line) {
-    const auto& stream = StreamOf(handle);
+    const TextStream& stream = *StreamOf(handle);
     LineMark& mark = MarkOf(handle);
-    if (mark.Line > line || !StandsAtMark(*stream, mark)) {
+    if (mark.Line > line || !StandsAtMark(*StreamOf(handle), mark)) {
         mark = {};
         Seek(handle, 0, Origin::Start);
+        mark.Revision = stream.Revision();
     }
-    std::int64_t passed = 0;
-    if (const auto error = stream->SkipLines(line - mark.Line, passed); error != platform::NoError)
-        FailOnFile(u"read", handle, error);
-    const std::int32_t counter = mark.Line + static_cast<std::int32_t>(passed);
-    // At the end there is no line, also where the counter has come as far as the line that was asked for.
-    handle.nextLine = stream->Position() == stream->Size() ? 0 : counter;
-    if (handle.nextLine != 0)
-        mark = {counter, stream->Position(), stream->Revision()};
+    if (mark.Line < line)
+        mark = {mark.Line + SkipLines(handle, line - mark.Line), stream.Position(), stream.Revision()};
+    // At the end there is no line, also where the mark has come as far as the line that was asked for.
+    handle.nextLine = mark.Offset == stream.Size() ? 0 : mark.Line;
     return handle.nextLine;
 }
 
-Text ReadTextLine(FileHandle& handle, std::int32_t line) {
-    Text text;
-    const auto error = StreamOf(handle)->ReadLine(text);
-    if (error != platform::NoError)
+void ReadTextLine(FileHandle& handle, std::int32_t line, Text& text) {
+    TextStream& stream = *StreamOf(handle);
+    if (const auto error = stream.ReadLine(text); error != platform::NoError)
         FailOnFile(u"read", handle, error);
     handle.nextLine = line + 1;
-    MarkOf(handle) = {line + 1, StreamOf(handle)->Position(), StreamOf(handle)->Revision()};
-    return text;
+    LineMark& mark = MarkOf(handle); // the seek before has put it on this line
+    mark.Line = line + 1;
+    mark.Offset = stream.Position();
 }
 
 std::int32_t TextLineCount(FileHandle& handle) {
@@ -209,7 +236,7 @@ std::int32_t TextLineCount(FileHandle& handle) {
     // A count that a failing disk has cut short would let a rewrite drop all lines behind it.
     if (const auto error = CountLines(*StreamOf(handle), count); error != platform::NoError)
         FailOnFile(u"read", handle, error);
-    handle.nextLine = static_cast<std::int32_t>(count) + 1;
+    StandBehindLast(handle, count);
     return static_cast<std::int32_t>(count);
 }
 
@@ -220,7 +247,10 @@ bool RewriteTextLines(FileHandle& handle, std::int32_t line, Edit edit, const Te
     OpenTempFile();
     if (!Slots.TempFile.valid)
         return false;
-    CopyLines(handle, count, line, edit, text);
+    CopyLines(handle, 1, line - 1);
+    CopyEdited(handle, line, edit, text);
+    CopyLines(handle, line + 1, count - line);
+    handle.nextLine = count + 1;
     const bool whole = edit != Edit::Refused && FileLineCount(Slots.TempFile) == CountAfter(edit, count);
     if (whole)
         ReplaceWithTempFile(handle);

@@ -236,7 +236,12 @@ std::string ToBytes(TextView text) {
 
 Text FromBytes(std::string_view bytes) {
     Text text;
-    text.reserve(bytes.size());
+    AppendBytes(text, bytes);
+    return text;
+}
+
+void AppendBytes(Text& text, std::string_view bytes) {
+    text.reserve(text.size() + bytes.size());
     while (!bytes.empty()) {
         bytes.remove_prefix(AppendAscii(text, bytes));
         while (!bytes.empty() && static_cast<unsigned char>(bytes.front()) >= FirstBeyondAscii) {
@@ -248,7 +253,6 @@ Text FromBytes(std::string_view bytes) {
             bytes.remove_prefix(std::max<std::size_t>(sequence.Length, 1));
         }
     }
-    return text;
 }
 
 } // namespace modStringTools

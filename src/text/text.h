@@ -49,6 +49,8 @@ std::optional<std::int32_t> NumberFromText(TextView text);
 /// and turn into the same bytes again, so that any bytes survive the way there and back.
 std::string ToBytes(TextView text);
 Text FromBytes(std::string_view bytes);
+/// Puts what FromBytes gives behind a text, which may have room for it already.
+void AppendBytes(Text& text, std::string_view bytes);
 
 // --- what is too short to be called
 

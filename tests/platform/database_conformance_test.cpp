@@ -356,6 +356,41 @@ TEST_P(DatabaseSuite, NestsNoBatches) {
     EXPECT_EQ(Databases().EndBatch(id), NoError);
 }
 
+TEST_P(DatabaseSuite, ShiftsRecordsIntoThoseBehindThem) {
+    const DatabaseId id = Made(u"drivers", {u"a", u"b", u"c", u"gap"});
+    EXPECT_EQ(Databases().ShiftRecords(id, 1), NoError);
+    EXPECT_EQ(Databases().Position(id), 1);
+    EXPECT_THAT(Lines(id), ElementsAre(u"a", u"b", u"b", u"c"));
+    Databases().MoveLast(id);
+    LineRecord last;
+    ASSERT_TRUE(Databases().ReadRecord(id, last));
+    EXPECT_EQ(last.LineNumber, 4);
+    EXPECT_EQ(Databases().ShiftRecords(id, 3), NoError) << "the last one alone";
+    EXPECT_THAT(Lines(id), ElementsAre(u"a", u"b", u"b", u"c"));
+}
+
+TEST_P(DatabaseSuite, ShiftsNothingFromAPlaceWhereThereIsNone) {
+    const DatabaseId id = Made(u"drivers", {u"a", u"b"});
+    EXPECT_EQ(Databases().ShiftRecords(id, -1), FileNotFound);
+    EXPECT_EQ(Databases().ShiftRecords(id, 2), FileNotFound);
+    EXPECT_THAT(Lines(id), ElementsAre(u"a", u"b"));
+    Databases().Close(id);
+    const DatabaseId reader = Databases().Open(u"drivers", ModeRead);
+    EXPECT_EQ(Databases().ShiftRecords(reader, 0), PermissionDenied);
+    EXPECT_EQ(Databases().RenumberRecords(reader), PermissionDenied);
+}
+
+TEST_P(DatabaseSuite, NumbersRecordsByTheirPlaces) {
+    const DatabaseId id = Made(u"drivers", {u"a", u"b", u"c"});
+    Databases().MoveFirst(id);
+    ASSERT_TRUE(Databases().DeleteRecord(id));
+    EXPECT_EQ(Databases().FindRecord(id, 1), FileNotFound);
+    EXPECT_EQ(Databases().RenumberRecords(id), NoError);
+    EXPECT_TRUE(Databases().AtEnd(id));
+    ASSERT_EQ(Databases().FindRecord(id, 2), NoError);
+    EXPECT_EQ(CurrentLine(id), u"c");
+}
+
 TEST_P(DatabaseSuite, EnumeratesByTypeAndCreatorInTheOrderOfTheNames) {
     for (const char16_t* name : {u"b", u"a b", u"a", u"B"})
         Databases().Close(Databases().Create(name, TextType, Creator));

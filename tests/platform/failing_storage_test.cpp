@@ -121,6 +121,33 @@ TEST_F(FullDiskSwitch, LeavesTheDestinationOfACopyUntouched) {
     EXPECT_EQ(Root.Bytes("old.txt"), "old");
 }
 
+TEST_F(FullDiskSwitch, LeavesBothFilesOfAMoveUntouched) {
+    Root.Put("new.txt", "new");
+    Root.Put("old.txt", "old");
+    Faults.FailNext(1);
+    EXPECT_EQ(Files.MoveFile(u".\\new.txt", u".\\old.txt"), DiskFull);
+    EXPECT_EQ(Root.Bytes("old.txt"), "old");
+    EXPECT_EQ(Root.Bytes("new.txt"), "new");
+}
+
+TEST_F(FullDiskSwitch, StrikesALineInTheMiddleOfABlock) {
+    Root.Put("from.txt", "one\ntwo\nthree\n");
+    const auto from = Open(u".\\from.txt", StreamMode::Existing);
+    const auto to = Open(u".\\to.txt", StreamMode::Create);
+    std::string_view lines;
+    std::int64_t taken = 0;
+    Faults.FailNext(1, 1);
+    ASSERT_EQ(from->ReadLines(3, lines, taken), NoError);
+    EXPECT_EQ(taken, 1);
+    EXPECT_EQ(to->WriteLines(lines), NoError);
+    ASSERT_EQ(from->ReadLines(2, lines, taken), NoError);
+    EXPECT_EQ(to->WriteLines(lines), DiskFull);
+    EXPECT_EQ(Root.Bytes("to.txt"), "one\n");
+    Faults.FailNextReads(1);
+    EXPECT_EQ(from->ReadLines(1, lines, taken), DeviceFailed);
+    EXPECT_EQ(taken, 0);
+}
+
 TEST_F(FullDiskSwitch, FailsTheMakingOfAFolderButNotItsOpening) {
     std::unique_ptr<Folder> folder;
     Faults.FailNext(1);

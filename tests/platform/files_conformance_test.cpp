@@ -177,6 +177,38 @@ TEST_P(FilesSuite, SkipsLines) {
     EXPECT_EQ(stream->Position(), 0);
 }
 
+TEST_P(FilesSuite, TakesLinesAsWritingThemAnewMakesThem) {
+    Root.Put("x.txt", "one\r\n\r\r\n\r\ntwo\xFF\n\nlast\r");
+    const auto stream = Open(u".\\x.txt", StreamMode::Existing);
+    std::string all;
+    std::int64_t count = 0;
+    std::string_view lines;
+    for (std::int64_t taken = 1; taken > 0; count += taken) {
+        ASSERT_EQ(stream->ReadLines(2, lines, taken), NoError);
+        all += lines;
+    }
+    EXPECT_EQ(all, "one\n\r\r\n\ntwo\xFF\n\nlast\r\r\n");
+    EXPECT_EQ(count, 6);
+    EXPECT_EQ(stream->Position(), stream->Size());
+}
+
+TEST_P(FilesSuite, WritesWhatItHasTaken) {
+    Root.Put("from.txt", "one\ntwo\nthree\n");
+    Root.Put("to.txt", "first");
+    const auto from = Open(u".\\from.txt", StreamMode::Existing);
+    const auto to = Open(u".\\to.txt", StreamMode::Existing);
+    std::string_view lines;
+    std::int64_t taken = 0;
+    ASSERT_EQ(from->ReadLines(2, lines, taken), NoError);
+    ASSERT_EQ(to->Seek(0, Origin::End), NoError);
+    EXPECT_EQ(to->WriteLines(lines), NoError);
+    EXPECT_EQ(to->WriteLine(u"last"), NoError);
+    EXPECT_EQ(Root.Bytes("to.txt"), "first\none\ntwo\nlast\n");
+    Text line;
+    EXPECT_EQ(from->ReadLine(line), NoError);
+    EXPECT_EQ(line, u"three");
+}
+
 TEST_P(FilesSuite, AddsLinesAtTheEnd) {
     Root.Put("x.txt", "one\n");
     const auto stream = Open(u".\\x.txt", StreamMode::Existing);
@@ -303,6 +335,34 @@ TEST_P(FilesSuite, CopiesNeitherFromNorToOutside) {
     Root.Put("x.txt", "text");
     EXPECT_EQ(Files().CopyFile(u"..\\x.txt", u".\\y.txt", true), PathRefused);
     EXPECT_EQ(Files().CopyFile(u".\\x.txt", u"..\\y.txt", true), PathRefused);
+}
+
+TEST_P(FilesSuite, MovesOverAnOldFile) {
+    Root.Put("new.txt", "new\r\nbytes \xFF");
+    Root.Put("folder/old.txt", "old");
+    EXPECT_EQ(Files().MoveFile(u".\\new.txt", u".\\folder\\old.txt"), NoError);
+    EXPECT_EQ(Root.Bytes("folder/old.txt"), "new\r\nbytes \xFF");
+    EXPECT_FALSE(Root.Has("new.txt"));
+    EXPECT_EQ(Root.Entries("folder"), 1);
+}
+
+TEST_P(FilesSuite, MovesToANewName) {
+    Root.Put("new.txt", "text");
+    EXPECT_EQ(Files().MoveFile(u".\\new.txt", u".\\other.txt"), NoError);
+    EXPECT_EQ(Root.Bytes("other.txt"), "text");
+    EXPECT_EQ(Root.Entries(), 1);
+}
+
+TEST_P(FilesSuite, LeavesBothWhereTheyAreWhenAMoveFails) {
+    Root.Put("new.txt", "new");
+    Root.Put("folder/x.txt", "");
+    EXPECT_EQ(Files().MoveFile(u".\\none.txt", u".\\new.txt"), FileNotFound);
+    EXPECT_EQ(Files().MoveFile(u".\\new.txt", u".\\none\\x.txt"), FileNotFound);
+    EXPECT_EQ(Files().MoveFile(u".\\new.txt", u".\\folder"), PathRefused);
+    EXPECT_EQ(Files().MoveFile(u".\\folder", u".\\new.txt"), PathRefused);
+    EXPECT_EQ(Files().MoveFile(u"..\\x.txt", u".\\new.txt"), PathRefused);
+    EXPECT_EQ(Files().MoveFile(u".\\new.txt", u"..\\x.txt"), PathRefused);
+    EXPECT_EQ(Root.Bytes("new.txt"), "new");
 }
 
 TEST_P(FilesSuite, DeletesAFile) {

@@ -3,6 +3,7 @@
 #include "platform/common/host_file_system.h"
 
 #include "full_disk.h"
+#include "platform/common/host_files.h"
 #include "temporary_root.h"
 
 #include <gmock/gmock.h>
@@ -115,6 +116,32 @@ TEST_F(HostFiles, KeepsThePermissionsOfTheFileThatItCopiesOver) {
     EXPECT_EQ(Permissions("old.txt"), 0664U);
 }
 
+TEST_F(HostFiles, KeepsThePermissionsOfTheFileThatItMovesOver) {
+    Root.Put("new.txt", "new");
+    Root.Put("old.txt", "old");
+    chmod(Root.Path("old.txt").c_str(), 0664);
+    chmod(Root.Path("new.txt").c_str(), 0600);
+    ASSERT_EQ(Files.MoveFile(u".\\new.txt", u".\\old.txt"), NoError);
+    EXPECT_EQ(Permissions("old.txt"), 0664U);
+}
+
+/// The folder of one card and the memory of the device may be different file systems.
+TEST_F(HostFiles, MovesAFileToAnotherFileSystem) {
+    const std::string card = "/dev/shm/quorin-test-" + std::to_string(getpid());
+    std::error_code none;
+    struct stat here {};
+    struct stat there {};
+    if (stat(Root.Path().c_str(), &here) != 0 || stat("/dev/shm", &there) != 0 || here.st_dev == there.st_dev)
+        GTEST_SKIP() << "there is one file system alone";
+    Root.Put("new.txt", "new");
+    std::ofstream(card) << "old";
+    EXPECT_EQ(platform::common::MoveOver(Root.Path("new.txt"), card), NoError);
+    std::ifstream moved(card);
+    EXPECT_EQ(std::string(std::istreambuf_iterator<char>(moved), {}), "new");
+    EXPECT_FALSE(Root.Has("new.txt"));
+    std::filesystem::remove(card, none);
+}
+
 TEST_F(HostFiles, GivesANewCopyThePermissionsOfAnyNewFile) {
     Root.Put("new.txt", "new");
     chmod(Root.Path("new.txt").c_str(), 0600);
@@ -157,6 +184,7 @@ TEST_F(HostFiles, LeavesAWriteProtectedFileAlone) {
     chmod(Root.Path("old.txt").c_str(), 0444);
     const OrdinaryUser user;
     EXPECT_EQ(Files.CopyFile(u".\\new.txt", u".\\old.txt", true), PermissionDenied);
+    EXPECT_EQ(Files.MoveFile(u".\\new.txt", u".\\old.txt"), PermissionDenied);
     EXPECT_EQ(ErrorOfOpening(u".\\old.txt", StreamMode::Create), PermissionDenied);
     EXPECT_EQ(Root.Bytes("old.txt"), "old");
     EXPECT_EQ(Root.Entries(), 2);

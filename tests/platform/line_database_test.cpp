@@ -32,7 +32,7 @@ protected:
                Databases.Commit(id) == NoError;
     }
 
-    /// Every row of a query that another program makes, its columns joined by `|`.
+    /// Every row of a statement that another program runs, its columns joined by `|`.
     std::vector<std::string> Outside(const std::string& name, const char* query) const {
         sqlite3* file = nullptr;
         std::vector<std::string> rows;
@@ -43,7 +43,7 @@ protected:
             static_cast<std::vector<std::string>*>(to)->push_back(row);
             return 0;
         };
-        sqlite3_open_v2(Root.Path(name).c_str(), &file, SQLITE_OPEN_READONLY, nullptr);
+        sqlite3_open_v2(Root.Path(name).c_str(), &file, SQLITE_OPEN_READWRITE, nullptr);
         EXPECT_EQ(sqlite3_exec(file, query, collect, &rows, nullptr), SQLITE_OK) << sqlite3_errmsg(file);
         sqlite3_close(file);
         return rows;
@@ -170,6 +170,16 @@ TEST_F(LineDatabaseFile, LosesAWholeBatchWhenTheProgramIsKilledInIt) {
     });
     EXPECT_EQ(CountAnew(u"drivers"), 1);
     EXPECT_THAT(Outside("Databases/drivers.sqlite", "PRAGMA integrity_check"), ElementsAre("ok"));
+}
+
+TEST_F(LineDatabaseFile, ShiftsNothingWhereARecordIsMissing) {
+    const DatabaseId id = Made(u"drivers");
+    for (const char16_t* line : {u"one", u"two", u"three", u"four"})
+        Append(id, line);
+    Outside("Databases/drivers.sqlite", R"(DELETE FROM "TEXT" WHERE Position = 1)");
+    EXPECT_EQ(Databases.ShiftRecords(id, 0), FileNotFound);
+    EXPECT_THAT(Outside("Databases/drivers.sqlite", R"(SELECT LineData FROM "TEXT" ORDER BY Position)"),
+                ElementsAre("one", "three", "four"));
 }
 
 TEST_F(LineDatabaseFile, KeepsWhatItHasWhenTheDiskIsFull) {

@@ -9,6 +9,7 @@
 #include <chrono>
 #include <gtest/gtest.h>
 #include <random>
+#include <thread>
 
 using namespace platform;
 using platform::common::HostTextStream;
@@ -75,6 +76,63 @@ TEST_F(TextStreamTest, AgreesWithTheLinesCutByHand) {
         const auto length = atEnd ? 0 : starts[from + skip + 1] - starts[from + skip] - 1;
         ASSERT_EQ(line, Text(static_cast<std::size_t>(length), static_cast<char16_t>('a' + (from + skip) % 26)));
     }
+}
+
+TEST_F(TextStreamTest, TakesEveryLineWhereverABlockEnds) {
+    for (const std::size_t first : {65530U, 65534U, 65535U, 65536U, 65537U, 200000U}) {
+        Root.Put("x.txt", "a\n" + std::string(first, 'x') + "\r\nb\nend");
+        const auto stream = Open();
+        std::string all;
+        std::string_view lines;
+        for (std::int64_t taken = 1; taken > 0; all += lines)
+            ASSERT_EQ(stream->ReadLines(9, lines, taken), NoError);
+        EXPECT_EQ(all, "a\n" + std::string(first, 'x') + "\nb\nend\n") << first;
+    }
+}
+
+/// Two streams of this program on one file: what one of them writes the other one sees without waiting for a clock.
+TEST_F(TextStreamTest, SeesAtOnceWhatThisProgramWrites) {
+    Root.Put("x.txt", "one\ntwo\nthree\n");
+    const auto reader = Open();
+    const auto writer = Open();
+    Text line;
+    for (const char16_t* next : {u"TWO", u"THREE"}) {
+        ASSERT_EQ(reader->ReadLine(line), NoError);
+        ASSERT_EQ(writer->Seek(reader->Position(), Origin::Start), NoError);
+        ASSERT_EQ(writer->WriteLine(next), NoError);
+        ASSERT_EQ(writer->WriteLine(u"more"), NoError); // the time of a file may stand still, but not its size
+        ASSERT_EQ(reader->Seek(reader->Position(), Origin::Start), NoError);
+        ASSERT_EQ(reader->ReadLine(line), NoError);
+        EXPECT_EQ(line, next);
+    }
+}
+
+TEST_F(TextStreamTest, GoesOnReadingWhatAnotherWriterChangesATickLater) {
+    Root.Put("x.txt", "one\ntwo\n");
+    const auto stream = Open();
+    Text line;
+    ASSERT_EQ(stream->ReadLine(line), NoError);
+    Root.Put("x.txt", "one\nsix\nmore\n");
+    std::this_thread::sleep_for(std::chrono::milliseconds(30));
+    ASSERT_EQ(stream->Seek(stream->Position(), Origin::Start), NoError);
+    ASSERT_EQ(stream->ReadLine(line), NoError);
+    EXPECT_EQ(line, u"six");
+}
+
+TEST_F(TextStreamTest, WritesTheLinesThatAFullDiskHasRoomFor) {
+    Root.Put("from.txt", "one\ntwo\nthree\n");
+    std::unique_ptr<TextStream> from;
+    ASSERT_EQ(HostTextStream::Open(Root.Path("from.txt"), StreamMode::Existing, from), NoError);
+    std::string_view lines;
+    std::int64_t taken = 0;
+    ASSERT_EQ(from->ReadLines(3, lines, taken), NoError);
+    const auto stream = Open(StreamMode::Create);
+    {
+        const FullDisk full(10);
+        EXPECT_EQ(stream->WriteLines(lines), DiskFull);
+    }
+    EXPECT_EQ(Root.Bytes("x.txt"), "one\ntwo\n");
+    EXPECT_EQ(stream->Position(), 8);
 }
 
 TEST_F(TextStreamTest, SeesFromTheNextSeekOnWhatAnotherWriterAdded) {

@@ -7,6 +7,7 @@
 #include "view/platform/errors.h"
 
 #include <memory>
+#include <string_view>
 
 namespace platform {
 
@@ -43,9 +44,15 @@ public:
     /// Passes over at most `most` lines without looking at their text: fewer only at the end of the file, or before a
     /// failure. `passed` is how many there were; after a failure the position may lie inside a line.
     virtual ErrorNumber SkipLines(std::int64_t most, std::int64_t& passed) = 0;
-    /// Another number whenever the file was seen, at a Seek, to have been changed since the one before.
+    /// Takes lines as they are to be written again: the bytes that WriteLine would make of each. At most `most` of
+    /// them, as many as are at hand; `taken` is how many, and 0 at the end alone. The bytes stay until the next call.
+    virtual ErrorNumber ReadLines(std::int64_t most, std::string_view& lines, std::int64_t& taken) = 0;
+    /// Another number whenever the file was seen, at a Seek, to have been changed since the one before. A Seek to where
+    /// the stream stands need not look at what another program has done in the last few milliseconds.
     virtual std::int64_t Revision() const = 0;
     virtual ErrorNumber WriteLine(const Text& line) = 0;
+    /// Writes lines that ReadLines has taken, here or from another stream, as a WriteLine of each would.
+    virtual ErrorNumber WriteLines(std::string_view lines) = 0;
     /// What was written is on the medium when this returns without an error.
     virtual ErrorNumber Close() = 0;
 };
@@ -62,6 +69,9 @@ public:
     virtual ErrorNumber OpenStream(const Text& fullName, StreamMode mode, std::unique_ptr<TextStream>& stream) = 0;
     /// What is at the destination afterwards is the old text or the new one, never a part of either.
     virtual ErrorNumber CopyFile(const Text& source, const Text& destination, bool overwrite) = 0;
+    /// Copies with overwriting and deletes the source, in one step and without writing the text once more where both
+    /// are on one file system. A failure leaves the source where it is.
+    virtual ErrorNumber MoveFile(const Text& source, const Text& destination) = 0;
     virtual ErrorNumber DeleteFile(const Text& fullName) = 0;
 };
 
@@ -99,6 +109,13 @@ public:
     virtual ErrorNumber Commit(DatabaseId database) = 0;
     virtual bool ReadRecord(DatabaseId database, LineRecord& record) = 0;
     virtual bool DeleteRecord(DatabaseId database) = 0; ///< the record behind it becomes the current one
+    /// Makes the record at a position the current one, and puts what each record from there on holds into the one
+    /// behind it, with its line number raised by one. The last one's is lost. All are shifted or none: FileNotFound
+    /// when one of them is missing.
+    virtual ErrorNumber ShiftRecords(DatabaseId database, std::int32_t position) = 0;
+    /// Gives each record the number of its place, from 1, and stands behind the last one. Only those that bear another
+    /// number are written.
+    virtual ErrorNumber RenumberRecords(DatabaseId database) = 0;
 
     /// Makes the record whose line number is `lineNumber` the current one.
     virtual ErrorNumber FindRecord(DatabaseId database, std::int32_t lineNumber) = 0;

@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: MIT
+// The line files step by step: every seek walks from the first line, and a rewrite reads and writes each line.
+#pragma once
+
+#include "storage/line_files.h"
+#include "tests/reference/memory_disk.h"
+#include "view/platform/device.h"
+
+#include <array>
+
+namespace reference {
+
+using modFileSystem::FileHandle;
+
+class LineFiles {
+public:
+    /// The scratch file lies in the folder, under a name that the random numbers give.
+    LineFiles(MemoryDisk& disk, platform::Random& random, std::int32_t secondsSinceMidnight, Text folder)
+        : Files(disk), Databases(disk), Chance(random), Seconds(secondsSinceMidnight), Folder(std::move(folder)) {}
+
+    void OpenFile(FileHandle& handle, const Text& fullName, const Text& mode, const Text& fileType,
+                  const Text& creator);
+    void CloseFile(FileHandle& handle);
+    static void ResetFileHandle(FileHandle& handle);
+    std::int32_t WriteFileLine(FileHandle& handle, const Text& text);
+    std::int32_t SeekFileLine(FileHandle& handle, std::int32_t line);
+    Text ReadFileLine(FileHandle& handle, std::int32_t& line);
+    bool ChangeFileLine(FileHandle& handle, std::int32_t line, const Text& text);
+    bool DeleteFileLine(FileHandle& handle, std::int32_t line);
+    bool InsertFileLine(FileHandle& handle, std::int32_t line, std::int32_t position, const Text& text);
+    std::int32_t FileLineCount(FileHandle& handle);
+    bool DeleteFile(const Text& fullName);
+
+private:
+    enum class Edit { Change, Delete, Insert };
+
+    std::int32_t& State(const FileHandle& handle) { return SlotState.at(static_cast<std::size_t>(handle.slot)); }
+    platform::TextStream& Stream(const FileHandle& handle) {
+        return *SlotStream.at(static_cast<std::size_t>(handle.slot));
+    }
+    void OpenDatabase(FileHandle& handle);
+    void OpenText(FileHandle& handle);
+    bool InsertRecord(FileHandle& handle, std::int32_t target, const Text& text);
+    void RenumberDatabaseLines(FileHandle& handle);
+    bool Rewrite(FileHandle& handle, Edit edit, std::int32_t line, std::int32_t position, const Text& text);
+    void OpenTempFile();
+    void ReplaceWithTempFile(FileHandle& handle);
+
+    MemoryFiles Files;
+    MemoryDatabases Databases;
+    platform::Random& Chance;
+    std::int32_t Seconds;
+    Text Folder;
+    std::array<std::int32_t, 6> SlotState{};
+    std::array<std::unique_ptr<platform::TextStream>, 6> SlotStream;
+    FileHandle TempFile;
+};
+
+} // namespace reference

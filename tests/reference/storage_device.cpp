@@ -1,0 +1,133 @@
+// SPDX-License-Identifier: MIT
+#include "tests/reference/storage_device.h"
+
+#include "storage/keyed_tables.h"
+#include "storage/volumes.h"
+
+#include <cstdlib>
+#include <fstream>
+#include <iterator>
+
+namespace reference {
+
+namespace files = std::filesystem;
+
+namespace {
+
+/// A folder in the machine's memory where there is one: bringing a file to a medium would take its time.
+std::string NewFolder() {
+    const files::path place = files::is_directory("/dev/shm") ? "/dev/shm" : files::temp_directory_path();
+    std::string name = (place / "quorin-test-XXXXXX").string();
+    if (::mkdtemp(name.data()) == nullptr)
+        std::abort();
+    return name;
+}
+
+platform::device::DeviceOptions OnFolder(const std::string& folder) {
+    platform::device::DeviceOptions options;
+    options.Root = folder;
+    return options;
+}
+
+platform::Platform With(const platform::Platform& all, platform::Settings& settings, platform::Random& random,
+                        platform::RunTime& runTime, platform::FileSystem& files, platform::RecordDatabase& databases) {
+    return {all.form,
+            all.grdTitle,
+            all.grdMain,
+            all.txtInputField,
+            all.cboInputField,
+            all.cbotxtInputField,
+            all.dteInputField,
+            all.lstHoldMenu,
+            all.lblStatus,
+            all.AFVScrollBar1,
+            all.tmrBlue,
+            all.tmrHoldEvent,
+            all.tmrMenus,
+            all.mnuButton1,
+            all.mnuButton2,
+            all.mnuButtonO1,
+            all.mnuButtonO2,
+            all.colours,
+            all.fontServer,
+            all.myCsys,
+            all.hardwareKeys,
+            all.serConnection,
+            all.connectionService,
+            all.toneMaker,
+            all.messageBox,
+            settings,
+            all.clock,
+            random,
+            runTime,
+            all.volumes,
+            files,
+            databases};
+}
+
+} // namespace
+
+StorageDevice::StorageDevice(Kind kind)
+    : Storage(kind), Root(NewFolder()), Headless(OnFolder(Root), Around, Around),
+      Record(With(Headless.record, Settings, Numbers, RunTime,
+                  kind == Kind::InMemory ? static_cast<platform::FileSystem&>(Files) : Headless.files,
+                  kind == Kind::InMemory ? static_cast<platform::RecordDatabase&>(Databases) : Headless.databases)) {
+}
+
+StorageDevice::~StorageDevice() {
+    std::error_code ignored;
+    files::remove_all(Root, ignored);
+}
+
+StorageDevice& StorageDevice::Fresh(Kind kind) {
+    static StorageDevice inMemory(Kind::InMemory);
+    static StorageDevice onDisk(Kind::OnDisk);
+    StorageDevice& device = kind == Kind::InMemory ? inMemory : onDisk;
+    platform::Install(&device.Record);
+    device.Empty();
+    return device;
+}
+
+void StorageDevice::Empty() {
+    modFileSystem::ResetSlots();
+    modFileSystem::Table = {};
+    modFileSystem::GetDataPath(u"Quorin");
+    Databases.CloseAll();
+    Disk = {};
+    for (const char* folder : {"/Quorin", "/Databases"}) {
+        std::error_code none;
+        for (const auto& entry : files::directory_iterator(Root + folder, none))
+            files::remove(entry.path(), none);
+    }
+}
+
+void StorageDevice::Put(const Text& fullName, const std::string& bytes) {
+    Disk.Put(fullName, bytes);
+    if (Storage == Kind::OnDisk)
+        std::ofstream(Root + "/Quorin/" + modStringTools::ToBytes(fullName.substr(9)), std::ios::binary) << bytes;
+}
+
+std::string StorageDevice::Shown() {
+    if (Storage == Kind::InMemory)
+        return Disk.Shown();
+    MemoryDisk found;
+    for (const auto& entry : files::directory_iterator(Root + "/Quorin")) {
+        std::ifstream file(entry.path(), std::ios::binary);
+        found.Put(u".\\Quorin\\" + modStringTools::FromBytes(entry.path().filename().string()),
+                  {std::istreambuf_iterator<char>(file), {}});
+    }
+    platform::RecordDatabase& databases = Headless.databases;
+    const std::int32_t type = modFileSystem::PackCode(u"TEXT");
+    const std::int32_t creator = modFileSystem::PackCode(u"QVRN");
+    for (Text name = databases.FirstDatabase(type, creator); !name.empty(); name = databases.NextDatabase()) {
+        const platform::DatabaseId id = databases.Open(name, platform::ModeRead);
+        auto lines = std::make_shared<MemoryLines>(MemoryLines{type, creator, {}});
+        for (databases.MoveFirst(id); !databases.AtEnd(id); databases.MoveNext(id))
+            databases.ReadRecord(id, lines->Records.emplace_back());
+        databases.Close(id);
+        found.Databases[name] = lines;
+    }
+    return found.Shown();
+}
+
+} // namespace reference

@@ -1,0 +1,81 @@
+// SPDX-License-Identifier: MIT
+// What the storage needs of a device, for cases by the hundred thousand: files in memory, or on a real disk.
+#pragma once
+
+#include "platform/device/no_commands.h"
+#include "platform/headless/headless_platform.h"
+#include "tests/reference/memory_disk.h"
+
+#include <filesystem>
+#include <string>
+
+namespace reference {
+
+/// Numbers by chance that cost next to nothing.
+class QuickNumbers final : public platform::Random {
+public:
+    void Seed(std::int32_t number) override { State = static_cast<std::uint32_t>(number); }
+    double Next() override {
+        State = State * 1664525U + 1013904223U;
+        return static_cast<double>(State >> 8U) / 0x1000000;
+    }
+
+private:
+    std::uint32_t State = 0;
+};
+
+/// Its data folder is `.\Quorin\`.
+class StorageDevice {
+public:
+    enum class Kind { InMemory, OnDisk };
+
+    /// The device of a kind, put in place and emptied, with nothing open.
+    static StorageDevice& Fresh(Kind kind);
+    StorageDevice(const StorageDevice&) = delete;
+    StorageDevice& operator=(const StorageDevice&) = delete;
+    ~StorageDevice();
+
+    void Put(const Text& fullName, const std::string& bytes);
+    /// All that is on its disk, as a MemoryDisk shows it.
+    std::string Shown();
+    std::filesystem::path Folder() const { return Root; }
+
+private:
+    explicit StorageDevice(Kind kind);
+    void Empty();
+
+    struct Nobody final : platform::device::NoCommands, platform::device::Watcher {
+        void BoxOpened(const Text&, platform::BoxButtons, platform::BoxIcon, const Text&) override {}
+        void TonePlayed(std::int32_t, std::int32_t) override {}
+        void StatusShown(const Text&) override {}
+        void StatusHidden() override {}
+        void KeyGrabbed(std::int32_t) override {}
+        void KeyReleased(std::int32_t) override {}
+        void CharacterSent(std::int32_t) override {}
+        void WritingFailed(const Text&, platform::ErrorNumber) override {}
+    };
+    struct NoSettings final : platform::Settings {
+        Text Get(const Text&, const Text&, const Text&, const Text&) const override { return u".\\"; }
+        platform::ErrorNumber Save(const Text&, const Text&, const Text&, const Text&) override { return {}; }
+    };
+    struct Stopping final : platform::RunTime {
+        void DoEvents() override {}
+        void WaitEvents() override {}
+        [[noreturn]] void EndProgram() override { throw Stopped(); }
+        [[noreturn]] void RuntimeFailure(const Text&) override { throw Stopped(); }
+    };
+
+    Kind Storage;
+    std::string Root;
+    Nobody Around;
+    platform::headless::HeadlessPlatform Headless;
+    MemoryDisk Disk;
+    MemoryFiles Files{Disk};
+    MemoryDatabases Databases{Disk};
+    NoSettings Settings;
+    Stopping RunTime;
+    QuickNumbers Numbers;
+    platform::Platform Record;
+};
+
+} // namespace reference

@@ -1,0 +1,147 @@
+// SPDX-License-Identifier: MIT
+#include "platform/common/text_stream.h"
+#include "tests/reference/storage_comparison.h"
+#include "tests/reference/storage_device.h"
+
+#include <fstream>
+#include <iterator>
+
+namespace reference {
+
+namespace {
+
+using namespace platform;
+
+const char* const Pieces[] = {"", "a", "\n", "\r", "\r\n", "\r\r\n", "\xFF", "\xC3\xA4", "\xE2\x82", "some text\n"};
+const Text Texts[] = {u"", u"a", u"\r", u"x\r", u"a\nb", Text(1, 0xDCE2), u"€"};
+
+std::string SomeBytes(Choices& choices) {
+    std::string bytes;
+    if (choices.OneIn(64)) // a block and a little more or less
+        bytes.assign(65500 + choices.Below(60), choices.OneIn(2) ? '\n' : 'x');
+    for (std::uint32_t left = choices.Below(choices.OneIn(8) ? 400 : 12); left > 0; --left)
+        bytes += choices.Of(Pieces);
+    return bytes;
+}
+
+class Case {
+public:
+    explicit Case(Choices& choices)
+        : Chosen(choices), Path((StorageDevice::Fresh(StorageDevice::Kind::InMemory).Folder() / "stream.txt").string()),
+          Files(Disk) {}
+
+    std::string Run() {
+        const std::string bytes = SomeBytes(Chosen);
+        std::ofstream(Path, std::ios::binary) << bytes;
+        Disk.Put(u"x", bytes);
+        Trace = "[" + bytes + "]\n";
+        common::HostTextStream::Open(Path, StreamMode::Existing, Stream);
+        Files.OpenStream(u"x", StreamMode::Existing, Literal);
+        for (std::uint32_t left = 1 + Chosen.Below(8); left > 0 && Same; --left)
+            Step();
+        Stream.reset();
+        std::ifstream written(Path, std::ios::binary);
+        if (Same)
+            Expect({std::istreambuf_iterator<char>(written), {}}, Disk.Files[u"x"]->Bytes);
+        return Same ? std::string() : Trace;
+    }
+
+private:
+    void Expect(const std::string& product, const std::string& literal) {
+        Same = product == literal;
+        if (!Same)
+            Trace += "product: " + product + "\nliteral: " + literal + "\n";
+    }
+
+    void Step() {
+        const std::uint32_t what = Chosen.Below(6);
+        const std::int64_t most = Chosen.OneIn(3) ? Chosen.Below(1000) : Chosen.Below(4);
+        const Text text = Chosen.Of(Texts);
+        const std::int64_t place = Chosen.Below(static_cast<std::uint32_t>(Literal->Size()) + 2);
+        const Origin origin = Chosen.OneIn(3) ? Origin::End : Origin::Start;
+        Trace += "step " + std::to_string(what) + ", most " + std::to_string(most) + ", place " +
+                 std::to_string(place) + ", [" + modStringTools::ToBytes(text) + "]\n";
+        std::string product;
+        std::string literal;
+        Literal->Seek(Literal->Position(), Origin::Start);
+        switch (what) {
+        case 0:
+            product = std::to_string(Stream->Seek(origin == Origin::End ? -place : place, origin));
+            literal = std::to_string(Literal->Seek(origin == Origin::End ? -place : place, origin));
+            break;
+        case 1:
+            product = Line(*Stream);
+            literal = Line(*Literal);
+            break;
+        case 2:
+            product = Skipped(*Stream, most);
+            literal = Skipped(*Literal, most);
+            break;
+        case 3:
+            product = std::to_string(Stream->WriteLine(text));
+            literal = std::to_string(Literal->WriteLine(text));
+            break;
+        default:
+            Take(most, product, literal);
+        }
+        for (auto [of, to] : {std::pair(Stream.get(), &product), std::pair(Literal.get(), &literal)})
+            *to += " at " + std::to_string(of->Position()) + " of " + std::to_string(of->Size());
+        Expect(product, literal);
+    }
+
+    static std::string Line(TextStream& stream) {
+        Text line;
+        const ErrorNumber error = stream.ReadLine(line);
+        return std::to_string(error) + modStringTools::ToBytes(line);
+    }
+
+    static std::string Skipped(TextStream& stream, std::int64_t most) {
+        std::int64_t passed = 0;
+        const ErrorNumber error = stream.SkipLines(most, passed);
+        return std::to_string(error) + " " + std::to_string(passed);
+    }
+
+    /// How many lines are at hand is the stream's to say; that there is one, and that there are no more than are
+    /// wanted, is not. The literal form reads and writes as many, one by one.
+    void Take(std::int64_t most, std::string& product, std::string& literal) {
+        std::string_view lines;
+        std::int64_t taken = 0;
+        const ErrorNumber error = Stream->ReadLines(most, lines, taken);
+        product = std::to_string(error) + (taken <= most ? "" : "too many") + std::string(lines);
+        literal = "0";
+        const bool isMore = most > 0 && Literal->Position() < Literal->Size();
+        if (isMore && taken == 0)
+            literal += " there is a line";
+        MemoryDisk scratch;
+        MemoryFiles files(scratch);
+        std::unique_ptr<TextStream> copy;
+        files.OpenStream(u"s", StreamMode::Create, copy);
+        for (std::int64_t i = 0; i < taken; ++i) {
+            Text line;
+            Literal->ReadLine(line);
+            copy->WriteLine(line);
+        }
+        literal += scratch.Files[u"s"]->Bytes;
+        if (taken == 0 || !Chosen.OneIn(4))
+            return;
+        Stream->WriteLines(lines);
+        Literal->WriteLines(scratch.Files[u"s"]->Bytes);
+    }
+
+    Choices& Chosen;
+    std::string Path;
+    MemoryDisk Disk;
+    MemoryFiles Files;
+    std::unique_ptr<TextStream> Stream;
+    std::unique_ptr<TextStream> Literal;
+    bool Same = true;
+    std::string Trace;
+};
+
+} // namespace
+
+std::string CompareStreams(Choices& choices) {
+    return Case(choices).Run();
+}
+
+} // namespace reference
