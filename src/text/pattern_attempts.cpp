@@ -171,6 +171,37 @@ void MakeTiedRest(PatternReading& reading, std::size_t number, std::size_t to, P
         *rest++ = MovedForward(found, below);
 }
 
+/// Where an attempt begins, and where it comes to the element behind the `+` signs at the pattern's front.
+struct Attempt {
+    std::size_t Left = 0; ///< 0 where there is none
+    std::size_t Behind = 0;
+};
+
+/// The first attempt from `left` on that isn't refused.
+Attempt FirstNotRefused(const PatternReading& reading, std::size_t left) {
+    const PlaceBits* refused = reading.OutcomeDigit(1);
+    left = FirstOutside(left, [refused](std::size_t word) { return ~refused[word]; });
+    return {left, left};
+}
+
+/// The same for a pattern with a `+` at its front.
+Attempt FirstNotRefusedBehindFront(const PatternReading& reading, std::size_t left) {
+    const Front front{reading.FrontFrom, reading.FrontTo};
+    const PlaceBits* begun = reading.MatchingOf(reading.At(reading.InFront + 1));
+    Element readLast = NoElement;
+    for (; left > 0; --left) {
+        const std::size_t behind = BehindFront(reading, front, readLast, left);
+        readLast = NoElement;
+        if (behind == left && !Has(begun, left))
+            continue; // as no match was begun, no `+` is gone back to
+        const Outcome outcome = OutcomeAt(reading, behind);
+        if (!IsRefusal(outcome))
+            return {left, behind};
+        readLast = RefuserOf(outcome);
+    }
+    return {};
+}
+
 /// A match that is known to come to element `number` at `left`: its last place, told by the characters left behind it.
 std::size_t LeftBehindMatch(const PatternReading& reading, std::size_t number, std::size_t left) {
     Element readLast = NoElement;
@@ -221,34 +252,16 @@ std::int32_t FirstMatch(const PatternReading& reading, std::int32_t from, std::i
     const std::size_t before = std::max(static_cast<std::size_t>(from) - 1, reading.Offset) - reading.Offset;
     if (reading.Hopeless || before >= reading.Length())
         return 0;
-    std::size_t left = reading.Length() - before;
-    std::size_t behind = left;
-    if (reading.InFront == 0) {
-        const PlaceBits* refused = reading.OutcomeDigit(1);
-        left = FirstOutside(left, [refused](std::size_t word) { return ~refused[word]; });
-        behind = left;
-    } else {
-        const Front front{reading.FrontFrom, reading.FrontTo};
-        const PlaceBits* begun = reading.MatchingOf(reading.At(reading.InFront + 1));
-        Element readLast = NoElement;
-        for (; left > 0; --left) {
-            behind = BehindFront(reading, front, readLast, left);
-            readLast = NoElement;
-            if (behind == left && !Has(begun, left))
-                continue;
-            const Outcome outcome = OutcomeAt(reading, behind);
-            if (!IsRefusal(outcome))
-                break;
-            readLast = RefuserOf(outcome);
-        }
-    }
-    if (left == 0 || !Has(reading.OutcomeDigit(0), behind))
+    const std::size_t left = reading.Length() - before;
+    const Attempt attempt =
+        reading.InFront == 0 ? FirstNotRefused(reading, left) : FirstNotRefusedBehindFront(reading, left);
+    if (attempt.Left == 0 || !Has(reading.OutcomeDigit(0), attempt.Behind))
         return 0;
-    const auto position = [&reading](std::size_t each) {
-        return static_cast<std::int32_t>(reading.Offset + reading.Length() - each);
+    const auto position = [&reading](std::size_t behind) {
+        return static_cast<std::int32_t>(reading.Offset + reading.Length() - behind);
     };
-    last = position(LeftBehindMatch(reading, reading.InFront + 1, behind));
-    return position(left) + 1;
+    last = position(LeftBehindMatch(reading, reading.InFront + 1, attempt.Behind));
+    return position(attempt.Left - 1);
 }
 
 } // namespace modStringTools

@@ -82,7 +82,8 @@ struct PatternReading {
 
 /// Reads `pattern`, without its anchors and not empty, against `text` from position `from` on. With `onlyThere` no
 /// match is wanted that begins behind `from`; with `toTheEnd` none that doesn't end with the text.
-/// Takes as many steps as the text has words of places for each element of the pattern, whatever the two hold.
+/// Takes as many steps as the text has words of places for each element of the pattern, whatever the two hold; but as
+/// many as it has places for a `+` of a `+` in a pattern that ends in "$$".
 void ReadPattern(PatternReading& reading, TextView text, std::int32_t from, TextView pattern, bool onlyThere,
                  bool toTheEnd);
 
