@@ -125,15 +125,10 @@ TextView NameOf(TextView variable) {
     return equals + 1 < variable.size() ? variable.substr(0, equals) : variable;
 }
 
-/// Whether a pattern takes a character for something else than itself.
-bool IsSpecial(char16_t character) {
-    return character == u'.' || character == u'+' || character == u'\\' || character == u'^' || character == u'$';
-}
-
 /// The position of a name with a `=` behind it in a list, 0 for none. The name is a pattern; one in which nothing is
 /// special can only stand in front of one of the list's `=`.
 std::int32_t FindVariable(TextView list, TextView name) {
-    if (std::any_of(name.begin(), name.end(), IsSpecial)) {
+    if (modStringTools::HasSpecial(name)) {
         std::int32_t first = 0;
         std::int32_t last = 0;
         return modStringTools::FindPattern(1, list, Text(name) + Equals, first, last, false);

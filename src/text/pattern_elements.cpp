@@ -5,8 +5,6 @@ namespace modStringTools {
 
 namespace {
 
-constexpr char16_t FirstBeyondAscii = 0x80;
-
 char16_t Folded(const Vocabulary& vocabulary, char16_t character) {
     return vocabulary.CaseSensitive ? character : LowerChar(character);
 }

@@ -73,7 +73,7 @@ Search PrepareSearch(TextView text, TextView pattern, bool caseSensitive) {
     if (search.EndAnchored)
         pattern.remove_suffix(1);
     search.Body = pattern;
-    search.Plain = pattern.find_first_of(u".\\+^$") == TextView::npos;
+    search.Plain = !HasSpecial(pattern);
     return search;
 }
 
@@ -120,6 +120,12 @@ void Replace(Text& text, const Search& search, TextView replacement, bool global
 }
 
 } // namespace
+
+bool HasSpecial(TextView pattern) {
+    return std::any_of(pattern.begin(), pattern.end(), [](char16_t each) {
+        return each == u'.' || each == u'+' || each == u'\\' || each == u'^' || each == u'$';
+    });
+}
 
 bool MatchPattern(TextView text, std::int32_t start, TextView pattern, std::int32_t& first, std::int32_t& last,
                   bool caseSensitive) {

@@ -7,6 +7,9 @@
 
 namespace modStringTools {
 
+/// Whether there is anything in a pattern that does not stand for itself. One without is found as it is written.
+bool HasSpecial(TextView pattern);
+
 /// Looks for `pattern` in `text` from position `start` (1-based; below 1 means 1) on. On a match `first` and `last` are
 /// its positions, both inclusive, and the result is true; without one they are 0. With a start behind the text's end or
 /// an empty pattern the result is false and both keep what the caller had in them.
