@@ -15,7 +15,7 @@ const Text Names[] = {u".\\Quorin\\a.txt", u".\\Quorin\\b.txt", u".\\Quorin\\a.p
 
 std::string SomeBytes(Choices& choices) {
     std::string bytes;
-    for (std::uint32_t left = choices.Below(12); left > 0; --left)
+    for (std::uint32_t left = choices.Below(20); left > 0; --left)
         bytes += choices.Of(Pieces);
     return bytes;
 }
@@ -71,7 +71,7 @@ private:
     Text Name(int which) {
         if (OnDisk)
             return Chosen.OneIn(6) ? Names[2 + which] : Names[which];
-        return Chosen.Of(Names);
+        return Chosen.OneIn(2) ? Names[0] : Chosen.Of(Names);
     }
 
     void Open(int which) {
@@ -84,15 +84,27 @@ private:
         Literal.CloseFile(LiteralHandles[which]);
         modFileSystem::OpenFile(Handles[which], name, mode, u"TEXT", u"QVRN");
         Literal.OpenFile(LiteralHandles[which], name, mode, u"TEXT", u"QVRN");
+        if (name == Names[2] && Handles[which].valid && LiteralHandles[which].valid)
+            Fill(which);
         Expect(Shown(Handles[which]), Shown(LiteralHandles[which]));
     }
 
+    void Fill(int which) {
+        for (std::uint32_t left = Chosen.Below(6); left > 0; --left) {
+            const Text& text = Chosen.Of(Texts);
+            Trace += "write [" + modStringTools::ToBytes(text) + "]\n";
+            modFileSystem::WriteFileLine(Handles[which], text);
+            Literal.WriteFileLine(LiteralHandles[which], text);
+        }
+    }
+
     void Step() {
-        const int which = Chosen.OneIn(4) ? 1 : 0;
+        const int which = Chosen.OneIn(3) ? 1 : 0;
         const std::uint32_t what = Chosen.Below(10);
         if (what == 9)
             return Open(which);
-        Line = Chosen.OneIn(4) ? static_cast<std::int32_t>(Chosen.Below(9)) - 2 : 1 + Chosen.Below(4);
+        Line = Chosen.OneIn(4) ? static_cast<std::int32_t>(Chosen.Below(9)) - 2
+                               : 1 + static_cast<std::int32_t>(Chosen.Below(6));
         Position = Chosen.OneIn(8) ? 3 : 1 + Chosen.Below(2);
         Words = Chosen.Of(Texts);
         Trace += "step " + std::to_string(what) + " on " + std::to_string(which) + ", line" + Number(Line) +
