@@ -40,11 +40,13 @@ protected:
         for (const char* command : {"choose Start...", "choose Ok", "choose Open"})
             EXPECT_EQ(console.Tell(command).find("error"), std::string::npos) << command;
     }
-    /// Lets time go by until the screen shows a text; whether it ever does.
+    /// Lets time go by until the screen shows a text; whether it ever does. A machine that stalls for two seconds looks
+    /// like a device that slept: the port is opened anew, the instrument begins again, and a question may come of it.
     static bool Shows(RunningConsole& console, const std::string& text) {
         for (int i = 0; i < 300; ++i) {
             if (console.Tell("screen").find(text) != std::string::npos)
                 return true;
+            console.Tell("answer no");
             console.Tell("tick 100");
         }
         return false;
