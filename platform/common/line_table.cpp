@@ -212,22 +212,34 @@ ErrorNumber LineTable::Remove(std::int64_t position) {
 }
 
 ErrorNumber LineTable::ShiftRecords(std::int64_t position) {
-    // The positions stay, and with them the order of the file: giving each record a new key costs five times as much.
-    constexpr const char* sql = R"(UPDATE "TEXT" SET LineNumber = Before.LineNumber + 1, LineData = Before.LineData )"
-                                R"(FROM "TEXT" AS Before )"
-                                R"(WHERE Before.Position = "TEXT".Position - 1 AND "TEXT".Position > ?1)";
     MoveTo(position);
     if (const ErrorNumber error = MayWrite(); error != NoError)
         return error;
     const std::int64_t count = RecordCount();
-    if (position < 0 || position >= count || !Shift.Prepare(Connection.Handle(), sql))
+    if (position < 0 || position >= count)
         return FileNotFound;
     if (const ErrorNumber error = BeginStep(); error != NoError)
         return error;
-    Shift.Bind(1, position);
-    const ErrorNumber error = Shift.Run();
-    const bool whole = error != NoError || Connection.Changed() == count - 1 - position;
-    return EndStep(whole ? error : FileNotFound);
+    return EndStep(ShiftFrom(position, count - 1 - position));
+}
+
+/// The positions stay, and with them the order of the file: giving each record a new one costs five times as much.
+/// Where the numbers stand in line already, as all but the last one's do, they are not written either.
+ErrorNumber LineTable::ShiftFrom(std::int64_t position, std::int64_t moved) {
+    constexpr const char* numbers = R"(UPDATE "TEXT" SET LineNumber = Before.LineNumber + 1 FROM "TEXT" AS Before )"
+                                    R"(WHERE Before.Position = "TEXT".Position - 1 AND "TEXT".Position > ?1 )"
+                                    R"(AND "TEXT".LineNumber IS NOT Before.LineNumber + 1)";
+    constexpr const char* lines = R"(UPDATE "TEXT" SET LineData = Before.LineData FROM "TEXT" AS Before )"
+                                  R"(WHERE Before.Position = "TEXT".Position - 1 AND "TEXT".Position > ?1)";
+    if (!ShiftNumbers.Prepare(Connection.Handle(), numbers) || !ShiftLines.Prepare(Connection.Handle(), lines))
+        return FileNotFound;
+    ShiftNumbers.Bind(1, position);
+    if (const ErrorNumber error = ShiftNumbers.Run(); error != NoError)
+        return error;
+    ShiftLines.Bind(1, position);
+    if (const ErrorNumber error = ShiftLines.Run(); error != NoError)
+        return error;
+    return Connection.Changed() == moved ? NoError : FileNotFound;
 }
 
 ErrorNumber LineTable::RenumberRecords() {

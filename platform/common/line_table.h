@@ -64,6 +64,7 @@ private:
     ErrorNumber Insert(std::int64_t position);
     ErrorNumber Update(std::int64_t position);
     ErrorNumber Remove(std::int64_t position);
+    ErrorNumber ShiftFrom(std::int64_t position, std::int64_t moved);
     ErrorNumber BeginStep();
     ErrorNumber EndStep(ErrorNumber error);
     bool Load(std::int64_t position, LineRecord& record);
@@ -78,7 +79,8 @@ private:
     SqlStatement UpdateOne;
     SqlStatement DeleteOne;
     SqlStatement CloseGap;
-    SqlStatement Shift;
+    SqlStatement ShiftNumbers;
+    SqlStatement ShiftLines;
     SqlStatement Renumber;
 
     std::int64_t Current = 0; ///< from 0; the count of records when there is no current one
