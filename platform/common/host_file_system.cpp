@@ -1,13 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "platform/common/host_file_system.h"
 
+#include "platform/common/folder_names.h"
 #include "platform/common/host_files.h"
 #include "platform/common/text_stream.h"
 
-#include <algorithm>
 #include <cerrno>
-#include <dirent.h>
-#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 #include <vector>
@@ -15,21 +13,6 @@
 namespace platform::common {
 
 namespace {
-
-/// All names of a folder that are not hidden, in byte order.
-std::vector<std::string> NamesIn(const std::string& folder) {
-    struct CloseDir {
-        void operator()(DIR* opened) const { ::closedir(opened); }
-    };
-    std::vector<std::string> names;
-    const std::unique_ptr<DIR, CloseDir> opened(::opendir(folder.c_str()));
-    while (const dirent* entry = opened ? ::readdir(opened.get()) : nullptr) {
-        if (entry->d_name[0] != '.')
-            names.emplace_back(entry->d_name);
-    }
-    std::sort(names.begin(), names.end());
-    return names;
-}
 
 class HostFolder final : public Folder {
 public:
@@ -52,9 +35,9 @@ public:
     }
 
 private:
-    /// A name of the host that no path of the device can mean, such as one with a backslash, is not listed.
+    /// A hidden name is not listed, nor one of the host that no path of the device can mean, as with a backslash.
     bool IsListed(const std::string& name, Text& fullName) const {
-        if (name.find('\\') != std::string::npos)
+        if (name[0] == '.' || name.find('\\') != std::string::npos)
             return false;
         fullName = Prefix + modStringTools::FromBytes(name);
         std::string path;

@@ -226,9 +226,11 @@ ErrorNumber LineTable::ShiftRecords(std::int64_t position) {
 /// The positions stay, and with them the order of the file: giving each record a new one costs five times as much.
 /// Where the numbers stand in line already, as all but the last one's do, they are not written either.
 ErrorNumber LineTable::ShiftFrom(std::int64_t position, std::int64_t moved) {
-    constexpr const char* numbers = R"(UPDATE "TEXT" SET LineNumber = Before.LineNumber + 1 FROM "TEXT" AS Before )"
-                                    R"(WHERE Before.Position = "TEXT".Position - 1 AND "TEXT".Position > ?1 )"
-                                    R"(AND "TEXT".LineNumber IS NOT Before.LineNumber + 1)";
+    // A number that another tool has left out counts as 0.
+    constexpr const char* numbers =
+        R"(UPDATE "TEXT" SET LineNumber = coalesce(Before.LineNumber, 0) + 1 FROM "TEXT" AS Before )"
+        R"(WHERE Before.Position = "TEXT".Position - 1 AND "TEXT".Position > ?1 )"
+        R"(AND "TEXT".LineNumber IS NOT coalesce(Before.LineNumber, 0) + 1)";
     constexpr const char* lines = R"(UPDATE "TEXT" SET LineData = Before.LineData FROM "TEXT" AS Before )"
                                   R"(WHERE Before.Position = "TEXT".Position - 1 AND "TEXT".Position > ?1)";
     if (!ShiftNumbers.Prepare(Connection.Handle(), numbers) || !ShiftLines.Prepare(Connection.Handle(), lines))
@@ -243,7 +245,7 @@ ErrorNumber LineTable::ShiftFrom(std::int64_t position, std::int64_t moved) {
 }
 
 ErrorNumber LineTable::RenumberRecords() {
-    constexpr const char* sql = R"(UPDATE "TEXT" SET LineNumber = Position + 1 WHERE LineNumber <> Position + 1)";
+    constexpr const char* sql = R"(UPDATE "TEXT" SET LineNumber = Position + 1 WHERE LineNumber IS NOT Position + 1)";
     MoveTo(RecordCount());
     if (const ErrorNumber error = MayWrite(); error != NoError)
         return error;

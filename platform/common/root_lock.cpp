@@ -50,8 +50,8 @@ bool IsStillAt(const std::string& path, int file) {
 
 /// The line is for people; a full disk has no room for it, and the lock holds without.
 void WriteLine(int file, const std::string& line) {
-    if (WriteAll(file, line, 0) == NoError && ::ftruncate(file, static_cast<off_t>(line.size())) != 0)
-        return;
+    const bool written = WriteAll(file, line, 0) == NoError && ::ftruncate(file, static_cast<off_t>(line.size())) == 0;
+    static_cast<void>(written);
 }
 
 } // namespace

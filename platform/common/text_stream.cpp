@@ -18,10 +18,10 @@ constexpr std::size_t BlockSize = 65536;
 /// Bytes whose line feeds are counted at one go. One byte counts them, so there must not be more than 255.
 constexpr std::size_t CountedAtOnce = 240;
 
-/// How often this program has written to any text file. What is written through one stream another one sees at once.
+/// How often this program has written to any text file: each stream looks at its file once more behind that.
 std::uint64_t OwnWrites = 0;
 
-/// A clock that moves on in steps of some milliseconds, which reading it costs next to nothing.
+/// A clock that moves on in steps of some milliseconds. Reading it takes no system call.
 std::int64_t Tick() {
     std::timespec now{};
     ::clock_gettime(CLOCK_MONOTONIC_COARSE, &now);

@@ -100,7 +100,7 @@ void OpenTempFile() {
         name = ScratchName();
         OpenFile(scratch, name, u"r", ScratchCode, ScratchCode);
     } while (scratch.valid); // the name is taken
-    if (DeviceKeptFile()) // or is it?
+    if (DeviceKeptFile())    // or is it?
         platform::RuntimeFailure(u"Can't open " + name + u": " + platform::ErrorText(Slots.OpenError));
     OpenFile(scratch, name, u"w", ScratchCode, ScratchCode);
 }
@@ -115,7 +115,7 @@ void ReplaceWithTempFile(FileHandle& handle) {
     const FileHandle made = scratch;
     CloseFile(scratch);
     CloseFile(handle);
-    // A failure leaves the scratch file where it is: nothing that was written is lost.
+    // Whatever fails, what was written is in the scratch file or in the other one: nothing is lost.
     const auto error = Device().fileSystem.MoveFile(FullName(made), FullName(old));
     if (error != platform::NoError)
         FailOnFile(u"write", old, error);

@@ -182,6 +182,19 @@ TEST_F(LineDatabaseFile, ShiftsNothingWhereARecordIsMissing) {
                 ElementsAre("one", "three", "four"));
 }
 
+TEST_F(LineDatabaseFile, NumbersLinesThatAnotherToolHasLeftWithoutANumber) {
+    const DatabaseId id = Made(u"drivers");
+    for (const char16_t* line : {u"one", u"two", u"three"})
+        Append(id, line);
+    Outside("Databases/drivers.sqlite", R"(UPDATE "TEXT" SET LineNumber = NULL WHERE Position = 1)");
+    EXPECT_EQ(Databases.RenumberRecords(id), NoError);
+    constexpr const char* numbers = R"(SELECT LineNumber FROM "TEXT" ORDER BY Position)";
+    EXPECT_THAT(Outside("Databases/drivers.sqlite", numbers), ElementsAre("1", "2", "3"));
+    Outside("Databases/drivers.sqlite", R"(UPDATE "TEXT" SET LineNumber = NULL WHERE Position = 1)");
+    EXPECT_EQ(Databases.ShiftRecords(id, 0), NoError);
+    EXPECT_THAT(Outside("Databases/drivers.sqlite", numbers), ElementsAre("1", "2", "1"));
+}
+
 TEST_F(LineDatabaseFile, KeepsWhatItHasWhenTheDiskIsFull) {
     const DatabaseId id = Made(u"drivers");
     ASSERT_TRUE(Append(id, u"one"));

@@ -23,14 +23,22 @@ inline std::uint64_t Setting(const char* name, std::uint64_t byDefault) {
     return wanted != nullptr ? std::strtoull(wanted, nullptr, 10) : byDefault;
 }
 
+// g++ tells by a macro of its own, clang by a feature.
+#if defined(__SANITIZE_ADDRESS__)
+inline constexpr bool Sanitized = true;
+#elif defined(__has_feature)
+inline constexpr bool Sanitized = __has_feature(address_sanitizer);
+#else
+inline constexpr bool Sanitized = false;
+#endif
+
 /// Runs so many cases, each from a seed of its own. QUORIN_SEED in the environment is the seed of the first one, and
 /// QUORIN_CASES multiplies their number: 1 and 1 by default. Under the sanitizers a tenth of them has to do.
 inline void ExpectAgreement(Comparison compare, std::uint64_t cases) {
     const std::uint64_t first = Setting("QUORIN_SEED", 1);
     cases *= Setting("QUORIN_CASES", 1);
-#ifdef __SANITIZE_ADDRESS__
-    cases /= 10;
-#endif
+    if (Sanitized)
+        cases /= 10;
     std::cout << cases << " cases, seeds " << first << " to " << first + cases - 1 << std::endl;
     for (std::uint64_t seed = first; seed < first + cases; ++seed) {
         Choices choices(seed);

@@ -181,8 +181,11 @@ std::string CompareLongMatch(Choices& choices) {
 }
 
 std::string CompareRests(Choices& choices) {
-    const Text text = Drawn(choices, choices.OneIn(2) ? u"aab1$" : u"ab", 11) + u"a";
-    const Text pattern = WithFewRepetitions(u"." + RowsOfRepetitions(choices, 5) + u"a", 6);
+    const TextView alphabet = choices.OneIn(2) ? u"aab1$" : u"ab";
+    // Some go over the places of one word, where what is spread over places is carried on.
+    const bool isLong = choices.OneIn(256);
+    const Text text = (isLong ? Runs(choices, alphabet, 60 + choices.Below(70)) : Drawn(choices, alphabet, 11)) + u"a";
+    const Text pattern = WithFewRepetitions(u"." + RowsOfRepetitions(choices, 5) + u"a", isLong ? 3 : 6);
     const Text dollars(choices.Below(5), u'$');
     const bool toTheEnd = !dollars.empty();
     const Text body = toTheEnd ? pattern + dollars.substr(1) : pattern;
