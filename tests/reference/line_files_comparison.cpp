@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "tests/reference/course.h"
 #include "tests/reference/line_files_reference.h"
 #include "tests/reference/storage_comparison.h"
 #include "tests/reference/storage_device.h"
@@ -44,29 +45,22 @@ public:
             if (Chosen.OneIn(3))
                 continue;
             const std::string bytes = SomeBytes(Chosen);
-            Trace += modStringTools::ToBytes(name) + " = [" + bytes + "]\n";
+            SoFar.Note(modStringTools::ToBytes(name) + " = [" + bytes + "]");
             Device.Put(name, bytes);
             Disk.Put(name, bytes);
         }
         Open(0);
-        for (std::uint32_t left = 1 + Chosen.Below(7); left > 0 && Same; --left)
+        for (std::uint32_t left = 1 + Chosen.Below(7); left > 0 && SoFar.Agrees(); --left)
             Step();
         for (int which : {0, 1}) {
             modFileSystem::CloseFile(Handles[which]);
             Literal.CloseFile(LiteralHandles[which]);
         }
-        if (Same)
-            Expect(Device.Shown(), Disk.Shown());
-        return Same ? std::string() : Trace;
+        SoFar.Expect(Device.Shown(), Disk.Shown());
+        return SoFar.Difference();
     }
 
 private:
-    void Expect(const std::string& product, const std::string& literal) {
-        Same = product == literal;
-        if (!Same)
-            Trace += "product: " + product + "\nliteral: " + literal + "\n";
-    }
-
     /// On a real disk two handles stand on two files: what a file's time can't tell is no matter of the forms.
     Text Name(int which) {
         if (OnDisk)
@@ -79,20 +73,20 @@ private:
         const Text modes[] = {u"a", u"w", u"r"};
         // Who opens a database for reading must not write to it.
         const Text& mode = modes[Chosen.Below(name == Names[2] ? 2 : 3)];
-        Trace += "open " + std::to_string(which) + " " + modStringTools::ToBytes(name + u" " + mode) + "\n";
+        SoFar.Note("open " + std::to_string(which) + " " + modStringTools::ToBytes(name + u" " + mode));
         modFileSystem::CloseFile(Handles[which]);
         Literal.CloseFile(LiteralHandles[which]);
         modFileSystem::OpenFile(Handles[which], name, mode, u"TEXT", u"QVRN");
         Literal.OpenFile(LiteralHandles[which], name, mode, u"TEXT", u"QVRN");
         if (name == Names[2] && Handles[which].valid && LiteralHandles[which].valid)
             Fill(which);
-        Expect(Shown(Handles[which]), Shown(LiteralHandles[which]));
+        SoFar.Expect(Shown(Handles[which]), Shown(LiteralHandles[which]));
     }
 
     void Fill(int which) {
         for (std::uint32_t left = Chosen.Below(6); left > 0; --left) {
             const Text& text = Chosen.Of(Texts);
-            Trace += "write [" + modStringTools::ToBytes(text) + "]\n";
+            SoFar.Note("write [" + modStringTools::ToBytes(text) + "]");
             modFileSystem::WriteFileLine(Handles[which], text);
             Literal.WriteFileLine(LiteralHandles[which], text);
         }
@@ -107,11 +101,11 @@ private:
                                : 1 + static_cast<std::int32_t>(Chosen.Below(6));
         Position = Chosen.OneIn(8) ? 3 : 1 + Chosen.Below(2);
         Words = Chosen.Of(Texts);
-        Trace += "step " + std::to_string(what) + " on " + std::to_string(which) + ", line" + Number(Line) +
-                 ", position" + Number(Position) + ", [" + modStringTools::ToBytes(Words) + "]\n";
+        SoFar.Note("step " + std::to_string(what) + " on " + std::to_string(which) + ", line" + Number(Line) +
+                   ", position" + Number(Position) + ", [" + modStringTools::ToBytes(Words) + "]");
         const std::string product = Product(Handles[which], what);
         const std::string literal = ByTheLetter(LiteralHandles[which], what);
-        Expect(product + Shown(Handles[which]), literal + Shown(LiteralHandles[which]));
+        SoFar.Expect(product + Shown(Handles[which]), literal + Shown(LiteralHandles[which]));
     }
 
     std::string Product(FileHandle& handle, std::uint32_t what) {
@@ -176,8 +170,7 @@ private:
     std::int32_t Line = 0;
     std::int32_t Position = 0;
     Text Words;
-    bool Same = true;
-    std::string Trace;
+    Course SoFar;
 };
 
 } // namespace

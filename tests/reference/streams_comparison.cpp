@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "platform/common/text_stream.h"
+#include "tests/reference/course.h"
 #include "tests/reference/storage_comparison.h"
 #include "tests/reference/storage_device.h"
 
@@ -34,33 +35,26 @@ public:
         const std::string bytes = SomeBytes(Chosen);
         std::ofstream(Path, std::ios::binary) << bytes;
         Disk.Put(u"x", bytes);
-        Trace = "[" + bytes + "]\n";
+        SoFar.Note("[" + bytes + "]");
         common::HostTextStream::Open(Path, StreamMode::Existing, Stream);
         Files.OpenStream(u"x", StreamMode::Existing, Literal);
-        for (std::uint32_t left = 1 + Chosen.Below(8); left > 0 && Same; --left)
+        for (std::uint32_t left = 1 + Chosen.Below(8); left > 0 && SoFar.Agrees(); --left)
             Step();
         Stream.reset();
         std::ifstream written(Path, std::ios::binary);
-        if (Same)
-            Expect({std::istreambuf_iterator<char>(written), {}}, Disk.Files[u"x"]->Bytes);
-        return Same ? std::string() : Trace;
+        SoFar.Expect({std::istreambuf_iterator<char>(written), {}}, Disk.Files[u"x"]->Bytes);
+        return SoFar.Difference();
     }
 
 private:
-    void Expect(const std::string& product, const std::string& literal) {
-        Same = product == literal;
-        if (!Same)
-            Trace += "product: " + product + "\nliteral: " + literal + "\n";
-    }
-
     void Step() {
         const std::uint32_t what = Chosen.Below(6);
         const std::int64_t most = Chosen.OneIn(3) ? Chosen.Below(1000) : Chosen.Below(4);
         const Text text = Chosen.Of(Texts);
         const std::int64_t place = Chosen.Below(static_cast<std::uint32_t>(Literal->Size()) + 2);
         const Origin origin = Chosen.OneIn(3) ? Origin::End : Origin::Start;
-        Trace += "step " + std::to_string(what) + ", most " + std::to_string(most) + ", place " +
-                 std::to_string(place) + ", [" + modStringTools::ToBytes(text) + "]\n";
+        SoFar.Note("step " + std::to_string(what) + ", most " + std::to_string(most) + ", place " +
+                   std::to_string(place) + ", [" + modStringTools::ToBytes(text) + "]");
         std::string product;
         std::string literal;
         Literal->Seek(Literal->Position(), Origin::Start);
@@ -86,7 +80,7 @@ private:
         }
         for (auto [of, to] : {std::pair(Stream.get(), &product), std::pair(Literal.get(), &literal)})
             *to += " at " + std::to_string(of->Position()) + " of " + std::to_string(of->Size());
-        Expect(product, literal);
+        SoFar.Expect(product, literal);
     }
 
     static std::string Line(TextStream& stream) {
@@ -134,8 +128,7 @@ private:
     MemoryFiles Files;
     std::unique_ptr<TextStream> Stream;
     std::unique_ptr<TextStream> Literal;
-    bool Same = true;
-    std::string Trace;
+    Course SoFar;
 };
 
 } // namespace

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "storage/keyed_tables.h"
+#include "tests/reference/course.h"
 #include "tests/reference/storage_comparison.h"
 #include "tests/reference/storage_device.h"
 #include "tests/reference/tables_reference.h"
@@ -61,27 +62,20 @@ public:
         for (std::uint32_t left = Chosen.Below(7); left > 0; --left)
             bytes += std::string(Chosen.Of(Lines)) + (left > 1 || Chosen.Below(3) < 2 ? "\n" : "");
         if (!Chosen.OneIn(8)) {
-            Trace += "t.txt = [" + bytes + "]\n";
+            SoFar.Note("t.txt = [" + bytes + "]");
             Device.Put(Names[0], bytes);
             Disk.Put(Names[0], bytes);
         }
         Do(0);
-        for (std::uint32_t left = 1 + Chosen.Below(8); left > 0 && Same && !Over; --left)
+        for (std::uint32_t left = 1 + Chosen.Below(8); left > 0 && SoFar.Agrees() && !Over; --left)
             Do(Chosen.Below(16));
         modFileSystem::CloseTable();
         Literal.CloseTable();
-        if (Same)
-            Expect(Device.Shown(), Disk.Shown());
-        return Same ? std::string() : Trace;
+        SoFar.Expect(Device.Shown(), Disk.Shown());
+        return SoFar.Difference();
     }
 
 private:
-    void Expect(const std::string& product, const std::string& literal) {
-        Same = product == literal;
-        if (!Same)
-            Trace += "product: " + product + "\nliteral: " + literal + "\n";
-    }
-
     void Do(std::uint32_t what) {
         const Text modes[] = {u"a", u"r", u"w"};
         Name = Names[Chosen.OneIn(OnDisk ? 12 : 4) ? 1 + Chosen.Below(2) : 0];
@@ -91,13 +85,12 @@ private:
         Value = Chosen.Of(Values);
         Selection = Chosen.Of(Selections);
         Header = Chosen.Of(Headers);
-        Trace += "step " + std::to_string(what) + " row" + Number(Row) + " of " +
-                 modStringTools::ToBytes(Name + u" " + Mode + u", " + Column + u" = [" + Value + u"], " + Selection) +
-                 "\n";
+        SoFar.Note("step " + std::to_string(what) + " row" + Number(Row) + " of " +
+                   modStringTools::ToBytes(Name + u" " + Mode + u", " + Column + u" = [" + Value + u"], " + Selection));
         const std::string product = Product(what);
         const std::string literal = ByTheLetter(what);
         Over = product == "stopped";
-        Expect(product + (Over ? "" : Shown(Table)), literal + (Over ? "" : Shown(Literal)));
+        SoFar.Expect(product + (Over ? "" : Shown(Table)), literal + (Over ? "" : Shown(Literal)));
     }
 
     std::string Product(std::uint32_t what) {
@@ -209,9 +202,8 @@ private:
     Tables Literal;
     Text Name, Mode, Column, Value, Selection, Header;
     std::int32_t Row = 0;
-    bool Same = true;
     bool Over = false;
-    std::string Trace;
+    Course SoFar;
 };
 
 } // namespace
