@@ -3,6 +3,7 @@
 #pragma once
 
 #include "platform/device/no_commands.h"
+#include "platform/device/silent_watcher.h"
 #include "platform/headless/headless_platform.h"
 
 #include <string>
@@ -10,16 +11,10 @@
 namespace bench {
 
 /// Sees to it that nothing is measured that did not go as planned.
-class BenchWatcher final : public platform::device::Watcher {
+class BenchWatcher final : public platform::device::SilentWatcher {
 public:
     // A box would be waited for until the end of days.
     void BoxOpened(const Text& text, platform::BoxButtons, platform::BoxIcon, const Text&) override;
-    void TonePlayed(std::int32_t, std::int32_t) override {}
-    void StatusShown(const Text&) override {}
-    void StatusHidden() override {}
-    void KeyGrabbed(std::int32_t) override {}
-    void KeyReleased(std::int32_t) override {}
-    void CharacterSent(std::int32_t) override {}
     void WritingFailed(const Text& name, platform::ErrorNumber error) override;
 };
 

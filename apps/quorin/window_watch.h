@@ -3,6 +3,7 @@
 #pragma once
 
 #include "apps/quorin/link_line.h"
+#include "platform/device/silent_watcher.h"
 #include "platform/host/tones.h"
 #include "platform/qt/qt_platform.h"
 
@@ -11,18 +12,12 @@
 
 namespace quorin {
 
-class WindowWatch final : public platform::device::Watcher, public platform::device::EventSource {
+class WindowWatch final : public platform::device::SilentWatcher, public platform::device::EventSource {
 public:
     /// Tells the window of this device from now on.
     void Attach(platform::qt::QtPlatform& device);
 
-    void BoxOpened(const Text&, platform::BoxButtons, platform::BoxIcon, const Text&) override {}
     void TonePlayed(std::int32_t hertz, std::int32_t milliseconds) override;
-    void StatusShown(const Text&) override {}
-    void StatusHidden() override {}
-    void KeyGrabbed(std::int32_t) override {}
-    void KeyReleased(std::int32_t) override {}
-    void CharacterSent(std::int32_t) override {}
     void WritingFailed(const Text& name, platform::ErrorNumber error) override;
 
     // The line is looked at when the loop comes by, which the link's timer makes it do twice a second.

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "platform/device/no_commands.h"
+#include "platform/device/silent_watcher.h"
 #include "platform/headless/headless_platform.h"
 #include "tests/reference/memory_disk.h"
 
@@ -44,16 +45,7 @@ private:
     explicit StorageDevice(Kind kind);
     void Empty();
 
-    struct Nobody final : platform::device::NoCommands, platform::device::Watcher {
-        void BoxOpened(const Text&, platform::BoxButtons, platform::BoxIcon, const Text&) override {}
-        void TonePlayed(std::int32_t, std::int32_t) override {}
-        void StatusShown(const Text&) override {}
-        void StatusHidden() override {}
-        void KeyGrabbed(std::int32_t) override {}
-        void KeyReleased(std::int32_t) override {}
-        void CharacterSent(std::int32_t) override {}
-        void WritingFailed(const Text&, platform::ErrorNumber) override {}
-    };
+    struct Nobody final : platform::device::NoCommands, platform::device::SilentWatcher {};
     struct NoSettings final : platform::Settings {
         Text Get(const Text&, const Text&, const Text&, const Text&) const override { return u".\\"; }
         platform::ErrorNumber Save(const Text&, const Text&, const Text&, const Text&) override { return {}; }
