@@ -5,6 +5,7 @@
 #include "apps/quorin/options.h"
 #include "apps/quorin/signals.h"
 #include "apps/quorin/window_watch.h"
+#include "platform/common/host_files.h"
 #include "platform/common/root_lock.h"
 #include "platform/device/form_events.h"
 #include "platform/device/no_commands.h"
@@ -78,7 +79,7 @@ std::string FindPlaces(quorin::Options& options) {
     if (!settings)
         return "--settings is needed: neither XDG_CONFIG_HOME nor HOME is set";
     options.Device.Settings = *settings;
-    platform::host::MakePrivateFolders(settings->substr(0, settings->rfind('/')));
+    platform::common::MakeFolders(settings->substr(0, settings->rfind('/')));
     return {};
 }
 
@@ -170,7 +171,7 @@ int main(int count, char** words) {
     if (const std::string missing = FindPlaces(options); !missing.empty())
         return NotStarted(missing);
     const std::string& root = options.Device.Root;
-    if (const auto error = platform::host::MakePrivateFolders(root); error != platform::NoError)
+    if (const auto error = platform::common::MakeFolders(root); error != platform::NoError)
         return NotStarted("can't use the root folder " + root + ": " +
                           modStringTools::ToBytes(platform::ErrorText(error)));
     // Before the lock: a process that is forked would hold it as well.

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "platform/common/folder_names.h"
 
-#include "platform/common/host_files.h"
-
 #include <algorithm>
 #include <array>
 #include <dirent.h>
@@ -23,21 +21,34 @@ bool IsControl(char byte) {
 
 } // namespace
 
-std::vector<std::string> NamesIn(const std::string& folder) {
-    struct Close {
-        void operator()(DIR* opened) const { ::closedir(opened); }
-    };
+namespace {
+
+struct CloseFolder {
+    void operator()(DIR* opened) const { ::closedir(opened); }
+};
+
+using OpenedFolder = std::unique_ptr<DIR, CloseFolder>;
+
+std::vector<std::string> NamesInOpened(const OpenedFolder& opened) {
     std::vector<std::string> names;
-    const std::unique_ptr<DIR, Close> opened(::opendir(folder.c_str()));
-    if (!opened)
-        return names;
-    while (const dirent* entry = ::readdir(opened.get())) {
+    while (const dirent* entry = opened ? ::readdir(opened.get()) : nullptr) {
         const std::string name = entry->d_name;
         if (name != "." && name != "..")
             names.push_back(name);
     }
     std::sort(names.begin(), names.end());
     return names;
+}
+
+} // namespace
+
+std::vector<std::string> NamesIn(const std::string& folder) {
+    return NamesInOpened(OpenedFolder(::opendir(folder.c_str())));
+}
+
+std::vector<std::string> NamesIn(const Descriptor& folder) {
+    const int opened = ::openat(folder.Number(), ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    return NamesInOpened(OpenedFolder(opened < 0 ? nullptr : ::fdopendir(opened)));
 }
 
 std::string NameOf(const std::string& path) {

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/common/host_files.h"
+
 #include <string>
 #include <vector>
 
@@ -8,6 +10,7 @@ namespace platform::common {
 
 /// The names in a folder in the order of their bytes, without `.` and `..`. None of a folder that can't be read.
 std::vector<std::string> NamesIn(const std::string& folder);
+std::vector<std::string> NamesIn(const Descriptor& folder);
 
 /// The last part of a path.
 std::string NameOf(const std::string& path);

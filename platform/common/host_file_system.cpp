@@ -2,11 +2,9 @@
 #include "platform/common/host_file_system.h"
 
 #include "platform/common/folder_names.h"
-#include "platform/common/host_files.h"
 #include "platform/common/text_stream.h"
 
 #include <cerrno>
-#include <sys/stat.h>
 #include <unistd.h>
 #include <vector>
 
@@ -16,11 +14,10 @@ namespace {
 
 class HostFolder final : public Folder {
 public:
-    HostFolder(const PathMap& paths, Text prefix, std::string hostPath)
-        : Paths(paths), Prefix(std::move(prefix)), HostPath(std::move(hostPath)) {}
+    HostFolder(const PathMap& paths, Text prefix, std::vector<std::string> names)
+        : Paths(paths), Prefix(std::move(prefix)), Names(std::move(names)) {}
 
     Text FirstFile(std::int32_t) override {
-        Names = NamesIn(HostPath);
         Next = 0;
         return NextFile();
     }
@@ -40,13 +37,12 @@ private:
         if (name[0] == '.' || name.find('\\') != std::string::npos)
             return false;
         fullName = Prefix + modStringTools::FromBytes(name);
-        std::string path;
-        return Paths.HostPath(fullName, path) == NoError && IsRegularFile(path);
+        FileEntry entry;
+        return Paths.Entry(fullName, LastLink::Follow, entry) == NoError && IsRegularFile(entry);
     }
 
     PathMap Paths;
     Text Prefix;
-    std::string HostPath;
     std::vector<std::string> Names;
     std::size_t Next = 0;
 };
@@ -54,65 +50,60 @@ private:
 } // namespace
 
 ErrorNumber HostFileSystem::OpenFolder(const Text& path, bool create, std::unique_ptr<Folder>& folder) {
-    std::string hostPath;
-    if (const ErrorNumber error = Paths.HostPath(path, hostPath); error != NoError)
+    if (const ErrorNumber error = create ? Paths.MakeFolder(path) : NoError; error != NoError)
         return error;
-    if (create) {
-        if (const ErrorNumber error = MakeFolders(hostPath); error != NoError)
-            return error;
-    } else if (!IsFolder(hostPath)) {
-        return FileNotFound;
-    }
+    Descriptor opened;
+    if (const ErrorNumber error = Paths.OpenFolder(path, opened); error != NoError)
+        return error;
     const Text prefix = path.back() == u'\\' ? path : path + u'\\';
-    folder = std::make_unique<HostFolder>(Paths, prefix, hostPath);
+    folder = std::make_unique<HostFolder>(Paths, prefix, NamesIn(opened));
     return NoError;
 }
 
-/// The host path of a file: a `\` at the end of a name would make it a folder's.
-ErrorNumber HostFileSystem::FilePath(const Text& fullName, std::string& hostPath) const {
+/// The entry of a file: a `\` at the end of a name would make it a folder's.
+ErrorNumber HostFileSystem::Entry(const Text& fullName, LastLink lastLink, FileEntry& entry) const {
     if (fullName.empty() || fullName.back() == u'\\')
         return PathRefused;
-    return Paths.HostPath(fullName, hostPath);
+    return Paths.Entry(fullName, lastLink, entry);
 }
 
 ErrorNumber HostFileSystem::OpenStream(const Text& fullName, StreamMode mode, std::unique_ptr<TextStream>& stream) {
-    std::string hostPath;
-    const ErrorNumber error = FilePath(fullName, hostPath);
-    return error == NoError ? HostTextStream::Open(hostPath, mode, stream) : error;
+    FileEntry entry;
+    const ErrorNumber error = Entry(fullName, LastLink::Follow, entry);
+    return error == NoError ? HostTextStream::Open(std::move(entry), mode, stream) : error;
 }
 
 ErrorNumber HostFileSystem::CopyFile(const Text& source, const Text& destination, bool overwrite) {
-    std::string from;
-    std::string to;
-    if (const ErrorNumber error = FilePath(source, from); error != NoError)
+    FileEntry from;
+    FileEntry to;
+    if (const ErrorNumber error = Entry(source, LastLink::Follow, from); error != NoError)
         return error;
-    if (const ErrorNumber error = FilePath(destination, to); error != NoError)
+    if (const ErrorNumber error = Entry(destination, LastLink::Follow, to); error != NoError)
         return error;
-    return !overwrite && IsRegularFile(from) && ::access(to.c_str(), F_OK) == 0 ? FileExists : CopyOver(from, to);
+    return !overwrite && IsRegularFile(from) && IsThere(to) ? FileExists : CopyOver(from, std::move(to));
 }
 
 ErrorNumber HostFileSystem::MoveFile(const Text& source, const Text& destination) {
-    std::string from;
-    std::string to;
-    if (const ErrorNumber error = FilePath(source, from); error != NoError)
+    FileEntry from;
+    FileEntry to;
+    if (const ErrorNumber error = Entry(source, LastLink::Follow, from); error != NoError)
         return error;
-    const ErrorNumber error = FilePath(destination, to);
-    return error == NoError ? MoveOver(from, to) : error;
+    const ErrorNumber error = Entry(destination, LastLink::Follow, to);
+    return error == NoError ? MoveOver(from, std::move(to)) : error;
 }
 
 ErrorNumber HostFileSystem::DeleteFile(const Text& fullName) {
-    std::string target;
-    std::string entry;
-    if (const ErrorNumber error = FilePath(fullName, target); error != NoError)
+    FileEntry target;
+    FileEntry entry;
+    if (const ErrorNumber error = Entry(fullName, LastLink::Follow, target); error != NoError)
         return error;
-    if (const ErrorNumber error = Paths.EntryPath(fullName, entry); error != NoError)
+    if (const ErrorNumber error = Entry(fullName, LastLink::Keep, entry); error != NoError)
         return error;
-    struct stat found {};
-    if (::stat(target.c_str(), &found) != 0)
+    if (!IsThere(target))
         return FromErrno(errno);
-    if (!S_ISREG(found.st_mode))
+    if (!IsRegularFile(target))
         return PathRefused;
-    return ::unlink(entry.c_str()) == 0 ? NoError : FromErrno(errno);
+    return ::unlinkat(entry.Folder.Number(), entry.Name.c_str(), 0) == 0 ? NoError : FromErrno(errno);
 }
 
 } // namespace platform::common

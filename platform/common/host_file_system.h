@@ -21,7 +21,7 @@ public:
     ErrorNumber DeleteFile(const Text& fullName) override;
 
 private:
-    ErrorNumber FilePath(const Text& fullName, std::string& hostPath) const;
+    ErrorNumber Entry(const Text& fullName, LastLink lastLink, FileEntry& entry) const;
 
     PathMap Paths;
 };

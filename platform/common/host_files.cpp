@@ -23,17 +23,17 @@ ErrorNumber LastError() {
     return FromErrno(errno);
 }
 
-bool IsOfKind(const std::string& path, mode_t kind) {
-    struct stat found {};
-    return ::stat(path.c_str(), &found) == 0 && (found.st_mode & S_IFMT) == kind;
+bool LookAt(const FileEntry& entry, struct stat& found) {
+    return ::fstatat(entry.Folder.Number(), entry.Name.c_str(), &found, AT_SYMLINK_NOFOLLOW) == 0;
 }
 
 ErrorNumber MakeOneFolder(const std::string& path) {
-    if (::mkdir(path.c_str(), 0777) == 0)
+    if (::mkdir(path.c_str(), OwnersFolder) == 0)
         return SyncFolder(FolderOf(path));
-    if (errno != EEXIST)
-        return LastError();
-    return IsFolder(path) ? NoError : FileNotFound;
+    const int reason = errno;
+    if (IsFolder(path)) // a read-only disk says that it is read-only, and not that the folder is there
+        return NoError;
+    return reason == EEXIST ? FileNotFound : FromErrno(reason);
 }
 
 } // namespace
@@ -89,13 +89,23 @@ ErrorNumber Descriptor::Close() {
     return closed == 0 || errno == EINTR ? NoError : LastError();
 }
 
-ErrorNumber OpenRegular(const std::string& path, int flags, Descriptor& file) {
+ErrorNumber EntryAt(const std::string& path, FileEntry& entry) {
+    std::string target;
+    if (!Canonical(path, target))
+        target = path;
+    entry.Name = target.substr(target.find_last_of('/') + 1);
+    entry.Folder = Descriptor(::open(FolderOf(target).c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
+    return entry.Folder.Valid() ? NoError : LastError();
+}
+
+ErrorNumber OpenRegular(const FileEntry& entry, int flags, Descriptor& file) {
     struct stat found {};
-    if (::stat(path.c_str(), &found) != 0)
+    if (!LookAt(entry, found))
         return LastError();
     if (!S_ISREG(found.st_mode))
         return PathRefused;
-    Descriptor opened(::open(path.c_str(), flags | O_CLOEXEC | O_NONBLOCK | O_NOCTTY | O_NOFOLLOW));
+    const int safely = O_CLOEXEC | O_NONBLOCK | O_NOCTTY | O_NOFOLLOW;
+    Descriptor opened(::openat(entry.Folder.Number(), entry.Name.c_str(), flags | safely));
     if (!opened.Valid() || ::fstat(opened.Number(), &found) != 0)
         return LastError();
     if (!S_ISREG(found.st_mode))
@@ -104,8 +114,8 @@ ErrorNumber OpenRegular(const std::string& path, int flags, Descriptor& file) {
     return NoError;
 }
 
-ErrorNumber CreateRegular(const std::string& path, int flags, Descriptor& file) {
-    Descriptor made(::open(path.c_str(), flags | O_CREAT | O_EXCL | O_CLOEXEC, 0666));
+ErrorNumber CreateRegular(const Descriptor& folder, const std::string& name, int flags, Descriptor& file) {
+    Descriptor made(::openat(folder.Number(), name.c_str(), flags | O_CREAT | O_EXCL | O_CLOEXEC, OwnersFile));
     if (!made.Valid())
         return LastError();
     file = std::move(made);
@@ -125,12 +135,19 @@ ErrorNumber WriteAll(int file, std::string_view bytes, std::int64_t offset) {
     return NoError;
 }
 
-bool IsRegularFile(const std::string& path) {
-    return IsOfKind(path, S_IFREG);
+bool IsThere(const FileEntry& entry) {
+    struct stat found {};
+    return LookAt(entry, found);
+}
+
+bool IsRegularFile(const FileEntry& entry) {
+    struct stat found {};
+    return LookAt(entry, found) && S_ISREG(found.st_mode);
 }
 
 bool IsFolder(const std::string& path) {
-    return IsOfKind(path, S_IFDIR);
+    struct stat found {};
+    return ::stat(path.c_str(), &found) == 0 && S_ISDIR(found.st_mode);
 }
 
 bool Canonical(const std::string& path, std::string& canonical) {
@@ -151,6 +168,15 @@ std::string FolderOf(const std::string& path) {
     return slash == 0 ? "/" : path.substr(0, slash);
 }
 
+ErrorNumber PathOf(const Descriptor& folder, std::string& path) {
+    struct stat held {};
+    struct stat named {};
+    const std::string link = "/proc/self/fd/" + std::to_string(folder.Number());
+    if (::fstat(folder.Number(), &held) != 0 || !Canonical(link, path) || ::stat(path.c_str(), &named) != 0)
+        return LastError();
+    return held.st_dev == named.st_dev && held.st_ino == named.st_ino ? NoError : FileNotFound;
+}
+
 ErrorNumber MakeFolders(const std::string& path) {
     for (std::size_t end = path.find('/', 1);; end = path.find('/', end + 1)) {
         if (const ErrorNumber error = MakeOneFolder(path.substr(0, end)); error != NoError)
@@ -160,26 +186,38 @@ ErrorNumber MakeFolders(const std::string& path) {
     }
 }
 
-ErrorNumber SyncFolder(const std::string& folder) {
-    const Descriptor opened(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (!opened.Valid())
+namespace {
+
+ErrorNumber SyncOpened(const Descriptor& folder) {
+    if (!folder.Valid())
         return LastError();
     // Some file systems can't sync a folder, and say so: their names need no such step.
-    return ::fsync(opened.Number()) == 0 || errno == EINVAL ? NoError : LastError();
+    return ::fsync(folder.Number()) == 0 || errno == EINVAL ? NoError : LastError();
+}
+
+} // namespace
+
+ErrorNumber SyncFolder(const Descriptor& folder) {
+    return SyncOpened(Descriptor(::openat(folder.Number(), ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC)));
+}
+
+ErrorNumber SyncFolder(const std::string& folder) {
+    return SyncOpened(Descriptor(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)));
 }
 
 namespace {
 
 /// Looks at a file that is to be replaced, if it is there. A rename would replace a write-protected one without a word.
-ErrorNumber MayBeReplaced(const std::string& path, bool& exists, mode_t& permissions) {
+ErrorNumber MayBeReplaced(const FileEntry& entry, bool& exists, mode_t& permissions) {
     struct stat found {};
-    exists = ::stat(path.c_str(), &found) == 0;
+    exists = LookAt(entry, found);
     permissions = found.st_mode & 07777;
     if (!exists)
         return errno == ENOENT ? NoError : LastError();
     if (!S_ISREG(found.st_mode))
         return PathRefused;
-    return ::faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) == 0 ? NoError : LastError();
+    const int mayWrite = ::faccessat(entry.Folder.Number(), entry.Name.c_str(), W_OK, AT_EACCESS);
+    return mayWrite == 0 ? NoError : LastError();
 }
 
 /// A card's file system may hold no permissions, and refuse: there is nothing to keep then.
@@ -209,7 +247,7 @@ ErrorNumber CopyBytes(int from, int to) {
 
 Replacement::~Replacement() {
     if (Beside.Valid())
-        ::unlink(BesideName.c_str());
+        ::unlinkat(Target.Folder.Number(), BesideName.c_str(), 0);
 }
 
 ErrorNumber Replacement::Begin() {
@@ -217,16 +255,16 @@ ErrorNumber Replacement::Begin() {
     mode_t permissions = 0;
     if (const ErrorNumber error = MayBeReplaced(Target, exists, permissions); error != NoError)
         return error;
-    if (const ErrorNumber error = MakeBeside(FolderOf(Target)); error != NoError)
+    if (const ErrorNumber error = MakeBeside(); error != NoError)
         return error;
     return exists ? Permit(Beside.Number(), permissions) : NoError;
 }
 
-ErrorNumber Replacement::MakeBeside(const std::string& folder) {
-    const std::string stem = folder + "/.quorin-" + std::to_string(::getpid()) + "-";
+ErrorNumber Replacement::MakeBeside() {
+    const std::string stem = ".quorin-" + std::to_string(::getpid()) + "-";
     for (int attempt = 0; attempt < BesideTries; ++attempt) {
         BesideName = stem + std::to_string(attempt);
-        const ErrorNumber error = CreateRegular(BesideName, O_WRONLY, Beside);
+        const ErrorNumber error = CreateRegular(Target.Folder, BesideName, O_WRONLY, Beside);
         if (error != FileExists)
             return error;
     }
@@ -234,18 +272,19 @@ ErrorNumber Replacement::MakeBeside(const std::string& folder) {
 }
 
 ErrorNumber Replacement::Commit() {
-    if (::fsync(Beside.Number()) != 0 || ::rename(BesideName.c_str(), Target.c_str()) != 0)
+    const int folder = Target.Folder.Number();
+    if (::fsync(Beside.Number()) != 0 || ::renameat(folder, BesideName.c_str(), folder, Target.Name.c_str()) != 0)
         return LastError();
     const ErrorNumber closed = Beside.Close();
-    const ErrorNumber synced = SyncFolder(FolderOf(Target));
+    const ErrorNumber synced = SyncFolder(Target.Folder);
     return closed != NoError ? closed : synced;
 }
 
-ErrorNumber CopyOver(const std::string& source, const std::string& target) {
+ErrorNumber CopyOver(const FileEntry& source, FileEntry target) {
     Descriptor original;
     if (const ErrorNumber error = OpenRegular(source, O_RDONLY, original); error != NoError)
         return error;
-    Replacement copy(target);
+    Replacement copy(std::move(target));
     if (const ErrorNumber error = copy.Begin(); error != NoError)
         return error;
     if (const ErrorNumber error = CopyBytes(original.Number(), copy.File()); error != NoError)
@@ -253,7 +292,7 @@ ErrorNumber CopyOver(const std::string& source, const std::string& target) {
     return copy.Commit();
 }
 
-ErrorNumber MoveOver(const std::string& source, const std::string& target) {
+ErrorNumber MoveOver(const FileEntry& source, FileEntry target) {
     bool exists = false;
     mode_t permissions = 0;
     if (const ErrorNumber error = MayBeReplaced(target, exists, permissions); error != NoError)
@@ -267,12 +306,13 @@ ErrorNumber MoveOver(const std::string& source, const std::string& target) {
     }
     if (::fsync(moved.Number()) != 0)
         return LastError();
-    if (::rename(source.c_str(), target.c_str()) == 0)
-        return SyncFolder(FolderOf(target));
+    const int from = source.Folder.Number();
+    if (::renameat(from, source.Name.c_str(), target.Folder.Number(), target.Name.c_str()) == 0)
+        return SyncFolder(target.Folder);
     if (errno != EXDEV)
         return LastError();
-    const ErrorNumber error = CopyOver(source, target);
-    return error == NoError && ::unlink(source.c_str()) != 0 ? LastError() : error;
+    const ErrorNumber error = CopyOver(source, std::move(target));
+    return error == NoError && ::unlinkat(from, source.Name.c_str(), 0) != 0 ? LastError() : error;
 }
 
 } // namespace platform::common

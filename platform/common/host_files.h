@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // What the storage of every back-end needs of the host: descriptors, error numbers, folders, and the replacing of a
-// file as a whole. Paths here are the host's, as bytes.
+// file as a whole. Paths and names here are the host's, as bytes.
 #pragma once
 
 #include "view/platform/errors.h"
@@ -30,17 +30,33 @@ private:
     int Value = -1;
 };
 
+/// What we make is its owner's alone: results name people and places.
+constexpr unsigned OwnersFile = 0600;
+constexpr unsigned OwnersFolder = 0700;
+
+/// A name in a folder that is held open: whatever becomes of the path above it, no call is turned elsewhere. What is
+/// done to an entry is done to it, and not to what a link under this name leads to.
+struct FileEntry {
+    Descriptor Folder;
+    std::string Name;
+};
+
+/// The entry of a path that a person has named, so that links in it are meant. It need not be there, its folder must.
+ErrorNumber EntryAt(const std::string& path, FileEntry& entry);
+
 /// Opens a file that is there with the flags of open(2). Anything but a regular file is refused with PathRefused and
 /// left untouched: a pipe would block, and a device may act on being opened.
-ErrorNumber OpenRegular(const std::string& path, int flags, Descriptor& file);
+ErrorNumber OpenRegular(const FileEntry& entry, int flags, Descriptor& file);
 
-/// Makes a file that is not there, with the permissions that the user's mask leaves.
-ErrorNumber CreateRegular(const std::string& path, int flags, Descriptor& file);
+/// Makes a file that is not there.
+ErrorNumber CreateRegular(const Descriptor& folder, const std::string& name, int flags, Descriptor& file);
 
 /// Writes all bytes at an offset, however many calls that takes.
 ErrorNumber WriteAll(int file, std::string_view bytes, std::int64_t offset);
 
-bool IsRegularFile(const std::string& path);
+/// Whether there is anything under the name, be it a link to nothing.
+bool IsThere(const FileEntry& entry);
+bool IsRegularFile(const FileEntry& entry);
 bool IsFolder(const std::string& path);
 
 /// The path of something that is there, without links and without detours; false when there is no such thing.
@@ -49,17 +65,22 @@ bool Canonical(const std::string& path, std::string& canonical);
 /// The folder that a path lies in.
 std::string FolderOf(const std::string& path);
 
-/// Makes a folder and those above it that are missing. What it made is on the medium when it returns.
+/// The path of an open folder, without links; FileNotFound when it has been removed.
+ErrorNumber PathOf(const Descriptor& folder, std::string& path);
+
+/// Makes a folder that a person has named and those above it that are missing, for their owner alone. What it made is
+/// on the medium when it returns.
 ErrorNumber MakeFolders(const std::string& path);
 
 /// Brings the names in a folder to the medium: without it a new file may be gone after a loss of power.
+ErrorNumber SyncFolder(const Descriptor& folder);
 ErrorNumber SyncFolder(const std::string& folder);
 
 /// New content for a file, which appears under its name as a whole or not at all: it is written beside it, brought to
 /// the medium and renamed. The permission bits of a file that was there are kept. Given up unless it is committed.
 class Replacement {
 public:
-    explicit Replacement(std::string target) : Target(std::move(target)) {}
+    explicit Replacement(FileEntry target) : Target(std::move(target)) {}
     Replacement(const Replacement&) = delete;
     Replacement& operator=(const Replacement&) = delete;
     ~Replacement();
@@ -69,19 +90,19 @@ public:
     ErrorNumber Commit();
 
 private:
-    ErrorNumber MakeBeside(const std::string& folder);
+    ErrorNumber MakeBeside();
 
-    std::string Target;
+    FileEntry Target;
     std::string BesideName;
     Descriptor Beside;
 };
 
 /// Copies a regular file over another one, or to where there is none, as a Replacement does.
-ErrorNumber CopyOver(const std::string& source, const std::string& target);
+ErrorNumber CopyOver(const FileEntry& source, FileEntry target);
 
 /// The same without a copy: the file is renamed once its content is on the medium. A source on another file system is
 /// copied and deleted. After a failure the source is still there, unless only the
 /// name could not be brought to the medium: the whole content is at the target then.
-ErrorNumber MoveOver(const std::string& source, const std::string& target);
+ErrorNumber MoveOver(const FileEntry& source, FileEntry target);
 
 } // namespace platform::common

@@ -2,7 +2,6 @@
 #include "platform/common/line_database.h"
 
 #include "platform/common/host_file_system.h"
-#include "platform/common/host_files.h"
 
 #include <algorithm>
 #include <unistd.h>
@@ -16,8 +15,14 @@ const Text DatabaseEnding = u".sqlite";
 const Text LineTableName = u"TEXT";
 const Text LineTableDefinition = u"LineNumber long, LineData String";
 
+Text FileOf(const Text& name) {
+    return DatabaseFolder + name + DatabaseEnding;
+}
+
 bool IsDatabaseName(const Text& name) {
-    return !name.empty() && name.front() != u'.' && name.find(u'\\') == Text::npos && name.find(u"..") == Text::npos;
+    std::string ignored;
+    return !name.empty() && name.front() != u'.' && name.find(u'\\') == Text::npos && name.find(u"..") == Text::npos &&
+           RelativePath(FileOf(name), ignored) == NoError;
 }
 
 /// The name of a database from the full name of its file; empty for any other file.
@@ -41,7 +46,7 @@ bool CodeFits(std::int32_t wanted, std::int32_t code) {
 } // namespace
 
 bool LineDatabase::FilePath(const Text& name, std::string& hostPath) const {
-    return IsDatabaseName(name) && Paths.HostPath(DatabaseFolder + name + DatabaseEnding, hostPath) == NoError;
+    return IsDatabaseName(name) && Paths.PlainPath(FileOf(name), hostPath) == NoError;
 }
 
 DatabaseId LineDatabase::Keep(const std::string& path, std::unique_ptr<LineTable> table) {
@@ -67,21 +72,22 @@ DatabaseId LineDatabase::Open(const Text& name, std::int32_t mode) {
 
 DatabaseId LineDatabase::Create(const Text& name, std::int32_t typeCode, std::int32_t creatorCode) {
     std::string path;
-    if (!FilePath(name, path) || MakeFolders(FolderOf(path)) != NoError)
+    if (!IsDatabaseName(name) || Paths.MakeFolder(DatabaseFolder) != NoError || !FilePath(name, path))
         return 0;
     return Keep(path, LineTable::Make(path, {typeCode, creatorCode}));
 }
 
 bool LineDatabase::Delete(const Text& name) {
     std::string path;
-    if (!FilePath(name, path))
+    FileEntry entry;
+    if (!FilePath(name, path) || Paths.Entry(FileOf(name), LastLink::Keep, entry) != NoError)
         return false;
     const bool isOpen =
         std::any_of(OpenOnes.begin(), OpenOnes.end(), [&path](const auto& one) { return one.second.Path == path; });
-    if (isOpen || ::unlink(path.c_str()) != 0)
+    if (isOpen || ::unlinkat(entry.Folder.Number(), entry.Name.c_str(), 0) != 0)
         return false;
     // What a crash left behind must not be taken for the journal of the next database of this name.
-    ::unlink((path + "-journal").c_str());
+    ::unlinkat(entry.Folder.Number(), (entry.Name + "-journal").c_str(), 0);
     return true;
 }
 

@@ -4,6 +4,7 @@
 #include "platform/common/host_files.h"
 
 #include <algorithm>
+#include <fcntl.h>
 #include <unistd.h>
 
 namespace platform::common {
@@ -22,10 +23,11 @@ std::unique_ptr<LineTable> LineTable::Open(const std::string& path, bool writabl
     error = FileNotFound;
     // The file must not be opened by any other way than SQLite's: closing a descriptor of it takes away the locks that
     // other connections of this process hold.
-    if (!IsRegularFile(path))
+    FileEntry entry;
+    if (EntryAt(path, entry) != NoError || !IsRegularFile(entry))
         return nullptr;
     std::unique_ptr<LineTable> table(new LineTable(writable));
-    if (!table->Connection.Open(path, false) || !table->ReadCodes()) {
+    if (!table->Connection.Open(path) || !table->ReadCodes()) {
         error = table->Connection.LastError();
         return nullptr;
     }
@@ -34,14 +36,20 @@ std::unique_ptr<LineTable> LineTable::Open(const std::string& path, bool writabl
 }
 
 std::unique_ptr<LineTable> LineTable::Make(const std::string& path, const DatabaseCodes& codes) {
-    const bool wasThere = ::access(path.c_str(), F_OK) == 0;
+    FileEntry entry;
+    if (EntryAt(path, entry) != NoError)
+        return nullptr;
+    // SQLite would let others of the group read it. Its journals get the rights of the file.
+    Descriptor made;
+    const bool wasThere = CreateRegular(entry.Folder, entry.Name, O_WRONLY, made) != NoError;
+    made.Close();
     std::unique_ptr<LineTable> table(new LineTable(true));
-    if (table->Connection.Open(path, true) && table->Connection.Execute(Durability) == NoError &&
+    if (table->Connection.Open(path) && table->Connection.Execute(Durability) == NoError &&
         table->WriteCodes(codes) == NoError)
         return table;
     table.reset();
     if (!wasThere)
-        ::unlink(path.c_str());
+        ::unlinkat(entry.Folder.Number(), entry.Name.c_str(), 0);
     return nullptr;
 }
 

@@ -1,11 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "platform/common/path_map.h"
 
-#include "platform/common/host_files.h"
-
 #include <cerrno>
 #include <climits>
-#include <sys/stat.h>
+#include <fcntl.h>
 #include <vector>
 
 namespace platform::common {
@@ -30,72 +28,74 @@ std::vector<std::string> SplitAtBackslashes(const std::string& path) {
     return parts;
 }
 
-/// The names to walk from the root on; false for a path that is refused.
-bool NamesOf(const Text& devicePath, std::vector<std::string>& names) {
-    names = SplitAtBackslashes(modStringTools::ToBytes(devicePath));
+} // namespace
+
+ErrorNumber RelativePath(const Text& devicePath, std::string& relative) {
+    std::vector<std::string> names = SplitAtBackslashes(modStringTools::ToBytes(devicePath));
     if (names.empty())
-        return false;
+        return PathRefused;
     std::string& first = names.front();
     if (first.empty() || first == ".")
         names.erase(names.begin());
     else if (first.back() == ':')
         first.pop_back();
+    relative.clear();
     for (const std::string& name : names) {
         if (!IsName(name))
-            return false;
+            return PathRefused;
+        relative += relative.empty() ? name : '/' + name;
     }
-    return true;
+    return NoError;
 }
-
-} // namespace
 
 PathMap::PathMap(const std::string& rootFolder) {
     RootError = MakeFolders(rootFolder);
     if (RootError == NoError && !Canonical(rootFolder, Root))
         RootError = FromErrno(errno);
-    if (Root == "/")
-        Root.clear();
 }
 
-ErrorNumber PathMap::HostPath(const Text& devicePath, std::string& hostPath) const {
-    return Map(devicePath, LastLink::Follow, hostPath);
-}
-
-ErrorNumber PathMap::EntryPath(const Text& devicePath, std::string& hostPath) const {
-    return Map(devicePath, LastLink::Keep, hostPath);
-}
-
-ErrorNumber PathMap::Map(const Text& devicePath, LastLink lastLink, std::string& hostPath) const {
+ErrorNumber PathMap::OpenRoot(Descriptor& root) const {
     if (RootError != NoError)
         return RootError;
-    std::vector<std::string> names;
-    if (!NamesOf(devicePath, names))
-        return PathRefused;
-    std::string path = Root;
-    for (std::size_t i = 0; i < names.size(); ++i) {
-        path += '/' + names[i];
-        struct stat found {};
-        const bool isLink = ::lstat(path.c_str(), &found) == 0 && S_ISLNK(found.st_mode);
-        if (!isLink || (lastLink == LastLink::Keep && i + 1 == names.size()))
-            continue;
-        if (const ErrorNumber error = FollowLink(path); error != NoError)
-            return error;
-    }
-    hostPath = path.empty() ? "/" : path;
-    return NoError;
+    root = Descriptor(::open(Root.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
+    return root.Valid() ? NoError : FromErrno(errno);
 }
 
-ErrorNumber PathMap::FollowLink(std::string& path) const {
-    // A link to nothing is refused as well: making a file under its name would make it where the link points.
-    std::string target;
-    if (!Canonical(path, target) || !Inside(target))
-        return PathRefused;
-    path = target;
-    return NoError;
+ErrorNumber PathMap::Start(const Text& devicePath, std::string& relative, Descriptor& root) const {
+    const ErrorNumber error = OpenRoot(root);
+    return error == NoError ? RelativePath(devicePath, relative) : error;
 }
 
-bool PathMap::Inside(const std::string& canonical) const {
-    return canonical == Root || canonical.compare(0, Root.size() + 1, Root + '/') == 0;
+ErrorNumber PathMap::Entry(const Text& devicePath, LastLink lastLink, FileEntry& entry) const {
+    std::string relative;
+    Descriptor root;
+    const ErrorNumber error = Start(devicePath, relative, root);
+    return error == NoError ? FindBeneath(root.Number(), relative, lastLink, entry) : error;
+}
+
+ErrorNumber PathMap::OpenFolder(const Text& devicePath, Descriptor& folder) const {
+    std::string relative;
+    Descriptor root;
+    const ErrorNumber error = Start(devicePath, relative, root);
+    return error == NoError ? OpenFolderBeneath(root.Number(), relative, folder) : error;
+}
+
+ErrorNumber PathMap::MakeFolder(const Text& devicePath) const {
+    std::string relative;
+    Descriptor root;
+    const ErrorNumber error = Start(devicePath, relative, root);
+    return error == NoError ? MakeFoldersBeneath(root.Number(), relative) : error;
+}
+
+ErrorNumber PathMap::PlainPath(const Text& devicePath, std::string& hostPath) const {
+    FileEntry entry;
+    if (const ErrorNumber error = Entry(devicePath, LastLink::Follow, entry); error != NoError)
+        return error;
+    std::string folder;
+    if (const ErrorNumber error = PathOf(entry.Folder, folder); error != NoError)
+        return error;
+    hostPath = folder + '/' + entry.Name;
+    return NoError;
 }
 
 } // namespace platform::common

@@ -2,38 +2,48 @@
 // Where a path of the device lies on the host: beneath one root folder, whatever the path says.
 #pragma once
 
+#include "platform/common/beneath.h"
 #include "text/text.h"
-#include "view/platform/errors.h"
 
 #include <string>
 
 namespace platform::common {
 
 /// `Card:\x` is `Card/x` in the root, `c:\ipc\` is `c/ipc`. A path without a volume starts at the root itself, and so
-/// do `.\` and a leading `\`. Names are taken as they are, with regard to case.
+/// do `.\` and a leading `\`. Names are taken as they are, with regard to case. PathRefused for a path that could mean
+/// something outside the root:
+///  - a part `..`, or `.` anywhere but as the first part;
+///  - a part with `/`, a NUL, or a `:` that does not end the first part; a part that no host could name;
+///  - a doubled `\`, and an empty path; one `\` at the end is no part.
+/// The host path has no `/` at its start, and is empty for the root itself.
+ErrorNumber RelativePath(const Text& devicePath, std::string& relative);
+
+/// Opens what the paths mean beneath the root, which is opened anew each time: a card that was out and is in again
+/// serves on. Links on the way and in the last part are followed while they stay beneath the root; PathRefused for any
+/// that leads out, that begins with `/`, or that leads to nothing.
 class PathMap {
 public:
     /// Makes the root folder when it is missing. A root that can't be had fails every path with the same error.
     explicit PathMap(const std::string& rootFolder);
 
-    /// The host path of a file or folder, which need not be there. Links on the way are followed; they may lead
-    /// anywhere inside the root. PathRefused for a path that could mean something outside it:
-    ///  - a part `..`, or `.` anywhere but as the first part;
-    ///  - a part with `/`, a NUL, or a `:` that does not end the first part; a part that no host could name;
-    ///  - a doubled `\`, and an empty path; one `\` at the end is no part;
-    ///  - a link that leads outside the root, or to nothing.
-    ErrorNumber HostPath(const Text& devicePath, std::string& hostPath) const;
+    /// The entry of a file or folder, which need not be there.
+    ErrorNumber Entry(const Text& devicePath, LastLink lastLink, FileEntry& entry) const;
 
-    /// The same, but a link in the last part is not followed: the entry itself, for deleting it.
-    ErrorNumber EntryPath(const Text& devicePath, std::string& hostPath) const;
+    /// Opens a folder as the start of further calls. FileNotFound where there is none.
+    ErrorNumber OpenFolder(const Text& devicePath, Descriptor& folder) const;
+
+    /// Makes a folder that is missing, and those above it.
+    ErrorNumber MakeFolder(const Text& devicePath) const;
+
+    /// The path of an entry on the host without any link in it, for a library that opens by paths. The folder of the
+    /// entry must be there.
+    ErrorNumber PlainPath(const Text& devicePath, std::string& hostPath) const;
 
 private:
-    enum class LastLink { Follow, Keep };
-    ErrorNumber Map(const Text& devicePath, LastLink lastLink, std::string& hostPath) const;
-    ErrorNumber FollowLink(std::string& path) const;
-    bool Inside(const std::string& canonical) const;
+    ErrorNumber OpenRoot(Descriptor& root) const;
+    ErrorNumber Start(const Text& devicePath, std::string& relative, Descriptor& root) const;
 
-    std::string Root; ///< canonical, without a trailing `/`: empty for the host's own root
+    std::string Root; ///< canonical
     ErrorNumber RootError = NoError;
 };
 

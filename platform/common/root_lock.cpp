@@ -21,7 +21,7 @@ constexpr int Tries = 10;
 constexpr int OpenFlags = O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY;
 
 Descriptor OpenLock(const std::string& path) {
-    Descriptor opened(::open(path.c_str(), O_RDWR | O_CREAT | OpenFlags, 0666));
+    Descriptor opened(::open(path.c_str(), O_RDWR | O_CREAT | OpenFlags, OwnersFile));
     // Another user's file may be locked all the same, and it must be noticed that it is.
     if (!opened.Valid() && errno == EACCES)
         opened = Descriptor(::open(path.c_str(), O_RDONLY | OpenFlags));

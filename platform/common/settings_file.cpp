@@ -108,21 +108,15 @@ bool IsSection(std::string_view section) {
     return IsName(section) && section.back() != ']';
 }
 
-std::string ReadWhole(const std::string& path) {
+std::string ReadWhole(const FileEntry& entry) {
     Descriptor file;
     std::string bytes;
-    if (OpenRegular(path, O_RDONLY, file) != NoError)
+    if (OpenRegular(entry, O_RDONLY, file) != NoError)
         return bytes;
     std::array<char, ReadBlock> block;
     for (ssize_t count = 0; (count = ::read(file.Number(), block.data(), block.size())) > 0;)
         bytes.append(block.data(), static_cast<std::size_t>(count));
     return bytes;
-}
-
-/// The file that the settings are in, where the path given is a link to it: a link must not be replaced by a file.
-std::string BehindLinks(const std::string& path) {
-    std::string target;
-    return Canonical(path, target) ? target : path;
 }
 
 } // namespace
@@ -134,8 +128,17 @@ struct SettingsFile::Place {
     std::optional<std::size_t> SectionEnd; ///< behind the section's last key; comments there may be the next one's
 };
 
-SettingsFile::SettingsFile(std::string hostPath) : Path(std::move(hostPath)) {
-    const std::string bytes = ReadWhole(Path);
+SettingsFile::SettingsFile(const std::string& hostPath)
+    : SettingsFile([hostPath](FileEntry& entry) { return EntryAt(hostPath, entry); }) {
+}
+
+SettingsFile::SettingsFile(const PathMap& paths, const Text& devicePath)
+    : SettingsFile([paths, devicePath](FileEntry& entry) { return paths.Entry(devicePath, LastLink::Follow, entry); }) {
+}
+
+SettingsFile::SettingsFile(FindEntry find) : Find(std::move(find)) {
+    FileEntry entry;
+    const std::string bytes = Find(entry) == NoError ? ReadWhole(entry) : std::string();
     std::size_t start = bytes.compare(0, ByteOrderMark.size(), ByteOrderMark) == 0 ? ByteOrderMark.size() : 0;
     while (start < bytes.size()) {
         const std::size_t end = std::min(bytes.find('\n', start), bytes.size());
@@ -207,7 +210,10 @@ ErrorNumber SettingsFile::Write(const std::vector<std::string>& lines) const {
     std::string bytes;
     for (const std::string& line : lines)
         bytes += line + '\n';
-    Replacement file(BehindLinks(Path));
+    FileEntry entry;
+    if (const ErrorNumber error = Find(entry); error != NoError)
+        return error;
+    Replacement file(std::move(entry));
     if (const ErrorNumber error = file.Begin(); error != NoError)
         return error;
     if (const ErrorNumber error = WriteAll(file.File(), bytes, 0); error != NoError)

@@ -2,8 +2,10 @@
 // The settings of the application, in one text file that a person can read and edit.
 #pragma once
 
+#include "platform/common/path_map.h"
 #include "view/platform/device.h"
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -35,7 +37,10 @@ namespace platform::common {
 /// value in memory too.
 class SettingsFile final : public Settings {
 public:
-    explicit SettingsFile(std::string hostPath);
+    /// A file that a person has named: links in the path are meant.
+    explicit SettingsFile(const std::string& hostPath);
+    /// A file beneath the root folder, which no link leads out of.
+    SettingsFile(const PathMap& paths, const Text& devicePath);
 
     Text Get(const Text& application, const Text& section, const Text& key, const Text& byDefault) const override;
     /// PathRefused for a name that the file has no form for: an empty one, one with a line end or NUL, with blanks
@@ -43,11 +48,14 @@ public:
     ErrorNumber Save(const Text& application, const Text& section, const Text& key, const Text& value) override;
 
 private:
+    using FindEntry = std::function<ErrorNumber(FileEntry&)>;
+
+    explicit SettingsFile(FindEntry find);
     struct Place;
     Place Locate(const std::string& section, const std::string& key) const;
     ErrorNumber Write(const std::vector<std::string>& lines) const;
 
-    std::string Path;
+    FindEntry Find;                 ///< looked for at each use: its folder may be exchanged meanwhile
     std::vector<std::string> Lines; ///< without LF; a CR in front of it is kept
 };
 

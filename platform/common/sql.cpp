@@ -80,8 +80,8 @@ SqlConnection::~SqlConnection() {
     sqlite3_close(Connection);
 }
 
-bool SqlConnection::Open(const std::string& path, bool create) {
-    const int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX | (create ? SQLITE_OPEN_CREATE : 0);
+bool SqlConnection::Open(const std::string& path) {
+    const int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_NOFOLLOW;
     if (sqlite3_open_v2(path.c_str(), &Connection, flags, nullptr) != SQLITE_OK)
         return false;
     sqlite3_busy_timeout(Connection, BusyTimeout);

@@ -46,7 +46,8 @@ public:
     SqlConnection& operator=(const SqlConnection&) = delete;
     ~SqlConnection(); ///< rolls back what is not committed; its statements must be gone
 
-    bool Open(const std::string& path, bool create);
+    /// Opens a file that is there; an empty one is a database without tables. The path must have no link in it.
+    bool Open(const std::string& path);
     /// Why the last call has failed: FileNotFound for a file that is no database.
     ErrorNumber LastError() const;
     ErrorNumber Execute(const char* sql);

@@ -98,17 +98,17 @@ std::string_view AsWritten(std::string_view lines, std::string& mended) {
 
 } // namespace
 
-ErrorNumber HostTextStream::Open(const std::string& hostPath, StreamMode mode, std::unique_ptr<TextStream>& stream) {
+ErrorNumber HostTextStream::Open(FileEntry entry, StreamMode mode, std::unique_ptr<TextStream>& stream) {
     Descriptor file;
-    std::string newIn;
-    ErrorNumber error = OpenRegular(hostPath, O_RDWR, file);
+    Descriptor newIn;
+    ErrorNumber error = OpenRegular(entry, O_RDWR, file);
     // A file that others own, or a write-protected card's, can still be read; writing to it fails then.
     const bool readOnly = error == PermissionDenied && mode == StreamMode::Existing;
     if (readOnly)
-        error = OpenRegular(hostPath, O_RDONLY, file);
+        error = OpenRegular(entry, O_RDONLY, file);
     if (mode == StreamMode::Create && error == FileNotFound) {
-        error = CreateRegular(hostPath, O_RDWR, file);
-        newIn = FolderOf(hostPath);
+        error = CreateRegular(entry.Folder, entry.Name, O_RDWR, file);
+        newIn = std::move(entry.Folder);
     } else if (mode == StreamMode::Create && error == NoError && ::ftruncate(file.Number(), 0) != 0) {
         error = FromErrno(errno);
     }
@@ -123,7 +123,7 @@ ErrorNumber HostTextStream::Open(const std::string& hostPath, StreamMode mode, s
     return error;
 }
 
-HostTextStream::HostTextStream(Descriptor file, std::string newIn) : File(std::move(file)), NewIn(std::move(newIn)) {
+HostTextStream::HostTextStream(Descriptor file, Descriptor newIn) : File(std::move(file)), NewIn(std::move(newIn)) {
 }
 
 HostTextStream::~HostTextStream() {
@@ -363,7 +363,7 @@ ErrorNumber HostTextStream::Close() {
     ErrorNumber error = NoError;
     if (Written && ::fdatasync(File.Number()) != 0)
         error = FromErrno(errno);
-    if (Written && error == NoError && !NewIn.empty())
+    if (Written && error == NoError && NewIn.Valid())
         error = SyncFolder(NewIn);
     const ErrorNumber closed = File.Close();
     return error != NoError ? error : closed;

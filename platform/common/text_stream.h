@@ -23,7 +23,7 @@ namespace platform::common {
 class HostTextStream final : public TextStream {
 public:
     /// Opens a regular file, or makes it anew.
-    static ErrorNumber Open(const std::string& hostPath, StreamMode mode, std::unique_ptr<TextStream>& stream);
+    static ErrorNumber Open(FileEntry entry, StreamMode mode, std::unique_ptr<TextStream>& stream);
     ~HostTextStream() override;
 
     std::int64_t Position() const override { return Place; }
@@ -39,7 +39,7 @@ public:
     ErrorNumber Close() override;
 
 private:
-    HostTextStream(Descriptor file, std::string newIn);
+    HostTextStream(Descriptor file, Descriptor newIn);
     ErrorNumber LookAgain();
     bool GoesOnFrom(std::int64_t offset) const;
     bool InBlock(std::int64_t offset) const;
@@ -51,7 +51,7 @@ private:
     ErrorNumber Write(std::string_view lines);
 
     Descriptor File;
-    std::string NewIn; ///< the folder whose names must reach the medium too; empty when the file was there
+    Descriptor NewIn; ///< the folder whose names must reach the medium too; none when the file was there
     bool Written = false;
     bool ReadOnly = false;
     std::int64_t Place = 0;

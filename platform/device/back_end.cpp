@@ -33,8 +33,9 @@ DeviceSystem SystemFor(const DeviceOptions& options) {
             options.Screen.value_or(profile.Screen)};
 }
 
-std::string SettingsFor(const DeviceOptions& options) {
-    return options.Settings.empty() ? options.Root + "/settings.ini" : options.Settings;
+common::SettingsFile SettingsFor(const DeviceOptions& options) {
+    return options.Settings.empty() ? common::SettingsFile(common::PathMap(options.Root), u"settings.ini")
+                                    : common::SettingsFile(options.Settings);
 }
 
 } // namespace

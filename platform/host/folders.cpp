@@ -1,11 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/host/folders.h"
 
-#include "platform/common/host_files.h"
-
-#include <cerrno>
 #include <cstdlib>
-#include <sys/stat.h>
 
 namespace platform::host {
 
@@ -31,15 +27,6 @@ std::optional<std::string> Beneath(const Environment& environment, const char* v
     return std::nullopt;
 }
 
-ErrorNumber MakeOne(const std::string& path) {
-    if (::mkdir(path.c_str(), 0700) == 0)
-        return common::SyncFolder(common::FolderOf(path));
-    const int reason = errno;
-    if (common::IsFolder(path)) // a read-only disk says that it is read-only, and not that the folder is there
-        return NoError;
-    return reason == EEXIST ? FileNotFound : common::FromErrno(reason);
-}
-
 } // namespace
 
 const char* ProcessEnvironment(const char* name) {
@@ -52,15 +39,6 @@ std::optional<std::string> DataFolder(const Environment& environment) {
 
 std::optional<std::string> SettingsFile(const Environment& environment) {
     return Beneath(environment, "XDG_CONFIG_HOME", "/.config", "/quorin/settings.ini");
-}
-
-ErrorNumber MakePrivateFolders(const std::string& path) {
-    for (std::size_t end = path.find('/', 1);; end = path.find('/', end + 1)) {
-        if (const ErrorNumber error = MakeOne(path.substr(0, end)); error != NoError)
-            return error;
-        if (end == std::string::npos)
-            return NoError;
-    }
 }
 
 } // namespace platform::host

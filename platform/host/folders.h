@@ -2,8 +2,6 @@
 // Where a person on Linux expects a program's data and settings.
 #pragma once
 
-#include "view/platform/errors.h"
-
 #include <functional>
 #include <optional>
 #include <string>
@@ -21,8 +19,5 @@ std::optional<std::string> DataFolder(const Environment& environment = ProcessEn
 
 /// `$XDG_CONFIG_HOME/quorin/settings.ini`, else `$HOME/.config/quorin/settings.ini`, by the same rules.
 std::optional<std::string> SettingsFile(const Environment& environment = ProcessEnvironment);
-
-/// Makes a folder and those above it that are missing, for their owner alone (0700). One that is there stays as it is.
-ErrorNumber MakePrivateFolders(const std::string& path);
 
 } // namespace platform::host

@@ -1,12 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "platform/host/folders.h"
 
-#include "tests/platform/temporary_root.h"
-
+#include <gtest/gtest.h>
 #include <map>
-#include <sys/stat.h>
 
-using namespace platform;
 using namespace platform::host;
 
 namespace {
@@ -69,35 +66,6 @@ TEST(FoldersOfTheProcess, AreThoseOfItsEnvironment) {
     setenv("XDG_DATA_HOME", "/only/for/this/test", 1);
     EXPECT_EQ(DataFolder(), "/only/for/this/test/quorin");
     unsetenv("XDG_DATA_HOME");
-}
-
-mode_t ModeOf(const std::string& path) {
-    struct stat found {};
-    EXPECT_EQ(stat(path.c_str(), &found), 0) << path;
-    return found.st_mode & 07777;
-}
-
-TEST(PrivateFolders, AreMadeForTheirOwnerAlone) {
-    const TemporaryRoot home;
-    ASSERT_EQ(MakePrivateFolders(home.Path(".local/share/quorin")), NoError);
-    EXPECT_EQ(ModeOf(home.Path(".local")), 0700U);
-    EXPECT_EQ(ModeOf(home.Path(".local/share/quorin")), 0700U);
-}
-
-TEST(PrivateFolders, LeaveWhatIsThereAsItIs) {
-    const TemporaryRoot home;
-    std::filesystem::create_directory(home.Path("shared"));
-    ASSERT_EQ(chmod(home.Path("shared").c_str(), 0755), 0);
-    ASSERT_EQ(MakePrivateFolders(home.Path("shared/quorin")), NoError);
-    EXPECT_EQ(ModeOf(home.Path("shared")), 0755U);
-    EXPECT_EQ(MakePrivateFolders(home.Path("shared/quorin")), NoError);
-}
-
-TEST(PrivateFolders, CanNotBeMadeInAFile) {
-    const TemporaryRoot home;
-    home.Put("file", "");
-    EXPECT_EQ(MakePrivateFolders(home.Path("file")), FileNotFound);
-    EXPECT_EQ(MakePrivateFolders(home.Path("file/quorin")), FileNotFound);
 }
 
 } // namespace

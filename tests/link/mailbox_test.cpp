@@ -53,6 +53,15 @@ TEST_F(Mailbox, NothingIsReadWhileTheServerWrites) {
     EXPECT_FALSE(Waits());
 }
 
+TEST_F(Mailbox, LinkToAFileOutsideDeliversNothingOfIt) {
+    const support::TemporaryFolder outside;
+    outside.Put("results.txt", Reading);
+    std::filesystem::create_symlink(outside.Path() / "results.txt", Device.Folder.Path() / "c/ipcout.txt");
+    Device.Tick(3000);
+    EXPECT_EQ(Moisture(), u"");
+    EXPECT_EQ(outside.Bytes("results.txt"), Reading);
+}
+
 TEST_F(Mailbox, EmptyFileIsDeletedAndDeliversNothing) {
     Deliver("");
     Device.Tick(500);

@@ -53,6 +53,7 @@ TEST_F(HostFiles, ListsALinkToAFileInsideAndNoneThatLeadsOutside) {
     Root.Link(Elsewhere.Path("secret.txt"), "list/outside.txt");
     Root.Link("nothing", "list/dangling.txt");
     Root.Link("../real", "list/folder");
+    Root.Link(Root.Path("real/x.txt"), "list/absolute.txt");
     EXPECT_THAT(Listing(u".\\list\\"), ElementsAre(u".\\list\\inside.txt"));
 }
 
@@ -135,20 +136,30 @@ TEST_F(HostFiles, MovesAFileToAnotherFileSystem) {
         GTEST_SKIP() << "there is one file system alone";
     Root.Put("new.txt", "new");
     std::ofstream(card) << "old";
-    EXPECT_EQ(platform::common::MoveOver(Root.Path("new.txt"), card), NoError);
+    platform::common::FileEntry from;
+    platform::common::FileEntry to;
+    ASSERT_EQ(EntryAt(Root.Path("new.txt"), from), NoError);
+    ASSERT_EQ(EntryAt(card, to), NoError);
+    EXPECT_EQ(MoveOver(from, std::move(to)), NoError);
     std::ifstream moved(card);
     EXPECT_EQ(std::string(std::istreambuf_iterator<char>(moved), {}), "new");
     EXPECT_FALSE(Root.Has("new.txt"));
     std::filesystem::remove(card, none);
 }
 
-TEST_F(HostFiles, GivesANewCopyThePermissionsOfAnyNewFile) {
-    Root.Put("new.txt", "new");
-    chmod(Root.Path("new.txt").c_str(), 0600);
-    const mode_t old = umask(027);
-    EXPECT_EQ(Files.CopyFile(u".\\new.txt", u".\\copy.txt", true), NoError);
+TEST_F(HostFiles, MakesFilesAndFoldersForTheirOwnerAlone) {
+    Root.Put("open.txt", "new");
+    chmod(Root.Path("open.txt").c_str(), 0666);
+    const mode_t old = umask(0);
+    std::unique_ptr<Folder> folder;
+    std::unique_ptr<TextStream> stream;
+    EXPECT_EQ(Files.OpenFolder(u".\\folder\\", true, folder), NoError);
+    EXPECT_EQ(Files.OpenStream(u".\\folder\\new.txt", StreamMode::Create, stream), NoError);
+    EXPECT_EQ(Files.CopyFile(u".\\open.txt", u".\\copy.txt", true), NoError);
     umask(old);
-    EXPECT_EQ(Permissions("copy.txt"), 0640U);
+    EXPECT_EQ(Permissions("folder"), 0700U);
+    EXPECT_EQ(Permissions("folder/new.txt"), 0600U);
+    EXPECT_EQ(Permissions("copy.txt"), 0600U);
 }
 
 TEST_F(HostFiles, KeepsTheOldFileWhenTheDiskFillsUnderACopy) {

@@ -9,6 +9,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sqlite3.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -109,6 +110,27 @@ TEST_F(LineDatabaseFile, OfAnotherProgramIsNoLineDatabase) {
 TEST_F(LineDatabaseFile, IsMadeInAFileThatACrashLeftEmpty) {
     Root.Put("Databases/drivers.sqlite", "");
     EXPECT_NE(Databases.Create(u"drivers", 1, 2), 0);
+}
+
+TEST_F(LineDatabaseFile, IsMadeForItsOwnerAlone) {
+    const mode_t old = umask(0);
+    const DatabaseId id = Made(u"drivers");
+    ASSERT_EQ(Databases.BeginBatch(id), NoError);
+    ASSERT_TRUE(Append(id, u"x"));
+    for (const char* name : {"Databases/drivers.sqlite", "Databases/drivers.sqlite-journal"}) {
+        struct stat found {};
+        ASSERT_EQ(stat(Root.Path(name).c_str(), &found), 0) << name;
+        EXPECT_EQ(found.st_mode & 07777U, 0600U) << name;
+    }
+    umask(old);
+}
+
+TEST_F(LineDatabaseFile, DeletesALinkAndNotWhatItLeadsTo) {
+    Databases.Close(Made(u"real"));
+    Root.Link("real.sqlite", "Databases/link.sqlite");
+    EXPECT_TRUE(Databases.Delete(u"link"));
+    EXPECT_TRUE(Root.Has("Databases/real.sqlite"));
+    EXPECT_EQ(Databases.Open(u"link", ModeRead), 0);
 }
 
 TEST_F(LineDatabaseFile, IsNotReachedOverALinkThatLeadsOutside) {

@@ -147,6 +147,33 @@ TEST_F(SettingsFileTest, WritesThroughALinkToIt) {
     EXPECT_EQ(Root.Bytes("elsewhere/real.ini"), "[Settings]\nA=1\n");
 }
 
+TEST_F(SettingsFileTest, ReadsThroughALinkToIt) {
+    Root.Put("elsewhere/real.ini", "[Settings]\nA=1\n");
+    Root.Link("elsewhere/real.ini", "settings.ini");
+    EXPECT_EQ(Get(u"A"), u"1");
+    ASSERT_EQ(Save(u"B", u"2"), NoError);
+    EXPECT_EQ(Root.Bytes("elsewhere/real.ini"), "[Settings]\nA=1\nB=2\n");
+}
+
+TEST_F(SettingsFileTest, IsMadeForItsOwnerAlone) {
+    const mode_t old = umask(0);
+    ASSERT_EQ(Save(u"A", u"1"), NoError);
+    umask(old);
+    struct stat found {};
+    ASSERT_EQ(stat(Root.Path("settings.ini").c_str(), &found), 0);
+    EXPECT_EQ(found.st_mode & 07777U, 0600U);
+}
+
+TEST_F(SettingsFileTest, InTheRootFolderIsNotReachedOverALinkThatLeadsOutside) {
+    const TemporaryRoot elsewhere;
+    elsewhere.Put("secret.ini", "[Settings]\nA=secret\n");
+    Root.Link(elsewhere.Path("secret.ini"), "settings.ini");
+    SettingsFile store(platform::common::PathMap(Root.Path()), u"settings.ini");
+    EXPECT_EQ(store.Get(u"Quorin", u"Settings", u"A", u"default"), u"default");
+    EXPECT_EQ(store.Save(u"Quorin", u"Settings", u"A", u"1"), PathRefused);
+    EXPECT_EQ(elsewhere.Bytes("secret.ini"), "[Settings]\nA=secret\n");
+}
+
 class RefusesTheKey : public SettingsFileTest, public testing::WithParamInterface<Text> {};
 
 TEST_P(RefusesTheKey, ThatTheFileHasNoFormFor) {
