@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Plays each story of this folder. UPDATE_GOLDEN=1 writes the stories anew instead; the difference is then read.
+// QUORIN_CONSOLE=PROGRAM plays them with a program of another place.
 #include "story.h"
 
 #include <gtest/gtest.h>
@@ -15,12 +16,17 @@ std::string TitleOf(const testing::TestParamInfo<fs::path>& info) {
     return story::Title(info.param);
 }
 
+fs::path Console() {
+    const char* other = std::getenv("QUORIN_CONSOLE");
+    return other != nullptr ? other : QUORIN_CONSOLE;
+}
+
 class Story : public testing::TestWithParam<fs::path> {};
 
 TEST_P(Story, GoesAsWritten) {
     std::ifstream in(GetParam(), std::ios::binary);
     const std::string written((std::istreambuf_iterator<char>(in)), {});
-    const std::string played = story::Play(written, QUORIN_CONSOLE);
+    const std::string played = story::Play(written, Console());
     if (std::getenv("UPDATE_GOLDEN") != nullptr) {
         std::ofstream(GetParam(), std::ios::binary) << played;
         return;
