@@ -7,6 +7,7 @@ namespace platform::headless {
 
 void PollPump::Sleep(const std::vector<int>& descriptors, int milliseconds) {
     std::vector<pollfd> waiting;
+    waiting.reserve(descriptors.size());
     for (const int descriptor : descriptors)
         waiting.push_back({descriptor, POLLIN, 0});
     ::poll(waiting.data(), waiting.size(), milliseconds);

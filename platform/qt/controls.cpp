@@ -308,6 +308,7 @@ void QtComboBox::RemoveItem(std::int32_t index) {
 
 std::vector<Text> QtComboBox::Items() const {
     std::vector<Text> items;
+    items.reserve(static_cast<std::size_t>(Combo.count()));
     for (int index = 0; index < Combo.count(); ++index)
         items.push_back(FromQt(Combo.itemText(index)));
     return items;

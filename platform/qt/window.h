@@ -77,7 +77,7 @@ protected:
     bool eventFilter(QObject* object, QEvent* event) override;
 
 private:
-    int Pixels(int ofScreen) const { return std::max(1, static_cast<int>(ofScreen / Scale + 0.5)); }
+    int Pixels(int ofScreen) const { return std::max(1, qRound(ofScreen / Scale)); }
     QLabel* StatusLabel(const char* name);
     void Put(QLabel& label, const QString& text);
     void ShowState();
