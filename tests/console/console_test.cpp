@@ -235,6 +235,25 @@ TEST_F(Console, MakesARootFolderThatIsMissing) {
     EXPECT_TRUE(std::filesystem::is_directory(Root.Path() / "new/deep"));
 }
 
+/// The first start makes the drivers table on the volume, wherever that says it is.
+TEST_F(Console, MakesNothingOutsideOfTheRootFolderWhateverAVolumeIsCalled) {
+    const auto inner = Root.Path() / "inner";
+    std::filesystem::create_directory(Root.Path() / "beside");
+    const std::string beside = (Root.Path() / "beside").string();
+    for (const std::string& volume : {std::string("..\\"), std::string("..\\beside\\"), beside + "\\", beside + "/\\",
+                                      std::string("/\\"), std::string("link\\"), std::string("..:\\")}) {
+        std::filesystem::create_directory(inner);
+        std::filesystem::create_directory_symlink(beside, inner / "link");
+        const std::string words = "'" + volume + "=1000'";
+        const auto start = "printf 'choose Start...\nchoose inf editor...\n' | " QUORIN_CONSOLE " --root '" +
+                           inner.string() + "' --device 3 --volume " + words + " >/dev/null";
+        EXPECT_EQ(std::system(start.c_str()), 0) << volume;
+        EXPECT_TRUE(std::filesystem::is_empty(beside)) << volume;
+        EXPECT_FALSE(Root.Has("My Documents")) << volume;
+        std::filesystem::remove_all(inner);
+    }
+}
+
 TEST_F(Console, TakesTheFolderOfUserDataWithoutARoot) {
     EXPECT_EQ(Bare({}, "XDG_DATA_HOME='" + (Root.Path() / "data").string() + "'").Status, 0);
     EXPECT_TRUE(std::filesystem::is_directory(Root.Path() / "data/quorin"));
