@@ -14,6 +14,10 @@ constexpr std::int64_t LongestSleep = 60000; // milliseconds at a time, which po
 /// A window may never come to rest: a caret blinks, and a long text takes longer to paint than it blinks.
 constexpr int MostWindowRounds = 3;
 
+/// Nor may a line that is flooded, or a timer whose tick takes longer than its interval. So many rounds at a time are
+/// far more than anything else raises.
+constexpr int MostRounds = 16;
+
 bool CanBeRead(int descriptor) {
     pollfd waiting{descriptor, POLLIN, 0};
     return ::poll(&waiting, 1, 0) > 0;
@@ -74,21 +78,20 @@ bool EventLoop::RaiseRound() {
     return any;
 }
 
-bool EventLoop::HandleRound() {
-    const bool any = RaiseRound();
-    return PumpOfLoop.HandlePending() || any;
+EventLoop::Round EventLoop::HandleRound() {
+    const bool raised = RaiseRound();
+    return {raised, PumpOfLoop.HandlePending()};
 }
 
 bool EventLoop::HandleDue() {
     bool any = false;
     int windowAlone = 0; // rounds in which the window system had something and nobody else
-    while (windowAlone < MostWindowRounds) {
-        const bool raised = RaiseRound();
-        const bool handled = PumpOfLoop.HandlePending();
-        if (!raised && !handled)
+    for (int rounds = 0; rounds < MostRounds && windowAlone < MostWindowRounds; ++rounds) {
+        const Round round = HandleRound();
+        if (!round.Raised && !round.WindowHad)
             break;
         any = true;
-        windowAlone = raised ? 0 : windowAlone + 1;
+        windowAlone = round.Raised ? 0 : windowAlone + 1;
     }
     return any;
 }
@@ -129,8 +132,21 @@ void EventLoop::Leave(const ProgramOver& over) {
     std::abort(); // a pump that comes back has broken its word
 }
 
+/// Whether there is anything to handle before the next command. Commands get their turn under a flood, too.
+bool EventLoop::IsBusy(const Round& round) {
+    if (!round.Raised) {
+        RoundsInARow = 0;
+        return round.WindowHad;
+    }
+    if (++RoundsInARow < MostRounds)
+        return true;
+    RoundsInARow = 0;
+    return false;
+}
+
 void EventLoop::WaitOnce() {
-    if (HandleRound())
+    const Round round = HandleRound();
+    if (IsBusy(round))
         return;
     Commands.AboutToWait(Nesting);
     if (Commands.HasCommand())
@@ -138,7 +154,7 @@ void EventLoop::WaitOnce() {
     else if (Commands.Ended())
         Leave({ProgramOver::Reason::InputEnded, {}});
     else
-        Sleep(std::nullopt, true);
+        Sleep(round.Raised ? std::optional(Time.Milliseconds()) : std::nullopt, true);
 }
 
 void EventLoop::WaitNested() {

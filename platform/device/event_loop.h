@@ -86,12 +86,11 @@ public:
     void Add(LoopTimer& timer) { Timers.push_back(&timer); }
     void Listen(EventSource& source) { Sources.push_back(&source); }
 
-    /// Raises all events that are due, in time order.
+    /// Raises all events that are due, in time order, and handles what the window system has. It comes to an end, too,
+    /// where one event follows on the other for ever. Whether there was anything.
     bool HandleDue();
     /// Raises the next timer's event, if it is due, and lets each source raise one: a source that never runs dry can't
     /// hold up the others. Whether there was anything.
-    bool HandleRound();
-    /// HandleRound but for what the window system has.
     bool RaiseRound();
     /// Handles what is due, or waits for the next thing to happen and handles that. The end of the commands ends the
     /// program.
@@ -110,6 +109,13 @@ public:
     std::optional<std::int64_t> TimeToNextTick();
 
 private:
+    struct Round {
+        bool Raised;    ///< an event
+        bool WindowHad; ///< something to handle
+    };
+
+    Round HandleRound();
+    bool IsBusy(const Round& round);
     LoopTimer* NextTimer();
     bool FireNext(std::int64_t until);
     void Sleep(std::optional<std::int64_t> deadline, bool forCommands);
@@ -120,6 +126,7 @@ private:
     std::vector<LoopTimer*> Timers;
     std::vector<EventSource*> Sources;
     int Nesting = 0;
+    int RoundsInARow = 0; ///< that have raised something, without a command between them
 };
 
 /// The run-time's part of the seam.

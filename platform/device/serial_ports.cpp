@@ -3,6 +3,13 @@
 
 namespace platform::device {
 
+namespace {
+
+/// An event that has read so many characters is not shown any more of them.
+constexpr std::size_t ShareOfAnEvent = 4096;
+
+} // namespace
+
 ErrorNumber DeviceSerial::SetPortOpen(bool open) {
     if (open == Open)
         return NoError;
@@ -37,15 +44,24 @@ ErrorNumber DeviceSerial::OpenSimulatedPort() {
     return NotAvailable;
 }
 
+/// What a device has received stays to be read, also when nobody has looked yet.
 void DeviceSerial::ClosePort() {
+    if (Real.IsOpen())
+        TakeFromDevice();
+    else
+        Waiting.clear();
     Real.Close();
     Open = false;
-    Waiting.clear();
+}
+
+std::int32_t DeviceSerial::InBufferCount() const {
+    return Given < ShareOfAnEvent ? static_cast<std::int32_t>(Waiting.size()) : 0;
 }
 
 Text DeviceSerial::ReadInput() {
     Text taken;
     taken.swap(Waiting);
+    Given += taken.size();
     return taken;
 }
 
@@ -58,15 +74,17 @@ void DeviceSerial::TakeFromDevice() {
         return;
     const std::size_t before = Waiting.size();
     if (Real.ReadAvailable(Waiting) == common::ReadState::Gone)
-        Open = false; // what came before stays to be read
+        Open = false;
     HasHeard = HasHeard || Waiting.size() > before;
 }
 
 bool DeviceSerial::RaiseWhatIsPending() {
     TakeFromDevice();
-    if (Threshold <= 0 || InBufferCount() < Threshold)
+    if (Threshold <= 0 || static_cast<std::int32_t>(Waiting.size()) < Threshold)
         return false;
+    Given = 0;
     Receive();
+    Given = 0;
     return true;
 }
 

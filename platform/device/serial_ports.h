@@ -31,7 +31,9 @@ public:
     void SetReceiveThreshold(std::int32_t characters) override { Threshold = characters; }
     bool PortOpen() const override { return Open; }
     ErrorNumber SetPortOpen(bool open) override;
-    std::int32_t InBufferCount() const override { return static_cast<std::int32_t>(Waiting.size()); }
+    /// None once the event that is being handled has had its share: what is left comes with the next one. Who reads on
+    /// while there is anything would else do so as long as an instrument sends.
+    std::int32_t InBufferCount() const override;
     Text ReadInput() override;
     std::int32_t LastEvent() const override { return CharactersReceived; }
 
@@ -66,6 +68,7 @@ private:
     std::int32_t Threshold = 0;
     bool Open = false;
     Text Waiting;
+    std::size_t Given = 0; ///< characters to the event that is being handled
     std::int32_t FailuresLeft = 0;
     common::SerialDevice Real;
     std::string LastPath;

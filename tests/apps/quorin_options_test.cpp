@@ -36,6 +36,7 @@ Answer AnswerTo(const Words& words, const std::string& keyHelp = "") {
 std::string Told(const Options& options) {
     const auto& device = options.Device;
     std::ostringstream text;
+    text.imbue(std::locale::classic());
     text << "type " << device.DeviceType << "\n";
     if (device.Screen)
         text << "screen " << device.Screen->Width << "x" << device.Screen->Height << "\n";

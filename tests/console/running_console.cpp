@@ -9,7 +9,7 @@
 
 namespace live {
 
-RunningConsole::RunningConsole(const std::vector<std::string>& arguments) {
+RunningConsole::RunningConsole(const std::vector<std::string>& arguments, const char* program) {
     std::signal(SIGPIPE, SIG_IGN);
     int in[2];
     int out[2];
@@ -20,11 +20,11 @@ RunningConsole::RunningConsole(const std::vector<std::string>& arguments) {
     if (Process == 0) {
         ::dup2(in[0], STDIN_FILENO);
         ::dup2(out[1], STDOUT_FILENO);
-        std::vector<char*> words = {const_cast<char*>(QUORIN_CONSOLE)};
+        std::vector<char*> words = {const_cast<char*>(program)};
         for (const std::string& argument : arguments)
             words.push_back(const_cast<char*>(argument.c_str()));
         words.push_back(nullptr);
-        ::execv(QUORIN_CONSOLE, words.data());
+        ::execv(program, words.data());
         ::_exit(127);
     }
     ::close(in[0]);

@@ -10,7 +10,7 @@ namespace live {
 
 class RunningConsole {
 public:
-    explicit RunningConsole(const std::vector<std::string>& arguments);
+    explicit RunningConsole(const std::vector<std::string>& arguments, const char* program = QUORIN_CONSOLE);
     RunningConsole(const RunningConsole&) = delete;
     RunningConsole& operator=(const RunningConsole&) = delete;
     ~RunningConsole();

@@ -239,6 +239,51 @@ TEST_F(Loop, HandlesWhatIsPendingWithoutWaitingOrReadingACommand) {
     EXPECT_EQ(Commands.Steps.size(), 1U);
 }
 
+/// A source that has the next event as soon as one is handled. It gives up at last, so that a failed test ends.
+class Flood final : public EventSource {
+public:
+    int Descriptor() override { return -1; }
+    bool RaiseWhatIsPending() override { return Raised < FarTooMany && ++Raised > 0; }
+    static constexpr int FarTooMany = 100000;
+    int Raised = 0;
+};
+
+TEST_F(Loop, EndsItsHandlingUnderASourceThatNeverRunsDry) {
+    Flood port;
+    Events.Listen(port);
+    EXPECT_TRUE(Events.HandleDue());
+    EXPECT_GT(port.Raised, 1);
+    EXPECT_LT(port.Raised, 100);
+}
+
+TEST_F(Loop, RunsACommandUnderASourceThatNeverRunsDry) {
+    Flood port;
+    Events.Listen(port);
+    bool ran = false;
+    Commands.Steps = {[&ran] { ran = true; }};
+    while (!ran)
+        Events.WaitOnce();
+    EXPECT_LT(port.Raised, 100);
+}
+
+TEST_F(Loop, EndsUnderASourceThatNeverRunsDryWhenThereAreNoMoreCommands) {
+    Flood port;
+    Events.Listen(port);
+    EXPECT_EQ(EndOf([this] {
+                  for (;;)
+                      Events.WaitOnce();
+              }),
+              ProgramOver::Reason::InputEnded);
+    EXPECT_LT(port.Raised, 100);
+}
+
+TEST_F(Loop, FiresTimersUnderASourceThatNeverRunsDry) {
+    Flood port;
+    Events.Listen(port);
+    Start(A, 100);
+    EXPECT_THAT(TicksIn(250), ElementsAre("A100", "A200"));
+}
+
 TEST_F(Loop, CarriesTheMessageOfAFailureOut) {
     LoopRunTime program(Events);
     try {
@@ -263,6 +308,25 @@ TEST(LoopOnTheMachinesClock, FiresTimersByItself) {
     const std::int64_t before = time.Milliseconds();
     loop.PassTime(30);
     EXPECT_GE(time.Milliseconds(), before + 30);
+}
+
+TEST(LoopOnTheMachinesClock, IsNotHeldUpByATickThatTakesLongerThanItsInterval) {
+    DeviceClock time;
+    ReadyCommands commands;
+    headless::PollPump pump;
+    EventLoop loop(time, commands, pump);
+    LoopTimer timer(loop, 1, true, Tick<0>);
+    constexpr int FarTooMany = 300;
+    int ticks = 0;
+    OnTick[0] = [&] {
+        for (const std::int64_t start = time.Milliseconds(); time.Milliseconds() < start + 3;) {
+        }
+        if (++ticks == FarTooMany)
+            timer.SetEnabled(false);
+    };
+    loop.PassTime(5);
+    loop.HandleDue();
+    EXPECT_LT(ticks, 100);
 }
 
 } // namespace

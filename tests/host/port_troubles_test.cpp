@@ -5,6 +5,7 @@
 #include "tests/platform/temporary_root.h"
 
 #include <cerrno>
+#include <cstring>
 #include <gmock/gmock.h>
 #include <grp.h>
 #include <sys/stat.h>
@@ -86,7 +87,7 @@ TEST(HeldPort, ALockWithoutAProcessNamesTheLockFile) {
 }
 
 TEST(FailedOpening, OfAnUnknownKindSaysWhatTheSystemSays) {
-    EXPECT_EQ(OpeningFailed(Adapter, EIO).Reason, "Opening it fails: Input/output error.");
+    EXPECT_EQ(OpeningFailed(Adapter, EIO).Reason, std::string("Opening it fails: ") + std::strerror(EIO) + ".");
 }
 
 TEST(StatusLine, IsEmptyWithoutAnError) {

@@ -19,7 +19,7 @@ public:
     ~PseudoTerminal() { PullOut(); }
 
     void PlugIn() {
-        End = posix_openpt(O_RDWR | O_NOCTTY);
+        End = posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC);
         ASSERT_GE(End, 0);
         ASSERT_EQ(grantpt(End), 0);
         ASSERT_EQ(unlockpt(End), 0);

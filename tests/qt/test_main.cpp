@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Tests of the window on a screen that nobody sees: one QApplication for all of them.
 #include "tests/qt/in_a_window.h"
+#include "tests/support/locale.h"
 
 #include <QApplication>
 #include <gtest/gtest.h>
@@ -12,6 +13,8 @@ int main(int count, char** words) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {}); // what this screen can't do
     testing::InitGoogleTest(&count, words);
+    if (!support::TakeLocale())
+        return 1;
     QApplication application(count, words);
     QApplication::setQuitOnLastWindowClosed(false);
     if (count > 1 && std::strcmp(words[1], "--form-on-this-screen") == 0) {

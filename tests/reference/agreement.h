@@ -32,13 +32,17 @@ inline constexpr bool Sanitized = __has_feature(address_sanitizer);
 inline constexpr bool Sanitized = false;
 #endif
 
-/// Runs so many cases, each from a seed of its own. QUORIN_SEED in the environment is the seed of the first one, and
-/// QUORIN_CASES multiplies their number: 1 and 1 by default. Under the sanitizers a tenth of them has to do.
+/// How many cases this run makes of so many.
+inline std::uint64_t CasesOf(std::uint64_t cases) {
+    return cases * Setting("QUORIN_CASES", 1) / Setting("QUORIN_FEWER", 1) / (Sanitized ? 10 : 1);
+}
+
+/// Runs so many cases, each from a seed of its own. QUORIN_SEED in the environment is the seed of the first one,
+/// QUORIN_CASES multiplies their number and QUORIN_FEWER divides it: all of them 1 by default. Under the sanitizers a
+/// tenth of the cases has to do.
 inline void ExpectAgreement(Comparison compare, std::uint64_t cases) {
     const std::uint64_t first = Setting("QUORIN_SEED", 1);
-    cases *= Setting("QUORIN_CASES", 1);
-    if (Sanitized)
-        cases /= 10;
+    cases = CasesOf(cases);
     std::cout << cases << " cases, seeds " << first << " to " << first + cases - 1 << std::endl;
     for (std::uint64_t seed = first; seed < first + cases; ++seed) {
         Choices choices(seed);
