@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
-// The bytes are the file of a line database in a device's memory. What is no database, or a damaged one, may stop the
-// program with a message; a table that was only looked at stays as it is.
+// The bytes are the file of a line database in a device's memory: a table, and a driver package as well. What is no
+// database, or a damaged one, may stop the program with a message; a table that was only looked at stays as it is.
 #include "fuzz/table_use.h"
 
 namespace {
 
-const std::string Name = "Databases/table.sqlite";
-const Text FullName = u"Device:\\table";
+const std::string Name = "Databases/tableqvd.sqlite";
+const Text FullName = u"Device:\\tableqvd";
 
 /// A file whose writer kept a log beside it is brought back to the form without one as it is opened.
 bool KeepsALog(const std::string& file) {
@@ -35,7 +35,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t cou
     const auto work = [&](fuzz::Technician& technician) {
         fuzz::LookAtTable(FullName);
         fuzz::Must(KeepsALog(file) || place.Bytes(Name) == file, "a table that was only looked at has changed");
-        for (const char16_t* caption : {u"Preferences...", u"Back", u"inf editor...", u"Add Driver..."})
+        for (const char16_t* caption : {u"Preferences...", u"Back", u"inf editor...", u"Add Driver...", u"Install..."})
             technician.Choose(caption);
         Edit();
     };
