@@ -1,22 +1,54 @@
 // SPDX-License-Identifier: MIT
-// Gives a target the files that are named on its command line, where no fuzzer is at hand.
+// Gives a target the files that are named on its command line, and all files of a folder that is, where no fuzzer is at
+// hand. The name of the file that a target ends at is the last one written.
+#include <algorithm>
 #include <cstdint>
 #include <cstdio>
+#include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <string>
 #include <vector>
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t count);
 
-int main(int count, char** names) {
-    for (int i = 1; i < count; ++i) {
-        std::ifstream file(names[i], std::ios::binary);
-        if (!file) {
-            std::fprintf(stderr, "Can't read %s\n", names[i]);
-            return 2;
-        }
-        const std::vector<char> bytes{std::istreambuf_iterator<char>(file), {}};
-        LLVMFuzzerTestOneInput(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size());
+namespace {
+
+/// In the order of their names, so that each replay is like the one before.
+std::vector<std::string> FilesAt(const std::string& path) {
+    if (!std::filesystem::is_directory(path))
+        return {path};
+    std::vector<std::string> files;
+    for (const auto& entry : std::filesystem::directory_iterator(path))
+        files.push_back(entry.path().string());
+    std::sort(files.begin(), files.end());
+    return files;
+}
+
+bool Replay(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    if (!file) {
+        std::fprintf(stderr, "Can't read %s\n", path.c_str());
+        return false;
     }
-    return 0;
+    std::printf("%s\n", path.c_str());
+    std::fflush(stdout);
+    const std::vector<char> bytes{std::istreambuf_iterator<char>(file), {}};
+    LLVMFuzzerTestOneInput(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size());
+    return true;
+}
+
+} // namespace
+
+int main(int count, char** paths) {
+    int replayed = 0;
+    for (int i = 1; i < count; ++i) {
+        for (const std::string& path : FilesAt(paths[i])) {
+            if (!Replay(path))
+                return 2;
+            ++replayed;
+        }
+    }
+    std::printf("%d files\n", replayed);
+    return replayed > 0 ? 0 : 2; // a corpus that is not there must not pass
 }

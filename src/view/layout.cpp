@@ -6,6 +6,7 @@
 #include "view/platform/platform.h"
 #include "view/screen_table.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace modPDAUI {
@@ -20,8 +21,10 @@ using platform::Device;
 constexpr float DesktopWidth = 640;
 constexpr float DesktopHeight = 480;
 
+/// A soft keyboard may say of itself what no number of pixels can hold.
 std::int32_t Pixels(float size) {
-    return static_cast<std::int32_t>(std::nearbyint(size));
+    constexpr float Farthest = 1'000'000; // no screen reaches that far
+    return static_cast<std::int32_t>(std::nearbyint(std::clamp(size, -Farthest, Farthest)));
 }
 
 /// What is left of grdMain's width for its columns.

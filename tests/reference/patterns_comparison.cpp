@@ -184,7 +184,7 @@ std::string CompareRests(Choices& choices) {
     const TextView alphabet = choices.OneIn(2) ? u"aab1$" : u"ab";
     // Some go over the places of one word, where what is spread over places is carried on.
     const bool isLong = choices.OneIn(256);
-    const Text text = (isLong ? Runs(choices, alphabet, 60 + choices.Below(70)) : Drawn(choices, alphabet, 11)) + u"a";
+    const Text text = (isLong ? Runs(choices, alphabet, 60 + choices.Below(25)) : Drawn(choices, alphabet, 11)) + u"a";
     const Text pattern = WithFewRepetitions(u"." + RowsOfRepetitions(choices, 5) + u"a", isLong ? 3 : 6);
     const Text dollars(choices.Below(5), u'$');
     const bool toTheEnd = !dollars.empty();

@@ -7,6 +7,7 @@
 #include "view/input_fields.h"
 #include "view/prompt.h"
 
+#include <limits>
 #include <ostream>
 
 namespace platform {
@@ -70,6 +71,14 @@ TEST_F(Layout, FormGrowsBackWhenTheKeyboardGoes) {
     Keyboard(true, 0, 80);
     Keyboard(false, 0, 80);
     EXPECT_EQ(FormBox(), InTwips({0, 0, 240, 320}));
+}
+
+TEST_F(Layout, AKeyboardBeyondAllNumbersOfPixelsLeavesACellThatHasAHeight) {
+    constexpr auto Least = std::numeric_limits<std::int32_t>::min();
+    Keyboard(true, 240, Least);
+    EXPECT_GT(Device.Main().RowHeight(0), 320);
+    Keyboard(false, 0, 0);
+    EXPECT_EQ(Device.Main().RowHeight(0), 320 - 2);
 }
 
 TEST_F(Layout, KeyboardEventIsKept) {

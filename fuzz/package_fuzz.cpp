@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: MIT
+// The bytes are a driver package: listed, installed twice, and its driver used. It lies on a card or, every other one,
+// in the data folder, where its inf table may take its own place. The table of drivers lacks its last line end.
+#include "fuzz/lines.h"
+#include "fuzz/technician.h"
+
+namespace {
+
+const std::string Drivers = "NAME|INFFILE\nMeter|meter.txt";
+constexpr std::int32_t WithCard = 3; // a device type
+constexpr std::int32_t WithoutCard = 0;
+
+void Install(fuzz::Technician& technician) {
+    for (const char16_t* caption : {u"inf editor...", u"Add Driver...", u"Install...", u"Install..."})
+        technician.Choose(caption);
+    fuzz::Must(!technician.Boxes.empty(), "an installation without a word");
+}
+
+/// Unless the package has named the table itself as the place of its inf.
+bool KeepsDrivers(const std::string& package, const std::string& after) {
+    std::vector<std::string> lines = fuzz::LinesOf(after);
+    lines.resize(2);
+    return package.find("drivers.txt") != std::string::npos || lines == fuzz::LinesOf(Drivers);
+}
+
+void UseDriver(fuzz::Technician& technician) {
+    technician.Choose(u"Start...");
+    technician.Tap(1);
+    for (const char16_t* caption : {u"Ok", u"New", u"Open", u"Close"})
+        technician.Choose(caption);
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t count) {
+    static const fuzz::Place place;
+    const std::string package = fuzz::AsString(bytes, count);
+    const bool onCard = count % 2 == 0;
+    const std::string folder = onCard ? "My Documents/Quorin/" : "Quorin/";
+    const std::int32_t deviceType = onCard ? WithCard : WithoutCard;
+    const auto putFiles = [&] {
+        place.Put(folder + "drivers.txt", Drivers);
+        place.Put(onCard ? "meter.qvd" : folder + "meter.qvd", package);
+    };
+    fuzz::Run(place, deviceType, putFiles, Install, {});
+    fuzz::Must(!onCard || place.Bytes("meter.qvd") == package, "a package that was only read has changed");
+    fuzz::Must(KeepsDrivers(package, place.Bytes(folder + "drivers.txt")), "a driver that was there is lost");
+    fuzz::WorkOn(place, deviceType, UseDriver); // whatever stops it: an inf may take the place of any table
+    return 0;
+}

@@ -1,0 +1,74 @@
+// SPDX-License-Identifier: MIT
+#include "fuzz/place.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <fstream>
+#include <iterator>
+
+namespace fuzz {
+
+namespace {
+
+const std::string OthersText = "None of the program's business\n";
+
+std::filesystem::path FastFolder() {
+    std::error_code ignored;
+    const bool inMemory = std::getenv("TMPDIR") == nullptr && std::filesystem::is_directory("/dev/shm", ignored);
+    return inMemory ? std::filesystem::path("/dev/shm") : std::filesystem::temp_directory_path();
+}
+
+std::string BytesOf(const std::filesystem::path& path) {
+    std::ifstream in(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), {}};
+}
+
+void Write(const std::filesystem::path& path, const std::string& bytes) {
+    std::ofstream(path, std::ios::binary) << bytes;
+}
+
+} // namespace
+
+void Must(bool holds, const std::string& what) {
+    if (holds)
+        return;
+    std::fprintf(stderr, "%s\n", what.c_str());
+    std::abort();
+}
+
+Place::Place() {
+    std::string name = (FastFolder() / "quorin-fuzz-XXXXXX").string();
+    Must(::mkdtemp(name.data()) != nullptr, "no folder to work in");
+    Whole = name;
+    RootFolder = Whole / "root";
+    Beside = Whole / "beside.txt";
+    Write(Beside, OthersText);
+}
+
+Place::~Place() {
+    std::error_code ignored;
+    std::filesystem::remove_all(Whole, ignored);
+}
+
+void Place::Empty() const {
+    std::filesystem::remove_all(RootFolder);
+    std::filesystem::create_directory(RootFolder);
+}
+
+void Place::Put(const std::string& name, const std::string& bytes) const {
+    std::filesystem::create_directories((RootFolder / name).parent_path());
+    Write(RootFolder / name, bytes);
+}
+
+std::string Place::Bytes(const std::string& name) const {
+    return BytesOf(RootFolder / name);
+}
+
+void Place::MustHaveKeptWithinRoot() const {
+    for (const auto& entry : std::filesystem::directory_iterator(Whole))
+        Must(entry.path() == RootFolder || entry.path() == Beside,
+             "outside of the root folder: " + entry.path().string());
+    Must(BytesOf(Beside) == OthersText, "a file outside of the root folder was written");
+}
+
+} // namespace fuzz

@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: MIT
+// The bytes are the settings file: the program is started on it, its preferences are looked at, and some are stored.
+// Whatever else stands in the file stays there, in its order.
+#include "fuzz/lines.h"
+#include "fuzz/technician.h"
+
+#include <algorithm>
+
+namespace {
+
+/// A line that the program may have changed: it sets a key that the program stores.
+bool SetsAKeyOfOurs(const std::string& line) {
+    const std::string key = modStringTools::ToBytes(modStringTools::LowerCase(modStringTools::FromBytes(line)));
+    return key.find("storagevolume") != std::string::npos || key.find("comport") != std::string::npos ||
+           key.find("colour") != std::string::npos || key.find("fontsize") != std::string::npos;
+}
+
+/// A last line without its end gets one, and a mark of the byte order goes.
+bool KeepsOtherLines(const std::string& before, const std::string& after) {
+    std::string old = before.compare(0, 3, "\xEF\xBB\xBF") == 0 ? before.substr(3) : before;
+    if (!old.empty() && old.back() != '\n')
+        old += '\n';
+    const std::vector<std::string> lines = fuzz::LinesOf(after);
+    auto place = lines.begin();
+    for (const std::string& line : fuzz::LinesOf(old)) {
+        if (SetsAKeyOfOurs(line))
+            continue;
+        place = std::find(place, lines.end(), line);
+        if (place == lines.end())
+            return false;
+        ++place;
+    }
+    return true;
+}
+
+void UsePreferences(fuzz::Technician& technician) {
+    technician.Choose(u"Preferences...");
+    for (std::int32_t row = 0; row < 5; ++row) {
+        technician.Tap(row);
+        technician.Tap(0);
+        technician.Tap(1);
+        technician.Choose(u"Back");
+        technician.Choose(u"Preferences...");
+    }
+    technician.Choose(u"Back");
+    for (const char16_t* caption : {u"Start...", u"Ok", u"Open"})
+        technician.Choose(caption);
+    technician.Tick(1600);
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t count) {
+    static const fuzz::Place place;
+    constexpr std::int32_t DeviceTypes[] = {0, 3, 6, 9};
+    const std::string settings = fuzz::AsString(bytes, count);
+    const auto putFiles = [&] {
+        fuzz::PutMeter(place);
+        place.Put("settings.ini", settings);
+    };
+    const std::int32_t deviceType = DeviceTypes[count % std::size(DeviceTypes)];
+    fuzz::Run(place, deviceType, putFiles, UsePreferences, {"is no number (setting ComPort)"});
+    fuzz::Must(KeepsOtherLines(settings, place.Bytes("settings.ini")), "a line of the settings is lost");
+    return 0;
+}

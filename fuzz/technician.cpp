@@ -1,0 +1,117 @@
+// SPDX-License-Identifier: MIT
+#include "fuzz/technician.h"
+
+#include "app/start_up.h"
+#include "platform/device/gestures.h"
+#include "platform/device/keyboard.h"
+
+#include <algorithm>
+
+namespace fuzz {
+
+using platform::device::ProgramOver;
+
+const char* const DriversTable = "NAME|INFFILE\nMeter|meter.txt\n";
+const char* const ControlTable = "DRIVER|FILE|DATE|ALIAS\nMeter|qrn0001.txt|20070301|\n";
+const char* const InfTable = "FIELDNAME|VISIBLE|COPY|BLOB|DISPLAY|CSVNAME|DATATYPE|FORMULA\n"
+                             "Moisture|1||Moisture|255||||\nPlace|1|1|dv: Site||||\nDay|1||||||DATE|startdate\n";
+const char* const Download = "Moisture|Place|Day\n23.4 %|North wall|05/03/2007\n|Cellar|\n";
+const char* const Settings = "[Settings]\nComPort=Com1\n";
+
+namespace {
+
+/// Boxes and prompts of one run. No work opens that many: a program that does goes round in a circle.
+constexpr int MostWaits = 1000;
+
+platform::headless::DeviceOptions OnPlace(const Place& place, std::int32_t deviceType) {
+    platform::headless::DeviceOptions options;
+    options.DeviceType = deviceType;
+    options.Root = place.Root().string();
+    options.StartMoment = *platform::device::MomentFromText("2007-03-05T09:30:00");
+    return options;
+}
+
+} // namespace
+
+Technician::Technician(const Place& place, std::int32_t deviceType) : Device(OnPlace(place, deviceType), *this, *this) {
+    platform::Install(&Device.record);
+    modQuorin::ResetModules();
+}
+
+Technician::~Technician() {
+    modQuorin::ResetModules();
+}
+
+void Technician::Choose(const Text& caption) {
+    platform::device::Choose(Device, caption);
+    Device.loop.HandleDue();
+}
+
+void Technician::Tap(std::int32_t row, std::int32_t col) {
+    platform::device::Tap(Device, row, col);
+    Device.loop.HandleDue();
+}
+
+void Technician::Enter(std::int32_t row, const Text& value) {
+    Tap(row, 1);
+    platform::device::SetInput(Device, value);
+    Device.loop.HandleDue();
+}
+
+void Technician::Receive(const Text& text) {
+    Device.serial.Arrive(text);
+    Device.loop.HandleDue();
+}
+
+void Technician::RunCommand() {
+    Must(++Waited < MostWaits, "boxes and prompts without end");
+    if (const auto* box = Device.boxes.Current()) {
+        Device.PressBoxButton(box->Buttons == platform::BoxButtons::Ok ? platform::BoxAnswer::Ok
+                                                                       : platform::BoxAnswer::Yes);
+        return;
+    }
+    if (platform::device::PickDate(Device, {2007, 3, 6}).empty())
+        return;
+    platform::device::SetInput(Device, Answer);
+    Choose(u"Ok");
+}
+
+void Technician::BoxOpened(const Text& text, platform::BoxButtons, platform::BoxIcon, const Text&) {
+    Boxes += modStringTools::ToBytes(text) + '\n';
+}
+
+std::string WorkOn(const Place& place, std::int32_t deviceType, const Work& work) {
+    Technician technician(place, deviceType);
+    try {
+        technician.Device.StartProgram();
+        work(technician);
+    } catch (const ProgramOver& over) {
+        if (over.Why == ProgramOver::Reason::Failed)
+            return modStringTools::ToBytes(over.Failure);
+    }
+    return {};
+}
+
+void Run(const Place& place, std::int32_t deviceType, const std::function<void()>& putFiles, const Work& work,
+         std::initializer_list<const char*> reasons) {
+    place.Empty();
+    putFiles();
+    const std::string stopped = WorkOn(place, deviceType, work);
+    const bool allowed = stopped.empty() || std::any_of(reasons.begin(), reasons.end(), [&](const char* reason) {
+                             return stopped.find(reason) != std::string::npos;
+                         });
+    Must(allowed, "the program was stopped: " + stopped);
+    const std::string again = WorkOn(place, deviceType, [](Technician&) {});
+    Must(again.empty(), "the program can't be started again: " + again);
+    place.MustHaveKeptWithinRoot();
+}
+
+void PutMeter(const Place& place) {
+    place.Put("settings.ini", Settings);
+    place.Put("Quorin/drivers.txt", DriversTable);
+    place.Put("Quorin/qrnctrl.txt", ControlTable);
+    place.Put("Quorin/meter.txt", InfTable);
+    place.Put("Quorin/qrn0001.txt", Download);
+}
+
+} // namespace fuzz
