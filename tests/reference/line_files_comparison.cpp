@@ -99,7 +99,7 @@ private:
             return Open(which);
         Line = Chosen.OneIn(4) ? static_cast<std::int32_t>(Chosen.Below(9)) - 2
                                : 1 + static_cast<std::int32_t>(Chosen.Below(6));
-        Position = Chosen.OneIn(8) ? 3 : 1 + Chosen.Below(2);
+        Position = Chosen.OneIn(8) ? 3 : 1 + static_cast<std::int32_t>(Chosen.Below(2));
         Words = Chosen.Of(Texts);
         SoFar.Note("step " + std::to_string(what) + " on " + std::to_string(which) + ", line" + Number(Line) +
                    ", position" + Number(Position) + ", [" + modStringTools::ToBytes(Words) + "]");
