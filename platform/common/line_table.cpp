@@ -27,7 +27,15 @@ std::unique_ptr<LineTable> LineTable::Open(const std::string& path, bool writabl
     if (EntryAt(path, entry) != NoError || !IsRegularFile(entry))
         return nullptr;
     std::unique_ptr<LineTable> table(new LineTable(writable));
-    if (!table->Connection.Open(path) || !table->ReadCodes()) {
+    if (!table->Connection.Open(path)) {
+        error = table->Connection.LastError();
+        return nullptr;
+    }
+    if (!table->IsPlain() || !table->HasRoomForItsPositions()) {
+        error = DeviceFailed;
+        return nullptr;
+    }
+    if (!table->ReadCodes()) {
         error = table->Connection.LastError();
         return nullptr;
     }
@@ -51,6 +59,26 @@ std::unique_ptr<LineTable> LineTable::Make(const std::string& path, const Databa
     if (!wasThere)
         ::unlinkat(entry.Folder.Number(), entry.Name.c_str(), 0);
     return nullptr;
+}
+
+/// A view, a trigger, a computed column or a table of a module runs what the maker of the file has written into it, for
+/// as long as that takes. A file that can't be looked into is left to who reads it.
+bool LineTable::IsPlain() {
+    SqlStatement odd;
+    constexpr const char* sql =
+        "SELECT (SELECT COUNT(*) FROM sqlite_master WHERE type NOT IN ('table', 'index') OR rootpage < 1)"
+        " + (SELECT COUNT(*) FROM pragma_table_xinfo('TEXT') WHERE hidden <> 0)"
+        " + (SELECT COUNT(*) FROM pragma_table_xinfo('DATABASE') WHERE hidden <> 0)";
+    return !odd.Prepare(Connection.Handle(), sql) || !odd.NextRow() || odd.Number(0) == 0;
+}
+
+/// Whoever walks the records goes by their count, which is that of the positions: a gap before the last one would keep
+/// the walk busy for ever. Records without gaps take a byte each at the very least.
+bool LineTable::HasRoomForItsPositions() {
+    SqlStatement beyond;
+    constexpr const char* sql = R"(SELECT MAX(Position) >= page_count * page_size FROM "TEXT", pragma_page_count,)"
+                                " pragma_page_size";
+    return !beyond.Prepare(Connection.Handle(), sql) || !beyond.NextRow() || beyond.Number(0) == 0;
 }
 
 bool LineTable::ReadCodes() {

@@ -28,7 +28,8 @@ struct DatabaseCodes {
 /// with the power, and the last commit is then taken back at the next opening.
 class LineTable {
 public:
-    /// Opens a line database. Nothing when that fails: with FileNotFound where the file is missing or is none.
+    /// Opens a line database. Nothing when that fails: with FileNotFound where the file is missing or is none, with
+    /// DeviceFailed where it holds what could keep a reader busy for ever.
     static std::unique_ptr<LineTable> Open(const std::string& path, bool writable, ErrorNumber& error);
     /// Makes one with no line table yet, in a file that is missing or empty. Nothing when that fails.
     static std::unique_ptr<LineTable> Make(const std::string& path, const DatabaseCodes& codes);
@@ -58,6 +59,8 @@ private:
     enum class Pending { None, Added, Edited };
 
     explicit LineTable(bool writable) : Writable(writable) {}
+    bool IsPlain();
+    bool HasRoomForItsPositions();
     bool ReadCodes();
     ErrorNumber MayWrite() const;
     ErrorNumber WriteCodes(const DatabaseCodes& codes);

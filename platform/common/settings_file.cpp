@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <fcntl.h>
 #include <optional>
 #include <unistd.h>
@@ -108,15 +109,19 @@ bool IsSection(std::string_view section) {
     return IsName(section) && section.back() != ']';
 }
 
-std::string ReadWhole(const FileEntry& entry) {
+ErrorNumber ReadWhole(const FileEntry& entry, std::string& bytes) {
     Descriptor file;
-    std::string bytes;
-    if (OpenRegular(entry, O_RDONLY, file) != NoError)
-        return bytes;
+    if (const ErrorNumber error = OpenRegular(entry, O_RDONLY, file); error != NoError)
+        return error;
     std::array<char, ReadBlock> block;
-    for (ssize_t count = 0; (count = ::read(file.Number(), block.data(), block.size())) > 0;)
+    for (;;) {
+        const ssize_t count = ::read(file.Number(), block.data(), block.size());
+        if (count < 0 && errno == EINTR)
+            continue;
+        if (count <= 0)
+            return count < 0 ? FromErrno(errno) : NoError;
         bytes.append(block.data(), static_cast<std::size_t>(count));
-    return bytes;
+    }
 }
 
 } // namespace
@@ -138,7 +143,14 @@ SettingsFile::SettingsFile(const PathMap& paths, const Text& devicePath)
 
 SettingsFile::SettingsFile(FindEntry find) : Find(std::move(find)) {
     FileEntry entry;
-    const std::string bytes = Find(entry) == NoError ? ReadWhole(entry) : std::string();
+    std::string bytes;
+    ReadError = Find(entry);
+    if (ReadError == NoError)
+        ReadError = ReadWhole(entry, bytes);
+    if (ReadError == FileNotFound)
+        ReadError = NoError; // the first setting makes it
+    if (ReadError != NoError)
+        return;
     std::size_t start = bytes.compare(0, ByteOrderMark.size(), ByteOrderMark) == 0 ? ByteOrderMark.size() : 0;
     while (start < bytes.size()) {
         const std::size_t end = std::min(bytes.find('\n', start), bytes.size());
@@ -185,6 +197,8 @@ ErrorNumber SettingsFile::Save(const Text&, const Text& section, const Text& key
     const std::string keyBytes = modStringTools::ToBytes(key);
     if (!IsKey(keyBytes) || !IsSection(sectionBytes))
         return PathRefused;
+    if (ReadError != NoError)
+        return ReadError;
     const std::string written = Escaped(modStringTools::ToBytes(value));
     const Place place = Locate(sectionBytes, keyBytes);
     std::vector<std::string> lines = Lines;

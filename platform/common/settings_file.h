@@ -33,8 +33,8 @@ namespace platform::common {
 ///     they are when a setting is saved. A new key is put behind the last key of its section, a new section at the end.
 ///
 /// The file is read once, at the start, and written as a whole at each save, so that it is the old one or the new one
-/// whatever happens meanwhile. A file that can't be read is an empty one. When saving fails the setting keeps its old
-/// value in memory too.
+/// whatever happens meanwhile. A file that can't be read is an empty one that can't be saved: what it holds would be
+/// gone. When saving fails the setting keeps its old value in memory too.
 class SettingsFile final : public Settings {
 public:
     /// A file that a person has named: links in the path are meant.
@@ -55,8 +55,9 @@ private:
     Place Locate(const std::string& section, const std::string& key) const;
     ErrorNumber Write(const std::vector<std::string>& lines) const;
 
-    FindEntry Find;                 ///< looked for at each use: its folder may be exchanged meanwhile
-    std::vector<std::string> Lines; ///< without LF; a CR in front of it is kept
+    FindEntry Find;                  ///< looked for at each use: its folder may be exchanged meanwhile
+    ErrorNumber ReadError = NoError; ///< why there are no lines, when the file may have some
+    std::vector<std::string> Lines;  ///< without LF; a CR in front of it is kept
 };
 
 } // namespace platform::common

@@ -10,6 +10,9 @@ namespace {
 /// How long a write waits for a tool that reads the same database, in milliseconds.
 constexpr int BusyTimeout = 1000;
 
+/// No text or row of a file is longer, in bytes. An expression in a file could ask for any length.
+constexpr int LongestText = 1 << 28;
+
 ErrorNumber FromSqlite(int result) {
     switch (result & 0xFF) { // the low byte is the error, the rest its finer kind
     case SQLITE_OK:
@@ -85,6 +88,7 @@ bool SqlConnection::Open(const std::string& path) {
     if (sqlite3_open_v2(path.c_str(), &Connection, flags, nullptr) != SQLITE_OK)
         return false;
     sqlite3_busy_timeout(Connection, BusyTimeout);
+    sqlite3_limit(Connection, SQLITE_LIMIT_LENGTH, LongestText);
     return true;
 }
 

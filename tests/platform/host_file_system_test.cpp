@@ -3,6 +3,7 @@
 #include "platform/common/host_file_system.h"
 
 #include "full_disk.h"
+#include "ordinary_user.h"
 #include "platform/common/host_files.h"
 #include "temporary_root.h"
 
@@ -172,21 +173,6 @@ TEST_F(HostFiles, KeepsTheOldFileWhenTheDiskFillsUnderACopy) {
     EXPECT_EQ(Root.Bytes("old.txt"), "old");
     EXPECT_EQ(Root.Entries(), 2) << "something was left beside it";
 }
-
-/// Rights are looked at: root, as which tests may run, has them all.
-class OrdinaryUser {
-public:
-    OrdinaryUser() { Changed = seteuid(65534) == 0; }
-    OrdinaryUser(const OrdinaryUser&) = delete;
-    OrdinaryUser& operator=(const OrdinaryUser&) = delete;
-    ~OrdinaryUser() {
-        if (Changed && seteuid(getuid()) != 0)
-            ADD_FAILURE() << "the tests can't have their rights back";
-    }
-
-private:
-    bool Changed = false;
-};
 
 TEST_F(HostFiles, LeavesAWriteProtectedFileAlone) {
     Root.Put("new.txt", "new");

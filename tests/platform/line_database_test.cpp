@@ -107,6 +107,26 @@ TEST_F(LineDatabaseFile, OfAnotherProgramIsNoLineDatabase) {
     EXPECT_THAT(Outside("Databases/other.sqlite", "SELECT name FROM sqlite_master"), ElementsAre("Songs"));
 }
 
+TEST_F(LineDatabaseFile, ThatWouldKeepItsReaderBusyForEverIsNotOpened) {
+    for (const char* trap : {
+             R"(INSERT INTO "TEXT" VALUES(2147483646, 2, 'far behind'))",
+             R"(DROP TABLE "TEXT"; CREATE VIEW "TEXT" AS WITH RECURSIVE Numbers(Position) AS
+                (SELECT 0 UNION ALL SELECT Position + 1 FROM Numbers)
+                SELECT Position, Position + 1 AS LineNumber, 'x' AS LineData FROM Numbers)",
+             R"(CREATE TRIGGER Forever BEFORE UPDATE ON "TEXT" BEGIN INSERT INTO "TEXT" WITH RECURSIVE Numbers(Position)
+                AS (SELECT 10 UNION ALL SELECT Position + 1 FROM Numbers) SELECT Position, 1, 'x' FROM Numbers; END)",
+             R"(ALTER TABLE "TEXT" ADD COLUMN Long TEXT AS (printf('%*d', 900000000, 1)))",
+         }) {
+        const DatabaseId id = Made(u"trap");
+        Append(id, u"one");
+        Databases.Close(id);
+        Outside("Databases/trap.sqlite", trap);
+        EXPECT_EQ(Databases.Open(u"trap", ModeReadWrite), 0) << trap;
+        EXPECT_EQ(Databases.FirstDatabase(0, 0), u"") << trap;
+        ASSERT_TRUE(Databases.Delete(u"trap"));
+    }
+}
+
 TEST_F(LineDatabaseFile, IsMadeInAFileThatACrashLeftEmpty) {
     Root.Put("Databases/drivers.sqlite", "");
     EXPECT_NE(Databases.Create(u"drivers", 1, 2), 0);

@@ -2,6 +2,7 @@
 #include "platform/common/settings_file.h"
 
 #include "full_disk.h"
+#include "ordinary_user.h"
 #include "temporary_root.h"
 
 #include <gtest/gtest.h>
@@ -153,6 +154,19 @@ TEST_F(SettingsFileTest, ReadsThroughALinkToIt) {
     EXPECT_EQ(Get(u"A"), u"1");
     ASSERT_EQ(Save(u"B", u"2"), NoError);
     EXPECT_EQ(Root.Bytes("elsewhere/real.ini"), "[Settings]\nA=1\nB=2\n");
+}
+
+/// The file is there for us to replace, but not to read: its other lines must not go.
+TEST_F(SettingsFileTest, ThatCannotBeReadIsNotSaved) {
+    Put("[Settings]\nA=1\n");
+    chmod(Root.Path().c_str(), 0777);
+    ASSERT_EQ(chmod(Root.Path("settings.ini").c_str(), 0222), 0);
+    {
+        const OrdinaryUser user;
+        EXPECT_EQ(Get(u"A"), u"default");
+        EXPECT_EQ(Save(u"B", u"2"), PermissionDenied);
+    }
+    EXPECT_EQ(Bytes(), "[Settings]\nA=1\n");
 }
 
 TEST_F(SettingsFileTest, IsMadeForItsOwnerAlone) {

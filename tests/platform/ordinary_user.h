@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+/// Rights are looked at: root, as which tests may run, has them all.
+class OrdinaryUser {
+public:
+    OrdinaryUser() { Changed = seteuid(65534) == 0; }
+    OrdinaryUser(const OrdinaryUser&) = delete;
+    OrdinaryUser& operator=(const OrdinaryUser&) = delete;
+    ~OrdinaryUser() {
+        if (Changed && seteuid(getuid()) != 0)
+            ADD_FAILURE() << "the tests can't have their rights back";
+    }
+
+private:
+    bool Changed = false;
+};
