@@ -53,6 +53,12 @@ void Socket::PullOut() {
     Instrument.PullOut();
 }
 
+void Socket::ForgetWhatWaits() const {
+    const int port = ::open(Path().c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC);
+    ASSERT_EQ(::tcflush(port, TCIFLUSH), 0);
+    ::close(port);
+}
+
 void Socket::Link() {
     std::filesystem::create_symlink(Instrument.Path(), Path());
 }

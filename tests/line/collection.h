@@ -17,6 +17,8 @@ struct Socket {
     void PlugIn();
     /// The name goes first: another test's terminal may get the number of this one at once.
     void PullOut();
+    /// What has come and was not read is gone, as it is when a real port is closed. A terminal would keep it.
+    void ForgetWhatWaits() const;
     std::string Path() const { return (Place.Path() / "line").string(); }
 
     support::TemporaryFolder Place;

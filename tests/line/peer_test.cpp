@@ -111,6 +111,7 @@ TEST(DeviceThatSlept, GetsWhatCameInFrontOfTheTickThatClosesThePort) {
     ASSERT_TRUE(Tells(collection.Device.Platform.serial.Descriptor()));
     collection.Tick(); // closes the port
     EXPECT_FALSE(collection.PortIsOpen());
+    collection.Line.ForgetWhatWaits();
     collection.Tick(4);
     EXPECT_EQ(collection.Values(), "1 %\n\n\nQI-7\n");
     EXPECT_TRUE(collection.PortIsOpen());

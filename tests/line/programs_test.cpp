@@ -31,7 +31,11 @@ double SecondsSince(Clock::time_point start) {
 /// end, so that a program which never comes to rest fails the test and does not hang it.
 class Flood {
 public:
-    Flood(int line, std::string bytes) : Bytes(std::move(bytes)), Sender([this, line] { Run(line); }) {}
+    Flood(int line, const std::string& bytes) {
+        while (Bytes.size() < AtATime)
+            Bytes += bytes;
+        Sender = std::thread([this, line] { Run(line); });
+    }
     Flood(const Flood&) = delete;
     Flood& operator=(const Flood&) = delete;
     ~Flood() {
@@ -42,6 +46,8 @@ public:
     static constexpr double Longest = 20; // seconds
 
 private:
+    static constexpr std::size_t AtATime = 65536;
+
     void Run(int line) {
         ::fcntl(line, F_SETFL, O_NONBLOCK);
         std::size_t place = 0;
