@@ -5,11 +5,11 @@
 #include "apps/quorin-instrument/player.h"
 #include "apps/quorin-instrument/pseudo_terminal.h"
 #include "apps/quorin-instrument/waiting.h"
+#include "platform/common/host_files.h"
 
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
-#include <cstring>
 #include <fcntl.h>
 #include <sys/prctl.h>
 #include <sys/wait.h>
@@ -80,7 +80,7 @@ std::string FirstLine(int descriptor) {
 DemoInstrument::DemoInstrument(std::chrono::milliseconds interval) {
     int ends[2];
     if (::pipe2(ends, O_CLOEXEC) != 0) {
-        ProblemText = std::strerror(errno);
+        ProblemText = platform::common::ReasonOf(errno);
         return;
     }
     const instrument::Descriptor answer(ends[0]);
@@ -91,7 +91,7 @@ DemoInstrument::DemoInstrument(std::chrono::milliseconds interval) {
     if (Process == 0)
         RunInstrument(interval, owner, ends[1]);
     if (Process < 0) {
-        ProblemText = std::strerror(errno);
+        ProblemText = platform::common::ReasonOf(errno);
         return;
     }
     answering.Close();

@@ -5,6 +5,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <fcntl.h>
 #include <memory>
 #include <sys/stat.h>
@@ -69,6 +70,11 @@ ErrorNumber FromErrno(int code) {
     default:
         return DeviceFailed;
     }
+}
+
+std::string ReasonOf(int code) {
+    const char* reason = ::strerrordesc_np(code);
+    return reason != nullptr ? reason : "error " + std::to_string(code);
 }
 
 Descriptor& Descriptor::operator=(Descriptor&& other) noexcept {

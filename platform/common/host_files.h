@@ -13,6 +13,9 @@ namespace platform::common {
 /// The error number that stands for a value of errno.
 ErrorNumber FromErrno(int code);
 
+/// What the system says of a value of errno: in English, as all our texts are, whatever the locale.
+std::string ReasonOf(int code);
+
 /// Owns a file descriptor, and closes it at the end of its life.
 class Descriptor {
 public:

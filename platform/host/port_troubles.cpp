@@ -2,6 +2,7 @@
 #include "platform/host/port_troubles.h"
 
 #include "platform/common/folder_names.h"
+#include "platform/common/host_files.h"
 #include "platform/host/port_names.h"
 
 #include <algorithm>
@@ -10,7 +11,6 @@
 #include <grp.h>
 #include <pwd.h>
 #include <sys/stat.h>
-#include <system_error>
 #include <unistd.h>
 #include <vector>
 
@@ -146,7 +146,7 @@ PortTrouble OpeningFailed(const std::string& path, int code) {
     case ENOTTY:
         return {"It is no serial port.", "Name the path of a serial port."};
     default:
-        return {"Opening it fails: " + std::generic_category().message(code) + ".",
+        return {"Opening it fails: " + common::ReasonOf(code) + ".",
                 "Unplug the adapter and plug it in again; sudo dmesg tells what the system makes of it."};
     }
 }

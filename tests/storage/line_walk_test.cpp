@@ -3,11 +3,11 @@
 #include "storage/line_files.h"
 
 #include "storage/settings.h"
+#include "tests/reference/agreement.h"
 #include "tests/support/test_device.h"
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <random>
 
 namespace modFileSystem {
@@ -92,8 +92,7 @@ class LineWalk : public testing::TestWithParam<const char16_t*> {};
 TEST_P(LineWalk, GivesWhatTheStepsGive) {
     support::TestDevice device;
     modQuorin::SetFilePaths();
-    const char* wish = std::getenv("QUORIN_CASES");
-    const int cases = wish != nullptr ? std::atoi(wish) : 4000;
+    const auto cases = static_cast<int>(reference::CasesOf(4000));
     std::mt19937 chance(7);
     const auto below = [&chance](std::uint32_t limit) { return static_cast<std::int32_t>(chance() % limit); };
     FileHandle file;
