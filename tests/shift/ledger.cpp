@@ -8,9 +8,9 @@ namespace shift {
 
 const char* NameOf(Fate fate) {
     static const char* const names[] = {
-        "on the way", "port closed",     "cut off",      "no connect",   "wrong origin", "unreadable",
-        "emptied",    "left in buffers", "other screen", "no row",       "refused",      "on screen",
-        "replaced",   "field taken",     "typed over",   "written over", "unsaved",      "deleted record"};
+        "on the way",      "port closed", "cut off",      "no connect", "wrong origin",  "unreadable", "emptied",
+        "left in buffers", "traced",      "other screen", "no row",     "refused",       "on screen",  "replaced",
+        "field taken",     "typed over",  "written over", "unsaved",    "deleted record"};
     static_assert(sizeof names / sizeof names[0] == static_cast<std::size_t>(Fate::FateCount));
     return names[static_cast<std::size_t>(fate)];
 }

@@ -21,6 +21,7 @@ enum class Fate {
     Unreadable,    ///< its record was damaged on the way
     Emptied,       ///< it waited for its decoding while a question stood, whose end empties the text that waits
     LeftInBuffers, ///< the program ended before it was decoded
+    Traced,        ///< it was listed on the trace of the link
     OtherScreen,   ///< no record was on screen
     NoRow,         ///< the driver has no row for its type
     Refused,       ///< the technician has kept the old value

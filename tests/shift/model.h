@@ -11,7 +11,7 @@
 
 namespace shift {
 
-enum class Place { Main, Drivers, Downloads, Record, DatePrompt, RenamePrompt, InstalledDrivers, Columns };
+enum class Place { Main, Drivers, Downloads, Record, DatePrompt, RenamePrompt, InstalledDrivers, Columns, Trace };
 
 const char* NameOf(Place place);
 
@@ -44,7 +44,9 @@ public:
     bool FieldOpen = false; ///< in a cell, or of the prompt for a name
     std::string FieldText;
     bool LinkWanted = false, LinkOpen = false, PortOpen = false, ServerMode = false;
+    bool CaretBehind = false; ///< the text, where typing goes on
     std::vector<bool> ColumnChoices;
+    std::vector<std::string> TraceLines;
     std::string Driver, OpenFile;
     InstrumentText Text;
 
@@ -91,7 +93,9 @@ public:
     void Type(const std::string& text);
     void PickDate(std::chrono::year_month_day date);
     void AcceptDate();
+    void TypeBehind(const std::string& text) { Type(FieldText + text); }
     void OpenInstalledDrivers();
+    void OpenTrace();
     void SelectDriver(std::size_t row);
     void ShowColumns();
     void ToggleColumn(std::size_t row) { ColumnChoices[row] = !ColumnChoices[row]; }
@@ -114,6 +118,7 @@ private:
 
     void Deliver();
     bool Capture(const Reading& reading);
+    void ListOnTrace(const Reading& reading);
     std::optional<std::size_t> FindRow(const Reading& reading, std::string& type) const;
     void Finish(const Reading& reading, const std::string& type);
     void Spread(const Reading& reading, const std::string& type);

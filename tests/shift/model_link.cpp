@@ -163,8 +163,10 @@ void Model::Deliver() {
 /// False when a question stands.
 bool Model::Capture(const Reading& reading) {
     const ResultId id = IdOf(reading.Value);
+    if (At == Place::Trace)
+        ListOnTrace(reading);
     if (!OnRecord()) {
-        Results->Note(id, Fate::OtherScreen);
+        Results->Note(id, At == Place::Trace ? Fate::Traced : Fate::OtherScreen);
         return true;
     }
     std::string type;
@@ -186,8 +188,21 @@ bool Model::Capture(const Reading& reading) {
     if (!FieldOpen || FieldText != reading.Shown())
         PutCell(*row, reading.Shown(), Fate::FieldTaken);
     FieldText = FieldOpen ? reading.Shown() : FieldText;
+    CaretBehind = false;
     Finish(reading, type);
     return true;
+}
+
+void Model::ListOnTrace(const Reading& reading) {
+    if (TraceLines.front().empty())
+        TraceLines.clear();
+    for (const std::string& type : reading.Types)
+        TraceLines.push_back("RT: " + type);
+    for (const std::string& variable : reading.Variables)
+        TraceLines.push_back("DV: " + variable);
+    TraceLines.push_back(reading.Shown());
+    TraceLines.emplace_back("---");
+    Tone(true);
 }
 
 /// Of several types the last that has a row, of several rows the first. A result without a type has the empty one,

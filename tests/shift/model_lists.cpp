@@ -5,8 +5,9 @@
 namespace shift {
 
 const char* NameOf(Place place) {
-    static const char* const names[] = {"ScrMain",  "ScrDrivers", "ScrDownloads",        "ScrInfRecord",
-                                        "ScrInput", "ScrInput",   "ScrInstalledDrivers", "ScrColumns"};
+    static const char* const names[] = {"ScrMain",          "ScrDrivers", "ScrDownloads",        "ScrInfRecord",
+                                        "ScrInput",         "ScrInput",   "ScrInstalledDrivers", "ScrColumns",
+                                        "ScrBluetoothDebug"};
     return names[static_cast<std::size_t>(place)];
 }
 
@@ -25,6 +26,14 @@ void Model::OpenInstalledDrivers() {
     At = Place::InstalledDrivers;
     SelectDriver(0);
     Repaint();
+}
+
+void Model::OpenTrace() {
+    At = Place::Trace;
+    TraceLines = {""};
+    Repaint();
+    LinkWanted = true;
+    LinkState = 2;
 }
 
 void Model::SelectDriver(std::size_t row) {
@@ -68,6 +77,7 @@ void Model::RemoveDownload() {
 void Model::Rename() {
     At = Place::RenamePrompt;
     FieldOpen = true;
+    CaretBehind = true;
     FieldText = Downloads()[SelectedRow];
 }
 
@@ -129,6 +139,7 @@ void Model::Back() {
         break;
     case Place::Drivers:
     case Place::InstalledDrivers:
+    case Place::Trace:
         At = Place::Main;
         break;
     case Place::Main:

@@ -117,6 +117,7 @@ void Model::TapCell(std::size_t row, bool onValue) {
         return;
     if (!Infs[row].IsDate) {
         FieldOpen = true;
+        CaretBehind = true;
         EditRow = row;
         FieldText = Cells[row];
         return;
@@ -139,6 +140,7 @@ void Model::Type(const std::string& text) {
         Dirty = true;
     }
     FieldText = text;
+    CaretBehind = true;
 }
 
 void Model::PickDate(std::chrono::year_month_day date) {

@@ -77,8 +77,21 @@ void Shift::RunOnce() {
     Twin.Start(awake);
     Note("the program starts at " + MomentText(awake));
     ++Counts.Restarts;
-    if (!Over && SetUp && Chance.OneIn(3))
+    TellProgress();
+    if (KindOfDevice.RoadOfLink == Road::Server && Chance.OneIn(4))
+        SwitchServer();
+    if (!Over && SetUp && Chance.OneIn(2))
         KillInsideASave();
+}
+
+/// Who waits for a million results hears something now and then.
+void Shift::TellProgress() {
+    const auto now = std::chrono::steady_clock::now();
+    if (now - LastWord < std::chrono::seconds(20))
+        return;
+    LastWord = now;
+    std::cerr << KindOfDevice.Name << ": " << Results.Sent() << " of " << Wanted << " results, " << MomentText(Twin.Now)
+              << ", " << Counts.FilesCompared << " files compared" << std::endl;
 }
 
 void Shift::Step() {
@@ -149,6 +162,8 @@ void Shift::Compare() {
         Expect("the mailbox file there", Folder.HasMailbox("ipcout.txt"), Twin.MailboxThere);
     if (Twin.OnRecord())
         CompareRecord();
+    if (Twin.At == Place::Trace)
+        Expect("the trace", Listed(Column(0)), Listed(Twin.TraceLines));
     std::set<std::string> names = Twin.Files.TakeWritten();
     if (Twin.Files.Has(Twin.OpenFile))
         names.insert(Twin.OpenFile);
@@ -157,14 +172,16 @@ void Shift::Compare() {
         CompareAllFiles();
 }
 
+std::vector<std::string> Shift::Column(std::int32_t col) {
+    std::vector<std::string> texts;
+    for (std::int32_t row = 0; row < Device().grdMain.Rows(); ++row)
+        texts.push_back(ToBytes(Device().grdMain.Cell(row, col)));
+    return texts;
+}
+
 void Shift::CompareRecord() {
-    std::vector<std::string> names, values, expected;
-    for (std::int32_t row = 0; row < Device().grdMain.Rows(); ++row) {
-        names.push_back(ToBytes(Device().grdMain.Cell(row, 0)));
-        values.push_back(ToBytes(Device().grdMain.Cell(row, 1)));
-    }
-    Expect("the names of the fields", Listed(names), Listed(Twin.OpenTable().Columns));
-    Expect("the record", Listed(values), Listed(Twin.Cells));
+    Expect("the names of the fields", Listed(Column(0)), Listed(Twin.OpenTable().Columns));
+    Expect("the record", Listed(Column(1)), Listed(Twin.Cells));
     Expect("the title", ToBytes(Device().grdTitle.Cell(0, 0)), Twin.Title);
     Expect("the position", ToBytes(Device().grdTitle.Cell(0, 1)),
            std::to_string(Twin.RecordNumber) + "/" + std::to_string(Twin.OpenTable().Rows.size()));

@@ -45,6 +45,7 @@ private:
     void RunOnce();
     void Step();
     void Account();
+    void TellProgress();
 
     // --- setting the device up
     void PlanSetUp();
@@ -64,6 +65,8 @@ private:
     void ActInRenamePrompt();
     void ActOnInstalledDrivers();
     void ActOnColumns();
+    void ActOnTrace();
+    void GoBack();
     void GoHome();
 
     // --- the instrument and the line
@@ -74,6 +77,8 @@ private:
     void LoseAir();
     void Serve();
     bool Trouble();
+    void TroubleAtTheServer();
+    void SwitchServer();
 
     // --- time and ends
     void WaitALittle();
@@ -84,7 +89,7 @@ private:
     void Sleep(Moment time);
     void Leave();
     void Kill();
-    bool KillInsideASave();
+    void KillInsideASave();
 
     // --- doing and comparing
     void Do(const std::string& what, const Doing& model, const std::function<std::string()>& device);
@@ -95,6 +100,7 @@ private:
     void CompareFiles(const std::set<std::string>& names);
     void CompareAllFiles();
     void CompareRecord();
+    std::vector<std::string> Column(std::int32_t col);
     void Expect(const std::string& what, const std::string& found, const std::string& expected);
     void Expect(const std::string& what, bool found, bool expected);
     bool Settled() const { return !Twin.RepaintAt; }
@@ -118,6 +124,7 @@ private:
     std::string Difference;
     std::deque<std::string> LastSteps;
     unsigned KillDelay = 300; ///< microseconds
+    std::chrono::steady_clock::time_point LastWord = std::chrono::steady_clock::now();
 };
 
 } // namespace shift

@@ -15,6 +15,9 @@ using modStringTools::FromBytes;
 constexpr std::size_t MostDownloads = 6; // of a driver; then the oldest is taken off
 constexpr std::size_t MostRecords = 40;
 constexpr std::size_t DeepestQuestion = 3;
+constexpr std::int32_t KeyEsc = 27;
+constexpr std::int32_t KeyLeft = 37;
+constexpr std::int32_t KeyRight = 39;
 constexpr std::int32_t KeyDown = 40;
 
 } // namespace
@@ -68,6 +71,9 @@ void Shift::Act() {
     case Place::Columns:
         ActOnColumns();
         break;
+    case Place::Trace:
+        ActOnTrace();
+        break;
     }
 }
 
@@ -106,25 +112,42 @@ void Shift::ActOnQuestion() {
 
 void Shift::GoHome() {
     if (Twin.At != Place::Main) {
-        Choose(Twin.OnRecord() ? "Close" : "Back", [this] { Twin.Back(); });
+        GoBack();
         return;
     }
     Over = true;
     Leave();
 }
 
+/// By the menu, the title bar or the Esc key.
+void Shift::GoBack() {
+    const std::uint32_t how = Below(6);
+    const bool prompt = Twin.At == Place::DatePrompt || Twin.At == Place::RenamePrompt;
+    if (how == 0) {
+        Do(
+            "close", [this] { Twin.Back(); }, [this] { return platform::device::CloseForm(Device()); });
+    } else if (how == 1 && !Twin.FieldOpen && !prompt) {
+        Do(
+            "key Esc", [this] { Twin.Back(); }, [this] { return platform::device::PressKey(Device(), KeyEsc); });
+    } else {
+        Choose(Twin.OnRecord() ? "Close" : "Back", [this] { Twin.Back(); });
+    }
+}
+
 void Shift::ActOnMain() {
-    if (Chance.OneIn(8))
+    if (Chance.OneIn(5))
         Leave();
-    else if (Chance.OneIn(6))
+    else if (Chance.OneIn(3))
         Choose("inf editor...", [this] { Twin.OpenInstalledDrivers(); });
+    else if (Chance.OneIn(5))
+        Choose("Bluetooth Debug...", [this] { Twin.OpenTrace(); });
     else
         Choose("Start...", [this] { Twin.OpenDrivers(); });
 }
 
 void Shift::ActOnDrivers() {
-    if (Chance.OneIn(5)) {
-        Choose("Back", [this] { Twin.Back(); });
+    if (Chance.OneIn(3)) {
+        GoBack();
         return;
     }
     const std::size_t row = Below(Outfits().size());
@@ -146,8 +169,8 @@ void Shift::ActOnDownloads() {
     } else if (what < 8) {
         ++Counts.Prompts;
         Choose("Rename", [this] { Twin.Rename(); });
-    } else if (what < 9) {
-        Choose("Back", [this] { Twin.Back(); });
+    } else if (what < 10) {
+        GoBack();
     } else if (what < 14) {
         Choose("Open", [this] { Twin.OpenDownload(); });
     } else {
@@ -170,24 +193,31 @@ void Shift::ActOnRecord() {
     else if (what < 13 && Settled())
         ActOnCell();
     else if (what < 14 || (what < 16 && Twin.OpenTable().Rows.size() > MostRecords))
-        Choose("Close", [this] { Twin.Back(); });
+        GoBack();
     else
         WaitForTick();
 }
 
 void Shift::ActOnRecordCommand() {
     static const char* const walks[] = {"Next Record", "Previous Record", "First Record", "Last Record"};
-    const std::uint32_t what = Below(12);
+    const std::uint32_t what = Below(24);
     std::string command = "New Record";
     if (what == 0)
         command = "Delete Record";
-    else if (what == 1)
+    else if (what < 3)
         command = "Insert Record";
-    else if (what < 5 || Twin.OpenTable().Rows.size() > MostRecords)
+    else if (what < 6 || Twin.OpenTable().Rows.size() > MostRecords)
         command = Chance.Of(walks);
     Counts.NewRecords += command == "New Record" ? 1 : 0;
     Counts.Inserted += command == "Insert Record" ? 1 : 0;
-    Choose(command, [&] { Twin.Command(command); });
+    const bool next = command == "Next Record";
+    if ((next || command == "Previous Record") && !Twin.FieldOpen && Chance.OneIn(2)) {
+        Do(
+            next ? "key right" : "key left", [&] { Twin.Command(command); },
+            [&] { return platform::device::PressKey(Device(), next ? KeyRight : KeyLeft); });
+    } else {
+        Choose(command, [&] { Twin.Command(command); });
+    }
 }
 
 void Shift::ActOnCell() {
@@ -206,8 +236,13 @@ void Shift::ActInField() {
                                         "", "x"};
     const std::uint32_t what = Below(8);
     const std::size_t row = Below(Twin.Fields().size());
-    if (what < 3) {
-        const std::string text = Chance.Of(texts);
+    const std::string text = Chance.Of(texts);
+    if (what == 0 && Twin.CaretBehind) {
+        ++Counts.Edits;
+        Do(
+            "type " + text, [&] { Twin.TypeBehind(text); },
+            [&] { return platform::device::TypeText(Device(), FromBytes(text)); });
+    } else if (what < 3) {
         ++Counts.Edits;
         Do(
             "set " + text, [&] { Twin.Type(text); },
@@ -217,7 +252,7 @@ void Shift::ActInField() {
     } else if (what == 5) {
         ActOnRecordCommand();
     } else if (what == 6 && Chance.OneIn(4)) {
-        Choose("Close", [this] { Twin.Back(); });
+        GoBack();
     } else {
         WaitForTick();
     }
@@ -226,7 +261,7 @@ void Shift::ActInField() {
 void Shift::ActInDatePrompt() {
     const std::uint32_t what = Below(4);
     if (what == 0) {
-        Choose("Back", [this] { Twin.Back(); });
+        GoBack();
     } else if (what == 1) {
         Choose("Ok", [this] { Twin.AcceptDate(); });
     } else {
@@ -246,7 +281,7 @@ void Shift::ActInRenamePrompt() {
                                         "ber Tage"};
     const std::uint32_t what = Below(4);
     if (what == 0) {
-        Choose("Back", [this] { Twin.Back(); });
+        GoBack();
     } else if (what < 3) {
         ++Counts.Renamed;
         Choose("Ok", [this] { Twin.AcceptName(); });
@@ -262,7 +297,7 @@ void Shift::ActOnInstalledDrivers() {
     const std::uint32_t what = Below(3);
     const std::size_t row = Below(Outfits().size());
     if (what == 0)
-        Choose("Back", [this] { Twin.Back(); });
+        GoBack();
     else if (what == 1)
         Tap(row, 0, [&] { Twin.SelectDriver(row); });
     else
@@ -272,11 +307,18 @@ void Shift::ActOnInstalledDrivers() {
 void Shift::ActOnColumns() {
     if (Chance.OneIn(3)) {
         ++Counts.ColumnChanges;
-        Choose("Back", [this] { Twin.Back(); });
+        GoBack();
         return;
     }
     const std::size_t row = Below(Twin.ColumnChoices.size());
     Tap(row, 0, [&] { Twin.ToggleColumn(row); });
+}
+
+void Shift::ActOnTrace() {
+    if (Chance.OneIn(6))
+        GoBack();
+    else
+        WaitForTick();
 }
 
 const Outfit& Shift::OutfitInHand() const {

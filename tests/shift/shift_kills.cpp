@@ -27,7 +27,11 @@ void SpinFor(unsigned microseconds) {
 } // namespace
 
 void Shift::Leave() {
-    Choose("Exit", [this] { Twin.End(); });
+    if (SetUp && Chance.OneIn(4))
+        Do(
+            "close", [this] { Twin.End(); }, [this] { return platform::device::CloseForm(Device()); });
+    else
+        Choose("Exit", [this] { Twin.End(); });
 }
 
 /// As cutting the power would, also while a question stands: nothing is closed, nothing is saved.
@@ -42,24 +46,30 @@ void Shift::Kill() {
 
 /// A child runs the program on the same folder, types into a record and gives a command that saves it. It is killed at
 /// any moment of that; the file is then as it was before one of the command's writes, and whole.
-bool Shift::KillInsideASave() {
-    const std::size_t driver = Below(Outfits().size());
+void Shift::KillInsideASave() {
     Model twin = Twin;
-    twin.OpenDrivers();
+    std::vector<std::pair<std::size_t, std::size_t>> choices; // rows of the two lists
+    for (std::size_t row = 0; row < Outfits().size(); ++row) {
+        twin.OpenDriver(row);
+        const std::vector<std::size_t> downloads = twin.Files.DownloadsOf(twin.Driver);
+        for (std::size_t i = 0; i < downloads.size(); ++i) {
+            if (twin.Files.Has(twin.Files.Read(RegisterName).At(downloads[i], "FILE")))
+                choices.emplace_back(row, i);
+        }
+    }
+    if (choices.empty())
+        return;
+    const std::size_t choice = Below(choices.size());
+    const std::size_t driver = choices[choice].first;
+    const std::size_t download = choices[choice].second;
     twin.OpenDriver(driver);
-    if (twin.Downloads().empty())
-        return false;
-    const std::size_t download = Below(twin.Downloads().size());
     twin.SelectDownload(download);
-    const std::size_t inRegister = twin.Files.DownloadsOf(twin.Driver)[download];
-    if (!twin.Files.Has(twin.Files.Read(RegisterName).At(inRegister, "FILE")))
-        return false; // it would be made, which is another matter
     twin.OpenDownload();
     std::size_t row = 0;
     while (row < twin.Fields().size() && (!twin.Fields()[row].Visible || twin.Fields()[row].IsDate))
         ++row;
     if (row == twin.Fields().size())
-        return false;
+        return;
     static const char* const commands[] = {"Next Record", "New Record", "Insert Record"};
     const std::string command = Chance.Of(commands);
     const std::string text = "before the kill " + std::to_string(Counts.RealKills);
@@ -75,7 +85,7 @@ bool Shift::KillInsideASave() {
     std::deque<Doing> plan;
     int pipe[2] = {-1, -1};
     if (::pipe(pipe) != 0)
-        return false;
+        return;
     const auto say = [&pipe] {
         if (::write(pipe[1], "s", 1) != 1)
             ::_exit(1);
@@ -138,11 +148,10 @@ bool Shift::KillInsideASave() {
     if (state == states.size()) {
         Expect(twin.OpenFile + " after a kill", found,
                states.front().Read(twin.OpenFile).Bytes() + "  or\n" + states.back().Read(twin.OpenFile).Bytes());
-        return false;
+        return;
     }
     Counts.TornToNew += state > 0 ? 1 : 0;
     Twin.Files = states[state];
-    return true;
 }
 
 } // namespace shift

@@ -39,7 +39,8 @@ bool Shift::ActOnLine() {
         return true;
     }
     if (Results.Sent() < Wanted &&
-        (listening ? Twin.OnRecord() ? Chance.OneIn(5) : Chance.OneIn(25) : Chance.OneIn(80))) {
+        (listening ? Twin.OnRecord() || Twin.At == Place::Trace ? Chance.OneIn(7) : Chance.OneIn(25)
+                   : Chance.OneIn(80))) {
         Send();
         return true;
     }
@@ -141,23 +142,7 @@ bool Shift::Trouble() {
         return true;
     }
     if (KindOfDevice.RoadOfLink == Road::Server) {
-        if (Chance.OneIn(40)) {
-            Twin.MailboxLocked = !Twin.MailboxLocked;
-            ++Counts.Locks;
-            Note(Twin.MailboxLocked ? "the server locks the mailbox" : "the server unlocks the mailbox");
-            if (Twin.MailboxLocked)
-                Folder.PutMailbox("ipcout.lock", "");
-            else
-                Folder.RemoveMailbox("ipcout.lock");
-        }
-        if (Chance.OneIn(Twin.ServerRuns ? 500 : 30)) {
-            Twin.ServerRuns = !Twin.ServerRuns;
-            Note(Twin.ServerRuns ? "the server starts" : "the server stops");
-            if (Twin.ServerRuns)
-                Folder.PutMailbox("rfcomm.run", "");
-            else
-                Folder.RemoveMailbox("rfcomm.run");
-        }
+        TroubleAtTheServer();
         return false;
     }
     if (Twin.PortOpen && Chance.OneIn(120)) {
@@ -178,6 +163,29 @@ bool Shift::Trouble() {
         Device().serial.FailOpenings(count);
     }
     return false;
+}
+
+void Shift::TroubleAtTheServer() {
+    if (Chance.OneIn(Twin.ServerRuns ? 500 : 30))
+        SwitchServer();
+    if (!Chance.OneIn(Twin.MailboxLocked ? 15 : 60))
+        return;
+    Twin.MailboxLocked = !Twin.MailboxLocked;
+    ++Counts.Locks;
+    Note(Twin.MailboxLocked ? "the server locks the mailbox" : "the server unlocks the mailbox");
+    if (Twin.MailboxLocked)
+        Folder.PutMailbox("ipcout.lock", "");
+    else
+        Folder.RemoveMailbox("ipcout.lock");
+}
+
+void Shift::SwitchServer() {
+    Twin.ServerRuns = !Twin.ServerRuns;
+    Note(Twin.ServerRuns ? "the server starts" : "the server stops");
+    if (Twin.ServerRuns)
+        Folder.PutMailbox("rfcomm.run", "");
+    else
+        Folder.RemoveMailbox("rfcomm.run");
 }
 
 // --- time
