@@ -80,7 +80,7 @@ void Shift::RunOnce() {
     TellProgress();
     if (KindOfDevice.RoadOfLink == Road::Server && Chance.OneIn(4))
         SwitchServer();
-    if (!Over && SetUp && Chance.OneIn(2))
+    while (!Over && SetUp && Difference.empty() && !Chance.OneIn(2))
         KillInsideASave();
 }
 

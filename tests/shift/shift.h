@@ -16,7 +16,7 @@ namespace shift {
 /// What happened in a shift, in numbers.
 struct Tally {
     std::uint64_t Steps = 0, Questions = 0, Yes = 0, No = 0, Prompts = 0, Nested = 0, Diverted = 0;
-    std::uint64_t Restarts = 0, Kills = 0, RealKills = 0, InsideASave = 0, TornToNew = 0;
+    std::uint64_t Restarts = 0, Kills = 0, RealKills = 0, InsideASave = 0, NewState = 0;
     std::uint64_t Drops = 0, FailedOpenings = 0, Sleeps = 0, Midnights = 0, Tomorrows = 0, Notices = 0, Locks = 0;
     std::uint64_t NewRecords = 0, Inserted = 0, DeletedRecords = 0, NewDownloads = 0, DeletedDownloads = 0;
     std::uint64_t Renamed = 0, Edits = 0, Dates = 0, ColumnChanges = 0, FilesCompared = 0;
@@ -89,6 +89,17 @@ private:
     void Sleep(Moment time);
     void Leave();
     void Kill();
+
+    /// A save that a child is to be killed in.
+    struct SavingPlan {
+        Model Before; ///< with the record on screen
+        std::size_t Driver = 0, Download = 0, Row = 0;
+        std::string Text{}, Command{};
+    };
+    std::optional<SavingPlan> PlanASave();
+    std::vector<std::string> StatesOf(const SavingPlan& plan);
+    [[noreturn]] void SaveInAChild(const SavingPlan& plan, int pipe);
+    bool RunChild(const SavingPlan& plan, std::optional<unsigned> delay);
     void KillInsideASave();
 
     // --- doing and comparing

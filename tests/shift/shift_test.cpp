@@ -31,7 +31,7 @@ void Print(const Shift& shift, const Kind& kind, std::uint64_t seed, double seco
     std::cout << " without one " << shift.LostWithoutARule.size() << "\n  questions " << n.Questions << " (yes "
               << n.Yes << ", no " << n.No << "), inside one another " << n.Nested << ", prompts " << n.Prompts
               << ", notices " << n.Notices << "\n  restarts " << n.Restarts << ", kills " << n.Kills << ", real kills "
-              << n.RealKills << " (inside a save " << n.InsideASave << ", new state " << n.TornToNew << ")\n  drops "
+              << n.RealKills << " (inside a save " << n.InsideASave << ", new state " << n.NewState << ")\n  drops "
               << n.Drops << ", failed openings " << n.FailedOpenings << ", sleeps " << n.Sleeps << ", midnights "
               << n.Midnights << ", waits for tomorrow " << n.Tomorrows << ", locks " << n.Locks << "\n  new records "
               << n.NewRecords << ", inserted " << n.Inserted << ", deleted " << n.DeletedRecords << ", downloads made "
