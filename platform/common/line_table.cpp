@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <fcntl.h>
+#include <sqlite3.h>
 #include <unistd.h>
 
 namespace platform::common {
@@ -37,6 +38,8 @@ std::unique_ptr<LineTable> LineTable::Open(const std::string& path, bool writabl
     }
     if (!table->ReadCodes()) {
         error = table->Connection.LastError();
+        if (error == FileNotFound && !table->HoldsNothing())
+            error = DeviceFailed;
         return nullptr;
     }
     error = table->Connection.Execute(Durability);
@@ -89,6 +92,13 @@ bool LineTable::ReadCodes() {
     return true;
 }
 
+/// A program that was killed may have left a file in which nothing has been made yet.
+bool LineTable::HoldsNothing() {
+    SqlStatement tables;
+    return tables.Prepare(Connection.Handle(), "SELECT COUNT(*) FROM sqlite_master") && tables.NextRow() &&
+           tables.Number(0) == 0;
+}
+
 /// Fails for a file that holds a line database, or another one, already: the tables can't be made twice.
 ErrorNumber LineTable::WriteCodes(const DatabaseCodes& codes) {
     SqlStatement tables;
@@ -104,12 +114,34 @@ ErrorNumber LineTable::WriteCodes(const DatabaseCodes& codes) {
     return Connection.Execute(sql.c_str());
 }
 
-std::int64_t LineTable::RecordCount() {
+/// Looks whether the statement that has just given no row was kept from it. Whoever went on then would take the lines
+/// for missing, and write over them.
+ErrorNumber LineTable::NoteFailedRead() {
+    switch (sqlite3_errcode(Connection.Handle())) {
+    case SQLITE_OK:
+    case SQLITE_ROW:
+    case SQLITE_DONE:
+    case SQLITE_ERROR: // no line table has been declared
+        return FailedRead;
+    default:
+        return FailedRead = DeviceFailed;
+    }
+}
+
+ErrorNumber LineTable::CountRecords(std::int64_t& count) {
+    count = 0;
     if (!LastPosition.Prepare(Connection.Handle(), R"(SELECT IFNULL(MAX(Position), -1) + 1 FROM "TEXT")"))
-        return 0;
-    const std::int64_t count = LastPosition.NextRow() ? LastPosition.Number(0) : 0;
+        return NoteFailedRead();
+    if (LastPosition.NextRow())
+        count = LastPosition.Number(0);
+    const ErrorNumber error = NoteFailedRead();
     LastPosition.Done();
-    return count;
+    return error;
+}
+
+std::int64_t LineTable::RecordCount() {
+    std::int64_t count = 0;
+    return CountRecords(count) == NoError ? count : -1;
 }
 
 /// Once a batch has been rolled back by a failure inside it, as SQLite does when the disk is full, a further write
@@ -127,7 +159,8 @@ ErrorNumber LineTable::Declare() {
 
 ErrorNumber LineTable::AddRecord() {
     State = Pending::None;
-    Current = RecordCount();
+    if (const ErrorNumber error = CountRecords(Current); error != NoError)
+        return error;
     if (const ErrorNumber error = MayWrite(); error != NoError)
         return error;
     if (!InsertOne.Prepare(Connection.Handle(), R"(INSERT INTO "TEXT" VALUES(?1, ?2, ?3))"))
@@ -160,8 +193,10 @@ ErrorNumber LineTable::Commit() {
         return DeviceFailed;
     if (const ErrorNumber error = MayWrite(); error != NoError)
         return error;
-    if (State == Pending::Added)
-        Current = RecordCount();
+    if (State == Pending::Added) {
+        if (const ErrorNumber error = CountRecords(Current); error != NoError)
+            return error;
+    }
     const ErrorNumber error = State == Pending::Added ? Insert(Current) : Update(Current);
     if (error == NoError)
         State = Pending::None;
@@ -188,10 +223,14 @@ ErrorNumber LineTable::Update(std::int64_t position) {
 }
 
 bool LineTable::Load(std::int64_t position, LineRecord& record) {
-    if (!Select.Prepare(Connection.Handle(), R"(SELECT LineNumber, LineData FROM "TEXT" WHERE Position = ?1)"))
+    if (!Select.Prepare(Connection.Handle(), R"(SELECT LineNumber, LineData FROM "TEXT" WHERE Position = ?1)")) {
+        NoteFailedRead();
         return false;
+    }
     Select.Bind(1, position);
     const bool found = Select.NextRow();
+    if (!found)
+        NoteFailedRead();
     if (found) {
         record.LineNumber = static_cast<std::int32_t>(Select.Number(0));
         record.LineData = modStringTools::FromBytes(Select.Bytes(1));
@@ -251,7 +290,9 @@ ErrorNumber LineTable::ShiftRecords(std::int64_t position) {
     MoveTo(position);
     if (const ErrorNumber error = MayWrite(); error != NoError)
         return error;
-    const std::int64_t count = RecordCount();
+    std::int64_t count = 0;
+    if (const ErrorNumber error = CountRecords(count); error != NoError)
+        return error;
     if (position < 0 || position >= count)
         return FileNotFound;
     if (const ErrorNumber error = BeginStep(); error != NoError)
@@ -292,13 +333,14 @@ ErrorNumber LineTable::FindRecord(std::int32_t lineNumber) {
     constexpr const char* sql = R"(SELECT Position FROM "TEXT" WHERE LineNumber = ?1 ORDER BY Position LIMIT 1)";
     State = Pending::None;
     if (!Find.Prepare(Connection.Handle(), sql))
-        return FileNotFound;
+        return NoteFailedRead() == NoError ? FileNotFound : FailedRead;
     Find.Bind(1, std::int64_t{lineNumber});
     const bool found = Find.NextRow();
     if (found)
         Current = Find.Number(0);
+    const ErrorNumber error = found ? NoError : NoteFailedRead();
     Find.Done();
-    return found ? NoError : FileNotFound;
+    return found || error != NoError ? error : FileNotFound;
 }
 
 std::int64_t LineTable::Position() {
@@ -307,7 +349,7 @@ std::int64_t LineTable::Position() {
 
 void LineTable::MoveTo(std::int64_t position) {
     State = Pending::None;
-    Current = std::clamp<std::int64_t>(position, 0, RecordCount());
+    Current = std::clamp<std::int64_t>(position, 0, std::max<std::int64_t>(RecordCount(), 0));
 }
 
 void LineTable::MoveBy(std::int64_t step) {

@@ -28,15 +28,16 @@ struct DatabaseCodes {
 /// with the power, and the last commit is then taken back at the next opening.
 class LineTable {
 public:
-    /// Opens a line database. Nothing when that fails: with FileNotFound where the file is missing or is none, with
-    /// DeviceFailed where it holds what could keep a reader busy for ever.
+    /// Opens a line database. Nothing when that fails: with FileNotFound where the file is missing or holds nothing at
+    /// all. One that holds anything else, as a damaged database does, is not missing: it must not be made anew. Nor is
+    /// one that holds what could keep a reader busy for ever.
     static std::unique_ptr<LineTable> Open(const std::string& path, bool writable, ErrorNumber& error);
     /// Makes one with no line table yet, in a file that is missing or empty. Nothing when that fails.
     static std::unique_ptr<LineTable> Make(const std::string& path, const DatabaseCodes& codes);
 
     const DatabaseCodes& Codes() const { return Stored; }
 
-    std::int64_t RecordCount();
+    std::int64_t RecordCount(); ///< -1 from the first failed read on, until it is opened again
     ErrorNumber Declare();
     ErrorNumber AddRecord();
     ErrorNumber BeginEdit();
@@ -62,6 +63,9 @@ private:
     bool IsPlain();
     bool HasRoomForItsPositions();
     bool ReadCodes();
+    bool HoldsNothing();
+    ErrorNumber CountRecords(std::int64_t& count);
+    ErrorNumber NoteFailedRead();
     ErrorNumber MayWrite() const;
     ErrorNumber WriteCodes(const DatabaseCodes& codes);
     ErrorNumber Insert(std::int64_t position);
@@ -90,6 +94,7 @@ private:
     Pending State = Pending::None;
     LineRecord Draft; ///< what the next commit stores, while something is pending
     bool InBatch = false;
+    ErrorNumber FailedRead = NoError; ///< what kept a record from us that may well be there
 };
 
 } // namespace platform::common

@@ -33,10 +33,13 @@ void ShowDriverRow() {
 
 } // namespace
 
+/// The drivers table comes last, and not without the other: as long as it is missing, the next start makes both again.
 void CreateBlankDriversFile() {
-    CreateTable(Paths.DriversFile, DriversHeader, u"w", DataType, DataCreator);
-    CloseTable();
     CreateTable(Paths.ControlFile, ControlHeader, u"r", DataType, DataCreator);
+    if (!Table.TableFile.valid)
+        return;
+    CloseTable();
+    CreateTable(Paths.DriversFile, DriversHeader, u"w", DataType, DataCreator);
     CloseTable();
 }
 
@@ -46,9 +49,12 @@ void LoadDriverList() {
     if (!Table.TableFile.valid) {
         CreateBlankDriversFile();
         OpenDrivers();
-        if (!Table.TableFile.valid)
-            return;
+    } else if (TableRowCount() < 0) { // it was broken off before its header: the first driver would become that
+        CloseTable();
+        CreateTable(Paths.DriversFile, DriversHeader, u"r", DataType, DataCreator);
     }
+    if (!Table.TableFile.valid)
+        return;
     const std::int32_t count = TableRowCount();
     if (count > 0)
         FirstRow();

@@ -25,6 +25,14 @@ void Must(const char16_t* what, const FileHandle& handle, platform::ErrorNumber 
         FailOnFile(what, handle, error);
 }
 
+/// Stops the program where the database can't be read: a line that seems to be missing may be there.
+std::int32_t CountOf(const FileHandle& handle) {
+    const std::int32_t count = Databases().RecordCount(SlotOf(handle));
+    if (count < 0)
+        FailOnFile(u"read", handle, platform::DeviceFailed);
+    return count;
+}
+
 /// Writes the current record, which is added or under edit, and commits it.
 bool Store(const FileHandle& handle, const LineRecord& record) {
     const DatabaseId id = SlotOf(handle);
@@ -40,7 +48,10 @@ bool Rewrite(const FileHandle& handle, const LineRecord& record) {
 }
 
 bool ReadLineRecord(const FileHandle& handle, std::int32_t line, LineRecord& record) {
-    return Databases().ReadRecord(SlotOf(handle), record) && record.LineNumber == line;
+    if (Databases().ReadRecord(SlotOf(handle), record))
+        return record.LineNumber == line;
+    CountOf(handle);
+    return false;
 }
 
 /// Makes room at `target`; false when a record is missing.
@@ -57,8 +68,10 @@ bool InsertRecord(const FileHandle& handle, std::int32_t target, const Text& tex
 }
 
 bool DeleteRecord(const FileHandle& handle) {
-    if (!Databases().DeleteRecord(SlotOf(handle)))
+    if (!Databases().DeleteRecord(SlotOf(handle))) {
+        CountOf(handle);
         return false;
+    }
     Must(u"write to", handle, Databases().RenumberRecords(SlotOf(handle)));
     return true;
 }
@@ -74,6 +87,7 @@ bool OpenDatabaseLines(FileHandle& handle) {
     else if (handle.mode == u"w")
         Databases().Delete(handle.name);
     Slots.OpenError = handle.mode == u"w" ? platform::FileNotFound : Databases().OpenError();
+    Slots.IsKept = id == 0 && Slots.OpenError != platform::FileNotFound;
     if (id == 0 && handle.mode != u"r" && !DeviceKeptFile()) {
         id = Databases().Create(handle.name, PackCode(handle.fileType), PackCode(handle.creator));
         handle.recordNumber = 0;
@@ -88,7 +102,7 @@ void CloseDatabaseLines(FileHandle& handle) {
 
 bool WriteDatabaseLine(FileHandle& handle, const Text& text) {
     const DatabaseId id = SlotOf(handle);
-    handle.recordNumber = Databases().RecordCount(id) + 1;
+    handle.recordNumber = CountOf(handle) + 1;
     if (handle.recordNumber == 1) // the first line makes the table
         Must(u"write to", handle, Databases().DeclareTable(id, u"TEXT", u"LineNumber long, LineData String"));
     Must(u"add a line to", handle, Databases().AddRecord(id));
@@ -97,8 +111,13 @@ bool WriteDatabaseLine(FileHandle& handle, const Text& text) {
 
 std::int32_t SeekDatabaseLine(FileHandle& handle, std::int32_t line) {
     const DatabaseId id = SlotOf(handle);
-    const bool found = Databases().FindRecord(id, line) == platform::NoError;
+    const auto error = Databases().FindRecord(id, line);
+    const bool found = error == platform::NoError;
+    if (!found && error != platform::FileNotFound)
+        FailOnFile(u"read", handle, error);
     handle.recordNumber = found ? Databases().Position(id) + 1 : 0;
+    if (found && handle.recordNumber == 0)
+        CountOf(handle);
     handle.nextLine = handle.recordNumber;
     return handle.recordNumber;
 }
@@ -112,7 +131,7 @@ void ReadDatabaseLine(FileHandle& handle, std::int32_t line, Text& text) {
 }
 
 std::int32_t DatabaseLineCount(const FileHandle& handle) {
-    return Databases().RecordCount(SlotOf(handle));
+    return CountOf(handle);
 }
 
 bool ChangeDatabaseLine(FileHandle& handle, std::int32_t line, const Text& text) {

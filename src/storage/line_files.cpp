@@ -2,6 +2,7 @@
 #include "storage/line_files.h"
 
 #include "storage/line_back_ends.h"
+#include "storage/volumes.h"
 #include "view/platform/platform.h"
 
 namespace modFileSystem {
@@ -54,6 +55,20 @@ void NameDatabase(FileHandle& handle) {
         DropEnding(handle.name);
 }
 
+/// Tells from its full name what a file is and what it is called; false for a bare name.
+bool NameFile(FileHandle& handle, const Text& fullName) {
+    const std::size_t folderEnd = fullName.rfind(u'\\');
+    ResetFileHandle(handle);
+    if (folderEnd == Text::npos)
+        return false;
+    handle.path = fullName.substr(0, folderEnd + 1);
+    handle.name = fullName.substr(folderEnd + 1);
+    ChooseBackEnd(handle);
+    if (handle.isDatabase)
+        NameDatabase(handle);
+    return true;
+}
+
 Edit InsertionAt(std::int32_t position) {
     switch (position) {
     case InsertBefore:
@@ -77,15 +92,9 @@ void OpenFile(FileHandle& handle, const Text& fullName, const Text& mode, const 
     if (slot == NoSlot)
         return;
     Slots.OpenError = platform::FileNotFound;
-    const std::size_t folderEnd = fullName.rfind(u'\\');
-    ResetFileHandle(handle);
-    if (folderEnd == Text::npos)
+    Slots.IsKept = false;
+    if (!NameFile(handle, fullName))
         return;
-    handle.path = fullName.substr(0, folderEnd + 1);
-    handle.name = fullName.substr(folderEnd + 1);
-    ChooseBackEnd(handle);
-    if (handle.isDatabase)
-        NameDatabase(handle);
     handle.mode = mode;
     handle.slot = slot;
     handle.fileType = fileType;
@@ -96,7 +105,22 @@ void OpenFile(FileHandle& handle, const Text& fullName, const Text& mode, const 
 }
 
 bool DeviceKeptFile() {
-    return Slots.OpenError == platform::DeviceFailed || Slots.OpenError == platform::NotAvailable;
+    return Slots.IsKept;
+}
+
+bool MakeFile(FileHandle& handle, const Text& fullName, const Text& line, const Text& fileType, const Text& creator) {
+    FileHandle named;
+    if (PickSlot(fileType, creator) != NoSlot && NameFile(named, fullName) && !named.isDatabase &&
+        named.path == GetDataPath(u"")) { // where scratch files lie
+        ResetFileHandle(handle);
+        return MakeTextLines(named, line);
+    }
+    OpenFile(handle, fullName, u"w", fileType, creator);
+    if (!handle.valid)
+        return false;
+    WriteFileLine(handle, line);
+    CloseFile(handle);
+    return true;
 }
 
 void ResetSlots() {

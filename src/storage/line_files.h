@@ -41,6 +41,7 @@ struct SlotTables {
     FileHandle TempFile;                      ///< the one scratch file
     /// Why the last OpenFile has failed; FileNotFound also for a name that no file can have.
     platform::ErrorNumber OpenError = platform::NoError;
+    bool IsKept = false; ///< it has failed on a file that is there
 };
 inline SlotTables Slots;
 
@@ -52,9 +53,13 @@ void ResetSlots();
 /// creator are four-character codes; both "temp" means the scratch file.
 void OpenFile(FileHandle& handle, const Text& fullName, const Text& mode, const Text& fileType, const Text& creator);
 
-/// Whether it was the device that kept the last OpenFile from a file which is there. Such a file is not a missing one,
-/// that a caller would make anew over it.
+/// Whether the device, or the want of a permission, kept the last OpenFile from a file which is there. Such a file is
+/// not a missing one, that a caller would make anew over it.
 bool DeviceKeptFile();
+/// Makes a file anew that holds this one line, and leaves the handle closed. What OpenFile in mode "w", WriteFileLine
+/// and CloseFile come to, but a text file in the data folder has its line or is what it was before. False where it
+/// can't be made.
+bool MakeFile(FileHandle& handle, const Text& fullName, const Text& line, const Text& fileType, const Text& creator);
 void CloseFile(FileHandle& handle);
 void ResetFileHandle(FileHandle& handle);
 

@@ -46,6 +46,8 @@ std::int32_t SkipLines(const FileHandle& handle, std::int32_t most) {
 
 bool OpenStream(const FileHandle& handle, StreamMode mode) {
     Slots.OpenError = Device().fileSystem.OpenStream(FullName(handle), mode, StreamOf(handle));
+    const bool isMissing = Slots.OpenError == platform::FileNotFound || Slots.OpenError == platform::PathRefused;
+    Slots.IsKept = mode == StreamMode::Existing && Slots.OpenError != platform::NoError && !isMissing;
     return Slots.OpenError == platform::NoError;
 }
 
@@ -68,8 +70,13 @@ void StandBehindLast(FileHandle& handle, std::int64_t count) {
     MarkOf(handle) = {handle.nextLine, stream.Position(), stream.Revision()};
 }
 
+/// Only what is not there is made: a file that can't be opened for any other reason would lose its lines to that.
+bool OpenOrMakeStream(const FileHandle& handle) {
+    return OpenStream(handle, StreamMode::Existing) || (!Slots.IsKept && OpenStream(handle, StreamMode::Create));
+}
+
 bool OpenForAppending(FileHandle& handle) {
-    if (!OpenStream(handle, StreamMode::Existing) && (DeviceKeptFile() || !OpenStream(handle, StreamMode::Create)))
+    if (!OpenOrMakeStream(handle))
         return false;
     TextStream& stream = *StreamOf(handle);
     std::int64_t count = 0;
@@ -81,6 +88,7 @@ bool OpenForAppending(FileHandle& handle) {
     if (Slots.OpenError == platform::NoError)
         return true;
     StreamOf(handle).reset(); // what is written next would land in the middle of the file
+    Slots.IsKept = true;
     return false;
 }
 
@@ -189,6 +197,25 @@ bool OpenTextLines(FileHandle& handle) {
     }
     Slots.SlotState[static_cast<std::size_t>(handle.slot)] = opened ? SlotIsText : 0;
     return opened;
+}
+
+/// A table that is cut off in its header is one of other columns, and one without is none that a row can be added to:
+/// so the file takes its name with the line in it.
+bool MakeTextLines(const FileHandle& handle, const Text& line) {
+    FileHandle& scratch = Slots.TempFile;
+    OpenTempFile();
+    if (!scratch.valid)
+        return false;
+    WriteFileLine(scratch, line);
+    const Text made = FullName(scratch);
+    CloseFile(scratch);
+    const auto error = Device().fileSystem.MoveFile(made, FullName(handle));
+    if (error == platform::NoError)
+        return true;
+    Device().fileSystem.DeleteFile(made);
+    if (error == platform::DiskFull || error == platform::DeviceFailed)
+        FailOnFile(u"write", handle, error);
+    return false;
 }
 
 void CloseTextLines(FileHandle& handle) {

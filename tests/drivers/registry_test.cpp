@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "drivers/registry.h"
 
+#include "storage/settings.h"
 #include "tests/support/program.h"
 #include "view/inf_fields.h"
+
+#include <filesystem>
 
 namespace modQuorin {
 namespace {
@@ -60,11 +63,33 @@ TEST_F(DriverRegistry, ListsDriversInTheOrderOfTheirRows) {
     EXPECT_EQ(Selection.SelectedDriver, u"Zulu");
 }
 
-TEST_F(DriverRegistry, EmptyFileIsAnEmptyList) {
+/// What a disk that was full has left of the table: without a header the first driver would become that.
+TEST_F(DriverRegistry, EmptyFileIsAnEmptyListAndGetsItsHeader) {
+    const std::string downloads = "DRIVER|FILE|DATE|ALIAS\nZulu|qrn0001.txt|20070301|\n";
     Put("drivers.txt", "");
+    Put("qrnctrl.txt", downloads);
     MenuEvent(u"Start...");
     EXPECT_EQ(Device.Main().Rows(), 0);
-    EXPECT_EQ(File("drivers.txt"), "");
+    EXPECT_EQ(File("drivers.txt"), "NAME|INFFILE\n");
+    EXPECT_EQ(File("qrnctrl.txt"), downloads);
+}
+
+TEST_F(DriverRegistry, DiskThatFillsWhileTheTablesAreMadeLeavesNoHalfOfThem) {
+    for (std::int32_t good = 0; good < 8; ++good) {
+        SCOPED_TRACE(good);
+        Device.Platform.faults.FailNext(-1, good);
+        support::EndsProgram([] { MenuEvent(u"Start..."); });
+        Device.Platform.faults.FailNext(0);
+        modFileSystem::ResetSlots();
+        modFileSystem::Table = {};
+        EXPECT_THAT(File("qrnctrl.txt"), testing::AnyOf("", "DRIVER|FILE|DATE|ALIAS\n"));
+        EXPECT_TRUE(!Device.Folder.Has("Quorin/drivers.txt") || Device.Folder.Has("Quorin/qrnctrl.txt"));
+        MenuEvent(u"Start...");
+        EXPECT_EQ(File("drivers.txt"), "NAME|INFFILE\n");
+        EXPECT_EQ(File("qrnctrl.txt"), "DRIVER|FILE|DATE|ALIAS\n");
+        std::filesystem::remove(Device.Folder.Path() / "Quorin/drivers.txt");
+        std::filesystem::remove(Device.Folder.Path() / "Quorin/qrnctrl.txt");
+    }
 }
 
 TEST_F(DriverRegistry, TablesThatCantBeMadeLeaveTheScreenEmpty) {
@@ -178,6 +203,59 @@ TEST_F(DriverRegistry, PropertiesHideRowsByTheFieldsThatWereLoadedLast) {
     EXPECT_EQ(Device.Main().RowHeight(0), 0); // the first field of the download is hidden, and so is NAME
     EXPECT_GT(Device.Main().RowHeight(1), 0);
 }
+
+struct Damage {
+    const char* What;
+    std::string (*Of)(const std::string& bytes);
+};
+
+void PrintTo(const Damage& row, std::ostream* out) {
+    *out << row.What;
+}
+
+/// The drivers and the register lie in the memory of a Palm OS device, and something has damaged the drivers.
+class DamagedDrivers : public support::Program, public testing::WithParamInterface<Damage> {
+protected:
+    DamagedDrivers() : Program(support::OfType(1)) {
+        SaveSetting(u"StorageVolume", u"Device:\\");
+        SetFilePaths();
+        PutTable(Paths.DriversFile, u"NAME|INFFILE", u"Zulu|z.txt");
+        PutTable(Paths.ControlFile, u"DRIVER|FILE|DATE|ALIAS", u"Zulu|qrn0001.txt|20070301|");
+    }
+    static void PutTable(const Text& name, const Text& header, const Text& row) {
+        modFileSystem::FileHandle file;
+        modFileSystem::OpenFile(file, name, u"w", DataType, DataCreator);
+        modFileSystem::WriteFileLine(file, header);
+        modFileSystem::WriteFileLine(file, row);
+        modFileSystem::CloseFile(file);
+    }
+    std::string Database(const std::string& name) { return Device.Folder.Bytes("Databases/" + name + ".sqlite"); }
+};
+
+/// They are not missing: whatever can still be read of them is kept, and so are the downloads.
+TEST_P(DamagedDrivers, AreNotMadeAnewAndStopTheProgram) {
+    const std::string damaged = GetParam().Of(Database("drivers"));
+    const std::string downloads = Database("qrnctrl");
+    Device.Folder.Put("Databases/drivers.sqlite", damaged);
+    EXPECT_NE(support::FailureOf([] { MenuEvent(u"Start..."); }), u"");
+    modFileSystem::ResetSlots();
+    EXPECT_EQ(Database("drivers"), damaged);
+    EXPECT_EQ(Database("qrnctrl"), downloads);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Ways, DamagedDrivers,
+    testing::Values(Damage{"another file's head", [](const std::string& b) { return "no database" + b.substr(11); }},
+                    Damage{"the head alone is left", [](const std::string& b) { return b.substr(0, 100); }},
+                    Damage{"half is left", [](const std::string& b) { return b.substr(0, b.size() / 2); }},
+                    Damage{"the page of the lines is empty",
+                           [](const std::string& b) {
+                               const std::size_t page = 4096;
+                               return b.substr(0, b.size() - 2 * page) + std::string(page, '\0') +
+                                      b.substr(b.size() - page);
+                           }},
+                    Damage{"zeros", [](const std::string& b) { return std::string(b.size(), '\0'); }},
+                    Damage{"a text", [](const std::string&) { return std::string("NAME|INFFILE\nZulu|z.txt\n"); }}));
 
 } // namespace
 } // namespace modQuorin

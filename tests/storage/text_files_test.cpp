@@ -6,11 +6,8 @@
 #include "tests/support/test_device.h"
 
 #include <chrono>
-#include <csignal>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <iostream>
-#include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
 
@@ -204,32 +201,6 @@ TEST_F(TextFile, FullDiskAtAnyMomentOfAnEditLeavesTheOldFileOrTheNewOne) {
         EXPECT_EQ(Bytes(), done ? after : before);
         EXPECT_EQ(failed, !done && good > 0); // at first the scratch file can't even be made
     }
-}
-
-/// The program is killed in the middle of an edit, at a moment that nobody chose, again and again.
-TEST_F(TextFile, IsTheOldOneOrTheNewOneWhenTheProgramIsKilled) {
-    std::string before;
-    for (int line = 1; line <= 20000; ++line)
-        before += "line " + std::to_string(line) + "\n";
-    const std::string after = before + "new\n";
-    int edited = 0;
-    for (int turn = 0; turn < 36; ++turn) {
-        Put(before);
-        const pid_t child = ::fork();
-        ASSERT_NE(child, -1);
-        if (child == 0) {
-            Open(u"r");
-            InsertFileLine(File, 20000, 2, u"new");
-            ::pause();
-        }
-        std::this_thread::sleep_for(std::chrono::microseconds(turn * turn * 16));
-        ::kill(child, SIGKILL);
-        ::waitpid(child, nullptr, 0);
-        const std::string bytes = Bytes();
-        ASSERT_TRUE(bytes == before || bytes == after) << "after " << turn * turn * 16 << " µs it has " << bytes.size();
-        edited += bytes == after ? 1 : 0;
-    }
-    std::cout << edited << " of 36 edits were done" << std::endl;
 }
 
 TEST_F(TextFile, FailedCopyLeavesTheNewStateInTheScratchFile) {

@@ -100,6 +100,8 @@ public:
     virtual bool Delete(const Text& name) = 0; ///< not while it is open
     virtual void Close(DatabaseId database) = 0;
 
+    /// -1 where the database could not be read at some time since it was opened: what seems to be missing in it need
+    /// not be.
     virtual std::int32_t RecordCount(DatabaseId database) = 0;
     virtual ErrorNumber DeclareTable(DatabaseId database, const Text& name, const Text& definition) = 0;
 

@@ -1,0 +1,94 @@
+// SPDX-License-Identifier: MIT
+// Each step of each operation fails once, in each way that a disk can fail.
+#include "tests/disk/trial.h"
+
+#include <cerrno>
+#include <gtest/gtest.h>
+#include <set>
+
+namespace disk {
+namespace {
+
+struct Way {
+    const char* Name;
+    Blow What;
+    int Error;
+    std::set<Call> Kinds; ///< of steps that fail so
+};
+
+const std::set<Call> TakeRoom = {Call::Open, Call::Write, Call::MakeFolder};
+const std::set<Call> ChangeNames = {Call::Open, Call::MakeFolder, Call::Rename, Call::Unlink};
+const std::set<Call> All = {Call::Open,       Call::Write,  Call::Truncate, Call::Sync,
+                            Call::SyncFolder, Call::Rename, Call::Unlink,   Call::MakeFolder};
+
+const Way Ways[] = {{"the disk is full", Blow::Fail, ENOSPC, TakeRoom},
+                    {"the disk fails", Blow::Fail, EIO, All},
+                    {"permission is denied", Blow::Fail, EACCES, ChangeNames},
+                    {"half is written and the disk is full", Blow::ShortWrite, ENOSPC, {Call::Write}},
+                    {"the disk is full from there on", Blow::FullFromHere, ENOSPC, TakeRoom}};
+
+constexpr int DamagesOfASuccess = 10;
+
+class FailedSteps : public testing::TestWithParam<Operation> {
+protected:
+    void SetUp() override {
+        WriteTree(Folder.Path(), TreeBefore(GetParam()));
+        Whole = Try(GetParam(), Folder.Path());
+    }
+    Outcome TryWith(const Plan& plan) {
+        WriteTree(Folder.Path(), TreeBefore(GetParam()));
+        return Try(GetParam(), Folder.Path(), plan);
+    }
+    /// What was reported as done is done.
+    void JudgeRun(const Outcome& run) {
+        EXPECT_TRUE(run.Struck);
+        Judge(GetParam(), Folder.Path(), run.IsSuccess() ? Ending::Completed : Ending::BetweenSteps);
+    }
+    /// And stays done when the power goes next.
+    void JudgeWithoutPower(const Outcome& run) {
+        if (run.IsSuccess() && GetParam().IsLasting)
+            LosePower(GetParam(), run, run.Steps.size(), DamagesOfASuccess, Ending::Completed);
+    }
+
+    const FreshFolder Folder;
+    Outcome Whole; ///< the run in which nothing fails
+};
+
+TEST_P(FailedSteps, NothingIsLostWhenNoneFails) {
+    EXPECT_TRUE(Whole.IsSuccess());
+    Judge(GetParam(), Folder.Path(), Ending::Completed);
+}
+
+TEST_P(FailedSteps, LeaveTheOldStateOrTheNewOneAndAreNeverTakenForSuccess) {
+    int points = 0;
+    for (const Way& way : Ways) {
+        for (std::size_t i = 0; i < Whole.Kinds.size() && !HasFailure(); ++i) {
+            if (way.Kinds.count(Whole.Kinds[i]) == 0)
+                continue;
+            const int step = static_cast<int>(i) + 1;
+            SCOPED_TRACE("step " + std::to_string(step) + ": " + way.Name);
+            JudgeRun(TryWith({way.What, step, way.Error, false}));
+            ++points;
+        }
+    }
+    EXPECT_GE(points, static_cast<int>(Whole.Kinds.size()));
+    CountPoints("steps that failed:", points);
+}
+
+/// Power is not lost here: SQLite takes a folder that can't be opened for one whose names need no sync.
+TEST_P(FailedSteps, ThatReadCostNothing) {
+    int points = 0;
+    for (int read = 1; read <= Whole.Reads && !HasFailure(); ++read) {
+        SCOPED_TRACE("read " + std::to_string(read));
+        JudgeRun(TryWith({Blow::Fail, read, EIO, true}));
+        ++points;
+    }
+    EXPECT_EQ(points, Whole.Reads);
+    CountPoints("reads that failed:", points);
+}
+
+INSTANTIATE_TEST_SUITE_P(Operations, FailedSteps, testing::ValuesIn(Operations()),
+                         [](const auto& row) { return NameOf(row.param); });
+
+} // namespace
+} // namespace disk

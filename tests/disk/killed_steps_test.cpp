@@ -1,0 +1,57 @@
+// SPDX-License-Identifier: MIT
+// The program is killed before and inside each step of each operation, and behind the last one.
+#include "tests/disk/trial.h"
+
+#include <csignal>
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace disk {
+namespace {
+
+class KilledSteps : public testing::TestWithParam<Operation> {
+protected:
+    /// Whether the child was killed, and did not end by itself.
+    bool IsKilledIn(const Plan& plan) {
+        WriteTree(Folder.Path(), TreeBefore(GetParam()));
+        const pid_t child = ::fork();
+        if (child == 0) {
+            Try(GetParam(), Folder.Path(), plan);
+            ::_exit(0);
+        }
+        int status = 0;
+        return child > 0 && ::waitpid(child, &status, 0) == child && WIFSIGNALED(status) && WTERMSIG(status) == SIGKILL;
+    }
+
+    int JudgeKill(const Plan& plan, Ending ending) {
+        SCOPED_TRACE("step " + std::to_string(plan.At) + ", blow " + std::to_string(static_cast<int>(plan.What)));
+        EXPECT_TRUE(IsKilledIn(plan));
+        Judge(GetParam(), Folder.Path(), ending);
+        return 1;
+    }
+
+    const FreshFolder Folder;
+};
+
+TEST_P(KilledSteps, LeaveTheOldStateOrTheNewOne) {
+    WriteTree(Folder.Path(), TreeBefore(GetParam()));
+    const std::vector<Call> kinds = Try(GetParam(), Folder.Path()).Kinds;
+    int points = 0;
+    for (std::size_t i = 0; i < kinds.size() && !HasFailure(); ++i) {
+        const int step = static_cast<int>(i) + 1;
+        points += JudgeKill({Blow::KillBefore, step, 0, false}, Ending::BetweenSteps);
+        if (kinds[i] == Call::Write)
+            points += JudgeKill({Blow::KillInside, step, 0, false}, Ending::InsideAStep);
+    }
+    const int last = static_cast<int>(kinds.size());
+    points += JudgeKill({Blow::KillAfter, last, 0, false}, Ending::BetweenSteps);
+    EXPECT_GT(points, last);
+    CountPoints("killed at points:", points);
+}
+
+INSTANTIATE_TEST_SUITE_P(Operations, KilledSteps, testing::ValuesIn(Operations()),
+                         [](const auto& row) { return NameOf(row.param); });
+
+} // namespace
+} // namespace disk

@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: MIT
+// The whole program on a root folder that is there already: started there, and started again after it was killed.
+#pragma once
+
+#include "tests/disk/table_contents.h"
+#include "tests/support/test_device.h"
+
+namespace disk {
+
+/// A desktop keeps its lines in text files, a Palm OS device in the line databases of its memory. Each message box is
+/// answered at once, a question with Yes.
+class Machine final : platform::device::CommandSource {
+public:
+    Machine(const std::string& root, Keeping keeping);
+    ~Machine() override;
+
+    support::Record Did;
+    platform::headless::HeadlessPlatform Platform;
+
+private:
+    void AboutToWait(int) override {}
+    bool HasCommand() override { return Platform.boxes.Current() != nullptr; }
+    bool Ended() override { return true; }
+    int Descriptor() override { return -1; }
+    void TakeInput() override {}
+    void RunCommand() override;
+};
+
+/// The full name of a file in the data folder of the program that runs.
+Text FullName(const std::string& name);
+
+/// What a fresh root holds before anything is tried: files with these lines, and the setting that says where.
+Tree Furnished(const State& files, Keeping keeping);
+
+} // namespace disk
