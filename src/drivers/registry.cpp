@@ -33,13 +33,10 @@ void ShowDriverRow() {
 
 } // namespace
 
-/// The drivers table comes last, and not without the other: as long as it is missing, the next start makes both again.
 void CreateBlankDriversFile() {
-    CreateTable(Paths.ControlFile, ControlHeader, u"r", DataType, DataCreator);
-    if (!Table.TableFile.valid)
-        return;
-    CloseTable();
     CreateTable(Paths.DriversFile, DriversHeader, u"w", DataType, DataCreator);
+    CloseTable();
+    CreateTable(Paths.ControlFile, ControlHeader, u"r", DataType, DataCreator);
     CloseTable();
 }
 
