@@ -163,7 +163,7 @@ bool ReadFails() {
 template <class Forward>
 int Open(int folder, const char* path, int flags, Forward forward) {
     const auto inside = Inside(folder, path);
-    if (!inside)
+    if (!inside || (flags & O_PATH) != 0) // a folder as the start of further calls: nothing of it is read yet
         return forward();
     const bool writes = (flags & O_ACCMODE) != O_RDONLY || (flags & (O_CREAT | O_TRUNC)) != 0;
     if (!writes)

@@ -306,6 +306,7 @@ std::vector<Operation> Commands() {
                                         Holding("meter.txt", ColumnsHidden(false, true))};
     const std::string oldInf = InfHeader + "\nOld|1||||||\n";
     const std::string control = ControlHeader + "\n";
+    const std::string drivers = DriversHeader + "\n";
     return {{"InstallDriver",
              {},
              {{"drivers.txt", OldDrivers}, {"hygro.txt", std::nullopt}},
@@ -332,7 +333,11 @@ std::vector<Operation> Commands() {
              {{"drivers.txt", std::nullopt}, {"qrnctrl.txt", std::nullopt}},
              ListDrivers,
              AfterListingDrivers,
-             {{{"drivers.txt", std::nullopt}, {"qrnctrl.txt", ""}},
+             {{{"drivers.txt", ""}, {"qrnctrl.txt", std::nullopt}},
+              {{"drivers.txt", drivers}, {"qrnctrl.txt", std::nullopt}},
+              {{"drivers.txt", drivers}, {"qrnctrl.txt", ""}},
+              // the first of them can't be made
+              {{"drivers.txt", std::nullopt}, {"qrnctrl.txt", ""}},
               {{"drivers.txt", std::nullopt}, {"qrnctrl.txt", control}},
               {{"drivers.txt", ""}, {"qrnctrl.txt", control}}},
              {}}};
