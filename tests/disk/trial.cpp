@@ -123,8 +123,9 @@ void ExpectGoesOn(const Operation& operation, const std::string& root, const Sta
     }
     const State now = Look(root, operation.Before, operation.Kept);
     // A database in which nothing has been made yet looks empty here, and is missing to the program, which makes both.
-    if (operation.Name != "FirstStart" || now != operation.Done())
+    if (operation.Name != "FirstStart" || now != operation.Done()) {
         EXPECT_EQ(now, after.value_or(found)) << Shown(now);
+    }
 }
 
 /// What was tried, in the order of the names.
