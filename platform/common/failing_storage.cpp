@@ -45,32 +45,38 @@ public:
     std::int64_t Revision() const override { return Inner->Revision(); }
 
     ErrorNumber WriteLine(const Text& line) override {
-        if (Faults.Strike())
+        if (Fails())
             return Faults.Told(Name, DiskFull);
-        Wrote = true;
         return Faults.Told(Name, Inner->WriteLine(line));
     }
 
     ErrorNumber WriteLines(std::string_view lines) override {
-        if (Faults.Strike())
+        if (Fails())
             return Faults.Told(Name, DiskFull);
-        Wrote = true;
         return Faults.Told(Name, Inner->WriteLines(lines));
     }
 
-    /// The stream is closed all the same: what failed is that its lines are on the medium.
+    /// What was written is given up where a line of it has failed, or its way to the medium: the stream is not closed.
     ErrorNumber Close() override {
-        const bool fails = Wrote && Faults.Strike();
+        if (Wrote && Faults.Strike())
+            Broken = true;
         Wrote = false;
-        const ErrorNumber error = Inner->Close();
-        return Faults.Told(Name, fails ? DiskFull : error);
+        return Faults.Told(Name, Broken ? DiskFull : Inner->Close());
     }
 
 private:
+    bool Fails() {
+        const bool fails = Faults.Strike();
+        Wrote = Wrote || !fails;
+        Broken = Broken || fails;
+        return fails;
+    }
+
     Text Name;
     std::unique_ptr<TextStream> Inner;
     DiskFaults& Faults;
     bool Wrote = false;
+    bool Broken = false; ///< a line is missing
 };
 
 } // namespace
@@ -105,7 +111,7 @@ ErrorNumber FailingFileSystem::OpenFolder(const Text& path, bool create, std::un
 }
 
 ErrorNumber FailingFileSystem::OpenStream(const Text& fullName, StreamMode mode, std::unique_ptr<TextStream>& stream) {
-    if (mode == StreamMode::Create && Faults.Strike())
+    if (mode != StreamMode::Existing && Faults.Strike())
         return Faults.Told(fullName, DiskFull);
     if (mode == StreamMode::Existing && Faults.StrikeRead())
         return DeviceFailed;
@@ -113,7 +119,7 @@ ErrorNumber FailingFileSystem::OpenStream(const Text& fullName, StreamMode mode,
     const ErrorNumber error = Inner.OpenStream(fullName, mode, opened);
     if (error == NoError)
         stream = std::make_unique<FailingStream>(fullName, std::move(opened), Faults);
-    return mode == StreamMode::Create ? Faults.Told(fullName, error) : error;
+    return mode != StreamMode::Existing ? Faults.Told(fullName, error) : error;
 }
 
 ErrorNumber FailingFileSystem::CopyFile(const Text& source, const Text& destination, bool overwrite) {

@@ -237,7 +237,7 @@ ErrorNumber Permit(int file, mode_t permissions) {
 ErrorNumber CopyBytes(int from, int to) {
     std::array<char, CopyBlock> block;
     for (std::int64_t offset = 0;;) {
-        const ssize_t count = ::read(from, block.data(), block.size());
+        const ssize_t count = ::pread(from, block.data(), block.size(), offset);
         if (count < 0 && errno == EINTR)
             continue;
         if (count <= 0)
@@ -252,8 +252,22 @@ ErrorNumber CopyBytes(int from, int to) {
 } // namespace
 
 Replacement::~Replacement() {
+    GiveUp();
+}
+
+void Replacement::GiveUp() {
     if (Beside.Valid())
         ::unlinkat(Target.Folder.Number(), BesideName.c_str(), 0);
+    Beside.Close();
+}
+
+ErrorNumber Replacement::BeginWith(int file) {
+    ErrorNumber error = Begin();
+    if (error == NoError)
+        error = CopyBytes(file, Beside.Number());
+    if (error != NoError)
+        GiveUp();
+    return error;
 }
 
 ErrorNumber Replacement::Begin() {
@@ -270,7 +284,7 @@ ErrorNumber Replacement::MakeBeside() {
     const std::string stem = ".quorin-" + std::to_string(::getpid()) + "-";
     for (int attempt = 0; attempt < BesideTries; ++attempt) {
         BesideName = stem + std::to_string(attempt);
-        const ErrorNumber error = CreateRegular(Target.Folder, BesideName, O_WRONLY, Beside);
+        const ErrorNumber error = CreateRegular(Target.Folder, BesideName, O_RDWR, Beside);
         if (error != FileExists)
             return error;
     }
@@ -291,11 +305,8 @@ ErrorNumber CopyOver(const FileEntry& source, FileEntry target) {
     if (const ErrorNumber error = OpenRegular(source, O_RDONLY, original); error != NoError)
         return error;
     Replacement copy(std::move(target));
-    if (const ErrorNumber error = copy.Begin(); error != NoError)
-        return error;
-    if (const ErrorNumber error = CopyBytes(original.Number(), copy.File()); error != NoError)
-        return error;
-    return copy.Commit();
+    const ErrorNumber error = copy.BeginWith(original.Number());
+    return error == NoError ? copy.Commit() : error;
 }
 
 ErrorNumber MoveOver(const FileEntry& source, FileEntry target) {

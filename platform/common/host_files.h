@@ -88,9 +88,12 @@ public:
     Replacement& operator=(const Replacement&) = delete;
     ~Replacement();
 
-    ErrorNumber Begin(); ///< refuses a target that is write-protected or no regular file
+    ErrorNumber Begin();             ///< refuses a target that is write-protected or no regular file
+    ErrorNumber BeginWith(int file); ///< with the content of an open file
+    bool Begun() const { return Beside.Valid(); }
     int File() const { return Beside.Number(); }
     ErrorNumber Commit();
+    void GiveUp();
 
 private:
     ErrorNumber MakeBeside();

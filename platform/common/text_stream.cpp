@@ -98,44 +98,57 @@ std::string_view AsWritten(std::string_view lines, std::string& mended) {
 
 } // namespace
 
+namespace {
+
+/// A scratch file that is there is a stale one of the same name.
+ErrorNumber OpenScratch(const FileEntry& entry, Descriptor& file) {
+    ErrorNumber error = OpenRegular(entry, O_RDWR, file);
+    if (error == FileNotFound)
+        return CreateRegular(entry.Folder, entry.Name, O_RDWR, file);
+    if (error == NoError && ::ftruncate(file.Number(), 0) != 0)
+        error = FromErrno(errno);
+    return error;
+}
+
+/// A file that others own, or a write-protected card's, can still be read; writing to it fails then.
+ErrorNumber OpenExisting(const FileEntry& entry, Descriptor& file, bool& readOnly) {
+    const ErrorNumber error = OpenRegular(entry, O_RDWR, file);
+    readOnly = error == PermissionDenied;
+    return readOnly ? OpenRegular(entry, O_RDONLY, file) : error;
+}
+
+} // namespace
+
 ErrorNumber HostTextStream::Open(FileEntry entry, StreamMode mode, std::unique_ptr<TextStream>& stream) {
     Descriptor file;
-    Descriptor newIn;
-    ErrorNumber error = OpenRegular(entry, O_RDWR, file);
-    // A file that others own, or a write-protected card's, can still be read; writing to it fails then.
-    const bool readOnly = error == PermissionDenied && mode == StreamMode::Existing;
-    if (readOnly)
-        error = OpenRegular(entry, O_RDONLY, file);
-    if (mode == StreamMode::Create && error == FileNotFound) {
-        error = CreateRegular(entry.Folder, entry.Name, O_RDWR, file);
-        newIn = std::move(entry.Folder);
-    } else if (mode == StreamMode::Create && error == NoError && ::ftruncate(file.Number(), 0) != 0) {
-        error = FromErrno(errno);
-    }
-    if (error != NoError)
-        return error;
-    OwnWrites += mode == StreamMode::Create ? 1 : 0;
-    std::unique_ptr<HostTextStream> opened(new HostTextStream(std::move(file), std::move(newIn)));
-    opened->Written = mode == StreamMode::Create;
+    bool readOnly = false;
+    ErrorNumber error = NoError;
+    if (mode == StreamMode::Existing)
+        error = OpenExisting(entry, file, readOnly);
+    else if (mode == StreamMode::Scratch)
+        error = OpenScratch(entry, file);
+    std::unique_ptr<HostTextStream> opened(new HostTextStream(std::move(file), std::move(entry)));
+    opened->Mode = mode;
     opened->ReadOnly = readOnly;
-    if (error = opened->LookAgain(); error == NoError)
+    if (error == NoError && mode == StreamMode::Create)
+        error = opened->Next.Begin();
+    OwnWrites += mode == StreamMode::Existing ? 0 : 1;
+    if (error == NoError)
+        error = opened->LookAgain();
+    if (error == NoError)
         stream = std::move(opened);
     return error;
 }
 
-HostTextStream::HostTextStream(Descriptor file, Descriptor newIn) : File(std::move(file)), NewIn(std::move(newIn)) {
-}
-
-HostTextStream::~HostTextStream() {
-    HostTextStream::Close();
-}
+/// A stream that is dropped has not done what it was to do.
+HostTextStream::~HostTextStream() = default;
 
 /// Takes up the file's size, and drops the block when somebody else may have written since it was read.
 ErrorNumber HostTextStream::LookAgain() {
     WritesSeen = OwnWrites;
     TickSeen = Tick();
     struct stat now {};
-    if (::fstat(File.Number(), &now) != 0)
+    if (::fstat(Number(), &now) != 0)
         return FromErrno(errno);
     if (now.st_size == Length && now.st_mtim.tv_sec == Modified.tv_sec && now.st_mtim.tv_nsec == Modified.tv_nsec)
         return NoError;
@@ -173,7 +186,7 @@ ErrorNumber HostTextStream::Seek(std::int64_t offset, Origin origin) {
 /// Reads a block from the position on.
 ErrorNumber HostTextStream::ReadBlock() {
     Block.resize(BlockSize);
-    const ssize_t taken = ReadAt(File.Number(), Block.data(), Block.size(), Place);
+    const ssize_t taken = ReadAt(Number(), Block.data(), Block.size(), Place);
     BlockStart = Place;
     BlockUsed = taken > 0 ? static_cast<std::size_t>(taken) : 0;
     if (taken < 0)
@@ -302,7 +315,7 @@ ErrorNumber HostTextStream::MissingLineEnd(std::string& lineEnd) {
     if (Place == 0 || Place != Length || EndsInLineEnd)
         return NoError;
     char last = '\n';
-    if (ReadAt(File.Number(), &last, 1, Length - 1) < 0)
+    if (ReadAt(Number(), &last, 1, Length - 1) < 0)
         return FromErrno(errno);
     if (last != '\n')
         lineEnd = LineEndBehind({&last, 1});
@@ -318,6 +331,7 @@ ErrorNumber HostTextStream::WriteLine(const Text& line) {
 
 /// A disk may fill in the middle: the lines that it has room for are written then, as if each had come by itself.
 ErrorNumber HostTextStream::WriteLines(std::string_view lines) {
+    const ErrorNumber before = WriteError;
     if (Write(lines) == NoError)
         return NoError;
     while (!lines.empty()) {
@@ -326,28 +340,40 @@ ErrorNumber HostTextStream::WriteLines(std::string_view lines) {
             return error;
         lines.remove_prefix(upToEnd);
     }
+    WriteError = before; // none is missing after all
     return NoError;
+}
+
+/// The file stays as it is until all has been written.
+ErrorNumber HostTextStream::BeginToWrite() {
+    if (ReadOnly)
+        return PermissionDenied;
+    if (Mode == StreamMode::Scratch || Next.Begun())
+        return NoError;
+    const ErrorNumber error = Next.BeginWith(File.Number());
+    if (error == NoError)
+        File.Close();
+    return error;
 }
 
 /// Writes whole lines at the position, with their line ends.
 ErrorNumber HostTextStream::Write(std::string_view lines) {
-    if (ReadOnly)
-        return PermissionDenied;
+    if (const ErrorNumber error = BeginToWrite(); error != NoError)
+        return WriteError = error;
     std::string joined;
     if (const ErrorNumber error = MissingLineEnd(joined); error != NoError)
-        return error;
+        return WriteError = error;
     if (!joined.empty()) {
         joined += lines;
         lines = joined;
     }
     BlockUsed = 0;
-    Written = true;
     ++OwnWrites;
-    if (const ErrorNumber error = WriteAll(File.Number(), lines, Place); error != NoError) {
+    if (const ErrorNumber error = WriteAll(Number(), lines, Place); error != NoError) {
         // A full disk may have taken the beginning of the lines; no half line stays behind the last whole one.
-        if (Place == Length && File.Valid() && ::ftruncate(File.Number(), Length) != 0)
+        if (Place == Length && ::ftruncate(Number(), Length) != 0)
             EndsInLineEnd = false;
-        return error;
+        return WriteError = error;
     }
     Place += static_cast<std::int64_t>(lines.size());
     if (Place >= Length) {
@@ -358,15 +384,16 @@ ErrorNumber HostTextStream::Write(std::string_view lines) {
 }
 
 ErrorNumber HostTextStream::Close() {
+    if (WriteError != NoError)
+        Next.GiveUp();
+    if (Next.Begun())
+        return Next.Commit();
     if (!File.Valid())
-        return NoError;
-    ErrorNumber error = NoError;
-    if (Written && ::fdatasync(File.Number()) != 0)
-        error = FromErrno(errno);
-    if (Written && error == NoError && NewIn.Valid())
-        error = SyncFolder(NewIn);
+        return WriteError;
+    const bool mustLast = Mode == StreamMode::Scratch && WriteError == NoError;
+    const ErrorNumber synced = mustLast && ::fdatasync(File.Number()) != 0 ? FromErrno(errno) : WriteError;
     const ErrorNumber closed = File.Close();
-    return error != NoError ? error : closed;
+    return synced != NoError ? synced : closed;
 }
 
 } // namespace platform::common

@@ -10,10 +10,13 @@
 
 namespace platform::common {
 
-/// Reads in large blocks and keeps one of them; a line that is longer than a block is put together. Each line that is
-/// written goes to the host at once, so that a full disk is told at the line that it hit, and a program that is killed
-/// loses none. What another writer has done to the file is seen from the next Seek on; at the latest a tick of the
-/// kernel's clock later where that Seek is to the place at which the stream stands anyway.
+/// Reads in large blocks and keeps one of them; a line that is longer than a block is put together.
+///
+/// From the first write on the stream works on a file beside the one that it was opened on, which takes its name when
+/// the stream is closed. Each line goes to the host at once, so that a full disk is told at the line that it hit; a
+/// stream that is not closed, or could not write a line, leaves the file as it was. What another writer has done to the
+/// file is seen from the next Seek on; at the latest a tick of the kernel's clock later where that Seek is to the place
+/// at which the stream stands anyway.
 ///
 /// A line feed inside a text would be read as the end of a line: it is written as a blank.
 ///
@@ -39,7 +42,9 @@ public:
     ErrorNumber Close() override;
 
 private:
-    HostTextStream(Descriptor file, Descriptor newIn);
+    HostTextStream(Descriptor file, FileEntry entry) : File(std::move(file)), Next(std::move(entry)) {}
+    int Number() const { return Next.Begun() ? Next.File() : File.Number(); }
+    ErrorNumber BeginToWrite();
     ErrorNumber LookAgain();
     bool GoesOnFrom(std::int64_t offset) const;
     bool InBlock(std::int64_t offset) const;
@@ -50,10 +55,11 @@ private:
     ErrorNumber MissingLineEnd(std::string& lineEnd);
     ErrorNumber Write(std::string_view lines);
 
-    Descriptor File;
-    Descriptor NewIn; ///< the folder whose names must reach the medium too; none when the file was there
-    bool Written = false;
+    Descriptor File;  ///< as it is; none when it is made anew
+    Replacement Next; ///< what it becomes, from the first write on
+    StreamMode Mode = StreamMode::Existing;
     bool ReadOnly = false;
+    ErrorNumber WriteError = NoError; ///< of the line that is missing
     std::int64_t Place = 0;
     std::int64_t Length = 0;
     std::timespec Modified{};

@@ -162,8 +162,12 @@ void OpenTable(const Text& fullName, const char16_t* mode, const Text& fileType,
 
 void CreateTable(const Text& fullName, const Text& headerLine, const char16_t* mode, const Text& fileType,
                  const Text& creator) {
-    if (MakeFile(Table.TableFile, fullName, headerLine, fileType, creator))
-        OpenTable(fullName, mode, fileType, creator);
+    OpenFile(Table.TableFile, fullName, u"w", fileType, creator);
+    if (!Table.TableFile.valid)
+        return;
+    WriteFileLine(Table.TableFile, headerLine);
+    CloseFile(Table.TableFile);
+    OpenTable(fullName, mode, fileType, creator);
 }
 
 void CloseTable() {

@@ -19,7 +19,6 @@ enum class Edit { Change, Remove, PutBefore, PutBehind, Refused };
 
 // Text files.
 bool OpenTextLines(FileHandle& handle);
-bool MakeTextLines(const FileHandle& handle, const Text& line); ///< of a handle that has names, and is not open
 void CloseTextLines(FileHandle& handle);
 void WriteTextLine(FileHandle& handle, const Text& text);
 std::int32_t SeekTextLine(FileHandle& handle, std::int32_t line);

@@ -2,7 +2,6 @@
 #include "storage/line_files.h"
 
 #include "storage/line_back_ends.h"
-#include "storage/volumes.h"
 #include "view/platform/platform.h"
 
 namespace modFileSystem {
@@ -55,20 +54,6 @@ void NameDatabase(FileHandle& handle) {
         DropEnding(handle.name);
 }
 
-/// Tells from its full name what a file is and what it is called; false for a bare name.
-bool NameFile(FileHandle& handle, const Text& fullName) {
-    const std::size_t folderEnd = fullName.rfind(u'\\');
-    ResetFileHandle(handle);
-    if (folderEnd == Text::npos)
-        return false;
-    handle.path = fullName.substr(0, folderEnd + 1);
-    handle.name = fullName.substr(folderEnd + 1);
-    ChooseBackEnd(handle);
-    if (handle.isDatabase)
-        NameDatabase(handle);
-    return true;
-}
-
 Edit InsertionAt(std::int32_t position) {
     switch (position) {
     case InsertBefore:
@@ -93,8 +78,15 @@ void OpenFile(FileHandle& handle, const Text& fullName, const Text& mode, const 
         return;
     Slots.OpenError = platform::FileNotFound;
     Slots.IsKept = false;
-    if (!NameFile(handle, fullName))
+    const std::size_t folderEnd = fullName.rfind(u'\\');
+    ResetFileHandle(handle);
+    if (folderEnd == Text::npos)
         return;
+    handle.path = fullName.substr(0, folderEnd + 1);
+    handle.name = fullName.substr(folderEnd + 1);
+    ChooseBackEnd(handle);
+    if (handle.isDatabase)
+        NameDatabase(handle);
     handle.mode = mode;
     handle.slot = slot;
     handle.fileType = fileType;
@@ -106,21 +98,6 @@ void OpenFile(FileHandle& handle, const Text& fullName, const Text& mode, const 
 
 bool DeviceKeptFile() {
     return Slots.IsKept;
-}
-
-bool MakeFile(FileHandle& handle, const Text& fullName, const Text& line, const Text& fileType, const Text& creator) {
-    FileHandle named;
-    if (PickSlot(fileType, creator) != NoSlot && NameFile(named, fullName) && !named.isDatabase &&
-        named.path == GetDataPath(u"")) { // where scratch files lie
-        ResetFileHandle(handle);
-        return MakeTextLines(named, line);
-    }
-    OpenFile(handle, fullName, u"w", fileType, creator);
-    if (!handle.valid)
-        return false;
-    WriteFileLine(handle, line);
-    CloseFile(handle);
-    return true;
 }
 
 void ResetSlots() {

@@ -56,10 +56,6 @@ void OpenFile(FileHandle& handle, const Text& fullName, const Text& mode, const 
 /// Whether the device, or the want of a permission, kept the last OpenFile from a file which is there. Such a file is
 /// not a missing one, that a caller would make anew over it.
 bool DeviceKeptFile();
-/// Makes a file anew that holds this one line, and leaves the handle closed. What OpenFile in mode "w", WriteFileLine
-/// and CloseFile come to, but a text file in the data folder has its line or is what it was before. False where it
-/// can't be made.
-bool MakeFile(FileHandle& handle, const Text& fullName, const Text& line, const Text& fileType, const Text& creator);
 void CloseFile(FileHandle& handle);
 void ResetFileHandle(FileHandle& handle);
 

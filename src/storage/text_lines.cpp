@@ -190,32 +190,13 @@ bool OpenTextLines(FileHandle& handle) {
     if (handle.mode == u"r") {
         opened = OpenStream(handle, StreamMode::Existing);
     } else if (handle.mode == u"w") {
-        opened = OpenStream(handle, StreamMode::Create);
+        opened = OpenStream(handle, handle.slot == 0 ? StreamMode::Scratch : StreamMode::Create);
         handle.nextLine = 1;
     } else if (handle.mode == u"a") {
         opened = OpenForAppending(handle);
     }
     Slots.SlotState[static_cast<std::size_t>(handle.slot)] = opened ? SlotIsText : 0;
     return opened;
-}
-
-/// A table that is cut off in its header is one of other columns, and one without is none that a row can be added to:
-/// so the file takes its name with the line in it.
-bool MakeTextLines(const FileHandle& handle, const Text& line) {
-    FileHandle& scratch = Slots.TempFile;
-    OpenTempFile();
-    if (!scratch.valid)
-        return false;
-    WriteFileLine(scratch, line);
-    const Text made = FullName(scratch);
-    CloseFile(scratch);
-    const auto error = Device().fileSystem.MoveFile(made, FullName(handle));
-    if (error == platform::NoError)
-        return true;
-    Device().fileSystem.DeleteFile(made);
-    if (error == platform::DiskFull || error == platform::DeviceFailed)
-        FailOnFile(u"write", handle, error);
-    return false;
 }
 
 void CloseTextLines(FileHandle& handle) {

@@ -185,10 +185,10 @@ TEST_F(PackageOnADevice, AbsolutePathOfTheHostIsNoInfName) {
     ExpectOutcome({NoInfFile}, "Meter|" + path + "\n");
 }
 
-/// From its second line on the package is the inf file, and has no further lines to be read.
-TEST_F(PackageOnADevice, PackageThatIsItsOwnInfFileLosesItsRows) {
+/// The inf file takes its name when it is whole; until then there is a package to be read.
+TEST_F(PackageOnADevice, PackageThatIsItsOwnInfFileBecomesIt) {
     Install("Meter|new.qvd\nHeader\na|1\nb|1\n");
-    ExpectOutcome({Installed}, "Meter|new.qvd\n", {{"Quorin/new.qvd", "Header\n\n\n"}});
+    ExpectOutcome({Installed}, "Meter|new.qvd\n", {{"Quorin/new.qvd", "Header\na|1\nb|1\n"}});
 }
 
 /// A drivers table that can't be opened is made anew with its register, as at the first run; here not even that works.

@@ -57,12 +57,12 @@ TEST_F(FullDiskSwitch, TellsOfEachOperationBeforeIt) {
 }
 
 TEST_F(FullDiskSwitch, FailsTheNextWritesAndNoMore) {
-    const auto stream = Open(u".\\x.txt", StreamMode::Create);
+    const auto stream = Open(u".\\x.txt", StreamMode::Scratch);
     Faults.FailNext(2);
     EXPECT_EQ(stream->WriteLine(u"one"), DiskFull);
     EXPECT_EQ(stream->WriteLine(u"two"), DiskFull);
     EXPECT_EQ(stream->WriteLine(u"three"), NoError);
-    EXPECT_EQ(stream->Close(), NoError);
+    EXPECT_EQ(stream->Close(), DiskFull) << "lines are missing";
     EXPECT_EQ(Root.Bytes("x.txt"), "three\n");
 }
 
@@ -90,8 +90,8 @@ TEST_F(FullDiskSwitch, FailsTheClosingOfAStreamThatWrote) {
     ASSERT_EQ(stream->WriteLine(u"one"), NoError);
     Faults.FailNext(1);
     EXPECT_EQ(stream->Close(), DiskFull);
-    EXPECT_EQ(stream->Close(), NoError) << "it is closed all the same";
-    EXPECT_NE(stream->WriteLine(u"two"), NoError);
+    EXPECT_EQ(stream->Close(), DiskFull) << "it has failed for good";
+    EXPECT_FALSE(Root.Has("x.txt"));
 }
 
 TEST_F(FullDiskSwitch, CountsNoClosingOfAStreamThatOnlyRead) {
@@ -133,7 +133,7 @@ TEST_F(FullDiskSwitch, LeavesBothFilesOfAMoveUntouched) {
 TEST_F(FullDiskSwitch, StrikesALineInTheMiddleOfABlock) {
     Root.Put("from.txt", "one\ntwo\nthree\n");
     const auto from = Open(u".\\from.txt", StreamMode::Existing);
-    const auto to = Open(u".\\to.txt", StreamMode::Create);
+    const auto to = Open(u".\\to.txt", StreamMode::Scratch);
     std::string_view lines;
     std::int64_t taken = 0;
     Faults.FailNext(1, 1);

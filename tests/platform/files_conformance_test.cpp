@@ -203,6 +203,7 @@ TEST_P(FilesSuite, WritesWhatItHasTaken) {
     ASSERT_EQ(to->Seek(0, Origin::End), NoError);
     EXPECT_EQ(to->WriteLines(lines), NoError);
     EXPECT_EQ(to->WriteLine(u"last"), NoError);
+    EXPECT_EQ(to->Close(), NoError);
     EXPECT_EQ(Root.Bytes("to.txt"), "first\none\ntwo\nlast\n");
     Text line;
     EXPECT_EQ(from->ReadLine(line), NoError);

@@ -96,10 +96,11 @@ TEST_F(TextStreamTest, TakesEveryLineWhereverABlockEnds) {
 }
 
 /// Two streams of this program on one file: what one of them writes the other one sees without waiting for a clock.
-TEST_F(TextStreamTest, SeesAtOnceWhatThisProgramWrites) {
+TEST_F(TextStreamTest, SeesAtOnceWhatThisProgramWritesInTheSameFile) {
     Root.Put("x.txt", "one\ntwo\nthree\n");
     const auto reader = Open();
-    const auto writer = Open();
+    const auto writer = Open(StreamMode::Scratch);
+    Root.Put("x.txt", "one\ntwo\nthree\n");
     Text line;
     for (const char16_t* next : {u"TWO", u"THREE"}) {
         ASSERT_EQ(reader->ReadLine(line), NoError);
@@ -131,7 +132,7 @@ TEST_F(TextStreamTest, WritesTheLinesThatAFullDiskHasRoomFor) {
     std::string_view lines;
     std::int64_t taken = 0;
     ASSERT_EQ(from->ReadLines(3, lines, taken), NoError);
-    const auto stream = Open(StreamMode::Create);
+    const auto stream = Open(StreamMode::Scratch);
     {
         const FullDisk full(10);
         EXPECT_EQ(stream->WriteLines(lines), DiskFull);
@@ -167,12 +168,11 @@ TEST_F(TextStreamTest, SeesFromTheNextSeekOnWhatAnotherWriterChanged) {
 TEST_F(TextStreamTest, AddsBehindWhatAnotherWriterAdded) {
     Root.Put("x.txt", "one\n");
     const auto stream = Open();
+    Add("two");
     ASSERT_EQ(stream->Seek(0, Origin::End), NoError);
-    ASSERT_EQ(stream->WriteLine(u"two"), NoError);
-    Add("three");
-    ASSERT_EQ(stream->Seek(0, Origin::End), NoError);
-    ASSERT_EQ(stream->WriteLine(u"four"), NoError);
-    EXPECT_EQ(Root.Bytes("x.txt"), "one\ntwo\nthree\nfour\n");
+    ASSERT_EQ(stream->WriteLine(u"three"), NoError);
+    ASSERT_EQ(stream->Close(), NoError);
+    EXPECT_EQ(Root.Bytes("x.txt"), "one\ntwo\nthree\n");
 }
 
 TEST_F(TextStreamTest, EndsWhereAnotherWriterCutTheFile) {
@@ -186,8 +186,33 @@ TEST_F(TextStreamTest, EndsWhereAnotherWriterCutTheFile) {
     EXPECT_EQ(stream->Position(), stream->Size());
 }
 
-TEST_F(TextStreamTest, HasEachLineInTheFileAsSoonAsItIsWritten) {
-    const auto stream = Open(StreamMode::Create);
+TEST_F(TextStreamTest, LeavesTheFileAsItWasUntilItIsClosed) {
+    for (const StreamMode mode : {StreamMode::Create, StreamMode::Existing}) {
+        Root.Put("x.txt", "old\n");
+        const auto stream = Open(mode);
+        ASSERT_EQ(stream->Seek(0, Origin::End), NoError);
+        ASSERT_EQ(stream->WriteLine(u"one"), NoError);
+        ASSERT_EQ(stream->WriteLine(u"two"), NoError);
+        EXPECT_EQ(Root.Bytes("x.txt"), "old\n");
+        EXPECT_EQ(stream->Close(), NoError);
+        EXPECT_EQ(Root.Bytes("x.txt"), mode == StreamMode::Create ? "one\ntwo\n" : "old\none\ntwo\n");
+    }
+    EXPECT_EQ(Root.Entries(), 1) << "something was left beside it";
+}
+
+TEST_F(TextStreamTest, ThatIsDroppedLeavesTheFileAsItWas) {
+    Root.Put("x.txt", "old\n");
+    for (const StreamMode mode : {StreamMode::Create, StreamMode::Existing}) {
+        auto stream = Open(mode);
+        ASSERT_EQ(stream->WriteLine(u"one"), NoError);
+        stream.reset();
+        EXPECT_EQ(Root.Bytes("x.txt"), "old\n");
+    }
+    EXPECT_EQ(Root.Entries(), 1) << "something was left beside it";
+}
+
+TEST_F(TextStreamTest, HasEachLineOfAScratchFileInItAsSoonAsItIsWritten) {
+    const auto stream = Open(StreamMode::Scratch);
     ASSERT_EQ(stream->WriteLine(u"one"), NoError);
     EXPECT_EQ(Root.Bytes("x.txt"), "one\n");
 }
@@ -202,10 +227,10 @@ TEST_F(TextStreamTest, LeavesNoHalfLineOnAFullDisk) {
         EXPECT_EQ(stream->Position(), 4);
         EXPECT_EQ(stream->Size(), 4);
     }
-    EXPECT_EQ(Root.Bytes("x.txt"), "one\n");
     EXPECT_EQ(stream->WriteLine(u"two"), NoError);
-    EXPECT_EQ(stream->Close(), NoError);
-    EXPECT_EQ(Root.Bytes("x.txt"), "one\ntwo\n");
+    EXPECT_EQ(stream->Close(), DiskFull) << "a line is missing";
+    EXPECT_EQ(Root.Bytes("x.txt"), "one\n");
+    EXPECT_EQ(Root.Entries(), 1) << "something was left beside it";
 }
 
 TEST_F(TextStreamTest, WritesALineFeedInsideATextAsABlank) {

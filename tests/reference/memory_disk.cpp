@@ -130,7 +130,7 @@ ErrorNumber MemoryFiles::OpenStream(const Text& fullName, StreamMode mode, std::
         return FileNotFound;
     if (found == Disk.Files.end()) {
         Disk.Put(fullName, "");
-    } else if (mode == StreamMode::Create) {
+    } else if (mode != StreamMode::Existing) {
         found->second->Bytes.clear();
         ++found->second->Changes;
     }

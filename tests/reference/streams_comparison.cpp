@@ -42,7 +42,7 @@ public:
         Files.OpenStream(u"x", StreamMode::Existing, Literal);
         for (std::uint32_t left = 1 + Chosen.Below(8); left > 0 && SoFar.Agrees(); --left)
             Step();
-        Stream.reset();
+        Stream->Close();
         std::ifstream written(Path, std::ios::binary);
         SoFar.Expect({std::istreambuf_iterator<char>(written), {}}, Disk.Files[u"x"]->Bytes);
         return SoFar.Difference();

@@ -103,6 +103,8 @@ private:
                 OpenTable(Name, mode, u"TEXT", u"QVRN");
                 return modStringTools::ToBytes(mode);
             case 2:
+                if (OnDisk) // a file has its text once it is closed, and this leaves the open one as it is
+                    CloseTable();
                 CreateTable(Name, Header, Mode.c_str(), u"TEXT", u"QVRN");
                 return {};
             case 12:
@@ -153,6 +155,8 @@ private:
                 Literal.OpenTable(Name, mode, u"TEXT", u"QVRN");
                 return modStringTools::ToBytes(mode);
             case 2:
+                if (OnDisk)
+                    Literal.CloseTable();
                 Literal.CreateTable(Name, Header, mode, u"TEXT", u"QVRN");
                 return {};
             case 12:

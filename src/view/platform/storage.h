@@ -57,7 +57,11 @@ public:
     virtual ErrorNumber Close() = 0;
 };
 
-enum class StreamMode { Create = 0, Existing = 1 };
+enum class StreamMode {
+    Create = 0,
+    Existing = 1,
+    Scratch, ///< as Create, for a file that is no data until it has been moved to where it belongs
+};
 
 class FileSystem {
 public:
@@ -65,7 +69,8 @@ public:
     /// With `create` a missing folder is made, with the folders above it.
     virtual ErrorNumber OpenFolder(const Text& path, bool create, std::unique_ptr<Folder>& folder) = 0;
     /// Create replaces any old content; Existing opens a file that is there, for reading and writing, or for reading
-    /// alone where the file can't be written.
+    /// alone where the file can't be written. What is written becomes the file's content as a whole when the stream is
+    /// closed: until then, and where a write has failed, the file is what it was. A scratch file has each line at once.
     virtual ErrorNumber OpenStream(const Text& fullName, StreamMode mode, std::unique_ptr<TextStream>& stream) = 0;
     /// What is at the destination afterwards is the old text or the new one, never a part of either.
     virtual ErrorNumber CopyFile(const Text& source, const Text& destination, bool overwrite) = 0;
