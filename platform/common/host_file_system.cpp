@@ -103,7 +103,9 @@ ErrorNumber HostFileSystem::DeleteFile(const Text& fullName) {
         return FromErrno(errno);
     if (!IsRegularFile(target))
         return PathRefused;
-    return ::unlinkat(entry.Folder.Number(), entry.Name.c_str(), 0) == 0 ? NoError : FromErrno(errno);
+    if (::unlinkat(entry.Folder.Number(), entry.Name.c_str(), 0) != 0)
+        return FromErrno(errno);
+    return SyncFolder(entry.Folder); // a deleted download must not be back after a loss of power
 }
 
 } // namespace platform::common

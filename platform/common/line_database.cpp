@@ -88,7 +88,7 @@ bool LineDatabase::Delete(const Text& name) {
         return false;
     // What a crash left behind must not be taken for the journal of the next database of this name.
     ::unlinkat(entry.Folder.Number(), (entry.Name + "-journal").c_str(), 0);
-    return true;
+    return SyncFolder(entry.Folder) == NoError;
 }
 
 void LineDatabase::Close(DatabaseId database) {

@@ -46,7 +46,7 @@ protected:
     }
     /// And stays done when the power goes next.
     void JudgeWithoutPower(const Outcome& run) {
-        if (run.IsSuccess() && GetParam().IsLasting)
+        if (run.IsSuccess())
             LosePower(GetParam(), run, run.Steps.size(), DamagesOfASuccess, Ending::Completed);
     }
 

@@ -48,7 +48,7 @@ TEST_P(KilledSteps, LeaveTheOldStateOrTheNewOne) {
         const int step = static_cast<int>(i) + 1;
         points += JudgeKill({Blow::KillBefore, step, 0, false}, Ending::BetweenSteps);
         if (kinds[i] == Call::Write)
-            points += JudgeKill({Blow::KillInside, step, 0, false}, Ending::InsideAStep);
+            points += JudgeKill({Blow::KillInside, step, 0, false}, Ending::BetweenSteps);
     }
     const int last = static_cast<int>(kinds.size());
     points += JudgeKill({Blow::KillAfter, last, 0, false}, Ending::BetweenSteps);

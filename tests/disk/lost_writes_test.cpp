@@ -21,7 +21,7 @@ protected:
     }
 
     Ending EndingAt(std::size_t cut) const {
-        return cut == Whole.Steps.size() && GetParam().IsLasting ? Ending::Completed : Ending::InsideAStep;
+        return cut == Whole.Steps.size() ? Ending::Completed : Ending::BetweenSteps;
     }
 
     const FreshFolder Folder;

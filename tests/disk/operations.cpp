@@ -233,8 +233,7 @@ Operation Append() {
             Holding("list.txt", List),
             AppendLine,
             [](const State& s) { return Edited(s, [](Lines& lines) { lines.push_back("appended"); }); },
-            {},
-            {"list.txt"}};
+            {}};
 }
 
 std::vector<Operation> LineOperations() {
@@ -246,40 +245,35 @@ std::vector<Operation> LineOperations() {
          list,
          ChangeLine,
          [](const State& s) { return Edited(s, [](Lines& lines) { lines[11] = "changed"; }); },
-         {},
          {}},
         {"DeleteFileLine",
          {},
          list,
          DeleteLine,
          [](const State& s) { return Edited(s, [](Lines& lines) { lines.erase(lines.begin() + 11); }); },
-         {},
          {}},
         {"InsertFileLine",
          {},
          list,
          InsertLine,
          [](const State& s) { return Edited(s, [](Lines& lines) { lines.insert(lines.begin() + 1, "inserted"); }); },
-         {},
          {}}};
 }
 
 std::vector<Operation> RowOperations() {
     const State table = Holding("table.txt", Rows);
-    return {{"SaveRow", {}, table, SaveARow, [](const State& s) { return Edited(s, SaveRowIn); }, {}, {}},
+    return {{"SaveRow", {}, table, SaveARow, [](const State& s) { return Edited(s, SaveRowIn); }, {}},
             {"AddRow",
              {},
              table,
              AddARow,
              [](const State& s) { return Edited(s, [](Lines& lines) { lines.push_back("||"); }); },
-             {},
              {}},
             {"DeleteRow",
              {},
              table,
              DeleteARow,
              [](const State& s) { return Edited(s, [](Lines& lines) { lines.erase(lines.begin() + 3); }); },
-             {},
              {}}};
 }
 
@@ -287,8 +281,8 @@ std::vector<Operation> FileOperations() {
     const auto made = [](const State&) -> std::optional<State> { return State{{"made.txt", "A|B\n"}}; };
     const State none = {{"made.txt", std::nullopt}};
     const State empty = {{"made.txt", ""}};
-    return {{"CreateTable", {}, none, MakeTable, made, {empty}, {}},
-            {"CreateTableOverAnother", {}, Holding("made.txt", List), MakeTable, made, {none, empty}, {}},
+    return {{"CreateTable", {}, none, MakeTable, made, {empty}},
+            {"CreateTableOverAnother", {}, Holding("made.txt", List), MakeTable, made, {none, empty}},
             {"DeleteFile",
              {},
              Holding("list.txt", List),
@@ -296,9 +290,7 @@ std::vector<Operation> FileOperations() {
              [](const State& s) -> std::optional<State> {
                  return s.at("list.txt") ? std::optional<State>(State{{"list.txt", std::nullopt}}) : std::nullopt;
              },
-             {},
-             {},
-             false}};
+             {}}};
 }
 
 std::vector<Operation> Commands() {
@@ -312,22 +304,19 @@ std::vector<Operation> Commands() {
              {{"drivers.txt", OldDrivers}, {"hygro.txt", std::nullopt}},
              InstallPackage,
              AfterInstalling,
-             WhileInstalling(OldDrivers, std::nullopt),
-             {"drivers.txt", "hygro.txt"}},
+             WhileInstalling(OldDrivers, std::nullopt)},
             {"InstallDriverOverAnotherInf",
              {},
              {{"drivers.txt", OldDrivers}, {"hygro.txt", oldInf}},
              InstallPackage,
              AfterInstalling,
-             WhileInstalling(OldDrivers, oldInf),
-             {"drivers.txt", "hygro.txt"}},
+             WhileInstalling(OldDrivers, oldInf)},
             {"ColumnChoices",
              {},
              Holding("meter.txt", NewInf),
              ChooseColumns,
              [](const State&) -> std::optional<State> { return Holding("meter.txt", ColumnsHidden(true, true)); },
-             columns,
-             {}},
+             columns},
             {"FirstStart",
              {},
              {{"drivers.txt", std::nullopt}, {"qrnctrl.txt", std::nullopt}},
@@ -339,8 +328,7 @@ std::vector<Operation> Commands() {
               // the first of them can't be made
               {{"drivers.txt", std::nullopt}, {"qrnctrl.txt", ""}},
               {{"drivers.txt", std::nullopt}, {"qrnctrl.txt", control}},
-              {{"drivers.txt", ""}, {"qrnctrl.txt", control}}},
-             {}}};
+              {{"drivers.txt", ""}, {"qrnctrl.txt", control}}}}};
 }
 
 Operation Setting() {
@@ -353,8 +341,20 @@ Operation Setting() {
                     std::replace(lines.begin(), lines.end(), std::string("ComPort=OFF"), std::string("ComPort=Com3"));
                 });
             },
-            {},
             {}};
+}
+
+/// A text file is what it was or what it becomes at each moment, and never a part of either; a database has each of its
+/// lines by itself.
+void ExpectWholeFiles(Operation& operation) {
+    const State done = operation.Done();
+    const auto isPart = [&](const State& state) {
+        return std::any_of(state.begin(), state.end(), [&](const auto& file) {
+            return file.second && file.second != operation.Before.at(file.first) && file.second != done.at(file.first);
+        });
+    };
+    auto& between = operation.Between;
+    between.erase(std::remove_if(between.begin(), between.end(), isPart), between.end());
 }
 
 } // namespace
@@ -371,11 +371,14 @@ std::vector<Operation> Operations() {
     std::vector<Operation> rows;
     for (const auto& some : {LineOperations(), RowOperations(), FileOperations(), Commands()}) {
         for (Operation operation : some) {
+            const Operation any = operation;
+            if (operation.Name != "ColumnChoices") // which are saved one after the other
+                ExpectWholeFiles(operation);
             rows.push_back(operation);
+            operation = any;
             if (operation.Name == "InstallDriverOverAnotherInf") // a database is made anew in any case
                 continue;
             operation.Kept = Keeping::LineDatabases;
-            operation.WrittenInPlace.clear();
             rows.push_back(operation);
         }
     }

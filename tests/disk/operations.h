@@ -22,12 +22,6 @@ struct Operation {
     std::optional<State> (*After)(const State&) = nullptr;
     /// Whole states between the two: of the steps that an operation is documented to take one after the other.
     std::vector<State> Between;
-    /// Text files that are written where they lie, and not through a scratch file: a write that is cut off half-way, or
-    /// that the power keeps from the medium, leaves a part of its lines there.
-    std::vector<std::string> WrittenInPlace;
-
-    /// Whether it brings what it has done to the medium before it comes back. A file that was deleted may come back.
-    bool IsLasting = true;
 
     State Done() const { return *After(Before); }
 };

@@ -28,7 +28,6 @@ Outcome Try(const Operation& operation, const std::string& root, const Plan& pla
 enum class Ending {
     Completed,    ///< it came back and said that it was done: the new state and no other
     BetweenSteps, ///< the old state, the new one, or one between them
-    InsideAStep,  ///< the same, but a file that is written in place may hold a part of its new lines
 };
 
 /// The state of the files, where it is one that may be left.
