@@ -19,10 +19,6 @@ bool IsControl(char byte) {
     return static_cast<unsigned char>(byte) < 0x20 || byte == 0x7F;
 }
 
-} // namespace
-
-namespace {
-
 struct CloseFolder {
     void operator()(DIR* opened) const { ::closedir(opened); }
 };

@@ -14,10 +14,11 @@ namespace {
 
 class HostFolder final : public Folder {
 public:
-    HostFolder(const PathMap& paths, Text prefix, std::vector<std::string> names)
-        : Paths(paths), Prefix(std::move(prefix)), Names(std::move(names)) {}
+    HostFolder(const PathMap& paths, Text prefix, Descriptor opened)
+        : Paths(paths), Prefix(std::move(prefix)), Opened(std::move(opened)) {}
 
     Text FirstFile(std::int32_t) override {
+        Names = NamesIn(Opened);
         Next = 0;
         return NextFile();
     }
@@ -43,6 +44,7 @@ private:
 
     PathMap Paths;
     Text Prefix;
+    Descriptor Opened;
     std::vector<std::string> Names;
     std::size_t Next = 0;
 };
@@ -56,7 +58,7 @@ ErrorNumber HostFileSystem::OpenFolder(const Text& path, bool create, std::uniqu
     if (const ErrorNumber error = Paths.OpenFolder(path, opened); error != NoError)
         return error;
     const Text prefix = path.back() == u'\\' ? path : path + u'\\';
-    folder = std::make_unique<HostFolder>(Paths, prefix, NamesIn(opened));
+    folder = std::make_unique<HostFolder>(Paths, prefix, std::move(opened));
     return NoError;
 }
 
@@ -67,9 +69,16 @@ ErrorNumber HostFileSystem::Entry(const Text& fullName, LastLink lastLink, FileE
     return Paths.Entry(fullName, lastLink, entry);
 }
 
+bool HostFileSystem::IsThere(const Text& fullName) const {
+    FileEntry entry;
+    return Entry(fullName, LastLink::Keep, entry) == NoError && common::IsThere(entry);
+}
+
 ErrorNumber HostFileSystem::OpenStream(const Text& fullName, StreamMode mode, std::unique_ptr<TextStream>& stream) {
     FileEntry entry;
     const ErrorNumber error = Entry(fullName, LastLink::Follow, entry);
+    if (error == PathRefused && IsThere(fullName))
+        return PermissionDenied;
     return error == NoError ? HostTextStream::Open(std::move(entry), mode, stream) : error;
 }
 
@@ -80,7 +89,7 @@ ErrorNumber HostFileSystem::CopyFile(const Text& source, const Text& destination
         return error;
     if (const ErrorNumber error = Entry(destination, LastLink::Follow, to); error != NoError)
         return error;
-    return !overwrite && IsRegularFile(from) && IsThere(to) ? FileExists : CopyOver(from, std::move(to));
+    return !overwrite && IsRegularFile(from) && common::IsThere(to) ? FileExists : CopyOver(from, std::move(to));
 }
 
 ErrorNumber HostFileSystem::MoveFile(const Text& source, const Text& destination) {
@@ -99,7 +108,7 @@ ErrorNumber HostFileSystem::DeleteFile(const Text& fullName) {
         return error;
     if (const ErrorNumber error = Entry(fullName, LastLink::Keep, entry); error != NoError)
         return error;
-    if (!IsThere(target))
+    if (!common::IsThere(target))
         return FromErrno(errno);
     if (!IsRegularFile(target))
         return PathRefused;

@@ -9,7 +9,8 @@ namespace platform::common {
 
 /// Only regular files can be opened, copied and deleted, and are listed. A listing leaves out what the host hides, the
 /// names with a leading full stop: a copy that is under way has such a name, and so has the litter that other systems
-/// leave on cards.
+/// leave on cards. A link that leads nowhere it may is a file that is kept from us (PermissionDenied), not a missing
+/// one: it must not be taken for a name that is free.
 class HostFileSystem final : public FileSystem {
 public:
     explicit HostFileSystem(PathMap paths) : Paths(std::move(paths)) {}
@@ -22,6 +23,7 @@ public:
 
 private:
     ErrorNumber Entry(const Text& fullName, LastLink lastLink, FileEntry& entry) const;
+    bool IsThere(const Text& fullName) const;
 
     PathMap Paths;
 };

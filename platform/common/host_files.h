@@ -107,8 +107,8 @@ private:
 ErrorNumber CopyOver(const FileEntry& source, FileEntry target);
 
 /// The same without a copy: the file is renamed once its content is on the medium. A source on another file system is
-/// copied and deleted. After a failure the source is still there, unless only the
-/// name could not be brought to the medium: the whole content is at the target then.
+/// copied and deleted. After a failure the source is still there, unless only the name could not be brought to the
+/// medium: the whole content is at the target then.
 ErrorNumber MoveOver(const FileEntry& source, FileEntry target);
 
 } // namespace platform::common

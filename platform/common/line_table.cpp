@@ -123,6 +123,8 @@ ErrorNumber LineTable::NoteFailedRead() {
     case SQLITE_DONE:
     case SQLITE_ERROR: // no line table has been declared
         return FailedRead;
+    case SQLITE_BUSY: // another tool writes, and will have done so in a moment
+        return NotAvailable;
     default:
         return FailedRead = DeviceFailed;
     }

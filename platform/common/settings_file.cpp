@@ -149,6 +149,8 @@ SettingsFile::SettingsFile(FindEntry find) : Find(std::move(find)) {
         ReadError = ReadWhole(entry, bytes);
     if (ReadError == FileNotFound)
         ReadError = NoError; // the first setting makes it
+    if (ReadError == PathRefused)
+        ReadError = PermissionDenied; // a link is there, and must not be followed
     if (ReadError != NoError)
         return;
     std::size_t start = bytes.compare(0, ByteOrderMark.size(), ByteOrderMark) == 0 ? ByteOrderMark.size() : 0;

@@ -23,9 +23,9 @@ void PrintTo(const Trick& trick, std::ostream* out) {
 
 /// Beside the root folder lies another one, with a file that nobody may read, write or delete. Links in the root and in
 /// the data folder lead there, and from names in there back.
-class NoWayOut : public support::Program, public testing::WithParamInterface<Trick> {
+class OutsideTheRoot : public support::Program {
 protected:
-    explicit NoWayOut(const platform::device::DeviceOptions& options = {}) : Program(options) {
+    explicit OutsideTheRoot(const platform::device::DeviceOptions& options = {}) : Program(options) {
         Outside.Put("secret.txt", Secret);
         Outside.Put("rfcomm.run", "");
         for (const char* folder : {"Quorin", "c"})
@@ -35,7 +35,7 @@ protected:
         std::filesystem::create_symlink(Outside.Path() / "secret.txt", Device.Folder.Path() / "Quorin/link.txt");
         std::filesystem::create_symlink(Outside.Path() / "new.txt", Device.Folder.Path() / "Quorin/dangling.txt");
     }
-    ~NoWayOut() override {
+    ~OutsideTheRoot() override {
         EXPECT_EQ(Outside.Bytes("secret.txt"), Secret);
         std::vector<std::string> there;
         for (const auto& entry : std::filesystem::directory_iterator(Outside.Path()))
@@ -43,10 +43,6 @@ protected:
         EXPECT_THAT(there, testing::UnorderedElementsAre("secret.txt", "rfcomm.run"));
     }
 
-    std::string Name() const {
-        const std::string& name = GetParam().Name;
-        return name[0] == '*' ? Outside.Path().string() + name.substr(1) : name;
-    }
     void OpenTheOnlyDownload() {
         MenuEvent(u"Start...");
         MenuEvent(u"Ok");
@@ -55,6 +51,18 @@ protected:
     }
 
     support::TemporaryFolder Outside;
+};
+
+using NoWayOutOfTheDriversTable = OutsideTheRoot;
+
+class NoWayOut : public OutsideTheRoot, public testing::WithParamInterface<Trick> {
+protected:
+    explicit NoWayOut(const platform::device::DeviceOptions& options = {}) : OutsideTheRoot(options) {}
+
+    std::string Name() const {
+        const std::string& name = GetParam().Name;
+        return name[0] == '*' ? Outside.Path().string() + name.substr(1) : name;
+    }
 };
 
 TEST_P(NoWayOut, ForTheInfFileOfAPackage) {
@@ -69,8 +77,21 @@ TEST_P(NoWayOut, ForTheInfFileInTheDriversTable) {
     InstallMeter();
     Put("drivers.txt", "NAME|INFFILE\nMeter|" + Name() + "\n");
     Put("qrnctrl.txt", "DRIVER|FILE|DATE|ALIAS\nMeter|qrn0001.txt|20070301|\n");
-    OpenTheOnlyDownload();
+    try {
+        OpenTheOnlyDownload();
+    } catch (const support::ProgramOver& over) { // an inf file that is there, and kept from us
+        EXPECT_EQ(over.Why, support::ProgramOver::Reason::Failed);
+    }
     EXPECT_NE(Screen(), ScrInfRecord);
+}
+
+/// A drivers table that can't be reached is not one that is missing: the register is not made anew with it.
+TEST_F(NoWayOutOfTheDriversTable, KeepsTheRegister) {
+    const std::string downloads = "DRIVER|FILE|DATE|ALIAS\nMeter|qrn0001.txt|20070301|\n";
+    Put("qrnctrl.txt", downloads);
+    std::filesystem::create_symlink(Outside.Path() / "secret.txt", Device.Folder.Path() / "Quorin/drivers.txt");
+    EXPECT_NE(support::FailureOf([] { MenuEvent(u"Start..."); }), u"");
+    EXPECT_EQ(File("qrnctrl.txt"), downloads);
 }
 
 TEST_P(NoWayOut, ForTheDownloadsInTheRegister) {

@@ -75,8 +75,8 @@ TEST_F(HostFiles, NeitherReadsNorWritesOverALinkThatLeadsOutside) {
     Elsewhere.Put("secret.txt", "secret");
     Root.Put("x.txt", "x");
     Root.Link(Elsewhere.Path("secret.txt"), "link.txt");
-    EXPECT_EQ(ErrorOfOpening(u".\\link.txt", StreamMode::Existing), PathRefused);
-    EXPECT_EQ(ErrorOfOpening(u".\\link.txt", StreamMode::Create), PathRefused);
+    EXPECT_EQ(ErrorOfOpening(u".\\link.txt", StreamMode::Existing), PermissionDenied);
+    EXPECT_EQ(ErrorOfOpening(u".\\link.txt", StreamMode::Create), PermissionDenied);
     EXPECT_EQ(Files.CopyFile(u".\\link.txt", u".\\x.txt", true), PathRefused);
     EXPECT_EQ(Files.CopyFile(u".\\x.txt", u".\\link.txt", true), PathRefused);
     EXPECT_EQ(Files.DeleteFile(u".\\link.txt"), PathRefused);
@@ -86,7 +86,7 @@ TEST_F(HostFiles, NeitherReadsNorWritesOverALinkThatLeadsOutside) {
 
 TEST_F(HostFiles, MakesNothingOverALinkToNothing) {
     Root.Link(Elsewhere.Path("new.txt"), "link.txt");
-    EXPECT_EQ(ErrorOfOpening(u".\\link.txt", StreamMode::Create), PathRefused);
+    EXPECT_EQ(ErrorOfOpening(u".\\link.txt", StreamMode::Create), PermissionDenied);
     EXPECT_FALSE(Elsewhere.Has("new.txt"));
 }
 

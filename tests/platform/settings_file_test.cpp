@@ -184,7 +184,7 @@ TEST_F(SettingsFileTest, InTheRootFolderIsNotReachedOverALinkThatLeadsOutside) {
     Root.Link(elsewhere.Path("secret.ini"), "settings.ini");
     SettingsFile store(platform::common::PathMap(Root.Path()), u"settings.ini");
     EXPECT_EQ(store.Get(u"Quorin", u"Settings", u"A", u"default"), u"default");
-    EXPECT_EQ(store.Save(u"Quorin", u"Settings", u"A", u"1"), PathRefused);
+    EXPECT_EQ(store.Save(u"Quorin", u"Settings", u"A", u"1"), PermissionDenied);
     EXPECT_EQ(elsewhere.Bytes("secret.ini"), "[Settings]\nA=secret\n");
 }
 

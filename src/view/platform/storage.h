@@ -75,8 +75,8 @@ public:
     /// What is at the destination afterwards is the old text or the new one, never a part of either.
     virtual ErrorNumber CopyFile(const Text& source, const Text& destination, bool overwrite) = 0;
     /// Copies with overwriting and deletes the source, in one step and without writing the text once more where both
-    /// are on one file system. A failure leaves the source where it is, or the whole text at
-    /// the destination where nothing but making it last has failed.
+    /// are on one file system. A failure leaves the source where it is, or the whole text at the destination where nothing
+    /// but making it last has failed.
     virtual ErrorNumber MoveFile(const Text& source, const Text& destination) = 0;
     virtual ErrorNumber DeleteFile(const Text& fullName) = 0;
 };
