@@ -103,6 +103,19 @@ TEST_F(SerialLine, SetsTheLineAsAsked) {
     EXPECT_NE(Line().c_cflag & CSTOPB, 0U);
 }
 
+/// A pseudo terminal has no parity bit to switch on, but keeps what is to become of it.
+TEST_F(SerialLine, ChecksParityAsAsked) {
+    ASSERT_EQ(Port.Open(Instrument.Path(), u"9600,E,7,1"), NoError);
+    EXPECT_NE(Line().c_iflag & INPCK, 0U);
+    EXPECT_EQ(Line().c_cflag & PARODD, 0U);
+    ASSERT_EQ(Port.Open(Instrument.Path(), u"9600,O,8,1"), NoError);
+    EXPECT_NE(Line().c_iflag & INPCK, 0U);
+    EXPECT_NE(Line().c_cflag & PARODD, 0U);
+    ASSERT_EQ(Port.Open(Instrument.Path(), u"9600,N,8,1"), NoError);
+    EXPECT_EQ(Line().c_iflag & INPCK, 0U);
+    EXPECT_EQ(Line().c_cflag & PARODD, 0U);
+}
+
 TEST_F(SerialLine, TellsOnceThatTheOtherEndHasGone) {
     OpenPort();
     Instrument.PullOut();

@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: MIT
+#include "view/platform/errors.h"
+
+#include <gtest/gtest.h>
+
+namespace platform {
+namespace {
+
+struct Words {
+    ErrorNumber Error;
+    Text Said;
+};
+
+class ErrorInWords : public testing::TestWithParam<Words> {};
+
+TEST_P(ErrorInWords, IsWhatAPersonReadsBehindTheNameOfAFile) {
+    EXPECT_EQ(ErrorText(GetParam().Error), GetParam().Said);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Rows, ErrorInWords,
+    testing::Values(Words{FileNotFound, u"it is not there"}, Words{DeviceFailed, u"the device failed"},
+                    Words{FileExists, u"it is there already"}, Words{DiskFull, u"the disk is full"},
+                    Words{NotAvailable, u"it is not available"}, Words{PermissionDenied, u"permission denied"},
+                    Words{PathRefused, u"the name is refused"}, Words{4711, u"error 4711"}));
+
+} // namespace
+} // namespace platform
