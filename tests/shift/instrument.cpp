@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "tests/shift/instrument.h"
 
+#include "tests/shift/letters.h"
+
 #include <algorithm>
-#include <cctype>
 
 namespace shift {
 
@@ -93,7 +94,7 @@ std::string Instrument::Record(const Outfit& outfit, const std::string& origin, 
 std::string Instrument::Transmit(Harm harm) {
     if (harm == Harm::OtherCase) { // which is a complete record, but none that the decoding is told of
         for (std::string* tag : {&Lines.front(), &Lines.back()})
-            std::transform(tag->begin(), tag->end(), tag->begin(), [](unsigned char c) { return std::toupper(c); });
+            std::transform(tag->begin(), tag->end(), tag->begin(), Upper);
     }
     const std::size_t bare =
         harm == Harm::OneLineFeed ? Chance.Below(static_cast<std::uint32_t>(Lines.size()) - 1) : Lines.size();

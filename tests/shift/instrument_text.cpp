@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "tests/shift/instrument_text.h"
 
+#include "tests/shift/letters.h"
+
 #include <algorithm>
-#include <cctype>
 
 namespace shift {
 
@@ -10,7 +11,7 @@ namespace {
 
 std::string Lower(std::string text) {
     for (char& character : text)
-        character = static_cast<char>(std::tolower(static_cast<unsigned char>(character)));
+        character = shift::Lower(character);
     return text;
 }
 

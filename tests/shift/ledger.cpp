@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "tests/shift/ledger.h"
 
+#include "tests/shift/letters.h"
+
 #include <algorithm>
 #include <cctype>
 
@@ -49,7 +51,7 @@ std::vector<ResultId> IdsInRecords(const std::string& text) {
             continue;
         bool tagged = true;
         for (std::size_t i = 0; i < tag.size() && tagged; ++i)
-            tagged = std::tolower(static_cast<unsigned char>(text[quote + 1 - tag.size() + i])) == tag[i];
+            tagged = Lower(text[quote + 1 - tag.size() + i]) == tag[i];
         const ResultId id = tagged ? IdOf(text.substr(quote + 1, 12)) : 0;
         if (id != 0)
             ids.push_back(id);
