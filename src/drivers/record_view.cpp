@@ -31,8 +31,10 @@ bool OpenInfTable(const Text& driver) {
 
 void OpenOrCreateDownload(const Text& file, const Text& header) {
     OpenTable(file, u"r", DataType, DataCreator);
-    if (!Table.TableFile.valid)
+    if (!Table.TableFile.valid || TableRowCount() < 0) { // without any line it is as good as missing
+        CloseTable();
         CreateTable(file, header, u"r", DataType, DataCreator);
+    }
     if (TableRowCount() != 0)
         FirstRow();
     else

@@ -33,6 +33,17 @@ TEST_F(Download, OpenedForTheFirstTimeIsMadeWithOneBlankRecord) {
     EXPECT_TRUE(Screens.GridEditMode);
 }
 
+/// As a program that was killed in the making of a database leaves it: without columns no reading would stay.
+TEST_F(Download, WithoutAnyLineIsMadeAsOneThatIsMissing) {
+    InstallMeter();
+    Put("qrn0001.txt", "");
+    GoToDownloads();
+    MenuEvent(u"Open");
+    EXPECT_EQ(TitleCell(1), u"1/1");
+    MenuEvent(u"Close");
+    EXPECT_EQ(File("qrn0001.txt"), "Place|Moisture|Remark\n||\n");
+}
+
 TEST_F(Download, TakesItsFullPathInHandAndItsBareNameOnTheWayBack) {
     InstallMeter();
     OpenDownload("");
