@@ -40,7 +40,11 @@ quint32 Number(const std::string& bytes, int index) {
 } // namespace
 
 bool Eventually(const std::function<bool()>& holds) {
-    const auto end = std::chrono::steady_clock::now() + Patience;
+    return Eventually(holds, Patience);
+}
+
+bool Eventually(const std::function<bool()>& holds, std::chrono::milliseconds patience) {
+    const auto end = std::chrono::steady_clock::now() + patience;
     while (!holds()) {
         if (std::chrono::steady_clock::now() > end)
             return false;
@@ -308,7 +312,11 @@ bool RunningWindow::ClickUntil(const std::function<bool()>& holds, const std::fu
 }
 
 bool RunningWindow::Changes(const QRect& part, const QImage& before) {
-    return Eventually([&] { return Screen->Picture().copy(part) != before.copy(part); });
+    return Changes(part, before, Patience);
+}
+
+bool RunningWindow::Changes(const QRect& part, const QImage& before, std::chrono::milliseconds patience) {
+    return Eventually([&] { return Screen->Picture().copy(part) != before.copy(part); }, patience);
 }
 
 QRect RunningWindow::Find(QRgb colour) {

@@ -18,6 +18,7 @@ namespace live {
 /// Looks every few milliseconds whether something holds; false when it still doesn't after a minute, which is far
 /// beyond what any step takes, however busy the machine is.
 bool Eventually(const std::function<bool()>& holds);
+bool Eventually(const std::function<bool()>& holds, std::chrono::milliseconds patience);
 
 /// A folder that is gone with the test.
 class Folder {
@@ -118,6 +119,7 @@ public:
     bool ClickUntil(const std::function<bool()>& holds, const std::function<QPoint()>& place);
     /// Waits until a part of the screen looks otherwise than before.
     bool Changes(const QRect& part, const QImage& before);
+    bool Changes(const QRect& part, const QImage& before, std::chrono::milliseconds patience);
     /// Waits until a colour is seen, and says where.
     QRect Find(QRgb colour);
 
