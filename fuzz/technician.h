@@ -4,6 +4,7 @@
 #pragma once
 
 #include "fuzz/place.h"
+#include "platform/device/silent_watcher.h"
 #include "platform/headless/headless_platform.h"
 
 #include <cstdint>
@@ -12,7 +13,7 @@
 
 namespace fuzz {
 
-class Technician final : platform::device::CommandSource, platform::device::Watcher {
+class Technician final : platform::device::CommandSource, platform::device::SilentWatcher {
 public:
     Technician(const Place& place, std::int32_t deviceType);
     ~Technician() override;
@@ -40,13 +41,6 @@ private:
     void RunCommand() override;
 
     void BoxOpened(const Text& text, platform::BoxButtons, platform::BoxIcon, const Text&) override;
-    void TonePlayed(std::int32_t, std::int32_t) override {}
-    void StatusShown(const Text&) override {}
-    void StatusHidden() override {}
-    void KeyGrabbed(std::int32_t) override {}
-    void KeyReleased(std::int32_t) override {}
-    void CharacterSent(std::int32_t) override {}
-    void WritingFailed(const Text&, platform::ErrorNumber) override {}
 
     int Waited = 0;
 };
