@@ -4,6 +4,7 @@
 #pragma once
 
 #include "fuzz/place.h"
+#include "platform/device/no_commands.h"
 #include "platform/device/silent_watcher.h"
 #include "platform/headless/headless_platform.h"
 
@@ -13,7 +14,7 @@
 
 namespace fuzz {
 
-class Technician final : platform::device::CommandSource, platform::device::SilentWatcher {
+class Technician final : platform::device::NoCommands, platform::device::SilentWatcher {
 public:
     Technician(const Place& place, std::int32_t deviceType);
     ~Technician() override;
@@ -33,11 +34,7 @@ public:
     platform::headless::HeadlessPlatform Device;
 
 private:
-    void AboutToWait(int) override {}
     bool HasCommand() override { return true; }
-    bool Ended() override { return false; }
-    int Descriptor() override { return -1; }
-    void TakeInput() override {}
     void RunCommand() override;
 
     void BoxOpened(const Text& text, platform::BoxButtons, platform::BoxIcon, const Text&) override;

@@ -123,9 +123,7 @@ ErrorNumber LineTable::NoteFailedRead() {
     case SQLITE_DONE:
     case SQLITE_ERROR: // no line table has been declared
         return FailedRead;
-    case SQLITE_BUSY: // another tool writes, and will have done so in a moment
-        return NotAvailable;
-    default:
+    default: // also where another tool holds the file: what it kept from us must not count as missing later
         return FailedRead = DeviceFailed;
     }
 }

@@ -95,9 +95,8 @@ bool SqlConnection::Open(const std::string& path) {
 ErrorNumber SqlConnection::LastError() const {
     const int result = sqlite3_errcode(Connection) & 0xFF;
     // SQLITE_ERROR stands for a statement that names a table which is not there.
-    const bool isNoDatabase = result == SQLITE_NOTADB || result == SQLITE_CORRUPT || result == SQLITE_ERROR ||
-                              result == SQLITE_DONE || result == SQLITE_OK;
-    return isNoDatabase ? FileNotFound : FromSqlite(result);
+    const bool isMissing = result == SQLITE_ERROR || result == SQLITE_DONE || result == SQLITE_OK;
+    return isMissing ? FileNotFound : FromSqlite(result);
 }
 
 ErrorNumber SqlConnection::Execute(const char* sql) {

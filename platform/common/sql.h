@@ -48,7 +48,7 @@ public:
 
     /// Opens a file that is there; an empty one is a database without tables. The path must have no link in it.
     bool Open(const std::string& path);
-    /// Why the last call has failed: FileNotFound for a file that is no database.
+    /// Why the last call has failed: FileNotFound where a table or row that was asked for is not there.
     ErrorNumber LastError() const;
     ErrorNumber Execute(const char* sql);
     bool InTransaction() const;

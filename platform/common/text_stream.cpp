@@ -96,10 +96,6 @@ std::string_view AsWritten(std::string_view lines, std::string& mended) {
     return mended;
 }
 
-} // namespace
-
-namespace {
-
 /// A scratch file that is there is a stale one of the same name.
 ErrorNumber OpenScratch(const FileEntry& entry, Descriptor& file) {
     ErrorNumber error = OpenRegular(entry, O_RDWR, file);

@@ -2,6 +2,7 @@
 // The whole program on a root folder that is there already: started there, and started again after it was killed.
 #pragma once
 
+#include "platform/device/no_commands.h"
 #include "tests/disk/table_contents.h"
 #include "tests/support/test_device.h"
 
@@ -9,7 +10,7 @@ namespace disk {
 
 /// A desktop keeps its lines in text files, a Palm OS device in the line databases of its memory. Each message box is
 /// answered at once, a question with Yes.
-class Machine final : platform::device::CommandSource {
+class Machine final : platform::device::NoCommands {
 public:
     Machine(const std::string& root, Keeping keeping);
     ~Machine() override;
@@ -18,11 +19,8 @@ public:
     platform::headless::HeadlessPlatform Platform;
 
 private:
-    void AboutToWait(int) override {}
     bool HasCommand() override { return Platform.boxes.Current() != nullptr; }
     bool Ended() override { return true; }
-    int Descriptor() override { return -1; }
-    void TakeInput() override {}
     void RunCommand() override;
 };
 

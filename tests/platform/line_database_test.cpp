@@ -279,6 +279,21 @@ TEST_F(LineDatabaseFile, LosesABatchThatAReaderDoesNotLetEnd) {
     EXPECT_EQ(CountAnew(u"drivers"), 2);
 }
 
+/// A record that could not be read because another tool held the file is not a missing one, also once it lets go.
+TEST_F(LineDatabaseFile, ThatAnotherToolKeptFromUsOnceCountsNoMore) {
+    const DatabaseId id = Made(u"drivers");
+    ASSERT_TRUE(Append(id, u"one"));
+    sqlite3* tool = nullptr;
+    ASSERT_EQ(sqlite3_open(Root.Path("Databases/drivers.sqlite").c_str(), &tool), SQLITE_OK);
+    ASSERT_EQ(sqlite3_exec(tool, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr), SQLITE_OK);
+    LineRecord record;
+    EXPECT_FALSE(Databases.ReadRecord(id, record));
+    sqlite3_close(tool);
+    EXPECT_EQ(Databases.RecordCount(id), -1);
+    EXPECT_NE(Databases.FindRecord(id, 2), NoError);
+    EXPECT_NE(Databases.AddRecord(id), NoError);
+}
+
 TEST_F(LineDatabaseFile, IsNotMadeByHalves) {
     {
         const FullDisk full(4096);

@@ -2,6 +2,8 @@
 // The device of a shift: the whole program, started as often as it ends, and its files as anybody else sees them.
 #pragma once
 
+#include "platform/device/no_commands.h"
+#include "platform/device/silent_watcher.h"
 #include "platform/headless/headless_platform.h"
 #include "tests/shift/calendar.h"
 #include "tests/shift/model.h"
@@ -55,7 +57,7 @@ private:
 
 /// The program on a device. `step` is called whenever the program waits for somebody to do something, also while a box
 /// or a prompt stands, as often as it waits.
-class Handheld final : platform::device::CommandSource, platform::device::Watcher {
+class Handheld final : platform::device::NoCommands, platform::device::SilentWatcher {
 public:
     Handheld(const Kind& kind, const DeviceFolder& folder, Moment now, std::function<void()> step);
     ~Handheld() override;
@@ -68,20 +70,11 @@ public:
     std::vector<std::string> TakeEvents();
 
 private:
-    void AboutToWait(int) override {}
     bool HasCommand() override { return true; }
-    bool Ended() override { return false; }
-    int Descriptor() override { return -1; }
-    void TakeInput() override {}
     void RunCommand() override;
 
     void BoxOpened(const Text& text, platform::BoxButtons buttons, platform::BoxIcon icon, const Text& title) override;
     void TonePlayed(std::int32_t hertz, std::int32_t milliseconds) override;
-    void StatusShown(const Text&) override {}
-    void StatusHidden() override {}
-    void KeyGrabbed(std::int32_t) override {}
-    void KeyReleased(std::int32_t) override {}
-    void CharacterSent(std::int32_t) override {}
     void WritingFailed(const Text& name, platform::ErrorNumber error) override;
 
     std::function<void()> Step;
