@@ -3,6 +3,7 @@
 
 #include "app/commands.h"
 #include "app/form.h"
+#include "apps/start/process.h"
 #include "arguments.h"
 #include "platform/device/gestures.h"
 #include "platform/device/keyboard.h"
@@ -244,7 +245,7 @@ Error RunState(Session& session, const std::string&) {
 /// As a power cut: nothing is closed and nothing is saved.
 Error RunQuit(Session& session, const std::string&) {
     session.Out().Write({{"done", "quit"}});
-    std::_Exit(StatusEnded);
+    std::_Exit(start::StatusAfterOutput("quorin-console", StatusEnded));
 }
 
 struct CommandRow {

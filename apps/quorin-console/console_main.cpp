@@ -15,6 +15,8 @@ namespace console {
 
 namespace {
 
+using platform::common::LockResult;
+
 bool IsFile(const std::string& path) {
     struct stat found {};
     return ::stat(path.c_str(), &found) == 0 && !S_ISDIR(found.st_mode);
@@ -67,7 +69,14 @@ int ConsoleMain(int count, char** words, int (*run)(const Options&, Session&)) {
     if (!RootIsUsable(options.Device.Root))
         return StatusUsage;
     platform::common::RootLock lock;
-    if (lock.Take(options.Device.Root, "quorin-console") == platform::common::LockResult::Taken) {
+    switch (lock.Take(options.Device.Root, "quorin-console")) {
+    case LockResult::Held:
+        break;
+    case LockResult::Unguarded:
+        std::cerr << "quorin-console: " << lock.Warning() << "\n";
+        break;
+    case LockResult::Taken:
+    case LockResult::NoFolder:
         std::cerr << "quorin-console: " << lock.Refusal() << "\n";
         return StatusUsage;
     }

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "app/start_up.h"
+#include "apps/start/process.h"
 #include "console_main.h"
 #include "platform/headless/headless_platform.h"
 
@@ -20,5 +21,6 @@ int RunHeadless(const console::Options& options, console::Session& session) {
 } // namespace
 
 int main(int count, char** words) {
-    return console::ConsoleMain(count, words, RunHeadless);
+    start::PrepareProcess();
+    return start::StatusAfterOutput("quorin-console", console::ConsoleMain(count, words, RunHeadless));
 }

@@ -85,7 +85,8 @@ databases are SQLite files, Databases/NAME.sqlite in the root folder. Settings a
 Text is measured with fixed metrics: at font size s a character is (3s+2)/4 pixels wide, a line (15s+4)/8 high. A scroll
 bar is 13 pixels wide. After "jump" each timer that fell due meanwhile fires once.
 
-Exit status: 0 the program or the input ended, 1 a run-time failure, 2 wrong usage, 3 a command failed under --strict.)";
+Exit status: 0 the program or the input ended, 1 a run-time failure, 2 wrong usage, 3 a command failed under --strict, 4
+standard output could not be written.)";
 }
 
 void Describe(CLI::App& app, Words& words) {

@@ -47,6 +47,18 @@ std::string LineReader::Take() {
     return line;
 }
 
+bool OutputWatch::RaiseWhatIsPending() {
+    if (Out.Failed())
+        Loop.Leave({ProgramOver::Reason::InputEnded, {}}); // what would be commanded has no answer
+    return false;
+}
+
+void Session::Use(platform::device::BackEnd& used) {
+    device = &used;
+    outputWatch.emplace(writer, used.loop);
+    used.loop.Listen(*outputWatch);
+}
+
 void Session::Run() {
     device->StartProgram();
     for (;;)

@@ -6,6 +6,7 @@
 #include "writer.h"
 
 #include <deque>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -36,13 +37,25 @@ private:
     std::deque<std::string> Lines;
 };
 
+/// Ends the program once nobody can be told any more what comes of the commands.
+class OutputWatch final : public platform::device::EventSource {
+public:
+    OutputWatch(const Writer& writer, platform::device::EventLoop& loop) : Out(writer), Loop(loop) {}
+    int Descriptor() override { return -1; }
+    bool RaiseWhatIsPending() override;
+
+private:
+    const Writer& Out;
+    platform::device::EventLoop& Loop;
+};
+
 class Session final : public platform::device::CommandSource {
 public:
     /// Reads commands from a descriptor. The first one that fails may be made the last.
     Session(int input, std::ostream& out, bool stopAtFailure) : strict(stopAtFailure), writer(out), reader(input) {}
 
     /// The device that the commands are for; it is made with this session as its source of commands and its watcher.
-    void Use(platform::device::BackEnd& used) { device = &used; }
+    void Use(platform::device::BackEnd& used);
     /// Starts the program and runs commands until the device leaves it.
     [[noreturn]] void Run();
     /// The program is over: says so, closes the commands that are open, and gives the exit status.
@@ -66,6 +79,7 @@ private:
     Writer writer;
     LineReader reader;
     platform::device::BackEnd* device = nullptr;
+    std::optional<OutputWatch> outputWatch;
     std::vector<std::string> openCommands; ///< their words, the innermost last
     int announced = -1; ///< the nesting of the last `ready` that no command has followed yet; -1 for none
 };

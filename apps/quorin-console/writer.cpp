@@ -13,7 +13,8 @@ std::string Utf8(const Text& text) {
 }
 
 void Writer::Write(const Json& object) {
-    Out << object.dump(-1, ' ', false, Json::error_handler_t::replace) << std::endl;
+    if (!Failed())
+        Out << object.dump(-1, ' ', false, Json::error_handler_t::replace) << std::endl;
 }
 
 void Writer::BoxOpened(const Text& text, BoxButtons buttons, BoxIcon icon, const Text& title) {

@@ -19,7 +19,10 @@ class Writer final : public platform::device::Watcher {
 public:
     explicit Writer(std::ostream& out) : Out(out) {}
 
+    /// Nothing is written behind a gap.
     void Write(const Json& object);
+    /// Something could not be written.
+    bool Failed() const { return !Out; }
 
     void BoxOpened(const Text& text, platform::BoxButtons buttons, platform::BoxIcon icon, const Text& title) override;
     void TonePlayed(std::int32_t hertz, std::int32_t milliseconds) override;

@@ -5,6 +5,7 @@
 #include "apps/quorin-instrument/pseudo_terminal.h"
 #include "apps/quorin-instrument/serial_device.h"
 #include "apps/quorin-instrument/waiting.h"
+#include "apps/start/process.h"
 
 #include <array>
 #include <fstream>
@@ -45,10 +46,11 @@ int Failure(const std::string& problem) {
 } // namespace
 
 int main(int argc, char** argv) {
+    start::PrepareProcess();
     CommandLine line;
     int exitStatus = 0;
     if (!ReadCommandLine(argc, argv, line, exitStatus)) {
-        return exitStatus;
+        return start::StatusAfterOutput("quorin-instrument", exitStatus);
     }
     RecordSource source = MakeUp(line.MadeUp);
     if (!line.StreamFile.empty()) {

@@ -5,6 +5,7 @@
 #include "apps/quorin/options.h"
 #include "apps/quorin/signals.h"
 #include "apps/quorin/window_watch.h"
+#include "apps/start/process.h"
 #include "platform/common/host_files.h"
 #include "platform/common/root_lock.h"
 #include "platform/device/form_events.h"
@@ -29,6 +30,7 @@
 
 namespace {
 
+using platform::common::LockResult;
 using platform::device::ProgramOver;
 
 constexpr int StatusEnded = 0;
@@ -99,7 +101,8 @@ int TellOver(platform::qt::QtPlatform& device, const ProgramOver& over) {
     return StatusFailure;
 }
 
-[[noreturn]] void RunWindow(quorin::Options& options) {
+/// A warning from the start stands where those of the run do; empty for none.
+[[noreturn]] void RunWindow(quorin::Options& options, const std::string& warning) {
     const double ofPerson = qEnvironmentVariable("QT_SCALE_FACTOR", QStringLiteral("1")).toDouble();
     qputenv("QT_SCALE_FACTOR", QByteArray::number(options.Scale * (ofPerson > 0 ? ofPerson : 1)));
     qInstallMessageHandler(TakeQtMessage);
@@ -130,6 +133,10 @@ int TellOver(platform::qt::QtPlatform& device, const ProgramOver& over) {
     device.emplace(options.Device, looks, pump, commands, watch);
     watch.Attach(*device);
     device->window.SetPlace(QStringLiteral("Data: ") + QString::fromStdString(options.Device.Root));
+    if (!warning.empty()) {
+        std::cerr << "quorin: " << warning << std::endl;
+        device->window.SetWarning(QString::fromStdString(warning + ". Tap here when you have read it."));
+    }
     device->loop.Listen(signals);
     signals.Raised = [&device] {
         bool cancel = false;
@@ -151,10 +158,11 @@ int TellOver(platform::qt::QtPlatform& device, const ProgramOver& over) {
 } // namespace
 
 int main(int count, char** words) {
+    start::PrepareProcess();
     quorin::Options options;
     switch (quorin::ReadOptions(count, words, platform::qt::KeyboardHelp(), options)) {
     case quorin::Reading::Shown:
-        return StatusEnded;
+        return start::StatusAfterOutput("quorin", StatusEnded);
     case quorin::Reading::Wrong:
         return StatusNotStarted;
     case quorin::Reading::Run:
@@ -164,7 +172,7 @@ int main(int count, char** words) {
         platform::host::PortSurvey survey;
         survey.Pinned = options.Device.Ports.Pinned;
         std::cout << platform::host::PortTable(platform::host::SerialPorts(survey));
-        return StatusEnded;
+        return start::StatusAfterOutput("quorin", StatusEnded);
     }
     if (!HasDisplay())
         return NotStarted(NoDisplay);
@@ -183,7 +191,8 @@ int main(int count, char** words) {
         options.Device.Ports.Pinned.emplace(quorin::DemoPort, instrument->Port()); // a pin of the person counts
     }
     platform::common::RootLock lock;
-    if (lock.Take(root, "quorin") == platform::common::LockResult::Taken)
+    const LockResult locked = lock.Take(root, "quorin");
+    if (locked == LockResult::Taken || locked == LockResult::NoFolder)
         return NotStarted(lock.Refusal());
-    RunWindow(options);
+    RunWindow(options, locked == LockResult::Unguarded ? lock.Warning() : std::string());
 }

@@ -4,6 +4,8 @@
 #include "platform/common/folder_names.h"
 
 #include <cerrno>
+#include <charconv>
+#include <csignal>
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
@@ -13,20 +15,15 @@ namespace platform::common {
 
 namespace {
 
-constexpr const char* LockName = "/.quorin.lock";
+constexpr const char* LockName = ".quorin.lock";
 
-/// How often a lock file may be removed under our hands before we give up.
+/// Who holds the lock is for the others of a group to read.
+constexpr mode_t ReadByAll = 0644;
+
+/// How often a lock file may be removed under our hands before we do without.
 constexpr int Tries = 10;
 
 constexpr int OpenFlags = O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY;
-
-Descriptor OpenLock(const std::string& path) {
-    Descriptor opened(::open(path.c_str(), O_RDWR | O_CREAT | OpenFlags, OwnersFile));
-    // Another user's file may be locked all the same, and it must be noticed that it is.
-    if (!opened.Valid() && errno == EACCES)
-        opened = Descriptor(::open(path.c_str(), O_RDONLY | OpenFlags));
-    return opened;
-}
 
 /// The error of locking; 0 when it is locked.
 int Lock(int file) {
@@ -41,11 +38,16 @@ bool IsRegular(int file) {
     return ::fstat(file, &found) == 0 && S_ISREG(found.st_mode);
 }
 
-bool IsStillAt(const std::string& path, int file) {
+bool IsStillIn(int folder, int file) {
     struct stat here {};
     struct stat there {};
-    return ::fstat(file, &here) == 0 && ::lstat(path.c_str(), &there) == 0 && here.st_dev == there.st_dev &&
-           here.st_ino == there.st_ino;
+    return ::fstat(file, &here) == 0 && ::fstatat(folder, LockName, &there, AT_SYMLINK_NOFOLLOW) == 0 &&
+           here.st_dev == there.st_dev && here.st_ino == there.st_ino;
+}
+
+Descriptor OpenFile(int folder, int flags) {
+    Descriptor opened(::openat(folder, LockName, flags | OpenFlags, ReadByAll));
+    return opened.Valid() && IsRegular(opened.Number()) ? std::move(opened) : Descriptor();
 }
 
 /// The line is for people; a full disk has no room for it, and the lock holds without.
@@ -54,51 +56,95 @@ void WriteLine(int file, const std::string& line) {
     static_cast<void>(written);
 }
 
+/// Whether the process is alive that a line such as "quorin 4711" names.
+bool NamesLiving(const std::string& line) {
+    const std::string digits = line.substr(line.rfind(' ') + 1);
+    pid_t process = 0;
+    const auto read = std::from_chars(digits.data(), digits.data() + digits.size(), process);
+    const bool isNumber = read.ec == std::errc() && read.ptr == digits.data() + digits.size() && process > 0;
+    return isNumber && (::kill(process, 0) == 0 || errno == EPERM);
+}
+
 } // namespace
 
 LockResult RootLock::Take(const std::string& rootFolder, const std::string& program) {
     Release();
-    Folder = rootFolder;
+    Root = rootFolder;
     HolderLine.clear();
-    MakeFolders(rootFolder); // where that fails, so does opening the file
-    const std::string path = rootFolder + LockName;
-    for (int attempt = 0; attempt < Tries; ++attempt) {
-        const LockResult result = TakeOpened(OpenLock(path), path);
-        if (result != LockResult::Held)
-            return result;
-        if (IsStillAt(path, File.Number())) {
-            WriteLine(File.Number(), program + " " + std::to_string(::getpid()) + "\n");
-            return LockResult::Held;
-        }
+    MakeFolders(rootFolder); // where that fails, so does opening it
+    Folder = Descriptor(::open(rootFolder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (!Folder.Valid()) {
+        Why = ReasonOf(errno);
+        return LockResult::NoFolder;
     }
-    File.Close();
-    return LockResult::NotLockable;
+    const LockResult result = TakeOpened(program);
+    if (result == LockResult::Taken) {
+        NameHolder();
+        File.Close();
+        Folder.Close();
+    }
+    return result;
 }
 
-LockResult RootLock::TakeOpened(Descriptor opened, const std::string& path) {
-    if (!opened.Valid() || !IsRegular(opened.Number()))
-        return LockResult::NotLockable;
-    const int error = Lock(opened.Number());
-    if (error == EWOULDBLOCK) {
-        HolderLine = FirstLine(path);
-        if (HolderLine.empty())
-            HolderLine = "another program";
+LockResult RootLock::TakeOpened(const std::string& program) {
+    const int error = Lock(Folder.Number());
+    if (error == EWOULDBLOCK)
         return LockResult::Taken;
+    const Locked file = LockFile();
+    if (file == Locked::ByAnother)
+        return LockResult::Taken;
+    if (OwnFile)
+        WriteLine(File.Number(), program + " " + std::to_string(::getpid()) + "\n");
+    return error == 0 || file == Locked::Yes ? LockResult::Held : LockResult::Unguarded;
+}
+
+RootLock::Locked RootLock::LockFile() {
+    for (int attempt = 0; attempt < Tries; ++attempt) {
+        File = OpenFile(Folder.Number(), O_RDWR | O_CREAT);
+        OwnFile = File.Valid();
+        if (!OwnFile) // another user's, a write-protected folder's, or none at all
+            File = OpenFile(Folder.Number(), O_RDONLY);
+        const int error = File.Valid() ? Lock(File.Number()) : ENOLCK;
+        if (error == EWOULDBLOCK)
+            return Locked::ByAnother;
+        if (error != 0)
+            break;
+        if (!IsStillIn(Folder.Number(), File.Number()))
+            continue;
+        if (OwnFile)
+            ::fchmod(File.Number(), ReadByAll);
+        // The file of a user who has ended can't name us: in a folder of a group it may make room for one that can.
+        if (OwnFile || ::unlinkat(Folder.Number(), LockName, 0) != 0)
+            return Locked::Yes;
     }
-    if (error != 0)
-        return LockResult::NotLockable;
-    File = std::move(opened);
-    return LockResult::Held;
+    File.Close();
+    OwnFile = false;
+    return Locked::No;
+}
+
+void RootLock::NameHolder() {
+    const Descriptor file = OpenFile(Folder.Number(), O_RDONLY);
+    HolderLine = file.Valid() ? FirstLine("/proc/self/fd/" + std::to_string(file.Number())) : std::string();
+    if (!NamesLiving(HolderLine))
+        HolderLine = "another program";
 }
 
 std::string RootLock::Refusal() const {
-    return Folder + " is in use by " + HolderLine + "; one program at a time works on a root folder";
+    if (HolderLine.empty())
+        return "can't open the root folder " + Root + ": " + Why;
+    return Root + " is in use by " + HolderLine + "; one program at a time works on a root folder";
+}
+
+std::string RootLock::Warning() const {
+    return Root + " can't be locked: nobody keeps a second program away from it";
 }
 
 void RootLock::Release() {
-    if (File.Valid())
+    if (OwnFile)
         WriteLine(File.Number(), "");
+    OwnFile = false;
     File.Close();
+    Folder.Close();
 }
 
 } // namespace platform::common

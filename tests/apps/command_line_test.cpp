@@ -5,6 +5,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+#include <sys/wait.h>
+
 namespace instrument {
 namespace {
 
@@ -77,6 +80,15 @@ TEST(CommandLine, IdentityIsTheOneGiven) {
     EXPECT_EQ(instrument.ExitStatus(), 0);
     EXPECT_THAT(instrument.Output(), testing::HasSubstr("[CONNECT \"B 2\"]"));
     EXPECT_THAT(instrument.Output(), testing::HasSubstr("[ORIGIN \"B 2\"]"));
+}
+
+/// The terminal would get the number of standard output, and its name would be sent down the line.
+TEST(CommandLine, AClosedOutputIsAFailureAndNoLine) {
+    const TemporaryFolder place;
+    const std::string command = "timeout 30 '" QUORIN_INSTRUMENT "' --count 1 >&- 2>'" + place.Path("errors") + "'";
+    const int status = std::system(command.c_str());
+    EXPECT_EQ(WEXITSTATUS(status), 1);
+    EXPECT_THAT(FileBytes(place.Path("errors")), testing::HasSubstr("Bad file descriptor"));
 }
 
 class Unreadable : public testing::TestWithParam<const char*> {};

@@ -54,10 +54,18 @@ void Console::InstallMeter(const std::string& folder) {
 }
 
 Outcome Console::Start(const std::string& command, const std::string& input) {
+    return Shell(command + " <input >output 2>errors", input);
+}
+
+std::string Console::Program() const {
+    return Quoted(QUORIN_CONSOLE) + " --root " + Quoted(Root.Path().string());
+}
+
+Outcome Console::Shell(const std::string& words, const std::string& input) {
     Streams.Put("input", input);
-    const auto file = [this](const char* name) { return Quoted((Streams.Path() / name).string()); };
-    const std::string line = command + " <" + file("input") + " >" + file("output") + " 2>" + file("errors");
-    const int status = std::system(line.c_str());
+    Streams.Put("output", "");
+    Streams.Put("errors", "");
+    const int status = std::system(("cd " + Quoted(Streams.Path().string()) + " && " + words).c_str());
     Outcome run;
     run.Status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
     run.Output = Streams.Bytes("output");
@@ -67,7 +75,7 @@ Outcome Console::Start(const std::string& command, const std::string& input) {
 }
 
 Outcome Console::With(const Words& options, const std::string& input) {
-    std::string command = Quoted(QUORIN_CONSOLE) + " --root " + Quoted(Root.Path().string());
+    std::string command = Program();
     for (const std::string& option : options)
         command += " " + Quoted(option);
     return Start(command, input);

@@ -46,6 +46,11 @@ protected:
 
     support::TemporaryFolder Root;
 
+    /// The words of a shell, with `input`, `output` and `errors` as files to redirect to.
+    Outcome Shell(const std::string& words, const std::string& input);
+    /// The program and its root folder, for a shell.
+    std::string Program() const;
+
 private:
     Outcome Start(const std::string& command, const std::string& input);
     support::TemporaryFolder Streams;

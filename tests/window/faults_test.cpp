@@ -165,16 +165,25 @@ TEST_F(WindowFaults, AReadOnlyRootIsShownAllTheSame) {
         std::filesystem::permissions(Home.Path(name), std::filesystem::perms(0755));
 }
 
-TEST_F(WindowFaults, ARecordThatCanNotBeSavedIsToldAndLeavesTheFileAsItWas) {
-    std::string content = "Place|Moisture\n";
-    for (int i = 0; content.size() < 20000; ++i)
-        content += "place " + std::to_string(i) + "|\n";
-    Home.Put("root/Quorin/qrn0001.txt", content);
+/// The window with a save that fails, whatever its standard streams are.
+class FailedSaves : public WindowFaults {
+protected:
+    void SaveInVain(const std::function<void()>& standardStreams);
+    std::string Content;
+};
+
+void FailedSaves::SaveInVain(const std::function<void()>& standardStreams) {
+    Content = "Place|Moisture\n";
+    for (int i = 0; Content.size() < 20000; ++i)
+        Content += "place " + std::to_string(i) + "|\n";
+    Home.Put("root/Quorin/qrn0001.txt", Content);
     Child::Setting setting;
-    setting.BeforeStart = [] { // no file of its may grow beyond this
+    setting.BeforeStart = [standardStreams] { // no file of its may grow beyond this
         constexpr rlimit Limit{16000, 16000};
-        ::signal(SIGXFSZ, SIG_IGN);
         ::setrlimit(RLIMIT_FSIZE, &Limit);
+        ::signal(SIGXFSZ, SIG_DFL);
+        ::signal(SIGPIPE, SIG_DFL);
+        standardStreams();
     };
     Start(setting);
     OpenRecord();
@@ -190,10 +199,32 @@ TEST_F(WindowFaults, ARecordThatCanNotBeSavedIsToldAndLeavesTheFileAsItWas) {
     EXPECT_TRUE(Window->Asks());
     Screen->Press("Return");
     EXPECT_EQ(Window->Process().ExitStatus(), 1);
+    EXPECT_EQ(Home.Bytes("root/Quorin/qrn0001.txt"), Content);
+}
+
+TEST_F(FailedSaves, AreToldAndLeaveTheFileAsItWas) {
+    SaveInVain([] {});
     EXPECT_THAT(Window->Process().Errors(),
                 MatchesRegex("quorin: not saved: .*qrn0001\\.txt could not be written, the disk is "
                              "full\nquorin: Can't write .*\\.txt: the disk is full\n"));
-    EXPECT_EQ(Home.Bytes("root/Quorin/qrn0001.txt"), content);
+}
+
+TEST_F(FailedSaves, AreToldInTheWindowWhereTheStandardStreamsAreClosed) {
+    SaveInVain([] {
+        for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
+            ::close(stream);
+    });
+    EXPECT_EQ(Home.Bytes("root/.quorin.lock").find("not saved"), std::string::npos);
+}
+
+TEST_F(FailedSaves, AreToldInTheWindowWhereNobodyReadsStandardError) {
+    SaveInVain([] {
+        int ends[2];
+        if (::pipe(ends) == 0)
+            ::dup2(ends[1], STDERR_FILENO);
+        ::close(ends[0]);
+        ::close(ends[1]);
+    });
 }
 
 TEST_F(WindowFaults, ARunTimeFailureIsShownAndEndsWithOne) {

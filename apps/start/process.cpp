@@ -1,0 +1,109 @@
+// SPDX-License-Identifier: MIT
+#include "apps/start/process.h"
+
+#include <cerrno>
+#include <csignal>
+#include <cstdlib>
+#include <cstring>
+#include <fcntl.h>
+#include <iostream>
+#include <poll.h>
+#include <streambuf>
+#include <string>
+#include <string_view>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace start {
+
+namespace {
+
+constexpr int StatusNotStarted = 2;
+
+/// Standard output for std::cout. After a failure nothing more is written: a reader must not take what comes behind a
+/// gap for the whole.
+class Output final : public std::streambuf {
+public:
+    int Error() const { return FirstError; } ///< as errno has it; 0 for none
+
+protected:
+    int_type overflow(int_type character) override {
+        if (character != traits_type::eof())
+            Waiting += traits_type::to_char_type(character);
+        return traits_type::not_eof(character);
+    }
+
+    std::streamsize xsputn(const char* bytes, std::streamsize count) override {
+        Waiting.append(bytes, static_cast<std::size_t>(count));
+        return count;
+    }
+
+    int sync() override {
+        std::string_view left = Waiting;
+        while (FirstError == 0 && !left.empty())
+            left.remove_prefix(WriteSome(left));
+        Waiting.clear();
+        return FirstError == 0 ? 0 : -1;
+    }
+
+private:
+    std::size_t WriteSome(std::string_view bytes) {
+        const ssize_t count = ::write(STDOUT_FILENO, bytes.data(), bytes.size());
+        if (count >= 0)
+            return static_cast<std::size_t>(count);
+        if (errno == EAGAIN)
+            WaitForTheReader();
+        else if (errno != EINTR)
+            FirstError = errno;
+        return 0;
+    }
+
+    static void WaitForTheReader() {
+        pollfd output{STDOUT_FILENO, POLLOUT, 0};
+        ::poll(&output, 1, -1); // it also comes back when the reader is gone, which the next write tells
+    }
+
+    std::string Waiting;
+    int FirstError = 0;
+};
+
+/// It must outlast whatever is written at the very end.
+Output& TheOutput() {
+    static auto* const output = new Output;
+    return *output;
+}
+
+/// With the lower ones open, what is opened gets this number.
+void OpenInPlaceOf(int descriptor) {
+    if (::fcntl(descriptor, F_GETFD) >= 0)
+        return;
+    // A folder can't be written either, where there is no such device.
+    if (::open("/dev/null", O_RDONLY) < 0 && ::open("/", O_RDONLY | O_DIRECTORY) < 0)
+        std::_Exit(StatusNotStarted);
+}
+
+} // namespace
+
+void PrepareProcess() {
+    for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
+        OpenInPlaceOf(descriptor);
+    std::signal(SIGPIPE, SIG_IGN);
+    std::signal(SIGXFSZ, SIG_IGN);
+    std::cout.rdbuf(&TheOutput());
+    constexpr mode_t OthersBits = 077;
+    ::umask(::umask(OthersBits) & OthersBits);
+}
+
+int StatusAfterOutput(const char* program, int status) {
+    std::cout.flush();
+    const int error = TheOutput().Error();
+    if (error == 0)
+        return status;
+    const char* const reason = ::strerrordesc_np(error);
+    std::cerr << program
+              << ": can't write to standard output: " << (reason != nullptr ? reason : std::to_string(error).c_str())
+              << std::endl;
+    return StatusNoOutput;
+}
+
+} // namespace start
