@@ -5,12 +5,20 @@
 
 #include <cerrno>
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <termios.h>
 #include <unistd.h>
 
 namespace instrument {
 
 Outcome SerialDevice::Open() {
+    struct stat found {};
+    if (stat(Path.c_str(), &found) != 0) {
+        return FailBySystem("can't open " + Path);
+    }
+    if (!S_ISCHR(found.st_mode)) { // it may act on being opened
+        return Fail(Path + " is no serial line");
+    }
     // Without O_NONBLOCK the opening itself would wait for a modem's carrier.
     Line.Take(open(Path.c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC | O_NONBLOCK));
     if (!Line.Holds()) {

@@ -174,15 +174,6 @@ std::string FolderOf(const std::string& path) {
     return slash == 0 ? "/" : path.substr(0, slash);
 }
 
-ErrorNumber PathOf(const Descriptor& folder, std::string& path) {
-    struct stat held {};
-    struct stat named {};
-    const std::string link = "/proc/self/fd/" + std::to_string(folder.Number());
-    if (::fstat(folder.Number(), &held) != 0 || !Canonical(link, path) || ::stat(path.c_str(), &named) != 0)
-        return LastError();
-    return held.st_dev == named.st_dev && held.st_ino == named.st_ino ? NoError : FileNotFound;
-}
-
 ErrorNumber MakeFolders(const std::string& path) {
     for (std::size_t end = path.find('/', 1);; end = path.find('/', end + 1)) {
         if (const ErrorNumber error = MakeOneFolder(path.substr(0, end)); error != NoError)

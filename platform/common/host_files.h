@@ -68,9 +68,6 @@ bool Canonical(const std::string& path, std::string& canonical);
 /// The folder that a path lies in.
 std::string FolderOf(const std::string& path);
 
-/// The path of an open folder, without links; FileNotFound when it has been removed.
-ErrorNumber PathOf(const Descriptor& folder, std::string& path);
-
 /// Makes a folder that a person has named and those above it that are missing, for their owner alone. What it made is
 /// on the medium when it returns.
 ErrorNumber MakeFolders(const std::string& path);

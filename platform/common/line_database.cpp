@@ -4,6 +4,7 @@
 #include "platform/common/host_file_system.h"
 
 #include <algorithm>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace platform::common {
@@ -45,17 +46,22 @@ bool CodeFits(std::int32_t wanted, std::int32_t code) {
 
 } // namespace
 
-bool LineDatabase::FilePath(const Text& name, std::string& hostPath) const {
-    return IsDatabaseName(name) && Paths.PlainPath(FileOf(name), hostPath) == NoError;
+LineDatabase::Place LineDatabase::PlaceOf(const FileEntry& file) {
+    struct stat folder {};
+    return ::fstat(file.Folder.Number(), &folder) == 0 ? Place{folder.st_dev, folder.st_ino, file.Name} : Place();
 }
 
-DatabaseId LineDatabase::Keep(const std::string& path, std::unique_ptr<LineTable> table) {
+bool LineDatabase::FindFile(const Text& name, FileEntry& file) const {
+    return IsDatabaseName(name) && Paths.Entry(FileOf(name), LastLink::Follow, file) == NoError;
+}
+
+DatabaseId LineDatabase::Keep(Place file, std::unique_ptr<LineTable> table) {
     if (!table)
         return 0;
     DatabaseId id = 1;
     while (OpenOnes.count(id) != 0)
         ++id;
-    OpenOnes[id] = {path, std::move(table)};
+    OpenOnes[id] = {std::move(file), std::move(table)};
     return id;
 }
 
@@ -65,25 +71,30 @@ LineTable* LineDatabase::Find(DatabaseId database) {
 }
 
 DatabaseId LineDatabase::Open(const Text& name, std::int32_t mode) {
-    std::string path;
+    FileEntry file;
     WhyNot = FileNotFound;
-    return FilePath(name, path) ? Keep(path, LineTable::Open(path, mode != ModeRead, WhyNot)) : 0;
+    if (!FindFile(name, file))
+        return 0;
+    Place place = PlaceOf(file);
+    return Keep(std::move(place), LineTable::Open(std::move(file), mode != ModeRead, WhyNot));
 }
 
 DatabaseId LineDatabase::Create(const Text& name, std::int32_t typeCode, std::int32_t creatorCode) {
-    std::string path;
-    if (!IsDatabaseName(name) || Paths.MakeFolder(DatabaseFolder) != NoError || !FilePath(name, path))
+    FileEntry file;
+    if (!IsDatabaseName(name) || Paths.MakeFolder(DatabaseFolder) != NoError || !FindFile(name, file))
         return 0;
-    return Keep(path, LineTable::Make(path, {typeCode, creatorCode}));
+    Place place = PlaceOf(file);
+    return Keep(std::move(place), LineTable::Make(std::move(file), {typeCode, creatorCode}));
 }
 
 bool LineDatabase::Delete(const Text& name) {
-    std::string path;
+    FileEntry file;
     FileEntry entry;
-    if (!FilePath(name, path) || Paths.Entry(FileOf(name), LastLink::Keep, entry) != NoError)
+    if (!FindFile(name, file) || Paths.Entry(FileOf(name), LastLink::Keep, entry) != NoError)
         return false;
+    const Place place = PlaceOf(file);
     const bool isOpen =
-        std::any_of(OpenOnes.begin(), OpenOnes.end(), [&path](const auto& one) { return one.second.Path == path; });
+        std::any_of(OpenOnes.begin(), OpenOnes.end(), [&place](const auto& one) { return one.second.File == place; });
     if (isOpen || ::unlinkat(entry.Folder.Number(), entry.Name.c_str(), 0) != 0)
         return false;
     // What a crash left behind must not be taken for the journal of the next database of this name.
@@ -199,13 +210,13 @@ Text LineDatabase::FirstDatabase(std::int32_t typeCode, std::int32_t creatorCode
     std::unique_ptr<Folder> folder;
     if (files.OpenFolder(DatabaseFolder, false, folder) != NoError)
         return {};
-    for (Text file = folder->FirstFile(0); !file.empty(); file = folder->NextFile()) {
-        const Text name = NameFromFile(file);
-        std::string path;
-        if (name.empty() || !FilePath(name, path))
+    for (Text full = folder->FirstFile(0); !full.empty(); full = folder->NextFile()) {
+        const Text name = NameFromFile(full);
+        FileEntry file;
+        if (name.empty() || !FindFile(name, file))
             continue;
         ErrorNumber ignored = NoError;
-        const auto table = LineTable::Open(path, false, ignored);
+        const auto table = LineTable::Open(std::move(file), false, ignored);
         if (table && CodeFits(typeCode, table->Codes().TypeCode) && CodeFits(creatorCode, table->Codes().CreatorCode))
             Names.push_back(name);
     }

@@ -6,6 +6,7 @@
 #include "platform/common/path_map.h"
 
 #include <map>
+#include <sys/types.h>
 #include <vector>
 
 namespace platform::common {
@@ -53,13 +54,21 @@ public:
     Text NextDatabase() override;
 
 private:
+    /// What a file is known by while it is open, by whatever name it was found.
+    struct Place {
+        dev_t Device = 0; ///< of the folder
+        ino_t Folder = 0;
+        std::string Name;
+        bool operator==(const Place&) const = default;
+    };
     struct OpenDatabase {
-        std::string Path;
+        Place File;
         std::unique_ptr<LineTable> Table;
     };
 
-    bool FilePath(const Text& name, std::string& hostPath) const;
-    DatabaseId Keep(const std::string& path, std::unique_ptr<LineTable> table);
+    static Place PlaceOf(const FileEntry& file);
+    bool FindFile(const Text& name, FileEntry& file) const;
+    DatabaseId Keep(Place file, std::unique_ptr<LineTable> table);
     LineTable* Find(DatabaseId database);
 
     PathMap Paths;

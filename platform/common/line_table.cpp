@@ -20,15 +20,14 @@ constexpr const char* MakeLines =
 
 } // namespace
 
-std::unique_ptr<LineTable> LineTable::Open(const std::string& path, bool writable, ErrorNumber& error) {
+std::unique_ptr<LineTable> LineTable::Open(FileEntry file, bool writable, ErrorNumber& error) {
     error = FileNotFound;
     // The file must not be opened by any other way than SQLite's: closing a descriptor of it takes away the locks that
     // other connections of this process hold.
-    FileEntry entry;
-    if (EntryAt(path, entry) != NoError || !IsRegularFile(entry))
+    if (!IsRegularFile(file))
         return nullptr;
     std::unique_ptr<LineTable> table(new LineTable(writable));
-    if (!table->Connection.Open(path)) {
+    if (!table->Connection.Open(std::move(file))) {
         error = table->Connection.LastError();
         return nullptr;
     }
@@ -46,21 +45,19 @@ std::unique_ptr<LineTable> LineTable::Open(const std::string& path, bool writabl
     return error == NoError ? std::move(table) : nullptr;
 }
 
-std::unique_ptr<LineTable> LineTable::Make(const std::string& path, const DatabaseCodes& codes) {
-    FileEntry entry;
-    if (EntryAt(path, entry) != NoError)
-        return nullptr;
+std::unique_ptr<LineTable> LineTable::Make(FileEntry file, const DatabaseCodes& codes) {
     // SQLite would let others of the group read it. Its journals get the rights of the file.
     Descriptor made;
-    const bool wasThere = CreateRegular(entry.Folder, entry.Name, O_WRONLY, made) != NoError;
+    const bool wasThere = CreateRegular(file.Folder, file.Name, O_WRONLY, made) != NoError;
     made.Close();
+    const FileEntry again{Descriptor(::openat(file.Folder.Number(), ".", O_PATH | O_DIRECTORY | O_CLOEXEC)), file.Name};
     std::unique_ptr<LineTable> table(new LineTable(true));
-    if (table->Connection.Open(path) && table->Connection.Execute(Durability) == NoError &&
+    if (table->Connection.Open(std::move(file)) && table->Connection.Execute(Durability) == NoError &&
         table->WriteCodes(codes) == NoError)
         return table;
     table.reset();
     if (!wasThere)
-        ::unlinkat(entry.Folder.Number(), entry.Name.c_str(), 0);
+        ::unlinkat(again.Folder.Number(), again.Name.c_str(), 0);
     return nullptr;
 }
 

@@ -31,9 +31,9 @@ public:
     /// Opens a line database. Nothing when that fails: with FileNotFound where the file is missing or holds nothing at
     /// all. One that holds anything else, as a damaged database does, is not missing: it must not be made anew. Nor is
     /// one that holds what could keep a reader busy for ever.
-    static std::unique_ptr<LineTable> Open(const std::string& path, bool writable, ErrorNumber& error);
+    static std::unique_ptr<LineTable> Open(FileEntry file, bool writable, ErrorNumber& error);
     /// Makes one with no line table yet, in a file that is missing or empty. Nothing when that fails.
-    static std::unique_ptr<LineTable> Make(const std::string& path, const DatabaseCodes& codes);
+    static std::unique_ptr<LineTable> Make(FileEntry file, const DatabaseCodes& codes);
 
     const DatabaseCodes& Codes() const { return Stored; }
 

@@ -87,15 +87,4 @@ ErrorNumber PathMap::MakeFolder(const Text& devicePath) const {
     return error == NoError ? MakeFoldersBeneath(root.Number(), relative) : error;
 }
 
-ErrorNumber PathMap::PlainPath(const Text& devicePath, std::string& hostPath) const {
-    FileEntry entry;
-    if (const ErrorNumber error = Entry(devicePath, LastLink::Follow, entry); error != NoError)
-        return error;
-    std::string folder;
-    if (const ErrorNumber error = PathOf(entry.Folder, folder); error != NoError)
-        return error;
-    hostPath = folder + '/' + entry.Name;
-    return NoError;
-}
-
 } // namespace platform::common

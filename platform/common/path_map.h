@@ -35,10 +35,6 @@ public:
     /// Makes a folder that is missing, and those above it.
     ErrorNumber MakeFolder(const Text& devicePath) const;
 
-    /// The path of an entry on the host without any link in it, for a library that opens by paths. The folder of the
-    /// entry must be there.
-    ErrorNumber PlainPath(const Text& devicePath, std::string& hostPath) const;
-
 private:
     ErrorNumber OpenRoot(Descriptor& root) const;
     ErrorNumber Start(const Text& devicePath, std::string& relative, Descriptor& root) const;

@@ -7,6 +7,7 @@
 #include <fcntl.h>
 #include <optional>
 #include <sys/ioctl.h>
+#include <sys/stat.h>
 #include <termios.h>
 #include <unistd.h>
 
@@ -108,9 +109,16 @@ ErrorNumber SerialDevice::Open(const std::string& path, const Text& lineSettings
     const auto settings = Parsed(lineSettings);
     if (!settings)
         return NotAvailable;
-    common::Descriptor opened(::open(path.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC));
-    if (!opened.Valid())
+    struct stat found {};
+    if (::stat(path.c_str(), &found) != 0)
         return FromErrno(errno);
+    if (!S_ISCHR(found.st_mode)) // a pipe, a disk or a folder may act on being opened
+        return NotAvailable;
+    common::Descriptor opened(::open(path.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC));
+    if (!opened.Valid() || ::fstat(opened.Number(), &found) != 0)
+        return FromErrno(errno);
+    if (!S_ISCHR(found.st_mode)) // exchanged meanwhile
+        return NotAvailable;
     if (::isatty(opened.Number()) == 0 || !Apply(opened.Number(), *settings))
         return NotAvailable;
     if (::ioctl(opened.Number(), TIOCEXCL) != 0)

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/common/sql.h"
 
+#include "platform/common/folder_vfs.h"
+
 #include <sqlite3.h>
 
 namespace platform::common {
@@ -83,9 +85,13 @@ SqlConnection::~SqlConnection() {
     sqlite3_close(Connection);
 }
 
-bool SqlConnection::Open(const std::string& path) {
+bool SqlConnection::Open(FileEntry file) {
+    File = std::move(file);
     const int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_NOFOLLOW;
-    if (sqlite3_open_v2(path.c_str(), &Connection, flags, nullptr) != SQLITE_OK)
+    const char* const fileSystem = FolderFileSystem();
+    if (fileSystem == nullptr) // nothing would mean the usual one
+        return false;
+    if (sqlite3_open_v2(NameForSqlite(File).c_str(), &Connection, flags, fileSystem) != SQLITE_OK)
         return false;
     sqlite3_busy_timeout(Connection, BusyTimeout);
     sqlite3_limit(Connection, SQLITE_LIMIT_LENGTH, LongestText);

@@ -2,7 +2,7 @@
 // As much of SQLite's interface as the line databases need, with owners for its objects.
 #pragma once
 
-#include "view/platform/errors.h"
+#include "platform/common/host_files.h"
 
 #include <cstdint>
 #include <string>
@@ -46,8 +46,8 @@ public:
     SqlConnection& operator=(const SqlConnection&) = delete;
     ~SqlConnection(); ///< rolls back what is not committed; its statements must be gone
 
-    /// Opens a file that is there; an empty one is a database without tables. The path must have no link in it.
-    bool Open(const std::string& path);
+    /// Opens a file that is there, and no link; an empty one is a database without tables. Its folder is held open.
+    bool Open(FileEntry file);
     /// Why the last call has failed: FileNotFound where a table or row that was asked for is not there.
     ErrorNumber LastError() const;
     ErrorNumber Execute(const char* sql);
@@ -56,6 +56,7 @@ public:
     sqlite3* Handle() const { return Connection; }
 
 private:
+    FileEntry File;
     sqlite3* Connection = nullptr;
 };
 

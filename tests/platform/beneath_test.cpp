@@ -1,15 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "platform/common/beneath.h"
 
+#include "exchanger.h"
+#include "path_of.h"
 #include "temporary_root.h"
 
-#include <atomic>
 #include <climits>
 #include <fcntl.h>
-#include <linux/fs.h>
 #include <sys/stat.h>
-#include <sys/syscall.h>
-#include <thread>
 #include <unistd.h>
 
 using namespace platform;
@@ -37,8 +35,7 @@ public:
     }
 
     std::string Place(const Descriptor& folder) const {
-        std::string path;
-        EXPECT_EQ(PathOf(folder, path), NoError);
+        const std::string path = PathOf(folder);
         return path.compare(0, Root.Path().size(), Root.Path()) == 0 ? path.substr(Root.Path().size()) : "outside";
     }
 
@@ -154,30 +151,6 @@ TEST(FoldersBeneath, AreNeitherMadeInAFileNorOverALinkOutside) {
     EXPECT_EQ(MakeFoldersBeneath(planted.Start.Number(), "dangling/a"), PathRefused);
     EXPECT_EQ(planted.Elsewhere.Entries(), 1);
 }
-
-/// Somebody puts a link to the folder outside where the folder inside is, and back, as fast as the machine can.
-class Exchanger {
-public:
-    Exchanger(std::string one, std::string other) : One(std::move(one)), Other(std::move(other)) {
-        Thread = std::thread([this] {
-            for (; !Over; ++Turns)
-                ::syscall(SYS_renameat2, AT_FDCWD, One.c_str(), AT_FDCWD, Other.c_str(), RENAME_EXCHANGE);
-        });
-    }
-    Exchanger(const Exchanger&) = delete;
-    Exchanger& operator=(const Exchanger&) = delete;
-    ~Exchanger() {
-        Over = true;
-        Thread.join();
-    }
-    std::atomic<int> Turns = 0;
-
-private:
-    std::string One;
-    std::string Other;
-    std::atomic<bool> Over = false;
-    std::thread Thread;
-};
 
 class WhileFoldersAreExchanged : public testing::TestWithParam<OpenFolder> {};
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/common/path_map.h"
 
+#include "path_of.h"
 #include "temporary_root.h"
 
 #include <gtest/gtest.h>
@@ -64,14 +65,15 @@ INSTANTIATE_TEST_SUITE_P(Rows, RefusesThePath,
 
 /// The place of an entry beneath the root, or why there is none.
 std::string PlaceOf(const TemporaryRoot& root, const Text& devicePath) {
-    std::string path;
-    const auto error = PathMap(root.Path()).PlainPath(devicePath, path);
+    FileEntry entry;
+    const auto error = PathMap(root.Path()).Entry(devicePath, LastLink::Follow, entry);
     if (error != NoError)
         return "error " + std::to_string(error);
+    const std::string path = PathOf(entry.Folder) + "/" + entry.Name;
     return path.compare(0, root.Path().size(), root.Path()) == 0 ? path.substr(root.Path().size()) : "outside";
 }
 
-TEST(PlainPath, HasTheLinksInsideTheRootTakenOut) {
+TEST(EntryOfADevicePath, HasTheLinksInsideTheRootTakenOut) {
     const TemporaryRoot root;
     root.Put("Card/real/x.txt", "x");
     root.Link("real", "Card/link");
@@ -81,7 +83,7 @@ TEST(PlainPath, HasTheLinksInsideTheRootTakenOut) {
     EXPECT_EQ(PlaceOf(root, u"Card:\\link\\new.txt"), "/Card/real/new.txt");
 }
 
-TEST(PlainPath, IsRefusedWhereALinkLeadsOutside) {
+TEST(EntryOfADevicePath, IsRefusedWhereALinkLeadsOutside) {
     const TemporaryRoot root;
     const TemporaryRoot elsewhere;
     elsewhere.Put("secret.txt", "secret");
@@ -93,9 +95,9 @@ TEST(PathMapRoot, MayBeReachedOverALink) {
     const TemporaryRoot root;
     root.Put("real/x.txt", "x");
     root.Link("real", "link");
-    std::string path;
-    ASSERT_EQ(PathMap(root.Path("link")).PlainPath(u"x.txt", path), NoError);
-    EXPECT_EQ(path, root.Path("real/x.txt"));
+    FileEntry entry;
+    ASSERT_EQ(PathMap(root.Path("link")).Entry(u"x.txt", LastLink::Follow, entry), NoError);
+    EXPECT_EQ(PathOf(entry.Folder) + "/" + entry.Name, root.Path("real/x.txt"));
 }
 
 TEST(PathMapRoot, IsMadeWithTheFoldersAboveIt) {

@@ -5,6 +5,7 @@
 #include "temporary_root.h"
 
 #include <gtest/gtest.h>
+#include <sys/inotify.h>
 #include <sys/ioctl.h>
 #include <sys/stat.h>
 
@@ -42,6 +43,22 @@ TEST_F(SerialLine, ReceivesWhatIsSent) {
     OpenPort();
     Instrument.Send("[BLob]\r\nSO 1.5 \xC2\xB5g\r\n[/BLob]\r\n");
     EXPECT_EQ(Receive(30), u"[BLob]\r\nSO 1.5 µg\r\n[/BLob]\r\n");
+}
+
+/// A disk, a pipe or a folder is not even opened: some act on it.
+TEST(WhatIsNoDevice, IsLeftUntouched) {
+    const TemporaryRoot root;
+    root.Put("file", "");
+    ASSERT_EQ(mkfifo(root.Path("pipe").c_str(), 0600), 0);
+    const platform::common::Descriptor watch(inotify_init1(IN_NONBLOCK | IN_CLOEXEC));
+    for (const std::string& path : {root.Path("file"), root.Path("pipe"), root.Path()})
+        ASSERT_GE(inotify_add_watch(watch.Number(), path.c_str(), IN_OPEN), 0);
+    SerialDevice port;
+    for (const std::string& path : {root.Path("file"), root.Path("pipe"), root.Path()})
+        EXPECT_EQ(port.Open(path, Settings), NotAvailable) << path;
+    std::array<char, 4096> events;
+    EXPECT_EQ(read(watch.Number(), events.data(), events.size()), -1) << "one was opened";
+    EXPECT_EQ(port.Open(root.Path("nothing"), Settings), FileNotFound);
 }
 
 TEST_F(SerialLine, HasNothingToTellWhileNothingIsSent) {

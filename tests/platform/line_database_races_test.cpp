@@ -1,0 +1,89 @@
+// SPDX-License-Identifier: MIT
+// Line databases whose folder another program exchanges for a link that leads outside.
+#include "platform/common/line_database.h"
+
+#include "exchanger.h"
+#include "temporary_root.h"
+
+#include <filesystem>
+#include <gtest/gtest.h>
+
+using namespace platform;
+using platform::common::LineDatabase;
+using platform::common::PathMap;
+
+namespace {
+
+bool Append(LineDatabase& databases, DatabaseId id, const Text& line) {
+    return databases.DeclareTable(id, u"TEXT", u"LineNumber long, LineData String") == NoError &&
+           databases.AddRecord(id) == NoError && databases.WriteRecord(id, {databases.RecordCount(id) + 1, line}) &&
+           databases.Commit(id) == NoError;
+}
+
+void MakeWithOneLine(LineDatabase& databases, const Text& name) {
+    const DatabaseId id = databases.Create(name, 1, 2);
+    ASSERT_TRUE(Append(databases, id, u"one"));
+    databases.Close(id);
+}
+
+/// Two roots with one database each; a link in the first leads to the folder of the second.
+class ExchangedDatabases : public testing::Test {
+protected:
+    ExchangedDatabases() {
+        MakeWithOneLine(Databases, u"drivers");
+        MakeWithOneLine(Others, u"drivers");
+        Root.Link(Elsewhere.Path("Databases"), "trap");
+        OthersBytes = Elsewhere.Bytes("Databases/drivers.sqlite");
+    }
+
+    TemporaryRoot Root;
+    TemporaryRoot Elsewhere;
+    LineDatabase Databases{PathMap(Root.Path())};
+    LineDatabase Others{PathMap(Elsewhere.Path())};
+    std::string OthersBytes;
+};
+
+TEST_F(ExchangedDatabases, WriteNothingOutside) {
+    int written = 0;
+    {
+        const Exchanger exchanger(Root.Path("Databases"), Root.Path("trap"));
+        for (int i = 0; i < 1000; ++i) {
+            const DatabaseId id = Databases.Open(u"drivers", ModeReadWrite);
+            written += id != 0 && Append(Databases, id, u"more") ? 1 : 0;
+            Databases.Close(id);
+        }
+    }
+    EXPECT_GT(written, 0);
+    EXPECT_EQ(Elsewhere.Bytes("Databases/drivers.sqlite"), OthersBytes);
+    EXPECT_EQ(Elsewhere.Entries("Databases"), 1) << "nor a journal";
+}
+
+TEST_F(ExchangedDatabases, MakeAndDeleteNothingOutside) {
+    int made = 0;
+    {
+        const Exchanger exchanger(Root.Path("Databases"), Root.Path("trap"));
+        for (int i = 0; i < 300; ++i) {
+            const DatabaseId id = Databases.Create(u"new", 1, 2);
+            made += id != 0 && Append(Databases, id, u"more") ? 1 : 0;
+            Databases.Close(id);
+            Databases.Delete(u"new");
+            Databases.Delete(u"new");
+        }
+    }
+    EXPECT_GT(made, 0);
+    EXPECT_EQ(Elsewhere.Bytes("Databases/drivers.sqlite"), OthersBytes);
+    EXPECT_EQ(Elsewhere.Entries("Databases"), 1);
+}
+
+TEST_F(ExchangedDatabases, AreTheFilesThatWereOpenedUntilTheyAreClosed) {
+    const DatabaseId id = Databases.Open(u"drivers", ModeReadWrite);
+    std::filesystem::rename(Root.Path("Databases"), Root.Path("away"));
+    std::filesystem::rename(Root.Path("trap"), Root.Path("Databases"));
+    EXPECT_TRUE(Append(Databases, id, u"two"));
+    Databases.Close(id);
+    EXPECT_EQ(Elsewhere.Bytes("Databases/drivers.sqlite"), OthersBytes);
+    EXPECT_EQ(Root.Entries("away"), 1) << "the journal is gone";
+    EXPECT_EQ(Databases.Open(u"drivers", ModeRead), 0);
+}
+
+} // namespace
