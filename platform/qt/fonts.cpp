@@ -14,26 +14,42 @@ namespace platform::qt {
 
 namespace {
 
+enum class Letters { Normal, Narrow };
+
 /// A font of the devices: what it is shown in here, and how many pixels a point of its size takes.
 struct StandIn {
     TextView Name;
-    const char* Family;
+    Letters Shape;
     double PixelsPerPoint;
 };
 
 constexpr double ScreenPoint = 96.0 / 72.0;         // 96 pixels to the inch
 constexpr double DesktopPoint = 1.25 * ScreenPoint; // what other programs of a desktop write in
-constexpr const char* Sans = "DejaVu Sans";
-constexpr const char* Narrow = "DejaVu Sans Condensed"; // 160 pixels hold some 30 characters of it
+constexpr Letters Normal = Letters::Normal;
+constexpr Letters Narrow = Letters::Narrow; // 160 pixels hold some 30 characters of them
 
 constexpr StandIn StandIns[] = {
     {u"AFPalm", Narrow, ScreenPoint},
     {u"AFPalmHR", Narrow, 2 * ScreenPoint}, // twice the pixels on a screen of twice the resolution
-    {u"AFSE UIQ Standard", Sans, ScreenPoint},
-    {u"Microsoft Sans Serif CMF", Sans, ScreenPoint},
-    {u"Nokia Sans S60", Sans, ScreenPoint},
-    {u"Tahoma", Sans, DesktopPoint},
+    {u"AFSE UIQ Standard", Normal, ScreenPoint},
+    {u"Microsoft Sans Serif CMF", Normal, ScreenPoint},
+    {u"Nokia Sans S60", Normal, ScreenPoint},
+    {u"Tahoma", Normal, DesktopPoint},
 };
+
+/// The font of a shape. Debian keeps the narrow one in another package than the normal one: where it is not there, the
+/// normal one is drawn as narrow. Where that is not there either, the machine takes what it has for its name.
+QFont FontOfShape(Letters shape) {
+    const QString normal = QStringLiteral("DejaVu Sans");
+    if (shape == Letters::Normal)
+        return QFont(normal);
+    const QString narrow = QStringLiteral("DejaVu Sans Condensed");
+    static const bool IsThere = QFontDatabase::hasFamily(narrow);
+    QFont font(IsThere ? narrow : normal);
+    if (!IsThere)
+        font.setStretch(90); // how wide the narrow one's letters are, in percent
+    return font;
+}
 
 constexpr char16_t CarriageReturn = u'\r';
 constexpr char16_t LineFeed = u'\n';
@@ -61,7 +77,7 @@ QFont FontOf(const Text& name, std::int32_t size) {
     const auto* found =
         std::find_if(std::begin(StandIns), std::end(StandIns), [&](const StandIn& row) { return row.Name == name; });
     const bool known = found != std::end(StandIns);
-    QFont font(known ? QString::fromLatin1(found->Family) : ToQt(name));
+    QFont font = known ? FontOfShape(found->Shape) : QFont(ToQt(name));
     const double pixels = std::max(size, 1) * (known ? found->PixelsPerPoint : ScreenPoint);
     font.setPixelSize(std::max(1, static_cast<int>(std::lround(pixels))));
     font.setHintingPreference(QFont::PreferFullHinting); // whole pixels, so that widths add up

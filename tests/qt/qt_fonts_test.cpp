@@ -5,8 +5,10 @@
 #include "platform/qt/conversions.h"
 #include "tests/qt/in_a_window.h"
 
+#include <QFontDatabase>
 #include <QFontMetrics>
 #include <QPainter>
+#include <QProcess>
 
 #include <set>
 
@@ -118,6 +120,41 @@ TEST_P(FontOfADevice, HasAStandInInEverySize) {
 INSTANTIATE_TEST_SUITE_P(Names, FontOfADevice,
                          testing::Values(u"AFPalm", u"AFPalmHR", u"AFSE UIQ Standard", u"Microsoft Sans Serif CMF",
                                          u"Nokia Sans S60", u"Tahoma"));
+
+class NarrowLetters : public testing::Test {
+protected:
+    static constexpr const char* Family = "DejaVu Sans Condensed";
+    static constexpr const char* Missing = "QUORIN_TEST_WITHOUT_NARROW_FONT";
+
+    static std::int32_t Width(const char16_t* font, std::int32_t size) {
+        QtFonts fonts;
+        return fonts.MeasureLine(fonts.GetFont(font, size, 0), SomeWords, 0, 100).Width;
+    }
+};
+
+TEST_F(NarrowLetters, TakeLessRoomThanTheOthers) {
+    EXPECT_NE(QFontDatabase::hasFamily(QLatin1String(Family)), qEnvironmentVariableIsSet(Missing));
+    EXPECT_LT(Width(u"AFPalm", 9), Width(u"Nokia Sans S60", 9));
+    EXPECT_LT(Width(u"AFPalmHR", 9) * 100, Width(u"Nokia Sans S60", 18) * 95);
+}
+
+/// The same on a machine that has not got their font: another run of this program, which finds it nowhere.
+TEST_F(NarrowLetters, AreThereAlsoWhereTheirFontIsNot) {
+    support::TemporaryFolder folder;
+    folder.Put("fonts.conf", std::string("<fontconfig><include>/etc/fonts/fonts.conf</include><selectfont><rejectfont>"
+                                         "<pattern><patelt name=\"family\"><string>") +
+                                 Family + "</string></patelt></pattern></rejectfont></selectfont></fontconfig>");
+    QProcess program;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("FONTCONFIG_FILE"),
+                       QString::fromStdString((folder.Path() / "fonts.conf").string()));
+    environment.insert(QLatin1String(Missing), QStringLiteral("1"));
+    program.setProcessEnvironment(environment);
+    program.start(QCoreApplication::applicationFilePath(),
+                  {QStringLiteral("--gtest_filter=NarrowLetters.Take*:*FontOfADevice.*")});
+    ASSERT_TRUE(program.waitForFinished());
+    EXPECT_EQ(program.exitCode(), 0) << program.readAllStandardOutput().toStdString();
+}
 
 TEST(FontsOfTheWindow, AreTheSameFontUnderTheSameHandle) {
     QtFonts fonts;
