@@ -100,20 +100,27 @@ protected:
         Window.emplace(Screen.get(), Home, Words{"--root", Home.Path("root"), "--port", "1=" + Home.Path("line")},
                        setting);
     }
-    /// Does something that brings another screen, and waits for that.
-    void GoOn(const std::function<void()>& step) {
-        const QImage before = Screen->Picture();
-        step();
-        EXPECT_TRUE(Window->Changes(Window->Find(TitleBlue), before));
+    /// That another screen is there, which its headline tells.
+    static Effect AnotherScreen() {
+        return [before = Screen->Picture()] {
+            const QImage now = Screen->Picture();
+            const QRect headline = BoxOf(now, TitleBlue);
+            return !headline.isEmpty() && now.copy(headline) != before.copy(headline);
+        };
+    }
+    static bool Shows(QRgb colour) { return !BoxOf(Screen->Picture(), colour).isEmpty(); }
+    static bool OneWindow() { return Screen->Windows().size() == 1; }
+    /// Presses a key that takes the program to its end.
+    void EndBy(const std::string& key) {
+        EXPECT_TRUE(Screen->Press(key, [this] { return Window->Process().HasEnded(); }));
     }
     void ShowDownloads() {
-        GoOn([&] { Window->Choose("F1", "s"); });
-        GoOn([&] { Window->Choose("F1", "o"); });
+        Window->Choose("F1", "s", AnotherScreen());
+        Window->Choose("F1", "o", AnotherScreen());
     }
     void OpenRecord() {
         ShowDownloads();
-        Window->Choose("F1", "o");
-        Window->Find(MoistureColour);
+        Window->Choose("F1", "o", [] { return Shows(MoistureColour); });
     }
     /// The value beside the name that has a row's colour.
     QRect Cell(QRgb colour) {
@@ -134,6 +141,10 @@ protected:
 };
 
 std::unique_ptr<Desktop> WindowFaults::Screen;
+
+QPoint BesideTheMenu() {
+    return {512, 560};
+}
 
 TEST_F(WindowFaults, ASecondInstanceOnOneRootNamesTheFirstAndEndsWithTwo) {
     Start();
@@ -159,7 +170,7 @@ TEST_F(WindowFaults, AReadOnlyRootIsShownAllTheSame) {
     Start(setting);
     if (Window->Process().HasEnded() && Window->Process().ExitStatus() >= 126)
         GTEST_SKIP() << "no other user can run the program here";
-    GoOn([&] { Window->Choose("F1", "s"); });
+    Window->Choose("F1", "s", AnotherScreen());
     EXPECT_GT(Ink(Screen->Picture(), Window->Find(FrameGreen).adjusted(2, 2, -2, -2)), 0) << "the driver's name";
     for (const char* name : {"", "root", "root/Quorin"})
         std::filesystem::permissions(Home.Path(name), std::filesystem::perms(0755));
@@ -187,17 +198,13 @@ void FailedSaves::SaveInVain(const std::function<void()>& standardStreams) {
     };
     Start(setting);
     OpenRecord();
-    EXPECT_TRUE(
-        Window->ClickUntil([&] { return !BoxOf(Screen->Picture().copy(Cell(MoistureColour)), White).isEmpty(); },
-                           [&] { return Cell(MoistureColour).center(); }));
-    Screen->Type("12");
-    EXPECT_TRUE(Fills(MoistureColour));
-    EXPECT_TRUE(BoxOf(Screen->Picture(), WarningRed).isEmpty());
-    EXPECT_TRUE(Window->MenuOpens("F1"));
-    Screen->Press("c");
+    EXPECT_TRUE(Screen->Click([&] { return Cell(MoistureColour).center(); },
+                              [&] { return !BoxOf(Screen->Picture().copy(Cell(MoistureColour)), White).isEmpty(); }));
+    EXPECT_TRUE(Screen->Type("12", [&] { return Cell(MoistureColour); }));
+    EXPECT_FALSE(Shows(WarningRed));
+    Window->Choose("F1", "c", [&] { return Shows(WarningRed) && Window->IsAsking(); });
     EXPECT_GT(Ink(Screen->Picture(), Window->Find(WarningRed)), 0);
-    EXPECT_TRUE(Window->Asks());
-    Screen->Press("Return");
+    EndBy("Return");
     EXPECT_EQ(Window->Process().ExitStatus(), 1);
     EXPECT_EQ(Home.Bytes("root/Quorin/qrn0001.txt"), Content);
 }
@@ -231,11 +238,9 @@ TEST_F(WindowFaults, ARunTimeFailureIsShownAndEndsWithOne) {
     Start();
     ShowDownloads();
     Home.Put("root/Quorin/meter.txt", "FIELDNAME|VISIBLE|COPY|BLOB|DISPLAY|CSVNAME|DATATYPE|FORMULA\n");
-    EXPECT_TRUE(Window->MenuOpens("F1"));
-    Screen->Press("o");
-    EXPECT_TRUE(Window->Asks());
+    Window->Choose("F1", "o", [&] { return Window->IsAsking(); });
     EXPECT_FALSE(Window->Process().HasEnded());
-    Screen->Press("Return");
+    EndBy("Return");
     EXPECT_EQ(Window->Process().ExitStatus(), 1);
     EXPECT_EQ(Window->Process().Errors(), "quorin: The inf table meter.txt has no rows\n");
 }
@@ -252,10 +257,12 @@ TEST_F(WindowFaults, ASignalEndsTheProgramInGoodOrder) {
 
 TEST_F(WindowFaults, NobodyElseCanReadWhatItKeeps) {
     Window.emplace(Screen.get(), Home);
-    GoOn([&] { Window->Choose("F2", "p"); });
-    Screen->Click(Window->Find(FrameGreen).center()); // Zoom
-    EXPECT_TRUE(
-        Eventually([&] { return Home.Bytes("config/quorin/settings.ini").find("FONTSIZE=") != std::string::npos; }));
+    Window->Choose("F2", "p", AnotherScreen());
+    EXPECT_TRUE(Screen->Click([&] { return Window->Find(FrameGreen).center(); }, // Zoom
+                              [&] {
+                                  const std::string settings = Home.Bytes("config/quorin/settings.ini");
+                                  return settings.find("FONTSIZE=") != std::string::npos;
+                              }));
     for (const char* name : {"data", "data/quorin", "config", "config/quorin"}) {
         struct stat found {};
         ASSERT_EQ(::stat(Home.Path(name).c_str(), &found), 0) << name;
@@ -267,12 +274,9 @@ TEST_F(WindowFaults, EscTakesAMenuAwayAndNothingElse) {
     Start();
     OpenRecord();
     EXPECT_TRUE(Window->MenuOpens("F1"));
-    Screen->Press("Escape");
-    EXPECT_TRUE(Eventually([&] { return Screen->Windows().size() == 1; }));
-    const QImage before = Screen->Picture();
+    EXPECT_TRUE(Screen->Press("Escape", OneWindow));
     EXPECT_TRUE(Window->MenuOpens("F2")); // whatever comes of the key has come by now
-    Screen->Click({512, 560});
-    EXPECT_TRUE(Eventually([&] { return Screen->Windows().size() == 1; }));
+    EXPECT_TRUE(Screen->Click(BesideTheMenu, OneWindow));
     EXPECT_FALSE(BoxOf(Screen->Picture(), MoistureColour).isEmpty()) << "it has gone back";
 }
 
@@ -345,10 +349,15 @@ TEST_F(WindowFaults, RubbishAtFullSpeedLeavesTheWindowResponsive) {
     long early = 0;
     while (Clock::now() < end) {
         const auto start = Clock::now();
-        ASSERT_TRUE(Window->MenuOpens("F1"));
-        waits.push_back(std::chrono::duration_cast<std::chrono::milliseconds>(Clock::now() - start).count());
-        Screen->Click({512, 560}); // beside the menu
-        ASSERT_TRUE(Eventually([&] { return Screen->Windows().size() == 1; }));
+        Clock::duration wait{};
+        ASSERT_TRUE(Screen->Press("F1", [&] {
+            const bool isOpen = Window->IsMenuOrBoxOpen();
+            if (isOpen && wait == Clock::duration{})
+                wait = Clock::now() - start;
+            return isOpen;
+        }));
+        waits.push_back(std::chrono::duration_cast<std::chrono::milliseconds>(wait).count());
+        ASSERT_TRUE(Screen->Click(BesideTheMenu, OneWindow));
         if (early == 0)
             early = Window->Process().MemoryKilobytes();
     }

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
@@ -19,7 +20,7 @@ namespace live {
 namespace {
 
 constexpr std::chrono::seconds Patience{60};
-constexpr QPoint Corner(1010, 760);
+constexpr std::chrono::milliseconds Glance{20};
 
 std::vector<std::string> Lines(const std::string& text) {
     std::vector<std::string> lines;
@@ -27,6 +28,20 @@ std::vector<std::string> Lines(const std::string& text) {
     for (std::string line; std::getline(in, line);)
         lines.push_back(line);
     return lines;
+}
+
+/// Whether no thread of a process runs, or would if it had a processor. True of one that is gone.
+bool Sleeps(int process) {
+    std::error_code gone;
+    for (const auto& thread : std::filesystem::directory_iterator("/proc/" + std::to_string(process) + "/task", gone)) {
+        std::ifstream in(thread.path() / "stat");
+        std::string text;
+        std::getline(in, text);
+        const std::size_t state = text.rfind(')') + 2; // the name before it may hold anything
+        if (state < text.size() && (text[state] == 'R' || text[state] == 'D'))
+            return false;
+    }
+    return true;
 }
 
 /// A four-byte number of an X window dump, highest byte first.
@@ -48,9 +63,33 @@ bool Eventually(const std::function<bool()>& holds, std::chrono::milliseconds pa
     while (!holds()) {
         if (std::chrono::steady_clock::now() > end)
             return false;
-        std::this_thread::sleep_for(std::chrono::milliseconds(20));
+        std::this_thread::sleep_for(Glance);
     }
     return true;
+}
+
+bool ActUntil(const Effect& effect, const std::function<void()>& act, const std::function<bool()>& isAtRest) {
+    using Clock = std::chrono::steady_clock;
+    constexpr std::chrono::milliseconds Lasting{200}; // longer than a fill needs to paint itself again
+    constexpr std::chrono::milliseconds Restful{600}; // nothing is on its way any more
+    constexpr std::chrono::seconds Restless{10};      // a program under a flood never rests
+    const auto end = Clock::now() + Patience;
+    while (Clock::now() < end) {
+        act();
+        const auto acted = Clock::now();
+        auto busy = acted;
+        while (Clock::now() - busy < Restful && Clock::now() - acted < Restless) {
+            if (effect()) {
+                std::this_thread::sleep_for(Lasting);
+                if (effect())
+                    return true;
+            }
+            if (!isAtRest())
+                busy = Clock::now();
+            std::this_thread::sleep_for(Glance);
+        }
+    }
+    return effect();
 }
 
 Folder::Folder() {
@@ -149,7 +188,7 @@ double Child::ProcessorSeconds() const {
 
 // --- the desktop -----------------------------------------------------------------------------------------------------
 
-Desktop::Desktop() {
+Desktop::Desktop(Hand hand) : Person(hand) {
     // The server writes the number of its display as soon as it takes clients, and keeps its screen in a file.
     Server = std::make_unique<Child>(std::vector<std::string>{"Xvfb", "-displayfd", "1", "-screen", "0", "1024x768x24",
                                                               "-fbdir", Frames.Path(), "-nolisten", "tcp", "-noreset"});
@@ -158,10 +197,10 @@ Desktop::Desktop() {
     Child::Setting setting;
     setting.Environment = {{"DISPLAY", Name}};
     Manager = std::make_unique<Child>(std::vector<std::string>{"openbox"}, setting);
-    EXPECT_TRUE(Eventually([this] { return Do({"get_desktop"}) == "0\n"; })) << "no window manager";
+    EXPECT_TRUE(Eventually([this] { return Tell({"get_desktop"}) == "0\n"; })) << "no window manager";
 }
 
-std::string Desktop::Do(const std::vector<std::string>& words) const {
+std::string Desktop::Tell(const std::vector<std::string>& words) const {
     std::vector<std::string> all = {"xdotool"};
     all.insert(all.end(), words.begin(), words.end());
     Child::Setting setting;
@@ -186,18 +225,63 @@ QImage Desktop::Picture() const {
         .copy();
 }
 
-void Desktop::Click(QPoint place) {
-    MoveTo(place);
-    Do({"click", "1"});
-    MoveTo(Corner); // the pointer is a part of the picture
+bool Desktop::IsAtRest() const {
+    return Sleeps(Server->Id()) && Sleeps(Manager->Id()) && (Program == 0 || Sleeps(Program));
+}
+
+bool Desktop::ActAtLast(const std::function<void()>& act, const Effect& effect) {
+    bool misses = Person == Hand::Misses;
+    return ActUntil(
+        effect,
+        [&] {
+            if (!misses)
+                act();
+            misses = false;
+        },
+        [this] { return IsAtRest(); });
+}
+
+bool Desktop::Click(const std::function<QPoint()>& place, const Effect& effect) {
+    return ActAtLast(
+        [&] {
+            const QPoint there = place();
+            Tell({"mousemove", std::to_string(there.x()), std::to_string(there.y())});
+            Tell({"click", "1"});
+            PutPointerAside(); // it is a part of the picture
+        },
+        effect);
+}
+
+bool Desktop::Press(const std::string& key, const Effect& effect) {
+    return ActAtLast([&] { Tell({"key", key}); }, effect);
+}
+
+bool Desktop::Type(const std::string& letters, const std::function<QRect()>& field) {
+    constexpr int Cursor = 2; // it comes and goes
+    return std::all_of(letters.begin(), letters.end(), [&](char letter) {
+        const int before = Reach(Picture(), field());
+        return ActAtLast(
+            [&] {
+                Tell({"type", std::string(1, letter)});
+            },
+            [&] { return Reach(Picture(), field()) > before + Cursor; });
+    });
+}
+
+bool Desktop::Do(const std::function<void()>& acts, const Effect& effect) {
+    return ActUntil(effect, acts, [this] { return IsAtRest(); });
+}
+
+Effect Desktop::Change(const QRect& part) const {
+    return [this, part, before = Picture().copy(part)] { return Picture().copy(part) != before; };
 }
 
 std::vector<std::string> Desktop::Windows() const {
-    return Lines(Do({"search", "--onlyvisible", "--class", "quorin"}));
+    return Lines(Tell({"search", "--onlyvisible", "--class", "quorin"}));
 }
 
 std::string Desktop::ActiveWindow() const {
-    const auto lines = Lines(Do({"getactivewindow"}));
+    const auto lines = Lines(Tell({"getactivewindow"}));
     return lines.empty() ? std::string() : lines.front();
 }
 
@@ -224,6 +308,18 @@ int Ink(const QImage& picture, const QRect& box) {
         for (int x = part.left(); x <= part.right(); ++x)
             most = std::max(most, ++counts[picture.pixel(x, y)]);
     return part.width() * part.height() - most;
+}
+
+int Reach(const QImage& picture, const QRect& box) {
+    constexpr int Edge = 4; // a field's frame
+    const QImage text = picture.copy(box.adjusted(0, Edge, 0, -Edge));
+    const QRgb paper = text.pixel(text.width() - 1, text.height() / 2);
+    int reach = 0;
+    for (int y = 0; y < text.height(); ++y)
+        for (int x = reach; x < text.width(); ++x)
+            if (text.pixel(x, y) != paper)
+                reach = x;
+    return reach;
 }
 
 // --- the window ------------------------------------------------------------------------------------------------------
@@ -262,61 +358,48 @@ RunningWindow::RunningWindow(Desktop* desktop, const Folder& home, const std::ve
     : Screen(desktop), Program(Words(arguments), AtHome(std::move(setting), home, desktop)) {
     if (Screen == nullptr)
         return;
+    Screen->Watch(Program.Id());
     Eventually([this] { return Program.HasEnded() || !Screen->Windows().empty(); });
     const auto windows = Screen->Windows();
     if (windows.empty())
         return;
     Main = windows.front();
-    Screen->MoveTo(Corner);
+    Screen->PutPointerAside();
     EXPECT_TRUE(Eventually([this] { return Screen->ActiveWindow() == Main; }));
     EXPECT_TRUE(Eventually([this] { return BoxOf(Screen->Picture(), 0xFFFFFF).height() > 300; }))
         << "nothing is painted";
 }
 
 bool RunningWindow::MenuOpens(const std::string& menuKey) {
-    Screen->Press(menuKey);
-    return Eventually([this] { return Screen->Windows().size() > 1; });
+    return Screen->Press(menuKey, [this] { return IsMenuOrBoxOpen(); });
 }
 
-void RunningWindow::Choose(const std::string& menuKey, const std::string& letter) {
-    EXPECT_TRUE(MenuOpens(menuKey)) << menuKey;
-    Screen->Press(letter);
-    EXPECT_TRUE(Eventually([this] { return Screen->Windows().size() == 1 || Program.HasEnded(); })) << letter;
+void RunningWindow::Choose(const std::string& menuKey, const std::string& letter, const Effect& effect) {
+    const auto isTaken = [this] { return !IsMenuOrBoxOpen() || IsAsking() || Program.HasEnded(); };
+    const bool isDone = Screen->Do(
+        [&] {
+            EXPECT_TRUE(MenuOpens(menuKey)) << menuKey;
+            EXPECT_TRUE(Screen->Press(letter, isTaken)) << letter;
+        },
+        [&] { return isTaken() && effect(); }); // the menu covers a part of what is looked at
+    EXPECT_TRUE(isDone) << menuKey << ' ' << letter;
+}
+
+bool RunningWindow::IsAsking() {
+    const std::string active = Screen->ActiveWindow();
+    return IsMenuOrBoxOpen() && !active.empty() && active != Main;
 }
 
 bool RunningWindow::Asks() {
-    return Eventually([this] {
-        const auto windows = Screen->Windows();
-        const std::string active = Screen->ActiveWindow();
-        return windows.size() > 1 && !active.empty() && active != Main;
-    });
+    return Eventually([this] { return IsAsking(); });
 }
 
 void RunningWindow::Answer(const std::string& keys) {
-    Screen->Press(keys);
-    EXPECT_TRUE(Eventually([this] { return Screen->Windows().size() == 1 && Screen->ActiveWindow() == Main; }));
-}
-
-bool RunningWindow::ClickUntil(const std::function<bool()>& holds, const std::function<QPoint()>& place) {
-    constexpr auto Patience = std::chrono::seconds(3);
-    return Eventually([&] {
-        Screen->Click(place());
-        const auto start = std::chrono::steady_clock::now();
-        while (!holds() && std::chrono::steady_clock::now() - start < Patience)
-            std::this_thread::sleep_for(std::chrono::milliseconds(20));
-        if (!holds())
-            return false;
-        std::this_thread::sleep_for(std::chrono::milliseconds(200)); // it lasts
-        return holds();
-    });
+    EXPECT_TRUE(Screen->Press(keys, [this] { return !IsMenuOrBoxOpen() && Screen->ActiveWindow() == Main; })) << keys;
 }
 
 bool RunningWindow::Changes(const QRect& part, const QImage& before) {
-    return Changes(part, before, Patience);
-}
-
-bool RunningWindow::Changes(const QRect& part, const QImage& before, std::chrono::milliseconds patience) {
-    return Eventually([&] { return Screen->Picture().copy(part) != before.copy(part); }, patience);
+    return Eventually([&] { return Screen->Picture().copy(part) != before.copy(part); });
 }
 
 QRect RunningWindow::Find(QRgb colour) {

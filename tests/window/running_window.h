@@ -20,6 +20,16 @@ namespace live {
 bool Eventually(const std::function<bool()>& holds);
 bool Eventually(const std::function<bool()>& holds, std::chrono::milliseconds patience);
 
+/// What is to be seen of an act: it is asked again and again, and changes nothing by that.
+using Effect = std::function<bool()>;
+
+/// Acts as a person does: looks for the effect, and where everything has come to rest without it, acts once more. A
+/// busy program drops what was clicked while it could not answer, and a page that was just filled paints itself again a
+/// tenth of a second later, which closes what was opened under a quicker finger. False when there is no effect after a
+/// minute.
+[[nodiscard]] bool ActUntil(const Effect& effect, const std::function<void()>& act,
+                            const std::function<bool()>& isAtRest);
+
 /// A folder that is gone with the test.
 class Folder {
 public:
@@ -67,30 +77,45 @@ private:
     std::optional<int> Status;
 };
 
-/// An X server with a window manager, and a mouse and a keyboard at it.
+/// An X server with a window manager, and a mouse and a keyboard at it. Whatever is clicked, pressed or typed names its
+/// effect, and is done until that is there (ActUntil): there is no other way to act.
 class Desktop {
 public:
-    Desktop();
+    enum class Hand { Sure, Misses }; ///< of one that misses, the first try of each act goes nowhere
+
+    explicit Desktop(Hand hand = Hand::Sure);
 
     const std::string& Display() const { return Name; }
     /// What is on the screen.
     QImage Picture() const;
-    void MoveTo(QPoint place) { Do({"mousemove", std::to_string(place.x()), std::to_string(place.y())}); }
-    /// The pointer is out of the way afterwards.
-    void Click(QPoint place);
-    void Press(const std::string& key) { Do({"key", key}); }
-    void Type(const std::string& text) { Do({"type", "--delay", "30", text}); }
+    /// The pointer is out of the way afterwards. `place` is asked before each click.
+    [[nodiscard]] bool Click(const std::function<QPoint()>& place, const Effect& effect);
+    [[nodiscard]] bool Press(const std::string& key, const Effect& effect);
+    /// Types into an empty field, letter by letter; each is there when the text reaches further to the right.
+    [[nodiscard]] bool Type(const std::string& letters, const std::function<QRect()>& field);
+    /// Several acts that have one effect together; each of them has one of its own, too.
+    [[nodiscard]] bool Do(const std::function<void()>& acts, const Effect& effect);
+    void PutPointerAside() { Tell({"mousemove", "1010", "760"}); }
+    /// The desktop is at rest when this process is, too. The one that was watched before has ended.
+    void Watch(int process) { Program = process; }
+    bool IsAtRest() const;
+
     /// The windows that can be seen, the first to come first. Menus and boxes are windows of their own.
     std::vector<std::string> Windows() const;
     std::string ActiveWindow() const;
+    /// That a part of the screen looks otherwise than now.
+    Effect Change(const QRect& part) const;
 
 private:
-    std::string Do(const std::vector<std::string>& words) const;
+    std::string Tell(const std::vector<std::string>& words) const;
+    bool ActAtLast(const std::function<void()>& act, const Effect& effect);
 
+    Hand Person;
     Folder Frames;
     std::string Name;
     std::unique_ptr<Child> Server;
     std::unique_ptr<Child> Manager;
+    int Program = 0;
 };
 
 /// Where a colour is to be seen, 0xRRGGBB; an empty box when it is not. `around`: each of its three parts may be off by
@@ -98,6 +123,8 @@ private:
 QRect BoxOf(const QImage& picture, QRgb colour, int around = 0);
 /// How many pixels of a box have not its most frequent colour: text, more or less of it.
 int Ink(const QImage& picture, const QRect& box);
+/// How far to the right the ink of a box reaches; nothing at its upper and lower edge counts.
+int Reach(const QImage& picture, const QRect& box);
 
 /// The window program in a desktop.
 class RunningWindow {
@@ -108,18 +135,17 @@ public:
 
     Child& Process() { return Program; }
     /// Opens a menu, and chooses its entry by the letter that is underlined.
-    void Choose(const std::string& menuKey, const std::string& letter);
-    bool MenuOpens(const std::string& menuKey);
-    /// Waits for a message box that has the keyboard.
+    void Choose(const std::string& menuKey, const std::string& letter, const Effect& effect);
+    [[nodiscard]] bool MenuOpens(const std::string& menuKey);
+    bool IsMenuOrBoxOpen() { return Screen->Windows().size() > 1; }
+    /// Whether there is a message box that has the keyboard.
+    bool IsAsking();
+    /// Waits for that.
     bool Asks();
-    /// Presses keys in the box and waits until it is gone.
+    /// Presses keys in the box until it is gone.
     void Answer(const std::string& keys);
-    /// Clicks as a person does: once more where it had no effect. A page that was just filled paints itself again a
-    /// tenth of a second later, and closes what was opened under a quicker finger.
-    bool ClickUntil(const std::function<bool()>& holds, const std::function<QPoint()>& place);
     /// Waits until a part of the screen looks otherwise than before.
     bool Changes(const QRect& part, const QImage& before);
-    bool Changes(const QRect& part, const QImage& before, std::chrono::milliseconds patience);
     /// Waits until a colour is seen, and says where.
     QRect Find(QRgb colour);
 
