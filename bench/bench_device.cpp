@@ -28,8 +28,8 @@ void BenchWatcher::BoxOpened(const Text& text, platform::BoxButtons, platform::B
     Fail("a message box: " + modStringTools::ToBytes(text));
 }
 
-void BenchWatcher::WritingFailed(const Text& name, platform::ErrorNumber error) {
-    Fail("can't write " + modStringTools::ToBytes(name) + ": " + modStringTools::ToBytes(platform::ErrorText(error)));
+void BenchWatcher::NotSaved(const Text& file, const Text& why) {
+    Fail("not saved: " + modStringTools::ToBytes(file) + ", " + modStringTools::ToBytes(why));
 }
 
 } // namespace bench

@@ -15,7 +15,7 @@ class BenchWatcher final : public platform::device::SilentWatcher {
 public:
     // A box would be waited for until the end of days.
     void BoxOpened(const Text& text, platform::BoxButtons, platform::BoxIcon, const Text&) override;
-    void WritingFailed(const Text& name, platform::ErrorNumber error) override;
+    void NotSaved(const Text& file, const Text& why) override;
 };
 
 /// The files of the device lie in `root`; port 1 is the terminal `port`, or none.

@@ -49,8 +49,9 @@ void Writer::CharacterSent(std::int32_t character) {
     Write({{"event", "send"}, {"character", character}});
 }
 
-void Writer::WritingFailed(const Text& name, platform::ErrorNumber error) {
-    std::cerr << "quorin-console: can't write " << Utf8(name) << ": " << Utf8(platform::ErrorText(error)) << std::endl;
+void Writer::NotSaved(const Text& file, const Text& why) {
+    Write({{"event", "notsaved"}, {"file", Utf8(file)}, {"error", Utf8(why)}});
+    std::cerr << "quorin-console: not saved: " << Utf8(file) << ", " << Utf8(why) << std::endl;
 }
 
 } // namespace console

@@ -31,7 +31,7 @@ public:
     void KeyGrabbed(std::int32_t keyCode) override;
     void KeyReleased(std::int32_t keyCode) override;
     void CharacterSent(std::int32_t character) override;
-    void WritingFailed(const Text& name, platform::ErrorNumber error) override;
+    void NotSaved(const Text& file, const Text& why) override;
 
 private:
     std::ostream& Out;

@@ -5,7 +5,6 @@
 #include "link/receive.h"
 #include "platform/host/port_troubles.h"
 #include "platform/qt/conversions.h"
-#include "storage/keyed_tables.h"
 #include "storage/settings.h"
 #include "text/text.h"
 
@@ -29,15 +28,6 @@ LinkRoad RoadOf(const Text& port, std::int32_t deviceType) {
     return deviceType == TakesNames && !isCom ? LinkRoad::Named : LinkRoad::Serial;
 }
 
-/// A text file is rewritten through one of eight digits. What a person has lost is in the table that it was for.
-Text Saved(const Text& name) {
-    constexpr std::size_t Digits = 8;
-    const Text bare = name.substr(name.rfind(u'\\') + 1);
-    const bool isScratch = bare.find_first_not_of(u"0123456789") == Digits && bare.substr(Digits) == u".txt";
-    const auto& table = modFileSystem::Table.TableFile;
-    return isScratch && table.valid ? table.path + table.name : name;
-}
-
 } // namespace
 
 WindowWatch::Moment WindowWatch::Now() {
@@ -57,13 +47,13 @@ void WindowWatch::TonePlayed(std::int32_t hertz, std::int32_t milliseconds) {
     Player.Play(hertz, milliseconds);
 }
 
-void WindowWatch::WritingFailed(const Text& name, platform::ErrorNumber error) {
+void WindowWatch::NotSaved(const Text& file, const Text& why) {
     if (Device == nullptr)
         return;
     const platform::DateTime now = Device->clock.Now();
     char time[16];
     std::snprintf(time, sizeof time, "%02d:%02d:%02d", now.Hour, now.Minute, now.Second);
-    const std::string what = ToBytes(Saved(name)) + " could not be written, " + ToBytes(platform::ErrorText(error));
+    const std::string what = ToBytes(file) + ", " + ToBytes(why);
     std::cerr << "quorin: not saved: " + what + "\n";
     const std::string text = std::string(time) + "  Not saved: " + what + ". Tap here when you have seen to it.";
     Device->window.SetWarning(QString::fromStdString(text));

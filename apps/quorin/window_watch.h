@@ -18,7 +18,7 @@ public:
     void Attach(platform::qt::QtPlatform& device);
 
     void TonePlayed(std::int32_t hertz, std::int32_t milliseconds) override;
-    void WritingFailed(const Text& name, platform::ErrorNumber error) override;
+    void NotSaved(const Text& file, const Text& why) override;
 
     // The line is looked at when the loop comes by, which the link's timer makes it do twice a second.
     int Descriptor() override { return -1; }

@@ -9,8 +9,7 @@ namespace {
 
 class FailingStream final : public TextStream {
 public:
-    FailingStream(Text name, std::unique_ptr<TextStream> inner, DiskFaults& faults)
-        : Name(std::move(name)), Inner(std::move(inner)), Faults(faults) {}
+    FailingStream(std::unique_ptr<TextStream> inner, DiskFaults& faults) : Inner(std::move(inner)), Faults(faults) {}
 
     std::int64_t Position() const override { return Inner->Position(); }
     std::int64_t Size() const override { return Inner->Size(); }
@@ -44,24 +43,16 @@ public:
 
     std::int64_t Revision() const override { return Inner->Revision(); }
 
-    ErrorNumber WriteLine(const Text& line) override {
-        if (Fails())
-            return Faults.Told(Name, DiskFull);
-        return Faults.Told(Name, Inner->WriteLine(line));
-    }
+    ErrorNumber WriteLine(const Text& line) override { return Fails() ? DiskFull : Inner->WriteLine(line); }
 
-    ErrorNumber WriteLines(std::string_view lines) override {
-        if (Fails())
-            return Faults.Told(Name, DiskFull);
-        return Faults.Told(Name, Inner->WriteLines(lines));
-    }
+    ErrorNumber WriteLines(std::string_view lines) override { return Fails() ? DiskFull : Inner->WriteLines(lines); }
 
     /// What was written is given up where a line of it has failed, or its way to the medium: the stream is not closed.
     ErrorNumber Close() override {
         if (Wrote && Faults.Strike())
             Broken = true;
         Wrote = false;
-        return Faults.Told(Name, Broken ? DiskFull : Inner->Close());
+        return Broken ? DiskFull : Inner->Close();
     }
 
 private:
@@ -72,7 +63,6 @@ private:
         return fails;
     }
 
-    Text Name;
     std::unique_ptr<TextStream> Inner;
     DiskFaults& Faults;
     bool Wrote = false;
@@ -96,10 +86,8 @@ bool DiskFaults::Strikes(Count& count) const {
 }
 
 ErrorNumber DiskFaults::Told(const Text& name, ErrorNumber error) const {
-    const bool isFailure =
-        error == DiskFull || error == DeviceFailed || error == NotAvailable || error == PermissionDenied;
-    if (isFailure && WritingFailed)
-        WritingFailed(name, error);
+    if (error != NoError && NotMade)
+        NotMade(name, error);
     return error;
 }
 
@@ -111,23 +99,21 @@ ErrorNumber FailingFileSystem::OpenFolder(const Text& path, bool create, std::un
 }
 
 ErrorNumber FailingFileSystem::OpenStream(const Text& fullName, StreamMode mode, std::unique_ptr<TextStream>& stream) {
-    if (mode != StreamMode::Existing && Faults.Strike())
-        return Faults.Told(fullName, DiskFull);
-    if (mode == StreamMode::Existing && Faults.StrikeRead())
-        return DeviceFailed;
+    const bool fails = mode == StreamMode::Existing ? Faults.StrikeRead() : Faults.Strike();
     std::unique_ptr<TextStream> opened;
-    const ErrorNumber error = Inner.OpenStream(fullName, mode, opened);
+    const ErrorNumber failure = mode == StreamMode::Existing ? DeviceFailed : DiskFull;
+    const ErrorNumber error = fails ? failure : Inner.OpenStream(fullName, mode, opened);
     if (error == NoError)
-        stream = std::make_unique<FailingStream>(fullName, std::move(opened), Faults);
-    return mode != StreamMode::Existing ? Faults.Told(fullName, error) : error;
+        stream = std::make_unique<FailingStream>(std::move(opened), Faults);
+    return mode == StreamMode::Create ? Faults.Told(fullName, error) : error;
 }
 
 ErrorNumber FailingFileSystem::CopyFile(const Text& source, const Text& destination, bool overwrite) {
-    return Faults.Told(destination, Faults.Strike() ? DiskFull : Inner.CopyFile(source, destination, overwrite));
+    return Faults.Strike() ? DiskFull : Inner.CopyFile(source, destination, overwrite);
 }
 
 ErrorNumber FailingFileSystem::MoveFile(const Text& source, const Text& destination) {
-    return Faults.Told(destination, Faults.Strike() ? DiskFull : Inner.MoveFile(source, destination));
+    return Faults.Strike() ? DiskFull : Inner.MoveFile(source, destination);
 }
 
 DatabaseId FailingDatabase::Keep(const OpenDatabase& opened) {
@@ -163,27 +149,20 @@ void FailingDatabase::Close(DatabaseId database) {
     OpenOnes.erase(database);
 }
 
-ErrorNumber FailingDatabase::Told(DatabaseId database, ErrorNumber error) const {
-    const auto found = OpenOnes.find(database);
-    return Faults.Told(found == OpenOnes.end() ? Text() : found->second.Name, error);
-}
-
 ErrorNumber FailingDatabase::DeclareTable(DatabaseId database, const Text& name, const Text& definition) {
-    return Told(database, Faults.Strike() ? DiskFull : Inner.DeclareTable(InnerId(database), name, definition));
+    return Faults.Strike() ? DiskFull : Inner.DeclareTable(InnerId(database), name, definition);
 }
 
 ErrorNumber FailingDatabase::AddRecord(DatabaseId database) {
-    return Told(database, Faults.Strike() ? DiskFull : Inner.AddRecord(InnerId(database)));
+    return Faults.Strike() ? DiskFull : Inner.AddRecord(InnerId(database));
 }
 
 bool FailingDatabase::WriteRecord(DatabaseId database, const LineRecord& record) {
-    const bool written = !Faults.Strike() && Inner.WriteRecord(InnerId(database), record);
-    Told(database, written ? NoError : DiskFull);
-    return written;
+    return !Faults.Strike() && Inner.WriteRecord(InnerId(database), record);
 }
 
 ErrorNumber FailingDatabase::Commit(DatabaseId database) {
-    return Told(database, Faults.Strike() ? DiskFull : Inner.Commit(InnerId(database)));
+    return Faults.Strike() ? DiskFull : Inner.Commit(InnerId(database));
 }
 
 bool FailingDatabase::ReadRecord(DatabaseId database, LineRecord& record) {
@@ -191,17 +170,15 @@ bool FailingDatabase::ReadRecord(DatabaseId database, LineRecord& record) {
 }
 
 bool FailingDatabase::DeleteRecord(DatabaseId database) {
-    const bool deleted = !Faults.Strike() && Inner.DeleteRecord(InnerId(database));
-    Told(database, deleted ? NoError : DiskFull);
-    return deleted;
+    return !Faults.Strike() && Inner.DeleteRecord(InnerId(database));
 }
 
 ErrorNumber FailingDatabase::ShiftRecords(DatabaseId database, std::int32_t position) {
-    return Told(database, Faults.Strike() ? DiskFull : Inner.ShiftRecords(InnerId(database), position));
+    return Faults.Strike() ? DiskFull : Inner.ShiftRecords(InnerId(database), position);
 }
 
 ErrorNumber FailingDatabase::RenumberRecords(DatabaseId database) {
-    return Told(database, Faults.Strike() ? DiskFull : Inner.RenumberRecords(InnerId(database)));
+    return Faults.Strike() ? DiskFull : Inner.RenumberRecords(InnerId(database));
 }
 
 ErrorNumber FailingDatabase::FindRecord(DatabaseId database, std::int32_t lineNumber) {
@@ -211,12 +188,12 @@ ErrorNumber FailingDatabase::FindRecord(DatabaseId database, std::int32_t lineNu
 ErrorNumber FailingDatabase::EndBatch(DatabaseId database) {
     const auto found = OpenOnes.find(database);
     if (found == OpenOnes.end() || !Faults.Strike())
-        return Told(database, Inner.EndBatch(InnerId(database)));
+        return Inner.EndBatch(InnerId(database));
     // A batch whose end fails is lost as a whole, and closing the database in the middle of it is what loses it.
     OpenDatabase& opened = found->second;
     Inner.Close(opened.Id);
     opened.Id = Inner.Open(opened.Name, opened.Mode);
-    return Faults.Told(opened.Name, DiskFull);
+    return DiskFull;
 }
 
 Text FailingDatabase::FirstDatabase(std::int32_t typeCode, std::int32_t creatorCode) {

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Storage whose disk is full, or can't be read, when it is told so: each class forwards to a real one and fails what is
-// due to fail. The real ones know nothing of it. A write that has failed, for whatever reason, is told to who listens.
+// due to fail. The real ones know nothing of it. What could not be made, for whatever reason, is told to who listens.
 #pragma once
 
 #include "view/platform/device.h"
@@ -31,10 +31,11 @@ public:
     /// Called at each operation, before it: for who wants to show that work goes on.
     std::function<void()> Working;
 
-    /// Tells a failed write, and gives its error on. A name that no file can have is the program's own to answer.
+    /// Tells that a file, folder or setting could not be made, where the form goes on without a word; gives the error
+    /// on. Whether it was a line of a file that could not be written is for its writer to tell.
     ErrorNumber Told(const Text& name, ErrorNumber error) const;
 
-    std::function<void(const Text& name, ErrorNumber error)> WritingFailed;
+    std::function<void(const Text& name, ErrorNumber error)> NotMade;
 
 private:
     struct Count {
@@ -107,7 +108,6 @@ private:
 
     DatabaseId Keep(const OpenDatabase& opened);
     DatabaseId InnerId(DatabaseId database) const;
-    ErrorNumber Told(DatabaseId database, ErrorNumber error) const;
 
     RecordDatabase& Inner;
     DiskFaults& Faults;

@@ -38,6 +38,13 @@ common::SettingsFile SettingsFor(const DeviceOptions& options) {
                                     : common::SettingsFile(options.Settings);
 }
 
+/// The last part of a path of the device, of a folder as well.
+Text BareName(Text path) {
+    if (!path.empty() && path.back() == u'\\')
+        path.pop_back();
+    return path.substr(path.rfind(u'\\') + 1);
+}
+
 } // namespace
 
 Box PixelsOf(const Form& form) {
@@ -54,8 +61,10 @@ BackEnd::BackEnd(const DeviceOptions& options, Pump& pump, CommandSource& comman
       volumes(VolumesFor(options)), hostFiles(common::PathMap(options.Root)), files(hostFiles, faults),
       hostDatabases(common::PathMap(options.Root)), databases(hostDatabases, faults),
       settingsFile(SettingsFor(options)), settings(settingsFile, faults),
-      Connections(options.Connections != nullptr ? *options.Connections : connections) {
-    faults.WritingFailed = [&watcher](const Text& name, ErrorNumber error) { watcher.WritingFailed(name, error); };
+      Connections(options.Connections != nullptr ? *options.Connections : connections), Told(watcher) {
+    faults.NotMade = [&watcher](const Text& name, ErrorNumber error) {
+        watcher.NotSaved(BareName(name), ErrorText(error));
+    };
     loop.Listen(serial);
     loop.Listen(keys);
 }
@@ -92,7 +101,8 @@ Platform BackEnd::RecordOf(const Controls& controls) {
             runTime,
             volumes,
             files,
-            databases};
+            databases,
+            Told};
 }
 
 void BackEnd::DesignControls(const Controls& controls) {

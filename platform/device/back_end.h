@@ -81,6 +81,7 @@ protected:
 
 private:
     ConnectionService& Connections;
+    Watcher& Told;
 };
 
 } // namespace platform::device

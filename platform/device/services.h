@@ -8,6 +8,7 @@
 #include "platform/device/focus.h"
 #include "view/platform/device.h"
 #include "view/platform/run_time.h"
+#include "view/platform/storage.h"
 
 #include <deque>
 #include <vector>
@@ -15,9 +16,8 @@
 namespace platform::device {
 
 /// Who watches the device is told what happens on it, in order.
-class Watcher {
+class Watcher : public SaveWatcher {
 public:
-    virtual ~Watcher() = default;
     virtual void BoxOpened(const Text& text, BoxButtons buttons, BoxIcon icon, const Text& title) = 0;
     virtual void TonePlayed(std::int32_t hertz, std::int32_t milliseconds) = 0;
     virtual void StatusShown(const Text& text) = 0;
@@ -25,8 +25,6 @@ public:
     virtual void KeyGrabbed(std::int32_t keyCode) = 0;
     virtual void KeyReleased(std::int32_t keyCode) = 0;
     virtual void CharacterSent(std::int32_t character) = 0;
-    /// Something could not be written. The program may go on, as it does on a device: who watches is to tell a person.
-    virtual void WritingFailed(const Text& name, ErrorNumber error) = 0;
 };
 
 class DeviceSystem final : public SystemObject {

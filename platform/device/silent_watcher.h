@@ -15,7 +15,7 @@ public:
     void KeyGrabbed(std::int32_t) override {}
     void KeyReleased(std::int32_t) override {}
     void CharacterSent(std::int32_t) override {}
-    void WritingFailed(const Text&, ErrorNumber) override {}
+    void NotSaved(const Text&, const Text&) override {}
 };
 
 } // namespace platform::device

@@ -34,15 +34,17 @@ std::int32_t CountOf(const FileHandle& handle) {
 }
 
 /// Writes the current record, which is added or under edit, and commits it.
-bool Store(const FileHandle& handle, const LineRecord& record) {
+bool Store(FileHandle& handle, const LineRecord& record) {
     const DatabaseId id = SlotOf(handle);
-    if (!Databases().WriteRecord(id, record))
+    if (!Databases().WriteRecord(id, record)) {
+        handle.error = platform::DiskFull;
         return false;
+    }
     Must(u"write to", handle, Databases().Commit(id));
     return true;
 }
 
-bool Rewrite(const FileHandle& handle, const LineRecord& record) {
+bool Rewrite(FileHandle& handle, const LineRecord& record) {
     Must(u"edit", handle, Databases().BeginEdit(SlotOf(handle)));
     return Store(handle, record);
 }
@@ -55,21 +57,22 @@ bool ReadLineRecord(const FileHandle& handle, std::int32_t line, LineRecord& rec
 }
 
 /// Makes room at `target`; false when a record is missing.
-bool ShiftLines(const FileHandle& handle, std::int32_t target) {
-    const auto error = Databases().ShiftRecords(SlotOf(handle), target - 1);
-    if (error != platform::FileNotFound)
-        Must(u"write to", handle, error);
-    return error == platform::NoError;
+bool ShiftLines(FileHandle& handle, std::int32_t target) {
+    handle.error = Databases().ShiftRecords(SlotOf(handle), target - 1);
+    if (handle.error != platform::FileNotFound)
+        Must(u"write to", handle, handle.error);
+    return handle.error == platform::NoError;
 }
 
-bool InsertRecord(const FileHandle& handle, std::int32_t target, const Text& text) {
+bool InsertRecord(FileHandle& handle, std::int32_t target, const Text& text) {
     Must(u"add a line to", handle, Databases().AddRecord(SlotOf(handle)));
     return Store(handle, {0, u""}) && ShiftLines(handle, target) && Rewrite(handle, {target, text});
 }
 
-bool DeleteRecord(const FileHandle& handle) {
+bool DeleteRecord(FileHandle& handle) {
     if (!Databases().DeleteRecord(SlotOf(handle))) {
         CountOf(handle);
+        handle.error = platform::DeviceFailed;
         return false;
     }
     Must(u"write to", handle, Databases().RenumberRecords(SlotOf(handle)));
@@ -86,10 +89,11 @@ bool OpenDatabaseLines(FileHandle& handle) {
         id = Databases().Open(handle.name, platform::ModeReadWrite);
     else if (handle.mode == u"w")
         Databases().Delete(handle.name);
-    Slots.OpenError = handle.mode == u"w" ? platform::FileNotFound : Databases().OpenError();
-    Slots.IsKept = id == 0 && Slots.OpenError != platform::FileNotFound;
-    if (id == 0 && handle.mode != u"r" && !DeviceKeptFile()) {
+    handle.error = handle.mode == u"w" ? platform::FileNotFound : Databases().OpenError();
+    handle.kept = id == 0 && handle.error != platform::FileNotFound;
+    if (id == 0 && handle.mode != u"r" && !handle.kept) {
         id = Databases().Create(handle.name, PackCode(handle.fileType), PackCode(handle.creator));
+        handle.error = id == 0 ? platform::DiskFull : platform::NoError;
         handle.recordNumber = 0;
     }
     SlotOf(handle) = id;
@@ -106,7 +110,10 @@ bool WriteDatabaseLine(FileHandle& handle, const Text& text) {
     if (handle.recordNumber == 1) // the first line makes the table
         Must(u"write to", handle, Databases().DeclareTable(id, u"TEXT", u"LineNumber long, LineData String"));
     Must(u"add a line to", handle, Databases().AddRecord(id));
-    return Store(handle, {handle.recordNumber, text});
+    const bool stored = Store(handle, {handle.recordNumber, text});
+    if (!stored && handle.slot != 0) // of a rewrite the caller hears that it has failed
+        Device().saveWatcher.NotSaved(handle.name, platform::ErrorText(handle.error));
+    return stored;
 }
 
 std::int32_t SeekDatabaseLine(FileHandle& handle, std::int32_t line) {
@@ -136,16 +143,20 @@ std::int32_t DatabaseLineCount(const FileHandle& handle) {
 
 bool ChangeDatabaseLine(FileHandle& handle, std::int32_t line, const Text& text) {
     LineRecord record;
-    if (!ReadLineRecord(handle, line, record))
+    if (!ReadLineRecord(handle, line, record)) {
+        handle.error = platform::FileNotFound;
         return false;
+    }
     record.LineData = text;
     return Rewrite(handle, record);
 }
 
 bool DeleteDatabaseLine(FileHandle& handle, std::int32_t line) {
     LineRecord record;
-    if (!ReadLineRecord(handle, line, record))
+    if (!ReadLineRecord(handle, line, record)) {
+        handle.error = platform::FileNotFound;
         return false;
+    }
     Must(u"write to", handle, Databases().BeginBatch(SlotOf(handle)));
     const bool deleted = DeleteRecord(handle);
     Must(u"write to", handle, Databases().EndBatch(SlotOf(handle)));

@@ -9,6 +9,7 @@
 namespace modFileSystem {
 
 using modStringTools::NumberText;
+using platform::Device;
 
 namespace {
 
@@ -108,8 +109,18 @@ void ClearRow() {
         value.clear();
 }
 
-void WriteTableRow(FileHandle& handle, std::int32_t line) {
-    ChangeFileLine(handle, line, Join(Table.TableValues));
+bool WriteTableRow(FileHandle& handle, std::int32_t line) {
+    return ChangeFileLine(handle, line, Join(Table.TableValues));
+}
+
+/// The last change of the table has failed. The form goes on without a word.
+void TellNotSaved() {
+    const FileHandle& file = Table.TableFile;
+    if (!file.valid)
+        return;
+    const bool lineIsMissing = file.error == platform::FileNotFound;
+    Device().saveWatcher.NotSaved(file.name, lineIsMissing ? Text(u"the row is not in the file")
+                                                           : platform::ErrorText(file.error));
 }
 
 Text BlankRow() {
@@ -146,8 +157,8 @@ void OpenTable(const Text& fullName, Text& mode, const Text& fileType, const Tex
         CloseFile(Table.TableFile);
         OpenFile(Table.TableFile, fullName, u"a", fileType, creator);
     }
-    if (!Table.TableFile.valid && DeviceKeptFile())
-        platform::RuntimeFailure(u"Can't open " + fullName + u": " + platform::ErrorText(Slots.OpenError));
+    if (Table.TableFile.kept)
+        platform::RuntimeFailure(u"Can't open " + fullName + u": " + platform::ErrorText(Table.TableFile.error));
     if (!Table.TableFile.valid)
         return;
     TableRowCount();
@@ -249,7 +260,8 @@ void SetField(const Text& column, const Text& value) {
 }
 
 void SaveRow() {
-    WriteTableRow(Table.TableFile, Table.TableRowIndex + 1);
+    if (!WriteTableRow(Table.TableFile, Table.TableRowIndex + 1))
+        TellNotSaved();
     GotoRow(Table.TableRowIndex); // a rewrite has moved the file's position
     Table.RecordDirty = false;
 }
@@ -262,6 +274,7 @@ bool AddRow(std::int32_t row) {
     const bool added = row != -1 ? InsertFileLine(Table.TableFile, row + 1, InsertBefore, blank)
                                  : InsertFileLine(Table.TableFile, atEnd, InsertAfter, blank);
     if (!added) {
+        TellNotSaved();
         GotoRow(Table.TableRowIndex);
         return false;
     }
@@ -276,6 +289,8 @@ void DeleteRow() {
     const std::int32_t row = Table.TableRowIndex;
     if (DeleteFileLine(Table.TableFile, row + 1))
         --Table.TableRowTotal;
+    else
+        TellNotSaved();
     if (row > Table.TableRowTotal)
         LastRow();
     else

@@ -54,6 +54,13 @@ void NameDatabase(FileHandle& handle) {
         DropEnding(handle.name);
 }
 
+/// Moves to a line that is to be changed, or says that there is none.
+bool ReachLine(FileHandle& handle, std::int32_t line) {
+    const bool reached = SeekFileLine(handle, line) != 0;
+    handle.error = reached ? platform::NoError : platform::FileNotFound;
+    return reached;
+}
+
 Edit InsertionAt(std::int32_t position) {
     switch (position) {
     case InsertBefore:
@@ -68,18 +75,18 @@ Edit InsertionAt(std::int32_t position) {
 } // namespace
 
 void FailOnFile(const char16_t* what, const FileHandle& handle, platform::ErrorNumber error) {
-    platform::RuntimeFailure(Text(u"Can't ") + what + u" " + handle.path + handle.name + u": " +
-                             platform::ErrorText(error));
+    // What a person has lost is in the file that the scratch file was for.
+    const Text name = handle.slot == 0 ? Slots.RewrittenFile : handle.path + handle.name;
+    platform::RuntimeFailure(Text(u"Can't ") + what + u" " + name + u": " + platform::ErrorText(error));
 }
 
 void OpenFile(FileHandle& handle, const Text& fullName, const Text& mode, const Text& fileType, const Text& creator) {
     const std::int16_t slot = PickSlot(fileType, creator);
     if (slot == NoSlot)
         return;
-    Slots.OpenError = platform::FileNotFound;
-    Slots.IsKept = false;
     const std::size_t folderEnd = fullName.rfind(u'\\');
     ResetFileHandle(handle);
+    handle.error = platform::FileNotFound;
     if (folderEnd == Text::npos)
         return;
     handle.path = fullName.substr(0, folderEnd + 1);
@@ -92,12 +99,12 @@ void OpenFile(FileHandle& handle, const Text& fullName, const Text& mode, const 
     handle.fileType = fileType;
     handle.creator = creator;
     handle.valid = handle.isDatabase ? OpenDatabaseLines(handle) : OpenTextLines(handle);
-    if (!handle.valid)
-        ResetFileHandle(handle);
-}
-
-bool DeviceKeptFile() {
-    return Slots.IsKept;
+    if (handle.valid)
+        return;
+    const FileHandle failed = handle;
+    ResetFileHandle(handle);
+    handle.error = failed.error;
+    handle.kept = failed.kept;
 }
 
 void ResetSlots() {
@@ -162,20 +169,20 @@ void ReadFileLine(FileHandle& handle, std::int32_t& line, Text& text) {
 }
 
 bool ChangeFileLine(FileHandle& handle, std::int32_t line, const Text& text) {
-    if (SeekFileLine(handle, line) == 0)
+    if (!ReachLine(handle, line))
         return false;
     return handle.isDatabase ? ChangeDatabaseLine(handle, line, text)
                              : RewriteTextLines(handle, line, Edit::Change, text);
 }
 
 bool DeleteFileLine(FileHandle& handle, std::int32_t line) {
-    if (SeekFileLine(handle, line) == 0)
+    if (!ReachLine(handle, line))
         return false;
     return handle.isDatabase ? DeleteDatabaseLine(handle, line) : RewriteTextLines(handle, line, Edit::Remove, u"");
 }
 
 bool InsertFileLine(FileHandle& handle, std::int32_t line, std::int32_t position, const Text& text) {
-    if (SeekFileLine(handle, line) == 0)
+    if (!ReachLine(handle, line))
         return false;
     return handle.isDatabase ? InsertDatabaseLine(handle, line, position, text)
                              : RewriteTextLines(handle, line, InsertionAt(position), text);

@@ -22,6 +22,12 @@ struct FileHandle {
     Text mode;                     ///< "r", "w" or "a"
     Text fileType;                 ///< four-character type
     Text creator;                  ///< four-character creator
+    /// Why it could not be opened, or why the last change of it has failed. FileNotFound also for a name that no file
+    /// can have, and for a line that is not in the file.
+    platform::ErrorNumber error = platform::NoError;
+    /// It could not be opened although it is there: the device failed, or a permission is missing. Such a file is not a
+    /// missing one, that a caller would make anew over it.
+    bool kept = false;
 };
 
 /// Slot 0 is the scratch file's, 1 to 5 are for everything else.
@@ -39,9 +45,7 @@ struct SlotTables {
     std::array<std::unique_ptr<platform::TextStream>, SlotCount> SlotStream; ///< the open text stream of the slot
     std::array<LineMark, SlotCount> SlotMark; ///< a line of the slot's text file; the first one when nothing is known
     FileHandle TempFile;                      ///< the one scratch file
-    /// Why the last OpenFile has failed; FileNotFound also for a name that no file can have.
-    platform::ErrorNumber OpenError = platform::NoError;
-    bool IsKept = false; ///< it has failed on a file that is there
+    Text RewrittenFile;                       ///< full name of the file that the scratch file is for; a rewrite sets it
 };
 inline SlotTables Slots;
 
@@ -49,13 +53,9 @@ inline SlotTables Slots;
 void ResetSlots();
 
 /// Opens a file by its full name. Mode "r" opens what is there, "w" makes it anew, "a" opens it at its end and makes it
-/// when it is missing. `valid` tells whether it worked; with all five slots in use the handle stays as it was. Type and
-/// creator are four-character codes; both "temp" means the scratch file.
+/// when it is missing. `valid` tells whether it worked, `error` and `kept` why not; with all five slots in use the
+/// handle stays as it was. Type and creator are four-character codes; both "temp" means the scratch file.
 void OpenFile(FileHandle& handle, const Text& fullName, const Text& mode, const Text& fileType, const Text& creator);
-
-/// Whether the device, or the want of a permission, kept the last OpenFile from a file which is there. Such a file is
-/// not a missing one, that a caller would make anew over it.
-bool DeviceKeptFile();
 void CloseFile(FileHandle& handle);
 void ResetFileHandle(FileHandle& handle);
 
@@ -70,6 +70,7 @@ Text ReadFileLine(FileHandle& handle, std::int32_t& line);
 /// The same into a text, which may have room for it already.
 void ReadFileLine(FileHandle& handle, std::int32_t& line, Text& text);
 
+// Each of the three says in `error` why it gave false.
 bool ChangeFileLine(FileHandle& handle, std::int32_t line, const Text& text);
 bool DeleteFileLine(FileHandle& handle, std::int32_t line);
 

@@ -44,11 +44,11 @@ std::int32_t SkipLines(const FileHandle& handle, std::int32_t most) {
     return static_cast<std::int32_t>(passed);
 }
 
-bool OpenStream(const FileHandle& handle, StreamMode mode) {
-    Slots.OpenError = Device().fileSystem.OpenStream(FullName(handle), mode, StreamOf(handle));
-    const bool isMissing = Slots.OpenError == platform::FileNotFound || Slots.OpenError == platform::PathRefused;
-    Slots.IsKept = mode == StreamMode::Existing && Slots.OpenError != platform::NoError && !isMissing;
-    return Slots.OpenError == platform::NoError;
+bool OpenStream(FileHandle& handle, StreamMode mode) {
+    handle.error = Device().fileSystem.OpenStream(FullName(handle), mode, StreamOf(handle));
+    const bool isMissing = handle.error == platform::FileNotFound || handle.error == platform::PathRefused;
+    handle.kept = mode == StreamMode::Existing && handle.error != platform::NoError && !isMissing;
+    return handle.error == platform::NoError;
 }
 
 /// Moves to the marked line; false when another writer has changed the file since.
@@ -71,8 +71,8 @@ void StandBehindLast(FileHandle& handle, std::int64_t count) {
 }
 
 /// Only what is not there is made: a file that can't be opened for any other reason would lose its lines to that.
-bool OpenOrMakeStream(const FileHandle& handle) {
-    return OpenStream(handle, StreamMode::Existing) || (!Slots.IsKept && OpenStream(handle, StreamMode::Create));
+bool OpenOrMakeStream(FileHandle& handle) {
+    return OpenStream(handle, StreamMode::Existing) || (!handle.kept && OpenStream(handle, StreamMode::Create));
 }
 
 bool OpenForAppending(FileHandle& handle) {
@@ -80,15 +80,15 @@ bool OpenForAppending(FileHandle& handle) {
         return false;
     TextStream& stream = *StreamOf(handle);
     std::int64_t count = 0;
-    Slots.OpenError = CountLines(stream, count);
-    if (Slots.OpenError == platform::NoError) {
+    handle.error = CountLines(stream, count);
+    if (handle.error == platform::NoError) {
         StandBehindLast(handle, count);
-        Slots.OpenError = stream.Seek(0, Origin::End);
+        handle.error = stream.Seek(0, Origin::End);
     }
-    if (Slots.OpenError == platform::NoError)
+    if (handle.error == platform::NoError)
         return true;
     StreamOf(handle).reset(); // what is written next would land in the middle of the file
-    Slots.IsKept = true;
+    handle.kept = true;
     return false;
 }
 
@@ -99,6 +99,7 @@ Text ScratchName() {
     return name + u".txt";
 }
 
+/// Makes the scratch file under a name that no file has. Whether a name is free that is kept from us can't be known.
 void OpenTempFile() {
     FileHandle& scratch = Slots.TempFile;
     Device().random.Seed(static_cast<std::int32_t>(std::nearbyint(Device().clock.TimeOfDay())));
@@ -108,9 +109,8 @@ void OpenTempFile() {
         name = ScratchName();
         OpenFile(scratch, name, u"r", ScratchCode, ScratchCode);
     } while (scratch.valid); // the name is taken
-    if (DeviceKeptFile())    // or is it?
-        platform::RuntimeFailure(u"Can't open " + name + u": " + platform::ErrorText(Slots.OpenError));
-    OpenFile(scratch, name, u"w", ScratchCode, ScratchCode);
+    if (!scratch.kept)
+        OpenFile(scratch, name, u"w", ScratchCode, ScratchCode);
 }
 
 /// Puts the scratch file in the place of the other one, which is open for appending afterwards whatever its mode was,
@@ -129,7 +129,7 @@ void ReplaceWithTempFile(FileHandle& handle) {
         FailOnFile(u"write", old, error);
     OpenFile(handle, FullName(old), u"a", old.fileType, old.creator);
     if (!handle.valid) // nobody looks: what follows would be dropped without a word
-        FailOnFile(u"open", old, Slots.OpenError);
+        FailOnFile(u"open", old, handle.error);
     SeekFileLine(handle, old.nextLine);
 }
 
@@ -250,21 +250,26 @@ std::int32_t TextLineCount(FileHandle& handle) {
 
 bool RewriteTextLines(FileHandle& handle, std::int32_t line, Edit edit, const Text& text) {
     const std::int32_t count = FileLineCount(handle);
-    if (SeekFileLine(handle, 1) != 1)
+    if (SeekFileLine(handle, 1) != 1) {
+        handle.error = platform::FileNotFound;
         return false;
+    }
+    Slots.RewrittenFile = FullName(handle);
     OpenTempFile();
+    handle.error = Slots.TempFile.error;
     if (!Slots.TempFile.valid)
         return false;
     CopyLines(handle, 1, line - 1);
     CopyEdited(handle, line, edit, text);
     CopyLines(handle, line + 1, count - line);
     handle.nextLine = count + 1;
-    const bool whole = edit != Edit::Refused && FileLineCount(Slots.TempFile) == CountAfter(edit, count);
-    if (whole)
+    if (edit != Edit::Refused && FileLineCount(Slots.TempFile) == CountAfter(edit, count)) {
         ReplaceWithTempFile(handle);
-    else
-        CloseFile(Slots.TempFile); // it stays on disk, for whoever wants to know
-    return whole;
+        return true;
+    }
+    CloseFile(Slots.TempFile); // it stays on disk, for whoever wants to know
+    handle.error = platform::FileNotFound;
+    return false;
 }
 
 } // namespace modFileSystem

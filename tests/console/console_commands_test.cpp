@@ -223,13 +223,21 @@ TEST_F(NamedConnection, OpensUnlessItIsToldToFail) {
 }
 
 /// The form says nothing of it, as on a device; who drives the console is told all the same.
-TEST_F(Console, TellsAWriteThatFailsOnStandardError) {
+TEST_F(Console, TellsASaveThatFailedOnceAndByTheNameOfTheTable) {
     const Outcome run =
-        Tell(Joined({OpenTheDownload, {"tap 0 1", "set 12", "key 13", "disk fail 1", "choose New Record"}}));
+        Tell(Joined({OpenTheDownload, {"tap 0 1", "set 12", "key 13", "disk fail -1", "choose Next Record"}}));
     EXPECT_EQ(run.Status, 0);
-    EXPECT_THAT(run.Errors, testing::HasSubstr(": the disk is full\n"));
-    EXPECT_THAT(Tell({"disk fail -1", "choose Preferences...", "tap 3"}).Errors,
-                testing::HasSubstr("quorin-console: can't write the setting COLOUR: the disk is full\n"));
+    EXPECT_THAT(run.Lines,
+                testing::Contains(R"({"event":"notsaved","file":"qrn0001.txt","error":"the disk is full"})").Times(1));
+    EXPECT_EQ(run.Errors, "quorin-console: not saved: qrn0001.txt, the disk is full\n");
+    EXPECT_THAT(Root.Bytes("Quorin/qrn0001.txt"), testing::Not(HasSubstr("12")));
+}
+
+TEST_F(Console, TellsASettingThatCouldNotBeStored) {
+    const Outcome run = Tell({"disk fail -1", "choose Preferences...", "tap 3"});
+    EXPECT_EQ(run.Last("event").dump(),
+              R"({"event":"notsaved","file":"the setting COLOUR","error":"the disk is full"})");
+    EXPECT_EQ(run.Errors, "quorin-console: not saved: the setting COLOUR, the disk is full\n");
 }
 
 TEST_F(Console, WaitsAsLongAsItIsToldOnTheMachinesClock) {

@@ -88,7 +88,7 @@ void ExpectGoesOn(const Operation& operation, const std::string& root, const Sta
         if (operation.Name != "FirstStart") // which is what makes its tables whole
             ReadAllRows(found);
         EXPECT_EQ(operation.Do(again), after.has_value());
-        EXPECT_THAT(again.Did.NotWritten, testing::IsEmpty());
+        EXPECT_THAT(again.Did.Unsaved, testing::IsEmpty());
         if (hasLeftovers)
             ExpectNothingIsMistaken(operation);
     } catch (const support::ProgramOver& over) {
@@ -125,7 +125,7 @@ Outcome Try(const Operation& operation, const std::string& root, const Plan& pla
         EXPECT_EQ(over.Why, support::ProgramOver::Reason::Failed);
         EXPECT_NE(over.Failure, u"");
     }
-    outcome.Told = !machine->Did.NotWritten.empty();
+    outcome.Told = !machine->Did.Unsaved.empty();
     machine.reset();
     outcome.Struck = Watch::Struck();
     outcome.Reads = Watch::Reads();

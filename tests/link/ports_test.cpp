@@ -98,7 +98,8 @@ protected:
                                         real.runTime,
                                         real.volumes,
                                         real.fileSystem,
-                                        real.recordDatabase});
+                                        real.recordDatabase,
+                                        real.saveWatcher});
         platform::Install(&*with);
     }
     ~Link() override { platform::Install(&Device.Platform.record); }

@@ -62,7 +62,8 @@ platform::Platform With(const platform::Platform& all, platform::Settings& setti
             runTime,
             all.volumes,
             files,
-            databases};
+            databases,
+            all.saveWatcher};
 }
 
 } // namespace

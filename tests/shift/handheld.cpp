@@ -196,8 +196,8 @@ void Handheld::TonePlayed(std::int32_t hertz, std::int32_t milliseconds) {
     Events.push_back("tone " + std::to_string(hertz) + " " + std::to_string(milliseconds));
 }
 
-void Handheld::WritingFailed(const Text& name, platform::ErrorNumber error) {
-    Events.push_back("not written: " + modStringTools::ToBytes(name) + ", " + std::to_string(static_cast<int>(error)));
+void Handheld::NotSaved(const Text& file, const Text& why) {
+    Events.push_back("not saved: " + modStringTools::ToBytes(file) + ", " + modStringTools::ToBytes(why));
 }
 
 std::vector<std::string> Handheld::TakeEvents() {

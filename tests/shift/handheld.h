@@ -75,7 +75,7 @@ private:
 
     void BoxOpened(const Text& text, platform::BoxButtons buttons, platform::BoxIcon icon, const Text& title) override;
     void TonePlayed(std::int32_t hertz, std::int32_t milliseconds) override;
-    void WritingFailed(const Text& name, platform::ErrorNumber error) override;
+    void NotSaved(const Text& file, const Text& why) override;
 
     std::function<void()> Step;
     std::vector<std::string> Events;

@@ -127,7 +127,7 @@ TEST_F(DatabaseFile, ThatAFailingDiskKeepsFromUsIsNotMadeAnew) {
     Device.Platform.faults.FailNextReads(1);
     Open(u"a");
     EXPECT_FALSE(File.valid);
-    EXPECT_TRUE(DeviceKeptFile());
+    EXPECT_TRUE(File.kept);
     Open(u"r");
     EXPECT_EQ(FileLineCount(File), 2);
 }

@@ -11,9 +11,13 @@
 namespace modFileSystem {
 namespace {
 
+using testing::_;
+using testing::Each;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::Pair;
+using testing::SizeIs;
 
 class KeyedTable : public testing::TestWithParam<const char16_t*> {
 protected:
@@ -327,6 +331,33 @@ TEST_P(KeyedTable, RowThatCantBeAddedOrDeletedLeavesTheTableAsItWas) {
     EXPECT_THAT(Table.TableValues, ElementsAre(u"c", u"d"));
     EXPECT_TRUE(AddRow(-1));
     EXPECT_THAT(Lines(), ElementsAre(u"A|B", u"a|b", u"c|d", u"|"));
+}
+
+/// The form goes on without a word; a person hears of it by the name of the table, and not of its scratch file.
+TEST_P(KeyedTable, TellsEachChangeThatDidNotReachTheFileOnce) {
+    OpenWith({u"A|B", u"a|b", u"c|d"});
+    const Text name = Table.TableFile.name;
+    const std::int32_t good = Table.TableFile.isDatabase ? 1 : 0; // a record is added, and can't be written
+    GotoRow(2);
+    SetField(u"A", u"new");
+    Device.Platform.faults.FailNext(1);
+    SaveRow();
+    EXPECT_THAT(Device.Did.Unsaved, ElementsAre(Pair(name, u"the disk is full")));
+    Device.Platform.faults.FailNext(1, good);
+    EXPECT_FALSE(AddRow(-1));
+    EXPECT_THAT(Device.Did.Unsaved, SizeIs(2));
+    Device.Platform.faults.FailNext(1);
+    DeleteRow();
+    EXPECT_THAT(Device.Did.Unsaved, SizeIs(3));
+    EXPECT_THAT(Device.Did.Unsaved, Each(Pair(name, _)));
+    EXPECT_THAT(Lines(), ElementsAre(u"A|B", u"a|b", u"c|d"));
+}
+
+TEST_P(KeyedTable, TellsOfARowThatIsNotInTheFile) {
+    OpenWith({u"A|B", u"a|b"});
+    Table.TableRowIndex = 5;
+    SaveRow();
+    EXPECT_THAT(Device.Did.Unsaved, ElementsAre(Pair(Table.TableFile.name, u"the row is not in the file")));
 }
 
 TEST_P(KeyedTable, LoadedRowIsNotDirty) {

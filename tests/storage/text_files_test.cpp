@@ -255,7 +255,7 @@ TEST_F(TextFile, ThatAFailingDiskKeepsFromUsIsNotOpened) {
         Device.Platform.faults.FailNextReads(1, good);
         Open(u"a");
         EXPECT_FALSE(File.valid);
-        EXPECT_TRUE(DeviceKeptFile());
+        EXPECT_TRUE(File.kept);
         EXPECT_EQ(Bytes(), "one\ntwo\nthree\n");
     }
     Open(u"a");

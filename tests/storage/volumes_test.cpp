@@ -101,7 +101,8 @@ TEST_P(SizeOfAVolume, DecidesWhetherItCounts) {
                             old.runTime,
                             volume,
                             old.fileSystem,
-                            old.recordDatabase};
+                            old.recordDatabase,
+                            old.saveWatcher};
     platform::Install(&with);
     EnumVolumes(true);
     EXPECT_EQ(!Storage.VolumeList.empty(), GetParam().Accepted);

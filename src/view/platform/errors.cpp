@@ -19,6 +19,8 @@ Text ErrorText(ErrorNumber error) {
         return u"permission denied";
     case PathRefused:
         return u"the name is refused";
+    case PathNotFound:
+        return u"its folder is not there";
     default:
         return u"error " + modStringTools::NumberText(error);
     }

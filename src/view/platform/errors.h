@@ -17,7 +17,8 @@ inline constexpr ErrorNumber FileExists = 58;
 inline constexpr ErrorNumber DiskFull = 61;
 inline constexpr ErrorNumber NotAvailable = 68;
 inline constexpr ErrorNumber PermissionDenied = 70;
-inline constexpr ErrorNumber PathRefused = 75; ///< a name that leads outside the device's storage, or is no name
+inline constexpr ErrorNumber PathRefused = 75;  ///< a name that leads outside the device's storage, or is no name
+inline constexpr ErrorNumber PathNotFound = 76; ///< the folder in which a file should be
 
 /// What an error number means, for a message: "the disk is full". An unknown one gives "error" and the number.
 Text ErrorText(ErrorNumber error);

@@ -51,6 +51,7 @@ struct Platform {
     Volumes& volumes;
     FileSystem& fileSystem;
     RecordDatabase& recordDatabase;
+    SaveWatcher& saveWatcher;
 };
 
 /// Puts a back-end in place for all that follows; nothing takes it away. The record stays the caller's.

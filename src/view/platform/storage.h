@@ -75,8 +75,8 @@ public:
     /// What is at the destination afterwards is the old text or the new one, never a part of either.
     virtual ErrorNumber CopyFile(const Text& source, const Text& destination, bool overwrite) = 0;
     /// Copies with overwriting and deletes the source, in one step and without writing the text once more where both
-    /// are on one file system. A failure leaves the source where it is, or the whole text at the destination where nothing
-    /// but making it last has failed.
+    /// are on one file system. A failure leaves the source where it is, or the whole text at the destination where
+    /// nothing but making it last has failed.
     virtual ErrorNumber MoveFile(const Text& source, const Text& destination) = 0;
     virtual ErrorNumber DeleteFile(const Text& fullName) = 0;
 };
@@ -142,6 +142,15 @@ public:
     /// The names of the databases with that type and creator (0 means any); an empty text ends the walk.
     virtual Text FirstDatabase(std::int32_t typeCode, std::int32_t creatorCode) = 0;
     virtual Text NextDatabase() = 0;
+};
+
+/// Tells a person that something was not stored. The program goes on, as it does on a device, where nothing is said.
+class SaveWatcher {
+public:
+    virtual ~SaveWatcher() = default;
+    /// `file` is the bare name of the table or file that it was for, never that of a scratch file; `why` says in a few
+    /// words what went wrong, without a full stop.
+    virtual void NotSaved(const Text& file, const Text& why) = 0;
 };
 
 } // namespace platform
