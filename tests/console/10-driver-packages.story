@@ -104,6 +104,7 @@ $ quorin-console --strict
 {"done":"choose"}
 > choose Install...
 {"event":"status","text":"Busy"}
+{"event":"notsaved","file":"Quorin","error":"the name is refused"}
 {"event":"box","text":"Error creating driver inf file","buttons":"ok","icon":"none","title":"Quorin"}
 >> answer ok
 {"done":"answer"}
@@ -113,6 +114,7 @@ $ quorin-console --strict
 {"done":"tap"}
 > choose Install...
 {"event":"status","text":"Busy"}
+{"event":"notsaved","file":"out.txt","error":"the name is refused"}
 {"event":"box","text":"Error creating driver inf file","buttons":"ok","icon":"none","title":"Quorin"}
 >> answer ok
 {"done":"answer"}
@@ -123,6 +125,7 @@ $ quorin-console --strict
 {"done":"tap"}
 > choose Install...
 {"event":"status","text":"Busy"}
+{"event":"notsaved","file":"folder","error":"the name is refused"}
 {"event":"box","text":"Error creating driver inf file","buttons":"ok","icon":"none","title":"Quorin"}
 >> answer ok
 {"done":"answer"}
@@ -146,6 +149,9 @@ $ quorin-console --strict
     --------------------------------------------------------------------------------
     [File] Edit | Delete | Show/Hide Columns... | New | Add Driver...         [Back]
 {"done":"show"}
+stderr: quorin-console: not saved: Quorin, the name is refused
+stderr: quorin-console: not saved: out.txt, the name is refused
+stderr: quorin-console: not saved: folder, the name is refused
 $ cd Quorin && ls && cat drivers.txt
 1.qvd
 2.qvd
@@ -165,16 +171,22 @@ Last Line|folder
 $ cd Quorin && rm 2.qvd 3.qvd drivers.txt && mkdir drivers.txt && printf 'Soil Meter|new.txt\nFIELDNAME|VISIBLE\nPlot|1\n' > 1.qvd
 $ quorin-console --strict
 > choose inf editor...
+{"event":"notsaved","file":"drivers.txt","error":"the name is refused"}
 {"done":"choose"}
 > choose Add Driver...
 {"done":"choose"}
 > choose Install...
 {"event":"status","text":"Busy"}
+{"event":"notsaved","file":"drivers.txt","error":"the name is refused"}
+{"event":"notsaved","file":"drivers.txt","error":"the name is refused"}
 {"event":"box","text":"Error updating drivers file","buttons":"ok","icon":"none","title":"Quorin"}
 >> answer ok
 {"done":"answer"}
 {"event":"status","text":null}
 {"done":"choose"}
+stderr: quorin-console: not saved: drivers.txt, the name is refused
+stderr: quorin-console: not saved: drivers.txt, the name is refused
+stderr: quorin-console: not saved: drivers.txt, the name is refused
 $ ls Quorin
 1.qvd
 drivers.txt
