@@ -49,6 +49,10 @@ void Writer::CharacterSent(std::int32_t character) {
     Write({{"event", "send"}, {"character", character}});
 }
 
+void Writer::Warned(const Text& about, const Text& text) {
+    Write({{"event", "warning"}, {"about", Utf8(about)}, {"text", Utf8(text)}});
+}
+
 void Writer::NotSaved(const Text& file, const Text& why) {
     Write({{"event", "notsaved"}, {"file", Utf8(file)}, {"error", Utf8(why)}});
     std::cerr << "quorin-console: not saved: " << Utf8(file) << ", " << Utf8(why) << std::endl;

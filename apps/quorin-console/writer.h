@@ -31,6 +31,7 @@ public:
     void KeyGrabbed(std::int32_t keyCode) override;
     void KeyReleased(std::int32_t keyCode) override;
     void CharacterSent(std::int32_t character) override;
+    void Warned(const Text& about, const Text& text) override;
     void NotSaved(const Text& file, const Text& why) override;
 
 private:

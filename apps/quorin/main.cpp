@@ -6,6 +6,7 @@
 #include "apps/quorin/signals.h"
 #include "apps/quorin/window_watch.h"
 #include "apps/start/process.h"
+#include "companion/words.h"
 #include "platform/common/host_files.h"
 #include "platform/common/root_lock.h"
 #include "platform/device/form_events.h"
@@ -133,13 +134,12 @@ int TellOver(platform::qt::QtPlatform& device, const ProgramOver& over) {
     device.emplace(options.Device, looks, pump, commands, watch);
     watch.Attach(*device);
     device->window.SetPlace(QStringLiteral("Data: ") + QString::fromStdString(options.Device.Root));
-    if (!warning.empty()) {
-        std::cerr << "quorin: " << warning << std::endl;
-        device->window.SetWarning(QString::fromStdString(warning + ". Tap here when you have read it."));
-    }
+    if (!warning.empty())
+        device->onlooker.notices.Raise(companion::NobodyKeepsAway(modStringTools::FromBytes(warning)));
     device->loop.Listen(signals);
-    signals.Raised = [&device] {
+    signals.Raised = [&device, &watch] {
         bool cancel = false;
+        watch.CloseBox();
         // As a person would close it: a record is saved on the way back from it.
         if (device->boxes.Current() == nullptr)
             platform::device::RaiseCloseRequest();
@@ -151,8 +151,10 @@ int TellOver(platform::qt::QtPlatform& device, const ProgramOver& over) {
     WindowStands = true;
     if (options.Demo)
         quorin::PrepareDemo();
-    for (;;)
+    for (;;) {
         device->loop.WaitOnce();
+        watch.ShowLosses();
+    }
 }
 
 } // namespace

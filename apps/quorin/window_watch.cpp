@@ -8,7 +8,6 @@
 #include "storage/settings.h"
 #include "text/text.h"
 
-#include <cstdio>
 #include <ctime>
 #include <iostream>
 
@@ -39,6 +38,11 @@ WindowWatch::Moment WindowWatch::Now() {
 void WindowWatch::Attach(platform::qt::QtPlatform& device) {
     Device = &device;
     device.loop.Listen(*this);
+    Box.emplace(device.window, [&device] { device.onlooker.losses.Seen(); });
+    device.window.WarningTapped = [this] {
+        Device->onlooker.notices.Tapped();
+        ShowWorst();
+    };
 }
 
 /// A tone is the answer to each result that has come, taken or not.
@@ -48,15 +52,26 @@ void WindowWatch::TonePlayed(std::int32_t hertz, std::int32_t milliseconds) {
 }
 
 void WindowWatch::NotSaved(const Text& file, const Text& why) {
-    if (Device == nullptr)
-        return;
-    const platform::DateTime now = Device->clock.Now();
-    char time[16];
-    std::snprintf(time, sizeof time, "%02d:%02d:%02d", now.Hour, now.Minute, now.Second);
-    const std::string what = ToBytes(file) + ", " + ToBytes(why);
-    std::cerr << "quorin: not saved: " + what + "\n";
-    const std::string text = std::string(time) + "  Not saved: " + what + ". Tap here when you have seen to it.";
-    Device->window.SetWarning(QString::fromStdString(text));
+    std::cerr << "quorin: not saved: " + ToBytes(file) + ", " + ToBytes(why) + "\n";
+}
+
+void WindowWatch::Warned(const Text&, const Text& text) {
+    std::cerr << "quorin: " + ToBytes(text) + "\n";
+}
+
+/// The worst of what a person should know has the line; what it hides comes when that one is gone.
+void WindowWatch::ShowWorst() {
+    const companion::Notice* const worst = Device->onlooker.notices.Worst();
+    const Text words = worst == nullptr ? Text() : worst->Words;
+    if (words != Warning)
+        Device->window.SetWarning(platform::qt::ToQt(words));
+    Warning = words;
+}
+
+void WindowWatch::ShowLosses() {
+    companion::Losses& losses = Device->onlooker.losses;
+    if (losses.Any())
+        Box->Say(platform::qt::ToQt(losses.Words()));
 }
 
 /// Who holds the port is found by a look at every process: not five times a second.
@@ -89,6 +104,7 @@ LinkView WindowWatch::Link() {
 
 /// The loop may come by a thousand times a second, and the line tells whole seconds.
 bool WindowWatch::RaiseWhatIsPending() {
+    ShowWorst();
     constexpr auto BetweenLooks = std::chrono::milliseconds(200);
     const Moment now = Now();
     if (now - LastLook < BetweenLooks)

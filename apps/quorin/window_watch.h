@@ -5,6 +5,7 @@
 #include "apps/quorin/link_line.h"
 #include "platform/device/silent_watcher.h"
 #include "platform/host/tones.h"
+#include "platform/qt/loss_box.h"
 #include "platform/qt/qt_platform.h"
 
 #include <chrono>
@@ -18,7 +19,14 @@ public:
     void Attach(platform::qt::QtPlatform& device);
 
     void TonePlayed(std::int32_t hertz, std::int32_t milliseconds) override;
+    void Warned(const Text& about, const Text& text) override;
     void NotSaved(const Text& file, const Text& why) override;
+
+    /// To be called at the outermost level of the loop: shows the window's own box of readings that are lost, or what
+    /// has come to that.
+    void ShowLosses();
+    /// The program ends: the box goes with it.
+    void CloseBox() { Box.reset(); }
 
     // The line is looked at when the loop comes by, which the link's timer makes it do twice a second.
     int Descriptor() override { return -1; }
@@ -29,12 +37,15 @@ private:
     /// The age of a record counts the time in which the machine has slept.
     static Moment Now();
     LinkView Link();
+    void ShowWorst();
     const std::string& TroubleOf(const std::string& path, platform::ErrorNumber error);
 
     platform::qt::QtPlatform* Device = nullptr;
     platform::host::TonePlayer Player;
     std::optional<Moment> LastRecord;
     LinkLine Shown;
+    Text Warning; ///< in the window's line
+    std::optional<platform::qt::LossBox> Box;
     Moment LastLook{-1000};
     /// Why a port could not be opened when that was last looked into.
     struct {

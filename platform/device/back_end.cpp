@@ -60,13 +60,14 @@ BackEnd::BackEnd(const DeviceOptions& options, Pump& pump, CommandSource& comman
       keys(watcher, focus), serial(options.Ports, frmQuorin::serConnection_Receive), tones(watcher), runTime(loop),
       volumes(VolumesFor(options)), hostFiles(common::PathMap(options.Root)), files(hostFiles, faults),
       hostDatabases(common::PathMap(options.Root)), databases(hostDatabases, faults),
-      settingsFile(SettingsFor(options)), settings(settingsFile, faults),
-      Connections(options.Connections != nullptr ? *options.Connections : connections), Told(watcher) {
-    faults.NotMade = [&watcher](const Text& name, ErrorNumber error) {
-        watcher.NotSaved(BareName(name), ErrorText(error));
+      settingsFile(SettingsFor(options)), settings(settingsFile, faults), onlooker(clock, watcher),
+      Connections(options.Connections != nullptr ? *options.Connections : connections) {
+    faults.NotMade = [this](const Text& name, ErrorNumber error) {
+        onlooker.NotSaved(BareName(name), ErrorText(error));
     };
     loop.Listen(serial);
     loop.Listen(keys);
+    loop.Listen(onlooker);
 }
 
 Platform BackEnd::RecordOf(const Controls& controls) {
@@ -102,7 +103,8 @@ Platform BackEnd::RecordOf(const Controls& controls) {
             volumes,
             files,
             databases,
-            Told};
+            onlooker,
+            onlooker};
 }
 
 void BackEnd::DesignControls(const Controls& controls) {

@@ -9,6 +9,7 @@
 #include "platform/common/number_source.h"
 #include "platform/common/settings_file.h"
 #include "platform/device/controls.h"
+#include "platform/device/form_onlooker.h"
 #include "platform/device/hand.h"
 #include "platform/device/serial_ports.h"
 #include "platform/device/services.h"
@@ -69,6 +70,8 @@ public:
     common::SettingsFile settingsFile;
     common::FailingSettings settings;
 
+    FormOnlooker onlooker; ///< with the notices
+
 protected:
     /// The record of platform operations over these controls.
     Platform RecordOf(const Controls& controls);
@@ -81,7 +84,6 @@ protected:
 
 private:
     ConnectionService& Connections;
-    Watcher& Told;
 };
 
 } // namespace platform::device

@@ -25,6 +25,8 @@ public:
     virtual void KeyGrabbed(std::int32_t keyCode) = 0;
     virtual void KeyReleased(std::int32_t keyCode) = 0;
     virtual void CharacterSent(std::int32_t character) = 0;
+    /// Something that a person should know, and that is no loss; `about` is its short name.
+    virtual void Warned(const Text& about, const Text& text) = 0;
 };
 
 class DeviceSystem final : public SystemObject {

@@ -15,6 +15,7 @@ public:
     void KeyGrabbed(std::int32_t) override {}
     void KeyReleased(std::int32_t) override {}
     void CharacterSent(std::int32_t) override {}
+    void Warned(const Text&, const Text&) override {}
     void NotSaved(const Text&, const Text&) override {}
 };
 

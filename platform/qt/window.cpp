@@ -190,8 +190,8 @@ void Window::SetWorking(bool working) {
 }
 
 bool Window::eventFilter(QObject* object, QEvent* event) {
-    if (object == Alarm && event->type() == QEvent::MouseButtonPress)
-        SetWarning(QString());
+    if (object == Alarm && event->type() == QEvent::MouseButtonPress && WarningTapped)
+        WarningTapped();
     return false;
 }
 

@@ -58,7 +58,7 @@ public:
 
     /// The status area: the state of the link, and what a person must know of; an empty text shows nothing.
     void SetLinkLine(const QString& text, bool alive);
-    /// The warning stays until a person has tapped it.
+    /// Who says it takes it away, when a person has tapped it or it is no longer so.
     void SetWarning(const QString& text);
     /// Where the records are. It stands where a warning comes, in a window that may be resized.
     void SetPlace(const QString& text);
@@ -67,6 +67,7 @@ public:
     QString LinkLine() const { return LinkText; }
     QString Warning() const { return WarningText; }
 
+    std::function<void()> WarningTapped; ///< by a person who has seen it
     std::function<void()> CloseRequested;
     std::function<void(std::int32_t code)> KeyPressed; ///< of the strip
     std::function<void(std::int32_t code)> KeyReleased;

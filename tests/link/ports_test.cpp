@@ -99,7 +99,8 @@ protected:
                                         real.volumes,
                                         real.fileSystem,
                                         real.recordDatabase,
-                                        real.saveWatcher});
+                                        real.saveWatcher,
+                                        real.onlooker});
         platform::Install(&*with);
     }
     ~Link() override { platform::Install(&Device.Platform.record); }

@@ -135,6 +135,7 @@ using StatusArea = InAWindow;
 
 TEST_F(StatusArea, HasTheWarningWhereThePlaceOfTheRecordsStands) {
     Form().SetPlace(QStringLiteral("Data: here"));
+    Form().WarningTapped = [this] { Form().SetWarning(QString()); };
     auto& line = *Form().findChild<QLabel*>(QStringLiteral("warning"));
     EXPECT_EQ(line.text(), QStringLiteral("Data: here"));
     const QSize form = Form().Screen().size();

@@ -63,7 +63,8 @@ platform::Platform With(const platform::Platform& all, platform::Settings& setti
             all.volumes,
             files,
             databases,
-            all.saveWatcher};
+            all.saveWatcher,
+            all.onlooker};
 }
 
 } // namespace

@@ -102,7 +102,8 @@ TEST_P(SizeOfAVolume, DecidesWhetherItCounts) {
                             volume,
                             old.fileSystem,
                             old.recordDatabase,
-                            old.saveWatcher};
+                            old.saveWatcher,
+                            old.onlooker};
     platform::Install(&with);
     EnumVolumes(true);
     EXPECT_EQ(!Storage.VolumeList.empty(), GetParam().Accepted);

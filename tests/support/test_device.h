@@ -49,7 +49,8 @@ struct Record : platform::device::Watcher {
     std::vector<std::pair<std::int32_t, std::int32_t>> Tones; ///< hertz, milliseconds
     std::vector<Text> Status;                                 ///< texts of the strip; an empty one for its end
     std::vector<std::int32_t> Grabbed, Released, Sent;
-    std::vector<std::pair<Text, Text>> Unsaved; ///< what could not be stored, by its bare name, and why
+    std::vector<std::pair<Text, Text>> Unsaved;  ///< what could not be stored, by its bare name, and why
+    std::vector<std::pair<Text, Text>> Warnings; ///< their short names and texts
     std::vector<std::string> KeyOrder; ///< the same three, such as "release 276", in the order in which they came
     std::function<void()> WhenACharacterIsSent; ///< to look at the program at that moment
 
@@ -60,6 +61,7 @@ struct Record : platform::device::Watcher {
     void KeyGrabbed(std::int32_t keyCode) override;
     void KeyReleased(std::int32_t keyCode) override;
     void CharacterSent(std::int32_t character) override;
+    void Warned(const Text& about, const Text& text) override { Warnings.emplace_back(about, text); }
     void NotSaved(const Text& file, const Text& why) override { Unsaved.emplace_back(file, why); }
 
     std::vector<Text> Messages() const; ///< of the boxes

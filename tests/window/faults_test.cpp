@@ -246,6 +246,20 @@ TEST_F(WindowFaults, ASaveThatCanNotBeMadeIsToldInRedByTheNameOfTheTable) {
     EXPECT_FALSE(std::filesystem::exists(Home.Path("root")));
 }
 
+TEST_F(WindowFaults, ADownloadThatCantBeMadeIsToldInABoxAndInRed) {
+    Start();
+    ShowDownloads();
+    std::filesystem::remove(Home.Path("root/Quorin/qrn0001.txt"));
+    std::filesystem::create_directory(Home.Path("root/Quorin/qrn0001.txt"));
+    EXPECT_TRUE(Window->MenuOpens("F1"));
+    Screen->Press("o");
+    EXPECT_TRUE(Window->Asks());
+    EXPECT_TRUE(Eventually([&] { return Ink(Screen->Picture(), Window->Find(WarningRed)) > 0; }));
+    EXPECT_EQ(Window->Process().Errors(), "quorin: not saved: qrn0001.txt, the name is refused\n");
+    Window->Answer("Return");
+    EXPECT_FALSE(Window->Process().HasEnded());
+}
+
 TEST_F(WindowFaults, ARunTimeFailureIsShownAndEndsWithOne) {
     Start();
     ShowDownloads();

@@ -5,6 +5,7 @@
 #include "view/platform/controls.h"
 #include "view/platform/device.h"
 #include "view/platform/grid.h"
+#include "view/platform/onlooker.h"
 #include "view/platform/painting.h"
 #include "view/platform/run_time.h"
 #include "view/platform/storage.h"
@@ -52,6 +53,7 @@ struct Platform {
     FileSystem& fileSystem;
     RecordDatabase& recordDatabase;
     SaveWatcher& saveWatcher;
+    Onlooker& onlooker;
 };
 
 /// Puts a back-end in place for all that follows; nothing takes it away. The record stays the caller's.

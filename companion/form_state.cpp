@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: MIT
+#include "companion/form_state.h"
+
+#include "drivers/inf_tables.h"
+#include "link/ports.h"
+#include "link/receive.h"
+#include "view/inf_fields.h"
+#include "view/screen_table.h"
+
+namespace companion {
+
+using modQuorin::Screens;
+
+bool RecordIsOpen() {
+    const modQuorin::ScreenId screen =
+        Screens.CurrentScreen == modQuorin::ScrInput ? Screens.PreviousScreen : Screens.CurrentScreen;
+    return screen != 0 && screen == modQuorin::ScrInfRecord;
+}
+
+bool LinkWasTakenDown() {
+    return Screens.CurrentScreen == modQuorin::ScrInfRecord && modQuorin::AnyFieldReceivesResults() &&
+           !modBluetooth::Receive.LinkWanted;
+}
+
+bool LinkIsUpInTheEditor() {
+    return Screens.CurrentScreen == modQuorin::ScrInfRecord && modQuorin::Inf.InfFields.empty() &&
+           modBluetooth::Receive.LinkWanted && modBluetooth::Ports.LinkOpen;
+}
+
+} // namespace companion

@@ -1,0 +1,117 @@
+// SPDX-License-Identifier: MIT
+#include "companion/words.h"
+
+namespace companion {
+
+using platform::DateTime;
+
+namespace {
+
+Text TwoDigits(std::int32_t number) {
+    return (number < 10 ? u"0" : u"") + modStringTools::NumberText(number);
+}
+
+/// "20:30", and the day where it is not today's.
+Text MomentText(const DateTime& now, const DateTime& moment) {
+    Text text = TwoDigits(moment.Hour) + u":" + TwoDigits(moment.Minute);
+    if (moment.Date != now.Date)
+        text += u" on " + TwoDigits(moment.Date.Day) + u"/" + TwoDigits(moment.Date.Month) + u"/" +
+                modStringTools::NumberText(moment.Date.Year);
+    return text;
+}
+
+Text ReasonOf(const platform::LostReading& reading) {
+    switch (reading.Why) {
+    case platform::ReadingLoss::NoFile:
+        return u"the file could not be made";
+    case platform::ReadingLoss::NoRow:
+        return u"the file has no such record";
+    case platform::ReadingLoss::NoField:
+        return u"the record in the file has no field " + reading.Fields;
+    case platform::ReadingLoss::Emptied:
+        break;
+    }
+    return u"the formula or the variable of its row " + reading.Fields + u" has taken its place";
+}
+
+} // namespace
+
+Text TimeText(const DateTime& moment) {
+    return TwoDigits(moment.Hour) + u":" + TwoDigits(moment.Minute) + u":" + TwoDigits(moment.Second);
+}
+
+Notice NotSaved(const DateTime& now, const Text& file, const Text& why) {
+    return {AboutSaving, Severity::Loss,
+            TimeText(now) + u"  Not saved: " + file + u", " + why + u". Tap here when you have seen to it.",
+            Until::Tapped};
+}
+
+Text NoPlaceText(const platform::OpenedRecord& record) {
+    const Text what = record.Place == platform::RecordPlace::NoFile
+                          ? record.File + u" could not be made: "
+                          : u"No record could be added to " + record.File + u": ";
+    return what + platform::ErrorText(record.Why) + u". Readings are not stored.";
+}
+
+Text LossText(const platform::LostReading& reading) {
+    const Text what =
+        reading.WithValue ? u"the reading " + reading.Value : u"what came with the reading " + reading.Value;
+    return what + u" is not stored: " + ReasonOf(reading);
+}
+
+Notice NoPlace(const platform::OpenedRecord& record) {
+    return {AboutRecord, Severity::Loss, NoPlaceText(record), Until::Tapped};
+}
+
+Notice OtherDriver(const platform::OpenedRecord& record) {
+    const Text words =
+        record.Owner != record.Driver
+            ? u"This record belongs to driver " + record.Owner + u", it is shown with driver " + record.Driver +
+                  u": readings may land in the wrong columns. Go Back and make a new download."
+            : u"No list names the download " + record.File + u" any more. Go Back and make a new download.";
+    return {AboutDriver, Severity::Warning, words, Until::RecordLeft};
+}
+
+Notice ReadingWaits(const DateTime& now, const DateTime& since) {
+    return {AboutWaiting, Severity::Warning,
+            u"A reading of " + MomentText(now, since) + u" is still waiting and will go into this record.",
+            Until::RecordLeft};
+}
+
+Notice ReadingWithoutValue(const DateTime& now, const Text& field) {
+    return {AboutValue, Severity::Warning,
+            TimeText(now) + u"  A reading came without a value, with its unit alone: look at " + field + u".",
+            Until::RecordLeft};
+}
+
+Notice DeliveryStays(const Text& fullName, platform::ErrorNumber why) {
+    return {AboutMailbox, Severity::Warning,
+            fullName + u" can't be deleted: " + platform::ErrorText(why) +
+                u". It was taken once, and is not looked at again until it has changed.",
+            Until::Withdrawn};
+}
+
+Notice DeliveryKept(const Text& fullName, platform::ErrorNumber why) {
+    return {AboutMailbox, Severity::Warning,
+            fullName + u" can't be read: " + platform::ErrorText(why) + u". Nothing of it has been taken.",
+            Until::Withdrawn};
+}
+
+Notice LinkIsOff() {
+    return {AboutLinkOff, Severity::Warning,
+            u"Back has closed the link of this record, whatever its title says. Go Back and open the download again.",
+            Until::Withdrawn};
+}
+
+Notice LinkIsOn() {
+    return {AboutLinkOn, Severity::Warning,
+            u"The instrument goes on sending, and the link is still open: a reading would go into a field that is open "
+            u"here.",
+            Until::Withdrawn};
+}
+
+Notice NobodyKeepsAway(const Text& why) {
+    return {AboutLock, Severity::Warning, why + u". Tap here when you have read it.", Until::Tapped};
+}
+
+} // namespace companion

@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: MIT
+// What a person is told, in words, of each thing that the form has no message for.
+#pragma once
+
+#include "companion/notices.h"
+#include "view/platform/onlooker.h"
+
+namespace companion {
+
+// The short names of notices, as docs/limits.md gives them.
+inline const Text AboutSaving = u"notsaved";
+inline const Text AboutRecord = u"record";
+inline const Text AboutDriver = u"driver";
+inline const Text AboutWaiting = u"waiting";
+inline const Text AboutValue = u"value";
+inline const Text AboutMailbox = u"mailbox";
+inline const Text AboutLinkOff = u"linkoff";
+inline const Text AboutLinkOn = u"linkon";
+inline const Text AboutLock = u"lock";
+
+/// "20:30:05".
+Text TimeText(const platform::DateTime& moment);
+
+Notice NotSaved(const platform::DateTime& now, const Text& file, const Text& why);
+
+/// Why nothing of the record can be stored: "qrn0001.txt could not be made: the disk is full. Readings are not stored."
+Text NoPlaceText(const platform::OpenedRecord& record);
+/// "the reading 23.4 % is not stored: the file could not be made".
+Text LossText(const platform::LostReading& reading);
+
+Notice NoPlace(const platform::OpenedRecord& record);
+Notice OtherDriver(const platform::OpenedRecord& record);
+Notice ReadingWaits(const platform::DateTime& now, const platform::DateTime& since);
+Notice ReadingWithoutValue(const platform::DateTime& now, const Text& field);
+Notice DeliveryStays(const Text& fullName, platform::ErrorNumber why);
+Notice DeliveryKept(const Text& fullName, platform::ErrorNumber why);
+Notice LinkIsOff();
+Notice LinkIsOn();
+/// `why` says that a second program can't be kept away.
+Notice NobodyKeepsAway(const Text& why);
+
+} // namespace companion
