@@ -42,6 +42,7 @@ public:
     }
 
     std::int64_t Revision() const override { return Inner->Revision(); }
+    FileStamp Stamp() const override { return Inner->Stamp(); }
 
     ErrorNumber WriteLine(const Text& line) override { return Fails() ? DiskFull : Inner->WriteLine(line); }
 

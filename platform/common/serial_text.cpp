@@ -1,18 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "platform/common/serial_text.h"
 
-#include <array>
+#include "text/windows_1252.h"
 
 namespace platform::common {
 
 namespace {
-
-/// Windows-1252 from 80 to 9F; all other bytes are the characters of the same number.
-constexpr std::array<char16_t, 32> From80To9F = {
-    0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
-    0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
-    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178,
-};
 
 enum class Sequence { Whole, Cut, Invalid };
 
@@ -62,11 +55,6 @@ Character NextCharacter(std::string_view bytes) {
     return {Sequence::Whole, lead.Length, value};
 }
 
-char16_t FromWindows1252(char byte) {
-    const auto value = static_cast<unsigned char>(byte);
-    return value >= 0x80 && value <= 0x9F ? From80To9F[value - 0x80U] : char16_t{value};
-}
-
 void Append(Text& text, char32_t value) {
     if (value < 0x10000) {
         text += static_cast<char16_t>(value);
@@ -89,7 +77,7 @@ Text SerialText::Decode(std::string_view bytes) {
         if (next.State == Sequence::Whole)
             Append(text, next.Value);
         else
-            text += FromWindows1252(rest.front());
+            text += modStringTools::FromWindows1252(rest.front());
         rest.remove_prefix(next.State == Sequence::Whole ? next.Length : 1);
     }
     Waiting.erase(0, Waiting.size() - rest.size());

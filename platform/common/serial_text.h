@@ -6,8 +6,7 @@
 
 namespace platform::common {
 
-/// UTF-8 where the bytes are valid UTF-8, and Windows-1252 byte by byte elsewhere: an instrument may send either. The
-/// five bytes that Windows-1252 leaves open (81, 8D, 8F, 90, 9D) are the control characters of the same number. A
+/// UTF-8 where the bytes are valid UTF-8, and Windows-1252 byte by byte elsewhere: an instrument may send either. A
 /// character that is not whole at the end of a read waits for the next one.
 class SerialText {
 public:

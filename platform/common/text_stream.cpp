@@ -156,6 +156,16 @@ ErrorNumber HostTextStream::LookAgain() {
     return NoError;
 }
 
+FileStamp HostTextStream::Stamp() const {
+    struct stat now {};
+    if (::fstat(Number(), &now) != 0)
+        return {};
+    const auto nanoseconds = [](const std::timespec& time) {
+        return std::int64_t{time.tv_sec} * 1'000'000'000 + time.tv_nsec;
+    };
+    return {now.st_ino, now.st_size, nanoseconds(now.st_mtim), nanoseconds(now.st_ctim)};
+}
+
 bool HostTextStream::InBlock(std::int64_t offset) const {
     return offset >= BlockStart && offset < BlockStart + static_cast<std::int64_t>(BlockUsed);
 }

@@ -37,6 +37,7 @@ public:
     ErrorNumber SkipLines(std::int64_t most, std::int64_t& passed) override;
     ErrorNumber ReadLines(std::int64_t most, std::string_view& lines, std::int64_t& taken) override;
     std::int64_t Revision() const override { return Changes; }
+    FileStamp Stamp() const override;
     ErrorNumber WriteLine(const Text& line) override;
     ErrorNumber WriteLines(std::string_view lines) override;
     ErrorNumber Close() override;

@@ -9,6 +9,7 @@
 #include "drivers/downloads.h"
 #include "drivers/registry.h"
 #include "drivers/selection.h"
+#include "link/mailbox.h"
 #include "link/ports.h"
 #include "link/receive.h"
 #include "storage/keyed_tables.h"
@@ -105,6 +106,7 @@ void ResetModules() {
     modBLob::Framing = {};
     modBluetooth::Ports = {};
     modBluetooth::Receive = {};
+    modBluetooth::Mailbox = {};
     modPDAUI::Display = {};
     modPDAUI::Grids = {};
     modPDAUI::Input = {};

@@ -5,11 +5,13 @@
 #include "link/receive.h"
 #include "storage/line_files.h"
 #include "storage/settings.h"
+#include "text/windows_1252.h"
 #include "view/platform/platform.h"
 
 namespace modBluetooth {
 
 using modFileSystem::FileHandle;
+using platform::Device;
 
 namespace {
 
@@ -21,20 +23,59 @@ bool FileExists(const Text& fullName) {
     return exists;
 }
 
-void AppendLines(FileHandle& file) {
+Text LinesOf(FileHandle& file) {
+    constexpr char16_t ByteOrderMark = 0xFEFF;
+    Text lines;
     const std::int32_t count = modFileSystem::FileLineCount(file);
     if (modFileSystem::SeekFileLine(file, 1) != 1)
-        return;
+        return lines;
     for (std::int32_t i = 0; i < count; ++i) {
         std::int32_t next = -1;
-        Receive.RxText += modFileSystem::ReadFileLine(file, next) + u"\r\n";
+        lines += modFileSystem::ReadFileLine(file, next) + u"\r\n";
+    }
+    if (lines.front() == ByteOrderMark)
+        lines.erase(0, 1);
+    return lines;
+}
+
+/// There is no file that something is wrong with.
+void Clear() {
+    Mailbox.Left.reset();
+    Device().onlooker.MailboxClear();
+}
+
+/// The next delivery, or none: it is not there, or kept from us, or has been taken before.
+std::optional<Delivery> NextDelivery(const Text& fullName) {
+    FileHandle file;
+    modFileSystem::OpenFile(file, fullName, u"r", u"", u"");
+    if (file.kept) {
+        Device().onlooker.DeliveryKept(fullName, file.error);
+        return std::nullopt;
+    }
+    if (!file.valid) {
+        Clear();
+        return std::nullopt;
+    }
+    Delivery found{modFileSystem::FileStampOf(file), LinesOf(file)};
+    modFileSystem::CloseFile(file);
+    return found == Mailbox.Left ? std::nullopt : std::optional(found);
+}
+
+/// Deletes what was taken. Where that fails the file would be taken for a new one at each look.
+void Discard(const Text& fullName, const Delivery& taken) {
+    const platform::ErrorNumber error = modFileSystem::RemoveFile(fullName);
+    if (error == platform::NoError || !FileExists(fullName)) {
+        Clear();
+    } else {
+        Mailbox.Left = taken;
+        Device().onlooker.DeliveryStays(fullName, error);
     }
 }
 
 } // namespace
 
 void SetMailboxPath() {
-    switch (platform::Device().myCsys.DeviceType()) {
+    switch (Device().myCsys.DeviceType()) {
     case 3:
     case 7:
         Ports.MailboxPath = modQuorin::GetSetting(u"RFCOMM_Path", u"\\Application Data\\Volatile\\RFCOMM\\");
@@ -54,13 +95,13 @@ bool MailboxServerRunning() {
 void PollMailbox(const Text& fullName) {
     if (FileExists(Ports.MailboxPath + u"ipcout.lock"))
         return; // the server is writing
-    FileHandle file;
-    modFileSystem::OpenFile(file, fullName, u"r", u"", u"");
-    if (!file.valid)
+    const auto delivery = NextDelivery(fullName);
+    if (!delivery)
         return;
-    AppendLines(file);
-    modFileSystem::CloseFile(file);
-    modFileSystem::DeleteFile(fullName);
+    Text lines = delivery->Lines;
+    modStringTools::ReadRawBytesAsWindows1252(lines);
+    Receive.RxText += lines;
+    Discard(fullName, *delivery);
     // Each file counts as complete: a BLob that goes on in the next one waits in the decoder's buffer.
     if (TakeCompleteLines())
         Receive.BlobEndSeen = true;

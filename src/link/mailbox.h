@@ -5,8 +5,24 @@
 #pragma once
 
 #include "text/text.h"
+#include "view/platform/storage.h"
+
+#include <optional>
 
 namespace modBluetooth {
+
+/// One "ipcout.txt".
+struct Delivery {
+    platform::FileStamp Stamp;
+    Text Lines; ///< its bytes, as text files are read, each line ended by CR LF
+    bool operator==(const Delivery&) const = default;
+};
+
+struct MailboxState {
+    /// What was taken and could not be deleted: it is left until it is another one. PollMailbox writes it.
+    std::optional<Delivery> Left;
+};
+inline MailboxState Mailbox;
 
 /// Sets MailboxPath by device type and the setting RFCOMM_Path.
 void SetMailboxPath();
@@ -14,7 +30,8 @@ void SetMailboxPath();
 /// Whether the server's mark is in the mailbox.
 bool MailboxServerRunning();
 
-/// Takes the lines of the server's file, unless the server is writing it, and deletes it.
+/// Takes the lines of the server's file, unless the server is writing it, and deletes it. One that can't be deleted is
+/// taken once. Its bytes are read as those of the line are: UTF-8, and Windows-1252 where they are none.
 void PollMailbox(const Text& fullName);
 
 } // namespace modBluetooth

@@ -194,16 +194,26 @@ std::int32_t FileLineCount(FileHandle& handle) {
     return handle.isDatabase ? DatabaseLineCount(handle) : TextLineCount(handle);
 }
 
+platform::FileStamp FileStampOf(const FileHandle& handle) {
+    if (!handle.valid || handle.isDatabase)
+        return {};
+    return Slots.SlotStream[static_cast<std::size_t>(handle.slot)]->Stamp();
+}
+
 bool DeleteFile(const Text& fullName) {
+    return RemoveFile(fullName) == platform::NoError;
+}
+
+platform::ErrorNumber RemoveFile(const Text& fullName) {
     FileHandle handle;
     OpenFile(handle, fullName, u"r", u"", u"");
     if (!handle.valid)
-        return false;
+        return handle.error;
     const FileHandle found = handle;
     CloseFile(handle);
     if (found.isDatabase)
-        return Device().recordDatabase.Delete(found.name);
-    return Device().fileSystem.DeleteFile(found.path + found.name) == platform::NoError;
+        return Device().recordDatabase.Delete(found.name) ? platform::NoError : platform::DeviceFailed;
+    return Device().fileSystem.DeleteFile(found.path + found.name);
 }
 
 } // namespace modFileSystem

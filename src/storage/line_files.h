@@ -79,7 +79,12 @@ bool InsertFileLine(FileHandle& handle, std::int32_t line, std::int32_t position
 
 std::int32_t FileLineCount(FileHandle& handle);
 
+/// Of an open text file; a line database has none.
+platform::FileStamp FileStampOf(const FileHandle& handle);
+
 /// Deletes a file that need not be open, under the naming rules of OpenFile.
 bool DeleteFile(const Text& fullName);
+/// The same, and why it could not be deleted.
+platform::ErrorNumber RemoveFile(const Text& fullName);
 
 } // namespace modFileSystem

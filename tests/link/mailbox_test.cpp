@@ -4,7 +4,10 @@
 #include "link/ports.h"
 #include "link/receive.h"
 #include "storage/settings.h"
+#include "tests/support/ordinary_user.h"
 #include "tests/support/program.h"
+
+#include <fstream>
 
 namespace modBluetooth {
 namespace {
@@ -102,6 +105,151 @@ TEST_F(Mailbox, BackLeavesTheRoadOpenForTheNextTime) {
     Deliver(Reading);
     Device.Tick(2000);
     EXPECT_TRUE(Waits()); // nobody wants it
+}
+
+// A delivery that stays.
+
+/// The server's folder is its own: what it has put there can't be deleted.
+class MailboxOfAnotherUser : public Mailbox {
+protected:
+    MailboxOfAnotherUser() {
+        namespace files = std::filesystem;
+        files::permissions(Device.Folder.Path(), files::perms(0755));
+        files::permissions(Device.Folder.Path() / "c", files::perms(0755));
+    }
+    void Pass(std::int64_t milliseconds) {
+        const OrdinaryUser user;
+        Device.Tick(milliseconds);
+    }
+    std::size_t Results() { return Device.Did.Tones.size(); }
+};
+
+TEST_F(MailboxOfAnotherUser, DeliversAFileThatCantBeDeletedOnceAndTellsItOnce) {
+    Deliver(Reading);
+    Pass(10000);
+    EXPECT_EQ(Moisture(), u"23.4 %");
+    EXPECT_EQ(Results(), 1U);
+    EXPECT_TRUE(Waits());
+    EXPECT_THAT(Device.Did.Boxes, testing::IsEmpty());
+    EXPECT_THAT(Device.Did.Warnings,
+                testing::ElementsAre(testing::Pair(
+                    u"mailbox", u"c:\\ipcout.txt can't be deleted: permission denied. It was taken once, and is not "
+                                u"looked at again until it has changed.")));
+}
+
+/// What makes another delivery of a file that is still there.
+struct Change {
+    const char* Name;
+    void (*Make)(const std::filesystem::path& file);
+};
+
+class ChangedDelivery : public MailboxOfAnotherUser, public testing::WithParamInterface<Change> {};
+
+TEST_P(ChangedDelivery, IsTaken) {
+    Deliver(Reading);
+    Pass(3000);
+    ASSERT_EQ(Results(), 1U);
+    GetParam().Make(Device.Folder.Path() / "c/ipcout.txt");
+    Device.WillAnswer(platform::BoxAnswer::Yes);
+    Pass(5000);
+    EXPECT_EQ(Results(), 2U);
+    EXPECT_THAT(Device.Did.Boxes, testing::SizeIs(1));
+}
+
+void WriteOver(const std::filesystem::path& file, const std::string& bytes) {
+    std::ofstream(file, std::ios::binary) << bytes;
+}
+
+/// The times that a file system of coarse ones would show.
+void PutBackTime(const std::filesystem::path& file, const std::function<void()>& act) {
+    const auto before = std::filesystem::last_write_time(file);
+    act();
+    std::filesystem::last_write_time(file, before);
+}
+
+std::string With(const std::string& value) {
+    return "[BLob]\n[RESULT_TYPE \"Moisture\"]\n[RESULT_VALUE \"" + value + "\"]\n[RESULT_UNIT \"%\"]\n[/BLob]\n";
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Changes, ChangedDelivery,
+    testing::Values(Change{"SameTextAnew", [](const auto& file) { WriteOver(file, Reading); }},
+                    Change{"OtherTextOfTheSameSize", [](const auto& file) { WriteOver(file, With("23.5")); }},
+                    Change{"OtherTextAtTheSameTime",
+                           [](const auto& file) { PutBackTime(file, [&] { WriteOver(file, With("23.5")); }); }},
+                    Change{"AnotherFileOfThatName",
+                           [](const auto& file) {
+                               const auto beside = file.parent_path() / "beside";
+                               WriteOver(beside, Reading);
+                               std::filesystem::last_write_time(beside, std::filesystem::last_write_time(file));
+                               std::filesystem::rename(beside, file);
+                           }}),
+    [](const auto& row) { return row.param.Name; });
+
+TEST_F(MailboxOfAnotherUser, IsForgottenOnceTheServerHasTakenItsFileAway) {
+    Deliver(Reading);
+    Pass(3000);
+    std::filesystem::remove(Device.Folder.Path() / "c/ipcout.txt");
+    Pass(1000);
+    EXPECT_EQ(Device.Platform.onlooker.notices.Worst(), nullptr);
+    Deliver(Reading);
+    Device.WillAnswer(platform::BoxAnswer::Yes);
+    Pass(3000);
+    EXPECT_EQ(Results(), 2U);
+}
+
+TEST_F(MailboxOfAnotherUser, TellsOfAFileThatCantBeRead) {
+    Deliver(Reading);
+    std::filesystem::permissions(Device.Folder.Path() / "c/ipcout.txt", std::filesystem::perms(0));
+    Pass(5000);
+    EXPECT_EQ(Moisture(), u"");
+    EXPECT_THAT(Device.Did.Warnings,
+                testing::ElementsAre(testing::Pair(
+                    u"mailbox", u"c:\\ipcout.txt can't be read: permission denied. Nothing of it has been taken.")));
+    std::filesystem::permissions(Device.Folder.Path() / "c/ipcout.txt", std::filesystem::perms(0644));
+    Device.Tick(2000);
+    EXPECT_EQ(Moisture(), u"23.4 %");
+    EXPECT_EQ(Device.Platform.onlooker.notices.Worst(), nullptr);
+}
+
+// What the bytes of a delivery are.
+
+struct Bytes {
+    const char* Name;
+    std::string Unit;
+    Text Shown;
+};
+
+class BytesOfADelivery : public Mailbox, public testing::WithParamInterface<Bytes> {};
+
+TEST_P(BytesOfADelivery, AreReadAsThoseOfTheLine) {
+    Deliver("[BLob]\n[RESULT_TYPE \"Moisture\"]\n[RESULT_VALUE \"21\"]\n[RESULT_UNIT \"" + GetParam().Unit +
+            "\"]\n[/BLob]\n");
+    Device.Tick(1500);
+    EXPECT_EQ(Moisture(), u"21 " + GetParam().Shown);
+    modQuorin::GoBack();
+    EXPECT_EQ(Device.Folder.Bytes("Quorin/qrn0001.txt"),
+              "Place|Moisture|Remark\n|" + modStringTools::ToBytes(u"21 " + GetParam().Shown) + "|\n");
+}
+
+INSTANTIATE_TEST_SUITE_P(Of, BytesOfADelivery,
+                         testing::Values(Bytes{"Utf8",
+                                               "\xC2\xB0"
+                                               "C",
+                                               u"\u00B0C"},
+                                         Bytes{"Windows1252",
+                                               "\xB0"
+                                               "C",
+                                               u"\u00B0C"},
+                                         Bytes{"BothInOneLine", "\xC2\xB5\xB5\x80", u"\u00B5\u00B5\u20AC"},
+                                         Bytes{"ACharacterBeyondTheFirstPlane", "\xF0\x9F\x98\x80\xB0",
+                                               u"\xD83D\xDE00\u00B0"}),
+                         [](const auto& row) { return row.param.Name; });
+
+TEST_F(Mailbox, ByteOrderMarkAtTheHeadIsNoText) {
+    Deliver("\xEF\xBB\xBF" + Reading);
+    Device.Tick(1500);
+    EXPECT_EQ(Moisture(), u"23.4 %");
 }
 
 } // namespace

@@ -3,9 +3,9 @@
 #include "platform/common/host_file_system.h"
 
 #include "full_disk.h"
-#include "ordinary_user.h"
 #include "platform/common/host_files.h"
 #include "temporary_root.h"
+#include "tests/support/ordinary_user.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

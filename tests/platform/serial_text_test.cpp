@@ -1,7 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "platform/common/serial_text.h"
 
+#include "text/windows_1252.h"
+
 #include <gtest/gtest.h>
+
+#include <random>
 
 using platform::common::SerialText;
 
@@ -76,6 +80,22 @@ TEST(SerialTextReset, ForgetsWhatWaits) {
     decoder.Reset();
     EXPECT_EQ(decoder.Pending(), 0U);
     EXPECT_EQ(decoder.Decode("\xAC"), u"¬");
+}
+
+/// A mailbox's file is read as a text file first: what it holds must come out as it does over the line.
+TEST(SerialTextAndTextFiles, ReadTheSameBytesAlike) {
+    std::mt19937 choose(20070305);
+    const std::string_view some("aZ\r\n\x80\x8D\x9F\xA0\xBF\xC1\xC2\xC3\xDF\xE0\xE2\xED\xEF\xF0\xF4\xF5\xFF", 21);
+    for (int i = 0; i < 20000; ++i) {
+        std::string bytes;
+        for (std::size_t length = choose() % 8; length > 0; --length)
+            bytes += some[choose() % some.size()];
+        bytes += '\n'; // so that no character is left open
+        SerialText decoder;
+        Text ofFile = modStringTools::FromBytes(bytes);
+        modStringTools::ReadRawBytesAsWindows1252(ofFile);
+        EXPECT_EQ(decoder.Decode(bytes), ofFile) << testing::PrintToString(bytes);
+    }
 }
 
 } // namespace

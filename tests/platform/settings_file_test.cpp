@@ -2,8 +2,8 @@
 #include "platform/common/settings_file.h"
 
 #include "full_disk.h"
-#include "ordinary_user.h"
 #include "temporary_root.h"
+#include "tests/support/ordinary_user.h"
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>

@@ -52,6 +52,7 @@ public:
     }
 
     std::int64_t Revision() const override { return Seen; }
+    FileStamp Stamp() const override { return {0, Size(), File->Changes, File->Changes}; }
 
     ErrorNumber WriteLine(const Text& line) override {
         std::string bytes = modStringTools::ToBytes(line);

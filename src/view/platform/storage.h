@@ -29,6 +29,15 @@ public:
     virtual Text NextFile() = 0;
 };
 
+/// Tells a file from the one that was there before, whatever its name. The numbers say nothing else.
+struct FileStamp {
+    std::uint64_t Identity = 0;
+    std::int64_t Size = 0;
+    std::int64_t Written = 0; ///< when its text was last written
+    std::int64_t Changed = 0; ///< when anything of it was, its rights or its name
+    bool operator==(const FileStamp&) const = default;
+};
+
 enum class Origin { Start = 0, End = 2 };
 
 /// An open text file: UTF-8, one line a stream line, read with LF or CR LF and written with LF. Bytes that are no UTF-8
@@ -50,6 +59,8 @@ public:
     /// Another number whenever the file was seen, at a Seek, to have been changed since the one before. A Seek to where
     /// the stream stands need not look at what another program has done in the last few milliseconds.
     virtual std::int64_t Revision() const = 0;
+    /// Of the file as it is now.
+    virtual FileStamp Stamp() const = 0;
     virtual ErrorNumber WriteLine(const Text& line) = 0;
     /// Writes lines that ReadLines has taken, here or from another stream, as a WriteLine of each would.
     virtual ErrorNumber WriteLines(std::string_view lines) = 0;
