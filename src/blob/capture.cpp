@@ -2,6 +2,7 @@
 #include "blob/capture.h"
 
 #include "blob/decoding.h"
+#include "blob/losses.h"
 #include "storage/keyed_tables.h"
 #include "view/display_state.h"
 #include "view/grids.h"
@@ -35,6 +36,7 @@ struct TakenResult {
     std::vector<Text> Types;
     std::vector<Text> Vars;
     Text ValueAndUnit;
+    bool HasValue = true;
 };
 
 struct Target {
@@ -99,8 +101,9 @@ bool AskToReplace(const Text& old, const Text& valueAndUnit) {
     return yes;
 }
 
-/// Puts the result into the cell, or into the text box that is open; any other input control loses it.
-void WriteValue(Target& target, const Text& valueAndUnit) {
+/// Puts the result into the cell, or into the text box that is open; any other input control loses it. False where the
+/// old value was kept.
+bool WriteValue(Target& target, const Text& valueAndUnit) {
     platform::OwnerDrawGrid& grid = Device().grdMain;
     const Text old = grid.Cell(target.Row, ValueColumn);
     if (AnyInputFieldVisible()) {
@@ -111,7 +114,9 @@ void WriteValue(Target& target, const Text& valueAndUnit) {
         grid.SetCell(target.Row, ValueColumn, valueAndUnit);
     } else {
         target.MatchedType.clear();
+        return false;
     }
+    return true;
 }
 
 /// The row that a variable goes to. A row tied to the result's type ends the search, and so beats every plain row in
@@ -131,14 +136,23 @@ std::optional<std::int32_t> FindVariableRow(const Text& name, const Text& matche
     return found;
 }
 
-void SpreadVariables(const std::vector<Text>& variables, const Text& matchedType) {
+void SpreadVariables(const std::vector<Text>& variables, const Text& matchedType, PutRows& put) {
     for (const Text& variable : variables) {
         const std::size_t equals = std::min(variable.find(u'='), variable.size());
         const auto row = FindVariableRow(variable.substr(0, equals), matchedType);
         if (row) {
             const Text value = variable.substr(std::min(equals + 1, variable.size()));
             Device().grdMain.SetCell(*row, ValueColumn, value);
+            put.Others.push_back(*row);
         }
+    }
+}
+
+void AddFormulaRows(PutRows& put) {
+    const std::vector<InfField>& fields = modQuorin::Inf.InfFields;
+    for (std::size_t i = 0; i < fields.size(); ++i) {
+        if (!fields[i].Formula.empty())
+            put.Others.push_back(static_cast<std::int32_t>(i));
     }
 }
 
@@ -146,8 +160,10 @@ void PutIntoRecord(const TakenResult& result) {
     Target target = FindTarget(result.Types);
     DivertToOpenEdit(target);
     std::int32_t soundCode = modAudio::SoundRefused;
+    PutRows put;
     if (target.Row >= 0) {
-        WriteValue(target, result.ValueAndUnit);
+        if (WriteValue(target, result.ValueAndUnit))
+            put.Value = AnyInputFieldVisible() ? modPDAUI::Input.EditRow : target.Row;
         if (!target.MatchedType.empty() && !AnyInputFieldVisible()) {
             Device().grdMain.SetRow(target.Row);
             Device().grdMain.SetTopRow(target.Row);
@@ -157,10 +173,15 @@ void PutIntoRecord(const TakenResult& result) {
             soundCode = modAudio::SoundTaken;
     }
     if (!target.MatchedType.empty())
-        SpreadVariables(result.Vars, target.MatchedType);
+        SpreadVariables(result.Vars, target.MatchedType, put);
     modAudio::PlaySound(soundCode);
-    if (soundCode == modAudio::SoundTaken)
+    if (soundCode == modAudio::SoundTaken) {
         FillFormulaFields();
+        AddFormulaRows(put);
+    }
+    TellWhatIsLost(put, result.ValueAndUnit);
+    if (put.Value >= 0 && !result.HasValue)
+        Device().onlooker.ReadingWithoutValue(FieldName(put.Value));
 }
 
 Text TwoDigits(std::int32_t number) {
@@ -184,7 +205,8 @@ Text FormulaValueAt(const platform::DateTime& now, const Text& formula, const Te
 } // namespace
 
 void CaptureResult() {
-    const TakenResult result{Decoder.ResultTypes, Decoder.ResultVars, Decoder.ResultValue + u" " + Decoder.ResultUnit};
+    const TakenResult result{Decoder.ResultTypes, Decoder.ResultVars, Decoder.ResultValue + u" " + Decoder.ResultUnit,
+                             !Decoder.ResultValue.empty()};
     const modQuorin::ScreenId screen = modQuorin::Screens.CurrentScreen;
     if (screen == modQuorin::ScrBluetoothDebug)
         ListOnLinkTrace(result);

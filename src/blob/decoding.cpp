@@ -223,6 +223,11 @@ bool NextResult() {
     return true;
 }
 
+bool ResultsWait() {
+    const auto end = Decoder.SlotTypes.begin() + Decoder.SlotCount;
+    return std::any_of(Decoder.SlotTypes.begin(), end, [](const Text& types) { return !types.empty(); });
+}
+
 void AddResultSlot() {
     if (Decoder.SlotCount > 0 && Decoder.SlotTypes[static_cast<std::size_t>(Decoder.SlotCount - 1)].empty())
         return;

@@ -35,6 +35,9 @@ bool DecodeBlob(TextView blob);
 /// Makes the next filled slot the current result. False when there is none left, which empties the slots.
 bool NextResult();
 
+/// Whether results wait in the slots: where one record of a burst was refused, those of the others do.
+bool ResultsWait();
+
 /// Makes sure that a free slot stands behind the filled ones.
 void AddResultSlot();
 

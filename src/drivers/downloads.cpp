@@ -97,8 +97,10 @@ void ShowDownloadList(const Text& driver) {
             names[i] = Downloads.DownloadFiles[i];
     }
     modPDAUI::ShowList(names);
-    if (!Downloads.DownloadFiles.empty())
+    if (!Downloads.DownloadFiles.empty()) {
         Selection.SelectedDownload = Downloads.DownloadFiles.front();
+        Selection.DownloadOwner = driver;
+    }
     modPDAUI::RepaintGrids(false);
 }
 

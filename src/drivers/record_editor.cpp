@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "drivers/record_editor.h"
 
+#include "link/receive.h"
 #include "storage/keyed_tables.h"
 #include "view/grids.h"
 #include "view/inf_fields.h"
@@ -25,7 +26,19 @@ constexpr std::int32_t ValueColumn = 1;
 /// How many fields both the record and the grid hold. A record with more fields than the table has columns keeps the
 /// ones that no row of the grid shows.
 std::int32_t SharedFields() {
-    return std::min(static_cast<std::int32_t>(Table.TableValues.size()), Device().grdMain.Rows());
+    return std::min(HeldFields(), Device().grdMain.Rows());
+}
+
+/// What stands in a row of the grid and is no field of the record's row in the file is not stored. The form goes on
+/// without a word.
+void TellWhatHasNoField() {
+    Text names;
+    for (std::int32_t row = SharedFields(); row < Device().grdMain.Rows(); ++row) {
+        if (!Device().grdMain.Cell(row, ValueColumn).empty())
+            names += (names.empty() ? u" " : u", ") + Device().grdMain.Cell(row, 0);
+    }
+    if (!names.empty())
+        Device().saveWatcher.NotSaved(Table.TableName, u"the record in the file has no field" + names);
 }
 
 void ShowPosition() {
@@ -121,11 +134,14 @@ void CollectRecordEdits() {
 }
 
 void SaveRecordFromGrid() {
-    if (!Table.TableFile.valid)
+    if (!Table.TableFile.valid) {
+        Device().saveWatcher.NotSaved(Table.TableName, u"the file could not be made");
         return;
+    }
     modPDAUI::ShowBusy(true);
     for (std::int32_t row = 0; row < SharedFields(); ++row)
         Table.TableValues[static_cast<std::size_t>(row)] = Device().grdMain.Cell(row, ValueColumn);
+    TellWhatHasNoField();
     SaveRow();
     modPDAUI::ShowBusy(false);
 }
@@ -147,6 +163,7 @@ void RecordCommand(const Text& command) {
         AddRow(-1); // a table of records is never left without one on screen
     ShowRecord();
     ShowPosition();
+    modBluetooth::TellWhatWaits();
 }
 
 void ShowRecordTitle(const Text& title) {

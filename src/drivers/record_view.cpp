@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "drivers/record_view.h"
 
+#include "drivers/downloads.h"
 #include "drivers/inf_tables.h"
 #include "drivers/record_editor.h"
+#include "drivers/selection.h"
 #include "link/receive.h"
 #include "storage/keyed_tables.h"
 #include "storage/settings.h"
@@ -12,6 +14,8 @@
 #include "view/navigation.h"
 #include "view/platform/platform.h"
 #include "view/status_strip.h"
+
+#include <algorithm>
 
 namespace modQuorin {
 
@@ -29,7 +33,8 @@ bool OpenInfTable(const Text& driver) {
     return Table.TableFile.valid;
 }
 
-void OpenOrCreateDownload(const Text& file, const Text& header) {
+/// What can be stored of the record. The form shows one that can't be as if it could.
+platform::RecordPlace OpenOrCreateDownload(const Text& file, const Text& header) {
     OpenTable(file, u"r", DataType, DataCreator);
     if (!Table.TableFile.valid || TableRowCount() < 0) { // without any line it is as good as missing
         CloseTable();
@@ -39,6 +44,14 @@ void OpenOrCreateDownload(const Text& file, const Text& header) {
         FirstRow();
     else
         AddRow(-1);
+    if (!Table.TableFile.valid)
+        return platform::RecordPlace::NoFile;
+    return TableRowCount() > 0 ? platform::RecordPlace::Stored : platform::RecordPlace::NoRecord;
+}
+
+bool IsListed(const Text& file) {
+    const std::vector<Text>& files = Downloads.DownloadFiles;
+    return std::find(files.begin(), files.end(), file) != files.end();
 }
 
 } // namespace
@@ -54,12 +67,20 @@ void OpenDownload(const Text& driver, Text& file) {
     const Text header = LoadInfFields();
     if (AnyFieldReceivesResults())
         modBluetooth::ArmLink();
+    platform::OpenedRecord opened;
+    opened.Driver = driver;
+    opened.Listed = IsListed(file);
+    opened.Owner = opened.Listed ? driver : Selection.DownloadOwner;
     file = GetDataPath(Paths.ApplicationName) + file;
-    OpenOrCreateDownload(file, header);
+    opened.Place = OpenOrCreateDownload(file, header);
+    opened.File = Table.TableName;
+    opened.Why = Table.TableFile.error;
     Screens.RecordReturnScreen = ScrDownloads;
     GotoScreen(ScrInfRecord);
     ShowRecordTitle(u"Download");
     modPDAUI::ShowBusy(false);
+    Device().onlooker.RecordOpened(opened);
+    modBluetooth::TellWhatWaits();
 }
 
 void ShowColumnChoices(const Text& driver) {

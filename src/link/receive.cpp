@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "link/receive.h"
 
+#include "blob/decoding.h"
 #include "blob/framing.h"
+#include "blob/tags.h"
 #include "link/mailbox.h"
 #include "link/ports.h"
 #include "view/platform/platform.h"
@@ -106,11 +108,19 @@ bool TakeCompleteLines() {
     const std::size_t end = TextView(received).substr(from).rfind(LineEnd);
     const bool found = end != TextView::npos;
     if (found) {
+        if (Receive.ReadyText.empty())
+            Receive.ReadySince = Device().clock.Now();
         Receive.ReadyText.append(received, 0, from + end + LineEnd.size());
         received.erase(0, from + end + LineEnd.size());
     }
     Receive.RxSearched = received.size();
     return found;
+}
+
+void TellWhatWaits() {
+    const bool wholeRecord = modBLob::HasTag(Receive.ReadyText, modBLob::EndTag);
+    if (wholeRecord || modBLob::ResultsWait())
+        Device().onlooker.ReadingWaits(Receive.ReadySince);
 }
 
 void ShowLinkStatus(bool linkOpen) {

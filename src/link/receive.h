@@ -3,6 +3,7 @@
 #pragma once
 
 #include "text/text.h"
+#include "view/platform/device.h"
 
 namespace modBluetooth {
 
@@ -16,6 +17,7 @@ struct ReceiveState {
     Text RxText;                            ///< received, not yet ended by CR LF
     std::size_t RxSearched = 0;             ///< so many characters at the head of RxText have no CR LF among them
     Text ReadyText;                         ///< complete lines that wait for decoding
+    platform::DateTime ReadySince;          ///< when the first of these lines came
     bool BlobEndSeen = false;               ///< ReadyText is ready for decoding
     float LastPollTime = 0;                 ///< seconds since midnight at the last full tick; 0 at start
 };
@@ -32,6 +34,9 @@ void HandleBlueTimer();
 
 /// Moves what RxText holds up to and including its last CR LF to ReadyText. False when there is no CR LF.
 bool TakeCompleteLines();
+
+/// Tells where a reading that has come is still waiting: it goes into the record that has just come on the screen.
+void TellWhatWaits();
 
 /// Writes the state of the link over the title of the screen.
 void ShowLinkStatus(bool linkOpen);

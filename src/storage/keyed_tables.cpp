@@ -147,6 +147,7 @@ Text* FieldOf(const Text& column) {
 
 void OpenTable(const Text& fullName, Text& mode, const Text& fileType, const Text& creator) {
     CloseTable();
+    Table.TableName = fullName.substr(fullName.rfind(u'\\') + 1);
     Table.TableRowTotal = NotCounted;
     Table.TableRowIndex = 0;
     if (mode == u"w")
@@ -189,6 +190,12 @@ void CloseTable() {
     Table.TableRowTotal = NotCounted;
     Table.TableColumns.clear();
     Table.TableValues.clear();
+}
+
+std::int32_t HeldFields() {
+    if (!Table.TableFile.valid || Table.TableRowIndex < 1 || Table.TableRowIndex > TableRowCount())
+        return 0;
+    return static_cast<std::int32_t>(std::min(Table.TableValues.size(), Table.TableColumns.size()));
 }
 
 std::int32_t TableRowCount() {

@@ -15,6 +15,7 @@ struct TableState {
     std::vector<Text> TableColumns; ///< column names from line 1
     std::vector<Text> TableValues;  ///< fields of the current row, as loaded or as set; the record screens write it too
     Text RowLine;                   ///< the line that is being split: nothing but room, kept from row to row
+    Text TableName;                 ///< bare name of the table that was asked for last, open or not
     std::int32_t TableRowIndex = 0; ///< number of the current row, from 1; 0 when closed
     std::int32_t TableRowTotal = 0; ///< number of rows; -1 not yet counted
     bool RecordDirty = false; ///< the current row differs from its file; the record screens and the capture set it
@@ -31,6 +32,10 @@ void OpenTable(const Text& fullName, const char16_t* mode, const Text& fileType,
 void CreateTable(const Text& fullName, const Text& headerLine, const char16_t* mode, const Text& fileType,
                  const Text& creator);
 void CloseTable(); ///< unsaved changes are dropped
+
+/// How many fields of the current row both the file and the header have: 0 where the file has no such row. What is set
+/// beyond them reaches no file.
+std::int32_t HeldFields();
 
 std::int32_t TableRowCount(); ///< rows, the header not counted; -1 for a file without even a header
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/qt/loss_box.h"
 
+#include "app/commands.h"
+#include "platform/qt/conversions.h"
 #include "storage/settings.h"
 #include "tests/qt/in_a_window.h"
 
@@ -54,6 +56,7 @@ TEST_F(BoxOfLosses, IsOneThatCountsTheReadingsWhileItStands) {
     Measure(); // the link goes on beneath it
     EXPECT_EQ(Box.Dialog(), box);
     EXPECT_EQ(box->text(), NotMade + QStringLiteral("\n\n1 reading is not stored."));
+    Device.WillDo([this] { Device.Platform.PressBoxButton(platform::BoxAnswer::Yes); }); // the form's own, upon it
     Measure();
     EXPECT_EQ(box->text(), NotMade + QStringLiteral("\n\n2 readings are not stored."));
     EXPECT_EQ(Form().findChildren<QMessageBox*>().size(), 1);

@@ -196,10 +196,6 @@ void Handheld::TonePlayed(std::int32_t hertz, std::int32_t milliseconds) {
     Events.push_back("tone " + std::to_string(hertz) + " " + std::to_string(milliseconds));
 }
 
-void Handheld::Warned(const Text& about, const Text& text) {
-    Events.push_back("warning " + modStringTools::ToBytes(about) + ": " + modStringTools::ToBytes(text));
-}
-
 void Handheld::NotSaved(const Text& file, const Text& why) {
     Events.push_back("not saved: " + modStringTools::ToBytes(file) + ", " + modStringTools::ToBytes(why));
 }

@@ -75,7 +75,7 @@ private:
 
     void BoxOpened(const Text& text, platform::BoxButtons buttons, platform::BoxIcon icon, const Text& title) override;
     void TonePlayed(std::int32_t hertz, std::int32_t milliseconds) override;
-    void Warned(const Text& about, const Text& text) override;
+    void Warned(const Text&, const Text&) override {} ///< the model is of the form, which knows nothing of it
     void NotSaved(const Text& file, const Text& why) override;
 
     std::function<void()> Step;
