@@ -251,10 +251,8 @@ TEST_F(WindowFaults, ADownloadThatCantBeMadeIsToldInABoxAndInRed) {
     ShowDownloads();
     std::filesystem::remove(Home.Path("root/Quorin/qrn0001.txt"));
     std::filesystem::create_directory(Home.Path("root/Quorin/qrn0001.txt"));
-    EXPECT_TRUE(Window->MenuOpens("F1"));
-    Screen->Press("o");
-    EXPECT_TRUE(Window->Asks());
-    EXPECT_TRUE(Eventually([&] { return Ink(Screen->Picture(), Window->Find(WarningRed)) > 0; }));
+    Window->Choose("F1", "o", [&] { return Window->IsAsking(); });
+    EXPECT_TRUE(Eventually([&] { return Shows(WarningRed); }));
     EXPECT_EQ(Window->Process().Errors(), "quorin: not saved: qrn0001.txt, the name is refused\n");
     Window->Answer("Return");
     EXPECT_FALSE(Window->Process().HasEnded());
