@@ -38,7 +38,7 @@ WindowWatch::Moment WindowWatch::Now() {
 void WindowWatch::Attach(platform::qt::QtPlatform& device) {
     Device = &device;
     device.loop.Listen(*this);
-    Box.emplace(device.window, [&device] { device.onlooker.losses.Seen(); });
+    Box.emplace(device.boxes, device.window, [&device] { device.onlooker.losses.Seen(); });
     device.window.WarningTapped = [this] {
         Device->onlooker.notices.Tapped();
         ShowWorst();

@@ -2,11 +2,9 @@
 #include "platform/qt/boxes.h"
 
 #include "platform/qt/conversions.h"
+#include "platform/qt/dialogue.h"
 
 #include <QAbstractButton>
-#include <QApplication>
-#include <QElapsedTimer>
-#include <QKeyEvent>
 #include <QPushButton>
 
 #include <algorithm>
@@ -48,36 +46,6 @@ QString Shortened(const QString& text) {
         lines = lines.mid(0, MostLines / 2) + QStringList(sign) + lines.mid(lines.size() - MostLines / 2);
     return lines.join(QLatin1Char('\n'));
 }
-
-/// A box that may have come up under a person's hands: keys come to nothing until they have rested for half a second.
-class Dialogue final : public QMessageBox {
-public:
-    Dialogue(QWidget* parent, bool underHands) : QMessageBox(parent) {
-        if (!underHands)
-            return;
-        Rest.start();
-        qApp->installEventFilter(this);
-    }
-
-protected:
-    bool eventFilter(QObject* object, QEvent* event) override {
-        constexpr qint64 Rested = 500; // milliseconds
-        const bool isKey = event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease ||
-                           event->type() == QEvent::ShortcutOverride;
-        const bool isMine = object->isWidgetType() && static_cast<QWidget*>(object)->window() == this;
-        if (!isKey || !isMine || !Rest.isValid())
-            return QMessageBox::eventFilter(object, event);
-        if (Rest.elapsed() >= Rested) {
-            Rest.invalidate();
-            return false;
-        }
-        Rest.start();
-        return true;
-    }
-
-private:
-    QElapsedTimer Rest;
-};
 
 } // namespace
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/qt/loss_box.h"
 
+#include "platform/qt/dialogue.h"
+
 namespace platform::qt {
 
 void LossBox::Say(const QString& text) {
@@ -9,9 +11,15 @@ void LossBox::Say(const QString& text) {
             Box->setText(text);
         return;
     }
-    Box = std::make_unique<QMessageBox>(QMessageBox::Warning, QStringLiteral("Quorin"), text, QMessageBox::Ok, &Window);
+    if (OfForm.Opening)
+        OfForm.Opening();
+    Box = std::make_unique<Dialogue>(&Window, OfForm.PersonIsTyping && OfForm.PersonIsTyping());
     Box->setObjectName(QStringLiteral("lossBox"));
+    Box->setWindowTitle(QStringLiteral("Quorin"));
     Box->setTextFormat(Qt::PlainText);
+    Box->setText(text);
+    Box->setIcon(QMessageBox::Warning);
+    Box->setStandardButtons(QMessageBox::Ok);
     Box->setWindowModality(Qt::ApplicationModal);
     QObject::connect(Box.get(), &QMessageBox::finished, [this] {
         IsOpen = false;

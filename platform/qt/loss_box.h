@@ -3,6 +3,8 @@
 // own.
 #pragma once
 
+#include "platform/qt/boxes.h"
+
 #include <QMessageBox>
 #include <QWidget>
 
@@ -13,7 +15,9 @@ namespace platform::qt {
 
 class LossBox {
 public:
-    LossBox(QWidget& window, std::function<void()> seen) : Window(window), Seen(std::move(seen)) {}
+    /// `boxes` are the form's: this one comes up as they do.
+    LossBox(QtBoxes& boxes, QWidget& window, std::function<void()> seen)
+        : OfForm(boxes), Window(window), Seen(std::move(seen)) {}
 
     /// Opens the box, or puts this text into the one that stands.
     void Say(const QString& text);
@@ -21,10 +25,11 @@ public:
     QMessageBox* Dialog() const { return IsOpen ? Box.get() : nullptr; }
 
 private:
+    QtBoxes& OfForm;
     QWidget& Window;
     std::function<void()> Seen;
     std::unique_ptr<QMessageBox>
-        Box; ///< one that was closed is in the middle of its own event, and stays until the next
+        Box; ///< one that was closed is in the middle of its own event: it stays until the next
     bool IsOpen = false;
 };
 

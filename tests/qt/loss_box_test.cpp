@@ -42,7 +42,7 @@ protected:
         Show();
     }
 
-    LossBox Box{Form(), [this] { Losses().Seen(); }};
+    LossBox Box{Device.Platform.boxes, Form(), [this] { Losses().Seen(); }};
 };
 
 const QString NotMade = QStringLiteral("qrn0001.txt could not be made: the name is refused. Readings are not stored.");
@@ -75,6 +75,21 @@ TEST_F(BoxOfLosses, ComesAgainWithTheNextReadingOnceAPersonHasClosedIt) {
               QStringLiteral("qrn0001.txt: the reading 1 % is not stored: the file could not be made.\n\n"
                              "1 reading is not stored."));
     Press(Qt::Key_Escape);
+}
+
+TEST_F(BoxOfLosses, WithdrawsAPressUnderWhichItComesUp) {
+    Box.Dialog()->button(QMessageBox::Ok)->click();
+    Settle();
+    Repaint();
+    Down(Grid(), Middle(0, 1));
+    Measure(); // the release goes to the box
+    ASSERT_NE(Box.Dialog(), nullptr);
+    Pass(2000);
+    Up(*Box.Dialog(), {1, 1});
+    Box.Dialog()->button(QMessageBox::Ok)->click();
+    Settle();
+    EXPECT_FALSE(Field().Visible());
+    EXPECT_FALSE(Device.Platform.tmrHoldEvent.Enabled());
 }
 
 } // namespace

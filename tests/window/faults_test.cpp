@@ -258,6 +258,16 @@ TEST_F(WindowFaults, ADownloadThatCantBeMadeIsToldInABoxAndInRed) {
     EXPECT_FALSE(Window->Process().HasEnded());
 }
 
+TEST_F(WindowFaults, ASignalEndsTheProgramAlsoWhereTheBoxOfLossesStands) {
+    Start();
+    ShowDownloads();
+    std::filesystem::remove(Home.Path("root/Quorin/qrn0001.txt"));
+    std::filesystem::create_directory(Home.Path("root/Quorin/qrn0001.txt"));
+    Window->Choose("F1", "o", [&] { return Window->IsAsking(); });
+    Window->Process().Signal(SIGTERM);
+    EXPECT_EQ(Window->Process().ExitStatus(), 0);
+}
+
 TEST_F(WindowFaults, ARunTimeFailureIsShownAndEndsWithOne) {
     Start();
     ShowDownloads();
