@@ -1,14 +1,16 @@
 // SPDX-License-Identifier: MIT
-// Pictures of the window as people see it, for the eye and for the README. They are compared loosely: their size, and
-// the colours where something must stand out.
+// Pictures of the window as people see it, for the eye and for the README. They are compared with those in pictures/,
+// as an eye does it. UPDATE_GOLDEN=1 writes these anew instead; each that has changed is then looked at.
 #include "app/commands.h"
 #include "apps/quorin/demo.h"
 #include "link/receive.h"
 #include "tests/qt/in_a_window.h"
+#include "tests/window/picture_comparison.h"
 #include "view/status_strip.h"
 
 #include <QApplication>
 #include <QDir>
+#include <QLocale>
 #include <QMenu>
 #include <QPainter>
 
@@ -20,6 +22,7 @@ namespace windowtest {
 namespace {
 
 constexpr const char* ScaleName = "QT_SCALE_FACTOR";
+constexpr const char* FontsName = "QUORIN_PICTURE_FONTS";
 const char* ThisProgram = "";
 
 const QColor TitleBlue(0, 0, 0xFF);
@@ -99,6 +102,12 @@ protected:
         QDir().mkpath(QStringLiteral(QUORIN_PICTURES));
         ASSERT_TRUE(picture.save(QStringLiteral(QUORIN_PICTURES "/%1.png").arg(QLatin1String(name)), "PNG", 0));
         EXPECT_EQ(picture.size(), Form().size() * Form().devicePixelRatio());
+        const QString stored = QStringLiteral(QUORIN_STORED_PICTURES "/%1.png").arg(QLatin1String(name));
+        if (qEnvironmentVariableIsSet("UPDATE_GOLDEN")) {
+            ASSERT_TRUE(picture.save(stored, "PNG", 0));
+        }
+        EXPECT_EQ(Difference(QImage(stored), picture), "")
+            << QUORIN_PICTURES "/" << name << ".png is not what " << stored.toStdString() << " shows";
     }
     /// The headline is blue over the whole width of the form.
     static void ExpectTitle(const QImage& picture) {
@@ -203,11 +212,14 @@ protected:
     PalmPictures() : Pictures(1, qApp->devicePixelRatio()) {}
 
     /// Qt takes the scale at its start: another run of this program.
-    static int RunAgainAtTwiceTheSize() {
+    static int RunAgainAtTwiceTheSize(const char* fonts) {
+        const auto* const self = testing::UnitTest::GetInstance()->current_test_info();
+        const std::string filter = std::string("--gtest_filter=PalmPictures.") + self->name();
         const auto child = ::fork();
         if (child == 0) {
             ::setenv(ScaleName, "2", 1);
-            ::execl(ThisProgram, ThisProgram, "--gtest_filter=PalmPictures.*", nullptr);
+            ::setenv(FontsName, fonts, 1);
+            ::execl(ThisProgram, ThisProgram, filter.c_str(), "--gtest_brief=1", nullptr);
             ::_exit(127);
         }
         int status = -1;
@@ -219,7 +231,7 @@ protected:
 /// A pixel of this device takes two on the screen.
 TEST_F(PalmPictures, OfARecord) {
     if (qApp->devicePixelRatio() < 2) {
-        EXPECT_EQ(RunAgainAtTwiceTheSize(), 0);
+        EXPECT_EQ(RunAgainAtTwiceTheSize("fonts"), 0);
         return;
     }
     OpenSample();
@@ -228,6 +240,17 @@ TEST_F(PalmPictures, OfARecord) {
     Keep(picture, "palm");
     EXPECT_EQ(Form().FormWidget().size(), QSize(160, 160));
     ExpectTitle(picture);
+}
+
+/// The next font stands in for the narrow one, as narrow.
+TEST_F(PalmPictures, OfARecordWhereTheNarrowFontIsMissing) {
+    if (qApp->devicePixelRatio() < 2) {
+        EXPECT_EQ(RunAgainAtTwiceTheSize("fonts-without-narrow"), 0);
+        return;
+    }
+    OpenSample();
+    FillRecord();
+    Keep(Grab(), "palm-without-narrow-font");
 }
 
 class SoftKeyPictures : public Pictures {
@@ -268,11 +291,17 @@ TEST_F(S60Pictures, OfARecord) {
 
 int main(int count, char** words) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
+    qunsetenv("QT_STYLE_OVERRIDE");
+    // What a picture is made of is the same on each machine: the fonts, the names of the months, a cursor that stands.
+    const QByteArray fonts = qgetenv(windowtest::FontsName);
+    qputenv("FONTCONFIG_FILE", QUORIN_STORED_PICTURES "/" + (fonts.isEmpty() ? "fonts" : fonts) + ".conf");
+    QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedKingdom));
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {}); // what this screen can't do
     windowtest::ThisProgram = words[0];
     testing::InitGoogleTest(&count, words);
     QApplication application(count, words);
     QApplication::setQuitOnLastWindowClosed(false);
+    QApplication::setCursorFlashTime(0);
     const char* const scale = std::getenv(windowtest::ScaleName);
     QFont font = QApplication::font(); // what is no part of the device has its usual size
     font.setPointSizeF(font.pointSizeF() / (scale != nullptr ? std::atof(scale) : 1));
