@@ -6,6 +6,7 @@
 #include "view/platform/platform.h"
 
 #include <algorithm>
+#include <optional>
 
 namespace modPDAUI {
 
@@ -66,14 +67,38 @@ bool IsCalendarDate(const CalendarDate& date) {
     return date.Day <= days;
 }
 
+/// A number of a date; a sign makes it none.
+std::optional<std::int32_t> PartOfDate(const Text& text) {
+    return text.find_first_of(u"+-") == Text::npos ? modStringTools::NumberFromText(text) : std::nullopt;
+}
+
+/// Two digits stand for the years from 1930 to 2029.
+std::optional<std::int32_t> YearOfDate(const Text& text) {
+    constexpr std::int32_t Century = 100, Pivot = 30;
+    const auto year = PartOfDate(text);
+    const auto blanks = std::count(text.begin(), text.end(), u' ');
+    if (!year || static_cast<std::ptrdiff_t>(text.size()) - blanks != 2)
+        return year;
+    return *year + (*year < Pivot ? 20 * Century : 19 * Century);
+}
+
+[[noreturn]] void FailOnDate(const Text& text) {
+    Text message = u"\"" + text + u"\" is no date of the form day/month/year";
+    // The properties of a driver are edited by the fields of the download that was open last.
+    if (Screens.PreviousScreen == modQuorin::ScrDriverProperties)
+        message += u": open a download of another driver first, whose first two fields are no dates";
+    else
+        message += u": mend it in the file of the table, with any editor";
+    platform::RuntimeFailure(message);
+}
+
 /// The date of a cell, "05/03/2007". The system has written it itself, so that anything else is a failure.
 CalendarDate DateFromText(const Text& text) {
-    const auto day = modStringTools::NumberFromText(ListItem(text, 1, u"/"));
-    const auto month = modStringTools::NumberFromText(ListItem(text, 2, u"/"));
-    const auto year = modStringTools::NumberFromText(ListItem(text, 3, u"/"));
-    const CalendarDate date{year.value_or(0), month.value_or(0), day.value_or(0)};
+    const CalendarDate date{YearOfDate(ListItem(text, 3, u"/")).value_or(0),
+                            PartOfDate(ListItem(text, 2, u"/")).value_or(0),
+                            PartOfDate(ListItem(text, 1, u"/")).value_or(0)};
     if (!IsCalendarDate(date) || !ListItem(text, 4, u"/").empty())
-        platform::RuntimeFailure(u"\"" + text + u"\" is no date of the form day/month/year");
+        FailOnDate(text);
     return date;
 }
 
@@ -119,6 +144,8 @@ void OpenDatePicker(const Text& value) {
     auto& field = Device().dteInputField;
     field.SetBounds(Device().grdMain.Bounds());
     field.SetDate(value.empty() ? Device().clock.Now().Date : DateFromText(value));
+    Prompt.DateText = value;
+    Prompt.DateShown = field.Date();
     field.SetVisible(true);
     field.SetFocus();
 }
@@ -149,12 +176,18 @@ void OpenField(std::int32_t kind, const Text& value, const Text& list, float lin
         OpenListField(value, list);
 }
 
+/// A date that nobody has changed is what it was read from, whatever form that has: "5/3/07" stays so.
+Text DateAnswer(const CalendarDate& date) {
+    const bool unchanged = !Prompt.DateText.empty() && date == Prompt.DateShown;
+    return unchanged ? Prompt.DateText : TextOfDate(date);
+}
+
 /// The answer of whichever field is on show.
 Text Answer() {
     auto& device = Device();
     Text answer;
     if (device.dteInputField.Visible())
-        answer = TextOfDate(device.dteInputField.Date());
+        answer = DateAnswer(device.dteInputField.Date());
     if (device.txtInputField.Visible())
         answer = device.txtInputField.Contents();
     if (device.cboInputField.Visible())

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "text/text.h"
+#include "view/platform/controls.h"
 
 #include <vector>
 
@@ -31,13 +32,16 @@ struct PromptState {
     bool PromptOpen = false;    ///< set up and not yet ended
     std::int32_t PromptRow = 0; ///< row of grdMain when it opened: a prompt that is not modal answers into it
     SavedGrid SavedTitle, SavedMain;
+    Text DateText;                    ///< what a PromptDate was opened on; empty for none
+    platform::CalendarDate DateShown; ///< what the picker showed then
 };
 inline PromptState Prompt;
 
 /// Opens the prompt. `list` holds the items of a PromptList, parted by ",". With `keepGrids` the saved grids are left
 /// as they are. With `modal` it waits, and `value` becomes the answer of the last prompt that was accepted, which after
 /// a cancel is an older one's. Without it the answer goes into column 1 of the current row when the prompt ends. A
-/// PromptDate whose value is neither empty nor day/month/year is a run-time failure.
+/// PromptDate whose value is neither empty nor day/month/year is a run-time failure; one that is left as it was read
+/// gives the text that it was read from.
 void InputPrompt(const Text& title, std::int32_t kind, Text& value, const Text& list, bool keepGrids, bool modal);
 
 /// Ends the prompt, with its answer taken or not.

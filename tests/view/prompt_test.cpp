@@ -137,7 +137,59 @@ TEST_P(NoDate, StopsTheProgram) {
 
 INSTANTIATE_TEST_SUITE_P(Texts, NoDate,
                          testing::Values(u"soon", u"05/03", u"30/02/2007", u"29/02/2007", u"00/01/2007", u"01/13/2007",
-                                         u"1/2/2007/4"));
+                                         u"1/2/2007/4", u"+5/03/2007", u"5/+3/2007", u"05/03/+2007", u"05/03/+7",
+                                         u"05/03/-7", u"-5/03/2007", u"05/03/0 7", u"05/03/"));
+
+/// What a person or another tool may have written, and the date that it is taken for.
+struct WrittenDate {
+    const char16_t* Written;
+    CalendarDate Date;
+};
+
+class DateOfACell : public Asking, public testing::WithParamInterface<WrittenDate> {
+protected:
+    Text AnswerAfter(const std::function<void()>& choice) {
+        Device.WillDo(choice);
+        Text value = GetParam().Written;
+        InputPrompt(u"Day", PromptDate, value, u"", false, true);
+        return value;
+    }
+};
+
+TEST_P(DateOfACell, IsReadAsThatDate) {
+    Ask(PromptDate, GetParam().Written);
+    EXPECT_EQ(Form.dteInputField.Date(), GetParam().Date);
+}
+
+TEST_P(DateOfACell, IsWrittenBackAsItWasWhereNothingWasChanged) {
+    EXPECT_EQ(AnswerAfter([] { MenuEvent(u"Ok"); }), GetParam().Written);
+}
+
+TEST_P(DateOfACell, IsWrittenInFullWhereItWasChanged) {
+    EXPECT_EQ(AnswerAfter([this] {
+                  Form.dteInputField.SetDate({2031, 2, 1});
+                  frmQuorin::dteInputField_Closed();
+              }),
+              u"01/02/2031");
+}
+
+INSTANTIATE_TEST_SUITE_P(Dates, DateOfACell,
+                         testing::Values(WrittenDate{u"05/03/2007", {2007, 3, 5}},
+                                         WrittenDate{u"05/03/07", {2007, 3, 5}}, WrittenDate{u"1/1/30", {1930, 1, 1}},
+                                         WrittenDate{u"31/12/29", {2029, 12, 31}}, WrittenDate{u"1/2/00", {2000, 2, 1}},
+                                         WrittenDate{u"1/2/99", {1999, 2, 1}}, WrittenDate{u"29/2/04", {2004, 2, 29}},
+                                         WrittenDate{u"5/3/7", {7, 3, 5}}, WrittenDate{u" 5 / 3 / 07 ", {2007, 3, 5}},
+                                         WrittenDate{u"5/3/0007", {7, 3, 5}}));
+
+/// An empty field has no text to be left as it was.
+TEST_F(Asking, ForADateWithoutOneGivesTodayToo) {
+    Ask(PromptDate, u"1/2/03");
+    EndInput(false);
+    Device.WillDo([] { MenuEvent(u"Ok"); });
+    Text value;
+    InputPrompt(u"Day", PromptDate, value, u"", false, true);
+    EXPECT_EQ(value, u"05/03/2007");
+}
 
 struct Items {
     const char16_t* List;
