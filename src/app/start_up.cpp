@@ -9,6 +9,7 @@
 #include "drivers/downloads.h"
 #include "drivers/registry.h"
 #include "drivers/selection.h"
+#include "drivers/unsaved_record.h"
 #include "link/mailbox.h"
 #include "link/ports.h"
 #include "link/receive.h"
@@ -99,6 +100,8 @@ void CopyFontToTitle() {
 } // namespace
 
 void ResetModules() {
+    platform::BeforeFailure = nullptr;
+    Rescue = {};
     modFileSystem::Storage = {};
     modFileSystem::ResetSlots();
     modFileSystem::Table = {};
@@ -146,6 +149,7 @@ void InitApplication() {
     Screens.PreviousScreen = 0;
     Screens.CurrentScreen = ScrMain;
     Inf = {};
+    platform::BeforeFailure = RescueRecord;
     LoadFontSize();
     ShowScreen(Screens.CurrentScreen);
 }

@@ -146,6 +146,7 @@ Text* FieldOf(const Text& column) {
 } // namespace
 
 void OpenTable(const Text& fullName, Text& mode, const Text& fileType, const Text& creator) {
+    const StorageStep step;
     CloseTable();
     Table.TableName = fullName.substr(fullName.rfind(u'\\') + 1);
     Table.TableRowTotal = NotCounted;
@@ -174,6 +175,7 @@ void OpenTable(const Text& fullName, const char16_t* mode, const Text& fileType,
 
 void CreateTable(const Text& fullName, const Text& headerLine, const char16_t* mode, const Text& fileType,
                  const Text& creator) {
+    const StorageStep step;
     OpenFile(Table.TableFile, fullName, u"w", fileType, creator);
     if (!Table.TableFile.valid)
         return;
@@ -183,6 +185,7 @@ void CreateTable(const Text& fullName, const Text& headerLine, const char16_t* m
 }
 
 void CloseTable() {
+    const StorageStep step;
     if (!Table.TableFile.valid)
         return;
     CloseFile(Table.TableFile);
@@ -207,6 +210,7 @@ std::int32_t TableRowCount() {
 }
 
 void FirstRow() {
+    const StorageStep step;
     ClearRow();
     if (Table.TableFile.valid && SeekFileLine(Table.TableFile, FirstRowLine) == FirstRowLine)
         LoadRow();
@@ -218,6 +222,7 @@ void LastRow() {
 }
 
 void NextRow() {
+    const StorageStep step;
     if (Table.TableRowIndex < TableRowCount() && Table.TableFile.valid)
         LoadRow(); // it leaves no old value, so that none has to be cleared
 }
@@ -228,12 +233,14 @@ void PreviousRow() {
 }
 
 void GotoRow(std::int32_t row) {
+    const StorageStep step;
     ClearRow();
     if (Table.TableFile.valid && SeekFileLine(Table.TableFile, row + 1) == row + 1)
         LoadRow();
 }
 
 bool FindRow(const Text& selection) {
+    const StorageStep step;
     const std::size_t equals = selection.find(u'=');
     if (!Table.TableFile.valid || equals == Text::npos)
         return false;
@@ -256,17 +263,20 @@ Text NameSelection(const Text& value) {
 }
 
 Text GetField(const Text& column) {
+    const StorageStep step;
     const Text* field = FieldOf(column);
     return field != nullptr ? *field : Text();
 }
 
 void SetField(const Text& column, const Text& value) {
+    const StorageStep step;
     Table.RecordDirty = true;
     if (Text* field = FieldOf(column))
         *field = value;
 }
 
 void SaveRow() {
+    const StorageStep step;
     if (!WriteTableRow(Table.TableFile, Table.TableRowIndex + 1))
         TellNotSaved();
     GotoRow(Table.TableRowIndex); // a rewrite has moved the file's position
@@ -274,6 +284,7 @@ void SaveRow() {
 }
 
 bool AddRow(std::int32_t row) {
+    const StorageStep step;
     if (!Table.TableFile.valid)
         return false;
     const Text blank = BlankRow();
@@ -291,6 +302,7 @@ bool AddRow(std::int32_t row) {
 }
 
 void DeleteRow() {
+    const StorageStep step;
     if (!Table.TableFile.valid)
         return;
     const std::int32_t row = Table.TableRowIndex;

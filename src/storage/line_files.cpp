@@ -81,6 +81,7 @@ void FailOnFile(const char16_t* what, const FileHandle& handle, platform::ErrorN
 }
 
 void OpenFile(FileHandle& handle, const Text& fullName, const Text& mode, const Text& fileType, const Text& creator) {
+    const StorageStep step;
     const std::int16_t slot = PickSlot(fileType, creator);
     if (slot == NoSlot)
         return;
@@ -116,6 +117,7 @@ void ResetSlots() {
 }
 
 void CloseFile(FileHandle& handle) {
+    const StorageStep step;
     if (handle.valid) {
         if (handle.isDatabase)
             CloseDatabaseLines(handle);
@@ -135,6 +137,7 @@ void ResetFileHandle(FileHandle& handle) {
 }
 
 std::int32_t WriteFileLine(FileHandle& handle, const Text& text) {
+    const StorageStep step;
     if (!handle.valid)
         return 0;
     if (!handle.isDatabase)
@@ -145,6 +148,7 @@ std::int32_t WriteFileLine(FileHandle& handle, const Text& text) {
 }
 
 std::int32_t SeekFileLine(FileHandle& handle, std::int32_t line) {
+    const StorageStep step;
     if (line < 1 || !handle.valid)
         return 0;
     return handle.isDatabase ? SeekDatabaseLine(handle, line) : SeekTextLine(handle, line);
@@ -157,6 +161,7 @@ Text ReadFileLine(FileHandle& handle, std::int32_t& line) {
 }
 
 void ReadFileLine(FileHandle& handle, std::int32_t& line, Text& text) {
+    const StorageStep step;
     text.clear();
     if (line == -1)
         line = handle.nextLine;
@@ -169,6 +174,7 @@ void ReadFileLine(FileHandle& handle, std::int32_t& line, Text& text) {
 }
 
 bool ChangeFileLine(FileHandle& handle, std::int32_t line, const Text& text) {
+    const StorageStep step;
     if (!ReachLine(handle, line))
         return false;
     return handle.isDatabase ? ChangeDatabaseLine(handle, line, text)
@@ -176,12 +182,14 @@ bool ChangeFileLine(FileHandle& handle, std::int32_t line, const Text& text) {
 }
 
 bool DeleteFileLine(FileHandle& handle, std::int32_t line) {
+    const StorageStep step;
     if (!ReachLine(handle, line))
         return false;
     return handle.isDatabase ? DeleteDatabaseLine(handle, line) : RewriteTextLines(handle, line, Edit::Remove, u"");
 }
 
 bool InsertFileLine(FileHandle& handle, std::int32_t line, std::int32_t position, const Text& text) {
+    const StorageStep step;
     if (!ReachLine(handle, line))
         return false;
     return handle.isDatabase ? InsertDatabaseLine(handle, line, position, text)
@@ -189,6 +197,7 @@ bool InsertFileLine(FileHandle& handle, std::int32_t line, std::int32_t position
 }
 
 std::int32_t FileLineCount(FileHandle& handle) {
+    const StorageStep step;
     if (!handle.valid)
         return 0;
     return handle.isDatabase ? DatabaseLineCount(handle) : TextLineCount(handle);
@@ -205,6 +214,7 @@ bool DeleteFile(const Text& fullName) {
 }
 
 platform::ErrorNumber RemoveFile(const Text& fullName) {
+    const StorageStep step;
     FileHandle handle;
     OpenFile(handle, fullName, u"r", u"", u"");
     if (!handle.valid)

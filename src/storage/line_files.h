@@ -46,8 +46,18 @@ struct SlotTables {
     std::array<LineMark, SlotCount> SlotMark; ///< a line of the slot's text file; the first one when nothing is known
     FileHandle TempFile;                      ///< the one scratch file
     Text RewrittenFile;                       ///< full name of the file that the scratch file is for; a rewrite sets it
+    std::int32_t Running = 0; ///< operations of files and tables that have begun and not come back; StorageStep counts
 };
 inline SlotTables Slots;
+
+/// Stands at the head of each operation. A program that must stop within one does not begin another: the table may be
+/// at any row, and the file between two steps.
+struct StorageStep {
+    StorageStep() { ++Slots.Running; }
+    ~StorageStep() { --Slots.Running; }
+    StorageStep(const StorageStep&) = delete;
+    StorageStep& operator=(const StorageStep&) = delete;
+};
 
 /// Closes what is open and forgets all that was known of it, as at program start.
 void ResetSlots();

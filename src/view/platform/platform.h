@@ -62,6 +62,10 @@ void Install(Platform* platform);
 /// The back-end in place.
 Platform& Device();
 
+/// Runs once the program is known to stop, before that is told: what is not on disk yet can be saved. The application
+/// sets it at its start. Where it fails itself, both messages are told.
+inline void (*BeforeFailure)() = nullptr;
+
 /// Stops the program: the run-time's failure of the back-end in place.
 [[noreturn]] void RuntimeFailure(const Text& text);
 
