@@ -6,6 +6,8 @@
 #include "view/platform/platform.h"
 #include "view/questions.h"
 
+#include <optional>
+
 namespace modBluetooth {
 
 using platform::Device;
@@ -59,12 +61,17 @@ bool OpenConnection() {
     return true;
 }
 
-std::int32_t PortNumber(const Text& name) {
-    const Text digits = BeginsWithCom(name) ? name.substr(ComPrefix.size()) : name;
-    const auto number = modStringTools::NumberFromText(digits);
-    if (!number)
-        platform::RuntimeFailure(u"The port \"" + name + u"\" is no number (setting ComPort)");
-    return *number;
+Text StoredPort() {
+    return modQuorin::GetSetting(u"ComPort", Off);
+}
+
+bool IsNamed(const Text& port) {
+    return port == Server || (Device().myCsys.DeviceType() == 9 && !BeginsWithCom(port));
+}
+
+/// The number of a serial port. An empty setting stands for the first port of the list, "OFF", which has none either.
+std::optional<std::int32_t> PortNumber(const Text& port) {
+    return modStringTools::NumberFromText(BeginsWithCom(port) ? port.substr(ComPrefix.size()) : port);
 }
 
 bool OpenSerialPort(std::int32_t number) {
@@ -102,21 +109,28 @@ void ListPorts() {
 }
 
 bool OpenLink() {
-    Text name = modQuorin::GetSetting(u"ComPort", Off);
-    if (name == Off)
+    const Text port = StoredPort();
+    if (port == Off)
         return false;
-    const bool named = Device().myCsys.DeviceType() == 9 && !BeginsWithCom(name);
-    if (name == Server || named) {
-        Ports.LinkPortName = name;
+    if (IsNamed(port)) {
+        Ports.LinkPortName = port;
         Ports.LinkOpen = OpenNamedLink();
         return Ports.LinkOpen;
     }
-    if (name.empty()) {
-        ListPorts();
-        name = Ports.PortList.front();
-    }
-    Ports.LinkOpen = OpenSerialPort(PortNumber(name));
+    const auto number = PortNumber(port);
+    if (!number)
+        platform::RuntimeFailure(PortFailure());
+    Ports.LinkOpen = OpenSerialPort(*number);
     return Ports.LinkOpen;
+}
+
+Text PortFailure() {
+    const Text port = StoredPort();
+    if (port == Off || IsNamed(port) || PortNumber(port))
+        return {};
+    const Text what = port.empty() ? Text(u"The setting ComPort is empty")
+                                   : u"The setting ComPort holds \"" + port + u"\", which is no number of a port";
+    return what + u": choose a port under Preferences, Bluetooth Serial Setup...";
 }
 
 bool OpenNamedLink() {

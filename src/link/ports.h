@@ -30,6 +30,9 @@ void ListPorts();
 /// run-time failure.
 bool OpenLink();
 
+/// Why a try to open what ComPort holds is a run-time failure, with what to do about it; empty where it is none.
+Text PortFailure();
+
 /// Opens the road named by LinkPortName: the mailbox of a running server, or a connection. A failure is told once for
 /// each name.
 bool OpenNamedLink();

@@ -257,9 +257,12 @@ TEST_P(PortOfNonsense, StopsTheProgramWithAClearMessageOnceTheLinkIsWanted) {
     support::TestDevice device(Options());
     device.Platform.StartProgram();
     MenuEvent(u"Bluetooth Debug...");
-    const Text name = GetParam().Value.empty() ? u"OFF" : GetParam().Value; // the first of the list stands in
-    EXPECT_EQ(support::FailureOf([&device] { device.Tick(500); }),
-              u"The port \"" + name + u"\" is no number (setting ComPort)");
+    const Text what =
+        GetParam().Value.empty() ? u"is empty" : u"holds \"" + GetParam().Value + u"\", which is no number of a port";
+    const Text failure = support::FailureOf([&device] { device.Tick(500); });
+    EXPECT_EQ(failure,
+              u"The setting ComPort " + what + u": choose a port under Preferences, Bluetooth Serial Setup...");
+    EXPECT_EQ(modBluetooth::PortFailure(), failure);
     EXPECT_FALSE(device.Platform.serial.PortOpen());
     EXPECT_EQ(Stored(), With("ComPort", GetParam().Written));
 }
@@ -270,6 +273,8 @@ INSTANTIATE_TEST_SUITE_P(NearMisses, PortOfNonsense,
                                          Nonsense{"a letter for the number", "Comx", u"Comx"},
                                          Nonsense{"the prefix twice", "ComCom1", u"ComCom1"},
                                          Nonsense{"off in small letters", "off", u"off"},
+                                         Nonsense{"a colon behind", "Com1:", u"Com1:"}, Nonsense{"nothing", "", u""},
+                                         Nonsense{"a path", "/dev/ttyUSB0", u"/dev/ttyUSB0"},
                                          Nonsense{"the server in small letters", "server", u"server"},
                                          Nonsense{"a number above 32 bits", "2147483648", u"2147483648"},
                                          Nonsense{"a NUL in the number", "Com1%00", Text(u"Com1\0", 5)}));
@@ -282,6 +287,7 @@ TEST_P(PortThatIsANumberAllTheSame, IsOpened) {
     MenuEvent(u"Bluetooth Debug...");
     device.Tick(500);
     EXPECT_TRUE(Ports.LinkOpen);
+    EXPECT_EQ(modBluetooth::PortFailure(), u"");
     EXPECT_EQ(device.Title().Cell(0, 0), u"Bluetooth :-)");
 }
 
