@@ -91,6 +91,8 @@ Error RunCommand(Session& session, const std::string& rest) {
         return "is no proper JSON string";
     Error error = FormRefusal(session.Device());
     if (error.empty())
+        error = modStringTools::ToBytes(modQuorin::CommandRefusal(*text));
+    if (error.empty())
         modQuorin::MenuEvent(*text);
     return error;
 }

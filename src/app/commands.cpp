@@ -47,7 +47,10 @@ struct Command {
     const char16_t* Name;   ///< in upper case
     const ScreenId* Screen; ///< nothing: on any screen
     void (*Run)();
+    bool OnRecords = false; ///< acts on the record on the screen
 };
+
+constexpr bool OnRecords = true;
 
 // clang-format off: a row a command, the first that fits runs
 const Command Commands[] = {
@@ -75,13 +78,13 @@ const Command Commands[] = {
     {u"OK", &ScrInput, [] { modPDAUI::EndInput(false); }},
     {u"OPEN", &ScrDownloads, [] { OpenDownload(Selection.SelectedDriver, Selection.SelectedDownload); }},
     {u"BLUETOOTH SERIAL SETUP...", nullptr, [] { GotoList(u"COMMPORT"); }},
-    {u"NEXT RECORD", nullptr, [] { RecordCommand(u"NEXT"); }},
-    {u"PREVIOUS RECORD", nullptr, [] { RecordCommand(u"PREV"); }},
-    {u"FIRST RECORD", nullptr, [] { RecordCommand(u"FIRST"); }},
-    {u"LAST RECORD", nullptr, [] { RecordCommand(u"LAST"); }},
-    {u"NEW RECORD", nullptr, [] { RecordCommand(u"NEW"); }},
-    {u"INSERT RECORD", nullptr, [] { RecordCommand(u"INSERT"); }},
-    {u"DELETE RECORD", nullptr, [] { RecordCommand(u"DELETE"); }},
+    {u"NEXT RECORD", nullptr, [] { RecordCommand(u"NEXT"); }, OnRecords},
+    {u"PREVIOUS RECORD", nullptr, [] { RecordCommand(u"PREV"); }, OnRecords},
+    {u"FIRST RECORD", nullptr, [] { RecordCommand(u"FIRST"); }, OnRecords},
+    {u"LAST RECORD", nullptr, [] { RecordCommand(u"LAST"); }, OnRecords},
+    {u"NEW RECORD", nullptr, [] { RecordCommand(u"NEW"); }, OnRecords},
+    {u"INSERT RECORD", nullptr, [] { RecordCommand(u"INSERT"); }, OnRecords},
+    {u"DELETE RECORD", nullptr, [] { RecordCommand(u"DELETE"); }, OnRecords},
     {u"NEW", &ScrInstalledDrivers, NewDriver},
     {u"NEW", &ScrDownloads, [] { NewDownload(Selection.SelectedDriver); }},
     {u"DELETE", &ScrInstalledDrivers, [] { DeleteDriver(Selection.SelectedDriver); }},
@@ -93,6 +96,11 @@ const Command Commands[] = {
     {u"INSTALL...", nullptr, InstallDriver},
 };
 // clang-format on
+
+bool HasPlace(const Command& command) {
+    const bool onItsScreen = command.Screen == nullptr || *command.Screen == Screens.CurrentScreen;
+    return onItsScreen && (!command.OnRecords || IsRecordScreen(Screens.CurrentScreen));
+}
 
 } // namespace
 
@@ -110,6 +118,21 @@ void MenuEvent(const Text& text) {
     }
     if (!known)
         modPDAUI::Tell(u"MenuEvent: ERROR Menu does not exist: " + text);
+}
+
+Text CommandRefusal(const Text& text) {
+    const Text name = modStringTools::UpperCase(text);
+    if (Screens.CurrentScreen == ScrInput && name != u"OK" && name != u"BACK")
+        return u"a prompt waits, for Ok or Back";
+    bool known = false;
+    for (const Command& command : Commands) {
+        if (name != command.Name)
+            continue;
+        if (HasPlace(command))
+            return {};
+        known = true;
+    }
+    return known ? u"has no place on this screen" : u"";
 }
 
 void MenuClick(std::int32_t menu, std::int32_t index) {

@@ -10,6 +10,11 @@ namespace modQuorin {
 /// screen is not the current one does nothing.
 void MenuEvent(const Text& text);
 
+/// Why a command has no place on the screen that is on show, for a tool that gives commands which no menu of the screen
+/// offers; empty where it has one, and for an unknown one, which MenuEvent tells. While a prompt waits, Ok and Back
+/// alone have one: another would take the grids from under it.
+Text CommandRefusal(const Text& text);
+
 /// A click on entry `index` (0 the caption, 1 to 5 the items) of soft menu 1 or, for any other number, 2. An index
 /// outside is a run-time failure.
 void MenuClick(std::int32_t menu, std::int32_t index);

@@ -46,6 +46,38 @@ INSTANTIATE_TEST_SUITE_P(Table, CommandThatMoves,
                                          Move{u"Show/Hide Columns...", &ScrColumns, nullptr},
                                          Move{u"Add Driver...", &ScrAddDriver, nullptr}));
 
+/// For who gives commands that no menu offers: a record command would write the screen's cells over a record.
+TEST_F(Command, OfRecordsHasNoPlaceOffTheRecordScreens) {
+    for (const char16_t* const record : {u"Next Record", u"PREVIOUS RECORD", u"First Record", u"Last Record",
+                                         u"new record", u"Insert Record", u"Delete Record"}) {
+        for (const ScreenId screen : {ScrMain, ScrDrivers, ScrDownloads, ScrColumns, ScrInput}) {
+            Screens.CurrentScreen = screen;
+            EXPECT_NE(CommandRefusal(record), u"");
+        }
+        for (const ScreenId screen : {ScrInfRecord, ScrDriverProperties}) {
+            Screens.CurrentScreen = screen;
+            EXPECT_EQ(CommandRefusal(record), u"");
+        }
+    }
+}
+
+TEST_F(Command, HasAPlaceOnItsScreenAlone) {
+    Screens.CurrentScreen = ScrDownloads;
+    for (const char16_t* const text : {u"Open", u"rename", u"New", u"Delete", u"Back", u"Zoom", u"Preferences..."})
+        EXPECT_EQ(CommandRefusal(text), u"");
+    for (const char16_t* const text : {u"Ok", u"Save", u"Edit"})
+        EXPECT_EQ(CommandRefusal(text), u"has no place on this screen");
+    EXPECT_EQ(CommandRefusal(u"Nonsense"), u""); // which MenuEvent tells
+}
+
+TEST_F(Command, ButForOkAndBackHasNoPlaceWhileAPromptWaits) {
+    Screens.CurrentScreen = ScrInput;
+    EXPECT_EQ(CommandRefusal(u"ok"), u"");
+    EXPECT_EQ(CommandRefusal(u"BACK"), u"");
+    for (const char16_t* const text : {u"Zoom", u"Start...", u"Enter Custom Serial ID...", u"Open", u"Nonsense", u""})
+        EXPECT_EQ(CommandRefusal(text), u"a prompt waits, for Ok or Back");
+}
+
 /// A command of one screen: on any other one it does nothing, and says nothing.
 
 class CommandOfOneScreen : public Command, public testing::WithParamInterface<const char16_t*> {};

@@ -173,7 +173,12 @@ INSTANTIATE_TEST_SUITE_P(
                 {"tap 0", "hold 0", "menu 1 1", "title 1", "choose Edit", "choose Back", "key 27", "key 120", "type x",
                  "set x", "pick 2007-03-06", "close", "answer ok"}},
         Failure{OnPreferences, {"receive x", "serial drop"}}, Failure{{}, {"jump 100"}, {"--clock", "real"}},
-        Failure{OverTheQuestion, {"command Back"}}, Failure{{}, {"close now", "show me", "background 1"}},
+        Failure{OverTheQuestion, {"command Back"}},
+        Failure{{}, {"command Next Record", "command delete record", "command Ok", "command Open", "command Save"}},
+        Failure{OverThePrompt,
+                {"command New Record", "command Zoom", "command Enter Custom Serial ID...", "command x"}},
+        Failure{OverTheDate, {"command Next Record", "command Preferences..."}},
+        Failure{{}, {"close now", "show me", "background 1"}},
         Failure{{}, {"nonsense", "Tap 0", "TICK 5", "choose... x", "{}", "\"tap\" 0"}}));
 // clang-format on
 
