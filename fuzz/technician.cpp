@@ -34,6 +34,7 @@ platform::headless::DeviceOptions OnPlace(const Place& place, std::int32_t devic
 } // namespace
 
 Technician::Technician(const Place& place, std::int32_t deviceType) : Device(OnPlace(place, deviceType), *this, *this) {
+    Device.runTime.Rest = [](std::int32_t) {}; // there is nobody else to wait for
     platform::Install(&Device.record);
     modQuorin::ResetModules();
 }

@@ -7,7 +7,10 @@
 #include "view/platform/controls.h"
 #include "view/platform/run_time.h"
 
+#include <chrono>
+#include <functional>
 #include <optional>
+#include <thread>
 #include <vector>
 
 namespace platform::device {
@@ -134,6 +137,11 @@ class LoopRunTime final : public RunTime {
 public:
     explicit LoopRunTime(EventLoop& loop) : Loop(loop) {}
     void DoEvents() override { Loop.HandleDue(); }
+    void Pause(std::int32_t milliseconds) override { Rest(milliseconds); }
+    /// Sleeps so long. A back-end that paints by itself does that meanwhile.
+    std::function<void(std::int32_t milliseconds)> Rest = [](std::int32_t milliseconds) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
+    };
     void WaitEvents() override { Loop.WaitNested(); }
     [[noreturn]] void EndProgram() override;
     [[noreturn]] void RuntimeFailure(const Text& text) override;

@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <thread>
 #include <utility>
 
 namespace platform::qt {
@@ -53,6 +54,15 @@ void QtPump::Working() {
         WorkShown(true);
     WorkIsShown = true;
     Breathe();
+}
+
+void QtPump::Rest(std::int32_t milliseconds) {
+    constexpr auto BetweenLooks = std::chrono::milliseconds(20);
+    const Moment end = std::chrono::steady_clock::now() + std::chrono::milliseconds(milliseconds);
+    while (std::chrono::steady_clock::now() < end) {
+        Working();
+        std::this_thread::sleep_for(BetweenLooks);
+    }
 }
 
 void QtPump::Watch(const std::vector<int>& descriptors) {

@@ -41,6 +41,8 @@ public:
     /// WorkShown, and the window breathes.
     void Working();
     std::function<void(bool)> WorkShown;
+    /// Lets time pass in the middle of an operation.
+    void Rest(std::int32_t milliseconds);
 
 private:
     using Moment = std::chrono::steady_clock::time_point;

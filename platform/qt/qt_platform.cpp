@@ -118,6 +118,7 @@ void QtPlatform::WireWindow() {
         menus.FollowIfChanged(); // which are off under the strip
     };
     faults.Working = [this] { PumpOfQt.Working(); };
+    runTime.Rest = [this](std::int32_t milliseconds) { PumpOfQt.Rest(milliseconds); };
     fonts.Working = [this] { PumpOfQt.Working(); };
     window.KeyPressed = [this](std::int32_t code) {
         device::FocusTarget& taker = focus.HolderOr(grdMain);

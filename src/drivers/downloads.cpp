@@ -4,6 +4,7 @@
 #include "drivers/selection.h"
 #include "storage/keyed_tables.h"
 #include "storage/settings.h"
+#include "storage/table_lack.h"
 #include "storage/volumes.h"
 #include "view/grids.h"
 #include "view/navigation.h"
@@ -23,8 +24,11 @@ const Text FirstFile = u"qrn0001.txt";
 constexpr std::size_t NumberDigits = 4;
 constexpr std::size_t EndingLength = 4;
 
-void OpenControl(const char16_t* mode) {
-    OpenTable(Paths.ControlFile, mode, DataType, DataCreator);
+/// Opens the register, made anew where it is missing or has not even a header.
+void OpenControl() {
+    const TableLack lack = LookAtTable(Paths.ControlFile);
+    if (lack == TableLack::File || lack == TableLack::Header)
+        MakeTable(Paths.ControlFile, ControlHeader);
 }
 
 /// Moves to the row of a download and gives its number, or 0 where there is none.
@@ -60,7 +64,7 @@ Text Today() {
 }
 
 void StoreAlias(std::int32_t row, const Text& alias) {
-    OpenControl(u"a");
+    OpenControl();
     GotoRow(row);
     SetField(u"ALIAS", alias);
     SaveRow();
@@ -75,7 +79,7 @@ void ShowScreenAfresh() {
 void LoadDownloadList(const Text& driver) {
     Downloads.DownloadFiles.clear();
     Downloads.DownloadAliases.clear();
-    OpenControl(u"r");
+    LookAtTable(Paths.ControlFile);
     FirstRow();
     const std::int32_t count = TableRowCount();
     for (std::int32_t i = 0; i < count; ++i) {
@@ -105,7 +109,7 @@ void ShowDownloadList(const Text& driver) {
 }
 
 void NewDownload(const Text& driver) {
-    OpenControl(u"a");
+    OpenControl();
     Text file = FirstFile;
     if (TableRowCount() > 0) {
         LastRow();
@@ -126,7 +130,7 @@ void NewDownload(const Text& driver) {
 }
 
 void RenameDownload(Text driver, Text file) {
-    OpenControl(u"a");
+    OpenControl();
     const std::int32_t row = FindDownload(driver, file);
     if (row != 0) {
         const Text alias = GetField(u"ALIAS");
@@ -144,7 +148,7 @@ void DeleteDownload(Text driver, Text file) {
     if (!modPDAUI::AskTwice(u"Delete Download File?"))
         return;
     const Text folder = GetDataPath(u"");
-    OpenControl(u"a");
+    OpenControl();
     if (FindDownload(driver, file) != 0) {
         DeleteFile(folder + file);
         DeleteRow();

@@ -8,6 +8,9 @@
 
 namespace modQuorin {
 
+/// Line 1 of the register.
+inline const Text ControlHeader = u"DRIVER|FILE|DATE|ALIAS";
+
 struct DownloadState {
     std::vector<Text> DownloadFiles;   ///< files of the current driver's downloads; entry n stands at n less 1
     std::vector<Text> DownloadAliases; ///< their given names, same index, empty for none

@@ -4,6 +4,7 @@
 #include "drivers/record_editor.h"
 #include "storage/keyed_tables.h"
 #include "storage/settings.h"
+#include "storage/table_lack.h"
 #include "storage/volumes.h"
 #include "view/inf_fields.h"
 #include "view/navigation.h"
@@ -33,6 +34,14 @@ std::int32_t KindOfData(const Text& dataType) {
     return name == u"TIME" ? TypeTime : TypeText;
 }
 
+/// A table without a row can't be edited, nor a download be opened by it.
+void MendInfTable(const Text& path, TableLack lack) {
+    if (lack == TableLack::File || lack == TableLack::Header)
+        MakeTable(path, InfHeader);
+    if (lack != TableLack::Nothing)
+        AddRow(-1);
+}
+
 InfField CurrentInfRow() {
     InfField field;
     field.Display = Colour(GetField(u"DISPLAY"));
@@ -48,11 +57,18 @@ InfField CurrentInfRow() {
 } // namespace
 
 Text InfPath(const Text& driver) {
-    OpenTable(Paths.DriversFile, u"r", DataType, DataCreator);
+    LookAtTable(Paths.DriversFile);
     FindRow(NameSelection(driver)); // not found: the last row is current, and its inf file is taken
     const Text path = GetDataPath(Paths.ApplicationName) + GetField(u"INFFILE");
     CloseTable();
     return path;
+}
+
+bool OpenInfTable(const Text& path) {
+    const TableLack lack = LookAtTable(path);
+    if (lack != TableLack::File)
+        MendInfTable(path, lack);
+    return Table.TableFile.valid;
 }
 
 Text LoadInfFields() {
@@ -85,11 +101,7 @@ void OpenInfEditor(const Text& driver) {
         return;
     Inf.InfFields.clear(); // no row of the editor is hidden or coloured
     const Text path = InfPath(driver);
-    OpenTable(path, u"r", DataType, DataCreator);
-    if (!Table.TableFile.valid) {
-        CreateTable(path, InfHeader, u"r", DataType, DataCreator);
-        AddRow(-1);
-    }
+    MendInfTable(path, LookAtTable(path));
     FirstRow();
     Screens.RecordReturnScreen = ScrInstalledDrivers;
     GotoScreen(ScrInfRecord);

@@ -13,6 +13,9 @@ inline const Text InfHeader = u"FIELDNAME|VISIBLE|COPY|BLOB|DISPLAY|CSVNAME|DATA
 /// of the last driver there is, and the data folder itself when there is none.
 Text InfPath(const Text& driver);
 
+/// Opens an inf table; one without rows is given a blank one, behind its header. False where there is no such file.
+bool OpenInfTable(const Text& path);
+
 /// Fills InfFields from the open inf table and gives the header line of its downloads. A table without rows, and a
 /// colour that is no number, are run-time failures.
 Text LoadInfFields();

@@ -33,6 +33,7 @@ void AddPackagesOf(const Text& folder) {
 /// One package on its way in. A step that fails tells why and gives false.
 struct Installation {
     std::int32_t CountedLines = 0;
+    std::int32_t EmptyLines = 0; ///< passed since the last line that counts; they count once another one follows
     Text InfFile;
     FileHandle Output;
     bool Exists = false; ///< a driver of that name is there already
@@ -76,15 +77,38 @@ bool BeginInfFile(Installation& work, const Text& line) {
     return true;
 }
 
-bool TakeLine(Installation& work, const Text& line) {
-    if (!line.empty() && line.front() == u'#')
-        return true;
+bool TakeCountedLine(Installation& work, const Text& line) {
     ++work.CountedLines;
     if (work.CountedLines == 1)
         return AddDriverRow(work, line);
     if (work.CountedLines == 2)
         return BeginInfFile(work, line);
     WriteFileLine(work.Output, line);
+    return true;
+}
+
+/// Empty lines in front of the driver's row or at the end are none of the package: an editor leaves one there. They
+/// wait until it is known where they stand.
+bool TakeLine(Installation& work, const Text& line) {
+    if (line.empty()) {
+        work.EmptyLines += work.CountedLines > 0 ? 1 : 0;
+        return true;
+    }
+    if (line.front() == u'#')
+        return true;
+    for (; work.EmptyLines > 0; --work.EmptyLines) {
+        if (!TakeCountedLine(work, u""))
+            return false;
+    }
+    return TakeCountedLine(work, line);
+}
+
+bool IsEmptyFrom(FileHandle& package, std::int32_t number, std::int32_t total) {
+    while (number <= total) {
+        std::int32_t line = number++;
+        if (!ReadFileLine(package, line).empty())
+            return false;
+    }
     return true;
 }
 
@@ -98,10 +122,13 @@ void Install(FileHandle& package) {
         if (!TakeLine(work, ReadFileLine(package, line)))
             break;
     }
+    // It goes by the line alone: a failure on the very last one is followed by "Driver installed" as well. A failure
+    // with empty lines waiting was at one of these, which are in front of a line that counts.
+    const bool atTheEnd = number > total || (work.EmptyLines == 0 && IsEmptyFrom(package, number + 1, total));
     CloseFile(work.Output);
     if (work.Exists)
         modPDAUI::Tell(u"Driver already exists");
-    else if (number >= total) // goes by the line alone: a failure on the very last one is followed by this as well
+    else if (atTheEnd)
         modPDAUI::Tell(u"Driver installed");
 }
 

@@ -8,6 +8,7 @@
 #include "link/receive.h"
 #include "storage/keyed_tables.h"
 #include "storage/settings.h"
+#include "storage/table_lack.h"
 #include "storage/volumes.h"
 #include "view/grids.h"
 #include "view/inf_fields.h"
@@ -27,19 +28,11 @@ namespace {
 constexpr std::int32_t MarkColumn = 1;
 const Text Mark = u"X";
 
-/// Opens the inf table of a driver; whether there is one.
-bool OpenInfTable(const Text& driver) {
-    OpenTable(InfPath(driver), u"r", DataType, DataCreator);
-    return Table.TableFile.valid;
-}
-
 /// What can be stored of the record. The form shows one that can't be as if it could.
 platform::RecordPlace OpenOrCreateDownload(const Text& file, const Text& header) {
-    OpenTable(file, u"r", DataType, DataCreator);
-    if (!Table.TableFile.valid || TableRowCount() < 0) { // without any line it is as good as missing
-        CloseTable();
-        CreateTable(file, header, u"r", DataType, DataCreator);
-    }
+    const TableLack lack = LookAtTable(file);
+    if (lack == TableLack::File || lack == TableLack::Header)
+        MakeTable(file, header);
     if (TableRowCount() != 0)
         FirstRow();
     else
@@ -60,7 +53,7 @@ void OpenDownload(const Text& driver, Text& file) {
     if (driver.empty() || file.empty())
         return;
     modPDAUI::ShowBusy(true);
-    if (!OpenInfTable(driver)) {
+    if (!OpenInfTable(InfPath(driver))) {
         modPDAUI::ShowBusy(false);
         return;
     }
@@ -89,7 +82,7 @@ void ShowColumnChoices(const Text& driver) {
     if (driver.empty())
         return;
     Inf.InfFields.clear();
-    if (!OpenInfTable(driver))
+    if (!OpenInfTable(InfPath(driver)))
         return;
     modPDAUI::ShowBusy(true);
     FirstRow();

@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "drivers/registry.h"
 
+#include "drivers/downloads.h"
 #include "drivers/inf_tables.h"
 #include "drivers/record_editor.h"
 #include "drivers/selection.h"
 #include "storage/keyed_tables.h"
 #include "storage/settings.h"
+#include "storage/table_lack.h"
 #include "storage/volumes.h"
 #include "view/grids.h"
 #include "view/navigation.h"
@@ -20,7 +22,6 @@ using platform::Device;
 namespace {
 
 const Text DriversHeader = u"NAME|INFFILE";
-const Text ControlHeader = u"DRIVER|FILE|DATE|ALIAS";
 
 void OpenDrivers() {
     OpenTable(Paths.DriversFile, u"r", DataType, DataCreator);
@@ -42,13 +43,12 @@ void CreateBlankDriversFile() {
 
 void LoadDriverList() {
     Registry.DriverNames.clear();
-    OpenDrivers();
-    if (!Table.TableFile.valid) {
+    const TableLack lack = LookAtTable(Paths.DriversFile);
+    if (lack == TableLack::File) {
         CreateBlankDriversFile();
         OpenDrivers();
-    } else if (TableRowCount() < 0) { // it was broken off before its header: the first driver would become that
-        CloseTable();
-        CreateTable(Paths.DriversFile, DriversHeader, u"r", DataType, DataCreator);
+    } else if (lack == TableLack::Header) { // it was broken off before it: the first driver would become that
+        MakeTable(Paths.DriversFile, DriversHeader);
     }
     if (!Table.TableFile.valid)
         return;

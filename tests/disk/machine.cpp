@@ -33,6 +33,7 @@ void PutLines(const std::string& name, const std::string& content) {
 Machine::Machine(const std::string& root, Keeping keeping) : Platform(OptionsOf(root, keeping), *this, Did) {
     platform::Install(&Platform.record);
     modQuorin::ResetModules();
+    Platform.runTime.Rest = [](std::int32_t) {}; // there is nobody else to wait for
     Platform.StartProgram();
 }
 

@@ -37,6 +37,30 @@ TEST_F(DownloadList, FirstOfAllIsNumberOneOfToday) {
     EXPECT_EQ(TitleCell(), u"Downloads");
 }
 
+/// A program that was cut off when it first showed the drivers leaves none, or one without a header.
+TEST_F(DownloadList, RegisterThatIsMissingIsMadeByNew) {
+    for (const char* const left : {"-", "", "\n", "\xEF\xBB\xBF"}) {
+        SCOPED_TRACE(left);
+        std::filesystem::remove(Device.Folder.Path() / "Quorin/qrnctrl.txt");
+        if (std::string(left) != "-")
+            Put("qrnctrl.txt", left);
+        MenuEvent(u"Start...");
+        MenuEvent(u"Ok");
+        EXPECT_EQ(File("qrnctrl.txt"), std::string(left) == "-" ? "" : left); // a list that is looked at makes nothing
+        Choose(u"New");
+        EXPECT_EQ(File("qrnctrl.txt"), Header + "Meter|qrn0001.txt|20070305|\n");
+        EXPECT_THAT(Column(0), ElementsAre(u"qrn0001.txt"));
+    }
+}
+
+TEST_F(DownloadList, RegisterThatAnotherToolIsJustWritingIsLookedAtASecondTime) {
+    Put("qrnctrl.txt", "");
+    Device.WhileItPauses([this] { Put("qrnctrl.txt", Header + "Meter|qrn0007.txt|20070301|\n"); });
+    MenuEvent(u"Start...");
+    MenuEvent(u"Ok");
+    EXPECT_THAT(Column(0), ElementsAre(u"qrn0007.txt"));
+}
+
 TEST_F(DownloadList, NumberFollowsTheLastRowWhoseverItIs) {
     Show("Meter|qrn0002.txt|x|\nOther|qrn0007.txt|x|\n");
     Choose(u"New");

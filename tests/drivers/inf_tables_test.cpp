@@ -32,6 +32,61 @@ TEST_F(InfTable, NewOneShowsOneOfOneWithEightEmptyValues) {
     EXPECT_EQ(Screens.RecordReturnScreen, ScrInstalledDrivers);
 }
 
+/// What a package of a driver's row and a header brings, and what a program that was cut off may have left.
+class InfTableWithoutRows : public InfTable, public testing::WithParamInterface<const char*> {
+protected:
+    InfTableWithoutRows() {
+        InstallMeter();
+        Put("meter.txt", GetParam());
+    }
+};
+
+TEST_P(InfTableWithoutRows, GetsABlankRowWhenADownloadIsOpened) {
+    OpenDownload("");
+    EXPECT_EQ(Screen(), ScrInfRecord);
+    EXPECT_EQ(TitleCell(1), u"1/1");
+    EXPECT_EQ(File("meter.txt"), Header + "|||||||\n");
+    EXPECT_EQ(Inf.InfFields.size(), 1U);
+}
+
+TEST_P(InfTableWithoutRows, GetsABlankRowWhenItIsEdited) {
+    OpenInfEditor(u"Meter");
+    EXPECT_EQ(TitleCell(1), u"1/1");
+    EXPECT_EQ(Column(1), std::vector<Text>(8));
+    EXPECT_EQ(File("meter.txt"), Header + "|||||||\n");
+}
+
+TEST_P(InfTableWithoutRows, GetsABlankRowWhenItsColumnsAreShown) {
+    Selection.SelectedDriver = u"Meter";
+    MenuEvent(u"Show/Hide Columns...");
+    EXPECT_EQ(Device.Main().Rows(), 1);
+    GoBack();
+    EXPECT_EQ(File("meter.txt"), Header + "|||||||\n");
+}
+
+INSTANTIATE_TEST_SUITE_P(Rows, InfTableWithoutRows,
+                         testing::Values("", "\n", "\xEF\xBB\xBF",
+                                         "FIELDNAME|VISIBLE|COPY|BLOB|DISPLAY|CSVNAME|DATATYPE|FORMULA\n",
+                                         "FIELDNAME|VISIBLE|COPY|BLOB|DISPLAY|CSVNAME|DATATYPE|FORMULA"));
+
+TEST_F(InfTable, ThatAnotherToolIsJustWritingIsLookedAtASecondTime) {
+    InstallMeter();
+    Put("meter.txt", "");
+    Device.WhileItPauses([this] { Put("meter.txt", Header + "Place|1||||||\n"); });
+    OpenDownload("");
+    EXPECT_EQ(File("meter.txt"), Header + "Place|1||||||\n");
+    EXPECT_EQ(Cell(0), u"Place");
+}
+
+TEST_F(InfTable, ThatIsMissingIsNotMadeByOpeningADownload) {
+    InstallMeter();
+    std::filesystem::remove(Device.Folder.Path() / "Quorin/meter.txt");
+    OpenDownload("");
+    EXPECT_EQ(Screen(), ScrDownloads);
+    EXPECT_FALSE(Device.Folder.Has("Quorin/meter.txt"));
+    EXPECT_THAT(Device.Pauses, IsEmpty());
+}
+
 TEST_F(InfTable, EditorHidesNothing) {
     InstallMeter("a|0||||||\n");
     OpenDownload("");

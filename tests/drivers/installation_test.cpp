@@ -32,6 +32,43 @@ TEST_F(Package, BringsARowAndAnInfFile) {
     EXPECT_EQ(Screen(), ScrAddDriver);
 }
 
+/// An editor leaves one at the end. A row of the inf table that it would make can't be opened.
+TEST_F(Package, EmptyLinesAtItsEndsAreNone) {
+    Install("\n# a comment\n\nMeter|meter.txt\n" + InfHeaderLine + "a|1||||||\n\nb|1||||||\n\n#end\n\n");
+    EXPECT_THAT(Told(), ElementsAre(u"Driver installed"));
+    EXPECT_EQ(Drivers(), "NAME|INFFILE\nOld|old.txt\nMeter|meter.txt\n");
+    EXPECT_EQ(File("meter.txt"), InfHeaderLine + "a|1||||||\n\nb|1||||||\n");
+}
+
+TEST_F(Package, EmptyLineBehindItsDriversRowIsItsHeader) {
+    Install("Meter|meter.txt\n\n" + InfHeaderLine);
+    EXPECT_EQ(File("meter.txt"), "\n" + InfHeaderLine);
+}
+
+TEST_F(Package, ByteOrderMarkIsNoPartOfTheFirstName) {
+    Install("\xEF\xBB\xBF"
+            "Meter|meter.txt\r\n" +
+            InfHeaderLine + "a|1||||||\r\n");
+    EXPECT_EQ(Drivers(), "NAME|INFFILE\nOld|old.txt\nMeter|meter.txt\n");
+    Install("\xEF\xBB\xBF# a comment\nOther|other.txt\n" + InfHeaderLine);
+    EXPECT_EQ(Drivers(), "NAME|INFFILE\nOld|old.txt\nMeter|meter.txt\nOther|other.txt\n");
+}
+
+/// It is as the package has it; what it lacks it gets when it is opened.
+TEST_F(Package, OfAHeaderAloneIsCopiedAsItIs) {
+    Install("Meter|meter.txt\n" + InfHeaderLine);
+    EXPECT_EQ(File("meter.txt"), InfHeaderLine);
+}
+
+/// The last line of the package is the one in front of the empty ones.
+TEST_F(Package, FailureOnItsLastLineIsFollowedByInstalledAsWell) {
+    Device.Platform.faults.FailNext(-1);
+    for (const char* const end : {"", "\n", "\n\n"})
+        Install(std::string("Meter|meter.txt\n") + end);
+    EXPECT_THAT(Told(), ElementsAre(u"Error updating drivers file", u"Driver installed", u"Error updating drivers file",
+                                    u"Driver installed", u"Error updating drivers file", u"Driver installed"));
+}
+
 TEST_F(Package, InstalledTwiceIsRefusedAndTouchesNothing) {
     Install("Meter|meter.txt\n" + InfHeaderLine);
     Put("meter.txt", "mine");

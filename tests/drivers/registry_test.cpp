@@ -74,6 +74,47 @@ TEST_F(DriverRegistry, EmptyFileIsAnEmptyListAndGetsItsHeader) {
     EXPECT_EQ(File("qrnctrl.txt"), downloads);
 }
 
+TEST_F(DriverRegistry, FileThatAnotherToolIsJustWritingIsLookedAtASecondTime) {
+    InstallTwo();
+    const std::string drivers = File("drivers.txt");
+    Put("drivers.txt", "");
+    Device.WhileItPauses([&] { Put("drivers.txt", drivers); });
+    MenuEvent(u"Start...");
+    EXPECT_THAT(Column(0), ElementsAre(u"Zulu", u"Alpha"));
+    EXPECT_EQ(File("drivers.txt"), drivers);
+    EXPECT_THAT(Device.Pauses, ElementsAre(1000));
+}
+
+TEST_F(DriverRegistry, TableOfAHeaderAloneIsUsable) {
+    Put("drivers.txt", "INFFILE|NAME\n");
+    MenuEvent(u"Start...");
+    EXPECT_EQ(Device.Main().Rows(), 0);
+    EXPECT_EQ(File("drivers.txt"), "INFFILE|NAME\n");
+    EXPECT_THAT(Device.Pauses, IsEmpty());
+}
+
+/// What an editor leaves of a table in which all was deleted.
+TEST_F(DriverRegistry, FileOfAnEmptyLineGetsItsHeader) {
+    for (const char* const nothing : {"\n", "\r\n", "\xEF\xBB\xBF", "\xEF\xBB\xBF\n"}) {
+        Put("drivers.txt", nothing);
+        MenuEvent(u"Start...");
+        EXPECT_EQ(File("drivers.txt"), "NAME|INFFILE\n");
+    }
+}
+
+TEST_F(DriverRegistry, ByteOrderMarkIsNoPartOfTheFirstName) {
+    const std::string marked = "\xEF\xBB\xBFNAME|INFFILE\nZulu|z.txt\n";
+    Put("drivers.txt", marked);
+    ShowInstalled();
+    EXPECT_THAT(Column(0), ElementsAre(u"Zulu"));
+    Choose(u"Edit");
+    EXPECT_THAT(Column(0), ElementsAre(u"NAME", u"INFFILE"));
+    EXPECT_EQ(File("drivers.txt"), marked);
+    Choose(u"Back");
+    Choose(u"New");
+    EXPECT_EQ(File("drivers.txt"), marked + "Untitled Driver|untitled.txt\n");
+}
+
 TEST_F(DriverRegistry, DiskThatFillsWhileTheTablesAreMadeLeavesNoHalfOfThem) {
     for (std::int32_t good = 0; good < 8; ++good) {
         SCOPED_TRACE(good);

@@ -53,6 +53,7 @@ private:
     struct Stopping final : platform::RunTime {
         void DoEvents() override {}
         void WaitEvents() override {}
+        void Pause(std::int32_t) override {}
         [[noreturn]] void EndProgram() override { throw Stopped(); }
         [[noreturn]] void RuntimeFailure(const Text&) override { throw Stopped(); }
     };

@@ -165,6 +165,7 @@ Handheld::Handheld(const Kind& kind, const DeviceFolder& folder, Moment now, std
     options.Root = folder.Root().string();
     options.StartMoment = now / Second;
     Platform.reset(new platform::headless::HeadlessPlatform(options, *this, *this));
+    Platform->runTime.Rest = [](std::int32_t) {}; // there is nobody else to wait for
     platform::Install(&Platform->record);
     modQuorin::ResetModules();
 }

@@ -75,6 +75,11 @@ TestDevice::TestDevice(platform::device::DeviceOptions options)
     : Platform(OnFolder(std::move(options), Folder), *this, Did) {
     platform::Install(&Platform.record);
     modQuorin::ResetModules();
+    Platform.runTime.Rest = [this](std::int32_t milliseconds) {
+        Pauses.push_back(milliseconds);
+        if (Meanwhile)
+            Meanwhile();
+    };
 }
 
 TestDevice::~TestDevice() {

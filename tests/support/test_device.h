@@ -87,6 +87,10 @@ public:
     /// What the technician does while the program waits for a prompt, one step at a time.
     void WillDo(std::function<void()> step) { Steps.push_back(std::move(step)); }
 
+    /// What other programs do while this one waits for them; without it no time passes.
+    void WhileItPauses(std::function<void()> action) { Meanwhile = std::move(action); }
+    std::vector<std::int32_t> Pauses; ///< milliseconds of each
+
     /// Where the clock stands, as 2007-03-05T09:30:00.
     void SetTime(const std::string& moment);
     void Tick(std::int64_t milliseconds) { Platform.loop.PassTime(milliseconds); }
@@ -101,7 +105,7 @@ private:
     void AnswerBox(platform::device::DeviceBoxes::OpenBox& box);
 
     std::deque<platform::BoxAnswer> Answers;
-    std::function<void()> During;
+    std::function<void()> During, Meanwhile;
     std::deque<std::function<void()>> Steps;
 };
 

@@ -25,6 +25,9 @@ public:
     virtual void DoEvents() = 0;
     /// Sleeps until something is pending, handles it and returns: for a loop that waits.
     virtual void WaitEvents() = 0;
+    /// Lets time pass on the machine, for what other programs do meanwhile. Nothing of the form is raised; what is on
+    /// the screen goes on being painted.
+    virtual void Pause(std::int32_t milliseconds) = 0;
     /// The end of the program, at once: no event of the form follows.
     [[noreturn]] virtual void EndProgram() = 0;
     /// The program can't go on. Shows the message and ends with exit status 1; every file stays as the last completed
