@@ -182,6 +182,8 @@ bool LineTable::WriteRecord(const LineRecord& record) {
     if (State == Pending::None)
         return false;
     Draft = record;
+    std::replace(Draft.LineData.begin(), Draft.LineData.end(), u'\n', u' ');
+    modStringTools::BlankNuls(Draft.LineData);
     return true;
 }
 
@@ -231,6 +233,7 @@ bool LineTable::Load(std::int64_t position, LineRecord& record) {
     if (found) {
         record.LineNumber = static_cast<std::int32_t>(Select.Number(0));
         record.LineData = modStringTools::FromBytes(Select.Bytes(1));
+        modStringTools::BlankNuls(record.LineData);
     }
     Select.Done();
     return found;

@@ -81,6 +81,7 @@ Text SerialText::Decode(std::string_view bytes) {
         rest.remove_prefix(next.State == Sequence::Whole ? next.Length : 1);
     }
     Waiting.erase(0, Waiting.size() - rest.size());
+    modStringTools::BlankNuls(text); // a break on the line reads as a NUL
     return text;
 }
 

@@ -18,6 +18,7 @@ constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
 constexpr std::string_view Blanks = " \t";
 constexpr std::string_view BlanksAndReturn = " \t\r";
 constexpr std::size_t ReadBlock = 4096;
+constexpr std::size_t LargestFile = 1024 * 1024; // a thousand times what the application stores
 
 std::string_view Trimmed(std::string_view text) {
     const std::size_t first = text.find_first_not_of(BlanksAndReturn);
@@ -121,6 +122,8 @@ ErrorNumber ReadWhole(const FileEntry& entry, std::string& bytes) {
         if (count <= 0)
             return count < 0 ? FromErrno(errno) : NoError;
         bytes.append(block.data(), static_cast<std::size_t>(count));
+        if (bytes.size() > LargestFile)
+            return TooLong;
     }
 }
 

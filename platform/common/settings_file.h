@@ -33,8 +33,8 @@ namespace platform::common {
 ///     they are when a setting is saved. A new key is put behind the last key of its section, a new section at the end.
 ///
 /// The file is read once, at the start, and written as a whole at each save, so that it is the old one or the new one
-/// whatever happens meanwhile. A file that can't be read is an empty one that can't be saved: what it holds would be
-/// gone. When saving fails the setting keeps its old value in memory too.
+/// whatever happens meanwhile. A file that can't be read, or is larger than 1 MB, is an empty one that can't be saved:
+/// what it holds would be gone. When saving fails the setting keeps its old value in memory too.
 class SettingsFile final : public Settings {
 public:
     /// A file that a person has named: links in the path are meant.

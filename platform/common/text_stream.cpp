@@ -14,6 +14,8 @@ namespace platform::common {
 namespace {
 
 constexpr std::size_t BlockSize = 65536;
+constexpr std::size_t LongestLine = 64 * 1024 * 1024;
+constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
 
 /// Bytes whose line feeds are counted at one go. One byte counts them, so there must not be more than 255.
 constexpr std::size_t CountedAtOnce = 240;
@@ -80,9 +82,16 @@ const char* LineEndBehind(std::string_view line) {
     return !line.empty() && line.back() == '\r' ? "\r\n" : "\n";
 }
 
-/// Lines of a file as writing each of them anew makes them: "a\r\n" becomes "a\n", and a last line gets its end.
+/// What would end a line for other tools, or make the file none of text.
+bool IsNoText(char byte) {
+    return byte == '\n' || byte == '\0';
+}
+
+/// Lines of a file as writing each of them anew makes them: "a\r\n" becomes "a\n", a NUL a blank, and a last line gets
+/// its end.
 std::string_view AsWritten(std::string_view lines, std::string& mended) {
-    if (lines.back() == '\n' && lines.find('\r') == std::string_view::npos)
+    const auto has = [lines](char byte) { return lines.find(byte) != std::string_view::npos; };
+    if (lines.back() == '\n' && !has('\r') && !has('\0'))
         return lines;
     mended.clear();
     while (!lines.empty()) {
@@ -93,6 +102,7 @@ std::string_view AsWritten(std::string_view lines, std::string& mended) {
         mended += line;
         mended += LineEndBehind(line);
     }
+    std::replace(mended.begin(), mended.end(), '\0', ' ');
     return mended;
 }
 
@@ -228,6 +238,8 @@ ErrorNumber HostTextStream::CollectLine(std::string_view& line) {
         if (whole && LongLine.empty())
             return NoError;
         LongLine += line;
+        if (LongLine.size() > LongestLine)
+            return TooLong;
     }
     line = LongLine;
     return line.empty() ? FileNotFound : NoError;
@@ -244,7 +256,11 @@ ErrorNumber HostTextStream::ReadLine(Text& line) {
             return error;
         }
         StripLineEnd(bytes);
+        if (start == 0 && bytes.substr(0, ByteOrderMark.size()) == ByteOrderMark)
+            bytes.remove_prefix(ByteOrderMark.size());
         modStringTools::AppendBytes(line, bytes);
+        if (bytes.find('\0') != std::string_view::npos)
+            modStringTools::BlankNuls(line);
         return NoError;
     } catch (const std::bad_alloc&) { // a line longer than the memory
         LongLine = std::string();
@@ -255,6 +271,7 @@ ErrorNumber HostTextStream::ReadLine(Text& line) {
 
 ErrorNumber HostTextStream::SkipLines(std::int64_t most, std::int64_t& passed) {
     bool insideLine = false;
+    std::int64_t begin = Place; // of the line at hand
     passed = 0;
     while (passed < most && Place < Length) {
         std::string_view bytes;
@@ -266,7 +283,11 @@ ErrorNumber HostTextStream::SkipLines(std::int64_t most, std::int64_t& passed) {
         const std::size_t upTo = PassLineFeeds(bytes, most - passed, count);
         insideLine = bytes[upTo - 1] != '\n';
         passed += count;
+        if (count > 0)
+            begin = Place + static_cast<std::int64_t>(bytes.substr(0, upTo).rfind('\n')) + 1;
         Place += static_cast<std::int64_t>(upTo);
+        if (Place - begin > static_cast<std::int64_t>(LongestLine))
+            return TooLong;
     }
     passed += insideLine ? 1 : 0; // the last line may lack its end
     return NoError;
@@ -330,7 +351,7 @@ ErrorNumber HostTextStream::MissingLineEnd(std::string& lineEnd) {
 
 ErrorNumber HostTextStream::WriteLine(const Text& line) {
     std::string bytes = modStringTools::ToBytes(line);
-    std::replace(bytes.begin(), bytes.end(), '\n', ' ');
+    std::replace_if(bytes.begin(), bytes.end(), IsNoText, ' ');
     bytes += LineEndBehind(bytes);
     return Write(bytes);
 }

@@ -18,7 +18,9 @@ namespace platform::common {
 /// file is seen from the next Seek on; at the latest a tick of the kernel's clock later where that Seek is to the place
 /// at which the stream stands anyway.
 ///
-/// A line feed inside a text would be read as the end of a line: it is written as a blank.
+/// A line feed inside a text would be read as the end of a line: it is written as a blank. A NUL is read and written as
+/// one: it makes a file "data" for other tools. A byte-order mark at the head of the file is no part of its first line,
+/// and stays there where that line is copied. A line of more than 64 MB is refused as TooLong.
 ///
 /// A text that itself ends in a carriage return is written with CR LF behind it, since reading takes CR LF off as one
 /// line end: "a\r" comes back as it went. For the same reason a last line without an end, "a\r", gets CR LF before the

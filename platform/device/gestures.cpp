@@ -133,7 +133,9 @@ Refusal FieldRefusal(const BackEnd& device) {
 Refusal SetInput(BackEnd& device, const Text& text) {
     if (const Refusal refusal = FieldRefusal(device); !refusal.empty())
         return refusal;
-    device.ReplaceText(text);
+    Text set = text;
+    modStringTools::BlankNuls(set);
+    device.ReplaceText(set);
     return Done;
 }
 

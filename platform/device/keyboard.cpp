@@ -24,7 +24,9 @@ Refusal PressKey(BackEnd& device, std::int32_t keyCode) {
 Refusal TypeText(BackEnd& device, const Text& text) {
     if (const Refusal refusal = FieldRefusal(device); !refusal.empty())
         return refusal;
-    TextView rest = text;
+    Text typed = text;
+    modStringTools::BlankNuls(typed);
+    TextView rest = typed;
     while (!rest.empty()) {
         const std::size_t length = FirstLength(rest);
         device.TypeCharacter(rest.substr(0, length));

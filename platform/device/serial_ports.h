@@ -48,7 +48,10 @@ public:
 
     // The hand of the simulated port.
     bool SimulatedPortOpen() const { return Open && !Real.IsOpen(); }
-    void Arrive(const Text& text) { Waiting += text; }
+    void Arrive(Text text) {
+        modStringTools::BlankNuls(text);
+        Waiting += text;
+    }
     void FailOpenings(std::int32_t count) { FailuresLeft = count; } ///< -1 means all
     void Drop();
 

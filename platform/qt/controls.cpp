@@ -175,7 +175,8 @@ void QtTextBox::Fill() {
 void QtTextBox::Edited() {
     if (Filling)
         return;
-    const Text text = Lines ? FromPage(PlainText(Page)) : FromQt(Line.text());
+    Text text = Lines ? FromPage(PlainText(Page)) : FromQt(Line.text());
+    modStringTools::BlankNuls(text); // pasted
     if (text == Value)
         return;
     Value = text;

@@ -176,6 +176,8 @@ void CopyEdited(FileHandle& handle, std::int32_t line, Edit edit, const Text& te
         WriteFileLine(Slots.TempFile, text);
     if (edit == Edit::Change || edit == Edit::Remove)
         SkipLines(handle, 1);
+    else if (edit == Edit::PutBefore && line == 1) // a byte-order mark in front of it must not get into the middle
+        WriteFileLine(Slots.TempFile, ReadFileLine(handle, line));
     else
         CopyLines(handle, line, 1);
     if (edit == Edit::Change || edit == Edit::PutBehind)

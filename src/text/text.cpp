@@ -214,6 +214,10 @@ std::optional<std::int32_t> NumberFromText(TextView text) {
     return static_cast<std::int32_t>(negative ? -value : value);
 }
 
+void BlankNuls(Text& text) {
+    std::replace(text.begin(), text.end(), u'\0', u' ');
+}
+
 std::string ToBytes(TextView text) {
     std::string bytes;
     bytes.reserve(text.size());

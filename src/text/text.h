@@ -76,4 +76,8 @@ inline std::size_t FindChar(TextView text, char16_t character, std::size_t from)
     return text[at] == character ? at : text.find(character, at);
 }
 
+/// Puts a blank in the place of each NUL. It is called wherever text comes in: a file with a NUL is "data" for other
+/// tools, and for some of them the line ends there.
+void BlankNuls(Text& text);
+
 } // namespace modStringTools

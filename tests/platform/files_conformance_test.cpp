@@ -389,8 +389,6 @@ const std::vector<Text> AwkwardLines = {
     u"\r",
     u"\r\r",
     u"a\rb",
-    Text(u"a\0b", 3),
-    Text(1, u'\0'),
     u"\xFEFFmark",
     u"\x2028",
     u"|a||b|",
@@ -406,10 +404,30 @@ TEST_P(FilesSuite, GivesAwkwardLinesBackAsTheyWere) {
     EXPECT_EQ(AllLines(u".\\x.txt"), AwkwardLines);
 }
 
+/// Other tools take a file with a NUL for one that is no text, and the line for ended there.
+TEST_P(FilesSuite, ReadsANulAsABlank) {
+    Root.Put("x.txt", std::string("a\0b\n\0", 6));
+    EXPECT_THAT(AllLines(u".\\x.txt"), ElementsAre(u"a b", u" "));
+}
+
+TEST_P(FilesSuite, WritesANulAsABlank) {
+    WriteAll(u".\\x.txt", {Text(u"a\0b", 3), Text(1, u'\0')});
+    EXPECT_EQ(Root.Bytes("x.txt"), "a b\n \n");
+}
+
+TEST_P(FilesSuite, TakesNoByteOrderMarkForPartOfTheFirstLine) {
+    Root.Put("x.txt", "\xEF\xBB\xBFone\n\xEF\xBB\xBFtwo\n");
+    EXPECT_THAT(AllLines(u".\\x.txt"), ElementsAre(u"one", u"\xFEFFtwo"));
+    Root.Put("x.txt", "\xEF\xBB\xBF");
+    EXPECT_THAT(AllLines(u".\\x.txt"), ElementsAre(u""));
+    Root.Put("x.txt", "\xEF\xBB");
+    EXPECT_THAT(AllLines(u".\\x.txt"), ElementsAre(u"\xDCEF\xDCBB"));
+}
+
 TEST_P(FilesSuite, GivesAnyBytesBackAsTheyWere) {
     std::string bytes;
     for (int value = 0; value < 256; ++value)
-        bytes += value == '\n' ? std::string() : std::string(3, static_cast<char>(value)) + "\xC3";
+        bytes += value == '\n' || value == 0 ? std::string() : std::string(3, static_cast<char>(value)) + "\xC3";
     Root.Put("x.txt", bytes + "\n" + bytes + "\n");
     WriteAll(u".\\y.txt", AllLines(u".\\x.txt"));
     EXPECT_EQ(Root.Bytes("y.txt"), Root.Bytes("x.txt"));

@@ -156,6 +156,16 @@ TEST_F(SettingsFileTest, ReadsThroughALinkToIt) {
     EXPECT_EQ(Root.Bytes("elsewhere/real.ini"), "[Settings]\nA=1\nB=2\n");
 }
 
+TEST_F(SettingsFileTest, OfMoreThanAMegabyteIsOneThatCannotBeRead) {
+    const std::string setting = "[Settings]\nComPort=Com3\n";
+    Put(setting + std::string((1U << 20U) - setting.size(), '#'));
+    EXPECT_EQ(Get(u"ComPort"), u"Com3");
+    Put(setting + std::string((1U << 20U) - setting.size() + 1, '#'));
+    EXPECT_EQ(Get(u"ComPort"), u"default");
+    EXPECT_EQ(Save(u"ComPort", u"Com4"), TooLong);
+    EXPECT_EQ(Bytes().substr(0, setting.size()), setting);
+}
+
 /// The file is there for us to replace, but not to read: its other lines must not go.
 TEST_F(SettingsFileTest, ThatCannotBeReadIsNotSaved) {
     Put("[Settings]\nA=1\n");

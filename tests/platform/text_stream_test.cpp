@@ -57,6 +57,30 @@ TEST_F(TextStreamTest, ReadsALineThatIsLongerThanManyBlocks) {
     EXPECT_EQ(line, u"b");
 }
 
+/// Such a line is no row of any table. The files are holes: they take no room on the disk.
+TEST_F(TextStreamTest, RefusesALineOfMoreThan64MegabytesAndNoLongFileOfShortOnes) {
+    constexpr std::uintmax_t Longest = 64U * 1024U * 1024U;
+    Root.Put("x.txt", "a\n");
+    std::filesystem::resize_file(Root.Path("x.txt"), 2 + Longest);
+    std::int64_t passed = 0;
+    EXPECT_EQ(Open()->SkipLines(10, passed), NoError);
+    EXPECT_EQ(passed, 2);
+    std::filesystem::resize_file(Root.Path("x.txt"), 2 + Longest + 1);
+    EXPECT_EQ(Open()->SkipLines(1, passed), NoError);
+    EXPECT_EQ(Open()->SkipLines(10, passed), TooLong);
+    const auto stream = Open();
+    Text line;
+    EXPECT_EQ(stream->ReadLine(line), NoError);
+    EXPECT_EQ(stream->ReadLine(line), TooLong);
+    EXPECT_EQ(line, u"");
+    std::string_view lines;
+    EXPECT_EQ(stream->ReadLines(1, lines, passed), TooLong);
+
+    std::ofstream(Root.Path("x.txt"), std::ios::in | std::ios::out).seekp(1U << 25U) << '\n';
+    EXPECT_EQ(Open()->SkipLines(10, passed), NoError);
+    EXPECT_EQ(passed, 3);
+}
+
 /// Reading, skipping and seeking in any order tell the same as cutting the bytes up by hand.
 TEST_F(TextStreamTest, AgreesWithTheLinesCutByHand) {
     std::mt19937 chance(7);

@@ -166,6 +166,13 @@ TEST_F(TextField, TakesWhatIsPasted) {
     EXPECT_TRUE(Table.RecordDirty);
 }
 
+TEST_F(TextField, HasABlankForANulThatIsPasted) {
+    EditCell();
+    QGuiApplication::clipboard()->setText(QString(QChar(u'\0')) + QStringLiteral("p"));
+    Press(Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(Cell(1, 1), u"b p");
+}
+
 TEST_F(TextField, HasNoLineEndsAlsoWhenSomeArePasted) {
     EditCell();
     QGuiApplication::clipboard()->setText(QStringLiteral("one\ntwo\r\nthree"));

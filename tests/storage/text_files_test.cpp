@@ -37,6 +37,42 @@ protected:
     FileHandle File;
 };
 
+/// Other tools tell UTF-8 by it.
+TEST_F(TextFile, KeepsTheByteOrderMarkAtItsHeadAndNowhereElse) {
+    const std::string mark = "\xEF\xBB\xBF";
+    Put(mark + "a\nb\n");
+    Open(u"a");
+    EXPECT_TRUE(ChangeFileLine(File, 2, u"B"));
+    EXPECT_EQ(Bytes(), mark + "a\nB\n");
+    EXPECT_TRUE(InsertFileLine(File, 1, 2, u"c"));
+    EXPECT_EQ(Bytes(), mark + "a\nc\nB\n");
+    std::int32_t line = 1;
+    EXPECT_EQ(ReadFileLine(File, line), u"a");
+    EXPECT_TRUE(InsertFileLine(File, 1, 1, u"first"));
+    EXPECT_EQ(Bytes(), "first\na\nc\nB\n");
+    CloseFile(File);
+    Put(mark + "a\nb\n");
+    Open(u"a");
+    EXPECT_TRUE(DeleteFileLine(File, 1));
+    EXPECT_EQ(Bytes(), "b\n");
+}
+
+/// Also in the lines that are only copied.
+TEST_F(TextFile, IsFreeOfNulsOnceItIsRewritten) {
+    Put(std::string("a\0b\nc\nd\0\n", 9));
+    Open(u"a");
+    EXPECT_TRUE(ChangeFileLine(File, 2, Text(u"C\0", 2)));
+    EXPECT_EQ(Bytes(), "a b\nC \nd \n");
+}
+
+TEST_F(TextFile, WithALineOfMoreThan64MegabytesIsNotOpened) {
+    Put("a\n");
+    std::filesystem::resize_file(Device.Folder.Path() / "Quorin/file.txt", 65U << 20U);
+    Open(u"a");
+    EXPECT_FALSE(File.valid);
+    EXPECT_TRUE(DeviceKeptFile()); // nobody makes it anew
+}
+
 TEST_F(TextFile, WritesOneLineFeedALine) {
     Open(u"w");
     WriteFileLine(File, u"a");

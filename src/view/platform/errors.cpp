@@ -11,6 +11,8 @@ Text ErrorText(ErrorNumber error) {
         return u"the device failed";
     case FileExists:
         return u"it is there already";
+    case TooLong:
+        return u"it is too long, or a line of it is";
     case DiskFull:
         return u"the disk is full";
     case NotAvailable:

@@ -14,6 +14,7 @@ inline constexpr ErrorNumber NoError = 0;
 inline constexpr ErrorNumber FileNotFound = 53;
 inline constexpr ErrorNumber DeviceFailed = 57;
 inline constexpr ErrorNumber FileExists = 58;
+inline constexpr ErrorNumber TooLong = 59; ///< a file, or a line of it, that no use of the program makes so long
 inline constexpr ErrorNumber DiskFull = 61;
 inline constexpr ErrorNumber NotAvailable = 68;
 inline constexpr ErrorNumber PermissionDenied = 70;

@@ -42,7 +42,8 @@ enum class Origin { Start = 0, End = 2 };
 
 /// An open text file: UTF-8, one line a stream line, read with LF or CR LF and written with LF. Bytes that are no UTF-8
 /// survive reading and writing. A line that is written behind a last line without a line end gets that line end first,
-/// so that two lines never run together. A line feed inside a text is written as a blank. Offsets count bytes.
+/// so that two lines never run together. A line feed inside a text is written as a blank, a NUL is read and written as
+/// one, and a byte-order mark at the head is no part of the first line. Offsets count bytes.
 class TextStream {
 public:
     virtual ~TextStream() = default; ///< closes it, whatever comes of that
@@ -92,7 +93,8 @@ public:
     virtual ErrorNumber DeleteFile(const Text& fullName) = 0;
 };
 
-/// One line of a line database.
+/// One line of a line database. A line feed or a NUL in it becomes a blank when it is written, as in a text file, and a
+/// NUL when it is read, too.
 struct LineRecord {
     std::int32_t LineNumber = 0;
     Text LineData;
