@@ -64,6 +64,14 @@ TEST_F(Samples, EachInfRowHasEightFields) {
     }
 }
 
+/// The screen of a driver's name goes by the fields of the download that was open last: a date there would end it.
+TEST_F(Samples, PackageBeginsWithTwoPlainFields) {
+    for (std::size_t row = 0; row < 2; ++row) {
+        EXPECT_EQ(Column(Visible).at(row), "1");
+        EXPECT_EQ(Column(DataType).at(row), "");
+    }
+}
+
 TEST_F(Samples, PackageShowsWhatADriverCanDo) {
     using testing::Contains;
     EXPECT_THAT(Column(Visible), Contains("0"));

@@ -406,7 +406,7 @@ TEST_P(FilesSuite, GivesAwkwardLinesBackAsTheyWere) {
 
 /// Other tools take a file with a NUL for one that is no text, and the line for ended there.
 TEST_P(FilesSuite, ReadsANulAsABlank) {
-    Root.Put("x.txt", std::string("a\0b\n\0", 6));
+    Root.Put("x.txt", std::string("a\0b\n\0", 5));
     EXPECT_THAT(AllLines(u".\\x.txt"), ElementsAre(u"a b", u" "));
 }
 

@@ -29,8 +29,13 @@ public:
     }
 
     ErrorNumber ReadLine(Text& line) override {
+        constexpr std::string_view Mark = "\xEF\xBB\xBF";
+        const bool atHead = Place == 0;
         std::string bytes;
         const bool isThere = Take(bytes);
+        if (atHead && bytes.compare(0, Mark.size(), Mark) == 0)
+            bytes.erase(0, Mark.size());
+        std::replace(bytes.begin(), bytes.end(), '\0', ' ');
         line = modStringTools::FromBytes(bytes);
         return isThere ? NoError : FileNotFound;
     }
@@ -47,6 +52,7 @@ public:
         std::string line;
         for (taken = 0; taken < std::min(most, BlockOfLines) && Take(line); ++taken)
             Taken += line + EndOf(line);
+        std::replace(Taken.begin(), Taken.end(), '\0', ' ');
         lines = Taken;
         return NoError;
     }
@@ -56,7 +62,8 @@ public:
 
     ErrorNumber WriteLine(const Text& line) override {
         std::string bytes = modStringTools::ToBytes(line);
-        std::replace(bytes.begin(), bytes.end(), '\n', ' ');
+        for (const char none : {'\n', '\0'})
+            std::replace(bytes.begin(), bytes.end(), none, ' ');
         return WriteLines(bytes + EndOf(bytes));
     }
 
@@ -203,6 +210,8 @@ ErrorNumber MemoryDatabases::BeginEdit(DatabaseId database) {
 
 bool MemoryDatabases::WriteRecord(DatabaseId database, const LineRecord& record) {
     OpenOnes[database].Draft = record;
+    for (const char16_t none : {u'\n', u'\0'})
+        std::replace(OpenOnes[database].Draft.LineData.begin(), OpenOnes[database].Draft.LineData.end(), none, u' ');
     return true;
 }
 
