@@ -70,7 +70,7 @@ TEST_F(TextFile, WithALineOfMoreThan64MegabytesIsNotOpened) {
     std::filesystem::resize_file(Device.Folder.Path() / "Quorin/file.txt", 65U << 20U);
     Open(u"a");
     EXPECT_FALSE(File.valid);
-    EXPECT_TRUE(DeviceKeptFile()); // nobody makes it anew
+    EXPECT_TRUE(File.kept); // nobody makes it anew
 }
 
 TEST_F(TextFile, WritesOneLineFeedALine) {
