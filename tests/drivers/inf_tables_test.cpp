@@ -61,7 +61,7 @@ TEST_P(InfTableWithoutRows, GetsABlankRowWhenItsColumnsAreShown) {
     MenuEvent(u"Show/Hide Columns...");
     EXPECT_EQ(Device.Main().Rows(), 1);
     GoBack();
-    EXPECT_EQ(File("meter.txt"), Header + "|||||||\n");
+    EXPECT_EQ(File("meter.txt"), Header + "|0||||||\n");
 }
 
 INSTANTIATE_TEST_SUITE_P(Rows, InfTableWithoutRows,

@@ -62,11 +62,14 @@ TEST_F(Package, OfAHeaderAloneIsCopiedAsItIs) {
 
 /// The last line of the package is the one in front of the empty ones.
 TEST_F(Package, FailureOnItsLastLineIsFollowedByInstalledAsWell) {
-    Device.Platform.faults.FailNext(-1);
-    for (const char* const end : {"", "\n", "\n\n"})
-        Install(std::string("Meter|meter.txt\n") + end);
-    EXPECT_THAT(Told(), ElementsAre(u"Error updating drivers file", u"Driver installed", u"Error updating drivers file",
-                                    u"Driver installed", u"Error updating drivers file", u"Driver installed"));
+    const Text noInfFile = u"Error creating driver inf file";
+    Install("A|no\\way.txt\n" + InfHeaderLine);
+    Install("B|no\\way.txt\n" + InfHeaderLine + "\n\n");
+    EXPECT_THAT(Told(), ElementsAre(noInfFile, u"Driver installed", noInfFile, u"Driver installed"));
+    Device.Did.Boxes.clear();
+    Install("C|no\\way.txt\n" + InfHeaderLine + "\na|1||||||\n");
+    Install("D|no\\way.txt\n\n" + InfHeaderLine); // the empty line is the header that can't be written
+    EXPECT_THAT(Told(), ElementsAre(noInfFile, noInfFile));
 }
 
 TEST_F(Package, InstalledTwiceIsRefusedAndTouchesNothing) {

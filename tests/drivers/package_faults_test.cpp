@@ -49,7 +49,7 @@ INSTANTIATE_TEST_SUITE_P(
         PackageRow{"a first line alone", "M|m.txt", {Installed}, "M|m.txt\n", {}},
         PackageRow{"no bar", "Meter\n" + Inf, {NoInfFile}, "", {}},
         PackageRow{"no bar and one line more", "Meter\n" + InfHeaderLine, {NoInfFile, Installed}, "", {}},
-        PackageRow{"an empty first line", "\nM|m.txt\n" + Inf, {NoInfFile}, "", {}},
+        PackageRow{"an empty first line", "\nM|m.txt\n" + Inf, {Installed}, "M|m.txt\n", {{"Quorin/m.txt", Inf}}},
         PackageRow{"a blank before the comment's sign", " # Meter\n" + Inf, {NoInfFile}, "", {}},
         PackageRow{"no driver name", "|m.txt\n" + Inf, {Installed}, "|m.txt\n", {{"Quorin/m.txt", Inf}}},
         PackageRow{"no last line end", "M|m.txt\nH\na", {Installed}, "M|m.txt\n", {{"Quorin/m.txt", "H\na\n"}}},
@@ -121,12 +121,12 @@ INSTANTIATE_TEST_SUITE_P(
                    {Installed},
                    "Größe 湿度 😀|feuchte 湿.txt\n",
                    {{"Quorin/feuchte 湿.txt", "H😀\n"}}},
-        // Two bytes a character, as some editors save: the bar is found, the name behind it is none.
+        // Two bytes a character, as some editors save: each second one is a NUL.
         PackageRow{"characters of two bytes",
                    "\xFF\xFEM\0|\0m\0\n\0H\0\n\0a\0\n\0"s,
-                   {NoInfFile},
-                   "\xFF\xFEM\0|\0m\0\n"s,
-                   {}}));
+                   {Installed},
+                   "\xFF\xFEM | m \n",
+                   {{"Quorin/ m ", " H \n a \n \n"}}}));
 
 // What the package calls its inf file is replaced, whatever it was before.
 INSTANTIATE_TEST_SUITE_P(
@@ -169,9 +169,8 @@ INSTANTIATE_TEST_SUITE_P(Names, InfNameRefused,
                                          "../../beside.txt", "..\\..\\..\\..\\tmp\\x.txt", "/", "/x.txt", "/tmp/x.txt",
                                          "sub/kept.txt", "\\", "\\x.txt", "\\\\server\\x.txt", "x.txt\\", "none\\x.txt",
                                          "sub\\..\\x.txt", "sub", "sub\\", "link.txt", "dangling.txt", "C:", "C:x.txt",
-                                         "C:\\x.txt", "C:/x.txt", "m\0.txt"s, "\0"s, "m.txt\0"s, "n256" + Letters(252),
-                                         "n5000" + Letters(4995), "pdb" + Letters(5000) + ".pdb", "a/b.pdb", ".pdb",
-                                         "..pdb", "m\0.pdb"s));
+                                         "C:\\x.txt", "C:/x.txt", "n256" + Letters(252), "n5000" + Letters(4995),
+                                         "pdb" + Letters(5000) + ".pdb", "a/b.pdb", ".pdb", "..pdb"));
 
 class PackageOnADevice : public FaultyPackage {
 protected:

@@ -70,13 +70,6 @@ TEST_F(Download, WithoutAnInfFileStaysClosed) {
     EXPECT_EQ(Selection.SelectedDownload, u"qrn0001.txt");
 }
 
-TEST_F(Download, OfAnInfTableWithoutRowsStopsTheProgram) {
-    InstallMeter("");
-    GoToDownloads();
-    support::FailureOf([] { MenuEvent(u"Open"); });
-    EXPECT_FALSE(Device.Folder.Has("Quorin/qrn0001.txt"));
-}
-
 TEST_F(Download, OfNothingDoesNothing) {
     InstallMeter();
     Text none;
