@@ -59,7 +59,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t cou
         place.Put("settings.ini", settings);
     };
     const std::int32_t deviceType = DeviceTypes[count % std::size(DeviceTypes)];
-    fuzz::Run(place, deviceType, putFiles, UsePreferences, {"is no number (setting ComPort)"});
+    fuzz::Run(place, deviceType, putFiles, UsePreferences, {"The setting ComPort "});
     fuzz::Must(KeepsOtherLines(settings, place.Bytes("settings.ini")), "a line of the settings is lost");
     return 0;
 }

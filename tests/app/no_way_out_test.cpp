@@ -70,7 +70,8 @@ TEST_P(NoWayOut, ForTheInfFileOfAPackage) {
     Put("new.qvd", "Meter|" + Name() + "\n" + InfHeaderLine + "a|1||||||\n");
     MenuEvent(u"Add Driver...");
     MenuEvent(u"Install...");
-    EXPECT_THAT(Device.Did.Messages(), ElementsAre(u"Error creating driver inf file"));
+    const bool hasNul = Name().find('\0') != std::string::npos; // a blank by now, and a name as any other
+    EXPECT_THAT(Device.Did.Messages(), ElementsAre(hasNul ? u"Driver installed" : u"Error creating driver inf file"));
 }
 
 TEST_P(NoWayOut, ForTheInfFileInTheDriversTable) {

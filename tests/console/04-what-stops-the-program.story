@@ -2,19 +2,6 @@
 $ mkdir -p Quorin
 $ printf 'NAME|INFFILE\nMeter|meter.txt\n' > Quorin/drivers.txt
 $ printf 'DRIVER|FILE|DATE|ALIAS\nMeter|qrn0001.txt|20070301|\n' > Quorin/qrnctrl.txt
-# An inf table without rows.
-$ printf 'FIELDNAME|VISIBLE|COPY|BLOB|DISPLAY|CSVNAME|DATATYPE|FORMULA\n' > Quorin/meter.txt
-$ quorin-console
-> choose Start...
-{"done":"choose"}
-> choose Ok
-{"done":"choose"}
-> choose Open
-{"event":"status","text":"Busy"}
-{"event":"failure","text":"The inf table meter.txt has no rows"}
-{"done":"choose","error":"the program has ended"}
-stderr: quorin-console: The inf table meter.txt has no rows
-[exit status 1]
 # A colour that is no number.
 $ printf 'FIELDNAME|VISIBLE|COPY|BLOB|DISPLAY|CSVNAME|DATATYPE|FORMULA\nPlace|1|||green|||\n' > Quorin/meter.txt
 $ quorin-console
@@ -63,9 +50,9 @@ $ quorin-console
 {"event":"status","text":null}
 {"done":"choose"}
 > tick 500
-{"event":"failure","text":"The port \"printer\" is no number (setting ComPort)"}
+{"event":"failure","text":"The setting ComPort holds \"printer\", which is no number of a port: choose a port under Preferences, Bluetooth Serial Setup..."}
 {"done":"tick","error":"the program has ended"}
-stderr: quorin-console: The port "printer" is no number (setting ComPort)
+stderr: quorin-console: The setting ComPort holds "printer", which is no number of a port: choose a port under Preferences, Bluetooth Serial Setup...
 [exit status 1]
 $ cat Quorin/qrnctrl.txt
 DRIVER|FILE|DATE|ALIAS

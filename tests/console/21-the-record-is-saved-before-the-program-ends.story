@@ -5,50 +5,120 @@ $ printf 'FIELDNAME|VISIBLE|COPY|BLOB|DISPLAY|CSVNAME|DATATYPE|FORMULA\nPlot|1||
 $ printf 'Plot|Dug|Remark\nA1|2007-04-01|dry\nA2|02/04/2007|wet\n' > Quorin/qrn0001.txt
 $ quorin-console
 > choose Start...
+{"done":"choose"}
 > choose Ok
+{"done":"choose"}
 > choose Open
+{"event":"status","text":"Busy"}
+{"event":"status","text":null}
+{"done":"choose"}
 > tap 0 1
+{"done":"tap"}
 > set B7
+{"done":"set"}
 > key 13
+{"done":"key"}
 > tap 2 1
+{"done":"tap"}
 > set stony
+{"done":"set"}
 > tap 1 1
+{"event":"failure","text":"\"2007-04-01\" is no date of the form day/month/year: mend it in the file of the table, with any editor"}
+{"done":"tap","error":"the program has ended"}
+stderr: quorin-console: "2007-04-01" is no date of the form day/month/year: mend it in the file of the table, with any editor
+[exit status 1]
 $ cat Quorin/qrn0001.txt
+Plot|Dug|Remark
+B7|2007-04-01|stony
+A2|02/04/2007|wet
 # A port that is no number, with a calendar over the record.
 $ printf '[Settings]\nComPort=Com1:\n' > settings.ini
 $ quorin-console
 > choose Start...
+{"done":"choose"}
 > choose Ok
+{"done":"choose"}
 > choose Open
+{"event":"status","text":"Busy"}
+{"event":"status","text":null}
+{"done":"choose"}
 > choose Next Record
+{"done":"choose"}
 > tap 2 1
+{"done":"tap"}
 > set sandy
+{"done":"set"}
 > key 13
+{"done":"key"}
 > tap 1 1
+{"done":"tap"}
 > tick 500
+{"event":"failure","text":"The setting ComPort holds \"Com1:\", which is no number of a port: choose a port under Preferences, Bluetooth Serial Setup..."}
+{"done":"tick","error":"the program has ended"}
+stderr: quorin-console: The setting ComPort holds "Com1:", which is no number of a port: choose a port under Preferences, Bluetooth Serial Setup...
+[exit status 1]
 $ cat Quorin/qrn0001.txt
+Plot|Dug|Remark
+B7|2007-04-01|stony
+A2|02/04/2007|sandy
 # A disk that has no room: both are told, and the file is as it was.
 $ printf '' > settings.ini
 $ quorin-console
 > choose Start...
+{"done":"choose"}
 > choose Ok
+{"done":"choose"}
 > choose Open
+{"event":"status","text":"Busy"}
+{"event":"status","text":null}
+{"done":"choose"}
 > tap 2 1
+{"done":"tap"}
 > set lost
+{"done":"set"}
 > key 13
+{"done":"key"}
 > disk fail -1
+{"done":"disk"}
 > tap 1 1
+{"event":"notsaved","file":"qrn0001.txt","error":"the disk is full"}
+{"event":"failure","text":"\"2007-04-01\" is no date of the form day/month/year: mend it in the file of the table, with any editor"}
+{"done":"tap","error":"the program has ended"}
+stderr: quorin-console: not saved: qrn0001.txt, the disk is full
+stderr: quorin-console: "2007-04-01" is no date of the form day/month/year: mend it in the file of the table, with any editor
+[exit status 1]
 $ cat Quorin/qrn0001.txt
+Plot|Dug|Remark
+B7|2007-04-01|stony
+A2|02/04/2007|sandy
 # Off the record screens there is no record to be saved, whatever the grid shows: here the register has no room for a
 # new row.
 $ quorin-console
 > choose Start...
+{"done":"choose"}
 > choose Ok
+{"done":"choose"}
 > disk fail -1
+{"done":"disk"}
 > choose New
+{"event":"notsaved","file":"qrnctrl.txt","error":"the disk is full"}
+{"done":"choose"}
 > disk ok
+{"done":"disk"}
 > choose Rename
 >> set North field
+{"done":"set"}
 >> disk fail -1
+{"done":"disk"}
 >> choose Ok
+{"done":"choose"}
+{"event":"notsaved","file":"qrnctrl.txt","error":"the disk is full"}
+{"done":"choose"}
+stderr: quorin-console: not saved: qrnctrl.txt, the disk is full
+stderr: quorin-console: not saved: qrnctrl.txt, the disk is full
 $ cat Quorin/qrnctrl.txt Quorin/qrn0001.txt
+DRIVER|FILE|DATE|ALIAS
+Soil Meter|qrn0001.txt|20070301|
+Plot|Dug|Remark
+B7|2007-04-01|stony
+A2|02/04/2007|sandy

@@ -159,13 +159,14 @@ TEST_F(Console, ClosesEachOpenCommandWhenTheProgramEndsInsideAPrompt) {
 }
 
 TEST_F(Console, EndsWithOneAndSaysWhyOnARunTimeFailure) {
-    Root.Put("Quorin/meter.txt", "FIELDNAME|VISIBLE|COPY|BLOB|DISPLAY|CSVNAME|DATATYPE|FORMULA\n");
+    Root.Put("Quorin/meter.txt", "FIELDNAME|VISIBLE|COPY|BLOB|DISPLAY|CSVNAME|DATATYPE|FORMULA\na|1|||green|||\n");
     const Outcome run = Tell(Joined({OpenTheDownload, {"screen"}}));
     EXPECT_EQ(run.Status, 1);
     ASSERT_GE(run.Lines.size(), 2U);
-    EXPECT_EQ(run.Lines[run.Lines.size() - 2], R"({"event":"failure","text":"The inf table meter.txt has no rows"})");
+    EXPECT_EQ(run.Lines[run.Lines.size() - 2], R"({"event":"failure","text":"DISPLAY \"green\" is no number (row 1 of meter.txt)"
+})");
     EXPECT_EQ(run.Line(run.Lines.size() - 1)["done"], "choose");
-    EXPECT_THAT(run.Errors, HasSubstr("The inf table meter.txt has no rows"));
+EXPECT_THAT(run.Errors, HasSubstr("DISPLAY \"green\" is no number"));
 }
 
 TEST_F(Console, EndsWithThreeAtTheFirstCommandThatFailsWhenItIsStrict) {

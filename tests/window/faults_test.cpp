@@ -209,8 +209,7 @@ void FailedSaves::SaveInVain(const std::function<void()>& standardStreams) {
 
 TEST_F(FailedSaves, AreToldAndLeaveTheFileAsItWas) {
     SaveInVain([] {});
-    EXPECT_THAT(Window->Process().Errors(),
-                MatchesRegex("quorin: Can't write .*qrn0001\\.txt: the disk is full\n"));
+    EXPECT_THAT(Window->Process().Errors(), MatchesRegex("quorin: Can't write .*qrn0001\\.txt: the disk is full\n"));
 }
 
 TEST_F(FailedSaves, AreToldInTheWindowWhereTheStandardStreamsAreClosed) {
@@ -271,12 +270,12 @@ TEST_F(WindowFaults, ASignalEndsTheProgramAlsoWhereTheBoxOfLossesStands) {
 TEST_F(WindowFaults, ARunTimeFailureIsShownAndEndsWithOne) {
     Start();
     ShowDownloads();
-    Home.Put("root/Quorin/meter.txt", "FIELDNAME|VISIBLE|COPY|BLOB|DISPLAY|CSVNAME|DATATYPE|FORMULA\n");
+    Home.Put("root/Quorin/meter.txt", "FIELDNAME|VISIBLE|COPY|BLOB|DISPLAY|CSVNAME|DATATYPE|FORMULA\na|1|||green|||\n");
     Window->Choose("F1", "o", [&] { return Window->IsAsking(); });
     EXPECT_FALSE(Window->Process().HasEnded());
     EndBy("Return");
     EXPECT_EQ(Window->Process().ExitStatus(), 1);
-    EXPECT_EQ(Window->Process().Errors(), "quorin: The inf table meter.txt has no rows\n");
+    EXPECT_EQ(Window->Process().Errors(), "quorin: DISPLAY \"green\" is no number (row 1 of meter.txt)\n");
 }
 
 TEST_F(WindowFaults, ASignalEndsTheProgramInGoodOrder) {
