@@ -110,6 +110,11 @@ Notice LinkIsOn() {
             Until::Withdrawn};
 }
 
+Notice PortEndsProgram(const Text& why) {
+    return {AboutPort, Severity::Warning, why + u" The next download that takes readings ends the program.",
+            Until::Withdrawn};
+}
+
 Notice NobodyKeepsAway(const Text& why) {
     return {AboutLock, Severity::Warning, why + u". Tap here when you have read it.", Until::Tapped};
 }

@@ -17,6 +17,7 @@ inline const Text AboutMailbox = u"mailbox";
 inline const Text AboutLinkOff = u"linkoff";
 inline const Text AboutLinkOn = u"linkon";
 inline const Text AboutLock = u"lock";
+inline const Text AboutPort = u"port";
 
 /// "20:30:05".
 Text TimeText(const platform::DateTime& moment);
@@ -36,6 +37,8 @@ Notice DeliveryStays(const Text& fullName, platform::ErrorNumber why);
 Notice DeliveryKept(const Text& fullName, platform::ErrorNumber why);
 Notice LinkIsOff();
 Notice LinkIsOn();
+/// `why` is what the program will end with.
+Notice PortEndsProgram(const Text& why);
 /// `why` says that a second program can't be kept away.
 Notice NobodyKeepsAway(const Text& why);
 

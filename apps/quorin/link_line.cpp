@@ -45,8 +45,6 @@ std::string AgeText(std::int64_t seconds) {
 }
 
 LinkLine LinkLineOf(const LinkView& link) {
-    if (!link.Failure.empty())
-        return {link.Failure + " The next download that takes readings ends the program.", false, true};
     if (link.Road == LinkRoad::None)
         return {"Link off: no port is chosen", false};
     if (!link.Wanted)

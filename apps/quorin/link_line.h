@@ -17,7 +17,6 @@ struct LinkView {
     std::string Port;                      ///< as the settings call it
     std::string Path;                      ///< the device behind a serial port; empty for none
     std::string Trouble;                   ///< why that could not be opened
-    std::string Failure;                   ///< why a try to open it will end the program
     bool Heard = false;                    ///< something has come since the port was opened
     std::optional<std::int64_t> RecordAge; ///< seconds since the last record; nothing before the first one
 };
@@ -25,7 +24,6 @@ struct LinkView {
 struct LinkLine {
     std::string Text;
     bool Alive = false; ///< a record has come within the last minute, over a link that is open
-    bool Warns = false; ///< a person has to do something about it
     bool operator==(const LinkLine&) const = default;
 };
 

@@ -90,7 +90,6 @@ LinkView WindowWatch::Link() {
     link.Wanted = modBluetooth::Receive.LinkWanted;
     link.Open = modBluetooth::Ports.LinkOpen;
     link.Port = ToBytes(port);
-    link.Failure = ToBytes(modBluetooth::PortFailure());
     if (link.Road == LinkRoad::Serial) {
         link.Path = Device->serial.HostPath();
         link.Open = Device->serial.PortOpen();
@@ -113,7 +112,7 @@ bool WindowWatch::RaiseWhatIsPending() {
     LastLook = now;
     const LinkLine line = LinkLineOf(Link());
     if (line != Shown)
-        Device->window.SetLinkLine(QString::fromStdString(line.Text), line.Alive, line.Warns);
+        Device->window.SetLinkLine(QString::fromStdString(line.Text), line.Alive);
     Shown = line;
     return false;
 }

@@ -6,9 +6,9 @@
 
 namespace platform::common {
 
-/// UTF-8 where the bytes are valid UTF-8, and Windows-1252 byte by byte elsewhere: an instrument may send either. A NUL,
-/// as a break on the line reads, is a blank. A
-/// character that is not whole at the end of a read waits for the next one.
+/// UTF-8 where the bytes are valid UTF-8, and Windows-1252 byte by byte elsewhere: an instrument may send either. A
+/// NUL, as a break on the line reads, is a blank. A character that is not whole at the end of a read waits for the next
+/// one.
 class SerialText {
 public:
     Text Decode(std::string_view bytes);

@@ -3,6 +3,7 @@
 
 #include "companion/form_state.h"
 #include "companion/words.h"
+#include "link/ports.h"
 
 namespace platform::device {
 
@@ -67,6 +68,10 @@ bool FormOnlooker::RaiseWhatIsPending() {
         notices.Raise(companion::LinkIsOn());
     else
         notices.Withdraw(companion::AboutLinkOn);
+    if (const Text why = modBluetooth::PortFailure(); !why.empty())
+        notices.Raise(companion::PortEndsProgram(why));
+    else
+        notices.Withdraw(companion::AboutPort);
     return false;
 }
 

@@ -18,7 +18,6 @@ constexpr QSize SmallestForm(240, 160);
 constexpr int MostKeysInARow = 4;
 constexpr int StatusTextPixels = 12; // of the screen
 constexpr int KeyTextPixels = 10;
-constexpr const char* WarningStyle = "background: #b00020; color: white;";
 
 } // namespace
 
@@ -150,10 +149,9 @@ void Window::resizeEvent(QResizeEvent*) {
     ShowAlarm();
 }
 
-void Window::SetLinkLine(const QString& text, bool alive, bool warns) {
+void Window::SetLinkLine(const QString& text, bool alive) {
     LinkText = text;
     IsAlive = alive;
-    LinkWarns = warns;
     ShowState();
 }
 
@@ -164,7 +162,7 @@ void Window::ShowState() {
     if (IsWorking)
         Link->setStyleSheet(QStringLiteral("background: #ffd54f; color: black;"));
     else
-        Link->setStyleSheet(LinkWarns ? QString::fromLatin1(WarningStyle) : IsAlive ? alive : QString());
+        Link->setStyleSheet(IsAlive ? alive : QString());
 }
 
 void Window::SetWarning(const QString& text) {
@@ -179,7 +177,7 @@ void Window::SetPlace(const QString& text) {
 
 void Window::ShowAlarm() {
     const bool warns = !WarningText.isEmpty();
-    Alarm->setStyleSheet(warns ? QString::fromLatin1(WarningStyle) : QString());
+    Alarm->setStyleSheet(warns ? QStringLiteral("background: #b00020; color: white;") : QString());
     Put(*Alarm, warns ? WarningText : PlaceText);
     Alarm->setVisible(warns || IsOneLine);
 }

@@ -57,7 +57,7 @@ public:
     void LetSize();
 
     /// The status area: the state of the link, and what a person must know of; an empty text shows nothing.
-    void SetLinkLine(const QString& text, bool alive, bool warns = false);
+    void SetLinkLine(const QString& text, bool alive);
     /// Who says it takes it away, when a person has tapped it or it is no longer so.
     void SetWarning(const QString& text);
     /// Where the records are. It stands where a warning comes, in a window that may be resized.
@@ -98,7 +98,6 @@ private:
     QString PlaceText;
     bool IsOneLine = false; ///< what has no room is cut, and told by a tip
     bool IsAlive = false;
-    bool LinkWarns = false;
     bool IsWorking = false;
 };
 

@@ -204,6 +204,24 @@ TEST_F(Warnings, ALinkThatAnInstrumentKeepsUpIntoTheInfEditorIsTold) {
     EXPECT_NE(InTheLine(), u"");
 }
 
+// A port that will end the program.
+
+TEST_F(Warnings, APortThatWillEndTheProgramIsToldAtOnce) {
+    EXPECT_EQ(InTheLine(), u"");
+    for (const char16_t* const none : {u"Com1:", u"off", u"", u"/dev/ttyUSB0"}) {
+        SaveSetting(u"ComPort", none);
+        Settle();
+        EXPECT_EQ(InTheLine().find(u"The setting ComPort "), 0U);
+        EXPECT_NE(InTheLine().find(u"choose a port under Preferences, Bluetooth Serial Setup..."), Text::npos);
+        for (const char16_t* const port : {u"Com1", u"7", u"OFF", u"SERVER"}) {
+            SaveSetting(u"ComPort", port);
+            Settle();
+            EXPECT_EQ(InTheLine(), u"");
+        }
+    }
+    EXPECT_THAT(About(u"port"), testing::SizeIs(4));
+}
+
 // A reading of which a part is missing.
 
 TEST_F(Warnings, AReadingWhoseValueALoneReturnHasEmptiedIsTold) {

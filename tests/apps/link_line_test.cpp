@@ -31,7 +31,6 @@ struct LineRow {
     LinkView Link;
     const char* Text;
     bool IsAlive;
-    bool Warns = false;
 };
 
 void PrintTo(const LineRow& row, std::ostream* out) {
@@ -44,7 +43,6 @@ TEST_P(LineOfTheLink, TellsHowItIs) {
     const LinkLine line = LinkLineOf(GetParam().Link);
     EXPECT_EQ(line.Text, GetParam().Text);
     EXPECT_EQ(line.Alive, GetParam().IsAlive);
-    EXPECT_EQ(line.Warns, GetParam().Warns);
 }
 
 // clang-format off: a row a case
@@ -85,14 +83,6 @@ const LineRow Rows[] = {
               link.Open = false;
           }),
      "Link down: waiting for the RFCOMM server", !Alive},
-    {"a port that is none",
-     With(Serial(),
-          [](LinkView& link) {
-              link.Failure = "The setting ComPort is empty: choose a port.";
-              link.Wanted = false;
-          }),
-     "The setting ComPort is empty: choose a port. The next download that takes readings ends the program.", !Alive,
-     true},
     {"a server",
      With(Serial(),
           [](LinkView& link) {
