@@ -41,6 +41,7 @@ stderr: quorin-console: The download file "qrnabcd.txt" has no number in its nam
 $ printf '[Settings]\nComPort=printer\n' > settings.ini
 $ printf 'FIELDNAME|VISIBLE|COPY|BLOB|DISPLAY|CSVNAME|DATATYPE|FORMULA\nPlace|1||dv: Site||||\n' > Quorin/meter.txt
 $ quorin-console
+{"event":"warning","about":"port","text":"The setting ComPort holds \"printer\", which is no number of a port: choose a port under Preferences, Bluetooth Serial Setup... The next download that takes readings ends the program."}
 > choose Start...
 {"done":"choose"}
 > choose Ok

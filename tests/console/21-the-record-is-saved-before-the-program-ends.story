@@ -34,6 +34,7 @@ A2|02/04/2007|wet
 # A port that is no number, with a calendar over the record.
 $ printf '[Settings]\nComPort=Com1:\n' > settings.ini
 $ quorin-console
+{"event":"warning","about":"port","text":"The setting ComPort holds \"Com1:\", which is no number of a port: choose a port under Preferences, Bluetooth Serial Setup... The next download that takes readings ends the program."}
 > choose Start...
 {"done":"choose"}
 > choose Ok
