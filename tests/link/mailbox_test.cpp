@@ -186,6 +186,21 @@ INSTANTIATE_TEST_SUITE_P(
                            }}),
     [](const auto& row) { return row.param.Name; });
 
+/// As on a file system that notes neither time finely enough.
+TEST_F(MailboxOfAnotherUser, TakesOtherBytesOfAFileThatLooksTheSame) {
+    Deliver(Reading);
+    Pass(3000);
+    ASSERT_EQ(Results(), 1U);
+    WriteOver(Device.Folder.Path() / "c/ipcout.txt", With("23.5"));
+    modFileSystem::FileHandle file;
+    modFileSystem::OpenFile(file, u"c:\\ipcout.txt", u"r", u"", u"");
+    modBluetooth::Mailbox.Left->Stamp = modFileSystem::FileStampOf(file);
+    modFileSystem::CloseFile(file);
+    Device.WillAnswer(platform::BoxAnswer::Yes);
+    Pass(3000);
+    EXPECT_EQ(Moisture(), u"23.5 %");
+}
+
 TEST_F(MailboxOfAnotherUser, IsForgottenOnceTheServerHasTakenItsFileAway) {
     Deliver(Reading);
     Pass(3000);
@@ -242,8 +257,8 @@ INSTANTIATE_TEST_SUITE_P(Of, BytesOfADelivery,
                                                "C",
                                                u"\u00B0C"},
                                          Bytes{"BothInOneLine", "\xC2\xB5\xB5\x80", u"\u00B5\u00B5\u20AC"},
-                                         Bytes{"ACharacterBeyondTheFirstPlane", "\xF0\x9F\x98\x80\xB0",
-                                               u"\xD83D\xDE00\u00B0"}),
+                                         Bytes{"ACharacterBeyondTheFirstPlane", "\xF0\x9F\x92\x80\xB0",
+                                               u"\xD83D\xDC80\u00B0"}),
                          [](const auto& row) { return row.param.Name; });
 
 TEST_F(Mailbox, ByteOrderMarkAtTheHeadIsNoText) {

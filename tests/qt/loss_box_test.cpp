@@ -84,12 +84,8 @@ TEST_F(BoxOfLosses, WithdrawsAPressUnderWhichItComesUp) {
     Down(Grid(), Middle(0, 1));
     Measure(); // the release goes to the box
     ASSERT_NE(Box.Dialog(), nullptr);
-    Pass(2000);
-    Up(*Box.Dialog(), {1, 1});
-    Box.Dialog()->button(QMessageBox::Ok)->click();
-    Settle();
-    EXPECT_FALSE(Field().Visible());
-    EXPECT_FALSE(Device.Platform.tmrHoldEvent.Enabled());
+    EXPECT_FALSE(Grid().Withdraw()) << "there is no press any more";
+    Press(Qt::Key_Escape);
 }
 
 } // namespace
