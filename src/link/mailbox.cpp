@@ -24,7 +24,6 @@ bool FileExists(const Text& fullName) {
 }
 
 Text LinesOf(FileHandle& file) {
-    constexpr char16_t ByteOrderMark = 0xFEFF;
     Text lines;
     const std::int32_t count = modFileSystem::FileLineCount(file);
     if (modFileSystem::SeekFileLine(file, 1) != 1)
@@ -33,8 +32,6 @@ Text LinesOf(FileHandle& file) {
         std::int32_t next = -1;
         lines += modFileSystem::ReadFileLine(file, next) + u"\r\n";
     }
-    if (lines.front() == ByteOrderMark)
-        lines.erase(0, 1);
     return lines;
 }
 
