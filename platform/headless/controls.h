@@ -81,6 +81,7 @@ public:
     void SetContents(const Text& text) override;
     bool MultiLine() const override { return Lines; }
     void SetMultiLine(bool multiLine) override { Lines = multiLine; }
+    void Commit() override {} // what is typed is there at once
     void Select(std::int32_t position, std::int32_t length) override { Edited.Select(position, length); }
 
     void ActOnKey(std::int32_t keyCode) override;

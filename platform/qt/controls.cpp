@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "platform/qt/controls.h"
 
+#include <QGuiApplication>
 #include <QHeaderView>
+#include <QInputMethod>
 #include <QKeyEvent>
 #include <QTableView>
 #include <QTextBlock>
@@ -84,9 +86,9 @@ void ReplaceIn(QLineEdit& line, const QString& text) {
 }
 
 /// Tab moves on, and writes nothing where there is nowhere to go.
-class PageEdit final : public QPlainTextEdit {
+class PageEdit final : public Composing<QPlainTextEdit> {
 public:
-    using QPlainTextEdit::QPlainTextEdit;
+    using Composing::Composing;
 
 protected:
     void keyPressEvent(QKeyEvent* event) override {
@@ -117,7 +119,7 @@ protected:
 // --- text ------------------------------------------------------------------------------------------------------------
 
 QtTextBox::QtTextBox(QWidget& form, device::Focus& focus, NativeFocus& native, const char* name)
-    : NativeFontControl(focus, native, name), Line(*new QLineEdit(&form)), Page(*new PageEdit(&form)) {
+    : NativeFontControl(focus, native, name), Line(*new Composing<QLineEdit>(&form)), Page(*new PageEdit(&form)) {
     for (QWidget* widget : {static_cast<QWidget*>(&Line), static_cast<QWidget*>(&Page)}) {
         widget->setObjectName(QString::fromLatin1(name));
         widget->setStyleSheet(QString::fromLatin1(FieldStyle));
@@ -199,6 +201,20 @@ void QtTextBox::SetMultiLine(bool multiLine) {
     Lines = multiLine;
     Fill();
     Show();
+}
+
+/// An input method that is asked to commit may leave it at that: what it holds is taken from it then.
+void QtTextBox::Commit() {
+    if (!Visible())
+        return;
+    QGuiApplication::inputMethod()->commit();
+    const QString held = Lines ? Page.Held : Line.Held;
+    if (held.isEmpty())
+        return;
+    QInputMethodEvent commit;
+    commit.setCommitString(held);
+    QCoreApplication::sendEvent(&Widget(), &commit);
+    QGuiApplication::inputMethod()->reset();
 }
 
 void QtTextBox::Select(std::int32_t position, std::int32_t length) {

@@ -10,6 +10,7 @@
 
 #include <QCalendarWidget>
 #include <QComboBox>
+#include <QInputMethodEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -102,6 +103,20 @@ private:
     std::int32_t Size = 0;
 };
 
+/// Keeps what an input method has composed and not committed yet.
+template <class Edit>
+class Composing : public Edit {
+public:
+    using Edit::Edit;
+    QString Held;
+
+protected:
+    void inputMethodEvent(QInputMethodEvent* event) override {
+        Held = event->preeditString();
+        Edit::inputMethodEvent(event);
+    }
+};
+
 /// One line or several: two widgets, of which the one that is wanted is on show.
 class QtTextBox final : public NativeFontControl<device::EditBox> {
 public:
@@ -111,6 +126,7 @@ public:
     void SetContents(const Text& text) override;
     bool MultiLine() const override { return Lines; }
     void SetMultiLine(bool multiLine) override;
+    void Commit() override;
     void Select(std::int32_t position, std::int32_t length) override;
     std::int32_t Caret() const override;
 
@@ -129,8 +145,8 @@ private:
     void Fill();
     void Edited();
 
-    QLineEdit& Line;
-    QPlainTextEdit& Page;
+    Composing<QLineEdit>& Line;
+    Composing<QPlainTextEdit>& Page;
     Text Value; ///< as it was set, until a person edits it
     bool Lines = false;
     bool Filling = false;

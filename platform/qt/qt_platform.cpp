@@ -22,6 +22,7 @@ constexpr std::int32_t Desktop = 0;
 constexpr std::int32_t NoScrollBars = 9; // a device type that draws none beside its lists
 constexpr int ThinBar = 4;               // pixels, where the page is told by a thin mark
 constexpr std::int32_t SelectKey = 310;
+constexpr auto HandsRest = std::chrono::milliseconds(500); // after which a key is no part of what was typed before
 
 float BarWidth(const WindowOptions& looks) {
     const int ofStyle = QApplication::style()->pixelMetric(QStyle::PM_ScrollBarExtent);
@@ -108,10 +109,7 @@ void QtPlatform::WireWindow() {
             tmrHoldEvent.SetEnabled(false);
         Held.clear();
     };
-    boxes.PersonIsTyping = [this] {
-        constexpr auto Rest = std::chrono::milliseconds(500);
-        return std::chrono::steady_clock::now() - LastKey < Rest;
-    };
+    boxes.PersonIsTyping = [this] { return std::chrono::steady_clock::now() - LastKey < HandsRest; };
     window.CloseRequested = [this] { CloseWanted = true; };
     PumpOfQt.WorkShown = [this](bool working) {
         window.SetWorking(working);
@@ -244,7 +242,16 @@ bool QtPlatform::eventFilter(QObject* object, QEvent* event) {
     if (event->type() == QEvent::KeyRelease)
         return TakeKeyRelease(key);
     // The first widget that the key comes to, and not those that it climbs to when that has no use for it.
-    return widget == window.focusWidget() && native.TakesKeys(widget) && TakeKeyPress(key);
+    if (widget != window.focusWidget() || !native.TakesKeys(widget))
+        return false;
+    if (focus.Holder() == &txtInputField)
+        LastFieldKey = std::chrono::steady_clock::now();
+    return ComesTooLate() || TakeKeyPress(key);
+}
+
+bool QtPlatform::ComesTooLate() const {
+    return modPDAUI::Input.TakenAway && focus.Holder() != &txtInputField &&
+           std::chrono::steady_clock::now() - LastFieldKey < HandsRest;
 }
 
 /// Each press has one release. One whose press went to a menu or a box is theirs.

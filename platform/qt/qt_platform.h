@@ -98,6 +98,8 @@ private:
     /// Key down. Whether the control is left to act on it.
     bool KeyGoesDown(std::int32_t code);
     bool TakeKeyPress(QKeyEvent& event);
+    /// Whether the key was meant for the field that a change of the record has closed under the person's hands.
+    bool ComesTooLate() const;
     void ActOnKey(device::FocusTarget& taker, std::int32_t code);
     void SendKey(device::FocusTarget& taker, int key, const QString& text);
 
@@ -111,7 +113,8 @@ private:
     bool CloseWanted = false;
     bool Delivering = false;          ///< a key goes to a control: the form has had it
     std::map<int, std::int32_t> Held; ///< keys of the keyboard that went down on the form, and what they stand for
-    std::chrono::steady_clock::time_point LastKey; ///< when one last did
+    std::chrono::steady_clock::time_point LastKey;      ///< when one last did
+    std::chrono::steady_clock::time_point LastFieldKey; ///< when one was last typed into the text field
 };
 
 } // namespace platform::qt

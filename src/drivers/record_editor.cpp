@@ -123,6 +123,7 @@ void ShowRecord() {
 }
 
 void CollectRecordEdits() {
+    Device().txtInputField.Commit();
     for (std::int32_t row = 0; row < SharedFields(); ++row) {
         Text& value = Table.TableValues[static_cast<std::size_t>(row)];
         const Text shown = Device().grdMain.Cell(row, ValueColumn);
@@ -138,6 +139,7 @@ void SaveRecordFromGrid() {
         Device().saveWatcher.NotSaved(Table.TableName, u"the file could not be made");
         return;
     }
+    Device().txtInputField.Commit();
     modPDAUI::ShowBusy(true);
     for (std::int32_t row = 0; row < SharedFields(); ++row)
         Table.TableValues[static_cast<std::size_t>(row)] = Device().grdMain.Cell(row, ValueColumn);
@@ -155,6 +157,7 @@ void RecordCommand(const Text& command) {
     const Text name = modStringTools::UpperCase(command);
     if (name == u"DELETE" && !modPDAUI::AskTwice(u"Delete Record?"))
         return;
+    modPDAUI::CloseCellEdit();
     for (const RecordCommandRow& row : RecordCommands) {
         if (name == row.Name)
             row.Run();

@@ -42,6 +42,17 @@ void BeginCellEdit(std::int32_t row, std::int32_t col) {
     field.SetFocus();
     Input.EditRow = grdMain.Row();
     Input.EditCol = grdMain.Col();
+    Input.TakenAway = false;
+}
+
+bool CloseCellEdit() {
+    if (modQuorin::Screens.CurrentScreen == modQuorin::ScrInput || !Device().txtInputField.Visible())
+        return false;
+    Device().grdMain.SetFocus();
+    if (Device().txtInputField.Visible())
+        TextFieldLostFocus(); // it did not have the focus
+    Input.TakenAway = true;
+    return true;
 }
 
 bool AnyInputFieldVisible() {

@@ -1,15 +1,20 @@
 // SPDX-License-Identifier: MIT
 #include "view/navigation.h"
 
+#include "view/input_fields.h"
 #include "view/layout.h"
+#include "view/platform/platform.h"
 #include "view/soft_menus.h"
 
 namespace modQuorin {
 
 void GotoScreen(ScreenId id) {
+    const bool closed = modPDAUI::CloseCellEdit();
     Screens.PreviousScreen = Screens.CurrentScreen;
     Screens.CurrentScreen = id;
     ShowScreen(id);
+    if (closed)
+        platform::Device().grdMain.SetFocus(); // the layout has taken it
 }
 
 void ShowScreen(ScreenId id) {

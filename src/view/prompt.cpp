@@ -2,6 +2,7 @@
 #include "view/prompt.h"
 
 #include "text/ranges.h"
+#include "view/input_fields.h"
 #include "view/navigation.h"
 #include "view/platform/platform.h"
 
@@ -207,6 +208,7 @@ void HideAllFields() {
 } // namespace
 
 void InputPrompt(const Text& title, std::int32_t kind, Text& value, const Text& list, bool keepGrids, bool modal) {
+    CloseCellEdit(); // or its text would be read as the answer
     Prompt.PromptModal = modal;
     if (!keepGrids) {
         Prompt.PromptRow = Device().grdMain.Row();
@@ -231,6 +233,8 @@ void InputPrompt(const Text& title, std::int32_t kind, Text& value, const Text& 
 }
 
 void EndInput(bool cancel) {
+    if (!cancel)
+        Device().txtInputField.Commit();
     const Text answer = cancel ? Text() : Answer();
     HideAllFields();
     modQuorin::GotoScreen(Screens.PreviousScreen);

@@ -181,5 +181,125 @@ TEST_F(Record, KeystrokesReachTheCellAtOnce) {
     EXPECT_TRUE(Table.RecordDirty);
 }
 
+// A field that stands open over the record.
+
+std::vector<std::string> Closed; ///< what the screen is told when a field closes, with the record of that moment
+
+class FieldOverARecord : public Record {
+protected:
+    FieldOverARecord() {
+        OpenFive();
+        Repaint();
+        Closed.clear();
+        ScreenRow(ScrInfRecord).Behaviour.CellEdited = [](std::int32_t row, std::int32_t col, const Text& text) {
+            Closed.push_back(std::to_string(row) + " " + std::to_string(col) + " " + modStringTools::ToBytes(text) +
+                             (platform::Device().txtInputField.Visible() ? " open" : " hidden"));
+        };
+        Tap(2, 1);
+        Type(u"typed");
+    }
+    bool IsOpen() { return Device.Platform.txtInputField.Visible(); }
+};
+
+TEST_F(FieldOverARecord, IsClosedBeforeAnotherRecordComesUnderIt) {
+    Choose(u"Next Record");
+    EXPECT_FALSE(IsOpen());
+    EXPECT_EQ(Device.Platform.txtInputField.Contents(), u"");
+    EXPECT_THAT(Closed, ElementsAre("2 1 typed open"));
+    EXPECT_EQ(Device.Platform.focus.Holder(), &Device.Platform.grdMain);
+    EXPECT_EQ(platform::device::SetInput(Device.Platform, u"late"), "no input control has the focus");
+    Choose(u"Next Record");
+    EXPECT_EQ(Download(), Header + "1||typed\n2||\n3||\n4||\n5||\n");
+}
+
+class CommandUnderAField : public FieldOverARecord, public testing::WithParamInterface<const char16_t*> {};
+
+TEST_P(CommandUnderAField, ClosesIt) {
+    Device.WillAnswer(BoxAnswer::Yes);
+    Device.WillAnswer(BoxAnswer::Yes);
+    RecordCommand(GetParam());
+    EXPECT_FALSE(IsOpen());
+    EXPECT_THAT(Closed, ElementsAre("2 1 typed open"));
+    EXPECT_EQ(Cell(2, 1), Text(GetParam()) == u"PREV" || Text(GetParam()) == u"FIRST" ? u"typed" : u"");
+}
+
+INSTANTIATE_TEST_SUITE_P(Each, CommandUnderAField,
+                         testing::Values(u"NEXT", u"PREV", u"FIRST", u"LAST", u"NEW", u"INSERT", u"DELETE"));
+
+TEST_F(FieldOverARecord, StaysWhenTheRecordIsNotDeletedAfterAll) {
+    Device.WillAnswer(BoxAnswer::No);
+    Choose(u"Delete Record");
+    EXPECT_TRUE(IsOpen());
+    Type(u"more");
+    EXPECT_EQ(Cell(2, 1), u"more");
+}
+
+TEST_F(FieldOverARecord, IsSavedByBackAndClosedBeforeTheListIsShown) {
+    Table.RecordDirty = false; // so that the open field alone asks for the save
+    GoBack();
+    EXPECT_EQ(Screen(), ScrDownloads);
+    EXPECT_FALSE(IsOpen());
+    EXPECT_THAT(Closed, ElementsAre("2 1 typed open"));
+    EXPECT_EQ(Device.Platform.focus.Holder(), &Device.Platform.grdMain);
+    EXPECT_EQ(Download(), Header + "1||typed\n2||\n3||\n4||\n5||\n");
+}
+
+TEST_F(FieldOverARecord, IsClosedByAnyOtherScreen) {
+    MenuEvent(u"Preferences...");
+    EXPECT_FALSE(IsOpen());
+    EXPECT_THAT(Closed, ElementsAre("2 1 typed open"));
+}
+
+TEST_F(FieldOverARecord, IsClosedWithoutTheFocusToo) {
+    Device.Platform.grdTitle.GotFocus = nullptr;
+    Device.Platform.txtInputField.LostFocus = nullptr; // as if the event had gone astray
+    Device.Platform.grdTitle.SetFocus();
+    ASSERT_TRUE(IsOpen());
+    Choose(u"Next Record");
+    EXPECT_FALSE(IsOpen());
+    EXPECT_EQ(Cell(2, 1), u"");
+}
+
+TEST_F(FieldOverARecord, TakesNoReadingIntoTheNextRecord) {
+    Choose(u"New Record");
+    Tap(1, 1);
+    Device.Platform.txtInputField.SetContents(u"24 %");
+    EXPECT_EQ(Cell(1, 1), u"24 %");
+    EXPECT_EQ(Cell(2, 1), u"");
+}
+
+/// The page key moves the row away under the field, onto a row for dates.
+TEST_F(Record, FieldThatIsOpenIsNoAnswerToADatePrompt) {
+    InstallMeter("Place|1||||||\nDay|1|||||DATE|\n");
+    OpenDownload("Place|Day\na|05/03/2007\n");
+    Repaint();
+    Tap(0, 1);
+    Type(u"typed");
+    std::int32_t key = 34;
+    frmQuorin::Form_KeyUp(key, 0);
+    Device.WillDo([this] {
+        EXPECT_FALSE(Device.Platform.txtInputField.Visible());
+        MenuEvent(u"Ok");
+    });
+    key = 310;
+    frmQuorin::Form_KeyUp(key, 0);
+    EXPECT_EQ(Cell(1, 1), u"05/03/2007");
+    EXPECT_EQ(Cell(0, 1), u"typed");
+}
+
+TEST_F(Record, SaveOfADriverClosesTheFieldOverItsName) {
+    InstallMeter();
+    MenuEvent(u"inf editor...");
+    Repaint();
+    MenuEvent(u"Edit");
+    Repaint();
+    Tap(0, 1);
+    Type(u"Gauge");
+    Choose(u"Save");
+    EXPECT_EQ(Screen(), ScrInfRecord);
+    EXPECT_FALSE(Device.Platform.txtInputField.Visible());
+    EXPECT_EQ(File("drivers.txt"), "NAME|INFFILE\nGauge|meter.txt\n");
+}
+
 } // namespace
 } // namespace modQuorin

@@ -304,5 +304,81 @@ TEST_F(TextField, SelectsNoMoreThanThereIs) {
     EXPECT_FALSE(Line().hasSelectedText());
 }
 
+// The record under it changes.
+
+class FieldOverARecord : public TextField {
+protected:
+    FieldOverARecord() {
+        OpenRecord("Place|Moisture|Remark\na|b|c\nd|e|f\n");
+        Tap(2, 1);
+    }
+    void Compose(const QString& text) {
+        QInputMethodEvent event(text, {});
+        QCoreApplication::sendEvent(QApplication::focusWidget(), &event);
+        Settle();
+    }
+};
+
+TEST_F(FieldOverARecord, GivesTheRecordWhatAnInputMethodStillHolds) {
+    Compose(QStringLiteral("\u00B5g"));
+    ASSERT_EQ(Cell(2, 1), u"c");
+    modQuorin::MenuEvent(u"Next Record");
+    EXPECT_EQ(File("qrn0001.txt"), "Place|Moisture|Remark\na|b|c\xC2\xB5g\nd|e|f\n");
+    EXPECT_EQ(Cell(2, 1), u"f");
+    Press(Qt::Key_Escape);
+    EXPECT_EQ(File("qrn0001.txt"), "Place|Moisture|Remark\na|b|c\xC2\xB5g\nd|e|f\n") << "and once only";
+}
+
+TEST_F(FieldOverARecord, GivesItToBackAsWell) {
+    Compose(QStringLiteral("x"));
+    Form().close();
+    Settle();
+    EXPECT_EQ(File("qrn0001.txt"), "Place|Moisture|Remark\na|b|cx\nd|e|f\n");
+}
+
+TEST_F(TextField, GivesAnAnswerWhatAnInputMethodStillHolds) {
+    for (const std::int32_t kind : {modPDAUI::PromptLine, modPDAUI::PromptText}) {
+        Ask(kind, u"a");
+        QInputMethodEvent event(QStringLiteral("b"), {});
+        QCoreApplication::sendEvent(QApplication::focusWidget(), &event);
+        Main().SetCols(2);
+        const std::int32_t row = modPDAUI::Prompt.PromptRow;
+        modPDAUI::Prompt.PromptModal = true;
+        modQuorin::MenuEvent(u"Ok");
+        EXPECT_EQ(modPDAUI::Prompt.PromptResult, u"ab") << kind << " " << row;
+    }
+}
+
+TEST_F(FieldOverARecord, LeavesNothingOfAScanToTheNextRecord) {
+    Type("12");
+    modQuorin::MenuEvent(u"Next Record");
+    Type("34 ");
+    EXPECT_FALSE(Field().Visible()) << "a blank would open one";
+    EXPECT_EQ(Main().Row(), 2);
+    Press(Qt::Key_Up);
+    Press(Qt::Key_Escape);
+    EXPECT_EQ(Screen(), modQuorin::ScrInfRecord);
+    EXPECT_EQ(Main().Row(), 2);
+    QTest::qWait(550);
+    Press(Qt::Key_Up);
+    EXPECT_EQ(Main().Row(), 1) << "the hands have rested";
+}
+
+TEST_F(FieldOverARecord, TakesTheKeysOfAQuickHandThatOpensTheNextOne) {
+    Type("12");
+    modQuorin::MenuEvent(u"Next Record");
+    Repaint();
+    Tap(0, 1);
+    Type("34");
+    EXPECT_EQ(Cell(0, 1), u"d34");
+}
+
+TEST_F(FieldOverARecord, IsLeftByKeysWithoutARest) {
+    Type("1");
+    Press(Qt::Key_Return);
+    Press(Qt::Key_Up);
+    EXPECT_EQ(Main().Row(), 1);
+}
+
 } // namespace
 } // namespace windowtest

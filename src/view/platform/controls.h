@@ -66,6 +66,9 @@ public:
     virtual bool MultiLine() const = 0;
     virtual void SetMultiLine(bool multiLine) = 0;
 
+    /// What an input method has composed and still holds becomes part of the text, with the change event.
+    virtual void Commit() = 0;
+
     /// Puts the caret behind `position` characters and selects the `length` characters that follow it.
     virtual void Select(std::int32_t position, std::int32_t length) = 0;
 };
