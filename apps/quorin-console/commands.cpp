@@ -5,6 +5,7 @@
 #include "app/form.h"
 #include "apps/start/process.h"
 #include "arguments.h"
+#include "platform/device/form_events.h"
 #include "platform/device/gestures.h"
 #include "platform/device/keyboard.h"
 #include "reports.h"
@@ -139,7 +140,7 @@ Error RunPick(Session& session, const std::string& rest) {
 }
 
 /// The keyboard comes up over whatever is on show, a message box included.
-Error RunKeyboard(Session&, const std::string& rest) {
+Error RunKeyboard(Session& session, const std::string& rest) {
     const Arguments words = WordsOf(rest);
     std::vector<std::int32_t> numbers;
     for (const std::string& word : words) {
@@ -149,7 +150,8 @@ Error RunKeyboard(Session&, const std::string& rest) {
     constexpr std::int32_t Largest = std::numeric_limits<std::int16_t>::max();
     if (words.size() != 5 || numbers.size() != 5 || numbers[0] < -1 || numbers[0] > Largest)
         return "wants STATE LEFT TOP WIDTH HEIGHT, five whole numbers, STATE not below -1";
-    frmQuorin::mykb_statechanged(static_cast<std::int16_t>(numbers[0]), numbers[1], numbers[2], numbers[3], numbers[4]);
+    platform::device::RaiseKeyboard(session.Device().system, static_cast<std::int16_t>(numbers[0]), numbers[1],
+                                    numbers[2], numbers[3], numbers[4]);
     return Done;
 }
 

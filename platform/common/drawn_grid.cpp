@@ -129,7 +129,25 @@ bool DrawnGrid::PaintIfWanted() {
     PaintWanted = false;
     Pictures.clear();
     PaintPage();
+    Repainted();
     return true;
+}
+
+/// Before the page is painted: where it begins decides whether a scroll bar takes room, and a row that has wrapped
+/// beside one stays as high as that.
+bool DrawnGrid::FillPage() {
+    if (!Visible() || HandIsDown || (FieldIsOpen != nullptr && FieldIsOpen()) || TopRow() <= LastTop())
+        return false;
+    PullPageTo(LastTop());
+    return true;
+}
+
+bool DrawnGrid::RaisePainting() {
+    const bool filled = FillPage();
+    const bool painted = PaintIfWanted();
+    if (painted && Painted != nullptr)
+        Painted();
+    return filled || painted;
 }
 
 void DrawnGrid::PaintCell(const CellToPaint& cell) {

@@ -20,8 +20,10 @@ public:
     /// What was last painted of a cell that stands on the page; nothing where nothing was.
     const CellPicture* Picture(std::int32_t row, std::int32_t col) const;
 
-    /// Paints the page, if it is on show and has come to look different. Whether that was so.
-    bool PaintIfWanted();
+    /// What a round of events leaves to the grid: an empty part of the page is filled, once a round, and the page is
+    /// painted if it has come to look different. Whether there was anything.
+    bool RaisePainting();
+    void PaintNow() override { PaintIfWanted(); }
     void WantPainting() { PaintWanted = true; }
 
     /// The arrows move the current cell; the page keys turn the page where the device's grids do so.
@@ -40,13 +42,19 @@ public:
     void BringOnPage(std::int32_t row);
 
     bool TurnsPages = false;
-    void (*Moved)() = nullptr; ///< the current cell is another one
+    bool HandIsDown = false;         ///< on a cell, which must not move away under it
+    bool (*FieldIsOpen)() = nullptr; ///< over a cell, which must not move away under it either
+    void (*Moved)() = nullptr;       ///< the current cell is another one
+    void (*Painted)() = nullptr;     ///< the page, and no handler is waiting for it
     DrawCellHandler DrawCell = nullptr;
 
 protected:
     void LooksChanged() override { WantPainting(); }
+    virtual void Repainted() {} ///< the page has been painted
 
 private:
+    bool PaintIfWanted();
+    bool FillPage();
     void RowColChanged() override;
     void PaintCell(const CellToPaint& cell) override;
     void TurnPageDown();

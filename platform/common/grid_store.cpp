@@ -60,9 +60,11 @@ void GridStore::SetCurrentCell(std::int32_t row, std::int32_t col) {
         return;
     const std::int32_t oldRow = CurrentRow;
     const bool changed = row != CurrentRow || col != CurrentCol;
+    const bool insideRow = row == CurrentRow && col != CurrentCol;
     CurrentRow = row;
     CurrentCol = col;
-    PaintRows(std::min(oldRow, row), std::max(oldRow, row));
+    if (!Shown && !insideRow)
+        PaintRows(std::min(oldRow, row), std::max(oldRow, row));
     ScrollTo(CurrentRow); // painting may have hidden the row, and the selection moved on
     if (!changed)
         return;
@@ -102,10 +104,26 @@ std::int32_t GridStore::NearestShownRow() const {
 }
 
 void GridStore::SetTopRow(std::int32_t row) {
-    if (!HasRow(row) || row == FirstOnPage)
+    if (!HasRow(row))
+        return;
+    KeepsRow = false;
+    BeginPageWith(row);
+}
+
+void GridStore::BeginPageWith(std::int32_t row) {
+    if (row == FirstOnPage)
         return;
     FirstOnPage = row;
     Changed();
+}
+
+bool GridStore::StandsOnPage(std::int32_t row) const {
+    return HasRow(row) && row >= FirstOnPage && static_cast<float>(TopOf(row)) < Place.Height;
+}
+
+void GridStore::PullPageTo(std::int32_t row) {
+    KeepsRow = StandsOnPage(CurrentRow);
+    BeginPageWith(row);
 }
 
 std::int32_t GridStore::RowHeight(std::int32_t row) const {
@@ -158,7 +176,8 @@ void GridStore::ScrollTo(std::int32_t row) {
     std::int32_t height = HeightBetween(top, row);
     while (top < row && Place.Height < static_cast<float>(height))
         height -= At(top++).Height;
-    SetTopRow(top);
+    BeginPageWith(top);
+    KeepsRow = true;
 }
 
 void GridStore::SetBounds(const Box& box) {
@@ -174,7 +193,7 @@ void GridStore::SetVisible(bool visible) {
     Shown = visible;
     if (!visible)
         return;
-    PaintPage();
+    Changed();
     LeaveHiddenRow();
 }
 
@@ -207,10 +226,24 @@ void GridStore::Changed() {
 void GridStore::PaintPage() {
     if (Painting)
         return;
-    ChangedByPainting = false;
-    PaintRowsOfPage();
-    if (ChangedByPainting)
+    do {
+        ChangedByPainting = false;
         PaintRowsOfPage();
+        if (ChangedByPainting)
+            PaintRowsOfPage();
+    } while (BringsRowBack());
+    KeepsRow = false;
+}
+
+/// Whether the page has moved for that.
+bool GridStore::BringsRowBack() {
+    if (!KeepsRow || !HasRow(CurrentRow) || RowOnScreen(CurrentRow))
+        return false;
+    const std::int32_t top = FirstOnPage;
+    Painting = true; // the page is about to be painted anyway
+    ScrollTo(CurrentRow);
+    Painting = false;
+    return FirstOnPage != top;
 }
 
 /// The page may get longer while it is painted, as rows of hidden fields give their height away.

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // What every back-end's grid has in common: the cells, the current one, scrolling, and the events that come of them. A
-// back-end derives from it, raises the events and does the painting: a cell at once whenever the selection passes it,
-// and what stands on the page once the grid has come to look different.
+// back-end derives from it, raises the events and does the painting: of a hidden grid each row that the selection
+// passes, of one on show the page, once the grid has come to look different.
 #pragma once
 
 #include "view/platform/grid.h"
@@ -75,8 +75,11 @@ protected:
     virtual void LooksChanged() = 0;
 
     /// Paints the rows on the page, and once more when that has changed a size or the selection. Never a third time:
-    /// two columns that wrap in one row take turns at its height for ever.
+    /// two columns that wrap in one row take turns at its height for ever. Where it finds the current row pushed off
+    /// the page that it was moved onto, the page follows.
     void PaintPage();
+    /// The page begins with that row from now on, and keeps the current row where that stands on it.
+    void PullPageTo(std::int32_t row);
 
 private:
     struct Line {
@@ -93,6 +96,9 @@ private:
     void LeaveHiddenRow();
     std::int32_t NearestShownRow() const;
     void ScrollTo(std::int32_t row);
+    void BeginPageWith(std::int32_t row);
+    bool StandsOnPage(std::int32_t row) const;
+    bool BringsRowBack();
     std::int32_t HeightBetween(std::int32_t from, std::int32_t to) const;
     std::int32_t TopOf(std::int32_t row) const;
     void PaintRows(std::int32_t from, std::int32_t to);
@@ -116,6 +122,7 @@ private:
     int Announcing = 0; ///< handlers of a move that have not come back yet
     bool Painting = false;
     bool ChangedByPainting = false;
+    bool KeepsRow = false; ///< the current row was brought on the page, and has not been painted there yet
 };
 
 } // namespace platform::common

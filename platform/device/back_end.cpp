@@ -3,6 +3,7 @@
 
 #include "app/form.h"
 #include "app/start_up.h"
+#include "view/input_fields.h"
 
 namespace platform::device {
 
@@ -118,6 +119,8 @@ void BackEnd::DesignControls(const Controls& controls) {
     controls.grdMain.TurnsPages = system.DeviceType() == PalmOs;
     controls.grdMain.Moved = frmQuorin::grdMain_RowColChange;
     controls.grdMain.DrawCell = frmQuorin::grdMain_DrawCell;
+    controls.grdMain.Painted = modPDAUI::KeepFieldOverCell;
+    controls.grdMain.FieldIsOpen = modPDAUI::AnyInputFieldVisible;
     controls.grdTitle.Moved = frmQuorin::grdTitle_RowColChange;
     controls.grdTitle.DrawCell = frmQuorin::grdTitle_DrawCell;
 }

@@ -16,4 +16,12 @@ void RaiseCloseRequest() {
     frmQuorin::Form_QueryUnload(cancel, 0);
 }
 
+void RaiseKeyboard(const SystemObject& system, std::int16_t state, std::int32_t left, std::int32_t top,
+                   std::int32_t width, std::int32_t height) {
+    if (state != 0 && static_cast<float>(height) >= system.WorkArea().Height)
+        frmQuorin::mykb_statechanged(0, 0, 0, 0, 0);
+    else
+        frmQuorin::mykb_statechanged(state, left, top, width, height);
+}
+
 } // namespace platform::device

@@ -13,6 +13,10 @@ void RaiseTitleClick(std::int32_t menu);
 /// The form is asked to close by its frame.
 void RaiseCloseRequest();
 
+/// The soft keyboard has come, gone, or another place. One that leaves nothing of the form is taken as none.
+void RaiseKeyboard(const SystemObject& system, std::int16_t state, std::int32_t left, std::int32_t top,
+                   std::int32_t width, std::int32_t height);
+
 /// What a back-end's controls raise. They go by the form's names in each back-end.
 template <class BackEndControls>
 void WireEvents(BackEndControls& of, Watcher& watcher) {

@@ -67,6 +67,8 @@ BoxAnswer DeviceBoxes::Show(const Text& text, BoxButtons buttons, BoxIcon icon, 
     };
     Standing standing(Open, {text, buttons, icon, title, false, BoxAnswer::Ok});
     Told.BoxOpened(text, buttons, icon, title);
+    if (Opening)
+        Opening();
     Opened(standing.Box);
     while (!standing.Box.Answered)
         Loop.WaitNested();

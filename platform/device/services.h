@@ -11,6 +11,7 @@
 #include "view/platform/storage.h"
 
 #include <deque>
+#include <functional>
 #include <vector>
 
 namespace platform::device {
@@ -105,6 +106,8 @@ public:
 
     /// The box that is open, the innermost one; nothing when none is.
     OpenBox* Current() const { return Open.empty() ? nullptr : Open.back(); }
+
+    std::function<void()> Opening; ///< a box is about to be seen: what is pressed at this moment was not meant for it
 
 protected:
     virtual void Opened(OpenBox&) {}

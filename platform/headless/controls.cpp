@@ -19,9 +19,9 @@ void HeadlessTextBox::RaiseChange(const Text& old) {
 }
 
 void HeadlessTextBox::SetContents(const Text& text) {
-    const Text old = Contents();
     Edited.Set(text);
-    RaiseChange(old);
+    if (Change)
+        Change();
 }
 
 void HeadlessTextBox::ActOnKey(std::int32_t keyCode) {
@@ -119,11 +119,9 @@ void HeadlessGrid::SetFocus() {
         FocusOfForm.MoveTo(*this);
 }
 
-bool HeadlessGrid::RaiseWhatIsPending() {
-    const bool painted = PaintIfWanted();
-    if (painted && Follower != nullptr)
+void HeadlessGrid::Repainted() {
+    if (Follower != nullptr)
         Follower->WantPainting();
-    return painted;
 }
 
 void HeadlessGrid::ActOnKey(std::int32_t keyCode) {

@@ -200,11 +200,13 @@ public:
     void ActOnKey(std::int32_t keyCode) override;
 
     int Descriptor() override { return -1; }
-    bool RaiseWhatIsPending() override;
+    bool RaiseWhatIsPending() override { return RaisePainting(); }
 
     HeadlessGrid* Follower = nullptr; ///< takes its columns from this grid: it is painted again whenever this one is
 
 private:
+    void Repainted() override;
+
     Focus& FocusOfForm;
 };
 

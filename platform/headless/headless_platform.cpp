@@ -28,16 +28,25 @@ HeadlessPlatform::HeadlessPlatform(const DeviceOptions& options, device::Command
     loop.Listen(grdMain);
     DesignControls(controls);
     device::WireEvents(*this, watcher);
+    boxes.Opening = [this] {
+        if (grdMain.HandIsDown)
+            tmrHoldEvent.SetEnabled(false);
+        grdMain.HandIsDown = false; // the release is the box's
+    };
 }
 
 void HeadlessPlatform::PressCell(std::int32_t row, std::int32_t col) {
     grdMain.SetFocus();
     grdMain.SetCurrentCell(row, col);
+    grdMain.HandIsDown = true;
     frmQuorin::grdMain_Press();
 }
 
 void HeadlessPlatform::ReleaseCell() {
-    frmQuorin::grdMain_Release();
+    const bool pressed = grdMain.HandIsDown;
+    grdMain.HandIsDown = false;
+    if (pressed)
+        frmQuorin::grdMain_Release();
 }
 
 void HeadlessPlatform::ClickItem(std::int32_t menu, std::int32_t item) {

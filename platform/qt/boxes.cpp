@@ -50,8 +50,6 @@ QString Shortened(const QString& text) {
 } // namespace
 
 void QtBoxes::Opened(OpenBox& box) {
-    if (Opening)
-        Opening();
     auto dialog = std::make_unique<Dialogue>(&Window, PersonIsTyping && PersonIsTyping());
     dialog->setObjectName(QStringLiteral("messageBox"));
     dialog->setWindowTitle(box.Title.empty() ? QStringLiteral("Quorin") : ToQt(box.Title));

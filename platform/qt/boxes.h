@@ -22,7 +22,6 @@ public:
     void Press(BoxAnswer answer);
     QMessageBox* Dialog() const { return Dialogs.empty() ? nullptr : Dialogs.back().get(); }
 
-    std::function<void()> Opening;
     /// Whether a person is typing at this moment, who can't have meant the box.
     std::function<bool()> PersonIsTyping;
 

@@ -187,10 +187,10 @@ void QtTextBox::Edited() {
 }
 
 void QtTextBox::SetContents(const Text& text) {
-    if (text == Value)
-        return;
-    Value = text;
-    Fill();
+    if (text != Value) {
+        Value = text;
+        Fill();
+    }
     if (Change)
         Change();
 }

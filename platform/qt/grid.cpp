@@ -19,7 +19,8 @@ namespace platform::qt {
 namespace {
 
 constexpr QRgb LineColour = 0xFFC8C8C8;
-constexpr int FingerRest = 150; // milliseconds after which a finger that has not moved means the cell
+constexpr std::int64_t NewScreen = 300; // milliseconds in which a finger that comes down was meant for the one before
+constexpr int FingerRest = 150;         // milliseconds after which a finger that has not moved means the cell
 constexpr std::int32_t AlignFoot = 1;
 constexpr std::int32_t AlignCentre = 2;
 constexpr std::int32_t TableMode = 2;
@@ -155,13 +156,29 @@ void GridWidget::mousePressEvent(QMouseEvent* event) {
     if (!IsFinger(*event))
         return Press(event->pos());
     Finger = event->pos();
+    Of.HandIsDown = true;
+    FingerTaps = !Of.ScreenAge || Of.ScreenAge() >= NewScreen;
     FingerTop = Of.TopRow();
     Dragging = false;
     Rest = startTimer(FingerRest);
 }
 
+/// Two quick taps on two rows are two taps. A double click is one: the second half of it would act on what the first
+/// has brought up.
 void GridWidget::mouseDoubleClickEvent(QMouseEvent* event) {
-    mousePressEvent(event); // two taps
+    if (IsFinger(*event) || !IsSecondOfOne(event->pos()))
+        mousePressEvent(event);
+}
+
+bool GridWidget::IsSecondOfOne(QPoint place) const {
+    const int interval = QApplication::doubleClickInterval();
+    const bool isNewScreen = Of.ScreenAge && Of.ScreenAge() < interval;
+    return isNewScreen || (LastPress.isValid() && LastPress.elapsed() < interval && LastCell.contains(place));
+}
+
+void GridWidget::SetPressed(bool pressed) {
+    IsPressed = pressed;
+    Of.HandIsDown = pressed;
 }
 
 /// A field that is open over a cell closes: the cell moves away under it.
@@ -174,7 +191,7 @@ void GridWidget::TurnTo(std::int32_t top) {
 
 bool GridWidget::Withdraw() {
     const bool was = IsPressed;
-    IsPressed = false;
+    SetPressed(false);
     Finger.reset();
     Dragging = false;
     return was;
@@ -194,8 +211,10 @@ void GridWidget::Press(QPoint place) {
     Of.SetFocus();
     if (!cell)
         return;
+    LastCell = CellRect(cell->Row, cell->Col);
+    LastPress.start();
     Of.SetCurrentCell(cell->Row, cell->Col);
-    IsPressed = true;
+    SetPressed(true);
     if (Of.Pressed)
         Of.Pressed();
 }
@@ -206,7 +225,9 @@ void GridWidget::timerEvent(QTimerEvent*) {
     if (Finger && !Dragging) {
         const QPoint place = *Finger;
         Finger.reset();
-        Press(place);
+        Of.HandIsDown = false;
+        if (FingerTaps)
+            Press(place);
     }
 }
 
@@ -227,12 +248,12 @@ void GridWidget::mouseReleaseEvent(QMouseEvent* event) {
     if (Rest != 0)
         killTimer(Rest);
     Rest = 0;
-    if (Finger && !Dragging)
+    if (Finger && !Dragging && FingerTaps)
         Press(*Finger);
     Finger.reset();
     Dragging = false;
     const bool pressed = IsPressed || Of.PressesNothing;
-    IsPressed = false;
+    SetPressed(false);
     if (pressed && Of.Released)
         Of.Released();
 }
@@ -306,14 +327,15 @@ void QtGrid::ActOnKey(std::int32_t keyCode) {
 }
 
 bool QtGrid::RaiseWhatIsPending() {
-    const bool painted = PaintIfWanted();
-    if (painted) {
-        Shown.Follow();
-        if (Follower != nullptr)
-            Follower->WantPainting();
-    }
+    const bool any = RaisePainting();
     News.Tell();
-    return painted;
+    return any;
+}
+
+void QtGrid::Repainted() {
+    Shown.Follow();
+    if (Follower != nullptr)
+        Follower->WantPainting();
 }
 
 } // namespace platform::qt

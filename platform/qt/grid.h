@@ -8,6 +8,7 @@
 #include "platform/qt/accessible_grid.h"
 #include "platform/qt/native_focus.h"
 
+#include <QElapsedTimer>
 #include <QPoint>
 #include <QScrollBar>
 #include <QWidget>
@@ -48,6 +49,8 @@ protected:
 private:
     void PaintCell(QPainter& painter, std::int32_t row, std::int32_t col, const QRect& rect) const;
     void Press(QPoint place);
+    bool IsSecondOfOne(QPoint place) const;
+    void SetPressed(bool pressed);
     void FollowScrollBar();
     void TurnTo(std::int32_t top);
 
@@ -57,10 +60,13 @@ private:
     // A finger may mean the cell or the page: it presses once it is lifted, or has rested, and drags until then.
     std::optional<QPoint> Finger;
     std::int32_t FingerTop = 0; ///< the first row on the page when the finger came
+    bool FingerTaps = false;    ///< and may press a cell
     bool Dragging = false;
     int Rest = 0;           ///< the timer of a resting finger
     bool IsPressed = false; ///< a cell
-    int WheelLeft = 0;      ///< of a turn that was less than a step
+    QRect LastCell;         ///< that was pressed, where it stood then
+    QElapsedTimer LastPress;
+    int WheelLeft = 0; ///< of a turn that was less than a step
 };
 
 class QtGrid final : public common::DrawnGrid, public device::FocusTarget, public device::EventSource {
@@ -82,10 +88,13 @@ public:
     QtGrid* Follower = nullptr;    ///< takes its columns from this grid: it is painted again whenever this one is
     std::function<void()> Pressed; ///< on a cell, which is the current one by then
     std::function<void()> Released;
-    bool PressesNothing = false; ///< the title: a pointer moves no selection there
-    int BarWidth = 0;            ///< pixels; what is drawn of a scroll bar
+    std::function<std::int64_t()> ScreenAge; ///< milliseconds since another screen came up
+    bool PressesNothing = false;             ///< the title: a pointer moves no selection there
+    int BarWidth = 0;                        ///< pixels; what is drawn of a scroll bar
 
 private:
+    void Repainted() override;
+
     device::Focus& FocusOfForm;
     NativeFocus& Native;
     GridWidget& Shown;

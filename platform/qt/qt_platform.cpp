@@ -21,6 +21,7 @@ namespace {
 constexpr std::int32_t Desktop = 0;
 constexpr std::int32_t NoScrollBars = 9; // a device type that draws none beside its lists
 constexpr int ThinBar = 4;               // pixels, where the page is told by a thin mark
+constexpr std::int32_t EnterKey = 13;
 constexpr std::int32_t SelectKey = 310;
 constexpr auto HandsRest = std::chrono::milliseconds(500); // after which a key is no part of what was typed before
 
@@ -86,8 +87,10 @@ void QtPlatform::WireControls() {
     grdMain.Pressed = frmQuorin::grdMain_Press;
     grdMain.Released = frmQuorin::grdMain_Release;
     grdTitle.PressesNothing = true;
-    grdTitle.SetEnabled(true); // no place for the focus to rest
+    grdTitle.SetEnabled(true);                     // no place for the focus to rest
+    grdTitle.Pressed = modPDAUI::FocusPromptField; // the title has taken it, and keeps it where the grid is hidden
     grdTitle.Released = frmQuorin::grdTitle_Release;
+    grdMain.ScreenAge = [this] { return ScreenAge(); };
     lstHoldMenu.Click = frmQuorin::lstHoldMenu_Click;
     dteInputField.Closed = frmQuorin::dteInputField_Closed;
     lblStatus.Hiding = [this] { PumpOfQt.Breathe(QtPump::Input::Too); }; // what was tapped under the strip is looked at
@@ -119,11 +122,12 @@ void QtPlatform::WireWindow() {
     runTime.Rest = [this](std::int32_t milliseconds) { PumpOfQt.Rest(milliseconds); };
     fonts.Working = [this] { PumpOfQt.Working(); };
     window.KeyPressed = [this](std::int32_t code) {
+        HeldButtons[code] = {code, modQuorin::Screens.CurrentScreen};
         device::FocusTarget& taker = focus.HolderOr(grdMain);
         if (KeyGoesDown(code) && &focus.HolderOr(grdMain) == &taker)
             ActOnKey(taker, code);
     };
-    window.KeyReleased = [](std::int32_t code) { device::KeyUp(code); };
+    window.KeyReleased = [this](std::int32_t code) { ComesUp(HeldButtons[code]); };
     window.Screen().Resized = [this] { SizeChanged = true; };
     QObject::connect(QGuiApplication::inputMethod(), &QInputMethod::keyboardRectangleChanged, this,
                      [this] { KeyboardChanged = true; });
@@ -149,7 +153,15 @@ void QtPlatform::ShowForm() {
 
 // --- the window's own events -----------------------------------------------------------------------------------------
 
+std::int64_t QtPlatform::ScreenAge() const {
+    return modQuorin::Screens.CurrentScreen == SeenScreen ? clock.Milliseconds() - SeenSince : 0;
+}
+
 bool QtPlatform::RaiseWhatIsPending() {
+    if (modQuorin::Screens.CurrentScreen != SeenScreen) {
+        SeenScreen = modQuorin::Screens.CurrentScreen;
+        SeenSince = clock.Milliseconds();
+    }
     const bool sized = SizeChanged && IsResizable;
     SizeChanged = false;
     if (sized)
@@ -171,8 +183,21 @@ void QtPlatform::TakeUpSize() {
     if (size == window.FormWidget().size() || size.isEmpty())
         return;
     system.SetScreen({size.width(), size.height()});
-    const auto& rect = modPDAUI::Display.KeyboardRect;
-    frmQuorin::mykb_statechanged(rect.State, rect.Left, rect.Top, rect.Width, rect.Height);
+    const std::int32_t top = grdMain.TopRow();
+    const auto rect = modPDAUI::Display.KeyboardRect;
+    device::RaiseKeyboard(system, rect.State, rect.Left, rect.Top, rect.Width, rect.Height);
+    if (txtInputField.Visible() && grdMain.Visible())
+        BringEditedRowOnPage(top);
+}
+
+/// The form has put the edited row at the head of the page, as it does for a soft keyboard. Nothing has come over the
+/// rows above it here: they stay as far as there is room.
+void QtPlatform::BringEditedRowOnPage(std::int32_t top) {
+    grdMain.SetTopRow(top);
+    grdMain.PaintNow();
+    grdMain.BringOnPage(modPDAUI::Input.EditRow);
+    grdMain.PaintNow();
+    modPDAUI::KeepFieldOverCell();
 }
 
 /// A soft keyboard that covers a part of the form.
@@ -180,11 +205,10 @@ void QtPlatform::TakeUpKeyboard() {
     const QRect covered = QGuiApplication::inputMethod()->keyboardRectangle().toRect(); // of the window
     QWidget& ground = window.Screen();
     const QRect part = QRect(ground.mapFrom(&window, covered.topLeft()), covered.size()).intersected(ground.rect());
-    const bool leavesRoom = part.height() < ground.height();
-    if (part.isEmpty() || !leavesRoom)
-        frmQuorin::mykb_statechanged(0, 0, 0, 0, 0);
+    if (part.isEmpty())
+        device::RaiseKeyboard(system, 0, 0, 0, 0, 0);
     else
-        frmQuorin::mykb_statechanged(-1, part.left(), part.top(), part.width(), part.height());
+        device::RaiseKeyboard(system, -1, part.left(), part.top(), part.width(), part.height());
 }
 
 // --- keys ------------------------------------------------------------------------------------------------------------
@@ -192,6 +216,8 @@ void QtPlatform::TakeUpKeyboard() {
 bool QtPlatform::KeyGoesDown(std::int32_t code) {
     if (!device::KeyDownPasses(code))
         return false;
+    if (device::IsPageKey(code) && focus.Holder() == &dteInputField)
+        return false; // as on the devices: a page key turns no month
     if (!grdMain.TurnsPages || !device::IsPageKey(code))
         return true;
     grdMain.ActOnKey(code); // a Palm's grid scrolls whatever has the focus
@@ -259,10 +285,26 @@ bool QtPlatform::TakeKeyRelease(const QKeyEvent& event) {
     const auto held = Held.find(event.key());
     if (held == Held.end() || event.isAutoRepeat())
         return false;
-    const std::int32_t code = held->second;
+    const HeldKey key = held->second;
     Held.erase(held);
-    device::KeyUp(code);
+    ComesUp(key);
     return true;
+}
+
+/// A key that was held over a change of screen has acted, or was meant for the screen before.
+void QtPlatform::ComesUp(const HeldKey& key) {
+    if (key.Screen == modQuorin::Screens.CurrentScreen)
+        device::KeyUp(key.Code);
+    else if (key.Code == EnterKey)
+        tmrHoldEvent.SetEnabled(false); // which its press has set going
+}
+
+/// Enter in a prompt of one line answers it, where the form is a desktop's. On a device the key is the form's own.
+bool QtPlatform::AnswersPrompt(std::int32_t code) const {
+    const device::FocusTarget* const holder = focus.Holder();
+    const bool isLine = (holder == &txtInputField && !txtInputField.MultiLine()) || holder == &cboInputField;
+    return code == EnterKey && isLine && system.DeviceType() == Desktop &&
+           modQuorin::Screens.CurrentScreen == modQuorin::ScrInput;
 }
 
 /// Whether the key is dealt with.
@@ -273,8 +315,16 @@ bool QtPlatform::TakeKeyPress(QKeyEvent& event) {
     device::FocusTarget& taker = focus.HolderOr(grdMain);
     if (code == Qt::Key_Space && &taker == &grdMain && !modPDAUI::AnyInputFieldVisible())
         code = SelectKey;
-    Held[event.key()] = *code;
+    const modQuorin::ScreenId screen = modQuorin::Screens.CurrentScreen;
+    if (!event.isAutoRepeat())
+        Held[event.key()] = {*code, screen};
+    else if (const auto held = Held.find(event.key()); held == Held.end() || held->second.Screen != screen)
+        return true; // it went down elsewhere
     LastKey = std::chrono::steady_clock::now();
+    if (AnswersPrompt(*code)) {
+        device::RaiseItemClick(2, 1);
+        return true;
+    }
     if (!KeyGoesDown(*code) || &focus.HolderOr(grdMain) != &taker)
         return true;
     if (focus.Holder() != nullptr)

@@ -10,6 +10,7 @@
 #include "platform/qt/pump.h"
 #include "platform/qt/soft_menus.h"
 #include "platform/qt/window.h"
+#include "view/screen_table.h"
 
 #include <QObject>
 
@@ -82,6 +83,11 @@ protected:
     bool eventFilter(QObject* object, QEvent* event) override;
 
 private:
+    struct HeldKey {
+        std::int32_t Code = 0;
+        modQuorin::ScreenId Screen = 0; ///< that it went down on
+    };
+
     void WireControls();
     void WireWindow();
 
@@ -89,15 +95,20 @@ private:
     int Descriptor() override { return -1; }
     bool RaiseWhatIsPending() override;
     void TakeUpSize();
+    void BringEditedRowOnPage(std::int32_t top);
+    /// Milliseconds since another screen came up.
+    std::int64_t ScreenAge() const;
     void TakeUpKeyboard();
 
     /// What becomes of an event of a person while the form is off.
     enum class Fate { Passes, Dropped, Postponed };
     Fate FateOf(const QObject& object, const QEvent& event) const;
     bool TakeKeyRelease(const QKeyEvent& event);
+    void ComesUp(const HeldKey& key);
     /// Key down. Whether the control is left to act on it.
     bool KeyGoesDown(std::int32_t code);
     bool TakeKeyPress(QKeyEvent& event);
+    bool AnswersPrompt(std::int32_t code) const;
     /// Whether the key was meant for the field that a change of the record has closed under the person's hands.
     bool ComesTooLate() const;
     void ActOnKey(device::FocusTarget& taker, std::int32_t code);
@@ -111,8 +122,11 @@ private:
     bool SizeChanged = false;
     bool KeyboardChanged = false;
     bool CloseWanted = false;
-    bool Delivering = false;          ///< a key goes to a control: the form has had it
-    std::map<int, std::int32_t> Held; ///< keys of the keyboard that went down on the form, and what they stand for
+    bool Delivering = false;                            ///< a key goes to a control: the form has had it
+    std::map<int, HeldKey> Held;                        ///< keys of the keyboard that went down on the form
+    std::map<std::int32_t, HeldKey> HeldButtons;        ///< of the strip
+    modQuorin::ScreenId SeenScreen = 0;                 ///< at the last round of events
+    std::int64_t SeenSince = 0;                         ///< by the device's clock
     std::chrono::steady_clock::time_point LastKey;      ///< when one last did
     std::chrono::steady_clock::time_point LastFieldKey; ///< when one was last typed into the text field
 };

@@ -159,8 +159,8 @@ void SkipHiddenRows() {
     const std::int32_t row = grdMain.Row();
     const std::int32_t last = grdMain.Rows() - 1;
     if (grdMain.RowHeight(row) > 0) {
-        Lists.LastVisibleRow = row;
-    } else if (row > Lists.LastVisibleRow) {
+        modPDAUI::Grids.LastVisibleRow = row;
+    } else if (row > modPDAUI::Grids.LastVisibleRow) {
         // A change of the row runs this again, so that one step a time is enough.
         if (row == last)
             TakeFirstShownRow(last, -1);

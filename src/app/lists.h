@@ -7,8 +7,7 @@
 namespace modQuorin {
 
 struct ListState {
-    std::int32_t PreferenceRow = 0;  ///< row of ScrPreferences last highlighted
-    std::int32_t LastVisibleRow = 0; ///< last row of a record that had a height, for the direction of travel
+    std::int32_t PreferenceRow = 0; ///< row of ScrPreferences last highlighted
 };
 inline ListState Lists;
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "view/grids.h"
 
+#include "view/input_fields.h"
 #include "view/platform/platform.h"
 
 #include <cmath>
@@ -14,8 +15,8 @@ namespace {
 constexpr std::int32_t RepaintDelay = 100; // milliseconds
 
 /// Visits the first and the last row, which forces every row through painting, with the grid hidden so that nobody sees
-/// it and no row-change event comes of it.
-void PaintThrough(platform::OwnerDrawGrid& grid) {
+/// it and no row-change event comes of it. `shown`: whether it is on show afterwards.
+void PaintThrough(platform::OwnerDrawGrid& grid, bool shown) {
     grid.Recalc();
     grid.SetVisible(false);
     const std::int32_t topRow = grid.TopRow();
@@ -24,7 +25,7 @@ void PaintThrough(platform::OwnerDrawGrid& grid) {
     grid.SetRow(grid.Rows() - 1);
     grid.SetRow(row);
     grid.SetTopRow(topRow);
-    grid.SetVisible(true);
+    grid.SetVisible(shown);
 }
 
 } // namespace
@@ -39,8 +40,9 @@ void RepaintGrids(bool now) {
         return;
     }
     Grids.GridLocked = false;
-    PaintThrough(Device().grdTitle);
-    PaintThrough(Device().grdMain);
+    PaintThrough(Device().grdTitle, true);
+    // A refresh that was pending when a prompt opened must not bring the grid up over its field.
+    PaintThrough(Device().grdMain, !OnPromptScreen());
     Device().grdMain.SetFocus();
     Grids.RepaintPending = false;
 }

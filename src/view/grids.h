@@ -11,6 +11,8 @@ namespace modPDAUI {
 struct GridState {
     bool GridLocked = false;     ///< nothing is painted and selection is ignored; a filling list raises it
     bool RepaintPending = false; ///< a deferred refresh is armed; RepaintGrids writes it
+    /// Last row of a record that had a height, for the direction of travel; row changes and RestoreGrids write it.
+    std::int32_t LastVisibleRow = 0;
 };
 inline GridState Grids;
 

@@ -7,13 +7,19 @@
 
 namespace modPDAUI {
 
+using platform::Box;
 using platform::Device;
 
 namespace {
 
-platform::Box BoxOverCell(std::int32_t row, std::int32_t col) {
+bool LeftThePage(const Box& cell) {
+    const Box page = Device().grdMain.Bounds();
+    return Input.EditRow < Device().grdMain.TopRow() || cell.Top >= page.Top + page.Height;
+}
+
+Box BoxOverCell(std::int32_t row, std::int32_t col) {
     const auto& grdMain = Device().grdMain;
-    platform::Box box;
+    Box box;
     box.Left = static_cast<float>(grdMain.ColWidth(0));
     box.Top = grdMain.Bounds().Top;
     for (std::int32_t r = grdMain.TopRow(); r < row; ++r)
@@ -31,6 +37,7 @@ void BeginCellEdit(std::int32_t row, std::int32_t col) {
     auto& field = Device().txtInputField;
     // A field that still stands over another row would write this row's text into that one.
     field.SetVisible(false);
+    grdMain.PaintNow(); // a page that has just been moved may have found another width for column 0
     field.SetMultiLine(false);
     field.SetFontName(grdMain.FontName());
     field.SetFontSize(grdMain.FontSize());
@@ -43,10 +50,39 @@ void BeginCellEdit(std::int32_t row, std::int32_t col) {
     Input.EditRow = grdMain.Row();
     Input.EditCol = grdMain.Col();
     Input.TakenAway = false;
+    NoteCellBox();
+}
+
+void NoteCellBox() {
+    Input.CellBox = BoxOverCell(Input.EditRow, Input.EditCol);
+}
+
+void KeepFieldOverCell() {
+    auto& field = Device().txtInputField;
+    if (OnPromptScreen() || modQuorin::Screens.CurrentScreen == modQuorin::ScrFileSelect || !field.Visible())
+        return;
+    const Box cell = BoxOverCell(Input.EditRow, Input.EditCol);
+    if (LeftThePage(cell)) {
+        Device().grdMain.SetFocus();
+    } else if (cell != Input.CellBox) {
+        field.SetBounds(cell);
+        Input.CellBox = cell;
+    }
+}
+
+void FocusPromptField() {
+    auto& device = Device();
+    for (platform::Control* field : {static_cast<platform::Control*>(&device.dteInputField),
+                                     static_cast<platform::Control*>(&device.txtInputField),
+                                     static_cast<platform::Control*>(&device.cboInputField),
+                                     static_cast<platform::Control*>(&device.cbotxtInputField)}) {
+        if (OnPromptScreen() && field->Visible())
+            field->SetFocus();
+    }
 }
 
 bool CloseCellEdit() {
-    if (modQuorin::Screens.CurrentScreen == modQuorin::ScrInput || !Device().txtInputField.Visible())
+    if (OnPromptScreen() || !Device().txtInputField.Visible())
         return false;
     Device().grdMain.SetFocus();
     if (Device().txtInputField.Visible())
@@ -58,6 +94,10 @@ bool CloseCellEdit() {
 bool AnyInputFieldVisible() {
     return Device().dteInputField.Visible() || Device().txtInputField.Visible() || Device().cboInputField.Visible() ||
            Device().cbotxtInputField.Visible();
+}
+
+bool OnPromptScreen() {
+    return modQuorin::ScrInput != 0 && modQuorin::Screens.CurrentScreen == modQuorin::ScrInput;
 }
 
 void CellEdited(const Text& text) {
@@ -80,6 +120,8 @@ void TextFieldChanged() {
 void TextFieldLostFocus() {
     auto& field = Device().txtInputField;
     Input.InputFocused = false;
+    if (field.Visible() && OnPromptScreen())
+        return; // the end of the prompt alone closes it
     if (field.Visible())
         CellEdited(field.Contents());
     // Hidden first: emptying it raises its change event, which must not reach the cell.
@@ -94,6 +136,8 @@ void ComboFieldGotFocus() {
 void ComboFieldLostFocus() {
     auto& field = Device().cboInputField;
     Input.InputFocused = false;
+    if (field.Visible() && OnPromptScreen())
+        return;
     if (field.Visible()) {
         const Text text = field.Contents();
         Device().grdMain.SetCell(Input.EditRow, Input.EditCol, text);

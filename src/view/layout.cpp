@@ -84,6 +84,7 @@ void LayOutCurrentScreenAgain() {
     LayoutScreen(false);
     grdMain.SetRow(row);
     grdMain.SetTopRow(topRow);
+    grdMain.PaintNow();
     if (grdMain.Visible() && !AnyInputFieldVisible())
         grdMain.SetFocus();
 }
@@ -111,6 +112,7 @@ void FillPlaceOfGrid(platform::Control& field, bool wholeHeight) {
 }
 
 void PlacePromptFields() {
+    FillPlaceOfGrid(Device().dteInputField, true);
     FillPlaceOfGrid(Device().txtInputField, Device().txtInputField.MultiLine());
     if (Device().myCsys.DeviceType() == 9)
         FillPlaceOfGrid(Device().cbotxtInputField, false);
@@ -123,13 +125,15 @@ void PlaceOverEditedRow(platform::Control& field) {
         return;
     auto& grdMain = Device().grdMain;
     grdMain.SetTopRow(Input.EditRow);
+    grdMain.PaintNow(); // where the page begins decides on a scroll bar, and that on the width of column 0
     Box box = field.Bounds();
     box.Left = static_cast<float>(grdMain.ColWidth(0));
     box.Width = static_cast<float>(grdMain.ColWidth(1));
     box.Top = grdMain.Bounds().Top;
-    for (std::int32_t row = grdMain.TopRow(); row < grdMain.Row(); ++row)
+    for (std::int32_t row = grdMain.TopRow(); row < Input.EditRow; ++row)
         box.Top += static_cast<float>(grdMain.RowHeight(row));
     field.SetBounds(box);
+    NoteCellBox();
 }
 
 void PlaceInputFields() {
@@ -210,7 +214,8 @@ void LayOutMain(const ScreenDef& screen, bool reset) {
         LayOutSingleCell();
     else
         LayOutTable(screen, reset);
-    grdMain.SetVisible(true);
+    // The field of a prompt stands in the place of the grid.
+    grdMain.SetVisible(reset || !OnPromptScreen());
     grdMain.SetRow(0);
 }
 

@@ -2,6 +2,7 @@
 #include "view/prompt.h"
 
 #include "text/ranges.h"
+#include "view/grids.h"
 #include "view/input_fields.h"
 #include "view/navigation.h"
 #include "view/platform/platform.h"
@@ -35,21 +36,24 @@ SavedGrid CopyOf(const platform::OwnerDrawGrid& grid) {
     copy.Row = grid.Row();
     copy.Col = grid.Col();
     copy.TopRow = grid.TopRow();
+    copy.Place = grid.Bounds();
     return copy;
 }
 
 void PutBack(platform::OwnerDrawGrid& grid, const SavedGrid& copy, bool withSelection) {
     const bool visible = grid.Visible();
+    const bool fits = grid.Bounds().Width == copy.Place.Width;
     grid.SetVisible(false);
     grid.SetRows(static_cast<std::int32_t>(copy.Rows.size()));
     grid.SetCols(copy.Cols);
-    for (std::size_t col = 0; col < copy.Widths.size(); ++col)
+    for (std::size_t col = 0; fits && col < copy.Widths.size(); ++col)
         grid.SetColWidth(static_cast<std::int32_t>(col), copy.Widths[col]);
     for (std::size_t row = 0; row < copy.Rows.size(); ++row) {
         const auto& kept = copy.Rows[row];
         for (std::size_t col = 0; col < kept.Cells.size(); ++col)
             grid.SetCell(static_cast<std::int32_t>(row), static_cast<std::int32_t>(col), kept.Cells[col]);
-        grid.SetRowHeight(static_cast<std::int32_t>(row), kept.Height);
+        if (fits || kept.Height == 0)
+            grid.SetRowHeight(static_cast<std::int32_t>(row), kept.Height);
     }
     if (withSelection) {
         grid.SetRow(copy.Row);
@@ -259,7 +263,13 @@ void SaveGrids() {
 
 void RestoreGrids() {
     PutBack(Device().grdTitle, Prompt.SavedTitle, false);
-    PutBack(Device().grdMain, Prompt.SavedMain, true);
+    auto& grdMain = Device().grdMain;
+    PutBack(grdMain, Prompt.SavedMain, true);
+    if (grdMain.Bounds() != Prompt.SavedMain.Place)
+        ScrollRowIntoView();
+    // No event tells of the row, as one would store it as a choice.
+    if (grdMain.RowHeight(grdMain.Row()) > 0)
+        Grids.LastVisibleRow = grdMain.Row();
 }
 
 Text ListItem(const Text& list, std::int32_t index, const Text& delimiter) {

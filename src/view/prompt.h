@@ -24,6 +24,7 @@ struct SavedGrid {
     std::vector<std::int32_t> Widths;
     std::vector<SavedRow> Rows;
     std::int32_t Row = 0, Col = 0, TopRow = 0; ///< kept for grdMain alone
+    platform::Box Place;
 };
 
 struct PromptState {
@@ -48,6 +49,8 @@ void InputPrompt(const Text& title, std::int32_t kind, Text& value, const Text& 
 void EndInput(bool cancel);
 
 void SaveGrids();
+/// Puts the copies back. In a form that has another width by now the columns, and the rows that are shown, are as the
+/// layout has made them.
 void RestoreGrids();
 
 /// Item `index` (from 1) of a list; an empty delimiter means "|". Empty behind the last item.

@@ -2,6 +2,7 @@
 #include "view/questions.h"
 
 #include "storage/settings.h"
+#include "view/input_fields.h"
 #include "view/platform/platform.h"
 
 namespace modPDAUI {
@@ -13,7 +14,9 @@ using platform::BoxIcon;
 namespace {
 
 BoxAnswer Show(const Text& text, BoxButtons buttons, BoxIcon icon) {
-    return platform::Device().messageBox.Show(text, buttons, icon, modQuorin::Paths.ApplicationName);
+    const BoxAnswer answer = platform::Device().messageBox.Show(text, buttons, icon, modQuorin::Paths.ApplicationName);
+    FocusPromptField(); // which a box over a prompt may have taken
+    return answer;
 }
 
 bool AskDestructive(const Text& question) {

@@ -4,6 +4,8 @@
 #include "drivers/downloads.h"
 #include "storage/settings.h"
 #include "tests/support/program.h"
+#include "view/grids.h"
+#include "view/prompt.h"
 
 namespace modQuorin {
 namespace {
@@ -295,7 +297,7 @@ TEST_F(HiddenFields, PastTheLastShownOneLeadBackToIt) {
 /// A hidden grid raises no event and moves nothing itself, so that each step of the handler can be seen alone.
 TEST_F(HiddenFields, AreLeftOneStepATimeAndAtTheEndsByASearch) {
     Device.Main().SetVisible(false);
-    Lists.LastVisibleRow = 1;
+    modPDAUI::Grids.LastVisibleRow = 1;
     const auto rowAfter = [this](std::int32_t row) {
         Device.Main().SetRow(row);
         RowChanged(ScrInfRecord);
@@ -304,15 +306,36 @@ TEST_F(HiddenFields, AreLeftOneStepATimeAndAtTheEndsByASearch) {
     EXPECT_EQ(rowAfter(2), 3);
     EXPECT_EQ(rowAfter(4), 3);
     EXPECT_EQ(rowAfter(0), 1);
-    EXPECT_EQ(Lists.LastVisibleRow, 1);
+    EXPECT_EQ(modPDAUI::Grids.LastVisibleRow, 1);
     EXPECT_EQ(rowAfter(3), 3);
-    EXPECT_EQ(Lists.LastVisibleRow, 3);
+    EXPECT_EQ(modPDAUI::Grids.LastVisibleRow, 3);
     EXPECT_EQ(rowAfter(2), 1);
 }
 
 TEST_F(HiddenFields, BeforeTheFirstShownOneLeadBackToIt) {
     Device.Main().SetRow(0);
     EXPECT_EQ(Row(), 1);
+}
+
+/// A date prompt puts the current row back without an event.
+TEST_F(HiddenFields, ArePassedOverFromTheRowThatAPromptWasFor) {
+    Device.Main().SetRow(3);
+    Text value;
+    modPDAUI::InputPrompt(u"Title", modPDAUI::PromptDate, value, u"", false, false);
+    modPDAUI::EndInput(true);
+    EXPECT_EQ(Row(), 3);
+    EXPECT_EQ(modPDAUI::Grids.LastVisibleRow, 3);
+    Device.Main().SetRow(2); // as a result for a hidden field does
+    EXPECT_EQ(Row(), 1);
+}
+
+TEST_F(HiddenFields, AreNoRowToGoByAfterAPrompt) {
+    Device.Main().SetRow(3);
+    modPDAUI::SaveGrids();
+    modPDAUI::Prompt.SavedMain.Row = 2;
+    modPDAUI::Grids.LastVisibleRow = 1;
+    modPDAUI::RestoreGrids();
+    EXPECT_NE(modPDAUI::Grids.LastVisibleRow, 2);
 }
 
 TEST_F(HiddenFields, CantBeTapped) {

@@ -2,6 +2,7 @@
 #include "blob/capture.h"
 
 #include "tests/blob/record_screen.h"
+#include "view/prompt.h"
 
 namespace modBLob {
 namespace {
@@ -166,6 +167,16 @@ TEST_F(CapturingDuringAnEdit, GivesTheResultToTheTextBoxOfAnotherRow) {
     EXPECT_TRUE(RecordDirty());
 }
 
+/// A formula has put a date into the cell meanwhile, and the text box has not heard of it.
+TEST_F(CapturingDuringAnEdit, GivesTheSameResultTwiceToTheTextBoxAndTheCellBothTimes) {
+    ShowRecord({{u"Alpha", u"enddate"}});
+    Edit(Device.Platform.txtInputField, 0);
+    Capture({u"Alpha"}, u"1");
+    ASSERT_THAT(Values(), ElementsAre(u"04/03/2021"));
+    Capture({u"unknown"}, u"1");
+    EXPECT_THAT(Values(), ElementsAre(u"1 ms"));
+}
+
 TEST_F(CapturingDuringAnEdit, GivesEvenAResultWithoutARowToTheTextBox) {
     Edit(Device.Platform.txtInputField, 2);
     Capture({u"unknown"}, u"1");
@@ -174,14 +185,20 @@ TEST_F(CapturingDuringAnEdit, GivesEvenAResultWithoutARowToTheTextBox) {
     EXPECT_TRUE(RecordDirty());
 }
 
-TEST_F(CapturingDuringAnEdit, DropsTheResultWhenADateIsChosenOnAnotherRow) {
-    Edit(Device.Platform.dteInputField, 0);
+/// A calendar stands on a screen of its own, and a result that comes meanwhile is dropped as on any other.
+TEST_F(CapturingDuringAnEdit, DropsTheResultInSilenceWhileADateIsChosen) {
+    modQuorin::ScrInput = modQuorin::AddScreen(1, 0, 0, 1, 1, 0, 1, 1, modQuorin::DrawTable);
+    modFileSystem::Table.RecordDirty = false;
+    Text value;
+    modPDAUI::InputPrompt(u"Day", modPDAUI::PromptDate, value, u"", false, false);
+    ASSERT_TRUE(Device.Platform.dteInputField.Visible());
     Capture({u"Alpha"}, u"1", {u"Site=5"});
+    modPDAUI::EndInput(true);
     ExpectRecordUntouched();
     EXPECT_THAT(Questions(), IsEmpty());
     EXPECT_EQ(Device.Platform.txtInputField.Contents(), u"");
-    EXPECT_EQ(Tones(), RefusedTone);
-    EXPECT_TRUE(RecordDirty());
+    EXPECT_THAT(Tones(), IsEmpty());
+    EXPECT_FALSE(RecordDirty());
 }
 
 TEST_F(CapturingDuringAnEdit, LosesTheResultToAListOnItsOwnRowButTakesItsVariables) {

@@ -21,17 +21,17 @@ $ quorin-console --device pocketpc --strict
 >> keyboard -1 0 240 240 80
 {"done":"keyboard"}
 >> screen
-{"screen":"ScrInput","previous":"ScrDownloads","title":{"visible":true,"cells":[["Rename"]],"widths":[240],"heights":[17],"box":[0,0,240,17]},"grid":{"visible":true,"enabled":true,"row":0,"col":0,"top":0,"cells":[[""]],"widths":[238],"heights":[17],"box":[0,16,240,224],"font":["Tahoma",8]},"menus":[{"caption":"Back","visible":true,"enabled":true,"items":[]},{"caption":"Ok","visible":true,"enabled":true,"items":[]}],"input":{"kind":"text","text":"qrn0001.txt","box":[0,16,240,19],"multiline":false},"status":null,"focus":"txtInputField","form":[0,0,240,240]}
+{"screen":"ScrInput","previous":"ScrDownloads","title":{"visible":true,"cells":[["Rename"]],"widths":[240],"heights":[17],"box":[0,0,240,17]},"grid":{"visible":false,"enabled":true,"row":0,"col":0,"top":0,"cells":[[""]],"widths":[238],"heights":[17],"box":[0,16,240,224],"font":["Tahoma",8]},"menus":[{"caption":"Back","visible":true,"enabled":true,"items":[]},{"caption":"Ok","visible":true,"enabled":true,"items":[]}],"input":{"kind":"text","text":"qrn0001.txt","box":[0,16,240,19],"multiline":false},"status":null,"focus":"txtInputField","form":[0,0,240,240]}
 {"done":"screen"}
 >> keyboard -1 0 0 240 80
 {"done":"keyboard"}
 >> screen
-{"screen":"ScrInput","previous":"ScrDownloads","title":{"visible":true,"cells":[["Rename"]],"widths":[240],"heights":[17],"box":[0,0,240,17]},"grid":{"visible":true,"enabled":true,"row":0,"col":0,"top":0,"cells":[[""]],"widths":[238],"heights":[17],"box":[0,16,240,224],"font":["Tahoma",8]},"menus":[{"caption":"Back","visible":true,"enabled":true,"items":[]},{"caption":"Ok","visible":true,"enabled":true,"items":[]}],"input":{"kind":"text","text":"qrn0001.txt","box":[0,16,240,19],"multiline":false},"status":null,"focus":"txtInputField","form":[0,80,240,240]}
+{"screen":"ScrInput","previous":"ScrDownloads","title":{"visible":true,"cells":[["Rename"]],"widths":[240],"heights":[17],"box":[0,0,240,17]},"grid":{"visible":false,"enabled":true,"row":0,"col":0,"top":0,"cells":[[""]],"widths":[238],"heights":[17],"box":[0,16,240,224],"font":["Tahoma",8]},"menus":[{"caption":"Back","visible":true,"enabled":true,"items":[]},{"caption":"Ok","visible":true,"enabled":true,"items":[]}],"input":{"kind":"text","text":"qrn0001.txt","box":[0,16,240,19],"multiline":false},"status":null,"focus":"txtInputField","form":[0,80,240,240]}
 {"done":"screen"}
 >> keyboard 0 0 240 240 80
 {"done":"keyboard"}
 >> screen
-{"screen":"ScrInput","previous":"ScrDownloads","title":{"visible":true,"cells":[["Rename"]],"widths":[240],"heights":[17],"box":[0,0,240,17]},"grid":{"visible":true,"enabled":true,"row":0,"col":0,"top":0,"cells":[[""]],"widths":[238],"heights":[17],"box":[0,16,240,304],"font":["Tahoma",8]},"menus":[{"caption":"Back","visible":true,"enabled":true,"items":[]},{"caption":"Ok","visible":true,"enabled":true,"items":[]}],"input":{"kind":"text","text":"qrn0001.txt","box":[0,16,240,19],"multiline":false},"status":null,"focus":"txtInputField","form":[0,0,240,320]}
+{"screen":"ScrInput","previous":"ScrDownloads","title":{"visible":true,"cells":[["Rename"]],"widths":[240],"heights":[17],"box":[0,0,240,17]},"grid":{"visible":false,"enabled":true,"row":0,"col":0,"top":0,"cells":[[""]],"widths":[238],"heights":[17],"box":[0,16,240,304],"font":["Tahoma",8]},"menus":[{"caption":"Back","visible":true,"enabled":true,"items":[]},{"caption":"Ok","visible":true,"enabled":true,"items":[]}],"input":{"kind":"text","text":"qrn0001.txt","box":[0,16,240,19],"multiline":false},"status":null,"focus":"txtInputField","form":[0,0,240,320]}
 {"done":"screen"}
 >> type " (north)"
 {"done":"type"}

@@ -49,7 +49,7 @@ $ quorin-console
 {"event":"status","text":null}
 {"done":"tick"}
 > screen
-{"screen":"ScrBluetoothDebug","previous":"ScrMain","title":{"visible":true,"cells":[["Bluetooth :-)"]],"widths":[640],"heights":[17],"box":[0,0,640,17]},"grid":{"visible":true,"enabled":true,"row":10,"col":0,"top":10,"cells":[["RT: pH"],["RT: Acid"],["DV: ORIGIN=QI-0001"],["DV: Plot=A1"],["6.8 pH"],["---"],["RT: Depth"],["DV: ORIGIN=QI-0001"],["DV: Plot=A1"],["30 cm"],["---"]],"widths":[625],"heights":[17,17,17,17,17,17,17,17,17,17,17],"box":[0,16,640,464],"font":["Tahoma",8]},"menus":[{"caption":"Back","visible":true,"enabled":true,"items":["Back"]},{"caption":"","visible":false,"enabled":true,"items":[]}],"input":null,"status":null,"focus":"grdMain","form":[0,0,640,480]}
+{"screen":"ScrBluetoothDebug","previous":"ScrMain","title":{"visible":true,"cells":[["Bluetooth :-)"]],"widths":[640],"heights":[17],"box":[0,0,640,17]},"grid":{"visible":true,"enabled":true,"row":10,"col":0,"top":0,"cells":[["RT: pH"],["RT: Acid"],["DV: ORIGIN=QI-0001"],["DV: Plot=A1"],["6.8 pH"],["---"],["RT: Depth"],["DV: ORIGIN=QI-0001"],["DV: Plot=A1"],["30 cm"],["---"]],"widths":[638],"heights":[17,17,17,17,17,17,17,17,17,17,17],"box":[0,16,640,464],"font":["Tahoma",8]},"menus":[{"caption":"Back","visible":true,"enabled":true,"items":["Back"]},{"caption":"","visible":false,"enabled":true,"items":[]}],"input":null,"status":null,"focus":"grdMain","form":[0,0,640,480]}
 {"done":"screen"}
 # Back ends the wish for the link, and the next tick closes the port. Nothing of it was kept.
 > choose Back

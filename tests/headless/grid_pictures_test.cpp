@@ -189,6 +189,7 @@ TEST_F(GridPictures, AreNotTakenWhileTheGridIsHidden) {
     Settle();
     ExpectSeen(Main(0), Selected(Line(1, 1, u"Zoom")));
     Device.Main().SetVisible(true);
+    Settle();
     ExpectSeen(Main(0), Line(1, 1, u"unseen"));
     ExpectSeen(Main(2), Selected(Line(1, 35, u"Bluetooth Serial Setup...")));
 }

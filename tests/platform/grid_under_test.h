@@ -23,6 +23,7 @@ class RecordingGrid final : public GridStore {
 public:
     using GridStore::PaintPage;
     void SetFocus() override {}
+    void PaintNow() override { PaintPage(); }
 
     std::vector<CellPlace> Moves; ///< the current cell at each row-change event
     std::vector<CellToPaint> Painted;

@@ -2,6 +2,7 @@
 // The way of a key of the keyboard: through the form, to the control that has the focus, and up again.
 #include "platform/qt/keyboard_map.h"
 
+#include "app/commands.h"
 #include "app/form.h"
 #include "tests/qt/in_a_window.h"
 #include "view/prompt.h"
@@ -123,6 +124,99 @@ TEST_F(KeysOfAWindow, MoveAgainAndAgainWhileHeldAndComeUpOnce) {
     EXPECT_EQ(Main().Row(), 2);
     send(QEvent::KeyRelease, false);
     EXPECT_THAT(Heard, ElementsAre("40 on 0", "40 on 1", "40 on 2"));
+}
+
+TEST_F(KeysOfAWindow, ActOnceWhenTheyAreHeldOverAChangeOfScreen) {
+    OpenRecord("Place|Moisture|Remark\na|b|c\n");
+    ListenToArrows();
+    const auto send = [this](QEvent::Type type, Qt::Key key, bool repeats) {
+        QKeyEvent event(type, key, Qt::NoModifier, QString(), repeats);
+        QCoreApplication::sendEvent(Form().focusWidget(), &event);
+        Settle();
+    };
+    send(QEvent::KeyPress, Qt::Key_Down, false);
+    ASSERT_EQ(Main().Row(), 1);
+    modQuorin::MenuEvent(u"Fonts...");
+    Repaint();
+    Main().SetRow(0);
+    send(QEvent::KeyPress, Qt::Key_Down, true);
+    EXPECT_EQ(Main().Row(), 0);
+    modQuorin::ScreenRow(Screen()).Behaviour.ArrowKey =
+        modQuorin::ScreenRow(modQuorin::ScrInfRecord).Behaviour.ArrowKey;
+    Heard.clear();
+    send(QEvent::KeyRelease, Qt::Key_Down, false);
+    EXPECT_THAT(Heard, IsEmpty());
+    Press(Qt::Key_Down);
+    EXPECT_EQ(Main().Row(), 1);
+}
+
+/// Enter has chosen the date when it went down; what comes of the key afterwards is not for the record.
+TEST_F(KeysOfAWindow, EnterThatIsHeldOverACalendarPressesNothingOnTheRecord) {
+    OpenRecord();
+    Text value;
+    modPDAUI::InputPrompt(u"Title", modPDAUI::PromptDate, value, u"", false, false);
+    Settle();
+    const auto send = [this](QEvent::Type type, bool repeats) {
+        QKeyEvent event(type, Qt::Key_Return, Qt::NoModifier, QString(), repeats);
+        QCoreApplication::sendEvent(Form().focusWidget(), &event);
+        Settle();
+    };
+    send(QEvent::KeyPress, false);
+    ASSERT_EQ(Screen(), modQuorin::ScrInfRecord);
+    send(QEvent::KeyPress, true);
+    EXPECT_FALSE(Device.Platform.tmrHoldEvent.Enabled());
+    send(QEvent::KeyRelease, false);
+    Repaint();
+    Tap(1, 1);
+    EXPECT_TRUE(Field().Visible());
+}
+
+TEST_F(KeysOfAWindow, EnterAnswersAPromptOfOneLine) {
+    std::vector<Text> answers;
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter}) {
+        modQuorin::MenuEvent(u"File Debug...");
+        Repaint();
+        Text value = u"a";
+        Device.WillDo([this, key] {
+            Type("b");
+            Press(key);
+        });
+        modPDAUI::InputPrompt(u"Title", modPDAUI::PromptLine, value, u"", false, true);
+        answers.push_back(value);
+        EXPECT_EQ(Screen(), modQuorin::ScrFileDebug);
+    }
+    EXPECT_THAT(answers, ElementsAre(u"ab", u"ab"));
+}
+
+TEST_F(KeysOfAWindow, EnterAnswersNoTextOfSeveralLines) {
+    Ask(modPDAUI::PromptText, u"a");
+    Press(Qt::Key_Return);
+    EXPECT_EQ(Screen(), modQuorin::ScrInput);
+    EXPECT_TRUE(Field().Visible());
+}
+
+class KeysOfAPocketPc : public KeysOfAWindow {
+protected:
+    KeysOfAPocketPc() : KeysOfAWindow(3) {}
+};
+
+TEST_F(KeysOfAPocketPc, EnterReachesTheFormAndAnswersNothing) {
+    Ask(modPDAUI::PromptLine, u"a");
+    Press(Qt::Key_Return);
+    EXPECT_EQ(Screen(), modQuorin::ScrInput);
+    EXPECT_EQ(Field().Contents(), u"a");
+    EXPECT_TRUE(Field().Visible());
+}
+
+TEST_F(KeysOfAWindow, PageKeysTurnNoMonth) {
+    Ask(modPDAUI::PromptDate, u"05/03/2007");
+    Press(Qt::Key_PageDown);
+    Press(Qt::Key_PageUp);
+    Press(Qt::Key_PageUp);
+    Device.Platform.StrikeKey(34);
+    EXPECT_EQ(Calendar().monthShown(), 3);
+    EXPECT_EQ(Device.Platform.dteInputField.Date(), (platform::CalendarDate{2007, 3, 5}));
+    EXPECT_TRUE(Calendar().isVisible());
 }
 
 TEST_F(KeysOfAWindow, EscapeGoesBack) {

@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: MIT
 // The busy strip, and the form's size on a desktop and on a device.
+#include "app/commands.h"
 #include "platform/qt/conversions.h"
 #include "tests/qt/in_a_window.h"
 #include "view/grids.h"
+#include "view/navigation.h"
+#include "view/prompt.h"
 #include "view/status_strip.h"
 
 #include <QLabel>
@@ -268,11 +271,67 @@ TEST_F(FormOfADesktop, MovesAnOpenFieldWithItsCell) {
     Resize(800, 500);
     ASSERT_TRUE(Field().Visible());
     const QRect cell = Grid().CellRect(1, 1).translated(Grid().pos());
+    EXPECT_EQ(Line().x(), cell.x());
     EXPECT_EQ(Line().y(), cell.y());
     EXPECT_EQ(Line().height(), cell.height() + 1);
     EXPECT_GE(Line().geometry().right(), cell.right());
     EXPECT_EQ(Cell(1, 1), u"bx");
     EXPECT_TRUE(Line().hasFocus());
+}
+
+TEST_F(FormOfADesktop, KeepsTheRowsAboveTheEditedOneThatHaveRoom) {
+    OpenRecord();
+    Tap(2, 1);
+    Resize(800, 500);
+    EXPECT_EQ(Main().TopRow(), 0);
+    EXPECT_TRUE(Field().Visible());
+    EXPECT_EQ(Line().pos(), Grid().CellRect(2, 1).translated(Grid().pos()).topLeft());
+}
+
+TEST_F(FormOfADesktop, BringsTheEditedRowOnThePageThatHasBecomeSmaller) {
+    modQuorin::MenuEvent(u"inf editor...");
+    Repaint();
+    modQuorin::GotoScreen(modQuorin::ScrDriverProperties);
+    Main().SetRows(40);
+    Repaint();
+    Tap(20, 1);
+    Type("x");
+    ASSERT_EQ(Main().TopRow(), 0);
+    Resize(640, 250);
+    EXPECT_GT(Main().TopRow(), 0);
+    EXPECT_LT(Main().TopRow(), 20);
+    EXPECT_TRUE(Main().RowOnScreen(20));
+    EXPECT_FALSE(Main().RowOnScreen(21)) << "by as little as it takes";
+    EXPECT_EQ(Line().pos(), Grid().CellRect(20, 1).translated(Grid().pos()).topLeft());
+    EXPECT_EQ(Cell(20, 1), u"x");
+}
+
+TEST_F(FormOfADesktop, KeepsAPromptsFieldWhenItIsResized) {
+    Ask(modPDAUI::PromptLine, u"ab");
+    Resize(500, 300);
+    EXPECT_FALSE(Grid().isVisible());
+    EXPECT_TRUE(Line().isVisible());
+    EXPECT_EQ(Line().width(), 500);
+    Type("c");
+    EXPECT_EQ(Field().Contents(), u"abc");
+    auto& title = Device.Platform.grdTitle.Widget();
+    Click(title, title.rect().center());
+    EXPECT_TRUE(Line().hasFocus());
+    Type("d");
+    EXPECT_EQ(Field().Contents(), u"abcd");
+    AskInABox(platform::BoxButtons::Ok, [this] { Device.Platform.boxes.Press(platform::BoxAnswer::Ok); });
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&Form()));
+    Settle();
+    EXPECT_TRUE(Line().hasFocus());
+    Type("e");
+    EXPECT_EQ(Field().Contents(), u"abcde");
+}
+
+TEST_F(FormOfADesktop, ResizesTheCalendarToo) {
+    Ask(modPDAUI::PromptDate, u"05/03/2007");
+    Resize(300, 220);
+    EXPECT_EQ(Calendar().geometry(), Grid().geometry());
+    EXPECT_TRUE(Calendar().isVisible());
 }
 
 TEST_F(FormOfADesktop, BecomesNoSmallerThanCanBeUsed) {

@@ -102,12 +102,14 @@ TEST_F(TextField, ChangesAlsoWhenTheProgramSetsIt) {
     EXPECT_EQ(Line().text(), QStringLiteral("new"));
 }
 
-TEST_F(TextField, DoesNotChangeWhenItIsSetToWhatItHolds) {
+TEST_F(TextField, ChangesAlsoWhenTheProgramSetsItToWhatItHolds) {
     EditCell();
     Listen();
+    Main().SetCell(1, 1, u"as a formula has left it");
     Field().SetContents(u"b");
-    EXPECT_THAT(Heard, IsEmpty());
-    EXPECT_FALSE(Table.RecordDirty);
+    EXPECT_THAT(Heard, ElementsAre("change 'b'"));
+    EXPECT_TRUE(Table.RecordDirty);
+    EXPECT_EQ(Cell(1, 1), u"b");
 }
 
 TEST_F(TextField, IsHiddenThenEmptiedWhenTheFocusGoes) {

@@ -1,56 +1,16 @@
 // SPDX-License-Identifier: MIT
-#include "view/layout.h"
-
-#include "tests/support/program.h"
-#include "view/display_state.h"
-#include "view/grids.h"
-#include "view/input_fields.h"
-#include "view/prompt.h"
+#include "tests/view/layout_fixture.h"
 
 #include <limits>
-#include <ostream>
-
-namespace platform {
-/// For the messages of failed tests.
-void PrintTo(const Box& box, std::ostream* out) {
-    *out << box.Left << ", " << box.Top << ", " << box.Width << ", " << box.Height;
-}
-} // namespace platform
 
 namespace modPDAUI {
 namespace {
-
-using namespace modQuorin;
-using platform::Box;
 
 constexpr float Twips = 15; // of the test device, a pixel
 
 Box InTwips(const Box& pixels) {
     return {pixels.Left * Twips, pixels.Top * Twips, pixels.Width * Twips, pixels.Height * Twips};
 }
-
-/// A device of 240 by 320 pixels, whose grids tell nobody that they want to be painted.
-class Layout : public support::Program {
-protected:
-    explicit Layout(const platform::device::DeviceOptions& options = support::OfType(7)) : Program(options) {
-        Device.Platform.grdMain.DrawCell = nullptr;
-        Device.Platform.grdTitle.DrawCell = nullptr;
-    }
-    void Keyboard(bool shown, std::int32_t top, std::int32_t height) {
-        frmQuorin::mykb_statechanged(shown ? -1 : 0, 0, top, 240, height);
-    }
-    Box FormBox() { return Device.Platform.form.Bounds(); }
-    std::vector<std::int32_t> Widths(platform::OwnerDrawGrid& grid) {
-        std::vector<std::int32_t> widths;
-        for (std::int32_t col = 0; col < grid.Cols(); ++col)
-            widths.push_back(grid.ColWidth(col));
-        return widths;
-    }
-    void ShowRows(std::int32_t count) {
-        GotoScreen(ScrTextFile);
-        ShowList(std::vector<Text>(static_cast<std::size_t>(count), u"x"));
-    }
-};
 
 TEST_F(Layout, FormFillsTheWorkingArea) {
     EXPECT_EQ(FormBox(), InTwips({0, 0, 240, 320}));
@@ -202,111 +162,6 @@ TEST_F(FineLayout, HasMarginsTwiceAsWide) {
     GotoScreen(ScrInfRecord);
     EXPECT_EQ(Widths(Device.Main()), (std::vector{158, 158}));
     EXPECT_EQ(Device.Main().Bounds(), (Box{0, 15, 320, 305}));
-}
-
-class Relayout : public Layout {
-protected:
-    void Again() { Keyboard(true, 240, 80); }
-};
-
-TEST_F(Relayout, PutsSelectionAndPageBack) {
-    ShowRows(60);
-    Device.Main().SetRow(40);
-    Device.Main().SetTopRow(35);
-    Again();
-    EXPECT_EQ(Device.Main().Row(), 40);
-    EXPECT_EQ(Device.Main().TopRow(), 35);
-}
-
-TEST_F(Relayout, KeepsTextsAndHeightsThatANewShowingResets) {
-    ShowRows(3);
-    Device.Main().SetRowHeight(1, 64);
-    Device.Title().SetRowHeight(0, 30);
-    Again();
-    EXPECT_EQ(Device.Main().RowHeight(1), 64);
-    EXPECT_EQ(Device.Title().Bounds(), (Box{0, 0, 240, 30}));
-    EXPECT_EQ(Device.Main().Bounds().Top, 29);
-    EXPECT_EQ(Cell(2), u"x");
-    GotoScreen(ScrTextFile);
-    Device.Main().SetRows(3);
-    for (const std::int32_t row : {0, 1, 2})
-        EXPECT_EQ(Device.Main().RowHeight(row), 17);
-    EXPECT_EQ(Cell(2), u"");
-}
-
-TEST_F(Relayout, GivesTheGridTheFocusUnlessAFieldIsOpen) {
-    ShowRows(3);
-    Device.Platform.focus.TakeFrom(Device.Platform.grdMain);
-    Again();
-    EXPECT_EQ(Device.Platform.focus.Holder(), &Device.Platform.grdMain);
-    BeginCellEdit(0, 0);
-    Again();
-    EXPECT_EQ(Device.Platform.focus.Holder(), &Device.Platform.txtInputField);
-}
-
-TEST_F(Relayout, LaysTheOpenFieldOverItsRowAtTheHeadOfThePage) {
-    GotoScreen(ScrDriverProperties);
-    Device.Main().SetRows(60);
-    Device.Platform.grdMain.SetCurrentCell(50, 1);
-    BeginCellEdit(50, 1);
-    Again();
-    EXPECT_EQ(Device.Main().TopRow(), 50);
-    const Box field = Device.Platform.txtInputField.Bounds();
-    EXPECT_EQ(field.Left, 119);
-    EXPECT_EQ(field.Width, 119);
-    EXPECT_EQ(field.Top, Device.Main().Bounds().Top);
-}
-
-TEST_F(Relayout, LaysTheComboFieldLikewise) {
-    GotoScreen(ScrDriverProperties);
-    Device.Main().SetRows(5);
-    Device.Main().SetRow(3);
-    Input.EditRow = 1;
-    Device.Platform.cboInputField.SetVisible(true);
-    Again();
-    EXPECT_EQ(Device.Main().TopRow(), 1);
-    EXPECT_EQ(Device.Platform.cboInputField.Bounds().Left, 119);
-    EXPECT_EQ(Device.Platform.cboInputField.Bounds().Top, 16 + 2 * 17); // two rows under the head of the page
-}
-
-TEST_F(Relayout, PutsTheFileNameUnderTheGrid) {
-    GotoScreen(ScrFileSelect);
-    Device.Platform.txtInputField.SetBounds({1, 2, 3, 20});
-    Device.Platform.txtInputField.SetVisible(true);
-    Again();
-    EXPECT_EQ(Device.Main().Bounds(), (Box{0, 33, 240, 187}));
-    EXPECT_EQ(Device.Platform.txtInputField.Bounds(), (Box{0, 220, 240, 20}));
-}
-
-TEST_F(Relayout, LeavesAHiddenFileNameAlone) {
-    GotoScreen(ScrFileSelect);
-    Again();
-    EXPECT_EQ(Device.Main().Bounds(), (Box{0, 33, 240, 207}));
-}
-
-class RelayoutOfAPrompt : public Relayout {
-protected:
-    void Ask(std::int32_t kind) {
-        Text value = u"a";
-        InputPrompt(u"Title", kind, value, u"a,b", false, false);
-        Again();
-    }
-};
-
-TEST_F(RelayoutOfAPrompt, KeepsTheHeightOfOneLine) {
-    Ask(PromptLine);
-    EXPECT_EQ(Device.Platform.txtInputField.Bounds(), (Box{0, 16, 240, 19}));
-}
-
-TEST_F(RelayoutOfAPrompt, FitsALongTextToTheGrid) {
-    Ask(PromptText);
-    EXPECT_EQ(Device.Platform.txtInputField.Bounds(), (Box{0, 16, 240, 224}));
-}
-
-TEST_F(RelayoutOfAPrompt, FitsTheComboFieldToTheWidth) {
-    Ask(PromptList);
-    const Box box = Device.Platform.cboInputField.Bounds();
-    EXPECT_EQ(Box({box.Left, box.Top, box.Width, 0}), (Box{0, 16, 240, 0}));
 }
 
 class LayoutOfTypeNine : public Layout {

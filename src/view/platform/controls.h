@@ -60,7 +60,7 @@ public:
 class TextBox : public FontControl {
 public:
     virtual Text Contents() const = 0;
-    /// Raises the change event when the text is another one, also when it is set by the program.
+    /// Raises the change event, also where the text is the same: what the program sets counts as a change.
     virtual void SetContents(const Text& text) = 0;
 
     virtual bool MultiLine() const = 0;

@@ -10,9 +10,15 @@ namespace platform {
 /// Rows and columns are counted from 0.
 ///
 /// Events: a change of the current row or column, by tap, key or program, raises the row-change event while the grid is
-/// visible, and none while it is hidden, so that nothing is stored by being filled or painted. Moving the selection
-/// paints every row that it passes. A row of height 0 is not offered: once the handlers of a move have run, the
-/// selection of a visible grid is never on such a row while another row has a height.
+/// visible, and none while it is hidden, so that nothing is stored by being filled or painted. A row of height 0 is not
+/// offered: once the handlers of a move have run, the selection of a visible grid is never on such a row while another
+/// row has a height.
+///
+/// Painting: moving the selection of a hidden grid from row to row paints every row that it passes, at once. A grid on
+/// show is painted when events have been handled and not before, so that a handler that fills it is never caught
+/// halfway; PaintNow alone does not wait. The page keeps the current row where painting finds rows higher than they
+/// were, unless TopRow was set since; and it shows nothing below the last row while rows stand above it, once events
+/// have been handled and no field is open.
 class OwnerDrawGrid : public FontControl {
 public:
     /// The text of a cell. Outside the grid the text is empty, and setting it changes nothing.
@@ -49,6 +55,9 @@ public:
 
     /// The control's style: 2 for tables and lists, 0 for one cell that fills the grid.
     virtual void SetGridMode(std::int32_t mode) = 0;
+
+    /// Paints the page of a visible grid, if it has come to look different: its widths and heights are settled then.
+    virtual void PaintNow() = 0;
 
     /// Takes up changed sizes; run once before a forced redraw.
     virtual void Recalc() = 0;
