@@ -320,6 +320,7 @@ TEST_F(FormOfADesktop, KeepsAPromptsFieldWhenItIsResized) {
     Type("d");
     EXPECT_EQ(Field().Contents(), u"abcd");
     AskInABox(platform::BoxButtons::Ok, [this] { Device.Platform.boxes.Press(platform::BoxAnswer::Ok); });
+    Form().activateWindow(); // as a window manager does
     EXPECT_TRUE(QTest::qWaitForWindowActive(&Form()));
     Settle();
     EXPECT_TRUE(Line().hasFocus());

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "app/commands.h"
 #include "platform/qt/conversions.h"
 #include "platform/qt/fonts.h"
 #include "storage/keyed_tables.h"

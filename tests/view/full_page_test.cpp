@@ -241,8 +241,9 @@ TEST_P(HeightsOfARecord, AreThoseThatItsFieldsNeed) {
     for (const char* moment : {"at once", "after the refresh", "after a relayout"}) {
         EXPECT_EQ(Grid().ColWidth(0), width) << moment;
         // Rows below the page are painted by the refresh alone.
-        if (wide || std::string(moment) != "at once")
+        if (wide || std::string(moment) != "at once") {
             EXPECT_EQ(Heights(), Needed(fields, width)) << moment;
+        }
         EXPECT_EQ(Grid().TopRow(), 0) << moment;
         if (std::string(moment) == "at once")
             Repaint();

@@ -84,8 +84,6 @@ protected:
         Receive(Result(u"Air", u"Temperature", u"21.4", u"°C"));
         Receive(Result(u"Pin", u"Moisture", u"24.5", u"%"));
         Receive(Result(u"Air", u"Humidity", u"62.2", u"%RH"));
-        Main().SetTopRow(0);
-        Settle();
     }
 
     QImage Grab() { return Form().grab().toImage().convertToFormat(QImage::Format_RGB32); }
