@@ -299,16 +299,24 @@ TEST_P(FieldOfAPrompt, StaysAtEnterAfterARelayoutAndGivesItsText) {
 
 INSTANTIATE_TEST_SUITE_P(Kinds, FieldOfAPrompt, testing::Values(PromptLine, PromptText, PromptList));
 
+class RelayoutOfADesktop : public Layout {
+protected:
+    RelayoutOfADesktop() : Layout(support::OfType(0)) { Resize(240, 320); }
+    void Resize(std::int32_t width, std::int32_t height) {
+        Device.Platform.system.SetScreen({width, height});
+        Keyboard(false, 0, 0);
+    }
+};
+
 /// A prompt over a record whose form has another width when it ends.
-TEST_F(Layout, GridsThatComeBackAfterAPromptHaveTheSizeThatTheFormHasThen) {
+TEST_F(RelayoutOfADesktop, GridsThatComeBackAfterAPromptHaveTheSizeThatTheFormHasThen) {
     InstallMeter("a|1||||||\nb|0||||||\nc|1|||||DATE|\nd|1||||||\n");
     OpenDownload("a|b|c|d\n" + std::string(30, 'x') + "|hidden|01/02/2007|d\n");
     Repaint();
     ASSERT_EQ(Device.Main().ColWidth(0), 119);
     ASSERT_GT(Device.Main().RowHeight(0), 17);
     Tap(2, 1);
-    Device.Platform.system.SetScreen({640, 480});
-    Keyboard(false, 0, 0);
+    Resize(640, 480);
     EXPECT_EQ(Device.Platform.dteInputField.Bounds(), (Box{0, 16, 640, 464}));
     frmQuorin::dteInputField_Closed();
     EXPECT_EQ(Widths(Device.Main()), (std::vector{319, 319}));
