@@ -18,8 +18,8 @@ bool RecordIsOpen() {
 }
 
 bool LinkWasTakenDown() {
-    return Screens.CurrentScreen == modQuorin::ScrInfRecord && modQuorin::AnyFieldReceivesResults() &&
-           !modBluetooth::Receive.LinkWanted;
+    return Screens.CurrentScreen == modQuorin::ScrInfRecord && !modBluetooth::Receive.LinkWanted &&
+           modQuorin::AnyFieldReceivesResults();
 }
 
 bool LinkIsUpInTheEditor() {

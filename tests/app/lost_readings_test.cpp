@@ -216,6 +216,23 @@ TEST_F(LostReadings, WhatIsTypedIntoAFieldThatTheRowLacksIsToldWhenItIsSaved) {
     EXPECT_THAT(Told(), testing::ElementsAre("qrn0001.txt: the record in the file has no field Remark"));
 }
 
+TEST_F(LostReadings, WhatIsTypedIntoATableOfADriverThatCouldNotBeMadeIsTold) {
+    InstallMeter();
+    std::filesystem::remove(Device.Folder.Path() / "Quorin/meter.txt");
+    std::filesystem::create_directories(Device.Folder.Path() / "Quorin/meter.txt");
+    MenuEvent(u"inf editor...");
+    MenuEvent(u"Edit");
+    MenuEvent(u"Save");
+    ASSERT_EQ(Screen(), ScrInfRecord);
+    EXPECT_THAT(Told(), Contains("meter.txt: the name is refused"));
+    Device.Did.Unsaved.clear();
+    Repaint();
+    Tap(0, 1);
+    Type(u"typed");
+    Choose(u"Close");
+    EXPECT_THAT(Told(), testing::ElementsAre("meter.txt: the file could not be made"));
+}
+
 class LostReadingsOfAPalm : public LostReadings {
 protected:
     LostReadingsOfAPalm() : LostReadings(1) {}
