@@ -33,7 +33,7 @@ TEST_F(Console, CountsTheCommandThatABoxKeepsOpenAndClosesItLast) {
 }
 
 TEST_F(Console, TellsOfAPromptByTheCountAlone) {
-    const Outcome run = Tell(Joined({OpenThePrompt, {"set my port", "choose Ok"}}));
+    const Outcome run = Tell(Joined({OpenThePrompt, {"set Com3", "choose Ok"}}));
     EXPECT_THAT(run.Lines, ElementsAre(R"({"ready":0})", R"({"done":"choose"})", R"({"ready":0})", R"({"ready":1})",
                                        R"({"done":"set"})", R"({"ready":1})", R"({"done":"choose"})",
                                        R"({"done":"tap"})", R"({"ready":0})"));
