@@ -145,31 +145,36 @@ SettingsFile::SettingsFile(const PathMap& paths, const Text& devicePath)
 }
 
 SettingsFile::SettingsFile(FindEntry find) : Find(std::move(find)) {
+    ReadError = Read(Lines);
+}
+
+/// A file that is not there has no lines: the first setting makes it.
+ErrorNumber SettingsFile::Read(std::vector<std::string>& lines) const {
     FileEntry entry;
     std::string bytes;
-    ReadError = Find(entry);
-    if (ReadError == NoError)
-        ReadError = ReadWhole(entry, bytes);
-    if (ReadError == FileNotFound)
-        ReadError = NoError; // the first setting makes it
-    if (ReadError == PathRefused)
-        ReadError = PermissionDenied; // a link is there, and must not be followed
-    if (ReadError != NoError)
-        return;
+    ErrorNumber error = Find(entry);
+    if (error == NoError)
+        error = ReadWhole(entry, bytes);
+    if (error == FileNotFound)
+        return NoError;
+    if (error != NoError)
+        return error == PathRefused ? PermissionDenied : error; // a link is there, and must not be followed
     std::size_t start = bytes.compare(0, ByteOrderMark.size(), ByteOrderMark) == 0 ? ByteOrderMark.size() : 0;
     while (start < bytes.size()) {
         const std::size_t end = std::min(bytes.find('\n', start), bytes.size());
-        Lines.push_back(bytes.substr(start, end - start));
+        lines.push_back(bytes.substr(start, end - start));
         start = end + 1;
     }
+    return NoError;
 }
 
-SettingsFile::Place SettingsFile::Locate(const std::string& section, const std::string& key) const {
+SettingsFile::Place SettingsFile::Locate(const std::vector<std::string>& lines, const std::string& section,
+                                         const std::string& key) {
     Place place;
     bool inside = false;
     bool ended = false; // a section may be opened a second time; its new keys belong where it stands first
-    for (std::size_t i = 0; i < Lines.size(); ++i) {
-        const std::string& line = Lines[i];
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+        const std::string& line = lines[i];
         const auto name = SectionBegun(line);
         if (name) {
             ended = ended || place.SectionEnd;
@@ -190,7 +195,7 @@ SettingsFile::Place SettingsFile::Locate(const std::string& section, const std::
 }
 
 Text SettingsFile::Get(const Text&, const Text& section, const Text& key, const Text& byDefault) const {
-    const Place place = Locate(modStringTools::ToBytes(section), modStringTools::ToBytes(key));
+    const Place place = Locate(Lines, modStringTools::ToBytes(section), modStringTools::ToBytes(key));
     if (!place.Line)
         return byDefault;
     const std::string_view line = Lines[*place.Line];
@@ -204,25 +209,33 @@ ErrorNumber SettingsFile::Save(const Text&, const Text& section, const Text& key
         return PathRefused;
     if (ReadError != NoError)
         return ReadError;
+    // Somebody may have written other keys meanwhile. They stay, and count from the next start on.
+    std::vector<std::string> lines;
+    if (const ErrorNumber error = Read(lines); error != NoError)
+        return error;
     const std::string written = Escaped(modStringTools::ToBytes(value));
-    const Place place = Locate(sectionBytes, keyBytes);
-    std::vector<std::string> lines = Lines;
+    Put(lines, sectionBytes, keyBytes, written);
+    const ErrorNumber error = Write(lines);
+    if (error == NoError)
+        Put(Lines, sectionBytes, keyBytes, written);
+    return error;
+}
+
+void SettingsFile::Put(std::vector<std::string>& lines, const std::string& section, const std::string& key,
+                       const std::string& written) {
+    const Place place = Locate(lines, section, key);
     if (place.Line) {
         std::string& line = lines[*place.Line];
         const bool hadReturn = line.back() == '\r';
         line = line.substr(0, place.ValueStart) + written + (hadReturn ? "\r" : "");
     } else if (place.SectionEnd) {
-        lines.insert(lines.begin() + static_cast<std::ptrdiff_t>(*place.SectionEnd), keyBytes + '=' + written);
+        lines.insert(lines.begin() + static_cast<std::ptrdiff_t>(*place.SectionEnd), key + '=' + written);
     } else {
         if (!lines.empty() && !Trimmed(lines.back()).empty())
             lines.emplace_back();
-        lines.push_back('[' + sectionBytes + ']');
-        lines.push_back(keyBytes + '=' + written);
+        lines.push_back('[' + section + ']');
+        lines.push_back(key + '=' + written);
     }
-    const ErrorNumber error = Write(lines);
-    if (error == NoError)
-        Lines = std::move(lines);
-    return error;
 }
 
 ErrorNumber SettingsFile::Write(const std::vector<std::string>& lines) const {

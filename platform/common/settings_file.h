@@ -32,9 +32,11 @@ namespace platform::common {
 ///  6. A line that begins with `;` or `#` is a comment. Comments, empty lines and lines that mean nothing stay where
 ///     they are when a setting is saved. A new key is put behind the last key of its section, a new section at the end.
 ///
-/// The file is read once, at the start, and written as a whole at each save, so that it is the old one or the new one
-/// whatever happens meanwhile. A file that can't be read, or is larger than 1 MB, is an empty one that can't be saved:
-/// what it holds would be gone. When saving fails the setting keeps its old value in memory too.
+/// The values are those that were read at the start and saved since. A save reads the file again, puts the one key into
+/// what is there, and writes it as a whole, so that it is the old one or the new one whatever happens meanwhile, and
+/// what another program has written of other keys stays: it counts from the next start on. A file that can't be read,
+/// or is larger than 1 MB, is an empty one that can't be saved: what it holds would be gone. When saving fails the setting
+/// keeps its old value in memory too.
 class SettingsFile final : public Settings {
 public:
     /// A file that a person has named: links in the path are meant.
@@ -52,7 +54,10 @@ private:
 
     explicit SettingsFile(FindEntry find);
     struct Place;
-    Place Locate(const std::string& section, const std::string& key) const;
+    static Place Locate(const std::vector<std::string>& lines, const std::string& section, const std::string& key);
+    static void Put(std::vector<std::string>& lines, const std::string& section, const std::string& key,
+                    const std::string& written);
+    ErrorNumber Read(std::vector<std::string>& lines) const;
     ErrorNumber Write(const std::vector<std::string>& lines) const;
 
     FindEntry Find;                  ///< looked for at each use: its folder may be exchanged meanwhile

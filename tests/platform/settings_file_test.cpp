@@ -27,6 +27,18 @@ protected:
     TemporaryRoot Root;
 };
 
+/// An administrator's script, or a person with an editor, may write while the program runs.
+TEST_F(SettingsFileTest, LeavesWhatOthersHaveWrittenMeanwhile) {
+    Put("[Settings]\nComPort=Com1\nCOLOUR=0\n");
+    SettingsFile store = Store();
+    Put("# mine\n[Settings]\nComPort=Com7\nCOLOUR=0\nFont=Tahoma\n");
+    ASSERT_EQ(store.Save(u"Quorin", u"Settings", u"COLOUR", u"-1"), NoError);
+    EXPECT_EQ(Bytes(), "# mine\n[Settings]\nComPort=Com7\nCOLOUR=-1\nFont=Tahoma\n");
+    EXPECT_EQ(store.Get(u"Quorin", u"Settings", u"ComPort", u""), u"Com1") << "until the next start";
+    EXPECT_EQ(store.Get(u"Quorin", u"Settings", u"COLOUR", u""), u"-1");
+    EXPECT_EQ(Get(u"ComPort"), u"Com7");
+}
+
 struct Value {
     Text Set;
     std::string Written; ///< what stands behind `=` in the file
@@ -192,7 +204,7 @@ TEST_F(SettingsFileTest, InTheRootFolderIsNotReachedOverALinkThatLeadsOutside) {
     const TemporaryRoot elsewhere;
     elsewhere.Put("secret.ini", "[Settings]\nA=secret\n");
     Root.Link(elsewhere.Path("secret.ini"), "settings.ini");
-    SettingsFile store(platform::common::PathMap(Root.Path()), u"settings.ini");
+    SettingsFile store(platform::common::PathMap(Root.Path()), u".\\settings.ini");
     EXPECT_EQ(store.Get(u"Quorin", u"Settings", u"A", u"default"), u"default");
     EXPECT_EQ(store.Save(u"Quorin", u"Settings", u"A", u"1"), PermissionDenied);
     EXPECT_EQ(elsewhere.Bytes("secret.ini"), "[Settings]\nA=secret\n");
