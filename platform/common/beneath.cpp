@@ -56,7 +56,7 @@ std::optional<ErrorNumber> AskKernel(int folder, const std::string& relative, De
 /// Where a link leads; nothing when the entry is none, or can't be read.
 std::optional<std::string> TargetOf(int folder, const std::string& name) {
     std::array<char, PATH_MAX> target;
-    const ssize_t count = ::readlinkat(folder, name.c_str(), target.data(), target.size());
+    const ssize_t count = Repeated([&] { return ::readlinkat(folder, name.c_str(), target.data(), target.size()); });
     if (count < 0 || static_cast<std::size_t>(count) == target.size())
         return std::nullopt;
     return std::string(target.data(), static_cast<std::size_t>(count));
@@ -88,7 +88,7 @@ public:
             if (const ErrorNumber error = Step(part); error != NoError)
                 return error;
         }
-        found = Descriptor(::openat(Here(), ".", FolderFlags));
+        found = Descriptor(Repeated([this] { return ::openat(Here(), ".", FolderFlags); }));
         return found.Valid() ? NoError : FromErrno(errno);
     }
 
@@ -100,7 +100,7 @@ private:
             return NoError;
         if (part == "..")
             return Back();
-        Descriptor next(::openat(Here(), part.c_str(), O_PATH | O_NOFOLLOW | O_CLOEXEC));
+        Descriptor next(Repeated([&] { return ::openat(Here(), part.c_str(), O_PATH | O_NOFOLLOW | O_CLOEXEC); }));
         struct stat found {};
         if (!next.Valid() || ::fstat(next.Number(), &found) != 0)
             return FromErrno(errno);
@@ -153,7 +153,7 @@ ErrorNumber MakeOneFolder(int folder, const std::string& relative) {
     FileEntry entry;
     if (const ErrorNumber above = FindBeneath(folder, relative, LastLink::Keep, entry); above != NoError)
         return above;
-    if (::mkdirat(entry.Folder.Number(), entry.Name.c_str(), OwnersFolder) == 0)
+    if (Repeated([&] { return ::mkdirat(entry.Folder.Number(), entry.Name.c_str(), OwnersFolder); }) == 0)
         return SyncFolder(entry.Folder);
     return errno == EEXIST ? FileNotFound : FromErrno(errno); // a file is in the way, or a link to nothing
 }

@@ -95,6 +95,14 @@ ErrorNumber Descriptor::Close() {
     return closed == 0 || errno == EINTR ? NoError : LastError();
 }
 
+ErrorNumber IdOf(const Descriptor& folder, FolderId& id) {
+    struct stat found {};
+    if (::fstat(folder.Number(), &found) != 0)
+        return LastError();
+    id = {found.st_dev, found.st_ino};
+    return NoError;
+}
+
 ErrorNumber EntryAt(const std::string& path, FileEntry& entry) {
     std::string target;
     if (!Canonical(path, target))

@@ -5,6 +5,8 @@
 
 #include "view/platform/errors.h"
 
+#include <cerrno>
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -15,6 +17,15 @@ ErrorNumber FromErrno(int code);
 
 /// What the system says of a value of errno: in English, as all our texts are, whatever the locale.
 std::string ReasonOf(int code);
+
+/// The result of a call of the host, made again as often as a signal has interrupted it.
+template <class Call>
+auto Repeated(Call call) {
+    auto result = call();
+    while (result == -1 && errno == EINTR)
+        result = call();
+    return result;
+}
 
 /// Owns a file descriptor, and closes it at the end of its life.
 class Descriptor {
@@ -43,6 +54,14 @@ struct FileEntry {
     Descriptor Folder;
     std::string Name;
 };
+
+/// Which folder it is, whatever its name. It means something while the folder is there.
+struct FolderId {
+    std::uint64_t Device = 0;
+    std::uint64_t Number = 0;
+    bool operator==(const FolderId& other) const { return Device == other.Device && Number == other.Number; }
+};
+ErrorNumber IdOf(const Descriptor& folder, FolderId& id);
 
 /// The entry of a path that a person has named, so that links in it are meant. It need not be there, its folder must.
 ErrorNumber EntryAt(const std::string& path, FileEntry& entry);

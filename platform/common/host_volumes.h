@@ -2,6 +2,7 @@
 // The volumes that a device shows, as they were given to the back-end.
 #pragma once
 
+#include "platform/common/path_map.h"
 #include "view/platform/storage.h"
 
 #include <optional>
@@ -16,15 +17,21 @@ struct HostVolume {
 
 class HostVolumes final : public Volumes {
 public:
-    explicit HostVolumes(std::vector<HostVolume> volumes) : List(std::move(volumes)) {}
+    HostVolumes(std::vector<HostVolume> volumes, PathMap paths) : List(std::move(volumes)), Paths(std::move(paths)) {}
+
+    /// Makes the folders of the volumes that have none, but for one that the data has been kept on before: its folder
+    /// is missing because it is out. To be called at the start of the program alone.
+    void MakeFolders(const Text& keptOn) const;
 
     Text First() override;
     Text Next() override;
-    /// In 32 bits, and so negative from 2 GB on, as devices have it. A volume that is not listed fails.
+    /// In 32 bits, and so negative from 2 GB on, as devices have it. A volume that is not listed fails, and one whose
+    /// folder is not there.
     ErrorNumber Space(const Text& root, std::int32_t& bytes) override;
 
 private:
     std::vector<HostVolume> List;
+    PathMap Paths;
     std::size_t NextVolume = 0;
 };
 

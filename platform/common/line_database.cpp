@@ -11,7 +11,7 @@ namespace platform::common {
 
 namespace {
 
-const Text DatabaseFolder = u"Databases\\";
+const Text DatabaseFolder = u".\\Databases\\";
 const Text DatabaseEnding = u".sqlite";
 const Text LineTableName = u"TEXT";
 const Text LineTableDefinition = u"LineNumber long, LineData String";
@@ -55,13 +55,13 @@ bool LineDatabase::FindFile(const Text& name, FileEntry& file) const {
     return IsDatabaseName(name) && Paths.Entry(FileOf(name), LastLink::Follow, file) == NoError;
 }
 
-DatabaseId LineDatabase::Keep(Place file, std::unique_ptr<LineTable> table) {
+DatabaseId LineDatabase::Keep(const Text& name, Place file, std::unique_ptr<LineTable> table) {
     if (!table)
         return 0;
     DatabaseId id = 1;
     while (OpenOnes.count(id) != 0)
         ++id;
-    OpenOnes[id] = {std::move(file), std::move(table)};
+    OpenOnes[id] = {name, std::move(file), std::move(table)};
     return id;
 }
 
@@ -70,13 +70,28 @@ LineTable* LineDatabase::Find(DatabaseId database) {
     return found == OpenOnes.end() ? nullptr : found->second.Table.get();
 }
 
+/// Whether the database may be written to: its name leads to the folder that it was opened in. What goes into a folder
+/// that has been moved away, or into a card that is another one now, nobody finds again.
+ErrorNumber LineDatabase::CheckName(DatabaseId database) const {
+    const auto found = OpenOnes.find(database);
+    if (found == OpenOnes.end())
+        return NotAvailable;
+    FileEntry file;
+    const ErrorNumber error = Paths.Entry(FileOf(found->second.Name), LastLink::Follow, file);
+    if (error != NoError)
+        return error == FileNotFound ? PathNotFound : error;
+    return PlaceOf(file) == found->second.File ? NoError : PathNotFound;
+}
+
 DatabaseId LineDatabase::Open(const Text& name, std::int32_t mode) {
     FileEntry file;
-    WhyNot = FileNotFound;
-    if (!FindFile(name, file))
+    WhyNot = IsDatabaseName(name) ? Paths.Entry(FileOf(name), LastLink::Follow, file) : FileNotFound;
+    if (WhyNot == PathRefused)
+        WhyNot = FileNotFound;
+    if (WhyNot != NoError)
         return 0;
     Place place = PlaceOf(file);
-    return Keep(std::move(place), LineTable::Open(std::move(file), mode != ModeRead, WhyNot));
+    return Keep(name, std::move(place), LineTable::Open(std::move(file), mode != ModeRead, WhyNot));
 }
 
 DatabaseId LineDatabase::Create(const Text& name, std::int32_t typeCode, std::int32_t creatorCode) {
@@ -84,7 +99,7 @@ DatabaseId LineDatabase::Create(const Text& name, std::int32_t typeCode, std::in
     if (!IsDatabaseName(name) || Paths.MakeFolder(DatabaseFolder) != NoError || !FindFile(name, file))
         return 0;
     Place place = PlaceOf(file);
-    return Keep(std::move(place), LineTable::Make(std::move(file), {typeCode, creatorCode}));
+    return Keep(name, std::move(place), LineTable::Make(std::move(file), {typeCode, creatorCode}));
 }
 
 bool LineDatabase::Delete(const Text& name) {
@@ -119,13 +134,13 @@ ErrorNumber LineDatabase::DeclareTable(DatabaseId database, const Text& name, co
 }
 
 ErrorNumber LineDatabase::AddRecord(DatabaseId database) {
-    LineTable* table = Find(database);
-    return table ? table->AddRecord() : NotAvailable;
+    const ErrorNumber error = CheckName(database);
+    return error == NoError ? Find(database)->AddRecord() : error;
 }
 
 ErrorNumber LineDatabase::BeginEdit(DatabaseId database) {
-    LineTable* table = Find(database);
-    return table ? table->BeginEdit() : NotAvailable;
+    const ErrorNumber error = CheckName(database);
+    return error == NoError ? Find(database)->BeginEdit() : error;
 }
 
 bool LineDatabase::WriteRecord(DatabaseId database, const LineRecord& record) {
@@ -194,8 +209,8 @@ bool LineDatabase::AtEnd(DatabaseId database) {
 }
 
 ErrorNumber LineDatabase::BeginBatch(DatabaseId database) {
-    LineTable* table = Find(database);
-    return table ? table->BeginBatch() : NotAvailable;
+    const ErrorNumber error = CheckName(database);
+    return error == NoError ? Find(database)->BeginBatch() : error;
 }
 
 ErrorNumber LineDatabase::EndBatch(DatabaseId database) {

@@ -14,6 +14,8 @@ namespace platform::common {
 /// A database `drivers` is the file `Databases/drivers.sqlite`; line_table.h tells what is in it. A name that is empty,
 /// begins with a full stop or holds `..`, `/`, `\`, `:` or a NUL is refused as if there were no such database.
 ///
+/// Writing to a database whose name leads to another folder than when it was opened is refused with PathNotFound.
+///
 /// A database that is open can't be deleted. One that is closed in the middle of a batch loses the batch, and a batch
 /// whose end fails is lost as a whole; the first record is the current one then.
 class LineDatabase final : public RecordDatabase {
@@ -62,13 +64,15 @@ private:
         bool operator==(const Place&) const = default;
     };
     struct OpenDatabase {
+        Text Name;
         Place File;
         std::unique_ptr<LineTable> Table;
     };
 
     static Place PlaceOf(const FileEntry& file);
     bool FindFile(const Text& name, FileEntry& file) const;
-    DatabaseId Keep(Place file, std::unique_ptr<LineTable> table);
+    ErrorNumber CheckName(DatabaseId database) const;
+    DatabaseId Keep(const Text& name, Place file, std::unique_ptr<LineTable> table);
     LineTable* Find(DatabaseId database);
 
     PathMap Paths;

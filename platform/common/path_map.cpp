@@ -39,6 +39,8 @@ ErrorNumber RelativePath(const Text& devicePath, std::string& relative) {
         names.erase(names.begin());
     else if (first.back() == ':')
         first.pop_back();
+    else
+        return PathRefused;
     relative.clear();
     for (const std::string& name : names) {
         if (!IsName(name))
@@ -48,43 +50,56 @@ ErrorNumber RelativePath(const Text& devicePath, std::string& relative) {
     return NoError;
 }
 
-PathMap::PathMap(const std::string& rootFolder) {
-    RootError = MakeFolders(rootFolder);
-    if (RootError == NoError && !Canonical(rootFolder, Root))
-        RootError = FromErrno(errno);
+PathMap::PathMap(const std::string& rootFolder) : Named(rootFolder) {
+    MakeFolders(rootFolder); // whether there is one then is seen whenever it is opened
+    common::Canonical(rootFolder, Canonical);
 }
 
 ErrorNumber PathMap::OpenRoot(Descriptor& root) const {
-    if (RootError != NoError)
-        return RootError;
-    root = Descriptor(::open(Root.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
+    const char* const path = Canonical.empty() ? Named.c_str() : Canonical.c_str();
+    root = Descriptor(Repeated([path] { return ::open(path, O_PATH | O_DIRECTORY | O_CLOEXEC); }));
     return root.Valid() ? NoError : FromErrno(errno);
 }
 
-ErrorNumber PathMap::Start(const Text& devicePath, std::string& relative, Descriptor& root) const {
-    const ErrorNumber error = OpenRoot(root);
-    return error == NoError ? RelativePath(devicePath, relative) : error;
+/// Takes a step from the root on. What the host knows by a handle that has become stale, as on a network, is looked up
+/// anew once.
+template <class Step>
+ErrorNumber PathMap::LookUp(const Text& devicePath, Step step) const {
+    std::string relative;
+    if (const ErrorNumber error = RelativePath(devicePath, relative); error != NoError)
+        return error;
+    const auto once = [&] {
+        Descriptor root;
+        errno = 0;
+        const ErrorNumber error = OpenRoot(root);
+        return error == NoError ? step(root.Number(), relative) : error;
+    };
+    const ErrorNumber error = once();
+    return error == DeviceFailed && errno == ESTALE ? once() : error;
 }
 
 ErrorNumber PathMap::Entry(const Text& devicePath, LastLink lastLink, FileEntry& entry) const {
-    std::string relative;
-    Descriptor root;
-    const ErrorNumber error = Start(devicePath, relative, root);
-    return error == NoError ? FindBeneath(root.Number(), relative, lastLink, entry) : error;
+    return LookUp(devicePath,
+                  [&](int root, const std::string& relative) { return FindBeneath(root, relative, lastLink, entry); });
 }
 
 ErrorNumber PathMap::OpenFolder(const Text& devicePath, Descriptor& folder) const {
-    std::string relative;
-    Descriptor root;
-    const ErrorNumber error = Start(devicePath, relative, root);
-    return error == NoError ? OpenFolderBeneath(root.Number(), relative, folder) : error;
+    return LookUp(devicePath,
+                  [&](int root, const std::string& relative) { return OpenFolderBeneath(root, relative, folder); });
 }
 
 ErrorNumber PathMap::MakeFolder(const Text& devicePath) const {
-    std::string relative;
-    Descriptor root;
-    const ErrorNumber error = Start(devicePath, relative, root);
-    return error == NoError ? MakeFoldersBeneath(root.Number(), relative) : error;
+    return LookUp(devicePath, [&](int root, const std::string& relative) {
+        Descriptor volume;
+        const bool onAVolume = devicePath.find(u':') != Text::npos;
+        const ErrorNumber error =
+            onAVolume ? OpenFolderBeneath(root, relative.substr(0, relative.find('/')), volume) : NoError;
+        return error == NoError ? MakeFoldersBeneath(root, relative) : error;
+    });
+}
+
+ErrorNumber PathMap::MakeVolume(const Text& volume) const {
+    return LookUp(volume, [](int root, const std::string& relative) { return MakeFoldersBeneath(root, relative); });
 }
 
 } // namespace platform::common

@@ -16,6 +16,7 @@ constexpr std::int32_t RepaintInterval = 100;
 const Text DesignFont = u"AFPalm";
 constexpr std::int32_t DesignFontSize = 8;
 constexpr std::int32_t PalmOs = 1;
+const Text PalmMemory = u"Device:\\";
 
 DeviceClock ClockFor(const DeviceOptions& options) {
     return options.RealClock ? DeviceClock() : DeviceClock(options.StartMoment);
@@ -35,7 +36,7 @@ DeviceSystem SystemFor(const DeviceOptions& options) {
 }
 
 common::SettingsFile SettingsFor(const DeviceOptions& options) {
-    return options.Settings.empty() ? common::SettingsFile(common::PathMap(options.Root), u"settings.ini")
+    return options.Settings.empty() ? common::SettingsFile(common::PathMap(options.Root), u".\\settings.ini")
                                     : common::SettingsFile(options.Settings);
 }
 
@@ -59,10 +60,13 @@ BackEnd::BackEnd(const DeviceOptions& options, Pump& pump, CommandSource& comman
       tmrHoldEvent(loop, HoldInterval, false, frmQuorin::tmrHoldEvent_Tick),
       tmrMenus(loop, RepaintInterval, false, frmQuorin::tmrMenus_Tick), system(SystemFor(options)),
       keys(watcher, focus), serial(options.Ports, frmQuorin::serConnection_Receive), tones(watcher), runTime(loop),
-      volumes(VolumesFor(options)), hostFiles(common::PathMap(options.Root)), files(hostFiles, faults),
-      hostDatabases(common::PathMap(options.Root)), databases(hostDatabases, faults),
-      settingsFile(SettingsFor(options)), settings(settingsFile, faults), onlooker(clock, watcher),
-      Connections(options.Connections != nullptr ? *options.Connections : connections) {
+      volumes(VolumesFor(options), common::PathMap(options.Root)), hostFiles(common::PathMap(options.Root)),
+      files(hostFiles, faults), hostDatabases(common::PathMap(options.Root)), databases(hostDatabases, faults),
+      settingsFile(SettingsFor(options)), settings(settingsFile, faults),
+      onlooker(clock, watcher), Connections(options.Connections != nullptr ? *options.Connections : connections) {
+    const Text keptOn = settingsFile.Get(u"Quorin", u"Settings", u"StorageVolume", u"");
+    const bool inMemory = options.DeviceType == PalmOs && keptOn == PalmMemory; // which is never out
+    volumes.MakeFolders(inMemory ? Text() : keptOn);
     faults.NotMade = [this](const Text& name, ErrorNumber error) {
         onlooker.NotSaved(BareName(name), ErrorText(error));
     };

@@ -111,15 +111,31 @@ void EnumVolumes(bool force) {
 }
 
 Text GetDataPath(const Text& appName) {
+    Text path;
+    const auto error = FindDataPath(appName, path);
+    if (error != platform::NoError)
+        platform::RuntimeFailure(u"Can't open the folder " + path + u": " + platform::ErrorText(error));
+    return path;
+}
+
+platform::ErrorNumber FindDataPath(const Text& appName, Text& path) {
     if (!appName.empty())
         Storage.AppFolder = appName;
     EnumVolumes(false);
     const Text volume = ChosenVolume(Storage.AppFolder);
-    const Text path = PathOn(volume, Storage.AppFolder);
+    path = PathOn(volume, Storage.AppFolder);
     std::unique_ptr<platform::Folder> folder;
-    if (Device().fileSystem.OpenFolder(path, true, folder) != platform::NoError)
-        return volume;
-    return path;
+    const auto error = Device().fileSystem.OpenFolder(path, true, folder);
+    if (error == platform::NoError)
+        return error;
+    // Whether it is there decides: what can't be made is answered by the device's own way out.
+    const auto opened = Device().fileSystem.OpenFolder(path, false, folder);
+    const bool isMissing = opened == platform::FileNotFound || opened == platform::PathRefused;
+    if (!isMissing && opened != platform::NoError)
+        return opened;
+    if (isMissing)
+        path = volume;
+    return platform::NoError;
 }
 
 void ListFiles(const Text& folder, const Text& fileType, const Text& creator) {

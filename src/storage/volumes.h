@@ -4,6 +4,7 @@
 #pragma once
 
 #include "text/text.h"
+#include "view/platform/errors.h"
 
 #include <vector>
 
@@ -23,8 +24,11 @@ inline StorageState Storage;
 void EnumVolumes(bool force);
 
 /// The data folder with its trailing `\`, made when missing. An empty name means the name given last. Falls back to the
-/// root of the volume when the folder can't be opened.
+/// root of the volume where the folder is not there and can't be made, or its name is refused. A folder that is there
+/// and that the device can't open just now stops the program: what is looked for in another one would be made there.
 Text GetDataPath(const Text& appName);
+/// The same for who can go on without it; why the folder can't be opened.
+platform::ErrorNumber FindDataPath(const Text& appName, Text& path);
 
 /// Fills FileList with the files of a folder or, on a Palm OS device's memory, with the databases of that type and
 /// creator (an empty type means "TEXT", an empty creator any).
