@@ -48,6 +48,8 @@ public:
 
     ErrorNumber WriteLines(std::string_view lines) override { return Fails() ? DiskFull : Inner->WriteLines(lines); }
 
+    ErrorNumber CheckName() override { return Inner->CheckName(); }
+
     /// What was written is given up where a line of it has failed, or its way to the medium: the stream is not closed.
     ErrorNumber Close() override {
         if (Wrote && Faults.Strike())
@@ -106,7 +108,7 @@ ErrorNumber FailingFileSystem::OpenStream(const Text& fullName, StreamMode mode,
     const ErrorNumber error = fails ? failure : Inner.OpenStream(fullName, mode, opened);
     if (error == NoError)
         stream = std::make_unique<FailingStream>(std::move(opened), Faults);
-    return mode == StreamMode::Create ? Faults.Told(fullName, error) : error;
+    return error;
 }
 
 ErrorNumber FailingFileSystem::CopyFile(const Text& source, const Text& destination, bool overwrite) {
@@ -140,9 +142,7 @@ DatabaseId FailingDatabase::Open(const Text& name, std::int32_t mode) {
 }
 
 DatabaseId FailingDatabase::Create(const Text& name, std::int32_t typeCode, std::int32_t creatorCode) {
-    const DatabaseId id = Faults.Strike() ? 0 : Inner.Create(name, typeCode, creatorCode);
-    Faults.Told(name, id != 0 ? NoError : DiskFull);
-    return Keep({id, name, ModeReadWrite});
+    return Keep({Faults.Strike() ? 0 : Inner.Create(name, typeCode, creatorCode), name, ModeReadWrite});
 }
 
 void FailingDatabase::Close(DatabaseId database) {

@@ -31,8 +31,8 @@ public:
     /// Called at each operation, before it: for who wants to show that work goes on.
     std::function<void()> Working;
 
-    /// Tells that a file, folder or setting could not be made, where the form goes on without a word; gives the error
-    /// on. Whether it was a line of a file that could not be written is for its writer to tell.
+    /// Tells that a folder could not be made or a setting not stored, where the form goes on without a word; gives the
+    /// error on. Of files and their lines those tell who know what is lost with them.
     ErrorNumber Told(const Text& name, ErrorNumber error) const;
 
     std::function<void(const Text& name, ErrorNumber error)> NotMade;

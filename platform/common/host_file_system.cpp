@@ -75,11 +75,11 @@ bool HostFileSystem::IsThere(const Text& fullName) const {
 }
 
 ErrorNumber HostFileSystem::OpenStream(const Text& fullName, StreamMode mode, std::unique_ptr<TextStream>& stream) {
-    FileEntry entry;
-    const ErrorNumber error = Entry(fullName, LastLink::Follow, entry);
-    if (error == PathRefused && IsThere(fullName))
-        return PermissionDenied;
-    return error == NoError ? HostTextStream::Open(std::move(entry), mode, stream) : error;
+    const auto find = [files = *this, fullName](FileEntry& entry) {
+        const ErrorNumber error = files.Entry(fullName, LastLink::Follow, entry);
+        return error == PathRefused && files.IsThere(fullName) ? PermissionDenied : error;
+    };
+    return HostTextStream::Open(find, mode, stream);
 }
 
 ErrorNumber HostFileSystem::CopyFile(const Text& source, const Text& destination, bool overwrite) {

@@ -78,8 +78,10 @@ ErrorNumber LineDatabase::CheckName(DatabaseId database) const {
         return NotAvailable;
     FileEntry file;
     const ErrorNumber error = Paths.Entry(FileOf(found->second.Name), LastLink::Follow, file);
+    if (error == FileNotFound || error == PathRefused)
+        return PathNotFound;
     if (error != NoError)
-        return error == FileNotFound ? PathNotFound : error;
+        return error;
     return PlaceOf(file) == found->second.File ? NoError : PathNotFound;
 }
 

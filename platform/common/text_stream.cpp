@@ -125,25 +125,29 @@ ErrorNumber OpenExisting(const FileEntry& entry, Descriptor& file, bool& readOnl
 
 } // namespace
 
-ErrorNumber HostTextStream::Open(FileEntry entry, StreamMode mode, std::unique_ptr<TextStream>& stream) {
-    Descriptor file;
-    bool readOnly = false;
-    ErrorNumber error = NoError;
-    if (mode == StreamMode::Existing)
-        error = OpenExisting(entry, file, readOnly);
-    else if (mode == StreamMode::Scratch)
-        error = OpenScratch(entry, file);
-    std::unique_ptr<HostTextStream> opened(new HostTextStream(std::move(file), std::move(entry)));
-    opened->Mode = mode;
-    opened->ReadOnly = readOnly;
-    if (error == NoError && mode == StreamMode::Create)
-        error = opened->Next.Begin();
+ErrorNumber HostTextStream::Open(const FindEntry& find, StreamMode mode, std::unique_ptr<TextStream>& stream) {
+    FileEntry entry;
+    if (const ErrorNumber error = find(entry); error != NoError)
+        return error;
+    std::unique_ptr<HostTextStream> opened(new HostTextStream(find, mode));
+    ErrorNumber error = IdOf(entry.Folder, opened->Home);
+    if (error == NoError)
+        error = opened->OpenFile(std::move(entry));
     OwnWrites += mode == StreamMode::Existing ? 0 : 1;
     if (error == NoError)
         error = opened->LookAgain();
     if (error == NoError)
         stream = std::move(opened);
     return error;
+}
+
+ErrorNumber HostTextStream::OpenFile(FileEntry entry) {
+    if (Mode == StreamMode::Existing)
+        return OpenExisting(entry, File, ReadOnly);
+    if (Mode == StreamMode::Scratch)
+        return OpenScratch(entry, File);
+    Next.emplace(std::move(entry));
+    return Next->Begin();
 }
 
 /// A stream that is dropped has not done what it was to do.
@@ -371,15 +375,50 @@ ErrorNumber HostTextStream::WriteLines(std::string_view lines) {
     return NoError;
 }
 
+/// The entry under the name, in the folder of the opening: what is written must not go where nobody looks for it.
+ErrorNumber HostTextStream::FindAgain(FileEntry& entry) const {
+    FolderId folder;
+    ErrorNumber error = Find(entry);
+    if (error == NoError)
+        error = IdOf(entry.Folder, folder);
+    if (error != NoError)
+        return error == FileNotFound ? PathNotFound : error;
+    return folder == Home ? NoError : PathNotFound;
+}
+
+/// The same while the file under the name is the one that is open.
+ErrorNumber HostTextStream::FindUnchanged(FileEntry& entry) const {
+    if (const ErrorNumber error = FindAgain(entry); error != NoError)
+        return error;
+    struct stat named {};
+    struct stat opened {};
+    if (::fstatat(entry.Folder.Number(), entry.Name.c_str(), &named, AT_SYMLINK_NOFOLLOW) != 0 ||
+        ::fstat(File.Number(), &opened) != 0)
+        return FromErrno(errno);
+    return named.st_dev == opened.st_dev && named.st_ino == opened.st_ino ? NoError : FileChanged;
+}
+
+ErrorNumber HostTextStream::CheckName() {
+    FileEntry entry;
+    const ErrorNumber error = Next ? FindAgain(entry) : FindUnchanged(entry); // what is being written has no name yet
+    return error == NoError ? LookAgain() : error;
+}
+
 /// The file stays as it is until all has been written.
 ErrorNumber HostTextStream::BeginToWrite() {
     if (ReadOnly)
         return PermissionDenied;
-    if (Mode == StreamMode::Scratch || Next.Begun())
+    if (Mode == StreamMode::Scratch || Next)
         return NoError;
-    const ErrorNumber error = Next.BeginWith(File.Number());
+    FileEntry entry;
+    if (const ErrorNumber error = FindUnchanged(entry); error != NoError)
+        return error;
+    Next.emplace(std::move(entry));
+    const ErrorNumber error = Next->BeginWith(File.Number());
     if (error == NoError)
         File.Close();
+    else
+        Next.reset();
     return error;
 }
 
@@ -410,11 +449,18 @@ ErrorNumber HostTextStream::Write(std::string_view lines) {
     return NoError;
 }
 
+ErrorNumber HostTextStream::Commit() {
+    FileEntry entry;
+    const ErrorNumber error = WriteError != NoError ? WriteError : FindAgain(entry);
+    if (error == NoError)
+        return Next->Commit();
+    Next->GiveUp();
+    return WriteError = error;
+}
+
 ErrorNumber HostTextStream::Close() {
-    if (WriteError != NoError)
-        Next.GiveUp();
-    if (Next.Begun())
-        return Next.Commit();
+    if (Next && Next->Begun())
+        return Commit();
     if (!File.Valid())
         return WriteError;
     const bool mustLast = Mode == StreamMode::Scratch && WriteError == NoError;

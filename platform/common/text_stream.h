@@ -6,6 +6,8 @@
 #include "view/platform/storage.h"
 
 #include <ctime>
+#include <functional>
+#include <optional>
 #include <vector>
 
 namespace platform::common {
@@ -27,8 +29,12 @@ namespace platform::common {
 /// next line is written, not LF.
 class HostTextStream final : public TextStream {
 public:
-    /// Opens a regular file, or makes it anew.
-    static ErrorNumber Open(FileEntry entry, StreamMode mode, std::unique_ptr<TextStream>& stream);
+    /// Looks up the entry that a name leads to at this moment.
+    using FindEntry = std::function<ErrorNumber(FileEntry&)>;
+
+    /// Opens a regular file, or makes it anew. The entry is looked up again where something is to take its place: no
+    /// folder is held open meanwhile, which would keep a card from being taken out.
+    static ErrorNumber Open(const FindEntry& find, StreamMode mode, std::unique_ptr<TextStream>& stream);
     ~HostTextStream() override;
 
     std::int64_t Position() const override { return Place; }
@@ -42,12 +48,17 @@ public:
     FileStamp Stamp() const override;
     ErrorNumber WriteLine(const Text& line) override;
     ErrorNumber WriteLines(std::string_view lines) override;
+    ErrorNumber CheckName() override;
     ErrorNumber Close() override;
 
 private:
-    HostTextStream(Descriptor file, FileEntry entry) : File(std::move(file)), Next(std::move(entry)) {}
-    int Number() const { return Next.Begun() ? Next.File() : File.Number(); }
+    HostTextStream(const FindEntry& find, StreamMode mode) : Find(find), Mode(mode) {}
+    int Number() const { return Next ? Next->File() : File.Number(); }
+    ErrorNumber OpenFile(FileEntry entry);
+    ErrorNumber FindAgain(FileEntry& entry) const;
+    ErrorNumber FindUnchanged(FileEntry& entry) const;
     ErrorNumber BeginToWrite();
+    ErrorNumber Commit();
     ErrorNumber LookAgain();
     bool GoesOnFrom(std::int64_t offset) const;
     bool InBlock(std::int64_t offset) const;
@@ -58,9 +69,11 @@ private:
     ErrorNumber MissingLineEnd(std::string& lineEnd);
     ErrorNumber Write(std::string_view lines);
 
-    Descriptor File;  ///< as it is; none when it is made anew
-    Replacement Next; ///< what it becomes, from the first write on
-    StreamMode Mode = StreamMode::Existing;
+    FindEntry Find;
+    FolderId Home;                   ///< the folder that the file was found in
+    Descriptor File;                 ///< as it is; none when it is made anew
+    std::optional<Replacement> Next; ///< what it becomes, from the first write on
+    StreamMode Mode;
     bool ReadOnly = false;
     ErrorNumber WriteError = NoError; ///< of the line that is missing
     std::int64_t Place = 0;

@@ -195,10 +195,10 @@ void WriteInfoFile() {
     CloseFile(file);
     OpenFile(file, name, u"a", u"", u"");
     const Text line = u"path=" + GetDataPath(u"");
-    if (FileLineCount(file) >= 2)
-        ChangeFileLine(file, 2, line);
-    else
+    if (FileLineCount(file) < 2)
         WriteFileLine(file, line);
+    else if (!ChangeFileLine(file, 2, line))
+        Device().saveWatcher.NotSaved(file.name, platform::ErrorText(file.error));
     CloseFile(file);
 }
 

@@ -25,6 +25,14 @@ void Must(const char16_t* what, const FileHandle& handle, platform::ErrorNumber 
         FailOnFile(what, handle, error);
 }
 
+/// Whether a change may begin. Where the database's folder is gone it is refused like any other, and the form goes on.
+bool May(const char16_t* what, FileHandle& handle, platform::ErrorNumber error) {
+    handle.error = error;
+    if (error != platform::PathNotFound)
+        Must(what, handle, error);
+    return error == platform::NoError;
+}
+
 /// Stops the program where the database can't be read: a line that seems to be missing may be there.
 std::int32_t CountOf(const FileHandle& handle) {
     const std::int32_t count = Databases().RecordCount(SlotOf(handle));
@@ -45,8 +53,7 @@ bool Store(FileHandle& handle, const LineRecord& record) {
 }
 
 bool Rewrite(FileHandle& handle, const LineRecord& record) {
-    Must(u"edit", handle, Databases().BeginEdit(SlotOf(handle)));
-    return Store(handle, record);
+    return May(u"edit", handle, Databases().BeginEdit(SlotOf(handle))) && Store(handle, record);
 }
 
 bool ReadLineRecord(const FileHandle& handle, std::int32_t line, LineRecord& record) {
@@ -65,8 +72,8 @@ bool ShiftLines(FileHandle& handle, std::int32_t target) {
 }
 
 bool InsertRecord(FileHandle& handle, std::int32_t target, const Text& text) {
-    Must(u"add a line to", handle, Databases().AddRecord(SlotOf(handle)));
-    return Store(handle, {0, u""}) && ShiftLines(handle, target) && Rewrite(handle, {target, text});
+    return May(u"add a line to", handle, Databases().AddRecord(SlotOf(handle))) && Store(handle, {0, u""}) &&
+           ShiftLines(handle, target) && Rewrite(handle, {target, text});
 }
 
 bool DeleteRecord(FileHandle& handle) {
@@ -109,8 +116,8 @@ bool WriteDatabaseLine(FileHandle& handle, const Text& text) {
     handle.recordNumber = CountOf(handle) + 1;
     if (handle.recordNumber == 1) // the first line makes the table
         Must(u"write to", handle, Databases().DeclareTable(id, u"TEXT", u"LineNumber long, LineData String"));
-    Must(u"add a line to", handle, Databases().AddRecord(id));
-    const bool stored = Store(handle, {handle.recordNumber, text});
+    const bool stored =
+        May(u"add a line to", handle, Databases().AddRecord(id)) && Store(handle, {handle.recordNumber, text});
     if (!stored && handle.slot != 0) // of a rewrite the caller hears that it has failed
         Device().saveWatcher.NotSaved(handle.name, platform::ErrorText(handle.error));
     return stored;
@@ -144,7 +151,7 @@ std::int32_t DatabaseLineCount(const FileHandle& handle) {
 bool ChangeDatabaseLine(FileHandle& handle, std::int32_t line, const Text& text) {
     LineRecord record;
     if (!ReadLineRecord(handle, line, record)) {
-        handle.error = platform::FileNotFound;
+        handle.error = platform::RowNotFound;
         return false;
     }
     record.LineData = text;
@@ -154,10 +161,11 @@ bool ChangeDatabaseLine(FileHandle& handle, std::int32_t line, const Text& text)
 bool DeleteDatabaseLine(FileHandle& handle, std::int32_t line) {
     LineRecord record;
     if (!ReadLineRecord(handle, line, record)) {
-        handle.error = platform::FileNotFound;
+        handle.error = platform::RowNotFound;
         return false;
     }
-    Must(u"write to", handle, Databases().BeginBatch(SlotOf(handle)));
+    if (!May(u"write to", handle, Databases().BeginBatch(SlotOf(handle))))
+        return false;
     const bool deleted = DeleteRecord(handle);
     Must(u"write to", handle, Databases().EndBatch(SlotOf(handle)));
     return deleted;
@@ -165,7 +173,8 @@ bool DeleteDatabaseLine(FileHandle& handle, std::int32_t line) {
 
 bool InsertDatabaseLine(FileHandle& handle, std::int32_t line, std::int32_t position, const Text& text) {
     const std::int32_t target = position == InsertAfter ? line + 1 : line;
-    Must(u"write to", handle, Databases().BeginBatch(SlotOf(handle)));
+    if (!May(u"write to", handle, Databases().BeginBatch(SlotOf(handle))))
+        return false;
     const bool inserted = InsertRecord(handle, target, text);
     Must(u"write to", handle, Databases().EndBatch(SlotOf(handle)));
     return inserted;

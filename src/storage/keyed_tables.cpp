@@ -17,6 +17,7 @@ constexpr char16_t Bar = u'|';
 constexpr std::int32_t NotCounted = -1;
 constexpr std::int32_t HeaderLine = 1;
 constexpr std::int32_t FirstRowLine = 2;
+constexpr std::int32_t AnyRow = -1;
 constexpr std::int32_t InsertBefore = 1;
 constexpr std::int32_t InsertAfter = 2;
 
@@ -114,13 +115,42 @@ bool WriteTableRow(FileHandle& handle, std::int32_t line) {
 }
 
 /// The last change of the table has failed. The form goes on without a word.
-void TellNotSaved() {
+void TellNotSaved(const Text& more = {}) {
     const FileHandle& file = Table.TableFile;
-    if (!file.valid)
-        return;
-    const bool lineIsMissing = file.error == platform::FileNotFound;
-    Device().saveWatcher.NotSaved(file.name, lineIsMissing ? Text(u"the row is not in the file")
-                                                           : platform::ErrorText(file.error));
+    if (file.valid)
+        Device().saveWatcher.NotSaved(file.name, platform::ErrorText(file.error) + more);
+}
+
+/// Begins from what another program has put under the table's name. False where there is nothing to begin from.
+bool TakeUpFile() {
+    FileHandle found;
+    OpenFile(found, Table.TableFile.path + Table.TableFile.name, u"r", Table.TableFile.fileType,
+             Table.TableFile.creator);
+    if (!found.valid)
+        return false;
+    const std::vector<Text> columns = Table.TableColumns;
+    CloseFile(Table.TableFile);
+    Table.TableFile = found;
+    Table.TableRowTotal = NotCounted;
+    TableRowCount();
+    ReadTableHeader();
+    return Table.TableColumns == columns;
+}
+
+/// Whether a line of the table's file is the one that was loaded last.
+bool HoldsLoadedLine(std::int32_t line) {
+    return SeekFileLine(Table.TableFile, line) == line && ReadFileLine(Table.TableFile, line) == Table.RowLine;
+}
+
+/// Whether the table may be changed: its file is what it was or, after another program has changed it, it is a table of
+/// the same columns. With a row, that one must be in its place as well: what is on the screen was made from it.
+bool MayBeChanged(std::int32_t row) {
+    if (!AnotherHasChanged(Table.TableFile))
+        return true;
+    const bool may = TakeUpFile() && (row == AnyRow || HoldsLoadedLine(row + 1));
+    if (!may)
+        Table.TableFile.error = platform::FileChanged;
+    return may;
 }
 
 Text BlankRow() {
@@ -151,6 +181,7 @@ void OpenTable(const Text& fullName, Text& mode, const Text& fileType, const Tex
     Table.TableName = fullName.substr(fullName.rfind(u'\\') + 1);
     Table.TableRowTotal = NotCounted;
     Table.TableRowIndex = 0;
+    Table.RowLine.clear();
     if (mode == u"w")
         mode = u"a";
     OpenFile(Table.TableFile, fullName, mode, fileType, creator);
@@ -275,9 +306,22 @@ void SetField(const Text& column, const Text& value) {
         *field = value;
 }
 
+namespace {
+
+/// Another program's work stays as it is, and what a person has typed or measured is not lost for that.
+void TellRowIsKept() {
+    const Text name = KeepLine(Table.TableFile, Join(Table.TableValues));
+    TellNotSaved(name.empty() ? Text() : u"; the row is kept in " + name);
+}
+
+} // namespace
+
 void SaveRow() {
     const StorageStep step;
-    if (!WriteTableRow(Table.TableFile, Table.TableRowIndex + 1))
+    const bool saved = MayBeChanged(Table.TableRowIndex) && WriteTableRow(Table.TableFile, Table.TableRowIndex + 1);
+    if (!saved && Table.TableFile.error == platform::FileChanged)
+        TellRowIsKept();
+    else if (!saved)
         TellNotSaved();
     GotoRow(Table.TableRowIndex); // a rewrite has moved the file's position
     Table.RecordDirty = false;
@@ -287,17 +331,18 @@ bool AddRow(std::int32_t row) {
     const StorageStep step;
     if (!Table.TableFile.valid)
         return false;
-    const Text blank = BlankRow();
+    bool added = MayBeChanged(row == AnyRow ? AnyRow : Table.TableRowIndex);
     const std::int32_t atEnd = Table.TableRowTotal + 1;
-    const bool added = row != -1 ? InsertFileLine(Table.TableFile, row + 1, InsertBefore, blank)
-                                 : InsertFileLine(Table.TableFile, atEnd, InsertAfter, blank);
+    if (added)
+        added = row != AnyRow ? InsertFileLine(Table.TableFile, row + 1, InsertBefore, BlankRow())
+                              : InsertFileLine(Table.TableFile, atEnd, InsertAfter, BlankRow());
     if (!added) {
         TellNotSaved();
         GotoRow(Table.TableRowIndex);
         return false;
     }
     Table.TableRowTotal = atEnd;
-    GotoRow(row != -1 ? row : atEnd);
+    GotoRow(row != AnyRow ? row : atEnd);
     return true;
 }
 
@@ -306,7 +351,7 @@ void DeleteRow() {
     if (!Table.TableFile.valid)
         return;
     const std::int32_t row = Table.TableRowIndex;
-    if (DeleteFileLine(Table.TableFile, row + 1))
+    if (MayBeChanged(row) && DeleteFileLine(Table.TableFile, row + 1))
         --Table.TableRowTotal;
     else
         TellNotSaved();

@@ -14,7 +14,7 @@ struct TableState {
     FileHandle TableFile;           ///< the open file; `valid` tells whether a table is open
     std::vector<Text> TableColumns; ///< column names from line 1
     std::vector<Text> TableValues;  ///< fields of the current row, as loaded or as set; the record screens write it too
-    Text RowLine;                   ///< the line that is being split: nothing but room, kept from row to row
+    Text RowLine;                   ///< the line of the row that was loaded last, as it stood in the file
     Text TableName;                 ///< bare name of the table that was asked for last, open or not
     std::int32_t TableRowIndex = 0; ///< number of the current row, from 1; 0 when closed
     std::int32_t TableRowTotal = 0; ///< number of rows; -1 not yet counted
@@ -57,6 +57,10 @@ Text GetField(const Text& column);
 /// Sets it in the loaded row, not in the file, and marks the record as changed, even where there is no such column.
 void SetField(const Text& column, const Text& value);
 
+/// A text table that another program has changed meanwhile, by a rename or in place, is taken up as it is now: its rows
+/// are counted anew, and the row goes to its place by number. Where the columns are others, or the line there is not
+/// the one that was loaded, the row is kept in a scratch file and the table stays as it is. A save that fails is told,
+/// as is a row that could not be added or deleted.
 void SaveRow();
 /// Adds a blank row that takes this number and is the current one then; -1 puts it at the end. False where that can't
 /// be done: the table and its current row are as they were, and nothing may be set in the place of the missing row.

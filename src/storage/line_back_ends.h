@@ -24,8 +24,10 @@ void WriteTextLine(FileHandle& handle, const Text& text);
 std::int32_t SeekTextLine(FileHandle& handle, std::int32_t line);
 void ReadTextLine(FileHandle& handle, std::int32_t line, Text& text); ///< the stream stands on it
 std::int32_t TextLineCount(FileHandle& handle);
-/// Writes the whole file anew through the scratch file. False where the file is empty, the scratch file can't be made
-/// or does not hold the lines that it should; the file is untouched then.
+bool AnotherHasChangedText(FileHandle& handle);
+/// Writes the whole file anew through the scratch file. False where the file is empty or is not to be found under its
+/// name any more, and where the scratch file can't be made or does not hold the lines that it should; the file is
+/// untouched then.
 bool RewriteTextLines(FileHandle& handle, std::int32_t line, Edit edit, const Text& text);
 
 // Line databases.

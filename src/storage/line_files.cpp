@@ -54,10 +54,22 @@ void NameDatabase(FileHandle& handle) {
         DropEnding(handle.name);
 }
 
+/// The handle of a file that could not be opened says why. The form goes on without one that it has not been able to
+/// make, and what is meant for it goes nowhere; whoever opens one that is kept from us says so.
+void GiveUp(FileHandle& handle) {
+    const FileHandle failed = handle;
+    ResetFileHandle(handle);
+    handle.error = failed.error;
+    handle.kept = failed.kept;
+    const bool isScratch = failed.slot == 0;
+    if (failed.mode != u"r" && !isScratch && !failed.kept && !failed.name.empty())
+        Device().saveWatcher.NotSaved(failed.name, platform::ErrorText(failed.error));
+}
+
 /// Moves to a line that is to be changed, or says that there is none.
 bool ReachLine(FileHandle& handle, std::int32_t line) {
     const bool reached = SeekFileLine(handle, line) != 0;
-    handle.error = reached ? platform::NoError : platform::FileNotFound;
+    handle.error = reached ? platform::NoError : platform::RowNotFound;
     return reached;
 }
 
@@ -88,8 +100,13 @@ void OpenFile(FileHandle& handle, const Text& fullName, const Text& mode, const 
     const std::size_t folderEnd = fullName.rfind(u'\\');
     ResetFileHandle(handle);
     handle.error = platform::FileNotFound;
-    if (folderEnd == Text::npos)
+    if (folderEnd == Text::npos) {
+        handle.slot = slot;
+        handle.name = fullName;
+        handle.mode = mode;
+        GiveUp(handle);
         return;
+    }
     handle.path = fullName.substr(0, folderEnd + 1);
     handle.name = fullName.substr(folderEnd + 1);
     ChooseBackEnd(handle);
@@ -100,12 +117,8 @@ void OpenFile(FileHandle& handle, const Text& fullName, const Text& mode, const 
     handle.fileType = fileType;
     handle.creator = creator;
     handle.valid = handle.isDatabase ? OpenDatabaseLines(handle) : OpenTextLines(handle);
-    if (handle.valid)
-        return;
-    const FileHandle failed = handle;
-    ResetFileHandle(handle);
-    handle.error = failed.error;
-    handle.kept = failed.kept;
+    if (!handle.valid)
+        GiveUp(handle);
 }
 
 void ResetSlots() {
@@ -207,6 +220,10 @@ platform::FileStamp FileStampOf(const FileHandle& handle) {
     if (!handle.valid || handle.isDatabase)
         return {};
     return Slots.SlotStream[static_cast<std::size_t>(handle.slot)]->Stamp();
+}
+
+bool AnotherHasChanged(FileHandle& handle) {
+    return handle.valid && !handle.isDatabase && AnotherHasChangedText(handle);
 }
 
 bool DeleteFile(const Text& fullName) {

@@ -23,11 +23,12 @@ struct FileHandle {
     Text fileType;                 ///< four-character type
     Text creator;                  ///< four-character creator
     /// Why it could not be opened, or why the last change of it has failed. FileNotFound also for a name that no file
-    /// can have, and for a line that is not in the file.
+    /// can have.
     platform::ErrorNumber error = platform::NoError;
     /// It could not be opened although it is there: the device failed, or a permission is missing. Such a file is not a
     /// missing one, that a caller would make anew over it.
     bool kept = false;
+    std::int64_t revision = 0; ///< text file only: of the stream when it was opened
 };
 
 /// Slot 0 is the scratch file's, 1 to 5 are for everything else.
@@ -63,8 +64,9 @@ struct StorageStep {
 void ResetSlots();
 
 /// Opens a file by its full name. Mode "r" opens what is there, "w" makes it anew, "a" opens it at its end and makes it
-/// when it is missing. `valid` tells whether it worked, `error` and `kept` why not; with all five slots in use the
-/// handle stays as it was. Type and creator are four-character codes; both "temp" means the scratch file.
+/// when it is missing. One that should be made and can't be is told. `valid` tells whether it worked, `error` and
+/// `kept` why not; with all five slots in use the handle stays as it was. Type and creator are four-character codes;
+/// both "temp" means the scratch file.
 void OpenFile(FileHandle& handle, const Text& fullName, const Text& mode, const Text& fileType, const Text& creator);
 void CloseFile(FileHandle& handle);
 void ResetFileHandle(FileHandle& handle);
@@ -80,7 +82,8 @@ Text ReadFileLine(FileHandle& handle, std::int32_t& line);
 /// The same into a text, which may have room for it already.
 void ReadFileLine(FileHandle& handle, std::int32_t& line, Text& text);
 
-// Each of the three says in `error` why it gave false.
+// Each of the three says in `error` why it gave false. A text file stays as it is where its name leads to another
+// folder than when it was opened, or where another program has changed the file while it was written anew.
 bool ChangeFileLine(FileHandle& handle, std::int32_t line, const Text& text);
 bool DeleteFileLine(FileHandle& handle, std::int32_t line);
 
@@ -91,6 +94,13 @@ std::int32_t FileLineCount(FileHandle& handle);
 
 /// Of an open text file; a line database has none.
 platform::FileStamp FileStampOf(const FileHandle& handle);
+
+/// Whether another program has put another file under the name since the file was opened, has written into it or has
+/// deleted it. Never true of a line database, which any number of programs may work on.
+bool AnotherHasChanged(FileHandle& handle);
+
+/// Keeps a line that has no place in its file in a scratch file. The bare name of that; empty where it can't be made.
+Text KeepLine(const FileHandle& handle, const Text& text);
 
 /// Deletes a file that need not be open, under the naming rules of OpenFile.
 bool DeleteFile(const Text& fullName);

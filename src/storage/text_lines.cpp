@@ -92,8 +92,8 @@ bool OpenForAppending(FileHandle& handle) {
     return false;
 }
 
-Text ScratchName() {
-    Text name = GetDataPath(u"");
+Text ScratchName(const Text& folder) {
+    Text name = folder;
     for (std::int32_t i = 0; i < ScratchDigits; ++i)
         name += static_cast<char16_t>(u'0' + static_cast<std::int32_t>(Device().random.Next() * 10));
     return name + u".txt";
@@ -103,25 +103,40 @@ Text ScratchName() {
 void OpenTempFile() {
     FileHandle& scratch = Slots.TempFile;
     Device().random.Seed(static_cast<std::int32_t>(std::nearbyint(Device().clock.TimeOfDay())));
+    CloseFile(scratch);
+    Text folder;
+    scratch.error = FindDataPath(u"", folder);
+    if (scratch.error != platform::NoError)
+        return;
     Text name;
     do {
         CloseFile(scratch);
-        name = ScratchName();
+        name = ScratchName(folder);
         OpenFile(scratch, name, u"r", ScratchCode, ScratchCode);
     } while (scratch.valid); // the name is taken
     if (!scratch.kept)
         OpenFile(scratch, name, u"w", ScratchCode, ScratchCode);
 }
 
+/// Whether the file that is written anew may still be replaced: it is the one that was read.
+bool MayBeReplaced(FileHandle& handle, std::int64_t revision) {
+    handle.error = StreamOf(handle)->CheckName();
+    if (handle.error == platform::NoError && StreamOf(handle)->Revision() != revision)
+        handle.error = platform::FileChanged;
+    return handle.error == platform::NoError;
+}
+
 /// Puts the scratch file in the place of the other one, which is open for appending afterwards whatever its mode was,
-/// and may stand in another slot.
-void ReplaceWithTempFile(FileHandle& handle) {
+/// and may stand in another slot. False where another file or folder has come under its name meanwhile.
+bool ReplaceWithTempFile(FileHandle& handle, std::int64_t revision) {
     FileHandle& scratch = Slots.TempFile;
-    if (!handle.valid || !scratch.valid)
-        return;
-    const FileHandle old = handle;
     const FileHandle made = scratch;
     CloseFile(scratch);
+    if (!MayBeReplaced(handle, revision)) {
+        Device().fileSystem.DeleteFile(FullName(made));
+        return false;
+    }
+    const FileHandle old = handle;
     CloseFile(handle);
     // Whatever fails, what was written is in the scratch file or in the other one: nothing is lost.
     const auto error = Device().fileSystem.MoveFile(FullName(made), FullName(old));
@@ -131,6 +146,7 @@ void ReplaceWithTempFile(FileHandle& handle) {
     if (!handle.valid) // nobody looks: what follows would be dropped without a word
         FailOnFile(u"open", old, handle.error);
     SeekFileLine(handle, old.nextLine);
+    return true;
 }
 
 std::int32_t CountAfter(Edit edit, std::int32_t count) {
@@ -198,6 +214,7 @@ bool OpenTextLines(FileHandle& handle) {
         opened = OpenForAppending(handle);
     }
     Slots.SlotState[static_cast<std::size_t>(handle.slot)] = opened ? SlotIsText : 0;
+    handle.revision = opened ? StreamOf(handle)->Revision() : 0;
     return opened;
 }
 
@@ -250,12 +267,21 @@ std::int32_t TextLineCount(FileHandle& handle) {
     return static_cast<std::int32_t>(count);
 }
 
+bool AnotherHasChangedText(FileHandle& handle) {
+    const auto error = StreamOf(handle)->CheckName();
+    return error == platform::FileChanged || error == platform::FileNotFound ||
+           StreamOf(handle)->Revision() != handle.revision;
+}
+
 bool RewriteTextLines(FileHandle& handle, std::int32_t line, Edit edit, const Text& text) {
     const std::int32_t count = FileLineCount(handle);
+    const std::int64_t revision = StreamOf(handle)->Revision();
     if (SeekFileLine(handle, 1) != 1) {
-        handle.error = platform::FileNotFound;
+        handle.error = platform::RowNotFound;
         return false;
     }
+    if (!MayBeReplaced(handle, revision)) // no scratch file is made, nor a folder for it
+        return false;
     Slots.RewrittenFile = FullName(handle);
     OpenTempFile();
     handle.error = Slots.TempFile.error;
@@ -265,13 +291,23 @@ bool RewriteTextLines(FileHandle& handle, std::int32_t line, Edit edit, const Te
     CopyEdited(handle, line, edit, text);
     CopyLines(handle, line + 1, count - line);
     handle.nextLine = count + 1;
-    if (edit != Edit::Refused && FileLineCount(Slots.TempFile) == CountAfter(edit, count)) {
-        ReplaceWithTempFile(handle);
-        return true;
-    }
+    if (edit != Edit::Refused && FileLineCount(Slots.TempFile) == CountAfter(edit, count))
+        return ReplaceWithTempFile(handle, revision);
     CloseFile(Slots.TempFile); // it stays on disk, for whoever wants to know
-    handle.error = platform::FileNotFound;
+    handle.error = platform::FileChanged;
     return false;
+}
+
+Text KeepLine(const FileHandle& handle, const Text& text) {
+    Slots.RewrittenFile = FullName(handle);
+    OpenTempFile();
+    FileHandle& scratch = Slots.TempFile;
+    if (!scratch.valid)
+        return {};
+    const Text name = scratch.name;
+    WriteFileLine(scratch, text);
+    CloseFile(scratch);
+    return name;
 }
 
 } // namespace modFileSystem

@@ -104,7 +104,6 @@ $ quorin-console --strict
 {"done":"choose"}
 > choose Install...
 {"event":"status","text":"Busy"}
-{"event":"notsaved","file":"Quorin","error":"the name is refused"}
 {"event":"box","text":"Error creating driver inf file","buttons":"ok","icon":"none","title":"Quorin"}
 >> answer ok
 {"done":"answer"}
@@ -149,7 +148,6 @@ $ quorin-console --strict
     --------------------------------------------------------------------------------
     [File] Edit | Delete | Show/Hide Columns... | New | Add Driver...         [Back]
 {"done":"show"}
-stderr: quorin-console: not saved: Quorin, the name is refused
 stderr: quorin-console: not saved: out.txt, the name is refused
 stderr: quorin-console: not saved: folder, the name is refused
 $ cd Quorin && ls && cat drivers.txt

@@ -238,6 +238,20 @@ TEST_F(Console, TellsASaveThatFailedOnceAndByTheNameOfTheTable) {
     EXPECT_THAT(Root.Bytes("Quorin/qrn0001.txt"), testing::Not(HasSubstr("12")));
 }
 
+/// Not even in the root folder, which is no volume of such a device.
+TEST_F(Console, MakesNoFileWhereNoVolumeCanBeUsedAndTellsIt) {
+    for (const char* device : {"1", "3", "6", "9", "12"}) {
+        const Outcome run =
+            Tell({"choose Start...", "choose Back", "choose inf editor...", "command New"},
+                 {"--device", device, "--volume", "Card:\\=fail", "--settings", (Root.Path() / "own.ini").string()});
+        EXPECT_EQ(run.Status, 0) << run.Errors;
+        EXPECT_THAT(run.Lines,
+                    testing::Contains(R"({"event":"notsaved","file":"drivers.txt","error":"it is not there"})"));
+        for (const char* name : {"drivers.txt", "qrnctrl.txt", "untitled.txt", "My Documents", "PALM", "Databases"})
+            EXPECT_FALSE(Root.Has(name)) << device << " " << name;
+    }
+}
+
 TEST_F(Console, TellsASettingThatCouldNotBeStored) {
     const Outcome run = Tell({"disk fail -1", "choose Preferences...", "tap 3"});
     EXPECT_EQ(run.Last("event").dump(),

@@ -64,6 +64,49 @@ const char* const Recording =
     "[RESULT_UNIT \"\xC2\xB0"
     "C\"]\r\n[/BLob]\r\n";
 
+const char* const NotSaved = R"({"event":"notsaved","file":"qrn0001.txt","error":)";
+
+/// As a card that is pulled, or a folder that somebody tidies away.
+TEST_F(TheRoadOfAResult, EndsWithAWordWhereTheRootHasBeenMovedAway) {
+    RunningConsole console({"--root", Root.Path("")});
+    OpenTheDownload(console);
+    for (const char* command : {"tap 0 1", "set 12", "key 13"})
+        console.Tell(command);
+    const std::string away = fs::path(Root.Path("x")).parent_path().string() + ".away";
+    const std::string here = fs::path(Root.Path("x")).parent_path().string();
+    fs::rename(here, away);
+    EXPECT_NE(console.Tell("choose Next Record").find(NotSaved), std::string::npos);
+    EXPECT_FALSE(fs::exists(here));
+    fs::rename(away, here);
+    EXPECT_EQ(File("Quorin/qrn0001.txt").find("12"), std::string::npos);
+    for (const char* command : {"tap 0 1", "set 34", "key 13"})
+        console.Tell(command);
+    EXPECT_EQ(console.Tell("choose Next Record").find("notsaved"), std::string::npos);
+    EXPECT_NE(File("Quorin/qrn0001.txt").find("34|"), std::string::npos);
+}
+
+/// As an editor or a tool that keeps folders in step replaces it.
+TEST_F(TheRoadOfAResult, LeavesTheRowsThatAnotherProgramHasWrittenMeanwhile) {
+    const std::string header = "Moisture|Temperature|Meter\n";
+    Put("Quorin/qrn0001.txt", header + "1||\n");
+    RunningConsole console({"--root", Root.Path("")});
+    OpenTheDownload(console);
+    for (const char* command : {"tap 0 1", "set 12", "key 13"})
+        console.Tell(command);
+    Put("Quorin/new", header + "1||\n2||\n");
+    fs::rename(Root.Path("Quorin/new"), Root.Path("Quorin/qrn0001.txt"));
+    EXPECT_EQ(console.Tell("choose Next Record").find("notsaved"), std::string::npos);
+    EXPECT_EQ(File("Quorin/qrn0001.txt"), header + "12||\n2||\n");
+    EXPECT_NE(console.Tell("screen").find("2/2"), std::string::npos);
+
+    for (const char* command : {"tap 0 1", "set 99", "key 13"})
+        console.Tell(command);
+    Put("Quorin/new", header + "other||\n");
+    fs::rename(Root.Path("Quorin/new"), Root.Path("Quorin/qrn0001.txt"));
+    EXPECT_NE(console.Tell("choose Next Record").find(NotSaved), std::string::npos);
+    EXPECT_EQ(File("Quorin/qrn0001.txt"), header + "other||\n");
+}
+
 TEST_F(TheRoadOfAResult, LeadsFromAPseudoTerminalToASavedRow) {
     ListenOn("Com1");
     Put("recording", Recording);

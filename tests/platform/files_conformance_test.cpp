@@ -39,9 +39,17 @@ protected:
 INSTANTIATE_TEST_SUITE_P(On, FilesSuite, EveryStorage);
 
 TEST_P(FilesSuite, MakesAMissingFolderWithThoseAboveIt) {
+    std::filesystem::create_directory(Root.Path("Card"));
     EXPECT_EQ(ErrorOfOpeningFolder(u"Card:\\PALM\\Programs\\Quorin\\", true), NoError);
     EXPECT_TRUE(std::filesystem::is_directory(Root.Path("Card/PALM/Programs/Quorin")));
     EXPECT_EQ(ErrorOfOpeningFolder(u"Card:\\PALM\\Programs\\Quorin\\", true), NoError) << "a second time";
+}
+
+/// The card is out: what is made in its place is not on it.
+TEST_P(FilesSuite, MakesNoFolderOnAVolumeThatHasNone) {
+    EXPECT_EQ(ErrorOfOpeningFolder(u"Card:\\PALM\\Programs\\Quorin\\", true), FileNotFound);
+    EXPECT_EQ(ErrorOfOpeningFolder(u"Card:\\", true), FileNotFound);
+    EXPECT_FALSE(Root.Has("Card"));
 }
 
 TEST_P(FilesSuite, OpensNoMissingFolderWithoutBeingToldToMakeIt) {

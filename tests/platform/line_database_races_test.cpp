@@ -75,11 +75,13 @@ TEST_F(ExchangedDatabases, MakeAndDeleteNothingOutside) {
     EXPECT_EQ(Elsewhere.Entries("Databases"), 1);
 }
 
-TEST_F(ExchangedDatabases, AreTheFilesThatWereOpenedUntilTheyAreClosed) {
+TEST_F(ExchangedDatabases, TakeNoLineWhereTheirNameLeadsElsewhere) {
     const DatabaseId id = Databases.Open(u"drivers", ModeReadWrite);
     std::filesystem::rename(Root.Path("Databases"), Root.Path("away"));
     std::filesystem::rename(Root.Path("trap"), Root.Path("Databases"));
-    EXPECT_TRUE(Append(Databases, id, u"two"));
+    EXPECT_EQ(Databases.AddRecord(id), PathNotFound);
+    EXPECT_EQ(Databases.BeginEdit(id), PathNotFound);
+    EXPECT_EQ(Databases.BeginBatch(id), PathNotFound);
     Databases.Close(id);
     EXPECT_EQ(Elsewhere.Bytes("Databases/drivers.sqlite"), OthersBytes);
     EXPECT_EQ(Root.Entries("away"), 1) << "the journal is gone";

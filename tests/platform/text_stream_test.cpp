@@ -20,13 +20,11 @@ class TextStreamTest : public testing::Test {
 protected:
     std::unique_ptr<TextStream> Open(StreamMode mode = StreamMode::Existing) {
         std::unique_ptr<TextStream> stream;
-        EXPECT_EQ(HostTextStream::Open(EntryOf("x.txt"), mode, stream), NoError);
+        EXPECT_EQ(HostTextStream::Open(Finding("x.txt"), mode, stream), NoError);
         return stream;
     }
-    platform::common::FileEntry EntryOf(const std::string& name) const {
-        platform::common::FileEntry entry;
-        EXPECT_EQ(EntryAt(Root.Path(name), entry), NoError);
-        return entry;
+    HostTextStream::FindEntry Finding(const std::string& name) const {
+        return [path = Root.Path(name)](platform::common::FileEntry& entry) { return EntryAt(path, entry); };
     }
     void Add(std::string_view bytes) { std::ofstream(Root.Path("x.txt"), std::ios::binary | std::ios::app) << bytes; }
 
@@ -152,7 +150,7 @@ TEST_F(TextStreamTest, GoesOnReadingWhatAnotherWriterChangesATickLater) {
 TEST_F(TextStreamTest, WritesTheLinesThatAFullDiskHasRoomFor) {
     Root.Put("from.txt", "one\ntwo\nthree\n");
     std::unique_ptr<TextStream> from;
-    ASSERT_EQ(HostTextStream::Open(EntryOf("from.txt"), StreamMode::Existing, from), NoError);
+    ASSERT_EQ(HostTextStream::Open(Finding("from.txt"), StreamMode::Existing, from), NoError);
     std::string_view lines;
     std::int64_t taken = 0;
     ASSERT_EQ(from->ReadLines(3, lines, taken), NoError);

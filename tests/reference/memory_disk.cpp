@@ -79,6 +79,7 @@ public:
         return NoError;
     }
 
+    ErrorNumber CheckName() override { return NoError; }
     ErrorNumber Close() override { return NoError; }
 
 private:

@@ -36,9 +36,8 @@ public:
         std::ofstream(Path, std::ios::binary) << bytes;
         Disk.Put(u"x", bytes);
         SoFar.Note("[" + bytes + "]");
-        common::FileEntry entry;
-        common::EntryAt(Path, entry);
-        common::HostTextStream::Open(std::move(entry), StreamMode::Existing, Stream);
+        const auto find = [this](common::FileEntry& entry) { return common::EntryAt(Path, entry); };
+        common::HostTextStream::Open(find, StreamMode::Existing, Stream);
         Files.OpenStream(u"x", StreamMode::Existing, Literal);
         for (std::uint32_t left = 1 + Chosen.Below(8); left > 0 && SoFar.Agrees(); --left)
             Step();

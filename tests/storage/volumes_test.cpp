@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "storage/volumes.h"
 
+#include "drivers/registry.h"
+#include "storage/keyed_tables.h"
 #include "storage/settings.h"
 #include "tests/support/test_device.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 
 namespace modFileSystem {
 namespace {
@@ -202,9 +205,76 @@ TEST(DataPath, FolderThatCantBeMadeIsReplacedByTheVolume) {
     EXPECT_EQ(GetDataPath(u"Quorin"), u".\\");
 }
 
-TEST(DataPath, WithoutAnyVolumeItBeginsWithTheFolder) {
-    support::TestDevice device(DeviceWith(3, {{u"A:\\", std::nullopt}}));
-    EXPECT_EQ(GetDataPath(u"Quorin"), u"My Documents\\Quorin\\");
+/// Neither in the root folder, which is no volume, nor anywhere else.
+TEST(DataPath, WithoutAnyVolumeNamesNoFileThatCouldBeMade) {
+    for (const std::int32_t type : {1, 3, 6, 9, 12}) {
+        support::TestDevice device(DeviceWith(type, {{u"A:\\", std::nullopt}}));
+        modQuorin::SetFilePaths();
+        modQuorin::LoadDriverList();
+        EXPECT_FALSE(device.Folder.Has("drivers.txt")) << type;
+        EXPECT_FALSE(device.Folder.Has("qrnctrl.txt")) << type;
+        EXPECT_FALSE(device.Folder.Has("My Documents")) << type;
+        EXPECT_FALSE(device.Folder.Has("Quorin")) << type;
+        EXPECT_THAT(device.Did.Unsaved, testing::Contains(testing::Pair(u"drivers.txt", testing::_)));
+    }
+}
+
+/// As long as it lives no file or folder can be opened.
+class NoMoreFiles {
+public:
+    NoMoreFiles() {
+        ::getrlimit(RLIMIT_NOFILE, &Before);
+        const rlimit none{0, Before.rlim_max};
+        ::setrlimit(RLIMIT_NOFILE, &none);
+    }
+    ~NoMoreFiles() { ::setrlimit(RLIMIT_NOFILE, &Before); }
+
+private:
+    rlimit Before{};
+};
+
+/// What is kept from us just now would be taken for a missing folder, and its files made in another one.
+TEST(DataPath, FolderThatCantBeOpenedJustNowStopsTheProgram) {
+    support::TestDevice device(DeviceWith(0, {}));
+    ASSERT_EQ(GetDataPath(u"Quorin"), u".\\Quorin\\");
+    Text failure;
+    {
+        const NoMoreFiles now;
+        failure = support::FailureOf([] { GetDataPath(u""); });
+    }
+    EXPECT_EQ(failure, u"Can't open the folder .\\Quorin\\: the device failed");
+    EXPECT_EQ(GetDataPath(u""), u".\\Quorin\\");
+}
+
+/// The form goes on with the record on the screen.
+TEST(DataPath, ThatCantBeOpenedJustNowCostsASaveAndIsTold) {
+    support::TestDevice device(DeviceWith(0, {}));
+    device.Folder.Put("Quorin/x.txt", "A|B\na|b\n");
+    OpenTable(GetDataPath(u"Quorin") + u"x.txt", u"r", u"TEXT", u"QVRN");
+    FirstRow();
+    SetField(u"A", u"new");
+    {
+        const NoMoreFiles now;
+        SaveRow();
+    }
+    EXPECT_THAT(device.Did.Unsaved, ElementsAre(testing::Pair(u"x.txt", u"the device failed")));
+    SetField(u"A", u"again");
+    SaveRow();
+    EXPECT_THAT(device.Did.Unsaved, testing::SizeIs(1));
+    EXPECT_EQ(device.Folder.Bytes("Quorin/x.txt"), "A|B\nagain|b\n");
+    EXPECT_EQ(device.Folder.Bytes("x.txt"), "");
+}
+
+TEST(DataPath, OnACardThatIsOutMakesNothing) {
+    support::TestDevice device(DeviceWith(3, {{u"Card:\\", 2048}}));
+    EXPECT_EQ(GetDataPath(u"Quorin"), u"Card:\\My Documents\\Quorin\\");
+    std::filesystem::rename(device.Folder.Path() / "Card", device.Folder.Path() / "away");
+    EXPECT_EQ(GetDataPath(u""), u"Card:\\"); // beneath which no file opens
+    EnumVolumes(true);
+    EXPECT_THAT(Storage.VolumeList, IsEmpty());
+    EXPECT_FALSE(device.Folder.Has("Card"));
+    std::filesystem::rename(device.Folder.Path() / "away", device.Folder.Path() / "Card");
+    EXPECT_EQ(GetDataPath(u""), u"Card:\\My Documents\\Quorin\\");
 }
 
 TEST(ListFiles, GivesFullNamesOfAFolder) {

@@ -21,6 +21,8 @@ INSTANTIATE_TEST_SUITE_P(
     Rows, ErrorInWords,
     testing::Values(Words{FileNotFound, u"it is not there"}, Words{DeviceFailed, u"the device failed"},
                     Words{FileExists, u"it is there already"}, Words{DiskFull, u"the disk is full"},
+                    Words{FileChanged, u"another program has changed it"},
+                    Words{RowNotFound, u"the row is not in the file"}, Words{PathNotFound, u"its folder is gone"},
                     Words{NotAvailable, u"it is not available"}, Words{PermissionDenied, u"permission denied"},
                     Words{PathRefused, u"the name is refused"}, Words{4711, u"error 4711"}));
 

@@ -15,6 +15,10 @@ Text ErrorText(ErrorNumber error) {
         return u"it is too long, or a line of it is";
     case DiskFull:
         return u"the disk is full";
+    case FileChanged:
+        return u"another program has changed it";
+    case RowNotFound:
+        return u"the row is not in the file";
     case NotAvailable:
         return u"it is not available";
     case PermissionDenied:
@@ -22,7 +26,7 @@ Text ErrorText(ErrorNumber error) {
     case PathRefused:
         return u"the name is refused";
     case PathNotFound:
-        return u"its folder is not there";
+        return u"its folder is gone";
     default:
         return u"error " + modStringTools::NumberText(error);
     }

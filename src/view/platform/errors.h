@@ -12,10 +12,12 @@ using ErrorNumber = std::int32_t;
 
 inline constexpr ErrorNumber NoError = 0;
 inline constexpr ErrorNumber FileNotFound = 53;
+inline constexpr ErrorNumber FileChanged = 55; ///< by another program
 inline constexpr ErrorNumber DeviceFailed = 57;
 inline constexpr ErrorNumber FileExists = 58;
 inline constexpr ErrorNumber TooLong = 59; ///< a file, or a line of it, that no use of the program makes so long
 inline constexpr ErrorNumber DiskFull = 61;
+inline constexpr ErrorNumber RowNotFound = 63; ///< or the line of a file
 inline constexpr ErrorNumber NotAvailable = 68;
 inline constexpr ErrorNumber PermissionDenied = 70;
 inline constexpr ErrorNumber PathRefused = 75;  ///< a name that leads outside the device's storage, or is no name

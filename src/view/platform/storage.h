@@ -17,7 +17,8 @@ public:
     /// The roots of the volumes, in an order that stays the same; an empty text ends the walk.
     virtual Text First() = 0;
     virtual Text Next() = 0;
-    /// Space of a volume in bytes. It may wrap negative on a very large one, and fails where a volume can't be read.
+    /// Space of a volume in bytes. It may wrap negative on a very large one, and fails where a volume can't be read or
+    /// is out, as a card is that has been taken from the device.
     virtual ErrorNumber Space(const Text& root, std::int32_t& bytes) = 0;
 };
 
@@ -65,6 +66,10 @@ public:
     virtual ErrorNumber WriteLine(const Text& line) = 0;
     /// Writes lines that ReadLines has taken, here or from another stream, as a WriteLine of each would.
     virtual ErrorNumber WriteLines(std::string_view lines) = 0;
+    /// Looks up what the name that it was opened by leads to now: for who is about to put another file in its place.
+    /// PathNotFound where that is no folder or not the one of the opening, FileNotFound where no file is there,
+    /// FileChanged where it is another one. What was written into the file itself is seen as at a Seek.
+    virtual ErrorNumber CheckName() = 0;
     /// What was written is on the medium when this returns without an error.
     virtual ErrorNumber Close() = 0;
 };
@@ -78,7 +83,7 @@ enum class StreamMode {
 class FileSystem {
 public:
     virtual ~FileSystem() = default;
-    /// With `create` a missing folder is made, with the folders above it.
+    /// With `create` a missing folder is made, with the folders above it; but a volume's own is not: it is out.
     virtual ErrorNumber OpenFolder(const Text& path, bool create, std::unique_ptr<Folder>& folder) = 0;
     /// Create replaces any old content; Existing opens a file that is there, for reading and writing, or for reading
     /// alone where the file can't be written. What is written becomes the file's content as a whole when the stream is
