@@ -163,10 +163,10 @@ TEST_F(Console, EndsWithOneAndSaysWhyOnARunTimeFailure) {
     const Outcome run = Tell(Joined({OpenTheDownload, {"screen"}}));
     EXPECT_EQ(run.Status, 1);
     ASSERT_GE(run.Lines.size(), 2U);
-    EXPECT_EQ(run.Lines[run.Lines.size() - 2], R"({"event":"failure","text":"DISPLAY \"green\" is no number (row 1 of meter.txt)"
-})");
+    EXPECT_EQ(run.Lines[run.Lines.size() - 2],
+              R"x({"event":"failure","text":"DISPLAY \"green\" is no number (row 1 of meter.txt)"})x");
     EXPECT_EQ(run.Line(run.Lines.size() - 1)["done"], "choose");
-EXPECT_THAT(run.Errors, HasSubstr("DISPLAY \"green\" is no number"));
+    EXPECT_THAT(run.Errors, HasSubstr("DISPLAY \"green\" is no number"));
 }
 
 TEST_F(Console, EndsWithThreeAtTheFirstCommandThatFailsWhenItIsStrict) {
