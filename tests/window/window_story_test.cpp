@@ -195,10 +195,12 @@ TEST_P(WindowStory, OfATechnicianEndsInTheRecordsOnDisk) {
     EXPECT_EQ(Window->Process().ExitStatus(), 0);
     EXPECT_EQ(Window->Process().Errors(), "");
 
-    const std::string day = DateText(start);
-    EXPECT_EQ(File("qrn0001.txt"), "Moisture|Temperature|Place|Remark|Checked|Started\n"
-                                   "24.1 %|19.5 C|North wall|damp||" +
-                                       day + "\n|20.0 C|North wall||" + DateText(chosen) + "|" + day + "\n");
+    const auto written = [&](const std::tm& first, const std::tm& second) {
+        return "Moisture|Temperature|Place|Remark|Checked|Started\n24.1 %|19.5 C|North wall|damp||" + DateText(first) +
+               "\n|20.0 C|North wall||" + DateText(chosen) + "|" + DateText(second) + "\n";
+    };
+    const std::tm end = Today(); // midnight may have passed, before the first record or after it
+    EXPECT_THAT(File("qrn0001.txt"), testing::AnyOf(written(start, start), written(start, end), written(end, end)));
 }
 
 INSTANTIATE_TEST_SUITE_P(Hands, WindowStory, testing::Values(Desktop::Hand::Sure, Desktop::Hand::Misses),
