@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/common/host_files.h"
 
+#include "platform/common/file_rights.h"
+
 #include <array>
 #include <cerrno>
 #include <cstdio>
@@ -8,6 +10,7 @@
 #include <cstring>
 #include <fcntl.h>
 #include <memory>
+#include <set>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -213,10 +216,9 @@ ErrorNumber SyncFolder(const std::string& folder) {
 namespace {
 
 /// Looks at a file that is to be replaced, if it is there. A rename would replace a write-protected one without a word.
-ErrorNumber MayBeReplaced(const FileEntry& entry, bool& exists, mode_t& permissions) {
+ErrorNumber MayBeReplaced(const FileEntry& entry, bool& exists) {
     struct stat found {};
     exists = LookAt(entry, found);
-    permissions = found.st_mode & 07777;
     if (!exists)
         return errno == ENOENT ? NoError : LastError();
     if (!S_ISREG(found.st_mode))
@@ -225,12 +227,20 @@ ErrorNumber MayBeReplaced(const FileEntry& entry, bool& exists, mode_t& permissi
     return mayWrite == 0 ? NoError : LastError();
 }
 
-/// A card's file system may hold no permissions, and refuse: there is nothing to keep then.
-ErrorNumber Permit(int file, mode_t permissions) {
-    struct stat found {};
-    if (::fstat(file, &found) == 0 && (found.st_mode & 07777) == permissions)
-        return NoError;
-    return ::fchmod(file, permissions) == 0 || errno == EPERM ? NoError : LastError();
+/// Gives a file the rights of the one whose place it is to take.
+ErrorNumber TakeRights(int file, const FileEntry& target, bool& kept) {
+    FileRights rights;
+    if (const int error = RightsOf(target.Folder.Number(), target.Name, rights); error != 0)
+        return FromErrno(error);
+    return FromErrno(GiveRights(file, rights, kept));
+}
+
+/// Tells once of each file that others may do less with than before.
+void TellRights(const FileEntry& file) {
+    static std::set<std::pair<ino_t, std::string>> told; // a name stays where the file itself is another one each time
+    struct stat folder {};
+    if (RightsLost && ::fstat(file.Folder.Number(), &folder) == 0 && told.emplace(folder.st_ino, file.Name).second)
+        RightsLost(file.Name);
 }
 
 ErrorNumber CopyBytes(int from, int to) {
@@ -271,12 +281,11 @@ ErrorNumber Replacement::BeginWith(int file) {
 
 ErrorNumber Replacement::Begin() {
     bool exists = false;
-    mode_t permissions = 0;
-    if (const ErrorNumber error = MayBeReplaced(Target, exists, permissions); error != NoError)
+    if (const ErrorNumber error = MayBeReplaced(Target, exists); error != NoError)
         return error;
     if (const ErrorNumber error = MakeBeside(); error != NoError)
         return error;
-    return exists ? Permit(Beside.Number(), permissions) : NoError;
+    return exists ? TakeRights(Beside.Number(), Target, KeepsRights) : NoError;
 }
 
 ErrorNumber Replacement::MakeBeside() {
@@ -294,6 +303,8 @@ ErrorNumber Replacement::Commit() {
     const int folder = Target.Folder.Number();
     if (::fsync(Beside.Number()) != 0 || ::renameat(folder, BesideName.c_str(), folder, Target.Name.c_str()) != 0)
         return LastError();
+    if (!KeepsRights)
+        TellRights(Target);
     const ErrorNumber closed = Beside.Close();
     const ErrorNumber synced = SyncFolder(Target.Folder);
     return closed != NoError ? closed : synced;
@@ -310,21 +321,24 @@ ErrorNumber CopyOver(const FileEntry& source, FileEntry target) {
 
 ErrorNumber MoveOver(const FileEntry& source, FileEntry target) {
     bool exists = false;
-    mode_t permissions = 0;
-    if (const ErrorNumber error = MayBeReplaced(target, exists, permissions); error != NoError)
+    bool keepsRights = true;
+    if (const ErrorNumber error = MayBeReplaced(target, exists); error != NoError)
         return error;
     Descriptor moved;
     if (const ErrorNumber error = OpenRegular(source, O_RDONLY, moved); error != NoError)
         return error;
     if (exists) {
-        if (const ErrorNumber error = Permit(moved.Number(), permissions); error != NoError)
+        if (const ErrorNumber error = TakeRights(moved.Number(), target, keepsRights); error != NoError)
             return error;
     }
     if (::fsync(moved.Number()) != 0)
         return LastError();
     const int from = source.Folder.Number();
-    if (::renameat(from, source.Name.c_str(), target.Folder.Number(), target.Name.c_str()) == 0)
+    if (::renameat(from, source.Name.c_str(), target.Folder.Number(), target.Name.c_str()) == 0) {
+        if (!keepsRights)
+            TellRights(target);
         return SyncFolder(target.Folder);
+    }
     if (errno != EXDEV)
         return LastError();
     const ErrorNumber error = CopyOver(source, std::move(target));

@@ -7,6 +7,7 @@
 
 #include <cerrno>
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -95,8 +96,13 @@ ErrorNumber MakeFolders(const std::string& path);
 ErrorNumber SyncFolder(const Descriptor& folder);
 ErrorNumber SyncFolder(const std::string& folder);
 
+/// Told of a file, by its bare name and once, whose group or access list could not be kept when it was written anew:
+/// others may do less with it than before. Set by who can tell a person.
+inline std::function<void(const std::string& name)> RightsLost;
+
 /// New content for a file, which appears under its name as a whole or not at all: it is written beside it, brought to
-/// the medium and renamed. The permission bits of a file that was there are kept. Given up unless it is committed.
+/// the medium and renamed. The rights of a file that was there are kept (file_rights.h). Given up unless it is
+/// committed.
 class Replacement {
 public:
     explicit Replacement(FileEntry target) : Target(std::move(target)) {}
@@ -117,6 +123,7 @@ private:
     FileEntry Target;
     std::string BesideName;
     Descriptor Beside;
+    bool KeepsRights = true;
 };
 
 /// Copies a regular file over another one, or to where there is none, as a Replacement does.
