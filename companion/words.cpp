@@ -119,4 +119,11 @@ Notice NobodyKeepsAway(const Text& why) {
     return {AboutLock, Severity::Warning, why + u". Tap here when you have read it.", Until::Tapped};
 }
 
+Notice RightsNotKept(const Text& file) {
+    return {AboutRights, Severity::Warning,
+            file + u" could not keep its group or its access list: others may do less with it than before. Tap here when "
+                   u"you have read it.",
+            Until::Tapped};
+}
+
 } // namespace companion

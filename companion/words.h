@@ -17,6 +17,7 @@ inline const Text AboutMailbox = u"mailbox";
 inline const Text AboutLinkOff = u"linkoff";
 inline const Text AboutLinkOn = u"linkon";
 inline const Text AboutLock = u"lock";
+inline const Text AboutRights = u"rights";
 inline const Text AboutPort = u"port";
 
 /// "20:30:05".
@@ -41,5 +42,7 @@ Notice LinkIsOn();
 Notice PortEndsProgram(const Text& why);
 /// `why` says that a second program can't be kept away.
 Notice NobodyKeepsAway(const Text& why);
+/// A file that was written anew could not keep all of its rights.
+Notice RightsNotKept(const Text& file);
 
 } // namespace companion

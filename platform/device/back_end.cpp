@@ -3,6 +3,7 @@
 
 #include "app/form.h"
 #include "app/start_up.h"
+#include "companion/words.h"
 #include "view/input_fields.h"
 
 namespace platform::device {
@@ -70,9 +71,16 @@ BackEnd::BackEnd(const DeviceOptions& options, Pump& pump, CommandSource& comman
     faults.NotMade = [this](const Text& name, ErrorNumber error) {
         onlooker.NotSaved(BareName(name), ErrorText(error));
     };
+    common::RightsLost = [this](const std::string& file) {
+        onlooker.notices.Raise(companion::RightsNotKept(modStringTools::FromBytes(file)));
+    };
     loop.Listen(serial);
     loop.Listen(keys);
     loop.Listen(onlooker);
+}
+
+BackEnd::~BackEnd() {
+    common::RightsLost = nullptr;
 }
 
 Platform BackEnd::RecordOf(const Controls& controls) {

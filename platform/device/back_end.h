@@ -39,6 +39,7 @@ public:
     BackEnd(const DeviceOptions& options, Pump& pump, CommandSource& commands, Watcher& watcher);
     BackEnd(const BackEnd&) = delete;
     BackEnd& operator=(const BackEnd&) = delete;
+    ~BackEnd();
 
     /// Loads the form and brings it to the front, as the start of the program does.
     void StartProgram();
