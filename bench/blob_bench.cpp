@@ -155,6 +155,38 @@ Sides Noisy(const std::string&) {
             [tenth = Noise(NoiseBytes / 10), blob] { return BehindNoise(tenth, blob); }};
 }
 
+/// A BLob of so many variables, and so many results that have all of them.
+Text ManyOfBoth(std::int64_t count) {
+    std::string text = "[BLob]\r[ORIGIN \"QI-0001\"]\r";
+    for (std::int64_t i = 0; i < count; ++i)
+        text += "[DESCRIPTIVE_VAR \"V" + std::to_string(i) + "x=1\"]\r";
+    for (std::int64_t i = 0; i < count; ++i)
+        text += "[RESULT_UNIT \"ms\"]\r";
+    return modStringTools::FromBytes(text + "[/BLob]\r");
+}
+
+double HeldBySlots(const Text& blob, std::int64_t results) {
+    Forget();
+    modBLob::Decoder.ConnectedID = u"QI-0001";
+    modBLob::DecodeBlob(blob);
+    std::size_t held = 0;
+    for (const modBLob::ResultSlot& slot : modBLob::Decoder.Slots)
+        held += slot.Types.size() + slot.Vars.size() + slot.Value.size() + slot.Unit.size();
+    std::int64_t delivered = 0;
+    while (modBLob::NextResult())
+        ++delivered;
+    MustAgree("results of one BLob", delivered, results);
+    return static_cast<double>(held);
+}
+
+Sides SharedVariables(const std::string&) {
+    constexpr std::int64_t Count = 3000;
+    const auto whole = std::make_shared<Text>(ManyOfBoth(Count));
+    const auto tenth = std::make_shared<Text>(ManyOfBoth(Count / 10));
+    return {[whole] { return HeldBySlots(*whole, Count); }, [whole] { return static_cast<double>(whole->size()); },
+            [tenth] { return HeldBySlots(*tenth, Count / 10); }};
+}
+
 // --- Instructions: the program runs itself under the counter, which looks at the work alone
 
 constexpr const char* CountMode = "--count";
@@ -209,6 +241,10 @@ int main(int count, char** words) {
                  {Batch, "RE2, one general pattern a line", {0.7}, AgainstOnePattern},
                  {"10^5 BLobs in chunks of 64 bytes", "the one batch", {2}, Chunked},
                  {"one BLob behind 10 MB of noise in the buffer", "one memchr pass over 10 MB", {3}, Noisy},
+                 {"what one BLob of 3,000 variables and 3,000 results holds until it is delivered",
+                  "its own text",
+                  {2, false, Figure::Ratio, "characters"},
+                  SharedVariables},
                  {"instructions per byte of the decode, by callgrind",
                   "the splitter's",
                   {40, false, Figure::Product, "instructions/byte"},

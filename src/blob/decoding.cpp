@@ -44,6 +44,12 @@ TextView InsideQuotes(TextView line) {
 struct LinesSoFar {
     TextView Types; ///< parted by `" "`
     TextView Value;
+    bool AnyStored = false; ///< a result of this BLob; the rest is what has become of what it was stored with
+    bool NewTypes = false;
+    bool NewValue = false;
+    bool NewVars = false;
+    std::size_t HeadOfVars = 0; ///< characters at the head of the variables that are still those
+    std::size_t TailOfVars = 0; ///< and at their end
 };
 
 /// A BLob that names no origin is accepted, connected or not.
@@ -72,50 +78,38 @@ void AppendTypes(Text& list, TextView types) {
     list.append(types, taken);
 }
 
-/// A slot's text with its number, and room for so many characters more.
-Text& NumberSlot(Text& slot, const Text& number, std::size_t room) {
-    slot.reserve(number.size() + room);
-    return slot = number;
+/// The variables, as far as they are not those that the result in front was stored with.
+void StoreVars(ResultSlot& slot, LinesSoFar& soFar) {
+    const Text& vars = Decoder.Variables;
+    if (!soFar.AnyStored) {
+        slot.Vars = vars;
+    } else if (!soFar.NewVars) {
+        slot.HeadOfVars = vars.size();
+    } else {
+        slot.HeadOfVars = soFar.HeadOfVars;
+        slot.TailOfVars = soFar.TailOfVars;
+        slot.Vars.assign(vars, slot.HeadOfVars, vars.size() - slot.HeadOfVars - slot.TailOfVars);
+    }
+    soFar.NewVars = false;
+    soFar.HeadOfVars = soFar.TailOfVars = vars.size();
 }
 
-void StoreResult(const LinesSoFar& soFar, TextView unit) {
-    const auto slot = static_cast<std::size_t>(Decoder.SlotCount - 1);
-    const Text number = modStringTools::NumberText(Decoder.SlotCount) + Bar;
-    NumberSlot(Decoder.SlotVars[slot], number, Decoder.Variables.size()) += Decoder.Variables;
-    AppendTypes(NumberSlot(Decoder.SlotTypes[slot], number, soFar.Types.size()), soFar.Types);
-    Text& values = NumberSlot(Decoder.SlotValues[slot], number, soFar.Value.size() + 1 + unit.size());
-    values.append(soFar.Value).append(1, Bar).append(unit);
+void StoreResult(LinesSoFar& soFar, TextView unit) {
+    ResultSlot& slot = Decoder.Slots[static_cast<std::size_t>(Decoder.SlotCount - 1)];
+    slot.Filled = true;
+    StoreVars(slot, soFar);
+    slot.SameTypes = soFar.AnyStored && !soFar.NewTypes;
+    if (!slot.SameTypes) {
+        slot.Types.reserve(soFar.Types.size());
+        AppendTypes(slot.Types, soFar.Types);
+    }
+    slot.SameValue = soFar.AnyStored && !soFar.NewValue;
+    if (!slot.SameValue)
+        slot.Value = soFar.Value;
+    slot.Unit = unit;
+    soFar.AnyStored = true;
+    soFar.NewTypes = soFar.NewValue = false;
     AddResultSlot();
-}
-
-void ReadLine(TextView line, LinesSoFar& soFar) {
-    if (BeginsWithTag(line, DescriptiveVarTag)) {
-        if (Decoder.Variables.empty())
-            Decoder.Variables = InsideQuotes(line);
-        else
-            SetDescriptiveVar(Decoder.Variables, InsideQuotes(line));
-    } else if (BeginsWithTag(line, ResultTypeTag)) {
-        soFar.Types = InsideQuotes(line);
-    } else if (BeginsWithTag(line, ResultValueTag)) {
-        soFar.Value = InsideQuotes(line);
-    } else if (BeginsWithTag(line, ResultUnitTag)) {
-        StoreResult(soFar, InsideQuotes(line));
-    }
-}
-
-/// A text without any line end has no lines; otherwise what stands behind the last one is a line too.
-void ReadLines(TextView text) {
-    std::size_t end = FindChar(text, LineEnd);
-    if (end == TextView::npos)
-        return;
-    LinesSoFar soFar;
-    for (;;) {
-        ReadLine(text.substr(0, end), soFar);
-        if (end == TextView::npos)
-            return;
-        text.remove_prefix(end + 1);
-        end = FindChar(text, LineEnd);
-    }
 }
 
 /// The name that a variable is looked for by: what stands in front of its first `=`. All of it where nothing stands
@@ -154,9 +148,68 @@ std::int32_t EndOfOldVariable(TextView list, std::int32_t first) {
     return Length(list) - (oneCharacter ? 1 : 0);
 }
 
-/// A slot's text behind its number and the bar that ends the number.
-TextView WithoutNumber(TextView slot) {
-    return slot.substr(slot.find(Bar) + 1);
+/// How much of a list stays as it is, at its head and at its end.
+struct Kept {
+    std::size_t Head = 0;
+    std::size_t Tail = 0;
+};
+
+// Records that were downloaded depend on what the matcher makes of this, odd as it is: the old variable is taken to end
+// at the list's last bar and not at the next one, so "ORIGIN=X|A=1|B=2|C=3" becomes "ORIGIN=X|A=9|C=3" with "A=9"; and
+// an old value of one character at the list's end stays: "ORIGIN=X|B=2" becomes "ORIGIN=X|B=52" with "B=5".
+Kept PutVariable(Text& list, TextView variable) {
+    const std::size_t size = list.size();
+    std::int32_t first = FindVariable(list, NameOf(variable));
+    if (first == 0) {
+        list.append(1, Bar).append(variable);
+        return {size, 0};
+    }
+    std::int32_t last = EndOfOldVariable(list, first);
+    const auto head = static_cast<std::size_t>(first - 1);
+    const std::size_t end = std::clamp(static_cast<std::size_t>(last), head, size);
+    modStringTools::ReplaceRange(list, variable, first, last);
+    return {head, size - end};
+}
+
+void TakeVariable(TextView variable, LinesSoFar& soFar) {
+    if (Decoder.Variables.empty()) {
+        Decoder.Variables = variable;
+        soFar.HeadOfVars = soFar.TailOfVars = 0;
+    } else {
+        const Kept kept = PutVariable(Decoder.Variables, variable);
+        soFar.HeadOfVars = std::min(soFar.HeadOfVars, kept.Head);
+        soFar.TailOfVars = std::min(soFar.TailOfVars, kept.Tail);
+    }
+    soFar.NewVars = true;
+}
+
+void ReadLine(TextView line, LinesSoFar& soFar) {
+    if (BeginsWithTag(line, DescriptiveVarTag)) {
+        TakeVariable(InsideQuotes(line), soFar);
+    } else if (BeginsWithTag(line, ResultTypeTag)) {
+        soFar.Types = InsideQuotes(line);
+        soFar.NewTypes = true;
+    } else if (BeginsWithTag(line, ResultValueTag)) {
+        soFar.Value = InsideQuotes(line);
+        soFar.NewValue = true;
+    } else if (BeginsWithTag(line, ResultUnitTag)) {
+        StoreResult(soFar, InsideQuotes(line));
+    }
+}
+
+/// A text without any line end has no lines; otherwise what stands behind the last one is a line too.
+void ReadLines(TextView text) {
+    std::size_t end = FindChar(text, LineEnd);
+    if (end == TextView::npos)
+        return;
+    LinesSoFar soFar;
+    for (;;) {
+        ReadLine(text.substr(0, end), soFar);
+        if (end == TextView::npos)
+            return;
+        text.remove_prefix(end + 1);
+        end = FindChar(text, LineEnd);
+    }
 }
 
 /// Cuts off what stands in front of the first bar, and the bar; all of it where there is none.
@@ -179,6 +232,27 @@ void SplitList(TextView list, std::vector<Text>& items) {
         list.remove_prefix(bar == TextView::npos ? 0 : bar + 1);
     } while (bar != TextView::npos);
     items.resize(count);
+}
+
+/// A value with a bar in it pushes the unit out: "a|b" and "ms" are the value "a" with the unit "b".
+void DeliverValue(TextView value, TextView unit) {
+    const std::size_t bar = value.find(Bar);
+    TextView behind = bar == TextView::npos ? unit : value.substr(bar + 1);
+    Decoder.ResultValue = value.substr(0, bar);
+    Decoder.ResultUnit = TakeItem(behind);
+}
+
+bool HasSameVars(const ResultSlot& slot, TextView inFront) {
+    return slot.Vars.empty() && slot.TailOfVars == 0 && slot.HeadOfVars == inFront.size() && slot.HeadOfVars > 0;
+}
+
+/// Makes the variables of a slot out of those of the slot in front of it.
+void PutVars(const ResultSlot& slot, Text& vars) {
+    if (HasSameVars(slot, vars))
+        return;
+    const Text tail = vars.substr(vars.size() - slot.TailOfVars);
+    vars.resize(slot.HeadOfVars);
+    vars.append(slot.Vars).append(tail);
 }
 
 } // namespace
@@ -211,49 +285,62 @@ bool NextResult() {
             Decoder.SlotCursor = 0;
             return false;
         }
-    } while (Decoder.SlotTypes[static_cast<std::size_t>(Decoder.SlotCursor - 1)].empty());
+    } while (!Decoder.Slots[static_cast<std::size_t>(Decoder.SlotCursor - 1)].Filled);
 
-    const auto slot = static_cast<std::size_t>(Decoder.SlotCursor - 1);
-    SplitList(WithoutNumber(Decoder.SlotTypes[slot]), Decoder.ResultTypes);
-    SplitList(WithoutNumber(Decoder.SlotVars[slot]), Decoder.ResultVars);
-    // A value with a bar in it pushes the unit out: "1|a|b|ms" is the value "a" with the unit "b".
-    TextView valueAndUnit = WithoutNumber(Decoder.SlotValues[slot]);
-    Decoder.ResultValue = TakeItem(valueAndUnit);
-    Decoder.ResultUnit = TakeItem(valueAndUnit);
+    const ResultSlot& slot = Decoder.Slots[static_cast<std::size_t>(Decoder.SlotCursor - 1)];
+    if (!slot.SameTypes)
+        SplitList(slot.Types, Decoder.ResultTypes);
+    if (!HasSameVars(slot, Decoder.VarsDelivered)) {
+        PutVars(slot, Decoder.VarsDelivered);
+        SplitList(Decoder.VarsDelivered, Decoder.ResultVars);
+    }
+    if (!slot.SameValue)
+        Decoder.ValueDelivered = slot.Value;
+    DeliverValue(Decoder.ValueDelivered, slot.Unit);
     return true;
 }
 
 bool ResultsWait() {
-    const auto end = Decoder.SlotTypes.begin() + Decoder.SlotCount;
-    return std::any_of(Decoder.SlotTypes.begin(), end, [](const Text& types) { return !types.empty(); });
+    const auto end = Decoder.Slots.begin() + Decoder.SlotCount;
+    return std::any_of(Decoder.Slots.begin(), end, [](const ResultSlot& slot) { return slot.Filled; });
+}
+
+SlotTexts TextsOfSlots() {
+    SlotTexts texts;
+    Text types;
+    Text vars;
+    Text value;
+    for (const ResultSlot& slot : Decoder.Slots) {
+        if (!slot.Filled) {
+            texts.Types.emplace_back();
+            texts.Vars.emplace_back();
+            texts.Values.emplace_back();
+            continue;
+        }
+        types = slot.SameTypes ? types : slot.Types;
+        PutVars(slot, vars);
+        value = slot.SameValue ? value : slot.Value;
+        const Text number = modStringTools::NumberText(static_cast<std::int32_t>(texts.Types.size() + 1)) + Bar;
+        texts.Types.push_back(number + types);
+        texts.Vars.push_back(number + vars);
+        texts.Values.push_back(number + value + Bar + slot.Unit);
+    }
+    return texts;
 }
 
 void AddResultSlot() {
-    if (Decoder.SlotCount > 0 && Decoder.SlotTypes[static_cast<std::size_t>(Decoder.SlotCount - 1)].empty())
+    if (Decoder.SlotCount > 0 && !Decoder.Slots[static_cast<std::size_t>(Decoder.SlotCount - 1)].Filled)
         return;
     ++Decoder.SlotCount;
     if (Decoder.SlotCount == 1) {
-        Decoder.SlotTypes.clear();
-        Decoder.SlotVars.clear();
-        Decoder.SlotValues.clear();
+        Decoder.Slots.clear();
         Decoder.SlotCursor = 0;
     }
-    Decoder.SlotTypes.emplace_back();
-    Decoder.SlotVars.emplace_back();
-    Decoder.SlotValues.emplace_back();
+    Decoder.Slots.emplace_back();
 }
 
-// Records that were downloaded depend on what the matcher makes of this, odd as it is: the old variable is taken to end
-// at the list's last bar and not at the next one, so "ORIGIN=X|A=1|B=2|C=3" becomes "ORIGIN=X|A=9|C=3" with "A=9"; and
-// an old value of one character at the list's end stays: "ORIGIN=X|B=2" becomes "ORIGIN=X|B=52" with "B=5".
 void SetDescriptiveVar(Text& list, TextView variable) {
-    std::int32_t first = FindVariable(list, NameOf(variable));
-    if (first == 0) {
-        list.append(1, Bar).append(variable);
-        return;
-    }
-    std::int32_t last = EndOfOldVariable(list, first);
-    modStringTools::ReplaceRange(list, variable, first, last);
+    PutVariable(list, variable);
 }
 
 Text QuotedValue(TextView line) {

@@ -9,18 +9,32 @@
 
 namespace modBLob {
 
+/// One result that waits to be delivered. What a line of its BLob has said for the result in front of it as well is not
+/// kept a second time: a BLob of N variables and N unit lines would take N times N of them.
+struct ResultSlot {
+    bool Filled = false;
+    bool SameTypes = false; ///< as the slot in front
+    bool SameValue = false;
+    Text Types;                 ///< joined by `|`
+    std::size_t HeadOfVars = 0; ///< so many characters of the variables stand at the head of those of the slot in front
+    std::size_t TailOfVars = 0; ///< and so many at their end
+    Text Vars;                  ///< what stands between the two
+    Text Value;
+    Text Unit;
+};
+
 /// What decoding keeps. Lists are 1-based for the reader: entry n stands at n less 1. All of it is written here alone.
 struct DecoderState {
     Text ConnectedID;               ///< identity of the instrument, from the last BLob with a connect tag
     bool ConnectSeen = false;       ///< the last decoded BLob had a connect tag
     std::int16_t BlobErrorCode = 0; ///< why a BLob was refused: 1 origin mismatch, 2 no connection
     Text BlobErrorText;             ///< the message belonging to the code
-    std::vector<Text> SlotTypes;    ///< of each slot its number, `|`, the type names joined by `|`
-    std::vector<Text> SlotVars;     ///< its number, `|`, the descriptive variables joined by `|`
-    std::vector<Text> SlotValues;   ///< its number, `|`, value, `|`, unit
+    std::vector<ResultSlot> Slots;  ///< of the results
     std::int32_t SlotCount = 0;     ///< number of slots, the free one at the end included
     std::int32_t SlotCursor = 0;    ///< slot last delivered
     Text Variables;                 ///< of the last BLob that was accepted: those that its next result would have
+    Text VarsDelivered;             ///< of the slot last delivered, joined by `|`
+    Text ValueDelivered;            ///< of the same, with what stands behind a bar in it
     std::vector<Text> ResultTypes;  ///< the current result: the names by which it may be known
     std::vector<Text> ResultVars;   ///< its variables, each a name, `=` and a value; the first is ORIGIN
     Text ResultValue;               ///< its value
@@ -37,6 +51,13 @@ bool NextResult();
 
 /// Whether results wait in the slots: where one record of a burst was refused, those of the others do.
 bool ResultsWait();
+
+/// The slots as texts: of each its number, `|`, and its types, its variables, or value and unit, joined by `|`; empty
+/// for a free slot.
+struct SlotTexts {
+    std::vector<Text> Types, Vars, Values;
+};
+SlotTexts TextsOfSlots();
 
 /// Makes sure that a free slot stands behind the filled ones.
 void AddResultSlot();

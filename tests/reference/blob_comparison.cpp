@@ -49,6 +49,7 @@ public:
 
     void Receive(const Text& piece) {
         Done += ", " + Shown(piece);
+        Given += piece.size();
         CompareOne("result", modBLob::ExtractBlobs(piece), ExtractBlobs(Literal, piece));
         CompareOne("BlobBuffer", modBLob::Framing.BlobBuffer, Literal.BlobBuffer);
         CompareSlots();
@@ -56,6 +57,7 @@ public:
 
     void Decode(const Text& blob) {
         Done += ", " + Shown(blob);
+        Given += blob.size();
         CompareOne("result", modBLob::DecodeBlob(blob), DecodeBlob(Literal, blob));
         CompareSlots();
     }
@@ -86,18 +88,31 @@ private:
     }
 
     void CompareSlots() {
-        const modBLob::DecoderState& literal = Literal.Decoder;
+        LookAtMemory();
+        const LiteralDecoder& literal = Literal.Decoder;
+        const modBLob::SlotTexts slots = modBLob::TextsOfSlots();
         CompareOne("ConnectedID", Decoder.ConnectedID, literal.ConnectedID);
         CompareOne("ConnectSeen", Decoder.ConnectSeen, literal.ConnectSeen);
         CompareOne("BlobErrorCode", Decoder.BlobErrorCode, literal.BlobErrorCode);
         CompareOne("BlobErrorText", Decoder.BlobErrorText, literal.BlobErrorText);
         CompareOne("SlotCount", Decoder.SlotCount, literal.SlotCount);
         CompareOne("SlotCursor", Decoder.SlotCursor, literal.SlotCursor);
-        CompareOne("SlotTypes", Decoder.SlotTypes, literal.SlotTypes);
-        CompareOne("SlotVars", Decoder.SlotVars, literal.SlotVars);
-        CompareOne("SlotValues", Decoder.SlotValues, literal.SlotValues);
+        CompareOne("SlotTypes", slots.Types, literal.SlotTypes);
+        CompareOne("SlotVars", slots.Vars, literal.SlotVars);
+        CompareOne("SlotValues", slots.Values, literal.SlotValues);
     }
 
+    /// What waits to be delivered grows with the text, and not with its square.
+    void LookAtMemory() {
+        constexpr std::size_t EachSlot = 64; // characters, the instrument's name among them
+        std::size_t held = 0;
+        for (const modBLob::ResultSlot& slot : Decoder.Slots)
+            held += slot.Types.size() + slot.Vars.size() + slot.Value.size() + slot.Unit.size();
+        if (held > 4 * Given + EachSlot * Decoder.Slots.size())
+            Differences += "\n  the slots hold " + std::to_string(held) + " characters of " + std::to_string(Given);
+    }
+
+    std::size_t Given = 0; ///< characters
     BlobReference Literal;
     std::string Done;
     std::string Differences;

@@ -92,7 +92,7 @@ bool ExtractBlobs(BlobReference& state, const Text& received) {
 bool DecodeBlob(BlobReference& state, Text blob) {
     if (!Has(blob, u"^[BLob") || !Has(blob, u"[/BLob]\r"))
         return false;
-    modBLob::DecoderState& decoder = state.Decoder;
+    LiteralDecoder& decoder = state.Decoder;
     decoder.ConnectSeen = Has(blob, u"[CONNECT");
     if (decoder.ConnectSeen) {
         ReplacePattern(blob, u"^.+[CONNECT", u"", false, false);
@@ -132,7 +132,7 @@ bool DecodeBlob(BlobReference& state, Text blob) {
 }
 
 bool NextResult(BlobReference& state) {
-    modBLob::DecoderState& decoder = state.Decoder;
+    LiteralDecoder& decoder = state.Decoder;
     for (;;) {
         ++decoder.SlotCursor;
         if (decoder.SlotCursor > decoder.SlotCount) {
@@ -153,7 +153,7 @@ bool NextResult(BlobReference& state) {
 }
 
 void AddResultSlot(BlobReference& state) {
-    modBLob::DecoderState& decoder = state.Decoder;
+    LiteralDecoder& decoder = state.Decoder;
     if (decoder.SlotCount > 0 && Entry(decoder.SlotTypes, decoder.SlotCount).empty())
         return;
     ++decoder.SlotCount;

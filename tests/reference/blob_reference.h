@@ -7,10 +7,15 @@
 
 namespace reference {
 
+/// With each slot's own copy of everything.
+struct LiteralDecoder : modBLob::DecoderState {
+    std::vector<Text> SlotTypes, SlotVars, SlotValues;
+};
+
 /// One instrument link's worth of state, of its own.
 struct BlobReference {
     Text BlobBuffer;
-    modBLob::DecoderState Decoder;
+    LiteralDecoder Decoder;
 };
 
 bool ExtractBlobs(BlobReference& state, const Text& received);
