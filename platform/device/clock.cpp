@@ -34,6 +34,21 @@ bool IsDigits(const std::string& text, const char* form) {
     return true;
 }
 
+std::int64_t Count(clockid_t clock) {
+    std::timespec now{};
+    ::clock_gettime(clock, &now);
+    return static_cast<std::int64_t>(now.tv_sec) * MsPerSecond + now.tv_nsec / 1000000;
+}
+
+/// What the machine's clock shows here, as a running count.
+std::int64_t MachineMilliseconds() {
+    const std::int64_t now = Count(CLOCK_REALTIME);
+    const auto seconds = static_cast<std::time_t>(now / MsPerSecond);
+    std::tm local{};
+    localtime_r(&seconds, &local);
+    return now + local.tm_gmtoff * MsPerSecond;
+}
+
 std::tm PartsFrom(const std::string& text) {
     std::tm parts{};
     std::sscanf(text.c_str(), "%4d-%2d-%2dT%2d:%2d:%2d", &parts.tm_year, &parts.tm_mon, &parts.tm_mday, &parts.tm_hour,
@@ -83,19 +98,25 @@ DateTime DeviceClock::Now() const {
     return now;
 }
 
+// CLOCK_MONOTONIC stands still while the machine sleeps, and a reading may come right after that.
+DeviceClock::DeviceClock() : SteadyStart(MachineMilliseconds() - Count(CLOCK_BOOTTIME)) {
+}
+
 float DeviceClock::TimeOfDay() const {
-    const std::int64_t ofDay = LocalMilliseconds() % (SecondsPerDay * MsPerSecond);
+    const std::int64_t ofDay = SteadyMilliseconds() % (SecondsPerDay * MsPerSecond);
     return static_cast<float>(static_cast<double>(ofDay) / MsPerSecond);
 }
 
+std::int64_t DeviceClock::SteadySeconds() const {
+    return SteadyMilliseconds() / MsPerSecond;
+}
+
 std::int64_t DeviceClock::LocalMilliseconds() const {
-    if (Virtual)
-        return Start + Passed;
-    std::timespec now{};
-    std::timespec_get(&now, TIME_UTC);
-    std::tm local{};
-    localtime_r(&now.tv_sec, &local);
-    return (static_cast<std::int64_t>(now.tv_sec) + local.tm_gmtoff) * MsPerSecond + now.tv_nsec / 1000000;
+    return Virtual ? Start + Passed + WallIsOffBy : MachineMilliseconds();
+}
+
+std::int64_t DeviceClock::SteadyMilliseconds() const {
+    return Virtual ? Start + Passed : SteadyStart + Count(CLOCK_BOOTTIME);
 }
 
 std::int64_t DeviceClock::Milliseconds() const {

@@ -25,24 +25,30 @@ public:
     /// A clock that stands still and starts at a moment.
     explicit DeviceClock(std::int64_t startMoment) : Virtual(true), Start(startMoment * 1000) {}
     /// The machine's.
-    DeviceClock() = default;
+    DeviceClock();
 
     bool IsVirtual() const { return Virtual; }
     DateTime Now() const override;
     float TimeOfDay() const override;
+    std::int64_t SteadySeconds() const override;
 
     std::int64_t Milliseconds() const;
     /// Moves a virtual clock on, never back.
     void MoveTo(std::int64_t milliseconds);
     /// Sets what a virtual clock shows; the timers' count goes on as it was.
     void StandAt(std::int64_t moment);
+    /// Sets a virtual clock on or back as a person at the machine does: what it shows changes, and nothing else.
+    void SetWall(std::int64_t bySeconds) { WallIsOffBy += bySeconds * 1000; }
 
 private:
-    std::int64_t LocalMilliseconds() const; ///< since 1970, by the clock on the wall
+    std::int64_t LocalMilliseconds() const;  ///< since 1970, by the clock on the wall
+    std::int64_t SteadyMilliseconds() const; ///< the same, as it would show if nobody had set it since the start
 
     bool Virtual = false;
     std::int64_t Start = 0; ///< what the virtual clock showed when its count was 0, in milliseconds since 1970
     std::int64_t Passed = 0;
+    std::int64_t WallIsOffBy = 0;
+    std::int64_t SteadyStart = 0; ///< of the machine's: what it showed when its count with sleeps was 0
     std::chrono::steady_clock::time_point Begin = std::chrono::steady_clock::now();
 };
 

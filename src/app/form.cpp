@@ -148,7 +148,7 @@ void serConnection_Receive() {
 }
 
 void tmrBlue_Tick() {
-    const std::int64_t now = Device().clock.Now().WholeSeconds;
+    const std::int64_t now = Device().clock.SteadySeconds();
     const bool slept = modBluetooth::Ports.LinkOpen && now - Form.lastTimerEvent > SleepSeconds;
     Form.lastTimerEvent = now;
     if (slept)

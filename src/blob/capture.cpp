@@ -97,7 +97,7 @@ void DivertToOpenEdit(Target& target) {
 bool AskToReplace(const Text& old, const Text& valueAndUnit) {
     const bool yes = modPDAUI::Ask(u"Replace: \r\n" + old + u"\r\nWith:\r\n" + valueAndUnit + u"?");
     // The time that the question stood open must not look like a sleep of the device.
-    frmQuorin::Form.lastTimerEvent = Device().clock.Now().WholeSeconds;
+    frmQuorin::Form.lastTimerEvent = Device().clock.SteadySeconds();
     return yes;
 }
 

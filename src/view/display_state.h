@@ -33,7 +33,7 @@ namespace frmQuorin {
 struct FormState {
     bool FormInitialised = false;    ///< the first activation has run
     bool HoldEventFired = false;     ///< the hold timer fired during the present press
-    std::int64_t lastTimerEvent = 0; ///< when tmrBlue last ticked, in whole seconds; the capture moves it on as well
+    std::int64_t lastTimerEvent = 0; ///< when tmrBlue last ticked, in steady seconds; the capture moves it on as well
 };
 inline FormState Form;
 

@@ -108,7 +108,7 @@ TEST_F(Capturing, CountsTheTimeOfAQuestionAsNoSleep) {
         SetValue(0, u"old");
         WillAnswer(answer);
         Capture({u"Alpha"}, u"1");
-        EXPECT_EQ(frmQuorin::Form.lastTimerEvent, Device.Platform.clock.Now().WholeSeconds);
+        EXPECT_EQ(frmQuorin::Form.lastTimerEvent, Device.Platform.clock.SteadySeconds());
     }
 }
 

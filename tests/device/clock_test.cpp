@@ -3,6 +3,10 @@
 
 #include <gtest/gtest.h>
 
+#include <ctime>
+#include <sys/syscall.h>
+#include <unistd.h>
+
 namespace platform::device {
 namespace {
 
@@ -56,6 +60,19 @@ TEST_F(ClockThatStands, GoesOverTheYearsEnd) {
     EXPECT_EQ(Clock.Now().WholeSeconds, 1199145600);
 }
 
+TEST_F(ClockThatStands, IsSetBackForWhatItShowsAndForNothingElse) {
+    Clock.SetWall(-3600);
+    EXPECT_EQ(Clock.Now().Hour, 22);
+    EXPECT_EQ(Clock.TimeOfDay(), 86398.0F);
+    EXPECT_EQ(Clock.SteadySeconds(), 1199145598);
+    Clock.MoveTo(1500);
+    EXPECT_EQ(Clock.TimeOfDay(), 86399.5F);
+    Clock.MoveTo(2500);
+    EXPECT_EQ(Clock.TimeOfDay(), 0.5F) << "at midnight alone it runs backwards";
+    EXPECT_EQ(Clock.SteadySeconds(), 1199145600);
+    EXPECT_EQ(Clock.Now().Hour, 23);
+}
+
 TEST_F(ClockThatStands, NeverGoesBack) {
     Clock.MoveTo(1000);
     Clock.MoveTo(400);
@@ -72,7 +89,42 @@ TEST_F(ClockThatStands, ShowsAnotherTimeWithoutMovingTheTimers) {
     EXPECT_EQ(Clock.Now().Second, 2);
 }
 
-TEST(ClockOfTheMachine, IsMovedByNobody) {
+/// What the machine's clocks show more than they do.
+struct Shifts {
+    std::int64_t Wall = 0;
+    std::int64_t Boot = 0;
+} ShiftOf;
+
+/// The clock of a machine whose clocks are set, and that sleeps.
+class ClockOfTheMachine : public testing::Test {
+protected:
+    ~ClockOfTheMachine() override { ShiftOf = {}; }
+    static constexpr std::int64_t Margin = 60; // seconds, which no test takes
+};
+
+TEST_F(ClockOfTheMachine, IsNotSetBackForWhatCountsOn) {
+    const DeviceClock clock;
+    const std::int64_t shown = clock.Now().WholeSeconds;
+    const std::int64_t steady = clock.SteadySeconds();
+    const float ofDay = clock.TimeOfDay();
+    EXPECT_NEAR(static_cast<double>(shown), static_cast<double>(steady), Margin);
+    ShiftOf.Wall = -3600;
+    EXPECT_LT(clock.Now().WholeSeconds, shown - 3600 + Margin);
+    EXPECT_GE(clock.SteadySeconds(), steady);
+    EXPECT_LT(clock.SteadySeconds(), steady + Margin);
+    EXPECT_TRUE(clock.TimeOfDay() >= ofDay || clock.TimeOfDay() < static_cast<float>(Margin)) << "but at midnight";
+    ShiftOf.Wall = 3600;
+    EXPECT_LT(clock.SteadySeconds(), steady + Margin);
+}
+
+TEST_F(ClockOfTheMachine, CountsASleep) {
+    const DeviceClock clock;
+    const std::int64_t steady = clock.SteadySeconds();
+    ShiftOf.Boot = 7200;
+    EXPECT_GE(clock.SteadySeconds(), steady + 7200);
+}
+
+TEST_F(ClockOfTheMachine, IsMovedByNobody) {
     DeviceClock clock;
     EXPECT_FALSE(clock.IsVirtual());
     clock.MoveTo(1000000000);
@@ -80,4 +132,17 @@ TEST(ClockOfTheMachine, IsMovedByNobody) {
 }
 
 } // namespace
+
+std::int64_t ShiftOfClock(clockid_t id) {
+    return id == CLOCK_REALTIME ? ShiftOf.Wall : id == CLOCK_BOOTTIME ? ShiftOf.Boot : 0;
+}
+
 } // namespace platform::device
+
+/// In place of the library's, for the whole of this program.
+extern "C" int clock_gettime(clockid_t id, timespec* time) noexcept {
+    const long result = ::syscall(SYS_clock_gettime, id, time);
+    if (result == 0)
+        time->tv_sec += platform::device::ShiftOfClock(id);
+    return static_cast<int>(result);
+}

@@ -50,6 +50,27 @@ TEST_F(Receiving, WaitsForHalfASecondSinceTheLastFullTick) {
     EXPECT_EQ(Moisture(), u"23.4 %");
 }
 
+/// What is done to the machine's clock right before a reading, in seconds: by a time server, or at the end of summer.
+class ClockThatIsSet : public Receiving, public testing::WithParamInterface<int> {};
+
+TEST_P(ClockThatIsSet, HoldsUpNoReadingAndIsNoSleep) {
+    Device.Tick(600);
+    Device.Platform.clock.SetWall(GetParam());
+    Arrive(Reading);
+    Device.Tick(1000);
+    EXPECT_EQ(Moisture(), u"23.4 %");
+    EXPECT_EQ(Receive.LinkState, LinkStateOpen);
+    EXPECT_TRUE(Ports.LinkOpen);
+}
+
+INSTANTIATE_TEST_SUITE_P(Seconds, ClockThatIsSet, testing::Values(-3600, -1, 1, 3600, 86400));
+
+TEST_F(Receiving, StampsARecordWithWhatTheMachinesClockShows) {
+    const auto before = Device.Platform.clock.Now();
+    Device.Platform.clock.SetWall(-3600);
+    EXPECT_EQ(Device.Platform.clock.Now().Hour, before.Hour - 1);
+}
+
 /// The reading, in two pieces: before each of its last eleven characters in turn.
 class SplitReading : public Receiving, public testing::WithParamInterface<int> {};
 

@@ -84,8 +84,13 @@ struct DateTime {
 class Clock {
 public:
     virtual ~Clock() = default;
-    virtual DateTime Now() const = 0;    ///< local date and time, whole seconds
-    virtual float TimeOfDay() const = 0; ///< seconds since midnight, with fractions as fine as 32 bits hold them
+    virtual DateTime Now() const = 0; ///< local date and time, whole seconds
+    /// Seconds since midnight, with fractions as fine as 32 bits hold them. It goes on from what the clock showed at
+    /// the start, whatever is done to the clock since, and runs backwards at midnight alone.
+    virtual float TimeOfDay() const = 0;
+    /// The same count in whole seconds, for what has passed between two moments: a sleep of the device counts, setting
+    /// the clock does not.
+    virtual std::int64_t SteadySeconds() const = 0;
 };
 
 class Random {
