@@ -46,7 +46,7 @@ int Failure(const std::string& problem) {
 } // namespace
 
 int main(int argc, char** argv) {
-    start::PrepareProcess();
+    start::PrepareProcess("quorin-instrument");
     CommandLine line;
     int exitStatus = 0;
     if (!ReadCommandLine(argc, argv, line, exitStatus)) {

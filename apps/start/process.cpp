@@ -5,8 +5,10 @@
 #include <csignal>
 #include <cstdlib>
 #include <cstring>
+#include <exception>
 #include <fcntl.h>
 #include <iostream>
+#include <new>
 #include <poll.h>
 #include <streambuf>
 #include <string>
@@ -73,6 +75,42 @@ Output& TheOutput() {
     return *output;
 }
 
+const char* NameOfProgram = "";
+
+/// Without memory nothing can be composed.
+void Say(const char* text) {
+    static_cast<void>(::write(STDERR_FILENO, text, std::strlen(text)));
+}
+
+[[noreturn]] void EndWith(const char* why) {
+    Say(NameOfProgram);
+    Say(": ");
+    Say(why);
+    Say("\n");
+    std::_Exit(StatusNoMemory);
+}
+
+// Not by an exception: it would have to come through a window system that was not made for it, and memory is short all
+// the way. Every file is as the last completed save left it, as after any other end.
+[[noreturn]] void EndWithoutMemory() {
+    EndWith("out of memory; every file is as the last completed save left it");
+}
+
+/// What was thrown where nothing catches it: a library may throw by itself what its own allocations lack.
+[[noreturn]] void EndByException() {
+    const std::exception_ptr thrown = std::current_exception();
+    try {
+        if (thrown)
+            std::rethrow_exception(thrown);
+    } catch (const std::bad_alloc&) {
+        EndWithoutMemory();
+    } catch (const std::exception& exception) {
+        EndWith(exception.what());
+    } catch (...) {
+    }
+    EndWith("something has failed that nothing can go on from");
+}
+
 /// With the lower ones open, what is opened gets this number.
 void OpenInPlaceOf(int descriptor) {
     if (::fcntl(descriptor, F_GETFD) >= 0)
@@ -84,7 +122,10 @@ void OpenInPlaceOf(int descriptor) {
 
 } // namespace
 
-void PrepareProcess() {
+void PrepareProcess(const char* program) {
+    NameOfProgram = program;
+    std::set_new_handler(EndWithoutMemory);
+    std::set_terminate(EndByException);
     for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
         OpenInPlaceOf(descriptor);
     std::signal(SIGPIPE, SIG_IGN);

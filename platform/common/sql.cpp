@@ -3,6 +3,7 @@
 
 #include "platform/common/folder_vfs.h"
 
+#include <new>
 #include <sqlite3.h>
 
 namespace platform::common {
@@ -15,7 +16,15 @@ constexpr int BusyTimeout = 1000;
 /// No text or row of a file is longer, in bytes. An expression in a file could ask for any length.
 constexpr int LongestText = 1 << 28;
 
+/// SQLite has allocators of its own, and reports. There is one way out of the want of memory, whoever finds it.
+void EndWithoutMemory() {
+    if (const std::new_handler handler = std::get_new_handler())
+        handler();
+}
+
 ErrorNumber FromSqlite(int result) {
+    if ((result & 0xFF) == SQLITE_NOMEM)
+        EndWithoutMemory();
     switch (result & 0xFF) { // the low byte is the error, the rest its finer kind
     case SQLITE_OK:
     case SQLITE_DONE:

@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <list>
 
 namespace platform::qt {
 
@@ -71,6 +72,72 @@ void BreakParagraph(const QFont& font, const QString& paragraph, std::int32_t wi
         lines.push_back(QString());
 }
 
+/// A text in a font, broken into lines at a width.
+struct Shaped {
+    QString Font;
+    std::int32_t Width = 0;
+    Text Words;
+    QStringList Lines;
+    int Widest = 0;
+};
+
+constexpr std::int32_t OnOneLine = -1; // a width
+
+QStringList BreakText(const QFont& font, TextView text, std::int32_t width) {
+    QStringList lines;
+    for (TextView rest = text;;) {
+        const std::size_t end = rest.find_first_of(u"\r\n");
+        BreakParagraph(font, ToQt(rest.substr(0, end)), width, lines);
+        if (end == TextView::npos)
+            return lines;
+        const bool both = rest[end] == CarriageReturn && end + 1 < rest.size() && rest[end + 1] == LineFeed;
+        rest.remove_prefix(end + (both ? 2 : 1));
+        if (rest.empty())
+            return lines; // what ends a line does not begin another
+    }
+}
+
+Shaped Shape(const QFont& font, TextView text, std::int32_t width) {
+    Shaped shaped;
+    shaped.Lines = width == OnOneLine ? QStringList(OneLine(text)) : BreakText(font, text, width);
+    const QFontMetrics metrics(font);
+    for (const QString& line : shaped.Lines)
+        shaped.Widest = std::max(shaped.Widest, metrics.horizontalAdvance(line));
+    return shaped;
+}
+
+/// Those that took long, the last one that was asked for first. A page has room for few.
+struct {
+    std::list<Shaped> Kept;
+    std::size_t Count = 0;
+} LongTexts;
+
+/// A text of a megabyte takes seconds to shape, and a page is painted at each key.
+const Shaped& ShapeOnce(const QFont& font, TextView text, std::int32_t width) {
+    constexpr std::size_t Long = 2000; // characters
+    constexpr std::size_t MostKept = 8;
+    static Shaped brief;
+    if (text.size() < Long)
+        return brief = Shape(font, text, width);
+    const QString key = font.key();
+    std::list<Shaped>& kept = LongTexts.Kept;
+    const auto found = std::find_if(kept.begin(), kept.end(), [&](const Shaped& each) {
+        return each.Width == width && each.Words == text && each.Font == key;
+    });
+    if (found != kept.end()) {
+        kept.splice(kept.begin(), kept, found);
+        return kept.front();
+    }
+    ++LongTexts.Count;
+    kept.push_front(Shape(font, text, width));
+    kept.front().Font = key;
+    kept.front().Width = width;
+    kept.front().Words = text;
+    if (kept.size() > MostKept)
+        kept.pop_back();
+    return kept.front();
+}
+
 } // namespace
 
 QFont FontOf(const Text& name, std::int32_t size) {
@@ -93,17 +160,11 @@ QString OneLine(TextView text) {
 }
 
 QStringList LinesOf(const QFont& font, TextView text, std::int32_t width) {
-    QStringList lines;
-    for (TextView rest = text;;) {
-        const std::size_t end = rest.find_first_of(u"\r\n");
-        BreakParagraph(font, ToQt(rest.substr(0, end)), width, lines);
-        if (end == TextView::npos)
-            return lines;
-        const bool both = rest[end] == CarriageReturn && end + 1 < rest.size() && rest[end + 1] == LineFeed;
-        rest.remove_prefix(end + (both ? 2 : 1));
-        if (rest.empty())
-            return lines; // what ends a line does not begin another
-    }
+    return ShapeOnce(font, text, std::max(width, 0)).Lines;
+}
+
+std::size_t LongTextsShaped() {
+    return LongTexts.Count;
 }
 
 FontHandle QtFonts::GetFont(const Text& name, std::int32_t size, std::int32_t) {
@@ -123,18 +184,14 @@ std::int32_t QtFonts::FontHeight(FontHandle font) {
 
 TextSize QtFonts::MeasureLine(FontHandle font, const Text& text, std::int32_t start, std::int32_t length) {
     const auto from = std::min(static_cast<std::size_t>(std::max(start, 0)), text.size());
-    const QString line = OneLine(TextView(text).substr(from, static_cast<std::size_t>(std::max(length, 0))));
-    const QFontMetrics metrics(Of(font));
-    return {metrics.horizontalAdvance(line), metrics.height()};
+    const TextView line = TextView(text).substr(from, static_cast<std::size_t>(std::max(length, 0)));
+    return {ShapeOnce(Of(font), line, OnOneLine).Widest, QFontMetrics(Of(font)).height()};
 }
 
 TextSize QtFonts::MeasureWrapped(FontHandle font, const Text& text, std::int32_t width) {
-    const QFontMetrics metrics(Of(font));
-    const QStringList lines = LinesOf(Of(font), text, width);
-    int widest = 0;
-    for (const QString& line : lines)
-        widest = std::max(widest, metrics.horizontalAdvance(line));
-    return {widest, metrics.height() * static_cast<std::int32_t>(lines.size())};
+    const Shaped& shaped = ShapeOnce(Of(font), text, std::max(width, 0));
+    const int height = QFontMetrics(Of(font)).height();
+    return {shaped.Widest, height * static_cast<std::int32_t>(shaped.Lines.size())};
 }
 
 Text QtFonts::FirstFontName() {

@@ -21,6 +21,9 @@ QFont FontOf(const Text& name, std::int32_t size);
 /// word longer than a line is cut. Always one line at least.
 QStringList LinesOf(const QFont& font, TextView text, std::int32_t width);
 
+/// How often a long text has been broken into lines or measured so far: one that is painted again and again is not.
+std::size_t LongTextsShaped();
+
 /// The text as it stands on one line: carriage returns and line feeds have no width.
 QString OneLine(TextView text);
 

@@ -32,7 +32,7 @@ bool IsFinger(const QMouseEvent& event) {
 }
 
 /// A text of a cell: on a line from its place on, or wrapped and aligned inside a box.
-void PaintText(QPainter& painter, const common::PaintedText& text) {
+void PaintText(QPainter& painter, const common::PaintedText& text, const QRect& visible) {
     const QFontMetrics metrics = painter.fontMetrics();
     painter.setPen(ColourOf(text.Colour));
     if (text.Height == 0 && text.Width == 0) {
@@ -47,10 +47,15 @@ void PaintText(QPainter& painter, const common::PaintedText& text) {
     else if (text.VerticalAlign == AlignCentre)
         y = text.Y + (text.Height - height) / 2;
     for (const QString& line : lines) {
+        if (y > visible.bottom())
+            return; // a long text has thousands of lines, and the page a few
+        const bool isSeen = y + metrics.height() >= visible.top();
+        y += metrics.height();
+        if (!isSeen)
+            continue;
         const int room = text.Width - metrics.horizontalAdvance(line);
         const int x = text.X + (text.HorizontalAlign == AlignCentre ? room / 2 : 0);
-        painter.drawText(x, y + metrics.ascent(), line);
-        y += metrics.height();
+        painter.drawText(x, y - metrics.height() + metrics.ascent(), line);
     }
 }
 
@@ -130,7 +135,7 @@ void GridWidget::PaintCell(QPainter& painter, std::int32_t row, std::int32_t col
         painter.drawRect(rect.adjusted(0, 0, -1, -1));
     }
     for (const common::PaintedText& text : picture->Texts)
-        PaintText(painter, text);
+        PaintText(painter, text, rect.intersected(this->rect()));
     painter.restore();
 }
 

@@ -187,5 +187,28 @@ TEST_F(TheRoadOfAResult, SavedRowsSurviveAPowerCut) {
     EXPECT_EQ(File("Quorin/qrn0001.txt"), "Moisture|Temperature|Meter\n1||\n2||\n||\n");
 }
 
+#ifndef __SANITIZE_ADDRESS__ // which takes more memory for itself than there is here
+/// What a program says, and how it ends, where it may have no more than 400 MB and is given a line without an end.
+void ExpectAnEndWithoutMemory(const TemporaryFolder& folder, const std::string& program, const std::string& name) {
+    const std::string errors = folder.Path("errors");
+    const std::string command = "head -c 800000000 /dev/zero | tr \"\\\\0\" a | (ulimit -v 400000; exec " + program +
+                                " >/dev/null 2>" + errors + ")";
+    const int status = std::system(("bash -c '" + command + "'").c_str());
+    EXPECT_EQ(WIFEXITED(status) ? WEXITSTATUS(status) : -1, 1);
+    std::ifstream in(errors);
+    const std::string said{std::istreambuf_iterator<char>(in), {}};
+    EXPECT_EQ(said, name + ": out of memory; every file is as the last completed save left it\n");
+}
+
+TEST_F(TheRoadOfAResult, EndsWithAMessageWhereMemoryRunsOut) {
+    ExpectAnEndWithoutMemory(Root, std::string(QUORIN_CONSOLE) + " --root " + Root.Name(), "quorin-console");
+}
+
+TEST(TheInstrument, EndsWithAMessageWhereMemoryRunsOut) {
+    const TemporaryFolder folder;
+    ExpectAnEndWithoutMemory(folder, std::string(QUORIN_INSTRUMENT) + " --print /dev/stdin", "quorin-instrument");
+}
+#endif
+
 } // namespace
 } // namespace live

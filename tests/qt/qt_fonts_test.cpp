@@ -221,5 +221,44 @@ TEST_F(DrawnText, OfALineStandsInItsRow) {
     EXPECT_EQ(LinesIn(picture, Grid().CellRect(1, 1)), 1);
 }
 
+TEST_F(MeasuredText, IsShapedOnceHoweverOftenALongOneIsAskedFor) {
+    Text text;
+    for (int i = 0; i < 2000; ++i)
+        text += SomeWords;
+    const std::size_t before = platform::qt::LongTextsShaped();
+    const platform::TextSize size = Fonts.MeasureWrapped(Font, text, 200);
+    EXPECT_EQ(Fonts.MeasureWrapped(Font, text, 200).Height, size.Height);
+    EXPECT_EQ(LinesOf(FontOf(u"Tahoma", 9), text, 200).size(), size.Height / Fonts.FontHeight(Font));
+    EXPECT_EQ(platform::qt::LongTextsShaped(), before + 1);
+    EXPECT_LE(Fonts.MeasureWrapped(Font, text, 400).Height, size.Height) << "another width is another shape";
+    EXPECT_EQ(platform::qt::LongTextsShaped(), before + 2);
+    text.back() = u'!';
+    Fonts.MeasureWrapped(Font, text, 200);
+    EXPECT_EQ(platform::qt::LongTextsShaped(), before + 3);
+}
+
+class LongTextOnThePage : public InAWindow {
+protected:
+    LongTextOnThePage() : InAWindow(OfType(0), {true, 1}) {}
+};
+
+TEST_F(LongTextOnThePage, IsNotShapedAnewAtEachPaint) {
+    ShowRows(3);
+    Text text;
+    while (text.size() < 200000)
+        text += SomeWords;
+    Main().SetCell(1, 0, text);
+    Settle();
+    Grid().grab();
+    const std::size_t shaped = platform::qt::LongTextsShaped();
+    EXPECT_GT(shaped, 0U);
+    for (int i = 0; i < 5; ++i) {
+        Main().SetRow(i % 2);
+        Settle();
+        Grid().grab();
+    }
+    EXPECT_EQ(platform::qt::LongTextsShaped(), shaped);
+}
+
 } // namespace
 } // namespace windowtest
