@@ -242,7 +242,7 @@ Error RunShow(Session& session, const std::string&) {
 }
 
 Error RunState(Session& session, const std::string&) {
-    session.Out().Write(StateReport());
+    session.Out().Write(StateReport(session.Device()));
     return Done;
 }
 

@@ -2,6 +2,7 @@
 #include "app/start_up.h"
 #include "apps/start/process.h"
 #include "console_main.h"
+#include "platform/device/end_signals.h"
 #include "platform/headless/headless_platform.h"
 
 namespace {
@@ -9,6 +10,8 @@ namespace {
 int RunHeadless(const console::Options& options, console::Session& session) {
     platform::headless::HeadlessPlatform device(options.Device, session, session.Out());
     session.Use(device);
+    platform::device::EndSignals signals;
+    session.EndBy(signals);
     try {
         session.Run();
     } catch (const platform::device::ProgramOver& over) {
@@ -21,6 +24,6 @@ int RunHeadless(const console::Options& options, console::Session& session) {
 } // namespace
 
 int main(int count, char** words) {
-    start::PrepareProcess();
+    start::PrepareProcess("quorin-console");
     return start::StatusAfterOutput("quorin-console", console::ConsoleMain(count, words, RunHeadless));
 }

@@ -222,8 +222,10 @@ Lines BoxLines(const Controls& form) {
     std::size_t width = buttons.size();
     for (const Text& line : message)
         width = std::max(width, ColumnsOf(line));
+    const Text newer = form.boxes.Piled() ? u"- the newer of two " : u"";
+    width = std::max(width, newer.size());
     const Text edge = u"+" + Text(width + 2, u'-') + u"+";
-    Lines lines = {edge};
+    Lines lines = {u"+" + newer + edge.substr(1 + newer.size())};
     for (const Text& line : message)
         lines.push_back(u"| " + Fitted(line, width) + u" |");
     lines.push_back(u"| " + Text(width, u' ') + u" |");

@@ -141,7 +141,7 @@ Json ScreenReport(const BackEnd& device) {
             {"form", BoxReport(platform::device::PixelsOf(form.form))}};
 }
 
-Json StateReport() {
+Json StateReport(const BackEnd& device) {
     const auto& link = modBluetooth::Ports;
     const auto& receive = modBluetooth::Receive;
     const auto& table = modFileSystem::Table;
@@ -154,6 +154,8 @@ Json StateReport() {
             {"LinkOpen", link.LinkOpen},
             {"LinkState", receive.LinkState},
             {"ServerMode", link.ServerMode},
+            {"LinkHeld", device.Seen().boxes.Piled()},
+            {"CharactersWaiting", device.serial.WaitingCharacters()},
             {"BlobBuffer", Utf8(modBLob::Framing.BlobBuffer)},
             {"ConnectedID", Utf8(modBLob::Decoder.ConnectedID)},
             {"RecordDirty", table.RecordDirty},

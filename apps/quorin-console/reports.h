@@ -17,6 +17,6 @@ std::string IsoDate(const platform::CalendarDate& date);
 std::string Picture(const platform::device::BackEnd& device);
 
 /// The module-level state that other tools may want.
-Json StateReport();
+Json StateReport(const platform::device::BackEnd& device);
 
 } // namespace console

@@ -57,6 +57,12 @@ void Session::Use(platform::device::BackEnd& used) {
     device = &used;
     outputWatch.emplace(writer, used.loop);
     used.loop.Listen(*outputWatch);
+    ending.emplace(used);
+}
+
+void Session::EndBy(platform::device::EndSignals& signals) {
+    signals.Raised = [this](const std::string& name) { ending->Begin(name); };
+    device->loop.Listen(signals);
 }
 
 void Session::Run() {
@@ -99,6 +105,14 @@ void Session::CloseOpenCommands(const std::string& error) {
 }
 
 int Session::Over(const ProgramOver& over) {
+    const int status = Close(over);
+    if (!ending->Begun())
+        return status;
+    std::cerr << "quorin-console: " << ending->Words() << std::endl;
+    return ending->IsLost() ? StatusFailure : status;
+}
+
+int Session::Close(const ProgramOver& over) {
     switch (over.Why) {
     case ProgramOver::Reason::Ended:
         writer.Write({{"event", "end"}});

@@ -2,7 +2,8 @@
 // One run of the program under commands: reads them, runs them, and says what comes of them.
 #pragma once
 
-#include "platform/device/back_end.h"
+#include "platform/device/end_signals.h"
+#include "platform/device/ending.h"
 #include "writer.h"
 
 #include <deque>
@@ -56,6 +57,8 @@ public:
 
     /// The device that the commands are for; it is made with this session as its source of commands and its watcher.
     void Use(platform::device::BackEnd& used);
+    /// A signal ends the program as on the way back from the record on the screen.
+    void EndBy(platform::device::EndSignals& signals);
     /// Starts the program and runs commands until the device leaves it.
     [[noreturn]] void Run();
     /// The program is over: says so, closes the commands that are open, and gives the exit status.
@@ -73,6 +76,7 @@ public:
     void RunCommand() override;
 
 private:
+    int Close(const platform::device::ProgramOver& over);
     void CloseOpenCommands(const std::string& error);
 
     bool strict;
@@ -80,6 +84,7 @@ private:
     LineReader reader;
     platform::device::BackEnd* device = nullptr;
     std::optional<OutputWatch> outputWatch;
+    std::optional<platform::device::Ending> ending;
     std::vector<std::string> openCommands; ///< their words, the innermost last
     int announced = -1; ///< the nesting of the last `ready` that no command has followed yet; -1 for none
 };

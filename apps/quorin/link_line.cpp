@@ -34,6 +34,12 @@ std::string WaitingText(const LinkView& link) {
     return link.Port + ": waiting for it to open";
 }
 
+std::string HeldText(const LinkView& link) {
+    const std::string what =
+        link.Road == LinkRoad::Serial ? std::to_string(link.Waits) + " characters wait" : "the mailbox waits";
+    return "a question stands, " + what;
+}
+
 } // namespace
 
 std::string AgeText(std::int64_t seconds) {
@@ -49,6 +55,8 @@ LinkLine LinkLineOf(const LinkView& link) {
         return {"Link off: no port is chosen", false};
     if (!link.Wanted)
         return {"Link off: no download is open for " + link.Port, false};
+    if (link.Held && link.Road != LinkRoad::Named)
+        return {"Link held: " + HeldText(link), false};
     const std::string age = link.RecordAge ? "; " + RecordText(link) : "";
     if (!link.Open)
         return {"Link down: " + WaitingText(link) + age, false};

@@ -17,6 +17,8 @@ struct LinkView {
     std::string Port;                      ///< as the settings call it
     std::string Path;                      ///< the device behind a serial port; empty for none
     std::string Trouble;                   ///< why that could not be opened
+    bool Held = false;                     ///< two questions stand, one upon the other: nothing is decoded meanwhile
+    std::size_t Waits = 0;                 ///< characters that have come over a serial port and are held
     bool Heard = false;                    ///< something has come since the port was opened
     std::optional<std::int64_t> RecordAge; ///< seconds since the last record; nothing before the first one
 };

@@ -1,15 +1,13 @@
 // SPDX-License-Identifier: MIT
-#include "app/form.h"
 #include "apps/quorin/demo.h"
 #include "apps/quorin/demo_instrument.h"
 #include "apps/quorin/options.h"
-#include "apps/quorin/signals.h"
+#include "apps/quorin/window_end.h"
 #include "apps/quorin/window_watch.h"
 #include "apps/start/process.h"
 #include "companion/words.h"
 #include "platform/common/host_files.h"
 #include "platform/common/root_lock.h"
-#include "platform/device/form_events.h"
 #include "platform/device/no_commands.h"
 #include "platform/host/connections.h"
 #include "platform/host/folders.h"
@@ -20,9 +18,7 @@
 #include "platform/qt/qt_platform.h"
 
 #include <QApplication>
-#include <QMessageBox>
 
-#include <csignal>
 #include <cstdlib>
 #include <iostream>
 #include <optional>
@@ -34,9 +30,9 @@ namespace {
 using platform::common::LockResult;
 using platform::device::ProgramOver;
 
-constexpr int StatusEnded = 0;
-constexpr int StatusFailure = 1;
-constexpr int StatusNotStarted = 2;
+using quorin::StatusEnded;
+using quorin::StatusFailure;
+using quorin::StatusNotStarted;
 
 int NotStarted(const std::string& why) {
     std::cerr << "quorin: " << why << "\n";
@@ -61,6 +57,7 @@ bool WindowStands = false;
 void TakeQtMessage(QtMsgType type, const QMessageLogContext&, const QString& text) {
     if (type == QtFatalMsg) {
         std::cerr << "quorin: " << (WindowStands ? text.toStdString() : NoDisplay) << std::endl;
+        quorin::EndWithoutDisplay();
         std::_Exit(WindowStands ? StatusFailure : StatusNotStarted);
     }
     if (type != QtDebugMsg && type != QtInfoMsg && qEnvironmentVariableIsSet("QUORIN_VERBOSE"))
@@ -86,28 +83,12 @@ std::string FindPlaces(quorin::Options& options) {
     return {};
 }
 
-int TellOver(platform::qt::QtPlatform& device, const ProgramOver& over) {
-    if (over.Why != ProgramOver::Reason::Failed)
-        return StatusEnded;
-    const std::string text = modStringTools::ToBytes(over.Failure);
-    std::cerr << "quorin: " << text << std::endl;
-    QMessageBox message(QMessageBox::Critical, QStringLiteral("Quorin has stopped"), QString::fromStdString(text),
-                        QMessageBox::Ok, &device.window);
-    message.setTextFormat(Qt::PlainText);
-    sigset_t all;
-    sigfillset(&all);
-    sigprocmask(SIG_UNBLOCK, &all, nullptr); // there is nothing left to be saved
-    message.setInformativeText(QStringLiteral("Every file is as the last completed save left it."));
-    message.exec();
-    return StatusFailure;
-}
-
 /// A warning from the start stands where those of the run do; empty for none.
 [[noreturn]] void RunWindow(quorin::Options& options, const std::string& warning) {
     const double ofPerson = qEnvironmentVariable("QT_SCALE_FACTOR", QStringLiteral("1")).toDouble();
     qputenv("QT_SCALE_FACTOR", QByteArray::number(options.Scale * (ofPerson > 0 ? ofPerson : 1)));
     qInstallMessageHandler(TakeQtMessage);
-    quorin::EndSignals signals;
+    platform::device::EndSignals signals;
     int count = 1;
     char name[] = "quorin";
     char* words[] = {name, nullptr};
@@ -127,7 +108,8 @@ int TellOver(platform::qt::QtPlatform& device, const ProgramOver& over) {
     platform::device::NoCommands commands;
     quorin::WindowWatch watch;
     std::optional<platform::qt::QtPlatform> device;
-    platform::qt::QtPump pump([&device](const ProgramOver& over) { return TellOver(*device, over); });
+    std::optional<quorin::WindowEnd> end;
+    platform::qt::QtPump pump([&end](const ProgramOver& over) { return end->Over(over); });
     platform::qt::WindowOptions looks;
     looks.Scale = options.Scale;
     looks.Profile = platform::common::ProfileOfType(options.Device.DeviceType);
@@ -136,17 +118,7 @@ int TellOver(platform::qt::QtPlatform& device, const ProgramOver& over) {
     device->window.SetPlace(QStringLiteral("Data: ") + QString::fromStdString(options.Device.Root));
     if (!warning.empty())
         device->onlooker.notices.Raise(companion::NobodyKeepsAway(modStringTools::FromBytes(warning)));
-    device->loop.Listen(signals);
-    signals.Raised = [&device, &watch] {
-        bool cancel = false;
-        watch.CloseBox();
-        // As a person would close it: a record is saved on the way back from it.
-        if (device->boxes.Current() == nullptr)
-            platform::device::RaiseCloseRequest();
-        frmQuorin::Form_QueryUnload(cancel, 2); // by the system, which nothing holds up
-        frmQuorin::Form_Unload();
-        device->loop.Leave({ProgramOver::Reason::Ended, {}});
-    };
+    end.emplace(*device, watch, signals);
     device->StartProgram();
     WindowStands = true;
     if (options.Demo)
@@ -160,7 +132,7 @@ int TellOver(platform::qt::QtPlatform& device, const ProgramOver& over) {
 } // namespace
 
 int main(int count, char** words) {
-    start::PrepareProcess();
+    start::PrepareProcess("quorin");
     quorin::Options options;
     switch (quorin::ReadOptions(count, words, platform::qt::KeyboardHelp(), options)) {
     case quorin::Reading::Shown:

@@ -90,6 +90,8 @@ LinkView WindowWatch::Link() {
     link.Wanted = modBluetooth::Receive.LinkWanted;
     link.Open = modBluetooth::Ports.LinkOpen;
     link.Port = ToBytes(port);
+    link.Held = Device->boxes.Piled();
+    link.Waits = Device->serial.WaitingCharacters();
     if (link.Road == LinkRoad::Serial) {
         link.Path = Device->serial.HostPath();
         link.Open = Device->serial.PortOpen();

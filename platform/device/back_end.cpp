@@ -4,6 +4,7 @@
 #include "app/form.h"
 #include "app/start_up.h"
 #include "companion/words.h"
+#include "view/display_state.h"
 #include "view/input_fields.h"
 
 namespace platform::device {
@@ -121,6 +122,7 @@ Platform BackEnd::RecordOf(const Controls& controls) {
 }
 
 void BackEnd::DesignControls(const Controls& controls) {
+    HoldLinkUnderPile(controls.boxes);
     for (common::DrawnGrid* grid : {&controls.grdTitle, &controls.grdMain}) {
         grid->SetFontName(DesignFont);
         grid->SetFontSize(DesignFontSize);
@@ -135,6 +137,16 @@ void BackEnd::DesignControls(const Controls& controls) {
     controls.grdMain.FieldIsOpen = modPDAUI::AnyInputFieldVisible;
     controls.grdTitle.Moved = frmQuorin::grdTitle_RowColChange;
     controls.grdTitle.DrawCell = frmQuorin::grdTitle_DrawCell;
+}
+
+// An instrument that sends by itself would otherwise open a further question with each reading, upon those that stand,
+// each of them deeper on the stack, and have all that it has sent decoded again each time.
+void BackEnd::HoldLinkUnderPile(DeviceBoxes& boxes) {
+    const auto held = [&boxes] { return boxes.Piled(); };
+    serial.Held = held;
+    tmrBlue.Held = held;
+    // The ticks that were held are no sleep of the device, from which the link would be reset.
+    boxes.PileLeft = [this] { frmQuorin::Form.lastTimerEvent = clock.SteadySeconds(); };
 }
 
 void BackEnd::StartProgram() {

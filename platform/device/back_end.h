@@ -84,6 +84,8 @@ protected:
     virtual void ShowForm() {}
 
 private:
+    void HoldLinkUnderPile(DeviceBoxes& boxes);
+
     ConnectionService& Connections;
 };
 

@@ -18,6 +18,10 @@ constexpr int MostWindowRounds = 3;
 /// far more than anything else raises.
 constexpr int MostRounds = 16;
 
+/// So many rounds may still take their time where each of them has much to do. In milliseconds; who gives a command, or
+/// looks at a window, waits no longer than this and one more round.
+constexpr std::int64_t LongestWithoutBreak = 100;
+
 bool CanBeRead(int descriptor) {
     pollfd waiting{descriptor, POLLIN, 0};
     return ::poll(&waiting, 1, 0) > 0;
@@ -44,12 +48,14 @@ void LoopTimer::SetInterval(std::int32_t milliseconds) {
     NextTick = Loop.ClockOfLoop().Milliseconds() + Every;
 }
 
-/// The next tick is set first: a handler that waits lets the timer go on. Ticks that were missed are one.
+/// The next tick is set first: a handler that waits lets the timer go on. Ticks that were missed are one. A tick that
+/// is held is not left due, or the loop would find it again at once and never sleep.
 void LoopTimer::Fire(std::int64_t now) {
     NextTick += Every;
     if (NextTick <= now)
         NextTick = now + Every;
-    Tick();
+    if (!Held || !Held())
+        Tick();
 }
 
 LoopTimer* EventLoop::NextTimer() {
@@ -63,7 +69,7 @@ LoopTimer* EventLoop::NextTimer() {
 
 /// Fires the next timer that is due by then, with the clock at its moment.
 bool EventLoop::FireNext(std::int64_t until) {
-    LoopTimer* timer = NextTimer();
+    LoopTimer* timer = IsEnding ? nullptr : NextTimer();
     if (timer == nullptr || timer->Due() > until)
         return false;
     Time.MoveTo(timer->Due());
@@ -73,24 +79,30 @@ bool EventLoop::FireNext(std::int64_t until) {
 
 bool EventLoop::RaiseRound() {
     bool any = FireNext(Time.Milliseconds());
-    for (EventSource* source : Sources)
+    for (EventSource* source : Sources) {
+        if (IsEnding)
+            return false;
         any = source->RaiseWhatIsPending() || any;
+    }
     return any;
 }
 
 EventLoop::Round EventLoop::HandleRound() {
     const bool raised = RaiseRound();
-    return {raised, PumpOfLoop.HandlePending()};
+    return {raised, !IsEnding && PumpOfLoop.HandlePending()};
 }
 
 bool EventLoop::HandleDue() {
     bool any = false;
+    const std::int64_t start = Time.Milliseconds();
     int windowAlone = 0; // rounds in which the window system had something and nobody else
     for (int rounds = 0; rounds < MostRounds && windowAlone < MostWindowRounds; ++rounds) {
         const Round round = HandleRound();
         if (!round.Raised && !round.WindowHad)
             break;
         any = true;
+        if (TakesLong(start))
+            break;
         windowAlone = round.Raised ? 0 : windowAlone + 1;
     }
     return any;
@@ -132,21 +144,36 @@ void EventLoop::Leave(const ProgramOver& over) {
     std::abort(); // a pump that comes back has broken its word
 }
 
+/// Where time stands still nothing may depend on how fast the machine is.
+bool EventLoop::TakesLong(std::int64_t since) const {
+    return !Time.IsVirtual() && Time.Milliseconds() - since >= LongestWithoutBreak;
+}
+
 /// Whether there is anything to handle before the next command. Commands get their turn under a flood, too.
 bool EventLoop::IsBusy(const Round& round) {
     if (!round.Raised) {
         RoundsInARow = 0;
         return round.WindowHad;
     }
-    if (++RoundsInARow < MostRounds)
+    if (RoundsInARow == 0)
+        BusySince = Time.Milliseconds();
+    if (++RoundsInARow < MostRounds && !TakesLong(BusySince))
         return true;
     RoundsInARow = 0;
     return false;
 }
 
+void EventLoop::FinishEnding() {
+    if (LastAct)
+        LastAct();
+    Leave({ProgramOver::Reason::Ended, {}});
+}
+
 void EventLoop::WaitOnce() {
+    if (IsEnding && Nesting == 0)
+        FinishEnding();
     const Round round = HandleRound();
-    if (IsBusy(round))
+    if (IsEnding || IsBusy(round))
         return;
     Commands.AboutToWait(Nesting);
     if (Commands.HasCommand())
@@ -175,8 +202,16 @@ void EventLoop::PassTime(std::int64_t milliseconds) {
         Time.MoveTo(until);
         return;
     }
-    for (HandleDue(); Time.Milliseconds() < until; HandleDue())
+    for (HandleDue(); !IsEnding && Time.Milliseconds() < until; HandleDue())
         Sleep(until, false);
+}
+
+// Who calls it waits for an answer that will not come, and has no safe side: a prompt that is left takes the last
+// answer that was accepted, which would rename a download or choose another port.
+void LoopRunTime::WaitEvents() {
+    if (Loop.Ending())
+        Loop.FinishEnding();
+    Loop.WaitNested();
 }
 
 void LoopRunTime::EndProgram() {

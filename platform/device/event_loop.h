@@ -29,6 +29,9 @@ public:
     std::int32_t Interval() const override { return Every; }
     void SetInterval(std::int32_t milliseconds) override;
 
+    /// While this holds a tick passes without its event.
+    std::function<bool()> Held;
+
     std::int64_t Due() const { return NextTick; }
     void Fire(std::int64_t now);
 
@@ -106,6 +109,15 @@ public:
     void Jump(std::int64_t milliseconds) { Time.MoveTo(Time.Milliseconds() + milliseconds); }
     [[noreturn]] void Leave(const ProgramOver& over);
 
+    /// The program is to end, by somebody outside of it. That is a state and not a call, for handlers may wait on the
+    /// stack: from now on no event is raised and no command is run, boxes answer themselves, and what waits comes back
+    /// to whoever called it, down to the outermost level.
+    void BeginEnding() { IsEnding = true; }
+    bool Ending() const { return IsEnding; }
+    /// What is left to be done there.
+    std::function<void()> LastAct;
+    [[noreturn]] void FinishEnding();
+
     /// The descriptors of all sources that have one.
     std::vector<int> Descriptors() const;
     /// Milliseconds until the next timer falls due by itself; none while no timer runs or time stands still.
@@ -119,6 +131,7 @@ private:
 
     Round HandleRound();
     bool IsBusy(const Round& round);
+    bool TakesLong(std::int64_t since) const;
     LoopTimer* NextTimer();
     bool FireNext(std::int64_t until);
     void Sleep(std::optional<std::int64_t> deadline, bool forCommands);
@@ -129,7 +142,9 @@ private:
     std::vector<LoopTimer*> Timers;
     std::vector<EventSource*> Sources;
     int Nesting = 0;
-    int RoundsInARow = 0; ///< that have raised something, without a command between them
+    bool IsEnding = false;
+    std::int64_t BusySince = 0; ///< by the clock's milliseconds
+    int RoundsInARow = 0;       ///< that have raised something, without a command between them
 };
 
 /// The run-time's part of the seam.
@@ -142,7 +157,7 @@ public:
     std::function<void(std::int32_t milliseconds)> Rest = [](std::int32_t milliseconds) {
         std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
     };
-    void WaitEvents() override { Loop.WaitNested(); }
+    void WaitEvents() override;
     [[noreturn]] void EndProgram() override;
     [[noreturn]] void RuntimeFailure(const Text& text) override;
 

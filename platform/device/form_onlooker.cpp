@@ -16,6 +16,7 @@ FormOnlooker::FormOnlooker(const Clock& clock, Watcher& watcher) : Time(clock), 
 }
 
 void FormOnlooker::NotSaved(const Text& file, const Text& why) {
+    ++FailedSaves;
     notices.Raise(companion::NotSaved(Time.Now(), file, why));
     Told.NotSaved(file, why);
 }

@@ -17,6 +17,7 @@ public:
     companion::Losses losses;
 
     void NotSaved(const Text& file, const Text& why) override;
+    std::size_t FailedSaves = 0; ///< that were told so far
 
     void RecordOpened(const OpenedRecord& record) override;
     void ReadingLost(const LostReading& reading) override;

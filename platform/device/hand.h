@@ -25,6 +25,9 @@ public:
 
     /// One character, as typed into the control that has the focus: two units outside of the first 65,536.
     virtual void TypeCharacter(TextView character) = 0;
+    /// Several characters that write something, in their order. What comes of them is what comes of one after the
+    /// other, and a control may take them as one change.
+    virtual void TypeCharacters(TextView characters) = 0;
     /// All of the text of the control that has the focus.
     virtual void ReplaceText(const Text& text) = 0;
     virtual void ChooseDate(const CalendarDate& date) = 0;

@@ -1,18 +1,25 @@
 // SPDX-License-Identifier: MIT
 #include "platform/device/keyboard.h"
 
+#include <algorithm>
+
 namespace platform::device {
 
 namespace {
 
-/// The length of the character at the head of a text: two units outside of the first 65,536.
+/// How many characters at the head of a text write something; a control character does something else.
+std::size_t LengthWritten(TextView text) {
+    const auto* const control = std::find_if(text.begin(), text.end(), [](char16_t unit) { return unit < u' '; });
+    return static_cast<std::size_t>(control - text.begin());
+}
+
+} // namespace
+
 std::size_t FirstLength(TextView text) {
     const bool pair =
         text.size() > 1 && text[0] >= 0xD800 && text[0] <= 0xDBFF && text[1] >= 0xDC00 && text[1] <= 0xDFFF;
     return pair ? 2 : 1;
 }
-
-} // namespace
 
 Refusal PressKey(BackEnd& device, std::int32_t keyCode) {
     if (const Refusal refusal = FormRefusal(device); !refusal.empty())
@@ -26,11 +33,15 @@ Refusal TypeText(BackEnd& device, const Text& text) {
         return refusal;
     Text typed = text;
     modStringTools::BlankNuls(typed);
+    // Each character of a long text, typed by itself, would have all of the text in front of it copied once more.
     TextView rest = typed;
     while (!rest.empty()) {
-        const std::size_t length = FirstLength(rest);
-        device.TypeCharacter(rest.substr(0, length));
-        rest.remove_prefix(length);
+        const std::size_t written = LengthWritten(rest);
+        if (written > 0)
+            device.TypeCharacters(rest.substr(0, written));
+        else
+            device.TypeCharacter(rest.substr(0, 1));
+        rest.remove_prefix(std::max<std::size_t>(written, 1));
     }
     return {};
 }

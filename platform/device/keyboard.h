@@ -14,6 +14,9 @@ Refusal PressKey(BackEnd& device, std::int32_t keyCode);
 /// The characters one by one into the input control that has the focus.
 Refusal TypeText(BackEnd& device, const Text& text);
 
+/// The length of the character at the head of a text: two units outside of the first 65,536.
+std::size_t FirstLength(TextView text);
+
 /// Chooses a date in the open date picker.
 Refusal PickDate(BackEnd& device, const CalendarDate& date);
 

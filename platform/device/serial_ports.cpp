@@ -80,6 +80,8 @@ void DeviceSerial::TakeFromDevice() {
 
 bool DeviceSerial::RaiseWhatIsPending() {
     TakeFromDevice();
+    if (Held && Held())
+        return false;
     if (Threshold <= 0 || static_cast<std::int32_t>(Waiting.size()) < Threshold)
         return false;
     Given = 0;

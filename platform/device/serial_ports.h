@@ -37,6 +37,11 @@ public:
     Text ReadInput() override;
     std::int32_t LastEvent() const override { return CharactersReceived; }
 
+    /// While this holds the port is read as ever, into its own buffer, and its event is not raised: nothing overflows,
+    /// a port that goes away is noticed, and nothing is left to be read that would keep the loop awake.
+    std::function<bool()> Held;
+    std::size_t WaitingCharacters() const { return Waiting.size(); }
+
     int Descriptor() override { return Real.Descriptor(); }
     bool RaiseWhatIsPending() override;
 

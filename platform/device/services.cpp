@@ -67,13 +67,21 @@ BoxAnswer DeviceBoxes::Show(const Text& text, BoxButtons buttons, BoxIcon icon, 
     };
     Standing standing(Open, {text, buttons, icon, title, false, BoxAnswer::Ok});
     Told.BoxOpened(text, buttons, icon, title);
-    if (Opening)
+    const bool isShown = !Loop.Ending();
+    if (isShown && Opening)
         Opening();
-    Opened(standing.Box);
-    while (!standing.Box.Answered)
+    if (isShown)
+        Opened(standing.Box);
+    while (!standing.Box.Answered && !Loop.Ending())
         Loop.WaitNested();
-    Closed(standing.Box);
-    return standing.Box.Answer;
+    if (isShown)
+        Closed(standing.Box);
+    if (Piled() && PileLeft)
+        PileLeft();
+    if (standing.Box.Answered)
+        return standing.Box.Answer;
+    Unanswered.push_back(text);
+    return buttons == BoxButtons::YesNo ? BoxAnswer::No : BoxAnswer::Ok;
 }
 
 } // namespace platform::device

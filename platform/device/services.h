@@ -106,6 +106,13 @@ public:
 
     /// The box that is open, the innermost one; nothing when none is.
     OpenBox* Current() const { return Open.empty() ? nullptr : Open.back(); }
+    /// Two boxes stand, one upon the other. The link is held meanwhile, so that no third one comes by it.
+    bool Piled() const { return Depth() > 1; }
+    std::size_t Depth() const { return Open.size(); } ///< of those that stand
+    /// The texts of those that an ending of the program has answered, on their safe side.
+    const std::vector<Text>& LeftUnanswered() const { return Unanswered; }
+    /// Called when one of two boxes is left.
+    std::function<void()> PileLeft;
 
     std::function<void()> Opening; ///< a box is about to be seen: what is pressed at this moment was not meant for it
 
@@ -117,6 +124,7 @@ private:
     EventLoop& Loop;
     Watcher& Told;
     std::vector<OpenBox*> Open;
+    std::vector<Text> Unanswered;
 };
 
 } // namespace platform::device

@@ -75,6 +75,10 @@ void HeadlessPlatform::TypeCharacter(TextView character) {
     focus.Holder()->EnterCharacter(character);
 }
 
+void HeadlessPlatform::TypeCharacters(TextView characters) {
+    focus.Holder()->EnterCharacter(characters);
+}
+
 void HeadlessPlatform::ReplaceText(const Text& text) {
     focus.Holder()->ReplaceText(text);
 }

@@ -44,6 +44,7 @@ public:
     void ClickTitle(std::int32_t menu) override;
     void StrikeKey(std::int32_t keyCode) override;
     void TypeCharacter(TextView character) override;
+    void TypeCharacters(TextView characters) override;
     void ReplaceText(const Text& text) override;
     void ChooseDate(const CalendarDate& date) override;
     void CloseWindow() override;

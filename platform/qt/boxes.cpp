@@ -57,6 +57,8 @@ void QtBoxes::Opened(OpenBox& box) {
     dialog->setText(Shortened(ToQt(box.Message)));
     if (dialog->text() != ToQt(box.Message))
         dialog->setDetailedText(ToQt(box.Message));
+    if (Piled())
+        dialog->setInformativeText(QStringLiteral("The newer of two: another one stands behind it."));
     dialog->setIcon(box.Icon == BoxIcon::Question ? QMessageBox::Question : QMessageBox::NoIcon);
     const bool isQuestion = box.Buttons == BoxButtons::YesNo;
     dialog->setStandardButtons(isQuestion ? QMessageBox::Yes | QMessageBox::No : QMessageBox::Ok);
@@ -75,6 +77,8 @@ void QtBoxes::Opened(OpenBox& box) {
 /// Boxes close in the order in which they wait: the innermost first.
 void QtBoxes::Closed(OpenBox&) {
     Dialogs.pop_back();
+    if (Leaving)
+        Leaving();
 }
 
 void QtBoxes::Press(BoxAnswer answer) {

@@ -22,6 +22,8 @@ public:
     void Press(BoxAnswer answer);
     QMessageBox* Dialog() const { return Dialogs.empty() ? nullptr : Dialogs.back().get(); }
 
+    std::function<void()> Leaving; ///< one was closed; others may stand
+    bool AnyStands() const { return !Dialogs.empty(); }
     /// Whether a person is typing at this moment, who can't have meant the box.
     std::function<bool()> PersonIsTyping;
 

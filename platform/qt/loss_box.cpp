@@ -23,6 +23,8 @@ void LossBox::Say(const QString& text) {
     Box->setWindowModality(Qt::ApplicationModal);
     QObject::connect(Box.get(), &QMessageBox::finished, [this] {
         IsOpen = false;
+        if (OfForm.Leaving)
+            OfForm.Leaving();
         Seen();
     });
     IsOpen = true;

@@ -2,8 +2,10 @@
 #include "platform/qt/pump.h"
 
 #include <QAbstractEventDispatcher>
-#include <QCoreApplication>
+#include <QApplication>
+#include <QDrag>
 #include <QThread>
+#include <QWidget>
 
 #include <algorithm>
 #include <cstdio>
@@ -89,9 +91,20 @@ void QtPump::Woken() {
         return;
     Awake();
     Loop->RaiseRound();
+    if (Loop->Ending())
+        LeaveLoopsOfQt();
     Watch(Loop->Descriptors());
     if (const auto time = Loop->TimeToNextTick())
         Alarm.start(static_cast<int>(*time));
+}
+
+/// A person may have gone from a text that is dragged, or from a list of a widget's own.
+void QtPump::LeaveLoopsOfQt() {
+    QDrag::cancel();
+    while (QWidget* const popup = QApplication::activePopupWidget()) {
+        if (!popup->close())
+            return;
+    }
 }
 
 void QtPump::Breathe(Input input) {

@@ -49,6 +49,7 @@ private:
 
     void Watch(const std::vector<int>& descriptors);
     void Woken();
+    static void LeaveLoopsOfQt();
     void CameBack();
 
     std::function<int(const device::ProgramOver&)> Over;

@@ -3,6 +3,7 @@
 
 #include "platform/device/form_events.h"
 #include "platform/device/form_keys.h"
+#include "platform/device/keyboard.h"
 #include "view/display_state.h"
 #include "view/input_fields.h"
 
@@ -111,7 +112,9 @@ void QtPlatform::WireWindow() {
         if (grdMain.Widget().Withdraw())
             tmrHoldEvent.SetEnabled(false);
         Held.clear();
+        menus.SetBlocked(true);
     };
+    boxes.Leaving = [this] { menus.SetBlocked(boxes.AnyStands()); };
     boxes.PersonIsTyping = [this] { return std::chrono::steady_clock::now() - LastKey < HandsRest; };
     window.CloseRequested = [this] { CloseWanted = true; };
     PumpOfQt.WorkShown = [this](bool working) {
@@ -249,6 +252,10 @@ QtPlatform::Fate QtPlatform::FateOf(const QObject& object, const QEvent& event) 
 }
 
 bool QtPlatform::eventFilter(QObject* object, QEvent* event) {
+    if (object == qApp && event->type() == QEvent::Quit && SessionEnds) {
+        SessionEnds();
+        return true;
+    }
     if (!PumpOfQt.Breathing() && (event->spontaneous() || event->type() == QEvent::Shortcut))
         PumpOfQt.Awake();
     const Fate fate = FateOf(*object, *event);
@@ -390,11 +397,31 @@ void QtPlatform::TypeCharacter(TextView character) {
         focus.Holder()->EnterCharacter(character);
     } else if (text.size() == 1 && text[0].isPrint()) {
         SendKey(*focus.Holder(), text[0].toUpper().unicode(), text);
-    } else if (QWidget* const widget = native.WidgetOf(*focus.Holder())) {
-        QInputMethodEvent commit; // as what a keyboard has no key for comes
-        commit.setCommitString(text);
-        QWidget* const line = widget->focusProxy() != nullptr ? widget->focusProxy() : widget;
-        QCoreApplication::sendEvent(line, &commit);
+    } else {
+        Commit(text);
+    }
+}
+
+/// As what a keyboard has no key for comes.
+void QtPlatform::Commit(const QString& text) {
+    QWidget* const widget = native.WidgetOf(*focus.Holder());
+    if (widget == nullptr)
+        return;
+    QInputMethodEvent commit;
+    commit.setCommitString(text);
+    QWidget* const line = widget->focusProxy() != nullptr ? widget->focusProxy() : widget;
+    QCoreApplication::sendEvent(line, &commit);
+}
+
+/// Key by key as long as a person could; a field lays all of its text out anew at each key.
+void QtPlatform::TypeCharacters(TextView characters) {
+    constexpr std::size_t MostKeys = 200;
+    if (characters.size() > MostKeys)
+        return Commit(ToQt(characters));
+    while (!characters.empty() && focus.Holder() != nullptr) {
+        const std::size_t length = device::FirstLength(characters);
+        TypeCharacter(characters.substr(0, length));
+        characters.remove_prefix(length);
     }
 }
 

@@ -58,6 +58,9 @@ public:
     QtFonts fonts;
     QtBoxes boxes;
 
+    /// The session of the desktop ends, or somebody tells the program by its desktop to end.
+    std::function<void()> SessionEnds;
+
     device::Controls controls;
     Platform record;
 
@@ -70,6 +73,7 @@ public:
     void ClickTitle(std::int32_t menu) override;
     void StrikeKey(std::int32_t keyCode) override;
     void TypeCharacter(TextView character) override;
+    void TypeCharacters(TextView characters) override;
     void ReplaceText(const Text& text) override;
     void ChooseDate(const CalendarDate& date) override;
     void CloseWindow() override;
@@ -112,6 +116,7 @@ private:
     /// Whether the key was meant for the field that a change of the record has closed under the person's hands.
     bool ComesTooLate() const;
     void ActOnKey(device::FocusTarget& taker, std::int32_t code);
+    void Commit(const QString& text);
     void SendKey(device::FocusTarget& taker, int key, const QString& text);
 
     QtPump& PumpOfQt;

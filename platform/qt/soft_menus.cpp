@@ -122,8 +122,16 @@ void SoftMenus::Follow(std::size_t menu) {
     } else {
         Keys[menu]->setText(title.Visible() ? caption : QString());
         Keys[menu]->setAccessibleName(ToQt(title.Caption()));
-        Keys[menu]->setEnabled(title.Visible() && title.Enabled());
+        Keys[menu]->setEnabled(title.Visible() && title.Enabled() && !IsBlocked);
     }
+}
+
+void SoftMenus::SetBlocked(bool blocked) {
+    IsBlocked = blocked;
+    if (MenuBar != nullptr)
+        MenuBar->setEnabled(!blocked);
+    HasChanged = true;
+    FollowIfChanged();
 }
 
 void SoftMenus::PressItem(std::int32_t menu, std::int32_t item) {

@@ -69,6 +69,9 @@ public:
     /// F1 and F2: presses a key that has no list, opens any other.
     void Open(std::int32_t menu);
 
+    /// A box stands, which takes all that a person does: the menus look off, whatever the form says of them.
+    void SetBlocked(bool blocked);
+
     bool AreKeys() const { return Keys[0] != nullptr; }
     QPushButton* Key(std::int32_t menu) const { return Keys[static_cast<std::size_t>(menu - 1)]; }
     QMenuBar* Bar() const { return MenuBar; }
@@ -89,6 +92,7 @@ private:
     std::array<QPushButton*, 2> Keys{};
     QMenuBar* MenuBar = nullptr;
     bool HasChanged = false;
+    bool IsBlocked = false;
 };
 
 } // namespace platform::qt

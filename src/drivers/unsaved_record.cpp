@@ -41,10 +41,14 @@ std::vector<Text> TextsOfCoveredGrid() {
 
 } // namespace
 
-bool RecordToRescue() {
+bool RecordIsUnsaved() {
     const bool onShow = IsRecordScreen(Screens.CurrentScreen) || PromptCoversRecord();
     // Typing into any prompt marks the record as changed, hence the look at the screens.
-    return onShow && Table.TableFile.valid && Table.RecordDirty && modFileSystem::Slots.Running == 0;
+    return onShow && Table.TableFile.valid && Table.RecordDirty;
+}
+
+bool RecordToRescue() {
+    return RecordIsUnsaved() && modFileSystem::Slots.Running == 0;
 }
 
 void RescueRecord() {

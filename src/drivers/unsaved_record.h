@@ -10,8 +10,10 @@ struct RescueState {
 };
 inline RescueState Rescue;
 
-/// Whether there is a record on the screen, under a prompt or not, that differs from its file and may be saved just
-/// now: no operation of the storage is under way.
+/// Whether there is a record on the screen, under a prompt or not, that differs from its file.
+bool RecordIsUnsaved();
+
+/// Whether it may be saved just now as well: no operation of the storage is under way.
 bool RecordToRescue();
 
 /// Saves that record, once a run; nothing where there is none. Its texts are those of its own grid, also where a prompt

@@ -55,6 +55,20 @@ const LineRow Rows[] = {
               link.Open = false;
           }),
      "Link off: no download is open for Com1", !Alive},
+    {"two questions stand over a serial port",
+     With(Serial(),
+          [](LinkView& link) {
+              link.Held = true;
+              link.Waits = 4711;
+          }),
+     "Link held: a question stands, 4711 characters wait", !Alive},
+    {"two questions stand over a mailbox",
+     With(Serial(),
+          [](LinkView& link) {
+              link.Held = true;
+              link.Road = LinkRoad::Mailbox;
+          }),
+     "Link held: a question stands, the mailbox waits", !Alive},
     {"nothing heard", With(Serial(), [](LinkView& link) { link.Heard = false; }),
      "Link open: Com1 (/dev/ttyUSB0); no record yet", !Alive},
     {"noise alone", Serial(), "Link open: Com1 (/dev/ttyUSB0); characters come, but no record yet", !Alive},

@@ -70,14 +70,14 @@ $ quorin-console --strict
 {"event":"box","text":"Replace: \r\n2 %\r\nWith:\r\n3 %?","buttons":"yesno","icon":"none","title":"Quorin"}
 >>> show
       Bluetooth :-)                          1/1
-    ------------------------------+------------------+------------------------------
-    > Moisture                    | Replace:         |
-      Humidity                    | 2 %              |
-    ** Decoding Result **         | With:            |
-                                  | 3 %?             |
-                                  |                  |
-                                  | [ Yes ]   [ No ] |
-                                  +------------------+
+    ----------------------------+- the newer of two --+-----------------------------
+    > Moisture                  | Replace:            |
+      Humidity                  | 2 %                 |
+    ** Decoding Result **       | With:               |
+                                | 3 %?                |
+                                |                     |
+                                |  [ Yes ]   [ No ]   |
+                                +---------------------+
     
     --------------------------------------------------------------------------------
     [File] Next Record | Previous Record | First Record | Last Record | Close

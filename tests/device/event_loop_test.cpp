@@ -7,6 +7,7 @@
 
 #include <array>
 #include <deque>
+#include <unistd.h>
 
 namespace platform::device {
 namespace {
@@ -164,6 +165,20 @@ TEST_F(Loop, FiresEachTimerThatFellDueDuringAJumpOnceInItsOrder) {
     EXPECT_THAT(TicksIn(300), ElementsAre("B5200", "A5300"));
 }
 
+TEST_F(Loop, PassesATickThatIsHeldAndMakesTheNextOneDueAnIntervalLater) {
+    bool held = true;
+    A.Held = [&held] { return held; };
+    Start(A, 500);
+    Start(B, 700);
+    EXPECT_THAT(TicksIn(1400), ElementsAre("B700", "B1400"));
+    EXPECT_EQ(A.Due(), 1500) << "one that is left due keeps the loop awake";
+    Events.Jump(5000);
+    EXPECT_THAT(TicksIn(0), ElementsAre("B6400"));
+    EXPECT_EQ(A.Due(), 6900);
+    held = false;
+    EXPECT_THAT(TicksIn(500), ElementsAre("A6900"));
+}
+
 TEST_F(Loop, LetsTimersGoOnWhileAHandlerWaits) {
     Commands.Steps = {[this] { Events.PassTime(250); }};
     OnTick[0] = [this] {
@@ -284,6 +299,41 @@ TEST_F(Loop, FiresTimersUnderASourceThatNeverRunsDry) {
     EXPECT_THAT(TicksIn(250), ElementsAre("A100", "A200"));
 }
 
+TEST_F(Loop, RaisesNothingOnceTheProgramIsToEnd) {
+    PendingEvents first;
+    PendingEvents second;
+    first.Pending = second.Pending = 3;
+    first.Raise = [this] { Events.BeginEnding(); };
+    Events.Listen(first);
+    Events.Listen(second);
+    Start(A, 100);
+    Start(B, 200);
+    EXPECT_THAT(TicksIn(500), ElementsAre("A100"));
+    EXPECT_EQ(first.Pending, 2);
+    EXPECT_EQ(second.Pending, 3);
+    EXPECT_FALSE(Events.HandleDue());
+}
+
+TEST_F(Loop, RunsNoCommandOnceTheProgramIsToEndAndDoesTheLastThingAtTheOutermostLevel) {
+    Commands.Steps = {[this] {
+                          Events.BeginEnding();
+                          Events.WaitNested();
+                          Ticks.emplace_back("unwound");
+                      },
+                      [this] { Ticks.emplace_back("command"); }};
+    Events.LastAct = [this] { Ticks.emplace_back("last act"); };
+    Events.WaitOnce();
+    EXPECT_THAT(Ticks, ElementsAre("unwound"));
+    EXPECT_EQ(EndOf([this] { Events.WaitOnce(); }), ProgramOver::Reason::Ended);
+    EXPECT_THAT(Ticks, ElementsAre("unwound", "last act"));
+}
+
+TEST_F(Loop, EndsInTheLoopOfAPromptWhichHasNoSafeSide) {
+    LoopRunTime program(Events);
+    Events.BeginEnding();
+    EXPECT_EQ(EndOf([&] { program.WaitEvents(); }), ProgramOver::Reason::Ended);
+}
+
 TEST_F(Loop, CarriesTheMessageOfAFailureOut) {
     LoopRunTime program(Events);
     try {
@@ -327,6 +377,35 @@ TEST(LoopOnTheMachinesClock, IsNotHeldUpByATickThatTakesLongerThanItsInterval) {
     loop.PassTime(5);
     loop.HandleDue();
     EXPECT_LT(ticks, 100);
+}
+
+/// A line that brings so much that each event takes its time.
+class SlowFlood final : public EventSource {
+public:
+    int Descriptor() override { return -1; }
+    bool RaiseWhatIsPending() override {
+        ++Raised;
+        ::usleep(60000);
+        return true;
+    }
+    int Raised = 0;
+};
+
+TEST(LoopOnTheMachinesClock, LeavesACommandItsTurnHoweverMuchEachEventHasToDo) {
+    DeviceClock time;
+    ReadyCommands commands;
+    headless::PollPump pump;
+    EventLoop loop(time, commands, pump);
+    SlowFlood port;
+    loop.Listen(port);
+    bool ran = false;
+    commands.Steps = {[&ran] { ran = true; }};
+    while (!ran)
+        loop.WaitOnce();
+    EXPECT_LT(port.Raised, 6);
+    port.Raised = 0;
+    loop.HandleDue();
+    EXPECT_LT(port.Raised, 6);
 }
 
 } // namespace

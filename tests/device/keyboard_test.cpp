@@ -274,5 +274,22 @@ TEST_F(KeyboardOfAPalm, KeyThatIsHandedOnWritesNothing) {
     EXPECT_THAT(Device.Did.Sent, ElementsAre(276, 520, 264, 516, 1280));
 }
 
+// Typed as so many changes, a text of 100,000 characters would be copied 100,000 times.
+TEST_F(Keyboard, TypesALongTextAsOneChangeUpToEachKeyThatWritesNothing) {
+    OpenRecord();
+    Tap(0, 1);
+    ASSERT_TRUE(Field().Visible());
+    std::size_t changes = 0;
+    const auto raise = Field().Change;
+    Field().Change = [&] {
+        ++changes;
+        raise();
+    };
+    EXPECT_EQ(TypeText(Device.Platform, Text(100000, u'x') + u"yz\b" + u"w"), "");
+    EXPECT_EQ(Field().Contents(), u"a" + Text(100000, u'x') + u"yw");
+    EXPECT_EQ(Cell(0, 1), Field().Contents());
+    EXPECT_EQ(changes, 3U);
+}
+
 } // namespace
 } // namespace platform::device

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/device/serial_ports.h"
 
+#include "platform/device/no_commands.h"
+#include "platform/headless/poll_pump.h"
 #include "tests/platform/pseudo_terminal.h"
 
 #include <gtest/gtest.h>
@@ -52,6 +54,54 @@ TEST_F(PortOnALine, RaisesItsEventForWhatHasCome) {
     EXPECT_EQ(Port.InBufferCount(), 5);
     EXPECT_EQ(Port.ReadInput(), u"one\r\n");
     EXPECT_FALSE(Port.RaiseWhatIsPending());
+}
+
+class CountingPump final : public headless::PollPump {
+public:
+    void Sleep(const std::vector<int>& descriptors, int milliseconds) override {
+        ++Sleeps;
+        PollPump::Sleep(descriptors, milliseconds);
+    }
+    int Sleeps = 0;
+};
+
+int Ticks = 0;
+
+// A descriptor that is left to be read, or a timer that is left due, would have the loop spin for as long as it is
+// held.
+TEST_F(PortOnALine, LetsTheLoopSleepWhileItsEventIsHeld) {
+    DeviceClock time;
+    NoCommands commands;
+    CountingPump pump;
+    EventLoop loop(time, commands, pump);
+    LoopTimer timer(loop, 100, true, [] { ++Ticks; });
+    bool held = true;
+    Ticks = 0;
+    Port.Held = timer.Held = [&held] { return held; };
+    loop.Listen(Port);
+    Send("one\r\n");
+    loop.PassTime(300);
+    Send("two\r\n");
+    loop.PassTime(300);
+    EXPECT_EQ(Events + Ticks, 0);
+    EXPECT_GT(pump.Sleeps, 0);
+    EXPECT_LT(pump.Sleeps, 50);
+    EXPECT_EQ(Port.WaitingCharacters(), 10U);
+    held = false;
+    loop.PassTime(150);
+    EXPECT_EQ(Events > 0 ? Port.ReadInput() : u"", u"one\r\ntwo\r\n");
+    EXPECT_GT(Ticks, 0);
+}
+
+TEST_F(PortOnALine, NoticesALineThatGoesWhileItsEventIsHeld) {
+    Port.Held = [] { return true; };
+    Send("one\r\n");
+    EXPECT_FALSE(Port.RaiseWhatIsPending());
+    Instrument.PullOut();
+    Port.RaiseWhatIsPending();
+    EXPECT_FALSE(Port.PortOpen());
+    EXPECT_EQ(Port.Descriptor(), -1);
+    EXPECT_EQ(Port.WaitingCharacters(), 5U) << "what came before stays";
 }
 
 // Whoever reads until the buffer is empty, and lets events run meanwhile, would read as long as an instrument sends.

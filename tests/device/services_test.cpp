@@ -144,6 +144,23 @@ TEST_F(SimulatedPort, LosesWhatNobodyReadWhenItCloses) {
     EXPECT_EQ(Port.ReadInput(), u"");
 }
 
+TEST_F(SimulatedPort, KeepsWhatComesWhileItsEventIsHeldAndRaisesOneForAllOfIt) {
+    bool held = true;
+    Port.Held = [&held] { return held; };
+    Port.SetPortOpen(true);
+    Port.SetReceiveThreshold(1);
+    for (const char16_t* text : {u"a", u"b", u"c"}) {
+        Port.Arrive(text);
+        EXPECT_FALSE(Port.RaiseWhatIsPending());
+    }
+    EXPECT_EQ(Received, 0);
+    EXPECT_EQ(Port.WaitingCharacters(), 3U);
+    held = false;
+    EXPECT_TRUE(Port.RaiseWhatIsPending());
+    EXPECT_EQ(Received, 1);
+    EXPECT_EQ(Port.ReadInput(), u"abc");
+}
+
 TEST_F(SimulatedPort, FailsToOpenAsOftenAsItIsTold) {
     Port.FailOpenings(2);
     EXPECT_EQ(Port.SetPortOpen(true), NotAvailable);

@@ -101,6 +101,52 @@ TEST_F(BoxInAWindow, MayStandOverAnotherOne) {
     EXPECT_THAT(order, ElementsAre("inner", "outer"));
 }
 
+TEST_F(BoxInAWindow, SaysBesideItsTextThatItIsTheNewerOfTwo) {
+    AskInABox(BoxButtons::YesNo, [&] {
+        EXPECT_EQ(Box().informativeText(), QString());
+        AskInABox(BoxButtons::YesNo, [&] {
+            EXPECT_EQ(Box().text(), QStringLiteral("Really?"));
+            EXPECT_NE(Box().informativeText(), QString());
+            ClickInBox(QMessageBox::No);
+        });
+        ClickInBox(QMessageBox::No);
+    });
+}
+
+TEST_F(BoxInAWindow, TurnsTheMenuBarOffUntilTheLastOneIsAnswered) {
+    QWidget& bar = *Device.Platform.menus.Bar();
+    const auto enabled = [this] {
+        std::vector<bool> all;
+        for (const auto& title : Device.Platform.menus.Titles)
+            all.push_back(title.Enabled());
+        for (const auto& menu : Device.Platform.menus.Items)
+            for (const auto& item : menu)
+                all.push_back(item.Enabled());
+        return all;
+    };
+    const std::vector<bool> before = enabled();
+    AskInABox(BoxButtons::YesNo, [&] {
+        EXPECT_FALSE(bar.isEnabled());
+        EXPECT_EQ(enabled(), before) << "what the form says of them";
+        AskInABox(BoxButtons::Ok, [&] { ClickInBox(QMessageBox::Ok); });
+        EXPECT_FALSE(bar.isEnabled());
+        ClickInBox(QMessageBox::No);
+    });
+    EXPECT_TRUE(bar.isEnabled());
+}
+
+TEST_F(BoxInAWindow, AnswersItselfOnItsSafeSideWhenTheSessionEnds) {
+    Device.Platform.SessionEnds = [this] { Device.Platform.loop.BeginEnding(); };
+    const BoxAnswer answer = AskInABox(BoxButtons::YesNo, [] {
+        QEvent quit(QEvent::Quit);
+        QCoreApplication::sendEvent(qApp, &quit);
+    });
+    EXPECT_EQ(answer, BoxAnswer::No);
+    EXPECT_EQ(Device.Platform.boxes.Dialog(), nullptr);
+    EXPECT_EQ(Device.Platform.boxes.Show(u"One more?", BoxButtons::YesNo, BoxIcon::None, u""), BoxAnswer::No);
+    EXPECT_EQ(Device.Platform.boxes.Show(u"Told.", BoxButtons::Ok, BoxIcon::None, u""), BoxAnswer::Ok);
+}
+
 TEST_F(BoxInAWindow, TakesAllClicksFromTheForm) {
     ShowRows(5);
     AskInABox(BoxButtons::Ok, [this] {

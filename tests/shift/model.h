@@ -70,7 +70,8 @@ public:
 
     // --- the line, and the mailbox
     void Receive(const std::string& characters);
-    void Drop() { PortOpen = false; }
+    void Drop();
+    bool LinkIsHeld() const { return Questions.size() > 1; }
     void FailOpenings(int count) { FailuresLeft = count; }
     bool MailboxThere = false, MailboxLocked = false, ServerRuns = true;
     std::string Mailbox;
@@ -107,6 +108,8 @@ public:
     bool OnRecord() const { return At == Place::Record; }
 
 private:
+    void TakeAnswer(bool yes);
+    void LoseHeld(Fate fate);
     void Tick();
     void EndRepaint();
     void DecodeAfterQuiet();
@@ -149,6 +152,7 @@ private:
     float LastPoll = 0;
     Moment LastTick = 0; ///< in whole seconds
     int FailuresLeft = 0;
+    std::string Held; ///< come over the line while two questions stood
     bool ServerFound = false, ServerMissed = false;
 
     // the record

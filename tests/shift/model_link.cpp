@@ -18,6 +18,7 @@ void Model::End() {
     }
     for (const Question& question : Questions)
         Results->Note(IdOf(question.Result.Value), Fate::LeftInBuffers);
+    LoseHeld(Fate::LeftInBuffers);
     Text.Lose();
     Model fresh(*Results, RoadOfLink, TextFiles);
     fresh.Events.swap(Events);
@@ -38,7 +39,8 @@ void Model::Pass(Moment milliseconds) {
     if (NextTick > until)
         return;
     NextTick += 500;
-    Tick();
+    if (!LinkIsHeld())
+        Tick();
 }
 
 /// The ticks that were missed are one.
@@ -49,7 +51,8 @@ void Model::Sleep(Moment milliseconds) {
     if (NextTick > Now)
         return;
     NextTick = NextTick + 500 > Now ? NextTick + 500 : Now + 500;
-    Tick();
+    if (!LinkIsHeld())
+        Tick();
 }
 
 /// The grid takes the focus, and so closes a field that was open when the screen was filled.
@@ -146,6 +149,10 @@ void Model::PollMailbox() {
 }
 
 void Model::Receive(const std::string& characters) {
+    if (LinkIsHeld()) {
+        Held += characters;
+        return;
+    }
     LinkWanted = true; // text that comes keeps the link up, also when Back has just let it go
     EndSeen = Text.Arrive(characters) || EndSeen;
 }
@@ -268,7 +275,35 @@ void Model::Ask(const Question& question, const std::string& text) {
     Questions.push_back(question);
 }
 
+void Model::Drop() {
+    LoseHeld(Fate::CutOff);
+    PortOpen = false;
+}
+
+/// A record may have begun before the questions stood.
+void Model::LoseHeld(Fate fate) {
+    const std::vector<ResultId> before = IdsInRecords(Text.Unfinished());
+    for (const ResultId id : IdsInRecords(Text.Unfinished() + Held)) {
+        if (std::find(before.begin(), before.end(), id) == before.end())
+            Results->Note(id, fate);
+    }
+    Held.clear();
+}
+
+/// Two questions stand, one upon the other: what comes is kept, and is read as one text when one of them is left.
 void Model::Answer(bool yes) {
+    const bool wasHeld = LinkIsHeld();
+    TakeAnswer(yes);
+    if (!wasHeld || LinkIsHeld())
+        return;
+    LastTick = Now / Second;
+    std::string held;
+    held.swap(Held);
+    if (!held.empty())
+        Receive(held);
+}
+
+void Model::TakeAnswer(bool yes) {
     const Question question = Questions.back();
     Questions.pop_back();
     switch (question.Why) {

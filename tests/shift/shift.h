@@ -20,6 +20,7 @@ struct Tally {
     std::uint64_t Drops = 0, FailedOpenings = 0, Sleeps = 0, Midnights = 0, Tomorrows = 0, Notices = 0, Locks = 0;
     std::uint64_t NewRecords = 0, Inserted = 0, DeletedRecords = 0, NewDownloads = 0, DeletedDownloads = 0;
     std::uint64_t Renamed = 0, Edits = 0, Dates = 0, ColumnChanges = 0, FilesCompared = 0;
+    std::uint64_t Hours = 0; ///< in which nobody answers
     std::uint64_t HighTones = 0, LowTones = 0;
 };
 
@@ -85,6 +86,7 @@ private:
     void WaitForTick();
     void Wait(Moment time);
     void WaitForTomorrow();
+    void LetQuestionsStand();
     void TakeANap();
     void Sleep(Moment time);
     void Leave();

@@ -86,6 +86,10 @@ void Shift::ActOnQuestion() {
             [this] { return platform::device::Answer(Device(), platform::BoxAnswer::Ok); });
         return;
     }
+    if (Twin.LinkIsHeld() && Counts.Hours == 0 && Results.Sent() > Wanted / 10) {
+        LetQuestionsStand();
+        return;
+    }
     if (Twin.Questions.size() < DeepestQuestion && Results.Sent() < Wanted && !Chance.OneIn(2)) {
         Counts.Nested += Twin.Questions.size() > 1 ? 1 : 0;
         if (Trouble() || ActOnLine())

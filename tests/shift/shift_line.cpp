@@ -219,6 +219,22 @@ void Shift::WaitForTomorrow() {
         Sleep(sleep);
 }
 
+/// Nobody answers for an hour, in which the instrument sends by itself.
+void Shift::LetQuestionsStand() {
+    constexpr int Readings = 180;
+    constexpr int TicksBetween = 40;
+    ++Counts.Hours;
+    for (int reading = 0; reading < Readings; ++reading) {
+        Script.push_back([this] {
+            Send();
+            while (!Air.empty() && Difference.empty())
+                Transmit();
+        });
+        for (int tick = 0; tick < TicksBetween; ++tick)
+            Script.push_back([this] { WaitForTick(); });
+    }
+}
+
 /// The device sleeps: for a moment, or so long that the shift keeps its pace; now and then until shortly before
 /// midnight, to be awake then.
 void Shift::TakeANap() {

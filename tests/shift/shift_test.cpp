@@ -37,7 +37,8 @@ void Print(const Shift& shift, const Kind& kind, std::uint64_t seed, double seco
               << n.NewRecords << ", inserted " << n.Inserted << ", deleted " << n.DeletedRecords << ", downloads made "
               << n.NewDownloads << ", deleted " << n.DeletedDownloads << ", renamed " << n.Renamed << ", edits "
               << n.Edits << ", dates " << n.Dates << ", columns " << n.ColumnChanges << "\n  high tones " << n.HighTones
-              << ", low tones " << n.LowTones << ", files compared " << n.FilesCompared << std::endl;
+              << ", hours beside questions " << n.Hours << ", low tones " << n.LowTones << ", files compared "
+              << n.FilesCompared << std::endl;
 }
 
 /// How often each kind of event must have happened in ten thousand results: about a third of what is usual, so that
@@ -129,6 +130,7 @@ void Work(const Kind& kind, std::uint32_t results) {
     ExpectAllAccountedFor(shift, seed);
     const std::uint32_t sent = shift.Results.Sent();
     ExpectFloors(FloorsOf(shift), sent, seed);
+    EXPECT_EQ(shift.Counts.Hours, 1U);
     ExpectFloors(kind.RoadOfLink == Road::Serial ? SerialFloorsOf(shift) : ServerFloorsOf(shift), sent, seed);
     if (kind.DeviceType == Desktop.DeviceType)
         ExpectFloors(LossFloorsOf(shift), sent, seed);

@@ -283,7 +283,7 @@ TEST_F(WindowFaults, ASignalEndsTheProgramInGoodOrder) {
     OpenRecord();
     Window->Process().Signal(SIGTERM);
     EXPECT_EQ(Window->Process().ExitStatus(), 0);
-    EXPECT_EQ(Window->Process().Errors(), "");
+    EXPECT_EQ(Window->Process().Errors(), "quorin: ended by SIGTERM; there was nothing to save\n");
     RunningWindow next(Screen.get(), Home, {"--root", Home.Path("root")}); // the root is free again
     EXPECT_FALSE(next.Process().HasEnded());
 }

@@ -6,6 +6,7 @@
 #include <QRect>
 
 #include <chrono>
+#include <csignal>
 #include <functional>
 #include <map>
 #include <memory>
@@ -99,6 +100,8 @@ public:
     /// The desktop is at rest when this process is, too. The one that was watched before has ended.
     void Watch(int process) { Program = process; }
     bool IsAtRest() const;
+    /// Is gone at once, as a server that has crashed.
+    void Vanish() { Server->Signal(SIGKILL); }
 
     /// The windows that can be seen, the first to come first. Menus and boxes are windows of their own.
     std::vector<std::string> Windows() const;

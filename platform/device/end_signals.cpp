@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include "apps/quorin/signals.h"
+#include "platform/device/end_signals.h"
 
 #include <csignal>
 #include <sys/signalfd.h>
 #include <unistd.h>
 
-namespace quorin {
+namespace platform::device {
 
 EndSignals::EndSignals() {
     sigset_t wanted;
@@ -13,16 +13,17 @@ EndSignals::EndSignals() {
     for (const int signal : {SIGTERM, SIGINT, SIGHUP})
         sigaddset(&wanted, signal);
     if (sigprocmask(SIG_BLOCK, &wanted, nullptr) == 0)
-        Signals = platform::common::Descriptor(::signalfd(-1, &wanted, SFD_NONBLOCK | SFD_CLOEXEC));
+        Signals = common::Descriptor(::signalfd(-1, &wanted, SFD_NONBLOCK | SFD_CLOEXEC));
 }
 
 bool EndSignals::RaiseWhatIsPending() {
     signalfd_siginfo signal{};
     if (!Signals.Valid() || ::read(Signals.Number(), &signal, sizeof signal) != sizeof signal)
         return false;
+    const char* const name = ::sigabbrev_np(static_cast<int>(signal.ssi_signo));
     if (Raised)
-        Raised();
+        Raised(std::string("SIG") + (name != nullptr ? name : "NAL"));
     return true;
 }
 
-} // namespace quorin
+} // namespace platform::device

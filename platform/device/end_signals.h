@@ -6,10 +6,11 @@
 #include "platform/device/event_loop.h"
 
 #include <functional>
+#include <string>
 
-namespace quorin {
+namespace platform::device {
 
-class EndSignals final : public platform::device::EventSource {
+class EndSignals final : public EventSource {
 public:
     /// From now on SIGTERM, SIGINT and SIGHUP come as events, also to threads that are started later.
     EndSignals();
@@ -17,10 +18,10 @@ public:
     int Descriptor() override { return Signals.Number(); }
     bool RaiseWhatIsPending() override;
 
-    std::function<void()> Raised;
+    std::function<void(const std::string& name)> Raised;
 
 private:
-    platform::common::Descriptor Signals;
+    common::Descriptor Signals;
 };
 
-} // namespace quorin
+} // namespace platform::device

@@ -1,0 +1,83 @@
+// SPDX-License-Identifier: MIT
+#include "apps/quorin/window_end.h"
+
+#include "text/text.h"
+
+#include <QMessageBox>
+
+#include <chrono>
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <iostream>
+#include <thread>
+
+namespace quorin {
+
+using platform::device::ProgramOver;
+
+namespace {
+
+WindowEnd* Only = nullptr;
+
+} // namespace
+
+void EndWithoutDisplay() {
+    if (Only != nullptr)
+        Only->WithoutDisplay();
+}
+
+WindowEnd::WindowEnd(platform::qt::QtPlatform& device, WindowWatch& watch, platform::device::EndSignals& signals)
+    : Device(device), Watch(watch), Last(device) {
+    device.loop.Listen(signals);
+    signals.Raised = [this](const std::string& name) { Begin(name); };
+    device.SessionEnds = [this] { Begin("the end of the session"); };
+    Only = this;
+    std::atexit(EndWithoutDisplay);
+}
+
+void WindowEnd::Begin(const std::string& why) {
+    Watch.CloseBox();
+    Last.Begin(why);
+}
+
+/// A person has gone, or is going: nobody answers a box.
+int WindowEnd::TellEnding(const ProgramOver& over) const {
+    if (over.Why == ProgramOver::Reason::Failed)
+        std::cerr << "quorin: " << modStringTools::ToBytes(over.Failure) << "\n";
+    std::cerr << "quorin: " << Last.Words() << std::endl;
+    return over.Why == ProgramOver::Reason::Failed || Last.IsLost() ? StatusFailure : StatusEnded;
+}
+
+int WindowEnd::Over(const ProgramOver& over) {
+    if (Last.Begun())
+        return TellEnding(over);
+    if (over.Why != ProgramOver::Reason::Failed)
+        return StatusEnded;
+    const std::string text = modStringTools::ToBytes(over.Failure);
+    std::cerr << "quorin: " << text << std::endl;
+    QMessageBox message(QMessageBox::Critical, QStringLiteral("Quorin has stopped"), QString::fromStdString(text),
+                        QMessageBox::Ok, &Device.window);
+    message.setTextFormat(Qt::PlainText);
+    sigset_t all;
+    sigfillset(&all);
+    sigprocmask(SIG_UNBLOCK, &all, nullptr); // there is nothing left to be saved
+    message.setInformativeText(QStringLiteral("Every file is as the last completed save left it."));
+    Only = nullptr; // nor when the display goes under this box
+    message.exec();
+    return StatusFailure;
+}
+
+void WindowEnd::WithoutDisplay() {
+    Only = nullptr;
+    Device.faults.Working = nullptr; // these two let the window breathe
+    Device.runTime.Rest = [](std::int32_t milliseconds) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
+    };
+    Last.SaveAtOnce("a display that is gone");
+    std::cerr << "quorin: " << Last.Words() << std::endl;
+    std::fflush(nullptr);
+    std::_Exit(StatusFailure);
+}
+
+} // namespace quorin

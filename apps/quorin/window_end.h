@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: MIT
+// How the window's program ends: by itself, by a failure, by the system, or with its display gone.
+#pragma once
+
+#include "apps/quorin/window_watch.h"
+#include "platform/device/end_signals.h"
+#include "platform/device/ending.h"
+#include "platform/qt/qt_platform.h"
+
+namespace quorin {
+
+inline constexpr int StatusEnded = 0;
+inline constexpr int StatusFailure = 1;
+inline constexpr int StatusNotStarted = 2;
+
+class WindowEnd {
+public:
+    /// From now on the process does not end without a word: Qt calls exit from within its event handling when the
+    /// display is gone. There is one such object, and it stands to the end.
+    WindowEnd(platform::qt::QtPlatform& device, WindowWatch& watch, platform::device::EndSignals& signals);
+    WindowEnd(const WindowEnd&) = delete;
+    WindowEnd& operator=(const WindowEnd&) = delete;
+
+    /// The program is over: tells why, and gives the exit status.
+    int Over(const platform::device::ProgramOver& over);
+    /// Saves what can be saved without a display, says so, and ends the process.
+    [[noreturn]] void WithoutDisplay();
+
+private:
+    void Begin(const std::string& why);
+    int TellEnding(const platform::device::ProgramOver& over) const;
+
+    platform::qt::QtPlatform& Device;
+    WindowWatch& Watch;
+    platform::device::Ending Last;
+};
+
+/// The display is gone: WithoutDisplay, where there is a window yet.
+void EndWithoutDisplay();
+
+} // namespace quorin
