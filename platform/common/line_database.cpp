@@ -82,7 +82,10 @@ ErrorNumber LineDatabase::CheckName(DatabaseId database) const {
         return PathNotFound;
     if (error != NoError)
         return error;
-    return PlaceOf(file) == found->second.File ? NoError : PathNotFound;
+    const Place place = PlaceOf(file);
+    if (place == Place())
+        return DeviceFailed;
+    return place == found->second.File ? NoError : PathNotFound;
 }
 
 DatabaseId LineDatabase::Open(const Text& name, std::int32_t mode) {
@@ -93,6 +96,10 @@ DatabaseId LineDatabase::Open(const Text& name, std::int32_t mode) {
     if (WhyNot != NoError)
         return 0;
     Place place = PlaceOf(file);
+    if (place == Place())
+        WhyNot = DeviceFailed;
+    if (WhyNot != NoError)
+        return 0;
     return Keep(name, std::move(place), LineTable::Open(std::move(file), mode != ModeRead, WhyNot));
 }
 

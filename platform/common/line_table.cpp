@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <fcntl.h>
 #include <sqlite3.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace platform::common {
@@ -21,10 +22,14 @@ constexpr const char* MakeLines =
 } // namespace
 
 std::unique_ptr<LineTable> LineTable::Open(FileEntry file, bool writable, ErrorNumber& error) {
-    error = FileNotFound;
     // The file must not be opened by any other way than SQLite's: closing a descriptor of it takes away the locks that
     // other connections of this process hold.
-    if (!IsRegularFile(file))
+    struct stat found {};
+    const auto look = [&] { return ::fstatat(file.Folder.Number(), file.Name.c_str(), &found, AT_SYMLINK_NOFOLLOW); };
+    error = Repeated(look) == 0 ? NoError : FromErrno(errno);
+    if (error == NoError && !S_ISREG(found.st_mode))
+        error = FileNotFound;
+    if (error != NoError) // a look that failed is no word on what is there: a missing database would be made anew
         return nullptr;
     std::unique_ptr<LineTable> table(new LineTable(writable));
     if (!table->Connection.Open(std::move(file))) {

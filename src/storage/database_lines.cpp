@@ -53,7 +53,8 @@ bool Store(FileHandle& handle, const LineRecord& record) {
 }
 
 bool Rewrite(FileHandle& handle, const LineRecord& record) {
-    return May(u"edit", handle, Databases().BeginEdit(SlotOf(handle))) && Store(handle, record);
+    Must(u"edit", handle, Databases().BeginEdit(SlotOf(handle)));
+    return Store(handle, record);
 }
 
 bool ReadLineRecord(const FileHandle& handle, std::int32_t line, LineRecord& record) {
@@ -72,8 +73,9 @@ bool ShiftLines(FileHandle& handle, std::int32_t target) {
 }
 
 bool InsertRecord(FileHandle& handle, std::int32_t target, const Text& text) {
-    return May(u"add a line to", handle, Databases().AddRecord(SlotOf(handle))) && Store(handle, {0, u""}) &&
-           ShiftLines(handle, target) && Rewrite(handle, {target, text});
+    // Inside of a batch nothing is refused any more: what has been done of it would be kept.
+    Must(u"add a line to", handle, Databases().AddRecord(SlotOf(handle)));
+    return Store(handle, {0, u""}) && ShiftLines(handle, target) && Rewrite(handle, {target, text});
 }
 
 bool DeleteRecord(FileHandle& handle) {
@@ -155,7 +157,7 @@ bool ChangeDatabaseLine(FileHandle& handle, std::int32_t line, const Text& text)
         return false;
     }
     record.LineData = text;
-    return Rewrite(handle, record);
+    return May(u"edit", handle, Databases().BeginEdit(SlotOf(handle))) && Store(handle, record);
 }
 
 bool DeleteDatabaseLine(FileHandle& handle, std::int32_t line) {

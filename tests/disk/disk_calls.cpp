@@ -1,17 +1,13 @@
 // SPDX-License-Identifier: MIT
-#include "tests/disk/disk_calls.h"
+#include "tests/disk/disk_steps.h"
 
 #include <array>
 #include <cerrno>
 #include <csignal>
-#include <cstdarg>
 #include <cstring>
-#include <dlfcn.h>
 #include <fcntl.h>
-#include <linux/openat2.h>
 #include <optional>
 #include <sys/stat.h>
-#include <sys/syscall.h>
 #include <unistd.h>
 
 namespace disk {
@@ -26,6 +22,7 @@ struct Watching {
     Plan Planned;
     std::vector<Call> Kinds;
     int Reads = 0;
+    int Looks = 0;
     bool Struck = false;
     bool WriteFails = false; ///< what comes behind a short write
     std::vector<Step> Taken;
@@ -34,12 +31,6 @@ struct Watching {
     std::uint64_t LastNumber = 0;
 };
 Watching Now;
-
-/// The library's own routine of that name.
-template <class Routine>
-Routine* Real(const char* name) {
-    return reinterpret_cast<Routine*>(::dlsym(RTLD_NEXT, name));
-}
 
 std::string LinkTarget(const std::string& link) {
     std::array<char, 4096> target;
@@ -83,20 +74,31 @@ std::uint64_t NumberOf(const struct stat& found) {
     return number;
 }
 
+/// What the watch itself wants to know is no call of the program's.
+bool LookAt(int file, struct stat& found) {
+    static auto* const real = Real<int(int, struct stat*)>("fstat");
+    return real(file, &found) == 0;
+}
+
+bool LookAt(const std::string& path, struct stat& found) {
+    static auto* const real = Real<int(const char*, struct stat*)>("lstat");
+    return real((Now.Root + "/" + path).c_str(), &found) == 0;
+}
+
 std::uint64_t NumberOf(int file) {
     struct stat found {};
-    return ::fstat(file, &found) == 0 ? NumberOf(found) : 0;
+    return LookAt(file, found) ? NumberOf(found) : 0;
 }
 
 std::uint64_t NumberOf(const std::string& path) {
     struct stat found {};
-    return ::lstat((Now.Root + "/" + path).c_str(), &found) == 0 ? NumberOf(found) : 0;
+    return LookAt(path, found) ? NumberOf(found) : 0;
 }
 
 /// The disk may give the place of a deleted file to a new one.
 std::uint64_t NewNumberOf(int file) {
     struct stat found {};
-    if (::fstat(file, &found) != 0)
+    if (!LookAt(file, found))
         return 0;
     return Now.Numbers[{found.st_dev, found.st_ino}] = ++Now.LastNumber;
 }
@@ -115,7 +117,7 @@ public:
         Now.Kinds.push_back(kind);
         const int number = Watch::Steps();
         const Plan& plan = Now.Planned;
-        if (plan.Reading || plan.What == Blow::None)
+        if (plan.Kind != Counted::Steps || plan.What == Blow::None)
             return;
         if (number == plan.At || (plan.What == Blow::FullFromHere && number > plan.At && takesRoom)) {
             Now.Struck = true;
@@ -150,26 +152,44 @@ private:
     Blow Hit = Blow::None;
 };
 
-bool ReadFails() {
-    ++Now.Reads;
+bool IsPlanned(Counted kind, int number) {
     const Plan& plan = Now.Planned;
-    if (!plan.Reading || plan.What != Blow::Fail || Now.Reads != plan.At)
+    if (plan.Kind != kind || plan.What != Blow::Fail || number != plan.At)
         return false;
     Now.Struck = true;
     errno = plan.Error;
     return true;
 }
 
-template <class Forward>
-int Open(int folder, const char* path, int flags, Forward forward) {
+bool ReadFails() {
+    return IsPlanned(Counted::Reads, ++Now.Reads);
+}
+
+bool LookFails() {
+    return IsPlanned(Counted::Looks, ++Now.Looks);
+}
+
+} // namespace
+
+bool LookFails(int folder, const char* path) {
+    return Inside(folder, path) && LookFails();
+}
+
+bool LookFails(int file) {
+    return Inside(file) && LookFails();
+}
+
+int Open(int folder, const char* path, int flags, const Forward& forward) {
     const auto inside = Inside(folder, path);
-    if (!inside || (flags & O_PATH) != 0) // a folder as the start of further calls: nothing of it is read yet
+    if (!inside)
         return forward();
+    if ((flags & O_PATH) != 0) // a folder as the start of further calls: nothing of it is read yet
+        return LookFails() ? -1 : forward();
     const bool writes = (flags & O_ACCMODE) != O_RDONLY || (flags & (O_CREAT | O_TRUNC)) != 0;
     if (!writes)
         return ReadFails() ? -1 : forward();
     struct stat found {};
-    const bool isThere = ::lstat((Now.Root + "/" + *inside).c_str(), &found) == 0;
+    const bool isThere = LookAt(*inside, found);
     const bool makes = (flags & O_CREAT) != 0 && !isThere;
     const Attempt attempt(Call::Open, makes);
     if (attempt.Fails(makes))
@@ -188,8 +208,8 @@ int Open(int folder, const char* path, int flags, Forward forward) {
     return file;
 }
 
-template <class Forward>
-ssize_t Write(int file, const void* bytes, std::size_t count, std::int64_t offset, Forward forward) {
+ssize_t Write(int file, const void* bytes, std::size_t count, std::int64_t offset,
+              const std::function<ssize_t(std::size_t)>& forward) {
     const auto inside = Inside(file);
     if (!inside)
         return forward(count);
@@ -223,14 +243,14 @@ ssize_t Write(int file, const void* bytes, std::size_t count, std::int64_t offse
     return written;
 }
 
-template <class Forward>
-ssize_t Read(int file, Forward forward) {
+ssize_t Read(int file, const std::function<ssize_t()>& forward) {
     return Inside(file) && ReadFails() ? -1 : forward();
 }
 
+namespace {
+
 /// Any other step: what it did is known once it has been done.
-template <class Forward>
-int Other(Step step, bool takesRoom, Forward forward) {
+int Other(Step step, bool takesRoom, const Forward& forward) {
     const Attempt attempt(step.What, takesRoom);
     if (attempt.Fails(takesRoom))
         return -1;
@@ -242,8 +262,9 @@ int Other(Step step, bool takesRoom, Forward forward) {
     return result;
 }
 
-template <class Forward>
-int Truncate(int file, std::int64_t size, Forward forward) {
+} // namespace
+
+int Truncate(int file, std::int64_t size, const Forward& forward) {
     const auto inside = Inside(file);
     if (!inside)
         return forward();
@@ -255,13 +276,12 @@ int Truncate(int file, std::int64_t size, Forward forward) {
     return Other(std::move(step), false, forward);
 }
 
-template <class Forward>
-int Sync(int file, Forward forward) {
+int Sync(int file, const Forward& forward) {
     const auto inside = Inside(file);
     if (!inside)
         return forward();
     struct stat found {};
-    ::fstat(file, &found);
+    LookAt(file, found);
     Step step;
     step.What = S_ISDIR(found.st_mode) ? Call::SyncFolder : Call::Sync;
     step.Path = *inside;
@@ -269,8 +289,7 @@ int Sync(int file, Forward forward) {
     return Other(std::move(step), false, [] { return 0; });
 }
 
-template <class Forward>
-int Rename(int fromFolder, const char* from, int toFolder, const char* to, Forward forward) {
+int Rename(int fromFolder, const char* from, int toFolder, const char* to, const Forward& forward) {
     const auto source = Inside(fromFolder, from);
     const auto target = Inside(toFolder, to);
     if (!source || !target)
@@ -283,8 +302,7 @@ int Rename(int fromFolder, const char* from, int toFolder, const char* to, Forwa
     return Other(std::move(step), false, forward);
 }
 
-template <class Forward>
-int Unlink(int folder, const char* path, Forward forward) {
+int Unlink(int folder, const char* path, const Forward& forward) {
     const auto inside = Inside(folder, path);
     if (!inside)
         return forward();
@@ -295,8 +313,7 @@ int Unlink(int folder, const char* path, Forward forward) {
     return Other(std::move(step), false, forward);
 }
 
-template <class Forward>
-int MakeFolder(int folder, const char* path, Forward forward) {
+int MakeFolder(int folder, const char* path, const Forward& forward) {
     const auto inside = Inside(folder, path);
     if (!inside)
         return forward();
@@ -305,8 +322,6 @@ int MakeFolder(int folder, const char* path, Forward forward) {
     step.Path = *inside;
     return Other(std::move(step), true, forward);
 }
-
-} // namespace
 
 Watch::Watch(const std::string& root, const Plan& plan) {
     Now = {};
@@ -330,6 +345,14 @@ int Watch::Reads() {
     return Now.Reads;
 }
 
+int Watch::Looks() {
+    return Now.Looks;
+}
+
+bool Watch::IsOn() {
+    return Now.On;
+}
+
 bool Watch::Struck() {
     return Now.Struck;
 }
@@ -347,150 +370,3 @@ const Start& Watch::Began() {
 }
 
 } // namespace disk
-
-// The library's calls. Each looks its real one up once it is called, since some are called before main is.
-
-namespace {
-
-mode_t ModeOf(int flags, va_list& rest) {
-    return (flags & (O_CREAT | O_TMPFILE)) != 0 ? va_arg(rest, mode_t) : 0;
-}
-
-} // namespace
-
-#define QUORIN_MODE(flags)                                                                                             \
-    va_list rest;                                                                                                      \
-    va_start(rest, flags);                                                                                             \
-    const mode_t mode = ModeOf(flags, rest);                                                                           \
-    va_end(rest)
-
-extern "C" {
-
-int open(const char* path, int flags, ...) {
-    QUORIN_MODE(flags);
-    static auto* const real = disk::Real<int(const char*, int, ...)>("open");
-    return disk::Open(AT_FDCWD, path, flags, [&] { return real(path, flags, mode); });
-}
-
-int open64(const char* path, int flags, ...) {
-    QUORIN_MODE(flags);
-    static auto* const real = disk::Real<int(const char*, int, ...)>("open64");
-    return disk::Open(AT_FDCWD, path, flags, [&] { return real(path, flags, mode); });
-}
-
-int openat(int folder, const char* path, int flags, ...) {
-    QUORIN_MODE(flags);
-    static auto* const real = disk::Real<int(int, const char*, int, ...)>("openat");
-    return disk::Open(folder, path, flags, [&] { return real(folder, path, flags, mode); });
-}
-
-int openat64(int folder, const char* path, int flags, ...) {
-    QUORIN_MODE(flags);
-    static auto* const real = disk::Real<int(int, const char*, int, ...)>("openat64");
-    return disk::Open(folder, path, flags, [&] { return real(folder, path, flags, mode); });
-}
-
-/// Passes everything on; openat2 alone is looked at, which the library has no routine for.
-long syscall(long number, ...) noexcept {
-    std::array<long, 6> a{};
-    va_list rest;
-    va_start(rest, number);
-    for (long& argument : a)
-        argument = va_arg(rest, long);
-    va_end(rest);
-    static auto* const real = disk::Real<long(long, ...)>("syscall");
-    const auto forward = [&] { return real(number, a[0], a[1], a[2], a[3], a[4], a[5]); };
-    if (number != SYS_openat2)
-        return forward();
-    const auto* how = reinterpret_cast<const open_how*>(a[2]);
-    return disk::Open(static_cast<int>(a[0]), reinterpret_cast<const char*>(a[1]), static_cast<int>(how->flags),
-                      [&] { return static_cast<int>(forward()); });
-}
-
-ssize_t write(int file, const void* bytes, size_t count) {
-    static auto* const real = disk::Real<ssize_t(int, const void*, size_t)>("write");
-    const off_t offset = disk::Now.On ? ::lseek(file, 0, SEEK_CUR) : 0;
-    return disk::Write(file, bytes, count, offset, [&](size_t some) { return real(file, bytes, some); });
-}
-
-ssize_t pwrite(int file, const void* bytes, size_t count, off_t offset) {
-    static auto* const real = disk::Real<ssize_t(int, const void*, size_t, off_t)>("pwrite");
-    return disk::Write(file, bytes, count, offset, [&](size_t some) { return real(file, bytes, some, offset); });
-}
-
-ssize_t pwrite64(int file, const void* bytes, size_t count, off64_t offset) {
-    static auto* const real = disk::Real<ssize_t(int, const void*, size_t, off64_t)>("pwrite64");
-    return disk::Write(file, bytes, count, offset, [&](size_t some) { return real(file, bytes, some, offset); });
-}
-
-ssize_t read(int file, void* bytes, size_t count) {
-    static auto* const real = disk::Real<ssize_t(int, void*, size_t)>("read");
-    return disk::Read(file, [&] { return real(file, bytes, count); });
-}
-
-ssize_t pread(int file, void* bytes, size_t count, off_t offset) {
-    static auto* const real = disk::Real<ssize_t(int, void*, size_t, off_t)>("pread");
-    return disk::Read(file, [&] { return real(file, bytes, count, offset); });
-}
-
-ssize_t pread64(int file, void* bytes, size_t count, off64_t offset) {
-    static auto* const real = disk::Real<ssize_t(int, void*, size_t, off64_t)>("pread64");
-    return disk::Read(file, [&] { return real(file, bytes, count, offset); });
-}
-
-int ftruncate(int file, off_t size) noexcept {
-    static auto* const real = disk::Real<int(int, off_t)>("ftruncate");
-    return disk::Truncate(file, size, [&] { return real(file, size); });
-}
-
-int ftruncate64(int file, off64_t size) noexcept {
-    static auto* const real = disk::Real<int(int, off64_t)>("ftruncate64");
-    return disk::Truncate(file, size, [&] { return real(file, size); });
-}
-
-int fsync(int file) {
-    static auto* const real = disk::Real<int(int)>("fsync");
-    return disk::Sync(file, [&] { return real(file); });
-}
-
-int fdatasync(int file) {
-    static auto* const real = disk::Real<int(int)>("fdatasync");
-    return disk::Sync(file, [&] { return real(file); });
-}
-
-int rename(const char* from, const char* to) noexcept {
-    static auto* const real = disk::Real<int(const char*, const char*)>("rename");
-    return disk::Rename(AT_FDCWD, from, AT_FDCWD, to, [&] { return real(from, to); });
-}
-
-int renameat(int fromFolder, const char* from, int toFolder, const char* to) noexcept {
-    static auto* const real = disk::Real<int(int, const char*, int, const char*)>("renameat");
-    return disk::Rename(fromFolder, from, toFolder, to, [&] { return real(fromFolder, from, toFolder, to); });
-}
-
-int renameat2(int fromFolder, const char* from, int toFolder, const char* to, unsigned flags) noexcept {
-    static auto* const real = disk::Real<int(int, const char*, int, const char*, unsigned)>("renameat2");
-    return disk::Rename(fromFolder, from, toFolder, to, [&] { return real(fromFolder, from, toFolder, to, flags); });
-}
-
-int unlink(const char* path) noexcept {
-    static auto* const real = disk::Real<int(const char*)>("unlink");
-    return disk::Unlink(AT_FDCWD, path, [&] { return real(path); });
-}
-
-int unlinkat(int folder, const char* path, int flags) noexcept {
-    static auto* const real = disk::Real<int(int, const char*, int)>("unlinkat");
-    return disk::Unlink(folder, path, [&] { return real(folder, path, flags); });
-}
-
-int mkdir(const char* path, mode_t mode) noexcept {
-    static auto* const real = disk::Real<int(const char*, mode_t)>("mkdir");
-    return disk::MakeFolder(AT_FDCWD, path, [&] { return real(path, mode); });
-}
-
-int mkdirat(int folder, const char* path, mode_t mode) noexcept {
-    static auto* const real = disk::Real<int(int, const char*, mode_t)>("mkdirat");
-    return disk::MakeFolder(folder, path, [&] { return real(folder, path, mode); });
-}
-
-} // extern "C"

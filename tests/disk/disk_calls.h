@@ -35,12 +35,16 @@ enum class Blow {
     KillAfter,
 };
 
-/// Which step is hit, and how. Reads and openings for reading are counted by themselves.
+/// What a plan counts: steps; reads and openings for reading; looks at what there is (the state of a file or folder,
+/// the target of a link, the opening of a folder as the start of further calls).
+enum class Counted { Steps, Reads, Looks };
+
+/// Which call is hit, and how. A read or a look can only fail.
 struct Plan {
     Blow What = Blow::None;
     int At = 0;    ///< from 1
     int Error = 0; ///< of errno
-    bool Reading = false;
+    Counted Kind = Counted::Steps;
 };
 
 /// The files at the moment when the watch began, with the numbers that steps know them by.
@@ -61,6 +65,8 @@ public:
 
     static int Steps();
     static int Reads();
+    static int Looks();
+    static bool IsOn();
     static bool Struck();                         ///< the plan's step came
     static const std::vector<Call>& Kinds();      ///< of all steps, step 1 first
     static const std::vector<Step>& StepsTaken(); ///< those that succeeded, in order

@@ -96,7 +96,7 @@ TEST_F(DiskCalls, OfReadersAreCountedByThemselves) {
 
 TEST_F(DiskCalls, ElsewhereAreNoneOfItsBusiness) {
     const FreshFolder elsewhere;
-    const Watch watch(Folder.Path(), {Blow::FullFromHere, 1, ENOSPC, false});
+    const Watch watch(Folder.Path(), {Blow::FullFromHere, 1, ENOSPC, Counted::Steps});
     const int file = ::open((elsewhere.Path() + "/a").c_str(), O_RDWR | O_CREAT, 0600);
     EXPECT_EQ(::write(file, "x", 1), 1);
     ::close(file);
@@ -119,7 +119,7 @@ TEST_F(DiskCalls, OfSqliteAreSeenToo) {
 
 TEST_F(DiskCalls, FailWhereTheyAreToldTo) {
     for (int step = 1; step <= 3; ++step) {
-        const Watch watch(Folder.Path(), {Blow::Fail, step, EIO, false});
+        const Watch watch(Folder.Path(), {Blow::Fail, step, EIO, Counted::Steps});
         EXPECT_FALSE(Append());
         EXPECT_EQ(errno, EIO);
         EXPECT_TRUE(Watch::Struck());
@@ -129,7 +129,7 @@ TEST_F(DiskCalls, FailWhereTheyAreToldTo) {
 }
 
 TEST_F(DiskCalls, OfAFullDiskTakeHalfOfAWriteAndThenNothing) {
-    const Watch watch(Folder.Path(), {Blow::ShortWrite, 2, ENOSPC, false});
+    const Watch watch(Folder.Path(), {Blow::ShortWrite, 2, ENOSPC, Counted::Steps});
     const int file = ::open(At("sub/old").c_str(), O_WRONLY | O_TRUNC);
     EXPECT_EQ(::pwrite(file, "abcd", 4, 0), 2);
     EXPECT_EQ(::pwrite(file, "cd", 2, 2), -1);
@@ -140,7 +140,7 @@ TEST_F(DiskCalls, OfAFullDiskTakeHalfOfAWriteAndThenNothing) {
 }
 
 TEST_F(DiskCalls, OfADiskThatStaysFullFailWhereTheyNeedRoom) {
-    const Watch watch(Folder.Path(), {Blow::FullFromHere, 2, ENOSPC, false});
+    const Watch watch(Folder.Path(), {Blow::FullFromHere, 2, ENOSPC, Counted::Steps});
     const int file = ::open(At("sub/old").c_str(), O_WRONLY);
     EXPECT_EQ(::write(file, "a", 1), -1);
     EXPECT_EQ(::fsync(file), 0);
@@ -158,7 +158,7 @@ TEST_F(DiskCalls, KillTheProgramWhereTheyAreToldTo) {
     for (const auto& row : rows) {
         WriteTree(Folder.Path(), {{"sub"}, {{"sub/old", ""}}});
         const int status = StatusOf([&] {
-            const Watch watch(Folder.Path(), {row.What, 2, 0, false});
+            const Watch watch(Folder.Path(), {row.What, 2, 0, Counted::Steps});
             Append();
         });
         EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == SIGKILL);

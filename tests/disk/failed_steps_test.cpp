@@ -67,7 +67,7 @@ TEST_P(FailedSteps, LeaveTheOldStateOrTheNewOneAndAreNeverTakenForSuccess) {
                 continue;
             const int step = static_cast<int>(i) + 1;
             SCOPED_TRACE("step " + std::to_string(step) + ": " + way.Name);
-            JudgeRun(TryWith({way.What, step, way.Error, false}));
+            JudgeRun(TryWith({way.What, step, way.Error, Counted::Steps}));
             ++points;
         }
     }
@@ -80,11 +80,41 @@ TEST_P(FailedSteps, ThatReadCostNothing) {
     int points = 0;
     for (int read = 1; read <= Whole.Reads && !HasFailure(); ++read) {
         SCOPED_TRACE("read " + std::to_string(read));
-        JudgeRun(TryWith({Blow::Fail, read, EIO, true}));
+        JudgeRun(TryWith({Blow::Fail, read, EIO, Counted::Reads}));
         ++points;
     }
     EXPECT_EQ(points, Whole.Reads);
     CountPoints("reads that failed:", points);
+}
+
+/// A look that failed is no word on what is there: what follows is what a good run does, or a person is told.
+TEST_P(FailedSteps, ThatOnlyLookedCostNothing) {
+    int points = 0;
+    for (const int error : {EIO, ESTALE}) {
+        for (int look = 1; look <= Whole.Looks && !HasFailure(); ++look) {
+            SCOPED_TRACE("look " + std::to_string(look) + ", error " + std::to_string(error));
+            JudgeRun(TryWith({Blow::Fail, look, error, Counted::Looks}));
+            ++points;
+        }
+    }
+    EXPECT_GT(points, 0);
+    CountPoints("looks that failed:", points);
+}
+
+/// What a signal interrupts is done all the same: nobody needs to hear of it.
+TEST_P(FailedSteps, ThatASignalInterruptedAreMadeAgain) {
+    int points = 0;
+    const std::pair<Counted, int> all[] = {{Counted::Steps, static_cast<int>(Whole.Kinds.size())},
+                                           {Counted::Reads, Whole.Reads},
+                                           {Counted::Looks, Whole.Looks}};
+    for (const auto& [kind, count] : all) {
+        for (int call = 1; call <= count && !HasFailure(); ++call) {
+            SCOPED_TRACE("kind " + std::to_string(static_cast<int>(kind)) + ", call " + std::to_string(call));
+            JudgeRun(TryWith({Blow::Fail, call, EINTR, kind}));
+            ++points;
+        }
+    }
+    CountPoints("calls that a signal interrupted:", points);
 }
 
 INSTANTIATE_TEST_SUITE_P(Operations, FailedSteps, testing::ValuesIn(Operations()),

@@ -46,12 +46,12 @@ TEST_P(KilledSteps, LeaveTheOldStateOrTheNewOne) {
     int points = 0;
     for (std::size_t i = 0; i < kinds.size() && !HasFailure(); i += Stride) {
         const int step = static_cast<int>(i) + 1;
-        points += JudgeKill({Blow::KillBefore, step, 0, false}, Ending::BetweenSteps);
+        points += JudgeKill({Blow::KillBefore, step, 0, Counted::Steps}, Ending::BetweenSteps);
         if (kinds[i] == Call::Write)
-            points += JudgeKill({Blow::KillInside, step, 0, false}, Ending::BetweenSteps);
+            points += JudgeKill({Blow::KillInside, step, 0, Counted::Steps}, Ending::BetweenSteps);
     }
     const int last = static_cast<int>(kinds.size());
-    points += JudgeKill({Blow::KillAfter, last, 0, false}, Ending::BetweenSteps);
+    points += JudgeKill({Blow::KillAfter, last, 0, Counted::Steps}, Ending::BetweenSteps);
     EXPECT_GT(points, last / static_cast<int>(Stride));
     CountPoints("killed at points:", points);
 }

@@ -110,7 +110,7 @@ public:
     }
     std::map<std::string, int> Points;
 };
-auto* const Counted = static_cast<Tally*>(testing::AddGlobalTestEnvironment(new Tally));
+auto* const Tallied = static_cast<Tally*>(testing::AddGlobalTestEnvironment(new Tally));
 
 } // namespace
 
@@ -129,6 +129,7 @@ Outcome Try(const Operation& operation, const std::string& root, const Plan& pla
     machine.reset();
     outcome.Struck = Watch::Struck();
     outcome.Reads = Watch::Reads();
+    outcome.Looks = Watch::Looks();
     outcome.Kinds = Watch::Kinds();
     outcome.Steps = Watch::StepsTaken();
     outcome.Began = Watch::Began();
@@ -190,7 +191,7 @@ Tree LastsAfter(const Outcome& run) {
 }
 
 void CountPoints(const std::string& what, int points) {
-    Counted->Points[what] += points;
+    Tallied->Points[what] += points;
 }
 
 } // namespace disk

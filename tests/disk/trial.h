@@ -14,6 +14,7 @@ struct Outcome {
     bool Told = false;    ///< a person was told that something could not be written
     bool Struck = false;  ///< the plan's step came
     int Reads = 0;
+    int Looks = 0;
     std::vector<Call> Kinds; ///< of its steps
     std::vector<Step> Steps; ///< those that succeeded
     Start Began;
