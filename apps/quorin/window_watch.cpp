@@ -70,7 +70,7 @@ void WindowWatch::ShowWorst() {
 
 void WindowWatch::ShowLosses() {
     companion::Losses& losses = Device->onlooker.losses;
-    if (losses.Any())
+    if (Box && losses.Any()) // not once the program ends
         Box->Say(platform::qt::ToQt(losses.Words()));
 }
 
