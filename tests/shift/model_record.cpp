@@ -68,6 +68,7 @@ void Model::Command(const std::string& caption) {
         Ask({Question::Kind::DeleteRecord, false, {}, 0, ""}, "Delete Record?");
         return;
     }
+    FieldOpen = false; // before another record comes
     if (caption == "Next Record" && RecordNumber < count) {
         LoadRecord(RecordNumber + 1);
     } else if (caption == "Previous Record" && RecordNumber > 1) {
@@ -96,6 +97,7 @@ void Model::RemoveRecord() {
     }
     std::vector<Row>& rows = Files.Write(OpenFile).Rows;
     rows.erase(rows.begin() + static_cast<std::ptrdiff_t>(RecordNumber) - 1);
+    FieldOpen = false;
     if (rows.empty())
         AddRecord(1); // there is always one to show
     else
@@ -106,6 +108,7 @@ void Model::RemoveRecord() {
 void Model::LeaveRecord() {
     if (FieldOpen || Dirty)
         SaveRecord();
+    FieldOpen = false;
     Cells.clear();
     Saved.clear();
     ShowDownloads();
