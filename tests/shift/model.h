@@ -29,8 +29,7 @@ struct Question {
 
 class Model {
 public:
-    Model(Ledger& results, Road road, bool textFiles)
-        : Text(results), Results(&results), RoadOfLink(road), TextFiles(textFiles) {}
+    Model(Ledger& results, Road road) : Text(results), Results(&results), RoadOfLink(road) {}
 
     // --- what is expected; the rest is how it comes about
     std::vector<std::string> Events; ///< boxes and tones since somebody looked
@@ -144,7 +143,6 @@ private:
 
     Ledger* Results;
     Road RoadOfLink;
-    bool TextFiles; ///< rather than databases
 
     // the link
     int LinkState = 0;

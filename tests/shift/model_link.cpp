@@ -20,7 +20,7 @@ void Model::End() {
         Results->Note(IdOf(question.Result.Value), Fate::LeftInBuffers);
     LoseHeld(Fate::LeftInBuffers);
     Text.Lose();
-    Model fresh(*Results, RoadOfLink, TextFiles);
+    Model fresh(*Results, RoadOfLink);
     fresh.Events.swap(Events);
     fresh.Files = std::move(Files);
     fresh.MailboxThere = MailboxThere; // what the server has put there stays

@@ -46,10 +46,8 @@ void Model::ShowRecord() {
 
 void Model::SaveRecord() {
     Saved = Cells;
-    for (std::string& text : Saved) {
-        if (TextFiles) // a line of a text file can hold no line feed
-            std::replace(text.begin(), text.end(), '\n', ' ');
-    }
+    for (std::string& text : Saved)
+        std::replace(text.begin(), text.end(), '\n', ' '); // a line can hold none
     Files.Write(OpenFile).Rows[RecordNumber - 1] = Saved;
     Dirty = false;
 }

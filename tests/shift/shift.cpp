@@ -42,8 +42,8 @@ std::string NameOfScreen() {
 } // namespace
 
 Shift::Shift(const Kind& kind, std::uint64_t seed, std::uint32_t results)
-    : KindOfDevice(kind), Wanted(results), Chance(seed), Meter(Chance, Results),
-      Twin(Results, kind.RoadOfLink, kind.DataFolder != nullptr), Folder(kind) {
+    : KindOfDevice(kind), Wanted(results), Chance(seed), Meter(Chance, Results), Twin(Results, kind.RoadOfLink),
+      Folder(kind) {
     if (kind.RoadOfLink == Road::Server)
         Folder.PutMailbox("rfcomm.run", "");
 }
