@@ -93,6 +93,8 @@ public:
     void MovePrevious(DatabaseId database) override { Inner.MovePrevious(InnerId(database)); }
     bool AtEnd(DatabaseId database) override { return Inner.AtEnd(InnerId(database)); }
 
+    ErrorNumber BeginReading(DatabaseId database) override { return Inner.BeginReading(InnerId(database)); }
+    void EndReading(DatabaseId database) override { Inner.EndReading(InnerId(database)); }
     ErrorNumber BeginBatch(DatabaseId database) override { return Inner.BeginBatch(InnerId(database)); }
     ErrorNumber EndBatch(DatabaseId database) override;
 

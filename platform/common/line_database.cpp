@@ -100,7 +100,7 @@ DatabaseId LineDatabase::Open(const Text& name, std::int32_t mode) {
         WhyNot = DeviceFailed;
     if (WhyNot != NoError)
         return 0;
-    return Keep(name, std::move(place), LineTable::Open(std::move(file), mode != ModeRead, WhyNot));
+    return Keep(name, std::move(place), LineTable::Open(std::move(file), mode != ModeRead, Patience, WhyNot));
 }
 
 DatabaseId LineDatabase::Create(const Text& name, std::int32_t typeCode, std::int32_t creatorCode) {
@@ -108,7 +108,7 @@ DatabaseId LineDatabase::Create(const Text& name, std::int32_t typeCode, std::in
     if (!IsDatabaseName(name) || Paths.MakeFolder(DatabaseFolder) != NoError || !FindFile(name, file))
         return 0;
     Place place = PlaceOf(file);
-    return Keep(name, std::move(place), LineTable::Make(std::move(file), {typeCode, creatorCode}));
+    return Keep(name, std::move(place), LineTable::Make(std::move(file), {typeCode, creatorCode}, Patience));
 }
 
 bool LineDatabase::Delete(const Text& name) {
@@ -227,6 +227,16 @@ ErrorNumber LineDatabase::EndBatch(DatabaseId database) {
     return table ? table->EndBatch() : NotAvailable;
 }
 
+ErrorNumber LineDatabase::BeginReading(DatabaseId database) {
+    LineTable* table = Find(database);
+    return table ? table->BeginReading() : NotAvailable;
+}
+
+void LineDatabase::EndReading(DatabaseId database) {
+    if (LineTable* table = Find(database))
+        table->EndReading();
+}
+
 Text LineDatabase::FirstDatabase(std::int32_t typeCode, std::int32_t creatorCode) {
     Names.clear();
     NextName = 0;
@@ -240,7 +250,7 @@ Text LineDatabase::FirstDatabase(std::int32_t typeCode, std::int32_t creatorCode
         if (name.empty() || !FindFile(name, file))
             continue;
         ErrorNumber ignored = NoError;
-        const auto table = LineTable::Open(std::move(file), false, ignored);
+        const auto table = LineTable::Open(std::move(file), false, Patience, ignored);
         if (table && CodeFits(typeCode, table->Codes().TypeCode) && CodeFits(creatorCode, table->Codes().CreatorCode))
             Names.push_back(name);
     }

@@ -52,6 +52,12 @@ public:
     ErrorNumber BeginBatch(DatabaseId database) override;
     ErrorNumber EndBatch(DatabaseId database) override;
 
+    ErrorNumber BeginReading(DatabaseId database) override;
+    void EndReading(DatabaseId database) override;
+
+    /// With other programs that have locked a database.
+    LockWait Patience;
+
     Text FirstDatabase(std::int32_t typeCode, std::int32_t creatorCode) override;
     Text NextDatabase() override;
 

@@ -13,7 +13,8 @@ namespace platform::common {
 
 namespace {
 
-constexpr const char* Durability = "PRAGMA journal_mode=DELETE; PRAGMA synchronous=EXTRA";
+// Without spilling a batch needs the file for itself at its end alone, where it can still be lost as a whole.
+constexpr const char* Durability = "PRAGMA journal_mode=DELETE; PRAGMA synchronous=EXTRA; PRAGMA cache_spill=OFF";
 
 constexpr const char* MakeLines =
     R"(CREATE TABLE IF NOT EXISTS "TEXT"(Position INTEGER PRIMARY KEY, LineNumber INTEGER, LineData TEXT);)"
@@ -21,7 +22,7 @@ constexpr const char* MakeLines =
 
 } // namespace
 
-std::unique_ptr<LineTable> LineTable::Open(FileEntry file, bool writable, ErrorNumber& error) {
+std::unique_ptr<LineTable> LineTable::Open(FileEntry file, bool writable, LockWait& patience, ErrorNumber& error) {
     // The file must not be opened by any other way than SQLite's: closing a descriptor of it takes away the locks that
     // other connections of this process hold.
     struct stat found {};
@@ -32,7 +33,7 @@ std::unique_ptr<LineTable> LineTable::Open(FileEntry file, bool writable, ErrorN
     if (error != NoError) // a look that failed is no word on what is there: a missing database would be made anew
         return nullptr;
     std::unique_ptr<LineTable> table(new LineTable(writable));
-    if (!table->Connection.Open(std::move(file))) {
+    if (!table->Connection.Open(std::move(file), patience)) {
         error = table->Connection.LastError();
         return nullptr;
     }
@@ -50,14 +51,14 @@ std::unique_ptr<LineTable> LineTable::Open(FileEntry file, bool writable, ErrorN
     return error == NoError ? std::move(table) : nullptr;
 }
 
-std::unique_ptr<LineTable> LineTable::Make(FileEntry file, const DatabaseCodes& codes) {
+std::unique_ptr<LineTable> LineTable::Make(FileEntry file, const DatabaseCodes& codes, LockWait& patience) {
     // SQLite would let others of the group read it. Its journals get the rights of the file.
     Descriptor made;
     const bool wasThere = CreateRegular(file.Folder, file.Name, O_WRONLY, made) != NoError;
     made.Close();
     const FileEntry again{Descriptor(::openat(file.Folder.Number(), ".", O_PATH | O_DIRECTORY | O_CLOEXEC)), file.Name};
     std::unique_ptr<LineTable> table(new LineTable(true));
-    if (table->Connection.Open(std::move(file)) && table->Connection.Execute(Durability) == NoError &&
+    if (table->Connection.Open(std::move(file), patience) && table->Connection.Execute(Durability) == NoError &&
         table->WriteCodes(codes) == NoError)
         return table;
     table.reset();
@@ -354,7 +355,7 @@ std::int64_t LineTable::Position() {
 
 void LineTable::MoveTo(std::int64_t position) {
     State = Pending::None;
-    Current = std::clamp<std::int64_t>(position, 0, std::max<std::int64_t>(RecordCount(), 0));
+    Current = position <= 0 ? 0 : std::min(position, std::max<std::int64_t>(RecordCount(), 0));
 }
 
 void LineTable::MoveBy(std::int64_t step) {
@@ -363,6 +364,28 @@ void LineTable::MoveBy(std::int64_t step) {
 
 bool LineTable::AtEnd() {
     return State != Pending::Added && Current >= RecordCount();
+}
+
+/// The lock for reading is taken with the first page.
+ErrorNumber LineTable::BeginReading() {
+    if (Connection.InTransaction())
+        return NoError;
+    if (const ErrorNumber error = Connection.Execute("BEGIN"); error != NoError)
+        return error;
+    Reading = true;
+    const bool read =
+        FirstPage.Prepare(Connection.Handle(), "SELECT rootpage FROM sqlite_master LIMIT 1") && FirstPage.NextRow();
+    const ErrorNumber error = read ? NoError : Connection.LastError();
+    FirstPage.Done();
+    if (error == InUse)
+        EndReading();
+    return error == InUse ? InUse : NoError; // what else is wrong is told by who reads
+}
+
+void LineTable::EndReading() {
+    if (Reading)
+        Connection.Execute("COMMIT");
+    Reading = false;
 }
 
 ErrorNumber LineTable::BeginBatch() {

@@ -31,9 +31,9 @@ public:
     /// Opens a line database. Nothing when that fails: with FileNotFound where the file is missing or holds nothing at
     /// all. One that holds anything else, as a damaged database does, is not missing: it must not be made anew. Nor is
     /// one that holds what could keep a reader busy for ever.
-    static std::unique_ptr<LineTable> Open(FileEntry file, bool writable, ErrorNumber& error);
+    static std::unique_ptr<LineTable> Open(FileEntry file, bool writable, LockWait& patience, ErrorNumber& error);
     /// Makes one with no line table yet, in a file that is missing or empty. Nothing when that fails.
-    static std::unique_ptr<LineTable> Make(FileEntry file, const DatabaseCodes& codes);
+    static std::unique_ptr<LineTable> Make(FileEntry file, const DatabaseCodes& codes, LockWait& patience);
 
     const DatabaseCodes& Codes() const { return Stored; }
 
@@ -53,6 +53,8 @@ public:
     void MoveBy(std::int64_t step);
     bool AtEnd();
 
+    ErrorNumber BeginReading();
+    void EndReading();
     ErrorNumber BeginBatch();
     ErrorNumber EndBatch();
 
@@ -89,11 +91,13 @@ private:
     SqlStatement ShiftNumbers;
     SqlStatement ShiftLines;
     SqlStatement Renumber;
+    SqlStatement FirstPage;
 
     std::int64_t Current = 0; ///< from 0; the count of records when there is no current one
     Pending State = Pending::None;
     LineRecord Draft; ///< what the next commit stores, while something is pending
     bool InBatch = false;
+    bool Reading = false;
     ErrorNumber FailedRead = NoError; ///< what kept a record from us that may well be there
 };
 

@@ -10,9 +10,6 @@ namespace platform::common {
 
 namespace {
 
-/// How long a write waits for a tool that reads the same database, in milliseconds.
-constexpr int BusyTimeout = 1000;
-
 /// No text or row of a file is longer, in bytes. An expression in a file could ask for any length.
 constexpr int LongestText = 1 << 28;
 
@@ -38,10 +35,14 @@ ErrorNumber FromSqlite(int result) {
         return PermissionDenied;
     case SQLITE_BUSY:
     case SQLITE_LOCKED:
-        return NotAvailable;
+        return InUse;
     default:
         return DeviceFailed;
     }
+}
+
+int WaitForTheOther(void* patience, int) {
+    return static_cast<LockWait*>(patience)->Wait() ? 1 : 0;
 }
 
 } // namespace
@@ -94,7 +95,7 @@ SqlConnection::~SqlConnection() {
     sqlite3_close(Connection);
 }
 
-bool SqlConnection::Open(FileEntry file) {
+bool SqlConnection::Open(FileEntry file, LockWait& patience) {
     File = std::move(file);
     const int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_NOFOLLOW;
     const char* const fileSystem = FolderFileSystem();
@@ -102,7 +103,7 @@ bool SqlConnection::Open(FileEntry file) {
         return false;
     if (sqlite3_open_v2(NameForSqlite(File).c_str(), &Connection, flags, fileSystem) != SQLITE_OK)
         return false;
-    sqlite3_busy_timeout(Connection, BusyTimeout);
+    sqlite3_busy_handler(Connection, WaitForTheOther, &patience);
     sqlite3_limit(Connection, SQLITE_LIMIT_LENGTH, LongestText);
     return true;
 }

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "platform/common/host_files.h"
+#include "platform/common/lock_wait.h"
 
 #include <cstdint>
 #include <string>
@@ -47,7 +48,8 @@ public:
     ~SqlConnection(); ///< rolls back what is not committed; its statements must be gone
 
     /// Opens a file that is there, and no link; an empty one is a database without tables. Its folder is held open.
-    bool Open(FileEntry file);
+    /// Whatever finds it locked waits as long as there is patience, and then fails with InUse.
+    bool Open(FileEntry file, LockWait& patience);
     /// Why the last call has failed: FileNotFound where a table or row that was asked for is not there.
     ErrorNumber LastError() const;
     ErrorNumber Execute(const char* sql);

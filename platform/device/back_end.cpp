@@ -64,8 +64,8 @@ BackEnd::BackEnd(const DeviceOptions& options, Pump& pump, CommandSource& comman
       keys(watcher, focus), serial(options.Ports, frmQuorin::serConnection_Receive), tones(watcher), runTime(loop),
       volumes(VolumesFor(options), common::PathMap(options.Root)), hostFiles(common::PathMap(options.Root)),
       files(hostFiles, faults), hostDatabases(common::PathMap(options.Root)), databases(hostDatabases, faults),
-      settingsFile(SettingsFor(options)), settings(settingsFile, faults),
-      onlooker(clock, watcher), Connections(options.Connections != nullptr ? *options.Connections : connections) {
+      settingsFile(SettingsFor(options)), settings(settingsFile, faults), onlooker(clock, watcher),
+      Connections(options.Connections != nullptr ? *options.Connections : connections) {
     const Text keptOn = settingsFile.Get(u"Quorin", u"Settings", u"StorageVolume", u"");
     const bool inMemory = options.DeviceType == PalmOs && keptOn == PalmMemory; // which is never out
     volumes.MakeFolders(inMemory ? Text() : keptOn);
@@ -75,9 +75,16 @@ BackEnd::BackEnd(const DeviceOptions& options, Pump& pump, CommandSource& comman
     common::RightsLost = [this](const std::string& file) {
         onlooker.notices.Raise(companion::RightsNotKept(modStringTools::FromBytes(file)));
     };
+    loop.Begins = [this] { BeginOperation(); };
     loop.Listen(serial);
     loop.Listen(keys);
     loop.Listen(onlooker);
+}
+
+/// A wait for another program is no sleep of the device, after which the port would be opened anew.
+void BackEnd::BeginOperation() {
+    if (hostDatabases.Patience.Renew())
+        frmQuorin::Form.lastTimerEvent = clock.SteadySeconds();
 }
 
 BackEnd::~BackEnd() {

@@ -74,6 +74,8 @@ public:
     FormOnlooker onlooker; ///< with the notices
 
 protected:
+    /// Something is about to be raised that has its own time to wait for other programs.
+    void BeginOperation();
     /// The record of platform operations over these controls.
     Platform RecordOf(const Controls& controls);
     /// What the designer of the form has set, and the handlers that every back-end's controls raise.

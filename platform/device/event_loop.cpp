@@ -78,6 +78,8 @@ bool EventLoop::FireNext(std::int64_t until) {
 }
 
 bool EventLoop::RaiseRound() {
+    if (Begins)
+        Begins();
     bool any = FireNext(Time.Milliseconds());
     for (EventSource* source : Sources) {
         if (IsEnding)

@@ -88,6 +88,9 @@ public:
     EventLoop(DeviceClock& clock, CommandSource& commands, Pump& pump)
         : Time(clock), Commands(commands), PumpOfLoop(pump) {}
 
+    /// Called before anything is raised: whatever follows has its own time to take.
+    std::function<void()> Begins;
+
     DeviceClock& ClockOfLoop() { return Time; }
     void Add(LoopTimer& timer) { Timers.push_back(&timer); }
     void Listen(EventSource& source) { Sources.push_back(&source); }

@@ -124,6 +124,8 @@ void QtPlatform::WireWindow() {
     faults.Working = [this] { PumpOfQt.Working(); };
     runTime.Rest = [this](std::int32_t milliseconds) { PumpOfQt.Rest(milliseconds); };
     fonts.Working = [this] { PumpOfQt.Working(); };
+    hostDatabases.Patience.Waiting = [this] { PumpOfQt.Working(); };
+    hostDatabases.Patience.Shown = [this](bool waits) { window.SetWaiting(waits); };
     window.KeyPressed = [this](std::int32_t code) {
         HeldButtons[code] = {code, modQuorin::Screens.CurrentScreen};
         device::FocusTarget& taker = focus.HolderOr(grdMain);
@@ -256,8 +258,10 @@ bool QtPlatform::eventFilter(QObject* object, QEvent* event) {
         SessionEnds();
         return true;
     }
-    if (!PumpOfQt.Breathing() && (event->spontaneous() || event->type() == QEvent::Shortcut))
+    if (!PumpOfQt.Breathing() && (event->spontaneous() || event->type() == QEvent::Shortcut)) {
         PumpOfQt.Awake();
+        BeginOperation();
+    }
     const Fate fate = FateOf(*object, *event);
     if (fate == Fate::Postponed)
         QCoreApplication::postEvent(object, event->clone());

@@ -156,7 +156,9 @@ void Window::SetLinkLine(const QString& text, bool alive) {
 }
 
 void Window::ShowState() {
-    Put(*Link, IsWorking ? QStringLiteral("Working…") : LinkText);
+    Put(*Link, !IsWorking  ? LinkText
+               : IsWaiting ? QStringLiteral("Another program is using this file: waiting…")
+                           : QStringLiteral("Working…"));
     const bool isDark = palette().color(QPalette::Window).lightness() < 128;
     const QString alive = isDark ? QStringLiteral("color: #80e080;") : QStringLiteral("color: #006400;");
     if (IsWorking)
@@ -187,6 +189,11 @@ void Window::SetWorking(bool working) {
     ShowState();
     if (working)
         Link->repaint();
+}
+
+void Window::SetWaiting(bool waiting) {
+    IsWaiting = waiting;
+    ShowState();
 }
 
 bool Window::eventFilter(QObject* object, QEvent* event) {

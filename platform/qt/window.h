@@ -64,6 +64,8 @@ public:
     void SetPlace(const QString& text);
     /// A long operation goes on, or has come to its end.
     void SetWorking(bool working);
+    /// What it goes on with is to wait for another program.
+    void SetWaiting(bool waiting);
     QString LinkLine() const { return LinkText; }
     QString Warning() const { return WarningText; }
 
@@ -99,6 +101,7 @@ private:
     bool IsOneLine = false; ///< what has no room is cut, and told by a tip
     bool IsAlive = false;
     bool IsWorking = false;
+    bool IsWaiting = false;
 };
 
 /// The form of the seam. Its box is in twips, 15 to the pixel: 1440 to the inch, 96 pixels to the inch.

@@ -51,6 +51,8 @@ bool RememberCopiedFields() {
     if (Inf.InfFields.empty())
         return false;
     LastRow();
+    if (Table.RowIsHeld)
+        return false;
     bool any = false;
     for (InfField& field : Inf.InfFields) {
         if (!field.Copy)
@@ -86,6 +88,14 @@ struct RecordCommandRow {
 constexpr RecordCommandRow RecordCommands[] = {
     {u"NEXT", NextRow},  {u"PREV", PreviousRow},    {u"FIRST", FirstRow},   {u"LAST", LastRow},
     {u"NEW", NewRecord}, {u"INSERT", InsertRecord}, {u"DELETE", DeleteRow},
+};
+
+/// A record that is on the screen need not be left for another one at once.
+struct RecordMayStay {
+    RecordMayStay() { Table.RowMayStay = true; }
+    RecordMayStay(const RecordMayStay&) = delete;
+    RecordMayStay& operator=(const RecordMayStay&) = delete;
+    ~RecordMayStay() { Table.RowMayStay = false; }
 };
 
 std::int32_t EditKind(std::int32_t row) {
@@ -151,10 +161,12 @@ void SaveRecordFromGrid() {
 void RecordCommand(const Text& command) {
     if (!Table.TableFile.valid)
         return;
+    const RecordMayStay staying;
     CollectRecordEdits();
     if (Table.RecordDirty)
         SaveRecordFromGrid();
-    const Text name = modStringTools::UpperCase(command);
+    // A record that another program keeps from being saved stays on the screen until it can be.
+    const Text name = Table.RecordDirty ? Text() : modStringTools::UpperCase(command);
     if (name == u"DELETE" && !modPDAUI::AskTwice(u"Delete Record?"))
         return;
     modPDAUI::CloseCellEdit();

@@ -25,12 +25,18 @@ void Must(const char16_t* what, const FileHandle& handle, platform::ErrorNumber 
         FailOnFile(what, handle, error);
 }
 
+/// Whether it was done. What another program keeps locked for too long has failed, and is no failure of the file.
+bool Did(const char16_t* what, FileHandle& handle, platform::ErrorNumber error) {
+    handle.error = error;
+    if (error != platform::InUse)
+        Must(what, handle, error);
+    return error == platform::NoError;
+}
+
 /// Whether a change may begin. Where the database's folder is gone it is refused like any other, and the form goes on.
 bool May(const char16_t* what, FileHandle& handle, platform::ErrorNumber error) {
     handle.error = error;
-    if (error != platform::PathNotFound)
-        Must(what, handle, error);
-    return error == platform::NoError;
+    return error != platform::PathNotFound && Did(what, handle, error);
 }
 
 /// Stops the program where the database can't be read: a line that seems to be missing may be there.
@@ -48,8 +54,7 @@ bool Store(FileHandle& handle, const LineRecord& record) {
         handle.error = platform::DiskFull;
         return false;
     }
-    Must(u"write to", handle, Databases().Commit(id));
-    return true;
+    return Did(u"write to", handle, Databases().Commit(id));
 }
 
 bool Rewrite(FileHandle& handle, const LineRecord& record) {
@@ -62,6 +67,25 @@ bool ReadLineRecord(const FileHandle& handle, std::int32_t line, LineRecord& rec
         return record.LineNumber == line;
     CountOf(handle);
     return false;
+}
+
+/// Makes the record of a line the current one.
+bool Reach(FileHandle& handle, std::int32_t line, LineRecord& record) {
+    const bool reached = SeekFileLine(handle, line) != 0 && ReadLineRecord(handle, line, record);
+    handle.error = reached ? platform::NoError : platform::RowNotFound;
+    return reached;
+}
+
+bool BeginBatch(FileHandle& handle) {
+    return May(u"write to", handle, Databases().BeginBatch(SlotOf(handle)));
+}
+
+bool EndBatch(FileHandle& handle, bool done) {
+    const auto why = handle.error;
+    if (!Did(u"write to", handle, Databases().EndBatch(SlotOf(handle))))
+        return false;
+    handle.error = why;
+    return done;
 }
 
 /// Makes room at `target`; false when a record is missing.
@@ -152,34 +176,39 @@ std::int32_t DatabaseLineCount(const FileHandle& handle) {
 
 bool ChangeDatabaseLine(FileHandle& handle, std::int32_t line, const Text& text) {
     LineRecord record;
-    if (!ReadLineRecord(handle, line, record)) {
-        handle.error = platform::RowNotFound;
-        return false;
+    {
+        const FileReading reading(handle);
+        if (reading.Held() || !Reach(handle, line, record))
+            return false;
+        if (!May(u"edit", handle, Databases().BeginEdit(SlotOf(handle))))
+            return false;
     }
     record.LineData = text;
-    return May(u"edit", handle, Databases().BeginEdit(SlotOf(handle))) && Store(handle, record);
+    return Store(handle, record);
 }
 
 bool DeleteDatabaseLine(FileHandle& handle, std::int32_t line) {
-    LineRecord record;
-    if (!ReadLineRecord(handle, line, record)) {
-        handle.error = platform::RowNotFound;
-        return false;
+    {
+        LineRecord record;
+        const FileReading reading(handle);
+        if (reading.Held() || !Reach(handle, line, record))
+            return false;
     }
-    if (!May(u"write to", handle, Databases().BeginBatch(SlotOf(handle))))
-        return false;
-    const bool deleted = DeleteRecord(handle);
-    Must(u"write to", handle, Databases().EndBatch(SlotOf(handle)));
-    return deleted;
+    return BeginBatch(handle) && EndBatch(handle, DeleteRecord(handle));
 }
 
 bool InsertDatabaseLine(FileHandle& handle, std::int32_t line, std::int32_t position, const Text& text) {
     const std::int32_t target = position == InsertAfter ? line + 1 : line;
-    if (!May(u"write to", handle, Databases().BeginBatch(SlotOf(handle))))
-        return false;
-    const bool inserted = InsertRecord(handle, target, text);
-    Must(u"write to", handle, Databases().EndBatch(SlotOf(handle)));
-    return inserted;
+    {
+        const FileReading reading(handle);
+        if (reading.Held())
+            return false;
+        if (SeekFileLine(handle, line) == 0) {
+            handle.error = platform::RowNotFound;
+            return false;
+        }
+    }
+    return BeginBatch(handle) && EndBatch(handle, InsertRecord(handle, target, text));
 }
 
 } // namespace modFileSystem

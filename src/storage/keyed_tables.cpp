@@ -105,9 +105,37 @@ void LoadRow() {
     Table.RecordDirty = false;
 }
 
+/// What is done where another program keeps the table locked for longer than is waited.
+enum class Held { Stops, LeavesTheRow };
+
+Held WhenHeld() {
+    return Table.RowMayStay ? Held::LeavesTheRow : Held::Stops;
+}
+
+/// Whether a row can be loaded. A walk over a table that left a row out would take it for missing.
+bool CanRead(const FileReading& reading, Held held) {
+    Table.RowIsHeld = reading.Held();
+    const FileHandle& file = Table.TableFile;
+    if (Table.RowIsHeld && held == Held::Stops)
+        platform::RuntimeFailure(u"Can't read " + file.path + file.name + u": " + platform::ErrorText(file.error));
+    return !Table.RowIsHeld;
+}
+
 void ClearRow() {
     for (Text& value : Table.TableValues)
         value.clear();
+}
+
+void MoveTo(std::int32_t line, Held held) {
+    const StorageStep step;
+    const FileReading reading(Table.TableFile);
+    if (!CanRead(reading, held)) {
+        Table.TableFile.nextLine = Table.TableRowIndex + FirstRowLine; // behind the row that stays
+        return;
+    }
+    ClearRow();
+    if (Table.TableFile.valid && SeekFileLine(Table.TableFile, line) == line)
+        LoadRow();
 }
 
 bool WriteTableRow(FileHandle& handle, std::int32_t line) {
@@ -241,10 +269,7 @@ std::int32_t TableRowCount() {
 }
 
 void FirstRow() {
-    const StorageStep step;
-    ClearRow();
-    if (Table.TableFile.valid && SeekFileLine(Table.TableFile, FirstRowLine) == FirstRowLine)
-        LoadRow();
+    MoveTo(FirstRowLine, WhenHeld());
 }
 
 void LastRow() {
@@ -254,7 +279,10 @@ void LastRow() {
 
 void NextRow() {
     const StorageStep step;
-    if (Table.TableRowIndex < TableRowCount() && Table.TableFile.valid)
+    if (Table.TableRowIndex >= TableRowCount() || !Table.TableFile.valid)
+        return;
+    const FileReading reading(Table.TableFile);
+    if (CanRead(reading, WhenHeld()))
         LoadRow(); // it leaves no old value, so that none has to be cleared
 }
 
@@ -264,10 +292,7 @@ void PreviousRow() {
 }
 
 void GotoRow(std::int32_t row) {
-    const StorageStep step;
-    ClearRow();
-    if (Table.TableFile.valid && SeekFileLine(Table.TableFile, row + 1) == row + 1)
-        LoadRow();
+    MoveTo(row + 1, WhenHeld());
 }
 
 bool FindRow(const Text& selection) {
@@ -323,8 +348,8 @@ void SaveRow() {
         TellRowIsKept();
     else if (!saved)
         TellNotSaved();
-    GotoRow(Table.TableRowIndex); // a rewrite has moved the file's position
-    Table.RecordDirty = false;
+    MoveTo(Table.TableRowIndex + 1, Held::LeavesTheRow); // a rewrite has moved the file's position
+    Table.RecordDirty = !saved && Table.RowIsHeld;       // the row in memory is still the one to be saved
 }
 
 bool AddRow(std::int32_t row) {
@@ -338,11 +363,11 @@ bool AddRow(std::int32_t row) {
                               : InsertFileLine(Table.TableFile, atEnd, InsertAfter, BlankRow());
     if (!added) {
         TellNotSaved();
-        GotoRow(Table.TableRowIndex);
+        MoveTo(Table.TableRowIndex + 1, Held::LeavesTheRow);
         return false;
     }
     Table.TableRowTotal = atEnd;
-    GotoRow(row != AnyRow ? row : atEnd);
+    MoveTo((row != AnyRow ? row : atEnd) + 1, Held::Stops); // what is set next is meant for the new row
     return true;
 }
 
@@ -351,14 +376,13 @@ void DeleteRow() {
     if (!Table.TableFile.valid)
         return;
     const std::int32_t row = Table.TableRowIndex;
-    if (MayBeChanged(row) && DeleteFileLine(Table.TableFile, row + 1))
+    const bool deleted = MayBeChanged(row) && DeleteFileLine(Table.TableFile, row + 1);
+    if (deleted)
         --Table.TableRowTotal;
     else
         TellNotSaved();
-    if (row > Table.TableRowTotal)
-        LastRow();
-    else
-        GotoRow(row);
+    // A row that is gone must not stay in memory: it would be saved over the one that has its number now.
+    MoveTo(std::min(row, Table.TableRowTotal) + 1, deleted ? Held::Stops : Held::LeavesTheRow);
 }
 
 } // namespace modFileSystem

@@ -186,27 +186,42 @@ void ReadFileLine(FileHandle& handle, std::int32_t& line, Text& text) {
         ReadTextLine(handle, line, text);
 }
 
+FileReading::FileReading(FileHandle& handle) {
+    if (!handle.valid || !handle.isDatabase)
+        return;
+    const std::int32_t id = Slots.SlotState[static_cast<std::size_t>(handle.slot)];
+    const auto error = Device().recordDatabase.BeginReading(id);
+    IsHeld = error == platform::InUse;
+    if (IsHeld)
+        handle.error = error;
+    if (error == platform::NoError)
+        Database = id;
+}
+
+FileReading::~FileReading() {
+    if (Database != 0)
+        Device().recordDatabase.EndReading(Database);
+}
+
 bool ChangeFileLine(FileHandle& handle, std::int32_t line, const Text& text) {
     const StorageStep step;
-    if (!ReachLine(handle, line))
-        return false;
-    return handle.isDatabase ? ChangeDatabaseLine(handle, line, text)
-                             : RewriteTextLines(handle, line, Edit::Change, text);
+    if (handle.valid && handle.isDatabase)
+        return ChangeDatabaseLine(handle, line, text);
+    return ReachLine(handle, line) && RewriteTextLines(handle, line, Edit::Change, text);
 }
 
 bool DeleteFileLine(FileHandle& handle, std::int32_t line) {
     const StorageStep step;
-    if (!ReachLine(handle, line))
-        return false;
-    return handle.isDatabase ? DeleteDatabaseLine(handle, line) : RewriteTextLines(handle, line, Edit::Remove, u"");
+    if (handle.valid && handle.isDatabase)
+        return DeleteDatabaseLine(handle, line);
+    return ReachLine(handle, line) && RewriteTextLines(handle, line, Edit::Remove, u"");
 }
 
 bool InsertFileLine(FileHandle& handle, std::int32_t line, std::int32_t position, const Text& text) {
     const StorageStep step;
-    if (!ReachLine(handle, line))
-        return false;
-    return handle.isDatabase ? InsertDatabaseLine(handle, line, position, text)
-                             : RewriteTextLines(handle, line, InsertionAt(position), text);
+    if (handle.valid && handle.isDatabase)
+        return InsertDatabaseLine(handle, line, position, text);
+    return ReachLine(handle, line) && RewriteTextLines(handle, line, InsertionAt(position), text);
 }
 
 std::int32_t FileLineCount(FileHandle& handle) {

@@ -82,6 +82,22 @@ Text ReadFileLine(FileHandle& handle, std::int32_t& line);
 /// The same into a text, which may have room for it already.
 void ReadFileLine(FileHandle& handle, std::int32_t& line, Text& text);
 
+/// For as long as it lives nobody else writes to a line database, and reads of it are not kept from us. Of a text file
+/// it does nothing.
+class FileReading {
+public:
+    /// What another program has locked is waited for, and is then held: `error` of the handle says so.
+    explicit FileReading(FileHandle& handle);
+    FileReading(const FileReading&) = delete;
+    FileReading& operator=(const FileReading&) = delete;
+    ~FileReading();
+    bool Held() const { return IsHeld; }
+
+private:
+    std::int32_t Database = 0; ///< 0 for none that is to be let go of
+    bool IsHeld = false;
+};
+
 // Each of the three says in `error` why it gave false. A text file stays as it is where its name leads to another
 // folder than when it was opened, or where another program has changed the file while it was written anew.
 bool ChangeFileLine(FileHandle& handle, std::int32_t line, const Text& text);

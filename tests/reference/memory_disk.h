@@ -77,6 +77,8 @@ public:
     void MoveNext(platform::DatabaseId database) override { ++OpenOnes[database].Current; }
     void MovePrevious(platform::DatabaseId database) override { --OpenOnes[database].Current; }
     bool AtEnd(platform::DatabaseId database) override;
+    platform::ErrorNumber BeginReading(platform::DatabaseId) override { return platform::NoError; }
+    void EndReading(platform::DatabaseId) override {}
     platform::ErrorNumber BeginBatch(platform::DatabaseId) override { return platform::NoError; }
     platform::ErrorNumber EndBatch(platform::DatabaseId) override { return platform::NoError; }
     Text FirstDatabase(std::int32_t, std::int32_t) override { return {}; }

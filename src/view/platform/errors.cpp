@@ -7,6 +7,8 @@ Text ErrorText(ErrorNumber error) {
     switch (error) {
     case FileNotFound:
         return u"it is not there";
+    case InUse:
+        return u"another program is using it";
     case DeviceFailed:
         return u"the device failed";
     case FileExists:

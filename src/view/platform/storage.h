@@ -152,6 +152,12 @@ public:
     virtual void MovePrevious(DatabaseId database) = 0;
     virtual bool AtEnd(DatabaseId database) = 0; ///< moved past the last record, or no record at all
 
+    /// Between the two nobody else writes to the database, and no read of it is kept from us by another program: where
+    /// one has locked it InUse is given, after waiting for it. Nothing is written meanwhile. Inside a batch it is so
+    /// anyway.
+    virtual ErrorNumber BeginReading(DatabaseId database) = 0;
+    virtual void EndReading(DatabaseId database) = 0;
+
     /// The commits between the two reach the medium together, or none does: when the power goes, the database is closed
     /// or the end of the batch fails meanwhile. After a failed end the batch is over and the first record is current.
     virtual ErrorNumber BeginBatch(DatabaseId database) = 0;

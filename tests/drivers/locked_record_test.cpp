@@ -1,0 +1,146 @@
+// SPDX-License-Identifier: MIT
+// A record on screen whose line database another program reads or locks.
+#include "drivers/record_editor.h"
+#include "storage/keyed_tables.h"
+#include "tests/support/program.h"
+#include "view/display_state.h"
+
+#include <sqlite3.h>
+
+namespace modQuorin {
+namespace {
+
+using namespace modFileSystem;
+using Told = std::vector<std::pair<Text, Text>>;
+
+class LockedRecord : public support::Program {
+protected:
+    LockedRecord() {
+        InstallMeter("Place|1||||||\nMoisture|1||Moisture||||\n");
+        OpenDownload("Place|Moisture\n|\n");
+        CreateTable(u".\\Quorin\\test.pdb", u"Place|Moisture", u"r", u"TEXT", u"QVRN");
+        for (const char16_t* place : {u"one", u"two", u"three"}) {
+            AddRow(-1);
+            SetField(u"PLACE", place);
+            SaveRow();
+        }
+        GotoRow(2);
+        ShowRecord();
+        sqlite3_open((Device.Folder.Path() / "Databases" / "test.sqlite").c_str(), &Tool);
+        Patience().Longest = std::chrono::milliseconds(50);
+    }
+    ~LockedRecord() override {
+        CloseTable();
+        sqlite3_close(Tool);
+    }
+
+    platform::common::LockWait& Patience() { return Device.Platform.hostDatabases.Patience; }
+    void Lock() { TheTool("BEGIN EXCLUSIVE"); }
+    void Read() { TheTool(R"(BEGIN; SELECT * FROM "TEXT")"); }
+    void LetGo() {
+        TheTool("ROLLBACK");
+        Patience().Renew();
+    }
+    void TheTool(const char* sql) { ASSERT_EQ(sqlite3_exec(Tool, sql, nullptr, nullptr, nullptr), SQLITE_OK) << sql; }
+    void Reading() {
+        Device.Main().SetCell(1, 1, u"23.4");
+        Table.RecordDirty = true;
+    }
+    std::vector<Text> Rows() {
+        std::vector<Text> rows;
+        for (std::int32_t line = 2; line <= FileLineCount(Table.TableFile); ++line)
+            rows.push_back(ReadFileLine(Table.TableFile, line));
+        return rows;
+    }
+
+    const Told OneFailure = {{u"test", u"another program is using it"}};
+    const std::vector<Text> OldRows = {u"one|", u"two|", u"three|"};
+    sqlite3* Tool = nullptr;
+};
+
+class RecordCommandsUnderALock : public LockedRecord, public testing::WithParamInterface<const char16_t*> {};
+
+TEST_P(RecordCommandsUnderALock, LeaveTheRecordOnTheScreenAndSaveItOnceTheLockIsGone) {
+    Reading();
+    Lock();
+    RecordCommand(GetParam());
+    EXPECT_EQ(Device.Did.Unsaved, OneFailure);
+    EXPECT_EQ(Column(1), (std::vector<Text>{u"two", u"23.4"}));
+    EXPECT_EQ(TitleCell(1), u"2/3");
+    EXPECT_TRUE(Table.RecordDirty);
+    LetGo();
+    EXPECT_EQ(Rows(), OldRows);
+    RecordCommand(u"NEXT");
+    EXPECT_EQ(Device.Did.Unsaved, OneFailure);
+    EXPECT_EQ(TitleCell(1), u"3/3");
+    EXPECT_EQ(Rows(), (std::vector<Text>{u"one|", u"two|23.4", u"three|"}));
+}
+
+INSTANTIATE_TEST_SUITE_P(All, RecordCommandsUnderALock,
+                         testing::Values(u"NEXT", u"PREV", u"FIRST", u"LAST", u"NEW", u"INSERT", u"DELETE"));
+
+class RecordCommandsWithoutAChange : public LockedRecord, public testing::WithParamInterface<const char16_t*> {};
+
+TEST_P(RecordCommandsWithoutAChange, LeaveTheRecordOnTheScreenWhileItIsLocked) {
+    Device.WillAnswer(platform::BoxAnswer::Yes);
+    Device.WillAnswer(platform::BoxAnswer::Yes);
+    Lock();
+    RecordCommand(GetParam());
+    EXPECT_EQ(Column(1), (std::vector<Text>{u"two", u""}));
+    EXPECT_EQ(TitleCell(1), u"2/3");
+    LetGo();
+    RecordCommand(u"NEXT");
+    EXPECT_EQ(TitleCell(1), u"3/3");
+    EXPECT_EQ(Column(1), (std::vector<Text>{u"three", u""}));
+    EXPECT_EQ(Rows(), OldRows);
+}
+
+INSTANTIATE_TEST_SUITE_P(All, RecordCommandsWithoutAChange,
+                         testing::Values(u"NEXT", u"PREV", u"FIRST", u"LAST", u"NEW", u"INSERT", u"DELETE"));
+
+TEST_F(LockedRecord, ThatAReaderKeepsFromBeingSavedIsToldAndIsWhatTheFileHolds) {
+    Reading();
+    Read();
+    SaveRecordFromGrid();
+    EXPECT_EQ(Device.Did.Unsaved, OneFailure);
+    EXPECT_EQ(GetField(u"MOISTURE"), u"");
+    EXPECT_FALSE(Table.RecordDirty);
+    TheTool("ROLLBACK");
+    EXPECT_EQ(Rows(), OldRows);
+}
+
+TEST_F(LockedRecord, ThatIsLeftIsTold) {
+    Reading();
+    Lock();
+    LeaveRecord();
+    EXPECT_EQ(Device.Did.Unsaved, OneFailure);
+}
+
+/// A row that a walk left out would be taken for missing, and made a second time.
+TEST_F(LockedRecord, StopsAWalkOverTheTable) {
+    Lock();
+    EXPECT_THROW(FindRow(u"Place=three"), platform::device::ProgramOver);
+}
+
+TEST_F(LockedRecord, StopsAnOpening) {
+    CloseTable();
+    Lock();
+    EXPECT_THROW(OpenTable(u".\\Quorin\\test.pdb", u"r", u"TEXT", u"QVRN"), platform::device::ProgramOver);
+}
+
+/// The gap between two ticks would be taken for a sleep, and the port be opened anew.
+TEST_F(LockedRecord, IsWaitedForWithoutAnEventAndWithoutASleepOfTheDevice) {
+    frmQuorin::Form.lastTimerEvent = -1000;
+    Reading();
+    Lock();
+    int boxes = 0;
+    Patience().Waiting = [&] { boxes += Device.Platform.boxes.Current() != nullptr ? 1 : 0; };
+    RecordCommand(u"NEXT");
+    EXPECT_EQ(boxes, 0);
+    Device.Platform.loop.RaiseRound();
+    EXPECT_EQ(frmQuorin::Form.lastTimerEvent, Device.Platform.clock.SteadySeconds());
+    LetGo();
+}
+
+} // namespace
+} // namespace modQuorin
