@@ -32,7 +32,7 @@ std::string OneLine(const Text& text) {
 
 std::string RowForPeople() {
     const auto& table = modFileSystem::Table;
-    return "row " + std::to_string(table.TableRowIndex) + " of " + ToBytes(table.TableFile.name);
+    return "row " + std::to_string(table.TableRowIndex) + " of " + ToBytes(table.TableName);
 }
 
 } // namespace

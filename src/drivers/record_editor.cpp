@@ -163,10 +163,14 @@ void RecordCommand(const Text& command) {
         return;
     const RecordMayStay staying;
     CollectRecordEdits();
-    if (Table.RecordDirty)
+    bool stays = false;
+    if (Table.RecordDirty) {
         SaveRecordFromGrid();
-    // A record that another program keeps from being saved stays on the screen until it can be.
-    const Text name = Table.RecordDirty ? Text() : modStringTools::UpperCase(command);
+        // A record that another program keeps from being saved stays on the screen until it can be. Where the other
+        // one's row is in its place by now, that one is shown before anything is done to it.
+        stays = Table.RecordDirty || Table.RowIsAnothers;
+    }
+    const Text name = stays ? Text() : modStringTools::UpperCase(command);
     if (name == u"DELETE" && !modPDAUI::AskTwice(u"Delete Record?"))
         return;
     modPDAUI::CloseCellEdit();

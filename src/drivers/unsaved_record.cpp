@@ -44,11 +44,12 @@ std::vector<Text> TextsOfCoveredGrid() {
 bool RecordIsUnsaved() {
     const bool onShow = IsRecordScreen(Screens.CurrentScreen) || PromptCoversRecord();
     // Typing into any prompt marks the record as changed, hence the look at the screens.
-    return onShow && Table.TableFile.valid && Table.RecordDirty;
+    return onShow && Table.RecordDirty;
 }
 
+/// A record without a row in the file has nowhere to go: the header stands where it would be written.
 bool RecordToRescue() {
-    return RecordIsUnsaved() && modFileSystem::Slots.Running == 0;
+    return RecordIsUnsaved() && modFileSystem::HeldFields() > 0 && modFileSystem::Slots.Running == 0;
 }
 
 void RescueRecord() {
@@ -56,7 +57,7 @@ void RescueRecord() {
         return;
     Rescue.RecordRescued = true;
     const std::vector<Text> texts = PromptCoversRecord() ? TextsOfCoveredGrid() : TextsOfGrid();
-    const std::size_t shared = std::min(texts.size(), Table.TableValues.size());
+    const std::size_t shared = std::min(texts.size(), static_cast<std::size_t>(modFileSystem::HeldFields()));
     std::copy_n(texts.begin(), shared, Table.TableValues.begin());
     modFileSystem::SaveRow();
 }

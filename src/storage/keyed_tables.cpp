@@ -344,7 +344,8 @@ void TellRowIsKept() {
 void SaveRow() {
     const StorageStep step;
     const bool saved = MayBeChanged(Table.TableRowIndex) && WriteTableRow(Table.TableFile, Table.TableRowIndex + 1);
-    if (!saved && Table.TableFile.error == platform::FileChanged)
+    Table.RowIsAnothers = !saved && Table.TableFile.error == platform::FileChanged;
+    if (Table.RowIsAnothers)
         TellRowIsKept();
     else if (!saved)
         TellNotSaved();

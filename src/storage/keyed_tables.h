@@ -22,7 +22,8 @@ struct TableState {
     /// A move of the cursor that finds the table locked by another program, after waiting for it, leaves the row in
     /// memory and its place as they are. Where this is false it stops the program. Record commands set it.
     bool RowMayStay = false;
-    bool RowIsHeld = false; ///< the last move has left the row so
+    bool RowIsHeld = false;     ///< the last move has left the row so
+    bool RowIsAnothers = false; ///< the last save has found another program's row in its place, and has left it there
 };
 inline TableState Table;
 

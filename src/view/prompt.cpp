@@ -97,7 +97,7 @@ std::optional<std::int32_t> YearOfDate(const Text& text) {
     platform::RuntimeFailure(message);
 }
 
-/// The date of a cell, "05/03/2007". The system has written it itself, so that anything else is a failure.
+/// The date of a cell, "05/03/2007". A text that is none, whoever has written it, ends the program.
 CalendarDate DateFromText(const Text& text) {
     const CalendarDate date{YearOfDate(ListItem(text, 3, u"/")).value_or(0),
                             PartOfDate(ListItem(text, 2, u"/")).value_or(0),

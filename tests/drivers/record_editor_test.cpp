@@ -4,6 +4,8 @@
 #include "tests/support/program.h"
 #include "view/inf_fields.h"
 
+#include <filesystem>
+
 namespace modQuorin {
 namespace {
 
@@ -34,6 +36,24 @@ TEST_F(Record, CommandsWalk) {
     Choose(u"First Record");
     EXPECT_EQ(Position(), u"1/5");
     EXPECT_EQ(Download(), Header + "1||\n2||\n3||\n4||\n5||\n");
+}
+
+/// The record that was on the screen is kept beside; nobody has seen the one that stands in its place now.
+TEST_F(Record, InWhosePlaceAnotherProgramHasPutItsOwnIsNotDeleted) {
+    OpenFive();
+    Choose(u"Next Record");
+    Device.Main().SetCell(1, 1, u"23.4 %");
+    const std::string others = Header + "1||\ntheirs|8|\n3||\n4||\n5||\n";
+    Device.Folder.Put("Quorin/new", others);
+    std::filesystem::rename(Device.Folder.Path() / "Quorin/new", Device.Folder.Path() / "Quorin/qrn0001.txt");
+    Device.WillAnswer(BoxAnswer::Yes);
+    Device.WillAnswer(BoxAnswer::Yes);
+    Choose(u"Delete Record");
+    EXPECT_TRUE(Device.Did.Boxes.empty());
+    EXPECT_EQ(Download(), others);
+    EXPECT_EQ(Cell(0, 1), u"theirs");
+    Choose(u"First Record");
+    EXPECT_EQ(Download(), others);
 }
 
 TEST_F(Record, CommandsAreTakenInAnyCase) {

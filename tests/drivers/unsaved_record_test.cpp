@@ -136,6 +136,19 @@ TEST_F(UnsavedRecord, StaysWhereTheTableItselfIsTheFailure) {
     EXPECT_EQ(Download(), Header + "a|2007-04-01|c\n1|2|3\n");
 }
 
+/// As after the last record was deleted on a full disk: no blank one could be added, and the header is the current
+/// line.
+TEST_F(UnsavedRecord, WithoutARowOfItsOwnIsNotWrittenOverTheHeader) {
+    Edit(2, u"typed");
+    const std::string before = Download();
+    modFileSystem::GotoRow(0);
+    modFileSystem::Table.RecordDirty = true;
+    EXPECT_EQ(modFileSystem::Table.TableRowIndex, 0);
+    RescueRecord();
+    EXPECT_EQ(Download(), before);
+    EXPECT_TRUE(RecordIsUnsaved());
+}
+
 TEST_F(UnsavedRecord, IsSavedOnceARun) {
     Edit(0, u"first");
     FailureAtTheDate();
