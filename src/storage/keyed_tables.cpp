@@ -383,7 +383,8 @@ void DeleteRow() {
     else
         TellNotSaved();
     // A row that is gone must not stay in memory: it would be saved over the one that has its number now.
-    MoveTo(std::min(row, Table.TableRowTotal) + 1, deleted ? Held::Stops : Held::LeavesTheRow);
+    const std::int32_t next = row > Table.TableRowTotal ? TableRowCount() : row;
+    MoveTo(next + 1, deleted ? Held::Stops : Held::LeavesTheRow);
 }
 
 } // namespace modFileSystem

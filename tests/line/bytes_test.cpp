@@ -33,6 +33,8 @@ struct Expected {
 /// What comes of the value "a", the byte, "z" with the unit "u".
 Expected ValueWith(int byte) {
     switch (byte) {
+    case '\0':
+        return {"a z u", "a z u"}; // as a break on the line reads
     case '\r':
         return {" u", " u"}; // ends the line in front of the closing quote
     case '\n':
