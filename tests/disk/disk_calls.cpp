@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "tests/disk/disk_steps.h"
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <csignal>
@@ -42,6 +43,15 @@ std::string PathOf(int file) {
     return LinkTarget("/proc/self/fd/" + std::to_string(file));
 }
 
+/// A name over the descriptor of a folder, as SQLite is given them, by the name of the folder.
+std::string Resolved(const std::string& path) {
+    const std::string descriptors = "/proc/self/fd/";
+    if (path.compare(0, descriptors.size(), descriptors) != 0)
+        return path;
+    const std::size_t end = std::min(path.find('/', descriptors.size()), path.size());
+    return LinkTarget(path.substr(0, end)) + path.substr(end);
+}
+
 /// What lies under the root, relative to it; nothing for any other path.
 std::optional<std::string> Inside(const std::string& path) {
     if (path == Now.Root)
@@ -60,7 +70,7 @@ std::optional<std::string> Inside(int folder, const char* path) {
         whole = (folder == AT_FDCWD ? LinkTarget("/proc/self/cwd") : PathOf(folder)) + "/" + whole;
     while (whole.size() > 2 && whole.compare(whole.size() - 2, 2, "/.") == 0)
         whole.resize(whole.size() - 2);
-    return Inside(whole);
+    return Inside(Resolved(whole));
 }
 
 std::optional<std::string> Inside(int file) {
