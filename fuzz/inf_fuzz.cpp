@@ -1,11 +1,20 @@
 // SPDX-License-Identifier: MIT
 // The bytes are a driver's inf table: a download is opened through it, its records are edited and added, columns are
 // hidden, and the inf editor edits the table itself.
+#include "fuzz/lines.h"
 #include "fuzz/technician.h"
 
 namespace {
 
 using fuzz::Technician;
+
+/// A table without rows gets what it lacks, and keeps the header that it has.
+bool IsMended(const std::string& table, const std::string& left) {
+    const auto before = fuzz::LinesOf(table);
+    const auto after = fuzz::LinesOf(left);
+    return before.size() < 2 && after.size() == 2 &&
+           (before.empty() || before.front().empty() || after.front() == before.front());
+}
 
 void EditRecords(Technician& technician) {
     for (const char16_t* caption : {u"Start...", u"Ok", u"Open"})
@@ -45,7 +54,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t cou
         place, 0, putFiles,
         [&](Technician& technician) {
             EditRecords(technician);
-            fuzz::Must(place.Bytes("Quorin/meter.txt") == table, "a table that was only looked at has changed");
+            const std::string left = place.Bytes("Quorin/meter.txt");
+            fuzz::Must(left == table || IsMended(table, left), "a table that was only looked at has changed");
         },
         allowed);
     fuzz::Run(place, 0, putFiles, EditInf, allowed);
