@@ -23,7 +23,8 @@ public:
     QMessageBox* Dialog() const { return Dialogs.empty() ? nullptr : Dialogs.back().get(); }
 
     std::function<void()> Leaving; ///< one was closed; others may stand
-    bool AnyStands() const { return !Dialogs.empty(); }
+    bool AnyStands() const { return !Dialogs.empty() || OfWindowStands; }
+    bool OfWindowStands = false; ///< a box of the window's own, which the form knows nothing of
     /// Whether a person is typing at this moment, who can't have meant the box.
     std::function<bool()> PersonIsTyping;
 

@@ -22,12 +22,12 @@ void LossBox::Say(const QString& text) {
     Box->setStandardButtons(QMessageBox::Ok);
     Box->setWindowModality(Qt::ApplicationModal);
     QObject::connect(Box.get(), &QMessageBox::finished, [this] {
-        IsOpen = false;
+        IsOpen = OfForm.OfWindowStands = false;
         if (OfForm.Leaving)
             OfForm.Leaving();
         Seen();
     });
-    IsOpen = true;
+    IsOpen = OfForm.OfWindowStands = true;
     Box->show();
 }
 

@@ -7,6 +7,7 @@
 #include "tests/qt/in_a_window.h"
 
 #include <QAbstractButton>
+#include <QMenuBar>
 
 namespace windowtest {
 namespace {
@@ -60,6 +61,20 @@ TEST_F(BoxOfLosses, IsOneThatCountsTheReadingsWhileItStands) {
     Measure();
     EXPECT_EQ(box->text(), NotMade + QStringLiteral("\n\n2 readings are not stored."));
     EXPECT_EQ(Form().findChildren<QMessageBox*>().size(), 1);
+}
+
+TEST_F(BoxOfLosses, LeavesTheMenusOffWhenABoxOfTheFormIsAnsweredUponIt) {
+    const QMenuBar* const menus = Form().findChild<QMenuBar*>();
+    ASSERT_NE(menus, nullptr);
+    Measure();
+    EXPECT_FALSE(menus->isEnabled());
+    Device.WillDo([this] { Device.Platform.PressBoxButton(platform::BoxAnswer::No); });
+    Measure();
+    ASSERT_FALSE(Device.HasStepsLeft()) << "no box of the form came up";
+    ASSERT_NE(Box.Dialog(), nullptr);
+    EXPECT_FALSE(menus->isEnabled());
+    Box.Dialog()->button(QMessageBox::Ok)->click();
+    EXPECT_TRUE(menus->isEnabled());
 }
 
 TEST_F(BoxOfLosses, ComesAgainWithTheNextReadingOnceAPersonHasClosedIt) {
