@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/common/settings_file.h"
 
+#include "platform/common/byte_order_mark.h"
 #include "platform/common/host_files.h"
 
 #include <algorithm>
@@ -14,7 +15,6 @@ namespace platform::common {
 
 namespace {
 
-constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
 constexpr std::string_view Blanks = " \t";
 constexpr std::string_view BlanksAndReturn = " \t\r";
 constexpr std::size_t ReadBlock = 4096;
@@ -159,7 +159,7 @@ ErrorNumber SettingsFile::Read(std::vector<std::string>& lines) const {
         return NoError;
     if (error != NoError)
         return error == PathRefused ? PermissionDenied : error; // a link is there, and must not be followed
-    std::size_t start = bytes.compare(0, ByteOrderMark.size(), ByteOrderMark) == 0 ? ByteOrderMark.size() : 0;
+    std::size_t start = bytes.size() - BehindMark(bytes).size();
     while (start < bytes.size()) {
         const std::size_t end = std::min(bytes.find('\n', start), bytes.size());
         lines.push_back(bytes.substr(start, end - start));

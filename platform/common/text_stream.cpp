@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/common/text_stream.h"
 
+#include "platform/common/byte_order_mark.h"
+
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
@@ -15,7 +17,6 @@ namespace {
 
 constexpr std::size_t BlockSize = 65536;
 constexpr std::size_t LongestLine = 64 * 1024 * 1024;
-constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
 
 /// Bytes whose line feeds are counted at one go. One byte counts them, so there must not be more than 255.
 constexpr std::size_t CountedAtOnce = 240;
@@ -260,8 +261,8 @@ ErrorNumber HostTextStream::ReadLine(Text& line) {
             return error;
         }
         StripLineEnd(bytes);
-        if (start == 0 && bytes.substr(0, ByteOrderMark.size()) == ByteOrderMark)
-            bytes.remove_prefix(ByteOrderMark.size());
+        if (start == 0)
+            bytes = BehindMark(bytes);
         modStringTools::AppendBytes(line, bytes);
         if (bytes.find('\0') != std::string_view::npos)
             modStringTools::BlankNuls(line);
