@@ -97,26 +97,39 @@ const Command Commands[] = {
 };
 // clang-format on
 
+bool IsOnItsScreen(const Command& command) {
+    return command.Screen == nullptr || *command.Screen == Screens.CurrentScreen;
+}
+
+/// A menu runs a command of records anywhere, and offers it on the record screens alone.
 bool HasPlace(const Command& command) {
-    const bool onItsScreen = command.Screen == nullptr || *command.Screen == Screens.CurrentScreen;
-    return onItsScreen && (!command.OnRecords || IsRecordScreen(Screens.CurrentScreen));
+    return IsOnItsScreen(command) && (!command.OnRecords || IsRecordScreen(Screens.CurrentScreen));
+}
+
+struct CommandFound {
+    const Command* Row = nullptr; ///< the first of that name that fits
+    bool Known = false;           ///< there is one of that name, if on another screen
+};
+
+CommandFound FindCommand(const Text& name, bool (*fits)(const Command&)) {
+    CommandFound found;
+    for (const Command& command : Commands) {
+        if (name != command.Name)
+            continue;
+        found.Known = true;
+        if (found.Row == nullptr && fits(command))
+            found.Row = &command;
+    }
+    return found;
 }
 
 } // namespace
 
 void MenuEvent(const Text& text) {
-    const Text name = modStringTools::UpperCase(text);
-    bool known = false;
-    for (const Command& command : Commands) {
-        if (name != command.Name)
-            continue;
-        known = true;
-        if (command.Screen != nullptr && *command.Screen != Screens.CurrentScreen)
-            continue;
-        command.Run();
-        return;
-    }
-    if (!known)
+    const CommandFound found = FindCommand(modStringTools::UpperCase(text), IsOnItsScreen);
+    if (found.Row != nullptr)
+        found.Row->Run();
+    else if (!found.Known)
         modPDAUI::Tell(u"MenuEvent: ERROR Menu does not exist: " + text);
 }
 
@@ -124,15 +137,8 @@ Text CommandRefusal(const Text& text) {
     const Text name = modStringTools::UpperCase(text);
     if (Screens.CurrentScreen == ScrInput && name != u"OK" && name != u"BACK")
         return u"a prompt waits, for Ok or Back";
-    bool known = false;
-    for (const Command& command : Commands) {
-        if (name != command.Name)
-            continue;
-        if (HasPlace(command))
-            return {};
-        known = true;
-    }
-    return known ? u"has no place on this screen" : u"";
+    const CommandFound found = FindCommand(name, HasPlace);
+    return found.Known && found.Row == nullptr ? u"has no place on this screen" : u"";
 }
 
 void MenuClick(std::int32_t menu, std::int32_t index) {
