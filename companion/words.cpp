@@ -1,15 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "companion/words.h"
 
+#include "text/digits.h"
+
 namespace companion {
 
+using modStringTools::TwoDigits;
 using platform::DateTime;
 
 namespace {
-
-Text TwoDigits(std::int32_t number) {
-    return (number < 10 ? u"0" : u"") + modStringTools::NumberText(number);
-}
 
 /// "20:30", and the day where it is not today's.
 Text MomentText(const DateTime& now, const DateTime& moment) {
@@ -121,8 +120,9 @@ Notice NobodyKeepsAway(const Text& why) {
 
 Notice RightsNotKept(const Text& file) {
     return {AboutRights, Severity::Warning,
-            file + u" could not keep its group or its access list: others may do less with it than before. Tap here when "
-                   u"you have read it.",
+            file +
+                u" could not keep its group or its access list: others may do less with it than before. Tap here when "
+                u"you have read it.",
             Until::Tapped};
 }
 

@@ -5,6 +5,7 @@
 #include "storage/line_files.h"
 #include "storage/settings.h"
 #include "storage/volumes.h"
+#include "text/digits.h"
 #include "text/ranges.h"
 #include "view/grids.h"
 #include "view/navigation.h"
@@ -16,16 +17,13 @@ namespace modQuorin {
 using namespace modFileSystem;
 using modPDAUI::Tell;
 using modStringTools::NumberText;
+using modStringTools::TwoDigits;
 using platform::Device;
 
 namespace {
 
 constexpr std::int32_t InsertBefore = 1;
 constexpr std::int32_t InsertAfter = 2;
-
-Text TwoDigits(std::int32_t number) {
-    return number < 10 ? u"0" + NumberText(number) : NumberText(number);
-}
 
 Text PresentMoment() {
     const platform::DateTime now = Device().clock.Now();

@@ -4,6 +4,7 @@
 #include "blob/decoding.h"
 #include "blob/losses.h"
 #include "storage/keyed_tables.h"
+#include "text/digits.h"
 #include "view/display_state.h"
 #include "view/grids.h"
 #include "view/inf_fields.h"
@@ -23,12 +24,12 @@ namespace modBLob {
 
 using modPDAUI::AnyInputFieldVisible;
 using modQuorin::InfField;
+using modQuorin::ValueColumn;
 using modStringTools::SameIgnoringCase;
+using modStringTools::TwoDigits;
 using platform::Device;
 
 namespace {
-
-constexpr std::int32_t ValueColumn = 1;
 
 /// The current result as it was when its capture began. Timers go on while a question is open, and a batch that they
 /// decode makes another result the current one: the answer is about the result that was asked about.
@@ -184,10 +185,6 @@ void PutIntoRecord(const TakenResult& result) {
         Device().onlooker.ReadingWithoutValue(FieldName(put.Value));
 }
 
-Text TwoDigits(std::int32_t number) {
-    return PadZeros(modStringTools::NumberText(number), 2);
-}
-
 Text FormulaValueAt(const platform::DateTime& now, const Text& formula, const Text& current) {
     const Text kind = modStringTools::LowerCase(formula);
     const bool isDate = kind == u"startdate" || kind == u"enddate";
@@ -233,8 +230,7 @@ Text FormulaValue(const Text& formula, const Text& current) {
 }
 
 Text PadZeros(const Text& text, std::int16_t width) {
-    const std::size_t wanted = width > 0 ? static_cast<std::size_t>(width) : 0;
-    return text.size() < wanted ? Text(wanted - text.size(), u'0') + text : text;
+    return modStringTools::WithZeros(text, width);
 }
 
 } // namespace modBLob

@@ -32,7 +32,8 @@ Text NamesOf(const std::vector<std::int32_t>& rows) {
 /// The cell is what a save takes, also where a field is open over it, which may show the value without its line feeds.
 bool IsEmptied(std::int32_t row, const Text& valueAndUnit) {
     const platform::TextBox& field = Device().txtInputField;
-    return row >= 0 && Device().grdMain.Cell(row, 1) != (field.Visible() ? field.Contents() : valueAndUnit);
+    return row >= 0 &&
+           Device().grdMain.Cell(row, modQuorin::ValueColumn) != (field.Visible() ? field.Contents() : valueAndUnit);
 }
 
 } // namespace

@@ -6,6 +6,7 @@
 #include "storage/settings.h"
 #include "storage/table_lack.h"
 #include "storage/volumes.h"
+#include "text/digits.h"
 #include "view/grids.h"
 #include "view/navigation.h"
 #include "view/platform/platform.h"
@@ -158,9 +159,7 @@ void DeleteDownload(Text driver, Text file) {
 }
 
 Text PadNumber(std::int32_t value, std::int16_t width) {
-    const Text digits = modStringTools::NumberText(value);
-    const auto wanted = static_cast<std::size_t>(width);
-    return digits.size() < wanted ? Text(wanted - digits.size(), u'0') + digits : digits;
+    return modStringTools::WithZeros(modStringTools::NumberText(value), width);
 }
 
 } // namespace modQuorin

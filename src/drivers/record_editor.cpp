@@ -21,8 +21,6 @@ using platform::Device;
 
 namespace {
 
-constexpr std::int32_t ValueColumn = 1;
-
 /// How many fields both the record and the grid hold. A record with more fields than the table has columns keeps the
 /// ones that no row of the grid shows.
 std::int32_t SharedFields() {
@@ -151,11 +149,23 @@ void SaveRecordFromGrid() {
     }
     Device().txtInputField.Commit();
     modPDAUI::ShowBusy(true);
-    for (std::int32_t row = 0; row < SharedFields(); ++row)
-        Table.TableValues[static_cast<std::size_t>(row)] = Device().grdMain.Cell(row, ValueColumn);
     TellWhatHasNoField();
-    SaveRow();
+    SaveTexts(TextsOfGrid());
     modPDAUI::ShowBusy(false);
+}
+
+std::vector<Text> TextsOfGrid() {
+    const auto& grdMain = Device().grdMain;
+    std::vector<Text> texts;
+    for (std::int32_t row = 0; row < grdMain.Rows(); ++row)
+        texts.push_back(grdMain.Cell(row, ValueColumn));
+    return texts;
+}
+
+void SaveTexts(const std::vector<Text>& texts) {
+    const std::size_t shared = std::min(texts.size(), static_cast<std::size_t>(HeldFields()));
+    std::copy_n(texts.begin(), shared, Table.TableValues.begin());
+    SaveRow();
 }
 
 void RecordCommand(const Text& command) {

@@ -5,6 +5,8 @@
 
 #include "text/text.h"
 
+#include <vector>
+
 namespace modQuorin {
 
 /// Fills grdMain from the current row. Nothing without an open table.
@@ -15,6 +17,12 @@ void CollectRecordEdits();
 
 /// Writes all grid values to the current row, on disk.
 void SaveRecordFromGrid();
+
+/// The values of the record that is in the grid, from its first row on.
+std::vector<Text> TextsOfGrid();
+
+/// Writes values to the current row, on disk. Those for which the row has no field go nowhere.
+void SaveTexts(const std::vector<Text>& texts);
 
 /// "NEXT", "PREV", "FIRST", "LAST", "NEW", "INSERT" or "DELETE", in any case. The row in hand is saved first.
 void RecordCommand(const Text& command);

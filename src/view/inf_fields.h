@@ -14,6 +14,9 @@ inline constexpr std::int32_t TypeText = 0;
 inline constexpr std::int32_t TypeDate = 1;
 inline constexpr std::int32_t TypeTime = 2;
 
+/// The column of grdMain that holds the values of a record; the one before it has their names.
+inline constexpr std::int32_t ValueColumn = 1;
+
 struct InfField {
     Text FieldName;
     bool Visible = false;         ///< shown on the record screen

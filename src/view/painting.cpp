@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "view/painting.h"
 
+#include "text/digits.h"
 #include "view/display_state.h"
 #include "view/grids.h"
 #include "view/inf_fields.h"
@@ -114,8 +115,7 @@ void FitTitleColumns() {
 } // namespace
 
 Text VersionLine(std::int32_t majorNumber, std::int32_t minorNumber) {
-    using modStringTools::NumberText;
-    return u"V " + NumberText(majorNumber) + u"." + (minorNumber < 10 ? u"0" : u"") + NumberText(minorNumber);
+    return u"V " + modStringTools::NumberText(majorNumber) + u"." + modStringTools::TwoDigits(minorNumber);
 }
 
 void DrawMainCell(platform::CellCanvas& canvas, const PaintedCell& cell) {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "view/prompt.h"
 
+#include "text/digits.h"
 #include "text/ranges.h"
 #include "view/grids.h"
 #include "view/input_fields.h"
@@ -107,12 +108,8 @@ CalendarDate DateFromText(const Text& text) {
     return date;
 }
 
-Text TwoDigits(std::int32_t number) {
-    const Text digits = modStringTools::NumberText(number);
-    return digits.size() < 2 ? u"0" + digits : digits;
-}
-
 Text TextOfDate(const CalendarDate& date) {
+    using modStringTools::TwoDigits;
     return TwoDigits(date.Day) + u"/" + TwoDigits(date.Month) + u"/" + modStringTools::NumberText(date.Year);
 }
 
