@@ -49,7 +49,7 @@ ScreenSize ScreenFrom(const std::string& text) {
 void TakeDevice(const std::string& text, platform::device::DeviceOptions& device) {
     constexpr std::int32_t LargestType = 32767;
     if (const auto* profile = platform::common::ProfileNamed(text)) {
-        device.DeviceType = profile->DeviceType;
+        device.DeviceType = platform::NumberOf(profile->Kind);
         device.Screen = profile->Screen;
         return;
     }
@@ -132,8 +132,8 @@ std::string DeviceTable() {
     std::ostringstream table;
     for (const auto& profile : platform::common::DeviceProfiles()) {
         const auto& volume = profile.Volume;
-        table << "  " << std::left << std::setw(12) << profile.Name << "type " << profile.DeviceType << ", "
-              << profile.Device << ": " << profile.Screen.Width << "x" << profile.Screen.Height << ", version "
+        table << "  " << std::left << std::setw(12) << profile.Name << "type " << platform::NumberOf(profile.Kind)
+              << ", " << profile.Device << ": " << profile.Screen.Width << "x" << profile.Screen.Height << ", version "
               << profile.OsVersion << ", volume " << modStringTools::ToBytes(volume.Root) << "="
               << volume.Kilobytes.value_or(0) << "\n";
     }

@@ -7,6 +7,7 @@
 #include "platform/qt/conversions.h"
 #include "storage/settings.h"
 #include "text/text.h"
+#include "view/platform/device_traits.h"
 
 #include <ctime>
 #include <iostream>
@@ -18,13 +19,12 @@ using modStringTools::ToBytes;
 namespace {
 
 LinkRoad RoadOf(const Text& port, std::int32_t deviceType) {
-    constexpr std::int32_t TakesNames = 9;
     if (port == u"OFF")
         return LinkRoad::None;
     if (port == u"SERVER")
         return LinkRoad::Mailbox;
     const bool isCom = modStringTools::LowerCase(port.substr(0, 3)) == u"com";
-    return deviceType == TakesNames && !isCom ? LinkRoad::Named : LinkRoad::Serial;
+    return platform::TraitsOf(deviceType).NamedPorts && !isCom ? LinkRoad::Named : LinkRoad::Serial;
 }
 
 } // namespace

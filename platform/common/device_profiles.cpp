@@ -47,16 +47,16 @@ Keys PalmKeys() {
 std::vector<DeviceProfile> AllProfiles() {
     // clang-format off
     return {
-        // name      type  device                                screen      version  volume         keys
-        {"desktop",    0, "a desktop",                           {640, 480}, Version, DesktopFolder, DesktopKeys()},
-        {"palm",       1, "Palm OS",                             {160, 160}, Version, PalmMemory,    PalmKeys()},
-        {"palm-hires", 1, "Palm OS with a high resolution",      {320, 320}, Version, PalmMemory,    PalmKeys()},
-        {"other",      2, "a device that nothing is known of",   {240, 320}, Version, SymbianDrive,  PhoneKeys()},
-        {"pocketpc",   3, "Windows Mobile with a touch screen",  {240, 320}, Version, WindowsRoot,   TouchKeys()},
-        {"s60-early",  5, "Symbian S60, the earlier kind",       {240, 320}, Version, SymbianDrive,  PhoneKeys()},
-        {"uiq",        6, "Symbian UIQ",                         {240, 320}, Version, SymbianDrive,  TouchKeys()},
-        {"smartphone", 7, "Windows Mobile with keys",            {240, 320}, Version, WindowsRoot,   SmartphoneKeys()},
-        {"s60",        9, "Symbian S60",                         {240, 320}, Version, SymbianDrive,  PhoneKeys()},
+        // name        kind                    device                                screen      version  volume         keys
+        {"desktop",    DeviceKind::Desktop,    "a desktop",                           {640, 480}, Version, DesktopFolder, DesktopKeys()},
+        {"palm",       DeviceKind::PalmOs,     "Palm OS",                             {160, 160}, Version, PalmMemory,    PalmKeys()},
+        {"palm-hires", DeviceKind::PalmOs,     "Palm OS with a high resolution",      {320, 320}, Version, PalmMemory,    PalmKeys()},
+        {"other",      DeviceKind::Other,      "a device that nothing is known of",   {240, 320}, Version, SymbianDrive,  PhoneKeys()},
+        {"pocketpc",   DeviceKind::PocketPc,   "Windows Mobile with a touch screen",  {240, 320}, Version, WindowsRoot,   TouchKeys()},
+        {"s60-early",  DeviceKind::S60Early,   "Symbian S60, the earlier kind",       {240, 320}, Version, SymbianDrive,  PhoneKeys()},
+        {"uiq",        DeviceKind::Uiq,        "Symbian UIQ",                         {240, 320}, Version, SymbianDrive,  TouchKeys()},
+        {"smartphone", DeviceKind::Smartphone, "Windows Mobile with keys",            {240, 320}, Version, WindowsRoot,   SmartphoneKeys()},
+        {"s60",        DeviceKind::S60,        "Symbian S60",                         {240, 320}, Version, SymbianDrive,  PhoneKeys()},
     };
     // clang-format on
 }
@@ -70,12 +70,9 @@ const std::vector<DeviceProfile>& DeviceProfiles() {
 
 const DeviceProfile& ProfileOfType(std::int32_t deviceType) {
     const auto& profiles = DeviceProfiles();
-    const auto ofType = [](std::int32_t type) {
-        return [type](const DeviceProfile& profile) { return profile.DeviceType == type; };
-    };
-    const auto found = std::find_if(profiles.begin(), profiles.end(), ofType(deviceType));
-    constexpr std::int32_t Unknown = 2;
-    return found != profiles.end() ? *found : *std::find_if(profiles.begin(), profiles.end(), ofType(Unknown));
+    const DeviceKind kind = TraitsOf(deviceType).Kind;
+    return *std::find_if(profiles.begin(), profiles.end(),
+                         [kind](const DeviceProfile& profile) { return profile.Kind == kind; });
 }
 
 const DeviceProfile* ProfileNamed(std::string_view name) {

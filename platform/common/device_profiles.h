@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
-// What a device of each kind reports of itself when nothing else is said: one row a kind.
+// What a device of each kind reports of itself when nothing else is said: one row a kind, beside what the application
+// does on it (view/platform/device_traits.h).
 #pragma once
 
 #include "platform/common/host_volumes.h"
+#include "view/platform/device_traits.h"
 
 #include <string_view>
 #include <vector>
@@ -23,7 +25,7 @@ struct DeviceKey {
 
 struct DeviceProfile {
     const char* Name = ""; ///< for an option: "palm-hires"
-    std::int32_t DeviceType = 0;
+    DeviceKind Kind = DeviceKind::Other;
     const char* Device = ""; ///< for people
     ScreenSize Screen;
     const char* OsVersion = "";

@@ -17,8 +17,6 @@ constexpr std::int32_t RepaintInterval = 100;
 
 const Text DesignFont = u"AFPalm";
 constexpr std::int32_t DesignFontSize = 8;
-constexpr std::int32_t PalmOs = 1;
-const Text PalmMemory = u"Device:\\";
 
 DeviceClock ClockFor(const DeviceOptions& options) {
     return options.RealClock ? DeviceClock() : DeviceClock(options.StartMoment);
@@ -67,7 +65,7 @@ BackEnd::BackEnd(const DeviceOptions& options, Pump& pump, CommandSource& comman
       settingsFile(SettingsFor(options)), settings(settingsFile, faults), onlooker(clock, watcher),
       Connections(options.Connections != nullptr ? *options.Connections : connections) {
     const Text keptOn = settingsFile.Get(u"Quorin", u"Settings", u"StorageVolume", u"");
-    const bool inMemory = options.DeviceType == PalmOs && keptOn == PalmMemory; // which is never out
+    const bool inMemory = keptOn == TraitsOf(options.DeviceType).Memory; // which is never out
     volumes.MakeFolders(inMemory ? Text() : keptOn);
     faults.NotMade = [this](const Text& name, ErrorNumber error) {
         onlooker.NotSaved(BareName(name), ErrorText(error));
@@ -137,7 +135,7 @@ void BackEnd::DesignControls(const Controls& controls) {
     const Box screen = system.WorkArea();
     controls.form.SetBounds(
         {0, 0, screen.Width * controls.form.TwipsPerPixelX(), screen.Height * controls.form.TwipsPerPixelY()});
-    controls.grdMain.TurnsPages = system.DeviceType() == PalmOs;
+    controls.grdMain.TurnsPages = TraitsOf(system.DeviceType()).GridTurnsPages;
     controls.grdMain.Moved = frmQuorin::grdMain_RowColChange;
     controls.grdMain.DrawCell = frmQuorin::grdMain_DrawCell;
     controls.grdMain.Painted = modPDAUI::KeepFieldOverCell;

@@ -19,9 +19,7 @@ namespace platform::qt {
 
 namespace {
 
-constexpr std::int32_t Desktop = 0;
-constexpr std::int32_t NoScrollBars = 9; // a device type that draws none beside its lists
-constexpr int ThinBar = 4;               // pixels, where the page is told by a thin mark
+constexpr int ThinBar = 4; // pixels, where the page is told by a thin mark
 constexpr std::int32_t EnterKey = 13;
 constexpr std::int32_t SelectKey = 310;
 constexpr auto HandsRest = std::chrono::milliseconds(500); // after which a key is no part of what was typed before
@@ -74,7 +72,7 @@ QtPlatform::QtPlatform(const device::DeviceOptions& options, const WindowOptions
     device::WireEvents(*this, watcher);
     WireControls();
     WireWindow();
-    if (system.DeviceType() != Desktop)
+    if (!TraitsOf(system.DeviceType()).HasWindow)
         KeyStrip = looks.Profile.Keys;
     qApp->installEventFilter(this);
 }
@@ -84,7 +82,7 @@ QtPlatform::~QtPlatform() {
 }
 
 void QtPlatform::WireControls() {
-    grdMain.BarWidth = system.DeviceType() == NoScrollBars ? ThinBar : static_cast<int>(scrollBar.Width());
+    grdMain.BarWidth = TraitsOf(system.DeviceType()).BarOverCells ? ThinBar : static_cast<int>(scrollBar.Width());
     grdMain.Pressed = frmQuorin::grdMain_Press;
     grdMain.Released = frmQuorin::grdMain_Release;
     grdTitle.PressesNothing = true;
@@ -146,7 +144,7 @@ void QtPlatform::ShowForm() {
                   static_cast<int>(FingerWidth / Scale));
     window.Screen().SetWish(size.size());
     window.ShowKeys(KeyStrip);
-    IsResizable = system.DeviceType() == Desktop;
+    IsResizable = TraitsOf(system.DeviceType()).HasWindow;
     if (IsResizable)
         window.LetSize();
     else
@@ -314,7 +312,7 @@ void QtPlatform::ComesUp(const HeldKey& key) {
 bool QtPlatform::AnswersPrompt(std::int32_t code) const {
     const device::FocusTarget* const holder = focus.Holder();
     const bool isLine = (holder == &txtInputField && !txtInputField.MultiLine()) || holder == &cboInputField;
-    return code == EnterKey && isLine && system.DeviceType() == Desktop &&
+    return code == EnterKey && isLine && TraitsOf(system.DeviceType()).HasWindow &&
            modQuorin::Screens.CurrentScreen == modQuorin::ScrInput;
 }
 

@@ -12,6 +12,7 @@
 #include "view/input_fields.h"
 #include "view/layout.h"
 #include "view/painting.h"
+#include "view/platform/device_traits.h"
 #include "view/platform/platform.h"
 #include "view/prompt.h"
 #include "view/screen_table.h"
@@ -64,7 +65,7 @@ void Form_KeyUp(std::int32_t& keyCode, std::int32_t shift) {
 }
 
 void Form_KeyPress(std::int32_t& character) {
-    if (Device().myCsys.DeviceType() != 7 && (character == EnterCharacter || character == EscapeCharacter))
+    if (!platform::Traits().EnterReachesForm && (character == EnterCharacter || character == EscapeCharacter))
         character = 0;
 }
 

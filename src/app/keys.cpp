@@ -8,6 +8,7 @@
 #include "view/display_state.h"
 #include "view/grids.h"
 #include "view/input_fields.h"
+#include "view/platform/device_traits.h"
 #include "view/platform/platform.h"
 #include "view/prompt.h"
 #include "view/questions.h"
@@ -20,6 +21,7 @@ namespace modQuorin {
 using modPDAUI::AnyInputFieldVisible;
 using modPDAUI::Input;
 using platform::Device;
+using platform::Traits;
 
 namespace {
 
@@ -35,10 +37,6 @@ constexpr std::int32_t KeyDown = 40;
 constexpr std::int32_t KeyPalmLeft = 308;
 constexpr std::int32_t KeyPalmRight = 309;
 constexpr std::int32_t KeyPalmSelect = 310;
-
-std::int32_t DeviceType() {
-    return Device().myCsys.DeviceType();
-}
 
 bool OnRecordScreen() {
     return IsRecordScreen(Screens.CurrentScreen);
@@ -85,7 +83,7 @@ void TellScreenOfArrow(std::int32_t keyCode) {
 }
 
 void EnterDown(std::int32_t& keyCode) {
-    if (!AnyInputFieldVisible() && DeviceType() != 1)
+    if (!AnyInputFieldVisible() && Traits().EnterHolds)
         Device().tmrHoldEvent.SetEnabled(true);
     if (!Device().tmrHoldEvent.Enabled() && Screens.GridEditMode && Input.InputFocused) {
         if (Device().txtInputField.Visible()) {
@@ -102,8 +100,8 @@ void EnterDown(std::int32_t& keyCode) {
 }
 
 void EscapeUp(std::int32_t& keyCode) {
-    if (AnyInputFieldVisible() && DeviceType() == 7) {
-        Device().hardwareKeys.SendCharacter(KeyBackspace); // there Esc is the delete key
+    if (AnyInputFieldVisible() && Traits().EscapeDeletes) {
+        Device().hardwareKeys.SendCharacter(KeyBackspace);
         return;
     }
     keyCode = 0;
@@ -144,7 +142,7 @@ void Page(std::int32_t& keyCode, std::int32_t step) {
     auto& grdMain = Device().grdMain;
     if (Device().lstHoldMenu.Visible()) {
         MoveHoldMenu(step);
-    } else if (DeviceType() == 1) {
+    } else if (Traits().GridTurnsPages) {
         grdMain.SetRow(grdMain.TopRow()); // the grid has scrolled by itself
         Device().txtInputField.SetVisible(false);
         Device().cboInputField.SetVisible(false);
@@ -196,7 +194,7 @@ void KeyUpHandler(std::int32_t& keyCode, std::int32_t) {
     }
     switch (keyCode) {
     case KeyEnter:
-        if (DeviceType() != 1)
+        if (Traits().EnterHolds)
             Device().tmrHoldEvent.SetEnabled(false);
         break;
     case KeyEscape:

@@ -7,6 +7,7 @@
 #include "view/display_state.h"
 #include "view/grids.h"
 #include "view/navigation.h"
+#include "view/platform/device_traits.h"
 #include "view/platform/platform.h"
 #include "view/prompt.h"
 
@@ -22,8 +23,8 @@ constexpr std::int32_t LargestFont = 30;
 constexpr std::int32_t SmallestFont = 5;
 constexpr std::int32_t ZoomStep = 5; // a size must exceed the old one by more than this
 
-bool HighResolutionPalm() {
-    return Device().myCsys.DeviceType() == 1 && Display.UiScale == 2;
+bool HasOneFontSize() {
+    return !platform::Traits().FineGridFont.empty() && Display.UiScale == 2;
 }
 
 } // namespace
@@ -33,7 +34,7 @@ void FillPreferences() {
     Device().grdTitle.SetCell(0, 0, u"Preferences");
     grdMain.SetRows(1);
     grdMain.SetCell(0, 0, u""); // a refill begins with an empty list
-    if (!HighResolutionPalm())
+    if (!HasOneFontSize())
         AddGridRow(u"Zoom");
     AddGridRow(u"Select Storage Volume...");
     AddGridRow(u"Bluetooth Serial Setup...");
@@ -47,8 +48,7 @@ void FillPreferences() {
 
 bool LeavePreferences() {
     SetFilePaths();
-    const std::int32_t type = Device().myCsys.DeviceType();
-    if (type == 3 || type == 7)
+    if (platform::Traits().WritesInfoFile)
         WriteInfoFile();
     GotoScreen(ScrMain);
     return true;

@@ -23,6 +23,7 @@
 #include "view/layout.h"
 #include "view/menu_table.h"
 #include "view/navigation.h"
+#include "view/platform/device_traits.h"
 #include "view/platform/platform.h"
 #include "view/prompt.h"
 #include "view/screen_table.h"
@@ -34,6 +35,7 @@ namespace modQuorin {
 
 using modPDAUI::Display;
 using platform::Device;
+using platform::SoftKeys;
 
 namespace {
 
@@ -43,52 +45,17 @@ constexpr std::int32_t GreenFrame = 0x00FF00;
 
 constexpr std::int32_t LowResolution = 160; // pixels of the first Palm OS screens
 
-constexpr std::int32_t PalmKeys[] = {308, 309, 516, 517, 518, 519, 33, 34, 276, 520, 264, 266, 267, 1280, 261};
-constexpr std::int32_t PalmSelectKey = 310; // given back though it is never grabbed, which does no harm
-constexpr std::int32_t WindowsMobileKey = 2;
-
-void SetGridFont(const Text& name) {
-    Device().grdMain.SetFontName(name);
-}
-
-void InitPalm() {
-    Display.SoftKeyMenus = true;
-    for (const std::int32_t key : PalmKeys)
-        Device().hardwareKeys.Grab(key);
-    if (Device().myCsys.ScreenDimension() <= LowResolution)
-        return; // the font stays as designed
-    SetGridFont(u"AFPalmHR");
-    Display.UiScale = 2;
-}
-
 void InitByDevice() {
-    switch (Device().myCsys.DeviceType()) {
-    case 0:
-        SetGridFont(u"Tahoma");
-        break;
-    case 1:
-        InitPalm();
-        break;
-    case 3:
-        Display.SoftKeyMenus = IsSoftKeyPlatform();
-        SetGridFont(u"Tahoma");
-        break;
-    case 5:
-    case 9:
-        Display.SoftKeyMenus = true;
-        SetGridFont(u"Nokia Sans S60");
-        break;
-    case 6:
-        SetGridFont(u"AFSE UIQ Standard");
-        break;
-    case 7:
-        Display.SoftKeyMenus = IsSoftKeyPlatform();
-        Device().hardwareKeys.Grab(WindowsMobileKey);
-        SetGridFont(u"Microsoft Sans Serif CMF");
-        break;
-    default:
-        break;
-    }
+    const platform::DeviceTraits& traits = platform::Traits();
+    Display.SoftKeyMenus = traits.Menus == SoftKeys::Always || IsSoftKeyPlatform();
+    for (const std::int32_t key : traits.GrabbedKeys)
+        Device().hardwareKeys.Grab(key);
+    const bool fine = !traits.FineGridFont.empty() && Device().myCsys.ScreenDimension() > LowResolution;
+    if (fine)
+        Display.UiScale = 2;
+    const TextView font = fine ? traits.FineGridFont : traits.GridFont;
+    if (!font.empty())
+        Device().grdMain.SetFontName(Text(font));
 }
 
 void CopyFontToTitle() {
@@ -131,7 +98,7 @@ void InitDisplay() {
     Display.SelectedBackColor = GreySelection;
     Display.SelectedTextColor = BlackText;
     Display.SelectedFrameColor = GreenFrame;
-    modPDAUI::LayoutForm(Device().myCsys.DeviceType() == 0);
+    modPDAUI::LayoutForm(platform::Traits().HasWindow);
     Display.UiScale = 1;
     InitByDevice();
     CopyFontToTitle();
@@ -165,8 +132,7 @@ void LoadFontSize() {
 }
 
 bool IsSoftKeyPlatform() {
-    const std::int32_t type = Device().myCsys.DeviceType();
-    if (type != 7 && type != 3)
+    if (platform::Traits().Menus != SoftKeys::FromVersion5)
         return false;
     const Text version = Device().myCsys.VersionText();
     const auto major = modStringTools::NumberFromText(version.substr(0, version.find(u'.')));
@@ -174,18 +140,10 @@ bool IsSoftKeyPlatform() {
 }
 
 void ReleaseHardwareKeys() {
-    auto& keys = Device().hardwareKeys;
-    switch (Device().myCsys.DeviceType()) {
-    case 1:
-        keys.Release(PalmSelectKey);
-        for (const std::int32_t key : PalmKeys)
-            keys.Release(key);
-        break;
-    case 7:
-        keys.Release(WindowsMobileKey);
-        break;
-    default:
-        break;
+    const platform::DeviceTraits& traits = platform::Traits();
+    for (const auto& keys : {traits.ReleasedKeys, traits.GrabbedKeys}) {
+        for (const std::int32_t key : keys)
+            Device().hardwareKeys.Release(key);
     }
 }
 

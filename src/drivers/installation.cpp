@@ -7,6 +7,7 @@
 #include "storage/settings.h"
 #include "storage/volumes.h"
 #include "view/grids.h"
+#include "view/platform/device_traits.h"
 #include "view/platform/platform.h"
 #include "view/questions.h"
 #include "view/status_strip.h"
@@ -151,7 +152,7 @@ void EnumAddDrivers() {
     const Text dataFolder = GetDataPath(u"");
     AddPackagesOf(dataFolder);
     AddPackagesOf(u"");
-    if (Device().myCsys.DeviceType() == 0)
+    if (!platform::Traits().OnlyVolume.empty())
         return;
     const std::vector<Text> volumes = Storage.VolumeList;
     for (std::size_t i = 0; i < volumes.size() && i < VolumesSearched; ++i) {

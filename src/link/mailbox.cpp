@@ -6,6 +6,7 @@
 #include "storage/line_files.h"
 #include "storage/settings.h"
 #include "text/windows_1252.h"
+#include "view/platform/device_traits.h"
 #include "view/platform/platform.h"
 
 namespace modBluetooth {
@@ -72,17 +73,9 @@ void Discard(const Text& fullName, const Delivery& taken) {
 } // namespace
 
 void SetMailboxPath() {
-    switch (Device().myCsys.DeviceType()) {
-    case 3:
-    case 7:
-        Ports.MailboxPath = modQuorin::GetSetting(u"RFCOMM_Path", u"\\Application Data\\Volatile\\RFCOMM\\");
-        break;
-    case 9:
-        Ports.MailboxPath = u"d:\\";
-        break;
-    default:
-        Ports.MailboxPath = u"c:\\";
-    }
+    const platform::DeviceTraits& traits = platform::Traits();
+    const Text folder(traits.MailboxFolder);
+    Ports.MailboxPath = traits.MailboxFolderCanBeSet ? modQuorin::GetSetting(u"RFCOMM_Path", folder) : folder;
 }
 
 bool MailboxServerRunning() {

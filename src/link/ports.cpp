@@ -3,6 +3,7 @@
 
 #include "link/mailbox.h"
 #include "storage/settings.h"
+#include "view/platform/device_traits.h"
 #include "view/platform/platform.h"
 #include "view/questions.h"
 
@@ -19,17 +20,8 @@ const Text Server = u"SERVER";
 const Text ComPrefix = u"com";
 const Text LineSettings = u"9600,N,8,1";
 
-/// Palm OS opens the port of a profile by a four-character code: r, f, c, n.
-const Text PalmBluetoothPort = u"1919312750";
-
 bool BeginsWithCom(const Text& name) {
     return modStringTools::LowerCase(name.substr(0, ComPrefix.size())) == ComPrefix;
-}
-
-void AddComPorts(std::int32_t last) {
-    for (std::int32_t number = 1; number <= last; ++number)
-        Ports.PortList.push_back(u"Com" + modStringTools::NumberText(number));
-    Ports.PortList.push_back(Server);
 }
 
 void TellFailureOnce(const Text& message) {
@@ -66,7 +58,7 @@ Text StoredPort() {
 }
 
 bool IsNamed(const Text& port) {
-    return port == Server || (Device().myCsys.DeviceType() == 9 && !BeginsWithCom(port));
+    return port == Server || (platform::Traits().NamedPorts && !BeginsWithCom(port));
 }
 
 /// The number of a serial port. An empty setting stands for the first port of the list, "OFF", which has none either.
@@ -91,21 +83,11 @@ bool OpenSerialPort(std::int32_t number) {
 } // namespace
 
 void ListPorts() {
+    const platform::DeviceTraits& traits = platform::Traits();
     Ports.PortList = {Off};
-    switch (Device().myCsys.DeviceType()) {
-    case 0:
-        AddComPorts(127);
-        break;
-    case 1:
-        Ports.PortList.push_back(PalmBluetoothPort);
-        break;
-    case 3:
-    case 7:
-        AddComPorts(16);
-        break;
-    default:
-        Ports.PortList.push_back(Server);
-    }
+    for (std::int32_t number = 1; number <= traits.ComPorts; ++number)
+        Ports.PortList.push_back(u"Com" + modStringTools::NumberText(number));
+    Ports.PortList.push_back(traits.OnlyPort.empty() ? Server : Text(traits.OnlyPort));
 }
 
 bool OpenLink() {

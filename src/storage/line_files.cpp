@@ -2,6 +2,7 @@
 #include "storage/line_files.h"
 
 #include "storage/line_back_ends.h"
+#include "view/platform/device_traits.h"
 #include "view/platform/platform.h"
 
 namespace modFileSystem {
@@ -15,7 +16,6 @@ constexpr std::size_t EndingLength = 4;
 const Text DatabaseEnding = u".pdb";
 const Text TextEnding = u".txt";
 const Text ScratchCode = u"temp";
-const Text PalmMemory = u"Device:\\";
 
 std::int16_t PickSlot(const Text& fileType, const Text& creator) {
     if (fileType == ScratchCode && creator == ScratchCode)
@@ -38,14 +38,15 @@ void DropEnding(Text& name) {
     name.erase(name.size() - EndingLength);
 }
 
-/// On a Palm OS device the memory holds databases alone and a card text files alone; anywhere else the ending tells.
+/// A device's memory holds databases alone and its cards text files alone; on a device without one the ending tells.
 void ChooseBackEnd(FileHandle& handle) {
-    const bool palm = Device().myCsys.DeviceType() == 1;
-    if (palm && handle.path != PalmMemory && EndsInPdb(handle.name)) {
+    const TextView memory = platform::Traits().Memory;
+    const bool isMemory = !memory.empty() && handle.path == memory;
+    if (!memory.empty() && !isMemory && EndsInPdb(handle.name)) {
         DropEnding(handle.name);
         handle.name += TextEnding;
     }
-    handle.isDatabase = (palm && handle.path == PalmMemory) || EndsInPdb(handle.name);
+    handle.isDatabase = isMemory || EndsInPdb(handle.name);
 }
 
 /// A database goes by its name without an ending: "drivers.txt" is "drivers", and so is "drivers".

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "storage/volumes.h"
 
+#include "view/platform/device_traits.h"
 #include "view/platform/platform.h"
 
 #include <algorithm>
@@ -13,8 +14,6 @@ using platform::Device;
 
 namespace {
 
-const Text DesktopVolume = u".\\";
-const Text PalmMemory = u"Device:\\";
 const Text Section = u"Settings";
 const Text VolumeKey = u"StorageVolume";
 constexpr std::int32_t SmallestVolumeKB = 11;
@@ -54,24 +53,18 @@ Text ChosenVolume(const Text& application) {
 }
 
 Text FolderOfDevice(const Text& volume) {
-    switch (Device().myCsys.DeviceType()) {
-    case 1:
-        return u"PALM\\Programs\\";
-    case 3:
-    case 7:
-        return u"My Documents\\";
-    case 6:
-        return volume == u"C:\\" ? u"documents\\" : u"Media Files\\";
-    case 9:
-        return u"Data\\";
-    default:
-        return u"";
-    }
+    const platform::DeviceTraits& traits = platform::Traits();
+    const bool other = volume == u"C:\\" && !traits.DataFolderOnC.empty();
+    return Text(other ? traits.DataFolderOnC : traits.DataFolder);
+}
+
+bool IsMemory(const Text& volume) {
+    const TextView memory = platform::Traits().Memory;
+    return !memory.empty() && volume == memory;
 }
 
 Text PathOn(const Text& volume, const Text& application) {
-    const bool inMemory = Device().myCsys.DeviceType() == 1 && volume == PalmMemory;
-    if (inMemory || application.empty())
+    if (IsMemory(volume) || application.empty())
         return volume;
     return volume + FolderOfDevice(volume) + application + u"\\";
 }
@@ -89,7 +82,7 @@ void ListDatabases(const Text& fileType, const Text& creator) {
     const std::int32_t typeCode = PackCode(fileType.empty() ? Text(u"TEXT") : fileType);
     const std::int32_t creatorCode = creator.empty() ? 0 : PackCode(creator);
     for (Text name = databases.FirstDatabase(typeCode, creatorCode); !name.empty(); name = databases.NextDatabase())
-        Storage.FileList.push_back(PalmMemory + name);
+        Storage.FileList.push_back(Text(platform::Traits().Memory) + name);
 }
 
 } // namespace
@@ -100,9 +93,10 @@ void EnumVolumes(bool force) {
     Storage.VolumeList.clear();
     Storage.BestVolume.clear(); // a volume that has gone is no choice any more
     Storage.BestVolumeKB = 0;
-    if (Device().myCsys.DeviceType() == 0) {
-        Storage.VolumeList.push_back(DesktopVolume);
-        Storage.BestVolume = DesktopVolume;
+    const Text onlyVolume(platform::Traits().OnlyVolume);
+    if (!onlyVolume.empty()) {
+        Storage.VolumeList.push_back(onlyVolume);
+        Storage.BestVolume = onlyVolume;
         return;
     }
     auto& volumes = Device().volumes;
@@ -139,11 +133,11 @@ platform::ErrorNumber FindDataPath(const Text& appName, Text& path) {
 }
 
 void ListFiles(const Text& folder, const Text& fileType, const Text& creator) {
-    const bool palm = Device().myCsys.DeviceType() == 1;
+    const TextView memory = platform::Traits().Memory;
     Storage.FileList.clear();
-    if (palm && folder.empty())
+    if (!memory.empty() && folder.empty())
         return;
-    if (palm && modStringTools::LowerCase(folder) == modStringTools::LowerCase(PalmMemory))
+    if (!memory.empty() && modStringTools::SameIgnoringCase(folder, memory))
         ListDatabases(fileType, creator);
     else
         ListFolder(folder);

@@ -2,6 +2,7 @@
 #include "view/grids.h"
 
 #include "view/input_fields.h"
+#include "view/platform/device_traits.h"
 #include "view/platform/platform.h"
 
 #include <cmath>
@@ -31,7 +32,7 @@ void PaintThrough(platform::OwnerDrawGrid& grid, bool shown) {
 } // namespace
 
 void RepaintGrids(bool now) {
-    if (Device().myCsys.DeviceType() != 1)
+    if (platform::Traits().RepaintEndsHold)
         Device().tmrHoldEvent.SetEnabled(false);
     if (!now) {
         Grids.RepaintPending = true;
@@ -88,8 +89,8 @@ void ScrollRowIntoView() {
 }
 
 std::int16_t ScrollBarWidth() {
-    if (Device().myCsys.DeviceType() == 9)
-        return 0; // there the bar is drawn over the cells
+    if (platform::Traits().BarOverCells)
+        return 0;
     return static_cast<std::int16_t>(std::nearbyint(Device().AFVScrollBar1.Width()));
 }
 

@@ -3,6 +3,7 @@
 
 #include "view/display_state.h"
 #include "view/input_fields.h"
+#include "view/platform/device_traits.h"
 #include "view/platform/platform.h"
 #include "view/screen_table.h"
 
@@ -114,7 +115,7 @@ void FillPlaceOfGrid(platform::Control& field, bool wholeHeight) {
 void PlacePromptFields() {
     FillPlaceOfGrid(Device().dteInputField, true);
     FillPlaceOfGrid(Device().txtInputField, Device().txtInputField.MultiLine());
-    if (Device().myCsys.DeviceType() == 9)
+    if (platform::Traits().ListFieldIsText)
         FillPlaceOfGrid(Device().cbotxtInputField, false);
     else
         FillPlaceOfGrid(Device().cboInputField, false);

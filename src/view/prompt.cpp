@@ -6,6 +6,7 @@
 #include "view/grids.h"
 #include "view/input_fields.h"
 #include "view/navigation.h"
+#include "view/platform/device_traits.h"
 #include "view/platform/platform.h"
 
 #include <algorithm>
@@ -174,7 +175,7 @@ void OpenField(std::int32_t kind, const Text& value, const Text& list, float lin
         OpenDatePicker(value);
     else if (kind != PromptList)
         OpenTextField(value, kind == PromptText, lineHeight);
-    else if (Device().myCsys.DeviceType() != 9) // there cbotxtInputField stands in, which nothing prepares
+    else if (!platform::Traits().ListFieldIsText) // there cbotxtInputField stands in, which nothing prepares
         OpenListField(value, list);
 }
 

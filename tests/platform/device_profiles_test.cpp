@@ -76,7 +76,7 @@ TEST(DeviceProfiles, OfAnUnknownNameAreNone) {
 TEST(DeviceProfiles, OfFineScreensAreFoundByNameAlone) {
     const DeviceProfile* fine = ProfileNamed("palm-hires");
     ASSERT_NE(fine, nullptr);
-    EXPECT_EQ(fine->DeviceType, 1);
+    EXPECT_EQ(fine->Kind, DeviceKind::PalmOs);
     EXPECT_EQ(fine->Screen, (ScreenSize{320, 320}));
     EXPECT_EQ(ProfileOfType(1).Screen, (ScreenSize{160, 160}));
 }

@@ -13,7 +13,7 @@ namespace platform {
 class SystemObject {
 public:
     virtual ~SystemObject() = default;
-    virtual std::int32_t DeviceType() const = 0; ///< 0 desktop, 1 Palm OS, 3 and 7 Windows Mobile, 5 and 9 S60, 6 UIQ
+    virtual std::int32_t DeviceType() const = 0; ///< see DeviceKind
     virtual Text VersionText() const = 0;        ///< of the operating system, such as "5.2"
     virtual Text UserName() const = 0;
     virtual Box WorkArea() const = 0;                 ///< pixels
