@@ -52,6 +52,17 @@ protected:
         return false;
     }
 
+    /// Both results of the recording come, and are in the file when the record has been left.
+    void ExpectASavedRow(RunningConsole& console) {
+        EXPECT_TRUE(Shows(console, "23.4 %"));
+        EXPECT_TRUE(Shows(console, "19 \xC2\xB0"
+                                   "C"));
+        console.Tell("choose Close");
+        EXPECT_EQ(File("Quorin/qrn0001.txt"), "Moisture|Temperature|Meter\n23.4 %|19 \xC2\xB0"
+                                              "C|QI-7\n");
+        EXPECT_EQ(console.End(), 0);
+    }
+
     TemporaryFolder Root;
 };
 
@@ -113,13 +124,7 @@ TEST_F(TheRoadOfAResult, LeadsFromAPseudoTerminalToASavedRow) {
     RunningInstrument meter({Root.Path("recording")});
     RunningConsole console({"--clock", "real", "--root", Root.Name(), "--port", "1=" + meter.FirstLine()});
     OpenTheDownload(console);
-    EXPECT_TRUE(Shows(console, "23.4 %"));
-    EXPECT_TRUE(Shows(console, "19 \xC2\xB0"
-                               "C"));
-    console.Tell("choose Close");
-    EXPECT_EQ(File("Quorin/qrn0001.txt"), "Moisture|Temperature|Meter\n23.4 %|19 \xC2\xB0"
-                                          "C|QI-7\n");
-    EXPECT_EQ(console.End(), 0);
+    ExpectASavedRow(console);
 }
 
 TEST_F(TheRoadOfAResult, IsThatOfOneProgramAtATime) {
@@ -166,13 +171,7 @@ TEST_F(TheRoadOfAResult, LeadsThroughTheMailboxOfAnotherProcess) {
     RunningConsole console({"--clock", "real", "--root", Root.Name()});
     ASSERT_TRUE(instrument::Eventually([this] { return instrument::Exists(Root.Path("c/rfcomm.run")); }));
     OpenTheDownload(console);
-    EXPECT_TRUE(Shows(console, "23.4 %"));
-    EXPECT_TRUE(Shows(console, "19 \xC2\xB0"
-                               "C"));
-    console.Tell("choose Close");
-    EXPECT_EQ(File("Quorin/qrn0001.txt"), "Moisture|Temperature|Meter\n23.4 %|19 \xC2\xB0"
-                                          "C|QI-7\n");
-    EXPECT_EQ(console.End(), 0);
+    ExpectASavedRow(console);
 }
 
 TEST_F(TheRoadOfAResult, SavedRowsSurviveAPowerCut) {

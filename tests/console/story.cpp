@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "story.h"
 
+#include "tests/support/lines.h"
+
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
@@ -17,14 +19,7 @@ namespace story {
 namespace {
 
 namespace fs = std::filesystem;
-
-std::vector<std::string> Lines(const std::string& text) {
-    std::vector<std::string> lines;
-    std::istringstream in(text);
-    for (std::string line; std::getline(in, line);)
-        lines.push_back(line);
-    return lines;
-}
+using support::Lines;
 
 std::string Contents(const fs::path& file) {
     std::ifstream in(file, std::ios::binary);

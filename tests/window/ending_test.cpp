@@ -83,6 +83,17 @@ protected:
             Window->Process().Signal(SIGTERM);
         EXPECT_EQ(Window->Process().ExitStatus(), display ? 1 : 0);
     }
+    /// The first of two readings is in the record, and the second asks to replace it.
+    void OpenRecordUnderAQuestion() {
+        Send(2);
+        Start();
+        OpenRecord();
+        EXPECT_TRUE(Window->Asks());
+    }
+    void ExpectSaved(const std::string& row) {
+        EXPECT_EQ(File(), "Place|Moisture|Day\n" + row + "\n");
+        EXPECT_THAT(Said(), HasSubstr("; row 1 of qrn0001.txt was saved"));
+    }
     std::string File() const { return Home.Bytes("root/Quorin/qrn0001.txt"); }
     std::string Said() { return Window->Process().Errors(); }
 
@@ -100,32 +111,23 @@ TEST_P(EndOfTheWindowEitherWay, SavesWhatIsInAnOpenField) {
     OpenRecord();
     TypePlace();
     Loses(GetParam());
-    EXPECT_EQ(File(), "Place|Moisture|Day\nNorth||\n");
-    EXPECT_THAT(Said(), HasSubstr("; row 1 of qrn0001.txt was saved"));
+    ExpectSaved("North||");
 }
 
 TEST_P(EndOfTheWindowEitherWay, SavesTheRecordUnderAQuestion) {
-    Send(2);
-    Start();
-    OpenRecord();
-    EXPECT_TRUE(Window->Asks());
+    OpenRecordUnderAQuestion();
     Loses(GetParam());
-    EXPECT_EQ(File(), "Place|Moisture|Day\n|1 %|\n");
-    EXPECT_THAT(Said(), HasSubstr("; row 1 of qrn0001.txt was saved"));
+    ExpectSaved("|1 %|");
 }
 
 TEST_P(EndOfTheWindowEitherWay, SavesTheRecordUnderAnOldQuestionAndANewOne) {
-    Send(2);
-    Start();
-    OpenRecord();
-    EXPECT_TRUE(Window->Asks());
+    OpenRecordUnderAQuestion();
     Instrument.reset();
     ::unlink(Home.Path("line").c_str());
     Send(3);
     EXPECT_TRUE(Eventually([&] { return Screen.Windows().size() > 2; })) << "a second box";
     Loses(GetParam());
-    EXPECT_EQ(File(), "Place|Moisture|Day\n|1 %|\n");
-    EXPECT_THAT(Said(), HasSubstr("; row 1 of qrn0001.txt was saved"));
+    ExpectSaved("|1 %|");
 }
 
 TEST_P(EndOfTheWindowEitherWay, DeletesNothingThatItWasAskedAbout) {
@@ -145,8 +147,7 @@ TEST_P(EndOfTheWindowEitherWay, SavesTheRecordUnderACalendar) {
     EXPECT_TRUE(Screen.Press("Return", [this] { return !FieldIsOpen(); }));
     EXPECT_TRUE(Screen.Click([this] { return Cell(DayColour).center(); }, [this] { return !Shows(DayColour); }));
     Loses(GetParam());
-    EXPECT_EQ(File(), "Place|Moisture|Day\nNorth||\n");
-    EXPECT_THAT(Said(), HasSubstr("; row 1 of qrn0001.txt was saved"));
+    ExpectSaved("North||");
 }
 
 TEST_P(EndOfTheWindowEitherWay, AnswersNoPrompt) {

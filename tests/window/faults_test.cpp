@@ -118,6 +118,13 @@ protected:
         Window->Choose("F1", "s", AnotherScreen());
         Window->Choose("F1", "o", AnotherScreen());
     }
+    /// A folder has its name.
+    void OpenADownloadThatCantBeMade() {
+        ShowDownloads();
+        std::filesystem::remove(Home.Path("root/Quorin/qrn0001.txt"));
+        std::filesystem::create_directory(Home.Path("root/Quorin/qrn0001.txt"));
+        Window->Choose("F1", "o", [&] { return Window->IsAsking(); });
+    }
     void OpenRecord() {
         ShowDownloads();
         Window->Choose("F1", "o", [] { return Shows(MoistureColour); });
@@ -247,10 +254,7 @@ TEST_F(WindowFaults, ASaveThatCanNotBeMadeIsToldInRedByTheNameOfTheTable) {
 
 TEST_F(WindowFaults, ADownloadThatCantBeMadeIsToldInABoxAndInRed) {
     Start();
-    ShowDownloads();
-    std::filesystem::remove(Home.Path("root/Quorin/qrn0001.txt"));
-    std::filesystem::create_directory(Home.Path("root/Quorin/qrn0001.txt"));
-    Window->Choose("F1", "o", [&] { return Window->IsAsking(); });
+    OpenADownloadThatCantBeMade();
     EXPECT_TRUE(Eventually([&] { return Shows(WarningRed); }));
     EXPECT_EQ(Window->Process().Errors(), "quorin: not saved: qrn0001.txt, the name is refused\n");
     Window->Answer("Return");
@@ -259,10 +263,7 @@ TEST_F(WindowFaults, ADownloadThatCantBeMadeIsToldInABoxAndInRed) {
 
 TEST_F(WindowFaults, ASignalEndsTheProgramAlsoWhereTheBoxOfLossesStands) {
     Start();
-    ShowDownloads();
-    std::filesystem::remove(Home.Path("root/Quorin/qrn0001.txt"));
-    std::filesystem::create_directory(Home.Path("root/Quorin/qrn0001.txt"));
-    Window->Choose("F1", "o", [&] { return Window->IsAsking(); });
+    OpenADownloadThatCantBeMade();
     Window->Process().Signal(SIGTERM);
     EXPECT_EQ(Window->Process().ExitStatus(), 0);
 }

@@ -209,6 +209,14 @@ class PalmPictures : public Pictures {
 protected:
     PalmPictures() : Pictures(1, qApp->devicePixelRatio()) {}
 
+    /// True in the run at twice the size, which the first one starts and waits for.
+    static bool RunsAtTwiceTheSize(const char* fonts) {
+        const bool runs = qApp->devicePixelRatio() >= 2;
+        EXPECT_EQ(runs ? 0 : RunAgainAtTwiceTheSize(fonts), 0);
+        return runs;
+    }
+
+private:
     /// Qt takes the scale at its start: another run of this program.
     static int RunAgainAtTwiceTheSize(const char* fonts) {
         const auto* const self = testing::UnitTest::GetInstance()->current_test_info();
@@ -228,10 +236,8 @@ protected:
 
 /// A pixel of this device takes two on the screen.
 TEST_F(PalmPictures, OfARecord) {
-    if (qApp->devicePixelRatio() < 2) {
-        EXPECT_EQ(RunAgainAtTwiceTheSize("fonts"), 0);
+    if (!RunsAtTwiceTheSize("fonts"))
         return;
-    }
     OpenSample();
     FillRecord();
     const QImage picture = Grab();
@@ -242,10 +248,8 @@ TEST_F(PalmPictures, OfARecord) {
 
 /// The next font stands in for the narrow one, as narrow.
 TEST_F(PalmPictures, OfARecordWhereTheNarrowFontIsMissing) {
-    if (qApp->devicePixelRatio() < 2) {
-        EXPECT_EQ(RunAgainAtTwiceTheSize("fonts-without-narrow"), 0);
+    if (!RunsAtTwiceTheSize("fonts-without-narrow"))
         return;
-    }
     OpenSample();
     FillRecord();
     Keep(Grab(), "palm-without-narrow-font");

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "tests/window/running_window.h"
 
+#include "tests/support/lines.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -19,16 +21,10 @@ namespace live {
 
 namespace {
 
+using support::Lines;
+
 constexpr std::chrono::seconds Patience{60};
 constexpr std::chrono::milliseconds Glance{20};
-
-std::vector<std::string> Lines(const std::string& text) {
-    std::vector<std::string> lines;
-    std::istringstream in(text);
-    for (std::string line; std::getline(in, line);)
-        lines.push_back(line);
-    return lines;
-}
 
 /// Whether no thread of a process runs, or would if it had a processor. True of one that is gone.
 bool Sleeps(int process) {
