@@ -118,6 +118,16 @@ TEST_F(PalmKeys, PageKeysHideTheFields) {
     EXPECT_FALSE(Device.Platform.cboInputField.Visible());
 }
 
+/// There alone something else than the end of a prompt takes its field away.
+TEST_F(PalmKeys, PageKeysHideTheFieldOfAPromptToo) {
+    Text value = u"a";
+    modPDAUI::InputPrompt(u"Title", modPDAUI::PromptLine, value, u"", false, false);
+    ASSERT_TRUE(Editing());
+    Up(34);
+    EXPECT_FALSE(Editing());
+    EXPECT_EQ(Screen(), ScrInput);
+}
+
 TEST_F(Keys, EnterClosesTheOpenFieldWithItsValue) {
     OpenRecords();
     Edit(0, u"Hall");

@@ -330,12 +330,29 @@ TEST_F(HiddenFields, ArePassedOverFromTheRowThatAPromptWasFor) {
 }
 
 TEST_F(HiddenFields, AreNoRowToGoByAfterAPrompt) {
-    Device.Main().SetRow(3);
+    for (std::int32_t row = 0; row < Device.Main().Rows(); ++row)
+        Device.Main().SetRowHeight(row, 0);
     modPDAUI::SaveGrids();
     modPDAUI::Prompt.SavedMain.Row = 2;
     modPDAUI::Grids.LastVisibleRow = 1;
     modPDAUI::RestoreGrids();
-    EXPECT_NE(modPDAUI::Grids.LastVisibleRow, 2);
+    EXPECT_EQ(Row(), 2);
+    EXPECT_EQ(modPDAUI::Grids.LastVisibleRow, 1);
+}
+
+/// An event would store a choice that nobody has made.
+TEST_F(RowChange, IsNotToldOfARowThatComesBackAfterAPrompt) {
+    static int told = 0;
+    GotoScreen(ScrTextFile);
+    Device.Main().SetRows(4);
+    Device.Main().SetRow(3);
+    ScreenRow(ScrTextFile).Behaviour.RowChanged = [] { ++told; };
+    Text value;
+    modPDAUI::InputPrompt(u"Title", modPDAUI::PromptDate, value, u"", false, false);
+    told = 0;
+    modPDAUI::EndInput(true);
+    EXPECT_EQ(Device.Main().Row(), 3);
+    EXPECT_EQ(told, 0);
 }
 
 TEST_F(HiddenFields, CantBeTapped) {

@@ -244,6 +244,16 @@ TEST_F(DriverRegistry, PropertiesHideRowsByTheFieldsThatWereLoadedLast) {
     EXPECT_GT(Device.Main().RowHeight(1), 0);
 }
 
+/// The kinds of the fields are the download's as well.
+TEST_F(DriverRegistry, NameThatIsTakenForADateEndsTheProgramWithTheWayOut) {
+    InstallMeter("Day|1|||||DATE|\nb|1||||||\n");
+    OpenDownload("Day|b\n01/03/2007|2\n");
+    ShowInstalled();
+    Choose(u"Edit");
+    const Text failure = support::FailureOf([this] { Tap(0, 1); });
+    EXPECT_NE(failure.find(u"open a download of another driver first"), Text::npos) << modStringTools::ToBytes(failure);
+}
+
 struct Damage {
     const char* What;
     std::string (*Of)(const std::string& bytes);

@@ -89,6 +89,20 @@ TEST_F(GridUnderAPointer, TakesTwoQuickTapsOnTwoRowsAsTwo) {
     EXPECT_THAT(Heard, ElementsAre("row 2", "press on 2", "release on 2", "row 3", "press on 3", "release on 3"));
 }
 
+TEST_F(GridUnderAPointer, TakesASecondPressThatComesLateAsATap) {
+    Tap(2);
+    Pass(1000);
+    const int interval = QApplication::doubleClickInterval();
+    QApplication::setDoubleClickInterval(1);
+    QTest::qWait(10);
+    Listen();
+    QMouseEvent event(QEvent::MouseButtonDblClick, Middle(2), Grid().mapToGlobal(Middle(2)), Qt::LeftButton,
+                      Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(&Grid(), &event);
+    QApplication::setDoubleClickInterval(interval);
+    EXPECT_THAT(Heard, ElementsAre("press on 2"));
+}
+
 /// The second half of a double click finds the screen that the first has brought up.
 class DoubleClickOnAList : public InAWindow {
 protected:
@@ -116,6 +130,26 @@ TEST_F(DoubleClickOnAList, OpensOneScreenAndNotTheNextOne) {
     EXPECT_FALSE(Field().Visible());
     DoubleClick(Middle(1, 1));
     EXPECT_TRUE(Field().Visible());
+}
+
+/// A hand that shakes hits another row with the second half.
+TEST_F(DoubleClickOnAList, OpensOneScreenAlsoAcrossTwoRows) {
+    Put("drivers.txt", "NAME|INFFILE\nMeter|meter.txt\nOther|meter.txt\n");
+    Put("qrnctrl.txt", "DRIVER|FILE|DATE|ALIAS\nMeter|qrn0001.txt|20070301|\nMeter|qrn0002.txt|20070301|\n");
+    modQuorin::GoBack();
+    modQuorin::GoBack();
+    Repaint();
+    ASSERT_EQ(Screen(), modQuorin::ScrDrivers);
+    const QPoint foot = Grid().CellRect(0, 0).bottomLeft();
+    Click(Grid(), foot);
+    ASSERT_EQ(Screen(), modQuorin::ScrDownloads);
+    const QPoint head = foot + QPoint(0, 1);
+    QMouseEvent event(QEvent::MouseButtonDblClick, head, Grid().mapToGlobal(head), Qt::LeftButton, Qt::LeftButton,
+                      Qt::NoModifier);
+    QCoreApplication::sendEvent(&Grid(), &event);
+    Up(Grid(), head);
+    EXPECT_EQ(Screen(), modQuorin::ScrDownloads);
+    EXPECT_EQ(Main().Row(), 0);
 }
 
 TEST_F(DoubleClickOnAList, OfTheConsoleIsTwoTaps) {

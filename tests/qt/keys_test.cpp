@@ -150,6 +150,34 @@ TEST_F(KeysOfAWindow, ActOnceWhenTheyAreHeldOverAChangeOfScreen) {
     EXPECT_EQ(Main().Row(), 1);
 }
 
+TEST_F(KeysOfAWindow, HeldOverABoxActOnce) {
+    ShowRows(5);
+    QTest::keyPress(Form().focusWidget(), Qt::Key_Down);
+    Settle();
+    ASSERT_EQ(Main().Row(), 1);
+    AskInABox(platform::BoxButtons::YesNo, [this] { Device.Platform.boxes.Press(platform::BoxAnswer::No); });
+    QKeyEvent repeat(QEvent::KeyPress, Qt::Key_Down, Qt::NoModifier, QString(), true);
+    QCoreApplication::sendEvent(Form().focusWidget(), &repeat);
+    Settle();
+    EXPECT_EQ(Main().Row(), 1);
+}
+
+/// Its release is none of the prompt's, and the long press that it has begun none either.
+TEST_F(KeysOfAWindow, EnterThatIsHeldOverAPromptIsNoLongPress) {
+    modQuorin::MenuEvent(u"File Debug...");
+    Repaint();
+    QTest::keyPress(Form().focusWidget(), Qt::Key_Return);
+    Settle();
+    ASSERT_TRUE(Device.Platform.tmrHoldEvent.Enabled());
+    Text value;
+    modPDAUI::InputPrompt(u"Title", modPDAUI::PromptLine, value, u"", false, false);
+    Settle();
+    QTest::keyRelease(Form().focusWidget(), Qt::Key_Return);
+    Settle();
+    EXPECT_FALSE(Device.Platform.tmrHoldEvent.Enabled());
+    EXPECT_EQ(Screen(), modQuorin::ScrInput);
+}
+
 /// Enter has chosen the date when it went down; what comes of the key afterwards is not for the record.
 TEST_F(KeysOfAWindow, EnterThatIsHeldOverACalendarPressesNothingOnTheRecord) {
     OpenRecord();
@@ -188,6 +216,19 @@ TEST_F(KeysOfAWindow, EnterAnswersAPromptOfOneLine) {
     EXPECT_THAT(answers, ElementsAre(u"ab", u"ab"));
 }
 
+TEST_F(KeysOfAWindow, EnterAnswersAChoiceFromAList) {
+    modQuorin::MenuEvent(u"File Debug...");
+    Repaint();
+    Text value = u"a";
+    Device.WillDo([this] {
+        Press(Qt::Key_Down);
+        Press(Qt::Key_Return);
+    });
+    modPDAUI::InputPrompt(u"Title", modPDAUI::PromptList, value, u"a,b", false, true);
+    EXPECT_EQ(value, u"b");
+    EXPECT_EQ(Screen(), modQuorin::ScrFileDebug);
+}
+
 TEST_F(KeysOfAWindow, EnterAnswersNoTextOfSeveralLines) {
     Ask(modPDAUI::PromptText, u"a");
     Press(Qt::Key_Return);
@@ -210,9 +251,10 @@ TEST_F(KeysOfAPocketPc, EnterReachesTheFormAndAnswersNothing) {
 
 TEST_F(KeysOfAWindow, PageKeysTurnNoMonth) {
     Ask(modPDAUI::PromptDate, u"05/03/2007");
-    Press(Qt::Key_PageDown);
-    Press(Qt::Key_PageUp);
-    Press(Qt::Key_PageUp);
+    for (const Qt::Key key : {Qt::Key_PageDown, Qt::Key_PageUp, Qt::Key_PageUp}) {
+        Press(key);
+        EXPECT_EQ(Calendar().monthShown(), 3);
+    }
     Device.Platform.StrikeKey(34);
     EXPECT_EQ(Calendar().monthShown(), 3);
     EXPECT_EQ(Device.Platform.dteInputField.Date(), (platform::CalendarDate{2007, 3, 5}));

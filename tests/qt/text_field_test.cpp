@@ -383,5 +383,16 @@ TEST_F(FieldOverARecord, IsLeftByKeysWithoutARest) {
     EXPECT_EQ(Main().Row(), 1);
 }
 
+TEST_F(FieldOverARecord, IsLeftByKeysWithoutARestAlsoAfterOneThatWasClosedByACommand) {
+    Type("1");
+    modQuorin::MenuEvent(u"Next Record");
+    Repaint();
+    Tap(2, 1);
+    Type("2");
+    Press(Qt::Key_Return);
+    Press(Qt::Key_Up);
+    EXPECT_EQ(Main().Row(), 1);
+}
+
 } // namespace
 } // namespace windowtest

@@ -134,6 +134,33 @@ TEST_F(FullPage, MovesOnceARound) {
     EXPECT_EQ(Grid().TopRow(), Grid().LastTop());
 }
 
+/// Rows that turn out to need less leave room for more of them, which the next round fills.
+TEST_F(FullPage, MovesOnceARoundAlsoWhereRowsAreFoundToBeLower) {
+    GotoScreen(ScrTextFile);
+    ShowList(std::vector<Text>(40, Text(60, u'x')));
+    for (std::int32_t row = 0; row < 40; ++row)
+        Grid().SetRowHeight(row, 100);
+    Grid().SetTopRow(39);
+    const std::int32_t first = Grid().LastTop();
+    Grid().RaiseWhatIsPending();
+    EXPECT_EQ(Grid().TopRow(), first);
+    EXPECT_LT(Grid().LastTop(), first);
+    Settle();
+    EXPECT_EQ(Grid().TopRow(), Grid().LastTop());
+}
+
+/// The name has room in its column but not beside a scroll bar, and a row that has wrapped beside one stays as high.
+TEST_F(FullPage, IsFilledBeforeAScrollBarTakesRoom) {
+    const std::string name(19, 'x');
+    InstallMeter("a|1||||||\nb|1||b||||\n" + name + "|1||||||\n");
+    OpenDownload("a|b|" + name + "\n||\n");
+    Repaint();
+    ASSERT_EQ(Grid().RowHeight(2), 17);
+    Capture(u"b", u"1");
+    Repaint();
+    EXPECT_EQ(Grid().RowHeight(2), 17);
+}
+
 TEST_F(FullPage, IsAtRestWhereEveryRowWraps) {
     GotoScreen(ScrTextFile);
     ShowList(std::vector<Text>(200, Text(100, u'x')));

@@ -73,6 +73,7 @@ TEST_F(Relayout, LaysTheOpenFieldBesideTheColumnAsThatIsPainted) {
         Settle();
         EXPECT_EQ(Device.Platform.txtInputField.Bounds().Left, Device.Main().ColWidth(0));
         EXPECT_EQ(Device.Platform.txtInputField.Bounds().Top, Device.Main().Bounds().Top);
+        EXPECT_EQ(Device.Platform.txtInputField.Bounds().Width, Device.Main().ColWidth(1));
         Device.Main().SetFocus();
         Settle();
     }
@@ -327,6 +328,18 @@ TEST_F(RelayoutOfADesktop, GridsThatComeBackAfterAPromptHaveTheSizeThatTheFormHa
     EXPECT_EQ(Device.Main().RowHeight(1), 0);
     EXPECT_EQ(Cell(0, 1), Text(30, u'x'));
     EXPECT_EQ(Device.Main().Row(), 2);
+}
+
+TEST_F(RelayoutOfADesktop, HiddenRowStaysHiddenAfterAPromptInAFormOfAnotherSize) {
+    ShowRows(6);
+    Device.Main().SetRowHeight(4, 0);
+    Text value;
+    InputPrompt(u"Title", PromptLine, value, u"", false, false);
+    Resize(640, 480);
+    EndInput(true);
+    Repaint();
+    EXPECT_EQ(Device.Main().RowHeight(3), 17);
+    EXPECT_EQ(Device.Main().RowHeight(4), 0);
 }
 
 TEST_F(Layout, RowThatAPromptWasForIsOnTheSmallerPageAfterIt) {
