@@ -101,6 +101,16 @@ void BlobCases::AddBlob(Text& text, std::uint32_t depth) {
     AddLine(text, Chosen.Of(EndLines));
 }
 
+/// Many variables and many results, as of an instrument with many channels: it shows what is kept of each result.
+void BlobCases::AddLongBlob(Text& text) {
+    AddLine(text, u"[BLob]");
+    for (std::uint32_t i = Chosen.Below(64); i > 0; --i)
+        AddLine(text, Tag(u"[DESCRIPTIVE_VAR", Text(u"a channel's name") + modStringTools::NumberText(i) + u"=1"));
+    for (std::uint32_t i = Chosen.Below(64); i > 0; --i)
+        AddLine(text, Chosen.OneIn(20) ? LineOfBlob() : Tag(u"[RESULT_UNIT", u"u"));
+    AddLine(text, u"[/BLob]");
+}
+
 void BlobCases::Damage(Text& text) {
     const std::size_t at = Chosen.Below(static_cast<std::uint32_t>(text.size()));
     switch (Chosen.Below(5)) {
@@ -148,7 +158,10 @@ Text BlobCases::ShortStream() {
 Text BlobCases::BlobText() {
     LineEnds = 0;
     Text text;
-    AddBlob(text, 3);
+    if (Chosen.OneIn(200))
+        AddLongBlob(text);
+    else
+        AddBlob(text, 3);
     while (Chosen.OneIn(3))
         text += Chosen.OneIn(2) ? LooseLine() : LineOfBlob() + u"\r";
     while (!text.empty() && Chosen.OneIn(2))

@@ -30,6 +30,7 @@ private:
     TextView LineEnd();
     void AddLine(Text& text, TextView line);
     void AddBlob(Text& text, std::uint32_t depth);
+    void AddLongBlob(Text& text);
     void Damage(Text& text);
 
     Choices& Chosen;
