@@ -274,6 +274,16 @@ TEST_F(KeyboardOfAPalm, KeyThatIsHandedOnWritesNothing) {
     EXPECT_THAT(Device.Did.Sent, ElementsAre(276, 520, 264, 516, 1280));
 }
 
+TEST_F(Keyboard, WritesABlankForANul) {
+    OpenRecord();
+    Tap(0, 1);
+    EXPECT_EQ(TypeText(Device.Platform, Text(u"b\0c", 3)), "");
+    EXPECT_EQ(Field().Contents(), u"ab c");
+    EXPECT_EQ(SetInput(Device.Platform, Text(u"d\0e", 3)), "");
+    EXPECT_EQ(Field().Contents(), u"d e");
+    EXPECT_EQ(Cell(0, 1), u"d e");
+}
+
 // Typed as so many changes, a text of 100,000 characters would be copied 100,000 times.
 TEST_F(Keyboard, TypesALongTextAsOneChangeUpToEachKeyThatWritesNothing) {
     OpenRecord();

@@ -111,6 +111,12 @@ protected:
     DeviceSerial Port{{}, [] { ++Received; }};
 };
 
+TEST_F(SimulatedPort, GivesABlankForANul) {
+    Port.SetPortOpen(true);
+    Port.Arrive(Text(u"a\0b", 3));
+    EXPECT_EQ(Port.ReadInput(), u"a b");
+}
+
 TEST_F(SimulatedPort, RaisesItsEventWhileEnoughCharactersWait) {
     Port.SetPortOpen(true);
     Port.SetReceiveThreshold(3);

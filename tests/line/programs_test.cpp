@@ -4,16 +4,15 @@
 #include "tests/console/running_console.h"
 #include "tests/line/collection.h"
 #include "tests/line/records.h"
+#include "tests/support/processor_time.h"
 
 #include <gtest/gtest.h>
 
 #include <atomic>
 #include <chrono>
 #include <fcntl.h>
-#include <fstream>
 #include <iostream>
 #include <poll.h>
-#include <sstream>
 #include <thread>
 #include <unistd.h>
 
@@ -21,6 +20,7 @@ namespace line {
 namespace {
 
 using live::RunningConsole;
+using support::ProcessorSeconds;
 using Clock = std::chrono::steady_clock;
 
 double SecondsSince(Clock::time_point start) {
@@ -68,21 +68,6 @@ private:
     std::atomic<std::size_t> Count = 0;
     std::thread Sender;
 };
-
-/// The time that a process has kept a processor busy, in seconds.
-double ProcessorSeconds(int process) {
-    std::ifstream file("/proc/" + std::to_string(process) + "/stat");
-    std::string line;
-    std::getline(file, line);
-    std::istringstream fields(line.substr(line.rfind(')') + 1));
-    std::string skipped;
-    for (int i = 3; i < 14; ++i)
-        fields >> skipped;
-    double user = 0;
-    double system = 0;
-    fields >> user >> system;
-    return (user + system) / static_cast<double>(::sysconf(_SC_CLK_TCK));
-}
 
 class OnTheLine : public testing::TestWithParam<const char*> {
 protected:

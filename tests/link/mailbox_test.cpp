@@ -256,6 +256,7 @@ INSTANTIATE_TEST_SUITE_P(Of, BytesOfADelivery,
                                                "\xB0"
                                                "C",
                                                u"\u00B0C"},
+                                         Bytes{"ANul", std::string("a\0b", 3), u"a b"},
                                          Bytes{"BothInOneLine", "\xC2\xB5\xB5\x80", u"\u00B5\u00B5\u20AC"},
                                          Bytes{"ACharacterBeyondTheFirstPlane", "\xF0\x9F\x92\x80\xB0",
                                                u"\xD83D\xDC80\u00B0"}),

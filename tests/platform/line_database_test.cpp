@@ -76,6 +76,16 @@ TEST_F(LineDatabaseFile, IsReadByAnotherToolWhileItIsOpen) {
     EXPECT_THAT(Outside("Databases/drivers.sqlite", "PRAGMA integrity_check"), ElementsAre("ok"));
 }
 
+TEST_F(LineDatabaseFile, HoldsNoNulAndGivesNoneThatAnotherToolHasWritten) {
+    const DatabaseId id = Made(u"drivers");
+    ASSERT_TRUE(Append(id, Text(u"a\0b", 3)));
+    EXPECT_THAT(Outside("Databases/drivers.sqlite", R"(SELECT hex(LineData) FROM "TEXT")"), ElementsAre("612062"));
+    Outside("Databases/drivers.sqlite", R"(UPDATE "TEXT" SET LineData = CAST(x'630064' AS TEXT))");
+    LineRecord record;
+    ASSERT_TRUE(Databases.FindRecord(id, 1) == NoError && Databases.ReadRecord(id, record));
+    EXPECT_EQ(record.LineData, u"c d");
+}
+
 TEST_F(LineDatabaseFile, StandsAloneOnceItIsAtRest) {
     const DatabaseId id = Made(u"drivers");
     ASSERT_TRUE(Append(id, u"one"));

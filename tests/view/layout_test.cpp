@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "platform/device/form_events.h"
 #include "tests/view/layout_fixture.h"
 
 #include <limits>
@@ -31,6 +32,16 @@ TEST_F(Layout, FormGrowsBackWhenTheKeyboardGoes) {
     Keyboard(true, 0, 80);
     Keyboard(false, 0, 80);
     EXPECT_EQ(FormBox(), InTwips({0, 0, 240, 320}));
+}
+
+TEST_F(Layout, AKeyboardAsTallAsTheScreenIsTakenAsNone) {
+    const Box whole = FormBox();
+    for (const std::int32_t height : {320, 1000}) {
+        platform::device::RaiseKeyboard(Device.Platform.system, -1, 0, 0, 240, height);
+        EXPECT_EQ(FormBox(), whole) << height;
+    }
+    platform::device::RaiseKeyboard(Device.Platform.system, -1, 0, 120, 240, 200);
+    EXPECT_EQ(FormBox(), InTwips({0, 0, 240, 120}));
 }
 
 TEST_F(Layout, AKeyboardBeyondAllNumbersOfPixelsLeavesACellThatHasAHeight) {

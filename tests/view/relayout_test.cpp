@@ -73,6 +73,8 @@ TEST_F(Relayout, LaysTheOpenFieldBesideTheColumnAsThatIsPainted) {
         Settle();
         EXPECT_EQ(Device.Platform.txtInputField.Bounds().Left, Device.Main().ColWidth(0));
         EXPECT_EQ(Device.Platform.txtInputField.Bounds().Top, Device.Main().Bounds().Top);
+        Device.Main().SetCell(row, 0, u"renamed");
+        Settle();
         EXPECT_EQ(Device.Platform.txtInputField.Bounds().Width, Device.Main().ColWidth(1));
         Device.Main().SetFocus();
         Settle();

@@ -2,6 +2,7 @@
 #include "tests/window/running_window.h"
 
 #include "tests/support/lines.h"
+#include "tests/support/processor_time.h"
 
 #include <gtest/gtest.h>
 
@@ -169,17 +170,7 @@ long Child::MemoryKilobytes() const {
 }
 
 double Child::ProcessorSeconds() const {
-    std::ifstream in("/proc/" + std::to_string(Process) + "/stat");
-    std::string text;
-    std::getline(in, text);
-    std::istringstream rest(text.substr(text.rfind(')') + 1)); // the name may hold blanks
-    std::string skipped;
-    for (int field = 3; field < 14; ++field)
-        rest >> skipped;
-    long user = 0;
-    long system = 0;
-    rest >> user >> system;
-    return static_cast<double>(user + system) / static_cast<double>(::sysconf(_SC_CLK_TCK));
+    return support::ProcessorSeconds(Process);
 }
 
 // --- the desktop -----------------------------------------------------------------------------------------------------
