@@ -15,14 +15,24 @@ bool SetsAKeyOfOurs(const std::string& line) {
            key.find("colour") != std::string::npos || key.find("fontsize") != std::string::npos;
 }
 
-/// A last line without its end gets one, and a mark of the byte order goes.
+bool HasMark(const std::string& bytes) {
+    return bytes.compare(0, 3, "\xEF\xBB\xBF") == 0;
+}
+
+std::vector<std::string> LinesOfSettings(const std::string& bytes) {
+    std::string text = HasMark(bytes) ? bytes.substr(3) : bytes;
+    if (!text.empty() && text.back() != '\n')
+        text += '\n';
+    return fuzz::LinesOf(text);
+}
+
+/// A last line without its end gets one, and a byte-order mark stays at the head.
 bool KeepsOtherLines(const std::string& before, const std::string& after) {
-    std::string old = before.compare(0, 3, "\xEF\xBB\xBF") == 0 ? before.substr(3) : before;
-    if (!old.empty() && old.back() != '\n')
-        old += '\n';
-    const std::vector<std::string> lines = fuzz::LinesOf(after);
+    if (HasMark(before) != HasMark(after))
+        return false;
+    const std::vector<std::string> lines = LinesOfSettings(after);
     auto place = lines.begin();
-    for (const std::string& line : fuzz::LinesOf(old)) {
+    for (const std::string& line : LinesOfSettings(before)) {
         if (SetsAKeyOfOurs(line))
             continue;
         place = std::find(place, lines.end(), line);

@@ -145,11 +145,13 @@ SettingsFile::SettingsFile(const PathMap& paths, const Text& devicePath)
 }
 
 SettingsFile::SettingsFile(FindEntry find) : Find(std::move(find)) {
-    ReadError = Read(Lines);
+    Content content;
+    ReadError = Read(content);
+    Lines = std::move(content.Lines);
 }
 
 /// A file that is not there has no lines: the first setting makes it.
-ErrorNumber SettingsFile::Read(std::vector<std::string>& lines) const {
+ErrorNumber SettingsFile::Read(Content& content) const {
     FileEntry entry;
     std::string bytes;
     ErrorNumber error = Find(entry);
@@ -160,9 +162,10 @@ ErrorNumber SettingsFile::Read(std::vector<std::string>& lines) const {
     if (error != NoError)
         return error == PathRefused ? PermissionDenied : error; // a link is there, and must not be followed
     std::size_t start = bytes.size() - BehindMark(bytes).size();
+    content.Mark = bytes.substr(0, start);
     while (start < bytes.size()) {
         const std::size_t end = std::min(bytes.find('\n', start), bytes.size());
-        lines.push_back(bytes.substr(start, end - start));
+        content.Lines.push_back(bytes.substr(start, end - start));
         start = end + 1;
     }
     return NoError;
@@ -210,12 +213,12 @@ ErrorNumber SettingsFile::Save(const Text&, const Text& section, const Text& key
     if (ReadError != NoError)
         return ReadError;
     // Somebody may have written other keys meanwhile. They stay, and count from the next start on.
-    std::vector<std::string> lines;
-    if (const ErrorNumber error = Read(lines); error != NoError)
+    Content content;
+    if (const ErrorNumber error = Read(content); error != NoError)
         return error;
     const std::string written = Escaped(modStringTools::ToBytes(value));
-    Put(lines, sectionBytes, keyBytes, written);
-    const ErrorNumber error = Write(lines);
+    Put(content.Lines, sectionBytes, keyBytes, written);
+    const ErrorNumber error = Write(content);
     if (error == NoError)
         Put(Lines, sectionBytes, keyBytes, written);
     return error;
@@ -238,9 +241,9 @@ void SettingsFile::Put(std::vector<std::string>& lines, const std::string& secti
     }
 }
 
-ErrorNumber SettingsFile::Write(const std::vector<std::string>& lines) const {
-    std::string bytes;
-    for (const std::string& line : lines)
+ErrorNumber SettingsFile::Write(const Content& content) const {
+    std::string bytes = content.Mark;
+    for (const std::string& line : content.Lines)
         bytes += line + '\n';
     FileEntry entry;
     if (const ErrorNumber error = Find(entry); error != NoError)

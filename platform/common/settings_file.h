@@ -18,7 +18,8 @@ namespace platform::common {
 ///     ComPort=Com3
 ///     Font=Tahoma
 ///
-///  1. It is UTF-8, one entry a line, with LF or CR LF. A byte-order mark at its start is passed over.
+///  1. It is UTF-8, one entry a line, with LF or CR LF. A byte-order mark at its start is none of the first
+///     line, and stays when a setting is saved.
 ///  2. `[Name]` begins a section, which goes on to the next such line. The file belongs to one application, whose name
 ///     is written nowhere.
 ///  3. `Key=Value`: the key ends at the first `=`. The value is what stands behind it, literally: backslashes, quotes,
@@ -35,8 +36,8 @@ namespace platform::common {
 /// The values are those that were read at the start and saved since. A save reads the file again, puts the one key into
 /// what is there, and writes it as a whole, so that it is the old one or the new one whatever happens meanwhile, and
 /// what another program has written of other keys stays: it counts from the next start on. A file that can't be read,
-/// or is larger than 1 MB, is an empty one that can't be saved: what it holds would be gone. When saving fails the setting
-/// keeps its old value in memory too.
+/// or is larger than 1 MB, is an empty one that can't be saved: what it holds would be gone. When saving fails the
+/// setting keeps its old value in memory too.
 class SettingsFile final : public Settings {
 public:
     /// A file that a person has named: links in the path are meant.
@@ -52,17 +53,23 @@ public:
 private:
     using FindEntry = std::function<ErrorNumber(FileEntry&)>;
 
+    /// What is in the file.
+    struct Content {
+        std::string Mark;               ///< a byte-order mark at its head, or nothing
+        std::vector<std::string> Lines; ///< without LF; a CR in front of it is kept
+    };
+
     explicit SettingsFile(FindEntry find);
     struct Place;
     static Place Locate(const std::vector<std::string>& lines, const std::string& section, const std::string& key);
     static void Put(std::vector<std::string>& lines, const std::string& section, const std::string& key,
                     const std::string& written);
-    ErrorNumber Read(std::vector<std::string>& lines) const;
-    ErrorNumber Write(const std::vector<std::string>& lines) const;
+    ErrorNumber Read(Content& content) const;
+    ErrorNumber Write(const Content& content) const;
 
     FindEntry Find;                  ///< looked for at each use: its folder may be exchanged meanwhile
     ErrorNumber ReadError = NoError; ///< why there are no lines, when the file may have some
-    std::vector<std::string> Lines;  ///< without LF; a CR in front of it is kept
+    std::vector<std::string> Lines;  ///< as read at the start, with what has been saved since
 };
 
 } // namespace platform::common

@@ -71,6 +71,20 @@ INSTANTIATE_TEST_SUITE_P(
                     Value{u"\xD83D\xDE00", "\xF0\x9F\x98\x80"}, Value{u"\x00A0x\x00A0", "\xC2\xA0x\xC2\xA0"},
                     Value{u"\xDCFF\xDC80", "\xFF\x80"}, Value{u"\xFEFF", "\xEF\xBB\xBF"}));
 
+/// Some editors put a byte-order mark at the head, and some tools go by it.
+TEST_F(SettingsFileTest, LeavesAByteOrderMarkWhereItIs) {
+    Put("\xEF\xBB\xBF[Settings]\nComPort=Com1\n");
+    SettingsFile store = Store();
+    ASSERT_EQ(store.Save(u"Quorin", u"Settings", u"ComPort", u"Com2"), NoError);
+    EXPECT_EQ(Bytes(), "\xEF\xBB\xBF[Settings]\nComPort=Com2\n");
+    Put("[Settings]\nComPort=Com2\n"); // gone meanwhile
+    ASSERT_EQ(store.Save(u"Quorin", u"Settings", u"ComPort", u"Com3"), NoError);
+    EXPECT_EQ(Bytes(), "[Settings]\nComPort=Com3\n");
+    Put("\xEF\xBB\xBF");
+    ASSERT_EQ(store.Save(u"Quorin", u"Settings", u"ComPort", u"Com4"), NoError);
+    EXPECT_EQ(Bytes(), "\xEF\xBB\xBF[Settings]\nComPort=Com4\n");
+}
+
 TEST_F(SettingsFileTest, ReadsAFileThatAPersonWrote) {
     Put("\xEF\xBB\xBF# mine\r\n[ Settings ]\r\n  ComPort =  Com3 \r\nRFCOMM_Path=\\a b\\\r\nPercent=50%\nLast=%41");
     EXPECT_EQ(Get(u"ComPort"), u"Com3");
