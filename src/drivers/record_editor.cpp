@@ -88,6 +88,11 @@ constexpr RecordCommandRow RecordCommands[] = {
     {u"NEW", NewRecord}, {u"INSERT", InsertRecord}, {u"DELETE", DeleteRow},
 };
 
+/// A reading goes into the record of a download alone: the editor of a driver's table has no fields that ask for one.
+bool TakesReadings() {
+    return Screens.CurrentScreen == ScrInfRecord && !Inf.InfFields.empty();
+}
+
 /// A record that is on the screen need not be left for another one at once.
 struct RecordMayStay {
     RecordMayStay() { Table.RowMayStay = true; }
@@ -192,7 +197,8 @@ void RecordCommand(const Text& command) {
         AddRow(-1); // a table of records is never left without one on screen
     ShowRecord();
     ShowPosition();
-    modBluetooth::TellWhatWaits();
+    if (TakesReadings())
+        modBluetooth::TellWhatWaits();
 }
 
 void ShowRecordTitle(const Text& title) {

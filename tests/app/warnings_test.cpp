@@ -96,6 +96,25 @@ TEST_F(Warnings, NothingIsToldWhereNoReadingWaits) {
     EXPECT_THAT(Device.Did.Warnings, IsEmpty());
 }
 
+/// Nothing goes into a record there: the waiting reading is for the next download that is opened.
+TEST_F(Warnings, NothingIsToldInTheInfEditorAndOnADriversName) {
+    Open();
+    Arrive(Reading);
+    for (int back = 0; back < 3; ++back)
+        GoBack();
+    ASSERT_EQ(Screen(), ScrMain);
+    MenuEvent(u"inf editor...");
+    MenuEvent(u"Edit");
+    ASSERT_EQ(Screen(), ScrDriverProperties);
+    MenuEvent(u"Next Record");
+    MenuEvent(u"Save");
+    ASSERT_EQ(TitleCell(0), u"Inf Editor");
+    Choose(u"Next Record");
+    Choose(u"New Record");
+    EXPECT_THAT(About(u"waiting"), IsEmpty());
+    EXPECT_EQ(InTheLine(), u"");
+}
+
 // Another driver's record.
 
 class OfTwoDrivers : public Warnings {
