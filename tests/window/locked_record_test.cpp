@@ -1,0 +1,161 @@
+// SPDX-License-Identifier: MIT
+// A record in the window whose line database another program locks: the window lives while it is waited for, and the
+// form does not.
+#include "drivers/record_editor.h"
+#include "link/receive.h"
+#include "platform/device/gestures.h"
+#include "storage/keyed_tables.h"
+#include "tests/window/watched_window.h"
+#include "view/display_state.h"
+
+#include <sqlite3.h>
+
+namespace windowtest {
+namespace {
+
+using namespace modFileSystem;
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+const std::string Waits = "Another program is using this file: waiting…";
+
+/// Counts what a widget is asked to paint.
+class Paintings final : public QObject {
+public:
+    explicit Paintings(QWidget& widget) { widget.installEventFilter(this); }
+    int Count = 0;
+
+private:
+    bool eventFilter(QObject*, QEvent* event) override {
+        Count += event->type() == QEvent::Paint ? 1 : 0;
+        return false;
+    }
+};
+
+/// The second of three records of a line database, with a value that is not saved, and another program's lock.
+class LockedRecordInTheWindow : public WatchedWindow {
+protected:
+    LockedRecordInTheWindow() {
+        Device.Platform.settings.Save(u"Quorin", u"Settings", u"ComPort", u"Com1");
+        OpenRecord("Place|Moisture|Remark\n||\n");
+        CreateTable(u".\\Quorin\\test.pdb", u"Place|Moisture|Remark", u"r", u"TEXT", u"QVRN");
+        for (const char16_t* place : {u"one", u"two", u"three"}) {
+            AddRow(-1);
+            SetField(u"PLACE", place);
+            SaveRow();
+        }
+        GotoRow(2);
+        modQuorin::ShowRecord();
+        Pass(1100); // the port is open
+        sqlite3_open((Device.Folder.Path() / "Databases" / "test.sqlite").c_str(), &Tool);
+        Main().SetCell(1, 1, u"23.4");
+        Table.RecordDirty = true;
+        Settle();
+        // What is there to be told once the lock shows: long enough for the window to say so, and no longer.
+        Patience().Longest = std::chrono::milliseconds(400);
+    }
+    ~LockedRecordInTheWindow() override {
+        CloseTable();
+        sqlite3_close(Tool);
+    }
+
+    platform::common::LockWait& Patience() { return Device.Platform.hostDatabases.Patience; }
+    void TheTool(const char* sql) { ASSERT_EQ(sqlite3_exec(Tool, sql, nullptr, nullptr, nullptr), SQLITE_OK) << sql; }
+    /// Beside what the window itself does at each moment of the wait.
+    void WhileItWaits(std::function<void()> look) {
+        Patience().Waiting = [own = Patience().Waiting, look = std::move(look)] {
+            own();
+            look();
+        };
+    }
+    void NextRecord() {
+        EXPECT_EQ(platform::device::Choose(Device.Platform, u"Next Record"), "");
+        Settle();
+    }
+    std::vector<Text> Rows() {
+        std::vector<Text> rows;
+        for (std::int32_t line = 2; line <= FileLineCount(Table.TableFile); ++line)
+            rows.push_back(ReadFileLine(Table.TableFile, line));
+        return rows;
+    }
+
+    sqlite3* Tool = nullptr;
+};
+
+TEST_F(LockedRecordInTheWindow, PaintsAndSaysWhatIsWaitedFor) {
+    Paintings paintings(Grid());
+    bool isSaid = false;
+    int before = -1;
+    WhileItWaits([&] {
+        isSaid = isSaid || LinkLine() == Waits;
+        before = before < 0 ? paintings.Count : before;
+        Grid().update(); // as when a window that lay over it goes away
+    });
+    TheTool("BEGIN EXCLUSIVE");
+    NextRecord();
+    EXPECT_TRUE(isSaid);
+    EXPECT_GT(paintings.Count, before) << "what was uncovered stays blank";
+    EXPECT_NE(LinkLine(), Waits) << "nothing is waited for any more";
+}
+
+TEST_F(LockedRecordInTheWindow, IsToldInRedAndStaysOnTheScreenUntilItCanBeSaved) {
+    TheTool("BEGIN EXCLUSIVE");
+    NextRecord();
+    EXPECT_THAT(Device.Did.Unsaved, ElementsAre(testing::Pair(u"test", u"another program is using it")));
+    EXPECT_THAT(RedLine(), HasSubstr("test"));
+    EXPECT_THAT(RedLine(), HasSubstr("another program is using it"));
+    EXPECT_EQ(Cell(0, 1), u"two");
+    EXPECT_EQ(Cell(1, 1), u"23.4");
+    TheTool("ROLLBACK");
+    EXPECT_THAT(Rows(), ElementsAre(u"one||", u"two||", u"three||"));
+    NextRecord();
+    EXPECT_EQ(Cell(0, 1), u"three");
+    EXPECT_THAT(Rows(), ElementsAre(u"one||", u"two|23.4|", u"three||"));
+    EXPECT_EQ(Device.Did.Unsaved.size(), 1U);
+}
+
+/// A tick is due all the time, the port has something, and a person clicks: all that comes when the wait is over.
+TEST_F(LockedRecordInTheWindow, RaisesNothingOfTheApplicationMeanwhile) {
+    const Text line = u"something\r\n";
+    int looks = 0;
+    const float polled = modBluetooth::Receive.LastPollTime;
+    WhileItWaits([&] {
+        if (looks++ == 0) {
+            Device.Platform.serial.Arrive(line);
+            const QPoint place = Grid().mapTo(Grid().window(), Middle(2, 1));
+            QTest::mouseClick(Grid().window()->windowHandle(), Qt::LeftButton, {}, place);
+        }
+        Device.Platform.loop.Jump(100);
+        EXPECT_EQ(modBluetooth::Receive.LastPollTime, polled) << "a tick of the link";
+        EXPECT_EQ(modBluetooth::Receive.ReadyText, u"") << "a receive event";
+        EXPECT_FALSE(Field().Visible()) << "a tap";
+    });
+    TheTool("BEGIN EXCLUSIVE");
+    EXPECT_EQ(platform::device::Choose(Device.Platform, u"Next Record"), "");
+    EXPECT_GT(looks, 5);
+    Settle();
+    Pass(600);
+    EXPECT_NE(modBluetooth::Receive.LastPollTime, polled);
+    EXPECT_EQ(modBluetooth::Receive.ReadyText, line);
+}
+
+/// After a sleep the port is closed and opened anew, and what comes meanwhile is lost.
+TEST_F(LockedRecordInTheWindow, IsNoSleepOfTheDeviceHoweverLongItIs) {
+    Pass(1000);
+    ASSERT_EQ(modBluetooth::Receive.LinkState, modBluetooth::LinkStateOpen);
+    WhileItWaits([this, isFirst = true]() mutable {
+        if (std::exchange(isFirst, false))
+            Device.Platform.loop.Jump(5000);
+    });
+    TheTool("BEGIN EXCLUSIVE");
+    NextRecord();
+    ASSERT_EQ(Device.Did.Unsaved.size(), 1U);
+    for (int tick = 0; tick < 4; ++tick) {
+        Pass(500);
+        EXPECT_EQ(modBluetooth::Receive.LinkState, modBluetooth::LinkStateOpen) << tick;
+        EXPECT_TRUE(Device.Platform.serial.PortOpen()) << tick;
+    }
+}
+
+} // namespace
+} // namespace windowtest
