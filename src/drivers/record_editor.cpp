@@ -27,18 +27,6 @@ std::int32_t SharedFields() {
     return std::min(HeldFields(), Device().grdMain.Rows());
 }
 
-/// What stands in a row of the grid and is no field of the record's row in the file is not stored. The form goes on
-/// without a word.
-void TellWhatHasNoField() {
-    Text names;
-    for (std::int32_t row = SharedFields(); row < Device().grdMain.Rows(); ++row) {
-        if (!Device().grdMain.Cell(row, ValueColumn).empty())
-            names += (names.empty() ? u" " : u", ") + Device().grdMain.Cell(row, 0);
-    }
-    if (!names.empty())
-        Device().saveWatcher.NotSaved(Table.TableName, u"the record in the file has no field" + names);
-}
-
 void ShowPosition() {
     Device().grdTitle.SetCell(
         0, 1, modStringTools::NumberText(Table.TableRowIndex) + u"/" + modStringTools::NumberText(TableRowCount()));
@@ -149,12 +137,12 @@ void CollectRecordEdits() {
 
 void SaveRecordFromGrid() {
     if (!Table.TableFile.valid) {
-        Device().saveWatcher.NotSaved(Table.TableName, u"the file could not be made");
+        TellWhatHasNoField({});
         return;
     }
     Device().txtInputField.Commit();
     modPDAUI::ShowBusy(true);
-    TellWhatHasNoField();
+    TellWhatHasNoField(TextsOfGrid());
     SaveTexts(TextsOfGrid());
     modPDAUI::ShowBusy(false);
 }
@@ -165,6 +153,19 @@ std::vector<Text> TextsOfGrid() {
     for (std::int32_t row = 0; row < grdMain.Rows(); ++row)
         texts.push_back(grdMain.Cell(row, ValueColumn));
     return texts;
+}
+
+void TellWhatHasNoField(const std::vector<Text>& texts) {
+    const std::vector<Text>& columns = Table.TableColumns;
+    Text names;
+    for (auto i = static_cast<std::size_t>(HeldFields()); i < texts.size() && i < columns.size(); ++i) {
+        if (!texts[i].empty())
+            names += (names.empty() ? u" " : u", ") + columns[i];
+    }
+    if (!Table.TableFile.valid)
+        Device().saveWatcher.NotSaved(Table.TableName, u"the file could not be made");
+    else if (!names.empty())
+        Device().saveWatcher.NotSaved(Table.TableName, u"the record in the file has no field" + names);
 }
 
 void SaveTexts(const std::vector<Text>& texts) {

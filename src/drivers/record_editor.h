@@ -21,6 +21,9 @@ void SaveRecordFromGrid();
 /// The values of the record that is in the grid, from its first row on.
 std::vector<Text> TextsOfGrid();
 
+/// Tells which of the values no save can store: those for which the row has no field, or all where there is no file.
+void TellWhatHasNoField(const std::vector<Text>& texts);
+
 /// Writes values to the current row, on disk. Those for which the row has no field go nowhere.
 void SaveTexts(const std::vector<Text>& texts);
 

@@ -35,16 +35,19 @@ bool RecordIsUnsaved() {
     return onShow && Table.RecordDirty;
 }
 
-/// A record without a row in the file has nowhere to go: the header stands where it would be written.
 bool RecordToRescue() {
-    return RecordIsUnsaved() && modFileSystem::HeldFields() > 0 && modFileSystem::Slots.Running == 0;
+    return RecordIsUnsaved() && modFileSystem::Slots.Running == 0;
 }
 
 void RescueRecord() {
     if (Rescue.RecordRescued || !RecordToRescue())
         return;
     Rescue.RecordRescued = true;
-    SaveTexts(PromptCoversRecord() ? TextsOfCoveredGrid() : TextsOfGrid());
+    const std::vector<Text> texts = PromptCoversRecord() ? TextsOfCoveredGrid() : TextsOfGrid();
+    TellWhatHasNoField(texts);
+    // A record without a row in the file has nowhere to go: the header stands where it would be written.
+    if (modFileSystem::HeldFields() > 0)
+        SaveTexts(texts);
 }
 
 } // namespace modQuorin

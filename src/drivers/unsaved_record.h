@@ -17,7 +17,7 @@ bool RecordIsUnsaved();
 bool RecordToRescue();
 
 /// Saves that record, once a run; nothing where there is none. Its texts are those of its own grid, also where a prompt
-/// has taken the grid. A failure is told as that of any save.
+/// has taken the grid. A failure is told as that of any save, and so is what the file has no place for.
 void RescueRecord();
 
 } // namespace modQuorin

@@ -55,6 +55,51 @@ TEST_F(UnsavedRecord, IsSavedFromUnderACalendar) {
     EXPECT_EQ(Download(), Header + "a|01/04/2007|typed\n1|2|3\n");
 }
 
+/// The fields that the row has are saved, and the others are named.
+TEST_F(UnsavedRecord, OfARowShorterThanItsHeaderIsSavedAsFarAsItGoes) {
+    OpenDownload(Header + "a\n1|2|3\n");
+    Repaint();
+    Edit(0, u"new");
+    Edit(2, u"typed");
+    Device.Platform.settings.Save(u"Quorin", u"Settings", u"ComPort", u"printer");
+    EXPECT_THAT(modStringTools::ToBytes(support::FailureOf([this] { Device.Tick(500); })), HasSubstr("printer"));
+    EXPECT_EQ(Download(), Header + "new\n1|2|3\n");
+    EXPECT_THAT(Device.Did.Unsaved,
+                testing::ElementsAre(testing::Pair(u"qrn0001.txt", u"the record in the file has no field Remark")));
+}
+
+/// The saved copy of the grid is what is looked at then.
+TEST_F(UnsavedRecord, OfAShortRowUnderACalendarIsToldTheSameWay) {
+    OpenDownload(Header + "a|01/04/2007\n1|2|3\n");
+    Repaint();
+    Edit(2, u"typed");
+    Tap(1, 1);
+    ASSERT_EQ(Screen(), ScrInput);
+    Device.Platform.settings.Save(u"Quorin", u"Settings", u"ComPort", u"printer");
+    EXPECT_NE(support::FailureOf([this] { Device.Tick(500); }), u"");
+    EXPECT_EQ(Download(), Header + "a|01/04/2007\n1|2|3\n");
+    EXPECT_THAT(Device.Did.Unsaved,
+                testing::ElementsAre(testing::Pair(u"qrn0001.txt", u"the record in the file has no field Remark")));
+}
+
+TEST_F(UnsavedRecord, OfADownloadWithoutAFileIsToldAndMakesNone) {
+    GoBack();
+    std::filesystem::remove(Device.Folder.Path() / "Quorin/qrn0001.txt");
+    std::filesystem::create_directory(Device.Folder.Path() / "Quorin/qrn0001.txt");
+    OpenDownload("");
+    Device.Did.Unsaved.clear(); // what was told at the opening
+    Device.Platform.settings.Save(u"Quorin", u"Settings", u"ComPort", u"Com1");
+    Device.Tick(500);
+    Device.Platform.serial.Arrive(u"[BLob]\r\n[RESULT_TYPE \"Moisture\"]\r\n[RESULT_VALUE \"23.4\"]\r\n"
+                                  u"[RESULT_UNIT \"%\"]\r\n[/BLob]\r\n");
+    Device.Tick(1500);
+    ASSERT_EQ(Cell(0, 1), u"23.4 %");
+    Device.Did.Unsaved.clear(); // the reading itself
+    EXPECT_NE(support::FailureOf([] { platform::RuntimeFailure(u"no reason"); }), u"");
+    EXPECT_THAT(Device.Did.Unsaved, testing::ElementsAre(testing::Pair(u"qrn0001.txt", u"the file could not be made")));
+    EXPECT_TRUE(std::filesystem::is_empty(Device.Folder.Path() / "Quorin/qrn0001.txt"));
+}
+
 TEST_F(UnsavedRecord, ThatNobodyHasTouchedIsNotWritten) {
     Device.Platform.faults.FailNext(-1);
     FailureAtTheDate();
@@ -147,6 +192,7 @@ TEST_F(UnsavedRecord, WithoutARowOfItsOwnIsNotWrittenOverTheHeader) {
     RescueRecord();
     EXPECT_EQ(Download(), before);
     EXPECT_TRUE(RecordIsUnsaved());
+    EXPECT_THAT(Device.Did.Unsaved, testing::SizeIs(1));
 }
 
 TEST_F(UnsavedRecord, IsSavedOnceARun) {
