@@ -3,13 +3,13 @@
 
 #include "app/commands.h"
 #include "app/form.h"
+#include "apps/start/exit_status.h"
 #include "apps/start/process.h"
 #include "arguments.h"
 #include "platform/device/form_events.h"
 #include "platform/device/gestures.h"
 #include "platform/device/keyboard.h"
 #include "reports.h"
-#include "session.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -55,42 +55,42 @@ Error ReadPlace(const std::string& rest, GridPlace& place) {
     return Done;
 }
 
-Error RunTap(Session& session, const std::string& rest) {
+Error RunTap(const Target& target, const std::string& rest) {
     GridPlace place;
     const Error error = ReadPlace(rest, place);
-    return error.empty() ? Tap(session.Device(), place.Row, place.Col) : error;
+    return error.empty() ? Tap(target.Device, place.Row, place.Col) : error;
 }
 
-Error RunHold(Session& session, const std::string& rest) {
+Error RunHold(const Target& target, const std::string& rest) {
     GridPlace place;
     const Error error = ReadPlace(rest, place);
-    return error.empty() ? Hold(session.Device(), place.Row, place.Col) : error;
+    return error.empty() ? Hold(target.Device, place.Row, place.Col) : error;
 }
 
-Error RunMenu(Session& session, const std::string& rest) {
+Error RunMenu(const Target& target, const std::string& rest) {
     const Arguments words = WordsOf(rest);
     const auto menu = words.size() == 2 ? SmallNumber(words[0]) : std::nullopt;
     const auto item = words.size() == 2 ? SmallNumber(words[1]) : std::nullopt;
-    return menu && item ? ClickItem(session.Device(), *menu, *item) : "wants M I";
+    return menu && item ? ClickItem(target.Device, *menu, *item) : "wants M I";
 }
 
-Error RunTitle(Session& session, const std::string& rest) {
+Error RunTitle(const Target& target, const std::string& rest) {
     const Arguments words = WordsOf(rest);
     const auto menu = words.size() == 1 ? SmallNumber(words[0]) : std::nullopt;
-    return menu ? ClickTitle(session.Device(), *menu) : "wants M";
+    return menu ? ClickTitle(target.Device, *menu) : "wants M";
 }
 
-Error RunChoose(Session& session, const std::string& rest) {
+Error RunChoose(const Target& target, const std::string& rest) {
     const auto caption = TextFrom(rest);
-    return caption ? Choose(session.Device(), *caption) : "is no proper JSON string";
+    return caption ? Choose(target.Device, *caption) : "is no proper JSON string";
 }
 
 /// A command that no menu of any screen offers can be given all the same, for who looks after a device.
-Error RunCommand(Session& session, const std::string& rest) {
+Error RunCommand(const Target& target, const std::string& rest) {
     const auto text = TextFrom(rest);
     if (!text)
         return "is no proper JSON string";
-    Error error = FormRefusal(session.Device());
+    Error error = FormRefusal(target.Device);
     if (error.empty())
         error = modStringTools::ToBytes(modQuorin::CommandRefusal(*text));
     if (error.empty())
@@ -98,49 +98,49 @@ Error RunCommand(Session& session, const std::string& rest) {
     return error;
 }
 
-Error RunSet(Session& session, const std::string& rest) {
+Error RunSet(const Target& target, const std::string& rest) {
     const auto text = TextFrom(rest);
-    return text ? SetInput(session.Device(), *text) : "is no proper JSON string";
+    return text ? SetInput(target.Device, *text) : "is no proper JSON string";
 }
 
-Error RunAnswer(Session& session, const std::string& rest) {
+Error RunAnswer(const Target& target, const std::string& rest) {
     const Arguments words = WordsOf(rest);
     if (words == Arguments{"yes"})
-        return Answer(session.Device(), BoxAnswer::Yes);
+        return Answer(target.Device, BoxAnswer::Yes);
     if (words == Arguments{"no"})
-        return Answer(session.Device(), BoxAnswer::No);
+        return Answer(target.Device, BoxAnswer::No);
     if (words == Arguments{"ok"})
-        return Answer(session.Device(), BoxAnswer::Ok);
+        return Answer(target.Device, BoxAnswer::Ok);
     return "wants yes, no or ok";
 }
 
-Error RunClose(Session& session, const std::string&) {
-    return CloseForm(session.Device());
+Error RunClose(const Target& target, const std::string&) {
+    return CloseForm(target.Device);
 }
 
 // --- keys ------------------------------------------------------------------------------------------------------------
 
-Error RunKey(Session& session, const std::string& rest) {
+Error RunKey(const Target& target, const std::string& rest) {
     const Arguments words = WordsOf(rest);
     const auto code = words.size() == 1 ? SmallNumber(words[0]) : std::nullopt;
     if (!code || *code < 1)
         return "wants CODE, the number of a key";
-    return PressKey(session.Device(), *code);
+    return PressKey(target.Device, *code);
 }
 
-Error RunType(Session& session, const std::string& rest) {
+Error RunType(const Target& target, const std::string& rest) {
     const auto text = TextFrom(rest);
-    return text ? TypeText(session.Device(), *text) : "is no proper JSON string";
+    return text ? TypeText(target.Device, *text) : "is no proper JSON string";
 }
 
-Error RunPick(Session& session, const std::string& rest) {
+Error RunPick(const Target& target, const std::string& rest) {
     const Arguments words = WordsOf(rest);
     const auto date = words.size() == 1 ? platform::device::DateFromText(words[0]) : std::nullopt;
-    return date ? PickDate(session.Device(), *date) : "wants a date of the calendar, YYYY-MM-DD";
+    return date ? PickDate(target.Device, *date) : "wants a date of the calendar, YYYY-MM-DD";
 }
 
 /// The keyboard comes up over whatever is on show, a message box included.
-Error RunKeyboard(Session& session, const std::string& rest) {
+Error RunKeyboard(const Target& target, const std::string& rest) {
     const Arguments words = WordsOf(rest);
     std::vector<std::int32_t> numbers;
     for (const std::string& word : words) {
@@ -150,8 +150,8 @@ Error RunKeyboard(Session& session, const std::string& rest) {
     constexpr std::int32_t Largest = std::numeric_limits<std::int16_t>::max();
     if (words.size() != 5 || numbers.size() != 5 || numbers[0] < -1 || numbers[0] > Largest)
         return "wants STATE LEFT TOP WIDTH HEIGHT, five whole numbers, STATE not below -1";
-    platform::device::RaiseKeyboard(session.Device().system, static_cast<std::int16_t>(numbers[0]), numbers[1],
-                                    numbers[2], numbers[3], numbers[4]);
+    platform::device::RaiseKeyboard(target.Device.system, static_cast<std::int16_t>(numbers[0]), numbers[1], numbers[2],
+                                    numbers[3], numbers[4]);
     return Done;
 }
 
@@ -166,97 +166,97 @@ Error ReadTime(const std::string& rest, std::int64_t& milliseconds) {
     return Done;
 }
 
-Error RunTick(Session& session, const std::string& rest) {
+Error RunTick(const Target& target, const std::string& rest) {
     std::int64_t milliseconds = 0;
     Error error = ReadTime(rest, milliseconds);
     if (error.empty())
-        session.Device().loop.PassTime(milliseconds);
+        target.Device.loop.PassTime(milliseconds);
     return error;
 }
 
-Error RunJump(Session& session, const std::string& rest) {
+Error RunJump(const Target& target, const std::string& rest) {
     std::int64_t milliseconds = 0;
     Error error = ReadTime(rest, milliseconds);
-    if (error.empty() && !session.Device().clock.IsVirtual())
+    if (error.empty() && !target.Device.clock.IsVirtual())
         error = "the machine's clock can't be moved";
     if (error.empty())
-        session.Device().loop.Jump(milliseconds);
+        target.Device.loop.Jump(milliseconds);
     return error;
 }
 
 // --- the outside world -----------------------------------------------------------------------------------------------
 
-Error RunReceive(Session& session, const std::string& rest) {
+Error RunReceive(const Target& target, const std::string& rest) {
     const auto text = TextFrom(rest);
     if (!text)
         return "is no proper JSON string";
-    if (!session.Device().serial.SimulatedPortOpen())
+    if (!target.Device.serial.SimulatedPortOpen())
         return "no simulated port is open";
-    session.Device().serial.Arrive(*text);
+    target.Device.serial.Arrive(*text);
     return Done;
 }
 
-Error RunSerial(Session& session, const std::string& rest) {
+Error RunSerial(const Target& target, const std::string& rest) {
     const Arguments words = WordsOf(rest);
     const auto count = words.size() == 2 && words[0] == "fail" ? SmallNumber(words[1]) : std::nullopt;
     if (count && *count >= -1) {
-        session.Device().serial.FailOpenings(*count);
+        target.Device.serial.FailOpenings(*count);
         return Done;
     }
     if (words != Arguments{"drop"})
         return "wants fail N or drop";
-    if (!session.Device().serial.SimulatedPortOpen())
+    if (!target.Device.serial.SimulatedPortOpen())
         return "no simulated port is open";
-    session.Device().serial.Drop();
+    target.Device.serial.Drop();
     return Done;
 }
 
-Error RunNamed(Session& session, const std::string& rest) {
+Error RunNamed(const Target& target, const std::string& rest) {
     const Arguments words = WordsOf(rest);
     const auto number = words.size() == 2 && words[0] == "fail" ? SmallNumber(words[1]) : std::nullopt;
     if (!number && words != Arguments{"ok"})
         return "wants fail NUMBER or ok";
-    session.Device().connections.SetOutcome(number.value_or(platform::NoError));
+    target.Device.connections.SetOutcome(number.value_or(platform::NoError));
     return Done;
 }
 
-Error RunDisk(Session& session, const std::string& rest) {
+Error RunDisk(const Target& target, const std::string& rest) {
     const Arguments words = WordsOf(rest);
     const auto count = words.size() == 2 && words[0] == "fail" ? SmallNumber(words[1]) : std::nullopt;
     if ((!count || *count < -1) && words != Arguments{"ok"})
         return "wants fail N or ok";
-    session.Device().faults.FailNext(count.value_or(0));
+    target.Device.faults.FailNext(count.value_or(0));
     return Done;
 }
 
 // --- reports ---------------------------------------------------------------------------------------------------------
 
-Error RunScreen(Session& session, const std::string&) {
-    session.Out().Write(ScreenReport(session.Device()));
+Error RunScreen(const Target& target, const std::string&) {
+    target.Out.Write(ScreenReport(target.Device));
     return Done;
 }
 
-Error RunShow(Session& session, const std::string&) {
-    session.Out().Write({{"show", Picture(session.Device())}});
+Error RunShow(const Target& target, const std::string&) {
+    target.Out.Write({{"show", Picture(target.Device)}});
     return Done;
 }
 
-Error RunState(Session& session, const std::string&) {
-    session.Out().Write(StateReport(session.Device()));
+Error RunState(const Target& target, const std::string&) {
+    target.Out.Write(StateReport(target.Device));
     return Done;
 }
 
 /// As a power cut: nothing is closed and nothing is saved.
-Error RunQuit(Session& session, const std::string&) {
-    session.Out().Write({{"done", "quit"}});
-    std::_Exit(start::StatusAfterOutput("quorin-console", StatusEnded));
+Error RunQuit(const Target& target, const std::string&) {
+    target.Out.Write({{"done", "quit"}});
+    std::_Exit(start::StatusAfterOutput("quorin-console", start::StatusEnded));
 }
 
 struct CommandRow {
     const char* Word;
     const char* Form; ///< its arguments
     const char* Help;
-    Error (*Run)(Session&, const std::string& rest);
+    Error (*Run)(const Target&, const std::string& rest);
 };
 
 // clang-format off: a row a command
@@ -282,17 +282,17 @@ constexpr CommandRow Commands[] = {
      RunKeyboard},
     {"close", "", "the title bar's close", RunClose},
     {"background", "", "the application leaves the foreground",
-     [](Session&, const std::string&) {
+     [](const Target&, const std::string&) {
          frmQuorin::myCsys_AppBackground();
          return Done;
      }},
     {"maximise", "", "it comes back to it",
-     [](Session&, const std::string&) {
+     [](const Target&, const std::string&) {
          frmQuorin::myCsys_AppMaximized();
          return Done;
      }},
     {"minimise", "", "it is made small",
-     [](Session&, const std::string&) {
+     [](const Target&, const std::string&) {
          frmQuorin::myCsys_AppMinimized();
          return Done;
      }},
@@ -313,12 +313,12 @@ CommandLine Parse(const std::string& line) {
     return {line.substr(start, end - start), line.substr(rest)};
 }
 
-std::string Execute(Session& session, const CommandLine& line) {
+std::string Execute(const Target& target, const CommandLine& line) {
     for (const CommandRow& command : Commands) {
         if (line.Word != command.Word)
             continue;
         const bool takesNone = *command.Form == '\0';
-        return takesNone && !WordsOf(line.Rest).empty() ? "takes no arguments" : command.Run(session, line.Rest);
+        return takesNone && !WordsOf(line.Rest).empty() ? "takes no arguments" : command.Run(target, line.Rest);
     }
     return "there is no such command";
 }

@@ -2,11 +2,18 @@
 // The commands of quorin-console, as rows: a word, its arguments, what it stands for, its routine.
 #pragma once
 
+#include "platform/device/back_end.h"
+#include "writer.h"
+
 #include <string>
 
 namespace console {
 
-class Session;
+/// What a command works on, and where it writes what it was asked for.
+struct Target {
+    platform::device::BackEnd& Device;
+    Writer& Out;
+};
 
 /// A line taken apart: the word, and the rest as it stands behind the blanks that follow it.
 struct CommandLine {
@@ -17,7 +24,7 @@ struct CommandLine {
 CommandLine Parse(const std::string& line);
 
 /// Runs a command. An empty text, or why it could not be carried out.
-std::string Execute(Session& session, const CommandLine& line);
+std::string Execute(const Target& target, const CommandLine& line);
 
 /// All commands with what they stand for, for --help.
 std::string CommandHelp();

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "console_main.h"
 
+#include "apps/start/exit_status.h"
 #include "platform/common/host_files.h"
 #include "platform/common/root_lock.h"
 
@@ -48,9 +49,9 @@ int ConsoleMain(int count, char** words, int (*run)(const Options&, Session&)) {
     Options options;
     switch (ReadOptions(count, words, options)) {
     case Reading::Shown:
-        return StatusEnded;
+        return start::StatusEnded;
     case Reading::Wrong:
-        return StatusUsage;
+        return start::StatusNotStarted;
     case Reading::Run:
         break;
     }
@@ -64,10 +65,10 @@ int ConsoleMain(int count, char** words, int (*run)(const Options&, Session&)) {
     }
     if (input < 0) {
         std::cerr << "quorin-console: can't read " << options.Script << ": " << std::strerror(errno) << "\n";
-        return StatusUsage;
+        return start::StatusNotStarted;
     }
     if (!RootIsUsable(options.Device.Root))
-        return StatusUsage;
+        return start::StatusNotStarted;
     platform::common::RootLock lock;
     switch (lock.Take(options.Device.Root, "quorin-console")) {
     case LockResult::Held:
@@ -78,7 +79,7 @@ int ConsoleMain(int count, char** words, int (*run)(const Options&, Session&)) {
     case LockResult::Taken:
     case LockResult::NoFolder:
         std::cerr << "quorin-console: " << lock.Refusal() << "\n";
-        return StatusUsage;
+        return start::StatusNotStarted;
     }
     Session session(input, std::cout, options.Strict);
     return run(options, session);

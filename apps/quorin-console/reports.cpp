@@ -5,6 +5,7 @@
 #include "blob/decoding.h"
 #include "blob/framing.h"
 #include "drivers/selection.h"
+#include "link/mailbox.h"
 #include "link/ports.h"
 #include "link/receive.h"
 #include "storage/keyed_tables.h"
@@ -171,7 +172,7 @@ Json StateReport(const BackEnd& device) {
             {"NamedLinkOpen", link.NamedLinkOpen},
             {"LinkPortName", Utf8(link.LinkPortName)},
             {"LastFailedPort", Utf8(link.LastFailedPort)},
-            {"MailboxPath", Utf8(link.MailboxPath)},
+            {"MailboxPath", Utf8(modBluetooth::Mailbox.MailboxPath)},
             {"RxText", Utf8(receive.RxText)},
             {"ReadyText", Utf8(receive.ReadyText)},
             {"BlobEndSeen", receive.BlobEndSeen},

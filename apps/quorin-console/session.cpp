@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "session.h"
 
+#include "apps/start/exit_status.h"
 #include "commands.h"
 
 #include <array>
@@ -82,7 +83,7 @@ void Session::RunCommand() {
     announced = -1;
     const CommandLine line = Parse(reader.Take());
     openCommands.push_back(line.Word);
-    std::string error = Execute(*this, line);
+    std::string error = Execute({*device, writer}, line);
     device->loop.HandleDue();
     openCommands.pop_back();
     Json done = {{"done", line.Word}};
@@ -109,7 +110,7 @@ int Session::Over(const ProgramOver& over) {
     if (!ending->Begun())
         return status;
     std::cerr << "quorin-console: " << ending->Words() << std::endl;
-    return ending->IsLost() ? StatusFailure : status;
+    return ending->IsLost() ? start::StatusFailure : status;
 }
 
 int Session::Close(const ProgramOver& over) {
@@ -117,20 +118,20 @@ int Session::Close(const ProgramOver& over) {
     case ProgramOver::Reason::Ended:
         writer.Write({{"event", "end"}});
         CloseOpenCommands("");
-        return StatusEnded;
+        return start::StatusEnded;
     case ProgramOver::Reason::Failed:
         writer.Write({{"event", "failure"}, {"text", Utf8(over.Failure)}});
         std::cerr << "quorin-console: " << Utf8(over.Failure) << std::endl;
         CloseOpenCommands("the program has ended");
-        return StatusFailure;
+        return start::StatusFailure;
     case ProgramOver::Reason::CommandFailed:
         CloseOpenCommands("a command inside it has failed");
-        return StatusStrict;
+        return start::StatusStrict;
     case ProgramOver::Reason::InputEnded:
         CloseOpenCommands(""); // which is no error
         break;
     }
-    return StatusEnded;
+    return start::StatusEnded;
 }
 
 } // namespace console

@@ -13,12 +13,6 @@
 
 namespace console {
 
-/// Exit statuses of the program.
-inline constexpr int StatusEnded = 0;
-inline constexpr int StatusFailure = 1;
-inline constexpr int StatusUsage = 2;
-inline constexpr int StatusStrict = 3;
-
 /// Lines from a descriptor, as they come. Line ends are LF or CR LF.
 class LineReader {
 public:
@@ -64,7 +58,6 @@ public:
     /// The program is over: says so, closes the commands that are open, and gives the exit status.
     int Over(const platform::device::ProgramOver& over);
 
-    platform::device::BackEnd& Device() { return *device; }
     Writer& Out() { return writer; }
 
     // The loop's view of the commands.

@@ -4,6 +4,7 @@
 #include "apps/quorin/options.h"
 #include "apps/quorin/window_end.h"
 #include "apps/quorin/window_watch.h"
+#include "apps/start/exit_status.h"
 #include "apps/start/process.h"
 #include "companion/words.h"
 #include "platform/common/host_files.h"
@@ -30,9 +31,9 @@ namespace {
 using platform::common::LockResult;
 using platform::device::ProgramOver;
 
-using quorin::StatusEnded;
-using quorin::StatusFailure;
-using quorin::StatusNotStarted;
+using start::StatusEnded;
+using start::StatusFailure;
+using start::StatusNotStarted;
 
 int NotStarted(const std::string& why) {
     std::cerr << "quorin: " << why << "\n";

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "apps/quorin/window_end.h"
 
+#include "apps/start/exit_status.h"
 #include "text/text.h"
 
 #include <QMessageBox>
@@ -46,14 +47,14 @@ int WindowEnd::TellEnding(const ProgramOver& over) const {
     if (over.Why == ProgramOver::Reason::Failed)
         std::cerr << "quorin: " << modStringTools::ToBytes(over.Failure) << "\n";
     std::cerr << "quorin: " << Last.Words() << std::endl;
-    return over.Why == ProgramOver::Reason::Failed || Last.IsLost() ? StatusFailure : StatusEnded;
+    return over.Why == ProgramOver::Reason::Failed || Last.IsLost() ? start::StatusFailure : start::StatusEnded;
 }
 
 int WindowEnd::Over(const ProgramOver& over) {
     if (Last.Begun())
         return TellEnding(over);
     if (over.Why != ProgramOver::Reason::Failed)
-        return StatusEnded;
+        return start::StatusEnded;
     const std::string text = modStringTools::ToBytes(over.Failure);
     std::cerr << "quorin: " << text << std::endl;
     QMessageBox message(QMessageBox::Critical, QStringLiteral("Quorin has stopped"), QString::fromStdString(text),
@@ -65,7 +66,7 @@ int WindowEnd::Over(const ProgramOver& over) {
     message.setInformativeText(QStringLiteral("Every file is as the last completed save left it."));
     Only = nullptr; // nor when the display goes under this box
     message.exec();
-    return StatusFailure;
+    return start::StatusFailure;
 }
 
 void WindowEnd::WithoutDisplay() {
@@ -77,7 +78,7 @@ void WindowEnd::WithoutDisplay() {
     Last.SaveAtOnce("a display that is gone");
     std::cerr << "quorin: " << Last.Words() << std::endl;
     std::fflush(nullptr);
-    std::_Exit(StatusFailure);
+    std::_Exit(start::StatusFailure);
 }
 
 } // namespace quorin

@@ -9,10 +9,6 @@
 
 namespace quorin {
 
-inline constexpr int StatusEnded = 0;
-inline constexpr int StatusFailure = 1;
-inline constexpr int StatusNotStarted = 2;
-
 class WindowEnd {
 public:
     /// From now on the process does not end without a word: Qt calls exit from within its event handling when the

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "apps/start/process.h"
 
+#include "apps/start/exit_status.h"
+
 #include <cerrno>
 #include <csignal>
 #include <cstdlib>
@@ -19,8 +21,6 @@
 namespace start {
 
 namespace {
-
-constexpr int StatusNotStarted = 2;
 
 /// Standard output for std::cout. After a failure nothing more is written: a reader must not take what comes behind a
 /// gap for the whole.
@@ -87,7 +87,7 @@ void Say(const char* text) {
     Say(": ");
     Say(why);
     Say("\n");
-    std::_Exit(StatusNoMemory);
+    std::_Exit(StatusFailure);
 }
 
 // Not by an exception: it would have to come through a window system that was not made for it, and memory is short all

@@ -261,6 +261,11 @@ constexpr std::size_t ManyCells = 32; // a page that is filled is told as a whol
 
 } // namespace
 
+GridNews::GridNews(QtGrid& grid) : Of(grid.Widget()) {
+    grid.CellSet = [this](std::int32_t row, std::int32_t col) { CellChanged(row, col); };
+    grid.EventsHandled = [this] { Tell(); };
+}
+
 void GridNews::CellChanged(std::int32_t row, std::int32_t col) {
     if (IsHeard() && Changed.size() <= ManyCells)
         Changed.emplace_back(row, col);

@@ -11,6 +11,7 @@
 namespace platform::qt {
 
 class GridWidget;
+class QtGrid;
 
 /// To be called once, before a screen reader asks for the first grid.
 void InstallAccessibleGrids();
@@ -18,15 +19,14 @@ void InstallAccessibleGrids();
 /// Tells a screen reader what has become of a grid, when there is one to be told.
 class GridNews {
 public:
-    explicit GridNews(GridWidget& grid) : Of(grid) {}
+    /// Follows a grid, which must not outlive it.
+    explicit GridNews(QtGrid& grid);
+    GridNews(const GridNews&) = delete;
+    GridNews& operator=(const GridNews&) = delete;
 
     // Whether anyone listens, and where it is told: a test puts itself there.
     static inline bool (*IsHeard)() = QAccessible::isActive;
     static inline void (*Say)(QAccessibleEvent*) = QAccessible::updateAccessibility;
-
-    void CellChanged(std::int32_t row, std::int32_t col);
-    /// Whatever has changed since the last time; the loop calls it when it handles events.
-    void Tell();
 
 private:
     struct State {
@@ -34,6 +34,9 @@ private:
         bool HasFocus = false;
     };
 
+    void CellChanged(std::int32_t row, std::int32_t col);
+    /// Whatever has changed since the last time.
+    void Tell();
     State Now() const;
     void TellCells();
 

@@ -292,7 +292,7 @@ void GridWidget::keyPressEvent(QKeyEvent* event) {
 // --- the grid --------------------------------------------------------------------------------------------------------
 
 QtGrid::QtGrid(QWidget& form, device::Focus& focus, NativeFocus& native, const char* name)
-    : FocusOfForm(focus), Native(native), Shown(*new GridWidget(form, *this)), News(Shown) {
+    : FocusOfForm(focus), Native(native), Shown(*new GridWidget(form, *this)) {
     Name = name;
     Shown.setObjectName(QString::fromLatin1(name));
     native.Add(*this, Shown);
@@ -300,7 +300,8 @@ QtGrid::QtGrid(QWidget& form, device::Focus& focus, NativeFocus& native, const c
 
 void QtGrid::SetCell(std::int32_t row, std::int32_t col, const Text& text) {
     DrawnGrid::SetCell(row, col, text);
-    News.CellChanged(row, col);
+    if (CellSet)
+        CellSet(row, col);
 }
 
 void QtGrid::SetBounds(const Box& box) {
@@ -333,7 +334,8 @@ void QtGrid::ActOnKey(std::int32_t keyCode) {
 
 bool QtGrid::RaiseWhatIsPending() {
     const bool any = RaisePainting();
-    News.Tell();
+    if (EventsHandled)
+        EventsHandled();
     return any;
 }
 

@@ -5,7 +5,6 @@
 
 #include "platform/common/drawn_grid.h"
 #include "platform/device/event_loop.h"
-#include "platform/qt/accessible_grid.h"
 #include "platform/qt/native_focus.h"
 
 #include <QElapsedTimer>
@@ -88,6 +87,8 @@ public:
     QtGrid* Follower = nullptr;    ///< takes its columns from this grid: it is painted again whenever this one is
     std::function<void()> Pressed; ///< on a cell, which is the current one by then
     std::function<void()> Released;
+    std::function<void(std::int32_t row, std::int32_t col)> CellSet;
+    std::function<void()> EventsHandled;     ///< and what was painted for them is to be seen
     std::function<std::int64_t()> ScreenAge; ///< milliseconds since another screen came up
     bool PressesNothing = false;             ///< the title: a pointer moves no selection there
     int BarWidth = 0;                        ///< pixels; what is drawn of a scroll bar
@@ -98,7 +99,6 @@ private:
     device::Focus& FocusOfForm;
     NativeFocus& Native;
     GridWidget& Shown;
-    GridNews News;
 };
 
 } // namespace platform::qt

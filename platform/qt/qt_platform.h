@@ -3,6 +3,7 @@
 #pragma once
 
 #include "platform/device/back_end.h"
+#include "platform/qt/accessible_grid.h"
 #include "platform/qt/boxes.h"
 #include "platform/qt/controls.h"
 #include "platform/qt/grid.h"
@@ -47,6 +48,8 @@ public:
     QtForm form;
     QtGrid grdTitle;
     QtGrid grdMain;
+    GridNews newsOfTitle{grdTitle};
+    GridNews newsOfMain{grdMain};
     QtTextBox txtInputField;
     QtComboBox cboInputField;
     QtTextBox cbotxtInputField;

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "link/mailbox.h"
 
-#include "link/ports.h"
-#include "link/receive.h"
 #include "storage/line_files.h"
 #include "storage/settings.h"
 #include "text/windows_1252.h"
@@ -75,26 +73,23 @@ void Discard(const Text& fullName, const Delivery& taken) {
 void SetMailboxPath() {
     const platform::DeviceTraits& traits = platform::Traits();
     const Text folder(traits.MailboxFolder);
-    Ports.MailboxPath = traits.MailboxFolderCanBeSet ? modQuorin::GetSetting(u"RFCOMM_Path", folder) : folder;
+    Mailbox.MailboxPath = traits.MailboxFolderCanBeSet ? modQuorin::GetSetting(u"RFCOMM_Path", folder) : folder;
 }
 
 bool MailboxServerRunning() {
-    return FileExists(Ports.MailboxPath + u"rfcomm.run");
+    return FileExists(Mailbox.MailboxPath + u"rfcomm.run");
 }
 
-void PollMailbox(const Text& fullName) {
-    if (FileExists(Ports.MailboxPath + u"ipcout.lock"))
-        return; // the server is writing
+std::optional<Text> TakeDelivery(const Text& fullName) {
+    if (FileExists(Mailbox.MailboxPath + u"ipcout.lock"))
+        return std::nullopt; // the server is writing
     const auto delivery = NextDelivery(fullName);
     if (!delivery)
-        return;
+        return std::nullopt;
+    Discard(fullName, *delivery);
     Text lines = delivery->Lines;
     modStringTools::ReadRawBytesAsWindows1252(lines);
-    Receive.RxText += lines;
-    Discard(fullName, *delivery);
-    // Each file counts as complete: a BLob that goes on in the next one waits in the decoder's buffer.
-    if (TakeCompleteLines())
-        Receive.BlobEndSeen = true;
+    return lines;
 }
 
 } // namespace modBluetooth

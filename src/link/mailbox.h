@@ -19,7 +19,8 @@ struct Delivery {
 };
 
 struct MailboxState {
-    /// What was taken and could not be deleted: it is left until it is another one. PollMailbox writes it.
+    Text MailboxPath; ///< folder of the mailbox, with its trailing `\`; SetMailboxPath writes it
+    /// What was taken and could not be deleted: it is left until it is another one. TakeDelivery writes it.
     std::optional<Delivery> Left;
 };
 inline MailboxState Mailbox;
@@ -30,8 +31,9 @@ void SetMailboxPath();
 /// Whether the server's mark is in the mailbox.
 bool MailboxServerRunning();
 
-/// Takes the lines of the server's file, unless the server is writing it, and deletes it. One that can't be deleted is
-/// taken once. Its bytes are read as those of the line are: UTF-8, and Windows-1252 where they are none.
-void PollMailbox(const Text& fullName);
+/// Returns the lines of the server's file, each ended by CR LF, and deletes it; nothing while the server writes it, or
+/// there is none. A file that can't be deleted is taken once. Its bytes are read as those of the line are: UTF-8, and
+/// Windows-1252 where they are none.
+std::optional<Text> TakeDelivery(const Text& fullName);
 
 } // namespace modBluetooth

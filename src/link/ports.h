@@ -18,7 +18,6 @@ struct PortState {
     bool NamedLinkOpen = false; ///< OpenNamedLink has succeeded; never cleared during a run
     bool ServerMode = false;    ///< results come through the mailbox
     Text LastFailedPort;        ///< the last name whose failure was told, so that each tick does not tell it again
-    Text MailboxPath;           ///< folder of the mailbox, with its trailing `\`; SetMailboxPath writes it
     std::unique_ptr<platform::Connection> NamedConnection; ///< what a named connection left; only kept
 };
 inline PortState Ports;

@@ -96,8 +96,18 @@ void HandleBlueTimer() {
     if (Ports.LinkOpen != wasOpen)
         ShowLinkStatus(Ports.LinkOpen);
     if (Ports.ServerMode)
-        PollMailbox(Ports.MailboxPath + u"ipcout.txt");
+        PollMailbox(Mailbox.MailboxPath + u"ipcout.txt");
     Receive.LastPollTime = Device().clock.TimeOfDay();
+}
+
+void PollMailbox(const Text& fullName) {
+    const auto lines = TakeDelivery(fullName);
+    if (!lines)
+        return;
+    Receive.RxText += *lines;
+    // Each file counts as complete: a BLob that goes on in the next one waits in the decoder's buffer.
+    if (TakeCompleteLines())
+        Receive.BlobEndSeen = true;
 }
 
 // What has been searched is not searched again: a line that is noise all night ends nowhere. Its last character may be

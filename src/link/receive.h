@@ -32,6 +32,9 @@ void HandleBlueOnComm();
 /// A tick of the link timer, each 500 ms.
 void HandleBlueTimer();
 
+/// Takes a delivery of the mailbox for received text.
+void PollMailbox(const Text& fullName);
+
 /// Moves what RxText holds up to and including its last CR LF to ReadyText. False when there is no CR LF.
 bool TakeCompleteLines();
 

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Settings that say nonsense, as a file that was edited by hand or damaged does.
+#include "link/mailbox.h"
 #include "link/ports.h"
 #include "storage/settings.h"
 #include "storage/volumes.h"
@@ -12,6 +13,7 @@ namespace modQuorin {
 namespace {
 
 using namespace std::string_literals;
+using modBluetooth::Mailbox;
 using modBluetooth::Ports;
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -340,7 +342,7 @@ TEST_P(MailboxOfNonsense, IsAServerThatDoesNotRun) {
     MenuEvent(u"Bluetooth Debug...");
     device.Tick(2000);
     EXPECT_THAT(device.Did.Messages(), ElementsAre(u"RFCOMM Server not running"));
-    EXPECT_EQ(Ports.MailboxPath, GetParam().Value);
+    EXPECT_EQ(Mailbox.MailboxPath, GetParam().Value);
     EXPECT_FALSE(Ports.LinkOpen);
 }
 

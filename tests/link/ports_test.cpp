@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "link/mailbox.h"
 #include "link/ports.h"
 
 #include "link/receive.h"
@@ -159,7 +160,7 @@ TEST_F(Link, ServerThatDoesNotRunIsToldOncePerName) {
     EXPECT_FALSE(OpenLink());
     EXPECT_FALSE(OpenLink());
     EXPECT_THAT(Device.Did.Messages(), ElementsAre(u"RFCOMM Server not running"));
-    EXPECT_EQ(Ports.MailboxPath, u"c:\\");
+    EXPECT_EQ(Mailbox.MailboxPath, u"c:\\");
 }
 
 TEST_F(Link, ServerThatRunsIsTakenForGood) {
@@ -234,7 +235,7 @@ TEST_F(NamedLink, TellsAFailureOnceThoughTicksGoOnWhileTheMessageStands) {
 TEST_F(NamedLink, LooksForTheServerOnItsOwnVolume) {
     SaveSetting(u"ComPort", u"SERVER");
     OpenLink();
-    EXPECT_EQ(Ports.MailboxPath, u"d:\\");
+    EXPECT_EQ(Mailbox.MailboxPath, u"d:\\");
 }
 
 class WindowsMobileLink : public Link {
@@ -244,10 +245,10 @@ protected:
 
 TEST_F(WindowsMobileLink, LooksForTheServerWhereTheSettingSays) {
     OpenLink();
-    EXPECT_EQ(Ports.MailboxPath, u"\\Application Data\\Volatile\\RFCOMM\\");
+    EXPECT_EQ(Mailbox.MailboxPath, u"\\Application Data\\Volatile\\RFCOMM\\");
     SaveSetting(u"RFCOMM_Path", u"\\mail\\");
     OpenLink();
-    EXPECT_EQ(Ports.MailboxPath, u"\\mail\\");
+    EXPECT_EQ(Mailbox.MailboxPath, u"\\mail\\");
 }
 
 } // namespace
