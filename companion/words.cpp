@@ -118,6 +118,15 @@ Notice NobodyKeepsAway(const Text& why) {
     return {AboutLock, Severity::Warning, why + u". Tap here when you have read it.", Until::Tapped};
 }
 
+Notice FolderReplaced(const Text& folder, const Text& instead, platform::ErrorNumber why) {
+    const Text where =
+        instead.empty() ? Text(u"No file is opened or made there") : u"Its files are looked for and made in " + instead;
+    return {AboutFolder, Severity::Warning,
+            u"Can't use the folder " + folder + u": " + platform::ErrorText(why) + u". " + where +
+                u". Tap here when you have read it.",
+            Until::Tapped};
+}
+
 Notice RightsNotKept(const Text& file) {
     return {AboutRights, Severity::Warning,
             file +

@@ -17,6 +17,7 @@ inline const Text AboutMailbox = u"mailbox";
 inline const Text AboutLinkOff = u"linkoff";
 inline const Text AboutLinkOn = u"linkon";
 inline const Text AboutLock = u"lock";
+inline const Text AboutFolder = u"folder";
 inline const Text AboutRights = u"rights";
 inline const Text AboutPort = u"port";
 
@@ -42,6 +43,8 @@ Notice LinkIsOn();
 Notice PortEndsProgram(const Text& why);
 /// `why` says that a second program can't be kept away.
 Notice NobodyKeepsAway(const Text& why);
+/// Files are elsewhere than they should be: in `instead`, or nowhere where that is empty.
+Notice FolderReplaced(const Text& folder, const Text& instead, platform::ErrorNumber why);
 /// A file that was written anew could not keep all of its rights.
 Notice RightsNotKept(const Text& file);
 

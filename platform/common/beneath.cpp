@@ -35,12 +35,12 @@ std::optional<ErrorNumber> AskKernel(int folder, const std::string& relative, De
     how.resolve = RESOLVE_BENEATH | RESOLVE_NO_MAGICLINKS;
     const char* path = relative.empty() ? "." : relative.c_str();
     for (int attempt = 0; attempt < Tries; ++attempt) {
-        const auto opened = static_cast<int>(::syscall(SYS_openat2, folder, path, &how, sizeof how));
+        const auto opened = Repeated([&] { return ::syscall(SYS_openat2, folder, path, &how, sizeof how); });
         if (opened >= 0) {
-            found = Descriptor(opened);
+            found = Descriptor(static_cast<int>(opened));
             return NoError;
         }
-        if (errno != EAGAIN && errno != EINTR)
+        if (errno != EAGAIN)
             break;
     }
     // A container may forbid the call as if it were not allowed, where the kernel would say that there is none.
@@ -53,13 +53,18 @@ std::optional<ErrorNumber> AskKernel(int folder, const std::string& relative, De
 #endif
 }
 
-/// Where a link leads; nothing when the entry is none, or can't be read.
-std::optional<std::string> TargetOf(int folder, const std::string& name) {
-    std::array<char, PATH_MAX> target;
-    const ssize_t count = Repeated([&] { return ::readlinkat(folder, name.c_str(), target.data(), target.size()); });
-    if (count < 0 || static_cast<std::size_t>(count) == target.size())
-        return std::nullopt;
-    return std::string(target.data(), static_cast<std::size_t>(count));
+/// Where a link leads; nothing when the entry is none, or is not there.
+ErrorNumber TargetOf(int folder, const std::string& name, std::optional<std::string>& target) {
+    std::array<char, PATH_MAX> bytes;
+    const ssize_t count = Repeated([&] { return ::readlinkat(folder, name.c_str(), bytes.data(), bytes.size()); });
+    if (static_cast<std::size_t>(count) == bytes.size())
+        return PathRefused;
+    if (count >= 0) {
+        target.emplace(bytes.data(), static_cast<std::size_t>(count));
+        return NoError;
+    }
+    target.reset();
+    return errno == EINVAL || errno == ENOENT ? NoError : FromErrno(errno);
 }
 
 /// The parts of a path, last one first: what a walk still has before it.
@@ -102,10 +107,10 @@ private:
             return Back();
         Descriptor next(Repeated([&] { return ::openat(Here(), part.c_str(), O_PATH | O_NOFOLLOW | O_CLOEXEC); }));
         struct stat found {};
-        if (!next.Valid() || ::fstat(next.Number(), &found) != 0)
+        if (!next.Valid() || Repeated([&] { return ::fstat(next.Number(), &found); }) != 0)
             return FromErrno(errno);
         if (S_ISLNK(found.st_mode))
-            return Follow(TargetOf(next.Number(), ""));
+            return Follow(next.Number());
         if (!S_ISDIR(found.st_mode))
             return FileNotFound;
         Behind.push_back(std::move(next));
@@ -119,7 +124,10 @@ private:
         return NoError;
     }
 
-    ErrorNumber Follow(const std::optional<std::string>& target) {
+    ErrorNumber Follow(int link) {
+        std::optional<std::string> target;
+        if (const ErrorNumber error = TargetOf(link, "", target); error != NoError)
+            return error;
         if (!target || IsAbsolute(*target) || ++Links > MostLinks)
             return PathRefused;
         PutBefore(*target, Ahead);
@@ -145,6 +153,13 @@ struct Parted {
     std::string Name;
 };
 
+/// A link that leads to nothing is refused.
+ErrorNumber EndOfLinks(const FileEntry& entry) {
+    struct stat found {};
+    const ErrorNumber error = LookAt(entry, found);
+    return error == FileNotFound ? PathRefused : error;
+}
+
 ErrorNumber MakeOneFolder(int folder, const std::string& relative) {
     Descriptor found;
     const ErrorNumber error = OpenFolderBeneath(folder, relative, found);
@@ -155,7 +170,8 @@ ErrorNumber MakeOneFolder(int folder, const std::string& relative) {
         return above;
     if (Repeated([&] { return ::mkdirat(entry.Folder.Number(), entry.Name.c_str(), OwnersFolder); }) == 0)
         return SyncFolder(entry.Folder);
-    return errno == EEXIST ? FileNotFound : FromErrno(errno); // a file is in the way, or a link to nothing
+    // Another program may have made it meanwhile; or a file is in the way, or a link to nothing.
+    return errno == EEXIST ? OpenFolderBeneath(folder, relative, found) : FromErrno(errno);
 }
 
 } // namespace
@@ -181,9 +197,13 @@ ErrorNumber FindBeneath(int folder, const std::string& relative, LastLink lastLi
         if (const ErrorNumber error = OpenFolderBeneath(folder, parted.Folder, entry.Folder); error != NoError)
             return error;
         entry.Name = parted.Name;
-        const auto target = lastLink == LastLink::Follow ? TargetOf(entry.Folder.Number(), entry.Name) : std::nullopt;
+        std::optional<std::string> target;
+        if (lastLink == LastLink::Follow) {
+            if (const ErrorNumber error = TargetOf(entry.Folder.Number(), entry.Name, target); error != NoError)
+                return error;
+        }
         if (!target)
-            return links == 0 || IsThere(entry) ? NoError : PathRefused;
+            return links == 0 ? NoError : EndOfLinks(entry);
         if (IsAbsolute(*target))
             return PathRefused;
         path = parted.Folder.empty() ? *target : parted.Folder + '/' + *target;

@@ -88,17 +88,11 @@ bool DiskFaults::Strikes(Count& count) const {
     return true;
 }
 
-ErrorNumber DiskFaults::Told(const Text& name, ErrorNumber error) const {
-    if (error != NoError && NotMade)
-        NotMade(name, error);
-    return error;
-}
-
 ErrorNumber FailingFileSystem::OpenFolder(const Text& path, bool create, std::unique_ptr<Folder>& folder) {
     const ErrorNumber error = Inner.OpenFolder(path, false, folder);
     if (!create || error != FileNotFound)
         return error;
-    return Faults.Told(path, Faults.Strike() ? DiskFull : Inner.OpenFolder(path, true, folder));
+    return Faults.Strike() ? DiskFull : Inner.OpenFolder(path, true, folder);
 }
 
 ErrorNumber FailingFileSystem::OpenStream(const Text& fullName, StreamMode mode, std::unique_ptr<TextStream>& stream) {
@@ -119,14 +113,14 @@ ErrorNumber FailingFileSystem::MoveFile(const Text& source, const Text& destinat
     return Faults.Strike() ? DiskFull : Inner.MoveFile(source, destination);
 }
 
-DatabaseId FailingDatabase::Keep(const OpenDatabase& opened) {
+OpenedDatabase FailingDatabase::Keep(const OpenedDatabase& opened, const Text& name, std::int32_t mode) {
     if (opened.Id == 0)
-        return 0;
+        return opened;
     DatabaseId id = 1;
     while (OpenOnes.count(id) != 0)
         ++id;
-    OpenOnes[id] = opened;
-    return id;
+    OpenOnes[id] = {opened.Id, name, mode};
+    return {id, NoError};
 }
 
 DatabaseId FailingDatabase::InnerId(DatabaseId database) const {
@@ -134,15 +128,13 @@ DatabaseId FailingDatabase::InnerId(DatabaseId database) const {
     return found == OpenOnes.end() ? 0 : found->second.Id;
 }
 
-DatabaseId FailingDatabase::Open(const Text& name, std::int32_t mode) {
-    const bool fails = Faults.StrikeRead();
-    const DatabaseId id = fails ? 0 : Inner.Open(name, mode);
-    WhyNot = fails ? DeviceFailed : Inner.OpenError();
-    return Keep({id, name, mode});
+OpenedDatabase FailingDatabase::Open(const Text& name, std::int32_t mode) {
+    return Faults.StrikeRead() ? OpenedDatabase{0, DeviceFailed} : Keep(Inner.Open(name, mode), name, mode);
 }
 
-DatabaseId FailingDatabase::Create(const Text& name, std::int32_t typeCode, std::int32_t creatorCode) {
-    return Keep({Faults.Strike() ? 0 : Inner.Create(name, typeCode, creatorCode), name, ModeReadWrite});
+OpenedDatabase FailingDatabase::Create(const Text& name, std::int32_t typeCode, std::int32_t creatorCode) {
+    return Faults.Strike() ? OpenedDatabase{0, DiskFull}
+                           : Keep(Inner.Create(name, typeCode, creatorCode), name, ModeReadWrite);
 }
 
 void FailingDatabase::Close(DatabaseId database) {
@@ -158,8 +150,8 @@ ErrorNumber FailingDatabase::AddRecord(DatabaseId database) {
     return Faults.Strike() ? DiskFull : Inner.AddRecord(InnerId(database));
 }
 
-bool FailingDatabase::WriteRecord(DatabaseId database, const LineRecord& record) {
-    return !Faults.Strike() && Inner.WriteRecord(InnerId(database), record);
+ErrorNumber FailingDatabase::WriteRecord(DatabaseId database, const LineRecord& record) {
+    return Faults.Strike() ? DiskFull : Inner.WriteRecord(InnerId(database), record);
 }
 
 ErrorNumber FailingDatabase::Commit(DatabaseId database) {
@@ -170,8 +162,8 @@ bool FailingDatabase::ReadRecord(DatabaseId database, LineRecord& record) {
     return Inner.ReadRecord(InnerId(database), record);
 }
 
-bool FailingDatabase::DeleteRecord(DatabaseId database) {
-    return !Faults.Strike() && Inner.DeleteRecord(InnerId(database));
+ErrorNumber FailingDatabase::DeleteRecord(DatabaseId database) {
+    return Faults.Strike() ? DiskFull : Inner.DeleteRecord(InnerId(database));
 }
 
 ErrorNumber FailingDatabase::ShiftRecords(DatabaseId database, std::int32_t position) {
@@ -191,9 +183,9 @@ ErrorNumber FailingDatabase::EndBatch(DatabaseId database) {
     if (found == OpenOnes.end() || !Faults.Strike())
         return Inner.EndBatch(InnerId(database));
     // A batch whose end fails is lost as a whole, and closing the database in the middle of it is what loses it.
-    OpenDatabase& opened = found->second;
+    OpenOne& opened = found->second;
     Inner.Close(opened.Id);
-    opened.Id = Inner.Open(opened.Name, opened.Mode);
+    opened.Id = Inner.Open(opened.Name, opened.Mode).Id;
     return DiskFull;
 }
 
@@ -207,7 +199,9 @@ Text FailingSettings::Get(const Text& application, const Text& section, const Te
 
 ErrorNumber FailingSettings::Save(const Text& application, const Text& section, const Text& key, const Text& value) {
     const ErrorNumber error = Faults.Strike() ? DiskFull : Inner.Save(application, section, key, value);
-    return Faults.Told(u"the setting " + key, error);
+    if (error != NoError && Faults.NotStored)
+        Faults.NotStored(u"the setting " + key, error);
+    return error;
 }
 
 } // namespace platform::common

@@ -31,11 +31,9 @@ public:
     /// Called at each operation, before it: for who wants to show that work goes on.
     std::function<void()> Working;
 
-    /// Tells that a folder could not be made or a setting not stored, where the form goes on without a word; gives the
-    /// error on. Of files and their lines those tell who know what is lost with them.
-    ErrorNumber Told(const Text& name, ErrorNumber error) const;
-
-    std::function<void(const Text& name, ErrorNumber error)> NotMade;
+    /// Told that a setting could not be stored, where the form goes on without a word. Of files, their lines and
+    /// folders those tell who know what is lost with them.
+    std::function<void(const Text& setting, ErrorNumber error)> NotStored;
 
 private:
     struct Count {
@@ -67,10 +65,9 @@ class FailingDatabase final : public RecordDatabase {
 public:
     FailingDatabase(RecordDatabase& inner, DiskFaults& faults) : Inner(inner), Faults(faults) {}
 
-    DatabaseId Open(const Text& name, std::int32_t mode) override;
-    ErrorNumber OpenError() const override { return WhyNot; }
-    DatabaseId Create(const Text& name, std::int32_t typeCode, std::int32_t creatorCode) override;
-    bool Delete(const Text& name) override { return Inner.Delete(name); }
+    OpenedDatabase Open(const Text& name, std::int32_t mode) override;
+    OpenedDatabase Create(const Text& name, std::int32_t typeCode, std::int32_t creatorCode) override;
+    ErrorNumber Delete(const Text& name) override { return Inner.Delete(name); }
     void Close(DatabaseId database) override;
 
     std::int32_t RecordCount(DatabaseId database) override { return Inner.RecordCount(InnerId(database)); }
@@ -78,10 +75,10 @@ public:
 
     ErrorNumber AddRecord(DatabaseId database) override;
     ErrorNumber BeginEdit(DatabaseId database) override { return Inner.BeginEdit(InnerId(database)); }
-    bool WriteRecord(DatabaseId database, const LineRecord& record) override;
+    ErrorNumber WriteRecord(DatabaseId database, const LineRecord& record) override;
     ErrorNumber Commit(DatabaseId database) override;
     bool ReadRecord(DatabaseId database, LineRecord& record) override;
-    bool DeleteRecord(DatabaseId database) override;
+    ErrorNumber DeleteRecord(DatabaseId database) override;
     ErrorNumber ShiftRecords(DatabaseId database, std::int32_t position) override;
     ErrorNumber RenumberRecords(DatabaseId database) override;
 
@@ -102,19 +99,18 @@ public:
     Text NextDatabase() override { return Inner.NextDatabase(); }
 
 private:
-    struct OpenDatabase {
+    struct OpenOne {
         DatabaseId Id = 0; ///< the real one's
         Text Name;
         std::int32_t Mode = 0;
     };
 
-    DatabaseId Keep(const OpenDatabase& opened);
+    OpenedDatabase Keep(const OpenedDatabase& opened, const Text& name, std::int32_t mode);
     DatabaseId InnerId(DatabaseId database) const;
 
     RecordDatabase& Inner;
     DiskFaults& Faults;
-    ErrorNumber WhyNot = NoError;
-    std::map<DatabaseId, OpenDatabase> OpenOnes;
+    std::map<DatabaseId, OpenOne> OpenOnes;
 };
 
 class FailingSettings final : public Settings {

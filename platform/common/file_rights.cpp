@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/common/file_rights.h"
 
+#include "platform/common/host_files.h"
+
 #include <cerrno>
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -30,14 +32,14 @@ int ReadList(int file, std::string& list) {
     list.resize(LongestList);
     // A descriptor that was opened for its path alone is asked by its name.
     const std::string name = "/proc/self/fd/" + std::to_string(file);
-    const ssize_t size = ::getxattr(name.c_str(), ListName, list.data(), list.size());
+    const ssize_t size = Repeated([&] { return ::getxattr(name.c_str(), ListName, list.data(), list.size()); });
     list.resize(size > 0 ? static_cast<std::size_t>(size) : 0);
     return size >= 0 || errno == ENODATA || errno == EOPNOTSUPP ? 0 : errno;
 }
 
 /// A folder may give what is made in it a list of its own.
 bool RemoveList(int file) {
-    return ::fremovexattr(file, ListName) == 0 || errno == ENODATA || errno == EOPNOTSUPP;
+    return Repeated([file] { return ::fremovexattr(file, ListName); }) == 0 || errno == ENODATA || errno == EOPNOTSUPP;
 }
 
 unsigned At(const std::string& list, std::size_t place) {
@@ -59,26 +61,26 @@ mode_t EverybodysRights(const FileRights& rights) {
 } // namespace
 
 int RightsOf(int folder, const std::string& name, FileRights& rights) {
-    const int file = ::openat(folder, name.c_str(), O_PATH | O_NOFOLLOW | O_CLOEXEC);
+    const Descriptor file(Repeated([&] { return ::openat(folder, name.c_str(), O_PATH | O_NOFOLLOW | O_CLOEXEC); }));
     struct stat found {};
-    int error = file < 0 || ::fstat(file, &found) != 0 ? errno : 0;
+    const bool seen = file.Valid() && Repeated([&] { return ::fstat(file.Number(), &found); }) == 0;
+    const int error = seen ? 0 : errno;
     rights = {found.st_uid, found.st_gid, found.st_mode & KeptBits, {}};
-    if (error == 0)
-        error = ReadList(file, rights.AccessList);
-    if (file >= 0)
-        ::close(file);
-    return error;
+    return seen ? ReadList(file.Number(), rights.AccessList) : error;
 }
 
 int GiveRights(int file, const FileRights& rights, bool& kept) {
     struct stat own {};
-    if (::fstat(file, &own) != 0)
+    const auto look = [&] { return Repeated([&] { return ::fstat(file, &own); }) == 0; };
+    const auto give = [&](uid_t owner) { return Repeated([&] { return ::fchown(file, owner, rights.Group); }) == 0; };
+    if (!look())
         return errno;
     const bool isOwners = own.st_uid == rights.Owner && own.st_gid == rights.Group;
-    const bool ownerKept = isOwners || ::fchown(file, rights.Owner, rights.Group) == 0;
-    const bool groupKept = ownerKept || own.st_gid == rights.Group || ::fchown(file, own.st_uid, rights.Group) == 0;
+    const bool ownerKept = isOwners || give(rights.Owner);
+    const bool groupKept = ownerKept || own.st_gid == rights.Group || give(own.st_uid);
     const std::string& list = rights.AccessList;
-    const bool listGiven = groupKept && !list.empty() && ::fsetxattr(file, ListName, list.data(), list.size(), 0) == 0;
+    const auto setList = [&] { return ::fsetxattr(file, ListName, list.data(), list.size(), 0); };
+    const bool listGiven = groupKept && !list.empty() && Repeated(setList) == 0;
     const bool noList = listGiven || RemoveList(file);
     kept = groupKept && (listGiven || (list.empty() && noList));
     mode_t mode = rights.Mode;
@@ -86,10 +88,10 @@ int GiveRights(int file, const FileRights& rights, bool& kept) {
         const mode_t least = EverybodysRights(rights) & (ownerKept ? AnyRight : rights.Mode >> 6 & AnyRight);
         mode = (rights.Mode & ~mode_t{077}) | least << 3 | least;
     }
-    if (::fstat(file, &own) == 0 && (own.st_mode & 07777) == mode)
+    if (look() && (own.st_mode & 07777) == mode)
         return 0;
     // A card's file system may hold no permissions, and refuse: there is nothing to keep then.
-    return ::fchmod(file, mode) == 0 || errno == EPERM ? 0 : errno;
+    return Repeated([&] { return ::fchmod(file, mode); }) == 0 || errno == EPERM ? 0 : errno;
 }
 
 } // namespace platform::common

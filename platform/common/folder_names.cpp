@@ -25,6 +25,11 @@ struct CloseFolder {
 
 using OpenedFolder = std::unique_ptr<DIR, CloseFolder>;
 
+OpenedFolder Opened(int folder, const std::string& name) {
+    const int opened = Repeated([&] { return ::openat(folder, name.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC); });
+    return OpenedFolder(opened < 0 ? nullptr : ::fdopendir(opened));
+}
+
 std::vector<std::string> NamesInOpened(const OpenedFolder& opened) {
     std::vector<std::string> names;
     while (const dirent* entry = opened ? ::readdir(opened.get()) : nullptr) {
@@ -39,12 +44,11 @@ std::vector<std::string> NamesInOpened(const OpenedFolder& opened) {
 } // namespace
 
 std::vector<std::string> NamesIn(const std::string& folder) {
-    return NamesInOpened(OpenedFolder(::opendir(folder.c_str())));
+    return NamesInOpened(Opened(AT_FDCWD, folder));
 }
 
 std::vector<std::string> NamesIn(const Descriptor& folder) {
-    const int opened = ::openat(folder.Number(), ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    return NamesInOpened(OpenedFolder(opened < 0 ? nullptr : ::fdopendir(opened)));
+    return NamesInOpened(Opened(folder.Number(), "."));
 }
 
 std::string NameOf(const std::string& path) {
@@ -65,9 +69,11 @@ std::string Printable(std::string bytes) {
 }
 
 std::string FirstLine(const std::string& path) {
-    const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+    const auto open = [&] { return ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY); };
+    const Descriptor file(Repeated(open));
     std::array<char, LongestLine> block;
-    const ssize_t count = file.Valid() ? ::read(file.Number(), block.data(), block.size()) : 0;
+    const auto read = [&] { return ::read(file.Number(), block.data(), block.size()); };
+    const ssize_t count = file.Valid() ? Repeated(read) : 0;
     const std::string bytes(block.data(), count > 0 ? static_cast<std::size_t>(count) : 0);
     return Printable(bytes.substr(0, bytes.find('\n')));
 }

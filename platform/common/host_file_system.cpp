@@ -39,7 +39,9 @@ private:
             return false;
         fullName = Prefix + modStringTools::FromBytes(name);
         FileEntry entry;
-        return Paths.Entry(fullName, LastLink::Follow, entry) == NoError && IsRegularFile(entry);
+        struct stat found {};
+        return Paths.Entry(fullName, LastLink::Follow, entry) == NoError && LookAt(entry, found) == NoError &&
+               S_ISREG(found.st_mode);
     }
 
     PathMap Paths;
@@ -69,52 +71,64 @@ ErrorNumber HostFileSystem::Entry(const Text& fullName, LastLink lastLink, FileE
     return Paths.Entry(fullName, lastLink, entry);
 }
 
-bool HostFileSystem::IsThere(const Text& fullName) const {
+/// What can't be looked at may be there.
+bool HostFileSystem::MayBeThere(const Text& fullName) const {
     FileEntry entry;
-    return Entry(fullName, LastLink::Keep, entry) == NoError && common::IsThere(entry);
+    struct stat found {};
+    return Entry(fullName, LastLink::Keep, entry) == NoError && LookAt(entry, found) != FileNotFound;
 }
 
 ErrorNumber HostFileSystem::OpenStream(const Text& fullName, StreamMode mode, std::unique_ptr<TextStream>& stream) {
     const auto find = [files = *this, fullName](FileEntry& entry) {
         const ErrorNumber error = files.Entry(fullName, LastLink::Follow, entry);
-        return error == PathRefused && files.IsThere(fullName) ? PermissionDenied : error;
+        return error == PathRefused && files.MayBeThere(fullName) ? PermissionDenied : error;
     };
     return HostTextStream::Open(find, mode, stream);
 }
 
 ErrorNumber HostFileSystem::CopyFile(const Text& source, const Text& destination, bool overwrite) {
-    FileEntry from;
-    FileEntry to;
-    if (const ErrorNumber error = Entry(source, LastLink::Follow, from); error != NoError)
-        return error;
-    if (const ErrorNumber error = Entry(destination, LastLink::Follow, to); error != NoError)
-        return error;
-    return !overwrite && IsRegularFile(from) && common::IsThere(to) ? FileExists : CopyOver(from, std::move(to));
+    return FoundAnew([&] {
+        FileEntry from;
+        FileEntry to;
+        if (const ErrorNumber error = Entry(source, LastLink::Follow, from); error != NoError)
+            return error;
+        if (const ErrorNumber error = Entry(destination, LastLink::Follow, to); error != NoError)
+            return error;
+        struct stat found {};
+        const ErrorNumber there = overwrite ? FileNotFound : LookAt(to, found);
+        if (there != FileNotFound && LookAt(from, found) == NoError && S_ISREG(found.st_mode))
+            return there == NoError ? FileExists : there;
+        return CopyOver(from, std::move(to));
+    });
 }
 
 ErrorNumber HostFileSystem::MoveFile(const Text& source, const Text& destination) {
-    FileEntry from;
-    FileEntry to;
-    if (const ErrorNumber error = Entry(source, LastLink::Follow, from); error != NoError)
-        return error;
-    const ErrorNumber error = Entry(destination, LastLink::Follow, to);
-    return error == NoError ? MoveOver(from, std::move(to)) : error;
+    return FoundAnew([&] {
+        FileEntry from;
+        FileEntry to;
+        if (const ErrorNumber error = Entry(source, LastLink::Follow, from); error != NoError)
+            return error;
+        const ErrorNumber error = Entry(destination, LastLink::Follow, to);
+        return error == NoError ? MoveOver(from, std::move(to)) : error;
+    });
 }
 
 ErrorNumber HostFileSystem::DeleteFile(const Text& fullName) {
-    FileEntry target;
-    FileEntry entry;
-    if (const ErrorNumber error = Entry(fullName, LastLink::Follow, target); error != NoError)
-        return error;
-    if (const ErrorNumber error = Entry(fullName, LastLink::Keep, entry); error != NoError)
-        return error;
-    if (!common::IsThere(target))
-        return FromErrno(errno);
-    if (!IsRegularFile(target))
-        return PathRefused;
-    if (::unlinkat(entry.Folder.Number(), entry.Name.c_str(), 0) != 0)
-        return FromErrno(errno);
-    return SyncFolder(entry.Folder); // a deleted download must not be back after a loss of power
+    return FoundAnew([&] {
+        FileEntry target;
+        FileEntry entry;
+        if (const ErrorNumber error = Entry(fullName, LastLink::Follow, target); error != NoError)
+            return error;
+        if (const ErrorNumber error = Entry(fullName, LastLink::Keep, entry); error != NoError)
+            return error;
+        struct stat found {};
+        if (const ErrorNumber error = LookAt(target, found); error != NoError)
+            return error;
+        if (!S_ISREG(found.st_mode))
+            return PathRefused;
+        const ErrorNumber error = RemoveFrom(entry.Folder, entry.Name);
+        return error == NoError ? SyncFolder(entry.Folder) : error; // it must not be back after a loss of power
+    });
 }
 
 } // namespace platform::common

@@ -23,7 +23,7 @@ public:
 
 private:
     ErrorNumber Entry(const Text& fullName, LastLink lastLink, FileEntry& entry) const;
-    bool IsThere(const Text& fullName) const;
+    bool MayBeThere(const Text& fullName) const;
 
     PathMap Paths;
 };

@@ -27,12 +27,16 @@ ErrorNumber LastError() {
     return FromErrno(errno);
 }
 
-bool LookAt(const FileEntry& entry, struct stat& found) {
-    return ::fstatat(entry.Folder.Number(), entry.Name.c_str(), &found, AT_SYMLINK_NOFOLLOW) == 0;
+ErrorNumber LookAt(const Descriptor& opened, struct stat& found) {
+    return Repeated([&] { return ::fstat(opened.Number(), &found); }) == 0 ? NoError : LastError();
+}
+
+int OpenIn(const Descriptor& folder, const std::string& name, int flags) {
+    return Repeated([&] { return ::openat(folder.Number(), name.c_str(), flags | O_CLOEXEC, OwnersFile); });
 }
 
 ErrorNumber MakeOneFolder(const std::string& path) {
-    if (::mkdir(path.c_str(), OwnersFolder) == 0)
+    if (Repeated([&] { return ::mkdir(path.c_str(), OwnersFolder); }) == 0)
         return SyncFolder(FolderOf(path));
     const int reason = errno;
     if (IsFolder(path)) // a read-only disk says that it is read-only, and not that the folder is there
@@ -66,6 +70,8 @@ ErrorNumber FromErrno(int code) {
     case EILSEQ:
     case EINVAL:
         return PathRefused;
+    case ESTALE:
+        return WentStale;
     case EBUSY:
     case ENODEV:
     case ENXIO:
@@ -100,31 +106,35 @@ ErrorNumber Descriptor::Close() {
 
 ErrorNumber IdOf(const Descriptor& folder, FolderId& id) {
     struct stat found {};
-    if (::fstat(folder.Number(), &found) != 0)
-        return LastError();
+    const ErrorNumber error = LookAt(folder, found);
     id = {found.st_dev, found.st_ino};
-    return NoError;
+    return error;
 }
 
 ErrorNumber EntryAt(const std::string& path, FileEntry& entry) {
     std::string target;
-    if (!Canonical(path, target))
+    const ErrorNumber error = Canonical(path, target);
+    if (error == FileNotFound)
         target = path;
+    else if (error != NoError)
+        return error;
     entry.Name = target.substr(target.find_last_of('/') + 1);
-    entry.Folder = Descriptor(::open(FolderOf(target).c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
+    const std::string folder = FolderOf(target);
+    entry.Folder = Descriptor(Repeated([&] { return ::open(folder.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC); }));
     return entry.Folder.Valid() ? NoError : LastError();
 }
 
 ErrorNumber OpenRegular(const FileEntry& entry, int flags, Descriptor& file) {
     struct stat found {};
-    if (!LookAt(entry, found))
-        return LastError();
+    if (const ErrorNumber error = LookAt(entry, found); error != NoError)
+        return error;
     if (!S_ISREG(found.st_mode))
         return PathRefused;
-    const int safely = O_CLOEXEC | O_NONBLOCK | O_NOCTTY | O_NOFOLLOW;
-    Descriptor opened(::openat(entry.Folder.Number(), entry.Name.c_str(), flags | safely));
-    if (!opened.Valid() || ::fstat(opened.Number(), &found) != 0)
+    Descriptor opened(OpenIn(entry.Folder, entry.Name, flags | O_NONBLOCK | O_NOCTTY | O_NOFOLLOW));
+    if (!opened.Valid())
         return LastError();
+    if (const ErrorNumber error = LookAt(opened, found); error != NoError)
+        return error;
     if (!S_ISREG(found.st_mode))
         return PathRefused;
     file = std::move(opened);
@@ -132,7 +142,7 @@ ErrorNumber OpenRegular(const FileEntry& entry, int flags, Descriptor& file) {
 }
 
 ErrorNumber CreateRegular(const Descriptor& folder, const std::string& name, int flags, Descriptor& file) {
-    Descriptor made(::openat(folder.Number(), name.c_str(), flags | O_CREAT | O_EXCL | O_CLOEXEC, OwnersFile));
+    Descriptor made(OpenIn(folder, name, flags | O_CREAT | O_EXCL));
     if (!made.Valid())
         return LastError();
     file = std::move(made);
@@ -141,9 +151,7 @@ ErrorNumber CreateRegular(const Descriptor& folder, const std::string& name, int
 
 ErrorNumber WriteAll(int file, std::string_view bytes, std::int64_t offset) {
     while (!bytes.empty()) {
-        const ssize_t count = ::pwrite(file, bytes.data(), bytes.size(), offset);
-        if (count < 0 && errno == EINTR)
-            continue;
+        const ssize_t count = Repeated([&] { return ::pwrite(file, bytes.data(), bytes.size(), offset); });
         if (count <= 0)
             return count < 0 ? LastError() : DiskFull;
         bytes.remove_prefix(static_cast<std::size_t>(count));
@@ -152,30 +160,41 @@ ErrorNumber WriteAll(int file, std::string_view bytes, std::int64_t offset) {
     return NoError;
 }
 
-bool IsThere(const FileEntry& entry) {
-    struct stat found {};
-    return LookAt(entry, found);
+ErrorNumber LookAt(const FileEntry& entry, struct stat& found) {
+    const auto look = [&] { return ::fstatat(entry.Folder.Number(), entry.Name.c_str(), &found, AT_SYMLINK_NOFOLLOW); };
+    return Repeated(look) == 0 ? NoError : LastError();
 }
 
-bool IsRegularFile(const FileEntry& entry) {
-    struct stat found {};
-    return LookAt(entry, found) && S_ISREG(found.st_mode);
+std::int64_t ReadAt(int file, char* bytes, std::size_t count, std::int64_t offset) {
+    return Repeated([&] { return ::pread(file, bytes, count, offset); });
+}
+
+ErrorNumber SyncFile(const Descriptor& file) {
+    return Repeated([&] { return ::fsync(file.Number()); }) == 0 ? NoError : LastError();
+}
+
+ErrorNumber RemoveFrom(const Descriptor& folder, const std::string& name) {
+    return Repeated([&] { return ::unlinkat(folder.Number(), name.c_str(), 0); }) == 0 ? NoError : LastError();
 }
 
 bool IsFolder(const std::string& path) {
     struct stat found {};
-    return ::stat(path.c_str(), &found) == 0 && S_ISDIR(found.st_mode);
+    return Repeated([&] { return ::stat(path.c_str(), &found); }) == 0 && S_ISDIR(found.st_mode);
 }
 
-bool Canonical(const std::string& path, std::string& canonical) {
+ErrorNumber Canonical(const std::string& path, std::string& canonical) {
     struct Free {
         void operator()(char* text) const { std::free(text); }
     };
-    const std::unique_ptr<char, Free> found(::realpath(path.c_str(), nullptr));
-    if (!found)
-        return false;
+    std::unique_ptr<char, Free> found;
+    const auto find = [&] {
+        found.reset(::realpath(path.c_str(), nullptr));
+        return found ? 0 : -1;
+    };
+    if (Repeated(find) != 0)
+        return LastError();
     canonical = found.get();
-    return true;
+    return NoError;
 }
 
 std::string FolderOf(const std::string& path) {
@@ -197,20 +216,23 @@ ErrorNumber MakeFolders(const std::string& path) {
 namespace {
 
 ErrorNumber SyncOpened(const Descriptor& folder) {
-    if (!folder.Valid())
-        return LastError();
+    const bool synced = folder.Valid() && Repeated([&] { return ::fsync(folder.Number()); }) == 0;
     // Some file systems can't sync a folder, and say so: their names need no such step.
-    return ::fsync(folder.Number()) == 0 || errno == EINVAL ? NoError : LastError();
+    if (synced || (folder.Valid() && errno == EINVAL))
+        return NoError;
+    const ErrorNumber error = LastError();
+    return error == WentStale ? DeviceFailed : error; // the names have been changed: nothing is to be done anew
 }
 
 } // namespace
 
 ErrorNumber SyncFolder(const Descriptor& folder) {
-    return SyncOpened(Descriptor(::openat(folder.Number(), ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC)));
+    return SyncOpened(Descriptor(OpenIn(folder, ".", O_RDONLY | O_DIRECTORY)));
 }
 
 ErrorNumber SyncFolder(const std::string& folder) {
-    return SyncOpened(Descriptor(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)));
+    const auto open = [&] { return ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC); };
+    return SyncOpened(Descriptor(Repeated(open)));
 }
 
 namespace {
@@ -218,13 +240,18 @@ namespace {
 /// Looks at a file that is to be replaced, if it is there. A rename would replace a write-protected one without a word.
 ErrorNumber MayBeReplaced(const FileEntry& entry, bool& exists) {
     struct stat found {};
-    exists = LookAt(entry, found);
+    const ErrorNumber error = LookAt(entry, found);
+    exists = error == NoError;
     if (!exists)
-        return errno == ENOENT ? NoError : LastError();
+        return error == FileNotFound ? NoError : error;
     if (!S_ISREG(found.st_mode))
         return PathRefused;
-    const int mayWrite = ::faccessat(entry.Folder.Number(), entry.Name.c_str(), W_OK, AT_EACCESS);
-    return mayWrite == 0 ? NoError : LastError();
+    const auto ask = [&] { return ::faccessat(entry.Folder.Number(), entry.Name.c_str(), W_OK, AT_EACCESS); };
+    return Repeated(ask) == 0 ? NoError : LastError();
+}
+
+bool Renamed(int from, const std::string& name, int to, const std::string& newName) {
+    return Repeated([&] { return ::renameat(from, name.c_str(), to, newName.c_str()); }) == 0;
 }
 
 /// Gives a file the rights of the one whose place it is to take.
@@ -239,16 +266,14 @@ ErrorNumber TakeRights(int file, const FileEntry& target, bool& kept) {
 void TellRights(const FileEntry& file) {
     static std::set<std::pair<ino_t, std::string>> told; // a name stays where the file itself is another one each time
     struct stat folder {};
-    if (RightsLost && ::fstat(file.Folder.Number(), &folder) == 0 && told.emplace(folder.st_ino, file.Name).second)
+    if (RightsLost && LookAt(file.Folder, folder) == NoError && told.emplace(folder.st_ino, file.Name).second)
         RightsLost(file.Name);
 }
 
 ErrorNumber CopyBytes(int from, int to) {
     std::array<char, CopyBlock> block;
     for (std::int64_t offset = 0;;) {
-        const ssize_t count = ::pread(from, block.data(), block.size(), offset);
-        if (count < 0 && errno == EINTR)
-            continue;
+        const ssize_t count = ReadAt(from, block.data(), block.size(), offset);
         if (count <= 0)
             return count < 0 ? LastError() : NoError;
         const std::string_view bytes(block.data(), static_cast<std::size_t>(count));
@@ -266,7 +291,7 @@ Replacement::~Replacement() {
 
 void Replacement::GiveUp() {
     if (Beside.Valid())
-        ::unlinkat(Target.Folder.Number(), BesideName.c_str(), 0);
+        static_cast<void>(RemoveFrom(Target.Folder, BesideName));
     Beside.Close();
 }
 
@@ -301,7 +326,9 @@ ErrorNumber Replacement::MakeBeside() {
 
 ErrorNumber Replacement::Commit() {
     const int folder = Target.Folder.Number();
-    if (::fsync(Beside.Number()) != 0 || ::renameat(folder, BesideName.c_str(), folder, Target.Name.c_str()) != 0)
+    if (const ErrorNumber error = SyncFile(Beside); error != NoError)
+        return error;
+    if (!Renamed(folder, BesideName, folder, Target.Name))
         return LastError();
     if (!KeepsRights)
         TellRights(Target);
@@ -331,10 +358,10 @@ ErrorNumber MoveOver(const FileEntry& source, FileEntry target) {
         if (const ErrorNumber error = TakeRights(moved.Number(), target, keepsRights); error != NoError)
             return error;
     }
-    if (::fsync(moved.Number()) != 0)
-        return LastError();
+    if (const ErrorNumber error = SyncFile(moved); error != NoError)
+        return error;
     const int from = source.Folder.Number();
-    if (::renameat(from, source.Name.c_str(), target.Folder.Number(), target.Name.c_str()) == 0) {
+    if (Renamed(from, source.Name, target.Folder.Number(), target.Name)) {
         if (!keepsRights)
             TellRights(target);
         return SyncFolder(target.Folder);
@@ -342,7 +369,7 @@ ErrorNumber MoveOver(const FileEntry& source, FileEntry target) {
     if (errno != EXDEV)
         return LastError();
     const ErrorNumber error = CopyOver(source, std::move(target));
-    return error == NoError && ::unlinkat(from, source.Name.c_str(), 0) != 0 ? LastError() : error;
+    return error == NoError ? RemoveFrom(source.Folder, source.Name) : error;
 }
 
 } // namespace platform::common

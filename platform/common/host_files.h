@@ -10,6 +10,7 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <sys/stat.h>
 
 namespace platform::common {
 
@@ -26,6 +27,14 @@ auto Repeated(Call call) {
     while (result == -1 && errno == EINTR)
         result = call();
     return result;
+}
+
+/// A step that begins with the finding of something by its name. Where what was found has become stale meanwhile, as on
+/// a network, it is found anew once.
+template <class Step>
+ErrorNumber FoundAnew(Step step) {
+    const ErrorNumber error = step();
+    return error == WentStale ? step() : error;
 }
 
 /// Owns a file descriptor, and closes it at the end of its life.
@@ -77,13 +86,21 @@ ErrorNumber CreateRegular(const Descriptor& folder, const std::string& name, int
 /// Writes all bytes at an offset, however many calls that takes.
 ErrorNumber WriteAll(int file, std::string_view bytes, std::int64_t offset);
 
-/// Whether there is anything under the name, be it a link to nothing.
-bool IsThere(const FileEntry& entry);
-bool IsRegularFile(const FileEntry& entry);
+/// Reads what is there at an offset, up to a count of bytes; -1 on failure, with errno.
+std::int64_t ReadAt(int file, char* bytes, std::size_t count, std::int64_t offset);
+
+/// Brings a file to the medium.
+ErrorNumber SyncFile(const Descriptor& file);
+
+/// Takes a name out of a folder; what is there must be no folder.
+ErrorNumber RemoveFrom(const Descriptor& folder, const std::string& name);
+
+/// What is there under a name, as it is, be it a link. FileNotFound where nothing is.
+ErrorNumber LookAt(const FileEntry& entry, struct stat& found);
 bool IsFolder(const std::string& path);
 
-/// The path of something that is there, without links and without detours; false when there is no such thing.
-bool Canonical(const std::string& path, std::string& canonical);
+/// The path of something that is there, without links and without detours.
+ErrorNumber Canonical(const std::string& path, std::string& canonical);
 
 /// The folder that a path lies in.
 std::string FolderOf(const std::string& path);

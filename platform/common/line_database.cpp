@@ -4,8 +4,6 @@
 #include "platform/common/host_file_system.h"
 
 #include <algorithm>
-#include <sys/stat.h>
-#include <unistd.h>
 
 namespace platform::common {
 
@@ -46,13 +44,12 @@ bool CodeFits(std::int32_t wanted, std::int32_t code) {
 
 } // namespace
 
-LineDatabase::Place LineDatabase::PlaceOf(const FileEntry& file) {
-    struct stat folder {};
-    return ::fstat(file.Folder.Number(), &folder) == 0 ? Place{folder.st_dev, folder.st_ino, file.Name} : Place();
-}
-
-bool LineDatabase::FindFile(const Text& name, FileEntry& file) const {
-    return IsDatabaseName(name) && Paths.Entry(FileOf(name), LastLink::Follow, file) == NoError;
+ErrorNumber LineDatabase::FindFile(const Text& name, FileEntry& file, Place& place) const {
+    ErrorNumber error = IsDatabaseName(name) ? Paths.Entry(FileOf(name), LastLink::Follow, file) : PathRefused;
+    if (error == NoError)
+        error = IdOf(file.Folder, place.Folder);
+    place.Name = file.Name;
+    return error;
 }
 
 DatabaseId LineDatabase::Keep(const Text& name, Place file, std::unique_ptr<LineTable> table) {
@@ -77,53 +74,61 @@ ErrorNumber LineDatabase::CheckName(DatabaseId database) const {
     if (found == OpenOnes.end())
         return NotAvailable;
     FileEntry file;
-    const ErrorNumber error = Paths.Entry(FileOf(found->second.Name), LastLink::Follow, file);
-    if (error == FileNotFound || error == PathRefused)
-        return PathNotFound;
+    Place place;
+    const ErrorNumber error = FoundAnew([&] { return FindFile(found->second.Name, file, place); });
     if (error != NoError)
-        return error;
-    const Place place = PlaceOf(file);
-    if (place == Place())
-        return DeviceFailed;
+        return IsMissing(error) ? PathNotFound : error;
     return place == found->second.File ? NoError : PathNotFound;
 }
 
-DatabaseId LineDatabase::Open(const Text& name, std::int32_t mode) {
-    FileEntry file;
-    WhyNot = IsDatabaseName(name) ? Paths.Entry(FileOf(name), LastLink::Follow, file) : FileNotFound;
-    if (WhyNot == PathRefused)
-        WhyNot = FileNotFound;
-    if (WhyNot != NoError)
-        return 0;
-    Place place = PlaceOf(file);
-    if (place == Place())
-        WhyNot = DeviceFailed;
-    if (WhyNot != NoError)
-        return 0;
-    return Keep(name, std::move(place), LineTable::Open(std::move(file), mode != ModeRead, Patience, WhyNot));
+OpenedDatabase LineDatabase::Open(const Text& name, std::int32_t mode) {
+    OpenedDatabase opened;
+    opened.Error = FoundAnew([&] {
+        FileEntry file;
+        Place place;
+        ErrorNumber error = FindFile(name, file, place);
+        if (error != NoError)
+            return IsMissing(error) ? FileNotFound : error;
+        opened.Id = Keep(name, std::move(place), LineTable::Open(std::move(file), mode != ModeRead, Patience, error));
+        return error;
+    });
+    return opened;
 }
 
-DatabaseId LineDatabase::Create(const Text& name, std::int32_t typeCode, std::int32_t creatorCode) {
-    FileEntry file;
-    if (!IsDatabaseName(name) || Paths.MakeFolder(DatabaseFolder) != NoError || !FindFile(name, file))
-        return 0;
-    Place place = PlaceOf(file);
-    return Keep(name, std::move(place), LineTable::Make(std::move(file), {typeCode, creatorCode}, Patience));
+OpenedDatabase LineDatabase::Create(const Text& name, std::int32_t typeCode, std::int32_t creatorCode) {
+    OpenedDatabase made;
+    made.Error = FoundAnew([&] {
+        FileEntry file;
+        Place place;
+        ErrorNumber error = IsDatabaseName(name) ? Paths.MakeFolder(DatabaseFolder) : PathRefused;
+        if (error == NoError)
+            error = FindFile(name, file, place);
+        if (error != NoError)
+            return error;
+        const DatabaseCodes codes{typeCode, creatorCode};
+        made.Id = Keep(name, std::move(place), LineTable::Make(std::move(file), codes, Patience, error));
+        return error;
+    });
+    return made;
 }
 
-bool LineDatabase::Delete(const Text& name) {
-    FileEntry file;
-    FileEntry entry;
-    if (!FindFile(name, file) || Paths.Entry(FileOf(name), LastLink::Keep, entry) != NoError)
-        return false;
-    const Place place = PlaceOf(file);
-    const bool isOpen =
-        std::any_of(OpenOnes.begin(), OpenOnes.end(), [&place](const auto& one) { return one.second.File == place; });
-    if (isOpen || ::unlinkat(entry.Folder.Number(), entry.Name.c_str(), 0) != 0)
-        return false;
-    // What a crash left behind must not be taken for the journal of the next database of this name.
-    ::unlinkat(entry.Folder.Number(), (entry.Name + "-journal").c_str(), 0);
-    return SyncFolder(entry.Folder) == NoError;
+ErrorNumber LineDatabase::Delete(const Text& name) {
+    return FoundAnew([&] {
+        FileEntry file;
+        FileEntry entry;
+        Place place;
+        if (const ErrorNumber error = FindFile(name, file, place); error != NoError)
+            return error;
+        if (const ErrorNumber error = Paths.Entry(FileOf(name), LastLink::Keep, entry); error != NoError)
+            return error;
+        if (std::any_of(OpenOnes.begin(), OpenOnes.end(), [&](const auto& one) { return one.second.File == place; }))
+            return InUse;
+        if (const ErrorNumber error = RemoveFrom(entry.Folder, entry.Name); error != NoError)
+            return error;
+        // What a crash left behind must not be taken for the journal of the next database of this name.
+        static_cast<void>(RemoveFrom(entry.Folder, entry.Name + "-journal"));
+        return SyncFolder(entry.Folder);
+    });
 }
 
 void LineDatabase::Close(DatabaseId database) {
@@ -152,9 +157,9 @@ ErrorNumber LineDatabase::BeginEdit(DatabaseId database) {
     return error == NoError ? Find(database)->BeginEdit() : error;
 }
 
-bool LineDatabase::WriteRecord(DatabaseId database, const LineRecord& record) {
+ErrorNumber LineDatabase::WriteRecord(DatabaseId database, const LineRecord& record) {
     LineTable* table = Find(database);
-    return table && table->WriteRecord(record);
+    return table ? table->WriteRecord(record) : NotAvailable;
 }
 
 ErrorNumber LineDatabase::Commit(DatabaseId database) {
@@ -167,9 +172,9 @@ bool LineDatabase::ReadRecord(DatabaseId database, LineRecord& record) {
     return table && table->ReadRecord(record);
 }
 
-bool LineDatabase::DeleteRecord(DatabaseId database) {
+ErrorNumber LineDatabase::DeleteRecord(DatabaseId database) {
     LineTable* table = Find(database);
-    return table && table->DeleteRecord();
+    return table ? table->DeleteRecord() : NotAvailable;
 }
 
 ErrorNumber LineDatabase::ShiftRecords(DatabaseId database, std::int32_t position) {
@@ -247,7 +252,8 @@ Text LineDatabase::FirstDatabase(std::int32_t typeCode, std::int32_t creatorCode
     for (Text full = folder->FirstFile(0); !full.empty(); full = folder->NextFile()) {
         const Text name = NameFromFile(full);
         FileEntry file;
-        if (name.empty() || !FindFile(name, file))
+        Place ignoredPlace;
+        if (name.empty() || FindFile(name, file, ignoredPlace) != NoError)
             continue;
         ErrorNumber ignored = NoError;
         const auto table = LineTable::Open(std::move(file), false, Patience, ignored);

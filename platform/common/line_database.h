@@ -6,7 +6,6 @@
 #include "platform/common/path_map.h"
 
 #include <map>
-#include <sys/types.h>
 #include <vector>
 
 namespace platform::common {
@@ -22,10 +21,9 @@ class LineDatabase final : public RecordDatabase {
 public:
     explicit LineDatabase(PathMap paths) : Paths(std::move(paths)) {}
 
-    DatabaseId Open(const Text& name, std::int32_t mode) override;
-    ErrorNumber OpenError() const override { return WhyNot; }
-    DatabaseId Create(const Text& name, std::int32_t typeCode, std::int32_t creatorCode) override;
-    bool Delete(const Text& name) override;
+    OpenedDatabase Open(const Text& name, std::int32_t mode) override;
+    OpenedDatabase Create(const Text& name, std::int32_t typeCode, std::int32_t creatorCode) override;
+    ErrorNumber Delete(const Text& name) override;
     void Close(DatabaseId database) override;
 
     std::int32_t RecordCount(DatabaseId database) override;
@@ -34,10 +32,10 @@ public:
 
     ErrorNumber AddRecord(DatabaseId database) override;
     ErrorNumber BeginEdit(DatabaseId database) override;
-    bool WriteRecord(DatabaseId database, const LineRecord& record) override;
+    ErrorNumber WriteRecord(DatabaseId database, const LineRecord& record) override;
     ErrorNumber Commit(DatabaseId database) override;
     bool ReadRecord(DatabaseId database, LineRecord& record) override;
-    bool DeleteRecord(DatabaseId database) override;
+    ErrorNumber DeleteRecord(DatabaseId database) override;
     ErrorNumber ShiftRecords(DatabaseId database, std::int32_t position) override;
     ErrorNumber RenumberRecords(DatabaseId database) override;
 
@@ -64,8 +62,7 @@ public:
 private:
     /// What a file is known by while it is open, by whatever name it was found.
     struct Place {
-        dev_t Device = 0; ///< of the folder
-        ino_t Folder = 0;
+        FolderId Folder;
         std::string Name;
         bool operator==(const Place&) const = default;
     };
@@ -75,14 +72,12 @@ private:
         std::unique_ptr<LineTable> Table;
     };
 
-    static Place PlaceOf(const FileEntry& file);
-    bool FindFile(const Text& name, FileEntry& file) const;
+    ErrorNumber FindFile(const Text& name, FileEntry& file, Place& place) const;
     ErrorNumber CheckName(DatabaseId database) const;
     DatabaseId Keep(const Text& name, Place file, std::unique_ptr<LineTable> table);
     LineTable* Find(DatabaseId database);
 
     PathMap Paths;
-    ErrorNumber WhyNot = NoError;
     std::map<DatabaseId, OpenDatabase> OpenOnes;
     std::vector<Text> Names; ///< what the enumeration that was begun last has found
     std::size_t NextName = 0;

@@ -26,8 +26,7 @@ std::unique_ptr<LineTable> LineTable::Open(FileEntry file, bool writable, LockWa
     // The file must not be opened by any other way than SQLite's: closing a descriptor of it takes away the locks that
     // other connections of this process hold.
     struct stat found {};
-    const auto look = [&] { return ::fstatat(file.Folder.Number(), file.Name.c_str(), &found, AT_SYMLINK_NOFOLLOW); };
-    error = Repeated(look) == 0 ? NoError : FromErrno(errno);
+    error = LookAt(file, found);
     if (error == NoError && !S_ISREG(found.st_mode))
         error = FileNotFound;
     if (error != NoError) // a look that failed is no word on what is there: a missing database would be made anew
@@ -38,32 +37,41 @@ std::unique_ptr<LineTable> LineTable::Open(FileEntry file, bool writable, LockWa
         return nullptr;
     }
     if (!table->IsPlain() || !table->HasRoomForItsPositions()) {
-        error = DeviceFailed;
+        error = Damaged;
         return nullptr;
     }
     if (!table->ReadCodes()) {
         error = table->Connection.LastError();
         if (error == FileNotFound && !table->HoldsNothing())
-            error = DeviceFailed;
+            error = Damaged;
         return nullptr;
     }
     error = table->Connection.Execute(Durability);
     return error == NoError ? std::move(table) : nullptr;
 }
 
-std::unique_ptr<LineTable> LineTable::Make(FileEntry file, const DatabaseCodes& codes, LockWait& patience) {
+std::unique_ptr<LineTable> LineTable::Make(FileEntry file, const DatabaseCodes& codes, LockWait& patience,
+                                           ErrorNumber& error) {
     // SQLite would let others of the group read it. Its journals get the rights of the file.
     Descriptor made;
-    const bool wasThere = CreateRegular(file.Folder, file.Name, O_WRONLY, made) != NoError;
+    error = CreateRegular(file.Folder, file.Name, O_WRONLY, made);
+    const bool wasThere = error == FileExists;
+    if (error != NoError && !wasThere)
+        return nullptr;
     made.Close();
-    const FileEntry again{Descriptor(::openat(file.Folder.Number(), ".", O_PATH | O_DIRECTORY | O_CLOEXEC)), file.Name};
+    const auto openAgain = [&] { return ::openat(file.Folder.Number(), ".", O_PATH | O_DIRECTORY | O_CLOEXEC); };
+    const FileEntry again{Descriptor(Repeated(openAgain)), file.Name};
     std::unique_ptr<LineTable> table(new LineTable(true));
-    if (table->Connection.Open(std::move(file), patience) && table->Connection.Execute(Durability) == NoError &&
-        table->WriteCodes(codes) == NoError)
+    error = table->Connection.Open(std::move(file), patience) ? NoError : table->Connection.LastError();
+    if (error == NoError)
+        error = table->Connection.Execute(Durability);
+    if (error == NoError)
+        error = table->WriteCodes(codes);
+    if (error == NoError)
         return table;
     table.reset();
     if (!wasThere)
-        ::unlinkat(again.Folder.Number(), again.Name.c_str(), 0);
+        static_cast<void>(RemoveFrom(again.Folder, again.Name));
     return nullptr;
 }
 
@@ -106,7 +114,7 @@ bool LineTable::HoldsNothing() {
 ErrorNumber LineTable::WriteCodes(const DatabaseCodes& codes) {
     SqlStatement tables;
     if (!tables.Prepare(Connection.Handle(), "SELECT COUNT(*) FROM sqlite_master") || !tables.NextRow())
-        return DeviceFailed;
+        return Connection.LastError();
     if (tables.Number(0) != 0)
         return FileExists;
     tables.Done();
@@ -126,8 +134,11 @@ ErrorNumber LineTable::NoteFailedRead() {
     case SQLITE_DONE:
     case SQLITE_ERROR: // no line table has been declared
         return FailedRead;
-    default: // also where another tool holds the file: what it kept from us must not count as missing later
-        return FailedRead = DeviceFailed;
+    default:
+        FailedRead = Connection.LastError();
+        if (FailedRead == InUse) // what another tool has kept from us must not count as missing later
+            FailedRead = DeviceFailed;
+        return FailedRead;
     }
 }
 
@@ -144,7 +155,8 @@ ErrorNumber LineTable::CountRecords(std::int64_t& count) {
 
 std::int64_t LineTable::RecordCount() {
     std::int64_t count = 0;
-    return CountRecords(count) == NoError ? count : -1;
+    const ErrorNumber error = CountRecords(count);
+    return error == NoError ? count : -error;
 }
 
 /// Once a batch has been rolled back by a failure inside it, as SQLite does when the disk is full, a further write
@@ -184,13 +196,13 @@ ErrorNumber LineTable::BeginEdit() {
     return NoError;
 }
 
-bool LineTable::WriteRecord(const LineRecord& record) {
+ErrorNumber LineTable::WriteRecord(const LineRecord& record) {
     if (State == Pending::None)
-        return false;
+        return DeviceFailed;
     Draft = record;
     std::replace(Draft.LineData.begin(), Draft.LineData.end(), u'\n', u' ');
     modStringTools::BlankNuls(Draft.LineData);
-    return true;
+    return NoError;
 }
 
 ErrorNumber LineTable::Commit() {
@@ -219,7 +231,7 @@ ErrorNumber LineTable::Insert(std::int64_t position) {
 ErrorNumber LineTable::Update(std::int64_t position) {
     constexpr const char* sql = R"(UPDATE "TEXT" SET LineNumber = ?2, LineData = ?3 WHERE Position = ?1)";
     if (!UpdateOne.Prepare(Connection.Handle(), sql))
-        return DeviceFailed;
+        return Connection.LastError();
     const std::string bytes = modStringTools::ToBytes(Draft.LineData);
     UpdateOne.Bind(1, position);
     UpdateOne.Bind(2, std::int64_t{Draft.LineNumber});
@@ -252,16 +264,20 @@ bool LineTable::ReadRecord(LineRecord& record) {
     return true;
 }
 
-bool LineTable::DeleteRecord() {
-    if (MayWrite() != NoError)
-        return false;
+ErrorNumber LineTable::DeleteRecord() {
+    if (const ErrorNumber error = MayWrite(); error != NoError)
+        return error;
     const bool wasOnlyAdded = State == Pending::Added;
     State = Pending::None;
     if (wasOnlyAdded)
-        return true;
-    if (Current >= RecordCount())
-        return false;
-    return BeginStep() == NoError && EndStep(Remove(Current)) == NoError;
+        return NoError;
+    std::int64_t count = 0;
+    if (const ErrorNumber error = CountRecords(count); error != NoError)
+        return error;
+    if (Current >= count)
+        return FileNotFound;
+    const ErrorNumber error = BeginStep();
+    return error == NoError ? EndStep(Remove(Current)) : error;
 }
 
 /// What is done up to the end of the step is done as a whole or not at all, also inside a batch, in whose transaction
@@ -284,7 +300,7 @@ ErrorNumber LineTable::Remove(std::int64_t position) {
     // The records behind the gap are walked in the order of their positions, so each moves to one that is free.
     if (!DeleteOne.Prepare(Connection.Handle(), R"(DELETE FROM "TEXT" WHERE Position = ?1)") ||
         !CloseGap.Prepare(Connection.Handle(), R"(UPDATE "TEXT" SET Position = Position - 1 WHERE Position > ?1)"))
-        return DeviceFailed;
+        return Connection.LastError();
     DeleteOne.Bind(1, position);
     if (const ErrorNumber error = DeleteOne.Run(); error != NoError)
         return error;

@@ -33,18 +33,20 @@ public:
     /// one that holds what could keep a reader busy for ever.
     static std::unique_ptr<LineTable> Open(FileEntry file, bool writable, LockWait& patience, ErrorNumber& error);
     /// Makes one with no line table yet, in a file that is missing or empty. Nothing when that fails.
-    static std::unique_ptr<LineTable> Make(FileEntry file, const DatabaseCodes& codes, LockWait& patience);
+    static std::unique_ptr<LineTable> Make(FileEntry file, const DatabaseCodes& codes, LockWait& patience,
+                                           ErrorNumber& error);
 
     const DatabaseCodes& Codes() const { return Stored; }
 
-    std::int64_t RecordCount(); ///< -1 from the first failed read on, until it is opened again
+    /// Below 0 from the first failed read on, until it is opened again: its error number with a minus.
+    std::int64_t RecordCount();
     ErrorNumber Declare();
     ErrorNumber AddRecord();
     ErrorNumber BeginEdit();
-    bool WriteRecord(const LineRecord& record);
+    ErrorNumber WriteRecord(const LineRecord& record);
     ErrorNumber Commit();
     bool ReadRecord(LineRecord& record);
-    bool DeleteRecord();
+    ErrorNumber DeleteRecord();
     ErrorNumber ShiftRecords(std::int64_t position);
     ErrorNumber RenumberRecords();
     ErrorNumber FindRecord(std::int32_t lineNumber);

@@ -52,7 +52,7 @@ ErrorNumber RelativePath(const Text& devicePath, std::string& relative) {
 
 PathMap::PathMap(const std::string& rootFolder) : Named(rootFolder) {
     MakeFolders(rootFolder); // whether there is one then is seen whenever it is opened
-    common::Canonical(rootFolder, Canonical);
+    static_cast<void>(common::Canonical(rootFolder, Canonical));
 }
 
 ErrorNumber PathMap::OpenRoot(Descriptor& root) const {
@@ -61,21 +61,17 @@ ErrorNumber PathMap::OpenRoot(Descriptor& root) const {
     return root.Valid() ? NoError : FromErrno(errno);
 }
 
-/// Takes a step from the root on. What the host knows by a handle that has become stale, as on a network, is looked up
-/// anew once.
+/// Takes a step from the root on.
 template <class Step>
 ErrorNumber PathMap::LookUp(const Text& devicePath, Step step) const {
     std::string relative;
     if (const ErrorNumber error = RelativePath(devicePath, relative); error != NoError)
         return error;
-    const auto once = [&] {
+    return FoundAnew([&] {
         Descriptor root;
-        errno = 0;
         const ErrorNumber error = OpenRoot(root);
         return error == NoError ? step(root.Number(), relative) : error;
-    };
-    const ErrorNumber error = once();
-    return error == DeviceFailed && errno == ESTALE ? once() : error;
+    });
 }
 
 ErrorNumber PathMap::Entry(const Text& devicePath, LastLink lastLink, FileEntry& entry) const {

@@ -27,32 +27,31 @@ constexpr int OpenFlags = O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY;
 
 /// The error of locking; 0 when it is locked.
 int Lock(int file) {
-    while (::flock(file, LOCK_EX | LOCK_NB) != 0)
-        if (errno != EINTR)
-            return errno;
-    return 0;
+    return Repeated([file] { return ::flock(file, LOCK_EX | LOCK_NB); }) == 0 ? 0 : errno;
 }
 
 bool IsRegular(int file) {
     struct stat found {};
-    return ::fstat(file, &found) == 0 && S_ISREG(found.st_mode);
+    return Repeated([&] { return ::fstat(file, &found); }) == 0 && S_ISREG(found.st_mode);
 }
 
 bool IsStillIn(int folder, int file) {
     struct stat here {};
     struct stat there {};
-    return ::fstat(file, &here) == 0 && ::fstatat(folder, LockName, &there, AT_SYMLINK_NOFOLLOW) == 0 &&
+    return Repeated([&] { return ::fstat(file, &here); }) == 0 &&
+           Repeated([&] { return ::fstatat(folder, LockName, &there, AT_SYMLINK_NOFOLLOW); }) == 0 &&
            here.st_dev == there.st_dev && here.st_ino == there.st_ino;
 }
 
 Descriptor OpenFile(int folder, int flags) {
-    Descriptor opened(::openat(folder, LockName, flags | OpenFlags, ReadByAll));
+    Descriptor opened(Repeated([&] { return ::openat(folder, LockName, flags | OpenFlags, ReadByAll); }));
     return opened.Valid() && IsRegular(opened.Number()) ? std::move(opened) : Descriptor();
 }
 
 /// The line is for people; a full disk has no room for it, and the lock holds without.
 void WriteLine(int file, const std::string& line) {
-    const bool written = WriteAll(file, line, 0) == NoError && ::ftruncate(file, static_cast<off_t>(line.size())) == 0;
+    const auto cut = [&] { return ::ftruncate(file, static_cast<off_t>(line.size())); };
+    const bool written = WriteAll(file, line, 0) == NoError && Repeated(cut) == 0;
     static_cast<void>(written);
 }
 
@@ -72,8 +71,12 @@ LockResult RootLock::Take(const std::string& rootFolder, const std::string& prog
     Root = rootFolder;
     HolderLine.clear();
     MakeFolders(rootFolder); // where that fails, so does opening it
-    Folder = Descriptor(::open(rootFolder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (!Folder.Valid()) {
+    const ErrorNumber error = FoundAnew([&] {
+        const auto open = [&] { return ::open(rootFolder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC); };
+        Folder = Descriptor(Repeated(open));
+        return Folder.Valid() ? NoError : FromErrno(errno);
+    });
+    if (error != NoError) {
         Why = ReasonOf(errno);
         return LockResult::NoFolder;
     }
@@ -112,9 +115,9 @@ RootLock::Locked RootLock::LockFile() {
         if (!IsStillIn(Folder.Number(), File.Number()))
             continue;
         if (OwnFile)
-            ::fchmod(File.Number(), ReadByAll);
+            Repeated([this] { return ::fchmod(File.Number(), ReadByAll); });
         // The file of a user who has ended can't name us: in a folder of a group it may make room for one that can.
-        if (OwnFile || ::unlinkat(Folder.Number(), LockName, 0) != 0)
+        if (OwnFile || RemoveFrom(Folder, LockName) != NoError)
             return Locked::Yes;
     }
     File.Close();

@@ -116,9 +116,7 @@ ErrorNumber ReadWhole(const FileEntry& entry, std::string& bytes) {
         return error;
     std::array<char, ReadBlock> block;
     for (;;) {
-        const ssize_t count = ::read(file.Number(), block.data(), block.size());
-        if (count < 0 && errno == EINTR)
-            continue;
+        const ssize_t count = Repeated([&] { return ::read(file.Number(), block.data(), block.size()); });
         if (count <= 0)
             return count < 0 ? FromErrno(errno) : NoError;
         bytes.append(block.data(), static_cast<std::size_t>(count));
@@ -152,11 +150,13 @@ SettingsFile::SettingsFile(FindEntry find) : Find(std::move(find)) {
 
 /// A file that is not there has no lines: the first setting makes it.
 ErrorNumber SettingsFile::Read(Content& content) const {
-    FileEntry entry;
     std::string bytes;
-    ErrorNumber error = Find(entry);
-    if (error == NoError)
-        error = ReadWhole(entry, bytes);
+    const ErrorNumber error = FoundAnew([&] {
+        FileEntry entry;
+        bytes.clear();
+        const ErrorNumber found = Find(entry);
+        return found == NoError ? ReadWhole(entry, bytes) : found;
+    });
     if (error == FileNotFound)
         return NoError;
     if (error != NoError)
@@ -245,15 +245,17 @@ ErrorNumber SettingsFile::Write(const Content& content) const {
     std::string bytes = content.Mark;
     for (const std::string& line : content.Lines)
         bytes += line + '\n';
-    FileEntry entry;
-    if (const ErrorNumber error = Find(entry); error != NoError)
-        return error;
-    Replacement file(std::move(entry));
-    if (const ErrorNumber error = file.Begin(); error != NoError)
-        return error;
-    if (const ErrorNumber error = WriteAll(file.File(), bytes, 0); error != NoError)
-        return error;
-    return file.Commit();
+    return FoundAnew([&] {
+        FileEntry entry;
+        if (const ErrorNumber error = Find(entry); error != NoError)
+            return error;
+        Replacement file(std::move(entry));
+        if (const ErrorNumber error = file.Begin(); error != NoError)
+            return error;
+        if (const ErrorNumber error = WriteAll(file.File(), bytes, 0); error != NoError)
+            return error;
+        return file.Commit();
+    });
 }
 
 } // namespace platform::common

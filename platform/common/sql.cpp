@@ -14,15 +14,27 @@ namespace {
 constexpr int LongestText = 1 << 28;
 
 /// SQLite has allocators of its own, and reports. There is one way out of the want of memory, whoever finds it.
-void EndWithoutMemory() {
+[[noreturn]] void EndWithoutMemory() {
     if (const std::new_handler handler = std::get_new_handler())
         handler();
+    throw std::bad_alloc();
 }
 
-ErrorNumber FromSqlite(int result) {
+/// Each result of SQLite goes through here: an answer that only lacked memory must not be taken for one.
+int Looked(int result) {
     if ((result & 0xFF) == SQLITE_NOMEM)
         EndWithoutMemory();
-    switch (result & 0xFF) { // the low byte is the error, the rest its finer kind
+    return result;
+}
+
+/// Why the host has kept a file from SQLite; a file that has gone under its hands is a failure as well.
+ErrorNumber FromHost(sqlite3* connection) {
+    const ErrorNumber error = FromErrno(sqlite3_system_errno(connection));
+    return error == NoError || IsMissing(error) ? DeviceFailed : error;
+}
+
+ErrorNumber FromSqlite(int result, sqlite3* connection) {
+    switch (Looked(result) & 0xFF) { // the low byte is the error, the rest its finer kind
     case SQLITE_OK:
     case SQLITE_DONE:
     case SQLITE_ROW:
@@ -36,6 +48,12 @@ ErrorNumber FromSqlite(int result) {
     case SQLITE_BUSY:
     case SQLITE_LOCKED:
         return InUse;
+    case SQLITE_CORRUPT:
+    case SQLITE_NOTADB:
+        return Damaged;
+    case SQLITE_IOERR:
+    case SQLITE_CANTOPEN:
+        return FromHost(connection);
     default:
         return DeviceFailed;
     }
@@ -53,7 +71,7 @@ SqlStatement::~SqlStatement() {
 
 bool SqlStatement::Prepare(sqlite3* connection, const char* sql) {
     return Statement ||
-           sqlite3_prepare_v3(connection, sql, -1, SQLITE_PREPARE_PERSISTENT, &Statement, nullptr) == SQLITE_OK;
+           Looked(sqlite3_prepare_v3(connection, sql, -1, SQLITE_PREPARE_PERSISTENT, &Statement, nullptr)) == SQLITE_OK;
 }
 
 void SqlStatement::Bind(int parameter, std::int64_t number) {
@@ -67,7 +85,7 @@ void SqlStatement::Bind(int parameter, std::string_view bytes) {
 }
 
 bool SqlStatement::NextRow() {
-    return sqlite3_step(Statement) == SQLITE_ROW;
+    return Looked(sqlite3_step(Statement)) == SQLITE_ROW;
 }
 
 std::int64_t SqlStatement::Number(int column) const {
@@ -77,13 +95,15 @@ std::int64_t SqlStatement::Number(int column) const {
 std::string_view SqlStatement::Bytes(int column) const {
     const unsigned char* bytes = sqlite3_column_text(Statement, column);
     const auto count = static_cast<std::size_t>(sqlite3_column_bytes(Statement, column));
+    if (bytes == nullptr) // no value, or no room for it
+        Looked(sqlite3_errcode(sqlite3_db_handle(Statement)));
     return bytes ? std::string_view(reinterpret_cast<const char*>(bytes), count) : std::string_view();
 }
 
 ErrorNumber SqlStatement::Run() {
-    const int result = sqlite3_step(Statement);
+    const ErrorNumber error = FromSqlite(sqlite3_step(Statement), sqlite3_db_handle(Statement));
     Done();
-    return FromSqlite(result);
+    return error;
 }
 
 void SqlStatement::Done() {
@@ -112,11 +132,11 @@ ErrorNumber SqlConnection::LastError() const {
     const int result = sqlite3_errcode(Connection) & 0xFF;
     // SQLITE_ERROR stands for a statement that names a table which is not there.
     const bool isMissing = result == SQLITE_ERROR || result == SQLITE_DONE || result == SQLITE_OK;
-    return isMissing ? FileNotFound : FromSqlite(result);
+    return isMissing ? FileNotFound : FromSqlite(result, Connection);
 }
 
 ErrorNumber SqlConnection::Execute(const char* sql) {
-    return FromSqlite(sqlite3_exec(Connection, sql, nullptr, nullptr, nullptr));
+    return FromSqlite(sqlite3_exec(Connection, sql, nullptr, nullptr, nullptr), Connection);
 }
 
 std::int64_t SqlConnection::Changed() const {

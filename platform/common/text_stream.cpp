@@ -31,14 +31,6 @@ std::int64_t Tick() {
     return std::int64_t{now.tv_sec} * 1'000'000'000 + now.tv_nsec;
 }
 
-ssize_t ReadAt(int file, char* bytes, std::size_t count, std::int64_t offset) {
-    for (;;) {
-        const ssize_t taken = ::pread(file, bytes, count, offset);
-        if (taken >= 0 || errno != EINTR)
-            return taken;
-    }
-}
-
 /// The number of bytes up to and including the next line feed; 0 when there is none.
 std::size_t LineFeedIn(std::string_view bytes) {
     const void* found = std::memchr(bytes.data(), '\n', bytes.size());
@@ -112,7 +104,7 @@ ErrorNumber OpenScratch(const FileEntry& entry, Descriptor& file) {
     ErrorNumber error = OpenRegular(entry, O_RDWR, file);
     if (error == FileNotFound)
         return CreateRegular(entry.Folder, entry.Name, O_RDWR, file);
-    if (error == NoError && ::ftruncate(file.Number(), 0) != 0)
+    if (error == NoError && Repeated([&] { return ::ftruncate(file.Number(), 0); }) != 0)
         error = FromErrno(errno);
     return error;
 }
@@ -127,19 +119,21 @@ ErrorNumber OpenExisting(const FileEntry& entry, Descriptor& file, bool& readOnl
 } // namespace
 
 ErrorNumber HostTextStream::Open(const FindEntry& find, StreamMode mode, std::unique_ptr<TextStream>& stream) {
-    FileEntry entry;
-    if (const ErrorNumber error = find(entry); error != NoError)
+    return FoundAnew([&] {
+        FileEntry entry;
+        if (const ErrorNumber error = find(entry); error != NoError)
+            return error;
+        std::unique_ptr<HostTextStream> opened(new HostTextStream(find, mode));
+        ErrorNumber error = IdOf(entry.Folder, opened->Home);
+        if (error == NoError)
+            error = opened->OpenFile(std::move(entry));
+        OwnWrites += mode == StreamMode::Existing ? 0 : 1;
+        if (error == NoError)
+            error = opened->LookAgain();
+        if (error == NoError)
+            stream = std::move(opened);
         return error;
-    std::unique_ptr<HostTextStream> opened(new HostTextStream(find, mode));
-    ErrorNumber error = IdOf(entry.Folder, opened->Home);
-    if (error == NoError)
-        error = opened->OpenFile(std::move(entry));
-    OwnWrites += mode == StreamMode::Existing ? 0 : 1;
-    if (error == NoError)
-        error = opened->LookAgain();
-    if (error == NoError)
-        stream = std::move(opened);
-    return error;
+    });
 }
 
 ErrorNumber HostTextStream::OpenFile(FileEntry entry) {
@@ -159,7 +153,7 @@ ErrorNumber HostTextStream::LookAgain() {
     WritesSeen = OwnWrites;
     TickSeen = Tick();
     struct stat now {};
-    if (::fstat(Number(), &now) != 0)
+    if (Repeated([&] { return ::fstat(Number(), &now); }) != 0)
         return FromErrno(errno);
     if (now.st_size == Length && now.st_mtim.tv_sec == Modified.tv_sec && now.st_mtim.tv_nsec == Modified.tv_nsec)
         return NoError;
@@ -173,7 +167,7 @@ ErrorNumber HostTextStream::LookAgain() {
 
 FileStamp HostTextStream::Stamp() const {
     struct stat now {};
-    if (::fstat(Number(), &now) != 0)
+    if (Repeated([&] { return ::fstat(Number(), &now); }) != 0)
         return {};
     const auto nanoseconds = [](const std::timespec& time) {
         return std::int64_t{time.tv_sec} * 1'000'000'000 + time.tv_nsec;
@@ -207,7 +201,7 @@ ErrorNumber HostTextStream::Seek(std::int64_t offset, Origin origin) {
 /// Reads a block from the position on.
 ErrorNumber HostTextStream::ReadBlock() {
     Block.resize(BlockSize);
-    const ssize_t taken = ReadAt(Number(), Block.data(), Block.size(), Place);
+    const std::int64_t taken = ReadAt(Number(), Block.data(), Block.size(), Place);
     BlockStart = Place;
     BlockUsed = taken > 0 ? static_cast<std::size_t>(taken) : 0;
     if (taken < 0)
@@ -379,9 +373,10 @@ ErrorNumber HostTextStream::WriteLines(std::string_view lines) {
 /// The entry under the name, in the folder of the opening: what is written must not go where nobody looks for it.
 ErrorNumber HostTextStream::FindAgain(FileEntry& entry) const {
     FolderId folder;
-    ErrorNumber error = Find(entry);
-    if (error == NoError)
-        error = IdOf(entry.Folder, folder);
+    const ErrorNumber error = FoundAnew([&] {
+        const ErrorNumber found = Find(entry);
+        return found == NoError ? IdOf(entry.Folder, folder) : found;
+    });
     if (error != NoError)
         return error == FileNotFound ? PathNotFound : error;
     return folder == Home ? NoError : PathNotFound;
@@ -389,12 +384,15 @@ ErrorNumber HostTextStream::FindAgain(FileEntry& entry) const {
 
 /// The same while the file under the name is the one that is open.
 ErrorNumber HostTextStream::FindUnchanged(FileEntry& entry) const {
-    if (const ErrorNumber error = FindAgain(entry); error != NoError)
-        return error;
     struct stat named {};
     struct stat opened {};
-    if (::fstatat(entry.Folder.Number(), entry.Name.c_str(), &named, AT_SYMLINK_NOFOLLOW) != 0 ||
-        ::fstat(File.Number(), &opened) != 0)
+    const ErrorNumber error = FoundAnew([&] {
+        const ErrorNumber found = FindAgain(entry);
+        return found == NoError ? LookAt(entry, named) : found;
+    });
+    if (error != NoError)
+        return error;
+    if (Repeated([&] { return ::fstat(File.Number(), &opened); }) != 0)
         return FromErrno(errno);
     return named.st_dev == opened.st_dev && named.st_ino == opened.st_ino ? NoError : FileChanged;
 }
@@ -411,11 +409,13 @@ ErrorNumber HostTextStream::BeginToWrite() {
         return PermissionDenied;
     if (Mode == StreamMode::Scratch || Next)
         return NoError;
-    FileEntry entry;
-    if (const ErrorNumber error = FindUnchanged(entry); error != NoError)
-        return error;
-    Next.emplace(std::move(entry));
-    const ErrorNumber error = Next->BeginWith(File.Number());
+    const ErrorNumber error = FoundAnew([&] {
+        FileEntry entry;
+        if (const ErrorNumber found = FindUnchanged(entry); found != NoError)
+            return found;
+        Next.emplace(std::move(entry));
+        return Next->BeginWith(File.Number());
+    });
     if (error == NoError)
         File.Close();
     else
@@ -438,7 +438,7 @@ ErrorNumber HostTextStream::Write(std::string_view lines) {
     ++OwnWrites;
     if (const ErrorNumber error = WriteAll(Number(), lines, Place); error != NoError) {
         // A full disk may have taken the beginning of the lines; no half line stays behind the last whole one.
-        if (Place == Length && ::ftruncate(Number(), Length) != 0)
+        if (Place == Length && Repeated([&] { return ::ftruncate(Number(), Length); }) != 0)
             EndsInLineEnd = false;
         return WriteError = error;
     }
@@ -465,7 +465,8 @@ ErrorNumber HostTextStream::Close() {
     if (!File.Valid())
         return WriteError;
     const bool mustLast = Mode == StreamMode::Scratch && WriteError == NoError;
-    const ErrorNumber synced = mustLast && ::fdatasync(File.Number()) != 0 ? FromErrno(errno) : WriteError;
+    const auto bringToTheMedium = [&] { return ::fdatasync(File.Number()); };
+    const ErrorNumber synced = mustLast && Repeated(bringToTheMedium) != 0 ? FromErrno(errno) : WriteError;
     const ErrorNumber closed = File.Close();
     return synced != NoError ? synced : closed;
 }

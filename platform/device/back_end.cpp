@@ -40,13 +40,6 @@ common::SettingsFile SettingsFor(const DeviceOptions& options) {
                                     : common::SettingsFile(options.Settings);
 }
 
-/// The last part of a path of the device, of a folder as well.
-Text BareName(Text path) {
-    if (!path.empty() && path.back() == u'\\')
-        path.pop_back();
-    return path.substr(path.rfind(u'\\') + 1);
-}
-
 } // namespace
 
 Box PixelsOf(const Form& form) {
@@ -67,9 +60,7 @@ BackEnd::BackEnd(const DeviceOptions& options, Pump& pump, CommandSource& comman
     const Text keptOn = settingsFile.Get(u"Quorin", u"Settings", u"StorageVolume", u"");
     const bool inMemory = keptOn == TraitsOf(options.DeviceType).Memory; // which is never out
     volumes.MakeFolders(inMemory ? Text() : keptOn);
-    faults.NotMade = [this](const Text& name, ErrorNumber error) {
-        onlooker.NotSaved(BareName(name), ErrorText(error));
-    };
+    faults.NotStored = [this](const Text& setting, ErrorNumber error) { onlooker.NotSaved(setting, ErrorText(error)); };
     common::RightsLost = [this](const std::string& file) {
         onlooker.notices.Raise(companion::RightsNotKept(modStringTools::FromBytes(file)));
     };

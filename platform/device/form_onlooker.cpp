@@ -46,6 +46,11 @@ void FormOnlooker::ReadingWaits(const DateTime& since) {
     notices.Raise(companion::ReadingWaits(Time.Now(), since));
 }
 
+void FormOnlooker::FolderReplaced(const Text& folder, const Text& instead, ErrorNumber why) {
+    if (ReplacedFolders.insert(folder).second)
+        notices.Raise(companion::FolderReplaced(folder, instead, why));
+}
+
 void FormOnlooker::DeliveryStays(const Text& fullName, ErrorNumber why) {
     notices.Raise(companion::DeliveryStays(fullName, why));
 }

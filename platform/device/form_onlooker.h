@@ -7,6 +7,8 @@
 #include "platform/device/services.h"
 #include "view/platform/onlooker.h"
 
+#include <set>
+
 namespace platform::device {
 
 class FormOnlooker final : public Onlooker, public SaveWatcher, public EventSource {
@@ -23,6 +25,8 @@ public:
     void ReadingLost(const LostReading& reading) override;
     void ReadingWithoutValue(const Text& field) override;
     void ReadingWaits(const DateTime& since) override;
+    void FolderReplaced(const Text& folder, const Text& instead,
+                        ErrorNumber why) override; ///< tells once a run of each
     void DeliveryStays(const Text& fullName, ErrorNumber why) override;
     void DeliveryKept(const Text& fullName, ErrorNumber why) override;
     void MailboxClear() override;
@@ -34,6 +38,7 @@ public:
 private:
     const Clock& Time;
     Watcher& Told;
+    std::set<Text> ReplacedFolders; ///< that were told of
 };
 
 } // namespace platform::device

@@ -43,18 +43,15 @@ bool May(const char16_t* what, FileHandle& handle, platform::ErrorNumber error) 
 std::int32_t CountOf(const FileHandle& handle) {
     const std::int32_t count = Databases().RecordCount(SlotOf(handle));
     if (count < 0)
-        FailOnFile(u"read", handle, platform::DeviceFailed);
+        FailOnFile(u"read", handle, -count);
     return count;
 }
 
 /// Writes the current record, which is added or under edit, and commits it.
 bool Store(FileHandle& handle, const LineRecord& record) {
     const DatabaseId id = SlotOf(handle);
-    if (!Databases().WriteRecord(id, record)) {
-        handle.error = platform::DiskFull;
-        return false;
-    }
-    return Did(u"write to", handle, Databases().Commit(id));
+    handle.error = Databases().WriteRecord(id, record);
+    return handle.error == platform::NoError && Did(u"write to", handle, Databases().Commit(id));
 }
 
 bool Rewrite(FileHandle& handle, const LineRecord& record) {
@@ -103,9 +100,9 @@ bool InsertRecord(FileHandle& handle, std::int32_t target, const Text& text) {
 }
 
 bool DeleteRecord(FileHandle& handle) {
-    if (!Databases().DeleteRecord(SlotOf(handle))) {
+    handle.error = Databases().DeleteRecord(SlotOf(handle));
+    if (handle.error != platform::NoError) {
         CountOf(handle);
-        handle.error = platform::DeviceFailed;
         return false;
     }
     Must(u"write to", handle, Databases().RenumberRecords(SlotOf(handle)));
@@ -115,22 +112,24 @@ bool DeleteRecord(FileHandle& handle) {
 } // namespace
 
 bool OpenDatabaseLines(FileHandle& handle) {
-    DatabaseId id = 0;
+    platform::OpenedDatabase opened{0, platform::FileNotFound};
+    auto deleted = platform::NoError;
     if (handle.mode == u"r")
-        id = Databases().Open(handle.name, platform::ModeRead);
+        opened = Databases().Open(handle.name, platform::ModeRead);
     else if (handle.mode == u"a")
-        id = Databases().Open(handle.name, platform::ModeReadWrite);
+        opened = Databases().Open(handle.name, platform::ModeReadWrite);
     else if (handle.mode == u"w")
-        Databases().Delete(handle.name);
-    handle.error = handle.mode == u"w" ? platform::FileNotFound : Databases().OpenError();
-    handle.kept = id == 0 && handle.error != platform::FileNotFound;
-    if (id == 0 && handle.mode != u"r" && !handle.kept) {
-        id = Databases().Create(handle.name, PackCode(handle.fileType), PackCode(handle.creator));
-        handle.error = id == 0 ? platform::DiskFull : platform::NoError;
+        deleted = Databases().Delete(handle.name);
+    handle.kept = opened.Id == 0 && opened.Error != platform::FileNotFound;
+    if (opened.Id == 0 && handle.mode != u"r" && !handle.kept) {
+        opened = Databases().Create(handle.name, PackCode(handle.fileType), PackCode(handle.creator));
         handle.recordNumber = 0;
+        if (opened.Error == platform::FileExists && deleted != platform::NoError)
+            opened.Error = deleted;
     }
-    SlotOf(handle) = id;
-    return id != 0;
+    handle.error = opened.Error;
+    SlotOf(handle) = opened.Id;
+    return opened.Id != 0;
 }
 
 void CloseDatabaseLines(FileHandle& handle) {

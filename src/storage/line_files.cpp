@@ -255,7 +255,7 @@ platform::ErrorNumber RemoveFile(const Text& fullName) {
     const FileHandle found = handle;
     CloseFile(handle);
     if (found.isDatabase)
-        return Device().recordDatabase.Delete(found.name) ? platform::NoError : platform::DeviceFailed;
+        return Device().recordDatabase.Delete(found.name);
     return Device().fileSystem.DeleteFile(found.path + found.name);
 }
 

@@ -46,9 +46,9 @@ std::int32_t SkipLines(const FileHandle& handle, std::int32_t most) {
 
 bool OpenStream(FileHandle& handle, StreamMode mode) {
     handle.error = Device().fileSystem.OpenStream(FullName(handle), mode, StreamOf(handle));
-    const bool isMissing = handle.error == platform::FileNotFound || handle.error == platform::PathRefused;
-    handle.kept = mode == StreamMode::Existing && handle.error != platform::NoError && !isMissing;
-    return handle.error == platform::NoError;
+    const bool opened = handle.error == platform::NoError;
+    handle.kept = mode == StreamMode::Existing && !opened && !platform::IsMissing(handle.error);
+    return opened;
 }
 
 /// Moves to the marked line; false when another writer has changed the file since.

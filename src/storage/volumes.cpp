@@ -69,6 +69,15 @@ Text PathOn(const Text& volume, const Text& application) {
     return volume + FolderOfDevice(volume) + application + u"\\";
 }
 
+/// Without any volume no file opens, each of which is told by itself.
+void TellReplaced(const Text& path, const Text& volume, platform::ErrorNumber why) {
+    if (volume.empty())
+        return;
+    std::unique_ptr<platform::Folder> folder;
+    const bool isOut = platform::IsMissing(Device().fileSystem.OpenFolder(volume, false, folder));
+    Device().onlooker.FolderReplaced(path, isOut ? Text() : volume, why);
+}
+
 void ListFolder(const Text& path) {
     std::unique_ptr<platform::Folder> folder;
     if (Device().fileSystem.OpenFolder(path, false, folder) != platform::NoError)
@@ -124,11 +133,10 @@ platform::ErrorNumber FindDataPath(const Text& appName, Text& path) {
         return error;
     // Whether it is there decides: what can't be made is answered by the device's own way out.
     const auto opened = Device().fileSystem.OpenFolder(path, false, folder);
-    const bool isMissing = opened == platform::FileNotFound || opened == platform::PathRefused;
-    if (!isMissing && opened != platform::NoError)
+    if (!platform::IsMissing(opened))
         return opened;
-    if (isMissing)
-        path = volume;
+    TellReplaced(path, volume, error);
+    path = volume;
     return platform::NoError;
 }
 

@@ -159,3 +159,15 @@ stderr: quorin-console: not saved: qrn0002.txt, the record in the file has no fi
 $ cat Quorin/qrn0002.txt
 Place|Moisture
 here
+# A data folder that is a link with a whole path is not followed. The files are the volume's own then, which is said once.
+$ mv Quorin elsewhere && ln -s "$PWD/elsewhere" Quorin
+$ quorin-console --strict
+{"event":"warning","about":"folder","text":"Can't use the folder .\\Quorin\\: the name is refused. Its files are looked for and made in .\\. Tap here when you have read it."}
+> choose Start...
+{"done":"choose"}
+> choose Back
+{"done":"choose"}
+> choose Start...
+{"done":"choose"}
+$ cat drivers.txt
+NAME|INFFILE

@@ -24,7 +24,9 @@ struct Watching {
     std::vector<Call> Kinds;
     int Reads = 0;
     int Looks = 0;
+    int Names = 0;
     bool Struck = false;
+    std::string StruckPath;
     bool WriteFails = false; ///< what comes behind a short write
     std::vector<Step> Taken;
     Start Began;
@@ -119,18 +121,24 @@ std::uint64_t NewNumberOf(int file) {
         ::pause();
 }
 
+void Strike(const std::string& path) {
+    if (!Now.Struck)
+        Now.StruckPath = path;
+    Now.Struck = true;
+}
+
 /// One step, from its beginning to its end.
 class Attempt {
 public:
     /// Whether it takes up room on the disk matters to a full one.
-    Attempt(Call kind, bool takesRoom) {
+    Attempt(Call kind, const std::string& path, bool takesRoom) {
         Now.Kinds.push_back(kind);
         const int number = Watch::Steps();
         const Plan& plan = Now.Planned;
         if (plan.Kind != Counted::Steps || plan.What == Blow::None)
             return;
         if (number == plan.At || (plan.What == Blow::FullFromHere && number > plan.At && takesRoom)) {
-            Now.Struck = true;
+            Strike(path);
             Hit = plan.What;
         }
         if (Hit == Blow::KillBefore)
@@ -162,31 +170,38 @@ private:
     Blow Hit = Blow::None;
 };
 
-bool IsPlanned(Counted kind, int number) {
+bool IsPlanned(Counted kind, int number, const std::string& path) {
     const Plan& plan = Now.Planned;
-    if (plan.Kind != kind || plan.What != Blow::Fail || number != plan.At)
+    if (plan.Kind != kind || plan.What != Blow::Fail || number < plan.At || number >= plan.At + plan.Times)
         return false;
-    Now.Struck = true;
+    Strike(path);
     errno = plan.Error;
     return true;
 }
 
-bool ReadFails() {
-    return IsPlanned(Counted::Reads, ++Now.Reads);
+bool ReadFails(const std::string& path) {
+    return IsPlanned(Counted::Reads, ++Now.Reads, path);
 }
 
-bool LookFails() {
-    return IsPlanned(Counted::Looks, ++Now.Looks);
+bool LookFails(const std::string& path) {
+    return IsPlanned(Counted::Looks, ++Now.Looks, path);
+}
+
+bool NameFails(const std::string& path) {
+    const bool fails = IsPlanned(Counted::Names, ++Now.Names, path);
+    return LookFails(path) || fails;
 }
 
 } // namespace
 
 bool LookFails(int folder, const char* path) {
-    return Inside(folder, path) && LookFails();
+    const auto inside = Inside(folder, path);
+    return inside && NameFails(*inside);
 }
 
 bool LookFails(int file) {
-    return Inside(file) && LookFails();
+    const auto inside = Inside(file);
+    return inside && LookFails(*inside);
 }
 
 int Open(int folder, const char* path, int flags, const Forward& forward) {
@@ -194,14 +209,14 @@ int Open(int folder, const char* path, int flags, const Forward& forward) {
     if (!inside)
         return forward();
     if ((flags & O_PATH) != 0) // a folder as the start of further calls: nothing of it is read yet
-        return LookFails() ? -1 : forward();
+        return NameFails(*inside) ? -1 : forward();
     const bool writes = (flags & O_ACCMODE) != O_RDONLY || (flags & (O_CREAT | O_TRUNC)) != 0;
     if (!writes)
-        return ReadFails() ? -1 : forward();
+        return ReadFails(*inside) ? -1 : forward();
     struct stat found {};
     const bool isThere = LookAt(*inside, found);
     const bool makes = (flags & O_CREAT) != 0 && !isThere;
-    const Attempt attempt(Call::Open, makes);
+    const Attempt attempt(Call::Open, *inside, makes);
     if (attempt.Fails(makes))
         return -1;
     const int file = forward();
@@ -228,7 +243,7 @@ ssize_t Write(int file, const void* bytes, std::size_t count, std::int64_t offse
         errno = ENOSPC;
         return -1;
     }
-    const Attempt attempt(Call::Write, true);
+    const Attempt attempt(Call::Write, *inside, true);
     if (attempt.Fails(true))
         return -1;
     const std::size_t wanted = attempt.IsHalved() ? count / 2 : count;
@@ -254,14 +269,15 @@ ssize_t Write(int file, const void* bytes, std::size_t count, std::int64_t offse
 }
 
 ssize_t Read(int file, const std::function<ssize_t()>& forward) {
-    return Inside(file) && ReadFails() ? -1 : forward();
+    const auto inside = Inside(file);
+    return inside && ReadFails(*inside) ? -1 : forward();
 }
 
 namespace {
 
 /// Any other step: what it did is known once it has been done.
 int Other(Step step, bool takesRoom, const Forward& forward) {
-    const Attempt attempt(step.What, takesRoom);
+    const Attempt attempt(step.What, step.Path, takesRoom);
     if (attempt.Fails(takesRoom))
         return -1;
     const int result = forward();
@@ -359,12 +375,20 @@ int Watch::Looks() {
     return Now.Looks;
 }
 
+int Watch::Names() {
+    return Now.Names;
+}
+
 bool Watch::IsOn() {
     return Now.On;
 }
 
 bool Watch::Struck() {
     return Now.Struck;
+}
+
+const std::string& Watch::StruckPath() {
+    return Now.StruckPath;
 }
 
 const std::vector<Call>& Watch::Kinds() {

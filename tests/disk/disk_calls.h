@@ -36,15 +36,17 @@ enum class Blow {
 };
 
 /// What a plan counts: steps; reads and openings for reading; looks at what there is (the state of a file or folder,
-/// the target of a link, the opening of a folder as the start of further calls).
-enum class Counted { Steps, Reads, Looks };
+/// the target of a link, the opening of a folder as the start of further calls); looks by a name alone,
+/// and not at what is open.
+enum class Counted { Steps, Reads, Looks, Names };
 
-/// Which call is hit, and how. A read or a look can only fail.
+/// Which call is hit, and how. A read or a look can only fail, by itself or with those behind it.
 struct Plan {
     Blow What = Blow::None;
     int At = 0;    ///< from 1
     int Error = 0; ///< of errno
     Counted Kind = Counted::Steps;
+    int Times = 1; ///< how many reads or looks fail, one after the other
 };
 
 /// The files at the moment when the watch began, with the numbers that steps know them by.
@@ -66,8 +68,10 @@ public:
     static int Steps();
     static int Reads();
     static int Looks();
+    static int Names();
     static bool IsOn();
     static bool Struck();                         ///< the plan's step came
+    static const std::string& StruckPath();       ///< relative to the root: what that step was about
     static const std::vector<Call>& Kinds();      ///< of all steps, step 1 first
     static const std::vector<Step>& StepsTaken(); ///< those that succeeded, in order
     static const Start& Began();

@@ -6,6 +6,7 @@
 #include <cstdarg>
 #include <fcntl.h>
 #include <linux/openat2.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
 #include <unistd.h>
@@ -173,6 +174,11 @@ int fstat(int file, struct stat* found) noexcept {
 int faccessat(int folder, const char* path, int mode, int flags) noexcept {
     static auto* const real = disk::Real<int(int, const char*, int, int)>("faccessat");
     return disk::LookFails(folder, path) ? -1 : real(folder, path, mode, flags);
+}
+
+int flock(int file, int operation) noexcept {
+    static auto* const real = disk::Real<int(int, int)>("flock");
+    return disk::LookFails(file) ? -1 : real(file, operation);
 }
 
 ssize_t readlinkat(int folder, const char* path, char* target, size_t room) noexcept {

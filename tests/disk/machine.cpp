@@ -12,10 +12,11 @@ namespace disk {
 
 namespace {
 
-platform::device::DeviceOptions OptionsOf(const std::string& root, Keeping keeping) {
+platform::device::DeviceOptions OptionsOf(const std::string& root, Keeping keeping, const std::string& settings) {
     platform::device::DeviceOptions options;
     options.DeviceType = keeping == Keeping::LineDatabases ? 1 : 0;
     options.Root = root;
+    options.Settings = settings;
     options.StartMoment = *platform::device::MomentFromText("2007-03-05T09:30:00");
     return options;
 }
@@ -30,7 +31,8 @@ void PutLines(const std::string& name, const std::string& content) {
 
 } // namespace
 
-Machine::Machine(const std::string& root, Keeping keeping) : Platform(OptionsOf(root, keeping), *this, Did) {
+Machine::Machine(const std::string& root, Keeping keeping, const std::string& settings)
+    : Platform(OptionsOf(root, keeping, settings), *this, Did) {
     platform::Install(&Platform.record);
     modQuorin::ResetModules();
     Platform.runTime.Rest = [](std::int32_t) {}; // there is nobody else to wait for

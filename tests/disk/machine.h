@@ -12,7 +12,8 @@ namespace disk {
 /// answered at once, a question with Yes.
 class Machine final : platform::device::NoCommands {
 public:
-    Machine(const std::string& root, Keeping keeping);
+    /// The settings are in the root folder where no other file is named.
+    Machine(const std::string& root, Keeping keeping, const std::string& settings = {});
     ~Machine() override;
 
     support::Record Did;

@@ -18,8 +18,9 @@ Tree ReadTree(const std::string& root) {
             tree.Folders.insert(path);
             continue;
         }
-        std::ifstream in(entry.path(), std::ios::binary);
-        tree.Files[path] = {std::istreambuf_iterator<char>(in), {}};
+        std::string& bytes = tree.Files[path];
+        bytes.resize(entry.file_size());
+        std::ifstream(entry.path(), std::ios::binary).read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
     }
     return tree;
 }

@@ -125,11 +125,13 @@ Outcome Try(const Operation& operation, const std::string& root, const Plan& pla
         EXPECT_EQ(over.Why, support::ProgramOver::Reason::Failed);
         EXPECT_NE(over.Failure, u"");
     }
-    outcome.Told = !machine->Did.Unsaved.empty();
+    outcome.Told = !machine->Did.Unsaved.empty() || !machine->Did.Warnings.empty();
     machine.reset();
     outcome.Struck = Watch::Struck();
+    outcome.StruckPath = Watch::StruckPath();
     outcome.Reads = Watch::Reads();
     outcome.Looks = Watch::Looks();
+    outcome.Names = Watch::Names();
     outcome.Kinds = Watch::Kinds();
     outcome.Steps = Watch::StepsTaken();
     outcome.Began = Watch::Began();

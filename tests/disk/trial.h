@@ -11,10 +11,12 @@ namespace disk {
 struct Outcome {
     bool Done = false;    ///< the operation said so, or came back without a word
     bool Stopped = false; ///< the program can't go on, and has said why
-    bool Told = false;    ///< a person was told that something could not be written
+    bool Told = false;    ///< a person was told that something could not be written, or is elsewhere
     bool Struck = false;  ///< the plan's step came
+    std::string StruckPath;
     int Reads = 0;
     int Looks = 0;
+    int Names = 0;
     std::vector<Call> Kinds; ///< of its steps
     std::vector<Step> Steps; ///< those that succeeded
     Start Began;

@@ -18,7 +18,7 @@ const Text Definition = u"LineNumber long, LineData String";
 class DatabaseSuite : public StorageSuite {
 protected:
     DatabaseId Made(const Text& name, const std::vector<Text>& lines = {}) {
-        const DatabaseId id = Databases().Create(name, TextType, Creator);
+        const DatabaseId id = Databases().Create(name, TextType, Creator).Id;
         EXPECT_NE(id, 0);
         EXPECT_EQ(Databases().DeclareTable(id, u"TEXT", Definition), NoError);
         for (const Text& line : lines)
@@ -28,7 +28,7 @@ protected:
 
     void Append(DatabaseId id, const Text& line) {
         ASSERT_EQ(Databases().AddRecord(id), NoError);
-        ASSERT_TRUE(Databases().WriteRecord(id, {Databases().RecordCount(id) + 1, line}));
+        ASSERT_EQ(Databases().WriteRecord(id, {Databases().RecordCount(id) + 1, line}), NoError);
         ASSERT_EQ(Databases().Commit(id), NoError);
     }
 
@@ -55,8 +55,8 @@ protected:
 INSTANTIATE_TEST_SUITE_P(On, DatabaseSuite, EveryStorage);
 
 TEST_P(DatabaseSuite, OpensNoDatabaseThatIsNotThere) {
-    EXPECT_EQ(Databases().Open(u"none", ModeRead), 0);
-    EXPECT_EQ(Databases().Open(u"none", ModeReadWrite), 0);
+    EXPECT_EQ(Databases().Open(u"none", ModeRead).Error, FileNotFound);
+    EXPECT_EQ(Databases().Open(u"none", ModeReadWrite).Error, FileNotFound);
     EXPECT_THAT(Names(0, 0), IsEmpty());
 }
 
@@ -67,12 +67,12 @@ TEST_P(DatabaseSuite, GivesPositiveIdentifiers) {
 
 TEST_P(DatabaseSuite, MakesNoDatabaseTwice) {
     const DatabaseId id = Made(u"drivers", {u"kept"});
-    EXPECT_EQ(Databases().Create(u"drivers", TextType, Creator), 0);
+    EXPECT_EQ(Databases().Create(u"drivers", TextType, Creator).Error, FileExists);
     EXPECT_THAT(Lines(id), ElementsAre(u"kept"));
 }
 
 TEST_P(DatabaseSuite, IsEmptyBeforeItsTableIsDeclared) {
-    const DatabaseId id = Databases().Create(u"new", TextType, Creator);
+    const DatabaseId id = Databases().Create(u"new", TextType, Creator).Id;
     ASSERT_NE(id, 0);
     EXPECT_EQ(Databases().RecordCount(id), 0);
     EXPECT_TRUE(Databases().AtEnd(id));
@@ -82,7 +82,7 @@ TEST_P(DatabaseSuite, IsEmptyBeforeItsTableIsDeclared) {
 }
 
 TEST_P(DatabaseSuite, DeclaresOnlyTheTableOfLines) {
-    const DatabaseId id = Databases().Create(u"new", TextType, Creator);
+    const DatabaseId id = Databases().Create(u"new", TextType, Creator).Id;
     EXPECT_NE(Databases().DeclareTable(id, u"OTHER", Definition), NoError);
     EXPECT_NE(Databases().DeclareTable(id, u"TEXT", u"LineData String"), NoError);
 }
@@ -103,7 +103,7 @@ TEST_P(DatabaseSuite, CountsNoRecordBeforeItIsCommitted) {
     const DatabaseId id = Made(u"drivers", {u"one"});
     ASSERT_EQ(Databases().AddRecord(id), NoError);
     EXPECT_EQ(Databases().RecordCount(id), 1);
-    ASSERT_TRUE(Databases().WriteRecord(id, {2, u"two"}));
+    ASSERT_EQ(Databases().WriteRecord(id, {2, u"two"}), NoError);
     EXPECT_EQ(Databases().RecordCount(id), 1);
     EXPECT_EQ(Databases().Position(id), 1);
     EXPECT_FALSE(Databases().AtEnd(id));
@@ -116,7 +116,7 @@ TEST_P(DatabaseSuite, CountsNoRecordBeforeItIsCommitted) {
 TEST_P(DatabaseSuite, DropsAnAddedRecordByTheNextOne) {
     const DatabaseId id = Made(u"drivers", {u"one"});
     ASSERT_EQ(Databases().AddRecord(id), NoError);
-    ASSERT_TRUE(Databases().WriteRecord(id, {2, u"dropped"}));
+    ASSERT_EQ(Databases().WriteRecord(id, {2, u"dropped"}), NoError);
     Append(id, u"two");
     EXPECT_THAT(Lines(id), ElementsAre(u"one", u"two"));
 }
@@ -133,9 +133,9 @@ TEST_P(DatabaseSuite, DropsAnAddedRecordByAMove) {
 TEST_P(DatabaseSuite, DropsAnAddedRecordByClosing) {
     const DatabaseId id = Made(u"drivers", {u"one"});
     ASSERT_EQ(Databases().AddRecord(id), NoError);
-    ASSERT_TRUE(Databases().WriteRecord(id, {2, u"dropped"}));
+    ASSERT_EQ(Databases().WriteRecord(id, {2, u"dropped"}), NoError);
     Databases().Close(id);
-    EXPECT_THAT(Lines(Databases().Open(u"drivers", ModeRead)), ElementsAre(u"one"));
+    EXPECT_THAT(Lines(Databases().Open(u"drivers", ModeRead).Id), ElementsAre(u"one"));
 }
 
 TEST_P(DatabaseSuite, CommitsABlankRecordThatWasNeverWritten) {
@@ -152,7 +152,7 @@ TEST_P(DatabaseSuite, EditsTheCurrentRecord) {
     const DatabaseId id = Made(u"drivers", {u"one", u"two", u"three"});
     ASSERT_EQ(Databases().FindRecord(id, 2), NoError);
     ASSERT_EQ(Databases().BeginEdit(id), NoError);
-    ASSERT_TRUE(Databases().WriteRecord(id, {2, u"TWO"}));
+    ASSERT_EQ(Databases().WriteRecord(id, {2, u"TWO"}), NoError);
     ASSERT_EQ(Databases().Commit(id), NoError);
     EXPECT_EQ(Databases().Position(id), 1);
     EXPECT_THAT(Lines(id), ElementsAre(u"one", u"TWO", u"three"));
@@ -161,7 +161,7 @@ TEST_P(DatabaseSuite, EditsTheCurrentRecord) {
 TEST_P(DatabaseSuite, WritesNothingThatWasNotBegun) {
     const DatabaseId id = Made(u"drivers", {u"one"});
     Databases().MoveFirst(id);
-    EXPECT_FALSE(Databases().WriteRecord(id, {1, u"changed"}));
+    EXPECT_NE(Databases().WriteRecord(id, {1, u"changed"}), NoError);
     EXPECT_NE(Databases().Commit(id), NoError);
     EXPECT_THAT(Lines(id), ElementsAre(u"one"));
 }
@@ -170,7 +170,7 @@ TEST_P(DatabaseSuite, DropsAnEditThatIsNotCommitted) {
     const DatabaseId id = Made(u"drivers", {u"one", u"two"});
     Databases().MoveFirst(id);
     ASSERT_EQ(Databases().BeginEdit(id), NoError);
-    ASSERT_TRUE(Databases().WriteRecord(id, {1, u"changed"}));
+    ASSERT_EQ(Databases().WriteRecord(id, {1, u"changed"}), NoError);
     Databases().MoveNext(id);
     EXPECT_THAT(Lines(id), ElementsAre(u"one", u"two"));
 }
@@ -180,7 +180,7 @@ TEST_P(DatabaseSuite, EditsNothingPastTheEnd) {
     Databases().MoveLast(id);
     Databases().MoveNext(id);
     EXPECT_EQ(Databases().BeginEdit(id), FileNotFound);
-    EXPECT_FALSE(Databases().DeleteRecord(id));
+    EXPECT_NE(Databases().DeleteRecord(id), NoError);
 }
 
 TEST_P(DatabaseSuite, FindsARecordByItsLineNumber) {
@@ -197,7 +197,7 @@ TEST_P(DatabaseSuite, FindsTheFirstOfTwoEqualLineNumbers) {
     const DatabaseId id = Made(u"drivers");
     for (const char16_t* line : {u"first", u"second"}) {
         ASSERT_EQ(Databases().AddRecord(id), NoError);
-        ASSERT_TRUE(Databases().WriteRecord(id, {5, line}));
+        ASSERT_EQ(Databases().WriteRecord(id, {5, line}), NoError);
         ASSERT_EQ(Databases().Commit(id), NoError);
     }
     ASSERT_EQ(Databases().FindRecord(id, 5), NoError);
@@ -232,13 +232,13 @@ TEST_P(DatabaseSuite, IsAtItsEndWithNoRecord) {
 TEST_P(DatabaseSuite, StandsOnTheNextRecordAfterADelete) {
     const DatabaseId id = Made(u"drivers", {u"one", u"two", u"three"});
     ASSERT_EQ(Databases().FindRecord(id, 2), NoError);
-    ASSERT_TRUE(Databases().DeleteRecord(id));
+    ASSERT_EQ(Databases().DeleteRecord(id), NoError);
     EXPECT_EQ(CurrentLine(id), u"three");
     EXPECT_EQ(Databases().Position(id), 1);
     EXPECT_EQ(Databases().RecordCount(id), 2);
-    ASSERT_TRUE(Databases().DeleteRecord(id));
+    ASSERT_EQ(Databases().DeleteRecord(id), NoError);
     EXPECT_TRUE(Databases().AtEnd(id));
-    EXPECT_FALSE(Databases().DeleteRecord(id));
+    EXPECT_NE(Databases().DeleteRecord(id), NoError);
 }
 
 TEST_P(DatabaseSuite, KeepsPositionsDenseOverADeleteNearTheFront) {
@@ -248,7 +248,7 @@ TEST_P(DatabaseSuite, KeepsPositionsDenseOverADeleteNearTheFront) {
         Append(id, u"x");
     ASSERT_EQ(Databases().EndBatch(id), NoError);
     ASSERT_EQ(Databases().FindRecord(id, 2), NoError);
-    ASSERT_TRUE(Databases().DeleteRecord(id));
+    ASSERT_EQ(Databases().DeleteRecord(id), NoError);
     EXPECT_EQ(Databases().RecordCount(id), 1999);
     ASSERT_EQ(Databases().FindRecord(id, 2000), NoError);
     EXPECT_EQ(Databases().Position(id), 1998);
@@ -259,31 +259,31 @@ TEST_P(DatabaseSuite, KeepsPositionsDenseOverADeleteNearTheFront) {
 TEST_P(DatabaseSuite, DeletesNoRecordThatWasOnlyAdded) {
     const DatabaseId id = Made(u"drivers", {u"one"});
     ASSERT_EQ(Databases().AddRecord(id), NoError);
-    EXPECT_TRUE(Databases().DeleteRecord(id));
+    EXPECT_EQ(Databases().DeleteRecord(id), NoError);
     EXPECT_THAT(Lines(id), ElementsAre(u"one"));
 }
 
 TEST_P(DatabaseSuite, RefusesWritesWhenOpenedForReading) {
     Databases().Close(Made(u"drivers", {u"one"}));
-    const DatabaseId id = Databases().Open(u"drivers", ModeRead);
+    const DatabaseId id = Databases().Open(u"drivers", ModeRead).Id;
     ASSERT_NE(id, 0);
     EXPECT_EQ(Databases().AddRecord(id), PermissionDenied);
     EXPECT_EQ(Databases().BeginEdit(id), PermissionDenied);
     EXPECT_EQ(Databases().BeginBatch(id), PermissionDenied);
     EXPECT_EQ(Databases().DeclareTable(id, u"TEXT", Definition), PermissionDenied);
-    EXPECT_FALSE(Databases().WriteRecord(id, {1, u"changed"}));
-    EXPECT_FALSE(Databases().DeleteRecord(id));
+    EXPECT_NE(Databases().WriteRecord(id, {1, u"changed"}), NoError);
+    EXPECT_EQ(Databases().DeleteRecord(id), PermissionDenied);
     EXPECT_THAT(Lines(id), ElementsAre(u"one"));
 }
 
 TEST_P(DatabaseSuite, StandsOnItsFirstRecordWhenOpened) {
     Databases().Close(Made(u"drivers", {u"one", u"two"}));
-    EXPECT_EQ(CurrentLine(Databases().Open(u"drivers", ModeReadWrite)), u"one");
+    EXPECT_EQ(CurrentLine(Databases().Open(u"drivers", ModeReadWrite).Id), u"one");
 }
 
 TEST_P(DatabaseSuite, MayBeOpenTwice) {
     const DatabaseId first = Made(u"drivers", {u"one"});
-    const DatabaseId second = Databases().Open(u"drivers", ModeReadWrite);
+    const DatabaseId second = Databases().Open(u"drivers", ModeReadWrite).Id;
     ASSERT_NE(second, 0);
     EXPECT_NE(first, second);
     Append(second, u"two");
@@ -306,16 +306,16 @@ TEST_P(DatabaseSuite, TakesAClosedIdentifierForNone) {
 
 TEST_P(DatabaseSuite, DeletesADatabase) {
     Databases().Close(Made(u"drivers"));
-    EXPECT_TRUE(Databases().Delete(u"drivers"));
-    EXPECT_EQ(Databases().Open(u"drivers", ModeRead), 0);
-    EXPECT_FALSE(Databases().Delete(u"drivers"));
+    EXPECT_EQ(Databases().Delete(u"drivers"), NoError);
+    EXPECT_EQ(Databases().Open(u"drivers", ModeRead).Id, 0);
+    EXPECT_EQ(Databases().Delete(u"drivers"), FileNotFound);
     Databases().Close(Made(u"drivers"));
-    EXPECT_EQ(Databases().RecordCount(Databases().Open(u"drivers", ModeRead)), 0);
+    EXPECT_EQ(Databases().RecordCount(Databases().Open(u"drivers", ModeRead).Id), 0);
 }
 
 TEST_P(DatabaseSuite, DeletesNoDatabaseThatIsOpen) {
     const DatabaseId id = Made(u"drivers", {u"one"});
-    EXPECT_FALSE(Databases().Delete(u"drivers"));
+    EXPECT_EQ(Databases().Delete(u"drivers"), InUse);
     EXPECT_THAT(Lines(id), ElementsAre(u"one"));
 }
 
@@ -327,7 +327,7 @@ TEST_P(DatabaseSuite, KeepsABatchThatWasEnded) {
     EXPECT_EQ(Databases().RecordCount(id), 3);
     ASSERT_EQ(Databases().EndBatch(id), NoError);
     Databases().Close(id);
-    EXPECT_THAT(Lines(Databases().Open(u"drivers", ModeRead)), ElementsAre(u"one", u"two", u"three"));
+    EXPECT_THAT(Lines(Databases().Open(u"drivers", ModeRead).Id), ElementsAre(u"one", u"two", u"three"));
 }
 
 TEST_P(DatabaseSuite, LosesABatchThatIsClosedInTheMiddle) {
@@ -335,15 +335,15 @@ TEST_P(DatabaseSuite, LosesABatchThatIsClosedInTheMiddle) {
     ASSERT_EQ(Databases().BeginBatch(id), NoError);
     Append(id, u"two");
     Databases().Close(id);
-    EXPECT_THAT(Lines(Databases().Open(u"drivers", ModeRead)), ElementsAre(u"one"));
+    EXPECT_THAT(Lines(Databases().Open(u"drivers", ModeRead).Id), ElementsAre(u"one"));
 }
 
 TEST_P(DatabaseSuite, DeletesInsideABatch) {
     const DatabaseId id = Made(u"drivers", {u"one", u"two", u"three"});
     ASSERT_EQ(Databases().BeginBatch(id), NoError);
     Databases().MoveFirst(id);
-    ASSERT_TRUE(Databases().DeleteRecord(id));
-    ASSERT_TRUE(Databases().DeleteRecord(id));
+    ASSERT_EQ(Databases().DeleteRecord(id), NoError);
+    ASSERT_EQ(Databases().DeleteRecord(id), NoError);
     ASSERT_EQ(Databases().EndBatch(id), NoError);
     EXPECT_THAT(Lines(id), ElementsAre(u"three"));
 }
@@ -375,7 +375,7 @@ TEST_P(DatabaseSuite, ShiftsNothingFromAPlaceWhereThereIsNone) {
     EXPECT_EQ(Databases().ShiftRecords(id, 2), FileNotFound);
     EXPECT_THAT(Lines(id), ElementsAre(u"a", u"b"));
     Databases().Close(id);
-    const DatabaseId reader = Databases().Open(u"drivers", ModeRead);
+    const DatabaseId reader = Databases().Open(u"drivers", ModeRead).Id;
     EXPECT_EQ(Databases().ShiftRecords(reader, 0), PermissionDenied);
     EXPECT_EQ(Databases().RenumberRecords(reader), PermissionDenied);
 }
@@ -383,7 +383,7 @@ TEST_P(DatabaseSuite, ShiftsNothingFromAPlaceWhereThereIsNone) {
 TEST_P(DatabaseSuite, NumbersRecordsByTheirPlaces) {
     const DatabaseId id = Made(u"drivers", {u"a", u"b", u"c"});
     Databases().MoveFirst(id);
-    ASSERT_TRUE(Databases().DeleteRecord(id));
+    ASSERT_EQ(Databases().DeleteRecord(id), NoError);
     EXPECT_EQ(Databases().FindRecord(id, 1), FileNotFound);
     EXPECT_EQ(Databases().RenumberRecords(id), NoError);
     EXPECT_TRUE(Databases().AtEnd(id));
@@ -393,9 +393,9 @@ TEST_P(DatabaseSuite, NumbersRecordsByTheirPlaces) {
 
 TEST_P(DatabaseSuite, EnumeratesByTypeAndCreatorInTheOrderOfTheNames) {
     for (const char16_t* name : {u"b", u"a b", u"a", u"B"})
-        Databases().Close(Databases().Create(name, TextType, Creator));
-    Databases().Close(Databases().Create(u"c", OtherType, Creator));
-    Databases().Close(Databases().Create(u"d", TextType, OtherType));
+        Databases().Close(Databases().Create(name, TextType, Creator).Id);
+    Databases().Close(Databases().Create(u"c", OtherType, Creator).Id);
+    Databases().Close(Databases().Create(u"d", TextType, OtherType).Id);
     EXPECT_THAT(Names(TextType, Creator), ElementsAre(u"B", u"a", u"a b", u"b"));
     EXPECT_THAT(Names(OtherType, 0), ElementsAre(u"c"));
     EXPECT_THAT(Names(0, OtherType), ElementsAre(u"d"));
@@ -434,9 +434,9 @@ class RefusesTheDatabaseName : public testing::TestWithParam<Text> {};
 TEST_P(RefusesTheDatabaseName, AsIfThereWereNone) {
     const TemporaryRoot root;
     platform::common::LineDatabase databases{platform::common::PathMap(root.Path("inner"))};
-    EXPECT_EQ(databases.Create(GetParam(), TextType, Creator), 0);
-    EXPECT_EQ(databases.Open(GetParam(), ModeReadWrite), 0);
-    EXPECT_FALSE(databases.Delete(GetParam()));
+    EXPECT_EQ(databases.Create(GetParam(), TextType, Creator).Id, 0);
+    EXPECT_EQ(databases.Open(GetParam(), ModeReadWrite).Id, 0);
+    EXPECT_NE(databases.Delete(GetParam()), NoError);
     EXPECT_EQ(root.Entries(), 1);
 }
 

@@ -24,14 +24,14 @@ protected:
     }
 
     DatabaseId Made(const Text& name) {
-        const DatabaseId id = Databases.Create(name, 1, 2);
+        const DatabaseId id = Databases.Create(name, 1, 2).Id;
         EXPECT_EQ(Databases.DeclareTable(id, u"TEXT", Definition), NoError);
         return id;
     }
 
     void Append(DatabaseId id, const Text& line) {
         ASSERT_EQ(Databases.AddRecord(id), NoError);
-        ASSERT_TRUE(Databases.WriteRecord(id, {Databases.RecordCount(id) + 1, line}));
+        ASSERT_EQ(Databases.WriteRecord(id, {Databases.RecordCount(id) + 1, line}), NoError);
         ASSERT_EQ(Databases.Commit(id), NoError);
     }
 
@@ -165,7 +165,7 @@ TEST_F(FullDiskSwitch, NeverFailsReadingAndDeleting) {
     EXPECT_EQ(Open(u".\\x.txt", StreamMode::Existing)->ReadLine(line), NoError);
     EXPECT_EQ(line, u"one");
     EXPECT_EQ(Files.DeleteFile(u".\\x.txt"), NoError);
-    EXPECT_NE(Databases.Open(u"drivers", ModeRead), 0);
+    EXPECT_NE(Databases.Open(u"drivers", ModeRead).Id, 0);
     EXPECT_EQ(Databases.FirstDatabase(1, 2), u"drivers");
     EXPECT_EQ(Settings.Get(u"Quorin", u"Settings", u"Key", u"default"), u"default");
 }
@@ -174,10 +174,10 @@ TEST_F(FullDiskSwitch, FailsEachWriteToADatabase) {
     const DatabaseId id = Made(u"drivers");
     Append(id, u"one");
     Faults.FailNext(-1);
-    EXPECT_EQ(Databases.Create(u"other", 1, 2), 0);
+    EXPECT_EQ(Databases.Create(u"other", 1, 2).Id, 0);
     EXPECT_EQ(Databases.DeclareTable(id, u"TEXT", Definition), DiskFull);
     EXPECT_EQ(Databases.AddRecord(id), DiskFull);
-    EXPECT_FALSE(Databases.DeleteRecord(id));
+    EXPECT_NE(Databases.DeleteRecord(id), NoError);
     EXPECT_EQ(Databases.RecordCount(id), 1);
 }
 
@@ -185,10 +185,10 @@ TEST_F(FullDiskSwitch, LeavesARecordUncommittedWhenItsWriteOrCommitFails) {
     const DatabaseId id = Made(u"drivers");
     ASSERT_EQ(Databases.AddRecord(id), NoError);
     Faults.FailNext(2);
-    EXPECT_FALSE(Databases.WriteRecord(id, {1, u"one"}));
+    EXPECT_NE(Databases.WriteRecord(id, {1, u"one"}), NoError);
     EXPECT_EQ(Databases.Commit(id), DiskFull);
     EXPECT_EQ(Databases.RecordCount(id), 0);
-    ASSERT_TRUE(Databases.WriteRecord(id, {1, u"one"}));
+    ASSERT_EQ(Databases.WriteRecord(id, {1, u"one"}), NoError);
     EXPECT_EQ(Databases.Commit(id), NoError);
     EXPECT_EQ(Databases.RecordCount(id), 1);
 }

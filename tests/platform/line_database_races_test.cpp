@@ -16,12 +16,13 @@ namespace {
 
 bool Append(LineDatabase& databases, DatabaseId id, const Text& line) {
     return databases.DeclareTable(id, u"TEXT", u"LineNumber long, LineData String") == NoError &&
-           databases.AddRecord(id) == NoError && databases.WriteRecord(id, {databases.RecordCount(id) + 1, line}) &&
+           databases.AddRecord(id) == NoError &&
+           databases.WriteRecord(id, {databases.RecordCount(id) + 1, line}) == NoError &&
            databases.Commit(id) == NoError;
 }
 
 void MakeWithOneLine(LineDatabase& databases, const Text& name) {
-    const DatabaseId id = databases.Create(name, 1, 2);
+    const DatabaseId id = databases.Create(name, 1, 2).Id;
     ASSERT_TRUE(Append(databases, id, u"one"));
     databases.Close(id);
 }
@@ -51,7 +52,7 @@ TEST_F(ExchangedDatabases, WriteNothingOutside) {
     {
         const Exchanger exchanger(Root.Path("Databases"), Root.Path("trap"));
         for (int i = 0; i < 1000 || (written == 0 && i < MostTries); ++i) {
-            const DatabaseId id = Databases.Open(u"drivers", ModeReadWrite);
+            const DatabaseId id = Databases.Open(u"drivers", ModeReadWrite).Id;
             written += id != 0 && Append(Databases, id, u"more") ? 1 : 0;
             Databases.Close(id);
         }
@@ -66,7 +67,7 @@ TEST_F(ExchangedDatabases, MakeAndDeleteNothingOutside) {
     {
         const Exchanger exchanger(Root.Path("Databases"), Root.Path("trap"));
         for (int i = 0; i < 300 || (made == 0 && i < MostTries); ++i) {
-            const DatabaseId id = Databases.Create(u"new", 1, 2);
+            const DatabaseId id = Databases.Create(u"new", 1, 2).Id;
             made += id != 0 && Append(Databases, id, u"more") ? 1 : 0;
             Databases.Close(id);
             Databases.Delete(u"new");
@@ -79,7 +80,7 @@ TEST_F(ExchangedDatabases, MakeAndDeleteNothingOutside) {
 }
 
 TEST_F(ExchangedDatabases, TakeNoLineWhereTheirNameLeadsElsewhere) {
-    const DatabaseId id = Databases.Open(u"drivers", ModeReadWrite);
+    const DatabaseId id = Databases.Open(u"drivers", ModeReadWrite).Id;
     std::filesystem::rename(Root.Path("Databases"), Root.Path("away"));
     std::filesystem::rename(Root.Path("trap"), Root.Path("Databases"));
     EXPECT_EQ(Databases.AddRecord(id), PathNotFound);
@@ -88,7 +89,7 @@ TEST_F(ExchangedDatabases, TakeNoLineWhereTheirNameLeadsElsewhere) {
     Databases.Close(id);
     EXPECT_EQ(Elsewhere.Bytes("Databases/drivers.sqlite"), OthersBytes);
     EXPECT_EQ(Root.Entries("away"), 1) << "the journal is gone";
-    EXPECT_EQ(Databases.Open(u"drivers", ModeRead), 0);
+    EXPECT_EQ(Databases.Open(u"drivers", ModeRead).Id, 0);
 }
 
 } // namespace

@@ -23,13 +23,14 @@ namespace {
 class LineDatabaseFile : public testing::Test {
 protected:
     DatabaseId Made(const Text& name) {
-        const DatabaseId id = Databases.Create(name, 1, 2);
+        const DatabaseId id = Databases.Create(name, 1, 2).Id;
         EXPECT_EQ(Databases.DeclareTable(id, u"TEXT", u"LineNumber long, LineData String"), NoError);
         return id;
     }
 
     bool Append(DatabaseId id, const Text& line) {
-        return Databases.AddRecord(id) == NoError && Databases.WriteRecord(id, {Databases.RecordCount(id) + 1, line}) &&
+        return Databases.AddRecord(id) == NoError &&
+               Databases.WriteRecord(id, {Databases.RecordCount(id) + 1, line}) == NoError &&
                Databases.Commit(id) == NoError;
     }
 
@@ -51,7 +52,7 @@ protected:
     }
 
     std::int32_t CountAnew(const Text& name) {
-        const DatabaseId id = Databases.Open(name, ModeRead);
+        const DatabaseId id = Databases.Open(name, ModeRead).Id;
         EXPECT_NE(id, 0);
         const std::int32_t count = Databases.RecordCount(id);
         Databases.Close(id);
@@ -97,11 +98,11 @@ TEST_F(LineDatabaseFile, TakesAFileOfAnotherKindForNoDatabase) {
     Root.Put("Databases/empty.sqlite", "");
     std::filesystem::create_directory(Root.Path("Databases/folder.sqlite"));
     for (const char16_t* name : {u"text", u"empty", u"folder"}) {
-        EXPECT_EQ(Databases.Open(name, ModeRead), 0);
-        EXPECT_EQ(Databases.Open(name, ModeReadWrite), 0);
+        EXPECT_EQ(Databases.Open(name, ModeRead).Id, 0);
+        EXPECT_EQ(Databases.Open(name, ModeReadWrite).Id, 0);
     }
-    EXPECT_EQ(Databases.Create(u"text", 1, 2), 0);
-    EXPECT_EQ(Databases.Create(u"folder", 1, 2), 0);
+    EXPECT_EQ(Databases.Create(u"text", 1, 2).Id, 0);
+    EXPECT_EQ(Databases.Create(u"folder", 1, 2).Id, 0);
     EXPECT_EQ(Databases.FirstDatabase(0, 0), u"");
     EXPECT_EQ(Root.Bytes("Databases/text.sqlite").substr(0, 14), "this is a text");
 }
@@ -112,8 +113,8 @@ TEST_F(LineDatabaseFile, OfAnotherProgramIsNoLineDatabase) {
     ASSERT_EQ(sqlite3_open(Root.Path("Databases/other.sqlite").c_str(), &other), SQLITE_OK);
     ASSERT_EQ(sqlite3_exec(other, "CREATE TABLE Songs(Name TEXT)", nullptr, nullptr, nullptr), SQLITE_OK);
     sqlite3_close(other);
-    EXPECT_EQ(Databases.Open(u"other", ModeReadWrite), 0);
-    EXPECT_EQ(Databases.Create(u"other", 1, 2), 0);
+    EXPECT_EQ(Databases.Open(u"other", ModeReadWrite).Id, 0);
+    EXPECT_EQ(Databases.Create(u"other", 1, 2).Id, 0);
     EXPECT_THAT(Outside("Databases/other.sqlite", "SELECT name FROM sqlite_master"), ElementsAre("Songs"));
 }
 
@@ -131,15 +132,15 @@ TEST_F(LineDatabaseFile, ThatWouldKeepItsReaderBusyForEverIsNotOpened) {
         Append(id, u"one");
         Databases.Close(id);
         Outside("Databases/trap.sqlite", trap);
-        EXPECT_EQ(Databases.Open(u"trap", ModeReadWrite), 0) << trap;
+        EXPECT_EQ(Databases.Open(u"trap", ModeReadWrite).Id, 0) << trap;
         EXPECT_EQ(Databases.FirstDatabase(0, 0), u"") << trap;
-        ASSERT_TRUE(Databases.Delete(u"trap"));
+        ASSERT_EQ(Databases.Delete(u"trap"), NoError);
     }
 }
 
 TEST_F(LineDatabaseFile, IsMadeInAFileThatACrashLeftEmpty) {
     Root.Put("Databases/drivers.sqlite", "");
-    EXPECT_NE(Databases.Create(u"drivers", 1, 2), 0);
+    EXPECT_NE(Databases.Create(u"drivers", 1, 2).Id, 0);
 }
 
 TEST_F(LineDatabaseFile, IsMadeForItsOwnerAlone) {
@@ -158,19 +159,19 @@ TEST_F(LineDatabaseFile, IsMadeForItsOwnerAlone) {
 TEST_F(LineDatabaseFile, DeletesALinkAndNotWhatItLeadsTo) {
     Databases.Close(Made(u"real"));
     Root.Link("real.sqlite", "Databases/link.sqlite");
-    EXPECT_TRUE(Databases.Delete(u"link"));
+    EXPECT_EQ(Databases.Delete(u"link"), NoError);
     EXPECT_TRUE(Root.Has("Databases/real.sqlite"));
-    EXPECT_EQ(Databases.Open(u"link", ModeRead), 0);
+    EXPECT_EQ(Databases.Open(u"link", ModeRead).Id, 0);
 }
 
 TEST_F(LineDatabaseFile, IsNotReachedOverALinkThatLeadsOutside) {
     const TemporaryRoot elsewhere;
     LineDatabase others{PathMap(elsewhere.Path())};
-    others.Close(others.Create(u"secret", 1, 2));
+    others.Close(others.Create(u"secret", 1, 2).Id);
     std::filesystem::create_directory(Root.Path("Databases"));
     Root.Link(elsewhere.Path("Databases/secret.sqlite"), "Databases/secret.sqlite");
-    EXPECT_EQ(Databases.Open(u"secret", ModeRead), 0);
-    EXPECT_FALSE(Databases.Delete(u"secret"));
+    EXPECT_EQ(Databases.Open(u"secret", ModeRead).Id, 0);
+    EXPECT_NE(Databases.Delete(u"secret"), NoError);
     EXPECT_EQ(Databases.FirstDatabase(0, 0), u"");
 }
 
@@ -183,7 +184,7 @@ TEST_F(LineDatabaseFile, IgnoresOtherFilesBesideTheDatabases) {
 }
 
 TEST_F(LineDatabaseFile, KeepsNegativeCodes) {
-    Databases.Close(Databases.Create(u"x", -5, -7));
+    Databases.Close(Databases.Create(u"x", -5, -7).Id);
     EXPECT_EQ(Databases.FirstDatabase(-5, -7), u"x");
     EXPECT_EQ(Databases.FirstDatabase(5, 7), u"");
 }
@@ -301,7 +302,7 @@ TEST_F(LineDatabaseFile, ThatAnotherToolKeptFromUsOnceCountsNoMore) {
     LineRecord record;
     EXPECT_FALSE(Databases.ReadRecord(id, record));
     sqlite3_close(tool);
-    EXPECT_EQ(Databases.RecordCount(id), -1);
+    EXPECT_EQ(Databases.RecordCount(id), -DeviceFailed);
     EXPECT_NE(Databases.FindRecord(id, 2), NoError);
     EXPECT_NE(Databases.AddRecord(id), NoError);
 }
@@ -309,10 +310,10 @@ TEST_F(LineDatabaseFile, ThatAnotherToolKeptFromUsOnceCountsNoMore) {
 TEST_F(LineDatabaseFile, IsNotMadeByHalves) {
     {
         const FullDisk full(4096);
-        EXPECT_EQ(Databases.Create(u"drivers", 1, 2), 0);
+        EXPECT_EQ(Databases.Create(u"drivers", 1, 2).Id, 0);
     }
     EXPECT_EQ(Root.Entries("Databases"), 0);
-    EXPECT_NE(Databases.Create(u"drivers", 1, 2), 0);
+    EXPECT_NE(Databases.Create(u"drivers", 1, 2).Id, 0);
 }
 
 TEST_F(LineDatabaseFile, ReadsAndFindsTenThousandLinesInWellUnderASecond) {

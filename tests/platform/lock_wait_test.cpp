@@ -18,7 +18,7 @@ namespace {
 class LockedDatabase : public testing::Test {
 protected:
     LockedDatabase() {
-        Id = Databases.Create(u"drivers", 1, 2);
+        Id = Databases.Create(u"drivers", 1, 2).Id;
         EXPECT_EQ(Databases.DeclareTable(Id, u"TEXT", u"LineNumber long, LineData String"), NoError);
         EXPECT_TRUE(Append(u"one"));
         sqlite3_open(Root.Path("Databases/drivers.sqlite").c_str(), &Tool);
@@ -29,7 +29,8 @@ protected:
     ~LockedDatabase() override { sqlite3_close(Tool); }
 
     bool Append(const Text& line) {
-        return Databases.AddRecord(Id) == NoError && Databases.WriteRecord(Id, {Databases.RecordCount(Id) + 1, line}) &&
+        return Databases.AddRecord(Id) == NoError &&
+               Databases.WriteRecord(Id, {Databases.RecordCount(Id) + 1, line}) == NoError &&
                Databases.Commit(Id) == NoError;
     }
     void TheTool(const char* sql) { ASSERT_EQ(sqlite3_exec(Tool, sql, nullptr, nullptr, nullptr), SQLITE_OK) << sql; }
@@ -87,7 +88,7 @@ TEST_F(LockedDatabase, KeepsItsLineWhereAReaderDoesNotLetAChangeEnd) {
     TheTool(R"(BEGIN; SELECT * FROM "TEXT")");
     ASSERT_EQ(Databases.FindRecord(Id, 1), NoError);
     ASSERT_EQ(Databases.BeginEdit(Id), NoError);
-    ASSERT_TRUE(Databases.WriteRecord(Id, {1, u"new"}));
+    ASSERT_EQ(Databases.WriteRecord(Id, {1, u"new"}), NoError);
     EXPECT_EQ(Databases.Commit(Id), InUse);
     TheTool("ROLLBACK");
     LineRecord record;
@@ -110,8 +111,7 @@ TEST_F(LockedDatabase, TakesALongBatchThatAReaderLetsEnd) {
 TEST_F(LockedDatabase, CanNotBeOpenedAndThatIsNoMissingOne) {
     Databases.Close(Id);
     TheTool("BEGIN EXCLUSIVE");
-    EXPECT_EQ(Databases.Open(u"drivers", ModeReadWrite), 0);
-    EXPECT_EQ(Databases.OpenError(), InUse);
+    EXPECT_EQ(Databases.Open(u"drivers", ModeReadWrite).Error, InUse);
 }
 
 TEST_F(LockedDatabase, IsNotWrittenByOthersWhileItIsRead) {

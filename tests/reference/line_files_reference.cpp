@@ -51,14 +51,16 @@ void LineFiles::OpenFile(FileHandle& handle, const Text& fullName, const Text& m
 void LineFiles::OpenDatabase(FileHandle& handle) {
     std::int32_t& state = State(handle);
     if (handle.mode == u"r")
-        state = Databases.Open(handle.name, ModeRead);
+        state = Databases.Open(handle.name, ModeRead).Id;
     if (handle.mode == u"a")
-        state = Databases.Open(handle.name, ModeReadWrite);
+        state = Databases.Open(handle.name, ModeReadWrite).Id;
     if (handle.mode == u"w")
         Databases.Delete(handle.name);
     if (handle.mode != u"r" && state == 0) {
-        state = Databases.Create(handle.name, modFileSystem::PackCode(handle.fileType),
-                                 modFileSystem::PackCode(handle.creator));
+        state =
+            Databases
+                .Create(handle.name, modFileSystem::PackCode(handle.fileType), modFileSystem::PackCode(handle.creator))
+                .Id;
         handle.recordNumber = 0;
     }
 }
@@ -185,7 +187,7 @@ bool LineFiles::DeleteFileLine(FileHandle& handle, std::int32_t line) {
     LineRecord record;
     if (!Databases.ReadRecord(State(handle), record) || record.LineNumber != line)
         return false;
-    if (!Databases.DeleteRecord(State(handle)))
+    if (Databases.DeleteRecord(State(handle)) != NoError)
         return false;
     RenumberDatabaseLines(handle);
     return true;
@@ -315,7 +317,7 @@ bool LineFiles::DeleteFile(const Text& fullName) {
     const FileHandle found = handle;
     CloseFile(handle);
     if (found.isDatabase)
-        return Databases.Delete(found.name);
+        return Databases.Delete(found.name) == NoError;
     return Files.DeleteFile(found.path + found.name) == NoError;
 }
 

@@ -164,30 +164,32 @@ ErrorNumber MemoryFiles::DeleteFile(const Text& fullName) {
     return Disk.Files.erase(fullName) > 0 ? NoError : FileNotFound;
 }
 
-DatabaseId MemoryDatabases::Open(const Text& name, std::int32_t) {
+OpenedDatabase MemoryDatabases::Open(const Text& name, std::int32_t) {
     const auto found = Disk.Databases.find(name);
     if (found == Disk.Databases.end())
-        return 0;
+        return {0, FileNotFound};
     DatabaseId id = 1;
     while (OpenOnes.count(id) != 0)
         ++id;
     OpenOnes[id].Lines = found->second;
-    return id;
+    return {id, NoError};
 }
 
-DatabaseId MemoryDatabases::Create(const Text& name, std::int32_t typeCode, std::int32_t creatorCode) {
+OpenedDatabase MemoryDatabases::Create(const Text& name, std::int32_t typeCode, std::int32_t creatorCode) {
     if (Disk.Databases.count(name) != 0)
-        return 0;
+        return {0, FileExists};
     Disk.Databases[name] = std::make_shared<MemoryLines>(MemoryLines{typeCode, creatorCode, {}});
     return Open(name, ModeReadWrite);
 }
 
-bool MemoryDatabases::Delete(const Text& name) {
+ErrorNumber MemoryDatabases::Delete(const Text& name) {
     const auto found = Disk.Databases.find(name);
-    if (found == Disk.Databases.end() || found->second.use_count() > 1) // somebody has it open
-        return false;
+    if (found == Disk.Databases.end())
+        return FileNotFound;
+    if (found->second.use_count() > 1) // somebody has it open
+        return InUse;
     Disk.Databases.erase(found);
-    return true;
+    return NoError;
 }
 
 bool MemoryDatabases::Holds(DatabaseId database) {
@@ -209,11 +211,11 @@ ErrorNumber MemoryDatabases::BeginEdit(DatabaseId database) {
     return ReadRecord(database, OpenOnes[database].Draft) ? NoError : FileNotFound;
 }
 
-bool MemoryDatabases::WriteRecord(DatabaseId database, const LineRecord& record) {
+ErrorNumber MemoryDatabases::WriteRecord(DatabaseId database, const LineRecord& record) {
     OpenOnes[database].Draft = record;
     for (const char16_t none : {u'\n', u'\0'})
         std::replace(OpenOnes[database].Draft.LineData.begin(), OpenOnes[database].Draft.LineData.end(), none, u' ');
-    return true;
+    return NoError;
 }
 
 ErrorNumber MemoryDatabases::Commit(DatabaseId database) {
@@ -234,11 +236,11 @@ bool MemoryDatabases::ReadRecord(DatabaseId database, LineRecord& record) {
     return found;
 }
 
-bool MemoryDatabases::DeleteRecord(DatabaseId database) {
+ErrorNumber MemoryDatabases::DeleteRecord(DatabaseId database) {
     const bool found = Holds(database);
     if (found)
         Records(database).erase(Records(database).begin() + OpenOnes[database].Current);
-    return found;
+    return found ? NoError : FileNotFound;
 }
 
 ErrorNumber MemoryDatabases::ShiftRecords(DatabaseId database, std::int32_t position) {

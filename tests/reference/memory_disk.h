@@ -54,20 +54,19 @@ public:
     explicit MemoryDatabases(MemoryDisk& disk) : Disk(disk) {}
     void CloseAll() { OpenOnes.clear(); }
 
-    platform::DatabaseId Open(const Text& name, std::int32_t mode) override;
-    platform::ErrorNumber OpenError() const override { return platform::FileNotFound; }
-    platform::DatabaseId Create(const Text& name, std::int32_t typeCode, std::int32_t creatorCode) override;
-    bool Delete(const Text& name) override;
+    platform::OpenedDatabase Open(const Text& name, std::int32_t mode) override;
+    platform::OpenedDatabase Create(const Text& name, std::int32_t typeCode, std::int32_t creatorCode) override;
+    platform::ErrorNumber Delete(const Text& name) override;
     void Close(platform::DatabaseId database) override { OpenOnes.erase(database); }
 
     std::int32_t RecordCount(platform::DatabaseId database) override;
     platform::ErrorNumber DeclareTable(platform::DatabaseId, const Text&, const Text&) override { return {}; }
     platform::ErrorNumber AddRecord(platform::DatabaseId database) override;
     platform::ErrorNumber BeginEdit(platform::DatabaseId database) override;
-    bool WriteRecord(platform::DatabaseId database, const platform::LineRecord& record) override;
+    platform::ErrorNumber WriteRecord(platform::DatabaseId database, const platform::LineRecord& record) override;
     platform::ErrorNumber Commit(platform::DatabaseId database) override;
     bool ReadRecord(platform::DatabaseId database, platform::LineRecord& record) override;
-    bool DeleteRecord(platform::DatabaseId database) override;
+    platform::ErrorNumber DeleteRecord(platform::DatabaseId database) override;
     platform::ErrorNumber ShiftRecords(platform::DatabaseId database, std::int32_t position) override;
     platform::ErrorNumber RenumberRecords(platform::DatabaseId database) override;
     platform::ErrorNumber FindRecord(platform::DatabaseId database, std::int32_t lineNumber) override;

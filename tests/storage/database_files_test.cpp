@@ -4,9 +4,16 @@
 
 #include "storage/settings.h"
 #include "storage/volumes.h"
+#include "tests/platform/full_disk.h"
+#include "tests/support/ordinary_user.h"
 #include "tests/support/test_device.h"
 
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sqlite3.h>
 
 namespace modFileSystem {
 namespace {
@@ -130,6 +137,133 @@ TEST_F(DatabaseFile, ThatAFailingDiskKeepsFromUsIsNotMadeAnew) {
     EXPECT_TRUE(File.kept);
     Open(u"r");
     EXPECT_EQ(FileLineCount(File), 2);
+}
+
+/// What a person is told when a database can't be written to, by each way that ends there.
+class WhyADatabaseFails : public DatabaseFile {
+protected:
+    WhyADatabaseFails() {
+        for (const std::filesystem::path& place : {Device.Folder.Path(), Databases()}) {
+            std::filesystem::create_directories(place);
+            std::filesystem::permissions(place, std::filesystem::perms::all);
+        }
+    }
+    std::filesystem::path Databases() const { return Device.Folder.Path() / "Databases"; }
+    std::filesystem::path Test() const { return Databases() / "test.sqlite"; }
+    /// The last words of what a change stops the program with, or of why it has come to nothing.
+    Text WhyNot(const std::function<bool()>& change) {
+        Open(u"a");
+        Text why;
+        try {
+            why = File.valid && change() ? Text(u"nothing") : platform::ErrorText(File.error);
+        } catch (const support::ProgramOver& over) {
+            why = over.Failure.substr(over.Failure.rfind(u": ") + 2);
+        }
+        ResetSlots();
+        File = {};
+        return why;
+    }
+    std::vector<Text> OfEachChange() {
+        return {WhyNot([this] { return ChangeFileLine(File, 1, u"changed"); }),
+                WhyNot([this] { return DeleteFileLine(File, 1); }),
+                WhyNot([this] { return InsertFileLine(File, 1, 1, u"inserted"); }),
+                WhyNot([this] { return WriteFileLine(File, u"appended") != 0; })};
+    }
+};
+
+TEST_F(WhyADatabaseFails, IsThatItIsWriteProtected) {
+    Write(3);
+    CloseFile(File);
+    std::filesystem::permissions(Test(), std::filesystem::perms(0444));
+    const OrdinaryUser user;
+    EXPECT_THAT(OfEachChange(), testing::Each(u"permission denied"));
+}
+
+TEST_F(WhyADatabaseFails, IsThatItsFolderIsWriteProtected) {
+    Write(3);
+    CloseFile(File);
+    std::filesystem::permissions(Test(), std::filesystem::perms(0666));
+    std::filesystem::permissions(Databases(), std::filesystem::perms(0555));
+    const OrdinaryUser user;
+    EXPECT_THAT(OfEachChange(), testing::Each(u"permission denied"));
+}
+
+TEST_F(WhyADatabaseFails, IsThatTheDiskIsFull) {
+    Write(3);
+    CloseFile(File);
+    const FullDisk disk(100);
+    EXPECT_THAT(OfEachChange(), testing::Each(u"the disk is full"));
+}
+
+TEST_F(WhyADatabaseFails, IsThatItIsDamaged) {
+    Open(u"w");
+    for (int i = 0; i < 100; ++i)
+        WriteFileLine(File, Text(1200, u'a'));
+    CloseFile(File);
+    std::fstream file(Test(), std::ios::in | std::ios::out | std::ios::binary);
+    for (std::streamoff page = 4; page < 30; ++page) { // behind the tables and what looks for a position first
+        file.seekp(page * 4096);
+        file << std::string(4096, 'x');
+    }
+    file.close();
+    const Text damaged = u"it is damaged, or a file of another kind";
+    EXPECT_THAT(OfEachChange(), testing::ElementsAre(damaged, damaged, damaged, testing::_));
+}
+
+/// It is not stopped for: a person closes the other program and saves again.
+TEST_F(WhyADatabaseFails, IsThatAnotherProgramHasLockedIt) {
+    Write(3);
+    sqlite3* tool = nullptr;
+    ASSERT_EQ(sqlite3_open(Test().c_str(), &tool), SQLITE_OK);
+    ASSERT_EQ(sqlite3_exec(tool, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr), SQLITE_OK);
+    Device.Platform.hostDatabases.Patience.Longest = std::chrono::milliseconds(0);
+    EXPECT_FALSE(ChangeFileLine(File, 1, u"changed"));
+    EXPECT_EQ(File.error, platform::InUse);
+    EXPECT_FALSE(DeleteFileLine(File, 1));
+    EXPECT_EQ(File.error, platform::InUse);
+    EXPECT_FALSE(InsertFileLine(File, 1, 1, u"inserted"));
+    EXPECT_EQ(File.error, platform::InUse);
+    sqlite3_close(tool);
+}
+
+/// One that can't be made is told by its own reason, and not as if the disk were full.
+TEST_F(WhyADatabaseFails, IsToldWhereItCantBeMade) {
+    std::filesystem::permissions(Databases(), std::filesystem::perms(0555));
+    const OrdinaryUser user;
+    Open(u"w");
+    EXPECT_FALSE(File.valid);
+    EXPECT_THAT(Device.Did.Unsaved, testing::ElementsAre(testing::Pair(u"test", u"permission denied")));
+}
+
+TEST_F(WhyADatabaseFails, IsToldWhereWhatIsInItsPlaceCantBeDeleted) {
+    Write(1);
+    CloseFile(File);
+    std::filesystem::permissions(Databases(), std::filesystem::perms(0555));
+    const OrdinaryUser user;
+    Open(u"w");
+    EXPECT_THAT(Device.Did.Unsaved, testing::ElementsAre(testing::Pair(u"test", u"permission denied")));
+    EXPECT_EQ(RemoveFile(u".\\Quorin\\test.pdb"), platform::PermissionDenied);
+}
+
+TEST_F(WhyADatabaseFails, IsToldWhereALineIsRefused) {
+    Write(2);
+    Device.Platform.faults.FailNext(1, 1);
+    WriteFileLine(File, u"lost");
+    EXPECT_THAT(Device.Did.Unsaved, testing::ElementsAre(testing::Pair(u"test", u"the disk is full")));
+}
+
+TEST_F(WhyADatabaseFails, IsThatOfItsOwnOpeningAndOfNoOther) {
+    Write(1);
+    CloseFile(File);
+    std::ofstream(Databases() / "other.sqlite") << "no database at all, but long enough to look like one";
+    FileHandle other;
+    OpenFile(other, u".\\Quorin\\other.pdb", u"r", u"TEXT", u"QVRN");
+    FileHandle missing;
+    OpenFile(missing, u".\\Quorin\\missing.pdb", u"r", u"TEXT", u"QVRN");
+    EXPECT_EQ(other.error, platform::Damaged);
+    EXPECT_TRUE(other.kept);
+    EXPECT_EQ(missing.error, platform::FileNotFound);
+    EXPECT_FALSE(missing.kept);
 }
 
 } // namespace

@@ -205,6 +205,62 @@ TEST(DataPath, FolderThatCantBeMadeIsReplacedByTheVolume) {
     EXPECT_EQ(GetDataPath(u"Quorin"), u".\\");
 }
 
+std::vector<Text> ToldOfFolders(const support::TestDevice& device) {
+    std::vector<Text> texts;
+    for (const auto& [about, text] : device.Did.Warnings) {
+        if (about == u"folder")
+            texts.push_back(text);
+    }
+    return texts;
+}
+
+/// Once a folder and run: it is asked for at each step.
+TEST(DataPath, FolderThatIsReplacedIsToldOnce) {
+    support::TestDevice device(DeviceWith(0, {}));
+    device.Folder.Put("Quorin", "a file stands where the folder should be");
+    device.Folder.Put("Other", "and another one");
+    for (const char16_t* name : {u"Quorin", u"", u"Other", u"Quorin", u"Other"})
+        EXPECT_EQ(GetDataPath(name), u".\\");
+    device.Platform.onlooker.notices.Tapped();
+    GetDataPath(u"Quorin");
+    EXPECT_THAT(ToldOfFolders(device),
+                ElementsAre(u"Can't use the folder .\\Quorin\\: it is not there. Its files are looked for and made in "
+                            u".\\. Tap here when you have read it.",
+                            u"Can't use the folder .\\Other\\: it is not there. Its files are looked for and made in "
+                            u".\\. Tap here when you have read it."));
+}
+
+TEST(DataPath, FolderWhoseNameIsRefusedIsTold) {
+    support::TestDevice device(DeviceWith(3, {{u"Card:\\", 2048}}));
+    const support::TemporaryFolder elsewhere;
+    std::filesystem::create_symlink(elsewhere.Path(), device.Folder.Path() / "Card/My Documents");
+    EXPECT_EQ(GetDataPath(u"Quorin"), u"Card:\\");
+    EXPECT_THAT(ToldOfFolders(device),
+                ElementsAre(u"Can't use the folder Card:\\My Documents\\Quorin\\: the name is refused. Its files are "
+                            u"looked for and made in Card:\\. Tap here when you have read it."));
+    EXPECT_EQ(device.Platform.onlooker.notices.Worst()->About, u"folder");
+}
+
+TEST(DataPath, FolderThatAFullDiskHasNoRoomForIsTold) {
+    support::TestDevice device(DeviceWith(0, {}));
+    GetDataPath(u"Quorin"); // stores the volume
+    device.Platform.faults.FailNext(1);
+    EXPECT_EQ(GetDataPath(u"Other"), u".\\");
+    ASSERT_EQ(ToldOfFolders(device).size(), 1U);
+    EXPECT_NE(ToldOfFolders(device).front().find(u"the disk is full"), Text::npos);
+}
+
+TEST(DataPath, OnACardThatIsOutIsToldOfByItself) {
+    support::TestDevice device(DeviceWith(3, {{u"Card:\\", 2048}}));
+    GetDataPath(u"Quorin");
+    std::filesystem::remove_all(device.Folder.Path() / "Card");
+    GetDataPath(u"");
+    EXPECT_THAT(
+        ToldOfFolders(device),
+        ElementsAre(u"Can't use the folder Card:\\My Documents\\Quorin\\: it is not there. No file is opened or "
+                    u"made there. Tap here when you have read it."));
+}
+
 /// Neither in the root folder, which is no volume, nor anywhere else.
 TEST(DataPath, WithoutAnyVolumeNamesNoFileThatCouldBeMade) {
     for (const std::int32_t type : {1, 3, 6, 9, 12}) {
@@ -306,9 +362,9 @@ TEST(ListFiles, EmptyFolderOnPalmIsEmptyWithoutAsking) {
 TEST(ListFiles, PalmMemoryInAnyCaseListsDatabasesOfTheTypeAndCreator) {
     support::TestDevice device(DeviceWith(1, {{u"Device:\\", 100}}));
     auto& databases = platform::Device().recordDatabase;
-    databases.Close(databases.Create(u"ours", PackCode(u"TEXT"), PackCode(u"QVRN")));
-    databases.Close(databases.Create(u"theirs", PackCode(u"TEXT"), PackCode(u"abcd")));
-    databases.Close(databases.Create(u"other", PackCode(u"DATA"), PackCode(u"QVRN")));
+    databases.Close(databases.Create(u"ours", PackCode(u"TEXT"), PackCode(u"QVRN")).Id);
+    databases.Close(databases.Create(u"theirs", PackCode(u"TEXT"), PackCode(u"abcd")).Id);
+    databases.Close(databases.Create(u"other", PackCode(u"DATA"), PackCode(u"QVRN")).Id);
     ListFiles(u"DEVICE:\\", u"", u"QVRN");
     EXPECT_THAT(Storage.FileList, ElementsAre(u"Device:\\ours"));
     ListFiles(u"device:\\", u"TEXT", u"");

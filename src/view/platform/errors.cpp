@@ -7,6 +7,10 @@ Text ErrorText(ErrorNumber error) {
     switch (error) {
     case FileNotFound:
         return u"it is not there";
+    case WentStale:
+        return u"the network has lost it";
+    case Damaged:
+        return u"it is damaged, or a file of another kind";
     case InUse:
         return u"another program is using it";
     case DeviceFailed:

@@ -11,6 +11,7 @@ namespace platform {
 using ErrorNumber = std::int32_t;
 
 inline constexpr ErrorNumber NoError = 0;
+inline constexpr ErrorNumber WentStale = 24; ///< what the device knew it by is no longer known, as on a network
 inline constexpr ErrorNumber FileNotFound = 53;
 inline constexpr ErrorNumber FileChanged = 55; ///< by another program
 inline constexpr ErrorNumber DeviceFailed = 57;
@@ -21,8 +22,15 @@ inline constexpr ErrorNumber RowNotFound = 63; ///< or the line of a file
 inline constexpr ErrorNumber NotAvailable = 68;
 inline constexpr ErrorNumber PermissionDenied = 70;
 inline constexpr ErrorNumber InUse = 71;        ///< another program has locked it
+inline constexpr ErrorNumber Damaged = 72;      ///< or of another kind than is read here
 inline constexpr ErrorNumber PathRefused = 75;  ///< a name that leads outside the device's storage, or is no name
 inline constexpr ErrorNumber PathNotFound = 76; ///< the folder in which a file should be
+
+/// Nothing is there under a name, or it is a name that nothing can have. Anything else has kept what is there from us:
+/// who took that for missing would make it anew, over it or in another place.
+constexpr bool IsMissing(ErrorNumber error) {
+    return error == FileNotFound || error == PathRefused;
+}
 
 /// What an error number means, for a message: "the disk is full". An unknown one gives "error" and the number.
 Text ErrorText(ErrorNumber error);

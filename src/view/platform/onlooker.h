@@ -50,6 +50,10 @@ public:
     /// What came at that moment is not decoded yet, and goes into the record that has just come on the screen.
     virtual void ReadingWaits(const DateTime& since) = 0;
 
+    /// A data folder is not there and can't be made, or its name is refused: the files that belong there are looked for
+    /// and made in `instead`, which is empty where that is not there either. May come again and again.
+    virtual void FolderReplaced(const Text& folder, const Text& instead, ErrorNumber why) = 0;
+
     /// The mailbox's file was taken and could not be deleted.
     virtual void DeliveryStays(const Text& fullName, ErrorNumber why) = 0;
     /// It is there and could not be read.

@@ -110,31 +110,36 @@ using DatabaseId = std::int32_t; ///< 0 means none
 inline constexpr std::int32_t ModeRead = 9;
 inline constexpr std::int32_t ModeReadWrite = 11;
 
+/// What came of opening or making a line database.
+struct OpenedDatabase {
+    DatabaseId Id = 0;           ///< 0 after a failure
+    ErrorNumber Error = NoError; ///< why it failed
+};
+
 /// Line databases: each is known by name, has a type and a creator code, and holds records in an order of their own
 /// with a current one among them. A committed record survives the loss of power.
 class RecordDatabase {
 public:
     virtual ~RecordDatabase() = default;
-    virtual DatabaseId Open(const Text& name, std::int32_t mode) = 0; ///< 0 when that fails
-    /// Why the last Open has failed: FileNotFound when there is no line database of that name, else what kept it away.
-    virtual ErrorNumber OpenError() const = 0;
-    /// Makes a database that is not there yet; 0 when it can't be made.
-    virtual DatabaseId Create(const Text& name, std::int32_t typeCode, std::int32_t creatorCode) = 0;
-    virtual bool Delete(const Text& name) = 0; ///< not while it is open
+    /// Fails with FileNotFound when there is no line database of that name, else with what kept it away.
+    virtual OpenedDatabase Open(const Text& name, std::int32_t mode) = 0;
+    /// Makes a database that is not there yet.
+    virtual OpenedDatabase Create(const Text& name, std::int32_t typeCode, std::int32_t creatorCode) = 0;
+    virtual ErrorNumber Delete(const Text& name) = 0; ///< not while it is open
     virtual void Close(DatabaseId database) = 0;
 
-    /// -1 where the database could not be read at some time since it was opened: what seems to be missing in it need
-    /// not be.
+    /// Below 0, the error number with a minus, where the database could not be read at some time since it was opened:
+    /// what seems to be missing in it need not be.
     virtual std::int32_t RecordCount(DatabaseId database) = 0;
     virtual ErrorNumber DeclareTable(DatabaseId database, const Text& name, const Text& definition) = 0;
 
     /// A new blank record behind the last one becomes the current one. Until it is committed it is not in the database.
     virtual ErrorNumber AddRecord(DatabaseId database) = 0;
     virtual ErrorNumber BeginEdit(DatabaseId database) = 0;
-    virtual bool WriteRecord(DatabaseId database, const LineRecord& record) = 0;
+    virtual ErrorNumber WriteRecord(DatabaseId database, const LineRecord& record) = 0;
     virtual ErrorNumber Commit(DatabaseId database) = 0;
     virtual bool ReadRecord(DatabaseId database, LineRecord& record) = 0;
-    virtual bool DeleteRecord(DatabaseId database) = 0; ///< the record behind it becomes the current one
+    virtual ErrorNumber DeleteRecord(DatabaseId database) = 0; ///< the record behind it becomes the current one
     /// Makes the record at a position the current one, and puts what each record from there on holds into the one
     /// behind it, with its line number raised by one. The last one's is lost. All are shifted or none: FileNotFound
     /// when one of them is missing.

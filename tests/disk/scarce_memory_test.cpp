@@ -1,0 +1,132 @@
+// SPDX-License-Identifier: MIT
+// Each allocation of SQLite fails in each operation on line databases: what is there afterwards is the old state or the
+// new one, and a program that lacked memory has not gone on as if nothing were.
+#include "drivers/registry.h"
+#include "storage/keyed_tables.h"
+#include "storage/settings.h"
+#include "storage/volumes.h"
+#include "tests/disk/scarce_memory.h"
+#include "tests/disk/trial.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <new>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace disk {
+namespace {
+
+using namespace modFileSystem;
+
+std::optional<State> Unchanged(const State& state) {
+    return state;
+}
+
+bool CountAndRead(Machine&) {
+    FileHandle file;
+    OpenFile(file, FullName("list.txt"), u"r", modQuorin::DataType, modQuorin::DataCreator);
+    std::int32_t second = 2;
+    const bool right =
+        FileLineCount(file) == 3 && ReadFileLine(file, second) == u"second" && SeekFileLine(file, 3) == 3;
+    CloseFile(file);
+    return right;
+}
+
+bool ListAll(Machine&) {
+    ListFiles(u"Device:\\", modQuorin::DataType, modQuorin::DataCreator);
+    return Storage.FileList.size() == 5 && Storage.FileList.front() == u"Device:\\drivers";
+}
+
+std::vector<Operation> DatabaseOperations() {
+    const State list = {{"list.txt", "first\nsecond\nthird\n"}};
+    std::vector<Operation> rows = {{"CountAndRead", Keeping::LineDatabases, list, CountAndRead, Unchanged, {}},
+                                   {"ListFiles", Keeping::LineDatabases, list, ListAll, Unchanged, {}}};
+    for (const Operation& operation : Operations()) {
+        if (operation.Kept == Keeping::LineDatabases)
+            rows.push_back(operation);
+    }
+    return rows;
+}
+
+/// How a program ended that had an operation done.
+enum class End {
+    Done = 0,
+    Refused,  ///< its result was false, or a person was told
+    Stopped,  ///< the program can't go on, and has said why
+    NoMemory, ///< what the program's own handler says, before it ends the program at once
+    Other,
+};
+constexpr int NotStruck = 0x40; ///< added where the operation came to its end before the allocation
+
+End EndOf(const Operation& operation, Machine& machine) {
+    try {
+        const bool done = operation.Do(machine);
+        return done && machine.Did.Unsaved.empty() ? End::Done : End::Refused;
+    } catch (const support::ProgramOver& over) {
+        return over.Failure.empty() ? End::Other : End::Stopped;
+    }
+}
+
+class WithoutMemory : public testing::TestWithParam<Operation> {
+protected:
+    /// Runs the operation in a program of its own.
+    int StatusWithout(int allocation, Scarce how) const {
+        const pid_t child = ::fork();
+        if (child == 0) {
+            std::set_new_handler([] { ::_exit(static_cast<int>(End::NoMemory)); });
+            Machine machine(Folder.Path(), GetParam().Kept);
+            const ScarceMemory memory(allocation, how);
+            const int end = static_cast<int>(EndOf(GetParam(), machine));
+            ::_exit(ScarceMemory::Struck() ? end : end | NotStruck);
+        }
+        int status = 0;
+        ::waitpid(child, &status, 0);
+        return WIFEXITED(status) ? WEXITSTATUS(status) : static_cast<int>(End::Other);
+    }
+    /// False where the operation came to its end before the allocation.
+    bool TryWithout(int allocation, Scarce how) {
+        SCOPED_TRACE("allocation " + std::to_string(allocation));
+        const Operation& operation = GetParam();
+        const Tree& before = TreeBefore(operation);
+        if (Left != before)
+            WriteTree(Folder.Path(), before);
+        const int status = StatusWithout(allocation, how);
+        const auto end = static_cast<End>(status & ~NotStruck);
+        EXPECT_NE(end, End::Other);
+        Left = ReadTree(Folder.Path());
+        if (end == End::Done || Left != before) {
+            Judge(operation, Folder.Path(), end == End::Done ? Ending::Completed : Ending::BetweenSteps);
+            Left = {}; // the judge has gone on there
+        }
+        const bool struck = (status & NotStruck) == 0;
+        EXPECT_TRUE(struck || end == End::Done);
+        Stopped += end == End::NoMemory ? 1 : 0;
+        return struck;
+    }
+    void TryAll(Scarce how, int step) {
+        int points = 0;
+        for (int allocation = 1; TryWithout(allocation, how) && !HasFailure(); allocation += step)
+            ++points;
+        EXPECT_GT(Stopped, 5) << "of " << points;
+        CountPoints("allocations that failed:", points);
+    }
+
+    const FreshFolder Folder;
+    Tree Left; ///< by the try before
+    int Stopped = 0;
+};
+
+TEST_P(WithoutMemory, NothingIsLostWhereOneAllocationFails) {
+    TryAll(Scarce::Once, 1);
+}
+
+TEST_P(WithoutMemory, NothingIsLostWhereAllFailFromThereOn) {
+    TryAll(Scarce::FromThereOn, 10);
+}
+
+INSTANTIATE_TEST_SUITE_P(Operations, WithoutMemory, testing::ValuesIn(DatabaseOperations()),
+                         [](const auto& row) { return NameOf(row.param); });
+
+} // namespace
+} // namespace disk
