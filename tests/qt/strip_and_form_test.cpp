@@ -264,6 +264,15 @@ TEST_F(FormOfADesktop, KeepsItsRowAndItsPageWhenItIsResized) {
     EXPECT_EQ(Cell(40), u"row");
 }
 
+TEST_F(FormOfADesktop, ShowsNoEmptyPartOfAPageWhileRowsStandAboveIt) {
+    ShowRows(60);
+    Main().SetTopRow(59); // as a reading in the last row does
+    Settle();
+    EXPECT_GT(Main().TopRow(), 0);
+    EXPECT_EQ(Main().TopRow(), Main().LastTop());
+    EXPECT_GT(Grid().CellRect(59, 0).bottom(), Grid().height() - 2 * Grid().CellRect(59, 0).height());
+}
+
 TEST_F(FormOfADesktop, MovesAnOpenFieldWithItsCell) {
     OpenRecord();
     Tap(1, 1);

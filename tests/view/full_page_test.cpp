@@ -161,6 +161,26 @@ TEST_F(FullPage, IsFilledBeforeAScrollBarTakesRoom) {
     EXPECT_EQ(Grid().RowHeight(2), 17);
 }
 
+/// The name has room in its column but not beside a scroll bar, which the record would need with the hidden fields.
+TEST_F(FullPage, MakesNoRoomForHiddenFieldsWhenARecordIsShown) {
+    std::string inf = std::string(19, 'x') + "|1||||||\n";
+    std::string header(19, 'x');
+    for (int field = 1; field < 25; ++field) {
+        const std::string name = "f" + std::to_string(field);
+        inf += name + (field < 10 ? "|1||||||\n" : "|0||||||\n");
+        header += "|" + name;
+    }
+    InstallMeter(inf);
+    OpenDownload(header + "\n" + std::string(24, '|') + "\n" + std::string(24, '|') + "\n");
+    for (const char* moment : {"at once", "after the refresh", "on the next record"}) {
+        EXPECT_EQ(Grid().ColWidth(0), 119) << moment;
+        EXPECT_EQ(Grid().RowHeight(0), 17) << moment;
+        if (std::string(moment) == "after the refresh")
+            modQuorin::MenuEvent(u"Next Record");
+        Repaint();
+    }
+}
+
 TEST_F(FullPage, IsAtRestWhereEveryRowWraps) {
     GotoScreen(ScrTextFile);
     ShowList(std::vector<Text>(200, Text(100, u'x')));
