@@ -8,21 +8,23 @@ namespace platform::headless {
 
 HeadlessPlatform::HeadlessPlatform(const DeviceOptions& options, device::CommandSource& commands,
                                    device::Watcher& watcher)
-    : BackEnd(options, static_cast<PollPump&>(*this), commands, watcher),
-      boxes(loop, watcher), controls{form,
-                                     grdTitle,
-                                     grdMain,
-                                     txtInputField,
-                                     cboInputField,
-                                     cbotxtInputField,
-                                     dteInputField,
-                                     lstHoldMenu,
-                                     lblStatus,
-                                     scrollBar,
-                                     {&menuTitles[0], &menuTitles[1]},
-                                     {device::Pointers(menuItems[0]), device::Pointers(menuItems[1])},
-                                     fonts,
-                                     boxes},
+    : BackEnd(options, static_cast<PollPump&>(*this), commands, watcher), boxes(loop, watcher),
+      controls{
+          .form = form,
+          .grdTitle = grdTitle,
+          .grdMain = grdMain,
+          .txtInputField = txtInputField,
+          .cboInputField = cboInputField,
+          .cbotxtInputField = cbotxtInputField,
+          .dteInputField = dteInputField,
+          .lstHoldMenu = lstHoldMenu,
+          .lblStatus = lblStatus,
+          .scrollBar = scrollBar,
+          .menuTitles = {&menuTitles[0], &menuTitles[1]},
+          .menuItems = {device::Pointers(menuItems[0]), device::Pointers(menuItems[1])},
+          .fonts = fonts,
+          .boxes = boxes,
+      },
       record(RecordOf(controls)) {
     loop.Listen(grdTitle);
     loop.Listen(grdMain);
