@@ -110,5 +110,27 @@ TEST_P(KeptFolder, LeavesAScratchFileUnmadeAndItsSaveTold) {
 
 INSTANTIATE_TEST_SUITE_P(Errors, KeptFolder, testing::Values(EIO, ENOMEM, ENFILE, EMFILE, ESTALE));
 
+/// A link that can't be read just now is a link still: its file would be taken for missing, and made anew.
+TEST(ALinkedTable, ThatCantBeLookedAtKeepsItsLines) {
+    const FreshFolder folder;
+    WriteTree(folder.Path(), Furnished({{"table.txt", TableBytes}}, Keeping::TextFiles));
+    std::filesystem::create_symlink("table.txt", folder.Path() + "/Quorin/link.txt");
+    const Machine machine(folder.Path(), Keeping::TextFiles);
+    const Text name = FullName("link.txt");
+    bool struck = true;
+    for (int look = 1; struck; ++look) {
+        modFileSystem::FileHandle file;
+        {
+            const Watch watch(folder.Path(), {Blow::Fail, look, EIO, Counted::Names});
+            modFileSystem::OpenFile(file, name, u"a", modQuorin::DataType, modQuorin::DataCreator);
+            struck = Watch::Struck();
+        }
+        EXPECT_TRUE(file.valid || file.kept) << look;
+        EXPECT_TRUE(file.valid || file.error == platform::DeviceFailed) << look;
+        modFileSystem::CloseFile(file);
+        EXPECT_EQ(ReadTree(folder.Path()).Files["Quorin/table.txt"], TableBytes) << look;
+    }
+}
+
 } // namespace
 } // namespace disk
