@@ -129,13 +129,13 @@ TEST_F(Player, PlaysAgainAfterAPause) {
     EXPECT_THAT(Heard(), ElementsAre(100, 200));
 }
 
+/// It hangs until the test is over: who waited for it would not come back.
 TEST_F(Player, NeverWaitsForAudioThatHangs) {
     Audio->Hang(true);
-    const auto start = std::chrono::steady_clock::now();
     for (int count = 0; count < 1000; ++count)
         Play(100);
     Tones.reset();
-    EXPECT_LT(std::chrono::steady_clock::now() - start, 5s);
+    EXPECT_TRUE(Audio->HasBegun());
 }
 
 TEST_F(Player, PlaysOnlyTheNewestAfterAudioHasHung) {
