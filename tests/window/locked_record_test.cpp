@@ -51,8 +51,7 @@ protected:
         Main().SetCell(1, 1, u"23.4");
         Table.RecordDirty = true;
         Settle();
-        // What is there to be told once the lock shows: long enough for the window to say so, and no longer.
-        Patience().Longest = std::chrono::milliseconds(400);
+        Patience().Longest = std::chrono::milliseconds(60);
     }
     ~LockedRecordInTheWindow() override {
         CloseTable();
@@ -61,11 +60,13 @@ protected:
 
     platform::common::LockWait& Patience() { return Device.Platform.hostDatabases.Patience; }
     void TheTool(const char* sql) { ASSERT_EQ(sqlite3_exec(Tool, sql, nullptr, nullptr, nullptr), SQLITE_OK) << sql; }
-    /// Beside what the window itself does at each moment of the wait.
-    void WhileItWaits(std::function<void()> look) {
-        Patience().Waiting = [own = Patience().Waiting, look = std::move(look)] {
+    /// Beside what the window itself does at each moment of the wait, which ends once all was seen.
+    void WaitUntil(std::function<bool()> allWasSeen) {
+        Patience().Longest = std::chrono::minutes(1);
+        Patience().Waiting = [this, own = Patience().Waiting, look = std::move(allWasSeen)] {
             own();
-            look();
+            if (look())
+                Patience().Longest = {};
         };
     }
     void NextRecord() {
@@ -86,14 +87,16 @@ TEST_F(LockedRecordInTheWindow, PaintsAndSaysWhatIsWaitedFor) {
     Paintings paintings(Grid());
     bool isSaid = false;
     int before = -1;
-    WhileItWaits([&] {
+    WaitUntil([&] {
         isSaid = isSaid || LinkLine() == Waits;
         before = before < 0 ? paintings.Count : before;
         Grid().update(); // as when a window that lay over it goes away
+        return isSaid && paintings.Count > before;
     });
     TheTool("BEGIN EXCLUSIVE");
     NextRecord();
     EXPECT_TRUE(isSaid);
+    EXPECT_GE(before, 0);
     EXPECT_GT(paintings.Count, before) << "what was uncovered stays blank";
     EXPECT_NE(LinkLine(), Waits) << "nothing is waited for any more";
 }
@@ -119,7 +122,7 @@ TEST_F(LockedRecordInTheWindow, RaisesNothingOfTheApplicationMeanwhile) {
     const Text line = u"something\r\n";
     int looks = 0;
     const float polled = modBluetooth::Receive.LastPollTime;
-    WhileItWaits([&] {
+    WaitUntil([&] {
         if (looks++ == 0) {
             Device.Platform.serial.Arrive(line);
             const QPoint place = Grid().mapTo(Grid().window(), Middle(2, 1));
@@ -129,10 +132,11 @@ TEST_F(LockedRecordInTheWindow, RaisesNothingOfTheApplicationMeanwhile) {
         EXPECT_EQ(modBluetooth::Receive.LastPollTime, polled) << "a tick of the link";
         EXPECT_EQ(modBluetooth::Receive.ReadyText, u"") << "a receive event";
         EXPECT_FALSE(Field().Visible()) << "a tap";
+        return looks > 20;
     });
     TheTool("BEGIN EXCLUSIVE");
     EXPECT_EQ(platform::device::Choose(Device.Platform, u"Next Record"), "");
-    EXPECT_GT(looks, 5);
+    EXPECT_GT(looks, 20);
     Settle();
     Pass(600);
     EXPECT_NE(modBluetooth::Receive.LastPollTime, polled);
@@ -143,9 +147,9 @@ TEST_F(LockedRecordInTheWindow, RaisesNothingOfTheApplicationMeanwhile) {
 TEST_F(LockedRecordInTheWindow, IsNoSleepOfTheDeviceHoweverLongItIs) {
     Pass(1000);
     ASSERT_EQ(modBluetooth::Receive.LinkState, modBluetooth::LinkStateOpen);
-    WhileItWaits([this, isFirst = true]() mutable {
-        if (std::exchange(isFirst, false))
-            Device.Platform.loop.Jump(5000);
+    WaitUntil([this] {
+        Device.Platform.loop.Jump(5000);
+        return true;
     });
     TheTool("BEGIN EXCLUSIVE");
     NextRecord();
