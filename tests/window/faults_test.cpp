@@ -406,5 +406,21 @@ TEST_F(WindowFaults, RubbishAtFullSpeedLeavesTheWindowResponsive) {
     EXPECT_FALSE(Window->Process().HasEnded());
 }
 
+#ifndef __SANITIZE_ADDRESS__ // which takes more memory for itself than there is here
+/// A line without an end is kept until it has one.
+TEST_F(WindowFaults, MemoryThatRunsOutIsAMessageAndEndsWithOne) {
+    Garbage line(Home.Path("line"));
+    Start();
+    OpenRecord();
+    const rlim_t most = static_cast<rlim_t>(Window->Process().AddressKilobytes() + 32 * 1024) * 1024;
+    const rlimit limit{most, most};
+    ASSERT_EQ(::prlimit(Window->Process().Id(), RLIMIT_AS, &limit, nullptr), 0);
+    EXPECT_TRUE(Eventually([&] { return Window->Process().HasEnded(); }));
+    EXPECT_EQ(Window->Process().ExitStatus(), 1);
+    EXPECT_EQ(Window->Process().Errors(), "quorin: out of memory; every file is as the last completed save left it\n");
+    EXPECT_EQ(Home.Bytes("root/Quorin/qrn0001.txt"), "Place|Moisture\n|\n");
+}
+#endif
+
 } // namespace
 } // namespace live

@@ -161,11 +161,11 @@ int Child::ExitStatus() {
     return Eventually([this] { return HasEnded(); }) ? *Status : -1;
 }
 
-long Child::MemoryKilobytes() const {
+long Child::KilobytesOf(const std::string& entry) const {
     std::ifstream in("/proc/" + std::to_string(Process) + "/status");
     for (std::string line; std::getline(in, line);)
-        if (line.rfind("VmRSS:", 0) == 0)
-            return std::stol(line.substr(6));
+        if (line.rfind(entry, 0) == 0)
+            return std::stol(line.substr(entry.size()));
     return 0;
 }
 

@@ -68,11 +68,15 @@ public:
     std::string Output() const { return Streams.Bytes("output"); }
     std::string Errors() const { return Streams.Bytes("errors"); }
 
-    long MemoryKilobytes() const;
+    long MemoryKilobytes() const { return KilobytesOf("VmRSS:"); }
+    /// What it has mapped, used or not: a limit goes by that.
+    long AddressKilobytes() const { return KilobytesOf("VmSize:"); }
     /// The time that it has kept a processor busy, in seconds.
     double ProcessorSeconds() const;
 
 private:
+    long KilobytesOf(const std::string& entry) const;
+
     Folder Streams;
     int Process = -1;
     std::optional<int> Status;
