@@ -1,0 +1,223 @@
+// SPDX-License-Identifier: MIT
+// The console on a Palm OS device, a record on the screen, and another program that locks its line database.
+#include "app/start_up.h"
+#include "apps/quorin-console/session.h"
+#include "link/receive.h"
+#include "platform/headless/headless_platform.h"
+#include "tests/support/test_device.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sqlite3.h>
+
+#include <deque>
+#include <fcntl.h>
+#include <filesystem>
+#include <functional>
+#include <optional>
+#include <sstream>
+#include <unistd.h>
+#include <utility>
+
+namespace console {
+namespace {
+
+using testing::HasSubstr;
+using testing::Not;
+
+/// What the console says, line by line as it is flushed.
+class Listener final : public std::stringbuf {
+public:
+    std::function<void(const std::string&)> Line;
+
+private:
+    int sync() override {
+        const std::string line = str();
+        str({});
+        Line(line);
+        return 0;
+    }
+};
+
+/// The program of the console in this process, and a person who does the next thing once the last one is answered.
+class LockedRecordOnTheConsole : public testing::Test {
+protected:
+    LockedRecordOnTheConsole() {
+        MakeDatabase("drivers", {"NAME|INFFILE", "Meter|meter.txt"});
+        MakeDatabase("qrnctrl", {"DRIVER|FILE|DATE|ALIAS", "Meter|qrn0001.txt|20070301|"});
+        MakeDatabase("meter", {"FIELDNAME|VISIBLE|COPY|BLOB|DISPLAY|CSVNAME|DATATYPE|FORMULA", "Place|1||||||",
+                               "Moisture|1||Moisture||||"});
+        MakeDatabase("qrn0001", {"Place|Moisture", "one|", "two|"});
+        Root.Put("settings.ini", "[Settings]\nComPort=Com1\n");
+        EXPECT_EQ(::pipe2(Input, O_CLOEXEC), 0);
+        Ears.Line = [this](const std::string& line) { Hear(line); };
+        Talk.emplace(Input[0], Voice, false);
+        platform::device::DeviceOptions options;
+        options.DeviceType = 1;
+        options.Root = Root.Path().string();
+        options.StartMoment = *platform::device::MomentFromText("2007-03-05T09:30:00");
+        Device.emplace(options, *Talk, Talk->Out());
+        Talk->Use(*Device);
+        Patience().Longest = std::chrono::milliseconds(60);
+        for (const char* command : {"choose Start...", "choose Ok", "choose Open", "tick 1100", "tap 1 1", "set 23.4"})
+            WillTell(command);
+        WillDo([this] { sqlite3_open((Root.Path() / "Databases" / "qrn0001.sqlite").c_str(), &Tool); });
+    }
+    ~LockedRecordOnTheConsole() override {
+        sqlite3_close(Tool);
+        modQuorin::ResetModules();
+        Device.reset();
+        ::close(Input[0]);
+    }
+
+    void WillTell(const std::string& command) { WillHear(command, {}); }
+    /// A command, and what is then done with all that was said since the one before.
+    void WillHear(const std::string& command, std::function<void(const std::string&)> hear) {
+        Steps.push_back([this, command, hear = std::move(hear)] {
+            Heard = hear;
+            const std::string line = command + "\n";
+            EXPECT_EQ(::write(Input[1], line.data(), line.size()), static_cast<ssize_t>(line.size()));
+            return true;
+        });
+    }
+    void WillDo(std::function<void()> act) {
+        Steps.push_back([act = std::move(act)] {
+            act();
+            return false;
+        });
+    }
+    void WillLock() {
+        WillDo([this] { EXPECT_EQ(sqlite3_exec(Tool, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr), SQLITE_OK); });
+    }
+    void WillLetGo() {
+        WillDo([this] { EXPECT_EQ(sqlite3_exec(Tool, "ROLLBACK", nullptr, nullptr, nullptr), SQLITE_OK); });
+    }
+    /// Until there is nothing left to be done. Everything has been said by then.
+    void Run() {
+        try {
+            Talk->Run();
+        } catch (const platform::device::ProgramOver& over) {
+            Talk->Over(over);
+        }
+        EXPECT_TRUE(Steps.empty());
+    }
+    platform::common::LockWait& Patience() { return Device->hostDatabases.Patience; }
+    std::string Lines() const {
+        sqlite3* reader = nullptr;
+        sqlite3_open((Root.Path() / "Databases" / "qrn0001.sqlite").c_str(), &reader);
+        std::string lines;
+        const auto add = [](void* to, int, char** values, char**) {
+            *static_cast<std::string*>(to) += std::string(values[0]) + "\n";
+            return 0;
+        };
+        sqlite3_exec(reader, "SELECT LineData FROM TEXT ORDER BY LineNumber", add, &lines, nullptr);
+        sqlite3_close(reader);
+        return lines;
+    }
+
+    std::string Said; ///< since the last command
+
+    static constexpr const char* NotSaved =
+        R"({"event":"notsaved","file":"qrn0001","error":"another program is using it"})";
+    std::optional<platform::headless::HeadlessPlatform> Device;
+
+private:
+    void MakeDatabase(const std::string& name, const std::vector<std::string>& lines) const {
+        std::filesystem::create_directories(Root.Path() / "Databases");
+        sqlite3* made = nullptr;
+        sqlite3_open((Root.Path() / "Databases" / (name + ".sqlite")).c_str(), &made);
+        std::string sql = "CREATE TABLE \"DATABASE\" (TypeCode, CreatorCode);"
+                          "INSERT INTO \"DATABASE\" VALUES (0x54455854, 0x5156524E);"
+                          "CREATE TABLE TEXT (Position INTEGER PRIMARY KEY, LineNumber, LineData);";
+        for (std::size_t i = 0; i < lines.size(); ++i)
+            sql +=
+                "INSERT INTO TEXT VALUES (" + std::to_string(i) + "," + std::to_string(i + 1) + ",'" + lines[i] + "');";
+        EXPECT_EQ(sqlite3_exec(made, sql.c_str(), nullptr, nullptr, nullptr), SQLITE_OK);
+        sqlite3_close(made);
+    }
+    void Hear(const std::string& line) {
+        if (line.rfind("{\"ready\":", 0) != 0) {
+            Said += line;
+            return;
+        }
+        EXPECT_THAT(Said, Not(HasSubstr("\"error\":\"no")));
+        if (Heard)
+            Heard(Said);
+        Heard = {};
+        Said.clear();
+        bool isTold = false;
+        while (!isTold && !Steps.empty()) {
+            const auto step = std::move(Steps.front());
+            Steps.pop_front();
+            isTold = step();
+        }
+        if (!isTold)
+            ::close(Input[1]);
+    }
+
+    support::TemporaryFolder Root;
+    int Input[2] = {-1, -1};
+    Listener Ears;
+    std::ostream Voice{&Ears};
+    std::optional<Session> Talk;
+    std::deque<std::function<bool()>> Steps; ///< each says whether a command was told
+    std::function<void(const std::string&)> Heard;
+    sqlite3* Tool = nullptr;
+};
+
+TEST_F(LockedRecordOnTheConsole, IsToldByAnEventAndSavedByTheNextCommand) {
+    WillLock();
+    WillHear("choose Next Record", [](const std::string& said) { EXPECT_THAT(said, HasSubstr(NotSaved)); });
+    WillHear("screen", [](const std::string& said) {
+        EXPECT_THAT(said, HasSubstr(R"(["Place","one"],["Moisture","23.4"])"));
+        EXPECT_THAT(said, HasSubstr(R"("1/2")"));
+    });
+    WillLetGo();
+    WillDo([this] { EXPECT_EQ(Lines(), "Place|Moisture\none|\ntwo|\n"); });
+    WillHear("choose Next Record", [](const std::string& said) { EXPECT_THAT(said, Not(HasSubstr("notsaved"))); });
+    WillHear("screen", [](const std::string& said) {
+        EXPECT_THAT(said, HasSubstr(R"(["Place","two"],["Moisture",""])"));
+        EXPECT_THAT(said, HasSubstr(R"("2/2")"));
+    });
+    Run();
+    EXPECT_EQ(Lines(), "Place|Moisture\none|23.4\ntwo|\n");
+}
+
+/// Minutes go by, a tick is due all the time and a reading comes: all that waits as well, and the port stays open.
+TEST_F(LockedRecordOnTheConsole, IsWaitedForWithNothingRaisedAndWithoutASleepOfTheDevice) {
+    int moments = 0;
+    std::string before;
+    WillDo([&] {
+        Patience().Longest = std::chrono::minutes(1);
+        Patience().Waiting = [&] {
+            if (moments++ == 0) {
+                Device->serial.Arrive(u"something\r\n");
+                before = Said;
+            }
+            Device->loop.Jump(60000);
+            EXPECT_EQ(Said, before) << "nothing is said";
+            EXPECT_EQ(modBluetooth::Receive.ReadyText, u"") << "nothing is read";
+            if (moments > 5)
+                Patience().Longest = {};
+        };
+    });
+    WillLock();
+    WillHear("choose Next Record", [&](const std::string& said) {
+        EXPECT_THAT(said, HasSubstr(NotSaved));
+        EXPECT_GT(moments, 5);
+    });
+    WillHear("state", [](const std::string& said) {
+        EXPECT_THAT(said, HasSubstr(R"("ReadyText":"something\r\n")")) << "it was read behind the wait";
+        EXPECT_THAT(said, HasSubstr(R"("LinkState":2)"));
+    });
+    WillLetGo();
+    WillTell("tick 500");
+    WillHear("state", [](const std::string& said) {
+        EXPECT_THAT(said, HasSubstr(R"("LinkState":2)"));
+        EXPECT_THAT(said, HasSubstr(R"("LinkOpen":true)"));
+    });
+    Run();
+}
+
+} // namespace
+} // namespace console
