@@ -238,6 +238,7 @@ TEST_F(WhyADatabaseFails, IsToldWhereItCantBeMade) {
 TEST_F(WhyADatabaseFails, IsToldWhereWhatIsInItsPlaceCantBeDeleted) {
     Write(1);
     CloseFile(File);
+    std::filesystem::permissions(Test(), std::filesystem::perms(0666));
     std::filesystem::permissions(Databases(), std::filesystem::perms(0555));
     const OrdinaryUser user;
     Open(u"w");
