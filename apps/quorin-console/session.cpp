@@ -107,8 +107,12 @@ void Session::CloseOpenCommands(const std::string& error) {
 
 int Session::Over(const ProgramOver& over) {
     const int status = Close(over);
-    if (!ending->Begun())
+    if (!ending->Begun()) {
+        const std::string unsaved = platform::device::UnsavedRecordWords();
+        if (!unsaved.empty())
+            std::cerr << "quorin-console: " << unsaved << std::endl;
         return status;
+    }
     std::cerr << "quorin-console: " << ending->Words() << std::endl;
     return ending->IsLost() ? start::StatusFailure : status;
 }

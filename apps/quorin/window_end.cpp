@@ -57,13 +57,19 @@ int WindowEnd::Over(const ProgramOver& over) {
         return start::StatusEnded;
     const std::string text = modStringTools::ToBytes(over.Failure);
     std::cerr << "quorin: " << text << std::endl;
+    const std::string unsaved = platform::device::UnsavedRecordWords();
+    if (!unsaved.empty())
+        std::cerr << "quorin: " << unsaved << std::endl;
     QMessageBox message(QMessageBox::Critical, QStringLiteral("Quorin has stopped"), QString::fromStdString(text),
                         QMessageBox::Ok, &Device.window);
     message.setTextFormat(Qt::PlainText);
     sigset_t all;
     sigfillset(&all);
     sigprocmask(SIG_UNBLOCK, &all, nullptr); // there is nothing left to be saved
-    message.setInformativeText(QStringLiteral("Every file is as the last completed save left it."));
+    QString state = QStringLiteral("Every file is as the last completed save left it.");
+    if (!unsaved.empty())
+        state += QStringLiteral(" On the screen: %1.").arg(QString::fromStdString(unsaved));
+    message.setInformativeText(state);
     Only = nullptr; // nor when the display goes under this box
     message.exec();
     return start::StatusFailure;

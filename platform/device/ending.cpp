@@ -18,6 +18,8 @@ namespace {
 using modQuorin::Screens;
 using modStringTools::ToBytes;
 
+const char* const NotSaved = " was NOT saved";
+
 std::string OneLine(const Text& text) {
     std::string line;
     for (const char character : ToBytes(text)) {
@@ -97,7 +99,7 @@ std::string Ending::Words() const {
         break;
     case Record::Saving:
     case Record::Lost:
-        words += Row + " was NOT saved";
+        words += Row + NotSaved;
         break;
     case Record::UnderPrompt:
         words += "there was nothing to save, and the open prompt was not answered";
@@ -112,6 +114,10 @@ std::string Ending::Words() const {
     if (Undecoded > 0)
         words += "; " + std::to_string(Undecoded) + " characters of the instrument were not decoded";
     return words;
+}
+
+std::string UnsavedRecordWords() {
+    return modQuorin::RecordIsUnsaved() ? RowForPeople() + NotSaved : "";
 }
 
 } // namespace platform::device

@@ -40,4 +40,8 @@ private:
     std::size_t Undecoded = 0; ///< characters of the instrument
 };
 
+/// For when the program is over and nobody has ended it in good order: which record on the screen is not in its file.
+/// Empty where that is none.
+std::string UnsavedRecordWords();
+
 } // namespace platform::device

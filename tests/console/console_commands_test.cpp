@@ -238,6 +238,14 @@ TEST_F(Console, TellsASaveThatFailedOnceAndByTheNameOfTheTable) {
     EXPECT_THAT(Root.Bytes("Quorin/qrn0001.txt"), testing::Not(HasSubstr("12")));
 }
 
+TEST_F(Console, SaysAtTheEndOfItsInputWhichRecordIsLost) {
+    const std::string lost = "quorin-console: row 1 of qrn0001.txt was NOT saved\n";
+    EXPECT_EQ(Tell(Joined({OpenTheDownload, {"tap 0 1", "set 12"}})).Errors, lost);
+    EXPECT_EQ(Tell(Joined({OpenTheDownload, {"tap 0 1", "set 12", "key 13", "choose Close"}})).Errors, "");
+    EXPECT_EQ(Tell(OpenTheDownload).Errors, "");
+    EXPECT_EQ(Tell(Joined({OpenTheDownload, {"tap 0 1", "set 13", "nonsense"}}), {"--strict"}).Errors, lost);
+}
+
 /// Not even in the root folder, which is no volume of such a device.
 TEST_F(Console, MakesNoFileWhereNoVolumeCanBeUsedAndTellsIt) {
     for (const char* device : {"1", "3", "6", "9", "12"}) {

@@ -104,7 +104,7 @@ TEST_F(StandardStreams, AFileThatMayNotGrowIsNoReasonToEndByASignal) {
     const Outcome run =
         Shell("bash -c 'ulimit -f 16; exec \"$0\" \"$@\"' " + Program() + " <input >output 2>errors", edit);
     EXPECT_EQ(run.Status, 1);
-    EXPECT_THAT(run.Errors, HasSubstr("the disk is full"));
+    EXPECT_THAT(run.Errors, HasSubstr("the disk is full\nquorin-console: row 1 of qrn0001.txt was NOT saved\n"));
     EXPECT_EQ(Root.Bytes("Quorin/qrn0001.txt"), content);
 }
 

@@ -123,6 +123,18 @@ TEST_F(EndOfTheProgram, SaysWhatCouldNotBeSaved) {
     EXPECT_EQ(File(), "Moisture|Site|Day\n||\n");
 }
 
+TEST_F(EndOfTheProgram, NamesARecordThatIsNotInItsFile) {
+    std::string before;
+    std::string after;
+    Program.Steps.push_back([&] { before = platform::device::UnsavedRecordWords(); });
+    WillPutAValue();
+    Program.Steps.push_back([&] { after = platform::device::UnsavedRecordWords(); });
+    EndThere();
+    EXPECT_EQ(before, "");
+    EXPECT_EQ(after, "row 1 of qrn0001.txt was NOT saved");
+    EXPECT_EQ(platform::device::UnsavedRecordWords(), "") << "once it is saved";
+}
+
 TEST_F(EndOfTheProgram, HasNothingToSaveOnARecordThatIsAsItsFile) {
     EndThere();
     EXPECT_EQ(Last.Words(), "ended by SIGTERM; there was nothing to save");
