@@ -127,6 +127,7 @@ $ quorin-console --strict
     [File] Next Record | Previous Record | First Record | Last Record | Close
                                    [Edit] New Record | Insert Record | Delete Record
 {"done":"show"}
+stderr: quorin-console: row 1 of qrn0001.txt was NOT saved
 # The record is shorter than its header.
 $ printf 'DRIVER|FILE|DATE|ALIAS\nMeter|qrn0002.txt|20070301|\n' > Quorin/qrnctrl.txt && printf 'Place|Moisture\nhere\n' > Quorin/qrn0002.txt
 $ quorin-console --strict

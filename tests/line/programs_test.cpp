@@ -29,8 +29,11 @@ double SecondsSince(Clock::time_point start) {
     return std::chrono::duration<double>(Clock::now() - start).count();
 }
 
-/// Sends the same bytes over and over as fast as they are read, until it is told to stop. It stops by itself in the
-/// end, so that a program which never comes to rest fails the test and does not hang it.
+/// What a line brings in a second that is faster than any serial one.
+constexpr std::size_t SecondOfAFlood = 5000000; // bytes
+
+/// Sends the same bytes over and over at that speed, as far as they are read, until it is told to stop. It stops by
+/// itself in the end, so that a program which never comes to rest fails the test and does not hang it.
 class Flood {
 public:
     Flood(int line, const std::string& bytes) {
@@ -60,6 +63,7 @@ private:
             if (count > 0) {
                 place = (place + static_cast<std::size_t>(count)) % Bytes.size();
                 Count += static_cast<std::size_t>(count);
+                std::this_thread::sleep_for(std::chrono::duration<double>(static_cast<double>(count) / SecondOfAFlood));
             } else {
                 pollfd full{line, POLLOUT, 0};
                 ::poll(&full, 1, 20);
@@ -106,11 +110,8 @@ protected:
 
 class Flooded : public OnTheLine {};
 
-/// What a line of five megabytes a second brings in a second: no more comes between a command and its answer.
-constexpr std::size_t SecondOfAFlood = 5000000;
-
-/// How much comes between a command and its answer while the line is flooded, in the middle of many. The writer never
-/// stops.
+/// How much comes between a command and its answer, less than in a second, while the line is flooded, in the middle of
+/// many. The writer never stops.
 std::size_t BytesBeforeAnAnswer(RunningConsole& program, const Flood& flood, const char* screen) {
     std::vector<std::size_t> waits;
     while (waits.size() < 20 || (flood.Sent() < SecondOfAFlood && flood.GoesOn())) {

@@ -216,7 +216,10 @@ void FailedSaves::SaveInVain(const std::function<void()>& standardStreams) {
 
 TEST_F(FailedSaves, AreToldAndLeaveTheFileAsItWas) {
     SaveInVain([] {});
-    EXPECT_THAT(Window->Process().Errors(), MatchesRegex("quorin: Can't write .*qrn0001\\.txt: the disk is full\n"));
+    EXPECT_THAT(
+        Window->Process().Errors(),
+        MatchesRegex(
+            "quorin: Can't write .*qrn0001\\.txt: the disk is full\nquorin: row 1 of qrn0001.txt was NOT saved\n"));
 }
 
 TEST_F(FailedSaves, AreToldInTheWindowWhereTheStandardStreamsAreClosed) {
