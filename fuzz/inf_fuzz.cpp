@@ -8,11 +8,11 @@ namespace {
 
 using fuzz::Technician;
 
-/// A table without rows gets what it lacks, and keeps the header that it has.
+/// A table without rows gets what it lacks, a blank row among it, and keeps the header that it has.
 bool IsMended(const std::string& table, const std::string& left) {
-    const auto before = fuzz::LinesOf(table);
+    const auto before = fuzz::RewrittenLinesOf(table);
     const auto after = fuzz::LinesOf(left);
-    return before.size() < 2 && after.size() == 2 &&
+    return before.size() < 2 && after.size() == 2 && after.back().find_first_not_of('|') == std::string::npos &&
            (before.empty() || before.front().empty() || after.front() == before.front());
 }
 

@@ -8,8 +8,7 @@
 
 namespace fuzz {
 
-/// Each line without its end, a line feed with or without one carriage return before it, as it is once the file has
-/// been written anew: with blanks for NULs. A last line may lack its end.
+/// Each line without its end, a line feed with or without one carriage return before it. A last line may lack its end.
 inline std::vector<std::string> LinesOf(const std::string& bytes) {
     std::vector<std::string> lines;
     for (std::size_t start = 0; start < bytes.size();) {
@@ -17,11 +16,16 @@ inline std::vector<std::string> LinesOf(const std::string& bytes) {
         std::string line = bytes.substr(start, end - start);
         if (end != std::string::npos && !line.empty() && line.back() == '\r')
             line.pop_back();
-        std::replace(line.begin(), line.end(), '\0', ' ');
         lines.push_back(line);
         start = end == std::string::npos ? bytes.size() : end + 1;
     }
     return lines;
+}
+
+/// The same of a table that has been written anew since: with blanks for NULs.
+inline std::vector<std::string> RewrittenLinesOf(std::string bytes) {
+    std::replace(bytes.begin(), bytes.end(), '\0', ' ');
+    return LinesOf(bytes);
 }
 
 } // namespace fuzz

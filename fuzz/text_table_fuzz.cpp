@@ -51,7 +51,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t cou
     const auto work = [&](fuzz::Technician&) {
         fuzz::LookAtTable(FullName);
         fuzz::Must(place.Bytes(Name) == table, "a table that was only looked at has changed");
-        Edit(place, fuzz::LinesOf(table));
+        Edit(place, fuzz::RewrittenLinesOf(table));
     };
     fuzz::Run(place, 0, [&] { place.Put(Name, table); }, work, {});
     return 0;

@@ -66,10 +66,7 @@ int WindowEnd::Over(const ProgramOver& over) {
     sigset_t all;
     sigfillset(&all);
     sigprocmask(SIG_UNBLOCK, &all, nullptr); // there is nothing left to be saved
-    QString state = QStringLiteral("Every file is as the last completed save left it.");
-    if (!unsaved.empty())
-        state += QStringLiteral(" On the screen: %1.").arg(QString::fromStdString(unsaved));
-    message.setInformativeText(state);
+    message.setInformativeText(QString::fromStdString(platform::device::StateWords()));
     Only = nullptr; // nor when the display goes under this box
     message.exec();
     return start::StatusFailure;

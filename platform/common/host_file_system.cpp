@@ -71,6 +71,12 @@ ErrorNumber HostFileSystem::Entry(const Text& fullName, LastLink lastLink, FileE
     return Paths.Entry(fullName, lastLink, entry);
 }
 
+/// Of a file, and of where it is to go.
+ErrorNumber HostFileSystem::Entries(const Text& source, const Text& destination, FileEntry& from, FileEntry& to) const {
+    const ErrorNumber error = Entry(source, LastLink::Follow, from);
+    return error == NoError ? Entry(destination, LastLink::Follow, to) : error;
+}
+
 /// What can't be looked at may be there.
 bool HostFileSystem::MayBeThere(const Text& fullName) const {
     FileEntry entry;
@@ -90,9 +96,7 @@ ErrorNumber HostFileSystem::CopyFile(const Text& source, const Text& destination
     return FoundAnew([&] {
         FileEntry from;
         FileEntry to;
-        if (const ErrorNumber error = Entry(source, LastLink::Follow, from); error != NoError)
-            return error;
-        if (const ErrorNumber error = Entry(destination, LastLink::Follow, to); error != NoError)
+        if (const ErrorNumber error = Entries(source, destination, from, to); error != NoError)
             return error;
         struct stat found {};
         const ErrorNumber there = overwrite ? FileNotFound : LookAt(to, found);
@@ -106,9 +110,7 @@ ErrorNumber HostFileSystem::MoveFile(const Text& source, const Text& destination
     return FoundAnew([&] {
         FileEntry from;
         FileEntry to;
-        if (const ErrorNumber error = Entry(source, LastLink::Follow, from); error != NoError)
-            return error;
-        const ErrorNumber error = Entry(destination, LastLink::Follow, to);
+        const ErrorNumber error = Entries(source, destination, from, to);
         return error == NoError ? MoveOver(from, std::move(to)) : error;
     });
 }

@@ -23,6 +23,7 @@ public:
 
 private:
     ErrorNumber Entry(const Text& fullName, LastLink lastLink, FileEntry& entry) const;
+    ErrorNumber Entries(const Text& source, const Text& destination, FileEntry& from, FileEntry& to) const;
     bool MayBeThere(const Text& fullName) const;
 
     PathMap Paths;

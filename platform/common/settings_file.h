@@ -18,8 +18,8 @@ namespace platform::common {
 ///     ComPort=Com3
 ///     Font=Tahoma
 ///
-///  1. It is UTF-8, one entry a line, with LF or CR LF. A byte-order mark at its start is none of the first
-///     line, and stays when a setting is saved.
+///  1. It is UTF-8, one entry a line, with LF or CR LF. A byte-order mark at its start is none of the
+///     first line, and stays when a setting is saved.
 ///  2. `[Name]` begins a section, which goes on to the next such line. The file belongs to one application, whose name
 ///     is written nowhere.
 ///  3. `Key=Value`: the key ends at the first `=`. The value is what stands behind it, literally: backslashes, quotes,

@@ -75,13 +75,14 @@ bool SqlStatement::Prepare(sqlite3* connection, const char* sql) {
 }
 
 void SqlStatement::Bind(int parameter, std::int64_t number) {
-    sqlite3_bind_int64(Statement, parameter, number);
+    Looked(sqlite3_bind_int64(Statement, parameter, number));
 }
 
 void SqlStatement::Bind(int parameter, std::string_view bytes) {
-    // An empty view may have no address, and that would be bound as "no value".
-    sqlite3_bind_text64(Statement, parameter, bytes.empty() ? "" : bytes.data(), bytes.size(), SQLITE_STATIC,
-                        SQLITE_UTF8);
+    // An empty view may have no address, and that would be bound as "no value"; so would a text that there is no room
+    // for, in a database of another encoding.
+    Looked(sqlite3_bind_text64(Statement, parameter, bytes.empty() ? "" : bytes.data(), bytes.size(), SQLITE_STATIC,
+                               SQLITE_UTF8));
 }
 
 bool SqlStatement::NextRow() {

@@ -58,7 +58,7 @@ BackEnd::BackEnd(const DeviceOptions& options, Pump& pump, CommandSource& comman
       settingsFile(SettingsFor(options)), settings(settingsFile, faults), onlooker(clock, watcher),
       Connections(options.Connections != nullptr ? *options.Connections : connections) {
     const Text keptOn = settingsFile.Get(u"Quorin", u"Settings", u"StorageVolume", u"");
-    const bool inMemory = keptOn == TraitsOf(options.DeviceType).Memory; // which is never out
+    const bool inMemory = TraitsOf(options.DeviceType).IsMemory(keptOn); // which is never out
     volumes.MakeFolders(inMemory ? Text() : keptOn);
     faults.NotStored = [this](const Text& setting, ErrorNumber error) { onlooker.NotSaved(setting, ErrorText(error)); };
     common::RightsLost = [this](const std::string& file) {

@@ -34,6 +34,8 @@ std::string OneLine(const Text& text) {
 
 std::string RowForPeople() {
     const auto& table = modFileSystem::Table;
+    if (table.TableRowIndex < 1) // its file could not be made
+        return "the record of " + ToBytes(table.TableName);
     return "row " + std::to_string(table.TableRowIndex) + " of " + ToBytes(table.TableName);
 }
 
@@ -114,6 +116,12 @@ std::string Ending::Words() const {
     if (Undecoded > 0)
         words += "; " + std::to_string(Undecoded) + " characters of the instrument were not decoded";
     return words;
+}
+
+std::string StateWords() {
+    const std::string unsaved = UnsavedRecordWords();
+    const std::string state = "Every file is as the last completed save left it.";
+    return unsaved.empty() ? state : state + " What is on the screen is lost: " + unsaved + ".";
 }
 
 std::string UnsavedRecordWords() {

@@ -43,5 +43,7 @@ private:
 /// For when the program is over and nobody has ended it in good order: which record on the screen is not in its file.
 /// Empty where that is none.
 std::string UnsavedRecordWords();
+/// For whom a failure has stopped: what has become of the files, and of that record.
+std::string StateWords();
 
 } // namespace platform::device

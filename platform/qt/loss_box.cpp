@@ -6,7 +6,7 @@
 namespace platform::qt {
 
 void LossBox::Say(const QString& text) {
-    if (IsOpen) {
+    if (OfForm.OfWindowStands) {
         if (Box->text() != text)
             Box->setText(text);
         return;
@@ -22,12 +22,12 @@ void LossBox::Say(const QString& text) {
     Box->setStandardButtons(QMessageBox::Ok);
     Box->setWindowModality(Qt::ApplicationModal);
     QObject::connect(Box.get(), &QMessageBox::finished, [this] {
-        IsOpen = OfForm.OfWindowStands = false;
+        OfForm.OfWindowStands = false;
         if (OfForm.Leaving)
             OfForm.Leaving();
         Seen();
     });
-    IsOpen = OfForm.OfWindowStands = true;
+    OfForm.OfWindowStands = true;
     Box->show();
 }
 

@@ -22,7 +22,7 @@ public:
     /// Opens the box, or puts this text into the one that stands.
     void Say(const QString& text);
     /// The box, while it stands.
-    QMessageBox* Dialog() const { return IsOpen ? Box.get() : nullptr; }
+    QMessageBox* Dialog() const { return OfForm.OfWindowStands ? Box.get() : nullptr; }
 
 private:
     QtBoxes& OfForm;
@@ -30,7 +30,6 @@ private:
     std::function<void()> Seen;
     std::unique_ptr<QMessageBox>
         Box; ///< one that was closed is in the middle of its own event: it stays until the next
-    bool IsOpen = false;
 };
 
 } // namespace platform::qt

@@ -142,8 +142,9 @@ void SaveRecordFromGrid() {
     }
     Device().txtInputField.Commit();
     modPDAUI::ShowBusy(true);
-    TellWhatHasNoField(TextsOfGrid());
-    SaveTexts(TextsOfGrid());
+    const std::vector<Text> texts = TextsOfGrid();
+    TellWhatHasNoField(texts);
+    SaveTexts(texts);
     modPDAUI::ShowBusy(false);
 }
 

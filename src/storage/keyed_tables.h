@@ -65,8 +65,8 @@ void SetField(const Text& column, const Text& value);
 /// A text table that another program has changed meanwhile, by a rename or in place, is taken up as it is now: its rows
 /// are counted anew, and the row goes to its place by number. Where the columns are others, or the line there is not
 /// the one that was loaded, the row is kept in a scratch file and the table stays as it is. A save that fails is told,
-/// as is a row that could not be added or deleted. Where another program
-/// keeps a line database locked the row in memory stays, with RecordDirty, for the next save.
+/// as is a row that could not be added or deleted. Where another program keeps a line database locked the row in memory
+/// stays, with RecordDirty, for the next save.
 void SaveRow();
 /// Adds a blank row that takes this number and is the current one then; -1 puts it at the end. False where that can't
 /// be done: the table and its current row are as they were, and nothing may be set in the place of the missing row.

@@ -40,9 +40,9 @@ void DropEnding(Text& name) {
 
 /// A device's memory holds databases alone and its cards text files alone; on a device without one the ending tells.
 void ChooseBackEnd(FileHandle& handle) {
-    const TextView memory = platform::Traits().Memory;
-    const bool isMemory = !memory.empty() && handle.path == memory;
-    if (!memory.empty() && !isMemory && EndsInPdb(handle.name)) {
+    const platform::DeviceTraits& traits = platform::Traits();
+    const bool isMemory = traits.IsMemory(handle.path);
+    if (!traits.Memory.empty() && !isMemory && EndsInPdb(handle.name)) {
         DropEnding(handle.name);
         handle.name += TextEnding;
     }

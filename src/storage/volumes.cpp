@@ -58,13 +58,8 @@ Text FolderOfDevice(const Text& volume) {
     return Text(other ? traits.DataFolderOnC : traits.DataFolder);
 }
 
-bool IsMemory(const Text& volume) {
-    const TextView memory = platform::Traits().Memory;
-    return !memory.empty() && volume == memory;
-}
-
 Text PathOn(const Text& volume, const Text& application) {
-    if (IsMemory(volume) || application.empty())
+    if (platform::Traits().IsMemory(volume) || application.empty())
         return volume;
     return volume + FolderOfDevice(volume) + application + u"\\";
 }

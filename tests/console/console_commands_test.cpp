@@ -246,6 +246,15 @@ TEST_F(Console, SaysAtTheEndOfItsInputWhichRecordIsLost) {
     EXPECT_EQ(Tell(Joined({OpenTheDownload, {"tap 0 1", "set 13", "nonsense"}}), {"--strict"}).Errors, lost);
 }
 
+TEST_F(Console, NamesALostRecordThatHasNoFileByItsDownload) {
+    std::filesystem::remove(Root.Path() / "Quorin/qrn0001.txt");
+    std::filesystem::create_directory(Root.Path() / "Quorin/qrn0001.txt");
+    const std::string reading = R"(receive "[BLob]\r\n[RESULT_TYPE \"Moisture\"]\r\n[RESULT_VALUE \"2\"]\r\n)"
+                                R"([RESULT_UNIT \"%\"]\r\n[/BLob]\r\n")";
+    const Outcome run = Tell(Joined({OpenTheDownload, {"tick 1000", reading, "tick 1100"}}));
+    EXPECT_THAT(run.Errors, testing::EndsWith("\nquorin-console: the record of qrn0001.txt was NOT saved\n"));
+}
+
 /// Not even in the root folder, which is no volume of such a device.
 TEST_F(Console, MakesNoFileWhereNoVolumeCanBeUsedAndTellsIt) {
     for (const char* device : {"1", "3", "6", "9", "12"}) {

@@ -126,12 +126,22 @@ TEST_F(EndOfTheProgram, SaysWhatCouldNotBeSaved) {
 TEST_F(EndOfTheProgram, NamesARecordThatIsNotInItsFile) {
     std::string before;
     std::string after;
-    Program.Steps.push_back([&] { before = platform::device::UnsavedRecordWords(); });
+    std::string stateBefore;
+    std::string stateAfter;
+    Program.Steps.push_back([&] {
+        before = platform::device::UnsavedRecordWords();
+        stateBefore = platform::device::StateWords();
+    });
     WillPutAValue();
-    Program.Steps.push_back([&] { after = platform::device::UnsavedRecordWords(); });
+    Program.Steps.push_back([&] {
+        after = platform::device::UnsavedRecordWords();
+        stateAfter = platform::device::StateWords();
+    });
     EndThere();
     EXPECT_EQ(before, "");
     EXPECT_EQ(after, "row 1 of qrn0001.txt was NOT saved");
+    EXPECT_EQ(stateBefore, "Every file is as the last completed save left it.");
+    EXPECT_EQ(stateAfter, stateBefore + " What is on the screen is lost: " + after + ".");
     EXPECT_EQ(platform::device::UnsavedRecordWords(), "") << "once it is saved";
 }
 

@@ -53,7 +53,8 @@ struct DeviceTraits {
     // Storage
     TextView OnlyVolume = {}; ///< the one volume, which is not looked for; empty: those that the platform lists
     TextView Memory = {};     ///< the volume that holds line databases alone, all others text files alone; empty: none
-    TextView DataFolder = {}; ///< between the volume and the application's folder
+    bool IsMemory(TextView volume) const { return !Memory.empty() && volume == Memory; }
+    TextView DataFolder = {};    ///< between the volume and the application's folder
     TextView DataFolderOnC = {}; ///< the same on drive C:; empty: no other one
 
     // The link
