@@ -127,6 +127,13 @@ Notice FolderReplaced(const Text& folder, const Text& instead, platform::ErrorNu
             Until::Tapped};
 }
 
+Notice ListIncomplete(const std::vector<platform::Unlisted>& unlisted) {
+    Text words;
+    for (const platform::Unlisted& each : unlisted)
+        words += u"Can't read " + each.Name + u" for the list: " + platform::ErrorText(each.Why) + u". ";
+    return {AboutList, Severity::Warning, words + u"Tap here when you have read it.", Until::Tapped};
+}
+
 Notice RightsNotKept(const Text& file) {
     return {AboutRights, Severity::Warning,
             file +

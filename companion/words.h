@@ -18,6 +18,7 @@ inline const Text AboutLinkOff = u"linkoff";
 inline const Text AboutLinkOn = u"linkon";
 inline const Text AboutLock = u"lock";
 inline const Text AboutFolder = u"folder";
+inline const Text AboutList = u"list";
 inline const Text AboutRights = u"rights";
 inline const Text AboutPort = u"port";
 
@@ -45,6 +46,8 @@ Notice PortEndsProgram(const Text& why);
 Notice NobodyKeepsAway(const Text& why);
 /// Files are elsewhere than they should be: in `instead`, or nowhere where that is empty.
 Notice FolderReplaced(const Text& folder, const Text& instead, platform::ErrorNumber why);
+/// A list of files lacks these, which can't be read.
+Notice ListIncomplete(const std::vector<platform::Unlisted>& unlisted);
 /// A file that was written anew could not keep all of its rights.
 Notice RightsNotKept(const Text& file);
 

@@ -96,6 +96,7 @@ public:
     ErrorNumber EndBatch(DatabaseId database) override;
 
     Text FirstDatabase(std::int32_t typeCode, std::int32_t creatorCode) override;
+    const std::vector<Unlisted>& UnreadDatabases() const override { return Inner.UnreadDatabases(); }
     Text NextDatabase() override { return Inner.NextDatabase(); }
 
 private:

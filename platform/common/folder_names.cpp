@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <dirent.h>
 #include <fcntl.h>
 #include <memory>
@@ -30,25 +31,33 @@ OpenedFolder Opened(int folder, const std::string& name) {
     return OpenedFolder(opened < 0 ? nullptr : ::fdopendir(opened));
 }
 
-std::vector<std::string> NamesInOpened(const OpenedFolder& opened) {
-    std::vector<std::string> names;
-    while (const dirent* entry = opened ? ::readdir(opened.get()) : nullptr) {
+/// Reads the names of a folder whose opening has just been tried.
+ErrorNumber ReadOpened(const OpenedFolder& opened, std::vector<std::string>& names) {
+    names.clear();
+    if (!opened)
+        return FromErrno(errno);
+    errno = 0;
+    while (const dirent* entry = ::readdir(opened.get())) {
         const std::string name = entry->d_name;
         if (name != "." && name != "..")
             names.push_back(name);
+        errno = 0; // the end of the folder and a failure differ by this alone
     }
+    const ErrorNumber error = FromErrno(errno);
     std::sort(names.begin(), names.end());
-    return names;
+    return error;
 }
 
 } // namespace
 
 std::vector<std::string> NamesIn(const std::string& folder) {
-    return NamesInOpened(Opened(AT_FDCWD, folder));
+    std::vector<std::string> names;
+    static_cast<void>(ReadOpened(Opened(AT_FDCWD, folder), names));
+    return names;
 }
 
-std::vector<std::string> NamesIn(const Descriptor& folder) {
-    return NamesInOpened(Opened(folder.Number(), "."));
+ErrorNumber ReadNames(const Descriptor& folder, std::vector<std::string>& names) {
+    return ReadOpened(Opened(folder.Number(), "."), names);
 }
 
 std::string NameOf(const std::string& path) {

@@ -10,7 +10,8 @@ namespace platform::common {
 
 /// The names in a folder in the order of their bytes, without `.` and `..`. None of a folder that can't be read.
 std::vector<std::string> NamesIn(const std::string& folder);
-std::vector<std::string> NamesIn(const Descriptor& folder);
+/// The same of an open folder. On failure `names` holds those that were read before it.
+ErrorNumber ReadNames(const Descriptor& folder, std::vector<std::string>& names);
 
 /// The last part of a path.
 std::string NameOf(const std::string& path);

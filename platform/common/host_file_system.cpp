@@ -18,7 +18,8 @@ public:
         : Paths(paths), Prefix(std::move(prefix)), Opened(std::move(opened)) {}
 
     Text FirstFile(std::int32_t) override {
-        Names = NamesIn(Opened);
+        Failure = NoError;
+        Note(ReadNames(Opened, Names));
         Next = 0;
         return NextFile();
     }
@@ -32,16 +33,27 @@ public:
         return {};
     }
 
+    ErrorNumber WalkError() const override { return Failure; }
+
 private:
     /// A hidden name is not listed, nor one of the host that no path of the device can mean, as with a backslash.
-    bool IsListed(const std::string& name, Text& fullName) const {
+    bool IsListed(const std::string& name, Text& fullName) {
         if (name[0] == '.' || name.find('\\') != std::string::npos)
             return false;
         fullName = Prefix + modStringTools::FromBytes(name);
         FileEntry entry;
         struct stat found {};
-        return Paths.Entry(fullName, LastLink::Follow, entry) == NoError && LookAt(entry, found) == NoError &&
-               S_ISREG(found.st_mode);
+        ErrorNumber error = Paths.Entry(fullName, LastLink::Follow, entry);
+        if (error == NoError)
+            error = LookAt(entry, found);
+        Note(error);
+        return error == NoError && S_ISREG(found.st_mode);
+    }
+
+    /// What has gone since, or leads out of the storage, is not there.
+    void Note(ErrorNumber error) {
+        if (Failure == NoError && !IsMissing(error))
+            Failure = error;
     }
 
     PathMap Paths;
@@ -49,6 +61,7 @@ private:
     Descriptor Opened;
     std::vector<std::string> Names;
     std::size_t Next = 0;
+    ErrorNumber Failure = NoError;
 };
 
 } // namespace

@@ -242,24 +242,38 @@ void LineDatabase::EndReading(DatabaseId database) {
         table->EndReading();
 }
 
+void LineDatabase::NoteUnread(const Text& name, ErrorNumber error) {
+    if (error != NoError && !IsMissing(error))
+        Unread.push_back({name, error});
+}
+
+bool LineDatabase::HasCodes(const Text& name, std::int32_t typeCode, std::int32_t creatorCode) {
+    FileEntry file;
+    Place ignored;
+    std::unique_ptr<LineTable> table;
+    ErrorNumber error = FindFile(name, file, ignored);
+    if (error == NoError)
+        table = LineTable::Open(std::move(file), false, Patience, error);
+    NoteUnread(name, error);
+    return table && CodeFits(typeCode, table->Codes().TypeCode) && CodeFits(creatorCode, table->Codes().CreatorCode);
+}
+
 Text LineDatabase::FirstDatabase(std::int32_t typeCode, std::int32_t creatorCode) {
     Names.clear();
+    Unread.clear();
     NextName = 0;
     HostFileSystem files(Paths);
     std::unique_ptr<Folder> folder;
-    if (files.OpenFolder(DatabaseFolder, false, folder) != NoError)
+    if (const ErrorNumber error = files.OpenFolder(DatabaseFolder, false, folder); error != NoError) {
+        NoteUnread({}, error);
         return {};
+    }
     for (Text full = folder->FirstFile(0); !full.empty(); full = folder->NextFile()) {
         const Text name = NameFromFile(full);
-        FileEntry file;
-        Place ignoredPlace;
-        if (name.empty() || FindFile(name, file, ignoredPlace) != NoError)
-            continue;
-        ErrorNumber ignored = NoError;
-        const auto table = LineTable::Open(std::move(file), false, Patience, ignored);
-        if (table && CodeFits(typeCode, table->Codes().TypeCode) && CodeFits(creatorCode, table->Codes().CreatorCode))
+        if (!name.empty() && HasCodes(name, typeCode, creatorCode))
             Names.push_back(name);
     }
+    NoteUnread({}, folder->WalkError());
     std::sort(Names.begin(), Names.end(), BeforeInBytes); // the files' own order counts their ending in
     return NextDatabase();
 }

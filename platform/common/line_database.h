@@ -58,6 +58,7 @@ public:
 
     Text FirstDatabase(std::int32_t typeCode, std::int32_t creatorCode) override;
     Text NextDatabase() override;
+    const std::vector<Unlisted>& UnreadDatabases() const override { return Unread; }
 
 private:
     /// What a file is known by while it is open, by whatever name it was found.
@@ -76,11 +77,15 @@ private:
     ErrorNumber CheckName(DatabaseId database) const;
     DatabaseId Keep(const Text& name, Place file, std::unique_ptr<LineTable> table);
     LineTable* Find(DatabaseId database);
+    /// Whether a database has these codes, 0 being any. One that can't be read has none, and is noted.
+    bool HasCodes(const Text& name, std::int32_t typeCode, std::int32_t creatorCode);
+    void NoteUnread(const Text& name, ErrorNumber error);
 
     PathMap Paths;
     std::map<DatabaseId, OpenDatabase> OpenOnes;
     std::vector<Text> Names; ///< what the enumeration that was begun last has found
     std::size_t NextName = 0;
+    std::vector<Unlisted> Unread; ///< what that one has left out
 };
 
 } // namespace platform::common

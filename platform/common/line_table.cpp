@@ -136,8 +136,8 @@ ErrorNumber LineTable::NoteFailedRead() {
         return FailedRead;
     default:
         FailedRead = Connection.LastError();
-        if (FailedRead == InUse) // what another tool has kept from us must not count as missing later
-            FailedRead = DeviceFailed;
+        if (FailedRead == InUse) // which means that it can be done later; but a caller may have gone on without it
+            FailedRead = ReadKept;
         return FailedRead;
     }
 }

@@ -51,6 +51,10 @@ void FormOnlooker::FolderReplaced(const Text& folder, const Text& instead, Error
         notices.Raise(companion::FolderReplaced(folder, instead, why));
 }
 
+void FormOnlooker::ListIncomplete(const std::vector<Unlisted>& unlisted) {
+    notices.Raise(companion::ListIncomplete(unlisted));
+}
+
 void FormOnlooker::DeliveryStays(const Text& fullName, ErrorNumber why) {
     notices.Raise(companion::DeliveryStays(fullName, why));
 }

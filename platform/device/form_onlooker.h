@@ -27,6 +27,7 @@ public:
     void ReadingWaits(const DateTime& since) override;
     void FolderReplaced(const Text& folder, const Text& instead,
                         ErrorNumber why) override; ///< tells once a run of each
+    void ListIncomplete(const std::vector<Unlisted>& unlisted) override;
     void DeliveryStays(const Text& fullName, ErrorNumber why) override;
     void DeliveryKept(const Text& fullName, ErrorNumber why) override;
     void MailboxClear() override;

@@ -75,10 +75,14 @@ void TellReplaced(const Text& path, const Text& volume, platform::ErrorNumber wh
 
 void ListFolder(const Text& path) {
     std::unique_ptr<platform::Folder> folder;
-    if (Device().fileSystem.OpenFolder(path, false, folder) != platform::NoError)
-        return;
-    for (Text name = folder->FirstFile(0); !name.empty(); name = folder->NextFile())
-        Storage.FileList.push_back(name);
+    auto error = Device().fileSystem.OpenFolder(path, false, folder);
+    if (error == platform::NoError) {
+        for (Text name = folder->FirstFile(0); !name.empty(); name = folder->NextFile())
+            Storage.FileList.push_back(name);
+        error = folder->WalkError();
+    }
+    if (error != platform::NoError && !platform::IsMissing(error))
+        Device().onlooker.ListIncomplete({{path, error}});
 }
 
 void ListDatabases(const Text& fileType, const Text& creator) {
@@ -87,6 +91,11 @@ void ListDatabases(const Text& fileType, const Text& creator) {
     const std::int32_t creatorCode = creator.empty() ? 0 : PackCode(creator);
     for (Text name = databases.FirstDatabase(typeCode, creatorCode); !name.empty(); name = databases.NextDatabase())
         Storage.FileList.push_back(Text(platform::Traits().Memory) + name);
+    std::vector<platform::Unlisted> unlisted = databases.UnreadDatabases();
+    for (platform::Unlisted& each : unlisted)
+        each.Name = Text(platform::Traits().Memory) + each.Name;
+    if (!unlisted.empty())
+        Device().onlooker.ListIncomplete(unlisted);
 }
 
 } // namespace

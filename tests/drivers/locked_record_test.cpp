@@ -2,10 +2,9 @@
 // A record on screen whose line database another program reads or locks.
 #include "drivers/record_editor.h"
 #include "storage/keyed_tables.h"
+#include "tests/support/other_tool.h"
 #include "tests/support/program.h"
 #include "view/display_state.h"
-
-#include <sqlite3.h>
 
 namespace modQuorin {
 namespace {
@@ -26,22 +25,16 @@ protected:
         }
         GotoRow(2);
         ShowRecord();
-        sqlite3_open((Device.Folder.Path() / "Databases" / "test.sqlite").c_str(), &Tool);
+        Tool.Open(Device.Folder.Path() / "Databases" / "test.sqlite");
         Patience().Longest = std::chrono::milliseconds(50);
     }
-    ~LockedRecord() override {
-        CloseTable();
-        sqlite3_close(Tool);
-    }
+    ~LockedRecord() override { CloseTable(); }
 
     platform::common::LockWait& Patience() { return Device.Platform.hostDatabases.Patience; }
-    void Lock() { TheTool("BEGIN EXCLUSIVE"); }
-    void Read() { TheTool(R"(BEGIN; SELECT * FROM "TEXT")"); }
     void LetGo() {
-        TheTool("ROLLBACK");
+        Tool.LetGo();
         Patience().Renew();
     }
-    void TheTool(const char* sql) { ASSERT_EQ(sqlite3_exec(Tool, sql, nullptr, nullptr, nullptr), SQLITE_OK) << sql; }
     void Reading() {
         Device.Main().SetCell(1, 1, u"23.4");
         Table.RecordDirty = true;
@@ -55,14 +48,14 @@ protected:
 
     const Told OneFailure = {{u"test", u"another program is using it"}};
     const std::vector<Text> OldRows = {u"one|", u"two|", u"three|"};
-    sqlite3* Tool = nullptr;
+    support::OtherTool Tool;
 };
 
 class RecordCommandsUnderALock : public LockedRecord, public testing::WithParamInterface<const char16_t*> {};
 
 TEST_P(RecordCommandsUnderALock, LeaveTheRecordOnTheScreenAndSaveItOnceTheLockIsGone) {
     Reading();
-    Lock();
+    Tool.Lock();
     RecordCommand(GetParam());
     EXPECT_EQ(Device.Did.Unsaved, OneFailure);
     EXPECT_EQ(Column(1), (std::vector<Text>{u"two", u"23.4"}));
@@ -84,7 +77,7 @@ class RecordCommandsWithoutAChange : public LockedRecord, public testing::WithPa
 TEST_P(RecordCommandsWithoutAChange, LeaveTheRecordOnTheScreenWhileItIsLocked) {
     Device.WillAnswer(platform::BoxAnswer::Yes);
     Device.WillAnswer(platform::BoxAnswer::Yes);
-    Lock();
+    Tool.Lock();
     RecordCommand(GetParam());
     EXPECT_EQ(Column(1), (std::vector<Text>{u"two", u""}));
     EXPECT_EQ(TitleCell(1), u"2/3");
@@ -100,31 +93,41 @@ INSTANTIATE_TEST_SUITE_P(All, RecordCommandsWithoutAChange,
 
 TEST_F(LockedRecord, ThatAReaderKeepsFromBeingSavedIsToldAndIsWhatTheFileHolds) {
     Reading();
-    Read();
+    Tool.Read();
     SaveRecordFromGrid();
     EXPECT_EQ(Device.Did.Unsaved, OneFailure);
     EXPECT_EQ(GetField(u"MOISTURE"), u"");
     EXPECT_FALSE(Table.RecordDirty);
-    TheTool("ROLLBACK");
+    Tool.LetGo();
     EXPECT_EQ(Rows(), OldRows);
 }
 
 TEST_F(LockedRecord, ThatIsLeftIsTold) {
     Reading();
-    Lock();
+    Tool.Lock();
     LeaveRecord();
     EXPECT_EQ(Device.Did.Unsaved, OneFailure);
 }
 
 /// A row that a walk left out would be taken for missing, and made a second time.
 TEST_F(LockedRecord, StopsAWalkOverTheTable) {
-    Lock();
+    Tool.Lock();
     EXPECT_THROW(FindRow(u"Place=three"), platform::device::ProgramOver);
+}
+
+/// Of a line that the lock has kept from us nobody knows what it held, also after the lock is gone.
+TEST_F(LockedRecord, ThatIsReadWithoutAWaitStopsTheProgramWhichNamesTheLock) {
+    Tool.Lock();
+    std::int32_t line = 2;
+    const Text failure = support::FailureOf([&] { ReadFileLine(Table.TableFile, line); });
+    EXPECT_EQ(failure, u"Can't read .\\Quorin\\test: another program is using it");
+    Tool.LetGo();
+    EXPECT_EQ(support::FailureOf([&] { FileLineCount(Table.TableFile); }), failure);
 }
 
 TEST_F(LockedRecord, StopsAnOpening) {
     CloseTable();
-    Lock();
+    Tool.Lock();
     EXPECT_THROW(OpenTable(u".\\Quorin\\test.pdb", u"r", u"TEXT", u"QVRN"), platform::device::ProgramOver);
 }
 
@@ -132,7 +135,7 @@ TEST_F(LockedRecord, StopsAnOpening) {
 TEST_F(LockedRecord, IsWaitedForWithoutAnEventAndWithoutASleepOfTheDevice) {
     frmQuorin::Form.lastTimerEvent = -1000;
     Reading();
-    Lock();
+    Tool.Lock();
     int boxes = 0;
     Patience().Waiting = [&] { boxes += Device.Platform.boxes.Current() != nullptr ? 1 : 0; };
     RecordCommand(u"NEXT");

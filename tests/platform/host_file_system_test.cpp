@@ -27,6 +27,7 @@ protected:
         std::vector<Text> names;
         for (Text name = folder ? folder->FirstFile(0) : Text(); !name.empty(); name = folder->NextFile())
             names.push_back(name);
+        WalkError = folder ? folder->WalkError() : NoError;
         return names;
     }
 
@@ -44,6 +45,7 @@ protected:
     TemporaryRoot Root;
     TemporaryRoot Elsewhere;
     HostFileSystem Files{PathMap(Root.Path())};
+    ErrorNumber WalkError = NoError; ///< of the last listing
 };
 
 TEST_F(HostFiles, ListsALinkToAFileInsideAndNoneThatLeadsOutside) {
@@ -56,6 +58,38 @@ TEST_F(HostFiles, ListsALinkToAFileInsideAndNoneThatLeadsOutside) {
     Root.Link("../real", "list/folder");
     Root.Link(Root.Path("real/x.txt"), "list/absolute.txt");
     EXPECT_THAT(Listing(u".\\list\\"), ElementsAre(u".\\list\\inside.txt"));
+    EXPECT_EQ(WalkError, NoError) << "what is not there is not missing";
+}
+
+TEST_F(HostFiles, SaysOfAFolderThatCantBeReadThatItsListIsNotWhole) {
+    Root.Put("list/x.txt", "");
+    chmod(Root.Path().c_str(), 0711);
+    chmod(Root.Path("list").c_str(), 0111);
+    {
+        const OrdinaryUser user;
+        EXPECT_THAT(Listing(u".\\list\\"), ElementsAre());
+        EXPECT_EQ(WalkError, PermissionDenied);
+    }
+    chmod(Root.Path("list").c_str(), 0755);
+    const OrdinaryUser user;
+    EXPECT_THAT(Listing(u".\\list\\"), ElementsAre(u".\\list\\x.txt"));
+    EXPECT_EQ(WalkError, NoError);
+}
+
+TEST_F(HostFiles, SaysOfAFileThatCantBeLookedAtThatTheListIsNotWhole) {
+    Root.Put("kept/y.txt", "");
+    Root.Put("list/x.txt", "");
+    Root.Put("list/z.txt", "");
+    Root.Link("../kept/y.txt", "list/y.txt");
+    chmod(Root.Path().c_str(), 0711);
+    chmod(Root.Path("list").c_str(), 0755);
+    chmod(Root.Path("kept").c_str(), 0600);
+    {
+        const OrdinaryUser user;
+        EXPECT_THAT(Listing(u".\\list\\"), ElementsAre(u".\\list\\x.txt", u".\\list\\z.txt"));
+        EXPECT_EQ(WalkError, PermissionDenied);
+    }
+    chmod(Root.Path("kept").c_str(), 0700);
 }
 
 TEST_F(HostFiles, ListsNoNameThatADevicePathCannotMean) {

@@ -4,11 +4,12 @@
 
 #include "full_disk.h"
 #include "temporary_root.h"
+#include "tests/support/ordinary_user.h"
+#include "tests/support/other_tool.h"
 
 #include <chrono>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <sqlite3.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -36,19 +37,7 @@ protected:
 
     /// Every row of a statement that another program runs, its columns joined by `|`.
     std::vector<std::string> Outside(const std::string& name, const char* query) const {
-        sqlite3* file = nullptr;
-        std::vector<std::string> rows;
-        const auto collect = [](void* to, int columns, char** values, char**) {
-            std::string row;
-            for (int i = 0; i < columns; ++i)
-                row += (i > 0 ? "|" : "") + std::string(values[i] ? values[i] : "NULL");
-            static_cast<std::vector<std::string>*>(to)->push_back(row);
-            return 0;
-        };
-        sqlite3_open_v2(Root.Path(name).c_str(), &file, SQLITE_OPEN_READWRITE, nullptr);
-        EXPECT_EQ(sqlite3_exec(file, query, collect, &rows, nullptr), SQLITE_OK) << sqlite3_errmsg(file);
-        sqlite3_close(file);
-        return rows;
+        return support::OtherTool(Root.Path(name)).Do(query);
     }
 
     std::int32_t CountAnew(const Text& name) {
@@ -107,12 +96,47 @@ TEST_F(LineDatabaseFile, TakesAFileOfAnotherKindForNoDatabase) {
     EXPECT_EQ(Root.Bytes("Databases/text.sqlite").substr(0, 14), "this is a text");
 }
 
+TEST_F(LineDatabaseFile, ThatCantBeReadIsMissingInAListAndNamed) {
+    Databases.Close(Made(u"b"));
+    for (const char16_t* name : {u"a", u"c"})
+        Databases.Close(Made(name));
+    support::OtherTool tool(Root.Path("Databases/a.sqlite"));
+    tool.Lock();
+    Root.Put("Databases/text.sqlite", "this is a text, long enough to be looked at as the head of a database file");
+    Root.Put("Databases/empty.sqlite", "");
+    Databases.Patience.Longest = {};
+    EXPECT_EQ(Databases.FirstDatabase(1, 2), u"b");
+    EXPECT_EQ(Databases.NextDatabase(), u"c");
+    EXPECT_EQ(Databases.NextDatabase(), u"");
+    EXPECT_THAT(Databases.UnreadDatabases(), ElementsAre(Unlisted{u"a", InUse}, Unlisted{u"text", Damaged}));
+    tool.LetGo();
+    std::filesystem::remove(Root.Path("Databases/text.sqlite"));
+    EXPECT_EQ(Databases.FirstDatabase(1, 2), u"a");
+    EXPECT_THAT(Databases.UnreadDatabases(), testing::IsEmpty());
+}
+
+TEST_F(LineDatabaseFile, InAFolderThatCantBeReadIsMissingInAListAsAreAll) {
+    Databases.Close(Made(u"drivers"));
+    ::chmod(Root.Path().c_str(), 0711);
+    ::chmod(Root.Path("Databases").c_str(), 0111);
+    {
+        const OrdinaryUser somebody;
+        EXPECT_EQ(Databases.FirstDatabase(0, 0), u"");
+        EXPECT_THAT(Databases.UnreadDatabases(), ElementsAre(Unlisted{u"", PermissionDenied}));
+    }
+    ::chmod(Root.Path().c_str(), 0600); // the folder can't be opened at all
+    {
+        const OrdinaryUser somebody;
+        EXPECT_EQ(Databases.FirstDatabase(0, 0), u"");
+        EXPECT_THAT(Databases.UnreadDatabases(), ElementsAre(Unlisted{u"", PermissionDenied}));
+    }
+    ::chmod(Root.Path().c_str(), 0700);
+    ::chmod(Root.Path("Databases").c_str(), 0700);
+}
+
 TEST_F(LineDatabaseFile, OfAnotherProgramIsNoLineDatabase) {
-    sqlite3* other = nullptr;
     std::filesystem::create_directory(Root.Path("Databases"));
-    ASSERT_EQ(sqlite3_open(Root.Path("Databases/other.sqlite").c_str(), &other), SQLITE_OK);
-    ASSERT_EQ(sqlite3_exec(other, "CREATE TABLE Songs(Name TEXT)", nullptr, nullptr, nullptr), SQLITE_OK);
-    sqlite3_close(other);
+    Outside("Databases/other.sqlite", "CREATE TABLE Songs(Name TEXT)");
     EXPECT_EQ(Databases.Open(u"other", ModeReadWrite).Id, 0);
     EXPECT_EQ(Databases.Create(u"other", 1, 2).Id, 0);
     EXPECT_THAT(Outside("Databases/other.sqlite", "SELECT name FROM sqlite_master"), ElementsAre("Songs"));
@@ -280,14 +304,13 @@ TEST_F(LineDatabaseFile, TakesNoMoreOfABatchThatTheFullDiskHasBroken) {
 TEST_F(LineDatabaseFile, LosesABatchThatAReaderDoesNotLetEnd) {
     const DatabaseId id = Made(u"drivers");
     ASSERT_TRUE(Append(id, u"one"));
-    sqlite3* reader = nullptr;
-    ASSERT_EQ(sqlite3_open(Root.Path("Databases/drivers.sqlite").c_str(), &reader), SQLITE_OK);
-    ASSERT_EQ(sqlite3_exec(reader, R"(BEGIN; SELECT * FROM "TEXT")", nullptr, nullptr, nullptr), SQLITE_OK);
+    support::OtherTool reader(Root.Path("Databases/drivers.sqlite"));
+    reader.Read();
     ASSERT_EQ(Databases.BeginBatch(id), NoError);
     ASSERT_TRUE(Append(id, u"two"));
     EXPECT_EQ(Databases.EndBatch(id), InUse);
     EXPECT_EQ(Databases.RecordCount(id), 1);
-    sqlite3_close(reader);
+    reader.Close();
     EXPECT_TRUE(Append(id, u"three"));
     EXPECT_EQ(CountAnew(u"drivers"), 2);
 }
@@ -296,15 +319,14 @@ TEST_F(LineDatabaseFile, LosesABatchThatAReaderDoesNotLetEnd) {
 TEST_F(LineDatabaseFile, ThatAnotherToolKeptFromUsOnceCountsNoMore) {
     const DatabaseId id = Made(u"drivers");
     ASSERT_TRUE(Append(id, u"one"));
-    sqlite3* tool = nullptr;
-    ASSERT_EQ(sqlite3_open(Root.Path("Databases/drivers.sqlite").c_str(), &tool), SQLITE_OK);
-    ASSERT_EQ(sqlite3_exec(tool, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr), SQLITE_OK);
+    support::OtherTool tool(Root.Path("Databases/drivers.sqlite"));
+    tool.Lock();
     LineRecord record;
     EXPECT_FALSE(Databases.ReadRecord(id, record));
-    sqlite3_close(tool);
-    EXPECT_EQ(Databases.RecordCount(id), -DeviceFailed);
-    EXPECT_NE(Databases.FindRecord(id, 2), NoError);
-    EXPECT_NE(Databases.AddRecord(id), NoError);
+    tool.Close();
+    EXPECT_EQ(Databases.RecordCount(id), -ReadKept);
+    EXPECT_EQ(Databases.FindRecord(id, 2), ReadKept);
+    EXPECT_EQ(Databases.AddRecord(id), ReadKept);
 }
 
 TEST_F(LineDatabaseFile, IsNotMadeByHalves) {

@@ -107,6 +107,7 @@ private:
 class AnyFolder final : public Folder {
     Text FirstFile(std::int32_t) override { return {}; }
     Text NextFile() override { return {}; }
+    ErrorNumber WalkError() const override { return NoError; }
 };
 
 } // namespace

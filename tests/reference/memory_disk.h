@@ -82,6 +82,7 @@ public:
     platform::ErrorNumber EndBatch(platform::DatabaseId) override { return platform::NoError; }
     Text FirstDatabase(std::int32_t, std::int32_t) override { return {}; }
     Text NextDatabase() override { return {}; }
+    const std::vector<platform::Unlisted>& UnreadDatabases() const override { return NoneUnread; }
 
 private:
     struct OpenDatabase {
@@ -98,6 +99,7 @@ private:
 
     MemoryDisk& Disk;
     std::map<platform::DatabaseId, OpenDatabase> OpenOnes;
+    std::vector<platform::Unlisted> NoneUnread;
 };
 
 } // namespace reference

@@ -4,11 +4,14 @@
 #include "drivers/registry.h"
 #include "storage/keyed_tables.h"
 #include "storage/settings.h"
+#include "tests/support/ordinary_user.h"
+#include "tests/support/other_tool.h"
 #include "tests/support/test_device.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/resource.h>
+#include <sys/stat.h>
 
 namespace modFileSystem {
 namespace {
@@ -62,6 +65,45 @@ private:
     std::int32_t Bytes;
 };
 
+/// The device's own platform, with other volumes and another file system.
+platform::Platform With(platform::Volumes& volumes, platform::FileSystem& files) {
+    platform::Platform& old = platform::Device();
+    return {old.form,
+            old.grdTitle,
+            old.grdMain,
+            old.txtInputField,
+            old.cboInputField,
+            old.cbotxtInputField,
+            old.dteInputField,
+            old.lstHoldMenu,
+            old.lblStatus,
+            old.AFVScrollBar1,
+            old.tmrBlue,
+            old.tmrHoldEvent,
+            old.tmrMenus,
+            old.mnuButton1,
+            old.mnuButton2,
+            old.mnuButtonO1,
+            old.mnuButtonO2,
+            old.colours,
+            old.fontServer,
+            old.myCsys,
+            old.hardwareKeys,
+            old.serConnection,
+            old.connectionService,
+            old.toneMaker,
+            old.messageBox,
+            old.settings,
+            old.clock,
+            old.random,
+            old.runTime,
+            volumes,
+            files,
+            old.recordDatabase,
+            old.saveWatcher,
+            old.onlooker};
+}
+
 struct VolumeSize {
     std::int32_t Bytes;
     bool Accepted;
@@ -73,40 +115,7 @@ TEST_P(SizeOfAVolume, DecidesWhetherItCounts) {
     support::TestDevice device(DeviceWith(3, {}));
     ByteVolume volume(GetParam().Bytes);
     platform::Platform& old = platform::Device();
-    platform::Platform with{old.form,
-                            old.grdTitle,
-                            old.grdMain,
-                            old.txtInputField,
-                            old.cboInputField,
-                            old.cbotxtInputField,
-                            old.dteInputField,
-                            old.lstHoldMenu,
-                            old.lblStatus,
-                            old.AFVScrollBar1,
-                            old.tmrBlue,
-                            old.tmrHoldEvent,
-                            old.tmrMenus,
-                            old.mnuButton1,
-                            old.mnuButton2,
-                            old.mnuButtonO1,
-                            old.mnuButtonO2,
-                            old.colours,
-                            old.fontServer,
-                            old.myCsys,
-                            old.hardwareKeys,
-                            old.serConnection,
-                            old.connectionService,
-                            old.toneMaker,
-                            old.messageBox,
-                            old.settings,
-                            old.clock,
-                            old.random,
-                            old.runTime,
-                            volume,
-                            old.fileSystem,
-                            old.recordDatabase,
-                            old.saveWatcher,
-                            old.onlooker};
+    platform::Platform with = With(volume, old.fileSystem);
     platform::Install(&with);
     EnumVolumes(true);
     EXPECT_EQ(!Storage.VolumeList.empty(), GetParam().Accepted);
@@ -126,6 +135,14 @@ TEST(Volumes, OneThatCantBeReadIsPassedOver) {
     support::TestDevice device(DeviceWith(3, {{u"A:\\", std::nullopt}, {u"B:\\", 20}}));
     EnumVolumes(true);
     EXPECT_THAT(Storage.VolumeList, ElementsAre(u"B:\\"));
+}
+
+TEST(Volumes, AreLookedAtWhereNoneIsKnownAlsoWithoutForce) {
+    support::TestDevice device(DeviceWith(3, {{u"A:\\", 20}}));
+    Storage.VolumeList.clear();
+    EnumVolumes(false);
+    EXPECT_THAT(Storage.VolumeList, ElementsAre(u"A:\\"));
+    EXPECT_EQ(Storage.BestVolume, u"A:\\");
 }
 
 TEST(Volumes, AreLookedAtAgainOnlyWhenForced) {
@@ -289,7 +306,8 @@ private:
     rlimit Before{};
 };
 
-#ifndef __SANITIZE_ADDRESS__ // the sanitizers look at an object's memory through a pipe, which can't be had there either
+#ifndef __SANITIZE_ADDRESS__ // the sanitizers look at an object's memory through a pipe, which can't be had there
+                             // either
 
 /// What is kept from us just now would be taken for a missing folder, and its files made in another one.
 TEST(DataPath, FolderThatCantBeOpenedJustNowStopsTheProgram) {
@@ -332,6 +350,8 @@ TEST(DataPath, OnACardThatIsOutMakesNothing) {
     EXPECT_EQ(GetDataPath(u""), u"Card:\\"); // beneath which no file opens
     EnumVolumes(true);
     EXPECT_THAT(Storage.VolumeList, IsEmpty());
+    EXPECT_EQ(Storage.BestVolume, u"");
+    EXPECT_EQ(Storage.BestVolumeKB, 0);
     EXPECT_FALSE(device.Folder.Has("Card"));
     std::filesystem::rename(device.Folder.Path() / "away", device.Folder.Path() / "Card");
     EXPECT_EQ(GetDataPath(u""), u"Card:\\My Documents\\Quorin\\");
@@ -352,10 +372,31 @@ TEST(ListFiles, MissingFolderIsEmpty) {
     EXPECT_THAT(Storage.FileList, IsEmpty());
 }
 
+/// A file system that must not be asked for a folder.
+class NoFolders final : public platform::FileSystem {
+public:
+    platform::ErrorNumber OpenFolder(const Text&, bool, std::unique_ptr<platform::Folder>&) override {
+        ADD_FAILURE() << "a folder is asked for";
+        return platform::FileNotFound;
+    }
+    platform::ErrorNumber OpenStream(const Text&, platform::StreamMode,
+                                     std::unique_ptr<platform::TextStream>&) override {
+        return platform::FileNotFound;
+    }
+    platform::ErrorNumber CopyFile(const Text&, const Text&, bool) override { return platform::FileNotFound; }
+    platform::ErrorNumber MoveFile(const Text&, const Text&) override { return platform::FileNotFound; }
+    platform::ErrorNumber DeleteFile(const Text&) override { return platform::FileNotFound; }
+};
+
 TEST(ListFiles, EmptyFolderOnPalmIsEmptyWithoutAsking) {
     support::TestDevice device(DeviceWith(1, {{u"Device:\\", 100}}));
     Storage.FileList = {u"old"};
+    NoFolders files;
+    platform::Platform& old = platform::Device();
+    platform::Platform with = With(old.volumes, files);
+    platform::Install(&with);
     ListFiles(u"", u"TEXT", u"QVRN");
+    platform::Install(&old);
     EXPECT_THAT(Storage.FileList, IsEmpty());
 }
 
@@ -369,6 +410,48 @@ TEST(ListFiles, PalmMemoryInAnyCaseListsDatabasesOfTheTypeAndCreator) {
     EXPECT_THAT(Storage.FileList, ElementsAre(u"Device:\\ours"));
     ListFiles(u"device:\\", u"TEXT", u"");
     EXPECT_THAT(Storage.FileList, ElementsAre(u"Device:\\ours", u"Device:\\theirs"));
+}
+
+TEST(ListFiles, ThatCantReadAFolderIsTold) {
+    support::TestDevice device(DeviceWith(0, {}));
+    device.Folder.Put("Quorin/a.txt", "x");
+    ::chmod(device.Folder.Path().c_str(), 0711);
+    for (const mode_t rights : {0111U, 0000U}) { // its names are kept, or the folder itself
+        ::chmod((device.Folder.Path() / "Quorin").c_str(), rights);
+        device.Did.Warnings.clear();
+        device.Platform.onlooker.notices.Tapped();
+        const OrdinaryUser user;
+        ListFiles(u".\\Quorin\\", u"TEXT", u"QVRN");
+        EXPECT_THAT(Storage.FileList, IsEmpty());
+        EXPECT_THAT(device.Did.Warnings,
+                    ElementsAre(testing::Pair(u"list", u"Can't read .\\Quorin\\ for the list: permission denied. Tap "
+                                                       u"here when you have read it.")))
+            << rights;
+    }
+    ::chmod((device.Folder.Path() / "Quorin").c_str(), 0700);
+    ::chmod(device.Folder.Path().c_str(), 0700);
+    device.Did.Warnings.clear();
+    ListFiles(u".\\Quorin\\", u"TEXT", u"QVRN");
+    EXPECT_THAT(Storage.FileList, ElementsAre(u".\\Quorin\\a.txt"));
+    EXPECT_THAT(device.Did.Warnings, IsEmpty());
+}
+
+TEST(ListFiles, ThatCantReadADatabaseIsTold) {
+    support::TestDevice device(DeviceWith(1, {{u"Device:\\", 100}}));
+    auto& databases = platform::Device().recordDatabase;
+    for (const char16_t* name : {u"held", u"ours"})
+        databases.Close(databases.Create(name, PackCode(u"TEXT"), PackCode(u"QVRN")).Id);
+    device.Folder.Put("Databases/text.sqlite", "a text that is long enough to be looked at as the head of a database");
+    device.Platform.hostDatabases.Patience.Longest = {};
+    support::OtherTool tool(device.Folder.Path() / "Databases" / "held.sqlite");
+    tool.Lock();
+    ListFiles(u"Device:\\", u"TEXT", u"QVRN");
+    EXPECT_THAT(Storage.FileList, ElementsAre(u"Device:\\ours"));
+    EXPECT_THAT(
+        device.Did.Warnings,
+        ElementsAre(testing::Pair(u"list", u"Can't read Device:\\held for the list: another program is using it. "
+                                           u"Can't read Device:\\text for the list: it is damaged, or a file of "
+                                           u"another kind. Tap here when you have read it.")));
 }
 
 TEST(PackCode, PutsTheFirstCharacterIntoTheTopByte) {

@@ -22,6 +22,7 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(Words{FileNotFound, u"it is not there"}, Words{DeviceFailed, u"the device failed"},
                     Words{WentStale, u"the network has lost it"},
                     Words{Damaged, u"it is damaged, or a file of another kind"},
+                    Words{InUse, u"another program is using it"}, Words{ReadKept, u"another program is using it"},
                     Words{FileExists, u"it is there already"}, Words{DiskFull, u"the disk is full"},
                     Words{FileChanged, u"another program has changed it"},
                     Words{RowNotFound, u"the row is not in the file"}, Words{PathNotFound, u"its folder is gone"},
@@ -32,8 +33,8 @@ INSTANTIATE_TEST_SUITE_P(
 TEST(AMissingFile, IsOneThatIsNotThereOrCanNotBe) {
     for (const ErrorNumber error : {FileNotFound, PathRefused})
         EXPECT_TRUE(IsMissing(error)) << error;
-    for (const ErrorNumber error : {NoError, DeviceFailed, WentStale, Damaged, PermissionDenied, InUse, NotAvailable,
-                                    DiskFull, TooLong, PathNotFound, FileChanged, FileExists})
+    for (const ErrorNumber error : {NoError, DeviceFailed, WentStale, Damaged, PermissionDenied, InUse, ReadKept,
+                                    NotAvailable, DiskFull, TooLong, PathNotFound, FileChanged, FileExists})
         EXPECT_FALSE(IsMissing(error)) << error;
 }
 

@@ -12,6 +12,7 @@ Text ErrorText(ErrorNumber error) {
     case Damaged:
         return u"it is damaged, or a file of another kind";
     case InUse:
+    case ReadKept:
         return u"another program is using it";
     case DeviceFailed:
         return u"the device failed";

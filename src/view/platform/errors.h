@@ -21,8 +21,9 @@ inline constexpr ErrorNumber DiskFull = 61;
 inline constexpr ErrorNumber RowNotFound = 63; ///< or the line of a file
 inline constexpr ErrorNumber NotAvailable = 68;
 inline constexpr ErrorNumber PermissionDenied = 70;
-inline constexpr ErrorNumber InUse = 71;        ///< another program has locked it
-inline constexpr ErrorNumber Damaged = 72;      ///< or of another kind than is read here
+inline constexpr ErrorNumber InUse = 71;    ///< another program has locked it: nothing was done, and can be later
+inline constexpr ErrorNumber Damaged = 72;  ///< or of another kind than is read here
+inline constexpr ErrorNumber ReadKept = 73; ///< another program's lock has kept a read: what seems missing need not be
 inline constexpr ErrorNumber PathRefused = 75;  ///< a name that leads outside the device's storage, or is no name
 inline constexpr ErrorNumber PathNotFound = 76; ///< the folder in which a file should be
 

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "view/platform/device.h"
+#include "view/platform/storage.h"
 
 namespace platform {
 
@@ -54,9 +55,12 @@ public:
     /// and made in `instead`, which is empty where that is not there either. May come again and again.
     virtual void FolderReplaced(const Text& folder, const Text& instead, ErrorNumber why) = 0;
 
+    /// A list of files is shown without these, which could not be read.
+    virtual void ListIncomplete(const std::vector<Unlisted>& unlisted) = 0;
+
     /// The mailbox's file was taken and could not be deleted.
     virtual void DeliveryStays(const Text& fullName, ErrorNumber why) = 0;
-    /// It is there and could not be read.
+    /// It is there and could not be read, or is no file.
     virtual void DeliveryKept(const Text& fullName, ErrorNumber why) = 0;
     /// Neither is so now.
     virtual void MailboxClear() = 0;

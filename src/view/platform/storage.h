@@ -8,6 +8,7 @@
 
 #include <memory>
 #include <string_view>
+#include <vector>
 
 namespace platform {
 
@@ -22,12 +23,22 @@ public:
     virtual ErrorNumber Space(const Text& root, std::int32_t& bytes) = 0;
 };
 
+/// What a list lacks because it could not be read.
+struct Unlisted {
+    Text Name;
+    ErrorNumber Why = NoError;
+    bool operator==(const Unlisted&) const = default;
+};
+
 class Folder {
 public:
     virtual ~Folder() = default;
-    /// The files in it as full names, in byte order of their names; an empty text ends the walk.
+    /// The files in it as full names, in byte order of their names; an empty text ends the walk. What can't be read is
+    /// left out.
     virtual Text FirstFile(std::int32_t attributes) = 0;
     virtual Text NextFile() = 0;
+    /// Why the walk has left something out so far: the first reason, NoError where it has left out nothing.
+    virtual ErrorNumber WalkError() const = 0;
 };
 
 /// Tells a file from the one that was there before, whatever its name. The numbers say nothing else.
@@ -168,9 +179,12 @@ public:
     virtual ErrorNumber BeginBatch(DatabaseId database) = 0;
     virtual ErrorNumber EndBatch(DatabaseId database) = 0;
 
-    /// The names of the databases with that type and creator (0 means any); an empty text ends the walk.
+    /// The names of the databases with that type and creator (0 means any); an empty text ends the walk. What can't be
+    /// read is left out.
     virtual Text FirstDatabase(std::int32_t typeCode, std::int32_t creatorCode) = 0;
     virtual Text NextDatabase() = 0;
+    /// What the last walk has left out, whatever its type and creator. An empty name stands for all that there are.
+    virtual const std::vector<Unlisted>& UnreadDatabases() const = 0;
 };
 
 /// Tells a person that something was not stored. The program goes on, as it does on a device, where nothing is said.

@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: MIT
+// Another program that works on a line database: it reads it, changes it, or keeps it locked.
+#pragma once
+
+#include <filesystem>
+#include <gtest/gtest.h>
+#include <sqlite3.h>
+#include <string>
+#include <vector>
+
+namespace support {
+
+class OtherTool {
+public:
+    OtherTool() = default;
+    explicit OtherTool(const std::filesystem::path& file) { Open(file); }
+    OtherTool(const OtherTool&) = delete;
+    OtherTool& operator=(const OtherTool&) = delete;
+    ~OtherTool() { Close(); }
+
+    /// Makes the file where it is missing.
+    void Open(const std::filesystem::path& file) {
+        Close();
+        EXPECT_EQ(sqlite3_open(file.c_str(), &Connection), SQLITE_OK) << file;
+    }
+    /// Lets go of all locks.
+    void Close() {
+        sqlite3_close(Connection);
+        Connection = nullptr;
+    }
+
+    void Lock() { Do("BEGIN EXCLUSIVE"); }
+    /// Nobody can end a change meanwhile.
+    void Read() { Do(R"(BEGIN; SELECT * FROM "TEXT")"); }
+    void LetGo() { Do("ROLLBACK"); }
+
+    /// Every row that the statements give, its columns joined by `|`.
+    std::vector<std::string> Do(const std::string& sql) {
+        std::vector<std::string> rows;
+        EXPECT_EQ(sqlite3_exec(Connection, sql.c_str(), Collect, &rows, nullptr), SQLITE_OK)
+            << sql << ": " << sqlite3_errmsg(Connection);
+        return rows;
+    }
+    /// Whether it is let do something.
+    bool Can(const std::string& sql) {
+        return sqlite3_exec(Connection, sql.c_str(), nullptr, nullptr, nullptr) == SQLITE_OK;
+    }
+
+private:
+    static int Collect(void* rows, int columns, char** values, char**) {
+        std::string row;
+        for (int i = 0; i < columns; ++i)
+            row += (i > 0 ? "|" : "") + std::string(values[i] ? values[i] : "NULL");
+        static_cast<std::vector<std::string>*>(rows)->push_back(row);
+        return 0;
+    }
+
+    sqlite3* Connection = nullptr;
+};
+
+} // namespace support
