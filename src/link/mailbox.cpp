@@ -44,8 +44,10 @@ void Clear() {
 std::optional<Delivery> NextDelivery(const Text& fullName) {
     FileHandle file;
     modFileSystem::OpenFile(file, fullName, u"r", u"", u"");
-    if (file.kept) {
-        Device().onlooker.DeliveryKept(fullName, file.error);
+    // A name is refused as well where a folder or a pipe has it.
+    const bool isNoFile = file.error == platform::PathRefused;
+    if (file.kept || isNoFile) {
+        Device().onlooker.DeliveryKept(fullName, isNoFile ? platform::Damaged : file.error);
         return std::nullopt;
     }
     if (!file.valid) {

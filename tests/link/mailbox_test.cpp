@@ -107,6 +107,41 @@ TEST_F(Mailbox, BackLeavesTheRoadOpenForTheNextTime) {
     EXPECT_TRUE(Waits()); // nobody wants it
 }
 
+/// Where a server puts its files.
+struct Place {
+    std::int32_t DeviceType;
+    const char* Folder; ///< of the host
+};
+
+class MailboxOfADevice : public support::Program, public testing::WithParamInterface<Place> {
+protected:
+    MailboxOfADevice() : Program(support::OfType(GetParam().DeviceType)) {
+        modQuorin::SaveSetting(u"ComPort", u"SERVER");
+        Put("rfcomm.run", "");
+    }
+    void Put(const std::string& name, const std::string& bytes) { Device.Folder.Put(GetParam().Folder + name, bytes); }
+    bool Has(const std::string& name) { return Device.Folder.Has(GetParam().Folder + name); }
+};
+
+TEST_P(MailboxOfADevice, IsReadOnceTheServerHasLetGoOfIt) {
+    ASSERT_TRUE(OpenLink());
+    Put("ipcout.lock", "");
+    Put("ipcout.txt", "a line\n");
+    PollMailbox(modBluetooth::Mailbox.MailboxPath + u"ipcout.txt");
+    EXPECT_EQ(Receive.ReadyText, u"");
+    EXPECT_TRUE(Has("ipcout.txt"));
+    std::filesystem::remove(Device.Folder.Path() / (GetParam().Folder + std::string("ipcout.lock")));
+    PollMailbox(modBluetooth::Mailbox.MailboxPath + u"ipcout.txt");
+    EXPECT_EQ(Receive.ReadyText, u"a line\r\n");
+    EXPECT_FALSE(Has("ipcout.txt"));
+}
+
+INSTANTIATE_TEST_SUITE_P(Types, MailboxOfADevice,
+                         testing::Values(Place{0, "c/"}, Place{1, "c/"}, Place{2, "c/"},
+                                         Place{3, "Application Data/Volatile/RFCOMM/"}, Place{5, "c/"}, Place{6, "c/"},
+                                         Place{7, "Application Data/Volatile/RFCOMM/"}, Place{9, "d/"}),
+                         [](const auto& row) { return "Of" + std::to_string(row.param.DeviceType); });
+
 // A delivery that stays.
 
 /// The server's folder is its own: what it has put there can't be deleted.
@@ -225,6 +260,23 @@ TEST_F(MailboxOfAnotherUser, TellsOfAFileThatCantBeRead) {
     Device.Tick(2000);
     EXPECT_EQ(Moisture(), u"23.4 %");
     EXPECT_EQ(Device.Platform.onlooker.notices.Worst(), nullptr);
+}
+
+TEST_F(Mailbox, TellsOfADeliveryThatIsNoFileUntilItIsGone) {
+    const auto place = Device.Folder.Path() / "c/ipcout.txt";
+    std::filesystem::create_directory(place);
+    Device.Tick(3000);
+    EXPECT_THAT(
+        Device.Did.Warnings,
+        testing::ElementsAre(testing::Pair(
+            u"mailbox", u"c:\\ipcout.txt can't be read: it is damaged, or a file of another kind. Nothing of it "
+                        u"has been taken.")));
+    std::filesystem::remove(place);
+    Device.Tick(1000);
+    EXPECT_EQ(Device.Platform.onlooker.notices.Worst(), nullptr);
+    Deliver(Reading);
+    Device.Tick(2000);
+    EXPECT_EQ(Moisture(), u"23.4 %");
 }
 
 // What the bytes of a delivery are.
