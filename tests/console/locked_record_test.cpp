@@ -4,11 +4,11 @@
 #include "apps/quorin-console/session.h"
 #include "link/receive.h"
 #include "platform/headless/headless_platform.h"
+#include "tests/support/other_tool.h"
 #include "tests/support/test_device.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <sqlite3.h>
 
 #include <deque>
 #include <fcntl.h>
@@ -22,6 +22,7 @@
 namespace console {
 namespace {
 
+using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::Not;
 
@@ -61,10 +62,9 @@ protected:
         Patience().Longest = std::chrono::milliseconds(60);
         for (const char* command : {"choose Start...", "choose Ok", "choose Open", "tick 1100", "tap 1 1", "set 23.4"})
             WillTell(command);
-        WillDo([this] { sqlite3_open((Root.Path() / "Databases" / "qrn0001.sqlite").c_str(), &Tool); });
+        WillDo([this] { Tool.Open(Database("qrn0001")); });
     }
     ~LockedRecordOnTheConsole() override {
-        sqlite3_close(Tool);
         modQuorin::ResetModules();
         Device.reset();
         ::close(Input[0]);
@@ -87,10 +87,10 @@ protected:
         });
     }
     void WillLock() {
-        WillDo([this] { EXPECT_EQ(sqlite3_exec(Tool, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr), SQLITE_OK); });
+        WillDo([this] { Tool.Lock(); });
     }
     void WillLetGo() {
-        WillDo([this] { EXPECT_EQ(sqlite3_exec(Tool, "ROLLBACK", nullptr, nullptr, nullptr), SQLITE_OK); });
+        WillDo([this] { Tool.LetGo(); });
     }
     /// Until there is nothing left to be done. Everything has been said by then.
     void Run() {
@@ -102,17 +102,8 @@ protected:
         EXPECT_TRUE(Steps.empty());
     }
     platform::common::LockWait& Patience() { return Device->hostDatabases.Patience; }
-    std::string Lines() const {
-        sqlite3* reader = nullptr;
-        sqlite3_open((Root.Path() / "Databases" / "qrn0001.sqlite").c_str(), &reader);
-        std::string lines;
-        const auto add = [](void* to, int, char** values, char**) {
-            *static_cast<std::string*>(to) += std::string(values[0]) + "\n";
-            return 0;
-        };
-        sqlite3_exec(reader, "SELECT LineData FROM TEXT ORDER BY LineNumber", add, &lines, nullptr);
-        sqlite3_close(reader);
-        return lines;
+    std::vector<std::string> Lines() const {
+        return support::OtherTool(Database("qrn0001")).Do("SELECT LineData FROM TEXT ORDER BY LineNumber");
     }
 
     std::string Said; ///< since the last command
@@ -122,18 +113,18 @@ protected:
     std::optional<platform::headless::HeadlessPlatform> Device;
 
 private:
+    std::filesystem::path Database(const std::string& name) const {
+        return Root.Path() / "Databases" / (name + ".sqlite");
+    }
     void MakeDatabase(const std::string& name, const std::vector<std::string>& lines) const {
         std::filesystem::create_directories(Root.Path() / "Databases");
-        sqlite3* made = nullptr;
-        sqlite3_open((Root.Path() / "Databases" / (name + ".sqlite")).c_str(), &made);
         std::string sql = "CREATE TABLE \"DATABASE\" (TypeCode, CreatorCode);"
                           "INSERT INTO \"DATABASE\" VALUES (0x54455854, 0x5156524E);"
                           "CREATE TABLE TEXT (Position INTEGER PRIMARY KEY, LineNumber, LineData);";
         for (std::size_t i = 0; i < lines.size(); ++i)
             sql +=
                 "INSERT INTO TEXT VALUES (" + std::to_string(i) + "," + std::to_string(i + 1) + ",'" + lines[i] + "');";
-        EXPECT_EQ(sqlite3_exec(made, sql.c_str(), nullptr, nullptr, nullptr), SQLITE_OK);
-        sqlite3_close(made);
+        support::OtherTool(Database(name)).Do(sql);
     }
     void Hear(const std::string& line) {
         if (line.rfind("{\"ready\":", 0) != 0) {
@@ -162,7 +153,7 @@ private:
     std::optional<Session> Talk;
     std::deque<std::function<bool()>> Steps; ///< each says whether a command was told
     std::function<void(const std::string&)> Heard;
-    sqlite3* Tool = nullptr;
+    support::OtherTool Tool;
 };
 
 TEST_F(LockedRecordOnTheConsole, IsToldByAnEventAndSavedByTheNextCommand) {
@@ -173,14 +164,14 @@ TEST_F(LockedRecordOnTheConsole, IsToldByAnEventAndSavedByTheNextCommand) {
         EXPECT_THAT(said, HasSubstr(R"("1/2")"));
     });
     WillLetGo();
-    WillDo([this] { EXPECT_EQ(Lines(), "Place|Moisture\none|\ntwo|\n"); });
+    WillDo([this] { EXPECT_THAT(Lines(), ElementsAre("Place|Moisture", "one|", "two|")); });
     WillHear("choose Next Record", [](const std::string& said) { EXPECT_THAT(said, Not(HasSubstr("notsaved"))); });
     WillHear("screen", [](const std::string& said) {
         EXPECT_THAT(said, HasSubstr(R"(["Place","two"],["Moisture",""])"));
         EXPECT_THAT(said, HasSubstr(R"("2/2")"));
     });
     Run();
-    EXPECT_EQ(Lines(), "Place|Moisture\none|23.4\ntwo|\n");
+    EXPECT_THAT(Lines(), ElementsAre("Place|Moisture", "one|23.4", "two|"));
 }
 
 /// Minutes go by, a tick is due all the time and a reading comes: all that waits as well, and the port stays open.

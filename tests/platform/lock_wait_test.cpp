@@ -3,10 +3,10 @@
 #include "platform/common/line_database.h"
 
 #include "temporary_root.h"
+#include "tests/support/other_tool.h"
 
 #include <chrono>
 #include <gtest/gtest.h>
-#include <sqlite3.h>
 #include <thread>
 
 using namespace platform;
@@ -21,24 +21,22 @@ protected:
         Id = Databases.Create(u"drivers", 1, 2).Id;
         EXPECT_EQ(Databases.DeclareTable(Id, u"TEXT", u"LineNumber long, LineData String"), NoError);
         EXPECT_TRUE(Append(u"one"));
-        sqlite3_open(Root.Path("Databases/drivers.sqlite").c_str(), &Tool);
+        Tool.Open(Root.Path("Databases/drivers.sqlite"));
         Databases.Patience.Longest = std::chrono::milliseconds(100);
         Databases.Patience.Waiting = [this] { ++Moments; };
         Databases.Patience.Shown = [this](bool waits) { Shown.push_back(waits); };
     }
-    ~LockedDatabase() override { sqlite3_close(Tool); }
 
     bool Append(const Text& line) {
         return Databases.AddRecord(Id) == NoError &&
                Databases.WriteRecord(Id, {Databases.RecordCount(Id) + 1, line}) == NoError &&
                Databases.Commit(Id) == NoError;
     }
-    void TheTool(const char* sql) { ASSERT_EQ(sqlite3_exec(Tool, sql, nullptr, nullptr, nullptr), SQLITE_OK) << sql; }
 
     TemporaryRoot Root;
     LineDatabase Databases{PathMap(Root.Path())};
     DatabaseId Id = 0;
-    sqlite3* Tool = nullptr;
+    support::OtherTool Tool;
     int Moments = 0;
     std::vector<bool> Shown;
 };
@@ -48,11 +46,11 @@ TEST_F(LockedDatabase, IsWaitedForFiveSeconds) {
 }
 
 TEST_F(LockedDatabase, IsReadOnceTheOtherLetsGo) {
-    TheTool("BEGIN EXCLUSIVE");
+    Tool.Lock();
     Databases.Patience.Longest = std::chrono::seconds(60);
     Databases.Patience.Waiting = [this] {
         if (++Moments == 100) // beyond a second, which a lock may well take
-            TheTool("ROLLBACK");
+            Tool.LetGo();
     };
     EXPECT_EQ(Databases.BeginReading(Id), NoError);
     Databases.EndReading(Id);
@@ -61,7 +59,7 @@ TEST_F(LockedDatabase, IsReadOnceTheOtherLetsGo) {
 }
 
 TEST_F(LockedDatabase, IsWaitedForOnceAnOperationHoweverManyCallsItHas) {
-    TheTool("BEGIN EXCLUSIVE");
+    Tool.Lock();
     EXPECT_EQ(Databases.BeginReading(Id), InUse);
     const int moments = Moments;
     EXPECT_GT(moments, 0);
@@ -77,20 +75,20 @@ TEST_F(LockedDatabase, IsWaitedForOnceAnOperationHoweverManyCallsItHas) {
 }
 
 TEST_F(LockedDatabase, IsNoBrokenOneLater) {
-    TheTool("BEGIN EXCLUSIVE");
+    Tool.Lock();
     EXPECT_EQ(Databases.BeginReading(Id), InUse);
-    TheTool("ROLLBACK");
+    Tool.LetGo();
     EXPECT_EQ(Databases.RecordCount(Id), 1);
     EXPECT_TRUE(Append(u"two"));
 }
 
 TEST_F(LockedDatabase, KeepsItsLineWhereAReaderDoesNotLetAChangeEnd) {
-    TheTool(R"(BEGIN; SELECT * FROM "TEXT")");
+    Tool.Read();
     ASSERT_EQ(Databases.FindRecord(Id, 1), NoError);
     ASSERT_EQ(Databases.BeginEdit(Id), NoError);
     ASSERT_EQ(Databases.WriteRecord(Id, {1, u"new"}), NoError);
     EXPECT_EQ(Databases.Commit(Id), InUse);
-    TheTool("ROLLBACK");
+    Tool.LetGo();
     LineRecord record;
     ASSERT_EQ(Databases.FindRecord(Id, 1), NoError);
     ASSERT_TRUE(Databases.ReadRecord(Id, record));
@@ -99,26 +97,26 @@ TEST_F(LockedDatabase, KeepsItsLineWhereAReaderDoesNotLetAChangeEnd) {
 
 /// A batch that outgrew the memory would need the file for itself before its end.
 TEST_F(LockedDatabase, TakesALongBatchThatAReaderLetsEnd) {
-    TheTool(R"(BEGIN; SELECT * FROM "TEXT")");
+    Tool.Read();
     ASSERT_EQ(Databases.BeginBatch(Id), NoError);
     for (int line = 0; line < 20000; ++line)
         ASSERT_TRUE(Append(Text(200, u'x')));
-    TheTool("ROLLBACK");
+    Tool.LetGo();
     EXPECT_EQ(Databases.EndBatch(Id), NoError);
     EXPECT_EQ(Databases.RecordCount(Id), 20001);
 }
 
 TEST_F(LockedDatabase, CanNotBeOpenedAndThatIsNoMissingOne) {
     Databases.Close(Id);
-    TheTool("BEGIN EXCLUSIVE");
+    Tool.Lock();
     EXPECT_EQ(Databases.Open(u"drivers", ModeReadWrite).Error, InUse);
 }
 
 TEST_F(LockedDatabase, IsNotWrittenByOthersWhileItIsRead) {
     ASSERT_EQ(Databases.BeginReading(Id), NoError);
-    EXPECT_EQ(sqlite3_exec(Tool, R"(DELETE FROM "TEXT")", nullptr, nullptr, nullptr), SQLITE_BUSY);
+    EXPECT_FALSE(Tool.Can(R"(DELETE FROM "TEXT")"));
     Databases.EndReading(Id);
-    EXPECT_EQ(sqlite3_exec(Tool, R"(DELETE FROM "TEXT")", nullptr, nullptr, nullptr), SQLITE_OK);
+    EXPECT_TRUE(Tool.Can(R"(DELETE FROM "TEXT")"));
 }
 
 } // namespace

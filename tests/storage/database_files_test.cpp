@@ -6,6 +6,7 @@
 #include "storage/volumes.h"
 #include "tests/platform/full_disk.h"
 #include "tests/support/ordinary_user.h"
+#include "tests/support/other_tool.h"
 #include "tests/support/test_device.h"
 
 #include <filesystem>
@@ -13,7 +14,6 @@
 #include <functional>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <sqlite3.h>
 
 namespace modFileSystem {
 namespace {
@@ -213,9 +213,8 @@ TEST_F(WhyADatabaseFails, IsThatItIsDamaged) {
 /// It is not stopped for: a person closes the other program and saves again.
 TEST_F(WhyADatabaseFails, IsThatAnotherProgramHasLockedIt) {
     Write(3);
-    sqlite3* tool = nullptr;
-    ASSERT_EQ(sqlite3_open(Test().c_str(), &tool), SQLITE_OK);
-    ASSERT_EQ(sqlite3_exec(tool, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr), SQLITE_OK);
+    support::OtherTool tool(Test());
+    tool.Lock();
     Device.Platform.hostDatabases.Patience.Longest = std::chrono::milliseconds(0);
     EXPECT_FALSE(ChangeFileLine(File, 1, u"changed"));
     EXPECT_EQ(File.error, platform::InUse);
@@ -223,7 +222,6 @@ TEST_F(WhyADatabaseFails, IsThatAnotherProgramHasLockedIt) {
     EXPECT_EQ(File.error, platform::InUse);
     EXPECT_FALSE(InsertFileLine(File, 1, 1, u"inserted"));
     EXPECT_EQ(File.error, platform::InUse);
-    sqlite3_close(tool);
 }
 
 /// One that can't be made is told by its own reason, and not as if the disk were full.

@@ -5,10 +5,9 @@
 #include "link/receive.h"
 #include "platform/device/gestures.h"
 #include "storage/keyed_tables.h"
+#include "tests/support/other_tool.h"
 #include "tests/window/watched_window.h"
 #include "view/display_state.h"
-
-#include <sqlite3.h>
 
 namespace windowtest {
 namespace {
@@ -47,19 +46,15 @@ protected:
         GotoRow(2);
         modQuorin::ShowRecord();
         Pass(1100); // the port is open
-        sqlite3_open((Device.Folder.Path() / "Databases" / "test.sqlite").c_str(), &Tool);
+        Tool.Open(Device.Folder.Path() / "Databases" / "test.sqlite");
         Main().SetCell(1, 1, u"23.4");
         Table.RecordDirty = true;
         Settle();
         Patience().Longest = std::chrono::milliseconds(60);
     }
-    ~LockedRecordInTheWindow() override {
-        CloseTable();
-        sqlite3_close(Tool);
-    }
+    ~LockedRecordInTheWindow() override { CloseTable(); }
 
     platform::common::LockWait& Patience() { return Device.Platform.hostDatabases.Patience; }
-    void TheTool(const char* sql) { ASSERT_EQ(sqlite3_exec(Tool, sql, nullptr, nullptr, nullptr), SQLITE_OK) << sql; }
     /// Beside what the window itself does at each moment of the wait, which ends once all was seen.
     void WaitUntil(std::function<bool()> allWasSeen) {
         Patience().Longest = std::chrono::minutes(1);
@@ -80,7 +75,7 @@ protected:
         return rows;
     }
 
-    sqlite3* Tool = nullptr;
+    support::OtherTool Tool;
 };
 
 TEST_F(LockedRecordInTheWindow, PaintsAndSaysWhatIsWaitedFor) {
@@ -93,7 +88,7 @@ TEST_F(LockedRecordInTheWindow, PaintsAndSaysWhatIsWaitedFor) {
         Grid().update(); // as when a window that lay over it goes away
         return isSaid && paintings.Count > before;
     });
-    TheTool("BEGIN EXCLUSIVE");
+    Tool.Lock();
     NextRecord();
     EXPECT_TRUE(isSaid);
     EXPECT_GE(before, 0);
@@ -102,14 +97,14 @@ TEST_F(LockedRecordInTheWindow, PaintsAndSaysWhatIsWaitedFor) {
 }
 
 TEST_F(LockedRecordInTheWindow, IsToldInRedAndStaysOnTheScreenUntilItCanBeSaved) {
-    TheTool("BEGIN EXCLUSIVE");
+    Tool.Lock();
     NextRecord();
     EXPECT_THAT(Device.Did.Unsaved, ElementsAre(testing::Pair(u"test", u"another program is using it")));
     EXPECT_THAT(RedLine(), HasSubstr("test"));
     EXPECT_THAT(RedLine(), HasSubstr("another program is using it"));
     EXPECT_EQ(Cell(0, 1), u"two");
     EXPECT_EQ(Cell(1, 1), u"23.4");
-    TheTool("ROLLBACK");
+    Tool.LetGo();
     EXPECT_THAT(Rows(), ElementsAre(u"one||", u"two||", u"three||"));
     NextRecord();
     EXPECT_EQ(Cell(0, 1), u"three");
@@ -134,7 +129,7 @@ TEST_F(LockedRecordInTheWindow, RaisesNothingOfTheApplicationMeanwhile) {
         EXPECT_FALSE(Field().Visible()) << "a tap";
         return looks > 20;
     });
-    TheTool("BEGIN EXCLUSIVE");
+    Tool.Lock();
     EXPECT_EQ(platform::device::Choose(Device.Platform, u"Next Record"), "");
     EXPECT_GT(looks, 20);
     Settle();
@@ -151,7 +146,7 @@ TEST_F(LockedRecordInTheWindow, IsNoSleepOfTheDeviceHoweverLongItIs) {
         Device.Platform.loop.Jump(5000);
         return true;
     });
-    TheTool("BEGIN EXCLUSIVE");
+    Tool.Lock();
     NextRecord();
     ASSERT_EQ(Device.Did.Unsaved.size(), 1U);
     for (int tick = 0; tick < 4; ++tick) {
