@@ -8,8 +8,10 @@
 #include "tests/disk/scarce_memory.h"
 #include "tests/disk/trial.h"
 #include "tests/reference/agreement.h"
+#include "tests/support/other_tool.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <new>
@@ -133,6 +135,56 @@ TEST_P(WithoutMemory, NothingIsLostWhereOneAllocationFails) {
 
 TEST_P(WithoutMemory, NothingIsLostWhereAllFailFromThereOn) {
     TryAll(Scarce::FromThereOn, 4 * Step());
+}
+
+/// Another tool may make a database whose texts are in UTF-16: a line is converted when it is written, in memory of its
+/// own, and is no value at all where that is short.
+class WithoutMemoryInUtf16 : public testing::Test {
+protected:
+    std::filesystem::path File() const { return std::filesystem::path(Folder.Path()) / "Databases" / "list.sqlite"; }
+    void MakeFile() const {
+        std::filesystem::create_directories(File().parent_path());
+        std::filesystem::remove(File());
+        support::OtherTool(File()).Do(
+            R"(PRAGMA encoding = 'UTF-16'; CREATE TABLE "DATABASE"(TypeCode INTEGER, CreatorCode INTEGER);
+               INSERT INTO "DATABASE" VALUES(0x54455854, 0x5156524E);
+               CREATE TABLE "TEXT"(Position INTEGER PRIMARY KEY, LineNumber INTEGER, LineData TEXT);
+               INSERT INTO "TEXT" VALUES(0, 1, 'first'), (1, 2, 'second'))");
+    }
+    /// In a program of its own. False where it came to its end before the allocation.
+    bool ChangeSecondWithout(int allocation) const {
+        const pid_t child = ::fork();
+        if (child == 0) {
+            std::set_new_handler([] { ::_exit(static_cast<int>(End::NoMemory)); });
+            Machine machine(Folder.Path(), Keeping::LineDatabases);
+            FileHandle file;
+            OpenFile(file, FullName("list.txt"), u"a", modQuorin::DataType, modQuorin::DataCreator);
+            const ScarceMemory memory(allocation, Scarce::Once);
+            const bool changed = ChangeFileLine(file, 2, Text(2000, u'x'));
+            const int end = static_cast<int>(changed ? End::Done : End::Other);
+            ::_exit(ScarceMemory::Struck() ? end : end | NotStruck);
+        }
+        int status = 0;
+        ::waitpid(child, &status, 0);
+        const int end = WIFEXITED(status) ? WEXITSTATUS(status) : static_cast<int>(End::Other);
+        EXPECT_NE(end & ~NotStruck, static_cast<int>(End::Other));
+        return (end & NotStruck) == 0;
+    }
+
+    const FreshFolder Folder;
+};
+
+TEST_F(WithoutMemoryInUtf16, ALineIsTheOldOneOrTheNewOne) {
+    bool struck = true;
+    int allocation = 0;
+    while (struck && !HasFailure()) {
+        MakeFile();
+        struck = ChangeSecondWithout(++allocation);
+        const auto lines = support::OtherTool(File()).Do(R"(SELECT LineData FROM "TEXT" ORDER BY Position)");
+        EXPECT_THAT(lines, testing::ElementsAre("first", testing::AnyOf("second", std::string(2000, 'x'))))
+            << "allocation " << allocation;
+    }
+    EXPECT_GT(allocation, 10);
 }
 
 INSTANTIATE_TEST_SUITE_P(Operations, WithoutMemory, testing::ValuesIn(DatabaseOperations()),
