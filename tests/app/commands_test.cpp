@@ -227,12 +227,55 @@ TEST_F(Command, DirListsTheDataFolder) {
     EXPECT_EQ(Column(0), std::vector<Text>{u".\\Quorin\\a.txt"});
 }
 
+/// A page may have been turned since the row was chosen.
+TEST_F(Command, SelectScrollsToItsRow) {
+    std::string rows;
+    for (int row = 0; row < 60; ++row)
+        rows += "F" + std::to_string(row) + "|1||||||\n";
+    InstallMeter(rows);
+    MenuEvent(u"inf editor...");
+    MenuEvent(u"Show/Hide Columns...");
+    Repaint();
+    auto& grid = Device.Main();
+    ASSERT_EQ(grid.Row(), 0);
+    grid.SetTopRow(30);
+    SelectCurrentRow();
+    EXPECT_EQ(grid.TopRow(), 0);
+}
+
 TEST_F(Command, InstallWithNothingToInstallStays) {
     MenuEvent(u"inf editor...");
     MenuEvent(u"Add Driver...");
     MenuEvent(u"INSTALL...");
     EXPECT_EQ(Screen(), ScrAddDriver);
 }
+
+/// With a driver, a download and a table in hand, each of them finds something to work on.
+class CommandOffItsScreen : public CommandOnItsScreen, public testing::WithParamInterface<const char16_t*> {};
+
+TEST_P(CommandOffItsScreen, DoesNothingToWhatIsInHand) {
+    Put("qrn0001.txt", "Place|Moisture|Remark\na|b|c\n");
+    ShowDownloads();
+    GoBack();
+    GoBack();
+    ShowDrivers();
+    MenuEvent(u"Edit");
+    ASSERT_EQ(Selection.SelectedDriver, u"Meter");
+    ASSERT_EQ(Selection.SelectedDownload, u"qrn0001.txt");
+    ASSERT_TRUE(modFileSystem::Table.TableFile.valid);
+    for (const ScreenId screen : {ScrFileSelect, ScrMessage, ScrAddDriver}) {
+        GotoScreen(screen);
+        MenuEvent(GetParam());
+        EXPECT_EQ(Screen(), screen);
+        EXPECT_THAT(Device.Did.Boxes, IsEmpty());
+    }
+    EXPECT_EQ(File("drivers.txt"), "NAME|INFFILE\nMeter|meter.txt\n");
+    EXPECT_EQ(File("qrnctrl.txt"), "DRIVER|FILE|DATE|ALIAS\nMeter|qrn0001.txt|20070301|\n");
+    EXPECT_EQ(File("qrn0001.txt"), "Place|Moisture|Remark\na|b|c\n");
+}
+
+INSTANTIATE_TEST_SUITE_P(Table, CommandOffItsScreen,
+                         testing::Values(u"Rename", u"Edit", u"Save", u"Ok", u"Open", u"New", u"Delete"));
 
 TEST_F(Command, EditOnTheDownloadsAndRenameOnTheDriversDoNothing) {
     InstallMeter();

@@ -94,6 +94,17 @@ TEST_F(SampleFile, ThatIsEmptyIsToldAndTheScreenStays) {
     EXPECT_EQ(Screen(), ScrMain);
 }
 
+/// There are five files at a time.
+TEST_F(SampleFile, CanBeLookedAtAnyNumberOfTimes) {
+    Put("sample.txt", "one\ntwo\n");
+    for (int time = 0; time < 10; ++time) {
+        Load();
+        EXPECT_THAT(Column(0), ElementsAre(u"one", u"two"));
+        GotoScreen(ScrFileDebug);
+    }
+    EXPECT_THAT(Device.Did.Boxes, IsEmpty());
+}
+
 TEST_F(SampleFile, WithAPathIsTakenFromThere) {
     Device.Folder.Put("Elsewhere/a.txt", "one\ntwo\n");
     Load(u".\\Elsewhere\\a.txt");

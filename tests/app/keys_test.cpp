@@ -7,6 +7,7 @@
 #include "storage/settings.h"
 #include "tests/support/program.h"
 #include "view/display_state.h"
+#include "view/grids.h"
 #include "view/input_fields.h"
 #include "view/prompt.h"
 
@@ -189,6 +190,17 @@ TEST_P(KeyForThePlatform, IsSentOnlyOnceTheRecordIsSavedOrTheLinkIsDown) {
     EXPECT_EQ(fileThen, "Place|Moisture|Remark\nHall|b|c\nd|e|f\ng|h|i\n");
 }
 
+/// What the platform makes of the key comes before the form has it again.
+TEST_P(KeyForThePlatform, LetsWhatIsPendingComeBeforeItIsTakenAgain) {
+    GotoScreen(ScrPreferences);
+    Device.Did.WhenACharacterIsSent = [this] {
+        modPDAUI::RepaintGrids(false);
+        Device.Platform.loop.Jump(1000);
+    };
+    Down(GetParam());
+    EXPECT_FALSE(modPDAUI::Grids.RepaintPending);
+}
+
 TEST_P(KeyForThePlatform, SavesAnOpenRecordUnlessItIsAKeyOfTheLink) {
     OpenRecords();
     Edit(0, u"Hall");
@@ -264,6 +276,27 @@ TEST_F(Keys, RightAndLeftDoNothingOffARecord) {
     for (const std::int32_t key : {37, 39, 308, 309})
         EXPECT_EQ(Up(key), key);
     EXPECT_EQ(Screen(), ScrPreferences);
+}
+
+/// Its table is open, and its cells are no record.
+TEST_F(Keys, RightAndLeftDoNothingOnTheColumns) {
+    InstallMeter();
+    MenuEvent(u"inf editor...");
+    MenuEvent(u"Show/Hide Columns...");
+    ASSERT_EQ(Screen(), ScrColumns);
+    const std::string before = File("meter.txt");
+    const Text title = TitleCell(1);
+    Device.Main().SetRow(1);
+    Device.Main().SetCol(0);
+    modFileSystem::Table.RecordDirty = true;
+    for (const std::int32_t key : {37, 39, 308, 309}) {
+        EXPECT_EQ(Up(key), key);
+        EXPECT_EQ(Device.Main().Row(), 1);
+        EXPECT_EQ(Device.Main().Col(), 0);
+        EXPECT_EQ(TitleCell(1), title);
+        EXPECT_THAT(Column(0), ElementsAre(u"Place", u"Moisture", u"Remark"));
+    }
+    EXPECT_EQ(File("meter.txt"), before);
 }
 
 TEST_F(Keys, DownAndUpStoreTheOpenFieldAndMoveOn) {
@@ -416,6 +449,19 @@ TEST_F(ScreenThatReacts, IsToldOfNoArrowWhileAFieldIsOpen) {
     for (const std::int32_t key : {37, 38, 39, 40})
         Down(key);
     Up(40);
+    EXPECT_THAT(Arrows, IsEmpty());
+}
+
+/// The page keys of a Palm OS device take the field away, and the prompt stays.
+TEST_F(PalmKeys, DownAndUpTellAPromptNothingAlsoWithoutItsField) {
+    Arrows.clear();
+    ScreenRow(ScrInput).Behaviour.ArrowKey = [](std::int32_t key) { Arrows.push_back(key); };
+    Text value;
+    modPDAUI::InputPrompt(u"Title", modPDAUI::PromptLine, value, u"", false, false);
+    Up(33);
+    ASSERT_FALSE(Editing());
+    Up(40);
+    Up(38);
     EXPECT_THAT(Arrows, IsEmpty());
 }
 

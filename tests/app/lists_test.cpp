@@ -100,6 +100,20 @@ INSTANTIATE_TEST_SUITE_P(Kinds, ListOf,
                                          StoringList{u"Test List", u"DummyTest"}, StoringList{u"Fonts...", u"Font"},
                                          StoringList{u"Bluetooth Serial Setup...", u"ComPort"}));
 
+TEST_F(VolumeListing, LooksForACardThatHasComeOrGone) {
+    const auto card = Device.Folder.Path() / "E";
+    MenuEvent(u"Select Storage Volume...");
+    ASSERT_TRUE(std::filesystem::exists(card));
+    std::filesystem::rename(card, Device.Folder.Path() / "away");
+    GoBack();
+    MenuEvent(u"Select Storage Volume...");
+    EXPECT_THAT(Column(0), ElementsAre(u"C:\\"));
+    std::filesystem::rename(Device.Folder.Path() / "away", card);
+    GoBack();
+    MenuEvent(u"Select Storage Volume...");
+    EXPECT_THAT(Column(0), ElementsAre(u"C:\\", u"E:\\"));
+}
+
 TEST_F(VolumeListing, LeavingThePreferencesMovesTheDataThere) {
     SaveSetting(u"StorageVolume", u"E:\\");
     MenuEvent(u"Preferences...");

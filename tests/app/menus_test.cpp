@@ -84,10 +84,12 @@ INSTANTIATE_TEST_SUITE_P(
     [](const auto& each) { return each.param.Name; });
 // clang-format on
 
-TEST_F(MenuTable, HasFourteenRowsInOrder) {
-    EXPECT_EQ(Menus.Table.size(), 14U);
-    EXPECT_EQ(MenuInput, 1);
-    EXPECT_EQ(MenuInstall, 14);
+TEST_F(MenuTable, HasItsRowsInOrder) {
+    const std::vector<MenuId> rows = {MenuInput,    MenuFileSelect, MenuMessage, MenuBack,          MenuBackCommand,
+                                      MenuMain,     MenuOk,         MenuDrivers, MenuDriverColumns, MenuDownloads,
+                                      MenuDownload, MenuSave,       MenuRecord,  MenuInstall};
+    EXPECT_THAT(rows, ElementsAre(1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14));
+    EXPECT_EQ(Menus.Table.size(), rows.size());
 }
 
 TEST_F(MenuTable, RowOutsideItStopsTheProgram) {

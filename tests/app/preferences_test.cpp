@@ -52,6 +52,13 @@ TEST_F(PalmPreferences, HaveZoomOnACoarseScreen) {
     EXPECT_EQ(Cell(0), u"Zoom");
 }
 
+TEST_F(Preferences, HighlightTheLastRowAsWell) {
+    Device.Main().SetRow(5);
+    GoBack();
+    MenuEvent(u"Preferences...");
+    EXPECT_EQ(Device.Main().Row(), 5);
+}
+
 TEST_F(Preferences, HighlightTheRowThatWasLeft) {
     Device.Main().SetRow(4);
     GoBack();

@@ -71,6 +71,19 @@ INSTANTIATE_TEST_SUITE_P(Sizes, PalmScreen,
                                          ScreenOfAPalm{{161, 161}, u"AFPalmHR", 2},
                                          ScreenOfAPalm{{320, 320}, u"AFPalmHR", 2}));
 
+/// A window is of one size wherever it stands; any other device gives the form all that its screen has.
+TEST(FormAtStart, IsTheWholeScreenButOnADesktop) {
+    for (const std::int32_t type : {0, 3}) {
+        platform::device::DeviceOptions options = support::OfType(type);
+        options.Screen = {800, 700};
+        support::TestDevice device(options);
+        device.Platform.StartProgram();
+        const platform::Box form = platform::Device().form.ClientArea();
+        EXPECT_EQ(form.Width, type == 0 ? 640.0F : 800.0F) << type;
+        EXPECT_EQ(form.Height, type == 0 ? 480.0F : 700.0F) << type;
+    }
+}
+
 struct VersionRow {
     std::int32_t Type;
     const char16_t* Version;

@@ -94,6 +94,7 @@ TEST_P(ForeignName, StopsTheNumberingSilently) {
     Choose(u"New");
     EXPECT_EQ(Register(), std::string("Meter|") + GetParam() + "|x|\n");
     EXPECT_THAT(Device.Did.Boxes, IsEmpty());
+    EXPECT_FALSE(modFileSystem::Table.TableFile.valid);
 }
 
 INSTANTIATE_TEST_SUITE_P(Names, ForeignName, testing::Values("other.txt", "QRN0001.txt", "qr", ""));

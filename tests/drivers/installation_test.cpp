@@ -2,6 +2,7 @@
 #include "drivers/installation.h"
 
 #include "drivers/registry.h"
+#include "storage/volumes.h"
 #include "tests/support/program.h"
 
 namespace modQuorin {
@@ -166,6 +167,17 @@ TEST_F(PackageList, NamesThoseOfTheDataFolderAndOfThreeVolumes) {
     EXPECT_EQ(Selection.SelectedPackage, u"A:\\card.QVD");
 }
 
+/// As if it were a driver; the commands of drivers find none of that name.
+TEST_F(PackageList, PutsItsFirstPackageInHandAsTheDriverToo) {
+    Selection.SelectedDriver = u"Meter";
+    MenuEvent(u"Add Driver...");
+    EXPECT_EQ(Selection.SelectedDriver, u"");
+    GoBack();
+    Device.Folder.Put("A/card.qvd", "");
+    MenuEvent(u"Add Driver...");
+    EXPECT_EQ(Selection.SelectedDriver, u"A:\\card.qvd");
+}
+
 TEST_F(PackageList, SecondCopyOnAnotherCardIsADriverThatExists) {
     for (const char* card : {"A/card.qvd", "B/card.qvd"})
         Device.Folder.Put(card, "Meter|meter.txt\n" + InfHeaderLine);
@@ -190,6 +202,13 @@ TEST_F(PackageList, ShortInfoFileGetsTheLine) {
     Device.Folder.Put("QVRN.info", "first");
     WriteInfoFile();
     EXPECT_EQ(Device.Folder.Bytes("QVRN.info"), "first\npath=\\My Documents\\Quorin\\\n");
+}
+
+TEST_F(PackageList, InfoFileIsFoundOnAVolumeWhoseNameEndsWithoutABackslash) {
+    Device.Folder.Put("A/QVRN.info", "first\nold\n");
+    modFileSystem::Storage.VolumeList = {u"A:"};
+    WriteInfoFile();
+    EXPECT_EQ(Device.Folder.Bytes("A/QVRN.info").substr(0, 11), "first\npath=");
 }
 
 TEST_F(PackageList, InfoFileIsNeverMade) {

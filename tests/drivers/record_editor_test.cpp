@@ -175,6 +175,34 @@ TEST_F(Record, LongRowKeepsWhatNoFieldShows) {
     EXPECT_EQ(Download(), Header + "one|2|3|four|five\n");
 }
 
+/// Its painting hides it; ShowRecord goes by the values that the row has.
+TEST_F(Record, ShortRowLeavesTheHeightOfWhatItLacksToThePainting) {
+    InstallMeter("Place|1||||||\nMoisture|0||Moisture||||\nRemark|0||||||\n");
+    OpenDownload(Header + "1|2\n");
+    for (const std::int32_t row : {1, 2})
+        Device.Main().SetRowHeight(row, 10);
+    ShowRecord();
+    EXPECT_EQ(Device.Main().RowHeight(1), 0);
+    EXPECT_EQ(Device.Main().RowHeight(2), 10);
+}
+
+class RecordCommandWithoutATable : public Record, public testing::WithParamInterface<const char16_t*> {};
+
+TEST_P(RecordCommandWithoutATable, DoesNothing) {
+    GotoScreen(ScrInfRecord);
+    Device.Main().SetRows(1);
+    Device.Main().SetCell(0, 1, u"kept");
+    Device.Title().SetCell(0, 1, u"kept");
+    RecordCommand(GetParam());
+    EXPECT_EQ(Cell(0, 1), u"kept");
+    EXPECT_EQ(Position(), u"kept");
+    EXPECT_TRUE(Device.Did.Boxes.empty());
+    EXPECT_TRUE(Device.Did.Unsaved.empty());
+}
+
+INSTANTIATE_TEST_SUITE_P(All, RecordCommandWithoutATable,
+                         testing::Values(u"NEXT", u"PREV", u"FIRST", u"LAST", u"NEW", u"INSERT", u"DELETE"));
+
 TEST_F(Record, CommandsWithoutATableDoNothing) {
     GotoScreen(ScrInfRecord);
     RecordCommand(u"NEXT");

@@ -5,6 +5,8 @@
 #include "tests/support/program.h"
 #include "view/inf_fields.h"
 
+#include <sys/stat.h>
+
 namespace modQuorin {
 namespace {
 
@@ -127,6 +129,50 @@ TEST_F(ColumnChoices, ReachARecordOnlyWhenItIsOpenedAgain) {
     Repaint();
     EXPECT_GT(Device.Main().RowHeight(1), 0);
     EXPECT_EQ(Device.Main().RowHeight(2), 0);
+}
+
+/// Nothing of the columns' table is in hand on the next screen, nor of the record that was open before it.
+class ColumnsOfAnyScreen : public support::Program {
+protected:
+    ColumnsOfAnyScreen() { InstallMeter("Place|0||||||\nMoisture|1||Moisture||||\nRemark|1||||||\n"); }
+    void ShowAndLeaveColumns() {
+        MenuEvent(u"Show/Hide Columns...");
+        ASSERT_EQ(Screen(), ScrColumns);
+        ASSERT_TRUE(modFileSystem::Table.TableFile.valid);
+        GoBack();
+    }
+    /// Another one after each rewrite.
+    ino_t InfFile() {
+        struct stat found {};
+        ::stat((Device.Folder.Path() / "Quorin/meter.txt").c_str(), &found);
+        return found.st_ino;
+    }
+};
+
+TEST_F(ColumnsOfAnyScreen, LeaveNoTableOpen) {
+    MenuEvent(u"Start...");
+    GotoScreen(ScrMain);
+    ShowAndLeaveColumns();
+    EXPECT_EQ(Screen(), ScrMain);
+    EXPECT_FALSE(modFileSystem::Table.TableFile.valid);
+}
+
+TEST_F(ColumnsOfAnyScreen, LeaveNoFieldOfADownload) {
+    OpenDownload("");
+    ASSERT_FALSE(Inf.InfFields.empty());
+    GoBack();
+    ShowAndLeaveColumns();
+    EXPECT_THAT(Inf.InfFields, IsEmpty());
+    MenuEvent(u"inf editor...");
+    MenuEvent(u"Edit");
+    EXPECT_GT(Device.Main().RowHeight(0), 0) << "the name of the driver is not hidden";
+}
+
+TEST_F(ColumnsOfAnyScreen, WriteNothingWhereNothingWasChanged) {
+    MenuEvent(u"Start...");
+    const ino_t before = InfFile();
+    ShowAndLeaveColumns();
+    EXPECT_EQ(InfFile(), before);
 }
 
 class NoColumnChoices : public support::Program {};

@@ -166,6 +166,18 @@ TEST_F(DriverRegistry, NewAddsAnUntitledRowEachTime) {
     EXPECT_EQ(File("drivers.txt"), "NAME|INFFILE\nUntitled Driver|untitled.txt\nUntitled Driver|untitled.txt\n");
 }
 
+/// A full disk costs the new driver alone.
+TEST_F(DriverRegistry, NewOneThatCantBeAddedTakesNobodysPlace) {
+    InstallTwo();
+    const std::string before = File("drivers.txt");
+    ShowInstalled();
+    Device.Platform.faults.FailNext(1);
+    Choose(u"New");
+    EXPECT_EQ(Screen(), ScrInstalledDrivers);
+    EXPECT_EQ(File("drivers.txt"), before);
+    EXPECT_THAT(Device.Did.Unsaved, ElementsAre(testing::Pair(u"drivers.txt", u"the disk is full")));
+}
+
 TEST_F(DriverRegistry, DeleteAsksTwiceAndTakesRowAndInfFile) {
     InstallTwo();
     ShowInstalled();

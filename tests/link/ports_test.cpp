@@ -4,7 +4,7 @@
 
 #include "link/receive.h"
 #include "storage/settings.h"
-#include "tests/support/program.h"
+#include "tests/link/noted_port.h"
 
 namespace modBluetooth {
 namespace {
@@ -40,74 +40,9 @@ INSTANTIATE_TEST_SUITE_P(Devices, PortNames,
                                          ListRow{8, 2, u"SERVER", u"SERVER"}, ListRow{9, 2, u"SERVER", u"SERVER"},
                                          ListRow{10, 2, u"SERVER", u"SERVER"}));
 
-/// A serial port that notes what is asked of it.
-class NotedPort final : public platform::SerialPort {
-public:
-    void SetPortId(std::int32_t number) override { Asked.push_back(u"id " + modStringTools::NumberText(number)); }
-    void SetLineSettings(const Text& settings) override { Asked.push_back(u"line " + settings); }
-    void SetReceiveThreshold(std::int32_t count) override {
-        Asked.push_back(u"threshold " + modStringTools::NumberText(count));
-    }
-    bool PortOpen() const override { return Open; }
-    platform::ErrorNumber SetPortOpen(bool open) override {
-        Asked.push_back(open ? u"open" : u"close");
-        Open = open && !Fails;
-        return open && Fails ? platform::NotAvailable : platform::NoError;
-    }
-    std::int32_t InBufferCount() const override { return 0; }
-    Text ReadInput() override { return {}; }
-    std::int32_t LastEvent() const override { return 2; }
-
-    std::vector<Text> Asked;
-    bool Open = false;
-    bool Fails = false;
-};
-
-class Link : public support::Program {
+class Link : public OnANotedPort {
 protected:
-    explicit Link(std::int32_t deviceType = 0) : Program(support::OfType(deviceType)) {
-        // The device's record, with this port in the place of its own.
-        platform::Platform& real = Device.Platform.record;
-        with.emplace(platform::Platform{real.form,
-                                        real.grdTitle,
-                                        real.grdMain,
-                                        real.txtInputField,
-                                        real.cboInputField,
-                                        real.cbotxtInputField,
-                                        real.dteInputField,
-                                        real.lstHoldMenu,
-                                        real.lblStatus,
-                                        real.AFVScrollBar1,
-                                        real.tmrBlue,
-                                        real.tmrHoldEvent,
-                                        real.tmrMenus,
-                                        real.mnuButton1,
-                                        real.mnuButton2,
-                                        real.mnuButtonO1,
-                                        real.mnuButtonO2,
-                                        real.colours,
-                                        real.fontServer,
-                                        real.myCsys,
-                                        real.hardwareKeys,
-                                        Port,
-                                        real.connectionService,
-                                        real.toneMaker,
-                                        real.messageBox,
-                                        real.settings,
-                                        real.clock,
-                                        real.random,
-                                        real.runTime,
-                                        real.volumes,
-                                        real.fileSystem,
-                                        real.recordDatabase,
-                                        real.saveWatcher,
-                                        real.onlooker});
-        platform::Install(&*with);
-    }
-    ~Link() override { platform::Install(&Device.Platform.record); }
-
-    NotedPort Port;
-    std::optional<platform::Platform> with;
+    explicit Link(std::int32_t deviceType = 0) : OnANotedPort(deviceType) {}
 };
 
 TEST_F(Link, IsOffByDefault) {
@@ -153,7 +88,8 @@ TEST_P(NoNumber, StopsTheProgram) {
     support::FailureOf([] { OpenLink(); });
 }
 
-INSTANTIATE_TEST_SUITE_P(Texts, NoNumber, testing::Values(u"printer", u"Com", u"Comx", u"99999999999", u""));
+INSTANTIATE_TEST_SUITE_P(Texts, NoNumber,
+                         testing::Values(u"printer", u"Com", u"Comx", u"99999999999", u"", u"server", u"off"));
 
 TEST_F(Link, ServerThatDoesNotRunIsToldOncePerName) {
     SaveSetting(u"ComPort", u"SERVER");
@@ -197,6 +133,7 @@ protected:
 };
 
 TEST_F(NamedLink, OpensAnyNameThatIsNoComPort) {
+    Ports.ServerMode = true; // as a server that was chosen before has left it
     EXPECT_TRUE(OpenLink());
     EXPECT_EQ(Ports.LinkPortName, u"BT1");
     EXPECT_TRUE(Ports.NamedLinkOpen);
@@ -204,6 +141,20 @@ TEST_F(NamedLink, OpensAnyNameThatIsNoComPort) {
     EXPECT_FALSE(Ports.ServerMode);
     EXPECT_THAT(Port.Asked, IsEmpty());
 }
+
+/// Neither is the server's name, nor the word for none.
+class NameThatIsNoWord : public NamedLink, public testing::WithParamInterface<const char16_t*> {};
+
+TEST_P(NameThatIsNoWord, IsOpenedAsAnyOther) {
+    SaveSetting(u"ComPort", GetParam());
+    EXPECT_TRUE(OpenLink());
+    EXPECT_EQ(Ports.LinkPortName, GetParam());
+    EXPECT_FALSE(Ports.ServerMode);
+    EXPECT_NE(Ports.NamedConnection, nullptr);
+    EXPECT_EQ(PortFailure(), u"");
+}
+
+INSTANTIATE_TEST_SUITE_P(Texts, NameThatIsNoWord, testing::Values(u"server", u"off", u""));
 
 TEST_F(NamedLink, TakesTheSerialRoadForAComPort) {
     SaveSetting(u"ComPort", u"Com3");
@@ -238,12 +189,14 @@ TEST_F(NamedLink, LooksForTheServerOnItsOwnVolume) {
     EXPECT_EQ(Mailbox.MailboxPath, u"d:\\");
 }
 
-class WindowsMobileLink : public Link {
+class WindowsMobileLink : public Link, public testing::WithParamInterface<std::int32_t> {
 protected:
-    WindowsMobileLink() : Link(3) { SaveSetting(u"ComPort", u"SERVER"); }
+    WindowsMobileLink() : Link(GetParam()) { SaveSetting(u"ComPort", u"SERVER"); }
 };
 
-TEST_F(WindowsMobileLink, LooksForTheServerWhereTheSettingSays) {
+INSTANTIATE_TEST_SUITE_P(Types, WindowsMobileLink, testing::Values(3, 7));
+
+TEST_P(WindowsMobileLink, LooksForTheServerWhereTheSettingSays) {
     OpenLink();
     EXPECT_EQ(Mailbox.MailboxPath, u"\\Application Data\\Volatile\\RFCOMM\\");
     SaveSetting(u"RFCOMM_Path", u"\\mail\\");

@@ -3,9 +3,11 @@
 
 #include "blob/decoding.h"
 #include "blob/framing.h"
+#include "link/mailbox.h"
 #include "link/ports.h"
 #include "storage/settings.h"
-#include "tests/support/program.h"
+#include "tests/link/noted_port.h"
+#include "view/grids.h"
 
 namespace modBluetooth {
 namespace {
@@ -144,6 +146,31 @@ TEST_F(Receiving, TextThatComesDuringAQuestionIsLost) {
     EXPECT_EQ(modBLob::Framing.BlobBuffer, u"");
 }
 
+/// Ticks go on while a question stands. What was decoded before it is not decoded once more.
+TEST_F(Receiving, IsAskedOnceHoweverLongAQuestionStands) {
+    Device.Main().SetCell(1, 1, u"old");
+    Device.WillAnswer(platform::BoxAnswer::Yes);
+    Device.WhileABoxStands([this] {
+        Device.Tick(2000);
+        Arrive(u"a line without an end");
+        EXPECT_FALSE(Receive.BlobEndSeen);
+        Device.Tick(2000);
+    });
+    Arrive(Reading);
+    Device.Tick(1000);
+    EXPECT_EQ(Device.Did.Boxes.size(), 1U);
+    EXPECT_EQ(Moisture(), u"23.4 %");
+}
+
+/// It was the road before the port was chosen.
+TEST_F(Receiving, LeavesTheMailboxAlone) {
+    SetMailboxPath();
+    Device.Folder.Put("c/ipcout.txt", modStringTools::ToBytes(Reading));
+    Device.Tick(3000);
+    EXPECT_TRUE(Device.Folder.Has("c/ipcout.txt"));
+    EXPECT_EQ(Moisture(), u"");
+}
+
 TEST_F(Receiving, AroundMidnightTheDecodingWaitsForTheSameTimeOfDay) {
     Device.SetTime("2007-03-05T23:59:58");
     Device.Tick(500);
@@ -221,6 +248,37 @@ TEST_F(Receiving, TurnedOffTheLinkIsShownAsDownAndThePortStaysOpen) {
     EXPECT_FALSE(Ports.LinkOpen);
     EXPECT_EQ(TitleCell(), u"Bluetooth :-(");
     EXPECT_TRUE(Device.Platform.serial.PortOpen());
+}
+
+using AnyPort = OnANotedPort;
+
+/// An event for what comes during the drain would find it half done.
+TEST_F(AnyPort, IsDrainedWithoutAFurtherEvent) {
+    Port.Chunks = {u"a line\r\n", u"rest"};
+    HandleBlueOnComm();
+    EXPECT_THAT(Port.Asked, ElementsAre(u"threshold 0", u"read a line\r\n", u"read rest", u"threshold 1"));
+    EXPECT_EQ(Receive.ReadyText, u"a line\r\n");
+    EXPECT_EQ(Receive.RxText, u"rest");
+}
+
+TEST_F(AnyPort, IsReadForCharactersAlone) {
+    for (const std::int32_t event : {1, 3, 5}) {
+        Port.Event = event;
+        Port.Chunks = {u"x"};
+        HandleBlueOnComm();
+        EXPECT_THAT(Port.Asked, IsEmpty()) << event;
+        EXPECT_FALSE(Receive.LinkWanted) << event;
+    }
+}
+
+/// A line that does not stop sending must not keep the form from its work.
+TEST_F(AnyPort, LetsTheFormGoOnBetweenTwoReadings) {
+    modPDAUI::RepaintGrids(false);
+    Device.Platform.loop.Jump(1000);
+    ASSERT_TRUE(modPDAUI::Grids.RepaintPending);
+    Port.Chunks = {u"x"};
+    HandleBlueOnComm();
+    EXPECT_FALSE(modPDAUI::Grids.RepaintPending);
 }
 
 class NoLink : public support::Program {};
