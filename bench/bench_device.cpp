@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "bench_device.h"
+#include "bench/bench_device.h"
 
-#include "app/start_up.h"
-#include "ratio.h"
+#include "bench/ratio.h"
+#include "src/app/start_up.h"
 
 namespace bench {
 

@@ -2,9 +2,9 @@
 // A device to measure on: one without a window over a folder, whose program has started, and whom nobody watches.
 #pragma once
 
-#include "platform/device/no_commands.h"
-#include "platform/device/silent_watcher.h"
-#include "platform/headless/headless_platform.h"
+#include "backends/headless/headless_platform.h"
+#include "backends/loop/no_commands.h"
+#include "backends/loop/silent_watcher.h"
 
 #include <string>
 

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 // Framing and decoding of what instruments send, against readers that know less.
-#include "blob/decoding.h"
-#include "blob/framing.h"
-#include "blob_readers.h"
-#include "inputs.h"
-#include "processes.h"
-#include "ratio.h"
+#include "bench/blob_readers.h"
+#include "bench/inputs.h"
+#include "bench/processes.h"
+#include "bench/ratio.h"
+#include "src/blob/decoding.h"
+#include "src/blob/framing.h"
 
 #include <cstring>
 #include <filesystem>

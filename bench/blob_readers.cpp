@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "blob_readers.h"
+#include "bench/blob_readers.h"
 
 #include <array>
 #include <cstring>

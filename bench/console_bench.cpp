@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // The console as a whole process: how soon it answers, and how much memory a large download takes.
-#include "inputs.h"
-#include "processes.h"
-#include "ratio.h"
+#include "bench/inputs.h"
+#include "bench/processes.h"
+#include "bench/ratio.h"
 
 #include <filesystem>
 #include <fstream>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "inputs.h"
+#include "bench/inputs.h"
 
-#include "ratio.h"
+#include "bench/ratio.h"
 
 #include <filesystem>
 #include <fstream>

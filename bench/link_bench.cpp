@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 // From the last byte of a record on a pseudo terminal to its value on the screen.
-#include "bench_device.h"
-#include "blob/decoding.h"
-#include "drivers/record_view.h"
-#include "inputs.h"
-#include "link/receive.h"
-#include "ratio.h"
+#include "bench/bench_device.h"
+#include "bench/inputs.h"
+#include "bench/ratio.h"
+#include "src/blob/decoding.h"
+#include "src/drivers/record_view.h"
+#include "src/link/receive.h"
 
 #include <chrono>
 #include <cstdlib>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // The pattern matcher on long lines and on whatever a driver or an instrument may bring it.
-#include "inputs.h"
-#include "ratio.h"
-#include "text/patterns.h"
+#include "bench/inputs.h"
+#include "bench/ratio.h"
+#include "src/text/patterns.h"
 
 #include <algorithm>
 #include <array>

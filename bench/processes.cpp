@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "processes.h"
+#include "bench/processes.h"
 
-#include "ratio.h"
+#include "bench/ratio.h"
 
 #include <array>
 #include <cstdlib>

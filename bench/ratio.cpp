@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "ratio.h"
+#include "bench/ratio.h"
 
 #include <algorithm>
 #include <chrono>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Line files and tables against what else would be used for the same work on the same file.
-#include "storage_bench.h"
+#include "bench/storage_bench.h"
 
 int main(int count, char** words) {
     std::vector<bench::Row> rows = bench::WalkRows();

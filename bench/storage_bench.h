@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "ratio.h"
+#include "bench/ratio.h"
 
 namespace bench {
 

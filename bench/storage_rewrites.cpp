@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include "storage_bench.h"
+#include "bench/storage_bench.h"
 
-#include "bench_device.h"
-#include "inputs.h"
-#include "processes.h"
-#include "storage/keyed_tables.h"
-#include "syncs.h"
+#include "bench/bench_device.h"
+#include "bench/inputs.h"
+#include "bench/processes.h"
+#include "bench/syncs.h"
+#include "src/storage/keyed_tables.h"
 
 #include <fcntl.h>
 #include <filesystem>

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include "storage_bench.h"
+#include "bench/storage_bench.h"
 
-#include "bench_device.h"
-#include "drivers/downloads.h"
-#include "inputs.h"
-#include "processes.h"
-#include "storage/keyed_tables.h"
+#include "bench/bench_device.h"
+#include "bench/inputs.h"
+#include "bench/processes.h"
+#include "src/drivers/downloads.h"
+#include "src/storage/keyed_tables.h"
 
 #include <algorithm>
 #include <cstdio>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "syncs.h"
+#include "bench/syncs.h"
 
 #include <sys/syscall.h>
 #include <unistd.h>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // What the text tools cost. The argument of each is the length of its text in characters; where the cost grows with the
 // text alone, the figure for a hundredfold text is a hundredfold one.
-#include "text/patterns.h"
-#include "text/ranges.h"
+#include "src/text/patterns.h"
+#include "src/text/ranges.h"
 
 #include <benchmark/benchmark.h>
 

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 // What a person waits for at the window: the first frame after the start, and the frame after a key.
-#include "bench_device.h"
-#include "platform/device/gestures.h"
-#include "platform/qt/qt_platform.h"
-#include "processes.h"
-#include "ratio.h"
+#include "backends/input/gestures.h"
+#include "backends/qt/qt_platform.h"
+#include "bench/bench_device.h"
+#include "bench/processes.h"
+#include "bench/ratio.h"
 
 #include <QApplication>
 #include <QTest>

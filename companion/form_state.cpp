@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "companion/form_state.h"
 
-#include "drivers/inf_tables.h"
-#include "link/ports.h"
-#include "link/receive.h"
-#include "view/inf_fields.h"
-#include "view/screen_table.h"
+#include "src/drivers/inf_tables.h"
+#include "src/link/ports.h"
+#include "src/link/receive.h"
+#include "src/view/inf_fields.h"
+#include "src/view/screen_table.h"
 
 namespace companion {
 

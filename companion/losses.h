@@ -3,7 +3,7 @@
 // that no row of the file can hold.
 #pragma once
 
-#include "text/text.h"
+#include "src/text/text.h"
 
 namespace companion {
 

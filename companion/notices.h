@@ -3,7 +3,7 @@
 // tells each that is new.
 #pragma once
 
-#include "text/text.h"
+#include "src/text/text.h"
 
 #include <functional>
 #include <vector>

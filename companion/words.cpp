@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "companion/words.h"
 
-#include "text/digits.h"
+#include "src/text/digits.h"
 
 namespace companion {
 

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "companion/notices.h"
-#include "view/platform/onlooker.h"
+#include "src/view/platform/onlooker.h"
 
 namespace companion {
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The bytes are a driver's inf table: a download is opened through it, its records are edited and added, columns are
 // hidden, and the inf editor edits the table itself.
-#include "fuzz/lines.h"
+#include "fuzz/table_lines.h"
 #include "fuzz/technician.h"
 
 namespace {

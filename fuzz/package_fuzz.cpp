@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The bytes are a driver package: listed, installed twice, and its driver used. It lies on a card or, every other one,
 // in the data folder, where its inf table may take its own place. The table of drivers lacks its last line end.
-#include "fuzz/lines.h"
+#include "fuzz/table_lines.h"
 #include "fuzz/technician.h"
 
 namespace {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The bytes are the settings file: the program is started on it, its preferences are looked at, and some are stored.
 // Whatever else stands in the file stays there, in its order.
-#include "fuzz/lines.h"
+#include "fuzz/table_lines.h"
 #include "fuzz/technician.h"
 
 #include <algorithm>

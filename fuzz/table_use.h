@@ -3,7 +3,7 @@
 #pragma once
 
 #include "fuzz/technician.h"
-#include "storage/keyed_tables.h"
+#include "src/storage/keyed_tables.h"
 
 namespace fuzz {
 

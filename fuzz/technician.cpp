@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "fuzz/technician.h"
 
-#include "app/start_up.h"
-#include "platform/device/gestures.h"
-#include "platform/device/keyboard.h"
+#include "backends/input/gestures.h"
+#include "backends/input/keyboard.h"
+#include "src/app/start_up.h"
 
 #include <algorithm>
 

@@ -3,10 +3,10 @@
 // at a moment is left out.
 #pragma once
 
+#include "backends/headless/headless_platform.h"
+#include "backends/loop/no_commands.h"
+#include "backends/loop/silent_watcher.h"
 #include "fuzz/place.h"
-#include "platform/device/no_commands.h"
-#include "platform/device/silent_watcher.h"
-#include "platform/headless/headless_platform.h"
 
 #include <cstdint>
 #include <functional>

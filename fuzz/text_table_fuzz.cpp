@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The bytes are a table in a text file. Looking at its rows leaves it as it is, byte for byte; a row that is changed,
 // inserted or deleted leaves each other line as it is.
-#include "fuzz/lines.h"
+#include "fuzz/table_lines.h"
 #include "fuzz/table_use.h"
 
 namespace {

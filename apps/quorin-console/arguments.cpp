@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "arguments.h"
+#include "apps/quorin-console/arguments.h"
 
 #include <nlohmann/json.hpp>
 

@@ -2,7 +2,7 @@
 // The arguments of a command line.
 #pragma once
 
-#include "text/text.h"
+#include "src/text/text.h"
 
 #include <optional>
 #include <string>

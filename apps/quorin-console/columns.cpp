@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "columns.h"
+#include "apps/quorin-console/columns.h"
 
 #include <algorithm>
 

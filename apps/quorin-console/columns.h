@@ -2,7 +2,7 @@
 // Texts on the columns of a terminal, of which a character takes none, one or two.
 #pragma once
 
-#include "text/text.h"
+#include "src/text/text.h"
 
 #include <vector>
 

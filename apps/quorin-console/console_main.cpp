@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "console_main.h"
+#include "apps/quorin-console/console_main.h"
 
 #include "apps/start/exit_status.h"
-#include "platform/common/host_files.h"
-#include "platform/common/root_lock.h"
+#include "backends/files/host_files.h"
+#include "backends/files/root_lock.h"
 
 #include <cerrno>
 #include <cstring>

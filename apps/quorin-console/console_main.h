@@ -2,8 +2,8 @@
 // What the program does before there is a device, whatever kind of device that is.
 #pragma once
 
-#include "options.h"
-#include "session.h"
+#include "apps/quorin-console/console_options.h"
+#include "apps/quorin-console/session.h"
 
 namespace console {
 

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "app/start_up.h"
+#include "apps/quorin-console/console_main.h"
 #include "apps/start/process.h"
-#include "console_main.h"
-#include "platform/device/end_signals.h"
-#include "platform/headless/headless_platform.h"
+#include "backends/headless/headless_platform.h"
+#include "backends/loop/end_signals.h"
+#include "src/app/start_up.h"
 
 namespace {
 

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 // The device's screen on 80 columns: what was painted of the two grids, what lies over them, the two menus at the foot.
-#include "columns.h"
-#include "reports.h"
+#include "apps/quorin-console/columns.h"
+#include "apps/quorin-console/reports.h"
 
-#include "view/input_fields.h"
-#include "view/screen_table.h"
+#include "src/view/input_fields.h"
+#include "src/view/screen_table.h"
 
 #include <algorithm>
 #include <vector>

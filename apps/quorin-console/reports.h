@@ -2,8 +2,8 @@
 // The device as it stands, for programs and for people.
 #pragma once
 
-#include "platform/device/back_end.h"
-#include "writer.h"
+#include "apps/quorin-console/writer.h"
+#include "backends/loop/back_end.h"
 
 namespace console {
 

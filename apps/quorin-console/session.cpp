@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "session.h"
+#include "apps/quorin-console/session.h"
 
+#include "apps/quorin-console/script_commands.h"
 #include "apps/start/exit_status.h"
-#include "commands.h"
 
 #include <array>
 #include <cerrno>

@@ -2,9 +2,9 @@
 // One run of the program under commands: reads them, runs them, and says what comes of them.
 #pragma once
 
-#include "platform/device/end_signals.h"
-#include "platform/device/ending.h"
-#include "writer.h"
+#include "apps/quorin-console/writer.h"
+#include "backends/loop/end_signals.h"
+#include "backends/loop/ending.h"
 
 #include <deque>
 #include <optional>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "writer.h"
+#include "apps/quorin-console/writer.h"
 
 #include <iostream>
 

@@ -2,7 +2,7 @@
 // What quorin-console says: one JSON object a line, in the order in which things happen.
 #pragma once
 
-#include "platform/device/services.h"
+#include "backends/loop/services.h"
 
 #include <nlohmann/json.hpp>
 

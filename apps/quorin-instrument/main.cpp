@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "apps/quorin-instrument/command_line.h"
-#include "apps/quorin-instrument/mailbox.h"
+#include "apps/quorin-instrument/instrument_options.h"
+#include "apps/quorin-instrument/mailbox_outlet.h"
 #include "apps/quorin-instrument/printer.h"
-#include "apps/quorin-instrument/pseudo_terminal.h"
-#include "apps/quorin-instrument/serial_device.h"
+#include "apps/quorin-instrument/serial_outlet.h"
+#include "apps/quorin-instrument/terminal_outlet.h"
 #include "apps/quorin-instrument/waiting.h"
 #include "apps/start/process.h"
 

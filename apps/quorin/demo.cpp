@@ -2,10 +2,10 @@
 #include "apps/quorin/demo.h"
 
 #include "apps/quorin/sample_driver.h"
-#include "drivers/registry.h"
-#include "storage/line_files.h"
-#include "storage/settings.h"
-#include "storage/volumes.h"
+#include "src/drivers/registry.h"
+#include "src/storage/line_files.h"
+#include "src/storage/settings.h"
+#include "src/storage/volumes.h"
 
 #include <algorithm>
 

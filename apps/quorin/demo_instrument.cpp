@@ -3,9 +3,9 @@
 
 #include "apps/quorin-instrument/descriptor.h"
 #include "apps/quorin-instrument/player.h"
-#include "apps/quorin-instrument/pseudo_terminal.h"
+#include "apps/quorin-instrument/terminal_outlet.h"
 #include "apps/quorin-instrument/waiting.h"
-#include "platform/common/host_files.h"
+#include "backends/files/host_files.h"
 
 #include <cerrno>
 #include <csignal>

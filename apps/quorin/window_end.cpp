@@ -2,7 +2,7 @@
 #include "apps/quorin/window_end.h"
 
 #include "apps/start/exit_status.h"
-#include "text/text.h"
+#include "src/text/text.h"
 
 #include <QMessageBox>
 

@@ -3,9 +3,9 @@
 #pragma once
 
 #include "apps/quorin/window_watch.h"
-#include "platform/device/end_signals.h"
-#include "platform/device/ending.h"
-#include "platform/qt/qt_platform.h"
+#include "backends/loop/end_signals.h"
+#include "backends/loop/ending.h"
+#include "backends/qt/qt_platform.h"
 
 namespace quorin {
 

@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "apps/quorin/window_watch.h"
 
-#include "link/ports.h"
-#include "link/receive.h"
-#include "platform/host/port_troubles.h"
-#include "platform/qt/conversions.h"
-#include "storage/settings.h"
-#include "text/text.h"
-#include "view/platform/device_traits.h"
+#include "backends/linux/port_troubles.h"
+#include "backends/qt/conversions.h"
+#include "src/link/ports.h"
+#include "src/link/receive.h"
+#include "src/storage/settings.h"
+#include "src/text/text.h"
+#include "src/view/platform/device_traits.h"
 
 #include <ctime>
 #include <iostream>

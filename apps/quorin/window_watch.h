@@ -3,10 +3,10 @@
 #pragma once
 
 #include "apps/quorin/link_line.h"
-#include "platform/device/silent_watcher.h"
-#include "platform/host/tones.h"
-#include "platform/qt/loss_box.h"
-#include "platform/qt/qt_platform.h"
+#include "backends/linux/tones.h"
+#include "backends/loop/silent_watcher.h"
+#include "backends/qt/loss_box.h"
+#include "backends/qt/qt_platform.h"
 
 #include <chrono>
 #include <optional>

@@ -2,7 +2,7 @@
 // Commands are plain texts: a menu item or a row of a command list hands its text to one dispatcher.
 #pragma once
 
-#include "text/text.h"
+#include "src/text/text.h"
 
 namespace modQuorin {
 

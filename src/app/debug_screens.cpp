@@ -1,16 +1,16 @@
 // SPDX-License-Identifier: MIT
-#include "app/debug_screens.h"
+#include "src/app/debug_screens.h"
 
-#include "link/receive.h"
-#include "storage/line_files.h"
-#include "storage/settings.h"
-#include "storage/volumes.h"
-#include "text/digits.h"
-#include "text/ranges.h"
-#include "view/grids.h"
-#include "view/navigation.h"
-#include "view/platform/platform.h"
-#include "view/questions.h"
+#include "src/link/receive.h"
+#include "src/storage/line_files.h"
+#include "src/storage/settings.h"
+#include "src/storage/volumes.h"
+#include "src/text/digits.h"
+#include "src/text/ranges.h"
+#include "src/view/grids.h"
+#include "src/view/navigation.h"
+#include "src/view/platform/platform.h"
+#include "src/view/questions.h"
 
 namespace modQuorin {
 

@@ -2,7 +2,7 @@
 // Screens and commands for checking the system on a device in the field.
 #pragma once
 
-#include "text/text.h"
+#include "src/text/text.h"
 
 namespace modQuorin {
 

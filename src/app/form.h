@@ -3,8 +3,8 @@
 // thread of its event loop; a handler that lets events run may be entered again.
 #pragma once
 
-#include "text/text.h"
-#include "view/platform/painting.h"
+#include "src/text/text.h"
+#include "src/view/platform/canvas.h"
 
 namespace frmQuorin {
 

@@ -1,18 +1,18 @@
 // SPDX-License-Identifier: MIT
-#include "app/keys.h"
+#include "src/app/keys.h"
 
-#include "app/commands.h"
-#include "drivers/record_editor.h"
-#include "link/ports.h"
-#include "link/receive.h"
-#include "view/display_state.h"
-#include "view/grids.h"
-#include "view/input_fields.h"
-#include "view/platform/device_traits.h"
-#include "view/platform/platform.h"
-#include "view/prompt.h"
-#include "view/questions.h"
-#include "view/screen_table.h"
+#include "src/app/commands.h"
+#include "src/drivers/record_editor.h"
+#include "src/link/ports.h"
+#include "src/link/receive.h"
+#include "src/view/display_state.h"
+#include "src/view/grids.h"
+#include "src/view/input_fields.h"
+#include "src/view/platform/device_traits.h"
+#include "src/view/platform/platform.h"
+#include "src/view/prompt.h"
+#include "src/view/questions.h"
+#include "src/view/screen_table.h"
 
 #include <algorithm>
 

@@ -2,7 +2,7 @@
 // A device's keys become the few actions there are, and the hold timer tells a long press from a tap.
 #pragma once
 
-#include "view/screen_table.h"
+#include "src/view/screen_table.h"
 
 namespace modQuorin {
 

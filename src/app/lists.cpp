@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: MIT
-#include "app/lists.h"
+#include "src/app/lists.h"
 
-#include "drivers/downloads.h"
-#include "drivers/selection.h"
-#include "link/ports.h"
-#include "storage/settings.h"
-#include "storage/volumes.h"
-#include "view/grids.h"
-#include "view/platform/platform.h"
-#include "view/screen_table.h"
+#include "src/drivers/downloads.h"
+#include "src/drivers/selection.h"
+#include "src/link/ports.h"
+#include "src/storage/settings.h"
+#include "src/storage/volumes.h"
+#include "src/view/grids.h"
+#include "src/view/platform/platform.h"
+#include "src/view/screen_table.h"
 
 namespace modQuorin {
 

@@ -2,7 +2,7 @@
 // The shared selection list, and what a changed row means on each screen.
 #pragma once
 
-#include "text/text.h"
+#include "src/text/text.h"
 
 namespace modQuorin {
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "app/menus.h"
+#include "src/app/menus.h"
 
-#include "view/menu_table.h"
+#include "src/view/menu_table.h"
 
 namespace modQuorin {
 

@@ -1,15 +1,15 @@
 // SPDX-License-Identifier: MIT
-#include "app/preferences.h"
+#include "src/app/preferences.h"
 
-#include "app/lists.h"
-#include "drivers/installation.h"
-#include "storage/settings.h"
-#include "view/display_state.h"
-#include "view/grids.h"
-#include "view/navigation.h"
-#include "view/platform/device_traits.h"
-#include "view/platform/platform.h"
-#include "view/prompt.h"
+#include "src/app/lists.h"
+#include "src/drivers/installation.h"
+#include "src/storage/settings.h"
+#include "src/view/display_state.h"
+#include "src/view/grids.h"
+#include "src/view/navigation.h"
+#include "src/view/platform/device_traits.h"
+#include "src/view/platform/platform.h"
+#include "src/view/prompt.h"
 
 namespace modQuorin {
 

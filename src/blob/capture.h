@@ -2,7 +2,7 @@
 // Where a measurement becomes data: the current result is put into the record on screen.
 #pragma once
 
-#include "text/text.h"
+#include "src/text/text.h"
 
 namespace modBLob {
 

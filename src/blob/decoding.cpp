@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "blob/decoding.h"
+#include "src/blob/decoding.h"
 
-#include "blob/tags.h"
-#include "text/patterns.h"
-#include "text/ranges.h"
+#include "src/blob/tags.h"
+#include "src/text/patterns.h"
+#include "src/text/ranges.h"
 
 #include <algorithm>
 

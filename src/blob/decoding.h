@@ -3,7 +3,7 @@
 // and what they carry are told in docs/formats.md.
 #pragma once
 
-#include "text/text.h"
+#include "src/text/text.h"
 
 #include <vector>
 

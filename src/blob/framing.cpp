@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "blob/framing.h"
+#include "src/blob/framing.h"
 
-#include "blob/capture.h"
-#include "blob/decoding.h"
-#include "blob/tags.h"
-#include "view/status_strip.h"
+#include "src/blob/capture.h"
+#include "src/blob/decoding.h"
+#include "src/blob/tags.h"
+#include "src/view/status_strip.h"
 
 #include <algorithm>
 

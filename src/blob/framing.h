@@ -2,7 +2,7 @@
 // Finds complete BLobs in the text that has come so far.
 #pragma once
 
-#include "text/text.h"
+#include "src/text/text.h"
 
 #include <vector>
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "blob/tags.h"
+#include "src/blob/tags.h"
 
 namespace modBLob {
 

@@ -2,7 +2,7 @@
 // The tags of a BLob and how they are looked for: in any case, and with anything behind what stands here.
 #pragma once
 
-#include "text/text.h"
+#include "src/text/text.h"
 
 #include <cstring>
 

@@ -1,17 +1,17 @@
 // SPDX-License-Identifier: MIT
-#include "drivers/downloads.h"
+#include "src/drivers/downloads.h"
 
-#include "drivers/selection.h"
-#include "storage/keyed_tables.h"
-#include "storage/settings.h"
-#include "storage/table_lack.h"
-#include "storage/volumes.h"
-#include "text/digits.h"
-#include "view/grids.h"
-#include "view/navigation.h"
-#include "view/platform/platform.h"
-#include "view/prompt.h"
-#include "view/questions.h"
+#include "src/drivers/selection.h"
+#include "src/storage/keyed_tables.h"
+#include "src/storage/settings.h"
+#include "src/storage/table_lack.h"
+#include "src/storage/volumes.h"
+#include "src/text/digits.h"
+#include "src/view/grids.h"
+#include "src/view/navigation.h"
+#include "src/view/platform/platform.h"
+#include "src/view/prompt.h"
+#include "src/view/questions.h"
 
 namespace modQuorin {
 

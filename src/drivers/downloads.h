@@ -2,7 +2,7 @@
 // The register of all downloads of all drivers: the table "qrnctrl.txt", one row a download, oldest first.
 #pragma once
 
-#include "text/text.h"
+#include "src/text/text.h"
 
 #include <vector>
 

@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: MIT
-#include "drivers/inf_tables.h"
+#include "src/drivers/inf_tables.h"
 
-#include "drivers/record_editor.h"
-#include "storage/keyed_tables.h"
-#include "storage/settings.h"
-#include "storage/table_lack.h"
-#include "storage/volumes.h"
-#include "view/inf_fields.h"
-#include "view/navigation.h"
-#include "view/platform/platform.h"
+#include "src/drivers/record_editor.h"
+#include "src/storage/keyed_tables.h"
+#include "src/storage/settings.h"
+#include "src/storage/table_lack.h"
+#include "src/storage/volumes.h"
+#include "src/view/inf_fields.h"
+#include "src/view/navigation.h"
+#include "src/view/platform/platform.h"
 
 namespace modQuorin {
 

@@ -2,7 +2,7 @@
 // Inf tables: one row for each column of a driver's downloads, saying how it is called, shown, filled and edited.
 #pragma once
 
-#include "text/text.h"
+#include "src/text/text.h"
 
 namespace modQuorin {
 

@@ -1,16 +1,16 @@
 // SPDX-License-Identifier: MIT
-#include "drivers/installation.h"
+#include "src/drivers/installation.h"
 
-#include "drivers/registry.h"
-#include "drivers/selection.h"
-#include "storage/line_files.h"
-#include "storage/settings.h"
-#include "storage/volumes.h"
-#include "view/grids.h"
-#include "view/platform/device_traits.h"
-#include "view/platform/platform.h"
-#include "view/questions.h"
-#include "view/status_strip.h"
+#include "src/drivers/registry.h"
+#include "src/drivers/selection.h"
+#include "src/storage/line_files.h"
+#include "src/storage/settings.h"
+#include "src/storage/volumes.h"
+#include "src/view/grids.h"
+#include "src/view/platform/device_traits.h"
+#include "src/view/platform/platform.h"
+#include "src/view/questions.h"
+#include "src/view/status_strip.h"
 
 namespace modQuorin {
 

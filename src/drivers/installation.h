@@ -2,7 +2,7 @@
 // Driver packages: plain text files with the ending ".qvd", which bring a driver's row and its inf table.
 #pragma once
 
-#include "text/text.h"
+#include "src/text/text.h"
 
 namespace modQuorin {
 

@@ -1,16 +1,16 @@
 // SPDX-License-Identifier: MIT
-#include "drivers/record_editor.h"
+#include "src/drivers/record_editor.h"
 
-#include "link/receive.h"
-#include "storage/keyed_tables.h"
-#include "view/grids.h"
-#include "view/inf_fields.h"
-#include "view/input_fields.h"
-#include "view/navigation.h"
-#include "view/platform/platform.h"
-#include "view/prompt.h"
-#include "view/questions.h"
-#include "view/status_strip.h"
+#include "src/link/receive.h"
+#include "src/storage/keyed_tables.h"
+#include "src/view/grids.h"
+#include "src/view/inf_fields.h"
+#include "src/view/input_fields.h"
+#include "src/view/navigation.h"
+#include "src/view/platform/platform.h"
+#include "src/view/prompt.h"
+#include "src/view/questions.h"
+#include "src/view/status_strip.h"
 
 #include <algorithm>
 

@@ -3,7 +3,7 @@
 // serves the drivers table, inf tables and downloads alike.
 #pragma once
 
-#include "text/text.h"
+#include "src/text/text.h"
 
 #include <vector>
 

@@ -2,7 +2,7 @@
 // A download opened through its driver's inf table, and the choice of the fields that it shows.
 #pragma once
 
-#include "text/text.h"
+#include "src/text/text.h"
 
 namespace modQuorin {
 

@@ -1,18 +1,18 @@
 // SPDX-License-Identifier: MIT
-#include "drivers/registry.h"
+#include "src/drivers/registry.h"
 
-#include "drivers/downloads.h"
-#include "drivers/inf_tables.h"
-#include "drivers/record_editor.h"
-#include "drivers/selection.h"
-#include "storage/keyed_tables.h"
-#include "storage/settings.h"
-#include "storage/table_lack.h"
-#include "storage/volumes.h"
-#include "view/grids.h"
-#include "view/navigation.h"
-#include "view/platform/platform.h"
-#include "view/questions.h"
+#include "src/drivers/downloads.h"
+#include "src/drivers/inf_tables.h"
+#include "src/drivers/record_editor.h"
+#include "src/drivers/selection.h"
+#include "src/storage/keyed_tables.h"
+#include "src/storage/settings.h"
+#include "src/storage/table_lack.h"
+#include "src/storage/volumes.h"
+#include "src/view/grids.h"
+#include "src/view/navigation.h"
+#include "src/view/platform/platform.h"
+#include "src/view/questions.h"
 
 namespace modQuorin {
 

@@ -2,7 +2,7 @@
 // The installed drivers: the table "drivers.txt", one row a driver, with its name and the file of its inf table.
 #pragma once
 
-#include "text/text.h"
+#include "src/text/text.h"
 
 #include <vector>
 

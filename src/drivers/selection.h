@@ -2,7 +2,7 @@
 // What the technician has in hand.
 #pragma once
 
-#include "text/text.h"
+#include "src/text/text.h"
 
 namespace modQuorin {
 

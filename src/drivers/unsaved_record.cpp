@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include "drivers/unsaved_record.h"
+#include "src/drivers/unsaved_record.h"
 
-#include "drivers/record_editor.h"
-#include "storage/keyed_tables.h"
-#include "view/inf_fields.h"
-#include "view/prompt.h"
-#include "view/screen_table.h"
+#include "src/drivers/record_editor.h"
+#include "src/storage/keyed_tables.h"
+#include "src/view/inf_fields.h"
+#include "src/view/prompt.h"
+#include "src/view/screen_table.h"
 
 namespace modQuorin {
 

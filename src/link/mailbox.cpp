@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include "link/mailbox.h"
+#include "src/link/mailbox.h"
 
-#include "storage/line_files.h"
-#include "storage/settings.h"
-#include "text/windows_1252.h"
-#include "view/platform/device_traits.h"
-#include "view/platform/platform.h"
+#include "src/storage/line_files.h"
+#include "src/storage/settings.h"
+#include "src/text/windows_1252.h"
+#include "src/view/platform/device_traits.h"
+#include "src/view/platform/platform.h"
 
 namespace modBluetooth {
 

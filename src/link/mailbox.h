@@ -4,8 +4,8 @@
 // side reads that file and deletes it, and writes nothing.
 #pragma once
 
-#include "text/text.h"
-#include "view/platform/storage.h"
+#include "src/text/text.h"
+#include "src/view/platform/storage.h"
 
 #include <optional>
 

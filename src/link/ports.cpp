@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include "link/ports.h"
+#include "src/link/ports.h"
 
-#include "link/mailbox.h"
-#include "storage/settings.h"
-#include "view/platform/device_traits.h"
-#include "view/platform/platform.h"
-#include "view/questions.h"
+#include "src/link/mailbox.h"
+#include "src/storage/settings.h"
+#include "src/view/platform/device_traits.h"
+#include "src/view/platform/platform.h"
+#include "src/view/questions.h"
 
 #include <optional>
 

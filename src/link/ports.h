@@ -3,8 +3,8 @@
 // process, or a connection by name.
 #pragma once
 
-#include "text/text.h"
-#include "view/platform/device.h"
+#include "src/text/text.h"
+#include "src/view/platform/device.h"
 
 #include <memory>
 #include <vector>

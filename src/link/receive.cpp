@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
-#include "link/receive.h"
+#include "src/link/receive.h"
 
-#include "blob/decoding.h"
-#include "blob/framing.h"
-#include "blob/tags.h"
-#include "link/mailbox.h"
-#include "link/ports.h"
-#include "view/platform/platform.h"
+#include "src/blob/decoding.h"
+#include "src/blob/framing.h"
+#include "src/blob/tags.h"
+#include "src/link/mailbox.h"
+#include "src/link/ports.h"
+#include "src/view/platform/platform.h"
 
 #include <algorithm>
 

@@ -2,8 +2,8 @@
 // From received characters to complete lines, and the state machine that keeps the link alive.
 #pragma once
 
-#include "text/text.h"
-#include "view/platform/device.h"
+#include "src/text/text.h"
+#include "src/view/platform/device.h"
 
 namespace modBluetooth {
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "storage/keyed_tables.h"
+#include "src/storage/keyed_tables.h"
 
-#include "view/platform/platform.h"
+#include "src/view/platform/platform.h"
 
 #include <algorithm>
 #include <bit>

@@ -3,7 +3,7 @@
 // open at a time, with one cursor that all callers share: who opens a table closes the one before it.
 #pragma once
 
-#include "storage/line_files.h"
+#include "src/storage/line_files.h"
 
 #include <vector>
 

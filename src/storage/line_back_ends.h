@@ -2,7 +2,7 @@
 // The two things that a line file can stand on. For line_files.cpp alone; the handle is open.
 #pragma once
 
-#include "storage/line_files.h"
+#include "src/storage/line_files.h"
 
 namespace modFileSystem {
 

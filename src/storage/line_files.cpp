@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "storage/line_files.h"
+#include "src/storage/line_files.h"
 
-#include "storage/line_back_ends.h"
-#include "view/platform/device_traits.h"
-#include "view/platform/platform.h"
+#include "src/storage/line_back_ends.h"
+#include "src/view/platform/device_traits.h"
+#include "src/view/platform/platform.h"
 
 namespace modFileSystem {
 

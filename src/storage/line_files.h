@@ -2,8 +2,8 @@
 // A sequence of numbered text lines, the first one being line 1, over a text file or a line database.
 #pragma once
 
-#include "text/text.h"
-#include "view/platform/storage.h"
+#include "src/text/text.h"
+#include "src/view/platform/storage.h"
 
 #include <array>
 #include <memory>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "storage/settings.h"
+#include "src/storage/settings.h"
 
-#include "storage/volumes.h"
-#include "view/platform/platform.h"
+#include "src/storage/volumes.h"
+#include "src/view/platform/platform.h"
 
 namespace modQuorin {
 

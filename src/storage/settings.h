@@ -2,7 +2,7 @@
 // The settings of the application and the names of its standing files.
 #pragma once
 
-#include "text/text.h"
+#include "src/text/text.h"
 
 namespace modQuorin {
 

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "storage/table_lack.h"
+#include "src/storage/table_lack.h"
 
-#include "storage/keyed_tables.h"
-#include "storage/settings.h"
-#include "view/platform/platform.h"
+#include "src/storage/keyed_tables.h"
+#include "src/storage/settings.h"
+#include "src/view/platform/platform.h"
 
 namespace modFileSystem {
 

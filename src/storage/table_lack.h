@@ -3,7 +3,7 @@
 // rows is empty, an inf table without rows is none.
 #pragma once
 
-#include "text/text.h"
+#include "src/text/text.h"
 
 namespace modFileSystem {
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "storage/line_back_ends.h"
+#include "src/storage/line_back_ends.h"
 
-#include "storage/volumes.h"
-#include "view/platform/platform.h"
+#include "src/storage/volumes.h"
+#include "src/view/platform/platform.h"
 
 #include <cmath>
 #include <limits>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "storage/volumes.h"
+#include "src/storage/volumes.h"
 
-#include "view/platform/device_traits.h"
-#include "view/platform/platform.h"
+#include "src/view/platform/device_traits.h"
+#include "src/view/platform/platform.h"
 
 #include <algorithm>
 #include <cmath>

@@ -3,8 +3,8 @@
 // between the parts and a trailing `\` on a folder.
 #pragma once
 
-#include "text/text.h"
-#include "view/platform/errors.h"
+#include "src/text/text.h"
+#include "src/view/platform/errors.h"
 
 #include <vector>
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "text/digits.h"
+#include "src/text/digits.h"
 
 #include <algorithm>
 

@@ -2,7 +2,7 @@
 // Numbers with zeros in front of them, as dates, times and file names have them.
 #pragma once
 
-#include "text/text.h"
+#include "src/text/text.h"
 
 namespace modStringTools {
 

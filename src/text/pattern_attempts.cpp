@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "text/pattern_attempts.h"
+#include "src/text/pattern_attempts.h"
 
 #include <algorithm>
 #include <functional>

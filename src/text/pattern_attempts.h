@@ -3,7 +3,7 @@
 // told by the characters left, as in place_sets.h.
 #pragma once
 
-#include "text/pattern_state.h"
+#include "src/text/pattern_state.h"
 
 namespace modStringTools {
 

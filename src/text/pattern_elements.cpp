@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "text/pattern_elements.h"
+#include "src/text/pattern_elements.h"
 
 namespace modStringTools {
 

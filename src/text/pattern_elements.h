@@ -2,7 +2,7 @@
 // The elements that a pattern is made of. Nothing but the matcher's own files and the tests need this.
 #pragma once
 
-#include "text/text.h"
+#include "src/text/text.h"
 
 #include <array>
 #include <unordered_map>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "text/pattern_reading.h"
+#include "src/text/pattern_reading.h"
 
-#include "text/pattern_attempts.h"
+#include "src/text/pattern_attempts.h"
 
 #include <algorithm>
 

@@ -3,7 +3,7 @@
 // its beginning, against all places of the text at once. Nothing but patterns.cpp and the tests need this.
 #pragma once
 
-#include "text/pattern_state.h"
+#include "src/text/pattern_state.h"
 
 namespace modStringTools {
 

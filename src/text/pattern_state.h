@@ -3,8 +3,8 @@
 // matcher's own files and the tests need this.
 #pragma once
 
-#include "text/pattern_elements.h"
-#include "text/place_sets.h"
+#include "src/text/pattern_elements.h"
+#include "src/text/place_sets.h"
 
 namespace modStringTools {
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "text/patterns.h"
+#include "src/text/patterns.h"
 
-#include "text/pattern_reading.h"
+#include "src/text/pattern_reading.h"
 
 #include <algorithm>
 

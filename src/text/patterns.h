@@ -3,7 +3,7 @@
 // apart by its very dialect, odd results included (pattern_reading.cpp tells them).
 #pragma once
 
-#include "text/text.h"
+#include "src/text/text.h"
 
 namespace modStringTools {
 

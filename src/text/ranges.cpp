@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "text/ranges.h"
+#include "src/text/ranges.h"
 
 #include <algorithm>
 

@@ -2,7 +2,7 @@
 // Ranges of a text by 1-based inclusive positions, and the token reader that takes lines and lists apart.
 #pragma once
 
-#include "text/text.h"
+#include "src/text/text.h"
 
 namespace modStringTools {
 

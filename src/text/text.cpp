@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "text/text.h"
+#include "src/text/text.h"
 
 #include <algorithm>
 #include <cstring>
@@ -19,7 +19,7 @@ struct CaseRun {
     std::int32_t Added;
 };
 
-#include "text/case_table.inc"
+#include "src/text/case_table.inc"
 
 template <std::size_t Count>
 char16_t Mapped(const CaseRun (&runs)[Count], char16_t character) {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "text/windows_1252.h"
+#include "src/text/windows_1252.h"
 
 #include <array>
 

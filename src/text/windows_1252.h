@@ -2,7 +2,7 @@
 // What instruments send that is no UTF-8.
 #pragma once
 
-#include "text/text.h"
+#include "src/text/text.h"
 
 namespace modStringTools {
 

@@ -2,7 +2,7 @@
 // What start-up has found out about the device's display, and the last word of its soft keyboard.
 #pragma once
 
-#include "text/text.h"
+#include "src/text/text.h"
 
 namespace modPDAUI {
 

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "view/grids.h"
+#include "src/view/grids.h"
 
-#include "view/input_fields.h"
-#include "view/platform/device_traits.h"
-#include "view/platform/platform.h"
+#include "src/view/input_fields.h"
+#include "src/view/platform/device_traits.h"
+#include "src/view/platform/platform.h"
 
 #include <cmath>
 

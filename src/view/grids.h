@@ -2,7 +2,7 @@
 // The deferred refresh of the grids and what else works on their rows.
 #pragma once
 
-#include "text/text.h"
+#include "src/text/text.h"
 
 #include <vector>
 

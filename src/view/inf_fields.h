@@ -2,7 +2,7 @@
 // The rows of the open driver's inf table in memory: one for each column of its downloads.
 #pragma once
 
-#include "text/text.h"
+#include "src/text/text.h"
 
 #include <vector>
 

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "view/input_fields.h"
+#include "src/view/input_fields.h"
 
-#include "storage/keyed_tables.h"
-#include "view/platform/platform.h"
-#include "view/screen_table.h"
+#include "src/storage/keyed_tables.h"
+#include "src/view/platform/platform.h"
+#include "src/view/screen_table.h"
 
 namespace modPDAUI {
 

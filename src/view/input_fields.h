@@ -3,8 +3,8 @@
 // and control in step.
 #pragma once
 
-#include "text/text.h"
-#include "view/platform/controls.h"
+#include "src/text/text.h"
+#include "src/view/platform/controls.h"
 
 namespace modPDAUI {
 

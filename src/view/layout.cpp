@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include "view/layout.h"
+#include "src/view/layout.h"
 
-#include "view/display_state.h"
-#include "view/input_fields.h"
-#include "view/platform/device_traits.h"
-#include "view/platform/platform.h"
-#include "view/screen_table.h"
+#include "src/view/display_state.h"
+#include "src/view/input_fields.h"
+#include "src/view/platform/device_traits.h"
+#include "src/view/platform/platform.h"
+#include "src/view/screen_table.h"
 
 #include <algorithm>
 #include <cmath>

@@ -2,7 +2,7 @@
 // The form's own place and size, and where the two grids and an open input field stand on it.
 #pragma once
 
-#include "text/text.h"
+#include "src/text/text.h"
 
 namespace modPDAUI {
 

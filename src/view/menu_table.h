@@ -2,7 +2,7 @@
 // The table of menus: what stands on the two soft menus of a screen. Data only; src/app/menus.cpp fills it, once.
 #pragma once
 
-#include "view/screen_table.h"
+#include "src/view/screen_table.h"
 
 #include <array>
 #include <vector>

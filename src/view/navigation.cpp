@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "view/navigation.h"
+#include "src/view/navigation.h"
 
-#include "view/input_fields.h"
-#include "view/layout.h"
-#include "view/platform/platform.h"
-#include "view/soft_menus.h"
+#include "src/view/input_fields.h"
+#include "src/view/layout.h"
+#include "src/view/platform/platform.h"
+#include "src/view/soft_menus.h"
 
 namespace modQuorin {
 

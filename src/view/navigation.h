@@ -2,7 +2,7 @@
 // Moving to a screen: the two grids are shaped anew, filled, and the menu is put on.
 #pragma once
 
-#include "view/screen_table.h"
+#include "src/view/screen_table.h"
 
 namespace modQuorin {
 

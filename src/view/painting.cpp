@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include "view/painting.h"
+#include "src/view/painting.h"
 
-#include "text/digits.h"
-#include "view/display_state.h"
-#include "view/grids.h"
-#include "view/inf_fields.h"
-#include "view/platform/platform.h"
+#include "src/text/digits.h"
+#include "src/view/display_state.h"
+#include "src/view/grids.h"
+#include "src/view/inf_fields.h"
+#include "src/view/platform/platform.h"
 
 #include <cmath>
 

@@ -3,8 +3,8 @@
 // scroll bar is needed, a row grows when its text wraps, and the row of a hidden field collapses.
 #pragma once
 
-#include "view/platform/painting.h"
-#include "view/screen_table.h"
+#include "src/view/platform/canvas.h"
+#include "src/view/screen_table.h"
 
 namespace modPDAUI {
 

@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
-#include "view/prompt.h"
+#include "src/view/prompt.h"
 
-#include "text/digits.h"
-#include "text/ranges.h"
-#include "view/grids.h"
-#include "view/input_fields.h"
-#include "view/navigation.h"
-#include "view/platform/device_traits.h"
-#include "view/platform/platform.h"
+#include "src/text/digits.h"
+#include "src/text/ranges.h"
+#include "src/view/grids.h"
+#include "src/view/input_fields.h"
+#include "src/view/navigation.h"
+#include "src/view/platform/device_traits.h"
+#include "src/view/platform/platform.h"
 
 #include <algorithm>
 #include <optional>

@@ -2,8 +2,8 @@
 // Asks for one value on a screen of its own. The grids of the screen below are kept and put back.
 #pragma once
 
-#include "text/text.h"
-#include "view/platform/controls.h"
+#include "src/text/text.h"
+#include "src/view/platform/controls.h"
 
 #include <vector>
 

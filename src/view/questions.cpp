@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "view/questions.h"
+#include "src/view/questions.h"
 
-#include "storage/settings.h"
-#include "view/input_fields.h"
-#include "view/platform/platform.h"
+#include "src/storage/settings.h"
+#include "src/view/input_fields.h"
+#include "src/view/platform/platform.h"
 
 namespace modPDAUI {
 

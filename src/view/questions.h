@@ -2,7 +2,7 @@
 // Messages and questions to the technician, under the application's name.
 #pragma once
 
-#include "text/text.h"
+#include "src/text/text.h"
 
 namespace modPDAUI {
 

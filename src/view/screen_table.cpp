@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "view/screen_table.h"
+#include "src/view/screen_table.h"
 
-#include "view/platform/platform.h"
+#include "src/view/platform/platform.h"
 
 namespace modQuorin {
 

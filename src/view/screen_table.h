@@ -3,7 +3,7 @@
 // that make it behave. Data only; src/app/screens.cpp fills it at start-up, once.
 #pragma once
 
-#include "text/text.h"
+#include "src/text/text.h"
 
 #include <vector>
 

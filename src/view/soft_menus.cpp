@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "view/soft_menus.h"
+#include "src/view/soft_menus.h"
 
-#include "view/display_state.h"
-#include "view/platform/platform.h"
+#include "src/view/display_state.h"
+#include "src/view/platform/platform.h"
 
 namespace WM5Menus {
 

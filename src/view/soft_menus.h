@@ -2,7 +2,7 @@
 // Puts a row of the menu table on the two soft menus.
 #pragma once
 
-#include "view/menu_table.h"
+#include "src/view/menu_table.h"
 
 namespace WM5Menus {
 

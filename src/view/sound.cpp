@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "view/sound.h"
+#include "src/view/sound.h"
 
-#include "view/platform/platform.h"
+#include "src/view/platform/platform.h"
 
 namespace modAudio {
 

@@ -2,7 +2,7 @@
 // The two tones that answer a captured result.
 #pragma once
 
-#include "view/platform/device.h"
+#include "src/view/platform/device.h"
 
 #include <memory>
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "view/status_strip.h"
+#include "src/view/status_strip.h"
 
-#include "view/display_state.h"
-#include "view/platform/platform.h"
+#include "src/view/display_state.h"
+#include "src/view/platform/platform.h"
 
 namespace modPDAUI {
 

@@ -2,7 +2,7 @@
 // One line of text at the foot of grdMain while a long operation runs; grids and menus are off meanwhile.
 #pragma once
 
-#include "text/text.h"
+#include "src/text/text.h"
 
 namespace modPDAUI {
 

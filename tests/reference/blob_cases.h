@@ -3,8 +3,8 @@
 // bars, missing quotes, all kinds of line ends, lost and doubled characters.
 #pragma once
 
+#include "src/text/text.h"
 #include "tests/reference/choices.h"
-#include "text/text.h"
 
 namespace reference {
 

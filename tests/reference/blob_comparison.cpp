@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "tests/reference/blob_comparison.h"
 
-#include "blob/decoding.h"
-#include "blob/framing.h"
+#include "src/blob/decoding.h"
+#include "src/blob/framing.h"
 #include "tests/reference/blob_cases.h"
 #include "tests/reference/blob_reference.h"
 

@@ -3,7 +3,7 @@
 // scan from the first line after each BLob. Slow, and used by the tests alone, which compare it with the product.
 #pragma once
 
-#include "blob/decoding.h"
+#include "src/blob/decoding.h"
 
 namespace reference {
 

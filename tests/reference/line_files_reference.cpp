@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "tests/reference/line_files_reference.h"
 
-#include "storage/volumes.h"
+#include "src/storage/volumes.h"
 
 namespace reference {
 

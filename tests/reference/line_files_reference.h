@@ -2,9 +2,9 @@
 // The line files step by step: every seek walks from the first line, and a rewrite reads and writes each line.
 #pragma once
 
-#include "storage/line_files.h"
+#include "src/storage/line_files.h"
+#include "src/view/platform/device.h"
 #include "tests/reference/memory_disk.h"
-#include "view/platform/device.h"
 
 #include <array>
 

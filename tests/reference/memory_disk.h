@@ -2,7 +2,7 @@
 // Files and line databases that last as long as a case, with every operation in its plainest form.
 #pragma once
 
-#include "view/platform/storage.h"
+#include "src/view/platform/storage.h"
 
 #include <map>
 #include <memory>

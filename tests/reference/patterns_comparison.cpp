@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "tests/reference/patterns_comparison.h"
 
+#include "src/text/pattern_reading.h"
+#include "src/text/patterns.h"
 #include "tests/reference/patterns_reference.h"
 #include "tests/reference/shown.h"
-#include "text/pattern_reading.h"
-#include "text/patterns.h"
 
 #include <algorithm>
 #include <iterator>

@@ -3,7 +3,7 @@
 // form against this one, which is right by being simple. No shortcut belongs here.
 #pragma once
 
-#include "text/text.h"
+#include "src/text/text.h"
 
 namespace reference {
 

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "tests/reference/ranges_comparison.h"
 
+#include "src/text/ranges.h"
 #include "tests/reference/ranges_reference.h"
 #include "tests/reference/shown.h"
-#include "text/ranges.h"
 
 namespace reference {
 

@@ -2,7 +2,7 @@
 // The range operations and the token reader, written down step by step. Only tests use them.
 #pragma once
 
-#include "text/text.h"
+#include "src/text/text.h"
 
 namespace reference {
 

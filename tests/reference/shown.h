@@ -2,7 +2,7 @@
 // A text for a person to read, and to paste into a test.
 #pragma once
 
-#include "text/text.h"
+#include "src/text/text.h"
 
 #include <cstdio>
 #include <string>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "tests/reference/storage_device.h"
 
-#include "storage/keyed_tables.h"
-#include "storage/volumes.h"
+#include "src/storage/keyed_tables.h"
+#include "src/storage/volumes.h"
 
 #include <cstdlib>
 #include <fstream>

@@ -2,9 +2,9 @@
 // What the storage needs of a device, for cases by the hundred thousand: files in memory, or on a real disk.
 #pragma once
 
-#include "platform/device/no_commands.h"
-#include "platform/device/silent_watcher.h"
-#include "platform/headless/headless_platform.h"
+#include "backends/headless/headless_platform.h"
+#include "backends/loop/no_commands.h"
+#include "backends/loop/silent_watcher.h"
 #include "tests/reference/memory_disk.h"
 
 #include <filesystem>

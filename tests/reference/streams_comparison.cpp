@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/common/text_stream.h"
+#include "backends/files/text_stream.h"
 #include "tests/reference/course.h"
 #include "tests/reference/storage_comparison.h"
 #include "tests/reference/storage_device.h"

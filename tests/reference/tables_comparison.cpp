@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "storage/keyed_tables.h"
+#include "src/storage/keyed_tables.h"
 #include "tests/reference/course.h"
 #include "tests/reference/storage_comparison.h"
 #include "tests/reference/storage_device.h"

@@ -2,15 +2,15 @@
 // The whole program on a test device, started, with a technician's verbs.
 #pragma once
 
-#include "app/commands.h"
-#include "app/form.h"
-#include "drivers/selection.h"
-#include "platform/device/gestures.h"
-#include "storage/keyed_tables.h"
+#include "backends/input/gestures.h"
+#include "src/app/commands.h"
+#include "src/app/form.h"
+#include "src/drivers/selection.h"
+#include "src/storage/keyed_tables.h"
+#include "src/view/menu_table.h"
+#include "src/view/navigation.h"
+#include "src/view/screen_table.h"
 #include "tests/support/test_device.h"
-#include "view/menu_table.h"
-#include "view/navigation.h"
-#include "view/screen_table.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "tests/support/test_device.h"
 
-#include "app/start_up.h"
+#include "src/app/start_up.h"
 
 #include <gtest/gtest.h>
 

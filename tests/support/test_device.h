@@ -3,7 +3,7 @@
 // told to, and a record of what the device did.
 #pragma once
 
-#include "platform/headless/headless_platform.h"
+#include "backends/headless/headless_platform.h"
 
 #include <deque>
 #include <filesystem>

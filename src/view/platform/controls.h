@@ -3,7 +3,7 @@
 // the event handlers of frmQuorin. Sizes and places are pixels, but for the form's own box, which is twips.
 #pragma once
 
-#include "text/text.h"
+#include "src/text/text.h"
 
 namespace platform {
 

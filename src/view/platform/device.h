@@ -2,8 +2,8 @@
 // The device itself: what it reports, its keys, its links, its sound, its clock.
 #pragma once
 
-#include "view/platform/controls.h"
-#include "view/platform/errors.h"
+#include "src/view/platform/controls.h"
+#include "src/view/platform/errors.h"
 
 #include <memory>
 

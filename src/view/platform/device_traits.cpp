@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "view/platform/device_traits.h"
+#include "src/view/platform/device_traits.h"
 
-#include "view/platform/platform.h"
+#include "src/view/platform/platform.h"
 
 #include <algorithm>
 

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 // What the application does by the kind of device it runs on: one row a kind. A new device is a row here and one of
-// what it reports when it is simulated (platform/common/device_profiles.h).
+// what it reports when it is simulated (backends/simulated/device_profiles.h).
 #pragma once
 
-#include "text/text.h"
+#include "src/text/text.h"
 
 #include <span>
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "view/platform/errors.h"
+#include "src/view/platform/errors.h"
 
 namespace platform {
 

@@ -2,7 +2,7 @@
 // How a platform operation says that it failed.
 #pragma once
 
-#include "text/text.h"
+#include "src/text/text.h"
 
 namespace platform {
 

@@ -3,7 +3,7 @@
 // on screen to be painted.
 #pragma once
 
-#include "view/platform/controls.h"
+#include "src/view/platform/controls.h"
 
 namespace platform {
 

@@ -3,8 +3,8 @@
 // finds the words and shows them.
 #pragma once
 
-#include "view/platform/device.h"
-#include "view/platform/storage.h"
+#include "src/view/platform/device.h"
+#include "src/view/platform/storage.h"
 
 namespace platform {
 

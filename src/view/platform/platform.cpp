@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "view/platform/platform.h"
+#include "src/view/platform/platform.h"
 
 #include <cstdlib>
 

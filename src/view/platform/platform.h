@@ -2,13 +2,13 @@
 // The whole list of platform operations, gathered in one record. A back-end fills it before the form is loaded.
 #pragma once
 
-#include "view/platform/controls.h"
-#include "view/platform/device.h"
-#include "view/platform/grid.h"
-#include "view/platform/onlooker.h"
-#include "view/platform/painting.h"
-#include "view/platform/run_time.h"
-#include "view/platform/storage.h"
+#include "src/view/platform/canvas.h"
+#include "src/view/platform/controls.h"
+#include "src/view/platform/device.h"
+#include "src/view/platform/grid.h"
+#include "src/view/platform/onlooker.h"
+#include "src/view/platform/run_time.h"
+#include "src/view/platform/storage.h"
 
 #include <array>
 

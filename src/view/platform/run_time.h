@@ -2,7 +2,7 @@
 // The event loop and the end of the program.
 #pragma once
 
-#include "text/text.h"
+#include "src/text/text.h"
 
 namespace platform {
 

@@ -3,8 +3,8 @@
 // the device's storage: one that would is refused with PathRefused.
 #pragma once
 
-#include "text/text.h"
-#include "view/platform/errors.h"
+#include "src/text/text.h"
+#include "src/view/platform/errors.h"
 
 #include <memory>
 #include <string_view>

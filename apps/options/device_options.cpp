@@ -1,0 +1,143 @@
+// SPDX-License-Identifier: MIT
+#include "apps/options/device_options.h"
+
+#include "backends/simulated/device_profiles.h"
+
+#include <CLI/CLI.hpp>
+
+#include <charconv>
+#include <iomanip>
+#include <sstream>
+
+namespace apps {
+
+namespace {
+
+using modStringTools::FromBytes;
+using platform::common::ScreenSize;
+
+template <class Number>
+std::optional<Number> NumberFrom(const std::string& text) {
+    Number number{};
+    const char* const end = text.data() + text.size();
+    const auto read = std::from_chars(text.data(), end, number);
+    return read.ec == std::errc() && read.ptr == end ? std::optional<Number>(number) : std::nullopt;
+}
+
+struct Pair {
+    std::string Left;
+    std::string Right;
+};
+
+/// Both sides of the last sign, both empty without one.
+Pair Split(const std::string& text, char sign) {
+    const std::size_t place = text.rfind(sign);
+    return place == std::string::npos ? Pair{} : Pair{text.substr(0, place), text.substr(place + 1)};
+}
+
+ScreenSize ScreenFrom(const std::string& text) {
+    const Pair sides = Split(text, 'x');
+    const auto width = NumberFrom<std::int32_t>(sides.Left);
+    const auto height = NumberFrom<std::int32_t>(sides.Right);
+    constexpr std::int32_t Largest = 10000;
+    if (!width || !height || *width < 1 || *height < 1 || *width > Largest || *height > Largest)
+        Refuse("--screen", text, "is not of the form WxH, such as 240x320");
+    return {*width, *height};
+}
+
+/// A device type, or the name of a profile, whose screen then counts as well.
+void TakeDevice(const std::string& text, platform::device::DeviceOptions& device) {
+    constexpr std::int32_t LargestType = 32767;
+    if (const auto* profile = platform::common::ProfileNamed(text)) {
+        device.DeviceType = platform::NumberOf(profile->Kind);
+        device.Screen = profile->Screen;
+        return;
+    }
+    const auto type = NumberFrom<std::int32_t>(text);
+    if (!type || *type < 0 || *type > LargestType)
+        Refuse("--device", text, "is neither a device type, from 0 on, nor the name of a device");
+    device.DeviceType = *type;
+}
+
+platform::common::HostVolume VolumeFrom(const std::string& text) {
+    const Pair sides = Split(text, '=');
+    const auto kilobytes = NumberFrom<std::int64_t>(sides.Right);
+    const bool fails = sides.Right == "fail";
+    if (sides.Left.empty() || sides.Left.back() != '\\' || (!fails && (!kilobytes || *kilobytes < 0)))
+        Refuse("--volume", text, "is not of the form ROOT=KB or ROOT=fail, such as Card:\\=65536");
+    return {FromBytes(sides.Left), fails ? std::nullopt : kilobytes};
+}
+
+std::string WithoutCom(const std::string& name) {
+    const std::string com = "com";
+    return modStringTools::SameIgnoringCase(FromBytes(name.substr(0, com.size())), FromBytes(com))
+               ? name.substr(com.size())
+               : name;
+}
+
+void AddPort(const std::string& text, PortNaming naming, std::map<std::int32_t, std::string>& ports) {
+    const bool alsoCom = naming == PortNaming::NumberOrCom;
+    const std::size_t equals = text.find('=');
+    const std::string name = text.substr(0, equals);
+    const auto number = NumberFrom<std::int32_t>(alsoCom ? WithoutCom(name) : name);
+    if (equals == std::string::npos || !number || *number < 0 || equals + 1 == text.size())
+        Refuse("--port", text,
+               std::string("is not of the form ") + (alsoCom ? "N" : "ID") + "=PATH, such as 1=/dev/rfcomm0");
+    ports[*number] = text.substr(equals + 1);
+}
+
+std::string Help(const std::string& what, const std::string& byDefault) {
+    return what + " [" + byDefault + "]";
+}
+
+} // namespace
+
+void AddDeviceOptions(CLI::App& app, DeviceWords& words) {
+    app.add_option("--device", words.Device,
+                   Help("Device type that the platform reports, or a name of the table below", words.Defaults.Device));
+    app.add_option("--os-version", words.OsVersion, "Version text of the operating system [that of the device]");
+    app.add_option("--user", words.User, "User name")->capture_default_str();
+    app.add_option("--screen", words.Screen, "Working area in pixels, WxH [that of the device]");
+    app.add_option("--root", words.Root, Help("Host folder that holds all the device's storage", words.Defaults.Root));
+    app.add_option("--volume", words.Volumes,
+                   "A storage volume and its space in kilobytes, ROOT=KB, or ROOT=fail; repeatable, in order [that of "
+                   "the device]")
+        ->expected(1)
+        ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+    app.add_option("--settings", words.Settings, Help("Settings file", words.Defaults.Settings));
+}
+
+void AddPortOption(CLI::App& app, DeviceWords& words, const std::string& help) {
+    app.add_option("--port", words.Ports, help)->expected(1)->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+}
+
+platform::device::DeviceOptions UnderstoodDevice(const DeviceWords& words) {
+    platform::device::DeviceOptions device;
+    TakeDevice(words.Device, device);
+    if (words.OsVersion)
+        device.OsVersion = FromBytes(*words.OsVersion);
+    device.User = FromBytes(words.User);
+    if (!words.Screen.empty())
+        device.Screen = ScreenFrom(words.Screen);
+    device.Root = words.Root;
+    for (const std::string& volume : words.Volumes)
+        device.Volumes.push_back(VolumeFrom(volume));
+    device.Settings = words.Settings;
+    for (const std::string& port : words.Ports)
+        AddPort(port, words.Defaults.Ports, device.Ports.Pinned);
+    return device;
+}
+
+std::string DeviceTable() {
+    std::ostringstream table;
+    for (const auto& profile : platform::common::DeviceProfiles()) {
+        const auto& volume = profile.Volume;
+        table << "  " << std::left << std::setw(12) << profile.Name << "type " << platform::NumberOf(profile.Kind)
+              << ", " << profile.Device << ": " << profile.Screen.Width << "x" << profile.Screen.Height << ", version "
+              << profile.OsVersion << ", volume " << modStringTools::ToBytes(volume.Root) << "="
+              << volume.Kilobytes.value_or(0) << "\n";
+    }
+    return table.str();
+}
+
+} // namespace apps

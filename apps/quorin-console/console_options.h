@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: MIT
+// The command line of quorin-console.
+#pragma once
+
+#include "apps/options/command_line.h"
+#include "backends/loop/back_end.h"
+
+#include <string>
+
+namespace console {
+
+struct Options {
+    platform::device::DeviceOptions Device;
+    std::string Script; ///< file with the commands; standard input when empty
+    bool Strict = false;
+};
+
+using apps::Reading;
+
+Reading ReadOptions(int count, const char* const* words, Options& options);
+
+} // namespace console

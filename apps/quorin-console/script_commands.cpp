@@ -1,0 +1,336 @@
+// SPDX-License-Identifier: MIT
+#include "apps/quorin-console/script_commands.h"
+
+#include "apps/quorin-console/arguments.h"
+#include "apps/quorin-console/reports.h"
+#include "apps/start/exit_status.h"
+#include "apps/start/process.h"
+#include "backends/input/gestures.h"
+#include "backends/input/keyboard.h"
+#include "backends/loop/form_events.h"
+#include "src/app/commands.h"
+#include "src/app/form.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <limits>
+
+namespace console {
+
+using platform::BoxAnswer;
+
+namespace {
+
+using Error = std::string;
+using Arguments = std::vector<std::string>;
+
+const Error Done;
+
+constexpr std::int64_t LongestTime = std::int64_t{1000} * 86400 * 365 * 100; // a century of milliseconds
+
+// --- a person's hand -------------------------------------------------------------------------------------------------
+
+struct GridPlace {
+    std::int32_t Row = 0;
+    std::int32_t Col = 0;
+};
+
+std::optional<std::int32_t> SmallNumber(const std::string& word) {
+    const auto number = NumberFrom(word);
+    if (!number || *number < std::numeric_limits<std::int32_t>::min() ||
+        *number > std::numeric_limits<std::int32_t>::max())
+        return std::nullopt;
+    return static_cast<std::int32_t>(*number);
+}
+
+Error ReadPlace(const std::string& rest, GridPlace& place) {
+    const Arguments words = WordsOf(rest);
+    if (words.empty() || words.size() > 2)
+        return "wants ROW [COL]";
+    const auto row = SmallNumber(words[0]);
+    const auto col = words.size() == 2 ? SmallNumber(words[1]) : std::optional<std::int32_t>(0);
+    if (!row || !col)
+        return "row and column are whole numbers";
+    place = {*row, *col};
+    return Done;
+}
+
+Error RunTap(const Target& target, const std::string& rest) {
+    GridPlace place;
+    const Error error = ReadPlace(rest, place);
+    return error.empty() ? Tap(target.Device, place.Row, place.Col) : error;
+}
+
+Error RunHold(const Target& target, const std::string& rest) {
+    GridPlace place;
+    const Error error = ReadPlace(rest, place);
+    return error.empty() ? Hold(target.Device, place.Row, place.Col) : error;
+}
+
+Error RunMenu(const Target& target, const std::string& rest) {
+    const Arguments words = WordsOf(rest);
+    const auto menu = words.size() == 2 ? SmallNumber(words[0]) : std::nullopt;
+    const auto item = words.size() == 2 ? SmallNumber(words[1]) : std::nullopt;
+    return menu && item ? ClickItem(target.Device, *menu, *item) : "wants M I";
+}
+
+Error RunTitle(const Target& target, const std::string& rest) {
+    const Arguments words = WordsOf(rest);
+    const auto menu = words.size() == 1 ? SmallNumber(words[0]) : std::nullopt;
+    return menu ? ClickTitle(target.Device, *menu) : "wants M";
+}
+
+Error RunChoose(const Target& target, const std::string& rest) {
+    const auto caption = TextFrom(rest);
+    return caption ? Choose(target.Device, *caption) : "is no proper JSON string";
+}
+
+/// A command that no menu of any screen offers can be given all the same, for who looks after a device.
+Error RunCommand(const Target& target, const std::string& rest) {
+    const auto text = TextFrom(rest);
+    if (!text)
+        return "is no proper JSON string";
+    Error error = FormRefusal(target.Device);
+    if (error.empty())
+        error = modStringTools::ToBytes(modQuorin::CommandRefusal(*text));
+    if (error.empty())
+        modQuorin::MenuEvent(*text);
+    return error;
+}
+
+Error RunSet(const Target& target, const std::string& rest) {
+    const auto text = TextFrom(rest);
+    return text ? SetInput(target.Device, *text) : "is no proper JSON string";
+}
+
+Error RunAnswer(const Target& target, const std::string& rest) {
+    const Arguments words = WordsOf(rest);
+    if (words == Arguments{"yes"})
+        return Answer(target.Device, BoxAnswer::Yes);
+    if (words == Arguments{"no"})
+        return Answer(target.Device, BoxAnswer::No);
+    if (words == Arguments{"ok"})
+        return Answer(target.Device, BoxAnswer::Ok);
+    return "wants yes, no or ok";
+}
+
+Error RunClose(const Target& target, const std::string&) {
+    return CloseForm(target.Device);
+}
+
+// --- keys ------------------------------------------------------------------------------------------------------------
+
+Error RunKey(const Target& target, const std::string& rest) {
+    const Arguments words = WordsOf(rest);
+    const auto code = words.size() == 1 ? SmallNumber(words[0]) : std::nullopt;
+    if (!code || *code < 1)
+        return "wants CODE, the number of a key";
+    return PressKey(target.Device, *code);
+}
+
+Error RunType(const Target& target, const std::string& rest) {
+    const auto text = TextFrom(rest);
+    return text ? TypeText(target.Device, *text) : "is no proper JSON string";
+}
+
+Error RunPick(const Target& target, const std::string& rest) {
+    const Arguments words = WordsOf(rest);
+    const auto date = words.size() == 1 ? platform::device::DateFromText(words[0]) : std::nullopt;
+    return date ? PickDate(target.Device, *date) : "wants a date of the calendar, YYYY-MM-DD";
+}
+
+/// The keyboard comes up over whatever is on show, a message box included.
+Error RunKeyboard(const Target& target, const std::string& rest) {
+    const Arguments words = WordsOf(rest);
+    std::vector<std::int32_t> numbers;
+    for (const std::string& word : words) {
+        if (const auto number = SmallNumber(word))
+            numbers.push_back(*number);
+    }
+    constexpr std::int32_t Largest = std::numeric_limits<std::int16_t>::max();
+    if (words.size() != 5 || numbers.size() != 5 || numbers[0] < -1 || numbers[0] > Largest)
+        return "wants STATE LEFT TOP WIDTH HEIGHT, five whole numbers, STATE not below -1";
+    platform::device::RaiseKeyboard(target.Device.system, static_cast<std::int16_t>(numbers[0]), numbers[1], numbers[2],
+                                    numbers[3], numbers[4]);
+    return Done;
+}
+
+// --- time ------------------------------------------------------------------------------------------------------------
+
+Error ReadTime(const std::string& rest, std::int64_t& milliseconds) {
+    const Arguments words = WordsOf(rest);
+    const auto number = words.size() == 1 ? NumberFrom(words[0]) : std::nullopt;
+    if (!number || *number < 0 || *number > LongestTime)
+        return "wants a number of milliseconds";
+    milliseconds = *number;
+    return Done;
+}
+
+Error RunTick(const Target& target, const std::string& rest) {
+    std::int64_t milliseconds = 0;
+    Error error = ReadTime(rest, milliseconds);
+    if (error.empty())
+        target.Device.loop.PassTime(milliseconds);
+    return error;
+}
+
+Error RunJump(const Target& target, const std::string& rest) {
+    std::int64_t milliseconds = 0;
+    Error error = ReadTime(rest, milliseconds);
+    if (error.empty() && !target.Device.clock.IsVirtual())
+        error = "the machine's clock can't be moved";
+    if (error.empty())
+        target.Device.loop.Jump(milliseconds);
+    return error;
+}
+
+// --- the outside world -----------------------------------------------------------------------------------------------
+
+Error RunReceive(const Target& target, const std::string& rest) {
+    const auto text = TextFrom(rest);
+    if (!text)
+        return "is no proper JSON string";
+    if (!target.Device.serial.SimulatedPortOpen())
+        return "no simulated port is open";
+    target.Device.serial.Arrive(*text);
+    return Done;
+}
+
+Error RunSerial(const Target& target, const std::string& rest) {
+    const Arguments words = WordsOf(rest);
+    const auto count = words.size() == 2 && words[0] == "fail" ? SmallNumber(words[1]) : std::nullopt;
+    if (count && *count >= -1) {
+        target.Device.serial.FailOpenings(*count);
+        return Done;
+    }
+    if (words != Arguments{"drop"})
+        return "wants fail N or drop";
+    if (!target.Device.serial.SimulatedPortOpen())
+        return "no simulated port is open";
+    target.Device.serial.Drop();
+    return Done;
+}
+
+Error RunNamed(const Target& target, const std::string& rest) {
+    const Arguments words = WordsOf(rest);
+    const auto number = words.size() == 2 && words[0] == "fail" ? SmallNumber(words[1]) : std::nullopt;
+    if (!number && words != Arguments{"ok"})
+        return "wants fail NUMBER or ok";
+    target.Device.connections.SetOutcome(number.value_or(platform::NoError));
+    return Done;
+}
+
+Error RunDisk(const Target& target, const std::string& rest) {
+    const Arguments words = WordsOf(rest);
+    const auto count = words.size() == 2 && words[0] == "fail" ? SmallNumber(words[1]) : std::nullopt;
+    if ((!count || *count < -1) && words != Arguments{"ok"})
+        return "wants fail N or ok";
+    target.Device.faults.FailNext(count.value_or(0));
+    return Done;
+}
+
+// --- reports ---------------------------------------------------------------------------------------------------------
+
+Error RunScreen(const Target& target, const std::string&) {
+    target.Out.Write(ScreenReport(target.Device));
+    return Done;
+}
+
+Error RunShow(const Target& target, const std::string&) {
+    target.Out.Write({{"show", Picture(target.Device)}});
+    return Done;
+}
+
+Error RunState(const Target& target, const std::string&) {
+    target.Out.Write(StateReport(target.Device));
+    return Done;
+}
+
+/// As a power cut: nothing is closed and nothing is saved.
+Error RunQuit(const Target& target, const std::string&) {
+    target.Out.Write({{"done", "quit"}});
+    std::_Exit(start::StatusAfterOutput("quorin-console", start::StatusEnded));
+}
+
+struct CommandRow {
+    const char* Word;
+    const char* Form; ///< its arguments
+    const char* Help;
+    Error (*Run)(const Target&, const std::string& rest);
+};
+
+// clang-format off: a row a command
+constexpr CommandRow Commands[] = {
+    {"tap", "ROW [COL]", "a short tap on a cell of the main grid", RunTap},
+    {"hold", "ROW [COL]", "a press there of 1500 ms", RunHold},
+    {"menu", "M I", "a click on item I (1 to 5) of soft menu M (1 or 2)", RunMenu},
+    {"title", "M", "a click on the caption of soft menu M", RunTitle},
+    {"choose", "TEXT", "a click on the soft menu entry with that caption", RunChoose},
+    {"command", "TEXT", "a command of the application by its text, also one that no menu offers", RunCommand},
+    {"key", "CODE", "a key goes down and up; the control in focus acts on it unless it was swallowed", RunKey},
+    {"type", "TEXT", "characters, one by one, into the input control in focus", RunType},
+    {"set", "TEXT", "replaces the text of the input control in focus", RunSet},
+    {"pick", "YYYY-MM-DD", "chooses a date in the open date picker", RunPick},
+    {"answer", "yes|no|ok", "answers the message box that is open", RunAnswer},
+    {"tick", "MS", "lets time pass; timers fire, in time order", RunTick},
+    {"jump", "MS", "moves the virtual clock on at once, as a device that slept", RunJump},
+    {"receive", "TEXT", "these characters arrive at the simulated serial port", RunReceive},
+    {"serial", "fail N | drop", "the next N openings of the simulated port fail (-1: all); the open port closes",
+     RunSerial},
+    {"named", "fail NUMBER | ok", "what opening a named connection gives from now on", RunNamed},
+    {"keyboard", "STATE A B C D", "the soft keyboard comes or goes; A to D are its left, top, width, height",
+     RunKeyboard},
+    {"close", "", "the title bar's close", RunClose},
+    {"background", "", "the application leaves the foreground",
+     [](const Target&, const std::string&) {
+         frmQuorin::myCsys_AppBackground();
+         return Done;
+     }},
+    {"maximise", "", "it comes back to it",
+     [](const Target&, const std::string&) {
+         frmQuorin::myCsys_AppMaximized();
+         return Done;
+     }},
+    {"minimise", "", "it is made small",
+     [](const Target&, const std::string&) {
+         frmQuorin::myCsys_AppMinimized();
+         return Done;
+     }},
+    {"disk", "fail N | ok", "the next N write operations fail as a full disk does (-1: all)", RunDisk},
+    {"screen", "", "writes the screen as an object", RunScreen},
+    {"show", "", "draws the screen as text for people", RunShow},
+    {"state", "", "writes the program's state as an object", RunState},
+    {"quit", "", "ends at once, as cutting the power would", RunQuit},
+};
+// clang-format on
+
+} // namespace
+
+CommandLine Parse(const std::string& line) {
+    const std::size_t start = line.find_first_not_of(" \t");
+    const std::size_t end = std::min(line.find_first_of(" \t", start), line.size());
+    const std::size_t rest = std::min(line.find_first_not_of(" \t", end), line.size());
+    return {line.substr(start, end - start), line.substr(rest)};
+}
+
+std::string Execute(const Target& target, const CommandLine& line) {
+    for (const CommandRow& command : Commands) {
+        if (line.Word != command.Word)
+            continue;
+        const bool takesNone = *command.Form == '\0';
+        return takesNone && !WordsOf(line.Rest).empty() ? "takes no arguments" : command.Run(target, line.Rest);
+    }
+    return "there is no such command";
+}
+
+std::string CommandHelp() {
+    std::string help;
+    for (const CommandRow& command : Commands) {
+        std::string head = std::string("  ") + command.Word + " " + command.Form;
+        head.resize(std::max<std::size_t>(head.size() + 1, 26), ' ');
+        help += head + command.Help + "\n";
+    }
+    return help;
+}
+
+} // namespace console

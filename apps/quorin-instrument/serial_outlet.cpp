@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: MIT
+#include "apps/quorin-instrument/serial_outlet.h"
+
+#include "apps/quorin-instrument/waiting.h"
+
+#include <cerrno>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <termios.h>
+#include <unistd.h>
+
+namespace instrument {
+
+Outcome SerialDevice::Open() {
+    struct stat found {};
+    if (stat(Path.c_str(), &found) != 0) {
+        return FailBySystem("can't open " + Path);
+    }
+    if (!S_ISCHR(found.st_mode)) { // it may act on being opened
+        return Fail(Path + " is no serial line");
+    }
+    // Without O_NONBLOCK the opening itself would wait for a modem's carrier.
+    Line.Take(open(Path.c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC | O_NONBLOCK));
+    if (!Line.Holds()) {
+        return FailBySystem("can't open " + Path);
+    }
+    if (isatty(Line.Get()) == 0) {
+        return Fail(Path + " is no serial line");
+    }
+    return SetRawLine(Line.Get()) ? Outcome::Done : FailBySystem("can't set the line " + Path);
+}
+
+Outcome SerialDevice::Send(std::string_view bytes) {
+    while (!bytes.empty()) {
+        if (StopAsked()) {
+            return Outcome::Stopped;
+        }
+        const long written = WriteSome(Line.Get(), bytes);
+        if (written < 0) {
+            return FailBySystem("can't write to " + Path);
+        }
+        bytes.remove_prefix(static_cast<std::size_t>(written));
+    }
+    return Outcome::Done;
+}
+
+Outcome SerialDevice::Finish(Linger linger) {
+    while (tcdrain(Line.Get()) != 0) {
+        if (StopAsked()) {
+            return Outcome::Stopped;
+        }
+        if (errno != EINTR) {
+            return FailBySystem("can't write to " + Path);
+        }
+    }
+    return PauseFor(linger.value_or(std::chrono::milliseconds(0))) ? Outcome::Done : Outcome::Stopped;
+}
+
+} // namespace instrument

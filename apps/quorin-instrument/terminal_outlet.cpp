@@ -1,0 +1,129 @@
+// SPDX-License-Identifier: MIT
+#include "apps/quorin-instrument/terminal_outlet.h"
+
+#include "apps/quorin-instrument/waiting.h"
+
+#include <array>
+#include <cerrno>
+#include <climits>
+#include <cstdio>
+#include <cstdlib>
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace instrument {
+
+namespace {
+
+/// A reader opens its port and sets it up afterwards, which may throw away what has come by then.
+constexpr Microseconds SettlingTime = std::chrono::milliseconds(100);
+
+/// What a symbolic link says; empty when the path is none.
+std::string LinkTarget(const std::string& path) {
+    std::array<char, PATH_MAX> target;
+    const auto length = readlink(path.c_str(), target.data(), target.size());
+    return length < 0 ? std::string() : std::string(target.data(), static_cast<std::size_t>(length));
+}
+
+} // namespace
+
+PseudoTerminal::~PseudoTerminal() {
+    // Another instrument may have put its own link there meanwhile.
+    if (LinkMade && LinkTarget(Link) == SlavePath) {
+        unlink(Link.c_str());
+    }
+}
+
+Outcome PseudoTerminal::Open() {
+    Master.Take(posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC | O_NONBLOCK));
+    if (!Master.Holds() || grantpt(Master.Get()) != 0 || unlockpt(Master.Get()) != 0) {
+        return FailBySystem("can't open a pseudo terminal");
+    }
+    std::array<char, PATH_MAX> path;
+    if (ptsname_r(Master.Get(), path.data(), path.size()) != 0) {
+        return FailBySystem("can't name the pseudo terminal");
+    }
+    SlavePath = path.data();
+    // The master tells that nobody has the slave open only after somebody once had.
+    const Descriptor slave(open(path.data(), O_RDWR | O_NOCTTY | O_CLOEXEC));
+    if (!slave.Holds()) {
+        return FailBySystem("can't open " + SlavePath);
+    }
+    if (const Outcome made = MakeLink(); made != Outcome::Done) {
+        return made;
+    }
+    std::printf("%s\n", SlavePath.c_str());
+    if (std::fflush(stdout) != 0) {
+        return FailBySystem("can't write the name of the line");
+    }
+    return Outcome::Done;
+}
+
+Outcome PseudoTerminal::MakeLink() {
+    if (Link.empty()) {
+        return Outcome::Done;
+    }
+    // A link may be left from a run that was killed; anything else is somebody's own.
+    if (!LinkTarget(Link).empty()) {
+        unlink(Link.c_str());
+    }
+    if (symlink(SlavePath.c_str(), Link.c_str()) != 0) {
+        return FailBySystem("can't make the link " + Link);
+    }
+    LinkMade = true;
+    return Outcome::Done;
+}
+
+bool PseudoTerminal::ReaderThere() const {
+    pollfd master = {Master.Get(), 0, 0};
+    return poll(&master, 1, 0) >= 0 && (master.revents & POLLHUP) == 0;
+}
+
+Outcome PseudoTerminal::WaitForReader() {
+    LineReady = false;
+    while (!ReaderThere()) {
+        if (!PauseFor(LookInterval)) {
+            return Outcome::Stopped;
+        }
+    }
+    // The last reader's closing set the line back to what a login terminal is. Setting the master sets the slave.
+    if (!SetRawLine(Master.Get())) {
+        return FailBySystem("can't set the line " + SlavePath);
+    }
+    LineReady = true;
+    return PauseFor(SettlingTime) ? Outcome::Done : Outcome::Stopped;
+}
+
+Outcome PseudoTerminal::Send(std::string_view bytes) {
+    while (!bytes.empty()) {
+        if (StopAsked()) {
+            return Outcome::Stopped;
+        }
+        if (!LineReady || !ReaderThere()) {
+            if (const Outcome there = WaitForReader(); there != Outcome::Done) {
+                return there;
+            }
+            continue; // it may have gone again while the line settled
+        }
+        const long written = WriteSome(Master.Get(), bytes);
+        if (written < 0 && errno != EIO) { // EIO: the reader has gone just now
+            return FailBySystem("can't write to " + SlavePath);
+        }
+        bytes.remove_prefix(written > 0 ? static_cast<std::size_t>(written) : 0);
+    }
+    return Outcome::Done;
+}
+
+Outcome PseudoTerminal::Finish(Linger linger) {
+    const auto end = std::chrono::steady_clock::now() + linger.value_or(std::chrono::milliseconds(0));
+    while (ReaderThere() && (!linger || std::chrono::steady_clock::now() < end)) {
+        if (!PauseFor(LookInterval)) {
+            return Outcome::Stopped;
+        }
+    }
+    return Outcome::Done;
+}
+
+} // namespace instrument

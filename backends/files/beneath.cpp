@@ -1,0 +1,227 @@
+// SPDX-License-Identifier: MIT
+#include "backends/files/beneath.h"
+
+#include <array>
+#include <cerrno>
+#include <climits>
+#include <fcntl.h>
+#include <optional>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <vector>
+
+#if __has_include(<linux/openat2.h>)
+#include <linux/openat2.h>
+#include <sys/syscall.h>
+#endif
+
+namespace platform::common {
+
+namespace {
+
+constexpr int FolderFlags = O_PATH | O_DIRECTORY | O_CLOEXEC;
+
+/// As many links as the kernel follows in one path.
+constexpr int MostLinks = 40;
+
+/// How often the kernel may ask to try again, which it does when somebody renames folders meanwhile.
+constexpr int Tries = 100;
+
+/// What the kernel says of the folder; nothing where it can't be asked.
+std::optional<ErrorNumber> AskKernel(int folder, const std::string& relative, Descriptor& found) {
+#ifdef SYS_openat2
+    open_how how{};
+    how.flags = FolderFlags;
+    how.resolve = RESOLVE_BENEATH | RESOLVE_NO_MAGICLINKS;
+    const char* path = relative.empty() ? "." : relative.c_str();
+    for (int attempt = 0; attempt < Tries; ++attempt) {
+        const auto opened = Repeated([&] { return ::syscall(SYS_openat2, folder, path, &how, sizeof how); });
+        if (opened >= 0) {
+            found = Descriptor(static_cast<int>(opened));
+            return NoError;
+        }
+        if (errno != EAGAIN)
+            break;
+    }
+    // A container may forbid the call as if it were not allowed, where the kernel would say that there is none.
+    if (errno == ENOSYS || errno == EPERM)
+        return std::nullopt;
+    return errno == EXDEV ? PathRefused : FromErrno(errno);
+#else
+    static_cast<void>(folder), static_cast<void>(relative), static_cast<void>(found);
+    return std::nullopt;
+#endif
+}
+
+/// Where a link leads; nothing when the entry is none, or is not there.
+ErrorNumber TargetOf(int folder, const std::string& name, std::optional<std::string>& target) {
+    std::array<char, PATH_MAX> bytes;
+    const ssize_t count = Repeated([&] { return ::readlinkat(folder, name.c_str(), bytes.data(), bytes.size()); });
+    if (static_cast<std::size_t>(count) == bytes.size())
+        return PathRefused;
+    if (count >= 0) {
+        target.emplace(bytes.data(), static_cast<std::size_t>(count));
+        return NoError;
+    }
+    target.reset();
+    return errno == EINVAL || errno == ENOENT ? NoError : FromErrno(errno);
+}
+
+/// The parts of a path, last one first: what a walk still has before it.
+void PutBefore(const std::string& path, std::vector<std::string>& ahead) {
+    for (std::size_t end = path.size(); end != std::string::npos;) {
+        const std::size_t slash = end == 0 ? std::string::npos : path.rfind('/', end - 1);
+        const std::size_t start = slash == std::string::npos ? 0 : slash + 1;
+        ahead.push_back(path.substr(start, end - start));
+        end = slash;
+    }
+}
+
+bool IsAbsolute(const std::string& path) {
+    return !path.empty() && path.front() == '/';
+}
+
+/// A walk down from a folder, which knows the way back.
+class Walk {
+public:
+    Walk(int folder, const std::string& relative) : Start(folder) { PutBefore(relative, Ahead); }
+
+    ErrorNumber ToItsEnd(Descriptor& found) {
+        while (!Ahead.empty()) {
+            const std::string part = Ahead.back();
+            Ahead.pop_back();
+            if (const ErrorNumber error = Step(part); error != NoError)
+                return error;
+        }
+        found = Descriptor(Repeated([this] { return ::openat(Here(), ".", FolderFlags); }));
+        return found.Valid() ? NoError : FromErrno(errno);
+    }
+
+private:
+    int Here() const { return Behind.empty() ? Start : Behind.back().Number(); }
+
+    ErrorNumber Step(const std::string& part) {
+        if (part.empty() || part == ".")
+            return NoError;
+        if (part == "..")
+            return Back();
+        Descriptor next(Repeated([&] { return ::openat(Here(), part.c_str(), O_PATH | O_NOFOLLOW | O_CLOEXEC); }));
+        struct stat found {};
+        if (!next.Valid() || Repeated([&] { return ::fstat(next.Number(), &found); }) != 0)
+            return FromErrno(errno);
+        if (S_ISLNK(found.st_mode))
+            return Follow(next.Number());
+        if (!S_ISDIR(found.st_mode))
+            return FileNotFound;
+        Behind.push_back(std::move(next));
+        return NoError;
+    }
+
+    ErrorNumber Back() {
+        if (Behind.empty())
+            return PathRefused;
+        Behind.pop_back();
+        return NoError;
+    }
+
+    ErrorNumber Follow(int link) {
+        std::optional<std::string> target;
+        if (const ErrorNumber error = TargetOf(link, "", target); error != NoError)
+            return error;
+        if (!target || IsAbsolute(*target) || ++Links > MostLinks)
+            return PathRefused;
+        PutBefore(*target, Ahead);
+        return NoError;
+    }
+
+    int Start;
+    std::vector<Descriptor> Behind; ///< the folders from the start to here
+    std::vector<std::string> Ahead; ///< last one first
+    int Links = 0;
+};
+
+/// A path as the folder it lies in, and its name there.
+struct Parted {
+    explicit Parted(const std::string& path) {
+        const std::size_t slash = path.rfind('/');
+        Folder = slash == std::string::npos ? std::string() : path.substr(0, slash);
+        Name = slash == std::string::npos ? path : path.substr(slash + 1);
+    }
+    bool NamesAnEntry() const { return !Name.empty() && Name != "." && Name != ".."; }
+
+    std::string Folder;
+    std::string Name;
+};
+
+/// A link that leads to nothing is refused.
+ErrorNumber EndOfLinks(const FileEntry& entry) {
+    struct stat found {};
+    const ErrorNumber error = LookAt(entry, found);
+    return error == FileNotFound ? PathRefused : error;
+}
+
+ErrorNumber MakeOneFolder(int folder, const std::string& relative) {
+    Descriptor found;
+    const ErrorNumber error = OpenFolderBeneath(folder, relative, found);
+    if (error != FileNotFound)
+        return error;
+    FileEntry entry;
+    if (const ErrorNumber above = FindBeneath(folder, relative, LastLink::Keep, entry); above != NoError)
+        return above;
+    if (Repeated([&] { return ::mkdirat(entry.Folder.Number(), entry.Name.c_str(), OwnersFolder); }) == 0)
+        return SyncFolder(entry.Folder);
+    // Another program may have made it meanwhile; or a file is in the way, or a link to nothing.
+    return errno == EEXIST ? OpenFolderBeneath(folder, relative, found) : FromErrno(errno);
+}
+
+} // namespace
+
+ErrorNumber OpenFolderBeneath(int folder, const std::string& relative, Descriptor& found) {
+    if (const auto answer = AskKernel(folder, relative, found))
+        return *answer;
+    return WalkBeneath(folder, relative, found);
+}
+
+ErrorNumber WalkBeneath(int folder, const std::string& relative, Descriptor& found) {
+    if (IsAbsolute(relative) || relative.size() >= PATH_MAX)
+        return PathRefused;
+    return Walk(folder, relative).ToItsEnd(found);
+}
+
+ErrorNumber FindBeneath(int folder, const std::string& relative, LastLink lastLink, FileEntry& entry) {
+    std::string path = relative;
+    for (int links = 0; links <= MostLinks; ++links) {
+        const Parted parted(path);
+        if (!parted.NamesAnEntry())
+            return PathRefused;
+        if (const ErrorNumber error = OpenFolderBeneath(folder, parted.Folder, entry.Folder); error != NoError)
+            return error;
+        entry.Name = parted.Name;
+        std::optional<std::string> target;
+        if (lastLink == LastLink::Follow) {
+            if (const ErrorNumber error = TargetOf(entry.Folder.Number(), entry.Name, target); error != NoError)
+                return error;
+        }
+        if (!target)
+            return links == 0 ? NoError : EndOfLinks(entry);
+        if (IsAbsolute(*target))
+            return PathRefused;
+        path = parted.Folder.empty() ? *target : parted.Folder + '/' + *target;
+    }
+    return PathRefused;
+}
+
+ErrorNumber MakeFoldersBeneath(int folder, const std::string& relative) {
+    if (relative.empty())
+        return NoError;
+    if (relative.size() >= PATH_MAX)
+        return PathRefused;
+    for (std::size_t end = relative.find('/');; end = relative.find('/', end + 1)) {
+        if (const ErrorNumber error = MakeOneFolder(folder, relative.substr(0, end)); error != NoError)
+            return error;
+        if (end == std::string::npos)
+            return NoError;
+    }
+}
+
+} // namespace platform::common

@@ -1,0 +1,149 @@
+// SPDX-License-Identifier: MIT
+#include "backends/files/host_file_system.h"
+
+#include "backends/files/folder_names.h"
+#include "backends/files/text_stream.h"
+
+#include <cerrno>
+#include <unistd.h>
+#include <vector>
+
+namespace platform::common {
+
+namespace {
+
+class HostFolder final : public Folder {
+public:
+    HostFolder(const PathMap& paths, Text prefix, Descriptor opened)
+        : Paths(paths), Prefix(std::move(prefix)), Opened(std::move(opened)) {}
+
+    Text FirstFile(std::int32_t) override {
+        Failure = NoError;
+        Note(ReadNames(Opened, Names));
+        Next = 0;
+        return NextFile();
+    }
+
+    Text NextFile() override {
+        while (Next < Names.size()) {
+            Text fullName;
+            if (IsListed(Names[Next++], fullName))
+                return fullName;
+        }
+        return {};
+    }
+
+    ErrorNumber WalkError() const override { return Failure; }
+
+private:
+    /// A hidden name is not listed, nor one of the host that no path of the device can mean, as with a backslash.
+    bool IsListed(const std::string& name, Text& fullName) {
+        if (name[0] == '.' || name.find('\\') != std::string::npos)
+            return false;
+        fullName = Prefix + modStringTools::FromBytes(name);
+        FileEntry entry;
+        struct stat found {};
+        ErrorNumber error = Paths.Entry(fullName, LastLink::Follow, entry);
+        if (error == NoError)
+            error = LookAt(entry, found);
+        Note(error);
+        return error == NoError && S_ISREG(found.st_mode);
+    }
+
+    /// What has gone since, or leads out of the storage, is not there.
+    void Note(ErrorNumber error) {
+        if (Failure == NoError && !IsMissing(error))
+            Failure = error;
+    }
+
+    PathMap Paths;
+    Text Prefix;
+    Descriptor Opened;
+    std::vector<std::string> Names;
+    std::size_t Next = 0;
+    ErrorNumber Failure = NoError;
+};
+
+} // namespace
+
+ErrorNumber HostFileSystem::OpenFolder(const Text& path, bool create, std::unique_ptr<Folder>& folder) {
+    if (const ErrorNumber error = create ? Paths.MakeFolder(path) : NoError; error != NoError)
+        return error;
+    Descriptor opened;
+    if (const ErrorNumber error = Paths.OpenFolder(path, opened); error != NoError)
+        return error;
+    const Text prefix = path.back() == u'\\' ? path : path + u'\\';
+    folder = std::make_unique<HostFolder>(Paths, prefix, std::move(opened));
+    return NoError;
+}
+
+/// The entry of a file: a `\` at the end of a name would make it a folder's.
+ErrorNumber HostFileSystem::Entry(const Text& fullName, LastLink lastLink, FileEntry& entry) const {
+    if (fullName.empty() || fullName.back() == u'\\')
+        return PathRefused;
+    return Paths.Entry(fullName, lastLink, entry);
+}
+
+/// Of a file, and of where it is to go.
+ErrorNumber HostFileSystem::Entries(const Text& source, const Text& destination, FileEntry& from, FileEntry& to) const {
+    const ErrorNumber error = Entry(source, LastLink::Follow, from);
+    return error == NoError ? Entry(destination, LastLink::Follow, to) : error;
+}
+
+/// What can't be looked at may be there.
+bool HostFileSystem::MayBeThere(const Text& fullName) const {
+    FileEntry entry;
+    struct stat found {};
+    return Entry(fullName, LastLink::Keep, entry) == NoError && LookAt(entry, found) != FileNotFound;
+}
+
+ErrorNumber HostFileSystem::OpenStream(const Text& fullName, StreamMode mode, std::unique_ptr<TextStream>& stream) {
+    const auto find = [files = *this, fullName](FileEntry& entry) {
+        const ErrorNumber error = files.Entry(fullName, LastLink::Follow, entry);
+        return error == PathRefused && files.MayBeThere(fullName) ? PermissionDenied : error;
+    };
+    return HostTextStream::Open(find, mode, stream);
+}
+
+ErrorNumber HostFileSystem::CopyFile(const Text& source, const Text& destination, bool overwrite) {
+    return FoundAnew([&] {
+        FileEntry from;
+        FileEntry to;
+        if (const ErrorNumber error = Entries(source, destination, from, to); error != NoError)
+            return error;
+        struct stat found {};
+        const ErrorNumber there = overwrite ? FileNotFound : LookAt(to, found);
+        if (there != FileNotFound && LookAt(from, found) == NoError && S_ISREG(found.st_mode))
+            return there == NoError ? FileExists : there;
+        return CopyOver(from, std::move(to));
+    });
+}
+
+ErrorNumber HostFileSystem::MoveFile(const Text& source, const Text& destination) {
+    return FoundAnew([&] {
+        FileEntry from;
+        FileEntry to;
+        const ErrorNumber error = Entries(source, destination, from, to);
+        return error == NoError ? MoveOver(from, std::move(to)) : error;
+    });
+}
+
+ErrorNumber HostFileSystem::DeleteFile(const Text& fullName) {
+    return FoundAnew([&] {
+        FileEntry target;
+        FileEntry entry;
+        if (const ErrorNumber error = Entry(fullName, LastLink::Follow, target); error != NoError)
+            return error;
+        if (const ErrorNumber error = Entry(fullName, LastLink::Keep, entry); error != NoError)
+            return error;
+        struct stat found {};
+        if (const ErrorNumber error = LookAt(target, found); error != NoError)
+            return error;
+        if (!S_ISREG(found.st_mode))
+            return PathRefused;
+        const ErrorNumber error = RemoveFrom(entry.Folder, entry.Name);
+        return error == NoError ? SyncFolder(entry.Folder) : error; // it must not be back after a loss of power
+    });
+}
+
+} // namespace platform::common

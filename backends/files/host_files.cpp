@@ -1,0 +1,375 @@
+// SPDX-License-Identifier: MIT
+#include "backends/files/host_files.h"
+
+#include "backends/files/file_rights.h"
+
+#include <array>
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <fcntl.h>
+#include <memory>
+#include <set>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace platform::common {
+
+namespace {
+
+constexpr std::size_t CopyBlock = 65536;
+
+/// Names to try beside a file before giving up; each one taken is what a crash left behind.
+constexpr int BesideTries = 1000;
+
+ErrorNumber LastError() {
+    return FromErrno(errno);
+}
+
+ErrorNumber LookAt(const Descriptor& opened, struct stat& found) {
+    return Repeated([&] { return ::fstat(opened.Number(), &found); }) == 0 ? NoError : LastError();
+}
+
+int OpenIn(const Descriptor& folder, const std::string& name, int flags) {
+    return Repeated([&] { return ::openat(folder.Number(), name.c_str(), flags | O_CLOEXEC, OwnersFile); });
+}
+
+ErrorNumber MakeOneFolder(const std::string& path) {
+    if (Repeated([&] { return ::mkdir(path.c_str(), OwnersFolder); }) == 0)
+        return SyncFolder(FolderOf(path));
+    const int reason = errno;
+    if (IsFolder(path)) // a read-only disk says that it is read-only, and not that the folder is there
+        return NoError;
+    return reason == EEXIST ? FileNotFound : FromErrno(reason);
+}
+
+} // namespace
+
+ErrorNumber FromErrno(int code) {
+    switch (code) {
+    case 0:
+        return NoError;
+    case ENOENT:
+    case ENOTDIR:
+        return FileNotFound;
+    case EEXIST:
+        return FileExists;
+    case ENOSPC:
+    case EDQUOT:
+    case EFBIG:
+        return DiskFull;
+    case EACCES:
+    case EPERM:
+    case EROFS:
+    case EISDIR:
+    case ETXTBSY:
+        return PermissionDenied;
+    case ENAMETOOLONG:
+    case ELOOP:
+    case EILSEQ:
+    case EINVAL:
+        return PathRefused;
+    case ESTALE:
+        return WentStale;
+    case EBUSY:
+    case ENODEV:
+    case ENXIO:
+        return NotAvailable;
+    default:
+        return DeviceFailed;
+    }
+}
+
+std::string ReasonOf(int code) {
+    const char* reason = ::strerrordesc_np(code);
+    return reason != nullptr ? reason : "error " + std::to_string(code);
+}
+
+Descriptor& Descriptor::operator=(Descriptor&& other) noexcept {
+    if (this != &other) {
+        Close();
+        Value = other.Value;
+        other.Value = -1;
+    }
+    return *this;
+}
+
+ErrorNumber Descriptor::Close() {
+    if (Value < 0)
+        return NoError;
+    const int closed = ::close(Value);
+    Value = -1;
+    // An interrupted close has released the number all the same.
+    return closed == 0 || errno == EINTR ? NoError : LastError();
+}
+
+ErrorNumber IdOf(const Descriptor& folder, FolderId& id) {
+    struct stat found {};
+    const ErrorNumber error = LookAt(folder, found);
+    id = {found.st_dev, found.st_ino};
+    return error;
+}
+
+ErrorNumber EntryAt(const std::string& path, FileEntry& entry) {
+    std::string target;
+    const ErrorNumber error = Canonical(path, target);
+    if (error == FileNotFound)
+        target = path;
+    else if (error != NoError)
+        return error;
+    entry.Name = target.substr(target.find_last_of('/') + 1);
+    const std::string folder = FolderOf(target);
+    entry.Folder = Descriptor(Repeated([&] { return ::open(folder.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC); }));
+    return entry.Folder.Valid() ? NoError : LastError();
+}
+
+ErrorNumber OpenRegular(const FileEntry& entry, int flags, Descriptor& file) {
+    struct stat found {};
+    if (const ErrorNumber error = LookAt(entry, found); error != NoError)
+        return error;
+    if (!S_ISREG(found.st_mode))
+        return PathRefused;
+    Descriptor opened(OpenIn(entry.Folder, entry.Name, flags | O_NONBLOCK | O_NOCTTY | O_NOFOLLOW));
+    if (!opened.Valid())
+        return LastError();
+    if (const ErrorNumber error = LookAt(opened, found); error != NoError)
+        return error;
+    if (!S_ISREG(found.st_mode))
+        return PathRefused;
+    file = std::move(opened);
+    return NoError;
+}
+
+ErrorNumber CreateRegular(const Descriptor& folder, const std::string& name, int flags, Descriptor& file) {
+    Descriptor made(OpenIn(folder, name, flags | O_CREAT | O_EXCL));
+    if (!made.Valid())
+        return LastError();
+    file = std::move(made);
+    return NoError;
+}
+
+ErrorNumber WriteAll(int file, std::string_view bytes, std::int64_t offset) {
+    while (!bytes.empty()) {
+        const ssize_t count = Repeated([&] { return ::pwrite(file, bytes.data(), bytes.size(), offset); });
+        if (count <= 0)
+            return count < 0 ? LastError() : DiskFull;
+        bytes.remove_prefix(static_cast<std::size_t>(count));
+        offset += count;
+    }
+    return NoError;
+}
+
+ErrorNumber LookAt(const FileEntry& entry, struct stat& found) {
+    const auto look = [&] { return ::fstatat(entry.Folder.Number(), entry.Name.c_str(), &found, AT_SYMLINK_NOFOLLOW); };
+    return Repeated(look) == 0 ? NoError : LastError();
+}
+
+std::int64_t ReadAt(int file, char* bytes, std::size_t count, std::int64_t offset) {
+    return Repeated([&] { return ::pread(file, bytes, count, offset); });
+}
+
+ErrorNumber SyncFile(const Descriptor& file) {
+    return Repeated([&] { return ::fsync(file.Number()); }) == 0 ? NoError : LastError();
+}
+
+ErrorNumber RemoveFrom(const Descriptor& folder, const std::string& name) {
+    return Repeated([&] { return ::unlinkat(folder.Number(), name.c_str(), 0); }) == 0 ? NoError : LastError();
+}
+
+bool IsFolder(const std::string& path) {
+    struct stat found {};
+    return Repeated([&] { return ::stat(path.c_str(), &found); }) == 0 && S_ISDIR(found.st_mode);
+}
+
+ErrorNumber Canonical(const std::string& path, std::string& canonical) {
+    struct Free {
+        void operator()(char* text) const { std::free(text); }
+    };
+    std::unique_ptr<char, Free> found;
+    const auto find = [&] {
+        found.reset(::realpath(path.c_str(), nullptr));
+        return found ? 0 : -1;
+    };
+    if (Repeated(find) != 0)
+        return LastError();
+    canonical = found.get();
+    return NoError;
+}
+
+std::string FolderOf(const std::string& path) {
+    const std::size_t slash = path.find_last_of('/');
+    if (slash == std::string::npos)
+        return ".";
+    return slash == 0 ? "/" : path.substr(0, slash);
+}
+
+ErrorNumber MakeFolders(const std::string& path) {
+    for (std::size_t end = path.find('/', 1);; end = path.find('/', end + 1)) {
+        if (const ErrorNumber error = MakeOneFolder(path.substr(0, end)); error != NoError)
+            return error;
+        if (end == std::string::npos)
+            return NoError;
+    }
+}
+
+namespace {
+
+ErrorNumber SyncOpened(const Descriptor& folder) {
+    const bool synced = folder.Valid() && Repeated([&] { return ::fsync(folder.Number()); }) == 0;
+    // Some file systems can't sync a folder, and say so: their names need no such step.
+    if (synced || (folder.Valid() && errno == EINVAL))
+        return NoError;
+    const ErrorNumber error = LastError();
+    return error == WentStale ? DeviceFailed : error; // the names have been changed: nothing is to be done anew
+}
+
+} // namespace
+
+ErrorNumber SyncFolder(const Descriptor& folder) {
+    return SyncOpened(Descriptor(OpenIn(folder, ".", O_RDONLY | O_DIRECTORY)));
+}
+
+ErrorNumber SyncFolder(const std::string& folder) {
+    const auto open = [&] { return ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC); };
+    return SyncOpened(Descriptor(Repeated(open)));
+}
+
+namespace {
+
+/// Looks at a file that is to be replaced, if it is there. A rename would replace a write-protected one without a word.
+ErrorNumber MayBeReplaced(const FileEntry& entry, bool& exists) {
+    struct stat found {};
+    const ErrorNumber error = LookAt(entry, found);
+    exists = error == NoError;
+    if (!exists)
+        return error == FileNotFound ? NoError : error;
+    if (!S_ISREG(found.st_mode))
+        return PathRefused;
+    const auto ask = [&] { return ::faccessat(entry.Folder.Number(), entry.Name.c_str(), W_OK, AT_EACCESS); };
+    return Repeated(ask) == 0 ? NoError : LastError();
+}
+
+bool Renamed(int from, const std::string& name, int to, const std::string& newName) {
+    return Repeated([&] { return ::renameat(from, name.c_str(), to, newName.c_str()); }) == 0;
+}
+
+/// Gives a file the rights of the one whose place it is to take.
+ErrorNumber TakeRights(int file, const FileEntry& target, bool& kept) {
+    FileRights rights;
+    if (const int error = RightsOf(target.Folder.Number(), target.Name, rights); error != 0)
+        return FromErrno(error);
+    return FromErrno(GiveRights(file, rights, kept));
+}
+
+/// Tells once of each file that others may do less with than before.
+void TellRights(const FileEntry& file) {
+    static std::set<std::pair<ino_t, std::string>> told; // a name stays where the file itself is another one each time
+    struct stat folder {};
+    if (RightsLost && LookAt(file.Folder, folder) == NoError && told.emplace(folder.st_ino, file.Name).second)
+        RightsLost(file.Name);
+}
+
+ErrorNumber CopyBytes(int from, int to) {
+    std::array<char, CopyBlock> block;
+    for (std::int64_t offset = 0;;) {
+        const ssize_t count = ReadAt(from, block.data(), block.size(), offset);
+        if (count <= 0)
+            return count < 0 ? LastError() : NoError;
+        const std::string_view bytes(block.data(), static_cast<std::size_t>(count));
+        if (const ErrorNumber error = WriteAll(to, bytes, offset); error != NoError)
+            return error;
+        offset += count;
+    }
+}
+
+} // namespace
+
+Replacement::~Replacement() {
+    GiveUp();
+}
+
+void Replacement::GiveUp() {
+    if (Beside.Valid())
+        static_cast<void>(RemoveFrom(Target.Folder, BesideName));
+    Beside.Close();
+}
+
+ErrorNumber Replacement::BeginWith(int file) {
+    ErrorNumber error = Begin();
+    if (error == NoError)
+        error = CopyBytes(file, Beside.Number());
+    if (error != NoError)
+        GiveUp();
+    return error;
+}
+
+ErrorNumber Replacement::Begin() {
+    bool exists = false;
+    if (const ErrorNumber error = MayBeReplaced(Target, exists); error != NoError)
+        return error;
+    if (const ErrorNumber error = MakeBeside(); error != NoError)
+        return error;
+    return exists ? TakeRights(Beside.Number(), Target, KeepsRights) : NoError;
+}
+
+ErrorNumber Replacement::MakeBeside() {
+    const std::string stem = ".quorin-" + std::to_string(::getpid()) + "-";
+    for (int attempt = 0; attempt < BesideTries; ++attempt) {
+        BesideName = stem + std::to_string(attempt);
+        const ErrorNumber error = CreateRegular(Target.Folder, BesideName, O_RDWR, Beside);
+        if (error != FileExists)
+            return error;
+    }
+    return FileExists;
+}
+
+ErrorNumber Replacement::Commit() {
+    const int folder = Target.Folder.Number();
+    if (const ErrorNumber error = SyncFile(Beside); error != NoError)
+        return error;
+    if (!Renamed(folder, BesideName, folder, Target.Name))
+        return LastError();
+    if (!KeepsRights)
+        TellRights(Target);
+    const ErrorNumber closed = Beside.Close();
+    const ErrorNumber synced = SyncFolder(Target.Folder);
+    return closed != NoError ? closed : synced;
+}
+
+ErrorNumber CopyOver(const FileEntry& source, FileEntry target) {
+    Descriptor original;
+    if (const ErrorNumber error = OpenRegular(source, O_RDONLY, original); error != NoError)
+        return error;
+    Replacement copy(std::move(target));
+    const ErrorNumber error = copy.BeginWith(original.Number());
+    return error == NoError ? copy.Commit() : error;
+}
+
+ErrorNumber MoveOver(const FileEntry& source, FileEntry target) {
+    bool exists = false;
+    bool keepsRights = true;
+    if (const ErrorNumber error = MayBeReplaced(target, exists); error != NoError)
+        return error;
+    Descriptor moved;
+    if (const ErrorNumber error = OpenRegular(source, O_RDONLY, moved); error != NoError)
+        return error;
+    if (exists) {
+        if (const ErrorNumber error = TakeRights(moved.Number(), target, keepsRights); error != NoError)
+            return error;
+    }
+    if (const ErrorNumber error = SyncFile(moved); error != NoError)
+        return error;
+    const int from = source.Folder.Number();
+    if (Renamed(from, source.Name, target.Folder.Number(), target.Name)) {
+        if (!keepsRights)
+            TellRights(target);
+        return SyncFolder(target.Folder);
+    }
+    if (errno != EXDEV)
+        return LastError();
+    const ErrorNumber error = CopyOver(source, std::move(target));
+    return error == NoError ? RemoveFrom(source.Folder, source.Name) : error;
+}
+
+} // namespace platform::common

@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: MIT
+#include "backends/files/host_volumes.h"
+
+namespace platform::common {
+
+void HostVolumes::MakeFolders(const Text& keptOn) const {
+    for (const HostVolume& volume : List) {
+        if (volume.Root != keptOn)
+            Paths.MakeVolume(volume.Root); // where that fails the volume is out
+    }
+}
+
+Text HostVolumes::First() {
+    NextVolume = 0;
+    return Next();
+}
+
+Text HostVolumes::Next() {
+    return NextVolume < List.size() ? List[NextVolume++].Root : Text();
+}
+
+ErrorNumber HostVolumes::Space(const Text& root, std::int32_t& bytes) {
+    for (const HostVolume& volume : List) {
+        if (volume.Root != root)
+            continue;
+        if (!volume.Kilobytes)
+            return NotAvailable;
+        Descriptor folder;
+        if (const ErrorNumber error = Paths.OpenFolder(root, folder); error != NoError)
+            return error;
+        bytes = static_cast<std::int32_t>(static_cast<std::uint32_t>(*volume.Kilobytes) * 1024U);
+        return NoError;
+    }
+    return NotAvailable;
+}
+
+} // namespace platform::common

@@ -1,0 +1,153 @@
+// SPDX-License-Identifier: MIT
+#include "backends/files/root_lock.h"
+
+#include "backends/files/folder_names.h"
+
+#include <cerrno>
+#include <charconv>
+#include <csignal>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace platform::common {
+
+namespace {
+
+constexpr const char* LockName = ".quorin.lock";
+
+/// Who holds the lock is for the others of a group to read.
+constexpr mode_t ReadByAll = 0644;
+
+/// How often a lock file may be removed under our hands before we do without.
+constexpr int Tries = 10;
+
+constexpr int OpenFlags = O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY;
+
+/// The error of locking; 0 when it is locked.
+int Lock(int file) {
+    return Repeated([file] { return ::flock(file, LOCK_EX | LOCK_NB); }) == 0 ? 0 : errno;
+}
+
+bool IsRegular(int file) {
+    struct stat found {};
+    return Repeated([&] { return ::fstat(file, &found); }) == 0 && S_ISREG(found.st_mode);
+}
+
+bool IsStillIn(int folder, int file) {
+    struct stat here {};
+    struct stat there {};
+    return Repeated([&] { return ::fstat(file, &here); }) == 0 &&
+           Repeated([&] { return ::fstatat(folder, LockName, &there, AT_SYMLINK_NOFOLLOW); }) == 0 &&
+           here.st_dev == there.st_dev && here.st_ino == there.st_ino;
+}
+
+Descriptor OpenFile(int folder, int flags) {
+    Descriptor opened(Repeated([&] { return ::openat(folder, LockName, flags | OpenFlags, ReadByAll); }));
+    return opened.Valid() && IsRegular(opened.Number()) ? std::move(opened) : Descriptor();
+}
+
+/// The line is for people; a full disk has no room for it, and the lock holds without.
+void WriteLine(int file, const std::string& line) {
+    const auto cut = [&] { return ::ftruncate(file, static_cast<off_t>(line.size())); };
+    const bool written = WriteAll(file, line, 0) == NoError && Repeated(cut) == 0;
+    static_cast<void>(written);
+}
+
+/// Whether the process is alive that a line such as "quorin 4711" names.
+bool NamesLiving(const std::string& line) {
+    const std::string digits = line.substr(line.rfind(' ') + 1);
+    pid_t process = 0;
+    const auto read = std::from_chars(digits.data(), digits.data() + digits.size(), process);
+    const bool isNumber = read.ec == std::errc() && read.ptr == digits.data() + digits.size() && process > 0;
+    return isNumber && (::kill(process, 0) == 0 || errno == EPERM);
+}
+
+} // namespace
+
+LockResult RootLock::Take(const std::string& rootFolder, const std::string& program) {
+    Release();
+    Root = rootFolder;
+    HolderLine.clear();
+    MakeFolders(rootFolder); // where that fails, so does opening it
+    const ErrorNumber error = FoundAnew([&] {
+        const auto open = [&] { return ::open(rootFolder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC); };
+        Folder = Descriptor(Repeated(open));
+        return Folder.Valid() ? NoError : FromErrno(errno);
+    });
+    if (error != NoError) {
+        Why = ReasonOf(errno);
+        return LockResult::NoFolder;
+    }
+    const LockResult result = TakeOpened(program);
+    if (result == LockResult::Taken) {
+        NameHolder();
+        File.Close();
+        Folder.Close();
+    }
+    return result;
+}
+
+LockResult RootLock::TakeOpened(const std::string& program) {
+    const int error = Lock(Folder.Number());
+    if (error == EWOULDBLOCK)
+        return LockResult::Taken;
+    const Locked file = LockFile();
+    if (file == Locked::ByAnother)
+        return LockResult::Taken;
+    if (OwnFile)
+        WriteLine(File.Number(), program + " " + std::to_string(::getpid()) + "\n");
+    return error == 0 || file == Locked::Yes ? LockResult::Held : LockResult::Unguarded;
+}
+
+RootLock::Locked RootLock::LockFile() {
+    for (int attempt = 0; attempt < Tries; ++attempt) {
+        File = OpenFile(Folder.Number(), O_RDWR | O_CREAT);
+        OwnFile = File.Valid();
+        if (!OwnFile) // another user's, a write-protected folder's, or none at all
+            File = OpenFile(Folder.Number(), O_RDONLY);
+        const int error = File.Valid() ? Lock(File.Number()) : ENOLCK;
+        if (error == EWOULDBLOCK)
+            return Locked::ByAnother;
+        if (error != 0)
+            break;
+        if (!IsStillIn(Folder.Number(), File.Number()))
+            continue;
+        if (OwnFile)
+            Repeated([this] { return ::fchmod(File.Number(), ReadByAll); });
+        // The file of a user who has ended can't name us: in a folder of a group it may make room for one that can.
+        if (OwnFile || RemoveFrom(Folder, LockName) != NoError)
+            return Locked::Yes;
+    }
+    File.Close();
+    OwnFile = false;
+    return Locked::No;
+}
+
+void RootLock::NameHolder() {
+    const Descriptor file = OpenFile(Folder.Number(), O_RDONLY);
+    HolderLine = file.Valid() ? FirstLine("/proc/self/fd/" + std::to_string(file.Number())) : std::string();
+    if (!NamesLiving(HolderLine))
+        HolderLine = "another program";
+}
+
+std::string RootLock::Refusal() const {
+    if (HolderLine.empty())
+        return "can't open the root folder " + Root + ": " + Why;
+    return Root + " is in use by " + HolderLine + "; one program at a time works on a root folder";
+}
+
+std::string RootLock::Warning() const {
+    return Root + " can't be locked: nobody keeps a second program away from it";
+}
+
+void RootLock::Release() {
+    if (OwnFile)
+        WriteLine(File.Number(), "");
+    OwnFile = false;
+    File.Close();
+    Folder.Close();
+}
+
+} // namespace platform::common

@@ -1,0 +1,151 @@
+// SPDX-License-Identifier: MIT
+#include "backends/files/sql.h"
+
+#include "backends/files/folder_vfs.h"
+
+#include <new>
+#include <sqlite3.h>
+
+namespace platform::common {
+
+namespace {
+
+/// No text or row of a file is longer, in bytes. An expression in a file could ask for any length.
+constexpr int LongestText = 1 << 28;
+
+/// SQLite has allocators of its own, and reports. There is one way out of the want of memory, whoever finds it.
+[[noreturn]] void EndWithoutMemory() {
+    if (const std::new_handler handler = std::get_new_handler())
+        handler();
+    throw std::bad_alloc();
+}
+
+/// Each result of SQLite goes through here: an answer that only lacked memory must not be taken for one.
+int Looked(int result) {
+    if ((result & 0xFF) == SQLITE_NOMEM)
+        EndWithoutMemory();
+    return result;
+}
+
+/// Why the host has kept a file from SQLite; a file that has gone under its hands is a failure as well.
+ErrorNumber FromHost(sqlite3* connection) {
+    const ErrorNumber error = FromErrno(sqlite3_system_errno(connection));
+    return error == NoError || IsMissing(error) ? DeviceFailed : error;
+}
+
+ErrorNumber FromSqlite(int result, sqlite3* connection) {
+    switch (Looked(result) & 0xFF) { // the low byte is the error, the rest its finer kind
+    case SQLITE_OK:
+    case SQLITE_DONE:
+    case SQLITE_ROW:
+        return NoError;
+    case SQLITE_FULL:
+        return DiskFull;
+    case SQLITE_READONLY:
+    case SQLITE_PERM:
+    case SQLITE_AUTH:
+        return PermissionDenied;
+    case SQLITE_BUSY:
+    case SQLITE_LOCKED:
+        return InUse;
+    case SQLITE_CORRUPT:
+    case SQLITE_NOTADB:
+        return Damaged;
+    case SQLITE_IOERR:
+    case SQLITE_CANTOPEN:
+        return FromHost(connection);
+    default:
+        return DeviceFailed;
+    }
+}
+
+int WaitForTheOther(void* patience, int) {
+    return static_cast<LockWait*>(patience)->Wait() ? 1 : 0;
+}
+
+} // namespace
+
+SqlStatement::~SqlStatement() {
+    sqlite3_finalize(Statement);
+}
+
+bool SqlStatement::Prepare(sqlite3* connection, const char* sql) {
+    return Statement ||
+           Looked(sqlite3_prepare_v3(connection, sql, -1, SQLITE_PREPARE_PERSISTENT, &Statement, nullptr)) == SQLITE_OK;
+}
+
+void SqlStatement::Bind(int parameter, std::int64_t number) {
+    Looked(sqlite3_bind_int64(Statement, parameter, number));
+}
+
+void SqlStatement::Bind(int parameter, std::string_view bytes) {
+    // An empty view may have no address, and that would be bound as "no value"; so would a text that there is no room
+    // for, in a database of another encoding.
+    Looked(sqlite3_bind_text64(Statement, parameter, bytes.empty() ? "" : bytes.data(), bytes.size(), SQLITE_STATIC,
+                               SQLITE_UTF8));
+}
+
+bool SqlStatement::NextRow() {
+    return Looked(sqlite3_step(Statement)) == SQLITE_ROW;
+}
+
+std::int64_t SqlStatement::Number(int column) const {
+    return sqlite3_column_int64(Statement, column);
+}
+
+std::string_view SqlStatement::Bytes(int column) const {
+    const unsigned char* bytes = sqlite3_column_text(Statement, column);
+    const auto count = static_cast<std::size_t>(sqlite3_column_bytes(Statement, column));
+    if (bytes == nullptr) // no value, or no room for it
+        Looked(sqlite3_errcode(sqlite3_db_handle(Statement)));
+    return bytes ? std::string_view(reinterpret_cast<const char*>(bytes), count) : std::string_view();
+}
+
+ErrorNumber SqlStatement::Run() {
+    const ErrorNumber error = FromSqlite(sqlite3_step(Statement), sqlite3_db_handle(Statement));
+    Done();
+    return error;
+}
+
+void SqlStatement::Done() {
+    sqlite3_reset(Statement);
+    sqlite3_clear_bindings(Statement);
+}
+
+SqlConnection::~SqlConnection() {
+    sqlite3_close(Connection);
+}
+
+bool SqlConnection::Open(FileEntry file, LockWait& patience) {
+    File = std::move(file);
+    const int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_NOFOLLOW;
+    const char* const fileSystem = FolderFileSystem();
+    if (fileSystem == nullptr) // nothing would mean the usual one
+        return false;
+    if (sqlite3_open_v2(NameForSqlite(File).c_str(), &Connection, flags, fileSystem) != SQLITE_OK)
+        return false;
+    sqlite3_busy_handler(Connection, WaitForTheOther, &patience);
+    sqlite3_limit(Connection, SQLITE_LIMIT_LENGTH, LongestText);
+    return true;
+}
+
+ErrorNumber SqlConnection::LastError() const {
+    const int result = sqlite3_errcode(Connection) & 0xFF;
+    // SQLITE_ERROR stands for a statement that names a table which is not there.
+    const bool isMissing = result == SQLITE_ERROR || result == SQLITE_DONE || result == SQLITE_OK;
+    return isMissing ? FileNotFound : FromSqlite(result, Connection);
+}
+
+ErrorNumber SqlConnection::Execute(const char* sql) {
+    return FromSqlite(sqlite3_exec(Connection, sql, nullptr, nullptr, nullptr), Connection);
+}
+
+std::int64_t SqlConnection::Changed() const {
+    return sqlite3_changes64(Connection);
+}
+
+bool SqlConnection::InTransaction() const {
+    return sqlite3_get_autocommit(Connection) == 0;
+}
+
+} // namespace platform::common

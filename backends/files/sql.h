@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: MIT
+// As much of SQLite's interface as the line databases need, with owners for its objects.
+#pragma once
+
+#include "backends/files/host_files.h"
+#include "backends/files/lock_wait.h"
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+struct sqlite3;
+struct sqlite3_stmt;
+
+namespace platform::common {
+
+class SqlStatement {
+public:
+    SqlStatement() = default;
+    SqlStatement(const SqlStatement&) = delete;
+    SqlStatement& operator=(const SqlStatement&) = delete;
+    ~SqlStatement();
+
+    /// Prepares it when that has not been done yet. A table may be missing still, so a failure is tried again.
+    bool Prepare(sqlite3* connection, const char* sql);
+
+    void Bind(int parameter, std::int64_t number); ///< parameters count from 1
+    /// Bound without a copy: the bytes must stay until the statement is done.
+    void Bind(int parameter, std::string_view bytes);
+
+    bool NextRow(); ///< false at the end and on failure
+    std::int64_t Number(int column) const;
+    std::string_view Bytes(int column) const; ///< valid until the next row
+
+    /// Runs a statement that gives no rows to its end, and makes it ready for the next use.
+    ErrorNumber Run();
+    void Done();
+
+private:
+    sqlite3_stmt* Statement = nullptr;
+};
+
+class SqlConnection {
+public:
+    SqlConnection() = default;
+    SqlConnection(const SqlConnection&) = delete;
+    SqlConnection& operator=(const SqlConnection&) = delete;
+    ~SqlConnection(); ///< rolls back what is not committed; its statements must be gone
+
+    /// Opens a file that is there, and no link; an empty one is a database without tables. Its folder is held open.
+    /// Whatever finds it locked waits as long as there is patience, and then fails with InUse.
+    bool Open(FileEntry file, LockWait& patience);
+    /// Why the last call has failed: FileNotFound where a table or row that was asked for is not there.
+    ErrorNumber LastError() const;
+    ErrorNumber Execute(const char* sql);
+    bool InTransaction() const;
+    std::int64_t Changed() const; ///< rows that the last statement has changed
+    sqlite3* Handle() const { return Connection; }
+
+private:
+    FileEntry File;
+    sqlite3* Connection = nullptr;
+};
+
+} // namespace platform::common

@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: MIT
+#include "backends/grid/cell_picture.h"
+
+namespace platform::common {
+
+CellPicture& RecordingCanvas::Cell() {
+    if (!Drawn)
+        Drawn.emplace();
+    return *Drawn;
+}
+
+void RecordingCanvas::FrameRect(std::int32_t, std::int32_t, std::int32_t, std::int32_t) {
+    Cell().Frame = Fore;
+}
+
+void RecordingCanvas::ClearCell() {
+    Cell() = {Back, std::nullopt, {}};
+}
+
+void RecordingCanvas::DrawLine(std::int32_t x, std::int32_t y, const Text& text) {
+    Cell().Texts.push_back({x, y, 0, 0, 0, 0, Fore, text});
+}
+
+void RecordingCanvas::DrawBox(std::int32_t x, std::int32_t y, std::int32_t width, std::int32_t height,
+                              std::int32_t horizontalAlign, std::int32_t verticalAlign, const Text& text) {
+    Cell().Texts.push_back({x, y, width, height, horizontalAlign, verticalAlign, Fore, text});
+}
+
+} // namespace platform::common

@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: MIT
+// What a person would see of a painted cell.
+#pragma once
+
+#include "src/view/platform/canvas.h"
+
+#include <optional>
+#include <vector>
+
+namespace platform::common {
+
+/// A text on a cell. Its box is in pixels of the grid; one that was drawn on a line has neither width nor height.
+struct PaintedText {
+    std::int32_t X = 0, Y = 0, Width = 0, Height = 0;
+    std::int32_t HorizontalAlign = 0, VerticalAlign = 0; ///< as CellCanvas::DrawBox has them
+    std::int32_t Colour = 0;                             ///< 0xBBGGRR
+    Text Words;
+    bool operator==(const PaintedText&) const = default;
+};
+
+/// What was drawn on a cell since it was last cleared. Colours are 0xBBGGRR.
+struct CellPicture {
+    std::int32_t Background = 0;
+    std::optional<std::int32_t> Frame; ///< its colour, where there is one
+    std::vector<PaintedText> Texts;    ///< in the order of drawing
+    bool operator==(const CellPicture&) const = default;
+};
+
+/// The canvas of one draw-cell event: it keeps what is drawn.
+class RecordingCanvas final : public CellCanvas {
+public:
+    void SetForeColor(std::int32_t colour) override { Fore = colour; }
+    void SetBackColor(std::int32_t colour) override { Back = colour; }
+    void FrameRect(std::int32_t x, std::int32_t y, std::int32_t width, std::int32_t height) override;
+    void ClearCell() override;
+    void DrawLine(std::int32_t x, std::int32_t y, const Text& text) override;
+    void DrawBox(std::int32_t x, std::int32_t y, std::int32_t width, std::int32_t height, std::int32_t horizontalAlign,
+                 std::int32_t verticalAlign, const Text& text) override;
+
+    /// Nothing for a cell that its painter left alone.
+    const std::optional<CellPicture>& Picture() const { return Drawn; }
+
+private:
+    CellPicture& Cell();
+
+    std::int32_t Fore = 0;
+    std::int32_t Back = 0xFFFFFF;
+    std::optional<CellPicture> Drawn;
+};
+
+} // namespace platform::common

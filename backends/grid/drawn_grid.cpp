@@ -1,0 +1,165 @@
+// SPDX-License-Identifier: MIT
+#include "backends/grid/drawn_grid.h"
+
+#include "backends/grid/key_codes.h"
+
+#include <algorithm>
+
+namespace platform::common {
+
+namespace {
+
+constexpr std::int32_t CurrentCell = -1; // the `selected` of a draw-cell event
+
+} // namespace
+
+void DrawnGrid::RowColChanged() {
+    if (Moved != nullptr)
+        Moved();
+}
+
+void DrawnGrid::TakeKey(std::int32_t keyCode) {
+    if (!Enabled() || !Visible())
+        return;
+    switch (keyCode) {
+    case KeyUp:
+        SetRow(Row() - 1); // a row or a column outside of the grid is not taken
+        break;
+    case KeyDown:
+        SetRow(Row() + 1);
+        break;
+    case KeyLeft:
+        SetCol(Col() - 1);
+        break;
+    case KeyRight:
+        SetCol(Col() + 1);
+        break;
+    case KeyPageUp:
+        if (TurnsPages)
+            TurnPageUp();
+        break;
+    case KeyPageDown:
+        if (TurnsPages)
+            TurnPageDown();
+        break;
+    default:
+        break;
+    }
+}
+
+/// By as many rows as stand whole on the page, and never past the last one.
+void DrawnGrid::TurnPageDown() {
+    std::int32_t rows = 0;
+    while (RowOnScreen(TopRow() + rows))
+        ++rows;
+    const std::int32_t lastTop = std::max(Rows() - std::max(rows, 1), 0);
+    SetTopRow(std::min(TopRow() + std::max(rows, 1), lastTop));
+}
+
+/// By as many rows as have room on a page above the one that is at its head now.
+void DrawnGrid::TurnPageUp() {
+    SetTopRow(PageUpFrom(TopRow()));
+}
+
+/// The first row of a page that ends above that row: one row at least, where there is one.
+std::int32_t DrawnGrid::PageUpFrom(std::int32_t row) const {
+    std::int32_t top = row;
+    float height = 0;
+    while (top > 0) {
+        height += static_cast<float>(RowHeight(top - 1));
+        if (height > Bounds().Height && top < row)
+            break;
+        --top;
+    }
+    return top;
+}
+
+std::int32_t DrawnGrid::LastTop() const {
+    return PageUpFrom(Rows());
+}
+
+void DrawnGrid::BringOnPage(std::int32_t row) {
+    if (row < TopRow())
+        SetTopRow(row);
+    while (TopRow() < row && !RowOnScreen(row))
+        SetTopRow(TopRow() + 1);
+}
+
+std::int32_t DrawnGrid::ScrolledTop(std::int32_t top, std::int32_t rows) const {
+    const std::int32_t step = rows < 0 ? -1 : 1;
+    for (std::int32_t left = rows; left != 0; left -= step) {
+        std::int32_t next = top + step;
+        while (next > 0 && next < Rows() && RowHeight(next) == 0)
+            next += step;
+        if (next < 0 || (step > 0 && next > LastTop()))
+            break;
+        top = next;
+    }
+    return top;
+}
+
+std::optional<DrawnGrid::CellPlace> DrawnGrid::CellAt(std::int32_t x, std::int32_t y) const {
+    if (x < 0 || y < 0)
+        return std::nullopt;
+    std::int32_t row = TopRow();
+    for (std::int32_t foot = 0; row < Rows(); ++row) {
+        foot += RowHeight(row);
+        if (y < foot)
+            break;
+    }
+    std::int32_t col = 0;
+    for (std::int32_t edge = 0; col < Cols(); ++col) {
+        edge += ColWidth(col);
+        if (x < edge)
+            break;
+    }
+    if (!Offers(row, col))
+        return std::nullopt;
+    return CellPlace{row, col};
+}
+
+const CellPicture* DrawnGrid::Picture(std::int32_t row, std::int32_t col) const {
+    const auto found = Pictures.find({row, col});
+    return found != Pictures.end() ? &found->second : nullptr;
+}
+
+bool DrawnGrid::PaintIfWanted() {
+    if (!PaintWanted || !Visible())
+        return false;
+    PaintWanted = false;
+    Pictures.clear();
+    PaintPage();
+    Repainted();
+    return true;
+}
+
+/// Before the page is painted: where it begins decides whether a scroll bar takes room, and a row that has wrapped
+/// beside one stays as high as that.
+bool DrawnGrid::FillPage() {
+    if (!Visible() || HandIsDown || (FieldIsOpen != nullptr && FieldIsOpen()) || TopRow() <= LastTop())
+        return false;
+    PullPageTo(LastTop());
+    return true;
+}
+
+bool DrawnGrid::RaisePainting() {
+    const bool filled = FillPage();
+    const bool painted = PaintIfWanted();
+    if (painted && Painted != nullptr)
+        Painted();
+    return filled || painted;
+}
+
+void DrawnGrid::PaintCell(const CellToPaint& cell) {
+    RecordingCanvas canvas;
+    if (DrawCell != nullptr)
+        DrawCell(canvas, cell.Row, cell.Col, cell.X, cell.Y, cell.Width, cell.Height, cell.Current ? CurrentCell : 0);
+    if (!Visible())
+        return; // painted for its effect on the sizes
+    if (canvas.Picture())
+        Pictures[{cell.Row, cell.Col}] = *canvas.Picture();
+    else
+        Pictures.erase({cell.Row, cell.Col});
+}
+
+} // namespace platform::common

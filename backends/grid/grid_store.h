@@ -1,0 +1,128 @@
+// SPDX-License-Identifier: MIT
+// What every back-end's grid has in common: the cells, the current one, scrolling, and the events that come of them. A
+// back-end derives from it, raises the events and does the painting: of a hidden grid each row that the selection
+// passes, of one on show the page, once the grid has come to look different.
+#pragma once
+
+#include "src/view/platform/grid.h"
+
+#include <utility>
+#include <vector>
+
+namespace platform::common {
+
+/// A cell that is to be painted, with its box in pixels from the grid's corner.
+struct CellToPaint {
+    std::int32_t Row = 0, Col = 0;
+    std::int32_t X = 0, Y = 0, Width = 0, Height = 0;
+    bool Current = false;
+};
+
+class GridStore : public OwnerDrawGrid {
+public:
+    Text Cell(std::int32_t row, std::int32_t col) const override;
+    void SetCell(std::int32_t row, std::int32_t col, const Text& text) override;
+
+    std::int32_t Rows() const override { return static_cast<std::int32_t>(Lines.size()); }
+    void SetRows(std::int32_t rows) override;
+    std::int32_t Cols() const override { return static_cast<std::int32_t>(Widths.size()); }
+    void SetCols(std::int32_t cols) override;
+
+    std::int32_t Row() const override { return CurrentRow; }
+    void SetRow(std::int32_t row) override;
+    std::int32_t Col() const override { return CurrentCol; }
+    void SetCol(std::int32_t col) override;
+    /// Both in one step, with one event: a tap.
+    void SetCurrentCell(std::int32_t row, std::int32_t col);
+
+    std::int32_t TopRow() const override { return FirstOnPage; }
+    void SetTopRow(std::int32_t row) override;
+
+    std::int32_t RowHeight(std::int32_t row) const override;
+    void SetRowHeight(std::int32_t row, std::int32_t height) override;
+    std::int32_t ColWidth(std::int32_t col) const override;
+    void SetColWidth(std::int32_t col, std::int32_t width) override;
+    std::int32_t DefaultRowHeight() const override { return NewRowHeight; }
+    void SetDefaultRowHeight(std::int32_t height) override { NewRowHeight = height; }
+
+    bool RowOnScreen(std::int32_t row) const override;
+    std::int32_t GridMode() const { return Mode; }
+    void SetGridMode(std::int32_t mode) override { Mode = mode; }
+    void Recalc() override {}
+
+    Box Bounds() const override { return Place; }
+    void SetBounds(const Box& box) override;
+    bool Visible() const override { return Shown; }
+    void SetVisible(bool visible) override;
+    bool Enabled() const override { return Usable; }
+    void SetEnabled(bool enabled) override { Usable = enabled; }
+
+    Text FontName() const override { return Font; }
+    void SetFontName(const Text& name) override;
+    std::int32_t FontSize() const override { return Size; }
+    void SetFontSize(std::int32_t size) override;
+    /// From now on the font comes in these sizes alone, and any other is refused; none given: in every size.
+    void OfferFontSizes(std::vector<std::int32_t> sizes) { FontSizes = std::move(sizes); }
+
+    /// Whether a cell can be tapped: it is there, and its row has a height.
+    bool Offers(std::int32_t row, std::int32_t col) const;
+
+protected:
+    virtual void RowColChanged() = 0;
+    /// Paints one cell. It may set widths and heights.
+    virtual void PaintCell(const CellToPaint& cell) = 0;
+    /// The grid looks different from now on: PaintPage is wanted, as soon as the back-end comes to it.
+    virtual void LooksChanged() = 0;
+
+    /// Paints the rows on the page, and once more when that has changed a size or the selection. Never a third time:
+    /// two columns that wrap in one row take turns at its height for ever. Where it finds the current row pushed off
+    /// the page that it was moved onto, the page follows.
+    void PaintPage();
+    /// The page begins with that row from now on, and keeps the current row where that stands on it.
+    void PullPageTo(std::int32_t row);
+
+private:
+    struct Line {
+        std::vector<Text> Cells;
+        std::int32_t Height = 0;
+    };
+
+    bool HasRow(std::int32_t row) const { return row >= 0 && row < Rows(); }
+    bool HasCol(std::int32_t col) const { return col >= 0 && col < Cols(); }
+    Line& At(std::int32_t row) { return Lines[static_cast<std::size_t>(row)]; }
+    const Line& At(std::int32_t row) const { return Lines[static_cast<std::size_t>(row)]; }
+    void PullBack();
+    void Announce();
+    void LeaveHiddenRow();
+    std::int32_t NearestShownRow() const;
+    void ScrollTo(std::int32_t row);
+    void BeginPageWith(std::int32_t row);
+    bool StandsOnPage(std::int32_t row) const;
+    bool BringsRowBack();
+    std::int32_t HeightBetween(std::int32_t from, std::int32_t to) const;
+    std::int32_t TopOf(std::int32_t row) const;
+    void PaintRows(std::int32_t from, std::int32_t to);
+    void PaintRowsOfPage();
+    void PaintRow(std::int32_t row, std::int32_t y);
+    void Changed();
+
+    std::vector<Line> Lines;
+    std::vector<std::int32_t> Widths;
+    std::int32_t CurrentRow = 0;
+    std::int32_t CurrentCol = 0;
+    std::int32_t FirstOnPage = 0;
+    std::int32_t NewRowHeight = 0;
+    std::int32_t Mode = 0;
+    Box Place;
+    bool Shown = true;
+    bool Usable = true;
+    Text Font;
+    std::int32_t Size = 0;
+    std::vector<std::int32_t> FontSizes;
+    int Announcing = 0; ///< handlers of a move that have not come back yet
+    bool Painting = false;
+    bool ChangedByPainting = false;
+    bool KeepsRow = false; ///< the current row was brought on the page, and has not been painted there yet
+};
+
+} // namespace platform::common

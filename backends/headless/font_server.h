@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: MIT
+// Fonts of a screen that nobody sees. Every font has the same fixed metrics, so that wrapping and heights can be worked
+// out by hand: at size s each character is (3 s + 2) / 4 pixels wide and a line (15 s + 4) / 8 pixels high, in whole
+// numbers. Size 8 gives 6 and 15.
+#pragma once
+
+#include "src/view/platform/canvas.h"
+
+#include <cstddef>
+#include <utility>
+#include <vector>
+
+namespace platform::headless {
+
+class HeadlessFonts final : public FontServer {
+public:
+    FontHandle GetFont(const Text& name, std::int32_t size, std::int32_t styleFlags) override;
+    std::int32_t FontHeight(FontHandle font) override;
+    /// Carriage returns and line feeds have no width and begin no line.
+    TextSize MeasureLine(FontHandle font, const Text& text, std::int32_t start, std::int32_t length) override;
+    /// A line ends at CR LF, CR or LF, and before the word that does not fit; a word longer than a line is cut.
+    TextSize MeasureWrapped(FontHandle font, const Text& text, std::int32_t width) override;
+    Text FirstFontName() override;
+    Text NextFontName() override;
+    /// The fonts that there are from now on.
+    void OfferFonts(std::vector<Text> names) { Names = std::move(names); }
+
+private:
+    std::vector<Text> Names = {u"AFPalm",         u"AFPalmHR", u"AFSE UIQ Standard", u"Microsoft Sans Serif CMF",
+                               u"Nokia Sans S60", u"Tahoma"};
+    std::size_t Next = 0;
+};
+
+} // namespace platform::headless

@@ -1,0 +1,131 @@
+// SPDX-License-Identifier: MIT
+#include "backends/headless/headless_controls.h"
+
+#include "backends/grid/key_codes.h"
+#include "backends/loop/clock.h"
+
+#include <algorithm>
+
+namespace platform::headless {
+
+Box HeadlessForm::ClientArea() const {
+    const Box form = device::PixelsOf(*this);
+    return {0, 0, form.Width, form.Height};
+}
+
+void HeadlessTextBox::RaiseChange(const Text& old) {
+    if (Contents() != old && Change)
+        Change();
+}
+
+void HeadlessTextBox::SetContents(const Text& text) {
+    Edited.Set(text);
+    if (Change)
+        Change();
+}
+
+void HeadlessTextBox::ActOnKey(std::int32_t keyCode) {
+    if (keyCode == common::KeyLeft || keyCode == common::KeyRight)
+        Edited.MoveCaret(keyCode == common::KeyLeft ? -1 : 1);
+}
+
+void HeadlessTextBox::EnterCharacter(TextView character) {
+    const Text old = Contents();
+    Edited.Enter(character, Lines);
+    RaiseChange(old);
+}
+
+void HeadlessTextBox::ReplaceText(const Text& text) {
+    const Text old = Contents();
+    Edited.ReplaceAll(text, Lines);
+    RaiseChange(old);
+}
+
+void HeadlessComboBox::Clear() {
+    Entries.clear();
+    Edited.Set(u"");
+}
+
+void HeadlessComboBox::RemoveItem(std::int32_t index) {
+    if (index >= 0 && index < ItemCount())
+        Entries.erase(Entries.begin() + index);
+}
+
+void HeadlessComboBox::ActOnKey(std::int32_t keyCode) {
+    if (keyCode == common::KeyLeft || keyCode == common::KeyRight)
+        Edited.MoveCaret(keyCode == common::KeyLeft ? -1 : 1);
+    if (keyCode != common::KeyUp && keyCode != common::KeyDown)
+        return;
+    const auto found = std::find(Entries.begin(), Entries.end(), Contents());
+    const auto place = found == Entries.end() ? -1 : static_cast<std::int32_t>(found - Entries.begin());
+    const std::int32_t next = place + (keyCode == common::KeyDown ? 1 : -1);
+    if (next >= 0 && next < ItemCount())
+        ReplaceText(Entries[static_cast<std::size_t>(next)]);
+}
+
+void HeadlessComboBox::ReplaceText(const Text& text) {
+    Edited.ReplaceAll(text, false);
+}
+
+void HeadlessDatePicker::ActOnKey(std::int32_t keyCode) {
+    constexpr std::int32_t Week = 7;
+    switch (keyCode) {
+    case common::KeyLeft:
+        Chosen = device::DaysLater(Chosen, -1);
+        break;
+    case common::KeyRight:
+        Chosen = device::DaysLater(Chosen, 1);
+        break;
+    case common::KeyUp:
+        Chosen = device::DaysLater(Chosen, -Week);
+        break;
+    case common::KeyDown:
+        Chosen = device::DaysLater(Chosen, Week);
+        break;
+    default:
+        break;
+    }
+}
+
+void HeadlessListBox::Clear() {
+    Items.clear();
+    Index = -1;
+}
+
+Text HeadlessListBox::ItemText(std::int32_t index) const {
+    return index >= 0 && index < ItemCount() ? Items[static_cast<std::size_t>(index)] : Text();
+}
+
+void HeadlessLabel::SetVisible(bool visible) {
+    const bool wasVisible = Visible();
+    BasicFontControl::SetVisible(visible);
+    if (wasVisible && !visible && Hidden)
+        Hidden();
+}
+
+void HeadlessLabel::Refresh() {
+    if (Visible() && Painted)
+        Painted();
+}
+
+void HeadlessGrid::SetVisible(bool visible) {
+    GridStore::SetVisible(visible);
+    if (!visible)
+        FocusOfForm.TakeFrom(*this);
+}
+
+void HeadlessGrid::SetFocus() {
+    if (Visible() && Enabled())
+        FocusOfForm.MoveTo(*this);
+}
+
+void HeadlessGrid::Repainted() {
+    if (Follower != nullptr)
+        Follower->WantPainting();
+}
+
+void HeadlessGrid::ActOnKey(std::int32_t keyCode) {
+    TakeKey(keyCode);
+}
+
+} // namespace platform::headless

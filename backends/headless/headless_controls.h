@@ -1,0 +1,213 @@
+// SPDX-License-Identifier: MIT
+// The controls of a form without a window: they keep what is set and what is drawn, and raise the events of the seam.
+#pragma once
+
+#include "backends/grid/drawn_grid.h"
+#include "backends/headless/edited_text.h"
+#include "backends/loop/event_loop.h"
+#include "backends/loop/focus.h"
+#include "backends/loop/form_controls.h"
+#include "src/view/platform/canvas.h"
+#include "src/view/platform/controls.h"
+
+#include <functional>
+#include <vector>
+
+namespace platform::headless {
+
+using device::EventSource;
+using device::Focus;
+using device::FocusTarget;
+
+/// Place, visibility and focus, for any control of the seam.
+template <class Interface>
+class BasicControl : public Interface, public FocusTarget {
+public:
+    BasicControl(Focus& focus, const char* name) : FocusOfForm(focus) { Name = name; }
+
+    Box Bounds() const override { return Place; }
+    void SetBounds(const Box& box) override { Place = box; }
+    bool Visible() const override { return Shown; }
+    void SetVisible(bool visible) override {
+        Shown = visible;
+        if (!visible)
+            FocusOfForm.TakeFrom(*this);
+    }
+    bool Enabled() const override { return Usable; }
+    void SetEnabled(bool enabled) override { Usable = enabled; }
+    void SetFocus() override {
+        if (Shown && Usable)
+            FocusOfForm.MoveTo(*this);
+    }
+
+private:
+    Focus& FocusOfForm;
+    Box Place;
+    bool Shown = false;
+    bool Usable = true;
+};
+
+template <class Interface>
+class BasicFontControl : public BasicControl<Interface> {
+public:
+    using BasicControl<Interface>::BasicControl;
+    Text FontName() const override { return Font; }
+    void SetFontName(const Text& name) override { Font = name; }
+    std::int32_t FontSize() const override { return Size; }
+    void SetFontSize(std::int32_t size) override { Size = size; }
+
+private:
+    Text Font;
+    std::int32_t Size = 0;
+};
+
+class HeadlessForm final : public Form {
+public:
+    Box Bounds() const override { return Twips; }
+    void SetBounds(const Box& twips) override { Twips = twips; }
+    Box ClientArea() const override; ///< the whole form: there is no frame
+    float TwipsPerPixelX() const override { return TwipsPerPixel; }
+    float TwipsPerPixelY() const override { return TwipsPerPixel; }
+
+private:
+    static constexpr float TwipsPerPixel = 15; // 1440 to the inch, 96 pixels to the inch
+    Box Twips;
+};
+
+class HeadlessTextBox final : public BasicFontControl<device::EditBox> {
+public:
+    using BasicFontControl::BasicFontControl;
+    Text Contents() const override { return Edited.Contents(); }
+    void SetContents(const Text& text) override;
+    bool MultiLine() const override { return Lines; }
+    void SetMultiLine(bool multiLine) override { Lines = multiLine; }
+    void Commit() override {} // what is typed is there at once
+    void Select(std::int32_t position, std::int32_t length) override { Edited.Select(position, length); }
+
+    void ActOnKey(std::int32_t keyCode) override;
+    bool TakesText() const override { return true; }
+    void EnterCharacter(TextView character) override;
+    void ReplaceText(const Text& text) override;
+    std::int32_t Caret() const override { return Edited.Caret(); }
+
+    std::function<void()> Change;
+
+private:
+    void RaiseChange(const Text& old);
+
+    EditedText Edited;
+    bool Lines = false;
+};
+
+class HeadlessComboBox final : public BasicFontControl<device::EditCombo> {
+public:
+    using BasicFontControl::BasicFontControl;
+    Text Contents() const override { return Edited.Contents(); }
+    void SetContents(const Text& text) override { Edited.Set(text); }
+    void Select(std::int32_t position, std::int32_t length) override { Edited.Select(position, length); }
+    void Clear() override;
+    void AddItem(const Text& item) override { Entries.push_back(item); }
+    void RemoveItem(std::int32_t index) override;
+    std::int32_t ItemCount() const override { return static_cast<std::int32_t>(Entries.size()); }
+
+    /// Up and down choose the item before or behind the one that the text equals.
+    void ActOnKey(std::int32_t keyCode) override;
+    bool TakesText() const override { return true; }
+    void EnterCharacter(TextView character) override { Edited.Enter(character, false); }
+    void ReplaceText(const Text& text) override;
+
+    std::vector<Text> Items() const override { return Entries; }
+    std::int32_t Caret() const override { return Edited.Caret(); }
+
+private:
+    EditedText Edited;
+    std::vector<Text> Entries;
+};
+
+class HeadlessDatePicker final : public BasicControl<DatePicker> {
+public:
+    using BasicControl::BasicControl;
+    CalendarDate Date() const override { return Chosen; }
+    void SetDate(const CalendarDate& date) override { Chosen = date; }
+    /// Left and right go a day back and on, up and down a week.
+    void ActOnKey(std::int32_t keyCode) override;
+
+private:
+    CalendarDate Chosen;
+};
+
+class HeadlessListBox final : public BasicControl<ListBox> {
+public:
+    using BasicControl::BasicControl;
+    void Clear() override;
+    void AddItem(const Text& item) override { Items.push_back(item); }
+    std::int32_t ItemCount() const override { return static_cast<std::int32_t>(Items.size()); }
+    std::int32_t ListIndex() const override { return Index; }
+    void SetListIndex(std::int32_t index) override { Index = index; }
+    Text ItemText(std::int32_t index) const override;
+    Text Tag() const override { return Note; }
+    void SetTag(const Text& tag) override { Note = tag; }
+
+private:
+    std::vector<Text> Items;
+    std::int32_t Index = -1;
+    Text Note;
+};
+
+class HeadlessLabel final : public BasicFontControl<Label> {
+public:
+    using BasicFontControl::BasicFontControl;
+    void SetVisible(bool visible) override;
+    Text Caption() const override { return Value; }
+    void SetCaption(const Text& caption) override { Value = caption; }
+    void SetBackColor(std::int32_t) override {}
+    void SetForeColor(std::int32_t) override {}
+    void Refresh() override;
+
+    std::function<void()> Painted; ///< while it is visible
+    std::function<void()> Hidden;
+
+private:
+    Text Value;
+};
+
+class HeadlessScrollBar final : public ScrollBar {
+public:
+    float Width() const override { return 13; }
+};
+
+class HeadlessMenuItem final : public MenuItem {
+public:
+    Text Caption() const override { return Value; }
+    void SetCaption(const Text& caption) override { Value = caption; }
+    bool Visible() const override { return Shown; }
+    void SetVisible(bool visible) override { Shown = visible; }
+    bool Enabled() const override { return Usable; }
+    void SetEnabled(bool enabled) override { Usable = enabled; }
+
+private:
+    Text Value;
+    bool Shown = false;
+    bool Usable = true;
+};
+
+/// Paints itself when the loop handles what is due, as a grid in a window does.
+class HeadlessGrid final : public common::DrawnGrid, public FocusTarget, public EventSource {
+public:
+    HeadlessGrid(Focus& focus, const char* name) : FocusOfForm(focus) { Name = name; }
+    void SetVisible(bool visible) override;
+    void SetFocus() override;
+    void ActOnKey(std::int32_t keyCode) override;
+
+    int Descriptor() override { return -1; }
+    bool RaiseWhatIsPending() override { return RaisePainting(); }
+
+    HeadlessGrid* Follower = nullptr; ///< takes its columns from this grid: it is painted again whenever this one is
+
+private:
+    void Repainted() override;
+
+    Focus& FocusOfForm;
+};
+
+} // namespace platform::headless

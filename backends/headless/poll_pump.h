@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: MIT
+// Sleeps by poll, and leaves the program by an exception to whoever runs the loop: nothing else catches it.
+#pragma once
+
+#include "backends/loop/event_loop.h"
+
+namespace platform::headless {
+
+class PollPump : public device::Pump {
+public:
+    bool HandlePending() override { return false; }
+    void Sleep(const std::vector<int>& descriptors, int milliseconds) override;
+    [[noreturn]] void Leave(const device::ProgramOver& over) override { throw over; }
+};
+
+} // namespace platform::headless

@@ -1,0 +1,159 @@
+// SPDX-License-Identifier: MIT
+#include "backends/input/gestures.h"
+
+namespace platform::device {
+
+namespace {
+
+constexpr std::int64_t LongPress = 1500; // milliseconds
+
+const Refusal Done;
+
+Refusal CellRefusal(const BackEnd& device, std::int32_t row, std::int32_t col) {
+    if (const Refusal refusal = FormRefusal(device); !refusal.empty())
+        return refusal;
+    if (!device.Seen().grdMain.Visible())
+        return "the grid is not on show";
+    if (!device.Seen().grdMain.Enabled())
+        return "the grid is disabled";
+    if (!device.Seen().grdMain.Offers(row, col))
+        return "there is no such cell";
+    return Done;
+}
+
+bool IsMenu(std::int32_t menu) {
+    return menu == 1 || menu == 2;
+}
+
+const MenuItem& Title(const BackEnd& device, std::int32_t menu) {
+    return *device.Seen().menuTitles[static_cast<std::size_t>(menu) - 1];
+}
+
+const MenuItem& Item(const BackEnd& device, std::int32_t menu, std::int32_t item) {
+    return *device.Seen().menuItems[static_cast<std::size_t>(menu) - 1][static_cast<std::size_t>(item) - 1];
+}
+
+bool Offered(const MenuItem& item) {
+    return item.Visible() && item.Enabled();
+}
+
+Refusal TitleRefusal(const BackEnd& device, std::int32_t menu) {
+    if (const Refusal refusal = FormRefusal(device); !refusal.empty())
+        return refusal;
+    if (!IsMenu(menu))
+        return "there are the menus 1 and 2";
+    const MenuItem& title = Title(device, menu);
+    if (!title.Visible())
+        return "the menu is not on show";
+    if (!title.Enabled())
+        return "the menu is disabled";
+    return Done;
+}
+
+Refusal ItemRefusal(const BackEnd& device, std::int32_t menu, std::int32_t item) {
+    if (const Refusal refusal = TitleRefusal(device, menu); !refusal.empty())
+        return refusal;
+    if (item < 1 || item > MenuItemCount)
+        return "a menu has the items 1 to 5";
+    const MenuItem& entry = Item(device, menu, item);
+    if (!entry.Visible())
+        return "the item is not on show";
+    if (!entry.Enabled())
+        return "the item is disabled";
+    return Done;
+}
+
+} // namespace
+
+Refusal FormRefusal(const BackEnd& device) {
+    return device.Seen().boxes.Current() != nullptr ? "a message box is open" : Done;
+}
+
+Refusal Tap(BackEnd& device, std::int32_t row, std::int32_t col) {
+    if (const Refusal refusal = CellRefusal(device, row, col); !refusal.empty())
+        return refusal;
+    device.PressCell(row, col);
+    device.ReleaseCell();
+    return Done;
+}
+
+Refusal Hold(BackEnd& device, std::int32_t row, std::int32_t col) {
+    if (const Refusal refusal = CellRefusal(device, row, col); !refusal.empty())
+        return refusal;
+    device.PressCell(row, col);
+    device.loop.PassTime(LongPress);
+    device.ReleaseCell();
+    return Done;
+}
+
+Refusal ClickItem(BackEnd& device, std::int32_t menu, std::int32_t item) {
+    if (const Refusal refusal = ItemRefusal(device, menu, item); !refusal.empty())
+        return refusal;
+    device.ClickItem(menu, item);
+    return Done;
+}
+
+Refusal ClickTitle(BackEnd& device, std::int32_t menu) {
+    if (const Refusal refusal = TitleRefusal(device, menu); !refusal.empty())
+        return refusal;
+    device.ClickTitle(menu);
+    return Done;
+}
+
+Refusal Choose(BackEnd& device, const Text& caption) {
+    if (const Refusal refusal = FormRefusal(device); !refusal.empty())
+        return refusal;
+    for (std::int32_t menu = 1; menu <= 2; ++menu) {
+        for (std::int32_t item = 1; item <= MenuItemCount; ++item) {
+            if (Item(device, menu, item).Caption() != caption || !ItemRefusal(device, menu, item).empty())
+                continue;
+            device.ClickTitle(menu); // which opens it
+            device.ClickItem(menu, item);
+            return Done;
+        }
+    }
+    // A caption whose first item is not on show is a key of its own.
+    for (std::int32_t menu = 1; menu <= 2; ++menu) {
+        const MenuItem& title = Title(device, menu);
+        if (title.Caption() == caption && Offered(title) && !Item(device, menu, 1).Visible()) {
+            device.ClickTitle(menu);
+            return Done;
+        }
+    }
+    return "no menu offers that";
+}
+
+Refusal FieldRefusal(const BackEnd& device) {
+    if (const Refusal refusal = FormRefusal(device); !refusal.empty())
+        return refusal;
+    const FocusTarget* const holder = device.focus.Holder();
+    return holder == nullptr || !holder->TakesText() ? "no input control has the focus" : Done;
+}
+
+Refusal SetInput(BackEnd& device, const Text& text) {
+    if (const Refusal refusal = FieldRefusal(device); !refusal.empty())
+        return refusal;
+    Text set = text;
+    modStringTools::BlankNuls(set);
+    device.ReplaceText(set);
+    return Done;
+}
+
+Refusal CloseForm(BackEnd& device) {
+    if (const Refusal refusal = FormRefusal(device); !refusal.empty())
+        return refusal;
+    device.CloseWindow();
+    return Done;
+}
+
+Refusal Answer(BackEnd& device, BoxAnswer answer) {
+    const DeviceBoxes::OpenBox* box = device.Seen().boxes.Current();
+    if (box == nullptr)
+        return "no message box is open";
+    if ((box->Buttons == BoxButtons::Ok) != (answer == BoxAnswer::Ok))
+        return box->Buttons == BoxButtons::Ok ? "the box has an Ok button alone" : "the box has a Yes and a No button";
+    device.PressBoxButton(answer);
+    return Done;
+}
+
+} // namespace platform::device

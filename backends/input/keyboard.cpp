@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: MIT
+#include "backends/input/keyboard.h"
+
+#include <algorithm>
+
+namespace platform::device {
+
+namespace {
+
+/// How many characters at the head of a text write something; a control character does something else.
+std::size_t LengthWritten(TextView text) {
+    const auto* const control = std::find_if(text.begin(), text.end(), [](char16_t unit) { return unit < u' '; });
+    return static_cast<std::size_t>(control - text.begin());
+}
+
+} // namespace
+
+std::size_t FirstLength(TextView text) {
+    const bool pair =
+        text.size() > 1 && text[0] >= 0xD800 && text[0] <= 0xDBFF && text[1] >= 0xDC00 && text[1] <= 0xDFFF;
+    return pair ? 2 : 1;
+}
+
+Refusal PressKey(BackEnd& device, std::int32_t keyCode) {
+    if (const Refusal refusal = FormRefusal(device); !refusal.empty())
+        return refusal;
+    device.StrikeKey(keyCode);
+    return {};
+}
+
+Refusal TypeText(BackEnd& device, const Text& text) {
+    if (const Refusal refusal = FieldRefusal(device); !refusal.empty())
+        return refusal;
+    Text typed = text;
+    modStringTools::BlankNuls(typed);
+    // Each character of a long text, typed by itself, would have all of the text in front of it copied once more.
+    TextView rest = typed;
+    while (!rest.empty()) {
+        const std::size_t written = LengthWritten(rest);
+        if (written > 0)
+            device.TypeCharacters(rest.substr(0, written));
+        else
+            device.TypeCharacter(rest.substr(0, 1));
+        rest.remove_prefix(std::max<std::size_t>(written, 1));
+    }
+    return {};
+}
+
+Refusal PickDate(BackEnd& device, const CalendarDate& date) {
+    if (const Refusal refusal = FormRefusal(device); !refusal.empty())
+        return refusal;
+    if (!device.Seen().dteInputField.Visible())
+        return "no date picker is open";
+    device.ChooseDate(date);
+    return {};
+}
+
+} // namespace platform::device

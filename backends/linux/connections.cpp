@@ -1,0 +1,150 @@
+// SPDX-License-Identifier: MIT
+#include "backends/linux/connections.h"
+
+#include "backends/serial/host_serial_port.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstddef>
+#include <cstring>
+#include <sys/socket.h>
+#include <sys/stat.h>
+
+namespace platform::host {
+
+namespace {
+
+constexpr const char16_t* LineSettings = u"9600,N,8,1";
+
+constexpr int RfcommProtocol = 3;
+constexpr int HighestChannel = 30;
+constexpr std::size_t AddressLength = 17; // of "00:11:22:33:44:55"
+
+// The kernel's layouts. Debian has their header in a package of its own, with a library that nothing here needs.
+struct DeviceAddress {
+    std::uint8_t Bytes[6]; // the last one that people write comes first
+};
+
+struct RfcommSocketAddress {
+    sa_family_t Family;
+    DeviceAddress Device;
+    std::uint8_t Channel;
+};
+static_assert(sizeof(RfcommSocketAddress) == 10 && offsetof(RfcommSocketAddress, Channel) == 8);
+
+class SerialConnection final : public Connection {
+public:
+    common::SerialDevice Device;
+};
+
+class BluetoothConnection final : public Connection {
+public:
+    explicit BluetoothConnection(common::Descriptor socket) : Socket(std::move(socket)) {}
+
+private:
+    common::Descriptor Socket;
+};
+
+int HexValue(char digit) {
+    if (digit >= '0' && digit <= '9')
+        return digit - '0';
+    if (digit >= 'A' && digit <= 'F')
+        return digit - 'A' + 10;
+    return digit >= 'a' && digit <= 'f' ? digit - 'a' + 10 : -1;
+}
+
+std::optional<std::uint8_t> ChannelFrom(const std::string& afterAddress) {
+    if (afterAddress.empty())
+        return std::uint8_t{1};
+    int channel = 0;
+    for (std::size_t at = 1; at < afterAddress.size(); ++at) {
+        if (at > 2 || afterAddress[at] < '0' || afterAddress[at] > '9')
+            return std::nullopt;
+        channel = channel * 10 + (afterAddress[at] - '0');
+    }
+    if (afterAddress[0] != '#' || channel < 1 || channel > HighestChannel)
+        return std::nullopt;
+    return static_cast<std::uint8_t>(channel);
+}
+
+ErrorNumber OpenDevice(const std::string& path, std::unique_ptr<Connection>& connection) {
+    // What is no device is not even opened: a pipe would let its other end go on.
+    struct stat found {};
+    if (::stat(path.c_str(), &found) == 0 && !S_ISCHR(found.st_mode))
+        return NotAvailable;
+    auto opened = std::make_unique<SerialConnection>();
+    const ErrorNumber error = opened->Device.Open(path, LineSettings);
+    if (error == NoError)
+        connection = std::move(opened);
+    return error;
+}
+
+ErrorNumber OpenBluetooth(const BluetoothConnect& connect, const BluetoothAddress& address,
+                          std::unique_ptr<Connection>& connection) {
+    common::Descriptor socket;
+    const int error = connect(address, socket);
+    if (error == EAFNOSUPPORT || error == EPROTONOSUPPORT)
+        return NotAvailable;
+    if (error != 0 && error != EINPROGRESS)
+        return common::FromErrno(error);
+    connection = std::make_unique<BluetoothConnection>(std::move(socket));
+    return NoError;
+}
+
+} // namespace
+
+std::optional<BluetoothAddress> BluetoothAddressFrom(const std::string& name) {
+    if (name.size() < AddressLength)
+        return std::nullopt;
+    BluetoothAddress address;
+    for (std::size_t byte = 0; byte < address.Bytes.size(); ++byte) {
+        const int high = HexValue(name[byte * 3]);
+        const int low = HexValue(name[byte * 3 + 1]);
+        const bool ends = byte + 1 == address.Bytes.size();
+        if (high < 0 || low < 0 || (!ends && name[byte * 3 + 2] != ':'))
+            return std::nullopt;
+        address.Bytes[byte] = static_cast<std::uint8_t>(high * 16 + low);
+    }
+    const auto channel = ChannelFrom(name.substr(AddressLength));
+    if (!channel)
+        return std::nullopt;
+    address.Channel = *channel;
+    return address;
+}
+
+std::array<std::uint8_t, 10> SocketAddress(const BluetoothAddress& address) {
+    RfcommSocketAddress socketAddress{};
+    socketAddress.Family = AF_BLUETOOTH;
+    std::copy(address.Bytes.rbegin(), address.Bytes.rend(), socketAddress.Device.Bytes);
+    socketAddress.Channel = address.Channel;
+    std::array<std::uint8_t, sizeof socketAddress> bytes;
+    std::memcpy(bytes.data(), &socketAddress, sizeof socketAddress);
+    return bytes;
+}
+
+int ConnectRfcomm(const BluetoothAddress& address, common::Descriptor& socket) {
+    common::Descriptor made(::socket(AF_BLUETOOTH, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, RfcommProtocol));
+    if (!made.Valid())
+        return errno;
+    const auto bytes = SocketAddress(address);
+    sockaddr_storage target{};
+    std::memcpy(&target, bytes.data(), bytes.size());
+    const int outcome = ::connect(made.Number(), reinterpret_cast<const sockaddr*>(&target), bytes.size());
+    const int error = outcome == 0 ? 0 : errno;
+    socket = std::move(made);
+    return error;
+}
+
+ErrorNumber HostConnections::Open(const Text& name, std::unique_ptr<Connection>& connection) {
+    connection.reset();
+    const std::string bytes = modStringTools::ToBytes(name);
+    if (bytes.find('\0') != std::string::npos)
+        return FileNotFound;
+    if (!bytes.empty() && bytes[0] == '/')
+        return OpenDevice(bytes, connection);
+    if (const auto address = BluetoothAddressFrom(bytes))
+        return OpenBluetooth(Connect, *address, connection);
+    return FileNotFound;
+}
+
+} // namespace platform::host

@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: MIT
+// Connections that are opened by name: a serial device of the machine, or a Bluetooth device by its address.
+#pragma once
+
+#include "backends/files/host_files.h"
+#include "src/view/platform/device.h"
+
+#include <array>
+#include <cstdint>
+#include <functional>
+#include <optional>
+
+namespace platform::host {
+
+/// A serial channel of a Bluetooth device.
+struct BluetoothAddress {
+    std::array<std::uint8_t, 6> Bytes{}; ///< in the order in which people write them
+    std::uint8_t Channel = 1;            ///< 1 to 30
+};
+
+/// Reads "00:11:22:33:44:55" and "00:11:22:33:44:55#3"; nothing for any other text.
+std::optional<BluetoothAddress> BluetoothAddressFrom(const std::string& name);
+
+/// The address as connect(2) takes it.
+std::array<std::uint8_t, 10> SocketAddress(const BluetoothAddress& address);
+
+/// Starts to connect and gives the value of errno: 0 when connected, EINPROGRESS while it is on its way. Never waits.
+using BluetoothConnect = std::function<int(const BluetoothAddress& address, common::Descriptor& socket)>;
+
+int ConnectRfcomm(const BluetoothAddress& address, common::Descriptor& socket);
+
+class HostConnections final : public ConnectionService {
+public:
+    explicit HostConnections(BluetoothConnect connect = ConnectRfcomm) : Connect(std::move(connect)) {}
+
+    /// A name that begins with `/` is a serial device, opened at "9600,N,8,1"; NotAvailable when it is no terminal, or
+    /// is in use. A Bluetooth address is connected to over RFCOMM, on channel 1 or the one after `#`; while that is
+    /// still on its way it counts as open, since a device that is out of reach answers after many seconds. NotAvailable
+    /// on a machine without Bluetooth. Any other name: FileNotFound. The connection lasts as long as its object.
+    ErrorNumber Open(const Text& name, std::unique_ptr<Connection>& connection) override;
+
+private:
+    BluetoothConnect Connect;
+};
+
+} // namespace platform::host

@@ -1,0 +1,247 @@
+// SPDX-License-Identifier: MIT
+#include "backends/linux/port_list.h"
+
+#include "backends/files/folder_names.h"
+#include "backends/files/host_files.h"
+#include "backends/linux/port_names.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <fcntl.h>
+#include <optional>
+#include <unistd.h>
+
+namespace platform::host {
+
+namespace {
+
+/// The highest number that the application offers.
+constexpr std::int32_t LastNumber = 127;
+
+/// A device in the making.
+struct Found {
+    PortRow Row;
+    std::string Canonical; ///< empty when its path leads nowhere
+};
+
+class Survey {
+public:
+    explicit Survey(const PortSurvey& where) : Where(where) {}
+    std::vector<PortRow> Rows();
+
+private:
+    void AddAll(const std::vector<std::string>& paths);
+    void AddBoardPorts();
+    void AddLinks();
+    void AddPins();
+    void AddRuleNumbers();
+    void Judge(Found& found, const std::map<std::string, PortHolder>& holders) const;
+    std::optional<PortHolder> Holder(const Found& found, const std::map<std::string, PortHolder>& holders) const;
+    bool HasHardware(const std::string& path) const;
+    Found& RowOf(const std::string& path);
+
+    const PortSurvey& Where;
+    std::vector<Found> List;
+};
+
+void Give(Found& found, PortState state, const PortTrouble& trouble) {
+    found.Row.State = state;
+    found.Row.Trouble = trouble;
+}
+
+/// The device that a path leads to, whatever it was called before; a path that leads nowhere is a device by itself.
+Found& Survey::RowOf(const std::string& path) {
+    std::string canonical;
+    common::Canonical(path, canonical);
+    const auto known = std::find_if(List.begin(), List.end(), [&](const Found& found) {
+        return canonical.empty() ? found.Row.Path == path : found.Canonical == canonical;
+    });
+    if (known != List.end())
+        return *known;
+    List.emplace_back();
+    List.back().Row.Path = path;
+    List.back().Canonical = canonical;
+    return List.back();
+}
+
+void Survey::AddAll(const std::vector<std::string>& paths) {
+    for (const std::string& path : paths)
+        RowOf(path);
+}
+
+/// A system has nodes for ports that the board has not: the type of those is 0. A driver without types has real ones.
+bool Survey::HasHardware(const std::string& path) const {
+    const std::string folder = Where.SystemFolder + "/class/tty/" + common::NameOf(path);
+    const std::string type = common::FirstLine(folder + "/type");
+    return type.empty() ? common::IsFolder(folder + "/device/driver") : type != "0";
+}
+
+void Survey::AddBoardPorts() {
+    for (const std::string& path : DevicesCalled("ttyS", Where.DeviceFolder))
+        if (HasHardware(path))
+            RowOf(path);
+}
+
+void Survey::AddLinks() {
+    const std::string folder = Where.DeviceFolder + "/serial/by-id";
+    for (const std::string& name : common::NamesIn(folder)) {
+        const std::string link = folder + "/" + name;
+        Found& found = RowOf(link);
+        if (found.Row.Path != link)
+            found.Row.Links.push_back(link);
+    }
+}
+
+void Survey::AddPins() {
+    for (const auto& [number, path] : Where.Pinned)
+        RowOf(path).Row.Numbers.push_back({number, true});
+}
+
+void Survey::AddRuleNumbers() {
+    for (std::int32_t number = 1; number <= LastNumber; ++number) {
+        const std::string path = PortPath(number, Where.DeviceFolder);
+        if (path.empty() || Where.Pinned.count(number) != 0)
+            continue;
+        std::string canonical;
+        common::Canonical(path, canonical);
+        for (Found& found : List)
+            if (!canonical.empty() && found.Canonical == canonical)
+                found.Row.Numbers.push_back({number, false});
+    }
+}
+
+std::optional<PortHolder> Survey::Holder(const Found& found, const std::map<std::string, PortHolder>& holders) const {
+    const auto holder = holders.find(found.Canonical);
+    if (holder != holders.end())
+        return holder->second;
+    if (const auto byName = HolderByLock(common::NameOf(found.Row.Path), Where.LockFolder, Where.ProcessFolder))
+        return byName;
+    return HolderByLock(common::NameOf(found.Canonical), Where.LockFolder, Where.ProcessFolder);
+}
+
+void Survey::Judge(Found& found, const std::map<std::string, PortHolder>& holders) const {
+    const std::string& path = found.Row.Path;
+    if (found.Canonical.empty())
+        return Give(found, PortState::Gone, OpeningFailed(path, ENOENT));
+    if (!IsCharacterDevice(path))
+        return Give(found, PortState::Failing, OpeningFailed(path, ENOTTY));
+    if (const auto holder = Holder(found, holders))
+        return Give(found, PortState::InUse, HeldBy(path, *holder));
+    const PortTrial trial = IsBoardPort(path) ? PortTrial::LookOnly : PortTrial::Open;
+    switch (const int code = Where.Try(path, trial)) {
+    case 0:
+        return Give(found, trial == PortTrial::Open ? PortState::Ready : PortState::Untried, {});
+    case EACCES:
+    case EPERM:
+        return Give(found, PortState::Refused, NoPermission(path, Where.Rights(path)));
+    case EBUSY:
+        return Give(found, PortState::InUse, OpeningFailed(path, code));
+    case ENOENT:
+    case ENODEV:
+    case ENXIO:
+        return Give(found, PortState::Gone, OpeningFailed(path, code));
+    default:
+        return Give(found, PortState::Failing, OpeningFailed(path, code));
+    }
+}
+
+std::vector<PortRow> Survey::Rows() {
+    AddAll(DevicesCalled("rfcomm", Where.DeviceFolder));
+    AddAll(UsbAdapters(Where.DeviceFolder));
+    AddBoardPorts();
+    AddLinks();
+    AddPins();
+    AddRuleNumbers();
+    std::vector<std::string> canonicals;
+    for (const Found& found : List)
+        canonicals.push_back(found.Canonical);
+    const auto holders = HoldersByProcess(canonicals, Where.ProcessFolder);
+    std::vector<PortRow> rows;
+    for (Found& found : List) {
+        Judge(found, holders);
+        found.Row.Name = Where.Describe(found.Row.Path);
+        std::stable_sort(found.Row.Numbers.begin(), found.Row.Numbers.end(),
+                         [](const PortName& a, const PortName& b) { return a.Number < b.Number; });
+        rows.push_back(std::move(found.Row));
+    }
+    return rows;
+}
+
+const char* Word(PortState state) {
+    switch (state) {
+    case PortState::Ready:
+        return "ready";
+    case PortState::Untried:
+        return "looks ready, was not opened";
+    case PortState::InUse:
+        return "in use";
+    case PortState::Refused:
+        return "no permission";
+    case PortState::Gone:
+        return "gone";
+    case PortState::Failing:
+        return "can't be opened";
+    }
+    return "";
+}
+
+std::string NumbersText(const std::vector<PortName>& numbers) {
+    std::string text;
+    for (const PortName& name : numbers) {
+        text += (text.empty() ? "Com" : ", Com") + std::to_string(name.Number);
+        text += name.Pinned ? " (pinned)" : "";
+    }
+    return text.empty() ? "no number, pin it to use it" : text;
+}
+
+std::string NameText(const DeviceName& name) {
+    std::string text = name.Vendor;
+    if (!name.Model.empty())
+        text += (text.empty() ? "" : ", ") + name.Model;
+    if (!name.SerialNumber.empty())
+        text += (text.empty() ? "serial number " : ", serial number ") + name.SerialNumber;
+    return text;
+}
+
+/// A line below a device's own.
+std::string Below(const std::string& text) {
+    return text.empty() ? "" : "    " + common::Printable(text) + "\n";
+}
+
+std::string RowText(const PortRow& row) {
+    std::string text = common::Printable(row.Path) + ": " + NumbersText(row.Numbers) + "; " + Word(row.State) + "\n";
+    text += Below(NameText(row.Name));
+    for (const std::string& link : row.Links)
+        text += Below("also " + link);
+    return text + Below(row.Trouble.Reason) + Below(row.Trouble.Remedy);
+}
+
+} // namespace
+
+std::string PortTable(const std::vector<PortRow>& rows) {
+    if (rows.empty())
+        return "There is no serial port. Plug an adapter in, or bind a Bluetooth device by rfcomm.\n";
+    std::string text;
+    for (const PortRow& row : rows)
+        text += RowText(row);
+    const bool pinnable = std::any_of(rows.begin(), rows.end(), [](const PortRow& row) { return !row.Links.empty(); });
+    if (pinnable)
+        text += "What a number means goes by the order of plugging in. To have it mean one adapter alone, pin it:\n"
+                "    --port 1=/dev/serial/by-id/NAME\n";
+    return text;
+}
+
+int TryPort(const std::string& path, PortTrial trial) {
+    if (trial == PortTrial::LookOnly || IsBoardPort(path))
+        return ::faccessat(AT_FDCWD, path.c_str(), R_OK | W_OK, AT_EACCESS) == 0 ? 0 : errno;
+    const common::Descriptor opened(::open(path.c_str(), O_RDWR | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
+    if (!opened.Valid())
+        return errno;
+    return ::isatty(opened.Number()) != 0 ? 0 : errno;
+}
+
+std::vector<PortRow> SerialPorts(const PortSurvey& survey) {
+    return Survey(survey).Rows();
+}
+
+} // namespace platform::host

@@ -1,0 +1,167 @@
+// SPDX-License-Identifier: MIT
+#include "backends/linux/tones.h"
+
+#include <algorithm>
+#include <alsa/asoundlib.h>
+#include <chrono>
+#include <cmath>
+#include <csignal>
+#include <deque>
+#include <mutex>
+#include <system_error>
+#include <thread>
+
+namespace platform::host {
+
+namespace {
+
+constexpr std::int32_t LongestTone = 10000;           // milliseconds
+constexpr std::int32_t Fade = SamplesPerSecond / 200; // 5 ms
+constexpr double Loudness = 0.5 * 32767;
+constexpr double Pi = 3.14159265358979323846;
+
+/// The latency that is asked of the device, in microseconds.
+constexpr unsigned Latency = 100000;
+
+/// A tone that takes so much longer than it is long has been held up by the audio.
+constexpr std::chrono::seconds Patience{2};
+
+/// Results that come all at once sound one after the other, up to here: about five seconds of them.
+constexpr std::size_t MostWaiting = 16;
+
+struct ToneOrder {
+    std::int32_t Hertz;
+    std::int32_t Milliseconds;
+};
+
+void SayNothing(const char*, int, const char*, int, const char*, ...) {
+}
+
+void WriteSamples(snd_pcm_t* device, const std::vector<std::int16_t>& samples) {
+    for (std::size_t done = 0; done < samples.size();) {
+        snd_pcm_sframes_t count = snd_pcm_writei(device, samples.data() + done, samples.size() - done);
+        if (count < 0)
+            count = snd_pcm_recover(device, static_cast<int>(count), 1);
+        if (count < 0)
+            return;
+        done += static_cast<std::size_t>(count);
+    }
+    snd_pcm_drain(device);
+}
+
+/// Holds back all signals from the threads that are started meanwhile: they are the event loop's to handle.
+class SignalsHeldBack {
+public:
+    SignalsHeldBack() {
+        sigset_t all;
+        sigfillset(&all);
+        pthread_sigmask(SIG_SETMASK, &all, &Before);
+    }
+    SignalsHeldBack(const SignalsHeldBack&) = delete;
+    SignalsHeldBack& operator=(const SignalsHeldBack&) = delete;
+    ~SignalsHeldBack() { pthread_sigmask(SIG_SETMASK, &Before, nullptr); }
+
+private:
+    sigset_t Before{};
+};
+
+} // namespace
+
+struct TonePlayer::Work {
+    std::string Device;
+    AudioOutput Output;
+    std::mutex Guard; // of all below
+    std::deque<ToneOrder> Waiting;
+    bool Running = false; // there is a worker; it ends when nothing waits
+
+    static void Run(const std::shared_ptr<Work>& work);
+    bool TakeNext(ToneOrder& order);
+    void ForgetTheLate();
+};
+
+bool TonePlayer::Work::TakeNext(ToneOrder& order) {
+    const std::lock_guard<std::mutex> guarded(Guard);
+    Running = !Waiting.empty();
+    if (!Running)
+        return false;
+    order = Waiting.front();
+    Waiting.pop_front();
+    return true;
+}
+
+void TonePlayer::Work::ForgetTheLate() {
+    const std::lock_guard<std::mutex> guarded(Guard);
+    while (Waiting.size() > 1)
+        Waiting.pop_front();
+}
+
+void TonePlayer::Work::Run(const std::shared_ptr<Work>& work) {
+    for (ToneOrder order{}; work->TakeNext(order);) {
+        const auto start = std::chrono::steady_clock::now();
+        work->Output(work->Device, ToneSamples(order.Hertz, order.Milliseconds));
+        if (std::chrono::steady_clock::now() - start > std::chrono::milliseconds(order.Milliseconds) + Patience)
+            work->ForgetTheLate();
+    }
+}
+
+std::vector<std::int16_t> ToneSamples(std::int32_t hertz, std::int32_t milliseconds) {
+    if (hertz < 1 || hertz >= SamplesPerSecond / 2 || milliseconds < 1)
+        return {};
+    const std::int32_t count = std::min(milliseconds, LongestTone) * (SamplesPerSecond / 100) / 10;
+    const std::int32_t fade = std::min(Fade, count / 2);
+    std::vector<std::int16_t> samples;
+    samples.reserve(static_cast<std::size_t>(count));
+    for (std::int32_t at = 0; at < count; ++at) {
+        const std::int32_t fromEnd = std::min(at, count - 1 - at);
+        const double rise = fromEnd < fade ? static_cast<double>(fromEnd) / fade : 1.0;
+        const double turns = static_cast<double>(hertz) * at / SamplesPerSecond;
+        samples.push_back(static_cast<std::int16_t>(std::lround(Loudness * rise * std::sin(2 * Pi * turns))));
+    }
+    return samples;
+}
+
+void PlayOnAlsa(const std::string& device, const std::vector<std::int16_t>& samples) {
+    // A machine without audio is none to complain about on the terminal.
+    static std::once_flag silenced;
+    std::call_once(silenced, [] { snd_lib_error_set_handler(SayNothing); });
+    snd_pcm_t* opened = nullptr;
+    if (samples.empty() || snd_pcm_open(&opened, device.c_str(), SND_PCM_STREAM_PLAYBACK, 0) < 0)
+        return;
+    if (snd_pcm_set_params(opened, SND_PCM_FORMAT_S16, SND_PCM_ACCESS_RW_INTERLEAVED, 1, SamplesPerSecond, 1,
+                           Latency) == 0)
+        WriteSamples(opened, samples);
+    snd_pcm_close(opened);
+}
+
+TonePlayer::TonePlayer(std::string device, AudioOutput output) : Shared(std::make_shared<Work>()) {
+    Shared->Device = std::move(device);
+    Shared->Output = std::move(output);
+}
+
+TonePlayer::~TonePlayer() {
+    const std::lock_guard<std::mutex> guarded(Shared->Guard);
+    Shared->Waiting.clear();
+}
+
+void TonePlayer::Play(std::int32_t hertz, std::int32_t milliseconds) {
+    const std::lock_guard<std::mutex> guarded(Shared->Guard);
+    if (Shared->Waiting.size() == MostWaiting)
+        Shared->Waiting.pop_back();
+    Shared->Waiting.push_back({hertz, milliseconds});
+    if (Shared->Running)
+        return;
+    const SignalsHeldBack heldBack;
+    try {
+        std::thread(Work::Run, Shared).detach();
+        Shared->Running = true;
+    } catch (const std::system_error&) {
+        Shared->Waiting.clear(); // a machine that has no thread left has no tone left either
+    }
+}
+
+bool TonePlayer::Idle() const {
+    const std::lock_guard<std::mutex> guarded(Shared->Guard);
+    return !Shared->Running;
+}
+
+} // namespace platform::host

@@ -1,0 +1,159 @@
+// SPDX-License-Identifier: MIT
+#include "backends/loop/back_end.h"
+
+#include "companion/words.h"
+#include "src/app/form.h"
+#include "src/app/start_up.h"
+#include "src/view/display_state.h"
+#include "src/view/input_fields.h"
+
+namespace platform::device {
+
+namespace {
+
+constexpr std::int32_t LinkInterval = 500; // milliseconds
+constexpr std::int32_t HoldInterval = 1000;
+constexpr std::int32_t RepaintInterval = 100;
+
+const Text DesignFont = u"AFPalm";
+constexpr std::int32_t DesignFontSize = 8;
+
+DeviceClock ClockFor(const DeviceOptions& options) {
+    return options.RealClock ? DeviceClock() : DeviceClock(options.StartMoment);
+}
+
+std::vector<common::HostVolume> VolumesFor(const DeviceOptions& options) {
+    if (!options.Volumes.empty())
+        return options.Volumes;
+    return {common::ProfileOfType(options.DeviceType).Volume};
+}
+
+DeviceSystem SystemFor(const DeviceOptions& options) {
+    const common::DeviceProfile& profile = common::ProfileOfType(options.DeviceType);
+    const Text version = modStringTools::FromBytes(profile.OsVersion);
+    return {options.DeviceType, options.OsVersion.value_or(version), options.User,
+            options.Screen.value_or(profile.Screen)};
+}
+
+common::SettingsFile SettingsFor(const DeviceOptions& options) {
+    return options.Settings.empty() ? common::SettingsFile(common::PathMap(options.Root), u".\\settings.ini")
+                                    : common::SettingsFile(options.Settings);
+}
+
+} // namespace
+
+Box PixelsOf(const Form& form) {
+    const Box twips = form.Bounds();
+    return {twips.Left / form.TwipsPerPixelX(), twips.Top / form.TwipsPerPixelY(), twips.Width / form.TwipsPerPixelX(),
+            twips.Height / form.TwipsPerPixelY()};
+}
+
+BackEnd::BackEnd(const DeviceOptions& options, Pump& pump, CommandSource& commands, Watcher& watcher)
+    : clock(ClockFor(options)), loop(clock, commands, pump), tmrBlue(loop, LinkInterval, true, frmQuorin::tmrBlue_Tick),
+      tmrHoldEvent(loop, HoldInterval, false, frmQuorin::tmrHoldEvent_Tick),
+      tmrMenus(loop, RepaintInterval, false, frmQuorin::tmrMenus_Tick), system(SystemFor(options)),
+      keys(watcher, focus), serial(options.Ports, frmQuorin::serConnection_Receive), tones(watcher), runTime(loop),
+      volumes(VolumesFor(options), common::PathMap(options.Root)), hostFiles(common::PathMap(options.Root)),
+      files(hostFiles, faults), hostDatabases(common::PathMap(options.Root)), databases(hostDatabases, faults),
+      settingsFile(SettingsFor(options)), settings(settingsFile, faults), onlooker(clock, watcher),
+      Connections(options.Connections != nullptr ? *options.Connections : connections) {
+    const Text keptOn = settingsFile.Get(u"Quorin", u"Settings", u"StorageVolume", u"");
+    const bool inMemory = TraitsOf(options.DeviceType).IsMemory(keptOn); // which is never out
+    volumes.MakeFolders(inMemory ? Text() : keptOn);
+    faults.NotStored = [this](const Text& setting, ErrorNumber error) { onlooker.NotSaved(setting, ErrorText(error)); };
+    common::RightsLost = [this](const std::string& file) {
+        onlooker.notices.Raise(companion::RightsNotKept(modStringTools::FromBytes(file)));
+    };
+    loop.Begins = [this] { BeginOperation(); };
+    loop.Listen(serial);
+    loop.Listen(keys);
+    loop.Listen(onlooker);
+}
+
+/// A wait for another program is no sleep of the device, after which the port would be opened anew.
+void BackEnd::BeginOperation() {
+    if (hostDatabases.Patience.Renew())
+        frmQuorin::Form.lastTimerEvent = clock.SteadySeconds();
+}
+
+BackEnd::~BackEnd() {
+    common::RightsLost = nullptr;
+}
+
+Platform BackEnd::RecordOf(const Controls& controls) {
+    return {
+        .form = controls.form,
+        .grdTitle = controls.grdTitle,
+        .grdMain = controls.grdMain,
+        .txtInputField = controls.txtInputField,
+        .cboInputField = controls.cboInputField,
+        .cbotxtInputField = controls.cbotxtInputField,
+        .dteInputField = controls.dteInputField,
+        .lstHoldMenu = controls.lstHoldMenu,
+        .lblStatus = controls.lblStatus,
+        .AFVScrollBar1 = controls.scrollBar,
+        .tmrBlue = tmrBlue,
+        .tmrHoldEvent = tmrHoldEvent,
+        .tmrMenus = tmrMenus,
+        .mnuButton1 = *controls.menuTitles[0],
+        .mnuButton2 = *controls.menuTitles[1],
+        .mnuButtonO1 = controls.menuItems[0],
+        .mnuButtonO2 = controls.menuItems[1],
+        .colours = FormColours(),
+        .fontServer = controls.fonts,
+        .myCsys = system,
+        .hardwareKeys = keys,
+        .serConnection = serial,
+        .connectionService = Connections,
+        .toneMaker = tones,
+        .messageBox = controls.boxes,
+        .settings = settings,
+        .clock = clock,
+        .random = random,
+        .runTime = runTime,
+        .volumes = volumes,
+        .fileSystem = files,
+        .recordDatabase = databases,
+        .saveWatcher = onlooker,
+        .onlooker = onlooker,
+    };
+}
+
+void BackEnd::DesignControls(const Controls& controls) {
+    HoldLinkUnderPile(controls.boxes);
+    for (common::DrawnGrid* grid : {&controls.grdTitle, &controls.grdMain}) {
+        grid->SetFontName(DesignFont);
+        grid->SetFontSize(DesignFontSize);
+    }
+    const Box screen = system.WorkArea();
+    controls.form.SetBounds(
+        {0, 0, screen.Width * controls.form.TwipsPerPixelX(), screen.Height * controls.form.TwipsPerPixelY()});
+    controls.grdMain.TurnsPages = TraitsOf(system.DeviceType()).GridTurnsPages;
+    controls.grdMain.Moved = frmQuorin::grdMain_RowColChange;
+    controls.grdMain.DrawCell = frmQuorin::grdMain_DrawCell;
+    controls.grdMain.Painted = modPDAUI::KeepFieldOverCell;
+    controls.grdMain.FieldIsOpen = modPDAUI::AnyInputFieldVisible;
+    controls.grdTitle.Moved = frmQuorin::grdTitle_RowColChange;
+    controls.grdTitle.DrawCell = frmQuorin::grdTitle_DrawCell;
+}
+
+// An instrument that sends by itself would otherwise open a further question with each reading, upon those that stand,
+// each of them deeper on the stack, and have all that it has sent decoded again each time.
+void BackEnd::HoldLinkUnderPile(DeviceBoxes& boxes) {
+    const auto held = [&boxes] { return boxes.Piled(); };
+    serial.Held = held;
+    tmrBlue.Held = held;
+    // The ticks that were held are no sleep of the device, from which the link would be reset.
+    boxes.PileLeft = [this] { frmQuorin::Form.lastTimerEvent = clock.SteadySeconds(); };
+}
+
+void BackEnd::StartProgram() {
+    Install(&Record());
+    modQuorin::ResetModules();
+    frmQuorin::Form_Load();
+    ShowForm();
+    frmQuorin::Form_Activate();
+    loop.HandleDue();
+}
+
+} // namespace platform::device

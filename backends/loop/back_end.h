@@ -1,0 +1,94 @@
+// SPDX-License-Identifier: MIT
+// A whole device: everything that back-ends have in common. A back-end adds the controls, the fonts, and the hand that
+// uses them.
+#pragma once
+
+#include "backends/files/host_file_system.h"
+#include "backends/files/line_database.h"
+#include "backends/files/settings_file.h"
+#include "backends/loop/form_controls.h"
+#include "backends/loop/form_onlooker.h"
+#include "backends/loop/hand.h"
+#include "backends/loop/serial_ports.h"
+#include "backends/loop/services.h"
+#include "backends/simulated/failing_storage.h"
+#include "backends/simulated/number_source.h"
+
+#include <optional>
+#include <string>
+
+namespace platform::device {
+
+/// What a device is to be. Whatever is left out is that of the profile of its type.
+struct DeviceOptions {
+    std::int32_t DeviceType = 0;
+    std::optional<Text> OsVersion;
+    Text User = u"user";
+    std::optional<common::ScreenSize> Screen;
+    std::string Root; ///< host folder that holds all of the device's storage
+    std::vector<common::HostVolume> Volumes;
+    std::string Settings; ///< host file; "settings.ini" in the root folder when empty
+    bool RealClock = false;
+    std::int64_t StartMoment = 0;             ///< where a clock that is not the machine's starts
+    PortPaths Ports;                          ///< none for a simulated port
+    ConnectionService* Connections = nullptr; ///< of the machine; simulated ones without it
+};
+
+class BackEnd : public Hand {
+public:
+    BackEnd(const DeviceOptions& options, Pump& pump, CommandSource& commands, Watcher& watcher);
+    BackEnd(const BackEnd&) = delete;
+    BackEnd& operator=(const BackEnd&) = delete;
+    ~BackEnd();
+
+    /// Loads the form and brings it to the front, as the start of the program does.
+    void StartProgram();
+
+    /// The controls. They stand as long as the back-end does.
+    virtual const Controls& Seen() const = 0;
+
+    Focus focus;
+    DeviceClock clock;
+    EventLoop loop;
+    LoopTimer tmrBlue;
+    LoopTimer tmrHoldEvent;
+    LoopTimer tmrMenus;
+
+    DeviceSystem system;
+    DeviceKeys keys;
+    DeviceSerial serial;
+    SimulatedConnections connections;
+    WatchedTones tones;
+    common::NumberSource random;
+    LoopRunTime runTime;
+
+    common::DiskFaults faults; ///< the disk's
+    common::HostVolumes volumes;
+    common::HostFileSystem hostFiles;
+    common::FailingFileSystem files;
+    common::LineDatabase hostDatabases;
+    common::FailingDatabase databases;
+    common::SettingsFile settingsFile;
+    common::FailingSettings settings;
+
+    FormOnlooker onlooker; ///< with the notices
+
+protected:
+    /// Something is about to be raised that has its own time to wait for other programs.
+    void BeginOperation();
+    /// The record of platform operations over these controls.
+    Platform RecordOf(const Controls& controls);
+    /// What the designer of the form has set, and the handlers that every back-end's controls raise.
+    void DesignControls(const Controls& controls);
+
+    virtual Platform& Record() = 0;
+    /// The form is loaded and comes on the screen.
+    virtual void ShowForm() {}
+
+private:
+    void HoldLinkUnderPile(DeviceBoxes& boxes);
+
+    ConnectionService& Connections;
+};
+
+} // namespace platform::device

@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: MIT
+#include "backends/loop/end_signals.h"
+
+#include <csignal>
+#include <sys/signalfd.h>
+#include <unistd.h>
+
+namespace platform::device {
+
+EndSignals::EndSignals() {
+    sigset_t wanted;
+    sigemptyset(&wanted);
+    for (const int signal : {SIGTERM, SIGINT, SIGHUP})
+        sigaddset(&wanted, signal);
+    if (sigprocmask(SIG_BLOCK, &wanted, nullptr) == 0)
+        Signals = common::Descriptor(::signalfd(-1, &wanted, SFD_NONBLOCK | SFD_CLOEXEC));
+}
+
+bool EndSignals::RaiseWhatIsPending() {
+    signalfd_siginfo signal{};
+    if (!Signals.Valid() || ::read(Signals.Number(), &signal, sizeof signal) != sizeof signal)
+        return false;
+    const char* const name = ::sigabbrev_np(static_cast<int>(signal.ssi_signo));
+    if (Raised)
+        Raised(std::string("SIG") + (name != nullptr ? name : "NAL"));
+    return true;
+}
+
+} // namespace platform::device

@@ -1,0 +1,60 @@
+// SPDX-License-Identifier: MIT
+// The controls of a back-end's form as the hand and the eye know them, which see a little more of them than the
+// application does: where a caret stands, what a list offers, what was painted.
+#pragma once
+
+#include "backends/grid/drawn_grid.h"
+#include "backends/loop/services.h"
+#include "src/view/platform/canvas.h"
+#include "src/view/platform/platform.h"
+
+#include <array>
+#include <vector>
+
+namespace platform::device {
+
+template <class Field>
+class WithCaret : public Field {
+public:
+    virtual std::int32_t Caret() const = 0; ///< the number of characters in front of it
+};
+
+using EditBox = WithCaret<TextBox>;
+
+class EditCombo : public WithCaret<ComboBox> {
+public:
+    virtual std::vector<Text> Items() const = 0;
+};
+
+using MenuItems = std::array<MenuItem*, MenuItemCount>; ///< item i at i less 1
+
+/// A back-end's own items.
+template <class Item>
+MenuItems Pointers(std::array<Item, MenuItemCount>& items) {
+    MenuItems pointers{};
+    for (std::size_t i = 0; i < items.size(); ++i)
+        pointers[i] = &items[i];
+    return pointers;
+}
+
+struct Controls {
+    Form& form;
+    common::DrawnGrid& grdTitle;
+    common::DrawnGrid& grdMain;
+    EditBox& txtInputField;
+    EditCombo& cboInputField;
+    EditBox& cbotxtInputField;
+    DatePicker& dteInputField;
+    ListBox& lstHoldMenu;
+    Label& lblStatus;
+    ScrollBar& scrollBar;
+    std::array<MenuItem*, 2> menuTitles;
+    std::array<MenuItems, 2> menuItems;
+    FontServer& fonts;
+    DeviceBoxes& boxes;
+};
+
+/// The form's box in pixels.
+Box PixelsOf(const Form& form);
+
+} // namespace platform::device

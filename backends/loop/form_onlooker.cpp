@@ -1,0 +1,88 @@
+// SPDX-License-Identifier: MIT
+#include "backends/loop/form_onlooker.h"
+
+#include "companion/form_state.h"
+#include "companion/words.h"
+#include "src/link/ports.h"
+
+namespace platform::device {
+
+/// What is lost is told by NotSaved, with the name of its file.
+FormOnlooker::FormOnlooker(const Clock& clock, Watcher& watcher) : Time(clock), Told(watcher) {
+    notices.Told = [&watcher](const companion::Notice& notice) {
+        if (notice.Weight == companion::Severity::Warning)
+            watcher.Warned(notice.About, notice.Words);
+    };
+}
+
+void FormOnlooker::NotSaved(const Text& file, const Text& why) {
+    ++FailedSaves;
+    notices.Raise(companion::NotSaved(Time.Now(), file, why));
+    Told.NotSaved(file, why);
+}
+
+/// Who could not make the file or add the record has told it.
+void FormOnlooker::RecordOpened(const OpenedRecord& record) {
+    notices.RecordLeft();
+    if (record.Place != RecordPlace::Stored) {
+        notices.Raise(companion::NoPlace(record));
+        losses.NoPlace(companion::NoPlaceText(record));
+    }
+    if (!record.Listed)
+        notices.Raise(companion::OtherDriver(record));
+}
+
+void FormOnlooker::ReadingLost(const LostReading& reading) {
+    const Text words = companion::LossText(reading);
+    NotSaved(reading.File, words);
+    losses.Reading(reading.File + u": " + words + u".");
+}
+
+void FormOnlooker::ReadingWithoutValue(const Text& field) {
+    notices.Raise(companion::ReadingWithoutValue(Time.Now(), field));
+}
+
+void FormOnlooker::ReadingWaits(const DateTime& since) {
+    notices.Raise(companion::ReadingWaits(Time.Now(), since));
+}
+
+void FormOnlooker::FolderReplaced(const Text& folder, const Text& instead, ErrorNumber why) {
+    if (ReplacedFolders.insert(folder).second)
+        notices.Raise(companion::FolderReplaced(folder, instead, why));
+}
+
+void FormOnlooker::ListIncomplete(const std::vector<Unlisted>& unlisted) {
+    notices.Raise(companion::ListIncomplete(unlisted));
+}
+
+void FormOnlooker::DeliveryStays(const Text& fullName, ErrorNumber why) {
+    notices.Raise(companion::DeliveryStays(fullName, why));
+}
+
+void FormOnlooker::DeliveryKept(const Text& fullName, ErrorNumber why) {
+    notices.Raise(companion::DeliveryKept(fullName, why));
+}
+
+void FormOnlooker::MailboxClear() {
+    notices.Withdraw(companion::AboutMailbox);
+}
+
+bool FormOnlooker::RaiseWhatIsPending() {
+    if (!companion::RecordIsOpen())
+        notices.RecordLeft();
+    if (companion::LinkWasTakenDown())
+        notices.Raise(companion::LinkIsOff());
+    else
+        notices.Withdraw(companion::AboutLinkOff);
+    if (companion::LinkIsUpInTheEditor())
+        notices.Raise(companion::LinkIsOn());
+    else
+        notices.Withdraw(companion::AboutLinkOn);
+    if (const Text why = modBluetooth::PortFailure(); !why.empty())
+        notices.Raise(companion::PortEndsProgram(why));
+    else
+        notices.Withdraw(companion::AboutPort);
+    return false;
+}
+
+} // namespace platform::device

@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: MIT
+// The source of commands of a device that is used by the hand alone.
+#pragma once
+
+#include "backends/loop/event_loop.h"
+
+namespace platform::device {
+
+class NoCommands : public CommandSource {
+public:
+    void AboutToWait(int) override {}
+    bool HasCommand() override { return false; }
+    bool Ended() override { return false; }
+    int Descriptor() override { return -1; }
+    void TakeInput() override {}
+    void RunCommand() override {}
+};
+
+} // namespace platform::device

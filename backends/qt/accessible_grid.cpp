@@ -1,0 +1,312 @@
+// SPDX-License-Identifier: MIT
+#include "backends/qt/accessible_grid.h"
+
+#include "backends/qt/conversions.h"
+#include "backends/qt/qt_grid.h"
+
+#include <QAccessibleWidget>
+#include <QApplication>
+#include <QMouseEvent>
+
+#include <algorithm>
+#include <map>
+#include <set>
+
+namespace platform::qt {
+
+namespace {
+
+/// A title is read like a heading: no cell of it is chosen.
+bool IsTitle(const QtGrid& grid) {
+    return grid.PressesNothing;
+}
+
+/// A screen reader asks at any time, also while a message box takes all input.
+bool TakesInput(const GridWidget& widget) {
+    return widget.isVisible() && widget.Grid().Enabled() && QApplication::activeModalWidget() == nullptr;
+}
+
+// --- a cell ----------------------------------------------------------------------------------------------------------
+
+class AccessibleCell final : public QAccessibleInterface,
+                             public QAccessibleTableCellInterface,
+                             public QAccessibleActionInterface {
+public:
+    AccessibleCell(GridWidget& widget, std::int32_t row, std::int32_t col) : Widget(&widget), Row(row), Col(col) {}
+
+    bool isValid() const override {
+        return Widget != nullptr && Row < Widget->Grid().Rows() && Col < Widget->Grid().Cols();
+    }
+    QObject* object() const override { return nullptr; }
+    QWindow* window() const override { return isValid() ? Widget->window()->windowHandle() : nullptr; }
+
+    QAccessibleInterface* parent() const override { return QAccessible::queryAccessibleInterface(Widget); }
+    QAccessibleInterface* child(int) const override { return nullptr; }
+    QAccessibleInterface* childAt(int, int) const override { return nullptr; }
+    int childCount() const override { return 0; }
+    int indexOfChild(const QAccessibleInterface*) const override { return -1; }
+
+    QString text(QAccessible::Text kind) const override {
+        const bool isAsked = kind == QAccessible::Name || kind == QAccessible::Value;
+        return isValid() && isAsked ? ToQt(Widget->Grid().Cell(Row, Col)) : QString();
+    }
+    void setText(QAccessible::Text, const QString&) override {}
+
+    QRect rect() const override {
+        if (!isValid())
+            return {};
+        const QRect cell = Widget->CellRect(Row, Col).intersected(Widget->rect());
+        return cell.isEmpty() ? QRect() : QRect(Widget->mapToGlobal(cell.topLeft()), cell.size());
+    }
+
+    QAccessible::Role role() const override {
+        return Widget != nullptr && IsTitle(Widget->Grid()) ? QAccessible::ColumnHeader : QAccessible::Cell;
+    }
+
+    QAccessible::State state() const override {
+        QAccessible::State state;
+        state.invalid = !isValid();
+        if (!isValid())
+            return state;
+        const QtGrid& grid = Widget->Grid();
+        const bool isOffered = grid.Offers(Row, Col);
+        state.invisible = !Widget->isVisible() || !isOffered;
+        state.offscreen = !state.invisible && rect().isEmpty();
+        state.disabled = !grid.Enabled();
+        state.readOnly = true;
+        if (IsTitle(grid))
+            return state;
+        state.selectable = isOffered;
+        state.focusable = isOffered;
+        state.selected = isSelected();
+        state.focused = isSelected() && Widget->hasFocus();
+        return state;
+    }
+
+    void* interface_cast(QAccessible::InterfaceType type) override {
+        if (type == QAccessible::TableCellInterface)
+            return static_cast<QAccessibleTableCellInterface*>(this);
+        if (type == QAccessible::ActionInterface)
+            return static_cast<QAccessibleActionInterface*>(this);
+        return nullptr;
+    }
+
+    // The cell of a table.
+    int columnExtent() const override { return 1; }
+    int rowExtent() const override { return 1; }
+    int columnIndex() const override { return Col; }
+    int rowIndex() const override { return Row; }
+    QList<QAccessibleInterface*> rowHeaderCells() const override { return {}; }
+    QList<QAccessibleInterface*> columnHeaderCells() const override { return {}; }
+    QAccessibleInterface* table() const override { return parent(); }
+    bool isSelected() const override {
+        return isValid() && !IsTitle(Widget->Grid()) && Widget->Grid().Row() == Row && Widget->Grid().Col() == Col;
+    }
+
+    // What can be done with it: it is tapped.
+    QStringList actionNames() const override {
+        const bool isOffered = isValid() && !IsTitle(Widget->Grid()) && Widget->Grid().Offers(Row, Col);
+        return isOffered ? QStringList{pressAction()} : QStringList();
+    }
+    void doAction(const QString& action) override {
+        if (!actionNames().contains(action) || !TakesInput(*Widget))
+            return;
+        const QPointer<GridWidget> widget = Widget;
+        widget->PointerDown(Row, Col);
+        if (widget != nullptr)
+            widget->PointerUp();
+    }
+    QStringList keyBindingsForAction(const QString&) const override { return {}; }
+
+private:
+    QPointer<GridWidget> Widget;
+    std::int32_t Row;
+    std::int32_t Col;
+};
+
+// --- the grid --------------------------------------------------------------------------------------------------------
+
+class AccessibleGrid final : public QAccessibleWidget, public QAccessibleTableInterface {
+public:
+    explicit AccessibleGrid(GridWidget& widget) : QAccessibleWidget(&widget, QAccessible::Table), Widget(widget) {}
+    ~AccessibleGrid() override {
+        for (const auto& cell : Cells)
+            QAccessible::deleteAccessibleInterface(cell.second);
+    }
+
+    /// The list is named as the page is.
+    QString text(QAccessible::Text kind) const override {
+        if (kind != QAccessible::Name)
+            return QAccessibleWidget::text(kind);
+        if (IsTitle(Grid()))
+            return QStringLiteral("Title");
+        QStringList words;
+        const QtGrid* const title = Grid().Follower;
+        for (std::int32_t col = 0; title != nullptr && title->Rows() > 0 && col < title->Cols(); ++col)
+            words.push_back(ToQt(title->Cell(0, col)));
+        words.removeAll(QString());
+        return words.isEmpty() ? QStringLiteral("Records") : words.join(QStringLiteral(", "));
+    }
+
+    QAccessible::State state() const override {
+        QAccessible::State state = QAccessibleWidget::state();
+        state.disabled = !Grid().Enabled();
+        if (IsTitle(Grid()))
+            state.focusable = false;
+        return state;
+    }
+
+    void* interface_cast(QAccessible::InterfaceType type) override {
+        if (type == QAccessible::TableInterface)
+            return static_cast<QAccessibleTableInterface*>(this);
+        return QAccessibleWidget::interface_cast(type);
+    }
+
+    int childCount() const override { return rowCount() * columnCount(); }
+    QAccessibleInterface* child(int index) const override {
+        const int cols = columnCount();
+        return index >= 0 && cols > 0 ? cellAt(index / cols, index % cols) : nullptr;
+    }
+    int indexOfChild(const QAccessibleInterface* child) const override {
+        auto* const some = const_cast<QAccessibleInterface*>(child);
+        const auto* const cell = some != nullptr ? some->tableCellInterface() : nullptr;
+        const bool isMine = cell != nullptr && some->isValid() && cell->table() == this;
+        return isMine ? cell->rowIndex() * columnCount() + cell->columnIndex() : -1;
+    }
+    QAccessibleInterface* childAt(int x, int y) const override {
+        const QPoint place = Widget.mapFromGlobal(QPoint(x, y));
+        if (!Widget.rect().contains(place))
+            return nullptr;
+        const auto cell = Grid().CellAt(place.x(), place.y());
+        return cell ? cellAt(cell->Row, cell->Col) : nullptr;
+    }
+    QAccessibleInterface* focusChild() const override {
+        if (!Widget.hasFocus())
+            return nullptr;
+        QAccessibleInterface* const current = Current();
+        return current != nullptr ? current : QAccessible::queryAccessibleInterface(&Widget);
+    }
+
+    // The table.
+    QAccessibleInterface* caption() const override { return nullptr; }
+    QAccessibleInterface* summary() const override { return nullptr; }
+    QAccessibleInterface* cellAt(int row, int col) const override {
+        if (row < 0 || col < 0 || row >= rowCount() || col >= columnCount())
+            return nullptr;
+        const auto known = Cells.find({row, col});
+        if (known != Cells.end())
+            return QAccessible::accessibleInterface(known->second);
+        auto* const cell = new AccessibleCell(Widget, row, col);
+        Cells.emplace(std::pair(row, col), QAccessible::registerAccessibleInterface(cell));
+        return cell;
+    }
+    int rowCount() const override { return Grid().Rows(); }
+    int columnCount() const override { return Grid().Cols(); }
+    QString columnDescription(int col) const override {
+        const QtGrid* const title = Grid().Follower;
+        const bool isNamed = title != nullptr && title->Rows() > 0 && title->Cols() == columnCount() && col >= 0;
+        return isNamed && col < columnCount() ? ToQt(title->Cell(0, col)) : QString();
+    }
+    QString rowDescription(int) const override { return {}; }
+
+    int selectedCellCount() const override { return selectedCells().size() == 1 ? 1 : 0; }
+    QList<QAccessibleInterface*> selectedCells() const override {
+        QAccessibleInterface* const current = Current();
+        return current != nullptr ? QList<QAccessibleInterface*>{current} : QList<QAccessibleInterface*>();
+    }
+    int selectedColumnCount() const override { return 0; }
+    int selectedRowCount() const override { return 0; }
+    QList<int> selectedColumns() const override { return {}; }
+    QList<int> selectedRows() const override { return {}; }
+    bool isColumnSelected(int) const override { return false; }
+    bool isRowSelected(int) const override { return false; }
+    bool selectRow(int row) override {
+        if (IsTitle(Grid()) || !TakesInput(Widget) || !Grid().Offers(row, Grid().Col()))
+            return false;
+        Grid().SetRow(row);
+        return true;
+    }
+    bool selectColumn(int) override { return false; }
+    bool unselectRow(int) override { return false; }
+    bool unselectColumn(int) override { return false; }
+    void modelChange(QAccessibleTableModelChangeEvent*) override {}
+
+private:
+    QtGrid& Grid() const { return Widget.Grid(); }
+    QAccessibleInterface* Current() const {
+        const bool isThere = !IsTitle(Grid()) && Grid().Offers(Grid().Row(), Grid().Col());
+        return isThere ? cellAt(Grid().Row(), Grid().Col()) : nullptr;
+    }
+
+    GridWidget& Widget;
+    mutable std::map<std::pair<int, int>, QAccessible::Id> Cells; ///< those that were asked for, by row and column
+};
+
+QAccessibleInterface* MakeAccessibleGrid(const QString&, QObject* object) {
+    auto* const grid = dynamic_cast<GridWidget*>(object);
+    return grid != nullptr ? new AccessibleGrid(*grid) : nullptr;
+}
+
+} // namespace
+
+void InstallAccessibleGrids() {
+    QAccessible::installFactory(MakeAccessibleGrid);
+}
+
+// --- what is told ----------------------------------------------------------------------------------------------------
+
+namespace {
+
+constexpr std::size_t ManyCells = 32; // a page that is filled is told as a whole
+
+} // namespace
+
+GridNews::GridNews(QtGrid& grid) : Of(grid.Widget()) {
+    grid.CellSet = [this](std::int32_t row, std::int32_t col) { CellChanged(row, col); };
+    grid.EventsHandled = [this] { Tell(); };
+}
+
+void GridNews::CellChanged(std::int32_t row, std::int32_t col) {
+    if (IsHeard() && Changed.size() <= ManyCells)
+        Changed.emplace_back(row, col);
+}
+
+GridNews::State GridNews::Now() const {
+    const QtGrid& grid = Of.Grid();
+    return {grid.Rows(), grid.Cols(), grid.Row(), grid.Col(), Of.hasFocus()};
+}
+
+void GridNews::TellCells() {
+    const std::set<std::pair<std::int32_t, std::int32_t>> cells(Changed.begin(), Changed.end());
+    Changed.clear();
+    for (const auto& [row, col] : cells) {
+        QAccessibleValueChangeEvent event(&Of, ToQt(Of.Grid().Cell(row, col)));
+        event.setChild(row * Of.Grid().Cols() + col);
+        Say(&event);
+    }
+}
+
+void GridNews::Tell() {
+    if (!IsHeard()) {
+        Changed.clear();
+        return;
+    }
+    const State now = Now();
+    const bool isAnother = now.Rows != Told.Rows || now.Cols != Told.Cols || Changed.size() > ManyCells;
+    const bool hasMoved = now.Row != Told.Row || now.Col != Told.Col;
+    const bool isNewlyFocused = now.HasFocus && !Told.HasFocus;
+    Told = now;
+    if (isAnother) {
+        Changed.clear();
+        QAccessibleTableModelChangeEvent event(&Of, QAccessibleTableModelChangeEvent::ModelReset);
+        Say(&event);
+    }
+    TellCells();
+    if (now.HasFocus && (isAnother || hasMoved || isNewlyFocused) && Of.Grid().Offers(now.Row, now.Col)) {
+        QAccessibleEvent event(&Of, QAccessible::Focus);
+        event.setChild(now.Row * now.Cols + now.Col);
+        Say(&event);
+    }
+}
+
+} // namespace platform::qt

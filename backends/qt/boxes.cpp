@@ -1,0 +1,88 @@
+// SPDX-License-Identifier: MIT
+#include "backends/qt/boxes.h"
+
+#include "backends/qt/conversions.h"
+#include "backends/qt/dialogue.h"
+
+#include <QAbstractButton>
+#include <QPushButton>
+
+#include <algorithm>
+
+namespace platform::qt {
+
+namespace {
+
+QMessageBox::StandardButton ButtonOf(BoxAnswer answer) {
+    switch (answer) {
+    case BoxAnswer::Yes:
+        return QMessageBox::Yes;
+    case BoxAnswer::No:
+        return QMessageBox::No;
+    case BoxAnswer::Ok:
+        break;
+    }
+    return QMessageBox::Ok;
+}
+
+BoxAnswer AnswerOf(const QMessageBox& dialog) {
+    if (dialog.standardButtons() == QMessageBox::Ok)
+        return BoxAnswer::Ok;
+    const bool yes = dialog.clickedButton() != nullptr && dialog.clickedButton() == dialog.button(QMessageBox::Yes);
+    return yes ? BoxAnswer::Yes : BoxAnswer::No; // closed by Esc or by its frame: the safe side
+}
+
+/// A text that has room on a screen: long lines and many of them lose their middles.
+QString Shortened(const QString& text) {
+    constexpr qsizetype LongestLine = 300;
+    constexpr qsizetype MostLines = 20;
+    const QString sign = QStringLiteral("…");
+    QStringList lines = text.split(QLatin1Char('\n'));
+    for (QString& line : lines) {
+        if (line.size() > LongestLine)
+            line = line.left(LongestLine / 2) + sign + line.right(LongestLine / 2);
+    }
+    if (lines.size() > MostLines)
+        lines = lines.mid(0, MostLines / 2) + QStringList(sign) + lines.mid(lines.size() - MostLines / 2);
+    return lines.join(QLatin1Char('\n'));
+}
+
+} // namespace
+
+void QtBoxes::Opened(OpenBox& box) {
+    auto dialog = std::make_unique<Dialogue>(&Window, PersonIsTyping && PersonIsTyping());
+    dialog->setObjectName(QStringLiteral("messageBox"));
+    dialog->setWindowTitle(box.Title.empty() ? QStringLiteral("Quorin") : ToQt(box.Title));
+    dialog->setTextFormat(Qt::PlainText);
+    dialog->setText(Shortened(ToQt(box.Message)));
+    if (dialog->text() != ToQt(box.Message))
+        dialog->setDetailedText(ToQt(box.Message));
+    if (Piled())
+        dialog->setInformativeText(QStringLiteral("The newer of two: another one stands behind it."));
+    dialog->setIcon(box.Icon == BoxIcon::Question ? QMessageBox::Question : QMessageBox::NoIcon);
+    const bool isQuestion = box.Buttons == BoxButtons::YesNo;
+    dialog->setStandardButtons(isQuestion ? QMessageBox::Yes | QMessageBox::No : QMessageBox::Ok);
+    // Enter and Esc do no harm.
+    dialog->setDefaultButton(isQuestion ? QMessageBox::No : QMessageBox::Ok);
+    dialog->setEscapeButton(isQuestion ? QMessageBox::No : QMessageBox::Ok);
+    dialog->setWindowModality(Qt::ApplicationModal);
+    QObject::connect(dialog.get(), &QMessageBox::finished, [raw = dialog.get(), &box] {
+        box.Answer = AnswerOf(*raw);
+        box.Answered = true;
+    });
+    Dialogs.push_back(std::move(dialog));
+    Dialogs.back()->show();
+}
+
+/// Boxes close in the order in which they wait: the innermost first.
+void QtBoxes::Closed(OpenBox&) {
+    Dialogs.pop_back();
+    if (Leaving)
+        Leaving();
+}
+
+void QtBoxes::Press(BoxAnswer answer) {
+    Dialog()->button(ButtonOf(answer))->click();
+}
+
+} // namespace platform::qt

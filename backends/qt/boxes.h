@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: MIT
+// Message boxes as dialogs. They wait in the application's own loop, in which everything else goes on.
+#pragma once
+
+#include "backends/loop/services.h"
+
+#include <QMessageBox>
+#include <QWidget>
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+namespace platform::qt {
+
+class QtBoxes final : public device::DeviceBoxes {
+public:
+    QtBoxes(device::EventLoop& loop, device::Watcher& watcher, QWidget& window)
+        : DeviceBoxes(loop, watcher), Window(window) {}
+
+    /// Presses a button of the innermost box.
+    void Press(BoxAnswer answer);
+    QMessageBox* Dialog() const { return Dialogs.empty() ? nullptr : Dialogs.back().get(); }
+
+    std::function<void()> Leaving; ///< one was closed; others may stand
+    bool AnyStands() const { return !Dialogs.empty() || OfWindowStands; }
+    bool OfWindowStands = false; ///< a box of the window's own, which the form knows nothing of
+    /// Whether a person is typing at this moment, who can't have meant the box.
+    std::function<bool()> PersonIsTyping;
+
+protected:
+    void Opened(OpenBox& box) override;
+    void Closed(OpenBox& box) override;
+
+private:
+    QWidget& Window;
+    std::vector<std::unique_ptr<QMessageBox>> Dialogs;
+};
+
+} // namespace platform::qt

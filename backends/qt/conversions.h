@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: MIT
+// Texts, colours and boxes, from the seam's form to Qt's and back.
+#pragma once
+
+#include "src/view/platform/controls.h"
+
+#include <QColor>
+#include <QRect>
+#include <QString>
+
+#include <cmath>
+
+namespace platform::qt {
+
+inline QString ToQt(TextView text) {
+    return QString::fromUtf16(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+inline Text FromQt(const QString& text) {
+    return text.toStdU16String();
+}
+
+/// From 0xBBGGRR.
+inline QColor ColourOf(std::int32_t colour) {
+    return {colour & 0xFF, (colour >> 8) & 0xFF, (colour >> 16) & 0xFF};
+}
+
+/// The pixels that a box covers.
+inline QRect RectOf(const Box& box) {
+    const int left = static_cast<int>(std::lround(box.Left));
+    const int top = static_cast<int>(std::lround(box.Top));
+    return {left, top, static_cast<int>(std::lround(box.Left + box.Width)) - left,
+            static_cast<int>(std::lround(box.Top + box.Height)) - top};
+}
+
+} // namespace platform::qt

@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: MIT
+#include "backends/qt/dialogue.h"
+
+#include <QApplication>
+#include <QEvent>
+
+namespace platform::qt {
+
+Dialogue::Dialogue(QWidget* parent, bool underHands) : QMessageBox(parent) {
+    if (!underHands)
+        return;
+    Rest.start();
+    qApp->installEventFilter(this);
+}
+
+bool Dialogue::eventFilter(QObject* object, QEvent* event) {
+    constexpr qint64 Rested = 500; // milliseconds
+    const bool isKey = event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease ||
+                       event->type() == QEvent::ShortcutOverride;
+    const bool isMine = object->isWidgetType() && static_cast<QWidget*>(object)->window() == this;
+    if (!isKey || !isMine || !Rest.isValid())
+        return QMessageBox::eventFilter(object, event);
+    if (Rest.elapsed() >= Rested) {
+        Rest.invalidate();
+        return false;
+    }
+    Rest.start();
+    return true;
+}
+
+} // namespace platform::qt

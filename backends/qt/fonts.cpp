@@ -1,0 +1,207 @@
+// SPDX-License-Identifier: MIT
+#include "backends/qt/fonts.h"
+
+#include "backends/qt/conversions.h"
+
+#include <QFontDatabase>
+#include <QFontMetrics>
+#include <QTextLayout>
+
+#include <algorithm>
+#include <cmath>
+#include <list>
+
+namespace platform::qt {
+
+namespace {
+
+enum class Letters { Normal, Narrow };
+
+/// A font of the devices: what it is shown in here, and how many pixels a point of its size takes.
+struct StandIn {
+    TextView Name;
+    Letters Shape;
+    double PixelsPerPoint;
+};
+
+constexpr double ScreenPoint = 96.0 / 72.0;         // 96 pixels to the inch
+constexpr double DesktopPoint = 1.25 * ScreenPoint; // what other programs of a desktop write in
+constexpr Letters Normal = Letters::Normal;
+constexpr Letters Narrow = Letters::Narrow; // 160 pixels hold some 30 characters of them
+
+constexpr StandIn StandIns[] = {
+    {u"AFPalm", Narrow, ScreenPoint},
+    {u"AFPalmHR", Narrow, 2 * ScreenPoint}, // twice the pixels on a screen of twice the resolution
+    {u"AFSE UIQ Standard", Normal, ScreenPoint},
+    {u"Microsoft Sans Serif CMF", Normal, ScreenPoint},
+    {u"Nokia Sans S60", Normal, ScreenPoint},
+    {u"Tahoma", Normal, DesktopPoint},
+};
+
+/// The font of a shape. Debian keeps the narrow one in another package than the normal one: where it is not there, the
+/// normal one is drawn as narrow. Where that is not there either, the machine takes what it has for its name.
+QFont FontOfShape(Letters shape) {
+    const QString normal = QStringLiteral("DejaVu Sans");
+    if (shape == Letters::Normal)
+        return QFont(normal);
+    const QString narrow = QStringLiteral("DejaVu Sans Condensed");
+    static const bool IsThere = QFontDatabase::hasFamily(narrow);
+    QFont font(IsThere ? narrow : normal);
+    if (!IsThere)
+        font.setStretch(90); // how wide the narrow one's letters are, in percent
+    return font;
+}
+
+constexpr char16_t CarriageReturn = u'\r';
+constexpr char16_t LineFeed = u'\n';
+
+/// Breaks one paragraph.
+void BreakParagraph(const QFont& font, const QString& paragraph, std::int32_t width, QStringList& lines) {
+    QTextLayout layout(paragraph, font);
+    QTextOption option;
+    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    layout.setTextOption(option);
+    layout.beginLayout();
+    const qsizetype before = lines.size();
+    for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
+        line.setLineWidth(std::max(width, 1));
+        lines.push_back(paragraph.mid(line.textStart(), line.textLength()));
+    }
+    layout.endLayout();
+    if (lines.size() == before)
+        lines.push_back(QString());
+}
+
+/// A text in a font, broken into lines at a width.
+struct Shaped {
+    QString Font;
+    std::int32_t Width = 0;
+    Text Words;
+    QStringList Lines;
+    int Widest = 0;
+};
+
+constexpr std::int32_t OnOneLine = -1; // a width
+
+QStringList BreakText(const QFont& font, TextView text, std::int32_t width) {
+    QStringList lines;
+    for (TextView rest = text;;) {
+        const std::size_t end = rest.find_first_of(u"\r\n");
+        BreakParagraph(font, ToQt(rest.substr(0, end)), width, lines);
+        if (end == TextView::npos)
+            return lines;
+        const bool both = rest[end] == CarriageReturn && end + 1 < rest.size() && rest[end + 1] == LineFeed;
+        rest.remove_prefix(end + (both ? 2 : 1));
+        if (rest.empty())
+            return lines; // what ends a line does not begin another
+    }
+}
+
+Shaped Shape(const QFont& font, TextView text, std::int32_t width) {
+    Shaped shaped;
+    shaped.Lines = width == OnOneLine ? QStringList(OneLine(text)) : BreakText(font, text, width);
+    const QFontMetrics metrics(font);
+    for (const QString& line : shaped.Lines)
+        shaped.Widest = std::max(shaped.Widest, metrics.horizontalAdvance(line));
+    return shaped;
+}
+
+/// Those that took long, the last one that was asked for first. A page has room for few.
+struct {
+    std::list<Shaped> Kept;
+    std::size_t Count = 0;
+} LongTexts;
+
+/// A text of a megabyte takes seconds to shape, and a page is painted at each key.
+const Shaped& ShapeOnce(const QFont& font, TextView text, std::int32_t width) {
+    constexpr std::size_t Long = 2000; // characters
+    constexpr std::size_t MostKept = 8;
+    static Shaped brief;
+    if (text.size() < Long)
+        return brief = Shape(font, text, width);
+    const QString key = font.key();
+    std::list<Shaped>& kept = LongTexts.Kept;
+    const auto found = std::find_if(kept.begin(), kept.end(), [&](const Shaped& each) {
+        return each.Width == width && each.Words == text && each.Font == key;
+    });
+    if (found != kept.end()) {
+        kept.splice(kept.begin(), kept, found);
+        return kept.front();
+    }
+    ++LongTexts.Count;
+    kept.push_front(Shape(font, text, width));
+    kept.front().Font = key;
+    kept.front().Width = width;
+    kept.front().Words = text;
+    if (kept.size() > MostKept)
+        kept.pop_back();
+    return kept.front();
+}
+
+} // namespace
+
+QFont FontOf(const Text& name, std::int32_t size) {
+    const auto* found =
+        std::find_if(std::begin(StandIns), std::end(StandIns), [&](const StandIn& row) { return row.Name == name; });
+    const bool known = found != std::end(StandIns);
+    QFont font = known ? FontOfShape(found->Shape) : QFont(ToQt(name));
+    const double pixels = std::max(size, 1) * (known ? found->PixelsPerPoint : ScreenPoint);
+    font.setPixelSize(std::max(1, static_cast<int>(std::lround(pixels))));
+    font.setHintingPreference(QFont::PreferFullHinting); // whole pixels, so that widths add up
+    return font;
+}
+
+QString OneLine(TextView text) {
+    Text line(text);
+    line.erase(std::remove_if(line.begin(), line.end(),
+                              [](char16_t unit) { return unit == CarriageReturn || unit == LineFeed; }),
+               line.end());
+    return ToQt(line);
+}
+
+QStringList LinesOf(const QFont& font, TextView text, std::int32_t width) {
+    return ShapeOnce(font, text, std::max(width, 0)).Lines;
+}
+
+std::size_t LongTextsShaped() {
+    return LongTexts.Count;
+}
+
+FontHandle QtFonts::GetFont(const Text& name, std::int32_t size, std::int32_t) {
+    if (Working)
+        Working();
+    const auto found = std::find_if(Fonts.begin(), Fonts.end(),
+                                    [&](const Known& font) { return font.Size == size && font.Name == name; });
+    if (found != Fonts.end())
+        return static_cast<FontHandle>(found - Fonts.begin());
+    Fonts.push_back({name, size, FontOf(name, size)});
+    return static_cast<FontHandle>(Fonts.size() - 1);
+}
+
+std::int32_t QtFonts::FontHeight(FontHandle font) {
+    return QFontMetrics(Of(font)).height();
+}
+
+TextSize QtFonts::MeasureLine(FontHandle font, const Text& text, std::int32_t start, std::int32_t length) {
+    const auto from = std::min(static_cast<std::size_t>(std::max(start, 0)), text.size());
+    const TextView line = TextView(text).substr(from, static_cast<std::size_t>(std::max(length, 0)));
+    return {ShapeOnce(Of(font), line, OnOneLine).Widest, QFontMetrics(Of(font)).height()};
+}
+
+TextSize QtFonts::MeasureWrapped(FontHandle font, const Text& text, std::int32_t width) {
+    const Shaped& shaped = ShapeOnce(Of(font), text, std::max(width, 0));
+    const int height = QFontMetrics(Of(font)).height();
+    return {shaped.Widest, height * static_cast<std::int32_t>(shaped.Lines.size())};
+}
+
+Text QtFonts::FirstFontName() {
+    Names = QFontDatabase::families();
+    Next = 0;
+    return NextFontName();
+}
+
+Text QtFonts::NextFontName() {
+    return Next < Names.size() ? FromQt(Names[Next++]) : Text();
+}
+
+} // namespace platform::qt

@@ -1,0 +1,77 @@
+// SPDX-License-Identifier: MIT
+#include "backends/qt/native_focus.h"
+
+#include <QFocusEvent>
+
+namespace platform::qt {
+
+namespace {
+
+/// Whether a person has moved the focus there, or a window or a menu merely gives it back.
+bool IsChosen(Qt::FocusReason reason) {
+    return reason == Qt::MouseFocusReason || reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason ||
+           reason == Qt::ShortcutFocusReason || reason == Qt::OtherFocusReason;
+}
+
+} // namespace
+
+NativeFocus::NativeFocus(device::Focus& focus, QWidget& surface) : FocusOfForm(focus), Surface(surface) {
+    FocusOfForm.Moved = [this] { Follow(); };
+    Surface.setFocusPolicy(Qt::NoFocus); // a click beside the controls leaves the focus where it is
+}
+
+void NativeFocus::Add(device::FocusTarget& target, QWidget& widget) {
+    Pairs.push_back({&target, &widget});
+    widget.installEventFilter(this);
+    if (widget.focusProxy() != nullptr)
+        widget.focusProxy()->installEventFilter(this);
+}
+
+device::FocusTarget* NativeFocus::TargetOf(const QWidget* widget) const {
+    for (const Pair& pair : Pairs) {
+        if (pair.Widget != nullptr && widget != nullptr && (pair.Widget == widget || pair.Widget->isAncestorOf(widget)))
+            return pair.Target;
+    }
+    return nullptr;
+}
+
+bool NativeFocus::TakesKeys(const QWidget* widget) const {
+    if (widget == &Surface)
+        return true; // the form itself
+    for (const Pair& pair : Pairs) {
+        if (pair.Widget != nullptr && (pair.Widget == widget || pair.Widget->focusProxy() == widget))
+            return true;
+    }
+    return false;
+}
+
+QWidget* NativeFocus::WidgetOf(const device::FocusTarget& target) const {
+    for (const Pair& pair : Pairs) {
+        if (pair.Target == &target && pair.Widget != nullptr && !pair.Widget->isHidden())
+            return pair.Widget;
+    }
+    return nullptr;
+}
+
+void NativeFocus::Follow() {
+    if (Quieted > 0)
+        return;
+    ++Quieted;
+    QWidget* wanted = FocusOfForm.Holder() != nullptr ? WidgetOf(*FocusOfForm.Holder()) : nullptr;
+    if (wanted == nullptr || !wanted->isEnabled())
+        wanted = &Surface;
+    if (wanted->window()->focusWidget() != wanted)
+        wanted->setFocus(Qt::OtherFocusReason);
+    --Quieted;
+}
+
+bool NativeFocus::eventFilter(QObject* object, QEvent* event) {
+    if (event->type() != QEvent::FocusIn || Quieted > 0)
+        return false;
+    device::FocusTarget* const target = TargetOf(qobject_cast<QWidget*>(object));
+    if (target != nullptr && IsChosen(static_cast<QFocusEvent*>(event)->reason()))
+        FocusOfForm.MoveTo(*target);
+    return false;
+}
+
+} // namespace platform::qt

@@ -1,0 +1,128 @@
+// SPDX-License-Identifier: MIT
+#include "backends/qt/pump.h"
+
+#include <QAbstractEventDispatcher>
+#include <QApplication>
+#include <QDrag>
+#include <QThread>
+#include <QWidget>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <thread>
+#include <utility>
+
+namespace platform::qt {
+
+QtPump::QtPump(std::function<int(const device::ProgramOver&)> over) : Over(std::move(over)) {
+    Alarm.setSingleShot(true);
+    Alarm.setTimerType(Qt::PreciseTimer);
+    QObject::connect(&Alarm, &QTimer::timeout, [this] { Woken(); });
+}
+
+void QtPump::CameBack() {
+    Awake();
+    if (WorkIsShown && WorkShown)
+        WorkShown(false);
+    WorkIsShown = false;
+}
+
+bool QtPump::HandlePending() {
+    CameBack();
+    if (Loop != nullptr)
+        Watch(Loop->Descriptors()); // one that was closed meanwhile must not be looked at
+    return QAbstractEventDispatcher::instance()->processEvents(QEventLoop::AllEvents);
+}
+
+void QtPump::Sleep(const std::vector<int>& descriptors, int milliseconds) {
+    Watch(descriptors);
+    if (milliseconds >= 0)
+        Alarm.start(milliseconds);
+    else
+        Alarm.stop();
+    CameBack();
+    QAbstractEventDispatcher::instance()->processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
+    Awake();
+}
+
+void QtPump::Working() {
+    constexpr auto Patience = std::chrono::milliseconds(100); // of a person
+    constexpr auto BetweenBreaths = std::chrono::milliseconds(50);
+    const Moment now = std::chrono::steady_clock::now();
+    if (IsBreathing || now - LastAlive < Patience || now - LastBreath < BetweenBreaths)
+        return;
+    if (!WorkIsShown && WorkShown)
+        WorkShown(true);
+    WorkIsShown = true;
+    Breathe();
+}
+
+void QtPump::Rest(std::int32_t milliseconds) {
+    constexpr auto BetweenLooks = std::chrono::milliseconds(20);
+    const Moment end = std::chrono::steady_clock::now() + std::chrono::milliseconds(milliseconds);
+    while (std::chrono::steady_clock::now() < end) {
+        Working();
+        std::this_thread::sleep_for(BetweenLooks);
+    }
+}
+
+void QtPump::Watch(const std::vector<int>& descriptors) {
+    for (auto& [descriptor, notifier] : Watched) {
+        if (std::find(descriptors.begin(), descriptors.end(), descriptor) == descriptors.end())
+            notifier->setEnabled(false);
+    }
+    for (const int descriptor : descriptors) {
+        auto& notifier = Watched[descriptor];
+        if (!notifier) {
+            notifier = std::make_unique<QSocketNotifier>(descriptor, QSocketNotifier::Read);
+            QObject::connect(notifier.get(), &QSocketNotifier::activated, [this, descriptor] {
+                Watched.at(descriptor)->setEnabled(false); // whoever sleeps next watches again
+                Woken();
+            });
+        }
+        notifier->setEnabled(true);
+    }
+}
+
+/// In a sleep of the loop's own there is nothing to do: it goes on by itself. A loop of Qt's goes on sleeping.
+void QtPump::Woken() {
+    if (Loop == nullptr || IsBreathing || IsLeaving || QThread::currentThread()->loopLevel() == 0)
+        return;
+    Awake();
+    Loop->RaiseRound();
+    if (Loop->Ending())
+        LeaveLoopsOfQt();
+    Watch(Loop->Descriptors());
+    if (const auto time = Loop->TimeToNextTick())
+        Alarm.start(static_cast<int>(*time));
+}
+
+/// A person may have gone from a text that is dragged, or from a list of a widget's own.
+void QtPump::LeaveLoopsOfQt() {
+    QDrag::cancel();
+    while (QWidget* const popup = QApplication::activePopupWidget()) {
+        if (!popup->close())
+            return;
+    }
+}
+
+void QtPump::Breathe(Input input) {
+    if (IsBreathing)
+        return;
+    IsBreathing = true;
+    QAbstractEventDispatcher::instance()->processEvents(
+        QEventLoop::ExcludeSocketNotifiers |
+        (input == Input::Too ? QEventLoop::AllEvents : QEventLoop::ExcludeUserInputEvents));
+    IsBreathing = false;
+    LastBreath = std::chrono::steady_clock::now();
+}
+
+void QtPump::Leave(const device::ProgramOver& over) {
+    IsLeaving = true;
+    const int status = Over(over);
+    std::fflush(nullptr);
+    std::_Exit(status);
+}
+
+} // namespace platform::qt

@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: MIT
+// The event loop's way to Qt's: it sleeps in Qt's event dispatcher, which handles the window's events meanwhile.
+#pragma once
+
+#include "backends/loop/event_loop.h"
+
+#include <QSocketNotifier>
+#include <QTimer>
+
+#include <chrono>
+#include <functional>
+#include <map>
+#include <memory>
+
+namespace platform::qt {
+
+class QtPump final : public device::Pump {
+public:
+    /// `over` is told why the program is over and gives the exit status.
+    explicit QtPump(std::function<int(const device::ProgramOver&)> over);
+
+    /// The loop that this pump is for. A loop of Qt's own (a text that is dragged) knows nothing of it, and has its
+    /// events raised from here.
+    void Serve(device::EventLoop& loop) { Loop = &loop; }
+
+    bool HandlePending() override;
+    void Sleep(const std::vector<int>& descriptors, int milliseconds) override;
+    /// Ends the process at once: a handler may be deep inside of Qt, which can't be unwound.
+    [[noreturn]] void Leave(const device::ProgramOver& over) override;
+
+    enum class Input { Waits, Too };
+    /// Lets the window system have its way while a handler keeps the loop waiting: what is to be painted is painted,
+    /// but nothing is raised. What a person does meanwhile waits, or comes at once for who filters it and looks at
+    /// Breathing.
+    void Breathe(Input input = Input::Waits);
+    bool Breathing() const { return IsBreathing; }
+
+    /// What comes next is handled by the window itself, in the middle of the loop's sleep: no time is lost so far.
+    void Awake() { LastAlive = std::chrono::steady_clock::now(); }
+    /// A long operation goes on: to be called as often as one likes. From a tenth of a second on a person is told, by
+    /// WorkShown, and the window breathes.
+    void Working();
+    std::function<void(bool)> WorkShown;
+    /// Lets time pass in the middle of an operation.
+    void Rest(std::int32_t milliseconds);
+
+private:
+    using Moment = std::chrono::steady_clock::time_point;
+
+    void Watch(const std::vector<int>& descriptors);
+    void Woken();
+    static void LeaveLoopsOfQt();
+    void CameBack();
+
+    std::function<int(const device::ProgramOver&)> Over;
+    device::EventLoop* Loop = nullptr;
+    QTimer Alarm;
+    /// By descriptor. One that is not wanted is off: the next one that bears its number may be.
+    std::map<int, std::unique_ptr<QSocketNotifier>> Watched;
+    bool IsBreathing = false;
+    bool IsLeaving = false;
+    bool WorkIsShown = false;
+    Moment LastAlive; ///< when something began to be handled
+    Moment LastBreath;
+};
+
+} // namespace platform::qt

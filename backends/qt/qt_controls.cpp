@@ -1,0 +1,461 @@
+// SPDX-License-Identifier: MIT
+#include "backends/qt/qt_controls.h"
+
+#include <QGuiApplication>
+#include <QHeaderView>
+#include <QInputMethod>
+#include <QKeyEvent>
+#include <QTableView>
+#include <QTextBlock>
+#include <QToolButton>
+
+#include <algorithm>
+#include <limits>
+#include <memory>
+
+namespace platform::qt {
+
+namespace {
+
+constexpr char16_t Backspace = 8;
+
+/// A field lies over its cell: no more of an edge than one pixel, whatever the style draws elsewhere.
+constexpr const char* FieldStyle = "QLineEdit, QPlainTextEdit { border: 1px solid palette(highlight); padding: 0px; "
+                                   "background: palette(base); color: palette(text); }";
+
+/// Lines of a text as a page of Qt's has them, and back: it knows line feeds alone.
+QString PageText(const Text& text) {
+    QString page = ToQt(text);
+    page.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+    page.replace(QLatin1Char('\r'), QLatin1Char('\n'));
+    return page;
+}
+
+/// Qt's own plain text has blanks for the blanks that don't break.
+QString PlainText(const QPlainTextEdit& page) {
+    QString text = page.document()->toRawText();
+    text.replace(QChar::ParagraphSeparator, QLatin1Char('\n'));
+    text.replace(QChar::LineSeparator, QLatin1Char('\n'));
+    return text;
+}
+
+Text FromPage(const QString& page) {
+    QString text = page;
+    text.replace(QLatin1Char('\n'), QStringLiteral("\r\n"));
+    return FromQt(text);
+}
+
+/// A line end is one character of a page and two of the text.
+std::int32_t PagePlace(const Text& text, std::int32_t position) {
+    const auto count = std::min(static_cast<std::size_t>(std::max(position, 0)), text.size());
+    return static_cast<std::int32_t>(PageText(text.substr(0, count)).size());
+}
+
+std::int32_t TextPlace(const QString& page, std::int32_t position) {
+    return static_cast<std::int32_t>(FromPage(page.left(position)).size());
+}
+
+/// One line has no line ends.
+QString OneLineOf(const Text& text) {
+    Text line = text;
+    std::replace_if(
+        line.begin(), line.end(), [](char16_t unit) { return unit == u'\r' || unit == u'\n'; }, u' ');
+    return ToQt(line);
+}
+
+/// What is pasted into one line may have line ends, and would be several lines of a file in the end. Those that the
+/// program has set stay.
+void KeepToOneLine(QLineEdit& line, const QString& text, qsizetype endsOfProgram) {
+    const auto isEnd = [](QChar unit) {
+        return unit == u'\r' || unit == u'\n' || unit == u'\u2028' || unit == u'\u2029';
+    };
+    if (std::count_if(text.begin(), text.end(), isEnd) <= endsOfProgram)
+        return;
+    QString kept = text;
+    std::replace_if(kept.begin(), kept.end(), isEnd, QChar(u' '));
+    const int place = line.cursorPosition();
+    line.setText(kept);
+    line.setCursorPosition(place);
+}
+
+void ReplaceIn(QLineEdit& line, const QString& text) {
+    line.selectAll();
+    line.insert(text);
+    if (text.isEmpty())
+        line.clear();
+}
+
+/// Tab moves on, and writes nothing where there is nowhere to go.
+class PageEdit final : public Composing<QPlainTextEdit> {
+public:
+    using Composing::Composing;
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override {
+        if (event->key() == Qt::Key_Tab || event->key() == Qt::Key_Backtab)
+            return event->ignore();
+        QPlainTextEdit::keyPressEvent(event);
+    }
+};
+
+/// Up and down choose the item before or behind the one that the text equals, also where the text was typed.
+class Combo final : public QComboBox {
+public:
+    using QComboBox::QComboBox;
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override {
+        if (event->key() != Qt::Key_Up && event->key() != Qt::Key_Down)
+            return QComboBox::keyPressEvent(event);
+        const int next = findText(currentText(), Qt::MatchExactly | Qt::MatchCaseSensitive) +
+                         (event->key() == Qt::Key_Down ? 1 : -1);
+        if (next >= 0 && next < count())
+            ReplaceIn(*lineEdit(), itemText(next));
+    }
+};
+
+} // namespace
+
+// --- text ------------------------------------------------------------------------------------------------------------
+
+QtTextBox::QtTextBox(QWidget& form, device::Focus& focus, NativeFocus& native, const char* name)
+    : NativeFontControl(focus, native, name), Line(*new Composing<QLineEdit>(&form)), Page(*new PageEdit(&form)) {
+    for (QWidget* widget : {static_cast<QWidget*>(&Line), static_cast<QWidget*>(&Page)}) {
+        widget->setObjectName(QString::fromLatin1(name));
+        widget->setStyleSheet(QString::fromLatin1(FieldStyle));
+        widget->hide();
+        native.Add(*this, *widget);
+    }
+    Line.setTextMargins(0, 0, 0, 0);
+    Line.setMaxLength(std::numeric_limits<int>::max()); // or Qt cuts what it is given
+    Page.setTabChangesFocus(true);
+    QObject::connect(&Line, &QLineEdit::textEdited, [this](const QString& text) {
+        const auto ends =
+            std::count_if(Value.begin(), Value.end(), [](char16_t unit) { return unit == u'\r' || unit == u'\n'; });
+        KeepToOneLine(Line, text, ends);
+    });
+    QObject::connect(&Line, &QLineEdit::textChanged, [this] { Edited(); });
+    QObject::connect(&Page, &QPlainTextEdit::textChanged, [this] { Edited(); });
+}
+
+QWidget& QtTextBox::Widget() {
+    if (Lines)
+        return Page;
+    return Line;
+}
+
+void QtTextBox::Show() {
+    {
+        const NativeFocus::Quiet quiet(FocusOfQt());
+        (Lines ? static_cast<QWidget&>(Line) : Page).hide();
+    }
+    NativeFontControl::Show();
+}
+
+void QtTextBox::TakeFont(const QFont& font) {
+    Line.setFont(font);
+    Page.setFont(font);
+}
+
+/// Puts the text into the widget, with the caret where it was as far as the text goes.
+void QtTextBox::Fill() {
+    Filling = true;
+    if (Lines) {
+        const int place = Page.textCursor().position();
+        Page.setPlainText(PageText(Value));
+        QTextCursor cursor = Page.textCursor();
+        cursor.setPosition(std::min(place, static_cast<int>(PlainText(Page).size())));
+        Page.setTextCursor(cursor);
+    } else {
+        const int place = Line.cursorPosition();
+        Line.setText(ToQt(Value));
+        Line.setCursorPosition(place);
+    }
+    Filling = false;
+}
+
+void QtTextBox::Edited() {
+    if (Filling)
+        return;
+    Text text = Lines ? FromPage(PlainText(Page)) : FromQt(Line.text());
+    modStringTools::BlankNuls(text); // pasted
+    if (text == Value)
+        return;
+    Value = text;
+    if (Change)
+        Change();
+}
+
+void QtTextBox::SetContents(const Text& text) {
+    if (text != Value) {
+        Value = text;
+        Fill();
+    }
+    if (Change)
+        Change();
+}
+
+void QtTextBox::SetMultiLine(bool multiLine) {
+    if (multiLine == Lines)
+        return;
+    Lines = multiLine;
+    Fill();
+    Show();
+}
+
+/// An input method that is asked to commit may leave it at that: what it holds is taken from it then.
+void QtTextBox::Commit() {
+    if (!Visible())
+        return;
+    QGuiApplication::inputMethod()->commit();
+    const QString held = Lines ? Page.Held : Line.Held;
+    if (held.isEmpty())
+        return;
+    QInputMethodEvent commit;
+    commit.setCommitString(held);
+    QCoreApplication::sendEvent(&Widget(), &commit);
+    QGuiApplication::inputMethod()->reset();
+}
+
+void QtTextBox::Select(std::int32_t position, std::int32_t length) {
+    const auto size = static_cast<std::int32_t>(Value.size());
+    const std::int32_t from = std::clamp(position, 0, size);
+    const std::int32_t count = std::clamp(length, 0, size - from);
+    if (Lines) {
+        QTextCursor cursor = Page.textCursor();
+        cursor.setPosition(PagePlace(Value, from));
+        cursor.setPosition(PagePlace(Value, from + count), QTextCursor::KeepAnchor);
+        Page.setTextCursor(cursor);
+    } else {
+        Line.setSelection(from, count);
+        if (count == 0)
+            Line.setCursorPosition(from);
+    }
+}
+
+std::int32_t QtTextBox::Caret() const {
+    if (Lines)
+        return std::min(TextPlace(PlainText(Page), Page.textCursor().selectionStart()),
+                        static_cast<std::int32_t>(Value.size()));
+    return Line.hasSelectedText() ? Line.selectionStart() : Line.cursorPosition();
+}
+
+void QtTextBox::EnterCharacter(TextView character) {
+    if (character.empty())
+        return;
+    if (Lines && character[0] == Backspace)
+        Page.textCursor().deletePreviousChar();
+    else if (character[0] == Backspace)
+        Line.backspace();
+    else if (Lines && (character[0] == u'\r' || character[0] == u'\n'))
+        Page.insertPlainText(QStringLiteral("\n"));
+    else if (character[0] >= u' ' && Lines)
+        Page.insertPlainText(ToQt(character));
+    else if (character[0] >= u' ')
+        Line.insert(ToQt(character));
+}
+
+void QtTextBox::ReplaceText(const Text& text) {
+    if (!Lines)
+        return ReplaceIn(Line, OneLineOf(text));
+    Page.selectAll();
+    Page.insertPlainText(PageText(text));
+}
+
+// --- combo -----------------------------------------------------------------------------------------------------------
+
+QtComboBox::QtComboBox(QWidget& form, device::Focus& focus, NativeFocus& native, const char* name)
+    : NativeFontControl(focus, native, name), Combo(*new class Combo(&form)) {
+    Combo.setObjectName(QString::fromLatin1(name));
+    Combo.setEditable(true);
+    Combo.setInsertPolicy(QComboBox::NoInsert);
+    Combo.lineEdit()->setMaxLength(std::numeric_limits<int>::max());
+    Combo.setCompleter(nullptr); // what is typed is what is meant
+    Combo.hide();
+    native.Add(*this, Combo);
+    native.Add(*this, *Combo.lineEdit());
+    QObject::connect(Combo.lineEdit(), &QLineEdit::textEdited,
+                     [this](const QString& text) { KeepToOneLine(*Combo.lineEdit(), text, 0); });
+}
+
+/// The application gives it no height: it has the height that its text needs.
+void QtComboBox::Show() {
+    NativeFontControl::Show();
+    QRect place = RectOf(Bounds());
+    if (place.height() == 0)
+        place.setHeight(Combo.sizeHint().height());
+    Combo.setGeometry(place);
+}
+
+void QtComboBox::TakeName(const QString& name) {
+    Combo.setAccessibleName(name);
+    Combo.lineEdit()->setAccessibleName(name);
+}
+
+void QtComboBox::TakeFont(const QFont& font) {
+    Combo.setFont(font);
+    Combo.lineEdit()->setFont(font);
+}
+
+void QtComboBox::Select(std::int32_t position, std::int32_t length) {
+    Combo.lineEdit()->setSelection(position, length);
+    if (length == 0)
+        Combo.lineEdit()->setCursorPosition(position);
+}
+
+std::int32_t QtComboBox::Caret() const {
+    const QLineEdit& line = *Combo.lineEdit();
+    return line.hasSelectedText() ? line.selectionStart() : line.cursorPosition();
+}
+
+/// The first item that comes into an empty list would become the text.
+void QtComboBox::AddItem(const Text& item) {
+    const QString text = Combo.currentText();
+    Combo.addItem(ToQt(item));
+    Combo.setCurrentIndex(-1);
+    Combo.setEditText(text);
+}
+
+void QtComboBox::RemoveItem(std::int32_t index) {
+    const QString text = Combo.currentText();
+    Combo.removeItem(index);
+    Combo.setCurrentIndex(-1);
+    Combo.setEditText(text);
+}
+
+std::vector<Text> QtComboBox::Items() const {
+    std::vector<Text> items;
+    items.reserve(static_cast<std::size_t>(Combo.count()));
+    for (int index = 0; index < Combo.count(); ++index)
+        items.push_back(FromQt(Combo.itemText(index)));
+    return items;
+}
+
+void QtComboBox::EnterCharacter(TextView character) {
+    if (character.empty())
+        return;
+    if (character[0] == Backspace)
+        Combo.lineEdit()->backspace();
+    else if (character[0] >= u' ')
+        Combo.lineEdit()->insert(ToQt(character));
+}
+
+void QtComboBox::ReplaceText(const Text& text) {
+    ReplaceIn(*Combo.lineEdit(), OneLineOf(text));
+}
+
+// --- date ------------------------------------------------------------------------------------------------------------
+
+QtDatePicker::QtDatePicker(QWidget& form, device::Focus& focus, NativeFocus& native, const char* name)
+    : NativeControl(focus, native, name), Month(*new QCalendarWidget(&form)) {
+    Month.setObjectName(QString::fromLatin1(name));
+    Month.setMinimumDate(QDate(1, 1, 1));
+    Month.setMaximumDate(QDate(9999, 12, 31));
+    Month.setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
+    Month.setGridVisible(true);
+    Month.setDateEditEnabled(false); // digits would open a field of its own over the calendar
+    Month.hide();
+    native.Add(*this, Month);
+    QObject::connect(&Month, &QCalendarWidget::selectionChanged, [this] {
+        const QDate date = Month.selectedDate();
+        Chosen = {date.year(), date.month(), date.day()};
+    });
+    QObject::connect(&Month, &QCalendarWidget::clicked, [this](QDate date) {
+        Chosen = {date.year(), date.month(), date.day()};
+        if (Visible() && Closed)
+            Closed();
+    });
+}
+
+/// On a small screen the names of the days are one letter, and the numbers as small as it takes.
+void QtDatePicker::Show() {
+    const Box place = Bounds();
+    constexpr float Roomy = 280;
+    const bool small = place.Width < Roomy;
+    Month.setHorizontalHeaderFormat(small ? QCalendarWidget::SingleLetterDayNames : QCalendarWidget::ShortDayNames);
+    QFont font = Month.window()->font();
+    constexpr float RowsOfCalendar = 9; // six weeks, the names, and the head, which is higher
+    font.setPixelSize(std::clamp(static_cast<int>(place.Height / RowsOfCalendar * 0.7F), 7, small ? 11 : 18));
+    Month.setFont(font);
+    for (QWidget* child : Month.findChildren<QWidget*>())
+        child->setFont(font);
+    if (auto* const days = Month.findChild<QTableView*>())
+        days->horizontalHeader()->setMinimumSectionSize(1); // seven days, however narrow the screen is
+    NativeControl::Show();
+}
+
+/// The days are what has the focus.
+void QtDatePicker::TakeName(const QString& name) {
+    Month.setAccessibleName(name);
+    if (QWidget* const days = Month.focusProxy())
+        days->setAccessibleName(name);
+}
+
+void QtDatePicker::SetDate(const CalendarDate& date) {
+    Month.setSelectedDate(QDate(date.Year, date.Month, date.Day));
+    Chosen = date;
+}
+
+// --- list ------------------------------------------------------------------------------------------------------------
+
+QtListBox::QtListBox(QWidget& form, device::Focus& focus, NativeFocus& native, const char* name)
+    : NativeControl(focus, native, name), List(*new QListWidget(&form)) {
+    List.setObjectName(QString::fromLatin1(name));
+    List.hide();
+    native.Add(*this, List);
+    QObject::connect(&List, &QListWidget::itemClicked, [this] {
+        if (Click)
+            Click();
+    });
+}
+
+Text QtListBox::ItemText(std::int32_t index) const {
+    const QListWidgetItem* const item = List.item(index);
+    return item != nullptr ? FromQt(item->text()) : Text();
+}
+
+// --- label -----------------------------------------------------------------------------------------------------------
+
+QtLabel::QtLabel(QWidget& form, device::Focus& focus, NativeFocus& native, const char* name)
+    : NativeFontControl(focus, native, name), Strip(*new QLabel(&form)) {
+    Strip.setObjectName(QString::fromLatin1(name));
+    Strip.setWordWrap(true);
+    Strip.setTextFormat(Qt::PlainText);
+    Strip.setAutoFillBackground(true);
+    Strip.hide();
+}
+
+void QtLabel::SetVisible(bool visible) {
+    const bool wasVisible = Visible();
+    if (wasVisible && !visible && Hiding)
+        Hiding();
+    NativeFontControl::SetVisible(visible);
+    if (wasVisible && !visible && Hidden)
+        Hidden();
+}
+
+void QtLabel::SetCaption(const Text& caption) {
+    Value = caption;
+    Strip.setText(ToQt(caption));
+    Strip.setAccessibleName(ToQt(caption));
+}
+
+void QtLabel::SetBackColor(std::int32_t colour) {
+    QPalette palette = Strip.palette();
+    palette.setColor(QPalette::Window, ColourOf(colour));
+    Strip.setPalette(palette);
+}
+
+void QtLabel::SetForeColor(std::int32_t colour) {
+    QPalette palette = Strip.palette();
+    palette.setColor(QPalette::WindowText, ColourOf(colour));
+    Strip.setPalette(palette);
+}
+
+void QtLabel::Refresh() {
+    Strip.repaint();
+    if (Visible() && Painted)
+        Painted();
+}
+
+} // namespace platform::qt

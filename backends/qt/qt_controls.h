@@ -1,0 +1,253 @@
+// SPDX-License-Identifier: MIT
+// The form's input controls, made of Qt's own, so that input methods, the clipboard, touch and screen readers work on
+// them as everywhere. What the application has set is kept beside the widget and given back as it was set.
+#pragma once
+
+#include "backends/loop/form_controls.h"
+#include "backends/qt/conversions.h"
+#include "backends/qt/fonts.h"
+#include "backends/qt/native_focus.h"
+
+#include <QCalendarWidget>
+#include <QComboBox>
+#include <QInputMethodEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPlainTextEdit>
+
+#include <functional>
+
+namespace platform::qt {
+
+/// Place, visibility and focus of a control.
+template <class Interface>
+class NativeControl : public Interface, public device::FocusTarget {
+public:
+    NativeControl(device::Focus& focus, NativeFocus& native, const char* name) : FocusOfForm(focus), Native(native) {
+        Name = name;
+    }
+
+    Box Bounds() const override { return Place; }
+    void SetBounds(const Box& box) override {
+        Place = box;
+        Show();
+    }
+    bool Visible() const override { return Shown; }
+    void SetVisible(bool visible) override {
+        Shown = visible;
+        if (!visible)
+            FocusOfForm.TakeFrom(*this);
+        if (visible && NameForPeople)
+            TakeName(ToQt(NameForPeople()));
+        Show();
+    }
+    bool Enabled() const override { return Usable; }
+    void SetEnabled(bool enabled) override {
+        Usable = enabled;
+        Show();
+    }
+    void SetFocus() override {
+        if (Shown && Usable)
+            FocusOfForm.MoveTo(*this);
+    }
+
+    std::function<Text()> NameForPeople; ///< what a screen reader calls it, from when it comes on show
+
+protected:
+    /// The widget that stands for the control now.
+    virtual QWidget& Widget() = 0;
+
+    /// Puts the widget as the control is.
+    virtual void Show() {
+        const NativeFocus::Quiet quiet(Native);
+        Widget().setGeometry(RectOf(Place));
+        Widget().setEnabled(Usable);
+        Widget().setVisible(Shown);
+        if (Shown)
+            Widget().raise();
+    }
+
+    virtual void TakeName(const QString& name) { Widget().setAccessibleName(name); }
+
+    NativeFocus& FocusOfQt() { return Native; }
+
+private:
+    device::Focus& FocusOfForm;
+    NativeFocus& Native;
+    Box Place;
+    bool Shown = false;
+    bool Usable = true;
+};
+
+template <class Interface>
+class NativeFontControl : public NativeControl<Interface> {
+public:
+    using NativeControl<Interface>::NativeControl;
+    Text FontName() const override { return Font; }
+    void SetFontName(const Text& name) override {
+        Font = name;
+        TakeFont(FontOf(Font, Size));
+    }
+    std::int32_t FontSize() const override { return Size; }
+    void SetFontSize(std::int32_t size) override {
+        Size = size;
+        TakeFont(FontOf(Font, Size));
+    }
+
+protected:
+    virtual void TakeFont(const QFont& font) { this->Widget().setFont(font); }
+
+private:
+    Text Font;
+    std::int32_t Size = 0;
+};
+
+/// Keeps what an input method has composed and not committed yet.
+template <class Edit>
+class Composing : public Edit {
+public:
+    using Edit::Edit;
+    QString Held;
+
+protected:
+    void inputMethodEvent(QInputMethodEvent* event) override {
+        Held = event->preeditString();
+        Edit::inputMethodEvent(event);
+    }
+};
+
+/// One line or several: two widgets, of which the one that is wanted is on show.
+class QtTextBox final : public NativeFontControl<device::EditBox> {
+public:
+    QtTextBox(QWidget& form, device::Focus& focus, NativeFocus& native, const char* name);
+
+    Text Contents() const override { return Value; }
+    void SetContents(const Text& text) override;
+    bool MultiLine() const override { return Lines; }
+    void SetMultiLine(bool multiLine) override;
+    void Commit() override;
+    void Select(std::int32_t position, std::int32_t length) override;
+    std::int32_t Caret() const override;
+
+    bool TakesText() const override { return true; }
+    void EnterCharacter(TextView character) override;
+    void ReplaceText(const Text& text) override;
+
+    std::function<void()> Change;
+
+protected:
+    QWidget& Widget() override;
+    void Show() override;
+    void TakeFont(const QFont& font) override;
+
+private:
+    void Fill();
+    void Edited();
+
+    Composing<QLineEdit>& Line;
+    Composing<QPlainTextEdit>& Page;
+    Text Value; ///< as it was set, until a person edits it
+    bool Lines = false;
+    bool Filling = false;
+};
+
+class QtComboBox final : public NativeFontControl<device::EditCombo> {
+public:
+    QtComboBox(QWidget& form, device::Focus& focus, NativeFocus& native, const char* name);
+
+    Text Contents() const override { return FromQt(Combo.currentText()); }
+    void SetContents(const Text& text) override { Combo.setEditText(ToQt(text)); }
+    void Select(std::int32_t position, std::int32_t length) override;
+    std::int32_t Caret() const override;
+    void Clear() override {
+        Combo.clear();
+        Combo.clearEditText();
+    }
+    void AddItem(const Text& item) override;
+    void RemoveItem(std::int32_t index) override;
+    std::int32_t ItemCount() const override { return Combo.count(); }
+    std::vector<Text> Items() const override;
+
+    bool TakesText() const override { return true; }
+    void EnterCharacter(TextView character) override;
+    void ReplaceText(const Text& text) override;
+
+protected:
+    QWidget& Widget() override { return Combo; }
+    void TakeName(const QString& name) override;
+    void Show() override;
+    void TakeFont(const QFont& font) override;
+
+private:
+    QComboBox& Combo;
+};
+
+/// A calendar. A date that is clicked is chosen; the keys move the mark, and Enter chooses.
+class QtDatePicker final : public NativeControl<DatePicker> {
+public:
+    QtDatePicker(QWidget& form, device::Focus& focus, NativeFocus& native, const char* name);
+
+    CalendarDate Date() const override { return Chosen; }
+    void SetDate(const CalendarDate& date) override;
+    QCalendarWidget& Calendar() { return Month; }
+
+    std::function<void()> Closed;
+
+protected:
+    QWidget& Widget() override { return Month; }
+    void TakeName(const QString& name) override;
+    void Show() override;
+
+private:
+    QCalendarWidget& Month;
+    CalendarDate Chosen;
+};
+
+class QtListBox final : public NativeControl<ListBox> {
+public:
+    QtListBox(QWidget& form, device::Focus& focus, NativeFocus& native, const char* name);
+
+    void Clear() override { List.clear(); }
+    void AddItem(const Text& item) override { List.addItem(ToQt(item)); }
+    std::int32_t ItemCount() const override { return List.count(); }
+    std::int32_t ListIndex() const override { return List.currentRow(); }
+    void SetListIndex(std::int32_t index) override { List.setCurrentRow(index); }
+    Text ItemText(std::int32_t index) const override;
+    Text Tag() const override { return Note; }
+    void SetTag(const Text& tag) override { Note = tag; }
+
+    std::function<void()> Click;
+
+protected:
+    QWidget& Widget() override { return List; }
+
+private:
+    QListWidget& List;
+    Text Note;
+};
+
+class QtLabel final : public NativeFontControl<Label> {
+public:
+    QtLabel(QWidget& form, device::Focus& focus, NativeFocus& native, const char* name);
+
+    void SetVisible(bool visible) override;
+    Text Caption() const override { return Value; }
+    void SetCaption(const Text& caption) override;
+    void SetBackColor(std::int32_t colour) override;
+    void SetForeColor(std::int32_t colour) override;
+    void Refresh() override;
+
+    std::function<void()> Painted; ///< while it is visible
+    std::function<void()> Hiding;  ///< it is visible still
+    std::function<void()> Hidden;
+
+protected:
+    QWidget& Widget() override { return Strip; }
+
+private:
+    QLabel& Strip;
+    Text Value;
+};
+
+} // namespace platform::qt

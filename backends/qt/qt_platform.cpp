@@ -1,0 +1,452 @@
+// SPDX-License-Identifier: MIT
+#include "backends/qt/qt_platform.h"
+
+#include "backends/input/keyboard.h"
+#include "backends/loop/form_events.h"
+#include "backends/loop/form_keys.h"
+#include "src/view/display_state.h"
+#include "src/view/input_fields.h"
+
+#include <QApplication>
+#include <QInputMethod>
+#include <QInputMethodEvent>
+#include <QPointer>
+#include <QStyle>
+
+#include <cmath>
+
+namespace platform::qt {
+
+namespace {
+
+constexpr int ThinBar = 4; // pixels, where the page is told by a thin mark
+constexpr std::int32_t EnterKey = 13;
+constexpr std::int32_t SelectKey = 310;
+constexpr auto HandsRest = std::chrono::milliseconds(500); // after which a key is no part of what was typed before
+
+float BarWidth(const WindowOptions& looks) {
+    const int ofStyle = QApplication::style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+    return looks.ScrollBarWidth.value_or(static_cast<float>(ofStyle));
+}
+
+std::vector<std::int32_t> CodesOf(const common::DeviceProfile& profile) {
+    std::vector<std::int32_t> codes;
+    for (const common::DeviceKey& key : profile.Keys)
+        codes.push_back(key.Code);
+    return codes;
+}
+
+} // namespace
+
+QtPlatform::QtPlatform(const device::DeviceOptions& options, const WindowOptions& looks, QtPump& pump,
+                       device::CommandSource& commands, device::Watcher& watcher)
+    : BackEnd(options, pump, commands, watcher), window(looks.Scale), native(focus, window.Screen()),
+      form(window.FormWidget()), grdTitle(window.FormWidget(), focus, native, "grdTitle"),
+      grdMain(window.FormWidget(), focus, native, "grdMain"),
+      txtInputField(window.FormWidget(), focus, native, "txtInputField"),
+      cboInputField(window.FormWidget(), focus, native, "cboInputField"),
+      cbotxtInputField(window.FormWidget(), focus, native, "cbotxtInputField"),
+      dteInputField(window.FormWidget(), focus, native, "dteInputField"),
+      lstHoldMenu(window.FormWidget(), focus, native, "lstHoldMenu"),
+      lblStatus(window.FormWidget(), focus, native, "lblStatus"), scrollBar(BarWidth(looks)),
+      boxes(loop, watcher, window),
+      controls{
+          .form = form,
+          .grdTitle = grdTitle,
+          .grdMain = grdMain,
+          .txtInputField = txtInputField,
+          .cboInputField = cboInputField,
+          .cbotxtInputField = cbotxtInputField,
+          .dteInputField = dteInputField,
+          .lstHoldMenu = lstHoldMenu,
+          .lblStatus = lblStatus,
+          .scrollBar = scrollBar,
+          .menuTitles = {&menus.Titles[0], &menus.Titles[1]},
+          .menuItems = {device::Pointers(menus.Items[0]), device::Pointers(menus.Items[1])},
+          .fonts = looks.Fonts != nullptr ? *looks.Fonts : fonts,
+          .boxes = boxes,
+      },
+      record(RecordOf(controls)), PumpOfQt(pump), Scale(looks.Scale), KeysOfDevice(CodesOf(looks.Profile)) {
+    pump.Serve(loop);
+    loop.Listen(grdTitle);
+    loop.Listen(grdMain);
+    loop.Listen(*this);
+    DesignControls(controls);
+    device::WireEvents(*this, watcher);
+    WireControls();
+    WireWindow();
+    if (!TraitsOf(system.DeviceType()).HasWindow)
+        KeyStrip = looks.Profile.Keys;
+    qApp->installEventFilter(this);
+}
+
+QtPlatform::~QtPlatform() {
+    qApp->removeEventFilter(this);
+}
+
+void QtPlatform::WireControls() {
+    grdMain.BarWidth = TraitsOf(system.DeviceType()).BarOverCells ? ThinBar : static_cast<int>(scrollBar.Width());
+    grdMain.Pressed = frmQuorin::grdMain_Press;
+    grdMain.Released = frmQuorin::grdMain_Release;
+    grdTitle.PressesNothing = true;
+    grdTitle.SetEnabled(true);                     // no place for the focus to rest
+    grdTitle.Pressed = modPDAUI::FocusPromptField; // the title has taken it, and keeps it where the grid is hidden
+    grdTitle.Released = frmQuorin::grdTitle_Release;
+    grdMain.ScreenAge = [this] { return ScreenAge(); };
+    lstHoldMenu.Click = frmQuorin::lstHoldMenu_Click;
+    dteInputField.Closed = frmQuorin::dteInputField_Closed;
+    lblStatus.Hiding = [this] { PumpOfQt.Breathe(QtPump::Input::Too); }; // what was tapped under the strip is looked at
+    // A field over a cell is called as its row is, a prompt's as its question.
+    const auto name = [this] { return grdMain.Visible() ? grdMain.Cell(grdMain.Row(), 0) : grdTitle.Cell(0, 0); };
+    txtInputField.NameForPeople = name;
+    cboInputField.NameForPeople = name;
+    cbotxtInputField.NameForPeople = name;
+    dteInputField.NameForPeople = name;
+    lstHoldMenu.NameForPeople = name;
+    menus.TitleClicked = device::RaiseTitleClick;
+    menus.ItemClicked = device::RaiseItemClick;
+}
+
+void QtPlatform::WireWindow() {
+    boxes.Opening = [this] {
+        // The release of what is pressed now goes to the box.
+        if (grdMain.Widget().Withdraw())
+            tmrHoldEvent.SetEnabled(false);
+        Held.clear();
+        menus.SetBlocked(true);
+    };
+    boxes.Leaving = [this] { menus.SetBlocked(boxes.AnyStands()); };
+    boxes.PersonIsTyping = [this] { return std::chrono::steady_clock::now() - LastKey < HandsRest; };
+    window.CloseRequested = [this] { CloseWanted = true; };
+    PumpOfQt.WorkShown = [this](bool working) {
+        window.SetWorking(working);
+        menus.FollowIfChanged(); // which are off under the strip
+    };
+    faults.Working = [this] { PumpOfQt.Working(); };
+    runTime.Rest = [this](std::int32_t milliseconds) { PumpOfQt.Rest(milliseconds); };
+    fonts.Working = [this] { PumpOfQt.Working(); };
+    hostDatabases.Patience.Waiting = [this] { PumpOfQt.Working(); };
+    hostDatabases.Patience.Shown = [this](bool waits) { window.SetWaiting(waits); };
+    window.KeyPressed = [this](std::int32_t code) {
+        HeldButtons[code] = {code, modQuorin::Screens.CurrentScreen};
+        device::FocusTarget& taker = focus.HolderOr(grdMain);
+        if (KeyGoesDown(code) && &focus.HolderOr(grdMain) == &taker)
+            ActOnKey(taker, code);
+    };
+    window.KeyReleased = [this](std::int32_t code) { ComesUp(HeldButtons[code]); };
+    window.Screen().Resized = [this] { SizeChanged = true; };
+    QObject::connect(QGuiApplication::inputMethod(), &QInputMethod::keyboardRectangleChanged, this,
+                     [this] { KeyboardChanged = true; });
+}
+
+/// The form has its size by now, and the device has said whether its menus are keys.
+void QtPlatform::ShowForm() {
+    const QRect size = RectOf(device::PixelsOf(form));
+    constexpr double FingerWidth = 44; // pixels of the screen
+    menus.PutInto(window, window.Head(), window.Foot(), modPDAUI::Display.SoftKeyMenus,
+                  static_cast<int>(FingerWidth / Scale));
+    window.Screen().SetWish(size.size());
+    window.ShowKeys(KeyStrip);
+    IsResizable = TraitsOf(system.DeviceType()).HasWindow;
+    if (IsResizable)
+        window.LetSize();
+    else
+        window.HoldSize();
+    native.Follow();
+    window.show();
+    SizeChanged = false;
+}
+
+// --- the window's own events -----------------------------------------------------------------------------------------
+
+std::int64_t QtPlatform::ScreenAge() const {
+    return modQuorin::Screens.CurrentScreen == SeenScreen ? clock.Milliseconds() - SeenSince : 0;
+}
+
+bool QtPlatform::RaiseWhatIsPending() {
+    if (modQuorin::Screens.CurrentScreen != SeenScreen) {
+        SeenScreen = modQuorin::Screens.CurrentScreen;
+        SeenSince = clock.Milliseconds();
+    }
+    const bool sized = SizeChanged && IsResizable;
+    SizeChanged = false;
+    if (sized)
+        TakeUpSize();
+    const bool keyboard = KeyboardChanged;
+    KeyboardChanged = false;
+    if (keyboard)
+        TakeUpKeyboard();
+    const bool close = CloseWanted;
+    CloseWanted = false;
+    if (close)
+        device::RaiseCloseRequest();
+    return menus.FollowIfChanged() || sized || keyboard || close;
+}
+
+/// The working area is another one: the form lays itself out in it, as it does when a soft keyboard comes or goes.
+void QtPlatform::TakeUpSize() {
+    const QSize size = window.Screen().size();
+    if (size == window.FormWidget().size() || size.isEmpty())
+        return;
+    system.SetScreen({size.width(), size.height()});
+    const std::int32_t top = grdMain.TopRow();
+    const auto rect = modPDAUI::Display.KeyboardRect;
+    device::RaiseKeyboard(system, rect.State, rect.Left, rect.Top, rect.Width, rect.Height);
+    if (txtInputField.Visible() && grdMain.Visible())
+        BringEditedRowOnPage(top);
+}
+
+/// The form has put the edited row at the head of the page, as it does for a soft keyboard. Nothing has come over the
+/// rows above it here: they stay as far as there is room.
+void QtPlatform::BringEditedRowOnPage(std::int32_t top) {
+    grdMain.SetTopRow(top);
+    grdMain.PaintNow();
+    grdMain.BringOnPage(modPDAUI::Input.EditRow);
+    grdMain.PaintNow();
+    modPDAUI::KeepFieldOverCell();
+}
+
+/// A soft keyboard that covers a part of the form.
+void QtPlatform::TakeUpKeyboard() {
+    const QRect covered = QGuiApplication::inputMethod()->keyboardRectangle().toRect(); // of the window
+    QWidget& ground = window.Screen();
+    const QRect part = QRect(ground.mapFrom(&window, covered.topLeft()), covered.size()).intersected(ground.rect());
+    if (part.isEmpty())
+        device::RaiseKeyboard(system, 0, 0, 0, 0, 0);
+    else
+        device::RaiseKeyboard(system, -1, part.left(), part.top(), part.width(), part.height());
+}
+
+// --- keys ------------------------------------------------------------------------------------------------------------
+
+bool QtPlatform::KeyGoesDown(std::int32_t code) {
+    if (!device::KeyDownPasses(code))
+        return false;
+    if (device::IsPageKey(code) && focus.Holder() == &dteInputField)
+        return false; // as on the devices: a page key turns no month
+    if (!grdMain.TurnsPages || !device::IsPageKey(code))
+        return true;
+    grdMain.ActOnKey(code); // a Palm's grid scrolls whatever has the focus
+    return false;
+}
+
+/// Taps on what is off come to nothing, and so do keys that would act on it. What was begun before comes to its end
+/// later, and so does what is typed into a field.
+QtPlatform::Fate QtPlatform::FateOf(const QObject& object, const QEvent& event) const {
+    if (!PumpOfQt.Breathing() || !object.isWidgetType())
+        return Fate::Passes;
+    const device::FocusTarget* const target = native.TargetOf(static_cast<const QWidget*>(&object));
+    const bool isField = target != nullptr && target != &grdMain && target != &grdTitle;
+    switch (event.type()) {
+    case QEvent::MouseButtonRelease:
+    case QEvent::KeyRelease:
+        return Fate::Postponed;
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::KeyPress:
+        return isField ? Fate::Postponed : Fate::Dropped;
+    case QEvent::Wheel:
+    case QEvent::TouchBegin:
+    case QEvent::ShortcutOverride:
+        return Fate::Dropped;
+    default:
+        return Fate::Passes;
+    }
+}
+
+bool QtPlatform::eventFilter(QObject* object, QEvent* event) {
+    if (object == qApp && event->type() == QEvent::Quit && SessionEnds) {
+        SessionEnds();
+        return true;
+    }
+    if (!PumpOfQt.Breathing() && (event->spontaneous() || event->type() == QEvent::Shortcut)) {
+        PumpOfQt.Awake();
+        BeginOperation();
+    }
+    const Fate fate = FateOf(*object, *event);
+    if (fate == Fate::Postponed)
+        QCoreApplication::postEvent(object, event->clone());
+    if (fate != Fate::Passes)
+        return true;
+    if (event->type() == QEvent::WindowDeactivate && object == &window)
+        Held.clear(); // their releases go elsewhere
+    const bool isKey = event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease;
+    if (!isKey || Delivering || !object->isWidgetType())
+        return false;
+    const auto* const widget = static_cast<QWidget*>(object);
+    if (widget->window() != &window || boxes.Current() != nullptr)
+        return false;
+    auto& key = *static_cast<QKeyEvent*>(event);
+    if (event->type() == QEvent::KeyRelease)
+        return TakeKeyRelease(key);
+    // The first widget that the key comes to, and not those that it climbs to when that has no use for it.
+    if (widget != window.focusWidget() || !native.TakesKeys(widget))
+        return false;
+    if (focus.Holder() == &txtInputField)
+        LastFieldKey = std::chrono::steady_clock::now();
+    return ComesTooLate() || TakeKeyPress(key);
+}
+
+bool QtPlatform::ComesTooLate() const {
+    return modPDAUI::Input.TakenAway && focus.Holder() != &txtInputField &&
+           std::chrono::steady_clock::now() - LastFieldKey < HandsRest;
+}
+
+/// Each press has one release. One whose press went to a menu or a box is theirs.
+bool QtPlatform::TakeKeyRelease(const QKeyEvent& event) {
+    const auto held = Held.find(event.key());
+    if (held == Held.end() || event.isAutoRepeat())
+        return false;
+    const HeldKey key = held->second;
+    Held.erase(held);
+    ComesUp(key);
+    return true;
+}
+
+/// A key that was held over a change of screen has acted, or was meant for the screen before.
+void QtPlatform::ComesUp(const HeldKey& key) {
+    if (key.Screen == modQuorin::Screens.CurrentScreen)
+        device::KeyUp(key.Code);
+    else if (key.Code == EnterKey)
+        tmrHoldEvent.SetEnabled(false); // which its press has set going
+}
+
+/// Enter in a prompt of one line answers it, where the form is a desktop's. On a device the key is the form's own.
+bool QtPlatform::AnswersPrompt(std::int32_t code) const {
+    const device::FocusTarget* const holder = focus.Holder();
+    const bool isLine = (holder == &txtInputField && !txtInputField.MultiLine()) || holder == &cboInputField;
+    return code == EnterKey && isLine && TraitsOf(system.DeviceType()).HasWindow &&
+           modQuorin::Screens.CurrentScreen == modQuorin::ScrInput;
+}
+
+/// Whether the key is dealt with.
+bool QtPlatform::TakeKeyPress(QKeyEvent& event) {
+    auto code = CodeOf(event, KeysOfDevice);
+    if (!code)
+        return false;
+    device::FocusTarget& taker = focus.HolderOr(grdMain);
+    if (code == Qt::Key_Space && &taker == &grdMain && !modPDAUI::AnyInputFieldVisible())
+        code = SelectKey;
+    const modQuorin::ScreenId screen = modQuorin::Screens.CurrentScreen;
+    if (!event.isAutoRepeat())
+        Held[event.key()] = {*code, screen};
+    else if (const auto held = Held.find(event.key()); held == Held.end() || held->second.Screen != screen)
+        return true; // it went down elsewhere
+    LastKey = std::chrono::steady_clock::now();
+    if (AnswersPrompt(*code)) {
+        device::RaiseItemClick(2, 1);
+        return true;
+    }
+    if (!KeyGoesDown(*code) || &focus.HolderOr(grdMain) != &taker)
+        return true;
+    if (focus.Holder() != nullptr)
+        return false; // Qt brings it to the control
+    ActOnKey(taker, *code);
+    return true;
+}
+
+void QtPlatform::ActOnKey(device::FocusTarget& taker, std::int32_t code) {
+    if (&taker == &grdMain || &taker == &grdTitle)
+        return taker.ActOnKey(code);
+    if (device::IsCharacter(code) && code > Qt::Key_Space)
+        SendKey(taker, QChar(code).toUpper().unicode(), QString(QChar(code)));
+    else if (device::IsCharacter(code))
+        taker.EnterCharacter(Text(1, static_cast<char16_t>(code)));
+    else if (KeyOf(code) != 0)
+        SendKey(taker, KeyOf(code), QString());
+}
+
+/// To the widget of a control, as if the key had come by the keyboard and the form had left it to the control.
+void QtPlatform::SendKey(device::FocusTarget& taker, int key, const QString& text) {
+    QWidget* widget = native.WidgetOf(taker);
+    if (widget == nullptr)
+        return;
+    if (widget->focusProxy() != nullptr)
+        widget = widget->focusProxy();
+    const QPointer<QWidget> receiver = widget; // which the key may close
+    Delivering = true;
+    for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+        QKeyEvent event(type, key, Qt::NoModifier, text);
+        if (receiver != nullptr)
+            QCoreApplication::sendEvent(receiver, &event);
+    }
+    Delivering = false;
+}
+
+// --- the hand --------------------------------------------------------------------------------------------------------
+
+void QtPlatform::PressCell(std::int32_t row, std::int32_t col) {
+    grdMain.Widget().PointerDown(row, col);
+}
+
+void QtPlatform::ReleaseCell() {
+    grdMain.Widget().PointerUp();
+}
+
+void QtPlatform::ClickItem(std::int32_t menu, std::int32_t item) {
+    menus.PressItem(menu, item);
+}
+
+void QtPlatform::ClickTitle(std::int32_t menu) {
+    menus.PressTitle(menu);
+}
+
+void QtPlatform::StrikeKey(std::int32_t keyCode) {
+    window.KeyPressed(keyCode);
+    window.KeyReleased(keyCode);
+}
+
+void QtPlatform::TypeCharacter(TextView character) {
+    const QString text = ToQt(character);
+    if (character[0] < u' ') {
+        focus.Holder()->EnterCharacter(character);
+    } else if (text.size() == 1 && text[0].isPrint()) {
+        SendKey(*focus.Holder(), text[0].toUpper().unicode(), text);
+    } else {
+        Commit(text);
+    }
+}
+
+/// As what a keyboard has no key for comes.
+void QtPlatform::Commit(const QString& text) {
+    QWidget* const widget = native.WidgetOf(*focus.Holder());
+    if (widget == nullptr)
+        return;
+    QInputMethodEvent commit;
+    commit.setCommitString(text);
+    QWidget* const line = widget->focusProxy() != nullptr ? widget->focusProxy() : widget;
+    QCoreApplication::sendEvent(line, &commit);
+}
+
+/// Key by key as long as a person could; a field lays all of its text out anew at each key.
+void QtPlatform::TypeCharacters(TextView characters) {
+    constexpr std::size_t MostKeys = 200;
+    if (characters.size() > MostKeys)
+        return Commit(ToQt(characters));
+    while (!characters.empty() && focus.Holder() != nullptr) {
+        const std::size_t length = device::FirstLength(characters);
+        TypeCharacter(characters.substr(0, length));
+        characters.remove_prefix(length);
+    }
+}
+
+void QtPlatform::ReplaceText(const Text& text) {
+    focus.Holder()->ReplaceText(text);
+}
+
+void QtPlatform::ChooseDate(const CalendarDate& date) {
+    QCalendarWidget& month = dteInputField.Calendar();
+    const QDate day(date.Year, date.Month, date.Day);
+    month.setSelectedDate(day);
+    Q_EMIT month.clicked(day);
+}
+
+void QtPlatform::CloseWindow() {
+    window.close();
+}
+
+void QtPlatform::PressBoxButton(BoxAnswer answer) {
+    boxes.Press(answer);
+}
+
+} // namespace platform::qt

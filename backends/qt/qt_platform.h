@@ -1,0 +1,142 @@
+// SPDX-License-Identifier: MIT
+// A whole device in a window.
+#pragma once
+
+#include "backends/loop/back_end.h"
+#include "backends/qt/accessible_grid.h"
+#include "backends/qt/boxes.h"
+#include "backends/qt/keyboard_map.h"
+#include "backends/qt/pump.h"
+#include "backends/qt/qt_controls.h"
+#include "backends/qt/qt_grid.h"
+#include "backends/qt/qt_soft_menus.h"
+#include "backends/qt/window.h"
+#include "src/view/screen_table.h"
+
+#include <QObject>
+
+#include <chrono>
+#include <map>
+
+namespace platform::qt {
+
+/// What a window adds to the options of a device.
+struct WindowOptions {
+    FontServer* Fonts = nullptr;         ///< instead of the window's own, so that sizes can be foretold
+    std::optional<float> ScrollBarWidth; ///< pixels; that of the desktop's style without it
+    common::DeviceProfile Profile;       ///< of the device: its keys are shown as buttons
+    double Scale = 1;                    ///< pixels of the screen to a pixel of the device, which Qt has been told of
+};
+
+class QtScrollBar final : public ScrollBar {
+public:
+    explicit QtScrollBar(float width) : Pixels(width) {}
+    float Width() const override { return Pixels; }
+
+private:
+    float Pixels;
+};
+
+class QtPlatform final : private QObject, public device::BackEnd, private device::EventSource {
+public:
+    QtPlatform(const device::DeviceOptions& options, const WindowOptions& looks, QtPump& pump,
+               device::CommandSource& commands, device::Watcher& watcher);
+    ~QtPlatform() override;
+
+    Window window;
+    NativeFocus native;
+    QtForm form;
+    QtGrid grdTitle;
+    QtGrid grdMain;
+    GridNews newsOfTitle{grdTitle};
+    GridNews newsOfMain{grdMain};
+    QtTextBox txtInputField;
+    QtComboBox cboInputField;
+    QtTextBox cbotxtInputField;
+    QtDatePicker dteInputField;
+    QtListBox lstHoldMenu;
+    QtLabel lblStatus;
+    QtScrollBar scrollBar;
+    SoftMenus menus;
+    QtFonts fonts;
+    QtBoxes boxes;
+
+    /// The session of the desktop ends, or somebody tells the program by its desktop to end.
+    std::function<void()> SessionEnds;
+
+    device::Controls controls;
+    Platform record;
+
+    const device::Controls& Seen() const override { return controls; }
+
+    // The hand's doings are clicks and keys on the widgets.
+    void PressCell(std::int32_t row, std::int32_t col) override;
+    void ReleaseCell() override;
+    void ClickItem(std::int32_t menu, std::int32_t item) override;
+    void ClickTitle(std::int32_t menu) override;
+    void StrikeKey(std::int32_t keyCode) override;
+    void TypeCharacter(TextView character) override;
+    void TypeCharacters(TextView characters) override;
+    void ReplaceText(const Text& text) override;
+    void ChooseDate(const CalendarDate& date) override;
+    void CloseWindow() override;
+    void PressBoxButton(BoxAnswer answer) override;
+
+protected:
+    Platform& Record() override { return record; }
+    void ShowForm() override;
+
+    /// The keys of the keyboard go through the form first.
+    bool eventFilter(QObject* object, QEvent* event) override;
+
+private:
+    struct HeldKey {
+        std::int32_t Code = 0;
+        modQuorin::ScreenId Screen = 0; ///< that it went down on
+    };
+
+    void WireControls();
+    void WireWindow();
+
+    // The window's own events, which are raised by the loop and never in the middle of a handler.
+    int Descriptor() override { return -1; }
+    bool RaiseWhatIsPending() override;
+    void TakeUpSize();
+    void BringEditedRowOnPage(std::int32_t top);
+    /// Milliseconds since another screen came up.
+    std::int64_t ScreenAge() const;
+    void TakeUpKeyboard();
+
+    /// What becomes of an event of a person while the form is off.
+    enum class Fate { Passes, Dropped, Postponed };
+    Fate FateOf(const QObject& object, const QEvent& event) const;
+    bool TakeKeyRelease(const QKeyEvent& event);
+    void ComesUp(const HeldKey& key);
+    /// Key down. Whether the control is left to act on it.
+    bool KeyGoesDown(std::int32_t code);
+    bool TakeKeyPress(QKeyEvent& event);
+    bool AnswersPrompt(std::int32_t code) const;
+    /// Whether the key was meant for the field that a change of the record has closed under the person's hands.
+    bool ComesTooLate() const;
+    void ActOnKey(device::FocusTarget& taker, std::int32_t code);
+    void Commit(const QString& text);
+    void SendKey(device::FocusTarget& taker, int key, const QString& text);
+
+    QtPump& PumpOfQt;
+    double Scale;
+    std::vector<std::int32_t> KeysOfDevice;
+    std::vector<common::DeviceKey> KeyStrip; ///< those that are shown as buttons
+    bool IsResizable = false;
+    bool SizeChanged = false;
+    bool KeyboardChanged = false;
+    bool CloseWanted = false;
+    bool Delivering = false;                            ///< a key goes to a control: the form has had it
+    std::map<int, HeldKey> Held;                        ///< keys of the keyboard that went down on the form
+    std::map<std::int32_t, HeldKey> HeldButtons;        ///< of the strip
+    modQuorin::ScreenId SeenScreen = 0;                 ///< at the last round of events
+    std::int64_t SeenSince = 0;                         ///< by the device's clock
+    std::chrono::steady_clock::time_point LastKey;      ///< when one last did
+    std::chrono::steady_clock::time_point LastFieldKey; ///< when one was last typed into the text field
+};
+
+} // namespace platform::qt

@@ -1,0 +1,169 @@
+// SPDX-License-Identifier: MIT
+#include "backends/qt/qt_soft_menus.h"
+
+#include "backends/qt/conversions.h"
+
+#include <QKeySequence>
+#include <QShortcut>
+
+namespace platform::qt {
+
+namespace {
+
+std::size_t Index(std::int32_t number) {
+    return static_cast<std::size_t>(number - 1);
+}
+
+/// A menu that was opened by a key is gone through by keys.
+void MarkFirst(QMenu& list) {
+    for (QAction* const action : list.actions()) {
+        if (action->isVisible() && action->isEnabled())
+            return list.setActiveAction(action);
+    }
+}
+
+} // namespace
+
+SoftMenus::SoftMenus() {
+    for (std::size_t menu = 0; menu < Lists.size(); ++menu) {
+        const auto number = static_cast<std::int32_t>(menu + 1);
+        Titles[menu].Changed = [this] { HasChanged = true; };
+        for (std::size_t item = 0; item < Lists[menu].Actions.size(); ++item) {
+            const auto itemNumber = static_cast<std::int32_t>(item + 1);
+            Items[menu][item].Changed = [this] { HasChanged = true; };
+            QAction* const action = Lists[menu].List.addAction(QString());
+            Lists[menu].Actions[item] = action;
+            QObject::connect(action, &QAction::triggered, [this, number, itemNumber] {
+                if (ItemClicked)
+                    ItemClicked(number, itemNumber);
+            });
+        }
+    }
+}
+
+void SoftMenus::PutInto(QWidget& window, QBoxLayout& head, QBoxLayout& foot, bool asKeys, int keyHeight) {
+    if (!asKeys) {
+        MenuBar = new QMenuBar(&window);
+        MenuBar->setNativeMenuBar(false);
+        // It keeps its height while it is empty, or the form would change its own with every menu.
+        QAction* const any = MenuBar->addAction(QStringLiteral("X"));
+        MenuBar->setFixedHeight(MenuBar->sizeHint().height());
+        MenuBar->removeAction(any);
+        head.addWidget(MenuBar);
+    }
+    for (std::size_t menu = 0; menu < Lists.size(); ++menu) {
+        const auto number = static_cast<std::int32_t>(menu + 1);
+        auto* const shortcut = new QShortcut(QKeySequence(menu == 0 ? Qt::Key_F1 : Qt::Key_F2), &window);
+        QObject::connect(shortcut, &QShortcut::activated, [this, number] { Open(number); });
+        if (!asKeys) {
+            MenuBar->addMenu(&Lists[menu].List);
+            QObject::connect(&Lists[menu].List, &QMenu::aboutToShow, [this, number] {
+                if (TitleClicked)
+                    TitleClicked(number);
+            });
+            continue;
+        }
+        auto* const key = new QPushButton(&window);
+        key->setObjectName(menu == 0 ? QStringLiteral("softKey1") : QStringLiteral("softKey2"));
+        key->setMinimumHeight(keyHeight);
+        key->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+        key->setFocusPolicy(Qt::NoFocus); // a key of the device takes the focus from nothing
+        QObject::connect(key, &QPushButton::clicked, [this, number] { Open(number); });
+        Keys[menu] = key;
+        foot.addWidget(key, 1);
+    }
+    HasChanged = true;
+    FollowIfChanged();
+}
+
+/// Each entry has a letter of its own, the first of its caption that no other one has.
+QString SoftMenus::WithMnemonic(const Text& caption, QString& taken) const {
+    QString text = ToQt(caption);
+    for (qsizetype place = 0; place < text.size(); ++place) {
+        const QChar letter = text[place].toLower();
+        if (!letter.isLetterOrNumber() || taken.contains(letter))
+            continue;
+        taken += letter;
+        const QString head = text.left(place).replace(QLatin1Char('&'), QStringLiteral("&&"));
+        const QString rest = text.mid(place).replace(QLatin1Char('&'), QStringLiteral("&&"));
+        return head + QLatin1Char('&') + rest;
+    }
+    return text.replace(QLatin1Char('&'), QStringLiteral("&&"));
+}
+
+bool SoftMenus::FollowIfChanged() {
+    if (!HasChanged || (MenuBar == nullptr && !AreKeys()))
+        return false;
+    HasChanged = false;
+    for (std::size_t menu = 0; menu < Lists.size(); ++menu)
+        Follow(menu);
+    return true;
+}
+
+void SoftMenus::Follow(std::size_t menu) {
+    const QtMenuItem& title = Titles[menu];
+    QString takenByTitles;
+    if (menu > 0)
+        WithMnemonic(Titles[0].Caption(), takenByTitles);
+    const QString caption = WithMnemonic(title.Caption(), takenByTitles);
+    QString taken;
+    for (std::size_t item = 0; item < Items[menu].size(); ++item) {
+        const QtMenuItem& entry = Items[menu][item];
+        QAction& action = *Lists[menu].Actions[item];
+        action.setText(entry.Visible() ? WithMnemonic(entry.Caption(), taken) : QString());
+        action.setVisible(entry.Visible());
+        action.setEnabled(entry.Enabled());
+    }
+    if (MenuBar != nullptr) {
+        QAction& action = *Lists[menu].List.menuAction();
+        action.setText(caption);
+        action.setVisible(title.Visible());
+        action.setEnabled(title.Enabled());
+    } else {
+        Keys[menu]->setText(title.Visible() ? caption : QString());
+        Keys[menu]->setAccessibleName(ToQt(title.Caption()));
+        Keys[menu]->setEnabled(title.Visible() && title.Enabled() && !IsBlocked);
+    }
+}
+
+void SoftMenus::SetBlocked(bool blocked) {
+    IsBlocked = blocked;
+    if (MenuBar != nullptr)
+        MenuBar->setEnabled(!blocked);
+    HasChanged = true;
+    FollowIfChanged();
+}
+
+void SoftMenus::PressItem(std::int32_t menu, std::int32_t item) {
+    FollowIfChanged();
+    Lists[Index(menu)].Actions[Index(item)]->trigger();
+}
+
+void SoftMenus::PressTitle(std::int32_t menu) {
+    if (TitleClicked)
+        TitleClicked(menu);
+}
+
+void SoftMenus::Open(std::int32_t menu) {
+    FollowIfChanged();
+    const QtMenuItem& title = Titles[Index(menu)];
+    if (!title.Visible() || !title.Enabled())
+        return;
+    QMenu& list = Lists[Index(menu)].List;
+    if (MenuBar != nullptr) {
+        MenuBar->setActiveAction(list.menuAction());
+        MarkFirst(list);
+        return;
+    }
+    const bool opens = Items[Index(menu)][0].Visible(); // else it is a key of its own, and may bring another screen
+    PressTitle(menu);
+    if (!opens)
+        return;
+    QPushButton& key = *Keys[Index(menu)];
+    list.setMinimumWidth(key.width());
+    const QSize size = list.sizeHint();
+    list.popup(key.mapToGlobal(QPoint(menu == 1 ? 0 : key.width() - size.width(), -size.height())));
+    MarkFirst(list);
+}
+
+} // namespace platform::qt

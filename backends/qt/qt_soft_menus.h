@@ -1,0 +1,98 @@
+// SPDX-License-Identifier: MIT
+// The two soft menus of the form: menus of a menu bar on a desktop, two large keys at the foot of the window on a
+// device whose menus are keys. F1 and F2 press the one and the other.
+#pragma once
+
+#include "backends/loop/form_controls.h"
+
+#include <QAction>
+#include <QBoxLayout>
+#include <QMenu>
+#include <QMenuBar>
+#include <QPushButton>
+#include <QWidget>
+
+#include <array>
+#include <functional>
+
+namespace platform::qt {
+
+/// A top-level menu or an item: what the application has set of it.
+class QtMenuItem final : public MenuItem {
+public:
+    Text Caption() const override { return Value; }
+    void SetCaption(const Text& caption) override {
+        Value = caption;
+        Tell();
+    }
+    bool Visible() const override { return Shown; }
+    void SetVisible(bool visible) override {
+        Shown = visible;
+        Tell();
+    }
+    bool Enabled() const override { return Usable; }
+    void SetEnabled(bool enabled) override {
+        Usable = enabled;
+        Tell();
+    }
+
+    std::function<void()> Changed;
+
+private:
+    void Tell() {
+        if (Changed)
+            Changed();
+    }
+
+    Text Value;
+    bool Shown = false;
+    bool Usable = true;
+};
+
+class SoftMenus final {
+public:
+    SoftMenus();
+
+    std::array<QtMenuItem, 2> Titles;
+    std::array<std::array<QtMenuItem, MenuItemCount>, 2> Items;
+
+    std::function<void(std::int32_t menu)> TitleClicked;
+    std::function<void(std::int32_t menu, std::int32_t item)> ItemClicked;
+
+    /// Puts the menus into the window, as a menu bar at its head or as keys at its foot.
+    /// `keyHeight`: pixels.
+    void PutInto(QWidget& window, QBoxLayout& head, QBoxLayout& foot, bool asKeys, int keyHeight);
+
+    /// What a click on an item, or on a caption, does.
+    void PressItem(std::int32_t menu, std::int32_t item);
+    void PressTitle(std::int32_t menu);
+    /// F1 and F2: presses a key that has no list, opens any other.
+    void Open(std::int32_t menu);
+
+    /// A box stands, which takes all that a person does: the menus look off, whatever the form says of them.
+    void SetBlocked(bool blocked);
+
+    bool AreKeys() const { return Keys[0] != nullptr; }
+    QPushButton* Key(std::int32_t menu) const { return Keys[static_cast<std::size_t>(menu - 1)]; }
+    QMenuBar* Bar() const { return MenuBar; }
+
+    /// Takes up what has changed; the loop calls it when it handles events. Whether anything had.
+    bool FollowIfChanged();
+
+private:
+    void Follow(std::size_t menu);
+    QString WithMnemonic(const Text& caption, QString& taken) const;
+
+    struct Shown {
+        QMenu List;
+        std::array<QAction*, MenuItemCount> Actions{};
+    };
+
+    std::array<Shown, 2> Lists;
+    std::array<QPushButton*, 2> Keys{};
+    QMenuBar* MenuBar = nullptr;
+    bool HasChanged = false;
+    bool IsBlocked = false;
+};
+
+} // namespace platform::qt

@@ -1,0 +1,124 @@
+// SPDX-License-Identifier: MIT
+// The one window: the menus, the form, the keys of a device that has its menus or actions on keys, and the window's own
+// status area, which is no part of the form.
+#pragma once
+
+#include "backends/simulated/device_profiles.h"
+#include "src/view/platform/controls.h"
+
+#include <QBoxLayout>
+#include <QFontMetrics>
+#include <QLabel>
+#include <QToolButton>
+#include <QWidget>
+
+#include <algorithm>
+#include <functional>
+#include <vector>
+
+namespace platform::qt {
+
+/// Where the form stands: it has the form's size, or gives the form another one.
+class Surface final : public QWidget {
+public:
+    explicit Surface(QWidget* parent);
+
+    /// The size that it would like to have.
+    void SetWish(QSize size);
+    QSize sizeHint() const override { return Wish; }
+
+    std::function<void()> Resized;
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    QSize Wish;
+};
+
+class Window final : public QWidget {
+public:
+    /// `scale`: how many pixels of the screen a pixel of the device takes. What is no part of the device is as large as
+    /// everywhere.
+    explicit Window(double scale);
+
+    Surface& Screen() { return *Ground; }
+    /// The form itself; the controls are its children.
+    QWidget& FormWidget() { return *FormGround; }
+    QBoxLayout& Head() { return *HeadRow; }
+    QBoxLayout& Foot() { return *FootRow; }
+
+    /// A strip of buttons, a button a key.
+    void ShowKeys(const std::vector<common::DeviceKey>& keys);
+    /// The window has the size that its parts need, and no other one.
+    void HoldSize();
+    /// The window may be resized. The status area keeps its height then, or the form would change its own with each
+    /// text.
+    void LetSize();
+
+    /// The status area: the state of the link, and what a person must know of; an empty text shows nothing.
+    void SetLinkLine(const QString& text, bool alive);
+    /// Who says it takes it away, when a person has tapped it or it is no longer so.
+    void SetWarning(const QString& text);
+    /// Where the records are. It stands where a warning comes, in a window that may be resized.
+    void SetPlace(const QString& text);
+    /// A long operation goes on, or has come to its end.
+    void SetWorking(bool working);
+    /// What it goes on with is to wait for another program.
+    void SetWaiting(bool waiting);
+    QString LinkLine() const { return LinkText; }
+    QString Warning() const { return WarningText; }
+
+    std::function<void()> WarningTapped; ///< by a person who has seen it
+    std::function<void()> CloseRequested;
+    std::function<void(std::int32_t code)> KeyPressed; ///< of the strip
+    std::function<void(std::int32_t code)> KeyReleased;
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    bool eventFilter(QObject* object, QEvent* event) override;
+
+private:
+    int Pixels(int ofScreen) const { return std::max(1, qRound(ofScreen / Scale)); }
+    QLabel* StatusLabel(const char* name);
+    void Put(QLabel& label, const QString& text);
+    void ShowState();
+    void ShowAlarm();
+    int KeysInARow(const std::vector<common::DeviceKey>& keys, const QFontMetrics& metrics) const;
+
+    QBoxLayout* HeadRow;
+    Surface* Ground;
+    QWidget* FormGround;
+    QBoxLayout* FootRow;
+    QWidget* Strip;
+    QLabel* Link;
+    QLabel* Alarm;
+    double Scale;
+    QString LinkText;
+    QString WarningText;
+    QString PlaceText;
+    bool IsOneLine = false; ///< what has no room is cut, and told by a tip
+    bool IsAlive = false;
+    bool IsWorking = false;
+    bool IsWaiting = false;
+};
+
+/// The form of the seam. Its box is in twips, 15 to the pixel: 1440 to the inch, 96 pixels to the inch.
+class QtForm final : public Form {
+public:
+    explicit QtForm(QWidget& form) : FormGround(form) {}
+
+    Box Bounds() const override { return Twips; }
+    void SetBounds(const Box& twips) override;
+    Box ClientArea() const override; ///< the whole form: there is no frame
+    float TwipsPerPixelX() const override { return TwipsPerPixel; }
+    float TwipsPerPixelY() const override { return TwipsPerPixel; }
+
+private:
+    static constexpr float TwipsPerPixel = 15;
+    QWidget& FormGround;
+    Box Twips;
+};
+
+} // namespace platform::qt

@@ -1,0 +1,86 @@
+// SPDX-License-Identifier: MIT
+#include "backends/simulated/device_profiles.h"
+
+#include <algorithm>
+
+namespace platform::common {
+
+namespace {
+
+constexpr const char* Version = "5.2"; // one that every kind of device has had, or could
+
+const HostVolume DesktopFolder = {u".\\", 65536};
+const HostVolume PalmMemory = {u"Device:\\", 65536};
+const HostVolume WindowsRoot = {u"\\", 65536};
+const HostVolume SymbianDrive = {u"C:\\", 65536};
+
+using Keys = std::vector<DeviceKey>;
+
+Keys Joined(const Keys& first, const Keys& second) {
+    Keys both = first;
+    both.insert(both.end(), second.begin(), second.end());
+    return both;
+}
+
+Keys TouchKeys() {
+    return {{37, "left"}, {39, "right"}, {38, "up"}, {40, "down"}, {310, "select"}, {13, "enter"}};
+}
+
+Keys PhoneKeys() {
+    return Joined(TouchKeys(), {{27, "back"}});
+}
+
+Keys SmartphoneKeys() {
+    return Joined(PhoneKeys(), {{2, "soft key 2"}});
+}
+
+Keys DesktopKeys() {
+    return Joined(TouchKeys(), {{27, "escape"}, {33, "page up"}, {34, "page down"}});
+}
+
+Keys PalmKeys() {
+    return {{308, "left"},     {309, "right"}, {310, "select"},     {33, "page up"}, {34, "page down"},  {516, "app 1"},
+            {517, "app 2"},    {518, "app 3"}, {519, "app 4"},      {520, "power"},  {276, "power off"}, {261, "menu"},
+            {264, "launcher"}, {266, "find"},  {267, "calculator"}, {1280, "app 5"}};
+}
+
+std::vector<DeviceProfile> AllProfiles() {
+    // clang-format off
+    return {
+        // name        kind                    device                                screen      version  volume         keys
+        {"desktop",    DeviceKind::Desktop,    "a desktop",                           {640, 480}, Version, DesktopFolder, DesktopKeys()},
+        {"palm",       DeviceKind::PalmOs,     "Palm OS",                             {160, 160}, Version, PalmMemory,    PalmKeys()},
+        {"palm-hires", DeviceKind::PalmOs,     "Palm OS with a high resolution",      {320, 320}, Version, PalmMemory,    PalmKeys()},
+        {"other",      DeviceKind::Other,      "a device that nothing is known of",   {240, 320}, Version, SymbianDrive,  PhoneKeys()},
+        {"pocketpc",   DeviceKind::PocketPc,   "Windows Mobile with a touch screen",  {240, 320}, Version, WindowsRoot,   TouchKeys()},
+        {"s60-early",  DeviceKind::S60Early,   "Symbian S60, the earlier kind",       {240, 320}, Version, SymbianDrive,  PhoneKeys()},
+        {"uiq",        DeviceKind::Uiq,        "Symbian UIQ",                         {240, 320}, Version, SymbianDrive,  TouchKeys()},
+        {"smartphone", DeviceKind::Smartphone, "Windows Mobile with keys",            {240, 320}, Version, WindowsRoot,   SmartphoneKeys()},
+        {"s60",        DeviceKind::S60,        "Symbian S60",                         {240, 320}, Version, SymbianDrive,  PhoneKeys()},
+    };
+    // clang-format on
+}
+
+} // namespace
+
+const std::vector<DeviceProfile>& DeviceProfiles() {
+    static const std::vector<DeviceProfile> profiles = AllProfiles();
+    return profiles;
+}
+
+const DeviceProfile& ProfileOfType(std::int32_t deviceType) {
+    const auto& profiles = DeviceProfiles();
+    const DeviceKind kind = TraitsOf(deviceType).Kind;
+    return *std::find_if(profiles.begin(), profiles.end(),
+                         [kind](const DeviceProfile& profile) { return profile.Kind == kind; });
+}
+
+const DeviceProfile* ProfileNamed(std::string_view name) {
+    for (const DeviceProfile& profile : DeviceProfiles()) {
+        if (name == profile.Name)
+            return &profile;
+    }
+    return nullptr;
+}
+
+} // namespace platform::common

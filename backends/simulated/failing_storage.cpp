@@ -1,0 +1,207 @@
+// SPDX-License-Identifier: MIT
+#include "backends/simulated/failing_storage.h"
+
+#include <algorithm>
+
+namespace platform::common {
+
+namespace {
+
+class FailingStream final : public TextStream {
+public:
+    FailingStream(std::unique_ptr<TextStream> inner, DiskFaults& faults) : Inner(std::move(inner)), Faults(faults) {}
+
+    std::int64_t Position() const override { return Inner->Position(); }
+    std::int64_t Size() const override { return Inner->Size(); }
+    ErrorNumber Seek(std::int64_t offset, Origin origin) override { return Inner->Seek(offset, origin); }
+
+    ErrorNumber ReadLine(Text& line) override {
+        if (!Faults.StrikeRead())
+            return Inner->ReadLine(line);
+        line.clear();
+        return DeviceFailed;
+    }
+
+    /// Half of the lines are passed over before the disk fails: what was passed must not be taken for all there is.
+    ErrorNumber SkipLines(std::int64_t most, std::int64_t& passed) override {
+        if (!Faults.StrikeRead())
+            return Inner->SkipLines(most, passed);
+        const std::int64_t start = Inner->Position();
+        if (Inner->SkipLines(most, passed) == NoError && Inner->Seek(start, Origin::Start) == NoError)
+            static_cast<void>(Inner->SkipLines(passed / 2, passed));
+        return DeviceFailed;
+    }
+
+    /// While something is to fail the lines come one at a time, so that each read and each write of one can be it.
+    ErrorNumber ReadLines(std::int64_t most, std::string_view& lines, std::int64_t& taken) override {
+        if (!Faults.StrikeRead())
+            return Inner->ReadLines(Faults.Armed() ? std::min<std::int64_t>(most, 1) : most, lines, taken);
+        lines = {};
+        taken = 0;
+        return DeviceFailed;
+    }
+
+    std::int64_t Revision() const override { return Inner->Revision(); }
+    FileStamp Stamp() const override { return Inner->Stamp(); }
+
+    ErrorNumber WriteLine(const Text& line) override { return Fails() ? DiskFull : Inner->WriteLine(line); }
+
+    ErrorNumber WriteLines(std::string_view lines) override { return Fails() ? DiskFull : Inner->WriteLines(lines); }
+
+    ErrorNumber CheckName() override { return Inner->CheckName(); }
+
+    /// What was written is given up where a line of it has failed, or its way to the medium: the stream is not closed.
+    ErrorNumber Close() override {
+        if (Wrote && Faults.Strike())
+            Broken = true;
+        Wrote = false;
+        return Broken ? DiskFull : Inner->Close();
+    }
+
+private:
+    bool Fails() {
+        const bool fails = Faults.Strike();
+        Wrote = Wrote || !fails;
+        Broken = Broken || fails;
+        return fails;
+    }
+
+    std::unique_ptr<TextStream> Inner;
+    DiskFaults& Faults;
+    bool Wrote = false;
+    bool Broken = false; ///< a line is missing
+};
+
+} // namespace
+
+bool DiskFaults::Strikes(Count& count) const {
+    if (Working)
+        Working();
+    if (count.Left == 0)
+        return false;
+    if (count.Good > 0) {
+        --count.Good;
+        return false;
+    }
+    if (count.Left > 0)
+        --count.Left;
+    return true;
+}
+
+ErrorNumber FailingFileSystem::OpenFolder(const Text& path, bool create, std::unique_ptr<Folder>& folder) {
+    const ErrorNumber error = Inner.OpenFolder(path, false, folder);
+    if (!create || error != FileNotFound)
+        return error;
+    return Faults.Strike() ? DiskFull : Inner.OpenFolder(path, true, folder);
+}
+
+ErrorNumber FailingFileSystem::OpenStream(const Text& fullName, StreamMode mode, std::unique_ptr<TextStream>& stream) {
+    const bool fails = mode == StreamMode::Existing ? Faults.StrikeRead() : Faults.Strike();
+    std::unique_ptr<TextStream> opened;
+    const ErrorNumber failure = mode == StreamMode::Existing ? DeviceFailed : DiskFull;
+    const ErrorNumber error = fails ? failure : Inner.OpenStream(fullName, mode, opened);
+    if (error == NoError)
+        stream = std::make_unique<FailingStream>(std::move(opened), Faults);
+    return error;
+}
+
+ErrorNumber FailingFileSystem::CopyFile(const Text& source, const Text& destination, bool overwrite) {
+    return Faults.Strike() ? DiskFull : Inner.CopyFile(source, destination, overwrite);
+}
+
+ErrorNumber FailingFileSystem::MoveFile(const Text& source, const Text& destination) {
+    return Faults.Strike() ? DiskFull : Inner.MoveFile(source, destination);
+}
+
+OpenedDatabase FailingDatabase::Keep(const OpenedDatabase& opened, const Text& name, std::int32_t mode) {
+    if (opened.Id == 0)
+        return opened;
+    DatabaseId id = 1;
+    while (OpenOnes.count(id) != 0)
+        ++id;
+    OpenOnes[id] = {opened.Id, name, mode};
+    return {id, NoError};
+}
+
+DatabaseId FailingDatabase::InnerId(DatabaseId database) const {
+    const auto found = OpenOnes.find(database);
+    return found == OpenOnes.end() ? 0 : found->second.Id;
+}
+
+OpenedDatabase FailingDatabase::Open(const Text& name, std::int32_t mode) {
+    return Faults.StrikeRead() ? OpenedDatabase{0, DeviceFailed} : Keep(Inner.Open(name, mode), name, mode);
+}
+
+OpenedDatabase FailingDatabase::Create(const Text& name, std::int32_t typeCode, std::int32_t creatorCode) {
+    return Faults.Strike() ? OpenedDatabase{0, DiskFull}
+                           : Keep(Inner.Create(name, typeCode, creatorCode), name, ModeReadWrite);
+}
+
+void FailingDatabase::Close(DatabaseId database) {
+    Inner.Close(InnerId(database));
+    OpenOnes.erase(database);
+}
+
+ErrorNumber FailingDatabase::DeclareTable(DatabaseId database, const Text& name, const Text& definition) {
+    return Faults.Strike() ? DiskFull : Inner.DeclareTable(InnerId(database), name, definition);
+}
+
+ErrorNumber FailingDatabase::AddRecord(DatabaseId database) {
+    return Faults.Strike() ? DiskFull : Inner.AddRecord(InnerId(database));
+}
+
+ErrorNumber FailingDatabase::WriteRecord(DatabaseId database, const LineRecord& record) {
+    return Faults.Strike() ? DiskFull : Inner.WriteRecord(InnerId(database), record);
+}
+
+ErrorNumber FailingDatabase::Commit(DatabaseId database) {
+    return Faults.Strike() ? DiskFull : Inner.Commit(InnerId(database));
+}
+
+bool FailingDatabase::ReadRecord(DatabaseId database, LineRecord& record) {
+    return Inner.ReadRecord(InnerId(database), record);
+}
+
+ErrorNumber FailingDatabase::DeleteRecord(DatabaseId database) {
+    return Faults.Strike() ? DiskFull : Inner.DeleteRecord(InnerId(database));
+}
+
+ErrorNumber FailingDatabase::ShiftRecords(DatabaseId database, std::int32_t position) {
+    return Faults.Strike() ? DiskFull : Inner.ShiftRecords(InnerId(database), position);
+}
+
+ErrorNumber FailingDatabase::RenumberRecords(DatabaseId database) {
+    return Faults.Strike() ? DiskFull : Inner.RenumberRecords(InnerId(database));
+}
+
+ErrorNumber FailingDatabase::FindRecord(DatabaseId database, std::int32_t lineNumber) {
+    return Inner.FindRecord(InnerId(database), lineNumber);
+}
+
+ErrorNumber FailingDatabase::EndBatch(DatabaseId database) {
+    const auto found = OpenOnes.find(database);
+    if (found == OpenOnes.end() || !Faults.Strike())
+        return Inner.EndBatch(InnerId(database));
+    // A batch whose end fails is lost as a whole, and closing the database in the middle of it is what loses it.
+    OpenOne& opened = found->second;
+    Inner.Close(opened.Id);
+    opened.Id = Inner.Open(opened.Name, opened.Mode).Id;
+    return DiskFull;
+}
+
+Text FailingDatabase::FirstDatabase(std::int32_t typeCode, std::int32_t creatorCode) {
+    return Inner.FirstDatabase(typeCode, creatorCode);
+}
+
+Text FailingSettings::Get(const Text& application, const Text& section, const Text& key, const Text& byDefault) const {
+    return Inner.Get(application, section, key, byDefault);
+}
+
+ErrorNumber FailingSettings::Save(const Text& application, const Text& section, const Text& key, const Text& value) {
+    const ErrorNumber error = Faults.Strike() ? DiskFull : Inner.Save(application, section, key, value);
+    if (error != NoError && Faults.NotStored)
+        Faults.NotStored(u"the setting " + key, error);
+    return error;
+}
+
+} // namespace platform::common

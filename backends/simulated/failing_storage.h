@@ -1,0 +1,129 @@
+// SPDX-License-Identifier: MIT
+// Storage whose disk is full, or can't be read, when it is told so: each class forwards to a real one and fails what is
+// due to fail. The real ones know nothing of it. What could not be made, for whatever reason, is told to who listens.
+#pragma once
+
+#include "src/view/platform/device.h"
+#include "src/view/platform/storage.h"
+
+#include <functional>
+#include <map>
+
+namespace platform::common {
+
+/// Shared by all that use one disk. Counted as a write is each line or block of lines written, each closing of a stream
+/// that wrote, each stream made anew, file copied or moved and folder made; of a database its making, each declaring,
+/// adding, writing, committing and deleting of a record, each shifting and renumbering and each end of a batch; each
+/// setting saved. Counted as a read is each opening of a file that is there, and of a text file each line or block of
+/// lines read, or run of lines passed over. While anything is to fail a block is one line. Deleting files never fails.
+class DiskFaults {
+public:
+    /// The next `writes` write operations fail; -1 means all from now on, 0 none. `good` of them pass before that.
+    void FailNext(std::int32_t writes, std::int32_t good = 0) { Writes = {writes, good}; }
+    /// The same for reads.
+    void FailNextReads(std::int32_t reads, std::int32_t good = 0) { Reads = {reads, good}; }
+    /// Whether the operation at hand is to fail, and counts it.
+    bool Strike() { return Strikes(Writes); }
+    bool StrikeRead() { return Strikes(Reads); }
+    /// Whether any operation to come is to fail.
+    bool Armed() const { return Writes.Left != 0 || Reads.Left != 0; }
+
+    /// Called at each operation, before it: for who wants to show that work goes on.
+    std::function<void()> Working;
+
+    /// Told that a setting could not be stored, where the form goes on without a word. Of files, their lines and
+    /// folders those tell who know what is lost with them.
+    std::function<void(const Text& setting, ErrorNumber error)> NotStored;
+
+private:
+    struct Count {
+        std::int32_t Left = 0; ///< that are to fail; -1 for all
+        std::int32_t Good = 0; ///< that pass before
+    };
+    bool Strikes(Count& count) const;
+
+    Count Writes;
+    Count Reads;
+};
+
+class FailingFileSystem final : public FileSystem {
+public:
+    FailingFileSystem(FileSystem& inner, DiskFaults& faults) : Inner(inner), Faults(faults) {}
+
+    ErrorNumber OpenFolder(const Text& path, bool create, std::unique_ptr<Folder>& folder) override;
+    ErrorNumber OpenStream(const Text& fullName, StreamMode mode, std::unique_ptr<TextStream>& stream) override;
+    ErrorNumber CopyFile(const Text& source, const Text& destination, bool overwrite) override;
+    ErrorNumber MoveFile(const Text& source, const Text& destination) override;
+    ErrorNumber DeleteFile(const Text& fullName) override { return Inner.DeleteFile(fullName); }
+
+private:
+    FileSystem& Inner;
+    DiskFaults& Faults;
+};
+
+class FailingDatabase final : public RecordDatabase {
+public:
+    FailingDatabase(RecordDatabase& inner, DiskFaults& faults) : Inner(inner), Faults(faults) {}
+
+    OpenedDatabase Open(const Text& name, std::int32_t mode) override;
+    OpenedDatabase Create(const Text& name, std::int32_t typeCode, std::int32_t creatorCode) override;
+    ErrorNumber Delete(const Text& name) override { return Inner.Delete(name); }
+    void Close(DatabaseId database) override;
+
+    std::int32_t RecordCount(DatabaseId database) override { return Inner.RecordCount(InnerId(database)); }
+    ErrorNumber DeclareTable(DatabaseId database, const Text& name, const Text& definition) override;
+
+    ErrorNumber AddRecord(DatabaseId database) override;
+    ErrorNumber BeginEdit(DatabaseId database) override { return Inner.BeginEdit(InnerId(database)); }
+    ErrorNumber WriteRecord(DatabaseId database, const LineRecord& record) override;
+    ErrorNumber Commit(DatabaseId database) override;
+    bool ReadRecord(DatabaseId database, LineRecord& record) override;
+    ErrorNumber DeleteRecord(DatabaseId database) override;
+    ErrorNumber ShiftRecords(DatabaseId database, std::int32_t position) override;
+    ErrorNumber RenumberRecords(DatabaseId database) override;
+
+    ErrorNumber FindRecord(DatabaseId database, std::int32_t lineNumber) override;
+    std::int32_t Position(DatabaseId database) override { return Inner.Position(InnerId(database)); }
+    void MoveFirst(DatabaseId database) override { Inner.MoveFirst(InnerId(database)); }
+    void MoveLast(DatabaseId database) override { Inner.MoveLast(InnerId(database)); }
+    void MoveNext(DatabaseId database) override { Inner.MoveNext(InnerId(database)); }
+    void MovePrevious(DatabaseId database) override { Inner.MovePrevious(InnerId(database)); }
+    bool AtEnd(DatabaseId database) override { return Inner.AtEnd(InnerId(database)); }
+
+    ErrorNumber BeginReading(DatabaseId database) override { return Inner.BeginReading(InnerId(database)); }
+    void EndReading(DatabaseId database) override { Inner.EndReading(InnerId(database)); }
+    ErrorNumber BeginBatch(DatabaseId database) override { return Inner.BeginBatch(InnerId(database)); }
+    ErrorNumber EndBatch(DatabaseId database) override;
+
+    Text FirstDatabase(std::int32_t typeCode, std::int32_t creatorCode) override;
+    const std::vector<Unlisted>& UnreadDatabases() const override { return Inner.UnreadDatabases(); }
+    Text NextDatabase() override { return Inner.NextDatabase(); }
+
+private:
+    struct OpenOne {
+        DatabaseId Id = 0; ///< the real one's
+        Text Name;
+        std::int32_t Mode = 0;
+    };
+
+    OpenedDatabase Keep(const OpenedDatabase& opened, const Text& name, std::int32_t mode);
+    DatabaseId InnerId(DatabaseId database) const;
+
+    RecordDatabase& Inner;
+    DiskFaults& Faults;
+    std::map<DatabaseId, OpenOne> OpenOnes;
+};
+
+class FailingSettings final : public Settings {
+public:
+    FailingSettings(Settings& inner, DiskFaults& faults) : Inner(inner), Faults(faults) {}
+
+    Text Get(const Text& application, const Text& section, const Text& key, const Text& byDefault) const override;
+    ErrorNumber Save(const Text& application, const Text& section, const Text& key, const Text& value) override;
+
+private:
+    Settings& Inner;
+    DiskFaults& Faults;
+};
+
+} // namespace platform::common

@@ -1,0 +1,210 @@
+// SPDX-License-Identifier: MIT
+#include "tests/system/model/handheld.h"
+
+#include "src/app/start_up.h"
+#include "src/text/text.h"
+
+#include <sqlite3.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cctype>
+#include <cstdlib>
+#include <fstream>
+
+namespace shift {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr std::int32_t TextType = 0x54455854; // "TEXT"
+constexpr std::int32_t Creator = 0x5156524E;  // "QVRN"
+constexpr const char* MailboxFolder = "Application Data/Volatile/RFCOMM";
+
+std::string BytesOf(const fs::path& path) {
+    std::ifstream in(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), {}};
+}
+
+void Put(const fs::path& path, const std::string& bytes) {
+    fs::create_directories(path.parent_path());
+    std::ofstream(path, std::ios::binary) << bytes;
+}
+
+bool IsScratch(const std::string& name) {
+    return name.size() >= 8 && std::all_of(name.begin(), name.begin() + 8,
+                                           [](unsigned char character) { return std::isdigit(character) != 0; });
+}
+
+/// A connection that is closed with its block.
+struct Database {
+    Database(const fs::path& path, int flags) { sqlite3_open_v2(path.c_str(), &Handle, flags, nullptr); }
+    ~Database() { sqlite3_close(Handle); }
+    Database(const Database&) = delete;
+    Database& operator=(const Database&) = delete;
+
+    void Execute(const std::string& sql) { sqlite3_exec(Handle, sql.c_str(), nullptr, nullptr, nullptr); }
+    sqlite3* Handle = nullptr;
+};
+
+std::string LinesOf(const fs::path& path) {
+    const Database database(path, SQLITE_OPEN_READWRITE);
+    sqlite3_stmt* rows = nullptr;
+    sqlite3_prepare_v2(database.Handle, R"(SELECT LineNumber, LineData FROM "TEXT" ORDER BY Position)", -1, &rows,
+                       nullptr);
+    std::string lines;
+    for (int number = 1; sqlite3_step(rows) == SQLITE_ROW; ++number) {
+        if (sqlite3_column_int(rows, 0) != number)
+            lines += "(numbered " + std::to_string(sqlite3_column_int(rows, 0)) + ")";
+        lines.append(reinterpret_cast<const char*>(sqlite3_column_text(rows, 1)),
+                     static_cast<std::size_t>(sqlite3_column_bytes(rows, 1)));
+        lines += '\n';
+    }
+    sqlite3_finalize(rows);
+    return lines;
+}
+
+/// What a killed program has left is for the program to mend: a copy is looked at.
+std::string LinesAfterAKill(const fs::path& path, const fs::path& copy) {
+    fs::copy_file(path, copy, fs::copy_options::overwrite_existing);
+    fs::copy_file(path.string() + "-journal", copy.string() + "-journal", fs::copy_options::overwrite_existing);
+    const std::string lines = LinesOf(copy);
+    fs::remove(copy);
+    fs::remove(copy.string() + "-journal");
+    return lines;
+}
+
+std::string Quoted(const std::string& text) {
+    std::string quoted = "'";
+    for (const char character : text)
+        quoted += character == '\'' ? "''" : std::string(1, character);
+    return quoted + "'";
+}
+
+} // namespace
+
+DeviceFolder::DeviceFolder(const Kind& kind) : Databases(kind.DataFolder == nullptr) {
+    std::error_code none;
+    const fs::path memory = "/dev/shm";
+    const bool usable = fs::is_directory(memory, none) && ::access(memory.c_str(), W_OK) == 0;
+    std::string name = ((usable ? memory : fs::temp_directory_path()) / "quorin-shift-XXXXXX").string();
+    if (::mkdtemp(name.data()) == nullptr)
+        std::abort();
+    Place = name;
+    Data = Place / (Databases ? "Databases" : kind.DataFolder);
+    fs::create_directories(Data);
+}
+
+DeviceFolder::~DeviceFolder() {
+    std::error_code ignored;
+    fs::remove_all(Place, ignored);
+}
+
+fs::path DeviceFolder::PathOf(const std::string& name) const {
+    return Data / (Databases ? fs::path(name).stem().string() + ".sqlite" : name);
+}
+
+std::optional<std::string> DeviceFolder::Read(const std::string& name) const {
+    const fs::path path = PathOf(name);
+    if (!fs::exists(path))
+        return std::nullopt;
+    if (!Databases)
+        return BytesOf(path);
+    return fs::exists(path.string() + "-journal") ? LinesAfterAKill(path, Place / "copy") : LinesOf(path);
+}
+
+std::set<std::string> DeviceFolder::Names() const {
+    std::set<std::string> names;
+    for (const auto& entry : fs::directory_iterator(Data)) {
+        const std::string name = entry.path().filename().string();
+        const std::string stem = entry.path().stem().string();
+        if (Databases && entry.path().extension() == ".sqlite" && !stem.ends_with("qvd"))
+            names.insert(stem + ".txt");
+        else if (!Databases && entry.path().extension() != ".qvd" && !IsScratch(name))
+            names.insert(name);
+    }
+    return names;
+}
+
+/// A package comes onto a Palm by beam, as a database, whose name can hold no ending.
+void DeviceFolder::PutPackage(const std::string& name, const std::string& lines) const {
+    if (!Databases) {
+        Put(Data / (name + ".qvd"), lines);
+        return;
+    }
+    Database database(Data / (name + "qvd.sqlite"), SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
+    database.Execute(R"(CREATE TABLE "DATABASE"(TypeCode, CreatorCode); INSERT INTO "DATABASE" VALUES()" +
+                     std::to_string(TextType) + "," + std::to_string(Creator) + ")");
+    database.Execute(R"(CREATE TABLE "TEXT"(Position INTEGER PRIMARY KEY, LineNumber, LineData))");
+    std::size_t start = 0;
+    for (int line = 0; start < lines.size(); ++line) {
+        const std::size_t end = lines.find('\n', start);
+        database.Execute(R"(INSERT INTO "TEXT" VALUES()" + std::to_string(line) + "," + std::to_string(line + 1) + "," +
+                         Quoted(lines.substr(start, end - start)) + ")");
+        start = end + 1;
+    }
+}
+
+void DeviceFolder::PutMailbox(const std::string& name, const std::string& bytes) const {
+    Put(Place / MailboxFolder / name, bytes);
+}
+
+void DeviceFolder::RemoveMailbox(const std::string& name) const {
+    fs::remove(Place / MailboxFolder / name);
+}
+
+bool DeviceFolder::HasMailbox(const std::string& name) const {
+    return fs::exists(Place / MailboxFolder / name);
+}
+
+Handheld::Handheld(const Kind& kind, const DeviceFolder& folder, Moment now, std::function<void()> step)
+    : Step(std::move(step)) {
+    platform::device::DeviceOptions options;
+    options.DeviceType = kind.DeviceType;
+    options.Root = folder.Root().string();
+    options.StartMoment = now / Second;
+    Platform.reset(new platform::headless::HeadlessPlatform(options, *this, *this));
+    Platform->runTime.Rest = [](std::int32_t) {}; // there is nobody else to wait for
+    platform::Install(&Platform->record);
+    modQuorin::ResetModules();
+}
+
+Handheld::~Handheld() {
+    modQuorin::ResetModules();
+}
+
+platform::device::ProgramOver Handheld::Run() {
+    try {
+        Platform->StartProgram();
+        for (;;)
+            Platform->loop.WaitOnce();
+    } catch (const platform::device::ProgramOver& over) {
+        return over;
+    }
+}
+
+void Handheld::RunCommand() {
+    Step();
+    Platform->loop.HandleDue();
+}
+
+void Handheld::BoxOpened(const Text& text, platform::BoxButtons buttons, platform::BoxIcon, const Text&) {
+    Events.push_back((buttons == platform::BoxButtons::Ok ? "box ok " : "box yesno ") + modStringTools::ToBytes(text));
+}
+
+void Handheld::TonePlayed(std::int32_t hertz, std::int32_t milliseconds) {
+    Events.push_back("tone " + std::to_string(hertz) + " " + std::to_string(milliseconds));
+}
+
+void Handheld::NotSaved(const Text& file, const Text& why) {
+    Events.push_back("not saved: " + modStringTools::ToBytes(file) + ", " + modStringTools::ToBytes(why));
+}
+
+std::vector<std::string> Handheld::TakeEvents() {
+    std::vector<std::string> events;
+    events.swap(Events);
+    return events;
+}
+
+} // namespace shift

@@ -1,0 +1,225 @@
+// SPDX-License-Identifier: MIT
+#include "tests/system/model/instrument_text.h"
+
+#include "tests/system/model/letters.h"
+
+#include <algorithm>
+
+namespace shift {
+
+namespace {
+
+std::string Lower(std::string text) {
+    for (char& character : text)
+        character = shift::Lower(character);
+    return text;
+}
+
+bool Begins(const std::string& text, const std::string& tag) {
+    return SameInAnyCase(text.substr(0, tag.size()), tag);
+}
+
+/// Between the first and the last double quote.
+std::string Quoted(const std::string& text) {
+    const std::size_t first = text.find('"');
+    const std::size_t last = text.rfind('"');
+    return first == last ? std::string() : text.substr(first + 1, last - first - 1);
+}
+
+/// The inside of the last such tag of a record.
+std::string TagOf(const std::string& record, const std::string& tag) {
+    const std::string inside = record.substr(Lower(record).rfind(Lower(tag)) + tag.size());
+    return inside.substr(0, inside.find(']'));
+}
+
+bool Holds(const std::string& record, const std::string& tag) {
+    return Lower(record).find(Lower(tag)) != std::string::npos;
+}
+
+std::vector<std::string> Split(const std::string& text, const std::string& separator) {
+    std::vector<std::string> parts;
+    std::size_t start = 0;
+    for (std::size_t end = text.find(separator); end != std::string::npos; end = text.find(separator, start)) {
+        parts.push_back(text.substr(start, end - start));
+        start = end + separator.size();
+    }
+    parts.push_back(text.substr(start));
+    return parts;
+}
+
+std::string Joined(const std::vector<std::string>& parts) {
+    std::string text;
+    for (const std::string& part : parts)
+        text += (&part == parts.data() ? "" : "|") + part;
+    return text;
+}
+
+/// Where the text of a variable ends that is to be replaced: behind the last bar but one of the list, or at its end.
+std::size_t EndOfVariable(const std::string& list, std::size_t from) {
+    const std::size_t bar = list.rfind('|');
+    for (std::size_t equals = list.find('=', from); equals != std::string::npos; equals = list.find('=', equals + 1)) {
+        if (bar != std::string::npos && bar > equals + 1)
+            return bar;
+        if (equals + 2 == list.size())
+            return equals + 1; // a value of one character stays behind
+    }
+    return list.size();
+}
+
+/// A variable that is named again takes the place of the first one of its name, and of everything behind that up to the
+/// last bar: of A=1|B=2|C=3, A=9 leaves A=9|C=3. As the last one its place is its own, but for a value of one
+/// character, which stays behind the new text: B=2 and B=5 make B=52.
+void PutVariable(std::vector<std::string>& variables, const std::string& variable) {
+    const std::string name = variable.substr(0, variable.find('=')) + "=";
+    const std::string list = Joined(variables);
+    const std::size_t first = Lower(list).find(Lower(name));
+    if (first == std::string::npos)
+        variables.push_back(variable);
+    else
+        variables = Split(list.substr(0, first) + variable + list.substr(EndOfVariable(list, first)), "|");
+}
+
+} // namespace
+
+bool SameInAnyCase(const std::string& a, const std::string& b) {
+    return Lower(a) == Lower(b);
+}
+
+bool InstrumentText::MoveLines() {
+    const std::size_t end = Begun.rfind("\r\n");
+    if (end == std::string::npos)
+        return false;
+    Ready += Begun.substr(0, end + 2);
+    Begun.erase(0, end + 2);
+    return true;
+}
+
+bool InstrumentText::Arrive(const std::string& characters) {
+    static const std::string endTag = "[/BLob]\r\n";
+    Begun += characters;
+    return MoveLines() && Ready.size() >= endTag.size() &&
+           Ready.compare(Ready.size() - endTag.size(), endTag.size(), endTag) == 0;
+}
+
+bool InstrumentText::TakeMailbox(const std::string& bytes) {
+    for (std::size_t start = 0; start < bytes.size();) {
+        const std::size_t end = std::min(bytes.find('\n', start), bytes.size());
+        std::string line = bytes.substr(start, end - start);
+        if (end < bytes.size() && !line.empty() && line.back() == '\r')
+            line.pop_back();
+        Begun += line + "\r\n";
+        start = end + 1;
+    }
+    return MoveLines();
+}
+
+bool InstrumentText::Decode() {
+    Buffer += Ready;
+    Decoded = Ready.size();
+    // Where one line ends in CR LF a lone line feed is no line end, so that a record with line feeds alone is one line.
+    // It comes to life when nothing but such lines is left and nothing new has come.
+    const bool pairs = Buffer.find("\r\n") != std::string::npos;
+    std::string lines;
+    for (std::size_t i = 0; i < Buffer.size(); ++i) {
+        if (pairs && Buffer.compare(i, 2, "\r\n") == 0)
+            continue;
+        const bool ends = Buffer[i] == '\n' && (!pairs || (i > 0 && Buffer[i - 1] == '\r'));
+        lines += ends ? '\r' : Buffer[i];
+    }
+    Buffer = lines;
+    return ExtractRecords();
+}
+
+/// True when a record was decoded and none was refused: the readings of a good record beside a bad one wait for the
+/// next good text.
+bool InstrumentText::ExtractRecords() {
+    bool any = false;
+    bool allGood = true;
+    std::size_t start = std::string::npos;
+    for (std::size_t line = 0;;) {
+        const std::size_t end = Buffer.find('\r', line);
+        if (end == std::string::npos)
+            return any && allGood;
+        const std::string text = Buffer.substr(line, end - line);
+        if (Begins(text, "[BLob"))
+            start = line; // the later of two starts counts
+        line = end + 1;
+        if (start == std::string::npos || !Begins(text, "[/BLob"))
+            continue;
+        const std::string record = Buffer.substr(start, line - start);
+        Buffer.erase(start, line - start);
+        any = true;
+        allGood = DecodeRecord(record) && allGood;
+        start = std::string::npos;
+        line = 0;
+    }
+}
+
+bool InstrumentText::DecodeRecord(const std::string& record) {
+    const std::vector<ResultId> held = IdsInRecords(record);
+    const auto lose = [&](Fate fate) {
+        for (const ResultId id : held)
+            Results->Note(id, fate);
+        return false;
+    };
+    if (!Holds(record, "[/BLob]\r"))
+        return lose(Fate::Unreadable);
+    if (Holds(record, "[CONNECT")) {
+        Connected = Quoted(TagOf(record, "[CONNECT"));
+        lose(Fate::Unreadable); // it carries nothing else
+        return true;
+    }
+    if (Holds(record, "[ORIGIN") && Quoted(TagOf(record, "[ORIGIN")) != Connected)
+        return lose(Connected.empty() ? Fate::NoConnect : Fate::WrongOrigin);
+    const std::size_t before = Waiting.size();
+    TakeReadings(record);
+    for (const ResultId id : held) {
+        const auto isIt = [&](const Reading& reading) { return IdOf(reading.Value) == id; };
+        if (std::none_of(Waiting.begin() + static_cast<std::ptrdiff_t>(before), Waiting.end(), isIt))
+            Results->Note(id, Fate::Unreadable);
+    }
+    return true;
+}
+
+/// What a reading does not restate it has from the one before it in its record.
+void InstrumentText::TakeReadings(const std::string& record) {
+    Reading reading;
+    reading.Types = {""};
+    reading.Variables = {"ORIGIN=" + Connected};
+    for (const std::string& line : Split(record, "\r")) {
+        if (Begins(line, "[DESCRIPTIVE_VAR")) {
+            PutVariable(reading.Variables, Quoted(line));
+        } else if (Begins(line, "[RESULT_TYPE")) {
+            reading.Types = Split(Quoted(line), "\" \"");
+        } else if (Begins(line, "[RESULT_VALUE")) {
+            reading.Value = Quoted(line);
+        } else if (Begins(line, "[RESULT_UNIT")) {
+            reading.Unit = Quoted(line);
+            Waiting.push_back(reading);
+        }
+    }
+}
+
+void InstrumentText::ForgetLines() {
+    for (const ResultId id : IdsInRecords(Ready.substr(Decoded)))
+        Results->Note(id, Fate::Emptied);
+    Ready.clear();
+    Decoded = 0;
+}
+
+void InstrumentText::Lose() {
+    for (const std::string& text : {Begun, Ready.substr(Decoded), Buffer}) {
+        for (const ResultId id : IdsInRecords(text))
+            Results->Note(id, Fate::LeftInBuffers);
+    }
+    for (const Reading& reading : Waiting)
+        Results->Note(IdOf(reading.Value), Fate::LeftInBuffers);
+    Waiting.clear();
+    Connected.clear();
+    Begun.clear();
+    Ready.clear();
+    Buffer.clear();
+    Decoded = 0;
+}
+
+} // namespace shift

@@ -1,0 +1,168 @@
+// SPDX-License-Identifier: MIT
+// What a technician knows of the program: which screen comes, what the record must show, what each file must hold,
+// which box opens and which tone sounds. It knows nothing of how the program does it.
+#pragma once
+
+#include "tests/system/model/calendar.h"
+#include "tests/system/model/instrument_text.h"
+#include "tests/system/model/tables.h"
+
+#include <optional>
+
+namespace shift {
+
+enum class Place { Main, Drivers, Downloads, Record, DatePrompt, RenamePrompt, InstalledDrivers, Columns, Trace };
+
+const char* NameOf(Place place);
+
+/// How results reach a device.
+enum class Road { Serial, Server };
+
+/// What waits for an answer.
+struct Question {
+    enum class Kind { Replace, DeleteRecord, DeleteDownload, Notice } Why = Kind::Notice;
+    bool Sure = false; ///< the second one, "Are you sure?"
+    Reading Result;    ///< of Replace, with the row and the type that it was found by
+    std::size_t Row = 0;
+    std::string Type;
+};
+
+class Model {
+public:
+    Model(Ledger& results, Road road) : Text(results), Results(&results), RoadOfLink(road) {}
+
+    // --- what is expected; the rest is how it comes about
+    std::vector<std::string> Events; ///< boxes and tones since somebody looked
+    DataFolder Files;
+    Place At = Place::Main;
+    std::vector<Question> Questions; ///< that stand, the innermost last
+    std::vector<std::string> Cells;  ///< of the record
+    std::string Title;               ///< of the record: what the link has last said, or what the screen is
+    std::size_t RecordNumber = 0;    ///< from 1
+    bool Dirty = false;
+    bool FieldOpen = false; ///< in a cell, or of the prompt for a name
+    std::string FieldText;
+    bool LinkWanted = false, LinkOpen = false, PortOpen = false, ServerMode = false;
+    bool CaretBehind = false; ///< the text, where typing goes on
+    std::vector<bool> ColumnChoices;
+    std::vector<std::string> TraceLines;
+    std::string Driver, OpenFile;
+    InstrumentText Text;
+
+    // --- time
+    Moment Now = 0;
+    Moment NextTick = 0;             ///< of the link
+    std::optional<Moment> RepaintAt; ///< until then a technician waits before touching the grid
+    /// The program starts.
+    void Start(Moment now);
+    /// It is gone, with all that it had not saved.
+    void End();
+    /// Time passes, up to the link's next tick at most.
+    void Pass(Moment milliseconds);
+    /// The device sleeps.
+    void Sleep(Moment milliseconds);
+    /// A complete record waits for a moment that only comes tomorrow.
+    bool WaitsForTomorrow() const;
+    Moment TimeUntilTomorrow() const; ///< until it is decoded; 0 when that moment never comes
+    /// The decoding has been told of a record and waits for half a second of quiet.
+    bool Quiet() const { return EndSeen; }
+
+    // --- the line, and the mailbox
+    void Receive(const std::string& characters);
+    void Drop();
+    bool LinkIsHeld() const { return Questions.size() > 1; }
+    void FailOpenings(int count) { FailuresLeft = count; }
+    bool MailboxThere = false, MailboxLocked = false, ServerRuns = true;
+    std::string Mailbox;
+
+    // --- the technician
+    void Answer(bool yes);
+    void OpenDrivers();
+    void OpenDriver(std::size_t row);
+    void NewDownload();
+    std::vector<std::string> Downloads() const;
+    void SelectDownload(std::size_t index) { SelectedRow = index; }
+    std::size_t SelectedDownload() const { return SelectedRow; }
+    void OpenDownload();
+    void DeleteDownload();
+    void Rename();
+    void AcceptName();
+    void Back();
+    void Command(const std::string& caption);
+    void TapCell(std::size_t row, bool onValue);
+    void Type(const std::string& text);
+    void PickDate(std::chrono::year_month_day date);
+    void AcceptDate();
+    void TypeBehind(const std::string& text) { Type(FieldText + text); }
+    void OpenInstalledDrivers();
+    void OpenTrace();
+    void SelectDriver(std::size_t row);
+    void ShowColumns();
+    void ToggleColumn(std::size_t row) { ColumnChoices[row] = !ColumnChoices[row]; }
+
+    const std::vector<Field>& Fields() const { return Infs; }
+    const std::string& NameInHand() const { return Accepted; }
+    std::size_t EditedRow() const { return EditRow; }
+    const DataFile& OpenTable() const { return Files.Read(OpenFile); }
+    bool OnRecord() const { return At == Place::Record; }
+
+private:
+    void TakeAnswer(bool yes);
+    void LoseHeld(Fate fate);
+    void Tick();
+    void EndRepaint();
+    void DecodeAfterQuiet();
+    void KeepLink();
+    bool OpenPort();
+    bool FindServer();
+    void PollMailbox();
+    void Repaint() { RepaintAt = RepaintAt.value_or(Now + 100); }
+
+    void Deliver();
+    bool Capture(const Reading& reading);
+    void ListOnTrace(const Reading& reading);
+    std::optional<std::size_t> FindRow(const Reading& reading, std::string& type) const;
+    void Finish(const Reading& reading, const std::string& type);
+    void Spread(const Reading& reading, const std::string& type);
+    void FillDates();
+
+    void PutCell(std::size_t row, const std::string& text, Fate ofTheOld);
+    void LoadRecord(std::size_t number);
+    void SaveRecord();
+    void AddRecord(std::size_t number);
+    void RemoveRecord();
+    void ShowRecord();
+    void LeaveRecord();
+    void LeaveColumns();
+    void ShowDownloads();
+    void RemoveDownload();
+    void LeavePrompt();
+
+    void Ask(const Question& question, const std::string& text);
+    void Tone(bool taken) { Events.push_back(taken ? "tone 1046 250" : "tone 369 300"); }
+
+    Ledger* Results;
+    Road RoadOfLink;
+
+    // the link
+    int LinkState = 0;
+    bool EndSeen = false;
+    float LastPoll = 0;
+    Moment LastTick = 0; ///< in whole seconds
+    int FailuresLeft = 0;
+    std::string Held; ///< come over the line while two questions stood
+    bool ServerFound = false, ServerMissed = false;
+
+    // the record
+    std::vector<Field> Infs;
+    Row Saved; ///< as in the file
+    std::size_t EditRow = 0;
+    std::string TitleBelow;               ///< what the title goes back to when a prompt closes
+    std::chrono::year_month_day Picked{}; ///< in the open date picker
+
+    // lists and prompts
+    std::size_t SelectedRow = 0;
+    std::string Accepted; ///< the name that a prompt has last given
+};
+
+} // namespace shift

@@ -1,0 +1,333 @@
+// SPDX-License-Identifier: MIT
+// Time, the link, and what becomes of a reading.
+#include "tests/system/model/model.h"
+
+#include <algorithm>
+
+namespace shift {
+
+void Model::Start(Moment now) {
+    Now = now;
+    NextTick = now + 500;
+}
+
+void Model::End() {
+    for (std::size_t i = 0; i < Cells.size(); ++i) {
+        if (Cells[i] != Saved[i])
+            Results->Note(IdOf(Cells[i]), Fate::Unsaved);
+    }
+    for (const Question& question : Questions)
+        Results->Note(IdOf(question.Result.Value), Fate::LeftInBuffers);
+    LoseHeld(Fate::LeftInBuffers);
+    Text.Lose();
+    Model fresh(*Results, RoadOfLink);
+    fresh.Events.swap(Events);
+    fresh.Files = std::move(Files);
+    fresh.MailboxThere = MailboxThere; // what the server has put there stays
+    fresh.MailboxLocked = MailboxLocked;
+    fresh.Mailbox = Mailbox;
+    fresh.ServerRuns = ServerRuns;
+    fresh.Now = Now;
+    *this = std::move(fresh);
+}
+
+void Model::Pass(Moment milliseconds) {
+    const Moment until = Now + milliseconds;
+    if (RepaintAt && *RepaintAt <= until)
+        EndRepaint();
+    Now = until;
+    if (NextTick > until)
+        return;
+    NextTick += 500;
+    if (!LinkIsHeld())
+        Tick();
+}
+
+/// The ticks that were missed are one.
+void Model::Sleep(Moment milliseconds) {
+    Now += milliseconds;
+    if (RepaintAt && *RepaintAt <= Now)
+        EndRepaint();
+    if (NextTick > Now)
+        return;
+    NextTick = NextTick + 500 > Now ? NextTick + 500 : Now + 500;
+    if (!LinkIsHeld())
+        Tick();
+}
+
+/// The grid takes the focus, and so closes a field that was open when the screen was filled.
+void Model::EndRepaint() {
+    RepaintAt.reset();
+    FieldOpen = false;
+}
+
+bool Model::WaitsForTomorrow() const {
+    return EndSeen && LastPoll > TimeOfDay(Now) + 3600;
+}
+
+Moment Model::TimeUntilTomorrow() const {
+    const auto moment = static_cast<Moment>(LastPoll * 1000) + 500;
+    return moment < Day ? moment - Now % Day : 0;
+}
+
+void Model::Tick() {
+    const Moment seconds = Now / Second;
+    const bool slept = LinkOpen && seconds - LastTick > 2;
+    LastTick = seconds;
+    if (slept) {
+        LinkState = 1; // the port is closed at the next tick and opened again two ticks later
+        return;
+    }
+    if (!LinkWanted) {
+        PortOpen = PortOpen && !LinkOpen;
+        LinkOpen = false;
+        return;
+    }
+    if (EndSeen)
+        DecodeAfterQuiet();
+    else
+        KeepLink();
+}
+
+/// The time of day counts: what is to be decoded at midnight waits for the same moment of the next day.
+void Model::DecodeAfterQuiet() {
+    const float now = TimeOfDay(Now);
+    if (LastPoll == 0) { // no tick yet, or one at midnight itself
+        LastPoll = now;
+        return;
+    }
+    if (LastPoll + 0.5F > now)
+        return;
+    EndSeen = false;
+    if (Text.Decode())
+        Deliver();
+    else
+        Text.ForgetLines();
+}
+
+void Model::KeepLink() {
+    const bool was = LinkOpen;
+    LinkOpen = false;
+    if (LinkState == 1 && PortOpen)
+        PortOpen = false;
+    else if (LinkState == 1)
+        LinkState = 2;
+    else if (LinkState == 2)
+        LinkOpen = RoadOfLink == Road::Serial ? OpenPort() : FindServer();
+    if (LinkOpen != was && OnRecord())
+        Title = LinkOpen ? "Bluetooth :-)" : "Bluetooth :-(";
+    if (ServerMode)
+        PollMailbox();
+    LastPoll = TimeOfDay(Now);
+}
+
+bool Model::OpenPort() {
+    if (!PortOpen && FailuresLeft != 0) {
+        FailuresLeft -= FailuresLeft > 0 ? 1 : 0;
+        return false;
+    }
+    return PortOpen = true;
+}
+
+/// Once found the server counts as running until the program ends. That it is missing is said once.
+bool Model::FindServer() {
+    if (!ServerFound && !ServerRuns && !ServerMissed) {
+        ServerMissed = true;
+        Ask({}, "RFCOMM Server not running");
+    }
+    ServerFound = ServerFound || ServerRuns;
+    ServerMode = ServerFound;
+    return ServerFound;
+}
+
+void Model::PollMailbox() {
+    if (!MailboxThere || MailboxLocked)
+        return;
+    EndSeen = Text.TakeMailbox(Mailbox) || EndSeen;
+    MailboxThere = false;
+    Mailbox.clear();
+}
+
+void Model::Receive(const std::string& characters) {
+    if (LinkIsHeld()) {
+        Held += characters;
+        return;
+    }
+    LinkWanted = true; // text that comes keeps the link up, also when Back has just let it go
+    EndSeen = Text.Arrive(characters) || EndSeen;
+}
+
+void Model::Deliver() {
+    while (!Text.Waiting.empty()) {
+        const Reading reading = Text.Waiting.front();
+        Text.Waiting.pop_front();
+        if (!Capture(reading))
+            return; // the rest waits for the answer, or is taken by what comes in meanwhile
+    }
+    Text.ForgetLines();
+}
+
+/// False when a question stands.
+bool Model::Capture(const Reading& reading) {
+    const ResultId id = IdOf(reading.Value);
+    if (At == Place::Trace)
+        ListOnTrace(reading);
+    if (!OnRecord()) {
+        Results->Note(id, At == Place::Trace ? Fate::Traced : Fate::OtherScreen);
+        return true;
+    }
+    std::string type;
+    std::optional<std::size_t> row = FindRow(reading, type);
+    if (FieldOpen && row != EditRow) { // an edit elsewhere takes it, also what belongs nowhere
+        row = EditRow;
+        type.clear();
+    }
+    if (!row) {
+        Results->Note(id, Fate::NoRow);
+        Tone(false);
+        return true;
+    }
+    if (!FieldOpen && !Cells[*row].empty()) {
+        Ask({Question::Kind::Replace, false, reading, *row, type},
+            "Replace: \r\n" + Cells[*row] + "\r\nWith:\r\n" + reading.Shown() + "?");
+        return false;
+    }
+    if (!FieldOpen || FieldText != reading.Shown())
+        PutCell(*row, reading.Shown(), Fate::FieldTaken);
+    FieldText = FieldOpen ? reading.Shown() : FieldText;
+    CaretBehind = false;
+    Finish(reading, type);
+    return true;
+}
+
+void Model::ListOnTrace(const Reading& reading) {
+    if (TraceLines.front().empty())
+        TraceLines.clear();
+    for (const std::string& type : reading.Types)
+        TraceLines.push_back("RT: " + type);
+    for (const std::string& variable : reading.Variables)
+        TraceLines.push_back("DV: " + variable);
+    TraceLines.push_back(reading.Shown());
+    TraceLines.emplace_back("---");
+    Tone(true);
+}
+
+/// Of several types the last that has a row, of several rows the first. A result without a type has the empty one,
+/// which leads to the first row that no instrument feeds.
+std::optional<std::size_t> Model::FindRow(const Reading& reading, std::string& type) const {
+    std::optional<std::size_t> found;
+    for (const std::string& each : reading.Types) {
+        std::size_t row = 0;
+        while (row < Infs.size() && !SameInAnyCase(Infs[row].Blob, each))
+            ++row;
+        if (row == Infs.size())
+            continue;
+        found = row;
+        type = each;
+    }
+    return found;
+}
+
+/// Without a type, as after a no, nothing but the tone comes of it; yet the record counts as changed.
+void Model::Finish(const Reading& reading, const std::string& type) {
+    Dirty = true;
+    if (!type.empty())
+        Spread(reading, type);
+    Tone(!type.empty());
+    if (!type.empty())
+        FillDates();
+}
+
+void Model::Spread(const Reading& reading, const std::string& type) {
+    for (const std::string& variable : reading.Variables) {
+        const std::string name = variable.substr(0, variable.find('='));
+        std::optional<std::size_t> row;
+        for (std::size_t i = 0; i < Infs.size(); ++i) {
+            if (SameInAnyCase(Infs[i].Blob, "dv: " + name))
+                row = i;
+            if (SameInAnyCase(Infs[i].Blob, "dv: {" + type + "}" + name)) {
+                row = i; // and no plain one behind it counts
+                break;
+            }
+        }
+        if (row)
+            PutCell(*row, variable.substr(std::min(name.size() + 1, variable.size())), Fate::WrittenOver);
+    }
+}
+
+void Model::FillDates() {
+    for (std::size_t row = 0; row < Infs.size(); ++row) {
+        const std::string& formula = Infs[row].Formula;
+        if (formula.empty())
+            continue;
+        const bool keeps = formula.compare(0, 5, "start") == 0 && !Cells[row].empty();
+        std::string text; // an automatic text that is unknown wipes its cell
+        if (formula == "startdate" || formula == "enddate")
+            text = keeps ? Cells[row] : DateText(DateOf(Now));
+        else if (formula == "starttime" || formula == "endtime")
+            text = keeps ? Cells[row] : TimeText(Now);
+        PutCell(row, text, Fate::WrittenOver);
+    }
+}
+
+void Model::Ask(const Question& question, const std::string& text) {
+    Events.push_back((question.Why == Question::Kind::Notice ? "box ok " : "box yesno ") + text);
+    Questions.push_back(question);
+}
+
+void Model::Drop() {
+    LoseHeld(Fate::CutOff);
+    PortOpen = false;
+}
+
+/// A record may have begun before the questions stood.
+void Model::LoseHeld(Fate fate) {
+    const std::vector<ResultId> before = IdsInRecords(Text.Unfinished());
+    for (const ResultId id : IdsInRecords(Text.Unfinished() + Held)) {
+        if (std::find(before.begin(), before.end(), id) == before.end())
+            Results->Note(id, fate);
+    }
+    Held.clear();
+}
+
+/// Two questions stand, one upon the other: what comes is kept, and is read as one text when one of them is left.
+void Model::Answer(bool yes) {
+    const bool wasHeld = LinkIsHeld();
+    TakeAnswer(yes);
+    if (!wasHeld || LinkIsHeld())
+        return;
+    LastTick = Now / Second;
+    std::string held;
+    held.swap(Held);
+    if (!held.empty())
+        Receive(held);
+}
+
+void Model::TakeAnswer(bool yes) {
+    const Question question = Questions.back();
+    Questions.pop_back();
+    switch (question.Why) {
+    case Question::Kind::Replace:
+        LastTick = Now / Second; // the time that the question stood is no sleep
+        if (yes)
+            PutCell(question.Row, question.Result.Shown(), Fate::Replaced);
+        else
+            Results->Note(IdOf(question.Result.Value), Fate::Refused);
+        Finish(question.Result, yes ? question.Type : "");
+        Deliver();
+        break;
+    case Question::Kind::DeleteRecord:
+    case Question::Kind::DeleteDownload:
+        if (yes && !question.Sure)
+            Ask({question.Why, true, {}, 0, ""}, "Are you sure?");
+        else if (yes && question.Why == Question::Kind::DeleteRecord)
+            RemoveRecord();
+        else if (yes)
+            RemoveDownload();
+        break;
+    case Question::Kind::Notice:
+        break;
+    }
+}
+
+} // namespace shift

@@ -1,0 +1,174 @@
+// SPDX-License-Identifier: MIT
+// How the program ends: as it should, as a power cut ends it between two steps, and killed inside a save.
+#include "tests/system/model/shift.h"
+
+#include "backends/input/gestures.h"
+#include "src/text/text.h"
+
+#include <csignal>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <chrono>
+#include <tuple>
+
+namespace shift {
+
+namespace {
+
+using platform::device::ProgramOver;
+
+void SpinFor(unsigned microseconds) {
+    const auto until = std::chrono::steady_clock::now() + std::chrono::microseconds(microseconds);
+    while (std::chrono::steady_clock::now() < until) {
+    }
+}
+
+} // namespace
+
+void Shift::Leave() {
+    if (SetUp && Chance.OneIn(4))
+        Do(
+            "close", [this] { Twin.End(); }, [this] { return platform::device::CloseForm(Device()); });
+    else
+        Choose("Exit", [this] { Twin.End(); });
+}
+
+/// As cutting the power would, also while a question stands: nothing is closed, nothing is saved.
+void Shift::Kill() {
+    Note("the program is killed");
+    ++Counts.Kills;
+    if (!Air.empty())
+        LoseAir();
+    Twin.End();
+    Device().loop.Leave({ProgramOver::Reason::InputEnded, {}});
+}
+
+/// Some download that has a file, some row of its first record that can be typed into, some command that saves it.
+std::optional<Shift::SavingPlan> Shift::PlanASave() {
+    SavingPlan plan{Twin};
+    std::vector<std::pair<std::size_t, std::size_t>> choices; // rows of the two lists
+    for (std::size_t row = 0; row < Outfits().size(); ++row) {
+        plan.Before.OpenDriver(row);
+        const std::vector<std::size_t> downloads = Twin.Files.DownloadsOf(plan.Before.Driver);
+        for (std::size_t i = 0; i < downloads.size(); ++i) {
+            if (Twin.Files.Has(Twin.Files.Read(RegisterName).At(downloads[i], "FILE")))
+                choices.emplace_back(row, i);
+        }
+    }
+    if (choices.empty())
+        return std::nullopt;
+    std::tie(plan.Driver, plan.Download) = choices[Below(choices.size())];
+    plan.Before.OpenDriver(plan.Driver);
+    plan.Before.SelectDownload(plan.Download);
+    plan.Before.OpenDownload();
+    const std::vector<Field>& fields = plan.Before.Fields();
+    const auto typed = [](const Field& field) { return field.Visible && !field.IsDate; };
+    plan.Row = static_cast<std::size_t>(std::find_if(fields.begin(), fields.end(), typed) - fields.begin());
+    static const char* const commands[] = {"Next Record", "New Record", "Insert Record"};
+    plan.Command = Chance.Of(commands);
+    plan.Text = "before the kill " + std::to_string(Counts.RealKills);
+    return plan.Row < fields.size() ? std::optional(plan) : std::nullopt;
+}
+
+/// What the file may hold when the command is cut off: one of its writes more, one after the other.
+std::vector<std::string> Shift::StatesOf(const SavingPlan& plan) {
+    Model typed = plan.Before;
+    typed.TapCell(plan.Row, true);
+    typed.Type(plan.Text);
+    Model saved = typed;
+    saved.Command("First Record");
+    typed.Command(plan.Command);
+    Twin.Files = typed.Files; // where it all ends
+    const std::string& file = plan.Before.OpenFile;
+    return {plan.Before.OpenTable().Bytes(), saved.Files.Read(file).Bytes(), typed.Files.Read(file).Bytes()};
+}
+
+/// The program in a child: it writes a character into the pipe before it gives the command, and one after it.
+void Shift::SaveInAChild(const SavingPlan& plan, int pipe) {
+    using namespace platform::device;
+    const auto say = [pipe] {
+        if (::write(pipe, "s", 1) != 1)
+            ::_exit(1);
+    };
+    const auto row = [](std::size_t number) { return static_cast<std::int32_t>(number); };
+    std::deque<Doing> steps = {[this] { platform::device::Choose(Device(), u"Start..."); },
+                               [&] { platform::device::Tap(Device(), row(plan.Driver), 0); },
+                               [&] { platform::device::Tap(Device(), row(plan.Download), 0); },
+                               [&] { platform::device::Tap(Device(), row(plan.Row), 1); },
+                               [&] {
+                                   SetInput(Device(), modStringTools::FromBytes(plan.Text));
+                                   say();
+                                   platform::device::Choose(Device(), modStringTools::FromBytes(plan.Command));
+                                   say();
+                                   ::_exit(0);
+                               }};
+    Hand = std::make_unique<Handheld>(KindOfDevice, Folder, Twin.Now, [&] {
+        if (Device().boxes.Current() != nullptr) { // the server does not run
+            Answer(Device(), platform::BoxAnswer::Ok);
+            return;
+        }
+        Device().loop.PassTime(200); // the screen settles
+        const Doing next = std::move(steps.front());
+        steps.pop_front();
+        next();
+    });
+    Hand->Run();
+    ::_exit(1);
+}
+
+/// Whether the child has come to the end of its command; so many microseconds into it, or never, it is killed.
+bool Shift::RunChild(const SavingPlan& plan, std::optional<unsigned> delay) {
+    int pipe[2] = {-1, -1};
+    if (::pipe(pipe) != 0)
+        return false;
+    const pid_t child = ::fork();
+    if (child == 0)
+        SaveInAChild(plan, pipe[1]);
+    ::close(pipe[1]);
+    char said = 0;
+    const bool began = ::read(pipe[0], &said, 1) == 1;
+    if (delay) {
+        SpinFor(*delay);
+        ::kill(child, SIGKILL);
+    }
+    const bool finished = ::read(pipe[0], &said, 1) == 1;
+    int status = 0;
+    ::waitpid(child, &status, 0);
+    ::close(pipe[0]);
+    Expect("the child that was to save", began, true);
+    return finished;
+}
+
+/// A child runs the program on the same folder, types into a record and gives a command that saves it. It is killed at
+/// any moment of that; the file is then as it was before one of the command's writes, and whole. The program, started
+/// again on what is left, does the same once more and comes to the end, so that the shift goes on in the same way
+/// whenever it was killed.
+void Shift::KillInsideASave() {
+    const std::optional<SavingPlan> plan = PlanASave();
+    if (!plan)
+        return;
+    if (Twin.MailboxThere) // the child must not fetch it
+        Folder.PutMailbox("ipcout.lock", "");
+    const unsigned delay = Below(KillDelay);
+    const std::string& file = plan->Before.OpenFile;
+    Note("a child is killed inside \"" + plan->Command + "\" of " + file);
+    const bool finished = RunChild(*plan, delay);
+    const std::vector<std::string> states = StatesOf(*plan);
+    const std::string found = Folder.Read(file).value_or("(missing)");
+    if (std::find(states.begin(), states.end(), found) == states.end())
+        Expect(file + " after " + std::to_string(delay) + " microseconds", found,
+               states.front() + "  or\n" + states.back());
+    if (found != states.back())
+        Expect("the child that goes on", RunChild(*plan, std::nullopt), true);
+    CompareFiles({file});
+    if (Twin.MailboxThere && !Twin.MailboxLocked)
+        Folder.RemoveMailbox("ipcout.lock");
+    ++Counts.RealKills;
+    Counts.InsideASave += finished ? 0 : 1;
+    Counts.NewState += found != states.front() ? 1 : 0;
+    KillDelay = finished ? std::max(KillDelay * 3 / 4, 40U) : std::min(KillDelay * 5 / 4, 100000U);
+}
+
+} // namespace shift

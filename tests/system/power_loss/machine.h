@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: MIT
+// The whole program on a root folder that is there already: started there, and started again after it was killed.
+#pragma once
+
+#include "backends/loop/no_commands.h"
+#include "tests/support/test_device.h"
+#include "tests/system/power_loss/table_contents.h"
+
+namespace disk {
+
+/// A desktop keeps its lines in text files, a Palm OS device in the line databases of its memory. Each message box is
+/// answered at once, a question with Yes.
+class Machine final : platform::device::NoCommands {
+public:
+    /// The settings are in the root folder where no other file is named.
+    Machine(const std::string& root, Keeping keeping, const std::string& settings = {});
+    ~Machine() override;
+
+    support::Record Did;
+    platform::headless::HeadlessPlatform Platform;
+
+private:
+    bool HasCommand() override { return Platform.boxes.Current() != nullptr; }
+    bool Ended() override { return true; }
+    void RunCommand() override;
+};
+
+/// The full name of a file in the data folder of the program that runs.
+Text FullName(const std::string& name);
+
+/// What a fresh root holds before anything is tried: files with these lines, and the setting that says where.
+Tree Furnished(const State& files, Keeping keeping);
+
+} // namespace disk

@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: MIT
+// What the files that an operation works on hold, the same for both ways of keeping lines.
+#pragma once
+
+#include "tests/system/power_loss/tree.h"
+
+#include <optional>
+#include <vector>
+
+namespace disk {
+
+enum class Keeping { TextFiles, LineDatabases };
+
+/// File names, as "list.txt", and what is in each: its lines, each with a line feed; nothing for a missing file. A line
+/// database without a line is an empty file.
+using State = std::map<std::string, std::optional<std::string>>;
+
+/// Where a file lies under the root.
+std::string HostName(const std::string& name, Keeping keeping);
+
+/// Reads without the program's own routines: SQLite rolls back what was broken off, and every page is looked over. A
+/// database in disorder holds a line that says so, which no operation writes.
+std::optional<std::string> Content(const std::string& root, const std::string& name, Keeping keeping);
+State Look(const std::string& root, const State& names, Keeping keeping);
+
+std::vector<std::string> LinesOf(const std::string& content);
+std::string Joined(const std::vector<std::string>& lines);
+
+} // namespace disk

@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: MIT
+// The console's commands on a device in a window that nobody sees: each command is a click or a key on a real widget.
+// With the sizes of a screen that nobody sees, unless QUORIN_WINDOW_FONTS asks for the window's own.
+#include "apps/quorin-console/console_main.h"
+#include "backends/headless/font_server.h"
+#include "backends/headless/headless_controls.h"
+#include "backends/qt/qt_platform.h"
+
+#include <QApplication>
+
+namespace {
+
+int RunInWindow(const console::Options& options, console::Session& session) {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    int count = 1;
+    char name[] = "window-console";
+    char* words[] = {name, nullptr};
+    qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {}); // what this screen can't do
+    QApplication application(count, words);
+    QApplication::setQuitOnLastWindowClosed(false);
+    platform::headless::HeadlessFonts fonts;
+    platform::qt::WindowOptions looks;
+    if (!qEnvironmentVariableIsSet("QUORIN_WINDOW_FONTS")) {
+        looks.Fonts = &fonts;
+        looks.ScrollBarWidth = platform::headless::HeadlessScrollBar().Width();
+    }
+    looks.Profile = platform::common::ProfileOfType(options.Device.DeviceType);
+    platform::qt::QtPump pump([&session](const platform::device::ProgramOver& over) { return session.Over(over); });
+    platform::qt::QtPlatform device(options.Device, looks, pump, session, session.Out());
+    session.Use(device);
+    session.Run();
+}
+
+} // namespace
+
+int main(int count, char** words) {
+    return console::ConsoleMain(count, words, RunInWindow);
+}

@@ -1,0 +1,76 @@
+// SPDX-License-Identifier: MIT
+// What the window says of the link while two questions stand, one upon the other.
+#include "backends/input/gestures.h"
+#include "tests/system/window/watched_window.h"
+
+namespace windowtest {
+namespace {
+
+using platform::BoxAnswer;
+
+Text Reading(const Text& value) {
+    return u"[BLob]\r\n[ORIGIN \"QI-1\"]\r\n[RESULT_TYPE \"Moisture\"]\r\n[RESULT_VALUE \"" + value +
+           u"\"]\r\n[RESULT_UNIT \"%\"]\r\n[/BLob]\r\n";
+}
+
+/// A record with a reading in it. The parameter is how many come while the question about the next one stands.
+class HeldLink : public WatchedWindow, public testing::WithParamInterface<int> {
+protected:
+    HeldLink() {
+        Device.Platform.settings.Save(u"Quorin", u"Settings", u"ComPort", u"Com1");
+        OpenRecord("Place|Moisture|Remark\n||\n");
+        Pass(600);
+        Receive(u"[BLob]\r\n[CONNECT \"QI-1\"]\r\n[/BLob]\r\n");
+        Receive(Reading(u"first"));
+    }
+    /// It comes over the line, and time enough goes by to decode it.
+    void Receive(const Text& text) {
+        Device.Platform.serial.Arrive(text);
+        Settle();
+        Pass(1100);
+    }
+    void AnswerAndGoOn() {
+        if (Boxes().Current() == nullptr)
+            return;
+        ++Answers;
+        Deepest = std::max(Deepest, Boxes().Depth());
+        EXPECT_EQ(platform::device::Answer(Device.Platform, BoxAnswer::No), "");
+        Device.WillDo([this] { Pass(1100); }); // what a person takes to read the next one
+        Device.WillDo([this] { AnswerAndGoOn(); });
+    }
+    platform::device::DeviceBoxes& Boxes() { return Device.Platform.boxes; }
+
+    std::size_t Answers = 0;
+    std::size_t Deepest = 0;
+};
+
+TEST_P(HeldLink, SaysHowManyCharactersWaitUntilOneQuestionIsAnswered) {
+    std::size_t waits = 0;
+    const auto held = [&] { return "Link held: a question stands, " + std::to_string(waits) + " characters wait"; };
+    for (int number = 1; number <= GetParam(); ++number) {
+        Device.WillDo([&, number] {
+            const Text text = Reading(modStringTools::NumberText(number));
+            Receive(text);
+            waits += number > 1 ? text.size() : 0; // the first one has brought the second question
+            if (number <= 2) {
+                EXPECT_TRUE(LinkLineBecomes(held())) << LinkLine();
+            }
+        });
+    }
+    Device.WillDo([&] {
+        EXPECT_EQ(Boxes().Depth(), 2U);
+        EXPECT_TRUE(LinkLineBecomes(held())) << LinkLine();
+        AnswerAndGoOn();
+    });
+    Receive(Reading(u"0"));
+    EXPECT_EQ(Boxes().Depth(), 0U);
+    EXPECT_EQ(Deepest, 2U);
+    EXPECT_EQ(Answers, static_cast<std::size_t>(GetParam()) + 2);
+    EXPECT_TRUE(LinkLineBecomes("Link open: Com1; no record yet")) << LinkLine();
+    EXPECT_EQ(Cell(1, 1), u"first %");
+}
+
+INSTANTIATE_TEST_SUITE_P(Readings, HeldLink, testing::Values(3, 20, 200));
+
+} // namespace
+} // namespace windowtest

@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: MIT
+// The program in a window that nobody sees, with the lines that stand outside of the form.
+#pragma once
+
+#include "apps/quorin/window_watch.h"
+#include "tests/support/in_a_window.h"
+
+#include <QLabel>
+
+#include <chrono>
+#include <string>
+#include <thread>
+
+namespace windowtest {
+
+class WatchedWindow : public InAWindow {
+protected:
+    WatchedWindow() { Watch.Attach(Device.Platform); }
+
+    /// The state of the link, at the window's foot.
+    std::string LinkLine() { return TextOf("linkState"); }
+    /// The red line above it.
+    std::string RedLine() { return TextOf("warning"); }
+    /// Whether the state of the link comes to be this. The window looks at it a few times a second.
+    bool LinkLineBecomes(const std::string& text) {
+        const auto patience = std::chrono::steady_clock::now() + std::chrono::seconds(20);
+        while (LinkLine() != text && std::chrono::steady_clock::now() < patience) {
+            std::this_thread::sleep_for(std::chrono::milliseconds(20));
+            Settle();
+        }
+        return LinkLine() == text;
+    }
+
+private:
+    std::string TextOf(const char* name) {
+        const QLabel* const label = Form().findChild<QLabel*>(QString::fromLatin1(name));
+        return label == nullptr || label->isHidden() ? "" : label->accessibleName().toStdString();
+    }
+
+    quorin::WindowWatch Watch;
+};
+
+} // namespace windowtest

@@ -1,0 +1,213 @@
+// SPDX-License-Identifier: MIT
+// The console on a Palm OS device, a record on the screen, and another program that locks its line database.
+#include "apps/quorin-console/session.h"
+#include "src/link/receive.h"
+#include "backends/headless/headless_platform.h"
+#include "tests/support/other_tool.h"
+#include "tests/support/test_device.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <deque>
+#include <fcntl.h>
+#include <filesystem>
+#include <functional>
+#include <optional>
+#include <sstream>
+#include <unistd.h>
+#include <utility>
+
+namespace console {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::Not;
+
+/// What the console says, line by line as it is flushed.
+class Listener final : public std::stringbuf {
+public:
+    std::function<void(const std::string&)> Line;
+
+private:
+    int sync() override {
+        const std::string line = str();
+        str({});
+        Line(line);
+        return 0;
+    }
+};
+
+/// The program of the console in this process, and a person who does the next thing once the last one is answered.
+class LockedRecordOnTheConsole : public testing::Test {
+protected:
+    LockedRecordOnTheConsole() {
+        MakeDatabase("drivers", {"NAME|INFFILE", "Meter|meter.txt"});
+        MakeDatabase("qrnctrl", {"DRIVER|FILE|DATE|ALIAS", "Meter|qrn0001.txt|20070301|"});
+        MakeDatabase("meter", {"FIELDNAME|VISIBLE|COPY|BLOB|DISPLAY|CSVNAME|DATATYPE|FORMULA", "Place|1||||||",
+                               "Moisture|1||Moisture||||"});
+        MakeDatabase("qrn0001", {"Place|Moisture", "one|", "two|"});
+        Root.Put("settings.ini", "[Settings]\nComPort=Com1\n");
+        EXPECT_EQ(::pipe2(Input, O_CLOEXEC), 0);
+        Ears.Line = [this](const std::string& line) { Hear(line); };
+        Talk.emplace(Input[0], Voice, false);
+        platform::device::DeviceOptions options;
+        options.DeviceType = 1;
+        options.Root = Root.Path().string();
+        options.StartMoment = *platform::device::MomentFromText("2007-03-05T09:30:00");
+        Device.emplace(options, *Talk, Talk->Out());
+        Talk->Use(*Device);
+        Patience().Longest = std::chrono::milliseconds(60);
+        for (const char* command : {"choose Start...", "choose Ok", "choose Open", "tick 1100", "tap 1 1", "set 23.4"})
+            WillTell(command);
+        WillDo([this] { Tool.Open(Database("qrn0001")); });
+    }
+    ~LockedRecordOnTheConsole() override {
+        modQuorin::ResetModules();
+        Device.reset();
+        ::close(Input[0]);
+    }
+
+    void WillTell(const std::string& command) { WillHear(command, {}); }
+    /// A command, and what is then done with all that was said since the one before.
+    void WillHear(const std::string& command, std::function<void(const std::string&)> hear) {
+        Steps.push_back([this, command, hear = std::move(hear)] {
+            Heard = hear;
+            const std::string line = command + "\n";
+            EXPECT_EQ(::write(Input[1], line.data(), line.size()), static_cast<ssize_t>(line.size()));
+            return true;
+        });
+    }
+    void WillDo(std::function<void()> act) {
+        Steps.push_back([act = std::move(act)] {
+            act();
+            return false;
+        });
+    }
+    void WillLock() {
+        WillDo([this] { Tool.Lock(); });
+    }
+    void WillLetGo() {
+        WillDo([this] { Tool.LetGo(); });
+    }
+    /// Until there is nothing left to be done. Everything has been said by then.
+    void Run() {
+        try {
+            Talk->Run();
+        } catch (const platform::device::ProgramOver& over) {
+            Talk->Over(over);
+        }
+        EXPECT_TRUE(Steps.empty());
+    }
+    platform::common::LockWait& Patience() { return Device->hostDatabases.Patience; }
+    std::vector<std::string> Lines() const {
+        return support::OtherTool(Database("qrn0001")).Do("SELECT LineData FROM TEXT ORDER BY LineNumber");
+    }
+
+    std::string Said; ///< since the last command
+
+    static constexpr const char* NotSaved =
+        R"({"event":"notsaved","file":"qrn0001","error":"another program is using it"})";
+    std::optional<platform::headless::HeadlessPlatform> Device;
+
+private:
+    std::filesystem::path Database(const std::string& name) const {
+        return Root.Path() / "Databases" / (name + ".sqlite");
+    }
+    void MakeDatabase(const std::string& name, const std::vector<std::string>& lines) const {
+        std::filesystem::create_directories(Root.Path() / "Databases");
+        std::string sql = "CREATE TABLE \"DATABASE\" (TypeCode, CreatorCode);"
+                          "INSERT INTO \"DATABASE\" VALUES (0x54455854, 0x5156524E);"
+                          "CREATE TABLE TEXT (Position INTEGER PRIMARY KEY, LineNumber, LineData);";
+        for (std::size_t i = 0; i < lines.size(); ++i)
+            sql +=
+                "INSERT INTO TEXT VALUES (" + std::to_string(i) + "," + std::to_string(i + 1) + ",'" + lines[i] + "');";
+        support::OtherTool(Database(name)).Do(sql);
+    }
+    void Hear(const std::string& line) {
+        if (line.rfind("{\"ready\":", 0) != 0) {
+            Said += line;
+            return;
+        }
+        EXPECT_THAT(Said, Not(HasSubstr("\"error\":\"no")));
+        if (Heard)
+            Heard(Said);
+        Heard = {};
+        Said.clear();
+        bool isTold = false;
+        while (!isTold && !Steps.empty()) {
+            const auto step = std::move(Steps.front());
+            Steps.pop_front();
+            isTold = step();
+        }
+        if (!isTold)
+            ::close(Input[1]);
+    }
+
+    support::TemporaryFolder Root;
+    int Input[2] = {-1, -1};
+    Listener Ears;
+    std::ostream Voice{&Ears};
+    std::optional<Session> Talk;
+    std::deque<std::function<bool()>> Steps; ///< each says whether a command was told
+    std::function<void(const std::string&)> Heard;
+    support::OtherTool Tool;
+};
+
+TEST_F(LockedRecordOnTheConsole, IsToldByAnEventAndSavedByTheNextCommand) {
+    WillLock();
+    WillHear("choose Next Record", [](const std::string& said) { EXPECT_THAT(said, HasSubstr(NotSaved)); });
+    WillHear("screen", [](const std::string& said) {
+        EXPECT_THAT(said, HasSubstr(R"(["Place","one"],["Moisture","23.4"])"));
+        EXPECT_THAT(said, HasSubstr(R"("1/2")"));
+    });
+    WillLetGo();
+    WillDo([this] { EXPECT_THAT(Lines(), ElementsAre("Place|Moisture", "one|", "two|")); });
+    WillHear("choose Next Record", [](const std::string& said) { EXPECT_THAT(said, Not(HasSubstr("notsaved"))); });
+    WillHear("screen", [](const std::string& said) {
+        EXPECT_THAT(said, HasSubstr(R"(["Place","two"],["Moisture",""])"));
+        EXPECT_THAT(said, HasSubstr(R"("2/2")"));
+    });
+    Run();
+    EXPECT_THAT(Lines(), ElementsAre("Place|Moisture", "one|23.4", "two|"));
+}
+
+/// Minutes go by, a tick is due all the time and a reading comes: all that waits as well, and the port stays open.
+TEST_F(LockedRecordOnTheConsole, IsWaitedForWithNothingRaisedAndWithoutASleepOfTheDevice) {
+    int moments = 0;
+    std::string before;
+    WillDo([&] {
+        Patience().Longest = std::chrono::minutes(1);
+        Patience().Waiting = [&] {
+            if (moments++ == 0) {
+                Device->serial.Arrive(u"something\r\n");
+                before = Said;
+            }
+            Device->loop.Jump(60000);
+            EXPECT_EQ(Said, before) << "nothing is said";
+            EXPECT_EQ(modBluetooth::Receive.ReadyText, u"") << "nothing is read";
+            if (moments > 5)
+                Patience().Longest = {};
+        };
+    });
+    WillLock();
+    WillHear("choose Next Record", [&](const std::string& said) {
+        EXPECT_THAT(said, HasSubstr(NotSaved));
+        EXPECT_GT(moments, 5);
+    });
+    WillHear("state", [](const std::string& said) {
+        EXPECT_THAT(said, HasSubstr(R"("ReadyText":"something\r\n")")) << "it was read behind the wait";
+        EXPECT_THAT(said, HasSubstr(R"("LinkState":2)"));
+    });
+    WillLetGo();
+    WillTell("tick 500");
+    WillHear("state", [](const std::string& said) {
+        EXPECT_THAT(said, HasSubstr(R"("LinkState":2)"));
+        EXPECT_THAT(said, HasSubstr(R"("LinkOpen":true)"));
+    });
+    Run();
+}
+
+} // namespace
+} // namespace console

@@ -1,0 +1,447 @@
+// SPDX-License-Identifier: MIT
+// What every store of line databases must do.
+#include "tests/unit/backends/files/storage_fixture.h"
+
+#include <gmock/gmock.h>
+
+using namespace platform;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+namespace {
+
+constexpr std::int32_t TextType = 0x54455854;
+constexpr std::int32_t OtherType = 0x64617461;
+constexpr std::int32_t Creator = 0x5156524E;
+const Text Definition = u"LineNumber long, LineData String";
+
+class DatabaseSuite : public StorageSuite {
+protected:
+    DatabaseId Made(const Text& name, const std::vector<Text>& lines = {}) {
+        const DatabaseId id = Databases().Create(name, TextType, Creator).Id;
+        EXPECT_NE(id, 0);
+        EXPECT_EQ(Databases().DeclareTable(id, u"TEXT", Definition), NoError);
+        for (const Text& line : lines)
+            Append(id, line);
+        return id;
+    }
+
+    void Append(DatabaseId id, const Text& line) {
+        ASSERT_EQ(Databases().AddRecord(id), NoError);
+        ASSERT_EQ(Databases().WriteRecord(id, {Databases().RecordCount(id) + 1, line}), NoError);
+        ASSERT_EQ(Databases().Commit(id), NoError);
+    }
+
+    Text CurrentLine(DatabaseId id) {
+        LineRecord record;
+        return Databases().ReadRecord(id, record) ? record.LineData : Text(u"no record");
+    }
+
+    std::vector<Text> Lines(DatabaseId id) {
+        std::vector<Text> lines;
+        for (Databases().MoveFirst(id); !Databases().AtEnd(id); Databases().MoveNext(id))
+            lines.push_back(CurrentLine(id));
+        return lines;
+    }
+
+    std::vector<Text> Names(std::int32_t type, std::int32_t creator) {
+        std::vector<Text> names;
+        for (Text name = Databases().FirstDatabase(type, creator); !name.empty(); name = Databases().NextDatabase())
+            names.push_back(name);
+        return names;
+    }
+};
+
+INSTANTIATE_TEST_SUITE_P(On, DatabaseSuite, EveryStorage);
+
+TEST_P(DatabaseSuite, OpensNoDatabaseThatIsNotThere) {
+    EXPECT_EQ(Databases().Open(u"none", ModeRead).Error, FileNotFound);
+    EXPECT_EQ(Databases().Open(u"none", ModeReadWrite).Error, FileNotFound);
+    EXPECT_THAT(Names(0, 0), IsEmpty());
+}
+
+TEST_P(DatabaseSuite, GivesPositiveIdentifiers) {
+    EXPECT_GT(Made(u"a"), 0);
+    EXPECT_GT(Made(u"b"), 0);
+}
+
+TEST_P(DatabaseSuite, MakesNoDatabaseTwice) {
+    const DatabaseId id = Made(u"drivers", {u"kept"});
+    EXPECT_EQ(Databases().Create(u"drivers", TextType, Creator).Error, FileExists);
+    EXPECT_THAT(Lines(id), ElementsAre(u"kept"));
+}
+
+TEST_P(DatabaseSuite, IsEmptyBeforeItsTableIsDeclared) {
+    const DatabaseId id = Databases().Create(u"new", TextType, Creator).Id;
+    ASSERT_NE(id, 0);
+    EXPECT_EQ(Databases().RecordCount(id), 0);
+    EXPECT_TRUE(Databases().AtEnd(id));
+    EXPECT_NE(Databases().FindRecord(id, 1), NoError);
+    EXPECT_NE(Databases().AddRecord(id), NoError);
+    EXPECT_EQ(CurrentLine(id), u"no record");
+}
+
+TEST_P(DatabaseSuite, DeclaresOnlyTheTableOfLines) {
+    const DatabaseId id = Databases().Create(u"new", TextType, Creator).Id;
+    EXPECT_NE(Databases().DeclareTable(id, u"OTHER", Definition), NoError);
+    EXPECT_NE(Databases().DeclareTable(id, u"TEXT", u"LineData String"), NoError);
+}
+
+TEST_P(DatabaseSuite, DeclaresItsTableAgainWithoutLosingALine) {
+    const DatabaseId id = Made(u"drivers", {u"one"});
+    EXPECT_EQ(Databases().DeclareTable(id, u"TEXT", Definition), NoError);
+    EXPECT_THAT(Lines(id), ElementsAre(u"one"));
+}
+
+TEST_P(DatabaseSuite, AppendsRecordsInOrder) {
+    const DatabaseId id = Made(u"drivers", {u"one", u"two", u"three"});
+    EXPECT_EQ(Databases().RecordCount(id), 3);
+    EXPECT_THAT(Lines(id), ElementsAre(u"one", u"two", u"three"));
+}
+
+TEST_P(DatabaseSuite, CountsNoRecordBeforeItIsCommitted) {
+    const DatabaseId id = Made(u"drivers", {u"one"});
+    ASSERT_EQ(Databases().AddRecord(id), NoError);
+    EXPECT_EQ(Databases().RecordCount(id), 1);
+    ASSERT_EQ(Databases().WriteRecord(id, {2, u"two"}), NoError);
+    EXPECT_EQ(Databases().RecordCount(id), 1);
+    EXPECT_EQ(Databases().Position(id), 1);
+    EXPECT_FALSE(Databases().AtEnd(id));
+    EXPECT_EQ(CurrentLine(id), u"two");
+    ASSERT_EQ(Databases().Commit(id), NoError);
+    EXPECT_EQ(Databases().RecordCount(id), 2);
+    EXPECT_EQ(Databases().Position(id), 1);
+}
+
+TEST_P(DatabaseSuite, DropsAnAddedRecordByTheNextOne) {
+    const DatabaseId id = Made(u"drivers", {u"one"});
+    ASSERT_EQ(Databases().AddRecord(id), NoError);
+    ASSERT_EQ(Databases().WriteRecord(id, {2, u"dropped"}), NoError);
+    Append(id, u"two");
+    EXPECT_THAT(Lines(id), ElementsAre(u"one", u"two"));
+}
+
+TEST_P(DatabaseSuite, DropsAnAddedRecordByAMove) {
+    const DatabaseId id = Made(u"drivers", {u"one"});
+    ASSERT_EQ(Databases().AddRecord(id), NoError);
+    Databases().MovePrevious(id);
+    EXPECT_EQ(CurrentLine(id), u"one");
+    EXPECT_NE(Databases().Commit(id), NoError);
+    EXPECT_EQ(Databases().RecordCount(id), 1);
+}
+
+TEST_P(DatabaseSuite, DropsAnAddedRecordByClosing) {
+    const DatabaseId id = Made(u"drivers", {u"one"});
+    ASSERT_EQ(Databases().AddRecord(id), NoError);
+    ASSERT_EQ(Databases().WriteRecord(id, {2, u"dropped"}), NoError);
+    Databases().Close(id);
+    EXPECT_THAT(Lines(Databases().Open(u"drivers", ModeRead).Id), ElementsAre(u"one"));
+}
+
+TEST_P(DatabaseSuite, CommitsABlankRecordThatWasNeverWritten) {
+    const DatabaseId id = Made(u"drivers");
+    ASSERT_EQ(Databases().AddRecord(id), NoError);
+    ASSERT_EQ(Databases().Commit(id), NoError);
+    LineRecord record{7, u"old"};
+    ASSERT_TRUE(Databases().ReadRecord(id, record));
+    EXPECT_EQ(record.LineNumber, 0);
+    EXPECT_EQ(record.LineData, u"");
+}
+
+TEST_P(DatabaseSuite, EditsTheCurrentRecord) {
+    const DatabaseId id = Made(u"drivers", {u"one", u"two", u"three"});
+    ASSERT_EQ(Databases().FindRecord(id, 2), NoError);
+    ASSERT_EQ(Databases().BeginEdit(id), NoError);
+    ASSERT_EQ(Databases().WriteRecord(id, {2, u"TWO"}), NoError);
+    ASSERT_EQ(Databases().Commit(id), NoError);
+    EXPECT_EQ(Databases().Position(id), 1);
+    EXPECT_THAT(Lines(id), ElementsAre(u"one", u"TWO", u"three"));
+}
+
+TEST_P(DatabaseSuite, WritesNothingThatWasNotBegun) {
+    const DatabaseId id = Made(u"drivers", {u"one"});
+    Databases().MoveFirst(id);
+    EXPECT_NE(Databases().WriteRecord(id, {1, u"changed"}), NoError);
+    EXPECT_NE(Databases().Commit(id), NoError);
+    EXPECT_THAT(Lines(id), ElementsAre(u"one"));
+}
+
+TEST_P(DatabaseSuite, DropsAnEditThatIsNotCommitted) {
+    const DatabaseId id = Made(u"drivers", {u"one", u"two"});
+    Databases().MoveFirst(id);
+    ASSERT_EQ(Databases().BeginEdit(id), NoError);
+    ASSERT_EQ(Databases().WriteRecord(id, {1, u"changed"}), NoError);
+    Databases().MoveNext(id);
+    EXPECT_THAT(Lines(id), ElementsAre(u"one", u"two"));
+}
+
+TEST_P(DatabaseSuite, EditsNothingPastTheEnd) {
+    const DatabaseId id = Made(u"drivers", {u"one"});
+    Databases().MoveLast(id);
+    Databases().MoveNext(id);
+    EXPECT_EQ(Databases().BeginEdit(id), FileNotFound);
+    EXPECT_NE(Databases().DeleteRecord(id), NoError);
+}
+
+TEST_P(DatabaseSuite, FindsARecordByItsLineNumber) {
+    const DatabaseId id = Made(u"drivers", {u"one", u"two", u"three"});
+    ASSERT_EQ(Databases().FindRecord(id, 3), NoError);
+    EXPECT_EQ(Databases().Position(id), 2);
+    EXPECT_EQ(CurrentLine(id), u"three");
+    EXPECT_EQ(Databases().FindRecord(id, 4), FileNotFound);
+    EXPECT_EQ(Databases().FindRecord(id, 0), FileNotFound);
+    EXPECT_EQ(Databases().FindRecord(id, -1), FileNotFound);
+}
+
+TEST_P(DatabaseSuite, FindsTheFirstOfTwoEqualLineNumbers) {
+    const DatabaseId id = Made(u"drivers");
+    for (const char16_t* line : {u"first", u"second"}) {
+        ASSERT_EQ(Databases().AddRecord(id), NoError);
+        ASSERT_EQ(Databases().WriteRecord(id, {5, line}), NoError);
+        ASSERT_EQ(Databases().Commit(id), NoError);
+    }
+    ASSERT_EQ(Databases().FindRecord(id, 5), NoError);
+    EXPECT_EQ(CurrentLine(id), u"first");
+}
+
+TEST_P(DatabaseSuite, MovesOverTheRecords) {
+    const DatabaseId id = Made(u"drivers", {u"one", u"two"});
+    Databases().MoveFirst(id);
+    Databases().MovePrevious(id);
+    EXPECT_EQ(CurrentLine(id), u"one");
+    Databases().MoveLast(id);
+    EXPECT_EQ(CurrentLine(id), u"two");
+    EXPECT_FALSE(Databases().AtEnd(id));
+    Databases().MoveNext(id);
+    EXPECT_TRUE(Databases().AtEnd(id));
+    EXPECT_EQ(CurrentLine(id), u"no record");
+    EXPECT_EQ(Databases().Position(id), -1);
+    Databases().MoveNext(id);
+    Databases().MovePrevious(id);
+    EXPECT_EQ(CurrentLine(id), u"two");
+}
+
+TEST_P(DatabaseSuite, IsAtItsEndWithNoRecord) {
+    const DatabaseId id = Made(u"drivers");
+    Databases().MoveFirst(id);
+    EXPECT_TRUE(Databases().AtEnd(id));
+    Databases().MoveLast(id);
+    EXPECT_TRUE(Databases().AtEnd(id));
+}
+
+TEST_P(DatabaseSuite, StandsOnTheNextRecordAfterADelete) {
+    const DatabaseId id = Made(u"drivers", {u"one", u"two", u"three"});
+    ASSERT_EQ(Databases().FindRecord(id, 2), NoError);
+    ASSERT_EQ(Databases().DeleteRecord(id), NoError);
+    EXPECT_EQ(CurrentLine(id), u"three");
+    EXPECT_EQ(Databases().Position(id), 1);
+    EXPECT_EQ(Databases().RecordCount(id), 2);
+    ASSERT_EQ(Databases().DeleteRecord(id), NoError);
+    EXPECT_TRUE(Databases().AtEnd(id));
+    EXPECT_NE(Databases().DeleteRecord(id), NoError);
+}
+
+TEST_P(DatabaseSuite, KeepsPositionsDenseOverADeleteNearTheFront) {
+    const DatabaseId id = Made(u"drivers");
+    ASSERT_EQ(Databases().BeginBatch(id), NoError);
+    for (int line = 0; line < 2000; ++line)
+        Append(id, u"x");
+    ASSERT_EQ(Databases().EndBatch(id), NoError);
+    ASSERT_EQ(Databases().FindRecord(id, 2), NoError);
+    ASSERT_EQ(Databases().DeleteRecord(id), NoError);
+    EXPECT_EQ(Databases().RecordCount(id), 1999);
+    ASSERT_EQ(Databases().FindRecord(id, 2000), NoError);
+    EXPECT_EQ(Databases().Position(id), 1998);
+    Databases().MoveLast(id);
+    EXPECT_EQ(Databases().Position(id), 1998);
+}
+
+TEST_P(DatabaseSuite, DeletesNoRecordThatWasOnlyAdded) {
+    const DatabaseId id = Made(u"drivers", {u"one"});
+    ASSERT_EQ(Databases().AddRecord(id), NoError);
+    EXPECT_EQ(Databases().DeleteRecord(id), NoError);
+    EXPECT_THAT(Lines(id), ElementsAre(u"one"));
+}
+
+TEST_P(DatabaseSuite, RefusesWritesWhenOpenedForReading) {
+    Databases().Close(Made(u"drivers", {u"one"}));
+    const DatabaseId id = Databases().Open(u"drivers", ModeRead).Id;
+    ASSERT_NE(id, 0);
+    EXPECT_EQ(Databases().AddRecord(id), PermissionDenied);
+    EXPECT_EQ(Databases().BeginEdit(id), PermissionDenied);
+    EXPECT_EQ(Databases().BeginBatch(id), PermissionDenied);
+    EXPECT_EQ(Databases().DeclareTable(id, u"TEXT", Definition), PermissionDenied);
+    EXPECT_NE(Databases().WriteRecord(id, {1, u"changed"}), NoError);
+    EXPECT_EQ(Databases().DeleteRecord(id), PermissionDenied);
+    EXPECT_THAT(Lines(id), ElementsAre(u"one"));
+}
+
+TEST_P(DatabaseSuite, StandsOnItsFirstRecordWhenOpened) {
+    Databases().Close(Made(u"drivers", {u"one", u"two"}));
+    EXPECT_EQ(CurrentLine(Databases().Open(u"drivers", ModeReadWrite).Id), u"one");
+}
+
+TEST_P(DatabaseSuite, MayBeOpenTwice) {
+    const DatabaseId first = Made(u"drivers", {u"one"});
+    const DatabaseId second = Databases().Open(u"drivers", ModeReadWrite).Id;
+    ASSERT_NE(second, 0);
+    EXPECT_NE(first, second);
+    Append(second, u"two");
+    EXPECT_THAT(Lines(first), ElementsAre(u"one", u"two"));
+    Databases().Close(second);
+    Append(first, u"three");
+    EXPECT_THAT(Lines(first), ElementsAre(u"one", u"two", u"three"));
+}
+
+TEST_P(DatabaseSuite, TakesAClosedIdentifierForNone) {
+    const DatabaseId id = Made(u"drivers", {u"one"});
+    Databases().Close(id);
+    Databases().Close(id);
+    EXPECT_EQ(Databases().RecordCount(id), 0);
+    EXPECT_TRUE(Databases().AtEnd(id));
+    EXPECT_NE(Databases().AddRecord(id), NoError);
+    EXPECT_NE(Databases().EndBatch(id), NoError);
+    EXPECT_EQ(CurrentLine(id), u"no record");
+}
+
+TEST_P(DatabaseSuite, DeletesADatabase) {
+    Databases().Close(Made(u"drivers"));
+    EXPECT_EQ(Databases().Delete(u"drivers"), NoError);
+    EXPECT_EQ(Databases().Open(u"drivers", ModeRead).Id, 0);
+    EXPECT_EQ(Databases().Delete(u"drivers"), FileNotFound);
+    Databases().Close(Made(u"drivers"));
+    EXPECT_EQ(Databases().RecordCount(Databases().Open(u"drivers", ModeRead).Id), 0);
+}
+
+TEST_P(DatabaseSuite, DeletesNoDatabaseThatIsOpen) {
+    const DatabaseId id = Made(u"drivers", {u"one"});
+    EXPECT_EQ(Databases().Delete(u"drivers"), InUse);
+    EXPECT_THAT(Lines(id), ElementsAre(u"one"));
+}
+
+TEST_P(DatabaseSuite, KeepsABatchThatWasEnded) {
+    const DatabaseId id = Made(u"drivers", {u"one"});
+    ASSERT_EQ(Databases().BeginBatch(id), NoError);
+    Append(id, u"two");
+    Append(id, u"three");
+    EXPECT_EQ(Databases().RecordCount(id), 3);
+    ASSERT_EQ(Databases().EndBatch(id), NoError);
+    Databases().Close(id);
+    EXPECT_THAT(Lines(Databases().Open(u"drivers", ModeRead).Id), ElementsAre(u"one", u"two", u"three"));
+}
+
+TEST_P(DatabaseSuite, LosesABatchThatIsClosedInTheMiddle) {
+    const DatabaseId id = Made(u"drivers", {u"one"});
+    ASSERT_EQ(Databases().BeginBatch(id), NoError);
+    Append(id, u"two");
+    Databases().Close(id);
+    EXPECT_THAT(Lines(Databases().Open(u"drivers", ModeRead).Id), ElementsAre(u"one"));
+}
+
+TEST_P(DatabaseSuite, DeletesInsideABatch) {
+    const DatabaseId id = Made(u"drivers", {u"one", u"two", u"three"});
+    ASSERT_EQ(Databases().BeginBatch(id), NoError);
+    Databases().MoveFirst(id);
+    ASSERT_EQ(Databases().DeleteRecord(id), NoError);
+    ASSERT_EQ(Databases().DeleteRecord(id), NoError);
+    ASSERT_EQ(Databases().EndBatch(id), NoError);
+    EXPECT_THAT(Lines(id), ElementsAre(u"three"));
+}
+
+TEST_P(DatabaseSuite, NestsNoBatches) {
+    const DatabaseId id = Made(u"drivers");
+    EXPECT_NE(Databases().EndBatch(id), NoError);
+    ASSERT_EQ(Databases().BeginBatch(id), NoError);
+    EXPECT_NE(Databases().BeginBatch(id), NoError);
+    EXPECT_EQ(Databases().EndBatch(id), NoError);
+}
+
+TEST_P(DatabaseSuite, ShiftsRecordsIntoThoseBehindThem) {
+    const DatabaseId id = Made(u"drivers", {u"a", u"b", u"c", u"gap"});
+    EXPECT_EQ(Databases().ShiftRecords(id, 1), NoError);
+    EXPECT_EQ(Databases().Position(id), 1);
+    EXPECT_THAT(Lines(id), ElementsAre(u"a", u"b", u"b", u"c"));
+    Databases().MoveLast(id);
+    LineRecord last;
+    ASSERT_TRUE(Databases().ReadRecord(id, last));
+    EXPECT_EQ(last.LineNumber, 4);
+    EXPECT_EQ(Databases().ShiftRecords(id, 3), NoError) << "the last one alone";
+    EXPECT_THAT(Lines(id), ElementsAre(u"a", u"b", u"b", u"c"));
+}
+
+TEST_P(DatabaseSuite, ShiftsNothingFromAPlaceWhereThereIsNone) {
+    const DatabaseId id = Made(u"drivers", {u"a", u"b"});
+    EXPECT_EQ(Databases().ShiftRecords(id, -1), FileNotFound);
+    EXPECT_EQ(Databases().ShiftRecords(id, 2), FileNotFound);
+    EXPECT_THAT(Lines(id), ElementsAre(u"a", u"b"));
+    Databases().Close(id);
+    const DatabaseId reader = Databases().Open(u"drivers", ModeRead).Id;
+    EXPECT_EQ(Databases().ShiftRecords(reader, 0), PermissionDenied);
+    EXPECT_EQ(Databases().RenumberRecords(reader), PermissionDenied);
+}
+
+TEST_P(DatabaseSuite, NumbersRecordsByTheirPlaces) {
+    const DatabaseId id = Made(u"drivers", {u"a", u"b", u"c"});
+    Databases().MoveFirst(id);
+    ASSERT_EQ(Databases().DeleteRecord(id), NoError);
+    EXPECT_EQ(Databases().FindRecord(id, 1), FileNotFound);
+    EXPECT_EQ(Databases().RenumberRecords(id), NoError);
+    EXPECT_TRUE(Databases().AtEnd(id));
+    ASSERT_EQ(Databases().FindRecord(id, 2), NoError);
+    EXPECT_EQ(CurrentLine(id), u"c");
+}
+
+TEST_P(DatabaseSuite, EnumeratesByTypeAndCreatorInTheOrderOfTheNames) {
+    for (const char16_t* name : {u"b", u"a b", u"a", u"B"})
+        Databases().Close(Databases().Create(name, TextType, Creator).Id);
+    Databases().Close(Databases().Create(u"c", OtherType, Creator).Id);
+    Databases().Close(Databases().Create(u"d", TextType, OtherType).Id);
+    EXPECT_THAT(Names(TextType, Creator), ElementsAre(u"B", u"a", u"a b", u"b"));
+    EXPECT_THAT(Names(OtherType, 0), ElementsAre(u"c"));
+    EXPECT_THAT(Names(0, OtherType), ElementsAre(u"d"));
+    EXPECT_THAT(Names(0, 0), ElementsAre(u"B", u"a", u"a b", u"b", u"c", u"d"));
+    EXPECT_THAT(Names(OtherType, OtherType), IsEmpty());
+}
+
+TEST_P(DatabaseSuite, EnumeratesADatabaseThatIsInABatch) {
+    const DatabaseId id = Made(u"drivers");
+    ASSERT_EQ(Databases().BeginBatch(id), NoError);
+    Append(id, u"one");
+    EXPECT_THAT(Names(TextType, 0), ElementsAre(u"drivers"));
+    EXPECT_EQ(Databases().EndBatch(id), NoError);
+}
+
+TEST_P(DatabaseSuite, GivesAwkwardLinesBackAsTheyWere) {
+    const std::vector<Text> lines = {u"",
+                                     u" ",
+                                     u"a\r",
+                                     u"größe",
+                                     u"\xD83D\xDE00",
+                                     u"\xDC80\xDCFF",
+                                     u"'); DROP TABLE \"TEXT\"; --",
+                                     Text(70000, u'x')};
+    EXPECT_EQ(Lines(Made(u"drivers", lines)), lines);
+}
+
+/// As in a text file. The sqlite3 program ends a line at a NUL.
+TEST_P(DatabaseSuite, KeepsALineFeedAndANulAsABlank) {
+    const std::vector<Text> lines = {u"a\nb\n", Text(u"a\0b\0", 4)};
+    EXPECT_THAT(Lines(Made(u"drivers", lines)), ElementsAre(u"a b ", u"a b "));
+}
+
+class RefusesTheDatabaseName : public testing::TestWithParam<Text> {};
+
+TEST_P(RefusesTheDatabaseName, AsIfThereWereNone) {
+    const TemporaryRoot root;
+    platform::common::LineDatabase databases{platform::common::PathMap(root.Path("inner"))};
+    EXPECT_EQ(databases.Create(GetParam(), TextType, Creator).Id, 0);
+    EXPECT_EQ(databases.Open(GetParam(), ModeReadWrite).Id, 0);
+    EXPECT_NE(databases.Delete(GetParam()), NoError);
+    EXPECT_EQ(root.Entries(), 1);
+}
+
+INSTANTIATE_TEST_SUITE_P(Rows, RefusesTheDatabaseName,
+                         testing::Values(u"", u".", u"..", u".hidden", u"a..b", u"../x", u"..\\x", u"a/b", u"a\\b",
+                                         u"/etc/x", u"c:x", Text(u"a\0b", 3), Text(250, u'x')));
+
+} // namespace

@@ -1,0 +1,444 @@
+// SPDX-License-Identifier: MIT
+// What every file system of a back-end must do.
+#include "tests/unit/backends/files/storage_fixture.h"
+
+#include <gmock/gmock.h>
+
+using namespace platform;
+using testing::ElementsAre;
+
+namespace {
+
+class FilesSuite : public StorageSuite {
+protected:
+    std::vector<Text> Listing(const Text& path) {
+        std::unique_ptr<Folder> folder;
+        std::vector<Text> names;
+        if (Files().OpenFolder(path, false, folder) != NoError)
+            return {u"no folder"};
+        for (Text name = folder->FirstFile(0); !name.empty(); name = folder->NextFile())
+            names.push_back(name);
+        return names;
+    }
+
+    ErrorNumber ErrorOfOpening(const Text& name, StreamMode mode = StreamMode::Existing) {
+        std::unique_ptr<TextStream> stream;
+        const ErrorNumber error = Files().OpenStream(name, mode, stream);
+        EXPECT_EQ(stream == nullptr, error != NoError);
+        return error;
+    }
+
+    ErrorNumber ErrorOfOpeningFolder(const Text& path, bool create) {
+        std::unique_ptr<Folder> folder;
+        const ErrorNumber error = Files().OpenFolder(path, create, folder);
+        EXPECT_EQ(folder == nullptr, error != NoError);
+        return error;
+    }
+};
+
+INSTANTIATE_TEST_SUITE_P(On, FilesSuite, EveryStorage);
+
+TEST_P(FilesSuite, MakesAMissingFolderWithThoseAboveIt) {
+    std::filesystem::create_directory(Root.Path("Card"));
+    EXPECT_EQ(ErrorOfOpeningFolder(u"Card:\\PALM\\Programs\\Quorin\\", true), NoError);
+    EXPECT_TRUE(std::filesystem::is_directory(Root.Path("Card/PALM/Programs/Quorin")));
+    EXPECT_EQ(ErrorOfOpeningFolder(u"Card:\\PALM\\Programs\\Quorin\\", true), NoError) << "a second time";
+}
+
+/// The card is out: what is made in its place is not on it.
+TEST_P(FilesSuite, MakesNoFolderOnAVolumeThatHasNone) {
+    EXPECT_EQ(ErrorOfOpeningFolder(u"Card:\\PALM\\Programs\\Quorin\\", true), FileNotFound);
+    EXPECT_EQ(ErrorOfOpeningFolder(u"Card:\\", true), FileNotFound);
+    EXPECT_FALSE(Root.Has("Card"));
+}
+
+TEST_P(FilesSuite, OpensNoMissingFolderWithoutBeingToldToMakeIt) {
+    EXPECT_EQ(ErrorOfOpeningFolder(u"Card:\\none\\", false), FileNotFound);
+    EXPECT_FALSE(Root.Has("Card"));
+}
+
+TEST_P(FilesSuite, MakesNoFolderInPlaceOfAFile) {
+    Root.Put("Card", "a file");
+    EXPECT_NE(ErrorOfOpeningFolder(u"Card:\\", true), NoError);
+    EXPECT_NE(ErrorOfOpeningFolder(u"Card:\\below\\", true), NoError);
+    EXPECT_EQ(Root.Bytes("Card"), "a file");
+}
+
+TEST_P(FilesSuite, RefusesAFolderOutside) {
+    EXPECT_EQ(ErrorOfOpeningFolder(u"..\\outside\\", true), PathRefused);
+    EXPECT_EQ(ErrorOfOpeningFolder(u"", true), PathRefused);
+}
+
+TEST_P(FilesSuite, ListsFullNamesInByteOrder) {
+    for (const char* name : {"Card/b.txt", "Card/a.txt", "Card/B.txt", "Card/\xC3\xA4.txt", "Card/a b.txt"})
+        Root.Put(name, "");
+    EXPECT_THAT(Listing(u"Card:\\"),
+                ElementsAre(u"Card:\\B.txt", u"Card:\\a b.txt", u"Card:\\a.txt", u"Card:\\b.txt", u"Card:\\ä.txt"));
+}
+
+TEST_P(FilesSuite, ListsNoFolders) {
+    Root.Put("Card/folder/inner.txt", "");
+    Root.Put("Card/x.txt", "");
+    EXPECT_THAT(Listing(u"Card:\\"), ElementsAre(u"Card:\\x.txt"));
+}
+
+TEST_P(FilesSuite, ListsNothingInAnEmptyFolder) {
+    std::filesystem::create_directory(Root.Path("Card"));
+    EXPECT_THAT(Listing(u"Card:\\"), ElementsAre());
+}
+
+TEST_P(FilesSuite, BeginsAListingAnewWithTheFirstFile) {
+    Root.Put("a", "");
+    Root.Put("b", "");
+    std::unique_ptr<Folder> folder;
+    ASSERT_EQ(Files().OpenFolder(u".\\", false, folder), NoError);
+    EXPECT_EQ(folder->FirstFile(0), u".\\a");
+    EXPECT_EQ(folder->FirstFile(0), u".\\a");
+    EXPECT_EQ(folder->NextFile(), u".\\b");
+    EXPECT_EQ(folder->NextFile(), u"");
+    EXPECT_EQ(folder->NextFile(), u"");
+}
+
+TEST_P(FilesSuite, ListsNamesThatOpenTheFiles) {
+    Root.Put("Card/Gr\xF6\xDF"
+             "e \xE2\x82\xAC.qvd",
+             "x\n");
+    const auto names = Listing(u"Card:");
+    ASSERT_EQ(names.size(), 1U);
+    EXPECT_THAT(AllLines(names[0]), ElementsAre(u"x"));
+}
+
+TEST_P(FilesSuite, WritesLinesWithALineFeed) {
+    WriteAll(u".\\x.txt", {u"one", u"", u"größer €\xD83D\xDE00"});
+    EXPECT_EQ(Root.Bytes("x.txt"), "one\n\ngr\xC3\xB6\xC3\x9F"
+                                   "er \xE2\x82\xAC\xF0\x9F\x98\x80\n");
+    EXPECT_THAT(AllLines(u".\\x.txt"), ElementsAre(u"one", u"", u"größer €\xD83D\xDE00"));
+}
+
+TEST_P(FilesSuite, ReadsBothLineEndsAndALastLineWithoutOne) {
+    Root.Put("x.txt", "one\r\ntwo\nthree\r\n\r\n\nlast");
+    EXPECT_THAT(AllLines(u".\\x.txt"), ElementsAre(u"one", u"two", u"three", u"", u"", u"last"));
+}
+
+TEST_P(FilesSuite, TakesALoneCarriageReturnForAPartOfTheLine) {
+    Root.Put("x.txt", "a\rb\n\r\r\nc\r");
+    EXPECT_THAT(AllLines(u".\\x.txt"), ElementsAre(u"a\rb", u"\r", u"c\r"));
+}
+
+TEST_P(FilesSuite, ReadsNothingAtTheEndOfTheFile) {
+    Root.Put("x.txt", "one\n");
+    const auto stream = Open(u".\\x.txt", StreamMode::Existing);
+    Text line = u"old";
+    EXPECT_EQ(stream->ReadLine(line), NoError);
+    EXPECT_EQ(stream->ReadLine(line), FileNotFound);
+    EXPECT_EQ(line, u"");
+}
+
+TEST_P(FilesSuite, CountsPositionsInBytes) {
+    Root.Put("x.txt", "\xC3\xA4\r\nb\nc");
+    const auto stream = Open(u".\\x.txt", StreamMode::Existing);
+    Text line;
+    std::vector<std::int64_t> places = {stream->Position()};
+    while (stream->ReadLine(line) == NoError)
+        places.push_back(stream->Position());
+    EXPECT_THAT(places, ElementsAre(0, 4, 6, 7));
+    EXPECT_EQ(stream->Size(), 7);
+}
+
+TEST_P(FilesSuite, SeeksFromTheStartAndFromTheEnd) {
+    Root.Put("x.txt", "one\ntwo\nthree\n");
+    const auto stream = Open(u".\\x.txt", StreamMode::Existing);
+    Text line;
+    EXPECT_EQ(stream->Seek(0, Origin::End), NoError);
+    EXPECT_EQ(stream->Position(), 14);
+    EXPECT_EQ(stream->Seek(4, Origin::Start), NoError);
+    EXPECT_EQ(stream->ReadLine(line), NoError);
+    EXPECT_EQ(line, u"two");
+    EXPECT_EQ(stream->Seek(-6, Origin::End), NoError);
+    EXPECT_EQ(stream->ReadLine(line), NoError);
+    EXPECT_EQ(line, u"three");
+}
+
+TEST_P(FilesSuite, SeeksNowhereOutsideTheFile) {
+    Root.Put("x.txt", "one\n");
+    const auto stream = Open(u".\\x.txt", StreamMode::Existing);
+    ASSERT_EQ(stream->Seek(2, Origin::Start), NoError);
+    EXPECT_NE(stream->Seek(5, Origin::Start), NoError);
+    EXPECT_NE(stream->Seek(-1, Origin::Start), NoError);
+    EXPECT_NE(stream->Seek(1, Origin::End), NoError);
+    EXPECT_NE(stream->Seek(-5, Origin::End), NoError);
+    EXPECT_EQ(stream->Position(), 2);
+}
+
+TEST_P(FilesSuite, SkipsLines) {
+    Root.Put("x.txt", "one\ntwo\r\nthree\nlast");
+    const auto stream = Open(u".\\x.txt", StreamMode::Existing);
+    Text line;
+    EXPECT_EQ(Skipped(*stream, 2), 2);
+    EXPECT_EQ(stream->ReadLine(line), NoError);
+    EXPECT_EQ(line, u"three");
+    EXPECT_EQ(Skipped(*stream, 10), 1);
+    EXPECT_EQ(stream->Position(), stream->Size());
+    EXPECT_EQ(Skipped(*stream, 1), 0);
+    ASSERT_EQ(stream->Seek(0, Origin::Start), NoError);
+    EXPECT_EQ(Skipped(*stream, 0), 0);
+    EXPECT_EQ(stream->Position(), 0);
+}
+
+TEST_P(FilesSuite, TakesLinesAsWritingThemAnewMakesThem) {
+    Root.Put("x.txt", "one\r\n\r\r\n\r\ntwo\xFF\n\nlast\r");
+    const auto stream = Open(u".\\x.txt", StreamMode::Existing);
+    std::string all;
+    std::int64_t count = 0;
+    std::string_view lines;
+    for (std::int64_t taken = 1; taken > 0; count += taken) {
+        ASSERT_EQ(stream->ReadLines(2, lines, taken), NoError);
+        all += lines;
+    }
+    EXPECT_EQ(all, "one\n\r\r\n\ntwo\xFF\n\nlast\r\r\n");
+    EXPECT_EQ(count, 6);
+    EXPECT_EQ(stream->Position(), stream->Size());
+}
+
+TEST_P(FilesSuite, WritesWhatItHasTaken) {
+    Root.Put("from.txt", "one\ntwo\nthree\n");
+    Root.Put("to.txt", "first");
+    const auto from = Open(u".\\from.txt", StreamMode::Existing);
+    const auto to = Open(u".\\to.txt", StreamMode::Existing);
+    std::string_view lines;
+    std::int64_t taken = 0;
+    ASSERT_EQ(from->ReadLines(2, lines, taken), NoError);
+    ASSERT_EQ(to->Seek(0, Origin::End), NoError);
+    EXPECT_EQ(to->WriteLines(lines), NoError);
+    EXPECT_EQ(to->WriteLine(u"last"), NoError);
+    EXPECT_EQ(to->Close(), NoError);
+    EXPECT_EQ(Root.Bytes("to.txt"), "first\none\ntwo\nlast\n");
+    Text line;
+    EXPECT_EQ(from->ReadLine(line), NoError);
+    EXPECT_EQ(line, u"three");
+}
+
+TEST_P(FilesSuite, AddsLinesAtTheEnd) {
+    Root.Put("x.txt", "one\n");
+    const auto stream = Open(u".\\x.txt", StreamMode::Existing);
+    ASSERT_EQ(stream->Seek(0, Origin::End), NoError);
+    EXPECT_EQ(stream->WriteLine(u"two"), NoError);
+    EXPECT_EQ(stream->Position(), 8);
+    EXPECT_EQ(stream->Size(), 8);
+    EXPECT_EQ(stream->Close(), NoError);
+    EXPECT_EQ(Root.Bytes("x.txt"), "one\ntwo\n");
+}
+
+TEST_P(FilesSuite, NeverLetsTwoLinesRunTogether) {
+    Root.Put("x.txt", "one\nlast");
+    const auto stream = Open(u".\\x.txt", StreamMode::Existing);
+    ASSERT_EQ(stream->Seek(0, Origin::End), NoError);
+    EXPECT_EQ(stream->WriteLine(u"new"), NoError);
+    EXPECT_EQ(stream->WriteLine(u"newer"), NoError);
+    EXPECT_EQ(stream->Close(), NoError);
+    EXPECT_EQ(Root.Bytes("x.txt"), "one\nlast\nnew\nnewer\n");
+}
+
+TEST_P(FilesSuite, KeepsALastLineThatEndsInACarriageReturn) {
+    Root.Put("x.txt", "a\r");
+    const auto stream = Open(u".\\x.txt", StreamMode::Existing);
+    ASSERT_EQ(stream->Seek(0, Origin::End), NoError);
+    EXPECT_EQ(stream->WriteLine(u"b"), NoError);
+    EXPECT_EQ(stream->Close(), NoError);
+    EXPECT_THAT(AllLines(u".\\x.txt"), ElementsAre(u"a\r", u"b"));
+}
+
+TEST_P(FilesSuite, ReadsWhatItHasJustWritten) {
+    const auto stream = Open(u".\\x.txt", StreamMode::Create);
+    Text line;
+    for (const char16_t* text : {u"one", u"two"})
+        ASSERT_EQ(stream->WriteLine(text), NoError);
+    ASSERT_EQ(stream->Seek(0, Origin::Start), NoError);
+    EXPECT_EQ(stream->ReadLine(line), NoError);
+    EXPECT_EQ(line, u"one");
+    ASSERT_EQ(stream->Seek(0, Origin::End), NoError);
+    ASSERT_EQ(stream->WriteLine(u"three"), NoError);
+    ASSERT_EQ(stream->Seek(4, Origin::Start), NoError);
+    EXPECT_EQ(Skipped(*stream, 9), 2);
+}
+
+TEST_P(FilesSuite, OverwritesInTheMiddle) {
+    Root.Put("x.txt", "one\ntwo\nthree\n");
+    const auto stream = Open(u".\\x.txt", StreamMode::Existing);
+    Text line;
+    ASSERT_EQ(stream->ReadLine(line), NoError);
+    EXPECT_EQ(stream->WriteLine(u"TWO"), NoError);
+    EXPECT_EQ(stream->ReadLine(line), NoError);
+    EXPECT_EQ(line, u"three");
+    EXPECT_EQ(stream->Size(), 14);
+    ASSERT_EQ(stream->Seek(4, Origin::Start), NoError);
+    EXPECT_EQ(stream->ReadLine(line), NoError);
+    EXPECT_EQ(line, u"TWO");
+    EXPECT_EQ(stream->Close(), NoError);
+    EXPECT_EQ(Root.Bytes("x.txt"), "one\nTWO\nthree\n");
+}
+
+TEST_P(FilesSuite, MakesAStreamAnewInPlaceOfOldContent) {
+    Root.Put("x.txt", "old\n");
+    WriteAll(u".\\x.txt", {u"n"});
+    EXPECT_EQ(Root.Bytes("x.txt"), "n\n");
+}
+
+TEST_P(FilesSuite, OpensNoMissingFileAndMakesNone) {
+    EXPECT_EQ(ErrorOfOpening(u".\\none.txt"), FileNotFound);
+    EXPECT_FALSE(Root.Has("none.txt"));
+}
+
+TEST_P(FilesSuite, MakesNoFileInAMissingFolder) {
+    EXPECT_EQ(ErrorOfOpening(u"Card:\\x.txt", StreamMode::Create), FileNotFound);
+}
+
+TEST_P(FilesSuite, OpensNoFolderAsAFile) {
+    std::filesystem::create_directory(Root.Path("folder"));
+    for (const StreamMode mode : {StreamMode::Existing, StreamMode::Create}) {
+        EXPECT_NE(ErrorOfOpening(u".\\folder", mode), NoError);
+        EXPECT_NE(ErrorOfOpening(u".\\folder\\", mode), NoError);
+        EXPECT_NE(ErrorOfOpening(u".\\", mode), NoError);
+    }
+}
+
+TEST_P(FilesSuite, RefusesAFileOutside) {
+    EXPECT_EQ(ErrorOfOpening(u"..\\x.txt"), PathRefused);
+    EXPECT_EQ(ErrorOfOpening(u"..\\x.txt", StreamMode::Create), PathRefused);
+}
+
+TEST_P(FilesSuite, CopiesOverAnOldFile) {
+    Root.Put("new.txt", "new\r\nbytes \xFF");
+    Root.Put("old.txt", "old");
+    EXPECT_EQ(Files().CopyFile(u".\\new.txt", u".\\old.txt", true), NoError);
+    EXPECT_EQ(Root.Bytes("old.txt"), "new\r\nbytes \xFF");
+    EXPECT_EQ(Root.Entries(), 2);
+}
+
+TEST_P(FilesSuite, CopiesToANewName) {
+    Root.Put("new.txt", "");
+    EXPECT_EQ(Files().CopyFile(u".\\new.txt", u".\\other.txt", false), NoError);
+    EXPECT_EQ(Root.Bytes("other.txt"), "");
+}
+
+TEST_P(FilesSuite, CopiesOverNothingUnlessTold) {
+    Root.Put("new.txt", "new");
+    Root.Put("old.txt", "old");
+    EXPECT_EQ(Files().CopyFile(u".\\new.txt", u".\\old.txt", false), FileExists);
+    EXPECT_EQ(Root.Bytes("old.txt"), "old");
+}
+
+TEST_P(FilesSuite, CopiesNoMissingFile) {
+    Root.Put("old.txt", "old");
+    EXPECT_EQ(Files().CopyFile(u".\\none.txt", u".\\old.txt", true), FileNotFound);
+    EXPECT_EQ(Root.Bytes("old.txt"), "old");
+}
+
+TEST_P(FilesSuite, CopiesAFileOntoItself) {
+    Root.Put("x.txt", "text");
+    EXPECT_EQ(Files().CopyFile(u".\\x.txt", u".\\x.txt", true), NoError);
+    EXPECT_EQ(Root.Bytes("x.txt"), "text");
+}
+
+TEST_P(FilesSuite, CopiesNeitherFromNorToOutside) {
+    Root.Put("x.txt", "text");
+    EXPECT_EQ(Files().CopyFile(u"..\\x.txt", u".\\y.txt", true), PathRefused);
+    EXPECT_EQ(Files().CopyFile(u".\\x.txt", u"..\\y.txt", true), PathRefused);
+}
+
+TEST_P(FilesSuite, MovesOverAnOldFile) {
+    Root.Put("new.txt", "new\r\nbytes \xFF");
+    Root.Put("folder/old.txt", "old");
+    EXPECT_EQ(Files().MoveFile(u".\\new.txt", u".\\folder\\old.txt"), NoError);
+    EXPECT_EQ(Root.Bytes("folder/old.txt"), "new\r\nbytes \xFF");
+    EXPECT_FALSE(Root.Has("new.txt"));
+    EXPECT_EQ(Root.Entries("folder"), 1);
+}
+
+TEST_P(FilesSuite, MovesToANewName) {
+    Root.Put("new.txt", "text");
+    EXPECT_EQ(Files().MoveFile(u".\\new.txt", u".\\other.txt"), NoError);
+    EXPECT_EQ(Root.Bytes("other.txt"), "text");
+    EXPECT_EQ(Root.Entries(), 1);
+}
+
+TEST_P(FilesSuite, LeavesBothWhereTheyAreWhenAMoveFails) {
+    Root.Put("new.txt", "new");
+    Root.Put("folder/x.txt", "");
+    EXPECT_EQ(Files().MoveFile(u".\\none.txt", u".\\new.txt"), FileNotFound);
+    EXPECT_EQ(Files().MoveFile(u".\\new.txt", u".\\none\\x.txt"), FileNotFound);
+    EXPECT_EQ(Files().MoveFile(u".\\new.txt", u".\\folder"), PathRefused);
+    EXPECT_EQ(Files().MoveFile(u".\\folder", u".\\new.txt"), PathRefused);
+    EXPECT_EQ(Files().MoveFile(u"..\\x.txt", u".\\new.txt"), PathRefused);
+    EXPECT_EQ(Files().MoveFile(u".\\new.txt", u"..\\x.txt"), PathRefused);
+    EXPECT_EQ(Root.Bytes("new.txt"), "new");
+}
+
+TEST_P(FilesSuite, DeletesAFile) {
+    Root.Put("x.txt", "");
+    EXPECT_EQ(Files().DeleteFile(u".\\x.txt"), NoError);
+    EXPECT_FALSE(Root.Has("x.txt"));
+    EXPECT_EQ(Files().DeleteFile(u".\\x.txt"), FileNotFound);
+}
+
+TEST_P(FilesSuite, DeletesNoFolder) {
+    std::filesystem::create_directory(Root.Path("folder"));
+    EXPECT_NE(Files().DeleteFile(u".\\folder"), NoError);
+    EXPECT_NE(Files().DeleteFile(u".\\folder\\"), NoError);
+    EXPECT_TRUE(Root.Has("folder"));
+}
+
+/// Lines that must come back as they went.
+const std::vector<Text> AwkwardLines = {
+    u"",
+    u" ",
+    u"\t x \t",
+    u"ends in a return\r",
+    u"\r",
+    u"\r\r",
+    u"a\rb",
+    u"\xFEFFmark",
+    u"\x2028",
+    u"|a||b|",
+    u"\xDC80\xDCFF"
+    u"no UTF-8",
+    u"\xD83D\xDE00",
+    Text(70000, u'x'),
+    u"ä" + Text(65535, u'y'),
+};
+
+TEST_P(FilesSuite, GivesAwkwardLinesBackAsTheyWere) {
+    WriteAll(u".\\x.txt", AwkwardLines);
+    EXPECT_EQ(AllLines(u".\\x.txt"), AwkwardLines);
+}
+
+/// Other tools take a file with a NUL for one that is no text, and the line for ended there.
+TEST_P(FilesSuite, ReadsANulAsABlank) {
+    Root.Put("x.txt", std::string("a\0b\n\0", 5));
+    EXPECT_THAT(AllLines(u".\\x.txt"), ElementsAre(u"a b", u" "));
+}
+
+TEST_P(FilesSuite, WritesANulAsABlank) {
+    WriteAll(u".\\x.txt", {Text(u"a\0b", 3), Text(1, u'\0')});
+    EXPECT_EQ(Root.Bytes("x.txt"), "a b\n \n");
+}
+
+TEST_P(FilesSuite, TakesNoByteOrderMarkForPartOfTheFirstLine) {
+    Root.Put("x.txt", "\xEF\xBB\xBFone\n\xEF\xBB\xBFtwo\n");
+    EXPECT_THAT(AllLines(u".\\x.txt"), ElementsAre(u"one", u"\xFEFFtwo"));
+    Root.Put("x.txt", "\xEF\xBB\xBF");
+    EXPECT_THAT(AllLines(u".\\x.txt"), ElementsAre(u""));
+    Root.Put("x.txt", "\xEF\xBB");
+    EXPECT_THAT(AllLines(u".\\x.txt"), ElementsAre(u"\xDCEF\xDCBB"));
+}
+
+TEST_P(FilesSuite, GivesAnyBytesBackAsTheyWere) {
+    std::string bytes;
+    for (int value = 0; value < 256; ++value)
+        bytes += value == '\n' || value == 0 ? std::string() : std::string(3, static_cast<char>(value)) + "\xC3";
+    Root.Put("x.txt", bytes + "\n" + bytes + "\n");
+    WriteAll(u".\\y.txt", AllLines(u".\\x.txt"));
+    EXPECT_EQ(Root.Bytes("y.txt"), Root.Bytes("x.txt"));
+}
+
+} // namespace

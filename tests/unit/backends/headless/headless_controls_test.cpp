@@ -1,0 +1,289 @@
+// SPDX-License-Identifier: MIT
+#include "backends/headless/headless_controls.h"
+
+#include "backends/grid/key_codes.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace platform::headless {
+namespace {
+
+using testing::ElementsAre;
+
+// The text box.
+
+class TextBoxOfTheForm : public testing::Test {
+protected:
+    TextBoxOfTheForm() {
+        Box.Change = [this] { Changes.push_back(Box.Contents()); };
+    }
+    Focus Keeper;
+    HeadlessTextBox Box{Keeper, "box"};
+    std::vector<Text> Changes; ///< the text at each change event
+};
+
+TEST_F(TextBoxOfTheForm, RaisesAChangeForWhateverTheProgramSets) {
+    Box.SetContents(u"a");
+    Box.SetContents(u"a");
+    Box.SetContents(u"b");
+    EXPECT_THAT(Changes, ElementsAre(u"a", u"a", u"b"));
+}
+
+TEST_F(TextBoxOfTheForm, RaisesAChangeForEachCharacterThatCounts) {
+    Box.EnterCharacter(u"a");
+    Box.EnterCharacter(u"\x1B");
+    Box.EnterCharacter(u"\r");
+    Box.EnterCharacter(u"\b");
+    Box.EnterCharacter(u"\b");
+    EXPECT_THAT(Changes, ElementsAre(u"a", u""));
+}
+
+TEST_F(TextBoxOfTheForm, RaisesNoChangeWhenASelectionIsTypedOverWithItself) {
+    Box.SetContents(u"a");
+    Changes.clear();
+    Box.Select(0, 1);
+    Box.EnterCharacter(u"a");
+    EXPECT_THAT(Changes, testing::IsEmpty());
+}
+
+TEST_F(TextBoxOfTheForm, RaisesOneChangeForATextReplacedInOneStep) {
+    Box.SetContents(u"abc");
+    Changes.clear();
+    Box.ReplaceText(u"defg");
+    EXPECT_THAT(Changes, ElementsAre(u"defg"));
+    Box.EnterCharacter(u"h");
+    EXPECT_EQ(Box.Contents(), u"defgh");
+}
+
+TEST_F(TextBoxOfTheForm, MovesItsCaretWithTheArrows) {
+    Box.ReplaceText(u"abc");
+    Box.ActOnKey(common::KeyLeft);
+    Box.ActOnKey(common::KeyLeft);
+    Box.EnterCharacter(u"x");
+    Box.ActOnKey(common::KeyRight);
+    Box.EnterCharacter(u"y");
+    Box.ActOnKey(common::KeyUp);
+    Box.ActOnKey(common::KeyDown);
+    EXPECT_EQ(Box.Contents(), u"axbyc");
+}
+
+TEST_F(TextBoxOfTheForm, TakesLinesWhenItHasThem) {
+    Box.SetMultiLine(true);
+    Box.ReplaceText(u"a");
+    Box.EnterCharacter(u"\r");
+    Box.EnterCharacter(u"b");
+    EXPECT_EQ(Box.Contents(), u"a\r\nb");
+}
+
+// The combo box.
+
+class ComboBoxOfTheForm : public testing::Test {
+protected:
+    ComboBoxOfTheForm() {
+        for (const char16_t* item : {u"a", u"b", u"c"})
+            Box.AddItem(item);
+    }
+    Text After(std::int32_t key) {
+        Box.ActOnKey(key);
+        return Box.Contents();
+    }
+    Focus Keeper;
+    HeadlessComboBox Box{Keeper, "box"};
+};
+
+TEST_F(ComboBoxOfTheForm, WalksItsItemsAndStopsAtTheEnds) {
+    EXPECT_EQ(After(common::KeyDown), u"a");
+    EXPECT_EQ(After(common::KeyDown), u"b");
+    EXPECT_EQ(After(common::KeyDown), u"c");
+    EXPECT_EQ(After(common::KeyDown), u"c");
+    EXPECT_EQ(After(common::KeyUp), u"b");
+    EXPECT_EQ(After(common::KeyUp), u"a");
+    EXPECT_EQ(After(common::KeyUp), u"a");
+}
+
+TEST_F(ComboBoxOfTheForm, WithATextOfItsOwnGoesDownToTheFirstItemAndUpToNone) {
+    Box.SetContents(u"own");
+    EXPECT_EQ(After(common::KeyUp), u"own");
+    EXPECT_EQ(After(common::KeyDown), u"a");
+}
+
+TEST_F(ComboBoxOfTheForm, PutsTheCaretBehindTheChosenItem) {
+    Box.ActOnKey(common::KeyDown);
+    Box.EnterCharacter(u"x");
+    EXPECT_EQ(Box.Contents(), u"ax");
+    Box.ActOnKey(common::KeyLeft);
+    Box.EnterCharacter(u"y");
+    EXPECT_EQ(Box.Contents(), u"ayx");
+}
+
+TEST_F(ComboBoxOfTheForm, LosesTextAndItemsTogether) {
+    Box.SetContents(u"a");
+    Box.Clear();
+    EXPECT_EQ(Box.ItemCount(), 0);
+    EXPECT_EQ(Box.Contents(), u"");
+    EXPECT_EQ(After(common::KeyDown), u"");
+}
+
+TEST_F(ComboBoxOfTheForm, RemovesAnItemThatIsThere) {
+    Box.RemoveItem(1);
+    Box.RemoveItem(2);
+    Box.RemoveItem(-1);
+    EXPECT_THAT(Box.Items(), ElementsAre(u"a", u"c"));
+}
+
+TEST_F(ComboBoxOfTheForm, HasOneLine) {
+    Box.ReplaceText(u"a");
+    Box.EnterCharacter(u"\r");
+    EXPECT_EQ(Box.Contents(), u"a");
+}
+
+// The date picker.
+
+struct DateStep {
+    CalendarDate From;
+    std::int32_t Key;
+    CalendarDate To;
+};
+
+void PrintTo(const DateStep& step, std::ostream* out) {
+    *out << step.From.Year << "-" << step.From.Month << "-" << step.From.Day << " key " << step.Key;
+}
+
+class DatePickerOfTheForm : public testing::TestWithParam<DateStep> {};
+
+TEST_P(DatePickerOfTheForm, GoesADayOrAWeekOn) {
+    Focus keeper;
+    HeadlessDatePicker picker(keeper, "picker");
+    picker.SetDate(GetParam().From);
+    picker.ActOnKey(GetParam().Key);
+    EXPECT_EQ(picker.Date(), GetParam().To);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Steps, DatePickerOfTheForm,
+    testing::Values(
+        DateStep{{2007, 3, 5}, common::KeyRight, {2007, 3, 6}}, DateStep{{2007, 3, 5}, common::KeyLeft, {2007, 3, 4}},
+        DateStep{{2007, 3, 5}, common::KeyDown, {2007, 3, 12}}, DateStep{{2007, 3, 5}, common::KeyUp, {2007, 2, 26}},
+        DateStep{{2007, 3, 31}, common::KeyRight, {2007, 4, 1}}, DateStep{{2007, 3, 1}, common::KeyLeft, {2007, 2, 28}},
+        DateStep{{2008, 2, 28}, common::KeyRight, {2008, 2, 29}},
+        DateStep{{2008, 3, 1}, common::KeyLeft, {2008, 2, 29}}, DateStep{{1900, 2, 28}, common::KeyRight, {1900, 3, 1}},
+        DateStep{{2000, 2, 28}, common::KeyRight, {2000, 2, 29}},
+        DateStep{{2007, 12, 31}, common::KeyRight, {2008, 1, 1}},
+        DateStep{{2007, 1, 1}, common::KeyLeft, {2006, 12, 31}},
+        DateStep{{2007, 12, 28}, common::KeyDown, {2008, 1, 4}}, DateStep{{2007, 1, 4}, common::KeyUp, {2006, 12, 28}},
+        DateStep{{9999, 12, 31}, common::KeyRight, {9999, 12, 31}}, DateStep{{1, 1, 1}, common::KeyLeft, {1, 1, 1}},
+        DateStep{{2007, 3, 5}, common::KeyPageDown, {2007, 3, 5}}));
+
+// The list box.
+
+TEST(ListBoxOfTheForm, HasNoTextOutsideItsItems) {
+    Focus keeper;
+    HeadlessListBox list(keeper, "list");
+    list.AddItem(u"a");
+    list.SetListIndex(0);
+    EXPECT_EQ(list.ItemText(0), u"a");
+    EXPECT_EQ(list.ItemText(1), u"");
+    EXPECT_EQ(list.ItemText(-1), u"");
+    list.Clear();
+    EXPECT_EQ(list.ListIndex(), -1);
+    EXPECT_EQ(list.ItemCount(), 0);
+}
+
+// The label.
+
+TEST(LabelOfTheForm, IsPaintedOnlyWhileItIsShown) {
+    Focus keeper;
+    HeadlessLabel label(keeper, "label");
+    std::vector<Text> heard;
+    label.Painted = [&] { heard.push_back(label.Caption()); };
+    label.Hidden = [&] { heard.emplace_back(u"hidden"); };
+    label.SetCaption(u"Busy");
+    label.Refresh();
+    label.SetVisible(false);
+    EXPECT_THAT(heard, testing::IsEmpty());
+    label.SetVisible(true);
+    label.Refresh();
+    label.SetVisible(false);
+    label.SetVisible(false);
+    EXPECT_THAT(heard, ElementsAre(u"Busy", u"hidden"));
+}
+
+// The grid.
+
+class GridOfTheForm : public testing::Test {
+protected:
+    GridOfTheForm() {
+        Grid.SetBounds({0, 0, 200, 100});
+        Grid.SetDefaultRowHeight(20);
+        Grid.SetRows(23);
+        Grid.SetCols(2);
+    }
+    std::pair<std::int32_t, std::int32_t> After(std::int32_t key) {
+        Grid.ActOnKey(key);
+        return {Grid.Row(), Grid.Col()};
+    }
+    std::int32_t TopAfter(std::int32_t key) {
+        Grid.ActOnKey(key);
+        return Grid.TopRow();
+    }
+    Focus Keeper;
+    HeadlessGrid Grid{Keeper, "grid"};
+};
+
+TEST_F(GridOfTheForm, MovesItsCellWithTheArrowsAndStopsAtTheEdges) {
+    EXPECT_EQ(After(common::KeyUp), std::pair(0, 0));
+    EXPECT_EQ(After(common::KeyLeft), std::pair(0, 0));
+    EXPECT_EQ(After(common::KeyDown), std::pair(1, 0));
+    EXPECT_EQ(After(common::KeyRight), std::pair(1, 1));
+    EXPECT_EQ(After(common::KeyRight), std::pair(1, 1));
+    Grid.SetRow(22);
+    EXPECT_EQ(After(common::KeyDown), std::pair(22, 1));
+    EXPECT_EQ(After(common::KeyUp), std::pair(21, 1));
+    EXPECT_EQ(After(common::KeyLeft), std::pair(21, 0));
+}
+
+TEST_F(GridOfTheForm, TakesNoKeyWhileItIsDisabled) {
+    Grid.TurnsPages = true;
+    Grid.SetEnabled(false);
+    for (const std::int32_t key : {common::KeyDown, common::KeyRight, common::KeyPageDown})
+        EXPECT_EQ(After(key), std::pair(0, 0));
+    EXPECT_EQ(Grid.TopRow(), 0);
+}
+
+TEST_F(GridOfTheForm, TurnsNoPageWhereTheDeviceDoesNot) {
+    EXPECT_EQ(TopAfter(common::KeyPageDown), 0);
+    Grid.SetTopRow(9);
+    EXPECT_EQ(TopAfter(common::KeyPageUp), 9);
+}
+
+TEST_F(GridOfTheForm, TurnsByTheRowsThatStandOnThePage) {
+    Grid.TurnsPages = true;
+    EXPECT_EQ(TopAfter(common::KeyPageDown), 5);
+    EXPECT_EQ(TopAfter(common::KeyPageDown), 10);
+    EXPECT_EQ(TopAfter(common::KeyPageDown), 15);
+    EXPECT_EQ(TopAfter(common::KeyPageDown), 18);
+    EXPECT_EQ(TopAfter(common::KeyPageDown), 18);
+    EXPECT_EQ(TopAfter(common::KeyPageUp), 13);
+    Grid.SetTopRow(22); // the last row alone
+    EXPECT_EQ(TopAfter(common::KeyPageUp), 17);
+    Grid.SetTopRow(3);
+    EXPECT_EQ(TopAfter(common::KeyPageUp), 0);
+    EXPECT_EQ(Grid.Row(), 0);
+}
+
+TEST_F(GridOfTheForm, TurnsByOneRowThatIsHigherThanThePage) {
+    Grid.TurnsPages = true;
+    Grid.SetRowHeight(0, 300);
+    EXPECT_EQ(TopAfter(common::KeyPageDown), 1);
+}
+
+TEST_F(GridOfTheForm, TurnsNoPageOfAListThatFits) {
+    Grid.TurnsPages = true;
+    Grid.SetRows(3);
+    EXPECT_EQ(TopAfter(common::KeyPageDown), 0);
+    EXPECT_EQ(TopAfter(common::KeyPageUp), 0);
+}
+
+} // namespace
+} // namespace platform::headless

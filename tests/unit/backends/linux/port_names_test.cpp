@@ -1,0 +1,101 @@
+// SPDX-License-Identifier: MIT
+#include "backends/linux/port_names.h"
+
+#include "tests/unit/backends/linux/devices_under_test.h"
+
+#include <limits>
+
+using namespace platform::host;
+
+namespace {
+
+class PortNames : public DevicesUnderTest {
+protected:
+    /// The name of the device that "ComN" means.
+    std::string Com(std::int32_t number) {
+        const std::string path = PortPath(number, Dev.Path());
+        return path.empty() ? "none" : path.substr(Dev.Path().size() + 1);
+    }
+};
+
+TEST_F(PortNames, ABluetoothPortComesBeforeEverythingElse) {
+    Devices({"rfcomm0", "ttyUSB0", "ttyS0"});
+    EXPECT_EQ(Com(1), "rfcomm0");
+}
+
+TEST_F(PortNames, ABluetoothPortIsNumberedByItself) {
+    Devices({"rfcomm4"});
+    EXPECT_EQ(Com(5), "rfcomm4");
+    EXPECT_EQ(Com(1), "none");
+    EXPECT_EQ(Com(4), "none");
+}
+
+TEST_F(PortNames, AdaptersAreCountedWithoutGapsTtyUsbFirst) {
+    Devices({"ttyACM0", "ttyACM2", "ttyUSB1", "ttyUSB5"});
+    EXPECT_EQ(Com(1), "ttyUSB1");
+    EXPECT_EQ(Com(2), "ttyUSB5");
+    EXPECT_EQ(Com(3), "ttyACM0");
+    EXPECT_EQ(Com(4), "ttyACM2");
+    EXPECT_EQ(Com(5), "none");
+}
+
+TEST_F(PortNames, AdaptersAreInTheOrderOfTheirNumbersNotOfTheirLetters) {
+    Devices({"ttyUSB10", "ttyUSB9", "ttyUSB2", "ttyUSB100"});
+    EXPECT_EQ(Com(1), "ttyUSB2");
+    EXPECT_EQ(Com(2), "ttyUSB9");
+    EXPECT_EQ(Com(3), "ttyUSB10");
+    EXPECT_EQ(Com(4), "ttyUSB100");
+}
+
+TEST_F(PortNames, APortOfTheBoardComesAfterTheAdapters) {
+    Devices({"ttyUSB0", "ttyS0", "ttyS1", "ttyS9"});
+    EXPECT_EQ(Com(1), "ttyUSB0");
+    EXPECT_EQ(Com(2), "ttyS1");
+    EXPECT_EQ(Com(3), "none");
+    EXPECT_EQ(Com(10), "ttyS9");
+}
+
+TEST_F(PortNames, ABluetoothPortDoesNotMoveTheAdapters) {
+    Devices({"ttyUSB0", "ttyUSB1"});
+    EXPECT_EQ(Com(2), "ttyUSB1");
+    Device("rfcomm0");
+    EXPECT_EQ(Com(1), "rfcomm0");
+    EXPECT_EQ(Com(2), "ttyUSB1");
+    EXPECT_EQ(Com(3), "none");
+}
+
+TEST_F(PortNames, EachAskingLooksAnew) {
+    EXPECT_EQ(Com(1), "none");
+    Device("ttyUSB0");
+    EXPECT_EQ(Com(1), "ttyUSB0");
+    Remove("ttyUSB0");
+    EXPECT_EQ(Com(1), "none");
+}
+
+TEST_F(PortNames, NumbersThatNoPortHasMeanNoDevice) {
+    Devices({"rfcomm0", "ttyUSB0", "ttyS0"});
+    for (const std::int32_t number :
+         {0, -1, std::numeric_limits<std::int32_t>::min(), std::numeric_limits<std::int32_t>::max()})
+        EXPECT_EQ(Com(number), "none") << number;
+}
+
+TEST_F(PortNames, NamesThatOnlyLookAlikeDoNotCount) {
+    Devices({"ttyUSB", "ttyUSBx", "ttyUSB01", "ttyUSB-1", "ttyUSB1a", "xttyUSB0", "ttyusb0"});
+    EXPECT_EQ(Com(1), "none");
+}
+
+TEST_F(PortNames, WhatIsNoDeviceDoesNotCount) {
+    Dev.Put("ttyUSB0", "left by a redirection");
+    Dev.Put("rfcomm0", "");
+    Dev.Link("nowhere", "ttyUSB1");
+    std::filesystem::create_directory(Dev.Path("ttyACM0"));
+    EXPECT_EQ(Com(1), "none");
+    Device("ttyUSB2");
+    EXPECT_EQ(Com(1), "ttyUSB2");
+}
+
+TEST_F(PortNames, AFolderThatIsNotThereHasNoDevice) {
+    EXPECT_EQ(PortPath(1, Dev.Path("missing")), "");
+}
+
+} // namespace

@@ -1,0 +1,164 @@
+// SPDX-License-Identifier: MIT
+#include "backends/loop/serial_ports.h"
+
+#include "backends/headless/poll_pump.h"
+#include "backends/loop/no_commands.h"
+#include "tests/support/plugged_instrument.h"
+
+#include <gtest/gtest.h>
+#include <sys/ioctl.h>
+
+namespace platform::device {
+namespace {
+
+DeviceSerial* PortUnderTest = nullptr;
+int Events = 0;
+void (*OnReceive)() = nullptr;
+
+void Receive() {
+    ++Events;
+    OnReceive();
+}
+
+/// The control on a real line.
+class PortOnALine : public testing::Test {
+protected:
+    PortOnALine() {
+        PortUnderTest = &Port;
+        Events = 0;
+        OnReceive = [] {};
+        Open();
+    }
+    void Open() {
+        Port.SetPortId(1);
+        Port.SetLineSettings(u"9600,N,8,1");
+        Port.SetReceiveThreshold(1);
+        ASSERT_EQ(Port.SetPortOpen(true), NoError);
+    }
+    /// Sends, and waits until all of it can be read.
+    void Send(std::string_view bytes) {
+        Instrument.Send(bytes);
+        for (int there = 0; there < static_cast<int>(bytes.size());)
+            ASSERT_EQ(ioctl(Port.Descriptor(), FIONREAD, &there), 0);
+    }
+
+    PseudoTerminal Instrument;
+    DeviceSerial Port{{{{1, Instrument.Path()}}, {}}, Receive};
+};
+
+TEST_F(PortOnALine, RaisesItsEventForWhatHasCome) {
+    EXPECT_FALSE(Port.RaiseWhatIsPending());
+    Send("one\r\n");
+    EXPECT_TRUE(Port.RaiseWhatIsPending());
+    EXPECT_EQ(Events, 1);
+    EXPECT_EQ(Port.InBufferCount(), 5);
+    EXPECT_EQ(Port.ReadInput(), u"one\r\n");
+    EXPECT_FALSE(Port.RaiseWhatIsPending());
+}
+
+class CountingPump final : public headless::PollPump {
+public:
+    void Sleep(const std::vector<int>& descriptors, int milliseconds) override {
+        ++Sleeps;
+        PollPump::Sleep(descriptors, milliseconds);
+    }
+    int Sleeps = 0;
+};
+
+int Ticks = 0;
+
+// A descriptor that is left to be read, or a timer that is left due, would have the loop spin for as long as it is
+// held.
+TEST_F(PortOnALine, LetsTheLoopSleepWhileItsEventIsHeld) {
+    DeviceClock time;
+    NoCommands commands;
+    CountingPump pump;
+    EventLoop loop(time, commands, pump);
+    LoopTimer timer(loop, 100, true, [] { ++Ticks; });
+    bool held = true;
+    Ticks = 0;
+    Port.Held = timer.Held = [&held] { return held; };
+    loop.Listen(Port);
+    Send("one\r\n");
+    loop.PassTime(300);
+    Send("two\r\n");
+    loop.PassTime(300);
+    EXPECT_EQ(Events + Ticks, 0);
+    EXPECT_GT(pump.Sleeps, 0);
+    EXPECT_LT(pump.Sleeps, 50);
+    EXPECT_EQ(Port.WaitingCharacters(), 10U);
+    held = false;
+    loop.PassTime(150);
+    EXPECT_EQ(Events > 0 ? Port.ReadInput() : u"", u"one\r\ntwo\r\n");
+    EXPECT_GT(Ticks, 0);
+}
+
+TEST_F(PortOnALine, NoticesALineThatGoesWhileItsEventIsHeld) {
+    Port.Held = [] { return true; };
+    Send("one\r\n");
+    EXPECT_FALSE(Port.RaiseWhatIsPending());
+    Instrument.PullOut();
+    Port.RaiseWhatIsPending();
+    EXPECT_FALSE(Port.PortOpen());
+    EXPECT_EQ(Port.Descriptor(), -1);
+    EXPECT_EQ(Port.WaitingCharacters(), 5U) << "what came before stays";
+}
+
+// Whoever reads until the buffer is empty, and lets events run meanwhile, would read as long as an instrument sends.
+TEST_F(PortOnALine, ShowsNoMoreThanItsShareToOneEvent) {
+    static const PseudoTerminal* sender = nullptr;
+    static int reads = 0;
+    constexpr int FarTooMany = 1000;
+    sender = &Instrument;
+    reads = 0;
+    OnReceive = [] {
+        PortUnderTest->SetReceiveThreshold(0);
+        while (PortUnderTest->InBufferCount() > 0 && reads < FarTooMany) {
+            PortUnderTest->ReadInput();
+            sender->Send(std::string(2000, '~'));
+            ASSERT_TRUE(Tells(PortUnderTest->Descriptor()));
+            PortUnderTest->RaiseWhatIsPending(); // as the loop does
+            ++reads;
+        }
+        PortUnderTest->SetReceiveThreshold(1);
+    };
+    Send("~");
+    EXPECT_TRUE(Port.RaiseWhatIsPending());
+    EXPECT_GT(reads, 1);
+    EXPECT_LT(reads, 100);
+    OnReceive = [] {};
+    EXPECT_TRUE(Port.RaiseWhatIsPending()) << "what is left comes with the next event";
+    EXPECT_GT(Port.InBufferCount(), 0);
+}
+
+// A restart after a sleep closes the port, and a program that was busy meanwhile has not read what came.
+TEST_F(PortOnALine, GivesWhatCameBeforeItWasClosed) {
+    Send("late\r\n");
+    EXPECT_EQ(Port.SetPortOpen(false), NoError);
+    EXPECT_FALSE(Port.PortOpen());
+    EXPECT_EQ(Port.Descriptor(), -1);
+    EXPECT_TRUE(Port.RaiseWhatIsPending());
+    EXPECT_EQ(Port.ReadInput(), u"late\r\n");
+    EXPECT_FALSE(Port.RaiseWhatIsPending());
+}
+
+TEST_F(PortOnALine, KeepsWhatWasNotReadThroughAnotherOpening) {
+    Send("first\r\n");
+    Port.SetPortOpen(false);
+    Open();
+    Send("second\r\n");
+    EXPECT_TRUE(Port.RaiseWhatIsPending());
+    EXPECT_EQ(Port.ReadInput(), u"first\r\nsecond\r\n");
+}
+
+TEST_F(PortOnALine, IsClosedWhenTheOtherEndHasGone) {
+    Instrument.PullOut();
+    ASSERT_TRUE(Tells(Port.Descriptor()));
+    EXPECT_FALSE(Port.RaiseWhatIsPending());
+    EXPECT_FALSE(Port.PortOpen());
+    EXPECT_EQ(Port.Descriptor(), -1) << "nothing is left for the loop to wait for";
+    EXPECT_EQ(Events, 0);
+}
+
+} // namespace
+} // namespace platform::device

@@ -1,0 +1,331 @@
+// SPDX-License-Identifier: MIT
+#include "backends/qt/pump.h"
+
+#include "backends/loop/no_commands.h"
+
+#include <QEventLoop>
+#include <QTimer>
+#include <QWidget>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <ctime>
+#include <functional>
+#include <memory>
+#include <poll.h>
+#include <sys/wait.h>
+#include <thread>
+#include <unistd.h>
+
+namespace platform::qt {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+std::int64_t Since(Clock::time_point start) {
+    return std::chrono::duration_cast<std::chrono::milliseconds>(Clock::now() - start).count();
+}
+
+/// A pipe that can be made readable.
+class Pipe {
+public:
+    Pipe() { EXPECT_EQ(::pipe(Ends), 0); }
+    ~Pipe() {
+        ::close(Ends[0]);
+        ::close(Ends[1]);
+    }
+    Pipe(const Pipe&) = delete;
+    Pipe& operator=(const Pipe&) = delete;
+    int Descriptor() const { return Ends[0]; }
+    void Write() const { EXPECT_EQ(::write(Ends[1], "x", 1), 1); }
+    void Read() const {
+        char byte = 0;
+        EXPECT_EQ(::read(Ends[0], &byte, 1), 1);
+    }
+
+private:
+    int Ends[2] = {};
+};
+
+/// Raises an event for each byte of a pipe.
+class BytesOf final : public device::EventSource {
+public:
+    explicit BytesOf(const Pipe& pipe) : From(pipe) {}
+    int Descriptor() override { return From.Descriptor(); }
+    bool RaiseWhatIsPending() override {
+        pollfd waiting{From.Descriptor(), POLLIN, 0};
+        if (::poll(&waiting, 1, 0) <= 0)
+            return false;
+        From.Read();
+        ++Count;
+        return true;
+    }
+    int Count = 0;
+
+private:
+    const Pipe& From;
+};
+
+int Ticks = 0;
+void CountTick() {
+    ++Ticks;
+}
+
+class PumpOfAWindow : public testing::Test {
+protected:
+    PumpOfAWindow() {
+        Ticks = 0;
+        Pump.Serve(Loop);
+    }
+
+    QtPump Pump{[](const device::ProgramOver& over) { return over.Why == device::ProgramOver::Reason::Ended ? 0 : 7; }};
+    device::DeviceClock Time;
+    device::NoCommands Commands;
+    device::EventLoop Loop{Time, Commands, Pump};
+};
+
+// What wakes the pump comes long before the end of its sleep. However busy the machine is, half of it tells the two
+// apart.
+constexpr int LongSleep = 60000;
+
+TEST_F(PumpOfAWindow, WakesWhenADescriptorCanBeRead) {
+    const Pipe pipe;
+    std::thread writer([&] {
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+        pipe.Write();
+    });
+    const auto start = Clock::now();
+    pollfd waiting{pipe.Descriptor(), POLLIN, 0};
+    int wakings = 0;
+    for (; ::poll(&waiting, 1, 0) == 0 && Since(start) < LongSleep; ++wakings)
+        Pump.Sleep({pipe.Descriptor()}, LongSleep);
+    EXPECT_LT(Since(start), LongSleep / 2);
+    EXPECT_LT(wakings, 20) << "it sleeps until then";
+    writer.join();
+}
+
+TEST_F(PumpOfAWindow, WakesAgainForTheSameDescriptor) {
+    const Pipe pipe;
+    for (int time = 0; time < 3; ++time) {
+        pipe.Write();
+        const auto start = Clock::now();
+        Pump.Sleep({pipe.Descriptor()}, LongSleep);
+        EXPECT_LT(Since(start), LongSleep / 2) << time;
+        pipe.Read();
+    }
+}
+
+/// A machine that was busy elsewhere may miss any moment, but not each time.
+void ExpectOnceIn(int tries, const std::function<bool()>& holds) {
+    bool held = false;
+    for (int each = 0; each < tries && !held; ++each)
+        held = holds();
+    EXPECT_TRUE(held) << "in none of " << tries << " tries";
+}
+
+/// A timer of Qt's, which is due after twice the time, wakes a sleep that is too long.
+TEST_F(PumpOfAWindow, SleepsNoLongerThanItIsTold) {
+    ExpectOnceIn(20, [this] {
+        bool isLate = false;
+        QTimer later;
+        later.setTimerType(Qt::PreciseTimer);
+        later.setSingleShot(true);
+        QObject::connect(&later, &QTimer::timeout, [&] { isLate = true; });
+        later.start(160);
+        const auto start = Clock::now();
+        int wakings = 0;
+        for (; Since(start) < 80; ++wakings)
+            Pump.Sleep({}, static_cast<int>(std::max<std::int64_t>(80 - Since(start), 0)));
+        return !isLate && wakings < 40;
+    });
+}
+
+std::string Order;
+
+/// The second timer comes between the third and the fourth tick of the first one.
+TEST_F(PumpOfAWindow, FiresATimerInTime) {
+    ExpectOnceIn(20, [this] {
+        Order.clear();
+        device::LoopTimer timer(Loop, 50, true, [] { Order += 'a'; });
+        device::LoopTimer second(Loop, 175, true, [] { Order += 'b'; });
+        const auto start = Clock::now();
+        while (std::count(Order.begin(), Order.end(), 'a') < 4 && Since(start) < LongSleep)
+            Loop.WaitOnce();
+        EXPECT_GE(Since(start), 195);
+        return Order == "aaaba";
+    });
+}
+
+/// The processor's time of this process, in seconds.
+double TimeUsed() {
+    return static_cast<double>(std::clock()) / CLOCKS_PER_SEC;
+}
+
+TEST_F(PumpOfAWindow, UsesNoProcessorWhileItWaits) {
+    device::LoopTimer timer(Loop, 100, true, CountTick);
+    const Pipe pipe;
+    BytesOf bytes(pipe);
+    Loop.Listen(bytes);
+    const double before = TimeUsed();
+    const auto start = Clock::now();
+    while (Ticks < 10 && Since(start) < LongSleep)
+        Loop.WaitOnce();
+    EXPECT_EQ(Ticks, 10);
+    EXPECT_LT(TimeUsed() - before, 0.1);
+}
+
+/// Ends a loop of Qt's once something has come about. It looks by a timer of Qt's, which our loop knows nothing of.
+std::unique_ptr<QTimer> QuitOnce(QEventLoop& loop, std::function<bool()> holds) {
+    auto look = std::make_unique<QTimer>();
+    QObject::connect(look.get(), &QTimer::timeout, &loop, [&loop, holds = std::move(holds)] {
+        if (holds())
+            loop.quit();
+    });
+    look->start(20);
+    return look;
+}
+
+TEST_F(PumpOfAWindow, LetsTimersAndPortsGoOnInALoopOfQts) {
+    device::LoopTimer timer(Loop, 30, true, CountTick);
+    const Pipe pipe;
+    BytesOf bytes(pipe);
+    Loop.Listen(bytes);
+    QEventLoop foreign;
+    QTimer::singleShot(60, [&] { pipe.Write(); });
+    QTimer::singleShot(120, [&] { pipe.Write(); });
+    QTimer::singleShot(LongSleep, &foreign, &QEventLoop::quit);
+    const auto quit = QuitOnce(foreign, [&] { return Ticks >= 8 && bytes.Count == 2; });
+    // As a text that is dragged: Qt's loop runs inside an event that ours has let Qt handle.
+    bool inside = false;
+    QTimer::singleShot(0, [&] {
+        foreign.exec();
+        inside = true;
+    });
+    while (!inside)
+        Pump.Sleep(Loop.Descriptors(), 30);
+    EXPECT_GE(Ticks, 8);
+    EXPECT_EQ(bytes.Count, 2);
+}
+
+TEST_F(PumpOfAWindow, LetsAPortGoOnInALoopOfQtsAlsoWithoutATimer) {
+    const Pipe pipe;
+    BytesOf bytes(pipe);
+    Loop.Listen(bytes);
+    QEventLoop foreign;
+    bool inside = false;
+    for (const int moment : {60, 120, 180})
+        QTimer::singleShot(moment, [&] { pipe.Write(); });
+    QTimer::singleShot(LongSleep, &foreign, &QEventLoop::quit);
+    const auto quit = QuitOnce(foreign, [&] { return bytes.Count == 3; });
+    QTimer::singleShot(0, [&] {
+        foreign.exec();
+        inside = true;
+    });
+    while (!inside)
+        Pump.Sleep(Loop.Descriptors(), 1000);
+    EXPECT_EQ(bytes.Count, 3);
+}
+
+TEST_F(PumpOfAWindow, UsesNoProcessorInALoopOfQts) {
+    device::LoopTimer timer(Loop, 100, true, CountTick);
+    const Pipe pipe;
+    BytesOf bytes(pipe);
+    Loop.Listen(bytes);
+    QEventLoop foreign;
+    bool inside = false;
+    QTimer::singleShot(0, [&] {
+        foreign.exec();
+        inside = true;
+    });
+    QTimer::singleShot(1000, &foreign, &QEventLoop::quit);
+    const double before = TimeUsed();
+    while (!inside)
+        Pump.Sleep(Loop.Descriptors(), 100);
+    EXPECT_LT(TimeUsed() - before, 0.1);
+}
+
+TEST_F(PumpOfAWindow, RaisesNothingWhileItBreathes) {
+    device::LoopTimer timer(Loop, 1, true, CountTick);
+    const Pipe pipe;
+    BytesOf bytes(pipe);
+    Loop.Listen(bytes);
+    pipe.Write();
+    Pump.Sleep(Loop.Descriptors(), 0);
+    const int before = Ticks;
+    const int heard = bytes.Count;
+    for (int time = 0; time < 5; ++time) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(5));
+        Pump.Breathe();
+    }
+    EXPECT_EQ(Ticks, before);
+    EXPECT_EQ(bytes.Count, heard);
+    Loop.HandleDue();
+    EXPECT_GT(Ticks, before);
+    EXPECT_EQ(bytes.Count, 1);
+}
+
+class PaintedWidget final : public QWidget {
+public:
+    int Painted = 0;
+
+protected:
+    void paintEvent(QPaintEvent*) override { ++Painted; }
+};
+
+TEST_F(PumpOfAWindow, PaintsWhileItBreathes) {
+    PaintedWidget widget;
+    widget.resize(50, 50);
+    widget.show();
+    Loop.HandleDue();
+    const int before = widget.Painted;
+    widget.update();
+    Pump.Breathe();
+    EXPECT_GT(widget.Painted, before);
+}
+
+TEST_F(PumpOfAWindow, TellsOfWorkThatTakesATenthOfASecond) {
+    std::vector<bool> told;
+    std::vector<std::int64_t> when;
+    Clock::time_point start;
+    Pump.WorkShown = [&](bool working) {
+        told.push_back(working);
+        when.push_back(Since(start));
+    };
+    start = Clock::now();
+    Loop.HandleDue();
+    while (told.empty() && Since(start) < LongSleep)
+        Pump.Working();
+    EXPECT_EQ(told, std::vector<bool>{true});
+    EXPECT_GE(when[0], 100) << "what is quick is not told";
+    Loop.HandleDue();
+    EXPECT_EQ(told, (std::vector<bool>{true, false}));
+}
+
+TEST_F(PumpOfAWindow, TakesADescriptorThatWasClosedAndOpenedAgain) {
+    for (int time = 0; time < 3; ++time) {
+        const Pipe pipe; // the same number as the one before
+        Pump.Sleep({pipe.Descriptor()}, 0);
+        pipe.Write();
+        const auto start = Clock::now();
+        Pump.Sleep({pipe.Descriptor()}, LongSleep);
+        EXPECT_LT(Since(start), LongSleep / 2) << time;
+        Pump.Sleep({}, 0);
+    }
+}
+
+TEST_F(PumpOfAWindow, LeavesTheProgramWithTheStatusThatItIsGiven) {
+    for (const auto& [reason, status] :
+         {std::pair(device::ProgramOver::Reason::Ended, 0), std::pair(device::ProgramOver::Reason::Failed, 7)}) {
+        const pid_t child = ::fork();
+        if (child == 0)
+            Pump.Leave({reason, {}});
+        int ended = 0;
+        ASSERT_EQ(::waitpid(child, &ended, 0), child);
+        EXPECT_TRUE(WIFEXITED(ended));
+        EXPECT_EQ(WEXITSTATUS(ended), status);
+    }
+}
+
+} // namespace
+} // namespace platform::qt

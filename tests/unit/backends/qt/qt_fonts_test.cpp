@@ -1,0 +1,264 @@
+// SPDX-License-Identifier: MIT
+// The window's own fonts: what is measured is what is drawn.
+#include "backends/qt/fonts.h"
+
+#include "backends/qt/conversions.h"
+#include "tests/support/in_a_window.h"
+
+#include <QFontDatabase>
+#include <QFontMetrics>
+#include <QPainter>
+#include <QProcess>
+
+#include <set>
+
+namespace windowtest {
+namespace {
+
+using platform::qt::FontOf;
+using platform::qt::LinesOf;
+using platform::qt::QtFonts;
+using platform::qt::ToQt;
+
+const Text SomeWords = u"Moisture of the sample that was taken at noon, in per cent of its weight";
+
+class MeasuredText : public testing::Test {
+protected:
+    QtFonts Fonts;
+    platform::FontHandle Font = Fonts.GetFont(u"Tahoma", 9, 0);
+    std::int32_t Lines(const Text& text, std::int32_t width) {
+        return Fonts.MeasureWrapped(Font, text, width).Height / Fonts.FontHeight(Font);
+    }
+};
+
+struct Paragraph {
+    const char16_t* Words;
+    std::int32_t Lines;
+};
+
+void PrintTo(const Paragraph& row, std::ostream* out) {
+    *out << '"' << modStringTools::ToBytes(row.Words) << '"';
+}
+
+class LinesOfText : public MeasuredText, public testing::WithParamInterface<Paragraph> {};
+
+TEST_P(LinesOfText, AreCounted) {
+    constexpr std::int32_t Wide = 500;
+    EXPECT_EQ(Lines(GetParam().Words, Wide), GetParam().Lines);
+}
+
+INSTANTIATE_TEST_SUITE_P(Texts, LinesOfText,
+                         testing::Values(Paragraph{u"", 1}, Paragraph{u"a", 1}, Paragraph{u"a\r\nb", 2},
+                                         Paragraph{u"a\nb", 2}, Paragraph{u"a\rb", 2}, Paragraph{u"a\n\nb", 3},
+                                         Paragraph{u"a\n\rb", 3}, Paragraph{u"a\r\n", 1}, Paragraph{u"\r\n", 1},
+                                         Paragraph{u"\r\nb", 2}, Paragraph{u"a\r\n\r\n", 2}));
+
+/// The same texts have as many lines on a screen that nobody sees, so that rows grow alike.
+TEST_P(LinesOfText, AreAsManyAsOnAScreenThatNobodySees) {
+    platform::headless::HeadlessFonts fixed;
+    const platform::FontHandle font = fixed.GetFont(u"Tahoma", 9, 0);
+    EXPECT_EQ(fixed.MeasureWrapped(font, GetParam().Words, 500).Height / fixed.FontHeight(font), GetParam().Lines);
+}
+
+TEST_F(MeasuredText, IsBrokenBeforeTheWordThatDoesNotFit) {
+    const std::int32_t width = Fonts.MeasureLine(Font, SomeWords, 0, 100).Width;
+    EXPECT_EQ(Lines(SomeWords, width + 2), 1);
+    EXPECT_EQ(Lines(SomeWords, width - 2), 2);
+    EXPECT_GE(Lines(SomeWords, width / 3), 3);
+    for (const QString& line : LinesOf(FontOf(u"Tahoma", 9), SomeWords, width / 3))
+        EXPECT_TRUE(ToQt(SomeWords).contains(line));
+}
+
+TEST_F(MeasuredText, IsAsWideAsItsWidestLineAndNoWiderThanItMayBe) {
+    for (const std::int32_t width : {60, 100, 170, 300}) {
+        const platform::TextSize size = Fonts.MeasureWrapped(Font, SomeWords, width);
+        EXPECT_LE(size.Width, width + 3) << "a blank at the end of a line may hang out";
+        EXPECT_GT(size.Width, 0);
+    }
+}
+
+TEST_F(MeasuredText, CutsAWordThatIsLongerThanALine) {
+    const Text word(60, u'm');
+    const std::int32_t width = Fonts.MeasureLine(Font, u"mmmmmmmmmm", 0, 10).Width + 1;
+    EXPECT_EQ(Lines(word, width), 6);
+    QString all;
+    for (const QString& line : LinesOf(FontOf(u"Tahoma", 9), word, width))
+        all += line;
+    EXPECT_EQ(all, ToQt(word)) << "nothing of it is lost";
+}
+
+TEST_F(MeasuredText, ComesToAnEndAtAWidthOfNothing) {
+    EXPECT_GE(Lines(u"abc", 0), 1);
+    EXPECT_GE(Lines(u"abc", -5), 1);
+}
+
+TEST_F(MeasuredText, CountsAPartOfALine) {
+    const std::int32_t all = Fonts.MeasureLine(Font, u"abcdef", 0, 6).Width;
+    EXPECT_EQ(Fonts.MeasureLine(Font, u"abcdef", 0, 100).Width, all);
+    EXPECT_LT(Fonts.MeasureLine(Font, u"abcdef", 0, 3).Width, all);
+    EXPECT_EQ(Fonts.MeasureLine(Font, u"ab\r\ncdef", 0, 100).Width, all) << "line ends have no width";
+    EXPECT_EQ(Fonts.MeasureLine(Font, u"", 0, 0).Width, 0);
+    EXPECT_EQ(Fonts.MeasureLine(Font, u"", 0, 0).Height, Fonts.FontHeight(Font));
+}
+
+// Fonts of the devices.
+
+class FontOfADevice : public testing::TestWithParam<const char16_t*> {};
+
+TEST_P(FontOfADevice, HasAStandInInEverySize) {
+    std::int32_t before = 0;
+    QtFonts fonts;
+    for (const std::int32_t size : {6, 8, 10, 14, 20}) {
+        const std::int32_t height = fonts.FontHeight(fonts.GetFont(GetParam(), size, 0));
+        EXPECT_GT(height, before) << size;
+        before = height;
+    }
+    const QFont font = FontOf(GetParam(), 9);
+    EXPECT_TRUE(QFontInfo(font).family().startsWith(font.family())) << QFontInfo(font).family().toStdString();
+}
+
+INSTANTIATE_TEST_SUITE_P(Names, FontOfADevice,
+                         testing::Values(u"AFPalm", u"AFPalmHR", u"AFSE UIQ Standard", u"Microsoft Sans Serif CMF",
+                                         u"Nokia Sans S60", u"Tahoma"));
+
+class NarrowLetters : public testing::Test {
+protected:
+    static constexpr const char* Family = "DejaVu Sans Condensed";
+    static constexpr const char* Missing = "QUORIN_TEST_WITHOUT_NARROW_FONT";
+
+    static std::int32_t Width(const char16_t* font, std::int32_t size) {
+        QtFonts fonts;
+        return fonts.MeasureLine(fonts.GetFont(font, size, 0), SomeWords, 0, 100).Width;
+    }
+};
+
+TEST_F(NarrowLetters, TakeLessRoomThanTheOthers) {
+    EXPECT_NE(QFontDatabase::hasFamily(QLatin1String(Family)), qEnvironmentVariableIsSet(Missing));
+    EXPECT_LT(Width(u"AFPalm", 9), Width(u"Nokia Sans S60", 9));
+    EXPECT_LT(Width(u"AFPalmHR", 9) * 100, Width(u"Nokia Sans S60", 18) * 95);
+}
+
+/// The same on a machine that has not got their font: another run of this program, which finds it nowhere.
+TEST_F(NarrowLetters, AreThereAlsoWhereTheirFontIsNot) {
+    support::TemporaryFolder folder;
+    folder.Put("fonts.conf", std::string("<fontconfig><include>/etc/fonts/fonts.conf</include><selectfont><rejectfont>"
+                                         "<pattern><patelt name=\"family\"><string>") +
+                                 Family + "</string></patelt></pattern></rejectfont></selectfont></fontconfig>");
+    QProcess program;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("FONTCONFIG_FILE"),
+                       QString::fromStdString((folder.Path() / "fonts.conf").string()));
+    environment.insert(QLatin1String(Missing), QStringLiteral("1"));
+    program.setProcessEnvironment(environment);
+    program.start(QCoreApplication::applicationFilePath(),
+                  {QStringLiteral("--gtest_filter=NarrowLetters.Take*:*FontOfADevice.*")});
+    ASSERT_TRUE(program.waitForFinished());
+    EXPECT_EQ(program.exitCode(), 0) << program.readAllStandardOutput().toStdString();
+}
+
+TEST(FontsOfTheWindow, AreTheSameFontUnderTheSameHandle) {
+    QtFonts fonts;
+    const auto font = fonts.GetFont(u"Tahoma", 9, 0);
+    EXPECT_EQ(fonts.GetFont(u"Tahoma", 9, 0), font);
+    EXPECT_NE(fonts.GetFont(u"Tahoma", 10, 0), font);
+    EXPECT_NE(fonts.GetFont(u"AFPalm", 9, 0), font);
+}
+
+TEST(FontsOfTheWindow, AreThereAlsoForANameOrASizeThatIsNotKnown) {
+    QtFonts fonts;
+    EXPECT_GT(fonts.FontHeight(fonts.GetFont(u"No such font", 9, 0)), 0);
+    EXPECT_GT(fonts.FontHeight(fonts.GetFont(u"Tahoma", 0, 0)), 0);
+    EXPECT_GT(fonts.FontHeight(fonts.GetFont(u"Tahoma", -3, 0)), 0);
+}
+
+TEST(FontsOfTheWindow, AreListedOnceEach) {
+    QtFonts fonts;
+    std::set<Text> names;
+    for (Text name = fonts.FirstFontName(); !name.empty(); name = fonts.NextFontName())
+        EXPECT_TRUE(names.insert(name).second);
+    EXPECT_FALSE(names.empty());
+    EXPECT_EQ(fonts.NextFontName(), u"");
+}
+
+// What is drawn.
+
+class DrawnText : public InAWindow {
+protected:
+    DrawnText() : InAWindow(OfType(0), {.RealFonts = true}) {}
+
+    /// How many lines of text stand in a box of a picture: the groups of rows that have something dark in them.
+    static int LinesIn(const QImage& picture, const QRect& box) {
+        int lines = 0;
+        bool wasInk = false;
+        for (int y = box.top() + 1; y < box.bottom(); ++y) {
+            bool ink = false;
+            for (int x = box.left() + 2; x < box.right() - 2; ++x)
+                ink = ink || picture.pixelColor(x, y).lightness() < 110;
+            lines += ink && !wasInk ? 1 : 0;
+            wasInk = ink;
+        }
+        return lines;
+    }
+};
+
+TEST_F(DrawnText, HasAsManyLinesAsWereMeasured) {
+    // No letter has a part of its own below or above, so that each line is one group of rows.
+    const std::string words = "nuxo mruw saxo nemo runa womo saru xeno mora suno";
+    OpenRecord("Place|Moisture|Remark\na|" + words + " " + words + " " + words + "|c\n");
+    auto& fonts = Device.Platform.fonts;
+    const auto font = fonts.GetFont(Main().FontName(), Main().FontSize(), 0);
+    const platform::TextSize size = fonts.MeasureWrapped(font, Cell(1, 1), Main().ColWidth(1));
+    const int lines = size.Height / fonts.FontHeight(font);
+    ASSERT_GE(lines, 2);
+    EXPECT_EQ(Main().RowHeight(1), size.Height + 4);
+    EXPECT_EQ(LinesIn(Grid().grab().toImage(), Grid().CellRect(1, 1)), lines);
+}
+
+TEST_F(DrawnText, OfALineStandsInItsRow) {
+    OpenRecord();
+    const QImage picture = Grid().grab().toImage();
+    EXPECT_EQ(LinesIn(picture, Grid().CellRect(0, 1)), 1);
+    EXPECT_EQ(LinesIn(picture, Grid().CellRect(1, 1)), 1);
+}
+
+TEST_F(MeasuredText, IsShapedOnceHoweverOftenALongOneIsAskedFor) {
+    Text text;
+    for (int i = 0; i < 2000; ++i)
+        text += SomeWords;
+    const std::size_t before = platform::qt::LongTextsShaped();
+    const platform::TextSize size = Fonts.MeasureWrapped(Font, text, 200);
+    EXPECT_EQ(Fonts.MeasureWrapped(Font, text, 200).Height, size.Height);
+    EXPECT_EQ(LinesOf(FontOf(u"Tahoma", 9), text, 200).size(), size.Height / Fonts.FontHeight(Font));
+    EXPECT_EQ(platform::qt::LongTextsShaped(), before + 1);
+    EXPECT_LE(Fonts.MeasureWrapped(Font, text, 400).Height, size.Height) << "another width is another shape";
+    EXPECT_EQ(platform::qt::LongTextsShaped(), before + 2);
+    text.back() = u'!';
+    Fonts.MeasureWrapped(Font, text, 200);
+    EXPECT_EQ(platform::qt::LongTextsShaped(), before + 3);
+}
+
+class LongTextOnThePage : public InAWindow {
+protected:
+    LongTextOnThePage() : InAWindow(OfType(0), {true, 1}) {}
+};
+
+TEST_F(LongTextOnThePage, IsNotShapedAnewAtEachPaint) {
+    ShowRows(3);
+    Text text;
+    while (text.size() < 200000)
+        text += SomeWords;
+    Main().SetCell(1, 0, text);
+    Settle();
+    Grid().grab();
+    const std::size_t shaped = platform::qt::LongTextsShaped();
+    EXPECT_GT(shaped, 0U);
+    for (int i = 0; i < 5; ++i) {
+        Main().SetRow(i % 2);
+        Settle();
+        Grid().grab();
+    }
+    EXPECT_EQ(platform::qt::LongTextsShaped(), shaped);
+}
+
+} // namespace
+} // namespace windowtest

@@ -1,0 +1,315 @@
+// SPDX-License-Identifier: MIT
+#include "src/link/receive.h"
+
+#include "src/blob/decoding.h"
+#include "src/blob/framing.h"
+#include "src/link/mailbox.h"
+#include "src/link/ports.h"
+#include "src/storage/settings.h"
+#include "tests/link/noted_port.h"
+#include "src/view/grids.h"
+
+namespace modBluetooth {
+namespace {
+
+using modQuorin::SaveSetting;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+const Text Hello = u"[BLob]\r\n[CONNECT \"A1\"]\r\n[/BLob]\r\n";
+const Text Reading =
+    u"[BLob]\r\n[RESULT_TYPE \"Moisture\"]\r\n[RESULT_VALUE \"23.4\"]\r\n[RESULT_UNIT \"%\"]\r\n[/BLob]\r\n";
+
+/// A driver that listens, its download open, and the link up over a simulated port.
+class Receiving : public support::Program {
+protected:
+    Receiving() {
+        SaveSetting(u"ComPort", u"Com1");
+        InstallMeter();
+        OpenDownload("");
+        Device.Tick(500);
+    }
+    void Arrive(const Text& text) {
+        Device.Platform.serial.Arrive(text);
+        Settle();
+    }
+    Text Moisture() { return Cell(1, 1); }
+};
+
+TEST_F(Receiving, ResultIsInTheRecordAtTheFirstOrSecondTick) {
+    Arrive(Reading);
+    EXPECT_TRUE(Receive.BlobEndSeen);
+    EXPECT_EQ(Moisture(), u"");
+    Device.Tick(1000);
+    EXPECT_EQ(Moisture(), u"23.4 %");
+    EXPECT_EQ(Receive.ReadyText, u"");
+}
+
+TEST_F(Receiving, WaitsForHalfASecondSinceTheLastFullTick) {
+    Device.Tick(250);
+    Arrive(Reading);
+    Device.Tick(250); // the tick that follows the last full one by half a second
+    EXPECT_EQ(Moisture(), u"23.4 %");
+}
+
+/// What is done to the machine's clock right before a reading, in seconds: by a time server, or at the end of summer.
+class ClockThatIsSet : public Receiving, public testing::WithParamInterface<int> {};
+
+TEST_P(ClockThatIsSet, HoldsUpNoReadingAndIsNoSleep) {
+    Device.Tick(600);
+    Device.Platform.clock.SetWall(GetParam());
+    Arrive(Reading);
+    Device.Tick(1000);
+    EXPECT_EQ(Moisture(), u"23.4 %");
+    EXPECT_EQ(Receive.LinkState, LinkStateOpen);
+    EXPECT_TRUE(Ports.LinkOpen);
+}
+
+INSTANTIATE_TEST_SUITE_P(Seconds, ClockThatIsSet, testing::Values(-3600, -1, 1, 3600, 86400));
+
+TEST_F(Receiving, StampsARecordWithWhatTheMachinesClockShows) {
+    const auto before = Device.Platform.clock.Now();
+    Device.Platform.clock.SetWall(-3600);
+    EXPECT_EQ(Device.Platform.clock.Now().Hour, before.Hour - 1);
+}
+
+/// The reading, in two pieces: before each of its last eleven characters in turn.
+class SplitReading : public Receiving, public testing::WithParamInterface<int> {};
+
+TEST_P(SplitReading, ComesTogether) {
+    const std::size_t place = Reading.size() - static_cast<std::size_t>(GetParam());
+    Arrive(Reading.substr(0, place));
+    EXPECT_FALSE(Receive.BlobEndSeen);
+    Arrive(Reading.substr(place));
+    EXPECT_TRUE(Receive.BlobEndSeen);
+    Device.Tick(1000);
+    EXPECT_EQ(Moisture(), u"23.4 %");
+}
+
+INSTANTIATE_TEST_SUITE_P(Pieces, SplitReading, testing::Range(1, 12));
+
+TEST_F(Receiving, LinesThatEndOtherwiseWait) {
+    Arrive(u"[BLob]\n[/BLob]\n");
+    EXPECT_EQ(Receive.RxText, u"[BLob]\n[/BLob]\n");
+    EXPECT_EQ(Receive.ReadyText, u"");
+    Arrive(u"\r\n");
+    EXPECT_EQ(Receive.RxText, u"");
+    EXPECT_FALSE(Receive.BlobEndSeen);
+}
+
+// A search from the first character at each arrival would not come to an end.
+TEST_F(Receiving, TextWithoutAnyLineEndIsSearchedOnce) {
+    Receive.RxText.assign(4000000, u'~');
+    for (int i = 0; i < 20000; ++i) {
+        Receive.RxText += u"~\r";
+        ASSERT_FALSE(TakeCompleteLines());
+    }
+    Receive.RxText += u"\nrest";
+    EXPECT_TRUE(TakeCompleteLines());
+    EXPECT_EQ(Receive.ReadyText.size(), 4040001U);
+    EXPECT_EQ(Receive.RxText, u"rest");
+}
+
+TEST_F(Receiving, EndTagOfAnotherCaseWaitsForOneThatIsRight) {
+    Arrive(u"[BLob]\r\n[RESULT_TYPE \"Moisture\"]\r\n[RESULT_VALUE \"1\"]\r\n[RESULT_UNIT \"%\"]\r\n[/BLOB]\r\n");
+    Device.Tick(2000);
+    EXPECT_EQ(Moisture(), u"");
+    EXPECT_FALSE(Receive.ReadyText.empty());
+    Arrive(Hello);
+    Device.Tick(1000);
+    EXPECT_EQ(Moisture(), u"1 %");
+}
+
+TEST_F(Receiving, EndTagInTheMiddleOfAChunkWaitsForOneAtAnEnd) {
+    Arrive(Reading + u"noise\r\n");
+    Device.Tick(2000);
+    EXPECT_EQ(Moisture(), u"");
+    Arrive(Hello);
+    Device.Tick(1000);
+    EXPECT_EQ(Moisture(), u"23.4 %");
+}
+
+TEST_F(Receiving, WantsTheLinkEvenAfterABack) {
+    Receive.LinkWanted = false;
+    Arrive(u"x");
+    EXPECT_TRUE(Receive.LinkWanted);
+}
+
+TEST_F(Receiving, TextThatComesDuringAQuestionIsLost) {
+    Device.Main().SetCell(1, 1, u"old");
+    Device.WillAnswer(platform::BoxAnswer::Yes);
+    Device.WhileABoxStands([this] { Arrive(u"[BLob]\r\n[RESULT_TYPE \"Remark\"]\r\n"); });
+    Arrive(Reading);
+    Device.Tick(1000);
+    EXPECT_EQ(Moisture(), u"23.4 %");
+    EXPECT_EQ(Receive.ReadyText, u"");
+    EXPECT_EQ(modBLob::Framing.BlobBuffer, u"");
+}
+
+/// Ticks go on while a question stands. What was decoded before it is not decoded once more.
+TEST_F(Receiving, IsAskedOnceHoweverLongAQuestionStands) {
+    Device.Main().SetCell(1, 1, u"old");
+    Device.WillAnswer(platform::BoxAnswer::Yes);
+    Device.WhileABoxStands([this] {
+        Device.Tick(2000);
+        Arrive(u"a line without an end");
+        EXPECT_FALSE(Receive.BlobEndSeen);
+        Device.Tick(2000);
+    });
+    Arrive(Reading);
+    Device.Tick(1000);
+    EXPECT_EQ(Device.Did.Boxes.size(), 1U);
+    EXPECT_EQ(Moisture(), u"23.4 %");
+}
+
+/// It was the road before the port was chosen.
+TEST_F(Receiving, LeavesTheMailboxAlone) {
+    SetMailboxPath();
+    Device.Folder.Put("c/ipcout.txt", modStringTools::ToBytes(Reading));
+    Device.Tick(3000);
+    EXPECT_TRUE(Device.Folder.Has("c/ipcout.txt"));
+    EXPECT_EQ(Moisture(), u"");
+}
+
+TEST_F(Receiving, AroundMidnightTheDecodingWaitsForTheSameTimeOfDay) {
+    Device.SetTime("2007-03-05T23:59:58");
+    Device.Tick(500);
+    Arrive(Reading);
+    Device.SetTime("2007-03-06T00:00:01");
+    Device.Tick(60000);
+    EXPECT_EQ(Moisture(), u"");
+    EXPECT_FALSE(Receive.ReadyText.empty());
+    Device.SetTime("2007-03-06T23:59:58");
+    Device.Tick(1000); // the first tick takes the day for a sleep
+    EXPECT_EQ(Moisture(), u"23.4 %");
+}
+
+TEST_F(Receiving, DroppedPortIsOpenAgainAtTheNextTick) {
+    Device.Platform.serial.Drop();
+    Device.Tick(500);
+    EXPECT_TRUE(Ports.LinkOpen);
+    EXPECT_TRUE(Device.Platform.serial.PortOpen());
+}
+
+TEST_F(Receiving, TextBeforeADropIsKept) {
+    Arrive(Reading.substr(0, 20));
+    Device.Platform.serial.Drop();
+    Device.Tick(500);
+    Arrive(Reading.substr(20));
+    Device.Tick(1000);
+    EXPECT_EQ(Moisture(), u"23.4 %");
+}
+
+TEST_F(Receiving, BackTakesThePortDownAtTheNextTickAndLeavesTheTitle) {
+    modQuorin::GoBack();
+    EXPECT_TRUE(Device.Platform.serial.PortOpen());
+    Device.Tick(500);
+    EXPECT_FALSE(Device.Platform.serial.PortOpen());
+    EXPECT_FALSE(Ports.LinkOpen);
+    EXPECT_EQ(TitleCell(), u"Downloads");
+    EXPECT_EQ(Receive.LinkState, LinkStateOpen);
+}
+
+TEST_F(Receiving, RestartAfterASleepTakesThreeTicks) {
+    Receive.LinkState = LinkStateReset;
+    HandleBlueTimer();
+    EXPECT_FALSE(Device.Platform.serial.PortOpen());
+    EXPECT_EQ(Receive.LinkState, LinkStateReset);
+    EXPECT_EQ(TitleCell(), u"Bluetooth :-(");
+    HandleBlueTimer();
+    EXPECT_EQ(Receive.LinkState, LinkStateOpen);
+    EXPECT_FALSE(Ports.LinkOpen);
+    HandleBlueTimer();
+    EXPECT_TRUE(Ports.LinkOpen);
+    EXPECT_EQ(TitleCell(), u"Bluetooth :-)");
+}
+
+TEST_F(Receiving, StateOfTheLinkIsWrittenOnlyWhenItChanges) {
+    EXPECT_EQ(TitleCell(), u"Bluetooth :-)");
+    Device.Title().SetCell(0, 0, u"mine");
+    Device.Tick(2000);
+    EXPECT_EQ(TitleCell(), u"mine");
+}
+
+TEST_F(Receiving, PortThatFailsIsTriedAtEachTick) {
+    Device.Platform.serial.Drop();
+    Device.Platform.serial.FailOpenings(2);
+    Device.Tick(1000);
+    EXPECT_FALSE(Ports.LinkOpen);
+    EXPECT_EQ(TitleCell(), u"Bluetooth :-(");
+    Device.Tick(500);
+    EXPECT_TRUE(Ports.LinkOpen);
+    EXPECT_THAT(Device.Did.Boxes, IsEmpty());
+}
+
+TEST_F(Receiving, TurnedOffTheLinkIsShownAsDownAndThePortStaysOpen) {
+    SaveSetting(u"ComPort", u"OFF");
+    Device.Tick(500);
+    EXPECT_FALSE(Ports.LinkOpen);
+    EXPECT_EQ(TitleCell(), u"Bluetooth :-(");
+    EXPECT_TRUE(Device.Platform.serial.PortOpen());
+}
+
+using AnyPort = OnANotedPort;
+
+/// An event for what comes during the drain would find it half done.
+TEST_F(AnyPort, IsDrainedWithoutAFurtherEvent) {
+    Port.Chunks = {u"a line\r\n", u"rest"};
+    HandleBlueOnComm();
+    EXPECT_THAT(Port.Asked, ElementsAre(u"threshold 0", u"read a line\r\n", u"read rest", u"threshold 1"));
+    EXPECT_EQ(Receive.ReadyText, u"a line\r\n");
+    EXPECT_EQ(Receive.RxText, u"rest");
+}
+
+TEST_F(AnyPort, IsReadForCharactersAlone) {
+    for (const std::int32_t event : {1, 3, 5}) {
+        Port.Event = event;
+        Port.Chunks = {u"x"};
+        HandleBlueOnComm();
+        EXPECT_THAT(Port.Asked, IsEmpty()) << event;
+        EXPECT_FALSE(Receive.LinkWanted) << event;
+    }
+}
+
+/// A line that does not stop sending must not keep the form from its work.
+TEST_F(AnyPort, LetsTheFormGoOnBetweenTwoReadings) {
+    modPDAUI::RepaintGrids(false);
+    Device.Platform.loop.Jump(1000);
+    ASSERT_TRUE(modPDAUI::Grids.RepaintPending);
+    Port.Chunks = {u"x"};
+    HandleBlueOnComm();
+    EXPECT_FALSE(modPDAUI::Grids.RepaintPending);
+}
+
+class NoLink : public support::Program {};
+
+TEST_F(NoLink, TicksDoNothingWithTheLinkOff) {
+    InstallMeter();
+    OpenDownload("");
+    Device.Tick(3000);
+    EXPECT_FALSE(Ports.LinkOpen);
+    EXPECT_EQ(TitleCell(), u"Download");
+}
+
+TEST_F(NoLink, DriverWithoutAResultFieldDoesNotArmIt) {
+    InstallMeter("Place|1||||||\n");
+    OpenDownload("");
+    EXPECT_FALSE(Receive.LinkWanted);
+    EXPECT_EQ(Receive.LinkState, LinkStateIdle);
+}
+
+TEST_F(NoLink, LinkTraceArmsIt) {
+    modQuorin::MenuEvent(u"Bluetooth Debug...");
+    EXPECT_TRUE(Receive.LinkWanted);
+    EXPECT_EQ(Receive.LinkState, LinkStateOpen);
+}
+
+TEST_F(NoLink, StateThatIsNoStateKeepsTheLinkDown) {
+    SaveSetting(u"ComPort", u"Com1");
+    Receive.LinkWanted = true;
+    Device.Tick(1000);
+    EXPECT_FALSE(Ports.LinkOpen);
+}
+
+} // namespace
+} // namespace modBluetooth

@@ -1,0 +1,273 @@
+// SPDX-License-Identifier: MIT
+// What a text file and a line database have in common: one suite, run over both.
+#include "src/storage/line_files.h"
+
+#include "src/storage/settings.h"
+#include "tests/support/test_device.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace modFileSystem {
+namespace {
+
+using modStringTools::NumberText;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+/// A back-end by the name of a file that lies on it.
+class LineFile : public testing::TestWithParam<const char16_t*> {
+protected:
+    LineFile() { modQuorin::SetFilePaths(); }
+    ~LineFile() override { CloseFile(File); }
+
+    Text Name() const { return GetParam(); }
+    void Open(const char16_t* mode) { OpenFile(File, Name(), mode, u"TEXT", u"QVRN"); }
+    void Write(const std::vector<Text>& lines) {
+        Open(u"w");
+        for (const Text& line : lines)
+            WriteFileLine(File, line);
+    }
+    void WriteTen() {
+        Open(u"w");
+        for (std::int32_t i = 1; i <= 10; ++i)
+            WriteFileLine(File, u"This is Line " + NumberText(i));
+    }
+    Text Read(std::int32_t line) { return ReadFileLine(File, line); }
+    std::vector<Text> Lines() {
+        std::vector<Text> lines;
+        const std::int32_t count = FileLineCount(File);
+        for (std::int32_t line = 1; line <= count; ++line)
+            lines.push_back(Read(line));
+        return lines;
+    }
+
+    support::TestDevice Device;
+    FileHandle File;
+};
+
+TEST_P(LineFile, SelfTestOfTheDeviceGoesAsExpected) {
+    WriteTen();
+    EXPECT_EQ(FileLineCount(File), 10);
+    EXPECT_TRUE(ChangeFileLine(File, 3, u"A brand new line 3!"));
+    EXPECT_TRUE(DeleteFileLine(File, 5));
+    EXPECT_FALSE(InsertFileLine(File, 10, 2, u"Inserted after 10"));
+    EXPECT_TRUE(InsertFileLine(File, 2, 1, u"Inserted before 2"));
+    EXPECT_THAT(Lines(), ElementsAre(u"This is Line 1", u"Inserted before 2", u"This is Line 2", u"A brand new line 3!",
+                                     u"This is Line 4", u"This is Line 6", u"This is Line 7", u"This is Line 8",
+                                     u"This is Line 9", u"This is Line 10"));
+}
+
+TEST_P(LineFile, WriteGivesTheNumberOfCharacters) {
+    Open(u"w");
+    EXPECT_EQ(WriteFileLine(File, u"abc"), 3);
+    EXPECT_EQ(WriteFileLine(File, u""), 0);
+    EXPECT_EQ(FileLineCount(File), 2);
+}
+
+TEST_P(LineFile, LinesOutsideAreEmptyLikeAnEmptyLine) {
+    Write({u"a", u"", u"c"});
+    EXPECT_EQ(Read(0), u"");
+    EXPECT_EQ(Read(2), u"");
+    EXPECT_EQ(Read(4), u"");
+    EXPECT_EQ(Read(3), u"c");
+}
+
+TEST_P(LineFile, SeekReachesTheLastLineAndNoFurther) {
+    Write({u"a", u"b", u"c"});
+    EXPECT_EQ(SeekFileLine(File, 3), 3);
+    EXPECT_EQ(File.nextLine, 3);
+    EXPECT_EQ(SeekFileLine(File, 4), 0);
+    EXPECT_EQ(File.nextLine, 0);
+    EXPECT_EQ(SeekFileLine(File, 0), 0);
+    EXPECT_EQ(SeekFileLine(File, -1), 0);
+}
+
+TEST_P(LineFile, ReadOfMinusOneGoesOnAndTellsTheLine) {
+    Write({u"a", u"b", u"c"});
+    SeekFileLine(File, 2);
+    std::int32_t line = -1;
+    EXPECT_EQ(ReadFileLine(File, line), u"b");
+    EXPECT_EQ(line, 2);
+    line = -1;
+    EXPECT_EQ(ReadFileLine(File, line), u"c");
+    EXPECT_EQ(line, 3);
+}
+
+TEST_P(LineFile, OpenedForReadingItReadsNothingBeforeASeek) {
+    Write({u"a"});
+    CloseFile(File);
+    Open(u"r");
+    ASSERT_TRUE(File.valid);
+    std::int32_t line = -1;
+    EXPECT_EQ(ReadFileLine(File, line), u"");
+    EXPECT_EQ(line, 0);
+    EXPECT_EQ(Read(1), u"a");
+}
+
+TEST_P(LineFile, MissingOneIsMadeForAppendingAndNotForReading) {
+    Open(u"r");
+    EXPECT_FALSE(File.valid);
+    Open(u"a");
+    EXPECT_TRUE(File.valid);
+    CloseFile(File);
+    Open(u"r");
+    EXPECT_TRUE(File.valid);
+    EXPECT_EQ(FileLineCount(File), 0);
+}
+
+TEST_P(LineFile, OpenedForAppendingItGoesOnBehindTheLastLine) {
+    Write({u"a"});
+    CloseFile(File);
+    Open(u"a");
+    WriteFileLine(File, u"b");
+    EXPECT_THAT(Lines(), ElementsAre(u"a", u"b"));
+}
+
+TEST_P(LineFile, OpenedForWritingItBeginsAnew) {
+    Write({u"a", u"b"});
+    CloseFile(File);
+    Write({u"c"});
+    EXPECT_THAT(Lines(), ElementsAre(u"c"));
+}
+
+TEST_P(LineFile, ChangeOfALineThatIsNotThereIsRefused) {
+    Write({u"a"});
+    EXPECT_FALSE(ChangeFileLine(File, 2, u"x"));
+    EXPECT_FALSE(DeleteFileLine(File, 2));
+    EXPECT_FALSE(InsertFileLine(File, 2, 1, u"x"));
+    EXPECT_THAT(Lines(), ElementsAre(u"a"));
+}
+
+TEST_P(LineFile, InsertsBeforeTheFirstAndBehindTheLast) {
+    Write({u"b"});
+    EXPECT_TRUE(InsertFileLine(File, 1, 1, u"a"));
+    EXPECT_TRUE(InsertFileLine(File, 2, 2, u"c"));
+    EXPECT_THAT(Lines(), ElementsAre(u"a", u"b", u"c"));
+}
+
+TEST_P(LineFile, WithoutItsOnlyLineRefusesEveryEdit) {
+    Write({u"a"});
+    EXPECT_TRUE(DeleteFileLine(File, 1));
+    EXPECT_THAT(Lines(), IsEmpty());
+    EXPECT_EQ(SeekFileLine(File, 1), 0);
+    EXPECT_FALSE(ChangeFileLine(File, 1, u"x"));
+    EXPECT_FALSE(InsertFileLine(File, 1, 1, u"x"));
+    EXPECT_FALSE(DeleteFileLine(File, 1));
+}
+
+TEST_P(LineFile, KeepsAnyText) {
+    const std::vector<Text> lines = {u"|", u"\"quoted\"", u"\u00E4\u20AC \U0001F600", Text{0xDCFF, 0xDC80} + u" raw",
+                                     u"tab\tand blank "};
+    Write(lines);
+    CloseFile(File);
+    Open(u"r");
+    EXPECT_EQ(Lines(), lines);
+}
+
+TEST_P(LineFile, IsDeletedByItsName) {
+    Write({u"a"});
+    CloseFile(File);
+    EXPECT_TRUE(DeleteFile(Name()));
+    EXPECT_FALSE(DeleteFile(Name()));
+    Open(u"r");
+    EXPECT_FALSE(File.valid);
+}
+
+TEST_P(LineFile, FiveAreOpenAtATimeAndASixthStaysAsItWas) {
+    Write({u"a"});
+    CloseFile(File);
+    FileHandle five[5];
+    for (FileHandle& handle : five) {
+        OpenFile(handle, Name(), u"r", u"TEXT", u"QVRN");
+        EXPECT_TRUE(handle.valid);
+    }
+    FileHandle sixth;
+    sixth.name = u"untouched";
+    OpenFile(sixth, Name(), u"r", u"TEXT", u"QVRN");
+    EXPECT_FALSE(sixth.valid);
+    EXPECT_EQ(sixth.name, u"untouched");
+    for (FileHandle& handle : five)
+        CloseFile(handle);
+    OpenFile(sixth, Name(), u"r", u"TEXT", u"QVRN");
+    EXPECT_TRUE(sixth.valid);
+    CloseFile(sixth);
+}
+
+TEST_P(LineFile, OperationsOnAClosedHandleDoNothing) {
+    EXPECT_EQ(WriteFileLine(File, u"a"), 0);
+    EXPECT_EQ(SeekFileLine(File, 1), 0);
+    EXPECT_EQ(Read(1), u"");
+    EXPECT_FALSE(ChangeFileLine(File, 1, u"a"));
+    EXPECT_EQ(FileLineCount(File), 0);
+}
+
+TEST_P(LineFile, ClosingKeepsTypeAndCreatorAlone) {
+    Write({u"a"});
+    CloseFile(File);
+    EXPECT_FALSE(File.valid);
+    EXPECT_EQ(File.name, u"");
+    EXPECT_EQ(File.path, u"");
+    EXPECT_EQ(File.mode, u"");
+    EXPECT_EQ(File.nextLine, 0);
+    EXPECT_EQ(File.fileType, u"TEXT");
+    EXPECT_EQ(File.creator, u"QVRN");
+}
+
+INSTANTIATE_TEST_SUITE_P(On, LineFile, testing::Values(u".\\Quorin\\test.txt", u".\\Quorin\\test.pdb"),
+                         [](const auto& each) { return each.index == 0 ? "TextFile" : "LineDatabase"; });
+
+TEST(LineFileNames, WithoutAFolderNeverOpen) {
+    support::TestDevice device;
+    FileHandle file;
+    OpenFile(file, u"bare.txt", u"w", u"TEXT", u"QVRN");
+    EXPECT_FALSE(file.valid);
+    EXPECT_FALSE(device.Folder.Has("bare.txt"));
+}
+
+struct NameRow {
+    std::int32_t DeviceType;
+    const char16_t* FullName;
+    bool Database;
+    const char16_t* Name;
+};
+
+class NameOfALineFile : public testing::TestWithParam<NameRow> {};
+
+TEST_P(NameOfALineFile, DecidesWhereItLies) {
+    platform::device::DeviceOptions options;
+    options.DeviceType = GetParam().DeviceType;
+    support::TestDevice device(options);
+    for (const char* folder : {"Card/keep", "DEVICE/keep", "device/keep"})
+        device.Folder.Put(folder, "");
+    FileHandle file;
+    OpenFile(file, GetParam().FullName, u"w", u"TEXT", u"QVRN");
+    ASSERT_TRUE(file.valid);
+    EXPECT_EQ(file.isDatabase, GetParam().Database);
+    EXPECT_EQ(file.name, GetParam().Name);
+    CloseFile(file);
+}
+
+INSTANTIATE_TEST_SUITE_P(Names, NameOfALineFile,
+                         testing::Values(NameRow{0, u".\\drivers.txt", false, u"drivers.txt"},
+                                         NameRow{0, u".\\test.PDB", true, u"test"},
+                                         NameRow{3, u"Card:\\test.pdb", true, u"test"},
+                                         NameRow{1, u"Device:\\drivers.txt", true, u"drivers"},
+                                         NameRow{1, u"Device:\\drivers", true, u"drivers"},
+                                         NameRow{1, u"Device:\\test.pdb", true, u"test"},
+                                         NameRow{1, u"DEVICE:\\drivers.txt", false, u"drivers.txt"},
+                                         NameRow{1, u"device:\\test.pdb", false, u"test.txt"},
+                                         NameRow{1, u"Card:\\test.pdb", false, u"test.txt"},
+                                         NameRow{1, u"Card:\\test.Pdb", false, u"test.txt"},
+                                         NameRow{1, u"Card:\\drivers.txt", false, u"drivers.txt"}));
+
+TEST(LineFileNames, TooShortToLoseTheirEndingStopTheProgram) {
+    platform::device::DeviceOptions options;
+    options.DeviceType = 1;
+    support::TestDevice device(options);
+    FileHandle file;
+    EXPECT_NE(support::FailureOf([&file] { OpenFile(file, u"Device:\\a.b", u"w", u"TEXT", u"QVRN"); }), u"");
+}
+
+} // namespace
+} // namespace modFileSystem

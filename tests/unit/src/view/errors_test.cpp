@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: MIT
+#include "src/view/platform/errors.h"
+
+#include <gtest/gtest.h>
+
+namespace platform {
+namespace {
+
+struct Words {
+    ErrorNumber Error;
+    Text Said;
+};
+
+class ErrorInWords : public testing::TestWithParam<Words> {};
+
+TEST_P(ErrorInWords, IsWhatAPersonReadsBehindTheNameOfAFile) {
+    EXPECT_EQ(ErrorText(GetParam().Error), GetParam().Said);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Rows, ErrorInWords,
+    testing::Values(Words{FileNotFound, u"it is not there"}, Words{DeviceFailed, u"the device failed"},
+                    Words{WentStale, u"the network has lost it"},
+                    Words{Damaged, u"it is damaged, or a file of another kind"},
+                    Words{InUse, u"another program is using it"}, Words{ReadKept, u"another program is using it"},
+                    Words{FileExists, u"it is there already"}, Words{DiskFull, u"the disk is full"},
+                    Words{FileChanged, u"another program has changed it"},
+                    Words{RowNotFound, u"the row is not in the file"}, Words{PathNotFound, u"its folder is gone"},
+                    Words{NotAvailable, u"it is not available"}, Words{PermissionDenied, u"permission denied"},
+                    Words{PathRefused, u"the name is refused"}, Words{4711, u"error 4711"}));
+
+/// Whatever else keeps a file from us must not have it made anew.
+TEST(AMissingFile, IsOneThatIsNotThereOrCanNotBe) {
+    for (const ErrorNumber error : {FileNotFound, PathRefused})
+        EXPECT_TRUE(IsMissing(error)) << error;
+    for (const ErrorNumber error : {NoError, DeviceFailed, WentStale, Damaged, PermissionDenied, InUse, ReadKept,
+                                    NotAvailable, DiskFull, TooLong, PathNotFound, FileChanged, FileExists})
+        EXPECT_FALSE(IsMissing(error)) << error;
+}
+
+} // namespace
+} // namespace platform
