@@ -6,10 +6,10 @@
 
 namespace bench {
 
-platform::device::DeviceOptions OptionsFor(const std::string& root, const std::string& port) {
-    platform::device::DeviceOptions options;
+backends::DeviceOptions OptionsFor(const std::string& root, const std::string& port) {
+    backends::DeviceOptions options;
     options.Root = root;
-    options.StartMoment = *platform::device::MomentFromText("2007-03-05T09:30:00");
+    options.StartMoment = *backends::MomentFromText("2007-03-05T09:30:00");
     if (!port.empty())
         options.Ports.Pinned[1] = port;
     return options;

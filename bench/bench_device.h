@@ -11,7 +11,7 @@
 namespace bench {
 
 /// Sees to it that nothing is measured that did not go as planned.
-class BenchWatcher final : public platform::device::SilentWatcher {
+class BenchWatcher final : public backends::SilentWatcher {
 public:
     // A box would be waited for until the end of days.
     void BoxOpened(const Text& text, platform::BoxButtons, platform::BoxIcon, const Text&) override;
@@ -19,7 +19,7 @@ public:
 };
 
 /// The files of the device lie in `root`; port 1 is the terminal `port`, or none.
-platform::device::DeviceOptions OptionsFor(const std::string& root, const std::string& port = {});
+backends::DeviceOptions OptionsFor(const std::string& root, const std::string& port = {});
 
 class BenchDevice {
 public:
@@ -30,10 +30,10 @@ public:
 
 private:
     BenchWatcher Watcher;
-    platform::device::NoCommands Commands;
+    backends::NoCommands Commands;
 
 public:
-    platform::headless::HeadlessPlatform Platform;
+    backends::headless::HeadlessPlatform Platform;
 };
 
 } // namespace bench

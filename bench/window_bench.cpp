@@ -63,14 +63,14 @@ protected:
 class RecordInAWindow {
 public:
     explicit RecordInAWindow(const std::string& root)
-        : Pump([](const platform::device::ProgramOver&) -> int { Fail("the window has ended"); }),
+        : Pump([](const backends::ProgramOver&) -> int { Fail("the window has ended"); }),
           Device(OptionsFor(root), {}, Pump, Commands, Watcher) {
         Device.StartProgram();
         Device.window.activateWindow();
         if (!QTest::qWaitForWindowActive(&Device.window))
             Fail("the window does not get the keyboard");
         for (const char16_t* caption : {u"Start...", u"Ok", u"Open"}) {
-            if (const std::string why = platform::device::Choose(Device, caption); !why.empty())
+            if (const std::string why = backends::Choose(Device, caption); !why.empty())
                 Fail("the record can't be opened: " + why);
             Settle();
         }
@@ -103,10 +103,10 @@ private:
         QCoreApplication::processEvents();
     }
 
-    platform::device::NoCommands Commands;
+    backends::NoCommands Commands;
     BenchWatcher Watcher;
-    platform::qt::QtPump Pump;
-    platform::qt::QtPlatform Device;
+    backends::qt::QtPump Pump;
+    backends::qt::QtPlatform Device;
     FrameWatch Watch;
     bool Down = true; ///< through the record, and up again
 };

@@ -38,16 +38,16 @@ void Play(const fuzz::Place& place, const std::string& script, std::int32_t devi
     const int input = Opened(script);
     std::ostringstream out;
     console::Session session(input, out, false);
-    platform::headless::DeviceOptions options;
+    backends::headless::DeviceOptions options;
     options.DeviceType = deviceType;
     options.Root = place.Root().string();
-    options.StartMoment = *platform::device::MomentFromText("2007-03-05T09:30:00");
-    platform::headless::HeadlessPlatform device(options, session, session.Out());
+    options.StartMoment = *backends::MomentFromText("2007-03-05T09:30:00");
+    backends::headless::HeadlessPlatform device(options, session, session.Out());
     device.runTime.Rest = [](std::int32_t) {}; // there is nobody else to wait for
     session.Use(device);
     try {
         session.Run();
-    } catch (const platform::device::ProgramOver& over) {
+    } catch (const backends::ProgramOver& over) {
         session.Over(over);
     }
     ::close(input);

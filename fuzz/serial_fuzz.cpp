@@ -13,7 +13,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t cou
         for (const char16_t* caption : {u"Start...", u"Ok", u"Open"})
             technician.Choose(caption);
         technician.Tick(600);
-        platform::common::SerialText decoder;
+        backends::SerialText decoder;
         Text pieces;
         for (std::size_t start = 0, length = 1; start < line.size(); length = length % LongestRead + 1) {
             const Text text = decoder.Decode(std::string_view(line).substr(start, length));
@@ -21,7 +21,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t cou
             pieces += text;
             start += length;
         }
-        fuzz::Must(pieces == platform::common::SerialText().Decode(line), "another text when it is cut otherwise");
+        fuzz::Must(pieces == backends::SerialText().Decode(line), "another text when it is cut otherwise");
         technician.Tick(1100);
         technician.Choose(u"Next Record");
     };

@@ -9,7 +9,7 @@
 
 namespace fuzz {
 
-using platform::device::ProgramOver;
+using backends::ProgramOver;
 
 const char* const DriversTable = "NAME|INFFILE\nMeter|meter.txt\n";
 const char* const ControlTable = "DRIVER|FILE|DATE|ALIAS\nMeter|qrn0001.txt|20070301|\n";
@@ -23,11 +23,11 @@ namespace {
 /// Boxes and prompts of one run. No work opens that many: a program that does goes round in a circle.
 constexpr int MostWaits = 1000;
 
-platform::headless::DeviceOptions OnPlace(const Place& place, std::int32_t deviceType) {
-    platform::headless::DeviceOptions options;
+backends::headless::DeviceOptions OnPlace(const Place& place, std::int32_t deviceType) {
+    backends::headless::DeviceOptions options;
     options.DeviceType = deviceType;
     options.Root = place.Root().string();
-    options.StartMoment = *platform::device::MomentFromText("2007-03-05T09:30:00");
+    options.StartMoment = *backends::MomentFromText("2007-03-05T09:30:00");
     return options;
 }
 
@@ -44,18 +44,18 @@ Technician::~Technician() {
 }
 
 void Technician::Choose(const Text& caption) {
-    platform::device::Choose(Device, caption);
+    backends::Choose(Device, caption);
     Device.loop.HandleDue();
 }
 
 void Technician::Tap(std::int32_t row, std::int32_t col) {
-    platform::device::Tap(Device, row, col);
+    backends::Tap(Device, row, col);
     Device.loop.HandleDue();
 }
 
 void Technician::Enter(std::int32_t row, const Text& value) {
     Tap(row, 1);
-    platform::device::SetInput(Device, value);
+    backends::SetInput(Device, value);
     Device.loop.HandleDue();
 }
 
@@ -71,9 +71,9 @@ void Technician::RunCommand() {
                                                                        : platform::BoxAnswer::Yes);
         return;
     }
-    if (platform::device::PickDate(Device, {2007, 3, 6}).empty())
+    if (backends::PickDate(Device, {2007, 3, 6}).empty())
         return;
-    platform::device::SetInput(Device, Answer);
+    backends::SetInput(Device, Answer);
     Choose(u"Ok");
 }
 

@@ -14,7 +14,7 @@
 
 namespace fuzz {
 
-class Technician final : platform::device::NoCommands, platform::device::SilentWatcher {
+class Technician final : backends::NoCommands, backends::SilentWatcher {
 public:
     Technician(const Place& place, std::int32_t deviceType);
     ~Technician() override;
@@ -31,7 +31,7 @@ public:
     Text Answer = u"Answer"; ///< to prompts
     std::string Boxes;       ///< the messages of all boxes, each with a line end
 
-    platform::headless::HeadlessPlatform Device;
+    backends::headless::HeadlessPlatform Device;
 
 private:
     bool HasCommand() override { return true; }

@@ -13,8 +13,8 @@ namespace apps {
 
 namespace {
 
+using backends::ScreenSize;
 using modStringTools::FromBytes;
-using platform::common::ScreenSize;
 
 template <class Number>
 std::optional<Number> NumberFrom(const std::string& text) {
@@ -46,9 +46,9 @@ ScreenSize ScreenFrom(const std::string& text) {
 }
 
 /// A device type, or the name of a profile, whose screen then counts as well.
-void TakeDevice(const std::string& text, platform::device::DeviceOptions& device) {
+void TakeDevice(const std::string& text, backends::DeviceOptions& device) {
     constexpr std::int32_t LargestType = 32767;
-    if (const auto* profile = platform::common::ProfileNamed(text)) {
+    if (const auto* profile = backends::ProfileNamed(text)) {
         device.DeviceType = platform::NumberOf(profile->Kind);
         device.Screen = profile->Screen;
         return;
@@ -59,7 +59,7 @@ void TakeDevice(const std::string& text, platform::device::DeviceOptions& device
     device.DeviceType = *type;
 }
 
-platform::common::HostVolume VolumeFrom(const std::string& text) {
+backends::HostVolume VolumeFrom(const std::string& text) {
     const Pair sides = Split(text, '=');
     const auto kilobytes = NumberFrom<std::int64_t>(sides.Right);
     const bool fails = sides.Right == "fail";
@@ -111,8 +111,8 @@ void AddPortOption(CLI::App& app, DeviceWords& words, const std::string& help) {
     app.add_option("--port", words.Ports, help)->expected(1)->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
 }
 
-platform::device::DeviceOptions UnderstoodDevice(const DeviceWords& words) {
-    platform::device::DeviceOptions device;
+backends::DeviceOptions UnderstoodDevice(const DeviceWords& words) {
+    backends::DeviceOptions device;
     TakeDevice(words.Device, device);
     if (words.OsVersion)
         device.OsVersion = FromBytes(*words.OsVersion);
@@ -130,7 +130,7 @@ platform::device::DeviceOptions UnderstoodDevice(const DeviceWords& words) {
 
 std::string DeviceTable() {
     std::ostringstream table;
-    for (const auto& profile : platform::common::DeviceProfiles()) {
+    for (const auto& profile : backends::DeviceProfiles()) {
         const auto& volume = profile.Volume;
         table << "  " << std::left << std::setw(12) << profile.Name << "type " << platform::NumberOf(profile.Kind)
               << ", " << profile.Device << ": " << profile.Screen.Width << "x" << profile.Screen.Height << ", version "

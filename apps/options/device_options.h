@@ -45,7 +45,7 @@ void AddDeviceOptions(CLI::App& app, DeviceWords& words);
 void AddPortOption(CLI::App& app, DeviceWords& words, const std::string& help);
 
 /// Root and settings stay empty where nothing is said of them. Inside of ReadCommandLine, as it may Refuse.
-platform::device::DeviceOptions UnderstoodDevice(const DeviceWords& words);
+backends::DeviceOptions UnderstoodDevice(const DeviceWords& words);
 
 /// A row a kind of device: its name, type, screen, version and volume.
 std::string DeviceTable();

@@ -16,7 +16,7 @@ namespace console {
 
 namespace {
 
-using platform::common::LockResult;
+using backends::LockResult;
 
 bool IsFile(const std::string& path) {
     struct stat found {};
@@ -30,7 +30,7 @@ bool IsFolder(const std::string& path) {
 
 /// The root folder is made when it is missing; without one that can be written there is nothing to do.
 bool RootIsUsable(const std::string& root) {
-    const auto error = platform::common::MakeFolders(root);
+    const auto error = backends::MakeFolders(root);
     std::string why;
     if (IsFile(root))
         why = "it is a file, not a folder";
@@ -69,7 +69,7 @@ int ConsoleMain(int count, char** words, int (*run)(const Options&, Session&)) {
     }
     if (!RootIsUsable(options.Device.Root))
         return start::StatusNotStarted;
-    platform::common::RootLock lock;
+    backends::RootLock lock;
     switch (lock.Take(options.Device.Root, "quorin-console")) {
     case LockResult::Held:
         break;

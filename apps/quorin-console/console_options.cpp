@@ -38,7 +38,7 @@ std::string DefaultRoot() {
 }
 
 std::int64_t MomentFrom(const std::string& text) {
-    const auto moment = platform::device::MomentFromText(text);
+    const auto moment = backends::MomentFromText(text);
     if (!moment)
         Refuse("--now", text, "is no moment of the form YYYY-MM-DDTHH:MM:SS");
     return *moment;
@@ -58,7 +58,7 @@ Options Understood(const Words& words) {
 
 std::string KeyHelp() {
     std::map<std::int32_t, std::string> names;
-    for (const auto& profile : platform::common::DeviceProfiles()) {
+    for (const auto& profile : backends::DeviceProfiles()) {
         for (const auto& key : profile.Keys)
             names.emplace(key.Code, key.Name);
     }

@@ -10,7 +10,7 @@
 namespace console {
 
 struct Options {
-    platform::device::DeviceOptions Device;
+    backends::DeviceOptions Device;
     std::string Script; ///< file with the commands; standard input when empty
     bool Strict = false;
 };

@@ -8,13 +8,13 @@
 namespace {
 
 int RunHeadless(const console::Options& options, console::Session& session) {
-    platform::headless::HeadlessPlatform device(options.Device, session, session.Out());
+    backends::headless::HeadlessPlatform device(options.Device, session, session.Out());
     session.Use(device);
-    platform::device::EndSignals signals;
+    backends::EndSignals signals;
     session.EndBy(signals);
     try {
         session.Run();
-    } catch (const platform::device::ProgramOver& over) {
+    } catch (const backends::ProgramOver& over) {
         const int status = session.Over(over);
         modQuorin::ResetModules(); // closes what is open while there is still a platform to close it with
         return status;

@@ -11,11 +11,11 @@
 
 namespace console {
 
-using platform::common::CellPicture;
-using platform::common::DrawnGrid;
-using platform::common::PaintedText;
-using platform::device::BackEnd;
-using platform::device::Controls;
+using backends::BackEnd;
+using backends::CellPicture;
+using backends::Controls;
+using backends::DrawnGrid;
+using backends::PaintedText;
 
 namespace {
 

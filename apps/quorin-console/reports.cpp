@@ -21,9 +21,9 @@
 
 namespace console {
 
-using platform::common::DrawnGrid;
-using platform::device::BackEnd;
-using platform::device::Controls;
+using backends::BackEnd;
+using backends::Controls;
+using backends::DrawnGrid;
 
 namespace {
 
@@ -139,7 +139,7 @@ Json ScreenReport(const BackEnd& device) {
             {"input", InputReport(form)},
             {"status", form.lblStatus.Visible() ? Json(Utf8(form.lblStatus.Caption())) : Json(nullptr)},
             {"focus", holder != nullptr ? Json(holder->Name) : Json(nullptr)},
-            {"form", BoxReport(platform::device::PixelsOf(form.form))}};
+            {"form", BoxReport(backends::PixelsOf(form.form))}};
 }
 
 Json StateReport(const BackEnd& device) {

@@ -135,7 +135,7 @@ Error RunType(const Target& target, const std::string& rest) {
 
 Error RunPick(const Target& target, const std::string& rest) {
     const Arguments words = WordsOf(rest);
-    const auto date = words.size() == 1 ? platform::device::DateFromText(words[0]) : std::nullopt;
+    const auto date = words.size() == 1 ? backends::DateFromText(words[0]) : std::nullopt;
     return date ? PickDate(target.Device, *date) : "wants a date of the calendar, YYYY-MM-DD";
 }
 
@@ -150,8 +150,8 @@ Error RunKeyboard(const Target& target, const std::string& rest) {
     constexpr std::int32_t Largest = std::numeric_limits<std::int16_t>::max();
     if (words.size() != 5 || numbers.size() != 5 || numbers[0] < -1 || numbers[0] > Largest)
         return "wants STATE LEFT TOP WIDTH HEIGHT, five whole numbers, STATE not below -1";
-    platform::device::RaiseKeyboard(target.Device.system, static_cast<std::int16_t>(numbers[0]), numbers[1], numbers[2],
-                                    numbers[3], numbers[4]);
+    backends::RaiseKeyboard(target.Device.system, static_cast<std::int16_t>(numbers[0]), numbers[1], numbers[2],
+                            numbers[3], numbers[4]);
     return Done;
 }
 

@@ -11,7 +11,7 @@ namespace console {
 
 /// What a command works on, and where it writes what it was asked for.
 struct Target {
-    platform::device::BackEnd& Device;
+    backends::BackEnd& Device;
     Writer& Out;
 };
 

@@ -11,7 +11,7 @@
 
 namespace console {
 
-using platform::device::ProgramOver;
+using backends::ProgramOver;
 
 void LineReader::Read() {
     std::array<char, 65536> block;
@@ -54,14 +54,14 @@ bool OutputWatch::RaiseWhatIsPending() {
     return false;
 }
 
-void Session::Use(platform::device::BackEnd& used) {
+void Session::Use(backends::BackEnd& used) {
     device = &used;
     outputWatch.emplace(writer, used.loop);
     used.loop.Listen(*outputWatch);
     ending.emplace(used);
 }
 
-void Session::EndBy(platform::device::EndSignals& signals) {
+void Session::EndBy(backends::EndSignals& signals) {
     signals.Raised = [this](const std::string& name) { ending->Begin(name); };
     device->loop.Listen(signals);
 }
@@ -108,7 +108,7 @@ void Session::CloseOpenCommands(const std::string& error) {
 int Session::Over(const ProgramOver& over) {
     const int status = Close(over);
     if (!ending->Begun()) {
-        const std::string unsaved = platform::device::UnsavedRecordWords();
+        const std::string unsaved = backends::UnsavedRecordWords();
         if (!unsaved.empty())
             std::cerr << "quorin-console: " << unsaved << std::endl;
         return status;

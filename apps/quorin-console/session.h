@@ -33,30 +33,30 @@ private:
 };
 
 /// Ends the program once nobody can be told any more what comes of the commands.
-class OutputWatch final : public platform::device::EventSource {
+class OutputWatch final : public backends::EventSource {
 public:
-    OutputWatch(const Writer& writer, platform::device::EventLoop& loop) : Out(writer), Loop(loop) {}
+    OutputWatch(const Writer& writer, backends::EventLoop& loop) : Out(writer), Loop(loop) {}
     int Descriptor() override { return -1; }
     bool RaiseWhatIsPending() override;
 
 private:
     const Writer& Out;
-    platform::device::EventLoop& Loop;
+    backends::EventLoop& Loop;
 };
 
-class Session final : public platform::device::CommandSource {
+class Session final : public backends::CommandSource {
 public:
     /// Reads commands from a descriptor. The first one that fails may be made the last.
     Session(int input, std::ostream& out, bool stopAtFailure) : strict(stopAtFailure), writer(out), reader(input) {}
 
     /// The device that the commands are for; it is made with this session as its source of commands and its watcher.
-    void Use(platform::device::BackEnd& used);
+    void Use(backends::BackEnd& used);
     /// A signal ends the program as on the way back from the record on the screen.
-    void EndBy(platform::device::EndSignals& signals);
+    void EndBy(backends::EndSignals& signals);
     /// Starts the program and runs commands until the device leaves it.
     [[noreturn]] void Run();
     /// The program is over: says so, closes the commands that are open, and gives the exit status.
-    int Over(const platform::device::ProgramOver& over);
+    int Over(const backends::ProgramOver& over);
 
     Writer& Out() { return writer; }
 
@@ -69,15 +69,15 @@ public:
     void RunCommand() override;
 
 private:
-    int Close(const platform::device::ProgramOver& over);
+    int Close(const backends::ProgramOver& over);
     void CloseOpenCommands(const std::string& error);
 
     bool strict;
     Writer writer;
     LineReader reader;
-    platform::device::BackEnd* device = nullptr;
+    backends::BackEnd* device = nullptr;
     std::optional<OutputWatch> outputWatch;
-    std::optional<platform::device::Ending> ending;
+    std::optional<backends::Ending> ending;
     std::vector<std::string> openCommands; ///< their words, the innermost last
     int announced = -1; ///< the nesting of the last `ready` that no command has followed yet; -1 for none
 };

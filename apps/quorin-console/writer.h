@@ -15,7 +15,7 @@ using Json = nlohmann::ordered_json;
 /// A text as UTF-8; what has no place in UTF-8 becomes a replacement character.
 std::string Utf8(const Text& text);
 
-class Writer final : public platform::device::Watcher {
+class Writer final : public backends::Watcher {
 public:
     explicit Writer(std::ostream& out) : Out(out) {}
 

@@ -80,7 +80,7 @@ std::string FirstLine(int descriptor) {
 DemoInstrument::DemoInstrument(std::chrono::milliseconds interval) {
     int ends[2];
     if (::pipe2(ends, O_CLOEXEC) != 0) {
-        ProblemText = platform::common::ReasonOf(errno);
+        ProblemText = backends::ReasonOf(errno);
         return;
     }
     const instrument::Descriptor answer(ends[0]);
@@ -91,7 +91,7 @@ DemoInstrument::DemoInstrument(std::chrono::milliseconds interval) {
     if (Process == 0)
         RunInstrument(interval, owner, ends[1]);
     if (Process < 0) {
-        ProblemText = platform::common::ReasonOf(errno);
+        ProblemText = backends::ReasonOf(errno);
         return;
     }
     answering.Close();

@@ -28,8 +28,8 @@
 
 namespace {
 
-using platform::common::LockResult;
-using platform::device::ProgramOver;
+using backends::LockResult;
+using backends::ProgramOver;
 
 using start::StatusEnded;
 using start::StatusFailure;
@@ -69,18 +69,18 @@ void TakeQtMessage(QtMsgType type, const QMessageLogContext&, const QString& tex
 std::string FindPlaces(quorin::Options& options) {
     const bool ownRoot = !options.Device.Root.empty();
     if (!ownRoot) {
-        const auto data = platform::host::DataFolder();
+        const auto data = backends::DataFolder();
         if (!data)
             return "--root is needed: neither XDG_DATA_HOME nor HOME is set";
         options.Device.Root = options.Demo ? *data + "-demo" : *data;
     }
     if (!options.Device.Settings.empty() || ownRoot || options.Demo)
         return {}; // settings.ini in the root folder
-    const auto settings = platform::host::SettingsFile();
+    const auto settings = backends::SettingsPlace();
     if (!settings)
         return "--settings is needed: neither XDG_CONFIG_HOME nor HOME is set";
     options.Device.Settings = *settings;
-    platform::common::MakeFolders(settings->substr(0, settings->rfind('/')));
+    backends::MakeFolders(settings->substr(0, settings->rfind('/')));
     return {};
 }
 
@@ -89,7 +89,7 @@ std::string FindPlaces(quorin::Options& options) {
     const double ofPerson = qEnvironmentVariable("QT_SCALE_FACTOR", QStringLiteral("1")).toDouble();
     qputenv("QT_SCALE_FACTOR", QByteArray::number(options.Scale * (ofPerson > 0 ? ofPerson : 1)));
     qInstallMessageHandler(TakeQtMessage);
-    platform::device::EndSignals signals;
+    backends::EndSignals signals;
     int count = 1;
     char name[] = "quorin";
     char* words[] = {name, nullptr};
@@ -97,23 +97,23 @@ std::string FindPlaces(quorin::Options& options) {
     QApplication::setApplicationDisplayName(QStringLiteral("Quorin"));
     QApplication::setDesktopFileName(QStringLiteral("quorin"));
     QApplication::setQuitOnLastWindowClosed(false);
-    platform::qt::InstallAccessibleGrids();
+    backends::qt::InstallAccessibleGrids();
     // Menus and boxes are no part of the device: they have their usual size.
     QFont font = QApplication::font();
     font.setPointSizeF(font.pointSizeF() / options.Scale);
     QApplication::setFont(font);
 
-    platform::host::HostConnections connections;
+    backends::HostConnections connections;
     options.Device.Connections = &connections;
-    options.Device.Ports.Find = [](std::int32_t number) { return platform::host::PortPath(number); };
-    platform::device::NoCommands commands;
+    options.Device.Ports.Find = [](std::int32_t number) { return backends::PortPath(number); };
+    backends::NoCommands commands;
     quorin::WindowWatch watch;
-    std::optional<platform::qt::QtPlatform> device;
+    std::optional<backends::qt::QtPlatform> device;
     std::optional<quorin::WindowEnd> end;
-    platform::qt::QtPump pump([&end](const ProgramOver& over) { return end->Over(over); });
-    platform::qt::WindowOptions looks;
+    backends::qt::QtPump pump([&end](const ProgramOver& over) { return end->Over(over); });
+    backends::qt::WindowOptions looks;
     looks.Scale = options.Scale;
-    looks.Profile = platform::common::ProfileOfType(options.Device.DeviceType);
+    looks.Profile = backends::ProfileOfType(options.Device.DeviceType);
     device.emplace(options.Device, looks, pump, commands, watch);
     watch.Attach(*device);
     device->window.SetPlace(QStringLiteral("Data: ") + QString::fromStdString(options.Device.Root));
@@ -135,7 +135,7 @@ std::string FindPlaces(quorin::Options& options) {
 int main(int count, char** words) {
     start::PrepareProcess("quorin");
     quorin::Options options;
-    switch (quorin::ReadOptions(count, words, platform::qt::KeyboardHelp(), options)) {
+    switch (quorin::ReadOptions(count, words, backends::qt::KeyboardHelp(), options)) {
     case quorin::Reading::Shown:
         return start::StatusAfterOutput("quorin", StatusEnded);
     case quorin::Reading::Wrong:
@@ -144,9 +144,9 @@ int main(int count, char** words) {
         break;
     }
     if (options.ListPorts) {
-        platform::host::PortSurvey survey;
+        backends::PortSurvey survey;
         survey.Pinned = options.Device.Ports.Pinned;
-        std::cout << platform::host::PortTable(platform::host::SerialPorts(survey));
+        std::cout << backends::PortTable(backends::SerialPorts(survey));
         return start::StatusAfterOutput("quorin", StatusEnded);
     }
     if (!HasDisplay())
@@ -154,7 +154,7 @@ int main(int count, char** words) {
     if (const std::string missing = FindPlaces(options); !missing.empty())
         return NotStarted(missing);
     const std::string& root = options.Device.Root;
-    if (const auto error = platform::common::MakeFolders(root); error != platform::NoError)
+    if (const auto error = backends::MakeFolders(root); error != platform::NoError)
         return NotStarted("can't use the root folder " + root + ": " +
                           modStringTools::ToBytes(platform::ErrorText(error)));
     // Before the lock: a process that is forked would hold it as well.
@@ -165,7 +165,7 @@ int main(int count, char** words) {
             return NotStarted("the simulated instrument could not be started: " + instrument->Problem());
         options.Device.Ports.Pinned.emplace(quorin::DemoPort, instrument->Port()); // a pin of the person counts
     }
-    platform::common::RootLock lock;
+    backends::RootLock lock;
     const LockResult locked = lock.Take(root, "quorin");
     if (locked == LockResult::Taken || locked == LockResult::NoFolder)
         return NotStarted(lock.Refusal());

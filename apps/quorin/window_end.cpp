@@ -15,7 +15,7 @@
 
 namespace quorin {
 
-using platform::device::ProgramOver;
+using backends::ProgramOver;
 
 namespace {
 
@@ -28,7 +28,7 @@ void EndWithoutDisplay() {
         Only->WithoutDisplay();
 }
 
-WindowEnd::WindowEnd(platform::qt::QtPlatform& device, WindowWatch& watch, platform::device::EndSignals& signals)
+WindowEnd::WindowEnd(backends::qt::QtPlatform& device, WindowWatch& watch, backends::EndSignals& signals)
     : Device(device), Watch(watch), Last(device) {
     device.loop.Listen(signals);
     signals.Raised = [this](const std::string& name) { Begin(name); };
@@ -57,7 +57,7 @@ int WindowEnd::Over(const ProgramOver& over) {
         return start::StatusEnded;
     const std::string text = modStringTools::ToBytes(over.Failure);
     std::cerr << "quorin: " << text << std::endl;
-    const std::string unsaved = platform::device::UnsavedRecordWords();
+    const std::string unsaved = backends::UnsavedRecordWords();
     if (!unsaved.empty())
         std::cerr << "quorin: " << unsaved << std::endl;
     QMessageBox message(QMessageBox::Critical, QStringLiteral("Quorin has stopped"), QString::fromStdString(text),
@@ -66,7 +66,7 @@ int WindowEnd::Over(const ProgramOver& over) {
     sigset_t all;
     sigfillset(&all);
     sigprocmask(SIG_UNBLOCK, &all, nullptr); // there is nothing left to be saved
-    message.setInformativeText(QString::fromStdString(platform::device::StateWords()));
+    message.setInformativeText(QString::fromStdString(backends::StateWords()));
     Only = nullptr; // nor when the display goes under this box
     message.exec();
     return start::StatusFailure;

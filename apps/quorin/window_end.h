@@ -13,22 +13,22 @@ class WindowEnd {
 public:
     /// From now on the process does not end without a word: Qt calls exit from within its event handling when the
     /// display is gone. There is one such object, and it stands to the end.
-    WindowEnd(platform::qt::QtPlatform& device, WindowWatch& watch, platform::device::EndSignals& signals);
+    WindowEnd(backends::qt::QtPlatform& device, WindowWatch& watch, backends::EndSignals& signals);
     WindowEnd(const WindowEnd&) = delete;
     WindowEnd& operator=(const WindowEnd&) = delete;
 
     /// The program is over: tells why, and gives the exit status.
-    int Over(const platform::device::ProgramOver& over);
+    int Over(const backends::ProgramOver& over);
     /// Saves what can be saved without a display, says so, and ends the process.
     [[noreturn]] void WithoutDisplay();
 
 private:
     void Begin(const std::string& why);
-    int TellEnding(const platform::device::ProgramOver& over) const;
+    int TellEnding(const backends::ProgramOver& over) const;
 
-    platform::qt::QtPlatform& Device;
+    backends::qt::QtPlatform& Device;
     WindowWatch& Watch;
-    platform::device::Ending Last;
+    backends::Ending Last;
 };
 
 /// The display is gone: WithoutDisplay, where there is a window yet.

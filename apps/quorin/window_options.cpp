@@ -38,8 +38,8 @@ double ScaleFrom(const std::string& text) {
     return scale;
 }
 
-double DefaultScale(const platform::device::DeviceOptions& device) {
-    const auto screen = device.Screen.value_or(platform::common::ProfileOfType(device.DeviceType).Screen);
+double DefaultScale(const backends::DeviceOptions& device) {
+    const auto screen = device.Screen.value_or(backends::ProfileOfType(device.DeviceType).Screen);
     return screen.Width <= SmallScreen ? 2 : 1;
 }
 

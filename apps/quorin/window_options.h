@@ -10,8 +10,8 @@
 namespace quorin {
 
 struct Options {
-    platform::device::DeviceOptions Device; ///< root and settings are empty where nothing was said of them
-    bool ListPorts = false;                 ///< the ports are to be listed, and no more
+    backends::DeviceOptions Device; ///< root and settings are empty where nothing was said of them
+    bool ListPorts = false;         ///< the ports are to be listed, and no more
     bool Demo = false;
     double Scale = 1; ///< how many screen pixels a pixel of the device takes, across as well as down
 };

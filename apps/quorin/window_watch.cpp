@@ -35,7 +35,7 @@ WindowWatch::Moment WindowWatch::Now() {
     return std::chrono::seconds(now.tv_sec) + std::chrono::milliseconds(now.tv_nsec / 1000000);
 }
 
-void WindowWatch::Attach(platform::qt::QtPlatform& device) {
+void WindowWatch::Attach(backends::qt::QtPlatform& device) {
     Device = &device;
     device.loop.Listen(*this);
     Box.emplace(device.boxes, device.window, [&device] { device.onlooker.losses.Seen(); });
@@ -64,14 +64,14 @@ void WindowWatch::ShowWorst() {
     const companion::Notice* const worst = Device->onlooker.notices.Worst();
     const Text words = worst == nullptr ? Text() : worst->Words;
     if (words != Warning)
-        Device->window.SetWarning(platform::qt::ToQt(words));
+        Device->window.SetWarning(backends::qt::ToQt(words));
     Warning = words;
 }
 
 void WindowWatch::ShowLosses() {
     companion::Losses& losses = Device->onlooker.losses;
     if (Box && losses.Any()) // not once the program ends
-        Box->Say(platform::qt::ToQt(losses.Words()));
+        Box->Say(backends::qt::ToQt(losses.Words()));
 }
 
 /// Who holds the port is found by a look at every process: not five times a second.
@@ -79,7 +79,7 @@ const std::string& WindowWatch::TroubleOf(const std::string& path, platform::Err
     constexpr auto BetweenLooks = std::chrono::seconds(2);
     const Moment now = Now();
     if (path != Trouble.Path || error != Trouble.Error || now - Trouble.Found >= BetweenLooks)
-        Trouble = {path, error, now, platform::host::OpeningTrouble(path, error)};
+        Trouble = {path, error, now, backends::OpeningTrouble(path, error)};
     return Trouble.Words;
 }
 

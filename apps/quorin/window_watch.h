@@ -13,10 +13,10 @@
 
 namespace quorin {
 
-class WindowWatch final : public platform::device::SilentWatcher, public platform::device::EventSource {
+class WindowWatch final : public backends::SilentWatcher, public backends::EventSource {
 public:
     /// Tells the window of this device from now on.
-    void Attach(platform::qt::QtPlatform& device);
+    void Attach(backends::qt::QtPlatform& device);
 
     void TonePlayed(std::int32_t hertz, std::int32_t milliseconds) override;
     void Warned(const Text& about, const Text& text) override;
@@ -40,12 +40,12 @@ private:
     void ShowWorst();
     const std::string& TroubleOf(const std::string& path, platform::ErrorNumber error);
 
-    platform::qt::QtPlatform* Device = nullptr;
-    platform::host::TonePlayer Player;
+    backends::qt::QtPlatform* Device = nullptr;
+    backends::TonePlayer Player;
     std::optional<Moment> LastRecord;
     LinkLine Shown;
     Text Warning; ///< in the window's line
-    std::optional<platform::qt::LossBox> Box;
+    std::optional<backends::qt::LossBox> Box;
     Moment LastLook{-1000};
     /// Why a port could not be opened when that was last looked into.
     struct {

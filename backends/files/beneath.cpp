@@ -15,7 +15,7 @@
 #include <sys/syscall.h>
 #endif
 
-namespace platform::common {
+namespace backends {
 
 namespace {
 
@@ -224,4 +224,4 @@ ErrorNumber MakeFoldersBeneath(int folder, const std::string& relative) {
     }
 }
 
-} // namespace platform::common
+} // namespace backends

@@ -7,7 +7,7 @@
 
 #include <string>
 
-namespace platform::common {
+namespace backends {
 
 // `relative` is a path of parts joined by `/`, without one at its start; empty for the folder itself. Links on the way
 // are followed while they stay beneath the folder. PathRefused where one leads out of it even for a moment, begins with
@@ -31,4 +31,4 @@ ErrorNumber FindBeneath(int folder, const std::string& relative, LastLink lastLi
 /// returns.
 ErrorNumber MakeFoldersBeneath(int folder, const std::string& relative);
 
-} // namespace platform::common
+} // namespace backends

@@ -4,7 +4,7 @@
 
 #include <string_view>
 
-namespace platform::common {
+namespace backends {
 
 /// The bytes of a file, or of its first line, without the mark, which is none of the text.
 inline std::string_view BehindMark(std::string_view bytes) {
@@ -14,4 +14,4 @@ inline std::string_view BehindMark(std::string_view bytes) {
     return bytes;
 }
 
-} // namespace platform::common
+} // namespace backends

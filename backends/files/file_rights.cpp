@@ -9,7 +9,7 @@
 #include <sys/xattr.h>
 #include <unistd.h>
 
-namespace platform::common {
+namespace backends {
 
 namespace {
 
@@ -94,4 +94,4 @@ int GiveRights(int file, const FileRights& rights, bool& kept) {
     return Repeated([&] { return ::fchmod(file, mode); }) == 0 || errno == EPERM ? 0 : errno;
 }
 
-} // namespace platform::common
+} // namespace backends

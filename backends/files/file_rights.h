@@ -5,7 +5,7 @@
 #include <string>
 #include <sys/types.h>
 
-namespace platform::common {
+namespace backends {
 
 struct FileRights {
     uid_t Owner = 0;
@@ -25,4 +25,4 @@ int RightsOf(int folder, const std::string& name, FileRights& rights);
 /// do more with it than with the other one.
 int GiveRights(int file, const FileRights& rights, bool& kept);
 
-} // namespace platform::common
+} // namespace backends

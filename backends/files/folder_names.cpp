@@ -9,7 +9,7 @@
 #include <memory>
 #include <unistd.h>
 
-namespace platform::common {
+namespace backends {
 
 namespace {
 
@@ -87,4 +87,4 @@ std::string FirstLine(const std::string& path) {
     return Printable(bytes.substr(0, bytes.find('\n')));
 }
 
-} // namespace platform::common
+} // namespace backends

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-namespace platform::common {
+namespace backends {
 
 /// The names in a folder in the order of their bytes, without `.` and `..`. None of a folder that can't be read.
 std::vector<std::string> NamesIn(const std::string& folder);
@@ -26,4 +26,4 @@ std::string FirstLine(const std::string& path);
 /// Bytes with `?` for each control character: what others have named must not drive a terminal.
 std::string Printable(std::string bytes);
 
-} // namespace platform::common
+} // namespace backends

@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <string_view>
 
-namespace platform::common {
+namespace backends {
 
 namespace {
 
@@ -42,4 +42,4 @@ const char* FolderFileSystem() {
     return name;
 }
 
-} // namespace platform::common
+} // namespace backends

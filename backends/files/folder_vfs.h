@@ -6,7 +6,7 @@
 
 #include <string>
 
-namespace platform::common {
+namespace backends {
 
 /// The name of a file for SQLite, over the descriptor of its folder: what another program makes of the folder's own
 /// name turns neither the database nor its journal, nor the removal of that, elsewhere. The descriptor must outlive all
@@ -18,4 +18,4 @@ std::string NameForSqlite(const FileEntry& entry);
 /// is no memory for it.
 const char* FolderFileSystem();
 
-} // namespace platform::common
+} // namespace backends

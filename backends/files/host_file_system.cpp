@@ -8,7 +8,7 @@
 #include <unistd.h>
 #include <vector>
 
-namespace platform::common {
+namespace backends {
 
 namespace {
 
@@ -146,4 +146,4 @@ ErrorNumber HostFileSystem::DeleteFile(const Text& fullName) {
     });
 }
 
-} // namespace platform::common
+} // namespace backends

@@ -5,7 +5,9 @@
 #include "backends/files/path_map.h"
 #include "src/view/platform/storage.h"
 
-namespace platform::common {
+namespace backends {
+
+using namespace platform;
 
 /// Only regular files can be opened, copied and deleted, and are listed. A listing leaves out what the host hides, the
 /// names with a leading full stop: a copy that is under way has such a name, and so has the litter that other systems
@@ -29,4 +31,4 @@ private:
     PathMap Paths;
 };
 
-} // namespace platform::common
+} // namespace backends

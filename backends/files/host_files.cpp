@@ -14,7 +14,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-namespace platform::common {
+namespace backends {
 
 namespace {
 
@@ -372,4 +372,4 @@ ErrorNumber MoveOver(const FileEntry& source, FileEntry target) {
     return error == NoError ? RemoveFrom(source.Folder, source.Name) : error;
 }
 
-} // namespace platform::common
+} // namespace backends

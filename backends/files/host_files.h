@@ -12,7 +12,9 @@
 #include <string_view>
 #include <sys/stat.h>
 
-namespace platform::common {
+namespace backends {
+
+using namespace platform;
 
 /// The error number that stands for a value of errno.
 ErrorNumber FromErrno(int code);
@@ -151,4 +153,4 @@ ErrorNumber CopyOver(const FileEntry& source, FileEntry target);
 /// medium: the whole content is at the target then.
 ErrorNumber MoveOver(const FileEntry& source, FileEntry target);
 
-} // namespace platform::common
+} // namespace backends

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "backends/files/host_volumes.h"
 
-namespace platform::common {
+namespace backends {
 
 void HostVolumes::MakeFolders(const Text& keptOn) const {
     for (const HostVolume& volume : List) {
@@ -34,4 +34,4 @@ ErrorNumber HostVolumes::Space(const Text& root, std::int32_t& bytes) {
     return NotAvailable;
 }
 
-} // namespace platform::common
+} // namespace backends

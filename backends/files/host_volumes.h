@@ -8,7 +8,9 @@
 #include <optional>
 #include <vector>
 
-namespace platform::common {
+namespace backends {
+
+using namespace platform;
 
 struct HostVolume {
     Text Root;                             ///< with its trailing `\`
@@ -35,4 +37,4 @@ private:
     std::size_t NextVolume = 0;
 };
 
-} // namespace platform::common
+} // namespace backends

@@ -5,7 +5,7 @@
 
 #include <algorithm>
 
-namespace platform::common {
+namespace backends {
 
 namespace {
 
@@ -282,4 +282,4 @@ Text LineDatabase::NextDatabase() {
     return NextName < Names.size() ? Names[NextName++] : Text();
 }
 
-} // namespace platform::common
+} // namespace backends

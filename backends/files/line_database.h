@@ -8,7 +8,7 @@
 #include <map>
 #include <vector>
 
-namespace platform::common {
+namespace backends {
 
 /// A database `drivers` is the file `Databases/drivers.sqlite`; line_table.h tells what is in it. A name that is empty,
 /// begins with a full stop or holds `..`, `/`, `\`, `:` or a NUL is refused as if there were no such database.
@@ -88,4 +88,4 @@ private:
     std::vector<Unlisted> Unread; ///< what that one has left out
 };
 
-} // namespace platform::common
+} // namespace backends

@@ -9,7 +9,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-namespace platform::common {
+namespace backends {
 
 namespace {
 
@@ -429,4 +429,4 @@ ErrorNumber LineTable::EndBatch() {
     return error;
 }
 
-} // namespace platform::common
+} // namespace backends

@@ -7,7 +7,9 @@
 
 #include <memory>
 
-namespace platform::common {
+namespace backends {
+
+using namespace platform;
 
 /// The codes that a line database bears.
 struct DatabaseCodes {
@@ -103,4 +105,4 @@ private:
     ErrorNumber FailedRead = NoError; ///< what kept a record from us that may well be there
 };
 
-} // namespace platform::common
+} // namespace backends

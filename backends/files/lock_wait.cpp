@@ -3,7 +3,7 @@
 
 #include <thread>
 
-namespace platform::common {
+namespace backends {
 
 bool LockWait::Renew() {
     const bool waited = Waits;
@@ -29,4 +29,4 @@ bool LockWait::Wait() {
     return true;
 }
 
-} // namespace platform::common
+} // namespace backends

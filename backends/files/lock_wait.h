@@ -5,7 +5,7 @@
 #include <chrono>
 #include <functional>
 
-namespace platform::common {
+namespace backends {
 
 /// One patience for all calls of an operation: each may find the lock anew, and a person waits for their sum.
 class LockWait {
@@ -26,4 +26,4 @@ private:
     bool Waits = false;
 };
 
-} // namespace platform::common
+} // namespace backends

@@ -6,7 +6,7 @@
 #include <fcntl.h>
 #include <vector>
 
-namespace platform::common {
+namespace backends {
 
 namespace {
 
@@ -52,7 +52,7 @@ ErrorNumber RelativePath(const Text& devicePath, std::string& relative) {
 
 PathMap::PathMap(const std::string& rootFolder) : Named(rootFolder) {
     MakeFolders(rootFolder); // whether there is one then is seen whenever it is opened
-    static_cast<void>(common::Canonical(rootFolder, Canonical));
+    static_cast<void>(backends::Canonical(rootFolder, Canonical));
 }
 
 ErrorNumber PathMap::OpenRoot(Descriptor& root) const {
@@ -98,4 +98,4 @@ ErrorNumber PathMap::MakeVolume(const Text& volume) const {
     return LookUp(volume, [](int root, const std::string& relative) { return MakeFoldersBeneath(root, relative); });
 }
 
-} // namespace platform::common
+} // namespace backends

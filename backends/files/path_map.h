@@ -7,7 +7,7 @@
 
 #include <string>
 
-namespace platform::common {
+namespace backends {
 
 /// `Card:\x` is `Card/x` in the root, `c:\ipc\` is `c/ipc`; `.\` and a path that begins with `\` start at the root
 /// itself. Names are taken as they are, with regard to case. PathRefused for a path that names nothing, as it has
@@ -48,4 +48,4 @@ private:
     std::string Canonical; ///< without links; empty where that could not be found out at the start
 };
 
-} // namespace platform::common
+} // namespace backends

@@ -11,7 +11,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-namespace platform::common {
+namespace backends {
 
 namespace {
 
@@ -150,4 +150,4 @@ void RootLock::Release() {
     Folder.Close();
 }
 
-} // namespace platform::common
+} // namespace backends

@@ -6,7 +6,7 @@
 
 #include <string>
 
-namespace platform::common {
+namespace backends {
 
 enum class LockResult {
     Held,      ///< it is this program's until the lock is released or the program ends, however it ends
@@ -56,4 +56,4 @@ private:
     std::string Why; ///< the folder can't be opened
 };
 
-} // namespace platform::common
+} // namespace backends

@@ -11,7 +11,7 @@
 #include <optional>
 #include <unistd.h>
 
-namespace platform::common {
+namespace backends {
 
 namespace {
 
@@ -258,4 +258,4 @@ ErrorNumber SettingsFile::Write(const Content& content) const {
     });
 }
 
-} // namespace platform::common
+} // namespace backends

@@ -9,7 +9,9 @@
 #include <string>
 #include <vector>
 
-namespace platform::common {
+namespace backends {
+
+using namespace platform;
 
 /// The file, by example:
 ///
@@ -72,4 +74,4 @@ private:
     std::vector<std::string> Lines;  ///< as read at the start, with what has been saved since
 };
 
-} // namespace platform::common
+} // namespace backends

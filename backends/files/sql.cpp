@@ -6,7 +6,7 @@
 #include <new>
 #include <sqlite3.h>
 
-namespace platform::common {
+namespace backends {
 
 namespace {
 
@@ -148,4 +148,4 @@ bool SqlConnection::InTransaction() const {
     return sqlite3_get_autocommit(Connection) == 0;
 }
 
-} // namespace platform::common
+} // namespace backends

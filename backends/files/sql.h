@@ -12,7 +12,7 @@
 struct sqlite3;
 struct sqlite3_stmt;
 
-namespace platform::common {
+namespace backends {
 
 class SqlStatement {
 public:
@@ -62,4 +62,4 @@ private:
     sqlite3* Connection = nullptr;
 };
 
-} // namespace platform::common
+} // namespace backends

@@ -11,7 +11,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-namespace platform::common {
+namespace backends {
 
 namespace {
 
@@ -471,4 +471,4 @@ ErrorNumber HostTextStream::Close() {
     return synced != NoError ? synced : closed;
 }
 
-} // namespace platform::common
+} // namespace backends

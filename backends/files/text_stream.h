@@ -10,7 +10,9 @@
 #include <optional>
 #include <vector>
 
-namespace platform::common {
+namespace backends {
+
+using namespace platform;
 
 /// Reads in large blocks and keeps one of them; a line that is longer than a block is put together.
 ///
@@ -91,4 +93,4 @@ private:
     std::string Mended;          ///< lines of the block that would be written otherwise than they were read
 };
 
-} // namespace platform::common
+} // namespace backends

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "backends/grid/cell_picture.h"
 
-namespace platform::common {
+namespace backends {
 
 CellPicture& RecordingCanvas::Cell() {
     if (!Drawn)
@@ -26,4 +26,4 @@ void RecordingCanvas::DrawBox(std::int32_t x, std::int32_t y, std::int32_t width
     Cell().Texts.push_back({x, y, width, height, horizontalAlign, verticalAlign, Fore, text});
 }
 
-} // namespace platform::common
+} // namespace backends

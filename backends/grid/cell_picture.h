@@ -7,7 +7,9 @@
 #include <optional>
 #include <vector>
 
-namespace platform::common {
+namespace backends {
+
+using namespace platform;
 
 /// A text on a cell. Its box is in pixels of the grid; one that was drawn on a line has neither width nor height.
 struct PaintedText {
@@ -48,4 +50,4 @@ private:
     std::optional<CellPicture> Drawn;
 };
 
-} // namespace platform::common
+} // namespace backends

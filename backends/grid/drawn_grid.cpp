@@ -5,7 +5,7 @@
 
 #include <algorithm>
 
-namespace platform::common {
+namespace backends {
 
 namespace {
 
@@ -162,4 +162,4 @@ void DrawnGrid::PaintCell(const CellToPaint& cell) {
         Pictures.erase({cell.Row, cell.Col});
 }
 
-} // namespace platform::common
+} // namespace backends

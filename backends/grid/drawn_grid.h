@@ -10,7 +10,7 @@
 #include <optional>
 #include <utility>
 
-namespace platform::common {
+namespace backends {
 
 using DrawCellHandler = void (*)(CellCanvas&, std::int32_t row, std::int32_t col, std::int32_t x, std::int32_t y,
                                  std::int32_t width, std::int32_t height, std::int32_t selected);
@@ -65,4 +65,4 @@ private:
     std::map<std::pair<std::int32_t, std::int32_t>, CellPicture> Pictures; ///< by row and column
 };
 
-} // namespace platform::common
+} // namespace backends

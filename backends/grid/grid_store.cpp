@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-namespace platform::common {
+namespace backends {
 
 namespace {
 
@@ -290,4 +290,4 @@ void GridStore::PaintRow(std::int32_t row, std::int32_t y) {
     }
 }
 
-} // namespace platform::common
+} // namespace backends

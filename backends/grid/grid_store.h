@@ -9,7 +9,9 @@
 #include <utility>
 #include <vector>
 
-namespace platform::common {
+namespace backends {
+
+using namespace platform;
 
 /// A cell that is to be painted, with its box in pixels from the grid's corner.
 struct CellToPaint {
@@ -125,4 +127,4 @@ private:
     bool KeepsRow = false; ///< the current row was brought on the page, and has not been painted there yet
 };
 
-} // namespace platform::common
+} // namespace backends

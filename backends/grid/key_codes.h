@@ -4,7 +4,7 @@
 
 #include <cstdint>
 
-namespace platform::common {
+namespace backends {
 
 inline constexpr std::int32_t KeyPageUp = 33;
 inline constexpr std::int32_t KeyPageDown = 34;
@@ -13,4 +13,4 @@ inline constexpr std::int32_t KeyUp = 38;
 inline constexpr std::int32_t KeyRight = 39;
 inline constexpr std::int32_t KeyDown = 40;
 
-} // namespace platform::common
+} // namespace backends

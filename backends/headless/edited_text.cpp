@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-namespace platform::headless {
+namespace backends::headless {
 
 namespace {
 
@@ -76,4 +76,4 @@ std::size_t EditedText::Behind(std::size_t place) const {
     return std::min(place + 1, Value.size());
 }
 
-} // namespace platform::headless
+} // namespace backends::headless

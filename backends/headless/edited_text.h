@@ -4,7 +4,7 @@
 
 #include "src/text/text.h"
 
-namespace platform::headless {
+namespace backends::headless {
 
 class EditedText {
 public:
@@ -33,4 +33,4 @@ private:
     std::size_t Selected = 0; ///< characters selected from there on
 };
 
-} // namespace platform::headless
+} // namespace backends::headless

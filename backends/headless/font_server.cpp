@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-namespace platform::headless {
+namespace backends::headless {
 
 namespace {
 
@@ -83,4 +83,4 @@ Text HeadlessFonts::NextFontName() {
     return Next < Names.size() ? Names[Next++] : Text();
 }
 
-} // namespace platform::headless
+} // namespace backends::headless

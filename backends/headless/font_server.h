@@ -10,7 +10,9 @@
 #include <utility>
 #include <vector>
 
-namespace platform::headless {
+namespace backends::headless {
+
+using namespace platform;
 
 class HeadlessFonts final : public FontServer {
 public:
@@ -31,4 +33,4 @@ private:
     std::size_t Next = 0;
 };
 
-} // namespace platform::headless
+} // namespace backends::headless

@@ -6,10 +6,10 @@
 
 #include <algorithm>
 
-namespace platform::headless {
+namespace backends::headless {
 
 Box HeadlessForm::ClientArea() const {
-    const Box form = device::PixelsOf(*this);
+    const Box form = PixelsOf(*this);
     return {0, 0, form.Width, form.Height};
 }
 
@@ -25,8 +25,8 @@ void HeadlessTextBox::SetContents(const Text& text) {
 }
 
 void HeadlessTextBox::ActOnKey(std::int32_t keyCode) {
-    if (keyCode == common::KeyLeft || keyCode == common::KeyRight)
-        Edited.MoveCaret(keyCode == common::KeyLeft ? -1 : 1);
+    if (keyCode == KeyLeft || keyCode == KeyRight)
+        Edited.MoveCaret(keyCode == KeyLeft ? -1 : 1);
 }
 
 void HeadlessTextBox::EnterCharacter(TextView character) {
@@ -52,13 +52,13 @@ void HeadlessComboBox::RemoveItem(std::int32_t index) {
 }
 
 void HeadlessComboBox::ActOnKey(std::int32_t keyCode) {
-    if (keyCode == common::KeyLeft || keyCode == common::KeyRight)
-        Edited.MoveCaret(keyCode == common::KeyLeft ? -1 : 1);
-    if (keyCode != common::KeyUp && keyCode != common::KeyDown)
+    if (keyCode == KeyLeft || keyCode == KeyRight)
+        Edited.MoveCaret(keyCode == KeyLeft ? -1 : 1);
+    if (keyCode != KeyUp && keyCode != KeyDown)
         return;
     const auto found = std::find(Entries.begin(), Entries.end(), Contents());
     const auto place = found == Entries.end() ? -1 : static_cast<std::int32_t>(found - Entries.begin());
-    const std::int32_t next = place + (keyCode == common::KeyDown ? 1 : -1);
+    const std::int32_t next = place + (keyCode == KeyDown ? 1 : -1);
     if (next >= 0 && next < ItemCount())
         ReplaceText(Entries[static_cast<std::size_t>(next)]);
 }
@@ -70,17 +70,17 @@ void HeadlessComboBox::ReplaceText(const Text& text) {
 void HeadlessDatePicker::ActOnKey(std::int32_t keyCode) {
     constexpr std::int32_t Week = 7;
     switch (keyCode) {
-    case common::KeyLeft:
-        Chosen = device::DaysLater(Chosen, -1);
+    case KeyLeft:
+        Chosen = DaysLater(Chosen, -1);
         break;
-    case common::KeyRight:
-        Chosen = device::DaysLater(Chosen, 1);
+    case KeyRight:
+        Chosen = DaysLater(Chosen, 1);
         break;
-    case common::KeyUp:
-        Chosen = device::DaysLater(Chosen, -Week);
+    case KeyUp:
+        Chosen = DaysLater(Chosen, -Week);
         break;
-    case common::KeyDown:
-        Chosen = device::DaysLater(Chosen, Week);
+    case KeyDown:
+        Chosen = DaysLater(Chosen, Week);
         break;
     default:
         break;
@@ -128,4 +128,4 @@ void HeadlessGrid::ActOnKey(std::int32_t keyCode) {
     TakeKey(keyCode);
 }
 
-} // namespace platform::headless
+} // namespace backends::headless

@@ -13,11 +13,9 @@
 #include <functional>
 #include <vector>
 
-namespace platform::headless {
+namespace backends::headless {
 
-using device::EventSource;
-using device::Focus;
-using device::FocusTarget;
+using namespace platform;
 
 /// Place, visibility and focus, for any control of the seam.
 template <class Interface>
@@ -74,7 +72,7 @@ private:
     Box Twips;
 };
 
-class HeadlessTextBox final : public BasicFontControl<device::EditBox> {
+class HeadlessTextBox final : public BasicFontControl<EditBox> {
 public:
     using BasicFontControl::BasicFontControl;
     Text Contents() const override { return Edited.Contents(); }
@@ -99,7 +97,7 @@ private:
     bool Lines = false;
 };
 
-class HeadlessComboBox final : public BasicFontControl<device::EditCombo> {
+class HeadlessComboBox final : public BasicFontControl<EditCombo> {
 public:
     using BasicFontControl::BasicFontControl;
     Text Contents() const override { return Edited.Contents(); }
@@ -192,7 +190,7 @@ private:
 };
 
 /// Paints itself when the loop handles what is due, as a grid in a window does.
-class HeadlessGrid final : public common::DrawnGrid, public FocusTarget, public EventSource {
+class HeadlessGrid final : public DrawnGrid, public FocusTarget, public EventSource {
 public:
     HeadlessGrid(Focus& focus, const char* name) : FocusOfForm(focus) { Name = name; }
     void SetVisible(bool visible) override;
@@ -210,4 +208,4 @@ private:
     Focus& FocusOfForm;
 };
 
-} // namespace platform::headless
+} // namespace backends::headless

@@ -4,10 +4,9 @@
 #include "backends/loop/form_events.h"
 #include "backends/loop/form_keys.h"
 
-namespace platform::headless {
+namespace backends::headless {
 
-HeadlessPlatform::HeadlessPlatform(const DeviceOptions& options, device::CommandSource& commands,
-                                   device::Watcher& watcher)
+HeadlessPlatform::HeadlessPlatform(const DeviceOptions& options, CommandSource& commands, Watcher& watcher)
     : BackEnd(options, static_cast<PollPump&>(*this), commands, watcher), boxes(loop, watcher),
       controls{
           .form = form,
@@ -21,7 +20,7 @@ HeadlessPlatform::HeadlessPlatform(const DeviceOptions& options, device::Command
           .lblStatus = lblStatus,
           .scrollBar = scrollBar,
           .menuTitles = {&menuTitles[0], &menuTitles[1]},
-          .menuItems = {device::Pointers(menuItems[0]), device::Pointers(menuItems[1])},
+          .menuItems = {Pointers(menuItems[0]), Pointers(menuItems[1])},
           .fonts = fonts,
           .boxes = boxes,
       },
@@ -29,7 +28,7 @@ HeadlessPlatform::HeadlessPlatform(const DeviceOptions& options, device::Command
     loop.Listen(grdTitle);
     loop.Listen(grdMain);
     DesignControls(controls);
-    device::WireEvents(*this, watcher);
+    WireEvents(*this, watcher);
     boxes.Opening = [this] {
         if (grdMain.HandIsDown)
             tmrHoldEvent.SetEnabled(false);
@@ -52,25 +51,25 @@ void HeadlessPlatform::ReleaseCell() {
 }
 
 void HeadlessPlatform::ClickItem(std::int32_t menu, std::int32_t item) {
-    device::RaiseItemClick(menu, item);
+    RaiseItemClick(menu, item);
 }
 
 void HeadlessPlatform::ClickTitle(std::int32_t menu) {
-    device::RaiseTitleClick(menu);
+    RaiseTitleClick(menu);
 }
 
 void HeadlessPlatform::StrikeKey(std::int32_t keyCode) {
-    device::FocusTarget& taker = focus.HolderOr(grdMain);
-    const bool passes = device::KeyDownPasses(keyCode);
-    if (passes && grdMain.TurnsPages && device::IsPageKey(keyCode)) {
+    FocusTarget& taker = focus.HolderOr(grdMain);
+    const bool passes = KeyDownPasses(keyCode);
+    if (passes && grdMain.TurnsPages && IsPageKey(keyCode)) {
         grdMain.ActOnKey(keyCode); // a Palm's grid scrolls whatever has the focus
     } else if (passes && &focus.HolderOr(grdMain) == &taker) {
-        if (device::IsCharacter(keyCode))
+        if (IsCharacter(keyCode))
             taker.EnterCharacter(Text(1, static_cast<char16_t>(keyCode)));
         else
             taker.ActOnKey(keyCode);
     }
-    device::KeyUp(keyCode);
+    RaiseKeyUp(keyCode);
 }
 
 void HeadlessPlatform::TypeCharacter(TextView character) {
@@ -91,13 +90,13 @@ void HeadlessPlatform::ChooseDate(const CalendarDate& date) {
 }
 
 void HeadlessPlatform::CloseWindow() {
-    device::RaiseCloseRequest();
+    RaiseCloseRequest();
 }
 
 void HeadlessPlatform::PressBoxButton(BoxAnswer answer) {
-    device::DeviceBoxes::OpenBox* box = boxes.Current();
+    DeviceBoxes::OpenBox* box = boxes.Current();
     box->Answer = answer;
     box->Answered = true;
 }
 
-} // namespace platform::headless
+} // namespace backends::headless

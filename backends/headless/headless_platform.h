@@ -9,13 +9,11 @@
 
 #include <array>
 
-namespace platform::headless {
+namespace backends::headless {
 
-using device::DeviceOptions;
-
-class HeadlessPlatform final : private PollPump, public device::BackEnd {
+class HeadlessPlatform final : private PollPump, public BackEnd {
 public:
-    HeadlessPlatform(const DeviceOptions& options, device::CommandSource& commands, device::Watcher& watcher);
+    HeadlessPlatform(const DeviceOptions& options, CommandSource& commands, Watcher& watcher);
 
     HeadlessForm form;
     HeadlessGrid grdTitle{focus, "grdTitle"};
@@ -30,12 +28,12 @@ public:
     std::array<HeadlessMenuItem, 2> menuTitles;
     std::array<std::array<HeadlessMenuItem, MenuItemCount>, 2> menuItems; ///< of each menu, item i at i less 1
     HeadlessFonts fonts;
-    device::DeviceBoxes boxes;
+    DeviceBoxes boxes;
 
-    device::Controls controls;
+    Controls controls;
     Platform record;
 
-    const device::Controls& Seen() const override { return controls; }
+    const Controls& Seen() const override { return controls; }
 
     // The hand's doings are calls of the form's handlers.
     void PressCell(std::int32_t row, std::int32_t col) override;
@@ -54,4 +52,4 @@ protected:
     Platform& Record() override { return record; }
 };
 
-} // namespace platform::headless
+} // namespace backends::headless

@@ -3,7 +3,7 @@
 
 #include <poll.h>
 
-namespace platform::headless {
+namespace backends::headless {
 
 void PollPump::Sleep(const std::vector<int>& descriptors, int milliseconds) {
     std::vector<pollfd> waiting;
@@ -13,4 +13,4 @@ void PollPump::Sleep(const std::vector<int>& descriptors, int milliseconds) {
     ::poll(waiting.data(), waiting.size(), milliseconds);
 }
 
-} // namespace platform::headless
+} // namespace backends::headless

@@ -4,13 +4,13 @@
 
 #include "backends/loop/event_loop.h"
 
-namespace platform::headless {
+namespace backends::headless {
 
-class PollPump : public device::Pump {
+class PollPump : public Pump {
 public:
     bool HandlePending() override { return false; }
     void Sleep(const std::vector<int>& descriptors, int milliseconds) override;
-    [[noreturn]] void Leave(const device::ProgramOver& over) override { throw over; }
+    [[noreturn]] void Leave(const ProgramOver& over) override { throw over; }
 };
 
-} // namespace platform::headless
+} // namespace backends::headless

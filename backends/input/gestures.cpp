@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "backends/input/gestures.h"
 
-namespace platform::device {
+namespace backends {
 
 namespace {
 
@@ -156,4 +156,4 @@ Refusal Answer(BackEnd& device, BoxAnswer answer) {
     return Done;
 }
 
-} // namespace platform::device
+} // namespace backends

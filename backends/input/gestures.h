@@ -6,7 +6,7 @@
 
 #include <string>
 
-namespace platform::device {
+namespace backends {
 
 using Refusal = std::string;
 
@@ -37,4 +37,4 @@ Refusal CloseForm(BackEnd& device);
 
 Refusal Answer(BackEnd& device, BoxAnswer answer);
 
-} // namespace platform::device
+} // namespace backends

@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-namespace platform::device {
+namespace backends {
 
 namespace {
 
@@ -55,4 +55,4 @@ Refusal PickDate(BackEnd& device, const CalendarDate& date) {
     return {};
 }
 
-} // namespace platform::device
+} // namespace backends

@@ -4,7 +4,7 @@
 
 #include "backends/input/gestures.h"
 
-namespace platform::device {
+namespace backends {
 
 /// Key down, key press where the code is a character, key up. The control that has the focus, or grdMain while none
 /// has, acts in between, unless the form has swallowed the key: arrows on a grid, a list or a date, left and right in a
@@ -20,4 +20,4 @@ std::size_t FirstLength(TextView text);
 /// Chooses a date in the open date picker.
 Refusal PickDate(BackEnd& device, const CalendarDate& date);
 
-} // namespace platform::device
+} // namespace backends

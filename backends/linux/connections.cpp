@@ -10,7 +10,7 @@
 #include <sys/socket.h>
 #include <sys/stat.h>
 
-namespace platform::host {
+namespace backends {
 
 namespace {
 
@@ -34,15 +34,15 @@ static_assert(sizeof(RfcommSocketAddress) == 10 && offsetof(RfcommSocketAddress,
 
 class SerialConnection final : public Connection {
 public:
-    common::SerialDevice Device;
+    SerialDevice Device;
 };
 
 class BluetoothConnection final : public Connection {
 public:
-    explicit BluetoothConnection(common::Descriptor socket) : Socket(std::move(socket)) {}
+    explicit BluetoothConnection(Descriptor socket) : Socket(std::move(socket)) {}
 
 private:
-    common::Descriptor Socket;
+    Descriptor Socket;
 };
 
 int HexValue(char digit) {
@@ -81,12 +81,12 @@ ErrorNumber OpenDevice(const std::string& path, std::unique_ptr<Connection>& con
 
 ErrorNumber OpenBluetooth(const BluetoothConnect& connect, const BluetoothAddress& address,
                           std::unique_ptr<Connection>& connection) {
-    common::Descriptor socket;
+    Descriptor socket;
     const int error = connect(address, socket);
     if (error == EAFNOSUPPORT || error == EPROTONOSUPPORT)
         return NotAvailable;
     if (error != 0 && error != EINPROGRESS)
-        return common::FromErrno(error);
+        return FromErrno(error);
     connection = std::make_unique<BluetoothConnection>(std::move(socket));
     return NoError;
 }
@@ -122,8 +122,8 @@ std::array<std::uint8_t, 10> SocketAddress(const BluetoothAddress& address) {
     return bytes;
 }
 
-int ConnectRfcomm(const BluetoothAddress& address, common::Descriptor& socket) {
-    common::Descriptor made(::socket(AF_BLUETOOTH, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, RfcommProtocol));
+int ConnectRfcomm(const BluetoothAddress& address, Descriptor& socket) {
+    Descriptor made(::socket(AF_BLUETOOTH, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, RfcommProtocol));
     if (!made.Valid())
         return errno;
     const auto bytes = SocketAddress(address);
@@ -147,4 +147,4 @@ ErrorNumber HostConnections::Open(const Text& name, std::unique_ptr<Connection>&
     return FileNotFound;
 }
 
-} // namespace platform::host
+} // namespace backends

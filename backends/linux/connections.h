@@ -10,7 +10,9 @@
 #include <functional>
 #include <optional>
 
-namespace platform::host {
+namespace backends {
+
+using namespace platform;
 
 /// A serial channel of a Bluetooth device.
 struct BluetoothAddress {
@@ -25,9 +27,9 @@ std::optional<BluetoothAddress> BluetoothAddressFrom(const std::string& name);
 std::array<std::uint8_t, 10> SocketAddress(const BluetoothAddress& address);
 
 /// Starts to connect and gives the value of errno: 0 when connected, EINPROGRESS while it is on its way. Never waits.
-using BluetoothConnect = std::function<int(const BluetoothAddress& address, common::Descriptor& socket)>;
+using BluetoothConnect = std::function<int(const BluetoothAddress& address, Descriptor& socket)>;
 
-int ConnectRfcomm(const BluetoothAddress& address, common::Descriptor& socket);
+int ConnectRfcomm(const BluetoothAddress& address, Descriptor& socket);
 
 class HostConnections final : public ConnectionService {
 public:
@@ -43,4 +45,4 @@ private:
     BluetoothConnect Connect;
 };
 
-} // namespace platform::host
+} // namespace backends

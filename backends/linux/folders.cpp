@@ -3,7 +3,7 @@
 
 #include <cstdlib>
 
-namespace platform::host {
+namespace backends {
 
 namespace {
 
@@ -37,8 +37,8 @@ std::optional<std::string> DataFolder(const Environment& environment) {
     return Beneath(environment, "XDG_DATA_HOME", "/.local/share", "/quorin");
 }
 
-std::optional<std::string> SettingsFile(const Environment& environment) {
+std::optional<std::string> SettingsPlace(const Environment& environment) {
     return Beneath(environment, "XDG_CONFIG_HOME", "/.config", "/quorin/settings.ini");
 }
 
-} // namespace platform::host
+} // namespace backends

@@ -6,7 +6,7 @@
 #include <optional>
 #include <string>
 
-namespace platform::host {
+namespace backends {
 
 /// The value of an environment variable; null when there is none.
 using Environment = std::function<const char*(const char* name)>;
@@ -18,6 +18,6 @@ const char* ProcessEnvironment(const char* name);
 std::optional<std::string> DataFolder(const Environment& environment = ProcessEnvironment);
 
 /// `$XDG_CONFIG_HOME/quorin/settings.ini`, else `$HOME/.config/quorin/settings.ini`, by the same rules.
-std::optional<std::string> SettingsFile(const Environment& environment = ProcessEnvironment);
+std::optional<std::string> SettingsPlace(const Environment& environment = ProcessEnvironment);
 
-} // namespace platform::host
+} // namespace backends

@@ -9,7 +9,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-namespace platform::host {
+namespace backends {
 
 namespace {
 
@@ -36,14 +36,14 @@ std::map<std::string, PortHolder> HoldersByProcess(const std::vector<std::string
                                                    const std::string& processFolder) {
     std::map<std::string, PortHolder> holders;
     const std::string ourselves = std::to_string(::getpid());
-    for (const std::string& process : common::NamesIn(processFolder)) {
-        if (common::NumberAfter("", process).empty() || process == ourselves)
+    for (const std::string& process : NamesIn(processFolder)) {
+        if (NumberAfter("", process).empty() || process == ourselves)
             continue;
         const std::string folder = processFolder + "/" + process;
-        for (const std::string& file : common::NamesIn(folder + "/fd")) {
+        for (const std::string& file : NamesIn(folder + "/fd")) {
             const std::string target = LinkTarget(folder + "/fd/" + file);
             if (std::find(paths.begin(), paths.end(), target) != paths.end())
-                holders.try_emplace(target, PortHolder{common::FirstLine(folder + "/comm"), process, ""});
+                holders.try_emplace(target, PortHolder{FirstLine(folder + "/comm"), process, ""});
         }
     }
     return holders;
@@ -54,12 +54,12 @@ std::optional<PortHolder> HolderByLock(const std::string& deviceName, const std:
     const std::string lock = lockFolder + "/LCK.." + deviceName;
     if (!IsThere(lock))
         return std::nullopt;
-    const std::string process = common::NumberAfter("", WithoutBlanks(common::FirstLine(lock)));
+    const std::string process = NumberAfter("", WithoutBlanks(FirstLine(lock)));
     if (process.empty())
         return PortHolder{"", "", lock};
     if (!IsThere(processFolder + "/" + process) || process == std::to_string(::getpid()))
         return std::nullopt;
-    return PortHolder{common::FirstLine(processFolder + "/" + process + "/comm"), process, lock};
+    return PortHolder{FirstLine(processFolder + "/" + process + "/comm"), process, lock};
 }
 
-} // namespace platform::host
+} // namespace backends

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-namespace platform::host {
+namespace backends {
 
 struct PortHolder {
     std::string Program;  ///< its short name, such as "ModemManager"; empty when only a lock file tells of it
@@ -25,4 +25,4 @@ std::map<std::string, PortHolder> HoldersByProcess(const std::vector<std::string
 std::optional<PortHolder> HolderByLock(const std::string& deviceName, const std::string& lockFolder = "/run/lock",
                                        const std::string& processFolder = "/proc");
 
-} // namespace platform::host
+} // namespace backends

@@ -11,7 +11,7 @@
 #include <optional>
 #include <unistd.h>
 
-namespace platform::host {
+namespace backends {
 
 namespace {
 
@@ -52,7 +52,7 @@ void Give(Found& found, PortState state, const PortTrouble& trouble) {
 /// The device that a path leads to, whatever it was called before; a path that leads nowhere is a device by itself.
 Found& Survey::RowOf(const std::string& path) {
     std::string canonical;
-    common::Canonical(path, canonical);
+    Canonical(path, canonical);
     const auto known = std::find_if(List.begin(), List.end(), [&](const Found& found) {
         return canonical.empty() ? found.Row.Path == path : found.Canonical == canonical;
     });
@@ -71,9 +71,9 @@ void Survey::AddAll(const std::vector<std::string>& paths) {
 
 /// A system has nodes for ports that the board has not: the type of those is 0. A driver without types has real ones.
 bool Survey::HasHardware(const std::string& path) const {
-    const std::string folder = Where.SystemFolder + "/class/tty/" + common::NameOf(path);
-    const std::string type = common::FirstLine(folder + "/type");
-    return type.empty() ? common::IsFolder(folder + "/device/driver") : type != "0";
+    const std::string folder = Where.SystemFolder + "/class/tty/" + NameOf(path);
+    const std::string type = FirstLine(folder + "/type");
+    return type.empty() ? IsFolder(folder + "/device/driver") : type != "0";
 }
 
 void Survey::AddBoardPorts() {
@@ -84,7 +84,7 @@ void Survey::AddBoardPorts() {
 
 void Survey::AddLinks() {
     const std::string folder = Where.DeviceFolder + "/serial/by-id";
-    for (const std::string& name : common::NamesIn(folder)) {
+    for (const std::string& name : NamesIn(folder)) {
         const std::string link = folder + "/" + name;
         Found& found = RowOf(link);
         if (found.Row.Path != link)
@@ -103,7 +103,7 @@ void Survey::AddRuleNumbers() {
         if (path.empty() || Where.Pinned.count(number) != 0)
             continue;
         std::string canonical;
-        common::Canonical(path, canonical);
+        Canonical(path, canonical);
         for (Found& found : List)
             if (!canonical.empty() && found.Canonical == canonical)
                 found.Row.Numbers.push_back({number, false});
@@ -114,9 +114,9 @@ std::optional<PortHolder> Survey::Holder(const Found& found, const std::map<std:
     const auto holder = holders.find(found.Canonical);
     if (holder != holders.end())
         return holder->second;
-    if (const auto byName = HolderByLock(common::NameOf(found.Row.Path), Where.LockFolder, Where.ProcessFolder))
+    if (const auto byName = HolderByLock(NameOf(found.Row.Path), Where.LockFolder, Where.ProcessFolder))
         return byName;
-    return HolderByLock(common::NameOf(found.Canonical), Where.LockFolder, Where.ProcessFolder);
+    return HolderByLock(NameOf(found.Canonical), Where.LockFolder, Where.ProcessFolder);
 }
 
 void Survey::Judge(Found& found, const std::map<std::string, PortHolder>& holders) const {
@@ -205,11 +205,11 @@ std::string NameText(const DeviceName& name) {
 
 /// A line below a device's own.
 std::string Below(const std::string& text) {
-    return text.empty() ? "" : "    " + common::Printable(text) + "\n";
+    return text.empty() ? "" : "    " + Printable(text) + "\n";
 }
 
 std::string RowText(const PortRow& row) {
-    std::string text = common::Printable(row.Path) + ": " + NumbersText(row.Numbers) + "; " + Word(row.State) + "\n";
+    std::string text = Printable(row.Path) + ": " + NumbersText(row.Numbers) + "; " + Word(row.State) + "\n";
     text += Below(NameText(row.Name));
     for (const std::string& link : row.Links)
         text += Below("also " + link);
@@ -234,7 +234,7 @@ std::string PortTable(const std::vector<PortRow>& rows) {
 int TryPort(const std::string& path, PortTrial trial) {
     if (trial == PortTrial::LookOnly || IsBoardPort(path))
         return ::faccessat(AT_FDCWD, path.c_str(), R_OK | W_OK, AT_EACCESS) == 0 ? 0 : errno;
-    const common::Descriptor opened(::open(path.c_str(), O_RDWR | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
+    const Descriptor opened(::open(path.c_str(), O_RDWR | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
     if (!opened.Valid())
         return errno;
     return ::isatty(opened.Number()) != 0 ? 0 : errno;
@@ -244,4 +244,4 @@ std::vector<PortRow> SerialPorts(const PortSurvey& survey) {
     return Survey(survey).Rows();
 }
 
-} // namespace platform::host
+} // namespace backends

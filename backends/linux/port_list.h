@@ -11,7 +11,7 @@
 #include <string>
 #include <vector>
 
-namespace platform::host {
+namespace backends {
 
 enum class PortState {
     Ready,   ///< it was opened, and closed again
@@ -63,4 +63,4 @@ struct PortSurvey {
 /// opened, since the machine's console may be on one; nor are those that somebody uses already.
 std::vector<PortRow> SerialPorts(const PortSurvey& survey = {});
 
-} // namespace platform::host
+} // namespace backends

@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <sys/stat.h>
 
-namespace platform::host {
+namespace backends {
 
 bool IsCharacterDevice(const std::string& path) {
     struct stat found {};
@@ -16,16 +16,15 @@ bool IsCharacterDevice(const std::string& path) {
 
 bool IsBoardPort(const std::string& path) {
     std::string canonical;
-    common::Canonical(path, canonical);
-    return !common::NumberAfter("ttyS", common::NameOf(path)).empty() ||
-           !common::NumberAfter("ttyS", common::NameOf(canonical)).empty();
+    Canonical(path, canonical);
+    return !NumberAfter("ttyS", NameOf(path)).empty() || !NumberAfter("ttyS", NameOf(canonical)).empty();
 }
 
 std::vector<std::string> DevicesCalled(const std::string& stem, const std::string& deviceFolder) {
     std::vector<std::string> paths;
-    for (const std::string& name : common::NamesIn(deviceFolder)) {
+    for (const std::string& name : NamesIn(deviceFolder)) {
         const std::string path = deviceFolder + "/" + name;
-        if (!common::NumberAfter(stem, name).empty() && IsCharacterDevice(path))
+        if (!NumberAfter(stem, name).empty() && IsCharacterDevice(path))
             paths.push_back(path);
     }
     // Their names come in the order of bytes: among those without leading zeros the shorter number is the smaller one.
@@ -56,4 +55,4 @@ std::string PortPath(std::int32_t number, const std::string& deviceFolder) {
     return IsCharacterDevice(onBoard) ? onBoard : std::string();
 }
 
-} // namespace platform::host
+} // namespace backends

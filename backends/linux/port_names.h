@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-namespace platform::host {
+namespace backends {
 
 /// The device that "ComN" means when the number is not pinned to a path:
 ///  1. `rfcomm` N-1, a Bluetooth port that was bound;
@@ -30,4 +30,4 @@ bool IsCharacterDevice(const std::string& path);
 /// Whether a path is a port of the board, or leads to one.
 bool IsBoardPort(const std::string& path);
 
-} // namespace platform::host
+} // namespace backends

@@ -14,7 +14,7 @@
 #include <unistd.h>
 #include <vector>
 
-namespace platform::host {
+namespace backends {
 
 namespace {
 
@@ -68,8 +68,8 @@ bool ProcessHas(gid_t wanted) {
 }
 
 bool IsNoHardware(const std::string& path) {
-    const std::string name = common::NameOf(path);
-    return !common::NumberAfter("ttyS", name).empty() && common::FirstLine("/sys/class/tty/" + name + "/type") == "0";
+    const std::string name = NameOf(path);
+    return !NumberAfter("ttyS", name).empty() && FirstLine("/sys/class/tty/" + name + "/type") == "0";
 }
 
 std::string NotAvailableLine(const std::string& path) {
@@ -126,7 +126,7 @@ PortTrouble HeldBy(const std::string& path, const PortHolder& holder) {
     const auto service = std::find_if(KnownServices.begin(), KnownServices.end(),
                                       [&holder](const KnownService& known) { return holder.Program == known.Program; });
     if (service != KnownServices.end())
-        return {"The service " + Described(holder) + " has taken it.", Filled(service->Remedy, common::NameOf(path))};
+        return {"The service " + Described(holder) + " has taken it.", Filled(service->Remedy, NameOf(path))};
     if (holder.Process.empty())
         return {Described(holder) + " uses it, as the lock file " + holder.LockFile + " says.",
                 "End that program; when there is none, remove the lock file."};
@@ -146,7 +146,7 @@ PortTrouble OpeningFailed(const std::string& path, int code) {
     case ENOTTY:
         return {"It is no serial port.", "Name the path of a serial port."};
     default:
-        return {"Opening it fails: " + common::ReasonOf(code) + ".",
+        return {"Opening it fails: " + ReasonOf(code) + ".",
                 "Unplug the adapter and plug it in again; sudo dmesg tells what the system makes of it."};
     }
 }
@@ -168,4 +168,4 @@ std::string OpeningTrouble(const std::string& path, platform::ErrorNumber error)
     }
 }
 
-} // namespace platform::host
+} // namespace backends

@@ -7,7 +7,9 @@
 
 #include <string>
 
-namespace platform::host {
+namespace backends {
+
+using namespace platform;
 
 /// One sentence each.
 struct PortTrouble {
@@ -43,4 +45,4 @@ PortTrouble OpeningFailed(const std::string& path, int code);
 /// that means no device. Looks at the path, and opens nothing.
 std::string OpeningTrouble(const std::string& path, platform::ErrorNumber error);
 
-} // namespace platform::host
+} // namespace backends

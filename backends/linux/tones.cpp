@@ -11,7 +11,7 @@
 #include <system_error>
 #include <thread>
 
-namespace platform::host {
+namespace backends {
 
 namespace {
 
@@ -164,4 +164,4 @@ bool TonePlayer::Idle() const {
     return !Shared->Running;
 }
 
-} // namespace platform::host
+} // namespace backends

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-namespace platform::host {
+namespace backends {
 
 inline constexpr std::int32_t SamplesPerSecond = 44100;
 
@@ -42,4 +42,4 @@ private:
     std::shared_ptr<Work> Shared; ///< with the worker, which may outlive the player
 };
 
-} // namespace platform::host
+} // namespace backends

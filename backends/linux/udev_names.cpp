@@ -6,7 +6,7 @@
 #include <memory>
 #include <sys/stat.h>
 
-namespace platform::host {
+namespace backends {
 
 namespace {
 
@@ -48,4 +48,4 @@ DeviceName UdevName(const std::string& path) {
     });
 }
 
-} // namespace platform::host
+} // namespace backends

@@ -4,7 +4,7 @@
 #include <functional>
 #include <string>
 
-namespace platform::host {
+namespace backends {
 
 /// What a device is called; empty where nobody knows.
 struct DeviceName {
@@ -22,4 +22,4 @@ DeviceName NameFromProperties(const DeviceProperty& property);
 /// What udev knows of the device behind a path. The device is not opened.
 DeviceName UdevName(const std::string& path);
 
-} // namespace platform::host
+} // namespace backends

@@ -7,7 +7,7 @@
 #include "src/view/display_state.h"
 #include "src/view/input_fields.h"
 
-namespace platform::device {
+namespace backends {
 
 namespace {
 
@@ -22,22 +22,22 @@ DeviceClock ClockFor(const DeviceOptions& options) {
     return options.RealClock ? DeviceClock() : DeviceClock(options.StartMoment);
 }
 
-std::vector<common::HostVolume> VolumesFor(const DeviceOptions& options) {
+std::vector<HostVolume> VolumesFor(const DeviceOptions& options) {
     if (!options.Volumes.empty())
         return options.Volumes;
-    return {common::ProfileOfType(options.DeviceType).Volume};
+    return {ProfileOfType(options.DeviceType).Volume};
 }
 
 DeviceSystem SystemFor(const DeviceOptions& options) {
-    const common::DeviceProfile& profile = common::ProfileOfType(options.DeviceType);
+    const DeviceProfile& profile = ProfileOfType(options.DeviceType);
     const Text version = modStringTools::FromBytes(profile.OsVersion);
     return {options.DeviceType, options.OsVersion.value_or(version), options.User,
             options.Screen.value_or(profile.Screen)};
 }
 
-common::SettingsFile SettingsFor(const DeviceOptions& options) {
-    return options.Settings.empty() ? common::SettingsFile(common::PathMap(options.Root), u".\\settings.ini")
-                                    : common::SettingsFile(options.Settings);
+SettingsFile SettingsFor(const DeviceOptions& options) {
+    return options.Settings.empty() ? SettingsFile(PathMap(options.Root), u".\\settings.ini")
+                                    : SettingsFile(options.Settings);
 }
 
 } // namespace
@@ -53,15 +53,15 @@ BackEnd::BackEnd(const DeviceOptions& options, Pump& pump, CommandSource& comman
       tmrHoldEvent(loop, HoldInterval, false, frmQuorin::tmrHoldEvent_Tick),
       tmrMenus(loop, RepaintInterval, false, frmQuorin::tmrMenus_Tick), system(SystemFor(options)),
       keys(watcher, focus), serial(options.Ports, frmQuorin::serConnection_Receive), tones(watcher), runTime(loop),
-      volumes(VolumesFor(options), common::PathMap(options.Root)), hostFiles(common::PathMap(options.Root)),
-      files(hostFiles, faults), hostDatabases(common::PathMap(options.Root)), databases(hostDatabases, faults),
-      settingsFile(SettingsFor(options)), settings(settingsFile, faults), onlooker(clock, watcher),
+      volumes(VolumesFor(options), PathMap(options.Root)), hostFiles(PathMap(options.Root)), files(hostFiles, faults),
+      hostDatabases(PathMap(options.Root)), databases(hostDatabases, faults), settingsFile(SettingsFor(options)),
+      settings(settingsFile, faults), onlooker(clock, watcher),
       Connections(options.Connections != nullptr ? *options.Connections : connections) {
     const Text keptOn = settingsFile.Get(u"Quorin", u"Settings", u"StorageVolume", u"");
     const bool inMemory = TraitsOf(options.DeviceType).IsMemory(keptOn); // which is never out
     volumes.MakeFolders(inMemory ? Text() : keptOn);
     faults.NotStored = [this](const Text& setting, ErrorNumber error) { onlooker.NotSaved(setting, ErrorText(error)); };
-    common::RightsLost = [this](const std::string& file) {
+    RightsLost = [this](const std::string& file) {
         onlooker.notices.Raise(companion::RightsNotKept(modStringTools::FromBytes(file)));
     };
     loop.Begins = [this] { BeginOperation(); };
@@ -77,7 +77,7 @@ void BackEnd::BeginOperation() {
 }
 
 BackEnd::~BackEnd() {
-    common::RightsLost = nullptr;
+    RightsLost = nullptr;
 }
 
 Platform BackEnd::RecordOf(const Controls& controls) {
@@ -121,7 +121,7 @@ Platform BackEnd::RecordOf(const Controls& controls) {
 
 void BackEnd::DesignControls(const Controls& controls) {
     HoldLinkUnderPile(controls.boxes);
-    for (common::DrawnGrid* grid : {&controls.grdTitle, &controls.grdMain}) {
+    for (DrawnGrid* grid : {&controls.grdTitle, &controls.grdMain}) {
         grid->SetFontName(DesignFont);
         grid->SetFontSize(DesignFontSize);
     }
@@ -156,4 +156,4 @@ void BackEnd::StartProgram() {
     loop.HandleDue();
 }
 
-} // namespace platform::device
+} // namespace backends

@@ -17,16 +17,16 @@
 #include <optional>
 #include <string>
 
-namespace platform::device {
+namespace backends {
 
 /// What a device is to be. Whatever is left out is that of the profile of its type.
 struct DeviceOptions {
     std::int32_t DeviceType = 0;
     std::optional<Text> OsVersion;
     Text User = u"user";
-    std::optional<common::ScreenSize> Screen;
+    std::optional<ScreenSize> Screen;
     std::string Root; ///< host folder that holds all of the device's storage
-    std::vector<common::HostVolume> Volumes;
+    std::vector<HostVolume> Volumes;
     std::string Settings; ///< host file; "settings.ini" in the root folder when empty
     bool RealClock = false;
     std::int64_t StartMoment = 0;             ///< where a clock that is not the machine's starts
@@ -59,17 +59,17 @@ public:
     DeviceSerial serial;
     SimulatedConnections connections;
     WatchedTones tones;
-    common::NumberSource random;
+    NumberSource random;
     LoopRunTime runTime;
 
-    common::DiskFaults faults; ///< the disk's
-    common::HostVolumes volumes;
-    common::HostFileSystem hostFiles;
-    common::FailingFileSystem files;
-    common::LineDatabase hostDatabases;
-    common::FailingDatabase databases;
-    common::SettingsFile settingsFile;
-    common::FailingSettings settings;
+    DiskFaults faults; ///< the disk's
+    HostVolumes volumes;
+    HostFileSystem hostFiles;
+    FailingFileSystem files;
+    LineDatabase hostDatabases;
+    FailingDatabase databases;
+    SettingsFile settingsFile;
+    FailingSettings settings;
 
     FormOnlooker onlooker; ///< with the notices
 
@@ -91,4 +91,4 @@ private:
     ConnectionService& Connections;
 };
 
-} // namespace platform::device
+} // namespace backends

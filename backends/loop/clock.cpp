@@ -5,7 +5,7 @@
 #include <cstdio>
 #include <ctime>
 
-namespace platform::device {
+namespace backends {
 
 namespace {
 
@@ -135,4 +135,4 @@ void DeviceClock::MoveTo(std::int64_t milliseconds) {
         Passed = std::max(Passed, milliseconds);
 }
 
-} // namespace platform::device
+} // namespace backends

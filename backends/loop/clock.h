@@ -7,7 +7,9 @@
 #include <chrono>
 #include <optional>
 
-namespace platform::device {
+namespace backends {
+
+using namespace platform;
 
 /// The moment that a text like 2007-03-05T09:30:00 stands for, as whole seconds of a calendar without time zones.
 /// Nothing for a text that stands for none.
@@ -52,4 +54,4 @@ private:
     std::chrono::steady_clock::time_point Begin = std::chrono::steady_clock::now();
 };
 
-} // namespace platform::device
+} // namespace backends

@@ -5,7 +5,7 @@
 #include <sys/signalfd.h>
 #include <unistd.h>
 
-namespace platform::device {
+namespace backends {
 
 EndSignals::EndSignals() {
     sigset_t wanted;
@@ -13,7 +13,7 @@ EndSignals::EndSignals() {
     for (const int signal : {SIGTERM, SIGINT, SIGHUP})
         sigaddset(&wanted, signal);
     if (sigprocmask(SIG_BLOCK, &wanted, nullptr) == 0)
-        Signals = common::Descriptor(::signalfd(-1, &wanted, SFD_NONBLOCK | SFD_CLOEXEC));
+        Signals = backends::Descriptor(::signalfd(-1, &wanted, SFD_NONBLOCK | SFD_CLOEXEC));
 }
 
 bool EndSignals::RaiseWhatIsPending() {
@@ -26,4 +26,4 @@ bool EndSignals::RaiseWhatIsPending() {
     return true;
 }
 
-} // namespace platform::device
+} // namespace backends

@@ -8,7 +8,7 @@
 #include <functional>
 #include <string>
 
-namespace platform::device {
+namespace backends {
 
 class EndSignals final : public EventSource {
 public:
@@ -21,7 +21,7 @@ public:
     std::function<void(const std::string& name)> Raised;
 
 private:
-    common::Descriptor Signals;
+    backends::Descriptor Signals;
 };
 
-} // namespace platform::device
+} // namespace backends

@@ -11,7 +11,7 @@
 
 #include <algorithm>
 
-namespace platform::device {
+namespace backends {
 
 namespace {
 
@@ -128,4 +128,4 @@ std::string UnsavedRecordWords() {
     return modQuorin::RecordIsUnsaved() ? RowForPeople() + NotSaved : "";
 }
 
-} // namespace platform::device
+} // namespace backends

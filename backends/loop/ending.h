@@ -8,7 +8,7 @@
 #include <cstddef>
 #include <string>
 
-namespace platform::device {
+namespace backends {
 
 class Ending {
 public:
@@ -46,4 +46,4 @@ std::string UnsavedRecordWords();
 /// For whom a failure has stopped: what has become of the files, and of that record.
 std::string StateWords();
 
-} // namespace platform::device
+} // namespace backends

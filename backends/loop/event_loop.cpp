@@ -5,7 +5,7 @@
 #include <cstdlib>
 #include <poll.h>
 
-namespace platform::device {
+namespace backends {
 
 namespace {
 
@@ -224,4 +224,4 @@ void LoopRunTime::RuntimeFailure(const Text& text) {
     Loop.Leave({ProgramOver::Reason::Failed, text});
 }
 
-} // namespace platform::device
+} // namespace backends

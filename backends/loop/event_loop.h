@@ -13,7 +13,9 @@
 #include <thread>
 #include <vector>
 
-namespace platform::device {
+namespace backends {
+
+using namespace platform;
 
 class EventLoop;
 
@@ -168,4 +170,4 @@ private:
     EventLoop& Loop;
 };
 
-} // namespace platform::device
+} // namespace backends

@@ -6,7 +6,7 @@
 
 #include <functional>
 
-namespace platform::device {
+namespace backends {
 
 /// A control that can have the focus.
 struct FocusTarget {
@@ -66,4 +66,4 @@ private:
     FocusTarget* Current = nullptr;
 };
 
-} // namespace platform::device
+} // namespace backends

@@ -11,7 +11,9 @@
 #include <array>
 #include <vector>
 
-namespace platform::device {
+namespace backends {
+
+using namespace platform;
 
 template <class Field>
 class WithCaret : public Field {
@@ -39,8 +41,8 @@ MenuItems Pointers(std::array<Item, MenuItemCount>& items) {
 
 struct Controls {
     Form& form;
-    common::DrawnGrid& grdTitle;
-    common::DrawnGrid& grdMain;
+    DrawnGrid& grdTitle;
+    DrawnGrid& grdMain;
     EditBox& txtInputField;
     EditCombo& cboInputField;
     EditBox& cbotxtInputField;
@@ -57,4 +59,4 @@ struct Controls {
 /// The form's box in pixels.
 Box PixelsOf(const Form& form);
 
-} // namespace platform::device
+} // namespace backends

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "backends/loop/form_events.h"
 
-namespace platform::device {
+namespace backends {
 
 void RaiseItemClick(std::int32_t menu, std::int32_t item) {
     menu == 1 ? frmQuorin::mnuButtonO1_Click(item) : frmQuorin::mnuButtonO2_Click(item);
@@ -24,4 +24,4 @@ void RaiseKeyboard(const SystemObject& system, std::int16_t state, std::int32_t 
         frmQuorin::mykb_statechanged(state, left, top, width, height);
 }
 
-} // namespace platform::device
+} // namespace backends

@@ -5,7 +5,7 @@
 #include "backends/loop/services.h"
 #include "src/app/form.h"
 
-namespace platform::device {
+namespace backends {
 
 /// Item 1 to 5, or the caption, of soft menu 1 or 2.
 void RaiseItemClick(std::int32_t menu, std::int32_t item);
@@ -32,4 +32,4 @@ void WireEvents(BackEndControls& of, Watcher& watcher) {
     of.lblStatus.Hidden = [&watcher] { watcher.StatusHidden(); };
 }
 
-} // namespace platform::device
+} // namespace backends

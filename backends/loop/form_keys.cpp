@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <iterator>
 
-namespace platform::device {
+namespace backends {
 
 namespace {
 
@@ -22,7 +22,7 @@ bool IsCharacter(std::int32_t keyCode) {
 }
 
 bool IsPageKey(std::int32_t keyCode) {
-    return keyCode == common::KeyPageUp || keyCode == common::KeyPageDown;
+    return keyCode == KeyPageUp || keyCode == KeyPageDown;
 }
 
 bool KeyDownPasses(std::int32_t keyCode) {
@@ -35,9 +35,9 @@ bool KeyDownPasses(std::int32_t keyCode) {
     return character != 0;
 }
 
-void KeyUp(std::int32_t keyCode) {
+void RaiseKeyUp(std::int32_t keyCode) {
     std::int32_t key = keyCode;
     frmQuorin::Form_KeyUp(key, NoShift);
 }
 
-} // namespace platform::device
+} // namespace backends

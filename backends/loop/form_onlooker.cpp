@@ -5,7 +5,7 @@
 #include "companion/words.h"
 #include "src/link/ports.h"
 
-namespace platform::device {
+namespace backends {
 
 /// What is lost is told by NotSaved, with the name of its file.
 FormOnlooker::FormOnlooker(const Clock& clock, Watcher& watcher) : Time(clock), Told(watcher) {
@@ -85,4 +85,4 @@ bool FormOnlooker::RaiseWhatIsPending() {
     return false;
 }
 
-} // namespace platform::device
+} // namespace backends

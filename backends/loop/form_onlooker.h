@@ -9,7 +9,9 @@
 
 #include <set>
 
-namespace platform::device {
+namespace backends {
+
+using namespace platform;
 
 class FormOnlooker final : public Onlooker, public SaveWatcher, public EventSource {
 public:
@@ -42,4 +44,4 @@ private:
     std::set<Text> ReplacedFolders; ///< that were told of
 };
 
-} // namespace platform::device
+} // namespace backends

@@ -6,7 +6,9 @@
 #include "src/view/platform/controls.h"
 #include "src/view/platform/run_time.h"
 
-namespace platform::device {
+namespace backends {
+
+using namespace platform;
 
 class Hand {
 public:
@@ -36,4 +38,4 @@ public:
     virtual void PressBoxButton(BoxAnswer answer) = 0;
 };
 
-} // namespace platform::device
+} // namespace backends

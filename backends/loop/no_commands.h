@@ -4,7 +4,7 @@
 
 #include "backends/loop/event_loop.h"
 
-namespace platform::device {
+namespace backends {
 
 class NoCommands : public CommandSource {
 public:
@@ -16,4 +16,4 @@ public:
     void RunCommand() override {}
 };
 
-} // namespace platform::device
+} // namespace backends

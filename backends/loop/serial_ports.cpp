@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "backends/loop/serial_ports.h"
 
-namespace platform::device {
+namespace backends {
 
 namespace {
 
@@ -73,7 +73,7 @@ void DeviceSerial::TakeFromDevice() {
     if (!Real.IsOpen())
         return;
     const std::size_t before = Waiting.size();
-    if (Real.ReadAvailable(Waiting) == common::ReadState::Gone)
+    if (Real.ReadAvailable(Waiting) == ReadState::Gone)
         Open = false;
     HasHeard = HasHeard || Waiting.size() > before;
 }
@@ -90,4 +90,4 @@ bool DeviceSerial::RaiseWhatIsPending() {
     return true;
 }
 
-} // namespace platform::device
+} // namespace backends

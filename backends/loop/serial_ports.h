@@ -11,7 +11,9 @@
 #include <optional>
 #include <string>
 
-namespace platform::device {
+namespace backends {
+
+using namespace platform;
 
 /// Host paths behind port numbers.
 struct PortPaths {
@@ -78,10 +80,10 @@ private:
     Text Waiting;
     std::size_t Given = 0; ///< characters to the event that is being handled
     std::int32_t FailuresLeft = 0;
-    common::SerialDevice Real;
+    SerialDevice Real;
     std::string LastPath;
     ErrorNumber Outcome = NoError;
     bool HasHeard = false;
 };
 
-} // namespace platform::device
+} // namespace backends

@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-namespace platform::device {
+namespace backends {
 
 namespace {
 
@@ -84,4 +84,4 @@ BoxAnswer DeviceBoxes::Show(const Text& text, BoxButtons buttons, BoxIcon icon, 
     return buttons == BoxButtons::YesNo ? BoxAnswer::No : BoxAnswer::Ok;
 }
 
-} // namespace platform::device
+} // namespace backends

@@ -14,7 +14,9 @@
 #include <functional>
 #include <vector>
 
-namespace platform::device {
+namespace backends {
+
+using namespace platform;
 
 /// Who watches the device is told what happens on it, in order.
 class Watcher : public SaveWatcher {
@@ -32,7 +34,7 @@ public:
 
 class DeviceSystem final : public SystemObject {
 public:
-    DeviceSystem(std::int32_t type, Text version, Text user, common::ScreenSize screen)
+    DeviceSystem(std::int32_t type, Text version, Text user, ScreenSize screen)
         : Type(type), Version(std::move(version)), User(std::move(user)), Screen(screen) {}
 
     std::int32_t DeviceType() const override { return Type; }
@@ -42,13 +44,13 @@ public:
     std::int32_t ScreenDimension() const override;
 
     /// The device was turned. Nobody is told: the next layout finds the new working area.
-    void SetScreen(common::ScreenSize screen) { Screen = screen; }
+    void SetScreen(ScreenSize screen) { Screen = screen; }
 
 private:
     std::int32_t Type;
     Text Version;
     Text User;
-    common::ScreenSize Screen;
+    ScreenSize Screen;
 };
 
 /// A character that is sent waits in the key queue until events are handled; a letter or a control character then goes
@@ -127,4 +129,4 @@ private:
     std::vector<Text> Unanswered;
 };
 
-} // namespace platform::device
+} // namespace backends

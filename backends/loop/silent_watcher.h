@@ -4,7 +4,7 @@
 
 #include "backends/loop/services.h"
 
-namespace platform::device {
+namespace backends {
 
 class SilentWatcher : public Watcher {
 public:
@@ -19,4 +19,4 @@ public:
     void NotSaved(const Text&, const Text&) override {}
 };
 
-} // namespace platform::device
+} // namespace backends

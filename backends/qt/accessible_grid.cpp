@@ -12,7 +12,7 @@
 #include <map>
 #include <set>
 
-namespace platform::qt {
+namespace backends::qt {
 
 namespace {
 
@@ -309,4 +309,4 @@ void GridNews::Tell() {
     }
 }
 
-} // namespace platform::qt
+} // namespace backends::qt

@@ -8,7 +8,7 @@
 #include <utility>
 #include <vector>
 
-namespace platform::qt {
+namespace backends::qt {
 
 class GridWidget;
 class QtGrid;
@@ -45,4 +45,4 @@ private:
     std::vector<std::pair<std::int32_t, std::int32_t>> Changed; ///< row and column
 };
 
-} // namespace platform::qt
+} // namespace backends::qt

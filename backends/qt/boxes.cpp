@@ -9,7 +9,7 @@
 
 #include <algorithm>
 
-namespace platform::qt {
+namespace backends::qt {
 
 namespace {
 
@@ -85,4 +85,4 @@ void QtBoxes::Press(BoxAnswer answer) {
     Dialog()->button(ButtonOf(answer))->click();
 }
 
-} // namespace platform::qt
+} // namespace backends::qt

@@ -11,12 +11,11 @@
 #include <memory>
 #include <vector>
 
-namespace platform::qt {
+namespace backends::qt {
 
-class QtBoxes final : public device::DeviceBoxes {
+class QtBoxes final : public DeviceBoxes {
 public:
-    QtBoxes(device::EventLoop& loop, device::Watcher& watcher, QWidget& window)
-        : DeviceBoxes(loop, watcher), Window(window) {}
+    QtBoxes(EventLoop& loop, Watcher& watcher, QWidget& window) : DeviceBoxes(loop, watcher), Window(window) {}
 
     /// Presses a button of the innermost box.
     void Press(BoxAnswer answer);
@@ -37,4 +36,4 @@ private:
     std::vector<std::unique_ptr<QMessageBox>> Dialogs;
 };
 
-} // namespace platform::qt
+} // namespace backends::qt

@@ -10,7 +10,9 @@
 
 #include <cmath>
 
-namespace platform::qt {
+namespace backends::qt {
+
+using namespace platform;
 
 inline QString ToQt(TextView text) {
     return QString::fromUtf16(text.data(), static_cast<qsizetype>(text.size()));
@@ -33,4 +35,4 @@ inline QRect RectOf(const Box& box) {
             static_cast<int>(std::lround(box.Top + box.Height)) - top};
 }
 
-} // namespace platform::qt
+} // namespace backends::qt

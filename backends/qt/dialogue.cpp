@@ -4,7 +4,7 @@
 #include <QApplication>
 #include <QEvent>
 
-namespace platform::qt {
+namespace backends::qt {
 
 Dialogue::Dialogue(QWidget* parent, bool underHands) : QMessageBox(parent) {
     if (!underHands)
@@ -28,4 +28,4 @@ bool Dialogue::eventFilter(QObject* object, QEvent* event) {
     return true;
 }
 
-} // namespace platform::qt
+} // namespace backends::qt

@@ -5,7 +5,7 @@
 #include <QElapsedTimer>
 #include <QMessageBox>
 
-namespace platform::qt {
+namespace backends::qt {
 
 /// Under hands, keys come to nothing until they have rested for half a second.
 class Dialogue final : public QMessageBox {
@@ -19,4 +19,4 @@ private:
     QElapsedTimer Rest;
 };
 
-} // namespace platform::qt
+} // namespace backends::qt

@@ -11,7 +11,7 @@
 #include <cmath>
 #include <list>
 
-namespace platform::qt {
+namespace backends::qt {
 
 namespace {
 
@@ -204,4 +204,4 @@ Text QtFonts::NextFontName() {
     return Next < Names.size() ? FromQt(Names[Next++]) : Text();
 }
 
-} // namespace platform::qt
+} // namespace backends::qt

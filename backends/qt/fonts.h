@@ -12,7 +12,9 @@
 #include <functional>
 #include <vector>
 
-namespace platform::qt {
+namespace backends::qt {
+
+using namespace platform;
 
 /// The font of a name and a size. A font of the devices has a stand-in; any other name is looked for on the machine.
 QFont FontOf(const Text& name, std::int32_t size);
@@ -52,4 +54,4 @@ private:
     qsizetype Next = 0;
 };
 
-} // namespace platform::qt
+} // namespace backends::qt

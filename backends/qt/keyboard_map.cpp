@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <map>
 
-namespace platform::qt {
+namespace backends::qt {
 
 namespace {
 
@@ -84,7 +84,7 @@ int KeyOf(std::int32_t code) {
 
 std::string KeyboardHelp() {
     std::map<std::int32_t, std::string> names;
-    for (const auto& profile : common::DeviceProfiles()) {
+    for (const auto& profile : DeviceProfiles()) {
         for (const auto& key : profile.Keys)
             names.emplace(key.Code, key.Name);
     }
@@ -100,4 +100,4 @@ std::string KeyboardHelp() {
     return help;
 }
 
-} // namespace platform::qt
+} // namespace backends::qt

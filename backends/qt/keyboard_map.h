@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-namespace platform::qt {
+namespace backends::qt {
 
 struct KeyRow {
     std::int32_t Code = 0;   ///< of the device
@@ -32,4 +32,4 @@ int KeyOf(std::int32_t code);
 /// The table for people, a line a key.
 std::string KeyboardHelp();
 
-} // namespace platform::qt
+} // namespace backends::qt

@@ -3,7 +3,7 @@
 
 #include "backends/qt/dialogue.h"
 
-namespace platform::qt {
+namespace backends::qt {
 
 void LossBox::Say(const QString& text) {
     if (OfForm.OfWindowStands) {
@@ -31,4 +31,4 @@ void LossBox::Say(const QString& text) {
     Box->show();
 }
 
-} // namespace platform::qt
+} // namespace backends::qt

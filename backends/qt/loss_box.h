@@ -11,7 +11,7 @@
 #include <functional>
 #include <memory>
 
-namespace platform::qt {
+namespace backends::qt {
 
 class LossBox {
 public:
@@ -32,4 +32,4 @@ private:
         Box; ///< one that was closed is in the middle of its own event: it stays until the next
 };
 
-} // namespace platform::qt
+} // namespace backends::qt

@@ -3,7 +3,7 @@
 
 #include <QFocusEvent>
 
-namespace platform::qt {
+namespace backends::qt {
 
 namespace {
 
@@ -15,19 +15,19 @@ bool IsChosen(Qt::FocusReason reason) {
 
 } // namespace
 
-NativeFocus::NativeFocus(device::Focus& focus, QWidget& surface) : FocusOfForm(focus), Surface(surface) {
+NativeFocus::NativeFocus(Focus& focus, QWidget& surface) : FocusOfForm(focus), Surface(surface) {
     FocusOfForm.Moved = [this] { Follow(); };
     Surface.setFocusPolicy(Qt::NoFocus); // a click beside the controls leaves the focus where it is
 }
 
-void NativeFocus::Add(device::FocusTarget& target, QWidget& widget) {
+void NativeFocus::Add(FocusTarget& target, QWidget& widget) {
     Pairs.push_back({&target, &widget});
     widget.installEventFilter(this);
     if (widget.focusProxy() != nullptr)
         widget.focusProxy()->installEventFilter(this);
 }
 
-device::FocusTarget* NativeFocus::TargetOf(const QWidget* widget) const {
+FocusTarget* NativeFocus::TargetOf(const QWidget* widget) const {
     for (const Pair& pair : Pairs) {
         if (pair.Widget != nullptr && widget != nullptr && (pair.Widget == widget || pair.Widget->isAncestorOf(widget)))
             return pair.Target;
@@ -45,7 +45,7 @@ bool NativeFocus::TakesKeys(const QWidget* widget) const {
     return false;
 }
 
-QWidget* NativeFocus::WidgetOf(const device::FocusTarget& target) const {
+QWidget* NativeFocus::WidgetOf(const FocusTarget& target) const {
     for (const Pair& pair : Pairs) {
         if (pair.Target == &target && pair.Widget != nullptr && !pair.Widget->isHidden())
             return pair.Widget;
@@ -68,10 +68,10 @@ void NativeFocus::Follow() {
 bool NativeFocus::eventFilter(QObject* object, QEvent* event) {
     if (event->type() != QEvent::FocusIn || Quieted > 0)
         return false;
-    device::FocusTarget* const target = TargetOf(qobject_cast<QWidget*>(object));
+    FocusTarget* const target = TargetOf(qobject_cast<QWidget*>(object));
     if (target != nullptr && IsChosen(static_cast<QFocusEvent*>(event)->reason()))
         FocusOfForm.MoveTo(*target);
     return false;
 }
 
-} // namespace platform::qt
+} // namespace backends::qt

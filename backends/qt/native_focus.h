@@ -11,21 +11,21 @@
 
 #include <vector>
 
-namespace platform::qt {
+namespace backends::qt {
 
 class NativeFocus final : public QObject {
 public:
     /// `surface` takes Qt's focus while no control has the form's.
-    NativeFocus(device::Focus& focus, QWidget& surface);
+    NativeFocus(Focus& focus, QWidget& surface);
 
     /// The widget takes Qt's focus for that control; a control may have several of them, of which the one that is on
     /// show counts.
-    void Add(device::FocusTarget& target, QWidget& widget);
+    void Add(FocusTarget& target, QWidget& widget);
 
     /// The control that a widget, or one inside of it, stands for; nothing for any other.
-    device::FocusTarget* TargetOf(const QWidget* widget) const;
+    FocusTarget* TargetOf(const QWidget* widget) const;
     /// The widget of a control that is on show; nothing when none is.
-    QWidget* WidgetOf(const device::FocusTarget& target) const;
+    QWidget* WidgetOf(const FocusTarget& target) const;
 
     /// Whether the widget takes the keys of a control itself, and is no part of one that has a use of its own for them,
     /// as the box for the year in a calendar has.
@@ -54,14 +54,14 @@ protected:
 
 private:
     struct Pair {
-        device::FocusTarget* Target;
+        FocusTarget* Target;
         QPointer<QWidget> Widget;
     };
 
-    device::Focus& FocusOfForm;
+    Focus& FocusOfForm;
     QWidget& Surface;
     std::vector<Pair> Pairs;
     int Quieted = 0;
 };
 
-} // namespace platform::qt
+} // namespace backends::qt

@@ -13,9 +13,9 @@
 #include <thread>
 #include <utility>
 
-namespace platform::qt {
+namespace backends::qt {
 
-QtPump::QtPump(std::function<int(const device::ProgramOver&)> over) : Over(std::move(over)) {
+QtPump::QtPump(std::function<int(const ProgramOver&)> over) : Over(std::move(over)) {
     Alarm.setSingleShot(true);
     Alarm.setTimerType(Qt::PreciseTimer);
     QObject::connect(&Alarm, &QTimer::timeout, [this] { Woken(); });
@@ -118,11 +118,11 @@ void QtPump::Breathe(Input input) {
     LastBreath = std::chrono::steady_clock::now();
 }
 
-void QtPump::Leave(const device::ProgramOver& over) {
+void QtPump::Leave(const ProgramOver& over) {
     IsLeaving = true;
     const int status = Over(over);
     std::fflush(nullptr);
     std::_Exit(status);
 }
 
-} // namespace platform::qt
+} // namespace backends::qt

@@ -12,21 +12,21 @@
 #include <map>
 #include <memory>
 
-namespace platform::qt {
+namespace backends::qt {
 
-class QtPump final : public device::Pump {
+class QtPump final : public Pump {
 public:
     /// `over` is told why the program is over and gives the exit status.
-    explicit QtPump(std::function<int(const device::ProgramOver&)> over);
+    explicit QtPump(std::function<int(const ProgramOver&)> over);
 
     /// The loop that this pump is for. A loop of Qt's own (a text that is dragged) knows nothing of it, and has its
     /// events raised from here.
-    void Serve(device::EventLoop& loop) { Loop = &loop; }
+    void Serve(EventLoop& loop) { Loop = &loop; }
 
     bool HandlePending() override;
     void Sleep(const std::vector<int>& descriptors, int milliseconds) override;
     /// Ends the process at once: a handler may be deep inside of Qt, which can't be unwound.
-    [[noreturn]] void Leave(const device::ProgramOver& over) override;
+    [[noreturn]] void Leave(const ProgramOver& over) override;
 
     enum class Input { Waits, Too };
     /// Lets the window system have its way while a handler keeps the loop waiting: what is to be painted is painted,
@@ -52,8 +52,8 @@ private:
     static void LeaveLoopsOfQt();
     void CameBack();
 
-    std::function<int(const device::ProgramOver&)> Over;
-    device::EventLoop* Loop = nullptr;
+    std::function<int(const ProgramOver&)> Over;
+    EventLoop* Loop = nullptr;
     QTimer Alarm;
     /// By descriptor. One that is not wanted is off: the next one that bears its number may be.
     std::map<int, std::unique_ptr<QSocketNotifier>> Watched;
@@ -64,4 +64,4 @@ private:
     Moment LastBreath;
 };
 
-} // namespace platform::qt
+} // namespace backends::qt

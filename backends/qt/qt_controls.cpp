@@ -13,7 +13,7 @@
 #include <limits>
 #include <memory>
 
-namespace platform::qt {
+namespace backends::qt {
 
 namespace {
 
@@ -118,7 +118,7 @@ protected:
 
 // --- text ------------------------------------------------------------------------------------------------------------
 
-QtTextBox::QtTextBox(QWidget& form, device::Focus& focus, NativeFocus& native, const char* name)
+QtTextBox::QtTextBox(QWidget& form, Focus& focus, NativeFocus& native, const char* name)
     : NativeFontControl(focus, native, name), Line(*new Composing<QLineEdit>(&form)), Page(*new PageEdit(&form)) {
     for (QWidget* widget : {static_cast<QWidget*>(&Line), static_cast<QWidget*>(&Page)}) {
         widget->setObjectName(QString::fromLatin1(name));
@@ -264,7 +264,7 @@ void QtTextBox::ReplaceText(const Text& text) {
 
 // --- combo -----------------------------------------------------------------------------------------------------------
 
-QtComboBox::QtComboBox(QWidget& form, device::Focus& focus, NativeFocus& native, const char* name)
+QtComboBox::QtComboBox(QWidget& form, Focus& focus, NativeFocus& native, const char* name)
     : NativeFontControl(focus, native, name), Combo(*new class Combo(&form)) {
     Combo.setObjectName(QString::fromLatin1(name));
     Combo.setEditable(true);
@@ -346,7 +346,7 @@ void QtComboBox::ReplaceText(const Text& text) {
 
 // --- date ------------------------------------------------------------------------------------------------------------
 
-QtDatePicker::QtDatePicker(QWidget& form, device::Focus& focus, NativeFocus& native, const char* name)
+QtDatePicker::QtDatePicker(QWidget& form, Focus& focus, NativeFocus& native, const char* name)
     : NativeControl(focus, native, name), Month(*new QCalendarWidget(&form)) {
     Month.setObjectName(QString::fromLatin1(name));
     Month.setMinimumDate(QDate(1, 1, 1));
@@ -398,7 +398,7 @@ void QtDatePicker::SetDate(const CalendarDate& date) {
 
 // --- list ------------------------------------------------------------------------------------------------------------
 
-QtListBox::QtListBox(QWidget& form, device::Focus& focus, NativeFocus& native, const char* name)
+QtListBox::QtListBox(QWidget& form, Focus& focus, NativeFocus& native, const char* name)
     : NativeControl(focus, native, name), List(*new QListWidget(&form)) {
     List.setObjectName(QString::fromLatin1(name));
     List.hide();
@@ -416,7 +416,7 @@ Text QtListBox::ItemText(std::int32_t index) const {
 
 // --- label -----------------------------------------------------------------------------------------------------------
 
-QtLabel::QtLabel(QWidget& form, device::Focus& focus, NativeFocus& native, const char* name)
+QtLabel::QtLabel(QWidget& form, Focus& focus, NativeFocus& native, const char* name)
     : NativeFontControl(focus, native, name), Strip(*new QLabel(&form)) {
     Strip.setObjectName(QString::fromLatin1(name));
     Strip.setWordWrap(true);
@@ -458,4 +458,4 @@ void QtLabel::Refresh() {
         Painted();
 }
 
-} // namespace platform::qt
+} // namespace backends::qt

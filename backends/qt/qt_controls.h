@@ -18,13 +18,13 @@
 
 #include <functional>
 
-namespace platform::qt {
+namespace backends::qt {
 
 /// Place, visibility and focus of a control.
 template <class Interface>
-class NativeControl : public Interface, public device::FocusTarget {
+class NativeControl : public Interface, public FocusTarget {
 public:
-    NativeControl(device::Focus& focus, NativeFocus& native, const char* name) : FocusOfForm(focus), Native(native) {
+    NativeControl(Focus& focus, NativeFocus& native, const char* name) : FocusOfForm(focus), Native(native) {
         Name = name;
     }
 
@@ -73,7 +73,7 @@ protected:
     NativeFocus& FocusOfQt() { return Native; }
 
 private:
-    device::Focus& FocusOfForm;
+    Focus& FocusOfForm;
     NativeFocus& Native;
     Box Place;
     bool Shown = false;
@@ -118,9 +118,9 @@ protected:
 };
 
 /// One line or several: two widgets, of which the one that is wanted is on show.
-class QtTextBox final : public NativeFontControl<device::EditBox> {
+class QtTextBox final : public NativeFontControl<EditBox> {
 public:
-    QtTextBox(QWidget& form, device::Focus& focus, NativeFocus& native, const char* name);
+    QtTextBox(QWidget& form, Focus& focus, NativeFocus& native, const char* name);
 
     Text Contents() const override { return Value; }
     void SetContents(const Text& text) override;
@@ -152,9 +152,9 @@ private:
     bool Filling = false;
 };
 
-class QtComboBox final : public NativeFontControl<device::EditCombo> {
+class QtComboBox final : public NativeFontControl<EditCombo> {
 public:
-    QtComboBox(QWidget& form, device::Focus& focus, NativeFocus& native, const char* name);
+    QtComboBox(QWidget& form, Focus& focus, NativeFocus& native, const char* name);
 
     Text Contents() const override { return FromQt(Combo.currentText()); }
     void SetContents(const Text& text) override { Combo.setEditText(ToQt(text)); }
@@ -186,7 +186,7 @@ private:
 /// A calendar. A date that is clicked is chosen; the keys move the mark, and Enter chooses.
 class QtDatePicker final : public NativeControl<DatePicker> {
 public:
-    QtDatePicker(QWidget& form, device::Focus& focus, NativeFocus& native, const char* name);
+    QtDatePicker(QWidget& form, Focus& focus, NativeFocus& native, const char* name);
 
     CalendarDate Date() const override { return Chosen; }
     void SetDate(const CalendarDate& date) override;
@@ -206,7 +206,7 @@ private:
 
 class QtListBox final : public NativeControl<ListBox> {
 public:
-    QtListBox(QWidget& form, device::Focus& focus, NativeFocus& native, const char* name);
+    QtListBox(QWidget& form, Focus& focus, NativeFocus& native, const char* name);
 
     void Clear() override { List.clear(); }
     void AddItem(const Text& item) override { List.addItem(ToQt(item)); }
@@ -229,7 +229,7 @@ private:
 
 class QtLabel final : public NativeFontControl<Label> {
 public:
-    QtLabel(QWidget& form, device::Focus& focus, NativeFocus& native, const char* name);
+    QtLabel(QWidget& form, Focus& focus, NativeFocus& native, const char* name);
 
     void SetVisible(bool visible) override;
     Text Caption() const override { return Value; }
@@ -250,4 +250,4 @@ private:
     Text Value;
 };
 
-} // namespace platform::qt
+} // namespace backends::qt

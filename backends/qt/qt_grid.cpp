@@ -14,7 +14,7 @@
 
 #include <algorithm>
 
-namespace platform::qt {
+namespace backends::qt {
 
 namespace {
 
@@ -32,7 +32,7 @@ bool IsFinger(const QMouseEvent& event) {
 }
 
 /// A text of a cell: on a line from its place on, or wrapped and aligned inside a box.
-void PaintText(QPainter& painter, const common::PaintedText& text, const QRect& visible) {
+void PaintText(QPainter& painter, const PaintedText& text, const QRect& visible) {
     const QFontMetrics metrics = painter.fontMetrics();
     painter.setPen(ColourOf(text.Colour));
     if (text.Height == 0 && text.Width == 0) {
@@ -119,7 +119,7 @@ void GridWidget::paintEvent(QPaintEvent*) {
 }
 
 void GridWidget::PaintCell(QPainter& painter, std::int32_t row, std::int32_t col, const QRect& rect) const {
-    const common::CellPicture* const picture = Of.Picture(row, col);
+    const CellPicture* const picture = Of.Picture(row, col);
     if (picture == nullptr)
         return;
     painter.save();
@@ -134,7 +134,7 @@ void GridWidget::PaintCell(QPainter& painter, std::int32_t row, std::int32_t col
         painter.setPen(ColourOf(*picture->Frame));
         painter.drawRect(rect.adjusted(0, 0, -1, -1));
     }
-    for (const common::PaintedText& text : picture->Texts)
+    for (const PaintedText& text : picture->Texts)
         PaintText(painter, text, rect.intersected(this->rect()));
     painter.restore();
 }
@@ -277,13 +277,13 @@ void GridWidget::wheelEvent(QWheelEvent* event) {
 void GridWidget::keyPressEvent(QKeyEvent* event) {
     switch (event->key()) {
     case Qt::Key_Up:
-        return Of.TakeKey(common::KeyUp);
+        return Of.TakeKey(KeyUp);
     case Qt::Key_Down:
-        return Of.TakeKey(common::KeyDown);
+        return Of.TakeKey(KeyDown);
     case Qt::Key_Left:
-        return Of.TakeKey(common::KeyLeft);
+        return Of.TakeKey(KeyLeft);
     case Qt::Key_Right:
-        return Of.TakeKey(common::KeyRight);
+        return Of.TakeKey(KeyRight);
     default:
         QWidget::keyPressEvent(event);
     }
@@ -291,7 +291,7 @@ void GridWidget::keyPressEvent(QKeyEvent* event) {
 
 // --- the grid --------------------------------------------------------------------------------------------------------
 
-QtGrid::QtGrid(QWidget& form, device::Focus& focus, NativeFocus& native, const char* name)
+QtGrid::QtGrid(QWidget& form, Focus& focus, NativeFocus& native, const char* name)
     : FocusOfForm(focus), Native(native), Shown(*new GridWidget(form, *this)) {
     Name = name;
     Shown.setObjectName(QString::fromLatin1(name));
@@ -345,4 +345,4 @@ void QtGrid::Repainted() {
         Follower->WantPainting();
 }
 
-} // namespace platform::qt
+} // namespace backends::qt

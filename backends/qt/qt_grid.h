@@ -15,7 +15,7 @@
 #include <functional>
 #include <optional>
 
-namespace platform::qt {
+namespace backends::qt {
 
 class QtGrid;
 
@@ -68,9 +68,9 @@ private:
     int WheelLeft = 0; ///< of a turn that was less than a step
 };
 
-class QtGrid final : public common::DrawnGrid, public device::FocusTarget, public device::EventSource {
+class QtGrid final : public DrawnGrid, public FocusTarget, public EventSource {
 public:
-    QtGrid(QWidget& form, device::Focus& focus, NativeFocus& native, const char* name);
+    QtGrid(QWidget& form, Focus& focus, NativeFocus& native, const char* name);
 
     void SetCell(std::int32_t row, std::int32_t col, const Text& text) override;
     void SetBounds(const Box& box) override;
@@ -96,9 +96,9 @@ public:
 private:
     void Repainted() override;
 
-    device::Focus& FocusOfForm;
+    Focus& FocusOfForm;
     NativeFocus& Native;
     GridWidget& Shown;
 };
 
-} // namespace platform::qt
+} // namespace backends::qt

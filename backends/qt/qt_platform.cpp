@@ -15,7 +15,7 @@
 
 #include <cmath>
 
-namespace platform::qt {
+namespace backends::qt {
 
 namespace {
 
@@ -29,17 +29,17 @@ float BarWidth(const WindowOptions& looks) {
     return looks.ScrollBarWidth.value_or(static_cast<float>(ofStyle));
 }
 
-std::vector<std::int32_t> CodesOf(const common::DeviceProfile& profile) {
+std::vector<std::int32_t> CodesOf(const DeviceProfile& profile) {
     std::vector<std::int32_t> codes;
-    for (const common::DeviceKey& key : profile.Keys)
+    for (const DeviceKey& key : profile.Keys)
         codes.push_back(key.Code);
     return codes;
 }
 
 } // namespace
 
-QtPlatform::QtPlatform(const device::DeviceOptions& options, const WindowOptions& looks, QtPump& pump,
-                       device::CommandSource& commands, device::Watcher& watcher)
+QtPlatform::QtPlatform(const DeviceOptions& options, const WindowOptions& looks, QtPump& pump, CommandSource& commands,
+                       Watcher& watcher)
     : BackEnd(options, pump, commands, watcher), window(looks.Scale), native(focus, window.Screen()),
       form(window.FormWidget()), grdTitle(window.FormWidget(), focus, native, "grdTitle"),
       grdMain(window.FormWidget(), focus, native, "grdMain"),
@@ -62,7 +62,7 @@ QtPlatform::QtPlatform(const device::DeviceOptions& options, const WindowOptions
           .lblStatus = lblStatus,
           .scrollBar = scrollBar,
           .menuTitles = {&menus.Titles[0], &menus.Titles[1]},
-          .menuItems = {device::Pointers(menus.Items[0]), device::Pointers(menus.Items[1])},
+          .menuItems = {Pointers(menus.Items[0]), Pointers(menus.Items[1])},
           .fonts = looks.Fonts != nullptr ? *looks.Fonts : fonts,
           .boxes = boxes,
       },
@@ -72,7 +72,7 @@ QtPlatform::QtPlatform(const device::DeviceOptions& options, const WindowOptions
     loop.Listen(grdMain);
     loop.Listen(*this);
     DesignControls(controls);
-    device::WireEvents(*this, watcher);
+    WireEvents(*this, watcher);
     WireControls();
     WireWindow();
     if (!TraitsOf(system.DeviceType()).HasWindow)
@@ -103,8 +103,8 @@ void QtPlatform::WireControls() {
     cbotxtInputField.NameForPeople = name;
     dteInputField.NameForPeople = name;
     lstHoldMenu.NameForPeople = name;
-    menus.TitleClicked = device::RaiseTitleClick;
-    menus.ItemClicked = device::RaiseItemClick;
+    menus.TitleClicked = RaiseTitleClick;
+    menus.ItemClicked = RaiseItemClick;
 }
 
 void QtPlatform::WireWindow() {
@@ -129,7 +129,7 @@ void QtPlatform::WireWindow() {
     hostDatabases.Patience.Shown = [this](bool waits) { window.SetWaiting(waits); };
     window.KeyPressed = [this](std::int32_t code) {
         HeldButtons[code] = {code, modQuorin::Screens.CurrentScreen};
-        device::FocusTarget& taker = focus.HolderOr(grdMain);
+        FocusTarget& taker = focus.HolderOr(grdMain);
         if (KeyGoesDown(code) && &focus.HolderOr(grdMain) == &taker)
             ActOnKey(taker, code);
     };
@@ -141,7 +141,7 @@ void QtPlatform::WireWindow() {
 
 /// The form has its size by now, and the device has said whether its menus are keys.
 void QtPlatform::ShowForm() {
-    const QRect size = RectOf(device::PixelsOf(form));
+    const QRect size = RectOf(PixelsOf(form));
     constexpr double FingerWidth = 44; // pixels of the screen
     menus.PutInto(window, window.Head(), window.Foot(), modPDAUI::Display.SoftKeyMenus,
                   static_cast<int>(FingerWidth / Scale));
@@ -179,7 +179,7 @@ bool QtPlatform::RaiseWhatIsPending() {
     const bool close = CloseWanted;
     CloseWanted = false;
     if (close)
-        device::RaiseCloseRequest();
+        RaiseCloseRequest();
     return menus.FollowIfChanged() || sized || keyboard || close;
 }
 
@@ -191,7 +191,7 @@ void QtPlatform::TakeUpSize() {
     system.SetScreen({size.width(), size.height()});
     const std::int32_t top = grdMain.TopRow();
     const auto rect = modPDAUI::Display.KeyboardRect;
-    device::RaiseKeyboard(system, rect.State, rect.Left, rect.Top, rect.Width, rect.Height);
+    RaiseKeyboard(system, rect.State, rect.Left, rect.Top, rect.Width, rect.Height);
     if (txtInputField.Visible() && grdMain.Visible())
         BringEditedRowOnPage(top);
 }
@@ -212,19 +212,19 @@ void QtPlatform::TakeUpKeyboard() {
     QWidget& ground = window.Screen();
     const QRect part = QRect(ground.mapFrom(&window, covered.topLeft()), covered.size()).intersected(ground.rect());
     if (part.isEmpty())
-        device::RaiseKeyboard(system, 0, 0, 0, 0, 0);
+        RaiseKeyboard(system, 0, 0, 0, 0, 0);
     else
-        device::RaiseKeyboard(system, -1, part.left(), part.top(), part.width(), part.height());
+        RaiseKeyboard(system, -1, part.left(), part.top(), part.width(), part.height());
 }
 
 // --- keys ------------------------------------------------------------------------------------------------------------
 
 bool QtPlatform::KeyGoesDown(std::int32_t code) {
-    if (!device::KeyDownPasses(code))
+    if (!KeyDownPasses(code))
         return false;
-    if (device::IsPageKey(code) && focus.Holder() == &dteInputField)
+    if (IsPageKey(code) && focus.Holder() == &dteInputField)
         return false; // as on the devices: a page key turns no month
-    if (!grdMain.TurnsPages || !device::IsPageKey(code))
+    if (!grdMain.TurnsPages || !IsPageKey(code))
         return true;
     grdMain.ActOnKey(code); // a Palm's grid scrolls whatever has the focus
     return false;
@@ -235,7 +235,7 @@ bool QtPlatform::KeyGoesDown(std::int32_t code) {
 QtPlatform::Fate QtPlatform::FateOf(const QObject& object, const QEvent& event) const {
     if (!PumpOfQt.Breathing() || !object.isWidgetType())
         return Fate::Passes;
-    const device::FocusTarget* const target = native.TargetOf(static_cast<const QWidget*>(&object));
+    const FocusTarget* const target = native.TargetOf(static_cast<const QWidget*>(&object));
     const bool isField = target != nullptr && target != &grdMain && target != &grdTitle;
     switch (event.type()) {
     case QEvent::MouseButtonRelease:
@@ -306,14 +306,14 @@ bool QtPlatform::TakeKeyRelease(const QKeyEvent& event) {
 /// A key that was held over a change of screen has acted, or was meant for the screen before.
 void QtPlatform::ComesUp(const HeldKey& key) {
     if (key.Screen == modQuorin::Screens.CurrentScreen)
-        device::KeyUp(key.Code);
+        RaiseKeyUp(key.Code);
     else if (key.Code == EnterKey)
         tmrHoldEvent.SetEnabled(false); // which its press has set going
 }
 
 /// Enter in a prompt of one line answers it, where the form is a desktop's. On a device the key is the form's own.
 bool QtPlatform::AnswersPrompt(std::int32_t code) const {
-    const device::FocusTarget* const holder = focus.Holder();
+    const FocusTarget* const holder = focus.Holder();
     const bool isLine = (holder == &txtInputField && !txtInputField.MultiLine()) || holder == &cboInputField;
     return code == EnterKey && isLine && TraitsOf(system.DeviceType()).HasWindow &&
            modQuorin::Screens.CurrentScreen == modQuorin::ScrInput;
@@ -324,7 +324,7 @@ bool QtPlatform::TakeKeyPress(QKeyEvent& event) {
     auto code = CodeOf(event, KeysOfDevice);
     if (!code)
         return false;
-    device::FocusTarget& taker = focus.HolderOr(grdMain);
+    FocusTarget& taker = focus.HolderOr(grdMain);
     if (code == Qt::Key_Space && &taker == &grdMain && !modPDAUI::AnyInputFieldVisible())
         code = SelectKey;
     const modQuorin::ScreenId screen = modQuorin::Screens.CurrentScreen;
@@ -334,7 +334,7 @@ bool QtPlatform::TakeKeyPress(QKeyEvent& event) {
         return true; // it went down elsewhere
     LastKey = std::chrono::steady_clock::now();
     if (AnswersPrompt(*code)) {
-        device::RaiseItemClick(2, 1);
+        RaiseItemClick(2, 1);
         return true;
     }
     if (!KeyGoesDown(*code) || &focus.HolderOr(grdMain) != &taker)
@@ -345,19 +345,19 @@ bool QtPlatform::TakeKeyPress(QKeyEvent& event) {
     return true;
 }
 
-void QtPlatform::ActOnKey(device::FocusTarget& taker, std::int32_t code) {
+void QtPlatform::ActOnKey(FocusTarget& taker, std::int32_t code) {
     if (&taker == &grdMain || &taker == &grdTitle)
         return taker.ActOnKey(code);
-    if (device::IsCharacter(code) && code > Qt::Key_Space)
+    if (IsCharacter(code) && code > Qt::Key_Space)
         SendKey(taker, QChar(code).toUpper().unicode(), QString(QChar(code)));
-    else if (device::IsCharacter(code))
+    else if (IsCharacter(code))
         taker.EnterCharacter(Text(1, static_cast<char16_t>(code)));
     else if (KeyOf(code) != 0)
         SendKey(taker, KeyOf(code), QString());
 }
 
 /// To the widget of a control, as if the key had come by the keyboard and the form had left it to the control.
-void QtPlatform::SendKey(device::FocusTarget& taker, int key, const QString& text) {
+void QtPlatform::SendKey(FocusTarget& taker, int key, const QString& text) {
     QWidget* widget = native.WidgetOf(taker);
     if (widget == nullptr)
         return;
@@ -424,7 +424,7 @@ void QtPlatform::TypeCharacters(TextView characters) {
     if (characters.size() > MostKeys)
         return Commit(ToQt(characters));
     while (!characters.empty() && focus.Holder() != nullptr) {
-        const std::size_t length = device::FirstLength(characters);
+        const std::size_t length = FirstLength(characters);
         TypeCharacter(characters.substr(0, length));
         characters.remove_prefix(length);
     }
@@ -449,4 +449,4 @@ void QtPlatform::PressBoxButton(BoxAnswer answer) {
     boxes.Press(answer);
 }
 
-} // namespace platform::qt
+} // namespace backends::qt

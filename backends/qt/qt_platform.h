@@ -18,13 +18,13 @@
 #include <chrono>
 #include <map>
 
-namespace platform::qt {
+namespace backends::qt {
 
 /// What a window adds to the options of a device.
 struct WindowOptions {
     FontServer* Fonts = nullptr;         ///< instead of the window's own, so that sizes can be foretold
     std::optional<float> ScrollBarWidth; ///< pixels; that of the desktop's style without it
-    common::DeviceProfile Profile;       ///< of the device: its keys are shown as buttons
+    DeviceProfile Profile;               ///< of the device: its keys are shown as buttons
     double Scale = 1;                    ///< pixels of the screen to a pixel of the device, which Qt has been told of
 };
 
@@ -37,10 +37,10 @@ private:
     float Pixels;
 };
 
-class QtPlatform final : private QObject, public device::BackEnd, private device::EventSource {
+class QtPlatform final : private QObject, public BackEnd, private EventSource {
 public:
-    QtPlatform(const device::DeviceOptions& options, const WindowOptions& looks, QtPump& pump,
-               device::CommandSource& commands, device::Watcher& watcher);
+    QtPlatform(const DeviceOptions& options, const WindowOptions& looks, QtPump& pump, CommandSource& commands,
+               Watcher& watcher);
     ~QtPlatform() override;
 
     Window window;
@@ -64,10 +64,10 @@ public:
     /// The session of the desktop ends, or somebody tells the program by its desktop to end.
     std::function<void()> SessionEnds;
 
-    device::Controls controls;
+    Controls controls;
     Platform record;
 
-    const device::Controls& Seen() const override { return controls; }
+    const Controls& Seen() const override { return controls; }
 
     // The hand's doings are clicks and keys on the widgets.
     void PressCell(std::int32_t row, std::int32_t col) override;
@@ -118,14 +118,14 @@ private:
     bool AnswersPrompt(std::int32_t code) const;
     /// Whether the key was meant for the field that a change of the record has closed under the person's hands.
     bool ComesTooLate() const;
-    void ActOnKey(device::FocusTarget& taker, std::int32_t code);
+    void ActOnKey(FocusTarget& taker, std::int32_t code);
     void Commit(const QString& text);
-    void SendKey(device::FocusTarget& taker, int key, const QString& text);
+    void SendKey(FocusTarget& taker, int key, const QString& text);
 
     QtPump& PumpOfQt;
     double Scale;
     std::vector<std::int32_t> KeysOfDevice;
-    std::vector<common::DeviceKey> KeyStrip; ///< those that are shown as buttons
+    std::vector<DeviceKey> KeyStrip; ///< those that are shown as buttons
     bool IsResizable = false;
     bool SizeChanged = false;
     bool KeyboardChanged = false;
@@ -139,4 +139,4 @@ private:
     std::chrono::steady_clock::time_point LastFieldKey; ///< when one was last typed into the text field
 };
 
-} // namespace platform::qt
+} // namespace backends::qt

@@ -6,7 +6,7 @@
 #include <QKeySequence>
 #include <QShortcut>
 
-namespace platform::qt {
+namespace backends::qt {
 
 namespace {
 
@@ -166,4 +166,4 @@ void SoftMenus::Open(std::int32_t menu) {
     MarkFirst(list);
 }
 
-} // namespace platform::qt
+} // namespace backends::qt

@@ -15,7 +15,7 @@
 #include <array>
 #include <functional>
 
-namespace platform::qt {
+namespace backends::qt {
 
 /// A top-level menu or an item: what the application has set of it.
 class QtMenuItem final : public MenuItem {
@@ -95,4 +95,4 @@ private:
     bool IsBlocked = false;
 };
 
-} // namespace platform::qt
+} // namespace backends::qt

@@ -10,7 +10,7 @@
 
 #include <algorithm>
 
-namespace platform::qt {
+namespace backends::qt {
 
 namespace {
 
@@ -80,14 +80,14 @@ Window::Window(double scale) : Scale(scale) {
 }
 
 /// As many as have room for the longest name.
-int Window::KeysInARow(const std::vector<common::DeviceKey>& keys, const QFontMetrics& metrics) const {
+int Window::KeysInARow(const std::vector<DeviceKey>& keys, const QFontMetrics& metrics) const {
     int widest = 1;
-    for (const common::DeviceKey& key : keys)
+    for (const DeviceKey& key : keys)
         widest = std::max(widest, metrics.horizontalAdvance(QString::fromLatin1(key.Name)) + Pixels(KeyTextPixels));
     return std::clamp(Ground->sizeHint().width() / widest, 1, MostKeysInARow);
 }
 
-void Window::ShowKeys(const std::vector<common::DeviceKey>& keys) {
+void Window::ShowKeys(const std::vector<DeviceKey>& keys) {
     auto* const grid = new QGridLayout(Strip);
     grid->setContentsMargins(2, 2, 2, 2);
     grid->setSpacing(2);
@@ -95,7 +95,7 @@ void Window::ShowKeys(const std::vector<common::DeviceKey>& keys) {
     QFont font = Strip->font();
     font.setPixelSize(Pixels(KeyTextPixels));
     const int inARow = KeysInARow(keys, QFontMetrics(font));
-    for (const common::DeviceKey& key : keys) {
+    for (const DeviceKey& key : keys) {
         auto* const button = new QToolButton(Strip);
         button->setObjectName(QStringLiteral("key%1").arg(key.Code));
         button->setText(QString::fromLatin1(key.Name));
@@ -211,12 +211,12 @@ void Window::closeEvent(QCloseEvent* event) {
 
 void QtForm::SetBounds(const Box& twips) {
     Twips = twips;
-    FormGround.setGeometry(RectOf(device::PixelsOf(*this)));
+    FormGround.setGeometry(RectOf(PixelsOf(*this)));
 }
 
 Box QtForm::ClientArea() const {
-    const Box form = device::PixelsOf(*this);
+    const Box form = PixelsOf(*this);
     return {0, 0, form.Width, form.Height};
 }
 
-} // namespace platform::qt
+} // namespace backends::qt

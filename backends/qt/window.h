@@ -16,7 +16,9 @@
 #include <functional>
 #include <vector>
 
-namespace platform::qt {
+namespace backends::qt {
+
+using namespace platform;
 
 /// Where the form stands: it has the form's size, or gives the form another one.
 class Surface final : public QWidget {
@@ -49,7 +51,7 @@ public:
     QBoxLayout& Foot() { return *FootRow; }
 
     /// A strip of buttons, a button a key.
-    void ShowKeys(const std::vector<common::DeviceKey>& keys);
+    void ShowKeys(const std::vector<DeviceKey>& keys);
     /// The window has the size that its parts need, and no other one.
     void HoldSize();
     /// The window may be resized. The status area keeps its height then, or the form would change its own with each
@@ -85,7 +87,7 @@ private:
     void Put(QLabel& label, const QString& text);
     void ShowState();
     void ShowAlarm();
-    int KeysInARow(const std::vector<common::DeviceKey>& keys, const QFontMetrics& metrics) const;
+    int KeysInARow(const std::vector<DeviceKey>& keys, const QFontMetrics& metrics) const;
 
     QBoxLayout* HeadRow;
     Surface* Ground;
@@ -121,4 +123,4 @@ private:
     Box Twips;
 };
 
-} // namespace platform::qt
+} // namespace backends::qt

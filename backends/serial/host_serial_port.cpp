@@ -11,7 +11,7 @@
 #include <termios.h>
 #include <unistd.h>
 
-namespace platform::common {
+namespace backends {
 
 namespace {
 
@@ -114,7 +114,7 @@ ErrorNumber SerialDevice::Open(const std::string& path, const Text& lineSettings
         return FromErrno(errno);
     if (!S_ISCHR(found.st_mode)) // a pipe, a disk or a folder may act on being opened
         return NotAvailable;
-    common::Descriptor opened(::open(path.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC));
+    backends::Descriptor opened(::open(path.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC));
     if (!opened.Valid() || ::fstat(opened.Number(), &found) != 0)
         return FromErrno(errno);
     if (!S_ISCHR(found.st_mode)) // exchanged meanwhile
@@ -156,4 +156,4 @@ ReadState SerialDevice::ReadAvailable(Text& text) {
     return Port.Valid() ? ReadState::Nothing : ReadState::Gone;
 }
 
-} // namespace platform::common
+} // namespace backends

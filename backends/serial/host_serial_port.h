@@ -6,7 +6,7 @@
 #include "backends/files/host_files.h"
 #include "backends/serial/serial_text.h"
 
-namespace platform::common {
+namespace backends {
 
 enum class ReadState {
     Data,    ///< characters came
@@ -37,8 +37,8 @@ public:
     ReadState ReadAvailable(Text& text);
 
 private:
-    common::Descriptor Port;
+    backends::Descriptor Port;
     SerialText Decoder;
 };
 
-} // namespace platform::common
+} // namespace backends

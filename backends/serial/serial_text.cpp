@@ -3,7 +3,7 @@
 
 #include "src/text/windows_1252.h"
 
-namespace platform::common {
+namespace backends {
 
 namespace {
 
@@ -85,4 +85,4 @@ Text SerialText::Decode(std::string_view bytes) {
     return text;
 }
 
-} // namespace platform::common
+} // namespace backends

@@ -4,7 +4,7 @@
 
 #include "src/text/text.h"
 
-namespace platform::common {
+namespace backends {
 
 /// UTF-8 where the bytes are valid UTF-8, and Windows-1252 byte by byte elsewhere: an instrument may send either. A
 /// NUL, as a break on the line reads, is a blank. A character that is not whole at the end of a read waits for the next
@@ -19,4 +19,4 @@ private:
     std::string Waiting;
 };
 
-} // namespace platform::common
+} // namespace backends

@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-namespace platform::common {
+namespace backends {
 
 namespace {
 
@@ -83,4 +83,4 @@ const DeviceProfile* ProfileNamed(std::string_view name) {
     return nullptr;
 }
 
-} // namespace platform::common
+} // namespace backends

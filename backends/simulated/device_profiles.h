@@ -9,7 +9,9 @@
 #include <string_view>
 #include <vector>
 
-namespace platform::common {
+namespace backends {
+
+using namespace platform;
 
 struct ScreenSize {
     std::int32_t Width = 0; ///< pixels
@@ -42,4 +44,4 @@ const DeviceProfile& ProfileOfType(std::int32_t deviceType);
 /// The profile of a name; nothing for a name that none has.
 const DeviceProfile* ProfileNamed(std::string_view name);
 
-} // namespace platform::common
+} // namespace backends

@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-namespace platform::common {
+namespace backends {
 
 namespace {
 
@@ -204,4 +204,4 @@ ErrorNumber FailingSettings::Save(const Text& application, const Text& section, 
     return error;
 }
 
-} // namespace platform::common
+} // namespace backends

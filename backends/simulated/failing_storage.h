@@ -9,7 +9,9 @@
 #include <functional>
 #include <map>
 
-namespace platform::common {
+namespace backends {
+
+using namespace platform;
 
 /// Shared by all that use one disk. Counted as a write is each line or block of lines written, each closing of a stream
 /// that wrote, each stream made anew, file copied or moved and folder made; of a database its making, each declaring,
@@ -126,4 +128,4 @@ private:
     DiskFaults& Faults;
 };
 
-} // namespace platform::common
+} // namespace backends

@@ -6,7 +6,9 @@
 
 #include <random>
 
-namespace platform::common {
+namespace backends {
+
+using namespace platform;
 
 class NumberSource final : public Random {
 public:
@@ -17,4 +19,4 @@ private:
     std::mt19937 Engine; ///< the standard lays its numbers down; those of its distributions it leaves to each library
 };
 
-} // namespace platform::common
+} // namespace backends

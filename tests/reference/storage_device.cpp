@@ -23,8 +23,8 @@ std::string NewFolder() {
     return name;
 }
 
-platform::device::DeviceOptions OnFolder(const std::string& folder) {
-    platform::device::DeviceOptions options;
+backends::DeviceOptions OnFolder(const std::string& folder) {
+    backends::DeviceOptions options;
     options.Root = folder;
     return options;
 }

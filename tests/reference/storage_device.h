@@ -45,7 +45,7 @@ private:
     explicit StorageDevice(Kind kind);
     void Empty();
 
-    struct Nobody final : platform::device::NoCommands, platform::device::SilentWatcher {};
+    struct Nobody final : backends::NoCommands, backends::SilentWatcher {};
     struct NoSettings final : platform::Settings {
         Text Get(const Text&, const Text&, const Text&, const Text&) const override { return u".\\"; }
         platform::ErrorNumber Save(const Text&, const Text&, const Text&, const Text&) override { return {}; }
@@ -61,7 +61,7 @@ private:
     Kind Storage;
     std::string Root;
     Nobody Around;
-    platform::headless::HeadlessPlatform Headless;
+    backends::headless::HeadlessPlatform Headless;
     MemoryDisk Disk;
     MemoryFiles Files{Disk};
     MemoryDatabases Databases{Disk};

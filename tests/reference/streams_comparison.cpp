@@ -36,8 +36,8 @@ public:
         std::ofstream(Path, std::ios::binary) << bytes;
         Disk.Put(u"x", bytes);
         SoFar.Note("[" + bytes + "]");
-        const auto find = [this](common::FileEntry& entry) { return common::EntryAt(Path, entry); };
-        common::HostTextStream::Open(find, StreamMode::Existing, Stream);
+        const auto find = [this](backends::FileEntry& entry) { return backends::EntryAt(Path, entry); };
+        backends::HostTextStream::Open(find, StreamMode::Existing, Stream);
         Files.OpenStream(u"x", StreamMode::Existing, Literal);
         for (std::uint32_t left = 1 + Chosen.Below(8); left > 0 && SoFar.Agrees(); --left)
             Step();

@@ -13,22 +13,22 @@ namespace {
 
 DeviceOptions OnFolder(DeviceOptions options, const support::TemporaryFolder& folder) {
     options.Root = folder.Path().string();
-    options.StartMoment = *platform::device::MomentFromText("2007-03-05T09:30:00");
+    options.StartMoment = *backends::MomentFromText("2007-03-05T09:30:00");
     return options;
 }
 
-platform::qt::WindowOptions LooksOf(const DeviceOptions& options, Looks looks, platform::FontServer& fixed) {
-    platform::qt::WindowOptions window;
+backends::qt::WindowOptions LooksOf(const DeviceOptions& options, Looks looks, platform::FontServer& fixed) {
+    backends::qt::WindowOptions window;
     window.Scale = looks.Scale;
     if (!looks.RealFonts) {
         window.Fonts = &fixed;
-        window.ScrollBarWidth = platform::headless::HeadlessScrollBar().Width();
+        window.ScrollBarWidth = backends::headless::HeadlessScrollBar().Width();
     }
-    window.Profile = platform::common::ProfileOfType(options.DeviceType);
+    window.Profile = backends::ProfileOfType(options.DeviceType);
     return window;
 }
 
-[[noreturn]] int ThrowEnd(const platform::device::ProgramOver& over) {
+[[noreturn]] int ThrowEnd(const backends::ProgramOver& over) {
     throw over;
 }
 
@@ -42,7 +42,7 @@ DeviceOptions OfType(std::int32_t deviceType) {
 
 WindowDevice::WindowDevice(DeviceOptions options, Looks looks)
     : Pump(ThrowEnd), Platform(OnFolder(options, Folder), LooksOf(options, looks, FixedFonts), Pump, *this, Did) {
-    platform::qt::InstallAccessibleGrids();
+    backends::qt::InstallAccessibleGrids();
 }
 
 WindowDevice::~WindowDevice() {

@@ -18,23 +18,23 @@
 
 namespace windowtest {
 
-using platform::device::DeviceOptions;
+using backends::DeviceOptions;
 
 struct Looks {
     bool RealFonts = false; ///< the window's own instead of those of fixed sizes
     double Scale = 1;       ///< which the application has been made with
 };
 
-class WindowDevice final : platform::device::CommandSource {
+class WindowDevice final : backends::CommandSource {
 public:
     explicit WindowDevice(DeviceOptions options, Looks looks);
     ~WindowDevice() override;
 
     const support::TemporaryFolder Folder;
     support::Record Did;
-    platform::headless::HeadlessFonts FixedFonts;
-    platform::qt::QtPump Pump;
-    platform::qt::QtPlatform Platform;
+    backends::headless::HeadlessFonts FixedFonts;
+    backends::qt::QtPump Pump;
+    backends::qt::QtPlatform Platform;
 
     /// What the person does while the program waits for a prompt or a message box, one step at a time.
     void WillDo(std::function<void()> step) { Steps.push_back(std::move(step)); }
@@ -60,15 +60,15 @@ protected:
     static modQuorin::ScreenId Screen() { return modQuorin::Screens.CurrentScreen; }
 
     // What is seen.
-    platform::qt::Window& Form() { return Device.Platform.window; }
-    platform::qt::QtGrid& Main() { return Device.Platform.grdMain; }
-    platform::qt::GridWidget& Grid() { return Main().Widget(); }
-    platform::qt::QtTextBox& Field() { return Device.Platform.txtInputField; }
+    backends::qt::Window& Form() { return Device.Platform.window; }
+    backends::qt::QtGrid& Main() { return Device.Platform.grdMain; }
+    backends::qt::GridWidget& Grid() { return Main().Widget(); }
+    backends::qt::QtTextBox& Field() { return Device.Platform.txtInputField; }
     QLineEdit& Line() { return *Form().findChild<QLineEdit*>(QStringLiteral("txtInputField")); }
     QPlainTextEdit& Page() { return *Form().findChild<QPlainTextEdit*>(QStringLiteral("txtInputField")); }
     QComboBox& Combo() { return *Form().findChild<QComboBox*>(QStringLiteral("cboInputField")); }
     QCalendarWidget& Calendar() { return Device.Platform.dteInputField.Calendar(); }
-    platform::device::FocusTarget* Holder() { return Device.Platform.focus.Holder(); }
+    backends::FocusTarget* Holder() { return Device.Platform.focus.Holder(); }
     Text Cell(std::int32_t row, std::int32_t col = 0) { return Main().Cell(row, col); }
     QPoint Middle(std::int32_t row, std::int32_t col = 0) { return Grid().CellRect(row, col).center(); }
 

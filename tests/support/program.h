@@ -17,17 +17,15 @@
 
 namespace support {
 
-inline platform::device::DeviceOptions OfType(std::int32_t deviceType) {
-    platform::device::DeviceOptions options;
+inline backends::DeviceOptions OfType(std::int32_t deviceType) {
+    backends::DeviceOptions options;
     options.DeviceType = deviceType;
     return options;
 }
 
 class Program : public testing::Test {
 protected:
-    explicit Program(const platform::device::DeviceOptions& options = {}) : Device(options) {
-        Device.Platform.StartProgram();
-    }
+    explicit Program(const backends::DeviceOptions& options = {}) : Device(options) { Device.Platform.StartProgram(); }
 
     static modQuorin::ScreenId Screen() { return modQuorin::Screens.CurrentScreen; }
     Text TitleCell(std::int32_t col = 0) { return Device.Title().Cell(0, col); }
@@ -40,14 +38,14 @@ protected:
     }
 
     void Tap(std::int32_t row, std::int32_t col = 0) {
-        EXPECT_EQ(platform::device::Tap(Device.Platform, row, col), "");
+        EXPECT_EQ(backends::Tap(Device.Platform, row, col), "");
         Settle();
     }
     void Choose(const Text& caption) {
-        EXPECT_EQ(platform::device::Choose(Device.Platform, caption), "") << modStringTools::ToBytes(caption);
+        EXPECT_EQ(backends::Choose(Device.Platform, caption), "") << modStringTools::ToBytes(caption);
         Settle();
     }
-    void Type(const Text& text) { EXPECT_EQ(platform::device::SetInput(Device.Platform, text), ""); }
+    void Type(const Text& text) { EXPECT_EQ(backends::SetInput(Device.Platform, text), ""); }
     void Settle() { Device.Platform.loop.HandleDue(); }
     /// Lets the deferred repaint come.
     void Repaint() { Device.Tick(100); }

@@ -12,10 +12,10 @@ namespace support {
 
 namespace {
 
-platform::device::DeviceOptions OnFolder(platform::device::DeviceOptions options, const TemporaryFolder& folder) {
+backends::DeviceOptions OnFolder(backends::DeviceOptions options, const TemporaryFolder& folder) {
     options.Root = folder.Path().string();
     if (options.StartMoment == 0)
-        options.StartMoment = *platform::device::MomentFromText("2007-03-05T09:30:00");
+        options.StartMoment = *backends::MomentFromText("2007-03-05T09:30:00");
     return options;
 }
 
@@ -71,8 +71,7 @@ std::vector<Text> Record::Messages() const {
     return messages;
 }
 
-TestDevice::TestDevice(platform::device::DeviceOptions options)
-    : Platform(OnFolder(std::move(options), Folder), *this, Did) {
+TestDevice::TestDevice(backends::DeviceOptions options) : Platform(OnFolder(std::move(options), Folder), *this, Did) {
     platform::Install(&Platform.record);
     modQuorin::ResetModules();
     Platform.runTime.Rest = [this](std::int32_t milliseconds) {
@@ -87,7 +86,7 @@ TestDevice::~TestDevice() {
 }
 
 void TestDevice::SetTime(const std::string& moment) {
-    Platform.clock.StandAt(*platform::device::MomentFromText(moment));
+    Platform.clock.StandAt(*backends::MomentFromText(moment));
 }
 
 void TestDevice::RunCommand() {
@@ -100,7 +99,7 @@ void TestDevice::RunCommand() {
     step();
 }
 
-void TestDevice::AnswerBox(platform::device::DeviceBoxes::OpenBox& box) {
+void TestDevice::AnswerBox(backends::DeviceBoxes::OpenBox& box) {
     if (During) {
         const std::function<void()> action = std::move(During);
         During = nullptr;

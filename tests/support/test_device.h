@@ -15,7 +15,7 @@
 namespace support {
 
 /// The program has called for its end, or can't go on.
-using platform::device::ProgramOver;
+using backends::ProgramOver;
 
 /// A folder that is gone with the test.
 class TemporaryFolder {
@@ -44,7 +44,7 @@ struct ShownBox {
 };
 
 /// What the device did, in order.
-struct Record : platform::device::Watcher {
+struct Record : backends::Watcher {
     std::vector<ShownBox> Boxes;
     std::vector<std::pair<std::int32_t, std::int32_t>> Tones; ///< hertz, milliseconds
     std::vector<Text> Status;                                 ///< texts of the strip; an empty one for its end
@@ -67,15 +67,15 @@ struct Record : platform::device::Watcher {
     std::vector<Text> Messages() const; ///< of the boxes
 };
 
-class TestDevice final : platform::device::CommandSource {
+class TestDevice final : backends::CommandSource {
 public:
     /// The root folder is the test's own, whatever the options say. The modules' state is as at program start.
-    explicit TestDevice(platform::device::DeviceOptions options = {});
+    explicit TestDevice(backends::DeviceOptions options = {});
     ~TestDevice() override;
 
     const TemporaryFolder Folder;
     Record Did;
-    platform::headless::HeadlessPlatform Platform;
+    backends::headless::HeadlessPlatform Platform;
 
     platform::OwnerDrawGrid& Title() { return Platform.grdTitle; }
     platform::OwnerDrawGrid& Main() { return Platform.grdMain; }
@@ -102,7 +102,7 @@ private:
     int Descriptor() override { return -1; }
     void TakeInput() override {}
     void RunCommand() override;
-    void AnswerBox(platform::device::DeviceBoxes::OpenBox& box);
+    void AnswerBox(backends::DeviceBoxes::OpenBox& box);
 
     std::deque<platform::BoxAnswer> Answers;
     std::function<void()> During, Meanwhile;

@@ -160,11 +160,11 @@ bool DeviceFolder::HasMailbox(const std::string& name) const {
 
 Handheld::Handheld(const Kind& kind, const DeviceFolder& folder, Moment now, std::function<void()> step)
     : Step(std::move(step)) {
-    platform::device::DeviceOptions options;
+    backends::DeviceOptions options;
     options.DeviceType = kind.DeviceType;
     options.Root = folder.Root().string();
     options.StartMoment = now / Second;
-    Platform.reset(new platform::headless::HeadlessPlatform(options, *this, *this));
+    Platform.reset(new backends::headless::HeadlessPlatform(options, *this, *this));
     Platform->runTime.Rest = [](std::int32_t) {}; // there is nobody else to wait for
     platform::Install(&Platform->record);
     modQuorin::ResetModules();
@@ -174,12 +174,12 @@ Handheld::~Handheld() {
     modQuorin::ResetModules();
 }
 
-platform::device::ProgramOver Handheld::Run() {
+backends::ProgramOver Handheld::Run() {
     try {
         Platform->StartProgram();
         for (;;)
             Platform->loop.WaitOnce();
-    } catch (const platform::device::ProgramOver& over) {
+    } catch (const backends::ProgramOver& over) {
         return over;
     }
 }

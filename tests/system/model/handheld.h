@@ -57,15 +57,15 @@ private:
 
 /// The program on a device. `step` is called whenever the program waits for somebody to do something, also while a box
 /// or a prompt stands, as often as it waits.
-class Handheld final : platform::device::NoCommands, platform::device::SilentWatcher {
+class Handheld final : backends::NoCommands, backends::SilentWatcher {
 public:
     Handheld(const Kind& kind, const DeviceFolder& folder, Moment now, std::function<void()> step);
     ~Handheld() override;
 
     /// Runs the program until it ends, or is left.
-    platform::device::ProgramOver Run();
+    backends::ProgramOver Run();
 
-    platform::headless::HeadlessPlatform& Device() { return *Platform; }
+    backends::headless::HeadlessPlatform& Device() { return *Platform; }
     /// Boxes and tones since somebody looked.
     std::vector<std::string> TakeEvents();
 
@@ -80,7 +80,7 @@ private:
 
     std::function<void()> Step;
     std::vector<std::string> Events;
-    std::unique_ptr<platform::headless::HeadlessPlatform> Platform;
+    std::unique_ptr<backends::headless::HeadlessPlatform> Platform;
 };
 
 } // namespace shift

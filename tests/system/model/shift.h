@@ -117,7 +117,7 @@ private:
     void Expect(const std::string& what, const std::string& found, const std::string& expected);
     void Expect(const std::string& what, bool found, bool expected);
     bool Settled() const { return !Twin.RepaintAt; }
-    platform::headless::HeadlessPlatform& Device() { return Hand->Device(); }
+    backends::headless::HeadlessPlatform& Device() { return Hand->Device(); }
     const Outfit& OutfitInHand() const;
     std::uint32_t Below(std::size_t count) { return Chance.Below(static_cast<std::uint32_t>(count)); }
 

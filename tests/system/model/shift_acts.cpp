@@ -83,7 +83,7 @@ void Shift::ActOnQuestion() {
         ++Counts.Notices;
         Do(
             "answer ok", [this] { Twin.Answer(true); },
-            [this] { return platform::device::Answer(Device(), platform::BoxAnswer::Ok); });
+            [this] { return backends::Answer(Device(), platform::BoxAnswer::Ok); });
         return;
     }
     if (Twin.LinkIsHeld() && Counts.Hours == 0 && Results.Sent() > Wanted / 10) {
@@ -111,7 +111,7 @@ void Shift::ActOnQuestion() {
     ++(yes ? Counts.Yes : Counts.No);
     Do(
         yes ? "answer yes" : "answer no", [&] { Twin.Answer(yes); },
-        [&] { return platform::device::Answer(Device(), yes ? platform::BoxAnswer::Yes : platform::BoxAnswer::No); });
+        [&] { return backends::Answer(Device(), yes ? platform::BoxAnswer::Yes : platform::BoxAnswer::No); });
 }
 
 void Shift::GoHome() {
@@ -129,10 +129,10 @@ void Shift::GoBack() {
     const bool prompt = Twin.At == Place::DatePrompt || Twin.At == Place::RenamePrompt;
     if (how == 0) {
         Do(
-            "close", [this] { Twin.Back(); }, [this] { return platform::device::CloseForm(Device()); });
+            "close", [this] { Twin.Back(); }, [this] { return backends::CloseForm(Device()); });
     } else if (how == 1 && !Twin.FieldOpen && !prompt) {
         Do(
-            "key Esc", [this] { Twin.Back(); }, [this] { return platform::device::PressKey(Device(), KeyEsc); });
+            "key Esc", [this] { Twin.Back(); }, [this] { return backends::PressKey(Device(), KeyEsc); });
     } else {
         Choose(Twin.OnRecord() ? "Close" : "Back", [this] { Twin.Back(); });
     }
@@ -167,7 +167,7 @@ void Shift::ActOnDownloads() {
     } else if (what < 5 && Twin.SelectedDownload() + 1 < count) {
         Do(
             "key down", [this] { Twin.SelectDownload(Twin.SelectedDownload() + 1); },
-            [this] { return platform::device::PressKey(Device(), KeyDown); });
+            [this] { return backends::PressKey(Device(), KeyDown); });
     } else if (what < 6 || (what < 12 && count == MostDownloads)) {
         Choose("Delete", [this] { Twin.DeleteDownload(); });
     } else if (what < 8) {
@@ -218,7 +218,7 @@ void Shift::ActOnRecordCommand() {
     if ((next || command == "Previous Record") && !Twin.FieldOpen && Chance.OneIn(2)) {
         Do(
             next ? "key right" : "key left", [&] { Twin.Command(command); },
-            [&] { return platform::device::PressKey(Device(), next ? KeyRight : KeyLeft); });
+            [&] { return backends::PressKey(Device(), next ? KeyRight : KeyLeft); });
     } else {
         Choose(command, [&] { Twin.Command(command); });
     }
@@ -245,12 +245,11 @@ void Shift::ActInField() {
         ++Counts.Edits;
         Do(
             "type " + text, [&] { Twin.TypeBehind(text); },
-            [&] { return platform::device::TypeText(Device(), FromBytes(text)); });
+            [&] { return backends::TypeText(Device(), FromBytes(text)); });
     } else if (what < 3) {
         ++Counts.Edits;
         Do(
-            "set " + text, [&] { Twin.Type(text); },
-            [&] { return platform::device::SetInput(Device(), FromBytes(text)); });
+            "set " + text, [&] { Twin.Type(text); }, [&] { return backends::SetInput(Device(), FromBytes(text)); });
     } else if (what < 5 && Settled() && Twin.Fields()[row].Visible) {
         Tap(row, 0, [&] { Twin.TapCell(row, false); });
     } else if (what == 5) {
@@ -275,7 +274,7 @@ void Shift::ActInDatePrompt() {
                                             static_cast<std::int32_t>(unsigned(date.day()))};
         Do(
             "pick " + DateText(date), [&] { Twin.PickDate(date); },
-            [&] { return platform::device::PickDate(Device(), picked); });
+            [&] { return backends::PickDate(Device(), picked); });
     }
 }
 
@@ -292,8 +291,7 @@ void Shift::ActInRenamePrompt() {
     } else {
         const std::string name = Chance.Of(names);
         Do(
-            "set " + name, [&] { Twin.Type(name); },
-            [&] { return platform::device::SetInput(Device(), FromBytes(name)); });
+            "set " + name, [&] { Twin.Type(name); }, [&] { return backends::SetInput(Device(), FromBytes(name)); });
     }
 }
 

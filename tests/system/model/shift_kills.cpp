@@ -17,7 +17,7 @@ namespace shift {
 
 namespace {
 
-using platform::device::ProgramOver;
+using backends::ProgramOver;
 
 void SpinFor(unsigned microseconds) {
     const auto until = std::chrono::steady_clock::now() + std::chrono::microseconds(microseconds);
@@ -30,7 +30,7 @@ void SpinFor(unsigned microseconds) {
 void Shift::Leave() {
     if (SetUp && Chance.OneIn(4))
         Do(
-            "close", [this] { Twin.End(); }, [this] { return platform::device::CloseForm(Device()); });
+            "close", [this] { Twin.End(); }, [this] { return backends::CloseForm(Device()); });
     else
         Choose("Exit", [this] { Twin.End(); });
 }
@@ -87,23 +87,22 @@ std::vector<std::string> Shift::StatesOf(const SavingPlan& plan) {
 
 /// The program in a child: it writes a character into the pipe before it gives the command, and one after it.
 void Shift::SaveInAChild(const SavingPlan& plan, int pipe) {
-    using namespace platform::device;
+    using namespace backends;
     const auto say = [pipe] {
         if (::write(pipe, "s", 1) != 1)
             ::_exit(1);
     };
     const auto row = [](std::size_t number) { return static_cast<std::int32_t>(number); };
-    std::deque<Doing> steps = {[this] { platform::device::Choose(Device(), u"Start..."); },
-                               [&] { platform::device::Tap(Device(), row(plan.Driver), 0); },
-                               [&] { platform::device::Tap(Device(), row(plan.Download), 0); },
-                               [&] { platform::device::Tap(Device(), row(plan.Row), 1); },
-                               [&] {
-                                   SetInput(Device(), modStringTools::FromBytes(plan.Text));
-                                   say();
-                                   platform::device::Choose(Device(), modStringTools::FromBytes(plan.Command));
-                                   say();
-                                   ::_exit(0);
-                               }};
+    std::deque<Doing> steps = {
+        [this] { backends::Choose(Device(), u"Start..."); }, [&] { backends::Tap(Device(), row(plan.Driver), 0); },
+        [&] { backends::Tap(Device(), row(plan.Download), 0); }, [&] { backends::Tap(Device(), row(plan.Row), 1); },
+        [&] {
+            SetInput(Device(), modStringTools::FromBytes(plan.Text));
+            say();
+            backends::Choose(Device(), modStringTools::FromBytes(plan.Command));
+            say();
+            ::_exit(0);
+        }};
     Hand = std::make_unique<Handheld>(KindOfDevice, Folder, Twin.Now, [&] {
         if (Device().boxes.Current() != nullptr) { // the server does not run
             Answer(Device(), platform::BoxAnswer::Ok);

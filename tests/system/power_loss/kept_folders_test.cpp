@@ -26,7 +26,7 @@ protected:
         Before = ReadTree(Folder.Path());
     }
     Plan From(int look) const { return {Blow::Fail, look, GetParam(), Counted::Names, FromThereOn}; }
-    Text Words() const { return platform::ErrorText(platform::common::FromErrno(GetParam())); }
+    Text Words() const { return platform::ErrorText(backends::FromErrno(GetParam())); }
 
     /// They are in the data folder, and nothing is anywhere else.
     void RemoveScratchFiles() const {
@@ -103,7 +103,7 @@ TEST_P(KeptFolder, LeavesAScratchFileUnmadeAndItsSaveTold) {
         RemoveScratchFiles();
         EXPECT_EQ(saved, !struck);
         wentOn += struck ? 1 : 0;
-        EXPECT_EQ(file.error, saved ? platform::NoError : platform::common::FromErrno(GetParam()));
+        EXPECT_EQ(file.error, saved ? platform::NoError : backends::FromErrno(GetParam()));
     }
     EXPECT_GT(wentOn, 3);
 }

@@ -12,12 +12,12 @@ namespace disk {
 
 namespace {
 
-platform::device::DeviceOptions OptionsOf(const std::string& root, Keeping keeping, const std::string& settings) {
-    platform::device::DeviceOptions options;
+backends::DeviceOptions OptionsOf(const std::string& root, Keeping keeping, const std::string& settings) {
+    backends::DeviceOptions options;
     options.DeviceType = keeping == Keeping::LineDatabases ? 1 : 0;
     options.Root = root;
     options.Settings = settings;
-    options.StartMoment = *platform::device::MomentFromText("2007-03-05T09:30:00");
+    options.StartMoment = *backends::MomentFromText("2007-03-05T09:30:00");
     return options;
 }
 

@@ -10,14 +10,14 @@ namespace disk {
 
 /// A desktop keeps its lines in text files, a Palm OS device in the line databases of its memory. Each message box is
 /// answered at once, a question with Yes.
-class Machine final : platform::device::NoCommands {
+class Machine final : backends::NoCommands {
 public:
     /// The settings are in the root folder where no other file is named.
     Machine(const std::string& root, Keeping keeping, const std::string& settings = {});
     ~Machine() override;
 
     support::Record Did;
-    platform::headless::HeadlessPlatform Platform;
+    backends::headless::HeadlessPlatform Platform;
 
 private:
     bool HasCommand() override { return Platform.boxes.Current() != nullptr; }

@@ -15,8 +15,8 @@
 namespace disk {
 namespace {
 
-using platform::common::LockResult;
-using platform::common::RootLock;
+using backends::LockResult;
+using backends::RootLock;
 
 constexpr int Errors[] = {EIO, EINTR, ESTALE, ENOMEM, EMFILE, EACCES};
 
@@ -102,7 +102,7 @@ TEST(CallsOutsideOfTheRoot, ThatMakeAFolderMakeItOrSayWhyNot) {
         auto error = platform::NoError;
         {
             const Watch watch(home.Path(), plan);
-            error = platform::common::MakeFolders(home.Path() + "/.local/share/quorin");
+            error = backends::MakeFolders(home.Path() + "/.local/share/quorin");
         }
         const bool isThere = ReadTree(home.Path()).Folders.count(".local/share/quorin") != 0;
         EXPECT_TRUE(isThere || error != platform::NoError);

@@ -25,8 +25,8 @@ struct MemoryForFolders {
 /// Less than what the system keeps for a reader.
 constexpr std::size_t PieceSize = 2048;
 
-platform::device::DeviceOptions Behind(const Socket& socket) {
-    platform::device::DeviceOptions options;
+backends::DeviceOptions Behind(const Socket& socket) {
+    backends::DeviceOptions options;
     options.Ports.Pinned = {{1, socket.Path()}};
     return options;
 }

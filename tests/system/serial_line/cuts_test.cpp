@@ -111,7 +111,7 @@ TEST(CutRecordsIn, SingleBytesWithATickBehindEachGiveTheSame) {
 
 /// Whether a byte may have more to its character. It is gone with the line.
 bool InsideACharacter(std::size_t place) {
-    platform::common::SerialText decoder;
+    backends::SerialText decoder;
     decoder.Decode(Stream.substr(0, place));
     return decoder.Pending() > 0;
 }

@@ -18,15 +18,15 @@ int RunInWindow(const console::Options& options, console::Session& session) {
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {}); // what this screen can't do
     QApplication application(count, words);
     QApplication::setQuitOnLastWindowClosed(false);
-    platform::headless::HeadlessFonts fonts;
-    platform::qt::WindowOptions looks;
+    backends::headless::HeadlessFonts fonts;
+    backends::qt::WindowOptions looks;
     if (!qEnvironmentVariableIsSet("QUORIN_WINDOW_FONTS")) {
         looks.Fonts = &fonts;
-        looks.ScrollBarWidth = platform::headless::HeadlessScrollBar().Width();
+        looks.ScrollBarWidth = backends::headless::HeadlessScrollBar().Width();
     }
-    looks.Profile = platform::common::ProfileOfType(options.Device.DeviceType);
-    platform::qt::QtPump pump([&session](const platform::device::ProgramOver& over) { return session.Over(over); });
-    platform::qt::QtPlatform device(options.Device, looks, pump, session, session.Out());
+    looks.Profile = backends::ProfileOfType(options.Device.DeviceType);
+    backends::qt::QtPump pump([&session](const backends::ProgramOver& over) { return session.Over(over); });
+    backends::qt::QtPlatform device(options.Device, looks, pump, session, session.Out());
     session.Use(device);
     session.Run();
 }

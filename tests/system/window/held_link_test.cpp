@@ -34,11 +34,11 @@ protected:
             return;
         ++Answers;
         Deepest = std::max(Deepest, Boxes().Depth());
-        EXPECT_EQ(platform::device::Answer(Device.Platform, BoxAnswer::No), "");
+        EXPECT_EQ(backends::Answer(Device.Platform, BoxAnswer::No), "");
         Device.WillDo([this] { Pass(1100); }); // what a person takes to read the next one
         Device.WillDo([this] { AnswerAndGoOn(); });
     }
-    platform::device::DeviceBoxes& Boxes() { return Device.Platform.boxes; }
+    backends::DeviceBoxes& Boxes() { return Device.Platform.boxes; }
 
     std::size_t Answers = 0;
     std::size_t Deepest = 0;

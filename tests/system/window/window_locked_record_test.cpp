@@ -54,7 +54,7 @@ protected:
     }
     ~LockedRecordInTheWindow() override { CloseTable(); }
 
-    platform::common::LockWait& Patience() { return Device.Platform.hostDatabases.Patience; }
+    backends::LockWait& Patience() { return Device.Platform.hostDatabases.Patience; }
     /// Beside what the window itself does at each moment of the wait, which ends once all was seen.
     void WaitUntil(std::function<bool()> allWasSeen) {
         Patience().Longest = std::chrono::minutes(1);
@@ -65,7 +65,7 @@ protected:
         };
     }
     void NextRecord() {
-        EXPECT_EQ(platform::device::Choose(Device.Platform, u"Next Record"), "");
+        EXPECT_EQ(backends::Choose(Device.Platform, u"Next Record"), "");
         Settle();
     }
     std::vector<Text> Rows() {
@@ -130,7 +130,7 @@ TEST_F(LockedRecordInTheWindow, RaisesNothingOfTheApplicationMeanwhile) {
         return looks > 20;
     });
     Tool.Lock();
-    EXPECT_EQ(platform::device::Choose(Device.Platform, u"Next Record"), "");
+    EXPECT_EQ(backends::Choose(Device.Platform, u"Next Record"), "");
     EXPECT_GT(looks, 20);
     Settle();
     Pass(600);

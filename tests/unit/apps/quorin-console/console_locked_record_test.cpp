@@ -52,10 +52,10 @@ protected:
         EXPECT_EQ(::pipe2(Input, O_CLOEXEC), 0);
         Ears.Line = [this](const std::string& line) { Hear(line); };
         Talk.emplace(Input[0], Voice, false);
-        platform::device::DeviceOptions options;
+        backends::DeviceOptions options;
         options.DeviceType = 1;
         options.Root = Root.Path().string();
-        options.StartMoment = *platform::device::MomentFromText("2007-03-05T09:30:00");
+        options.StartMoment = *backends::MomentFromText("2007-03-05T09:30:00");
         Device.emplace(options, *Talk, Talk->Out());
         Talk->Use(*Device);
         Patience().Longest = std::chrono::milliseconds(60);
@@ -95,12 +95,12 @@ protected:
     void Run() {
         try {
             Talk->Run();
-        } catch (const platform::device::ProgramOver& over) {
+        } catch (const backends::ProgramOver& over) {
             Talk->Over(over);
         }
         EXPECT_TRUE(Steps.empty());
     }
-    platform::common::LockWait& Patience() { return Device->hostDatabases.Patience; }
+    backends::LockWait& Patience() { return Device->hostDatabases.Patience; }
     std::vector<std::string> Lines() const {
         return support::OtherTool(Database("qrn0001")).Do("SELECT LineData FROM TEXT ORDER BY LineNumber");
     }
@@ -109,7 +109,7 @@ protected:
 
     static constexpr const char* NotSaved =
         R"({"event":"notsaved","file":"qrn0001","error":"another program is using it"})";
-    std::optional<platform::headless::HeadlessPlatform> Device;
+    std::optional<backends::headless::HeadlessPlatform> Device;
 
 private:
     std::filesystem::path Database(const std::string& name) const {

@@ -11,7 +11,7 @@
 #include <unistd.h>
 
 using namespace platform;
-using namespace platform::common;
+using namespace backends;
 
 namespace {
 

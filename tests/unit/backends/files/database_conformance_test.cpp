@@ -433,7 +433,7 @@ class RefusesTheDatabaseName : public testing::TestWithParam<Text> {};
 
 TEST_P(RefusesTheDatabaseName, AsIfThereWereNone) {
     const TemporaryRoot root;
-    platform::common::LineDatabase databases{platform::common::PathMap(root.Path("inner"))};
+    backends::LineDatabase databases{backends::PathMap(root.Path("inner"))};
     EXPECT_EQ(databases.Create(GetParam(), TextType, Creator).Id, 0);
     EXPECT_EQ(databases.Open(GetParam(), ModeReadWrite).Id, 0);
     EXPECT_NE(databases.Delete(GetParam()), NoError);

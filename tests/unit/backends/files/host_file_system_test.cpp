@@ -13,8 +13,8 @@
 #include <unistd.h>
 
 using namespace platform;
-using platform::common::HostFileSystem;
-using platform::common::PathMap;
+using backends::HostFileSystem;
+using backends::PathMap;
 using testing::ElementsAre;
 
 namespace {
@@ -171,8 +171,8 @@ TEST_F(HostFiles, MovesAFileToAnotherFileSystem) {
         GTEST_SKIP() << "there is one file system alone";
     Root.Put("new.txt", "new");
     std::ofstream(card) << "old";
-    platform::common::FileEntry from;
-    platform::common::FileEntry to;
+    backends::FileEntry from;
+    backends::FileEntry to;
     ASSERT_EQ(EntryAt(Root.Path("new.txt"), from), NoError);
     ASSERT_EQ(EntryAt(card, to), NoError);
     EXPECT_EQ(MoveOver(from, std::move(to)), NoError);

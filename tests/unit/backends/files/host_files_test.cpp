@@ -7,7 +7,7 @@
 #include <sys/stat.h>
 
 using namespace platform;
-using namespace platform::common;
+using namespace backends;
 
 namespace {
 

@@ -6,9 +6,9 @@
 #include <gtest/gtest.h>
 
 using namespace platform;
-using platform::common::HostVolume;
-using platform::common::HostVolumes;
-using platform::common::PathMap;
+using backends::HostVolume;
+using backends::HostVolumes;
+using backends::PathMap;
 
 namespace {
 

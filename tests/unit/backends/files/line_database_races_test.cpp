@@ -9,8 +9,8 @@
 #include <gtest/gtest.h>
 
 using namespace platform;
-using platform::common::LineDatabase;
-using platform::common::PathMap;
+using backends::LineDatabase;
+using backends::PathMap;
 
 namespace {
 

@@ -15,8 +15,8 @@
 #include <unistd.h>
 
 using namespace platform;
-using platform::common::LineDatabase;
-using platform::common::PathMap;
+using backends::LineDatabase;
+using backends::PathMap;
 using testing::ElementsAre;
 
 namespace {

@@ -10,8 +10,8 @@
 #include <thread>
 
 using namespace platform;
-using platform::common::LineDatabase;
-using platform::common::PathMap;
+using backends::LineDatabase;
+using backends::PathMap;
 
 namespace {
 
@@ -42,7 +42,7 @@ protected:
 };
 
 TEST_F(LockedDatabase, IsWaitedForFiveSeconds) {
-    EXPECT_EQ(platform::common::LockWait().Longest, std::chrono::seconds(5));
+    EXPECT_EQ(backends::LockWait().Longest, std::chrono::seconds(5));
 }
 
 TEST_F(LockedDatabase, IsReadOnceTheOtherLetsGo) {

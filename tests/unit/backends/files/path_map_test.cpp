@@ -7,12 +7,12 @@
 #include <gtest/gtest.h>
 #include <memory>
 
+using backends::FileEntry;
+using backends::LastLink;
+using backends::PathMap;
+using backends::RelativePath;
 using platform::NoError;
 using platform::PathRefused;
-using platform::common::FileEntry;
-using platform::common::LastLink;
-using platform::common::PathMap;
-using platform::common::RelativePath;
 
 namespace {
 

@@ -7,6 +7,6 @@
 #include <string>
 
 /// The path of an open folder, without links.
-inline std::string PathOf(const platform::common::Descriptor& folder) {
+inline std::string PathOf(const backends::Descriptor& folder) {
     return std::filesystem::read_symlink("/proc/self/fd/" + std::to_string(folder.Number())).string();
 }

@@ -14,7 +14,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-using namespace platform::common;
+using namespace backends;
 
 namespace {
 
@@ -34,14 +34,14 @@ extern "C" int flock(int file, int operation) noexcept {
     return -1;
 }
 
-namespace platform::common {
+namespace backends {
 
 static void PrintTo(LockResult result, std::ostream* out) {
     constexpr std::array<const char*, 4> Names = {"held", "taken", "no folder", "unguarded"};
     *out << Names.at(static_cast<std::size_t>(result));
 }
 
-} // namespace platform::common
+} // namespace backends
 
 namespace {
 

@@ -9,7 +9,7 @@
 #include <sys/stat.h>
 
 using namespace platform;
-using platform::common::SettingsFile;
+using backends::SettingsFile;
 
 namespace {
 
@@ -218,7 +218,7 @@ TEST_F(SettingsFileTest, InTheRootFolderIsNotReachedOverALinkThatLeadsOutside) {
     const TemporaryRoot elsewhere;
     elsewhere.Put("secret.ini", "[Settings]\nA=secret\n");
     Root.Link(elsewhere.Path("secret.ini"), "settings.ini");
-    SettingsFile store(platform::common::PathMap(Root.Path()), u".\\settings.ini");
+    SettingsFile store(backends::PathMap(Root.Path()), u".\\settings.ini");
     EXPECT_EQ(store.Get(u"Quorin", u"Settings", u"A", u"default"), u"default");
     EXPECT_EQ(store.Save(u"Quorin", u"Settings", u"A", u"1"), PermissionDenied);
     EXPECT_EQ(elsewhere.Bytes("secret.ini"), "[Settings]\nA=secret\n");

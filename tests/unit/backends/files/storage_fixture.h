@@ -57,14 +57,14 @@ protected:
 private:
     bool Plain() const { return GetParam() == Storage::Plain; }
 
-    platform::common::PathMap Paths{Root.Path()};
-    platform::common::DiskFaults Faults;
-    platform::common::HostFileSystem PlainFiles{Paths};
-    platform::common::FailingFileSystem GuardedFiles{PlainFiles, Faults};
-    platform::common::LineDatabase PlainDatabases{Paths};
-    platform::common::FailingDatabase GuardedDatabases{PlainDatabases, Faults};
-    platform::common::SettingsFile PlainSettings{Root.Path("settings.ini")};
-    platform::common::FailingSettings GuardedSettings{PlainSettings, Faults};
+    backends::PathMap Paths{Root.Path()};
+    backends::DiskFaults Faults;
+    backends::HostFileSystem PlainFiles{Paths};
+    backends::FailingFileSystem GuardedFiles{PlainFiles, Faults};
+    backends::LineDatabase PlainDatabases{Paths};
+    backends::FailingDatabase GuardedDatabases{PlainDatabases, Faults};
+    backends::SettingsFile PlainSettings{Root.Path("settings.ini")};
+    backends::FailingSettings GuardedSettings{PlainSettings, Faults};
 };
 
 inline const auto EveryStorage = testing::Values(Storage::Plain, Storage::BehindAFaultSwitchThatIsOff);

@@ -12,7 +12,7 @@
 #include <thread>
 
 using namespace platform;
-using platform::common::HostTextStream;
+using backends::HostTextStream;
 
 namespace {
 
@@ -24,7 +24,7 @@ protected:
         return stream;
     }
     HostTextStream::FindEntry Finding(const std::string& name) const {
-        return [path = Root.Path(name)](platform::common::FileEntry& entry) { return EntryAt(path, entry); };
+        return [path = Root.Path(name)](backends::FileEntry& entry) { return EntryAt(path, entry); };
     }
     void Add(std::string_view bytes) { std::ofstream(Root.Path("x.txt"), std::ios::binary | std::ios::app) << bytes; }
 

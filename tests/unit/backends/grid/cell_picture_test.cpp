@@ -4,7 +4,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-namespace platform::common {
+namespace backends {
 namespace {
 
 using testing::ElementsAre;
@@ -72,4 +72,4 @@ TEST_F(PictureOfACell, IsThereAlsoWhenItWasDrawnOnWithoutBeingCleared) {
 }
 
 } // namespace
-} // namespace platform::common
+} // namespace backends

@@ -8,7 +8,7 @@ using testing::ElementsAre;
 using testing::Field;
 using testing::IsEmpty;
 
-namespace platform::common {
+namespace backends {
 namespace {
 
 class GridPage : public GridUnderTest {
@@ -340,4 +340,4 @@ INSTANTIATE_TEST_SUITE_P(Sizes, FontOfAGrid,
                                          FontLimit{0, 8}, FontLimit{-1, 8}, FontLimit{2147483647, 8}));
 
 } // namespace
-} // namespace platform::common
+} // namespace backends

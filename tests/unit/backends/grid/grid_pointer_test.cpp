@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-namespace platform::common {
+namespace backends {
 namespace {
 
 class SilentGrid final : public DrawnGrid {
@@ -109,4 +109,4 @@ TEST_F(PointerOnAGrid, ScrollsARowHigherThanThePage) {
 }
 
 } // namespace
-} // namespace platform::common
+} // namespace backends

@@ -6,7 +6,7 @@
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-namespace platform::common {
+namespace backends {
 namespace {
 
 constexpr std::int32_t FarAway = 2147483647;
@@ -344,4 +344,4 @@ TEST_F(GridUnderTest, BearsAHandlerThatTakesTheRowsAway) {
 }
 
 } // namespace
-} // namespace platform::common
+} // namespace backends

@@ -10,7 +10,7 @@
 #include <ostream>
 #include <utility>
 
-namespace platform::common {
+namespace backends {
 
 using CellPlace = std::pair<std::int32_t, std::int32_t>; ///< row, column
 
@@ -76,4 +76,4 @@ protected:
     RecordingGrid Grid;
 };
 
-} // namespace platform::common
+} // namespace backends

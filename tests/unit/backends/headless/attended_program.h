@@ -14,7 +14,7 @@
 
 namespace support {
 
-class AttendedProgram final : platform::device::NoCommands {
+class AttendedProgram final : backends::NoCommands {
 public:
     explicit AttendedProgram(const std::string& port = "Com1") : Platform(At(Folder, port), *this, Did) {
         platform::Install(&Platform.record);
@@ -24,7 +24,7 @@ public:
 
     const TemporaryFolder Folder;
     Record Did;
-    platform::headless::HeadlessPlatform Platform;
+    backends::headless::HeadlessPlatform Platform;
 
     /// What is done next, each at a moment at which the program waits for somebody.
     std::deque<std::function<void()>> Steps;
@@ -41,16 +41,16 @@ public:
     }
 
     void WillChoose(const Text& caption) {
-        Steps.push_back([this, caption] { Done(platform::device::Choose(Platform, caption)); });
+        Steps.push_back([this, caption] { Done(backends::Choose(Platform, caption)); });
     }
     void WillTap(std::int32_t row, std::int32_t col) {
-        Steps.push_back([this, row, col] { Done(platform::device::Tap(Platform, row, col)); });
+        Steps.push_back([this, row, col] { Done(backends::Tap(Platform, row, col)); });
     }
     void WillAnswer(platform::BoxAnswer answer) {
-        Steps.push_back([this, answer] { Done(platform::device::Answer(Platform, answer)); });
+        Steps.push_back([this, answer] { Done(backends::Answer(Platform, answer)); });
     }
     void WillType(const Text& text) {
-        Steps.push_back([this, text] { Done(platform::device::SetInput(Platform, text)); });
+        Steps.push_back([this, text] { Done(backends::SetInput(Platform, text)); });
     }
     void WillWait(std::int64_t milliseconds) {
         Steps.push_back([this, milliseconds] { Platform.loop.PassTime(milliseconds); });
@@ -74,15 +74,15 @@ public:
     std::string Refused; ///< of the first step that could not be done
 
 private:
-    static platform::device::DeviceOptions At(const TemporaryFolder& folder, const std::string& port) {
+    static backends::DeviceOptions At(const TemporaryFolder& folder, const std::string& port) {
         folder.Put("Quorin/drivers.txt", "NAME|INFFILE\nMeter|meter.txt\n");
         folder.Put("Quorin/qrnctrl.txt", "DRIVER|FILE|DATE|ALIAS\nMeter|qrn0001.txt|20070301|\n");
         folder.Put("Quorin/meter.txt", "FIELDNAME|VISIBLE|COPY|BLOB|DISPLAY|CSVNAME|DATATYPE|FORMULA\n"
                                        "Moisture|1||Moisture||||\nSite|1||||||\nDay|1|||||DATE|\n");
         folder.Put("settings.ini", "[Settings]\nComPort=" + port + "\n");
-        platform::device::DeviceOptions options;
+        backends::DeviceOptions options;
         options.Root = folder.Path().string();
-        options.StartMoment = *platform::device::MomentFromText("2007-03-05T09:30:00");
+        options.StartMoment = *backends::MomentFromText("2007-03-05T09:30:00");
         return options;
     }
     void Done(const std::string& refusal) {

@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-namespace platform::headless {
+namespace backends::headless {
 namespace {
 
 constexpr const char16_t* Backspace = u"\b";
@@ -125,4 +125,4 @@ INSTANTIATE_TEST_SUITE_P(
 // clang-format on
 
 } // namespace
-} // namespace platform::headless
+} // namespace backends::headless

@@ -39,7 +39,7 @@ protected:
 
     static constexpr const char* Saved = "Moisture|Site|Day\n|North|\n";
     AttendedProgram Program;
-    platform::device::Ending Last{Program.Platform};
+    backends::Ending Last{Program.Platform};
 };
 
 TEST_F(EndOfTheProgram, SavesTheRecordOnTheScreen) {
@@ -129,20 +129,20 @@ TEST_F(EndOfTheProgram, NamesARecordThatIsNotInItsFile) {
     std::string stateBefore;
     std::string stateAfter;
     Program.Steps.push_back([&] {
-        before = platform::device::UnsavedRecordWords();
-        stateBefore = platform::device::StateWords();
+        before = backends::UnsavedRecordWords();
+        stateBefore = backends::StateWords();
     });
     WillPutAValue();
     Program.Steps.push_back([&] {
-        after = platform::device::UnsavedRecordWords();
-        stateAfter = platform::device::StateWords();
+        after = backends::UnsavedRecordWords();
+        stateAfter = backends::StateWords();
     });
     EndThere();
     EXPECT_EQ(before, "");
     EXPECT_EQ(after, "row 1 of qrn0001.txt was NOT saved");
     EXPECT_EQ(stateBefore, "Every file is as the last completed save left it.");
     EXPECT_EQ(stateAfter, stateBefore + " What is on the screen is lost: " + after + ".");
-    EXPECT_EQ(platform::device::UnsavedRecordWords(), "") << "once it is saved";
+    EXPECT_EQ(backends::UnsavedRecordWords(), "") << "once it is saved";
 }
 
 TEST_F(EndOfTheProgram, HasNothingToSaveOnARecordThatIsAsItsFile) {

@@ -5,7 +5,7 @@
 
 #include <set>
 
-namespace platform::headless {
+namespace backends::headless {
 namespace {
 
 struct Metrics {
@@ -107,4 +107,4 @@ TEST(FontOfNoSize, IsTheSmallest) {
 }
 
 } // namespace
-} // namespace platform::headless
+} // namespace backends::headless

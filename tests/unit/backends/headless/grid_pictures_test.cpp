@@ -4,10 +4,8 @@
 #include "src/view/grids.h"
 #include "tests/support/program.h"
 
-namespace platform::headless {
+namespace backends::headless {
 namespace {
-
-using common::CellPicture;
 
 using modQuorin::MenuEvent;
 
@@ -215,4 +213,4 @@ TEST_F(GridPictures, OfTheTitleFollowTheColumnsOfTheGrid) {
 }
 
 } // namespace
-} // namespace platform::headless
+} // namespace backends::headless

@@ -3,7 +3,7 @@
 
 #include "tests/support/program.h"
 
-namespace platform::headless {
+namespace backends::headless {
 namespace {
 
 struct Reports {
@@ -46,7 +46,7 @@ TEST(DeviceWithOptions, ReportsThoseInstead) {
     DeviceOptions options = support::OfType(7);
     options.OsVersion = u"4.21";
     options.User = u"Ann";
-    options.Screen = common::ScreenSize{320, 200};
+    options.Screen = ScreenSize{320, 200};
     options.Volumes = {{u"A:\\", 100}, {u"B:\\", std::nullopt}};
     support::TestDevice device(options);
     EXPECT_EQ(device.Platform.system.VersionText(), u"4.21");
@@ -111,7 +111,7 @@ TEST_F(BoxesOfTheForm, AreAnsweredInnermostFirst) {
 struct AnswerRow {
     BoxButtons Buttons;
     BoxAnswer Given;
-    device::Refusal Why;
+    Refusal Why;
 };
 
 class AnswerToABox : public support::Program, public testing::WithParamInterface<AnswerRow> {};
@@ -137,4 +137,4 @@ TEST_F(BoxesOfTheForm, AreNotAnsweredWhenNoneIsOpen) {
 }
 
 } // namespace
-} // namespace platform::headless
+} // namespace backends::headless

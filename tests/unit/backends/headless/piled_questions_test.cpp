@@ -41,7 +41,7 @@ protected:
             return;
         ++Answers;
         Deepest = std::max(Deepest, Program.Platform.boxes.Depth());
-        EXPECT_EQ(platform::device::Answer(Program.Platform, answer), "");
+        EXPECT_EQ(backends::Answer(Program.Platform, answer), "");
         // What a person takes to read the next one.
         Program.Steps.push_front([this, answer] { AnswerAndGoOn(answer); });
         Program.Steps.push_front([this] { Program.Platform.loop.PassTime(1100); });
@@ -57,7 +57,7 @@ protected:
         return false;
     }
     Text Moisture() { return Program.Platform.grdMain.Cell(0, 1); }
-    platform::device::DeviceBoxes& Boxes() { return Program.Platform.boxes; }
+    backends::DeviceBoxes& Boxes() { return Program.Platform.boxes; }
 
     AttendedProgram Program;
     std::size_t Answers = 0;

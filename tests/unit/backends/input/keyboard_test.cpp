@@ -4,7 +4,7 @@
 #include "src/view/prompt.h"
 #include "tests/support/program.h"
 
-namespace platform::device {
+namespace backends {
 namespace {
 
 using headless::HeadlessGrid;
@@ -302,4 +302,4 @@ TEST_F(Keyboard, TypesALongTextAsOneChangeUpToEachKeyThatWritesNothing) {
 }
 
 } // namespace
-} // namespace platform::device
+} // namespace backends

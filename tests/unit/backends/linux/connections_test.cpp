@@ -14,7 +14,7 @@
 #include <vector>
 
 using namespace platform;
-using namespace platform::host;
+using namespace backends;
 using testing::ElementsAre;
 
 namespace {
@@ -30,21 +30,21 @@ class Connections : public testing::Test {
 protected:
     ErrorNumber Open(const std::string& name) { return Service.Open(modStringTools::FromBytes(name), Object); }
 
-    int Connect(const BluetoothAddress& address, common::Descriptor& socket) {
+    int Connect(const BluetoothAddress& address, Descriptor& socket) {
         Asked.push_back(address);
         std::array<int, 2> ends{};
         EXPECT_EQ(socketpair(AF_UNIX, SOCK_STREAM, 0, ends.data()), 0);
-        socket = common::Descriptor(ends[0]);
-        FarEnd = common::Descriptor(ends[1]);
+        socket = Descriptor(ends[0]);
+        FarEnd = Descriptor(ends[1]);
         return Outcome;
     }
 
     TemporaryRoot Folder;
     std::vector<BluetoothAddress> Asked;
     int Outcome = 0;
-    common::Descriptor FarEnd;
+    Descriptor FarEnd;
     HostConnections Service{
-        [this](const BluetoothAddress& address, common::Descriptor& socket) { return Connect(address, socket); }};
+        [this](const BluetoothAddress& address, Descriptor& socket) { return Connect(address, socket); }};
     std::unique_ptr<Connection> Object;
 };
 

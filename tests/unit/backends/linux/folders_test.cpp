@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 #include <map>
 
-using namespace platform::host;
+using namespace backends;
 
 namespace {
 
@@ -36,7 +36,7 @@ TEST_P(Folders, FollowTheEnvironment) {
         return text == nullptr ? std::nullopt : std::optional<std::string>(text);
     };
     EXPECT_EQ(DataFolder(With(GetParam().Set)), optional(GetParam().Data));
-    EXPECT_EQ(SettingsFile(With(GetParam().Set)), optional(GetParam().Settings));
+    EXPECT_EQ(SettingsPlace(With(GetParam().Set)), optional(GetParam().Settings));
 }
 
 INSTANTIATE_TEST_SUITE_P(

@@ -5,7 +5,7 @@
 
 #include <unistd.h>
 
-using namespace platform::host;
+using namespace backends;
 
 namespace {
 

@@ -9,7 +9,7 @@
 #include <sys/stat.h>
 #include <sys/sysmacros.h>
 
-using namespace platform::host;
+using namespace backends;
 using testing::ElementsAre;
 using testing::HasSubstr;
 

@@ -5,7 +5,7 @@
 
 #include <limits>
 
-using namespace platform::host;
+using namespace backends;
 
 namespace {
 

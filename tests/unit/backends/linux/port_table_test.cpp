@@ -4,7 +4,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-using namespace platform::host;
+using namespace backends;
 using testing::HasSubstr;
 using testing::Not;
 

@@ -10,7 +10,7 @@
 #include <sys/stat.h>
 
 using namespace platform;
-using namespace platform::host;
+using namespace backends;
 using testing::HasSubstr;
 using testing::Not;
 

@@ -19,7 +19,7 @@ void NeverReturn(const std::string&, const std::vector<std::int16_t>&) {
         std::this_thread::sleep_for(std::chrono::hours(1));
 }
 
-bool WaitUntilIdle(const platform::host::TonePlayer& player) {
+bool WaitUntilIdle(const backends::TonePlayer& player) {
     for (int round = 0; round < MostRounds; ++round) {
         if (player.Idle())
             return true;
@@ -34,8 +34,7 @@ int main(int count, char** words) {
     if (count < 3)
         return EXIT_FAILURE;
     const std::string mode = words[1];
-    platform::host::TonePlayer player(words[2], mode == "hang" ? platform::host::AudioOutput(NeverReturn)
-                                                               : platform::host::PlayOnAlsa);
+    backends::TonePlayer player(words[2], mode == "hang" ? backends::AudioOutput(NeverReturn) : backends::PlayOnAlsa);
     for (int at = 3; at + 1 < count; at += 2)
         player.Play(std::atoi(words[at]), std::atoi(words[at + 1]));
     std::cout << "ordered" << std::endl;

@@ -13,7 +13,7 @@
 #include <mutex>
 #include <thread>
 
-using namespace platform::host;
+using namespace backends;
 using testing::ElementsAre;
 using namespace std::chrono_literals;
 

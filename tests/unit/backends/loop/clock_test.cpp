@@ -7,7 +7,7 @@
 #include <sys/syscall.h>
 #include <unistd.h>
 
-namespace platform::device {
+namespace backends {
 namespace {
 
 class NoMoment : public testing::TestWithParam<const char*> {};
@@ -137,12 +137,12 @@ std::int64_t ShiftOfClock(clockid_t id) {
     return id == CLOCK_REALTIME ? ShiftOf.Wall : id == CLOCK_BOOTTIME ? ShiftOf.Boot : 0;
 }
 
-} // namespace platform::device
+} // namespace backends
 
 /// In place of the library's, for the whole of this program.
 extern "C" int clock_gettime(clockid_t id, timespec* time) noexcept {
     const long result = ::syscall(SYS_clock_gettime, id, time);
     if (result == 0)
-        time->tv_sec += platform::device::ShiftOfClock(id);
+        time->tv_sec += backends::ShiftOfClock(id);
     return static_cast<int>(result);
 }

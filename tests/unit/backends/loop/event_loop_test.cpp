@@ -9,7 +9,7 @@
 #include <deque>
 #include <unistd.h>
 
-namespace platform::device {
+namespace backends {
 namespace {
 
 using testing::ElementsAre;
@@ -409,4 +409,4 @@ TEST(LoopOnTheMachinesClock, LeavesACommandItsTurnHoweverMuchEachEventHasToDo) {
 }
 
 } // namespace
-} // namespace platform::device
+} // namespace backends

@@ -6,7 +6,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-namespace platform::device {
+namespace backends {
 namespace {
 
 using headless::HeadlessGrid;
@@ -112,4 +112,4 @@ TEST_F(FocusOfTheForm, ReachesAGridThatIsShownAndEnabled) {
 }
 
 } // namespace
-} // namespace platform::device
+} // namespace backends

@@ -8,7 +8,7 @@
 #include <gtest/gtest.h>
 #include <sys/ioctl.h>
 
-namespace platform::device {
+namespace backends {
 namespace {
 
 DeviceSerial* PortUnderTest = nullptr;
@@ -161,4 +161,4 @@ TEST_F(PortOnALine, IsClosedWhenTheOtherEndHasGone) {
 }
 
 } // namespace
-} // namespace platform::device
+} // namespace backends

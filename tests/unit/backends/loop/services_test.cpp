@@ -9,7 +9,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-namespace platform::device {
+namespace backends {
 namespace {
 
 using headless::HeadlessTextBox;
@@ -196,4 +196,4 @@ TEST_F(SimulatedPort, ClosesByItselfWhenItIsDropped) {
 }
 
 } // namespace
-} // namespace platform::device
+} // namespace backends

@@ -13,7 +13,7 @@
 namespace windowtest {
 namespace {
 
-using platform::qt::GridNews;
+using backends::qt::GridNews;
 using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -356,7 +356,7 @@ TEST_F(ScreenReaderOnADevice, FindsTheSoftKeysAndTheKeysOfTheDevice) {
         const Text caption = menus.Titles[static_cast<std::size_t>(menu - 1)].Caption();
         EXPECT_EQ(Of(*menus.Key(menu)).text(QAccessible::Name).toStdU16String(), caption);
     }
-    const auto& keys = platform::common::ProfileOfType(5).Keys;
+    const auto& keys = backends::ProfileOfType(5).Keys;
     ASSERT_FALSE(keys.empty());
     for (const auto& key : keys) {
         auto* const button = Form().findChild<QAbstractButton*>(QStringLiteral("key%1").arg(key.Code));

@@ -12,8 +12,8 @@
 namespace windowtest {
 namespace {
 
-using platform::qt::LossBox;
-using platform::qt::ToQt;
+using backends::qt::LossBox;
+using backends::qt::ToQt;
 
 /// A download whose name is a folder's, open on the record screen with the link up.
 class BoxOfLosses : public InAWindow {

@@ -26,7 +26,7 @@ protected:
         Ask(modPDAUI::PromptList, value, list);
         ASSERT_TRUE(Combo().isVisible());
     }
-    platform::qt::QtComboBox& Field() { return Device.Platform.cboInputField; }
+    backends::qt::QtComboBox& Field() { return Device.Platform.cboInputField; }
 };
 
 TEST_F(ListToChooseFrom, OffersItsItems) {
@@ -53,7 +53,7 @@ TEST_F(ListToChooseFrom, BeginsWithItsValueAndNotWithAnItem) {
 
 TEST_F(ListToChooseFrom, StandsWhereTheGridStoodAndIsAsHighAsItsTextNeeds) {
     Open(u"a", u"a,b");
-    const QRect grid = platform::qt::RectOf(Main().Bounds());
+    const QRect grid = backends::qt::RectOf(Main().Bounds());
     EXPECT_EQ(Combo().pos(), grid.topLeft());
     EXPECT_EQ(Combo().width(), grid.width());
     EXPECT_GE(Combo().height(), Combo().lineEdit()->fontMetrics().height());
@@ -184,7 +184,7 @@ protected:
         Settle();
         ASSERT_TRUE(Calendar().isVisible());
     }
-    platform::qt::QtDatePicker& Field() { return Device.Platform.dteInputField; }
+    backends::qt::QtDatePicker& Field() { return Device.Platform.dteInputField; }
     QTableView& Days() { return *Calendar().findChild<QTableView*>(); }
     /// Where a day of the month that is shown stands in the calendar.
     QPoint PlaceOf(int day) {
@@ -208,7 +208,7 @@ TEST_F(DateToPick, OpensOnTodayWithoutAValue) {
 
 TEST_F(DateToPick, StandsWhereTheGridStood) {
     Open(u"");
-    EXPECT_EQ(Calendar().geometry(), platform::qt::RectOf(Main().Bounds()));
+    EXPECT_EQ(Calendar().geometry(), backends::qt::RectOf(Main().Bounds()));
     EXPECT_EQ(Holder(), &Field());
 }
 
@@ -311,7 +311,7 @@ protected:
         list.SetFocus();
         Settle();
     }
-    platform::qt::QtListBox& List() { return Device.Platform.lstHoldMenu; }
+    backends::qt::QtListBox& List() { return Device.Platform.lstHoldMenu; }
     QListWidget& Shown() { return *Form().findChild<QListWidget*>(QStringLiteral("lstHoldMenu")); }
 };
 

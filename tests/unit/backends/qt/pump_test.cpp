@@ -18,7 +18,7 @@
 #include <thread>
 #include <unistd.h>
 
-namespace platform::qt {
+namespace backends::qt {
 namespace {
 
 using Clock = std::chrono::steady_clock;
@@ -49,7 +49,7 @@ private:
 };
 
 /// Raises an event for each byte of a pipe.
-class BytesOf final : public device::EventSource {
+class BytesOf final : public EventSource {
 public:
     explicit BytesOf(const Pipe& pipe) : From(pipe) {}
     int Descriptor() override { return From.Descriptor(); }
@@ -79,10 +79,10 @@ protected:
         Pump.Serve(Loop);
     }
 
-    QtPump Pump{[](const device::ProgramOver& over) { return over.Why == device::ProgramOver::Reason::Ended ? 0 : 7; }};
-    device::DeviceClock Time;
-    device::NoCommands Commands;
-    device::EventLoop Loop{Time, Commands, Pump};
+    QtPump Pump{[](const ProgramOver& over) { return over.Why == ProgramOver::Reason::Ended ? 0 : 7; }};
+    DeviceClock Time;
+    NoCommands Commands;
+    EventLoop Loop{Time, Commands, Pump};
 };
 
 // What wakes the pump comes long before the end of its sleep. However busy the machine is, half of it tells the two
@@ -147,8 +147,8 @@ std::string Order;
 TEST_F(PumpOfAWindow, FiresATimerInTime) {
     ExpectOnceIn(20, [this] {
         Order.clear();
-        device::LoopTimer timer(Loop, 50, true, [] { Order += 'a'; });
-        device::LoopTimer second(Loop, 175, true, [] { Order += 'b'; });
+        LoopTimer timer(Loop, 50, true, [] { Order += 'a'; });
+        LoopTimer second(Loop, 175, true, [] { Order += 'b'; });
         const auto start = Clock::now();
         while (std::count(Order.begin(), Order.end(), 'a') < 4 && Since(start) < LongSleep)
             Loop.WaitOnce();
@@ -163,7 +163,7 @@ double TimeUsed() {
 }
 
 TEST_F(PumpOfAWindow, UsesNoProcessorWhileItWaits) {
-    device::LoopTimer timer(Loop, 100, true, CountTick);
+    LoopTimer timer(Loop, 100, true, CountTick);
     const Pipe pipe;
     BytesOf bytes(pipe);
     Loop.Listen(bytes);
@@ -187,7 +187,7 @@ std::unique_ptr<QTimer> QuitOnce(QEventLoop& loop, std::function<bool()> holds) 
 }
 
 TEST_F(PumpOfAWindow, LetsTimersAndPortsGoOnInALoopOfQts) {
-    device::LoopTimer timer(Loop, 30, true, CountTick);
+    LoopTimer timer(Loop, 30, true, CountTick);
     const Pipe pipe;
     BytesOf bytes(pipe);
     Loop.Listen(bytes);
@@ -228,7 +228,7 @@ TEST_F(PumpOfAWindow, LetsAPortGoOnInALoopOfQtsAlsoWithoutATimer) {
 }
 
 TEST_F(PumpOfAWindow, UsesNoProcessorInALoopOfQts) {
-    device::LoopTimer timer(Loop, 100, true, CountTick);
+    LoopTimer timer(Loop, 100, true, CountTick);
     const Pipe pipe;
     BytesOf bytes(pipe);
     Loop.Listen(bytes);
@@ -246,7 +246,7 @@ TEST_F(PumpOfAWindow, UsesNoProcessorInALoopOfQts) {
 }
 
 TEST_F(PumpOfAWindow, RaisesNothingWhileItBreathes) {
-    device::LoopTimer timer(Loop, 1, true, CountTick);
+    LoopTimer timer(Loop, 1, true, CountTick);
     const Pipe pipe;
     BytesOf bytes(pipe);
     Loop.Listen(bytes);
@@ -316,7 +316,7 @@ TEST_F(PumpOfAWindow, TakesADescriptorThatWasClosedAndOpenedAgain) {
 
 TEST_F(PumpOfAWindow, LeavesTheProgramWithTheStatusThatItIsGiven) {
     for (const auto& [reason, status] :
-         {std::pair(device::ProgramOver::Reason::Ended, 0), std::pair(device::ProgramOver::Reason::Failed, 7)}) {
+         {std::pair(ProgramOver::Reason::Ended, 0), std::pair(ProgramOver::Reason::Failed, 7)}) {
         const pid_t child = ::fork();
         if (child == 0)
             Pump.Leave({reason, {}});
@@ -328,4 +328,4 @@ TEST_F(PumpOfAWindow, LeavesTheProgramWithTheStatusThatItIsGiven) {
 }
 
 } // namespace
-} // namespace platform::qt
+} // namespace backends::qt

@@ -15,10 +15,10 @@
 namespace windowtest {
 namespace {
 
-using platform::qt::FontOf;
-using platform::qt::LinesOf;
-using platform::qt::QtFonts;
-using platform::qt::ToQt;
+using backends::qt::FontOf;
+using backends::qt::LinesOf;
+using backends::qt::QtFonts;
+using backends::qt::ToQt;
 
 const Text SomeWords = u"Moisture of the sample that was taken at noon, in per cent of its weight";
 
@@ -55,7 +55,7 @@ INSTANTIATE_TEST_SUITE_P(Texts, LinesOfText,
 
 /// The same texts have as many lines on a screen that nobody sees, so that rows grow alike.
 TEST_P(LinesOfText, AreAsManyAsOnAScreenThatNobodySees) {
-    platform::headless::HeadlessFonts fixed;
+    backends::headless::HeadlessFonts fixed;
     const platform::FontHandle font = fixed.GetFont(u"Tahoma", 9, 0);
     EXPECT_EQ(fixed.MeasureWrapped(font, GetParam().Words, 500).Height / fixed.FontHeight(font), GetParam().Lines);
 }
@@ -225,16 +225,16 @@ TEST_F(MeasuredText, IsShapedOnceHoweverOftenALongOneIsAskedFor) {
     Text text;
     for (int i = 0; i < 2000; ++i)
         text += SomeWords;
-    const std::size_t before = platform::qt::LongTextsShaped();
+    const std::size_t before = backends::qt::LongTextsShaped();
     const platform::TextSize size = Fonts.MeasureWrapped(Font, text, 200);
     EXPECT_EQ(Fonts.MeasureWrapped(Font, text, 200).Height, size.Height);
     EXPECT_EQ(LinesOf(FontOf(u"Tahoma", 9), text, 200).size(), size.Height / Fonts.FontHeight(Font));
-    EXPECT_EQ(platform::qt::LongTextsShaped(), before + 1);
+    EXPECT_EQ(backends::qt::LongTextsShaped(), before + 1);
     EXPECT_LE(Fonts.MeasureWrapped(Font, text, 400).Height, size.Height) << "another width is another shape";
-    EXPECT_EQ(platform::qt::LongTextsShaped(), before + 2);
+    EXPECT_EQ(backends::qt::LongTextsShaped(), before + 2);
     text.back() = u'!';
     Fonts.MeasureWrapped(Font, text, 200);
-    EXPECT_EQ(platform::qt::LongTextsShaped(), before + 3);
+    EXPECT_EQ(backends::qt::LongTextsShaped(), before + 3);
 }
 
 class LongTextOnThePage : public InAWindow {
@@ -250,14 +250,14 @@ TEST_F(LongTextOnThePage, IsNotShapedAnewAtEachPaint) {
     Main().SetCell(1, 0, text);
     Settle();
     Grid().grab();
-    const std::size_t shaped = platform::qt::LongTextsShaped();
+    const std::size_t shaped = backends::qt::LongTextsShaped();
     EXPECT_GT(shaped, 0U);
     for (int i = 0; i < 5; ++i) {
         Main().SetRow(i % 2);
         Settle();
         Grid().grab();
     }
-    EXPECT_EQ(platform::qt::LongTextsShaped(), shaped);
+    EXPECT_EQ(backends::qt::LongTextsShaped(), shaped);
 }
 
 } // namespace

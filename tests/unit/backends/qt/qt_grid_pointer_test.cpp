@@ -156,8 +156,8 @@ TEST_F(DoubleClickOnAList, OfTheConsoleIsTwoTaps) {
     modQuorin::GoBack();
     modQuorin::GoBack();
     Repaint();
-    platform::device::Tap(Device.Platform, 0, 0);
-    platform::device::Tap(Device.Platform, 0, 0);
+    backends::Tap(Device.Platform, 0, 0);
+    backends::Tap(Device.Platform, 0, 0);
     EXPECT_EQ(Screen(), modQuorin::ScrInfRecord);
 }
 
@@ -314,7 +314,7 @@ TEST_F(PressOnARecord, DoesNothingAtItsEndWhenItIsLongerThanASecond) {
 // The title.
 
 TEST_F(GridUnderAPointer, HasTheFocusAfterAClickOnTheTitle) {
-    platform::qt::QtGrid& title = Device.Platform.grdTitle;
+    backends::qt::QtGrid& title = Device.Platform.grdTitle;
     Main().SetVisible(false);
     Main().SetVisible(true);
     ASSERT_EQ(Holder(), nullptr);

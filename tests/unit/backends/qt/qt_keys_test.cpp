@@ -13,7 +13,7 @@
 namespace windowtest {
 namespace {
 
-using platform::qt::CodeOf;
+using backends::qt::CodeOf;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
@@ -73,8 +73,8 @@ TEST(KeyboardMap, LeavesTheRestToQt) {
 }
 
 TEST(KeyboardMap, HasALineForEachKey) {
-    const std::string help = platform::qt::KeyboardHelp();
-    EXPECT_EQ(static_cast<std::size_t>(std::count(help.begin(), help.end(), '\n')), platform::qt::KeyRows().size());
+    const std::string help = backends::qt::KeyboardHelp();
+    EXPECT_EQ(static_cast<std::size_t>(std::count(help.begin(), help.end(), '\n')), backends::qt::KeyRows().size());
 }
 
 // The way.

@@ -26,7 +26,7 @@ protected:
             Heard.push_back("item " + std::to_string(item) + " of menu " + std::to_string(menu));
         };
     }
-    platform::qt::SoftMenus& Of() { return Device.Platform.menus; }
+    backends::qt::SoftMenus& Of() { return Device.Platform.menus; }
 
     /// Captions as they are, an item's empty where there is none.
     void Set(std::size_t menu, const Text& title, const std::vector<Text>& items) {

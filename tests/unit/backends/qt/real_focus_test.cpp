@@ -22,7 +22,7 @@ protected:
         Watch(Main());
         Watch(Device.Platform.cboInputField);
     }
-    void Watch(platform::device::FocusTarget& control) {
+    void Watch(backends::FocusTarget& control) {
         const auto wrap = [this, &control](std::function<void()>& event, const char* what) {
             event = [this, &control, what, old = event] {
                 Heard.push_back(std::string(control.Name) + what);

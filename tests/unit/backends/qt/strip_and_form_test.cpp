@@ -31,7 +31,7 @@ protected:
 
 TEST_F(BusyStrip, StandsAtTheFootOfTheGrid) {
     modPDAUI::ShowStatus(u"Busy");
-    const QRect grid = platform::qt::RectOf(Main().Bounds());
+    const QRect grid = backends::qt::RectOf(Main().Bounds());
     EXPECT_TRUE(Strip().isVisible());
     EXPECT_EQ(Strip().geometry().bottom(), grid.bottom());
     EXPECT_EQ(Strip().geometry().left(), grid.left());
@@ -46,7 +46,7 @@ TEST_F(BusyStrip, GrowsUpwardWithALongText) {
     const int line = Strip().height();
     modPDAUI::ShowStatus(Text(200, u'x'));
     EXPECT_GE(Strip().height(), 2 * line);
-    EXPECT_EQ(Strip().geometry().bottom(), platform::qt::RectOf(Main().Bounds()).bottom());
+    EXPECT_EQ(Strip().geometry().bottom(), backends::qt::RectOf(Main().Bounds()).bottom());
 }
 
 /// Counts what reaches the screen.
@@ -375,7 +375,7 @@ protected:
 };
 
 TEST_P(FormOfADevice, HasTheSizeOfItsScreenAndNoOther) {
-    const auto screen = platform::common::ProfileOfType(GetParam()).Screen;
+    const auto screen = backends::ProfileOfType(GetParam()).Screen;
     const QSize size(screen.Width, screen.Height);
     EXPECT_EQ(Form().Screen().size(), size);
     Form().resize(Form().size() + QSize(200, 200));

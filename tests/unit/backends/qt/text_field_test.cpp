@@ -231,9 +231,9 @@ TEST_F(TextField, HoldsALongTextWhole) {
 
 TEST_F(TextField, HasTheLettersOfTheGrid) {
     EditCell();
-    EXPECT_EQ(Line().font().pixelSize(), platform::qt::FontOf(Main().FontName(), Main().FontSize()).pixelSize());
+    EXPECT_EQ(Line().font().pixelSize(), backends::qt::FontOf(Main().FontName(), Main().FontSize()).pixelSize());
     EXPECT_EQ(QFontInfo(Line().font()).family(),
-              QFontInfo(platform::qt::FontOf(Main().FontName(), Main().FontSize())).family());
+              QFontInfo(backends::qt::FontOf(Main().FontName(), Main().FontSize())).family());
 }
 
 TEST_F(TextField, TakesNothingBackThatWasTypedIntoAnotherCell) {
@@ -258,7 +258,7 @@ protected:
 
 TEST_F(TextOfLines, StandsWhereTheGridStood) {
     Open(u"a");
-    EXPECT_EQ(Page().geometry(), platform::qt::RectOf(Main().Bounds()));
+    EXPECT_EQ(Page().geometry(), backends::qt::RectOf(Main().Bounds()));
 }
 
 TEST_F(TextOfLines, GivesBackTheLineEndsThatItWasGiven) {

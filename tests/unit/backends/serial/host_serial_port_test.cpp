@@ -10,8 +10,8 @@
 #include <sys/stat.h>
 
 using namespace platform;
-using platform::common::ReadState;
-using platform::common::SerialDevice;
+using backends::ReadState;
+using backends::SerialDevice;
 
 namespace {
 
@@ -50,7 +50,7 @@ TEST(WhatIsNoDevice, IsLeftUntouched) {
     const TemporaryRoot root;
     root.Put("file", "");
     ASSERT_EQ(mkfifo(root.Path("pipe").c_str(), 0600), 0);
-    const platform::common::Descriptor watch(inotify_init1(IN_NONBLOCK | IN_CLOEXEC));
+    const backends::Descriptor watch(inotify_init1(IN_NONBLOCK | IN_CLOEXEC));
     for (const std::string& path : {root.Path("file"), root.Path("pipe"), root.Path()})
         ASSERT_GE(inotify_add_watch(watch.Number(), path.c_str(), IN_OPEN), 0);
     SerialDevice port;

@@ -7,7 +7,7 @@
 
 #include <random>
 
-using platform::common::SerialText;
+using backends::SerialText;
 
 namespace {
 

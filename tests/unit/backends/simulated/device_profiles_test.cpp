@@ -6,7 +6,7 @@
 
 #include <set>
 
-namespace platform::common {
+namespace backends {
 namespace {
 
 using Codes = std::vector<std::int32_t>;
@@ -93,4 +93,4 @@ TEST(DeviceProfiles, NameEachKeyOnce) {
 }
 
 } // namespace
-} // namespace platform::common
+} // namespace backends

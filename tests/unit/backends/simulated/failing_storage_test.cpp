@@ -36,13 +36,13 @@ protected:
     }
 
     TemporaryRoot Root;
-    common::DiskFaults Faults;
-    common::HostFileSystem RealFiles{common::PathMap(Root.Path())};
-    common::FailingFileSystem Files{RealFiles, Faults};
-    common::LineDatabase RealDatabases{common::PathMap(Root.Path())};
-    common::FailingDatabase Databases{RealDatabases, Faults};
-    common::SettingsFile RealSettings{Root.Path("settings.ini")};
-    common::FailingSettings Settings{RealSettings, Faults};
+    DiskFaults Faults;
+    HostFileSystem RealFiles{PathMap(Root.Path())};
+    FailingFileSystem Files{RealFiles, Faults};
+    LineDatabase RealDatabases{PathMap(Root.Path())};
+    FailingDatabase Databases{RealDatabases, Faults};
+    SettingsFile RealSettings{Root.Path("settings.ini")};
+    FailingSettings Settings{RealSettings, Faults};
 };
 
 TEST_F(FullDiskSwitch, TellsOfEachOperationBeforeIt) {

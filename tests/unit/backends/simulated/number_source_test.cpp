@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 #include <set>
 
-using platform::common::NumberSource;
+using backends::NumberSource;
 
 namespace {
 

@@ -9,7 +9,7 @@ namespace {
 
 class UnderABox : public Onlooker {
 protected:
-    explicit UnderABox(const platform::device::DeviceOptions& options = {}) : Onlooker(options) {}
+    explicit UnderABox(const backends::DeviceOptions& options = {}) : Onlooker(options) {}
 
     void ExpectDeaf() {
         const Sight before = Look();
@@ -149,7 +149,7 @@ protected:
         EXPECT_EQ(Device.Main().Row(), 2);
         EXPECT_EQ(GetSetting(u"ComPort", u""), u"Com1");
     }
-    platform::headless::HeadlessTextBox& Field() { return Device.Platform.txtInputField; }
+    backends::headless::HeadlessTextBox& Field() { return Device.Platform.txtInputField; }
 };
 
 TEST_F(InAPrompt, GridIsNotThereToBeTapped) {
@@ -162,17 +162,17 @@ TEST_F(InAPrompt, MenusOfferBackAndOkAlone) {
             EXPECT_EQ(Device.Platform.menuTitles[static_cast<std::size_t>(menu) - 1].Caption(),
                       menu == 1 ? u"Back" : u"Ok");
             for (std::int32_t item = 2; item <= platform::MenuItemCount; ++item)
-                EXPECT_EQ(platform::device::ClickItem(Device.Platform, menu, item), "the item is not on show");
+                EXPECT_EQ(backends::ClickItem(Device.Platform, menu, item), "the item is not on show");
         }
         for (const char16_t* caption : {u"Exit", u"Start...", u"Install...", u"Delete", u"Enter Custom Serial ID..."})
-            EXPECT_EQ(platform::device::Choose(Device.Platform, caption), "no menu offers that");
+            EXPECT_EQ(backends::Choose(Device.Platform, caption), "no menu offers that");
     });
 }
 
 TEST_F(InAPrompt, ClickOnACaptionOnlyOpensItsList) {
     WhileItWaits([this] {
-        EXPECT_EQ(platform::device::ClickTitle(Device.Platform, 1), "");
-        EXPECT_EQ(platform::device::ClickTitle(Device.Platform, 2), "");
+        EXPECT_EQ(backends::ClickTitle(Device.Platform, 1), "");
+        EXPECT_EQ(backends::ClickTitle(Device.Platform, 2), "");
     });
 }
 

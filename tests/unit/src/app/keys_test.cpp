@@ -24,7 +24,7 @@ constexpr std::int32_t Swallowed = 0;
 
 class Keys : public support::Program {
 protected:
-    explicit Keys(const platform::device::DeviceOptions& options = {}) : Program(options) {}
+    explicit Keys(const backends::DeviceOptions& options = {}) : Program(options) {}
 
     /// What is left of the key code.
     std::int32_t Down(std::int32_t key) {
@@ -376,7 +376,7 @@ protected:
         list.SetVisible(true);
         list.SetFocus();
     }
-    platform::headless::HeadlessListBox& List() { return Device.Platform.lstHoldMenu; }
+    backends::headless::HeadlessListBox& List() { return Device.Platform.lstHoldMenu; }
 };
 
 TEST_F(HoldMenu, ChoiceRunsTheItemOfTheSoftMenu) {
@@ -469,7 +469,7 @@ TEST_F(PalmKeys, DownAndUpTellAPromptNothingAlsoWithoutItsField) {
 }
 
 TEST_F(ScreenThatReacts, IsToldOfALongPressWithItsCell) {
-    EXPECT_EQ(platform::device::Hold(Device.Platform, 2, 1), "");
+    EXPECT_EQ(backends::Hold(Device.Platform, 2, 1), "");
     EXPECT_THAT(LongPress, ElementsAre("2 1"));
 }
 

@@ -14,7 +14,7 @@ using testing::ElementsAre;
 
 class SelectionList : public support::Program {
 protected:
-    explicit SelectionList(const platform::device::DeviceOptions& options = {}) : Program(options) {}
+    explicit SelectionList(const backends::DeviceOptions& options = {}) : Program(options) {}
     std::int32_t Row() { return Device.Main().Row(); }
     Text Stored(const char16_t* key) { return GetSetting(key, u"(none)"); }
 };
@@ -22,8 +22,8 @@ protected:
 /// A device with two volumes, of which the second has more space.
 class VolumeListing : public SelectionList {
 protected:
-    static platform::device::DeviceOptions TwoVolumes() {
-        platform::device::DeviceOptions options = support::OfType(6);
+    static backends::DeviceOptions TwoVolumes() {
+        backends::DeviceOptions options = support::OfType(6);
         options.Volumes = {{u"C:\\", 1000}, {u"E:\\", 2000}};
         return options;
     }
@@ -370,7 +370,7 @@ TEST_F(RowChange, IsNotToldOfARowThatComesBackAfterAPrompt) {
 }
 
 TEST_F(HiddenFields, CantBeTapped) {
-    EXPECT_NE(platform::device::Tap(Device.Platform, 2, 1), "");
+    EXPECT_NE(backends::Tap(Device.Platform, 2, 1), "");
 }
 
 TEST_F(HiddenFields, AreSavedWithTheOthers) {

@@ -25,7 +25,7 @@ void PrintTo(const Trick& trick, std::ostream* out) {
 /// the data folder lead there, and from names in there back.
 class OutsideTheRoot : public support::Program {
 protected:
-    explicit OutsideTheRoot(const platform::device::DeviceOptions& options = {}) : Program(options) {
+    explicit OutsideTheRoot(const backends::DeviceOptions& options = {}) : Program(options) {
         Outside.Put("secret.txt", Secret);
         Outside.Put("rfcomm.run", "");
         for (const char* folder : {"Quorin", "c"})
@@ -57,7 +57,7 @@ using NoWayOutOfTheDriversTable = OutsideTheRoot;
 
 class NoWayOut : public OutsideTheRoot, public testing::WithParamInterface<Trick> {
 protected:
-    explicit NoWayOut(const platform::device::DeviceOptions& options = {}) : OutsideTheRoot(options) {}
+    explicit NoWayOut(const backends::DeviceOptions& options = {}) : OutsideTheRoot(options) {}
 
     std::string Name() const {
         const std::string& name = GetParam().Name;

@@ -12,7 +12,7 @@ using testing::ElementsAre;
 
 class Preferences : public support::Program {
 protected:
-    explicit Preferences(const platform::device::DeviceOptions& options = {}) : Program(options) {
+    explicit Preferences(const backends::DeviceOptions& options = {}) : Program(options) {
         MenuEvent(u"Preferences...");
     }
     Text Setting(const char16_t* key) { return GetSetting(key, u"(none)"); }
@@ -26,8 +26,8 @@ TEST_F(Preferences, AreAListOfCommands) {
 
 class FinePalmPreferences : public Preferences {
 protected:
-    static platform::device::DeviceOptions FinePalm() {
-        platform::device::DeviceOptions options = support::OfType(1);
+    static backends::DeviceOptions FinePalm() {
+        backends::DeviceOptions options = support::OfType(1);
         options.Screen = {320, 320};
         return options;
     }

@@ -24,8 +24,8 @@ const char* const Keys[] = {"COLOUR", "FONTSIZE", "StorageVolume", "ComPort", "R
 class OwnSettings {
 protected:
     explicit OwnSettings(const std::string& bytes) { Own.Put("settings.ini", bytes); }
-    platform::device::DeviceOptions Options(std::int32_t deviceType = 0) const {
-        platform::device::DeviceOptions options = support::OfType(deviceType);
+    backends::DeviceOptions Options(std::int32_t deviceType = 0) const {
+        backends::DeviceOptions options = support::OfType(deviceType);
         if (deviceType == 6)
             options.Volumes = {{u"C:\\", 1000}, {u"E:\\", 2000}};
         options.Settings = (Own.Path() / "settings.ini").string();
@@ -384,7 +384,7 @@ INSTANTIATE_TEST_SUITE_P(Files, DamagedSettings,
 TEST(SettingsThatAreAFolder, AreAllDefaultsAndNothingIsTold) {
     const support::TemporaryFolder own;
     own.Put("settings.ini/kept.txt", "mine\n");
-    platform::device::DeviceOptions options;
+    backends::DeviceOptions options;
     options.Settings = (own.Path() / "settings.ini").string();
     support::TestDevice device(options);
     device.Platform.StartProgram();

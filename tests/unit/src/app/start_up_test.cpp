@@ -25,7 +25,7 @@ const std::vector<std::int32_t> PalmKeys = {308, 309, 516, 517, 518, 519, 33, 34
 class DeviceAtStart : public testing::TestWithParam<DeviceRow> {};
 
 TEST_P(DeviceAtStart, IsSetUpByItsType) {
-    platform::device::DeviceOptions options = support::OfType(GetParam().Type);
+    backends::DeviceOptions options = support::OfType(GetParam().Type);
     options.OsVersion = GetParam().Version;
     support::TestDevice device(options);
     device.Platform.StartProgram();
@@ -50,7 +50,7 @@ INSTANTIATE_TEST_SUITE_P(
                     DeviceRow{11, u"5.2", false, {}, u"AFPalm"}));
 
 struct ScreenOfAPalm {
-    platform::common::ScreenSize Size;
+    backends::ScreenSize Size;
     const char16_t* Font;
     std::int16_t Scale;
 };
@@ -58,7 +58,7 @@ struct ScreenOfAPalm {
 class PalmScreen : public testing::TestWithParam<ScreenOfAPalm> {};
 
 TEST_P(PalmScreen, DecidesFontAndScale) {
-    platform::device::DeviceOptions options = support::OfType(1);
+    backends::DeviceOptions options = support::OfType(1);
     options.Screen = GetParam().Size;
     support::TestDevice device(options);
     device.Platform.StartProgram();
@@ -74,7 +74,7 @@ INSTANTIATE_TEST_SUITE_P(Sizes, PalmScreen,
 /// A window is of one size wherever it stands; any other device gives the form all that its screen has.
 TEST(FormAtStart, IsTheWholeScreenButOnADesktop) {
     for (const std::int32_t type : {0, 3}) {
-        platform::device::DeviceOptions options = support::OfType(type);
+        backends::DeviceOptions options = support::OfType(type);
         options.Screen = {800, 700};
         support::TestDevice device(options);
         device.Platform.StartProgram();
@@ -93,7 +93,7 @@ struct VersionRow {
 class VersionOfADevice : public testing::TestWithParam<VersionRow> {};
 
 TEST_P(VersionOfADevice, TellsWhetherItsMenusAreKeys) {
-    platform::device::DeviceOptions options = support::OfType(GetParam().Type);
+    backends::DeviceOptions options = support::OfType(GetParam().Type);
     options.OsVersion = GetParam().Version;
     support::TestDevice device(options);
     EXPECT_EQ(IsSoftKeyPlatform(), GetParam().SoftKeys);
@@ -138,7 +138,7 @@ struct ColourRow {
 class ColourSetting : public testing::TestWithParam<ColourRow> {};
 
 TEST_P(ColourSetting, IsOnForMinusOneAlone) {
-    platform::device::DeviceOptions options;
+    backends::DeviceOptions options;
     const support::TemporaryFolder folder;
     if (GetParam().Stored != nullptr)
         folder.Put("settings.ini", std::string("[Settings]\nCOLOUR=") + GetParam().Stored + "\n");
@@ -160,7 +160,7 @@ struct FontSizeRow {
 class FontSizeSetting : public testing::TestWithParam<FontSizeRow> {};
 
 TEST_P(FontSizeSetting, IsTakenByBothGrids) {
-    platform::device::DeviceOptions options;
+    backends::DeviceOptions options;
     const support::TemporaryFolder folder;
     folder.Put("settings.ini", std::string("[Settings]\nFONTSIZE=") + GetParam().Stored + "\n");
     options.Settings = (folder.Path() / "settings.ini").string();

@@ -83,7 +83,7 @@ inline std::vector<std::string> Differences(const Contents& expected, const Cont
 
 class FaultyPackage : protected OwnTemporary, public support::Program {
 protected:
-    explicit FaultyPackage(const platform::device::DeviceOptions& options = {}) : Program(options) {}
+    explicit FaultyPackage(const backends::DeviceOptions& options = {}) : Program(options) {}
 
     /// A device in use, with files beside the data folder and beside the device.
     void FillDevice() {

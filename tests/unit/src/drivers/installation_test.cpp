@@ -146,8 +146,8 @@ INSTANTIATE_TEST_SUITE_P(Tricks, InfNameOfAPackage,
 class PackageList : public support::Program {
 protected:
     PackageList() : Program(Options()) {}
-    static platform::device::DeviceOptions Options() {
-        platform::device::DeviceOptions options = support::OfType(3);
+    static backends::DeviceOptions Options() {
+        backends::DeviceOptions options = support::OfType(3);
         options.Volumes = {{u"\\", 1000}, {u"A:\\", 50}, {u"B:\\", 50}, {u"C:\\", 50}};
         return options;
     }

@@ -29,7 +29,7 @@ protected:
     }
     ~LockedRecord() override { CloseTable(); }
 
-    platform::common::LockWait& Patience() { return Device.Platform.hostDatabases.Patience; }
+    backends::LockWait& Patience() { return Device.Platform.hostDatabases.Patience; }
     void LetGo() {
         Tool.LetGo();
         Patience().Renew();
@@ -111,7 +111,7 @@ TEST_F(LockedRecord, ThatIsLeftIsTold) {
 /// A row that a walk left out would be taken for missing, and made a second time.
 TEST_F(LockedRecord, StopsAWalkOverTheTable) {
     Tool.Lock();
-    EXPECT_THROW(FindRow(u"Place=three"), platform::device::ProgramOver);
+    EXPECT_THROW(FindRow(u"Place=three"), backends::ProgramOver);
 }
 
 /// Of a line that the lock has kept from us nobody knows what it held, also after the lock is gone.
@@ -127,7 +127,7 @@ TEST_F(LockedRecord, ThatIsReadWithoutAWaitStopsTheProgramWhichNamesTheLock) {
 TEST_F(LockedRecord, StopsAnOpening) {
     CloseTable();
     Tool.Lock();
-    EXPECT_THROW(OpenTable(u".\\Quorin\\test.pdb", u"r", u"TEXT", u"QVRN"), platform::device::ProgramOver);
+    EXPECT_THROW(OpenTable(u".\\Quorin\\test.pdb", u"r", u"TEXT", u"QVRN"), backends::ProgramOver);
 }
 
 /// The gap between two ticks would be taken for a sleep, and the port be opened anew.

@@ -12,8 +12,8 @@ protected:
     explicit PalmPackage(const Text& dataVolume = u"Device:\\") : FaultyPackage(WithCard()) {
         SaveSetting(u"StorageVolume", dataVolume);
     }
-    static platform::device::DeviceOptions WithCard() {
-        platform::device::DeviceOptions options = support::OfType(1);
+    static backends::DeviceOptions WithCard() {
+        backends::DeviceOptions options = support::OfType(1);
         options.Volumes = {{u"Device:\\", 1000}, {u"Card:\\", 500}};
         return options;
     }

@@ -4,7 +4,7 @@
 
 #include "src/link/receive.h"
 #include "src/storage/settings.h"
-#include "tests/link/noted_port.h"
+#include "tests/unit/src/link/noted_port.h"
 
 namespace modBluetooth {
 namespace {
@@ -129,7 +129,7 @@ TEST_F(PalmLink, OpensThePortOfItsProfile) {
 class NamedLink : public Link {
 protected:
     NamedLink() : Link(9) { SaveSetting(u"ComPort", u"BT1"); }
-    platform::device::SimulatedConnections& Service() { return Device.Platform.connections; }
+    backends::SimulatedConnections& Service() { return Device.Platform.connections; }
 };
 
 TEST_F(NamedLink, OpensAnyNameThatIsNoComPort) {

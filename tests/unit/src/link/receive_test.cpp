@@ -6,7 +6,7 @@
 #include "src/link/mailbox.h"
 #include "src/link/ports.h"
 #include "src/storage/settings.h"
-#include "tests/link/noted_port.h"
+#include "tests/unit/src/link/noted_port.h"
 #include "src/view/grids.h"
 
 namespace modBluetooth {

@@ -104,7 +104,7 @@ TEST_F(DatabaseFile, CommittedLinesAreThereAfterAPowerCut) {
 }
 
 TEST_F(DatabaseFile, OnAPalmDeviceIsDeletedUnderItsTextName) {
-    platform::device::DeviceOptions options;
+    backends::DeviceOptions options;
     options.DeviceType = 1;
     support::TestDevice palm(options);
     OpenFile(File, u"Device:\\drivers.txt", u"w", u"TEXT", u"QVRN");

@@ -235,7 +235,7 @@ struct NameRow {
 class NameOfALineFile : public testing::TestWithParam<NameRow> {};
 
 TEST_P(NameOfALineFile, DecidesWhereItLies) {
-    platform::device::DeviceOptions options;
+    backends::DeviceOptions options;
     options.DeviceType = GetParam().DeviceType;
     support::TestDevice device(options);
     for (const char* folder : {"Card/keep", "DEVICE/keep", "device/keep"})
@@ -262,7 +262,7 @@ INSTANTIATE_TEST_SUITE_P(Names, NameOfALineFile,
                                          NameRow{1, u"Card:\\drivers.txt", false, u"drivers.txt"}));
 
 TEST(LineFileNames, TooShortToLoseTheirEndingStopTheProgram) {
-    platform::device::DeviceOptions options;
+    backends::DeviceOptions options;
     options.DeviceType = 1;
     support::TestDevice device(options);
     FileHandle file;

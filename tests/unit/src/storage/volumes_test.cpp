@@ -16,12 +16,12 @@
 namespace modFileSystem {
 namespace {
 
-using platform::common::HostVolume;
+using backends::HostVolume;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-platform::device::DeviceOptions DeviceWith(std::int32_t type, std::vector<HostVolume> volumes) {
-    platform::device::DeviceOptions options;
+backends::DeviceOptions DeviceWith(std::int32_t type, std::vector<HostVolume> volumes) {
+    backends::DeviceOptions options;
     options.DeviceType = type;
     options.Volumes = std::move(volumes);
     return options;

@@ -48,7 +48,7 @@ protected:
         modBLob::CaptureResult();
         Settle();
     }
-    platform::headless::HeadlessGrid& Grid() { return Device.Platform.grdMain; }
+    backends::headless::HeadlessGrid& Grid() { return Device.Platform.grdMain; }
     /// How many cells are painted in ten seconds in which nothing happens.
     int PaintingsAtRest() {
         static int count = 0;

@@ -26,8 +26,8 @@ protected:
         Device.Platform.grdMain.SetCurrentCell(row, 1);
         BeginCellEdit(row, 1);
     }
-    platform::headless::HeadlessTextBox& Field() { return Device.Platform.txtInputField; }
-    platform::headless::HeadlessComboBox& Combo() { return Device.Platform.cboInputField; }
+    backends::headless::HeadlessTextBox& Field() { return Device.Platform.txtInputField; }
+    backends::headless::HeadlessComboBox& Combo() { return Device.Platform.cboInputField; }
     void LeaveField() { Device.Main().SetFocus(); }
 };
 

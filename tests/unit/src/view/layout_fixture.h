@@ -26,7 +26,7 @@ using platform::Box;
 /// A device of 240 by 320 pixels.
 class Layout : public support::Program {
 protected:
-    explicit Layout(const platform::device::DeviceOptions& options = support::OfType(7)) : Program(options) {}
+    explicit Layout(const backends::DeviceOptions& options = support::OfType(7)) : Program(options) {}
     void Keyboard(bool shown, std::int32_t top, std::int32_t height) {
         frmQuorin::mykb_statechanged(shown ? -1 : 0, 0, top, 240, height);
     }

@@ -37,10 +37,10 @@ TEST_F(Layout, FormGrowsBackWhenTheKeyboardGoes) {
 TEST_F(Layout, AKeyboardAsTallAsTheScreenIsTakenAsNone) {
     const Box whole = FormBox();
     for (const std::int32_t height : {320, 1000}) {
-        platform::device::RaiseKeyboard(Device.Platform.system, -1, 0, 0, 240, height);
+        backends::RaiseKeyboard(Device.Platform.system, -1, 0, 0, 240, height);
         EXPECT_EQ(FormBox(), whole) << height;
     }
-    platform::device::RaiseKeyboard(Device.Platform.system, -1, 0, 120, 240, 200);
+    backends::RaiseKeyboard(Device.Platform.system, -1, 0, 120, 240, 200);
     EXPECT_EQ(FormBox(), InTwips({0, 0, 240, 120}));
 }
 
@@ -159,8 +159,8 @@ TEST_F(Layout, TitleNeedsRowsAndColumns) {
 
 class FineLayout : public Layout {
 protected:
-    static platform::device::DeviceOptions FinePalm() {
-        platform::device::DeviceOptions options = support::OfType(1);
+    static backends::DeviceOptions FinePalm() {
+        backends::DeviceOptions options = support::OfType(1);
         options.Screen = {320, 320};
         return options;
     }

@@ -18,7 +18,7 @@ using testing::IsEmpty;
 
 class Asking : public support::Program {
 protected:
-    explicit Asking(const platform::device::DeviceOptions& options = {}) : Program(options) {
+    explicit Asking(const backends::DeviceOptions& options = {}) : Program(options) {
         GotoScreen(ScrFileDebug);
         Repaint();
     }
@@ -43,7 +43,7 @@ protected:
     }
     bool AnyField() { return AnyInputFieldVisible(); }
 
-    platform::headless::HeadlessPlatform& Form = Device.Platform;
+    backends::headless::HeadlessPlatform& Form = Device.Platform;
 };
 
 TEST_F(Asking, ShowsTheTitleOverAFieldInTheGridsPlace) {

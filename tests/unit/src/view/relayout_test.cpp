@@ -103,7 +103,7 @@ TEST_F(Layout, TapOnARowAboveThePageOpensItsFieldWhereTheCellComesToStand) {
     Device.Main().SetTopRow(2);
     Device.Main().PaintNow();
     ASSERT_EQ(Device.Main().ColWidth(0), 119 - 13);
-    EXPECT_EQ(platform::device::Tap(Device.Platform, 0, 1), "");
+    EXPECT_EQ(backends::Tap(Device.Platform, 0, 1), "");
     EXPECT_EQ(Device.Platform.txtInputField.Bounds(), (Box{119, 16, 120, 18}));
 }
 
@@ -120,7 +120,7 @@ protected:
         frmQuorin::Form_KeyUp(key, 0);
         Settle();
     }
-    platform::headless::HeadlessTextBox& Field() { return Device.Platform.txtInputField; }
+    backends::headless::HeadlessTextBox& Field() { return Device.Platform.txtInputField; }
     float TopOfRow(std::int32_t row) {
         return Device.Main().Bounds().Top + static_cast<float>((row - Device.Main().TopRow()) * 17);
     }

@@ -35,7 +35,7 @@ INSTANTIATE_TEST_SUITE_P(Types, KindOf,
 TEST(DeviceTraits, BelongToADeviceThatCanBeSimulated) {
     for (std::int32_t type = 0; type <= 9; ++type) {
         const DeviceKind kind = TraitsOf(type).Kind;
-        EXPECT_EQ(common::ProfileOfType(type).Kind, kind) << "type " << type;
+        EXPECT_EQ(backends::ProfileOfType(type).Kind, kind) << "type " << type;
     }
 }
 
