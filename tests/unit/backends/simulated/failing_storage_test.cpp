@@ -9,6 +9,7 @@
 
 #include <gtest/gtest.h>
 
+using namespace backends;
 using namespace platform;
 
 namespace {
