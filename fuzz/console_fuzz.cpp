@@ -38,7 +38,7 @@ void Play(const fuzz::Place& place, const std::string& script, std::int32_t devi
     const int input = Opened(script);
     std::ostringstream out;
     console::Session session(input, out, false);
-    backends::headless::DeviceOptions options;
+    backends::DeviceOptions options;
     options.DeviceType = deviceType;
     options.Root = place.Root().string();
     options.StartMoment = *backends::MomentFromText("2007-03-05T09:30:00");

@@ -23,8 +23,8 @@ namespace {
 /// Boxes and prompts of one run. No work opens that many: a program that does goes round in a circle.
 constexpr int MostWaits = 1000;
 
-backends::headless::DeviceOptions OnPlace(const Place& place, std::int32_t deviceType) {
-    backends::headless::DeviceOptions options;
+backends::DeviceOptions OnPlace(const Place& place, std::int32_t deviceType) {
+    backends::DeviceOptions options;
     options.DeviceType = deviceType;
     options.Root = place.Root().string();
     options.StartMoment = *backends::MomentFromText("2007-03-05T09:30:00");
