@@ -7,6 +7,8 @@
 #include "src/storage/volumes.h"
 #include "tests/reference/agreement.h"
 #include "tests/support/other_tool.h"
+#include "tests/system/power_loss/scarce_memory.h"
+#include "tests/system/power_loss/trial.h"
 
 #include <algorithm>
 #include <filesystem>

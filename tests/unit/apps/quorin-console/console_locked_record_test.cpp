@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
 // The console on a Palm OS device, a record on the screen, and another program that locks its line database.
 #include "apps/quorin-console/session.h"
-#include "src/link/receive.h"
 #include "backends/headless/headless_platform.h"
+#include "src/app/start_up.h"
+#include "src/link/receive.h"
 #include "tests/support/other_tool.h"
 #include "tests/support/test_device.h"
 

@@ -6,13 +6,10 @@
 #include "src/link/receive.h"
 #include "src/storage/settings.h"
 #include "src/view/display_state.h"
-#include "src/view/input_fields.h"
-#include "src/view/prompt.h"
-#include "tests/support/program.h"
-#include "src/view/display_state.h"
 #include "src/view/grids.h"
 #include "src/view/input_fields.h"
 #include "src/view/prompt.h"
+#include "tests/support/program.h"
 
 namespace modQuorin {
 namespace {

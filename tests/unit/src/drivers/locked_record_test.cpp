@@ -2,6 +2,7 @@
 // A record on screen whose line database another program reads or locks.
 #include "src/drivers/record_editor.h"
 #include "src/storage/keyed_tables.h"
+#include "src/view/display_state.h"
 #include "tests/support/other_tool.h"
 #include "tests/support/program.h"
 
