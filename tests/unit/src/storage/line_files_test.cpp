@@ -214,6 +214,51 @@ TEST_P(LineFile, ClosingKeepsTypeAndCreatorAlone) {
     EXPECT_EQ(File.creator, u"QVRN");
 }
 
+TEST_P(LineFile, OpeningAndClosingLeaveNothingOfTheFileBefore) {
+    const auto expectEmpty = [this](const char* after) {
+        EXPECT_EQ(File.name, u"") << after;
+        EXPECT_EQ(File.path, u"") << after;
+        EXPECT_EQ(File.mode, u"") << after;
+        EXPECT_EQ(File.slot, 0) << after;
+        EXPECT_EQ(File.nextLine, 0) << after;
+        EXPECT_EQ(File.recordNumber, 0) << after;
+        EXPECT_FALSE(File.isDatabase) << after;
+    };
+    const FileHandle used{3, u"old", u".\\Old\\", true, 7, 8, false, u"a", u"TEXT", u"QVRN"};
+    File = used;
+    Open(u"r");
+    expectEmpty("an opening");
+    EXPECT_EQ(File.error, platform::FileNotFound);
+    File = used;
+    CloseFile(File);
+    expectEmpty("a close");
+    EXPECT_EQ(File.fileType, u"TEXT");
+    Write({u"a"});
+    CloseFile(File);
+    File = used;
+    File.kept = true;
+    Open(u"r");
+    EXPECT_TRUE(File.valid);
+    EXPECT_FALSE(File.kept);
+    EXPECT_EQ(File.nextLine, 0) << "a read of the next line would find one";
+    EXPECT_EQ(File.recordNumber, 0);
+}
+
+/// The scratch file's slot takes no other file, whose lines a rewrite would take for its own.
+TEST_P(LineFile, IsTheScratchFileByTypeAndCreatorTogether) {
+    struct Row {
+        const char16_t* Type;
+        const char16_t* Creator;
+        bool IsScratch;
+    };
+    for (const Row& row : {Row{u"temp", u"QVRN", false}, Row{u"TEXT", u"temp", false}, Row{u"temp", u"temp", true}}) {
+        OpenFile(File, Name(), u"w", row.Type, row.Creator);
+        ASSERT_TRUE(File.valid);
+        EXPECT_EQ(File.slot == 0, row.IsScratch);
+        CloseFile(File);
+    }
+}
+
 INSTANTIATE_TEST_SUITE_P(On, LineFile, testing::Values(u".\\Quorin\\test.txt", u".\\Quorin\\test.pdb"),
                          [](const auto& each) { return each.index == 0 ? "TextFile" : "LineDatabase"; });
 
@@ -260,6 +305,18 @@ INSTANTIATE_TEST_SUITE_P(Names, NameOfALineFile,
                                          NameRow{1, u"Card:\\test.pdb", false, u"test.txt"},
                                          NameRow{1, u"Card:\\test.Pdb", false, u"test.txt"},
                                          NameRow{1, u"Card:\\drivers.txt", false, u"drivers.txt"}));
+
+/// By the rules of an opening: on a card of a Palm OS device all files are text files.
+TEST(LineFileNames, OfADeletionMeanTheFileThatAnOpeningMeans) {
+    backends::DeviceOptions options;
+    options.DeviceType = 1;
+    support::TestDevice device(options);
+    device.Folder.Put("Card/test.txt", "a\n");
+    device.Folder.Put("Card/test.pdb", "b\n");
+    EXPECT_TRUE(DeleteFile(u"Card:\\test.pdb"));
+    EXPECT_FALSE(device.Folder.Has("Card/test.txt"));
+    EXPECT_TRUE(device.Folder.Has("Card/test.pdb"));
+}
 
 TEST(LineFileNames, TooShortToLoseTheirEndingStopTheProgram) {
     backends::DeviceOptions options;

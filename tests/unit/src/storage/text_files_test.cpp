@@ -270,6 +270,7 @@ TEST_F(TextFile, ReadThatFailsNeverCostsALine) {
                         testing::AnyOf(HasSubstr("Can't read"), HasSubstr("Can't open")));
         }
         Device.Platform.faults.FailNextReads(0);
+        EXPECT_TRUE(failed || File.valid) << "what is written next would go nowhere, after " << good << " good reads";
         CloseFile(File);
         CloseFile(Slots.TempFile);
         for (const std::string& scratch : OtherFiles())
@@ -282,6 +283,36 @@ TEST_F(TextFile, ReadThatFailsNeverCostsALine) {
         failures += failed ? 1 : 0;
     }
     EXPECT_GT(failures, 40); // each line is read once at least
+}
+
+/// At each moment of an edit in turn another program cuts the file. What it has left stays, and what was copied until
+/// then is there for whoever wants to know.
+TEST_F(TextFile, CutByAnotherWhileItIsCopiedStaysSoAndLeavesTheScratchFile) {
+    const std::string cut = "A|B\n1|one\n2|two\n";
+    std::string whole = cut;
+    while (whole.size() < 1'000'000)
+        whole += "3|a line of some length, so that the whole is read in more than one piece\n";
+    std::size_t halfCopied = 0;
+    for (int moment = 1;; ++moment) {
+        Put(whole);
+        Open(u"r");
+        int passed = 0;
+        Device.Platform.faults.Working = [&] {
+            if (++passed == moment)
+                std::filesystem::resize_file(Device.Folder.Path() / "Quorin/file.txt", cut.size());
+        };
+        const bool changed = ChangeFileLine(File, 2, u"another line");
+        Device.Platform.faults.Working = nullptr;
+        CloseFile(File);
+        for (const std::string& scratch : OtherFiles()) {
+            halfCopied += Device.Folder.Bytes("Quorin/" + scratch).find("another line") != std::string::npos ? 1 : 0;
+            std::filesystem::remove(Device.Folder.Path() / "Quorin" / scratch);
+        }
+        if (passed < moment)
+            break; // the edit was over before
+        EXPECT_TRUE(changed || Bytes() == cut) << moment;
+    }
+    EXPECT_GT(halfCopied, 0U);
 }
 
 /// Neither for appending, which would write into its middle, nor as one that is missing, which would be made anew.

@@ -370,6 +370,7 @@ TEST(ListFiles, MissingFolderIsEmpty) {
     Storage.FileList = {u"old"};
     ListFiles(u".\\nowhere\\", u"", u"");
     EXPECT_THAT(Storage.FileList, IsEmpty());
+    EXPECT_THAT(device.Did.Warnings, IsEmpty());
 }
 
 /// A file system that must not be asked for a folder.
