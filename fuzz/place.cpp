@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "fuzz/place.h"
 
+#include "tests/support/places.h"
+
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
@@ -11,12 +13,6 @@ namespace fuzz {
 namespace {
 
 const std::string OthersText = "None of the program's business\n";
-
-std::filesystem::path FastFolder() {
-    std::error_code ignored;
-    const bool inMemory = std::getenv("TMPDIR") == nullptr && std::filesystem::is_directory("/dev/shm", ignored);
-    return inMemory ? std::filesystem::path("/dev/shm") : std::filesystem::temp_directory_path();
-}
 
 std::string BytesOf(const std::filesystem::path& path) {
     std::ifstream in(path, std::ios::binary);
@@ -37,7 +33,7 @@ void Must(bool holds, const std::string& what) {
 }
 
 Place::Place() {
-    std::string name = (FastFolder() / "quorin-fuzz-XXXXXX").string();
+    std::string name = (support::PlaceInMemory() / "quorin-fuzz-XXXXXX").string();
     Must(::mkdtemp(name.data()) != nullptr, "no folder to work in");
     Whole = name;
     RootFolder = Whole / "root";

@@ -3,6 +3,7 @@
 
 #include "src/storage/keyed_tables.h"
 #include "src/storage/volumes.h"
+#include "tests/support/places.h"
 
 #include <cstdlib>
 #include <fstream>
@@ -14,10 +15,8 @@ namespace files = std::filesystem;
 
 namespace {
 
-/// A folder in the machine's memory where there is one: bringing a file to a medium would take its time.
 std::string NewFolder() {
-    const files::path place = files::is_directory("/dev/shm") ? "/dev/shm" : files::temp_directory_path();
-    std::string name = (place / "quorin-test-XXXXXX").string();
+    std::string name = (support::PlaceInMemory() / "quorin-test-XXXXXX").string();
     if (::mkdtemp(name.data()) == nullptr)
         std::abort();
     return name;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "tests/support/running_instrument.h"
 
+#include "tests/support/places.h"
 #include "tests/unit/apps/quorin-instrument/instrument_support.h"
 
 #include <algorithm>
@@ -27,7 +28,7 @@ bool Eventually(const std::function<bool()>& holds) {
 }
 
 TemporaryFolder::TemporaryFolder() {
-    std::string path = (std::filesystem::temp_directory_path() / "quorin-instrument-XXXXXX").string();
+    std::string path = (support::PlaceInMemory() / "quorin-instrument-XXXXXX").string();
     Folder = mkdtemp(path.data()) == nullptr ? std::string() : path;
 }
 

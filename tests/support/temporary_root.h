@@ -2,6 +2,8 @@
 // A root folder that lasts as long as a test, looked at from the host's side.
 #pragma once
 
+#include "tests/support/places.h"
+
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -13,7 +15,7 @@
 class TemporaryRoot {
 public:
     TemporaryRoot() {
-        std::string pattern = (std::filesystem::temp_directory_path() / "quorin-test-XXXXXX").string();
+        std::string pattern = (support::PlaceOnDisk() / "quorin-test-XXXXXX").string();
         Folder = std::filesystem::canonical(mkdtemp(pattern.data())).string();
     }
     TemporaryRoot(const TemporaryRoot&) = delete;

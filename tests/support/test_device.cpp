@@ -2,6 +2,7 @@
 #include "tests/support/test_device.h"
 
 #include "src/app/start_up.h"
+#include "tests/support/places.h"
 
 #include <gtest/gtest.h>
 
@@ -22,7 +23,7 @@ backends::DeviceOptions OnFolder(backends::DeviceOptions options, const Temporar
 } // namespace
 
 TemporaryFolder::TemporaryFolder() {
-    std::string name = (std::filesystem::temp_directory_path() / "quorin-test-XXXXXX").string();
+    std::string name = (PlaceInMemory() / "quorin-test-XXXXXX").string();
     if (::mkdtemp(name.data()) == nullptr)
         std::abort();
     Place = name;

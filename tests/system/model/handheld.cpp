@@ -3,6 +3,7 @@
 
 #include "src/app/start_up.h"
 #include "src/text/text.h"
+#include "tests/support/places.h"
 
 #include <sqlite3.h>
 #include <unistd.h>
@@ -85,10 +86,7 @@ std::string Quoted(const std::string& text) {
 } // namespace
 
 DeviceFolder::DeviceFolder(const Kind& kind) : Databases(kind.DataFolder == nullptr) {
-    std::error_code none;
-    const fs::path memory = "/dev/shm";
-    const bool usable = fs::is_directory(memory, none) && ::access(memory.c_str(), W_OK) == 0;
-    std::string name = ((usable ? memory : fs::temp_directory_path()) / "quorin-shift-XXXXXX").string();
+    std::string name = (support::PlaceInMemory() / "quorin-shift-XXXXXX").string();
     if (::mkdtemp(name.data()) == nullptr)
         std::abort();
     Place = name;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "tests/system/power_loss/tree.h"
 
+#include "tests/support/places.h"
+
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -42,9 +44,7 @@ std::string FolderOf(const std::string& path) {
 }
 
 FreshFolder::FreshFolder() {
-    const char* memory = "/dev/shm";
-    const std::string base = ::access(memory, W_OK) == 0 ? memory : fs::temp_directory_path().string();
-    Place = base + "/quorin-disk-XXXXXX";
+    Place = (support::PlaceInMemory() / "quorin-disk-XXXXXX").string();
     if (::mkdtemp(Place.data()) == nullptr)
         std::abort();
 }

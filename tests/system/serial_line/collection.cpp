@@ -7,20 +7,11 @@
 #include "src/view/navigation.h"
 
 #include <chrono>
-#include <cstdlib>
 #include <sys/ioctl.h>
 
 namespace line {
 
 namespace {
-
-/// Thousands of runs each save a download, and wait for the disk at it: the tests here are about the line.
-struct MemoryForFolders {
-    MemoryForFolders() {
-        if (std::filesystem::is_directory("/dev/shm"))
-            ::setenv("TMPDIR", "/dev/shm", 0);
-    }
-} const InMemory;
 
 /// Less than what the system keeps for a reader.
 constexpr std::size_t PieceSize = 2048;

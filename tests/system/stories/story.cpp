@@ -2,6 +2,7 @@
 #include "tests/system/stories/story.h"
 
 #include "tests/support/lines.h"
+#include "tests/support/places.h"
 
 #include <nlohmann/json.hpp>
 
@@ -74,7 +75,7 @@ Script Parse(const std::string& text) {
 class Player {
 public:
     explicit Player(const fs::path& console) : console_(console) {
-        std::string name = (fs::temp_directory_path() / "quorin-story-XXXXXX").string();
+        std::string name = (support::PlaceInMemory() / "quorin-story-XXXXXX").string();
         base_ = mkdtemp(name.data());
         fs::create_directory(Root());
     }

@@ -2,6 +2,7 @@
 #include "tests/system/window/running_window.h"
 
 #include "tests/support/lines.h"
+#include "tests/support/places.h"
 #include "tests/support/processor_time.h"
 
 #include <gtest/gtest.h>
@@ -90,7 +91,7 @@ bool ActUntil(const Effect& effect, const std::function<void()>& act, const std:
 }
 
 Folder::Folder() {
-    std::string path = (std::filesystem::temp_directory_path() / "quorin-window-XXXXXX").string();
+    std::string path = (support::PlaceInMemory() / "quorin-window-XXXXXX").string();
     Place = ::mkdtemp(path.data()) == nullptr ? std::string() : path;
 }
 
