@@ -10,18 +10,18 @@ using platform::BoxAnswer;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-const std::string Header = "DRIVER|FILE|DATE|ALIAS\n";
+const std::string RegisterHeader = "DRIVER|FILE|DATE|ALIAS\n";
 
 class DownloadList : public support::Program {
 protected:
     DownloadList() { InstallMeter(); }
     /// Shows the downloads of the one driver, with these rows in the register.
     void Show(const std::string& rows) {
-        Put("qrnctrl.txt", Header + rows);
+        Put("qrnctrl.txt", RegisterHeader + rows);
         MenuEvent(u"Start...");
         MenuEvent(u"Ok");
     }
-    std::string Register() { return File("qrnctrl.txt").substr(Header.size()); }
+    std::string Register() { return File("qrnctrl.txt").substr(RegisterHeader.size()); }
     void Rename(std::function<void()> step) {
         Device.WillDo(std::move(step));
         Choose(u"Rename");
@@ -48,14 +48,14 @@ TEST_F(DownloadList, RegisterThatIsMissingIsMadeByNew) {
         MenuEvent(u"Ok");
         EXPECT_EQ(File("qrnctrl.txt"), std::string(left) == "-" ? "" : left); // a list that is looked at makes nothing
         Choose(u"New");
-        EXPECT_EQ(File("qrnctrl.txt"), Header + "Meter|qrn0001.txt|20070305|\n");
+        EXPECT_EQ(File("qrnctrl.txt"), RegisterHeader + "Meter|qrn0001.txt|20070305|\n");
         EXPECT_THAT(Column(0), ElementsAre(u"qrn0001.txt"));
     }
 }
 
 TEST_F(DownloadList, RegisterThatAnotherToolIsJustWritingIsLookedAtASecondTime) {
     Put("qrnctrl.txt", "");
-    Device.WhileItPauses([this] { Put("qrnctrl.txt", Header + "Meter|qrn0007.txt|20070301|\n"); });
+    Device.WhileItPauses([this] { Put("qrnctrl.txt", RegisterHeader + "Meter|qrn0007.txt|20070301|\n"); });
     MenuEvent(u"Start...");
     MenuEvent(u"Ok");
     EXPECT_THAT(Column(0), ElementsAre(u"qrn0007.txt"));

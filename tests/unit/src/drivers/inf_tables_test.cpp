@@ -9,7 +9,7 @@ namespace {
 
 using testing::IsEmpty;
 
-const std::string Header = "FIELDNAME|VISIBLE|COPY|BLOB|DISPLAY|CSVNAME|DATATYPE|FORMULA\n";
+const std::string InfHeader = "FIELDNAME|VISIBLE|COPY|BLOB|DISPLAY|CSVNAME|DATATYPE|FORMULA\n";
 
 class InfTable : public support::Program {
 protected:
@@ -28,7 +28,7 @@ TEST_F(InfTable, NewOneShowsOneOfOneWithEightEmptyValues) {
     EXPECT_EQ(TitleCell(0), u"Inf Editor");
     EXPECT_EQ(TitleCell(1), u"1/1");
     EXPECT_EQ(Column(1), std::vector<Text>(8));
-    EXPECT_EQ(File("meter.txt"), Header + "|||||||\n");
+    EXPECT_EQ(File("meter.txt"), InfHeader + "|||||||\n");
     EXPECT_EQ(Screens.RecordReturnScreen, ScrInstalledDrivers);
 }
 
@@ -45,7 +45,7 @@ TEST_P(InfTableWithoutRows, GetsABlankRowWhenADownloadIsOpened) {
     OpenDownload("");
     EXPECT_EQ(Screen(), ScrInfRecord);
     EXPECT_EQ(TitleCell(1), u"1/1");
-    EXPECT_EQ(File("meter.txt"), Header + "|||||||\n");
+    EXPECT_EQ(File("meter.txt"), InfHeader + "|||||||\n");
     EXPECT_EQ(Inf.InfFields.size(), 1U);
 }
 
@@ -53,7 +53,7 @@ TEST_P(InfTableWithoutRows, GetsABlankRowWhenItIsEdited) {
     OpenInfEditor(u"Meter");
     EXPECT_EQ(TitleCell(1), u"1/1");
     EXPECT_EQ(Column(1), std::vector<Text>(8));
-    EXPECT_EQ(File("meter.txt"), Header + "|||||||\n");
+    EXPECT_EQ(File("meter.txt"), InfHeader + "|||||||\n");
 }
 
 TEST_P(InfTableWithoutRows, GetsABlankRowWhenItsColumnsAreShown) {
@@ -61,7 +61,7 @@ TEST_P(InfTableWithoutRows, GetsABlankRowWhenItsColumnsAreShown) {
     MenuEvent(u"Show/Hide Columns...");
     EXPECT_EQ(Device.Main().Rows(), 1);
     GoBack();
-    EXPECT_EQ(File("meter.txt"), Header + "|0||||||\n");
+    EXPECT_EQ(File("meter.txt"), InfHeader + "|0||||||\n");
 }
 
 INSTANTIATE_TEST_SUITE_P(Rows, InfTableWithoutRows,
@@ -72,9 +72,9 @@ INSTANTIATE_TEST_SUITE_P(Rows, InfTableWithoutRows,
 TEST_F(InfTable, ThatAnotherToolIsJustWritingIsLookedAtASecondTime) {
     InstallMeter();
     Put("meter.txt", "");
-    Device.WhileItPauses([this] { Put("meter.txt", Header + "Place|1||||||\n"); });
+    Device.WhileItPauses([this] { Put("meter.txt", InfHeader + "Place|1||||||\n"); });
     OpenDownload("");
-    EXPECT_EQ(File("meter.txt"), Header + "Place|1||||||\n");
+    EXPECT_EQ(File("meter.txt"), InfHeader + "Place|1||||||\n");
     EXPECT_EQ(Cell(0), u"Place");
 }
 
@@ -127,7 +127,7 @@ TEST_F(InfTable, NamesForOtherToolsSurviveEditing) {
     Tap(0, 1);
     Type(u"b");
     GoBack();
-    EXPECT_EQ(File("meter.txt"), Header + "b|1||||csv name||\n");
+    EXPECT_EQ(File("meter.txt"), InfHeader + "b|1||||csv name||\n");
 }
 
 TEST_F(InfTable, RowIsTakenFieldByField) {

@@ -19,12 +19,12 @@ using testing::Pair;
 
 using Lines = std::vector<std::string>;
 
-const std::string Header = "Place|Moisture|Remark";
+const std::string SharedHeader = "Place|Moisture|Remark";
 const Lines Old = {"a|1|", "b|1 %|x", "c|3|"};
 const Text TheFolderIsGone = u"its folder is gone";
 
 std::string Joined(const Lines& rows) {
-    std::string bytes = Header + "\n";
+    std::string bytes = SharedHeader + "\n";
     for (const std::string& row : rows)
         bytes += row + "\n";
     return bytes;
@@ -226,9 +226,9 @@ TEST_P(SharedRecord, OfAFileThatWasEmptiedIsKeptBeside) {
 }
 
 TEST_P(SharedRecord, OfAFileThatWasCutToItsHeaderIsKeptBeside) {
-    Do([this] { Put("qrn0001.txt", Header + "\n"); });
+    Do([this] { Put("qrn0001.txt", SharedHeader + "\n"); });
     // A record is always on the screen: where none is left a blank one is added.
-    ExpectKeptBeside(Leaves() ? Header + "\n" : Joined({"||"}));
+    ExpectKeptBeside(Leaves() ? SharedHeader + "\n" : Joined({"||"}));
     ExpectShown("||", 1, 1);
 }
 
