@@ -11,7 +11,7 @@ backends::DeviceOptions OptionsFor(const std::string& root, const std::string& p
     options.Root = root;
     options.StartMoment = *backends::MomentFromText("2007-03-05T09:30:00");
     if (!port.empty())
-        options.Ports.Pinned[1] = port;
+        options.Ports.Pinned[1] = backends::PathAddress(port);
     return options;
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "apps/options/device_options.h"
 
+#include "backends/serial/byte_sources.h"
 #include "backends/simulated/device_profiles.h"
 
 #include <CLI/CLI.hpp>
@@ -13,6 +14,7 @@ namespace apps {
 
 namespace {
 
+using backends::PortAddress;
 using backends::ScreenSize;
 using modStringTools::FromBytes;
 
@@ -75,15 +77,17 @@ std::string WithoutCom(const std::string& name) {
                : name;
 }
 
-void AddPort(const std::string& text, PortNaming naming, std::map<std::int32_t, std::string>& ports) {
-    const bool alsoCom = naming == PortNaming::NumberOrCom;
+void AddPort(const std::string& text, std::map<std::int32_t, PortAddress>& ports) {
     const std::size_t equals = text.find('=');
-    const std::string name = text.substr(0, equals);
-    const auto number = NumberFrom<std::int32_t>(alsoCom ? WithoutCom(name) : name);
+    const auto number = NumberFrom<std::int32_t>(WithoutCom(text.substr(0, equals)));
     if (equals == std::string::npos || !number || *number < 0 || equals + 1 == text.size())
-        Refuse("--port", text,
-               std::string("is not of the form ") + (alsoCom ? "N" : "ID") + "=PATH, such as 1=/dev/rfcomm0");
-    ports[*number] = text.substr(equals + 1);
+        Refuse("--port", text, "is not of the form N=ADDRESS, such as 1=/dev/rfcomm0");
+    const auto reading = backends::ReadAddress(text.substr(equals + 1));
+    if (!reading.Address)
+        Refuse("--port", text, reading.Error);
+    if (const std::string missing = backends::WhyNotBuilt(*reading.Address); !missing.empty())
+        Refuse("--port", text, missing);
+    ports[*number] = *reading.Address;
 }
 
 std::string Help(const std::string& what, const std::string& byDefault) {
@@ -107,8 +111,11 @@ void AddDeviceOptions(CLI::App& app, DeviceWords& words) {
     app.add_option("--settings", words.Settings, Help("Settings file", words.Defaults.Settings));
 }
 
-void AddPortOption(CLI::App& app, DeviceWords& words, const std::string& help) {
-    app.add_option("--port", words.Ports, help)->expected(1)->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+void AddPortOption(CLI::App& app, DeviceWords& words, const std::string& without) {
+    app.add_option("--port", words.Ports,
+                   "What stands behind a port number, N=[PROFILE@]ADDRESS or ComN=...; repeatable; " + without)
+        ->expected(1)
+        ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
 }
 
 backends::DeviceOptions UnderstoodDevice(const DeviceWords& words) {
@@ -124,8 +131,17 @@ backends::DeviceOptions UnderstoodDevice(const DeviceWords& words) {
         device.Volumes.push_back(VolumeFrom(volume));
     device.Settings = words.Settings;
     for (const std::string& port : words.Ports)
-        AddPort(port, words.Defaults.Ports, device.Ports.Pinned);
+        AddPort(port, device.Ports.Pinned);
     return device;
+}
+
+std::string AddressHelp() {
+    return R"(Addresses, of what stands behind a port:
+  /PATH             a serial device or pseudo terminal, colons included; any other path with ./ in front
+  tcp:HOST:PORT     a listener elsewhere, such as a device server; [HOST] where it has colons
+  exec:COMMAND      what a command writes on its standard output; /bin/sh runs it as whoever runs this program
+  bt:MAC[#CHANNEL]  a Bluetooth device; not built yet, and no more is PROFILE@ in front of an address
+)";
 }
 
 std::string DeviceTable() {

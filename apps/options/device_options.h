@@ -11,18 +11,11 @@
 
 namespace apps {
 
-/// How a port may be called in front of its path.
-enum class PortNaming {
-    Number,      ///< "3"
-    NumberOrCom, ///< "Com3" as well, in any case
-};
-
 /// What differs from program to program.
 struct DeviceDefaults {
     std::string Device;   ///< as it would be said
     std::string Root;     ///< for people
     std::string Settings; ///< for people
-    PortNaming Ports = PortNaming::Number;
 };
 
 /// What a command line says of the device, before it is looked at.
@@ -42,10 +35,14 @@ struct DeviceWords {
 
 /// Every option but --port.
 void AddDeviceOptions(CLI::App& app, DeviceWords& words);
-void AddPortOption(CLI::App& app, DeviceWords& words, const std::string& help);
+/// `without` says what a port is that the option does not name.
+void AddPortOption(CLI::App& app, DeviceWords& words, const std::string& without);
 
 /// Root and settings stay empty where nothing is said of them. Inside of ReadCommandLine, as it may Refuse.
 backends::DeviceOptions UnderstoodDevice(const DeviceWords& words);
+
+/// The kinds of addresses that --port takes, a line each.
+std::string AddressHelp();
 
 /// A row a kind of device: its name, type, screen, version and volume.
 std::string DeviceTable();

@@ -21,8 +21,7 @@ constexpr const char* DefaultMoment = "2007-03-05T09:30:00";
 
 /// What the command line says, before it is looked at.
 struct Words {
-    apps::DeviceWords Device{
-        {"0", "$XDG_DATA_HOME/quorin", "settings.ini in the root folder", apps::PortNaming::Number}};
+    apps::DeviceWords Device{{"0", "$XDG_DATA_HOME/quorin", "settings.ini in the root folder"}};
     std::string Clock = "virtual";
     std::string Now = DefaultMoment;
     std::string Script;
@@ -70,7 +69,7 @@ std::string KeyHelp() {
 
 std::string Footer() {
     return "Devices, each of whose figures an option of its own overrides; a type without a row is as \"other\":\n" +
-           apps::DeviceTable() + "\nKeys: " + KeyHelp() +
+           apps::DeviceTable() + "\n" + apps::AddressHelp() + "\nKeys: " + KeyHelp() +
            ".\n\nCommands, one a line, from SCRIPT or standard input:\n" + CommandHelp() + R"(
 TEXT is the rest of the line as it stands or, where it begins with a double quote, a JSON string. Empty lines and lines
 that begin with # are skipped.
@@ -96,8 +95,7 @@ void Describe(CLI::App& app, Words& words) {
         ->check(CLI::IsMember({"virtual", "real"}))
         ->capture_default_str();
     app.add_option("--now", words.Now, "Where the virtual clock starts")->capture_default_str();
-    apps::AddPortOption(app, words.Device,
-                        "A serial device behind a port number, ID=PATH, repeatable; a port without one is simulated");
+    apps::AddPortOption(app, words.Device, "any other is simulated");
     app.add_flag("--strict", words.Strict, "Stop at the first command that fails");
     app.set_version_flag("--version", apps::VersionText("quorin-console"));
 }

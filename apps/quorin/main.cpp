@@ -163,7 +163,8 @@ int main(int count, char** words) {
         instrument.emplace();
         if (instrument->Port().empty())
             return NotStarted("the simulated instrument could not be started: " + instrument->Problem());
-        options.Device.Ports.Pinned.emplace(quorin::DemoPort, instrument->Port()); // a pin of the person counts
+        options.Device.Ports.Pinned.emplace(
+            quorin::DemoPort, backends::PathAddress(instrument->Port())); // a pin of the person counts
     }
     backends::RootLock lock;
     const LockResult locked = lock.Take(root, "quorin");

@@ -20,8 +20,7 @@ constexpr std::int32_t SmallScreen = 160; ///< pixels across, too few to be read
 
 /// What the command line says, before it is looked at.
 struct Words {
-    apps::DeviceWords Device{
-        {"desktop", "$XDG_DATA_HOME/quorin", "$XDG_CONFIG_HOME/quorin/settings.ini", apps::PortNaming::NumberOrCom}};
+    apps::DeviceWords Device{{"desktop", "$XDG_DATA_HOME/quorin", "$XDG_CONFIG_HOME/quorin/settings.ini"}};
     bool ListPorts = false;
     bool Demo = false;
     std::optional<std::string> Scale;
@@ -55,9 +54,9 @@ Options Understood(const Words& words) {
 
 std::string Footer(const std::string& keyHelp) {
     return "Devices, each of whose figures an option of its own overrides; a type without a row is as \"other\":\n" +
-           apps::DeviceTable() + R"(
+           apps::DeviceTable() + "\n" + apps::AddressHelp() + R"(
 Ports: "ComN" means the first of these that is there, each time that the port is opened:
-  1. the PATH of --port N=PATH, in any case
+  1. the ADDRESS of --port N=ADDRESS, in any case
   2. /dev/rfcomm(N-1), a Bluetooth serial device
   3. the N-th of the adapters, /dev/ttyUSB* before /dev/ttyACM*
   4. /dev/ttyS(N-1), a port of the machine's own
@@ -75,7 +74,7 @@ on a root folder.
 
 void Describe(CLI::App& app, Words& words) {
     apps::AddDeviceOptions(app, words.Device);
-    apps::AddPortOption(app, words.Device, "The serial device that a port is, N=PATH or ComN=PATH; repeatable");
+    apps::AddPortOption(app, words.Device, "any other is found by the rule below");
     app.add_flag("--ports", words.ListPorts, "List the serial ports and what they are called, and end");
     app.add_flag("--demo", words.Demo, "Run with a sample driver, and a simulated instrument at port 1");
     app.add_option("--scale", words.Scale,

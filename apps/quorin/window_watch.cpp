@@ -83,6 +83,12 @@ const std::string& WindowWatch::TroubleOf(const std::string& path, platform::Err
     return Trouble.Words;
 }
 
+std::string WindowWatch::TroubleOfPort() {
+    const std::string& told = Device->serial.Trouble();
+    const std::string& address = Device->serial.Address();
+    return told.empty() ? TroubleOf(address, Device->serial.LastOpening()) : address + ": " + told;
+}
+
 LinkView WindowWatch::Link() {
     const Text port = modQuorin::GetSetting(u"ComPort", u"OFF");
     LinkView link;
@@ -93,11 +99,11 @@ LinkView WindowWatch::Link() {
     link.Held = Device->boxes.Piled();
     link.Waits = Device->serial.WaitingCharacters();
     if (link.Road == LinkRoad::Serial) {
-        link.Path = Device->serial.HostPath();
+        link.Path = Device->serial.Address();
         link.Open = Device->serial.PortOpen();
         link.Heard = Device->serial.Heard();
         if (Device->serial.LastOpening() != platform::NoError)
-            link.Trouble = TroubleOf(link.Path, Device->serial.LastOpening());
+            link.Trouble = TroubleOfPort();
     }
     if (LastRecord)
         link.RecordAge = std::chrono::duration_cast<std::chrono::seconds>(Now() - *LastRecord).count();

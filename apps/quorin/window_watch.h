@@ -38,6 +38,7 @@ private:
     static Moment Now();
     LinkView Link();
     void ShowWorst();
+    std::string TroubleOfPort();
     const std::string& TroubleOf(const std::string& path, platform::ErrorNumber error);
 
     backends::qt::QtPlatform* Device = nullptr;

@@ -17,8 +17,6 @@ namespace {
 constexpr const char16_t* LineSettings = u"9600,N,8,1";
 
 constexpr int RfcommProtocol = 3;
-constexpr int HighestChannel = 30;
-constexpr std::size_t AddressLength = 17; // of "00:11:22:33:44:55"
 
 // The kernel's layouts. Debian has their header in a package of its own, with a library that nothing here needs.
 struct DeviceAddress {
@@ -45,28 +43,6 @@ private:
     Descriptor Socket;
 };
 
-int HexValue(char digit) {
-    if (digit >= '0' && digit <= '9')
-        return digit - '0';
-    if (digit >= 'A' && digit <= 'F')
-        return digit - 'A' + 10;
-    return digit >= 'a' && digit <= 'f' ? digit - 'a' + 10 : -1;
-}
-
-std::optional<std::uint8_t> ChannelFrom(const std::string& afterAddress) {
-    if (afterAddress.empty())
-        return std::uint8_t{1};
-    int channel = 0;
-    for (std::size_t at = 1; at < afterAddress.size(); ++at) {
-        if (at > 2 || afterAddress[at] < '0' || afterAddress[at] > '9')
-            return std::nullopt;
-        channel = channel * 10 + (afterAddress[at] - '0');
-    }
-    if (afterAddress[0] != '#' || channel < 1 || channel > HighestChannel)
-        return std::nullopt;
-    return static_cast<std::uint8_t>(channel);
-}
-
 ErrorNumber OpenDevice(const std::string& path, std::unique_ptr<Connection>& connection) {
     // What is no device is not even opened: a pipe would let its other end go on.
     struct stat found {};
@@ -92,25 +68,6 @@ ErrorNumber OpenBluetooth(const BluetoothConnect& connect, const BluetoothAddres
 }
 
 } // namespace
-
-std::optional<BluetoothAddress> BluetoothAddressFrom(const std::string& name) {
-    if (name.size() < AddressLength)
-        return std::nullopt;
-    BluetoothAddress address;
-    for (std::size_t byte = 0; byte < address.Bytes.size(); ++byte) {
-        const int high = HexValue(name[byte * 3]);
-        const int low = HexValue(name[byte * 3 + 1]);
-        const bool ends = byte + 1 == address.Bytes.size();
-        if (high < 0 || low < 0 || (!ends && name[byte * 3 + 2] != ':'))
-            return std::nullopt;
-        address.Bytes[byte] = static_cast<std::uint8_t>(high * 16 + low);
-    }
-    const auto channel = ChannelFrom(name.substr(AddressLength));
-    if (!channel)
-        return std::nullopt;
-    address.Channel = *channel;
-    return address;
-}
 
 std::array<std::uint8_t, 10> SocketAddress(const BluetoothAddress& address) {
     RfcommSocketAddress socketAddress{};

@@ -3,25 +3,16 @@
 #pragma once
 
 #include "backends/files/host_files.h"
+#include "backends/serial/port_address.h"
 #include "src/view/platform/device.h"
 
 #include <array>
 #include <cstdint>
 #include <functional>
-#include <optional>
 
 namespace backends {
 
 using namespace platform;
-
-/// A serial channel of a Bluetooth device.
-struct BluetoothAddress {
-    std::array<std::uint8_t, 6> Bytes{}; ///< in the order in which people write them
-    std::uint8_t Channel = 1;            ///< 1 to 30
-};
-
-/// Reads "00:11:22:33:44:55" and "00:11:22:33:44:55#3"; nothing for any other text.
-std::optional<BluetoothAddress> BluetoothAddressFrom(const std::string& name);
 
 /// The address as connect(2) takes it.
 std::array<std::uint8_t, 10> SocketAddress(const BluetoothAddress& address);

@@ -93,8 +93,12 @@ void Survey::AddLinks() {
 }
 
 void Survey::AddPins() {
-    for (const auto& [number, path] : Where.Pinned)
-        RowOf(path).Row.Numbers.push_back({number, true});
+    for (const auto& [number, address] : Where.Pinned) {
+        Found& found = RowOf(AddressText(address));
+        found.Row.Numbers.push_back({number, true});
+        if (address.Kind != AddressKind::Path)
+            found.Row.State = PortState::Elsewhere;
+    }
 }
 
 void Survey::AddRuleNumbers() {
@@ -121,6 +125,8 @@ std::optional<PortHolder> Survey::Holder(const Found& found, const std::map<std:
 
 void Survey::Judge(Found& found, const std::map<std::string, PortHolder>& holders) const {
     const std::string& path = found.Row.Path;
+    if (found.Row.State == PortState::Elsewhere)
+        return;
     if (found.Canonical.empty())
         return Give(found, PortState::Gone, OpeningFailed(path, ENOENT));
     if (!IsCharacterDevice(path))
@@ -159,7 +165,8 @@ std::vector<PortRow> Survey::Rows() {
     std::vector<PortRow> rows;
     for (Found& found : List) {
         Judge(found, holders);
-        found.Row.Name = Where.Describe(found.Row.Path);
+        if (found.Row.State != PortState::Elsewhere)
+            found.Row.Name = Where.Describe(found.Row.Path);
         std::stable_sort(found.Row.Numbers.begin(), found.Row.Numbers.end(),
                          [](const PortName& a, const PortName& b) { return a.Number < b.Number; });
         rows.push_back(std::move(found.Row));
@@ -181,6 +188,8 @@ const char* Word(PortState state) {
         return "gone";
     case PortState::Failing:
         return "can't be opened";
+    case PortState::Elsewhere:
+        return "elsewhere, was not opened";
     }
     return "";
 }

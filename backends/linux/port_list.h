@@ -4,6 +4,7 @@
 
 #include "backends/linux/port_troubles.h"
 #include "backends/linux/udev_names.h"
+#include "backends/serial/port_address.h"
 
 #include <cstdint>
 #include <functional>
@@ -20,6 +21,7 @@ enum class PortState {
     Refused, ///< for want of permission
     Gone,
     Failing,
+    Elsewhere, ///< behind an address that is no device of this machine, and was not opened
 };
 
 struct PortName {
@@ -28,12 +30,12 @@ struct PortName {
 };
 
 struct PortRow {
-    std::string Path;
+    std::string Path;               ///< or the address of what is elsewhere
     std::vector<std::string> Links; ///< names in `serial/by-id` that lead to it
     DeviceName Name;
     std::vector<PortName> Numbers;
     PortState State = PortState::Ready;
-    PortTrouble Trouble; ///< empty for Ready and Untried
+    PortTrouble Trouble; ///< empty for Ready, Untried and Elsewhere
 };
 
 /// The lines that a person reads, each with its end.
@@ -48,7 +50,7 @@ int TryPort(const std::string& path, PortTrial trial);
 
 /// Where a survey looks, and by what means.
 struct PortSurvey {
-    std::map<std::int32_t, std::string> Pinned;
+    std::map<std::int32_t, PortAddress> Pinned;
     std::string DeviceFolder = "/dev";
     std::string SystemFolder = "/sys";
     std::string ProcessFolder = "/proc";

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "backends/loop/serial_ports.h"
 
+#include <utility>
+
 namespace backends {
 
 namespace {
@@ -22,21 +24,40 @@ ErrorNumber DeviceSerial::SetPortOpen(bool open) {
 ErrorNumber DeviceSerial::OpenPort() {
     HasHeard = false;
     const auto pinned = Paths.Pinned.find(Id);
-    if (pinned != Paths.Pinned.end())
-        Outcome = OpenHostPort(pinned->second);
-    else
-        Outcome = Paths.Find ? OpenHostPort(Paths.Find(Id)) : OpenSimulatedPort();
+    OnSource = pinned != Paths.Pinned.end() || Paths.Find;
+    if (OnSource) {
+        const SourceTrouble trouble =
+            OpenSource(pinned != Paths.Pinned.end() ? pinned->second : PathAddress(Paths.Find(Id)));
+        Outcome = trouble.Error;
+        LastTrouble = trouble.Why;
+    } else {
+        Outcome = OpenSimulatedPort();
+    }
     Open = Outcome == NoError;
     return Outcome;
 }
 
-ErrorNumber DeviceSerial::OpenHostPort(const std::string& path) {
-    LastPath = path;
-    return path.empty() ? FileNotFound : Real.Open(path, Line);
+/// A listener or a command may be there again at once. One opening fails all the same, or nobody would ever see that
+/// the link was lost.
+SourceTrouble DeviceSerial::OpenSource(const PortAddress& address) {
+    LastAddress = AddressText(address);
+    if (LastAddress.empty())
+        return {FileNotFound, {}};
+    if (!Source || address != AddressOfSource) {
+        Source = MakeSource(address);
+        AddressOfSource = address;
+        Ending.clear();
+    }
+    if (!Source)
+        return {NotAvailable, WhyNotBuilt(address)};
+    if (!Ending.empty())
+        return {NotAvailable, std::exchange(Ending, {})};
+    return Source->Open(Line);
 }
 
 ErrorNumber DeviceSerial::OpenSimulatedPort() {
-    LastPath.clear();
+    LastAddress.clear();
+    LastTrouble.clear();
     if (FailuresLeft == 0)
         return NoError;
     if (FailuresLeft > 0)
@@ -46,11 +67,14 @@ ErrorNumber DeviceSerial::OpenSimulatedPort() {
 
 /// What a device has received stays to be read, also when nobody has looked yet.
 void DeviceSerial::ClosePort() {
-    if (Real.IsOpen())
-        TakeFromDevice();
-    else
+    if (OnSource) {
+        TakeFromSource();
+        Source->Close();
+        Decoder.Reset();
+        Ending.clear();
+    } else {
         Waiting.clear();
-    Real.Close();
+    }
     Open = false;
 }
 
@@ -69,17 +93,34 @@ void DeviceSerial::Drop() {
     ClosePort();
 }
 
-void DeviceSerial::TakeFromDevice() {
-    if (!Real.IsOpen())
+void DeviceSerial::Arrive(Text text) {
+    if (BytesCame)
+        BytesCame(modStringTools::ToBytes(text));
+    modStringTools::BlankNuls(text);
+    Waiting += text;
+}
+
+void DeviceSerial::TakeFromSource() {
+    if (!Source)
         return;
-    const std::size_t before = Waiting.size();
-    if (Real.ReadAvailable(Waiting) == ReadState::Gone)
+    std::string bytes;
+    const ReadState state = Source->TakeAvailable(bytes);
+    if (!bytes.empty()) {
+        if (BytesCame)
+            BytesCame(bytes);
+        const Text characters = Decoder.Decode(bytes);
+        Waiting += characters;
+        HasHeard = HasHeard || !characters.empty();
+    }
+    if (Open && OnSource && state == ReadState::Gone) {
         Open = false;
-    HasHeard = HasHeard || Waiting.size() > before;
+        Decoder.Reset();
+        Ending = Source->Ending();
+    }
 }
 
 bool DeviceSerial::RaiseWhatIsPending() {
-    TakeFromDevice();
+    TakeFromSource();
     if (Held && Held())
         return false;
     if (Threshold <= 0 || static_cast<std::int32_t>(Waiting.size()) < Threshold)

@@ -1,23 +1,26 @@
 // SPDX-License-Identifier: MIT
-// The serial port control over the machine's devices, and over simulated ones.
+// The serial port control over the sources of bytes that there are, and over simulated ports.
 #pragma once
 
 #include "backends/loop/event_loop.h"
-#include "backends/serial/host_serial_port.h"
+#include "backends/serial/byte_sources.h"
+#include "backends/serial/serial_text.h"
 #include "src/view/platform/device.h"
 
 #include <functional>
 #include <map>
+#include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace backends {
 
 using namespace platform;
 
-/// Host paths behind port numbers.
+/// What stands behind port numbers.
 struct PortPaths {
-    std::map<std::int32_t, std::string> Pinned;
+    std::map<std::int32_t, PortAddress> Pinned;
     /// Asked at each opening for a number that is not pinned; an empty path means that there is no device. Without it
     /// such a port is simulated.
     std::function<std::string(std::int32_t)> Find;
@@ -44,21 +47,23 @@ public:
     std::function<bool()> Held;
     std::size_t WaitingCharacters() const { return Waiting.size(); }
 
-    int Descriptor() override { return Real.Descriptor(); }
+    int Descriptor() override { return Source ? Source->Descriptor() : -1; }
     bool RaiseWhatIsPending() override;
 
-    /// What happened at the port, for people: the host path of the last opening, what came of it, and whether anything
-    /// has been read since the port was opened.
-    const std::string& HostPath() const { return LastPath; }
+    /// The observer of the line: called with all bytes that come, in their order, before they are decoded. What arrives
+    /// at a simulated port is UTF-8 there.
+    std::function<void(std::string_view bytes)> BytesCame;
+
+    /// What happened at the port, for people: the address of the last opening, what came of it, why where the number
+    /// does not tell, and whether anything has been read since the port was opened.
+    const std::string& Address() const { return LastAddress; }
     ErrorNumber LastOpening() const { return Outcome; }
+    const std::string& Trouble() const { return LastTrouble; }
     bool Heard() const { return HasHeard; }
 
     // The hand of the simulated port.
-    bool SimulatedPortOpen() const { return Open && !Real.IsOpen(); }
-    void Arrive(Text text) {
-        modStringTools::BlankNuls(text);
-        Waiting += text;
-    }
+    bool SimulatedPortOpen() const { return Open && !OnSource; }
+    void Arrive(Text text);
     void FailOpenings(std::int32_t count) { FailuresLeft = count; } ///< -1 means all
     void Drop();
 
@@ -66,10 +71,10 @@ private:
     static constexpr std::int32_t CharactersReceived = 2;
 
     ErrorNumber OpenPort();
-    ErrorNumber OpenHostPort(const std::string& path);
+    SourceTrouble OpenSource(const PortAddress& address);
     ErrorNumber OpenSimulatedPort();
     void ClosePort();
-    void TakeFromDevice();
+    void TakeFromSource();
 
     PortPaths Paths;
     void (*Receive)();
@@ -80,8 +85,13 @@ private:
     Text Waiting;
     std::size_t Given = 0; ///< characters to the event that is being handled
     std::int32_t FailuresLeft = 0;
-    SerialDevice Real;
-    std::string LastPath;
+    PortAddress AddressOfSource;
+    std::unique_ptr<ByteSource> Source; ///< of the last opening that had one
+    bool OnSource = false;              ///< it is what is open
+    SerialText Decoder;
+    std::string Ending; ///< why the source went away, while no opening has told it
+    std::string LastAddress;
+    std::string LastTrouble;
     ErrorNumber Outcome = NoError;
     bool HasHeard = false;
 };

@@ -15,9 +15,6 @@ namespace backends {
 
 namespace {
 
-constexpr std::size_t BlockSize = 4096;
-constexpr int BlocksAtATime = 16;
-
 struct Speed {
     std::int32_t BitsPerSecond;
     speed_t Code;
@@ -133,27 +130,16 @@ void SerialDevice::Close() {
     // The mark outlives the descriptor where somebody else has the terminal open as well.
     ::ioctl(Port.Number(), TIOCNXCL);
     Port.Close();
-    Decoder.Reset();
 }
 
-ReadState SerialDevice::ReadAvailable(Text& text) {
-    const std::size_t before = text.size();
-    std::array<char, BlockSize> block;
-    for (int blocks = 0; Port.Valid() && blocks < BlocksAtATime; ++blocks) {
-        const ssize_t count = ::read(Port.Number(), block.data(), block.size());
-        if (count > 0) {
-            text += Decoder.Decode({block.data(), static_cast<std::size_t>(count)});
-            continue;
-        }
-        if (count < 0 && (errno == EAGAIN || errno == EINTR))
-            break;
-        if (text.size() == before)
-            Close();
-        break;
-    }
-    if (text.size() > before)
-        return ReadState::Data;
-    return Port.Valid() ? ReadState::Nothing : ReadState::Gone;
+ReadState SerialDevice::ReadAvailable(std::string& bytes) {
+    if (!Port.Valid())
+        return ReadState::Gone;
+    int error = 0;
+    const ReadState state = ReadDescriptor(Port.Number(), bytes, error);
+    if (state == ReadState::Gone)
+        Close();
+    return state;
 }
 
 } // namespace backends

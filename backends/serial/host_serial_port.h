@@ -4,15 +4,9 @@
 #pragma once
 
 #include "backends/files/host_files.h"
-#include "backends/serial/serial_text.h"
+#include "backends/serial/byte_source.h"
 
 namespace backends {
-
-enum class ReadState {
-    Data,    ///< characters came
-    Nothing, ///< none so far, or not yet a whole one
-    Gone,    ///< the other end or the device is away, and the port has closed itself
-};
 
 class SerialDevice {
 public:
@@ -32,13 +26,12 @@ public:
     /// For poll or select; -1 when it is closed. It is ready when the device is gone, too.
     int Descriptor() const { return Port.Number(); }
 
-    /// Appends what can be read without waiting, up to 64 KB at a time. Characters that came before the device went are
-    /// given first, and the next call tells that it is gone.
-    ReadState ReadAvailable(Text& text);
+    /// Appends what can be read without waiting, up to 64 KB at a time. Bytes that came before the device went are
+    /// given first, and the next call returns Gone, as each does while it is closed.
+    ReadState ReadAvailable(std::string& bytes);
 
 private:
     backends::Descriptor Port;
-    SerialText Decoder;
 };
 
 } // namespace backends

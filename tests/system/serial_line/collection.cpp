@@ -18,7 +18,7 @@ constexpr std::size_t PieceSize = 2048;
 
 backends::DeviceOptions Behind(const Socket& socket) {
     backends::DeviceOptions options;
-    options.Ports.Pinned = {{1, socket.Path()}};
+    options.Ports.Pinned = {{1, backends::PathAddress(socket.Path())}};
     return options;
 }
 

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The whole road with the machine's clock: a second process at the other end of a pseudo terminal or of a mailbox.
+#include "tests/support/listener.h"
 #include "tests/support/running_console.h"
 #include "tests/support/running_instrument.h"
 
@@ -124,6 +125,31 @@ TEST_F(TheRoadOfAResult, LeadsFromAPseudoTerminalToASavedRow) {
     RunningInstrument meter({Root.Path("recording")});
     RunningConsole console({"--clock", "real", "--root", Root.Name(), "--port", "1=" + meter.FirstLine()});
     OpenTheDownload(console);
+    ExpectASavedRow(console);
+}
+
+TEST_F(TheRoadOfAResult, LeadsFromACommandToASavedRow) {
+    ListenOn("Com1");
+    Put("recording", Recording);
+    RunningConsole console({"--clock", "real", "--root", Root.Name(), "--port",
+                            "1=exec:cat '" + Root.Path("recording") + "'; exec sleep 60"});
+    OpenTheDownload(console);
+    ExpectASavedRow(console);
+}
+
+TEST_F(TheRoadOfAResult, LeadsFromAConnectionThatBreaksAndComesBackToASavedRow) {
+    ListenOn("Com1");
+    Listener meter;
+    RunningConsole console(
+        {"--clock", "real", "--root", Root.Name(), "--port", "1=tcp:localhost:" + std::to_string(meter.Port())});
+    OpenTheDownload(console);
+    EXPECT_TRUE(Shows(console, "Bluetooth :-)"));
+    meter.Accept();
+    meter.Drop();
+    EXPECT_TRUE(Shows(console, "Bluetooth :-("));
+    EXPECT_TRUE(Shows(console, "Bluetooth :-)"));
+    meter.Accept();
+    meter.Send(Recording);
     ExpectASavedRow(console);
 }
 

@@ -209,9 +209,11 @@ INSTANTIATE_TEST_SUITE_P(
                     Words{"--volume", "Card:\\=1.5"}, Words{"--clock", "slow"}, Words{"--clock", ""},
                     Words{"--now", "yesterday"}, Words{"--now", "2007-03-05"}, Words{"--now", "2007-02-30T00:00:00"},
                     Words{"--port", "1"}, Words{"--port", "x=/dev/null"}, Words{"--port", "1="},
-                    Words{"--port", "=/dev/null"}, Words{"--strict=maybe"}, Words{"one", "two"},
-                    Words{"--volume", "=5"}, Words{"--volume", "Card=5"}, Words{"--volume", "Card:\\=-5"},
-                    Words{"--port", "-1=/dev/null"}, Words{"/nowhere/script"}, Words{"/tmp"}, Words{"--root"}));
+                    Words{"--port", "=/dev/null"}, Words{"--port", "1=tcp:meter"},
+                    Words{"--port", "1=bt:00:11:22:33:44:55"}, Words{"--port", "1=meter@/dev/null"},
+                    Words{"--strict=maybe"}, Words{"one", "two"}, Words{"--volume", "=5"}, Words{"--volume", "Card=5"},
+                    Words{"--volume", "Card:\\=-5"}, Words{"--port", "-1=/dev/null"}, Words{"/nowhere/script"},
+                    Words{"/tmp"}, Words{"--root"}));
 
 /// An empty version is a version as well: no device of that kind has soft keys then.
 TEST_F(Console, TakesAnEmptyVersionAsItStands) {

@@ -191,7 +191,7 @@ TEST_P(ShownDemo, FillsARecordWithResults) {
     const DemoInstrument meter(std::chrono::seconds(1)); // results are taken while the line is quiet
     DeviceOptions options = OfType(GetParam());
     options.RealClock = true;
-    options.Ports.Pinned[DemoPort] = meter.Port();
+    options.Ports.Pinned[DemoPort] = backends::PathAddress(meter.Port());
     TestDevice device(options);
     for (int question = 0; question < 100; ++question)
         device.WillAnswer(platform::BoxAnswer::No); // on a slow machine the second round comes before we have looked

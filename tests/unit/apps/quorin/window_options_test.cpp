@@ -47,8 +47,8 @@ std::string Told(const Options& options) {
     for (const auto& volume : device.Volumes)
         text << "volume " << modStringTools::ToBytes(volume.Root) << " "
              << (volume.Kilobytes ? std::to_string(*volume.Kilobytes) : "fails") << "\n";
-    for (const auto& [number, path] : device.Ports.Pinned)
-        text << "port " << number << " " << path << "\n";
+    for (const auto& [number, address] : device.Ports.Pinned)
+        text << "port " << number << " " << backends::AddressText(address) << "\n";
     text << (device.Root.empty() ? "" : "root " + device.Root + "\n");
     text << (device.Settings.empty() ? "" : "settings " + device.Settings + "\n");
     text << (device.RealClock ? "" : "a clock that stands still\n");
@@ -102,6 +102,8 @@ INSTANTIATE_TEST_SUITE_P(
                     Row{{"--port", "COM12=a=b", "--port", "com1=/dev/y"},
                         Desktop + "port 1 /dev/y\nport 12 a=b\nscale 1\n"},
                     Row{{"--port", "3=/dev/x", "--port", "Com3=/dev/z"}, Desktop + "port 3 /dev/z\nscale 1\n"},
+                    Row{{"--port", "1=tcp:meter:5025", "--port", "2=exec:a b=c"},
+                        Desktop + "port 1 tcp:meter:5025\nport 2 exec:a b=c\nscale 1\n"},
                     Row{{"--ports"}, Desktop + "ports\nscale 1\n"}, Row{{"--demo"}, Desktop + "demo\nscale 1\n"},
                     Row{{"--scale", "0.5"}, Desktop + "scale 0.5\n"}, Row{{"--scale", "4"}, Desktop + "scale 4\n"},
                     Row{{"--scale=1.5", "--device=palm"}, "type 1\nscreen 160x160\nscale 1.5\n"}));
@@ -129,7 +131,7 @@ TEST_P(BadOptions, AreRefusedWithALineThatSaysWhy) {
 const std::string NoDevice = " is neither a device type, from 0 on, nor the name of a device";
 const std::string NoScreen = " is not of the form WxH, such as 240x320";
 const std::string NoVolume = " is not of the form ROOT=KB or ROOT=fail, such as Card:\\=65536";
-const std::string NoPort = " is not of the form N=PATH, such as 1=/dev/rfcomm0";
+const std::string NoPort = " is not of the form N=ADDRESS, such as 1=/dev/rfcomm0";
 const std::string NoScale = " is no number from 0.5 to 4, such as 1.5";
 
 INSTANTIATE_TEST_SUITE_P(
@@ -148,6 +150,13 @@ INSTANTIATE_TEST_SUITE_P(
         Row{{"--port", "ComCom1=/dev/x"}, "--port ComCom1=/dev/x:" + NoPort},
         Row{{"--port", "Com 1=/dev/x"}, "--port Com 1=/dev/x:" + NoPort},
         Row{{"--port", "LPT1=/dev/x"}, "--port LPT1=/dev/x:" + NoPort},
+        Row{{"--port", "1=tcp:x"},
+            "--port 1=tcp:x: is not of the form tcp:HOST:PORT, such as tcp:192.168.1.5:5025 or "
+            "tcp:[::1]:5025"},
+        Row{{"--port", "1=bt:00:11:22:33:44:55"},
+            "--port 1=bt:00:11:22:33:44:55: bt: is not built yet; bind the device by rfcomm and give /dev/rfcomm0"},
+        Row{{"--port", "1=meter@/dev/x"},
+            "--port 1=meter@/dev/x: a profile (meter@) is not built yet; give the address alone"},
         Row{{"--scale", "0.4"}, "--scale 0.4:" + NoScale}, Row{{"--scale", "4.1"}, "--scale 4.1:" + NoScale},
         Row{{"--scale", "1,5"}, "--scale 1,5:" + NoScale}, Row{{"--scale", "2x"}, "--scale 2x:" + NoScale},
         Row{{"--scale", ""}, "--scale :" + NoScale}, Row{{"--scale", "nan"}, "--scale nan:" + NoScale},

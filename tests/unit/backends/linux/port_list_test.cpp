@@ -10,6 +10,7 @@
 #include <sys/sysmacros.h>
 
 using namespace backends;
+namespace common = backends;
 using testing::ElementsAre;
 using testing::HasSubstr;
 
@@ -111,7 +112,7 @@ TEST_F(PortList, SaysWhichNumbersMeanADevice) {
 TEST_F(PortList, APinTakesANumberFromTheRule) {
     Port("ttyUSB0");
     Port("ttyUSB1");
-    Where.Pinned = {{1, Dev.Path("ttyUSB1")}};
+    Where.Pinned = {{1, PathAddress(Dev.Path("ttyUSB1"))}};
     EXPECT_EQ(Numbers("ttyUSB0"), "");
     EXPECT_EQ(Numbers("ttyUSB1"), "1! 2");
 }
@@ -119,7 +120,7 @@ TEST_F(PortList, APinTakesANumberFromTheRule) {
 TEST_F(PortList, APinByIdIsADevicesOwnRow) {
     Port("ttyUSB0");
     ById("usb-Meter-if00", "../../ttyUSB0");
-    Where.Pinned = {{7, Dev.Path("serial/by-id/usb-Meter-if00")}};
+    Where.Pinned = {{7, PathAddress(Dev.Path("serial/by-id/usb-Meter-if00"))}};
     EXPECT_THAT(Listed(), ElementsAre("ttyUSB0"));
     EXPECT_EQ(Numbers("ttyUSB0"), "1 7!");
 }
@@ -148,7 +149,7 @@ TEST_F(PortList, ALinkByIdThatLeadsNowhereIsGone) {
 }
 
 TEST_F(PortList, APinThatLeadsNowhereIsGone) {
-    Where.Pinned = {{2, Dev.Path("ttyUSB9")}, {3, Dev.Path("ttyUSB9")}};
+    Where.Pinned = {{2, PathAddress(Dev.Path("ttyUSB9"))}, {3, PathAddress(Dev.Path("ttyUSB9"))}};
     EXPECT_THAT(Listed(), ElementsAre("ttyUSB9"));
     EXPECT_EQ(Row("ttyUSB9").State, PortState::Gone);
     EXPECT_EQ(Numbers("ttyUSB9"), "2! 3!");
@@ -156,9 +157,20 @@ TEST_F(PortList, APinThatLeadsNowhereIsGone) {
 
 TEST_F(PortList, APinToAFileIsNoPort) {
     Dev.Put("notes.txt", "");
-    Where.Pinned = {{1, Dev.Path("notes.txt")}};
+    Where.Pinned = {{1, PathAddress(Dev.Path("notes.txt"))}};
     EXPECT_EQ(Row("notes.txt").State, PortState::Failing);
     EXPECT_EQ(Row("notes.txt").Trouble.Reason, "It is no serial port.");
+    EXPECT_TRUE(Tried.empty());
+}
+
+TEST_F(PortList, APinToWhatIsNoDeviceOfThisMachineIsListedAndNotTried) {
+    PortAddress meter;
+    meter.Kind = AddressKind::Tcp;
+    meter.Target = "meter";
+    meter.TcpPort = 5025;
+    Where.Pinned = {{4, meter}};
+    const auto rows = SerialPorts(Where);
+    EXPECT_EQ(PortTable(rows), "tcp:meter:5025: Com4 (pinned); elsewhere, was not opened\n");
     EXPECT_TRUE(Tried.empty());
 }
 
@@ -176,7 +188,7 @@ TEST_F(PortList, APortOfTheBoardIsNotOpenedUnderAnyOtherName) {
     if (mknod(Dev.Path("ttyS4").c_str(), S_IFCHR | 0600, makedev(1, 3)) != 0)
         GTEST_SKIP() << "only root can make a device";
     Dev.Link("ttyS4", "scale");
-    Where.Pinned = {{1, Dev.Path("scale")}};
+    Where.Pinned = {{1, PathAddress(Dev.Path("scale"))}};
     EXPECT_EQ(Row("scale").State, PortState::Untried);
     EXPECT_THAT(Tried, ElementsAre("look at " + Dev.Path("scale")));
 }

@@ -43,7 +43,7 @@ protected:
     }
 
     PseudoTerminal Instrument;
-    DeviceSerial Port{{{{1, Instrument.Path()}}, {}}, Receive};
+    DeviceSerial Port{{{{1, PathAddress(Instrument.Path())}}, {}}, Receive};
 };
 
 TEST_F(PortOnALine, RaisesItsEventForWhatHasCome) {
@@ -158,6 +158,54 @@ TEST_F(PortOnALine, IsClosedWhenTheOtherEndHasGone) {
     EXPECT_FALSE(Port.PortOpen());
     EXPECT_EQ(Port.Descriptor(), -1) << "nothing is left for the loop to wait for";
     EXPECT_EQ(Events, 0);
+}
+
+TEST_F(PortOnALine, PutsACharacterTogetherThatCameInTwoReads) {
+    Send("\xE2\x82");
+    EXPECT_FALSE(Port.RaiseWhatIsPending());
+    EXPECT_FALSE(Port.Heard()) << "no character is whole yet";
+    Send("\xAC");
+    EXPECT_TRUE(Port.RaiseWhatIsPending());
+    EXPECT_EQ(Port.ReadInput(), u"€");
+}
+
+TEST_F(PortOnALine, ForgetsHalfACharacterWhenItIsClosed) {
+    Send("\xE2\x82");
+    Port.SetPortOpen(false);
+    Open();
+    Send("\xAC");
+    Port.RaiseWhatIsPending();
+    EXPECT_EQ(Port.ReadInput(), u"¬");
+}
+
+TEST_F(PortOnALine, ShowsItsObserverTheBytesAsTheyCame) {
+    std::string seen;
+    Port.BytesCame = [this, &seen](std::string_view bytes) {
+        seen += bytes;
+        EXPECT_EQ(Port.WaitingCharacters(), 0U) << "nothing is decoded yet";
+    };
+    const std::string bytes("\0\xC2\xB5g \xB5\xE2", 7);
+    Send(bytes);
+    Port.RaiseWhatIsPending();
+    EXPECT_EQ(seen, bytes);
+    EXPECT_EQ(Port.ReadInput(), u" µg µ") << "a NUL is a blank, and the last byte waits for more";
+}
+
+TEST_F(PortOnALine, ShowsItsObserverWhatCameJustBeforeItWasClosed) {
+    std::string seen;
+    Port.BytesCame = [this, &seen](std::string_view bytes) { seen += bytes; };
+    Send("late\r\n");
+    Port.SetPortOpen(false);
+    EXPECT_EQ(seen, "late\r\n");
+}
+
+TEST(ObservedSimulatedPort, ShowsItsObserverWhatArrivesAsUtf8) {
+    DeviceSerial port({}, [] {});
+    std::string seen;
+    port.BytesCame = [&seen](std::string_view bytes) { seen += bytes; };
+    port.SetPortOpen(true);
+    port.Arrive(Text(u"µg") + char16_t{0});
+    EXPECT_EQ(seen, std::string("\xC2\xB5g\0", 4));
 }
 
 } // namespace

@@ -1,0 +1,147 @@
+// SPDX-License-Identifier: MIT
+#include "backends/serial/child_source.h"
+
+#include <cerrno>
+#include <chrono>
+#include <csignal>
+#include <fcntl.h>
+#include <sys/prctl.h>
+#include <sys/wait.h>
+#include <thread>
+#include <unistd.h>
+
+namespace backends {
+
+namespace {
+
+constexpr auto Grace = std::chrono::milliseconds(250);
+constexpr int LastSignal = 64;
+constexpr int FirstOwnDescriptor = 3;
+constexpr int StatusNotRun = 127;
+
+/// What the child does. After a fork of a process with threads nothing may be called here that takes a lock.
+[[noreturn]] void RunCommand(const char* command, pid_t owner, int input, int output) {
+    ::prctl(PR_SET_PDEATHSIG, SIGTERM); // however the owner ends
+    if (::getppid() != owner)           // it was gone before it could be watched
+        ::_exit(StatusNotRun);
+    // Of its own: a key that ends the program is for the program alone, and what the command starts can be ended.
+    ::setsid();
+    for (int number = 1; number <= LastSignal; ++number)
+        std::signal(number, SIG_DFL);
+    sigset_t none;
+    sigemptyset(&none);
+    ::sigprocmask(SIG_SETMASK, &none, nullptr);
+    ::dup2(input, STDIN_FILENO);
+    ::dup2(output, STDOUT_FILENO);
+    ::close_range(FirstOwnDescriptor, ~0U, 0); // the lock of the root folder among them
+    ::execl("/bin/sh", "sh", "-c", command, nullptr);
+    ::_exit(StatusNotRun);
+}
+
+bool MakePipe(Descriptor& reading, Descriptor& writing) {
+    int ends[2];
+    if (::pipe2(ends, O_CLOEXEC) != 0)
+        return false;
+    reading = Descriptor(ends[0]);
+    writing = Descriptor(ends[1]);
+    return true;
+}
+
+/// True if the process has ended; it stays to be reaped.
+bool HasEnded(pid_t process) {
+    siginfo_t found{};
+    const int outcome =
+        Repeated([&] { return ::waitid(P_PID, static_cast<id_t>(process), &found, WEXITED | WNOHANG | WNOWAIT); });
+    return outcome != 0 || found.si_pid == process;
+}
+
+bool EndsWithin(pid_t process, std::chrono::milliseconds time) {
+    const auto until = std::chrono::steady_clock::now() + time;
+    while (!HasEnded(process)) {
+        if (std::chrono::steady_clock::now() >= until)
+            return false;
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+    return true;
+}
+
+/// To the whole session; to the process itself where it has not made one yet.
+void SignalAll(pid_t process, int number) {
+    if (::kill(-process, number) != 0)
+        ::kill(process, number);
+}
+
+std::string EndingText(int status) {
+    if (WIFSIGNALED(status))
+        return "the command was ended by signal " + std::to_string(WTERMSIG(status));
+    return "the command has ended with status " + std::to_string(WEXITSTATUS(status));
+}
+
+} // namespace
+
+SourceTrouble ChildSource::Open(const Text&) {
+    Close();
+    std::signal(SIGCHLD, SIG_DFL); // who started this program may have had it ignored: nobody could wait for a child
+    backends::Descriptor input;
+    backends::Descriptor output;
+    if (!MakePipe(input, Input_) || !MakePipe(Output_, output) || ::fcntl(Output_.Number(), F_SETFL, O_NONBLOCK) != 0) {
+        const std::string why = ReasonOf(errno);
+        Close();
+        return {NotAvailable, why};
+    }
+    const pid_t owner = ::getpid();
+    Process_ = ::fork();
+    if (Process_ == 0)
+        RunCommand(Command_.c_str(), owner, input.Number(), output.Number());
+    if (Process_ < 0) {
+        const std::string why = ReasonOf(errno);
+        Close();
+        return {NotAvailable, why};
+    }
+    return {};
+}
+
+void ChildSource::Close() {
+    Input_.Close();
+    Output_.Close();
+    if (Process_ > 0) {
+        SignalAll(Process_, SIGTERM);
+        EndsWithin(Process_, Grace);
+        Reap();
+    }
+    Why_.clear();
+}
+
+/// What the command has started goes with it.
+void ChildSource::Reap() {
+    SignalAll(Process_, SIGKILL);
+    int status = 0;
+    Repeated([&] { return ::waitpid(Process_, &status, 0); });
+    Why_ = EndingText(status);
+    Process_ = -1;
+}
+
+/// The command may have ended and left its output open to something that it has started: that is an end as well. It is
+/// looked for first, as what the command has written is there when it has ended.
+ReadState ChildSource::TakeAvailable(std::string& bytes) {
+    if (!Output_.Valid())
+        return ReadState::Gone;
+    const bool ended = HasEnded(Process_);
+    int error = 0;
+    const ReadState state = ReadDescriptor(Output_.Number(), bytes, error);
+    if (state == ReadState::Data || (state == ReadState::Nothing && !ended))
+        return state;
+    // A command that has closed its output is about to end, as a rule, and its own status tells more than ours.
+    constexpr auto Moment = std::chrono::milliseconds(50);
+    if (!EndsWithin(Process_, Moment)) {
+        Close();
+        Why_ = "the command has closed its output";
+        return ReadState::Gone;
+    }
+    Input_.Close();
+    Output_.Close();
+    Reap();
+    return ReadState::Gone;
+}
+
+} // namespace backends

@@ -1,0 +1,66 @@
+// SPDX-License-Identifier: MIT
+// The bytes of a TCP connection to a listener elsewhere, such as a serial device server.
+#pragma once
+
+#include "backends/files/host_files.h"
+#include "backends/serial/byte_source.h"
+
+#include <atomic>
+#include <chrono>
+#include <cstdint>
+#include <memory>
+#include <netinet/in.h>
+#include <sys/socket.h>
+#include <vector>
+
+namespace backends {
+
+class TcpSource final : public ByteSource {
+public:
+    TcpSource(std::string host, std::uint16_t port) : Host_(std::move(host)), Port_(port) {}
+
+    /// Looks the host up, connects to the first of its addresses that answers, and is open once it is connected. Where
+    /// the host is a number of this machine's own that is at once.
+    SourceTrouble Open(const Text& lineSettings) override;
+    void Close() override;
+    ReadState TakeAvailable(std::string& bytes) override;
+    int Descriptor() const override { return Connected_ ? Socket_.Number() : -1; }
+    std::string Ending() const override { return Why_; }
+
+private:
+    using Moment = std::chrono::steady_clock::time_point;
+
+    struct HostAddress {
+        sockaddr_storage Bytes{};
+        socklen_t Length = 0;
+    };
+
+    /// What a thread of its own finds out: the system's look-up waits, for seconds where a network is bad. The thread
+    /// may outlive the source.
+    struct LookUp {
+        std::atomic<bool> Done{false};
+        std::vector<HostAddress> Found;
+        std::string Why; ///< nothing was found
+    };
+
+    static void Find(LookUp& lookUp, const std::string& host, std::uint16_t port, int flags);
+    void BeginLookUp();
+    bool TakeUpLookUp();
+    SourceTrouble TryAddresses();
+    bool BeginConnecting(const HostAddress& address);
+    enum class Progress { Connected, UnderWay, Failed };
+    Progress LookAtConnecting();
+    SourceTrouble Fail();
+
+    std::string Host_;
+    std::uint16_t Port_;
+    std::shared_ptr<LookUp> LookUp_; ///< under way
+    std::vector<HostAddress> Left_;  ///< addresses that were not tried yet, the next one last
+    backends::Descriptor Socket_;
+    bool Connected_ = false;
+    Moment Asked_{}; ///< when the source was last asked to be open
+    Moment Begun_{}; ///< when the connection under way was begun
+    std::string Why_;
+};
+
+} // namespace backends

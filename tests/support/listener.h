@@ -1,0 +1,76 @@
+// SPDX-License-Identifier: MIT
+// An instrument on the network: a listener of this machine on a port that the system chooses.
+#pragma once
+
+#include "tests/support/plugged_instrument.h"
+
+#include <arpa/inet.h>
+#include <cstdint>
+#include <netinet/in.h>
+#include <sys/socket.h>
+
+class Listener {
+public:
+    Listener() {
+        sockaddr_in address{};
+        address.sin_family = AF_INET;
+        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+        End = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+        Bind(address);
+        socklen_t size = sizeof address;
+        EXPECT_EQ(getsockname(End, reinterpret_cast<sockaddr*>(&address), &size), 0);
+        Number = ntohs(address.sin_port);
+    }
+    Listener(const Listener&) = delete;
+    Listener& operator=(const Listener&) = delete;
+    ~Listener() {
+        Drop();
+        Stop();
+    }
+
+    std::uint16_t Port() const { return Number; }
+
+    /// Waits for a connection and takes it.
+    void Accept() {
+        ASSERT_TRUE(Tells(End));
+        Drop();
+        Peer = accept4(End, nullptr, nullptr, SOCK_CLOEXEC);
+        ASSERT_GE(Peer, 0);
+    }
+    bool IsAsked(int milliseconds) const { return Tells(End, milliseconds); }
+    void Send(std::string_view bytes) const {
+        ASSERT_EQ(send(Peer, bytes.data(), bytes.size(), MSG_NOSIGNAL), static_cast<ssize_t>(bytes.size()));
+    }
+    /// True once the other side has ended the connection.
+    bool IsLeft() const {
+        char byte = 0;
+        return Tells(Peer) && recv(Peer, &byte, 1, 0) <= 0;
+    }
+    void Drop() {
+        if (Peer >= 0)
+            close(Peer);
+        Peer = -1;
+    }
+    /// Ends the connection without what is in order.
+    void Reset() {
+        const linger now{1, 0};
+        setsockopt(Peer, SOL_SOCKET, SO_LINGER, &now, sizeof now);
+        Drop();
+    }
+    /// Nobody listens at the port any more.
+    void Stop() {
+        if (End >= 0)
+            close(End);
+        End = -1;
+    }
+
+private:
+    void Bind(const sockaddr_in& address) const {
+        ASSERT_EQ(bind(End, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
+        ASSERT_EQ(listen(End, 4), 0);
+    }
+
+    int End = -1;
+    int Peer = -1;
+    std::uint16_t Number = 0;
+};
