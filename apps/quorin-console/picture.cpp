@@ -24,8 +24,6 @@ using Lines = std::vector<Text>;
 constexpr std::size_t PictureWidth = 80;
 constexpr std::size_t MarkWidth = 2; ///< what stands before a row: "> " for the selected one
 constexpr std::size_t RoomForText = PictureWidth - MarkWidth;
-constexpr std::int32_t AlignFoot = 1;
-constexpr std::int32_t AlignCentre = 2;
 
 /// How many columns of the terminal each column of the grids gets: of two the first has the share that the screen's row
 /// gives it, whether or not a scroll bar takes some of it.
@@ -46,10 +44,10 @@ Lines PaintedLines(const CellPicture& picture, std::size_t width) {
             lines.push_back(WithoutControls(text.Words));
             continue;
         }
-        if (text.VerticalAlign == AlignFoot)
+        if (text.Vertical == platform::AlignY::Foot)
             lines.emplace_back(); // it stands away from what is above it
         for (const Text& line : Wrapped(text.Words, width))
-            lines.push_back(text.HorizontalAlign == AlignCentre ? Centred(line, width) : line);
+            lines.push_back(text.Horizontal == platform::AlignX::Centre ? Centred(line, width) : line);
     }
     return lines;
 }

@@ -153,7 +153,7 @@ Json StateReport(const BackEnd& device) {
             {"ListKind", Utf8(modQuorin::Screens.ListKind)},
             {"LinkWanted", receive.LinkWanted},
             {"LinkOpen", link.LinkOpen},
-            {"LinkState", receive.LinkState},
+            {"LinkState", static_cast<std::int16_t>(receive.LinkState)},
             {"ServerMode", link.ServerMode},
             {"LinkHeld", device.Seen().boxes.Piled()},
             {"CharactersWaiting", device.serial.WaitingCharacters()},

@@ -81,7 +81,7 @@ ErrorNumber LineDatabase::CheckName(DatabaseId database) const {
     return place == found->second.File ? NoError : PathNotFound;
 }
 
-OpenedDatabase LineDatabase::Open(const Text& name, std::int32_t mode) {
+OpenedDatabase LineDatabase::Open(const Text& name, DatabaseMode mode) {
     OpenedDatabase opened;
     opened.Error = FoundAnew([&] {
         FileEntry file;
@@ -89,7 +89,8 @@ OpenedDatabase LineDatabase::Open(const Text& name, std::int32_t mode) {
         ErrorNumber error = FindFile(name, file, place);
         if (error != NoError)
             return IsMissing(error) ? FileNotFound : error;
-        opened.Id = Keep(name, std::move(place), LineTable::Open(std::move(file), mode != ModeRead, Patience, error));
+        opened.Id =
+            Keep(name, std::move(place), LineTable::Open(std::move(file), mode != DatabaseMode::Read, Patience, error));
         return error;
     });
     return opened;

@@ -21,7 +21,7 @@ class LineDatabase final : public RecordDatabase {
 public:
     explicit LineDatabase(PathMap paths) : Paths(std::move(paths)) {}
 
-    OpenedDatabase Open(const Text& name, std::int32_t mode) override;
+    OpenedDatabase Open(const Text& name, DatabaseMode mode) override;
     OpenedDatabase Create(const Text& name, std::int32_t typeCode, std::int32_t creatorCode) override;
     ErrorNumber Delete(const Text& name) override;
     void Close(DatabaseId database) override;

@@ -18,12 +18,12 @@ void RecordingCanvas::ClearCell() {
 }
 
 void RecordingCanvas::DrawLine(std::int32_t x, std::int32_t y, const Text& text) {
-    Cell().Texts.push_back({x, y, 0, 0, 0, 0, Fore, text});
+    Cell().Texts.push_back({x, y, 0, 0, AlignX::Start, AlignY::Top, Fore, text});
 }
 
 void RecordingCanvas::DrawBox(std::int32_t x, std::int32_t y, std::int32_t width, std::int32_t height,
-                              std::int32_t horizontalAlign, std::int32_t verticalAlign, const Text& text) {
-    Cell().Texts.push_back({x, y, width, height, horizontalAlign, verticalAlign, Fore, text});
+                              AlignX horizontal, AlignY vertical, const Text& text) {
+    Cell().Texts.push_back({x, y, width, height, horizontal, vertical, Fore, text});
 }
 
 } // namespace backends

@@ -14,8 +14,9 @@ using namespace platform;
 /// A text on a cell. Its box is in pixels of the grid; one that was drawn on a line has neither width nor height.
 struct PaintedText {
     std::int32_t X = 0, Y = 0, Width = 0, Height = 0;
-    std::int32_t HorizontalAlign = 0, VerticalAlign = 0; ///< as CellCanvas::DrawBox has them
-    std::int32_t Colour = 0;                             ///< 0xBBGGRR
+    AlignX Horizontal = AlignX::Start;
+    AlignY Vertical = AlignY::Top;
+    std::int32_t Colour = 0; ///< 0xBBGGRR
     Text Words;
     bool operator==(const PaintedText&) const = default;
 };
@@ -36,8 +37,8 @@ public:
     void FrameRect(std::int32_t x, std::int32_t y, std::int32_t width, std::int32_t height) override;
     void ClearCell() override;
     void DrawLine(std::int32_t x, std::int32_t y, const Text& text) override;
-    void DrawBox(std::int32_t x, std::int32_t y, std::int32_t width, std::int32_t height, std::int32_t horizontalAlign,
-                 std::int32_t verticalAlign, const Text& text) override;
+    void DrawBox(std::int32_t x, std::int32_t y, std::int32_t width, std::int32_t height, AlignX horizontal,
+                 AlignY vertical, const Text& text) override;
 
     /// Nothing for a cell that its painter left alone.
     const std::optional<CellPicture>& Picture() const { return Drawn; }

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "backends/grid/drawn_grid.h"
 
-#include "backends/grid/key_codes.h"
+#include "src/view/platform/keys.h"
 
 #include <algorithm>
 
@@ -21,24 +21,24 @@ void DrawnGrid::RowColChanged() {
 void DrawnGrid::TakeKey(std::int32_t keyCode) {
     if (!Enabled() || !Visible())
         return;
-    switch (keyCode) {
-    case KeyUp:
+    switch (Key{keyCode}) {
+    case Key::Up:
         SetRow(Row() - 1); // a row or a column outside of the grid is not taken
         break;
-    case KeyDown:
+    case Key::Down:
         SetRow(Row() + 1);
         break;
-    case KeyLeft:
+    case Key::Left:
         SetCol(Col() - 1);
         break;
-    case KeyRight:
+    case Key::Right:
         SetCol(Col() + 1);
         break;
-    case KeyPageUp:
+    case Key::PageUp:
         if (TurnsPages)
             TurnPageUp();
         break;
-    case KeyPageDown:
+    case Key::PageDown:
         if (TurnsPages)
             TurnPageDown();
         break;

@@ -48,8 +48,8 @@ public:
     void SetDefaultRowHeight(std::int32_t height) override { NewRowHeight = height; }
 
     bool RowOnScreen(std::int32_t row) const override;
-    std::int32_t GridMode() const { return Mode; }
-    void SetGridMode(std::int32_t mode) override { Mode = mode; }
+    GridStyle Style() const { return StyleSet; }
+    void SetGridMode(GridStyle style) override { StyleSet = style; }
     void Recalc() override {}
 
     Box Bounds() const override { return Place; }
@@ -114,7 +114,7 @@ private:
     std::int32_t CurrentCol = 0;
     std::int32_t FirstOnPage = 0;
     std::int32_t NewRowHeight = 0;
-    std::int32_t Mode = 0;
+    GridStyle StyleSet = GridStyle::OneCell;
     Box Place;
     bool Shown = true;
     bool Usable = true;

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "backends/headless/headless_controls.h"
 
-#include "backends/grid/key_codes.h"
 #include "backends/loop/clock.h"
+#include "src/view/platform/keys.h"
 
 #include <algorithm>
 
@@ -25,8 +25,8 @@ void HeadlessTextBox::SetContents(const Text& text) {
 }
 
 void HeadlessTextBox::ActOnKey(std::int32_t keyCode) {
-    if (keyCode == KeyLeft || keyCode == KeyRight)
-        Edited.MoveCaret(keyCode == KeyLeft ? -1 : 1);
+    if (Key{keyCode} == Key::Left || Key{keyCode} == Key::Right)
+        Edited.MoveCaret(Key{keyCode} == Key::Left ? -1 : 1);
 }
 
 void HeadlessTextBox::EnterCharacter(TextView character) {
@@ -52,13 +52,13 @@ void HeadlessComboBox::RemoveItem(std::int32_t index) {
 }
 
 void HeadlessComboBox::ActOnKey(std::int32_t keyCode) {
-    if (keyCode == KeyLeft || keyCode == KeyRight)
-        Edited.MoveCaret(keyCode == KeyLeft ? -1 : 1);
-    if (keyCode != KeyUp && keyCode != KeyDown)
+    if (Key{keyCode} == Key::Left || Key{keyCode} == Key::Right)
+        Edited.MoveCaret(Key{keyCode} == Key::Left ? -1 : 1);
+    if (Key{keyCode} != Key::Up && Key{keyCode} != Key::Down)
         return;
     const auto found = std::find(Entries.begin(), Entries.end(), Contents());
     const auto place = found == Entries.end() ? -1 : static_cast<std::int32_t>(found - Entries.begin());
-    const std::int32_t next = place + (keyCode == KeyDown ? 1 : -1);
+    const std::int32_t next = place + (Key{keyCode} == Key::Down ? 1 : -1);
     if (next >= 0 && next < ItemCount())
         ReplaceText(Entries[static_cast<std::size_t>(next)]);
 }
@@ -69,17 +69,17 @@ void HeadlessComboBox::ReplaceText(const Text& text) {
 
 void HeadlessDatePicker::ActOnKey(std::int32_t keyCode) {
     constexpr std::int32_t Week = 7;
-    switch (keyCode) {
-    case KeyLeft:
+    switch (Key{keyCode}) {
+    case Key::Left:
         Chosen = DaysLater(Chosen, -1);
         break;
-    case KeyRight:
+    case Key::Right:
         Chosen = DaysLater(Chosen, 1);
         break;
-    case KeyUp:
+    case Key::Up:
         Chosen = DaysLater(Chosen, -Week);
         break;
-    case KeyDown:
+    case Key::Down:
         Chosen = DaysLater(Chosen, Week);
         break;
     default:

@@ -70,12 +70,12 @@ void Ending::LeaveScreen() {
         RaiseCloseRequest();
     BeginToSave();
     const std::size_t failures = Device.onlooker.FailedSaves;
-    if (modQuorin::ScreenRow(Screens.CurrentScreen).BackMode != modQuorin::BackEndsProgram)
+    if (modQuorin::ScreenRow(Screens.CurrentScreen).BackMode != modQuorin::BackStep::EndsProgram)
         RaiseCloseRequest();
     if (State == Record::Saving)
         State = Device.onlooker.FailedSaves == failures ? Record::Saved : Record::Lost;
     bool cancel = false;
-    frmQuorin::Form_QueryUnload(cancel, 2); // by the system, which nothing holds up
+    frmQuorin::Form_QueryUnload(cancel, frmQuorin::UnloadMode::System); // by the system, which nothing holds up
     frmQuorin::Form_Unload();
 }
 

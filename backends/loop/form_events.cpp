@@ -13,7 +13,7 @@ void RaiseTitleClick(std::int32_t menu) {
 
 void RaiseCloseRequest() {
     bool cancel = false;
-    frmQuorin::Form_QueryUnload(cancel, 0);
+    frmQuorin::Form_QueryUnload(cancel, frmQuorin::UnloadMode::TitleBar);
 }
 
 void RaiseKeyboard(const SystemObject& system, std::int16_t state, std::int32_t left, std::int32_t top,

@@ -1,13 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include "backends/loop/form_keys.h"
 
-#include "backends/grid/key_codes.h"
 #include "src/app/form.h"
+#include "src/view/platform/keys.h"
 
 #include <algorithm>
 #include <iterator>
 
 namespace backends {
+
+using platform::CodeOf;
+using platform::Key;
 
 namespace {
 
@@ -16,13 +19,13 @@ constexpr std::int32_t NoShift = 0;
 } // namespace
 
 bool IsCharacter(std::int32_t keyCode) {
-    constexpr std::int32_t Written[] = {8, 9, 13, 27, 32};
-    return std::find(std::begin(Written), std::end(Written), keyCode) != std::end(Written) ||
-           (keyCode > 40 && keyCode < 127);
+    constexpr Key Written[] = {Key::Backspace, Key::Tab, Key::Enter, Key::Escape, Key::Space};
+    return std::find(std::begin(Written), std::end(Written), Key{keyCode}) != std::end(Written) ||
+           (keyCode > CodeOf(Key::Down) && keyCode < 127);
 }
 
 bool IsPageKey(std::int32_t keyCode) {
-    return keyCode == KeyPageUp || keyCode == KeyPageDown;
+    return Key{keyCode} == Key::PageUp || Key{keyCode} == Key::PageDown;
 }
 
 bool KeyDownPasses(std::int32_t keyCode) {

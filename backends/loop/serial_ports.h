@@ -40,7 +40,7 @@ public:
     /// while there is anything would else do so as long as an instrument sends.
     std::int32_t InBufferCount() const override;
     Text ReadInput() override;
-    std::int32_t LastEvent() const override { return CharactersReceived; }
+    PortEvent LastEvent() const override { return PortEvent::CharactersReceived; }
 
     /// While this holds the port is read as ever, into its own buffer, and its event is not raised: nothing overflows,
     /// a port that goes away is noticed, and nothing is left to be read that would keep the loop awake.
@@ -68,8 +68,6 @@ public:
     void Drop();
 
 private:
-    static constexpr std::int32_t CharactersReceived = 2;
-
     ErrorNumber OpenPort();
     SourceTrouble OpenSource(const PortAddress& address);
     ErrorNumber OpenSimulatedPort();

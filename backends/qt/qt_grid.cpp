@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "backends/qt/qt_grid.h"
 
-#include "backends/grid/key_codes.h"
 #include "backends/qt/conversions.h"
 #include "backends/qt/fonts.h"
+#include "src/view/platform/keys.h"
 
 #include <QApplication>
 #include <QKeyEvent>
@@ -21,9 +21,6 @@ namespace {
 constexpr QRgb LineColour = 0xFFC8C8C8;
 constexpr std::int64_t NewScreen = 300; // milliseconds in which a finger that comes down was meant for the one before
 constexpr int FingerRest = 150;         // milliseconds after which a finger that has not moved means the cell
-constexpr std::int32_t AlignFoot = 1;
-constexpr std::int32_t AlignCentre = 2;
-constexpr std::int32_t TableMode = 2;
 constexpr int RowsOfAWheelStep = 3;
 constexpr int WheelStep = 120; // eighths of a degree
 
@@ -42,9 +39,9 @@ void PaintText(QPainter& painter, const PaintedText& text, const QRect& visible)
     const QStringList lines = LinesOf(painter.font(), text.Words, text.Width);
     const int height = metrics.height() * static_cast<int>(lines.size());
     int y = text.Y;
-    if (text.VerticalAlign == AlignFoot)
+    if (text.Vertical == AlignY::Foot)
         y = text.Y + text.Height - height - metrics.height() / 2;
-    else if (text.VerticalAlign == AlignCentre)
+    else if (text.Vertical == AlignY::Middle)
         y = text.Y + (text.Height - height) / 2;
     for (const QString& line : lines) {
         if (y > visible.bottom())
@@ -54,7 +51,7 @@ void PaintText(QPainter& painter, const PaintedText& text, const QRect& visible)
         if (!isSeen)
             continue;
         const int room = text.Width - metrics.horizontalAdvance(line);
-        const int x = text.X + (text.HorizontalAlign == AlignCentre ? room / 2 : 0);
+        const int x = text.X + (text.Horizontal == AlignX::Centre ? room / 2 : 0);
         painter.drawText(x, y - metrics.height() + metrics.ascent(), line);
     }
 }
@@ -125,7 +122,7 @@ void GridWidget::PaintCell(QPainter& painter, std::int32_t row, std::int32_t col
     painter.save();
     painter.setClipRect(rect);
     painter.fillRect(rect, ColourOf(picture->Background));
-    if (Of.GridMode() == TableMode) {
+    if (Of.Style() == GridStyle::Table) {
         painter.setPen(QColor(LineColour));
         painter.drawLine(rect.bottomLeft(), rect.bottomRight());
         painter.drawLine(rect.topRight(), rect.bottomRight());
@@ -277,13 +274,13 @@ void GridWidget::wheelEvent(QWheelEvent* event) {
 void GridWidget::keyPressEvent(QKeyEvent* event) {
     switch (event->key()) {
     case Qt::Key_Up:
-        return Of.TakeKey(KeyUp);
+        return Of.TakeKey(CodeOf(Key::Up));
     case Qt::Key_Down:
-        return Of.TakeKey(KeyDown);
+        return Of.TakeKey(CodeOf(Key::Down));
     case Qt::Key_Left:
-        return Of.TakeKey(KeyLeft);
+        return Of.TakeKey(CodeOf(Key::Left));
     case Qt::Key_Right:
-        return Of.TakeKey(KeyRight);
+        return Of.TakeKey(CodeOf(Key::Right));
     default:
         QWidget::keyPressEvent(event);
     }

@@ -19,9 +19,7 @@ namespace backends::qt {
 
 namespace {
 
-constexpr int ThinBar = 4; // pixels, where the page is told by a thin mark
-constexpr std::int32_t EnterKey = 13;
-constexpr std::int32_t SelectKey = 310;
+constexpr int ThinBar = 4;                                 // pixels, where the page is told by a thin mark
 constexpr auto HandsRest = std::chrono::milliseconds(500); // after which a key is no part of what was typed before
 
 float BarWidth(const WindowOptions& looks) {
@@ -307,7 +305,7 @@ bool QtPlatform::TakeKeyRelease(const QKeyEvent& event) {
 void QtPlatform::ComesUp(const HeldKey& key) {
     if (key.Screen == modQuorin::Screens.CurrentScreen)
         RaiseKeyUp(key.Code);
-    else if (key.Code == EnterKey)
+    else if (Key{key.Code} == Key::Enter)
         tmrHoldEvent.SetEnabled(false); // which its press has set going
 }
 
@@ -315,7 +313,7 @@ void QtPlatform::ComesUp(const HeldKey& key) {
 bool QtPlatform::AnswersPrompt(std::int32_t code) const {
     const FocusTarget* const holder = focus.Holder();
     const bool isLine = (holder == &txtInputField && !txtInputField.MultiLine()) || holder == &cboInputField;
-    return code == EnterKey && isLine && TraitsOf(system.DeviceType()).HasWindow &&
+    return Key{code} == Key::Enter && isLine && TraitsOf(system.DeviceType()).HasWindow &&
            modQuorin::Screens.CurrentScreen == modQuorin::ScrInput;
 }
 
@@ -326,7 +324,7 @@ bool QtPlatform::TakeKeyPress(QKeyEvent& event) {
         return false;
     FocusTarget& taker = focus.HolderOr(grdMain);
     if (code == Qt::Key_Space && &taker == &grdMain && !modPDAUI::AnyInputFieldVisible())
-        code = SelectKey;
+        code = platform::CodeOf(Key::PalmSelect);
     const modQuorin::ScreenId screen = modQuorin::Screens.CurrentScreen;
     if (!event.isAutoRepeat())
         Held[event.key()] = {*code, screen};

@@ -23,25 +23,29 @@ Keys Joined(const Keys& first, const Keys& second) {
 }
 
 Keys TouchKeys() {
-    return {{37, "left"}, {39, "right"}, {38, "up"}, {40, "down"}, {310, "select"}, {13, "enter"}};
+    return {{Key::Left, "left"}, {Key::Right, "right"},       {Key::Up, "up"},
+            {Key::Down, "down"}, {Key::PalmSelect, "select"}, {Key::Enter, "enter"}};
 }
 
 Keys PhoneKeys() {
-    return Joined(TouchKeys(), {{27, "back"}});
+    return Joined(TouchKeys(), {{Key::Escape, "back"}});
 }
 
 Keys SmartphoneKeys() {
-    return Joined(PhoneKeys(), {{2, "soft key 2"}});
+    return Joined(PhoneKeys(), {{Key::SoftKey2, "soft key 2"}});
 }
 
 Keys DesktopKeys() {
-    return Joined(TouchKeys(), {{27, "escape"}, {33, "page up"}, {34, "page down"}});
+    return Joined(TouchKeys(), {{Key::Escape, "escape"}, {Key::PageUp, "page up"}, {Key::PageDown, "page down"}});
 }
 
 Keys PalmKeys() {
-    return {{308, "left"},     {309, "right"}, {310, "select"},     {33, "page up"}, {34, "page down"},  {516, "app 1"},
-            {517, "app 2"},    {518, "app 3"}, {519, "app 4"},      {520, "power"},  {276, "power off"}, {261, "menu"},
-            {264, "launcher"}, {266, "find"},  {267, "calculator"}, {1280, "app 5"}};
+    return {{Key::PalmLeft, "left"},         {Key::PalmRight, "right"},        {Key::PalmSelect, "select"},
+            {Key::PageUp, "page up"},        {Key::PageDown, "page down"},     {Key::PalmApp1, "app 1"},
+            {Key::PalmApp2, "app 2"},        {Key::PalmApp3, "app 3"},         {Key::PalmApp4, "app 4"},
+            {Key::PalmPower, "power"},       {Key::PalmPowerOff, "power off"}, {Key::PalmMenu, "menu"},
+            {Key::PalmLauncher, "launcher"}, {Key::PalmFind, "find"},          {Key::PalmCalculator, "calculator"},
+            {Key::PalmApp5, "app 5"}};
 }
 
 std::vector<DeviceProfile> AllProfiles() {

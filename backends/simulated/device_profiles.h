@@ -5,6 +5,7 @@
 
 #include "backends/files/host_volumes.h"
 #include "src/view/platform/device_traits.h"
+#include "src/view/platform/keys.h"
 
 #include <string_view>
 #include <vector>
@@ -21,6 +22,8 @@ struct ScreenSize {
 
 /// A key that a device has, by the number that its key events bear.
 struct DeviceKey {
+    DeviceKey(Key key, const char* name) : Code(CodeOf(key)), Name(name) {}
+
     std::int32_t Code = 0;
     const char* Name = "";
 };

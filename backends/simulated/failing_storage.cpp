@@ -113,7 +113,7 @@ ErrorNumber FailingFileSystem::MoveFile(const Text& source, const Text& destinat
     return Faults.Strike() ? DiskFull : Inner.MoveFile(source, destination);
 }
 
-OpenedDatabase FailingDatabase::Keep(const OpenedDatabase& opened, const Text& name, std::int32_t mode) {
+OpenedDatabase FailingDatabase::Keep(const OpenedDatabase& opened, const Text& name, DatabaseMode mode) {
     if (opened.Id == 0)
         return opened;
     DatabaseId id = 1;
@@ -128,13 +128,13 @@ DatabaseId FailingDatabase::InnerId(DatabaseId database) const {
     return found == OpenOnes.end() ? 0 : found->second.Id;
 }
 
-OpenedDatabase FailingDatabase::Open(const Text& name, std::int32_t mode) {
+OpenedDatabase FailingDatabase::Open(const Text& name, DatabaseMode mode) {
     return Faults.StrikeRead() ? OpenedDatabase{0, DeviceFailed} : Keep(Inner.Open(name, mode), name, mode);
 }
 
 OpenedDatabase FailingDatabase::Create(const Text& name, std::int32_t typeCode, std::int32_t creatorCode) {
     return Faults.Strike() ? OpenedDatabase{0, DiskFull}
-                           : Keep(Inner.Create(name, typeCode, creatorCode), name, ModeReadWrite);
+                           : Keep(Inner.Create(name, typeCode, creatorCode), name, DatabaseMode::ReadWrite);
 }
 
 void FailingDatabase::Close(DatabaseId database) {

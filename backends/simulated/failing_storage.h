@@ -67,7 +67,7 @@ class FailingDatabase final : public RecordDatabase {
 public:
     FailingDatabase(RecordDatabase& inner, DiskFaults& faults) : Inner(inner), Faults(faults) {}
 
-    OpenedDatabase Open(const Text& name, std::int32_t mode) override;
+    OpenedDatabase Open(const Text& name, DatabaseMode mode) override;
     OpenedDatabase Create(const Text& name, std::int32_t typeCode, std::int32_t creatorCode) override;
     ErrorNumber Delete(const Text& name) override { return Inner.Delete(name); }
     void Close(DatabaseId database) override;
@@ -105,10 +105,10 @@ private:
     struct OpenOne {
         DatabaseId Id = 0; ///< the real one's
         Text Name;
-        std::int32_t Mode = 0;
+        DatabaseMode Mode = DatabaseMode::Read;
     };
 
-    OpenedDatabase Keep(const OpenedDatabase& opened, const Text& name, std::int32_t mode);
+    OpenedDatabase Keep(const OpenedDatabase& opened, const Text& name, DatabaseMode mode);
     DatabaseId InnerId(DatabaseId database) const;
 
     RecordDatabase& Inner;

@@ -146,11 +146,11 @@ void MenuClick(std::int32_t menu, std::int32_t index) {
     if (index < 0 || index > platform::MenuItemCount)
         platform::RuntimeFailure(u"A menu has no entry " + modStringTools::NumberText(index));
     const auto i = static_cast<std::size_t>(index);
-    const std::int32_t marker = menu == 1 ? row.Marker1[i] : row.Marker2[i];
+    const EntryMarker marker = menu == 1 ? row.Marker1[i] : row.Marker2[i];
     const Text text = menu == 1 ? row.Text1[i] : row.Text2[i];
-    if (marker == MarkerCommand)
+    if (marker == EntryMarker::Command)
         MenuEvent(text);
-    else if (marker == MarkerBack)
+    else if (marker == EntryMarker::Back)
         GoBack();
 }
 
@@ -183,13 +183,13 @@ void GoBack() {
     if (screen.Behaviour.BeforeBack != nullptr && screen.Behaviour.BeforeBack())
         return;
     switch (screen.BackMode) {
-    case BackToScreen:
+    case BackStep::ToScreen:
         GotoScreen(screen.BackScreen);
         break;
-    case BackEndsProgram:
+    case BackStep::EndsProgram:
         Device().runTime.EndProgram();
         break;
-    case BackToPrevious:
+    case BackStep::ToPrevious:
         GotoScreen(Screens.PreviousScreen);
         break;
     default:

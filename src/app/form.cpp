@@ -13,6 +13,7 @@
 #include "src/view/layout.h"
 #include "src/view/painting.h"
 #include "src/view/platform/device_traits.h"
+#include "src/view/platform/keys.h"
 #include "src/view/platform/platform.h"
 #include "src/view/prompt.h"
 #include "src/view/screen_table.h"
@@ -20,13 +21,12 @@
 namespace frmQuorin {
 
 using platform::Device;
+using platform::Key;
 
 namespace {
 
 constexpr std::int64_t SleepSeconds = 2; // a longer gap between two ticks means that the device slept
 constexpr std::int32_t CurrentCell = -1; // the `selected` of a draw-cell event
-constexpr std::int32_t EnterCharacter = 13;
-constexpr std::int32_t EscapeCharacter = 27;
 
 void ShowHoldMenuOfTitle() {
     modQuorin::ShowHoldMenu(modQuorin::Screens.CurrentScreen, Device().grdTitle.Row(), Device().grdTitle.Col());
@@ -45,8 +45,8 @@ void Form_Activate() {
     Form.FormInitialised = true;
 }
 
-void Form_QueryUnload(bool& cancel, std::int32_t unloadMode) {
-    if (unloadMode != 0 && unloadMode != 1)
+void Form_QueryUnload(bool& cancel, UnloadMode unloadMode) {
+    if (unloadMode != UnloadMode::TitleBar && unloadMode != UnloadMode::Program)
         return;
     cancel = true;
     modQuorin::GoBack();
@@ -65,7 +65,7 @@ void Form_KeyUp(std::int32_t& keyCode, std::int32_t shift) {
 }
 
 void Form_KeyPress(std::int32_t& character) {
-    if (!platform::Traits().EnterReachesForm && (character == EnterCharacter || character == EscapeCharacter))
+    if (!platform::Traits().EnterReachesForm && (Key{character} == Key::Enter || Key{character} == Key::Escape))
         character = 0;
 }
 
@@ -153,7 +153,7 @@ void tmrBlue_Tick() {
     const bool slept = modBluetooth::Ports.LinkOpen && now - Form.lastTimerEvent > SleepSeconds;
     Form.lastTimerEvent = now;
     if (slept)
-        modBluetooth::Receive.LinkState = modBluetooth::LinkStateReset;
+        modBluetooth::Receive.LinkState = modBluetooth::LinkPhase::Reset;
     else
         modBluetooth::HandleBlueTimer();
 }

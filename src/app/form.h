@@ -8,11 +8,17 @@
 
 namespace frmQuorin {
 
+/// Who wants the form to end.
+enum class UnloadMode : std::int32_t {
+    TitleBar = 0, ///< the title bar's close
+    Program = 1,
+    System = 2, ///< the platform, which nothing holds up
+};
+
 void Form_Load();
 void Form_Activate(); ///< each time the form comes to the front; the first time starts the application
-/// `cancel` comes back true when the form is to stay. Unload modes: 0 the title bar's close, 1 the program itself, any
-/// other the platform, which nothing holds up.
-void Form_QueryUnload(bool& cancel, std::int32_t unloadMode);
+/// `cancel` comes back true when the form is to stay.
+void Form_QueryUnload(bool& cancel, UnloadMode unloadMode);
 void Form_Unload();
 
 // Key codes and characters are the platform's; 0 written to one swallows it.

@@ -9,6 +9,7 @@
 #include "src/view/grids.h"
 #include "src/view/input_fields.h"
 #include "src/view/platform/device_traits.h"
+#include "src/view/platform/keys.h"
 #include "src/view/platform/platform.h"
 #include "src/view/prompt.h"
 #include "src/view/questions.h"
@@ -20,23 +21,12 @@ namespace modQuorin {
 
 using modPDAUI::AnyInputFieldVisible;
 using modPDAUI::Input;
+using platform::CodeOf;
 using platform::Device;
+using platform::Key;
 using platform::Traits;
 
 namespace {
-
-constexpr std::int32_t KeyBackspace = 8;
-constexpr std::int32_t KeyEnter = 13;
-constexpr std::int32_t KeyEscape = 27;
-constexpr std::int32_t KeyPageUp = 33;
-constexpr std::int32_t KeyPageDown = 34;
-constexpr std::int32_t KeyLeft = 37;
-constexpr std::int32_t KeyUp = 38;
-constexpr std::int32_t KeyRight = 39;
-constexpr std::int32_t KeyDown = 40;
-constexpr std::int32_t KeyPalmLeft = 308;
-constexpr std::int32_t KeyPalmRight = 309;
-constexpr std::int32_t KeyPalmSelect = 310;
 
 bool OnRecordScreen() {
     return IsRecordScreen(Screens.CurrentScreen);
@@ -101,7 +91,7 @@ void EnterDown(std::int32_t& keyCode) {
 
 void EscapeUp(std::int32_t& keyCode) {
     if (AnyInputFieldVisible() && Traits().EscapeDeletes) {
-        Device().hardwareKeys.SendCharacter(KeyBackspace);
+        Device().hardwareKeys.SendCharacter(CodeOf(Key::Backspace));
         return;
     }
     keyCode = 0;
@@ -155,28 +145,28 @@ void Page(std::int32_t& keyCode, std::int32_t step) {
 } // namespace
 
 void KeyDownHandler(std::int32_t& keyCode, std::int32_t) {
-    switch (keyCode) {
-    case KeyLeft:
-    case KeyUp:
-    case KeyRight:
-    case KeyDown:
+    switch (Key{keyCode}) {
+    case Key::Left:
+    case Key::Up:
+    case Key::Right:
+    case Key::Down:
         TellScreenOfArrow(keyCode);
         break;
-    case KeyEnter:
+    case Key::Enter:
         EnterDown(keyCode);
         break;
-    case 276:
-    case 520:
+    case Key::PalmPowerOff:
+    case Key::PalmPower:
         HandOnWithLink(keyCode);
         break;
-    case 264:
-    case 266:
-    case 267:
-    case 516:
-    case 517:
-    case 518:
-    case 519:
-    case 1280:
+    case Key::PalmLauncher:
+    case Key::PalmFind:
+    case Key::PalmCalculator:
+    case Key::PalmApp1:
+    case Key::PalmApp2:
+    case Key::PalmApp3:
+    case Key::PalmApp4:
+    case Key::PalmApp5:
         HandOnWithRecord(keyCode);
         break;
     default:
@@ -192,35 +182,35 @@ void KeyUpHandler(std::int32_t& keyCode, std::int32_t) {
         grdMain.SetFocus();
         return;
     }
-    switch (keyCode) {
-    case KeyEnter:
+    switch (Key{keyCode}) {
+    case Key::Enter:
         if (Traits().EnterHolds)
             Device().tmrHoldEvent.SetEnabled(false);
         break;
-    case KeyEscape:
+    case Key::Escape:
         EscapeUp(keyCode);
         break;
-    case KeyRight:
-    case KeyPalmRight:
+    case Key::Right:
+    case Key::PalmRight:
         WalkRecords(u"NEXT");
         break;
-    case KeyLeft:
-    case KeyPalmLeft:
+    case Key::Left:
+    case Key::PalmLeft:
         WalkRecords(u"PREV");
         break;
-    case KeyDown:
-        MoveRow(KeyDown, 1);
+    case Key::Down:
+        MoveRow(keyCode, 1);
         break;
-    case KeyUp:
-        MoveRow(KeyUp, -1);
+    case Key::Up:
+        MoveRow(keyCode, -1);
         break;
-    case KeyPageDown:
+    case Key::PageDown:
         Page(keyCode, 1);
         break;
-    case KeyPageUp:
+    case Key::PageUp:
         Page(keyCode, -1);
         break;
-    case KeyPalmSelect:
+    case Key::PalmSelect:
         SelectCurrentRow();
         break;
     default:

@@ -14,9 +14,9 @@ void AddInputMenus() {
 }
 
 void AddApplicationMenus() {
-    MenuBack = AddMenu({{{u"Back", MarkerBack}}}, {});
+    MenuBack = AddMenu({{{u"Back", EntryMarker::Back}}}, {});
     MenuBackCommand = AddMenu({{{u"Back"}}}, {});
-    MenuMain = AddMenu({{{u"Main"}, {u"Start..."}, {u"Exit", MarkerBack}}},
+    MenuMain = AddMenu({{{u"Main"}, {u"Start..."}, {u"Exit", EntryMarker::Back}}},
                        {{{u"Options"}, {u"Preferences..."}, {u"inf editor..."}, {u"Bluetooth Debug..."}}});
     MenuOk = AddMenu({{{u"Ok"}}}, {{{u"Back"}}});
     // The commands of MenuDriverColumns, which no screen carries, are reached from here.
@@ -25,14 +25,14 @@ void AddApplicationMenus() {
     MenuDriverColumns =
         AddMenu({{{u"File"}, {u"Show/Hide Columns..."}, {u"Add Driver..."}, {u"Delete"}}}, {{{u"Back"}}});
     MenuDownloads = AddMenu({{{u"File"}, {u"Open"}, {u"Delete"}, {u"Rename"}, {u"New"}}}, {{{u"Back"}}});
-    MenuDownload = AddMenu({{{u"File"}, {u"Close", MarkerBack}}}, {{{u"Options"}}});
+    MenuDownload = AddMenu({{{u"File"}, {u"Close", EntryMarker::Back}}}, {{{u"Options"}}});
     MenuSave = AddMenu({{{u"Save"}}}, {{{u"Back"}}});
     MenuRecord = AddMenu({{{u"File"},
                            {u"Next Record"},
                            {u"Previous Record"},
                            {u"First Record"},
                            {u"Last Record"},
-                           {u"Close", MarkerBack}}},
+                           {u"Close", EntryMarker::Back}}},
                          {{{u"Edit"}, {u"New Record"}, {u"Insert Record"}, {u"Delete Record"}}});
     MenuInstall = AddMenu({{{u"Install..."}}}, {{{u"Back"}}});
 }

@@ -81,7 +81,7 @@ void ToggleColour() {
 
 void EnterSerialId() {
     Text answer;
-    modPDAUI::InputPrompt(u"Serial ID", modPDAUI::PromptLine, answer, u"", false, true);
+    modPDAUI::InputPrompt(u"Serial ID", modPDAUI::PromptKind::Line, answer, u"", false, true);
     if (!answer.empty())
         SaveSetting(u"ComPort", answer);
 }

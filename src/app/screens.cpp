@@ -93,18 +93,19 @@ void SelectListEntry(std::int32_t, std::int32_t) {
 void SelectDownloadCell(std::int32_t, std::int32_t) {
     auto& grdMain = platform::Device().grdMain;
     Text value = grdMain.Cell(grdMain.Row(), 1);
-    modPDAUI::InputPrompt(grdMain.Cell(grdMain.Row(), 0), modPDAUI::PromptText, value, u"", false, false);
+    modPDAUI::InputPrompt(grdMain.Cell(grdMain.Row(), 0), modPDAUI::PromptKind::Text, value, u"", false, false);
 }
 
 struct Shape {
-    std::int32_t Rows, Cols, Percent, TitleRows, TitleCols, DrawStyle;
+    std::int32_t Rows, Cols, Percent, TitleRows, TitleCols;
+    CellDrawing DrawStyle;
 };
 
-constexpr Shape TableShape = {1, 1, 100, 1, 1, DrawTable};
-constexpr Shape ListShape = {1, 1, 100, 1, 1, DrawList};
-constexpr Shape RecordShape = {1, 2, 50, 1, 2, DrawTable};
+constexpr Shape TableShape = {1, 1, 100, 1, 1, CellDrawing::Table};
+constexpr Shape ListShape = {1, 1, 100, 1, 1, CellDrawing::List};
+constexpr Shape RecordShape = {1, 2, 50, 1, 2, CellDrawing::Table};
 
-void Add(ScreenId& id, const char* name, const Shape& shape, MenuId menu, std::int32_t backMode, ScreenId backScreen,
+void Add(ScreenId& id, const char* name, const Shape& shape, MenuId menu, BackStep backMode, ScreenId backScreen,
          const ScreenBehaviour& behaviour) {
     id = AddScreen(menu, backMode, backScreen, shape.Rows, shape.Cols, shape.Percent, shape.TitleRows, shape.TitleCols,
                    shape.DrawStyle);
@@ -119,39 +120,41 @@ void Add(ScreenId& id, const char* name, const Shape& shape, MenuId menu, std::i
 //      fill                  before Back       select             row changed
 
 void AddInputScreens() {
-    Add(ScrInput, "ScrInput", TableShape, MenuInput, BackToPrevious, 0, {nullptr, CancelInput, nullptr, nullptr});
-    Add(ScrFileSelect, "ScrFileSelect", {1, 1, 100, 2, 1, DrawTable}, MenuFileSelect, BackToPrevious, 0,
+    Add(ScrInput, "ScrInput", TableShape, MenuInput, BackStep::ToPrevious, 0, {nullptr, CancelInput, nullptr, nullptr});
+    Add(ScrFileSelect, "ScrFileSelect", {1, 1, 100, 2, 1, CellDrawing::Table}, MenuFileSelect, BackStep::ToPrevious, 0,
         {nullptr, nullptr, nullptr, nullptr});
-    Add(ScrMessage, "ScrMessage", ListShape, MenuMessage, BackToPrevious, 0, {nullptr, nullptr, nullptr, nullptr});
+    Add(ScrMessage, "ScrMessage", ListShape, MenuMessage, BackStep::ToPrevious, 0,
+        {nullptr, nullptr, nullptr, nullptr});
 }
 
 void AddApplicationScreens() {
-    Add(ScrMain, "ScrMain", {1, 1, 100, 0, 0, DrawCell}, MenuMain, BackEndsProgram, 0,
+    Add(ScrMain, "ScrMain", {1, 1, 100, 0, 0, CellDrawing::Cell}, MenuMain, BackStep::EndsProgram, 0,
         {nullptr, nullptr, SelectStart, nullptr});
-    Add(ScrDrivers, "ScrDrivers", ListShape, MenuOk, BackToScreen, ScrMain,
+    Add(ScrDrivers, "ScrDrivers", ListShape, MenuOk, BackStep::ToScreen, ScrMain,
         {FillDrivers, LeaveDrivers, SelectOk, TakeDriverOfRow});
-    Add(ScrInstalledDrivers, "ScrInstalledDrivers", ListShape, MenuDrivers, BackToScreen, ScrMain,
+    Add(ScrInstalledDrivers, "ScrInstalledDrivers", ListShape, MenuDrivers, BackStep::ToScreen, ScrMain,
         {FillInstalledDrivers, nullptr, nullptr, TakeDriverOfRow});
-    Add(ScrPreferences, "ScrPreferences", ListShape, MenuBackCommand, BackToPrevious, 0,
+    Add(ScrPreferences, "ScrPreferences", ListShape, MenuBackCommand, BackStep::ToPrevious, 0,
         {FillPreferences, LeavePreferences, SelectCommandRow, RememberPreferenceRow});
-    Add(ScrList, "ScrList", ListShape, MenuBack, BackToPrevious, 0,
+    Add(ScrList, "ScrList", ListShape, MenuBack, BackStep::ToPrevious, 0,
         {FillList, nullptr, SelectListEntry, StoreListChoice});
-    Add(ScrDownloads, "ScrDownloads", ListShape, MenuDownloads, BackToScreen, ScrDrivers,
+    Add(ScrDownloads, "ScrDownloads", ListShape, MenuDownloads, BackStep::ToScreen, ScrDrivers,
         {FillDownloads, nullptr, SelectOpen, TakeDownloadOfRow});
-    Add(ScrDownload, "ScrDownload", {1, 2, 50, 2, 2, DrawTable}, MenuDownload, BackToScreen, ScrDownloads,
-        {FillDownload, nullptr, SelectDownloadCell, nullptr});
-    Add(ScrBluetoothDebug, "ScrBluetoothDebug", TableShape, MenuBack, BackToPrevious, 0,
+    Add(ScrDownload, "ScrDownload", {1, 2, 50, 2, 2, CellDrawing::Table}, MenuDownload, BackStep::ToScreen,
+        ScrDownloads, {FillDownload, nullptr, SelectDownloadCell, nullptr});
+    Add(ScrBluetoothDebug, "ScrBluetoothDebug", TableShape, MenuBack, BackStep::ToPrevious, 0,
         {FillBluetoothDebug, nullptr, nullptr, nullptr});
-    Add(ScrFileDebug, "ScrFileDebug", TableShape, MenuBack, BackToScreen, ScrMain,
+    Add(ScrFileDebug, "ScrFileDebug", TableShape, MenuBack, BackStep::ToScreen, ScrMain,
         {FillFileDebug, nullptr, SelectCommandRow, nullptr});
-    Add(ScrTextFile, "ScrTextFile", ListShape, MenuBack, BackToPrevious, 0, {FillTextFile, nullptr, nullptr, nullptr});
-    Add(ScrDriverProperties, "ScrDriverProperties", RecordShape, MenuSave, BackToScreen, ScrInstalledDrivers,
+    Add(ScrTextFile, "ScrTextFile", ListShape, MenuBack, BackStep::ToPrevious, 0,
+        {FillTextFile, nullptr, nullptr, nullptr});
+    Add(ScrDriverProperties, "ScrDriverProperties", RecordShape, MenuSave, BackStep::ToScreen, ScrInstalledDrivers,
         {FillRecord, LeaveRecord, SelectRecordCell, nullptr});
-    Add(ScrInfRecord, "ScrInfRecord", RecordShape, MenuRecord, BackNothing, 0,
+    Add(ScrInfRecord, "ScrInfRecord", RecordShape, MenuRecord, BackStep::Nothing, 0,
         {FillRecord, LeaveRecord, SelectRecordCell, SkipHiddenRows});
-    Add(ScrColumns, "ScrColumns", {1, 2, 80, 1, 1, DrawTable}, MenuBack, BackToPrevious, 0,
+    Add(ScrColumns, "ScrColumns", {1, 2, 80, 1, 1, CellDrawing::Table}, MenuBack, BackStep::ToPrevious, 0,
         {FillColumns, LeaveColumns, ToggleColumnChoice, nullptr});
-    Add(ScrAddDriver, "ScrAddDriver", ListShape, MenuInstall, BackToPrevious, 0,
+    Add(ScrAddDriver, "ScrAddDriver", ListShape, MenuInstall, BackStep::ToPrevious, 0,
         {FillAddDriver, nullptr, nullptr, TakePackageOfRow});
 }
 // clang-format on

@@ -48,8 +48,8 @@ constexpr std::int32_t LowResolution = 160; // pixels of the first Palm OS scree
 void InitByDevice() {
     const platform::DeviceTraits& traits = platform::Traits();
     Display.SoftKeyMenus = traits.Menus == SoftKeys::Always || IsSoftKeyPlatform();
-    for (const std::int32_t key : traits.GrabbedKeys)
-        Device().hardwareKeys.Grab(key);
+    for (const platform::Key key : traits.GrabbedKeys)
+        Device().hardwareKeys.Grab(CodeOf(key));
     const bool fine = !traits.FineGridFont.empty() && Device().myCsys.ScreenDimension() > LowResolution;
     if (fine)
         Display.UiScale = 2;
@@ -142,8 +142,8 @@ bool IsSoftKeyPlatform() {
 void ReleaseHardwareKeys() {
     const platform::DeviceTraits& traits = platform::Traits();
     for (const auto& keys : {traits.ReleasedKeys, traits.GrabbedKeys}) {
-        for (const std::int32_t key : keys)
-            Device().hardwareKeys.Release(key);
+        for (const platform::Key key : keys)
+            Device().hardwareKeys.Release(CodeOf(key));
     }
 }
 

@@ -63,7 +63,7 @@ void ListOnLinkTrace(const TakenResult& result) {
         modPDAUI::AddGridRow(u"DV: " + variable);
     modPDAUI::AddGridRow(result.ValueAndUnit);
     modPDAUI::AddGridRow(u"---");
-    modAudio::PlaySound(modAudio::SoundTaken);
+    modAudio::PlaySound(modAudio::SoundCode::Taken);
     platform::OwnerDrawGrid& grid = Device().grdMain;
     const std::int32_t lastRow = grid.Rows() - 1;
     grid.SetRow(lastRow);
@@ -160,7 +160,7 @@ void AddFormulaRows(PutRows& put) {
 void PutIntoRecord(const TakenResult& result) {
     Target target = FindTarget(result.Types);
     DivertToOpenEdit(target);
-    std::int32_t soundCode = modAudio::SoundRefused;
+    modAudio::SoundCode soundCode = modAudio::SoundCode::Refused;
     PutRows put;
     if (target.Row >= 0) {
         if (WriteValue(target, result.ValueAndUnit))
@@ -171,12 +171,12 @@ void PutIntoRecord(const TakenResult& result) {
         }
         modFileSystem::Table.RecordDirty = true; // also when the user has kept the old value
         if (!target.MatchedType.empty())
-            soundCode = modAudio::SoundTaken;
+            soundCode = modAudio::SoundCode::Taken;
     }
     if (!target.MatchedType.empty())
         SpreadVariables(result.Vars, target.MatchedType, put);
     modAudio::PlaySound(soundCode);
-    if (soundCode == modAudio::SoundTaken) {
+    if (soundCode == modAudio::SoundCode::Taken) {
         FillFormulaFields();
         AddFormulaRows(put);
     }

@@ -137,7 +137,7 @@ void RenameDownload(Text driver, Text file) {
         const Text alias = GetField(u"ALIAS");
         const Text oldName = alias.empty() ? file : alias;
         Text answer = oldName;
-        modPDAUI::InputPrompt(u"Rename", modPDAUI::PromptLine, answer, u"", false, true);
+        modPDAUI::InputPrompt(u"Rename", modPDAUI::PromptKind::Line, answer, u"", false, true);
         if (answer != oldName && !answer.empty())
             StoreAlias(row, answer);
     }

@@ -27,11 +27,11 @@ std::int32_t Colour(const Text& display) {
     return *colour;
 }
 
-std::int32_t KindOfData(const Text& dataType) {
+FieldType KindOfData(const Text& dataType) {
     const Text name = modStringTools::UpperCase(dataType);
     if (name == u"DATE")
-        return TypeDate;
-    return name == u"TIME" ? TypeTime : TypeText;
+        return FieldType::Date;
+    return name == u"TIME" ? FieldType::Time : FieldType::Text;
 }
 
 /// A table without a row can't be edited, nor a download be opened by it.

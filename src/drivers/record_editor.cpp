@@ -89,16 +89,16 @@ struct RecordMayStay {
     ~RecordMayStay() { Table.RowMayStay = false; }
 };
 
-std::int32_t EditKind(std::int32_t row) {
+FieldType EditKind(std::int32_t row) {
     if (row < 0 || row >= static_cast<std::int32_t>(Inf.InfFields.size()))
-        return TypeText;
+        return FieldType::Text;
     return Inf.InfFields[static_cast<std::size_t>(row)].DataType;
 }
 
 void AskForDate(std::int32_t row) {
     const Text title = Device().grdMain.Cell(row, 0);
     Text value = Device().grdMain.Cell(row, Device().grdMain.Col());
-    modPDAUI::InputPrompt(title, modPDAUI::PromptDate, value, u"", false, false);
+    modPDAUI::InputPrompt(title, modPDAUI::PromptKind::Date, value, u"", false, false);
     Table.RecordDirty = true;
 }
 
@@ -221,11 +221,11 @@ void SelectRecordCell(std::int32_t, std::int32_t) {
     if (col != ValueColumn)
         return;
     switch (EditKind(row)) {
-    case TypeText:
-    case TypeTime:
+    case FieldType::Text:
+    case FieldType::Time:
         modPDAUI::BeginCellEdit(row, col);
         break;
-    case TypeDate:
+    case FieldType::Date:
         AskForDate(row);
         break;
     default:

@@ -18,7 +18,6 @@ namespace {
 
 const Text LineEnd = u"\r\n";
 const Text EndOfBlob = u"[/BLob]\r\n"; // in this case alone: "[/BLOB]" waits for a later end tag
-constexpr std::int32_t CharactersReceived = 2;
 constexpr float QuietSeconds = 0.5F;
 
 void ClosePort() {
@@ -47,13 +46,13 @@ void DecodeAfterQuiet() {
 
 void KeepLink() {
     Ports.LinkOpen = false;
-    if (Receive.LinkState == LinkStateOpen) {
+    if (Receive.LinkState == LinkPhase::Open) {
         OpenLink();
-    } else if (Receive.LinkState == LinkStateReset) {
+    } else if (Receive.LinkState == LinkPhase::Reset) {
         if (Device().serConnection.PortOpen())
             ClosePort();
         else
-            Receive.LinkState = LinkStateOpen;
+            Receive.LinkState = LinkPhase::Open;
     }
 }
 
@@ -61,12 +60,12 @@ void KeepLink() {
 
 void ArmLink() {
     Receive.LinkWanted = true;
-    Receive.LinkState = LinkStateOpen;
+    Receive.LinkState = LinkPhase::Open;
 }
 
 void HandleBlueOnComm() {
     auto& port = Device().serConnection;
-    if (port.LastEvent() != CharactersReceived || port.InBufferCount() < 1)
+    if (port.LastEvent() != platform::PortEvent::CharactersReceived || port.InBufferCount() < 1)
         return;
     port.SetReceiveThreshold(0); // no further event during the drain
     Receive.LinkWanted = true;

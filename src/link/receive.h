@@ -7,19 +7,21 @@
 
 namespace modBluetooth {
 
-inline constexpr std::int16_t LinkStateIdle = 0;  ///< at start
-inline constexpr std::int16_t LinkStateReset = 1; ///< the port is to be closed first
-inline constexpr std::int16_t LinkStateOpen = 2;  ///< the port is to be opened and kept open
+enum class LinkPhase : std::int16_t {
+    Idle = 0,  ///< at start
+    Reset = 1, ///< the port is to be closed first
+    Open = 2,  ///< the port is to be opened and kept open
+};
 
 struct ReceiveState {
-    bool LinkWanted = false;                ///< something wants the link; every Back clears it
-    std::int16_t LinkState = LinkStateIdle; ///< set to open by who wants results, to reset after a sleep
-    Text RxText;                            ///< received, not yet ended by CR LF
-    std::size_t RxSearched = 0;             ///< so many characters at the head of RxText have no CR LF among them
-    Text ReadyText;                         ///< complete lines that wait for decoding
-    platform::DateTime ReadySince;          ///< when the first of these lines came
-    bool BlobEndSeen = false;               ///< ReadyText is ready for decoding
-    float LastPollTime = 0;                 ///< seconds since midnight at the last full tick; 0 at start
+    bool LinkWanted = false;               ///< something wants the link; every Back clears it
+    LinkPhase LinkState = LinkPhase::Idle; ///< set to open by who wants results, to reset after a sleep
+    Text RxText;                           ///< received, not yet ended by CR LF
+    std::size_t RxSearched = 0;            ///< so many characters at the head of RxText have no CR LF among them
+    Text ReadyText;                        ///< complete lines that wait for decoding
+    platform::DateTime ReadySince;         ///< when the first of these lines came
+    bool BlobEndSeen = false;              ///< ReadyText is ready for decoding
+    float LastPollTime = 0;                ///< seconds since midnight at the last full tick; 0 at start
 };
 inline ReceiveState Receive;
 

@@ -115,9 +115,9 @@ bool OpenDatabaseLines(FileHandle& handle) {
     platform::OpenedDatabase opened{0, platform::FileNotFound};
     auto deleted = platform::NoError;
     if (handle.mode == u"r")
-        opened = Databases().Open(handle.name, platform::ModeRead);
+        opened = Databases().Open(handle.name, platform::DatabaseMode::Read);
     else if (handle.mode == u"a")
-        opened = Databases().Open(handle.name, platform::ModeReadWrite);
+        opened = Databases().Open(handle.name, platform::DatabaseMode::ReadWrite);
     else if (handle.mode == u"w")
         deleted = Databases().Delete(handle.name);
     handle.kept = opened.Id == 0 && opened.Error != platform::FileNotFound;

@@ -10,9 +10,7 @@ namespace modQuorin {
 
 inline constexpr std::int32_t White = 0xFFFFFF;
 
-inline constexpr std::int32_t TypeText = 0;
-inline constexpr std::int32_t TypeDate = 1;
-inline constexpr std::int32_t TypeTime = 2;
+enum class FieldType : std::int32_t { Text = 0, Date = 1, Time = 2 };
 
 /// The column of grdMain that holds the values of a record; the one before it has their names.
 inline constexpr std::int32_t ValueColumn = 1;
@@ -24,7 +22,7 @@ struct InfField {
     Text CopyValue;               ///< that value, while the command runs
     Text Blob;                    ///< the item of a BLob that fills the field, empty for none
     std::int32_t Display = White; ///< colour of the row, 0xBBGGRR
-    std::int32_t DataType = TypeText;
+    FieldType DataType = FieldType::Text;
     Text Formula; ///< automatic date or time, empty for none
 };
 

@@ -192,7 +192,7 @@ void LayOutTable(const ScreenDef& screen, bool reset) {
         SetAllRowHeights(grdMain, grdMain.DefaultRowHeight());
     }
     SetColumnWidths(grdMain, screen.ColumnPixels);
-    grdMain.SetGridMode(2);
+    grdMain.SetGridMode(platform::GridStyle::Table);
 }
 
 void LayOutSingleCell() {
@@ -200,7 +200,7 @@ void LayOutSingleCell() {
     const float margin = 2 * static_cast<float>(Display.UiScale);
     grdMain.SetColWidth(0, Pixels(grdMain.Bounds().Width - margin));
     grdMain.SetRowHeight(0, Pixels(grdMain.Bounds().Height - margin));
-    grdMain.SetGridMode(0);
+    grdMain.SetGridMode(platform::GridStyle::OneCell);
 }
 
 void LayOutMain(const ScreenDef& screen, bool reset) {
@@ -211,7 +211,7 @@ void LayOutMain(const ScreenDef& screen, bool reset) {
     PlaceMainGrid(static_cast<float>(Display.UiScale));
     if (reset)
         EmptyAndResize(grdMain, screen.GridRows, screen.GridCols);
-    if (screen.DrawStyle == modQuorin::DrawCell)
+    if (screen.DrawStyle == modQuorin::CellDrawing::Cell)
         LayOutSingleCell();
     else
         LayOutTable(screen, reset);

@@ -9,21 +9,23 @@
 
 namespace modQuorin {
 
-inline constexpr std::int32_t MarkerCommand = 0; ///< the entry's text is a command
-inline constexpr std::int32_t MarkerBack = 999;  ///< the entry goes Back, and its text is never dispatched
+enum class EntryMarker : std::int32_t {
+    Command = 0, ///< the entry's text is a command
+    Back = 999,  ///< the entry goes Back, and its text is never dispatched
+};
 
 /// An entry of a menu. An empty text is not offered.
 struct MenuEntry {
     Text Caption;
-    std::int32_t Marker = MarkerCommand;
+    EntryMarker Marker = EntryMarker::Command;
 };
 
 /// The two soft menus; entry 0 is the menu's own caption, 1 to 5 are its items.
 struct MenuDef {
     std::array<Text, 6> Text1;
-    std::array<std::int32_t, 6> Marker1{};
+    std::array<EntryMarker, 6> Marker1{};
     std::array<Text, 6> Text2;
-    std::array<std::int32_t, 6> Marker2{};
+    std::array<EntryMarker, 6> Marker2{};
 };
 
 struct MenuState {

@@ -12,13 +12,11 @@
 namespace modPDAUI {
 
 using modQuorin::Screens;
+using platform::AlignX;
+using platform::AlignY;
 using platform::Device;
 
 namespace {
-
-constexpr std::int32_t AlignStart = 0;
-constexpr std::int32_t AlignFoot = 1;
-constexpr std::int32_t AlignCentre = 2;
 
 constexpr std::int32_t TitleBackColour = 0xFF0000; // 0xBBGGRR: pure blue
 constexpr std::int32_t TitleTextColour = 0xFFFFFF;
@@ -59,16 +57,16 @@ std::int32_t FirstColumnWidth() {
 void DrawCellText(platform::CellCanvas& canvas, const platform::OwnerDrawGrid& grid, const PaintedCell& cell,
                   const Text& text, bool wraps) {
     if (wraps)
-        canvas.DrawBox(cell.X + 1, cell.Y + 1, grid.ColWidth(cell.Col), grid.RowHeight(cell.Row), AlignStart,
-                       AlignStart, text);
+        canvas.DrawBox(cell.X + 1, cell.Y + 1, grid.ColWidth(cell.Col), grid.RowHeight(cell.Row), AlignX::Start,
+                       AlignY::Top, text);
     else
         canvas.DrawLine(cell.X + 1, cell.Y + 1, text);
 }
 
 void PaintStartScreen(platform::CellCanvas& canvas, const PaintedCell& cell) {
     canvas.ClearCell();
-    canvas.DrawBox(cell.X, cell.Y, cell.Width, cell.Height, AlignCentre, AlignCentre, u"Velmor \r\nTallybook");
-    canvas.DrawBox(cell.X, cell.Y, cell.Width, cell.Height, AlignCentre, AlignFoot,
+    canvas.DrawBox(cell.X, cell.Y, cell.Width, cell.Height, AlignX::Centre, AlignY::Middle, u"Velmor \r\nTallybook");
+    canvas.DrawBox(cell.X, cell.Y, cell.Width, cell.Height, AlignX::Centre, AlignY::Foot,
                    VersionLine(VersionMajor, VersionMinor));
 }
 
@@ -120,11 +118,11 @@ Text VersionLine(std::int32_t majorNumber, std::int32_t minorNumber) {
 
 void DrawMainCell(platform::CellCanvas& canvas, const PaintedCell& cell) {
     switch (modQuorin::ScreenRow(Screens.CurrentScreen).DrawStyle) {
-    case modQuorin::DrawTable:
-    case modQuorin::DrawCell:
+    case modQuorin::CellDrawing::Table:
+    case modQuorin::CellDrawing::Cell:
         PaintScreenCell(Screens.CurrentScreen, canvas, cell);
         break;
-    case modQuorin::DrawList:
+    case modQuorin::CellDrawing::List:
         PaintPlainCell(canvas, cell);
         break;
     default:

@@ -170,11 +170,11 @@ void OpenListField(const Text& value, const Text& list) {
     field.SetFocus();
 }
 
-void OpenField(std::int32_t kind, const Text& value, const Text& list, float lineHeight) {
-    if (kind == PromptDate)
+void OpenField(PromptKind kind, const Text& value, const Text& list, float lineHeight) {
+    if (kind == PromptKind::Date)
         OpenDatePicker(value);
-    else if (kind != PromptList)
-        OpenTextField(value, kind == PromptText, lineHeight);
+    else if (kind != PromptKind::List)
+        OpenTextField(value, kind == PromptKind::Text, lineHeight);
     else if (!platform::Traits().ListFieldIsText) // there cbotxtInputField stands in, which nothing prepares
         OpenListField(value, list);
 }
@@ -209,7 +209,7 @@ void HideAllFields() {
 
 } // namespace
 
-void InputPrompt(const Text& title, std::int32_t kind, Text& value, const Text& list, bool keepGrids, bool modal) {
+void InputPrompt(const Text& title, PromptKind kind, Text& value, const Text& list, bool keepGrids, bool modal) {
     CloseCellEdit(); // or its text would be read as the answer
     Prompt.PromptModal = modal;
     if (!keepGrids) {

@@ -9,10 +9,12 @@
 
 namespace modPDAUI {
 
-inline constexpr std::int32_t PromptLine = 0; ///< one line of text
-inline constexpr std::int32_t PromptList = 1; ///< a list to choose from, or to type in
-inline constexpr std::int32_t PromptDate = 2;
-inline constexpr std::int32_t PromptText = 3; ///< text of several lines
+enum class PromptKind : std::int32_t {
+    Line = 0, ///< one line of text
+    List = 1, ///< a list to choose from, or to type in
+    Date = 2,
+    Text = 3, ///< text of several lines
+};
 
 /// A copy of one grid: up to two column widths, and of each row up to three cells and the height.
 struct SavedGrid {
@@ -33,17 +35,17 @@ struct PromptState {
     bool PromptOpen = false;    ///< set up and not yet ended
     std::int32_t PromptRow = 0; ///< row of grdMain when it opened: a prompt that is not modal answers into it
     SavedGrid SavedTitle, SavedMain;
-    Text DateText;                    ///< what a PromptDate was opened on; empty for none
+    Text DateText;                    ///< what a PromptKind::Date was opened on; empty for none
     platform::CalendarDate DateShown; ///< what the picker showed then
 };
 inline PromptState Prompt;
 
-/// Opens the prompt. `list` holds the items of a PromptList, parted by ",". With `keepGrids` the saved grids are left
-/// as they are. With `modal` it waits, and `value` becomes the answer of the last prompt that was accepted, which after
-/// a cancel is an older one's. Without it the answer goes into column 1 of the current row when the prompt ends. A
-/// PromptDate whose value is neither empty nor day/month/year is a run-time failure; one that is left as it was read
-/// gives the text that it was read from.
-void InputPrompt(const Text& title, std::int32_t kind, Text& value, const Text& list, bool keepGrids, bool modal);
+/// Opens the prompt. `list` holds the items of a PromptKind::List, parted by ",". With `keepGrids` the saved grids are
+/// left as they are. With `modal` it waits, and `value` becomes the answer of the last prompt that was accepted, which
+/// after a cancel is an older one's. Without it the answer goes into column 1 of the current row when the prompt ends.
+/// A PromptKind::Date whose value is neither empty nor day/month/year is a run-time failure; one that is left as it was
+/// read gives the text that it was read from.
+void InputPrompt(const Text& title, PromptKind kind, Text& value, const Text& list, bool keepGrids, bool modal);
 
 /// Ends the prompt, with its answer taken or not.
 void EndInput(bool cancel);

@@ -12,9 +12,8 @@ void ForgetScreenIds() {
         *id = 0;
 }
 
-ScreenId AddScreen(MenuId menu, std::int32_t backMode, ScreenId backScreen, std::int32_t gridRows,
-                   std::int32_t gridCols, std::int32_t columnPercent, std::int32_t titleRows, std::int32_t titleCols,
-                   std::int32_t drawStyle) {
+ScreenId AddScreen(MenuId menu, BackStep backMode, ScreenId backScreen, std::int32_t gridRows, std::int32_t gridCols,
+                   std::int32_t columnPercent, std::int32_t titleRows, std::int32_t titleCols, CellDrawing drawStyle) {
     ScreenDef row;
     row.BackMode = backMode;
     row.BackScreen = backScreen;

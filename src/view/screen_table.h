@@ -28,17 +28,22 @@ struct ScreenBehaviour {
     void (*Held)(std::int32_t row, std::int32_t col) = nullptr; ///< a long press: the place for a hold menu
 };
 
-inline constexpr std::int32_t BackNothing = 0;
-inline constexpr std::int32_t BackToScreen = 1; ///< to `BackScreen`
-inline constexpr std::int32_t BackEndsProgram = 2;
-inline constexpr std::int32_t BackToPrevious = 3;
+/// What Back does on a screen once its own routine has left it to the table.
+enum class BackStep : std::int32_t {
+    Nothing = 0,
+    ToScreen = 1, ///< to `BackScreen`
+    EndsProgram = 2,
+    ToPrevious = 3,
+};
 
-inline constexpr std::int32_t DrawTable = 0; ///< a table drawn per screen
-inline constexpr std::int32_t DrawList = 1;  ///< a list with a highlighted row
-inline constexpr std::int32_t DrawCell = 2;  ///< one cell that fills the grid
+enum class CellDrawing : std::int32_t {
+    Table = 0, ///< a table drawn per screen
+    List = 1,  ///< a list with a highlighted row
+    Cell = 2,  ///< one cell that fills the grid
+};
 
 struct ScreenDef {
-    std::int32_t BackMode = 0;
+    BackStep BackMode = BackStep::Nothing;
     ScreenId BackScreen = 0;
     std::int32_t GridRows = 0;      ///< rows of grdMain when it is shaped; the fill sets the real count
     std::int32_t GridCols = 0;      ///< columns of grdMain
@@ -47,7 +52,7 @@ struct ScreenDef {
     std::int32_t TitleRows = 0;     ///< rows of grdTitle; 0 hides it
     std::int32_t TitleCols = 0;     ///< columns of grdTitle
     MenuId Menu = 0;
-    std::int32_t DrawStyle = 0;
+    CellDrawing DrawStyle = CellDrawing::Table;
     ScreenBehaviour Behaviour;
     const char* Name = ""; ///< the name that the code gives the screen, for people and tools
 };
@@ -71,9 +76,8 @@ inline ScreenId ScrInput = 0, ScrFileSelect = 0, ScrMessage = 0, ScrMain = 0, Sc
 void ForgetScreenIds();
 
 /// Appends a row, with `ColumnPixels` 0 and a `ColumnPercent` of 0 stored as 100, and gives its number.
-ScreenId AddScreen(MenuId menu, std::int32_t backMode, ScreenId backScreen, std::int32_t gridRows,
-                   std::int32_t gridCols, std::int32_t columnPercent, std::int32_t titleRows, std::int32_t titleCols,
-                   std::int32_t drawStyle);
+ScreenId AddScreen(MenuId menu, BackStep backMode, ScreenId backScreen, std::int32_t gridRows, std::int32_t gridCols,
+                   std::int32_t columnPercent, std::int32_t titleRows, std::int32_t titleCols, CellDrawing drawStyle);
 
 /// A row of the table. A number that is not in the table is a run-time failure.
 ScreenDef& ScreenRow(ScreenId id);

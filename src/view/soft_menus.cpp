@@ -12,7 +12,7 @@ using platform::Device;
 namespace {
 
 using Captions = std::array<Text, 6>;
-using Markers = std::array<std::int32_t, 6>;
+using Markers = std::array<modQuorin::EntryMarker, 6>;
 using Items = std::array<platform::MenuItem*, platform::MenuItemCount>;
 
 /// A menu with a caption and no items gets one item of the same command, in the table for good.

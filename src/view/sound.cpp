@@ -8,19 +8,19 @@ namespace modAudio {
 namespace {
 
 struct ToneRow {
-    std::int32_t Code;
+    SoundCode Code;
     std::int32_t Hertz;
     std::int32_t Milliseconds;
 };
 
 constexpr ToneRow Tones[] = {
-    {SoundTaken, 1046, 250},
-    {SoundRefused, 369, 300},
+    {SoundCode::Taken, 1046, 250},
+    {SoundCode::Refused, 369, 300},
 };
 
 } // namespace
 
-void PlaySound(std::int32_t code) {
+void PlaySound(SoundCode code) {
     for (const ToneRow& tone : Tones) {
         if (tone.Code == code)
             Sound.CurrentTone = platform::Device().toneMaker.MakeTone(tone.Hertz, tone.Milliseconds);

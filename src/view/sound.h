@@ -8,8 +8,10 @@
 
 namespace modAudio {
 
-inline constexpr std::int32_t SoundTaken = 2;   ///< the result was taken
-inline constexpr std::int32_t SoundRefused = 3; ///< it found no row, or was refused
+enum class SoundCode : std::int32_t {
+    Taken = 2,   ///< the result was taken
+    Refused = 3, ///< it found no row, or was refused
+};
 
 struct SoundState {
     std::unique_ptr<platform::Tone> CurrentTone; ///< the tone last made
@@ -17,6 +19,6 @@ struct SoundState {
 inline SoundState Sound;
 
 /// Plays the tone of a code; any other code repeats the last one.
-void PlaySound(std::int32_t code);
+void PlaySound(SoundCode code);
 
 } // namespace modAudio

@@ -51,9 +51,9 @@ void LineFiles::OpenFile(FileHandle& handle, const Text& fullName, const Text& m
 void LineFiles::OpenDatabase(FileHandle& handle) {
     std::int32_t& state = State(handle);
     if (handle.mode == u"r")
-        state = Databases.Open(handle.name, ModeRead).Id;
+        state = Databases.Open(handle.name, DatabaseMode::Read).Id;
     if (handle.mode == u"a")
-        state = Databases.Open(handle.name, ModeReadWrite).Id;
+        state = Databases.Open(handle.name, DatabaseMode::ReadWrite).Id;
     if (handle.mode == u"w")
         Databases.Delete(handle.name);
     if (handle.mode != u"r" && state == 0) {

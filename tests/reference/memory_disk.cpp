@@ -165,7 +165,7 @@ ErrorNumber MemoryFiles::DeleteFile(const Text& fullName) {
     return Disk.Files.erase(fullName) > 0 ? NoError : FileNotFound;
 }
 
-OpenedDatabase MemoryDatabases::Open(const Text& name, std::int32_t) {
+OpenedDatabase MemoryDatabases::Open(const Text& name, platform::DatabaseMode) {
     const auto found = Disk.Databases.find(name);
     if (found == Disk.Databases.end())
         return {0, FileNotFound};
@@ -180,7 +180,7 @@ OpenedDatabase MemoryDatabases::Create(const Text& name, std::int32_t typeCode, 
     if (Disk.Databases.count(name) != 0)
         return {0, FileExists};
     Disk.Databases[name] = std::make_shared<MemoryLines>(MemoryLines{typeCode, creatorCode, {}});
-    return Open(name, ModeReadWrite);
+    return Open(name, DatabaseMode::ReadWrite);
 }
 
 ErrorNumber MemoryDatabases::Delete(const Text& name) {

@@ -54,7 +54,7 @@ public:
     explicit MemoryDatabases(MemoryDisk& disk) : Disk(disk) {}
     void CloseAll() { OpenOnes.clear(); }
 
-    platform::OpenedDatabase Open(const Text& name, std::int32_t mode) override;
+    platform::OpenedDatabase Open(const Text& name, platform::DatabaseMode mode) override;
     platform::OpenedDatabase Create(const Text& name, std::int32_t typeCode, std::int32_t creatorCode) override;
     platform::ErrorNumber Delete(const Text& name) override;
     void Close(platform::DatabaseId database) override { OpenOnes.erase(database); }

@@ -121,7 +121,7 @@ std::string StorageDevice::Shown() {
     const std::int32_t type = modFileSystem::PackCode(u"TEXT");
     const std::int32_t creator = modFileSystem::PackCode(u"QVRN");
     for (Text name = databases.FirstDatabase(type, creator); !name.empty(); name = databases.NextDatabase()) {
-        const platform::DatabaseId id = databases.Open(name, platform::ModeRead).Id;
+        const platform::DatabaseId id = databases.Open(name, platform::DatabaseMode::Read).Id;
         auto lines = std::make_shared<MemoryLines>(MemoryLines{type, creator, {}});
         for (databases.MoveFirst(id); !databases.AtEnd(id); databases.MoveNext(id))
             databases.ReadRecord(id, lines->Records.emplace_back());

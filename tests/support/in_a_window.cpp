@@ -106,7 +106,7 @@ void InAWindow::OpenRecord(const std::string& content) {
     Repaint();
 }
 
-void InAWindow::Ask(std::int32_t kind, const Text& value, const Text& list) {
+void InAWindow::Ask(modPDAUI::PromptKind kind, const Text& value, const Text& list) {
     modQuorin::MenuEvent(u"File Debug...");
     Repaint();
     Text answer = value;

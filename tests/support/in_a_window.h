@@ -5,6 +5,7 @@
 
 #include "backends/headless/font_server.h"
 #include "backends/qt/qt_platform.h"
+#include "src/view/prompt.h"
 #include "src/view/screen_table.h"
 #include "tests/support/test_device.h"
 
@@ -90,7 +91,7 @@ protected:
     /// A driver "Meter" with three fields, and a record of it on the screen.
     void OpenRecord(const std::string& content = "Place|Moisture|Remark\na|b|c\n");
     /// A question that waits for nobody, over the list of file operations.
-    void Ask(std::int32_t kind, const Text& value, const Text& list = u"");
+    void Ask(modPDAUI::PromptKind kind, const Text& value, const Text& list = u"");
     /// A list of so many rows of text, with the focus on it; nothing comes of a tap there but the row change.
     void ShowRows(std::int32_t rows);
     /// An open message box answers as the person does in `step`.

@@ -6,6 +6,10 @@
 
 namespace platform {
 
+/// Where a text stands in its box.
+enum class AlignX : std::int32_t { Start = 0, Centre = 2 };
+enum class AlignY : std::int32_t { Top = 0, Foot = 1, Middle = 2 };
+
 /// The surface of one draw-cell event. Nothing here fails where anyone could tell.
 class CellCanvas {
 public:
@@ -15,10 +19,9 @@ public:
     virtual void FrameRect(std::int32_t x, std::int32_t y, std::int32_t width, std::int32_t height) = 0;
     virtual void ClearCell() = 0; ///< fills the cell with the background colour
     virtual void DrawLine(std::int32_t x, std::int32_t y, const Text& text) = 0;
-    /// Text wrapped and aligned inside a box. Horizontally 0 is the start and 2 the centre; vertically 0 is the top,
-    /// 1 the foot and 2 the middle.
-    virtual void DrawBox(std::int32_t x, std::int32_t y, std::int32_t width, std::int32_t height,
-                         std::int32_t horizontalAlign, std::int32_t verticalAlign, const Text& text) = 0;
+    /// Text wrapped and aligned inside a box.
+    virtual void DrawBox(std::int32_t x, std::int32_t y, std::int32_t width, std::int32_t height, AlignX horizontal,
+                         AlignY vertical, const Text& text) = 0;
 };
 
 using FontHandle = std::int32_t;

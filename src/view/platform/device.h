@@ -29,6 +29,9 @@ public:
     virtual void SendCharacter(std::int32_t character) = 0; ///< into the platform's key queue
 };
 
+/// Why the serial port raised its event.
+enum class PortEvent : std::int32_t { CharactersReceived = 2 };
+
 /// The serial port control. Its receive event is raised while at least `ReceiveThreshold` characters wait, the
 /// threshold is above 0 and the port is open: characters that come while the threshold is 0 raise it afterwards.
 class SerialPort {
@@ -44,7 +47,7 @@ public:
     virtual std::int32_t InBufferCount() const = 0; ///< characters waiting
     /// Takes all waiting characters. Bytes are read as UTF-8 where they are valid UTF-8 and as Windows-1252 elsewhere.
     virtual Text ReadInput() = 0;
-    virtual std::int32_t LastEvent() const = 0; ///< why the event was raised: 2 means that characters came
+    virtual PortEvent LastEvent() const = 0; ///< why the event was raised
 };
 
 /// What a named connection leaves behind: it is only kept.

@@ -9,9 +9,11 @@ namespace platform {
 
 namespace {
 
-constexpr std::int32_t PalmKeys[] = {308, 309, 516, 517, 518, 519, 33, 34, 276, 520, 264, 266, 267, 1280, 261};
-constexpr std::int32_t PalmReleasedKeys[] = {310}; // select; it does no harm
-constexpr std::int32_t SmartphoneKeys[] = {2};     // the second soft key
+constexpr Key PalmKeys[] = {Key::PalmLeft,     Key::PalmRight, Key::PalmApp1,       Key::PalmApp2,     Key::PalmApp3,
+                            Key::PalmApp4,     Key::PageUp,    Key::PageDown,       Key::PalmPowerOff, Key::PalmPower,
+                            Key::PalmLauncher, Key::PalmFind,  Key::PalmCalculator, Key::PalmApp5,     Key::PalmMenu};
+constexpr Key PalmReleasedKeys[] = {Key::PalmSelect}; // it does no harm
+constexpr Key SmartphoneKeys[] = {Key::SoftKey2};
 
 constexpr DeviceTraits Rows[] = {
     {

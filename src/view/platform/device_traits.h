@@ -4,6 +4,7 @@
 #pragma once
 
 #include "src/text/text.h"
+#include "src/view/platform/keys.h"
 
 #include <span>
 
@@ -43,10 +44,10 @@ struct DeviceTraits {
     bool WritesInfoFile = false;  ///< QVRN.info, when the preferences are left
 
     // Keys
-    std::span<const std::int32_t> GrabbedKeys = {};  ///< codes
-    std::span<const std::int32_t> ReleasedKeys = {}; ///< codes that are given back at the end though never grabbed
-    bool EnterHolds = true;                          ///< Enter held down on a row opens its hold menu, as a press does
-    bool EscapeDeletes = false;                      ///< Escape is the key that deletes a character of a field
+    std::span<const Key> GrabbedKeys = {};
+    std::span<const Key> ReleasedKeys = {}; ///< given back at the end though never grabbed
+    bool EnterHolds = true;                 ///< Enter held down on a row opens its hold menu, as a press does
+    bool EscapeDeletes = false;             ///< Escape is the key that deletes a character of a field
     bool EnterReachesForm = false; ///< the control with the focus acts on the characters of Enter and Escape as well
     bool GridTurnsPages = false;   ///< the grid itself scrolls at a page key; the form only follows
 

@@ -7,6 +7,11 @@
 
 namespace platform {
 
+enum class GridStyle : std::int32_t {
+    OneCell = 0, ///< one cell fills the grid
+    Table = 2,   ///< tables and lists
+};
+
 /// Rows and columns are counted from 0.
 ///
 /// Events: a change of the current row or column, by tap, key or program, raises the row-change event while the grid is
@@ -53,8 +58,7 @@ public:
     /// Whether the whole row lies inside the visible page.
     virtual bool RowOnScreen(std::int32_t row) const = 0;
 
-    /// The control's style: 2 for tables and lists, 0 for one cell that fills the grid.
-    virtual void SetGridMode(std::int32_t mode) = 0;
+    virtual void SetGridMode(GridStyle style) = 0;
 
     /// Paints the page of a visible grid, if it has come to look different: its widths and heights are settled then.
     virtual void PaintNow() = 0;

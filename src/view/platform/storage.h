@@ -118,8 +118,7 @@ struct LineRecord {
 
 using DatabaseId = std::int32_t; ///< 0 means none
 
-inline constexpr std::int32_t ModeRead = 9;
-inline constexpr std::int32_t ModeReadWrite = 11;
+enum class DatabaseMode : std::int32_t { Read = 9, ReadWrite = 11 };
 
 /// What came of opening or making a line database.
 struct OpenedDatabase {
@@ -133,7 +132,7 @@ class RecordDatabase {
 public:
     virtual ~RecordDatabase() = default;
     /// Fails with FileNotFound when there is no line database of that name, else with what kept it away.
-    virtual OpenedDatabase Open(const Text& name, std::int32_t mode) = 0;
+    virtual OpenedDatabase Open(const Text& name, DatabaseMode mode) = 0;
     /// Makes a database that is not there yet.
     virtual OpenedDatabase Create(const Text& name, std::int32_t typeCode, std::int32_t creatorCode) = 0;
     virtual ErrorNumber Delete(const Text& name) = 0; ///< not while it is open

@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 // A record in the window whose line database another program locks: the window lives while it is waited for, and the
 // form does not.
+#include "backends/input/gestures.h"
 #include "src/drivers/record_editor.h"
 #include "src/link/receive.h"
-#include "backends/input/gestures.h"
 #include "src/storage/keyed_tables.h"
+#include "src/view/display_state.h"
 #include "tests/support/other_tool.h"
 #include "tests/system/window/watched_window.h"
-#include "src/view/display_state.h"
 
 namespace windowtest {
 namespace {
@@ -141,7 +141,7 @@ TEST_F(LockedRecordInTheWindow, RaisesNothingOfTheApplicationMeanwhile) {
 /// After a sleep the port is closed and opened anew, and what comes meanwhile is lost.
 TEST_F(LockedRecordInTheWindow, IsNoSleepOfTheDeviceHoweverLongItIs) {
     Pass(1000);
-    ASSERT_EQ(modBluetooth::Receive.LinkState, modBluetooth::LinkStateOpen);
+    ASSERT_EQ(modBluetooth::Receive.LinkState, modBluetooth::LinkPhase::Open);
     WaitUntil([this] {
         Device.Platform.loop.Jump(5000);
         return true;
@@ -151,7 +151,7 @@ TEST_F(LockedRecordInTheWindow, IsNoSleepOfTheDeviceHoweverLongItIs) {
     ASSERT_EQ(Device.Did.Unsaved.size(), 1U);
     for (int tick = 0; tick < 4; ++tick) {
         Pass(500);
-        EXPECT_EQ(modBluetooth::Receive.LinkState, modBluetooth::LinkStateOpen) << tick;
+        EXPECT_EQ(modBluetooth::Receive.LinkState, modBluetooth::LinkPhase::Open) << tick;
         EXPECT_TRUE(Device.Platform.serial.PortOpen()) << tick;
     }
 }

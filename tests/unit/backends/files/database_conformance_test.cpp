@@ -55,8 +55,8 @@ protected:
 INSTANTIATE_TEST_SUITE_P(On, DatabaseSuite, EveryStorage);
 
 TEST_P(DatabaseSuite, OpensNoDatabaseThatIsNotThere) {
-    EXPECT_EQ(Databases().Open(u"none", ModeRead).Error, FileNotFound);
-    EXPECT_EQ(Databases().Open(u"none", ModeReadWrite).Error, FileNotFound);
+    EXPECT_EQ(Databases().Open(u"none", DatabaseMode::Read).Error, FileNotFound);
+    EXPECT_EQ(Databases().Open(u"none", DatabaseMode::ReadWrite).Error, FileNotFound);
     EXPECT_THAT(Names(0, 0), IsEmpty());
 }
 
@@ -135,7 +135,7 @@ TEST_P(DatabaseSuite, DropsAnAddedRecordByClosing) {
     ASSERT_EQ(Databases().AddRecord(id), NoError);
     ASSERT_EQ(Databases().WriteRecord(id, {2, u"dropped"}), NoError);
     Databases().Close(id);
-    EXPECT_THAT(Lines(Databases().Open(u"drivers", ModeRead).Id), ElementsAre(u"one"));
+    EXPECT_THAT(Lines(Databases().Open(u"drivers", DatabaseMode::Read).Id), ElementsAre(u"one"));
 }
 
 TEST_P(DatabaseSuite, CommitsABlankRecordThatWasNeverWritten) {
@@ -265,7 +265,7 @@ TEST_P(DatabaseSuite, DeletesNoRecordThatWasOnlyAdded) {
 
 TEST_P(DatabaseSuite, RefusesWritesWhenOpenedForReading) {
     Databases().Close(Made(u"drivers", {u"one"}));
-    const DatabaseId id = Databases().Open(u"drivers", ModeRead).Id;
+    const DatabaseId id = Databases().Open(u"drivers", DatabaseMode::Read).Id;
     ASSERT_NE(id, 0);
     EXPECT_EQ(Databases().AddRecord(id), PermissionDenied);
     EXPECT_EQ(Databases().BeginEdit(id), PermissionDenied);
@@ -278,12 +278,12 @@ TEST_P(DatabaseSuite, RefusesWritesWhenOpenedForReading) {
 
 TEST_P(DatabaseSuite, StandsOnItsFirstRecordWhenOpened) {
     Databases().Close(Made(u"drivers", {u"one", u"two"}));
-    EXPECT_EQ(CurrentLine(Databases().Open(u"drivers", ModeReadWrite).Id), u"one");
+    EXPECT_EQ(CurrentLine(Databases().Open(u"drivers", DatabaseMode::ReadWrite).Id), u"one");
 }
 
 TEST_P(DatabaseSuite, MayBeOpenTwice) {
     const DatabaseId first = Made(u"drivers", {u"one"});
-    const DatabaseId second = Databases().Open(u"drivers", ModeReadWrite).Id;
+    const DatabaseId second = Databases().Open(u"drivers", DatabaseMode::ReadWrite).Id;
     ASSERT_NE(second, 0);
     EXPECT_NE(first, second);
     Append(second, u"two");
@@ -307,10 +307,10 @@ TEST_P(DatabaseSuite, TakesAClosedIdentifierForNone) {
 TEST_P(DatabaseSuite, DeletesADatabase) {
     Databases().Close(Made(u"drivers"));
     EXPECT_EQ(Databases().Delete(u"drivers"), NoError);
-    EXPECT_EQ(Databases().Open(u"drivers", ModeRead).Id, 0);
+    EXPECT_EQ(Databases().Open(u"drivers", DatabaseMode::Read).Id, 0);
     EXPECT_EQ(Databases().Delete(u"drivers"), FileNotFound);
     Databases().Close(Made(u"drivers"));
-    EXPECT_EQ(Databases().RecordCount(Databases().Open(u"drivers", ModeRead).Id), 0);
+    EXPECT_EQ(Databases().RecordCount(Databases().Open(u"drivers", DatabaseMode::Read).Id), 0);
 }
 
 TEST_P(DatabaseSuite, DeletesNoDatabaseThatIsOpen) {
@@ -327,7 +327,7 @@ TEST_P(DatabaseSuite, KeepsABatchThatWasEnded) {
     EXPECT_EQ(Databases().RecordCount(id), 3);
     ASSERT_EQ(Databases().EndBatch(id), NoError);
     Databases().Close(id);
-    EXPECT_THAT(Lines(Databases().Open(u"drivers", ModeRead).Id), ElementsAre(u"one", u"two", u"three"));
+    EXPECT_THAT(Lines(Databases().Open(u"drivers", DatabaseMode::Read).Id), ElementsAre(u"one", u"two", u"three"));
 }
 
 TEST_P(DatabaseSuite, LosesABatchThatIsClosedInTheMiddle) {
@@ -335,7 +335,7 @@ TEST_P(DatabaseSuite, LosesABatchThatIsClosedInTheMiddle) {
     ASSERT_EQ(Databases().BeginBatch(id), NoError);
     Append(id, u"two");
     Databases().Close(id);
-    EXPECT_THAT(Lines(Databases().Open(u"drivers", ModeRead).Id), ElementsAre(u"one"));
+    EXPECT_THAT(Lines(Databases().Open(u"drivers", DatabaseMode::Read).Id), ElementsAre(u"one"));
 }
 
 TEST_P(DatabaseSuite, DeletesInsideABatch) {
@@ -375,7 +375,7 @@ TEST_P(DatabaseSuite, ShiftsNothingFromAPlaceWhereThereIsNone) {
     EXPECT_EQ(Databases().ShiftRecords(id, 2), FileNotFound);
     EXPECT_THAT(Lines(id), ElementsAre(u"a", u"b"));
     Databases().Close(id);
-    const DatabaseId reader = Databases().Open(u"drivers", ModeRead).Id;
+    const DatabaseId reader = Databases().Open(u"drivers", DatabaseMode::Read).Id;
     EXPECT_EQ(Databases().ShiftRecords(reader, 0), PermissionDenied);
     EXPECT_EQ(Databases().RenumberRecords(reader), PermissionDenied);
 }
@@ -435,7 +435,7 @@ TEST_P(RefusesTheDatabaseName, AsIfThereWereNone) {
     const TemporaryRoot root;
     backends::LineDatabase databases{backends::PathMap(root.Path("inner"))};
     EXPECT_EQ(databases.Create(GetParam(), TextType, Creator).Id, 0);
-    EXPECT_EQ(databases.Open(GetParam(), ModeReadWrite).Id, 0);
+    EXPECT_EQ(databases.Open(GetParam(), DatabaseMode::ReadWrite).Id, 0);
     EXPECT_NE(databases.Delete(GetParam()), NoError);
     EXPECT_EQ(root.Entries(), 1);
 }

@@ -52,7 +52,7 @@ TEST_F(ExchangedDatabases, WriteNothingOutside) {
     {
         const Exchanger exchanger(Root.Path("Databases"), Root.Path("trap"));
         for (int i = 0; i < 1000 || (written == 0 && i < MostTries); ++i) {
-            const DatabaseId id = Databases.Open(u"drivers", ModeReadWrite).Id;
+            const DatabaseId id = Databases.Open(u"drivers", DatabaseMode::ReadWrite).Id;
             written += id != 0 && Append(Databases, id, u"more") ? 1 : 0;
             Databases.Close(id);
         }
@@ -80,7 +80,7 @@ TEST_F(ExchangedDatabases, MakeAndDeleteNothingOutside) {
 }
 
 TEST_F(ExchangedDatabases, TakeNoLineWhereTheirNameLeadsElsewhere) {
-    const DatabaseId id = Databases.Open(u"drivers", ModeReadWrite).Id;
+    const DatabaseId id = Databases.Open(u"drivers", DatabaseMode::ReadWrite).Id;
     std::filesystem::rename(Root.Path("Databases"), Root.Path("away"));
     std::filesystem::rename(Root.Path("trap"), Root.Path("Databases"));
     EXPECT_EQ(Databases.AddRecord(id), PathNotFound);
@@ -89,7 +89,7 @@ TEST_F(ExchangedDatabases, TakeNoLineWhereTheirNameLeadsElsewhere) {
     Databases.Close(id);
     EXPECT_EQ(Elsewhere.Bytes("Databases/drivers.sqlite"), OthersBytes);
     EXPECT_EQ(Root.Entries("away"), 1) << "the journal is gone";
-    EXPECT_EQ(Databases.Open(u"drivers", ModeRead).Id, 0);
+    EXPECT_EQ(Databases.Open(u"drivers", DatabaseMode::Read).Id, 0);
 }
 
 } // namespace

@@ -2,10 +2,10 @@
 // The line databases as other tools see them, and as crashes leave them.
 #include "backends/files/line_database.h"
 
-#include "tests/unit/backends/files/full_disk.h"
-#include "tests/support/temporary_root.h"
 #include "tests/support/ordinary_user.h"
 #include "tests/support/other_tool.h"
+#include "tests/support/temporary_root.h"
+#include "tests/unit/backends/files/full_disk.h"
 
 #include <chrono>
 #include <gmock/gmock.h>
@@ -41,7 +41,7 @@ protected:
     }
 
     std::int32_t CountAnew(const Text& name) {
-        const DatabaseId id = Databases.Open(name, ModeRead).Id;
+        const DatabaseId id = Databases.Open(name, DatabaseMode::Read).Id;
         EXPECT_NE(id, 0);
         const std::int32_t count = Databases.RecordCount(id);
         Databases.Close(id);
@@ -87,8 +87,8 @@ TEST_F(LineDatabaseFile, TakesAFileOfAnotherKindForNoDatabase) {
     Root.Put("Databases/empty.sqlite", "");
     std::filesystem::create_directory(Root.Path("Databases/folder.sqlite"));
     for (const char16_t* name : {u"text", u"empty", u"folder"}) {
-        EXPECT_EQ(Databases.Open(name, ModeRead).Id, 0);
-        EXPECT_EQ(Databases.Open(name, ModeReadWrite).Id, 0);
+        EXPECT_EQ(Databases.Open(name, DatabaseMode::Read).Id, 0);
+        EXPECT_EQ(Databases.Open(name, DatabaseMode::ReadWrite).Id, 0);
     }
     EXPECT_EQ(Databases.Create(u"text", 1, 2).Id, 0);
     EXPECT_EQ(Databases.Create(u"folder", 1, 2).Id, 0);
@@ -137,7 +137,7 @@ TEST_F(LineDatabaseFile, InAFolderThatCantBeReadIsMissingInAListAsAreAll) {
 TEST_F(LineDatabaseFile, OfAnotherProgramIsNoLineDatabase) {
     std::filesystem::create_directory(Root.Path("Databases"));
     Outside("Databases/other.sqlite", "CREATE TABLE Songs(Name TEXT)");
-    EXPECT_EQ(Databases.Open(u"other", ModeReadWrite).Id, 0);
+    EXPECT_EQ(Databases.Open(u"other", DatabaseMode::ReadWrite).Id, 0);
     EXPECT_EQ(Databases.Create(u"other", 1, 2).Id, 0);
     EXPECT_THAT(Outside("Databases/other.sqlite", "SELECT name FROM sqlite_master"), ElementsAre("Songs"));
 }
@@ -156,7 +156,7 @@ TEST_F(LineDatabaseFile, ThatWouldKeepItsReaderBusyForEverIsNotOpened) {
         Append(id, u"one");
         Databases.Close(id);
         Outside("Databases/trap.sqlite", trap);
-        EXPECT_EQ(Databases.Open(u"trap", ModeReadWrite).Id, 0) << trap;
+        EXPECT_EQ(Databases.Open(u"trap", DatabaseMode::ReadWrite).Id, 0) << trap;
         EXPECT_EQ(Databases.FirstDatabase(0, 0), u"") << trap;
         ASSERT_EQ(Databases.Delete(u"trap"), NoError);
     }
@@ -185,7 +185,7 @@ TEST_F(LineDatabaseFile, DeletesALinkAndNotWhatItLeadsTo) {
     Root.Link("real.sqlite", "Databases/link.sqlite");
     EXPECT_EQ(Databases.Delete(u"link"), NoError);
     EXPECT_TRUE(Root.Has("Databases/real.sqlite"));
-    EXPECT_EQ(Databases.Open(u"link", ModeRead).Id, 0);
+    EXPECT_EQ(Databases.Open(u"link", DatabaseMode::Read).Id, 0);
 }
 
 TEST_F(LineDatabaseFile, IsNotReachedOverALinkThatLeadsOutside) {
@@ -194,7 +194,7 @@ TEST_F(LineDatabaseFile, IsNotReachedOverALinkThatLeadsOutside) {
     others.Close(others.Create(u"secret", 1, 2).Id);
     std::filesystem::create_directory(Root.Path("Databases"));
     Root.Link(elsewhere.Path("Databases/secret.sqlite"), "Databases/secret.sqlite");
-    EXPECT_EQ(Databases.Open(u"secret", ModeRead).Id, 0);
+    EXPECT_EQ(Databases.Open(u"secret", DatabaseMode::Read).Id, 0);
     EXPECT_NE(Databases.Delete(u"secret"), NoError);
     EXPECT_EQ(Databases.FirstDatabase(0, 0), u"");
 }

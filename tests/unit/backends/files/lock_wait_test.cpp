@@ -2,8 +2,8 @@
 // Line databases that another program has locked.
 #include "backends/files/line_database.h"
 
-#include "tests/support/temporary_root.h"
 #include "tests/support/other_tool.h"
+#include "tests/support/temporary_root.h"
 
 #include <chrono>
 #include <gtest/gtest.h>
@@ -109,7 +109,7 @@ TEST_F(LockedDatabase, TakesALongBatchThatAReaderLetsEnd) {
 TEST_F(LockedDatabase, CanNotBeOpenedAndThatIsNoMissingOne) {
     Databases.Close(Id);
     Tool.Lock();
-    EXPECT_EQ(Databases.Open(u"drivers", ModeReadWrite).Error, InUse);
+    EXPECT_EQ(Databases.Open(u"drivers", DatabaseMode::ReadWrite).Error, InUse);
 }
 
 TEST_F(LockedDatabase, IsNotWrittenByOthersWhileItIsRead) {

@@ -42,7 +42,7 @@ TEST_F(PictureOfACell, KeepsNothingOfWhatWasDrawnBeforeItWasCleared) {
     Canvas.ClearCell();
     Canvas.FrameRect(0, 0, 10, 10);
     Canvas.DrawLine(1, 1, u"gone");
-    Canvas.DrawBox(1, 1, 9, 9, 0, 0, u"gone too");
+    Canvas.DrawBox(1, 1, 9, 9, AlignX::Start, AlignY::Top, u"gone too");
     Canvas.SetBackColor(Grey);
     Canvas.ClearCell();
     EXPECT_EQ(Seen(), (CellPicture{Grey, std::nullopt, {}}));
@@ -61,9 +61,9 @@ TEST_F(PictureOfACell, KeepsTextsInTheOrderOfDrawingWithTheirColours) {
     Canvas.SetForeColor(Green);
     Canvas.DrawLine(1, 2, u"line");
     Canvas.SetForeColor(Red);
-    Canvas.DrawBox(3, 4, 50, 60, 2, 1, u"box");
-    EXPECT_THAT(Seen().Texts, ElementsAre(PaintedText{1, 2, 0, 0, 0, 0, Green, u"line"},
-                                          PaintedText{3, 4, 50, 60, 2, 1, Red, u"box"}));
+    Canvas.DrawBox(3, 4, 50, 60, AlignX::Centre, AlignY::Foot, u"box");
+    EXPECT_THAT(Seen().Texts, ElementsAre(PaintedText{1, 2, 0, 0, AlignX::Start, AlignY::Top, Green, u"line"},
+                                          PaintedText{3, 4, 50, 60, AlignX::Centre, AlignY::Foot, Red, u"box"}));
 }
 
 TEST_F(PictureOfACell, IsThereAlsoWhenItWasDrawnOnWithoutBeingCleared) {

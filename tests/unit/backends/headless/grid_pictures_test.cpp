@@ -16,7 +16,7 @@ constexpr std::int32_t Green = 0x00FF00;
 constexpr std::int32_t Blue = 0xFF0000;
 
 CellPicture Line(std::int32_t x, std::int32_t y, const Text& text) {
-    return {White, std::nullopt, {{x, y, 0, 0, 0, 0, Black, text}}};
+    return {White, std::nullopt, {{x, y, 0, 0, AlignX::Start, AlignY::Top, Black, text}}};
 }
 
 CellPicture Selected(CellPicture picture) {
@@ -65,10 +65,10 @@ protected:
 };
 
 TEST_F(GridPictures, OfTheStartScreenAreNameAndVersion) {
-    ExpectSeen(Main(0),
-               {White,
-                std::nullopt,
-                {{0, 0, 638, 478, 2, 2, Black, u"Velmor \r\nTallybook"}, {0, 0, 638, 478, 2, 1, Black, u"V 0.27"}}});
+    ExpectSeen(Main(0), {White,
+                         std::nullopt,
+                         {{0, 0, 638, 478, AlignX::Centre, AlignY::Middle, Black, u"Velmor \r\nTallybook"},
+                          {0, 0, 638, 478, AlignX::Centre, AlignY::Foot, Black, u"V 0.27"}}});
     EXPECT_EQ(Title(0), nullptr);
 }
 
@@ -155,7 +155,9 @@ TEST_F(GridPictures, OfARecordWithoutColourHaveTheFormsAndNoHiddenField) {
 TEST_F(GridPictures, OfALongTextAreABoxInARowThatHasGrown) {
     const std::string words(60, 'x'); // 319 pixels hold 53 characters
     OpenColouredRecord("a|" + words + "|c|d|e");
-    ExpectSeen(Main(1, 1), {White, std::nullopt, {{320, 18, 319, 34, 0, 0, Black, modStringTools::FromBytes(words)}}});
+    ExpectSeen(Main(1, 1), {White,
+                            std::nullopt,
+                            {{320, 18, 319, 34, AlignX::Start, AlignY::Top, Black, modStringTools::FromBytes(words)}}});
     ExpectSeen(Main(2, 1), Line(320, 52, u"c"));
 }
 

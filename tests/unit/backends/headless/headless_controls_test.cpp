@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "backends/headless/headless_controls.h"
 
-#include "backends/grid/key_codes.h"
+#include "src/view/platform/keys.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -58,13 +58,13 @@ TEST_F(TextBoxOfTheForm, RaisesOneChangeForATextReplacedInOneStep) {
 
 TEST_F(TextBoxOfTheForm, MovesItsCaretWithTheArrows) {
     Box.ReplaceText(u"abc");
-    Box.ActOnKey(KeyLeft);
-    Box.ActOnKey(KeyLeft);
+    Box.ActOnKey(CodeOf(Key::Left));
+    Box.ActOnKey(CodeOf(Key::Left));
     Box.EnterCharacter(u"x");
-    Box.ActOnKey(KeyRight);
+    Box.ActOnKey(CodeOf(Key::Right));
     Box.EnterCharacter(u"y");
-    Box.ActOnKey(KeyUp);
-    Box.ActOnKey(KeyDown);
+    Box.ActOnKey(CodeOf(Key::Up));
+    Box.ActOnKey(CodeOf(Key::Down));
     EXPECT_EQ(Box.Contents(), u"axbyc");
 }
 
@@ -93,26 +93,26 @@ protected:
 };
 
 TEST_F(ComboBoxOfTheForm, WalksItsItemsAndStopsAtTheEnds) {
-    EXPECT_EQ(After(KeyDown), u"a");
-    EXPECT_EQ(After(KeyDown), u"b");
-    EXPECT_EQ(After(KeyDown), u"c");
-    EXPECT_EQ(After(KeyDown), u"c");
-    EXPECT_EQ(After(KeyUp), u"b");
-    EXPECT_EQ(After(KeyUp), u"a");
-    EXPECT_EQ(After(KeyUp), u"a");
+    EXPECT_EQ(After(CodeOf(Key::Down)), u"a");
+    EXPECT_EQ(After(CodeOf(Key::Down)), u"b");
+    EXPECT_EQ(After(CodeOf(Key::Down)), u"c");
+    EXPECT_EQ(After(CodeOf(Key::Down)), u"c");
+    EXPECT_EQ(After(CodeOf(Key::Up)), u"b");
+    EXPECT_EQ(After(CodeOf(Key::Up)), u"a");
+    EXPECT_EQ(After(CodeOf(Key::Up)), u"a");
 }
 
 TEST_F(ComboBoxOfTheForm, WithATextOfItsOwnGoesDownToTheFirstItemAndUpToNone) {
     Box.SetContents(u"own");
-    EXPECT_EQ(After(KeyUp), u"own");
-    EXPECT_EQ(After(KeyDown), u"a");
+    EXPECT_EQ(After(CodeOf(Key::Up)), u"own");
+    EXPECT_EQ(After(CodeOf(Key::Down)), u"a");
 }
 
 TEST_F(ComboBoxOfTheForm, PutsTheCaretBehindTheChosenItem) {
-    Box.ActOnKey(KeyDown);
+    Box.ActOnKey(CodeOf(Key::Down));
     Box.EnterCharacter(u"x");
     EXPECT_EQ(Box.Contents(), u"ax");
-    Box.ActOnKey(KeyLeft);
+    Box.ActOnKey(CodeOf(Key::Left));
     Box.EnterCharacter(u"y");
     EXPECT_EQ(Box.Contents(), u"ayx");
 }
@@ -122,7 +122,7 @@ TEST_F(ComboBoxOfTheForm, LosesTextAndItemsTogether) {
     Box.Clear();
     EXPECT_EQ(Box.ItemCount(), 0);
     EXPECT_EQ(Box.Contents(), u"");
-    EXPECT_EQ(After(KeyDown), u"");
+    EXPECT_EQ(After(CodeOf(Key::Down)), u"");
 }
 
 TEST_F(ComboBoxOfTheForm, RemovesAnItemThatIsThere) {
@@ -160,17 +160,24 @@ TEST_P(DatePickerOfTheForm, GoesADayOrAWeekOn) {
     EXPECT_EQ(picker.Date(), GetParam().To);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Steps, DatePickerOfTheForm,
-    testing::Values(DateStep{{2007, 3, 5}, KeyRight, {2007, 3, 6}}, DateStep{{2007, 3, 5}, KeyLeft, {2007, 3, 4}},
-                    DateStep{{2007, 3, 5}, KeyDown, {2007, 3, 12}}, DateStep{{2007, 3, 5}, KeyUp, {2007, 2, 26}},
-                    DateStep{{2007, 3, 31}, KeyRight, {2007, 4, 1}}, DateStep{{2007, 3, 1}, KeyLeft, {2007, 2, 28}},
-                    DateStep{{2008, 2, 28}, KeyRight, {2008, 2, 29}}, DateStep{{2008, 3, 1}, KeyLeft, {2008, 2, 29}},
-                    DateStep{{1900, 2, 28}, KeyRight, {1900, 3, 1}}, DateStep{{2000, 2, 28}, KeyRight, {2000, 2, 29}},
-                    DateStep{{2007, 12, 31}, KeyRight, {2008, 1, 1}}, DateStep{{2007, 1, 1}, KeyLeft, {2006, 12, 31}},
-                    DateStep{{2007, 12, 28}, KeyDown, {2008, 1, 4}}, DateStep{{2007, 1, 4}, KeyUp, {2006, 12, 28}},
-                    DateStep{{9999, 12, 31}, KeyRight, {9999, 12, 31}}, DateStep{{1, 1, 1}, KeyLeft, {1, 1, 1}},
-                    DateStep{{2007, 3, 5}, KeyPageDown, {2007, 3, 5}}));
+INSTANTIATE_TEST_SUITE_P(Steps, DatePickerOfTheForm,
+                         testing::Values(DateStep{{2007, 3, 5}, CodeOf(Key::Right), {2007, 3, 6}},
+                                         DateStep{{2007, 3, 5}, CodeOf(Key::Left), {2007, 3, 4}},
+                                         DateStep{{2007, 3, 5}, CodeOf(Key::Down), {2007, 3, 12}},
+                                         DateStep{{2007, 3, 5}, CodeOf(Key::Up), {2007, 2, 26}},
+                                         DateStep{{2007, 3, 31}, CodeOf(Key::Right), {2007, 4, 1}},
+                                         DateStep{{2007, 3, 1}, CodeOf(Key::Left), {2007, 2, 28}},
+                                         DateStep{{2008, 2, 28}, CodeOf(Key::Right), {2008, 2, 29}},
+                                         DateStep{{2008, 3, 1}, CodeOf(Key::Left), {2008, 2, 29}},
+                                         DateStep{{1900, 2, 28}, CodeOf(Key::Right), {1900, 3, 1}},
+                                         DateStep{{2000, 2, 28}, CodeOf(Key::Right), {2000, 2, 29}},
+                                         DateStep{{2007, 12, 31}, CodeOf(Key::Right), {2008, 1, 1}},
+                                         DateStep{{2007, 1, 1}, CodeOf(Key::Left), {2006, 12, 31}},
+                                         DateStep{{2007, 12, 28}, CodeOf(Key::Down), {2008, 1, 4}},
+                                         DateStep{{2007, 1, 4}, CodeOf(Key::Up), {2006, 12, 28}},
+                                         DateStep{{9999, 12, 31}, CodeOf(Key::Right), {9999, 12, 31}},
+                                         DateStep{{1, 1, 1}, CodeOf(Key::Left), {1, 1, 1}},
+                                         DateStep{{2007, 3, 5}, CodeOf(Key::PageDown), {2007, 3, 5}}));
 
 // The list box.
 
@@ -229,57 +236,57 @@ protected:
 };
 
 TEST_F(GridOfTheForm, MovesItsCellWithTheArrowsAndStopsAtTheEdges) {
-    EXPECT_EQ(After(KeyUp), std::pair(0, 0));
-    EXPECT_EQ(After(KeyLeft), std::pair(0, 0));
-    EXPECT_EQ(After(KeyDown), std::pair(1, 0));
-    EXPECT_EQ(After(KeyRight), std::pair(1, 1));
-    EXPECT_EQ(After(KeyRight), std::pair(1, 1));
+    EXPECT_EQ(After(CodeOf(Key::Up)), std::pair(0, 0));
+    EXPECT_EQ(After(CodeOf(Key::Left)), std::pair(0, 0));
+    EXPECT_EQ(After(CodeOf(Key::Down)), std::pair(1, 0));
+    EXPECT_EQ(After(CodeOf(Key::Right)), std::pair(1, 1));
+    EXPECT_EQ(After(CodeOf(Key::Right)), std::pair(1, 1));
     Grid.SetRow(22);
-    EXPECT_EQ(After(KeyDown), std::pair(22, 1));
-    EXPECT_EQ(After(KeyUp), std::pair(21, 1));
-    EXPECT_EQ(After(KeyLeft), std::pair(21, 0));
+    EXPECT_EQ(After(CodeOf(Key::Down)), std::pair(22, 1));
+    EXPECT_EQ(After(CodeOf(Key::Up)), std::pair(21, 1));
+    EXPECT_EQ(After(CodeOf(Key::Left)), std::pair(21, 0));
 }
 
 TEST_F(GridOfTheForm, TakesNoKeyWhileItIsDisabled) {
     Grid.TurnsPages = true;
     Grid.SetEnabled(false);
-    for (const std::int32_t key : {KeyDown, KeyRight, KeyPageDown})
+    for (const std::int32_t key : {CodeOf(Key::Down), CodeOf(Key::Right), CodeOf(Key::PageDown)})
         EXPECT_EQ(After(key), std::pair(0, 0));
     EXPECT_EQ(Grid.TopRow(), 0);
 }
 
 TEST_F(GridOfTheForm, TurnsNoPageWhereTheDeviceDoesNot) {
-    EXPECT_EQ(TopAfter(KeyPageDown), 0);
+    EXPECT_EQ(TopAfter(CodeOf(Key::PageDown)), 0);
     Grid.SetTopRow(9);
-    EXPECT_EQ(TopAfter(KeyPageUp), 9);
+    EXPECT_EQ(TopAfter(CodeOf(Key::PageUp)), 9);
 }
 
 TEST_F(GridOfTheForm, TurnsByTheRowsThatStandOnThePage) {
     Grid.TurnsPages = true;
-    EXPECT_EQ(TopAfter(KeyPageDown), 5);
-    EXPECT_EQ(TopAfter(KeyPageDown), 10);
-    EXPECT_EQ(TopAfter(KeyPageDown), 15);
-    EXPECT_EQ(TopAfter(KeyPageDown), 18);
-    EXPECT_EQ(TopAfter(KeyPageDown), 18);
-    EXPECT_EQ(TopAfter(KeyPageUp), 13);
+    EXPECT_EQ(TopAfter(CodeOf(Key::PageDown)), 5);
+    EXPECT_EQ(TopAfter(CodeOf(Key::PageDown)), 10);
+    EXPECT_EQ(TopAfter(CodeOf(Key::PageDown)), 15);
+    EXPECT_EQ(TopAfter(CodeOf(Key::PageDown)), 18);
+    EXPECT_EQ(TopAfter(CodeOf(Key::PageDown)), 18);
+    EXPECT_EQ(TopAfter(CodeOf(Key::PageUp)), 13);
     Grid.SetTopRow(22); // the last row alone
-    EXPECT_EQ(TopAfter(KeyPageUp), 17);
+    EXPECT_EQ(TopAfter(CodeOf(Key::PageUp)), 17);
     Grid.SetTopRow(3);
-    EXPECT_EQ(TopAfter(KeyPageUp), 0);
+    EXPECT_EQ(TopAfter(CodeOf(Key::PageUp)), 0);
     EXPECT_EQ(Grid.Row(), 0);
 }
 
 TEST_F(GridOfTheForm, TurnsByOneRowThatIsHigherThanThePage) {
     Grid.TurnsPages = true;
     Grid.SetRowHeight(0, 300);
-    EXPECT_EQ(TopAfter(KeyPageDown), 1);
+    EXPECT_EQ(TopAfter(CodeOf(Key::PageDown)), 1);
 }
 
 TEST_F(GridOfTheForm, TurnsNoPageOfAListThatFits) {
     Grid.TurnsPages = true;
     Grid.SetRows(3);
-    EXPECT_EQ(TopAfter(KeyPageDown), 0);
-    EXPECT_EQ(TopAfter(KeyPageUp), 0);
+    EXPECT_EQ(TopAfter(CodeOf(Key::PageDown)), 0);
+    EXPECT_EQ(TopAfter(CodeOf(Key::PageUp)), 0);
 }
 
 } // namespace

@@ -116,12 +116,12 @@ TEST_F(PiledQuestions, AreNoSleepOfTheDevice) {
     Program.WillAnswer(BoxAnswer::No);
     Program.WillWait(400);
     Program.WillWait(200);
-    WillLook([&] { EXPECT_NE(modBluetooth::Receive.LinkState, modBluetooth::LinkStateReset); });
+    WillLook([&] { EXPECT_NE(modBluetooth::Receive.LinkState, modBluetooth::LinkPhase::Reset); });
     WillAnswerAll(BoxAnswer::No);
     Program.WillWait(3000);
     WillLook([&] {
         EXPECT_TRUE(modBluetooth::Ports.LinkOpen);
-        EXPECT_EQ(modBluetooth::Receive.LinkState, modBluetooth::LinkStateOpen);
+        EXPECT_EQ(modBluetooth::Receive.LinkState, modBluetooth::LinkPhase::Open);
     });
     Run();
 }
@@ -131,7 +131,7 @@ TEST_F(PiledQuestions, AreNoSleepOfTheDeviceWhateverStandsOnTop) {
     Program.WillWait(60000);
     Program.WillAnswer(BoxAnswer::Ok);
     Program.WillWait(600);
-    WillLook([&] { EXPECT_NE(modBluetooth::Receive.LinkState, modBluetooth::LinkStateReset); });
+    WillLook([&] { EXPECT_NE(modBluetooth::Receive.LinkState, modBluetooth::LinkPhase::Reset); });
     WillAnswerAll(BoxAnswer::No);
     Run();
 }

@@ -24,7 +24,7 @@ protected:
     HeadlessTextBox& Field() { return Device.Platform.txtInputField; }
 
     /// A question that waits for nobody, over the list of file operations.
-    void Ask(std::int32_t kind, Text value, const Text& list = u"") {
+    void Ask(modPDAUI::PromptKind kind, Text value, const Text& list = u"") {
         MenuEvent(u"File Debug...");
         modPDAUI::InputPrompt(u"Title", kind, value, list, false, false);
     }
@@ -78,7 +78,7 @@ protected:
 };
 
 TEST_P(EnterInAText, IsSwallowedAsACharacterButOnTypeSeven) {
-    Ask(modPDAUI::PromptText, u"a");
+    Ask(modPDAUI::PromptKind::Text, u"a");
     modQuorin::Screens.GridEditMode = false; // so that Enter closes no field
     Press(13);
     EXPECT_EQ(Field().Contents(), GetParam().Contents);
@@ -112,7 +112,7 @@ struct Written {
 class CharacterOfAKey : public Keyboard, public testing::WithParamInterface<Written> {};
 
 TEST_P(CharacterOfAKey, ReachesTheTextWhereTheCodeHasOne) {
-    Ask(modPDAUI::PromptLine, u"ab");
+    Ask(modPDAUI::PromptKind::Line, u"ab");
     EXPECT_EQ(Press(GetParam().Code), "");
     EXPECT_EQ(Field().Contents(), GetParam().Contents);
 }
@@ -126,7 +126,7 @@ INSTANTIATE_TEST_SUITE_P(Codes, CharacterOfAKey,
                                          Written{310, u"ab"}, Written{321, u"ab"}, Written{65601, u"ab"}));
 
 TEST_F(Keyboard, ArrowsMoveTheCaretOfAField) {
-    Ask(modPDAUI::PromptLine, u"ab");
+    Ask(modPDAUI::PromptKind::Line, u"ab");
     Press(37);
     Press('x');
     Press(39);
@@ -135,7 +135,7 @@ TEST_F(Keyboard, ArrowsMoveTheCaretOfAField) {
 }
 
 TEST_F(Keyboard, ArrowsChooseAnItemOfAList) {
-    Ask(modPDAUI::PromptList, u"", u"one,two");
+    Ask(modPDAUI::PromptKind::List, u"", u"one,two");
     Press(40);
     Press(40);
     EXPECT_EQ(Device.Platform.cboInputField.Contents(), u"two");
@@ -144,7 +144,7 @@ TEST_F(Keyboard, ArrowsChooseAnItemOfAList) {
 }
 
 TEST_F(Keyboard, ArrowsMoveADateAndEnterTakesIt) {
-    Ask(modPDAUI::PromptDate, u"28/02/2007");
+    Ask(modPDAUI::PromptKind::Date, u"28/02/2007");
     Device.Main().SetCols(2);
     Press(39);
     Press(40);
@@ -203,7 +203,7 @@ INSTANTIATE_TEST_SUITE_P(Types, PageKeyElsewhere, testing::Values(0, 2, 3, 5, 6,
 // What is refused.
 
 TEST_F(Keyboard, IsTheMessageBoxesWhileOneIsOpen) {
-    Ask(modPDAUI::PromptLine, u"ab");
+    Ask(modPDAUI::PromptKind::Line, u"ab");
     Device.WhileABoxStands([this] {
         EXPECT_EQ(Press('x'), "a message box is open");
         EXPECT_EQ(Press(27), "a message box is open");
@@ -224,13 +224,13 @@ TEST_F(Keyboard, TypesIntoNothingButAnInputControl) {
     EXPECT_EQ(TypeText(Device.Platform, u"x"), "no input control has the focus");
     Main().SetVisible(false);
     EXPECT_EQ(TypeText(Device.Platform, u"x"), "no input control has the focus");
-    Ask(modPDAUI::PromptDate, u"");
+    Ask(modPDAUI::PromptKind::Date, u"");
     EXPECT_EQ(TypeText(Device.Platform, u"x"), "no input control has the focus");
 }
 
 TEST_F(Keyboard, PicksNoDateWithoutAPicker) {
     EXPECT_EQ(PickDate(Device.Platform, {2007, 3, 6}), "no date picker is open");
-    Ask(modPDAUI::PromptLine, u"ab");
+    Ask(modPDAUI::PromptKind::Line, u"ab");
     EXPECT_EQ(PickDate(Device.Platform, {2007, 3, 6}), "no date picker is open");
     EXPECT_EQ(Screen(), modQuorin::ScrInput);
 }
@@ -252,7 +252,7 @@ protected:
 };
 
 TEST_F(KeyboardOfTypeSeven, EscapeDeletesTheLastCharacterOfTheField) {
-    Ask(modPDAUI::PromptLine, u"ab");
+    Ask(modPDAUI::PromptKind::Line, u"ab");
     Press(27);
     Settle();
     EXPECT_EQ(Field().Contents(), u"a");
@@ -266,7 +266,7 @@ protected:
 };
 
 TEST_F(KeyboardOfAPalm, KeyThatIsHandedOnWritesNothing) {
-    Ask(modPDAUI::PromptLine, u"ab");
+    Ask(modPDAUI::PromptKind::Line, u"ab");
     for (const std::int32_t key : {276, 520, 264, 516, 1280})
         Press(key);
     Settle();

@@ -138,7 +138,7 @@ TEST_F(SimulatedPort, RaisesTheEventLateWhenTheThresholdComesLate) {
     EXPECT_FALSE(Port.RaiseWhatIsPending());
     Port.SetReceiveThreshold(1);
     EXPECT_TRUE(Port.RaiseWhatIsPending());
-    EXPECT_EQ(Port.LastEvent(), 2);
+    EXPECT_EQ(Port.LastEvent(), PortEvent::CharactersReceived);
 }
 
 TEST_F(SimulatedPort, LosesWhatNobodyReadWhenItCloses) {

@@ -299,18 +299,18 @@ TEST_F(ScreenReader, CallsTheFieldOverACellAsItsRow) {
 }
 
 TEST_F(ScreenReader, CallsTheFieldOfAQuestionAsTheQuestion) {
-    Ask(modPDAUI::PromptLine, u"ab");
+    Ask(modPDAUI::PromptKind::Line, u"ab");
     EXPECT_EQ(NameOf(Line()), "Title");
     modPDAUI::EndInput(true);
-    Ask(modPDAUI::PromptText, u"ab");
+    Ask(modPDAUI::PromptKind::Text, u"ab");
     EXPECT_EQ(NameOf(Page()), "Title");
     modPDAUI::EndInput(true);
-    Ask(modPDAUI::PromptList, u"a", u"a,b");
+    Ask(modPDAUI::PromptKind::List, u"a", u"a,b");
     EXPECT_EQ(NameOf(*Combo().lineEdit()), "Title");
     EXPECT_EQ(Of(Combo()).focusChild(), &Of(*Combo().lineEdit()));
     EXPECT_EQ(Of(Combo()).text(QAccessible::Value), QStringLiteral("a"));
     modPDAUI::EndInput(true);
-    Ask(modPDAUI::PromptDate, u"");
+    Ask(modPDAUI::PromptKind::Date, u"");
     EXPECT_EQ(NameOf(Calendar()), "Title");
     EXPECT_EQ(NameOf(*Calendar().findChild<QTableView*>()), "Title");
     modPDAUI::EndInput(true);

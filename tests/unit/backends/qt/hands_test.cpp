@@ -109,7 +109,7 @@ TEST_F(HandsOnAField, KeepItWhenThePageCantMove) {
 }
 
 TEST_F(HandsOnAField, KeepThePromptsTextAtTab) {
-    Ask(modPDAUI::PromptLine, u"ab");
+    Ask(modPDAUI::PromptKind::Line, u"ab");
     Press(Qt::Key_Tab);
     EXPECT_TRUE(Field().Visible());
     EXPECT_EQ(Field().Contents(), u"ab");
@@ -118,7 +118,7 @@ TEST_F(HandsOnAField, KeepThePromptsTextAtTab) {
 }
 
 TEST_F(HandsOnAField, TypeBlanksThatDoNotBreak) {
-    Ask(modPDAUI::PromptText, u"a\u00A0b");
+    Ask(modPDAUI::PromptKind::Text, u"a\u00A0b");
     Type("c");
     EXPECT_EQ(Field().Contents(), u"a\u00A0bc");
 }

@@ -23,7 +23,7 @@ using testing::ElementsAre;
 class ListToChooseFrom : public InAWindow {
 protected:
     void Open(const Text& value, const Text& list) {
-        Ask(modPDAUI::PromptList, value, list);
+        Ask(modPDAUI::PromptKind::List, value, list);
         ASSERT_TRUE(Combo().isVisible());
     }
     backends::qt::QtComboBox& Field() { return Device.Platform.cboInputField; }
@@ -180,7 +180,7 @@ protected:
     void Open(const Text& value) {
         OpenRecord();
         Text answer = value;
-        modPDAUI::InputPrompt(u"Title", modPDAUI::PromptDate, answer, u"", false, false);
+        modPDAUI::InputPrompt(u"Title", modPDAUI::PromptKind::Date, answer, u"", false, false);
         Settle();
         ASSERT_TRUE(Calendar().isVisible());
     }
@@ -283,7 +283,7 @@ protected:
 };
 
 TEST_F(DateOnASmallScreen, HasAllDaysOfTheWeekAndAllWeeks) {
-    Ask(modPDAUI::PromptDate, u"28/02/2007");
+    Ask(modPDAUI::PromptKind::Date, u"28/02/2007");
     const QTableView& days = *Calendar().findChild<QTableView*>();
     const QAbstractItemModel& model = *days.model();
     for (int row = 0; row < model.rowCount(); ++row) {

@@ -103,7 +103,7 @@ TEST_F(KeysOfAWindow, ReachTheFormThenTheGridThenTheFormAgain) {
 }
 
 TEST_F(KeysOfAWindow, ThatTheFormSwallowsDoNotReachTheControl) {
-    Ask(modPDAUI::PromptText, u"a");
+    Ask(modPDAUI::PromptKind::Text, u"a");
     modQuorin::Screens.GridEditMode = false; // so that Enter closes no field
     Press(Qt::Key_Return);
     EXPECT_EQ(Field().Contents(), u"a");
@@ -173,7 +173,7 @@ TEST_F(KeysOfAWindow, EnterThatIsHeldOverAPromptIsNoLongPress) {
     Settle();
     ASSERT_TRUE(Device.Platform.tmrHoldEvent.Enabled());
     Text value;
-    modPDAUI::InputPrompt(u"Title", modPDAUI::PromptLine, value, u"", false, false);
+    modPDAUI::InputPrompt(u"Title", modPDAUI::PromptKind::Line, value, u"", false, false);
     Settle();
     QTest::keyRelease(Form().focusWidget(), Qt::Key_Return);
     Settle();
@@ -185,7 +185,7 @@ TEST_F(KeysOfAWindow, EnterThatIsHeldOverAPromptIsNoLongPress) {
 TEST_F(KeysOfAWindow, EnterThatIsHeldOverACalendarPressesNothingOnTheRecord) {
     OpenRecord();
     Text value;
-    modPDAUI::InputPrompt(u"Title", modPDAUI::PromptDate, value, u"", false, false);
+    modPDAUI::InputPrompt(u"Title", modPDAUI::PromptKind::Date, value, u"", false, false);
     Settle();
     const auto send = [this](QEvent::Type type, bool repeats) {
         QKeyEvent event(type, Qt::Key_Return, Qt::NoModifier, QString(), repeats);
@@ -212,7 +212,7 @@ TEST_F(KeysOfAWindow, EnterAnswersAPromptOfOneLine) {
             Type("b");
             Press(key);
         });
-        modPDAUI::InputPrompt(u"Title", modPDAUI::PromptLine, value, u"", false, true);
+        modPDAUI::InputPrompt(u"Title", modPDAUI::PromptKind::Line, value, u"", false, true);
         answers.push_back(value);
         EXPECT_EQ(Screen(), modQuorin::ScrFileDebug);
     }
@@ -227,13 +227,13 @@ TEST_F(KeysOfAWindow, EnterAnswersAChoiceFromAList) {
         Press(Qt::Key_Down);
         Press(Qt::Key_Return);
     });
-    modPDAUI::InputPrompt(u"Title", modPDAUI::PromptList, value, u"a,b", false, true);
+    modPDAUI::InputPrompt(u"Title", modPDAUI::PromptKind::List, value, u"a,b", false, true);
     EXPECT_EQ(value, u"b");
     EXPECT_EQ(Screen(), modQuorin::ScrFileDebug);
 }
 
 TEST_F(KeysOfAWindow, EnterAnswersNoTextOfSeveralLines) {
-    Ask(modPDAUI::PromptText, u"a");
+    Ask(modPDAUI::PromptKind::Text, u"a");
     Press(Qt::Key_Return);
     EXPECT_EQ(Screen(), modQuorin::ScrInput);
     EXPECT_TRUE(Field().Visible());
@@ -245,7 +245,7 @@ protected:
 };
 
 TEST_F(KeysOfAPocketPc, EnterReachesTheFormAndAnswersNothing) {
-    Ask(modPDAUI::PromptLine, u"a");
+    Ask(modPDAUI::PromptKind::Line, u"a");
     Press(Qt::Key_Return);
     EXPECT_EQ(Screen(), modQuorin::ScrInput);
     EXPECT_EQ(Field().Contents(), u"a");
@@ -253,7 +253,7 @@ TEST_F(KeysOfAPocketPc, EnterReachesTheFormAndAnswersNothing) {
 }
 
 TEST_F(KeysOfAWindow, PageKeysTurnNoMonth) {
-    Ask(modPDAUI::PromptDate, u"05/03/2007");
+    Ask(modPDAUI::PromptKind::Date, u"05/03/2007");
     for (const Qt::Key key : {Qt::Key_PageDown, Qt::Key_PageUp, Qt::Key_PageUp}) {
         Press(key);
         EXPECT_EQ(Calendar().monthShown(), 3);
@@ -271,7 +271,7 @@ TEST_F(KeysOfAWindow, EscapeGoesBack) {
 }
 
 TEST_F(KeysOfAWindow, EscapeLeavesAQuestion) {
-    Ask(modPDAUI::PromptLine, u"ab");
+    Ask(modPDAUI::PromptKind::Line, u"ab");
     Press(Qt::Key_Escape);
     EXPECT_NE(Screen(), modQuorin::ScrInput);
     EXPECT_FALSE(Field().Visible());
@@ -296,14 +296,14 @@ TEST_F(KeysOfAWindow, SpaceChoosesTheRowOfAList) {
 }
 
 TEST_F(KeysOfAWindow, SpaceIsTypedIntoAField) {
-    Ask(modPDAUI::PromptLine, u"ab");
+    Ask(modPDAUI::PromptKind::Line, u"ab");
     Press(Qt::Key_Space);
     EXPECT_EQ(Field().Contents(), u"ab ");
     EXPECT_EQ(Screen(), modQuorin::ScrInput);
 }
 
 TEST_F(KeysOfAWindow, CopyAndPasteAreQts) {
-    Ask(modPDAUI::PromptLine, u"ab");
+    Ask(modPDAUI::PromptKind::Line, u"ab");
     Press(Qt::Key_A, Qt::ControlModifier);
     Press(Qt::Key_C, Qt::ControlModifier);
     EXPECT_EQ(QGuiApplication::clipboard()->text(), QStringLiteral("ab"));
@@ -315,7 +315,7 @@ TEST_F(KeysOfAWindow, CopyAndPasteAreQts) {
 }
 
 TEST_F(KeysOfAWindow, HomeAndDeleteAreTheFields) {
-    Ask(modPDAUI::PromptLine, u"abc");
+    Ask(modPDAUI::PromptKind::Line, u"abc");
     Press(Qt::Key_Home);
     Press(Qt::Key_Delete);
     EXPECT_EQ(Field().Contents(), u"bc");
@@ -333,7 +333,7 @@ TEST_F(KeysOfAWindow, UpAndDownLeaveTheFieldOverACellAndMoveTheRow) {
 }
 
 TEST_F(KeysOfAWindow, LeftAndRightMoveTheCaretOfAField) {
-    Ask(modPDAUI::PromptLine, u"ab");
+    Ask(modPDAUI::PromptKind::Line, u"ab");
     Press(Qt::Key_Left);
     Type("x");
     Press(Qt::Key_Right);

@@ -196,7 +196,7 @@ TEST_F(SoftKeys, ArePressedByF1AndF2) {
 }
 
 TEST_F(SoftKeys, TakeTheFocusFromNothing) {
-    Ask(modPDAUI::PromptLine, u"ab");
+    Ask(modPDAUI::PromptKind::Line, u"ab");
     ASSERT_EQ(Holder(), &Field());
     Set(0, u"Back", {});
     PressKey(1);

@@ -125,7 +125,7 @@ TEST_F(RealFocus, IsNotTakenByADisabledGridThatIsClicked) {
 }
 
 TEST_F(RealFocus, IsNotTakenByTheEmptyPartOfTheForm) {
-    Ask(modPDAUI::PromptLine, u"ab");
+    Ask(modPDAUI::PromptKind::Line, u"ab");
     Heard.clear();
     Click(Form().Screen(), QPoint(Form().Screen().width() / 2, Form().Screen().height() - 10));
     EXPECT_EQ(Holder(), &Field());
@@ -155,7 +155,7 @@ TEST_F(RealFocus, MovesOnAtTab) {
 }
 
 TEST_F(RealFocus, MovesOnAtTabAlsoFromAPage) {
-    Ask(modPDAUI::PromptText, u"a");
+    Ask(modPDAUI::PromptKind::Text, u"a");
     Press(Qt::Key_Tab);
     EXPECT_EQ(Field().Contents().find(u'\t'), Text::npos);
 }

@@ -321,7 +321,7 @@ TEST_F(FormOfADesktop, BringsTheEditedRowOnThePageThatHasBecomeSmaller) {
 }
 
 TEST_F(FormOfADesktop, KeepsAPromptsFieldWhenItIsResized) {
-    Ask(modPDAUI::PromptLine, u"ab");
+    Ask(modPDAUI::PromptKind::Line, u"ab");
     Resize(500, 300);
     EXPECT_FALSE(Grid().isVisible());
     EXPECT_TRUE(Line().isVisible());
@@ -343,7 +343,7 @@ TEST_F(FormOfADesktop, KeepsAPromptsFieldWhenItIsResized) {
 }
 
 TEST_F(FormOfADesktop, ResizesTheCalendarToo) {
-    Ask(modPDAUI::PromptDate, u"05/03/2007");
+    Ask(modPDAUI::PromptKind::Date, u"05/03/2007");
     Resize(300, 220);
     EXPECT_EQ(Calendar().geometry(), Grid().geometry());
     EXPECT_TRUE(Calendar().isVisible());

@@ -250,7 +250,7 @@ TEST_F(TextField, TakesNothingBackThatWasTypedIntoAnotherCell) {
 class TextOfLines : public TextField {
 protected:
     void Open(const Text& value) {
-        Ask(modPDAUI::PromptText, value);
+        Ask(modPDAUI::PromptKind::Text, value);
         ASSERT_TRUE(Page().isVisible());
         ASSERT_FALSE(Line().isVisible());
     }
@@ -281,7 +281,7 @@ protected:
 };
 
 TEST_F(TextOfLinesOnAPhone, GoesOnOnTheNextLineAtEnter) {
-    Ask(modPDAUI::PromptText, u"a");
+    Ask(modPDAUI::PromptKind::Text, u"a");
     modQuorin::Screens.GridEditMode = false; // so that Enter closes no field
     Press(Qt::Key_Return);
     Type("b");
@@ -367,7 +367,7 @@ TEST_F(FieldOverARecord, AsksAnInputMethodFirstForWhatItHolds) {
 }
 
 TEST_F(TextField, GivesAnAnswerWhatAnInputMethodStillHolds) {
-    for (const std::int32_t kind : {modPDAUI::PromptLine, modPDAUI::PromptText}) {
+    for (const modPDAUI::PromptKind kind : {modPDAUI::PromptKind::Line, modPDAUI::PromptKind::Text}) {
         Ask(kind, u"a");
         QInputMethodEvent event(QStringLiteral("b"), {});
         QCoreApplication::sendEvent(QApplication::focusWidget(), &event);
@@ -375,7 +375,7 @@ TEST_F(TextField, GivesAnAnswerWhatAnInputMethodStillHolds) {
         const std::int32_t row = modPDAUI::Prompt.PromptRow;
         modPDAUI::Prompt.PromptModal = true;
         modQuorin::MenuEvent(u"Ok");
-        EXPECT_EQ(modPDAUI::Prompt.PromptResult, u"ab") << kind << " " << row;
+        EXPECT_EQ(modPDAUI::Prompt.PromptResult, u"ab") << static_cast<int>(kind) << " " << row;
     }
 }
 

@@ -166,7 +166,7 @@ TEST_F(FullDiskSwitch, NeverFailsReadingAndDeleting) {
     EXPECT_EQ(Open(u".\\x.txt", StreamMode::Existing)->ReadLine(line), NoError);
     EXPECT_EQ(line, u"one");
     EXPECT_EQ(Files.DeleteFile(u".\\x.txt"), NoError);
-    EXPECT_NE(Databases.Open(u"drivers", ModeRead).Id, 0);
+    EXPECT_NE(Databases.Open(u"drivers", DatabaseMode::Read).Id, 0);
     EXPECT_EQ(Databases.FirstDatabase(1, 2), u"drivers");
     EXPECT_EQ(Settings.Get(u"Quorin", u"Settings", u"Key", u"default"), u"default");
 }

@@ -341,7 +341,7 @@ TEST_F(MenuClicks, IndexBeyondTheMenuStopsTheProgram) {
 }
 
 TEST_F(MenuClicks, AnyOtherMarkerMakesAnEntryDoNothing) {
-    MenuRow(MenuMain).Marker1[1] = 5;
+    MenuRow(MenuMain).Marker1[1] = EntryMarker{5};
     MenuClick(1, 1);
     EXPECT_EQ(Screen(), ScrMain);
     EXPECT_THAT(Device.Did.Boxes, IsEmpty());

@@ -27,7 +27,7 @@ TEST_F(DebugScreens, LinkTraceArmsTheLink) {
     MenuEvent(u"Bluetooth Debug...");
     EXPECT_EQ(TitleCell(), u"Bluetooth Debug");
     EXPECT_TRUE(modBluetooth::Receive.LinkWanted);
-    EXPECT_EQ(modBluetooth::Receive.LinkState, modBluetooth::LinkStateOpen);
+    EXPECT_EQ(modBluetooth::Receive.LinkState, modBluetooth::LinkPhase::Open);
     GoBack();
     EXPECT_FALSE(modBluetooth::Receive.LinkWanted);
 }

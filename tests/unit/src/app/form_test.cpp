@@ -17,7 +17,7 @@ class FormEvent : public support::Program {};
 
 TEST_F(FormEvent, TitleBarsCloseIsBack) {
     GotoScreen(ScrDrivers);
-    for (const std::int32_t mode : {0, 1}) {
+    for (const UnloadMode mode : {UnloadMode::TitleBar, UnloadMode::Program}) {
         GotoScreen(ScrDrivers);
         bool cancel = false;
         Form_QueryUnload(cancel, mode);
@@ -29,7 +29,7 @@ TEST_F(FormEvent, TitleBarsCloseIsBack) {
 TEST_F(FormEvent, PlatformsOwnUnloadIsLetThrough) {
     GotoScreen(ScrDrivers);
     bool cancel = false;
-    Form_QueryUnload(cancel, 2);
+    Form_QueryUnload(cancel, UnloadMode::System);
     EXPECT_FALSE(cancel);
     EXPECT_EQ(Screen(), ScrDrivers);
 }
@@ -37,7 +37,7 @@ TEST_F(FormEvent, PlatformsOwnUnloadIsLetThrough) {
 TEST_F(FormEvent, CloseOnTheMainScreenEndsTheProgram) {
     EXPECT_TRUE(support::EndsProgram([] {
         bool cancel = false;
-        Form_QueryUnload(cancel, 0);
+        Form_QueryUnload(cancel, UnloadMode::TitleBar);
     }));
 }
 
@@ -127,7 +127,7 @@ TEST_F(FormEvent, CloseDuringAPromptCancelsIt) {
     MenuEvent(u"File Debug...");
     Device.WillDo([] {
         bool cancel = false;
-        Form_QueryUnload(cancel, 0);
+        Form_QueryUnload(cancel, UnloadMode::TitleBar);
         EXPECT_TRUE(cancel);
     });
     MenuEvent(u"Enter Custom Serial ID...");
@@ -197,21 +197,21 @@ TEST_F(OpenLinkTick, AfterASleepOfMoreThanTwoSecondsResetsTheLinkAndPollsNothing
     ASSERT_TRUE(modBluetooth::Ports.LinkOpen);
     Device.Platform.loop.Jump(3000);
     tmrBlue_Tick();
-    EXPECT_EQ(modBluetooth::Receive.LinkState, modBluetooth::LinkStateReset);
+    EXPECT_EQ(modBluetooth::Receive.LinkState, modBluetooth::LinkPhase::Reset);
     EXPECT_TRUE(Device.Platform.serial.PortOpen());
 }
 
 TEST_F(OpenLinkTick, AfterASleepOfTwoSecondsGoesOn) {
     Device.Platform.loop.Jump(2000);
     tmrBlue_Tick();
-    EXPECT_EQ(modBluetooth::Receive.LinkState, modBluetooth::LinkStateOpen);
+    EXPECT_EQ(modBluetooth::Receive.LinkState, modBluetooth::LinkPhase::Open);
 }
 
 TEST_F(FormEvent, SleepWithoutALinkIsNone) {
     Device.Tick(500);
     Device.Platform.loop.Jump(60000);
     tmrBlue_Tick();
-    EXPECT_EQ(modBluetooth::Receive.LinkState, modBluetooth::LinkStateIdle);
+    EXPECT_EQ(modBluetooth::Receive.LinkState, modBluetooth::LinkPhase::Idle);
 }
 
 } // namespace

@@ -76,7 +76,7 @@ TEST_P(KeysOfType, EscapeGoesBack) {
 TEST_P(KeysOfType, EscapeLeavesAPromptButOnTypeSevenWhereItDeletes) {
     GotoScreen(ScrFileDebug);
     Text value;
-    modPDAUI::InputPrompt(u"Title", modPDAUI::PromptLine, value, u"", false, false);
+    modPDAUI::InputPrompt(u"Title", modPDAUI::PromptKind::Line, value, u"", false, false);
     const std::int32_t left = Up(27);
     if (GetParam() == 7) {
         EXPECT_EQ(Screen(), ScrInput);
@@ -122,7 +122,7 @@ TEST_F(PalmKeys, PageKeysHideTheFields) {
 /// There alone something else than the end of a prompt takes its field away.
 TEST_F(PalmKeys, PageKeysHideTheFieldOfAPromptToo) {
     Text value = u"a";
-    modPDAUI::InputPrompt(u"Title", modPDAUI::PromptLine, value, u"", false, false);
+    modPDAUI::InputPrompt(u"Title", modPDAUI::PromptKind::Line, value, u"", false, false);
     ASSERT_TRUE(Editing());
     Up(34);
     EXPECT_FALSE(Editing());
@@ -341,7 +341,7 @@ TEST_F(Keys, DownAndUpLeaveTheRowToTheControlWhereNoFieldHasTheFocus) {
 TEST_F(Keys, DownAndUpDoNothingInAPrompt) {
     GotoScreen(ScrFileDebug);
     Text value = u"kept";
-    modPDAUI::InputPrompt(u"Title", modPDAUI::PromptLine, value, u"", false, false);
+    modPDAUI::InputPrompt(u"Title", modPDAUI::PromptKind::Line, value, u"", false, false);
     Up(40);
     EXPECT_EQ(Device.Platform.txtInputField.Contents(), u"kept");
     EXPECT_EQ(Device.Platform.focus.Holder(), &Device.Platform.txtInputField);
@@ -457,7 +457,7 @@ TEST_F(PalmKeys, DownAndUpTellAPromptNothingAlsoWithoutItsField) {
     Arrows.clear();
     ScreenRow(ScrInput).Behaviour.ArrowKey = [](std::int32_t key) { Arrows.push_back(key); };
     Text value;
-    modPDAUI::InputPrompt(u"Title", modPDAUI::PromptLine, value, u"", false, false);
+    modPDAUI::InputPrompt(u"Title", modPDAUI::PromptKind::Line, value, u"", false, false);
     Up(33);
     ASSERT_FALSE(Editing());
     Up(40);

@@ -335,7 +335,7 @@ TEST_F(HiddenFields, BeforeTheFirstShownOneLeadBackToIt) {
 TEST_F(HiddenFields, ArePassedOverFromTheRowThatAPromptWasFor) {
     Device.Main().SetRow(3);
     Text value;
-    modPDAUI::InputPrompt(u"Title", modPDAUI::PromptDate, value, u"", false, false);
+    modPDAUI::InputPrompt(u"Title", modPDAUI::PromptKind::Date, value, u"", false, false);
     modPDAUI::EndInput(true);
     EXPECT_EQ(Row(), 3);
     EXPECT_EQ(modPDAUI::Grids.LastVisibleRow, 3);
@@ -362,7 +362,7 @@ TEST_F(RowChange, IsNotToldOfARowThatComesBackAfterAPrompt) {
     Device.Main().SetRow(3);
     ScreenRow(ScrTextFile).Behaviour.RowChanged = [] { ++told; };
     Text value;
-    modPDAUI::InputPrompt(u"Title", modPDAUI::PromptDate, value, u"", false, false);
+    modPDAUI::InputPrompt(u"Title", modPDAUI::PromptKind::Date, value, u"", false, false);
     told = 0;
     modPDAUI::EndInput(true);
     EXPECT_EQ(Device.Main().Row(), 3);

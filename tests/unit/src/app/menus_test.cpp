@@ -26,10 +26,10 @@ protected:
     }
 
 private:
-    static std::vector<Text> Offered(const std::array<Text, 6>& texts, const std::array<std::int32_t, 6>& markers) {
+    static std::vector<Text> Offered(const std::array<Text, 6>& texts, const std::array<EntryMarker, 6>& markers) {
         std::vector<Text> entries;
         for (std::size_t i = 0; i < texts.size(); ++i)
-            entries.push_back(texts[i] + (markers[i] == 999 ? u" (back)" : u""));
+            entries.push_back(texts[i] + (markers[i] == EntryMarker::Back ? u" (back)" : u""));
         while (!entries.empty() && entries.back().empty())
             entries.pop_back();
         return entries;

@@ -19,14 +19,14 @@ TEST_P(ScreenTable, HoldsTheScreenAsItIsMeant) {
     const ScreenRowExpected& expected = GetParam();
     const ScreenDef& row = ScreenRow(*expected.Screen);
     EXPECT_STREQ(row.Name, expected.Name);
-    EXPECT_EQ(row.BackMode, expected.BackMode);
+    EXPECT_EQ(static_cast<std::int32_t>(row.BackMode), expected.BackMode);
     EXPECT_EQ(row.BackScreen, expected.BackScreen == nullptr ? 0 : *expected.BackScreen);
     EXPECT_EQ(row.GridRows, expected.Rows);
     EXPECT_EQ(row.GridCols, expected.Cols);
     EXPECT_EQ(row.ColumnPercent, expected.Percent);
     EXPECT_EQ(row.TitleRows, expected.TitleRows);
     EXPECT_EQ(row.TitleCols, expected.TitleCols);
-    EXPECT_EQ(row.DrawStyle, expected.DrawStyle);
+    EXPECT_EQ(static_cast<std::int32_t>(row.DrawStyle), expected.DrawStyle);
     EXPECT_EQ(row.Menu, *expected.Menu);
 }
 
@@ -68,7 +68,7 @@ TEST_F(ScreenRows, StandInTheOrderInWhichTheyAreAdded) {
 }
 
 TEST_F(ScreenRows, PercentOfZeroIsStoredAsAHundred) {
-    const ScreenId id = AddScreen(MenuBack, BackNothing, 0, 1, 1, 0, 1, 1, DrawTable);
+    const ScreenId id = AddScreen(MenuBack, BackStep::Nothing, 0, 1, 1, 0, 1, 1, CellDrawing::Table);
     EXPECT_EQ(ScreenRow(id).ColumnPercent, 100);
     EXPECT_EQ(ScreenRow(id).ColumnPixels, 0);
 }

@@ -187,10 +187,11 @@ TEST_F(CapturingDuringAnEdit, GivesEvenAResultWithoutARowToTheTextBox) {
 
 /// A calendar stands on a screen of its own, and a result that comes meanwhile is dropped as on any other.
 TEST_F(CapturingDuringAnEdit, DropsTheResultInSilenceWhileADateIsChosen) {
-    modQuorin::ScrInput = modQuorin::AddScreen(1, 0, 0, 1, 1, 0, 1, 1, modQuorin::DrawTable);
+    modQuorin::ScrInput =
+        modQuorin::AddScreen(1, modQuorin::BackStep::Nothing, 0, 1, 1, 0, 1, 1, modQuorin::CellDrawing::Table);
     modFileSystem::Table.RecordDirty = false;
     Text value;
-    modPDAUI::InputPrompt(u"Day", modPDAUI::PromptDate, value, u"", false, false);
+    modPDAUI::InputPrompt(u"Day", modPDAUI::PromptKind::Date, value, u"", false, false);
     ASSERT_TRUE(Device.Platform.dteInputField.Visible());
     Capture({u"Alpha"}, u"1", {u"Site=5"});
     modPDAUI::EndInput(true);

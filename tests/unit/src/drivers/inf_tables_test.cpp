@@ -137,7 +137,7 @@ TEST_F(InfTable, RowIsTakenFieldByField) {
     EXPECT_TRUE(field.Copy);
     EXPECT_EQ(field.Blob, u"RT");
     EXPECT_EQ(field.Display, 255);
-    EXPECT_EQ(field.DataType, TypeTime);
+    EXPECT_EQ(field.DataType, FieldType::Time);
     EXPECT_EQ(field.Formula, u"EndTime");
 }
 
@@ -155,7 +155,7 @@ INSTANTIATE_TEST_SUITE_P(AnythingButOne, VisibleValue, testing::Values("-1", "tr
 
 struct TypeRow {
     const char* Text;
-    std::int32_t Type;
+    FieldType Type;
 };
 
 class DataTypeValue : public InfTable, public testing::WithParamInterface<TypeRow> {};
@@ -165,8 +165,9 @@ TEST_P(DataTypeValue, IsTakenInAnyCase) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Values, DataTypeValue,
-                         testing::Values(TypeRow{"DATE", 1}, TypeRow{"date", 1}, TypeRow{"Time", 2}, TypeRow{"", 0},
-                                         TypeRow{"NUMBER", 0}, TypeRow{"DATE ", 0}));
+                         testing::Values(TypeRow{"DATE", FieldType::Date}, TypeRow{"date", FieldType::Date},
+                                         TypeRow{"Time", FieldType::Time}, TypeRow{"", FieldType::Text},
+                                         TypeRow{"NUMBER", FieldType::Text}, TypeRow{"DATE ", FieldType::Text}));
 
 TEST_F(InfTable, ColourThatIsNoNumberStopsTheProgram) {
     InstallMeter("a|1|||green|||\n");

@@ -58,7 +58,7 @@ TEST_F(Download, OfADriverThatListensArmsTheLink) {
     InstallMeter();
     OpenDownload("");
     EXPECT_TRUE(modBluetooth::Receive.LinkWanted);
-    EXPECT_EQ(modBluetooth::Receive.LinkState, modBluetooth::LinkStateOpen);
+    EXPECT_EQ(modBluetooth::Receive.LinkState, modBluetooth::LinkPhase::Open);
 }
 
 TEST_F(Download, WithoutAnInfFileStaysClosed) {

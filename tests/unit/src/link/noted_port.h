@@ -31,11 +31,11 @@ public:
         Asked.push_back(u"read " + chunk);
         return chunk;
     }
-    std::int32_t LastEvent() const override { return Event; }
+    platform::PortEvent LastEvent() const override { return Event; }
 
     std::vector<Text> Asked;
     std::deque<Text> Chunks; ///< what came, one for each reading
-    std::int32_t Event = 2;
+    platform::PortEvent Event = platform::PortEvent::CharactersReceived;
     bool Open = false;
     bool Fails = false;
 };

@@ -6,8 +6,8 @@
 #include "src/link/mailbox.h"
 #include "src/link/ports.h"
 #include "src/storage/settings.h"
-#include "tests/unit/src/link/noted_port.h"
 #include "src/view/grids.h"
+#include "tests/unit/src/link/noted_port.h"
 
 namespace modBluetooth {
 namespace {
@@ -61,7 +61,7 @@ TEST_P(ClockThatIsSet, HoldsUpNoReadingAndIsNoSleep) {
     Arrive(Reading);
     Device.Tick(1000);
     EXPECT_EQ(Moisture(), u"23.4 %");
-    EXPECT_EQ(Receive.LinkState, LinkStateOpen);
+    EXPECT_EQ(Receive.LinkState, LinkPhase::Open);
     EXPECT_TRUE(Ports.LinkOpen);
 }
 
@@ -207,17 +207,17 @@ TEST_F(Receiving, BackTakesThePortDownAtTheNextTickAndLeavesTheTitle) {
     EXPECT_FALSE(Device.Platform.serial.PortOpen());
     EXPECT_FALSE(Ports.LinkOpen);
     EXPECT_EQ(TitleCell(), u"Downloads");
-    EXPECT_EQ(Receive.LinkState, LinkStateOpen);
+    EXPECT_EQ(Receive.LinkState, LinkPhase::Open);
 }
 
 TEST_F(Receiving, RestartAfterASleepTakesThreeTicks) {
-    Receive.LinkState = LinkStateReset;
+    Receive.LinkState = LinkPhase::Reset;
     HandleBlueTimer();
     EXPECT_FALSE(Device.Platform.serial.PortOpen());
-    EXPECT_EQ(Receive.LinkState, LinkStateReset);
+    EXPECT_EQ(Receive.LinkState, LinkPhase::Reset);
     EXPECT_EQ(TitleCell(), u"Bluetooth :-(");
     HandleBlueTimer();
-    EXPECT_EQ(Receive.LinkState, LinkStateOpen);
+    EXPECT_EQ(Receive.LinkState, LinkPhase::Open);
     EXPECT_FALSE(Ports.LinkOpen);
     HandleBlueTimer();
     EXPECT_TRUE(Ports.LinkOpen);
@@ -263,7 +263,7 @@ TEST_F(AnyPort, IsDrainedWithoutAFurtherEvent) {
 
 TEST_F(AnyPort, IsReadForCharactersAlone) {
     for (const std::int32_t event : {1, 3, 5}) {
-        Port.Event = event;
+        Port.Event = platform::PortEvent{event};
         Port.Chunks = {u"x"};
         HandleBlueOnComm();
         EXPECT_THAT(Port.Asked, IsEmpty()) << event;
@@ -295,13 +295,13 @@ TEST_F(NoLink, DriverWithoutAResultFieldDoesNotArmIt) {
     InstallMeter("Place|1||||||\n");
     OpenDownload("");
     EXPECT_FALSE(Receive.LinkWanted);
-    EXPECT_EQ(Receive.LinkState, LinkStateIdle);
+    EXPECT_EQ(Receive.LinkState, LinkPhase::Idle);
 }
 
 TEST_F(NoLink, LinkTraceArmsIt) {
     modQuorin::MenuEvent(u"Bluetooth Debug...");
     EXPECT_TRUE(Receive.LinkWanted);
-    EXPECT_EQ(Receive.LinkState, LinkStateOpen);
+    EXPECT_EQ(Receive.LinkState, LinkPhase::Open);
 }
 
 TEST_F(NoLink, StateThatIsNoStateKeepsTheLinkDown) {

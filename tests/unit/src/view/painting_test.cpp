@@ -109,7 +109,7 @@ TEST_F(Painting, OfALockedGridDoesNothingAtAll) {
 
 TEST_F(Painting, OfAnUnknownStyleLeavesTheCell) {
     ShowRows(1);
-    ScreenRow(ScrTextFile).DrawStyle = 3;
+    ScreenRow(ScrTextFile).DrawStyle = CellDrawing{3};
     EXPECT_THAT(Paint(0), IsEmpty());
 }
 

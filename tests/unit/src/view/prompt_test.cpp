@@ -24,7 +24,7 @@ protected:
     }
 
     /// A prompt that nobody waits for.
-    void Ask(std::int32_t kind, Text value = u"", const Text& list = u"") {
+    void Ask(PromptKind kind, Text value = u"", const Text& list = u"") {
         InputPrompt(u"Title", kind, value, list, false, false);
     }
     /// What a waiting prompt gives back when the technician types that.
@@ -38,7 +38,7 @@ protected:
         return Wait();
     }
     Text Wait(Text value = u"old") {
-        InputPrompt(u"Title", PromptLine, value, u"", false, true);
+        InputPrompt(u"Title", PromptKind::Line, value, u"", false, true);
         return value;
     }
     bool AnyField() { return AnyInputFieldVisible(); }
@@ -47,7 +47,7 @@ protected:
 };
 
 TEST_F(Asking, ShowsTheTitleOverAFieldInTheGridsPlace) {
-    Ask(PromptLine, u"value");
+    Ask(PromptKind::Line, u"value");
     EXPECT_EQ(Screen(), ScrInput);
     EXPECT_EQ(Screens.PreviousScreen, ScrFileDebug);
     EXPECT_EQ(TitleCell(), u"Title");
@@ -57,7 +57,7 @@ TEST_F(Asking, ShowsTheTitleOverAFieldInTheGridsPlace) {
 }
 
 TEST_F(Asking, ForALineShowsABoxOfOneLine) {
-    Ask(PromptLine, u"value");
+    Ask(PromptKind::Line, u"value");
     EXPECT_TRUE(Form.txtInputField.Visible());
     EXPECT_FALSE(Form.txtInputField.MultiLine());
     EXPECT_EQ(Form.txtInputField.Contents(), u"value");
@@ -92,7 +92,7 @@ protected:
 
 TEST_P(KindOfInput, ShowsItsControl) {
     Form.cboInputField.SetBounds({0, 0, 100, 21}); // a combo box keeps the height that it has
-    Ask(GetParam().Kind, u"", u"a,b");
+    Ask(PromptKind{GetParam().Kind}, u"", u"a,b");
     EXPECT_EQ(Shown(), GetParam().Shown);
 }
 
@@ -104,19 +104,19 @@ INSTANTIATE_TEST_SUITE_P(Table, KindOfInput,
                                          KindRow{1, 1, "combo 21"}, KindRow{7, 1, "combo 21"}));
 
 TEST_F(Asking, ForATextShowsABoxAsTallAsTheGrid) {
-    Ask(PromptText);
+    Ask(PromptKind::Text);
     EXPECT_TRUE(Form.txtInputField.MultiLine());
     EXPECT_EQ(Form.txtInputField.Bounds(), (Box{0, 16, 640, 464}));
 }
 
 TEST_F(Asking, OfAnUnknownKindIsForALine) {
-    Ask(17);
+    Ask(PromptKind{17});
     EXPECT_TRUE(Form.txtInputField.Visible());
     EXPECT_FALSE(Form.txtInputField.MultiLine());
 }
 
 TEST_F(Asking, ForADateShowsTheDateOfTheText) {
-    Ask(PromptDate, u"29/02/2008");
+    Ask(PromptKind::Date, u"29/02/2008");
     EXPECT_TRUE(Form.dteInputField.Visible());
     EXPECT_EQ(Form.dteInputField.Date(), (CalendarDate{2008, 2, 29}));
     EXPECT_EQ(Form.dteInputField.Bounds(), (Box{0, 16, 640, 464}));
@@ -124,14 +124,14 @@ TEST_F(Asking, ForADateShowsTheDateOfTheText) {
 }
 
 TEST_F(Asking, ForADateWithoutOneShowsToday) {
-    Ask(PromptDate);
+    Ask(PromptKind::Date);
     EXPECT_EQ(Form.dteInputField.Date(), (CalendarDate{2007, 3, 5}));
 }
 
 class NoDate : public Asking, public testing::WithParamInterface<const char16_t*> {};
 
 TEST_P(NoDate, StopsTheProgram) {
-    const Text failure = support::FailureOf([this] { Ask(PromptDate, GetParam()); });
+    const Text failure = support::FailureOf([this] { Ask(PromptKind::Date, GetParam()); });
     EXPECT_NE(failure.find(GetParam()), Text::npos);
 }
 
@@ -151,13 +151,13 @@ protected:
     Text AnswerAfter(const std::function<void()>& choice) {
         Device.WillDo(choice);
         Text value = GetParam().Written;
-        InputPrompt(u"Day", PromptDate, value, u"", false, true);
+        InputPrompt(u"Day", PromptKind::Date, value, u"", false, true);
         return value;
     }
 };
 
 TEST_P(DateOfACell, IsReadAsThatDate) {
-    Ask(PromptDate, GetParam().Written);
+    Ask(PromptKind::Date, GetParam().Written);
     EXPECT_EQ(Form.dteInputField.Date(), GetParam().Date);
 }
 
@@ -183,11 +183,11 @@ INSTANTIATE_TEST_SUITE_P(Dates, DateOfACell,
 
 /// An empty field has no text to be left as it was.
 TEST_F(Asking, ForADateWithoutOneGivesTodayToo) {
-    Ask(PromptDate, u"1/2/03");
+    Ask(PromptKind::Date, u"1/2/03");
     EndInput(false);
     Device.WillDo([] { MenuEvent(u"Ok"); });
     Text value;
-    InputPrompt(u"Day", PromptDate, value, u"", false, true);
+    InputPrompt(u"Day", PromptKind::Date, value, u"", false, true);
     EXPECT_EQ(value, u"05/03/2007");
 }
 
@@ -199,7 +199,7 @@ struct Items {
 class AskingForAChoice : public Asking, public testing::WithParamInterface<Items> {};
 
 TEST_P(AskingForAChoice, OffersTheItemsUpToTheFirstEmptyOne) {
-    Ask(PromptList, u"value", GetParam().List);
+    Ask(PromptKind::List, u"value", GetParam().List);
     EXPECT_EQ(Form.cboInputField.Items(), GetParam().Shown);
     EXPECT_EQ(Form.cboInputField.Contents(), u"value");
     EXPECT_EQ(Form.focus.Holder(), &Form.cboInputField);
@@ -210,9 +210,9 @@ INSTANTIATE_TEST_SUITE_P(Lists, AskingForAChoice,
                                          Items{u",b", {}}, Items{u"a|b", {u"a|b"}}, Items{u"a,", {u"a"}}));
 
 TEST_F(Asking, ForAChoiceForgetsTheItemsOfTheLastOne) {
-    Ask(PromptList, u"", u"a,b");
+    Ask(PromptKind::List, u"", u"a,b");
     EndInput(true);
-    Ask(PromptList, u"", u"c");
+    Ask(PromptKind::List, u"", u"c");
     EXPECT_THAT(Form.cboInputField.Items(), ElementsAre(u"c"));
 }
 
@@ -222,7 +222,7 @@ protected:
 };
 
 TEST_F(AskingOnTypeNine, ForAChoicePreparesNothing) {
-    Ask(PromptList, u"value", u"a,b");
+    Ask(PromptKind::List, u"value", u"a,b");
     EXPECT_FALSE(AnyField());
     EXPECT_TRUE(Prompt.PromptOpen);
 }
@@ -234,7 +234,7 @@ TEST_F(AskingOnTypeNine, ReadsTheTextBoxThatStandsForTheComboField) {
     });
     Device.WillDo([] { MenuEvent(u"Ok"); });
     Text value;
-    InputPrompt(u"Title", PromptList, value, u"a,b", false, true);
+    InputPrompt(u"Title", PromptKind::List, value, u"a,b", false, true);
     EXPECT_EQ(value, u"typed");
     EXPECT_FALSE(AnyField());
 }
@@ -273,7 +273,7 @@ TEST_F(Asking, EndsWhenSomethingElseLeavesTheScreen) {
 TEST_F(Asking, StaysModalAfterACancelUntilTheNextPrompt) {
     Cancel();
     EXPECT_TRUE(Prompt.PromptModal);
-    Ask(PromptLine);
+    Ask(PromptKind::Line);
     EXPECT_FALSE(Prompt.PromptModal);
 }
 
@@ -290,7 +290,7 @@ TEST_P(DateAnswer, IsDayMonthYear) {
         frmQuorin::dteInputField_Closed();
     });
     Text value;
-    InputPrompt(u"Day", PromptDate, value, u"", false, true);
+    InputPrompt(u"Day", PromptKind::Date, value, u"", false, true);
     EXPECT_EQ(value, GetParam().Written);
 }
 
@@ -301,7 +301,7 @@ INSTANTIATE_TEST_SUITE_P(Dates, DateAnswer,
 /// The later control wins where more than one shows.
 TEST_F(Asking, ReadsTheAnswerFromTheLastFieldOnShow) {
     Prompt.PromptModal = true;
-    Ask(PromptDate);
+    Ask(PromptKind::Date);
     Prompt.PromptModal = true;
     Form.txtInputField.SetVisible(true);
     Form.txtInputField.SetContents(u"text");
@@ -312,7 +312,7 @@ TEST_F(Asking, ReadsTheAnswerFromTheLastFieldOnShow) {
 }
 
 TEST_F(Asking, GivesTheGridTheFocusBackAndForgetsTheLines) {
-    Ask(PromptText);
+    Ask(PromptKind::Text);
     EndInput(true);
     EXPECT_EQ(Form.focus.Holder(), &Form.grdMain);
     EXPECT_FALSE(Form.txtInputField.MultiLine());
@@ -329,7 +329,7 @@ protected:
     }
     void Ask(bool keepGrids = false) {
         Text value;
-        InputPrompt(u"Title", PromptLine, value, u"", keepGrids, false);
+        InputPrompt(u"Title", PromptKind::Line, value, u"", keepGrids, false);
     }
 };
 

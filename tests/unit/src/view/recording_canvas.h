@@ -21,10 +21,12 @@ public:
     void DrawLine(std::int32_t x, std::int32_t y, const Text& text) override {
         Calls.push_back("line" + Numbers({x, y}) + " " + modStringTools::ToBytes(text));
     }
-    void DrawBox(std::int32_t x, std::int32_t y, std::int32_t width, std::int32_t height, std::int32_t horizontalAlign,
-                 std::int32_t verticalAlign, const Text& text) override {
-        Calls.push_back("box" + Numbers({x, y, width, height, horizontalAlign, verticalAlign}) + " " +
-                        modStringTools::ToBytes(text));
+    void DrawBox(std::int32_t x, std::int32_t y, std::int32_t width, std::int32_t height, platform::AlignX horizontal,
+                 platform::AlignY vertical, const Text& text) override {
+        Calls.push_back(
+            "box" +
+            Numbers({x, y, width, height, static_cast<std::int32_t>(horizontal), static_cast<std::int32_t>(vertical)}) +
+            " " + modStringTools::ToBytes(text));
     }
 
     std::vector<std::string> Calls;

@@ -213,7 +213,7 @@ TEST_F(Relayout, LeavesAHiddenFileNameAlone) {
 
 class RelayoutOfAPrompt : public Relayout {
 protected:
-    void Ask(std::int32_t kind) {
+    void Ask(PromptKind kind) {
         Text value = u"a";
         InputPrompt(u"Title", kind, value, u"a,b", false, false);
         Again();
@@ -221,31 +221,31 @@ protected:
 };
 
 TEST_F(RelayoutOfAPrompt, KeepsTheHeightOfOneLine) {
-    Ask(PromptLine);
+    Ask(PromptKind::Line);
     EXPECT_EQ(Device.Platform.txtInputField.Bounds(), (Box{0, 16, 240, 19}));
 }
 
 TEST_F(RelayoutOfAPrompt, FitsALongTextToTheGrid) {
-    Ask(PromptText);
+    Ask(PromptKind::Text);
     EXPECT_EQ(Device.Platform.txtInputField.Bounds(), (Box{0, 16, 240, 224}));
 }
 
 TEST_F(RelayoutOfAPrompt, FitsTheComboFieldToTheWidth) {
-    Ask(PromptList);
+    Ask(PromptKind::List);
     const Box box = Device.Platform.cboInputField.Bounds();
     EXPECT_EQ(Box({box.Left, box.Top, box.Width, 0}), (Box{0, 16, 240, 0}));
 }
 
 TEST_F(RelayoutOfAPrompt, FitsTheCalendarToTheGrid) {
     Text value;
-    InputPrompt(u"Title", PromptDate, value, u"", false, false);
+    InputPrompt(u"Title", PromptKind::Date, value, u"", false, false);
     Again();
     EXPECT_EQ(Device.Platform.dteInputField.Bounds(), (Box{0, 16, 240, 224}));
     Keyboard(false, 0, 0);
     EXPECT_EQ(Device.Platform.dteInputField.Bounds(), (Box{0, 16, 240, 304}));
 }
 
-class FieldOfAPrompt : public RelayoutOfAPrompt, public testing::WithParamInterface<std::int32_t> {
+class FieldOfAPrompt : public RelayoutOfAPrompt, public testing::WithParamInterface<PromptKind> {
 protected:
     void ExpectField(const Text& text) {
         EXPECT_FALSE(Device.Main().Visible());
@@ -281,7 +281,7 @@ TEST_P(FieldOfAPrompt, HasTheFocusAgainAfterABox) {
 }
 
 TEST_P(FieldOfAPrompt, StaysAtEnterAfterARelayoutAndGivesItsText) {
-    if (GetParam() == PromptList)
+    if (GetParam() == PromptKind::List)
         return; // whose text has another way
     GotoScreen(ScrFileDebug);
     Repaint();
@@ -300,7 +300,7 @@ TEST_P(FieldOfAPrompt, StaysAtEnterAfterARelayoutAndGivesItsText) {
     EXPECT_EQ(value, u"typed");
 }
 
-INSTANTIATE_TEST_SUITE_P(Kinds, FieldOfAPrompt, testing::Values(PromptLine, PromptText, PromptList));
+INSTANTIATE_TEST_SUITE_P(Kinds, FieldOfAPrompt, testing::Values(PromptKind::Line, PromptKind::Text, PromptKind::List));
 
 class RelayoutOfADesktop : public Layout {
 protected:
@@ -336,7 +336,7 @@ TEST_F(RelayoutOfADesktop, HiddenRowStaysHiddenAfterAPromptInAFormOfAnotherSize)
     ShowRows(6);
     Device.Main().SetRowHeight(4, 0);
     Text value;
-    InputPrompt(u"Title", PromptLine, value, u"", false, false);
+    InputPrompt(u"Title", PromptKind::Line, value, u"", false, false);
     Resize(640, 480);
     EndInput(true);
     Repaint();
@@ -352,7 +352,7 @@ TEST_F(Layout, RowThatAPromptWasForIsOnTheSmallerPageAfterIt) {
     Settle();
     ASSERT_EQ(Device.Main().TopRow(), 0);
     Text value;
-    InputPrompt(u"Title", PromptLine, value, u"", false, false);
+    InputPrompt(u"Title", PromptKind::Line, value, u"", false, false);
     Screens.PreviousScreen = ScrTextFile;
     Keyboard(true, 240, 80);
     EndInput(true);

@@ -44,13 +44,13 @@ TEST_F(SoftMenus, LoneCaptionIsItsOwnItem) {
 }
 
 TEST_F(SoftMenus, LoneCaptionIsCopiedIntoTheTableForGood) {
-    const MenuId menu = Add({{{u"Back", MarkerBack}}}, {{{u"Ok"}}});
+    const MenuId menu = Add({{{u"Back", EntryMarker::Back}}}, {{{u"Ok"}}});
     for (int showing = 1; showing <= 2; ++showing) {
         ApplyMenu(menu);
         EXPECT_EQ(MenuRow(menu).Text1[1], u"Back");
-        EXPECT_EQ(MenuRow(menu).Marker1[1], MarkerBack);
+        EXPECT_EQ(MenuRow(menu).Marker1[1], EntryMarker::Back);
         EXPECT_EQ(MenuRow(menu).Text2[1], u"Ok");
-        EXPECT_EQ(MenuRow(menu).Marker2[1], MarkerCommand);
+        EXPECT_EQ(MenuRow(menu).Marker2[1], EntryMarker::Command);
     }
 }
 

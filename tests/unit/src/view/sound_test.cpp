@@ -18,19 +18,19 @@ protected:
 };
 
 TEST_F(Sounding, OfATakenResultIsHighAndShort) {
-    PlaySound(SoundTaken);
+    PlaySound(SoundCode::Taken);
     EXPECT_THAT(Device.Did.Tones, ElementsAre(Pair(1046, 250)));
 }
 
 TEST_F(Sounding, OfARefusedResultIsLow) {
-    PlaySound(SoundRefused);
+    PlaySound(SoundCode::Refused);
     EXPECT_THAT(Device.Did.Tones, ElementsAre(Pair(369, 300)));
 }
 
 TEST_F(Sounding, OfAnyOtherCodeRepeatsTheLastTone) {
-    PlaySound(2);
-    PlaySound(3);
-    PlaySound(17);
+    PlaySound(SoundCode{2});
+    PlaySound(SoundCode{3});
+    PlaySound(SoundCode{17});
     EXPECT_THAT(Device.Did.Tones, ElementsAre(Pair(1046, 250), Pair(369, 300), Pair(369, 300)));
 }
 
