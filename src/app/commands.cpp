@@ -11,6 +11,7 @@
 #include "src/drivers/registry.h"
 #include "src/drivers/selection.h"
 #include "src/link/receive.h"
+#include "src/storage/line_files.h"
 #include "src/storage/volumes.h"
 #include "src/view/display_state.h"
 #include "src/view/grids.h"

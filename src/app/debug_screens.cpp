@@ -22,9 +22,6 @@ using platform::Device;
 
 namespace {
 
-constexpr std::int32_t InsertBefore = 1;
-constexpr std::int32_t InsertAfter = 2;
-
 Text PresentMoment() {
     const platform::DateTime now = Device().clock.Now();
     return TwoDigits(now.Date.Day) + u"/" + TwoDigits(now.Date.Month) + u"/" + NumberText(now.Date.Year) + u" " +

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "src/storage/line_back_ends.h"
+#include "src/storage/database_lines.h"
 
+#include "src/storage/line_files.h"
 #include "src/storage/volumes.h"
+#include "src/view/platform/device_traits.h"
 #include "src/view/platform/platform.h"
 
 namespace modFileSystem {
@@ -12,12 +14,10 @@ using platform::LineRecord;
 
 namespace {
 
+const Text DatabaseEnding = u".pdb";
+
 platform::RecordDatabase& Databases() {
     return Device().recordDatabase;
-}
-
-std::int32_t& SlotOf(const FileHandle& handle) {
-    return Slots.SlotState[static_cast<std::size_t>(handle.slot)];
 }
 
 void Must(const char16_t* what, const FileHandle& handle, platform::ErrorNumber error) {
@@ -41,7 +41,7 @@ bool May(const char16_t* what, FileHandle& handle, platform::ErrorNumber error) 
 
 /// Stops the program where the database can't be read: a line that seems to be missing may be there.
 std::int32_t CountOf(const FileHandle& handle) {
-    const std::int32_t count = Databases().RecordCount(SlotOf(handle));
+    const std::int32_t count = Databases().RecordCount(StateOf(handle));
     if (count < 0)
         FailOnFile(u"read", handle, -count);
     return count;
@@ -49,18 +49,18 @@ std::int32_t CountOf(const FileHandle& handle) {
 
 /// Writes the current record, which is added or under edit, and commits it.
 bool Store(FileHandle& handle, const LineRecord& record) {
-    const DatabaseId id = SlotOf(handle);
+    const DatabaseId id = StateOf(handle);
     handle.error = Databases().WriteRecord(id, record);
     return handle.error == platform::NoError && Did(u"write to", handle, Databases().Commit(id));
 }
 
 bool Rewrite(FileHandle& handle, const LineRecord& record) {
-    Must(u"edit", handle, Databases().BeginEdit(SlotOf(handle)));
+    Must(u"edit", handle, Databases().BeginEdit(StateOf(handle)));
     return Store(handle, record);
 }
 
 bool ReadLineRecord(const FileHandle& handle, std::int32_t line, LineRecord& record) {
-    if (Databases().ReadRecord(SlotOf(handle), record))
+    if (Databases().ReadRecord(StateOf(handle), record))
         return record.LineNumber == line;
     CountOf(handle);
     return false;
@@ -74,12 +74,12 @@ bool Reach(FileHandle& handle, std::int32_t line, LineRecord& record) {
 }
 
 bool BeginBatch(FileHandle& handle) {
-    return May(u"write to", handle, Databases().BeginBatch(SlotOf(handle)));
+    return May(u"write to", handle, Databases().BeginBatch(StateOf(handle)));
 }
 
 bool EndBatch(FileHandle& handle, bool done) {
     const auto why = handle.error;
-    if (!Did(u"write to", handle, Databases().EndBatch(SlotOf(handle))))
+    if (!Did(u"write to", handle, Databases().EndBatch(StateOf(handle))))
         return false;
     handle.error = why;
     return done;
@@ -87,7 +87,7 @@ bool EndBatch(FileHandle& handle, bool done) {
 
 /// Makes room at `target`; false when a record is missing.
 bool ShiftLines(FileHandle& handle, std::int32_t target) {
-    handle.error = Databases().ShiftRecords(SlotOf(handle), target - 1);
+    handle.error = Databases().ShiftRecords(StateOf(handle), target - 1);
     if (handle.error != platform::FileNotFound)
         Must(u"write to", handle, handle.error);
     return handle.error == platform::NoError;
@@ -95,23 +95,39 @@ bool ShiftLines(FileHandle& handle, std::int32_t target) {
 
 bool InsertRecord(FileHandle& handle, std::int32_t target, const Text& text) {
     // Inside of a batch nothing is refused any more: what has been done of it would be kept.
-    Must(u"add a line to", handle, Databases().AddRecord(SlotOf(handle)));
+    Must(u"add a line to", handle, Databases().AddRecord(StateOf(handle)));
     return Store(handle, {0, u""}) && ShiftLines(handle, target) && Rewrite(handle, {target, text});
 }
 
 bool DeleteRecord(FileHandle& handle) {
-    handle.error = Databases().DeleteRecord(SlotOf(handle));
+    handle.error = Databases().DeleteRecord(StateOf(handle));
     if (handle.error != platform::NoError) {
         CountOf(handle);
         return false;
     }
-    Must(u"write to", handle, Databases().RenumberRecords(SlotOf(handle)));
+    Must(u"write to", handle, Databases().RenumberRecords(StateOf(handle)));
     return true;
 }
 
-} // namespace
+void DropEnding(Text& name) {
+    if (name.size() < DatabaseEnding.size())
+        platform::RuntimeFailure(u"The file name \"" + name + u"\" is too short to lose its ending");
+    name.erase(name.size() - DatabaseEnding.size());
+}
 
-bool OpenDatabaseLines(FileHandle& handle) {
+/// A device's memory holds databases alone and its cards text files alone; on a device without one the ending tells.
+bool Takes(const FileHandle& handle) {
+    const platform::DeviceTraits& traits = platform::Traits();
+    return traits.Memory.empty() ? AsksForDatabase(handle.name) : traits.IsMemory(handle.path);
+}
+
+/// A database goes by its name without an ending: "drivers.txt" is "drivers", and so is "drivers".
+void Name(FileHandle& handle) {
+    if (AsksForDatabase(handle.name) || handle.name.find(u'.') != Text::npos)
+        DropEnding(handle.name);
+}
+
+bool Open(FileHandle& handle) {
     platform::OpenedDatabase opened{0, platform::FileNotFound};
     auto deleted = platform::NoError;
     if (handle.mode == u"r")
@@ -128,16 +144,16 @@ bool OpenDatabaseLines(FileHandle& handle) {
             opened.Error = deleted;
     }
     handle.error = opened.Error;
-    SlotOf(handle) = opened.Id;
+    StateOf(handle) = opened.Id;
     return opened.Id != 0;
 }
 
-void CloseDatabaseLines(FileHandle& handle) {
-    Databases().Close(SlotOf(handle));
+void Close(FileHandle& handle) {
+    Databases().Close(StateOf(handle));
 }
 
-bool WriteDatabaseLine(FileHandle& handle, const Text& text) {
-    const DatabaseId id = SlotOf(handle);
+bool Append(FileHandle& handle, const Text& text) {
+    const DatabaseId id = StateOf(handle);
     handle.recordNumber = CountOf(handle) + 1;
     if (handle.recordNumber == 1) // the first line makes the table
         Must(u"write to", handle, Databases().DeclareTable(id, u"TEXT", u"LineNumber long, LineData String"));
@@ -148,8 +164,8 @@ bool WriteDatabaseLine(FileHandle& handle, const Text& text) {
     return stored;
 }
 
-std::int32_t SeekDatabaseLine(FileHandle& handle, std::int32_t line) {
-    const DatabaseId id = SlotOf(handle);
+std::int32_t Seek(FileHandle& handle, std::int32_t line) {
+    const DatabaseId id = StateOf(handle);
     const auto error = Databases().FindRecord(id, line);
     const bool found = error == platform::NoError;
     if (!found && error != platform::FileNotFound)
@@ -161,7 +177,7 @@ std::int32_t SeekDatabaseLine(FileHandle& handle, std::int32_t line) {
     return handle.recordNumber;
 }
 
-void ReadDatabaseLine(FileHandle& handle, std::int32_t line, Text& text) {
+void Read(FileHandle& handle, std::int32_t line, Text& text) {
     LineRecord record;
     const bool read = ReadLineRecord(handle, line, record);
     handle.nextLine = read ? line + 1 : 0;
@@ -169,24 +185,20 @@ void ReadDatabaseLine(FileHandle& handle, std::int32_t line, Text& text) {
         text = std::move(record.LineData);
 }
 
-std::int32_t DatabaseLineCount(const FileHandle& handle) {
-    return CountOf(handle);
-}
-
-bool ChangeDatabaseLine(FileHandle& handle, std::int32_t line, const Text& text) {
+bool Change(FileHandle& handle, std::int32_t line, const Text& text) {
     LineRecord record;
     {
         const FileReading reading(handle);
         if (reading.Held() || !Reach(handle, line, record))
             return false;
-        if (!May(u"edit", handle, Databases().BeginEdit(SlotOf(handle))))
+        if (!May(u"edit", handle, Databases().BeginEdit(StateOf(handle))))
             return false;
     }
     record.LineData = text;
     return Store(handle, record);
 }
 
-bool DeleteDatabaseLine(FileHandle& handle, std::int32_t line) {
+bool Delete(FileHandle& handle, std::int32_t line) {
     {
         LineRecord record;
         const FileReading reading(handle);
@@ -196,7 +208,7 @@ bool DeleteDatabaseLine(FileHandle& handle, std::int32_t line) {
     return BeginBatch(handle) && EndBatch(handle, DeleteRecord(handle));
 }
 
-bool InsertDatabaseLine(FileHandle& handle, std::int32_t line, std::int32_t position, const Text& text) {
+bool Insert(FileHandle& handle, std::int32_t line, std::int32_t position, const Text& text) {
     const std::int32_t target = position == InsertAfter ? line + 1 : line;
     {
         const FileReading reading(handle);
@@ -209,5 +221,91 @@ bool InsertDatabaseLine(FileHandle& handle, std::int32_t line, std::int32_t posi
     }
     return BeginBatch(handle) && EndBatch(handle, InsertRecord(handle, target, text));
 }
+
+std::int32_t Count(FileHandle& handle) {
+    return CountOf(handle);
+}
+
+void DropAll() {
+    for (const std::int32_t state : Slots.SlotState) {
+        if (state != SlotIsFree && state != SlotIsText)
+            Databases().Close(state);
+    }
+}
+
+platform::ErrorNumber BeginReading(FileHandle& handle) {
+    return Databases().BeginReading(StateOf(handle));
+}
+
+void EndReading(const FileHandle& handle) {
+    Databases().EndReading(StateOf(handle));
+}
+
+platform::FileStamp NoStamp(const FileHandle&) {
+    return {};
+}
+
+/// Any number of programs may work on a database.
+bool NoneHasChanged(const FileHandle&) {
+    return false;
+}
+
+platform::ErrorNumber Remove(const FileHandle& handle) {
+    return Databases().Delete(handle.name);
+}
+
+void ListDatabases(const Text& fileType, const Text& creator) {
+    const Text memory(platform::Traits().Memory);
+    const std::int32_t typeCode = PackCode(fileType.empty() ? Text(u"TEXT") : fileType);
+    const std::int32_t creatorCode = creator.empty() ? 0 : PackCode(creator);
+    for (Text name = Databases().FirstDatabase(typeCode, creatorCode); !name.empty(); name = Databases().NextDatabase())
+        Storage.FileList.push_back(memory + name);
+    std::vector<platform::Unlisted> unlisted = Databases().UnreadDatabases();
+    for (platform::Unlisted& each : unlisted)
+        each.Name = memory + each.Name;
+    if (!unlisted.empty())
+        Device().onlooker.ListIncomplete(unlisted);
+}
+
+bool List(const Text& folder, const Text& fileType, const Text& creator) {
+    const TextView memory = platform::Traits().Memory;
+    if (memory.empty())
+        return false;
+    if (folder.empty())
+        return true; // it names nothing on a device with a memory
+    const bool isMemory = modStringTools::SameIgnoringCase(folder, memory);
+    if (isMemory)
+        ListDatabases(fileType, creator);
+    return isMemory;
+}
+
+} // namespace
+
+bool AsksForDatabase(const Text& name) {
+    return name.size() >= DatabaseEnding.size() &&
+           modStringTools::LowerCase(name.substr(name.size() - DatabaseEnding.size())) == DatabaseEnding;
+}
+
+const LineBackEnd DatabaseLines = {
+    .IsDatabase = true,
+    .Takes = Takes,
+    .Name = Name,
+    .Open = Open,
+    .Close = Close,
+    .DropAll = DropAll,
+    .Append = Append,
+    .Seek = Seek,
+    .Read = Read,
+    .Count = Count,
+    .Change = Change,
+    .Insert = Insert,
+    .Delete = Delete,
+    .BeginReading = BeginReading,
+    .EndReading = EndReading,
+    .Stamp = NoStamp,
+    .AnotherHasChanged = NoneHasChanged,
+    .Remove = Remove,
+    .List = List,
+};
 
 } // namespace modFileSystem

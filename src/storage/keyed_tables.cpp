@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "src/storage/keyed_tables.h"
 
+#include "src/storage/scratch_file.h"
 #include "src/view/platform/platform.h"
 
 #include <algorithm>
@@ -18,8 +19,6 @@ constexpr std::int32_t NotCounted = -1;
 constexpr std::int32_t HeaderLine = 1;
 constexpr std::int32_t FirstRowLine = 2;
 constexpr std::int32_t AnyRow = -1;
-constexpr std::int32_t InsertBefore = 1;
-constexpr std::int32_t InsertAfter = 2;
 
 /// Characters of a line that are looked through for bars at one go: as many as a number has bits.
 constexpr std::size_t LookedThroughAtOnce = 64;

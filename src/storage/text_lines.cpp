@@ -1,122 +1,23 @@
 // SPDX-License-Identifier: MIT
-#include "src/storage/line_back_ends.h"
+#include "src/storage/text_lines.h"
 
+#include "src/storage/database_lines.h"
+#include "src/storage/line_files.h"
+#include "src/storage/scratch_file.h"
+#include "src/storage/slot_streams.h"
 #include "src/storage/volumes.h"
 #include "src/view/platform/platform.h"
-
-#include <cmath>
-#include <limits>
 
 namespace modFileSystem {
 
 using platform::Device;
-using platform::Origin;
-using platform::StreamMode;
-using platform::TextStream;
 
 namespace {
 
-constexpr std::int32_t ScratchDigits = 8;
-const Text ScratchCode = u"temp";
+const Text TextEnding = u".txt";
 
-std::unique_ptr<TextStream>& StreamOf(const FileHandle& handle) {
-    return Slots.SlotStream[static_cast<std::size_t>(handle.slot)];
-}
-
-LineMark& MarkOf(const FileHandle& handle) {
-    return Slots.SlotMark[static_cast<std::size_t>(handle.slot)];
-}
-
-Text FullName(const FileHandle& handle) {
-    return handle.path + handle.name;
-}
-
-void Seek(const FileHandle& handle, std::int64_t offset, Origin origin) {
-    const auto error = StreamOf(handle)->Seek(offset, origin);
-    if (error != platform::NoError)
-        FailOnFile(u"read", handle, error);
-}
-
-std::int32_t SkipLines(const FileHandle& handle, std::int32_t most) {
-    std::int64_t passed = 0;
-    if (const auto error = StreamOf(handle)->SkipLines(most, passed); error != platform::NoError)
-        FailOnFile(u"read", handle, error);
-    return static_cast<std::int32_t>(passed);
-}
-
-bool OpenStream(FileHandle& handle, StreamMode mode) {
-    handle.error = Device().fileSystem.OpenStream(FullName(handle), mode, StreamOf(handle));
-    const bool opened = handle.error == platform::NoError;
-    handle.kept = mode == StreamMode::Existing && !opened && !platform::IsMissing(handle.error);
-    return opened;
-}
-
-/// Moves to the marked line; false when another writer has changed the file since.
-bool StandsAtMark(TextStream& stream, const LineMark& mark) {
-    return mark.Line > 1 && stream.Seek(mark.Offset, Origin::Start) == platform::NoError &&
-           stream.Revision() == mark.Revision;
-}
-
-/// Counts the lines from the head of the file on.
-platform::ErrorNumber CountLines(TextStream& stream, std::int64_t& count) {
-    const auto error = stream.Seek(0, Origin::Start);
-    return error != platform::NoError ? error : stream.SkipLines(std::numeric_limits<std::int32_t>::max() - 1, count);
-}
-
-/// The stream has passed all lines and stands behind the last one.
-void StandBehindLast(FileHandle& handle, std::int64_t count) {
-    const TextStream& stream = *StreamOf(handle);
-    handle.nextLine = static_cast<std::int32_t>(count) + 1;
-    MarkOf(handle) = {handle.nextLine, stream.Position(), stream.Revision()};
-}
-
-/// Only what is not there is made: a file that can't be opened for any other reason would lose its lines to that.
-bool OpenOrMakeStream(FileHandle& handle) {
-    return OpenStream(handle, StreamMode::Existing) || (!handle.kept && OpenStream(handle, StreamMode::Create));
-}
-
-bool OpenForAppending(FileHandle& handle) {
-    if (!OpenOrMakeStream(handle))
-        return false;
-    TextStream& stream = *StreamOf(handle);
-    std::int64_t count = 0;
-    handle.error = CountLines(stream, count);
-    if (handle.error == platform::NoError) {
-        StandBehindLast(handle, count);
-        handle.error = stream.Seek(0, Origin::End);
-    }
-    if (handle.error == platform::NoError)
-        return true;
-    StreamOf(handle).reset(); // what is written next would land in the middle of the file
-    handle.kept = true;
-    return false;
-}
-
-Text ScratchName(const Text& folder) {
-    Text name = folder;
-    for (std::int32_t i = 0; i < ScratchDigits; ++i)
-        name += static_cast<char16_t>(u'0' + static_cast<std::int32_t>(Device().random.Next() * 10));
-    return name + u".txt";
-}
-
-/// Makes the scratch file under a name that no file has. Whether a name is free that is kept from us can't be known.
-void OpenTempFile() {
-    FileHandle& scratch = Slots.TempFile;
-    Device().random.Seed(static_cast<std::int32_t>(std::nearbyint(Device().clock.TimeOfDay())));
-    CloseFile(scratch);
-    Text folder;
-    scratch.error = FindDataPath(u"", folder);
-    if (scratch.error != platform::NoError)
-        return;
-    Text name;
-    do {
-        CloseFile(scratch);
-        name = ScratchName(folder);
-        OpenFile(scratch, name, u"r", ScratchCode, ScratchCode);
-    } while (scratch.valid); // the name is taken
-    if (!scratch.kept)
-        OpenFile(scratch, name, u"w", ScratchCode, ScratchCode);
-}
+/// What an operation on a line does to it.
+enum class Edit { Change, Remove, PutBefore, PutBehind, Refused };
 
 /// Whether the file that is written anew may still be replaced: it is the one that was read.
 bool MayBeReplaced(FileHandle& handle, std::int64_t revision) {
@@ -133,16 +34,16 @@ bool ReplaceWithTempFile(FileHandle& handle, std::int64_t revision) {
     const FileHandle made = scratch;
     CloseFile(scratch);
     if (!MayBeReplaced(handle, revision)) {
-        Device().fileSystem.DeleteFile(FullName(made));
+        Device().fileSystem.DeleteFile(FullNameOf(made));
         return false;
     }
     const FileHandle old = handle;
     CloseFile(handle);
     // Whatever fails, what was written is in the scratch file or in the other one: nothing is lost.
-    const auto error = Device().fileSystem.MoveFile(FullName(made), FullName(old));
+    const auto error = Device().fileSystem.MoveFile(FullNameOf(made), FullNameOf(old));
     if (error != platform::NoError)
         FailOnFile(u"write", old, error);
-    OpenFile(handle, FullName(old), u"a", old.fileType, old.creator);
+    OpenFile(handle, FullNameOf(old), u"a", old.fileType, old.creator);
     if (!handle.valid) // nobody looks: what follows would be dropped without a word
         FailOnFile(u"open", old, handle.error);
     SeekFileLine(handle, old.nextLine);
@@ -177,7 +78,7 @@ void CopyBlocks(const FileHandle& handle, std::int32_t count) {
 
 /// Copies so many lines from `first` on to the scratch file.
 void CopyLines(FileHandle& handle, std::int32_t first, std::int32_t count) {
-    if (!Slots.TempFile.isDatabase) {
+    if (Slots.TempFile.backEnd == &TextLines) {
         CopyBlocks(handle, count);
         return;
     }
@@ -191,7 +92,7 @@ void CopyEdited(FileHandle& handle, std::int32_t line, Edit edit, const Text& te
     if (edit == Edit::PutBefore)
         WriteFileLine(Slots.TempFile, text);
     if (edit == Edit::Change || edit == Edit::Remove)
-        SkipLines(handle, 1);
+        SkipTextLines(handle, 1);
     else if (edit == Edit::PutBefore && line == 1) // a byte-order mark in front of it must not get into the middle
         WriteFileLine(Slots.TempFile, ReadFileLine(handle, line));
     else
@@ -200,80 +101,10 @@ void CopyEdited(FileHandle& handle, std::int32_t line, Edit edit, const Text& te
         WriteFileLine(Slots.TempFile, text);
 }
 
-} // namespace
-
-bool OpenTextLines(FileHandle& handle) {
-    MarkOf(handle) = {};
-    bool opened = false;
-    if (handle.mode == u"r") {
-        opened = OpenStream(handle, StreamMode::Existing);
-    } else if (handle.mode == u"w") {
-        opened = OpenStream(handle, handle.slot == 0 ? StreamMode::Scratch : StreamMode::Create);
-        handle.nextLine = 1;
-    } else if (handle.mode == u"a") {
-        opened = OpenForAppending(handle);
-    }
-    Slots.SlotState[static_cast<std::size_t>(handle.slot)] = opened ? SlotIsText : 0;
-    handle.revision = opened ? StreamOf(handle)->Revision() : 0;
-    return opened;
-}
-
-void CloseTextLines(FileHandle& handle) {
-    const std::unique_ptr<TextStream> stream = std::move(StreamOf(handle));
-    const auto error = stream->Close();
-    if (error != platform::NoError)
-        FailOnFile(u"write", handle, error);
-}
-
-void WriteTextLine(FileHandle& handle, const Text& text) {
-    const auto error = StreamOf(handle)->WriteLine(text);
-    if (error != platform::NoError)
-        FailOnFile(u"write", handle, error);
-    MarkOf(handle) = {}; // a last line without a line end may just have got one
-    ++handle.nextLine;
-}
-
-std::int32_t SeekTextLine(FileHandle& handle, std::int32_t line) {
-    const TextStream& stream = *StreamOf(handle);
-    LineMark& mark = MarkOf(handle);
-    if (mark.Line > line || !StandsAtMark(*StreamOf(handle), mark)) {
-        mark = {};
-        Seek(handle, 0, Origin::Start);
-        mark.Revision = stream.Revision();
-    }
-    if (mark.Line < line)
-        mark = {mark.Line + SkipLines(handle, line - mark.Line), stream.Position(), stream.Revision()};
-    // At the end there is no line, also where the mark has come as far as the line that was asked for.
-    handle.nextLine = mark.Offset == stream.Size() ? 0 : mark.Line;
-    return handle.nextLine;
-}
-
-void ReadTextLine(FileHandle& handle, std::int32_t line, Text& text) {
-    TextStream& stream = *StreamOf(handle);
-    if (const auto error = stream.ReadLine(text); error != platform::NoError)
-        FailOnFile(u"read", handle, error);
-    handle.nextLine = line + 1;
-    LineMark& mark = MarkOf(handle); // the seek before has put it on this line
-    mark.Line = line + 1;
-    mark.Offset = stream.Position();
-}
-
-std::int32_t TextLineCount(FileHandle& handle) {
-    std::int64_t count = 0;
-    // A count that a failing disk has cut short would let a rewrite drop all lines behind it.
-    if (const auto error = CountLines(*StreamOf(handle), count); error != platform::NoError)
-        FailOnFile(u"read", handle, error);
-    StandBehindLast(handle, count);
-    return static_cast<std::int32_t>(count);
-}
-
-bool AnotherHasChangedText(FileHandle& handle) {
-    const auto error = StreamOf(handle)->CheckName();
-    return error == platform::FileChanged || error == platform::FileNotFound ||
-           StreamOf(handle)->Revision() != handle.revision;
-}
-
-bool RewriteTextLines(FileHandle& handle, std::int32_t line, Edit edit, const Text& text) {
+/// Writes the whole file anew through the scratch file. False where the file is empty or is not to be found under its
+/// name any more, and where the scratch file can't be made or does not hold the lines that it should; the file is
+/// untouched then.
+bool Rewrite(FileHandle& handle, std::int32_t line, Edit edit, const Text& text) {
     const std::int32_t count = FileLineCount(handle);
     const std::int64_t revision = StreamOf(handle)->Revision();
     if (SeekFileLine(handle, 1) != 1) {
@@ -282,8 +113,7 @@ bool RewriteTextLines(FileHandle& handle, std::int32_t line, Edit edit, const Te
     }
     if (!MayBeReplaced(handle, revision)) // no scratch file is made, nor a folder for it
         return false;
-    Slots.RewrittenFile = FullName(handle);
-    OpenTempFile();
+    OpenTempFile(handle);
     handle.error = Slots.TempFile.error;
     if (!Slots.TempFile.valid)
         return false;
@@ -298,16 +128,93 @@ bool RewriteTextLines(FileHandle& handle, std::int32_t line, Edit edit, const Te
     return false;
 }
 
-Text KeepLine(const FileHandle& handle, const Text& text) {
-    Slots.RewrittenFile = FullName(handle);
-    OpenTempFile();
-    FileHandle& scratch = Slots.TempFile;
-    if (!scratch.valid)
-        return {};
-    const Text name = scratch.name;
-    WriteFileLine(scratch, text);
-    CloseFile(scratch);
-    return name;
+/// Edits a line that exists.
+bool EditLine(FileHandle& handle, std::int32_t line, Edit edit, const Text& text) {
+    const bool reached = SeekFileLine(handle, line) != 0;
+    handle.error = reached ? platform::NoError : platform::RowNotFound;
+    return reached && Rewrite(handle, line, edit, text);
 }
+
+bool Change(FileHandle& handle, std::int32_t line, const Text& text) {
+    return EditLine(handle, line, Edit::Change, text);
+}
+
+bool Insert(FileHandle& handle, std::int32_t line, std::int32_t position, const Text& text) {
+    switch (position) {
+    case InsertBefore:
+        return EditLine(handle, line, Edit::PutBefore, text);
+    case InsertAfter:
+        return EditLine(handle, line, Edit::PutBehind, text);
+    default:
+        return EditLine(handle, line, Edit::Refused, text);
+    }
+}
+
+bool Delete(FileHandle& handle, std::int32_t line) {
+    return EditLine(handle, line, Edit::Remove, u"");
+}
+
+bool TakesAll(const FileHandle&) {
+    return true;
+}
+
+/// What would ask for a database elsewhere is a text on a card.
+void Name(FileHandle& handle) {
+    if (AsksForDatabase(handle.name))
+        handle.name.replace(handle.name.size() - TextEnding.size(), TextEnding.size(), TextEnding);
+}
+
+/// There is no lock on a text file.
+platform::ErrorNumber BeginReading(FileHandle&) {
+    return platform::NoError;
+}
+
+void EndReading(const FileHandle&) {
+}
+
+platform::FileStamp Stamp(const FileHandle& handle) {
+    return StreamOf(handle)->Stamp();
+}
+
+platform::ErrorNumber Remove(const FileHandle& handle) {
+    return Device().fileSystem.DeleteFile(FullNameOf(handle));
+}
+
+bool List(const Text& path, const Text&, const Text&) {
+    std::unique_ptr<platform::Folder> folder;
+    auto error = Device().fileSystem.OpenFolder(path, false, folder);
+    if (error == platform::NoError) {
+        for (Text name = folder->FirstFile(0); !name.empty(); name = folder->NextFile())
+            Storage.FileList.push_back(name);
+        error = folder->WalkError();
+    }
+    if (error != platform::NoError && !platform::IsMissing(error))
+        Device().onlooker.ListIncomplete({{path, error}});
+    return true;
+}
+
+} // namespace
+
+const LineBackEnd TextLines = {
+    .IsDatabase = false,
+    .Takes = TakesAll,
+    .Name = Name,
+    .Open = OpenTextLines,
+    .Close = CloseTextLines,
+    .DropAll = DropTextLines,
+    .Append = WriteTextLine,
+    .Seek = SeekTextLine,
+    .Read = ReadTextLine,
+    .Count = TextLineCount,
+    .Change = Change,
+    .Insert = Insert,
+    .Delete = Delete,
+    .BeginReading = BeginReading,
+    .EndReading = EndReading,
+    .Stamp = Stamp,
+    .AnotherHasChanged = AnotherHasChangedText,
+    .Remove = Remove,
+    .List = List,
+};
 
 } // namespace modFileSystem

@@ -73,31 +73,6 @@ void TellReplaced(const Text& path, const Text& volume, platform::ErrorNumber wh
     Device().onlooker.FolderReplaced(path, isOut ? Text() : volume, why);
 }
 
-void ListFolder(const Text& path) {
-    std::unique_ptr<platform::Folder> folder;
-    auto error = Device().fileSystem.OpenFolder(path, false, folder);
-    if (error == platform::NoError) {
-        for (Text name = folder->FirstFile(0); !name.empty(); name = folder->NextFile())
-            Storage.FileList.push_back(name);
-        error = folder->WalkError();
-    }
-    if (error != platform::NoError && !platform::IsMissing(error))
-        Device().onlooker.ListIncomplete({{path, error}});
-}
-
-void ListDatabases(const Text& fileType, const Text& creator) {
-    auto& databases = Device().recordDatabase;
-    const std::int32_t typeCode = PackCode(fileType.empty() ? Text(u"TEXT") : fileType);
-    const std::int32_t creatorCode = creator.empty() ? 0 : PackCode(creator);
-    for (Text name = databases.FirstDatabase(typeCode, creatorCode); !name.empty(); name = databases.NextDatabase())
-        Storage.FileList.push_back(Text(platform::Traits().Memory) + name);
-    std::vector<platform::Unlisted> unlisted = databases.UnreadDatabases();
-    for (platform::Unlisted& each : unlisted)
-        each.Name = Text(platform::Traits().Memory) + each.Name;
-    if (!unlisted.empty())
-        Device().onlooker.ListIncomplete(unlisted);
-}
-
 } // namespace
 
 void EnumVolumes(bool force) {
@@ -142,17 +117,6 @@ platform::ErrorNumber FindDataPath(const Text& appName, Text& path) {
     TellReplaced(path, volume, error);
     path = volume;
     return platform::NoError;
-}
-
-void ListFiles(const Text& folder, const Text& fileType, const Text& creator) {
-    const TextView memory = platform::Traits().Memory;
-    Storage.FileList.clear();
-    if (!memory.empty() && folder.empty())
-        return;
-    if (!memory.empty() && modStringTools::SameIgnoringCase(folder, memory))
-        ListDatabases(fileType, creator);
-    else
-        ListFolder(folder);
 }
 
 std::int32_t PackCode(const Text& code) {

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Where files live: the usable volumes, the data folder, the listing of a folder. Paths are the device's, with `\`
-// between the parts and a trailing `\` on a folder.
+// Where files live: the usable volumes, the data folder, what the last listing has found. Paths are the device's, with
+// `\` between the parts and a trailing `\` on a folder.
 #pragma once
 
 #include "src/text/text.h"
@@ -29,10 +29,6 @@ void EnumVolumes(bool force);
 Text GetDataPath(const Text& appName);
 /// The same for who can go on without it; why the folder can't be opened.
 platform::ErrorNumber FindDataPath(const Text& appName, Text& path);
-
-/// Fills FileList with the files of a folder or, on a Palm OS device's memory, with the databases of that type and
-/// creator (an empty type means "TEXT", an empty creator any).
-void ListFiles(const Text& folder, const Text& fileType, const Text& creator);
 
 /// A four-character code as a number, its first character in the top byte; 0 for a text of any other length. A first
 /// character above 0x7F overflows the number and is a run-time failure.

@@ -1,0 +1,14 @@
+// SPDX-License-Identifier: MIT
+// Lines in a line database, each one a record of its number and its text.
+#pragma once
+
+#include "src/storage/line_back_end.h"
+
+namespace modFileSystem {
+
+extern const LineBackEnd DatabaseLines;
+
+/// Whether a name ends in ".pdb", in any case.
+bool AsksForDatabase(const Text& name);
+
+} // namespace modFileSystem

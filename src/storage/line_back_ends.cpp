@@ -1,0 +1,11 @@
+// SPDX-License-Identifier: MIT
+// The one file that knows every kind of storage.
+#include "src/storage/database_lines.h"
+#include "src/storage/line_back_end.h"
+#include "src/storage/text_lines.h"
+
+namespace modFileSystem {
+
+const std::array<const LineBackEnd*, 2> LineBackEnds{&DatabaseLines, &TextLines};
+
+} // namespace modFileSystem

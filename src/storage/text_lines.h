@@ -1,0 +1,11 @@
+// SPDX-License-Identifier: MIT
+// Lines in a text file. Each change of one writes the whole file anew through the scratch file.
+#pragma once
+
+#include "src/storage/line_back_end.h"
+
+namespace modFileSystem {
+
+extern const LineBackEnd TextLines;
+
+} // namespace modFileSystem

@@ -1,0 +1,116 @@
+// SPDX-License-Identifier: MIT
+// A kind of storage is its row of routines alone: what stands above it asks for nothing else.
+#include "src/storage/line_back_end.h"
+
+#include "src/storage/line_files.h"
+#include "tests/support/test_device.h"
+
+#include <algorithm>
+#include <gtest/gtest.h>
+
+namespace modFileSystem {
+namespace {
+
+std::vector<Text> Kept;
+int Readings = 0;
+
+std::int32_t Lines() {
+    return static_cast<std::int32_t>(Kept.size());
+}
+
+const LineBackEnd KeptLines = {
+    .IsDatabase = false,
+    .Takes = [](const FileHandle&) { return true; },
+    .Name = [](FileHandle&) {},
+    .Open = [](FileHandle&) { return true; },
+    .Close = [](FileHandle&) { Kept = {u"closed"}; },
+    .DropAll = [] {},
+    .Append =
+        [](FileHandle&, const Text& text) {
+            Kept.push_back(text);
+            return true;
+        },
+    .Seek = [](FileHandle&, std::int32_t line) { return line <= Lines() ? line : 0; },
+    .Read =
+        [](FileHandle& handle, std::int32_t line, Text& text) {
+            text = Kept[static_cast<std::size_t>(line) - 1];
+            handle.nextLine = line + 1;
+        },
+    .Count = [](FileHandle&) { return Lines(); },
+    .Change =
+        [](FileHandle&, std::int32_t line, const Text& text) {
+            Kept[static_cast<std::size_t>(line) - 1] = text;
+            return true;
+        },
+    .Insert =
+        [](FileHandle&, std::int32_t line, std::int32_t position, const Text& text) {
+            Kept.insert(Kept.begin() + line - (position == InsertBefore ? 1 : 0), text);
+            return true;
+        },
+    .Delete =
+        [](FileHandle&, std::int32_t line) {
+            Kept.erase(Kept.begin() + line - 1);
+            return true;
+        },
+    .BeginReading =
+        [](FileHandle&) {
+            ++Readings;
+            return platform::NoError;
+        },
+    .EndReading = [](const FileHandle&) { --Readings; },
+    .Stamp = [](const FileHandle&) { return platform::FileStamp{.Identity = 7}; },
+    .AnotherHasChanged = [](const FileHandle&) { return true; },
+    .Remove = [](const FileHandle&) { return platform::NoError; },
+    .List = [](const Text&, const Text&, const Text&) { return true; },
+};
+
+class ThirdKindOfLines : public testing::Test {
+protected:
+    ThirdKindOfLines() {
+        Kept.clear();
+        File.backEnd = &KeptLines;
+        File.slot = 1;
+        File.valid = true;
+    }
+    support::TestDevice Device;
+    FileHandle File;
+};
+
+TEST_F(ThirdKindOfLines, TakesEveryOperation) {
+    EXPECT_EQ(WriteFileLine(File, u"one"), 3);
+    EXPECT_EQ(WriteFileLine(File, u"two"), 3);
+    EXPECT_TRUE(ChangeFileLine(File, 1, u"first"));
+    EXPECT_TRUE(InsertFileLine(File, 1, InsertAfter, u"second"));
+    EXPECT_TRUE(DeleteFileLine(File, 3));
+    EXPECT_EQ(Kept, (std::vector<Text>{u"first", u"second"}));
+    EXPECT_EQ(FileLineCount(File), 2);
+    EXPECT_EQ(SeekFileLine(File, 3), 0);
+    std::int32_t line = 2;
+    EXPECT_EQ(ReadFileLine(File, line), u"second");
+    EXPECT_EQ(FileStampOf(File).Identity, 7U);
+    EXPECT_TRUE(AnotherHasChanged(File));
+}
+
+TEST_F(ThirdKindOfLines, IsReadBetweenABeginningAndAnEnd) {
+    {
+        const FileReading reading(File);
+        EXPECT_EQ(Readings, 1);
+    }
+    EXPECT_EQ(Readings, 0);
+}
+
+TEST_F(ThirdKindOfLines, IsClosed) {
+    CloseFile(File);
+    EXPECT_EQ(Kept, std::vector<Text>{u"closed"});
+    EXPECT_FALSE(File.valid);
+}
+
+TEST(LineBackEnds, TheLastOneTakesWhateverNoOtherDoes) {
+    const support::TestDevice device;
+    FileHandle file;
+    file.path = u"nowhere\\";
+    EXPECT_TRUE(LineBackEnds.back()->Takes(file));
+}
+
+} // namespace
+} // namespace modFileSystem
