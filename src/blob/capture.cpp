@@ -2,6 +2,7 @@
 #include "src/blob/capture.h"
 
 #include "src/blob/decoding.h"
+#include "src/blob/framing.h"
 #include "src/blob/lost_results.h"
 #include "src/storage/keyed_tables.h"
 #include "src/text/digits.h"
@@ -200,6 +201,14 @@ Text FormulaValueAt(const platform::DateTime& now, const Text& formula, const Te
 }
 
 } // namespace
+
+void ProcessReceivedText(const Text& received) {
+    modPDAUI::ShowStatus(u"Decoding Result");
+    if (ExtractBlobs(received))
+        while (NextResult())
+            CaptureResult();
+    modPDAUI::HideStatus();
+}
 
 void CaptureResult() {
     const TakenResult result{Decoder.ResultTypes, Decoder.ResultVars, Decoder.ResultValue + u" " + Decoder.ResultUnit,

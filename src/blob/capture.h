@@ -6,6 +6,9 @@
 
 namespace modBLob {
 
+/// Decodes what the text completes and captures each result into the record on screen, under the status strip.
+void ProcessReceivedText(const Text& received);
+
 /// Puts the current result into the record on screen, or lists it on the link trace; any other screen drops it.
 /// Nothing here touches the file: the record is saved by the record screen's rules.
 void CaptureResult();

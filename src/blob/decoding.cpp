@@ -39,8 +39,8 @@ TextView InsideQuotes(TextView line) {
     return last == first ? TextView() : line.substr(first + 1, last - first - 1);
 }
 
-/// What the lines of a BLob have said so far, besides Decoder.Variables. A result that is stored clears none of it:
-/// what the next one does not say anew it takes over.
+/// What the lines of a BLob have said so far, besides the decoder's Variables. A result that is stored clears none of
+/// it: what the next one does not say anew it takes over.
 struct LinesSoFar {
     TextView Types; ///< parted by `" "`
     TextView Value;
@@ -53,13 +53,13 @@ struct LinesSoFar {
 };
 
 /// A BLob that names no origin is accepted, connected or not.
-bool OriginAccepted(TextView text, std::size_t lastOrigin) {
-    if (lastOrigin == TextView::npos || InsideQuotes(InsideTag(text, lastOrigin, OriginTag)) == Decoder.ConnectedID)
+bool OriginAccepted(DecoderState& decoder, TextView text, std::size_t lastOrigin) {
+    if (lastOrigin == TextView::npos || InsideQuotes(InsideTag(text, lastOrigin, OriginTag)) == decoder.ConnectedID)
         return true;
-    if (Decoder.ConnectedID.empty())
-        SetBlobError(NoConnection, u"BLob received without connect");
+    if (decoder.ConnectedID.empty())
+        SetBlobError(decoder, NoConnection, u"BLob received without connect");
     else
-        SetBlobError(OriginMismatch, u"Origin doesn't match connected ID");
+        SetBlobError(decoder, OriginMismatch, u"Origin doesn't match connected ID");
     return false;
 }
 
@@ -79,8 +79,7 @@ void AppendTypes(Text& list, TextView types) {
 }
 
 /// The variables, as far as they are not those that the result in front was stored with.
-void StoreVars(ResultSlot& slot, LinesSoFar& soFar) {
-    const Text& vars = Decoder.Variables;
+void StoreVars(ResultSlot& slot, const Text& vars, LinesSoFar& soFar) {
     if (!soFar.AnyStored) {
         slot.Vars = vars;
     } else if (!soFar.NewVars) {
@@ -94,10 +93,10 @@ void StoreVars(ResultSlot& slot, LinesSoFar& soFar) {
     soFar.HeadOfVars = soFar.TailOfVars = vars.size();
 }
 
-void StoreResult(LinesSoFar& soFar, TextView unit) {
-    ResultSlot& slot = Decoder.Slots[static_cast<std::size_t>(Decoder.SlotCount - 1)];
+void StoreResult(DecoderState& decoder, LinesSoFar& soFar, TextView unit) {
+    ResultSlot& slot = decoder.Slots[static_cast<std::size_t>(decoder.SlotCount - 1)];
     slot.Filled = true;
-    StoreVars(slot, soFar);
+    StoreVars(slot, decoder.Variables, soFar);
     slot.SameTypes = soFar.AnyStored && !soFar.NewTypes;
     if (!slot.SameTypes) {
         slot.Types.reserve(soFar.Types.size());
@@ -109,7 +108,7 @@ void StoreResult(LinesSoFar& soFar, TextView unit) {
     slot.Unit = unit;
     soFar.AnyStored = true;
     soFar.NewTypes = soFar.NewValue = false;
-    AddResultSlot();
+    AddResultSlot(decoder);
 }
 
 /// The name that a variable is looked for by: what stands in front of its first `=`. All of it where nothing stands
@@ -171,21 +170,21 @@ Kept PutVariable(Text& list, TextView variable) {
     return {head, size - end};
 }
 
-void TakeVariable(TextView variable, LinesSoFar& soFar) {
-    if (Decoder.Variables.empty()) {
-        Decoder.Variables = variable;
+void TakeVariable(Text& variables, TextView variable, LinesSoFar& soFar) {
+    if (variables.empty()) {
+        variables = variable;
         soFar.HeadOfVars = soFar.TailOfVars = 0;
     } else {
-        const Kept kept = PutVariable(Decoder.Variables, variable);
+        const Kept kept = PutVariable(variables, variable);
         soFar.HeadOfVars = std::min(soFar.HeadOfVars, kept.Head);
         soFar.TailOfVars = std::min(soFar.TailOfVars, kept.Tail);
     }
     soFar.NewVars = true;
 }
 
-void ReadLine(TextView line, LinesSoFar& soFar) {
+void ReadLine(DecoderState& decoder, TextView line, LinesSoFar& soFar) {
     if (BeginsWithTag(line, DescriptiveVarTag)) {
-        TakeVariable(InsideQuotes(line), soFar);
+        TakeVariable(decoder.Variables, InsideQuotes(line), soFar);
     } else if (BeginsWithTag(line, ResultTypeTag)) {
         soFar.Types = InsideQuotes(line);
         soFar.NewTypes = true;
@@ -193,18 +192,18 @@ void ReadLine(TextView line, LinesSoFar& soFar) {
         soFar.Value = InsideQuotes(line);
         soFar.NewValue = true;
     } else if (BeginsWithTag(line, ResultUnitTag)) {
-        StoreResult(soFar, InsideQuotes(line));
+        StoreResult(decoder, soFar, InsideQuotes(line));
     }
 }
 
 /// A text without any line end has no lines; otherwise what stands behind the last one is a line too.
-void ReadLines(TextView text) {
+void ReadLines(DecoderState& decoder, TextView text) {
     std::size_t end = FindChar(text, LineEnd);
     if (end == TextView::npos)
         return;
     LinesSoFar soFar;
     for (;;) {
-        ReadLine(text.substr(0, end), soFar);
+        ReadLine(decoder, text.substr(0, end), soFar);
         if (end == TextView::npos)
             return;
         text.remove_prefix(end + 1);
@@ -235,11 +234,11 @@ void SplitList(TextView list, std::vector<Text>& items) {
 }
 
 /// A value with a bar in it pushes the unit out: "a|b" and "ms" are the value "a" with the unit "b".
-void DeliverValue(TextView value, TextView unit) {
+void DeliverValue(DecoderState& decoder, TextView value, TextView unit) {
     const std::size_t bar = value.find(Bar);
     TextView behind = bar == TextView::npos ? unit : value.substr(bar + 1);
-    Decoder.ResultValue = value.substr(0, bar);
-    Decoder.ResultUnit = TakeItem(behind);
+    decoder.ResultValue = value.substr(0, bar);
+    decoder.ResultUnit = TakeItem(behind);
 }
 
 bool HasSameVars(const ResultSlot& slot, TextView inFront) {
@@ -257,60 +256,60 @@ void PutVars(const ResultSlot& slot, Text& vars) {
 
 } // namespace
 
-bool DecodeBlob(TextView blob) {
+bool DecodeBlob(DecoderState& decoder, TextView blob) {
     if (!BeginsWithTag(blob, StartTag) || !HasExactEndLine(blob))
         return false;
     LastTags tags = FindLastTags(blob);
-    Decoder.ConnectSeen = tags.Connect != TextView::npos;
-    if (Decoder.ConnectSeen) {
+    decoder.ConnectSeen = tags.Connect != TextView::npos;
+    if (decoder.ConnectSeen) {
         // All but the inside of the tag is dropped, which leaves no lines: a connecting BLob carries nothing else.
         blob = InsideTag(blob, tags.Connect, ConnectTag);
-        Decoder.ConnectedID = InsideQuotes(blob);
+        decoder.ConnectedID = InsideQuotes(blob);
         tags = FindLastTags(blob);
     }
-    if (!OriginAccepted(blob, tags.Origin))
+    if (!OriginAccepted(decoder, blob, tags.Origin))
         return false;
-    AddResultSlot();
-    Decoder.Variables = u"ORIGIN=";
-    Decoder.Variables += Decoder.ConnectedID;
-    ReadLines(blob);
+    AddResultSlot(decoder);
+    decoder.Variables = u"ORIGIN=";
+    decoder.Variables += decoder.ConnectedID;
+    ReadLines(decoder, blob);
     return true;
 }
 
-bool NextResult() {
+bool NextResult(DecoderState& decoder) {
     do {
-        ++Decoder.SlotCursor;
-        if (Decoder.SlotCursor > Decoder.SlotCount) {
-            Decoder.SlotCount = 0;
-            Decoder.SlotCursor = 0;
+        ++decoder.SlotCursor;
+        if (decoder.SlotCursor > decoder.SlotCount) {
+            decoder.SlotCount = 0;
+            decoder.SlotCursor = 0;
             return false;
         }
-    } while (!Decoder.Slots[static_cast<std::size_t>(Decoder.SlotCursor - 1)].Filled);
+    } while (!decoder.Slots[static_cast<std::size_t>(decoder.SlotCursor - 1)].Filled);
 
-    const ResultSlot& slot = Decoder.Slots[static_cast<std::size_t>(Decoder.SlotCursor - 1)];
+    const ResultSlot& slot = decoder.Slots[static_cast<std::size_t>(decoder.SlotCursor - 1)];
     if (!slot.SameTypes)
-        SplitList(slot.Types, Decoder.ResultTypes);
-    if (!HasSameVars(slot, Decoder.VarsDelivered)) {
-        PutVars(slot, Decoder.VarsDelivered);
-        SplitList(Decoder.VarsDelivered, Decoder.ResultVars);
+        SplitList(slot.Types, decoder.ResultTypes);
+    if (!HasSameVars(slot, decoder.VarsDelivered)) {
+        PutVars(slot, decoder.VarsDelivered);
+        SplitList(decoder.VarsDelivered, decoder.ResultVars);
     }
     if (!slot.SameValue)
-        Decoder.ValueDelivered = slot.Value;
-    DeliverValue(Decoder.ValueDelivered, slot.Unit);
+        decoder.ValueDelivered = slot.Value;
+    DeliverValue(decoder, decoder.ValueDelivered, slot.Unit);
     return true;
 }
 
-bool ResultsWait() {
-    const auto end = Decoder.Slots.begin() + Decoder.SlotCount;
-    return std::any_of(Decoder.Slots.begin(), end, [](const ResultSlot& slot) { return slot.Filled; });
+bool ResultsWait(const DecoderState& decoder) {
+    const auto end = decoder.Slots.begin() + decoder.SlotCount;
+    return std::any_of(decoder.Slots.begin(), end, [](const ResultSlot& slot) { return slot.Filled; });
 }
 
-SlotTexts TextsOfSlots() {
+SlotTexts TextsOfSlots(const DecoderState& decoder) {
     SlotTexts texts;
     Text types;
     Text vars;
     Text value;
-    for (const ResultSlot& slot : Decoder.Slots) {
+    for (const ResultSlot& slot : decoder.Slots) {
         if (!slot.Filled) {
             texts.Types.emplace_back();
             texts.Vars.emplace_back();
@@ -328,15 +327,15 @@ SlotTexts TextsOfSlots() {
     return texts;
 }
 
-void AddResultSlot() {
-    if (Decoder.SlotCount > 0 && !Decoder.Slots[static_cast<std::size_t>(Decoder.SlotCount - 1)].Filled)
+void AddResultSlot(DecoderState& decoder) {
+    if (decoder.SlotCount > 0 && !decoder.Slots[static_cast<std::size_t>(decoder.SlotCount - 1)].Filled)
         return;
-    ++Decoder.SlotCount;
-    if (Decoder.SlotCount == 1) {
-        Decoder.Slots.clear();
-        Decoder.SlotCursor = 0;
+    ++decoder.SlotCount;
+    if (decoder.SlotCount == 1) {
+        decoder.Slots.clear();
+        decoder.SlotCursor = 0;
     }
-    Decoder.Slots.emplace_back();
+    decoder.Slots.emplace_back();
 }
 
 void SetDescriptiveVar(Text& list, TextView variable) {
@@ -347,9 +346,9 @@ Text QuotedValue(TextView line) {
     return Text(InsideQuotes(line));
 }
 
-void SetBlobError(std::int16_t code, const Text& text) {
-    Decoder.BlobErrorCode = code;
-    Decoder.BlobErrorText = text;
+void SetBlobError(DecoderState& decoder, std::int16_t code, const Text& text) {
+    decoder.BlobErrorCode = code;
+    decoder.BlobErrorText = text;
 }
 
 } // namespace modBLob

@@ -23,7 +23,8 @@ struct ResultSlot {
     Text Unit;
 };
 
-/// What decoding keeps. Lists are 1-based for the reader: entry n stands at n less 1. All of it is written here alone.
+/// What decoding keeps. Lists are 1-based for the reader: entry n stands at n less 1. All of it is written by the
+/// routines below alone.
 struct DecoderState {
     Text ConnectedID;               ///< identity of the instrument, from the last BLob with a connect tag
     bool ConnectSeen = false;       ///< the last decoded BLob had a connect tag
@@ -40,27 +41,29 @@ struct DecoderState {
     Text ResultValue;               ///< its value
     Text ResultUnit;                ///< its unit
 };
-inline DecoderState Decoder;
+inline DecoderState Decoder; ///< the application's
 
 /// Takes one BLob, lines ended by a carriage return, the end line's included. False when it is refused: no proper start
 /// or end tag, or the origin is not the connected instrument.
-bool DecodeBlob(TextView blob);
+bool DecodeBlob(DecoderState& decoder, TextView blob);
 
 /// Makes the next filled slot the current result. False when there is none left, which empties the slots.
-bool NextResult();
+bool NextResult(DecoderState& decoder);
 
 /// Whether results wait in the slots: where one record of a burst was refused, those of the others do.
-bool ResultsWait();
+bool ResultsWait(const DecoderState& decoder);
 
 /// The slots as texts: of each its number, `|`, and its types, its variables, or value and unit, joined by `|`; empty
 /// for a free slot.
 struct SlotTexts {
     std::vector<Text> Types, Vars, Values;
 };
-SlotTexts TextsOfSlots();
+SlotTexts TextsOfSlots(const DecoderState& decoder);
 
 /// Makes sure that a free slot stands behind the filled ones.
-void AddResultSlot();
+void AddResultSlot(DecoderState& decoder);
+
+void SetBlobError(DecoderState& decoder, std::int16_t code, const Text& text);
 
 /// Puts a variable (name, `=`, value) into a list joined by `|`, by name or at its end. The name is used as a pattern
 /// and looked for anywhere in the list.
@@ -69,6 +72,18 @@ void SetDescriptiveVar(Text& list, TextView variable);
 /// What stands between the first and the last double quote of a line; empty without quotes.
 Text QuotedValue(TextView line);
 
-void SetBlobError(std::int16_t code, const Text& text);
+// The same of the application's own decoder.
+inline bool DecodeBlob(TextView blob) {
+    return DecodeBlob(Decoder, blob);
+}
+inline bool NextResult() {
+    return NextResult(Decoder);
+}
+inline void AddResultSlot() {
+    AddResultSlot(Decoder);
+}
+inline void SetBlobError(std::int16_t code, const Text& text) {
+    SetBlobError(Decoder, code, text);
+}
 
 } // namespace modBLob

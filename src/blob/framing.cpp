@@ -1,10 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "src/blob/framing.h"
 
-#include "src/blob/capture.h"
-#include "src/blob/decoding.h"
 #include "src/blob/tags.h"
-#include "src/view/status_strip.h"
 
 #include <algorithm>
 
@@ -32,13 +29,13 @@ bool HasPair(TextView text, TextView inFront) {
 
 /// Takes what stands from `place` on out of the buffer, to be taken in once more. The line that `place` lies in is open
 /// again. What stands in front of it has no BLob in it that is whole, so that the start lines there are the open BLobs.
-Text TakeBack(std::size_t place) {
-    Text& buffer = Framing.BlobBuffer;
+Text TakeBack(FramingState& framing, std::size_t place) {
+    Text& buffer = framing.BlobBuffer;
     const Text tail = buffer.substr(place);
     buffer.resize(place);
-    Framing.OpenLine = buffer.rfind(LineEnd) + 1; // npos and 1 is 0
-    std::vector<std::size_t>& open = Framing.OpenBlobs;
-    while (!open.empty() && open.back() >= Framing.OpenLine)
+    framing.OpenLine = buffer.rfind(LineEnd) + 1; // npos and 1 is 0
+    std::vector<std::size_t>& open = framing.OpenBlobs;
+    while (!open.empty() && open.back() >= framing.OpenLine)
         open.pop_back();
     return tail;
 }
@@ -51,30 +48,30 @@ struct Progress {
 };
 
 /// Decodes and cuts off the innermost open BLob, with which the buffer ends.
-void CloseBlob(Progress& progress) {
-    Text& buffer = Framing.BlobBuffer;
-    const std::size_t start = Framing.OpenBlobs.back();
-    Framing.OpenBlobs.pop_back();
-    const bool accepted = DecodeBlob(TextView(buffer).substr(start));
+void CloseBlob(FramingState& framing, DecoderState& decoder, Progress& progress) {
+    Text& buffer = framing.BlobBuffer;
+    const std::size_t start = framing.OpenBlobs.back();
+    framing.OpenBlobs.pop_back();
+    const bool accepted = DecodeBlob(decoder, TextView(buffer).substr(start));
     (accepted ? progress.Decoded : progress.Failed) = true;
     buffer.resize(start);
     progress.Unchanged = std::min(progress.Unchanged, start);
 }
 
 /// Deals with the line that the buffer's last character has ended.
-void TakeLine(Progress& progress) {
-    const TextView line = TextView(Framing.BlobBuffer).substr(Framing.OpenLine);
+void TakeLine(FramingState& framing, DecoderState& decoder, Progress& progress) {
+    const TextView line = TextView(framing.BlobBuffer).substr(framing.OpenLine);
     if (BeginsWithTag(line, StartTag))
-        Framing.OpenBlobs.push_back(Framing.OpenLine);
-    else if (BeginsWithTag(line, EndTag) && !Framing.OpenBlobs.empty())
-        CloseBlob(progress);
-    Framing.OpenLine = Framing.BlobBuffer.size();
+        framing.OpenBlobs.push_back(framing.OpenLine);
+    else if (BeginsWithTag(line, EndTag) && !framing.OpenBlobs.empty())
+        CloseBlob(framing, decoder, progress);
+    framing.OpenLine = framing.BlobBuffer.size();
 }
 
 /// Takes in a text line by line, each ended by one carriage return. Line feeds that are not part of a pair end a line
 /// when `feedsEndLines`.
-void TakeIn(TextView text, bool feedsEndLines, Progress& progress) {
-    Text& buffer = Framing.BlobBuffer;
+void TakeIn(FramingState& framing, DecoderState& decoder, TextView text, bool feedsEndLines, Progress& progress) {
+    Text& buffer = framing.BlobBuffer;
     std::size_t start = !text.empty() && text.front() == LineFeed && IsPaired(text, 0, buffer) ? 1 : 0;
     std::size_t nextReturn = FindChar(text, LineEnd);
     std::size_t nextFeed = feedsEndLines ? FindChar(text, LineFeed) : TextView::npos;
@@ -82,7 +79,7 @@ void TakeIn(TextView text, bool feedsEndLines, Progress& progress) {
          end = std::min(nextReturn, nextFeed)) {
         buffer.append(text, start, end + 1 - start);
         buffer.back() = LineEnd;
-        TakeLine(progress);
+        TakeLine(framing, decoder, progress);
         const bool pair = end == nextReturn && end + 1 < text.size() && text[end + 1] == LineFeed;
         start = end + (pair ? 2 : 1);
         if (nextReturn < start)
@@ -95,27 +92,19 @@ void TakeIn(TextView text, bool feedsEndLines, Progress& progress) {
 
 /// Notes the first line feed of each kind for the next call. In front of `place` none has changed, and no paired one
 /// was left there.
-void NoteLineFeeds(std::size_t place) {
-    const TextView buffer = Framing.BlobBuffer;
-    Framing.PairedFeed = TextView::npos;
-    if (Framing.LoneFeed >= place)
-        Framing.LoneFeed = TextView::npos;
+void NoteLineFeeds(FramingState& framing, std::size_t place) {
+    const TextView buffer = framing.BlobBuffer;
+    framing.PairedFeed = TextView::npos;
+    if (framing.LoneFeed >= place)
+        framing.LoneFeed = TextView::npos;
     for (std::size_t feed = FindChar(buffer, LineFeed, place); feed != TextView::npos;
          feed = FindChar(buffer, LineFeed, feed + 1)) {
-        std::size_t& first = IsPaired(buffer, feed, {}) ? Framing.PairedFeed : Framing.LoneFeed;
+        std::size_t& first = IsPaired(buffer, feed, {}) ? framing.PairedFeed : framing.LoneFeed;
         first = std::min(first, feed);
     }
 }
 
 } // namespace
-
-void ProcessReceivedText(const Text& received) {
-    modPDAUI::ShowStatus(u"Decoding Result");
-    if (ExtractBlobs(received))
-        while (NextResult())
-            CaptureResult();
-    modPDAUI::HideStatus();
-}
 
 // Line ends. Each pair of carriage return and line feed in the buffer becomes one carriage return; in a buffer without
 // any such pair each line feed does. Odd, and required: one pair anywhere leaves every lone line feed standing, and the
@@ -129,19 +118,19 @@ void ProcessReceivedText(const Text& received) {
 // to the next, finds the same BLobs in the same order. In "[BLob] 1 [BLob] 2 [/BLob] 3 [/BLob]", a line each, the BLob
 // around 2 comes first and the one that is left, with 1 and 3 in it, second. An end line without a start line opens and
 // closes nothing: it stays, as noise.
-bool ExtractBlobs(const Text& received) {
-    const Text& buffer = Framing.BlobBuffer;
-    const bool hasPair = Framing.PairedFeed != TextView::npos || HasPair(received, buffer);
-    const std::size_t changed = hasPair ? Framing.PairedFeed : Framing.LoneFeed;
+bool ExtractBlobs(FramingState& framing, DecoderState& decoder, const Text& received) {
+    const Text& buffer = framing.BlobBuffer;
+    const bool hasPair = framing.PairedFeed != TextView::npos || HasPair(received, buffer);
+    const std::size_t changed = hasPair ? framing.PairedFeed : framing.LoneFeed;
     TextView text = received;
     Text again;
     if (changed != TextView::npos) {
-        again = TakeBack(changed) + received;
+        again = TakeBack(framing, changed) + received;
         text = again;
     }
     Progress progress{buffer.size()};
-    TakeIn(text, !hasPair, progress);
-    NoteLineFeeds(progress.Unchanged);
+    TakeIn(framing, decoder, text, !hasPair, progress);
+    NoteLineFeeds(framing, progress.Unchanged);
     return progress.Decoded && !progress.Failed;
 }
 

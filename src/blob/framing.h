@@ -2,6 +2,7 @@
 // Finds complete BLobs in the text that has come so far.
 #pragma once
 
+#include "src/blob/decoding.h"
 #include "src/text/text.h"
 
 #include <vector>
@@ -17,12 +18,14 @@ struct FramingState {
     std::size_t LoneFeed = TextView::npos;   ///< the first line feed that has no carriage return in front of it
     std::size_t PairedFeed = TextView::npos; ///< the first one that has: its pair waits for the next call
 };
-inline FramingState Framing;
-
-/// Decodes what the text completes and captures each result into the record on screen, under the status strip.
-void ProcessReceivedText(const Text& received);
+inline FramingState Framing; ///< the application's
 
 /// Takes new text and decodes each complete BLob in the buffer. True when at least one was decoded and none failed.
-bool ExtractBlobs(const Text& received);
+bool ExtractBlobs(FramingState& framing, DecoderState& decoder, const Text& received);
+
+/// The same of the application's own buffer and decoder.
+inline bool ExtractBlobs(const Text& received) {
+    return ExtractBlobs(Framing, Decoder, received);
+}
 
 } // namespace modBLob

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "src/link/receive.h"
 
+#include "src/blob/capture.h"
 #include "src/blob/decoding.h"
-#include "src/blob/framing.h"
 #include "src/blob/tags.h"
 #include "src/link/mailbox.h"
 #include "src/link/ports.h"
@@ -128,7 +128,7 @@ bool TakeCompleteLines() {
 
 void TellWhatWaits() {
     const bool wholeRecord = modBLob::HasTag(Receive.ReadyText, modBLob::EndTag);
-    if (wholeRecord || modBLob::ResultsWait())
+    if (wholeRecord || modBLob::ResultsWait(modBLob::Decoder))
         Device().onlooker.ReadingWaits(Receive.ReadySince);
 }
 

@@ -90,7 +90,7 @@ private:
     void CompareSlots() {
         LookAtMemory();
         const LiteralDecoder& literal = Literal.Decoder;
-        const modBLob::SlotTexts slots = modBLob::TextsOfSlots();
+        const modBLob::SlotTexts slots = modBLob::TextsOfSlots(modBLob::Decoder);
         CompareOne("ConnectedID", Decoder.ConnectedID, literal.ConnectedID);
         CompareOne("ConnectSeen", Decoder.ConnectSeen, literal.ConnectSeen);
         CompareOne("BlobErrorCode", Decoder.BlobErrorCode, literal.BlobErrorCode);

@@ -37,9 +37,9 @@ TEST_F(Decoding, FillsOneSlotFromTheWorkedExample) {
     Connect(u"A1");
     EXPECT_TRUE(Decode({u"[ORIGIN \"A1\"]", u"[DESCRIPTIVE_VAR \"Site=1\"]", u"[RESULT_TYPE \"Alpha\" \"x1\"]",
                         u"[RESULT_VALUE \"23.4\"]", u"[RESULT_UNIT \"ms\"]"}));
-    EXPECT_THAT(TextsOfSlots().Types, ElementsAre(u"1|Alpha|x1", u""));
-    EXPECT_THAT(TextsOfSlots().Vars, ElementsAre(u"1|ORIGIN=A1|Site=1", u""));
-    EXPECT_THAT(TextsOfSlots().Values, ElementsAre(u"1|23.4|ms", u""));
+    EXPECT_THAT(TextsOfSlots(Decoder).Types, ElementsAre(u"1|Alpha|x1", u""));
+    EXPECT_THAT(TextsOfSlots(Decoder).Vars, ElementsAre(u"1|ORIGIN=A1|Site=1", u""));
+    EXPECT_THAT(TextsOfSlots(Decoder).Values, ElementsAre(u"1|23.4|ms", u""));
 
     ASSERT_TRUE(NextResult());
     EXPECT_THAT(Decoder.ResultTypes, ElementsAre(u"Alpha", u"x1"));
@@ -51,7 +51,7 @@ TEST_F(Decoding, FillsOneSlotFromTheWorkedExample) {
 
 TEST_F(Decoding, TakesAnEmptyValueForAnEmptyText) {
     EXPECT_THAT(ValueAndUnitOf(u"[RESULT_VALUE \"\"]"), ElementsAre(u"", u"ms"));
-    EXPECT_EQ(TextsOfSlots().Values[0], u"1||ms");
+    EXPECT_EQ(TextsOfSlots(Decoder).Values[0], u"1||ms");
 }
 
 TEST_F(Decoding, TakesATagWithoutQuotesForAnEmptyText) {
@@ -79,7 +79,7 @@ TEST_F(Decoding, MakesTwoOfATypeAndOfAVariableWithABar) {
 
 TEST_F(Decoding, GivesAResultWithoutATypeOneEmptyType) {
     Decode({u"[RESULT_VALUE \"1\"]", u"[RESULT_UNIT \"ms\"]"});
-    EXPECT_EQ(TextsOfSlots().Types[0], u"1|");
+    EXPECT_EQ(TextsOfSlots(Decoder).Types[0], u"1|");
     ASSERT_TRUE(NextResult());
     EXPECT_THAT(Decoder.ResultTypes, ElementsAre(u""));
 }
@@ -87,7 +87,7 @@ TEST_F(Decoding, GivesAResultWithoutATypeOneEmptyType) {
 TEST_F(Decoding, AcceptsABlobWithNothingInItAndLeavesOnlyTheFreeSlot) {
     EXPECT_TRUE(Decode({}));
     EXPECT_EQ(Decoder.SlotCount, 1);
-    EXPECT_THAT(TextsOfSlots().Types, ElementsAre(u""));
+    EXPECT_THAT(TextsOfSlots(Decoder).Types, ElementsAre(u""));
     EXPECT_FALSE(NextResult());
     EXPECT_EQ(Decoder.SlotCount, 0);
     EXPECT_EQ(Decoder.SlotCursor, 0);
@@ -96,8 +96,8 @@ TEST_F(Decoding, AcceptsABlobWithNothingInItAndLeavesOnlyTheFreeSlot) {
 TEST_F(Decoding, StripsTheNumbersOfTheTenthSlotAndOfTheHundredth) {
     for (int i = 1; i <= 100; ++i)
         ASSERT_TRUE(Decode({u"[RESULT_TYPE \"7|8\"]", u"[RESULT_VALUE \"9\"]", u"[RESULT_UNIT \"ms\"]"}));
-    EXPECT_EQ(TextsOfSlots().Types[9], u"10|7|8");
-    EXPECT_EQ(TextsOfSlots().Values[99], u"100|9|ms");
+    EXPECT_EQ(TextsOfSlots(Decoder).Types[9], u"10|7|8");
+    EXPECT_EQ(TextsOfSlots(Decoder).Values[99], u"100|9|ms");
     for (int i = 1; i <= 100; ++i) {
         ASSERT_TRUE(NextResult());
         ASSERT_THAT(Decoder.ResultTypes, ElementsAre(u"7", u"8")) << "slot " << i;
@@ -204,13 +204,13 @@ TEST_F(Decoding, FindsTheEndLineAnywhere) {
 TEST_F(Decoding, LetsALaterResultInheritWhatItDoesNotState) {
     Decode({u"[RESULT_TYPE \"Alpha\"]", u"[RESULT_VALUE \"1\"]", u"[RESULT_UNIT \"ms\"]", u"[RESULT_UNIT \"s\"]",
             u"[RESULT_VALUE \"2\"]", u"[RESULT_UNIT \"V\"]"});
-    EXPECT_THAT(TextsOfSlots().Types, ElementsAre(u"1|Alpha", u"2|Alpha", u"3|Alpha", u""));
-    EXPECT_THAT(TextsOfSlots().Values, ElementsAre(u"1|1|ms", u"2|1|s", u"3|2|V", u""));
+    EXPECT_THAT(TextsOfSlots(Decoder).Types, ElementsAre(u"1|Alpha", u"2|Alpha", u"3|Alpha", u""));
+    EXPECT_THAT(TextsOfSlots(Decoder).Values, ElementsAre(u"1|1|ms", u"2|1|s", u"3|2|V", u""));
 }
 
 TEST_F(Decoding, GivesAVariableBetweenTwoResultsToTheLaterOnly) {
     Decode({u"[RESULT_UNIT \"ms\"]", u"[DESCRIPTIVE_VAR \"Site=1\"]", u"[RESULT_UNIT \"ms\"]"});
-    EXPECT_THAT(TextsOfSlots().Vars, ElementsAre(u"1|ORIGIN=", u"2|ORIGIN=|Site=1", u""));
+    EXPECT_THAT(TextsOfSlots(Decoder).Vars, ElementsAre(u"1|ORIGIN=", u"2|ORIGIN=|Site=1", u""));
 }
 
 /// What all slots hold, in characters.
@@ -263,9 +263,9 @@ TEST_F(Decoding, KeepsOfEachResultsVariablesThoseAloneThatAreNew) {
 
 TEST_F(Decoding, TakesTheTagsOfAResultInAnyOrderBeforeTheUnit) {
     Decode({u"[RESULT_VALUE \"5\"]", u"[RESULT_TYPE \"Alpha\"]", u"[RESULT_UNIT \"V\"]", u"[DESCRIPTIVE_VAR \"A=1\"]"});
-    EXPECT_THAT(TextsOfSlots().Types, ElementsAre(u"1|Alpha", u""));
-    EXPECT_THAT(TextsOfSlots().Values, ElementsAre(u"1|5|V", u""));
-    EXPECT_THAT(TextsOfSlots().Vars, ElementsAre(u"1|ORIGIN=", u""));
+    EXPECT_THAT(TextsOfSlots(Decoder).Types, ElementsAre(u"1|Alpha", u""));
+    EXPECT_THAT(TextsOfSlots(Decoder).Values, ElementsAre(u"1|5|V", u""));
+    EXPECT_THAT(TextsOfSlots(Decoder).Vars, ElementsAre(u"1|ORIGIN=", u""));
 }
 
 TEST_F(Decoding, PartsTypeNamesOnlyAtQuoteBlankQuote) {
@@ -300,7 +300,7 @@ TEST_F(Decoding, NumbersSlotsFromOneAgainWhenAllWereDelivered) {
     DecodeBlob(BlobOfValue(u"1"));
     DeliverValues();
     DecodeBlob(BlobOfValue(u"2"));
-    EXPECT_THAT(TextsOfSlots().Values, ElementsAre(u"1|2|ms", u""));
+    EXPECT_THAT(TextsOfSlots(Decoder).Values, ElementsAre(u"1|2|ms", u""));
 }
 
 TEST_F(Decoding, HasNoResultAtTheStart) {

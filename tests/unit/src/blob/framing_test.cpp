@@ -124,7 +124,7 @@ TEST_F(BlobFraming, ClosesAStartLineThatWasGivenUpWithALaterEndLine) {
     EXPECT_TRUE(ExtractBlobs(u"noise\r[BLob]\r[RESULT_VALUE \"1\"]\r" + BlobOfValue(u"2") +
                              u"[RESULT_UNIT \"V\"]\r[/BLob]\r[/BLob]\r"));
     EXPECT_EQ(Buffer(), u"noise\r[/BLob]\r");
-    EXPECT_THAT(TextsOfSlots().Values, ElementsAre(u"1|2|ms", u"2|1|V", u""));
+    EXPECT_THAT(TextsOfSlots(Decoder).Values, ElementsAre(u"1|2|ms", u"2|1|V", u""));
 }
 
 TEST_F(BlobFraming, ClosesAStartLineThatWasGivenUpInALaterCall) {
