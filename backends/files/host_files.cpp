@@ -10,7 +10,6 @@
 #include <cstring>
 #include <fcntl.h>
 #include <memory>
-#include <set>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -264,10 +263,9 @@ ErrorNumber TakeRights(int file, const FileEntry& target, bool& kept) {
 
 /// Tells once of each file that others may do less with than before.
 void TellRights(const FileEntry& file) {
-    static std::set<std::pair<ino_t, std::string>> told; // a name stays where the file itself is another one each time
     struct stat folder {};
-    if (RightsLost && LookAt(file.Folder, folder) == NoError && told.emplace(folder.st_ino, file.Name).second)
-        RightsLost(file.Name);
+    if (Rights.Lost && LookAt(file.Folder, folder) == NoError && Rights.Told.emplace(folder.st_ino, file.Name).second)
+        Rights.Lost(file.Name);
 }
 
 ErrorNumber CopyBytes(int from, int to) {

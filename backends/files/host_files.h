@@ -8,9 +8,11 @@
 #include <cerrno>
 #include <cstdint>
 #include <functional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <sys/stat.h>
+#include <utility>
 
 namespace backends {
 
@@ -115,9 +117,13 @@ ErrorNumber MakeFolders(const std::string& path);
 ErrorNumber SyncFolder(const Descriptor& folder);
 ErrorNumber SyncFolder(const std::string& folder);
 
-/// Told of a file, by its bare name and once, whose group or access list could not be kept when it was written anew:
-/// others may do less with it than before. Set by who can tell a person.
-inline std::function<void(const std::string& name)> RightsLost;
+/// Who is told of a file whose group or access list could not be kept when it was written anew: others may do less with
+/// it than before. Each back-end makes it anew at its start and at its end.
+struct RightsWatch {
+    std::function<void(const std::string& name)> Lost; ///< the bare name, once a file
+    std::set<std::pair<ino_t, std::string>> Told;      ///< by folder and name: the file is another one each time
+};
+inline RightsWatch Rights;
 
 /// New content for a file, which appears under its name as a whole or not at all: it is written beside it, brought to
 /// the medium and renamed. The rights of a file that was there are kept (file_rights.h). Given up unless it is

@@ -61,9 +61,11 @@ BackEnd::BackEnd(const DeviceOptions& options, Pump& pump, CommandSource& comman
     const bool inMemory = TraitsOf(options.DeviceType).IsMemory(keptOn); // which is never out
     volumes.MakeFolders(inMemory ? Text() : keptOn);
     faults.NotStored = [this](const Text& setting, ErrorNumber error) { onlooker.NotSaved(setting, ErrorText(error)); };
-    RightsLost = [this](const std::string& file) {
-        onlooker.notices.Raise(companion::RightsNotKept(modStringTools::FromBytes(file)));
-    };
+    Rights = {.Lost =
+                  [this](const std::string& file) {
+                      onlooker.notices.Raise(companion::RightsNotKept(modStringTools::FromBytes(file)));
+                  },
+              .Told = {}};
     loop.Begins = [this] { BeginOperation(); };
     loop.Listen(serial);
     loop.Listen(keys);
@@ -77,7 +79,7 @@ void BackEnd::BeginOperation() {
 }
 
 BackEnd::~BackEnd() {
-    RightsLost = nullptr;
+    Rights = {};
 }
 
 Platform BackEnd::RecordOf(const Controls& controls) {

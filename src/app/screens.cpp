@@ -107,10 +107,17 @@ constexpr Shape RecordShape = {1, 2, 50, 1, 2, CellDrawing::Table};
 
 void Add(ScreenId& id, const char* name, const Shape& shape, MenuId menu, BackStep backMode, ScreenId backScreen,
          const ScreenBehaviour& behaviour) {
-    id = AddScreen(menu, backMode, backScreen, shape.Rows, shape.Cols, shape.Percent, shape.TitleRows, shape.TitleCols,
-                   shape.DrawStyle);
-    ScreenRow(id).Name = name;
-    ScreenRow(id).Behaviour = behaviour;
+    AddScreen(id, {.BackMode = backMode,
+                   .BackScreen = backScreen,
+                   .GridRows = shape.Rows,
+                   .GridCols = shape.Cols,
+                   .ColumnPercent = shape.Percent,
+                   .TitleRows = shape.TitleRows,
+                   .TitleCols = shape.TitleCols,
+                   .Menu = menu,
+                   .DrawStyle = shape.DrawStyle,
+                   .Behaviour = behaviour,
+                   .Name = name});
 }
 
 } // namespace

@@ -67,7 +67,7 @@ void CopyFontToTitle() {
 } // namespace
 
 void ResetModules() {
-    platform::BeforeFailure = nullptr;
+    platform::Stop = {};
     Rescue = {};
     modFileSystem::Storage = {};
     modFileSystem::ResetSlots();
@@ -84,9 +84,8 @@ void ResetModules() {
     modAudio::Sound = {};
     frmQuorin::Form = {};
     Paths = {};
-    Screens = {};
-    ForgetScreenIds();
-    Menus = {};
+    ResetScreens();
+    ResetMenus();
     Inf = {};
     Selection = {};
     Registry = {};
@@ -116,7 +115,7 @@ void InitApplication() {
     Screens.PreviousScreen = 0;
     Screens.CurrentScreen = ScrMain;
     Inf = {};
-    platform::BeforeFailure = RescueRecord;
+    platform::Stop.BeforeFailure = RescueRecord;
     LoadFontSize();
     ShowScreen(Screens.CurrentScreen);
 }

@@ -5,6 +5,19 @@
 
 namespace modQuorin {
 
+void ResetMenus() {
+    for (const MenuDef& row : Menus.Table) {
+        if (row.Id != nullptr)
+            *row.Id = 0;
+    }
+    Menus = {};
+}
+
+void AddMenu(MenuId& id, const std::array<MenuEntry, 6>& menu1, const std::array<MenuEntry, 6>& menu2) {
+    id = AddMenu(menu1, menu2);
+    MenuRow(id).Id = &id;
+}
+
 MenuId AddMenu(const std::array<MenuEntry, 6>& menu1, const std::array<MenuEntry, 6>& menu2) {
     MenuDef row;
     for (std::size_t i = 0; i < menu1.size(); ++i) {

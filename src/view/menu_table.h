@@ -26,6 +26,7 @@ struct MenuDef {
     std::array<EntryMarker, 6> Marker1{};
     std::array<Text, 6> Text2;
     std::array<EntryMarker, 6> Marker2{};
+    MenuId* Id = nullptr; ///< the variable that holds the row's number; null where nothing does
 };
 
 struct MenuState {
@@ -37,7 +38,13 @@ inline MenuId MenuInput = 0, MenuFileSelect = 0, MenuMessage = 0, MenuBack = 0, 
               MenuOk = 0, MenuDrivers = 0, MenuDriverColumns = 0, MenuDownloads = 0, MenuDownload = 0, MenuSave = 0,
               MenuRecord = 0, MenuInstall = 0;
 
-/// Appends a row of two menus, entries 0 to 5 each; entries left out are empty. Gives the row's number.
+/// Empties the table, and puts the variables that hold its numbers back to 0, as at program start.
+void ResetMenus();
+
+/// Appends a row of two menus, entries 0 to 5 each; entries left out are empty. Puts the row's number into the menu's
+/// variable.
+void AddMenu(MenuId& id, const std::array<MenuEntry, 6>& menu1, const std::array<MenuEntry, 6>& menu2);
+/// The same for a menu whose number is kept elsewhere. Returns that number.
 MenuId AddMenu(const std::array<MenuEntry, 6>& menu1, const std::array<MenuEntry, 6>& menu2);
 
 /// A row of the table. A number that is not in the table is a run-time failure.

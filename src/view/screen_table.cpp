@@ -5,28 +5,41 @@
 
 namespace modQuorin {
 
-void ForgetScreenIds() {
-    for (ScreenId* id : {&ScrInput, &ScrFileSelect, &ScrMessage, &ScrMain, &ScrDrivers, &ScrInstalledDrivers,
-                         &ScrPreferences, &ScrList, &ScrDownloads, &ScrDownload, &ScrBluetoothDebug, &ScrFileDebug,
-                         &ScrTextFile, &ScrDriverProperties, &ScrInfRecord, &ScrColumns, &ScrAddDriver})
-        *id = 0;
+namespace {
+
+ScreenId Append(const ScreenDef& row) {
+    Screens.Table.push_back(row);
+    if (row.ColumnPercent == 0)
+        Screens.Table.back().ColumnPercent = 100;
+    return static_cast<ScreenId>(Screens.Table.size());
+}
+
+} // namespace
+
+void ResetScreens() {
+    for (const ScreenDef& row : Screens.Table) {
+        if (row.Id != nullptr)
+            *row.Id = 0;
+    }
+    Screens = {};
+}
+
+void AddScreen(ScreenId& id, const ScreenDef& row) {
+    id = Append(row);
+    ScreenRow(id).Id = &id;
 }
 
 ScreenId AddScreen(MenuId menu, BackStep backMode, ScreenId backScreen, std::int32_t gridRows, std::int32_t gridCols,
                    std::int32_t columnPercent, std::int32_t titleRows, std::int32_t titleCols, CellDrawing drawStyle) {
-    ScreenDef row;
-    row.BackMode = backMode;
-    row.BackScreen = backScreen;
-    row.GridRows = gridRows;
-    row.GridCols = gridCols;
-    row.ColumnPercent = columnPercent == 0 ? 100 : columnPercent;
-    row.ColumnPixels = 0;
-    row.TitleRows = titleRows;
-    row.TitleCols = titleCols;
-    row.Menu = menu;
-    row.DrawStyle = drawStyle;
-    Screens.Table.push_back(row);
-    return static_cast<ScreenId>(Screens.Table.size());
+    return Append({.BackMode = backMode,
+                   .BackScreen = backScreen,
+                   .GridRows = gridRows,
+                   .GridCols = gridCols,
+                   .ColumnPercent = columnPercent,
+                   .TitleRows = titleRows,
+                   .TitleCols = titleCols,
+                   .Menu = menu,
+                   .DrawStyle = drawStyle});
 }
 
 ScreenDef& ScreenRow(ScreenId id) {

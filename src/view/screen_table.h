@@ -53,8 +53,9 @@ struct ScreenDef {
     std::int32_t TitleCols = 0;     ///< columns of grdTitle
     MenuId Menu = 0;
     CellDrawing DrawStyle = CellDrawing::Table;
-    ScreenBehaviour Behaviour;
-    const char* Name = ""; ///< the name that the code gives the screen, for people and tools
+    ScreenBehaviour Behaviour = {};
+    const char* Name = "";  ///< the name that the code gives the screen, for people and tools
+    ScreenId* Id = nullptr; ///< the variable that holds the row's number; null where nothing does
 };
 
 struct ScreenState {
@@ -72,10 +73,13 @@ inline ScreenId ScrInput = 0, ScrFileSelect = 0, ScrMessage = 0, ScrMain = 0, Sc
                 ScrFileDebug = 0, ScrTextFile = 0, ScrDriverProperties = 0, ScrInfRecord = 0, ScrColumns = 0,
                 ScrAddDriver = 0;
 
-/// Puts all screen numbers back to 0, as at program start.
-void ForgetScreenIds();
+/// Empties the table, and puts the variables that hold its numbers back to 0, as at program start.
+void ResetScreens();
 
-/// Appends a row, with `ColumnPixels` 0 and a `ColumnPercent` of 0 stored as 100, and gives its number.
+/// Appends a row, with a `ColumnPercent` of 0 stored as 100, and puts its number into the screen's variable.
+void AddScreen(ScreenId& id, const ScreenDef& row);
+
+/// The same for a screen whose number is kept elsewhere. Returns that number.
 ScreenId AddScreen(MenuId menu, BackStep backMode, ScreenId backScreen, std::int32_t gridRows, std::int32_t gridCols,
                    std::int32_t columnPercent, std::int32_t titleRows, std::int32_t titleCols, CellDrawing drawStyle);
 

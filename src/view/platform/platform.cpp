@@ -8,12 +8,11 @@ namespace platform {
 namespace {
 
 Platform* installed = nullptr;
-const Text* stoppingFor = nullptr; // the failure for which BeforeFailure runs
 
 /// For as long as BeforeFailure runs, which may not come back.
 struct Stopping {
-    explicit Stopping(const Text& failure) { stoppingFor = &failure; }
-    ~Stopping() { stoppingFor = nullptr; }
+    explicit Stopping(const Text& failure) { Stop.Failure = &failure; }
+    ~Stopping() { Stop.Failure = nullptr; }
     Stopping(const Stopping&) = delete;
     Stopping& operator=(const Stopping&) = delete;
 };
@@ -29,11 +28,11 @@ Platform& Device() {
 }
 
 void RuntimeFailure(const Text& text) {
-    if (stoppingFor != nullptr)
-        Device().runTime.RuntimeFailure(*stoppingFor + u". The record on the screen could not be saved: " + text);
-    if (BeforeFailure != nullptr) {
+    if (Stop.Failure != nullptr)
+        Device().runTime.RuntimeFailure(*Stop.Failure + u". The record on the screen could not be saved: " + text);
+    if (Stop.BeforeFailure != nullptr) {
         const Stopping stopping(text);
-        BeforeFailure();
+        Stop.BeforeFailure();
     }
     Device().runTime.RuntimeFailure(text);
     std::abort(); // a back-end that comes back has broken its word

@@ -62,9 +62,14 @@ void Install(Platform* platform);
 /// The back-end in place.
 Platform& Device();
 
-/// Runs once the program is known to stop, before that is told: what is not on disk yet can be saved. The application
-/// sets it at its start. Where it fails itself, both messages are told.
-inline void (*BeforeFailure)() = nullptr;
+/// What a failure that stops the program goes through.
+struct StopState {
+    /// Runs once the program is known to stop, before that is told: what is not on disk yet can be saved. The
+    /// application sets it at its start. Where it fails itself, both messages are told.
+    void (*BeforeFailure)() = nullptr;
+    const Text* Failure = nullptr; ///< the one for which BeforeFailure runs; RuntimeFailure writes it
+};
+inline StopState Stop;
 
 /// Stops the program: the run-time's failure of the back-end in place.
 [[noreturn]] void RuntimeFailure(const Text& text);

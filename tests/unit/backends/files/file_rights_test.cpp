@@ -73,9 +73,14 @@ protected:
             GTEST_SKIP() << "takes several users, and so root";
         Root.Put("table.txt", "old");
         ASSERT_EQ(chmod(Root.Path().c_str(), 0777), 0);
-        RightsLost = [this](const std::string& name) { Told.push_back(name); };
+        Watch();
     }
-    void TearDown() override { RightsLost = nullptr; }
+    void TearDown() override { Rights = {}; }
+
+    /// As a program does at its start.
+    void Watch() {
+        Rights = {.Lost = [this](const std::string& name) { Told.push_back(name); }, .Told = {}};
+    }
 
     const std::string Table() const { return Root.Path("table.txt"); }
 
@@ -175,6 +180,22 @@ TEST_P(RightsWithoutTheGroup, GiveNobodyMoreThanBeforeAndItIsToldOnce) {
 INSTANTIATE_TEST_SUITE_P(Modes, RightsWithoutTheGroup,
                          testing::Values(LostGroup{0660, 0600}, LostGroup{0664, 0644}, LostGroup{0606, 0600},
                                          LostGroup{0646, 0644}, LostGroup{0666, 0666}));
+
+TEST_F(RightsOfARewrittenFile, AreToldAgainByTheNextProgramOfTheProcess) {
+    Root.Put("next.txt", "old");
+    for (const std::string& file : {Table(), Root.Path("next.txt")}) {
+        ASSERT_EQ(chown(file.c_str(), Somebody, Group), 0);
+        ASSERT_EQ(chmod(file.c_str(), 0660), 0);
+    }
+    const auto inTwoPrograms = [this] {
+        const ErrorNumber first = Rewrite();
+        Watch();
+        if (std::rename(Root.Path("next.txt").c_str(), Table().c_str()) != 0)
+            return DeviceFailed;
+        return first == NoError ? Rewrite() : first;
+    };
+    EXPECT_EQ(As(Somebody, {OtherGroup}, inTwoPrograms), 2);
+}
 
 TEST_F(RightsOfARewrittenFile, AreEverybodysAloneWhereTheListGoesWithTheGroup) {
     ASSERT_EQ(chown(Table().c_str(), Somebody, Group), 0);

@@ -130,6 +130,38 @@ TEST_F(AtStart, CanBeRunAnyNumberOfTimes) {
     EXPECT_EQ(Screens.Table.size(), 17U);
 }
 
+TEST_F(AtStart, EveryRowOfATableHasItsVariable) {
+    for (std::size_t row = 0; row < Screens.Table.size(); ++row) {
+        ASSERT_NE(Screens.Table[row].Id, nullptr) << Screens.Table[row].Name;
+        EXPECT_EQ(*Screens.Table[row].Id, static_cast<ScreenId>(row + 1));
+    }
+    for (std::size_t row = 0; row < Menus.Table.size(); ++row) {
+        ASSERT_NE(Menus.Table[row].Id, nullptr) << "menu " << row + 1;
+        EXPECT_EQ(*Menus.Table[row].Id, static_cast<MenuId>(row + 1));
+    }
+}
+
+TEST_F(AtStart, ResetForgetsEveryNumberOfTheTables) {
+    std::vector<const std::int32_t*> ids;
+    for (const ScreenDef& row : Screens.Table)
+        ids.push_back(row.Id);
+    for (const MenuDef& row : Menus.Table)
+        ids.push_back(row.Id);
+    ResetModules();
+    for (const std::int32_t* id : ids)
+        EXPECT_EQ(*id, 0);
+    EXPECT_EQ(ScrMain, 0);
+    EXPECT_EQ(MenuMain, 0);
+}
+
+TEST_F(AtStart, ResetForgetsAFailureThatDidNotComeBack) {
+    const Text failure = u"the first program's";
+    platform::Stop.Failure = &failure;
+    ResetModules();
+    EXPECT_EQ(platform::Stop.Failure, nullptr);
+    EXPECT_EQ(platform::Stop.BeforeFailure, nullptr);
+}
+
 struct ColourRow {
     const char* Stored;
     bool On;

@@ -187,8 +187,7 @@ TEST_F(CapturingDuringAnEdit, GivesEvenAResultWithoutARowToTheTextBox) {
 
 /// A calendar stands on a screen of its own, and a result that comes meanwhile is dropped as on any other.
 TEST_F(CapturingDuringAnEdit, DropsTheResultInSilenceWhileADateIsChosen) {
-    modQuorin::ScrInput =
-        modQuorin::AddScreen(1, modQuorin::BackStep::Nothing, 0, 1, 1, 0, 1, 1, modQuorin::CellDrawing::Table);
+    modQuorin::AddScreen(modQuorin::ScrInput, {.GridRows = 1, .GridCols = 1, .Menu = 1});
     modFileSystem::Table.RecordDirty = false;
     Text value;
     modPDAUI::InputPrompt(u"Day", modPDAUI::PromptKind::Date, value, u"", false, false);

@@ -36,6 +36,22 @@ TEST_F(BlobFraming, TakesACompleteBlobOutOfTheBuffer) {
     EXPECT_THAT(DeliverValues(), ElementsAre(u"1"));
 }
 
+TEST_F(BlobFraming, KeepsEachLineInTheStateThatItIsGiven) {
+    struct {
+        FramingState Framed;
+        DecoderState Decoded;
+    } first, second;
+    EXPECT_FALSE(ExtractBlobs(first.Framed, first.Decoded, u"[BLob]\r[RESULT_VALUE \"1\"]\r"));
+    EXPECT_TRUE(ExtractBlobs(second.Framed, second.Decoded, BlobOfValue(u"2")));
+    EXPECT_TRUE(ExtractBlobs(first.Framed, first.Decoded, Joined({u"[RESULT_UNIT \"ms\"]", u"[/BLob]"})));
+    ASSERT_TRUE(NextResult(first.Decoded));
+    EXPECT_EQ(first.Decoded.ResultValue, u"1");
+    ASSERT_TRUE(NextResult(second.Decoded));
+    EXPECT_EQ(second.Decoded.ResultValue, u"2");
+    EXPECT_FALSE(ResultsWait(Decoder)) << "the application's own";
+    EXPECT_EQ(Buffer(), u"");
+}
+
 TEST_F(BlobFraming, LeavesNoiseAndLoneEndLinesAtTheHeadOfTheBuffer) {
     const Text noise = Joined({u"noise", u"[/BLob]", u"", u"more"});
     EXPECT_TRUE(ExtractBlobs(noise + BlobOfValue(u"1")));

@@ -30,12 +30,10 @@ protected:
     RecordScreen() {
         modQuorin::Paths.ApplicationName = u"Quorin";
         const modQuorin::MenuId menu = modQuorin::AddMenu({{{u"Record"}}}, {{{u"Back"}}});
-        modQuorin::ScrInfRecord =
-            modQuorin::AddScreen(menu, modQuorin::BackStep::Nothing, 0, 1, 2, 0, 1, 1, modQuorin::CellDrawing::Table);
-        modQuorin::ScrBluetoothDebug =
-            modQuorin::AddScreen(menu, modQuorin::BackStep::Nothing, 0, 1, 1, 0, 1, 1, modQuorin::CellDrawing::List);
-        modQuorin::ScrMain =
-            modQuorin::AddScreen(menu, modQuorin::BackStep::Nothing, 0, 1, 1, 0, 1, 1, modQuorin::CellDrawing::List);
+        modQuorin::AddScreen(modQuorin::ScrInfRecord, {.GridRows = 1, .GridCols = 2, .Menu = menu});
+        for (modQuorin::ScreenId* list : {&modQuorin::ScrBluetoothDebug, &modQuorin::ScrMain})
+            modQuorin::AddScreen(
+                *list, {.GridRows = 1, .GridCols = 1, .Menu = menu, .DrawStyle = modQuorin::CellDrawing::List});
         modQuorin::Screens.CurrentScreen = modQuorin::ScrInfRecord;
         Grid().SetBounds({0, 0, 200, 200});
         SetTime("2021-03-04T09:05:00");
