@@ -105,20 +105,6 @@ ErrorNumber HostFileSystem::OpenStream(const Text& fullName, StreamMode mode, st
     return HostTextStream::Open(find, mode, stream);
 }
 
-ErrorNumber HostFileSystem::CopyFile(const Text& source, const Text& destination, bool overwrite) {
-    return FoundAnew([&] {
-        FileEntry from;
-        FileEntry to;
-        if (const ErrorNumber error = Entries(source, destination, from, to); error != NoError)
-            return error;
-        struct stat found {};
-        const ErrorNumber there = overwrite ? FileNotFound : LookAt(to, found);
-        if (there != FileNotFound && LookAt(from, found) == NoError && S_ISREG(found.st_mode))
-            return there == NoError ? FileExists : there;
-        return CopyOver(from, std::move(to));
-    });
-}
-
 ErrorNumber HostFileSystem::MoveFile(const Text& source, const Text& destination) {
     return FoundAnew([&] {
         FileEntry from;

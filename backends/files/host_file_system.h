@@ -19,7 +19,6 @@ public:
 
     ErrorNumber OpenFolder(const Text& path, bool create, std::unique_ptr<Folder>& folder) override;
     ErrorNumber OpenStream(const Text& fullName, StreamMode mode, std::unique_ptr<TextStream>& stream) override;
-    ErrorNumber CopyFile(const Text& source, const Text& destination, bool overwrite) override;
     ErrorNumber MoveFile(const Text& source, const Text& destination) override;
     ErrorNumber DeleteFile(const Text& fullName) override;
 

@@ -198,31 +198,6 @@ std::int32_t LineDatabase::Position(DatabaseId database) {
     return table ? static_cast<std::int32_t>(table->Position()) : -1;
 }
 
-void LineDatabase::MoveFirst(DatabaseId database) {
-    if (LineTable* table = Find(database))
-        table->MoveTo(0);
-}
-
-void LineDatabase::MoveLast(DatabaseId database) {
-    if (LineTable* table = Find(database))
-        table->MoveTo(table->RecordCount() - 1);
-}
-
-void LineDatabase::MoveNext(DatabaseId database) {
-    if (LineTable* table = Find(database))
-        table->MoveBy(1);
-}
-
-void LineDatabase::MovePrevious(DatabaseId database) {
-    if (LineTable* table = Find(database))
-        table->MoveBy(-1);
-}
-
-bool LineDatabase::AtEnd(DatabaseId database) {
-    LineTable* table = Find(database);
-    return !table || table->AtEnd();
-}
-
 ErrorNumber LineDatabase::BeginBatch(DatabaseId database) {
     const ErrorNumber error = CheckName(database);
     return error == NoError ? Find(database)->BeginBatch() : error;

@@ -41,11 +41,6 @@ public:
 
     ErrorNumber FindRecord(DatabaseId database, std::int32_t lineNumber) override;
     std::int32_t Position(DatabaseId database) override; ///< -1 when there is no current record
-    void MoveFirst(DatabaseId database) override;
-    void MoveLast(DatabaseId database) override;
-    void MoveNext(DatabaseId database) override;
-    void MovePrevious(DatabaseId database) override;
-    bool AtEnd(DatabaseId database) override;
 
     ErrorNumber BeginBatch(DatabaseId database) override;
     ErrorNumber EndBatch(DatabaseId database) override;

@@ -374,10 +374,6 @@ void LineTable::MoveTo(std::int64_t position) {
     Current = position <= 0 ? 0 : std::min(position, std::max<std::int64_t>(RecordCount(), 0));
 }
 
-void LineTable::MoveBy(std::int64_t step) {
-    MoveTo(Current + step);
-}
-
 bool LineTable::AtEnd() {
     return State != Pending::Added && Current >= RecordCount();
 }

@@ -53,9 +53,6 @@ public:
     ErrorNumber RenumberRecords();
     ErrorNumber FindRecord(std::int32_t lineNumber);
     std::int64_t Position(); ///< -1 when there is no current record
-    void MoveTo(std::int64_t position);
-    void MoveBy(std::int64_t step);
-    bool AtEnd();
 
     ErrorNumber BeginReading();
     void EndReading();
@@ -81,6 +78,8 @@ private:
     ErrorNumber BeginStep();
     ErrorNumber EndStep(ErrorNumber error);
     bool Load(std::int64_t position, LineRecord& record);
+    void MoveTo(std::int64_t position);
+    bool AtEnd();
 
     bool Writable;
     DatabaseCodes Stored;

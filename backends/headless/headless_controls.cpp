@@ -46,11 +46,6 @@ void HeadlessComboBox::Clear() {
     Edited.Set(u"");
 }
 
-void HeadlessComboBox::RemoveItem(std::int32_t index) {
-    if (index >= 0 && index < ItemCount())
-        Entries.erase(Entries.begin() + index);
-}
-
 void HeadlessComboBox::ActOnKey(std::int32_t keyCode) {
     if (Key{keyCode} == Key::Left || Key{keyCode} == Key::Right)
         Edited.MoveCaret(Key{keyCode} == Key::Left ? -1 : 1);

@@ -105,7 +105,6 @@ public:
     void Select(std::int32_t position, std::int32_t length) override { Edited.Select(position, length); }
     void Clear() override;
     void AddItem(const Text& item) override { Entries.push_back(item); }
-    void RemoveItem(std::int32_t index) override;
     std::int32_t ItemCount() const override { return static_cast<std::int32_t>(Entries.size()); }
 
     /// Up and down choose the item before or behind the one that the text equals.

@@ -28,8 +28,8 @@ public:
 
     bool Enabled() const override { return Running; }
     void SetEnabled(bool enabled) override;
-    std::int32_t Interval() const override { return Every; }
     void SetInterval(std::int32_t milliseconds) override;
+    std::int32_t Interval() const { return Every; } ///< milliseconds
 
     /// While this holds a tick passes without its event.
     std::function<bool()> Held;

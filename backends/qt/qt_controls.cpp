@@ -316,13 +316,6 @@ void QtComboBox::AddItem(const Text& item) {
     Combo.setEditText(text);
 }
 
-void QtComboBox::RemoveItem(std::int32_t index) {
-    const QString text = Combo.currentText();
-    Combo.removeItem(index);
-    Combo.setCurrentIndex(-1);
-    Combo.setEditText(text);
-}
-
 std::vector<Text> QtComboBox::Items() const {
     std::vector<Text> items;
     items.reserve(static_cast<std::size_t>(Combo.count()));

@@ -165,7 +165,6 @@ public:
         Combo.clearEditText();
     }
     void AddItem(const Text& item) override;
-    void RemoveItem(std::int32_t index) override;
     std::int32_t ItemCount() const override { return Combo.count(); }
     std::vector<Text> Items() const override;
 

@@ -105,10 +105,6 @@ ErrorNumber FailingFileSystem::OpenStream(const Text& fullName, StreamMode mode,
     return error;
 }
 
-ErrorNumber FailingFileSystem::CopyFile(const Text& source, const Text& destination, bool overwrite) {
-    return Faults.Strike() ? DiskFull : Inner.CopyFile(source, destination, overwrite);
-}
-
 ErrorNumber FailingFileSystem::MoveFile(const Text& source, const Text& destination) {
     return Faults.Strike() ? DiskFull : Inner.MoveFile(source, destination);
 }

@@ -54,7 +54,6 @@ public:
 
     ErrorNumber OpenFolder(const Text& path, bool create, std::unique_ptr<Folder>& folder) override;
     ErrorNumber OpenStream(const Text& fullName, StreamMode mode, std::unique_ptr<TextStream>& stream) override;
-    ErrorNumber CopyFile(const Text& source, const Text& destination, bool overwrite) override;
     ErrorNumber MoveFile(const Text& source, const Text& destination) override;
     ErrorNumber DeleteFile(const Text& fullName) override { return Inner.DeleteFile(fullName); }
 
@@ -86,11 +85,6 @@ public:
 
     ErrorNumber FindRecord(DatabaseId database, std::int32_t lineNumber) override;
     std::int32_t Position(DatabaseId database) override { return Inner.Position(InnerId(database)); }
-    void MoveFirst(DatabaseId database) override { Inner.MoveFirst(InnerId(database)); }
-    void MoveLast(DatabaseId database) override { Inner.MoveLast(InnerId(database)); }
-    void MoveNext(DatabaseId database) override { Inner.MoveNext(InnerId(database)); }
-    void MovePrevious(DatabaseId database) override { Inner.MovePrevious(InnerId(database)); }
-    bool AtEnd(DatabaseId database) override { return Inner.AtEnd(InnerId(database)); }
 
     ErrorNumber BeginReading(DatabaseId database) override { return Inner.BeginReading(InnerId(database)); }
     void EndReading(DatabaseId database) override { Inner.EndReading(InnerId(database)); }

@@ -303,7 +303,7 @@ void LineFiles::ReplaceWithTempFile(FileHandle& handle) {
     const Text scratch = TempFile.path + TempFile.name;
     CloseFile(TempFile);
     CloseFile(handle);
-    Files.CopyFile(scratch, old.path + old.name, true);
+    Files.CopyFile(scratch, old.path + old.name);
     Files.DeleteFile(scratch);
     OpenFile(handle, old.path + old.name, u"a", old.fileType, old.creator);
     SeekFileLine(handle, old.nextLine);

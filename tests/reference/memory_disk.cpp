@@ -148,7 +148,7 @@ ErrorNumber MemoryFiles::OpenStream(const Text& fullName, StreamMode mode, std::
     return stream->Seek(0, Origin::Start);
 }
 
-ErrorNumber MemoryFiles::CopyFile(const Text& source, const Text& destination, bool) {
+ErrorNumber MemoryFiles::CopyFile(const Text& source, const Text& destination) {
     const auto found = Disk.Files.find(source);
     if (found == Disk.Files.end())
         return FileNotFound;
@@ -157,7 +157,7 @@ ErrorNumber MemoryFiles::CopyFile(const Text& source, const Text& destination, b
 }
 
 ErrorNumber MemoryFiles::MoveFile(const Text& source, const Text& destination) {
-    const ErrorNumber error = CopyFile(source, destination, true);
+    const ErrorNumber error = CopyFile(source, destination);
     return error == NoError ? DeleteFile(source) : error;
 }
 

@@ -41,9 +41,11 @@ public:
     platform::ErrorNumber OpenFolder(const Text& path, bool create, std::unique_ptr<platform::Folder>& folder) override;
     platform::ErrorNumber OpenStream(const Text& fullName, platform::StreamMode mode,
                                      std::unique_ptr<platform::TextStream>& stream) override;
-    platform::ErrorNumber CopyFile(const Text& source, const Text& destination, bool overwrite) override;
     platform::ErrorNumber MoveFile(const Text& source, const Text& destination) override;
     platform::ErrorNumber DeleteFile(const Text& fullName) override;
+
+    // For the literal forms alone.
+    platform::ErrorNumber CopyFile(const Text& source, const Text& destination);
 
 private:
     MemoryDisk& Disk;
@@ -71,11 +73,6 @@ public:
     platform::ErrorNumber RenumberRecords(platform::DatabaseId database) override;
     platform::ErrorNumber FindRecord(platform::DatabaseId database, std::int32_t lineNumber) override;
     std::int32_t Position(platform::DatabaseId database) override { return OpenOnes[database].Current; }
-    void MoveFirst(platform::DatabaseId database) override { OpenOnes[database].Current = 0; }
-    void MoveLast(platform::DatabaseId database) override;
-    void MoveNext(platform::DatabaseId database) override { ++OpenOnes[database].Current; }
-    void MovePrevious(platform::DatabaseId database) override { --OpenOnes[database].Current; }
-    bool AtEnd(platform::DatabaseId database) override;
     platform::ErrorNumber BeginReading(platform::DatabaseId) override { return platform::NoError; }
     void EndReading(platform::DatabaseId) override {}
     platform::ErrorNumber BeginBatch(platform::DatabaseId) override { return platform::NoError; }
@@ -83,6 +80,13 @@ public:
     Text FirstDatabase(std::int32_t, std::int32_t) override { return {}; }
     Text NextDatabase() override { return {}; }
     const std::vector<platform::Unlisted>& UnreadDatabases() const override { return NoneUnread; }
+
+    // For the literal forms alone.
+    void MoveFirst(platform::DatabaseId database) { OpenOnes[database].Current = 0; }
+    void MoveLast(platform::DatabaseId database);
+    void MoveNext(platform::DatabaseId database) { ++OpenOnes[database].Current; }
+    void MovePrevious(platform::DatabaseId database) { --OpenOnes[database].Current; }
+    bool AtEnd(platform::DatabaseId database);
 
 private:
     struct OpenDatabase {

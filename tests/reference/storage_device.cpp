@@ -123,8 +123,11 @@ std::string StorageDevice::Shown() {
     for (Text name = databases.FirstDatabase(type, creator); !name.empty(); name = databases.NextDatabase()) {
         const platform::DatabaseId id = databases.Open(name, platform::DatabaseMode::Read).Id;
         auto lines = std::make_shared<MemoryLines>(MemoryLines{type, creator, {}});
-        for (databases.MoveFirst(id); !databases.AtEnd(id); databases.MoveNext(id))
-            databases.ReadRecord(id, lines->Records.emplace_back());
+        for (std::int32_t line = 1; line <= databases.RecordCount(id); ++line) {
+            platform::LineRecord& record = lines->Records.emplace_back();
+            if (databases.FindRecord(id, line) == platform::NoError && databases.Position(id) == line - 1)
+                databases.ReadRecord(id, record);
+        }
         databases.Close(id);
         found.Databases[name] = lines;
     }

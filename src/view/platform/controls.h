@@ -81,7 +81,6 @@ public:
 
     virtual void Clear() = 0;
     virtual void AddItem(const Text& item) = 0;
-    virtual void RemoveItem(std::int32_t index) = 0; ///< 0-based; none there is no error
     virtual std::int32_t ItemCount() const = 0;
 };
 
@@ -127,14 +126,13 @@ public:
     virtual float Width() const = 0;
 };
 
-/// Raises its tick every `Interval` milliseconds while it is enabled. Enabling a stopped timer starts a whole interval
+/// Raises its tick at each end of its interval while it is enabled. Enabling a stopped timer starts a whole interval
 /// anew; enabling a running one changes nothing.
 class Timer {
 public:
     virtual ~Timer() = default;
     virtual bool Enabled() const = 0;
     virtual void SetEnabled(bool enabled) = 0;
-    virtual std::int32_t Interval() const = 0; ///< milliseconds
     virtual void SetInterval(std::int32_t milliseconds) = 0;
 };
 

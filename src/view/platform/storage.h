@@ -100,9 +100,8 @@ public:
     /// alone where the file can't be written. What is written becomes the file's content as a whole when the stream is
     /// closed: until then, and where a write has failed, the file is what it was. A scratch file has each line at once.
     virtual ErrorNumber OpenStream(const Text& fullName, StreamMode mode, std::unique_ptr<TextStream>& stream) = 0;
-    /// What is at the destination afterwards is the old text or the new one, never a part of either.
-    virtual ErrorNumber CopyFile(const Text& source, const Text& destination, bool overwrite) = 0;
-    /// Copies with overwriting and deletes the source, in one step and without writing the text once more where both
+    /// Puts a file in the place of another one or under a new name. What is at the destination afterwards is the old
+    /// text or the new one, never a part of either. Done in one step and without writing the text once more where both
     /// are on one file system. A failure leaves the source where it is, or the whole text at the destination where
     /// nothing but making it last has failed.
     virtual ErrorNumber MoveFile(const Text& source, const Text& destination) = 0;
@@ -161,11 +160,6 @@ public:
     /// Makes the record whose line number is `lineNumber` the current one.
     virtual ErrorNumber FindRecord(DatabaseId database, std::int32_t lineNumber) = 0;
     virtual std::int32_t Position(DatabaseId database) = 0; ///< of the current record, from 0; -1 for none
-    virtual void MoveFirst(DatabaseId database) = 0;
-    virtual void MoveLast(DatabaseId database) = 0;
-    virtual void MoveNext(DatabaseId database) = 0;
-    virtual void MovePrevious(DatabaseId database) = 0;
-    virtual bool AtEnd(DatabaseId database) = 0; ///< moved past the last record, or no record at all
 
     /// Between the two nobody else writes to the database, and no read of it is kept from us by another program: where
     /// one has locked it InUse is given, after waiting for it. Nothing is written meanwhile. Inside a batch it is so

@@ -39,8 +39,11 @@ protected:
 
     std::vector<Text> Lines(DatabaseId id) {
         std::vector<Text> lines;
-        for (Databases().MoveFirst(id); !Databases().AtEnd(id); Databases().MoveNext(id))
+        for (std::int32_t line = 1; line <= Databases().RecordCount(id); ++line) {
+            EXPECT_EQ(Databases().FindRecord(id, line), NoError) << "line " << line;
+            EXPECT_EQ(Databases().Position(id), line - 1);
             lines.push_back(CurrentLine(id));
+        }
         return lines;
     }
 
@@ -75,7 +78,7 @@ TEST_P(DatabaseSuite, IsEmptyBeforeItsTableIsDeclared) {
     const DatabaseId id = Databases().Create(u"new", TextType, Creator).Id;
     ASSERT_NE(id, 0);
     EXPECT_EQ(Databases().RecordCount(id), 0);
-    EXPECT_TRUE(Databases().AtEnd(id));
+    EXPECT_EQ(Databases().Position(id), -1);
     EXPECT_NE(Databases().FindRecord(id, 1), NoError);
     EXPECT_NE(Databases().AddRecord(id), NoError);
     EXPECT_EQ(CurrentLine(id), u"no record");
@@ -106,7 +109,6 @@ TEST_P(DatabaseSuite, CountsNoRecordBeforeItIsCommitted) {
     ASSERT_EQ(Databases().WriteRecord(id, {2, u"two"}), NoError);
     EXPECT_EQ(Databases().RecordCount(id), 1);
     EXPECT_EQ(Databases().Position(id), 1);
-    EXPECT_FALSE(Databases().AtEnd(id));
     EXPECT_EQ(CurrentLine(id), u"two");
     ASSERT_EQ(Databases().Commit(id), NoError);
     EXPECT_EQ(Databases().RecordCount(id), 2);
@@ -124,7 +126,7 @@ TEST_P(DatabaseSuite, DropsAnAddedRecordByTheNextOne) {
 TEST_P(DatabaseSuite, DropsAnAddedRecordByAMove) {
     const DatabaseId id = Made(u"drivers", {u"one"});
     ASSERT_EQ(Databases().AddRecord(id), NoError);
-    Databases().MovePrevious(id);
+    ASSERT_EQ(Databases().FindRecord(id, 1), NoError);
     EXPECT_EQ(CurrentLine(id), u"one");
     EXPECT_NE(Databases().Commit(id), NoError);
     EXPECT_EQ(Databases().RecordCount(id), 1);
@@ -160,7 +162,7 @@ TEST_P(DatabaseSuite, EditsTheCurrentRecord) {
 
 TEST_P(DatabaseSuite, WritesNothingThatWasNotBegun) {
     const DatabaseId id = Made(u"drivers", {u"one"});
-    Databases().MoveFirst(id);
+    ASSERT_EQ(Databases().FindRecord(id, 1), NoError);
     EXPECT_NE(Databases().WriteRecord(id, {1, u"changed"}), NoError);
     EXPECT_NE(Databases().Commit(id), NoError);
     EXPECT_THAT(Lines(id), ElementsAre(u"one"));
@@ -168,17 +170,16 @@ TEST_P(DatabaseSuite, WritesNothingThatWasNotBegun) {
 
 TEST_P(DatabaseSuite, DropsAnEditThatIsNotCommitted) {
     const DatabaseId id = Made(u"drivers", {u"one", u"two"});
-    Databases().MoveFirst(id);
+    ASSERT_EQ(Databases().FindRecord(id, 1), NoError);
     ASSERT_EQ(Databases().BeginEdit(id), NoError);
     ASSERT_EQ(Databases().WriteRecord(id, {1, u"changed"}), NoError);
-    Databases().MoveNext(id);
+    ASSERT_EQ(Databases().FindRecord(id, 2), NoError);
     EXPECT_THAT(Lines(id), ElementsAre(u"one", u"two"));
 }
 
 TEST_P(DatabaseSuite, EditsNothingPastTheEnd) {
     const DatabaseId id = Made(u"drivers", {u"one"});
-    Databases().MoveLast(id);
-    Databases().MoveNext(id);
+    ASSERT_EQ(Databases().RenumberRecords(id), NoError); // it leaves the end
     EXPECT_EQ(Databases().BeginEdit(id), FileNotFound);
     EXPECT_NE(Databases().DeleteRecord(id), NoError);
 }
@@ -204,31 +205,6 @@ TEST_P(DatabaseSuite, FindsTheFirstOfTwoEqualLineNumbers) {
     EXPECT_EQ(CurrentLine(id), u"first");
 }
 
-TEST_P(DatabaseSuite, MovesOverTheRecords) {
-    const DatabaseId id = Made(u"drivers", {u"one", u"two"});
-    Databases().MoveFirst(id);
-    Databases().MovePrevious(id);
-    EXPECT_EQ(CurrentLine(id), u"one");
-    Databases().MoveLast(id);
-    EXPECT_EQ(CurrentLine(id), u"two");
-    EXPECT_FALSE(Databases().AtEnd(id));
-    Databases().MoveNext(id);
-    EXPECT_TRUE(Databases().AtEnd(id));
-    EXPECT_EQ(CurrentLine(id), u"no record");
-    EXPECT_EQ(Databases().Position(id), -1);
-    Databases().MoveNext(id);
-    Databases().MovePrevious(id);
-    EXPECT_EQ(CurrentLine(id), u"two");
-}
-
-TEST_P(DatabaseSuite, IsAtItsEndWithNoRecord) {
-    const DatabaseId id = Made(u"drivers");
-    Databases().MoveFirst(id);
-    EXPECT_TRUE(Databases().AtEnd(id));
-    Databases().MoveLast(id);
-    EXPECT_TRUE(Databases().AtEnd(id));
-}
-
 TEST_P(DatabaseSuite, StandsOnTheNextRecordAfterADelete) {
     const DatabaseId id = Made(u"drivers", {u"one", u"two", u"three"});
     ASSERT_EQ(Databases().FindRecord(id, 2), NoError);
@@ -237,7 +213,7 @@ TEST_P(DatabaseSuite, StandsOnTheNextRecordAfterADelete) {
     EXPECT_EQ(Databases().Position(id), 1);
     EXPECT_EQ(Databases().RecordCount(id), 2);
     ASSERT_EQ(Databases().DeleteRecord(id), NoError);
-    EXPECT_TRUE(Databases().AtEnd(id));
+    EXPECT_EQ(Databases().Position(id), -1);
     EXPECT_NE(Databases().DeleteRecord(id), NoError);
 }
 
@@ -251,8 +227,6 @@ TEST_P(DatabaseSuite, KeepsPositionsDenseOverADeleteNearTheFront) {
     ASSERT_EQ(Databases().DeleteRecord(id), NoError);
     EXPECT_EQ(Databases().RecordCount(id), 1999);
     ASSERT_EQ(Databases().FindRecord(id, 2000), NoError);
-    EXPECT_EQ(Databases().Position(id), 1998);
-    Databases().MoveLast(id);
     EXPECT_EQ(Databases().Position(id), 1998);
 }
 
@@ -298,7 +272,7 @@ TEST_P(DatabaseSuite, TakesAClosedIdentifierForNone) {
     Databases().Close(id);
     Databases().Close(id);
     EXPECT_EQ(Databases().RecordCount(id), 0);
-    EXPECT_TRUE(Databases().AtEnd(id));
+    EXPECT_EQ(Databases().Position(id), -1);
     EXPECT_NE(Databases().AddRecord(id), NoError);
     EXPECT_NE(Databases().EndBatch(id), NoError);
     EXPECT_EQ(CurrentLine(id), u"no record");
@@ -341,7 +315,7 @@ TEST_P(DatabaseSuite, LosesABatchThatIsClosedInTheMiddle) {
 TEST_P(DatabaseSuite, DeletesInsideABatch) {
     const DatabaseId id = Made(u"drivers", {u"one", u"two", u"three"});
     ASSERT_EQ(Databases().BeginBatch(id), NoError);
-    Databases().MoveFirst(id);
+    ASSERT_EQ(Databases().FindRecord(id, 1), NoError);
     ASSERT_EQ(Databases().DeleteRecord(id), NoError);
     ASSERT_EQ(Databases().DeleteRecord(id), NoError);
     ASSERT_EQ(Databases().EndBatch(id), NoError);
@@ -361,10 +335,10 @@ TEST_P(DatabaseSuite, ShiftsRecordsIntoThoseBehindThem) {
     EXPECT_EQ(Databases().ShiftRecords(id, 1), NoError);
     EXPECT_EQ(Databases().Position(id), 1);
     EXPECT_THAT(Lines(id), ElementsAre(u"a", u"b", u"b", u"c"));
-    Databases().MoveLast(id);
+    ASSERT_EQ(Databases().FindRecord(id, 4), NoError);
     LineRecord last;
     ASSERT_TRUE(Databases().ReadRecord(id, last));
-    EXPECT_EQ(last.LineNumber, 4);
+    EXPECT_EQ(last.LineData, u"c");
     EXPECT_EQ(Databases().ShiftRecords(id, 3), NoError) << "the last one alone";
     EXPECT_THAT(Lines(id), ElementsAre(u"a", u"b", u"b", u"c"));
 }
@@ -382,11 +356,11 @@ TEST_P(DatabaseSuite, ShiftsNothingFromAPlaceWhereThereIsNone) {
 
 TEST_P(DatabaseSuite, NumbersRecordsByTheirPlaces) {
     const DatabaseId id = Made(u"drivers", {u"a", u"b", u"c"});
-    Databases().MoveFirst(id);
+    ASSERT_EQ(Databases().FindRecord(id, 1), NoError);
     ASSERT_EQ(Databases().DeleteRecord(id), NoError);
     EXPECT_EQ(Databases().FindRecord(id, 1), FileNotFound);
     EXPECT_EQ(Databases().RenumberRecords(id), NoError);
-    EXPECT_TRUE(Databases().AtEnd(id));
+    EXPECT_EQ(Databases().Position(id), -1);
     ASSERT_EQ(Databases().FindRecord(id, 2), NoError);
     EXPECT_EQ(CurrentLine(id), u"c");
 }

@@ -307,45 +307,6 @@ TEST_P(FilesSuite, RefusesAFileOutside) {
     EXPECT_EQ(ErrorOfOpening(u"..\\x.txt", StreamMode::Create), PathRefused);
 }
 
-TEST_P(FilesSuite, CopiesOverAnOldFile) {
-    Root.Put("new.txt", "new\r\nbytes \xFF");
-    Root.Put("old.txt", "old");
-    EXPECT_EQ(Files().CopyFile(u".\\new.txt", u".\\old.txt", true), NoError);
-    EXPECT_EQ(Root.Bytes("old.txt"), "new\r\nbytes \xFF");
-    EXPECT_EQ(Root.Entries(), 2);
-}
-
-TEST_P(FilesSuite, CopiesToANewName) {
-    Root.Put("new.txt", "");
-    EXPECT_EQ(Files().CopyFile(u".\\new.txt", u".\\other.txt", false), NoError);
-    EXPECT_EQ(Root.Bytes("other.txt"), "");
-}
-
-TEST_P(FilesSuite, CopiesOverNothingUnlessTold) {
-    Root.Put("new.txt", "new");
-    Root.Put("old.txt", "old");
-    EXPECT_EQ(Files().CopyFile(u".\\new.txt", u".\\old.txt", false), FileExists);
-    EXPECT_EQ(Root.Bytes("old.txt"), "old");
-}
-
-TEST_P(FilesSuite, CopiesNoMissingFile) {
-    Root.Put("old.txt", "old");
-    EXPECT_EQ(Files().CopyFile(u".\\none.txt", u".\\old.txt", true), FileNotFound);
-    EXPECT_EQ(Root.Bytes("old.txt"), "old");
-}
-
-TEST_P(FilesSuite, CopiesAFileOntoItself) {
-    Root.Put("x.txt", "text");
-    EXPECT_EQ(Files().CopyFile(u".\\x.txt", u".\\x.txt", true), NoError);
-    EXPECT_EQ(Root.Bytes("x.txt"), "text");
-}
-
-TEST_P(FilesSuite, CopiesNeitherFromNorToOutside) {
-    Root.Put("x.txt", "text");
-    EXPECT_EQ(Files().CopyFile(u"..\\x.txt", u".\\y.txt", true), PathRefused);
-    EXPECT_EQ(Files().CopyFile(u".\\x.txt", u"..\\y.txt", true), PathRefused);
-}
-
 TEST_P(FilesSuite, MovesOverAnOldFile) {
     Root.Put("new.txt", "new\r\nbytes \xFF");
     Root.Put("folder/old.txt", "old");

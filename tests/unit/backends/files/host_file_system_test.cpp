@@ -13,6 +13,7 @@
 #include <unistd.h>
 
 using namespace platform;
+using backends::FileEntry;
 using backends::HostFileSystem;
 using backends::PathMap;
 using testing::ElementsAre;
@@ -40,6 +41,15 @@ protected:
         struct stat found {};
         EXPECT_EQ(stat(Root.Path(name).c_str(), &found), 0);
         return found.st_mode & 07777U;
+    }
+
+    /// What a move to another file system does first.
+    ErrorNumber Copy(const char* source, const char* destination) {
+        FileEntry from;
+        FileEntry to;
+        EXPECT_EQ(EntryAt(Root.Path(source), from), NoError);
+        EXPECT_EQ(EntryAt(Root.Path(destination), to), NoError);
+        return CopyOver(from, std::move(to));
     }
 
     TemporaryRoot Root;
@@ -111,8 +121,8 @@ TEST_F(HostFiles, NeitherReadsNorWritesOverALinkThatLeadsOutside) {
     Root.Link(Elsewhere.Path("secret.txt"), "link.txt");
     EXPECT_EQ(ErrorOfOpening(u".\\link.txt", StreamMode::Existing), PermissionDenied);
     EXPECT_EQ(ErrorOfOpening(u".\\link.txt", StreamMode::Create), PermissionDenied);
-    EXPECT_EQ(Files.CopyFile(u".\\link.txt", u".\\x.txt", true), PathRefused);
-    EXPECT_EQ(Files.CopyFile(u".\\x.txt", u".\\link.txt", true), PathRefused);
+    EXPECT_EQ(Files.MoveFile(u".\\link.txt", u".\\x.txt"), PathRefused);
+    EXPECT_EQ(Files.MoveFile(u".\\x.txt", u".\\link.txt"), PathRefused);
     EXPECT_EQ(Files.DeleteFile(u".\\link.txt"), PathRefused);
     EXPECT_EQ(Elsewhere.Bytes("secret.txt"), "secret");
     EXPECT_EQ(Root.Bytes("x.txt"), "x");
@@ -137,8 +147,8 @@ TEST_F(HostFiles, TouchesNoPipe) {
     Root.Put("x.txt", "x");
     EXPECT_EQ(ErrorOfOpening(u".\\pipe", StreamMode::Existing), PathRefused);
     EXPECT_EQ(ErrorOfOpening(u".\\pipe", StreamMode::Create), PathRefused);
-    EXPECT_EQ(Files.CopyFile(u".\\pipe", u".\\x.txt", true), PathRefused);
-    EXPECT_EQ(Files.CopyFile(u".\\x.txt", u".\\pipe", true), PathRefused);
+    EXPECT_EQ(Files.MoveFile(u".\\pipe", u".\\x.txt"), PathRefused);
+    EXPECT_EQ(Files.MoveFile(u".\\x.txt", u".\\pipe"), PathRefused);
     EXPECT_EQ(Files.DeleteFile(u".\\pipe"), PathRefused);
     EXPECT_THAT(Listing(u".\\"), ElementsAre(u".\\x.txt"));
 }
@@ -148,7 +158,7 @@ TEST_F(HostFiles, KeepsThePermissionsOfTheFileThatItCopiesOver) {
     Root.Put("old.txt", "old");
     chmod(Root.Path("old.txt").c_str(), 0664);
     chmod(Root.Path("new.txt").c_str(), 0600);
-    ASSERT_EQ(Files.CopyFile(u".\\new.txt", u".\\old.txt", true), NoError);
+    ASSERT_EQ(Copy("new.txt", "old.txt"), NoError);
     EXPECT_EQ(Permissions("old.txt"), 0664U);
 }
 
@@ -171,8 +181,8 @@ TEST_F(HostFiles, MovesAFileToAnotherFileSystem) {
         GTEST_SKIP() << "there is one file system alone";
     Root.Put("new.txt", "new");
     std::ofstream(card) << "old";
-    backends::FileEntry from;
-    backends::FileEntry to;
+    FileEntry from;
+    FileEntry to;
     ASSERT_EQ(EntryAt(Root.Path("new.txt"), from), NoError);
     ASSERT_EQ(EntryAt(card, to), NoError);
     EXPECT_EQ(MoveOver(from, std::move(to)), NoError);
@@ -190,7 +200,7 @@ TEST_F(HostFiles, MakesFilesAndFoldersForTheirOwnerAlone) {
     std::unique_ptr<TextStream> stream;
     EXPECT_EQ(Files.OpenFolder(u".\\folder\\", true, folder), NoError);
     EXPECT_EQ(Files.OpenStream(u".\\folder\\new.txt", StreamMode::Create, stream), NoError);
-    EXPECT_EQ(Files.CopyFile(u".\\open.txt", u".\\copy.txt", true), NoError);
+    EXPECT_EQ(Copy("open.txt", "copy.txt"), NoError);
     EXPECT_EQ(stream->Close(), NoError);
     umask(old);
     EXPECT_EQ(Permissions("folder"), 0700U);
@@ -203,7 +213,7 @@ TEST_F(HostFiles, KeepsTheOldFileWhenTheDiskFillsUnderACopy) {
     Root.Put("old.txt", "old");
     {
         const FullDisk full(100000);
-        EXPECT_EQ(Files.CopyFile(u".\\new.txt", u".\\old.txt", true), DiskFull);
+        EXPECT_EQ(Copy("new.txt", "old.txt"), DiskFull);
     }
     EXPECT_EQ(Root.Bytes("old.txt"), "old");
     EXPECT_EQ(Root.Entries(), 2) << "something was left beside it";
@@ -215,7 +225,7 @@ TEST_F(HostFiles, LeavesAWriteProtectedFileAlone) {
     chmod(Root.Path().c_str(), 0777);
     chmod(Root.Path("old.txt").c_str(), 0444);
     const OrdinaryUser user;
-    EXPECT_EQ(Files.CopyFile(u".\\new.txt", u".\\old.txt", true), PermissionDenied);
+    EXPECT_EQ(Copy("new.txt", "old.txt"), PermissionDenied);
     EXPECT_EQ(Files.MoveFile(u".\\new.txt", u".\\old.txt"), PermissionDenied);
     EXPECT_EQ(ErrorOfOpening(u".\\old.txt", StreamMode::Create), PermissionDenied);
     EXPECT_EQ(Root.Bytes("old.txt"), "old");
@@ -244,7 +254,7 @@ TEST_F(HostFiles, MakesNothingInAWriteProtectedFolder) {
         const OrdinaryUser user;
         std::unique_ptr<Folder> folder;
         EXPECT_EQ(Files.OpenFolder(u".\\folder\\", true, folder), PermissionDenied);
-        EXPECT_EQ(Files.CopyFile(u".\\new.txt", u".\\copy.txt", true), PermissionDenied);
+        EXPECT_EQ(Copy("new.txt", "copy.txt"), PermissionDenied);
         EXPECT_EQ(ErrorOfOpening(u".\\other.txt", StreamMode::Create), PermissionDenied);
         EXPECT_EQ(Files.DeleteFile(u".\\new.txt"), PermissionDenied);
     }
@@ -255,7 +265,7 @@ TEST_F(HostFiles, MakesNothingInAWriteProtectedFolder) {
 TEST_F(HostFiles, CopiesIntoAFolderWhereACrashLeftACopy) {
     Root.Put("new.txt", "new");
     Root.Put(".quorin-" + std::to_string(getpid()) + "-0", "half");
-    EXPECT_EQ(Files.CopyFile(u".\\new.txt", u".\\old.txt", true), NoError);
+    EXPECT_EQ(Copy("new.txt", "old.txt"), NoError);
     EXPECT_EQ(Root.Bytes("old.txt"), "new");
 }
 
@@ -264,7 +274,7 @@ TEST_F(HostFiles, LeavesAReaderOfTheOldFileTheOldText) {
     Root.Put("new.txt", "new line\n");
     std::unique_ptr<TextStream> reader;
     ASSERT_EQ(Files.OpenStream(u".\\old.txt", StreamMode::Existing, reader), NoError);
-    ASSERT_EQ(Files.CopyFile(u".\\new.txt", u".\\old.txt", true), NoError);
+    ASSERT_EQ(Copy("new.txt", "old.txt"), NoError);
     Text line;
     EXPECT_EQ(reader->ReadLine(line), NoError);
     EXPECT_EQ(line, u"old line");

@@ -125,13 +125,6 @@ TEST_F(ComboBoxOfTheForm, LosesTextAndItemsTogether) {
     EXPECT_EQ(After(CodeOf(Key::Down)), u"");
 }
 
-TEST_F(ComboBoxOfTheForm, RemovesAnItemThatIsThere) {
-    Box.RemoveItem(1);
-    Box.RemoveItem(2);
-    Box.RemoveItem(-1);
-    EXPECT_THAT(Box.Items(), ElementsAre(u"a", u"c"));
-}
-
 TEST_F(ComboBoxOfTheForm, HasOneLine) {
     Box.ReplaceText(u"a");
     Box.EnterCharacter(u"\r");

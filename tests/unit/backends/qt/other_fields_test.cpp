@@ -131,16 +131,6 @@ TEST_F(ListToChooseFrom, HasNoLineEndsAlsoWhenSomeArePasted) {
     EXPECT_EQ(Field().Contents(), u"a b");
 }
 
-TEST_F(ListToChooseFrom, StaysTheSameWhenAnItemThatIsNotThereIsRemoved) {
-    Open(u"v", u"one,two");
-    Field().RemoveItem(7);
-    Field().RemoveItem(-1);
-    EXPECT_THAT(Field().Items(), ElementsAre(u"one", u"two"));
-    Field().RemoveItem(0);
-    EXPECT_THAT(Field().Items(), ElementsAre(u"two"));
-    EXPECT_EQ(Field().Contents(), u"v");
-}
-
 TEST_F(ListToChooseFrom, KeepsItsTextWhenAnItemIsAdded) {
     Open(u"v", u"");
     Field().AddItem(u"one");

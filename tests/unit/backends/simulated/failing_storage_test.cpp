@@ -114,14 +114,6 @@ TEST_F(FullDiskSwitch, LeavesTheOldContentOfAFileThatWasToBeMadeAnew) {
     EXPECT_EQ(Root.Bytes("x.txt"), "old\n");
 }
 
-TEST_F(FullDiskSwitch, LeavesTheDestinationOfACopyUntouched) {
-    Root.Put("new.txt", "new");
-    Root.Put("old.txt", "old");
-    Faults.FailNext(1);
-    EXPECT_EQ(Files.CopyFile(u".\\new.txt", u".\\old.txt", true), DiskFull);
-    EXPECT_EQ(Root.Bytes("old.txt"), "old");
-}
-
 TEST_F(FullDiskSwitch, LeavesBothFilesOfAMoveUntouched) {
     Root.Put("new.txt", "new");
     Root.Put("old.txt", "old");

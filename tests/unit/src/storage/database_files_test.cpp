@@ -33,8 +33,10 @@ protected:
         auto& databases = platform::Device().recordDatabase;
         const platform::DatabaseId id = Slots.SlotState[static_cast<std::size_t>(File.slot)];
         std::vector<platform::LineRecord> records;
-        for (databases.MoveFirst(id); !databases.AtEnd(id); databases.MoveNext(id)) {
+        for (std::int32_t line = 1; line <= databases.RecordCount(id); ++line) {
             platform::LineRecord record;
+            EXPECT_EQ(databases.FindRecord(id, line), platform::NoError);
+            EXPECT_EQ(databases.Position(id), line - 1);
             EXPECT_TRUE(databases.ReadRecord(id, record));
             records.push_back(record);
         }
