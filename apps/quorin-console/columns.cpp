@@ -1,9 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "apps/quorin-console/columns.h"
 
+#include "src/text/characters.h"
+
 #include <algorithm>
 
 namespace console {
+
+using modStringTools::Character;
+using modStringTools::FirstCharacter;
 
 namespace {
 
@@ -24,18 +29,6 @@ bool IsIn(const Range (&ranges)[Count], char32_t character) {
                        [character](const Range& range) { return character >= range.First && character <= range.Last; });
 }
 
-struct Character {
-    char32_t Code = 0;
-    std::size_t Length = 1; ///< in units of the text
-};
-
-Character FirstOf(TextView text) {
-    const char16_t first = text[0];
-    if (text.size() > 1 && first >= 0xD800 && first <= 0xDBFF && text[1] >= 0xDC00 && text[1] <= 0xDFFF)
-        return {0x10000 + ((first - 0xD800U) << 10U) + (text[1] - 0xDC00U), 2};
-    return {first, 1};
-}
-
 std::size_t WidthOf(char32_t character) {
     if (IsIn(Over, character))
         return 0;
@@ -47,7 +40,7 @@ std::size_t WidthOf(char32_t character) {
 std::size_t ColumnsOf(TextView text) {
     std::size_t columns = 0;
     while (!text.empty()) {
-        const Character character = FirstOf(text);
+        const Character character = FirstCharacter(text);
         columns += WidthOf(character.Code);
         text.remove_prefix(character.Length);
     }
@@ -58,7 +51,7 @@ TextView HeadOf(TextView text, std::size_t columns) {
     std::size_t length = 0;
     std::size_t used = 0;
     while (length < text.size()) {
-        const Character character = FirstOf(text.substr(length));
+        const Character character = FirstCharacter(text.substr(length));
         used += WidthOf(character.Code);
         if (used > columns)
             break;
@@ -69,7 +62,7 @@ TextView HeadOf(TextView text, std::size_t columns) {
 
 TextView TailOf(TextView text, std::size_t columns) {
     while (ColumnsOf(text) > columns)
-        text.remove_prefix(FirstOf(text).Length);
+        text.remove_prefix(FirstCharacter(text).Length);
     return text;
 }
 
@@ -101,7 +94,7 @@ std::vector<Text> Wrapped(const Text& text, std::size_t columns) {
         const std::size_t end = std::min(text.find_first_of(u"\r\n", start), text.size());
         Text rest = WithoutControls(text.substr(start, end - start));
         while (ColumnsOf(rest) > columns) {
-            const std::size_t most = std::max<std::size_t>(HeadOf(rest, columns).size(), FirstOf(rest).Length);
+            const std::size_t most = std::max<std::size_t>(HeadOf(rest, columns).size(), FirstCharacter(rest).Length);
             const std::size_t blank = rest.rfind(u' ', most);
             const std::size_t cut = blank == Text::npos || blank == 0 ? most : blank;
             lines.push_back(rest.substr(0, cut));

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "backends/headless/edited_text.h"
 
+#include "src/text/characters.h"
+
 #include <algorithm>
 
 namespace backends::headless {
@@ -11,8 +13,7 @@ constexpr char16_t Backspace = 8;
 
 /// What is never cut in two: a character outside of the first 65,536, and a line end.
 bool AreOne(char16_t first, char16_t second) {
-    const bool pair = first >= 0xD800 && first <= 0xDBFF && second >= 0xDC00 && second <= 0xDFFF;
-    return pair || (first == u'\r' && second == u'\n');
+    return modStringTools::AreOneCharacter(first, second) || (first == u'\r' && second == u'\n');
 }
 
 } // namespace

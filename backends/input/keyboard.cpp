@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "backends/input/keyboard.h"
 
+#include "src/text/characters.h"
+
 #include <algorithm>
 
 namespace backends {
@@ -16,9 +18,7 @@ std::size_t LengthWritten(TextView text) {
 } // namespace
 
 std::size_t FirstLength(TextView text) {
-    const bool pair =
-        text.size() > 1 && text[0] >= 0xD800 && text[0] <= 0xDBFF && text[1] >= 0xDC00 && text[1] <= 0xDFFF;
-    return pair ? 2 : 1;
+    return text.empty() ? 1 : modStringTools::FirstCharacter(text).Length;
 }
 
 Refusal PressKey(BackEnd& device, std::int32_t keyCode) {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "backends/serial/serial_text.h"
 
+#include "src/text/characters.h"
 #include "src/text/windows_1252.h"
 
 namespace backends {
@@ -55,15 +56,6 @@ Character NextCharacter(std::string_view bytes) {
     return {Sequence::Whole, lead.Length, value};
 }
 
-void Append(Text& text, char32_t value) {
-    if (value < 0x10000) {
-        text += static_cast<char16_t>(value);
-        return;
-    }
-    text += static_cast<char16_t>(0xD800 + ((value - 0x10000) >> 10U));
-    text += static_cast<char16_t>(0xDC00 + ((value - 0x10000) & 0x3FFU));
-}
-
 } // namespace
 
 Text SerialText::Decode(std::string_view bytes) {
@@ -75,7 +67,7 @@ Text SerialText::Decode(std::string_view bytes) {
         if (next.State == Sequence::Cut)
             break;
         if (next.State == Sequence::Whole)
-            Append(text, next.Value);
+            modStringTools::AppendCharacter(text, next.Value);
         else
             text += modStringTools::FromWindows1252(rest.front());
         rest.remove_prefix(next.State == Sequence::Whole ? next.Length : 1);

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "src/text/text.h"
 
+#include "src/text/characters.h"
+
 #include <algorithm>
 #include <cstring>
 #include <iterator>
@@ -34,14 +36,6 @@ char16_t Mapped(const CaseRun (&runs)[Count], char16_t character) {
 constexpr char16_t FirstRawByte = 0xDC80;
 constexpr char16_t LastRawByte = 0xDCFF;
 constexpr char16_t RawByteBase = 0xDC00;
-
-bool IsHighHalf(char32_t code) {
-    return code >= 0xD800 && code <= 0xDBFF;
-}
-
-bool IsLowHalf(char32_t code) {
-    return code >= 0xDC00 && code <= 0xDFFF;
-}
 
 void AppendUtf8(std::string& bytes, char32_t code) {
     const auto tail = [&bytes](char32_t bits) { bytes += static_cast<char>(0x80U | (bits & 0x3FU)); };
@@ -94,16 +88,6 @@ Sequence ReadSequence(std::string_view bytes) {
     if (code < announced.Code || code > 0x10FFFF || surrogate)
         return {};
     return {announced.Length, code};
-}
-
-void AppendCode(Text& text, char32_t code) {
-    if (code < 0x10000) {
-        text += static_cast<char16_t>(code);
-        return;
-    }
-    code -= 0x10000;
-    text += static_cast<char16_t>(0xD800U + (code >> 10U));
-    text += static_cast<char16_t>(0xDC00U + (code & 0x3FFU));
 }
 
 /// How many ASCII characters stand at the head of a text or of bytes. Nearly everything that is read and written is all
@@ -225,13 +209,12 @@ std::string ToBytes(TextView text) {
         text.remove_prefix(AppendAscii(bytes, text));
         std::size_t taken = 0;
         while (taken < text.size() && text[taken] >= FirstBeyondAscii) {
-            const char16_t unit = text[taken++];
-            if (IsHighHalf(unit) && taken < text.size() && IsLowHalf(text[taken]))
-                AppendUtf8(bytes, 0x10000U + ((unit - 0xD800U) << 10U) + (text[taken++] - 0xDC00U));
-            else if (unit >= FirstRawByte && unit <= LastRawByte)
-                bytes += static_cast<char>(unit - RawByteBase);
+            const Character character = FirstCharacter(text.substr(taken));
+            taken += character.Length;
+            if (character.Code >= FirstRawByte && character.Code <= LastRawByte)
+                bytes += static_cast<char>(character.Code - RawByteBase);
             else
-                AppendUtf8(bytes, unit);
+                AppendUtf8(bytes, character.Code);
         }
         text.remove_prefix(taken);
     }
@@ -253,7 +236,7 @@ void AppendBytes(Text& text, std::string_view bytes) {
             if (sequence.Length == 0)
                 text += static_cast<char16_t>(RawByteBase + static_cast<unsigned char>(bytes.front()));
             else
-                AppendCode(text, sequence.Code);
+                AppendCharacter(text, sequence.Code);
             bytes.remove_prefix(std::max<std::size_t>(sequence.Length, 1));
         }
     }

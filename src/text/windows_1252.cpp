@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "src/text/windows_1252.h"
 
+#include "src/text/characters.h"
+
 #include <array>
 
 namespace modStringTools {
@@ -17,10 +19,6 @@ constexpr std::array<char16_t, 32> From80To9F = {
 constexpr char16_t FirstRawByte = 0xDC80; // as FromBytes keeps them
 constexpr char16_t LastRawByte = 0xDCFF;
 
-bool IsHighHalf(char16_t unit) {
-    return unit >= 0xD800 && unit <= 0xDBFF;
-}
-
 } // namespace
 
 char16_t FromWindows1252(char byte) {
@@ -32,7 +30,7 @@ void ReadRawBytesAsWindows1252(Text& text) {
     char16_t before = 0;
     for (char16_t& unit : text) {
         const char16_t own = unit;
-        if (own >= FirstRawByte && own <= LastRawByte && !IsHighHalf(before))
+        if (own >= FirstRawByte && own <= LastRawByte && !AreOneCharacter(before, own))
             unit = FromWindows1252(static_cast<char>(own - 0xDC00));
         before = own;
     }

@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: MIT
+// Characters of a text: one 16-bit unit each, but two, a high half and a low one, for those beyond 0xFFFF.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace modStringTools {
+
+constexpr bool IsHighHalf(char32_t unit) {
+    return unit >= 0xD800 && unit <= 0xDBFF;
+}
+
+constexpr bool IsLowHalf(char32_t unit) {
+    return unit >= 0xDC00 && unit <= 0xDFFF;
+}
+
+/// Whether two units that follow each other are one character.
+constexpr bool AreOneCharacter(char16_t first, char16_t second) {
+    return IsHighHalf(first) && IsLowHalf(second);
+}
+
+struct Character {
+    char32_t Code = 0;
+    std::size_t Length = 1; ///< in units
+};
+
+/// The first character of a text that is not empty. A half without the other one is a character by itself.
+constexpr Character FirstCharacter(std::u16string_view text) {
+    if (text.size() > 1 && AreOneCharacter(text[0], text[1]))
+        return {0x10000U + ((text[0] - 0xD800U) << 10U) + (text[1] - 0xDC00U), 2};
+    return {text[0], 1};
+}
+
+/// Puts a character behind a text.
+inline void AppendCharacter(std::u16string& text, char32_t code) {
+    if (code < 0x10000) {
+        text += static_cast<char16_t>(code);
+        return;
+    }
+    code -= 0x10000;
+    text += static_cast<char16_t>(0xD800U + (code >> 10U));
+    text += static_cast<char16_t>(0xDC00U + (code & 0x3FFU));
+}
+
+} // namespace modStringTools
