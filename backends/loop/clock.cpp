@@ -7,21 +7,18 @@
 
 namespace backends {
 
+using std::chrono::days;
+using std::chrono::hours;
+using std::chrono::minutes;
+using std::chrono::seconds;
+using std::chrono::sys_days;
+using std::chrono::sys_seconds;
+using std::chrono::year_month_day;
+
 namespace {
 
 constexpr std::int64_t MsPerSecond = 1000;
 constexpr std::int64_t SecondsPerDay = 86400;
-
-/// Whole seconds of a date and time since 1970, as if there were no time zones; nothing for one that no calendar has.
-std::optional<std::int64_t> SecondsOf(std::tm parts) {
-    std::tm normal = parts;
-    normal.tm_isdst = 0;
-    const std::time_t seconds = timegm(&normal);
-    const bool exists = normal.tm_year == parts.tm_year && normal.tm_mon == parts.tm_mon &&
-                        normal.tm_mday == parts.tm_mday && normal.tm_hour == parts.tm_hour &&
-                        normal.tm_min == parts.tm_min && normal.tm_sec == parts.tm_sec;
-    return exists ? std::optional<std::int64_t>(seconds) : std::nullopt;
-}
 
 bool IsDigits(const std::string& text, const char* form) {
     if (text.size() != std::char_traits<char>::length(form))
@@ -43,19 +40,32 @@ std::int64_t Count(clockid_t clock) {
 /// What the machine's clock shows here, as a running count.
 std::int64_t MachineMilliseconds() {
     const std::int64_t now = Count(CLOCK_REALTIME);
-    const auto seconds = static_cast<std::time_t>(now / MsPerSecond);
+    const auto whole = static_cast<std::time_t>(now / MsPerSecond);
     std::tm local{};
-    localtime_r(&seconds, &local);
+    localtime_r(&whole, &local);
     return now + local.tm_gmtoff * MsPerSecond;
 }
 
-std::tm PartsFrom(const std::string& text) {
-    std::tm parts{};
-    std::sscanf(text.c_str(), "%4d-%2d-%2dT%2d:%2d:%2d", &parts.tm_year, &parts.tm_mon, &parts.tm_mday, &parts.tm_hour,
-                &parts.tm_min, &parts.tm_sec);
-    parts.tm_year -= 1900;
-    parts.tm_mon -= 1;
-    return parts;
+/// The numbers of a text like 2007-03-05T09:30:00, or of its head.
+struct Numbers {
+    int Year = 0, Month = 0, Day = 0, Hour = 0, Minute = 0, Second = 0;
+};
+
+Numbers NumbersIn(const std::string& text) {
+    Numbers read;
+    std::sscanf(text.c_str(), "%4d-%2d-%2dT%2d:%2d:%2d", &read.Year, &read.Month, &read.Day, &read.Hour, &read.Minute,
+                &read.Second);
+    return read;
+}
+
+/// The date may be one that no calendar has.
+year_month_day DateOf(int year, int month, int day) {
+    return std::chrono::year(year) / month / day;
+}
+
+CalendarDate DateFrom(year_month_day date) {
+    return {static_cast<int>(date.year()), static_cast<std::int32_t>(static_cast<unsigned>(date.month())),
+            static_cast<std::int32_t>(static_cast<unsigned>(date.day()))};
 }
 
 } // namespace
@@ -63,38 +73,38 @@ std::tm PartsFrom(const std::string& text) {
 std::optional<std::int64_t> MomentFromText(const std::string& text) {
     if (!IsDigits(text, "9999-99-99T99:99:99"))
         return std::nullopt;
-    return SecondsOf(PartsFrom(text));
+    const Numbers read = NumbersIn(text);
+    const year_month_day date = DateOf(read.Year, read.Month, read.Day);
+    if (!date.ok() || read.Hour > 23 || read.Minute > 59 || read.Second > 59)
+        return std::nullopt;
+    const sys_seconds moment = sys_days(date) + hours(read.Hour) + minutes(read.Minute) + seconds(read.Second);
+    return moment.time_since_epoch().count();
 }
 
 std::optional<CalendarDate> DateFromText(const std::string& text) {
-    if (!IsDigits(text, "9999-99-99") || !SecondsOf(PartsFrom(text)))
+    if (!IsDigits(text, "9999-99-99"))
         return std::nullopt;
-    const std::tm parts = PartsFrom(text);
-    if (parts.tm_year + 1900 < 1)
-        return std::nullopt;
-    return CalendarDate{parts.tm_year + 1900, parts.tm_mon + 1, parts.tm_mday};
+    const Numbers read = NumbersIn(text);
+    const year_month_day date = DateOf(read.Year, read.Month, read.Day);
+    return date.ok() && read.Year >= 1 ? std::optional(DateFrom(date)) : std::nullopt;
 }
 
-CalendarDate DaysLater(const CalendarDate& date, std::int32_t days) {
-    std::tm parts{};
-    parts.tm_year = date.Year - 1900;
-    parts.tm_mon = date.Month - 1;
-    parts.tm_mday = date.Day + days;
-    timegm(&parts);
-    const CalendarDate later{parts.tm_year + 1900, parts.tm_mon + 1, parts.tm_mday};
-    return later.Year >= 1 && later.Year <= 9999 ? later : date;
+CalendarDate DaysLater(const CalendarDate& date, std::int32_t count) {
+    const sys_days later = sys_days(DateOf(date.Year, date.Month, date.Day)) + days(count);
+    const bool inCalendar = later >= sys_days(DateOf(1, 1, 1)) && later <= sys_days(DateOf(9999, 12, 31));
+    return inCalendar ? DateFrom(later) : date;
 }
 
 DateTime DeviceClock::Now() const {
     DateTime now;
     now.WholeSeconds = LocalMilliseconds() / MsPerSecond;
-    const auto seconds = static_cast<std::time_t>(now.WholeSeconds);
-    std::tm parts{};
-    gmtime_r(&seconds, &parts);
-    now.Date = {parts.tm_year + 1900, parts.tm_mon + 1, parts.tm_mday};
-    now.Hour = parts.tm_hour;
-    now.Minute = parts.tm_min;
-    now.Second = parts.tm_sec;
+    const sys_seconds moment{seconds(now.WholeSeconds)};
+    const sys_days day = std::chrono::floor<days>(moment);
+    const std::chrono::hh_mm_ss time(moment - day);
+    now.Date = DateFrom(day);
+    now.Hour = static_cast<std::int32_t>(time.hours().count());
+    now.Minute = static_cast<std::int32_t>(time.minutes().count());
+    now.Second = static_cast<std::int32_t>(time.seconds().count());
     return now;
 }
 

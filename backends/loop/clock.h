@@ -19,7 +19,7 @@ std::optional<std::int64_t> MomentFromText(const std::string& text);
 std::optional<CalendarDate> DateFromText(const std::string& text);
 
 /// The date so many days later, or earlier; the date itself where the calendar of years 1 to 9999 ends.
-CalendarDate DaysLater(const CalendarDate& date, std::int32_t days);
+CalendarDate DaysLater(const CalendarDate& date, std::int32_t count);
 
 /// Both clocks in one: what time of day it is, and a count of milliseconds for the timers that never goes back.
 class DeviceClock final : public Clock {

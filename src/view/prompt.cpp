@@ -10,6 +10,7 @@
 #include "src/view/platform/platform.h"
 
 #include <algorithm>
+#include <chrono>
 #include <optional>
 
 namespace modPDAUI {
@@ -66,12 +67,12 @@ void PutBack(platform::OwnerDrawGrid& grid, const SavedGrid& copy, bool withSele
 }
 
 bool IsCalendarDate(const CalendarDate& date) {
-    constexpr std::int32_t Days[] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
     if (date.Year < 1 || date.Month < 1 || date.Month > 12 || date.Day < 1)
         return false;
-    const bool leap = (date.Year % 4 == 0 && date.Year % 100 != 0) || date.Year % 400 == 0;
-    const std::int32_t days = Days[date.Month - 1] + (date.Month == 2 && leap ? 1 : 0);
-    return date.Day <= days;
+    // The years of std::chrono end at 32767, but the calendar repeats itself after 400 of them.
+    const std::chrono::year_month_day_last last =
+        std::chrono::year(date.Year % 400) / std::chrono::month(static_cast<unsigned>(date.Month)) / std::chrono::last;
+    return static_cast<unsigned>(date.Day) <= static_cast<unsigned>(last.day());
 }
 
 /// A number of a date; a sign makes it none.
