@@ -112,6 +112,9 @@ void FitTitleColumns() {
 
 } // namespace
 
+const std::int32_t VersionMajor = QUORIN_VERSION_MAJOR;
+const std::int32_t VersionMinor = QUORIN_VERSION_MINOR;
+
 Text VersionLine(std::int32_t majorNumber, std::int32_t minorNumber) {
     return u"V " + modStringTools::NumberText(majorNumber) + u"." + modStringTools::TwoDigits(minorNumber);
 }

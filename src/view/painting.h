@@ -8,9 +8,9 @@
 
 namespace modPDAUI {
 
-/// The version of this build, as the start screen shows it.
-inline constexpr std::int32_t VersionMajor = 0;
-inline constexpr std::int32_t VersionMinor = 27;
+/// The version of this build, as the start screen shows it: that of the project in CMakeLists.txt.
+extern const std::int32_t VersionMajor;
+extern const std::int32_t VersionMinor;
 
 /// The version line: "V 0.27". The minor number has two digits at least.
 Text VersionLine(std::int32_t majorNumber, std::int32_t minorNumber);
