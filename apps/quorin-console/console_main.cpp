@@ -2,6 +2,7 @@
 #include "apps/quorin-console/console_main.h"
 
 #include "apps/start/exit_status.h"
+#include "backends/descriptor/descriptor.h"
 #include "backends/files/host_files.h"
 #include "backends/files/root_lock.h"
 
@@ -55,11 +56,14 @@ int ConsoleMain(int count, char** words, int (*run)(const Options&, Session&)) {
     case Reading::Run:
         break;
     }
+    backends::Descriptor script;
     int input = STDIN_FILENO;
-    if (!options.Script.empty())
-        input = ::open(options.Script.c_str(), O_RDONLY | O_CLOEXEC);
+    if (!options.Script.empty()) {
+        script = backends::Descriptor(::open(options.Script.c_str(), O_RDONLY | O_CLOEXEC));
+        input = script.Number();
+    }
     if (input >= 0 && IsFolder(options.Script)) {
-        ::close(input);
+        script.Close();
         errno = EISDIR;
         input = -1;
     }

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "apps/quorin-instrument/mailbox_outlet.h"
 
-#include "apps/quorin-instrument/descriptor.h"
 #include "apps/quorin-instrument/waiting.h"
+#include "backends/descriptor/descriptor.h"
 
 #include <cerrno>
 #include <cstdio>
@@ -79,10 +79,10 @@ bool Mailbox::DeliveryThere() const {
 }
 
 Outcome Mailbox::Write(const char* name, std::string_view bytes) {
-    const Descriptor file(open(Path(name).c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666));
-    bool written = file.Holds();
+    const backends::Descriptor file(open(Path(name).c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666));
+    bool written = file.Valid();
     while (written && !bytes.empty()) {
-        const auto count = write(file.Get(), bytes.data(), bytes.size());
+        const auto count = write(file.Number(), bytes.data(), bytes.size());
         written = count > 0 || (count < 0 && errno == EINTR);
         bytes.remove_prefix(count > 0 ? static_cast<std::size_t>(count) : 0);
     }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "apps/quorin-instrument/serial_outlet.h"
 
+#include "apps/quorin-instrument/raw_line.h"
 #include "apps/quorin-instrument/waiting.h"
 
 #include <cerrno>
@@ -20,14 +21,14 @@ Outcome SerialDevice::Open() {
         return Fail(Path + " is no serial line");
     }
     // Without O_NONBLOCK the opening itself would wait for a modem's carrier.
-    Line.Take(open(Path.c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC | O_NONBLOCK));
-    if (!Line.Holds()) {
+    Line = backends::Descriptor(open(Path.c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC | O_NONBLOCK));
+    if (!Line.Valid()) {
         return FailBySystem("can't open " + Path);
     }
-    if (isatty(Line.Get()) == 0) {
+    if (isatty(Line.Number()) == 0) {
         return Fail(Path + " is no serial line");
     }
-    return SetRawLine(Line.Get()) ? Outcome::Done : FailBySystem("can't set the line " + Path);
+    return SetRawLine(Line.Number()) ? Outcome::Done : FailBySystem("can't set the line " + Path);
 }
 
 Outcome SerialDevice::Send(std::string_view bytes) {
@@ -35,7 +36,7 @@ Outcome SerialDevice::Send(std::string_view bytes) {
         if (StopAsked()) {
             return Outcome::Stopped;
         }
-        const long written = WriteSome(Line.Get(), bytes);
+        const long written = WriteSome(Line.Number(), bytes);
         if (written < 0) {
             return FailBySystem("can't write to " + Path);
         }
@@ -45,7 +46,7 @@ Outcome SerialDevice::Send(std::string_view bytes) {
 }
 
 Outcome SerialDevice::Finish(Linger linger) {
-    while (tcdrain(Line.Get()) != 0) {
+    while (tcdrain(Line.Number()) != 0) {
         if (StopAsked()) {
             return Outcome::Stopped;
         }

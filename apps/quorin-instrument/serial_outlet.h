@@ -2,8 +2,8 @@
 // A serial line of the machine, set raw to 9600 baud, 8 bits, no parity, 1 stop bit.
 #pragma once
 
-#include "apps/quorin-instrument/descriptor.h"
 #include "apps/quorin-instrument/outlet.h"
+#include "backends/descriptor/descriptor.h"
 
 namespace instrument {
 
@@ -19,7 +19,7 @@ public:
 
 private:
     std::string Path;
-    Descriptor Line;
+    backends::Descriptor Line;
 };
 
 } // namespace instrument

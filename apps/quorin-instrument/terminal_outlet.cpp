@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "apps/quorin-instrument/terminal_outlet.h"
 
+#include "apps/quorin-instrument/raw_line.h"
 #include "apps/quorin-instrument/waiting.h"
 
 #include <array>
@@ -37,18 +38,18 @@ PseudoTerminal::~PseudoTerminal() {
 }
 
 Outcome PseudoTerminal::Open() {
-    Master.Take(posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC | O_NONBLOCK));
-    if (!Master.Holds() || grantpt(Master.Get()) != 0 || unlockpt(Master.Get()) != 0) {
+    Master = backends::Descriptor(posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC | O_NONBLOCK));
+    if (!Master.Valid() || grantpt(Master.Number()) != 0 || unlockpt(Master.Number()) != 0) {
         return FailBySystem("can't open a pseudo terminal");
     }
     std::array<char, PATH_MAX> path;
-    if (ptsname_r(Master.Get(), path.data(), path.size()) != 0) {
+    if (ptsname_r(Master.Number(), path.data(), path.size()) != 0) {
         return FailBySystem("can't name the pseudo terminal");
     }
     SlavePath = path.data();
     // The master tells that nobody has the slave open only after somebody once had.
-    const Descriptor slave(open(path.data(), O_RDWR | O_NOCTTY | O_CLOEXEC));
-    if (!slave.Holds()) {
+    const backends::Descriptor slave(open(path.data(), O_RDWR | O_NOCTTY | O_CLOEXEC));
+    if (!slave.Valid()) {
         return FailBySystem("can't open " + SlavePath);
     }
     if (const Outcome made = MakeLink(); made != Outcome::Done) {
@@ -77,7 +78,7 @@ Outcome PseudoTerminal::MakeLink() {
 }
 
 bool PseudoTerminal::ReaderThere() const {
-    pollfd master = {Master.Get(), 0, 0};
+    pollfd master = {Master.Number(), 0, 0};
     return poll(&master, 1, 0) >= 0 && (master.revents & POLLHUP) == 0;
 }
 
@@ -89,7 +90,7 @@ Outcome PseudoTerminal::WaitForReader() {
         }
     }
     // The last reader's closing set the line back to what a login terminal is. Setting the master sets the slave.
-    if (!SetRawLine(Master.Get())) {
+    if (!SetRawLine(Master.Number())) {
         return FailBySystem("can't set the line " + SlavePath);
     }
     LineReady = true;
@@ -107,7 +108,7 @@ Outcome PseudoTerminal::Send(std::string_view bytes) {
             }
             continue; // it may have gone again while the line settled
         }
-        const long written = WriteSome(Master.Get(), bytes);
+        const long written = WriteSome(Master.Number(), bytes);
         if (written < 0 && errno != EIO) { // EIO: the reader has gone just now
             return FailBySystem("can't write to " + SlavePath);
         }

@@ -2,8 +2,8 @@
 // A serial line for an instrument that has none: the reader opens the slave side as it would open a port.
 #pragma once
 
-#include "apps/quorin-instrument/descriptor.h"
 #include "apps/quorin-instrument/outlet.h"
+#include "backends/descriptor/descriptor.h"
 
 namespace instrument {
 
@@ -25,7 +25,7 @@ private:
     bool ReaderThere() const;
     Outcome WaitForReader();
 
-    Descriptor Master;
+    backends::Descriptor Master;
     std::string SlavePath;
     std::string Link;
     bool LinkMade = false;

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "apps/quorin/demo_instrument.h"
 
-#include "apps/quorin-instrument/descriptor.h"
 #include "apps/quorin-instrument/player.h"
 #include "apps/quorin-instrument/terminal_outlet.h"
 #include "apps/quorin-instrument/waiting.h"
+#include "backends/descriptor/descriptor.h"
 #include "backends/files/host_files.h"
 
 #include <cerrno>
@@ -43,12 +43,12 @@ void LeaveSignalsToTheOwner() {
 }
 
 /// What the child does: names its terminal, or the reason why there is none, on a line of its answer.
-[[noreturn]] void RunInstrument(std::chrono::milliseconds interval, pid_t owner, int answer) {
+[[noreturn]] void RunInstrument(std::chrono::milliseconds interval, pid_t owner, backends::Descriptor& answer) {
     ::prctl(PR_SET_PDEATHSIG, SIGKILL);
     if (::getppid() != owner) // it was gone before it could be watched
         ::_exit(1);
     LeaveSignalsToTheOwner();
-    ::dup2(answer, STDOUT_FILENO);
+    ::dup2(answer.Number(), STDOUT_FILENO);
     instrument::PseudoTerminal line("");
     if (line.Open() != instrument::Outcome::Done) {
         std::puts(line.Problem().c_str());
@@ -56,7 +56,7 @@ void LeaveSignalsToTheOwner() {
         ::_exit(1);
     }
     ::dup2(::open("/dev/null", O_WRONLY | O_CLOEXEC), STDOUT_FILENO); // ends the answer
-    ::close(answer);
+    answer.Close();
     instrument::PlayOptions options;
     options.Interval = interval;
     instrument::Play(IntroducedResults(), options, line, instrument::PauseFor);
@@ -83,19 +83,19 @@ DemoInstrument::DemoInstrument(std::chrono::milliseconds interval) {
         ProblemText = backends::ReasonOf(errno);
         return;
     }
-    const instrument::Descriptor answer(ends[0]);
-    instrument::Descriptor answering(ends[1]);
+    const backends::Descriptor answer(ends[0]);
+    backends::Descriptor answering(ends[1]);
     std::fflush(nullptr); // or the child would say again what waits to be written
     const pid_t owner = ::getpid();
     Process = ::fork();
     if (Process == 0)
-        RunInstrument(interval, owner, ends[1]);
+        RunInstrument(interval, owner, answering);
     if (Process < 0) {
         ProblemText = backends::ReasonOf(errno);
         return;
     }
     answering.Close();
-    TakeAnswer(FirstLine(answer.Get()));
+    TakeAnswer(FirstLine(answer.Number()));
 }
 
 DemoInstrument::~DemoInstrument() {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "backends/files/file_rights.h"
 
-#include "backends/files/host_files.h"
+#include "backends/descriptor/descriptor.h"
 
 #include <cerrno>
 #include <fcntl.h>

@@ -85,24 +85,6 @@ std::string ReasonOf(int code) {
     return reason != nullptr ? reason : "error " + std::to_string(code);
 }
 
-Descriptor& Descriptor::operator=(Descriptor&& other) noexcept {
-    if (this != &other) {
-        Close();
-        Value = other.Value;
-        other.Value = -1;
-    }
-    return *this;
-}
-
-ErrorNumber Descriptor::Close() {
-    if (Value < 0)
-        return NoError;
-    const int closed = ::close(Value);
-    Value = -1;
-    // An interrupted close has released the number all the same.
-    return closed == 0 || errno == EINTR ? NoError : LastError();
-}
-
 ErrorNumber IdOf(const Descriptor& folder, FolderId& id) {
     struct stat found {};
     const ErrorNumber error = LookAt(folder, found);
@@ -330,7 +312,7 @@ ErrorNumber Replacement::Commit() {
         return LastError();
     if (!KeepsRights)
         TellRights(Target);
-    const ErrorNumber closed = Beside.Close();
+    const ErrorNumber closed = FromErrno(Beside.Close());
     const ErrorNumber synced = SyncFolder(Target.Folder);
     return closed != NoError ? closed : synced;
 }

@@ -3,6 +3,7 @@
 // file as a whole. Paths and names here are the host's, as bytes.
 #pragma once
 
+#include "backends/descriptor/descriptor.h"
 #include "src/view/platform/errors.h"
 
 #include <cerrno>
@@ -24,15 +25,6 @@ ErrorNumber FromErrno(int code);
 /// What the system says of a value of errno: in English, as all our texts are, whatever the locale.
 std::string ReasonOf(int code);
 
-/// The result of a call of the host, made again as often as a signal has interrupted it.
-template <class Call>
-auto Repeated(Call call) {
-    auto result = call();
-    while (result == -1 && errno == EINTR)
-        result = call();
-    return result;
-}
-
 /// A step that begins with the finding of something by its name. Where what was found has become stale meanwhile, as on
 /// a network, it is found anew once.
 template <class Step>
@@ -40,23 +32,6 @@ ErrorNumber FoundAnew(Step step) {
     const ErrorNumber error = step();
     return error == WentStale ? step() : error;
 }
-
-/// Owns a file descriptor, and closes it at the end of its life.
-class Descriptor {
-public:
-    Descriptor() = default;
-    explicit Descriptor(int number) : Value(number) {}
-    Descriptor(Descriptor&& other) noexcept : Value(other.Value) { other.Value = -1; }
-    Descriptor& operator=(Descriptor&& other) noexcept;
-    ~Descriptor() { Close(); }
-
-    bool Valid() const { return Value >= 0; }
-    int Number() const { return Value; } ///< -1 for none
-    ErrorNumber Close();                 ///< none there is no error
-
-private:
-    int Value = -1;
-};
 
 /// What we make is its owner's alone: results name people and places.
 constexpr unsigned OwnersFile = 0600;

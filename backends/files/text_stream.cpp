@@ -467,7 +467,7 @@ ErrorNumber HostTextStream::Close() {
     const bool mustLast = Mode == StreamMode::Scratch && WriteError == NoError;
     const auto bringToTheMedium = [&] { return ::fdatasync(File.Number()); };
     const ErrorNumber synced = mustLast && Repeated(bringToTheMedium) != 0 ? FromErrno(errno) : WriteError;
-    const ErrorNumber closed = File.Close();
+    const ErrorNumber closed = FromErrno(File.Close());
     return synced != NoError ? synced : closed;
 }
 

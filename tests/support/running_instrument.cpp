@@ -103,18 +103,18 @@ int RunningInstrument::ExitStatus() {
 }
 
 Reader::Reader(const std::string& path) {
-    Line.Take(open(path.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC));
+    Line = backends::Descriptor(open(path.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC));
 }
 
 std::string Reader::Read(std::size_t count) {
     std::string bytes;
     std::array<char, 64> part;
     while (bytes.size() < count) {
-        pollfd line = {Line.Get(), POLLIN, 0};
+        pollfd line = {Line.Number(), POLLIN, 0};
         if (poll(&line, 1, static_cast<int>(std::chrono::milliseconds(Patience).count())) <= 0) {
             break;
         }
-        const auto got = read(Line.Get(), part.data(), std::min(part.size(), count - bytes.size()));
+        const auto got = read(Line.Number(), part.data(), std::min(part.size(), count - bytes.size()));
         if (got <= 0) {
             break;
         }
@@ -126,7 +126,7 @@ std::string Reader::Read(std::size_t count) {
 std::string Reader::ReadWhatIsThere() {
     std::string bytes;
     std::array<char, 4096> part;
-    for (ssize_t got = 0; (got = read(Line.Get(), part.data(), part.size())) > 0;) {
+    for (ssize_t got = 0; (got = read(Line.Number(), part.data(), part.size())) > 0;) {
         bytes.append(part.data(), static_cast<std::size_t>(got));
     }
     return bytes;

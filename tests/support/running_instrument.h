@@ -2,7 +2,7 @@
 // The real program as a child process, and what stands at the other end of its line.
 #pragma once
 
-#include "apps/quorin-instrument/descriptor.h"
+#include "backends/descriptor/descriptor.h"
 
 #include <chrono>
 #include <functional>
@@ -65,10 +65,10 @@ public:
     std::string Read(std::size_t count);
     std::string ReadWhatIsThere();
     void Close() { Line.Close(); }
-    bool IsOpen() const { return Line.Holds(); }
+    bool IsOpen() const { return Line.Valid(); }
 
 private:
-    Descriptor Line;
+    backends::Descriptor Line;
 };
 
 } // namespace instrument

@@ -135,17 +135,17 @@ INSTANTIATE_TEST_SUITE_P(Signals, Signalled, testing::Values(SIGINT, SIGTERM));
 
 // A pseudo terminal of the test's own stands for the serial device.
 TEST(OnADevice, PlaysToItsEnd) {
-    const Descriptor master(posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC));
-    ASSERT_EQ(grantpt(master.Get()), 0);
-    ASSERT_EQ(unlockpt(master.Get()), 0);
-    const std::string device = ptsname(master.Get());
+    const backends::Descriptor master(posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC));
+    ASSERT_EQ(grantpt(master.Number()), 0);
+    ASSERT_EQ(unlockpt(master.Number()), 0);
+    const std::string device = ptsname(master.Number());
     const std::string expected = Sample("climate.stream");
     RunningInstrument instrument({Recorded, "--fast", "--device", device});
     EXPECT_EQ(instrument.ExitStatus(), 0) << instrument.Errors();
     std::string got;
     char block[4096];
     for (ssize_t count = 1; got.size() < expected.size() && count > 0;) { // it comes in pieces of any size
-        count = read(master.Get(), block, sizeof block);
+        count = read(master.Number(), block, sizeof block);
         got.append(block, static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
     }
     EXPECT_EQ(got, expected);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "apps/quorin-instrument/descriptor.h"
+#include "apps/quorin-instrument/raw_line.h"
 
 #include <array>
 #include <cerrno>
@@ -8,18 +8,6 @@
 #include <unistd.h>
 
 namespace instrument {
-
-void Descriptor::Take(int number) {
-    Close();
-    Number = number;
-}
-
-void Descriptor::Close() {
-    if (Holds()) {
-        ::close(Number);
-        Number = -1;
-    }
-}
 
 bool SetRawLine(int descriptor) {
     termios line = {};
