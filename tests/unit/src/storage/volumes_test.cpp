@@ -384,7 +384,6 @@ public:
                                      std::unique_ptr<platform::TextStream>&) override {
         return platform::FileNotFound;
     }
-    platform::ErrorNumber CopyFile(const Text&, const Text&, bool) override { return platform::FileNotFound; }
     platform::ErrorNumber MoveFile(const Text&, const Text&) override { return platform::FileNotFound; }
     platform::ErrorNumber DeleteFile(const Text&) override { return platform::FileNotFound; }
 };
