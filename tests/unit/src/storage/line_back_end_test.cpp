@@ -11,11 +11,11 @@
 namespace modFileSystem {
 namespace {
 
-std::vector<Text> Kept;
-int Readings = 0;
+std::vector<Text> KeptTexts;
+int OpenReadings = 0;
 
-std::int32_t Lines() {
-    return static_cast<std::int32_t>(Kept.size());
+std::int32_t KeptCount() {
+    return static_cast<std::int32_t>(KeptTexts.size());
 }
 
 const LineBackEnd KeptLines = {
@@ -23,41 +23,41 @@ const LineBackEnd KeptLines = {
     .Takes = [](const FileHandle&) { return true; },
     .Name = [](FileHandle&) {},
     .Open = [](FileHandle&) { return true; },
-    .Close = [](FileHandle&) { Kept = {u"closed"}; },
+    .Close = [](FileHandle&) { KeptTexts = {u"closed"}; },
     .DropAll = [] {},
     .Append =
         [](FileHandle&, const Text& text) {
-            Kept.push_back(text);
+            KeptTexts.push_back(text);
             return true;
         },
-    .Seek = [](FileHandle&, std::int32_t line) { return line <= Lines() ? line : 0; },
+    .Seek = [](FileHandle&, std::int32_t line) { return line <= KeptCount() ? line : 0; },
     .Read =
         [](FileHandle& handle, std::int32_t line, Text& text) {
-            text = Kept[static_cast<std::size_t>(line) - 1];
+            text = KeptTexts[static_cast<std::size_t>(line) - 1];
             handle.nextLine = line + 1;
         },
-    .Count = [](FileHandle&) { return Lines(); },
+    .Count = [](FileHandle&) { return KeptCount(); },
     .Change =
         [](FileHandle&, std::int32_t line, const Text& text) {
-            Kept[static_cast<std::size_t>(line) - 1] = text;
+            KeptTexts[static_cast<std::size_t>(line) - 1] = text;
             return true;
         },
     .Insert =
         [](FileHandle&, std::int32_t line, std::int32_t position, const Text& text) {
-            Kept.insert(Kept.begin() + line - (position == InsertBefore ? 1 : 0), text);
+            KeptTexts.insert(KeptTexts.begin() + line - (position == InsertBefore ? 1 : 0), text);
             return true;
         },
     .Delete =
         [](FileHandle&, std::int32_t line) {
-            Kept.erase(Kept.begin() + line - 1);
+            KeptTexts.erase(KeptTexts.begin() + line - 1);
             return true;
         },
     .BeginReading =
         [](FileHandle&) {
-            ++Readings;
+            ++OpenReadings;
             return platform::NoError;
         },
-    .EndReading = [](const FileHandle&) { --Readings; },
+    .EndReading = [](const FileHandle&) { --OpenReadings; },
     .Stamp = [](const FileHandle&) { return platform::FileStamp{.Identity = 7}; },
     .AnotherHasChanged = [](const FileHandle&) { return true; },
     .Remove = [](const FileHandle&) { return platform::NoError; },
@@ -67,7 +67,7 @@ const LineBackEnd KeptLines = {
 class ThirdKindOfLines : public testing::Test {
 protected:
     ThirdKindOfLines() {
-        Kept.clear();
+        KeptTexts.clear();
         File.backEnd = &KeptLines;
         File.slot = 1;
         File.valid = true;
@@ -82,7 +82,7 @@ TEST_F(ThirdKindOfLines, TakesEveryOperation) {
     EXPECT_TRUE(ChangeFileLine(File, 1, u"first"));
     EXPECT_TRUE(InsertFileLine(File, 1, InsertAfter, u"second"));
     EXPECT_TRUE(DeleteFileLine(File, 3));
-    EXPECT_EQ(Kept, (std::vector<Text>{u"first", u"second"}));
+    EXPECT_EQ(KeptTexts, (std::vector<Text>{u"first", u"second"}));
     EXPECT_EQ(FileLineCount(File), 2);
     EXPECT_EQ(SeekFileLine(File, 3), 0);
     std::int32_t line = 2;
@@ -94,14 +94,14 @@ TEST_F(ThirdKindOfLines, TakesEveryOperation) {
 TEST_F(ThirdKindOfLines, IsReadBetweenABeginningAndAnEnd) {
     {
         const FileReading reading(File);
-        EXPECT_EQ(Readings, 1);
+        EXPECT_EQ(OpenReadings, 1);
     }
-    EXPECT_EQ(Readings, 0);
+    EXPECT_EQ(OpenReadings, 0);
 }
 
 TEST_F(ThirdKindOfLines, IsClosed) {
     CloseFile(File);
-    EXPECT_EQ(Kept, std::vector<Text>{u"closed"});
+    EXPECT_EQ(KeptTexts, std::vector<Text>{u"closed"});
     EXPECT_FALSE(File.valid);
 }
 
