@@ -319,7 +319,10 @@ TEST_P(DatabaseSuite, DeletesInsideABatch) {
     ASSERT_EQ(Databases().DeleteRecord(id), NoError);
     ASSERT_EQ(Databases().DeleteRecord(id), NoError);
     ASSERT_EQ(Databases().EndBatch(id), NoError);
-    EXPECT_THAT(Lines(id), ElementsAre(u"three"));
+    EXPECT_EQ(Databases().RecordCount(id), 1);
+    ASSERT_EQ(Databases().FindRecord(id, 3), NoError);
+    EXPECT_EQ(Databases().Position(id), 0);
+    EXPECT_EQ(CurrentLine(id), u"three");
 }
 
 TEST_P(DatabaseSuite, NestsNoBatches) {
