@@ -23,6 +23,24 @@ void Notices::Drop(Until until) {
     std::erase_if(List, [until](const Notice& each) { return each.Stands == until; });
 }
 
+void Notices::Act(const Text& about) {
+    std::erase_if(List,
+                  [&about](const Notice& each) { return each.About == about && each.Action == NoticeAction::Dismiss; });
+}
+
+std::vector<Notice> Notices::Sorted() const {
+    std::vector<Notice> sorted(List.rbegin(), List.rend());
+    std::stable_sort(sorted.begin(), sorted.end(),
+                     [](const Notice& a, const Notice& b) { return a.Weight > b.Weight; });
+    return sorted;
+}
+
+std::size_t Notices::Behind() const {
+    const auto count =
+        std::count_if(List.begin(), List.end(), [](const Notice& each) { return each.Weight != Severity::Note; });
+    return static_cast<std::size_t>(std::max<std::ptrdiff_t>(count - 1, 0));
+}
+
 const Notice* Notices::Worst() const {
     const Notice* worst = nullptr;
     for (const Notice& each : List) {

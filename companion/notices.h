@@ -10,7 +10,17 @@
 
 namespace companion {
 
-enum class Severity { Warning, Loss };
+enum class Severity {
+    Note,    ///< nothing is wrong
+    Warning, ///< something may go wrong, or has
+    Loss,    ///< something is not stored
+};
+
+/// What a person can do about a notice where it stands.
+enum class NoticeAction {
+    None,
+    Dismiss, ///< say that it was seen
+};
 
 /// How long a notice stands, unless it is withdrawn before.
 enum class Until {
@@ -24,6 +34,7 @@ struct Notice {
     Severity Weight = Severity::Warning;
     Text Words;
     Until Stands = Until::Withdrawn;
+    NoticeAction Action = Stands == Until::Tapped ? NoticeAction::Dismiss : NoticeAction::None;
     bool operator==(const Notice&) const = default;
 };
 
@@ -34,11 +45,15 @@ public:
     void Withdraw(const Text& about);
     /// The record on screen was left: what was about it goes.
     void RecordLeft() { Drop(Until::RecordLeft); }
-    /// A person has seen what stands: what waits for that goes.
-    void Tapped() { Drop(Until::Tapped); }
+    /// Does what a person can do about the notice of this name; nothing where that is nothing.
+    void Act(const Text& about);
 
     /// The worst one; among these the newest. Nothing when there is none.
     const Notice* Worst() const;
+    /// The worst one first; among equally bad ones the newest.
+    std::vector<Notice> Sorted() const;
+    /// How many warnings and losses stand behind the worst one.
+    std::size_t Behind() const;
     /// In the order in which they were raised.
     const std::vector<Notice>& Standing() const { return List; }
 

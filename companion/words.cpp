@@ -39,6 +39,10 @@ Text TimeText(const DateTime& moment) {
     return TwoDigits(moment.Hour) + u":" + TwoDigits(moment.Minute) + u":" + TwoDigits(moment.Second);
 }
 
+Notice DataFolder(const Text& folder) {
+    return {AboutPlace, Severity::Note, u"Data: " + folder, Until::Withdrawn};
+}
+
 Notice NotSaved(const DateTime& now, const Text& file, const Text& why) {
     return {AboutSaving, Severity::Loss,
             TimeText(now) + u"  Not saved: " + file + u", " + why + u". Tap here when you have seen to it.",

@@ -21,10 +21,13 @@ inline const Text AboutFolder = u"folder";
 inline const Text AboutList = u"list";
 inline const Text AboutRights = u"rights";
 inline const Text AboutPort = u"port";
+inline const Text AboutPlace = u"place";
 
 /// "20:30:05".
 Text TimeText(const platform::DateTime& moment);
 
+/// Where the records are.
+Notice DataFolder(const Text& folder);
 Notice NotSaved(const platform::DateTime& now, const Text& file, const Text& why);
 
 /// Why nothing of the record can be stored: "qrn0001.txt could not be made: the disk is full. Readings are not stored."

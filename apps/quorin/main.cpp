@@ -116,7 +116,7 @@ std::string FindPlaces(quorin::Options& options) {
     looks.Profile = backends::ProfileOfType(options.Device.DeviceType);
     device.emplace(options.Device, looks, pump, commands, watch);
     watch.Attach(*device);
-    device->window.SetPlace(QStringLiteral("Data: ") + QString::fromStdString(options.Device.Root));
+    device->onlooker.notices.Raise(companion::DataFolder(modStringTools::FromBytes(options.Device.Root)));
     if (!warning.empty())
         device->onlooker.notices.Raise(companion::NobodyKeepsAway(modStringTools::FromBytes(warning)));
     end.emplace(*device, watch, signals);
@@ -163,8 +163,8 @@ int main(int count, char** words) {
         instrument.emplace();
         if (instrument->Port().empty())
             return NotStarted("the simulated instrument could not be started: " + instrument->Problem());
-        options.Device.Ports.Pinned.emplace(
-            quorin::DemoPort, backends::PathAddress(instrument->Port())); // a pin of the person counts
+        options.Device.Ports.Pinned.emplace(quorin::DemoPort,
+                                            backends::PathAddress(instrument->Port())); // a pin of the person counts
     }
     backends::RootLock lock;
     const LockResult locked = lock.Take(root, "quorin");

@@ -1,20 +1,23 @@
 // SPDX-License-Identifier: MIT
-// What the window shows outside of the form: how the link is, and what could not be written. And what is heard.
+// Gives the window what it shows outside of the form: the state of the link, notices, readings that are lost. And plays
+// what is heard.
 #pragma once
 
-#include "apps/quorin/link_line.h"
 #include "backends/linux/tones.h"
 #include "backends/loop/silent_watcher.h"
 #include "backends/qt/loss_box.h"
 #include "backends/qt/qt_platform.h"
+#include "companion/link_watch.h"
 
-#include <chrono>
 #include <optional>
+#include <vector>
 
 namespace quorin {
 
 class WindowWatch final : public backends::SilentWatcher, public backends::EventSource {
 public:
+    WindowWatch();
+
     /// Tells the window of this device from now on.
     void Attach(backends::qt::QtPlatform& device);
 
@@ -33,28 +36,16 @@ public:
     bool RaiseWhatIsPending() override;
 
 private:
-    using Moment = std::chrono::milliseconds;
-    /// The age of a record counts the time in which the machine has slept.
-    static Moment Now();
-    LinkView Link();
-    void ShowWorst();
-    std::string TroubleOfPort();
-    const std::string& TroubleOf(const std::string& path, platform::ErrorNumber error);
+    static companion::LinkWatch::Moment Now();
+    companion::PortFacts Port() const;
+    void ShowNotices();
 
     backends::qt::QtPlatform* Device = nullptr;
     backends::TonePlayer Player;
-    std::optional<Moment> LastRecord;
-    LinkLine Shown;
-    Text Warning; ///< in the window's line
+    companion::LinkWatch Link;
+    companion::LinkLine Shown;
+    std::vector<companion::Notice> ShownNotices;
     std::optional<backends::qt::LossBox> Box;
-    Moment LastLook{-1000};
-    /// Why a port could not be opened when that was last looked into.
-    struct {
-        std::string Path;
-        platform::ErrorNumber Error = platform::NoError;
-        Moment Found{};
-        std::string Words;
-    } Trouble;
 };
 
 } // namespace quorin

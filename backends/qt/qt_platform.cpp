@@ -4,6 +4,7 @@
 #include "backends/input/keyboard.h"
 #include "backends/loop/form_events.h"
 #include "backends/loop/form_keys.h"
+#include "src/app/keys.h"
 #include "src/view/display_state.h"
 #include "src/view/input_fields.h"
 
@@ -309,12 +310,11 @@ void QtPlatform::ComesUp(const HeldKey& key) {
         tmrHoldEvent.SetEnabled(false); // which its press has set going
 }
 
-/// Enter in a prompt of one line answers it, where the form is a desktop's. On a device the key is the form's own.
+/// Enter in a prompt of one line may answer it.
 bool QtPlatform::AnswersPrompt(std::int32_t code) const {
     const FocusTarget* const holder = focus.Holder();
     const bool isLine = (holder == &txtInputField && !txtInputField.MultiLine()) || holder == &cboInputField;
-    return Key{code} == Key::Enter && isLine && TraitsOf(system.DeviceType()).HasWindow &&
-           modQuorin::Screens.CurrentScreen == modQuorin::ScrInput;
+    return Key{code} == Key::Enter && isLine && modQuorin::EnterAnswersPrompt();
 }
 
 /// Whether the key is dealt with.
@@ -323,8 +323,8 @@ bool QtPlatform::TakeKeyPress(QKeyEvent& event) {
     if (!code)
         return false;
     FocusTarget& taker = focus.HolderOr(grdMain);
-    if (code == Qt::Key_Space && &taker == &grdMain && !modPDAUI::AnyInputFieldVisible())
-        code = platform::CodeOf(Key::PalmSelect);
+    if (&taker == &grdMain)
+        code = modQuorin::KeyForGrid(*code);
     const modQuorin::ScreenId screen = modQuorin::Screens.CurrentScreen;
     if (!event.isAutoRepeat())
         Held[event.key()] = {*code, screen};

@@ -6,6 +6,7 @@
 
 #include <QCloseEvent>
 #include <QGridLayout>
+#include <QShortcut>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -18,6 +19,7 @@ constexpr QSize SmallestForm(240, 160);
 constexpr int MostKeysInARow = 4;
 constexpr int StatusTextPixels = 12; // of the screen
 constexpr int KeyTextPixels = 10;
+const QString AlarmLook = QStringLiteral("background: #b00020; color: white;");
 
 } // namespace
 
@@ -71,12 +73,32 @@ Window::Window(double scale) : Scale(scale) {
     Strip->setObjectName(QStringLiteral("keyStrip"));
     Strip->hide();
     column->addWidget(Strip);
-    Alarm = StatusLabel("warning");
-    Alarm->hide();
-    column->addWidget(Alarm);
-    Alarm->installEventFilter(this);
+    MakeNoticeLine(*column);
     Link = StatusLabel("linkState");
     column->addWidget(Link);
+}
+
+void Window::MakeNoticeLine(QBoxLayout& column) {
+    auto* const line = new QHBoxLayout;
+    line->setSpacing(0);
+    Alarm = StatusLabel("warning");
+    Alarm->hide();
+    Alarm->installEventFilter(this);
+    line->addWidget(Alarm, 1);
+    More = new QToolButton(this);
+    More->setObjectName(QStringLiteral("moreNotices"));
+    More->setFocusPolicy(Qt::NoFocus);
+    More->setFont(Alarm->font());
+    More->setStyleSheet(AlarmLook);
+    More->setToolTip(QStringLiteral("All notices (F4)"));
+    More->hide();
+    line->addWidget(More);
+    column.addLayout(line);
+    List = new NoticeList(this);
+    List->Chosen = [this](const Text& about) { TapNotice(about); };
+    QObject::connect(More, &QToolButton::clicked, this, [this] { OpenNotices(); });
+    auto* const shortcut = new QShortcut(QKeySequence(Qt::Key_F4), this);
+    QObject::connect(shortcut, &QShortcut::activated, this, [this] { OpenNotices(); });
 }
 
 /// As many as have room for the longest name.
@@ -138,7 +160,7 @@ void Window::LetSize() {
 }
 
 void Window::Put(QLabel& label, const QString& text) {
-    const int room = width() - 2 * label.margin();
+    const int room = width() - 2 * label.margin() - (&label == Alarm && !More->isHidden() ? More->width() : 0);
     label.setText(IsOneLine ? label.fontMetrics().elidedText(text, Qt::ElideRight, room) : text);
     label.setToolTip(label.text() == text ? QString() : text);
     label.setAccessibleName(text);
@@ -156,9 +178,8 @@ void Window::SetLinkLine(const QString& text, bool alive) {
 }
 
 void Window::ShowState() {
-    Put(*Link, !IsWorking  ? LinkText
-               : IsWaiting ? QStringLiteral("Another program is using this file: waiting…")
-                           : QStringLiteral("Working…"));
+    const auto work = !IsWorking ? companion::Work::None : IsWaiting ? companion::Work::Waiting : companion::Work::Long;
+    Put(*Link, IsWorking ? QString::fromUtf8(companion::WorkText(work)) : LinkText);
     const bool isDark = palette().color(QPalette::Window).lightness() < 128;
     const QString alive = isDark ? QStringLiteral("color: #80e080;") : QStringLiteral("color: #006400;");
     if (IsWorking)
@@ -167,21 +188,37 @@ void Window::ShowState() {
         Link->setStyleSheet(IsAlive ? alive : QString());
 }
 
-void Window::SetWarning(const QString& text) {
-    WarningText = text;
+void Window::SetNotices(const companion::Notices& notices) {
+    Standing = notices.Sorted();
+    const auto behind = static_cast<int>(notices.Behind());
+    More->setText(QStringLiteral("+%1").arg(behind));
+    More->setAccessibleName(QStringLiteral("%1 more notices").arg(behind));
+    More->setVisible(behind > 0);
+    More->setFixedSize(More->sizeHint().width(), Alarm->fontMetrics().height() + 2 * Alarm->margin());
     ShowAlarm();
-}
-
-void Window::SetPlace(const QString& text) {
-    PlaceText = text;
-    ShowAlarm();
+    if (List->isVisible())
+        List->Fill(Standing);
 }
 
 void Window::ShowAlarm() {
-    const bool warns = !WarningText.isEmpty();
-    Alarm->setStyleSheet(warns ? QStringLiteral("background: #b00020; color: white;") : QString());
-    Put(*Alarm, warns ? WarningText : PlaceText);
+    const bool warns = !Standing.empty() && Standing.front().Weight != companion::Severity::Note;
+    Alarm->setStyleSheet(warns ? AlarmLook : QString());
+    Put(*Alarm, warns || (IsOneLine && !Standing.empty()) ? ToQt(Standing.front().Words) : QString());
     Alarm->setVisible(warns || IsOneLine);
+}
+
+/// It may be gone by now, or another one may stand there.
+void Window::TapNotice(const Text& about) {
+    if (NoticeTapped)
+        NoticeTapped(about);
+}
+
+/// Over the line, as wide as the window.
+void Window::OpenNotices() {
+    if (Standing.empty())
+        return;
+    List->Fill(Standing);
+    List->Open(Alarm->mapToGlobal(QPoint(0, 0)), width());
 }
 
 void Window::SetWorking(bool working) {
@@ -197,8 +234,8 @@ void Window::SetWaiting(bool waiting) {
 }
 
 bool Window::eventFilter(QObject* object, QEvent* event) {
-    if (object == Alarm && event->type() == QEvent::MouseButtonPress && WarningTapped)
-        WarningTapped();
+    if (object == Alarm && event->type() == QEvent::MouseButtonPress && !Standing.empty())
+        TapNotice(Text(Standing.front().About));
     return false;
 }
 

@@ -3,7 +3,10 @@
 // status area, which is no part of the form.
 #pragma once
 
+#include "backends/qt/notice_list.h"
 #include "backends/simulated/device_profiles.h"
+#include "companion/link_line.h"
+#include "companion/notices.h"
 #include "src/view/platform/controls.h"
 
 #include <QBoxLayout>
@@ -58,20 +61,18 @@ public:
     /// text.
     void LetSize();
 
-    /// The status area: the state of the link, and what a person must know of; an empty text shows nothing.
+    /// The status area: the state of the link, and what a person must know of.
     void SetLinkLine(const QString& text, bool alive);
-    /// Who says it takes it away, when a person has tapped it or it is no longer so.
-    void SetWarning(const QString& text);
-    /// Where the records are. It stands where a warning comes, in a window that may be resized.
-    void SetPlace(const QString& text);
+    /// All notices that stand. The line shows the worst one, and how many stand behind it; F4 or a click on that number
+    /// opens the list of all. What is no warning is shown only in a window that may be resized.
+    void SetNotices(const companion::Notices& notices);
     /// A long operation goes on, or has come to its end.
     void SetWorking(bool working);
     /// What it goes on with is to wait for another program.
     void SetWaiting(bool waiting);
     QString LinkLine() const { return LinkText; }
-    QString Warning() const { return WarningText; }
 
-    std::function<void()> WarningTapped; ///< by a person who has seen it
+    std::function<void(const Text& about)> NoticeTapped; ///< by a person who has seen it
     std::function<void()> CloseRequested;
     std::function<void(std::int32_t code)> KeyPressed; ///< of the strip
     std::function<void(std::int32_t code)> KeyReleased;
@@ -85,6 +86,9 @@ private:
     int Pixels(int ofScreen) const { return std::max(1, qRound(ofScreen / Scale)); }
     QLabel* StatusLabel(const char* name);
     void Put(QLabel& label, const QString& text);
+    void MakeNoticeLine(QBoxLayout& column);
+    void TapNotice(const Text& about);
+    void OpenNotices();
     void ShowState();
     void ShowAlarm();
     int KeysInARow(const std::vector<DeviceKey>& keys, const QFontMetrics& metrics) const;
@@ -96,11 +100,12 @@ private:
     QWidget* Strip;
     QLabel* Link;
     QLabel* Alarm;
+    QToolButton* More; ///< how many notices stand behind the one that is shown
+    NoticeList* List;
     double Scale;
     QString LinkText;
-    QString WarningText;
-    QString PlaceText;
-    bool IsOneLine = false; ///< what has no room is cut, and told by a tip
+    std::vector<companion::Notice> Standing; ///< the worst one first
+    bool IsOneLine = false;                  ///< what has no room is cut, and told by a tip
     bool IsAlive = false;
     bool IsWorking = false;
     bool IsWaiting = false;

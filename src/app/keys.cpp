@@ -218,6 +218,15 @@ void KeyUpHandler(std::int32_t& keyCode, std::int32_t) {
     }
 }
 
+std::int32_t KeyForGrid(std::int32_t keyCode) {
+    return Key{keyCode} == Key::Space && !AnyInputFieldVisible() ? platform::CodeOf(Key::PalmSelect) : keyCode;
+}
+
+/// On a device without a window the key is the form's own.
+bool EnterAnswersPrompt() {
+    return Traits().HasWindow && Screens.CurrentScreen == ScrInput;
+}
+
 void HoldTimerFired() {
     const auto& grdMain = Device().grdMain;
     if (grdMain.Rows() >= 1)

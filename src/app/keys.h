@@ -10,6 +10,13 @@ namespace modQuorin {
 void KeyDownHandler(std::int32_t& keyCode, std::int32_t shift);
 void KeyUpHandler(std::int32_t& keyCode, std::int32_t shift);
 
+/// What a key of a keyboard stands for that comes to the grid: a device has a select key, and a keyboard has Space, as
+/// long as no field is open for which it is a character. Any other key is itself.
+std::int32_t KeyForGrid(std::int32_t keyCode);
+
+/// True if Enter in a field of one line answers the prompt that is open, as its "Ok" does.
+bool EnterAnswersPrompt();
+
 /// A press has lasted for a second: it selects nothing any more.
 void HoldTimerFired();
 

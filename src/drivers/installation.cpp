@@ -31,13 +31,17 @@ void AddPackagesOf(const Text& folder) {
     }
 }
 
-/// One package on its way in. A step that fails tells why and gives false.
+/// One package on its way in. A step that fails leaves why, and returns false.
 struct Installation {
     std::int32_t CountedLines = 0;
     std::int32_t EmptyLines = 0; ///< passed since the last line that counts; they count once another one follows
     Text InfFile;
     FileHandle Output;
     bool Exists = false; ///< a driver of that name is there already
+    Text Failure;        ///< of the step that failed
+    bool RowComesLast = false;
+    Text Row;            ///< the driver's, where it comes last
+    bool Written = true; ///< each line of the inf file so far
 };
 
 bool DriverExists(const Text& name) {
@@ -46,6 +50,16 @@ bool DriverExists(const Text& name) {
             return true;
     }
     return false;
+}
+
+bool WriteDriverRow(const Text& line) {
+    FileHandle drivers;
+    OpenFile(drivers, GetDataPath(u"") + u"drivers.txt", u"a", DataType, DataCreator);
+    const bool isOpen = drivers.valid;
+    if (isOpen)
+        WriteFileLine(drivers, line);
+    CloseFile(drivers);
+    return isOpen;
 }
 
 bool AddDriverRow(Installation& work, const Text& line) {
@@ -57,24 +71,20 @@ bool AddDriverRow(Installation& work, const Text& line) {
         work.Exists = true;
         return false;
     }
-    FileHandle drivers;
-    OpenFile(drivers, GetDataPath(u"") + u"drivers.txt", u"a", DataType, DataCreator);
-    if (!drivers.valid) {
-        modPDAUI::Tell(u"Error updating drivers file");
-        return false;
-    }
-    WriteFileLine(drivers, line);
-    CloseFile(drivers);
-    return true;
+    if (work.RowComesLast)
+        work.Row = line;
+    else if (!WriteDriverRow(line))
+        work.Failure = u"Error updating drivers file";
+    return work.Failure.empty();
 }
 
 bool BeginInfFile(Installation& work, const Text& line) {
     OpenFile(work.Output, GetDataPath(u"") + work.InfFile, u"w", DataType, DataCreator);
     if (!work.Output.valid) {
-        modPDAUI::Tell(u"Error creating driver inf file");
+        work.Failure = u"Error creating driver inf file";
         return false;
     }
-    WriteFileLine(work.Output, line);
+    work.Written = WriteFileLine(work.Output, line) > 0;
     return true;
 }
 
@@ -84,7 +94,7 @@ bool TakeCountedLine(Installation& work, const Text& line) {
         return AddDriverRow(work, line);
     if (work.CountedLines == 2)
         return BeginInfFile(work, line);
-    WriteFileLine(work.Output, line);
+    work.Written = WriteFileLine(work.Output, line) > 0 && work.Written;
     return true;
 }
 
@@ -120,8 +130,11 @@ void Install(FileHandle& package) {
     std::int32_t number = 1;
     for (; number <= total; ++number) {
         std::int32_t line = number;
-        if (!TakeLine(work, ReadFileLine(package, line)))
+        if (!TakeLine(work, ReadFileLine(package, line))) {
+            if (!work.Failure.empty())
+                modPDAUI::Tell(work.Failure);
             break;
+        }
     }
     // It goes by the line alone: a failure on the very last one is followed by "Driver installed" as well. A failure
     // with empty lines waiting was at one of these, which are in front of a line that counts.
@@ -185,6 +198,17 @@ void InstallDriver() {
     Install(package);
     CloseFile(package);
     modPDAUI::ShowBusy(false);
+}
+
+bool InstallLines(const std::vector<Text>& package) {
+    LoadDriverList();
+    Installation work;
+    work.RowComesLast = true;
+    bool taken = true;
+    for (std::size_t i = 0; taken && i < package.size(); ++i)
+        taken = TakeLine(work, package[i]);
+    CloseFile(work.Output);
+    return taken && work.Written && !work.Row.empty() && WriteDriverRow(work.Row);
 }
 
 void WriteInfoFile() {

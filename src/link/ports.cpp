@@ -53,14 +53,6 @@ bool OpenConnection() {
     return true;
 }
 
-Text StoredPort() {
-    return modQuorin::GetSetting(u"ComPort", Off);
-}
-
-bool IsNamed(const Text& port) {
-    return port == Server || (platform::Traits().NamedPorts && !BeginsWithCom(port));
-}
-
 /// The number of a serial port. An empty setting stands for the first port of the list, "OFF", which has none either.
 std::optional<std::int32_t> PortNumber(const Text& port) {
     return modStringTools::NumberFromText(BeginsWithCom(port) ? port.substr(ComPrefix.size()) : port);
@@ -90,11 +82,24 @@ void ListPorts() {
     Ports.PortList.push_back(traits.OnlyPort.empty() ? Server : Text(traits.OnlyPort));
 }
 
+Text StoredPort() {
+    return modQuorin::GetSetting(u"ComPort", Off);
+}
+
+LinkRoad RoadOf(const Text& port) {
+    if (port == Off)
+        return LinkRoad::None;
+    if (port == Server)
+        return LinkRoad::Server;
+    return platform::Traits().NamedPorts && !BeginsWithCom(port) ? LinkRoad::Connection : LinkRoad::Serial;
+}
+
 bool OpenLink() {
     const Text port = StoredPort();
-    if (port == Off)
+    const LinkRoad road = RoadOf(port);
+    if (road == LinkRoad::None)
         return false;
-    if (IsNamed(port)) {
+    if (road != LinkRoad::Serial) {
         Ports.LinkPortName = port;
         Ports.LinkOpen = OpenNamedLink();
         return Ports.LinkOpen;
@@ -108,7 +113,7 @@ bool OpenLink() {
 
 Text PortFailure() {
     const Text port = StoredPort();
-    if (port == Off || IsNamed(port) || PortNumber(port))
+    if (RoadOf(port) != LinkRoad::Serial || PortNumber(port))
         return {};
     const Text what = port.empty() ? Text(u"The setting ComPort is empty")
                                    : u"The setting ComPort holds \"" + port + u"\", which is no number of a port";
@@ -118,7 +123,7 @@ Text PortFailure() {
 bool OpenNamedLink() {
     if (Ports.NamedLinkOpen)
         return true;
-    return Ports.LinkPortName == Server ? OpenServerRoad() : OpenConnection();
+    return RoadOf(Ports.LinkPortName) == LinkRoad::Server ? OpenServerRoad() : OpenConnection();
 }
 
 } // namespace modBluetooth

@@ -11,6 +11,14 @@
 
 namespace modBluetooth {
 
+/// What a ComPort leads to.
+enum class LinkRoad {
+    None,       ///< "OFF"
+    Server,     ///< the mailbox of one: "SERVER"
+    Connection, ///< by name, on a device that has named ports
+    Serial,     ///< a number, with "Com" in front or not; a text that is none is a run-time failure when it is opened
+};
+
 struct PortState {
     std::vector<Text> PortList; ///< the names offered on this device; entry n stands at n less 1. ListPorts writes it
     bool LinkOpen = false;      ///< the link is up, as of the last tick; the tick and OpenLink write it
@@ -24,6 +32,12 @@ inline PortState Ports;
 
 /// Fills PortList by device type. The first entry is always "OFF".
 void ListPorts();
+
+/// The text that the setting ComPort holds; "OFF" without one.
+Text StoredPort();
+
+/// The road of a ComPort on this device.
+LinkRoad RoadOf(const Text& port);
 
 /// Opens the road that ComPort names, or finds it open. A ComPort that stands for a serial port and is no number is a
 /// run-time failure.

@@ -2,6 +2,7 @@
 // Pictures of the window as people see it, for the eye and for the README. They are compared with those in pictures/,
 // as an eye does it. UPDATE_GOLDEN=1 writes these anew instead; each that has changed is then looked at.
 #include "apps/quorin/demo.h"
+#include "companion/words.h"
 #include "src/app/commands.h"
 #include "src/link/receive.h"
 #include "src/view/status_strip.h"
@@ -70,7 +71,9 @@ protected:
         InstallSample();
         for (const char16_t* command : {u"Start...", u"Ok", u"New", u"Open"})
             Choose(command);
-        Form().SetPlace(QStringLiteral("Data: /home/cleo/.local/share/quorin"));
+        companion::Notices notices;
+        notices.Raise(companion::DataFolder(u"/home/cleo/.local/share/quorin"));
+        Form().SetNotices(notices);
         Form().SetLinkLine(QStringLiteral("Link open: Com1 (/dev/rfcomm0); last record 2 s ago"), true);
     }
     /// A result comes, as the port hands it over.

@@ -29,7 +29,7 @@ TEST_F(OfNotices, ALossIsWorseThanAWarningThatCameLater) {
     List.Raise(Disk);
     List.Raise(Driver);
     EXPECT_EQ(Worst(), u"the disk is full");
-    List.Tapped();
+    List.Act(u"notsaved");
     EXPECT_EQ(Worst(), u"another driver's");
 }
 
@@ -61,10 +61,43 @@ TEST_F(OfNotices, EachStandsAsLongAsItsKindDoes) {
         List.Raise(notice);
     List.RecordLeft();
     EXPECT_THAT(List.Standing(), ElementsAre(Disk, Mailbox));
-    List.Tapped();
+    List.Act(u"notsaved");
     EXPECT_THAT(List.Standing(), ElementsAre(Mailbox));
+    List.Act(u"mailbox");
+    EXPECT_THAT(List.Standing(), ElementsAre(Mailbox)) << "there is nothing that a person can do about it";
     List.Withdraw(u"mailbox");
     EXPECT_THAT(List.Standing(), testing::IsEmpty());
+}
+
+TEST_F(OfNotices, APersonDismissesTheOneThatWasSeenAndNoOther) {
+    const Notice folder{u"folder", Severity::Warning, u"it is replaced", Until::Tapped};
+    EXPECT_EQ(folder.Action, NoticeAction::Dismiss);
+    EXPECT_EQ(Mailbox.Action, NoticeAction::None);
+    List.Raise(folder);
+    List.Raise(Disk);
+    List.Act(u"notsaved");
+    EXPECT_THAT(List.Standing(), ElementsAre(folder));
+}
+
+TEST_F(OfNotices, TheWorstComesFirstAndThenTheNewest) {
+    const Notice place{u"place", Severity::Note, u"Data: here", Until::Withdrawn};
+    for (const Notice& notice : {place, Driver, Disk, Mailbox})
+        List.Raise(notice);
+    EXPECT_THAT(List.Sorted(), ElementsAre(Disk, Mailbox, Driver, place));
+    EXPECT_EQ(List.Worst()->About, u"notsaved");
+}
+
+TEST_F(OfNotices, OnlyWarningsAndLossesStandBehindTheWorst) {
+    EXPECT_EQ(List.Behind(), 0U);
+    List.Raise({u"place", Severity::Note, u"Data: here", Until::Withdrawn});
+    EXPECT_EQ(Worst(), u"Data: here");
+    EXPECT_EQ(List.Behind(), 0U);
+    List.Raise(Driver);
+    EXPECT_EQ(Worst(), u"another driver's");
+    EXPECT_EQ(List.Behind(), 0U);
+    List.Raise(Disk);
+    List.Raise(Mailbox);
+    EXPECT_EQ(List.Behind(), 2U);
 }
 
 } // namespace

@@ -341,7 +341,9 @@ TEST_F(ScreenReader, FindsTheButtonsOfABox) {
 TEST_F(ScreenReader, CallsTheStateOfTheLinkAsItIsSeen) {
     Form().SetLinkLine(QStringLiteral("Com1: open"), true);
     EXPECT_EQ(NameOf(*Form().findChild<QLabel*>(QStringLiteral("linkState"))), "Com1: open");
-    Form().SetWarning(QStringLiteral("not saved"));
+    companion::Notices notices;
+    notices.Raise({u"notsaved", companion::Severity::Loss, u"not saved", companion::Until::Tapped});
+    Form().SetNotices(notices);
     EXPECT_EQ(NameOf(*Form().findChild<QLabel*>(QStringLiteral("warning"))), "not saved");
 }
 

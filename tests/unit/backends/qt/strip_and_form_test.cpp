@@ -9,6 +9,7 @@
 #include "tests/support/in_a_window.h"
 
 #include <QLabel>
+#include <QListWidget>
 #include <QMenuBar>
 #include <QProcess>
 #include <QToolButton>
@@ -134,19 +135,105 @@ TEST_F(BusyStrip, KeepsWhatIsTypedIntoAnOpenField) {
 
 // The status area.
 
-using StatusArea = InAWindow;
+class StatusArea : public InAWindow {
+protected:
+    StatusArea() {
+        Form().NoticeTapped = [this](const Text& about) {
+            Notices.Act(about);
+            Form().SetNotices(Notices);
+        };
+    }
+    void Raise(const companion::Notice& notice) {
+        Notices.Raise(notice);
+        Form().SetNotices(Notices);
+        Settle();
+    }
+    QLabel& Line() { return *Form().findChild<QLabel*>(QStringLiteral("warning")); }
+    QToolButton& More() { return *Form().findChild<QToolButton*>(QStringLiteral("moreNotices")); }
+    QWidget& List() { return *Form().findChild<QWidget*>(QStringLiteral("notices")); }
+    QListWidget& Rows() { return *List().findChild<QListWidget*>(); }
+    QStringList Listed() {
+        QStringList texts;
+        for (int row = 0; List().isVisible() && row < Rows().count(); ++row)
+            texts.append(Rows().item(row)->text());
+        return texts;
+    }
+    void Press(QWidget& widget, Qt::Key key) {
+        QTest::keyClick(&widget, key);
+        Settle();
+    }
+
+    const companion::Notice Place{u"place", companion::Severity::Note, u"Data: here", companion::Until::Withdrawn};
+    const companion::Notice Disk{u"notsaved", companion::Severity::Loss, u"Not saved", companion::Until::Tapped};
+    const companion::Notice Driver{u"driver", companion::Severity::Warning, u"Another driver's",
+                                   companion::Until::RecordLeft};
+    const companion::Notice Mailbox{u"mailbox", companion::Severity::Warning, u"Can't be deleted",
+                                    companion::Until::Withdrawn};
+    companion::Notices Notices;
+};
 
 TEST_F(StatusArea, HasTheWarningWhereThePlaceOfTheRecordsStands) {
-    Form().SetPlace(QStringLiteral("Data: here"));
-    Form().WarningTapped = [this] { Form().SetWarning(QString()); };
-    auto& line = *Form().findChild<QLabel*>(QStringLiteral("warning"));
-    EXPECT_EQ(line.text(), QStringLiteral("Data: here"));
+    Raise(Place);
+    EXPECT_EQ(Line().text(), QStringLiteral("Data: here"));
     const QSize form = Form().Screen().size();
-    Form().SetWarning(QStringLiteral("Not saved"));
-    EXPECT_EQ(line.text(), QStringLiteral("Not saved"));
+    Raise(Disk);
+    EXPECT_EQ(Line().text(), QStringLiteral("Not saved"));
     EXPECT_EQ(Form().Screen().size(), form);
-    Click(line, line.rect().center());
-    EXPECT_EQ(line.text(), QStringLiteral("Data: here"));
+    Click(Line(), Line().rect().center());
+    EXPECT_EQ(Line().text(), QStringLiteral("Data: here"));
+}
+
+TEST_F(StatusArea, SaysHowManyNoticesStandBehindTheOneThatItShows) {
+    Raise(Place);
+    Raise(Driver);
+    EXPECT_FALSE(More().isVisible());
+    const QSize form = Form().Screen().size();
+    Raise(Disk);
+    Raise(Mailbox);
+    EXPECT_EQ(Line().text(), QStringLiteral("Not saved"));
+    EXPECT_TRUE(More().isVisible());
+    EXPECT_EQ(More().text(), QStringLiteral("+2"));
+    EXPECT_EQ(More().accessibleName(), QStringLiteral("2 more notices"));
+    EXPECT_EQ(Form().Screen().size(), form);
+    Click(Line(), Line().rect().center());
+    EXPECT_EQ(Line().text(), QStringLiteral("Can't be deleted")) << "the one that was seen is gone, and no other";
+    EXPECT_EQ(More().text(), QStringLiteral("+1"));
+}
+
+TEST_F(StatusArea, OpensTheListOfAllByAClickOnTheirNumber) {
+    for (const auto& notice : {Place, Driver, Disk})
+        Raise(notice);
+    Click(More(), More().rect().center());
+    EXPECT_EQ(Listed(), (QStringList{QStringLiteral("Not saved"), QStringLiteral("Another driver's"),
+                                     QStringLiteral("Data: here")}));
+    constexpr int Frame = 4; // that a window system may put around it
+    EXPECT_NEAR(List().y() + List().height(), Line().mapToGlobal(QPoint(0, 0)).y(), Frame);
+}
+
+TEST_F(StatusArea, ListsItsNoticesForWhoHasAKeyboardAlone) {
+    for (const auto& notice : {Place, Driver, Disk})
+        Raise(notice);
+    Press(Form(), Qt::Key_F4);
+    ASSERT_TRUE(List().isVisible());
+    Press(Rows(), Qt::Key_Return);
+    EXPECT_EQ(Listed(), (QStringList{QStringLiteral("Another driver's"), QStringLiteral("Data: here")}))
+        << "the loss was seen";
+    Press(Rows(), Qt::Key_Return);
+    EXPECT_EQ(Rows().count(), 2) << "there is nothing to be done about a driver";
+    Press(Rows(), Qt::Key_Escape);
+    EXPECT_FALSE(List().isVisible());
+    EXPECT_EQ(Line().text(), QStringLiteral("Another driver's"));
+}
+
+TEST_F(StatusArea, KeepsTheChosenRowOfAListThatChanges) {
+    for (const auto& notice : {Place, Driver})
+        Raise(notice);
+    Press(Form(), Qt::Key_F4);
+    Press(Rows(), Qt::Key_Down);
+    EXPECT_EQ(Rows().currentItem()->text(), QStringLiteral("Data: here"));
+    Raise(Disk);
+    EXPECT_EQ(Rows().count(), 3);
+    EXPECT_EQ(Rows().currentItem()->text(), QStringLiteral("Data: here"));
 }
 
 // An operation that takes long.

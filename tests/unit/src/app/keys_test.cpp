@@ -47,12 +47,26 @@ protected:
     Text Position() { return TitleCell(1); }
 };
 
+TEST_F(Keys, SpaceOfAKeyboardSelectsOnAGridUnlessAFieldIsOpen) {
+    OpenRecords();
+    EXPECT_EQ(KeyForGrid(32), 310);
+    EXPECT_EQ(KeyForGrid(13), 13);
+    Tap(0, 1);
+    ASSERT_TRUE(Editing());
+    EXPECT_EQ(KeyForGrid(32), 32);
+}
+
 class KeysOfType : public Keys, public testing::WithParamInterface<std::int32_t> {
 protected:
     KeysOfType() : Keys(support::OfType(GetParam())) {}
 };
 
 INSTANTIATE_TEST_SUITE_P(Types, KeysOfType, testing::Values(0, 1, 2, 3, 5, 6, 7, 9));
+
+TEST_P(KeysOfType, EnterAnswersAPromptOnADesktopAlone) {
+    Screens.CurrentScreen = ScrInput;
+    EXPECT_EQ(EnterAnswersPrompt(), GetParam() == 0);
+}
 
 TEST_P(KeysOfType, EnterStartsAPressButOnAPalm) {
     Down(13);

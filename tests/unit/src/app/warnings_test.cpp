@@ -148,7 +148,7 @@ TEST_F(OfTwoDrivers, ARecordThatIsShownWithTheOtherOneIsToldAsLongAsItIsOpen) {
                        u"wrong columns. Go Back and make a new download.";
     EXPECT_EQ(InTheLine(), words);
     EXPECT_THAT(About(u"driver"), ElementsAre(modStringTools::ToBytes(words)));
-    Device.Platform.onlooker.notices.Tapped();
+    Device.Platform.onlooker.notices.Act(u"driver");
     Device.Tick(2000);
     EXPECT_EQ(InTheLine(), words);
     GoBack();

@@ -55,6 +55,22 @@ TEST_F(Package, ByteOrderMarkIsNoPartOfTheFirstName) {
     EXPECT_EQ(Drivers(), "NAME|INFFILE\nOld|old.txt\nMeter|meter.txt\nOther|other.txt\n");
 }
 
+TEST_F(Package, OfLinesThatAreNoFileIsInstalledWithoutAMessage) {
+    EXPECT_TRUE(InstallLines({u"# a comment", u"", u"Meter|meter.txt",
+                              modStringTools::FromBytes(InfHeaderLine.substr(0, InfHeaderLine.size() - 1)),
+                              u"a|1||||||", u""}));
+    EXPECT_THAT(Told(), IsEmpty());
+    EXPECT_EQ(Drivers(), "NAME|INFFILE\nOld|old.txt\nMeter|meter.txt\n");
+    EXPECT_EQ(File("meter.txt"), InfHeaderLine + "a|1||||||\n");
+}
+
+TEST_F(Package, OfLinesAddsNoDriverThatIsThereAndNoneWithoutATable) {
+    EXPECT_FALSE(InstallLines({u"old|other.txt", u"FIELDNAME"}));
+    EXPECT_FALSE(InstallLines({u"Meter|no\\such\\folder.txt", u"FIELDNAME"}));
+    EXPECT_FALSE(InstallLines({}));
+    EXPECT_EQ(Drivers(), "NAME|INFFILE\nOld|old.txt\n");
+}
+
 /// It is as the package has it; what it lacks it gets when it is opened.
 TEST_F(Package, OfAHeaderAloneIsCopiedAsItIs) {
     Install("Meter|meter.txt\n" + InfHeaderLine);

@@ -40,6 +40,33 @@ INSTANTIATE_TEST_SUITE_P(Devices, PortNames,
                                          ListRow{8, 2, u"SERVER", u"SERVER"}, ListRow{9, 2, u"SERVER", u"SERVER"},
                                          ListRow{10, 2, u"SERVER", u"SERVER"}));
 
+struct RoadRow {
+    std::int32_t DeviceType;
+    const char16_t* Port;
+    LinkRoad Road;
+};
+
+void PrintTo(const RoadRow& row, std::ostream* out) {
+    *out << "type " << row.DeviceType << ", " << modStringTools::ToBytes(row.Port);
+}
+
+class RoadOfAPort : public testing::TestWithParam<RoadRow> {};
+
+TEST_P(RoadOfAPort, GoesByItsNameAndTheDevice) {
+    support::TestDevice device(support::OfType(GetParam().DeviceType));
+    EXPECT_EQ(RoadOf(GetParam().Port), GetParam().Road);
+}
+
+INSTANTIATE_TEST_SUITE_P(Rows, RoadOfAPort,
+                         testing::Values(RoadRow{0, u"OFF", LinkRoad::None}, RoadRow{0, u"off", LinkRoad::Serial},
+                                         RoadRow{0, u"SERVER", LinkRoad::Server},
+                                         RoadRow{0, u"server", LinkRoad::Serial}, RoadRow{0, u"Com1", LinkRoad::Serial},
+                                         RoadRow{0, u"/dev/x", LinkRoad::Serial}, RoadRow{0, u"", LinkRoad::Serial},
+                                         RoadRow{9, u"OFF", LinkRoad::None}, RoadRow{9, u"SERVER", LinkRoad::Server},
+                                         RoadRow{9, u"COM1", LinkRoad::Serial},
+                                         RoadRow{9, u"BT1", LinkRoad::Connection},
+                                         RoadRow{9, u"1", LinkRoad::Connection}));
+
 class Link : public OnANotedPort {
 protected:
     explicit Link(std::int32_t deviceType = 0) : OnANotedPort(deviceType) {}

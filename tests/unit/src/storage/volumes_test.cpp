@@ -238,7 +238,7 @@ TEST(DataPath, FolderThatIsReplacedIsToldOnce) {
     device.Folder.Put("Other", "and another one");
     for (const char16_t* name : {u"Quorin", u"", u"Other", u"Quorin", u"Other"})
         EXPECT_EQ(GetDataPath(name), u".\\");
-    device.Platform.onlooker.notices.Tapped();
+    device.Platform.onlooker.notices.Act(u"folder");
     GetDataPath(u"Quorin");
     EXPECT_THAT(ToldOfFolders(device),
                 ElementsAre(u"Can't use the folder .\\Quorin\\: it is not there. Its files are looked for and made in "

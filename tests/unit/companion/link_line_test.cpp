@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include "apps/quorin/link_line.h"
+#include "companion/link_line.h"
 
 #include <gtest/gtest.h>
 
 #include <ostream>
 
-namespace quorin {
+namespace companion {
 namespace {
 
 constexpr bool Alive = true;
@@ -66,7 +66,7 @@ const LineRow Rows[] = {
      With(Serial(),
           [](LinkView& link) {
               link.Held = true;
-              link.Road = LinkRoad::Mailbox;
+              link.Road = LinkRoad::Server;
           }),
      "Link held: a question stands, the mailbox waits", !Alive},
     {"nothing heard", With(Serial(), [](LinkView& link) { link.Heard = false; }),
@@ -93,21 +93,21 @@ const LineRow Rows[] = {
     {"no server",
      With(Serial(),
           [](LinkView& link) {
-              link.Road = LinkRoad::Mailbox;
+              link.Road = LinkRoad::Server;
               link.Open = false;
           }),
      "Link down: waiting for the RFCOMM server", !Alive},
     {"a server",
      With(Serial(),
           [](LinkView& link) {
-              link.Road = LinkRoad::Mailbox;
+              link.Road = LinkRoad::Server;
               link.RecordAge = 5;
           }),
      "Link open: RFCOMM server; last record 5 s ago", Alive},
     {"a connection",
      With(Serial(),
           [](LinkView& link) {
-              link.Road = LinkRoad::Named;
+              link.Road = LinkRoad::Connection;
               link.Port = "BT1";
               link.Path = "";
           }),
@@ -117,5 +117,11 @@ const LineRow Rows[] = {
 
 INSTANTIATE_TEST_SUITE_P(Cases, LineOfTheLink, testing::ValuesIn(Rows));
 
+TEST(WorkOfTheWindow, HasItsWords) {
+    EXPECT_STREQ(WorkText(Work::None), "");
+    EXPECT_STREQ(WorkText(Work::Long), "Working…");
+    EXPECT_STREQ(WorkText(Work::Waiting), "Another program is using this file: waiting…");
+}
+
 } // namespace
-} // namespace quorin
+} // namespace companion

@@ -2,13 +2,15 @@
 // The line that tells a person how the link is. A link that has gone quiet must not look alive.
 #pragma once
 
+#include "src/link/ports.h"
+
 #include <cstdint>
 #include <optional>
 #include <string>
 
-namespace quorin {
+namespace companion {
 
-enum class LinkRoad { None, Serial, Mailbox, Named };
+using modBluetooth::LinkRoad;
 
 struct LinkView {
     LinkRoad Road = LinkRoad::None; ///< None: no port is chosen
@@ -31,7 +33,17 @@ struct LinkLine {
 
 LinkLine LinkLineOf(const LinkView& link);
 
+/// What the window is at, which takes the line's place.
+enum class Work {
+    None,
+    Long,    ///< an operation goes on for longer than a tenth of a second
+    Waiting, ///< it waits for another program
+};
+
+/// The words of a work; empty for none.
+const char* WorkText(Work work);
+
 /// "5 s", "3 min", "2 h 5 min".
 std::string AgeText(std::int64_t seconds);
 
-} // namespace quorin
+} // namespace companion

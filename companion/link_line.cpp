@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "apps/quorin/link_line.h"
+#include "companion/link_line.h"
 
-namespace quorin {
+namespace companion {
 
 namespace {
 
@@ -22,7 +22,7 @@ std::string RecordText(const LinkView& link) {
 
 std::string WaitingText(const LinkView& link) {
     switch (link.Road) {
-    case LinkRoad::Mailbox:
+    case LinkRoad::Server:
         return "waiting for the RFCOMM server";
     case LinkRoad::Serial:
         if (!link.Trouble.empty())
@@ -50,20 +50,32 @@ std::string AgeText(std::int64_t seconds) {
     return std::to_string(seconds / Hour) + " h " + std::to_string(seconds % Hour / Minute) + " min";
 }
 
+const char* WorkText(Work work) {
+    switch (work) {
+    case Work::None:
+        break;
+    case Work::Long:
+        return "Working…";
+    case Work::Waiting:
+        return "Another program is using this file: waiting…";
+    }
+    return "";
+}
+
 LinkLine LinkLineOf(const LinkView& link) {
     if (link.Road == LinkRoad::None)
         return {"Link off: no port is chosen", false};
     if (!link.Wanted)
         return {"Link off: no download is open for " + link.Port, false};
-    if (link.Held && link.Road != LinkRoad::Named)
+    if (link.Held && link.Road != LinkRoad::Connection)
         return {"Link held: " + HeldText(link), false};
     const std::string age = link.RecordAge ? "; " + RecordText(link) : "";
     if (!link.Open)
         return {"Link down: " + WaitingText(link) + age, false};
-    const std::string name = link.Road == LinkRoad::Mailbox ? "RFCOMM server" : Name(link);
+    const std::string name = link.Road == LinkRoad::Server ? "RFCOMM server" : Name(link);
     const bool fresh = link.RecordAge && *link.RecordAge < Minute;
     return {(fresh || !link.RecordAge ? "Link open: " : "Link open but quiet: ") + name + "; " + RecordText(link),
             fresh};
 }
 
-} // namespace quorin
+} // namespace companion
