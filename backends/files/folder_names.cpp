@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "backends/files/folder_names.h"
 
+#include "src/text/printable.h"
+
 #include <algorithm>
 #include <array>
 #include <cerrno>
@@ -15,10 +17,6 @@ namespace {
 
 /// Longer first lines are cut: none that is looked for comes near it.
 constexpr std::size_t LongestLine = 256;
-
-bool IsControl(char byte) {
-    return static_cast<unsigned char>(byte) < 0x20 || byte == 0x7F;
-}
 
 struct CloseFolder {
     void operator()(DIR* opened) const { ::closedir(opened); }
@@ -72,11 +70,6 @@ std::string NumberAfter(const std::string& stem, const std::string& name) {
     return all && (digits.size() == 1 || digits[0] != '0') ? digits : std::string();
 }
 
-std::string Printable(std::string bytes) {
-    std::replace_if(bytes.begin(), bytes.end(), IsControl, '?');
-    return bytes;
-}
-
 std::string FirstLine(const std::string& path) {
     const auto open = [&] { return ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY); };
     const Descriptor file(Repeated(open));
@@ -84,7 +77,7 @@ std::string FirstLine(const std::string& path) {
     const auto read = [&] { return ::read(file.Number(), block.data(), block.size()); };
     const ssize_t count = file.Valid() ? Repeated(read) : 0;
     const std::string bytes(block.data(), count > 0 ? static_cast<std::size_t>(count) : 0);
-    return Printable(bytes.substr(0, bytes.find('\n')));
+    return modStringTools::Printable(bytes.substr(0, bytes.find('\n')));
 }
 
 } // namespace backends

@@ -23,7 +23,4 @@ std::string NumberAfter(const std::string& stem, const std::string& name);
 /// The first line of a file, without its end and with `?` for each control character; empty when it can't be read.
 std::string FirstLine(const std::string& path);
 
-/// Bytes with `?` for each control character: what others have named must not drive a terminal.
-std::string Printable(std::string bytes);
-
 } // namespace backends

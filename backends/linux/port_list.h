@@ -5,6 +5,7 @@
 #include "backends/linux/port_troubles.h"
 #include "backends/linux/udev_names.h"
 #include "backends/serial/port_address.h"
+#include "companion/ports.h"
 
 #include <cstdint>
 #include <functional>
@@ -14,32 +15,11 @@
 
 namespace backends {
 
-enum class PortState {
-    Ready,   ///< it was opened, and closed again
-    Untried, ///< it may be opened as far as its permissions go
-    InUse,
-    Refused, ///< for want of permission
-    Gone,
-    Failing,
-    Elsewhere, ///< behind an address that is no device of this machine, and was not opened
-};
-
-struct PortName {
-    std::int32_t Number = 0; ///< 1 for "Com1"
-    bool Pinned = false;     ///< by the person, and not by the rule
-};
-
-struct PortRow {
-    std::string Path;               ///< or the address of what is elsewhere
-    std::vector<std::string> Links; ///< names in `serial/by-id` that lead to it
-    DeviceName Name;
-    std::vector<PortName> Numbers;
-    PortState State = PortState::Ready;
-    PortTrouble Trouble; ///< empty for Ready, Untried and Elsewhere
-};
-
-/// The lines that a person reads, each with its end.
-std::string PortTable(const std::vector<PortRow>& rows);
+using companion::DeviceName;
+using companion::PortName;
+using companion::PortRow;
+using companion::PortState;
+using companion::PortTable;
 
 enum class PortTrial { Open, LookOnly };
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "backends/linux/port_holders.h"
+#include "companion/ports.h"
 #include "src/view/platform/errors.h"
 
 #include <string>
@@ -11,11 +12,7 @@ namespace backends {
 
 using namespace platform;
 
-/// One sentence each.
-struct PortTrouble {
-    std::string Reason;
-    std::string Remedy;
-};
+using companion::PortTrouble;
 
 enum class Membership {
     None,

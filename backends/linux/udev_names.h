@@ -1,17 +1,14 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "companion/ports.h"
+
 #include <functional>
 #include <string>
 
 namespace backends {
 
-/// What a device is called; empty where nobody knows.
-struct DeviceName {
-    std::string Vendor;
-    std::string Model;
-    std::string SerialNumber;
-};
+using companion::DeviceName;
 
 /// A property of a device by its key; empty when it has none.
 using DeviceProperty = std::function<std::string(const char* key)>;

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "backends/linux/port_list.h"
+#include "companion/ports.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-using namespace backends;
+using namespace companion;
 using testing::HasSubstr;
 using testing::Not;
 
