@@ -23,6 +23,7 @@
 #include "src/view/layout.h"
 #include "src/view/menu_table.h"
 #include "src/view/navigation.h"
+#include "src/view/platform/application.h"
 #include "src/view/platform/device_traits.h"
 #include "src/view/platform/platform.h"
 #include "src/view/prompt.h"
@@ -80,10 +81,12 @@ void ResetModules() {
     modPDAUI::Display = {};
     modPDAUI::Grids = {};
     modPDAUI::Input = {};
+    modPDAUI::FieldChanged = nullptr;
     modPDAUI::Prompt = {};
     modAudio::Sound = {};
     frmQuorin::Form = {};
     Paths = {};
+    ApplicationName.clear();
     ResetScreens();
     ResetMenus();
     Inf = {};
@@ -94,6 +97,7 @@ void ResetModules() {
 }
 
 void InitDisplay() {
+    modPDAUI::FieldChanged = [] { modFileSystem::Table.RecordDirty = true; };
     Display.SelectedBackColor = GreySelection;
     Display.SelectedTextColor = BlackText;
     Display.SelectedFrameColor = GreenFrame;

@@ -8,6 +8,7 @@
 #include "src/storage/volumes.h"
 #include "src/view/inf_fields.h"
 #include "src/view/navigation.h"
+#include "src/view/platform/application.h"
 #include "src/view/platform/platform.h"
 
 namespace modQuorin {
@@ -59,7 +60,7 @@ InfField CurrentInfRow() {
 Text InfPath(const Text& driver) {
     LookAtTable(Paths.DriversFile);
     FindRow(NameSelection(driver)); // not found: the last row is current, and its inf file is taken
-    const Text path = GetDataPath(Paths.ApplicationName) + GetField(u"INFFILE");
+    const Text path = GetDataPath(ApplicationName) + GetField(u"INFFILE");
     CloseTable();
     return path;
 }

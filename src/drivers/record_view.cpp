@@ -13,6 +13,7 @@
 #include "src/view/grids.h"
 #include "src/view/inf_fields.h"
 #include "src/view/navigation.h"
+#include "src/view/platform/application.h"
 #include "src/view/platform/platform.h"
 #include "src/view/status_strip.h"
 
@@ -64,7 +65,7 @@ void OpenDownload(const Text& driver, Text& file) {
     opened.Driver = driver;
     opened.Listed = IsListed(file);
     opened.Owner = opened.Listed ? driver : Selection.DownloadOwner;
-    file = GetDataPath(Paths.ApplicationName) + file;
+    file = GetDataPath(ApplicationName) + file;
     opened.Place = OpenOrCreateDownload(file, header);
     opened.File = Table.TableName;
     opened.Why = Table.TableFile.error;

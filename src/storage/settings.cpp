@@ -2,6 +2,7 @@
 #include "src/storage/settings.h"
 
 #include "src/storage/volumes.h"
+#include "src/view/platform/application.h"
 #include "src/view/platform/platform.h"
 
 namespace modQuorin {
@@ -13,17 +14,17 @@ const Text Section = u"Settings";
 } // namespace
 
 void SetFilePaths() {
-    Paths.ApplicationName = u"Quorin";
-    Paths.DriversFile = modFileSystem::GetDataPath(Paths.ApplicationName) + u"drivers.txt";
+    ApplicationName = u"Quorin";
+    Paths.DriversFile = modFileSystem::GetDataPath(ApplicationName) + u"drivers.txt";
     Paths.ControlFile = modFileSystem::GetDataPath(u"") + u"qrnctrl.txt";
 }
 
 Text GetSetting(const Text& key, const Text& byDefault) {
-    return platform::Device().settings.Get(Paths.ApplicationName, Section, key, byDefault);
+    return platform::Device().settings.Get(ApplicationName, Section, key, byDefault);
 }
 
 void SaveSetting(const Text& key, const Text& value) {
-    platform::Device().settings.Save(Paths.ApplicationName, Section, key, value);
+    platform::Device().settings.Save(ApplicationName, Section, key, value);
 }
 
 } // namespace modQuorin

@@ -8,9 +8,8 @@ namespace modQuorin {
 
 /// Set by SetFilePaths, at start-up and each time the storage volume may have changed.
 struct FilePaths {
-    Text ApplicationName; ///< names the data folder and the settings
-    Text DriversFile;     ///< full name of the drivers table
-    Text ControlFile;     ///< full name of the register of all downloads
+    Text DriversFile; ///< full name of the drivers table
+    Text ControlFile; ///< full name of the register of all downloads
 };
 inline FilePaths Paths;
 

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "src/view/input_fields.h"
 
-#include "src/storage/keyed_tables.h"
 #include "src/view/platform/platform.h"
 #include "src/view/screen_table.h"
 
@@ -114,7 +113,8 @@ void TextFieldChanged() {
     if (!field.Visible())
         return;
     Device().grdMain.SetCell(Input.EditRow, Input.EditCol, field.Contents());
-    modFileSystem::Table.RecordDirty = true;
+    if (FieldChanged != nullptr)
+        FieldChanged();
 }
 
 void TextFieldLostFocus() {

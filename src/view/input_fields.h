@@ -17,6 +17,10 @@ struct InputState {
 };
 inline InputState Input;
 
+/// Called at each change of the visible text box, on every screen. Start-up sets it: the record on the screen differs
+/// differs from its file then, of which nothing is known here.
+inline void (*FieldChanged)() = nullptr;
+
 /// Lays the text box over a cell of grdMain, with the cell's text in it.
 void BeginCellEdit(std::int32_t row, std::int32_t col);
 

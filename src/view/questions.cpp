@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "src/view/questions.h"
 
-#include "src/storage/settings.h"
 #include "src/view/input_fields.h"
+#include "src/view/platform/application.h"
 #include "src/view/platform/platform.h"
 
 namespace modPDAUI {
@@ -14,7 +14,7 @@ using platform::BoxIcon;
 namespace {
 
 BoxAnswer Show(const Text& text, BoxButtons buttons, BoxIcon icon) {
-    const BoxAnswer answer = platform::Device().messageBox.Show(text, buttons, icon, modQuorin::Paths.ApplicationName);
+    const BoxAnswer answer = platform::Device().messageBox.Show(text, buttons, icon, modQuorin::ApplicationName);
     FocusPromptField(); // which a box over a prompt may have taken
     return answer;
 }

@@ -11,6 +11,7 @@
 #include "src/view/inf_fields.h"
 #include "src/view/input_fields.h"
 #include "src/view/menu_table.h"
+#include "src/view/platform/application.h"
 #include "src/view/screen_table.h"
 #include "tests/support/test_device.h"
 
@@ -28,7 +29,7 @@ struct Field {
 class RecordScreen : public testing::Test {
 protected:
     RecordScreen() {
-        modQuorin::Paths.ApplicationName = u"Quorin";
+        modQuorin::ApplicationName = u"Quorin";
         const modQuorin::MenuId menu = modQuorin::AddMenu({{{u"Record"}}}, {{{u"Back"}}});
         modQuorin::AddScreen(modQuorin::ScrInfRecord, {.GridRows = 1, .GridCols = 2, .Menu = menu});
         for (modQuorin::ScreenId* list : {&modQuorin::ScrBluetoothDebug, &modQuorin::ScrMain})

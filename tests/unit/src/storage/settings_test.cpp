@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "src/storage/settings.h"
+#include "src/view/platform/application.h"
 
 #include "tests/support/test_device.h"
 
@@ -11,7 +12,7 @@ namespace {
 TEST(FilePaths, NameTheTwoStandingTablesInTheDataFolder) {
     support::TestDevice device;
     SetFilePaths();
-    EXPECT_EQ(Paths.ApplicationName, u"Quorin");
+    EXPECT_EQ(ApplicationName, u"Quorin");
     EXPECT_EQ(Paths.DriversFile, u".\\Quorin\\drivers.txt");
     EXPECT_EQ(Paths.ControlFile, u".\\Quorin\\qrnctrl.txt");
     EXPECT_FALSE(device.Folder.Has("Quorin/drivers.txt"));
