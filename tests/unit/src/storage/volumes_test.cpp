@@ -419,7 +419,7 @@ TEST(ListFiles, ThatCantReadAFolderIsTold) {
     for (const mode_t rights : {0111U, 0000U}) { // its names are kept, or the folder itself
         ::chmod((device.Folder.Path() / "Quorin").c_str(), rights);
         device.Did.Warnings.clear();
-        device.Platform.onlooker.notices.Tapped();
+        device.Platform.onlooker.notices.Act(u"list");
         const OrdinaryUser user;
         ListFiles(u".\\Quorin\\", u"TEXT", u"QVRN");
         EXPECT_THAT(Storage.FileList, IsEmpty());
