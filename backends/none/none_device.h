@@ -117,8 +117,8 @@ public:
 /// Nothing is there, and nothing can be made. A real one keeps every name beneath one folder.
 class NoneFiles final : public FileSystem {
 public:
-    ErrorNumber OpenFolder(const Text&, bool, std::unique_ptr<Folder>&) override { return PathNotFound; }
-    ErrorNumber OpenStream(const Text&, StreamMode, std::unique_ptr<TextStream>&) override { return PathNotFound; }
+    ErrorNumber OpenFolder(const Text&, bool, std::unique_ptr<Folder>&) override { return FileNotFound; }
+    ErrorNumber OpenStream(const Text&, StreamMode, std::unique_ptr<TextStream>&) override { return FileNotFound; }
     ErrorNumber MoveFile(const Text&, const Text&) override { return FileNotFound; }
     ErrorNumber DeleteFile(const Text&) override { return FileNotFound; }
 };
