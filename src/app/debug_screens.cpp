@@ -69,7 +69,7 @@ void ShowLines(FileHandle& file, std::int32_t count) {
         std::int32_t next = -1;
         Device().grdMain.SetCell(row, 0, ReadFileLine(file, next));
     }
-    modPDAUI::RepaintGrids(false);
+    modPDAUI::RepaintGridsSoon();
 }
 
 } // namespace
@@ -77,13 +77,13 @@ void ShowLines(FileHandle& file, std::int32_t count) {
 void FillBluetoothDebug() {
     Device().grdTitle.SetCell(0, 0, u"Bluetooth Debug");
     modBluetooth::ArmLink();
-    modPDAUI::RepaintGrids(false);
+    modPDAUI::RepaintGridsSoon();
 }
 
 void FillFileDebug() {
     Device().grdTitle.SetCell(0, 0, u"File Debug");
     modPDAUI::ShowList({u"File Selector...", u"Dir...", u"Save sample Text File", u"Load sample Text File", u"Debug"});
-    modPDAUI::RepaintGrids(false);
+    modPDAUI::RepaintGridsSoon();
 }
 
 void SaveSampleFile() {

@@ -247,7 +247,7 @@ void HoldMenuClicked() {
     const std::int32_t index = list.ListIndex();
     const Text text = list.ItemText(index);
     list.SetVisible(false);
-    modPDAUI::RepaintGrids(false);
+    modPDAUI::RepaintGridsSoon();
     HandleHoldMenuClick(text, tag, index);
     HideHoldMenu();
 }

@@ -30,11 +30,11 @@ void ShowChoices(const std::vector<Text>& entries, const Text& stored) {
         if (entries[i] == stored)
             Device().grdMain.SetRow(static_cast<std::int32_t>(i));
     }
-    modPDAUI::RepaintGrids(false);
+    modPDAUI::RepaintGridsSoon();
 }
 
 void FillVolumeList() {
-    modFileSystem::EnumVolumes(true); // a card may have come or gone
+    modFileSystem::EnumVolumesAnew(); // a card may have come or gone
     const Text stored = GetSetting(u"StorageVolume", modFileSystem::Storage.BestVolume);
     SetTitle(u"Select Volume");
     ShowChoices(modFileSystem::Storage.VolumeList, stored);
@@ -77,7 +77,7 @@ void FillPortList() {
 void FillFileList() {
     SetTitle(u"File List");
     modPDAUI::ShowList(modFileSystem::Storage.FileList);
-    modPDAUI::RepaintGrids(false);
+    modPDAUI::RepaintGridsSoon();
 }
 
 struct KindOfList {

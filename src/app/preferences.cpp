@@ -43,7 +43,7 @@ void FillPreferences() {
     AddGridRow(u"Debug");
     if (grdMain.Rows() - 1 >= Lists.PreferenceRow)
         grdMain.SetRow(Lists.PreferenceRow);
-    modPDAUI::RepaintGrids(false);
+    modPDAUI::RepaintGridsSoon();
 }
 
 bool LeavePreferences() {
@@ -81,7 +81,7 @@ void ToggleColour() {
 
 void EnterSerialId() {
     Text answer;
-    modPDAUI::InputPrompt(u"Serial ID", modPDAUI::PromptKind::Line, answer, u"", false, true);
+    modPDAUI::AskForLine(u"Serial ID", answer);
     if (!answer.empty())
         SaveSetting(u"ComPort", answer);
 }

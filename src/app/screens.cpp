@@ -93,7 +93,7 @@ void SelectListEntry(std::int32_t, std::int32_t) {
 void SelectDownloadCell(std::int32_t, std::int32_t) {
     auto& grdMain = platform::Device().grdMain;
     Text value = grdMain.Cell(grdMain.Row(), 1);
-    modPDAUI::InputPrompt(grdMain.Cell(grdMain.Row(), 0), modPDAUI::PromptKind::Text, value, u"", false, false);
+    modPDAUI::EditByPrompt(grdMain.Cell(grdMain.Row(), 0), modPDAUI::PromptKind::Text, value);
 }
 
 struct Shape {

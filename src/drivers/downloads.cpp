@@ -106,7 +106,7 @@ void ShowDownloadList(const Text& driver) {
         Selection.SelectedDownload = Downloads.DownloadFiles.front();
         Selection.DownloadOwner = driver;
     }
-    modPDAUI::RepaintGrids(false);
+    modPDAUI::RepaintGridsSoon();
 }
 
 void NewDownload(const Text& driver) {
@@ -137,7 +137,7 @@ void RenameDownload(Text driver, Text file) {
         const Text alias = GetField(u"ALIAS");
         const Text oldName = alias.empty() ? file : alias;
         Text answer = oldName;
-        modPDAUI::InputPrompt(u"Rename", modPDAUI::PromptKind::Line, answer, u"", false, true);
+        modPDAUI::AskForLine(u"Rename", answer);
         if (answer != oldName && !answer.empty())
             StoreAlias(row, answer);
     }

@@ -148,7 +148,7 @@ void Install(FileHandle& package) {
 
 /// On the first volume; empty when there is no volume at all.
 Text InfoFileName() {
-    EnumVolumes(false);
+    EnumVolumesOnce();
     if (Storage.VolumeList.empty())
         return {};
     Text root = Storage.VolumeList.front();
@@ -161,7 +161,7 @@ Text InfoFileName() {
 
 void EnumAddDrivers() {
     Registry.DriverNames.clear();
-    EnumVolumes(true); // a card may have been inserted
+    EnumVolumesAnew(); // a card may have been inserted
     const Text dataFolder = GetDataPath(u"");
     AddPackagesOf(dataFolder);
     AddPackagesOf(u"");
@@ -179,7 +179,7 @@ void ShowDriverPackages(const Text& title) {
     Device().grdTitle.SetCell(0, 0, title);
     modPDAUI::ShowList(Registry.DriverNames);
     Selection.SelectedDriver = Device().grdMain.Cell(Device().grdMain.Row(), 0);
-    modPDAUI::RepaintGrids(false);
+    modPDAUI::RepaintGridsSoon();
     if (!Registry.DriverNames.empty())
         Selection.SelectedPackage = Registry.DriverNames.front();
 }

@@ -98,7 +98,7 @@ FieldType EditKind(std::int32_t row) {
 void AskForDate(std::int32_t row) {
     const Text title = Device().grdMain.Cell(row, 0);
     Text value = Device().grdMain.Cell(row, Device().grdMain.Col());
-    modPDAUI::InputPrompt(title, modPDAUI::PromptKind::Date, value, u"", false, false);
+    modPDAUI::EditByPrompt(title, modPDAUI::PromptKind::Date, value);
     Table.RecordDirty = true;
 }
 
@@ -120,7 +120,7 @@ void ShowRecord() {
         if (hasValue && i < Inf.InfFields.size() && !Inf.InfFields[i].Visible)
             grdMain.SetRowHeight(row, 0);
     }
-    modPDAUI::RepaintGrids(false);
+    modPDAUI::RepaintGridsSoon();
 }
 
 void CollectRecordEdits() {

@@ -94,7 +94,7 @@ void ShowColumnChoices(const Text& driver) {
         grdMain.SetCell(row, MarkColumn, GetField(u"VISIBLE") == u"1" ? Mark : Text());
         NextRow();
     }
-    modPDAUI::RepaintGrids(false);
+    modPDAUI::RepaintGridsSoon();
     modPDAUI::ShowBusy(false);
 }
 

@@ -67,7 +67,7 @@ void ShowDriverList(const Text& title) {
     Device().grdTitle.SetCell(0, 0, title);
     modPDAUI::ShowList(Registry.DriverNames);
     Selection.SelectedDriver = Device().grdMain.Cell(Device().grdMain.Row(), 0);
-    modPDAUI::RepaintGrids(false);
+    modPDAUI::RepaintGridsSoon();
 }
 
 void EditDriver(const Text& name) {

@@ -103,7 +103,7 @@ Text GetDataPath(const Text& appName) {
 platform::ErrorNumber FindDataPath(const Text& appName, Text& path) {
     if (!appName.empty())
         Storage.AppFolder = appName;
-    EnumVolumes(false);
+    EnumVolumesOnce();
     const Text volume = ChosenVolume(Storage.AppFolder);
     path = PathOn(volume, Storage.AppFolder);
     std::unique_ptr<platform::Folder> folder;

@@ -22,6 +22,12 @@ inline StorageState Storage;
 
 /// Brings VolumeList, BestVolume and BestVolumeKB up to date; without `force` only when no volume is known yet.
 void EnumVolumes(bool force);
+inline void EnumVolumesAnew() {
+    EnumVolumes(true);
+}
+inline void EnumVolumesOnce() {
+    EnumVolumes(false);
+}
 
 /// The data folder with its trailing `\`, made when missing. An empty name means the name given last. Falls back to the
 /// root of the volume where the folder is not there and can't be made, or its name is refused. A folder that is there

@@ -19,6 +19,9 @@ inline GridState Grids;
 /// With `now` false: in 100 ms. With `now` true: walks the selection of both hidden grids through all rows, which
 /// paints each once and so settles heights and widths, and gives grdMain the focus.
 void RepaintGrids(bool now);
+inline void RepaintGridsSoon() {
+    RepaintGrids(false);
+}
 
 /// The tick of tmrMenus, always the last one until the next request.
 void HandleRepaintTimer();

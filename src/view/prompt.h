@@ -47,6 +47,16 @@ inline PromptState Prompt;
 /// read gives the text that it was read from.
 void InputPrompt(const Text& title, PromptKind kind, Text& value, const Text& list, bool keepGrids, bool modal);
 
+/// Asks for one line of text and waits for the answer.
+inline void AskForLine(const Text& title, Text& answer) {
+    InputPrompt(title, PromptKind::Line, answer, u"", false, true);
+}
+
+/// Opens a prompt whose answer goes into column 1 of the current row when it ends, and does not wait.
+inline void EditByPrompt(const Text& title, PromptKind kind, Text& value) {
+    InputPrompt(title, kind, value, u"", false, false);
+}
+
 /// Ends the prompt, with its answer taken or not.
 void EndInput(bool cancel);
 
