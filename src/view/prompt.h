@@ -47,7 +47,7 @@ inline PromptState Prompt;
 /// read gives the text that it was read from.
 void InputPrompt(const Text& title, PromptKind kind, Text& value, const Text& list, bool keepGrids, bool modal);
 
-/// Asks for one line of text and waits for the answer.
+/// Asks for one line of text, with `answer` to begin with, and waits for the new one.
 inline void AskForLine(const Text& title, Text& answer) {
     InputPrompt(title, PromptKind::Line, answer, u"", false, true);
 }
