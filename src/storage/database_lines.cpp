@@ -25,7 +25,8 @@ void Must(const char16_t* what, const FileHandle& handle, platform::ErrorNumber 
         FailOnFile(what, handle, error);
 }
 
-/// Whether it was done. What another program keeps locked for too long has failed, and is no failure of the file.
+/// True on success. False if another program's lock lasted too long, which is no failure of the file. Any other error
+/// stops the program.
 bool Did(const char16_t* what, FileHandle& handle, platform::ErrorNumber error) {
     handle.error = error;
     if (error != platform::InUse)
@@ -33,13 +34,14 @@ bool Did(const char16_t* what, FileHandle& handle, platform::ErrorNumber error) 
     return error == platform::NoError;
 }
 
-/// Whether a change may begin. Where the database's folder is gone it is refused like any other, and the form goes on.
+/// True if a change may begin. False also if the database's folder is gone: the form goes on as after any refused
+/// change.
 bool May(const char16_t* what, FileHandle& handle, platform::ErrorNumber error) {
     handle.error = error;
     return error != platform::PathNotFound && Did(what, handle, error);
 }
 
-/// Stops the program where the database can't be read: a line that seems to be missing may be there.
+/// Stops the program if the database can't be read: a line that seems to be missing may exist.
 std::int32_t CountOf(const FileHandle& handle) {
     const std::int32_t count = Databases().RecordCount(StateOf(handle));
     if (count < 0)
@@ -47,7 +49,7 @@ std::int32_t CountOf(const FileHandle& handle) {
     return count;
 }
 
-/// Writes the current record, which is added or under edit, and commits it.
+/// Writes and commits the current record, which was added or is being edited.
 bool Store(FileHandle& handle, const LineRecord& record) {
     const DatabaseId id = StateOf(handle);
     handle.error = Databases().WriteRecord(id, record);
@@ -85,7 +87,7 @@ bool EndBatch(FileHandle& handle, bool done) {
     return done;
 }
 
-/// Makes room at `target`; false when a record is missing.
+/// Moves each line from `target` on to the next number. False if a record is missing.
 bool ShiftLines(FileHandle& handle, std::int32_t target) {
     handle.error = Databases().ShiftRecords(StateOf(handle), target - 1);
     if (handle.error != platform::FileNotFound)
@@ -94,7 +96,7 @@ bool ShiftLines(FileHandle& handle, std::int32_t target) {
 }
 
 bool InsertRecord(FileHandle& handle, std::int32_t target, const Text& text) {
-    // Inside of a batch nothing is refused any more: what has been done of it would be kept.
+    // Must, not May: after a refusal inside a batch, what was done of it would be committed.
     Must(u"add a line to", handle, Databases().AddRecord(StateOf(handle)));
     return Store(handle, {0, u""}) && ShiftLines(handle, target) && Rewrite(handle, {target, text});
 }
@@ -115,13 +117,14 @@ void DropEnding(Text& name) {
     name.erase(name.size() - DatabaseEnding.size());
 }
 
-/// A device's memory holds databases alone and its cards text files alone; on a device without one the ending tells.
+/// A device's memory holds only databases, and its cards only text files. On a device without such a memory the ending
+/// decides.
 bool Takes(const FileHandle& handle) {
     const platform::DeviceTraits& traits = platform::Traits();
     return traits.Memory.empty() ? AsksForDatabase(handle.name) : traits.IsMemory(handle.path);
 }
 
-/// A database goes by its name without an ending: "drivers.txt" is "drivers", and so is "drivers".
+/// A database is known by its name without an ending: "drivers.txt" becomes "drivers", and "drivers" stays.
 void Name(FileHandle& handle) {
     if (AsksForDatabase(handle.name) || handle.name.find(u'.') != Text::npos)
         DropEnding(handle.name);
@@ -155,11 +158,11 @@ void Close(FileHandle& handle) {
 bool Append(FileHandle& handle, const Text& text) {
     const DatabaseId id = StateOf(handle);
     handle.recordNumber = CountOf(handle) + 1;
-    if (handle.recordNumber == 1) // the first line makes the table
+    if (handle.recordNumber == 1) // the table is declared with the first line
         Must(u"write to", handle, Databases().DeclareTable(id, u"TEXT", u"LineNumber long, LineData String"));
     const bool stored =
         May(u"add a line to", handle, Databases().AddRecord(id)) && Store(handle, {handle.recordNumber, text});
-    if (!stored && handle.slot != 0) // of a rewrite the caller hears that it has failed
+    if (!stored && handle.slot != 0) // for the scratch file, the caller of the rewrite reports it
         Device().saveWatcher.NotSaved(handle.name, platform::ErrorText(handle.error));
     return stored;
 }
@@ -245,7 +248,7 @@ platform::FileStamp NoStamp(const FileHandle&) {
     return {};
 }
 
-/// Any number of programs may work on a database.
+/// Any number of programs may change a database.
 bool NoneHasChanged(const FileHandle&) {
     return false;
 }
@@ -272,7 +275,7 @@ bool List(const Text& folder, const Text& fileType, const Text& creator) {
     if (memory.empty())
         return false;
     if (folder.empty())
-        return true; // it names nothing on a device with a memory
+        return true; // an empty folder names nothing on a device with a memory
     const bool isMemory = modStringTools::SameIgnoringCase(folder, memory);
     if (isMemory)
         ListDatabases(fileType, creator);

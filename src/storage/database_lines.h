@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Lines in a line database, each one a record of its number and its text.
+// Lines in a line database. Each line is a record of its number and its text.
 #pragma once
 
 #include "src/storage/line_back_end.h"
@@ -8,7 +8,7 @@ namespace modFileSystem {
 
 extern const LineBackEnd DatabaseLines;
 
-/// Whether a name ends in ".pdb", in any case.
+/// True if a name ends in ".pdb", in any case.
 bool AsksForDatabase(const Text& name);
 
 } // namespace modFileSystem

@@ -6,7 +6,7 @@
 namespace modFileSystem {
 
 void FailOnFile(const char16_t* what, const FileHandle& handle, platform::ErrorNumber error) {
-    // What a person has lost is in the file that the scratch file was for.
+    // For the scratch file the message names the file being rewritten: the lost data belongs to it.
     const Text name = handle.slot == 0 ? Slots.RewrittenFile : FullNameOf(handle);
     platform::RuntimeFailure(Text(u"Can't ") + what + u" " + name + u": " + platform::ErrorText(error));
 }

@@ -20,21 +20,21 @@ constexpr std::int32_t HeaderLine = 1;
 constexpr std::int32_t FirstRowLine = 2;
 constexpr std::int32_t AnyRow = -1;
 
-/// Characters of a line that are looked through for bars at one go: as many as a number has bits.
+/// Characters of a line that are searched for bars in one step: the number of bits of a word.
 constexpr std::size_t LookedThroughAtOnce = 64;
 
-/// Which of four characters are bars, in the lowest four bits.
+/// Returns which of four characters are bars, in the lowest four bits.
 std::uint64_t BarsAmongFour(const char16_t* characters) {
-    constexpr std::uint64_t Each = 0x0001000100010001U; // a one for each of the four
+    constexpr std::uint64_t Each = 0x0001000100010001U; // a 1 for each of the four
     constexpr std::uint64_t LowBits = 0x7FFF * Each;
     const auto place = [characters](unsigned i) { return std::uint64_t{characters[i]} << 16U * i; };
-    const std::uint64_t others = (place(0) | place(1) | place(2) | place(3)) ^ Bar * Each; // 0 where a bar is
+    const std::uint64_t others = (place(0) | place(1) | place(2) | place(3)) ^ Bar * Each; // 0 for a bar
     const std::uint64_t bars = ~(((others & LowBits) + LowBits) | others | LowBits) >> 15U;
     return (bars * 0x0001000200040008U) >> 48U & 0xFU;
 }
 
-/// Which characters are bars: the first one's bit is the lowest. It takes no branch at a bar, for a row is full of them
-/// at places that no processor can foretell.
+/// Returns which characters are bars; the lowest bit is for the first character. There is no branch at a bar: a row has
+/// many, at places that branch prediction can't learn.
 std::uint64_t FindBars(TextView characters) {
     const std::size_t count = std::min(characters.size(), LookedThroughAtOnce);
     std::uint64_t bars = 0;
@@ -46,8 +46,8 @@ std::uint64_t FindBars(TextView characters) {
     return bars;
 }
 
-/// The fields of a line: an empty line is one empty field, and behind a bar at the end stands an empty one. The list
-/// takes them over what it held, so that a walk over a table finds room for each field already there.
+/// Splits a line into fields. An empty line is one empty field, and a bar at the end is followed by an empty field. The
+/// texts in the list are reused, so that a walk over a table allocates little.
 void Split(TextView line, std::vector<Text>& fields) {
     std::size_t count = 0;
     const auto add = [&fields, &count](TextView field) {
@@ -104,14 +104,15 @@ void LoadRow() {
     Table.RecordDirty = false;
 }
 
-/// What is done where another program keeps the table locked for longer than is waited.
+/// What a move does when another program's lock on the table outlasts the wait.
 enum class Held { Stops, LeavesTheRow };
 
 Held WhenHeld() {
     return Table.RowMayStay ? Held::LeavesTheRow : Held::Stops;
 }
 
-/// Whether a row can be loaded. A walk over a table that left a row out would take it for missing.
+/// True if a row can be loaded. With Held::Stops a lock stops the program: a walk over a table that skipped a row would
+/// treat it as missing.
 bool CanRead(const FileReading& reading, Held held) {
     Table.RowIsHeld = reading.Held();
     const FileHandle& file = Table.TableFile;
@@ -129,7 +130,7 @@ void MoveTo(std::int32_t line, Held held) {
     const StorageStep step;
     const FileReading reading(Table.TableFile);
     if (!CanRead(reading, held)) {
-        Table.TableFile.nextLine = Table.TableRowIndex + FirstRowLine; // behind the row that stays
+        Table.TableFile.nextLine = Table.TableRowIndex + FirstRowLine; // after the row that stays
         return;
     }
     ClearRow();
@@ -141,14 +142,14 @@ bool WriteTableRow(FileHandle& handle, std::int32_t line) {
     return ChangeFileLine(handle, line, Join(Table.TableValues));
 }
 
-/// The last change of the table has failed. The form goes on without a word.
+/// Reports that the last change of the table has failed. The form itself shows no message.
 void TellNotSaved(const Text& more = {}) {
     const FileHandle& file = Table.TableFile;
     if (file.valid)
         Device().saveWatcher.NotSaved(file.name, platform::ErrorText(file.error) + more);
 }
 
-/// Begins from what another program has put under the table's name. False where there is nothing to begin from.
+/// Opens the file that another program has put under the table's name. False if there is none or its columns differ.
 bool TakeUpFile() {
     FileHandle found;
     OpenFile(found, Table.TableFile.path + Table.TableFile.name, u"r", Table.TableFile.fileType,
@@ -164,13 +165,13 @@ bool TakeUpFile() {
     return Table.TableColumns == columns;
 }
 
-/// Whether a line of the table's file is the one that was loaded last.
+/// True if this line of the table's file is the one that was loaded last.
 bool HoldsLoadedLine(std::int32_t line) {
     return SeekFileLine(Table.TableFile, line) == line && ReadFileLine(Table.TableFile, line) == Table.RowLine;
 }
 
-/// Whether the table may be changed: its file is what it was or, after another program has changed it, it is a table of
-/// the same columns. With a row, that one must be in its place as well: what is on the screen was made from it.
+/// True if the table may be changed: its file is unchanged or, after a change by another program, has the same columns.
+/// With a row number, that row must also be at its place, because the screen shows it.
 bool MayBeChanged(std::int32_t row) {
     if (!AnotherHasChanged(Table.TableFile))
         return true;
@@ -185,7 +186,7 @@ Text BlankRow() {
     return Text(columns > 0 ? columns - 1 : 0, Bar);
 }
 
-/// The field of a column in the loaded row; nothing where there is no such column or no row is loaded.
+/// Returns the field of a column in the loaded row; null if there is no such column or no row is loaded.
 Text* FieldOf(const Text& column) {
     if (Table.TableValues.empty())
         return nullptr;
@@ -213,7 +214,7 @@ void OpenTable(const Text& fullName, Text& mode, const Text& fileType, const Tex
         mode = u"a";
     OpenFile(Table.TableFile, fullName, mode, fileType, creator);
     if (Table.TableFile.valid && mode == u"r") {
-        // The mode decides only what becomes of a missing file: every open table can be written to.
+        // The mode only decides whether a missing file is created: every open table can be written to.
         CloseFile(Table.TableFile);
         OpenFile(Table.TableFile, fullName, u"a", fileType, creator);
     }
@@ -282,7 +283,7 @@ void NextRow() {
         return;
     const FileReading reading(Table.TableFile);
     if (CanRead(reading, WhenHeld()))
-        LoadRow(); // it leaves no old value, so that none has to be cleared
+        LoadRow(); // it replaces all values, so none has to be cleared
 }
 
 void PreviousRow() {
@@ -301,7 +302,7 @@ bool FindRow(const Text& selection) {
         return false;
     const Text column = selection.substr(0, equals);
     Text wanted = selection.substr(equals + 1);
-    if (!wanted.empty() && wanted.front() == u'"') // what stands last goes too, a quote or not
+    if (!wanted.empty() && wanted.front() == u'"') // the last character goes too, a quote or not
         wanted = wanted.size() < 2 ? Text() : wanted.substr(1, wanted.size() - 2);
     const std::int32_t count = TableRowCount();
     FirstRow();
@@ -332,7 +333,7 @@ void SetField(const Text& column, const Text& value) {
 
 namespace {
 
-/// Another program's work stays as it is, and what a person has typed or measured is not lost for that.
+/// Another program's table is not overwritten, and the row that was typed or measured is kept in a scratch file.
 void TellRowIsKept() {
     const Text name = KeepLine(Table.TableFile, Join(Table.TableValues));
     TellNotSaved(name.empty() ? Text() : u"; the row is kept in " + name);
@@ -348,8 +349,8 @@ void SaveRow() {
         TellRowIsKept();
     else if (!saved)
         TellNotSaved();
-    MoveTo(Table.TableRowIndex + 1, Held::LeavesTheRow); // a rewrite has moved the file's position
-    Table.RecordDirty = !saved && Table.RowIsHeld;       // the row in memory is still the one to be saved
+    MoveTo(Table.TableRowIndex + 1, Held::LeavesTheRow); // a rewrite has moved the position in the file
+    Table.RecordDirty = !saved && Table.RowIsHeld;       // the row in memory has still to be saved
 }
 
 bool AddRow(std::int32_t row) {
@@ -367,7 +368,7 @@ bool AddRow(std::int32_t row) {
         return false;
     }
     Table.TableRowTotal = atEnd;
-    MoveTo((row != AnyRow ? row : atEnd) + 1, Held::Stops); // what is set next is meant for the new row
+    MoveTo((row != AnyRow ? row : atEnd) + 1, Held::Stops); // the caller sets the fields of the new row next
     return true;
 }
 
@@ -381,7 +382,7 @@ void DeleteRow() {
         --Table.TableRowTotal;
     else
         TellNotSaved();
-    // A row that is gone must not stay in memory: it would be saved over the one that has its number now.
+    // A deleted row must not stay in memory: it would be saved over the row that has its number now.
     const std::int32_t next = row > Table.TableRowTotal ? TableRowCount() : row;
     MoveTo(next + 1, deleted ? Held::Stops : Held::LeavesTheRow);
 }

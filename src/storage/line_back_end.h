@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// What can hold numbered lines: one row of routines a kind of storage. A new kind is a file with its row, and its place
-// in LineBackEnds.
+// The kinds of storage for numbered lines, one row of routines for each. A new kind is a source file with its row, and
+// an entry in LineBackEnds.
 #pragma once
 
 #include "src/storage/file_slots.h"
@@ -9,22 +9,22 @@
 
 namespace modFileSystem {
 
-/// Where nothing else is said the handle is open, and a routine that fails says why in its `error`.
+/// Unless a routine says otherwise, the handle is open, and a routine that fails sets the handle's `error`.
 struct LineBackEnd {
-    bool IsDatabase; ///< each line is a record: FileHandle::isDatabase
+    bool IsDatabase; ///< each line is a record; copied to FileHandle::isDatabase
 
-    /// Whether a file of this folder and name is held here. The handle has its path and name, and nothing else.
+    /// True if this kind holds files of the handle's path and name. Nothing else of the handle is set.
     bool (*Takes)(const FileHandle& handle);
-    /// The name by which the file is known here.
+    /// Changes the handle's name to the one by which this kind of storage knows the file.
     void (*Name)(FileHandle& handle);
-    /// Opens or makes the file in the handle's slot, by its mode.
+    /// Opens or creates the file in the handle's slot, by its mode.
     bool (*Open)(FileHandle& handle);
     void (*Close)(FileHandle& handle);
-    /// Lets go of all open files of this kind, whatever comes of what was not saved.
+    /// Releases all open files of this kind. What was not saved may be lost.
     void (*DropAll)();
 
     bool (*Append)(FileHandle& handle, const Text& text);
-    /// Moves to a line, from 1. Returns the line reached, or 0 where there is no such line.
+    /// Moves to a line, counted from 1. Returns the line reached, or 0 if there is no such line.
     std::int32_t (*Seek)(FileHandle& handle, std::int32_t line);
     /// Reads a line that Seek has just reached, into an empty text.
     void (*Read)(FileHandle& handle, std::int32_t line, Text& text);
@@ -34,22 +34,21 @@ struct LineBackEnd {
     bool (*Insert)(FileHandle& handle, std::int32_t line, std::int32_t position, const Text& text);
     bool (*Delete)(FileHandle& handle, std::int32_t line);
 
-    /// Keeps other writers away until EndReading. Returns InUse where another program has kept the file for too long.
+    /// Locks out other writers until EndReading. Returns InUse if another program has held its lock for too long.
     platform::ErrorNumber (*BeginReading)(FileHandle& handle);
     void (*EndReading)(const FileHandle& handle);
 
     platform::FileStamp (*Stamp)(const FileHandle& handle);
     bool (*AnotherHasChanged)(const FileHandle& handle);
 
-    /// Deletes the file that the handle was open on, which is closed by now.
+    /// Deletes the file that the handle was open on. The file is closed by now.
     platform::ErrorNumber (*Remove)(const FileHandle& handle);
-    /// True if the files of the folder are held here: their full names are added to Storage.FileList, and what could
-    /// not be read is told.
+    /// True if this kind holds the files of the folder. Their full names are added to Storage.FileList, and what could
+    /// not be read is reported to Onlooker.
     bool (*List)(const Text& folder, const Text& fileType, const Text& creator);
 };
 
-/// The first that takes a file holds it, and the last one takes any. Defined in line_back_ends.cpp, which knows them
-/// all.
+/// The first row whose Takes is true holds a file. The last row takes any file. Defined in line_back_ends.cpp.
 extern const std::array<const LineBackEnd*, 2> LineBackEnds;
 
 } // namespace modFileSystem

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The one file that knows every kind of storage.
+// The list of all kinds of storage. No other file names them all.
 #include "src/storage/database_lines.h"
 #include "src/storage/line_back_end.h"
 #include "src/storage/text_lines.h"

@@ -35,8 +35,9 @@ void ChooseBackEnd(FileHandle& handle) {
     }
 }
 
-/// The handle of a file that could not be opened says why. The form goes on without one that it has not been able to
-/// make, and what is meant for it goes nowhere; whoever opens one that is kept from us says so.
+/// Leaves only the reason in the handle of a file that could not be opened. A file that could not be created is
+/// reported here, because the form goes on without it and its lines are lost. A file that exists and can't be read is
+/// reported by the caller.
 void GiveUp(FileHandle& handle) {
     const FileHandle failed = handle;
     ResetFileHandle(handle);
@@ -47,7 +48,7 @@ void GiveUp(FileHandle& handle) {
         Device().saveWatcher.NotSaved(failed.name, platform::ErrorText(failed.error));
 }
 
-/// Whether a line may be asked for: a file that is not open has none.
+/// True if the file is open. A file that is not open has no lines.
 bool HasLines(FileHandle& handle) {
     if (!handle.valid)
         handle.error = platform::RowNotFound;

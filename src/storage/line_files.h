@@ -1,38 +1,41 @@
 // SPDX-License-Identifier: MIT
-// A sequence of numbered text lines, the first one being line 1, over a text file or a line database.
+// Files of numbered text lines, kept in a text file or in a line database. The first line is line 1.
 #pragma once
 
 #include "src/storage/file_slots.h"
 
 namespace modFileSystem {
 
-/// Closes what is open and forgets all that was known of it, as at program start.
+/// Closes all open files and resets the slots to their state at program start.
 void ResetSlots();
 
-/// Opens a file by its full name. Mode "r" opens what is there, "w" makes it anew, "a" opens it at its end and makes it
-/// when it is missing. One that should be made and can't be is told. `valid` tells whether it worked, `error` and
-/// `kept` why not; with all five slots in use the handle stays as it was. Type and creator are four-character codes;
-/// both "temp" means the scratch file.
+/// Opens a file by its full name. Mode "r" opens an existing file, "w" creates the file and drops any old content, "a"
+/// opens it at its end and creates it if it is missing. On success `valid` is true. On failure it is false, and `error`
+/// and `kept` say why; if the file should have been created, SaveWatcher is called. If all five slots are in use, the
+/// handle stays as it was. Type and creator are four-character codes; "temp" for both means the scratch file.
 void OpenFile(FileHandle& handle, const Text& fullName, const Text& mode, const Text& fileType, const Text& creator);
 void CloseFile(FileHandle& handle);
 void ResetFileHandle(FileHandle& handle);
 
-/// Appends a line. The number of characters written: 0 on failure, and for an empty text although it was written.
+/// Appends a line. Returns the number of characters written: 0 on failure, and 0 for an empty text although its line
+/// was written.
 std::int32_t WriteFileLine(FileHandle& handle, const Text& text);
 
-/// Moves to a line. The line reached, or 0 where there is no such line.
+/// Moves to a line. Returns the line reached, or 0 if there is no such line.
 std::int32_t SeekFileLine(FileHandle& handle, std::int32_t line);
 
-/// Reads a line; -1 means the next one, and becomes the number of the line read. Empty on failure.
+/// Reads a line. A `line` of -1 means the next line, and is set to the number of that line. Returns an empty text on
+/// failure.
 Text ReadFileLine(FileHandle& handle, std::int32_t& line);
-/// The same into a text, which may have room for it already.
+/// The same into a text, whose capacity is reused.
 void ReadFileLine(FileHandle& handle, std::int32_t& line, Text& text);
 
-/// For as long as it lives nobody else writes to a line database, and reads of it are not kept from us. Of a text file
-/// it does nothing. The handle stays open meanwhile.
+/// A lock for reading, held while the object exists: no other program can write to the line database, or block a read
+/// of it. Does nothing for a text file. The handle must stay open meanwhile.
 class FileReading {
 public:
-    /// What another program has locked is waited for, and is then held: `error` of the handle says so.
+    /// Waits for another program's lock. If the wait is over and the lock remains, Held() is true and the handle's
+    /// `error` is InUse.
     explicit FileReading(FileHandle& handle);
     FileReading(const FileReading&) = delete;
     FileReading& operator=(const FileReading&) = delete;
@@ -45,8 +48,9 @@ private:
     bool IsHeld_ = false;
 };
 
-// Each of the three says in `error` why it gave false. A text file stays as it is where its name leads to another
-// folder than when it was opened, or where another program has changed the file while it was written anew.
+// ChangeFileLine, DeleteFileLine and InsertFileLine set `error` when they return false. A text file is not changed if
+// its name leads to another folder than when it was opened, or if another program has changed the file during the
+// rewrite.
 bool ChangeFileLine(FileHandle& handle, std::int32_t line, const Text& text);
 bool DeleteFileLine(FileHandle& handle, std::int32_t line);
 
@@ -58,20 +62,20 @@ bool InsertFileLine(FileHandle& handle, std::int32_t line, std::int32_t position
 
 std::int32_t FileLineCount(FileHandle& handle);
 
-/// Of an open text file; a line database has none.
+/// The stamp of an open text file. That of a line database is all zeros.
 platform::FileStamp FileStampOf(const FileHandle& handle);
 
-/// Whether another program has put another file under the name since the file was opened, has written into it or has
-/// deleted it. Never true of a line database, which any number of programs may work on.
+/// True if, since the file was opened, another program has put another file under its name, has written into it or has
+/// deleted it. Never true for a line database, which any number of programs may change.
 bool AnotherHasChanged(FileHandle& handle);
 
-/// Deletes a file that need not be open, under the naming rules of OpenFile.
+/// Deletes a file, which need not be open. The name is read as OpenFile reads it.
 bool DeleteFile(const Text& fullName);
-/// The same, and why it could not be deleted.
+/// The same, but returns the error.
 platform::ErrorNumber RemoveFile(const Text& fullName);
 
-/// Fills Storage.FileList with the files of a folder or, on a Palm OS device's memory, with the databases of that type
-/// and creator (an empty type means "TEXT", an empty creator any).
+/// Fills Storage.FileList with the files of a folder or, for the memory of a Palm OS device, with the databases of that
+/// type and creator (an empty type means "TEXT", an empty creator any).
 void ListFiles(const Text& folder, const Text& fileType, const Text& creator);
 
 } // namespace modFileSystem

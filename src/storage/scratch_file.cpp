@@ -40,7 +40,7 @@ void OpenTempFile(const FileHandle& rewritten) {
         name = ScratchName(folder);
         OpenFile(scratch, name, u"r", ScratchCode, ScratchCode);
     } while (scratch.valid); // the name is taken
-    if (!scratch.kept)       // else nobody knows whether the name is free
+    if (!scratch.kept)       // otherwise it is unknown whether the name is free
         OpenFile(scratch, name, u"w", ScratchCode, ScratchCode);
 }
 

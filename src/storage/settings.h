@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The settings of the application and the names of its standing files.
+// The settings of the application and the names of its two permanent files.
 #pragma once
 
 #include "src/text/text.h"
@@ -15,9 +15,9 @@ inline FilePaths Paths;
 
 void SetFilePaths();
 
-/// A setting of the application, in the section "Settings"; `byDefault` where it was never stored.
+/// Returns a setting of the application, from the section "Settings"; `byDefault` if it was never stored.
 Text GetSetting(const Text& key, const Text& byDefault);
-void SaveSetting(const Text& key, const Text& value); ///< a store that can't be written is not reported
+void SaveSetting(const Text& key, const Text& value); ///< a failure to store it is not reported
 
 /// The type and creator of all data files.
 inline const Text DataType = u"TEXT";

@@ -31,26 +31,26 @@ bool OpenStream(FileHandle& handle, StreamMode mode) {
     return opened;
 }
 
-/// Moves to the marked line; false when another writer has changed the file since.
+/// Moves to the marked line. False if there is no mark, or if the file has been changed since.
 bool StandsAtMark(TextStream& stream, const LineMark& mark) {
     return mark.Line > 1 && stream.Seek(mark.Offset, Origin::Start) == platform::NoError &&
            stream.Revision() == mark.Revision;
 }
 
-/// Counts the lines from the head of the file on.
+/// Counts all lines of the file.
 platform::ErrorNumber CountLines(TextStream& stream, std::int64_t& count) {
     const auto error = stream.Seek(0, Origin::Start);
     return error != platform::NoError ? error : stream.SkipLines(std::numeric_limits<std::int32_t>::max() - 1, count);
 }
 
-/// The stream has passed all lines and stands behind the last one.
+/// Sets the handle and the mark to the line after the last one. REQUIRES: the stream has skipped all lines.
 void StandBehindLast(FileHandle& handle, std::int64_t count) {
     const TextStream& stream = *StreamOf(handle);
     handle.nextLine = static_cast<std::int32_t>(count) + 1;
     MarkOf(handle) = {handle.nextLine, stream.Position(), stream.Revision()};
 }
 
-/// Only what is not there is made: a file that can't be opened for any other reason would lose its lines to that.
+/// Creates only a file that is missing: one that can't be opened for another reason would lose its lines.
 bool OpenOrMakeStream(FileHandle& handle) {
     return OpenStream(handle, StreamMode::Existing) || (!handle.kept && OpenStream(handle, StreamMode::Create));
 }
@@ -67,7 +67,7 @@ bool OpenForAppending(FileHandle& handle) {
     }
     if (handle.error == platform::NoError)
         return true;
-    StreamOf(handle).reset(); // what is written next would land in the middle of the file
+    StreamOf(handle).reset(); // the next line would be written into the middle of the file
     handle.kept = true;
     return false;
 }
@@ -117,7 +117,7 @@ bool WriteTextLine(FileHandle& handle, const Text& text) {
     const auto error = StreamOf(handle)->WriteLine(text);
     if (error != platform::NoError)
         FailOnFile(u"write", handle, error);
-    MarkOf(handle) = {}; // a last line without a line end may just have got one
+    MarkOf(handle) = {}; // a last line without a line end may have got one by this write
     ++handle.nextLine;
     return true;
 }
@@ -132,7 +132,7 @@ std::int32_t SeekTextLine(FileHandle& handle, std::int32_t line) {
     }
     if (mark.Line < line)
         mark = {mark.Line + SkipTextLines(handle, line - mark.Line), stream.Position(), stream.Revision()};
-    // At the end there is no line, also where the mark has come as far as the line that was asked for.
+    // There is no line at the end of the file, even if the mark has the number that was asked for.
     handle.nextLine = mark.Offset == stream.Size() ? 0 : mark.Line;
     return handle.nextLine;
 }
@@ -142,14 +142,14 @@ void ReadTextLine(FileHandle& handle, std::int32_t line, Text& text) {
     if (const auto error = stream.ReadLine(text); error != platform::NoError)
         FailOnFile(u"read", handle, error);
     handle.nextLine = line + 1;
-    LineMark& mark = MarkOf(handle); // the seek before has put it on this line
+    LineMark& mark = MarkOf(handle); // the seek before this call has set it to this line
     mark.Line = line + 1;
     mark.Offset = stream.Position();
 }
 
 std::int32_t TextLineCount(FileHandle& handle) {
     std::int64_t count = 0;
-    // A count that a failing disk has cut short would let a rewrite drop all lines behind it.
+    // A count cut short by a disk failure would let a rewrite drop all following lines.
     if (const auto error = CountLines(*StreamOf(handle), count); error != platform::NoError)
         FailOnFile(u"read", handle, error);
     StandBehindLast(handle, count);

@@ -14,7 +14,7 @@ namespace {
 
 constexpr std::int32_t SecondLook = 1000; // milliseconds
 
-/// An empty line names no column: an editor leaves one where all else was deleted.
+/// An empty line is no header: an editor leaves one when everything else was deleted.
 bool HasHeader() {
     const auto& columns = Table.TableColumns;
     return TableRowCount() > 0 || (TableRowCount() == 0 && !(columns.size() == 1 && columns.front().empty()));

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// What a table lacks before it can be used. What is then made of it is the caller's to say: a list of drivers without
-// rows is empty, an inf table without rows is none.
+// What a table lacks before it can be used. What that means is decided by the caller: a list of drivers without rows is
+// empty, an inf table without rows is no inf table.
 #pragma once
 
 #include "src/text/text.h"
@@ -9,20 +9,20 @@ namespace modFileSystem {
 
 enum class TableLack {
     Nothing,
-    Rows,   ///< it has a header alone
-    Header, ///< the file is there, without a line or with an empty one
-    File,   ///< there is none
+    Rows,   ///< it has only a header
+    Header, ///< the file exists, and has no line or only an empty one
+    File,   ///< there is no file
 };
 
-/// What the table that was opened last lacks.
+/// Returns what the table that was opened last lacks.
 TableLack LackOfTable();
 
-/// Opens a table that is there, of the type of all data files, and says what it lacks. One without a header is looked
-/// at a second time after a second: another program may be just writing it. A table that lacks its header or file is
-/// not left open.
+/// Opens an existing table of the type of all data files and returns what it lacks. If it has no header, it is opened
+/// again after one second, because another program may be writing it. A table without its header or file is not left
+/// open.
 TableLack LookAtTable(const Text& fullName);
 
-/// Makes a table of this header in the place of one that lacks it.
+/// Creates a table with this header, in place of one that lacks it.
 void MakeTable(const Text& fullName, const Text& header);
 
 } // namespace modFileSystem

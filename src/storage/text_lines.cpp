@@ -19,7 +19,7 @@ const Text TextEnding = u".txt";
 /// What an operation on a line does to it.
 enum class Edit { Change, Remove, PutBefore, PutBehind, Refused };
 
-/// Whether the file that is written anew may still be replaced: it is the one that was read.
+/// True if the file being rewritten may be replaced: it is still the one that was read.
 bool MayBeReplaced(FileHandle& handle, std::int64_t revision) {
     handle.error = StreamOf(handle)->CheckName();
     if (handle.error == platform::NoError && StreamOf(handle)->Revision() != revision)
@@ -27,8 +27,8 @@ bool MayBeReplaced(FileHandle& handle, std::int64_t revision) {
     return handle.error == platform::NoError;
 }
 
-/// Puts the scratch file in the place of the other one, which is open for appending afterwards whatever its mode was,
-/// and may stand in another slot. False where another file or folder has come under its name meanwhile.
+/// Replaces the file with the scratch file. On success the file is open for appending, whatever its mode was, and may
+/// be in another slot. Returns false if the file was changed, or if its name leads to another file or folder now.
 bool ReplaceWithTempFile(FileHandle& handle, std::int64_t revision) {
     FileHandle& scratch = Slots.TempFile;
     const FileHandle made = scratch;
@@ -39,12 +39,12 @@ bool ReplaceWithTempFile(FileHandle& handle, std::int64_t revision) {
     }
     const FileHandle old = handle;
     CloseFile(handle);
-    // Whatever fails, what was written is in the scratch file or in the other one: nothing is lost.
+    // If the move fails, the text is in the scratch file or in the replaced file: nothing is lost.
     const auto error = Device().fileSystem.MoveFile(FullNameOf(made), FullNameOf(old));
     if (error != platform::NoError)
         FailOnFile(u"write", old, error);
     OpenFile(handle, FullNameOf(old), u"a", old.fileType, old.creator);
-    if (!handle.valid) // nobody looks: what follows would be dropped without a word
+    if (!handle.valid) // callers don't check: later lines would be dropped silently
         FailOnFile(u"open", old, handle.error);
     SeekFileLine(handle, old.nextLine);
     return true;
@@ -62,7 +62,7 @@ std::int32_t CountAfter(Edit edit, std::int32_t count) {
     }
 }
 
-/// Copies lines as they are, in blocks: most of a file has nothing to do with the edit.
+/// Copies lines unchanged, in blocks: most lines of a file are not touched by the edit.
 void CopyBlocks(const FileHandle& handle, std::int32_t count) {
     std::int64_t taken = 0;
     for (std::int64_t left = count; left > 0; left -= taken) {
@@ -70,30 +70,30 @@ void CopyBlocks(const FileHandle& handle, std::int32_t count) {
         if (const auto error = StreamOf(handle)->ReadLines(left, lines, taken); error != platform::NoError)
             FailOnFile(u"read", handle, error);
         if (taken == 0)
-            return; // somebody else has made the file shorter: the count of what was written will tell
+            return; // another program has made the file shorter; Rewrite counts the written lines
         if (const auto error = StreamOf(Slots.TempFile)->WriteLines(lines); error != platform::NoError)
             FailOnFile(u"write", Slots.TempFile, error);
     }
 }
 
-/// Copies so many lines from `first` on to the scratch file.
+/// Copies `count` lines to the scratch file, beginning with line `first`.
 void CopyLines(FileHandle& handle, std::int32_t first, std::int32_t count) {
     if (Slots.TempFile.backEnd == &TextLines) {
         CopyBlocks(handle, count);
         return;
     }
-    // The data folder is a device's memory, where all files are databases, and this one is on a card.
+    // The data folder is in a memory where all files are databases, and the text file is on a card.
     for (std::int32_t line = first; line < first + count; ++line)
         WriteFileLine(Slots.TempFile, ReadFileLine(handle, line));
 }
 
-/// The edited line, and what the edit puts in its place or beside it.
+/// Writes the edited line, and the line that the edit adds before or after it.
 void CopyEdited(FileHandle& handle, std::int32_t line, Edit edit, const Text& text) {
     if (edit == Edit::PutBefore)
         WriteFileLine(Slots.TempFile, text);
     if (edit == Edit::Change || edit == Edit::Remove)
         SkipTextLines(handle, 1);
-    else if (edit == Edit::PutBefore && line == 1) // a byte-order mark in front of it must not get into the middle
+    else if (edit == Edit::PutBefore && line == 1) // a byte-order mark before it must not get into the middle
         WriteFileLine(Slots.TempFile, ReadFileLine(handle, line));
     else
         CopyLines(handle, line, 1);
@@ -101,9 +101,9 @@ void CopyEdited(FileHandle& handle, std::int32_t line, Edit edit, const Text& te
         WriteFileLine(Slots.TempFile, text);
 }
 
-/// Writes the whole file anew through the scratch file. False where the file is empty or is not to be found under its
-/// name any more, and where the scratch file can't be made or does not hold the lines that it should; the file is
-/// untouched then.
+/// Rewrites the whole file through the scratch file. On failure returns false and the file is unchanged: it is empty,
+/// its name no longer leads to it, the scratch file can't be created, or the scratch file has another number of lines
+/// than it should.
 bool Rewrite(FileHandle& handle, std::int32_t line, Edit edit, const Text& text) {
     const std::int32_t count = FileLineCount(handle);
     const std::int64_t revision = StreamOf(handle)->Revision();
@@ -111,7 +111,7 @@ bool Rewrite(FileHandle& handle, std::int32_t line, Edit edit, const Text& text)
         handle.error = platform::RowNotFound;
         return false;
     }
-    if (!MayBeReplaced(handle, revision)) // no scratch file is made, nor a folder for it
+    if (!MayBeReplaced(handle, revision)) // before a scratch file, or a folder for it, is created
         return false;
     OpenTempFile(handle);
     handle.error = Slots.TempFile.error;
@@ -123,7 +123,7 @@ bool Rewrite(FileHandle& handle, std::int32_t line, Edit edit, const Text& text)
     handle.nextLine = count + 1;
     if (edit != Edit::Refused && FileLineCount(Slots.TempFile) == CountAfter(edit, count))
         return ReplaceWithTempFile(handle, revision);
-    CloseFile(Slots.TempFile); // it stays on disk, for whoever wants to know
+    CloseFile(Slots.TempFile); // it stays on disk, so that its text can be looked at
     handle.error = platform::FileChanged;
     return false;
 }
@@ -158,7 +158,7 @@ bool TakesAll(const FileHandle&) {
     return true;
 }
 
-/// What would ask for a database elsewhere is a text on a card.
+/// A ".pdb" name, which means a database elsewhere, is a text file on a card.
 void Name(FileHandle& handle) {
     if (AsksForDatabase(handle.name))
         handle.name.replace(handle.name.size() - TextEnding.size(), TextEnding.size(), TextEnding);

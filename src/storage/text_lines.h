@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Lines in a text file. Each change of one writes the whole file anew through the scratch file.
+// Lines in a text file. Each change of a line rewrites the whole file through the scratch file.
 #pragma once
 
 #include "src/storage/line_back_end.h"

@@ -18,7 +18,7 @@ const Text Section = u"Settings";
 const Text VolumeKey = u"StorageVolume";
 constexpr std::int32_t SmallestVolumeKB = 11;
 
-/// The figure is absolute: a byte count that wrapped negative on a very large volume is usable all the same.
+/// Returns the absolute figure: a byte count that wrapped negative on a very large volume is still usable.
 std::int32_t Kilobytes(std::int32_t bytes) {
     return static_cast<std::int32_t>(std::nearbyint(std::abs(static_cast<double>(bytes) / 1024.0)));
 }
@@ -45,7 +45,7 @@ Text ChosenVolume(const Text& application) {
     auto& settings = Device().settings;
     const Text stored = settings.Get(application, Section, VolumeKey, u"");
     const Text wanted = stored.empty() ? Storage.BestVolume : stored;
-    // A stored volume that has gone keeps its place in the settings, and is used again when it comes back.
+    // A stored volume that was removed stays in the settings, and is used again when it comes back.
     const Text chosen = IsUsable(wanted) ? wanted : Storage.BestVolume;
     if (stored.empty())
         settings.Save(application, Section, VolumeKey, chosen);
@@ -64,7 +64,8 @@ Text PathOn(const Text& volume, const Text& application) {
     return volume + FolderOfDevice(volume) + application + u"\\";
 }
 
-/// Without any volume no file opens, each of which is told by itself.
+/// Reports that the volume's root replaces the data folder. Without any volume nothing is reported here: each file that
+/// can't be opened is reported by itself.
 void TellReplaced(const Text& path, const Text& volume, platform::ErrorNumber why) {
     if (volume.empty())
         return;
@@ -79,7 +80,7 @@ void EnumVolumes(bool force) {
     if (!force && !Storage.VolumeList.empty())
         return;
     Storage.VolumeList.clear();
-    Storage.BestVolume.clear(); // a volume that has gone is no choice any more
+    Storage.BestVolume.clear(); // it may have been removed
     Storage.BestVolumeKB = 0;
     const Text onlyVolume(platform::Traits().OnlyVolume);
     if (!onlyVolume.empty()) {
@@ -110,7 +111,7 @@ platform::ErrorNumber FindDataPath(const Text& appName, Text& path) {
     const auto error = Device().fileSystem.OpenFolder(path, true, folder);
     if (error == platform::NoError)
         return error;
-    // Whether it is there decides: what can't be made is answered by the device's own way out.
+    // The volume's root replaces a folder that is missing and can't be created, but not one that exists.
     const auto opened = Device().fileSystem.OpenFolder(path, false, folder);
     if (!platform::IsMissing(opened))
         return opened;
