@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Characters of a text: one 16-bit unit each, but two, a high half and a low one, for those beyond 0xFFFF.
+// Characters of a text: one 16-bit unit each; two units, a high half and a low half, for characters above 0xFFFF.
 #pragma once
 
 #include <string>
@@ -15,7 +15,7 @@ constexpr bool IsLowHalf(char32_t unit) {
     return unit >= 0xDC00 && unit <= 0xDFFF;
 }
 
-/// Whether two units that follow each other are one character.
+/// True if two adjacent units are one character.
 constexpr bool AreOneCharacter(char16_t first, char16_t second) {
     return IsHighHalf(first) && IsLowHalf(second);
 }
@@ -25,14 +25,15 @@ struct Character {
     std::size_t Length = 1; ///< in units
 };
 
-/// The first character of a text that is not empty. A half without the other one is a character by itself.
+/// Returns the first character of a text, which must not be empty. A half without the other half is a character by
+/// itself.
 constexpr Character FirstCharacter(std::u16string_view text) {
     if (text.size() > 1 && AreOneCharacter(text[0], text[1]))
         return {0x10000U + ((text[0] - 0xD800U) << 10U) + (text[1] - 0xDC00U), 2};
     return {text[0], 1};
 }
 
-/// Puts a character behind a text.
+/// Appends a character to a text.
 inline void AppendCharacter(std::u16string& text, char32_t code) {
     if (code < 0x10000) {
         text += static_cast<char16_t>(code);

@@ -1,15 +1,15 @@
 // SPDX-License-Identifier: MIT
-// Numbers with zeros in front of them, as dates, times and file names have them.
+// Numbers with leading zeros, for dates, times and file names.
 #pragma once
 
 #include "src/text/text.h"
 
 namespace modStringTools {
 
-/// Puts zeros in front of a text until it is `width` characters long. A longer one stays as it is.
+/// Returns the text with leading zeros, at least `width` characters long. A longer text is not changed.
 Text WithZeros(const Text& text, std::int32_t width);
 
-/// A day, a month, an hour: "07", "12".
+/// Returns a number with two digits at least, such as a day, a month or an hour: "07", "12".
 Text TwoDigits(std::int32_t number);
 
 } // namespace modStringTools

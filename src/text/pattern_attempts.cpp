@@ -4,25 +4,25 @@
 #include <algorithm>
 #include <functional>
 
-// A search whose pattern begins with no `+` has one outcome for each place, and goes on behind each refusal: it finds
-// something from a place when the first outcome from there on that is no refusal holds.
+// A search whose pattern does not begin with a `+` has one outcome for each place, and goes on after each refusal: it
+// succeeds from a place if the first outcome from there on that is not a refusal holds.
 //
-// A `+` at the front (13) makes an attempt depend on the element that was read last, the one that refused the attempt
-// before. That one makes a difference only where it matches the character at hand and the `+` may go on there. Places
-// with such a refusal in front of them are looked at one by one, and all others are still dealt with by the word.
+// With a `+` at the start (13) an attempt depends on the element that was read last, the one that refused the attempt
+// before. That element makes a difference only where it matches the current character and the `+` may go on there.
+// Places with such a refusal before them are computed one by one; all others are still computed by the word.
 //
-// As long as rests have no anchors of their own, there is nothing more to find out about such a place: once the `+` has
-// gone on, the search finds something. For the `+` goes on as far as the search behind it finds something from the next
-// place. The attempt that begins where it stops doesn't run out of text, or that search would have found nothing there;
-// and if it is refused, then the one after it begins where again something is found. So it goes on until one holds, as
-// there is nothing to be found at the text's end. For the same reason each `+` in front finds at least what the next
-// one finds, goes on at least as far, and leaves nothing to it.
+// If rests have no anchors of their own, no more needs to be computed for such a place: once the `+` has gone on, the
+// search succeeds. Proof: the `+` goes on as far as the search for its rest succeeds from the next place. The attempt
+// that begins where it stops does not run out of text, or that search would have failed there; if it is refused, the
+// next attempt also begins at a place from which the search succeeds. This continues until one holds, because no search
+// succeeds at the end of the text. For the same reason each `+` at the start finds at least what the next one finds,
+// goes on at least as far, and leaves nothing to it.
 
 namespace modStringTools {
 
 namespace {
 
-/// The `+` signs at the front of a pattern or of a rest, and the element behind them.
+/// The row of `+` signs, first to last, at the start of a pattern or of a rest.
 struct Front {
     std::size_t From = 0;
     std::size_t To = 0;
@@ -37,8 +37,8 @@ Outcome OutcomeAt(const PatternReading& reading, std::size_t left) {
     return static_cast<Outcome>(outcome);
 }
 
-/// The place at which an attempt from `left` on, with `readLast` to be repeated, comes to the element behind the front.
-/// It has begun a match if that is another place.
+/// Returns the place at which an attempt from `left` on, with `readLast` to be repeated, reaches the element after the
+/// front. If it is another place than `left`, a match has begun.
 std::size_t BehindFront(const PatternReading& reading, const Front& front, Element readLast, std::size_t left) {
     const PlaceBits* matching = reading.MatchingOf(readLast);
     if (readLast == NoElement || !Has(matching, left))
@@ -51,23 +51,24 @@ std::size_t BehindFront(const PatternReading& reading, const Front& front, Eleme
     return left;
 }
 
-/// What is known of a search with `+` signs at its front, on the way from the text's end to its beginning.
+/// The known results of a search with `+` signs at its start, computed from the end of the text to its beginning.
 struct FrontSearch {
     const PatternReading& Reading;
     Front Signs;
-    std::vector<PlaceBits> Found; ///< places from which it finds something, nothing having been read before
-    // For each place and each class of elements, all single characters being one of them, which no place has two of:
-    std::vector<std::uint8_t> Known; ///< whether it has been asked what is found with this one read last
-    std::vector<std::uint8_t> Finds; ///< and the answer
-    std::vector<std::uint8_t> Trail; ///< the class that is being asked for
+    std::vector<PlaceBits> Found; ///< places from which it succeeds if no element was read before
+    // For each place and each class of elements. All single characters are one class: only one of them matches at a
+    // place.
+    std::vector<std::uint8_t> Known; ///< the result is known for an element of this class read last
+    std::vector<std::uint8_t> Finds; ///< that result
+    std::vector<std::uint8_t> Trail; ///< the class being computed
 };
 
 std::uint8_t ClassBit(Element element) {
     return static_cast<std::uint8_t>(1U << static_cast<unsigned>(std::min(element, FirstSingle) - AnyCharacter));
 }
 
-/// Whether the search finds something from `left` on, `readLast` having refused the attempt before. Each attempt on the
-/// way there is known from then on, so that no search makes more than a few for each place.
+/// True if the search succeeds from `left` on after `readLast` refused the attempt before. The results of all attempts
+/// on the way are kept, so that a search makes only a few attempts for each place.
 bool FindsAfter(FrontSearch& search, std::size_t left, Element readLast) {
     std::size_t at = left;
     bool finds = false;
@@ -98,7 +99,8 @@ bool FindsAfter(FrontSearch& search, std::size_t left, Element readLast) {
     return finds;
 }
 
-/// Where the search has to be asked about one by one: an attempt was begun and refused, and a `+` may go on behind.
+/// Returns the places that are computed one by one: an attempt has begun there and was refused, and a `+` may go on
+/// after it.
 std::vector<PlaceBits> PlacesToAsk(const PatternReading& reading, const Front& signs) {
     std::vector<PlaceBits> asked(reading.Words, 0);
     for (std::size_t number = signs.From; number <= signs.To; ++number)
@@ -134,7 +136,7 @@ void SearchBehindFront(FrontSearch& search) {
     }
 }
 
-/// With a `+` at the front of what stands behind the one at `number`, and no anchors anywhere in it.
+/// Fills the set of the `+` at `number`, whose rest begins with a `+` and has no anchors.
 void MakeFreeRest(const PatternReading& reading, std::size_t number, std::size_t to, PlaceBits* rest) {
     const PlaceBits* inner = reading.RestIn(reading.Rests, number + 1);
     const PlaceBits* begun = reading.MatchingOf(reading.At(to + 1));
@@ -156,7 +158,7 @@ void MakeFreeRest(const PatternReading& reading, std::size_t number, std::size_t
     }
 }
 
-/// With a `+` at the front of what stands behind the one at `number`, and an anchor at its end.
+/// Fills the set of the `+` at `number`, whose rest begins with a `+` and has an anchor at its end.
 void MakeTiedRest(PatternReading& reading, std::size_t number, std::size_t to, PlaceBits* rest) {
     const std::size_t places = reading.Words * PlacesOfWord;
     FrontSearch search{reading,
@@ -171,20 +173,20 @@ void MakeTiedRest(PatternReading& reading, std::size_t number, std::size_t to, P
         *rest++ = MovedForward(found, below);
 }
 
-/// Where an attempt begins, and where it comes to the element behind the `+` signs at the pattern's front.
+/// The place where an attempt begins, and where it reaches the element after the `+` signs at the start of the pattern.
 struct Attempt {
-    std::size_t Left = 0; ///< 0 where there is none
+    std::size_t Left = 0; ///< 0 for no attempt
     std::size_t Behind = 0;
 };
 
-/// The first attempt from `left` on that isn't refused.
+/// Returns the first attempt from `left` on that is not refused.
 Attempt FirstNotRefused(const PatternReading& reading, std::size_t left) {
     const PlaceBits* refused = reading.OutcomeDigit(1);
     left = FirstOutside(left, [refused](std::size_t word) { return ~refused[word]; });
     return {left, left};
 }
 
-/// The same for a pattern with a `+` at its front.
+/// The same for a pattern that begins with a `+`.
 Attempt FirstNotRefusedBehindFront(const PatternReading& reading, std::size_t left) {
     const Front front{reading.FrontFrom, reading.FrontTo};
     const PlaceBits* begun = reading.MatchingOf(reading.At(reading.InFront + 1));
@@ -193,7 +195,7 @@ Attempt FirstNotRefusedBehindFront(const PatternReading& reading, std::size_t le
         const std::size_t behind = BehindFront(reading, front, readLast, left);
         readLast = NoElement;
         if (behind == left && !Has(begun, left))
-            continue; // as no match was begun, no `+` is gone back to
+            continue; // no match has begun, so no element was read last
         const Outcome outcome = OutcomeAt(reading, behind);
         if (!IsRefusal(outcome))
             return {left, behind};
@@ -202,7 +204,8 @@ Attempt FirstNotRefusedBehindFront(const PatternReading& reading, std::size_t le
     return {};
 }
 
-/// A match that is known to come to element `number` at `left`: its last place, told by the characters left behind it.
+/// Returns the end of a match that is known to reach element `number` at `left`: the number of characters left after
+/// it.
 std::size_t LeftBehindMatch(const PatternReading& reading, std::size_t number, std::size_t left) {
     Element readLast = NoElement;
     for (; number <= reading.Count && left > 0; ++number) {
@@ -224,12 +227,13 @@ std::size_t LeftBehindMatch(const PatternReading& reading, std::size_t number, s
 void MakeRest(PatternReading& reading, std::size_t number, std::size_t to) {
     PlaceBits* rest = reading.RestIn(reading.Making, number);
     if (to == reading.Count) {
-        std::fill_n(rest, reading.Words, 0); // nothing but `+` signs behind it: never found
+        std::fill_n(rest, reading.Words, 0); // only `+` signs follow it: never found
         return;
     }
     if (number < to) {
         const auto used = [&reading](std::size_t each) { return reading.RestIn(reading.Rests, each); };
-        // A `+` that goes on where the next one goes on makes no difference: where it stops, the next one has to.
+        // A `+` that goes on exactly where the next one goes on makes no difference: where it stops, the next one stops
+        // too.
         if (number + 1 < to && std::equal(used(number + 1), used(number + 1) + reading.Words, used(number + 2)))
             std::copy_n(reading.RestIn(reading.Making, number + 1), reading.Words, rest);
         else if (reading.RestsAreFree())

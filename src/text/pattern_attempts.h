@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: MIT
-// Attempts to match that follow each other until one holds, out of what a reading has found for each place. Places are
-// told by the characters left, as in place_sets.h.
+// Searches: attempts to match, one after the other until one holds, computed from the results of a reading for each
+// place. Places are numbered by the characters left, as in place_sets.h.
 #pragma once
 
 #include "src/text/pattern_state.h"
 
 namespace modStringTools {
 
-/// Puts down for the `+` at `number`, out of the row of them that ends at `to`, where a match of what stands behind it
-/// begins further on. The outcomes are those of the element behind the row.
+/// Fills the set of the `+` at `number`, in a row of `+` signs that ends at `to`, with the places after which a match
+/// of the pattern's rest begins. REQUIRES: the reading's outcomes are those of the element after the row.
 void MakeRest(PatternReading& reading, std::size_t number, std::size_t to);
 
 } // namespace modStringTools

@@ -9,8 +9,8 @@ char16_t Folded(const Vocabulary& vocabulary, char16_t character) {
     return vocabulary.CaseSensitive ? character : LowerChar(character);
 }
 
-// One number serves for both kinds of comparison, the exact one of an escaped character and the one in any case: what
-// is escaped has no cases, and no other character lower-cases to it.
+// An escaped character is compared exactly and a plain one may be compared in any case, yet both use the same number:
+// the characters that can be escaped have no cases, and no other character lower-cases to one of them.
 Element SingleElement(Vocabulary& vocabulary, char16_t character) {
     const char16_t folded = Folded(vocabulary, character);
     Element& element = folded < FirstBeyondAscii ? vocabulary.Ascii[folded] : vocabulary.Others[folded];

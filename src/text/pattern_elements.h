@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The elements that a pattern is made of. Nothing but the matcher's own files and the tests need this.
+// The elements of a pattern. For the files of the matcher and the tests only.
 #pragma once
 
 #include "src/text/text.h"
@@ -9,8 +9,8 @@
 
 namespace modStringTools {
 
-/// An element of a pattern, by a number that equal elements have in common. A `+` is none, and stands between them as
-/// -1 for the first one of its pattern, -2 for the second, and so on.
+/// An element of a pattern, as a number; equal elements have the same number. A `+` is not an element: among the
+/// elements it is -1 for the first `+` of its pattern, -2 for the second, and so on.
 using Element = std::int32_t;
 
 constexpr Element NoElement = 0;
@@ -22,27 +22,28 @@ constexpr Element WordCharacter = 5;
 constexpr Element NoWordCharacter = 6;
 constexpr Element Digit = 7;
 constexpr Element NoDigit = 8;
-constexpr Element FirstSingle = 9; ///< this one and all above stand for a single character
+constexpr Element FirstSingle = 9; ///< this number and all above it are single characters
 
 inline bool IsRepeat(Element element) {
     return element < 0;
 }
 
-/// The elements that have been met with. No character is matched by two of those that stand for a single one.
+/// The elements read so far. No character is matched by two different elements that are single characters.
 struct Vocabulary {
     bool CaseSensitive = false;
-    std::array<bool, FirstSingle> Classes{};        ///< which of those below FirstSingle
-    Element Next = FirstSingle;                     ///< the number of the next new one
+    std::array<bool, FirstSingle> Classes{};        ///< which elements below FirstSingle occur
+    Element Next = FirstSingle;                     ///< the number of the next new element
     std::array<Element, 0x80> Ascii{};              ///< by the text's character; NoElement for most
-    std::unordered_map<char16_t, Element> Others{}; ///< beyond ASCII, by the lower-cased one where case doesn't count
+    std::unordered_map<char16_t, Element> Others{}; ///< beyond ASCII; by the lower-cased character if case is ignored
 };
 
-/// Reads a pattern without anchors into `elements`, which has room for one a character, and gives their number.
+/// Reads a pattern without anchors into `elements`. Returns their number. REQUIRES: `elements` can hold one element for
+/// each character of the pattern.
 std::size_t ReadElements(TextView pattern, Vocabulary& vocabulary, Element* elements);
 
 Element SingleBeyondAscii(const Vocabulary& vocabulary, char16_t character);
 
-/// The element for a single character that matches this one; NoElement for none.
+/// Returns the element for a single character that matches this one, or NoElement.
 inline Element SingleFor(const Vocabulary& vocabulary, char16_t character) {
     return character < vocabulary.Ascii.size() ? vocabulary.Ascii[character] : SingleBeyondAscii(vocabulary, character);
 }

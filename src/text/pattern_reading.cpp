@@ -8,43 +8,46 @@
 // The dialect. A pattern is a sequence of elements, each of which matches one character:
 //
 //  1. `.`            any character, carriage return and line feed included
-//  2. `\s`  `\S`     a blank or a tab; anything else. Carriage return and line feed are no white space here
-//  3. `\w`  `\W`     a to z, A to Z, 0 to 9 or `_`; anything else, "ä" among it
+//  2. `\s`  `\S`     a blank or a tab; anything else. Carriage return and line feed are not white space here
+//  3. `\w`  `\W`     a to z, A to Z, 0 to 9 or `_`; anything else, also "ä"
 //  4. `\d`  `\D`     0 to 9; anything else
-//  5. `\\` `\+` `\$` `\^` `\.` `\/`   the second character, exactly, whatever the case flag says
-//  6. `\` and any other character     nothing: "\q" refuses "q", and "\|" refuses "|"
+//  5. `\\` `\+` `\$` `\^` `\.` `\/`   the second character, exactly, with either case flag
+//  6. `\` and any other character     no character: "\q" refuses "q", and "\|" refuses "|"
 //  7. `\` as the last character       a backslash
-//  8. any other single character      itself; without the case flag in any case. "[", "(", "|", "*", "?" are such
+//  8. any other single character      itself; without the case flag in any case. "[", "(", "|", "*", "?" too
 //
 // and around the elements:
 //
-//  9. `^` as the first and `$` as the last character of the pattern tie the match to the text's two ends, and elsewhere
-//     match nothing: "ab$" takes the second "ab" of "abab", "a$b" refuses "ab". The `$` is one whatever stands in front
-//     of it: "a\$" refuses "a$" and accepts "a\".
-// 10. `+` behind an element repeats it, once or more. It goes on as long as the element matches and the rest of the
-//     pattern, behind the `+`, can still be found somewhere behind the character at hand; the first character for which
-//     that isn't so is the rest's. ".+X" takes "aXbX" of "aXbXc". "aX+b" refuses "aXXc".
-// 11. When the text ends while the pattern stands on a `+`, the match holds, although nothing behind the `+` was
-//     compared: "=.+|" takes "=1" of "A=1", and yet refuses "A=12". Quoted values that lack their closing quote, and
-//     the replacement of the last variable of a list, are built on that.
-// 12. The rest of 10 is a pattern of its own, with its own anchors: a `^` in front of it is one, and never holds, since
-//     a rest is searched for behind the text's beginning; a `$` behind it is one when the pattern ends in "$$".
-// 13. `+` at the very front, of the pattern or of a rest, repeats what was read last. At first that is nothing, and the
-//     `+` is stepped over: "+b" takes "b" of "abc". After an attempt that failed it is the element that refused:
-//     "+abb" takes "babb" of "ababb".
+//  9. `^` as the first and `$` as the last character of the pattern anchor the match to the ends of the text; elsewhere
+//     they match nothing: "ab$" matches the second "ab" of "abab", "a$b" refuses "ab". A last `$` is an anchor whatever
+//     is before it: "a\$" refuses "a$" and accepts "a\".
+// 10. `+` after an element repeats it, once or more. It goes on as long as the element matches and the rest of the
+//     pattern, after the `+`, can still be found somewhere after the current character; the first character for which
+//     this fails belongs to the rest. ".+X" matches "aXbX" of "aXbXc". "aX+b" refuses "aXXc".
+// 11. If the text ends while the pattern is at a `+`, the match holds, although nothing after the `+` was compared:
+//     "=.+|" matches "=1" of "A=1", and yet refuses "A=12". Quoted values without their closing quote, and the
+//     replacement of the last variable of a list, depend on this.
+// 12. The rest of 10 is a pattern of its own, with its own anchors: a `^` at its start is one, and never holds, because
+//     a rest is searched for after the start of the text; a `$` at its end is one if the pattern ends in "$$".
+// 13. `+` at the start, of the pattern or of a rest, repeats the element that was read last. At first there is none,
+// and
+//     the `+` is skipped: "+b" matches "b" of "abc". After an attempt that failed it is the element that refused:
+//     "+abb" matches "babb" of "ababb".
 //
-// An attempt that fails is begun again one character further on. Doing all that forwards takes time that doubles with
-// each `+`. Backwards it doesn't: what becomes of an attempt that has come to some element at some place depends on
-// nothing but these two, so that the outcomes for one element, at all places, follow from those for the next one. And
-// they follow for 64 places at a time, an outcome being a few binary digits and each digit a set of places:
+// After an attempt fails, the next one begins one character later. Evaluated forwards, this takes time that doubles
+// with each `+`. Evaluated backwards it does not: the outcome of an attempt that has reached an element at a place
+// depends only on these two, so that the outcomes for one element, at all places, follow from those for the next
+// element. They are computed for 64 places at a time: an outcome is a few binary digits, and each digit is a set of
+// places:
 //
-//   an element   where it matches, the outcome is the next element's at the place behind; elsewhere it is a refusal
-//   a `+`        where it goes on, the outcome is its own at the place behind; elsewhere it is the next element's
-//   a rest       is found where an attempt for it holds, and where one is refused and the rest is found from behind
+//   an element   where it matches, the outcome is the next element's at the place after; elsewhere it is a refusal
+//   a `+`        where it goes on, the outcome is its own at the place after; elsewhere it is the next element's
+//   a rest       is found where an attempt for it holds, and where one is refused and the rest is found from the next
+//                place
 //
-// The last two hand something on over any number of places, which is what Spread is for. The digits tell whether the
-// match holds and whether it is refused; which element refuses takes further ones, and only rule 13 wants to know.
-// Where a match ends is found out for the one that is asked for, by walking through it.
+// The last two pass a result on over any number of places, which Spread does. The first two digits say whether the
+// match holds and whether it is refused; which element refuses takes further digits, and only rule 13 needs them. The
+// end of a match is computed only for the match that is returned, by walking through it.
 
 namespace modStringTools {
 
@@ -66,7 +69,7 @@ void FillSet(TextView text, PlaceBits* places, Belongs belongs) {
     places[word] = bits;
 }
 
-/// Leaves the places in the text that a set has not, and none outside.
+/// Replaces a set by its complement within the text.
 void Complement(PlaceBits* places, std::size_t length) {
     const std::size_t words = WordsFor(length);
     for (std::size_t word = 0; word < words; ++word)
@@ -121,7 +124,7 @@ void SetBehindTheEnd(PatternReading& reading, Outcome outcome) {
     }
 }
 
-/// Behind the pattern's last element.
+/// Sets the outcomes after the pattern's last element.
 void ReadEnd(PatternReading& reading, bool toTheEnd) {
     std::size_t readLast = reading.Count;
     while (readLast > 0 && IsRepeat(reading.At(readLast)))
@@ -143,7 +146,7 @@ void ReadElement(PatternReading& reading, Element element) {
     SetBehindTheEnd(reading, RanOut);
 }
 
-/// The `+` at `number` over `element`.
+/// Reads the `+` at `number`, which repeats `element`.
 void ReadRepeat(PatternReading& reading, std::size_t number, Element element) {
     const PlaceBits* matching = reading.MatchingOf(element);
     const PlaceBits* rest = number == reading.Count ? matching : reading.RestIn(reading.Rests, number);
@@ -162,7 +165,7 @@ void ReadRepeat(PatternReading& reading, std::size_t number, Element element) {
     }
 }
 
-/// The `+` signs `from` to `to`, which stand side by side. Those at the pattern's front are left to FirstMatch.
+/// Reads the adjacent `+` signs `from` to `to`. Those at the start of the pattern are left to FirstMatch.
 void ReadRepeats(PatternReading& reading, std::size_t from, std::size_t to) {
     if (reading.Making != nullptr)
         for (std::size_t number = to; number >= from; --number)
@@ -191,7 +194,8 @@ void TakePattern(PatternReading& reading, TextView pattern) {
     reading.Count = ReadElements(pattern, reading.Elements, reading.Pattern);
 }
 
-/// The characters in front of the first one at which a match may begin; the text's length for none.
+/// Returns the number of characters before the first one at which a match may begin; the text's length if there is
+/// none.
 std::size_t HopelessLength(const PatternReading& reading, TextView text, std::size_t from, bool onlyThere) {
     Element* const end = reading.Pattern + reading.Count;
     const Element first = *reading.Pattern;
@@ -206,8 +210,8 @@ std::size_t HopelessLength(const PatternReading& reading, TextView text, std::si
     return text.size();
 }
 
-/// A pattern with so many of the `$` signs that it ends in. Behind the first two, which may be an escaped one and an
-/// element that matches nothing, no attempt comes any further.
+/// Returns a pattern with `count` of the `$` signs at its end, but with two at most: the first two may be an escaped
+/// `$` and an element that matches nothing, and no attempt gets past these.
 TextView WithDollars(TextView pattern, std::size_t count) {
     const std::size_t body = pattern.find_last_not_of(u'$') + 1;
     return pattern.substr(0, std::min(body + std::min<std::size_t>(count, 2), pattern.size()));
@@ -230,9 +234,9 @@ void TakeRoom(PatternReading& reading, bool twoSetsOfRests) {
     reading.Making = reading.Rests + (twoSetsOfRests ? repeats * reading.Words : 0);
 }
 
-/// Reads a pattern that is tied to the text's end. Its rests are tied to it by a further `$` alone (12), so that it is
-/// read as often as it has ends: without any `$`, with one, and so on up to all. With more than two, each reading does
-/// the same to what the one before has left, until it leaves just that.
+/// Reads a pattern that is anchored to the end of the text. A rest is anchored only by a further `$` (12), so the
+/// pattern is read once for each number of `$` signs: with none, with one, and so on up to all. From two on, every
+/// reading applies the same step to the result of the one before; reading ends when the result no longer changes.
 void ReadWithRests(PatternReading& reading, TextView pattern) {
     const auto size = reading.Making - reading.Rests;
     PlaceBits* const forTheNext = reading.Making;
@@ -243,7 +247,7 @@ void ReadWithRests(PatternReading& reading, TextView pattern) {
     const std::size_t dollars = pattern.size() - WithDollars(pattern, 0).size();
     for (std::size_t count = 0; count <= dollars; ++count) {
         if (count == dollars)
-            reading.Making = nullptr; // nobody asks for them any more
+            reading.Making = nullptr; // no later reading needs them
         TakePattern(reading, WithDollars(pattern, count));
         ReadAll(reading, true);
         if (count == dollars || (count >= 2 && std::equal(reading.Rests, reading.Rests + size, reading.Making)))
@@ -275,7 +279,7 @@ void ReadPattern(PatternReading& reading, TextView text, std::int32_t from, Text
     reading.Searched = text.substr(reading.Offset);
     const bool restsHaveEnds = toTheEnd && std::any_of(reading.Pattern, reading.Pattern + reading.Count - 1, IsRepeat);
     if (restsHaveEnds)
-        for (std::size_t dollars = 0; dollars <= 2; ++dollars) // a `\` in front of them makes them different elements
+        for (std::size_t dollars = 0; dollars <= 2; ++dollars) // a `\` before them makes them different elements
             TakePattern(reading, WithDollars(pattern, dollars));
     TakeRoom(reading, restsHaveEnds);
     FillMatchingSets(reading);

@@ -9,14 +9,14 @@ namespace modStringTools {
 
 namespace {
 
-/// A pattern without its anchors, and the text that it is looked for in.
+/// A pattern without its anchors, and the text to search.
 struct Search {
     TextView Searched;
     TextView Body;
     bool StartAnchored = false;
     bool EndAnchored = false;
     bool CaseSensitive = false;
-    bool Plain = false; ///< nothing in it is special: it is looked for as it stands
+    bool Plain = false; ///< the pattern has no special character: plain text
 };
 
 struct Found {
@@ -29,7 +29,7 @@ bool StandsAt(const Search& search, std::size_t at) {
     return search.CaseSensitive ? there == search.Body : SameIgnoringCase(there, search.Body);
 }
 
-/// The next place from `at` on (both from 0) whose character is the plain body's first one.
+/// Returns the next offset from `at` on (both count from 0) whose character is the first one of the plain body.
 std::size_t NextCandidate(const Search& search, std::size_t at) {
     const char16_t wanted = search.Body.front();
     if (search.CaseSensitive || !HasCases(wanted))
@@ -81,7 +81,8 @@ void Read(PatternReading& reading, const Search& search, std::int32_t from) {
     ReadPattern(reading, search.Searched, from, search.Body, search.StartAnchored, search.EndAnchored);
 }
 
-/// The next match from position `from`, which lies inside the text. An anchor at the start ties it to `from` itself.
+/// Returns the next match from position `from`, which is inside the text. With an anchor at the start the match must
+/// begin at `from`.
 Found FindRead(const PatternReading& reading, const Search& search, std::int32_t from) {
     Found found;
     found.First = FirstMatch(reading, from, found.Last);
@@ -98,13 +99,13 @@ std::int32_t Length(TextView text) {
     return static_cast<std::int32_t>(text.size());
 }
 
-// The next match is looked for behind the replacement, in what is left of the text: it makes no difference there what
-// stands in front. Only an anchor at the start sees it, which holds as long as nothing does: "^a" replaced by nothing
-// takes all of "aaa".
+// The next match is searched for after the replacement, in the rest of the old text. What is before does not matter,
+// except to an anchor at the start, which holds while the result so far is empty: "^a" replaced by an empty text
+// removes all of "aaa".
 template <typename Find>
 void Replace(Text& text, const Search& search, TextView replacement, bool global, Find find) {
     Text replaced;
-    std::int32_t taken = 0; // characters of the old text that are dealt with
+    std::int32_t taken = 0; // characters of the old text handled so far
     do {
         const Found found = find(taken + 1);
         if (found.Last == 0)

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Sets of places in a text, 64 of them a word. A place is told by the number of characters that are left from there to
-// the text's end, itself among them: 1 for the last one, 0 for behind the end.
+// Sets of places in a text, 64 places a word. A place is numbered by the characters left from there to the end of the
+// text, its own character included: 1 for the last character, 0 for the place after the end.
 #pragma once
 
 #include <bit>
@@ -25,17 +25,17 @@ inline bool Has(const PlaceBits* places, std::size_t left) {
     return (places[left / PlacesOfWord] & BitOf(left)) != 0;
 }
 
-/// The word with each place moved to the one in front of it. `below` is the highest bit of the word below, shifted down
-/// to the lowest, and becomes that of this one.
+/// Returns the word with each place replaced by the one before it. `below` is the highest bit of the word below as bit
+/// 0, and is set to the highest bit of this word.
 inline PlaceBits MovedForward(PlaceBits places, PlaceBits& below) {
     const PlaceBits moved = places << 1U | below;
     below = places >> (PlacesOfWord - 1);
     return moved;
 }
 
-/// Each place in `through` takes over whether the place behind it is in the set, however that came by it; any other
-/// place keeps to `own`. An addition does that for all of a word: in a row of places to go through, a bit that is added
-/// at the row's end makes each bit of the row carry to the next one. `below` is as above.
+/// Returns a set: a place of `through` is in it if the place after it is, and any other place is in it if it is in
+/// `own`. An addition does this for a whole word: a bit added at the low end of a row of 1 bits carries through the
+/// whole row. `below` is as above.
 inline PlaceBits Spread(PlaceBits through, PlaceBits own, PlaceBits& below) {
     const PlaceBits kept = own & ~through;
     const PlaceBits entries = (kept << 1U | below) & through;
@@ -44,8 +44,8 @@ inline PlaceBits Spread(PlaceBits through, PlaceBits own, PlaceBits& below) {
     return spread;
 }
 
-/// The first place from `left` on, towards the text's end, that `outside(word)` has a bit for. The place behind the end
-/// must be one.
+/// Returns the first place from `left` on, towards the end of the text, that has a bit in `outside(word)`. REQUIRES:
+/// the place after the end has one.
 template <typename Outside>
 std::size_t FirstOutside(std::size_t left, Outside outside) {
     std::size_t word = left / PlacesOfWord;

@@ -5,7 +5,7 @@
 
 namespace modStringTools {
 
-/// Bytes with `?` for each control character: what others have named must not drive a terminal.
+/// Returns the bytes with `?` for each control character, so that a name from outside can't control the terminal.
 std::string Printable(std::string bytes);
 
 } // namespace modStringTools

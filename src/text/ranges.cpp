@@ -11,7 +11,7 @@ std::int32_t Length(TextView text) {
     return static_cast<std::int32_t>(text.size());
 }
 
-/// Brings a range into the text. False where there is nothing left of it.
+/// Clamps a range to the text. False if the range is empty then.
 bool Clamp(TextView text, std::int32_t& first, std::int32_t& last) {
     last = std::min(last, Length(text));
     first = std::min(std::max(first, 1), last);
@@ -48,14 +48,14 @@ std::int32_t GetToken(TextView text, TextView delimiter, std::int32_t index, Tex
     token.clear();
     std::size_t end = text.find(delimiter);
     if (delimiter.empty() || end == TextView::npos)
-        return 0; // nothing ends a token: "abc" has none
+        return 0; // no delimiter ends a token: "abc" has no tokens
     std::size_t start = 0;
     std::int32_t count = 0;
     while (start < text.size()) {
         ++count;
         if (count == index)
             token = text.substr(start, end - start);
-        start = end + 1; // whatever the delimiter's length: the rest of a longer one heads the next token
+        start = end + 1; // skips one character: the rest of a longer delimiter begins the next token
         end = std::min(text.find(delimiter, start), text.size());
     }
     return count;

@@ -32,7 +32,7 @@ char16_t Mapped(const CaseRun (&runs)[Count], char16_t character) {
     return static_cast<char16_t>(character + run->Added);
 }
 
-// Bytes that are no UTF-8 become these characters, which valid UTF-8 never gives.
+// Bytes that are not UTF-8 become these characters, which valid UTF-8 never produces.
 constexpr char16_t FirstRawByte = 0xDC80;
 constexpr char16_t LastRawByte = 0xDCFF;
 constexpr char16_t RawByteBase = 0xDC00;
@@ -57,11 +57,11 @@ void AppendUtf8(std::string& bytes, char32_t code) {
 }
 
 struct Sequence {
-    std::size_t Length = 0; ///< bytes; 0 for a byte that begins no valid sequence
+    std::size_t Length = 0; ///< in bytes; 0 if no valid sequence begins here
     char32_t Code = 0;
 };
 
-/// The number of bytes that a lead byte announces, and the smallest code that may be written so.
+/// Returns the number of bytes that a lead byte announces, and the smallest code that may be written with so many.
 Sequence Announced(unsigned char lead) {
     if (lead >= 0xC2 && lead <= 0xDF)
         return {2, 0x80};
@@ -90,8 +90,8 @@ Sequence ReadSequence(std::string_view bytes) {
     return {announced.Length, code};
 }
 
-/// How many ASCII characters stand at the head of a text or of bytes. Nearly everything that is read and written is all
-/// ASCII, so that this looks at eight bytes at a time.
+/// Returns the number of ASCII characters at the start of a text or of bytes. It checks eight bytes at a time, because
+/// nearly everything that is read and written is ASCII.
 template <typename Character>
 std::size_t AsciiLength(std::basic_string_view<Character> text, std::uint64_t beyondAscii) {
     constexpr std::size_t Step = sizeof(std::uint64_t) / sizeof(Character);
@@ -107,7 +107,7 @@ std::size_t AsciiLength(std::basic_string_view<Character> text, std::uint64_t be
     return length;
 }
 
-/// Appends the ASCII characters at the head of `from`, and gives their number.
+/// Appends the ASCII characters at the start of `from`. Returns their number.
 std::size_t AppendAscii(Text& text, std::string_view from) {
     const std::size_t length = AsciiLength(from, 0x8080808080808080U);
     const std::size_t before = text.size();

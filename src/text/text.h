@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The text that everything here is written in, and what the whole system needs of it.
+// The text type of the program and its basic operations.
 #pragma once
 
 #include <cstddef>
@@ -10,49 +10,49 @@
 #include <string_view>
 #include <vector>
 
-/// A sequence of 16-bit characters (UTF-16 code units). Positions in it are 1-based and inclusive wherever a routine
-/// takes or gives one; position 0 means "none".
+/// A sequence of 16-bit characters (UTF-16 code units). Positions in arguments and results are 1-based and inclusive;
+/// position 0 means "none".
 using Text = std::u16string;
 using TextView = std::u16string_view;
 
 namespace modStringTools {
 
-/// One character in lower or upper case by Unicode's simple mapping, one character to one, whatever the locale.
-/// A character without such a mapping, and half of a surrogate pair, comes back as it is.
+/// Returns a character in lower or upper case by Unicode's simple mapping, one character to one, in any locale. A
+/// character without such a mapping, or half of a surrogate pair, is returned unchanged.
 inline char16_t LowerChar(char16_t character);
 char16_t UpperChar(char16_t character);
 
-/// Whether a character may be the same as another one when case doesn't count. Never so for ASCII's digits, punctuation
-/// and controls, which a search can take at their face value.
+/// True if a character may equal another one when case is ignored. False for ASCII digits, punctuation and control
+/// characters, which a search can compare directly. True for every character beyond ASCII.
 bool HasCases(char16_t character);
 
-/// LowerChar and UpperChar for each character of a text. The length never changes.
+/// Applies LowerChar or UpperChar to each character. The length never changes.
 Text LowerCase(TextView text);
 Text UpperCase(TextView text);
 
-/// Whether two texts are the same when both are lower-cased.
+/// True if two texts are equal when both are lower-cased.
 bool SameIgnoringCase(TextView a, TextView b);
 
-/// Where a character stands first in a text, at `from` or behind it; TextView::npos where it doesn't. Both are offsets,
-/// from 0. As fast as the processor can look at bytes, but for a text with characters beyond Latin-1 that have the
-/// wanted one's byte in them: from the first such one on, it is as slow as a loop.
+/// Returns the offset of the first such character at or after the offset `from`, or TextView::npos. Both count from 0.
+/// It searches bytes with memchr. From the first character on that has the wanted low byte and is another one, as
+/// beyond Latin-1, it is as slow as a loop.
 inline std::size_t FindChar(TextView text, char16_t character, std::size_t from = 0);
 
-/// The decimal text of a number, with "-" in front of a negative one.
+/// Returns a number in decimal, with a leading "-" if it is negative.
 Text NumberText(std::int64_t number);
 
-/// The number that a decimal text stands for: blanks around it and one sign are allowed, nothing else is.
-/// Nothing for an empty text, for any other character, and for a value outside 32 bits.
+/// Returns the number of a decimal text. Blanks around it and one sign are allowed. Returns no value for an empty text,
+/// for any other character, and for a value outside 32 bits.
 std::optional<std::int32_t> NumberFromText(TextView text);
 
-/// A text as UTF-8 bytes, and back. Bytes that are no UTF-8 become the characters 0xDC80 to 0xDCFF, one for each byte,
-/// and turn into the same bytes again, so that any bytes survive the way there and back.
+/// Convert a text to UTF-8 bytes, and back. Bytes that are not UTF-8 become the characters 0xDC80 to 0xDCFF, one for
+/// each byte, and are converted back to the same bytes, so that any bytes survive both conversions.
 std::string ToBytes(TextView text);
 Text FromBytes(std::string_view bytes);
-/// Puts what FromBytes gives behind a text, which may have room for it already.
+/// Appends the result of FromBytes to a text, whose capacity is used.
 void AppendBytes(Text& text, std::string_view bytes);
 
-// --- what is too short to be called
+// --- defined here so that they are inlined
 
 inline constexpr char16_t FirstBeyondAscii = 0x80;
 char16_t LowerCharBeyondAscii(char16_t character);
@@ -72,12 +72,12 @@ inline std::size_t FindChar(TextView text, char16_t character, std::size_t from)
         return TextView::npos;
     const std::ptrdiff_t bytes = static_cast<const char*>(hit) - reinterpret_cast<const char*>(first);
     const std::size_t at = from + static_cast<std::size_t>(bytes) / sizeof(char16_t);
-    // The byte may be half of another character. A text with one of these is likely to be full of them.
+    // The byte may be half of another character. A text with one such character probably has many.
     return text[at] == character ? at : text.find(character, at);
 }
 
-/// Puts a blank in the place of each NUL. It is called wherever text comes in: a file with a NUL is "data" for other
-/// tools, and for some of them the line ends there.
+/// Replaces each NUL with a blank. Called wherever text is read: other tools treat a file with a NUL as binary data,
+/// and some end the line there.
 void BlankNuls(Text& text);
 
 } // namespace modStringTools
