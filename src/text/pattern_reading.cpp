@@ -29,9 +29,8 @@
 //     replacement of the last variable of a list, depend on this.
 // 12. The rest of 10 is a pattern of its own, with its own anchors: a `^` at its start is one, and never holds, because
 //     a rest is searched for after the start of the text; a `$` at its end is one if the pattern ends in "$$".
-// 13. `+` at the start, of the pattern or of a rest, repeats the element that was read last. At first there is none,
-// and
-//     the `+` is skipped: "+b" matches "b" of "abc". After an attempt that failed it is the element that refused:
+// 13. `+` at the start, of the pattern or of a rest, repeats the element read last. At first there is none, and the
+//     `+` is skipped: "+b" matches "b" of "abc". After an attempt that failed it is the element that refused:
 //     "+abb" matches "babb" of "ababb".
 //
 // After an attempt fails, the next one begins one character later. Evaluated forwards, this takes time that doubles

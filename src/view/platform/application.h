@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
-// The application as the platform and a person know it.
+// The application's name.
 #pragma once
 
 #include "src/text/text.h"
 
 namespace modQuorin {
 
-/// Names the data folder and the settings, and is the title of every message box. SetFilePaths sets it.
+/// The name of the data folder and of the settings, and the title of every message box. SetFilePaths sets it.
 inline Text ApplicationName;
 
 } // namespace modQuorin

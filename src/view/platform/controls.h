@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The controls of the one form. A back-end owns them; the application only ever calls them, and hears from them through
-// the event handlers of frmQuorin. Sizes and places are pixels, but for the form's own box, which is twips.
+// The controls of the one form. A back-end owns them. The application calls them, and the back-end reports their events
+// through the handlers of frmQuorin. Sizes and places are in pixels, except for the form's own box, which is in twips.
 #pragma once
 
 #include "src/text/text.h"
@@ -15,7 +15,7 @@ struct Box {
     bool operator==(const Box&) const = default;
 };
 
-/// What every control can do. Hiding the control that has the focus takes the focus away from it.
+/// The operations of every control. A control that has the focus loses it when it is hidden.
 class Control {
 public:
     virtual ~Control() = default;
@@ -29,24 +29,24 @@ public:
     virtual bool Enabled() const = 0;
     virtual void SetEnabled(bool enabled) = 0;
 
-    /// Raises the lost-focus event of the control that had the focus, then the got-focus event of this one. A control
-    /// that is hidden or disabled takes no focus, and nothing happens. A control that has it already keeps it without
-    /// an event.
+    /// Raises the lost-focus event of the control that had the focus, then the got-focus event of this one. Does
+    /// nothing for a control that is hidden or disabled. A control that has the focus already keeps it without an
+    /// event.
     virtual void SetFocus() = 0;
 };
 
-/// A control that shows text in a font of its own.
+/// A control with a font of its own.
 class FontControl : public Control {
 public:
     virtual Text FontName() const = 0;
     virtual void SetFontName(const Text& name) = 0;
 
     virtual std::int32_t FontSize() const = 0;
-    /// May leave the size as it was, or round it, where the platform lacks it: read it back.
+    /// If the platform lacks the size, it may round it or leave it as it was: read it back.
     virtual void SetFontSize(std::int32_t size) = 0;
 };
 
-/// The form. Its box is in twips; its client area is in pixels, relative to the form.
+/// The form. Its box is in twips. Its client area is in pixels, relative to the form.
 class Form {
 public:
     virtual ~Form() = default;
@@ -60,16 +60,16 @@ public:
 class TextBox : public FontControl {
 public:
     virtual Text Contents() const = 0;
-    /// Raises the change event, also where the text is the same: what the program sets counts as a change.
+    /// Raises the change event, even if the text is the same: a call by the program counts as a change.
     virtual void SetContents(const Text& text) = 0;
 
     virtual bool MultiLine() const = 0;
     virtual void SetMultiLine(bool multiLine) = 0;
 
-    /// What an input method has composed and still holds becomes part of the text, with the change event.
+    /// Makes the text that an input method is still composing part of the contents, with the change event.
     virtual void Commit() = 0;
 
-    /// Puts the caret behind `position` characters and selects the `length` characters that follow it.
+    /// Puts the caret after `position` characters and selects the `length` characters that follow.
     virtual void Select(std::int32_t position, std::int32_t length) = 0;
 };
 
@@ -95,7 +95,7 @@ struct CalendarDate {
 class DatePicker : public Control {
 public:
     virtual CalendarDate Date() const = 0;
-    virtual void SetDate(const CalendarDate& date) = 0; ///< a date of the calendar; the caller has seen to that
+    virtual void SetDate(const CalendarDate& date) = 0; ///< REQUIRES: a date that exists in the calendar
 };
 
 class ListBox : public Control {
@@ -119,15 +119,15 @@ public:
     virtual void Refresh() = 0;                         ///< paints it at once, before the call returns
 };
 
-/// Nothing moves it or listens to it: it is the measure of the width that a scroll bar takes.
+/// Only used to find the width of a scroll bar. It is not moved and has no handlers.
 class ScrollBar {
 public:
     virtual ~ScrollBar() = default;
     virtual float Width() const = 0;
 };
 
-/// Raises its tick at each end of its interval while it is enabled. Enabling a stopped timer starts a whole interval
-/// anew; enabling a running one changes nothing.
+/// Raises its tick at the end of each interval while it is enabled. Enabling a stopped timer starts a full interval;
+/// enabling a running one changes nothing.
 class Timer {
 public:
     virtual ~Timer() = default;
@@ -136,7 +136,7 @@ public:
     virtual void SetInterval(std::int32_t milliseconds) = 0;
 };
 
-/// A top-level soft menu or one of its items; raises a click event. Setting it never fails where anyone could tell.
+/// A top-level soft menu or one of its items; raises a click event. Its operations report no failure.
 class MenuItem {
 public:
     virtual ~MenuItem() = default;

@@ -12,7 +12,7 @@ namespace {
 constexpr Key PalmKeys[] = {Key::PalmLeft,     Key::PalmRight, Key::PalmApp1,       Key::PalmApp2,     Key::PalmApp3,
                             Key::PalmApp4,     Key::PageUp,    Key::PageDown,       Key::PalmPowerOff, Key::PalmPower,
                             Key::PalmLauncher, Key::PalmFind,  Key::PalmCalculator, Key::PalmApp5,     Key::PalmMenu};
-constexpr Key PalmReleasedKeys[] = {Key::PalmSelect}; // it does no harm
+constexpr Key PalmReleasedKeys[] = {Key::PalmSelect}; // never grabbed; releasing it does no harm
 constexpr Key SmartphoneKeys[] = {Key::SoftKey2};
 
 constexpr DeviceTraits Rows[] = {
@@ -37,7 +37,8 @@ constexpr DeviceTraits Rows[] = {
         .GridTurnsPages = true,
         .Memory = u"Device:\\",
         .DataFolder = u"PALM\\Programs\\",
-        .OnlyPort = u"1919312750", // the four characters r, f, c, n: a port is opened by the code of its profile
+        .OnlyPort =
+            u"1919312750", // the code of the four characters r, f, c, n: a port is opened by the code of its profile
     },
     {
         .Kind = DeviceKind::PocketPc,

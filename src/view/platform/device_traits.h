@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// What the application does by the kind of device it runs on: one row a kind. A new device is a row here and one of
-// what it reports when it is simulated (backends/simulated/device_profiles.h).
+// What the application does differently on each kind of device: one row for each kind. A new device needs a row here,
+// and a row with what it reports when it is simulated (backends/simulated/device_profiles.h).
 #pragma once
 
 #include "src/text/text.h"
@@ -14,7 +14,7 @@ namespace platform {
 enum class DeviceKind : std::int32_t {
     Desktop = 0,
     PalmOs = 1,
-    Other = 2, ///< as is every number that is not in this list
+    Other = 2, ///< also every number that is not in this list
     PocketPc = 3,
     S60Early = 5,
     Uiq = 6,
@@ -26,50 +26,50 @@ constexpr std::int32_t NumberOf(DeviceKind kind) {
     return static_cast<std::int32_t>(kind);
 }
 
-/// Whether the two menus belong to keys of the device, and not to a bar of the form.
+/// When the two menus are opened by keys of the device, and not from a bar of the form.
 enum class SoftKeys { Never, Always, FromVersion5 };
 
-/// A row leaves out what it has in common with a device that nothing is known of.
+/// A row names only what differs from an unknown device; the defaults are those of an unknown device.
 struct DeviceTraits {
     DeviceKind Kind = DeviceKind::Other;
 
     // The form
     bool HasWindow = false;     ///< the form is a window of its own size on a desktop, not the device's screen
-    TextView GridFont = {};     ///< of both grids; empty: the font stays as designed
-    TextView FineGridFont = {}; ///< the same on a screen of high resolution, where all is drawn at twice the size
+    TextView GridFont = {};     ///< of both grids; empty: the designed font stays
+    TextView FineGridFont = {}; ///< the same on a high-resolution screen, where everything is drawn at twice the size
     SoftKeys Menus = SoftKeys::Never;
-    bool BarOverCells = false;    ///< the scroll bar takes no width from the grid's columns
-    bool ListFieldIsText = false; ///< a text box with a list stands in for the combo box
-    bool RepaintEndsHold = true;  ///< a press that waits for the hold menu ends when the grids are painted anew
-    bool WritesInfoFile = false;  ///< QVRN.info, when the preferences are left
+    bool BarOverCells = false;    ///< the scroll bar is drawn over the cells and does not narrow the columns
+    bool ListFieldIsText = false; ///< a text box with a list replaces the combo box
+    bool RepaintEndsHold = true;  ///< a press that waits for the hold menu ends when the grids are repainted
+    bool WritesInfoFile = false;  ///< QVRN.info is written when the preferences are closed
 
     // Keys
     std::span<const Key> GrabbedKeys = {};
-    std::span<const Key> ReleasedKeys = {}; ///< given back at the end though never grabbed
+    std::span<const Key> ReleasedKeys = {}; ///< released at the end although never grabbed
     bool EnterHolds = true;                 ///< Enter held down on a row opens its hold menu, as a press does
-    bool EscapeDeletes = false;             ///< Escape is the key that deletes a character of a field
-    bool EnterReachesForm = false; ///< the control with the focus acts on the characters of Enter and Escape as well
-    bool GridTurnsPages = false;   ///< the grid itself scrolls at a page key; the form only follows
+    bool EscapeDeletes = false;             ///< Escape deletes a character of a field
+    bool EnterReachesForm = false; ///< the control with the focus also acts on the characters of Enter and Escape
+    bool GridTurnsPages = false;   ///< the grid scrolls by itself on a page key; the form only follows
 
     // Storage
-    TextView OnlyVolume = {}; ///< the one volume, which is not looked for; empty: those that the platform lists
-    TextView Memory = {};     ///< the volume that holds line databases alone, all others text files alone; empty: none
+    TextView OnlyVolume = {}; ///< the only volume; empty: the volumes that the platform lists
+    TextView Memory = {}; ///< the volume with only line databases, while all others have only text files; empty: none
     bool IsMemory(TextView volume) const { return !Memory.empty() && volume == Memory; }
-    TextView DataFolder = {};    ///< between the volume and the application's folder
-    TextView DataFolderOnC = {}; ///< the same on drive C:; empty: no other one
+    TextView DataFolder = {};    ///< the path between the volume and the application's folder
+    TextView DataFolderOnC = {}; ///< the same on drive C:; empty: the same path as elsewhere
 
     // The link
-    std::int32_t ComPorts = 0; ///< so many are offered, from Com1 on
-    TextView OnlyPort = {};    ///< what is offered in place of those and of the mailbox server
-    bool NamedPorts = false;   ///< a port that is no Com port is opened by its name
+    std::int32_t ComPorts = 0; ///< number of ports that are offered, from Com1 on
+    TextView OnlyPort = {};    ///< offered in place of those and of the mailbox server
+    bool NamedPorts = false;   ///< a port that is not a Com port is opened by its name
     TextView MailboxFolder = u"c:\\";
-    bool MailboxFolderCanBeSet = false; ///< by the setting RFCOMM_Path
+    bool MailboxFolderCanBeSet = false; ///< with the setting RFCOMM_Path
 };
 
-/// The row of a device type. Returns that of DeviceKind::Other for a number without a row.
+/// Returns the row of a device type, or the row of DeviceKind::Other for a number without a row.
 const DeviceTraits& TraitsOf(std::int32_t deviceType);
 
-/// The row of the device in place.
+/// Returns the row of the installed back-end's device.
 const DeviceTraits& Traits();
 
 } // namespace platform

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The numbers of the keys that the application or a control acts on by itself. A device has others.
+// The numbers of the keys that the application or a control handles. A device has more.
 #pragma once
 
 #include <cstdint>
@@ -7,7 +7,7 @@
 namespace platform {
 
 enum class Key : std::int32_t {
-    SoftKey2 = 2, ///< of Windows Mobile without a touch screen
+    SoftKey2 = 2, ///< on Windows Mobile without a touch screen
     Backspace = 8,
     Tab = 9,
     Enter = 13,
@@ -35,7 +35,7 @@ enum class Key : std::int32_t {
     PalmApp5 = 1280,
 };
 
-/// The number of a key, as events and the back-ends' tables have it.
+/// Returns the number of a key, as used in events and in the back-ends' tables.
 constexpr std::int32_t CodeOf(Key key) {
     return static_cast<std::int32_t>(key);
 }

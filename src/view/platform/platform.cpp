@@ -9,7 +9,7 @@ namespace {
 
 Platform* installed = nullptr;
 
-/// For as long as BeforeFailure runs, which may not come back.
+/// Sets Stop.Failure while BeforeFailure runs, which may not return.
 struct Stopping {
     explicit Stopping(const Text& failure) { Stop.Failure = &failure; }
     ~Stopping() { Stop.Failure = nullptr; }
@@ -35,7 +35,7 @@ void RuntimeFailure(const Text& text) {
         Stop.BeforeFailure();
     }
     Device().runTime.RuntimeFailure(text);
-    std::abort(); // a back-end that comes back has broken its word
+    std::abort(); // the back-end's routine must not return
 }
 
 } // namespace platform

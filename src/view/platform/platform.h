@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The whole list of platform operations, gathered in one record. A back-end fills it before the form is loaded.
+// All platform operations, in one record. A back-end fills it before the form is loaded.
 #pragma once
 
 #include "src/view/platform/canvas.h"
@@ -14,7 +14,7 @@
 
 namespace platform {
 
-/// The number of items of a soft menu; they are numbered from 1.
+/// The number of items of a soft menu. Items are numbered from 1.
 inline constexpr std::int32_t MenuItemCount = 5;
 
 struct Platform {
@@ -33,7 +33,7 @@ struct Platform {
     Timer& tmrMenus;
     MenuItem& mnuButton1;
     MenuItem& mnuButton2;
-    std::array<MenuItem*, MenuItemCount> mnuButtonO1; ///< item i stands at i less 1
+    std::array<MenuItem*, MenuItemCount> mnuButtonO1; ///< item i is at index i - 1
     std::array<MenuItem*, MenuItemCount> mnuButtonO2;
     FormColours colours;
 
@@ -56,22 +56,23 @@ struct Platform {
     Onlooker& onlooker;
 };
 
-/// Puts a back-end in place for all that follows; nothing takes it away. The record stays the caller's.
+/// Installs a back-end for all later calls; it is never removed. The caller keeps the record, which must exist as long
+/// as it is used.
 void Install(Platform* platform);
 
-/// The back-end in place.
+/// Returns the installed back-end. REQUIRES: Install was called.
 Platform& Device();
 
-/// What a failure that stops the program goes through.
+/// What happens when a failure stops the program.
 struct StopState {
-    /// Runs once the program is known to stop, before that is told: what is not on disk yet can be saved. The
-    /// application sets it at its start. Where it fails itself, both messages are told.
+    /// Called before the message of the failure is shown, to save what is not on disk yet. The application sets it at
+    /// its start. If it fails too, the message contains both failures.
     void (*BeforeFailure)() = nullptr;
-    const Text* Failure = nullptr; ///< the one for which BeforeFailure runs; RuntimeFailure writes it
+    const Text* Failure = nullptr; ///< the failure for which BeforeFailure runs, or null; RuntimeFailure writes it
 };
 inline StopState Stop;
 
-/// Stops the program: the run-time's failure of the back-end in place.
+/// Stops the program with this message: calls Stop.BeforeFailure, then the back-end's RunTime::RuntimeFailure.
 [[noreturn]] void RuntimeFailure(const Text& text);
 
 } // namespace platform

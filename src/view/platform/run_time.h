@@ -10,8 +10,8 @@ enum class BoxButtons { Ok, YesNo };
 enum class BoxIcon { None, Question };
 enum class BoxAnswer { Ok, Yes, No };
 
-/// Shows a text and waits for the answer in a nested loop, in which timers, the serial port and the form's events go
-/// on. With Yes and No the default button is No.
+/// Shows a text and waits for the answer in a nested loop, in which events of timers, of the serial port and of the
+/// form are raised. With Yes and No the default button is No.
 class MessageBox {
 public:
     virtual ~MessageBox() = default;
@@ -21,17 +21,15 @@ public:
 class RunTime {
 public:
     virtual ~RunTime() = default;
-    /// Handles what is pending and returns.
+    /// Handles pending events and returns.
     virtual void DoEvents() = 0;
-    /// Sleeps until something is pending, handles it and returns: for a loop that waits.
+    /// Sleeps until an event is pending, handles it and returns. For loops that wait.
     virtual void WaitEvents() = 0;
-    /// Lets time pass on the machine, for what other programs do meanwhile. Nothing of the form is raised; what is on
-    /// the screen goes on being painted.
+    /// Waits, so that other programs can work. No event of the form is raised; the screen is still painted.
     virtual void Pause(std::int32_t milliseconds) = 0;
-    /// The end of the program, at once: no event of the form follows.
+    /// Ends the program at once. No event of the form follows.
     [[noreturn]] virtual void EndProgram() = 0;
-    /// The program can't go on. Shows the message and ends with exit status 1; every file stays as the last completed
-    /// save left it.
+    /// Shows the message and ends the program with exit status 1. Every file stays as the last completed save left it.
     [[noreturn]] virtual void RuntimeFailure(const Text& text) = 0;
 };
 
