@@ -34,17 +34,18 @@ Text LinesOf(FileHandle& file) {
     return lines;
 }
 
-/// There is no file that something is wrong with.
+/// Reports that no file of the mailbox has a problem.
 void Clear() {
     Mailbox.Left.reset();
     Device().onlooker.MailboxClear();
 }
 
-/// The next delivery, or none: it is not there, or kept from us, or has been taken before.
+/// Returns the next delivery. Returns none if there is no file, if it can't be read because of an error, a lock or a
+/// permission, or if it is the one that was taken already and could not be deleted.
 std::optional<Delivery> NextDelivery(const Text& fullName) {
     FileHandle file;
     modFileSystem::OpenFile(file, fullName, u"r", u"", u"");
-    // A name is refused as well where a folder or a pipe has it.
+    // A name is also refused if it belongs to a folder or a pipe.
     const bool isNoFile = file.error == platform::PathRefused;
     if (file.kept || isNoFile) {
         Device().onlooker.DeliveryKept(fullName, isNoFile ? platform::Damaged : file.error);
@@ -59,7 +60,7 @@ std::optional<Delivery> NextDelivery(const Text& fullName) {
     return found == Mailbox.Left ? std::nullopt : std::optional(found);
 }
 
-/// Deletes what was taken. Where that fails the file would be taken for a new one at each look.
+/// Deletes what was taken. On failure it is remembered: otherwise each poll would take the file again.
 void Discard(const Text& fullName, const Delivery& taken) {
     const platform::ErrorNumber error = modFileSystem::RemoveFile(fullName);
     if (error == platform::NoError || !FileExists(fullName)) {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// The folder through which an outside server process hands over what it receives, where the device's Bluetooth can't be
-// reached from here. The server makes "rfcomm.run" while it runs and "ipcout.lock" while it writes "ipcout.txt"; this
-// side reads that file and deletes it, and writes nothing.
+// The folder through which a server process hands over what it receives, where this program can't reach the device's
+// Bluetooth. The server keeps "rfcomm.run" while it runs and "ipcout.lock" while it writes "ipcout.txt"; this program
+// reads that file and deletes it, and writes nothing.
 #pragma once
 
 #include "src/text/text.h"
@@ -11,16 +11,16 @@
 
 namespace modBluetooth {
 
-/// One "ipcout.txt".
+/// The contents of one "ipcout.txt".
 struct Delivery {
     platform::FileStamp Stamp;
-    Text Lines; ///< its bytes, as text files are read, each line ended by CR LF
+    Text Lines; ///< its bytes as a text file is read, each line ended by CR LF
     bool operator==(const Delivery&) const = default;
 };
 
 struct MailboxState {
     Text MailboxPath; ///< folder of the mailbox, with its trailing `\`; SetMailboxPath writes it
-    /// What was taken and could not be deleted: it is left until it is another one. TakeDelivery writes it.
+    /// What was taken and could not be deleted; not taken again while the file is the same. TakeDelivery writes it.
     std::optional<Delivery> Left;
 };
 inline MailboxState Mailbox;
@@ -28,12 +28,12 @@ inline MailboxState Mailbox;
 /// Sets MailboxPath by device type and the setting RFCOMM_Path.
 void SetMailboxPath();
 
-/// Whether the server's mark is in the mailbox.
+/// True if the file is there by which the server shows that it runs.
 bool MailboxServerRunning();
 
-/// Returns the lines of the server's file, each ended by CR LF, and deletes it; nothing while the server writes it, or
-/// there is none. A file that can't be deleted is taken once. Its bytes are read as those of the line are: UTF-8, and
-/// Windows-1252 where they are none.
+/// Returns the lines of the server's file, each ended by CR LF, and deletes the file. Returns nothing if there is no
+/// file, or while the server writes it. A file that can't be deleted is taken only once. The bytes are decoded as those
+/// of the serial line: UTF-8, or Windows-1252 where they are not valid UTF-8.
 std::optional<Text> TakeDelivery(const Text& fullName);
 
 } // namespace modBluetooth

@@ -27,7 +27,7 @@ bool BeginsWithCom(const Text& name) {
 void TellFailureOnce(const Text& message) {
     if (Ports.LinkPortName == Ports.LastFailedPort)
         return;
-    Ports.LastFailedPort = Ports.LinkPortName; // first: ticks go on while the message stands
+    Ports.LastFailedPort = Ports.LinkPortName; // first: ticks go on while the message is open
     modPDAUI::Tell(message);
 }
 
@@ -53,7 +53,8 @@ bool OpenConnection() {
     return true;
 }
 
-/// The number of a serial port. An empty setting stands for the first port of the list, "OFF", which has none either.
+/// Returns the number of a serial port, or none. An empty setting has none: it is shown as the first port of the list,
+/// "OFF".
 std::optional<std::int32_t> PortNumber(const Text& port) {
     return modStringTools::NumberFromText(BeginsWithCom(port) ? port.substr(ComPrefix.size()) : port);
 }

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Chooses the road to the instrument by the setting ComPort and opens it: a serial port, the mailbox of a server
-// process, or a connection by name.
+// Chooses the way to the instrument by the setting ComPort and opens it: a serial port, the mailbox of a server
+// process, or a named connection.
 #pragma once
 
 #include "src/text/text.h"
@@ -11,43 +11,44 @@
 
 namespace modBluetooth {
 
-/// What a ComPort leads to.
+/// The kind of link that a ComPort names.
 enum class LinkRoad {
     None,       ///< "OFF"
-    Server,     ///< the mailbox of one: "SERVER"
-    Connection, ///< by name, on a device that has named ports
-    Serial,     ///< a number, with "Com" in front or not; a text that is none is a run-time failure when it is opened
+    Server,     ///< "SERVER": the mailbox of a server process
+    Connection, ///< a named connection, on a device that has named ports
+    Serial,     ///< a number, with or without "Com" before it; any other text is a run-time failure when it is opened
 };
 
 struct PortState {
-    std::vector<Text> PortList; ///< the names offered on this device; entry n stands at n less 1. ListPorts writes it
-    bool LinkOpen = false;      ///< the link is up, as of the last tick; the tick and OpenLink write it
+    std::vector<Text> PortList; ///< the names offered on this device; entry n has index n-1. ListPorts writes it
+    bool LinkOpen = false;      ///< the link was open at the last tick; the tick and OpenLink write it
     Text LinkPortName;          ///< the name that OpenNamedLink works on; OpenLink writes it
     bool NamedLinkOpen = false; ///< OpenNamedLink has succeeded; never cleared during a run
     bool ServerMode = false;    ///< results come through the mailbox
-    Text LastFailedPort;        ///< the last name whose failure was told, so that each tick does not tell it again
-    std::unique_ptr<platform::Connection> NamedConnection; ///< what a named connection left; only kept
+    Text LastFailedPort;        ///< the last name whose failure was shown, so that the next tick does not show it again
+    std::unique_ptr<platform::Connection> NamedConnection; ///< what opening a named connection returned; only kept
 };
 inline PortState Ports;
 
 /// Fills PortList by device type. The first entry is always "OFF".
 void ListPorts();
 
-/// The text that the setting ComPort holds; "OFF" without one.
+/// Returns the setting ComPort, or "OFF" if it is not set.
 Text StoredPort();
 
-/// The road of a ComPort on this device.
+/// Returns the kind of link that a ComPort names on this device.
 LinkRoad RoadOf(const Text& port);
 
-/// Opens the road that ComPort names, or finds it open. A ComPort that stands for a serial port and is no number is a
-/// run-time failure.
+/// Opens the link that ComPort names, unless it is open already. Returns true if it is open. A ComPort that should name
+/// a serial port and is not a number is a run-time failure.
 bool OpenLink();
 
-/// Why a try to open what ComPort holds is a run-time failure, with what to do about it; empty where it is none.
+/// Returns why opening the stored ComPort would be a run-time failure, with what to do about it; empty if it would not
+/// be one.
 Text PortFailure();
 
-/// Opens the road named by LinkPortName: the mailbox of a running server, or a connection. A failure is told once for
-/// each name.
+/// Opens the link that LinkPortName names: the mailbox of a running server, or a named connection. Returns true if it
+/// is open. A failure is shown unless the failure shown last had the same name.
 bool OpenNamedLink();
 
 } // namespace modBluetooth

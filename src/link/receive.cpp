@@ -17,11 +17,11 @@ using platform::Device;
 namespace {
 
 const Text LineEnd = u"\r\n";
-const Text EndOfBlob = u"[/BLob]\r\n"; // in this case alone: "[/BLOB]" waits for a later end tag
+const Text EndOfBlob = u"[/BLob]\r\n"; // exactly this case: a text that ends with "[/BLOB]" waits for a later end tag
 constexpr float QuietSeconds = 0.5F;
 
 void ClosePort() {
-    Device().serConnection.SetPortOpen(false); // a failure to close leaves nothing to be done
+    Device().serConnection.SetPortOpen(false); // a failure to close needs no action
 }
 
 bool ReadyTextEndsABlob() {
@@ -30,7 +30,7 @@ bool ReadyTextEndsABlob() {
            ready.compare(ready.size() - EndOfBlob.size(), EndOfBlob.size(), EndOfBlob) == 0;
 }
 
-/// The burst is decoded as one batch, half a second after the tick before its end was seen.
+/// Decodes the burst as one batch, half a second after the last tick before its end was seen.
 void DecodeAfterQuiet() {
     const float now = Device().clock.TimeOfDay();
     if (Receive.LastPollTime == 0) {
@@ -39,9 +39,9 @@ void DecodeAfterQuiet() {
     }
     if (Receive.LastPollTime + QuietSeconds > now)
         return;
-    Receive.BlobEndSeen = false; // first, so that a tick during a question does not decode the same text again
+    Receive.BlobEndSeen = false; // first, so that a tick while a question is open does not decode the same text again
     modBLob::ProcessReceivedText(Receive.ReadyText);
-    Receive.ReadyText.clear(); // with what came in during a question
+    Receive.ReadyText.clear(); // also what was received while a question was open
 }
 
 void KeepLink() {
@@ -104,13 +104,13 @@ void PollMailbox(const Text& fullName) {
     if (!lines)
         return;
     Receive.RxText += *lines;
-    // Each file counts as complete: a BLob that goes on in the next one waits in the decoder's buffer.
+    // Each file counts as complete: a BLob that continues in the next file waits in the buffer of the framing.
     if (TakeCompleteLines())
         Receive.BlobEndSeen = true;
 }
 
-// What has been searched is not searched again: a line that is noise all night ends nowhere. Its last character may be
-// the first half of a line end.
+// What has been searched is not searched again: noise without a line end may arrive for hours. The last character is
+// searched again, because it may be the first half of a line end.
 bool TakeCompleteLines() {
     Text& received = Receive.RxText;
     const std::size_t from = Receive.RxSearched - std::min<std::size_t>(Receive.RxSearched, 1);

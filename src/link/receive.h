@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// From received characters to complete lines, and the state machine that keeps the link alive.
+// Collects received characters into complete lines, and keeps the link open (a state machine).
 #pragma once
 
 #include "src/text/text.h"
@@ -14,36 +14,36 @@ enum class LinkPhase : std::int16_t {
 };
 
 struct ReceiveState {
-    bool LinkWanted = false;               ///< something wants the link; every Back clears it
-    LinkPhase LinkState = LinkPhase::Idle; ///< set to open by who wants results, to reset after a sleep
+    bool LinkWanted = false;               ///< set by ArmLink and by received text; every Back clears it
+    LinkPhase LinkState = LinkPhase::Idle; ///< set to Open by what wants results, to Reset after a sleep
     Text RxText;                           ///< received, not yet ended by CR LF
-    std::size_t RxSearched = 0;            ///< so many characters at the head of RxText have no CR LF among them
+    std::size_t RxSearched = 0;            ///< the number of characters at the start of RxText that hold no CR LF
     Text ReadyText;                        ///< complete lines that wait for decoding
-    platform::DateTime ReadySince;         ///< when the first of these lines came
+    platform::DateTime ReadySince;         ///< when the first of these lines was received
     bool BlobEndSeen = false;              ///< ReadyText is ready for decoding
     float LastPollTime = 0;                ///< seconds since midnight at the last full tick; 0 at start
 };
 inline ReceiveState Receive;
 
-/// Asks for the link and for its opening at the next tick.
+/// Requests the link; the next tick opens it.
 void ArmLink();
 
-/// The receive event of the serial port.
+/// Handles the receive event of the serial port.
 void HandleBlueOnComm();
 
-/// A tick of the link timer, each 500 ms.
+/// Handles a tick of the link timer, which comes every 500 ms.
 void HandleBlueTimer();
 
-/// Takes a delivery of the mailbox for received text.
+/// Takes a delivery of the mailbox, if there is one, as received text.
 void PollMailbox(const Text& fullName);
 
-/// Moves what RxText holds up to and including its last CR LF to ReadyText. False when there is no CR LF.
+/// Moves RxText up to and including its last CR LF to ReadyText. Returns false if there is no CR LF.
 bool TakeCompleteLines();
 
-/// Tells where a reading that has come is still waiting: it goes into the record that has just come on the screen.
+/// Reports a reading that has been received and still waits: it will go into the record that was just shown.
 void TellWhatWaits();
 
-/// Writes the state of the link over the title of the screen.
+/// Shows the state of the link in place of the title of the screen.
 void ShowLinkStatus(bool linkOpen);
 
 } // namespace modBluetooth
