@@ -33,7 +33,7 @@ using platform::Device;
 namespace {
 
 /// The current result as it was when its capture began. Timers go on while a question is open, and a batch that they
-/// decode makes another result the current one: the answer is about the result that was asked about.
+/// decode makes another result the current one; the answer is still about the result that was asked about.
 struct TakenResult {
     std::vector<Text> Types;
     std::vector<Text> Vars;
@@ -43,7 +43,7 @@ struct TakenResult {
 
 struct Target {
     std::int16_t Row = -1; ///< row of grdMain, -1 for none
-    Text MatchedType;      ///< the type that led there; empty for none, and once the result is refused or diverted
+    Text MatchedType; ///< the type that led to the row; empty for none, and when the result was refused or diverted
 };
 
 std::int16_t RowNumber(std::int64_t row) {
@@ -72,7 +72,7 @@ void ListOnLinkTrace(const TakenResult& result) {
     RefreshSoftMenus();
 }
 
-/// Among several types the last one that has a row wins, among several rows of one type the first.
+/// Returns the row of the last type that has one; of several rows of one type, the first.
 Target FindTarget(const std::vector<Text>& types) {
     const std::vector<InfField>& fields = modQuorin::Inf.InfFields;
     Target target;
@@ -87,7 +87,7 @@ Target FindTarget(const std::vector<Text>& types) {
     return target;
 }
 
-/// An edit in progress on another row takes the result, wherever it belongs, also when it belongs nowhere.
+/// If another row is being edited, the result goes there, also a result that has no row of its own.
 void DivertToOpenEdit(Target& target) {
     const std::int32_t row = Device().grdMain.Row();
     if (AnyInputFieldVisible() && row != target.Row) {
@@ -98,13 +98,13 @@ void DivertToOpenEdit(Target& target) {
 
 bool AskToReplace(const Text& old, const Text& valueAndUnit) {
     const bool yes = modPDAUI::Ask(u"Replace: \r\n" + old + u"\r\nWith:\r\n" + valueAndUnit + u"?");
-    // The time that the question stood open must not look like a sleep of the device.
+    // The time while the question was open must not look like a sleep of the device.
     frmQuorin::Form.lastTimerEvent = Device().clock.SteadySeconds();
     return yes;
 }
 
-/// Puts the result into the cell, or into the text box that is open; any other input control loses it. False where the
-/// old value was kept.
+/// Writes the result into the cell, or into the text box if that is open. If another input control is open, the result
+/// is lost. Returns false if the user kept the old value.
 bool WriteValue(Target& target, const Text& valueAndUnit) {
     platform::OwnerDrawGrid& grid = Device().grdMain;
     const Text old = grid.Cell(target.Row, ValueColumn);
@@ -121,8 +121,8 @@ bool WriteValue(Target& target, const Text& valueAndUnit) {
     return true;
 }
 
-/// The row that a variable goes to. A row tied to the result's type ends the search, and so beats every plain row in
-/// front of it; among plain rows the last one counts.
+/// Returns the row of a variable, or none. A row that names the result's type as well ends the search, and so has
+/// precedence over every plain row before it; of several plain rows, the last one is returned.
 std::optional<std::int32_t> FindVariableRow(const Text& name, const Text& matchedType) {
     const Text plain = u"dv: " + name;
     const Text tied = u"dv: {" + matchedType + u"}" + name;

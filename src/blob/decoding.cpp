@@ -24,13 +24,13 @@ std::int32_t Length(TextView text) {
     return static_cast<std::int32_t>(text.size());
 }
 
-/// It may stand anywhere in the text, but is nearly always what the text ends with.
+/// The line may be anywhere in the text; nearly always it is the end of the text, so that is checked first.
 bool HasExactEndLine(TextView blob) {
     const TextView end = blob.substr(blob.size() - std::min(blob.size(), ExactEndLine.size()));
     return BeginsWithTag(end, ExactEndLine) || HasTag(blob, ExactEndLine);
 }
 
-/// What stands between the first and the last double quote of a line.
+/// Returns the text between the first and the last double quote of a line.
 TextView InsideQuotes(TextView line) {
     const std::size_t first = FindChar(line, Quote);
     if (first == TextView::npos)
@@ -39,20 +39,20 @@ TextView InsideQuotes(TextView line) {
     return last == first ? TextView() : line.substr(first + 1, last - first - 1);
 }
 
-/// What the lines of a BLob have said so far, besides the decoder's Variables. A result that is stored clears none of
-/// it: what the next one does not say anew it takes over.
+/// What the lines of a BLob have set so far, besides the decoder's Variables. Storing a result clears none of it: the
+/// next result uses whatever it does not set itself.
 struct LinesSoFar {
-    TextView Types; ///< parted by `" "`
+    TextView Types; ///< separated by `" "`
     TextView Value;
-    bool AnyStored = false; ///< a result of this BLob; the rest is what has become of what it was stored with
+    bool AnyStored = false; ///< a result of this BLob was stored; the rest compares with that result
     bool NewTypes = false;
     bool NewValue = false;
     bool NewVars = false;
-    std::size_t HeadOfVars = 0; ///< characters at the head of the variables that are still those
-    std::size_t TailOfVars = 0; ///< and at their end
+    std::size_t HeadOfVars = 0; ///< so many characters at the start of the variables are unchanged
+    std::size_t TailOfVars = 0; ///< and so many at their end
 };
 
-/// A BLob that names no origin is accepted, connected or not.
+/// A BLob that names no origin is accepted, whether or not an instrument is connected.
 bool OriginAccepted(DecoderState& decoder, TextView text, std::size_t lastOrigin) {
     if (lastOrigin == TextView::npos || InsideQuotes(InsideTag(text, lastOrigin, OriginTag)) == decoder.ConnectedID)
         return true;
@@ -78,7 +78,7 @@ void AppendTypes(Text& list, TextView types) {
     list.append(types, taken);
 }
 
-/// The variables, as far as they are not those that the result in front was stored with.
+/// Stores the variables, except for the parts that are equal to those of the result before.
 void StoreVars(ResultSlot& slot, const Text& vars, LinesSoFar& soFar) {
     if (!soFar.AnyStored) {
         slot.Vars = vars;
@@ -111,15 +111,15 @@ void StoreResult(DecoderState& decoder, LinesSoFar& soFar, TextView unit) {
     AddResultSlot(decoder);
 }
 
-/// The name that a variable is looked for by: what stands in front of its first `=`. All of it where nothing stands
-/// behind that, or there is none: "A=" is looked for as "A==".
+/// Returns the name by which a variable is looked for: the text before its first `=`. If nothing follows the `=`, or
+/// there is none, that is the whole variable: "A=" is looked for as "A==".
 TextView NameOf(TextView variable) {
     const std::size_t equals = variable.find(Equals);
     return equals + 1 < variable.size() ? variable.substr(0, equals) : variable;
 }
 
-/// The position of a name with a `=` behind it in a list, 0 for none. The name is a pattern; one in which nothing is
-/// special can only stand in front of one of the list's `=`.
+/// Returns the 1-based position in a list of a name followed by `=`, or 0 for none. The name is a pattern; a name
+/// without special characters can only be found directly before an `=` of the list.
 std::int32_t FindVariable(TextView list, TextView name) {
     if (modStringTools::HasSpecial(name)) {
         std::int32_t first = 0;
@@ -133,9 +133,10 @@ std::int32_t FindVariable(TextView list, TextView name) {
     return 0;
 }
 
-/// The position that the old variable at position `first` of a list ends at. This is what the pattern "=.+|" finds from
-/// there on, less one character: up to the last bar, if anything but the bar itself stands between it and the `=`;
-/// otherwise a value of one character at the list's end, bar or no bar, of which nothing but the `=` is left then.
+/// Returns the position at which the old variable at position `first` of a list ends. It is what the pattern "=.+|"
+/// finds from there on, less one character: up to the last bar, if at least one character other than that bar is
+/// between it and the `=`; otherwise a value of one character at the end of the list, bar or not, of which only the `=`
+/// is replaced.
 std::int32_t EndOfOldVariable(TextView list, std::int32_t first) {
     const std::size_t equals = FindChar(list, Equals, static_cast<std::size_t>(first - 1));
     if (equals == TextView::npos)
@@ -147,15 +148,15 @@ std::int32_t EndOfOldVariable(TextView list, std::int32_t first) {
     return Length(list) - (oneCharacter ? 1 : 0);
 }
 
-/// How much of a list stays as it is, at its head and at its end.
+/// The number of characters of a list that stay unchanged, at its start and at its end.
 struct Kept {
     std::size_t Head = 0;
     std::size_t Tail = 0;
 };
 
-// Records that were downloaded depend on what the matcher makes of this, odd as it is: the old variable is taken to end
-// at the list's last bar and not at the next one, so "ORIGIN=X|A=1|B=2|C=3" becomes "ORIGIN=X|A=9|C=3" with "A=9"; and
-// an old value of one character at the list's end stays: "ORIGIN=X|B=2" becomes "ORIGIN=X|B=52" with "B=5".
+// The result of the matcher is odd, but downloaded records depend on it. The old variable is taken to end at the last
+// bar of the list, not at the next one: "ORIGIN=X|A=1|B=2|C=3" with "A=9" becomes "ORIGIN=X|A=9|C=3". An old value of
+// one character at the end of the list stays: "ORIGIN=X|B=2" with "B=5" becomes "ORIGIN=X|B=52".
 Kept PutVariable(Text& list, TextView variable) {
     const std::size_t size = list.size();
     std::int32_t first = FindVariable(list, NameOf(variable));
@@ -196,7 +197,7 @@ void ReadLine(DecoderState& decoder, TextView line, LinesSoFar& soFar) {
     }
 }
 
-/// A text without any line end has no lines; otherwise what stands behind the last one is a line too.
+/// A text without any line end has no lines; otherwise the text after the last line end is a line too.
 void ReadLines(DecoderState& decoder, TextView text) {
     std::size_t end = FindChar(text, LineEnd);
     if (end == TextView::npos)
@@ -211,7 +212,7 @@ void ReadLines(DecoderState& decoder, TextView text) {
     }
 }
 
-/// Cuts off what stands in front of the first bar, and the bar; all of it where there is none.
+/// Removes the text before the first bar, and the bar, and returns that text; all of the list if it has no bar.
 TextView TakeItem(TextView& list) {
     const std::size_t end = std::min(list.find(Bar), list.size());
     const TextView item = list.substr(0, end);
@@ -219,7 +220,7 @@ TextView TakeItem(TextView& list) {
     return item;
 }
 
-/// The items of a list that bars part: one more than there are bars, so an empty list is one empty item.
+/// Splits a list at its bars. There is one item more than there are bars, so an empty list is one empty item.
 void SplitList(TextView list, std::vector<Text>& items) {
     std::size_t count = 0;
     std::size_t bar = 0;
@@ -233,7 +234,7 @@ void SplitList(TextView list, std::vector<Text>& items) {
     items.resize(count);
 }
 
-/// A value with a bar in it pushes the unit out: "a|b" and "ms" are the value "a" with the unit "b".
+/// A value with a bar in it replaces the unit: "a|b" and "ms" become the value "a" with the unit "b".
 void DeliverValue(DecoderState& decoder, TextView value, TextView unit) {
     const std::size_t bar = value.find(Bar);
     TextView behind = bar == TextView::npos ? unit : value.substr(bar + 1);
@@ -245,7 +246,7 @@ bool HasSameVars(const ResultSlot& slot, TextView inFront) {
     return slot.Vars.empty() && slot.TailOfVars == 0 && slot.HeadOfVars == inFront.size() && slot.HeadOfVars > 0;
 }
 
-/// Makes the variables of a slot out of those of the slot in front of it.
+/// Changes the variables of the slot before into those of this slot.
 void PutVars(const ResultSlot& slot, Text& vars) {
     if (HasSameVars(slot, vars))
         return;
@@ -262,7 +263,7 @@ bool DecodeBlob(DecoderState& decoder, TextView blob) {
     LastTags tags = FindLastTags(blob);
     decoder.ConnectSeen = tags.Connect != TextView::npos;
     if (decoder.ConnectSeen) {
-        // All but the inside of the tag is dropped, which leaves no lines: a connecting BLob carries nothing else.
+        // Only the inside of the tag is kept, which has no lines: a connecting BLob carries nothing else.
         blob = InsideTag(blob, tags.Connect, ConnectTag);
         decoder.ConnectedID = InsideQuotes(blob);
         tags = FindLastTags(blob);

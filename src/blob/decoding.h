@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The text of one complete BLob becomes result slots, and the slots become the current result one at a time. The tags
-// and what they carry are told in docs/formats.md.
+// Decodes the text of one complete BLob into result slots, and makes the slots the current result one at a time.
+// docs/formats.md describes the tags and what they carry.
 #pragma once
 
 #include "src/text/text.h"
@@ -9,70 +9,69 @@
 
 namespace modBLob {
 
-/// One result that waits to be delivered. What a line of its BLob has said for the result in front of it as well is not
-/// kept a second time: a BLob of N variables and N unit lines would take N times N of them.
+/// One result that waits to be delivered. What a BLob sets once for several results is kept once: otherwise a BLob of N
+/// variables and N unit lines would need memory for N times N variables.
 struct ResultSlot {
     bool Filled = false;
-    bool SameTypes = false; ///< as the slot in front
+    bool SameTypes = false; ///< as in the slot before
     bool SameValue = false;
     Text Types;                 ///< joined by `|`
-    std::size_t HeadOfVars = 0; ///< so many characters of the variables stand at the head of those of the slot in front
-    std::size_t TailOfVars = 0; ///< and so many at their end
-    Text Vars;                  ///< what stands between the two
+    std::size_t HeadOfVars = 0; ///< so many characters of the variables are the first ones of the slot before
+    std::size_t TailOfVars = 0; ///< and so many its last ones
+    Text Vars;                  ///< what is between the two
     Text Value;
     Text Unit;
 };
 
-/// What decoding keeps. Lists are 1-based for the reader: entry n stands at n less 1. All of it is written by the
-/// routines below alone.
+/// The state of decoding. Entry n of a list, counted from 1, has index n-1. Only the routines below write it.
 struct DecoderState {
     Text ConnectedID;               ///< identity of the instrument, from the last BLob with a connect tag
     bool ConnectSeen = false;       ///< the last decoded BLob had a connect tag
     std::int16_t BlobErrorCode = 0; ///< why a BLob was refused: 1 origin mismatch, 2 no connection
     Text BlobErrorText;             ///< the message belonging to the code
     std::vector<ResultSlot> Slots;  ///< of the results
-    std::int32_t SlotCount = 0;     ///< number of slots, the free one at the end included
-    std::int32_t SlotCursor = 0;    ///< slot last delivered
+    std::int32_t SlotCount = 0;     ///< number of slots, including the free one at the end
+    std::int32_t SlotCursor = 0;    ///< the slot last delivered
     Text Variables;                 ///< of the last BLob that was accepted: those that its next result would have
     Text VarsDelivered;             ///< of the slot last delivered, joined by `|`
-    Text ValueDelivered;            ///< of the same, with what stands behind a bar in it
-    std::vector<Text> ResultTypes;  ///< the current result: the names by which it may be known
+    Text ValueDelivered;            ///< of the same slot, including what follows a bar in it
+    std::vector<Text> ResultTypes;  ///< of the current result: the names by which it may be known
     std::vector<Text> ResultVars;   ///< its variables, each a name, `=` and a value; the first is ORIGIN
     Text ResultValue;               ///< its value
     Text ResultUnit;                ///< its unit
 };
 inline DecoderState Decoder; ///< the application's
 
-/// Takes one BLob, lines ended by a carriage return, the end line's included. False when it is refused: no proper start
-/// or end tag, or the origin is not the connected instrument.
+/// Decodes one BLob. Its lines end with a carriage return, the last one too. Returns false if the BLob is refused:
+/// there is no proper start or end tag, or the origin is not the connected instrument.
 bool DecodeBlob(DecoderState& decoder, TextView blob);
 
-/// Makes the next filled slot the current result. False when there is none left, which empties the slots.
+/// Makes the next filled slot the current result. Returns false if there is none left, and empties the slots then.
 bool NextResult(DecoderState& decoder);
 
-/// Whether results wait in the slots: where one record of a burst was refused, those of the others do.
+/// True if results wait in the slots. If one BLob of a burst was refused, the results of the others wait there.
 bool ResultsWait(const DecoderState& decoder);
 
-/// The slots as texts: of each its number, `|`, and its types, its variables, or value and unit, joined by `|`; empty
-/// for a free slot.
+/// The slots as texts. Each text is the number of the slot, `|`, and its types, its variables, or its value and unit,
+/// joined by `|`; the text of a free slot is empty.
 struct SlotTexts {
     std::vector<Text> Types, Vars, Values;
 };
 SlotTexts TextsOfSlots(const DecoderState& decoder);
 
-/// Makes sure that a free slot stands behind the filled ones.
+/// Makes sure that a free slot follows the filled ones.
 void AddResultSlot(DecoderState& decoder);
 
 void SetBlobError(DecoderState& decoder, std::int16_t code, const Text& text);
 
-/// Puts a variable (name, `=`, value) into a list joined by `|`, by name or at its end. The name is used as a pattern
-/// and looked for anywhere in the list.
+/// Puts a variable (name, `=`, value) into a list joined by `|`: in place of the one of that name, or at the end. The
+/// name is used as a pattern and is looked for anywhere in the list.
 void SetDescriptiveVar(Text& list, TextView variable);
 
-/// What stands between the first and the last double quote of a line; empty without quotes.
+/// Returns the text between the first and the last double quote of a line; empty without two quotes.
 Text QuotedValue(TextView line);
 
-// The same of the application's own decoder.
+// The same for the application's own decoder.
 inline bool DecodeBlob(TextView blob) {
     return DecodeBlob(Decoder, blob);
 }

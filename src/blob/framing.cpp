@@ -13,7 +13,8 @@ namespace {
 
 constexpr char16_t LineFeed = u'\n';
 
-/// Whether the line feed at a place of a text stands behind a carriage return, be it the last one of what is in front.
+/// True if the line feed at an index of a text follows a carriage return, which may be the last character of the text
+/// before.
 bool IsPaired(TextView text, std::size_t feed, TextView inFront) {
     if (feed > 0)
         return text[feed - 1] == LineEnd;
@@ -27,27 +28,28 @@ bool HasPair(TextView text, TextView inFront) {
     return feed != TextView::npos;
 }
 
-/// Takes what stands from `place` on out of the buffer, to be taken in once more. The line that `place` lies in is open
-/// again. What stands in front of it has no BLob in it that is whole, so that the start lines there are the open BLobs.
+/// Removes the text from `place` on from the buffer and returns it, so that it can be processed again. The line of
+/// `place` is incomplete again. The text before it contains no complete BLob, so the start lines there are the open
+/// BLobs.
 Text TakeBack(FramingState& framing, std::size_t place) {
     Text& buffer = framing.BlobBuffer;
     const Text tail = buffer.substr(place);
     buffer.resize(place);
-    framing.OpenLine = buffer.rfind(LineEnd) + 1; // npos and 1 is 0
+    framing.OpenLine = buffer.rfind(LineEnd) + 1; // npos + 1 is 0
     std::vector<std::size_t>& open = framing.OpenBlobs;
     while (!open.empty() && open.back() >= framing.OpenLine)
         open.pop_back();
     return tail;
 }
 
-/// What becomes of the buffer in one call.
+/// What one call does to the buffer.
 struct Progress {
-    std::size_t Unchanged; ///< so many characters at the buffer's head are what the last call has left
+    std::size_t Unchanged; ///< so many characters at the start of the buffer are as the last call left them
     bool Decoded = false;  ///< a BLob was accepted
     bool Failed = false;   ///< a BLob was refused
 };
 
-/// Decodes and cuts off the innermost open BLob, with which the buffer ends.
+/// Decodes the innermost open BLob, which is the end of the buffer, and removes it.
 void CloseBlob(FramingState& framing, DecoderState& decoder, Progress& progress) {
     Text& buffer = framing.BlobBuffer;
     const std::size_t start = framing.OpenBlobs.back();
@@ -58,7 +60,7 @@ void CloseBlob(FramingState& framing, DecoderState& decoder, Progress& progress)
     progress.Unchanged = std::min(progress.Unchanged, start);
 }
 
-/// Deals with the line that the buffer's last character has ended.
+/// Handles the line that ends with the last character of the buffer.
 void TakeLine(FramingState& framing, DecoderState& decoder, Progress& progress) {
     const TextView line = TextView(framing.BlobBuffer).substr(framing.OpenLine);
     if (BeginsWithTag(line, StartTag))
@@ -68,8 +70,8 @@ void TakeLine(FramingState& framing, DecoderState& decoder, Progress& progress) 
     framing.OpenLine = framing.BlobBuffer.size();
 }
 
-/// Takes in a text line by line, each ended by one carriage return. Line feeds that are not part of a pair end a line
-/// when `feedsEndLines`.
+/// Appends a text line by line, each ended by one carriage return. If `feedsEndLines`, line feeds that are not part of
+/// a pair end a line too.
 void TakeIn(FramingState& framing, DecoderState& decoder, TextView text, bool feedsEndLines, Progress& progress) {
     Text& buffer = framing.BlobBuffer;
     std::size_t start = !text.empty() && text.front() == LineFeed && IsPaired(text, 0, buffer) ? 1 : 0;
@@ -90,8 +92,8 @@ void TakeIn(FramingState& framing, DecoderState& decoder, TextView text, bool fe
     buffer.append(text, start);
 }
 
-/// Notes the first line feed of each kind for the next call. In front of `place` none has changed, and no paired one
-/// was left there.
+/// Stores the index of the first line feed of each kind for the next call. The text before `place` is unchanged, and
+/// has no paired line feed.
 void NoteLineFeeds(FramingState& framing, std::size_t place) {
     const TextView buffer = framing.BlobBuffer;
     framing.PairedFeed = TextView::npos;
@@ -106,18 +108,18 @@ void NoteLineFeeds(FramingState& framing, std::size_t place) {
 
 } // namespace
 
-// Line ends. Each pair of carriage return and line feed in the buffer becomes one carriage return; in a buffer without
-// any such pair each line feed does. Odd, and required: one pair anywhere leaves every lone line feed standing, and the
-// pair that "\r\n\n" leaves behind waits for the next call. Of the text that was there before a call, that can change
-// nothing but the line feeds that were left so; what stands from the first such one on is taken in once more.
+// Line ends. Each pair of carriage return and line feed in the buffer becomes one carriage return. In a buffer without
+// any such pair, each line feed does. Odd, and required: if there is one pair anywhere, every lone line feed stays as
+// it is, and the pair that "\r\n\n" becomes waits for the next call. In the text that was there before a call, only
+// line feeds that stayed can change; the text from the first of them on is processed again.
 //
-// BLobs. One is a start line and the next end line, and the search begins at the buffer's first line again as soon as
-// one has been taken out. What stood around it is one text then: a start line in front of it that had been given up for
-// a later one opens a BLob again, and the end line behind it closes that one. So start lines behave like opening
-// brackets and end lines like closing ones, and a single walk that remembers all open start lines, also from one call
+// BLobs. A BLob is a start line and the next end line. Whenever one has been removed, the search begins at the first
+// line of the buffer again, and the text around the BLob is one text then: a start line before it that had been given
+// up for a later one opens a BLob again, and the end line after it closes that one. So start lines behave like opening
+// brackets and end lines like closing ones, and a single pass that remembers all open start lines, also from one call
 // to the next, finds the same BLobs in the same order. In "[BLob] 1 [BLob] 2 [/BLob] 3 [/BLob]", a line each, the BLob
-// around 2 comes first and the one that is left, with 1 and 3 in it, second. An end line without a start line opens and
-// closes nothing: it stays, as noise.
+// around 2 comes first and the remaining one, which contains 1 and 3, second. An end line without a start line opens
+// and closes nothing: it stays as noise.
 bool ExtractBlobs(FramingState& framing, DecoderState& decoder, const Text& received) {
     const Text& buffer = framing.BlobBuffer;
     const bool hasPair = framing.PairedFeed != TextView::npos || HasPair(received, buffer);

@@ -29,7 +29,8 @@ Text NamesOf(const std::vector<std::int32_t>& rows) {
     return names;
 }
 
-/// The cell is what a save takes, also where a field is open over it, which may show the value without its line feeds.
+/// True if the cell, which is what a save stores, no longer has the value. If an input field is open over the cell, the
+/// field's text is compared: it may show the value without its line feeds.
 bool IsEmptied(std::int32_t row, const Text& valueAndUnit) {
     const platform::TextBox& field = Device().txtInputField;
     return row >= 0 &&

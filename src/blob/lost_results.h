@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Whether what a result has put into the record on screen can reach the file with the next save.
+// Checks whether the next save can store what a result has put into the record on screen.
 #pragma once
 
 #include "src/text/text.h"
@@ -8,17 +8,17 @@
 
 namespace modBLob {
 
-/// Rows of grdMain that a result was put into.
+/// The rows of grdMain that a result was put into.
 struct PutRows {
-    std::int32_t Value = -1;          ///< its value's, -1 for none
-    std::vector<std::int32_t> Others; ///< of its variables and formulas
+    std::int32_t Value = -1;          ///< the row of its value, -1 for none
+    std::vector<std::int32_t> Others; ///< the rows of its variables and of formulas
 };
 
-/// Tells of a result that the record's row in the file has no field for, or whose value something else has taken the
-/// place of. The tone has said that it was taken.
+/// Reports a result if the record's row in the file has no field for it, or if something else has replaced its value.
+/// The tone has already signalled that the result was taken.
 void TellWhatIsLost(const PutRows& rows, const Text& valueAndUnit);
 
-/// The name of a row's field.
+/// Returns the name of a row's field.
 Text FieldName(std::int32_t row);
 
 } // namespace modBLob

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The tags of a BLob and how they are looked for: in any case, and with anything behind what stands here.
+// The tags of a BLob. They are found in any case, and whatever follows the characters given here.
 #pragma once
 
 #include "src/text/text.h"
@@ -9,10 +9,10 @@
 namespace modBLob {
 
 inline constexpr char16_t LineEnd = u'\r'; ///< what ends a line of a BLob
-inline constexpr char16_t Bracket = u'[';  ///< what each tag begins with
+inline constexpr char16_t Bracket = u'[';  ///< the first character of each tag
 inline constexpr TextView StartTag = u"[BLob";
 inline constexpr TextView EndTag = u"[/BLob";
-inline constexpr TextView ExactEndLine = u"[/BLob]\r"; ///< without it a BLob is refused
+inline constexpr TextView ExactEndLine = u"[/BLob]\r"; ///< a BLob without it is refused
 inline constexpr TextView ConnectTag = u"[CONNECT";
 inline constexpr TextView OriginTag = u"[ORIGIN";
 inline constexpr TextView DescriptiveVarTag = u"[DESCRIPTIVE_VAR";
@@ -20,11 +20,11 @@ inline constexpr TextView ResultTypeTag = u"[RESULT_TYPE";
 inline constexpr TextView ResultValueTag = u"[RESULT_VALUE";
 inline constexpr TextView ResultUnitTag = u"[RESULT_UNIT";
 
-/// Whether a line begins with a tag.
+/// True if a line begins with a tag.
 inline bool BeginsWithTag(TextView line, TextView tag) {
-    // The bracket tells nearly every line of noise from a tag, and two letters nearly every other tag. In these two
-    // places no tag has an I or a K, the only letters whose case is not just this bit: they have further ones beyond
-    // ASCII.
+    // The bracket rules out nearly every line of noise, and two letters nearly every other tag. In these two positions
+    // no tag has an I or a K, the only letters for which case is more than this bit: they also have case variants
+    // outside of ASCII.
     constexpr std::uint32_t CaseBit = 0x20;
     const auto mayBeSame = [line, tag](std::size_t at) {
         return ((std::uint32_t{line[at]} ^ std::uint32_t{tag[at]}) & ~CaseBit) == 0;
@@ -35,18 +35,18 @@ inline bool BeginsWithTag(TextView line, TextView tag) {
            modStringTools::SameIgnoringCase(line.substr(0, tag.size()), tag);
 }
 
-/// Whether a tag stands anywhere in a text.
+/// True if a text contains a tag.
 bool HasTag(TextView text, TextView tag);
 
-/// The tags that count wherever they stand in a BLob: where the last one of each is, TextView::npos for none.
+/// The tags that apply wherever they are in a BLob: the index of the last one of each, TextView::npos for none.
 struct LastTags {
     std::size_t Connect = TextView::npos;
     std::size_t Origin = TextView::npos;
 };
 LastTags FindLastTags(TextView text);
 
-/// What stands between the tag at `place` and the next closing bracket, or the text's end where none follows. A tag at
-/// the very beginning of the text is passed over.
+/// Returns the text between the tag at index `place` and the next closing bracket, or the end of the text if none
+/// follows. For a tag at index 0, the text returned begins with the tag itself.
 TextView InsideTag(TextView text, std::size_t place, TextView tag);
 
 } // namespace modBLob
