@@ -25,14 +25,14 @@ const Text FirstFile = u"qrn0001.txt";
 constexpr std::size_t NumberDigits = 4;
 constexpr std::size_t EndingLength = 4;
 
-/// Opens the register, made anew where it is missing or has not even a header.
+/// Opens the register. It is created again if it is missing or has no header.
 void OpenControl() {
     const TableLack lack = LookAtTable(Paths.ControlFile);
     if (lack == TableLack::File || lack == TableLack::Header)
         MakeTable(Paths.ControlFile, ControlHeader);
 }
 
-/// Moves to the row of a download and gives its number, or 0 where there is none.
+/// Makes the row of a download current and returns its number, counted from 1, or 0 if there is none.
 std::int32_t FindDownload(const Text& driver, const Text& file) {
     FirstRow();
     const std::int32_t count = TableRowCount();
@@ -48,8 +48,8 @@ bool BearsOurName(const Text& file) {
     return file.substr(0, FilePrefix.size()) == FilePrefix;
 }
 
-/// The name behind the last one: the number is the four characters behind the prefix, so that 9999 is followed by 10000
-/// and that, whose four characters are 1000, by 1001.
+/// Returns the file name that follows the given one. The number is the four characters after the prefix, so 9999 is
+/// followed by 10000, and 10000, whose first four characters are 1000, by 1001.
 Text NameBehind(const Text& file) {
     const Text digits = file.substr(FilePrefix.size(), NumberDigits);
     const auto number = modStringTools::NumberFromText(digits);
@@ -116,7 +116,7 @@ void NewDownload(const Text& driver) {
         LastRow();
         const Text last = GetField(u"FILE");
         if (!BearsOurName(last)) {
-            CloseTable(); // numbering does not go on from a foreign name
+            CloseTable(); // numbering does not continue from a name of another program
             return;
         }
         file = NameBehind(last);

@@ -12,27 +12,28 @@ namespace modQuorin {
 inline const Text ControlHeader = u"DRIVER|FILE|DATE|ALIAS";
 
 struct DownloadState {
-    std::vector<Text> DownloadFiles;   ///< files of the current driver's downloads; entry n stands at n less 1
-    std::vector<Text> DownloadAliases; ///< their given names, same index, empty for none
+    std::vector<Text> DownloadFiles;   ///< files of the current driver's downloads; entry n has index n-1
+    std::vector<Text> DownloadAliases; ///< their aliases, same index, empty for none
 };
 inline DownloadState Downloads;
 
 void LoadDownloadList(const Text& driver);
 
-/// Fills ScrDownloads and takes the first download in hand, if there is one.
+/// Fills ScrDownloads and selects the first download, if there is one.
 void ShowDownloadList(const Text& driver);
 
-/// Registers a download under the next number; its file comes with the first opening. Nothing when the last download
-/// of the register does not bear a name of this system. A name with no number in it is a run-time failure.
+/// Registers a download under the next number; its file is created when it is first opened. Does nothing if the name of
+/// the last download in the register does not begin with "qrn". If that name has no number in it, it is a run-time
+/// failure.
 void NewDownload(const Text& driver);
 
-/// Asks for a name and stores it; the file keeps its own.
+/// Asks for an alias and stores it; the file keeps its name.
 void RenameDownload(Text driver, Text file);
 
-/// Deletes the file and its row after two questions.
+/// Deletes the file and its row, after asking twice.
 void DeleteDownload(Text driver, Text file);
 
-/// The decimal text of a number with zeros put in front up to `width`.
+/// Returns a number in decimal, with zeros before it up to `width` characters.
 Text PadNumber(std::int32_t value, std::int16_t width);
 
 } // namespace modQuorin

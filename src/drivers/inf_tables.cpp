@@ -35,7 +35,7 @@ FieldType KindOfData(const Text& dataType) {
     return name == u"TIME" ? FieldType::Time : FieldType::Text;
 }
 
-/// A table without a row can't be edited, nor a download be opened by it.
+/// Adds what is missing: a table without a row can't be edited, and no download can be opened with it.
 void MendInfTable(const Text& path, TableLack lack) {
     if (lack == TableLack::File || lack == TableLack::Header)
         MakeTable(path, InfHeader);
@@ -59,7 +59,7 @@ InfField CurrentInfRow() {
 
 Text InfPath(const Text& driver) {
     LookAtTable(Paths.DriversFile);
-    FindRow(NameSelection(driver)); // not found: the last row is current, and its inf file is taken
+    FindRow(NameSelection(driver)); // if it is not found, the last row is current, and its inf file is used
     const Text path = GetDataPath(ApplicationName) + GetField(u"INFFILE");
     CloseTable();
     return path;

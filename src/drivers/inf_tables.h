@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Inf tables: one row for each column of a driver's downloads, saying how it is called, shown, filled and edited.
+// Inf tables: one row for each column of a driver's downloads, which says how the column is called, shown, filled and
+// edited.
 #pragma once
 
 #include "src/text/text.h"
@@ -9,22 +10,22 @@ namespace modQuorin {
 /// Line 1 of every inf table.
 inline const Text InfHeader = u"FIELDNAME|VISIBLE|COPY|BLOB|DISPLAY|CSVNAME|DATATYPE|FORMULA";
 
-/// Full name of a driver's inf file. The drivers table is closed afterwards. A driver that is not found gives the file
-/// of the last driver there is, and the data folder itself when there is none.
+/// Returns the full name of a driver's inf file and closes the drivers table. For a driver that is not found, returns
+/// the file of the last driver in the table; if the table has none, the data folder itself.
 Text InfPath(const Text& driver);
 
-/// Opens an inf table; one without rows is given a blank one, behind its header. False where there is no such file.
+/// Opens an inf table; a table without rows gets a blank one after its header. Returns false if there is no such file.
 bool OpenInfTable(const Text& path);
 
-/// Fills InfFields from the open inf table and gives the header line of its downloads. A table without rows, and a
-/// colour that is no number, are run-time failures.
+/// Fills InfFields from the open inf table and returns the header line of its downloads. A table without rows is a
+/// run-time failure, and so is a colour that is not a number.
 Text LoadInfFields();
 
-/// Whether any field is filled from an instrument's results.
+/// True if any field is filled from an instrument's results.
 bool AnyFieldReceivesResults();
 
-/// Opens a driver's inf table on the record screen, made with one blank row when it is missing. Nothing for an empty
-/// name.
+/// Opens a driver's inf table on the record screen; a missing table is created with one blank row. Does nothing for an
+/// empty name.
 void OpenInfEditor(const Text& driver);
 
 } // namespace modQuorin

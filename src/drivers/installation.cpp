@@ -20,7 +20,7 @@ using platform::Device;
 namespace {
 
 constexpr std::size_t VolumesSearched = 3;
-const Text PackageEnding = u"qvd"; // without a full stop, which a database's name can't hold
+const Text PackageEnding = u"qvd"; // without a full stop, which the name of a database can't contain
 
 void AddPackagesOf(const Text& folder) {
     ListFiles(folder, DataType, DataCreator);
@@ -31,17 +31,17 @@ void AddPackagesOf(const Text& folder) {
     }
 }
 
-/// One package on its way in. A step that fails leaves why, and returns false.
+/// The state of one installation. If a step fails, it sets Failure and returns false.
 struct Installation {
     std::int32_t CountedLines = 0;
-    std::int32_t EmptyLines = 0; ///< passed since the last line that counts; they count once another one follows
+    std::int32_t EmptyLines = 0; ///< empty lines since the last counted line; they count once another line follows
     Text InfFile;
     FileHandle Output;
-    bool Exists = false; ///< a driver of that name is there already
-    Text Failure;        ///< of the step that failed
+    bool Exists = false; ///< a driver of that name is installed already
+    Text Failure;        ///< the message of the step that failed
     bool RowComesLast = false;
-    Text Row;            ///< the driver's, where it comes last
-    bool Written = true; ///< each line of the inf file so far
+    Text Row;            ///< the driver's row, if RowComesLast
+    bool Written = true; ///< true if every line of the inf file so far was written
 };
 
 bool DriverExists(const Text& name) {
@@ -98,8 +98,8 @@ bool TakeCountedLine(Installation& work, const Text& line) {
     return true;
 }
 
-/// Empty lines in front of the driver's row or at the end are none of the package: an editor leaves one there. They
-/// wait until it is known where they stand.
+/// Empty lines before the driver's row or at the end are not part of the package: an editor leaves one at the end.
+/// Empty lines are held back until a line after them shows that they are part of it.
 bool TakeLine(Installation& work, const Text& line) {
     if (line.empty()) {
         work.EmptyLines += work.CountedLines > 0 ? 1 : 0;
@@ -123,7 +123,7 @@ bool IsEmptyFrom(FileHandle& package, std::int32_t number, std::int32_t total) {
     return true;
 }
 
-/// Reads the package into the data folder, as far as that goes.
+/// Copies the package into the data folder, up to the first failure.
 void Install(FileHandle& package) {
     Installation work;
     const std::int32_t total = FileLineCount(package);
@@ -136,8 +136,8 @@ void Install(FileHandle& package) {
             break;
         }
     }
-    // It goes by the line alone: a failure on the very last one is followed by "Driver installed" as well. A failure
-    // with empty lines waiting was at one of these, which are in front of a line that counts.
+    // Only the line number decides: a failure at the very last line is followed by "Driver installed" as well. If empty
+    // lines were still held back, the failure was at one of them, and a counted line follows it.
     const bool atTheEnd = number > total || (work.EmptyLines == 0 && IsEmptyFrom(package, number + 1, total));
     CloseFile(work.Output);
     if (work.Exists)
@@ -146,7 +146,7 @@ void Install(FileHandle& package) {
         modPDAUI::Tell(u"Driver installed");
 }
 
-/// On the first volume; empty when there is no volume at all.
+/// Returns the name of the file on the first volume; empty if there is no volume.
 Text InfoFileName() {
     EnumVolumesOnce();
     if (Storage.VolumeList.empty())

@@ -21,8 +21,8 @@ using platform::Device;
 
 namespace {
 
-/// How many fields both the record and the grid hold. A record with more fields than the table has columns keeps the
-/// ones that no row of the grid shows.
+/// Returns how many fields both the record and the grid have. A record with more fields than the table has columns
+/// keeps the fields that no row of the grid shows.
 std::int32_t SharedFields() {
     return std::min(HeldFields(), Device().grdMain.Rows());
 }
@@ -32,7 +32,7 @@ void ShowPosition() {
         0, 1, modStringTools::NumberText(Table.TableRowIndex) + u"/" + modStringTools::NumberText(TableRowCount()));
 }
 
-/// Takes the values to carry over from the last record; whether there was a field to carry.
+/// Stores the values to carry over from the last record. Returns true if there was such a field.
 bool RememberCopiedFields() {
     if (Inf.InfFields.empty())
         return false;
@@ -59,7 +59,7 @@ void PutCopiedFields() {
 void NewRecord() {
     const bool copied = RememberCopiedFields();
     if (AddRow(-1) && copied)
-        PutCopiedFields(); // marks the record as changed: it reaches the disk with the next command or on leaving
+        PutCopiedFields(); // marks the record as changed: it is saved with the next command or when it is left
 }
 
 void InsertRecord() {
@@ -76,12 +76,13 @@ constexpr RecordCommandRow RecordCommands[] = {
     {u"NEW", NewRecord}, {u"INSERT", InsertRecord}, {u"DELETE", DeleteRow},
 };
 
-/// A reading goes into the record of a download alone: the editor of a driver's table has no fields that ask for one.
+/// Readings go into the record of a download only: the record of another table has no fields for them.
 bool TakesReadings() {
     return Screens.CurrentScreen == ScrInfRecord && !Inf.InfFields.empty();
 }
 
-/// A record that is on the screen need not be left for another one at once.
+/// While it exists, a move that finds the table locked by another program keeps the record instead of stopping the
+/// program.
 struct RecordMayStay {
     RecordMayStay() { Table.RowMayStay = true; }
     RecordMayStay(const RecordMayStay&) = delete;
@@ -183,8 +184,8 @@ void RecordCommand(const Text& command) {
     bool stays = false;
     if (Table.RecordDirty) {
         SaveRecordFromGrid();
-        // A record that another program keeps from being saved stays on the screen until it can be. Where the other
-        // one's row is in its place by now, that one is shown before anything is done to it.
+        // A record that can't be saved because of another program stays on the screen until it can be. If another
+        // program's row is in its place by now, that row is shown before the command acts on it.
         stays = Table.RecordDirty || Table.RowIsAnothers;
     }
     const Text name = stays ? Text() : modStringTools::UpperCase(command);
@@ -196,7 +197,7 @@ void RecordCommand(const Text& command) {
             row.Run();
     }
     if (Table.TableRowTotal == 0)
-        AddRow(-1); // a table of records is never left without one on screen
+        AddRow(-1); // a table on the record screen always has at least one record
     ShowRecord();
     ShowPosition();
     if (TakesReadings())

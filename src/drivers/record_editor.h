@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// One row of the open table at a time as a two-column grid, the field's name on the left, its value on the right. It
-// serves the drivers table, inf tables and downloads alike.
+// Shows one row of the open table as a grid of two columns: the field's name on the left, its value on the right. It is
+// used for the drivers table, inf tables and downloads.
 #pragma once
 
 #include "src/text/text.h"
@@ -9,34 +9,34 @@
 
 namespace modQuorin {
 
-/// Fills grdMain from the current row. Nothing without an open table.
+/// Fills grdMain from the current row. Does nothing if no table is open.
 void ShowRecord();
 
-/// Takes changed grid values into TableValues and marks the record as changed.
+/// Copies changed grid values into TableValues and marks the record as changed.
 void CollectRecordEdits();
 
-/// Writes all grid values to the current row, on disk.
+/// Writes all grid values to the current row and to disk.
 void SaveRecordFromGrid();
 
-/// The values of the record that is in the grid, from its first row on.
+/// Returns the values of the record in the grid, from its first row on.
 std::vector<Text> TextsOfGrid();
 
-/// Tells which of the values no save can store: those for which the row has no field, or all where there is no file.
+/// Reports the values that no save can store: those for which the row has no field, or all of them if there is no file.
 void TellWhatHasNoField(const std::vector<Text>& texts);
 
-/// Writes values to the current row, on disk. Those for which the row has no field go nowhere.
+/// Writes values to the current row and to disk. Values for which the row has no field are dropped.
 void SaveTexts(const std::vector<Text>& texts);
 
-/// "NEXT", "PREV", "FIRST", "LAST", "NEW", "INSERT" or "DELETE", in any case. The row in hand is saved first.
+/// Runs "NEXT", "PREV", "FIRST", "LAST", "NEW", "INSERT" or "DELETE", in any case. The current row is saved first.
 void RecordCommand(const Text& command);
 
-/// Puts a title into the first title cell and the position, such as "1/5", into the second one.
+/// Puts a title into the first title cell and the position, such as "1/5", into the second.
 void ShowRecordTitle(const Text& title);
 
-/// Saves what is being edited and goes where Back leads from a record.
+/// Saves what is being edited and opens the screen that Back leads to from a record.
 bool LeaveRecord();
 
-/// OK on a cell: opens the editor that the field's kind asks for.
+/// Handles OK on a cell: opens the editor for the kind of the field.
 void SelectRecordCell(std::int32_t row, std::int32_t col);
 
 } // namespace modQuorin

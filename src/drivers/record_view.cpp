@@ -29,7 +29,8 @@ namespace {
 constexpr std::int32_t MarkColumn = 1;
 const Text Mark = u"X";
 
-/// What can be stored of the record. The form shows one that can't be as if it could.
+/// Opens a download, which is created if it is missing, and returns what of its record can be stored. The form shows a
+/// record that can't be stored like any other.
 platform::RecordPlace OpenOrCreateDownload(const Text& file, const Text& header) {
     const TableLack lack = LookAtTable(file);
     if (lack == TableLack::File || lack == TableLack::Header)

@@ -1,20 +1,20 @@
 // SPDX-License-Identifier: MIT
-// A download opened through its driver's inf table, and the choice of the fields that it shows.
+// Opens a download by its driver's inf table, and lets the user choose the fields that are shown.
 #pragma once
 
 #include "src/text/text.h"
 
 namespace modQuorin {
 
-/// Opens a download on the record screen, its file made when it is new, and arms the link when the driver receives
-/// results. `file` comes in as a bare name and goes out as the full path. Nothing happens with either text empty, and
-/// the screen stays when the driver has no inf table.
+/// Opens a download on the record screen; a new download's file is created. If the driver receives results, the link is
+/// requested. On entry `file` is a bare name, on return the full path. Does nothing if either text is empty. If the
+/// driver has no inf table, the screen does not change.
 void OpenDownload(const Text& driver, Text& file);
 
-/// Fills ScrColumns with the fields of a driver, "X" for one that is shown. Its inf table is left open.
+/// Fills ScrColumns with the fields of a driver, "X" for one that is shown. Leaves its inf table open.
 void ShowColumnChoices(const Text& driver);
 
-/// Turns the mark of the current row over.
+/// Sets or clears the mark of the current row.
 void ToggleColumnChoice(std::int32_t row, std::int32_t col);
 
 /// Writes the changed choices to the inf table and closes it.

@@ -47,7 +47,8 @@ void LoadDriverList() {
     if (lack == TableLack::File) {
         CreateBlankDriversFile();
         OpenDrivers();
-    } else if (lack == TableLack::Header) { // it was broken off before it: the first driver would become that
+    } else if (lack == TableLack::Header) { // writing stopped before the header: without it the first driver would
+                                            // become the header
         MakeTable(Paths.DriversFile, DriversHeader);
     }
     if (!Table.TableFile.valid)
@@ -101,7 +102,7 @@ void DeleteDriver(Text name) {
 }
 
 void SaveDriverProperties() {
-    // Read before the save: a driver that is renamed here is looked up under its old name, which is gone by then.
+    // Read before the save: if the save renames the driver, it is looked up under its old name, which no longer exists.
     Selection.SelectedDriver = GetField(u"NAME");
     SaveRecordFromGrid();
     OpenInfEditor(Selection.SelectedDriver);

@@ -9,31 +9,32 @@
 namespace modQuorin {
 
 struct RegistryState {
-    /// Names of the installed drivers, or of the packages found; entry n stands at n less 1. Written by whoever lists.
+    /// Names of the installed drivers, or of the packages found; entry n has index n-1. Each list routine writes it.
     std::vector<Text> DriverNames;
 };
 inline RegistryState Registry;
 
-/// Makes the drivers table and the register of downloads anew, with their headers alone. What was in them is lost.
+/// Creates the drivers table and the register of downloads again, with only their headers. Their contents are lost.
 void CreateBlankDriversFile();
 
-/// Fills DriverNames in the order of the rows, making the standing tables when there is no drivers table.
+/// Fills DriverNames in the order of the rows. If there is no drivers table, both tables are created.
 void LoadDriverList();
 
-/// Fills a driver screen and takes the driver of its current row in hand.
+/// Fills a driver screen and selects the driver of its current row.
 void ShowDriverList(const Text& title);
 
-/// Shows a driver's row on ScrDriverProperties, with the drivers table left open on it. Nothing for an empty name.
+/// Shows a driver's row on ScrDriverProperties and leaves the drivers table open at that row. Does nothing for an empty
+/// name.
 void EditDriver(const Text& name);
 
 /// Adds an untitled driver and shows its row.
 void NewDriver();
 
-/// Deletes a driver and its inf file after two questions. Its downloads stay on disk and in their register. By value:
-/// the selection may move while the questions stand.
+/// Deletes a driver and its inf file, after asking twice. Its downloads stay on disk and in their register. The name is
+/// passed by value, because the selection may change while the questions are open.
 void DeleteDriver(Text name);
 
-/// "Save" on ScrDriverProperties: saves the row and moves on to the driver's inf table.
+/// Handles "Save" on ScrDriverProperties: saves the row and opens the driver's inf table.
 void SaveDriverProperties();
 
 } // namespace modQuorin

@@ -13,7 +13,7 @@ using modFileSystem::Table;
 
 namespace {
 
-/// A prompt has kept the record's grid; its own is one cell, which must not get into the record.
+/// A prompt saves the record's grid and shows its own, of one cell, which must not get into the record.
 bool PromptCoversRecord() {
     return Screens.CurrentScreen == ScrInput && IsRecordScreen(Screens.PreviousScreen);
 }
@@ -31,7 +31,7 @@ std::vector<Text> TextsOfCoveredGrid() {
 
 bool RecordIsUnsaved() {
     const bool onShow = IsRecordScreen(Screens.CurrentScreen) || PromptCoversRecord();
-    // Typing into any prompt marks the record as changed, hence the look at the screens.
+    // Typing into any prompt marks the record as changed, so the screens are checked too.
     return onShow && Table.RecordDirty;
 }
 
@@ -45,7 +45,7 @@ void RescueRecord() {
     Rescue.RecordRescued = true;
     const std::vector<Text> texts = PromptCoversRecord() ? TextsOfCoveredGrid() : TextsOfGrid();
     TellWhatHasNoField(texts);
-    // A record without a row in the file has nowhere to go: the header stands where it would be written.
+    // A record without a row in the file can't be stored: it would be written over the header.
     if (modFileSystem::HeldFields() > 0)
         SaveTexts(texts);
 }

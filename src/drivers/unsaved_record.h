@@ -1,23 +1,23 @@
 // SPDX-License-Identifier: MIT
-// Brings the record on the screen to disk where the program can't go on: what was typed or measured since the last save
-// would be gone with it.
+// Saves the record on the screen when the program can't continue: otherwise, what was typed or measured since the last
+// save would be lost.
 #pragma once
 
 namespace modQuorin {
 
 struct RescueState {
-    bool RecordRescued = false; ///< it was tried: once a run. RescueRecord writes it
+    bool RecordRescued = false; ///< a rescue was tried, which is done once a run. RescueRecord writes it
 };
 inline RescueState Rescue;
 
-/// Whether there is a record on the screen, under a prompt or not, that differs from its file.
+/// True if a record that differs from its file is on the screen, or under a prompt.
 bool RecordIsUnsaved();
 
-/// Whether it may be saved just now as well: no operation of the storage is under way.
+/// True if there is such a record and it can be saved now, because no storage operation is in progress.
 bool RecordToRescue();
 
-/// Saves that record, once a run; nothing where there is none. Its texts are those of its own grid, also where a prompt
-/// has taken the grid. A failure is told as that of any save, and so is what the file has no place for.
+/// Saves that record, once a run; does nothing if there is none. If a prompt covers the record's grid, the texts of the
+/// covered grid are saved. Reports a failure as any save does, and also the values for which the file has no field.
 void RescueRecord();
 
 } // namespace modQuorin
