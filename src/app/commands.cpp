@@ -46,7 +46,7 @@ void Zoom() {
 /// A command, the screen that it belongs to, and what it does.
 struct Command {
     const char16_t* Name;   ///< in upper case
-    const ScreenId* Screen; ///< nothing: on any screen
+    const ScreenId* Screen; ///< null: on any screen
     void (*Run)();
     bool OnRecords = false; ///< acts on the record on the screen
 };
@@ -102,14 +102,15 @@ bool IsOnItsScreen(const Command& command) {
     return command.Screen == nullptr || *command.Screen == Screens.CurrentScreen;
 }
 
-/// A menu runs a command of records anywhere, and offers it on the record screens alone.
+/// True if the current screen offers a command. A menu runs a record command on any screen, but only record screens
+/// offer it.
 bool HasPlace(const Command& command) {
     return IsOnItsScreen(command) && (!command.OnRecords || IsRecordScreen(Screens.CurrentScreen));
 }
 
 struct CommandFound {
-    const Command* Row = nullptr; ///< the first of that name that fits
-    bool Known = false;           ///< there is one of that name, if on another screen
+    const Command* Row = nullptr; ///< the first of that name that `fits` accepts
+    bool Known = false;           ///< there is one of that name, perhaps on another screen
 };
 
 CommandFound FindCommand(const Text& name, bool (*fits)(const Command&)) {
@@ -157,11 +158,11 @@ void MenuClick(std::int32_t menu, std::int32_t index) {
 
 void MenuTitleClick(std::int32_t menu) {
     if (!modPDAUI::Display.SoftKeyMenus)
-        return; // the platform opens the list
+        return; // the platform opens the list of items
     auto& device = Device();
     const Text title = menu == 1 ? device.mnuButton1.Caption() : device.mnuButton2.Caption();
     const Text item = menu == 1 ? device.mnuButtonO1[0]->Caption() : device.mnuButtonO2[0]->Caption();
-    // The second menu, too, asks whether the first one's item is empty.
+    // For the second menu too, the item checked is that of the first menu.
     if (item == title || device.mnuButtonO1[0]->Caption().empty())
         MenuClick(menu, 0);
 }

@@ -33,8 +33,8 @@ void WriteTenLines(FileHandle& file) {
         WriteFileLine(file, u"This is Line " + NumberText(i));
 }
 
-/// The edits of the check. The file has nine lines when a line is to go behind the tenth, so that an ordinary run ends
-/// with the message of the inserts.
+/// The edits of the check. The file has nine lines when a line is to be inserted after the tenth, so an ordinary run
+/// ends with the message about the inserts.
 bool EditLines(FileHandle& file) {
     if (!ChangeFileLine(file, 3, u"A brand new line 3!")) {
         Tell(u"ChangeFileLine failed!");

@@ -1,21 +1,21 @@
 // SPDX-License-Identifier: MIT
-// Screens and commands for checking the system on a device in the field.
+// Screens and commands to check the program on a device.
 #pragma once
 
 #include "src/text/text.h"
 
 namespace modQuorin {
 
-/// The link trace: arms the link and shows what it delivers.
+/// Fills the link trace: requests the link and lists the results it delivers.
 void FillBluetoothDebug();
 void FillFileDebug();
 
-/// Writes "sample.txt" into the data folder: when and where it was made.
+/// Writes "sample.txt" into the data folder: when and on which device it was written.
 void SaveSampleFile();
-/// Shows a text file; a name without a folder means the data folder's.
+/// Shows a text file; a name without a folder is looked for in the data folder.
 void LoadSampleFile(const Text& name);
 
-/// Runs the line files through their operations, telling each step.
+/// Runs the operations of line files and shows each step in a message box.
 void FileApiCheck();
 void StringToolsCheck();
 

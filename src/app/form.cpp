@@ -26,7 +26,7 @@ using platform::Key;
 namespace {
 
 constexpr std::int64_t SleepSeconds = 2; // a longer gap between two ticks means that the device slept
-constexpr std::int32_t CurrentCell = -1; // the `selected` of a draw-cell event
+constexpr std::int32_t CurrentCell = -1; // the value of `selected` in a draw-cell event
 
 void ShowHoldMenuOfTitle() {
     modQuorin::ShowHoldMenu(modQuorin::Screens.CurrentScreen, Device().grdTitle.Row(), Device().grdTitle.Col());

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The event handlers of the one form: everything that happens starts here. A back-end calls them, one at a time, on the
-// thread of its event loop; a handler that lets events run may be entered again.
+// The event handlers of the one form, where all processing starts. A back-end calls them, one at a time, on the thread
+// of its event loop. A handler that lets events run may be entered again.
 #pragma once
 
 #include "src/text/text.h"
@@ -8,20 +8,20 @@
 
 namespace frmQuorin {
 
-/// Who wants the form to end.
+/// The cause of a request to close the form.
 enum class UnloadMode : std::int32_t {
-    TitleBar = 0, ///< the title bar's close
+    TitleBar = 0, ///< the close button of the title bar
     Program = 1,
-    System = 2, ///< the platform, which nothing holds up
+    System = 2, ///< the platform; this can't be refused
 };
 
 void Form_Load();
-void Form_Activate(); ///< each time the form comes to the front; the first time starts the application
-/// `cancel` comes back true when the form is to stay.
+void Form_Activate(); ///< whenever the form becomes active; the first time starts the application
+/// Sets `cancel` to true if the form stays open.
 void Form_QueryUnload(bool& cancel, UnloadMode unloadMode);
 void Form_Unload();
 
-// Key codes and characters are the platform's; 0 written to one swallows it.
+// Key codes and characters are the platform's; a handler that writes 0 to one consumes the key.
 void Form_KeyDown(std::int32_t& keyCode, std::int32_t shift);
 void Form_KeyUp(std::int32_t& keyCode, std::int32_t shift);
 void Form_KeyPress(std::int32_t& character);
@@ -29,7 +29,7 @@ void Form_KeyPress(std::int32_t& character);
 void grdMain_Press();
 void grdMain_Release();
 void grdMain_RowColChange();
-/// A cell is to be painted. The box is in pixels of the grid; `selected` is -1 for the current cell, else 0.
+/// Paints a cell. The box is in pixels of the grid; `selected` is -1 for the current cell, else 0.
 void grdMain_DrawCell(platform::CellCanvas& canvas, std::int32_t row, std::int32_t col, std::int32_t x, std::int32_t y,
                       std::int32_t width, std::int32_t height, std::int32_t selected);
 void grdTitle_GotFocus();
@@ -45,7 +45,7 @@ void mnuButton1_Click();
 void mnuButton2_Click();
 void mnuButtonO1_Click(std::int32_t index); ///< item 1 to 5
 void mnuButtonO2_Click(std::int32_t index);
-/// For a soft-key layer that does not go by captions: the menu's own entry at once.
+/// For a soft-key layer that ignores captions: runs the menu's own entry at once.
 void SoftKey1Pressed();
 void SoftKey2Pressed();
 
@@ -61,12 +61,12 @@ void cboInputField_GotFocus();
 void cboInputField_LostFocus();
 void dteInputField_Closed();
 
-// The application neither saves, nor closes the link, nor stops a timer when it leaves the foreground.
+// The application does not save, close the link or stop a timer when it leaves the foreground.
 void myCsys_AppBackground();
 void myCsys_AppMaximized();
 void myCsys_AppMinimized();
 
-/// The soft keyboard came, went or moved: whether it is on show, and its box in pixels.
+/// The soft keyboard was shown, hidden or moved: `state` says whether it is shown; its box is in pixels.
 void mykb_statechanged(std::int16_t state, std::int32_t left, std::int32_t top, std::int32_t width,
                        std::int32_t height);
 

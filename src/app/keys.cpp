@@ -32,14 +32,14 @@ bool OnRecordScreen() {
     return IsRecordScreen(Screens.CurrentScreen);
 }
 
-/// The key has been given back at this moment, so that the platform acts on it instead of the form.
+/// Sends a key to the platform. The key must have been released: the platform acts on it, then the form grabs it again.
 void PassKeyToSystem(std::int32_t keyCode) {
     Device().hardwareKeys.SendCharacter(keyCode);
     Device().runTime.DoEvents();
     Device().hardwareKeys.Grab(keyCode);
 }
 
-/// A key that takes the device elsewhere, such as its power key: the link goes down first.
+/// Handles a key that leaves the program, such as the power key: the link is closed first.
 void HandOnWithLink(std::int32_t keyCode) {
     Device().hardwareKeys.Release(keyCode);
     if (modBluetooth::Ports.LinkOpen) {
@@ -49,7 +49,7 @@ void HandOnWithLink(std::int32_t keyCode) {
     PassKeyToSystem(keyCode);
 }
 
-/// A key that starts another application: an open record is saved first.
+/// Handles a key that starts another application: an open record is saved first.
 void HandOnWithRecord(std::int32_t keyCode) {
     Device().hardwareKeys.Release(keyCode);
     if (OnRecordScreen())
@@ -106,7 +106,7 @@ void WalkRecords(const Text& command) {
         Device().grdMain.SetCol(1);
 }
 
-/// On a grid that is not edited the control moves its own row.
+/// On a grid that is not edited, the control moves its row itself.
 void MoveRow(std::int32_t keyCode, std::int32_t step) {
     if (Screens.CurrentScreen == ScrInput)
         return;
@@ -116,7 +116,7 @@ void MoveRow(std::int32_t keyCode, std::int32_t step) {
     StoreOpenField();
     auto& grdMain = Device().grdMain;
     grdMain.SetFocus();
-    grdMain.SetRow(grdMain.Row() + step); // a row outside the grid is not taken
+    grdMain.SetRow(grdMain.Row() + step); // the grid ignores a row outside of it
 }
 
 void MoveHoldMenu(std::int32_t step) {
@@ -133,7 +133,7 @@ void Page(std::int32_t& keyCode, std::int32_t step) {
     if (Device().lstHoldMenu.Visible()) {
         MoveHoldMenu(step);
     } else if (Traits().GridTurnsPages) {
-        grdMain.SetRow(grdMain.TopRow()); // the grid has scrolled by itself
+        grdMain.SetRow(grdMain.TopRow()); // the grid has scrolled itself
         Device().txtInputField.SetVisible(false);
         Device().cboInputField.SetVisible(false);
     } else {
@@ -177,7 +177,7 @@ void KeyDownHandler(std::int32_t& keyCode, std::int32_t) {
 void KeyUpHandler(std::int32_t& keyCode, std::int32_t) {
     auto& grdMain = Device().grdMain;
     if (!grdMain.Enabled()) {
-        // This key belongs to what had disabled the grid and must not act on it.
+        // This key belongs to whatever disabled the grid, and must not act on the grid.
         grdMain.SetEnabled(true);
         grdMain.SetFocus();
         return;
@@ -222,7 +222,7 @@ std::int32_t KeyForGrid(std::int32_t keyCode) {
     return Key{keyCode} == Key::Space && !AnyInputFieldVisible() ? platform::CodeOf(Key::PalmSelect) : keyCode;
 }
 
-/// On a device without a window the key is the form's own.
+/// On a device without a window, the form handles Enter itself.
 bool EnterAnswersPrompt() {
     return Traits().HasWindow && Screens.CurrentScreen == ScrInput;
 }
@@ -242,7 +242,7 @@ void ShowHoldMenu(ScreenId screen, std::int32_t row, std::int32_t col) {
 
 void HoldMenuClicked() {
     auto& list = Device().lstHoldMenu;
-    // Taken first: hiding the list takes its focus away, and that empties it.
+    // Read first: hiding the list makes it lose the focus, which empties it.
     const Text tag = list.Tag();
     const std::int32_t index = list.ListIndex();
     const Text text = list.ItemText(index);

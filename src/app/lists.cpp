@@ -23,7 +23,7 @@ void SetTitle(const Text& title) {
     Device().grdTitle.SetCell(0, 0, title);
 }
 
-/// Shows the entries and makes the one that is stored the current row.
+/// Shows the entries and makes the stored one the current row.
 void ShowChoices(const std::vector<Text>& entries, const Text& stored) {
     modPDAUI::ShowList(entries);
     for (std::size_t i = 0; i < entries.size(); ++i) {
@@ -34,7 +34,7 @@ void ShowChoices(const std::vector<Text>& entries, const Text& stored) {
 }
 
 void FillVolumeList() {
-    modFileSystem::EnumVolumesAnew(); // a card may have come or gone
+    modFileSystem::EnumVolumesAnew(); // a card may have been inserted or removed
     const Text stored = GetSetting(u"StorageVolume", modFileSystem::Storage.BestVolume);
     SetTitle(u"Select Volume");
     ShowChoices(modFileSystem::Storage.VolumeList, stored);
@@ -50,7 +50,7 @@ void FillTestList() {
     ShowChoices(rows, stored);
 }
 
-/// The platform's fonts in its order, runs of equal names once, a thousand at the most.
+/// Returns the platform's fonts in its order, each run of equal names once, a thousand at most.
 std::vector<Text> FontNames() {
     auto& fonts = Device().fontServer;
     std::vector<Text> names;
@@ -82,7 +82,7 @@ void FillFileList() {
 
 struct KindOfList {
     const char16_t* Kind;
-    const char16_t* Key; ///< the setting that takes the choice; nothing where none is stored
+    const char16_t* Key; ///< the setting that stores the choice; null if none is stored
     void (*Fill)();
 };
 
@@ -106,7 +106,8 @@ Text CurrentRowText() {
     return Device().grdMain.Cell(Device().grdMain.Row(), 0);
 }
 
-/// Makes the first row with a height current, looking from row `from` in steps of 1 or -1. No row has one: nothing.
+/// Makes the first row with a height current, looking from row `from` in steps of 1 or -1. Does nothing if there is
+/// none.
 void TakeFirstShownRow(std::int32_t from, std::int32_t step) {
     auto& grdMain = Device().grdMain;
     for (std::int32_t row = from; row >= 0 && row < grdMain.Rows(); row += step) {
@@ -161,7 +162,7 @@ void SkipHiddenRows() {
     if (grdMain.RowHeight(row) > 0) {
         modPDAUI::Grids.LastVisibleRow = row;
     } else if (row > modPDAUI::Grids.LastVisibleRow) {
-        // A change of the row runs this again, so that one step a time is enough.
+        // Each change of the row calls this again, so one step at a time is enough.
         if (row == last)
             TakeFirstShownRow(last, -1);
         else

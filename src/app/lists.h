@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The shared selection list, and what a changed row means on each screen.
+// The shared selection list, and what a change of the row does on each screen.
 #pragma once
 
 #include "src/text/text.h"
@@ -11,10 +11,10 @@ struct ListState {
 };
 inline ListState Lists;
 
-/// Fills ScrList by ListKind; any kind that is not known fills nothing.
+/// Fills ScrList by ListKind; an unknown kind fills nothing.
 void FillList();
 
-/// Runs on every change of grdMain's row or column, whatever caused it.
+/// Called on every change of grdMain's row or column, whatever caused it.
 void RowChanged(std::int32_t screen);
 
 // What RowChanged does, by screen.
@@ -23,6 +23,6 @@ void RememberPreferenceRow();
 void TakeDriverOfRow();
 void TakeDownloadOfRow();
 void TakePackageOfRow();
-void SkipHiddenRows(); ///< moves on, in the direction of travel, until the row has a height
+void SkipHiddenRows(); ///< moves on in the same direction until the row has a height
 
 } // namespace modQuorin

@@ -19,7 +19,7 @@ void AddApplicationMenus() {
     AddMenu(MenuMain, {{{u"Main"}, {u"Start..."}, {u"Exit", EntryMarker::Back}}},
             {{{u"Options"}, {u"Preferences..."}, {u"inf editor..."}, {u"Bluetooth Debug..."}}});
     AddMenu(MenuOk, {{{u"Ok"}}}, {{{u"Back"}}});
-    // The commands of MenuDriverColumns, which no screen carries, are reached from here.
+    // No screen has MenuDriverColumns; its commands are in this menu.
     AddMenu(MenuDrivers, {{{u"File"}, {u"Edit"}, {u"Delete"}, {u"Show/Hide Columns..."}, {u"New"}, {u"Add Driver..."}}},
             {{{u"Back"}}});
     AddMenu(MenuDriverColumns, {{{u"File"}, {u"Show/Hide Columns..."}, {u"Add Driver..."}, {u"Delete"}}},

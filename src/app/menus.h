@@ -4,7 +4,7 @@
 
 namespace modQuorin {
 
-void AddInputMenus();       ///< of the three screens that the input layer needs
+void AddInputMenus();       ///< for the three screens that the input layer needs
 void AddApplicationMenus(); ///< all others, in the order of the table
 
 } // namespace modQuorin

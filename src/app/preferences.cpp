@@ -21,7 +21,7 @@ namespace {
 
 constexpr std::int32_t LargestFont = 30;
 constexpr std::int32_t SmallestFont = 5;
-constexpr std::int32_t ZoomStep = 5; // a size must exceed the old one by more than this
+constexpr std::int32_t ZoomStep = 5; // a new size must exceed the old one by more than this
 
 bool HasOneFontSize() {
     return !platform::Traits().FineGridFont.empty() && Display.UiScale == 2;
@@ -33,7 +33,7 @@ void FillPreferences() {
     auto& grdMain = Device().grdMain;
     Device().grdTitle.SetCell(0, 0, u"Preferences");
     grdMain.SetRows(1);
-    grdMain.SetCell(0, 0, u""); // a refill begins with an empty list
+    grdMain.SetCell(0, 0, u""); // filling again starts with an empty list
     if (!HasOneFontSize())
         AddGridRow(u"Zoom");
     AddGridRow(u"Select Storage Volume...");

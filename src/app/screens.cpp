@@ -84,7 +84,7 @@ void SelectCommandRow(std::int32_t row, std::int32_t col) {
     MenuEvent(platform::Device().grdMain.Cell(row, col));
 }
 
-/// A row that was highlighted all along is chosen by a tap as well: no row change has stored it.
+/// A tap also chooses the row that was highlighted already: no change of the row has stored it.
 void SelectListEntry(std::int32_t, std::int32_t) {
     StoreListChoice();
     GoBack();

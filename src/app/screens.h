@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: MIT
-// Fills the table of screens. This is the one place that knows every screen with all its routines: to see what a screen
-// does, read its row in screens.cpp.
+// Fills the table of screens. Only this module knows every screen with all its routines: to see what a screen does,
+// read its row in screens.cpp.
 #pragma once
 
 namespace modQuorin {
 
-/// The three screens that the input layer needs, whatever the rest of start-up does.
+/// Adds the three screens that the input layer needs before the rest of start-up.
 void AddInputScreens();
 
-/// All others, in the order of the table. Their menus must stand.
+/// Adds all others, in the order of the table. Requires that their menus have been added.
 void AddApplicationScreens();
 
 } // namespace modQuorin

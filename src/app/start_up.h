@@ -1,28 +1,28 @@
 // SPDX-License-Identifier: MIT
-// From the form's first events to the main screen on show, and back to program start.
+// Start-up, from the form's first events to the main screen, and the reset to the state at program start.
 #pragma once
 
 namespace modQuorin {
 
-/// Closes what is open and puts every module's state back to what it is at program start, so that a process can start
-/// the program any number of times. While something is open, the platform that it is open on must still be installed.
+/// Closes what is open and sets the state of every module to what it is at program start, so that a process can start
+/// the program any number of times. If anything is open, the platform on which it was opened must still be installed.
 void ResetModules();
 
-/// What depends on the device: the form's layout, soft keys, grabbed keys, fonts, and the screens of the input layer.
-/// Runs once, from the form's load event.
+/// Sets up what depends on the device: the form's layout, soft keys, grabbed keys, fonts, and the screens of the input
+/// layer. Called once, by the form's load event.
 void InitDisplay();
 
-/// The application's own tables, settings, and the main screen. Runs once, from the form's first activation. No file
-/// and no port is opened.
+/// Sets up the application's own tables and settings, and shows the main screen. Called once, when the form is
+/// activated for the first time. Opens no file and no port.
 void InitApplication();
 
-/// Takes the grids' font size from the settings.
+/// Sets the font size of the grids from the settings.
 void LoadFontSize();
 
-/// A Windows Mobile device of version 5 or later, whose two menus are hardware keys.
+/// True for a Windows Mobile device of version 5 or later, whose two menus are hardware keys.
 bool IsSoftKeyPlatform();
 
-/// Gives the grabbed hardware keys back to the platform.
+/// Returns the grabbed hardware keys to the platform.
 void ReleaseHardwareKeys();
 
 } // namespace modQuorin
