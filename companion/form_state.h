@@ -1,16 +1,16 @@
 // SPDX-License-Identifier: MIT
-// What can be seen of the form's state between two events.
+// What can be read from the form's state between two events.
 #pragma once
 
 namespace companion {
 
-/// A record is on the screen, or under a prompt.
+/// True if a record is on the screen, or under a prompt.
 bool RecordIsOpen();
 
-/// The record on screen takes readings, and a Back that did not leave it has taken its link down.
+/// True if the record on screen takes readings, and a Back that did not leave the record has closed its link.
 bool LinkWasTakenDown();
 
-/// The link is up over the table of a driver, where no reading belongs.
+/// True if the link is open while the table of a driver is edited, which takes no readings.
 bool LinkIsUpInTheEditor();
 
 } // namespace companion

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The state of the link between two looks at it: when a result came last, and why a port could not be opened.
+// What is remembered about the link from one update of its line to the next: when the last result came, and why a port
+// could not be opened.
 #pragma once
 
 #include "companion/link_line.h"
@@ -15,29 +16,31 @@ namespace companion {
 
 /// What a back-end knows of its serial port.
 struct PortFacts {
-    std::string Address; ///< of what stands behind it; empty for none
+    std::string Address; ///< the address that the port number stands for; empty for none
     bool Open = false;
-    bool Heard = false;      ///< something has come since it was opened
-    std::size_t Waiting = 0; ///< characters that nobody has read
+    bool Heard = false;      ///< something was received since the port was opened
+    std::size_t Waiting = 0; ///< characters that have not been read
     platform::ErrorNumber LastOpening = platform::NoError;
-    std::string Trouble; ///< why that failed, where the number does not tell
+    std::string Trouble; ///< why the last opening failed, if the error number does not say it
 };
 
 class LinkWatch {
 public:
-    using Moment = std::chrono::milliseconds; ///< by a clock that counts the time in which the machine has slept
+    using Moment = std::chrono::milliseconds; ///< by a clock that includes the time while the machine sleeps
     using TroubleFinder = std::function<std::string(const std::string& address, platform::ErrorNumber error)>;
 
-    /// `find` says why an address could not be opened. It may take its time: it is asked every two seconds at the most.
+    /// `find` returns why an address could not be opened. It may be slow: for an unchanged address and error it is
+    /// called every two seconds at most.
     explicit LinkWatch(TroubleFinder find) : Find_(std::move(find)) {}
 
-    /// A result has come, taken or not.
+    /// A result was received, taken or not.
     void ResultCame(Moment now) { LastResult_ = now; }
 
-    /// True five times a second at the most: the line tells whole seconds, and the loop may come by a thousand times.
+    /// Returns true five times a second at most: the line shows whole seconds, and the loop may call this a thousand
+    /// times.
     bool IsDue(Moment now);
 
-    /// The line as it is now. `held`: two questions stand, one upon the other.
+    /// Returns the current line. `held`: two message boxes are open, one upon the other.
     LinkLine Line(const PortFacts& port, bool held, Moment now);
 
 private:
@@ -46,7 +49,7 @@ private:
     TroubleFinder Find_;
     std::optional<Moment> LastResult_;
     Moment LastLook_{-1000};
-    /// What was found of a trouble that the number alone tells.
+    /// The last answer of Find_.
     struct {
         std::string Address;
         platform::ErrorNumber Error = platform::NoError;

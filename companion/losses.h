@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What has to be said to a person's face, in a box of the window's own: readings that sound as if they were taken, and
+// What must be shown in a message box of the window: readings that signalled with their tone that they were taken, but
 // that no row of the file can hold.
 #pragma once
 
@@ -11,18 +11,18 @@ class Losses {
 public:
     /// Nothing of the record that was opened can be stored.
     void NoPlace(const Text& words);
-    /// A reading is in no row.
+    /// A reading is not stored in any row.
     void Reading(const Text& words);
 
-    /// Whether there is something to say.
+    /// True if there is something to show.
     bool Any() const { return !Cause.empty(); }
-    /// What is said. It counts the readings.
+    /// The text to show, with the number of readings.
     Text Words() const;
-    /// A person has seen it. What comes afterwards is said anew.
+    /// A person has seen the text. Later losses start a new one.
     void Seen();
 
 private:
-    Text Cause; ///< what came first
+    Text Cause; ///< the text of the first loss
     int Readings = 0;
 };
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The one list of what a person should know and the form has no message for. A back-end shows the worst of it, and
-// tells each that is new.
+// The list of what a person should know and the form has no message for. A back-end shows the worst notice, and reports
+// each new one.
 #pragma once
 
 #include "src/text/text.h"
@@ -12,25 +12,25 @@ namespace companion {
 
 enum class Severity {
     Note,    ///< nothing is wrong
-    Warning, ///< something may go wrong, or has
+    Warning, ///< something may fail, or has failed
     Loss,    ///< something is not stored
 };
 
-/// What a person can do about a notice where it stands.
+/// What a person can do about a notice.
 enum class NoticeAction {
     None,
-    Dismiss, ///< say that it was seen
+    Dismiss, ///< confirm that it was seen
 };
 
-/// How long a notice stands, unless it is withdrawn before.
+/// How long a notice stays in the list, unless it is withdrawn before.
 enum class Until {
-    Tapped,     ///< a person has said that it was seen
-    RecordLeft, ///< it is about the record on screen
-    Withdrawn,  ///< what it says is no longer so
+    Tapped,     ///< until a person has confirmed that it was seen
+    RecordLeft, ///< until the record on screen is left, which it is about
+    Withdrawn,  ///< until it no longer applies
 };
 
 struct Notice {
-    Text About; ///< the short name of what it is about, as docs/limits.md has it: one of a name stands at a time
+    Text About; ///< the short name of its subject, as in docs/limits.md; the list has one notice of a name at most
     Severity Weight = Severity::Warning;
     Text Words;
     Until Stands = Until::Withdrawn;
@@ -40,21 +40,21 @@ struct Notice {
 
 class Notices {
 public:
-    /// Puts a notice up, in place of the one of its name. One that stands already is not told again.
+    /// Adds a notice and replaces the one of its name. A notice that is in the list already is not reported again.
     void Raise(const Notice& notice);
     void Withdraw(const Text& about);
-    /// The record on screen was left: what was about it goes.
+    /// Removes the notices about the record on screen, which was left.
     void RecordLeft() { Drop(Until::RecordLeft); }
-    /// Does what a person can do about the notice of this name; nothing where that is nothing.
+    /// Does what a person can do about the notice of this name; nothing if its action is None.
     void Act(const Text& about);
 
-    /// The worst one; among these the newest. Nothing when there is none.
+    /// Returns the worst notice; of several equally bad ones, the newest. Returns null if there is none.
     const Notice* Worst() const;
-    /// The worst one first; among equally bad ones the newest.
+    /// Returns all notices, the worst first; of equally bad ones, the newest first.
     std::vector<Notice> Sorted() const;
-    /// How many warnings and losses stand behind the worst one.
+    /// Returns how many warnings and losses there are besides the worst notice.
     std::size_t Behind() const;
-    /// In the order in which they were raised.
+    /// Returns the notices in the order in which they were raised.
     const std::vector<Notice>& Standing() const { return List; }
 
     std::function<void(const Notice&)> Told;

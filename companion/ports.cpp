@@ -49,7 +49,7 @@ std::string NameText(const DeviceName& name) {
     return text;
 }
 
-/// A line below a device's own.
+/// A line under the line of a device, indented.
 std::string Below(const std::string& text) {
     return text.empty() ? "" : "    " + Printable(text) + "\n";
 }

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The ports that a machine has, as people see them: what is there, what it is called, and why it can't be used.
+// The ports of a machine, as a person sees them: which there are, what they are called, and why one can't be used.
 #pragma once
 
 #include <cstdint>
@@ -8,14 +8,14 @@
 
 namespace companion {
 
-/// What a device is called; empty where nobody knows.
+/// What a device is called; a part that is not known is empty.
 struct DeviceName {
     std::string Vendor;
     std::string Model;
     std::string SerialNumber;
 };
 
-/// One sentence each.
+/// Both are one sentence.
 struct PortTrouble {
     std::string Reason;
     std::string Remedy;
@@ -23,29 +23,29 @@ struct PortTrouble {
 
 enum class PortState {
     Ready,   ///< it was opened, and closed again
-    Untried, ///< it may be opened as far as its permissions go
+    Untried, ///< its permissions allow opening it; it was not opened
     InUse,
-    Refused, ///< for want of permission
+    Refused, ///< no permission
     Gone,
     Failing,
-    Elsewhere, ///< behind an address that is no device of this machine, and was not opened
+    Elsewhere, ///< an address that is no device of this machine; it was not opened
 };
 
 struct PortName {
     std::int32_t Number = 0; ///< 1 for "Com1"
-    bool Pinned = false;     ///< by the person, and not by the rule
+    bool Pinned = false;     ///< assigned by the person, not by the rule
 };
 
 struct PortRow {
-    std::string Path;               ///< or the address of what is elsewhere
-    std::vector<std::string> Links; ///< names in `serial/by-id` that lead to it
+    std::string Path;               ///< or the address, if it is Elsewhere
+    std::vector<std::string> Links; ///< names in `serial/by-id` that lead to the port
     DeviceName Name;
     std::vector<PortName> Numbers;
     PortState State = PortState::Ready;
     PortTrouble Trouble; ///< empty for Ready, Untried and Elsewhere
 };
 
-/// The lines that a person reads, each with its end.
+/// Returns the text that lists the ports, each line ended.
 std::string PortTable(const std::vector<PortRow>& rows);
 
 } // namespace companion

@@ -10,7 +10,7 @@ using platform::DateTime;
 
 namespace {
 
-/// "20:30", and the day where it is not today's.
+/// "20:30", with the date if it is not today.
 Text MomentText(const DateTime& now, const DateTime& moment) {
     Text text = TwoDigits(moment.Hour) + u":" + TwoDigits(moment.Minute);
     if (moment.Date != now.Date)

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What a person is told, in words, of each thing that the form has no message for.
+// The texts for what the form has no message for.
 #pragma once
 
 #include "companion/notices.h"
@@ -7,7 +7,7 @@
 
 namespace companion {
 
-// The short names of notices, as docs/limits.md gives them.
+// The short names of notices, as in docs/limits.md.
 inline const Text AboutSaving = u"notsaved";
 inline const Text AboutRecord = u"record";
 inline const Text AboutDriver = u"driver";
@@ -26,11 +26,12 @@ inline const Text AboutPlace = u"place";
 /// "20:30:05".
 Text TimeText(const platform::DateTime& moment);
 
-/// Where the records are.
+/// Says which folder holds the records.
 Notice DataFolder(const Text& folder);
 Notice NotSaved(const platform::DateTime& now, const Text& file, const Text& why);
 
-/// Why nothing of the record can be stored: "qrn0001.txt could not be made: the disk is full. Readings are not stored."
+/// Returns why nothing of the record can be stored: "qrn0001.txt could not be made: the disk is full. Readings are not
+/// stored."
 Text NoPlaceText(const platform::OpenedRecord& record);
 /// "the reading 23.4 % is not stored: the file could not be made".
 Text LossText(const platform::LostReading& reading);
@@ -43,15 +44,15 @@ Notice DeliveryStays(const Text& fullName, platform::ErrorNumber why);
 Notice DeliveryKept(const Text& fullName, platform::ErrorNumber why);
 Notice LinkIsOff();
 Notice LinkIsOn();
-/// `why` is what the program will end with.
+/// `why` is the message with which the program will end.
 Notice PortEndsProgram(const Text& why);
-/// `why` says that a second program can't be kept away.
+/// `why` says that a second program can't be kept out of the root folder.
 Notice NobodyKeepsAway(const Text& why);
-/// Files are elsewhere than they should be: in `instead`, or nowhere where that is empty.
+/// Files are not where they should be: they are in `instead`, or nowhere if that is empty.
 Notice FolderReplaced(const Text& folder, const Text& instead, platform::ErrorNumber why);
-/// A list of files lacks these, which can't be read.
+/// A list of files lacks these files, which can't be read.
 Notice ListIncomplete(const std::vector<platform::Unlisted>& unlisted);
-/// A file that was written anew could not keep all of its rights.
+/// A file that was rewritten could not keep all of its permissions.
 Notice RightsNotKept(const Text& file);
 
 } // namespace companion
