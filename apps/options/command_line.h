@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// How every program reads its command line.
+// Reads the command line of every program.
 #pragma once
 
 #include <functional>
@@ -13,14 +13,14 @@ namespace apps {
 
 enum class Reading { Run, Shown, Wrong };
 
-/// Reads the words, then lets `understand` look at them, which may Refuse one. Shown: help or the version were asked
-/// for and written. Wrong: a line on standard error says what is.
+/// Reads the words, then calls `understand` to check them, which may call Refuse. Returns Shown if help or the version
+/// was asked for and written, and Wrong after a line on standard error that says what is wrong.
 Reading ReadCommandLine(CLI::App& app, int count, const char* const* words, const std::function<void()>& understand);
 
-/// Says that an option was given a text that it can't have. For use inside of ReadCommandLine.
+/// Reports that an option has a text that it can't have. Only for use within ReadCommandLine.
 [[noreturn]] void Refuse(const std::string& option, const std::string& text, const std::string& why);
 
-/// What --version answers, such as "quorin-console V 0.27".
+/// Returns the text for --version, such as "quorin-console V 0.27".
 std::string VersionText(const std::string& program);
 
 } // namespace apps

@@ -31,7 +31,7 @@ struct Pair {
     std::string Right;
 };
 
-/// Both sides of the last sign, both empty without one.
+/// Returns both sides of the last `sign`; both are empty if there is none.
 Pair Split(const std::string& text, char sign) {
     const std::size_t place = text.rfind(sign);
     return place == std::string::npos ? Pair{} : Pair{text.substr(0, place), text.substr(place + 1)};
@@ -47,7 +47,7 @@ ScreenSize ScreenFrom(const std::string& text) {
     return {*width, *height};
 }
 
-/// A device type, or the name of a profile, whose screen then counts as well.
+/// Sets the device type, given as a number or by the name of a profile, which sets the screen too.
 void TakeDevice(const std::string& text, backends::DeviceOptions& device) {
     constexpr std::int32_t LargestType = 32767;
     if (const auto* profile = backends::ProfileNamed(text)) {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The options that say what a device is to be: described, read and understood in one place for all programs.
+// The options that describe the device, with their help and their parsing, for all programs.
 #pragma once
 
 #include "apps/options/command_line.h"
@@ -11,14 +11,14 @@
 
 namespace apps {
 
-/// What differs from program to program.
+/// The defaults that differ from program to program.
 struct DeviceDefaults {
-    std::string Device;   ///< as it would be said
-    std::string Root;     ///< for people
-    std::string Settings; ///< for people
+    std::string Device;   ///< as it would be given on the command line
+    std::string Root;     ///< text for --help
+    std::string Settings; ///< text for --help
 };
 
-/// What a command line says of the device, before it is looked at.
+/// The texts that a command line gives for the device, not yet checked.
 struct DeviceWords {
     explicit DeviceWords(DeviceDefaults defaults) : Defaults(std::move(defaults)), Device(Defaults.Device) {}
 
@@ -33,18 +33,19 @@ struct DeviceWords {
     std::vector<std::string> Ports;
 };
 
-/// Every option but --port.
+/// Adds every option but --port.
 void AddDeviceOptions(CLI::App& app, DeviceWords& words);
 /// `without` says what a port is that the option does not name.
 void AddPortOption(CLI::App& app, DeviceWords& words, const std::string& without);
 
-/// Root and settings stay empty where nothing is said of them. Inside of ReadCommandLine, as it may Refuse.
+/// Returns the checked options. Root and settings are empty if they were not given. Only for use within
+/// ReadCommandLine, because it may call Refuse.
 backends::DeviceOptions UnderstoodDevice(const DeviceWords& words);
 
-/// The kinds of addresses that --port takes, a line each.
+/// Returns the kinds of addresses for --port, a line each.
 std::string AddressHelp();
 
-/// A row a kind of device: its name, type, screen, version and volume.
+/// Returns a row for each kind of device: its name, type, screen, version and volume.
 std::string DeviceTable();
 
 } // namespace apps

@@ -10,13 +10,13 @@
 
 namespace console {
 
-/// The arguments that blanks part.
+/// Returns the arguments, separated by blanks.
 std::vector<std::string> WordsOf(const std::string& rest);
 
 std::optional<std::int64_t> NumberFrom(const std::string& word);
 
-/// A TEXT: the rest of the line as it stands or, where it begins with a double quote, a JSON string. Nothing for one
-/// that is no proper JSON string.
+/// Reads a TEXT: the rest of the line as it is or, if it begins with a double quote, a JSON string. Returns nothing for
+/// an invalid JSON string.
 std::optional<Text> TextFrom(const std::string& rest);
 
 } // namespace console

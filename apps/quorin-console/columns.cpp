@@ -16,11 +16,11 @@ struct Range {
     char32_t First, Last;
 };
 
-/// The characters that a terminal draws two columns wide: those of East Asia, and pictures.
+/// The characters that a terminal draws two columns wide: East Asian characters and pictures.
 constexpr Range Wide[] = {{0x1100, 0x115F},   {0x2E80, 0x303E},   {0x3041, 0xA4CF},   {0xAC00, 0xD7A3},
                           {0xF900, 0xFAFF},   {0xFE30, 0xFE6F},   {0xFF00, 0xFF60},   {0xFFE0, 0xFFE6},
                           {0x1F300, 0x1F64F}, {0x1F680, 0x1F6FF}, {0x1F900, 0x1F9FF}, {0x20000, 0x3FFFD}};
-/// Those that are drawn over the one before.
+/// The characters that are drawn over the one before.
 constexpr Range Over[] = {{0x0300, 0x036F}, {0x200B, 0x200F}, {0x20D0, 0x20FF}, {0xFE00, 0xFE0F}};
 
 template <std::size_t Count>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Texts on the columns of a terminal, of which a character takes none, one or two.
+// Measures and fits texts to the columns of a terminal. A character takes none, one or two of them.
 #pragma once
 
 #include "src/text/text.h"
@@ -8,23 +8,23 @@
 
 namespace console {
 
-/// The columns that a text takes.
+/// Returns the number of columns that a text takes.
 std::size_t ColumnsOf(TextView text);
 
-/// The longest head of a text that takes no more than so many columns. No character is cut in two.
+/// Returns the longest start of a text that takes `columns` columns at most. No character is cut in two.
 TextView HeadOf(TextView text, std::size_t columns);
 
-/// The longest tail, likewise.
+/// Returns the longest end of a text that takes `columns` columns at most.
 TextView TailOf(TextView text, std::size_t columns);
 
-/// Filled up with blanks to a width or, where it is longer, cut with a sign that something is missing.
+/// Returns a text padded with blanks to a width; a longer text is cut and ends with `…`.
 Text Fitted(const Text& text, std::size_t columns);
 Text Centred(const Text& text, std::size_t columns);
 
-/// Control characters become blanks.
+/// Returns a text with its control characters replaced by blanks.
 Text WithoutControls(Text text);
 
-/// The lines of a text, ended by CR LF, CR or LF, each wrapped at blanks to a width of 1 or more.
+/// Returns the lines of a text, which end with CR LF, CR or LF, each wrapped at blanks to a width of 1 or more.
 std::vector<Text> Wrapped(const Text& text, std::size_t columns);
 
 } // namespace console

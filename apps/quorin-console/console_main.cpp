@@ -29,7 +29,8 @@ bool IsFolder(const std::string& path) {
     return ::stat(path.c_str(), &found) == 0 && S_ISDIR(found.st_mode);
 }
 
-/// The root folder is made when it is missing; without one that can be written there is nothing to do.
+/// Creates the root folder if it is missing. Returns false, after a message, if there is no root folder that can be
+/// written.
 bool RootIsUsable(const std::string& root) {
     const auto error = backends::MakeFolders(root);
     std::string why;

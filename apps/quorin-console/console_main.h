@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What the program does before there is a device, whatever kind of device that is.
+// What the program does before there is a device, for any kind of device.
 #pragma once
 
 #include "apps/quorin-console/console_options.h"
@@ -7,8 +7,8 @@
 
 namespace console {
 
-/// Reads the command line, opens the commands, sees to the root folder, and runs the session on a device. Gives the
-/// exit status.
+/// Reads the command line, opens the commands, creates and locks the root folder, and runs the session on a device.
+/// Returns the exit status.
 int ConsoleMain(int count, char** words, int (*run)(const Options&, Session&));
 
 } // namespace console

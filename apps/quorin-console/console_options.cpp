@@ -19,7 +19,7 @@ using apps::Refuse;
 
 constexpr const char* DefaultMoment = "2007-03-05T09:30:00";
 
-/// What the command line says, before it is looked at.
+/// The texts that the command line gives, not yet checked.
 struct Words {
     apps::DeviceWords Device{{"0", "$XDG_DATA_HOME/quorin", "settings.ini in the root folder"}};
     std::string Clock = "virtual";

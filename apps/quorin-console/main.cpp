@@ -16,7 +16,7 @@ int RunHeadless(const console::Options& options, console::Session& session) {
         session.Run();
     } catch (const backends::ProgramOver& over) {
         const int status = session.Over(over);
-        modQuorin::ResetModules(); // closes what is open while there is still a platform to close it with
+        modQuorin::ResetModules(); // closes what is open while the platform still exists
         return status;
     }
 }

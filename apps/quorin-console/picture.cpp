@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The device's screen on 80 columns: what was painted of the two grids, what lies over them, the two menus at the foot.
+// Draws the device's screen on 80 columns: the painted cells of the two grids, what is over them, and the two menus
+// below.
 #include "apps/quorin-console/columns.h"
 #include "apps/quorin-console/reports.h"
 
@@ -22,11 +23,11 @@ namespace {
 using Lines = std::vector<Text>;
 
 constexpr std::size_t PictureWidth = 80;
-constexpr std::size_t MarkWidth = 2; ///< what stands before a row: "> " for the selected one
+constexpr std::size_t MarkWidth = 2; ///< width of the mark before a row: "> " for the selected one
 constexpr std::size_t RoomForText = PictureWidth - MarkWidth;
 
-/// How many columns of the terminal each column of the grids gets: of two the first has the share that the screen's row
-/// gives it, whether or not a scroll bar takes some of it.
+/// Returns how many columns of the terminal each column of a grid gets. Of two columns, the first has the share that
+/// the row of the screen table gives it, whether or not a scroll bar takes part of it.
 std::vector<std::size_t> ColumnWidths(const DrawnGrid& grid) {
     if (grid.Cols() < 2)
         return {RoomForText};
@@ -36,7 +37,7 @@ std::vector<std::size_t> ColumnWidths(const DrawnGrid& grid) {
     return {first, RoomForText - first};
 }
 
-/// What the painter wrote on a cell, wrapped where the painter wrapped it.
+/// Returns what the painter wrote on a cell, wrapped where the painter wrapped it.
 Lines PaintedLines(const CellPicture& picture, std::size_t width) {
     Lines lines;
     for (const PaintedText& text : picture.Texts) {
@@ -52,35 +53,35 @@ Lines PaintedLines(const CellPicture& picture, std::size_t width) {
     return lines;
 }
 
-/// A cell that is not on the page is not painted; its text tells what is in it.
+/// A cell outside of the page is not painted. Above the page its text is used, below it nothing.
 Lines CellLines(const DrawnGrid& grid, std::int32_t row, std::int32_t col, std::size_t width) {
     if (const CellPicture* picture = grid.Picture(row, col))
         return PaintedLines(*picture, width);
     return row < grid.TopRow() ? Wrapped(grid.Cell(row, col), width) : Lines{Text()};
 }
 
-/// The prompt takes the place of the main grid, whatever that shows behind it.
+/// True while a prompt is open; it replaces the main grid.
 bool Prompting() {
     return modQuorin::Screens.CurrentScreen == modQuorin::ScrInput;
 }
 
-/// The in-place text box lies over the cell that it edits.
+/// True if the in-place text box is over this cell.
 bool IsUnderEdit(const Controls& form, std::int32_t row, std::int32_t col) {
     return !Prompting() && form.txtInputField.Visible() && modPDAUI::Input.EditRow == row &&
            modPDAUI::Input.EditCol == col;
 }
 
-/// The text of a field with its caret, cut to a width so that the caret is to be seen.
+/// Returns the text of a field with its caret, cut to a width so that the caret can be seen.
 Text FieldText(const Text& contents, std::int32_t caret, std::size_t columns) {
     Text before = WithoutControls(contents.substr(0, static_cast<std::size_t>(caret)));
     const Text behind = WithoutControls(contents.substr(static_cast<std::size_t>(caret)));
-    if (ColumnsOf(before) + 2 > columns) // the caret, and a sign that what is behind it is cut off
+    if (ColumnsOf(before) + 2 > columns) // the caret, and the sign that shows that the text after it is cut off
         before = u"…" + Text(TailOf(before, columns - std::min<std::size_t>(columns, 3)));
     const Text whole = before + u"_" + behind;
     return ColumnsOf(whole) > columns ? Fitted(whole, columns) : whole;
 }
 
-/// The in-place field, with its edges.
+/// Returns the in-place field, with its edges.
 Text InPlaceField(const Controls& form, std::size_t columns) {
     const auto& field = form.txtInputField;
     return u"[" + FieldText(field.Contents(), field.Caret(), std::max<std::size_t>(columns, 4) - 2) + u"]";
@@ -146,7 +147,7 @@ Lines TitleLines(const Controls& form) {
     return lines;
 }
 
-/// Where the picture begins: at the first row when there is room for all, else where the page does.
+/// Returns the first row to draw: the first row of all if all have room, else the first row of the page.
 std::int32_t FirstRowDrawn(const DrawnGrid& grid) {
     std::int32_t height = 0;
     for (std::int32_t row = 0; row < grid.Rows(); ++row)
@@ -154,7 +155,7 @@ std::int32_t FirstRowDrawn(const DrawnGrid& grid) {
     return static_cast<float>(height) <= grid.Bounds().Height ? 0 : grid.TopRow();
 }
 
-/// The rows of the page, and how many lie above and below it.
+/// The rows of the page, and how many rows are above and below it.
 Lines MainLines(const Controls& form) {
     const DrawnGrid& grid = form.grdMain;
     Lines lines;
@@ -232,7 +233,7 @@ Lines BoxLines(const Controls& form) {
     return lines;
 }
 
-/// Lays lines over the middle of a picture, which grows when they are more than it has.
+/// Draws lines over the middle of a picture, which is extended if it has fewer lines.
 void LayOver(Lines& picture, const Lines& over) {
     if (over.empty())
         return;

@@ -51,7 +51,7 @@ Json CellsReport(const DrawnGrid& grid) {
     return cells;
 }
 
-/// The cells and the sizes that both grids have.
+/// Adds what is reported of both grids: cells, sizes and box.
 void AddShape(Json& report, const DrawnGrid& grid) {
     report["cells"] = CellsReport(grid);
     report["widths"] = Json::array();

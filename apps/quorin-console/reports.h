@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The device as it stands, for programs and for people.
+// Reports of the device's current state, for programs and for people.
 #pragma once
 
 #include "apps/quorin-console/writer.h"
@@ -7,16 +7,16 @@
 
 namespace console {
 
-/// The screen object: both grids, the menus, an open input control, the status strip, the focus.
+/// Returns the screen object: both grids, the menus, an open input control, the status strip, the focus.
 Json ScreenReport(const backends::BackEnd& device);
 
-/// A date as 2007-03-05.
+/// Returns a date as 2007-03-05.
 std::string IsoDate(const platform::CalendarDate& date);
 
-/// The screen drawn as text, 80 columns wide: the rows that stand on the page, and what lies over them.
+/// Returns the screen drawn as text, 80 columns wide: the rows of the page, and what is over them.
 std::string Picture(const backends::BackEnd& device);
 
-/// The module-level state that other tools may want.
+/// Returns the state of the modules that other tools may need.
 Json StateReport(const backends::BackEnd& device);
 
 } // namespace console

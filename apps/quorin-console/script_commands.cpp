@@ -28,7 +28,7 @@ const Error Done;
 
 constexpr std::int64_t LongestTime = std::int64_t{1000} * 86400 * 365 * 100; // a century of milliseconds
 
-// --- a person's hand -------------------------------------------------------------------------------------------------
+// --- what a person does ----------------------------------------------------------------------------------------------
 
 struct GridPlace {
     std::int32_t Row = 0;
@@ -85,7 +85,7 @@ Error RunChoose(const Target& target, const std::string& rest) {
     return caption ? Choose(target.Device, *caption) : "is no proper JSON string";
 }
 
-/// A command that no menu of any screen offers can be given all the same, for who looks after a device.
+/// Also runs a command that is in no menu, for a person who maintains a device.
 Error RunCommand(const Target& target, const std::string& rest) {
     const auto text = TextFrom(rest);
     if (!text)
@@ -139,7 +139,7 @@ Error RunPick(const Target& target, const std::string& rest) {
     return date ? PickDate(target.Device, *date) : "wants a date of the calendar, YYYY-MM-DD";
 }
 
-/// The keyboard comes up over whatever is on show, a message box included.
+/// The keyboard appears over whatever is shown, a message box included.
 Error RunKeyboard(const Target& target, const std::string& rest) {
     const Arguments words = WordsOf(rest);
     std::vector<std::int32_t> numbers;
@@ -246,7 +246,7 @@ Error RunState(const Target& target, const std::string&) {
     return Done;
 }
 
-/// As a power cut: nothing is closed and nothing is saved.
+/// Ends like a power cut: nothing is closed or saved.
 Error RunQuit(const Target& target, const std::string&) {
     target.Out.Write({{"done", "quit"}});
     std::_Exit(start::StatusAfterOutput("quorin-console", start::StatusEnded));

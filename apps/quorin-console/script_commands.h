@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The commands of quorin-console, as rows: a word, its arguments, what it stands for, its routine.
+// The commands of quorin-console, as rows: a word, its arguments, its help, its routine.
 #pragma once
 
 #include "apps/quorin-console/writer.h"
@@ -9,13 +9,13 @@
 
 namespace console {
 
-/// What a command works on, and where it writes what it was asked for.
+/// The device that a command works on, and where it writes its output.
 struct Target {
     backends::BackEnd& Device;
     Writer& Out;
 };
 
-/// A line taken apart: the word, and the rest as it stands behind the blanks that follow it.
+/// The parts of a line: the word, and the rest after the blanks that follow the word.
 struct CommandLine {
     std::string Word;
     std::string Rest;
@@ -23,10 +23,10 @@ struct CommandLine {
 
 CommandLine Parse(const std::string& line);
 
-/// Runs a command. An empty text, or why it could not be carried out.
+/// Runs a command. Returns an empty text on success, else why it failed.
 std::string Execute(const Target& target, const CommandLine& line);
 
-/// All commands with what they stand for, for --help.
+/// Returns all commands with their help, for --help.
 std::string CommandHelp();
 
 } // namespace console

@@ -50,7 +50,7 @@ std::string LineReader::Take() {
 
 bool OutputWatch::RaiseWhatIsPending() {
     if (Out.Failed())
-        Loop.Leave({ProgramOver::Reason::InputEnded, {}}); // what would be commanded has no answer
+        Loop.Leave({ProgramOver::Reason::InputEnded, {}}); // later commands could not be answered
     return false;
 }
 
@@ -94,7 +94,7 @@ void Session::RunCommand() {
         device->loop.Leave({ProgramOver::Reason::CommandFailed, {}});
 }
 
-/// Each command is closed by one object, also when the program has ended under it.
+/// Writes the closing object of each command that is still open when the program ends.
 void Session::CloseOpenCommands(const std::string& error) {
     for (auto word = openCommands.rbegin(); word != openCommands.rend(); ++word) {
         Json done = {{"done", *word}};
@@ -132,7 +132,7 @@ int Session::Close(const ProgramOver& over) {
         CloseOpenCommands("a command inside it has failed");
         return start::StatusStrict;
     case ProgramOver::Reason::InputEnded:
-        CloseOpenCommands(""); // which is no error
+        CloseOpenCommands(""); // which is not an error
         break;
     }
     return start::StatusEnded;

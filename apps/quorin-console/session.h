@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// One run of the program under commands: reads them, runs them, and says what comes of them.
+// One run of the program: reads commands, runs them, and reports the results.
 #pragma once
 
 #include "apps/quorin-console/writer.h"
@@ -13,7 +13,7 @@
 
 namespace console {
 
-/// Lines from a descriptor, as they come. Line ends are LF or CR LF.
+/// Reads lines from a descriptor as they arrive. Lines end with LF or CR LF.
 class LineReader {
 public:
     explicit LineReader(int descriptor) : Input(descriptor) {}
@@ -28,11 +28,11 @@ private:
 
     int Input;
     bool AtEnd = false;
-    std::string Begun; ///< a line whose end has not come yet
+    std::string Begun; ///< a line whose end has not arrived yet
     std::deque<std::string> Lines;
 };
 
-/// Ends the program once nobody can be told any more what comes of the commands.
+/// Ends the program when the output can't be written, because the results of commands can't be reported then.
 class OutputWatch final : public backends::EventSource {
 public:
     OutputWatch(const Writer& writer, backends::EventLoop& loop) : Out(writer), Loop(loop) {}
@@ -46,21 +46,22 @@ private:
 
 class Session final : public backends::CommandSource {
 public:
-    /// Reads commands from a descriptor. The first one that fails may be made the last.
+    /// Reads commands from a descriptor. If `stopAtFailure`, the first command that fails is the last one.
     Session(int input, std::ostream& out, bool stopAtFailure) : strict(stopAtFailure), writer(out), reader(input) {}
 
-    /// The device that the commands are for; it is made with this session as its source of commands and its watcher.
+    /// Sets the device for the commands. The device must have been created with this session as its source of commands
+    /// and as its watcher.
     void Use(backends::BackEnd& used);
     /// A signal ends the program as on the way back from the record on the screen.
     void EndBy(backends::EndSignals& signals);
-    /// Starts the program and runs commands until the device leaves it.
+    /// Starts the program and runs commands until the program is over.
     [[noreturn]] void Run();
-    /// The program is over: says so, closes the commands that are open, and gives the exit status.
+    /// Reports that the program is over, closes the commands that are open, and returns the exit status.
     int Over(const backends::ProgramOver& over);
 
     Writer& Out() { return writer; }
 
-    // The loop's view of the commands.
+    // Called by the loop.
     void AboutToWait(int nesting) override;
     bool HasCommand() override { return reader.HasLine(); }
     bool Ended() override { return reader.Ended(); }
@@ -79,7 +80,7 @@ private:
     std::optional<OutputWatch> outputWatch;
     std::optional<backends::Ending> ending;
     std::vector<std::string> openCommands; ///< their words, the innermost last
-    int announced = -1; ///< the nesting of the last `ready` that no command has followed yet; -1 for none
+    int announced = -1;                    ///< the nesting of the last `ready` without a command after it; -1 for none
 };
 
 } // namespace console

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What quorin-console says: one JSON object a line, in the order in which things happen.
+// The output of quorin-console: one JSON object a line, in the order of events.
 #pragma once
 
 #include "backends/loop/services.h"
@@ -12,16 +12,16 @@ namespace console {
 
 using Json = nlohmann::ordered_json;
 
-/// A text as UTF-8; what has no place in UTF-8 becomes a replacement character.
+/// Returns a text as UTF-8; what has no UTF-8 form becomes a replacement character.
 std::string Utf8(const Text& text);
 
 class Writer final : public backends::Watcher {
 public:
     explicit Writer(std::ostream& out) : Out(out) {}
 
-    /// Nothing is written behind a gap.
+    /// Writes an object; does nothing after a write has failed.
     void Write(const Json& object);
-    /// Something could not be written.
+    /// True if a write has failed.
     bool Failed() const { return !Out; }
 
     void BoxOpened(const Text& text, platform::BoxButtons buttons, platform::BoxIcon icon, const Text& title) override;

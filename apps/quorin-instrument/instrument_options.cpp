@@ -31,7 +31,7 @@ std::string CheckNotNegative(const std::string& text) {
     return text.find('-') == std::string::npos ? std::string() : "expected 0 or more";
 }
 
-/// Empty when the option stands without a number.
+/// Checks the number of a fault option; the text is empty if the option has no number.
 std::string CheckEvery(const std::string& text) {
     int every = 1;
     const bool sound = text.empty() || (CLI::detail::lexical_cast(text, every) && every > 0);

@@ -17,8 +17,8 @@ struct CommandLine {
     Linger Stay;
 };
 
-/// Reads the command line. False when the process is to end with `exitStatus`: help or version were asked for (0), or
-/// the usage is wrong (2). What is to be said has been printed.
+/// Reads the command line. Returns false if the process is to end with `exitStatus`: help or version were asked for
+/// (0), or the usage is wrong (2). Any message has been printed.
 bool ReadCommandLine(int argc, char** argv, CommandLine& line, int& exitStatus);
 
 } // namespace instrument

@@ -17,7 +17,7 @@ namespace {
 constexpr const char* RunName = "rfcomm.run";
 constexpr const char* LockName = "ipcout.lock";
 constexpr const char* DeliveryName = "ipcout.txt";
-constexpr const char* UnfinishedName = "ipcout.tmp"; // no reader looks at this one
+constexpr const char* UnfinishedName = "ipcout.tmp"; // readers ignore this name
 
 } // namespace
 
@@ -73,7 +73,7 @@ Outcome Mailbox::Finish(Linger linger) {
     return Outcome::Done;
 }
 
-/// A folder that can't be looked into counts as empty: the writing that follows fails and says why.
+/// If the folder can't be searched, returns false: the write that follows fails and reports why.
 bool Mailbox::DeliveryThere() const {
     return access(Path(DeliveryName).c_str(), F_OK) == 0;
 }

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The server's side of a mailbox folder. "rfcomm.run" is there while the server runs, "ipcout.lock" while it writes,
-// and "ipcout.txt" is a delivery, which the reader deletes.
+// The server's side of a mailbox folder. "rfcomm.run" exists while the server runs, "ipcout.lock" while it writes, and
+// "ipcout.txt" is a delivery, which the reader deletes.
 #pragma once
 
 #include "apps/quorin-instrument/outlet.h"
@@ -9,15 +9,15 @@ namespace instrument {
 
 class Mailbox final : public Outlet {
 public:
-    /// The folder belongs to one server at a time.
+    /// Only one server at a time may use the folder.
     explicit Mailbox(std::string folder) : Folder(std::move(folder)) {}
     ~Mailbox() override;
 
-    /// Takes over what a server that was killed has left: its mark and its lock.
+    /// Replaces what a killed server has left: "rfcomm.run" and its lock.
     Outcome Open() override;
-    /// Makes one delivery, as soon as the last one has been taken.
+    /// Waits until the last delivery has been taken, then makes a new one.
     Outcome Send(std::string_view bytes) override;
-    /// Waits until the last delivery has been taken, but no longer than `linger`. A delivery that nobody took stays.
+    /// Waits until the last delivery has been taken, but no longer than `linger`. A delivery that is not taken stays.
     Outcome Finish(Linger linger) override;
 
 private:

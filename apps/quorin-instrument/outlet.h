@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Where the bytes of an instrument go.
+// The destination of an instrument's bytes.
 #pragma once
 
 #include <chrono>
@@ -15,7 +15,7 @@ enum class Outcome {
     Failed,  ///< the outlet's Problem says why
 };
 
-/// How long to stay at the end of a stream; none stays until the reader has gone.
+/// How long to wait at the end of a stream; none: until the reader has gone.
 using Linger = std::optional<std::chrono::milliseconds>;
 
 class Outlet {
@@ -25,11 +25,11 @@ public:
     Outlet& operator=(const Outlet&) = delete;
     virtual ~Outlet() = default;
 
-    /// Makes the outlet ready for a reader.
+    /// Prepares the outlet for a reader.
     virtual Outcome Open() = 0;
-    /// Returns when all bytes are handed over, however long the reader keeps us waiting.
+    /// Returns when all bytes are handed over, however long the reader takes.
     virtual Outcome Send(std::string_view bytes) = 0;
-    /// Sees to it that the last bytes reach the reader.
+    /// Makes sure that the last bytes reach the reader.
     virtual Outcome Finish(Linger linger) = 0;
 
     const std::string& Problem() const { return ProblemText; }
@@ -39,7 +39,7 @@ protected:
         ProblemText = std::move(problem);
         return Outcome::Failed;
     }
-    /// A failed system call: "what: the system's word for errno".
+    /// Fails with the message "what: the system's text for errno".
     Outcome FailBySystem(const std::string& what);
 
 private:

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The stream on standard output, to be recorded.
+// Writes the stream to standard output, to be recorded.
 #pragma once
 
 #include "apps/quorin-instrument/outlet.h"
@@ -9,7 +9,7 @@ namespace instrument {
 class Printer final : public Outlet {
 public:
     Outcome Open() override { return Outcome::Done; }
-    /// A reader that has seen enough and closed the pipe ends the stream, which is no failure.
+    /// A reader that closes the pipe ends the stream; this is not a failure.
     Outcome Send(std::string_view bytes) override;
     Outcome Finish(Linger) override { return Outcome::Done; }
 };

@@ -6,11 +6,12 @@
 
 namespace instrument {
 
-/// Raw, 9600 baud, 8 bits, no parity, 1 stop bit, no modem lines heeded. False with errno set.
+/// Sets raw mode, 9600 baud, 8 bits, no parity, 1 stop bit, modem lines ignored. On failure returns false and sets
+/// errno.
 bool SetRawLine(int descriptor);
 
-/// Writes what the descriptor, which must not block, takes now or within 50 ms, and throws away what the other side has
-/// sent. Gives the number of bytes written, or -1 with errno set.
+/// Writes what the descriptor accepts now or within 50 ms, and discards what the other side has sent. The descriptor
+/// must be non-blocking. Returns the number of bytes written, or -1 with errno set.
 long WriteSome(int descriptor, std::string_view bytes);
 
 } // namespace instrument

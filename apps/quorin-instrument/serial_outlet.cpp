@@ -17,10 +17,10 @@ Outcome SerialDevice::Open() {
     if (stat(Path.c_str(), &found) != 0) {
         return FailBySystem("can't open " + Path);
     }
-    if (!S_ISCHR(found.st_mode)) { // it may act on being opened
+    if (!S_ISCHR(found.st_mode)) { // opening another kind of device may have an effect
         return Fail(Path + " is no serial line");
     }
-    // Without O_NONBLOCK the opening itself would wait for a modem's carrier.
+    // Without O_NONBLOCK, open would wait for the carrier of a modem.
     Line = backends::Descriptor(open(Path.c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC | O_NONBLOCK));
     if (!Line.Valid()) {
         return FailBySystem("can't open " + Path);

@@ -7,14 +7,14 @@
 
 namespace instrument {
 
-/// Sends whether anybody listens or not: a serial line doesn't tell.
+/// Sends whether or not there is a reader: a serial line does not report one.
 class SerialDevice final : public Outlet {
 public:
     explicit SerialDevice(std::string path) : Path(std::move(path)) {}
 
     Outcome Open() override;
     Outcome Send(std::string_view bytes) override;
-    /// Waits until the last byte has left, then for the time of `linger`.
+    /// Waits until the last byte has been sent, then for the time of `linger`.
     Outcome Finish(Linger linger) override;
 
 private:

@@ -26,8 +26,8 @@ std::string ConnectRecord(const std::string& identity) {
     return "[BLob]\r\n" + Tag("CONNECT", identity) + "[/BLob]\r\n";
 }
 
-/// What a made-up stream remembers from record to record. The engine's numbers are used as they come: the standard
-/// fixes those, but not what its distributions make of them.
+/// The state of a made-up stream between records. The engine's numbers are used directly: the standard fixes them, but
+/// not the results of its distributions.
 struct Maker {
     MadeUpStream Stream;
     std::mt19937 Engine;
@@ -43,7 +43,7 @@ struct Maker {
     std::string NextResult() {
         const auto turn = static_cast<std::size_t>(Made) % Stream.Kinds.size();
         const ResultKind& kind = Stream.Kinds[turn];
-        // One round of kinds belongs together: the technician stands at one place.
+        // One round of kinds is measured at one place by one person.
         if (turn == 0) {
             Site = Sites[Below(Sites.size())];
             Operator = Operators[Below(Operators.size())];

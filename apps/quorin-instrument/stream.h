@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// What a simulated instrument has to say, as records: a record is the bytes from "[BLob]" to "[/BLob]" with their line
-// ends. The tags are told in docs/formats.md.
+// What a simulated instrument sends, as records: a record is the bytes from "[BLob]" to "[/BLob]" with their line ends.
+// docs/formats.md describes the tags.
 #pragma once
 
 #include <cstdint>
@@ -12,10 +12,10 @@
 
 namespace instrument {
 
-/// Puts the next record into its argument; false when there is none left.
+/// Puts the next record into its argument. Returns false if there is none left.
 using RecordSource = std::function<bool(std::string&)>;
 
-/// A kind of result that a made-up stream holds.
+/// A kind of result in a made-up stream.
 struct ResultKind {
     std::string Name;
     std::string OtherName; ///< a second name for the same; empty for none
@@ -29,33 +29,33 @@ struct MadeUpStream {
     std::string Identity = "QI-0001";
     std::vector<ResultKind> Kinds; ///< sent in turn; at least one
     std::uint32_t Seed = 1;
-    std::int64_t Count = 0; ///< results; 0 goes on without end
+    std::int64_t Count = 0; ///< number of results; 0: without end
 };
 
-/// Moisture, temperature and humidity: what samples/climate.qvd has fields for.
+/// Returns moisture, temperature and humidity, the kinds for which samples/climate.qvd has fields.
 std::vector<ResultKind> ClimateKinds();
 
-/// Reads "Moisture,Alpha=ms": names parted by commas, each with its unit or without. A name of ClimateKinds brings what
-/// belongs to it. False for an empty name, or for a character that would end a value early.
+/// Reads "Moisture,Alpha=ms": names separated by commas, each with or without a unit. A name of ClimateKinds has the
+/// other properties of that kind. Returns false for an empty name, or for a character that can't be sent in a tag.
 bool ReadKinds(std::string_view text, std::vector<ResultKind>& kinds);
 
-/// Whether a text can stand between the quotes of a tag and in a field of a download.
+/// True if a text is allowed between the quotes of a tag and in a field of a download.
 bool FitsInATag(std::string_view text);
 
-/// The connect record, then the results. Equal arguments give equal bytes on every machine.
+/// Returns the connect record, then the results. Equal arguments yield equal bytes on every machine.
 RecordSource MakeUp(MadeUpStream stream);
 
-/// A recorded stream cut behind each closing line. Put together again the records are the recording, to the byte: what
-/// stands before a record goes with it, and what follows the last closing line is a record of its own.
+/// Returns a recorded stream, cut after each closing line. Joined again, the records are the recording, byte for byte:
+/// what is before a record belongs to it, and what follows the last closing line is a record of its own.
 RecordSource Recording(std::string_view bytes);
 
-/// The lines of a record with their line ends; the last one may lack its own.
+/// Returns the lines of a record with their line ends; the last one may have none.
 std::vector<std::string_view> LinesOf(std::string_view record);
 
-/// Whether a line begins with a tag, in any case.
+/// True if a line begins with a tag, in any case.
 bool BeginsWithTag(std::string_view line, std::string_view tag);
 
-/// Whether the record introduces the instrument, and so carries no result.
+/// True if the record introduces the instrument; such a record carries no result.
 bool IsConnectRecord(std::string_view record);
 
 } // namespace instrument

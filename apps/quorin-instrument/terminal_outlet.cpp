@@ -18,10 +18,10 @@ namespace instrument {
 
 namespace {
 
-/// A reader opens its port and sets it up afterwards, which may throw away what has come by then.
+/// A reader opens its port and then sets it up, which may discard what has arrived by then.
 constexpr Microseconds SettlingTime = std::chrono::milliseconds(100);
 
-/// What a symbolic link says; empty when the path is none.
+/// Returns the target of a symbolic link; empty if the path is not a link.
 std::string LinkTarget(const std::string& path) {
     std::array<char, PATH_MAX> target;
     const auto length = readlink(path.c_str(), target.data(), target.size());
@@ -31,7 +31,7 @@ std::string LinkTarget(const std::string& path) {
 } // namespace
 
 PseudoTerminal::~PseudoTerminal() {
-    // Another instrument may have put its own link there meanwhile.
+    // Another instrument may have replaced the link by its own.
     if (LinkMade && LinkTarget(Link) == SlavePath) {
         unlink(Link.c_str());
     }
@@ -47,7 +47,7 @@ Outcome PseudoTerminal::Open() {
         return FailBySystem("can't name the pseudo terminal");
     }
     SlavePath = path.data();
-    // The master tells that nobody has the slave open only after somebody once had.
+    // The master reports that the slave is not open only after it has been open once.
     const backends::Descriptor slave(open(path.data(), O_RDWR | O_NOCTTY | O_CLOEXEC));
     if (!slave.Valid()) {
         return FailBySystem("can't open " + SlavePath);
@@ -66,7 +66,7 @@ Outcome PseudoTerminal::MakeLink() {
     if (Link.empty()) {
         return Outcome::Done;
     }
-    // A link may be left from a run that was killed; anything else is somebody's own.
+    // A link may be left from a run that was killed; anything else is not removed.
     if (!LinkTarget(Link).empty()) {
         unlink(Link.c_str());
     }
@@ -89,7 +89,8 @@ Outcome PseudoTerminal::WaitForReader() {
             return Outcome::Stopped;
         }
     }
-    // The last reader's closing set the line back to what a login terminal is. Setting the master sets the slave.
+    // When the last reader closed the line, it got the settings of a login terminal again. Setting the master sets the
+    // slave.
     if (!SetRawLine(Master.Number())) {
         return FailBySystem("can't set the line " + SlavePath);
     }
@@ -109,7 +110,7 @@ Outcome PseudoTerminal::Send(std::string_view bytes) {
             continue; // it may have gone again while the line settled
         }
         const long written = WriteSome(Master.Number(), bytes);
-        if (written < 0 && errno != EIO) { // EIO: the reader has gone just now
+        if (written < 0 && errno != EIO) { // EIO: the reader has just gone
             return FailBySystem("can't write to " + SlavePath);
         }
         bytes.remove_prefix(written > 0 ? static_cast<std::size_t>(written) : 0);

@@ -19,7 +19,7 @@ void AskToStop(int) {
 
 void CatchStopSignals() {
     struct sigaction stop = {};
-    stop.sa_handler = AskToStop; // without SA_RESTART: a call that blocks comes back
+    stop.sa_handler = AskToStop; // without SA_RESTART: a blocked call returns
     for (const int number : {SIGINT, SIGTERM, SIGHUP}) {
         sigaction(number, &stop, nullptr);
     }

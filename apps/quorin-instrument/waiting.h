@@ -1,20 +1,20 @@
 // SPDX-License-Identifier: MIT
-// Waiting that ends early when the process is told to stop, so that what was made is always cleaned away.
+// Waits that end early when the process is told to stop, so that what was created is always removed.
 #pragma once
 
 #include "apps/quorin-instrument/pacing.h"
 
 namespace instrument {
 
-/// How long to sleep between two looks at something that can't wake us.
+/// The interval for polling what can't wake the process.
 inline constexpr Microseconds LookInterval = std::chrono::milliseconds(20);
 
-/// From now on SIGINT, SIGTERM and SIGHUP are requests to stop, and a closed pipe is a failed write.
+/// From now on SIGINT, SIGTERM and SIGHUP are requests to stop, and writing to a closed pipe fails without a signal.
 void CatchStopSignals();
 
 bool StopAsked();
 
-/// False when the process was told to stop meanwhile.
+/// Waits. Returns false if the process was told to stop meanwhile.
 bool PauseFor(Microseconds duration);
 
 } // namespace instrument

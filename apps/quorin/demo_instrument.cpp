@@ -21,8 +21,8 @@ namespace {
 
 using instrument::RecordSource;
 
-/// Results without end, each behind an introduction: a listener that closes its port in the middle of the only one
-/// would refuse every result from then on.
+/// Returns an endless source of results, each with an introduction before it. With a single introduction, a listener
+/// that closes its port in the middle of it would refuse every result from then on.
 RecordSource IntroducedResults() {
     instrument::MadeUpStream stream;
     stream.Kinds = instrument::ClimateKinds();
@@ -36,16 +36,16 @@ RecordSource IntroducedResults() {
     };
 }
 
-/// The terminal keys that end a program are meant for the window alone, which may have something to save.
+/// The terminal keys that end a program are meant for the window only, which may have something to save.
 void LeaveSignalsToTheOwner() {
     for (const int number : {SIGINT, SIGQUIT, SIGHUP, SIGPIPE})
         std::signal(number, SIG_IGN);
 }
 
-/// What the child does: names its terminal, or the reason why there is none, on a line of its answer.
+/// Runs in the child: writes the path of its terminal, or the reason why there is none, as one line to `answer`.
 [[noreturn]] void RunInstrument(std::chrono::milliseconds interval, pid_t owner, backends::Descriptor& answer) {
     ::prctl(PR_SET_PDEATHSIG, SIGKILL);
-    if (::getppid() != owner) // it was gone before it could be watched
+    if (::getppid() != owner) // the owner ended before the line above took effect
         ::_exit(1);
     LeaveSignalsToTheOwner();
     ::dup2(answer.Number(), STDOUT_FILENO);
@@ -85,7 +85,7 @@ DemoInstrument::DemoInstrument(std::chrono::milliseconds interval) {
     }
     const backends::Descriptor answer(ends[0]);
     backends::Descriptor answering(ends[1]);
-    std::fflush(nullptr); // or the child would say again what waits to be written
+    std::fflush(nullptr); // otherwise the child would write buffered output again
     const pid_t owner = ::getpid();
     Process = ::fork();
     if (Process == 0)

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The instrument of a demonstration.
+// The simulated instrument of a demonstration.
 #pragma once
 
 #include <chrono>
@@ -7,17 +7,18 @@
 
 namespace quorin {
 
-/// A simulated instrument on a pseudo terminal, in a process of its own, which ends with this object and, however it
-/// comes about, with this process. To be made by the main thread while there is neither another thread nor a window.
+/// A simulated instrument on a pseudo terminal, in a process of its own. The process ends with this object and,
+/// whatever the cause, with this process. Must be created by the main thread, before there is another thread or a
+/// window.
 class DemoInstrument {
 public:
-    /// `interval`: from the end of a result to the next one, while somebody listens.
+    /// `interval`: the time from the end of a result to the next one, while a listener has the terminal open.
     explicit DemoInstrument(std::chrono::milliseconds interval = std::chrono::seconds(3));
     DemoInstrument(const DemoInstrument&) = delete;
     DemoInstrument& operator=(const DemoInstrument&) = delete;
     ~DemoInstrument();
 
-    /// The path of its terminal; empty when it could not be started, and Problem says why.
+    /// The path of its terminal; empty if it could not be started, and Problem says why.
     const std::string& Port() const { return PortPath; }
     const std::string& Problem() const { return ProblemText; }
 

@@ -40,7 +40,7 @@ int NotStarted(const std::string& why) {
     return StatusNotStarted;
 }
 
-/// Where there is no display nothing of Qt's can be made, not even a message.
+/// Without a display Qt can't show anything, not even a message.
 bool HasDisplay() {
     for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"}) {
         const char* const value = std::getenv(name);
@@ -54,7 +54,7 @@ constexpr const char* NoDisplay = "there is no display to open a window on; quor
 
 bool WindowStands = false;
 
-/// What Qt can't go on from: before there is a window that is a display that is named but does not answer.
+/// Handles messages of Qt. A fatal one before the window is open means that the display is named but does not answer.
 void TakeQtMessage(QtMsgType type, const QMessageLogContext&, const QString& text) {
     if (type == QtFatalMsg) {
         std::cerr << "quorin: " << (WindowStands ? text.toStdString() : NoDisplay) << std::endl;
@@ -65,7 +65,7 @@ void TakeQtMessage(QtMsgType type, const QMessageLogContext&, const QString& tex
         std::cerr << "quorin: " << text.toStdString() << "\n";
 }
 
-/// Fills in where root and settings are when nothing was said of them. An empty text, or what is missing.
+/// Sets root and settings if they were not given. Returns an empty text, or a message about what is missing.
 std::string FindPlaces(quorin::Options& options) {
     const bool ownRoot = !options.Device.Root.empty();
     if (!ownRoot) {
@@ -84,7 +84,7 @@ std::string FindPlaces(quorin::Options& options) {
     return {};
 }
 
-/// A warning from the start stands where those of the run do; empty for none.
+/// `warning` is shown as a notice, like the warnings of a run; empty for none.
 [[noreturn]] void RunWindow(quorin::Options& options, const std::string& warning) {
     const double ofPerson = qEnvironmentVariable("QT_SCALE_FACTOR", QStringLiteral("1")).toDouble();
     qputenv("QT_SCALE_FACTOR", QByteArray::number(options.Scale * (ofPerson > 0 ? ofPerson : 1)));
@@ -98,7 +98,7 @@ std::string FindPlaces(quorin::Options& options) {
     QApplication::setDesktopFileName(QStringLiteral("quorin"));
     QApplication::setQuitOnLastWindowClosed(false);
     backends::qt::InstallAccessibleGrids();
-    // Menus and boxes are no part of the device: they have their usual size.
+    // Menus and boxes are not part of the device: they have their usual size.
     QFont font = QApplication::font();
     font.setPointSizeF(font.pointSizeF() / options.Scale);
     QApplication::setFont(font);
@@ -157,14 +157,14 @@ int main(int count, char** words) {
     if (const auto error = backends::MakeFolders(root); error != platform::NoError)
         return NotStarted("can't use the root folder " + root + ": " +
                           modStringTools::ToBytes(platform::ErrorText(error)));
-    // Before the lock: a process that is forked would hold it as well.
+    // Before the lock: a forked process would hold it too.
     std::optional<quorin::DemoInstrument> instrument;
     if (options.Demo) {
         instrument.emplace();
         if (instrument->Port().empty())
             return NotStarted("the simulated instrument could not be started: " + instrument->Problem());
         options.Device.Ports.Pinned.emplace(quorin::DemoPort,
-                                            backends::PathAddress(instrument->Port())); // a pin of the person counts
+                                            backends::PathAddress(instrument->Port())); // a user's pin comes first
     }
     backends::RootLock lock;
     const LockResult locked = lock.Take(root, "quorin");

@@ -5,7 +5,7 @@
 
 namespace quorin {
 
-/// The driver package samples/climate.qvd to the byte. The build puts it into the program.
+/// Returns the driver package samples/climate.qvd, byte for byte. The build puts it into the program.
 std::string_view SampleDriver();
 
 } // namespace quorin

@@ -42,7 +42,7 @@ void WindowEnd::Begin(const std::string& why) {
     Last.Begin(why);
 }
 
-/// A person has gone, or is going: nobody answers a box.
+/// Used when the person is gone or leaving, so no box is shown.
 int WindowEnd::TellEnding(const ProgramOver& over) const {
     if (over.Why == ProgramOver::Reason::Failed)
         std::cerr << "quorin: " << modStringTools::ToBytes(over.Failure) << "\n";
@@ -65,16 +65,16 @@ int WindowEnd::Over(const ProgramOver& over) {
     message.setTextFormat(Qt::PlainText);
     sigset_t all;
     sigfillset(&all);
-    sigprocmask(SIG_UNBLOCK, &all, nullptr); // there is nothing left to be saved
+    sigprocmask(SIG_UNBLOCK, &all, nullptr); // nothing is left to be saved
     message.setInformativeText(QString::fromStdString(backends::StateWords()));
-    Only = nullptr; // nor when the display goes under this box
+    Only = nullptr; // also if the display is lost while this box is open
     message.exec();
     return start::StatusFailure;
 }
 
 void WindowEnd::WithoutDisplay() {
     Only = nullptr;
-    Device.faults.Working = nullptr; // these two let the window breathe
+    Device.faults.Working = nullptr; // these two would handle window events
     Device.runTime.Rest = [](std::int32_t milliseconds) {
         std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
     };

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// How the window's program ends: by itself, by a failure, by the system, or with its display gone.
+// How the program ends: by itself, by a failure, by the system, or because its display is gone.
 #pragma once
 
 #include "apps/quorin/window_watch.h"
@@ -11,15 +11,15 @@ namespace quorin {
 
 class WindowEnd {
 public:
-    /// From now on the process does not end without a word: Qt calls exit from within its event handling when the
-    /// display is gone. There is one such object, and it stands to the end.
+    /// From now on the process does not end without a message: Qt calls exit from within its event handling when the
+    /// display is gone. Only one such object may exist, and it must exist until the program ends.
     WindowEnd(backends::qt::QtPlatform& device, WindowWatch& watch, backends::EndSignals& signals);
     WindowEnd(const WindowEnd&) = delete;
     WindowEnd& operator=(const WindowEnd&) = delete;
 
-    /// The program is over: tells why, and gives the exit status.
+    /// Reports why the program ended and returns the exit status.
     int Over(const backends::ProgramOver& over);
-    /// Saves what can be saved without a display, says so, and ends the process.
+    /// Saves what can be saved without a display, reports it, and ends the process.
     [[noreturn]] void WithoutDisplay();
 
 private:
@@ -31,7 +31,7 @@ private:
     backends::Ending Last;
 };
 
-/// The display is gone: WithoutDisplay, where there is a window yet.
+/// Called when the display is gone: calls WithoutDisplay if there is a window already.
 void EndWithoutDisplay();
 
 } // namespace quorin

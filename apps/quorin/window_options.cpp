@@ -16,9 +16,9 @@ namespace {
 
 constexpr double SmallestScale = 0.5;
 constexpr double LargestScale = 4;
-constexpr std::int32_t SmallScreen = 160; ///< pixels across, too few to be read at their own size
+constexpr std::int32_t SmallScreen = 160; ///< pixels across; such a screen is too small to read at its own size
 
-/// What the command line says, before it is looked at.
+/// The texts that the command line gives, not yet checked.
 struct Words {
     apps::DeviceWords Device{{"desktop", "$XDG_DATA_HOME/quorin", "$XDG_CONFIG_HOME/quorin/settings.ini"}};
     bool ListPorts = false;
@@ -26,7 +26,7 @@ struct Words {
     std::optional<std::string> Scale;
 };
 
-/// With a full stop, whatever the locale.
+/// The decimal sign is a full stop, whatever the locale.
 double ScaleFrom(const std::string& text) {
     std::istringstream in(text);
     in.imbue(std::locale::classic());

@@ -10,15 +10,15 @@
 namespace quorin {
 
 struct Options {
-    backends::DeviceOptions Device; ///< root and settings are empty where nothing was said of them
-    bool ListPorts = false;         ///< the ports are to be listed, and no more
+    backends::DeviceOptions Device; ///< root and settings are empty if they were not given
+    bool ListPorts = false;         ///< list the ports, and do nothing else
     bool Demo = false;
-    double Scale = 1; ///< how many screen pixels a pixel of the device takes, across as well as down
+    double Scale = 1; ///< screen pixels for each pixel of the device, in both directions
 };
 
 using apps::Reading;
 
-/// `keyHelp` is what --help says of the keys: whole lines.
+/// `keyHelp` is the text of --help about the keys: whole lines.
 Reading ReadOptions(int count, const char* const* words, const std::string& keyHelp, Options& options);
 
 } // namespace quorin

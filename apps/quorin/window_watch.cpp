@@ -31,7 +31,7 @@ void WindowWatch::Attach(backends::qt::QtPlatform& device) {
     };
 }
 
-/// A tone is the answer to each result that has come, taken or not.
+/// The program answers each result with a tone, whether it was taken or not.
 void WindowWatch::TonePlayed(std::int32_t hertz, std::int32_t milliseconds) {
     Link.ResultCame(Now());
     Player.Play(hertz, milliseconds);
@@ -55,7 +55,7 @@ void WindowWatch::ShowNotices() {
 
 void WindowWatch::ShowLosses() {
     companion::Losses& losses = Device->onlooker.losses;
-    if (Box && losses.Any()) // not once the program ends
+    if (Box && losses.Any()) // there is no box once the program is ending
         Box->Say(backends::qt::ToQt(losses.Words()));
 }
 

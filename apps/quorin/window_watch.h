@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Gives the window what it shows outside of the form: the state of the link, notices, readings that are lost. And plays
-// what is heard.
+// Passes to the window what it shows outside of the form: the state of the link, notices and lost readings. Also plays
+// the tones.
 #pragma once
 
 #include "backends/linux/tones.h"
@@ -18,20 +18,19 @@ class WindowWatch final : public backends::SilentWatcher, public backends::Event
 public:
     WindowWatch();
 
-    /// Tells the window of this device from now on.
+    /// Reports to the window of this device from now on.
     void Attach(backends::qt::QtPlatform& device);
 
     void TonePlayed(std::int32_t hertz, std::int32_t milliseconds) override;
     void Warned(const Text& about, const Text& text) override;
     void NotSaved(const Text& file, const Text& why) override;
 
-    /// To be called at the outermost level of the loop: shows the window's own box of readings that are lost, or what
-    /// has come to that.
+    /// Shows the window's box of lost readings, or updates it. Must be called at the outermost level of the loop.
     void ShowLosses();
-    /// The program ends: the box goes with it.
+    /// Closes the box, because the program ends.
     void CloseBox() { Box.reset(); }
 
-    // The line is looked at when the loop comes by, which the link's timer makes it do twice a second.
+    // Updates the line in each round of the loop; the link's timer causes one at least twice a second.
     int Descriptor() override { return -1; }
     bool RaiseWhatIsPending() override;
 

@@ -22,11 +22,11 @@ namespace start {
 
 namespace {
 
-/// Standard output for std::cout. After a failure nothing more is written: a reader must not take what comes behind a
-/// gap for the whole.
+/// Standard output for std::cout. After a failure nothing more is written: a reader must not mistake output with a gap
+/// for the whole.
 class Output final : public std::streambuf {
 public:
-    int Error() const { return FirstError; } ///< as errno has it; 0 for none
+    int Error() const { return FirstError; } ///< the errno value; 0 for none
 
 protected:
     int_type overflow(int_type character) override {
@@ -62,14 +62,14 @@ private:
 
     static void WaitForTheReader() {
         pollfd output{STDOUT_FILENO, POLLOUT, 0};
-        ::poll(&output, 1, -1); // it also comes back when the reader is gone, which the next write tells
+        ::poll(&output, 1, -1); // also returns when the reader is gone; the next write reports that
     }
 
     std::string Waiting;
     int FirstError = 0;
 };
 
-/// It must outlast whatever is written at the very end.
+/// Never destroyed, because output may be written at the very end.
 Output& TheOutput() {
     static auto* const output = new Output;
     return *output;
@@ -77,7 +77,7 @@ Output& TheOutput() {
 
 const char* NameOfProgram = "";
 
-/// Without memory nothing can be composed.
+/// Without memory no text can be built, so each part is written on its own.
 void Say(const char* text) {
     static_cast<void>(::write(STDERR_FILENO, text, std::strlen(text)));
 }
@@ -90,13 +90,13 @@ void Say(const char* text) {
     std::_Exit(StatusFailure);
 }
 
-// Not by an exception: it would have to come through a window system that was not made for it, and memory is short all
-// the way. Every file is as the last completed save left it, as after any other end.
+// Not by an exception: it would pass through a window system that does not support exceptions, and there is little
+// memory on its way. Every file is as the last completed save left it, as after any other end.
 [[noreturn]] void EndWithoutMemory() {
     EndWith("out of memory; every file is as the last completed save left it");
 }
 
-/// What was thrown where nothing catches it: a library may throw by itself what its own allocations lack.
+/// Handles an exception that nothing catches: a library may throw for an allocation of its own that fails.
 [[noreturn]] void EndByException() {
     const std::exception_ptr thrown = std::current_exception();
     try {
@@ -111,11 +111,11 @@ void Say(const char* text) {
     EndWith("something has failed that nothing can go on from");
 }
 
-/// With the lower ones open, what is opened gets this number.
+/// If all lower descriptors are open, the file opened here gets this number.
 void OpenInPlaceOf(int descriptor) {
     if (::fcntl(descriptor, F_GETFD) >= 0)
         return;
-    // A folder can't be written either, where there is no such device.
+    // If there is no such device, a folder is used: it can't be written either.
     if (::open("/dev/null", O_RDONLY) < 0 && ::open("/", O_RDONLY | O_DIRECTORY) < 0)
         std::_Exit(StatusNotStarted);
 }

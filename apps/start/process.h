@@ -1,21 +1,22 @@
 // SPDX-License-Identifier: MIT
-// What a program owes to whoever has started it: the three standard streams, and how it ends when one is lost.
+// Prepares the process: the three standard streams, and how it ends when a stream or memory is lost.
 #pragma once
 
 namespace start {
 
-/// To be called before anything is opened.
-///  - A standard stream that is closed becomes one that can be read to its end at once and can't be written: the next
-///    file that is opened would have its number otherwise, and messages would be written into that file.
-///  - std::cout waits for a reader that takes no more just now, whatever the mode of its descriptor.
-///  - A reader that is gone, and a file that has reached the limit for its size, are failed writes and no signals.
-///  - Memory that can't be had ends the program with a message and StatusFailure, wherever that is, and so does
-///    whatever else nothing can go on from. `program` is its name in that message.
-///  - What the program makes can be opened by its owner, whatever the umask. Of what others may do the umask decides.
+/// Must be called before anything is opened.
+///  - A standard stream that is closed is opened so that reads return the end of the file and writes fail. Otherwise
+///  the
+///    next file that is opened would get its number, and messages would be written into it.
+///  - std::cout waits for a reader that is not ready, whatever the mode of its descriptor.
+///  - A write to a reader that is gone, or beyond the size limit of a file, fails and raises no signal.
+///  - If memory can't be allocated, or something happens that the program can't continue from, the program ends with a
+///    message and StatusFailure. `program` is its name in that message.
+///  - The owner can open what the program creates, whatever the umask. The umask decides what others may do.
 void PrepareProcess(const char* program);
 
-/// To be called last, with the exit status that all else would give: StatusNoOutput, after a message on standard error,
-/// where anything on std::cout could not be written.
+/// Must be called last, with the exit status so far. Returns it, or StatusNoOutput, after a message on standard error,
+/// if anything written to std::cout could not be written.
 int StatusAfterOutput(const char* program, int status);
 
 } // namespace start
