@@ -58,7 +58,7 @@ BackEnd::BackEnd(const DeviceOptions& options, Pump& pump, CommandSource& comman
       settings(settingsFile, faults), onlooker(clock, watcher),
       Connections(options.Connections != nullptr ? *options.Connections : connections) {
     const Text keptOn = settingsFile.Get(u"Quorin", u"Settings", u"StorageVolume", u"");
-    const bool inMemory = TraitsOf(options.DeviceType).IsMemory(keptOn); // which is never out
+    const bool inMemory = TraitsOf(options.DeviceType).IsMemory(keptOn); // memory is never removed
     volumes.MakeFolders(inMemory ? Text() : keptOn);
     faults.NotStored = [this](const Text& setting, ErrorNumber error) { onlooker.NotSaved(setting, ErrorText(error)); };
     Rights = {.Lost =
@@ -72,7 +72,7 @@ BackEnd::BackEnd(const DeviceOptions& options, Pump& pump, CommandSource& comman
     loop.Listen(onlooker);
 }
 
-/// A wait for another program is no sleep of the device, after which the port would be opened anew.
+/// A wait for another program must not be taken for a sleep of the device: after one the port would be reopened.
 void BackEnd::BeginOperation() {
     if (hostDatabases.Patience.Renew())
         frmQuorin::Form.lastTimerEvent = clock.SteadySeconds();
@@ -139,13 +139,14 @@ void BackEnd::DesignControls(const Controls& controls) {
     controls.grdTitle.DrawCell = frmQuorin::grdTitle_DrawCell;
 }
 
-// An instrument that sends by itself would otherwise open a further question with each reading, upon those that stand,
-// each of them deeper on the stack, and have all that it has sent decoded again each time.
+// Without this an instrument that sends by itself would open a further question with each reading, on top of the open
+// ones. Each would be one level deeper on the stack, and all that the instrument has sent would be decoded again each
+// time.
 void BackEnd::HoldLinkUnderPile(DeviceBoxes& boxes) {
     const auto held = [&boxes] { return boxes.Piled(); };
     serial.Held = held;
     tmrBlue.Held = held;
-    // The ticks that were held are no sleep of the device, from which the link would be reset.
+    // Held ticks must not be taken for a sleep of the device, which would reset the link.
     boxes.PileLeft = [this] { frmQuorin::Form.lastTimerEvent = clock.SteadySeconds(); };
 }
 

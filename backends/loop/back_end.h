@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// A whole device: everything that back-ends have in common. A back-end adds the controls, the fonts, and the hand that
-// uses them.
+// A whole device: everything that back-ends have in common. A back-end adds the controls, the fonts, and the Hand that
+// operates them.
 #pragma once
 
 #include "backends/files/host_file_system.h"
@@ -19,7 +19,7 @@
 
 namespace backends {
 
-/// What a device is to be. Whatever is left out is that of the profile of its type.
+/// The properties of a device. Whatever is left out comes from the profile of its type.
 struct DeviceOptions {
     std::int32_t DeviceType = 0;
     std::optional<Text> OsVersion;
@@ -29,9 +29,9 @@ struct DeviceOptions {
     std::vector<HostVolume> Volumes;
     std::string Settings; ///< host file; "settings.ini" in the root folder when empty
     bool RealClock = false;
-    std::int64_t StartMoment = 0;             ///< where a clock that is not the machine's starts
-    PortPaths Ports;                          ///< none for a simulated port
-    ConnectionService* Connections = nullptr; ///< of the machine; simulated ones without it
+    std::int64_t StartMoment = 0;             ///< start of the virtual clock, in seconds (clock.h)
+    PortPaths Ports;                          ///< empty for simulated ports
+    ConnectionService* Connections = nullptr; ///< of the machine; null for simulated ones
 };
 
 class BackEnd : public Hand {
@@ -44,7 +44,7 @@ public:
     /// Loads the form and brings it to the front, as the start of the program does.
     void StartProgram();
 
-    /// The controls. They stand as long as the back-end does.
+    /// The controls. They live as long as the back-end.
     virtual const Controls& Seen() const = 0;
 
     Focus focus;
@@ -62,7 +62,7 @@ public:
     NumberSource random;
     LoopRunTime runTime;
 
-    DiskFaults faults; ///< the disk's
+    DiskFaults faults; ///< simulated failures of the disk
     HostVolumes volumes;
     HostFileSystem hostFiles;
     FailingFileSystem files;
@@ -71,18 +71,18 @@ public:
     SettingsFile settingsFile;
     FailingSettings settings;
 
-    FormOnlooker onlooker; ///< with the notices
+    FormOnlooker onlooker; ///< holds the notices
 
 protected:
-    /// Something is about to be raised that has its own time to wait for other programs.
+    /// Called before a round of events: each round has its own time to wait for other programs.
     void BeginOperation();
-    /// The record of platform operations over these controls.
+    /// Returns the record of platform operations over these controls.
     Platform RecordOf(const Controls& controls);
-    /// What the designer of the form has set, and the handlers that every back-end's controls raise.
+    /// Sets the design-time properties of the controls and the handlers that the controls of every back-end raise.
     void DesignControls(const Controls& controls);
 
     virtual Platform& Record() = 0;
-    /// The form is loaded and comes on the screen.
+    /// Called when the form is loaded and is to appear on the screen.
     virtual void ShowForm() {}
 
 private:

@@ -37,7 +37,7 @@ std::int64_t Count(clockid_t clock) {
     return static_cast<std::int64_t>(now.tv_sec) * MsPerSecond + now.tv_nsec / 1000000;
 }
 
-/// What the machine's clock shows here, as a running count.
+/// Returns the machine's local time as milliseconds since 1970.
 std::int64_t MachineMilliseconds() {
     const std::int64_t now = Count(CLOCK_REALTIME);
     const auto whole = static_cast<std::time_t>(now / MsPerSecond);
@@ -46,7 +46,7 @@ std::int64_t MachineMilliseconds() {
     return now + local.tm_gmtoff * MsPerSecond;
 }
 
-/// The numbers of a text like 2007-03-05T09:30:00, or of its head.
+/// The numbers of a text like 2007-03-05T09:30:00, or of the first part of one.
 struct Numbers {
     int Year = 0, Month = 0, Day = 0, Hour = 0, Minute = 0, Second = 0;
 };
@@ -58,7 +58,7 @@ Numbers NumbersIn(const std::string& text) {
     return read;
 }
 
-/// The date may be one that no calendar has.
+/// The result may be a date that does not exist.
 year_month_day DateOf(int year, int month, int day) {
     return std::chrono::year(year) / month / day;
 }
@@ -108,7 +108,7 @@ DateTime DeviceClock::Now() const {
     return now;
 }
 
-// CLOCK_MONOTONIC stands still while the machine sleeps, and a reading may come right after that.
+// CLOCK_MONOTONIC stops while the machine sleeps, and a reading may come right after a sleep.
 DeviceClock::DeviceClock() : SteadyStart(MachineMilliseconds() - Count(CLOCK_BOOTTIME)) {
 }
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Two clocks: the machine's, and one that stands still until somebody moves it on.
+// Two clocks: the machine's, and a virtual one that stands still until it is moved on.
 #pragma once
 
 #include "src/view/platform/device.h"
@@ -11,22 +11,23 @@ namespace backends {
 
 using namespace platform;
 
-/// The moment that a text like 2007-03-05T09:30:00 stands for, as whole seconds of a calendar without time zones.
-/// Nothing for a text that stands for none.
+/// Returns the moment that a text like 2007-03-05T09:30:00 means, in whole seconds since 1970, without time zones;
+/// nothing if the text is not a valid moment.
 std::optional<std::int64_t> MomentFromText(const std::string& text);
 
-/// The date picker's form of a date, 2007-03-05; nothing for a text that stands for none.
+/// Reads a date in the date picker's form, 2007-03-05. Returns nothing if the text is not a valid date.
 std::optional<CalendarDate> DateFromText(const std::string& text);
 
-/// The date so many days later, or earlier; the date itself where the calendar of years 1 to 9999 ends.
+/// Returns the date `count` days later, or earlier if negative; `date` itself if the result is outside of the years 1
+/// to 9999.
 CalendarDate DaysLater(const CalendarDate& date, std::int32_t count);
 
-/// Both clocks in one: what time of day it is, and a count of milliseconds for the timers that never goes back.
+/// Both clocks in one class: the time of day, and a count of milliseconds for the timers that never goes back.
 class DeviceClock final : public Clock {
 public:
-    /// A clock that stands still and starts at a moment.
+    /// A virtual clock that starts at a moment, in seconds since 1970.
     explicit DeviceClock(std::int64_t startMoment) : Virtual(true), Start(startMoment * 1000) {}
-    /// The machine's.
+    /// The machine's clock.
     DeviceClock();
 
     bool IsVirtual() const { return Virtual; }
@@ -35,22 +36,23 @@ public:
     std::int64_t SteadySeconds() const override;
 
     std::int64_t Milliseconds() const;
-    /// Moves a virtual clock on, never back.
+    /// Moves a virtual clock forward to a count of milliseconds, never back.
     void MoveTo(std::int64_t milliseconds);
-    /// Sets what a virtual clock shows; the timers' count goes on as it was.
+    /// Sets the time that a virtual clock shows, in seconds since 1970. The timers' count is not changed.
     void StandAt(std::int64_t moment);
-    /// Sets a virtual clock on or back as a person at the machine does: what it shows changes, and nothing else.
+    /// Moves the shown time of a virtual clock forward or back, as when a user sets the machine's clock. TimeOfDay,
+    /// SteadySeconds and the timers are not affected.
     void SetWall(std::int64_t bySeconds) { WallIsOffBy += bySeconds * 1000; }
 
 private:
-    std::int64_t LocalMilliseconds() const;  ///< since 1970, by the clock on the wall
-    std::int64_t SteadyMilliseconds() const; ///< the same, as it would show if nobody had set it since the start
+    std::int64_t LocalMilliseconds() const;  ///< since 1970, as the clock shows
+    std::int64_t SteadyMilliseconds() const; ///< the same without the changes by users since the start
 
     bool Virtual = false;
-    std::int64_t Start = 0; ///< what the virtual clock showed when its count was 0, in milliseconds since 1970
+    std::int64_t Start = 0; ///< time shown by the virtual clock at count 0, in milliseconds since 1970
     std::int64_t Passed = 0;
     std::int64_t WallIsOffBy = 0;
-    std::int64_t SteadyStart = 0; ///< of the machine's: what it showed when its count with sleeps was 0
+    std::int64_t SteadyStart = 0; ///< time shown by the machine's clock when CLOCK_BOOTTIME was 0
     std::chrono::steady_clock::time_point Begin = std::chrono::steady_clock::now();
 };
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The system's wish that the program end, as an event of the loop.
+// The signals by which the system asks the program to end, as an event of the loop.
 #pragma once
 
 #include "backends/files/host_files.h"
@@ -12,7 +12,7 @@ namespace backends {
 
 class EndSignals final : public EventSource {
 public:
-    /// From now on SIGTERM, SIGINT and SIGHUP come as events, also to threads that are started later.
+    /// From now on SIGTERM, SIGINT and SIGHUP come as events, also in threads that are started later.
     EndSignals();
 
     int Descriptor() override { return Signals.Number(); }

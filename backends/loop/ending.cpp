@@ -34,7 +34,7 @@ std::string OneLine(const Text& text) {
 
 std::string RowForPeople() {
     const auto& table = modFileSystem::Table;
-    if (table.TableRowIndex < 1) // its file could not be made
+    if (table.TableRowIndex < 1) // the file could not be created
         return "the record of " + ToBytes(table.TableName);
     return "row " + std::to_string(table.TableRowIndex) + " of " + ToBytes(table.TableName);
 }
@@ -58,8 +58,8 @@ void Ending::BeginToSave() {
     Row = RowForPeople();
 }
 
-/// As a person would leave it. The calendar has a record under it, which Back brings again; any other prompt is left as
-/// it stands, for its Back would be taken as an answer.
+/// Leaves the screen as a user would. The calendar is a prompt over a record, and Back returns to that record. Any
+/// other prompt is left open, because Back would count as an answer to it.
 void Ending::LeaveScreen() {
     if (Screens.CurrentScreen == modQuorin::ScrInput && modPDAUI::Prompt.PromptModal) {
         BeginToSave();
@@ -75,7 +75,7 @@ void Ending::LeaveScreen() {
     if (State == Record::Saving)
         State = Device.onlooker.FailedSaves == failures ? Record::Saved : Record::Lost;
     bool cancel = false;
-    frmQuorin::Form_QueryUnload(cancel, frmQuorin::UnloadMode::System); // by the system, which nothing holds up
+    frmQuorin::Form_QueryUnload(cancel, frmQuorin::UnloadMode::System); // nothing can cancel an end by the system
     frmQuorin::Form_Unload();
 }
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The end of the program that somebody outside of it wants: a signal, the end of the session, a display that is gone.
-// The record on the screen is saved where that can be, and what was and what was not is said.
+// The end of the program by something outside of it: a signal, the end of the session, a lost display. The record on
+// the screen is saved if possible, and the result is reported.
 #pragma once
 
 #include "backends/loop/back_end.h"
@@ -16,14 +16,14 @@ public:
     Ending(const Ending&) = delete;
     Ending& operator=(const Ending&) = delete;
 
-    /// The loop unwinds from here on, and the program leaves by its pump at the outermost level.
+    /// Starts the ending: nested loops return, and the program leaves through its pump at the outermost level.
     void Begin(const std::string& why);
-    /// Nothing of the window system can be used any more, and nothing is unwound: an unsaved record goes straight to
-    /// its row, unless the storage is at work at this moment.
+    /// Ends without the window system and without unwinding. An unsaved record is written straight to its row, unless a
+    /// storage operation is in progress.
     void SaveAtOnce(const std::string& why);
 
     bool Begun() const { return !Why.empty(); }
-    /// For when the program is over: what was and what was not saved, in one line.
+    /// Returns one line on what was saved and what was not, for after the program has ended.
     std::string Words() const;
     bool IsLost() const { return State == Record::Saving || State == Record::Lost; }
 
@@ -35,15 +35,15 @@ private:
 
     BackEnd& Device;
     std::string Why;
-    std::string Row; ///< as people call it
+    std::string Row; ///< in words for the user
     Record State = Record::NotReached;
-    std::size_t Undecoded = 0; ///< characters of the instrument
+    std::size_t Undecoded = 0; ///< characters received from the instrument
 };
 
-/// For when the program is over and nobody has ended it in good order: which record on the screen is not in its file.
-/// Empty where that is none.
+/// Returns which record on the screen is not in its file, for a program that has ended in another way than by an
+/// Ending. Empty if there is none.
 std::string UnsavedRecordWords();
-/// For whom a failure has stopped: what has become of the files, and of that record.
+/// Returns the state of the files and of that record, for the user of a program that a failure has stopped.
 std::string StateWords();
 
 } // namespace backends

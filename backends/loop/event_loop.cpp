@@ -9,17 +9,18 @@ namespace backends {
 
 namespace {
 
-constexpr std::int64_t LongestSleep = 60000; // milliseconds at a time, which poll can count
+constexpr std::int64_t LongestSleep = 60000; // milliseconds; poll takes an int
 
-/// A window may never come to rest: a caret blinks, and a long text takes longer to paint than it blinks.
+/// A window may always have something to handle: a caret blinks, and a long text may take longer to paint than one
+/// blink.
 constexpr int MostWindowRounds = 3;
 
-/// Nor may a line that is flooded, or a timer whose tick takes longer than its interval. So many rounds at a time are
-/// far more than anything else raises.
+/// The same is true of a flooded line, and of a timer whose tick takes longer than its interval. Everything else needs
+/// far fewer rounds at a time.
 constexpr int MostRounds = 16;
 
-/// So many rounds may still take their time where each of them has much to do. In milliseconds; who gives a command, or
-/// looks at a window, waits no longer than this and one more round.
+/// Rounds with much to do may still take long together. In milliseconds; commands and the window wait no longer than
+/// this and one more round.
 constexpr std::int64_t LongestWithoutBreak = 100;
 
 bool CanBeRead(int descriptor) {
@@ -48,8 +49,8 @@ void LoopTimer::SetInterval(std::int32_t milliseconds) {
     NextTick = Loop.ClockOfLoop().Milliseconds() + Every;
 }
 
-/// The next tick is set first: a handler that waits lets the timer go on. Ticks that were missed are one. A tick that
-/// is held is not left due, or the loop would find it again at once and never sleep.
+/// The next tick is set first, because the timer goes on while a handler waits. Missed ticks are raised as one. A held
+/// tick does not stay due, or the loop would find it again at once and never sleep.
 void LoopTimer::Fire(std::int64_t now) {
     NextTick += Every;
     if (NextTick <= now)
@@ -67,7 +68,7 @@ LoopTimer* EventLoop::NextTimer() {
     return next;
 }
 
-/// Fires the next timer that is due by then, with the clock at its moment.
+/// Fires the next timer that is due by `until`, with the clock at its due time. Returns true if one fired.
 bool EventLoop::FireNext(std::int64_t until) {
     LoopTimer* timer = IsEnding ? nullptr : NextTimer();
     if (timer == nullptr || timer->Due() > until)
@@ -97,7 +98,7 @@ EventLoop::Round EventLoop::HandleRound() {
 bool EventLoop::HandleDue() {
     bool any = false;
     const std::int64_t start = Time.Milliseconds();
-    int windowAlone = 0; // rounds in which the window system had something and nobody else
+    int windowAlone = 0; // rounds in which only the window system had something
     for (int rounds = 0; rounds < MostRounds && windowAlone < MostWindowRounds; ++rounds) {
         const Round round = HandleRound();
         if (!round.Raised && !round.WindowHad)
@@ -143,15 +144,15 @@ void EventLoop::Sleep(std::optional<std::int64_t> deadline, bool forCommands) {
 
 void EventLoop::Leave(const ProgramOver& over) {
     PumpOfLoop.Leave(over);
-    std::abort(); // a pump that comes back has broken its word
+    std::abort(); // Pump::Leave must not return
 }
 
-/// Where time stands still nothing may depend on how fast the machine is.
+/// With a virtual clock nothing may depend on the speed of the machine.
 bool EventLoop::TakesLong(std::int64_t since) const {
     return !Time.IsVirtual() && Time.Milliseconds() - since >= LongestWithoutBreak;
 }
 
-/// Whether there is anything to handle before the next command. Commands get their turn under a flood, too.
+/// True if there is something to handle before the next command. Commands get their turn even when events never stop.
 bool EventLoop::IsBusy(const Round& round) {
     if (!round.Raised) {
         RoundsInARow = 0;
@@ -208,8 +209,8 @@ void EventLoop::PassTime(std::int64_t milliseconds) {
         Sleep(until, false);
 }
 
-// Who calls it waits for an answer that will not come, and has no safe side: a prompt that is left takes the last
-// answer that was accepted, which would rename a download or choose another port.
+// The caller waits for an answer that will not come, and returning to it is not safe: a prompt that is left takes the
+// last accepted answer, which would rename a download or choose another port.
 void LoopRunTime::WaitEvents() {
     if (Loop.Ending())
         Loop.FinishEnding();

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The event loop: timers, what comes over the serial port, and whoever gives commands. A message box or a prompt that
-// waits runs it again inside itself.
+// The event loop: timers, event sources such as the serial port, and commands. A message box or a prompt that waits
+// runs the loop nested.
 #pragma once
 
 #include "backends/loop/clock.h"
@@ -19,7 +19,7 @@ using namespace platform;
 
 class EventLoop;
 
-/// A timer of the form; its tick is raised by the loop.
+/// A timer of the form. The loop raises its tick.
 class LoopTimer final : public Timer {
 public:
     LoopTimer(EventLoop& loop, std::int32_t interval, bool enabled, void (*tick)());
@@ -31,7 +31,7 @@ public:
     void SetInterval(std::int32_t milliseconds) override;
     std::int32_t Interval() const { return Every; } ///< milliseconds
 
-    /// While this holds a tick passes without its event.
+    /// While this returns true, ticks pass without their event.
     std::function<bool()> Held;
 
     std::int64_t Due() const { return NextTick; }
@@ -41,7 +41,7 @@ private:
     EventLoop& Loop;
     std::int32_t Every;
     bool Running = false;
-    std::int64_t NextTick = 0; ///< by the clock's milliseconds
+    std::int64_t NextTick = 0; ///< in the clock's milliseconds
     void (*Tick)();
 };
 
@@ -49,12 +49,12 @@ private:
 class CommandSource {
 public:
     virtual ~CommandSource() = default;
-    /// The loop has nothing else to do: `nesting` is the number of boxes and prompts that wait.
+    /// Called when the loop has nothing else to do. `nesting` is the number of boxes and prompts that wait.
     virtual void AboutToWait(int nesting) = 0;
-    virtual bool HasCommand() = 0; ///< one can be run without waiting for it
-    virtual bool Ended() = 0;      ///< there will be no more
+    virtual bool HasCommand() = 0; ///< a command can be run without waiting
+    virtual bool Ended() = 0;      ///< no more commands will come
     virtual int Descriptor() = 0;  ///< to wait for more; -1 for none
-    virtual void TakeInput() = 0;  ///< the descriptor is ready
+    virtual void TakeInput() = 0;  ///< called when the descriptor is ready
     virtual void RunCommand() = 0;
 };
 
@@ -62,26 +62,26 @@ public:
 class EventSource {
 public:
     virtual ~EventSource() = default;
-    virtual int Descriptor() = 0;          ///< -1 while there is nothing to wait for
-    virtual bool RaiseWhatIsPending() = 0; ///< whether an event was raised
+    virtual int Descriptor() = 0;          ///< -1 while there is none to wait for
+    virtual bool RaiseWhatIsPending() = 0; ///< true if an event was raised
 };
 
-/// Why the program is over.
+/// Why the program has ended.
 struct ProgramOver {
     enum class Reason { Ended, Failed, InputEnded, CommandFailed } Why = Reason::Ended;
     Text Failure;
 };
 
-/// How a back-end sleeps, and how it leaves the program.
+/// How a back-end sleeps and how it leaves the program.
 class Pump {
 public:
     virtual ~Pump() = default;
-    /// Handles what the window system has for the back-end; whether there was anything.
+    /// Handles the pending events of the window system. Returns true if there were any.
     virtual bool HandlePending() = 0;
-    /// Sleeps until one of the descriptors can be read, the window system has something, or so many milliseconds have
-    /// passed, -1 for any number of them. It may come back sooner.
+    /// Sleeps until one of the descriptors is readable, the window system has an event, or this many milliseconds have
+    /// passed; -1 means no limit. May return sooner.
     virtual void Sleep(const std::vector<int>& descriptors, int milliseconds) = 0;
-    /// Unwinds to whoever runs the loop, or ends the process.
+    /// Unwinds to the caller of the loop, or ends the process.
     [[noreturn]] virtual void Leave(const ProgramOver& over) = 0;
 };
 
@@ -90,48 +90,48 @@ public:
     EventLoop(DeviceClock& clock, CommandSource& commands, Pump& pump)
         : Time(clock), Commands(commands), PumpOfLoop(pump) {}
 
-    /// Called before anything is raised: whatever follows has its own time to take.
+    /// Called before each round: each one has its own time to wait for other programs.
     std::function<void()> Begins;
 
     DeviceClock& ClockOfLoop() { return Time; }
     void Add(LoopTimer& timer) { Timers.push_back(&timer); }
     void Listen(EventSource& source) { Sources.push_back(&source); }
 
-    /// Raises all events that are due, in time order, and handles what the window system has. It comes to an end, too,
-    /// where one event follows on the other for ever. Whether there was anything.
+    /// Raises all events that are due, in time order, and handles those of the window system. Stops after a limited
+    /// number of rounds, even if each event causes another. Returns true if there was any event.
     bool HandleDue();
-    /// Raises the next timer's event, if it is due, and lets each source raise one: a source that never runs dry can't
-    /// hold up the others. Whether there was anything.
+    /// Raises the next timer's event if it is due, and lets each source raise one: a source that always has more can't
+    /// hold up the others. Returns true if there was any event.
     bool RaiseRound();
-    /// Handles what is due, or waits for the next thing to happen and handles that. The end of the commands ends the
-    /// program.
+    /// Handles what is due, or waits for the next event and handles it. Ends the program when there are no more
+    /// commands.
     void WaitOnce();
-    /// WaitOnce for a box or a prompt.
+    /// WaitOnce, called from inside a message box or a prompt.
     void WaitNested();
-    /// Lets this much time pass, with its events but without further commands.
+    /// Lets this much time pass, with its events but without running commands.
     void PassTime(std::int64_t milliseconds);
-    /// Moves a virtual clock on at once; timers that fell due meanwhile fire once when they are next looked at.
+    /// Moves a virtual clock forward at once. A timer that became due meanwhile fires once, in the next round.
     void Jump(std::int64_t milliseconds) { Time.MoveTo(Time.Milliseconds() + milliseconds); }
     [[noreturn]] void Leave(const ProgramOver& over);
 
-    /// The program is to end, by somebody outside of it. That is a state and not a call, for handlers may wait on the
-    /// stack: from now on no event is raised and no command is run, boxes answer themselves, and what waits comes back
-    /// to whoever called it, down to the outermost level.
+    /// Marks the program as ending, for a reason outside of it. This is a state and not a call, because handlers may
+    /// wait on the stack: from now on no event is raised and no command is run, boxes answer themselves, and nested
+    /// loops return to their callers, down to the outermost level.
     void BeginEnding() { IsEnding = true; }
     bool Ending() const { return IsEnding; }
-    /// What is left to be done there.
+    /// What remains to be done at the outermost level.
     std::function<void()> LastAct;
     [[noreturn]] void FinishEnding();
 
-    /// The descriptors of all sources that have one.
+    /// Returns the descriptors of all sources that have one.
     std::vector<int> Descriptors() const;
-    /// Milliseconds until the next timer falls due by itself; none while no timer runs or time stands still.
+    /// Returns the milliseconds until the next timer is due; nothing while no timer runs or the clock is virtual.
     std::optional<std::int64_t> TimeToNextTick();
 
 private:
     struct Round {
-        bool Raised;    ///< an event
-        bool WindowHad; ///< something to handle
+        bool Raised;    ///< an event was raised
+        bool WindowHad; ///< the window system had something to handle
     };
 
     Round HandleRound();
@@ -148,17 +148,17 @@ private:
     std::vector<EventSource*> Sources;
     int Nesting = 0;
     bool IsEnding = false;
-    std::int64_t BusySince = 0; ///< by the clock's milliseconds
-    int RoundsInARow = 0;       ///< that have raised something, without a command between them
+    std::int64_t BusySince = 0; ///< in the clock's milliseconds
+    int RoundsInARow = 0;       ///< number of rounds that raised something, with no command between them
 };
 
-/// The run-time's part of the seam.
+/// The platform's RunTime, over the event loop.
 class LoopRunTime final : public RunTime {
 public:
     explicit LoopRunTime(EventLoop& loop) : Loop(loop) {}
     void DoEvents() override { Loop.HandleDue(); }
     void Pause(std::int32_t milliseconds) override { Rest(milliseconds); }
-    /// Sleeps so long. A back-end that paints by itself does that meanwhile.
+    /// Sleeps this long. A back-end that paints by itself replaces it and paints meanwhile.
     std::function<void(std::int32_t milliseconds)> Rest = [](std::int32_t milliseconds) {
         std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
     };

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Which control has the focus, what the keyboard can do to it, and the events that come of the focus moving.
+// Which control has the focus, what keys do to it, and the events of a focus change.
 #pragma once
 
 #include "src/text/text.h"
@@ -12,15 +12,15 @@ namespace backends {
 struct FocusTarget {
     virtual ~FocusTarget() = default;
 
-    /// The control's own answer to a key that the form has not swallowed.
+    /// The control's own reaction to a key that the form has not swallowed.
     virtual void ActOnKey(std::int32_t) {}
     virtual bool TakesText() const { return false; }
-    /// One character as typed, which is two units long outside of the first 65,536; backspace is character 8.
+    /// Enters one typed character: two units for one beyond the first 65,536. Backspace is character 8.
     virtual void EnterCharacter(TextView) {}
-    /// The person has replaced all of the text.
+    /// The user has replaced all of the text.
     virtual void ReplaceText(const Text&) {}
 
-    const char* Name = ""; ///< as the form calls it
+    const char* Name = ""; ///< its name in the form
     std::function<void()> GotFocus;
     std::function<void()> LostFocus;
 };
@@ -29,7 +29,8 @@ class Focus {
 public:
     FocusTarget* Holder() { return Current; }
     const FocusTarget* Holder() const { return Current; }
-    /// Who takes the keys: while nothing has the focus, as after a Palm's page key has closed a field, another control.
+    /// Returns the control that gets the keys: `other` while none has the focus, as after a page key on Palm OS has
+    /// closed a field.
     FocusTarget& HolderOr(FocusTarget& other) { return Current != nullptr ? *Current : other; }
 
     void MoveTo(FocusTarget& target) {
@@ -40,11 +41,11 @@ public:
         if (Moved)
             Moved();
         Raise(old, &FocusTarget::LostFocus);
-        if (Current == &target) // a handler may have moved it on
+        if (Current == &target) // a handler may have moved the focus again
             Raise(&target, &FocusTarget::GotFocus);
     }
 
-    /// The target is hidden: it can't keep the focus.
+    /// Called when the target is hidden, because a hidden control can't keep the focus.
     void TakeFrom(FocusTarget& target) {
         if (Current != &target)
             return;
@@ -54,7 +55,7 @@ public:
         Raise(&target, &FocusTarget::LostFocus);
     }
 
-    /// Another control has the focus, or none; the controls have not heard of it yet.
+    /// Called when another control or none has the focus, before the controls' own events.
     std::function<void()> Moved;
 
 private:

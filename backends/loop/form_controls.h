@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The controls of a back-end's form as the hand and the eye know them, which see a little more of them than the
-// application does: where a caret stands, what a list offers, what was painted.
+// The controls of a back-end's form, with what tests and scripts need beyond the application's view: where a caret is,
+// what a list offers, what was painted.
 #pragma once
 
 #include "backends/grid/drawn_grid.h"
@@ -18,7 +18,7 @@ using namespace platform;
 template <class Field>
 class WithCaret : public Field {
 public:
-    virtual std::int32_t Caret() const = 0; ///< the number of characters in front of it
+    virtual std::int32_t Caret() const = 0; ///< number of characters before it
 };
 
 using EditBox = WithCaret<TextBox>;
@@ -28,9 +28,9 @@ public:
     virtual std::vector<Text> Items() const = 0;
 };
 
-using MenuItems = std::array<MenuItem*, MenuItemCount>; ///< item i at i less 1
+using MenuItems = std::array<MenuItem*, MenuItemCount>; ///< item i is at index i - 1
 
-/// A back-end's own items.
+/// Returns pointers to a back-end's own items.
 template <class Item>
 MenuItems Pointers(std::array<Item, MenuItemCount>& items) {
     MenuItems pointers{};
@@ -56,7 +56,7 @@ struct Controls {
     DeviceBoxes& boxes;
 };
 
-/// The form's box in pixels.
+/// Returns the form's box in pixels.
 Box PixelsOf(const Form& form);
 
 } // namespace backends

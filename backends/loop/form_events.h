@@ -7,17 +7,17 @@
 
 namespace backends {
 
-/// Item 1 to 5, or the caption, of soft menu 1 or 2.
+/// Raises the click on item 1 to 5, or on the caption, of soft menu 1 or 2.
 void RaiseItemClick(std::int32_t menu, std::int32_t item);
 void RaiseTitleClick(std::int32_t menu);
-/// The form is asked to close by its frame.
+/// Raises the request to close the form by its title bar.
 void RaiseCloseRequest();
 
-/// The soft keyboard has come, gone, or another place. One that leaves nothing of the form is taken as none.
+/// Reports that the soft keyboard has appeared, gone or moved. One that covers the whole form counts as none.
 void RaiseKeyboard(const SystemObject& system, std::int16_t state, std::int32_t left, std::int32_t top,
                    std::int32_t width, std::int32_t height);
 
-/// What a back-end's controls raise. They go by the form's names in each back-end.
+/// Connects the events that a back-end's controls raise. In each back-end the controls have the form's names.
 template <class BackEndControls>
 void WireEvents(BackEndControls& of, Watcher& watcher) {
     of.grdMain.Follower = &of.grdTitle;

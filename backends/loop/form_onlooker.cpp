@@ -7,7 +7,7 @@
 
 namespace backends {
 
-/// What is lost is told by NotSaved, with the name of its file.
+/// Warnings alone are passed on: NotSaved reports losses, with the name of the file.
 FormOnlooker::FormOnlooker(const Clock& clock, Watcher& watcher) : Time(clock), Told(watcher) {
     notices.Told = [&watcher](const companion::Notice& notice) {
         if (notice.Weight == companion::Severity::Warning)
@@ -21,7 +21,7 @@ void FormOnlooker::NotSaved(const Text& file, const Text& why) {
     Told.NotSaved(file, why);
 }
 
-/// Who could not make the file or add the record has told it.
+/// A failure to create the file or to add the record has been reported by the code where it happened.
 void FormOnlooker::RecordOpened(const OpenedRecord& record) {
     notices.RecordLeft();
     if (record.Place != RecordPlace::Stored) {

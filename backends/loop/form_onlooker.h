@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Hears of what the form has no message for, looks at its state between two events, and keeps the notices of it.
+// Observes what the form has no message for: receives reports, checks the form's state in each round of the loop, and
+// keeps the notices.
 #pragma once
 
 #include "backends/loop/services.h"
@@ -21,27 +22,27 @@ public:
     companion::Losses losses;
 
     void NotSaved(const Text& file, const Text& why) override;
-    std::size_t FailedSaves = 0; ///< that were told so far
+    std::size_t FailedSaves = 0; ///< reported so far
 
     void RecordOpened(const OpenedRecord& record) override;
     void ReadingLost(const LostReading& reading) override;
     void ReadingWithoutValue(const Text& field) override;
     void ReadingWaits(const DateTime& since) override;
     void FolderReplaced(const Text& folder, const Text& instead,
-                        ErrorNumber why) override; ///< tells once a run of each
+                        ErrorNumber why) override; ///< each folder is reported once a run
     void ListIncomplete(const std::vector<Unlisted>& unlisted) override;
     void DeliveryStays(const Text& fullName, ErrorNumber why) override;
     void DeliveryKept(const Text& fullName, ErrorNumber why) override;
     void MailboxClear() override;
 
-    // It is no event, but comes by between two of them.
+    // Raises no event: it is an EventSource in order to be called in each round.
     int Descriptor() override { return -1; }
     bool RaiseWhatIsPending() override;
 
 private:
     const Clock& Time;
     Watcher& Told;
-    std::set<Text> ReplacedFolders; ///< that were told of
+    std::set<Text> ReplacedFolders; ///< already reported
 };
 
 } // namespace backends

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The source of commands of a device that is used by the hand alone.
+// The command source of a device that gets no commands, only user input.
 #pragma once
 
 #include "backends/loop/event_loop.h"

@@ -7,7 +7,7 @@ namespace backends {
 
 namespace {
 
-/// An event that has read so many characters is not shown any more of them.
+/// Once an event has read this many characters, the port shows it no more.
 constexpr std::size_t ShareOfAnEvent = 4096;
 
 } // namespace
@@ -37,8 +37,8 @@ ErrorNumber DeviceSerial::OpenPort() {
     return Outcome;
 }
 
-/// A listener or a command may be there again at once. One opening fails all the same, or nobody would ever see that
-/// the link was lost.
+/// After a source has ended, one opening fails even if a listener or a command is available again at once: without that
+/// the loss of the link would never be seen.
 SourceTrouble DeviceSerial::OpenSource(const PortAddress& address) {
     LastAddress = AddressText(address);
     if (LastAddress.empty())
@@ -65,7 +65,7 @@ ErrorNumber DeviceSerial::OpenSimulatedPort() {
     return NotAvailable;
 }
 
-/// What a device has received stays to be read, also when nobody has looked yet.
+/// Characters that a real source has received stay readable, even if none were read before the closing.
 void DeviceSerial::ClosePort() {
     if (OnSource) {
         TakeFromSource();

@@ -39,7 +39,7 @@ bool DeviceKeys::RaiseWhatIsPending() {
         return false;
     const std::int32_t character = Queue.front();
     Queue.pop_front();
-    constexpr std::int32_t CharacterCodes = 256; // above them are the numbers of keys that write nothing
+    constexpr std::int32_t CharacterCodes = 256; // higher numbers are keys that write nothing
     FocusTarget* const holder = FocusOfForm.Holder();
     if (holder != nullptr && character > 0 && character < CharacterCodes)
         holder->EnterCharacter(Text(1, static_cast<char16_t>(character)));

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// What has nothing to do with pixels: a system object, keys, a connection service, tones, message boxes. What they do
-// is told to whoever watches.
+// Services without graphics: system object, keys, connection service, tones, message boxes. What they do is reported to
+// a Watcher.
 #pragma once
 
 #include "backends/loop/event_loop.h"
@@ -18,7 +18,7 @@ namespace backends {
 
 using namespace platform;
 
-/// Who watches the device is told what happens on it, in order.
+/// Observer of a device: called with what happens on it, in order.
 class Watcher : public SaveWatcher {
 public:
     virtual void BoxOpened(const Text& text, BoxButtons buttons, BoxIcon icon, const Text& title) = 0;
@@ -28,7 +28,7 @@ public:
     virtual void KeyGrabbed(std::int32_t keyCode) = 0;
     virtual void KeyReleased(std::int32_t keyCode) = 0;
     virtual void CharacterSent(std::int32_t character) = 0;
-    /// Something that a person should know, and that is no loss; `about` is its short name.
+    /// A warning: something that the user should know, without any loss of data. `about` is its short name.
     virtual void Warned(const Text& about, const Text& text) = 0;
 };
 
@@ -43,7 +43,7 @@ public:
     Box WorkArea() const override;
     std::int32_t ScreenDimension() const override;
 
-    /// The device was turned. Nobody is told: the next layout finds the new working area.
+    /// The device was turned. No event is raised: the next layout reads the new working area.
     void SetScreen(ScreenSize screen) { Screen = screen; }
 
 private:
@@ -53,8 +53,8 @@ private:
     ScreenSize Screen;
 };
 
-/// A character that is sent waits in the key queue until events are handled; a letter or a control character then goes
-/// to the control that has the focus, any other is for the platform alone.
+/// A character that is sent waits in the key queue until events are handled. A letter or a control character then goes
+/// to the control that has the focus; any other is for the platform alone.
 class DeviceKeys final : public HardwareKeys, public EventSource {
 public:
     DeviceKeys(Watcher& watcher, Focus& focus) : Told(watcher), FocusOfForm(focus) {}
@@ -74,7 +74,7 @@ private:
 class SimulatedConnections final : public ConnectionService {
 public:
     ErrorNumber Open(const Text& name, std::unique_ptr<Connection>& connection) override;
-    /// What opening gives from now on; NoError opens.
+    /// Sets the result of opening from now on; NoError succeeds.
     void SetOutcome(ErrorNumber outcome) { Outcome = outcome; }
 
 private:
@@ -90,7 +90,7 @@ private:
     Watcher& Told;
 };
 
-/// Message boxes, which wait in the loop. What is seen of one is for the back-end to add.
+/// Message boxes, which wait in a nested loop. The back-end adds their appearance.
 class DeviceBoxes : public MessageBox {
 public:
     DeviceBoxes(EventLoop& loop, Watcher& watcher) : Loop(loop), Told(watcher) {}
@@ -106,21 +106,21 @@ public:
 
     BoxAnswer Show(const Text& text, BoxButtons buttons, BoxIcon icon, const Text& title) override;
 
-    /// The box that is open, the innermost one; nothing when none is.
+    /// Returns the innermost open box; null if none is open.
     OpenBox* Current() const { return Open.empty() ? nullptr : Open.back(); }
-    /// Two boxes stand, one upon the other. The link is held meanwhile, so that no third one comes by it.
+    /// True if one box is open on top of another. The link is held meanwhile, so that it does not open a third one.
     bool Piled() const { return Depth() > 1; }
-    std::size_t Depth() const { return Open.size(); } ///< of those that stand
-    /// The texts of those that an ending of the program has answered, on their safe side.
+    std::size_t Depth() const { return Open.size(); } ///< number of open boxes
+    /// The texts of the boxes that the ending of the program has answered, with their safe answer.
     const std::vector<Text>& LeftUnanswered() const { return Unanswered; }
-    /// Called when one of two boxes is left.
+    /// Called when one box closes while several were open.
     std::function<void()> PileLeft;
 
-    std::function<void()> Opening; ///< a box is about to be seen: what is pressed at this moment was not meant for it
+    std::function<void()> Opening; ///< called before a box appears: input at this moment was not meant for it
 
 protected:
     virtual void Opened(OpenBox&) {}
-    virtual void Closed(OpenBox&) {} ///< answered
+    virtual void Closed(OpenBox&) {} ///< after the answer
 
 private:
     EventLoop& Loop;

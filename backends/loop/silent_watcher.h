@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A watcher to begin with: it tells nobody anything, and who is to be told of something overrides that.
+// A Watcher that does nothing: a base class for those that override some of it.
 #pragma once
 
 #include "backends/loop/services.h"
