@@ -107,12 +107,12 @@ Refusal Choose(BackEnd& device, const Text& caption) {
         for (std::int32_t item = 1; item <= MenuItemCount; ++item) {
             if (Item(device, menu, item).Caption() != caption || !ItemRefusal(device, menu, item).empty())
                 continue;
-            device.ClickTitle(menu); // which opens it
+            device.ClickTitle(menu); // opens the menu
             device.ClickItem(menu, item);
             return Done;
         }
     }
-    // A caption whose first item is not on show is a key of its own.
+    // A menu whose first item is hidden has no list: its caption is itself a key.
     for (std::int32_t menu = 1; menu <= 2; ++menu) {
         const MenuItem& title = Title(device, menu);
         if (title.Caption() == caption && Offered(title) && !Item(device, menu, 1).Visible()) {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What a person does to the form. Each gives an empty text, or why it can't be done.
+// The actions of a user on the form. Each returns an empty text on success, or the reason why it is not possible.
 #pragma once
 
 #include "backends/loop/back_end.h"
@@ -10,13 +10,14 @@ namespace backends {
 
 using Refusal = std::string;
 
-/// Why the form takes no input at all: a message box takes it.
+/// Returns why the form accepts no input, which is when a message box is open; empty if it does.
 Refusal FormRefusal(const BackEnd& device);
 
-/// Why nothing can be typed: the form takes no input, or no input control has the focus.
+/// Returns why nothing can be typed: the form accepts no input, or no input control has the focus. Empty if typing is
+/// possible.
 Refusal FieldRefusal(const BackEnd& device);
 
-/// A short tap on a cell of grdMain: the focus and the selection move there, press, release.
+/// A short tap on a cell of grdMain: moves the focus and the selection there, presses and releases.
 Refusal Tap(BackEnd& device, std::int32_t row, std::int32_t col);
 /// The same with 1.5 seconds between press and release.
 Refusal Hold(BackEnd& device, std::int32_t row, std::int32_t col);
@@ -25,14 +26,14 @@ Refusal Hold(BackEnd& device, std::int32_t row, std::int32_t col);
 Refusal ClickItem(BackEnd& device, std::int32_t menu, std::int32_t item);
 Refusal ClickTitle(BackEnd& device, std::int32_t menu);
 
-/// Finds the entry with that caption and clicks it as a user of this device would: an item after its menu was opened, a
-/// soft key that has no items by its caption.
+/// Finds the entry with that caption and clicks it as a user of this device would: an item after its menu is opened, a
+/// soft key without items by its caption.
 Refusal Choose(BackEnd& device, const Text& caption);
 
 /// Replaces the text of the input control that has the focus.
 Refusal SetInput(BackEnd& device, const Text& text);
 
-/// The title bar's close.
+/// A click on the close button of the title bar.
 Refusal CloseForm(BackEnd& device);
 
 Refusal Answer(BackEnd& device, BoxAnswer answer);

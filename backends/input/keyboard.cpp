@@ -9,7 +9,7 @@ namespace backends {
 
 namespace {
 
-/// How many characters at the head of a text write something; a control character does something else.
+/// Returns the number of UTF-16 units before the first control character, which does not write text.
 std::size_t LengthWritten(TextView text) {
     const auto* const control = std::find_if(text.begin(), text.end(), [](char16_t unit) { return unit < u' '; });
     return static_cast<std::size_t>(control - text.begin());
@@ -33,7 +33,7 @@ Refusal TypeText(BackEnd& device, const Text& text) {
         return refusal;
     Text typed = text;
     modStringTools::BlankNuls(typed);
-    // Each character of a long text, typed by itself, would have all of the text in front of it copied once more.
+    // Typing a long text character by character would copy all of the text before it each time.
     TextView rest = typed;
     while (!rest.empty()) {
         const std::size_t written = LengthWritten(rest);
