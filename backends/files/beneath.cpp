@@ -21,13 +21,13 @@ namespace {
 
 constexpr int FolderFlags = O_PATH | O_DIRECTORY | O_CLOEXEC;
 
-/// As many links as the kernel follows in one path.
+/// The limit of the kernel for one path.
 constexpr int MostLinks = 40;
 
-/// How often the kernel may ask to try again, which it does when somebody renames folders meanwhile.
+/// How often to repeat a call when the kernel asks for it, as it does if folders are renamed at the same time.
 constexpr int Tries = 100;
 
-/// What the kernel says of the folder; nothing where it can't be asked.
+/// Opens the folder with openat2(2). Returns nothing if that call is not available.
 std::optional<ErrorNumber> AskKernel(int folder, const std::string& relative, Descriptor& found) {
 #ifdef SYS_openat2
     open_how how{};
@@ -43,7 +43,7 @@ std::optional<ErrorNumber> AskKernel(int folder, const std::string& relative, De
         if (errno != EAGAIN)
             break;
     }
-    // A container may forbid the call as if it were not allowed, where the kernel would say that there is none.
+    // A container may refuse the call with EPERM, where the kernel itself would return ENOSYS.
     if (errno == ENOSYS || errno == EPERM)
         return std::nullopt;
     return errno == EXDEV ? PathRefused : FromErrno(errno);
@@ -53,7 +53,7 @@ std::optional<ErrorNumber> AskKernel(int folder, const std::string& relative, De
 #endif
 }
 
-/// Where a link leads; nothing when the entry is none, or is not there.
+/// Reads the target of a link. `target` is empty when the entry is not a link or does not exist.
 ErrorNumber TargetOf(int folder, const std::string& name, std::optional<std::string>& target) {
     std::array<char, PATH_MAX> bytes;
     const ssize_t count = Repeated([&] { return ::readlinkat(folder, name.c_str(), bytes.data(), bytes.size()); });
@@ -67,7 +67,7 @@ ErrorNumber TargetOf(int folder, const std::string& name, std::optional<std::str
     return errno == EINVAL || errno == ENOENT ? NoError : FromErrno(errno);
 }
 
-/// The parts of a path, last one first: what a walk still has before it.
+/// Adds the parts of a path to those that a walk still has to visit; the first part of the path becomes the next one.
 void PutBefore(const std::string& path, std::vector<std::string>& ahead) {
     for (std::size_t end = path.size(); end != std::string::npos;) {
         const std::size_t slash = end == 0 ? std::string::npos : path.rfind('/', end - 1);
@@ -81,7 +81,7 @@ bool IsAbsolute(const std::string& path) {
     return !path.empty() && path.front() == '/';
 }
 
-/// A walk down from a folder, which knows the way back.
+/// A walk down from a folder that remembers its way, so that `..` in a link can be followed back.
 class Walk {
 public:
     Walk(int folder, const std::string& relative) : Start(folder) { PutBefore(relative, Ahead); }
@@ -135,12 +135,12 @@ private:
     }
 
     int Start;
-    std::vector<Descriptor> Behind; ///< the folders from the start to here
-    std::vector<std::string> Ahead; ///< last one first
+    std::vector<Descriptor> Behind; ///< the open folders from the start to here
+    std::vector<std::string> Ahead; ///< parts still to visit, the next one at the end
     int Links = 0;
 };
 
-/// A path as the folder it lies in, and its name there.
+/// A path split into its folder and the name in it.
 struct Parted {
     explicit Parted(const std::string& path) {
         const std::size_t slash = path.rfind('/');
@@ -153,7 +153,7 @@ struct Parted {
     std::string Name;
 };
 
-/// A link that leads to nothing is refused.
+/// Refuses a dangling link.
 ErrorNumber EndOfLinks(const FileEntry& entry) {
     struct stat found {};
     const ErrorNumber error = LookAt(entry, found);
@@ -170,7 +170,7 @@ ErrorNumber MakeOneFolder(int folder, const std::string& relative) {
         return above;
     if (Repeated([&] { return ::mkdirat(entry.Folder.Number(), entry.Name.c_str(), OwnersFolder); }) == 0)
         return SyncFolder(entry.Folder);
-    // Another program may have made it meanwhile; or a file is in the way, or a link to nothing.
+    // Another program may have created it meanwhile; or a file or a dangling link has this name.
     return errno == EEXIST ? OpenFolderBeneath(folder, relative, found) : FromErrno(errno);
 }
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// What lies beneath a folder of the host, and nothing beside it: the names come from packages, tables, settings and
-// mailboxes, and somebody may have planted links.
+// Access to the contents of one folder of the host and to nothing outside of it: names come from packages, tables,
+// settings and mailboxes, and links may have been planted.
 #pragma once
 
 #include "backends/files/host_files.h"
@@ -9,26 +9,25 @@
 
 namespace backends {
 
-// `relative` is a path of parts joined by `/`, without one at its start; empty for the folder itself. Links on the way
-// are followed while they stay beneath the folder. PathRefused where one leads out of it even for a moment, begins with
-// `/`, or goes round in circles; and for a path that is longer than the host can take.
+// `relative` is a path of parts joined by `/`, without a leading one; empty for the folder itself. Links on the way are
+// followed while they stay beneath the folder. PathRefused if one leads out of it at any point, begins with `/`, or is
+// part of a loop; and if the path is longer than the host allows.
 
-/// Opens a folder as the start of further calls. FileNotFound where there is none.
+/// Opens a folder to be used in further calls. FileNotFound if there is none.
 ErrorNumber OpenFolderBeneath(int folder, const std::string& relative, Descriptor& found);
 
-/// The same, part by part, which a kernel without openat2(2) needs: each part is opened without following it, and `..`
-/// in a link goes back to the folder that we came from.
+/// The same, part by part, for a kernel without openat2(2): each part is opened without following links, and `..` in a
+/// link returns to the folder opened before.
 ErrorNumber WalkBeneath(int folder, const std::string& relative, Descriptor& found);
 
-/// A link in the last part: taken for what it leads to, or as the entry that it is.
+/// What a link in the last part means: the entry that it leads to, or the link itself.
 enum class LastLink { Follow, Keep };
 
-/// The entry that a path means, which need not be there. PathRefused for a followed link that leads to nothing: making
-/// a file under its name would make it where the link points.
+/// Finds the entry that a path means, which need not exist. PathRefused for a dangling link that would be followed:
+/// creating a file under its name would create it where the link points.
 ErrorNumber FindBeneath(int folder, const std::string& relative, LastLink lastLink, FileEntry& entry);
 
-/// Makes a folder and those above it that are missing, for their owner alone. What it made is on the medium when it
-/// returns.
+/// Creates a folder and its missing parents, accessible to their owner alone. On success all of them are on the medium.
 ErrorNumber MakeFoldersBeneath(int folder, const std::string& relative);
 
 } // namespace backends

@@ -17,27 +17,28 @@ constexpr const char* ListName = "system.posix_acl_access";
 
 constexpr mode_t KeptBits = 01777;
 
-// An access list is 4 bytes of its version, then 8 bytes an entry: tag, permission, and whom it is for, lowest byte
-// first.
+// An access list is a version of 4 bytes, then 8 bytes an entry: tag, permission, and the id of the user or group,
+// lowest byte first.
 constexpr std::size_t HeaderSize = 4;
 constexpr std::size_t EntrySize = 8;
 constexpr unsigned OwnersTag = 0x01;
 constexpr unsigned AnyRight = 7;
 
-/// An access list is no longer than that on any file system.
+/// The greatest length of an access list on any file system.
 constexpr std::size_t LongestList = 65536;
 
-/// Empty where the file has none, or its file system.
+/// Reads the access list of a file; empty if the file has none or its file system has no lists. Returns errno, 0 on
+/// success.
 int ReadList(int file, std::string& list) {
     list.resize(LongestList);
-    // A descriptor that was opened for its path alone is asked by its name.
+    // The file may be open with O_PATH, which fgetxattr refuses.
     const std::string name = "/proc/self/fd/" + std::to_string(file);
     const ssize_t size = Repeated([&] { return ::getxattr(name.c_str(), ListName, list.data(), list.size()); });
     list.resize(size > 0 ? static_cast<std::size_t>(size) : 0);
     return size >= 0 || errno == ENODATA || errno == EOPNOTSUPP ? 0 : errno;
 }
 
-/// A folder may give what is made in it a list of its own.
+/// Removes the list that a new file may have inherited from its folder. True if the file has none afterwards.
 bool RemoveList(int file) {
     return Repeated([file] { return ::fremovexattr(file, ListName); }) == 0 || errno == ENODATA || errno == EOPNOTSUPP;
 }
@@ -47,9 +48,11 @@ unsigned At(const std::string& list, std::size_t place) {
                                                          << 8U;
 }
 
-/// What the group and all others may be given without anybody being given more than before: what everybody had.
+/// Returns the rights that group and others may both have without giving anyone more than before: those that everyone
+/// had.
 mode_t EverybodysRights(const FileRights& rights) {
-    const mode_t group = rights.Mode >> 3 & AnyRight; // of a file with a list the most that any entry of it gives
+    const mode_t group =
+        rights.Mode >> 3 & AnyRight; // with an access list these bits are the maximum that any of its entries grants
     mode_t least = group & rights.Mode & AnyRight;
     for (std::size_t place = HeaderSize; place + EntrySize <= rights.AccessList.size(); place += EntrySize) {
         if (At(rights.AccessList, place) != OwnersTag)
@@ -90,7 +93,7 @@ int GiveRights(int file, const FileRights& rights, bool& kept) {
     }
     if (look() && (own.st_mode & 07777) == mode)
         return 0;
-    // A card's file system may hold no permissions, and refuse: there is nothing to keep then.
+    // The file system of a card may have no permissions and refuse the call: then there is nothing to keep.
     return Repeated([&] { return ::fchmod(file, mode); }) == 0 || errno == EPERM ? 0 : errno;
 }
 

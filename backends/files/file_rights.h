@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Who may do what with a file: kept when the file is written anew.
+// The access rights of a file, which are kept when the file is rewritten.
 #pragma once
 
 #include <string>
@@ -11,18 +11,18 @@ struct FileRights {
     uid_t Owner = 0;
     gid_t Group = 0;
     mode_t Mode = 0;
-    std::string AccessList; ///< the extended one, as the host keeps it; empty for none
+    std::string AccessList; ///< extended access list in the host's form; empty for none
 };
 
-// These give a value of errno, 0 for none.
+// These return a value of errno, 0 on success.
 
-/// The rights of what is there under a name in an open folder. Without set-user-ID and set-group-ID: what a file does
-/// for another user must not be what somebody else has written.
+/// Reads the rights of an entry in an open folder, without set-user-ID and set-group-ID: a program that runs as its
+/// owner must not get content that another user wrote.
 int RightsOf(int folder, const std::string& name, FileRights& rights);
 
-/// Gives a file that we have made the rights of another one. Where we may not give it that owner, its group and the
-/// rest are given; where not the group or the access list either, `kept` is false, and nobody but the file's owner may
-/// do more with it than with the other one.
+/// Gives a file that this program has created the rights of another file. If the owner can't be set, the group and the
+/// rest still are. If the group or the access list can't be set either, `kept` is false, and only the owner of the new
+/// file may have more access to it than to the other one.
 int GiveRights(int file, const FileRights& rights, bool& kept);
 
 } // namespace backends

@@ -15,7 +15,7 @@ namespace backends {
 
 namespace {
 
-/// Longer first lines are cut: none that is looked for comes near it.
+/// Longer first lines are cut: the expected ones are far shorter.
 constexpr std::size_t LongestLine = 256;
 
 struct CloseFolder {
@@ -29,7 +29,7 @@ OpenedFolder Opened(int folder, const std::string& name) {
     return OpenedFolder(opened < 0 ? nullptr : ::fdopendir(opened));
 }
 
-/// Reads the names of a folder whose opening has just been tried.
+/// Reads the names of a folder. If it could not be opened, errno has the reason.
 ErrorNumber ReadOpened(const OpenedFolder& opened, std::vector<std::string>& names) {
     names.clear();
     if (!opened)
@@ -39,7 +39,7 @@ ErrorNumber ReadOpened(const OpenedFolder& opened, std::vector<std::string>& nam
         const std::string name = entry->d_name;
         if (name != "." && name != "..")
             names.push_back(name);
-        errno = 0; // the end of the folder and a failure differ by this alone
+        errno = 0; // only errno distinguishes the end of the folder from a failure
     }
     const ErrorNumber error = FromErrno(errno);
     std::sort(names.begin(), names.end());

@@ -36,7 +36,7 @@ public:
     ErrorNumber WalkError() const override { return Failure; }
 
 private:
-    /// A hidden name is not listed, nor one of the host that no path of the device can mean, as with a backslash.
+    /// Hidden names are not listed, nor names with a backslash, which no path of the device can mean.
     bool IsListed(const std::string& name, Text& fullName) {
         if (name[0] == '.' || name.find('\\') != std::string::npos)
             return false;
@@ -50,7 +50,7 @@ private:
         return error == NoError && S_ISREG(found.st_mode);
     }
 
-    /// What has gone since, or leads out of the storage, is not there.
+    /// Keeps the first error. An entry that is gone or leads out of the storage counts as missing, which is no error.
     void Note(ErrorNumber error) {
         if (Failure == NoError && !IsMissing(error))
             Failure = error;
@@ -77,20 +77,20 @@ ErrorNumber HostFileSystem::OpenFolder(const Text& path, bool create, std::uniqu
     return NoError;
 }
 
-/// The entry of a file: a `\` at the end of a name would make it a folder's.
+/// Finds the entry of a file. A name with a `\` at its end would be a folder's and is refused.
 ErrorNumber HostFileSystem::Entry(const Text& fullName, LastLink lastLink, FileEntry& entry) const {
     if (fullName.empty() || fullName.back() == u'\\')
         return PathRefused;
     return Paths.Entry(fullName, lastLink, entry);
 }
 
-/// Of a file, and of where it is to go.
+/// Finds the entries of a file and of its destination.
 ErrorNumber HostFileSystem::Entries(const Text& source, const Text& destination, FileEntry& from, FileEntry& to) const {
     const ErrorNumber error = Entry(source, LastLink::Follow, from);
     return error == NoError ? Entry(destination, LastLink::Follow, to) : error;
 }
 
-/// What can't be looked at may be there.
+/// True if an entry exists or can't be examined.
 bool HostFileSystem::MayBeThere(const Text& fullName) const {
     FileEntry entry;
     struct stat found {};
@@ -128,7 +128,7 @@ ErrorNumber HostFileSystem::DeleteFile(const Text& fullName) {
         if (!S_ISREG(found.st_mode))
             return PathRefused;
         const ErrorNumber error = RemoveFrom(entry.Folder, entry.Name);
-        return error == NoError ? SyncFolder(entry.Folder) : error; // it must not be back after a loss of power
+        return error == NoError ? SyncFolder(entry.Folder) : error; // it must not reappear after a loss of power
     });
 }
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Folders and files of the device beneath one folder of the host.
+// The device's folders and files, beneath one folder of the host.
 #pragma once
 
 #include "backends/files/path_map.h"
@@ -9,10 +9,10 @@ namespace backends {
 
 using namespace platform;
 
-/// Only regular files can be opened, copied and deleted, and are listed. A listing leaves out what the host hides, the
-/// names with a leading full stop: a copy that is under way has such a name, and so has the litter that other systems
-/// leave on cards. A link that leads nowhere it may is a file that is kept from us (PermissionDenied), not a missing
-/// one: it must not be taken for a name that is free.
+/// Only regular files are listed and can be opened, moved and deleted. A listing leaves out names with a leading full
+/// stop, which the host hides: a copy in progress has such a name, and so have files that other systems leave on cards.
+/// A dangling link, or one that leads out of the root, is a file that can't be read (PermissionDenied), not a missing
+/// file: its name must not be taken for a free one.
 class HostFileSystem final : public FileSystem {
 public:
     explicit HostFileSystem(PathMap paths) : Paths(std::move(paths)) {}

@@ -19,7 +19,7 @@ namespace {
 
 constexpr std::size_t CopyBlock = 65536;
 
-/// Names to try beside a file before giving up; each one taken is what a crash left behind.
+/// How many names to try for a file beside another one. Each taken name was left behind by a crash.
 constexpr int BesideTries = 1000;
 
 ErrorNumber LastError() {
@@ -38,7 +38,7 @@ ErrorNumber MakeOneFolder(const std::string& path) {
     if (Repeated([&] { return ::mkdir(path.c_str(), OwnersFolder); }) == 0)
         return SyncFolder(FolderOf(path));
     const int reason = errno;
-    if (IsFolder(path)) // a read-only disk says that it is read-only, and not that the folder is there
+    if (IsFolder(path)) // a read-only disk reports EROFS even if the folder exists
         return NoError;
     return reason == EEXIST ? FileNotFound : FromErrno(reason);
 }
@@ -198,11 +198,11 @@ namespace {
 
 ErrorNumber SyncOpened(const Descriptor& folder) {
     const bool synced = folder.Valid() && Repeated([&] { return ::fsync(folder.Number()); }) == 0;
-    // Some file systems can't sync a folder, and say so: their names need no such step.
+    // Some file systems can't sync a folder, and return EINVAL: there the names need no such step.
     if (synced || (folder.Valid() && errno == EINVAL))
         return NoError;
     const ErrorNumber error = LastError();
-    return error == WentStale ? DeviceFailed : error; // the names have been changed: nothing is to be done anew
+    return error == WentStale ? DeviceFailed : error; // the names have been changed, so the step must not be repeated
 }
 
 } // namespace
@@ -218,7 +218,7 @@ ErrorNumber SyncFolder(const std::string& folder) {
 
 namespace {
 
-/// Looks at a file that is to be replaced, if it is there. A rename would replace a write-protected one without a word.
+/// Checks that a file may be replaced, if it exists. A rename would replace a write-protected file without an error.
 ErrorNumber MayBeReplaced(const FileEntry& entry, bool& exists) {
     struct stat found {};
     const ErrorNumber error = LookAt(entry, found);
@@ -235,7 +235,7 @@ bool Renamed(int from, const std::string& name, int to, const std::string& newNa
     return Repeated([&] { return ::renameat(from, name.c_str(), to, newName.c_str()); }) == 0;
 }
 
-/// Gives a file the rights of the one whose place it is to take.
+/// Gives a file the rights of the one that it is to replace.
 ErrorNumber TakeRights(int file, const FileEntry& target, bool& kept) {
     FileRights rights;
     if (const int error = RightsOf(target.Folder.Number(), target.Name, rights); error != 0)
@@ -243,7 +243,7 @@ ErrorNumber TakeRights(int file, const FileEntry& target, bool& kept) {
     return FromErrno(GiveRights(file, rights, kept));
 }
 
-/// Tells once of each file that others may do less with than before.
+/// Reports a file to which others have less access than before, once for each file.
 void TellRights(const FileEntry& file) {
     struct stat folder {};
     if (Rights.Lost && LookAt(file.Folder, folder) == NoError && Rights.Told.emplace(folder.st_ino, file.Name).second)

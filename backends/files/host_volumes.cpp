@@ -6,7 +6,7 @@ namespace backends {
 void HostVolumes::MakeFolders(const Text& keptOn) const {
     for (const HostVolume& volume : List) {
         if (volume.Root != keptOn)
-            Paths.MakeVolume(volume.Root); // where that fails the volume is out
+            Paths.MakeVolume(volume.Root); // if this fails, the volume counts as removed
     }
 }
 

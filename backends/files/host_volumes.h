@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The volumes that a device shows, as they were given to the back-end.
+// The volumes of a device, as the back-end was given them.
 #pragma once
 
 #include "backends/files/path_map.h"
@@ -13,22 +13,23 @@ namespace backends {
 using namespace platform;
 
 struct HostVolume {
-    Text Root;                             ///< with its trailing `\`
-    std::optional<std::int64_t> Kilobytes; ///< none: asking for the space fails, as with a card that can't be read
+    Text Root; ///< with its trailing `\`
+    std::optional<std::int64_t>
+        Kilobytes; ///< if not set, asking for the space fails, as with a card that can't be read
 };
 
 class HostVolumes final : public Volumes {
 public:
     HostVolumes(std::vector<HostVolume> volumes, PathMap paths) : List(std::move(volumes)), Paths(std::move(paths)) {}
 
-    /// Makes the folders of the volumes that have none, but for one that the data has been kept on before: its folder
-    /// is missing because it is out. To be called at the start of the program alone.
+    /// Creates the missing folders of the volumes, except for the one that has held the data so far: if its folder is
+    /// missing, the card is out. Call this only at the start of the program.
     void MakeFolders(const Text& keptOn) const;
 
     Text First() override;
     Text Next() override;
-    /// In 32 bits, and so negative from 2 GB on, as devices have it. A volume that is not listed fails, and one whose
-    /// folder is not there.
+    /// Returns the space in bytes as a signed 32-bit number, as on the devices: it is negative from 2 GB on. Fails for
+    /// a volume that is not listed or whose folder does not exist.
     ErrorNumber Space(const Text& root, std::int32_t& bytes) override;
 
 private:

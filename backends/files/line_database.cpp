@@ -24,7 +24,7 @@ bool IsDatabaseName(const Text& name) {
            RelativePath(FileOf(name), ignored) == NoError;
 }
 
-/// The name of a database from the full name of its file; empty for any other file.
+/// Returns the name of the database in a file, given the file's full name; empty for any other file.
 Text NameFromFile(const Text& fullName) {
     const Text file = fullName.substr(DatabaseFolder.size());
     if (file.size() <= DatabaseEnding.size())
@@ -67,8 +67,8 @@ LineTable* LineDatabase::Find(DatabaseId database) {
     return found == OpenOnes.end() ? nullptr : found->second.Table.get();
 }
 
-/// Whether the database may be written to: its name leads to the folder that it was opened in. What goes into a folder
-/// that has been moved away, or into a card that is another one now, nobody finds again.
+/// Checks that the database may be written: its name must still lead to the folder in which it was opened. What is
+/// written to a folder that was moved, or to a card that was exchanged, would not be found again.
 ErrorNumber LineDatabase::CheckName(DatabaseId database) const {
     const auto found = OpenOnes.find(database);
     if (found == OpenOnes.end())
@@ -126,7 +126,7 @@ ErrorNumber LineDatabase::Delete(const Text& name) {
             return InUse;
         if (const ErrorNumber error = RemoveFrom(entry.Folder, entry.Name); error != NoError)
             return error;
-        // What a crash left behind must not be taken for the journal of the next database of this name.
+        // A journal left by a crash must not be used for the next database of this name.
         static_cast<void>(RemoveFrom(entry.Folder, entry.Name + "-journal"));
         return SyncFolder(entry.Folder);
     });
@@ -250,7 +250,7 @@ Text LineDatabase::FirstDatabase(std::int32_t typeCode, std::int32_t creatorCode
             Names.push_back(name);
     }
     NoteUnread({}, folder->WalkError());
-    std::sort(Names.begin(), Names.end(), BeforeInBytes); // the files' own order counts their ending in
+    std::sort(Names.begin(), Names.end(), BeforeInBytes); // in the order of the files their ending is compared too
     return NextDatabase();
 }
 

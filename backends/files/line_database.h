@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The line databases of the device: each is one SQLite file in the folder `Databases` of the root folder.
+// The line databases of the device. Each is one SQLite file in the folder `Databases` of the root folder.
 #pragma once
 
 #include "backends/files/line_table.h"
@@ -10,13 +10,13 @@
 
 namespace backends {
 
-/// A database `drivers` is the file `Databases/drivers.sqlite`; line_table.h tells what is in it. A name that is empty,
-/// begins with a full stop or holds `..`, `/`, `\`, `:` or a NUL is refused as if there were no such database.
+/// A database `drivers` is the file `Databases/drivers.sqlite`; line_table.h describes its content. A name that is
+/// empty, begins with a full stop or contains `..`, `/`, `\`, `:` or a NUL is treated as that of a missing database.
 ///
 /// Writing to a database whose name leads to another folder than when it was opened is refused with PathNotFound.
 ///
-/// A database that is open can't be deleted. One that is closed in the middle of a batch loses the batch, and a batch
-/// whose end fails is lost as a whole; the first record is the current one then.
+/// An open database can't be deleted. Closing it in the middle of a batch discards the batch. If the end of a batch
+/// fails, the whole batch is discarded and the first record becomes the current one.
 class LineDatabase final : public RecordDatabase {
 public:
     explicit LineDatabase(PathMap paths) : Paths(std::move(paths)) {}
@@ -27,7 +27,7 @@ public:
     void Close(DatabaseId database) override;
 
     std::int32_t RecordCount(DatabaseId database) override;
-    /// There is one layout: table "TEXT", "LineNumber long, LineData String". Declaring it again changes nothing.
+    /// There is one layout: table "TEXT", "LineNumber long, LineData String". Declaring it again has no effect.
     ErrorNumber DeclareTable(DatabaseId database, const Text& name, const Text& definition) override;
 
     ErrorNumber AddRecord(DatabaseId database) override;
@@ -48,7 +48,7 @@ public:
     ErrorNumber BeginReading(DatabaseId database) override;
     void EndReading(DatabaseId database) override;
 
-    /// With other programs that have locked a database.
+    /// The wait for other programs that have locked a database.
     LockWait Patience;
 
     Text FirstDatabase(std::int32_t typeCode, std::int32_t creatorCode) override;
@@ -56,7 +56,7 @@ public:
     const std::vector<Unlisted>& UnreadDatabases() const override { return Unread; }
 
 private:
-    /// What a file is known by while it is open, by whatever name it was found.
+    /// The identity of an open file, independent of the path by which it was found.
     struct Place {
         FolderId Folder;
         std::string Name;
@@ -72,15 +72,15 @@ private:
     ErrorNumber CheckName(DatabaseId database) const;
     DatabaseId Keep(const Text& name, Place file, std::unique_ptr<LineTable> table);
     LineTable* Find(DatabaseId database);
-    /// Whether a database has these codes, 0 being any. One that can't be read has none, and is noted.
+    /// True if a database has these codes; 0 matches any. One that can't be read does not match, and is noted.
     bool HasCodes(const Text& name, std::int32_t typeCode, std::int32_t creatorCode);
     void NoteUnread(const Text& name, ErrorNumber error);
 
     PathMap Paths;
     std::map<DatabaseId, OpenDatabase> OpenOnes;
-    std::vector<Text> Names; ///< what the enumeration that was begun last has found
+    std::vector<Text> Names; ///< result of the last enumeration
     std::size_t NextName = 0;
-    std::vector<Unlisted> Unread; ///< what that one has left out
+    std::vector<Unlisted> Unread; ///< databases that it left out
 };
 
 } // namespace backends

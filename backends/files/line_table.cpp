@@ -13,7 +13,8 @@ namespace backends {
 
 namespace {
 
-// Without spilling a batch needs the file for itself at its end alone, where it can still be lost as a whole.
+// Without cache spilling a batch needs the file exclusively only at its end, where it can still be discarded as a
+// whole.
 constexpr const char* Durability = "PRAGMA journal_mode=DELETE; PRAGMA synchronous=EXTRA; PRAGMA cache_spill=OFF";
 
 constexpr const char* MakeLines =
@@ -23,13 +24,13 @@ constexpr const char* MakeLines =
 } // namespace
 
 std::unique_ptr<LineTable> LineTable::Open(FileEntry file, bool writable, LockWait& patience, ErrorNumber& error) {
-    // The file must not be opened by any other way than SQLite's: closing a descriptor of it takes away the locks that
-    // other connections of this process hold.
+    // The file must be opened by SQLite alone: closing any other descriptor of it releases the locks of this process's
+    // other connections.
     struct stat found {};
     error = LookAt(file, found);
     if (error == NoError && !S_ISREG(found.st_mode))
         error = FileNotFound;
-    if (error != NoError) // a look that failed is no word on what is there: a missing database would be made anew
+    if (error != NoError) // a failed check must not count as a missing database, which would be created again
         return nullptr;
     std::unique_ptr<LineTable> table(new LineTable(writable));
     if (!table->Connection.Open(std::move(file), patience)) {
@@ -52,7 +53,7 @@ std::unique_ptr<LineTable> LineTable::Open(FileEntry file, bool writable, LockWa
 
 std::unique_ptr<LineTable> LineTable::Make(FileEntry file, const DatabaseCodes& codes, LockWait& patience,
                                            ErrorNumber& error) {
-    // SQLite would let others of the group read it. Its journals get the rights of the file.
+    // SQLite would create a file that the group can read. Its journals get the rights of this file.
     Descriptor made;
     error = CreateRegular(file.Folder, file.Name, O_WRONLY, made);
     const bool wasThere = error == FileExists;
@@ -75,8 +76,8 @@ std::unique_ptr<LineTable> LineTable::Make(FileEntry file, const DatabaseCodes& 
     return nullptr;
 }
 
-/// A view, a trigger, a computed column or a table of a module runs what the maker of the file has written into it, for
-/// as long as that takes. A file that can't be looked into is left to who reads it.
+/// A view, a trigger, a computed column or a virtual table would run code from whoever made the file, for any length of
+/// time. A file that can't be examined is left to the code that reads it.
 bool LineTable::IsPlain() {
     SqlStatement odd;
     constexpr const char* sql =
@@ -86,8 +87,8 @@ bool LineTable::IsPlain() {
     return !odd.Prepare(Connection.Handle(), sql) || !odd.NextRow() || odd.Number(0) == 0;
 }
 
-/// Whoever walks the records goes by their count, which is that of the positions: a gap before the last one would keep
-/// the walk busy for ever. Records without gaps take a byte each at the very least.
+/// A walk over the records uses their count, which is the highest position plus 1: a huge gap before the last one would
+/// keep the walk busy almost without end. Records without gaps use at least one byte each.
 bool LineTable::HasRoomForItsPositions() {
     SqlStatement beyond;
     constexpr const char* sql = R"(SELECT MAX(Position) >= page_count * page_size FROM "TEXT", pragma_page_count,)"
@@ -103,14 +104,14 @@ bool LineTable::ReadCodes() {
     return true;
 }
 
-/// A program that was killed may have left a file in which nothing has been made yet.
+/// A killed program may have left a file without any content.
 bool LineTable::HoldsNothing() {
     SqlStatement tables;
     return tables.Prepare(Connection.Handle(), "SELECT COUNT(*) FROM sqlite_master") && tables.NextRow() &&
            tables.Number(0) == 0;
 }
 
-/// Fails for a file that holds a line database, or another one, already: the tables can't be made twice.
+/// Fails for a file that already holds a database: the tables can't be created twice.
 ErrorNumber LineTable::WriteCodes(const DatabaseCodes& codes) {
     SqlStatement tables;
     if (!tables.Prepare(Connection.Handle(), "SELECT COUNT(*) FROM sqlite_master") || !tables.NextRow())
@@ -125,8 +126,8 @@ ErrorNumber LineTable::WriteCodes(const DatabaseCodes& codes) {
     return Connection.Execute(sql.c_str());
 }
 
-/// Looks whether the statement that has just given no row was kept from it. Whoever went on then would take the lines
-/// for missing, and write over them.
+/// Notes whether the last statement returned no row because of a failure. Going on after that would treat the lines as
+/// missing and overwrite them.
 ErrorNumber LineTable::NoteFailedRead() {
     switch (sqlite3_errcode(Connection.Handle())) {
     case SQLITE_OK:
@@ -136,7 +137,8 @@ ErrorNumber LineTable::NoteFailedRead() {
         return FailedRead;
     default:
         FailedRead = Connection.LastError();
-        if (FailedRead == InUse) // which means that it can be done later; but a caller may have gone on without it
+        if (FailedRead ==
+            InUse) // InUse means that it can be done later, but a caller may have gone on without the record
             FailedRead = ReadKept;
         return FailedRead;
     }
@@ -159,8 +161,8 @@ std::int64_t LineTable::RecordCount() {
     return error == NoError ? count : -error;
 }
 
-/// Once a batch has been rolled back by a failure inside it, as SQLite does when the disk is full, a further write
-/// would be committed by itself: it is refused until the batch is ended.
+/// If SQLite has rolled a batch back because of a failure, such as a full disk, a further write would be committed on
+/// its own. So it is refused until the batch is ended.
 ErrorNumber LineTable::MayWrite() const {
     if (!Writable)
         return PermissionDenied;
@@ -280,8 +282,7 @@ ErrorNumber LineTable::DeleteRecord() {
     return error == NoError ? EndStep(Remove(Current)) : error;
 }
 
-/// What is done up to the end of the step is done as a whole or not at all, also inside a batch, in whose transaction
-/// the savepoint nests.
+/// Begins a step that is done as a whole or not at all. Inside a batch the savepoint nests in its transaction.
 ErrorNumber LineTable::BeginStep() {
     return Connection.Execute("SAVEPOINT Step");
 }
@@ -297,7 +298,7 @@ ErrorNumber LineTable::EndStep(ErrorNumber error) {
 }
 
 ErrorNumber LineTable::Remove(std::int64_t position) {
-    // The records behind the gap are walked in the order of their positions, so each moves to one that is free.
+    // The records after the gap are updated in the order of their positions, so each moves to a free one.
     if (!DeleteOne.Prepare(Connection.Handle(), R"(DELETE FROM "TEXT" WHERE Position = ?1)") ||
         !CloseGap.Prepare(Connection.Handle(), R"(UPDATE "TEXT" SET Position = Position - 1 WHERE Position > ?1)"))
         return Connection.LastError();
@@ -322,8 +323,8 @@ ErrorNumber LineTable::ShiftRecords(std::int64_t position) {
     return EndStep(ShiftFrom(position, count - 1 - position));
 }
 
-/// The positions stay, and with them the order of the file: giving each record a new one costs five times as much.
-/// Where the numbers stand in line already, as all but the last one's do, they are not written either.
+/// The positions, and so the order in the file, do not change: giving each record a new position costs five times as
+/// much. Line numbers that are already in sequence, as all but the last one's are, are not written.
 ErrorNumber LineTable::ShiftFrom(std::int64_t position, std::int64_t moved) {
     // A number that another tool has left out counts as 0.
     constexpr const char* numbers =
@@ -378,7 +379,7 @@ bool LineTable::AtEnd() {
     return State != Pending::Added && Current >= RecordCount();
 }
 
-/// The lock for reading is taken with the first page.
+/// Reads the first page, because only that acquires the lock for reading.
 ErrorNumber LineTable::BeginReading() {
     if (Connection.InTransaction())
         return NoError;
@@ -391,7 +392,7 @@ ErrorNumber LineTable::BeginReading() {
     FirstPage.Done();
     if (error == InUse)
         EndReading();
-    return error == InUse ? InUse : NoError; // what else is wrong is told by who reads
+    return error == InUse ? InUse : NoError; // other errors are reported by the reads that follow
 }
 
 void LineTable::EndReading() {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// One open line database: its records, and the current one among them.
+// One open line database: its records and its current record.
 #pragma once
 
 #include "backends/files/sql.h"
@@ -11,7 +11,7 @@ namespace backends {
 
 using namespace platform;
 
-/// The codes that a line database bears.
+/// The codes of a line database.
 struct DatabaseCodes {
     std::int32_t TypeCode = 0;
     std::int32_t CreatorCode = 0;
@@ -22,25 +22,25 @@ struct DatabaseCodes {
 ///     "DATABASE"(TypeCode INTEGER, CreatorCode INTEGER)                                  one row
 ///     "TEXT"(Position INTEGER PRIMARY KEY, LineNumber INTEGER, LineData TEXT)            one row a record
 ///
-/// Position is the place of the record in the order of the records, counted from 0 without gaps: the last one's gives
-/// the count, and a move needs no search. LineData holds the bytes of the line as a text file would.
+/// Position is the index of the record, counted from 0 without gaps: the last one gives the count, and a move needs no
+/// search. LineData has the same bytes as the line would have in a text file.
 ///
-/// A committed line must survive the loss of power. The journal is the rolled-back one, for it leaves no second file
-/// beside a database that is at rest; and synchronous=EXTRA, since with FULL the journal's removal itself may be lost
-/// with the power, and the last commit is then taken back at the next opening.
+/// A committed line must survive a loss of power. The journal mode is rollback (DELETE), because it leaves no second
+/// file beside a database that is not in use. synchronous is EXTRA, because with FULL the removal of the journal may be
+/// lost with the power, and the next opening then rolls the last commit back.
 class LineTable {
 public:
-    /// Opens a line database. Nothing when that fails: with FileNotFound where the file is missing or holds nothing at
-    /// all. One that holds anything else, as a damaged database does, is not missing: it must not be made anew. Nor is
-    /// one that holds what could keep a reader busy for ever.
+    /// Opens a line database. Returns null on failure, with FileNotFound if the file is missing or empty. A file with
+    /// any other content, such as a damaged database, is not missing: it must not be created again. A file whose
+    /// content could keep a reader busy without end is refused too.
     static std::unique_ptr<LineTable> Open(FileEntry file, bool writable, LockWait& patience, ErrorNumber& error);
-    /// Makes one with no line table yet, in a file that is missing or empty. Nothing when that fails.
+    /// Creates a database without a line table in a file that is missing or empty. Returns null on failure.
     static std::unique_ptr<LineTable> Make(FileEntry file, const DatabaseCodes& codes, LockWait& patience,
                                            ErrorNumber& error);
 
     const DatabaseCodes& Codes() const { return Stored; }
 
-    /// Below 0 from the first failed read on, until it is opened again: its error number with a minus.
+    /// Returns the negative error number from the first failed read on, until the database is reopened.
     std::int64_t RecordCount();
     ErrorNumber Declare();
     ErrorNumber AddRecord();
@@ -83,7 +83,7 @@ private:
 
     bool Writable;
     DatabaseCodes Stored;
-    SqlConnection Connection; ///< stands before the statements, so that it goes after them
+    SqlConnection Connection; ///< before the statements, so that it is destroyed after them
     SqlStatement LastPosition;
     SqlStatement Select;
     SqlStatement Find;
@@ -96,12 +96,12 @@ private:
     SqlStatement Renumber;
     SqlStatement FirstPage;
 
-    std::int64_t Current = 0; ///< from 0; the count of records when there is no current one
+    std::int64_t Current = 0; ///< from 0; equal to the count of records if there is no current one
     Pending State = Pending::None;
-    LineRecord Draft; ///< what the next commit stores, while something is pending
+    LineRecord Draft; ///< what the next commit stores, if something is pending
     bool InBatch = false;
     bool Reading = false;
-    ErrorNumber FailedRead = NoError; ///< what kept a record from us that may well be there
+    ErrorNumber FailedRead = NoError; ///< why a record could not be read, which may exist
 };
 
 } // namespace backends

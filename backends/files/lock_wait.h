@@ -7,22 +7,23 @@
 
 namespace backends {
 
-/// One patience for all calls of an operation: each may find the lock anew, and a person waits for their sum.
+/// One time limit for all calls of an operation: each may find the file locked again, and the user waits for the sum.
 class LockWait {
 public:
-    /// A new operation begins. Whether the one before it has waited.
+    /// Begins a new operation. Returns true if the previous one has waited.
     bool Renew();
-    /// To be called while a file is locked. Lets a moment pass; false once there is no patience left.
+    /// Call this while a file is locked. Waits for a moment and returns true; returns false when the time limit is used
+    /// up.
     bool Wait();
 
     std::chrono::milliseconds Longest{5000};
-    std::function<void(bool)> Shown; ///< whether there is something to wait for, for who wants to show it
-    std::function<void()> Waiting;   ///< called again and again meanwhile
+    std::function<void(bool)> Shown; ///< called with true when a wait begins and with false when it is over, to show it
+    std::function<void()> Waiting;   ///< called repeatedly during the wait
 
 private:
     using Clock = std::chrono::steady_clock;
 
-    Clock::duration Passed{}; ///< of this operation
+    Clock::duration Passed{}; ///< waited by this operation
     bool Waits = false;
 };
 

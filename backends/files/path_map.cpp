@@ -51,7 +51,7 @@ ErrorNumber RelativePath(const Text& devicePath, std::string& relative) {
 }
 
 PathMap::PathMap(const std::string& rootFolder) : Named(rootFolder) {
-    MakeFolders(rootFolder); // whether there is one then is seen whenever it is opened
+    MakeFolders(rootFolder); // a failure shows each time the root is opened
     static_cast<void>(backends::Canonical(rootFolder, Canonical));
 }
 
@@ -61,7 +61,7 @@ ErrorNumber PathMap::OpenRoot(Descriptor& root) const {
     return root.Valid() ? NoError : FromErrno(errno);
 }
 
-/// Takes a step from the root on.
+/// Runs a step on the open root and the relative path.
 template <class Step>
 ErrorNumber PathMap::LookUp(const Text& devicePath, Step step) const {
     std::string relative;

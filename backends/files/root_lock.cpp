@@ -17,15 +17,15 @@ namespace {
 
 constexpr const char* LockName = ".quorin.lock";
 
-/// Who holds the lock is for the others of a group to read.
+/// Other members of a group may read who holds the lock.
 constexpr mode_t ReadByAll = 0644;
 
-/// How often a lock file may be removed under our hands before we do without.
+/// How often a lock file may be removed by other programs before this one goes on without it.
 constexpr int Tries = 10;
 
 constexpr int OpenFlags = O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY;
 
-/// The error of locking; 0 when it is locked.
+/// Returns the errno of locking; 0 on success.
 int Lock(int file) {
     return Repeated([file] { return ::flock(file, LOCK_EX | LOCK_NB); }) == 0 ? 0 : errno;
 }
@@ -48,14 +48,14 @@ Descriptor OpenFile(int folder, int flags) {
     return opened.Valid() && IsRegular(opened.Number()) ? std::move(opened) : Descriptor();
 }
 
-/// The line is for people; a full disk has no room for it, and the lock holds without.
+/// The line is information for the user. A full disk may have no space for it; the lock works without it.
 void WriteLine(int file, const std::string& line) {
     const auto cut = [&] { return ::ftruncate(file, static_cast<off_t>(line.size())); };
     const bool written = WriteAll(file, line, 0) == NoError && Repeated(cut) == 0;
     static_cast<void>(written);
 }
 
-/// Whether the process is alive that a line such as "quorin 4711" names.
+/// True if the process named by a line such as "quorin 4711" is running.
 bool NamesLiving(const std::string& line) {
     const std::string digits = line.substr(line.rfind(' ') + 1);
     pid_t process = 0;
@@ -70,7 +70,7 @@ LockResult RootLock::Take(const std::string& rootFolder, const std::string& prog
     Release();
     Root = rootFolder;
     HolderLine.clear();
-    MakeFolders(rootFolder); // where that fails, so does opening it
+    MakeFolders(rootFolder); // if this fails, opening it fails too
     const ErrorNumber error = FoundAnew([&] {
         const auto open = [&] { return ::open(rootFolder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC); };
         Folder = Descriptor(Repeated(open));
@@ -105,7 +105,7 @@ RootLock::Locked RootLock::LockFile() {
     for (int attempt = 0; attempt < Tries; ++attempt) {
         File = OpenFile(Folder.Number(), O_RDWR | O_CREAT);
         OwnFile = File.Valid();
-        if (!OwnFile) // another user's, a write-protected folder's, or none at all
+        if (!OwnFile) // another user's file, a write-protected folder, or no file at all
             File = OpenFile(Folder.Number(), O_RDONLY);
         const int error = File.Valid() ? Lock(File.Number()) : ENOLCK;
         if (error == EWOULDBLOCK)
@@ -116,7 +116,8 @@ RootLock::Locked RootLock::LockFile() {
             continue;
         if (OwnFile)
             Repeated([this] { return ::fchmod(File.Number(), ReadByAll); });
-        // The file of a user who has ended can't name us: in a folder of a group it may make room for one that can.
+        // An unused file of another user can't hold this program's name. In a folder of a group it may be removable, so
+        // that a writable one can be created.
         if (OwnFile || RemoveFrom(Folder, LockName) != NoError)
             return Locked::Yes;
     }

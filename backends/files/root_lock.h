@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// One program a root folder: two that write the same tables would undo each other's records.
+// One program at a time works on a root folder: two that write the same tables would overwrite each other's records.
 #pragma once
 
 #include "backends/files/host_files.h"
@@ -9,15 +9,15 @@
 namespace backends {
 
 enum class LockResult {
-    Held,      ///< it is this program's until the lock is released or the program ends, however it ends
+    Held,      ///< held by this program until the lock is released or the program ends in any way
     Taken,     ///< another program has it
-    NoFolder,  ///< there is no root folder, or it can't be opened
-    Unguarded, ///< there is no lock to be had here: nobody keeps a second program away
+    NoFolder,  ///< the root folder does not exist or can't be opened
+    Unguarded, ///< no lock is possible here: a second program is not kept out
 };
 
-/// What is locked is the folder itself, for a file in it can be removed, or be another user's; and beside it the file
-/// `.quorin.lock`, which programs of an older version go by, and which tells who holds the lock. A folder that is on a
-/// file system without locks for folders is guarded by the file alone.
+/// Locks the folder itself, because a file in it can be removed or belong to another user. In addition it locks the
+/// file `.quorin.lock`, which programs of an older version use and which names the holder of the lock. On a file system
+/// without locks for folders only the file is locked.
 class RootLock {
 public:
     RootLock() = default;
@@ -25,20 +25,21 @@ public:
     RootLock& operator=(const RootLock&) = delete;
     ~RootLock() { Release(); }
 
-    /// Takes the lock of a root folder, which is made when it is missing, and writes the program's name and process id
-    /// into the file. What was held before is released.
+    /// Locks a root folder, which is created if it is missing, and writes the program's name and process id into the
+    /// file. Releases the lock that was held before.
     LockResult Take(const std::string& rootFolder, const std::string& program);
 
-    /// After `Taken`: the line of who holds it, such as "quorin 4711"; "another program" where the file names none that
-    /// is alive.
+    /// After `Taken`: the line that names the holder, such as "quorin 4711"; "another program" if the file names no
+    /// running process.
     const std::string& Holder() const { return HolderLine; }
 
-    /// After `Taken` and `NoFolder`: why a person can't start this program.
+    /// After `Taken` and `NoFolder`: why this program can't be started, for the user.
     std::string Refusal() const;
-    /// After `Unguarded`: what a person has to know.
+    /// After `Unguarded`: a warning for the user.
     std::string Warning() const;
 
-    /// The file stays, empty: removing it would let a third program lock a new one while a second waits for the old.
+    /// The file is emptied, not removed: otherwise a third program could lock a new file while a second one waits for
+    /// the old one.
     void Release();
 
 private:
@@ -51,9 +52,9 @@ private:
     std::string Root;
     Descriptor Folder;
     Descriptor File;
-    bool OwnFile = false; ///< the file can be written
+    bool OwnFile = false; ///< the file is writable
     std::string HolderLine;
-    std::string Why; ///< the folder can't be opened
+    std::string Why; ///< reason why the folder can't be opened
 };
 
 } // namespace backends

@@ -18,7 +18,7 @@ namespace {
 constexpr std::string_view Blanks = " \t";
 constexpr std::string_view BlanksAndReturn = " \t\r";
 constexpr std::size_t ReadBlock = 4096;
-constexpr std::size_t LargestFile = 1024 * 1024; // a thousand times what the application stores
+constexpr std::size_t LargestFile = 1024 * 1024; // a thousand times the size that the application needs
 
 std::string_view Trimmed(std::string_view text) {
     const std::size_t first = text.find_first_not_of(BlanksAndReturn);
@@ -43,7 +43,7 @@ int HexDigit(char digit) {
     return lower >= 'a' && lower <= 'f' ? lower - 'a' + 10 : -1;
 }
 
-/// The byte that an escape at this place stands for; -1 when there is none.
+/// Returns the byte of an escape at this place; -1 if there is none.
 int EscapedByte(std::string_view text, std::size_t place) {
     if (place + 2 >= text.size() || text[place] != '%')
         return -1;
@@ -80,7 +80,7 @@ std::string Escaped(std::string_view value) {
     return written;
 }
 
-/// The name of the section that a line begins.
+/// Returns the name of the section that a line begins.
 std::optional<std::string_view> SectionBegun(std::string_view line) {
     const std::string_view trimmed = Trimmed(line);
     if (trimmed.size() < 2 || trimmed.front() != '[' || trimmed.back() != ']')
@@ -88,7 +88,7 @@ std::optional<std::string_view> SectionBegun(std::string_view line) {
     return Trimmed(trimmed.substr(1, trimmed.size() - 2));
 }
 
-/// The `=` of a line that sets a key.
+/// Returns the position of the `=` in a line that sets a key.
 std::optional<std::size_t> EqualSign(std::string_view line) {
     const std::string_view trimmed = Trimmed(line);
     const std::size_t equal = line.find('=');
@@ -127,11 +127,12 @@ ErrorNumber ReadWhole(const FileEntry& entry, std::string& bytes) {
 
 } // namespace
 
-/// Where a key stands, or where its line belongs.
+/// Where a key is, or where its line is to be inserted.
 struct SettingsFile::Place {
-    std::optional<std::size_t> Line;       ///< the line that sets it
-    std::size_t ValueStart = 0;            ///< behind its `=`
-    std::optional<std::size_t> SectionEnd; ///< behind the section's last key; comments there may be the next one's
+    std::optional<std::size_t> Line; ///< the line that sets it
+    std::size_t ValueStart = 0;      ///< after its `=`
+    std::optional<std::size_t>
+        SectionEnd; ///< after the section's last key; comments there may belong to the next section
 };
 
 SettingsFile::SettingsFile(const std::string& hostPath)
@@ -148,7 +149,7 @@ SettingsFile::SettingsFile(FindEntry find) : Find(std::move(find)) {
     Lines = std::move(content.Lines);
 }
 
-/// A file that is not there has no lines: the first setting makes it.
+/// A missing file has no lines: saving the first setting creates it.
 ErrorNumber SettingsFile::Read(Content& content) const {
     std::string bytes;
     const ErrorNumber error = FoundAnew([&] {
@@ -160,7 +161,7 @@ ErrorNumber SettingsFile::Read(Content& content) const {
     if (error == FileNotFound)
         return NoError;
     if (error != NoError)
-        return error == PathRefused ? PermissionDenied : error; // a link is there, and must not be followed
+        return error == PathRefused ? PermissionDenied : error; // there is a link that must not be followed
     std::size_t start = bytes.size() - BehindMark(bytes).size();
     content.Mark = bytes.substr(0, start);
     while (start < bytes.size()) {
@@ -175,7 +176,7 @@ SettingsFile::Place SettingsFile::Locate(const std::vector<std::string>& lines, 
                                          const std::string& key) {
     Place place;
     bool inside = false;
-    bool ended = false; // a section may be opened a second time; its new keys belong where it stands first
+    bool ended = false; // a section may occur twice; new keys are added to its first occurrence
     for (std::size_t i = 0; i < lines.size(); ++i) {
         const std::string& line = lines[i];
         const auto name = SectionBegun(line);
@@ -212,7 +213,7 @@ ErrorNumber SettingsFile::Save(const Text&, const Text& section, const Text& key
         return PathRefused;
     if (ReadError != NoError)
         return ReadError;
-    // Somebody may have written other keys meanwhile. They stay, and count from the next start on.
+    // Another program may have written other keys meanwhile. They are kept, and are used from the next start on.
     Content content;
     if (const ErrorNumber error = Read(content); error != NoError)
         return error;

@@ -10,31 +10,31 @@ namespace backends {
 
 namespace {
 
-/// No text or row of a file is longer, in bytes. An expression in a file could ask for any length.
+/// The greatest length of a text or row of a file, in bytes. An expression in a file could ask for any length.
 constexpr int LongestText = 1 << 28;
 
-/// SQLite has allocators of its own, and reports. There is one way out of the want of memory, whoever finds it.
+/// SQLite allocates by itself and reports a lack of memory. The program handles it in the same way as a failed `new`.
 [[noreturn]] void EndWithoutMemory() {
     if (const std::new_handler handler = std::get_new_handler())
         handler();
     throw std::bad_alloc();
 }
 
-/// Each result of SQLite goes through here: an answer that only lacked memory must not be taken for one.
+/// Every result of SQLite is checked here: a failure for lack of memory must not be taken for a real result.
 int Looked(int result) {
     if ((result & 0xFF) == SQLITE_NOMEM)
         EndWithoutMemory();
     return result;
 }
 
-/// Why the host has kept a file from SQLite; a file that has gone under its hands is a failure as well.
+/// Returns why the host refused SQLite a file. A file that has disappeared meanwhile is a device failure.
 ErrorNumber FromHost(sqlite3* connection) {
     const ErrorNumber error = FromErrno(sqlite3_system_errno(connection));
     return error == NoError || IsMissing(error) ? DeviceFailed : error;
 }
 
 ErrorNumber FromSqlite(int result, sqlite3* connection) {
-    switch (Looked(result) & 0xFF) { // the low byte is the error, the rest its finer kind
+    switch (Looked(result) & 0xFF) { // the low byte is the error, the rest is the extended code
     case SQLITE_OK:
     case SQLITE_DONE:
     case SQLITE_ROW:
@@ -79,8 +79,8 @@ void SqlStatement::Bind(int parameter, std::int64_t number) {
 }
 
 void SqlStatement::Bind(int parameter, std::string_view bytes) {
-    // An empty view may have no address, and that would be bound as "no value"; so would a text that there is no room
-    // for, in a database of another encoding.
+    // An empty view may have a null address, which would be bound as NULL; so would a text for which there is no memory
+    // in a database of another encoding.
     Looked(sqlite3_bind_text64(Statement, parameter, bytes.empty() ? "" : bytes.data(), bytes.size(), SQLITE_STATIC,
                                SQLITE_UTF8));
 }
@@ -96,7 +96,7 @@ std::int64_t SqlStatement::Number(int column) const {
 std::string_view SqlStatement::Bytes(int column) const {
     const unsigned char* bytes = sqlite3_column_text(Statement, column);
     const auto count = static_cast<std::size_t>(sqlite3_column_bytes(Statement, column));
-    if (bytes == nullptr) // no value, or no room for it
+    if (bytes == nullptr) // NULL, or no memory for it
         Looked(sqlite3_errcode(sqlite3_db_handle(Statement)));
     return bytes ? std::string_view(reinterpret_cast<const char*>(bytes), count) : std::string_view();
 }
@@ -120,7 +120,7 @@ bool SqlConnection::Open(FileEntry file, LockWait& patience) {
     File = std::move(file);
     const int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_NOFOLLOW;
     const char* const fileSystem = FolderFileSystem();
-    if (fileSystem == nullptr) // nothing would mean the usual one
+    if (fileSystem == nullptr) // null would select the default one
         return false;
     if (sqlite3_open_v2(NameForSqlite(File).c_str(), &Connection, flags, fileSystem) != SQLITE_OK)
         return false;
@@ -131,7 +131,7 @@ bool SqlConnection::Open(FileEntry file, LockWait& patience) {
 
 ErrorNumber SqlConnection::LastError() const {
     const int result = sqlite3_errcode(Connection) & 0xFF;
-    // SQLITE_ERROR stands for a statement that names a table which is not there.
+    // SQLITE_ERROR is the result for a statement that names a missing table.
     const bool isMissing = result == SQLITE_ERROR || result == SQLITE_DONE || result == SQLITE_OK;
     return isMissing ? FileNotFound : FromSqlite(result, Connection);
 }

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// As much of SQLite's interface as the line databases need, with owners for its objects.
+// The part of SQLite's interface that the line databases need, with owners for its objects.
 #pragma once
 
 #include "backends/files/host_files.h"
@@ -21,18 +21,19 @@ public:
     SqlStatement& operator=(const SqlStatement&) = delete;
     ~SqlStatement();
 
-    /// Prepares it when that has not been done yet. A table may be missing still, so a failure is tried again.
+    /// Prepares the statement if that has not been done. After a failure the next call tries again, because a table may
+    /// still be missing.
     bool Prepare(sqlite3* connection, const char* sql);
 
     void Bind(int parameter, std::int64_t number); ///< parameters count from 1
-    /// Bound without a copy: the bytes must stay until the statement is done.
+    /// Binds without copying: the bytes must stay valid until the statement is done.
     void Bind(int parameter, std::string_view bytes);
 
     bool NextRow(); ///< false at the end and on failure
     std::int64_t Number(int column) const;
     std::string_view Bytes(int column) const; ///< valid until the next row
 
-    /// Runs a statement that gives no rows to its end, and makes it ready for the next use.
+    /// Runs a statement that returns no rows to its end, and makes it ready for the next use.
     ErrorNumber Run();
     void Done();
 
@@ -47,14 +48,14 @@ public:
     SqlConnection& operator=(const SqlConnection&) = delete;
     ~SqlConnection(); ///< rolls back what is not committed; its statements must be gone
 
-    /// Opens a file that is there, and no link; an empty one is a database without tables. Its folder is held open.
-    /// Whatever finds it locked waits as long as there is patience, and then fails with InUse.
+    /// Opens an existing file that is not a link; an empty one is a database without tables. Its folder is held open.
+    /// Each call that finds it locked waits as long as `patience` allows, and then fails with InUse.
     bool Open(FileEntry file, LockWait& patience);
-    /// Why the last call has failed: FileNotFound where a table or row that was asked for is not there.
+    /// Returns why the last call has failed: FileNotFound if the requested table or row does not exist.
     ErrorNumber LastError() const;
     ErrorNumber Execute(const char* sql);
     bool InTransaction() const;
-    std::int64_t Changed() const; ///< rows that the last statement has changed
+    std::int64_t Changed() const; ///< number of rows changed by the last statement
     sqlite3* Handle() const { return Connection; }
 
 private:

@@ -18,20 +18,20 @@ namespace {
 constexpr std::size_t BlockSize = 65536;
 constexpr std::size_t LongestLine = 64 * 1024 * 1024;
 
-/// Bytes whose line feeds are counted at one go. One byte counts them, so there must not be more than 255.
+/// Number of bytes whose line feeds are counted in one step. The count is kept in one byte, so at most 255.
 constexpr std::size_t CountedAtOnce = 240;
 
-/// How often this program has written to any text file: each stream looks at its file once more behind that.
+/// How often this program has written to any text file: after each write every stream examines its file again.
 std::uint64_t OwnWrites = 0;
 
-/// A clock that moves on in steps of some milliseconds. Reading it takes no system call.
+/// Returns the nanoseconds of a coarse clock, with steps of some milliseconds. Reading it needs no system call.
 std::int64_t Tick() {
     std::timespec now{};
     ::clock_gettime(CLOCK_MONOTONIC_COARSE, &now);
     return std::int64_t{now.tv_sec} * 1'000'000'000 + now.tv_nsec;
 }
 
-/// The number of bytes up to and including the next line feed; 0 when there is none.
+/// Returns the number of bytes up to and including the next line feed; 0 if there is none.
 std::size_t LineFeedIn(std::string_view bytes) {
     const void* found = std::memchr(bytes.data(), '\n', bytes.size());
     return found ? static_cast<std::size_t>(static_cast<const char*>(found) - bytes.data()) + 1 : 0;
@@ -44,12 +44,13 @@ std::int64_t LineFeedsAtOnce(const char* bytes) {
     return count;
 }
 
-/// The number of bytes up to and including the `most`th line feed; all bytes where there are fewer. `count` is how many
-/// line feeds those are.
+/// Returns the number of bytes up to and including the `most`th line feed; all bytes if there are fewer. `count` is the
+/// number of line feeds among them.
 std::size_t PassLineFeeds(std::string_view bytes, std::int64_t most, std::int64_t& count) {
     std::size_t place = 0;
     count = 0;
-    // Counting is many times as fast as looking for one line feed after another, and serves where none is the last one.
+    // Counting is many times as fast as searching for one line feed after another, and is used while the last one can't
+    // be among them.
     while (bytes.size() - place >= CountedAtOnce && most - count > static_cast<std::int64_t>(CountedAtOnce)) {
         count += LineFeedsAtOnce(bytes.data() + place);
         place += CountedAtOnce;
@@ -70,18 +71,18 @@ void StripLineEnd(std::string_view& line) {
         line.remove_suffix(1);
 }
 
-/// The line end that a line is written with.
+/// Returns the line end to write after a line.
 const char* LineEndBehind(std::string_view line) {
     return !line.empty() && line.back() == '\r' ? "\r\n" : "\n";
 }
 
-/// What would end a line for other tools, or make the file none of text.
+/// True for a byte that would end the line or make other tools take the file for binary.
 bool IsNoText(char byte) {
     return byte == '\n' || byte == '\0';
 }
 
-/// Lines of a file as writing each of them anew makes them: "a\r\n" becomes "a\n", a NUL a blank, and a last line gets
-/// its end.
+/// Returns lines of a file as rewriting each of them would: "a\r\n" becomes "a\n", a NUL becomes a blank, and a last
+/// line gets a line end.
 std::string_view AsWritten(std::string_view lines, std::string& mended) {
     const auto has = [lines](char byte) { return lines.find(byte) != std::string_view::npos; };
     if (lines.back() == '\n' && !has('\r') && !has('\0'))
@@ -99,7 +100,7 @@ std::string_view AsWritten(std::string_view lines, std::string& mended) {
     return mended;
 }
 
-/// A scratch file that is there is a stale one of the same name.
+/// An existing scratch file of this name is stale, and is emptied.
 ErrorNumber OpenScratch(const FileEntry& entry, Descriptor& file) {
     ErrorNumber error = OpenRegular(entry, O_RDWR, file);
     if (error == FileNotFound)
@@ -109,7 +110,7 @@ ErrorNumber OpenScratch(const FileEntry& entry, Descriptor& file) {
     return error;
 }
 
-/// A file that others own, or a write-protected card's, can still be read; writing to it fails then.
+/// A file of another owner, or one on a write-protected card, can still be read; only writing to it fails.
 ErrorNumber OpenExisting(const FileEntry& entry, Descriptor& file, bool& readOnly) {
     const ErrorNumber error = OpenRegular(entry, O_RDWR, file);
     readOnly = error == PermissionDenied;
@@ -145,10 +146,10 @@ ErrorNumber HostTextStream::OpenFile(FileEntry entry) {
     return Next->Begin();
 }
 
-/// A stream that is dropped has not done what it was to do.
+/// A stream that is destroyed without Close discards what was written.
 HostTextStream::~HostTextStream() = default;
 
-/// Takes up the file's size, and drops the block when somebody else may have written since it was read.
+/// Reads the file's size, and drops the block if another program may have written since it was read.
 ErrorNumber HostTextStream::LookAgain() {
     WritesSeen = OwnWrites;
     TickSeen = Tick();
@@ -179,9 +180,10 @@ bool HostTextStream::InBlock(std::int64_t offset) const {
     return offset >= BlockStart && offset < BlockStart + static_cast<std::int64_t>(BlockUsed);
 }
 
-/// Whether reading goes on where it stopped, in the block at hand, and so soon that a look at the file is not worth its
-/// system call: a walk over a table would pay it for each row. What this program writes itself is always worth it, and
-/// what another one writes goes unseen for the rest of a clock tick, in which it might as well have come later.
+/// True if reading continues where it stopped, in the current block, and so soon that examining the file is not worth a
+/// system call, which a walk over a table would make for each row. After a write of this program the file is always
+/// examined. A write of another program stays unseen for the rest of a clock tick, in which it might as well have come
+/// later.
 bool HostTextStream::GoesOnFrom(std::int64_t offset) const {
     return offset == Place && InBlock(offset) && WritesSeen == OwnWrites && TickSeen == Tick();
 }
@@ -198,7 +200,7 @@ ErrorNumber HostTextStream::Seek(std::int64_t offset, Origin origin) {
     return NoError;
 }
 
-/// Reads a block from the position on.
+/// Reads a block from the current position.
 ErrorNumber HostTextStream::ReadBlock() {
     Block.resize(BlockSize);
     const std::int64_t taken = ReadAt(Number(), Block.data(), Block.size(), Place);
@@ -207,11 +209,11 @@ ErrorNumber HostTextStream::ReadBlock() {
     if (taken < 0)
         return FromErrno(errno);
     if (taken == 0)
-        Length = Place; // somebody else made it shorter
+        Length = Place; // another program made it shorter
     return NoError;
 }
 
-/// What the block holds from the position on; empty at the end of the file.
+/// Returns the bytes of the block from the current position on; empty at the end of the file.
 ErrorNumber HostTextStream::Ahead(std::string_view& bytes) {
     if (!InBlock(Place)) {
         if (const ErrorNumber error = ReadBlock(); error != NoError)
@@ -222,7 +224,7 @@ ErrorNumber HostTextStream::Ahead(std::string_view& bytes) {
     return NoError;
 }
 
-/// Takes the bytes of one line with its line end. They stay valid until the next call.
+/// Reads one line with its line end. The bytes stay valid until the next call.
 ErrorNumber HostTextStream::CollectLine(std::string_view& line) {
     LongLine.clear();
     bool whole = false;
@@ -261,7 +263,7 @@ ErrorNumber HostTextStream::ReadLine(Text& line) {
         if (bytes.find('\0') != std::string_view::npos)
             modStringTools::BlankNuls(line);
         return NoError;
-    } catch (const std::bad_alloc&) { // a line longer than the memory
+    } catch (const std::bad_alloc&) { // no memory for the whole line
         LongLine = std::string();
         Place = start;
         return DeviceFailed;
@@ -270,7 +272,7 @@ ErrorNumber HostTextStream::ReadLine(Text& line) {
 
 ErrorNumber HostTextStream::SkipLines(std::int64_t most, std::int64_t& passed) {
     bool insideLine = false;
-    std::int64_t begin = Place; // of the line at hand
+    std::int64_t begin = Place; // of the current line
     passed = 0;
     while (passed < most && Place < Length) {
         std::string_view bytes;
@@ -288,11 +290,11 @@ ErrorNumber HostTextStream::SkipLines(std::int64_t most, std::int64_t& passed) {
         if (Place - begin > static_cast<std::int64_t>(LongestLine))
             return TooLong;
     }
-    passed += insideLine ? 1 : 0; // the last line may lack its end
+    passed += insideLine ? 1 : 0; // the last line may have no line end
     return NoError;
 }
 
-/// Whole lines of the block, as they stand in the file; none where the block ends before the first line does.
+/// Returns whole lines of the block, unchanged; none if the block ends inside the first line.
 ErrorNumber HostTextStream::LinesAhead(std::int64_t most, std::string_view& lines, std::int64_t& count) {
     std::string_view bytes;
     if (const ErrorNumber error = Ahead(bytes); error != NoError)
@@ -328,15 +330,15 @@ ErrorNumber HostTextStream::ReadLines(std::int64_t most, std::string_view& lines
         Place = start;
         lines = {};
         taken = 0;
-        return error == FileNotFound ? NoError : error; // somebody else made the file shorter
-    } catch (const std::bad_alloc&) {                   // a line longer than the memory
+        return error == FileNotFound ? NoError : error; // another program made the file shorter
+    } catch (const std::bad_alloc&) {                   // no memory for the whole line
         LongLine = Mended = std::string();
         Place = start;
         return DeviceFailed;
     }
 }
 
-/// The line end that the last line lacks, when it is the end of the file that is written to.
+/// Returns the line end that the last line lacks, if writing is at the end of the file.
 ErrorNumber HostTextStream::MissingLineEnd(std::string& lineEnd) {
     if (Place == 0 || Place != Length || EndsInLineEnd)
         return NoError;
@@ -355,7 +357,8 @@ ErrorNumber HostTextStream::WriteLine(const Text& line) {
     return Write(bytes);
 }
 
-/// A disk may fill in the middle: the lines that it has room for are written then, as if each had come by itself.
+/// The disk may become full in the middle: then the lines for which there is space are written, as if each had been
+/// written separately.
 ErrorNumber HostTextStream::WriteLines(std::string_view lines) {
     const ErrorNumber before = WriteError;
     if (Write(lines) == NoError)
@@ -366,11 +369,11 @@ ErrorNumber HostTextStream::WriteLines(std::string_view lines) {
             return error;
         lines.remove_prefix(upToEnd);
     }
-    WriteError = before; // none is missing after all
+    WriteError = before; // no line is missing
     return NoError;
 }
 
-/// The entry under the name, in the folder of the opening: what is written must not go where nobody looks for it.
+/// Finds the entry again, in the folder of the opening: data must not be written to another folder.
 ErrorNumber HostTextStream::FindAgain(FileEntry& entry) const {
     FolderId folder;
     const ErrorNumber error = FoundAnew([&] {
@@ -382,7 +385,7 @@ ErrorNumber HostTextStream::FindAgain(FileEntry& entry) const {
     return folder == Home ? NoError : PathNotFound;
 }
 
-/// The same while the file under the name is the one that is open.
+/// The same, if the name still means the open file.
 ErrorNumber HostTextStream::FindUnchanged(FileEntry& entry) const {
     struct stat named {};
     struct stat opened {};
@@ -399,11 +402,12 @@ ErrorNumber HostTextStream::FindUnchanged(FileEntry& entry) const {
 
 ErrorNumber HostTextStream::CheckName() {
     FileEntry entry;
-    const ErrorNumber error = Next ? FindAgain(entry) : FindUnchanged(entry); // what is being written has no name yet
+    const ErrorNumber error =
+        Next ? FindAgain(entry) : FindUnchanged(entry); // a file that is being written has no name yet
     return error == NoError ? LookAgain() : error;
 }
 
-/// The file stays as it is until all has been written.
+/// Begins a replacement, so that the file does not change until all has been written.
 ErrorNumber HostTextStream::BeginToWrite() {
     if (ReadOnly)
         return PermissionDenied;
@@ -423,7 +427,7 @@ ErrorNumber HostTextStream::BeginToWrite() {
     return error;
 }
 
-/// Writes whole lines at the position, with their line ends.
+/// Writes whole lines with their line ends at the current position.
 ErrorNumber HostTextStream::Write(std::string_view lines) {
     if (const ErrorNumber error = BeginToWrite(); error != NoError)
         return WriteError = error;
@@ -437,7 +441,7 @@ ErrorNumber HostTextStream::Write(std::string_view lines) {
     BlockUsed = 0;
     ++OwnWrites;
     if (const ErrorNumber error = WriteAll(Number(), lines, Place); error != NoError) {
-        // A full disk may have taken the beginning of the lines; no half line stays behind the last whole one.
+        // A full disk may have stored a part of the lines: a partial line after the last whole one is cut off.
         if (Place == Length && Repeated([&] { return ::ftruncate(Number(), Length); }) != 0)
             EndsInLineEnd = false;
         return WriteError = error;
