@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Where the bytes of a port come from: a terminal, a socket, a child process. A source decodes nothing and knows no
-// loop.
+// The source of a port's bytes: a terminal, a socket or a child process. A source does not decode, and is independent
+// of the event loop.
 #pragma once
 
 #include "src/view/platform/errors.h"
@@ -12,13 +12,13 @@ namespace backends {
 using namespace platform;
 
 enum class ReadState {
-    Data,    ///< bytes came
+    Data,    ///< bytes were read
     Nothing, ///< none so far
-    Gone,    ///< the other end or the device is away, and the source has closed itself
+    Gone,    ///< the other end or the device is gone, and the source has closed itself
 };
 
-/// Why a source could not be opened, or is gone. `Why` is for people, and says what the number can't; it is empty where
-/// the number and the path say all that is known.
+/// Why a source could not be opened, or is gone. `Why` is text for the user with what the number can't express; it is
+/// empty if the number and the path say all that is known.
 struct SourceTrouble {
     ErrorNumber Error = NoError;
     std::string Why;
@@ -29,31 +29,32 @@ public:
     ByteSource() = default;
     ByteSource(const ByteSource&) = delete;
     ByteSource& operator=(const ByteSource&) = delete;
-    virtual ~ByteSource() = default; ///< closes it
+    virtual ~ByteSource() = default; ///< closes the source
 
-    /// Opens the source, and never waits. On success the trouble is NoError. On failure the source is closed; one that
-    /// takes long to be reached gives NotAvailable meanwhile, goes on by itself, and is open for who asks again later.
-    /// An attempt that nobody asks about for two seconds is given up. `lineSettings` is such as "9600,N,8,1"; a source
-    /// that is no line ignores it.
+    /// Opens the source without waiting. On success the trouble is NoError. On failure the source is closed. A source
+    /// that needs time to connect returns NotAvailable meanwhile and continues by itself; a later call finds it open.
+    /// It gives up if Open is not called again for two seconds. `lineSettings` is text such as "9600,N,8,1"; a source
+    /// that is not a serial line ignores it.
     virtual SourceTrouble Open(const Text& lineSettings) = 0;
 
-    /// Closes the source, or gives up its opening. A closed one stays as it is.
+    /// Closes the source, or gives up opening it. Has no effect on a closed one.
     virtual void Close() = 0;
 
-    /// Appends what can be had without waiting, up to 64 KB. Bytes that came before the end are given first, and the
-    /// next call returns Gone. To be called now and then also while the source is being opened.
+    /// Appends what can be read without waiting, up to 64 KB. Bytes that arrived before the end are returned first, and
+    /// the next call returns Gone. It must also be called from time to time while the source is being opened.
     virtual ReadState TakeAvailable(std::string& bytes) = 0;
 
-    /// Readiness: what to wait on until there is something to take, the end included. Returns -1 for a source that is
-    /// closed, or that has nothing to wait on and is to be asked at each round of the loop.
+    /// Returns a descriptor that becomes readable when there are bytes, or the end. Returns -1 if the source is closed,
+    /// or has no descriptor and must be asked in each round of the loop.
     virtual int Descriptor() const = 0;
 
-    /// Why the source is gone, for people; empty where nothing is known, and for one that is not gone.
+    /// Returns why the source is gone, as text for the user; empty if the reason is not known or the source is not
+    /// gone.
     virtual std::string Ending() const { return {}; }
 };
 
-/// Appends what a descriptor has, up to 64 KB: the part of TakeAvailable that all sources with a descriptor share. Gone
-/// only where nothing came; `error` is the value of errno then, 0 for the end of the stream.
+/// Appends what a descriptor has, up to 64 KB: the part of TakeAvailable that all sources with a descriptor share.
+/// Returns Gone only if nothing was read; then `error` is the value of errno, or 0 at the end of the stream.
 ReadState ReadDescriptor(int descriptor, std::string& bytes, int& error);
 
 } // namespace backends

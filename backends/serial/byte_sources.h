@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The sources that are built, one row a kind of address.
+// The implemented sources, one row for each kind of address.
 #pragma once
 
 #include "backends/serial/byte_source.h"
@@ -9,10 +9,10 @@
 
 namespace backends {
 
-/// One line that says what of an address is not built yet; empty where all of it is.
+/// Returns one line on what part of an address is not implemented yet; empty if all of it is.
 std::string WhyNotBuilt(const PortAddress& address);
 
-/// The closed source of an address. Returns none for an address that is not built.
+/// Returns the source of an address, closed; null if the address is not implemented.
 std::unique_ptr<ByteSource> MakeSource(const PortAddress& address);
 
 } // namespace backends

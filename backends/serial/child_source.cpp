@@ -19,12 +19,13 @@ constexpr int LastSignal = 64;
 constexpr int FirstOwnDescriptor = 3;
 constexpr int StatusNotRun = 127;
 
-/// What the child does. After a fork of a process with threads nothing may be called here that takes a lock.
+/// Runs in the child. After the fork of a process with threads, nothing that takes a lock may be called here.
 [[noreturn]] void RunCommand(const char* command, pid_t owner, int input, int output) {
-    ::prctl(PR_SET_PDEATHSIG, SIGTERM); // however the owner ends
-    if (::getppid() != owner)           // it was gone before it could be watched
+    ::prctl(PR_SET_PDEATHSIG, SIGTERM); // sent to the child when the owner ends in any way
+    if (::getppid() != owner)           // the owner ended before prctl
         ::_exit(StatusNotRun);
-    // Of its own: a key that ends the program is for the program alone, and what the command starts can be ended.
+    // A session of its own: a key that ends the program does not reach the command, and the command can be ended with
+    // everything that it has started.
     ::setsid();
     for (int number = 1; number <= LastSignal; ++number)
         std::signal(number, SIG_DFL);
@@ -33,7 +34,7 @@ constexpr int StatusNotRun = 127;
     ::sigprocmask(SIG_SETMASK, &none, nullptr);
     ::dup2(input, STDIN_FILENO);
     ::dup2(output, STDOUT_FILENO);
-    ::close_range(FirstOwnDescriptor, ~0U, 0); // the lock of the root folder among them
+    ::close_range(FirstOwnDescriptor, ~0U, 0); // including the lock of the root folder
     ::execl("/bin/sh", "sh", "-c", command, nullptr);
     ::_exit(StatusNotRun);
 }
@@ -47,7 +48,7 @@ bool MakePipe(Descriptor& reading, Descriptor& writing) {
     return true;
 }
 
-/// True if the process has ended; it stays to be reaped.
+/// True if the process has ended; it is not reaped yet.
 bool HasEnded(pid_t process) {
     siginfo_t found{};
     const int outcome =
@@ -65,7 +66,7 @@ bool EndsWithin(pid_t process, std::chrono::milliseconds time) {
     return true;
 }
 
-/// To the whole session; to the process itself where it has not made one yet.
+/// Signals the whole session; only the process itself if it has not created its session yet.
 void SignalAll(pid_t process, int number) {
     if (::kill(-process, number) != 0)
         ::kill(process, number);
@@ -81,7 +82,7 @@ std::string EndingText(int status) {
 
 SourceTrouble ChildSource::Open(const Text&) {
     Close();
-    std::signal(SIGCHLD, SIG_DFL); // who started this program may have had it ignored: nobody could wait for a child
+    std::signal(SIGCHLD, SIG_DFL); // if it was inherited as ignored, waiting for a child would fail
     backends::Descriptor input;
     backends::Descriptor output;
     if (!MakePipe(input, Input_) || !MakePipe(Output_, output) || ::fcntl(Output_.Number(), F_SETFL, O_NONBLOCK) != 0) {
@@ -112,7 +113,7 @@ void ChildSource::Close() {
     Why_.clear();
 }
 
-/// What the command has started goes with it.
+/// Kills what the command has started and reaps the command.
 void ChildSource::Reap() {
     SignalAll(Process_, SIGKILL);
     int status = 0;
@@ -121,8 +122,8 @@ void ChildSource::Reap() {
     Process_ = -1;
 }
 
-/// The command may have ended and left its output open to something that it has started: that is an end as well. It is
-/// looked for first, as what the command has written is there when it has ended.
+/// The command may have ended and left its output open to a process that it has started: that counts as the end too.
+/// The end is checked before the read, because then all that the command wrote is found by this read.
 ReadState ChildSource::TakeAvailable(std::string& bytes) {
     if (!Output_.Valid())
         return ReadState::Gone;
@@ -131,7 +132,8 @@ ReadState ChildSource::TakeAvailable(std::string& bytes) {
     const ReadState state = ReadDescriptor(Output_.Number(), bytes, error);
     if (state == ReadState::Data || (state == ReadState::Nothing && !ended))
         return state;
-    // A command that has closed its output is about to end, as a rule, and its own status tells more than ours.
+    // A command that has closed its output is usually about to end, and its exit status says more than the message
+    // here.
     constexpr auto Moment = std::chrono::milliseconds(50);
     if (!EndsWithin(Process_, Moment)) {
         Close();

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The bytes that a command writes on its standard output.
+// The bytes that a command writes to its standard output.
 #pragma once
 
 #include "backends/files/host_files.h"
@@ -9,8 +9,8 @@
 
 namespace backends {
 
-/// The command is run by /bin/sh in a session of its own. Nothing comes on its standard input, whose end is the end of
-/// the source; what it says on standard error goes where this program's goes.
+/// The command is run by /bin/sh in a session of its own. Its standard input is an empty pipe, which is closed when the
+/// source ends; its standard error is that of this program.
 class ChildSource final : public ByteSource {
 public:
     explicit ChildSource(std::string command) : Command_(std::move(command)) {}
@@ -18,8 +18,8 @@ public:
 
     SourceTrouble Open(const Text& lineSettings) override;
 
-    /// Ends the command and all that it has started in its session: by SIGTERM and, a quarter of a second later at the
-    /// most, by SIGKILL.
+    /// Ends the command and everything started in its session: by SIGTERM and, after at most a quarter of a second, by
+    /// SIGKILL.
     void Close() override;
     ReadState TakeAvailable(std::string& bytes) override;
     int Descriptor() const override { return Output_.Number(); }
@@ -29,7 +29,7 @@ private:
     void Reap();
 
     std::string Command_;
-    pid_t Process_ = -1; ///< not reaped yet, so that its number is nobody else's
+    pid_t Process_ = -1; ///< not reaped yet, so the system can't reuse its number
     backends::Descriptor Input_;
     backends::Descriptor Output_;
     std::string Why_;

@@ -93,7 +93,7 @@ bool Apply(int port, const LineSettings& settings) {
     line.c_cflag |= settings.Flags | CLOCAL | CREAD;
     if ((settings.Flags & PARENB) != 0)
         line.c_iflag |= INPCK;
-    // A read must tell "nothing yet" from "the end": with a minimum of 0 both give 0 bytes.
+    // A read must distinguish "nothing yet" from the end: with a minimum of 0 both return 0 bytes.
     line.c_cc[VMIN] = 1;
     line.c_cc[VTIME] = 0;
     return ::cfsetspeed(&line, settings.SpeedCode) == 0 && ::tcsetattr(port, TCSANOW, &line) == 0;
@@ -114,7 +114,7 @@ ErrorNumber SerialDevice::Open(const std::string& path, const Text& lineSettings
     backends::Descriptor opened(::open(path.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC));
     if (!opened.Valid() || ::fstat(opened.Number(), &found) != 0)
         return FromErrno(errno);
-    if (!S_ISCHR(found.st_mode)) // exchanged meanwhile
+    if (!S_ISCHR(found.st_mode)) // replaced meanwhile
         return NotAvailable;
     if (::isatty(opened.Number()) == 0 || !Apply(opened.Number(), *settings))
         return NotAvailable;
@@ -127,7 +127,7 @@ ErrorNumber SerialDevice::Open(const std::string& path, const Text& lineSettings
 void SerialDevice::Close() {
     if (!Port.Valid())
         return;
-    // The mark outlives the descriptor where somebody else has the terminal open as well.
+    // The exclusive mode outlasts the descriptor if another process has the terminal open.
     ::ioctl(Port.Number(), TIOCNXCL);
     Port.Close();
 }

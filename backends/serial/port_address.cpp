@@ -56,7 +56,7 @@ AddressReading BluetoothFrom(const std::string& name) {
     return {address, {}};
 }
 
-/// An address of the sixth version has colons of its own, and stands in brackets.
+/// An IPv6 address contains colons, so it is written in brackets.
 std::optional<std::string> HostFrom(const std::string& text) {
     const bool bracketed = text.size() > 2 && text.front() == '[' && text.back() == ']';
     const std::string host = bracketed ? text.substr(1, text.size() - 2) : text;
@@ -107,7 +107,8 @@ AddressReading ReadPlain(const std::string& text) {
     return {PathAddress(text), {}};
 }
 
-/// The length of the profile's name in front of the first `@`; 0 for none. A path or a command may hold one as well.
+/// Returns the length of the profile's name before the first `@`; 0 if there is none. A path or a command may contain
+/// an `@` too.
 std::size_t ProfileLength(const std::string& text) {
     const std::size_t at = text.find('@');
     if (at == std::string::npos || at == 0)

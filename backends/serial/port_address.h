@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What stands behind a port, as people write it: docs/addresses.md has the grammar.
+// The address of a port's source, as users write it; docs/addresses.md has the grammar.
 #pragma once
 
 #include <array>
@@ -18,7 +18,7 @@ enum class AddressKind {
 
 /// A serial channel of a Bluetooth device.
 struct BluetoothAddress {
-    std::array<std::uint8_t, 6> Bytes{}; ///< in the order in which people write them
+    std::array<std::uint8_t, 6> Bytes{}; ///< in written order
     std::uint8_t Channel = 1;            ///< 1 to 30
     bool operator==(const BluetoothAddress&) const = default;
 };
@@ -28,17 +28,17 @@ struct PortAddress {
     std::string Target;         ///< the path, the host or the command
     std::uint16_t TcpPort = 0;  ///< Tcp alone
     BluetoothAddress Bluetooth; ///< Bluetooth alone
-    std::string Profile;        ///< of the instrument; empty for none
+    std::string Profile;        ///< profile of the instrument; empty for none
     bool operator==(const PortAddress&) const = default;
 };
 
-/// The address of a serial device or pseudo terminal.
+/// Returns the address of a serial device or pseudo terminal.
 PortAddress PathAddress(std::string path);
 
-/// The address as people write it.
+/// Returns the address as users write it.
 std::string AddressText(const PortAddress& address);
 
-/// What came of the reading of an address: it, or one line that says what is wrong with the text.
+/// The result of reading an address: the address, or one line on what is wrong with the text.
 struct AddressReading {
     std::optional<PortAddress> Address;
     std::string Error;

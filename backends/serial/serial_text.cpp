@@ -16,10 +16,10 @@ struct Character {
     char32_t Value = 0;
 };
 
-/// What a first byte says of the bytes behind it. The range of the second one keeps out overlong forms, halves of
-/// surrogate pairs and values past the last character.
+/// What the first byte of a UTF-8 sequence says about the bytes after it. The range of the second byte excludes
+/// overlong forms, surrogates and values above the last character.
 struct Lead {
-    std::size_t Length = 0; ///< 0: no first byte
+    std::size_t Length = 0; ///< 0 if it can't be a first byte
     unsigned char SecondFrom = 0x80;
     unsigned char SecondTo = 0xBF;
 };

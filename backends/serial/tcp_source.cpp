@@ -16,20 +16,21 @@ namespace {
 
 using std::chrono::steady_clock;
 
-/// Nobody asks for the source any more: the form asks twice a second while it wants its link.
+/// Time without a call of Open after which the source gives up: the form calls it twice a second while it wants its
+/// link.
 constexpr auto Forgotten = std::chrono::seconds(2);
 
-/// The system itself would try for two minutes, in which the next address is not tried.
+/// Without this limit the system would try for two minutes before the next address is tried.
 constexpr auto LongestConnecting = std::chrono::seconds(10);
 
-// A peer that was switched off, or a cable that was pulled, sends no end: it is asked after ten seconds of silence, and
-// is gone when three questions, five seconds apart, had no answer.
+// A peer that is switched off, or a cable that is pulled, sends no end: the peer is probed after ten seconds of
+// silence, and counts as gone when three probes, five seconds apart, had no answer.
 constexpr int SilentSeconds = 10;
 constexpr int SecondsBetweenQuestions = 5;
 constexpr int Questions = 3;
 
 void SetOption(int socket, int level, int name, int value) {
-    ::setsockopt(socket, level, name, &value, sizeof value); // without it the end of the link is found later
+    ::setsockopt(socket, level, name, &value, sizeof value); // on failure the end of the link is only found later
 }
 
 } // namespace
@@ -56,7 +57,7 @@ void TcpSource::Find(LookUp& lookUp, const std::string& host, std::uint16_t port
 
 void TcpSource::BeginLookUp() {
     LookUp_ = std::make_shared<LookUp>();
-    Find(*LookUp_, Host_, Port_, AI_NUMERICHOST); // which asks nobody
+    Find(*LookUp_, Host_, Port_, AI_NUMERICHOST); // this makes no query
     if (!LookUp_->Found.empty()) {
         LookUp_->Done = true;
         return;
@@ -68,7 +69,7 @@ void TcpSource::BeginLookUp() {
     }).detach();
 }
 
-/// False while the host is being looked up.
+/// Takes the result of the look-up. Returns false while it is in progress.
 bool TcpSource::TakeUpLookUp() {
     if (!LookUp_->Done)
         return false;
@@ -152,7 +153,7 @@ TcpSource::Progress TcpSource::LookAtConnecting() {
     return error == 0 ? Progress::Connected : Progress::Failed;
 }
 
-/// A look-up goes on: whoever opens the source again finds its outcome.
+/// A look-up continues, and its result is used when the source is opened again.
 void TcpSource::Close() {
     Socket_.Close();
     Connected_ = false;

@@ -19,8 +19,8 @@ class TcpSource final : public ByteSource {
 public:
     TcpSource(std::string host, std::uint16_t port) : Host_(std::move(host)), Port_(port) {}
 
-    /// Looks the host up, connects to the first of its addresses that answers, and is open once it is connected. Where
-    /// the host is a number of this machine's own that is at once.
+    /// Looks up the host, connects to the first of its addresses that answers, and is open once connected. Connecting
+    /// to a numeric address of this machine is immediate.
     SourceTrouble Open(const Text& lineSettings) override;
     void Close() override;
     ReadState TakeAvailable(std::string& bytes) override;
@@ -35,12 +35,12 @@ private:
         socklen_t Length = 0;
     };
 
-    /// What a thread of its own finds out: the system's look-up waits, for seconds where a network is bad. The thread
-    /// may outlive the source.
+    /// The result of a look-up, which runs in its own thread because the system's look-up blocks, for seconds on a bad
+    /// network. The thread may outlive the source.
     struct LookUp {
         std::atomic<bool> Done{false};
         std::vector<HostAddress> Found;
-        std::string Why; ///< nothing was found
+        std::string Why; ///< reason if nothing was found
     };
 
     static void Find(LookUp& lookUp, const std::string& host, std::uint16_t port, int flags);
@@ -54,12 +54,12 @@ private:
 
     std::string Host_;
     std::uint16_t Port_;
-    std::shared_ptr<LookUp> LookUp_; ///< under way
-    std::vector<HostAddress> Left_;  ///< addresses that were not tried yet, the next one last
+    std::shared_ptr<LookUp> LookUp_; ///< look-up in progress; null if none
+    std::vector<HostAddress> Left_;  ///< addresses not tried yet, the next one last
     backends::Descriptor Socket_;
     bool Connected_ = false;
-    Moment Asked_{}; ///< when the source was last asked to be open
-    Moment Begun_{}; ///< when the connection under way was begun
+    Moment Asked_{}; ///< time of the last call of Open
+    Moment Begun_{}; ///< start of the current connection attempt
     std::string Why_;
 };
 
