@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What a person would see of a painted cell.
+// What is visible of a painted cell.
 #pragma once
 
 #include "src/view/platform/canvas.h"
@@ -11,7 +11,7 @@ namespace backends {
 
 using namespace platform;
 
-/// A text on a cell. Its box is in pixels of the grid; one that was drawn on a line has neither width nor height.
+/// A text on a cell. Its box is in pixels of the grid; a text that was drawn on a line has no width and no height.
 struct PaintedText {
     std::int32_t X = 0, Y = 0, Width = 0, Height = 0;
     AlignX Horizontal = AlignX::Start;
@@ -24,12 +24,12 @@ struct PaintedText {
 /// What was drawn on a cell since it was last cleared. Colours are 0xBBGGRR.
 struct CellPicture {
     std::int32_t Background = 0;
-    std::optional<std::int32_t> Frame; ///< its colour, where there is one
+    std::optional<std::int32_t> Frame; ///< colour of its frame, if there is one
     std::vector<PaintedText> Texts;    ///< in the order of drawing
     bool operator==(const CellPicture&) const = default;
 };
 
-/// The canvas of one draw-cell event: it keeps what is drawn.
+/// The canvas of one draw-cell event, which records what is drawn.
 class RecordingCanvas final : public CellCanvas {
 public:
     void SetForeColor(std::int32_t colour) override { Fore = colour; }
@@ -40,7 +40,7 @@ public:
     void DrawBox(std::int32_t x, std::int32_t y, std::int32_t width, std::int32_t height, AlignX horizontal,
                  AlignY vertical, const Text& text) override;
 
-    /// Nothing for a cell that its painter left alone.
+    /// Returns the picture; nothing if nothing was drawn.
     const std::optional<CellPicture>& Picture() const { return Drawn; }
 
 private:

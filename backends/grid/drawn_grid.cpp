@@ -9,7 +9,7 @@ namespace backends {
 
 namespace {
 
-constexpr std::int32_t CurrentCell = -1; // the `selected` of a draw-cell event
+constexpr std::int32_t CurrentCell = -1; // value of `selected` in a draw-cell event
 
 } // namespace
 
@@ -23,7 +23,7 @@ void DrawnGrid::TakeKey(std::int32_t keyCode) {
         return;
     switch (Key{keyCode}) {
     case Key::Up:
-        SetRow(Row() - 1); // a row or a column outside of the grid is not taken
+        SetRow(Row() - 1); // a row or column outside of the grid is ignored
         break;
     case Key::Down:
         SetRow(Row() + 1);
@@ -47,7 +47,7 @@ void DrawnGrid::TakeKey(std::int32_t keyCode) {
     }
 }
 
-/// By as many rows as stand whole on the page, and never past the last one.
+/// Moves down by the number of rows that are completely on the page, and not past the last page.
 void DrawnGrid::TurnPageDown() {
     std::int32_t rows = 0;
     while (RowOnScreen(TopRow() + rows))
@@ -56,12 +56,12 @@ void DrawnGrid::TurnPageDown() {
     SetTopRow(std::min(TopRow() + std::max(rows, 1), lastTop));
 }
 
-/// By as many rows as have room on a page above the one that is at its head now.
+/// Moves up by the number of rows that fit on a page above the current first one.
 void DrawnGrid::TurnPageUp() {
     SetTopRow(PageUpFrom(TopRow()));
 }
 
-/// The first row of a page that ends above that row: one row at least, where there is one.
+/// Returns the first row of a page that ends just above `row`: one row at least, if there is one.
 std::int32_t DrawnGrid::PageUpFrom(std::int32_t row) const {
     std::int32_t top = row;
     float height = 0;
@@ -133,8 +133,8 @@ bool DrawnGrid::PaintIfWanted() {
     return true;
 }
 
-/// Before the page is painted: where it begins decides whether a scroll bar takes room, and a row that has wrapped
-/// beside one stays as high as that.
+/// Fills the empty part of a page. This comes before painting: the first row on the page decides whether a scroll bar
+/// needs space, and a row that has wrapped beside a scroll bar keeps that height.
 bool DrawnGrid::FillPage() {
     if (!Visible() || HandIsDown || (FieldIsOpen != nullptr && FieldIsOpen()) || TopRow() <= LastTop())
         return false;
@@ -155,7 +155,7 @@ void DrawnGrid::PaintCell(const CellToPaint& cell) {
     if (DrawCell != nullptr)
         DrawCell(canvas, cell.Row, cell.Col, cell.X, cell.Y, cell.Width, cell.Height, cell.Current ? CurrentCell : 0);
     if (!Visible())
-        return; // painted for its effect on the sizes
+        return; // painted only for its effect on the sizes
     if (canvas.Picture())
         Pictures[{cell.Row, cell.Col}] = *canvas.Picture();
     else

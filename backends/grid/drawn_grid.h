@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// A grid whose cells the application paints: it keeps what was painted, knows when it is to be painted again, and moves
-// by key. What a back-end adds is where the pictures are seen.
+// A grid whose cells the application paints: it records what was painted, knows when to repaint, and handles keys. A
+// back-end adds the display of the pictures.
 #pragma once
 
 #include "backends/grid/cell_picture.h"
@@ -17,40 +17,41 @@ using DrawCellHandler = void (*)(CellCanvas&, std::int32_t row, std::int32_t col
 
 class DrawnGrid : public GridStore {
 public:
-    /// What was last painted of a cell that stands on the page; nothing where nothing was.
+    /// Returns what was last painted of a cell on the page; null if nothing was.
     const CellPicture* Picture(std::int32_t row, std::int32_t col) const;
 
-    /// What a round of events leaves to the grid: an empty part of the page is filled, once a round, and the page is
-    /// painted if it has come to look different. Whether there was anything.
+    /// Called in each round of events: fills an empty part of the page, once a round, and paints the page if its look
+    /// has changed. Returns true if it did either.
     bool RaisePainting();
     void PaintNow() override { PaintIfWanted(); }
     void WantPainting() { PaintWanted = true; }
 
-    /// The arrows move the current cell; the page keys turn the page where the device's grids do so.
+    /// Arrow keys move the current cell; page keys turn the page on devices whose grids do that.
     void TakeKey(std::int32_t keyCode);
 
     struct CellPlace {
         std::int32_t Row = 0, Col = 0;
     };
-    /// The cell under a point, in pixels from the grid's corner.
+    /// Returns the cell at a point, in pixels from the grid's corner.
     std::optional<CellPlace> CellAt(std::int32_t x, std::int32_t y) const;
-    /// The first row of a page that has been moved on, or back, by rows that have a height: never past the last page.
+    /// Returns the first row of a page after scrolling down, or up if negative, by rows that have a height, but not
+    /// past the last page.
     std::int32_t ScrolledTop(std::int32_t top, std::int32_t rows) const;
-    /// The first row of the last page.
+    /// Returns the first row of the last page.
     std::int32_t LastTop() const;
-    /// Moves the page to where a row stands on it, by as little as it takes.
+    /// Scrolls as little as necessary to show a row on the page.
     void BringOnPage(std::int32_t row);
 
     bool TurnsPages = false;
-    bool HandIsDown = false;         ///< on a cell, which must not move away under it
-    bool (*FieldIsOpen)() = nullptr; ///< over a cell, which must not move away under it either
-    void (*Moved)() = nullptr;       ///< the current cell is another one
-    void (*Painted)() = nullptr;     ///< the page, and no handler is waiting for it
+    bool HandIsDown = false;         ///< the pointer is down on a cell, which must not move meanwhile
+    bool (*FieldIsOpen)() = nullptr; ///< true if a field is open over a cell, which must not move meanwhile
+    void (*Moved)() = nullptr;       ///< called when the current cell has changed
+    void (*Painted)() = nullptr;     ///< called when the page was painted and no handler waits for that
     DrawCellHandler DrawCell = nullptr;
 
 protected:
     void LooksChanged() override { WantPainting(); }
-    virtual void Repainted() {} ///< the page has been painted
+    virtual void Repainted() {} ///< called when the page has been painted
 
 private:
     bool PaintIfWanted();

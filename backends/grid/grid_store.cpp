@@ -39,7 +39,8 @@ void GridStore::SetCols(std::int32_t cols) {
     PullBack();
 }
 
-/// Being pulled back into a smaller grid is nobody's choice: no event comes of it.
+/// Moves the current cell and the page into a grid that has become smaller. The user has not moved them, so there is no
+/// event.
 void GridStore::PullBack() {
     CurrentRow = std::clamp(CurrentRow, 0, std::max(Rows() - 1, 0));
     CurrentCol = std::clamp(CurrentCol, 0, std::max(Cols() - 1, 0));
@@ -65,7 +66,7 @@ void GridStore::SetCurrentCell(std::int32_t row, std::int32_t col) {
     CurrentCol = col;
     if (!Shown && !insideRow)
         PaintRows(std::min(oldRow, row), std::max(oldRow, row));
-    ScrollTo(CurrentRow); // painting may have hidden the row, and the selection moved on
+    ScrollTo(CurrentRow); // painting may have hidden the row and moved the selection
     if (!changed)
         return;
     Changed();
@@ -81,7 +82,8 @@ void GridStore::Announce() {
     LeaveHiddenRow();
 }
 
-/// A row without a height is not offered. Only once the handlers of a move have come back: they may move on themselves.
+/// Leaves a row without a height. This is done after the handlers of a move have returned, because they may move the
+/// cell themselves.
 void GridStore::LeaveHiddenRow() {
     if (!Shown || Announcing > 0 || !HasRow(CurrentRow) || At(CurrentRow).Height > 0)
         return;
@@ -90,7 +92,7 @@ void GridStore::LeaveHiddenRow() {
         SetRow(row);
 }
 
-/// The next row with a height, else the nearest one before; -1 when there is none.
+/// Returns the next row with a height, or else the nearest one before; -1 if there is none.
 std::int32_t GridStore::NearestShownRow() const {
     for (std::int32_t row = CurrentRow + 1; row < Rows(); ++row) {
         if (At(row).Height > 0)
@@ -161,7 +163,7 @@ std::int32_t GridStore::HeightBetween(std::int32_t from, std::int32_t to) const 
 bool GridStore::RowOnScreen(std::int32_t row) const {
     if (!HasRow(row) || row < FirstOnPage)
         return false;
-    std::int32_t height = 0; // no further than the page: a list may have any number of rows
+    std::int32_t height = 0; // not beyond the page, because a list may have any number of rows
     for (std::int32_t r = FirstOnPage; r <= row; ++r) {
         height += At(r).Height;
         if (static_cast<float>(height) > Place.Height)
@@ -170,7 +172,7 @@ bool GridStore::RowOnScreen(std::int32_t row) const {
     return true;
 }
 
-/// Brings the current row onto the page, by as little as it takes.
+/// Scrolls as little as necessary to show the row on the page.
 void GridStore::ScrollTo(std::int32_t row) {
     std::int32_t top = std::min(FirstOnPage, row);
     std::int32_t height = HeightBetween(top, row);
@@ -235,18 +237,18 @@ void GridStore::PaintPage() {
     KeepsRow = false;
 }
 
-/// Whether the page has moved for that.
+/// Scrolls the page to the current row if painting has pushed it off the page. Returns true if the page has moved.
 bool GridStore::BringsRowBack() {
     if (!KeepsRow || !HasRow(CurrentRow) || RowOnScreen(CurrentRow))
         return false;
     const std::int32_t top = FirstOnPage;
-    Painting = true; // the page is about to be painted anyway
+    Painting = true; // no LooksChanged: the page is about to be painted anyway
     ScrollTo(CurrentRow);
     Painting = false;
     return FirstOnPage != top;
 }
 
-/// The page may get longer while it is painted, as rows of hidden fields give their height away.
+/// The number of rows on the page may grow while it is painted, when rows of hidden fields lose their height.
 void GridStore::PaintRowsOfPage() {
     Painting = true;
     std::int32_t y = 0;
@@ -257,7 +259,7 @@ void GridStore::PaintRowsOfPage() {
     Painting = false;
 }
 
-/// Where a row begins, in pixels from the head of the page; 0 for one above it.
+/// Returns the top of a row in pixels from the top of the page; 0 for a row above the page.
 std::int32_t GridStore::TopOf(std::int32_t row) const {
     return row > FirstOnPage ? HeightBetween(FirstOnPage, row - 1) : 0;
 }
@@ -279,7 +281,7 @@ void GridStore::PaintRow(std::int32_t row, std::int32_t y) {
     CellToPaint cell;
     cell.Row = row;
     cell.Y = y;
-    // A row without a height does not come on screen: painting it would make a hidden row grow again whose text wraps.
+    // A row without a height is not painted: painting would give a hidden row a height again if its text wraps.
     for (std::int32_t col = 0; col < Cols() && RowHeight(row) > 0; ++col) {
         cell.Col = col;
         cell.Width = ColWidth(col);

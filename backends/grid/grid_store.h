@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// What every back-end's grid has in common: the cells, the current one, scrolling, and the events that come of them. A
-// back-end derives from it, raises the events and does the painting: of a hidden grid each row that the selection
-// passes, of one on show the page, once the grid has come to look different.
+// What the grids of all back-ends have in common: the cells, the current one, scrolling, and the resulting events. A
+// back-end derives from it, raises the events and paints: of a hidden grid each row that the selection passes, of a
+// visible one the page when its look has changed.
 #pragma once
 
 #include "src/view/platform/grid.h"
@@ -13,7 +13,7 @@ namespace backends {
 
 using namespace platform;
 
-/// A cell that is to be painted, with its box in pixels from the grid's corner.
+/// A cell to be painted, with its box in pixels from the grid's corner.
 struct CellToPaint {
     std::int32_t Row = 0, Col = 0;
     std::int32_t X = 0, Y = 0, Width = 0, Height = 0;
@@ -34,7 +34,7 @@ public:
     void SetRow(std::int32_t row) override;
     std::int32_t Col() const override { return CurrentCol; }
     void SetCol(std::int32_t col) override;
-    /// Both in one step, with one event: a tap.
+    /// Sets row and column in one step, with one event: a tap.
     void SetCurrentCell(std::int32_t row, std::int32_t col);
 
     std::int32_t TopRow() const override { return FirstOnPage; }
@@ -63,24 +63,24 @@ public:
     void SetFontName(const Text& name) override;
     std::int32_t FontSize() const override { return Size; }
     void SetFontSize(std::int32_t size) override;
-    /// From now on the font comes in these sizes alone, and any other is refused; none given: in every size.
+    /// Restricts the font to these sizes; any other size is refused. An empty list allows every size.
     void OfferFontSizes(std::vector<std::int32_t> sizes) { FontSizes = std::move(sizes); }
 
-    /// Whether a cell can be tapped: it is there, and its row has a height.
+    /// True if a cell can be tapped: it exists and its row has a height.
     bool Offers(std::int32_t row, std::int32_t col) const;
 
 protected:
     virtual void RowColChanged() = 0;
     /// Paints one cell. It may set widths and heights.
     virtual void PaintCell(const CellToPaint& cell) = 0;
-    /// The grid looks different from now on: PaintPage is wanted, as soon as the back-end comes to it.
+    /// Called when the look of the grid has changed: the back-end must call PaintPage when it can.
     virtual void LooksChanged() = 0;
 
-    /// Paints the rows on the page, and once more when that has changed a size or the selection. Never a third time:
-    /// two columns that wrap in one row take turns at its height for ever. Where it finds the current row pushed off
-    /// the page that it was moved onto, the page follows.
+    /// Paints the rows on the page, and once more if painting has changed a size or the selection. There is no third
+    /// time, because two columns that wrap in one row could change its height alternately without end. If painting has
+    /// pushed the current row off the page to which it was moved, the page follows and is painted again.
     void PaintPage();
-    /// The page begins with that row from now on, and keeps the current row where that stands on it.
+    /// Makes a row the first one on the page, and keeps the current row on the page if it is there.
     void PullPageTo(std::int32_t row);
 
 private:
@@ -121,10 +121,10 @@ private:
     Text Font;
     std::int32_t Size = 0;
     std::vector<std::int32_t> FontSizes;
-    int Announcing = 0; ///< handlers of a move that have not come back yet
+    int Announcing = 0; ///< number of handlers of a move that have not returned yet
     bool Painting = false;
     bool ChangedByPainting = false;
-    bool KeepsRow = false; ///< the current row was brought on the page, and has not been painted there yet
+    bool KeepsRow = false; ///< the current row was scrolled onto the page and has not been painted there yet
 };
 
 } // namespace backends
