@@ -7,7 +7,7 @@ namespace backends {
 
 namespace {
 
-constexpr const char* Version = "5.2"; // one that every kind of device has had, or could
+constexpr const char* Version = "5.2"; // a version that is possible for every kind of device
 
 const HostVolume DesktopFolder = {u".\\", 65536};
 const HostVolume PalmMemory = {u"Device:\\", 65536};

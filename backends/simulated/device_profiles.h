@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// What a device of each kind reports of itself when nothing else is said: one row a kind, beside what the application
-// does on it (src/view/platform/device_traits.h).
+// What a device of each kind reports of itself by default: one row a kind. What the application does differently on
+// each is in src/view/platform/device_traits.h.
 #pragma once
 
 #include "backends/files/host_volumes.h"
@@ -20,7 +20,7 @@ struct ScreenSize {
     bool operator==(const ScreenSize&) const = default;
 };
 
-/// A key that a device has, by the number that its key events bear.
+/// A key of a device, with the code of its key events.
 struct DeviceKey {
     DeviceKey(Key key, const char* name) : Code(CodeOf(key)), Name(name) {}
 
@@ -29,22 +29,21 @@ struct DeviceKey {
 };
 
 struct DeviceProfile {
-    const char* Name = ""; ///< for an option: "palm-hires"
+    const char* Name = ""; ///< as in an option: "palm-hires"
     DeviceKind Kind = DeviceKind::Other;
-    const char* Device = ""; ///< for people
+    const char* Device = ""; ///< description for the user
     ScreenSize Screen;
     const char* OsVersion = "";
-    HostVolume Volume; ///< the one that it has
+    HostVolume Volume; ///< its one volume
     std::vector<DeviceKey> Keys;
 };
 
 const std::vector<DeviceProfile>& DeviceProfiles();
 
-/// The profile of a device type: the first of that type or, where there is none, that of a device that nothing is known
-/// of.
+/// Returns the profile of a device type: the first one of that type or, if there is none, that of an unknown device.
 const DeviceProfile& ProfileOfType(std::int32_t deviceType);
 
-/// The profile of a name; nothing for a name that none has.
+/// Returns the profile with a name; null if there is none.
 const DeviceProfile* ProfileNamed(std::string_view name);
 
 } // namespace backends

@@ -22,7 +22,7 @@ public:
         return DeviceFailed;
     }
 
-    /// Half of the lines are passed over before the disk fails: what was passed must not be taken for all there is.
+    /// Skips half of the lines before the failure: the caller must not take the skipped lines for all lines.
     ErrorNumber SkipLines(std::int64_t most, std::int64_t& passed) override {
         if (!Faults.StrikeRead())
             return Inner->SkipLines(most, passed);
@@ -32,7 +32,8 @@ public:
         return DeviceFailed;
     }
 
-    /// While something is to fail the lines come one at a time, so that each read and each write of one can be it.
+    /// While an operation is to fail, lines are returned one at a time, so that each read and each write of a line can
+    /// be the failing one.
     ErrorNumber ReadLines(std::int64_t most, std::string_view& lines, std::int64_t& taken) override {
         if (!Faults.StrikeRead())
             return Inner->ReadLines(Faults.Armed() ? std::min<std::int64_t>(most, 1) : most, lines, taken);
@@ -50,7 +51,7 @@ public:
 
     ErrorNumber CheckName() override { return Inner->CheckName(); }
 
-    /// What was written is given up where a line of it has failed, or its way to the medium: the stream is not closed.
+    /// If a line or the closing fails, the inner stream is not closed, which discards what was written.
     ErrorNumber Close() override {
         if (Wrote && Faults.Strike())
             Broken = true;
@@ -69,7 +70,7 @@ private:
     std::unique_ptr<TextStream> Inner;
     DiskFaults& Faults;
     bool Wrote = false;
-    bool Broken = false; ///< a line is missing
+    bool Broken = false; ///< a line was not written
 };
 
 } // namespace
@@ -178,7 +179,7 @@ ErrorNumber FailingDatabase::EndBatch(DatabaseId database) {
     const auto found = OpenOnes.find(database);
     if (found == OpenOnes.end() || !Faults.Strike())
         return Inner.EndBatch(InnerId(database));
-    // A batch whose end fails is lost as a whole, and closing the database in the middle of it is what loses it.
+    // A batch whose end fails is discarded as a whole; closing the database in the middle of the batch does that.
     OpenOne& opened = found->second;
     Inner.Close(opened.Id);
     opened.Id = Inner.Open(opened.Name, opened.Mode).Id;

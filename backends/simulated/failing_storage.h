@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
-// Storage whose disk is full, or can't be read, when it is told so: each class forwards to a real one and fails what is
-// due to fail. The real ones know nothing of it. What could not be made, for whatever reason, is told to who listens.
+// Storage whose disk is full or unreadable on request: each class forwards to a real one and fails the operations that
+// are due to fail. The real classes do not depend on it. A setting that could not be stored, for whatever reason, is
+// reported to an observer.
 #pragma once
 
 #include "src/view/platform/device.h"
@@ -13,34 +14,36 @@ namespace backends {
 
 using namespace platform;
 
-/// Shared by all that use one disk. Counted as a write is each line or block of lines written, each closing of a stream
-/// that wrote, each stream made anew, file copied or moved and folder made; of a database its making, each declaring,
-/// adding, writing, committing and deleting of a record, each shifting and renumbering and each end of a batch; each
-/// setting saved. Counted as a read is each opening of a file that is there, and of a text file each line or block of
-/// lines read, or run of lines passed over. While anything is to fail a block is one line. Deleting files never fails.
+/// The failures of one disk, shared by all classes that use it. Counted as a write: each line or block of lines
+/// written, each closing of a stream that wrote, each stream newly created, file moved and folder created; of a
+/// database its creation, each declaring, adding, writing, committing and deleting of a record, each shifting and
+/// renumbering and each end of a batch; each setting saved. Counted as a read: each opening of an existing file or
+/// database, and of a text file each line or block of lines read, or run of lines skipped. While any failure is due a
+/// block is one line. Deleting files never fails.
 class DiskFaults {
 public:
-    /// The next `writes` write operations fail; -1 means all from now on, 0 none. `good` of them pass before that.
+    /// Makes the next `writes` write operations fail; -1 means all from now on, 0 none. `good` operations succeed
+    /// before that.
     void FailNext(std::int32_t writes, std::int32_t good = 0) { Writes = {writes, good}; }
     /// The same for reads.
     void FailNextReads(std::int32_t reads, std::int32_t good = 0) { Reads = {reads, good}; }
-    /// Whether the operation at hand is to fail, and counts it.
+    /// Counts a write operation. Returns true if it must fail.
     bool Strike() { return Strikes(Writes); }
     bool StrikeRead() { return Strikes(Reads); }
-    /// Whether any operation to come is to fail.
+    /// True if any later operation is to fail.
     bool Armed() const { return Writes.Left != 0 || Reads.Left != 0; }
 
-    /// Called at each operation, before it: for who wants to show that work goes on.
+    /// Called before each operation, to show that work continues.
     std::function<void()> Working;
 
-    /// Told that a setting could not be stored, where the form goes on without a word. Of files, their lines and
-    /// folders those tell who know what is lost with them.
+    /// Called when a setting could not be stored, because the form goes on without a message. Failures of files, lines
+    /// and folders are reported by the code that knows what is lost with them.
     std::function<void(const Text& setting, ErrorNumber error)> NotStored;
 
 private:
     struct Count {
-        std::int32_t Left = 0; ///< that are to fail; -1 for all
-        std::int32_t Good = 0; ///< that pass before
+        std::int32_t Left = 0; ///< number that are to fail; -1 for all
+        std::int32_t Good = 0; ///< number that succeed before
     };
     bool Strikes(Count& count) const;
 
@@ -97,7 +100,7 @@ public:
 
 private:
     struct OpenOne {
-        DatabaseId Id = 0; ///< the real one's
+        DatabaseId Id = 0; ///< id in the real database
         Text Name;
         DatabaseMode Mode = DatabaseMode::Read;
     };

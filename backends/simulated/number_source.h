@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Numbers by chance that come again with their seed, the same on every machine.
+// A seeded random generator with the same numbers on every machine.
 #pragma once
 
 #include "src/view/platform/device.h"
@@ -16,7 +16,8 @@ public:
     double Next() override;
 
 private:
-    std::mt19937 Engine; ///< the standard lays its numbers down; those of its distributions it leaves to each library
+    std::mt19937
+        Engine; ///< the standard fixes its numbers; those of the standard distributions differ between libraries
 };
 
 } // namespace backends
