@@ -19,7 +19,7 @@ int Descriptor::Close() {
         return 0;
     const int closed = ::close(Number_);
     Number_ = -1;
-    // An interrupted close has released the number all the same.
+    // An interrupted close has released the descriptor too.
     return closed == 0 || errno == EINTR ? 0 : errno;
 }
 

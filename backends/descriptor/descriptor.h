@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
-// The owner of a file descriptor, and the calls on one that a signal has interrupted.
+// The owner of a file descriptor, and the repetition of system calls that a signal has interrupted.
 #pragma once
 
 #include <cerrno>
 
 namespace backends {
 
-/// The result of a call of the host, made again as often as a signal has interrupted it.
+/// Repeats a system call while a signal interrupts it, and returns its result.
 template <class Call>
 auto Repeated(Call call) {
     auto result = call();
@@ -15,7 +15,7 @@ auto Repeated(Call call) {
     return result;
 }
 
-/// Owns a file descriptor, and closes it at the end of its life.
+/// Owns a file descriptor and closes it on destruction.
 class Descriptor {
 public:
     Descriptor() = default;
@@ -26,7 +26,7 @@ public:
 
     bool Valid() const { return Number_ >= 0; }
     int Number() const { return Number_; } ///< -1 for none
-    /// Returns 0 where it is closed, also where there was none, or the reason: a write may have failed.
+    /// Returns 0 if it is closed now, also if it was before, or the errno of the failure: a write may have failed.
     int Close();
 
 private:
