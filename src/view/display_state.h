@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What start-up has found out about the device's display, and the last word of its soft keyboard.
+// The device's display as found at start-up, and the last state of its soft keyboard.
 #pragma once
 
 #include "src/text/text.h"
@@ -8,7 +8,7 @@ namespace modPDAUI {
 
 /// The arguments of the last keyboard event.
 struct KeyboardState {
-    std::int16_t State = 0;                                ///< not 0: the soft keyboard is on show
+    std::int16_t State = 0;                                ///< not 0: the soft keyboard is shown
     std::int32_t Left = 0, Top = 0, Width = 0, Height = 0; ///< pixels
 };
 
@@ -18,7 +18,7 @@ struct DisplayState {
     bool ColourOn = true;      ///< grids draw in colour; start-up and ToggleColour set it
     Text DefaultFontName;      ///< grdMain's font at start-up, for the status strip
     std::int32_t DefaultFontSize = 0;
-    std::int32_t SelectedBackColor = 0; ///< the selected cell; InitDisplay sets the three
+    std::int32_t SelectedBackColor = 0; ///< colours of the selected cell; InitDisplay sets the three
     std::int32_t SelectedTextColor = 0;
     std::int32_t SelectedFrameColor = 0;
     KeyboardState KeyboardRect; ///< set by the keyboard event
@@ -29,11 +29,11 @@ inline DisplayState Display;
 
 namespace frmQuorin {
 
-/// The members of the form that are no controls.
+/// The state of the form that is not in controls.
 struct FormState {
     bool FormInitialised = false;    ///< the first activation has run
     bool HoldEventFired = false;     ///< the hold timer fired during the present press
-    std::int64_t lastTimerEvent = 0; ///< when tmrBlue last ticked, in steady seconds; the capture moves it on as well
+    std::int64_t lastTimerEvent = 0; ///< when tmrBlue last ticked, in steady seconds; the capture sets it too
 };
 inline FormState Form;
 

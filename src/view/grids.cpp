@@ -15,8 +15,8 @@ namespace {
 
 constexpr std::int32_t RepaintDelay = 100; // milliseconds
 
-/// Visits the first and the last row, which forces every row through painting, with the grid hidden so that nobody sees
-/// it and no row-change event comes of it. `shown`: whether it is on show afterwards.
+/// Selects the first and then the last row, which paints every row. The grid is hidden meanwhile, so that this is not
+/// visible and raises no row-change event. `shown`: the grid is visible afterwards.
 void PaintThrough(platform::OwnerDrawGrid& grid, bool shown) {
     grid.Recalc();
     grid.SetVisible(false);
@@ -42,7 +42,7 @@ void RepaintGrids(bool now) {
     }
     Grids.GridLocked = false;
     PaintThrough(Device().grdTitle, true);
-    // A refresh that was pending when a prompt opened must not bring the grid up over its field.
+    // A refresh that was pending when a prompt opened must not show the grid over the prompt's field.
     PaintThrough(Device().grdMain, !OnPromptScreen());
     Device().grdMain.SetFocus();
     Grids.RepaintPending = false;

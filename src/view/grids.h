@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The deferred refresh of the grids and what else works on their rows.
+// The deferred refresh of the grids, and operations on their rows.
 #pragma once
 
 #include "src/text/text.h"
@@ -9,33 +9,33 @@
 namespace modPDAUI {
 
 struct GridState {
-    bool GridLocked = false;     ///< nothing is painted and selection is ignored; a filling list raises it
+    bool GridLocked = false;     ///< nothing is painted and selection is ignored; set while a list is filled
     bool RepaintPending = false; ///< a deferred refresh is armed; RepaintGrids writes it
     /// Last row of a record that had a height, for the direction of travel; row changes and RestoreGrids write it.
     std::int32_t LastVisibleRow = 0;
 };
 inline GridState Grids;
 
-/// With `now` false: in 100 ms. With `now` true: walks the selection of both hidden grids through all rows, which
-/// paints each once and so settles heights and widths, and gives grdMain the focus.
+/// Without `now`: requests a refresh in 100 ms. With `now`: hides both grids and moves their selection through all
+/// rows, which paints each row once and so computes its height and the widths; then grdMain has the focus.
 void RepaintGrids(bool now);
 inline void RepaintGridsSoon() {
     RepaintGrids(false);
 }
 
-/// The tick of tmrMenus, always the last one until the next request.
+/// Handles the tick of tmrMenus, and stops the timer until the next request.
 void HandleRepaintTimer();
 
-/// Makes grdMain a list of these texts, one a row, in column 0.
+/// Fills grdMain with these texts, one a row, in column 0.
 void ShowList(const std::vector<Text>& texts);
 
 /// Appends a row to a one-column list that starts with one empty row.
 void AddGridRow(const Text& text);
 
-/// Moves the page of grdMain so that the current row stands on it.
+/// Scrolls grdMain so that the current row is on the page.
 void ScrollRowIntoView();
 
-/// Width that a scroll bar takes, in pixels; 0 on the devices that draw it over the cells.
+/// Returns the width of a scroll bar in pixels; 0 on devices that draw it over the cells.
 std::int16_t ScrollBarWidth();
 
 } // namespace modPDAUI

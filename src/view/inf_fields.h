@@ -20,14 +20,14 @@ struct InfField {
     bool Visible = false;         ///< shown on the record screen
     bool Copy = false;            ///< "New Record" carries the value over from the last record
     Text CopyValue;               ///< that value, while the command runs
-    Text Blob;                    ///< the item of a BLob that fills the field, empty for none
+    Text Blob;                    ///< the item of a BLob that fills the field; empty: none
     std::int32_t Display = White; ///< colour of the row, 0xBBGGRR
     FieldType DataType = FieldType::Text;
-    Text Formula; ///< automatic date or time, empty for none
+    Text Formula; ///< automatic date or time; empty: none
 };
 
 struct InfState {
-    /// Row n stands at n less 1. Filled by OpenDownload, emptied by the screens that edit the inf table itself.
+    /// Row n is at index n - 1. Filled by OpenDownload, emptied by the screens that edit the inf table itself.
     std::vector<InfField> InfFields;
 };
 inline InfState Inf;

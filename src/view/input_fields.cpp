@@ -23,7 +23,7 @@ Box BoxOverCell(std::int32_t row, std::int32_t col) {
     box.Top = grdMain.Bounds().Top;
     for (std::int32_t r = grdMain.TopRow(); r < row; ++r)
         box.Top += static_cast<float>(grdMain.RowHeight(r));
-    // One pixel more each way covers the grid lines.
+    // One more pixel in width and height covers the grid lines.
     box.Width = static_cast<float>(grdMain.ColWidth(col) + 1);
     box.Height = static_cast<float>(grdMain.RowHeight(row) + 1);
     return box;
@@ -34,9 +34,9 @@ Box BoxOverCell(std::int32_t row, std::int32_t col) {
 void BeginCellEdit(std::int32_t row, std::int32_t col) {
     auto& grdMain = Device().grdMain;
     auto& field = Device().txtInputField;
-    // A field that still stands over another row would write this row's text into that one.
+    // A field that is still open over another row would write this row's text into that row.
     field.SetVisible(false);
-    grdMain.PaintNow(); // a page that has just been moved may have found another width for column 0
+    grdMain.PaintNow(); // after a scroll the width of column 0 may change
     field.SetMultiLine(false);
     field.SetFontName(grdMain.FontName());
     field.SetFontSize(grdMain.FontSize());
@@ -85,7 +85,7 @@ bool CloseCellEdit() {
         return false;
     Device().grdMain.SetFocus();
     if (Device().txtInputField.Visible())
-        TextFieldLostFocus(); // it did not have the focus
+        TextFieldLostFocus(); // the field did not have the focus
     Input.TakenAway = true;
     return true;
 }
@@ -121,7 +121,7 @@ void TextFieldLostFocus() {
     auto& field = Device().txtInputField;
     Input.InputFocused = false;
     if (field.Visible() && OnPromptScreen())
-        return; // the end of the prompt alone closes it
+        return; // only the end of the prompt closes it
     if (field.Visible())
         CellEdited(field.Contents());
     // Hidden first: emptying it raises its change event, which must not reach the cell.

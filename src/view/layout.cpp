@@ -22,13 +22,13 @@ using platform::Device;
 constexpr float DesktopWidth = 640;
 constexpr float DesktopHeight = 480;
 
-/// A soft keyboard may say of itself what no number of pixels can hold.
+/// Clamped, because the size that a soft keyboard reports may not fit into 32 bits.
 std::int32_t Pixels(float size) {
     constexpr float Farthest = 1'000'000; // no screen reaches that far
     return static_cast<std::int32_t>(std::nearbyint(std::clamp(size, -Farthest, Farthest)));
 }
 
-/// What is left of grdMain's width for its columns.
+/// Returns the part of grdMain's width that its columns can use.
 float UsableWidth() {
     return Device().grdMain.Bounds().Width - 2 * static_cast<float>(Display.UiScale);
 }
@@ -59,7 +59,7 @@ void SizeForm(bool desktop) {
     form.SetBounds(box);
 }
 
-/// Puts the title band at the head of the client area and grdMain under it, `overlap` pixels of the band beneath it.
+/// Puts grdMain below the title band, over its lowest `overlap` pixels; without a title it fills the client area.
 void PlaceMainGrid(float overlap) {
     const Box client = Device().form.ClientArea();
     auto& grdTitle = Device().grdTitle;
@@ -90,7 +90,7 @@ void LayOutCurrentScreenAgain() {
         grdMain.SetFocus();
 }
 
-/// The text box sits under a grid that is shortened by its height.
+/// Shortens the grid by the text box's height, and puts the text box below it.
 void PlaceFieldUnderGrid() {
     auto& field = Device().txtInputField;
     auto& grdMain = Device().grdMain;
@@ -126,7 +126,7 @@ void PlaceOverEditedRow(platform::Control& field) {
         return;
     auto& grdMain = Device().grdMain;
     grdMain.SetTopRow(Input.EditRow);
-    grdMain.PaintNow(); // where the page begins decides on a scroll bar, and that on the width of column 0
+    grdMain.PaintNow(); // the first row decides whether there is a scroll bar, which changes the width of column 0
     Box box = field.Bounds();
     box.Left = static_cast<float>(grdMain.ColWidth(0));
     box.Width = static_cast<float>(grdMain.ColWidth(1));
@@ -215,7 +215,7 @@ void LayOutMain(const ScreenDef& screen, bool reset) {
         LayOutSingleCell();
     else
         LayOutTable(screen, reset);
-    // The field of a prompt stands in the place of the grid.
+    // The field of a prompt is shown in place of the grid.
     grdMain.SetVisible(reset || !OnPromptScreen());
     grdMain.SetRow(0);
 }
@@ -233,7 +233,7 @@ void LayoutForm(bool desktop) {
 
 void LayoutScreen(bool reset) {
     ScreenDef& screen = modQuorin::ScreenRow(Screens.CurrentScreen);
-    // Half a pixel goes to the even number: 50 percent of 401 are 200. Multiplied first, so that a half is exactly one.
+    // Half a pixel is rounded to the even number: 50 percent of 401 is 200. Multiplied first, so that a half is exact.
     const double hundredths = static_cast<double>(UsableWidth()) * screen.ColumnPercent;
     screen.ColumnPixels = static_cast<std::int32_t>(std::nearbyint(hundredths / 100));
     LayOutTitle(screen, reset);

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The table of menus: what stands on the two soft menus of a screen. Data only; src/app/menus.cpp fills it, once.
+// The table of menus: the captions and items of the two soft menus of a screen. Data only; src/app/menus.cpp fills it,
+// once.
 #pragma once
 
 #include "src/view/screen_table.h"
@@ -14,7 +15,7 @@ enum class EntryMarker : std::int32_t {
     Back = 999,  ///< the entry goes Back, and its text is never dispatched
 };
 
-/// An entry of a menu. An empty text is not offered.
+/// An entry of a menu. An entry with an empty caption is not shown.
 struct MenuEntry {
     Text Caption;
     EntryMarker Marker = EntryMarker::Command;
@@ -26,11 +27,12 @@ struct MenuDef {
     std::array<EntryMarker, 6> Marker1{};
     std::array<Text, 6> Text2;
     std::array<EntryMarker, 6> Marker2{};
-    MenuId* Id = nullptr; ///< the variable that holds the row's number; null where nothing does
+    MenuId* Id = nullptr; ///< the variable that holds the row's number; null: none
 };
 
 struct MenuState {
-    std::vector<MenuDef> Table; ///< row n stands at n less 1; ApplyMenu copies a lone caption into entry 1, for good
+    std::vector<MenuDef> Table; ///< row n is at index n - 1; ApplyMenu permanently copies the caption of a menu without
+                                ///< items into entry 1
 };
 inline MenuState Menus;
 
@@ -38,16 +40,15 @@ inline MenuId MenuInput = 0, MenuFileSelect = 0, MenuMessage = 0, MenuBack = 0, 
               MenuOk = 0, MenuDrivers = 0, MenuDriverColumns = 0, MenuDownloads = 0, MenuDownload = 0, MenuSave = 0,
               MenuRecord = 0, MenuInstall = 0;
 
-/// Empties the table, and puts the variables that hold its numbers back to 0, as at program start.
+/// Empties the table and sets the variables that hold its row numbers to 0, as at program start.
 void ResetMenus();
 
-/// Appends a row of two menus, entries 0 to 5 each; entries left out are empty. Puts the row's number into the menu's
-/// variable.
+/// Appends a row of two menus with entries 0 to 5 each; omitted entries are empty. Sets `id` to the row's number.
 void AddMenu(MenuId& id, const std::array<MenuEntry, 6>& menu1, const std::array<MenuEntry, 6>& menu2);
 /// The same for a menu whose number is kept elsewhere. Returns that number.
 MenuId AddMenu(const std::array<MenuEntry, 6>& menu1, const std::array<MenuEntry, 6>& menu2);
 
-/// A row of the table. A number that is not in the table is a run-time failure.
+/// Returns a row of the table. A number that is not in the table is a run-time failure.
 MenuDef& MenuRow(MenuId id);
 
 } // namespace modQuorin

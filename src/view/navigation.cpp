@@ -14,7 +14,7 @@ void GotoScreen(ScreenId id) {
     Screens.CurrentScreen = id;
     ShowScreen(id);
     if (closed)
-        platform::Device().grdMain.SetFocus(); // the layout has taken it
+        platform::Device().grdMain.SetFocus(); // the layout took the focus from it
 }
 
 void ShowScreen(ScreenId id) {

@@ -1,19 +1,19 @@
 // SPDX-License-Identifier: MIT
-// Moving to a screen: the two grids are shaped anew, filled, and the menu is put on.
+// Moving to a screen: the two grids are shaped and filled, and the menu is set.
 #pragma once
 
 #include "src/view/screen_table.h"
 
 namespace modQuorin {
 
-/// Moves to a screen; the only way to do so. Going to the current screen fills it again, and makes it the previous
-/// screen as well.
+/// Moves to a screen; there is no other way, except for the prompt. Moving to the current screen fills it again, and
+/// also makes it the previous screen.
 void GotoScreen(ScreenId id);
 
-/// Shapes the grids, fills them and puts on the menu, without a change of CurrentScreen.
+/// Shapes the grids, fills them and sets the menu. CurrentScreen is not changed.
 void ShowScreen(ScreenId id);
 
-/// Runs the screen's own fill alone.
+/// Only calls the screen's own fill.
 void FillScreen(ScreenId id);
 
 } // namespace modQuorin

@@ -21,7 +21,7 @@ namespace {
 constexpr std::int32_t TitleBackColour = 0xFF0000; // 0xBBGGRR: pure blue
 constexpr std::int32_t TitleTextColour = 0xFFFFFF;
 
-constexpr std::int32_t WrappedMargin = 4; // pixels above the wrapped text's own height
+constexpr std::int32_t WrappedMargin = 4; // pixels added to the height of wrapped text
 
 struct Heights {
     std::int32_t Line = 0;
@@ -83,7 +83,7 @@ void PaintRecordCell(platform::CellCanvas& canvas, const PaintedCell& cell) {
         const modQuorin::InfField& field = fields[static_cast<std::size_t>(cell.Row)];
         backColour = field.Display;
         if (!field.Visible && cell.Height >= 1) {
-            Device().grdMain.SetRowHeight(cell.Row, 0); // the control does not offer it again
+            Device().grdMain.SetRowHeight(cell.Row, 0); // the control does not offer the row again
             return;
         }
     }
@@ -91,7 +91,7 @@ void PaintRecordCell(platform::CellCanvas& canvas, const PaintedCell& cell) {
         PaintPlainCell(canvas, cell);
         return;
     }
-    std::int32_t foreColour = 0; // with a background of 0 as well that means no colours: the form's are taken
+    std::int32_t foreColour = 0; // if the background is 0 too, the form's colours are used
     PaintListCell(canvas, cell, backColour, foreColour);
 }
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// How a cell of the two grids is painted. Painting is also what settles the layout: column 0 gets narrower when a
-// scroll bar is needed, a row grows when its text wraps, and the row of a hidden field collapses.
+// Painting of the cells of the two grids. Painting also determines the layout: column 0 gets narrower if a scroll bar
+// is needed, a row grows if its text wraps, and the row of a hidden field gets height 0.
 #pragma once
 
 #include "src/view/platform/canvas.h"
@@ -8,31 +8,31 @@
 
 namespace modPDAUI {
 
-/// The version of this build, as the start screen shows it: that of the project in CMakeLists.txt.
+/// The version shown on the start screen: that of the project in CMakeLists.txt.
 extern const std::int32_t VersionMajor;
 extern const std::int32_t VersionMinor;
 
-/// The version line: "V 0.27". The minor number has two digits at least.
+/// Returns the version line, such as "V 0.27". The minor number has two digits at least.
 Text VersionLine(std::int32_t majorNumber, std::int32_t minorNumber);
 
-/// One cell that is to be painted: its place in the grid and on the page, in pixels.
+/// A cell to be painted: its place in the grid, and its box on the page in pixels.
 struct PaintedCell {
     std::int32_t Row = 0, Col = 0;
     std::int32_t X = 0, Y = 0, Width = 0, Height = 0;
     bool Selected = false;
 };
 
-/// A cell of grdMain, by the draw style of the current screen.
+/// Paints a cell of grdMain in the draw style of the current screen.
 void DrawMainCell(platform::CellCanvas& canvas, const PaintedCell& cell);
 
-/// A cell of grdMain on a screen with a look of its own, and the collapse of hidden fields.
+/// Paints a cell of grdMain on a screen that is not a list, and sets the rows of hidden fields to height 0.
 void PaintScreenCell(modQuorin::ScreenId screen, platform::CellCanvas& canvas, const PaintedCell& cell);
 
-/// A cell of a list. Both colours 0 mean the form's own, and come back holding those.
+/// Paints a cell of a list. If both colours are 0, they are set to the form's own.
 void PaintListCell(platform::CellCanvas& canvas, const PaintedCell& cell, std::int32_t& backColour,
                    std::int32_t& foreColour);
 
-/// A cell of grdTitle, whose columns follow those of grdMain.
+/// Paints a cell of grdTitle, whose columns follow those of grdMain.
 void PaintTitleCell(platform::CellCanvas& canvas, const PaintedCell& cell);
 
 } // namespace modPDAUI

@@ -75,12 +75,12 @@ bool IsCalendarDate(const CalendarDate& date) {
     return static_cast<unsigned>(date.Day) <= static_cast<unsigned>(last.day());
 }
 
-/// A number of a date; a sign makes it none.
+/// Returns a number of a date; none if it has a sign.
 std::optional<std::int32_t> PartOfDate(const Text& text) {
     return text.find_first_of(u"+-") == Text::npos ? modStringTools::NumberFromText(text) : std::nullopt;
 }
 
-/// Two digits stand for the years from 1930 to 2029.
+/// Two digits mean the years from 1930 to 2029.
 std::optional<std::int32_t> YearOfDate(const Text& text) {
     constexpr std::int32_t Century = 100, Pivot = 30;
     const auto year = PartOfDate(text);
@@ -100,7 +100,7 @@ std::optional<std::int32_t> YearOfDate(const Text& text) {
     platform::RuntimeFailure(message);
 }
 
-/// The date of a cell, "05/03/2007". A text that is none, whoever has written it, ends the program.
+/// Returns the date of a cell such as "05/03/2007". Any text that is not a date stops the program.
 CalendarDate DateFromText(const Text& text) {
     const CalendarDate date{YearOfDate(ListItem(text, 3, u"/")).value_or(0),
                             PartOfDate(ListItem(text, 2, u"/")).value_or(0),
@@ -161,7 +161,7 @@ void OpenListField(const Text& value, const Text& list) {
     TakeFontOfGrid(field);
     field.SetBounds(box);
     field.Clear();
-    // An empty item ends the list, wherever it stands: "a,,c" offers "a" alone.
+    // The first empty item ends the list: "a,,c" offers only "a".
     std::int32_t index = 1;
     for (Text item = ListItem(list, index, u","); !item.empty(); item = ListItem(list, ++index, u","))
         field.AddItem(item);
@@ -176,17 +176,17 @@ void OpenField(PromptKind kind, const Text& value, const Text& list, float lineH
         OpenDatePicker(value);
     else if (kind != PromptKind::List)
         OpenTextField(value, kind == PromptKind::Text, lineHeight);
-    else if (!platform::Traits().ListFieldIsText) // there cbotxtInputField stands in, which nothing prepares
+    else if (!platform::Traits().ListFieldIsText) // there cbotxtInputField replaces it, and is not prepared
         OpenListField(value, list);
 }
 
-/// A date that nobody has changed is what it was read from, whatever form that has: "5/3/07" stays so.
+/// An unchanged date is returned as the text that it was read from: "5/3/07" stays "5/3/07".
 Text DateAnswer(const CalendarDate& date) {
     const bool unchanged = !Prompt.DateText.empty() && date == Prompt.DateShown;
     return unchanged ? Prompt.DateText : TextOfDate(date);
 }
 
-/// The answer of whichever field is on show.
+/// Returns the answer of the visible field.
 Text Answer() {
     auto& device = Device();
     Text answer;
@@ -211,7 +211,7 @@ void HideAllFields() {
 } // namespace
 
 void InputPrompt(const Text& title, PromptKind kind, Text& value, const Text& list, bool keepGrids, bool modal) {
-    CloseCellEdit(); // or its text would be read as the answer
+    CloseCellEdit(); // otherwise its text would be read as the answer
     Prompt.PromptModal = modal;
     if (!keepGrids) {
         Prompt.PromptRow = Device().grdMain.Row();
@@ -230,8 +230,8 @@ void InputPrompt(const Text& title, PromptKind kind, Text& value, const Text& li
         return;
     while (Screens.CurrentScreen == modQuorin::ScrInput && Prompt.PromptModal)
         Device().runTime.WaitEvents();
-    // A cancelled prompt gives back the last accepted answer, not an empty text: after "abc" was accepted once, cancel
-    // means "abc".
+    // A cancelled prompt returns the last accepted answer, not an empty text: after "abc" was accepted once, a cancel
+    // returns "abc".
     value = Prompt.PromptResult;
 }
 
@@ -266,7 +266,7 @@ void RestoreGrids() {
     PutBack(grdMain, Prompt.SavedMain, true);
     if (grdMain.Bounds() != Prompt.SavedMain.Place)
         ScrollRowIntoView();
-    // No event tells of the row, as one would store it as a choice.
+    // No row-change event is raised, because its handler would store the row as a choice.
     if (grdMain.RowHeight(grdMain.Row()) > 0)
         Grids.LastVisibleRow = grdMain.Row();
 }

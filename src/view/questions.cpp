@@ -15,7 +15,7 @@ namespace {
 
 BoxAnswer Show(const Text& text, BoxButtons buttons, BoxIcon icon) {
     const BoxAnswer answer = platform::Device().messageBox.Show(text, buttons, icon, modQuorin::ApplicationName);
-    FocusPromptField(); // which a box over a prompt may have taken
+    FocusPromptField(); // a box over a prompt may have taken the focus
     return answer;
 }
 

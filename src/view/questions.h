@@ -6,13 +6,14 @@
 
 namespace modPDAUI {
 
-/// A message with one OK button.
+/// Shows a message with one OK button.
 void Tell(const Text& message);
 
-/// A question with Yes and No. Timers, the port and the form go on while it stands.
+/// Asks a question with Yes and No. Returns true for Yes. Events of timers, the port and the form are raised while it
+/// is open.
 bool Ask(const Text& question);
 
-/// The question before something is destroyed, then "Are you sure?"; true after Yes to both.
+/// Asks before something is destroyed, and then "Are you sure?". Returns true after Yes to both.
 bool AskTwice(const Text& question);
 
 } // namespace modPDAUI

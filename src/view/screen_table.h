@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The table of screens: how the two grids are shaped for each, which menu it carries, what Back does, and the routines
-// that make it behave. Data only; src/app/screens.cpp fills it at start-up, once.
+// The table of screens. For each screen: the shape of the two grids, its menu, what Back does, and its routines. Data
+// only; src/app/screens.cpp fills it at start-up, once.
 #pragma once
 
 #include "src/text/text.h"
@@ -9,26 +9,25 @@
 
 namespace modQuorin {
 
-/// A row number of the screen table, from 1; 0 stands for no screen. Handed out at run time: no code may count on a
-/// value.
+/// A row number of the screen table, from 1; 0 means no screen. Assigned at run time: no code may depend on a value.
 using ScreenId = std::int32_t;
-/// A row number of the menu table, from 1; 0 stands for no menu.
+/// A row number of the menu table, from 1; 0 means no menu.
 using MenuId = std::int32_t;
 
-/// What a screen does, each of it optional.
+/// The routines of a screen. Each is optional.
 struct ScreenBehaviour {
-    void (*Fill)() = nullptr;                                     ///< puts the content into the shaped grids
-    bool (*BeforeBack)() = nullptr;                               ///< runs before Back moves; true: it has moved itself
+    void (*Fill)() = nullptr;       ///< fills the shaped grids
+    bool (*BeforeBack)() = nullptr; ///< called before Back moves; returns true if it has moved itself
     void (*Select)(std::int32_t row, std::int32_t col) = nullptr; ///< OK on a cell of grdMain
-    void (*RowChanged)() = nullptr;                               ///< the current cell of grdMain is another one
+    void (*RowChanged)() = nullptr;                               ///< the current cell of grdMain has changed
 
-    // For screens to come: none of those there are reacts to these.
+    // For future screens: no screen uses these so far.
     void (*CellEdited)(std::int32_t row, std::int32_t col, const Text& text) = nullptr; ///< an in-place field closes
-    void (*ArrowKey)(std::int32_t keyCode) = nullptr;           ///< 37 to 40, while no input field is on show
-    void (*Held)(std::int32_t row, std::int32_t col) = nullptr; ///< a long press: the place for a hold menu
+    void (*ArrowKey)(std::int32_t keyCode) = nullptr;           ///< 37 to 40, while no input field is visible
+    void (*Held)(std::int32_t row, std::int32_t col) = nullptr; ///< a long press; may open a hold menu
 };
 
-/// What Back does on a screen once its own routine has left it to the table.
+/// What Back does on a screen if the screen's own routine has not moved.
 enum class BackStep : std::int32_t {
     Nothing = 0,
     ToScreen = 1, ///< to `BackScreen`
@@ -48,19 +47,19 @@ struct ScreenDef {
     std::int32_t GridRows = 0;      ///< rows of grdMain when it is shaped; the fill sets the real count
     std::int32_t GridCols = 0;      ///< columns of grdMain
     std::int32_t ColumnPercent = 0; ///< width of its first column in percent of the usable width
-    std::int32_t ColumnPixels = 0;  ///< the same in pixels; computed anew on every layout
+    std::int32_t ColumnPixels = 0;  ///< the same in pixels; computed again on every layout
     std::int32_t TitleRows = 0;     ///< rows of grdTitle; 0 hides it
     std::int32_t TitleCols = 0;     ///< columns of grdTitle
     MenuId Menu = 0;
     CellDrawing DrawStyle = CellDrawing::Table;
     ScreenBehaviour Behaviour = {};
-    const char* Name = "";  ///< the name that the code gives the screen, for people and tools
-    ScreenId* Id = nullptr; ///< the variable that holds the row's number; null where nothing does
+    const char* Name = "";  ///< the screen's name in the code, for people and tools
+    ScreenId* Id = nullptr; ///< the variable that holds the row's number; null: none
 };
 
 struct ScreenState {
-    std::vector<ScreenDef> Table;    ///< row n stands at n less 1; AddScreen adds, the layout writes ColumnPixels
-    ScreenId CurrentScreen = 0;      ///< the screen on show; GotoScreen and the prompt write it
+    std::vector<ScreenDef> Table;    ///< row n is at index n - 1; AddScreen adds, the layout writes ColumnPixels
+    ScreenId CurrentScreen = 0;      ///< the screen that is shown; GotoScreen and the prompt write it
     ScreenId PreviousScreen = 0;     ///< the screen before the last GotoScreen; 0 until the first one
     Text ListKind;                   ///< which list ScrList shows; set by the command that opens it
     bool GridEditMode = false;       ///< a record's cells can be edited in the grid; ShowScreen clears, fills set it
@@ -73,23 +72,23 @@ inline ScreenId ScrInput = 0, ScrFileSelect = 0, ScrMessage = 0, ScrMain = 0, Sc
                 ScrFileDebug = 0, ScrTextFile = 0, ScrDriverProperties = 0, ScrInfRecord = 0, ScrColumns = 0,
                 ScrAddDriver = 0;
 
-/// Empties the table, and puts the variables that hold its numbers back to 0, as at program start.
+/// Empties the table and sets the variables that hold its row numbers to 0, as at program start.
 void ResetScreens();
 
-/// Appends a row, with a `ColumnPercent` of 0 stored as 100, and puts its number into the screen's variable.
+/// Appends a row and sets `id` to its number. A `ColumnPercent` of 0 is stored as 100.
 void AddScreen(ScreenId& id, const ScreenDef& row);
 
 /// The same for a screen whose number is kept elsewhere. Returns that number.
 ScreenId AddScreen(MenuId menu, BackStep backMode, ScreenId backScreen, std::int32_t gridRows, std::int32_t gridCols,
                    std::int32_t columnPercent, std::int32_t titleRows, std::int32_t titleCols, CellDrawing drawStyle);
 
-/// A row of the table. A number that is not in the table is a run-time failure.
+/// Returns a row of the table. A number that is not in the table is a run-time failure.
 ScreenDef& ScreenRow(ScreenId id);
 
-/// What a screen does; nothing for screen 0.
+/// Returns the routines of a screen; none for screen 0.
 ScreenBehaviour BehaviourOf(ScreenId id);
 
-/// The two screens that edit one row of the open table.
+/// True for the two screens that edit one row of the open table.
 bool IsRecordScreen(ScreenId id);
 
 } // namespace modQuorin

@@ -15,7 +15,7 @@ using Captions = std::array<Text, 6>;
 using Markers = std::array<modQuorin::EntryMarker, 6>;
 using Items = std::array<platform::MenuItem*, platform::MenuItemCount>;
 
-/// A menu with a caption and no items gets one item of the same command, in the table for good.
+/// A menu with a caption and no items gets one item with the same command, permanently in the table.
 void CopyLoneCaption(Captions& captions, Markers& markers) {
     if (!captions[1].empty())
         return;

@@ -10,11 +10,11 @@ namespace modAudio {
 
 enum class SoundCode : std::int32_t {
     Taken = 2,   ///< the result was taken
-    Refused = 3, ///< it found no row, or was refused
+    Refused = 3, ///< no row was found for the result, or it was refused
 };
 
 struct SoundState {
-    std::unique_ptr<platform::Tone> CurrentTone; ///< the tone last made
+    std::unique_ptr<platform::Tone> CurrentTone; ///< the tone made last
 };
 inline SoundState Sound;
 

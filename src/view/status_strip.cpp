@@ -37,7 +37,7 @@ void ShowStatus(const Text& text) {
     const float height = static_cast<float>(size.Height);
     label.SetBounds({grid.Left, grid.Top + grid.Height - height, grid.Width, height});
     label.SetVisible(true);
-    label.Refresh(); // the caller's long loop gives the event loop no chance to
+    label.Refresh(); // the event loop does not run during the caller's long operation
     EnableControls(false);
 }
 

@@ -1,16 +1,17 @@
 // SPDX-License-Identifier: MIT
-// One line of text at the foot of grdMain while a long operation runs; grids and menus are off meanwhile.
+// A text at the bottom of grdMain while a long operation runs. Grids and menus are disabled meanwhile.
 #pragma once
 
 #include "src/text/text.h"
 
 namespace modPDAUI {
 
-/// Shows the text, painted before this returns, and disables the grids and the menus.
+/// Shows and paints the text before it returns, and disables the grids and the menus.
 void ShowStatus(const Text& text);
-/// Hides it and enables them. Nothing counts: the first call ends the indicator.
+/// Hides the text and enables the grids and the menus. Calls of ShowStatus are not counted: the first call of
+/// HideStatus hides it.
 void HideStatus();
-/// "Busy", or its end.
+/// Shows "Busy", or hides it.
 void ShowBusy(bool busy);
 
 } // namespace modPDAUI

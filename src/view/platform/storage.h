@@ -104,8 +104,8 @@ public:
     /// the stream is closed: until then, and after a failed write, the file is unchanged. Lines of a scratch file are
     /// written at once.
     virtual ErrorNumber OpenStream(const Text& fullName, StreamMode mode, std::unique_ptr<TextStream>& stream) = 0;
-    /// Renames a file, and replaces the destination if it exists. The destination has the old text or the new text at
-    /// any time, never a part of either. On one file system this is one step that does not write the text again. On
+    /// Renames a file, and replaces the destination if it exists. Afterwards the destination has the old text or the
+    /// new text, never a part of either. On one file system this is one step that does not write the text again. On
     /// failure the source is still there, or, if only syncing the destination to the medium failed, the whole text is
     /// at the destination.
     virtual ErrorNumber MoveFile(const Text& source, const Text& destination) = 0;
