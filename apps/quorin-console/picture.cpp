@@ -46,7 +46,7 @@ Lines PaintedLines(const CellPicture& picture, std::size_t width) {
             continue;
         }
         if (text.Vertical == platform::AlignY::Foot)
-            lines.emplace_back(); // it stands away from what is above it
+            lines.emplace_back(); // it is painted apart from the text above it
         for (const Text& line : Wrapped(text.Words, width))
             lines.push_back(text.Horizontal == platform::AlignX::Centre ? Centred(line, width) : line);
     }

@@ -52,7 +52,7 @@ public:
     /// Sets the device for the commands. The device must have been created with this session as its source of commands
     /// and as its watcher.
     void Use(backends::BackEnd& used);
-    /// A signal ends the program as on the way back from the record on the screen.
+    /// From now on a signal ends the program; the record on the screen is saved as by Back.
     void EndBy(backends::EndSignals& signals);
     /// Starts the program and runs commands until the program is over.
     [[noreturn]] void Run();

@@ -107,7 +107,7 @@ Outcome PseudoTerminal::Send(std::string_view bytes) {
             if (const Outcome there = WaitForReader(); there != Outcome::Done) {
                 return there;
             }
-            continue; // it may have gone again while the line settled
+            continue; // the reader may have gone again during the pause
         }
         const long written = WriteSome(Master.Number(), bytes);
         if (written < 0 && errno != EIO) { // EIO: the reader has just gone

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Translates a device's keys into actions, and tells a long press from a tap by the hold timer.
+// Translates a device's keys into actions, and distinguishes a long press from a tap by the hold timer.
 #pragma once
 
 #include "src/view/screen_table.h"
