@@ -11,7 +11,7 @@ namespace {
 
 constexpr char16_t Backspace = 8;
 
-/// What is never cut in two: a character outside of the first 65,536, and a line end.
+/// True for two units that are never separated: a character beyond the first 65,536, or a line end.
 bool AreOne(char16_t first, char16_t second) {
     return modStringTools::AreOneCharacter(first, second) || (first == u'\r' && second == u'\n');
 }

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The text of a control that a person types into.
+// The text of a control into which the user types.
 #pragma once
 
 #include "src/text/text.h"
@@ -9,17 +9,16 @@ namespace backends::headless {
 class EditedText {
 public:
     const Text& Contents() const { return Value; }
-    /// Puts another text in; the caret stays where it is, as far as there is text, but never inside a character.
+    /// Sets another text. The caret stays where it is, as far as there is text, but never inside a character.
     void Set(const Text& text);
-    /// What a person has put in the place of the old text, with the caret behind it. A text of one line takes line ends
-    /// as blanks.
+    /// Replaces the old text by the user's, with the caret after it. In a text of one line, line ends become blanks.
     void ReplaceAll(const Text& text, bool multiLine);
-    /// The caret behind `position` characters, with the `length` characters selected that follow it.
+    /// Puts the caret after `position` characters and selects the next `length` characters.
     void Select(std::int32_t position, std::int32_t length);
     std::int32_t Caret() const { return static_cast<std::int32_t>(From); }
 
-    /// A character as typed takes the place of what is selected. Character 8 deletes that, or the one before the caret;
-    /// Enter begins a line in a text of several lines; any other control character does nothing.
+    /// Enters a typed character in place of the selection. Character 8 deletes the selection, or the character before
+    /// the caret; Enter begins a line in a text of several lines; any other control character does nothing.
     void Enter(TextView character, bool multiLine);
     void MoveCaret(std::int32_t step);
 

@@ -30,7 +30,7 @@ TextView TakeParagraph(TextView& text) {
     return paragraph;
 }
 
-/// The length of the first line of a paragraph that has room for `most` characters, at least 1.
+/// Returns the length of the first line of a paragraph, for lines of at most `most` characters, at least 1.
 std::size_t LineLength(TextView paragraph, std::size_t most) {
     if (paragraph.size() <= most)
         return paragraph.size();

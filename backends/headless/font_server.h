@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// Fonts of a screen that nobody sees. Every font has the same fixed metrics, so that wrapping and heights can be worked
-// out by hand: at size s each character is (3 s + 2) / 4 pixels wide and a line (15 s + 4) / 8 pixels high, in whole
-// numbers. Size 8 gives 6 and 15.
+// Fonts of a screen that is not shown. Every font has the same fixed metrics, so that wrapping and heights can be
+// calculated: at size s each character is (3 s + 2) / 4 pixels wide and a line (15 s + 4) / 8 pixels high, in whole
+// numbers. At size 8 these are 6 and 15.
 #pragma once
 
 #include "src/view/platform/canvas.h"
@@ -24,7 +24,7 @@ public:
     TextSize MeasureWrapped(FontHandle font, const Text& text, std::int32_t width) override;
     Text FirstFontName() override;
     Text NextFontName() override;
-    /// The fonts that there are from now on.
+    /// Sets the available fonts.
     void OfferFonts(std::vector<Text> names) { Names = std::move(names); }
 
 private:

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The controls of a form without a window: they keep what is set and what is drawn, and raise the events of the seam.
+// The controls of a form without a window: they store what is set and drawn, and raise the events of the platform.
 #pragma once
 
 #include "backends/grid/drawn_grid.h"
@@ -17,7 +17,7 @@ namespace backends::headless {
 
 using namespace platform;
 
-/// Place, visibility and focus, for any control of the seam.
+/// Place, visibility and focus, for any control of the platform.
 template <class Interface>
 class BasicControl : public Interface, public FocusTarget {
 public:
@@ -107,7 +107,7 @@ public:
     void AddItem(const Text& item) override { Entries.push_back(item); }
     std::int32_t ItemCount() const override { return static_cast<std::int32_t>(Entries.size()); }
 
-    /// Up and down choose the item before or behind the one that the text equals.
+    /// Up and down choose the item before or after the one that equals the text.
     void ActOnKey(std::int32_t keyCode) override;
     bool TakesText() const override { return true; }
     void EnterCharacter(TextView character) override { Edited.Enter(character, false); }
@@ -126,7 +126,7 @@ public:
     using BasicControl::BasicControl;
     CalendarDate Date() const override { return Chosen; }
     void SetDate(const CalendarDate& date) override { Chosen = date; }
-    /// Left and right go a day back and on, up and down a week.
+    /// Left and right move by a day, up and down by a week.
     void ActOnKey(std::int32_t keyCode) override;
 
 private:

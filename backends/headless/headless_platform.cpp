@@ -32,7 +32,7 @@ HeadlessPlatform::HeadlessPlatform(const DeviceOptions& options, CommandSource& 
     boxes.Opening = [this] {
         if (grdMain.HandIsDown)
             tmrHoldEvent.SetEnabled(false);
-        grdMain.HandIsDown = false; // the release is the box's
+        grdMain.HandIsDown = false; // the release goes to the box
     };
 }
 

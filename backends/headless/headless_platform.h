@@ -26,7 +26,7 @@ public:
     HeadlessLabel lblStatus{focus, "lblStatus"};
     HeadlessScrollBar scrollBar;
     std::array<HeadlessMenuItem, 2> menuTitles;
-    std::array<std::array<HeadlessMenuItem, MenuItemCount>, 2> menuItems; ///< of each menu, item i at i less 1
+    std::array<std::array<HeadlessMenuItem, MenuItemCount>, 2> menuItems; ///< of each menu, item i is at index i - 1
     HeadlessFonts fonts;
     DeviceBoxes boxes;
 
@@ -35,7 +35,7 @@ public:
 
     const Controls& Seen() const override { return controls; }
 
-    // The hand's doings are calls of the form's handlers.
+    // User actions are calls of the form's handlers.
     void PressCell(std::int32_t row, std::int32_t col) override;
     void ReleaseCell() override;
     void ClickItem(std::int32_t menu, std::int32_t item) override;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Sleeps by poll, and leaves the program by an exception to whoever runs the loop: nothing else catches it.
+// Sleeps by poll, and leaves the program by an exception to the caller of the loop: nothing else catches it.
 #pragma once
 
 #include "backends/loop/event_loop.h"
