@@ -20,7 +20,7 @@ constexpr int RfcommProtocol = 3;
 
 // The kernel's layouts. Debian has their header in a package of its own, with a library that nothing here needs.
 struct DeviceAddress {
-    std::uint8_t Bytes[6]; // the last one that people write comes first
+    std::uint8_t Bytes[6]; // in reverse of the written order
 };
 
 struct RfcommSocketAddress {
@@ -44,7 +44,7 @@ private:
 };
 
 ErrorNumber OpenDevice(const std::string& path, std::unique_ptr<Connection>& connection) {
-    // What is no device is not even opened: a pipe would let its other end go on.
+    // Anything but a device is not opened: opening a pipe would let its other end continue.
     struct stat found {};
     if (::stat(path.c_str(), &found) == 0 && !S_ISCHR(found.st_mode))
         return NotAvailable;

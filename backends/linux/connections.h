@@ -14,10 +14,10 @@ namespace backends {
 
 using namespace platform;
 
-/// The address as connect(2) takes it.
+/// Returns the address in the form of connect(2).
 std::array<std::uint8_t, 10> SocketAddress(const BluetoothAddress& address);
 
-/// Starts to connect and gives the value of errno: 0 when connected, EINPROGRESS while it is on its way. Never waits.
+/// Starts to connect and returns the value of errno: 0 when connected, EINPROGRESS while connecting. Does not wait.
 using BluetoothConnect = std::function<int(const BluetoothAddress& address, Descriptor& socket)>;
 
 int ConnectRfcomm(const BluetoothAddress& address, Descriptor& socket);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Where a person on Linux expects a program's data and settings.
+// The usual places of a program's data and settings on Linux.
 #pragma once
 
 #include <functional>
@@ -8,7 +8,7 @@
 
 namespace backends {
 
-/// The value of an environment variable; null when there is none.
+/// Returns the value of an environment variable; null if it is not set.
 using Environment = std::function<const char*(const char* name)>;
 
 const char* ProcessEnvironment(const char* name);

@@ -11,12 +11,12 @@ namespace backends {
 
 struct PortHolder {
     std::string Program;  ///< its short name, such as "ModemManager"; empty when only a lock file tells of it
-    std::string Process;  ///< its number; empty when that is not known
-    std::string LockFile; ///< what tells of it; empty when the program has been seen with the device open
+    std::string Process;  ///< its process id; empty if not known
+    std::string LockFile; ///< the lock file; empty if the program was seen with the device open
 };
 
-/// Who has which of these devices open, by canonical path. Programs of other users are seen by root alone. This process
-/// does not count.
+/// Returns which program has each of these devices open, by canonical path. Only root sees programs of other users.
+/// This process is not included.
 std::map<std::string, PortHolder> HoldersByProcess(const std::vector<std::string>& paths,
                                                    const std::string& processFolder = "/proc");
 

@@ -18,10 +18,10 @@ namespace {
 /// The highest number that the application offers.
 constexpr std::int32_t LastNumber = 127;
 
-/// A device in the making.
+/// A device while the list is built.
 struct Found {
     PortRow Row;
-    std::string Canonical; ///< empty when its path leads nowhere
+    std::string Canonical; ///< empty if its path leads to nothing
 };
 
 class Survey {
@@ -49,7 +49,8 @@ void Give(Found& found, PortState state, const PortTrouble& trouble) {
     found.Row.Trouble = trouble;
 }
 
-/// The device that a path leads to, whatever it was called before; a path that leads nowhere is a device by itself.
+/// Returns the device that a path leads to, under whatever name it is listed; a path that leads to nothing is a
+/// separate device.
 Found& Survey::RowOf(const std::string& path) {
     std::string canonical;
     Canonical(path, canonical);

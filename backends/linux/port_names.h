@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Which device of the machine a port number means. Nothing is opened here, and nothing changes.
+// Maps a port number to a device of the machine. Nothing is opened or changed here.
 #pragma once
 
 #include <cstdint>
@@ -27,7 +27,7 @@ std::vector<std::string> DevicesCalled(const std::string& stem, const std::strin
 
 bool IsCharacterDevice(const std::string& path);
 
-/// Whether a path is a port of the board, or leads to one.
+/// True if a path is a port of the board, or leads to one.
 bool IsBoardPort(const std::string& path);
 
 } // namespace backends

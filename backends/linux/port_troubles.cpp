@@ -23,7 +23,7 @@ constexpr mode_t GroupReadsAndWrites = 060;
 /// The group that Linux systems give their serial ports to.
 constexpr const char* UsualGroup = "dialout";
 
-/// Services that take serial devices which they were not given.
+/// Services that open serial devices without being configured for them.
 struct KnownService {
     const char* Program;
     const char* Remedy; ///< `%` stands for the device's name

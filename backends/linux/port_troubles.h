@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Why a serial device can't be opened, and what a person can do about it, in words.
+// Why a serial device can't be opened, and what the user can do about it.
 #pragma once
 
 #include "backends/linux/port_holders.h"
@@ -20,7 +20,7 @@ enum class Membership {
     Now,
 };
 
-/// Who may open a device, and how this user stands to them.
+/// Who may open a device, and the relation of this user to them.
 struct PortRights {
     std::string Owner;
     std::string Group;
@@ -29,13 +29,13 @@ struct PortRights {
     Membership OfGroup = Membership::None;
 };
 
-/// What the system says of a path and of who runs this program.
+/// Returns the rights on a path, for the user of this program.
 PortRights RightsOf(const std::string& path);
 
 PortTrouble NoPermission(const std::string& path, const PortRights& rights);
 PortTrouble HeldBy(const std::string& path, const PortHolder& holder);
 
-/// The trouble that a value of errno stands for, but for missing permission. EBUSY is somebody who can't be seen.
+/// Returns the trouble for a value of errno other than missing permission. EBUSY means a program that can't be seen.
 PortTrouble OpeningFailed(const std::string& path, int code);
 
 /// One short line for a status area: "/dev/ttyUSB0 is busy". Empty for NoError; an empty path is that of a port number

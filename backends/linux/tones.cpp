@@ -23,7 +23,7 @@ constexpr double Pi = 3.14159265358979323846;
 /// The latency that is asked of the device, in microseconds.
 constexpr unsigned Latency = 100000;
 
-/// A tone that takes so much longer than it is long has been held up by the audio.
+/// A tone that takes this much longer than its length was delayed by the audio.
 constexpr std::chrono::seconds Patience{2};
 
 /// Results that come all at once sound one after the other, up to here: about five seconds of them.
@@ -49,7 +49,7 @@ void WriteSamples(snd_pcm_t* device, const std::vector<std::int16_t>& samples) {
     snd_pcm_drain(device);
 }
 
-/// Holds back all signals from the threads that are started meanwhile: they are the event loop's to handle.
+/// Blocks all signals in threads started meanwhile: the event loop handles them.
 class SignalsHeldBack {
 public:
     SignalsHeldBack() {
@@ -72,7 +72,7 @@ struct TonePlayer::Work {
     AudioOutput Output;
     std::mutex Guard; // of all below
     std::deque<ToneOrder> Waiting;
-    bool Running = false; // there is a worker; it ends when nothing waits
+    bool Running = false; // a worker thread runs; it ends when no tone waits
 
     static void Run(const std::shared_ptr<Work>& work);
     bool TakeNext(ToneOrder& order);
@@ -121,7 +121,7 @@ std::vector<std::int16_t> ToneSamples(std::int32_t hertz, std::int32_t milliseco
 }
 
 void PlayOnAlsa(const std::string& device, const std::vector<std::int16_t>& samples) {
-    // A machine without audio is none to complain about on the terminal.
+    // Missing audio must not cause messages on the terminal.
     static std::once_flag silenced;
     std::call_once(silenced, [] { snd_lib_error_set_handler(SayNothing); });
     snd_pcm_t* opened = nullptr;

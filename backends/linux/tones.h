@@ -34,12 +34,12 @@ public:
 
     void Play(std::int32_t hertz, std::int32_t milliseconds);
 
-    /// Whether everything has been played.
+    /// True if everything has been played.
     bool Idle() const;
 
 private:
     struct Work;
-    std::shared_ptr<Work> Shared; ///< with the worker, which may outlive the player
+    std::shared_ptr<Work> Shared; ///< shared with the worker, which may outlive the player
 };
 
 } // namespace backends

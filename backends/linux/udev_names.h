@@ -16,7 +16,7 @@ using DeviceProperty = std::function<std::string(const char* key)>;
 /// The names in the words of the system's table of hardware, and in the device's own where that does not know it.
 DeviceName NameFromProperties(const DeviceProperty& property);
 
-/// What udev knows of the device behind a path. The device is not opened.
+/// Returns udev's name of the device at a path. The device is not opened.
 DeviceName UdevName(const std::string& path);
 
 } // namespace backends
