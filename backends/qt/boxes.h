@@ -24,7 +24,7 @@ public:
     std::function<void()> Leaving; ///< one was closed; others may stand
     bool AnyStands() const { return !Dialogs.empty() || OfWindowStands; }
     bool OfWindowStands = false; ///< a box of the window's own, which the form knows nothing of
-    /// Whether a person is typing at this moment, who can't have meant the box.
+    /// True if the user is typing at this moment; those keys are not meant for the box.
     std::function<bool()> PersonIsTyping;
 
 protected:

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A box that may have come up under a person's hands.
+// A message box that may appear while the user is typing.
 #pragma once
 
 #include <QElapsedTimer>
@@ -7,7 +7,7 @@
 
 namespace backends::qt {
 
-/// Under hands, keys come to nothing until they have rested for half a second.
+/// With `underHands`, keys are ignored until none has been pressed for half a second.
 class Dialogue final : public QMessageBox {
 public:
     Dialogue(QWidget* parent, bool underHands);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Which key of a keyboard stands for which key of a device: one row a key.
+// The key of a keyboard for each key of a device: one row a key.
 #pragma once
 
 #include <QKeyEvent>
@@ -29,7 +29,7 @@ std::optional<std::int32_t> CodeOf(const QKeyEvent& event, const std::vector<std
 /// Qt's key of a code, for a control to act on; 0 for a key that no control acts on.
 int KeyOf(std::int32_t code);
 
-/// The table for people, a line a key.
+/// Returns the table as text for the user, one line a key.
 std::string KeyboardHelp();
 
 } // namespace backends::qt

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The window's own box of what was lost. The form knows nothing of it, and goes on beneath it: it has no loop of its
-// own.
+// The window's own box that reports losses. It has no loop: the form is not aware of it and goes on beneath it.
 #pragma once
 
 #include "backends/qt/boxes.h"
@@ -21,7 +20,7 @@ public:
 
     /// Opens the box, or puts this text into the one that stands.
     void Say(const QString& text);
-    /// The box, while it stands.
+    /// Returns the box while it is open; null otherwise.
     QMessageBox* Dialog() const { return OfForm.OfWindowStands ? Box.get() : nullptr; }
 
 private:

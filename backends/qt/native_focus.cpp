@@ -7,7 +7,7 @@ namespace backends::qt {
 
 namespace {
 
-/// Whether a person has moved the focus there, or a window or a menu merely gives it back.
+/// True if the user has moved the focus, false if a window or a menu merely returns it.
 bool IsChosen(Qt::FocusReason reason) {
     return reason == Qt::MouseFocusReason || reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason ||
            reason == Qt::ShortcutFocusReason || reason == Qt::OtherFocusReason;

@@ -31,10 +31,10 @@ public:
     /// as the box for the year in a calendar has.
     bool TakesKeys(const QWidget* widget) const;
 
-    /// Puts Qt's focus where the form's is.
+    /// Sets Qt's focus to the control that has the form's focus.
     void Follow();
 
-    /// While one stands, what Qt does with its focus is nobody's choice.
+    /// While one exists, changes of Qt's focus do not change the form's focus.
     class Quiet {
     public:
         explicit Quiet(NativeFocus& focus) : Of(focus) { ++Of.Quieted; }

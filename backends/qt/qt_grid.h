@@ -26,7 +26,7 @@ public:
 
     /// Takes up the grid's place, page and looks.
     void Follow();
-    /// Where a cell stands, in pixels of the widget.
+    /// Returns the rectangle of a cell, in pixels of the widget.
     QRect CellRect(std::int32_t row, std::int32_t col) const;
     QtGrid& Grid() const { return Of; }
     /// As a pointer does it: down on a cell, which is brought on the page for that, and up again.

@@ -317,7 +317,7 @@ bool QtPlatform::AnswersPrompt(std::int32_t code) const {
     return Key{code} == Key::Enter && isLine && modQuorin::EnterAnswersPrompt();
 }
 
-/// Whether the key is dealt with.
+/// Returns true if the key has been handled.
 bool QtPlatform::TakeKeyPress(QKeyEvent& event) {
     auto code = CodeOf(event, KeysOfDevice);
     if (!code)

@@ -69,7 +69,7 @@ public:
 
     const Controls& Seen() const override { return controls; }
 
-    // The hand's doings are clicks and keys on the widgets.
+    // User actions are clicks and keys on the widgets.
     void PressCell(std::int32_t row, std::int32_t col) override;
     void ReleaseCell() override;
     void ClickItem(std::int32_t menu, std::int32_t item) override;
@@ -112,7 +112,7 @@ private:
     Fate FateOf(const QObject& object, const QEvent& event) const;
     bool TakeKeyRelease(const QKeyEvent& event);
     void ComesUp(const HeldKey& key);
-    /// Key down. Whether the control is left to act on it.
+    /// Raises key down. Returns true if the control is to react to it.
     bool KeyGoesDown(std::int32_t code);
     bool TakeKeyPress(QKeyEvent& event);
     bool AnswersPrompt(std::int32_t code) const;

@@ -69,7 +69,7 @@ public:
     /// F1 and F2: presses a key that has no list, opens any other.
     void Open(std::int32_t menu);
 
-    /// A box stands, which takes all that a person does: the menus look off, whatever the form says of them.
+    /// Called when a box opens or closes: while it is open the menus look disabled, whatever the form has set.
     void SetBlocked(bool blocked);
 
     bool AreKeys() const { return Keys[0] != nullptr; }
