@@ -106,7 +106,7 @@ Shaped Shape(const QFont& font, TextView text, std::int32_t width) {
     return shaped;
 }
 
-/// Those that took long, the last one that was asked for first. A page has room for few.
+/// The long texts already shaped, the most recently used first. A page has few.
 struct {
     std::list<Shaped> Kept;
     std::size_t Count = 0;

@@ -41,7 +41,7 @@ public:
     /// WorkShown, and the window breathes.
     void Working();
     std::function<void(bool)> WorkShown;
-    /// Lets time pass in the middle of an operation.
+    /// Lets this much time pass in the middle of an operation.
     void Rest(std::int32_t milliseconds);
 
 private:

@@ -24,7 +24,7 @@ class GridWidget final : public QWidget {
 public:
     GridWidget(QWidget& form, QtGrid& grid);
 
-    /// Takes up the grid's place, page and looks.
+    /// Applies the grid's position, page and look.
     void Follow();
     /// Returns the rectangle of a cell, in pixels of the widget.
     QRect CellRect(std::int32_t row, std::int32_t col) const;

@@ -23,12 +23,12 @@ namespace backends::qt {
 
 using namespace platform;
 
-/// Where the form stands: it has the form's size, or gives the form another one.
+/// The area of the form: it has the form's size, or its resizing changes the form's.
 class Surface final : public QWidget {
 public:
     explicit Surface(QWidget* parent);
 
-    /// The size that it would like to have.
+    /// Sets the preferred size.
     void SetWish(QSize size);
     QSize sizeHint() const override { return Wish; }
 
@@ -55,20 +55,19 @@ public:
 
     /// A strip of buttons, a button a key.
     void ShowKeys(const std::vector<DeviceKey>& keys);
-    /// The window has the size that its parts need, and no other one.
+    /// Fixes the window at the size that its parts need.
     void HoldSize();
-    /// The window may be resized. The status area keeps its height then, or the form would change its own with each
-    /// text.
+    /// Makes the window resizable. The status area then keeps its height, or each text would change the form's height.
     void LetSize();
 
-    /// The status area: the state of the link, and what a person must know of.
+    /// Sets the status area's line on the state of the link.
     void SetLinkLine(const QString& text, bool alive);
     /// All notices that stand. The line shows the worst one, and how many stand behind it; F4 or a click on that number
     /// opens the list of all. What is no warning is shown only in a window that may be resized.
     void SetNotices(const companion::Notices& notices);
-    /// A long operation goes on, or has come to its end.
+    /// Called when a long operation continues, or has ended.
     void SetWorking(bool working);
-    /// What it goes on with is to wait for another program.
+    /// Called when that operation begins or ends to wait for another program.
     void SetWaiting(bool waiting);
     QString LinkLine() const { return LinkText; }
 
