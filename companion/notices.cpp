@@ -41,13 +41,4 @@ std::size_t Notices::Behind() const {
     return static_cast<std::size_t>(std::max<std::ptrdiff_t>(count - 1, 0));
 }
 
-const Notice* Notices::Worst() const {
-    const Notice* worst = nullptr;
-    for (const Notice& each : List) {
-        if (worst == nullptr || each.Weight >= worst->Weight)
-            worst = &each;
-    }
-    return worst;
-}
-
 } // namespace companion

@@ -48,8 +48,6 @@ public:
     /// Does what a person can do about the notice of this name; nothing if its action is None.
     void Act(const Text& about);
 
-    /// Returns the worst notice; of several equally bad ones, the newest. Returns null if there is none.
-    const Notice* Worst() const;
     /// Returns all notices, the worst first; of equally bad ones, the newest first.
     std::vector<Notice> Sorted() const;
     /// Returns how many warnings and losses there are besides the worst notice.

@@ -44,8 +44,8 @@ bool EditLines(FileHandle& file) {
         Tell(u"DeleteFileLine failed!");
         return false;
     }
-    const bool behind = InsertFileLine(file, 10, InsertAfter, u"Inserted after 10");
-    const bool before = InsertFileLine(file, 2, InsertBefore, u"Inserted before 2");
+    const bool behind = InsertFileLine(file, 10, modFileSystem::InsertPosition::After, u"Inserted after 10");
+    const bool before = InsertFileLine(file, 2, modFileSystem::InsertPosition::Before, u"Inserted before 2");
     if (!behind || !before) {
         Tell(u"Insert(s) Failed");
         return false;

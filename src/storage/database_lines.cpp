@@ -211,8 +211,8 @@ bool Delete(FileHandle& handle, std::int32_t line) {
     return BeginBatch(handle) && EndBatch(handle, DeleteRecord(handle));
 }
 
-bool Insert(FileHandle& handle, std::int32_t line, std::int32_t position, const Text& text) {
-    const std::int32_t target = position == InsertAfter ? line + 1 : line;
+bool Insert(FileHandle& handle, std::int32_t line, InsertPosition position, const Text& text) {
+    const std::int32_t target = position == InsertPosition::After ? line + 1 : line;
     {
         const FileReading reading(handle);
         if (reading.Held())

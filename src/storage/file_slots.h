@@ -34,6 +34,9 @@ struct FileHandle {
     const LineBackEnd* backEnd = nullptr; ///< the routines of what holds the file; never null while it is open
 };
 
+/// Where InsertFileLine puts a line: before or after the one that is named.
+enum class InsertPosition : std::int32_t { Before = 1, After = 2 };
+
 /// Slot 0 is the scratch file's, 1 to 5 are for everything else.
 inline constexpr std::int16_t SlotCount = 6;
 inline constexpr std::int32_t SlotIsFree = 0;

@@ -360,8 +360,8 @@ bool AddRow(std::int32_t row) {
     bool added = MayBeChanged(row == AnyRow ? AnyRow : Table.TableRowIndex);
     const std::int32_t atEnd = Table.TableRowTotal + 1;
     if (added)
-        added = row != AnyRow ? InsertFileLine(Table.TableFile, row + 1, InsertBefore, BlankRow())
-                              : InsertFileLine(Table.TableFile, atEnd, InsertAfter, BlankRow());
+        added = row != AnyRow ? InsertFileLine(Table.TableFile, row + 1, InsertPosition::Before, BlankRow())
+                              : InsertFileLine(Table.TableFile, atEnd, InsertPosition::After, BlankRow());
     if (!added) {
         TellNotSaved();
         MoveTo(Table.TableRowIndex + 1, Held::LeavesTheRow);

@@ -31,7 +31,7 @@ struct LineBackEnd {
     std::int32_t (*Count)(FileHandle& handle);
 
     bool (*Change)(FileHandle& handle, std::int32_t line, const Text& text);
-    bool (*Insert)(FileHandle& handle, std::int32_t line, std::int32_t position, const Text& text);
+    bool (*Insert)(FileHandle& handle, std::int32_t line, InsertPosition position, const Text& text);
     bool (*Delete)(FileHandle& handle, std::int32_t line);
 
     /// Locks out other writers until EndReading. Returns InUse if another program has held its lock for too long.

@@ -160,7 +160,7 @@ bool DeleteFileLine(FileHandle& handle, std::int32_t line) {
     return HasLines(handle) && handle.backEnd->Delete(handle, line);
 }
 
-bool InsertFileLine(FileHandle& handle, std::int32_t line, std::int32_t position, const Text& text) {
+bool InsertFileLine(FileHandle& handle, std::int32_t line, InsertPosition position, const Text& text) {
     const StorageStep step;
     return HasLines(handle) && handle.backEnd->Insert(handle, line, position, text);
 }

@@ -54,11 +54,8 @@ private:
 bool ChangeFileLine(FileHandle& handle, std::int32_t line, const Text& text);
 bool DeleteFileLine(FileHandle& handle, std::int32_t line);
 
-inline constexpr std::int32_t InsertBefore = 1;
-inline constexpr std::int32_t InsertAfter = 2;
-
 /// Inserts before or after a line that exists.
-bool InsertFileLine(FileHandle& handle, std::int32_t line, std::int32_t position, const Text& text);
+bool InsertFileLine(FileHandle& handle, std::int32_t line, InsertPosition position, const Text& text);
 
 std::int32_t FileLineCount(FileHandle& handle);
 

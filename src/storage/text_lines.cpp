@@ -139,11 +139,11 @@ bool Change(FileHandle& handle, std::int32_t line, const Text& text) {
     return EditLine(handle, line, Edit::Change, text);
 }
 
-bool Insert(FileHandle& handle, std::int32_t line, std::int32_t position, const Text& text) {
+bool Insert(FileHandle& handle, std::int32_t line, InsertPosition position, const Text& text) {
     switch (position) {
-    case InsertBefore:
+    case InsertPosition::Before:
         return EditLine(handle, line, Edit::PutBefore, text);
-    case InsertAfter:
+    case InsertPosition::After:
         return EditLine(handle, line, Edit::PutBehind, text);
     default:
         return EditLine(handle, line, Edit::Refused, text);

@@ -132,7 +132,7 @@ private:
         case 6:
             return Number(DeleteFileLine(handle, line));
         case 7:
-            return Number(InsertFileLine(handle, line, Position, Words));
+            return Number(InsertFileLine(handle, line, modFileSystem::InsertPosition{Position}, Words));
         default:
             return Position == 3 ? Number(DeleteFile(Names[0])) : std::string();
         }

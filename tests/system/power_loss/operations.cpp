@@ -86,7 +86,7 @@ bool DeleteLine(Machine&) {
 bool InsertLine(Machine&) {
     FileHandle file;
     OpenList(file);
-    const bool done = InsertFileLine(file, 2, 1, u"inserted");
+    const bool done = InsertFileLine(file, 2, modFileSystem::InsertPosition::Before, u"inserted");
     CloseFile(file);
     return done;
 }

@@ -49,13 +49,14 @@ const std::string OutOfMemory = "quorin: out of memory; every file is as the las
 
 /// A library may ask for memory in a way that throws nothing, and go on without it.
 TEST(AProcess, EndsWhereMemoryIsAskedForWithoutAnException) {
-#ifdef __SANITIZE_ADDRESS__
-    GTEST_SKIP() << "the sanitizer's allocator ends the program itself";
-#endif
     const Ending ending = EndOf([] {
+#ifdef __SANITIZE_ADDRESS__
+        std::get_new_handler()(); // the sanitizer's allocator never calls it
+#else
         const volatile std::size_t most = std::numeric_limits<std::size_t>::max() / 4;
         void* volatile memory = ::operator new(most, std::nothrow);
         ::operator delete(memory);
+#endif
     });
     EXPECT_EQ(ending.Status, 1);
     EXPECT_EQ(ending.Said, OutOfMemory);

@@ -44,8 +44,8 @@ protected:
         return texts;
     }
     std::string Worst() {
-        const companion::Notice* const worst = Device.Platform.onlooker.notices.Worst();
-        return worst == nullptr ? std::string() : modStringTools::ToBytes(worst->Words);
+        const auto standing = Device.Platform.onlooker.notices.Sorted();
+        return standing.empty() ? std::string() : modStringTools::ToBytes(standing.front().Words);
     }
     /// What was measured is told to be lost, since the file has a header alone.
     void ExpectNoRowForIt() {

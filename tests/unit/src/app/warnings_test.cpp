@@ -41,8 +41,8 @@ protected:
         return texts;
     }
     Text InTheLine() {
-        const companion::Notice* const worst = Device.Platform.onlooker.notices.Worst();
-        return worst == nullptr ? Text() : worst->Words;
+        const auto standing = Device.Platform.onlooker.notices.Sorted();
+        return standing.empty() ? Text() : standing.front().Words;
     }
 };
 

@@ -166,9 +166,9 @@ protected:
         EXPECT_EQ(File(kept[0]), Ours() + "\n");
         const Text why = u"another program has changed it; the row is kept in " + modStringTools::FromBytes(kept[0]);
         EXPECT_THAT(Device.Did.Unsaved, ElementsAre(Pair(u"qrn0001.txt", why)));
-        const companion::Notice* const line = Device.Platform.onlooker.notices.Worst();
-        ASSERT_NE(line, nullptr);
-        EXPECT_THAT(modStringTools::ToBytes(line->Words), HasSubstr(kept[0])) << "in red";
+        const auto standing = Device.Platform.onlooker.notices.Sorted();
+        ASSERT_FALSE(standing.empty());
+        EXPECT_THAT(modStringTools::ToBytes(standing.front().Words), HasSubstr(kept[0])) << "in red";
         EXPECT_EQ(Questions, 0U) << "nothing is asked about a record that nobody has seen";
     }
     void ExpectShown(const std::string& row, std::size_t number, std::size_t of) {

@@ -241,7 +241,7 @@ TEST_F(MailboxOfAnotherUser, IsForgottenOnceTheServerHasTakenItsFileAway) {
     Pass(3000);
     std::filesystem::remove(Device.Folder.Path() / "c/ipcout.txt");
     Pass(1000);
-    EXPECT_EQ(Device.Platform.onlooker.notices.Worst(), nullptr);
+    EXPECT_THAT(Device.Platform.onlooker.notices.Standing(), testing::IsEmpty());
     Deliver(Reading);
     Device.WillAnswer(platform::BoxAnswer::Yes);
     Pass(3000);
@@ -259,7 +259,7 @@ TEST_F(MailboxOfAnotherUser, TellsOfAFileThatCantBeRead) {
     std::filesystem::permissions(Device.Folder.Path() / "c/ipcout.txt", std::filesystem::perms(0644));
     Device.Tick(2000);
     EXPECT_EQ(Moisture(), u"23.4 %");
-    EXPECT_EQ(Device.Platform.onlooker.notices.Worst(), nullptr);
+    EXPECT_THAT(Device.Platform.onlooker.notices.Standing(), testing::IsEmpty());
 }
 
 TEST_F(Mailbox, TellsOfADeliveryThatIsNoFileUntilItIsGone) {
@@ -273,7 +273,7 @@ TEST_F(Mailbox, TellsOfADeliveryThatIsNoFileUntilItIsGone) {
                         u"has been taken.")));
     std::filesystem::remove(place);
     Device.Tick(1000);
-    EXPECT_EQ(Device.Platform.onlooker.notices.Worst(), nullptr);
+    EXPECT_THAT(Device.Platform.onlooker.notices.Standing(), testing::IsEmpty());
     Deliver(Reading);
     Device.Tick(2000);
     EXPECT_EQ(Moisture(), u"23.4 %");

@@ -57,9 +57,9 @@ TEST_F(DatabaseFile, LinesStandInOrderAfterEveryEdit) {
     ExpectInLine();
     DeleteFileLine(File, 2);
     ExpectInLine();
-    InsertFileLine(File, 1, 1, u"first");
+    InsertFileLine(File, 1, InsertPosition::Before, u"first");
     ExpectInLine();
-    InsertFileLine(File, 5, 2, u"last");
+    InsertFileLine(File, 5, InsertPosition::After, u"last");
     ExpectInLine();
     EXPECT_EQ(Records().size(), 6U);
 }
@@ -168,7 +168,7 @@ protected:
     std::vector<Text> OfEachChange() {
         return {WhyNot([this] { return ChangeFileLine(File, 1, u"changed"); }),
                 WhyNot([this] { return DeleteFileLine(File, 1); }),
-                WhyNot([this] { return InsertFileLine(File, 1, 1, u"inserted"); }),
+                WhyNot([this] { return InsertFileLine(File, 1, InsertPosition::Before, u"inserted"); }),
                 WhyNot([this] { return WriteFileLine(File, u"appended") != 0; })};
     }
 };
@@ -222,7 +222,7 @@ TEST_F(WhyADatabaseFails, IsThatAnotherProgramHasLockedIt) {
     EXPECT_EQ(File.error, platform::InUse);
     EXPECT_FALSE(DeleteFileLine(File, 1));
     EXPECT_EQ(File.error, platform::InUse);
-    EXPECT_FALSE(InsertFileLine(File, 1, 1, u"inserted"));
+    EXPECT_FALSE(InsertFileLine(File, 1, InsertPosition::Before, u"inserted"));
     EXPECT_EQ(File.error, platform::InUse);
 }
 

@@ -43,8 +43,8 @@ const LineBackEnd KeptLines = {
             return true;
         },
     .Insert =
-        [](FileHandle&, std::int32_t line, std::int32_t position, const Text& text) {
-            KeptTexts.insert(KeptTexts.begin() + line - (position == InsertBefore ? 1 : 0), text);
+        [](FileHandle&, std::int32_t line, InsertPosition position, const Text& text) {
+            KeptTexts.insert(KeptTexts.begin() + line - (position == InsertPosition::Before ? 1 : 0), text);
             return true;
         },
     .Delete =
@@ -80,7 +80,7 @@ TEST_F(ThirdKindOfLines, TakesEveryOperation) {
     EXPECT_EQ(WriteFileLine(File, u"one"), 3);
     EXPECT_EQ(WriteFileLine(File, u"two"), 3);
     EXPECT_TRUE(ChangeFileLine(File, 1, u"first"));
-    EXPECT_TRUE(InsertFileLine(File, 1, InsertAfter, u"second"));
+    EXPECT_TRUE(InsertFileLine(File, 1, InsertPosition::After, u"second"));
     EXPECT_TRUE(DeleteFileLine(File, 3));
     EXPECT_EQ(KeptTexts, (std::vector<Text>{u"first", u"second"}));
     EXPECT_EQ(FileLineCount(File), 2);

@@ -51,8 +51,8 @@ TEST_P(LineFile, SelfTestOfTheDeviceGoesAsExpected) {
     EXPECT_EQ(FileLineCount(File), 10);
     EXPECT_TRUE(ChangeFileLine(File, 3, u"A brand new line 3!"));
     EXPECT_TRUE(DeleteFileLine(File, 5));
-    EXPECT_FALSE(InsertFileLine(File, 10, 2, u"Inserted after 10"));
-    EXPECT_TRUE(InsertFileLine(File, 2, 1, u"Inserted before 2"));
+    EXPECT_FALSE(InsertFileLine(File, 10, InsertPosition::After, u"Inserted after 10"));
+    EXPECT_TRUE(InsertFileLine(File, 2, InsertPosition::Before, u"Inserted before 2"));
     EXPECT_THAT(Lines(), ElementsAre(u"This is Line 1", u"Inserted before 2", u"This is Line 2", u"A brand new line 3!",
                                      u"This is Line 4", u"This is Line 6", u"This is Line 7", u"This is Line 8",
                                      u"This is Line 9", u"This is Line 10"));
@@ -135,14 +135,14 @@ TEST_P(LineFile, ChangeOfALineThatIsNotThereIsRefused) {
     Write({u"a"});
     EXPECT_FALSE(ChangeFileLine(File, 2, u"x"));
     EXPECT_FALSE(DeleteFileLine(File, 2));
-    EXPECT_FALSE(InsertFileLine(File, 2, 1, u"x"));
+    EXPECT_FALSE(InsertFileLine(File, 2, InsertPosition::Before, u"x"));
     EXPECT_THAT(Lines(), ElementsAre(u"a"));
 }
 
 TEST_P(LineFile, InsertsBeforeTheFirstAndBehindTheLast) {
     Write({u"b"});
-    EXPECT_TRUE(InsertFileLine(File, 1, 1, u"a"));
-    EXPECT_TRUE(InsertFileLine(File, 2, 2, u"c"));
+    EXPECT_TRUE(InsertFileLine(File, 1, InsertPosition::Before, u"a"));
+    EXPECT_TRUE(InsertFileLine(File, 2, InsertPosition::After, u"c"));
     EXPECT_THAT(Lines(), ElementsAre(u"a", u"b", u"c"));
 }
 
@@ -152,7 +152,7 @@ TEST_P(LineFile, WithoutItsOnlyLineRefusesEveryEdit) {
     EXPECT_THAT(Lines(), IsEmpty());
     EXPECT_EQ(SeekFileLine(File, 1), 0);
     EXPECT_FALSE(ChangeFileLine(File, 1, u"x"));
-    EXPECT_FALSE(InsertFileLine(File, 1, 1, u"x"));
+    EXPECT_FALSE(InsertFileLine(File, 1, InsertPosition::Before, u"x"));
     EXPECT_FALSE(DeleteFileLine(File, 1));
 }
 

@@ -124,7 +124,8 @@ TEST_P(LineWalk, GivesWhatTheStepsGive) {
             ASSERT_EQ(ChangeFileLine(file, line, text), literal.Change(sameLine, text));
             break;
         case 5:
-            ASSERT_EQ(InsertFileLine(file, line, position, text), literal.Insert(sameLine, position, text));
+            ASSERT_EQ(InsertFileLine(file, line, InsertPosition{position}, text),
+                      literal.Insert(sameLine, position, text));
             break;
         case 6:
             ASSERT_EQ(FileLineCount(file), literal.Count());

@@ -44,11 +44,11 @@ TEST_F(TextFile, KeepsTheByteOrderMarkAtItsHeadAndNowhereElse) {
     Open(u"a");
     EXPECT_TRUE(ChangeFileLine(File, 2, u"B"));
     EXPECT_EQ(Bytes(), mark + "a\nB\n");
-    EXPECT_TRUE(InsertFileLine(File, 1, 2, u"c"));
+    EXPECT_TRUE(InsertFileLine(File, 1, InsertPosition::After, u"c"));
     EXPECT_EQ(Bytes(), mark + "a\nc\nB\n");
     std::int32_t line = 1;
     EXPECT_EQ(ReadFileLine(File, line), u"a");
-    EXPECT_TRUE(InsertFileLine(File, 1, 1, u"first"));
+    EXPECT_TRUE(InsertFileLine(File, 1, InsertPosition::Before, u"first"));
     EXPECT_EQ(Bytes(), "first\na\nc\nB\n");
     CloseFile(File);
     Put(mark + "a\nb\n");
@@ -123,7 +123,7 @@ TEST_F(TextFile, ThatIsEmptyHasNone) {
     ASSERT_TRUE(File.valid);
     EXPECT_EQ(FileLineCount(File), 0);
     EXPECT_EQ(SeekFileLine(File, 1), 0);
-    EXPECT_FALSE(InsertFileLine(File, 1, 1, u"x"));
+    EXPECT_FALSE(InsertFileLine(File, 1, InsertPosition::Before, u"x"));
 }
 
 TEST_F(TextFile, CountLeavesItBehindTheLastLine) {
@@ -177,7 +177,7 @@ TEST_F(TextFile, MayStandInAnotherSlotAfterAnEdit) {
 TEST_F(TextFile, UnknownPositionOfAnInsertIsRefusedAndLeavesTheScratchFile) {
     Put("a\n");
     Open(u"r");
-    EXPECT_FALSE(InsertFileLine(File, 1, 3, u"x"));
+    EXPECT_FALSE(InsertFileLine(File, 1, InsertPosition{3}, u"x"));
     CloseFile(File);
     EXPECT_EQ(Bytes(), "a\n");
     EXPECT_EQ(OtherFiles().size(), 1U);
@@ -193,8 +193,8 @@ TEST_F(TextFile, EditLeavesNoScratchFileBehind) {
 TEST_F(TextFile, ScratchFileHasANameOfEightDigitsThatIsNotTaken) {
     Put("a\n");
     Open(u"r");
-    InsertFileLine(File, 1, 3, u"x");
-    InsertFileLine(File, 1, 3, u"x"); // the clock stands still, so the first name comes up again
+    InsertFileLine(File, 1, InsertPosition{3}, u"x");
+    InsertFileLine(File, 1, InsertPosition{3}, u"x"); // the clock stands still, so the first name comes up again
     const std::vector<std::string> names = OtherFiles();
     ASSERT_EQ(names.size(), 2U);
     for (const std::string& name : names) {

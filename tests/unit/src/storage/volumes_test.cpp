@@ -255,7 +255,7 @@ TEST(DataPath, FolderWhoseNameIsRefusedIsTold) {
     EXPECT_THAT(ToldOfFolders(device),
                 ElementsAre(u"Can't use the folder Card:\\My Documents\\Quorin\\: the name is refused. Its files are "
                             u"looked for and made in Card:\\. Tap here when you have read it."));
-    EXPECT_EQ(device.Platform.onlooker.notices.Worst()->About, u"folder");
+    EXPECT_EQ(device.Platform.onlooker.notices.Sorted().at(0).About, u"folder");
 }
 
 TEST(DataPath, FolderThatAFullDiskHasNoRoomForIsTold) {
