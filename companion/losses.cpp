@@ -4,26 +4,27 @@
 namespace companion {
 
 void Losses::NoPlace(const Text& words) {
-    Cause = words;
-    Readings = 0;
+    Cause_ = words;
+    Readings_ = 0;
 }
 
 void Losses::Reading(const Text& words) {
-    if (Cause.empty())
-        Cause = words;
-    ++Readings;
+    if (Cause_.empty())
+        Cause_ = words;
+    ++Readings_;
 }
 
 Text Losses::Words() const {
-    if (Readings == 0)
-        return Cause;
-    const Text count = Readings == 1 ? Text(u"1 reading is") : modStringTools::NumberText(Readings) + u" readings are";
-    return Cause + u"\n\n" + count + u" not stored.";
+    if (Readings_ == 0)
+        return Cause_;
+    const Text count =
+        Readings_ == 1 ? Text(u"1 reading is") : modStringTools::NumberText(Readings_) + u" readings are";
+    return Cause_ + u"\n\n" + count + u" not stored.";
 }
 
 void Losses::Seen() {
-    Cause.clear();
-    Readings = 0;
+    Cause_.clear();
+    Readings_ = 0;
 }
 
 } // namespace companion

@@ -15,15 +15,15 @@ public:
     void Reading(const Text& words);
 
     /// True if there is something to show.
-    bool Any() const { return !Cause.empty(); }
+    bool Any() const { return !Cause_.empty(); }
     /// The text to show, with the number of readings.
     Text Words() const;
     /// A person has seen the text. Later losses start a new one.
     void Seen();
 
 private:
-    Text Cause; ///< the text of the first loss
-    int Readings = 0;
+    Text Cause_; ///< the text of the first loss
+    int Readings_ = 0;
 };
 
 } // namespace companion

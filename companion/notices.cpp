@@ -6,30 +6,30 @@
 namespace companion {
 
 void Notices::Raise(const Notice& notice) {
-    const auto stands = std::find(List.begin(), List.end(), notice);
-    if (stands != List.end())
+    const auto stands = std::find(List_.begin(), List_.end(), notice);
+    if (stands != List_.end())
         return;
     Withdraw(notice.About);
-    List.push_back(notice);
+    List_.push_back(notice);
     if (Told)
         Told(notice);
 }
 
 void Notices::Withdraw(const Text& about) {
-    std::erase_if(List, [&about](const Notice& each) { return each.About == about; });
+    std::erase_if(List_, [&about](const Notice& each) { return each.About == about; });
 }
 
 void Notices::Drop(Until until) {
-    std::erase_if(List, [until](const Notice& each) { return each.Stands == until; });
+    std::erase_if(List_, [until](const Notice& each) { return each.Stands == until; });
 }
 
 void Notices::Act(const Text& about) {
-    std::erase_if(List,
+    std::erase_if(List_,
                   [&about](const Notice& each) { return each.About == about && each.Action == NoticeAction::Dismiss; });
 }
 
 std::vector<Notice> Notices::Sorted() const {
-    std::vector<Notice> sorted(List.rbegin(), List.rend());
+    std::vector<Notice> sorted(List_.rbegin(), List_.rend());
     std::stable_sort(sorted.begin(), sorted.end(),
                      [](const Notice& a, const Notice& b) { return a.Weight > b.Weight; });
     return sorted;
@@ -37,7 +37,7 @@ std::vector<Notice> Notices::Sorted() const {
 
 std::size_t Notices::Behind() const {
     const auto count =
-        std::count_if(List.begin(), List.end(), [](const Notice& each) { return each.Weight != Severity::Note; });
+        std::count_if(List_.begin(), List_.end(), [](const Notice& each) { return each.Weight != Severity::Note; });
     return static_cast<std::size_t>(std::max<std::ptrdiff_t>(count - 1, 0));
 }
 

@@ -53,14 +53,14 @@ public:
     /// Returns how many warnings and losses there are besides the worst notice.
     std::size_t Behind() const;
     /// Returns the notices in the order in which they were raised.
-    const std::vector<Notice>& Standing() const { return List; }
+    const std::vector<Notice>& Standing() const { return List_; }
 
     std::function<void(const Notice&)> Told;
 
 private:
     void Drop(Until until);
 
-    std::vector<Notice> List;
+    std::vector<Notice> List_;
 };
 
 } // namespace companion

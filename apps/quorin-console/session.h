@@ -16,38 +16,38 @@ namespace console {
 /// Reads lines from a descriptor as they arrive. Lines end with LF or CR LF.
 class LineReader {
 public:
-    explicit LineReader(int descriptor) : Input(descriptor) {}
-    bool HasLine() const { return !Lines.empty(); }
-    bool Ended() const { return AtEnd; }
-    int Descriptor() const { return AtEnd ? -1 : Input; }
+    explicit LineReader(int descriptor) : Input_(descriptor) {}
+    bool HasLine() const { return !Lines_.empty(); }
+    bool Ended() const { return AtEnd_; }
+    int Descriptor() const { return AtEnd_ ? -1 : Input_; }
     void Read();
     std::string Take();
 
 private:
     void Keep(std::string line);
 
-    int Input;
-    bool AtEnd = false;
-    std::string Begun; ///< a line whose end has not arrived yet
-    std::deque<std::string> Lines;
+    int Input_;
+    bool AtEnd_ = false;
+    std::string Begun_; ///< a line whose end has not arrived yet
+    std::deque<std::string> Lines_;
 };
 
 /// Ends the program when the output can't be written, because the results of commands can't be reported then.
 class OutputWatch final : public backends::EventSource {
 public:
-    OutputWatch(const Writer& writer, backends::EventLoop& loop) : Out(writer), Loop(loop) {}
+    OutputWatch(const Writer& writer, backends::EventLoop& loop) : Out_(writer), Loop_(loop) {}
     int Descriptor() override { return -1; }
     bool RaiseWhatIsPending() override;
 
 private:
-    const Writer& Out;
-    backends::EventLoop& Loop;
+    const Writer& Out_;
+    backends::EventLoop& Loop_;
 };
 
 class Session final : public backends::CommandSource {
 public:
     /// Reads commands from a descriptor. If `stopAtFailure`, the first command that fails is the last one.
-    Session(int input, std::ostream& out, bool stopAtFailure) : strict(stopAtFailure), writer(out), reader(input) {}
+    Session(int input, std::ostream& out, bool stopAtFailure) : Strict_(stopAtFailure), Writer_(out), Reader_(input) {}
 
     /// Sets the device for the commands. The device must have been created with this session as its source of commands
     /// and as its watcher.
@@ -59,28 +59,28 @@ public:
     /// Reports that the program is over, closes the commands that are open, and returns the exit status.
     int Over(const backends::ProgramOver& over);
 
-    Writer& Out() { return writer; }
+    Writer& Out() { return Writer_; }
 
     // Called by the loop.
     void AboutToWait(int nesting) override;
-    bool HasCommand() override { return reader.HasLine(); }
-    bool Ended() override { return reader.Ended(); }
-    int Descriptor() override { return reader.Descriptor(); }
-    void TakeInput() override { reader.Read(); }
+    bool HasCommand() override { return Reader_.HasLine(); }
+    bool Ended() override { return Reader_.Ended(); }
+    int Descriptor() override { return Reader_.Descriptor(); }
+    void TakeInput() override { Reader_.Read(); }
     void RunCommand() override;
 
 private:
     int Close(const backends::ProgramOver& over);
     void CloseOpenCommands(const std::string& error);
 
-    bool strict;
-    Writer writer;
-    LineReader reader;
-    backends::BackEnd* device = nullptr;
-    std::optional<OutputWatch> outputWatch;
-    std::optional<backends::Ending> ending;
-    std::vector<std::string> openCommands; ///< their words, the innermost last
-    int announced = -1;                    ///< the nesting of the last `ready` without a command after it; -1 for none
+    bool Strict_;
+    Writer Writer_;
+    LineReader Reader_;
+    backends::BackEnd* Device_ = nullptr;
+    std::optional<OutputWatch> OutputWatch_;
+    std::optional<backends::Ending> Ending_;
+    std::vector<std::string> OpenCommands_; ///< their words, the innermost last
+    int Announced_ = -1;                    ///< the nesting of the last `ready` without a command after it; -1 for none
 };
 
 } // namespace console

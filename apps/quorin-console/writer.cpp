@@ -14,7 +14,7 @@ std::string Utf8(const Text& text) {
 
 void Writer::Write(const Json& object) {
     if (!Failed())
-        Out << object.dump(-1, ' ', false, Json::error_handler_t::replace) << std::endl;
+        Out_ << object.dump(-1, ' ', false, Json::error_handler_t::replace) << std::endl;
 }
 
 void Writer::BoxOpened(const Text& text, BoxButtons buttons, BoxIcon icon, const Text& title) {

@@ -17,12 +17,12 @@ std::string Utf8(const Text& text);
 
 class Writer final : public backends::Watcher {
 public:
-    explicit Writer(std::ostream& out) : Out(out) {}
+    explicit Writer(std::ostream& out) : Out_(out) {}
 
     /// Writes an object; does nothing after a write has failed.
     void Write(const Json& object);
     /// True if a write has failed.
-    bool Failed() const { return !Out; }
+    bool Failed() const { return !Out_; }
 
     void BoxOpened(const Text& text, platform::BoxButtons buttons, platform::BoxIcon icon, const Text& title) override;
     void TonePlayed(std::int32_t hertz, std::int32_t milliseconds) override;
@@ -35,7 +35,7 @@ public:
     void NotSaved(const Text& file, const Text& why) override;
 
 private:
-    std::ostream& Out;
+    std::ostream& Out_;
 };
 
 } // namespace console

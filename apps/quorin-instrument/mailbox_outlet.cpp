@@ -22,7 +22,7 @@ constexpr const char* UnfinishedName = "ipcout.tmp"; // readers ignore this name
 } // namespace
 
 Mailbox::~Mailbox() {
-    if (Running) {
+    if (Running_) {
         unlink(Path(UnfinishedName).c_str());
         unlink(Path(LockName).c_str());
         unlink(Path(RunName).c_str());
@@ -31,15 +31,15 @@ Mailbox::~Mailbox() {
 
 Outcome Mailbox::Open() {
     struct stat folder = {};
-    if (stat(Folder.c_str(), &folder) != 0) {
-        return FailBySystem("can't open the mailbox " + Folder);
+    if (stat(Folder_.c_str(), &folder) != 0) {
+        return FailBySystem("can't open the mailbox " + Folder_);
     }
     if (!S_ISDIR(folder.st_mode)) {
-        return Fail("the mailbox " + Folder + " is no folder");
+        return Fail("the mailbox " + Folder_ + " is no folder");
     }
     unlink(Path(LockName).c_str());
     const Outcome marked = Write(RunName, "");
-    Running = marked == Outcome::Done;
+    Running_ = marked == Outcome::Done;
     return marked;
 }
 

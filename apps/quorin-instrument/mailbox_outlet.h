@@ -10,7 +10,7 @@ namespace instrument {
 class Mailbox final : public Outlet {
 public:
     /// Only one server at a time may use the folder.
-    explicit Mailbox(std::string folder) : Folder(std::move(folder)) {}
+    explicit Mailbox(std::string folder) : Folder_(std::move(folder)) {}
     ~Mailbox() override;
 
     /// Replaces what a killed server has left: "rfcomm.run" and its lock.
@@ -21,12 +21,12 @@ public:
     Outcome Finish(Linger linger) override;
 
 private:
-    std::string Path(const char* name) const { return Folder + "/" + name; }
+    std::string Path(const char* name) const { return Folder_ + "/" + name; }
     bool DeliveryThere() const;
     Outcome Write(const char* name, std::string_view bytes);
 
-    std::string Folder;
-    bool Running = false;
+    std::string Folder_;
+    bool Running_ = false;
 };
 
 } // namespace instrument

@@ -32,18 +32,18 @@ public:
     /// Makes sure that the last bytes reach the reader.
     virtual Outcome Finish(Linger linger) = 0;
 
-    const std::string& Problem() const { return ProblemText; }
+    const std::string& Problem() const { return ProblemText_; }
 
 protected:
     Outcome Fail(std::string problem) {
-        ProblemText = std::move(problem);
+        ProblemText_ = std::move(problem);
         return Outcome::Failed;
     }
     /// Fails with the message "what: the system's text for errno".
     Outcome FailBySystem(const std::string& what);
 
 private:
-    std::string ProblemText;
+    std::string ProblemText_;
 };
 
 } // namespace instrument

@@ -14,21 +14,21 @@ namespace instrument {
 
 Outcome SerialDevice::Open() {
     struct stat found {};
-    if (stat(Path.c_str(), &found) != 0) {
-        return FailBySystem("can't open " + Path);
+    if (stat(Path_.c_str(), &found) != 0) {
+        return FailBySystem("can't open " + Path_);
     }
     if (!S_ISCHR(found.st_mode)) { // opening another kind of device may have an effect
-        return Fail(Path + " is no serial line");
+        return Fail(Path_ + " is no serial line");
     }
     // Without O_NONBLOCK, open would wait for the carrier of a modem.
-    Line = backends::Descriptor(open(Path.c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC | O_NONBLOCK));
-    if (!Line.Valid()) {
-        return FailBySystem("can't open " + Path);
+    Line_ = backends::Descriptor(open(Path_.c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC | O_NONBLOCK));
+    if (!Line_.Valid()) {
+        return FailBySystem("can't open " + Path_);
     }
-    if (isatty(Line.Number()) == 0) {
-        return Fail(Path + " is no serial line");
+    if (isatty(Line_.Number()) == 0) {
+        return Fail(Path_ + " is no serial line");
     }
-    return SetRawLine(Line.Number()) ? Outcome::Done : FailBySystem("can't set the line " + Path);
+    return SetRawLine(Line_.Number()) ? Outcome::Done : FailBySystem("can't set the line " + Path_);
 }
 
 Outcome SerialDevice::Send(std::string_view bytes) {
@@ -36,9 +36,9 @@ Outcome SerialDevice::Send(std::string_view bytes) {
         if (StopAsked()) {
             return Outcome::Stopped;
         }
-        const long written = WriteSome(Line.Number(), bytes);
+        const long written = WriteSome(Line_.Number(), bytes);
         if (written < 0) {
-            return FailBySystem("can't write to " + Path);
+            return FailBySystem("can't write to " + Path_);
         }
         bytes.remove_prefix(static_cast<std::size_t>(written));
     }
@@ -46,12 +46,12 @@ Outcome SerialDevice::Send(std::string_view bytes) {
 }
 
 Outcome SerialDevice::Finish(Linger linger) {
-    while (tcdrain(Line.Number()) != 0) {
+    while (tcdrain(Line_.Number()) != 0) {
         if (StopAsked()) {
             return Outcome::Stopped;
         }
         if (errno != EINTR) {
-            return FailBySystem("can't write to " + Path);
+            return FailBySystem("can't write to " + Path_);
         }
     }
     return PauseFor(linger.value_or(std::chrono::milliseconds(0))) ? Outcome::Done : Outcome::Stopped;

@@ -10,7 +10,7 @@ namespace instrument {
 /// Sends whether or not there is a reader: a serial line does not report one.
 class SerialDevice final : public Outlet {
 public:
-    explicit SerialDevice(std::string path) : Path(std::move(path)) {}
+    explicit SerialDevice(std::string path) : Path_(std::move(path)) {}
 
     Outcome Open() override;
     Outcome Send(std::string_view bytes) override;
@@ -18,8 +18,8 @@ public:
     Outcome Finish(Linger linger) override;
 
 private:
-    std::string Path;
-    backends::Descriptor Line;
+    std::string Path_;
+    backends::Descriptor Line_;
 };
 
 } // namespace instrument

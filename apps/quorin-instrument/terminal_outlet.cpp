@@ -32,30 +32,30 @@ std::string LinkTarget(const std::string& path) {
 
 PseudoTerminal::~PseudoTerminal() {
     // Another instrument may have replaced the link by its own.
-    if (LinkMade && LinkTarget(Link) == SlavePath) {
-        unlink(Link.c_str());
+    if (LinkMade_ && LinkTarget(Link_) == SlavePath_) {
+        unlink(Link_.c_str());
     }
 }
 
 Outcome PseudoTerminal::Open() {
-    Master = backends::Descriptor(posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC | O_NONBLOCK));
-    if (!Master.Valid() || grantpt(Master.Number()) != 0 || unlockpt(Master.Number()) != 0) {
+    Master_ = backends::Descriptor(posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC | O_NONBLOCK));
+    if (!Master_.Valid() || grantpt(Master_.Number()) != 0 || unlockpt(Master_.Number()) != 0) {
         return FailBySystem("can't open a pseudo terminal");
     }
     std::array<char, PATH_MAX> path;
-    if (ptsname_r(Master.Number(), path.data(), path.size()) != 0) {
+    if (ptsname_r(Master_.Number(), path.data(), path.size()) != 0) {
         return FailBySystem("can't name the pseudo terminal");
     }
-    SlavePath = path.data();
+    SlavePath_ = path.data();
     // The master reports that the slave is not open only after it has been open once.
     const backends::Descriptor slave(open(path.data(), O_RDWR | O_NOCTTY | O_CLOEXEC));
     if (!slave.Valid()) {
-        return FailBySystem("can't open " + SlavePath);
+        return FailBySystem("can't open " + SlavePath_);
     }
     if (const Outcome made = MakeLink(); made != Outcome::Done) {
         return made;
     }
-    std::printf("%s\n", SlavePath.c_str());
+    std::printf("%s\n", SlavePath_.c_str());
     if (std::fflush(stdout) != 0) {
         return FailBySystem("can't write the name of the line");
     }
@@ -63,27 +63,27 @@ Outcome PseudoTerminal::Open() {
 }
 
 Outcome PseudoTerminal::MakeLink() {
-    if (Link.empty()) {
+    if (Link_.empty()) {
         return Outcome::Done;
     }
     // A link may be left from a run that was killed; anything else is not removed.
-    if (!LinkTarget(Link).empty()) {
-        unlink(Link.c_str());
+    if (!LinkTarget(Link_).empty()) {
+        unlink(Link_.c_str());
     }
-    if (symlink(SlavePath.c_str(), Link.c_str()) != 0) {
-        return FailBySystem("can't make the link " + Link);
+    if (symlink(SlavePath_.c_str(), Link_.c_str()) != 0) {
+        return FailBySystem("can't make the link " + Link_);
     }
-    LinkMade = true;
+    LinkMade_ = true;
     return Outcome::Done;
 }
 
 bool PseudoTerminal::ReaderThere() const {
-    pollfd master = {Master.Number(), 0, 0};
+    pollfd master = {Master_.Number(), 0, 0};
     return poll(&master, 1, 0) >= 0 && (master.revents & POLLHUP) == 0;
 }
 
 Outcome PseudoTerminal::WaitForReader() {
-    LineReady = false;
+    LineReady_ = false;
     while (!ReaderThere()) {
         if (!PauseFor(LookInterval)) {
             return Outcome::Stopped;
@@ -91,10 +91,10 @@ Outcome PseudoTerminal::WaitForReader() {
     }
     // When the last reader closed the line, it got the settings of a login terminal again. Setting the master sets the
     // slave.
-    if (!SetRawLine(Master.Number())) {
-        return FailBySystem("can't set the line " + SlavePath);
+    if (!SetRawLine(Master_.Number())) {
+        return FailBySystem("can't set the line " + SlavePath_);
     }
-    LineReady = true;
+    LineReady_ = true;
     return PauseFor(SettlingTime) ? Outcome::Done : Outcome::Stopped;
 }
 
@@ -103,15 +103,15 @@ Outcome PseudoTerminal::Send(std::string_view bytes) {
         if (StopAsked()) {
             return Outcome::Stopped;
         }
-        if (!LineReady || !ReaderThere()) {
+        if (!LineReady_ || !ReaderThere()) {
             if (const Outcome there = WaitForReader(); there != Outcome::Done) {
                 return there;
             }
             continue; // the reader may have gone again during the pause
         }
-        const long written = WriteSome(Master.Number(), bytes);
+        const long written = WriteSome(Master_.Number(), bytes);
         if (written < 0 && errno != EIO) { // EIO: the reader has just gone
-            return FailBySystem("can't write to " + SlavePath);
+            return FailBySystem("can't write to " + SlavePath_);
         }
         bytes.remove_prefix(written > 0 ? static_cast<std::size_t>(written) : 0);
     }

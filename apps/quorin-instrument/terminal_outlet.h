@@ -12,7 +12,7 @@ namespace instrument {
 class PseudoTerminal final : public Outlet {
 public:
     /// `link`: the path of a symbolic link to the slave, removed at the end; empty for none.
-    explicit PseudoTerminal(std::string link) : Link(std::move(link)) {}
+    explicit PseudoTerminal(std::string link) : Link_(std::move(link)) {}
     ~PseudoTerminal() override;
 
     /// Writes the path of the slave to standard output, on a line of its own.
@@ -25,11 +25,11 @@ private:
     bool ReaderThere() const;
     Outcome WaitForReader();
 
-    backends::Descriptor Master;
-    std::string SlavePath;
-    std::string Link;
-    bool LinkMade = false;
-    bool LineReady = false; ///< the current reader was detected and the line set up
+    backends::Descriptor Master_;
+    std::string SlavePath_;
+    std::string Link_;
+    bool LinkMade_ = false;
+    bool LineReady_ = false; ///< the current reader was detected and the line set up
 };
 
 } // namespace instrument

@@ -80,18 +80,18 @@ std::string FirstLine(int descriptor) {
 DemoInstrument::DemoInstrument(std::chrono::milliseconds interval) {
     int ends[2];
     if (::pipe2(ends, O_CLOEXEC) != 0) {
-        ProblemText = backends::ReasonOf(errno);
+        ProblemText_ = backends::ReasonOf(errno);
         return;
     }
     const backends::Descriptor answer(ends[0]);
     backends::Descriptor answering(ends[1]);
     std::fflush(nullptr); // otherwise the child would write buffered output again
     const pid_t owner = ::getpid();
-    Process = ::fork();
-    if (Process == 0)
+    Process_ = ::fork();
+    if (Process_ == 0)
         RunInstrument(interval, owner, answering);
-    if (Process < 0) {
-        ProblemText = backends::ReasonOf(errno);
+    if (Process_ < 0) {
+        ProblemText_ = backends::ReasonOf(errno);
         return;
     }
     answering.Close();
@@ -99,18 +99,18 @@ DemoInstrument::DemoInstrument(std::chrono::milliseconds interval) {
 }
 
 DemoInstrument::~DemoInstrument() {
-    if (Process <= 0)
+    if (Process_ <= 0)
         return;
-    ::kill(Process, SIGKILL);
-    while (::waitpid(Process, nullptr, 0) < 0 && errno == EINTR) {
+    ::kill(Process_, SIGKILL);
+    while (::waitpid(Process_, nullptr, 0) < 0 && errno == EINTR) {
     }
 }
 
 void DemoInstrument::TakeAnswer(const std::string& line) {
     if (!line.empty() && line.front() == '/')
-        PortPath = line;
+        PortPath_ = line;
     else
-        ProblemText = line.empty() ? "it ended at once" : line;
+        ProblemText_ = line.empty() ? "it ended at once" : line;
 }
 
 } // namespace quorin

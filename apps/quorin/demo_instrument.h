@@ -19,15 +19,15 @@ public:
     ~DemoInstrument();
 
     /// The path of its terminal; empty if it could not be started, and Problem says why.
-    const std::string& Port() const { return PortPath; }
-    const std::string& Problem() const { return ProblemText; }
+    const std::string& Port() const { return PortPath_; }
+    const std::string& Problem() const { return ProblemText_; }
 
 private:
     void TakeAnswer(const std::string& line);
 
-    int Process = -1;
-    std::string PortPath;
-    std::string ProblemText;
+    int Process_ = -1;
+    std::string PortPath_;
+    std::string ProblemText_;
 };
 
 } // namespace quorin

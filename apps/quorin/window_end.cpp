@@ -29,7 +29,7 @@ void EndWithoutDisplay() {
 }
 
 WindowEnd::WindowEnd(backends::qt::QtPlatform& device, WindowWatch& watch, backends::EndSignals& signals)
-    : Device(device), Watch(watch), Last(device) {
+    : Device_(device), Watch_(watch), Last_(device) {
     device.loop.Listen(signals);
     signals.Raised = [this](const std::string& name) { Begin(name); };
     device.SessionEnds = [this] { Begin("the end of the session"); };
@@ -38,20 +38,20 @@ WindowEnd::WindowEnd(backends::qt::QtPlatform& device, WindowWatch& watch, backe
 }
 
 void WindowEnd::Begin(const std::string& why) {
-    Watch.CloseBox();
-    Last.Begin(why);
+    Watch_.CloseBox();
+    Last_.Begin(why);
 }
 
 /// Used when the person is gone or leaving, so no box is shown.
 int WindowEnd::TellEnding(const ProgramOver& over) const {
     if (over.Why == ProgramOver::Reason::Failed)
         std::cerr << "quorin: " << modStringTools::ToBytes(over.Failure) << "\n";
-    std::cerr << "quorin: " << Last.Words() << std::endl;
-    return over.Why == ProgramOver::Reason::Failed || Last.IsLost() ? start::StatusFailure : start::StatusEnded;
+    std::cerr << "quorin: " << Last_.Words() << std::endl;
+    return over.Why == ProgramOver::Reason::Failed || Last_.IsLost() ? start::StatusFailure : start::StatusEnded;
 }
 
 int WindowEnd::Over(const ProgramOver& over) {
-    if (Last.Begun())
+    if (Last_.Begun())
         return TellEnding(over);
     if (over.Why != ProgramOver::Reason::Failed)
         return start::StatusEnded;
@@ -61,7 +61,7 @@ int WindowEnd::Over(const ProgramOver& over) {
     if (!unsaved.empty())
         std::cerr << "quorin: " << unsaved << std::endl;
     QMessageBox message(QMessageBox::Critical, QStringLiteral("Quorin has stopped"), QString::fromStdString(text),
-                        QMessageBox::Ok, &Device.window);
+                        QMessageBox::Ok, &Device_.window);
     message.setTextFormat(Qt::PlainText);
     sigset_t all;
     sigfillset(&all);
@@ -74,12 +74,12 @@ int WindowEnd::Over(const ProgramOver& over) {
 
 void WindowEnd::WithoutDisplay() {
     Only = nullptr;
-    Device.faults.Working = nullptr; // these two would handle window events
-    Device.runTime.Rest = [](std::int32_t milliseconds) {
+    Device_.faults.Working = nullptr; // these two would handle window events
+    Device_.runTime.Rest = [](std::int32_t milliseconds) {
         std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
     };
-    Last.SaveAtOnce("a display that is gone");
-    std::cerr << "quorin: " << Last.Words() << std::endl;
+    Last_.SaveAtOnce("a display that is gone");
+    std::cerr << "quorin: " << Last_.Words() << std::endl;
     std::fflush(nullptr);
     std::_Exit(start::StatusFailure);
 }

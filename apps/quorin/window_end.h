@@ -26,9 +26,9 @@ private:
     void Begin(const std::string& why);
     int TellEnding(const backends::ProgramOver& over) const;
 
-    backends::qt::QtPlatform& Device;
-    WindowWatch& Watch;
-    backends::Ending Last;
+    backends::qt::QtPlatform& Device_;
+    WindowWatch& Watch_;
+    backends::Ending Last_;
 };
 
 /// Called when the display is gone: calls WithoutDisplay if there is a window already.

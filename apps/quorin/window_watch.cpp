@@ -12,7 +12,7 @@ namespace quorin {
 
 using modStringTools::ToBytes;
 
-WindowWatch::WindowWatch() : Link(backends::OpeningTrouble) {
+WindowWatch::WindowWatch() : Link_(backends::OpeningTrouble) {
 }
 
 companion::LinkWatch::Moment WindowWatch::Now() {
@@ -22,19 +22,19 @@ companion::LinkWatch::Moment WindowWatch::Now() {
 }
 
 void WindowWatch::Attach(backends::qt::QtPlatform& device) {
-    Device = &device;
+    Device_ = &device;
     device.loop.Listen(*this);
-    Box.emplace(device.boxes, device.window, [&device] { device.onlooker.losses.Seen(); });
+    Box_.emplace(device.boxes, device.window, [&device] { device.onlooker.losses.Seen(); });
     device.window.NoticeTapped = [this](const Text& about) {
-        Device->onlooker.notices.Act(about);
+        Device_->onlooker.notices.Act(about);
         ShowNotices();
     };
 }
 
 /// The program answers each result with a tone, whether it was taken or not.
 void WindowWatch::TonePlayed(std::int32_t hertz, std::int32_t milliseconds) {
-    Link.ResultCame(Now());
-    Player.Play(hertz, milliseconds);
+    Link_.ResultCame(Now());
+    Player_.Play(hertz, milliseconds);
 }
 
 void WindowWatch::NotSaved(const Text& file, const Text& why) {
@@ -46,21 +46,21 @@ void WindowWatch::Warned(const Text&, const Text& text) {
 }
 
 void WindowWatch::ShowNotices() {
-    const companion::Notices& notices = Device->onlooker.notices;
-    if (notices.Standing() == ShownNotices)
+    const companion::Notices& notices = Device_->onlooker.notices;
+    if (notices.Standing() == ShownNotices_)
         return;
-    ShownNotices = notices.Standing();
-    Device->window.SetNotices(notices);
+    ShownNotices_ = notices.Standing();
+    Device_->window.SetNotices(notices);
 }
 
 void WindowWatch::ShowLosses() {
-    companion::Losses& losses = Device->onlooker.losses;
-    if (Box && losses.Any()) // there is no box once the program is ending
-        Box->Say(backends::qt::ToQt(losses.Words()));
+    companion::Losses& losses = Device_->onlooker.losses;
+    if (Box_ && losses.Any()) // there is no box once the program is ending
+        Box_->Say(backends::qt::ToQt(losses.Words()));
 }
 
 companion::PortFacts WindowWatch::Port() const {
-    const backends::DeviceSerial& serial = Device->serial;
+    const backends::DeviceSerial& serial = Device_->serial;
     return {
         .Address = serial.Address(),
         .Open = serial.PortOpen(),
@@ -74,12 +74,12 @@ companion::PortFacts WindowWatch::Port() const {
 bool WindowWatch::RaiseWhatIsPending() {
     ShowNotices();
     const auto now = Now();
-    if (!Link.IsDue(now))
+    if (!Link_.IsDue(now))
         return false;
-    const companion::LinkLine line = Link.Line(Port(), Device->boxes.Piled(), now);
-    if (line != Shown)
-        Device->window.SetLinkLine(QString::fromStdString(line.Text), line.Alive);
-    Shown = line;
+    const companion::LinkLine line = Link_.Line(Port(), Device_->boxes.Piled(), now);
+    if (line != Shown_)
+        Device_->window.SetLinkLine(QString::fromStdString(line.Text), line.Alive);
+    Shown_ = line;
     return false;
 }
 

@@ -28,7 +28,7 @@ public:
     /// Shows the window's box of lost readings, or updates it. Must be called at the outermost level of the loop.
     void ShowLosses();
     /// Closes the box, because the program ends.
-    void CloseBox() { Box.reset(); }
+    void CloseBox() { Box_.reset(); }
 
     // Updates the line in each round of the loop; the link's timer causes one at least twice a second.
     int Descriptor() override { return -1; }
@@ -39,12 +39,12 @@ private:
     companion::PortFacts Port() const;
     void ShowNotices();
 
-    backends::qt::QtPlatform* Device = nullptr;
-    backends::TonePlayer Player;
-    companion::LinkWatch Link;
-    companion::LinkLine Shown;
-    std::vector<companion::Notice> ShownNotices;
-    std::optional<backends::qt::LossBox> Box;
+    backends::qt::QtPlatform* Device_ = nullptr;
+    backends::TonePlayer Player_;
+    companion::LinkWatch Link_;
+    companion::LinkLine Shown_;
+    std::vector<companion::Notice> ShownNotices_;
+    std::optional<backends::qt::LossBox> Box_;
 };
 
 } // namespace quorin

@@ -26,26 +26,26 @@ namespace {
 /// for the whole.
 class Output final : public std::streambuf {
 public:
-    int Error() const { return FirstError; } ///< the errno value; 0 for none
+    int Error() const { return FirstError_; } ///< the errno value; 0 for none
 
 protected:
     int_type overflow(int_type character) override {
         if (character != traits_type::eof())
-            Waiting += traits_type::to_char_type(character);
+            Waiting_ += traits_type::to_char_type(character);
         return traits_type::not_eof(character);
     }
 
     std::streamsize xsputn(const char* bytes, std::streamsize count) override {
-        Waiting.append(bytes, static_cast<std::size_t>(count));
+        Waiting_.append(bytes, static_cast<std::size_t>(count));
         return count;
     }
 
     int sync() override {
-        std::string_view left = Waiting;
-        while (FirstError == 0 && !left.empty())
+        std::string_view left = Waiting_;
+        while (FirstError_ == 0 && !left.empty())
             left.remove_prefix(WriteSome(left));
-        Waiting.clear();
-        return FirstError == 0 ? 0 : -1;
+        Waiting_.clear();
+        return FirstError_ == 0 ? 0 : -1;
     }
 
 private:
@@ -56,7 +56,7 @@ private:
         if (errno == EAGAIN)
             WaitForTheReader();
         else if (errno != EINTR)
-            FirstError = errno;
+            FirstError_ = errno;
         return 0;
     }
 
@@ -65,8 +65,8 @@ private:
         ::poll(&output, 1, -1); // also returns when the reader is gone; the next write reports that
     }
 
-    std::string Waiting;
-    int FirstError = 0;
+    std::string Waiting_;
+    int FirstError_ = 0;
 };
 
 /// Never destroyed, because output may be written at the very end.

@@ -84,12 +84,12 @@ bool IsAbsolute(const std::string& path) {
 /// A walk down from a folder that remembers its way, so that `..` in a link can be followed back.
 class Walk {
 public:
-    Walk(int folder, const std::string& relative) : Start(folder) { PutBefore(relative, Ahead); }
+    Walk(int folder, const std::string& relative) : Start_(folder) { PutBefore(relative, Ahead_); }
 
     ErrorNumber ToItsEnd(Descriptor& found) {
-        while (!Ahead.empty()) {
-            const std::string part = Ahead.back();
-            Ahead.pop_back();
+        while (!Ahead_.empty()) {
+            const std::string part = Ahead_.back();
+            Ahead_.pop_back();
             if (const ErrorNumber error = Step(part); error != NoError)
                 return error;
         }
@@ -98,7 +98,7 @@ public:
     }
 
 private:
-    int Here() const { return Behind.empty() ? Start : Behind.back().Number(); }
+    int Here() const { return Behind_.empty() ? Start_ : Behind_.back().Number(); }
 
     ErrorNumber Step(const std::string& part) {
         if (part.empty() || part == ".")
@@ -113,14 +113,14 @@ private:
             return Follow(next.Number());
         if (!S_ISDIR(found.st_mode))
             return FileNotFound;
-        Behind.push_back(std::move(next));
+        Behind_.push_back(std::move(next));
         return NoError;
     }
 
     ErrorNumber Back() {
-        if (Behind.empty())
+        if (Behind_.empty())
             return PathRefused;
-        Behind.pop_back();
+        Behind_.pop_back();
         return NoError;
     }
 
@@ -128,16 +128,16 @@ private:
         std::optional<std::string> target;
         if (const ErrorNumber error = TargetOf(link, "", target); error != NoError)
             return error;
-        if (!target || IsAbsolute(*target) || ++Links > MostLinks)
+        if (!target || IsAbsolute(*target) || ++Links_ > MostLinks)
             return PathRefused;
-        PutBefore(*target, Ahead);
+        PutBefore(*target, Ahead_);
         return NoError;
     }
 
-    int Start;
-    std::vector<Descriptor> Behind; ///< the open folders from the start to here
-    std::vector<std::string> Ahead; ///< parts still to visit, the next one at the end
-    int Links = 0;
+    int Start_;
+    std::vector<Descriptor> Behind_; ///< the open folders from the start to here
+    std::vector<std::string> Ahead_; ///< parts still to visit, the next one at the end
+    int Links_ = 0;
 };
 
 /// A path split into its folder and the name in it.

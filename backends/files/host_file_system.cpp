@@ -15,35 +15,35 @@ namespace {
 class HostFolder final : public Folder {
 public:
     HostFolder(const PathMap& paths, Text prefix, Descriptor opened)
-        : Paths(paths), Prefix(std::move(prefix)), Opened(std::move(opened)) {}
+        : Paths_(paths), Prefix_(std::move(prefix)), Opened_(std::move(opened)) {}
 
     Text FirstFile(std::int32_t) override {
-        Failure = NoError;
-        Note(ReadNames(Opened, Names));
-        Next = 0;
+        Failure_ = NoError;
+        Note(ReadNames(Opened_, Names_));
+        Next_ = 0;
         return NextFile();
     }
 
     Text NextFile() override {
-        while (Next < Names.size()) {
+        while (Next_ < Names_.size()) {
             Text fullName;
-            if (IsListed(Names[Next++], fullName))
+            if (IsListed(Names_[Next_++], fullName))
                 return fullName;
         }
         return {};
     }
 
-    ErrorNumber WalkError() const override { return Failure; }
+    ErrorNumber WalkError() const override { return Failure_; }
 
 private:
     /// Hidden names are not listed, nor names with a backslash, which no path of the device can mean.
     bool IsListed(const std::string& name, Text& fullName) {
         if (name[0] == '.' || name.find('\\') != std::string::npos)
             return false;
-        fullName = Prefix + modStringTools::FromBytes(name);
+        fullName = Prefix_ + modStringTools::FromBytes(name);
         FileEntry entry;
         struct stat found {};
-        ErrorNumber error = Paths.Entry(fullName, LastLink::Follow, entry);
+        ErrorNumber error = Paths_.Entry(fullName, LastLink::Follow, entry);
         if (error == NoError)
             error = LookAt(entry, found);
         Note(error);
@@ -52,28 +52,28 @@ private:
 
     /// Keeps the first error. An entry that is gone or leads out of the storage counts as missing, which is no error.
     void Note(ErrorNumber error) {
-        if (Failure == NoError && !IsMissing(error))
-            Failure = error;
+        if (Failure_ == NoError && !IsMissing(error))
+            Failure_ = error;
     }
 
-    PathMap Paths;
-    Text Prefix;
-    Descriptor Opened;
-    std::vector<std::string> Names;
-    std::size_t Next = 0;
-    ErrorNumber Failure = NoError;
+    PathMap Paths_;
+    Text Prefix_;
+    Descriptor Opened_;
+    std::vector<std::string> Names_;
+    std::size_t Next_ = 0;
+    ErrorNumber Failure_ = NoError;
 };
 
 } // namespace
 
 ErrorNumber HostFileSystem::OpenFolder(const Text& path, bool create, std::unique_ptr<Folder>& folder) {
-    if (const ErrorNumber error = create ? Paths.MakeFolder(path) : NoError; error != NoError)
+    if (const ErrorNumber error = create ? Paths_.MakeFolder(path) : NoError; error != NoError)
         return error;
     Descriptor opened;
-    if (const ErrorNumber error = Paths.OpenFolder(path, opened); error != NoError)
+    if (const ErrorNumber error = Paths_.OpenFolder(path, opened); error != NoError)
         return error;
     const Text prefix = path.back() == u'\\' ? path : path + u'\\';
-    folder = std::make_unique<HostFolder>(Paths, prefix, std::move(opened));
+    folder = std::make_unique<HostFolder>(Paths_, prefix, std::move(opened));
     return NoError;
 }
 
@@ -81,7 +81,7 @@ ErrorNumber HostFileSystem::OpenFolder(const Text& path, bool create, std::uniqu
 ErrorNumber HostFileSystem::Entry(const Text& fullName, LastLink lastLink, FileEntry& entry) const {
     if (fullName.empty() || fullName.back() == u'\\')
         return PathRefused;
-    return Paths.Entry(fullName, lastLink, entry);
+    return Paths_.Entry(fullName, lastLink, entry);
 }
 
 /// Finds the entries of a file and of its destination.

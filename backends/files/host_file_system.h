@@ -15,7 +15,7 @@ using namespace platform;
 /// file: its name must not be taken for a free one.
 class HostFileSystem final : public FileSystem {
 public:
-    explicit HostFileSystem(PathMap paths) : Paths(std::move(paths)) {}
+    explicit HostFileSystem(PathMap paths) : Paths_(std::move(paths)) {}
 
     ErrorNumber OpenFolder(const Text& path, bool create, std::unique_ptr<Folder>& folder) override;
     ErrorNumber OpenStream(const Text& fullName, StreamMode mode, std::unique_ptr<TextStream>& stream) override;
@@ -27,7 +27,7 @@ private:
     ErrorNumber Entries(const Text& source, const Text& destination, FileEntry& from, FileEntry& to) const;
     bool MayBeThere(const Text& fullName) const;
 
-    PathMap Paths;
+    PathMap Paths_;
 };
 
 } // namespace backends

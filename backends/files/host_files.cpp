@@ -270,15 +270,15 @@ Replacement::~Replacement() {
 }
 
 void Replacement::GiveUp() {
-    if (Beside.Valid())
-        static_cast<void>(RemoveFrom(Target.Folder, BesideName));
-    Beside.Close();
+    if (Beside_.Valid())
+        static_cast<void>(RemoveFrom(Target_.Folder, BesideName_));
+    Beside_.Close();
 }
 
 ErrorNumber Replacement::BeginWith(int file) {
     ErrorNumber error = Begin();
     if (error == NoError)
-        error = CopyBytes(file, Beside.Number());
+        error = CopyBytes(file, Beside_.Number());
     if (error != NoError)
         GiveUp();
     return error;
@@ -286,18 +286,18 @@ ErrorNumber Replacement::BeginWith(int file) {
 
 ErrorNumber Replacement::Begin() {
     bool exists = false;
-    if (const ErrorNumber error = MayBeReplaced(Target, exists); error != NoError)
+    if (const ErrorNumber error = MayBeReplaced(Target_, exists); error != NoError)
         return error;
     if (const ErrorNumber error = MakeBeside(); error != NoError)
         return error;
-    return exists ? TakeRights(Beside.Number(), Target, KeepsRights) : NoError;
+    return exists ? TakeRights(Beside_.Number(), Target_, KeepsRights_) : NoError;
 }
 
 ErrorNumber Replacement::MakeBeside() {
     const std::string stem = ".quorin-" + std::to_string(::getpid()) + "-";
     for (int attempt = 0; attempt < BesideTries; ++attempt) {
-        BesideName = stem + std::to_string(attempt);
-        const ErrorNumber error = CreateRegular(Target.Folder, BesideName, O_RDWR, Beside);
+        BesideName_ = stem + std::to_string(attempt);
+        const ErrorNumber error = CreateRegular(Target_.Folder, BesideName_, O_RDWR, Beside_);
         if (error != FileExists)
             return error;
     }
@@ -305,15 +305,15 @@ ErrorNumber Replacement::MakeBeside() {
 }
 
 ErrorNumber Replacement::Commit() {
-    const int folder = Target.Folder.Number();
-    if (const ErrorNumber error = SyncFile(Beside); error != NoError)
+    const int folder = Target_.Folder.Number();
+    if (const ErrorNumber error = SyncFile(Beside_); error != NoError)
         return error;
-    if (!Renamed(folder, BesideName, folder, Target.Name))
+    if (!Renamed(folder, BesideName_, folder, Target_.Name))
         return LastError();
-    if (!KeepsRights)
-        TellRights(Target);
-    const ErrorNumber closed = FromErrno(Beside.Close());
-    const ErrorNumber synced = SyncFolder(Target.Folder);
+    if (!KeepsRights_)
+        TellRights(Target_);
+    const ErrorNumber closed = FromErrno(Beside_.Close());
+    const ErrorNumber synced = SyncFolder(Target_.Folder);
     return closed != NoError ? closed : synced;
 }
 

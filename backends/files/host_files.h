@@ -108,25 +108,25 @@ inline RightsWatch Rights;
 /// committed.
 class Replacement {
 public:
-    explicit Replacement(FileEntry target) : Target(std::move(target)) {}
+    explicit Replacement(FileEntry target) : Target_(std::move(target)) {}
     Replacement(const Replacement&) = delete;
     Replacement& operator=(const Replacement&) = delete;
     ~Replacement();
 
     ErrorNumber Begin();             ///< fails if the target is write-protected or not a regular file
     ErrorNumber BeginWith(int file); ///< starts with the content of an open file
-    bool Begun() const { return Beside.Valid(); }
-    int File() const { return Beside.Number(); }
+    bool Begun() const { return Beside_.Valid(); }
+    int File() const { return Beside_.Number(); }
     ErrorNumber Commit();
     void GiveUp();
 
 private:
     ErrorNumber MakeBeside();
 
-    FileEntry Target;
-    std::string BesideName;
-    Descriptor Beside;
-    bool KeepsRights = true;
+    FileEntry Target_;
+    std::string BesideName_;
+    Descriptor Beside_;
+    bool KeepsRights_ = true;
 };
 
 /// Copies a regular file to a new name or over another file, as a Replacement does.

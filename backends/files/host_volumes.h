@@ -20,7 +20,7 @@ struct HostVolume {
 
 class HostVolumes final : public Volumes {
 public:
-    HostVolumes(std::vector<HostVolume> volumes, PathMap paths) : List(std::move(volumes)), Paths(std::move(paths)) {}
+    HostVolumes(std::vector<HostVolume> volumes, PathMap paths) : List_(std::move(volumes)), Paths_(std::move(paths)) {}
 
     /// Creates the missing folders of the volumes, except for the one that has held the data so far: if its folder is
     /// missing, the card is out. Call this only at the start of the program.
@@ -33,9 +33,9 @@ public:
     ErrorNumber Space(const Text& root, std::int32_t& bytes) override;
 
 private:
-    std::vector<HostVolume> List;
-    PathMap Paths;
-    std::size_t NextVolume = 0;
+    std::vector<HostVolume> List_;
+    PathMap Paths_;
+    std::size_t NextVolume_ = 0;
 };
 
 } // namespace backends

@@ -45,7 +45,7 @@ bool CodeFits(std::int32_t wanted, std::int32_t code) {
 } // namespace
 
 ErrorNumber LineDatabase::FindFile(const Text& name, FileEntry& file, Place& place) const {
-    ErrorNumber error = IsDatabaseName(name) ? Paths.Entry(FileOf(name), LastLink::Follow, file) : PathRefused;
+    ErrorNumber error = IsDatabaseName(name) ? Paths_.Entry(FileOf(name), LastLink::Follow, file) : PathRefused;
     if (error == NoError)
         error = IdOf(file.Folder, place.Folder);
     place.Name = file.Name;
@@ -56,22 +56,22 @@ DatabaseId LineDatabase::Keep(const Text& name, Place file, std::unique_ptr<Line
     if (!table)
         return 0;
     DatabaseId id = 1;
-    while (OpenOnes.count(id) != 0)
+    while (OpenOnes_.count(id) != 0)
         ++id;
-    OpenOnes[id] = {name, std::move(file), std::move(table)};
+    OpenOnes_[id] = {name, std::move(file), std::move(table)};
     return id;
 }
 
 LineTable* LineDatabase::Find(DatabaseId database) {
-    const auto found = OpenOnes.find(database);
-    return found == OpenOnes.end() ? nullptr : found->second.Table.get();
+    const auto found = OpenOnes_.find(database);
+    return found == OpenOnes_.end() ? nullptr : found->second.Table.get();
 }
 
 /// Checks that the database may be written: its name must still lead to the folder in which it was opened. What is
 /// written to a folder that was moved, or to a card that was exchanged, would not be found again.
 ErrorNumber LineDatabase::CheckName(DatabaseId database) const {
-    const auto found = OpenOnes.find(database);
-    if (found == OpenOnes.end())
+    const auto found = OpenOnes_.find(database);
+    if (found == OpenOnes_.end())
         return NotAvailable;
     FileEntry file;
     Place place;
@@ -101,7 +101,7 @@ OpenedDatabase LineDatabase::Create(const Text& name, std::int32_t typeCode, std
     made.Error = FoundAnew([&] {
         FileEntry file;
         Place place;
-        ErrorNumber error = IsDatabaseName(name) ? Paths.MakeFolder(DatabaseFolder) : PathRefused;
+        ErrorNumber error = IsDatabaseName(name) ? Paths_.MakeFolder(DatabaseFolder) : PathRefused;
         if (error == NoError)
             error = FindFile(name, file, place);
         if (error != NoError)
@@ -120,9 +120,9 @@ ErrorNumber LineDatabase::Delete(const Text& name) {
         Place place;
         if (const ErrorNumber error = FindFile(name, file, place); error != NoError)
             return error;
-        if (const ErrorNumber error = Paths.Entry(FileOf(name), LastLink::Keep, entry); error != NoError)
+        if (const ErrorNumber error = Paths_.Entry(FileOf(name), LastLink::Keep, entry); error != NoError)
             return error;
-        if (std::any_of(OpenOnes.begin(), OpenOnes.end(), [&](const auto& one) { return one.second.File == place; }))
+        if (std::any_of(OpenOnes_.begin(), OpenOnes_.end(), [&](const auto& one) { return one.second.File == place; }))
             return InUse;
         if (const ErrorNumber error = RemoveFrom(entry.Folder, entry.Name); error != NoError)
             return error;
@@ -133,7 +133,7 @@ ErrorNumber LineDatabase::Delete(const Text& name) {
 }
 
 void LineDatabase::Close(DatabaseId database) {
-    OpenOnes.erase(database);
+    OpenOnes_.erase(database);
 }
 
 std::int32_t LineDatabase::RecordCount(DatabaseId database) {
@@ -220,7 +220,7 @@ void LineDatabase::EndReading(DatabaseId database) {
 
 void LineDatabase::NoteUnread(const Text& name, ErrorNumber error) {
     if (error != NoError && !IsMissing(error))
-        Unread.push_back({name, error});
+        Unread_.push_back({name, error});
 }
 
 bool LineDatabase::HasCodes(const Text& name, std::int32_t typeCode, std::int32_t creatorCode) {
@@ -235,10 +235,10 @@ bool LineDatabase::HasCodes(const Text& name, std::int32_t typeCode, std::int32_
 }
 
 Text LineDatabase::FirstDatabase(std::int32_t typeCode, std::int32_t creatorCode) {
-    Names.clear();
-    Unread.clear();
-    NextName = 0;
-    HostFileSystem files(Paths);
+    Names_.clear();
+    Unread_.clear();
+    NextName_ = 0;
+    HostFileSystem files(Paths_);
     std::unique_ptr<Folder> folder;
     if (const ErrorNumber error = files.OpenFolder(DatabaseFolder, false, folder); error != NoError) {
         NoteUnread({}, error);
@@ -247,15 +247,15 @@ Text LineDatabase::FirstDatabase(std::int32_t typeCode, std::int32_t creatorCode
     for (Text full = folder->FirstFile(0); !full.empty(); full = folder->NextFile()) {
         const Text name = NameFromFile(full);
         if (!name.empty() && HasCodes(name, typeCode, creatorCode))
-            Names.push_back(name);
+            Names_.push_back(name);
     }
     NoteUnread({}, folder->WalkError());
-    std::sort(Names.begin(), Names.end(), BeforeInBytes); // in the order of the files their ending is compared too
+    std::sort(Names_.begin(), Names_.end(), BeforeInBytes); // in the order of the files their ending is compared too
     return NextDatabase();
 }
 
 Text LineDatabase::NextDatabase() {
-    return NextName < Names.size() ? Names[NextName++] : Text();
+    return NextName_ < Names_.size() ? Names_[NextName_++] : Text();
 }
 
 } // namespace backends

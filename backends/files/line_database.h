@@ -19,7 +19,7 @@ namespace backends {
 /// fails, the whole batch is discarded and the first record becomes the current one.
 class LineDatabase final : public RecordDatabase {
 public:
-    explicit LineDatabase(PathMap paths) : Paths(std::move(paths)) {}
+    explicit LineDatabase(PathMap paths) : Paths_(std::move(paths)) {}
 
     OpenedDatabase Open(const Text& name, DatabaseMode mode) override;
     OpenedDatabase Create(const Text& name, std::int32_t typeCode, std::int32_t creatorCode) override;
@@ -53,7 +53,7 @@ public:
 
     Text FirstDatabase(std::int32_t typeCode, std::int32_t creatorCode) override;
     Text NextDatabase() override;
-    const std::vector<Unlisted>& UnreadDatabases() const override { return Unread; }
+    const std::vector<Unlisted>& UnreadDatabases() const override { return Unread_; }
 
 private:
     /// The identity of an open file, independent of the path by which it was found.
@@ -76,11 +76,11 @@ private:
     bool HasCodes(const Text& name, std::int32_t typeCode, std::int32_t creatorCode);
     void NoteUnread(const Text& name, ErrorNumber error);
 
-    PathMap Paths;
-    std::map<DatabaseId, OpenDatabase> OpenOnes;
-    std::vector<Text> Names; ///< result of the last enumeration
-    std::size_t NextName = 0;
-    std::vector<Unlisted> Unread; ///< databases that it left out
+    PathMap Paths_;
+    std::map<DatabaseId, OpenDatabase> OpenOnes_;
+    std::vector<Text> Names_; ///< result of the last enumeration
+    std::size_t NextName_ = 0;
+    std::vector<Unlisted> Unread_; ///< databases that it left out
 };
 
 } // namespace backends

@@ -38,7 +38,7 @@ public:
     static std::unique_ptr<LineTable> Make(FileEntry file, const DatabaseCodes& codes, LockWait& patience,
                                            ErrorNumber& error);
 
-    const DatabaseCodes& Codes() const { return Stored; }
+    const DatabaseCodes& Codes() const { return Stored_; }
 
     /// Returns the negative error number from the first failed read on, until the database is reopened.
     std::int64_t RecordCount();
@@ -62,7 +62,7 @@ public:
 private:
     enum class Pending { None, Added, Edited };
 
-    explicit LineTable(bool writable) : Writable(writable) {}
+    explicit LineTable(bool writable) : Writable_(writable) {}
     bool IsPlain();
     bool HasRoomForItsPositions();
     bool ReadCodes();
@@ -81,27 +81,27 @@ private:
     void MoveTo(std::int64_t position);
     bool AtEnd();
 
-    bool Writable;
-    DatabaseCodes Stored;
-    SqlConnection Connection; ///< before the statements, so that it is destroyed after them
-    SqlStatement LastPosition;
-    SqlStatement Select;
-    SqlStatement Find;
-    SqlStatement InsertOne;
-    SqlStatement UpdateOne;
-    SqlStatement DeleteOne;
-    SqlStatement CloseGap;
-    SqlStatement ShiftNumbers;
-    SqlStatement ShiftLines;
-    SqlStatement Renumber;
-    SqlStatement FirstPage;
+    bool Writable_;
+    DatabaseCodes Stored_;
+    SqlConnection Connection_; ///< before the statements, so that it is destroyed after them
+    SqlStatement LastPosition_;
+    SqlStatement Select_;
+    SqlStatement Find_;
+    SqlStatement InsertOne_;
+    SqlStatement UpdateOne_;
+    SqlStatement DeleteOne_;
+    SqlStatement CloseGap_;
+    SqlStatement ShiftNumbers_;
+    SqlStatement ShiftLines_;
+    SqlStatement Renumber_;
+    SqlStatement FirstPage_;
 
-    std::int64_t Current = 0; ///< from 0; equal to the count of records if there is no current one
-    Pending State = Pending::None;
-    LineRecord Draft; ///< what the next commit stores, if something is pending
-    bool InBatch = false;
-    bool Reading = false;
-    ErrorNumber FailedRead = NoError; ///< why a record could not be read, which may exist
+    std::int64_t Current_ = 0; ///< from 0; equal to the count of records if there is no current one
+    Pending State_ = Pending::None;
+    LineRecord Draft_; ///< what the next commit stores, if something is pending
+    bool InBatch_ = false;
+    bool Reading_ = false;
+    ErrorNumber FailedRead_ = NoError; ///< why a record could not be read, which may exist
 };
 
 } // namespace backends

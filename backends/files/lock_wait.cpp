@@ -6,9 +6,9 @@
 namespace backends {
 
 bool LockWait::Renew() {
-    const bool waited = Waits;
-    Passed = Clock::duration::zero();
-    Waits = false;
+    const bool waited = Waits_;
+    Passed_ = Clock::duration::zero();
+    Waits_ = false;
     if (waited && Shown)
         Shown(false);
     return waited;
@@ -16,16 +16,16 @@ bool LockWait::Renew() {
 
 bool LockWait::Wait() {
     constexpr Clock::duration Moment = std::chrono::milliseconds(20);
-    if (Passed >= Longest)
+    if (Passed_ >= Longest)
         return false;
     const auto start = Clock::now();
-    if (!Waits && Shown)
+    if (!Waits_ && Shown)
         Shown(true);
-    Waits = true;
+    Waits_ = true;
     if (Waiting)
         Waiting();
     std::this_thread::sleep_for(Moment);
-    Passed += Clock::now() - start;
+    Passed_ += Clock::now() - start;
     return true;
 }
 

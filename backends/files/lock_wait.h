@@ -23,8 +23,8 @@ public:
 private:
     using Clock = std::chrono::steady_clock;
 
-    Clock::duration Passed{}; ///< waited by this operation
-    bool Waits = false;
+    Clock::duration Passed_{}; ///< waited by this operation
+    bool Waits_ = false;
 };
 
 } // namespace backends

@@ -50,13 +50,13 @@ ErrorNumber RelativePath(const Text& devicePath, std::string& relative) {
     return NoError;
 }
 
-PathMap::PathMap(const std::string& rootFolder) : Named(rootFolder) {
+PathMap::PathMap(const std::string& rootFolder) : Named_(rootFolder) {
     MakeFolders(rootFolder); // a failure shows each time the root is opened
-    static_cast<void>(backends::Canonical(rootFolder, Canonical));
+    static_cast<void>(backends::Canonical(rootFolder, Canonical_));
 }
 
 ErrorNumber PathMap::OpenRoot(Descriptor& root) const {
-    const char* const path = Canonical.empty() ? Named.c_str() : Canonical.c_str();
+    const char* const path = Canonical_.empty() ? Named_.c_str() : Canonical_.c_str();
     root = Descriptor(Repeated([path] { return ::open(path, O_PATH | O_DIRECTORY | O_CLOEXEC); }));
     return root.Valid() ? NoError : FromErrno(errno);
 }

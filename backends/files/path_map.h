@@ -43,8 +43,8 @@ private:
     template <class Step>
     ErrorNumber LookUp(const Text& devicePath, Step step) const;
 
-    std::string Named;     ///< as given by the caller
-    std::string Canonical; ///< without links; empty if that could not be determined at the start
+    std::string Named_;     ///< as given by the caller
+    std::string Canonical_; ///< without links; empty if that could not be determined at the start
 };
 
 } // namespace backends

@@ -68,87 +68,87 @@ bool NamesLiving(const std::string& line) {
 
 LockResult RootLock::Take(const std::string& rootFolder, const std::string& program) {
     Release();
-    Root = rootFolder;
-    HolderLine.clear();
+    Root_ = rootFolder;
+    HolderLine_.clear();
     MakeFolders(rootFolder); // if this fails, opening it fails too
     const ErrorNumber error = FoundAnew([&] {
         const auto open = [&] { return ::open(rootFolder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC); };
-        Folder = Descriptor(Repeated(open));
-        return Folder.Valid() ? NoError : FromErrno(errno);
+        Folder_ = Descriptor(Repeated(open));
+        return Folder_.Valid() ? NoError : FromErrno(errno);
     });
     if (error != NoError) {
-        Why = ReasonOf(errno);
+        Error_ = ReasonOf(errno);
         return LockResult::NoFolder;
     }
     const LockResult result = TakeOpened(program);
     if (result == LockResult::Taken) {
         NameHolder();
-        File.Close();
-        Folder.Close();
+        File_.Close();
+        Folder_.Close();
     }
     return result;
 }
 
 LockResult RootLock::TakeOpened(const std::string& program) {
-    const int error = Lock(Folder.Number());
+    const int error = Lock(Folder_.Number());
     if (error == EWOULDBLOCK)
         return LockResult::Taken;
     const Locked file = LockFile();
     if (file == Locked::ByAnother)
         return LockResult::Taken;
-    if (OwnFile)
-        WriteLine(File.Number(), program + " " + std::to_string(::getpid()) + "\n");
+    if (OwnFile_)
+        WriteLine(File_.Number(), program + " " + std::to_string(::getpid()) + "\n");
     return error == 0 || file == Locked::Yes ? LockResult::Held : LockResult::Unguarded;
 }
 
 RootLock::Locked RootLock::LockFile() {
     for (int attempt = 0; attempt < Tries; ++attempt) {
-        File = OpenFile(Folder.Number(), O_RDWR | O_CREAT);
-        OwnFile = File.Valid();
-        if (!OwnFile) // another user's file, a write-protected folder, or no file at all
-            File = OpenFile(Folder.Number(), O_RDONLY);
-        const int error = File.Valid() ? Lock(File.Number()) : ENOLCK;
+        File_ = OpenFile(Folder_.Number(), O_RDWR | O_CREAT);
+        OwnFile_ = File_.Valid();
+        if (!OwnFile_) // another user's file, a write-protected folder, or no file at all
+            File_ = OpenFile(Folder_.Number(), O_RDONLY);
+        const int error = File_.Valid() ? Lock(File_.Number()) : ENOLCK;
         if (error == EWOULDBLOCK)
             return Locked::ByAnother;
         if (error != 0)
             break;
-        if (!IsStillIn(Folder.Number(), File.Number()))
+        if (!IsStillIn(Folder_.Number(), File_.Number()))
             continue;
-        if (OwnFile)
-            Repeated([this] { return ::fchmod(File.Number(), ReadByAll); });
+        if (OwnFile_)
+            Repeated([this] { return ::fchmod(File_.Number(), ReadByAll); });
         // An unused file of another user can't hold this program's name. In a folder of a group it may be removable, so
         // that a writable one can be created.
-        if (OwnFile || RemoveFrom(Folder, LockName) != NoError)
+        if (OwnFile_ || RemoveFrom(Folder_, LockName) != NoError)
             return Locked::Yes;
     }
-    File.Close();
-    OwnFile = false;
+    File_.Close();
+    OwnFile_ = false;
     return Locked::No;
 }
 
 void RootLock::NameHolder() {
-    const Descriptor file = OpenFile(Folder.Number(), O_RDONLY);
-    HolderLine = file.Valid() ? FirstLine("/proc/self/fd/" + std::to_string(file.Number())) : std::string();
-    if (!NamesLiving(HolderLine))
-        HolderLine = "another program";
+    const Descriptor file = OpenFile(Folder_.Number(), O_RDONLY);
+    HolderLine_ = file.Valid() ? FirstLine("/proc/self/fd/" + std::to_string(file.Number())) : std::string();
+    if (!NamesLiving(HolderLine_))
+        HolderLine_ = "another program";
 }
 
 std::string RootLock::Refusal() const {
-    if (HolderLine.empty())
-        return "can't open the root folder " + Root + ": " + Why;
-    return Root + " is in use by " + HolderLine + "; one program at a time works on a root folder";
+    if (HolderLine_.empty())
+        return "can't open the root folder " + Root_ + ": " + Error_;
+    return Root_ + " is in use by " + HolderLine_ + "; one program at a time works on a root folder";
 }
 
 std::string RootLock::Warning() const {
-    return Root + " can't be locked: nobody keeps a second program away from it";
+    return Root_ + " can't be locked: nobody keeps a second program away from it";
 }
 
 void RootLock::Release() {
-    if (OwnFile)
-        WriteLine(File.Number(), "");
-    OwnFile = false;
-    File.Close();
-    Folder.Close();
+    if (OwnFile_)
+        WriteLine(File_.Number(), "");
+    OwnFile_ = false;
+    File_.Close();
+    Folder_.Close();
 }
 
 } // namespace backends

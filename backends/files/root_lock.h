@@ -31,7 +31,7 @@ public:
 
     /// After `Taken`: the line that names the holder, such as "quorin 4711"; "another program" if the file names no
     /// running process.
-    const std::string& Holder() const { return HolderLine; }
+    const std::string& Holder() const { return HolderLine_; }
 
     /// After `Taken` and `NoFolder`: why this program can't be started, for the user.
     std::string Refusal() const;
@@ -49,12 +49,12 @@ private:
     Locked LockFile();
     void NameHolder();
 
-    std::string Root;
-    Descriptor Folder;
-    Descriptor File;
-    bool OwnFile = false; ///< the file is writable
-    std::string HolderLine;
-    std::string Why; ///< reason why the folder can't be opened
+    std::string Root_;
+    Descriptor Folder_;
+    Descriptor File_;
+    bool OwnFile_ = false; ///< the file is writable
+    std::string HolderLine_;
+    std::string Error_; ///< reason why the folder can't be opened
 };
 
 } // namespace backends

@@ -143,10 +143,10 @@ SettingsFile::SettingsFile(const PathMap& paths, const Text& devicePath)
     : SettingsFile([paths, devicePath](FileEntry& entry) { return paths.Entry(devicePath, LastLink::Follow, entry); }) {
 }
 
-SettingsFile::SettingsFile(FindEntry find) : Find(std::move(find)) {
+SettingsFile::SettingsFile(FindEntry find) : Find_(std::move(find)) {
     Content content;
-    ReadError = Read(content);
-    Lines = std::move(content.Lines);
+    ReadError_ = Read(content);
+    Lines_ = std::move(content.Lines);
 }
 
 /// A missing file has no lines: saving the first setting creates it.
@@ -155,7 +155,7 @@ ErrorNumber SettingsFile::Read(Content& content) const {
     const ErrorNumber error = FoundAnew([&] {
         FileEntry entry;
         bytes.clear();
-        const ErrorNumber found = Find(entry);
+        const ErrorNumber found = Find_(entry);
         return found == NoError ? ReadWhole(entry, bytes) : found;
     });
     if (error == FileNotFound)
@@ -199,10 +199,10 @@ SettingsFile::Place SettingsFile::Locate(const std::vector<std::string>& lines, 
 }
 
 Text SettingsFile::Get(const Text&, const Text& section, const Text& key, const Text& byDefault) const {
-    const Place place = Locate(Lines, modStringTools::ToBytes(section), modStringTools::ToBytes(key));
+    const Place place = Locate(Lines_, modStringTools::ToBytes(section), modStringTools::ToBytes(key));
     if (!place.Line)
         return byDefault;
-    const std::string_view line = Lines[*place.Line];
+    const std::string_view line = Lines_[*place.Line];
     return modStringTools::FromBytes(Unescaped(Trimmed(line.substr(place.ValueStart))));
 }
 
@@ -211,8 +211,8 @@ ErrorNumber SettingsFile::Save(const Text&, const Text& section, const Text& key
     const std::string keyBytes = modStringTools::ToBytes(key);
     if (!IsKey(keyBytes) || !IsSection(sectionBytes))
         return PathRefused;
-    if (ReadError != NoError)
-        return ReadError;
+    if (ReadError_ != NoError)
+        return ReadError_;
     // Another program may have written other keys meanwhile. They are kept, and are used from the next start on.
     Content content;
     if (const ErrorNumber error = Read(content); error != NoError)
@@ -221,7 +221,7 @@ ErrorNumber SettingsFile::Save(const Text&, const Text& section, const Text& key
     Put(content.Lines, sectionBytes, keyBytes, written);
     const ErrorNumber error = Write(content);
     if (error == NoError)
-        Put(Lines, sectionBytes, keyBytes, written);
+        Put(Lines_, sectionBytes, keyBytes, written);
     return error;
 }
 
@@ -248,7 +248,7 @@ ErrorNumber SettingsFile::Write(const Content& content) const {
         bytes += line + '\n';
     return FoundAnew([&] {
         FileEntry entry;
-        if (const ErrorNumber error = Find(entry); error != NoError)
+        if (const ErrorNumber error = Find_(entry); error != NoError)
             return error;
         Replacement file(std::move(entry));
         if (const ErrorNumber error = file.Begin(); error != NoError)

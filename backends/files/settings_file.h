@@ -68,9 +68,9 @@ private:
     ErrorNumber Read(Content& content) const;
     ErrorNumber Write(const Content& content) const;
 
-    FindEntry Find;                  ///< called at each use, because its folder may be exchanged meanwhile
-    ErrorNumber ReadError = NoError; ///< why there are no lines, although the file may have some
-    std::vector<std::string> Lines;  ///< as read at the start, with the changes saved since
+    FindEntry Find_;                  ///< called at each use, because its folder may be exchanged meanwhile
+    ErrorNumber ReadError_ = NoError; ///< why there are no lines, although the file may have some
+    std::vector<std::string> Lines_;  ///< as read at the start, with the changes saved since
 };
 
 } // namespace backends

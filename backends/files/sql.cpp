@@ -66,86 +66,86 @@ int WaitForTheOther(void* patience, int) {
 } // namespace
 
 SqlStatement::~SqlStatement() {
-    sqlite3_finalize(Statement);
+    sqlite3_finalize(Statement_);
 }
 
 bool SqlStatement::Prepare(sqlite3* connection, const char* sql) {
-    return Statement ||
-           Looked(sqlite3_prepare_v3(connection, sql, -1, SQLITE_PREPARE_PERSISTENT, &Statement, nullptr)) == SQLITE_OK;
+    return Statement_ || Looked(sqlite3_prepare_v3(connection, sql, -1, SQLITE_PREPARE_PERSISTENT, &Statement_,
+                                                   nullptr)) == SQLITE_OK;
 }
 
 void SqlStatement::Bind(int parameter, std::int64_t number) {
-    Looked(sqlite3_bind_int64(Statement, parameter, number));
+    Looked(sqlite3_bind_int64(Statement_, parameter, number));
 }
 
 void SqlStatement::Bind(int parameter, std::string_view bytes) {
     // An empty view may have a null address, which would be bound as NULL; so would a text for which there is no memory
     // in a database of another encoding.
-    Looked(sqlite3_bind_text64(Statement, parameter, bytes.empty() ? "" : bytes.data(), bytes.size(), SQLITE_STATIC,
+    Looked(sqlite3_bind_text64(Statement_, parameter, bytes.empty() ? "" : bytes.data(), bytes.size(), SQLITE_STATIC,
                                SQLITE_UTF8));
 }
 
 bool SqlStatement::NextRow() {
-    return Looked(sqlite3_step(Statement)) == SQLITE_ROW;
+    return Looked(sqlite3_step(Statement_)) == SQLITE_ROW;
 }
 
 std::int64_t SqlStatement::Number(int column) const {
-    return sqlite3_column_int64(Statement, column);
+    return sqlite3_column_int64(Statement_, column);
 }
 
 std::string_view SqlStatement::Bytes(int column) const {
-    const unsigned char* bytes = sqlite3_column_text(Statement, column);
-    const auto count = static_cast<std::size_t>(sqlite3_column_bytes(Statement, column));
+    const unsigned char* bytes = sqlite3_column_text(Statement_, column);
+    const auto count = static_cast<std::size_t>(sqlite3_column_bytes(Statement_, column));
     if (bytes == nullptr) // NULL, or no memory for it
-        Looked(sqlite3_errcode(sqlite3_db_handle(Statement)));
+        Looked(sqlite3_errcode(sqlite3_db_handle(Statement_)));
     return bytes ? std::string_view(reinterpret_cast<const char*>(bytes), count) : std::string_view();
 }
 
 ErrorNumber SqlStatement::Run() {
-    const ErrorNumber error = FromSqlite(sqlite3_step(Statement), sqlite3_db_handle(Statement));
+    const ErrorNumber error = FromSqlite(sqlite3_step(Statement_), sqlite3_db_handle(Statement_));
     Done();
     return error;
 }
 
 void SqlStatement::Done() {
-    sqlite3_reset(Statement);
-    sqlite3_clear_bindings(Statement);
+    sqlite3_reset(Statement_);
+    sqlite3_clear_bindings(Statement_);
 }
 
 SqlConnection::~SqlConnection() {
-    sqlite3_close(Connection);
+    sqlite3_close(Connection_);
 }
 
 bool SqlConnection::Open(FileEntry file, LockWait& patience) {
-    File = std::move(file);
+    File_ = std::move(file);
     const int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_NOFOLLOW;
     const char* const fileSystem = FolderFileSystem();
     if (fileSystem == nullptr) // null would select the default one
         return false;
-    if (sqlite3_open_v2(NameForSqlite(File).c_str(), &Connection, flags, fileSystem) != SQLITE_OK)
+    if (sqlite3_open_v2(NameForSqlite(File_).c_str(), &Connection_, flags, fileSystem) != SQLITE_OK)
         return false;
-    sqlite3_busy_handler(Connection, WaitForTheOther, &patience);
-    sqlite3_limit(Connection, SQLITE_LIMIT_LENGTH, LongestText);
+    sqlite3_busy_handler(Connection_, WaitForTheOther, &patience);
+    sqlite3_limit(Connection_, SQLITE_LIMIT_LENGTH, LongestText);
     return true;
 }
 
 ErrorNumber SqlConnection::LastError() const {
-    const int result = sqlite3_errcode(Connection) & 0xFF;
+    const int result = sqlite3_errcode(Connection_) & 0xFF;
     // SQLITE_ERROR is the result for a statement that names a missing table.
     const bool isMissing = result == SQLITE_ERROR || result == SQLITE_DONE || result == SQLITE_OK;
-    return isMissing ? FileNotFound : FromSqlite(result, Connection);
+    return isMissing ? FileNotFound : FromSqlite(result, Connection_);
 }
 
 ErrorNumber SqlConnection::Execute(const char* sql) {
-    return FromSqlite(sqlite3_exec(Connection, sql, nullptr, nullptr, nullptr), Connection);
+    return FromSqlite(sqlite3_exec(Connection_, sql, nullptr, nullptr, nullptr), Connection_);
 }
 
 std::int64_t SqlConnection::Changed() const {
-    return sqlite3_changes64(Connection);
+    return sqlite3_changes64(Connection_);
 }
 
 bool SqlConnection::InTransaction() const {
-    return sqlite3_get_autocommit(Connection) == 0;
+    return sqlite3_get_autocommit(Connection_) == 0;
 }
 
 } // namespace backends

@@ -38,7 +38,7 @@ public:
     void Done();
 
 private:
-    sqlite3_stmt* Statement = nullptr;
+    sqlite3_stmt* Statement_ = nullptr;
 };
 
 class SqlConnection {
@@ -56,11 +56,11 @@ public:
     ErrorNumber Execute(const char* sql);
     bool InTransaction() const;
     std::int64_t Changed() const; ///< number of rows changed by the last statement
-    sqlite3* Handle() const { return Connection; }
+    sqlite3* Handle() const { return Connection_; }
 
 private:
-    FileEntry File;
-    sqlite3* Connection = nullptr;
+    FileEntry File_;
+    sqlite3* Connection_ = nullptr;
 };
 
 } // namespace backends

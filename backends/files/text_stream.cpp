@@ -125,7 +125,7 @@ ErrorNumber HostTextStream::Open(const FindEntry& find, StreamMode mode, std::un
         if (const ErrorNumber error = find(entry); error != NoError)
             return error;
         std::unique_ptr<HostTextStream> opened(new HostTextStream(find, mode));
-        ErrorNumber error = IdOf(entry.Folder, opened->Home);
+        ErrorNumber error = IdOf(entry.Folder, opened->Home_);
         if (error == NoError)
             error = opened->OpenFile(std::move(entry));
         OwnWrites += mode == StreamMode::Existing ? 0 : 1;
@@ -138,12 +138,12 @@ ErrorNumber HostTextStream::Open(const FindEntry& find, StreamMode mode, std::un
 }
 
 ErrorNumber HostTextStream::OpenFile(FileEntry entry) {
-    if (Mode == StreamMode::Existing)
-        return OpenExisting(entry, File, ReadOnly);
-    if (Mode == StreamMode::Scratch)
-        return OpenScratch(entry, File);
-    Next.emplace(std::move(entry));
-    return Next->Begin();
+    if (Mode_ == StreamMode::Existing)
+        return OpenExisting(entry, File_, ReadOnly_);
+    if (Mode_ == StreamMode::Scratch)
+        return OpenScratch(entry, File_);
+    Next_.emplace(std::move(entry));
+    return Next_->Begin();
 }
 
 /// A stream that is destroyed without Close discards what was written.
@@ -151,18 +151,18 @@ HostTextStream::~HostTextStream() = default;
 
 /// Reads the file's size, and drops the block if another program may have written since it was read.
 ErrorNumber HostTextStream::LookAgain() {
-    WritesSeen = OwnWrites;
-    TickSeen = Tick();
+    WritesSeen_ = OwnWrites;
+    TickSeen_ = Tick();
     struct stat now {};
     if (Repeated([&] { return ::fstat(Number(), &now); }) != 0)
         return FromErrno(errno);
-    if (now.st_size == Length && now.st_mtim.tv_sec == Modified.tv_sec && now.st_mtim.tv_nsec == Modified.tv_nsec)
+    if (now.st_size == Length_ && now.st_mtim.tv_sec == Modified_.tv_sec && now.st_mtim.tv_nsec == Modified_.tv_nsec)
         return NoError;
-    Length = now.st_size;
-    Modified = now.st_mtim;
-    ++Changes;
-    BlockUsed = 0;
-    EndsInLineEnd = false;
+    Length_ = now.st_size;
+    Modified_ = now.st_mtim;
+    ++Changes_;
+    BlockUsed_ = 0;
+    EndsInLineEnd_ = false;
     return NoError;
 }
 
@@ -177,7 +177,7 @@ FileStamp HostTextStream::Stamp() const {
 }
 
 bool HostTextStream::InBlock(std::int64_t offset) const {
-    return offset >= BlockStart && offset < BlockStart + static_cast<std::int64_t>(BlockUsed);
+    return offset >= BlockStart_ && offset < BlockStart_ + static_cast<std::int64_t>(BlockUsed_);
 }
 
 /// True if reading continues where it stopped, in the current block, and so soon that examining the file is not worth a
@@ -185,7 +185,7 @@ bool HostTextStream::InBlock(std::int64_t offset) const {
 /// examined. A write of another program stays unseen for the rest of a clock tick, in which it might as well have come
 /// later.
 bool HostTextStream::GoesOnFrom(std::int64_t offset) const {
-    return offset == Place && InBlock(offset) && WritesSeen == OwnWrites && TickSeen == Tick();
+    return offset == Position_ && InBlock(offset) && WritesSeen_ == OwnWrites && TickSeen_ == Tick();
 }
 
 ErrorNumber HostTextStream::Seek(std::int64_t offset, Origin origin) {
@@ -193,67 +193,67 @@ ErrorNumber HostTextStream::Seek(std::int64_t offset, Origin origin) {
         return NoError;
     if (const ErrorNumber error = LookAgain(); error != NoError)
         return error;
-    const std::int64_t base = origin == Origin::End ? Length : 0;
-    if (offset < -base || offset > Length - base)
+    const std::int64_t base = origin == Origin::End ? Length_ : 0;
+    if (offset < -base || offset > Length_ - base)
         return DeviceFailed;
-    Place = base + offset;
+    Position_ = base + offset;
     return NoError;
 }
 
 /// Reads a block from the current position.
 ErrorNumber HostTextStream::ReadBlock() {
-    Block.resize(BlockSize);
-    const std::int64_t taken = ReadAt(Number(), Block.data(), Block.size(), Place);
-    BlockStart = Place;
-    BlockUsed = taken > 0 ? static_cast<std::size_t>(taken) : 0;
+    Block_.resize(BlockSize);
+    const std::int64_t taken = ReadAt(Number(), Block_.data(), Block_.size(), Position_);
+    BlockStart_ = Position_;
+    BlockUsed_ = taken > 0 ? static_cast<std::size_t>(taken) : 0;
     if (taken < 0)
         return FromErrno(errno);
     if (taken == 0)
-        Length = Place; // another program made it shorter
+        Length_ = Position_; // another program made it shorter
     return NoError;
 }
 
 /// Returns the bytes of the block from the current position on; empty at the end of the file.
 ErrorNumber HostTextStream::Ahead(std::string_view& bytes) {
-    if (!InBlock(Place)) {
+    if (!InBlock(Position_)) {
         if (const ErrorNumber error = ReadBlock(); error != NoError)
             return error;
     }
-    const auto skip = static_cast<std::size_t>(Place - BlockStart);
-    bytes = std::string_view(Block.data() + skip, BlockUsed - skip);
+    const auto skip = static_cast<std::size_t>(Position_ - BlockStart_);
+    bytes = std::string_view(Block_.data() + skip, BlockUsed_ - skip);
     return NoError;
 }
 
 /// Reads one line with its line end. The bytes stay valid until the next call.
 ErrorNumber HostTextStream::CollectLine(std::string_view& line) {
-    LongLine.clear();
+    LongLine_.clear();
     bool whole = false;
-    while (!whole && Place < Length) {
+    while (!whole && Position_ < Length_) {
         std::string_view bytes;
         if (const ErrorNumber error = Ahead(bytes); error != NoError)
             return error;
         const std::size_t upToEnd = LineFeedIn(bytes);
         whole = upToEnd > 0;
         line = whole ? bytes.substr(0, upToEnd) : bytes;
-        Place += static_cast<std::int64_t>(line.size());
-        if (whole && LongLine.empty())
+        Position_ += static_cast<std::int64_t>(line.size());
+        if (whole && LongLine_.empty())
             return NoError;
-        LongLine += line;
-        if (LongLine.size() > LongestLine)
+        LongLine_ += line;
+        if (LongLine_.size() > LongestLine)
             return TooLong;
     }
-    line = LongLine;
+    line = LongLine_;
     return line.empty() ? FileNotFound : NoError;
 }
 
 ErrorNumber HostTextStream::ReadLine(Text& line) {
     line.clear();
-    const std::int64_t start = Place;
+    const std::int64_t start = Position_;
     try {
         std::string_view bytes;
         const ErrorNumber error = CollectLine(bytes);
         if (error != NoError) {
-            Place = start;
+            Position_ = start;
             return error;
         }
         StripLineEnd(bytes);
@@ -264,17 +264,17 @@ ErrorNumber HostTextStream::ReadLine(Text& line) {
             modStringTools::BlankNuls(line);
         return NoError;
     } catch (const std::bad_alloc&) { // no memory for the whole line
-        LongLine = std::string();
-        Place = start;
+        LongLine_ = std::string();
+        Position_ = start;
         return DeviceFailed;
     }
 }
 
 ErrorNumber HostTextStream::SkipLines(std::int64_t most, std::int64_t& passed) {
     bool insideLine = false;
-    std::int64_t begin = Place; // of the current line
+    std::int64_t begin = Position_; // of the current line
     passed = 0;
-    while (passed < most && Place < Length) {
+    while (passed < most && Position_ < Length_) {
         std::string_view bytes;
         if (const ErrorNumber error = Ahead(bytes); error != NoError)
             return error;
@@ -285,9 +285,9 @@ ErrorNumber HostTextStream::SkipLines(std::int64_t most, std::int64_t& passed) {
         insideLine = bytes[upTo - 1] != '\n';
         passed += count;
         if (count > 0)
-            begin = Place + static_cast<std::int64_t>(bytes.substr(0, upTo).rfind('\n')) + 1;
-        Place += static_cast<std::int64_t>(upTo);
-        if (Place - begin > static_cast<std::int64_t>(LongestLine))
+            begin = Position_ + static_cast<std::int64_t>(bytes.substr(0, upTo).rfind('\n')) + 1;
+        Position_ += static_cast<std::int64_t>(upTo);
+        if (Position_ - begin > static_cast<std::int64_t>(LongestLine))
             return TooLong;
     }
     passed += insideLine ? 1 : 0; // the last line may have no line end
@@ -299,10 +299,10 @@ ErrorNumber HostTextStream::LinesAhead(std::int64_t most, std::string_view& line
     std::string_view bytes;
     if (const ErrorNumber error = Ahead(bytes); error != NoError)
         return error;
-    if (bytes.find('\n') == std::string_view::npos && Place != BlockStart) {
+    if (bytes.find('\n') == std::string_view::npos && Position_ != BlockStart_) {
         if (const ErrorNumber error = ReadBlock(); error != NoError)
             return error;
-        bytes = std::string_view(Block.data(), BlockUsed);
+        bytes = std::string_view(Block_.data(), BlockUsed_);
     }
     lines = bytes.substr(0, PassLineFeeds(bytes, most, count));
     lines = lines.substr(0, lines.rfind('\n') + 1);
@@ -312,38 +312,38 @@ ErrorNumber HostTextStream::LinesAhead(std::int64_t most, std::string_view& line
 ErrorNumber HostTextStream::ReadLines(std::int64_t most, std::string_view& lines, std::int64_t& taken) {
     taken = 0;
     lines = {};
-    if (most < 1 || Place >= Length)
+    if (most < 1 || Position_ >= Length_)
         return NoError;
-    const std::int64_t start = Place;
+    const std::int64_t start = Position_;
     try {
         ErrorNumber error = LinesAhead(most, lines, taken);
         if (error == NoError && lines.empty()) { // a line longer than a block, or the last one
             error = CollectLine(lines);
             taken = 1;
         } else {
-            Place += static_cast<std::int64_t>(lines.size());
+            Position_ += static_cast<std::int64_t>(lines.size());
         }
         if (error == NoError) {
-            lines = AsWritten(lines, Mended);
+            lines = AsWritten(lines, Mended_);
             return NoError;
         }
-        Place = start;
+        Position_ = start;
         lines = {};
         taken = 0;
         return error == FileNotFound ? NoError : error; // another program made the file shorter
     } catch (const std::bad_alloc&) {                   // no memory for the whole line
-        LongLine = Mended = std::string();
-        Place = start;
+        LongLine_ = Mended_ = std::string();
+        Position_ = start;
         return DeviceFailed;
     }
 }
 
 /// Returns the line end that the last line lacks, if writing is at the end of the file.
 ErrorNumber HostTextStream::MissingLineEnd(std::string& lineEnd) {
-    if (Place == 0 || Place != Length || EndsInLineEnd)
+    if (Position_ == 0 || Position_ != Length_ || EndsInLineEnd_)
         return NoError;
     char last = '\n';
-    if (ReadAt(Number(), &last, 1, Length - 1) < 0)
+    if (ReadAt(Number(), &last, 1, Length_ - 1) < 0)
         return FromErrno(errno);
     if (last != '\n')
         lineEnd = LineEndBehind({&last, 1});
@@ -360,7 +360,7 @@ ErrorNumber HostTextStream::WriteLine(const Text& line) {
 /// The disk may become full in the middle: then the lines for which there is space are written, as if each had been
 /// written separately.
 ErrorNumber HostTextStream::WriteLines(std::string_view lines) {
-    const ErrorNumber before = WriteError;
+    const ErrorNumber before = WriteError_;
     if (Write(lines) == NoError)
         return NoError;
     while (!lines.empty()) {
@@ -369,7 +369,7 @@ ErrorNumber HostTextStream::WriteLines(std::string_view lines) {
             return error;
         lines.remove_prefix(upToEnd);
     }
-    WriteError = before; // no line is missing
+    WriteError_ = before; // no line is missing
     return NoError;
 }
 
@@ -377,12 +377,12 @@ ErrorNumber HostTextStream::WriteLines(std::string_view lines) {
 ErrorNumber HostTextStream::FindAgain(FileEntry& entry) const {
     FolderId folder;
     const ErrorNumber error = FoundAnew([&] {
-        const ErrorNumber found = Find(entry);
+        const ErrorNumber found = Find_(entry);
         return found == NoError ? IdOf(entry.Folder, folder) : found;
     });
     if (error != NoError)
         return error == FileNotFound ? PathNotFound : error;
-    return folder == Home ? NoError : PathNotFound;
+    return folder == Home_ ? NoError : PathNotFound;
 }
 
 /// The same, if the name still means the open file.
@@ -395,7 +395,7 @@ ErrorNumber HostTextStream::FindUnchanged(FileEntry& entry) const {
     });
     if (error != NoError)
         return error;
-    if (Repeated([&] { return ::fstat(File.Number(), &opened); }) != 0)
+    if (Repeated([&] { return ::fstat(File_.Number(), &opened); }) != 0)
         return FromErrno(errno);
     return named.st_dev == opened.st_dev && named.st_ino == opened.st_ino ? NoError : FileChanged;
 }
@@ -403,75 +403,75 @@ ErrorNumber HostTextStream::FindUnchanged(FileEntry& entry) const {
 ErrorNumber HostTextStream::CheckName() {
     FileEntry entry;
     const ErrorNumber error =
-        Next ? FindAgain(entry) : FindUnchanged(entry); // a file that is being written has no name yet
+        Next_ ? FindAgain(entry) : FindUnchanged(entry); // a file that is being written has no name yet
     return error == NoError ? LookAgain() : error;
 }
 
 /// Begins a replacement, so that the file does not change until all has been written.
 ErrorNumber HostTextStream::BeginToWrite() {
-    if (ReadOnly)
+    if (ReadOnly_)
         return PermissionDenied;
-    if (Mode == StreamMode::Scratch || Next)
+    if (Mode_ == StreamMode::Scratch || Next_)
         return NoError;
     const ErrorNumber error = FoundAnew([&] {
         FileEntry entry;
         if (const ErrorNumber found = FindUnchanged(entry); found != NoError)
             return found;
-        Next.emplace(std::move(entry));
-        return Next->BeginWith(File.Number());
+        Next_.emplace(std::move(entry));
+        return Next_->BeginWith(File_.Number());
     });
     if (error == NoError)
-        File.Close();
+        File_.Close();
     else
-        Next.reset();
+        Next_.reset();
     return error;
 }
 
 /// Writes whole lines with their line ends at the current position.
 ErrorNumber HostTextStream::Write(std::string_view lines) {
     if (const ErrorNumber error = BeginToWrite(); error != NoError)
-        return WriteError = error;
+        return WriteError_ = error;
     std::string joined;
     if (const ErrorNumber error = MissingLineEnd(joined); error != NoError)
-        return WriteError = error;
+        return WriteError_ = error;
     if (!joined.empty()) {
         joined += lines;
         lines = joined;
     }
-    BlockUsed = 0;
+    BlockUsed_ = 0;
     ++OwnWrites;
-    if (const ErrorNumber error = WriteAll(Number(), lines, Place); error != NoError) {
+    if (const ErrorNumber error = WriteAll(Number(), lines, Position_); error != NoError) {
         // A full disk may have stored a part of the lines: a partial line after the last whole one is cut off.
-        if (Place == Length && Repeated([&] { return ::ftruncate(Number(), Length); }) != 0)
-            EndsInLineEnd = false;
-        return WriteError = error;
+        if (Position_ == Length_ && Repeated([&] { return ::ftruncate(Number(), Length_); }) != 0)
+            EndsInLineEnd_ = false;
+        return WriteError_ = error;
     }
-    Place += static_cast<std::int64_t>(lines.size());
-    if (Place >= Length) {
-        Length = Place;
-        EndsInLineEnd = true;
+    Position_ += static_cast<std::int64_t>(lines.size());
+    if (Position_ >= Length_) {
+        Length_ = Position_;
+        EndsInLineEnd_ = true;
     }
     return NoError;
 }
 
 ErrorNumber HostTextStream::Commit() {
     FileEntry entry;
-    const ErrorNumber error = WriteError != NoError ? WriteError : FindAgain(entry);
+    const ErrorNumber error = WriteError_ != NoError ? WriteError_ : FindAgain(entry);
     if (error == NoError)
-        return Next->Commit();
-    Next->GiveUp();
-    return WriteError = error;
+        return Next_->Commit();
+    Next_->GiveUp();
+    return WriteError_ = error;
 }
 
 ErrorNumber HostTextStream::Close() {
-    if (Next && Next->Begun())
+    if (Next_ && Next_->Begun())
         return Commit();
-    if (!File.Valid())
-        return WriteError;
-    const bool mustLast = Mode == StreamMode::Scratch && WriteError == NoError;
-    const auto bringToTheMedium = [&] { return ::fdatasync(File.Number()); };
-    const ErrorNumber synced = mustLast && Repeated(bringToTheMedium) != 0 ? FromErrno(errno) : WriteError;
-    const ErrorNumber closed = FromErrno(File.Close());
+    if (!File_.Valid())
+        return WriteError_;
+    const bool mustLast = Mode_ == StreamMode::Scratch && WriteError_ == NoError;
+    const auto bringToTheMedium = [&] { return ::fdatasync(File_.Number()); };
+    const ErrorNumber synced = mustLast && Repeated(bringToTheMedium) != 0 ? FromErrno(errno) : WriteError_;
+    const ErrorNumber closed = FromErrno(File_.Close());
     return synced != NoError ? synced : closed;
 }
 

@@ -39,14 +39,14 @@ public:
     static ErrorNumber Open(const FindEntry& find, StreamMode mode, std::unique_ptr<TextStream>& stream);
     ~HostTextStream() override;
 
-    std::int64_t Position() const override { return Place; }
-    std::int64_t Size() const override { return Length; }
+    std::int64_t Position() const override { return Position_; }
+    std::int64_t Size() const override { return Length_; }
     /// An offset outside of the file is refused, and the position does not change.
     ErrorNumber Seek(std::int64_t offset, Origin origin) override;
     ErrorNumber ReadLine(Text& line) override;
     ErrorNumber SkipLines(std::int64_t most, std::int64_t& passed) override;
     ErrorNumber ReadLines(std::int64_t most, std::string_view& lines, std::int64_t& taken) override;
-    std::int64_t Revision() const override { return Changes; }
+    std::int64_t Revision() const override { return Changes_; }
     FileStamp Stamp() const override;
     ErrorNumber WriteLine(const Text& line) override;
     ErrorNumber WriteLines(std::string_view lines) override;
@@ -54,8 +54,8 @@ public:
     ErrorNumber Close() override;
 
 private:
-    HostTextStream(const FindEntry& find, StreamMode mode) : Find(find), Mode(mode) {}
-    int Number() const { return Next ? Next->File() : File.Number(); }
+    HostTextStream(const FindEntry& find, StreamMode mode) : Find_(find), Mode_(mode) {}
+    int Number() const { return Next_ ? Next_->File() : File_.Number(); }
     ErrorNumber OpenFile(FileEntry entry);
     ErrorNumber FindAgain(FileEntry& entry) const;
     ErrorNumber FindUnchanged(FileEntry& entry) const;
@@ -71,26 +71,26 @@ private:
     ErrorNumber MissingLineEnd(std::string& lineEnd);
     ErrorNumber Write(std::string_view lines);
 
-    FindEntry Find;
-    FolderId Home;                   ///< folder in which the file was found
-    Descriptor File;                 ///< the existing file; none if it is newly created
-    std::optional<Replacement> Next; ///< its replacement, from the first write on
-    StreamMode Mode;
-    bool ReadOnly = false;
-    ErrorNumber WriteError = NoError; ///< error of the line that was not written
-    std::int64_t Place = 0;
-    std::int64_t Length = 0;
-    std::timespec Modified{};
-    std::int64_t Changes = 0;
-    std::uint64_t WritesSeen = 0; ///< value of OwnWrites when the file was last examined
-    std::int64_t TickSeen = 0;    ///< clock tick at that moment
-    bool EndsInLineEnd = false;   ///< true if known; false means that it must be read
+    FindEntry Find_;
+    FolderId Home_;                   ///< folder in which the file was found
+    Descriptor File_;                 ///< the existing file; none if it is newly created
+    std::optional<Replacement> Next_; ///< its replacement, from the first write on
+    StreamMode Mode_;
+    bool ReadOnly_ = false;
+    ErrorNumber WriteError_ = NoError; ///< error of the line that was not written
+    std::int64_t Position_ = 0;
+    std::int64_t Length_ = 0;
+    std::timespec Modified_{};
+    std::int64_t Changes_ = 0;
+    std::uint64_t WritesSeen_ = 0; ///< value of OwnWrites when the file was last examined
+    std::int64_t TickSeen_ = 0;    ///< clock tick at that moment
+    bool EndsInLineEnd_ = false;   ///< true if known; false means that it must be read
 
-    std::vector<char> Block;
-    std::int64_t BlockStart = 0; ///< offset of the block in the file
-    std::size_t BlockUsed = 0;   ///< number of valid bytes in the block
-    std::string LongLine;        ///< a line that extends beyond a block
-    std::string Mended;          ///< lines of the block in their rewritten form, if that differs
+    std::vector<char> Block_;
+    std::int64_t BlockStart_ = 0; ///< offset of the block in the file
+    std::size_t BlockUsed_ = 0;   ///< number of valid bytes in the block
+    std::string LongLine_;        ///< a line that extends beyond a block
+    std::string Mended_;          ///< lines of the block in their rewritten form, if that differs
 };
 
 } // namespace backends

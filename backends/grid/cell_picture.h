@@ -32,8 +32,8 @@ struct CellPicture {
 /// The canvas of one draw-cell event, which records what is drawn.
 class RecordingCanvas final : public CellCanvas {
 public:
-    void SetForeColor(std::int32_t colour) override { Fore = colour; }
-    void SetBackColor(std::int32_t colour) override { Back = colour; }
+    void SetForeColor(std::int32_t colour) override { Fore_ = colour; }
+    void SetBackColor(std::int32_t colour) override { Back_ = colour; }
     void FrameRect(std::int32_t x, std::int32_t y, std::int32_t width, std::int32_t height) override;
     void ClearCell() override;
     void DrawLine(std::int32_t x, std::int32_t y, const Text& text) override;
@@ -41,14 +41,14 @@ public:
                  AlignY vertical, const Text& text) override;
 
     /// Returns the picture; nothing if nothing was drawn.
-    const std::optional<CellPicture>& Picture() const { return Drawn; }
+    const std::optional<CellPicture>& Picture() const { return Drawn_; }
 
 private:
     CellPicture& Cell();
 
-    std::int32_t Fore = 0;
-    std::int32_t Back = 0xFFFFFF;
-    std::optional<CellPicture> Drawn;
+    std::int32_t Fore_ = 0;
+    std::int32_t Back_ = 0xFFFFFF;
+    std::optional<CellPicture> Drawn_;
 };
 
 } // namespace backends

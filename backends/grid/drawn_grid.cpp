@@ -119,15 +119,15 @@ std::optional<DrawnGrid::CellPlace> DrawnGrid::CellAt(std::int32_t x, std::int32
 }
 
 const CellPicture* DrawnGrid::Picture(std::int32_t row, std::int32_t col) const {
-    const auto found = Pictures.find({row, col});
-    return found != Pictures.end() ? &found->second : nullptr;
+    const auto found = Pictures_.find({row, col});
+    return found != Pictures_.end() ? &found->second : nullptr;
 }
 
 bool DrawnGrid::PaintIfWanted() {
-    if (!PaintWanted || !Visible())
+    if (!PaintWanted_ || !Visible())
         return false;
-    PaintWanted = false;
-    Pictures.clear();
+    PaintWanted_ = false;
+    Pictures_.clear();
     PaintPage();
     Repainted();
     return true;
@@ -157,9 +157,9 @@ void DrawnGrid::PaintCell(const CellToPaint& cell) {
     if (!Visible())
         return; // painted only for its effect on the sizes
     if (canvas.Picture())
-        Pictures[{cell.Row, cell.Col}] = *canvas.Picture();
+        Pictures_[{cell.Row, cell.Col}] = *canvas.Picture();
     else
-        Pictures.erase({cell.Row, cell.Col});
+        Pictures_.erase({cell.Row, cell.Col});
 }
 
 } // namespace backends

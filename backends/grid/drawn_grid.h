@@ -24,7 +24,7 @@ public:
     /// has changed. Returns true if it did either.
     bool RaisePainting();
     void PaintNow() override { PaintIfWanted(); }
-    void WantPainting() { PaintWanted = true; }
+    void WantPainting() { PaintWanted_ = true; }
 
     /// Arrow keys move the current cell; page keys turn the page on devices whose grids do that.
     void TakeKey(std::int32_t keyCode);
@@ -62,8 +62,8 @@ private:
     void TurnPageUp();
     std::int32_t PageUpFrom(std::int32_t row) const;
 
-    bool PaintWanted = false;
-    std::map<std::pair<std::int32_t, std::int32_t>, CellPicture> Pictures; ///< by row and column
+    bool PaintWanted_ = false;
+    std::map<std::pair<std::int32_t, std::int32_t>, CellPicture> Pictures_; ///< by row and column
 };
 
 } // namespace backends

@@ -26,47 +26,47 @@ void GridStore::SetCell(std::int32_t row, std::int32_t col, const Text& text) {
 
 void GridStore::SetRows(std::int32_t rows) {
     Line fresh;
-    fresh.Cells.resize(Widths.size());
-    fresh.Height = NewRowHeight;
-    Lines.resize(static_cast<std::size_t>(std::max(rows, 0)), fresh);
+    fresh.Cells.resize(Widths_.size());
+    fresh.Height = NewRowHeight_;
+    Lines_.resize(static_cast<std::size_t>(std::max(rows, 0)), fresh);
     PullBack();
 }
 
 void GridStore::SetCols(std::int32_t cols) {
-    Widths.resize(static_cast<std::size_t>(std::max(cols, 0)));
-    for (Line& line : Lines)
-        line.Cells.resize(Widths.size());
+    Widths_.resize(static_cast<std::size_t>(std::max(cols, 0)));
+    for (Line& line : Lines_)
+        line.Cells.resize(Widths_.size());
     PullBack();
 }
 
 /// Moves the current cell and the page into a grid that has become smaller. The user has not moved them, so there is no
 /// event.
 void GridStore::PullBack() {
-    CurrentRow = std::clamp(CurrentRow, 0, std::max(Rows() - 1, 0));
-    CurrentCol = std::clamp(CurrentCol, 0, std::max(Cols() - 1, 0));
-    FirstOnPage = std::clamp(FirstOnPage, 0, std::max(Rows() - 1, 0));
+    CurrentRow_ = std::clamp(CurrentRow_, 0, std::max(Rows() - 1, 0));
+    CurrentCol_ = std::clamp(CurrentCol_, 0, std::max(Cols() - 1, 0));
+    FirstOnPage_ = std::clamp(FirstOnPage_, 0, std::max(Rows() - 1, 0));
     Changed();
 }
 
 void GridStore::SetRow(std::int32_t row) {
-    SetCurrentCell(row, CurrentCol);
+    SetCurrentCell(row, CurrentCol_);
 }
 
 void GridStore::SetCol(std::int32_t col) {
-    SetCurrentCell(CurrentRow, col);
+    SetCurrentCell(CurrentRow_, col);
 }
 
 void GridStore::SetCurrentCell(std::int32_t row, std::int32_t col) {
     if (!HasRow(row) || !HasCol(col))
         return;
-    const std::int32_t oldRow = CurrentRow;
-    const bool changed = row != CurrentRow || col != CurrentCol;
-    const bool insideRow = row == CurrentRow && col != CurrentCol;
-    CurrentRow = row;
-    CurrentCol = col;
-    if (!Shown && !insideRow)
+    const std::int32_t oldRow = CurrentRow_;
+    const bool changed = row != CurrentRow_ || col != CurrentCol_;
+    const bool insideRow = row == CurrentRow_ && col != CurrentCol_;
+    CurrentRow_ = row;
+    CurrentCol_ = col;
+    if (!Visible_ && !insideRow)
         PaintRows(std::min(oldRow, row), std::max(oldRow, row));
-    ScrollTo(CurrentRow); // painting may have hidden the row and moved the selection
+    ScrollTo(CurrentRow_); // painting may have hidden the row and moved the selection
     if (!changed)
         return;
     Changed();
@@ -74,18 +74,18 @@ void GridStore::SetCurrentCell(std::int32_t row, std::int32_t col) {
 }
 
 void GridStore::Announce() {
-    if (!Shown)
+    if (!Visible_)
         return;
-    ++Announcing;
+    ++Announcing_;
     RowColChanged();
-    --Announcing;
+    --Announcing_;
     LeaveHiddenRow();
 }
 
 /// Leaves a row without a height. This is done after the handlers of a move have returned, because they may move the
 /// cell themselves.
 void GridStore::LeaveHiddenRow() {
-    if (!Shown || Announcing > 0 || !HasRow(CurrentRow) || At(CurrentRow).Height > 0)
+    if (!Visible_ || Announcing_ > 0 || !HasRow(CurrentRow_) || At(CurrentRow_).Height > 0)
         return;
     const std::int32_t row = NearestShownRow();
     if (row >= 0)
@@ -94,11 +94,11 @@ void GridStore::LeaveHiddenRow() {
 
 /// Returns the next row with a height, or else the nearest one before; -1 if there is none.
 std::int32_t GridStore::NearestShownRow() const {
-    for (std::int32_t row = CurrentRow + 1; row < Rows(); ++row) {
+    for (std::int32_t row = CurrentRow_ + 1; row < Rows(); ++row) {
         if (At(row).Height > 0)
             return row;
     }
-    for (std::int32_t row = CurrentRow - 1; row >= 0; --row) {
+    for (std::int32_t row = CurrentRow_ - 1; row >= 0; --row) {
         if (At(row).Height > 0)
             return row;
     }
@@ -108,23 +108,23 @@ std::int32_t GridStore::NearestShownRow() const {
 void GridStore::SetTopRow(std::int32_t row) {
     if (!HasRow(row))
         return;
-    KeepsRow = false;
+    KeepsRow_ = false;
     BeginPageWith(row);
 }
 
 void GridStore::BeginPageWith(std::int32_t row) {
-    if (row == FirstOnPage)
+    if (row == FirstOnPage_)
         return;
-    FirstOnPage = row;
+    FirstOnPage_ = row;
     Changed();
 }
 
 bool GridStore::StandsOnPage(std::int32_t row) const {
-    return HasRow(row) && row >= FirstOnPage && static_cast<float>(TopOf(row)) < Place.Height;
+    return HasRow(row) && row >= FirstOnPage_ && static_cast<float>(TopOf(row)) < Bounds_.Height;
 }
 
 void GridStore::PullPageTo(std::int32_t row) {
-    KeepsRow = StandsOnPage(CurrentRow);
+    KeepsRow_ = StandsOnPage(CurrentRow_);
     BeginPageWith(row);
 }
 
@@ -143,13 +143,13 @@ void GridStore::SetRowHeight(std::int32_t row, std::int32_t height) {
 }
 
 std::int32_t GridStore::ColWidth(std::int32_t col) const {
-    return HasCol(col) ? Widths[static_cast<std::size_t>(col)] : 0;
+    return HasCol(col) ? Widths_[static_cast<std::size_t>(col)] : 0;
 }
 
 void GridStore::SetColWidth(std::int32_t col, std::int32_t width) {
     if (!HasCol(col) || ColWidth(col) == std::max(width, 0))
         return;
-    Widths[static_cast<std::size_t>(col)] = std::max(width, 0);
+    Widths_[static_cast<std::size_t>(col)] = std::max(width, 0);
     Changed();
 }
 
@@ -161,12 +161,12 @@ std::int32_t GridStore::HeightBetween(std::int32_t from, std::int32_t to) const 
 }
 
 bool GridStore::RowOnScreen(std::int32_t row) const {
-    if (!HasRow(row) || row < FirstOnPage)
+    if (!HasRow(row) || row < FirstOnPage_)
         return false;
     std::int32_t height = 0; // not beyond the page, because a list may have any number of rows
-    for (std::int32_t r = FirstOnPage; r <= row; ++r) {
+    for (std::int32_t r = FirstOnPage_; r <= row; ++r) {
         height += At(r).Height;
-        if (static_cast<float>(height) > Place.Height)
+        if (static_cast<float>(height) > Bounds_.Height)
             return false;
     }
     return true;
@@ -174,25 +174,25 @@ bool GridStore::RowOnScreen(std::int32_t row) const {
 
 /// Scrolls as little as necessary to show the row on the page.
 void GridStore::ScrollTo(std::int32_t row) {
-    std::int32_t top = std::min(FirstOnPage, row);
+    std::int32_t top = std::min(FirstOnPage_, row);
     std::int32_t height = HeightBetween(top, row);
-    while (top < row && Place.Height < static_cast<float>(height))
+    while (top < row && Bounds_.Height < static_cast<float>(height))
         height -= At(top++).Height;
     BeginPageWith(top);
-    KeepsRow = true;
+    KeepsRow_ = true;
 }
 
 void GridStore::SetBounds(const Box& box) {
-    if (box == Place)
+    if (box == Bounds_)
         return;
-    Place = box;
+    Bounds_ = box;
     Changed();
 }
 
 void GridStore::SetVisible(bool visible) {
-    if (visible == Shown)
+    if (visible == Visible_)
         return;
-    Shown = visible;
+    Visible_ = visible;
     if (!visible)
         return;
     Changed();
@@ -200,17 +200,18 @@ void GridStore::SetVisible(bool visible) {
 }
 
 void GridStore::SetFontName(const Text& name) {
-    if (name == Font)
+    if (name == Font_)
         return;
-    Font = name;
+    Font_ = name;
     Changed();
 }
 
 void GridStore::SetFontSize(std::int32_t size) {
-    const bool offered = FontSizes.empty() || std::find(FontSizes.begin(), FontSizes.end(), size) != FontSizes.end();
-    if (size < 1 || size > LargestFont || size == Size || !offered)
+    const bool offered =
+        FontSizes_.empty() || std::find(FontSizes_.begin(), FontSizes_.end(), size) != FontSizes_.end();
+    if (size < 1 || size > LargestFont || size == Size_ || !offered)
         return;
-    Size = size;
+    Size_ = size;
     Changed();
 }
 
@@ -219,62 +220,62 @@ bool GridStore::Offers(std::int32_t row, std::int32_t col) const {
 }
 
 void GridStore::Changed() {
-    if (Painting)
-        ChangedByPainting = true;
+    if (Painting_)
+        ChangedByPainting_ = true;
     else
         LooksChanged();
 }
 
 void GridStore::PaintPage() {
-    if (Painting)
+    if (Painting_)
         return;
     do {
-        ChangedByPainting = false;
+        ChangedByPainting_ = false;
         PaintRowsOfPage();
-        if (ChangedByPainting)
+        if (ChangedByPainting_)
             PaintRowsOfPage();
     } while (BringsRowBack());
-    KeepsRow = false;
+    KeepsRow_ = false;
 }
 
 /// Scrolls the page to the current row if painting has pushed it off the page. Returns true if the page has moved.
 bool GridStore::BringsRowBack() {
-    if (!KeepsRow || !HasRow(CurrentRow) || RowOnScreen(CurrentRow))
+    if (!KeepsRow_ || !HasRow(CurrentRow_) || RowOnScreen(CurrentRow_))
         return false;
-    const std::int32_t top = FirstOnPage;
-    Painting = true; // no LooksChanged: the page is about to be painted anyway
-    ScrollTo(CurrentRow);
-    Painting = false;
-    return FirstOnPage != top;
+    const std::int32_t top = FirstOnPage_;
+    Painting_ = true; // no LooksChanged: the page is about to be painted anyway
+    ScrollTo(CurrentRow_);
+    Painting_ = false;
+    return FirstOnPage_ != top;
 }
 
 /// The number of rows on the page may grow while it is painted, when rows of hidden fields lose their height.
 void GridStore::PaintRowsOfPage() {
-    Painting = true;
+    Painting_ = true;
     std::int32_t y = 0;
-    for (std::int32_t row = FirstOnPage; row < Rows() && static_cast<float>(y) < Place.Height; ++row) {
+    for (std::int32_t row = FirstOnPage_; row < Rows() && static_cast<float>(y) < Bounds_.Height; ++row) {
         PaintRow(row, y);
         y += RowHeight(row);
     }
-    Painting = false;
+    Painting_ = false;
 }
 
 /// Returns the top of a row in pixels from the top of the page; 0 for a row above the page.
 std::int32_t GridStore::TopOf(std::int32_t row) const {
-    return row > FirstOnPage ? HeightBetween(FirstOnPage, row - 1) : 0;
+    return row > FirstOnPage_ ? HeightBetween(FirstOnPage_, row - 1) : 0;
 }
 
 void GridStore::PaintRows(std::int32_t from, std::int32_t to) {
-    if (Painting)
+    if (Painting_)
         return;
-    Painting = true;
+    Painting_ = true;
     std::int32_t y = TopOf(from);
     for (std::int32_t row = from; row <= to && row < Rows(); ++row) {
         PaintRow(row, y);
-        if (row >= FirstOnPage)
+        if (row >= FirstOnPage_)
             y += RowHeight(row);
     }
-    Painting = false;
+    Painting_ = false;
 }
 
 void GridStore::PaintRow(std::int32_t row, std::int32_t y) {
@@ -286,7 +287,7 @@ void GridStore::PaintRow(std::int32_t row, std::int32_t y) {
         cell.Col = col;
         cell.Width = ColWidth(col);
         cell.Height = At(row).Height;
-        cell.Current = row == CurrentRow && col == CurrentCol;
+        cell.Current = row == CurrentRow_ && col == CurrentCol_;
         PaintCell(cell);
         cell.X += cell.Width;
     }

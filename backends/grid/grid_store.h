@@ -25,46 +25,46 @@ public:
     Text Cell(std::int32_t row, std::int32_t col) const override;
     void SetCell(std::int32_t row, std::int32_t col, const Text& text) override;
 
-    std::int32_t Rows() const override { return static_cast<std::int32_t>(Lines.size()); }
+    std::int32_t Rows() const override { return static_cast<std::int32_t>(Lines_.size()); }
     void SetRows(std::int32_t rows) override;
-    std::int32_t Cols() const override { return static_cast<std::int32_t>(Widths.size()); }
+    std::int32_t Cols() const override { return static_cast<std::int32_t>(Widths_.size()); }
     void SetCols(std::int32_t cols) override;
 
-    std::int32_t Row() const override { return CurrentRow; }
+    std::int32_t Row() const override { return CurrentRow_; }
     void SetRow(std::int32_t row) override;
-    std::int32_t Col() const override { return CurrentCol; }
+    std::int32_t Col() const override { return CurrentCol_; }
     void SetCol(std::int32_t col) override;
     /// Sets row and column in one step, with one event: a tap.
     void SetCurrentCell(std::int32_t row, std::int32_t col);
 
-    std::int32_t TopRow() const override { return FirstOnPage; }
+    std::int32_t TopRow() const override { return FirstOnPage_; }
     void SetTopRow(std::int32_t row) override;
 
     std::int32_t RowHeight(std::int32_t row) const override;
     void SetRowHeight(std::int32_t row, std::int32_t height) override;
     std::int32_t ColWidth(std::int32_t col) const override;
     void SetColWidth(std::int32_t col, std::int32_t width) override;
-    std::int32_t DefaultRowHeight() const override { return NewRowHeight; }
-    void SetDefaultRowHeight(std::int32_t height) override { NewRowHeight = height; }
+    std::int32_t DefaultRowHeight() const override { return NewRowHeight_; }
+    void SetDefaultRowHeight(std::int32_t height) override { NewRowHeight_ = height; }
 
     bool RowOnScreen(std::int32_t row) const override;
-    GridStyle Style() const { return StyleSet; }
-    void SetGridMode(GridStyle style) override { StyleSet = style; }
+    GridStyle Style() const { return StyleSet_; }
+    void SetGridMode(GridStyle style) override { StyleSet_ = style; }
     void Recalc() override {}
 
-    Box Bounds() const override { return Place; }
+    Box Bounds() const override { return Bounds_; }
     void SetBounds(const Box& box) override;
-    bool Visible() const override { return Shown; }
+    bool Visible() const override { return Visible_; }
     void SetVisible(bool visible) override;
-    bool Enabled() const override { return Usable; }
-    void SetEnabled(bool enabled) override { Usable = enabled; }
+    bool Enabled() const override { return Enabled_; }
+    void SetEnabled(bool enabled) override { Enabled_ = enabled; }
 
-    Text FontName() const override { return Font; }
+    Text FontName() const override { return Font_; }
     void SetFontName(const Text& name) override;
-    std::int32_t FontSize() const override { return Size; }
+    std::int32_t FontSize() const override { return Size_; }
     void SetFontSize(std::int32_t size) override;
     /// Restricts the font to these sizes; any other size is refused. An empty list allows every size.
-    void OfferFontSizes(std::vector<std::int32_t> sizes) { FontSizes = std::move(sizes); }
+    void OfferFontSizes(std::vector<std::int32_t> sizes) { FontSizes_ = std::move(sizes); }
 
     /// True if a cell can be tapped: it exists and its row has a height.
     bool Offers(std::int32_t row, std::int32_t col) const;
@@ -91,8 +91,8 @@ private:
 
     bool HasRow(std::int32_t row) const { return row >= 0 && row < Rows(); }
     bool HasCol(std::int32_t col) const { return col >= 0 && col < Cols(); }
-    Line& At(std::int32_t row) { return Lines[static_cast<std::size_t>(row)]; }
-    const Line& At(std::int32_t row) const { return Lines[static_cast<std::size_t>(row)]; }
+    Line& At(std::int32_t row) { return Lines_[static_cast<std::size_t>(row)]; }
+    const Line& At(std::int32_t row) const { return Lines_[static_cast<std::size_t>(row)]; }
     void PullBack();
     void Announce();
     void LeaveHiddenRow();
@@ -108,23 +108,23 @@ private:
     void PaintRow(std::int32_t row, std::int32_t y);
     void Changed();
 
-    std::vector<Line> Lines;
-    std::vector<std::int32_t> Widths;
-    std::int32_t CurrentRow = 0;
-    std::int32_t CurrentCol = 0;
-    std::int32_t FirstOnPage = 0;
-    std::int32_t NewRowHeight = 0;
-    GridStyle StyleSet = GridStyle::OneCell;
-    Box Place;
-    bool Shown = true;
-    bool Usable = true;
-    Text Font;
-    std::int32_t Size = 0;
-    std::vector<std::int32_t> FontSizes;
-    int Announcing = 0; ///< number of handlers of a move that have not returned yet
-    bool Painting = false;
-    bool ChangedByPainting = false;
-    bool KeepsRow = false; ///< the current row was scrolled onto the page and has not been painted there yet
+    std::vector<Line> Lines_;
+    std::vector<std::int32_t> Widths_;
+    std::int32_t CurrentRow_ = 0;
+    std::int32_t CurrentCol_ = 0;
+    std::int32_t FirstOnPage_ = 0;
+    std::int32_t NewRowHeight_ = 0;
+    GridStyle StyleSet_ = GridStyle::OneCell;
+    Box Bounds_;
+    bool Visible_ = true;
+    bool Enabled_ = true;
+    Text Font_;
+    std::int32_t Size_ = 0;
+    std::vector<std::int32_t> FontSizes_;
+    int Announcing_ = 0; ///< number of handlers of a move that have not returned yet
+    bool Painting_ = false;
+    bool ChangedByPainting_ = false;
+    bool KeepsRow_ = false; ///< the current row was scrolled onto the page and has not been painted there yet
 };
 
 } // namespace backends

@@ -19,62 +19,62 @@ bool AreOne(char16_t first, char16_t second) {
 } // namespace
 
 void EditedText::Set(const Text& text) {
-    Value = text;
-    From = std::min(From, Value.size());
-    if (From > 0 && Behind(From - 1) != From)
-        From = Before(From + 1);
-    Selected = 0;
+    Value_ = text;
+    From_ = std::min(From_, Value_.size());
+    if (From_ > 0 && Behind(From_ - 1) != From_)
+        From_ = Before(From_ + 1);
+    Selected_ = 0;
 }
 
 void EditedText::ReplaceAll(const Text& text, bool multiLine) {
-    Value = text;
+    Value_ = text;
     if (!multiLine)
         std::replace_if(
-            Value.begin(), Value.end(), [](char16_t unit) { return unit == u'\r' || unit == u'\n'; }, u' ');
-    From = Value.size();
-    Selected = 0;
+            Value_.begin(), Value_.end(), [](char16_t unit) { return unit == u'\r' || unit == u'\n'; }, u' ');
+    From_ = Value_.size();
+    Selected_ = 0;
 }
 
 void EditedText::Select(std::int32_t position, std::int32_t length) {
-    From = std::min(static_cast<std::size_t>(std::max(position, 0)), Value.size());
-    Selected = std::min(static_cast<std::size_t>(std::max(length, 0)), Value.size() - From);
+    From_ = std::min(static_cast<std::size_t>(std::max(position, 0)), Value_.size());
+    Selected_ = std::min(static_cast<std::size_t>(std::max(length, 0)), Value_.size() - From_);
 }
 
 void EditedText::Enter(TextView character, bool multiLine) {
     if (character.empty())
         return;
     if (character[0] == Backspace) {
-        const std::size_t start = Selected > 0 ? From : Before(From);
-        Replace(start, From + Selected - start, u"");
+        const std::size_t start = Selected_ > 0 ? From_ : Before(From_);
+        Replace(start, From_ + Selected_ - start, u"");
     } else if (character[0] == u'\r' || character[0] == u'\n') {
         if (multiLine)
-            Replace(From, Selected, u"\r\n");
+            Replace(From_, Selected_, u"\r\n");
     } else if (character[0] >= u' ') {
-        Replace(From, Selected, character);
+        Replace(From_, Selected_, character);
     }
 }
 
 void EditedText::MoveCaret(std::int32_t step) {
-    From = step < 0 ? Before(From) : Behind(From + Selected);
-    Selected = 0;
+    From_ = step < 0 ? Before(From_) : Behind(From_ + Selected_);
+    Selected_ = 0;
 }
 
 void EditedText::Replace(std::size_t from, std::size_t count, TextView text) {
-    Value.replace(from, count, text);
-    From = from + text.size();
-    Selected = 0;
+    Value_.replace(from, count, text);
+    From_ = from + text.size();
+    Selected_ = 0;
 }
 
 std::size_t EditedText::Before(std::size_t place) const {
-    if (place >= 2 && AreOne(Value[place - 2], Value[place - 1]))
+    if (place >= 2 && AreOne(Value_[place - 2], Value_[place - 1]))
         return place - 2;
     return place > 0 ? place - 1 : 0;
 }
 
 std::size_t EditedText::Behind(std::size_t place) const {
-    if (place + 1 < Value.size() && AreOne(Value[place], Value[place + 1]))
+    if (place + 1 < Value_.size() && AreOne(Value_[place], Value_[place + 1]))
         return place + 2;
-    return std::min(place + 1, Value.size());
+    return std::min(place + 1, Value_.size());
 }
 
 } // namespace backends::headless

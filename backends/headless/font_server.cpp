@@ -75,12 +75,12 @@ TextSize HeadlessFonts::MeasureWrapped(FontHandle font, const Text& text, std::i
 }
 
 Text HeadlessFonts::FirstFontName() {
-    Next = 0;
+    Next_ = 0;
     return NextFontName();
 }
 
 Text HeadlessFonts::NextFontName() {
-    return Next < Names.size() ? Names[Next++] : Text();
+    return Next_ < Names_.size() ? Names_[Next_++] : Text();
 }
 
 } // namespace backends::headless

@@ -25,12 +25,12 @@ public:
     Text FirstFontName() override;
     Text NextFontName() override;
     /// Sets the available fonts.
-    void OfferFonts(std::vector<Text> names) { Names = std::move(names); }
+    void OfferFonts(std::vector<Text> names) { Names_ = std::move(names); }
 
 private:
-    std::vector<Text> Names = {u"AFPalm",         u"AFPalmHR", u"AFSE UIQ Standard", u"Microsoft Sans Serif CMF",
-                               u"Nokia Sans S60", u"Tahoma"};
-    std::size_t Next = 0;
+    std::vector<Text> Names_ = {u"AFPalm",         u"AFPalmHR", u"AFSE UIQ Standard", u"Microsoft Sans Serif CMF",
+                                u"Nokia Sans S60", u"Tahoma"};
+    std::size_t Next_ = 0;
 };
 
 } // namespace backends::headless

@@ -19,63 +19,63 @@ void HeadlessTextBox::RaiseChange(const Text& old) {
 }
 
 void HeadlessTextBox::SetContents(const Text& text) {
-    Edited.Set(text);
+    Edited_.Set(text);
     if (Change)
         Change();
 }
 
 void HeadlessTextBox::ActOnKey(std::int32_t keyCode) {
     if (Key{keyCode} == Key::Left || Key{keyCode} == Key::Right)
-        Edited.MoveCaret(Key{keyCode} == Key::Left ? -1 : 1);
+        Edited_.MoveCaret(Key{keyCode} == Key::Left ? -1 : 1);
 }
 
 void HeadlessTextBox::EnterCharacter(TextView character) {
     const Text old = Contents();
-    Edited.Enter(character, Lines);
+    Edited_.Enter(character, Lines_);
     RaiseChange(old);
 }
 
 void HeadlessTextBox::ReplaceText(const Text& text) {
     const Text old = Contents();
-    Edited.ReplaceAll(text, Lines);
+    Edited_.ReplaceAll(text, Lines_);
     RaiseChange(old);
 }
 
 void HeadlessComboBox::Clear() {
-    Entries.clear();
-    Edited.Set(u"");
+    Entries_.clear();
+    Edited_.Set(u"");
 }
 
 void HeadlessComboBox::ActOnKey(std::int32_t keyCode) {
     if (Key{keyCode} == Key::Left || Key{keyCode} == Key::Right)
-        Edited.MoveCaret(Key{keyCode} == Key::Left ? -1 : 1);
+        Edited_.MoveCaret(Key{keyCode} == Key::Left ? -1 : 1);
     if (Key{keyCode} != Key::Up && Key{keyCode} != Key::Down)
         return;
-    const auto found = std::find(Entries.begin(), Entries.end(), Contents());
-    const auto place = found == Entries.end() ? -1 : static_cast<std::int32_t>(found - Entries.begin());
+    const auto found = std::find(Entries_.begin(), Entries_.end(), Contents());
+    const auto place = found == Entries_.end() ? -1 : static_cast<std::int32_t>(found - Entries_.begin());
     const std::int32_t next = place + (Key{keyCode} == Key::Down ? 1 : -1);
     if (next >= 0 && next < ItemCount())
-        ReplaceText(Entries[static_cast<std::size_t>(next)]);
+        ReplaceText(Entries_[static_cast<std::size_t>(next)]);
 }
 
 void HeadlessComboBox::ReplaceText(const Text& text) {
-    Edited.ReplaceAll(text, false);
+    Edited_.ReplaceAll(text, false);
 }
 
 void HeadlessDatePicker::ActOnKey(std::int32_t keyCode) {
     constexpr std::int32_t Week = 7;
     switch (Key{keyCode}) {
     case Key::Left:
-        Chosen = DaysLater(Chosen, -1);
+        Chosen_ = DaysLater(Chosen_, -1);
         break;
     case Key::Right:
-        Chosen = DaysLater(Chosen, 1);
+        Chosen_ = DaysLater(Chosen_, 1);
         break;
     case Key::Up:
-        Chosen = DaysLater(Chosen, -Week);
+        Chosen_ = DaysLater(Chosen_, -Week);
         break;
     case Key::Down:
-        Chosen = DaysLater(Chosen, Week);
+        Chosen_ = DaysLater(Chosen_, Week);
         break;
     default:
         break;
@@ -83,12 +83,12 @@ void HeadlessDatePicker::ActOnKey(std::int32_t keyCode) {
 }
 
 void HeadlessListBox::Clear() {
-    Items.clear();
-    Index = -1;
+    Items_.clear();
+    Index_ = -1;
 }
 
 Text HeadlessListBox::ItemText(std::int32_t index) const {
-    return index >= 0 && index < ItemCount() ? Items[static_cast<std::size_t>(index)] : Text();
+    return index >= 0 && index < ItemCount() ? Items_[static_cast<std::size_t>(index)] : Text();
 }
 
 void HeadlessLabel::SetVisible(bool visible) {
@@ -106,12 +106,12 @@ void HeadlessLabel::Refresh() {
 void HeadlessGrid::SetVisible(bool visible) {
     GridStore::SetVisible(visible);
     if (!visible)
-        FocusOfForm.TakeFrom(*this);
+        Focus_.TakeFrom(*this);
 }
 
 void HeadlessGrid::SetFocus() {
     if (Visible() && Enabled())
-        FocusOfForm.MoveTo(*this);
+        Focus_.MoveTo(*this);
 }
 
 void HeadlessGrid::Repainted() {

@@ -21,142 +21,142 @@ using namespace platform;
 template <class Interface>
 class BasicControl : public Interface, public FocusTarget {
 public:
-    BasicControl(Focus& focus, const char* name) : FocusOfForm(focus) { Name = name; }
+    BasicControl(Focus& focus, const char* name) : Focus_(focus) { Name = name; }
 
-    Box Bounds() const override { return Place; }
-    void SetBounds(const Box& box) override { Place = box; }
-    bool Visible() const override { return Shown; }
+    Box Bounds() const override { return Bounds_; }
+    void SetBounds(const Box& box) override { Bounds_ = box; }
+    bool Visible() const override { return Visible_; }
     void SetVisible(bool visible) override {
-        Shown = visible;
+        Visible_ = visible;
         if (!visible)
-            FocusOfForm.TakeFrom(*this);
+            Focus_.TakeFrom(*this);
     }
-    bool Enabled() const override { return Usable; }
-    void SetEnabled(bool enabled) override { Usable = enabled; }
+    bool Enabled() const override { return Enabled_; }
+    void SetEnabled(bool enabled) override { Enabled_ = enabled; }
     void SetFocus() override {
-        if (Shown && Usable)
-            FocusOfForm.MoveTo(*this);
+        if (Visible_ && Enabled_)
+            Focus_.MoveTo(*this);
     }
 
 private:
-    Focus& FocusOfForm;
-    Box Place;
-    bool Shown = false;
-    bool Usable = true;
+    Focus& Focus_;
+    Box Bounds_;
+    bool Visible_ = false;
+    bool Enabled_ = true;
 };
 
 template <class Interface>
 class BasicFontControl : public BasicControl<Interface> {
 public:
     using BasicControl<Interface>::BasicControl;
-    Text FontName() const override { return Font; }
-    void SetFontName(const Text& name) override { Font = name; }
-    std::int32_t FontSize() const override { return Size; }
-    void SetFontSize(std::int32_t size) override { Size = size; }
+    Text FontName() const override { return Font_; }
+    void SetFontName(const Text& name) override { Font_ = name; }
+    std::int32_t FontSize() const override { return Size_; }
+    void SetFontSize(std::int32_t size) override { Size_ = size; }
 
 private:
-    Text Font;
-    std::int32_t Size = 0;
+    Text Font_;
+    std::int32_t Size_ = 0;
 };
 
 class HeadlessForm final : public Form {
 public:
-    Box Bounds() const override { return Twips; }
-    void SetBounds(const Box& twips) override { Twips = twips; }
+    Box Bounds() const override { return Twips_; }
+    void SetBounds(const Box& twips) override { Twips_ = twips; }
     Box ClientArea() const override; ///< the whole form: there is no frame
     float TwipsPerPixelX() const override { return TwipsPerPixel; }
     float TwipsPerPixelY() const override { return TwipsPerPixel; }
 
 private:
     static constexpr float TwipsPerPixel = 15; // 1440 to the inch, 96 pixels to the inch
-    Box Twips;
+    Box Twips_;
 };
 
 class HeadlessTextBox final : public BasicFontControl<EditBox> {
 public:
     using BasicFontControl::BasicFontControl;
-    Text Contents() const override { return Edited.Contents(); }
+    Text Contents() const override { return Edited_.Contents(); }
     void SetContents(const Text& text) override;
-    bool MultiLine() const override { return Lines; }
-    void SetMultiLine(bool multiLine) override { Lines = multiLine; }
+    bool MultiLine() const override { return Lines_; }
+    void SetMultiLine(bool multiLine) override { Lines_ = multiLine; }
     void Commit() override {} // what is typed is there at once
-    void Select(std::int32_t position, std::int32_t length) override { Edited.Select(position, length); }
+    void Select(std::int32_t position, std::int32_t length) override { Edited_.Select(position, length); }
 
     void ActOnKey(std::int32_t keyCode) override;
     bool TakesText() const override { return true; }
     void EnterCharacter(TextView character) override;
     void ReplaceText(const Text& text) override;
-    std::int32_t Caret() const override { return Edited.Caret(); }
+    std::int32_t Caret() const override { return Edited_.Caret(); }
 
     std::function<void()> Change;
 
 private:
     void RaiseChange(const Text& old);
 
-    EditedText Edited;
-    bool Lines = false;
+    EditedText Edited_;
+    bool Lines_ = false;
 };
 
 class HeadlessComboBox final : public BasicFontControl<EditCombo> {
 public:
     using BasicFontControl::BasicFontControl;
-    Text Contents() const override { return Edited.Contents(); }
-    void SetContents(const Text& text) override { Edited.Set(text); }
-    void Select(std::int32_t position, std::int32_t length) override { Edited.Select(position, length); }
+    Text Contents() const override { return Edited_.Contents(); }
+    void SetContents(const Text& text) override { Edited_.Set(text); }
+    void Select(std::int32_t position, std::int32_t length) override { Edited_.Select(position, length); }
     void Clear() override;
-    void AddItem(const Text& item) override { Entries.push_back(item); }
-    std::int32_t ItemCount() const override { return static_cast<std::int32_t>(Entries.size()); }
+    void AddItem(const Text& item) override { Entries_.push_back(item); }
+    std::int32_t ItemCount() const override { return static_cast<std::int32_t>(Entries_.size()); }
 
     /// Up and down choose the item before or after the one that equals the text.
     void ActOnKey(std::int32_t keyCode) override;
     bool TakesText() const override { return true; }
-    void EnterCharacter(TextView character) override { Edited.Enter(character, false); }
+    void EnterCharacter(TextView character) override { Edited_.Enter(character, false); }
     void ReplaceText(const Text& text) override;
 
-    std::vector<Text> Items() const override { return Entries; }
-    std::int32_t Caret() const override { return Edited.Caret(); }
+    std::vector<Text> Items() const override { return Entries_; }
+    std::int32_t Caret() const override { return Edited_.Caret(); }
 
 private:
-    EditedText Edited;
-    std::vector<Text> Entries;
+    EditedText Edited_;
+    std::vector<Text> Entries_;
 };
 
 class HeadlessDatePicker final : public BasicControl<DatePicker> {
 public:
     using BasicControl::BasicControl;
-    CalendarDate Date() const override { return Chosen; }
-    void SetDate(const CalendarDate& date) override { Chosen = date; }
+    CalendarDate Date() const override { return Chosen_; }
+    void SetDate(const CalendarDate& date) override { Chosen_ = date; }
     /// Left and right move by a day, up and down by a week.
     void ActOnKey(std::int32_t keyCode) override;
 
 private:
-    CalendarDate Chosen;
+    CalendarDate Chosen_;
 };
 
 class HeadlessListBox final : public BasicControl<ListBox> {
 public:
     using BasicControl::BasicControl;
     void Clear() override;
-    void AddItem(const Text& item) override { Items.push_back(item); }
-    std::int32_t ItemCount() const override { return static_cast<std::int32_t>(Items.size()); }
-    std::int32_t ListIndex() const override { return Index; }
-    void SetListIndex(std::int32_t index) override { Index = index; }
+    void AddItem(const Text& item) override { Items_.push_back(item); }
+    std::int32_t ItemCount() const override { return static_cast<std::int32_t>(Items_.size()); }
+    std::int32_t ListIndex() const override { return Index_; }
+    void SetListIndex(std::int32_t index) override { Index_ = index; }
     Text ItemText(std::int32_t index) const override;
-    Text Tag() const override { return Note; }
-    void SetTag(const Text& tag) override { Note = tag; }
+    Text Tag() const override { return Tag_; }
+    void SetTag(const Text& tag) override { Tag_ = tag; }
 
 private:
-    std::vector<Text> Items;
-    std::int32_t Index = -1;
-    Text Note;
+    std::vector<Text> Items_;
+    std::int32_t Index_ = -1;
+    Text Tag_;
 };
 
 class HeadlessLabel final : public BasicFontControl<Label> {
 public:
     using BasicFontControl::BasicFontControl;
     void SetVisible(bool visible) override;
-    Text Caption() const override { return Value; }
-    void SetCaption(const Text& caption) override { Value = caption; }
+    Text Caption() const override { return Value_; }
+    void SetCaption(const Text& caption) override { Value_ = caption; }
     void SetBackColor(std::int32_t) override {}
     void SetForeColor(std::int32_t) override {}
     void Refresh() override;
@@ -165,7 +165,7 @@ public:
     std::function<void()> Hidden;
 
 private:
-    Text Value;
+    Text Value_;
 };
 
 class HeadlessScrollBar final : public ScrollBar {
@@ -175,23 +175,23 @@ public:
 
 class HeadlessMenuItem final : public MenuItem {
 public:
-    Text Caption() const override { return Value; }
-    void SetCaption(const Text& caption) override { Value = caption; }
-    bool Visible() const override { return Shown; }
-    void SetVisible(bool visible) override { Shown = visible; }
-    bool Enabled() const override { return Usable; }
-    void SetEnabled(bool enabled) override { Usable = enabled; }
+    Text Caption() const override { return Value_; }
+    void SetCaption(const Text& caption) override { Value_ = caption; }
+    bool Visible() const override { return Visible_; }
+    void SetVisible(bool visible) override { Visible_ = visible; }
+    bool Enabled() const override { return Enabled_; }
+    void SetEnabled(bool enabled) override { Enabled_ = enabled; }
 
 private:
-    Text Value;
-    bool Shown = false;
-    bool Usable = true;
+    Text Value_;
+    bool Visible_ = false;
+    bool Enabled_ = true;
 };
 
 /// Paints itself when the loop handles what is due, as a grid in a window does.
 class HeadlessGrid final : public DrawnGrid, public FocusTarget, public EventSource {
 public:
-    HeadlessGrid(Focus& focus, const char* name) : FocusOfForm(focus) { Name = name; }
+    HeadlessGrid(Focus& focus, const char* name) : Focus_(focus) { Name = name; }
     void SetVisible(bool visible) override;
     void SetFocus() override;
     void ActOnKey(std::int32_t keyCode) override;
@@ -204,7 +204,7 @@ public:
 private:
     void Repainted() override;
 
-    Focus& FocusOfForm;
+    Focus& Focus_;
 };
 
 } // namespace backends::headless

@@ -37,10 +37,10 @@ public:
 
 class BluetoothConnection final : public Connection {
 public:
-    explicit BluetoothConnection(Descriptor socket) : Socket(std::move(socket)) {}
+    explicit BluetoothConnection(Descriptor socket) : Socket_(std::move(socket)) {}
 
 private:
-    Descriptor Socket;
+    Descriptor Socket_;
 };
 
 ErrorNumber OpenDevice(const std::string& path, std::unique_ptr<Connection>& connection) {
@@ -100,7 +100,7 @@ ErrorNumber HostConnections::Open(const Text& name, std::unique_ptr<Connection>&
     if (!bytes.empty() && bytes[0] == '/')
         return OpenDevice(bytes, connection);
     if (const auto address = BluetoothAddressFrom(bytes))
-        return OpenBluetooth(Connect, *address, connection);
+        return OpenBluetooth(Connect_, *address, connection);
     return FileNotFound;
 }
 

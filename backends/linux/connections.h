@@ -24,7 +24,7 @@ int ConnectRfcomm(const BluetoothAddress& address, Descriptor& socket);
 
 class HostConnections final : public ConnectionService {
 public:
-    explicit HostConnections(BluetoothConnect connect = ConnectRfcomm) : Connect(std::move(connect)) {}
+    explicit HostConnections(BluetoothConnect connect = ConnectRfcomm) : Connect_(std::move(connect)) {}
 
     /// A name that begins with `/` is a serial device, opened at "9600,N,8,1"; NotAvailable when it is no terminal, or
     /// is in use. A Bluetooth address is connected to over RFCOMM, on channel 1 or the one after `#`; while that is
@@ -33,7 +33,7 @@ public:
     ErrorNumber Open(const Text& name, std::unique_ptr<Connection>& connection) override;
 
 private:
-    BluetoothConnect Connect;
+    BluetoothConnect Connect_;
 };
 
 } // namespace backends

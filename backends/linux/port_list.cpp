@@ -26,7 +26,7 @@ struct Found {
 
 class Survey {
 public:
-    explicit Survey(const PortSurvey& where) : Where(where) {}
+    explicit Survey(const PortSurvey& where) : Where_(where) {}
     std::vector<PortRow> Rows();
 
 private:
@@ -40,8 +40,8 @@ private:
     bool HasHardware(const std::string& path) const;
     Found& RowOf(const std::string& path);
 
-    const PortSurvey& Where;
-    std::vector<Found> List;
+    const PortSurvey& Where_;
+    std::vector<Found> List_;
 };
 
 void Give(Found& found, PortState state, const PortTrouble& trouble) {
@@ -54,15 +54,15 @@ void Give(Found& found, PortState state, const PortTrouble& trouble) {
 Found& Survey::RowOf(const std::string& path) {
     std::string canonical;
     Canonical(path, canonical);
-    const auto known = std::find_if(List.begin(), List.end(), [&](const Found& found) {
+    const auto known = std::find_if(List_.begin(), List_.end(), [&](const Found& found) {
         return canonical.empty() ? found.Row.Path == path : found.Canonical == canonical;
     });
-    if (known != List.end())
+    if (known != List_.end())
         return *known;
-    List.emplace_back();
-    List.back().Row.Path = path;
-    List.back().Canonical = canonical;
-    return List.back();
+    List_.emplace_back();
+    List_.back().Row.Path = path;
+    List_.back().Canonical = canonical;
+    return List_.back();
 }
 
 void Survey::AddAll(const std::vector<std::string>& paths) {
@@ -72,19 +72,19 @@ void Survey::AddAll(const std::vector<std::string>& paths) {
 
 /// A system has nodes for ports that the board has not: the type of those is 0. A driver without types has real ones.
 bool Survey::HasHardware(const std::string& path) const {
-    const std::string folder = Where.SystemFolder + "/class/tty/" + NameOf(path);
+    const std::string folder = Where_.SystemFolder + "/class/tty/" + NameOf(path);
     const std::string type = FirstLine(folder + "/type");
     return type.empty() ? IsFolder(folder + "/device/driver") : type != "0";
 }
 
 void Survey::AddBoardPorts() {
-    for (const std::string& path : DevicesCalled("ttyS", Where.DeviceFolder))
+    for (const std::string& path : DevicesCalled("ttyS", Where_.DeviceFolder))
         if (HasHardware(path))
             RowOf(path);
 }
 
 void Survey::AddLinks() {
-    const std::string folder = Where.DeviceFolder + "/serial/by-id";
+    const std::string folder = Where_.DeviceFolder + "/serial/by-id";
     for (const std::string& name : NamesIn(folder)) {
         const std::string link = folder + "/" + name;
         Found& found = RowOf(link);
@@ -94,7 +94,7 @@ void Survey::AddLinks() {
 }
 
 void Survey::AddPins() {
-    for (const auto& [number, address] : Where.Pinned) {
+    for (const auto& [number, address] : Where_.Pinned) {
         Found& found = RowOf(AddressText(address));
         found.Row.Numbers.push_back({number, true});
         if (address.Kind != AddressKind::Path)
@@ -104,12 +104,12 @@ void Survey::AddPins() {
 
 void Survey::AddRuleNumbers() {
     for (std::int32_t number = 1; number <= LastNumber; ++number) {
-        const std::string path = PortPath(number, Where.DeviceFolder);
-        if (path.empty() || Where.Pinned.count(number) != 0)
+        const std::string path = PortPath(number, Where_.DeviceFolder);
+        if (path.empty() || Where_.Pinned.count(number) != 0)
             continue;
         std::string canonical;
         Canonical(path, canonical);
-        for (Found& found : List)
+        for (Found& found : List_)
             if (!canonical.empty() && found.Canonical == canonical)
                 found.Row.Numbers.push_back({number, false});
     }
@@ -119,9 +119,9 @@ std::optional<PortHolder> Survey::Holder(const Found& found, const std::map<std:
     const auto holder = holders.find(found.Canonical);
     if (holder != holders.end())
         return holder->second;
-    if (const auto byName = HolderByLock(NameOf(found.Row.Path), Where.LockFolder, Where.ProcessFolder))
+    if (const auto byName = HolderByLock(NameOf(found.Row.Path), Where_.LockFolder, Where_.ProcessFolder))
         return byName;
-    return HolderByLock(NameOf(found.Canonical), Where.LockFolder, Where.ProcessFolder);
+    return HolderByLock(NameOf(found.Canonical), Where_.LockFolder, Where_.ProcessFolder);
 }
 
 void Survey::Judge(Found& found, const std::map<std::string, PortHolder>& holders) const {
@@ -135,12 +135,12 @@ void Survey::Judge(Found& found, const std::map<std::string, PortHolder>& holder
     if (const auto holder = Holder(found, holders))
         return Give(found, PortState::InUse, HeldBy(path, *holder));
     const PortTrial trial = IsBoardPort(path) ? PortTrial::LookOnly : PortTrial::Open;
-    switch (const int code = Where.Try(path, trial)) {
+    switch (const int code = Where_.Try(path, trial)) {
     case 0:
         return Give(found, trial == PortTrial::Open ? PortState::Ready : PortState::Untried, {});
     case EACCES:
     case EPERM:
-        return Give(found, PortState::Refused, NoPermission(path, Where.Rights(path)));
+        return Give(found, PortState::Refused, NoPermission(path, Where_.Rights(path)));
     case EBUSY:
         return Give(found, PortState::InUse, OpeningFailed(path, code));
     case ENOENT:
@@ -153,21 +153,21 @@ void Survey::Judge(Found& found, const std::map<std::string, PortHolder>& holder
 }
 
 std::vector<PortRow> Survey::Rows() {
-    AddAll(DevicesCalled("rfcomm", Where.DeviceFolder));
-    AddAll(UsbAdapters(Where.DeviceFolder));
+    AddAll(DevicesCalled("rfcomm", Where_.DeviceFolder));
+    AddAll(UsbAdapters(Where_.DeviceFolder));
     AddBoardPorts();
     AddLinks();
     AddPins();
     AddRuleNumbers();
     std::vector<std::string> canonicals;
-    for (const Found& found : List)
+    for (const Found& found : List_)
         canonicals.push_back(found.Canonical);
-    const auto holders = HoldersByProcess(canonicals, Where.ProcessFolder);
+    const auto holders = HoldersByProcess(canonicals, Where_.ProcessFolder);
     std::vector<PortRow> rows;
-    for (Found& found : List) {
+    for (Found& found : List_) {
         Judge(found, holders);
         if (found.Row.State != PortState::Elsewhere)
-            found.Row.Name = Where.Describe(found.Row.Path);
+            found.Row.Name = Where_.Describe(found.Row.Path);
         std::stable_sort(found.Row.Numbers.begin(), found.Row.Numbers.end(),
                          [](const PortName& a, const PortName& b) { return a.Number < b.Number; });
         rows.push_back(std::move(found.Row));

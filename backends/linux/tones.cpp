@@ -55,14 +55,14 @@ public:
     SignalsHeldBack() {
         sigset_t all;
         sigfillset(&all);
-        pthread_sigmask(SIG_SETMASK, &all, &Before);
+        pthread_sigmask(SIG_SETMASK, &all, &Before_);
     }
     SignalsHeldBack(const SignalsHeldBack&) = delete;
     SignalsHeldBack& operator=(const SignalsHeldBack&) = delete;
-    ~SignalsHeldBack() { pthread_sigmask(SIG_SETMASK, &Before, nullptr); }
+    ~SignalsHeldBack() { pthread_sigmask(SIG_SETMASK, &Before_, nullptr); }
 
 private:
-    sigset_t Before{};
+    sigset_t Before_{};
 };
 
 } // namespace
@@ -133,35 +133,35 @@ void PlayOnAlsa(const std::string& device, const std::vector<std::int16_t>& samp
     snd_pcm_close(opened);
 }
 
-TonePlayer::TonePlayer(std::string device, AudioOutput output) : Shared(std::make_shared<Work>()) {
-    Shared->Device = std::move(device);
-    Shared->Output = std::move(output);
+TonePlayer::TonePlayer(std::string device, AudioOutput output) : Shared_(std::make_shared<Work>()) {
+    Shared_->Device = std::move(device);
+    Shared_->Output = std::move(output);
 }
 
 TonePlayer::~TonePlayer() {
-    const std::lock_guard<std::mutex> guarded(Shared->Guard);
-    Shared->Waiting.clear();
+    const std::lock_guard<std::mutex> guarded(Shared_->Guard);
+    Shared_->Waiting.clear();
 }
 
 void TonePlayer::Play(std::int32_t hertz, std::int32_t milliseconds) {
-    const std::lock_guard<std::mutex> guarded(Shared->Guard);
-    if (Shared->Waiting.size() == MostWaiting)
-        Shared->Waiting.pop_back();
-    Shared->Waiting.push_back({hertz, milliseconds});
-    if (Shared->Running)
+    const std::lock_guard<std::mutex> guarded(Shared_->Guard);
+    if (Shared_->Waiting.size() == MostWaiting)
+        Shared_->Waiting.pop_back();
+    Shared_->Waiting.push_back({hertz, milliseconds});
+    if (Shared_->Running)
         return;
     const SignalsHeldBack heldBack;
     try {
-        std::thread(Work::Run, Shared).detach();
-        Shared->Running = true;
+        std::thread(Work::Run, Shared_).detach();
+        Shared_->Running = true;
     } catch (const std::system_error&) {
-        Shared->Waiting.clear(); // a machine that has no thread left has no tone left either
+        Shared_->Waiting.clear(); // a machine that has no thread left has no tone left either
     }
 }
 
 bool TonePlayer::Idle() const {
-    const std::lock_guard<std::mutex> guarded(Shared->Guard);
-    return !Shared->Running;
+    const std::lock_guard<std::mutex> guarded(Shared_->Guard);
+    return !Shared_->Running;
 }
 
 } // namespace backends

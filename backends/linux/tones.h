@@ -39,7 +39,7 @@ public:
 
 private:
     struct Work;
-    std::shared_ptr<Work> Shared; ///< shared with the worker, which may outlive the player
+    std::shared_ptr<Work> Shared_; ///< shared with the worker, which may outlive the player
 };
 
 } // namespace backends

@@ -56,7 +56,7 @@ BackEnd::BackEnd(const DeviceOptions& options, Pump& pump, CommandSource& comman
       volumes(VolumesFor(options), PathMap(options.Root)), hostFiles(PathMap(options.Root)), files(hostFiles, faults),
       hostDatabases(PathMap(options.Root)), databases(hostDatabases, faults), settingsFile(SettingsFor(options)),
       settings(settingsFile, faults), onlooker(clock, watcher),
-      Connections(options.Connections != nullptr ? *options.Connections : connections) {
+      Connections_(options.Connections != nullptr ? *options.Connections : connections) {
     const Text keptOn = settingsFile.Get(u"Quorin", u"Settings", u"StorageVolume", u"");
     const bool inMemory = TraitsOf(options.DeviceType).IsMemory(keptOn); // memory is never removed
     volumes.MakeFolders(inMemory ? Text() : keptOn);
@@ -106,7 +106,7 @@ Platform BackEnd::RecordOf(const Controls& controls) {
         .myCsys = system,
         .hardwareKeys = keys,
         .serConnection = serial,
-        .connectionService = Connections,
+        .connectionService = Connections_,
         .toneMaker = tones,
         .messageBox = controls.boxes,
         .settings = settings,

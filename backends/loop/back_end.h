@@ -88,7 +88,7 @@ protected:
 private:
     void HoldLinkUnderPile(DeviceBoxes& boxes);
 
-    ConnectionService& Connections;
+    ConnectionService& Connections_;
 };
 
 } // namespace backends

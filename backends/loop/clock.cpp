@@ -109,7 +109,7 @@ DateTime DeviceClock::Now() const {
 }
 
 // CLOCK_MONOTONIC stops while the machine sleeps, and a reading may come right after a sleep.
-DeviceClock::DeviceClock() : SteadyStart(MachineMilliseconds() - Count(CLOCK_BOOTTIME)) {
+DeviceClock::DeviceClock() : SteadyStart_(MachineMilliseconds() - Count(CLOCK_BOOTTIME)) {
 }
 
 float DeviceClock::TimeOfDay() const {
@@ -122,27 +122,27 @@ std::int64_t DeviceClock::SteadySeconds() const {
 }
 
 std::int64_t DeviceClock::LocalMilliseconds() const {
-    return Virtual ? Start + Passed + WallIsOffBy : MachineMilliseconds();
+    return Virtual_ ? Start_ + Passed_ + WallIsOffBy_ : MachineMilliseconds();
 }
 
 std::int64_t DeviceClock::SteadyMilliseconds() const {
-    return Virtual ? Start + Passed : SteadyStart + Count(CLOCK_BOOTTIME);
+    return Virtual_ ? Start_ + Passed_ : SteadyStart_ + Count(CLOCK_BOOTTIME);
 }
 
 std::int64_t DeviceClock::Milliseconds() const {
-    if (Virtual)
-        return Passed;
-    const auto passed = std::chrono::steady_clock::now() - Begin;
+    if (Virtual_)
+        return Passed_;
+    const auto passed = std::chrono::steady_clock::now() - Begin_;
     return std::chrono::duration_cast<std::chrono::milliseconds>(passed).count();
 }
 
 void DeviceClock::StandAt(std::int64_t moment) {
-    Start = moment * MsPerSecond - Passed;
+    Start_ = moment * MsPerSecond - Passed_;
 }
 
 void DeviceClock::MoveTo(std::int64_t milliseconds) {
-    if (Virtual)
-        Passed = std::max(Passed, milliseconds);
+    if (Virtual_)
+        Passed_ = std::max(Passed_, milliseconds);
 }
 
 } // namespace backends

@@ -26,11 +26,11 @@ CalendarDate DaysLater(const CalendarDate& date, std::int32_t count);
 class DeviceClock final : public Clock {
 public:
     /// A virtual clock that starts at a moment, in seconds since 1970.
-    explicit DeviceClock(std::int64_t startMoment) : Virtual(true), Start(startMoment * 1000) {}
+    explicit DeviceClock(std::int64_t startMoment) : Virtual_(true), Start_(startMoment * 1000) {}
     /// The machine's clock.
     DeviceClock();
 
-    bool IsVirtual() const { return Virtual; }
+    bool IsVirtual() const { return Virtual_; }
     DateTime Now() const override;
     float TimeOfDay() const override;
     std::int64_t SteadySeconds() const override;
@@ -42,18 +42,18 @@ public:
     void StandAt(std::int64_t moment);
     /// Moves the shown time of a virtual clock forward or back, as when a user sets the machine's clock. TimeOfDay,
     /// SteadySeconds and the timers are not affected.
-    void SetWall(std::int64_t bySeconds) { WallIsOffBy += bySeconds * 1000; }
+    void SetWall(std::int64_t bySeconds) { WallIsOffBy_ += bySeconds * 1000; }
 
 private:
     std::int64_t LocalMilliseconds() const;  ///< since 1970, as the clock shows
     std::int64_t SteadyMilliseconds() const; ///< the same without the changes by users since the start
 
-    bool Virtual = false;
-    std::int64_t Start = 0; ///< time shown by the virtual clock at count 0, in milliseconds since 1970
-    std::int64_t Passed = 0;
-    std::int64_t WallIsOffBy = 0;
-    std::int64_t SteadyStart = 0; ///< time shown by the machine's clock when CLOCK_BOOTTIME was 0
-    std::chrono::steady_clock::time_point Begin = std::chrono::steady_clock::now();
+    bool Virtual_ = false;
+    std::int64_t Start_ = 0; ///< time shown by the virtual clock at count 0, in milliseconds since 1970
+    std::int64_t Passed_ = 0;
+    std::int64_t WallIsOffBy_ = 0;
+    std::int64_t SteadyStart_ = 0; ///< time shown by the machine's clock when CLOCK_BOOTTIME was 0
+    std::chrono::steady_clock::time_point Begin_ = std::chrono::steady_clock::now();
 };
 
 } // namespace backends

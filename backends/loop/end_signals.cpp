@@ -13,12 +13,12 @@ EndSignals::EndSignals() {
     for (const int signal : {SIGTERM, SIGINT, SIGHUP})
         sigaddset(&wanted, signal);
     if (sigprocmask(SIG_BLOCK, &wanted, nullptr) == 0)
-        Signals = backends::Descriptor(::signalfd(-1, &wanted, SFD_NONBLOCK | SFD_CLOEXEC));
+        Signals_ = backends::Descriptor(::signalfd(-1, &wanted, SFD_NONBLOCK | SFD_CLOEXEC));
 }
 
 bool EndSignals::RaiseWhatIsPending() {
     signalfd_siginfo signal{};
-    if (!Signals.Valid() || ::read(Signals.Number(), &signal, sizeof signal) != sizeof signal)
+    if (!Signals_.Valid() || ::read(Signals_.Number(), &signal, sizeof signal) != sizeof signal)
         return false;
     const char* const name = ::sigabbrev_np(static_cast<int>(signal.ssi_signo));
     if (Raised)

@@ -15,13 +15,13 @@ public:
     /// From now on SIGTERM, SIGINT and SIGHUP come as events, also in threads that are started later.
     EndSignals();
 
-    int Descriptor() override { return Signals.Number(); }
+    int Descriptor() override { return Signals_.Number(); }
     bool RaiseWhatIsPending() override;
 
     std::function<void(const std::string& name)> Raised;
 
 private:
-    backends::Descriptor Signals;
+    backends::Descriptor Signals_;
 };
 
 } // namespace backends

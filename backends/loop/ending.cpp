@@ -41,21 +41,21 @@ std::string RowForPeople() {
 
 } // namespace
 
-Ending::Ending(BackEnd& device) : Device(device) {
-    Device.loop.LastAct = [this] { LeaveScreen(); };
+Ending::Ending(BackEnd& device) : Device_(device) {
+    Device_.loop.LastAct = [this] { LeaveScreen(); };
 }
 
 void Ending::Begin(const std::string& why) {
     if (Begun())
         return;
-    Why = why;
-    Device.loop.BeginEnding();
+    Reason_ = why;
+    Device_.loop.BeginEnding();
 }
 
 void Ending::BeginToSave() {
-    Undecoded = modBluetooth::Receive.ReadyText.size() + Device.serial.WaitingCharacters();
-    State = modQuorin::RecordIsUnsaved() ? Record::Saving : Record::NothingToSave;
-    Row = RowForPeople();
+    Undecoded_ = modBluetooth::Receive.ReadyText.size() + Device_.serial.WaitingCharacters();
+    State_ = modQuorin::RecordIsUnsaved() ? Record::Saving : Record::NothingToSave;
+    Row_ = RowForPeople();
 }
 
 /// Leaves the screen as a user would. The calendar is a prompt over a record, and Back returns to that record. Any
@@ -63,45 +63,45 @@ void Ending::BeginToSave() {
 void Ending::LeaveScreen() {
     if (Screens.CurrentScreen == modQuorin::ScrInput && modPDAUI::Prompt.PromptModal) {
         BeginToSave();
-        State = Record::UnderPrompt;
+        State_ = Record::UnderPrompt;
         return;
     }
     if (Screens.CurrentScreen == modQuorin::ScrInput)
         RaiseCloseRequest();
     BeginToSave();
-    const std::size_t failures = Device.onlooker.FailedSaves;
+    const std::size_t failures = Device_.onlooker.FailedSaves;
     if (modQuorin::ScreenRow(Screens.CurrentScreen).BackMode != modQuorin::BackStep::EndsProgram)
         RaiseCloseRequest();
-    if (State == Record::Saving)
-        State = Device.onlooker.FailedSaves == failures ? Record::Saved : Record::Lost;
+    if (State_ == Record::Saving)
+        State_ = Device_.onlooker.FailedSaves == failures ? Record::Saved : Record::Lost;
     bool cancel = false;
     frmQuorin::Form_QueryUnload(cancel, frmQuorin::UnloadMode::System); // nothing can cancel an end by the system
     frmQuorin::Form_Unload();
 }
 
 void Ending::SaveAtOnce(const std::string& why) {
-    Why = why;
-    Device.loop.BeginEnding();
+    Reason_ = why;
+    Device_.loop.BeginEnding();
     BeginToSave();
-    if (State != Record::Saving)
+    if (State_ != Record::Saving)
         return;
-    State = Record::Lost;
+    State_ = Record::Lost;
     if (!modQuorin::RecordToRescue())
         return;
-    const std::size_t failures = Device.onlooker.FailedSaves;
+    const std::size_t failures = Device_.onlooker.FailedSaves;
     modQuorin::RescueRecord();
-    State = Device.onlooker.FailedSaves == failures ? Record::Saved : Record::Lost;
+    State_ = Device_.onlooker.FailedSaves == failures ? Record::Saved : Record::Lost;
 }
 
 std::string Ending::Words() const {
-    std::string words = "ended by " + Why + "; ";
-    switch (State) {
+    std::string words = "ended by " + Reason_ + "; ";
+    switch (State_) {
     case Record::Saved:
-        words += Row + " was saved";
+        words += Row_ + " was saved";
         break;
     case Record::Saving:
     case Record::Lost:
-        words += Row + NotSaved;
+        words += Row_ + NotSaved;
         break;
     case Record::UnderPrompt:
         words += "there was nothing to save, and the open prompt was not answered";
@@ -111,10 +111,10 @@ std::string Ending::Words() const {
         words += "there was nothing to save";
         break;
     }
-    for (const Text& text : Device.Seen().boxes.LeftUnanswered())
+    for (const Text& text : Device_.Seen().boxes.LeftUnanswered())
         words += "; not answered: \"" + OneLine(text) + "\"";
-    if (Undecoded > 0)
-        words += "; " + std::to_string(Undecoded) + " characters of the instrument were not decoded";
+    if (Undecoded_ > 0)
+        words += "; " + std::to_string(Undecoded_) + " characters of the instrument were not decoded";
     return words;
 }
 

@@ -22,10 +22,10 @@ public:
     /// storage operation is in progress.
     void SaveAtOnce(const std::string& why);
 
-    bool Begun() const { return !Why.empty(); }
+    bool Begun() const { return !Reason_.empty(); }
     /// Returns one line on what was saved and what was not, for after the program has ended.
     std::string Words() const;
-    bool IsLost() const { return State == Record::Saving || State == Record::Lost; }
+    bool IsLost() const { return State_ == Record::Saving || State_ == Record::Lost; }
 
 private:
     enum class Record { NotReached, NothingToSave, UnderPrompt, Saving, Saved, Lost };
@@ -33,11 +33,11 @@ private:
     void LeaveScreen();
     void BeginToSave();
 
-    BackEnd& Device;
-    std::string Why;
-    std::string Row; ///< in words for the user
-    Record State = Record::NotReached;
-    std::size_t Undecoded = 0; ///< characters received from the instrument
+    BackEnd& Device_;
+    std::string Reason_;
+    std::string Row_; ///< in words for the user
+    Record State_ = Record::NotReached;
+    std::size_t Undecoded_ = 0; ///< characters received from the instrument
 };
 
 /// Returns which record on the screen is not in its file, for a program that has ended in another way than by an

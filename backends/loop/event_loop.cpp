@@ -31,37 +31,37 @@ bool CanBeRead(int descriptor) {
 } // namespace
 
 LoopTimer::LoopTimer(EventLoop& loop, std::int32_t interval, bool enabled, void (*tick)())
-    : Loop(loop), Every(interval), Tick(tick) {
+    : Loop_(loop), Interval_(interval), Tick_(tick) {
     loop.Add(*this);
     LoopTimer::SetEnabled(enabled);
 }
 
 void LoopTimer::SetEnabled(bool enabled) {
-    if (enabled && !Running)
-        NextTick = Loop.ClockOfLoop().Milliseconds() + Every;
-    Running = enabled;
+    if (enabled && !Running_)
+        NextTick_ = Loop_.Clock().Milliseconds() + Interval_;
+    Running_ = enabled;
 }
 
 void LoopTimer::SetInterval(std::int32_t milliseconds) {
-    if (milliseconds == Every)
+    if (milliseconds == Interval_)
         return;
-    Every = milliseconds;
-    NextTick = Loop.ClockOfLoop().Milliseconds() + Every;
+    Interval_ = milliseconds;
+    NextTick_ = Loop_.Clock().Milliseconds() + Interval_;
 }
 
 /// The next tick is set first, because the timer goes on while a handler waits. Missed ticks are raised as one. A held
 /// tick does not stay due, or the loop would find it again at once and never sleep.
 void LoopTimer::Fire(std::int64_t now) {
-    NextTick += Every;
-    if (NextTick <= now)
-        NextTick = now + Every;
+    NextTick_ += Interval_;
+    if (NextTick_ <= now)
+        NextTick_ = now + Interval_;
     if (!Held || !Held())
-        Tick();
+        Tick_();
 }
 
 LoopTimer* EventLoop::NextTimer() {
     LoopTimer* next = nullptr;
-    for (LoopTimer* timer : Timers) {
+    for (LoopTimer* timer : Timers_) {
         if (timer->Enabled() && (next == nullptr || timer->Due() < next->Due()))
             next = timer;
     }
@@ -70,20 +70,20 @@ LoopTimer* EventLoop::NextTimer() {
 
 /// Fires the next timer that is due by `until`, with the clock at its due time. Returns true if one fired.
 bool EventLoop::FireNext(std::int64_t until) {
-    LoopTimer* timer = IsEnding ? nullptr : NextTimer();
+    LoopTimer* timer = Ending_ ? nullptr : NextTimer();
     if (timer == nullptr || timer->Due() > until)
         return false;
-    Time.MoveTo(timer->Due());
-    timer->Fire(Time.Milliseconds());
+    Clock_.MoveTo(timer->Due());
+    timer->Fire(Clock_.Milliseconds());
     return true;
 }
 
 bool EventLoop::RaiseRound() {
     if (Begins)
         Begins();
-    bool any = FireNext(Time.Milliseconds());
-    for (EventSource* source : Sources) {
-        if (IsEnding)
+    bool any = FireNext(Clock_.Milliseconds());
+    for (EventSource* source : Sources_) {
+        if (Ending_)
             return false;
         any = source->RaiseWhatIsPending() || any;
     }
@@ -92,12 +92,12 @@ bool EventLoop::RaiseRound() {
 
 EventLoop::Round EventLoop::HandleRound() {
     const bool raised = RaiseRound();
-    return {raised, !IsEnding && PumpOfLoop.HandlePending()};
+    return {raised, !Ending_ && Pump_.HandlePending()};
 }
 
 bool EventLoop::HandleDue() {
     bool any = false;
-    const std::int64_t start = Time.Milliseconds();
+    const std::int64_t start = Clock_.Milliseconds();
     int windowAlone = 0; // rounds in which only the window system had something
     for (int rounds = 0; rounds < MostRounds && windowAlone < MostWindowRounds; ++rounds) {
         const Round round = HandleRound();
@@ -113,7 +113,7 @@ bool EventLoop::HandleDue() {
 
 std::vector<int> EventLoop::Descriptors() const {
     std::vector<int> all;
-    for (EventSource* source : Sources) {
+    for (EventSource* source : Sources_) {
         if (source->Descriptor() >= 0)
             all.push_back(source->Descriptor());
     }
@@ -121,48 +121,48 @@ std::vector<int> EventLoop::Descriptors() const {
 }
 
 std::optional<std::int64_t> EventLoop::TimeToNextTick() {
-    const LoopTimer* next = Time.IsVirtual() ? nullptr : NextTimer();
+    const LoopTimer* next = Clock_.IsVirtual() ? nullptr : NextTimer();
     if (next == nullptr)
         return std::nullopt;
-    return std::max<std::int64_t>(next->Due() - Time.Milliseconds(), 0);
+    return std::max<std::int64_t>(next->Due() - Clock_.Milliseconds(), 0);
 }
 
 void EventLoop::Sleep(std::optional<std::int64_t> deadline, bool forCommands) {
     std::vector<int> descriptors = Descriptors();
-    const int commands = forCommands ? Commands.Descriptor() : -1;
+    const int commands = forCommands ? Commands_.Descriptor() : -1;
     if (commands >= 0)
         descriptors.push_back(commands);
     std::optional<std::int64_t> time = TimeToNextTick();
     if (deadline) {
-        const std::int64_t left = std::max<std::int64_t>(*deadline - Time.Milliseconds(), 0);
+        const std::int64_t left = std::max<std::int64_t>(*deadline - Clock_.Milliseconds(), 0);
         time = std::min(time.value_or(left), left);
     }
-    PumpOfLoop.Sleep(descriptors, time ? static_cast<int>(std::min(*time, LongestSleep)) : -1);
+    Pump_.Sleep(descriptors, time ? static_cast<int>(std::min(*time, LongestSleep)) : -1);
     if (commands >= 0 && CanBeRead(commands))
-        Commands.TakeInput();
+        Commands_.TakeInput();
 }
 
 void EventLoop::Leave(const ProgramOver& over) {
-    PumpOfLoop.Leave(over);
+    Pump_.Leave(over);
     std::abort(); // Pump::Leave must not return
 }
 
 /// With a virtual clock nothing may depend on the speed of the machine.
 bool EventLoop::TakesLong(std::int64_t since) const {
-    return !Time.IsVirtual() && Time.Milliseconds() - since >= LongestWithoutBreak;
+    return !Clock_.IsVirtual() && Clock_.Milliseconds() - since >= LongestWithoutBreak;
 }
 
 /// True if there is something to handle before the next command. Commands get their turn even when events never stop.
 bool EventLoop::IsBusy(const Round& round) {
     if (!round.Raised) {
-        RoundsInARow = 0;
+        RoundsInARow_ = 0;
         return round.WindowHad;
     }
-    if (RoundsInARow == 0)
-        BusySince = Time.Milliseconds();
-    if (++RoundsInARow < MostRounds && !TakesLong(BusySince))
+    if (RoundsInARow_ == 0)
+        BusySince_ = Clock_.Milliseconds();
+    if (++RoundsInARow_ < MostRounds && !TakesLong(BusySince_))
         return true;
-    RoundsInARow = 0;
+    RoundsInARow_ = 0;
     return false;
 }
 
@@ -173,18 +173,18 @@ void EventLoop::FinishEnding() {
 }
 
 void EventLoop::WaitOnce() {
-    if (IsEnding && Nesting == 0)
+    if (Ending_ && Nesting_ == 0)
         FinishEnding();
     const Round round = HandleRound();
-    if (IsEnding || IsBusy(round))
+    if (Ending_ || IsBusy(round))
         return;
-    Commands.AboutToWait(Nesting);
-    if (Commands.HasCommand())
-        Commands.RunCommand();
-    else if (Commands.Ended())
+    Commands_.AboutToWait(Nesting_);
+    if (Commands_.HasCommand())
+        Commands_.RunCommand();
+    else if (Commands_.Ended())
         Leave({ProgramOver::Reason::InputEnded, {}});
     else
-        Sleep(round.Raised ? std::optional(Time.Milliseconds()) : std::nullopt, true);
+        Sleep(round.Raised ? std::optional(Clock_.Milliseconds()) : std::nullopt, true);
 }
 
 void EventLoop::WaitNested() {
@@ -193,36 +193,36 @@ void EventLoop::WaitNested() {
         explicit Deeper(int& depth) : Depth(depth) { ++Depth; }
         ~Deeper() { --Depth; }
     };
-    const Deeper deeper(Nesting);
+    const Deeper deeper(Nesting_);
     WaitOnce();
 }
 
 void EventLoop::PassTime(std::int64_t milliseconds) {
-    const std::int64_t until = Time.Milliseconds() + milliseconds;
-    if (Time.IsVirtual()) {
+    const std::int64_t until = Clock_.Milliseconds() + milliseconds;
+    if (Clock_.IsVirtual()) {
         while (FireNext(until))
             HandleDue();
-        Time.MoveTo(until);
+        Clock_.MoveTo(until);
         return;
     }
-    for (HandleDue(); !IsEnding && Time.Milliseconds() < until; HandleDue())
+    for (HandleDue(); !Ending_ && Clock_.Milliseconds() < until; HandleDue())
         Sleep(until, false);
 }
 
 // The caller waits for an answer that will not come, and returning to it is not safe: a prompt that is left takes the
 // last accepted answer, which would rename a download or choose another port.
 void LoopRunTime::WaitEvents() {
-    if (Loop.Ending())
-        Loop.FinishEnding();
-    Loop.WaitNested();
+    if (Loop_.Ending())
+        Loop_.FinishEnding();
+    Loop_.WaitNested();
 }
 
 void LoopRunTime::EndProgram() {
-    Loop.Leave({ProgramOver::Reason::Ended, {}});
+    Loop_.Leave({ProgramOver::Reason::Ended, {}});
 }
 
 void LoopRunTime::RuntimeFailure(const Text& text) {
-    Loop.Leave({ProgramOver::Reason::Failed, text});
+    Loop_.Leave({ProgramOver::Reason::Failed, text});
 }
 
 } // namespace backends

@@ -26,23 +26,23 @@ public:
     LoopTimer(const LoopTimer&) = delete;
     LoopTimer& operator=(const LoopTimer&) = delete;
 
-    bool Enabled() const override { return Running; }
+    bool Enabled() const override { return Running_; }
     void SetEnabled(bool enabled) override;
     void SetInterval(std::int32_t milliseconds) override;
-    std::int32_t Interval() const { return Every; } ///< milliseconds
+    std::int32_t Interval() const { return Interval_; } ///< milliseconds
 
     /// While this returns true, ticks pass without their event.
     std::function<bool()> Held;
 
-    std::int64_t Due() const { return NextTick; }
+    std::int64_t Due() const { return NextTick_; }
     void Fire(std::int64_t now);
 
 private:
-    EventLoop& Loop;
-    std::int32_t Every;
-    bool Running = false;
-    std::int64_t NextTick = 0; ///< in the clock's milliseconds
-    void (*Tick)();
+    EventLoop& Loop_;
+    std::int32_t Interval_;
+    bool Running_ = false;
+    std::int64_t NextTick_ = 0; ///< in the clock's milliseconds
+    void (*Tick_)();
 };
 
 /// Where the loop's commands come from.
@@ -88,14 +88,14 @@ public:
 class EventLoop {
 public:
     EventLoop(DeviceClock& clock, CommandSource& commands, Pump& pump)
-        : Time(clock), Commands(commands), PumpOfLoop(pump) {}
+        : Clock_(clock), Commands_(commands), Pump_(pump) {}
 
     /// Called before each round: each one has its own time to wait for other programs.
     std::function<void()> Begins;
 
-    DeviceClock& ClockOfLoop() { return Time; }
-    void Add(LoopTimer& timer) { Timers.push_back(&timer); }
-    void Listen(EventSource& source) { Sources.push_back(&source); }
+    DeviceClock& Clock() { return Clock_; }
+    void Add(LoopTimer& timer) { Timers_.push_back(&timer); }
+    void Listen(EventSource& source) { Sources_.push_back(&source); }
 
     /// Raises all events that are due, in time order, and handles those of the window system. Stops after a limited
     /// number of rounds, even if each event causes another. Returns true if there was any event.
@@ -111,14 +111,14 @@ public:
     /// Lets this much time pass, with its events but without running commands.
     void PassTime(std::int64_t milliseconds);
     /// Moves a virtual clock forward at once. A timer that became due meanwhile fires once, in the next round.
-    void Jump(std::int64_t milliseconds) { Time.MoveTo(Time.Milliseconds() + milliseconds); }
+    void Jump(std::int64_t milliseconds) { Clock_.MoveTo(Clock_.Milliseconds() + milliseconds); }
     [[noreturn]] void Leave(const ProgramOver& over);
 
     /// Marks the program as ending, for a reason outside of it. This is a state and not a call, because handlers may
     /// wait on the stack: from now on no event is raised and no command is run, boxes answer themselves, and nested
     /// loops return to their callers, down to the outermost level.
-    void BeginEnding() { IsEnding = true; }
-    bool Ending() const { return IsEnding; }
+    void BeginEnding() { Ending_ = true; }
+    bool Ending() const { return Ending_; }
     /// What remains to be done at the outermost level.
     std::function<void()> LastAct;
     [[noreturn]] void FinishEnding();
@@ -141,22 +141,22 @@ private:
     bool FireNext(std::int64_t until);
     void Sleep(std::optional<std::int64_t> deadline, bool forCommands);
 
-    DeviceClock& Time;
-    CommandSource& Commands;
-    Pump& PumpOfLoop;
-    std::vector<LoopTimer*> Timers;
-    std::vector<EventSource*> Sources;
-    int Nesting = 0;
-    bool IsEnding = false;
-    std::int64_t BusySince = 0; ///< in the clock's milliseconds
-    int RoundsInARow = 0;       ///< number of rounds that raised something, with no command between them
+    DeviceClock& Clock_;
+    CommandSource& Commands_;
+    Pump& Pump_;
+    std::vector<LoopTimer*> Timers_;
+    std::vector<EventSource*> Sources_;
+    int Nesting_ = 0;
+    bool Ending_ = false;
+    std::int64_t BusySince_ = 0; ///< in the clock's milliseconds
+    int RoundsInARow_ = 0;       ///< number of rounds that raised something, with no command between them
 };
 
 /// The platform's RunTime, over the event loop.
 class LoopRunTime final : public RunTime {
 public:
-    explicit LoopRunTime(EventLoop& loop) : Loop(loop) {}
-    void DoEvents() override { Loop.HandleDue(); }
+    explicit LoopRunTime(EventLoop& loop) : Loop_(loop) {}
+    void DoEvents() override { Loop_.HandleDue(); }
     void Pause(std::int32_t milliseconds) override { Rest(milliseconds); }
     /// Sleeps this long. A back-end that paints by itself replaces it and paints meanwhile.
     std::function<void(std::int32_t milliseconds)> Rest = [](std::int32_t milliseconds) {
@@ -167,7 +167,7 @@ public:
     [[noreturn]] void RuntimeFailure(const Text& text) override;
 
 private:
-    EventLoop& Loop;
+    EventLoop& Loop_;
 };
 
 } // namespace backends

@@ -27,29 +27,29 @@ struct FocusTarget {
 
 class Focus {
 public:
-    FocusTarget* Holder() { return Current; }
-    const FocusTarget* Holder() const { return Current; }
+    FocusTarget* Holder() { return Current_; }
+    const FocusTarget* Holder() const { return Current_; }
     /// Returns the control that gets the keys: `other` while none has the focus, as after a page key on Palm OS has
     /// closed a field.
-    FocusTarget& HolderOr(FocusTarget& other) { return Current != nullptr ? *Current : other; }
+    FocusTarget& HolderOr(FocusTarget& other) { return Current_ != nullptr ? *Current_ : other; }
 
     void MoveTo(FocusTarget& target) {
-        if (Current == &target)
+        if (Current_ == &target)
             return;
-        FocusTarget* old = Current;
-        Current = &target;
+        FocusTarget* old = Current_;
+        Current_ = &target;
         if (Moved)
             Moved();
         Raise(old, &FocusTarget::LostFocus);
-        if (Current == &target) // a handler may have moved the focus again
+        if (Current_ == &target) // a handler may have moved the focus again
             Raise(&target, &FocusTarget::GotFocus);
     }
 
     /// Called when the target is hidden, because a hidden control can't keep the focus.
     void TakeFrom(FocusTarget& target) {
-        if (Current != &target)
+        if (Current_ != &target)
             return;
-        Current = nullptr;
+        Current_ = nullptr;
         if (Moved)
             Moved();
         Raise(&target, &FocusTarget::LostFocus);
@@ -64,7 +64,7 @@ private:
             (target->*event)();
     }
 
-    FocusTarget* Current = nullptr;
+    FocusTarget* Current_ = nullptr;
 };
 
 } // namespace backends

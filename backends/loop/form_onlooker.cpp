@@ -8,7 +8,7 @@
 namespace backends {
 
 /// Warnings alone are passed on: NotSaved reports losses, with the name of the file.
-FormOnlooker::FormOnlooker(const Clock& clock, Watcher& watcher) : Time(clock), Told(watcher) {
+FormOnlooker::FormOnlooker(const Clock& clock, Watcher& watcher) : Time_(clock), Watcher_(watcher) {
     notices.Told = [&watcher](const companion::Notice& notice) {
         if (notice.Weight == companion::Severity::Warning)
             watcher.Warned(notice.About, notice.Words);
@@ -17,8 +17,8 @@ FormOnlooker::FormOnlooker(const Clock& clock, Watcher& watcher) : Time(clock), 
 
 void FormOnlooker::NotSaved(const Text& file, const Text& why) {
     ++FailedSaves;
-    notices.Raise(companion::NotSaved(Time.Now(), file, why));
-    Told.NotSaved(file, why);
+    notices.Raise(companion::NotSaved(Time_.Now(), file, why));
+    Watcher_.NotSaved(file, why);
 }
 
 /// A failure to create the file or to add the record has been reported by the code where it happened.
@@ -39,15 +39,15 @@ void FormOnlooker::ReadingLost(const LostReading& reading) {
 }
 
 void FormOnlooker::ReadingWithoutValue(const Text& field) {
-    notices.Raise(companion::ReadingWithoutValue(Time.Now(), field));
+    notices.Raise(companion::ReadingWithoutValue(Time_.Now(), field));
 }
 
 void FormOnlooker::ReadingWaits(const DateTime& since) {
-    notices.Raise(companion::ReadingWaits(Time.Now(), since));
+    notices.Raise(companion::ReadingWaits(Time_.Now(), since));
 }
 
 void FormOnlooker::FolderReplaced(const Text& folder, const Text& instead, ErrorNumber why) {
-    if (ReplacedFolders.insert(folder).second)
+    if (ReplacedFolders_.insert(folder).second)
         notices.Raise(companion::FolderReplaced(folder, instead, why));
 }
 

@@ -40,9 +40,9 @@ public:
     bool RaiseWhatIsPending() override;
 
 private:
-    const Clock& Time;
-    Watcher& Told;
-    std::set<Text> ReplacedFolders; ///< already reported
+    const Clock& Time_;
+    Watcher& Watcher_;
+    std::set<Text> ReplacedFolders_; ///< already reported
 };
 
 } // namespace backends

@@ -13,7 +13,7 @@ constexpr std::size_t ShareOfAnEvent = 4096;
 } // namespace
 
 ErrorNumber DeviceSerial::SetPortOpen(bool open) {
-    if (open == Open)
+    if (open == Open_)
         return NoError;
     if (open)
         return OpenPort();
@@ -22,70 +22,70 @@ ErrorNumber DeviceSerial::SetPortOpen(bool open) {
 }
 
 ErrorNumber DeviceSerial::OpenPort() {
-    HasHeard = false;
-    const auto pinned = Paths.Pinned.find(Id);
-    OnSource = pinned != Paths.Pinned.end() || Paths.Find;
-    if (OnSource) {
+    Heard_ = false;
+    const auto pinned = Paths_.Pinned.find(Id_);
+    OnSource_ = pinned != Paths_.Pinned.end() || Paths_.Find;
+    if (OnSource_) {
         const SourceTrouble trouble =
-            OpenSource(pinned != Paths.Pinned.end() ? pinned->second : PathAddress(Paths.Find(Id)));
-        Outcome = trouble.Error;
-        LastTrouble = trouble.Why;
+            OpenSource(pinned != Paths_.Pinned.end() ? pinned->second : PathAddress(Paths_.Find(Id_)));
+        LastOpening_ = trouble.Error;
+        Trouble_ = trouble.Why;
     } else {
-        Outcome = OpenSimulatedPort();
+        LastOpening_ = OpenSimulatedPort();
     }
-    Open = Outcome == NoError;
-    return Outcome;
+    Open_ = LastOpening_ == NoError;
+    return LastOpening_;
 }
 
 /// After a source has ended, one opening fails even if a listener or a command is available again at once: without that
 /// the loss of the link would never be seen.
 SourceTrouble DeviceSerial::OpenSource(const PortAddress& address) {
-    LastAddress = AddressText(address);
-    if (LastAddress.empty())
+    Address_ = AddressText(address);
+    if (Address_.empty())
         return {FileNotFound, {}};
-    if (!Source || address != AddressOfSource) {
-        Source = MakeSource(address);
-        AddressOfSource = address;
-        Ending.clear();
+    if (!Source_ || address != AddressOfSource_) {
+        Source_ = MakeSource(address);
+        AddressOfSource_ = address;
+        Ending_.clear();
     }
-    if (!Source)
+    if (!Source_)
         return {NotAvailable, WhyNotBuilt(address)};
-    if (!Ending.empty())
-        return {NotAvailable, std::exchange(Ending, {})};
-    return Source->Open(Line);
+    if (!Ending_.empty())
+        return {NotAvailable, std::exchange(Ending_, {})};
+    return Source_->Open(Line_);
 }
 
 ErrorNumber DeviceSerial::OpenSimulatedPort() {
-    LastAddress.clear();
-    LastTrouble.clear();
-    if (FailuresLeft == 0)
+    Address_.clear();
+    Trouble_.clear();
+    if (FailuresLeft_ == 0)
         return NoError;
-    if (FailuresLeft > 0)
-        --FailuresLeft;
+    if (FailuresLeft_ > 0)
+        --FailuresLeft_;
     return NotAvailable;
 }
 
 /// Characters that a real source has received stay readable, even if none were read before the closing.
 void DeviceSerial::ClosePort() {
-    if (OnSource) {
+    if (OnSource_) {
         TakeFromSource();
-        Source->Close();
-        Decoder.Reset();
-        Ending.clear();
+        Source_->Close();
+        Decoder_.Reset();
+        Ending_.clear();
     } else {
-        Waiting.clear();
+        Waiting_.clear();
     }
-    Open = false;
+    Open_ = false;
 }
 
 std::int32_t DeviceSerial::InBufferCount() const {
-    return Given < ShareOfAnEvent ? static_cast<std::int32_t>(Waiting.size()) : 0;
+    return Given_ < ShareOfAnEvent ? static_cast<std::int32_t>(Waiting_.size()) : 0;
 }
 
 Text DeviceSerial::ReadInput() {
     Text taken;
-    taken.swap(Waiting);
-    Given += taken.size();
+    taken.swap(Waiting_);
+    Given_ += taken.size();
     return taken;
 }
 
@@ -97,25 +97,25 @@ void DeviceSerial::Arrive(Text text) {
     if (BytesCame)
         BytesCame(modStringTools::ToBytes(text));
     modStringTools::BlankNuls(text);
-    Waiting += text;
+    Waiting_ += text;
 }
 
 void DeviceSerial::TakeFromSource() {
-    if (!Source)
+    if (!Source_)
         return;
     std::string bytes;
-    const ReadState state = Source->TakeAvailable(bytes);
+    const ReadState state = Source_->TakeAvailable(bytes);
     if (!bytes.empty()) {
         if (BytesCame)
             BytesCame(bytes);
-        const Text characters = Decoder.Decode(bytes);
-        Waiting += characters;
-        HasHeard = HasHeard || !characters.empty();
+        const Text characters = Decoder_.Decode(bytes);
+        Waiting_ += characters;
+        Heard_ = Heard_ || !characters.empty();
     }
-    if (Open && OnSource && state == ReadState::Gone) {
-        Open = false;
-        Decoder.Reset();
-        Ending = Source->Ending();
+    if (Open_ && OnSource_ && state == ReadState::Gone) {
+        Open_ = false;
+        Decoder_.Reset();
+        Ending_ = Source_->Ending();
     }
 }
 
@@ -123,11 +123,11 @@ bool DeviceSerial::RaiseWhatIsPending() {
     TakeFromSource();
     if (Held && Held())
         return false;
-    if (Threshold <= 0 || static_cast<std::int32_t>(Waiting.size()) < Threshold)
+    if (Threshold_ <= 0 || static_cast<std::int32_t>(Waiting_.size()) < Threshold_)
         return false;
-    Given = 0;
-    Receive();
-    Given = 0;
+    Given_ = 0;
+    Receive_();
+    Given_ = 0;
     return true;
 }
 

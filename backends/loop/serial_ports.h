@@ -29,12 +29,12 @@ struct PortPaths {
 class DeviceSerial final : public SerialPort, public EventSource {
 public:
     /// `receive` is the control's receive event.
-    DeviceSerial(PortPaths paths, void (*receive)()) : Paths(std::move(paths)), Receive(receive) {}
+    DeviceSerial(PortPaths paths, void (*receive)()) : Paths_(std::move(paths)), Receive_(receive) {}
 
-    void SetPortId(std::int32_t number) override { Id = number; }
-    void SetLineSettings(const Text& settings) override { Line = settings; }
-    void SetReceiveThreshold(std::int32_t characters) override { Threshold = characters; }
-    bool PortOpen() const override { return Open; }
+    void SetPortId(std::int32_t number) override { Id_ = number; }
+    void SetLineSettings(const Text& settings) override { Line_ = settings; }
+    void SetReceiveThreshold(std::int32_t characters) override { Threshold_ = characters; }
+    bool PortOpen() const override { return Open_; }
     ErrorNumber SetPortOpen(bool open) override;
     /// 0 once the event being handled has had its share; the rest comes with the next event. Otherwise a handler that
     /// reads as long as there is anything would not end while an instrument sends.
@@ -45,9 +45,9 @@ public:
     /// While this returns true, the port is still read into its own buffer, but its event is not raised. So nothing
     /// overflows, a port that disappears is noticed, and no unread bytes keep the loop awake.
     std::function<bool()> Held;
-    std::size_t WaitingCharacters() const { return Waiting.size(); }
+    std::size_t WaitingCharacters() const { return Waiting_.size(); }
 
-    int Descriptor() override { return Source ? Source->Descriptor() : -1; }
+    int Descriptor() override { return Source_ ? Source_->Descriptor() : -1; }
     bool RaiseWhatIsPending() override;
 
     /// The observer of the line: called with all bytes that arrive, in order, before they are decoded. Text that
@@ -56,15 +56,15 @@ public:
 
     /// The state of the port, for messages: the address and the result of the last opening, the reason where the error
     /// number is not enough, and whether anything has been read since the port was opened.
-    const std::string& Address() const { return LastAddress; }
-    ErrorNumber LastOpening() const { return Outcome; }
-    const std::string& Trouble() const { return LastTrouble; }
-    bool Heard() const { return HasHeard; }
+    const std::string& Address() const { return Address_; }
+    ErrorNumber LastOpening() const { return LastOpening_; }
+    const std::string& Trouble() const { return Trouble_; }
+    bool Heard() const { return Heard_; }
 
     // Operations on the simulated port, for tests and scripts.
-    bool SimulatedPortOpen() const { return Open && !OnSource; }
+    bool SimulatedPortOpen() const { return Open_ && !OnSource_; }
     void Arrive(Text text);
-    void FailOpenings(std::int32_t count) { FailuresLeft = count; } ///< -1 means all
+    void FailOpenings(std::int32_t count) { FailuresLeft_ = count; } ///< -1 means all
     void Drop();
 
 private:
@@ -74,24 +74,24 @@ private:
     void ClosePort();
     void TakeFromSource();
 
-    PortPaths Paths;
-    void (*Receive)();
-    std::int32_t Id = 0;
-    Text Line;
-    std::int32_t Threshold = 0;
-    bool Open = false;
-    Text Waiting;
-    std::size_t Given = 0; ///< characters read by the event being handled
-    std::int32_t FailuresLeft = 0;
-    PortAddress AddressOfSource;
-    std::unique_ptr<ByteSource> Source; ///< of the last opening that used a source
-    bool OnSource = false;              ///< the port uses Source, not the simulation
-    SerialText Decoder;
-    std::string Ending; ///< why the source ended, until an opening has reported it
-    std::string LastAddress;
-    std::string LastTrouble;
-    ErrorNumber Outcome = NoError;
-    bool HasHeard = false;
+    PortPaths Paths_;
+    void (*Receive_)();
+    std::int32_t Id_ = 0;
+    Text Line_;
+    std::int32_t Threshold_ = 0;
+    bool Open_ = false;
+    Text Waiting_;
+    std::size_t Given_ = 0; ///< characters read by the event being handled
+    std::int32_t FailuresLeft_ = 0;
+    PortAddress AddressOfSource_;
+    std::unique_ptr<ByteSource> Source_; ///< of the last opening that used a source
+    bool OnSource_ = false;              ///< the port uses Source, not the simulation
+    SerialText Decoder_;
+    std::string Ending_; ///< why the source ended, until an opening has reported it
+    std::string Address_;
+    std::string Trouble_;
+    ErrorNumber LastOpening_ = NoError;
+    bool Heard_ = false;
 };
 
 } // namespace backends

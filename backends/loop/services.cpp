@@ -10,50 +10,50 @@ namespace {
 class WatchedTone final : public Tone {
 public:
     WatchedTone(Watcher& watcher, std::int32_t hertz, std::int32_t milliseconds)
-        : Told(watcher), Hertz(hertz), Milliseconds(milliseconds) {}
-    void Play(std::int32_t) override { Told.TonePlayed(Hertz, Milliseconds); }
+        : Watcher_(watcher), Hertz_(hertz), Milliseconds_(milliseconds) {}
+    void Play(std::int32_t) override { Watcher_.TonePlayed(Hertz_, Milliseconds_); }
 
 private:
-    Watcher& Told;
-    std::int32_t Hertz;
-    std::int32_t Milliseconds;
+    Watcher& Watcher_;
+    std::int32_t Hertz_;
+    std::int32_t Milliseconds_;
 };
 
 } // namespace
 
 Box DeviceSystem::WorkArea() const {
-    return {0, 0, static_cast<float>(Screen.Width), static_cast<float>(Screen.Height)};
+    return {0, 0, static_cast<float>(Screen_.Width), static_cast<float>(Screen_.Height)};
 }
 
 std::int32_t DeviceSystem::ScreenDimension() const {
-    return std::max(Screen.Width, Screen.Height);
+    return std::max(Screen_.Width, Screen_.Height);
 }
 
 void DeviceKeys::SendCharacter(std::int32_t character) {
-    Told.CharacterSent(character);
-    Queue.push_back(character);
+    Watcher_.CharacterSent(character);
+    Queue_.push_back(character);
 }
 
 bool DeviceKeys::RaiseWhatIsPending() {
-    if (Queue.empty())
+    if (Queue_.empty())
         return false;
-    const std::int32_t character = Queue.front();
-    Queue.pop_front();
+    const std::int32_t character = Queue_.front();
+    Queue_.pop_front();
     constexpr std::int32_t CharacterCodes = 256; // higher numbers are keys that write nothing
-    FocusTarget* const holder = FocusOfForm.Holder();
+    FocusTarget* const holder = Focus_.Holder();
     if (holder != nullptr && character > 0 && character < CharacterCodes)
         holder->EnterCharacter(Text(1, static_cast<char16_t>(character)));
     return true;
 }
 
 ErrorNumber SimulatedConnections::Open(const Text&, std::unique_ptr<Connection>& connection) {
-    if (Outcome == NoError)
+    if (Result_ == NoError)
         connection = std::make_unique<Connection>();
-    return Outcome;
+    return Result_;
 }
 
 std::unique_ptr<Tone> WatchedTones::MakeTone(std::int32_t hertz, std::int32_t milliseconds) {
-    return std::make_unique<WatchedTone>(Told, hertz, milliseconds);
+    return std::make_unique<WatchedTone>(Watcher_, hertz, milliseconds);
 }
 
 BoxAnswer DeviceBoxes::Show(const Text& text, BoxButtons buttons, BoxIcon icon, const Text& title) {
@@ -65,22 +65,22 @@ BoxAnswer DeviceBoxes::Show(const Text& text, BoxButtons buttons, BoxIcon icon, 
         }
         ~Standing() { Boxes.pop_back(); }
     };
-    Standing standing(Open, {text, buttons, icon, title, false, BoxAnswer::Ok});
-    Told.BoxOpened(text, buttons, icon, title);
-    const bool isShown = !Loop.Ending();
+    Standing standing(Open_, {text, buttons, icon, title, false, BoxAnswer::Ok});
+    Watcher_.BoxOpened(text, buttons, icon, title);
+    const bool isShown = !Loop_.Ending();
     if (isShown && Opening)
         Opening();
     if (isShown)
         Opened(standing.Box);
-    while (!standing.Box.Answered && !Loop.Ending())
-        Loop.WaitNested();
+    while (!standing.Box.Answered && !Loop_.Ending())
+        Loop_.WaitNested();
     if (isShown)
         Closed(standing.Box);
     if (Piled() && PileLeft)
         PileLeft();
     if (standing.Box.Answered)
         return standing.Box.Answer;
-    Unanswered.push_back(text);
+    Unanswered_.push_back(text);
     return buttons == BoxButtons::YesNo ? BoxAnswer::No : BoxAnswer::Ok;
 }
 

@@ -35,65 +35,65 @@ public:
 class DeviceSystem final : public SystemObject {
 public:
     DeviceSystem(std::int32_t type, Text version, Text user, ScreenSize screen)
-        : Type(type), Version(std::move(version)), User(std::move(user)), Screen(screen) {}
+        : Type_(type), Version_(std::move(version)), User_(std::move(user)), Screen_(screen) {}
 
-    std::int32_t DeviceType() const override { return Type; }
-    Text VersionText() const override { return Version; }
-    Text UserName() const override { return User; }
+    std::int32_t DeviceType() const override { return Type_; }
+    Text VersionText() const override { return Version_; }
+    Text UserName() const override { return User_; }
     Box WorkArea() const override;
     std::int32_t ScreenDimension() const override;
 
     /// The device was turned. No event is raised: the next layout reads the new working area.
-    void SetScreen(ScreenSize screen) { Screen = screen; }
+    void SetScreen(ScreenSize screen) { Screen_ = screen; }
 
 private:
-    std::int32_t Type;
-    Text Version;
-    Text User;
-    ScreenSize Screen;
+    std::int32_t Type_;
+    Text Version_;
+    Text User_;
+    ScreenSize Screen_;
 };
 
 /// A character that is sent waits in the key queue until events are handled. A letter or a control character then goes
 /// to the control that has the focus; any other is for the platform alone.
 class DeviceKeys final : public HardwareKeys, public EventSource {
 public:
-    DeviceKeys(Watcher& watcher, Focus& focus) : Told(watcher), FocusOfForm(focus) {}
-    void Grab(std::int32_t keyCode) override { Told.KeyGrabbed(keyCode); }
-    void Release(std::int32_t keyCode) override { Told.KeyReleased(keyCode); }
+    DeviceKeys(Watcher& watcher, Focus& focus) : Watcher_(watcher), Focus_(focus) {}
+    void Grab(std::int32_t keyCode) override { Watcher_.KeyGrabbed(keyCode); }
+    void Release(std::int32_t keyCode) override { Watcher_.KeyReleased(keyCode); }
     void SendCharacter(std::int32_t character) override;
 
     int Descriptor() override { return -1; }
     bool RaiseWhatIsPending() override;
 
 private:
-    Watcher& Told;
-    Focus& FocusOfForm;
-    std::deque<std::int32_t> Queue;
+    Watcher& Watcher_;
+    Focus& Focus_;
+    std::deque<std::int32_t> Queue_;
 };
 
 class SimulatedConnections final : public ConnectionService {
 public:
     ErrorNumber Open(const Text& name, std::unique_ptr<Connection>& connection) override;
     /// Sets the result of opening from now on; NoError succeeds.
-    void SetOutcome(ErrorNumber outcome) { Outcome = outcome; }
+    void SetOutcome(ErrorNumber outcome) { Result_ = outcome; }
 
 private:
-    ErrorNumber Outcome = NoError;
+    ErrorNumber Result_ = NoError;
 };
 
 class WatchedTones final : public ToneMaker {
 public:
-    explicit WatchedTones(Watcher& watcher) : Told(watcher) {}
+    explicit WatchedTones(Watcher& watcher) : Watcher_(watcher) {}
     std::unique_ptr<Tone> MakeTone(std::int32_t hertz, std::int32_t milliseconds) override;
 
 private:
-    Watcher& Told;
+    Watcher& Watcher_;
 };
 
 /// Message boxes, which wait in a nested loop. The back-end adds their appearance.
 class DeviceBoxes : public MessageBox {
 public:
-    DeviceBoxes(EventLoop& loop, Watcher& watcher) : Loop(loop), Told(watcher) {}
+    DeviceBoxes(EventLoop& loop, Watcher& watcher) : Loop_(loop), Watcher_(watcher) {}
 
     struct OpenBox {
         Text Message;
@@ -107,12 +107,12 @@ public:
     BoxAnswer Show(const Text& text, BoxButtons buttons, BoxIcon icon, const Text& title) override;
 
     /// Returns the innermost open box; null if none is open.
-    OpenBox* Current() const { return Open.empty() ? nullptr : Open.back(); }
+    OpenBox* Current() const { return Open_.empty() ? nullptr : Open_.back(); }
     /// True if one box is open on top of another. The link is held meanwhile, so that it does not open a third one.
     bool Piled() const { return Depth() > 1; }
-    std::size_t Depth() const { return Open.size(); } ///< number of open boxes
+    std::size_t Depth() const { return Open_.size(); } ///< number of open boxes
     /// The texts of the boxes that the ending of the program has answered, with their safe answer.
-    const std::vector<Text>& LeftUnanswered() const { return Unanswered; }
+    const std::vector<Text>& LeftUnanswered() const { return Unanswered_; }
     /// Called when one box closes while several were open.
     std::function<void()> PileLeft;
 
@@ -123,10 +123,10 @@ protected:
     virtual void Closed(OpenBox&) {} ///< after the answer
 
 private:
-    EventLoop& Loop;
-    Watcher& Told;
-    std::vector<OpenBox*> Open;
-    std::vector<Text> Unanswered;
+    EventLoop& Loop_;
+    Watcher& Watcher_;
+    std::vector<OpenBox*> Open_;
+    std::vector<Text> Unanswered_;
 };
 
 } // namespace backends

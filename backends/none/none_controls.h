@@ -14,117 +14,117 @@ namespace backends::none {
 template <class Interface>
 class NoneControl : public Interface {
 public:
-    Box Bounds() const override { return bounds_; }
-    void SetBounds(const Box& box) override { bounds_ = box; }
-    bool Visible() const override { return visible_; }
-    void SetVisible(bool visible) override { visible_ = visible; }
-    bool Enabled() const override { return enabled_; }
-    void SetEnabled(bool enabled) override { enabled_ = enabled; }
+    Box Bounds() const override { return Bounds_; }
+    void SetBounds(const Box& box) override { Bounds_ = box; }
+    bool Visible() const override { return Visible_; }
+    void SetVisible(bool visible) override { Visible_ = visible; }
+    bool Enabled() const override { return Enabled_; }
+    void SetEnabled(bool enabled) override { Enabled_ = enabled; }
     void SetFocus() override {}
 
 private:
-    Box bounds_;
-    bool visible_ = false;
-    bool enabled_ = true;
+    Box Bounds_;
+    bool Visible_ = false;
+    bool Enabled_ = true;
 };
 
 /// A control with a font. A platform that lacks the font or the size may round: the application reads it back.
 template <class Interface>
 class NoneFontControl : public NoneControl<Interface> {
 public:
-    Text FontName() const override { return fontName_; }
-    void SetFontName(const Text& name) override { fontName_ = name; }
-    std::int32_t FontSize() const override { return fontSize_; }
-    void SetFontSize(std::int32_t size) override { fontSize_ = size; }
+    Text FontName() const override { return FontName_; }
+    void SetFontName(const Text& name) override { FontName_ = name; }
+    std::int32_t FontSize() const override { return FontSize_; }
+    void SetFontSize(std::int32_t size) override { FontSize_ = size; }
 
 private:
-    Text fontName_;
-    std::int32_t fontSize_ = 8;
+    Text FontName_;
+    std::int32_t FontSize_ = 8;
 };
 
 /// A real form calls Form_QueryUnload and Form_Unload when it is to be closed.
 class NoneForm final : public Form {
 public:
-    Box Bounds() const override { return twips_; }
-    void SetBounds(const Box& twips) override { twips_ = twips; }
+    Box Bounds() const override { return Twips_; }
+    void SetBounds(const Box& twips) override { Twips_ = twips; }
     Box ClientArea() const override {
-        return {0, 0, twips_.Width / TwipsPerPixelX(), twips_.Height / TwipsPerPixelY()};
+        return {0, 0, Twips_.Width / TwipsPerPixelX(), Twips_.Height / TwipsPerPixelY()};
     }
     float TwipsPerPixelX() const override { return 15; }
     float TwipsPerPixelY() const override { return 15; }
 
 private:
-    Box twips_{0, 0, 240 * 15, 320 * 15};
+    Box Twips_{0, 0, 240 * 15, 320 * 15};
 };
 
 /// A real text box raises txtInputField_Change at each change, also at one that the program makes.
 class NoneTextBox final : public NoneFontControl<TextBox> {
 public:
-    Text Contents() const override { return contents_; }
-    void SetContents(const Text& text) override { contents_ = text; }
-    bool MultiLine() const override { return multiLine_; }
-    void SetMultiLine(bool multiLine) override { multiLine_ = multiLine; }
+    Text Contents() const override { return Contents_; }
+    void SetContents(const Text& text) override { Contents_ = text; }
+    bool MultiLine() const override { return MultiLine_; }
+    void SetMultiLine(bool multiLine) override { MultiLine_ = multiLine; }
     void Commit() override {}
     void Select(std::int32_t, std::int32_t) override {}
 
 private:
-    Text contents_;
-    bool multiLine_ = false;
+    Text Contents_;
+    bool MultiLine_ = false;
 };
 
 class NoneComboBox final : public NoneFontControl<ComboBox> {
 public:
-    Text Contents() const override { return contents_; }
-    void SetContents(const Text& text) override { contents_ = text; }
+    Text Contents() const override { return Contents_; }
+    void SetContents(const Text& text) override { Contents_ = text; }
     void Select(std::int32_t, std::int32_t) override {}
-    void Clear() override { items_ = 0; }
-    void AddItem(const Text&) override { ++items_; }
-    std::int32_t ItemCount() const override { return items_; }
+    void Clear() override { Items_ = 0; }
+    void AddItem(const Text&) override { ++Items_; }
+    std::int32_t ItemCount() const override { return Items_; }
 
 private:
-    Text contents_;
-    std::int32_t items_ = 0;
+    Text Contents_;
+    std::int32_t Items_ = 0;
 };
 
 /// A real one raises dteInputField_Closed when a person has chosen a date.
 class NoneDatePicker final : public NoneControl<DatePicker> {
 public:
-    CalendarDate Date() const override { return date_; }
-    void SetDate(const CalendarDate& date) override { date_ = date; }
+    CalendarDate Date() const override { return Date_; }
+    void SetDate(const CalendarDate& date) override { Date_ = date; }
 
 private:
-    CalendarDate date_;
+    CalendarDate Date_;
 };
 
 class NoneListBox final : public NoneControl<ListBox> {
 public:
-    void Clear() override { items_.clear(); }
-    void AddItem(const Text& item) override { items_.push_back(item); }
-    std::int32_t ItemCount() const override { return static_cast<std::int32_t>(items_.size()); }
-    std::int32_t ListIndex() const override { return index_; }
-    void SetListIndex(std::int32_t index) override { index_ = index; }
+    void Clear() override { Items_.clear(); }
+    void AddItem(const Text& item) override { Items_.push_back(item); }
+    std::int32_t ItemCount() const override { return static_cast<std::int32_t>(Items_.size()); }
+    std::int32_t ListIndex() const override { return Index_; }
+    void SetListIndex(std::int32_t index) override { Index_ = index; }
     Text ItemText(std::int32_t index) const override {
-        return index >= 0 && index < ItemCount() ? items_[static_cast<std::size_t>(index)] : Text();
+        return index >= 0 && index < ItemCount() ? Items_[static_cast<std::size_t>(index)] : Text();
     }
-    Text Tag() const override { return tag_; }
-    void SetTag(const Text& tag) override { tag_ = tag; }
+    Text Tag() const override { return Tag_; }
+    void SetTag(const Text& tag) override { Tag_ = tag; }
 
 private:
-    std::vector<Text> items_;
-    std::int32_t index_ = -1;
-    Text tag_;
+    std::vector<Text> Items_;
+    std::int32_t Index_ = -1;
+    Text Tag_;
 };
 
 class NoneLabel final : public NoneFontControl<Label> {
 public:
-    Text Caption() const override { return caption_; }
-    void SetCaption(const Text& caption) override { caption_ = caption; }
+    Text Caption() const override { return Caption_; }
+    void SetCaption(const Text& caption) override { Caption_ = caption; }
     void SetBackColor(std::int32_t) override {}
     void SetForeColor(std::int32_t) override {}
     void Refresh() override {}
 
 private:
-    Text caption_;
+    Text Caption_;
 };
 
 class NoneScrollBar final : public ScrollBar {
@@ -135,28 +135,28 @@ public:
 /// A real timer calls its tick handler at the end of each interval while it is enabled.
 class NoneTimer final : public Timer {
 public:
-    bool Enabled() const override { return enabled_; }
-    void SetEnabled(bool enabled) override { enabled_ = enabled; }
+    bool Enabled() const override { return Enabled_; }
+    void SetEnabled(bool enabled) override { Enabled_ = enabled; }
     void SetInterval(std::int32_t) override {}
 
 private:
-    bool enabled_ = false;
+    bool Enabled_ = false;
 };
 
 /// A real one raises its click.
 class NoneMenuItem final : public MenuItem {
 public:
-    Text Caption() const override { return caption_; }
-    void SetCaption(const Text& caption) override { caption_ = caption; }
-    bool Visible() const override { return visible_; }
-    void SetVisible(bool visible) override { visible_ = visible; }
-    bool Enabled() const override { return enabled_; }
-    void SetEnabled(bool enabled) override { enabled_ = enabled; }
+    Text Caption() const override { return Caption_; }
+    void SetCaption(const Text& caption) override { Caption_ = caption; }
+    bool Visible() const override { return Visible_; }
+    void SetVisible(bool visible) override { Visible_ = visible; }
+    bool Enabled() const override { return Enabled_; }
+    void SetEnabled(bool enabled) override { Enabled_ = enabled; }
 
 private:
-    Text caption_;
-    bool visible_ = true;
-    bool enabled_ = true;
+    Text Caption_;
+    bool Visible_ = true;
+    bool Enabled_ = true;
 };
 
 /// The grid has the cells that all back-ends share, and is never painted. A real one derives from DrawnGrid, calls

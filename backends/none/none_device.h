@@ -148,10 +148,10 @@ public:
     ErrorNumber EndBatch(DatabaseId) override { return NotAvailable; }
     Text FirstDatabase(std::int32_t, std::int32_t) override { return {}; }
     Text NextDatabase() override { return {}; }
-    const std::vector<Unlisted>& UnreadDatabases() const override { return unread_; }
+    const std::vector<Unlisted>& UnreadDatabases() const override { return Unread_; }
 
 private:
-    std::vector<Unlisted> unread_;
+    std::vector<Unlisted> Unread_;
 };
 
 /// A real one shows all of this where a person looks; FormOnlooker of backends/loop does so for every back-end.

@@ -22,41 +22,41 @@ public:
     NonePlatform& operator=(const NonePlatform&) = delete;
 
     /// Valid for as long as the object.
-    Platform& Record() { return record_; }
+    Platform& Record() { return Record_; }
 
 private:
-    NoneForm form_;
-    NoneGrid grdTitle_;
-    NoneGrid grdMain_;
-    NoneTextBox txtInputField_;
-    NoneComboBox cboInputField_;
-    NoneTextBox cbotxtInputField_;
-    NoneDatePicker dteInputField_;
-    NoneListBox lstHoldMenu_;
-    NoneLabel lblStatus_;
-    NoneScrollBar scrollBar_;
-    NoneTimer tmrBlue_;
-    NoneTimer tmrHoldEvent_;
-    NoneTimer tmrMenus_;
-    std::array<NoneMenuItem, 2> menuTitles_;
-    std::array<NoneMenuItem, MenuItemCount> menuItems1_;
-    std::array<NoneMenuItem, MenuItemCount> menuItems2_;
-    NoneFonts fonts_;
-    NoneSystem system_;
-    NoneKeys keys_;
-    NonePort port_;
-    NoneConnections connections_;
-    NoneTones tones_;
-    NoneBox box_;
-    NoneSettings settings_;
-    NoneClock clock_;
-    NoneRandom random_;
-    NoneRunTime runTime_;
-    NoneVolumes volumes_;
-    NoneFiles files_;
-    NoneDatabases databases_;
-    NoneOnlooker onlooker_;
-    Platform record_;
+    NoneForm Form_;
+    NoneGrid GrdTitle_;
+    NoneGrid GrdMain_;
+    NoneTextBox TxtInputField_;
+    NoneComboBox CboInputField_;
+    NoneTextBox CbotxtInputField_;
+    NoneDatePicker DteInputField_;
+    NoneListBox LstHoldMenu_;
+    NoneLabel LblStatus_;
+    NoneScrollBar ScrollBar_;
+    NoneTimer TmrBlue_;
+    NoneTimer TmrHoldEvent_;
+    NoneTimer TmrMenus_;
+    std::array<NoneMenuItem, 2> MenuTitles_;
+    std::array<NoneMenuItem, MenuItemCount> MenuItems1_;
+    std::array<NoneMenuItem, MenuItemCount> MenuItems2_;
+    NoneFonts Fonts_;
+    NoneSystem System_;
+    NoneKeys Keys_;
+    NonePort Port_;
+    NoneConnections Connections_;
+    NoneTones Tones_;
+    NoneBox Box_;
+    NoneSettings Settings_;
+    NoneClock Clock_;
+    NoneRandom Random_;
+    NoneRunTime RunTime_;
+    NoneVolumes Volumes_;
+    NoneFiles Files_;
+    NoneDatabases Databases_;
+    NoneOnlooker Onlooker_;
+    Platform Record_;
 };
 
 } // namespace backends::none

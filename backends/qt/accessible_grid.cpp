@@ -32,15 +32,15 @@ class AccessibleCell final : public QAccessibleInterface,
                              public QAccessibleTableCellInterface,
                              public QAccessibleActionInterface {
 public:
-    AccessibleCell(GridWidget& widget, std::int32_t row, std::int32_t col) : Widget(&widget), Row(row), Col(col) {}
+    AccessibleCell(GridWidget& widget, std::int32_t row, std::int32_t col) : Widget_(&widget), Row_(row), Col_(col) {}
 
     bool isValid() const override {
-        return Widget != nullptr && Row < Widget->Grid().Rows() && Col < Widget->Grid().Cols();
+        return Widget_ != nullptr && Row_ < Widget_->Grid().Rows() && Col_ < Widget_->Grid().Cols();
     }
     QObject* object() const override { return nullptr; }
-    QWindow* window() const override { return isValid() ? Widget->window()->windowHandle() : nullptr; }
+    QWindow* window() const override { return isValid() ? Widget_->window()->windowHandle() : nullptr; }
 
-    QAccessibleInterface* parent() const override { return QAccessible::queryAccessibleInterface(Widget); }
+    QAccessibleInterface* parent() const override { return QAccessible::queryAccessibleInterface(Widget_); }
     QAccessibleInterface* child(int) const override { return nullptr; }
     QAccessibleInterface* childAt(int, int) const override { return nullptr; }
     int childCount() const override { return 0; }
@@ -48,19 +48,19 @@ public:
 
     QString text(QAccessible::Text kind) const override {
         const bool isAsked = kind == QAccessible::Name || kind == QAccessible::Value;
-        return isValid() && isAsked ? ToQt(Widget->Grid().Cell(Row, Col)) : QString();
+        return isValid() && isAsked ? ToQt(Widget_->Grid().Cell(Row_, Col_)) : QString();
     }
     void setText(QAccessible::Text, const QString&) override {}
 
     QRect rect() const override {
         if (!isValid())
             return {};
-        const QRect cell = Widget->CellRect(Row, Col).intersected(Widget->rect());
-        return cell.isEmpty() ? QRect() : QRect(Widget->mapToGlobal(cell.topLeft()), cell.size());
+        const QRect cell = Widget_->CellRect(Row_, Col_).intersected(Widget_->rect());
+        return cell.isEmpty() ? QRect() : QRect(Widget_->mapToGlobal(cell.topLeft()), cell.size());
     }
 
     QAccessible::Role role() const override {
-        return Widget != nullptr && IsTitle(Widget->Grid()) ? QAccessible::ColumnHeader : QAccessible::Cell;
+        return Widget_ != nullptr && IsTitle(Widget_->Grid()) ? QAccessible::ColumnHeader : QAccessible::Cell;
     }
 
     QAccessible::State state() const override {
@@ -68,9 +68,9 @@ public:
         state.invalid = !isValid();
         if (!isValid())
             return state;
-        const QtGrid& grid = Widget->Grid();
-        const bool isOffered = grid.Offers(Row, Col);
-        state.invisible = !Widget->isVisible() || !isOffered;
+        const QtGrid& grid = Widget_->Grid();
+        const bool isOffered = grid.Offers(Row_, Col_);
+        state.invisible = !Widget_->isVisible() || !isOffered;
         state.offscreen = !state.invisible && rect().isEmpty();
         state.disabled = !grid.Enabled();
         state.readOnly = true;
@@ -79,7 +79,7 @@ public:
         state.selectable = isOffered;
         state.focusable = isOffered;
         state.selected = isSelected();
-        state.focused = isSelected() && Widget->hasFocus();
+        state.focused = isSelected() && Widget_->hasFocus();
         return state;
     }
 
@@ -94,43 +94,43 @@ public:
     // The cell of a table.
     int columnExtent() const override { return 1; }
     int rowExtent() const override { return 1; }
-    int columnIndex() const override { return Col; }
-    int rowIndex() const override { return Row; }
+    int columnIndex() const override { return Col_; }
+    int rowIndex() const override { return Row_; }
     QList<QAccessibleInterface*> rowHeaderCells() const override { return {}; }
     QList<QAccessibleInterface*> columnHeaderCells() const override { return {}; }
     QAccessibleInterface* table() const override { return parent(); }
     bool isSelected() const override {
-        return isValid() && !IsTitle(Widget->Grid()) && Widget->Grid().Row() == Row && Widget->Grid().Col() == Col;
+        return isValid() && !IsTitle(Widget_->Grid()) && Widget_->Grid().Row() == Row_ && Widget_->Grid().Col() == Col_;
     }
 
     // What can be done with it: it is tapped.
     QStringList actionNames() const override {
-        const bool isOffered = isValid() && !IsTitle(Widget->Grid()) && Widget->Grid().Offers(Row, Col);
+        const bool isOffered = isValid() && !IsTitle(Widget_->Grid()) && Widget_->Grid().Offers(Row_, Col_);
         return isOffered ? QStringList{pressAction()} : QStringList();
     }
     void doAction(const QString& action) override {
-        if (!actionNames().contains(action) || !TakesInput(*Widget))
+        if (!actionNames().contains(action) || !TakesInput(*Widget_))
             return;
-        const QPointer<GridWidget> widget = Widget;
-        widget->PointerDown(Row, Col);
+        const QPointer<GridWidget> widget = Widget_;
+        widget->PointerDown(Row_, Col_);
         if (widget != nullptr)
             widget->PointerUp();
     }
     QStringList keyBindingsForAction(const QString&) const override { return {}; }
 
 private:
-    QPointer<GridWidget> Widget;
-    std::int32_t Row;
-    std::int32_t Col;
+    QPointer<GridWidget> Widget_;
+    std::int32_t Row_;
+    std::int32_t Col_;
 };
 
 // --- the grid --------------------------------------------------------------------------------------------------------
 
 class AccessibleGrid final : public QAccessibleWidget, public QAccessibleTableInterface {
 public:
-    explicit AccessibleGrid(GridWidget& widget) : QAccessibleWidget(&widget, QAccessible::Table), Widget(widget) {}
+    explicit AccessibleGrid(GridWidget& widget) : QAccessibleWidget(&widget, QAccessible::Table), Widget_(widget) {}
     ~AccessibleGrid() override {
-        for (const auto& cell : Cells)
+        for (const auto& cell : Cells_)
             QAccessible::deleteAccessibleInterface(cell.second);
     }
 
@@ -174,17 +174,17 @@ public:
         return isMine ? cell->rowIndex() * columnCount() + cell->columnIndex() : -1;
     }
     QAccessibleInterface* childAt(int x, int y) const override {
-        const QPoint place = Widget.mapFromGlobal(QPoint(x, y));
-        if (!Widget.rect().contains(place))
+        const QPoint place = Widget_.mapFromGlobal(QPoint(x, y));
+        if (!Widget_.rect().contains(place))
             return nullptr;
         const auto cell = Grid().CellAt(place.x(), place.y());
         return cell ? cellAt(cell->Row, cell->Col) : nullptr;
     }
     QAccessibleInterface* focusChild() const override {
-        if (!Widget.hasFocus())
+        if (!Widget_.hasFocus())
             return nullptr;
         QAccessibleInterface* const current = Current();
-        return current != nullptr ? current : QAccessible::queryAccessibleInterface(&Widget);
+        return current != nullptr ? current : QAccessible::queryAccessibleInterface(&Widget_);
     }
 
     // The table.
@@ -193,11 +193,11 @@ public:
     QAccessibleInterface* cellAt(int row, int col) const override {
         if (row < 0 || col < 0 || row >= rowCount() || col >= columnCount())
             return nullptr;
-        const auto known = Cells.find({row, col});
-        if (known != Cells.end())
+        const auto known = Cells_.find({row, col});
+        if (known != Cells_.end())
             return QAccessible::accessibleInterface(known->second);
-        auto* const cell = new AccessibleCell(Widget, row, col);
-        Cells.emplace(std::pair(row, col), QAccessible::registerAccessibleInterface(cell));
+        auto* const cell = new AccessibleCell(Widget_, row, col);
+        Cells_.emplace(std::pair(row, col), QAccessible::registerAccessibleInterface(cell));
         return cell;
     }
     int rowCount() const override { return Grid().Rows(); }
@@ -221,7 +221,7 @@ public:
     bool isColumnSelected(int) const override { return false; }
     bool isRowSelected(int) const override { return false; }
     bool selectRow(int row) override {
-        if (IsTitle(Grid()) || !TakesInput(Widget) || !Grid().Offers(row, Grid().Col()))
+        if (IsTitle(Grid()) || !TakesInput(Widget_) || !Grid().Offers(row, Grid().Col()))
             return false;
         Grid().SetRow(row);
         return true;
@@ -232,14 +232,14 @@ public:
     void modelChange(QAccessibleTableModelChangeEvent*) override {}
 
 private:
-    QtGrid& Grid() const { return Widget.Grid(); }
+    QtGrid& Grid() const { return Widget_.Grid(); }
     QAccessibleInterface* Current() const {
         const bool isThere = !IsTitle(Grid()) && Grid().Offers(Grid().Row(), Grid().Col());
         return isThere ? cellAt(Grid().Row(), Grid().Col()) : nullptr;
     }
 
-    GridWidget& Widget;
-    mutable std::map<std::pair<int, int>, QAccessible::Id> Cells; ///< those that were asked for, by row and column
+    GridWidget& Widget_;
+    mutable std::map<std::pair<int, int>, QAccessible::Id> Cells_; ///< those that were asked for, by row and column
 };
 
 QAccessibleInterface* MakeAccessibleGrid(const QString&, QObject* object) {
@@ -261,49 +261,49 @@ constexpr std::size_t ManyCells = 32; // a page that is filled is told as a whol
 
 } // namespace
 
-GridNews::GridNews(QtGrid& grid) : Of(grid.Widget()) {
+GridNews::GridNews(QtGrid& grid) : Grid_(grid.Widget()) {
     grid.CellSet = [this](std::int32_t row, std::int32_t col) { CellChanged(row, col); };
     grid.EventsHandled = [this] { Tell(); };
 }
 
 void GridNews::CellChanged(std::int32_t row, std::int32_t col) {
-    if (IsHeard() && Changed.size() <= ManyCells)
-        Changed.emplace_back(row, col);
+    if (IsHeard() && Changed_.size() <= ManyCells)
+        Changed_.emplace_back(row, col);
 }
 
 GridNews::State GridNews::Now() const {
-    const QtGrid& grid = Of.Grid();
-    return {grid.Rows(), grid.Cols(), grid.Row(), grid.Col(), Of.hasFocus()};
+    const QtGrid& grid = Grid_.Grid();
+    return {grid.Rows(), grid.Cols(), grid.Row(), grid.Col(), Grid_.hasFocus()};
 }
 
 void GridNews::TellCells() {
-    const std::set<std::pair<std::int32_t, std::int32_t>> cells(Changed.begin(), Changed.end());
-    Changed.clear();
+    const std::set<std::pair<std::int32_t, std::int32_t>> cells(Changed_.begin(), Changed_.end());
+    Changed_.clear();
     for (const auto& [row, col] : cells) {
-        QAccessibleValueChangeEvent event(&Of, ToQt(Of.Grid().Cell(row, col)));
-        event.setChild(row * Of.Grid().Cols() + col);
+        QAccessibleValueChangeEvent event(&Grid_, ToQt(Grid_.Grid().Cell(row, col)));
+        event.setChild(row * Grid_.Grid().Cols() + col);
         Say(&event);
     }
 }
 
 void GridNews::Tell() {
     if (!IsHeard()) {
-        Changed.clear();
+        Changed_.clear();
         return;
     }
     const State now = Now();
-    const bool isAnother = now.Rows != Told.Rows || now.Cols != Told.Cols || Changed.size() > ManyCells;
-    const bool hasMoved = now.Row != Told.Row || now.Col != Told.Col;
-    const bool isNewlyFocused = now.HasFocus && !Told.HasFocus;
-    Told = now;
+    const bool isAnother = now.Rows != Reported_.Rows || now.Cols != Reported_.Cols || Changed_.size() > ManyCells;
+    const bool hasMoved = now.Row != Reported_.Row || now.Col != Reported_.Col;
+    const bool isNewlyFocused = now.HasFocus && !Reported_.HasFocus;
+    Reported_ = now;
     if (isAnother) {
-        Changed.clear();
-        QAccessibleTableModelChangeEvent event(&Of, QAccessibleTableModelChangeEvent::ModelReset);
+        Changed_.clear();
+        QAccessibleTableModelChangeEvent event(&Grid_, QAccessibleTableModelChangeEvent::ModelReset);
         Say(&event);
     }
     TellCells();
-    if (now.HasFocus && (isAnother || hasMoved || isNewlyFocused) && Of.Grid().Offers(now.Row, now.Col)) {
-        QAccessibleEvent event(&Of, QAccessible::Focus);
+    if (now.HasFocus && (isAnother || hasMoved || isNewlyFocused) && Grid_.Grid().Offers(now.Row, now.Col)) {
+        QAccessibleEvent event(&Grid_, QAccessible::Focus);
         event.setChild(now.Row * now.Cols + now.Col);
         Say(&event);
     }

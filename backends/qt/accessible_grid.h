@@ -40,9 +40,9 @@ private:
     State Now() const;
     void TellCells();
 
-    GridWidget& Of;
-    State Told;
-    std::vector<std::pair<std::int32_t, std::int32_t>> Changed; ///< row and column
+    GridWidget& Grid_;
+    State Reported_;
+    std::vector<std::pair<std::int32_t, std::int32_t>> Changed_; ///< row and column
 };
 
 } // namespace backends::qt

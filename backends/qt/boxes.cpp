@@ -50,7 +50,7 @@ QString Shortened(const QString& text) {
 } // namespace
 
 void QtBoxes::Opened(OpenBox& box) {
-    auto dialog = std::make_unique<Dialogue>(&Window, PersonIsTyping && PersonIsTyping());
+    auto dialog = std::make_unique<Dialogue>(&Window_, PersonIsTyping && PersonIsTyping());
     dialog->setObjectName(QStringLiteral("messageBox"));
     dialog->setWindowTitle(box.Title.empty() ? QStringLiteral("Quorin") : ToQt(box.Title));
     dialog->setTextFormat(Qt::PlainText);
@@ -70,13 +70,13 @@ void QtBoxes::Opened(OpenBox& box) {
         box.Answer = AnswerOf(*raw);
         box.Answered = true;
     });
-    Dialogs.push_back(std::move(dialog));
-    Dialogs.back()->show();
+    Dialogs_.push_back(std::move(dialog));
+    Dialogs_.back()->show();
 }
 
 /// Boxes close in the order in which they wait: the innermost first.
 void QtBoxes::Closed(OpenBox&) {
-    Dialogs.pop_back();
+    Dialogs_.pop_back();
     if (Leaving)
         Leaving();
 }

@@ -15,14 +15,14 @@ namespace backends::qt {
 
 class QtBoxes final : public DeviceBoxes {
 public:
-    QtBoxes(EventLoop& loop, Watcher& watcher, QWidget& window) : DeviceBoxes(loop, watcher), Window(window) {}
+    QtBoxes(EventLoop& loop, Watcher& watcher, QWidget& window) : DeviceBoxes(loop, watcher), Window_(window) {}
 
     /// Presses a button of the innermost box.
     void Press(BoxAnswer answer);
-    QMessageBox* Dialog() const { return Dialogs.empty() ? nullptr : Dialogs.back().get(); }
+    QMessageBox* Dialog() const { return Dialogs_.empty() ? nullptr : Dialogs_.back().get(); }
 
     std::function<void()> Leaving; ///< one was closed; others may stand
-    bool AnyStands() const { return !Dialogs.empty() || OfWindowStands; }
+    bool AnyStands() const { return !Dialogs_.empty() || OfWindowStands; }
     bool OfWindowStands = false; ///< a box of the window's own, which the form knows nothing of
     /// True if the user is typing at this moment; those keys are not meant for the box.
     std::function<bool()> PersonIsTyping;
@@ -32,8 +32,8 @@ protected:
     void Closed(OpenBox& box) override;
 
 private:
-    QWidget& Window;
-    std::vector<std::unique_ptr<QMessageBox>> Dialogs;
+    QWidget& Window_;
+    std::vector<std::unique_ptr<QMessageBox>> Dialogs_;
 };
 
 } // namespace backends::qt

@@ -9,7 +9,7 @@ namespace backends::qt {
 Dialogue::Dialogue(QWidget* parent, bool underHands) : QMessageBox(parent) {
     if (!underHands)
         return;
-    Rest.start();
+    Rest_.start();
     qApp->installEventFilter(this);
 }
 
@@ -18,13 +18,13 @@ bool Dialogue::eventFilter(QObject* object, QEvent* event) {
     const bool isKey = event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease ||
                        event->type() == QEvent::ShortcutOverride;
     const bool isMine = object->isWidgetType() && static_cast<QWidget*>(object)->window() == this;
-    if (!isKey || !isMine || !Rest.isValid())
+    if (!isKey || !isMine || !Rest_.isValid())
         return QMessageBox::eventFilter(object, event);
-    if (Rest.elapsed() >= Rested) {
-        Rest.invalidate();
+    if (Rest_.elapsed() >= Rested) {
+        Rest_.invalidate();
         return false;
     }
-    Rest.start();
+    Rest_.start();
     return true;
 }
 

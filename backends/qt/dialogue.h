@@ -16,7 +16,7 @@ protected:
     bool eventFilter(QObject* object, QEvent* event) override;
 
 private:
-    QElapsedTimer Rest;
+    QElapsedTimer Rest_;
 };
 
 } // namespace backends::qt

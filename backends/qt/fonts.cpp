@@ -170,12 +170,12 @@ std::size_t LongTextsShaped() {
 FontHandle QtFonts::GetFont(const Text& name, std::int32_t size, std::int32_t) {
     if (Working)
         Working();
-    const auto found = std::find_if(Fonts.begin(), Fonts.end(),
+    const auto found = std::find_if(Fonts_.begin(), Fonts_.end(),
                                     [&](const Known& font) { return font.Size == size && font.Name == name; });
-    if (found != Fonts.end())
-        return static_cast<FontHandle>(found - Fonts.begin());
-    Fonts.push_back({name, size, FontOf(name, size)});
-    return static_cast<FontHandle>(Fonts.size() - 1);
+    if (found != Fonts_.end())
+        return static_cast<FontHandle>(found - Fonts_.begin());
+    Fonts_.push_back({name, size, FontOf(name, size)});
+    return static_cast<FontHandle>(Fonts_.size() - 1);
 }
 
 std::int32_t QtFonts::FontHeight(FontHandle font) {
@@ -195,13 +195,13 @@ TextSize QtFonts::MeasureWrapped(FontHandle font, const Text& text, std::int32_t
 }
 
 Text QtFonts::FirstFontName() {
-    Names = QFontDatabase::families();
-    Next = 0;
+    Names_ = QFontDatabase::families();
+    Next_ = 0;
     return NextFontName();
 }
 
 Text QtFonts::NextFontName() {
-    return Next < Names.size() ? FromQt(Names[Next++]) : Text();
+    return Next_ < Names_.size() ? FromQt(Names_[Next_++]) : Text();
 }
 
 } // namespace backends::qt

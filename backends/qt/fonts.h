@@ -47,11 +47,11 @@ private:
         QFont Font;
     };
 
-    const QFont& Of(FontHandle font) const { return Fonts[static_cast<std::size_t>(font)].Font; }
+    const QFont& Of(FontHandle font) const { return Fonts_[static_cast<std::size_t>(font)].Font; }
 
-    std::vector<Known> Fonts; ///< a handle is an index
-    QStringList Names;
-    qsizetype Next = 0;
+    std::vector<Known> Fonts_; ///< a handle is an index
+    QStringList Names_;
+    qsizetype Next_ = 0;
 };
 
 } // namespace backends::qt

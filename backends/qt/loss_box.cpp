@@ -6,29 +6,29 @@
 namespace backends::qt {
 
 void LossBox::Say(const QString& text) {
-    if (OfForm.OfWindowStands) {
-        if (Box->text() != text)
-            Box->setText(text);
+    if (Boxes_.OfWindowStands) {
+        if (Box_->text() != text)
+            Box_->setText(text);
         return;
     }
-    if (OfForm.Opening)
-        OfForm.Opening();
-    Box = std::make_unique<Dialogue>(&Window, OfForm.PersonIsTyping && OfForm.PersonIsTyping());
-    Box->setObjectName(QStringLiteral("lossBox"));
-    Box->setWindowTitle(QStringLiteral("Quorin"));
-    Box->setTextFormat(Qt::PlainText);
-    Box->setText(text);
-    Box->setIcon(QMessageBox::Warning);
-    Box->setStandardButtons(QMessageBox::Ok);
-    Box->setWindowModality(Qt::ApplicationModal);
-    QObject::connect(Box.get(), &QMessageBox::finished, [this] {
-        OfForm.OfWindowStands = false;
-        if (OfForm.Leaving)
-            OfForm.Leaving();
-        Seen();
+    if (Boxes_.Opening)
+        Boxes_.Opening();
+    Box_ = std::make_unique<Dialogue>(&Window_, Boxes_.PersonIsTyping && Boxes_.PersonIsTyping());
+    Box_->setObjectName(QStringLiteral("lossBox"));
+    Box_->setWindowTitle(QStringLiteral("Quorin"));
+    Box_->setTextFormat(Qt::PlainText);
+    Box_->setText(text);
+    Box_->setIcon(QMessageBox::Warning);
+    Box_->setStandardButtons(QMessageBox::Ok);
+    Box_->setWindowModality(Qt::ApplicationModal);
+    QObject::connect(Box_.get(), &QMessageBox::finished, [this] {
+        Boxes_.OfWindowStands = false;
+        if (Boxes_.Leaving)
+            Boxes_.Leaving();
+        Seen_();
     });
-    OfForm.OfWindowStands = true;
-    Box->show();
+    Boxes_.OfWindowStands = true;
+    Box_->show();
 }
 
 } // namespace backends::qt

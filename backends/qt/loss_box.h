@@ -16,19 +16,19 @@ class LossBox {
 public:
     /// `boxes` are the form's: this one comes up as they do.
     LossBox(QtBoxes& boxes, QWidget& window, std::function<void()> seen)
-        : OfForm(boxes), Window(window), Seen(std::move(seen)) {}
+        : Boxes_(boxes), Window_(window), Seen_(std::move(seen)) {}
 
     /// Opens the box, or puts this text into the one that stands.
     void Say(const QString& text);
     /// Returns the box while it is open; null otherwise.
-    QMessageBox* Dialog() const { return OfForm.OfWindowStands ? Box.get() : nullptr; }
+    QMessageBox* Dialog() const { return Boxes_.OfWindowStands ? Box_.get() : nullptr; }
 
 private:
-    QtBoxes& OfForm;
-    QWidget& Window;
-    std::function<void()> Seen;
+    QtBoxes& Boxes_;
+    QWidget& Window_;
+    std::function<void()> Seen_;
     std::unique_ptr<QMessageBox>
-        Box; ///< one that was closed is in the middle of its own event: it stays until the next
+        Box_; ///< one that was closed is in the middle of its own event: it stays until the next
 };
 
 } // namespace backends::qt

@@ -15,20 +15,20 @@ bool IsChosen(Qt::FocusReason reason) {
 
 } // namespace
 
-NativeFocus::NativeFocus(Focus& focus, QWidget& surface) : FocusOfForm(focus), Surface(surface) {
-    FocusOfForm.Moved = [this] { Follow(); };
-    Surface.setFocusPolicy(Qt::NoFocus); // a click beside the controls leaves the focus where it is
+NativeFocus::NativeFocus(Focus& focus, QWidget& surface) : Focus_(focus), Surface_(surface) {
+    Focus_.Moved = [this] { Follow(); };
+    Surface_.setFocusPolicy(Qt::NoFocus); // a click beside the controls leaves the focus where it is
 }
 
 void NativeFocus::Add(FocusTarget& target, QWidget& widget) {
-    Pairs.push_back({&target, &widget});
+    Pairs_.push_back({&target, &widget});
     widget.installEventFilter(this);
     if (widget.focusProxy() != nullptr)
         widget.focusProxy()->installEventFilter(this);
 }
 
 FocusTarget* NativeFocus::TargetOf(const QWidget* widget) const {
-    for (const Pair& pair : Pairs) {
+    for (const Pair& pair : Pairs_) {
         if (pair.Widget != nullptr && widget != nullptr && (pair.Widget == widget || pair.Widget->isAncestorOf(widget)))
             return pair.Target;
     }
@@ -36,9 +36,9 @@ FocusTarget* NativeFocus::TargetOf(const QWidget* widget) const {
 }
 
 bool NativeFocus::TakesKeys(const QWidget* widget) const {
-    if (widget == &Surface)
+    if (widget == &Surface_)
         return true; // the form itself
-    for (const Pair& pair : Pairs) {
+    for (const Pair& pair : Pairs_) {
         if (pair.Widget != nullptr && (pair.Widget == widget || pair.Widget->focusProxy() == widget))
             return true;
     }
@@ -46,7 +46,7 @@ bool NativeFocus::TakesKeys(const QWidget* widget) const {
 }
 
 QWidget* NativeFocus::WidgetOf(const FocusTarget& target) const {
-    for (const Pair& pair : Pairs) {
+    for (const Pair& pair : Pairs_) {
         if (pair.Target == &target && pair.Widget != nullptr && !pair.Widget->isHidden())
             return pair.Widget;
     }
@@ -54,23 +54,23 @@ QWidget* NativeFocus::WidgetOf(const FocusTarget& target) const {
 }
 
 void NativeFocus::Follow() {
-    if (Quieted > 0)
+    if (Quieted_ > 0)
         return;
-    ++Quieted;
-    QWidget* wanted = FocusOfForm.Holder() != nullptr ? WidgetOf(*FocusOfForm.Holder()) : nullptr;
+    ++Quieted_;
+    QWidget* wanted = Focus_.Holder() != nullptr ? WidgetOf(*Focus_.Holder()) : nullptr;
     if (wanted == nullptr || !wanted->isEnabled())
-        wanted = &Surface;
+        wanted = &Surface_;
     if (wanted->window()->focusWidget() != wanted)
         wanted->setFocus(Qt::OtherFocusReason);
-    --Quieted;
+    --Quieted_;
 }
 
 bool NativeFocus::eventFilter(QObject* object, QEvent* event) {
-    if (event->type() != QEvent::FocusIn || Quieted > 0)
+    if (event->type() != QEvent::FocusIn || Quieted_ > 0)
         return false;
     FocusTarget* const target = TargetOf(qobject_cast<QWidget*>(object));
     if (target != nullptr && IsChosen(static_cast<QFocusEvent*>(event)->reason()))
-        FocusOfForm.MoveTo(*target);
+        Focus_.MoveTo(*target);
     return false;
 }
 

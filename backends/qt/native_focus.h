@@ -37,16 +37,16 @@ public:
     /// While one exists, changes of Qt's focus do not change the form's focus.
     class Quiet {
     public:
-        explicit Quiet(NativeFocus& focus) : Of(focus) { ++Of.Quieted; }
+        explicit Quiet(NativeFocus& focus) : Focus_(focus) { ++Focus_.Quieted_; }
         ~Quiet() {
-            --Of.Quieted;
-            Of.Follow();
+            --Focus_.Quieted_;
+            Focus_.Follow();
         }
         Quiet(const Quiet&) = delete;
         Quiet& operator=(const Quiet&) = delete;
 
     private:
-        NativeFocus& Of;
+        NativeFocus& Focus_;
     };
 
 protected:
@@ -58,10 +58,10 @@ private:
         QPointer<QWidget> Widget;
     };
 
-    Focus& FocusOfForm;
-    QWidget& Surface;
-    std::vector<Pair> Pairs;
-    int Quieted = 0;
+    Focus& Focus_;
+    QWidget& Surface_;
+    std::vector<Pair> Pairs_;
+    int Quieted_ = 0;
 };
 
 } // namespace backends::qt

@@ -15,32 +15,32 @@
 
 namespace backends::qt {
 
-QtPump::QtPump(std::function<int(const ProgramOver&)> over) : Over(std::move(over)) {
-    Alarm.setSingleShot(true);
-    Alarm.setTimerType(Qt::PreciseTimer);
-    QObject::connect(&Alarm, &QTimer::timeout, [this] { Woken(); });
+QtPump::QtPump(std::function<int(const ProgramOver&)> over) : Over_(std::move(over)) {
+    Alarm_.setSingleShot(true);
+    Alarm_.setTimerType(Qt::PreciseTimer);
+    QObject::connect(&Alarm_, &QTimer::timeout, [this] { Woken(); });
 }
 
 void QtPump::CameBack() {
     Awake();
-    if (WorkIsShown && WorkShown)
+    if (WorkIsShown_ && WorkShown)
         WorkShown(false);
-    WorkIsShown = false;
+    WorkIsShown_ = false;
 }
 
 bool QtPump::HandlePending() {
     CameBack();
-    if (Loop != nullptr)
-        Watch(Loop->Descriptors()); // one that was closed meanwhile must not be looked at
+    if (Loop_ != nullptr)
+        Watch(Loop_->Descriptors()); // one that was closed meanwhile must not be looked at
     return QAbstractEventDispatcher::instance()->processEvents(QEventLoop::AllEvents);
 }
 
 void QtPump::Sleep(const std::vector<int>& descriptors, int milliseconds) {
     Watch(descriptors);
     if (milliseconds >= 0)
-        Alarm.start(milliseconds);
+        Alarm_.start(milliseconds);
     else
-        Alarm.stop();
+        Alarm_.stop();
     CameBack();
     QAbstractEventDispatcher::instance()->processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
     Awake();
@@ -50,11 +50,11 @@ void QtPump::Working() {
     constexpr auto Patience = std::chrono::milliseconds(100); // of a person
     constexpr auto BetweenBreaths = std::chrono::milliseconds(50);
     const Moment now = std::chrono::steady_clock::now();
-    if (IsBreathing || now - LastAlive < Patience || now - LastBreath < BetweenBreaths)
+    if (IsBreathing_ || now - LastAlive_ < Patience || now - LastBreath_ < BetweenBreaths)
         return;
-    if (!WorkIsShown && WorkShown)
+    if (!WorkIsShown_ && WorkShown)
         WorkShown(true);
-    WorkIsShown = true;
+    WorkIsShown_ = true;
     Breathe();
 }
 
@@ -68,16 +68,16 @@ void QtPump::Rest(std::int32_t milliseconds) {
 }
 
 void QtPump::Watch(const std::vector<int>& descriptors) {
-    for (auto& [descriptor, notifier] : Watched) {
+    for (auto& [descriptor, notifier] : Watched_) {
         if (std::find(descriptors.begin(), descriptors.end(), descriptor) == descriptors.end())
             notifier->setEnabled(false);
     }
     for (const int descriptor : descriptors) {
-        auto& notifier = Watched[descriptor];
+        auto& notifier = Watched_[descriptor];
         if (!notifier) {
             notifier = std::make_unique<QSocketNotifier>(descriptor, QSocketNotifier::Read);
             QObject::connect(notifier.get(), &QSocketNotifier::activated, [this, descriptor] {
-                Watched.at(descriptor)->setEnabled(false); // whoever sleeps next watches again
+                Watched_.at(descriptor)->setEnabled(false); // whoever sleeps next watches again
                 Woken();
             });
         }
@@ -87,15 +87,15 @@ void QtPump::Watch(const std::vector<int>& descriptors) {
 
 /// In a sleep of the loop's own there is nothing to do: it goes on by itself. A loop of Qt's goes on sleeping.
 void QtPump::Woken() {
-    if (Loop == nullptr || IsBreathing || IsLeaving || QThread::currentThread()->loopLevel() == 0)
+    if (Loop_ == nullptr || IsBreathing_ || IsLeaving_ || QThread::currentThread()->loopLevel() == 0)
         return;
     Awake();
-    Loop->RaiseRound();
-    if (Loop->Ending())
+    Loop_->RaiseRound();
+    if (Loop_->Ending())
         LeaveLoopsOfQt();
-    Watch(Loop->Descriptors());
-    if (const auto time = Loop->TimeToNextTick())
-        Alarm.start(static_cast<int>(*time));
+    Watch(Loop_->Descriptors());
+    if (const auto time = Loop_->TimeToNextTick())
+        Alarm_.start(static_cast<int>(*time));
 }
 
 /// A person may have gone from a text that is dragged, or from a list of a widget's own.
@@ -108,19 +108,19 @@ void QtPump::LeaveLoopsOfQt() {
 }
 
 void QtPump::Breathe(Input input) {
-    if (IsBreathing)
+    if (IsBreathing_)
         return;
-    IsBreathing = true;
+    IsBreathing_ = true;
     QAbstractEventDispatcher::instance()->processEvents(
         QEventLoop::ExcludeSocketNotifiers |
         (input == Input::Too ? QEventLoop::AllEvents : QEventLoop::ExcludeUserInputEvents));
-    IsBreathing = false;
-    LastBreath = std::chrono::steady_clock::now();
+    IsBreathing_ = false;
+    LastBreath_ = std::chrono::steady_clock::now();
 }
 
 void QtPump::Leave(const ProgramOver& over) {
-    IsLeaving = true;
-    const int status = Over(over);
+    IsLeaving_ = true;
+    const int status = Over_(over);
     std::fflush(nullptr);
     std::_Exit(status);
 }

@@ -21,7 +21,7 @@ public:
 
     /// The loop that this pump is for. A loop of Qt's own (a text that is dragged) knows nothing of it, and has its
     /// events raised from here.
-    void Serve(EventLoop& loop) { Loop = &loop; }
+    void Serve(EventLoop& loop) { Loop_ = &loop; }
 
     bool HandlePending() override;
     void Sleep(const std::vector<int>& descriptors, int milliseconds) override;
@@ -33,10 +33,10 @@ public:
     /// but nothing is raised. What a person does meanwhile waits, or comes at once for who filters it and looks at
     /// Breathing.
     void Breathe(Input input = Input::Waits);
-    bool Breathing() const { return IsBreathing; }
+    bool Breathing() const { return IsBreathing_; }
 
     /// What comes next is handled by the window itself, in the middle of the loop's sleep: no time is lost so far.
-    void Awake() { LastAlive = std::chrono::steady_clock::now(); }
+    void Awake() { LastAlive_ = std::chrono::steady_clock::now(); }
     /// A long operation goes on: to be called as often as one likes. From a tenth of a second on a person is told, by
     /// WorkShown, and the window breathes.
     void Working();
@@ -52,16 +52,16 @@ private:
     static void LeaveLoopsOfQt();
     void CameBack();
 
-    std::function<int(const ProgramOver&)> Over;
-    EventLoop* Loop = nullptr;
-    QTimer Alarm;
+    std::function<int(const ProgramOver&)> Over_;
+    EventLoop* Loop_ = nullptr;
+    QTimer Alarm_;
     /// By descriptor. One that is not wanted is off: the next one that bears its number may be.
-    std::map<int, std::unique_ptr<QSocketNotifier>> Watched;
-    bool IsBreathing = false;
-    bool IsLeaving = false;
-    bool WorkIsShown = false;
-    Moment LastAlive; ///< when something began to be handled
-    Moment LastBreath;
+    std::map<int, std::unique_ptr<QSocketNotifier>> Watched_;
+    bool IsBreathing_ = false;
+    bool IsLeaving_ = false;
+    bool WorkIsShown_ = false;
+    Moment LastAlive_; ///< when something began to be handled
+    Moment LastBreath_;
 };
 
 } // namespace backends::qt

@@ -119,76 +119,76 @@ protected:
 // --- text ------------------------------------------------------------------------------------------------------------
 
 QtTextBox::QtTextBox(QWidget& form, Focus& focus, NativeFocus& native, const char* name)
-    : NativeFontControl(focus, native, name), Line(*new Composing<QLineEdit>(&form)), Page(*new PageEdit(&form)) {
-    for (QWidget* widget : {static_cast<QWidget*>(&Line), static_cast<QWidget*>(&Page)}) {
+    : NativeFontControl(focus, native, name), Line_(*new Composing<QLineEdit>(&form)), Page_(*new PageEdit(&form)) {
+    for (QWidget* widget : {static_cast<QWidget*>(&Line_), static_cast<QWidget*>(&Page_)}) {
         widget->setObjectName(QString::fromLatin1(name));
         widget->setStyleSheet(QString::fromLatin1(FieldStyle));
         widget->hide();
         native.Add(*this, *widget);
     }
-    Line.setTextMargins(0, 0, 0, 0);
-    Line.setMaxLength(std::numeric_limits<int>::max()); // or Qt cuts what it is given
-    Page.setTabChangesFocus(true);
-    QObject::connect(&Line, &QLineEdit::textEdited, [this](const QString& text) {
+    Line_.setTextMargins(0, 0, 0, 0);
+    Line_.setMaxLength(std::numeric_limits<int>::max()); // or Qt cuts what it is given
+    Page_.setTabChangesFocus(true);
+    QObject::connect(&Line_, &QLineEdit::textEdited, [this](const QString& text) {
         const auto ends =
-            std::count_if(Value.begin(), Value.end(), [](char16_t unit) { return unit == u'\r' || unit == u'\n'; });
-        KeepToOneLine(Line, text, ends);
+            std::count_if(Value_.begin(), Value_.end(), [](char16_t unit) { return unit == u'\r' || unit == u'\n'; });
+        KeepToOneLine(Line_, text, ends);
     });
-    QObject::connect(&Line, &QLineEdit::textChanged, [this] { Edited(); });
-    QObject::connect(&Page, &QPlainTextEdit::textChanged, [this] { Edited(); });
+    QObject::connect(&Line_, &QLineEdit::textChanged, [this] { Edited(); });
+    QObject::connect(&Page_, &QPlainTextEdit::textChanged, [this] { Edited(); });
 }
 
 QWidget& QtTextBox::Widget() {
-    if (Lines)
-        return Page;
-    return Line;
+    if (Lines_)
+        return Page_;
+    return Line_;
 }
 
 void QtTextBox::Show() {
     {
         const NativeFocus::Quiet quiet(FocusOfQt());
-        (Lines ? static_cast<QWidget&>(Line) : Page).hide();
+        (Lines_ ? static_cast<QWidget&>(Line_) : Page_).hide();
     }
     NativeFontControl::Show();
 }
 
 void QtTextBox::TakeFont(const QFont& font) {
-    Line.setFont(font);
-    Page.setFont(font);
+    Line_.setFont(font);
+    Page_.setFont(font);
 }
 
 /// Puts the text into the widget, with the caret where it was as far as the text goes.
 void QtTextBox::Fill() {
-    Filling = true;
-    if (Lines) {
-        const int place = Page.textCursor().position();
-        Page.setPlainText(PageText(Value));
-        QTextCursor cursor = Page.textCursor();
-        cursor.setPosition(std::min(place, static_cast<int>(PlainText(Page).size())));
-        Page.setTextCursor(cursor);
+    Filling_ = true;
+    if (Lines_) {
+        const int place = Page_.textCursor().position();
+        Page_.setPlainText(PageText(Value_));
+        QTextCursor cursor = Page_.textCursor();
+        cursor.setPosition(std::min(place, static_cast<int>(PlainText(Page_).size())));
+        Page_.setTextCursor(cursor);
     } else {
-        const int place = Line.cursorPosition();
-        Line.setText(ToQt(Value));
-        Line.setCursorPosition(place);
+        const int place = Line_.cursorPosition();
+        Line_.setText(ToQt(Value_));
+        Line_.setCursorPosition(place);
     }
-    Filling = false;
+    Filling_ = false;
 }
 
 void QtTextBox::Edited() {
-    if (Filling)
+    if (Filling_)
         return;
-    Text text = Lines ? FromPage(PlainText(Page)) : FromQt(Line.text());
+    Text text = Lines_ ? FromPage(PlainText(Page_)) : FromQt(Line_.text());
     modStringTools::BlankNuls(text); // pasted
-    if (text == Value)
+    if (text == Value_)
         return;
-    Value = text;
+    Value_ = text;
     if (Change)
         Change();
 }
 
 void QtTextBox::SetContents(const Text& text) {
-    if (text != Value) {
-        Value = text;
+    if (text != Value_) {
+        Value_ = text;
         Fill();
     }
     if (Change)
@@ -196,9 +196,9 @@ void QtTextBox::SetContents(const Text& text) {
 }
 
 void QtTextBox::SetMultiLine(bool multiLine) {
-    if (multiLine == Lines)
+    if (multiLine == Lines_)
         return;
-    Lines = multiLine;
+    Lines_ = multiLine;
     Fill();
     Show();
 }
@@ -208,7 +208,7 @@ void QtTextBox::Commit() {
     if (!Visible())
         return;
     QGuiApplication::inputMethod()->commit();
-    const QString held = Lines ? Page.Held : Line.Held;
+    const QString held = Lines_ ? Page_.Held : Line_.Held;
     if (held.isEmpty())
         return;
     QInputMethodEvent commit;
@@ -218,64 +218,64 @@ void QtTextBox::Commit() {
 }
 
 void QtTextBox::Select(std::int32_t position, std::int32_t length) {
-    const auto size = static_cast<std::int32_t>(Value.size());
+    const auto size = static_cast<std::int32_t>(Value_.size());
     const std::int32_t from = std::clamp(position, 0, size);
     const std::int32_t count = std::clamp(length, 0, size - from);
-    if (Lines) {
-        QTextCursor cursor = Page.textCursor();
-        cursor.setPosition(PagePlace(Value, from));
-        cursor.setPosition(PagePlace(Value, from + count), QTextCursor::KeepAnchor);
-        Page.setTextCursor(cursor);
+    if (Lines_) {
+        QTextCursor cursor = Page_.textCursor();
+        cursor.setPosition(PagePlace(Value_, from));
+        cursor.setPosition(PagePlace(Value_, from + count), QTextCursor::KeepAnchor);
+        Page_.setTextCursor(cursor);
     } else {
-        Line.setSelection(from, count);
+        Line_.setSelection(from, count);
         if (count == 0)
-            Line.setCursorPosition(from);
+            Line_.setCursorPosition(from);
     }
 }
 
 std::int32_t QtTextBox::Caret() const {
-    if (Lines)
-        return std::min(TextPlace(PlainText(Page), Page.textCursor().selectionStart()),
-                        static_cast<std::int32_t>(Value.size()));
-    return Line.hasSelectedText() ? Line.selectionStart() : Line.cursorPosition();
+    if (Lines_)
+        return std::min(TextPlace(PlainText(Page_), Page_.textCursor().selectionStart()),
+                        static_cast<std::int32_t>(Value_.size()));
+    return Line_.hasSelectedText() ? Line_.selectionStart() : Line_.cursorPosition();
 }
 
 void QtTextBox::EnterCharacter(TextView character) {
     if (character.empty())
         return;
-    if (Lines && character[0] == Backspace)
-        Page.textCursor().deletePreviousChar();
+    if (Lines_ && character[0] == Backspace)
+        Page_.textCursor().deletePreviousChar();
     else if (character[0] == Backspace)
-        Line.backspace();
-    else if (Lines && (character[0] == u'\r' || character[0] == u'\n'))
-        Page.insertPlainText(QStringLiteral("\n"));
-    else if (character[0] >= u' ' && Lines)
-        Page.insertPlainText(ToQt(character));
+        Line_.backspace();
+    else if (Lines_ && (character[0] == u'\r' || character[0] == u'\n'))
+        Page_.insertPlainText(QStringLiteral("\n"));
+    else if (character[0] >= u' ' && Lines_)
+        Page_.insertPlainText(ToQt(character));
     else if (character[0] >= u' ')
-        Line.insert(ToQt(character));
+        Line_.insert(ToQt(character));
 }
 
 void QtTextBox::ReplaceText(const Text& text) {
-    if (!Lines)
-        return ReplaceIn(Line, OneLineOf(text));
-    Page.selectAll();
-    Page.insertPlainText(PageText(text));
+    if (!Lines_)
+        return ReplaceIn(Line_, OneLineOf(text));
+    Page_.selectAll();
+    Page_.insertPlainText(PageText(text));
 }
 
 // --- combo -----------------------------------------------------------------------------------------------------------
 
 QtComboBox::QtComboBox(QWidget& form, Focus& focus, NativeFocus& native, const char* name)
-    : NativeFontControl(focus, native, name), Combo(*new class Combo(&form)) {
-    Combo.setObjectName(QString::fromLatin1(name));
-    Combo.setEditable(true);
-    Combo.setInsertPolicy(QComboBox::NoInsert);
-    Combo.lineEdit()->setMaxLength(std::numeric_limits<int>::max());
-    Combo.setCompleter(nullptr); // what is typed is what is meant
-    Combo.hide();
-    native.Add(*this, Combo);
-    native.Add(*this, *Combo.lineEdit());
-    QObject::connect(Combo.lineEdit(), &QLineEdit::textEdited,
-                     [this](const QString& text) { KeepToOneLine(*Combo.lineEdit(), text, 0); });
+    : NativeFontControl(focus, native, name), Combo_(*new class Combo(&form)) {
+    Combo_.setObjectName(QString::fromLatin1(name));
+    Combo_.setEditable(true);
+    Combo_.setInsertPolicy(QComboBox::NoInsert);
+    Combo_.lineEdit()->setMaxLength(std::numeric_limits<int>::max());
+    Combo_.setCompleter(nullptr); // what is typed is what is meant
+    Combo_.hide();
+    native.Add(*this, Combo_);
+    native.Add(*this, *Combo_.lineEdit());
+    QObject::connect(Combo_.lineEdit(), &QLineEdit::textEdited,
+                     [this](const QString& text) { KeepToOneLine(*Combo_.lineEdit(), text, 0); });
 }
 
 /// The application gives it no height: it has the height that its text needs.
@@ -283,44 +283,44 @@ void QtComboBox::Show() {
     NativeFontControl::Show();
     QRect place = RectOf(Bounds());
     if (place.height() == 0)
-        place.setHeight(Combo.sizeHint().height());
-    Combo.setGeometry(place);
+        place.setHeight(Combo_.sizeHint().height());
+    Combo_.setGeometry(place);
 }
 
 void QtComboBox::TakeName(const QString& name) {
-    Combo.setAccessibleName(name);
-    Combo.lineEdit()->setAccessibleName(name);
+    Combo_.setAccessibleName(name);
+    Combo_.lineEdit()->setAccessibleName(name);
 }
 
 void QtComboBox::TakeFont(const QFont& font) {
-    Combo.setFont(font);
-    Combo.lineEdit()->setFont(font);
+    Combo_.setFont(font);
+    Combo_.lineEdit()->setFont(font);
 }
 
 void QtComboBox::Select(std::int32_t position, std::int32_t length) {
-    Combo.lineEdit()->setSelection(position, length);
+    Combo_.lineEdit()->setSelection(position, length);
     if (length == 0)
-        Combo.lineEdit()->setCursorPosition(position);
+        Combo_.lineEdit()->setCursorPosition(position);
 }
 
 std::int32_t QtComboBox::Caret() const {
-    const QLineEdit& line = *Combo.lineEdit();
+    const QLineEdit& line = *Combo_.lineEdit();
     return line.hasSelectedText() ? line.selectionStart() : line.cursorPosition();
 }
 
 /// The first item that comes into an empty list would become the text.
 void QtComboBox::AddItem(const Text& item) {
-    const QString text = Combo.currentText();
-    Combo.addItem(ToQt(item));
-    Combo.setCurrentIndex(-1);
-    Combo.setEditText(text);
+    const QString text = Combo_.currentText();
+    Combo_.addItem(ToQt(item));
+    Combo_.setCurrentIndex(-1);
+    Combo_.setEditText(text);
 }
 
 std::vector<Text> QtComboBox::Items() const {
     std::vector<Text> items;
-    items.reserve(static_cast<std::size_t>(Combo.count()));
-    for (int index = 0; index < Combo.count(); ++index)
-        items.push_back(FromQt(Combo.itemText(index)));
+    items.reserve(static_cast<std::size_t>(Combo_.count()));
+    for (int index = 0; index < Combo_.count(); ++index)
+        items.push_back(FromQt(Combo_.itemText(index)));
     return items;
 }
 
@@ -328,33 +328,33 @@ void QtComboBox::EnterCharacter(TextView character) {
     if (character.empty())
         return;
     if (character[0] == Backspace)
-        Combo.lineEdit()->backspace();
+        Combo_.lineEdit()->backspace();
     else if (character[0] >= u' ')
-        Combo.lineEdit()->insert(ToQt(character));
+        Combo_.lineEdit()->insert(ToQt(character));
 }
 
 void QtComboBox::ReplaceText(const Text& text) {
-    ReplaceIn(*Combo.lineEdit(), OneLineOf(text));
+    ReplaceIn(*Combo_.lineEdit(), OneLineOf(text));
 }
 
 // --- date ------------------------------------------------------------------------------------------------------------
 
 QtDatePicker::QtDatePicker(QWidget& form, Focus& focus, NativeFocus& native, const char* name)
-    : NativeControl(focus, native, name), Month(*new QCalendarWidget(&form)) {
-    Month.setObjectName(QString::fromLatin1(name));
-    Month.setMinimumDate(QDate(1, 1, 1));
-    Month.setMaximumDate(QDate(9999, 12, 31));
-    Month.setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
-    Month.setGridVisible(true);
-    Month.setDateEditEnabled(false); // digits would open a field of its own over the calendar
-    Month.hide();
-    native.Add(*this, Month);
-    QObject::connect(&Month, &QCalendarWidget::selectionChanged, [this] {
-        const QDate date = Month.selectedDate();
-        Chosen = {date.year(), date.month(), date.day()};
+    : NativeControl(focus, native, name), Month_(*new QCalendarWidget(&form)) {
+    Month_.setObjectName(QString::fromLatin1(name));
+    Month_.setMinimumDate(QDate(1, 1, 1));
+    Month_.setMaximumDate(QDate(9999, 12, 31));
+    Month_.setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
+    Month_.setGridVisible(true);
+    Month_.setDateEditEnabled(false); // digits would open a field of its own over the calendar
+    Month_.hide();
+    native.Add(*this, Month_);
+    QObject::connect(&Month_, &QCalendarWidget::selectionChanged, [this] {
+        const QDate date = Month_.selectedDate();
+        Chosen_ = {date.year(), date.month(), date.day()};
     });
-    QObject::connect(&Month, &QCalendarWidget::clicked, [this](QDate date) {
-        Chosen = {date.year(), date.month(), date.day()};
+    QObject::connect(&Month_, &QCalendarWidget::clicked, [this](QDate date) {
+        Chosen_ = {date.year(), date.month(), date.day()};
         if (Visible() && Closed)
             Closed();
     });
@@ -365,57 +365,57 @@ void QtDatePicker::Show() {
     const Box place = Bounds();
     constexpr float Roomy = 280;
     const bool small = place.Width < Roomy;
-    Month.setHorizontalHeaderFormat(small ? QCalendarWidget::SingleLetterDayNames : QCalendarWidget::ShortDayNames);
-    QFont font = Month.window()->font();
+    Month_.setHorizontalHeaderFormat(small ? QCalendarWidget::SingleLetterDayNames : QCalendarWidget::ShortDayNames);
+    QFont font = Month_.window()->font();
     constexpr float RowsOfCalendar = 9; // six weeks, the names, and the head, which is higher
     font.setPixelSize(std::clamp(static_cast<int>(place.Height / RowsOfCalendar * 0.7F), 7, small ? 11 : 18));
-    Month.setFont(font);
-    for (QWidget* child : Month.findChildren<QWidget*>())
+    Month_.setFont(font);
+    for (QWidget* child : Month_.findChildren<QWidget*>())
         child->setFont(font);
-    if (auto* const days = Month.findChild<QTableView*>())
+    if (auto* const days = Month_.findChild<QTableView*>())
         days->horizontalHeader()->setMinimumSectionSize(1); // seven days, however narrow the screen is
     NativeControl::Show();
 }
 
 /// The days are what has the focus.
 void QtDatePicker::TakeName(const QString& name) {
-    Month.setAccessibleName(name);
-    if (QWidget* const days = Month.focusProxy())
+    Month_.setAccessibleName(name);
+    if (QWidget* const days = Month_.focusProxy())
         days->setAccessibleName(name);
 }
 
 void QtDatePicker::SetDate(const CalendarDate& date) {
-    Month.setSelectedDate(QDate(date.Year, date.Month, date.Day));
-    Chosen = date;
+    Month_.setSelectedDate(QDate(date.Year, date.Month, date.Day));
+    Chosen_ = date;
 }
 
 // --- list ------------------------------------------------------------------------------------------------------------
 
 QtListBox::QtListBox(QWidget& form, Focus& focus, NativeFocus& native, const char* name)
-    : NativeControl(focus, native, name), List(*new QListWidget(&form)) {
-    List.setObjectName(QString::fromLatin1(name));
-    List.hide();
-    native.Add(*this, List);
-    QObject::connect(&List, &QListWidget::itemClicked, [this] {
+    : NativeControl(focus, native, name), List_(*new QListWidget(&form)) {
+    List_.setObjectName(QString::fromLatin1(name));
+    List_.hide();
+    native.Add(*this, List_);
+    QObject::connect(&List_, &QListWidget::itemClicked, [this] {
         if (Click)
             Click();
     });
 }
 
 Text QtListBox::ItemText(std::int32_t index) const {
-    const QListWidgetItem* const item = List.item(index);
+    const QListWidgetItem* const item = List_.item(index);
     return item != nullptr ? FromQt(item->text()) : Text();
 }
 
 // --- label -----------------------------------------------------------------------------------------------------------
 
 QtLabel::QtLabel(QWidget& form, Focus& focus, NativeFocus& native, const char* name)
-    : NativeFontControl(focus, native, name), Strip(*new QLabel(&form)) {
-    Strip.setObjectName(QString::fromLatin1(name));
-    Strip.setWordWrap(true);
-    Strip.setTextFormat(Qt::PlainText);
-    Strip.setAutoFillBackground(true);
-    Strip.hide();
+    : NativeFontControl(focus, native, name), Strip_(*new QLabel(&form)) {
+    Strip_.setObjectName(QString::fromLatin1(name));
+    Strip_.setWordWrap(true);
+    Strip_.setTextFormat(Qt::PlainText);
+    Strip_.setAutoFillBackground(true);
+    Strip_.hide();
 }
 
 void QtLabel::SetVisible(bool visible) {
@@ -428,25 +428,25 @@ void QtLabel::SetVisible(bool visible) {
 }
 
 void QtLabel::SetCaption(const Text& caption) {
-    Value = caption;
-    Strip.setText(ToQt(caption));
-    Strip.setAccessibleName(ToQt(caption));
+    Value_ = caption;
+    Strip_.setText(ToQt(caption));
+    Strip_.setAccessibleName(ToQt(caption));
 }
 
 void QtLabel::SetBackColor(std::int32_t colour) {
-    QPalette palette = Strip.palette();
+    QPalette palette = Strip_.palette();
     palette.setColor(QPalette::Window, ColourOf(colour));
-    Strip.setPalette(palette);
+    Strip_.setPalette(palette);
 }
 
 void QtLabel::SetForeColor(std::int32_t colour) {
-    QPalette palette = Strip.palette();
+    QPalette palette = Strip_.palette();
     palette.setColor(QPalette::WindowText, ColourOf(colour));
-    Strip.setPalette(palette);
+    Strip_.setPalette(palette);
 }
 
 void QtLabel::Refresh() {
-    Strip.repaint();
+    Strip_.repaint();
     if (Visible() && Painted)
         Painted();
 }

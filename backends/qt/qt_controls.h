@@ -24,32 +24,30 @@ namespace backends::qt {
 template <class Interface>
 class NativeControl : public Interface, public FocusTarget {
 public:
-    NativeControl(Focus& focus, NativeFocus& native, const char* name) : FocusOfForm(focus), Native(native) {
-        Name = name;
-    }
+    NativeControl(Focus& focus, NativeFocus& native, const char* name) : Focus_(focus), Native_(native) { Name = name; }
 
-    Box Bounds() const override { return Place; }
+    Box Bounds() const override { return Bounds_; }
     void SetBounds(const Box& box) override {
-        Place = box;
+        Bounds_ = box;
         Show();
     }
-    bool Visible() const override { return Shown; }
+    bool Visible() const override { return Visible_; }
     void SetVisible(bool visible) override {
-        Shown = visible;
+        Visible_ = visible;
         if (!visible)
-            FocusOfForm.TakeFrom(*this);
+            Focus_.TakeFrom(*this);
         if (visible && NameForPeople)
             TakeName(ToQt(NameForPeople()));
         Show();
     }
-    bool Enabled() const override { return Usable; }
+    bool Enabled() const override { return Enabled_; }
     void SetEnabled(bool enabled) override {
-        Usable = enabled;
+        Enabled_ = enabled;
         Show();
     }
     void SetFocus() override {
-        if (Shown && Usable)
-            FocusOfForm.MoveTo(*this);
+        if (Visible_ && Enabled_)
+            Focus_.MoveTo(*this);
     }
 
     std::function<Text()> NameForPeople; ///< what a screen reader calls it, from when it comes on show
@@ -60,47 +58,47 @@ protected:
 
     /// Puts the widget as the control is.
     virtual void Show() {
-        const NativeFocus::Quiet quiet(Native);
-        Widget().setGeometry(RectOf(Place));
-        Widget().setEnabled(Usable);
-        Widget().setVisible(Shown);
-        if (Shown)
+        const NativeFocus::Quiet quiet(Native_);
+        Widget().setGeometry(RectOf(Bounds_));
+        Widget().setEnabled(Enabled_);
+        Widget().setVisible(Visible_);
+        if (Visible_)
             Widget().raise();
     }
 
     virtual void TakeName(const QString& name) { Widget().setAccessibleName(name); }
 
-    NativeFocus& FocusOfQt() { return Native; }
+    NativeFocus& FocusOfQt() { return Native_; }
 
 private:
-    Focus& FocusOfForm;
-    NativeFocus& Native;
-    Box Place;
-    bool Shown = false;
-    bool Usable = true;
+    Focus& Focus_;
+    NativeFocus& Native_;
+    Box Bounds_;
+    bool Visible_ = false;
+    bool Enabled_ = true;
 };
 
 template <class Interface>
 class NativeFontControl : public NativeControl<Interface> {
 public:
     using NativeControl<Interface>::NativeControl;
-    Text FontName() const override { return Font; }
+    Text FontName() const override { return Font_; }
     void SetFontName(const Text& name) override {
-        Font = name;
-        TakeFont(FontOf(Font, Size));
+        Font_ = name;
+        TakeFont(FontOf(Font_, Size_));
     }
-    std::int32_t FontSize() const override { return Size; }
+    std::int32_t FontSize() const override { return Size_; }
     void SetFontSize(std::int32_t size) override {
-        Size = size;
-        TakeFont(FontOf(Font, Size));
+        Size_ = size;
+        TakeFont(FontOf(Font_, Size_));
     }
 
 protected:
     virtual void TakeFont(const QFont& font) { this->Widget().setFont(font); }
 
 private:
-    Text Font;
-    std::int32_t Size = 0;
+    Text Font_;
+    std::int32_t Size_ = 0;
 };
 
 /// Keeps what an input method has composed and not committed yet.
@@ -122,9 +120,9 @@ class QtTextBox final : public NativeFontControl<EditBox> {
 public:
     QtTextBox(QWidget& form, Focus& focus, NativeFocus& native, const char* name);
 
-    Text Contents() const override { return Value; }
+    Text Contents() const override { return Value_; }
     void SetContents(const Text& text) override;
-    bool MultiLine() const override { return Lines; }
+    bool MultiLine() const override { return Lines_; }
     void SetMultiLine(bool multiLine) override;
     void Commit() override;
     void Select(std::int32_t position, std::int32_t length) override;
@@ -145,27 +143,27 @@ private:
     void Fill();
     void Edited();
 
-    Composing<QLineEdit>& Line;
-    Composing<QPlainTextEdit>& Page;
-    Text Value; ///< as it was set, until a person edits it
-    bool Lines = false;
-    bool Filling = false;
+    Composing<QLineEdit>& Line_;
+    Composing<QPlainTextEdit>& Page_;
+    Text Value_; ///< as it was set, until a person edits it
+    bool Lines_ = false;
+    bool Filling_ = false;
 };
 
 class QtComboBox final : public NativeFontControl<EditCombo> {
 public:
     QtComboBox(QWidget& form, Focus& focus, NativeFocus& native, const char* name);
 
-    Text Contents() const override { return FromQt(Combo.currentText()); }
-    void SetContents(const Text& text) override { Combo.setEditText(ToQt(text)); }
+    Text Contents() const override { return FromQt(Combo_.currentText()); }
+    void SetContents(const Text& text) override { Combo_.setEditText(ToQt(text)); }
     void Select(std::int32_t position, std::int32_t length) override;
     std::int32_t Caret() const override;
     void Clear() override {
-        Combo.clear();
-        Combo.clearEditText();
+        Combo_.clear();
+        Combo_.clearEditText();
     }
     void AddItem(const Text& item) override;
-    std::int32_t ItemCount() const override { return Combo.count(); }
+    std::int32_t ItemCount() const override { return Combo_.count(); }
     std::vector<Text> Items() const override;
 
     bool TakesText() const override { return true; }
@@ -173,13 +171,13 @@ public:
     void ReplaceText(const Text& text) override;
 
 protected:
-    QWidget& Widget() override { return Combo; }
+    QWidget& Widget() override { return Combo_; }
     void TakeName(const QString& name) override;
     void Show() override;
     void TakeFont(const QFont& font) override;
 
 private:
-    QComboBox& Combo;
+    QComboBox& Combo_;
 };
 
 /// A calendar. A date that is clicked is chosen; the keys move the mark, and Enter chooses.
@@ -187,43 +185,43 @@ class QtDatePicker final : public NativeControl<DatePicker> {
 public:
     QtDatePicker(QWidget& form, Focus& focus, NativeFocus& native, const char* name);
 
-    CalendarDate Date() const override { return Chosen; }
+    CalendarDate Date() const override { return Chosen_; }
     void SetDate(const CalendarDate& date) override;
-    QCalendarWidget& Calendar() { return Month; }
+    QCalendarWidget& Calendar() { return Month_; }
 
     std::function<void()> Closed;
 
 protected:
-    QWidget& Widget() override { return Month; }
+    QWidget& Widget() override { return Month_; }
     void TakeName(const QString& name) override;
     void Show() override;
 
 private:
-    QCalendarWidget& Month;
-    CalendarDate Chosen;
+    QCalendarWidget& Month_;
+    CalendarDate Chosen_;
 };
 
 class QtListBox final : public NativeControl<ListBox> {
 public:
     QtListBox(QWidget& form, Focus& focus, NativeFocus& native, const char* name);
 
-    void Clear() override { List.clear(); }
-    void AddItem(const Text& item) override { List.addItem(ToQt(item)); }
-    std::int32_t ItemCount() const override { return List.count(); }
-    std::int32_t ListIndex() const override { return List.currentRow(); }
-    void SetListIndex(std::int32_t index) override { List.setCurrentRow(index); }
+    void Clear() override { List_.clear(); }
+    void AddItem(const Text& item) override { List_.addItem(ToQt(item)); }
+    std::int32_t ItemCount() const override { return List_.count(); }
+    std::int32_t ListIndex() const override { return List_.currentRow(); }
+    void SetListIndex(std::int32_t index) override { List_.setCurrentRow(index); }
     Text ItemText(std::int32_t index) const override;
-    Text Tag() const override { return Note; }
-    void SetTag(const Text& tag) override { Note = tag; }
+    Text Tag() const override { return Tag_; }
+    void SetTag(const Text& tag) override { Tag_ = tag; }
 
     std::function<void()> Click;
 
 protected:
-    QWidget& Widget() override { return List; }
+    QWidget& Widget() override { return List_; }
 
 private:
-    QListWidget& List;
-    Text Note;
+    QListWidget& List_;
+    Text Tag_;
 };
 
 class QtLabel final : public NativeFontControl<Label> {
@@ -231,7 +229,7 @@ public:
     QtLabel(QWidget& form, Focus& focus, NativeFocus& native, const char* name);
 
     void SetVisible(bool visible) override;
-    Text Caption() const override { return Value; }
+    Text Caption() const override { return Value_; }
     void SetCaption(const Text& caption) override;
     void SetBackColor(std::int32_t colour) override;
     void SetForeColor(std::int32_t colour) override;
@@ -242,11 +240,11 @@ public:
     std::function<void()> Hidden;
 
 protected:
-    QWidget& Widget() override { return Strip; }
+    QWidget& Widget() override { return Strip_; }
 
 private:
-    QLabel& Strip;
-    Text Value;
+    QLabel& Strip_;
+    Text Value_;
 };
 
 } // namespace backends::qt

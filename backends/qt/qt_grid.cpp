@@ -58,71 +58,71 @@ void PaintText(QPainter& painter, const PaintedText& text, const QRect& visible)
 
 } // namespace
 
-GridWidget::GridWidget(QWidget& form, QtGrid& grid) : QWidget(&form), Of(grid), Bar(*new QScrollBar(this)) {
+GridWidget::GridWidget(QWidget& form, QtGrid& grid) : QWidget(&form), Grid_(grid), Bar_(*new QScrollBar(this)) {
     setAutoFillBackground(false);
     setAttribute(Qt::WA_OpaquePaintEvent);
     setFocusPolicy(Qt::StrongFocus);
-    Bar.hide();
-    Bar.setFocusPolicy(Qt::NoFocus);
-    QObject::connect(&Bar, &QScrollBar::valueChanged, [this](int value) {
-        if (!Following)
+    Bar_.hide();
+    Bar_.setFocusPolicy(Qt::NoFocus);
+    QObject::connect(&Bar_, &QScrollBar::valueChanged, [this](int value) {
+        if (!Following_)
             TurnTo(value);
     });
 }
 
 void GridWidget::Follow() {
-    setGeometry(RectOf(Of.Bounds()));
+    setGeometry(RectOf(Grid_.Bounds()));
     FollowScrollBar();
     update();
 }
 
 void GridWidget::FollowScrollBar() {
-    const std::int32_t last = Of.LastTop();
-    const bool wanted = Of.BarWidth > 0 && (last > 0 || Of.TopRow() > 0);
-    Following = true;
-    Bar.setRange(0, std::max(last, Of.TopRow()));
-    Bar.setPageStep(std::max(1, Of.Rows() - last));
-    Bar.setValue(Of.TopRow());
-    Bar.setGeometry(width() - Of.BarWidth, 0, Of.BarWidth, height());
-    Bar.setVisible(wanted);
-    Following = false;
+    const std::int32_t last = Grid_.LastTop();
+    const bool wanted = Grid_.BarWidth > 0 && (last > 0 || Grid_.TopRow() > 0);
+    Following_ = true;
+    Bar_.setRange(0, std::max(last, Grid_.TopRow()));
+    Bar_.setPageStep(std::max(1, Grid_.Rows() - last));
+    Bar_.setValue(Grid_.TopRow());
+    Bar_.setGeometry(width() - Grid_.BarWidth, 0, Grid_.BarWidth, height());
+    Bar_.setVisible(wanted);
+    Following_ = false;
 }
 
 QRect GridWidget::CellRect(std::int32_t row, std::int32_t col) const {
-    if (!Of.Offers(row, col) || row < Of.TopRow())
+    if (!Grid_.Offers(row, col) || row < Grid_.TopRow())
         return {};
     int x = 0;
     for (std::int32_t c = 0; c < col; ++c)
-        x += Of.ColWidth(c);
+        x += Grid_.ColWidth(c);
     int y = 0;
-    for (std::int32_t r = Of.TopRow(); r < row && y < height(); ++r)
-        y += Of.RowHeight(r);
-    return {x, y, Of.ColWidth(col), Of.RowHeight(row)};
+    for (std::int32_t r = Grid_.TopRow(); r < row && y < height(); ++r)
+        y += Grid_.RowHeight(r);
+    return {x, y, Grid_.ColWidth(col), Grid_.RowHeight(row)};
 }
 
 void GridWidget::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.fillRect(rect(), Qt::white);
-    painter.setFont(FontOf(Of.FontName(), Of.FontSize()));
+    painter.setFont(FontOf(Grid_.FontName(), Grid_.FontSize()));
     int y = 0;
-    for (std::int32_t row = Of.TopRow(); row < Of.Rows() && y < height(); ++row) {
+    for (std::int32_t row = Grid_.TopRow(); row < Grid_.Rows() && y < height(); ++row) {
         int x = 0;
-        for (std::int32_t col = 0; col < Of.Cols() && Of.RowHeight(row) > 0; ++col) {
-            PaintCell(painter, row, col, {x, y, Of.ColWidth(col), Of.RowHeight(row)});
-            x += Of.ColWidth(col);
+        for (std::int32_t col = 0; col < Grid_.Cols() && Grid_.RowHeight(row) > 0; ++col) {
+            PaintCell(painter, row, col, {x, y, Grid_.ColWidth(col), Grid_.RowHeight(row)});
+            x += Grid_.ColWidth(col);
         }
-        y += Of.RowHeight(row);
+        y += Grid_.RowHeight(row);
     }
 }
 
 void GridWidget::PaintCell(QPainter& painter, std::int32_t row, std::int32_t col, const QRect& rect) const {
-    const CellPicture* const picture = Of.Picture(row, col);
+    const CellPicture* const picture = Grid_.Picture(row, col);
     if (picture == nullptr)
         return;
     painter.save();
     painter.setClipRect(rect);
     painter.fillRect(rect, ColourOf(picture->Background));
-    if (Of.Style() == GridStyle::Table) {
+    if (Grid_.Style() == GridStyle::Table) {
         painter.setPen(QColor(LineColour));
         painter.drawLine(rect.bottomLeft(), rect.bottomRight());
         painter.drawLine(rect.topRight(), rect.bottomRight());
@@ -139,7 +139,7 @@ void GridWidget::PaintCell(QPainter& painter, std::int32_t row, std::int32_t col
 // --- the pointer -----------------------------------------------------------------------------------------------------
 
 void GridWidget::PointerDown(std::int32_t row, std::int32_t col) {
-    Of.BringOnPage(row);
+    Grid_.BringOnPage(row);
     const QPoint place = CellRect(row, col).intersected(rect()).center();
     QMouseEvent event(QEvent::MouseButtonPress, place, mapToGlobal(place), Qt::LeftButton, Qt::LeftButton,
                       Qt::NoModifier);
@@ -153,16 +153,16 @@ void GridWidget::PointerUp() {
 }
 
 void GridWidget::mousePressEvent(QMouseEvent* event) {
-    if (event->button() != Qt::LeftButton || !Of.Enabled())
+    if (event->button() != Qt::LeftButton || !Grid_.Enabled())
         return;
     if (!IsFinger(*event))
         return Press(event->pos());
-    Finger = event->pos();
-    Of.HandIsDown = true;
-    FingerTaps = !Of.ScreenAge || Of.ScreenAge() >= NewScreen;
-    FingerTop = Of.TopRow();
-    Dragging = false;
-    Rest = startTimer(FingerRest);
+    Finger_ = event->pos();
+    Grid_.HandIsDown = true;
+    FingerTaps_ = !Grid_.ScreenAge || Grid_.ScreenAge() >= NewScreen;
+    FingerTop_ = Grid_.TopRow();
+    Dragging_ = false;
+    Rest_ = startTimer(FingerRest);
 }
 
 /// Two quick taps on two rows are two taps. A double click is one: the second half of it would act on what the first
@@ -174,99 +174,99 @@ void GridWidget::mouseDoubleClickEvent(QMouseEvent* event) {
 
 bool GridWidget::IsSecondOfOne(QPoint place) const {
     const int interval = QApplication::doubleClickInterval();
-    const bool isNewScreen = Of.ScreenAge && Of.ScreenAge() < interval;
-    return isNewScreen || (LastPress.isValid() && LastPress.elapsed() < interval && LastCell.contains(place));
+    const bool isNewScreen = Grid_.ScreenAge && Grid_.ScreenAge() < interval;
+    return isNewScreen || (LastPress_.isValid() && LastPress_.elapsed() < interval && LastCell_.contains(place));
 }
 
 void GridWidget::SetPressed(bool pressed) {
-    IsPressed = pressed;
-    Of.HandIsDown = pressed;
+    IsPressed_ = pressed;
+    Grid_.HandIsDown = pressed;
 }
 
 /// A field that is open over a cell closes: the cell moves away under it.
 void GridWidget::TurnTo(std::int32_t top) {
-    const std::int32_t before = Of.TopRow();
-    Of.SetTopRow(top);
-    if (Of.TopRow() != before && !Of.PressesNothing)
-        Of.SetFocus();
+    const std::int32_t before = Grid_.TopRow();
+    Grid_.SetTopRow(top);
+    if (Grid_.TopRow() != before && !Grid_.PressesNothing)
+        Grid_.SetFocus();
 }
 
 bool GridWidget::Withdraw() {
-    const bool was = IsPressed;
+    const bool was = IsPressed_;
     SetPressed(false);
-    Finger.reset();
-    Dragging = false;
+    Finger_.reset();
+    Dragging_ = false;
     return was;
 }
 
 /// A finger that was waited for may find the grid off or gone.
 void GridWidget::Press(QPoint place) {
-    if (!Of.Enabled() || !Of.Visible())
+    if (!Grid_.Enabled() || !Grid_.Visible())
         return;
-    if (Of.PressesNothing) {
-        Of.SetFocus();
-        if (Of.Pressed)
-            Of.Pressed();
+    if (Grid_.PressesNothing) {
+        Grid_.SetFocus();
+        if (Grid_.Pressed)
+            Grid_.Pressed();
         return;
     }
-    const auto cell = Of.CellAt(place.x(), place.y());
-    Of.SetFocus();
+    const auto cell = Grid_.CellAt(place.x(), place.y());
+    Grid_.SetFocus();
     if (!cell)
         return;
-    LastCell = CellRect(cell->Row, cell->Col);
-    LastPress.start();
-    Of.SetCurrentCell(cell->Row, cell->Col);
+    LastCell_ = CellRect(cell->Row, cell->Col);
+    LastPress_.start();
+    Grid_.SetCurrentCell(cell->Row, cell->Col);
     SetPressed(true);
-    if (Of.Pressed)
-        Of.Pressed();
+    if (Grid_.Pressed)
+        Grid_.Pressed();
 }
 
 void GridWidget::timerEvent(QTimerEvent*) {
-    killTimer(Rest);
-    Rest = 0;
-    if (Finger && !Dragging) {
-        const QPoint place = *Finger;
-        Finger.reset();
-        Of.HandIsDown = false;
-        if (FingerTaps)
+    killTimer(Rest_);
+    Rest_ = 0;
+    if (Finger_ && !Dragging_) {
+        const QPoint place = *Finger_;
+        Finger_.reset();
+        Grid_.HandIsDown = false;
+        if (FingerTaps_)
             Press(place);
     }
 }
 
 void GridWidget::mouseMoveEvent(QMouseEvent* event) {
-    if (!Finger)
+    if (!Finger_)
         return;
-    const int moved = event->pos().y() - Finger->y();
-    if (!Dragging && std::abs(moved) < QGuiApplication::styleHints()->startDragDistance())
+    const int moved = event->pos().y() - Finger_->y();
+    if (!Dragging_ && std::abs(moved) < QGuiApplication::styleHints()->startDragDistance())
         return;
-    Dragging = true;
-    const int height = std::max(Of.RowHeight(Of.TopRow()), 1);
-    TurnTo(Of.ScrolledTop(FingerTop, -moved / height));
+    Dragging_ = true;
+    const int height = std::max(Grid_.RowHeight(Grid_.TopRow()), 1);
+    TurnTo(Grid_.ScrolledTop(FingerTop_, -moved / height));
 }
 
 void GridWidget::mouseReleaseEvent(QMouseEvent* event) {
     if (event->button() != Qt::LeftButton)
         return;
-    if (Rest != 0)
-        killTimer(Rest);
-    Rest = 0;
-    if (Finger && !Dragging && FingerTaps)
-        Press(*Finger);
-    Finger.reset();
-    Dragging = false;
-    const bool pressed = IsPressed || Of.PressesNothing;
+    if (Rest_ != 0)
+        killTimer(Rest_);
+    Rest_ = 0;
+    if (Finger_ && !Dragging_ && FingerTaps_)
+        Press(*Finger_);
+    Finger_.reset();
+    Dragging_ = false;
+    const bool pressed = IsPressed_ || Grid_.PressesNothing;
     SetPressed(false);
-    if (pressed && Of.Released)
-        Of.Released();
+    if (pressed && Grid_.Released)
+        Grid_.Released();
 }
 
 void GridWidget::wheelEvent(QWheelEvent* event) {
-    if (!Of.Enabled())
+    if (!Grid_.Enabled())
         return;
-    WheelLeft += event->angleDelta().y();
-    const int steps = WheelLeft / WheelStep;
-    WheelLeft -= steps * WheelStep;
-    TurnTo(Of.ScrolledTop(Of.TopRow(), -steps * RowsOfAWheelStep));
+    WheelLeft_ += event->angleDelta().y();
+    const int steps = WheelLeft_ / WheelStep;
+    WheelLeft_ -= steps * WheelStep;
+    TurnTo(Grid_.ScrolledTop(Grid_.TopRow(), -steps * RowsOfAWheelStep));
     event->accept();
 }
 
@@ -274,13 +274,13 @@ void GridWidget::wheelEvent(QWheelEvent* event) {
 void GridWidget::keyPressEvent(QKeyEvent* event) {
     switch (event->key()) {
     case Qt::Key_Up:
-        return Of.TakeKey(CodeOf(Key::Up));
+        return Grid_.TakeKey(CodeOf(Key::Up));
     case Qt::Key_Down:
-        return Of.TakeKey(CodeOf(Key::Down));
+        return Grid_.TakeKey(CodeOf(Key::Down));
     case Qt::Key_Left:
-        return Of.TakeKey(CodeOf(Key::Left));
+        return Grid_.TakeKey(CodeOf(Key::Left));
     case Qt::Key_Right:
-        return Of.TakeKey(CodeOf(Key::Right));
+        return Grid_.TakeKey(CodeOf(Key::Right));
     default:
         QWidget::keyPressEvent(event);
     }
@@ -289,10 +289,10 @@ void GridWidget::keyPressEvent(QKeyEvent* event) {
 // --- the grid --------------------------------------------------------------------------------------------------------
 
 QtGrid::QtGrid(QWidget& form, Focus& focus, NativeFocus& native, const char* name)
-    : FocusOfForm(focus), Native(native), Shown(*new GridWidget(form, *this)) {
+    : Focus_(focus), Native_(native), Widget_(*new GridWidget(form, *this)) {
     Name = name;
-    Shown.setObjectName(QString::fromLatin1(name));
-    native.Add(*this, Shown);
+    Widget_.setObjectName(QString::fromLatin1(name));
+    native.Add(*this, Widget_);
 }
 
 void QtGrid::SetCell(std::int32_t row, std::int32_t col, const Text& text) {
@@ -303,26 +303,26 @@ void QtGrid::SetCell(std::int32_t row, std::int32_t col, const Text& text) {
 
 void QtGrid::SetBounds(const Box& box) {
     DrawnGrid::SetBounds(box);
-    Shown.Follow();
+    Widget_.Follow();
 }
 
 void QtGrid::SetVisible(bool visible) {
     DrawnGrid::SetVisible(visible);
     if (!visible)
-        FocusOfForm.TakeFrom(*this);
-    const NativeFocus::Quiet quiet(Native);
-    Shown.setVisible(Visible());
+        Focus_.TakeFrom(*this);
+    const NativeFocus::Quiet quiet(Native_);
+    Widget_.setVisible(Visible());
 }
 
 /// The widget itself stays enabled: Qt would take its focus away, and grey what the application has drawn.
 void QtGrid::SetEnabled(bool enabled) {
     DrawnGrid::SetEnabled(enabled);
-    Shown.setFocusPolicy(enabled && !PressesNothing ? Qt::StrongFocus : Qt::NoFocus);
+    Widget_.setFocusPolicy(enabled && !PressesNothing ? Qt::StrongFocus : Qt::NoFocus);
 }
 
 void QtGrid::SetFocus() {
     if (Visible() && Enabled())
-        FocusOfForm.MoveTo(*this);
+        Focus_.MoveTo(*this);
 }
 
 void QtGrid::ActOnKey(std::int32_t keyCode) {
@@ -337,7 +337,7 @@ bool QtGrid::RaiseWhatIsPending() {
 }
 
 void QtGrid::Repainted() {
-    Shown.Follow();
+    Widget_.Follow();
     if (Follower != nullptr)
         Follower->WantPainting();
 }

@@ -28,7 +28,7 @@ public:
     void Follow();
     /// Returns the rectangle of a cell, in pixels of the widget.
     QRect CellRect(std::int32_t row, std::int32_t col) const;
-    QtGrid& Grid() const { return Of; }
+    QtGrid& Grid() const { return Grid_; }
     /// As a pointer does it: down on a cell, which is brought on the page for that, and up again.
     void PointerDown(std::int32_t row, std::int32_t col);
     void PointerUp();
@@ -53,19 +53,19 @@ private:
     void FollowScrollBar();
     void TurnTo(std::int32_t top);
 
-    QtGrid& Of;
-    QScrollBar& Bar;
-    bool Following = false;
+    QtGrid& Grid_;
+    QScrollBar& Bar_;
+    bool Following_ = false;
     // A finger may mean the cell or the page: it presses once it is lifted, or has rested, and drags until then.
-    std::optional<QPoint> Finger;
-    std::int32_t FingerTop = 0; ///< the first row on the page when the finger came
-    bool FingerTaps = false;    ///< and may press a cell
-    bool Dragging = false;
-    int Rest = 0;           ///< the timer of a resting finger
-    bool IsPressed = false; ///< a cell
-    QRect LastCell;         ///< that was pressed, where it stood then
-    QElapsedTimer LastPress;
-    int WheelLeft = 0; ///< of a turn that was less than a step
+    std::optional<QPoint> Finger_;
+    std::int32_t FingerTop_ = 0; ///< the first row on the page when the finger came
+    bool FingerTaps_ = false;    ///< and may press a cell
+    bool Dragging_ = false;
+    int Rest_ = 0;           ///< the timer of a resting finger
+    bool IsPressed_ = false; ///< a cell
+    QRect LastCell_;         ///< that was pressed, where it stood then
+    QElapsedTimer LastPress_;
+    int WheelLeft_ = 0; ///< of a turn that was less than a step
 };
 
 class QtGrid final : public DrawnGrid, public FocusTarget, public EventSource {
@@ -82,7 +82,7 @@ public:
     int Descriptor() override { return -1; }
     bool RaiseWhatIsPending() override;
 
-    GridWidget& Widget() const { return Shown; }
+    GridWidget& Widget() const { return Widget_; }
 
     QtGrid* Follower = nullptr;    ///< takes its columns from this grid: it is painted again whenever this one is
     std::function<void()> Pressed; ///< on a cell, which is the current one by then
@@ -96,9 +96,9 @@ public:
 private:
     void Repainted() override;
 
-    Focus& FocusOfForm;
-    NativeFocus& Native;
-    GridWidget& Shown;
+    Focus& Focus_;
+    NativeFocus& Native_;
+    GridWidget& Widget_;
 };
 
 } // namespace backends::qt

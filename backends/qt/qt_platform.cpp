@@ -65,7 +65,7 @@ QtPlatform::QtPlatform(const DeviceOptions& options, const WindowOptions& looks,
           .fonts = looks.Fonts != nullptr ? *looks.Fonts : fonts,
           .boxes = boxes,
       },
-      record(RecordOf(controls)), PumpOfQt(pump), Scale(looks.Scale), KeysOfDevice(CodesOf(looks.Profile)) {
+      record(RecordOf(controls)), Pump_(pump), Scale_(looks.Scale), KeysOfDevice_(CodesOf(looks.Profile)) {
     pump.Serve(loop);
     loop.Listen(grdTitle);
     loop.Listen(grdMain);
@@ -75,7 +75,7 @@ QtPlatform::QtPlatform(const DeviceOptions& options, const WindowOptions& looks,
     WireControls();
     WireWindow();
     if (!TraitsOf(system.DeviceType()).HasWindow)
-        KeyStrip = looks.Profile.Keys;
+        KeyStrip_ = looks.Profile.Keys;
     qApp->installEventFilter(this);
 }
 
@@ -94,7 +94,7 @@ void QtPlatform::WireControls() {
     grdMain.ScreenAge = [this] { return ScreenAge(); };
     lstHoldMenu.Click = frmQuorin::lstHoldMenu_Click;
     dteInputField.Closed = frmQuorin::dteInputField_Closed;
-    lblStatus.Hiding = [this] { PumpOfQt.Breathe(QtPump::Input::Too); }; // what was tapped under the strip is looked at
+    lblStatus.Hiding = [this] { Pump_.Breathe(QtPump::Input::Too); }; // what was tapped under the strip is looked at
     // A field over a cell is called as its row is, a prompt's as its question.
     const auto name = [this] { return grdMain.Visible() ? grdMain.Cell(grdMain.Row(), 0) : grdTitle.Cell(0, 0); };
     txtInputField.NameForPeople = name;
@@ -111,31 +111,31 @@ void QtPlatform::WireWindow() {
         // The release of what is pressed now goes to the box.
         if (grdMain.Widget().Withdraw())
             tmrHoldEvent.SetEnabled(false);
-        Held.clear();
+        Held_.clear();
         menus.SetBlocked(true);
     };
     boxes.Leaving = [this] { menus.SetBlocked(boxes.AnyStands()); };
-    boxes.PersonIsTyping = [this] { return std::chrono::steady_clock::now() - LastKey < HandsRest; };
-    window.CloseRequested = [this] { CloseWanted = true; };
-    PumpOfQt.WorkShown = [this](bool working) {
+    boxes.PersonIsTyping = [this] { return std::chrono::steady_clock::now() - LastKey_ < HandsRest; };
+    window.CloseRequested = [this] { CloseWanted_ = true; };
+    Pump_.WorkShown = [this](bool working) {
         window.SetWorking(working);
         menus.FollowIfChanged(); // which are off under the strip
     };
-    faults.Working = [this] { PumpOfQt.Working(); };
-    runTime.Rest = [this](std::int32_t milliseconds) { PumpOfQt.Rest(milliseconds); };
-    fonts.Working = [this] { PumpOfQt.Working(); };
-    hostDatabases.Patience.Waiting = [this] { PumpOfQt.Working(); };
+    faults.Working = [this] { Pump_.Working(); };
+    runTime.Rest = [this](std::int32_t milliseconds) { Pump_.Rest(milliseconds); };
+    fonts.Working = [this] { Pump_.Working(); };
+    hostDatabases.Patience.Waiting = [this] { Pump_.Working(); };
     hostDatabases.Patience.Shown = [this](bool waits) { window.SetWaiting(waits); };
     window.KeyPressed = [this](std::int32_t code) {
-        HeldButtons[code] = {code, modQuorin::Screens.CurrentScreen};
+        HeldButtons_[code] = {code, modQuorin::Screens.CurrentScreen};
         FocusTarget& taker = focus.HolderOr(grdMain);
         if (KeyGoesDown(code) && &focus.HolderOr(grdMain) == &taker)
             ActOnKey(taker, code);
     };
-    window.KeyReleased = [this](std::int32_t code) { ComesUp(HeldButtons[code]); };
-    window.Screen().Resized = [this] { SizeChanged = true; };
+    window.KeyReleased = [this](std::int32_t code) { ComesUp(HeldButtons_[code]); };
+    window.Screen().Resized = [this] { SizeChanged_ = true; };
     QObject::connect(QGuiApplication::inputMethod(), &QInputMethod::keyboardRectangleChanged, this,
-                     [this] { KeyboardChanged = true; });
+                     [this] { KeyboardChanged_ = true; });
 }
 
 /// The form has its size by now, and the device has said whether its menus are keys.
@@ -143,40 +143,40 @@ void QtPlatform::ShowForm() {
     const QRect size = RectOf(PixelsOf(form));
     constexpr double FingerWidth = 44; // pixels of the screen
     menus.PutInto(window, window.Head(), window.Foot(), modPDAUI::Display.SoftKeyMenus,
-                  static_cast<int>(FingerWidth / Scale));
+                  static_cast<int>(FingerWidth / Scale_));
     window.Screen().SetWish(size.size());
-    window.ShowKeys(KeyStrip);
-    IsResizable = TraitsOf(system.DeviceType()).HasWindow;
-    if (IsResizable)
+    window.ShowKeys(KeyStrip_);
+    IsResizable_ = TraitsOf(system.DeviceType()).HasWindow;
+    if (IsResizable_)
         window.LetSize();
     else
         window.HoldSize();
     native.Follow();
     window.show();
-    SizeChanged = false;
+    SizeChanged_ = false;
 }
 
 // --- the window's own events -----------------------------------------------------------------------------------------
 
 std::int64_t QtPlatform::ScreenAge() const {
-    return modQuorin::Screens.CurrentScreen == SeenScreen ? clock.Milliseconds() - SeenSince : 0;
+    return modQuorin::Screens.CurrentScreen == SeenScreen_ ? clock.Milliseconds() - SeenSince_ : 0;
 }
 
 bool QtPlatform::RaiseWhatIsPending() {
-    if (modQuorin::Screens.CurrentScreen != SeenScreen) {
-        SeenScreen = modQuorin::Screens.CurrentScreen;
-        SeenSince = clock.Milliseconds();
+    if (modQuorin::Screens.CurrentScreen != SeenScreen_) {
+        SeenScreen_ = modQuorin::Screens.CurrentScreen;
+        SeenSince_ = clock.Milliseconds();
     }
-    const bool sized = SizeChanged && IsResizable;
-    SizeChanged = false;
+    const bool sized = SizeChanged_ && IsResizable_;
+    SizeChanged_ = false;
     if (sized)
         TakeUpSize();
-    const bool keyboard = KeyboardChanged;
-    KeyboardChanged = false;
+    const bool keyboard = KeyboardChanged_;
+    KeyboardChanged_ = false;
     if (keyboard)
         TakeUpKeyboard();
-    const bool close = CloseWanted;
-    CloseWanted = false;
+    const bool close = CloseWanted_;
+    CloseWanted_ = false;
     if (close)
         RaiseCloseRequest();
     return menus.FollowIfChanged() || sized || keyboard || close;
@@ -232,7 +232,7 @@ bool QtPlatform::KeyGoesDown(std::int32_t code) {
 /// Taps on what is off come to nothing, and so do keys that would act on it. What was begun before comes to its end
 /// later, and so does what is typed into a field.
 QtPlatform::Fate QtPlatform::FateOf(const QObject& object, const QEvent& event) const {
-    if (!PumpOfQt.Breathing() || !object.isWidgetType())
+    if (!Pump_.Breathing() || !object.isWidgetType())
         return Fate::Passes;
     const FocusTarget* const target = native.TargetOf(static_cast<const QWidget*>(&object));
     const bool isField = target != nullptr && target != &grdMain && target != &grdTitle;
@@ -258,8 +258,8 @@ bool QtPlatform::eventFilter(QObject* object, QEvent* event) {
         SessionEnds();
         return true;
     }
-    if (!PumpOfQt.Breathing() && (event->spontaneous() || event->type() == QEvent::Shortcut)) {
-        PumpOfQt.Awake();
+    if (!Pump_.Breathing() && (event->spontaneous() || event->type() == QEvent::Shortcut)) {
+        Pump_.Awake();
         BeginOperation();
     }
     const Fate fate = FateOf(*object, *event);
@@ -268,9 +268,9 @@ bool QtPlatform::eventFilter(QObject* object, QEvent* event) {
     if (fate != Fate::Passes)
         return true;
     if (event->type() == QEvent::WindowDeactivate && object == &window)
-        Held.clear(); // their releases go elsewhere
+        Held_.clear(); // their releases go elsewhere
     const bool isKey = event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease;
-    if (!isKey || Delivering || !object->isWidgetType())
+    if (!isKey || Delivering_ || !object->isWidgetType())
         return false;
     const auto* const widget = static_cast<QWidget*>(object);
     if (widget->window() != &window || boxes.Current() != nullptr)
@@ -282,22 +282,22 @@ bool QtPlatform::eventFilter(QObject* object, QEvent* event) {
     if (widget != window.focusWidget() || !native.TakesKeys(widget))
         return false;
     if (focus.Holder() == &txtInputField)
-        LastFieldKey = std::chrono::steady_clock::now();
+        LastFieldKey_ = std::chrono::steady_clock::now();
     return ComesTooLate() || TakeKeyPress(key);
 }
 
 bool QtPlatform::ComesTooLate() const {
     return modPDAUI::Input.TakenAway && focus.Holder() != &txtInputField &&
-           std::chrono::steady_clock::now() - LastFieldKey < HandsRest;
+           std::chrono::steady_clock::now() - LastFieldKey_ < HandsRest;
 }
 
 /// Each press has one release. One whose press went to a menu or a box is theirs.
 bool QtPlatform::TakeKeyRelease(const QKeyEvent& event) {
-    const auto held = Held.find(event.key());
-    if (held == Held.end() || event.isAutoRepeat())
+    const auto held = Held_.find(event.key());
+    if (held == Held_.end() || event.isAutoRepeat())
         return false;
     const HeldKey key = held->second;
-    Held.erase(held);
+    Held_.erase(held);
     ComesUp(key);
     return true;
 }
@@ -319,7 +319,7 @@ bool QtPlatform::AnswersPrompt(std::int32_t code) const {
 
 /// Returns true if the key has been handled.
 bool QtPlatform::TakeKeyPress(QKeyEvent& event) {
-    auto code = CodeOf(event, KeysOfDevice);
+    auto code = CodeOf(event, KeysOfDevice_);
     if (!code)
         return false;
     FocusTarget& taker = focus.HolderOr(grdMain);
@@ -327,10 +327,10 @@ bool QtPlatform::TakeKeyPress(QKeyEvent& event) {
         code = modQuorin::KeyForGrid(*code);
     const modQuorin::ScreenId screen = modQuorin::Screens.CurrentScreen;
     if (!event.isAutoRepeat())
-        Held[event.key()] = {*code, screen};
-    else if (const auto held = Held.find(event.key()); held == Held.end() || held->second.Screen != screen)
+        Held_[event.key()] = {*code, screen};
+    else if (const auto held = Held_.find(event.key()); held == Held_.end() || held->second.Screen != screen)
         return true; // it went down elsewhere
-    LastKey = std::chrono::steady_clock::now();
+    LastKey_ = std::chrono::steady_clock::now();
     if (AnswersPrompt(*code)) {
         RaiseItemClick(2, 1);
         return true;
@@ -362,13 +362,13 @@ void QtPlatform::SendKey(FocusTarget& taker, int key, const QString& text) {
     if (widget->focusProxy() != nullptr)
         widget = widget->focusProxy();
     const QPointer<QWidget> receiver = widget; // which the key may close
-    Delivering = true;
+    Delivering_ = true;
     for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
         QKeyEvent event(type, key, Qt::NoModifier, text);
         if (receiver != nullptr)
             QCoreApplication::sendEvent(receiver, &event);
     }
-    Delivering = false;
+    Delivering_ = false;
 }
 
 // --- the hand --------------------------------------------------------------------------------------------------------

@@ -30,11 +30,11 @@ struct WindowOptions {
 
 class QtScrollBar final : public ScrollBar {
 public:
-    explicit QtScrollBar(float width) : Pixels(width) {}
-    float Width() const override { return Pixels; }
+    explicit QtScrollBar(float width) : Pixels_(width) {}
+    float Width() const override { return Pixels_; }
 
 private:
-    float Pixels;
+    float Pixels_;
 };
 
 class QtPlatform final : private QObject, public BackEnd, private EventSource {
@@ -122,21 +122,21 @@ private:
     void Commit(const QString& text);
     void SendKey(FocusTarget& taker, int key, const QString& text);
 
-    QtPump& PumpOfQt;
-    double Scale;
-    std::vector<std::int32_t> KeysOfDevice;
-    std::vector<DeviceKey> KeyStrip; ///< those that are shown as buttons
-    bool IsResizable = false;
-    bool SizeChanged = false;
-    bool KeyboardChanged = false;
-    bool CloseWanted = false;
-    bool Delivering = false;                            ///< a key goes to a control: the form has had it
-    std::map<int, HeldKey> Held;                        ///< keys of the keyboard that went down on the form
-    std::map<std::int32_t, HeldKey> HeldButtons;        ///< of the strip
-    modQuorin::ScreenId SeenScreen = 0;                 ///< at the last round of events
-    std::int64_t SeenSince = 0;                         ///< by the device's clock
-    std::chrono::steady_clock::time_point LastKey;      ///< when one last did
-    std::chrono::steady_clock::time_point LastFieldKey; ///< when one was last typed into the text field
+    QtPump& Pump_;
+    double Scale_;
+    std::vector<std::int32_t> KeysOfDevice_;
+    std::vector<DeviceKey> KeyStrip_; ///< those that are shown as buttons
+    bool IsResizable_ = false;
+    bool SizeChanged_ = false;
+    bool KeyboardChanged_ = false;
+    bool CloseWanted_ = false;
+    bool Delivering_ = false;                            ///< a key goes to a control: the form has had it
+    std::map<int, HeldKey> Held_;                        ///< keys of the keyboard that went down on the form
+    std::map<std::int32_t, HeldKey> HeldButtons_;        ///< of the strip
+    modQuorin::ScreenId SeenScreen_ = 0;                 ///< at the last round of events
+    std::int64_t SeenSince_ = 0;                         ///< by the device's clock
+    std::chrono::steady_clock::time_point LastKey_;      ///< when one last did
+    std::chrono::steady_clock::time_point LastFieldKey_; ///< when one was last typed into the text field
 };
 
 } // namespace backends::qt

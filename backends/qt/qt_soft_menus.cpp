@@ -25,14 +25,14 @@ void MarkFirst(QMenu& list) {
 } // namespace
 
 SoftMenus::SoftMenus() {
-    for (std::size_t menu = 0; menu < Lists.size(); ++menu) {
+    for (std::size_t menu = 0; menu < Lists_.size(); ++menu) {
         const auto number = static_cast<std::int32_t>(menu + 1);
-        Titles[menu].Changed = [this] { HasChanged = true; };
-        for (std::size_t item = 0; item < Lists[menu].Actions.size(); ++item) {
+        Titles[menu].Changed = [this] { HasChanged_ = true; };
+        for (std::size_t item = 0; item < Lists_[menu].Actions.size(); ++item) {
             const auto itemNumber = static_cast<std::int32_t>(item + 1);
-            Items[menu][item].Changed = [this] { HasChanged = true; };
-            QAction* const action = Lists[menu].List.addAction(QString());
-            Lists[menu].Actions[item] = action;
+            Items[menu][item].Changed = [this] { HasChanged_ = true; };
+            QAction* const action = Lists_[menu].List.addAction(QString());
+            Lists_[menu].Actions[item] = action;
             QObject::connect(action, &QAction::triggered, [this, number, itemNumber] {
                 if (ItemClicked)
                     ItemClicked(number, itemNumber);
@@ -43,21 +43,21 @@ SoftMenus::SoftMenus() {
 
 void SoftMenus::PutInto(QWidget& window, QBoxLayout& head, QBoxLayout& foot, bool asKeys, int keyHeight) {
     if (!asKeys) {
-        MenuBar = new QMenuBar(&window);
-        MenuBar->setNativeMenuBar(false);
+        MenuBar_ = new QMenuBar(&window);
+        MenuBar_->setNativeMenuBar(false);
         // It keeps its height while it is empty, or the form would change its own with every menu.
-        QAction* const any = MenuBar->addAction(QStringLiteral("X"));
-        MenuBar->setFixedHeight(MenuBar->sizeHint().height());
-        MenuBar->removeAction(any);
-        head.addWidget(MenuBar);
+        QAction* const any = MenuBar_->addAction(QStringLiteral("X"));
+        MenuBar_->setFixedHeight(MenuBar_->sizeHint().height());
+        MenuBar_->removeAction(any);
+        head.addWidget(MenuBar_);
     }
-    for (std::size_t menu = 0; menu < Lists.size(); ++menu) {
+    for (std::size_t menu = 0; menu < Lists_.size(); ++menu) {
         const auto number = static_cast<std::int32_t>(menu + 1);
         auto* const shortcut = new QShortcut(QKeySequence(menu == 0 ? Qt::Key_F1 : Qt::Key_F2), &window);
         QObject::connect(shortcut, &QShortcut::activated, [this, number] { Open(number); });
         if (!asKeys) {
-            MenuBar->addMenu(&Lists[menu].List);
-            QObject::connect(&Lists[menu].List, &QMenu::aboutToShow, [this, number] {
+            MenuBar_->addMenu(&Lists_[menu].List);
+            QObject::connect(&Lists_[menu].List, &QMenu::aboutToShow, [this, number] {
                 if (TitleClicked)
                     TitleClicked(number);
             });
@@ -69,10 +69,10 @@ void SoftMenus::PutInto(QWidget& window, QBoxLayout& head, QBoxLayout& foot, boo
         key->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
         key->setFocusPolicy(Qt::NoFocus); // a key of the device takes the focus from nothing
         QObject::connect(key, &QPushButton::clicked, [this, number] { Open(number); });
-        Keys[menu] = key;
+        Keys_[menu] = key;
         foot.addWidget(key, 1);
     }
-    HasChanged = true;
+    HasChanged_ = true;
     FollowIfChanged();
 }
 
@@ -92,10 +92,10 @@ QString SoftMenus::WithMnemonic(const Text& caption, QString& taken) const {
 }
 
 bool SoftMenus::FollowIfChanged() {
-    if (!HasChanged || (MenuBar == nullptr && !AreKeys()))
+    if (!HasChanged_ || (MenuBar_ == nullptr && !AreKeys()))
         return false;
-    HasChanged = false;
-    for (std::size_t menu = 0; menu < Lists.size(); ++menu)
+    HasChanged_ = false;
+    for (std::size_t menu = 0; menu < Lists_.size(); ++menu)
         Follow(menu);
     return true;
 }
@@ -109,34 +109,34 @@ void SoftMenus::Follow(std::size_t menu) {
     QString taken;
     for (std::size_t item = 0; item < Items[menu].size(); ++item) {
         const QtMenuItem& entry = Items[menu][item];
-        QAction& action = *Lists[menu].Actions[item];
+        QAction& action = *Lists_[menu].Actions[item];
         action.setText(entry.Visible() ? WithMnemonic(entry.Caption(), taken) : QString());
         action.setVisible(entry.Visible());
         action.setEnabled(entry.Enabled());
     }
-    if (MenuBar != nullptr) {
-        QAction& action = *Lists[menu].List.menuAction();
+    if (MenuBar_ != nullptr) {
+        QAction& action = *Lists_[menu].List.menuAction();
         action.setText(caption);
         action.setVisible(title.Visible());
         action.setEnabled(title.Enabled());
     } else {
-        Keys[menu]->setText(title.Visible() ? caption : QString());
-        Keys[menu]->setAccessibleName(ToQt(title.Caption()));
-        Keys[menu]->setEnabled(title.Visible() && title.Enabled() && !IsBlocked);
+        Keys_[menu]->setText(title.Visible() ? caption : QString());
+        Keys_[menu]->setAccessibleName(ToQt(title.Caption()));
+        Keys_[menu]->setEnabled(title.Visible() && title.Enabled() && !IsBlocked_);
     }
 }
 
 void SoftMenus::SetBlocked(bool blocked) {
-    IsBlocked = blocked;
-    if (MenuBar != nullptr)
-        MenuBar->setEnabled(!blocked);
-    HasChanged = true;
+    IsBlocked_ = blocked;
+    if (MenuBar_ != nullptr)
+        MenuBar_->setEnabled(!blocked);
+    HasChanged_ = true;
     FollowIfChanged();
 }
 
 void SoftMenus::PressItem(std::int32_t menu, std::int32_t item) {
     FollowIfChanged();
-    Lists[Index(menu)].Actions[Index(item)]->trigger();
+    Lists_[Index(menu)].Actions[Index(item)]->trigger();
 }
 
 void SoftMenus::PressTitle(std::int32_t menu) {
@@ -149,9 +149,9 @@ void SoftMenus::Open(std::int32_t menu) {
     const QtMenuItem& title = Titles[Index(menu)];
     if (!title.Visible() || !title.Enabled())
         return;
-    QMenu& list = Lists[Index(menu)].List;
-    if (MenuBar != nullptr) {
-        MenuBar->setActiveAction(list.menuAction());
+    QMenu& list = Lists_[Index(menu)].List;
+    if (MenuBar_ != nullptr) {
+        MenuBar_->setActiveAction(list.menuAction());
         MarkFirst(list);
         return;
     }
@@ -159,7 +159,7 @@ void SoftMenus::Open(std::int32_t menu) {
     PressTitle(menu);
     if (!opens)
         return;
-    QPushButton& key = *Keys[Index(menu)];
+    QPushButton& key = *Keys_[Index(menu)];
     list.setMinimumWidth(key.width());
     const QSize size = list.sizeHint();
     list.popup(key.mapToGlobal(QPoint(menu == 1 ? 0 : key.width() - size.width(), -size.height())));

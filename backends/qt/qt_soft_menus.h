@@ -20,19 +20,19 @@ namespace backends::qt {
 /// A top-level menu or an item: what the application has set of it.
 class QtMenuItem final : public MenuItem {
 public:
-    Text Caption() const override { return Value; }
+    Text Caption() const override { return Value_; }
     void SetCaption(const Text& caption) override {
-        Value = caption;
+        Value_ = caption;
         Tell();
     }
-    bool Visible() const override { return Shown; }
+    bool Visible() const override { return Visible_; }
     void SetVisible(bool visible) override {
-        Shown = visible;
+        Visible_ = visible;
         Tell();
     }
-    bool Enabled() const override { return Usable; }
+    bool Enabled() const override { return Enabled_; }
     void SetEnabled(bool enabled) override {
-        Usable = enabled;
+        Enabled_ = enabled;
         Tell();
     }
 
@@ -44,9 +44,9 @@ private:
             Changed();
     }
 
-    Text Value;
-    bool Shown = false;
-    bool Usable = true;
+    Text Value_;
+    bool Visible_ = false;
+    bool Enabled_ = true;
 };
 
 class SoftMenus final {
@@ -72,9 +72,9 @@ public:
     /// Called when a box opens or closes: while it is open the menus look disabled, whatever the form has set.
     void SetBlocked(bool blocked);
 
-    bool AreKeys() const { return Keys[0] != nullptr; }
-    QPushButton* Key(std::int32_t menu) const { return Keys[static_cast<std::size_t>(menu - 1)]; }
-    QMenuBar* Bar() const { return MenuBar; }
+    bool AreKeys() const { return Keys_[0] != nullptr; }
+    QPushButton* Key(std::int32_t menu) const { return Keys_[static_cast<std::size_t>(menu - 1)]; }
+    QMenuBar* Bar() const { return MenuBar_; }
 
     /// Takes up what has changed; the loop calls it when it handles events. Whether anything had.
     bool FollowIfChanged();
@@ -88,11 +88,11 @@ private:
         std::array<QAction*, MenuItemCount> Actions{};
     };
 
-    std::array<Shown, 2> Lists;
-    std::array<QPushButton*, 2> Keys{};
-    QMenuBar* MenuBar = nullptr;
-    bool HasChanged = false;
-    bool IsBlocked = false;
+    std::array<Shown, 2> Lists_;
+    std::array<QPushButton*, 2> Keys_{};
+    QMenuBar* MenuBar_ = nullptr;
+    bool HasChanged_ = false;
+    bool IsBlocked_ = false;
 };
 
 } // namespace backends::qt

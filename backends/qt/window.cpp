@@ -29,7 +29,7 @@ Surface::Surface(QWidget* parent) : QWidget(parent) {
 }
 
 void Surface::SetWish(QSize size) {
-    Wish = size;
+    Wish_ = size;
     updateGeometry();
 }
 
@@ -50,53 +50,53 @@ QLabel* Window::StatusLabel(const char* name) {
     return label;
 }
 
-Window::Window(double scale) : Scale(scale) {
+Window::Window(double scale) : Scale_(scale) {
     setWindowTitle(QStringLiteral("Quorin"));
     setObjectName(QStringLiteral("frmQuorin"));
     auto* const column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
-    HeadRow = new QHBoxLayout;
-    column->addLayout(HeadRow);
-    Ground = new Surface(this);
-    FormGround = new QWidget(Ground);
-    FormGround->setObjectName(QStringLiteral("form"));
-    FormGround->setAutoFillBackground(true);
-    QPalette white = FormGround->palette();
+    HeadRow_ = new QHBoxLayout;
+    column->addLayout(HeadRow_);
+    Ground_ = new Surface(this);
+    FormWidget_ = new QWidget(Ground_);
+    FormWidget_->setObjectName(QStringLiteral("form"));
+    FormWidget_->setAutoFillBackground(true);
+    QPalette white = FormWidget_->palette();
     white.setColor(QPalette::Window, Qt::white);
-    FormGround->setPalette(white);
-    column->addWidget(Ground, 1);
-    FootRow = new QHBoxLayout;
-    FootRow->setSpacing(2);
-    column->addLayout(FootRow);
-    Strip = new QWidget(this);
-    Strip->setObjectName(QStringLiteral("keyStrip"));
-    Strip->hide();
-    column->addWidget(Strip);
+    FormWidget_->setPalette(white);
+    column->addWidget(Ground_, 1);
+    FootRow_ = new QHBoxLayout;
+    FootRow_->setSpacing(2);
+    column->addLayout(FootRow_);
+    Strip_ = new QWidget(this);
+    Strip_->setObjectName(QStringLiteral("keyStrip"));
+    Strip_->hide();
+    column->addWidget(Strip_);
     MakeNoticeLine(*column);
-    Link = StatusLabel("linkState");
-    column->addWidget(Link);
+    Link_ = StatusLabel("linkState");
+    column->addWidget(Link_);
 }
 
 void Window::MakeNoticeLine(QBoxLayout& column) {
     auto* const line = new QHBoxLayout;
     line->setSpacing(0);
-    Alarm = StatusLabel("warning");
-    Alarm->hide();
-    Alarm->installEventFilter(this);
-    line->addWidget(Alarm, 1);
-    More = new QToolButton(this);
-    More->setObjectName(QStringLiteral("moreNotices"));
-    More->setFocusPolicy(Qt::NoFocus);
-    More->setFont(Alarm->font());
-    More->setStyleSheet(AlarmLook);
-    More->setToolTip(QStringLiteral("All notices (F4)"));
-    More->hide();
-    line->addWidget(More);
+    Alarm_ = StatusLabel("warning");
+    Alarm_->hide();
+    Alarm_->installEventFilter(this);
+    line->addWidget(Alarm_, 1);
+    More_ = new QToolButton(this);
+    More_->setObjectName(QStringLiteral("moreNotices"));
+    More_->setFocusPolicy(Qt::NoFocus);
+    More_->setFont(Alarm_->font());
+    More_->setStyleSheet(AlarmLook);
+    More_->setToolTip(QStringLiteral("All notices (F4)"));
+    More_->hide();
+    line->addWidget(More_);
     column.addLayout(line);
-    List = new NoticeList(this);
-    List->Chosen = [this](const Text& about) { TapNotice(about); };
-    QObject::connect(More, &QToolButton::clicked, this, [this] { OpenNotices(); });
+    List_ = new NoticeList(this);
+    List_->Chosen = [this](const Text& about) { TapNotice(about); };
+    QObject::connect(More_, &QToolButton::clicked, this, [this] { OpenNotices(); });
     auto* const shortcut = new QShortcut(QKeySequence(Qt::Key_F4), this);
     QObject::connect(shortcut, &QShortcut::activated, this, [this] { OpenNotices(); });
 }
@@ -106,19 +106,19 @@ int Window::KeysInARow(const std::vector<DeviceKey>& keys, const QFontMetrics& m
     int widest = 1;
     for (const DeviceKey& key : keys)
         widest = std::max(widest, metrics.horizontalAdvance(QString::fromLatin1(key.Name)) + Pixels(KeyTextPixels));
-    return std::clamp(Ground->sizeHint().width() / widest, 1, MostKeysInARow);
+    return std::clamp(Ground_->sizeHint().width() / widest, 1, MostKeysInARow);
 }
 
 void Window::ShowKeys(const std::vector<DeviceKey>& keys) {
-    auto* const grid = new QGridLayout(Strip);
+    auto* const grid = new QGridLayout(Strip_);
     grid->setContentsMargins(2, 2, 2, 2);
     grid->setSpacing(2);
     int place = 0;
-    QFont font = Strip->font();
+    QFont font = Strip_->font();
     font.setPixelSize(Pixels(KeyTextPixels));
     const int inARow = KeysInARow(keys, QFontMetrics(font));
     for (const DeviceKey& key : keys) {
-        auto* const button = new QToolButton(Strip);
+        auto* const button = new QToolButton(Strip_);
         button->setObjectName(QStringLiteral("key%1").arg(key.Code));
         button->setText(QString::fromLatin1(key.Name));
         button->setToolTip(QStringLiteral("Key %1").arg(key.Code));
@@ -137,19 +137,19 @@ void Window::ShowKeys(const std::vector<DeviceKey>& keys) {
         grid->addWidget(button, place / inARow, place % inARow);
         ++place;
     }
-    Strip->setVisible(!keys.empty());
+    Strip_->setVisible(!keys.empty());
 }
 
 void Window::HoldSize() {
-    Ground->setFixedSize(Ground->sizeHint());
-    layout()->setAlignment(Ground, Qt::AlignHCenter);
+    Ground_->setFixedSize(Ground_->sizeHint());
+    layout()->setAlignment(Ground_, Qt::AlignHCenter);
     layout()->setSizeConstraint(QLayout::SetFixedSize);
 }
 
 void Window::LetSize() {
-    Ground->setMinimumSize(SmallestForm.boundedTo(Ground->sizeHint()));
-    IsOneLine = true;
-    for (QLabel* const label : {Link, Alarm}) {
+    Ground_->setMinimumSize(SmallestForm.boundedTo(Ground_->sizeHint()));
+    IsOneLine_ = true;
+    for (QLabel* const label : {Link_, Alarm_}) {
         label->setWordWrap(false);
         label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
         label->setFixedHeight(label->fontMetrics().height() + 2 * label->margin());
@@ -160,8 +160,8 @@ void Window::LetSize() {
 }
 
 void Window::Put(QLabel& label, const QString& text) {
-    const int room = width() - 2 * label.margin() - (&label == Alarm && !More->isHidden() ? More->width() : 0);
-    label.setText(IsOneLine ? label.fontMetrics().elidedText(text, Qt::ElideRight, room) : text);
+    const int room = width() - 2 * label.margin() - (&label == Alarm_ && !More_->isHidden() ? More_->width() : 0);
+    label.setText(IsOneLine_ ? label.fontMetrics().elidedText(text, Qt::ElideRight, room) : text);
     label.setToolTip(label.text() == text ? QString() : text);
     label.setAccessibleName(text);
 }
@@ -172,39 +172,41 @@ void Window::resizeEvent(QResizeEvent*) {
 }
 
 void Window::SetLinkLine(const QString& text, bool alive) {
-    LinkText = text;
-    IsAlive = alive;
+    LinkText_ = text;
+    IsAlive_ = alive;
     ShowState();
 }
 
 void Window::ShowState() {
-    const auto work = !IsWorking ? companion::Work::None : IsWaiting ? companion::Work::Waiting : companion::Work::Long;
-    Put(*Link, IsWorking ? QString::fromUtf8(companion::WorkText(work)) : LinkText);
+    const auto work = !IsWorking_  ? companion::Work::None
+                      : IsWaiting_ ? companion::Work::Waiting
+                                   : companion::Work::Long;
+    Put(*Link_, IsWorking_ ? QString::fromUtf8(companion::WorkText(work)) : LinkText_);
     const bool isDark = palette().color(QPalette::Window).lightness() < 128;
     const QString alive = isDark ? QStringLiteral("color: #80e080;") : QStringLiteral("color: #006400;");
-    if (IsWorking)
-        Link->setStyleSheet(QStringLiteral("background: #ffd54f; color: black;"));
+    if (IsWorking_)
+        Link_->setStyleSheet(QStringLiteral("background: #ffd54f; color: black;"));
     else
-        Link->setStyleSheet(IsAlive ? alive : QString());
+        Link_->setStyleSheet(IsAlive_ ? alive : QString());
 }
 
 void Window::SetNotices(const companion::Notices& notices) {
-    Standing = notices.Sorted();
+    Standing_ = notices.Sorted();
     const auto behind = static_cast<int>(notices.Behind());
-    More->setText(QStringLiteral("+%1").arg(behind));
-    More->setAccessibleName(QStringLiteral("%1 more notices").arg(behind));
-    More->setVisible(behind > 0);
-    More->setFixedSize(More->sizeHint().width(), Alarm->fontMetrics().height() + 2 * Alarm->margin());
+    More_->setText(QStringLiteral("+%1").arg(behind));
+    More_->setAccessibleName(QStringLiteral("%1 more notices").arg(behind));
+    More_->setVisible(behind > 0);
+    More_->setFixedSize(More_->sizeHint().width(), Alarm_->fontMetrics().height() + 2 * Alarm_->margin());
     ShowAlarm();
-    if (List->isVisible())
-        List->Fill(Standing);
+    if (List_->isVisible())
+        List_->Fill(Standing_);
 }
 
 void Window::ShowAlarm() {
-    const bool warns = !Standing.empty() && Standing.front().Weight != companion::Severity::Note;
-    Alarm->setStyleSheet(warns ? AlarmLook : QString());
-    Put(*Alarm, warns || (IsOneLine && !Standing.empty()) ? ToQt(Standing.front().Words) : QString());
-    Alarm->setVisible(warns || IsOneLine);
+    const bool warns = !Standing_.empty() && Standing_.front().Weight != companion::Severity::Note;
+    Alarm_->setStyleSheet(warns ? AlarmLook : QString());
+    Put(*Alarm_, warns || (IsOneLine_ && !Standing_.empty()) ? ToQt(Standing_.front().Words) : QString());
+    Alarm_->setVisible(warns || IsOneLine_);
 }
 
 /// It may be gone by now, or another one may stand there.
@@ -215,27 +217,27 @@ void Window::TapNotice(const Text& about) {
 
 /// Over the line, as wide as the window.
 void Window::OpenNotices() {
-    if (Standing.empty())
+    if (Standing_.empty())
         return;
-    List->Fill(Standing);
-    List->Open(Alarm->mapToGlobal(QPoint(0, 0)), width());
+    List_->Fill(Standing_);
+    List_->Open(Alarm_->mapToGlobal(QPoint(0, 0)), width());
 }
 
 void Window::SetWorking(bool working) {
-    IsWorking = working;
+    IsWorking_ = working;
     ShowState();
     if (working)
-        Link->repaint();
+        Link_->repaint();
 }
 
 void Window::SetWaiting(bool waiting) {
-    IsWaiting = waiting;
+    IsWaiting_ = waiting;
     ShowState();
 }
 
 bool Window::eventFilter(QObject* object, QEvent* event) {
-    if (object == Alarm && event->type() == QEvent::MouseButtonPress && !Standing.empty())
-        TapNotice(Text(Standing.front().About));
+    if (object == Alarm_ && event->type() == QEvent::MouseButtonPress && !Standing_.empty())
+        TapNotice(Text(Standing_.front().About));
     return false;
 }
 
@@ -247,8 +249,8 @@ void Window::closeEvent(QCloseEvent* event) {
 }
 
 void QtForm::SetBounds(const Box& twips) {
-    Twips = twips;
-    FormGround.setGeometry(RectOf(PixelsOf(*this)));
+    Twips_ = twips;
+    FormWidget_.setGeometry(RectOf(PixelsOf(*this)));
 }
 
 Box QtForm::ClientArea() const {

@@ -30,7 +30,7 @@ public:
 
     /// Sets the preferred size.
     void SetWish(QSize size);
-    QSize sizeHint() const override { return Wish; }
+    QSize sizeHint() const override { return Wish_; }
 
     std::function<void()> Resized;
 
@@ -38,7 +38,7 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
-    QSize Wish;
+    QSize Wish_;
 };
 
 class Window final : public QWidget {
@@ -47,11 +47,11 @@ public:
     /// everywhere.
     explicit Window(double scale);
 
-    Surface& Screen() { return *Ground; }
+    Surface& Screen() { return *Ground_; }
     /// The form itself; the controls are its children.
-    QWidget& FormWidget() { return *FormGround; }
-    QBoxLayout& Head() { return *HeadRow; }
-    QBoxLayout& Foot() { return *FootRow; }
+    QWidget& FormWidget() { return *FormWidget_; }
+    QBoxLayout& Head() { return *HeadRow_; }
+    QBoxLayout& Foot() { return *FootRow_; }
 
     /// A strip of buttons, a button a key.
     void ShowKeys(const std::vector<DeviceKey>& keys);
@@ -69,7 +69,7 @@ public:
     void SetWorking(bool working);
     /// Called when that operation begins or ends to wait for another program.
     void SetWaiting(bool waiting);
-    QString LinkLine() const { return LinkText; }
+    QString LinkLine() const { return LinkText_; }
 
     std::function<void(const Text& about)> NoticeTapped; ///< by a person who has seen it
     std::function<void()> CloseRequested;
@@ -82,7 +82,7 @@ protected:
     bool eventFilter(QObject* object, QEvent* event) override;
 
 private:
-    int Pixels(int ofScreen) const { return std::max(1, qRound(ofScreen / Scale)); }
+    int Pixels(int ofScreen) const { return std::max(1, qRound(ofScreen / Scale_)); }
     QLabel* StatusLabel(const char* name);
     void Put(QLabel& label, const QString& text);
     void MakeNoticeLine(QBoxLayout& column);
@@ -92,30 +92,30 @@ private:
     void ShowAlarm();
     int KeysInARow(const std::vector<DeviceKey>& keys, const QFontMetrics& metrics) const;
 
-    QBoxLayout* HeadRow;
-    Surface* Ground;
-    QWidget* FormGround;
-    QBoxLayout* FootRow;
-    QWidget* Strip;
-    QLabel* Link;
-    QLabel* Alarm;
-    QToolButton* More; ///< how many notices stand behind the one that is shown
-    NoticeList* List;
-    double Scale;
-    QString LinkText;
-    std::vector<companion::Notice> Standing; ///< the worst one first
-    bool IsOneLine = false;                  ///< what has no room is cut, and told by a tip
-    bool IsAlive = false;
-    bool IsWorking = false;
-    bool IsWaiting = false;
+    QBoxLayout* HeadRow_;
+    Surface* Ground_;
+    QWidget* FormWidget_;
+    QBoxLayout* FootRow_;
+    QWidget* Strip_;
+    QLabel* Link_;
+    QLabel* Alarm_;
+    QToolButton* More_; ///< how many notices stand behind the one that is shown
+    NoticeList* List_;
+    double Scale_;
+    QString LinkText_;
+    std::vector<companion::Notice> Standing_; ///< the worst one first
+    bool IsOneLine_ = false;                  ///< what has no room is cut, and told by a tip
+    bool IsAlive_ = false;
+    bool IsWorking_ = false;
+    bool IsWaiting_ = false;
 };
 
 /// The form of the seam. Its box is in twips, 15 to the pixel: 1440 to the inch, 96 pixels to the inch.
 class QtForm final : public Form {
 public:
-    explicit QtForm(QWidget& form) : FormGround(form) {}
+    explicit QtForm(QWidget& form) : FormWidget_(form) {}
 
-    Box Bounds() const override { return Twips; }
+    Box Bounds() const override { return Twips_; }
     void SetBounds(const Box& twips) override;
     Box ClientArea() const override; ///< the whole form: there is no frame
     float TwipsPerPixelX() const override { return TwipsPerPixel; }
@@ -123,8 +123,8 @@ public:
 
 private:
     static constexpr float TwipsPerPixel = 15;
-    QWidget& FormGround;
-    Box Twips;
+    QWidget& FormWidget_;
+    Box Twips_;
 };
 
 } // namespace backends::qt

@@ -110,7 +110,7 @@ void ChildSource::Close() {
         EndsWithin(Process_, Grace);
         Reap();
     }
-    Why_.clear();
+    Ending_.clear();
 }
 
 /// Kills what the command has started and reaps the command.
@@ -118,7 +118,7 @@ void ChildSource::Reap() {
     SignalAll(Process_, SIGKILL);
     int status = 0;
     Repeated([&] { return ::waitpid(Process_, &status, 0); });
-    Why_ = EndingText(status);
+    Ending_ = EndingText(status);
     Process_ = -1;
 }
 
@@ -137,7 +137,7 @@ ReadState ChildSource::TakeAvailable(std::string& bytes) {
     constexpr auto Moment = std::chrono::milliseconds(50);
     if (!EndsWithin(Process_, Moment)) {
         Close();
-        Why_ = "the command has closed its output";
+        Ending_ = "the command has closed its output";
         return ReadState::Gone;
     }
     Input_.Close();

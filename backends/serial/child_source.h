@@ -23,7 +23,7 @@ public:
     void Close() override;
     ReadState TakeAvailable(std::string& bytes) override;
     int Descriptor() const override { return Output_.Number(); }
-    std::string Ending() const override { return Why_; }
+    std::string Ending() const override { return Ending_; }
 
 private:
     void Reap();
@@ -32,7 +32,7 @@ private:
     pid_t Process_ = -1; ///< not reaped yet, so the system can't reuse its number
     backends::Descriptor Input_;
     backends::Descriptor Output_;
-    std::string Why_;
+    std::string Ending_;
 };
 
 } // namespace backends

@@ -120,23 +120,23 @@ ErrorNumber SerialDevice::Open(const std::string& path, const Text& lineSettings
         return NotAvailable;
     if (::ioctl(opened.Number(), TIOCEXCL) != 0)
         return FromErrno(errno);
-    Port = std::move(opened);
+    Port_ = std::move(opened);
     return NoError;
 }
 
 void SerialDevice::Close() {
-    if (!Port.Valid())
+    if (!Port_.Valid())
         return;
     // The exclusive mode outlasts the descriptor if another process has the terminal open.
-    ::ioctl(Port.Number(), TIOCNXCL);
-    Port.Close();
+    ::ioctl(Port_.Number(), TIOCNXCL);
+    Port_.Close();
 }
 
 ReadState SerialDevice::ReadAvailable(std::string& bytes) {
-    if (!Port.Valid())
+    if (!Port_.Valid())
         return ReadState::Gone;
     int error = 0;
-    const ReadState state = ReadDescriptor(Port.Number(), bytes, error);
+    const ReadState state = ReadDescriptor(Port_.Number(), bytes, error);
     if (state == ReadState::Gone)
         Close();
     return state;

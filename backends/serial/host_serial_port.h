@@ -21,17 +21,17 @@ public:
     /// the settings are invalid or not supported, and while another program holds the port.
     ErrorNumber Open(const std::string& path, const Text& lineSettings);
     void Close();
-    bool IsOpen() const { return Port.Valid(); }
+    bool IsOpen() const { return Port_.Valid(); }
 
     /// Returns the descriptor for poll or select, -1 if closed. It is also ready when the device is gone.
-    int Descriptor() const { return Port.Number(); }
+    int Descriptor() const { return Port_.Number(); }
 
     /// Appends what can be read without waiting, up to 64 KB at a time. Bytes that arrived before the device
     /// disappeared are returned first; the next call, and any call while it is closed, returns Gone.
     ReadState ReadAvailable(std::string& bytes);
 
 private:
-    backends::Descriptor Port;
+    backends::Descriptor Port_;
 };
 
 } // namespace backends

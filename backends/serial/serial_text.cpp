@@ -59,8 +59,8 @@ Character NextCharacter(std::string_view bytes) {
 } // namespace
 
 Text SerialText::Decode(std::string_view bytes) {
-    Waiting += bytes;
-    std::string_view rest = Waiting;
+    Waiting_ += bytes;
+    std::string_view rest = Waiting_;
     Text text;
     while (!rest.empty()) {
         const Character next = NextCharacter(rest);
@@ -72,7 +72,7 @@ Text SerialText::Decode(std::string_view bytes) {
             text += modStringTools::FromWindows1252(rest.front());
         rest.remove_prefix(next.State == Sequence::Whole ? next.Length : 1);
     }
-    Waiting.erase(0, Waiting.size() - rest.size());
+    Waiting_.erase(0, Waiting_.size() - rest.size());
     modStringTools::BlankNuls(text); // a break on the line reads as a NUL
     return text;
 }

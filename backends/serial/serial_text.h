@@ -12,11 +12,11 @@ namespace backends {
 class SerialText {
 public:
     Text Decode(std::string_view bytes);
-    std::size_t Pending() const { return Waiting.size(); } ///< bytes of an incomplete character, up to 3
-    void Reset() { Waiting.clear(); }                      ///< discards them: the next bytes are from another line
+    std::size_t Pending() const { return Waiting_.size(); } ///< bytes of an incomplete character, up to 3
+    void Reset() { Waiting_.clear(); }                      ///< discards them: the next bytes are from another line
 
 private:
-    std::string Waiting;
+    std::string Waiting_;
 };
 
 } // namespace backends

@@ -75,7 +75,7 @@ bool TcpSource::TakeUpLookUp() {
         return false;
     Left_ = std::move(LookUp_->Found);
     std::reverse(Left_.begin(), Left_.end());
-    Why_ = std::move(LookUp_->Why);
+    Ending_ = std::move(LookUp_->Why);
     LookUp_.reset();
     return true;
 }
@@ -103,7 +103,7 @@ SourceTrouble TcpSource::TryAddresses() {
         switch (LookAtConnecting()) {
         case Progress::Connected:
             Connected_ = true;
-            Why_.clear();
+            Ending_.clear();
             Left_.clear();
             return {};
         case Progress::UnderWay:
@@ -116,7 +116,7 @@ SourceTrouble TcpSource::TryAddresses() {
 }
 
 SourceTrouble TcpSource::Fail() {
-    return {NotAvailable, std::exchange(Why_, {})};
+    return {NotAvailable, std::exchange(Ending_, {})};
 }
 
 bool TcpSource::BeginConnecting(const HostAddress& address) {
@@ -131,7 +131,7 @@ bool TcpSource::BeginConnecting(const HostAddress& address) {
         if (::connect(Socket_.Number(), bytes, address.Length) == 0 || errno == EINPROGRESS)
             return true;
     }
-    Why_ = ReasonOf(errno);
+    Ending_ = ReasonOf(errno);
     Socket_.Close();
     return false;
 }
@@ -141,7 +141,7 @@ TcpSource::Progress TcpSource::LookAtConnecting() {
     if (::poll(&connecting, 1, 0) <= 0) {
         if (steady_clock::now() - Begun_ < LongestConnecting)
             return Progress::UnderWay;
-        Why_ = "no answer";
+        Ending_ = "no answer";
         return Progress::Failed;
     }
     int error = 0;
@@ -149,7 +149,7 @@ TcpSource::Progress TcpSource::LookAtConnecting() {
     if (::getsockopt(Socket_.Number(), SOL_SOCKET, SO_ERROR, &error, &size) != 0)
         error = errno;
     if (error != 0)
-        Why_ = ReasonOf(error);
+        Ending_ = ReasonOf(error);
     return error == 0 ? Progress::Connected : Progress::Failed;
 }
 
@@ -158,7 +158,7 @@ void TcpSource::Close() {
     Socket_.Close();
     Connected_ = false;
     Left_.clear();
-    Why_.clear();
+    Ending_.clear();
 }
 
 ReadState TcpSource::TakeAvailable(std::string& bytes) {
@@ -171,7 +171,7 @@ ReadState TcpSource::TakeAvailable(std::string& bytes) {
     const ReadState state = ReadDescriptor(Socket_.Number(), bytes, error);
     if (state == ReadState::Gone) {
         Close();
-        Why_ = error == 0 ? "the other end has closed the connection" : ReasonOf(error);
+        Ending_ = error == 0 ? "the other end has closed the connection" : ReasonOf(error);
     }
     return state;
 }

@@ -25,7 +25,7 @@ public:
     void Close() override;
     ReadState TakeAvailable(std::string& bytes) override;
     int Descriptor() const override { return Connected_ ? Socket_.Number() : -1; }
-    std::string Ending() const override { return Why_; }
+    std::string Ending() const override { return Ending_; }
 
 private:
     using Moment = std::chrono::steady_clock::time_point;
@@ -60,7 +60,7 @@ private:
     bool Connected_ = false;
     Moment Asked_{}; ///< time of the last call of Open
     Moment Begun_{}; ///< start of the current connection attempt
-    std::string Why_;
+    std::string Ending_;
 };
 
 } // namespace backends

@@ -24,14 +24,14 @@ class DiskFaults {
 public:
     /// Makes the next `writes` write operations fail; -1 means all from now on, 0 none. `good` operations succeed
     /// before that.
-    void FailNext(std::int32_t writes, std::int32_t good = 0) { Writes = {writes, good}; }
+    void FailNext(std::int32_t writes, std::int32_t good = 0) { Writes_ = {writes, good}; }
     /// The same for reads.
-    void FailNextReads(std::int32_t reads, std::int32_t good = 0) { Reads = {reads, good}; }
+    void FailNextReads(std::int32_t reads, std::int32_t good = 0) { Reads_ = {reads, good}; }
     /// Counts a write operation. Returns true if it must fail.
-    bool Strike() { return Strikes(Writes); }
-    bool StrikeRead() { return Strikes(Reads); }
+    bool Strike() { return Strikes(Writes_); }
+    bool StrikeRead() { return Strikes(Reads_); }
     /// True if any later operation is to fail.
-    bool Armed() const { return Writes.Left != 0 || Reads.Left != 0; }
+    bool Armed() const { return Writes_.Left != 0 || Reads_.Left != 0; }
 
     /// Called before each operation, to show that work continues.
     std::function<void()> Working;
@@ -47,38 +47,38 @@ private:
     };
     bool Strikes(Count& count) const;
 
-    Count Writes;
-    Count Reads;
+    Count Writes_;
+    Count Reads_;
 };
 
 class FailingFileSystem final : public FileSystem {
 public:
-    FailingFileSystem(FileSystem& inner, DiskFaults& faults) : Inner(inner), Faults(faults) {}
+    FailingFileSystem(FileSystem& inner, DiskFaults& faults) : Inner_(inner), Faults_(faults) {}
 
     ErrorNumber OpenFolder(const Text& path, bool create, std::unique_ptr<Folder>& folder) override;
     ErrorNumber OpenStream(const Text& fullName, StreamMode mode, std::unique_ptr<TextStream>& stream) override;
     ErrorNumber MoveFile(const Text& source, const Text& destination) override;
-    ErrorNumber DeleteFile(const Text& fullName) override { return Inner.DeleteFile(fullName); }
+    ErrorNumber DeleteFile(const Text& fullName) override { return Inner_.DeleteFile(fullName); }
 
 private:
-    FileSystem& Inner;
-    DiskFaults& Faults;
+    FileSystem& Inner_;
+    DiskFaults& Faults_;
 };
 
 class FailingDatabase final : public RecordDatabase {
 public:
-    FailingDatabase(RecordDatabase& inner, DiskFaults& faults) : Inner(inner), Faults(faults) {}
+    FailingDatabase(RecordDatabase& inner, DiskFaults& faults) : Inner_(inner), Faults_(faults) {}
 
     OpenedDatabase Open(const Text& name, DatabaseMode mode) override;
     OpenedDatabase Create(const Text& name, std::int32_t typeCode, std::int32_t creatorCode) override;
-    ErrorNumber Delete(const Text& name) override { return Inner.Delete(name); }
+    ErrorNumber Delete(const Text& name) override { return Inner_.Delete(name); }
     void Close(DatabaseId database) override;
 
-    std::int32_t RecordCount(DatabaseId database) override { return Inner.RecordCount(InnerId(database)); }
+    std::int32_t RecordCount(DatabaseId database) override { return Inner_.RecordCount(InnerId(database)); }
     ErrorNumber DeclareTable(DatabaseId database, const Text& name, const Text& definition) override;
 
     ErrorNumber AddRecord(DatabaseId database) override;
-    ErrorNumber BeginEdit(DatabaseId database) override { return Inner.BeginEdit(InnerId(database)); }
+    ErrorNumber BeginEdit(DatabaseId database) override { return Inner_.BeginEdit(InnerId(database)); }
     ErrorNumber WriteRecord(DatabaseId database, const LineRecord& record) override;
     ErrorNumber Commit(DatabaseId database) override;
     bool ReadRecord(DatabaseId database, LineRecord& record) override;
@@ -87,16 +87,16 @@ public:
     ErrorNumber RenumberRecords(DatabaseId database) override;
 
     ErrorNumber FindRecord(DatabaseId database, std::int32_t lineNumber) override;
-    std::int32_t Position(DatabaseId database) override { return Inner.Position(InnerId(database)); }
+    std::int32_t Position(DatabaseId database) override { return Inner_.Position(InnerId(database)); }
 
-    ErrorNumber BeginReading(DatabaseId database) override { return Inner.BeginReading(InnerId(database)); }
-    void EndReading(DatabaseId database) override { Inner.EndReading(InnerId(database)); }
-    ErrorNumber BeginBatch(DatabaseId database) override { return Inner.BeginBatch(InnerId(database)); }
+    ErrorNumber BeginReading(DatabaseId database) override { return Inner_.BeginReading(InnerId(database)); }
+    void EndReading(DatabaseId database) override { Inner_.EndReading(InnerId(database)); }
+    ErrorNumber BeginBatch(DatabaseId database) override { return Inner_.BeginBatch(InnerId(database)); }
     ErrorNumber EndBatch(DatabaseId database) override;
 
     Text FirstDatabase(std::int32_t typeCode, std::int32_t creatorCode) override;
-    const std::vector<Unlisted>& UnreadDatabases() const override { return Inner.UnreadDatabases(); }
-    Text NextDatabase() override { return Inner.NextDatabase(); }
+    const std::vector<Unlisted>& UnreadDatabases() const override { return Inner_.UnreadDatabases(); }
+    Text NextDatabase() override { return Inner_.NextDatabase(); }
 
 private:
     struct OpenOne {
@@ -108,21 +108,21 @@ private:
     OpenedDatabase Keep(const OpenedDatabase& opened, const Text& name, DatabaseMode mode);
     DatabaseId InnerId(DatabaseId database) const;
 
-    RecordDatabase& Inner;
-    DiskFaults& Faults;
-    std::map<DatabaseId, OpenOne> OpenOnes;
+    RecordDatabase& Inner_;
+    DiskFaults& Faults_;
+    std::map<DatabaseId, OpenOne> OpenOnes_;
 };
 
 class FailingSettings final : public Settings {
 public:
-    FailingSettings(Settings& inner, DiskFaults& faults) : Inner(inner), Faults(faults) {}
+    FailingSettings(Settings& inner, DiskFaults& faults) : Inner_(inner), Faults_(faults) {}
 
     Text Get(const Text& application, const Text& section, const Text& key, const Text& byDefault) const override;
     ErrorNumber Save(const Text& application, const Text& section, const Text& key, const Text& value) override;
 
 private:
-    Settings& Inner;
-    DiskFaults& Faults;
+    Settings& Inner_;
+    DiskFaults& Faults_;
 };
 
 } // namespace backends

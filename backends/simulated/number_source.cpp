@@ -5,7 +5,7 @@ namespace backends {
 
 double NumberSource::Next() {
     constexpr double wholeRange = 4294967296.0;
-    return static_cast<double>(Engine()) / wholeRange;
+    return static_cast<double>(Engine_()) / wholeRange;
 }
 
 } // namespace backends

@@ -12,12 +12,12 @@ using namespace platform;
 
 class NumberSource final : public Random {
 public:
-    void Seed(std::int32_t number) override { Engine.seed(static_cast<std::uint32_t>(number)); }
+    void Seed(std::int32_t number) override { Engine_.seed(static_cast<std::uint32_t>(number)); }
     double Next() override;
 
 private:
     std::mt19937
-        Engine; ///< the standard fixes its numbers; those of the standard distributions differ between libraries
+        Engine_; ///< the standard fixes its numbers; those of the standard distributions differ between libraries
 };
 
 } // namespace backends

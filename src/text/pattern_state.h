@@ -18,14 +18,14 @@ public:
 
     Thing* Take(std::size_t count) {
         if (count <= Few)
-            return Inside.data();
-        Outside.resize(count);
-        return Outside.data();
+            return Inside_.data();
+        Outside_.resize(count);
+        return Outside_.data();
     }
 
 private:
-    std::array<Thing, Few> Inside; // not initialised
-    std::vector<Thing> Outside;
+    std::array<Thing, Few> Inside_; // not initialised
+    std::vector<Thing> Outside_;
 };
 
 /// The outcome of an attempt to match: it ran into the end of the text, it holds, or an element refused a character.

@@ -27,64 +27,64 @@ Text Tag(TextView tag, TextView quoted) {
 } // namespace
 
 Text BlobCases::Variable() {
-    const Text name(Chosen.Of(Names));
-    return Chosen.OneIn(12) ? name : (name + u"=").append(Chosen.Of(Values));
+    const Text name(Chosen_.Of(Names));
+    return Chosen_.OneIn(12) ? name : (name + u"=").append(Chosen_.Of(Values));
 }
 
 Text BlobCases::VariableList() {
     Text list;
-    if (!Chosen.OneIn(20))
-        list.append(u"ORIGIN=").append(Chosen.Of(Identities));
-    for (std::uint32_t i = Chosen.Below(5); i > 0; --i)
+    if (!Chosen_.OneIn(20))
+        list.append(u"ORIGIN=").append(Chosen_.Of(Identities));
+    for (std::uint32_t i = Chosen_.Below(5); i > 0; --i)
         list += u"|" + Variable();
     return list;
 }
 
 Text BlobCases::QuotedLine() {
     Text line;
-    for (std::uint32_t i = Chosen.Below(7); i > 0; --i)
-        line += Chosen.Of(u"\"\"\"a ]+\u2222");
+    for (std::uint32_t i = Chosen_.Below(7); i > 0; --i)
+        line += Chosen_.Of(u"\"\"\"a ]+\u2222");
     return line;
 }
 
 Text BlobCases::LineOfBlob() {
-    switch (Chosen.Below(9)) {
+    switch (Chosen_.Below(9)) {
     case 0:
-        return Tag(u"[CONNECT", Chosen.Of(Identities));
+        return Tag(u"[CONNECT", Chosen_.Of(Identities));
     case 1:
     case 2:
-        return Tag(u"[ORIGIN", Chosen.Of(Identities));
+        return Tag(u"[ORIGIN", Chosen_.Of(Identities));
     case 3:
     case 4:
         return Tag(u"[DESCRIPTIVE_VAR", Variable());
     case 5: {
-        Text types(Chosen.Of(Types));
-        if (Chosen.OneIn(2))
-            types.append(u"\" \"").append(Chosen.Of(Types));
+        Text types(Chosen_.Of(Types));
+        if (Chosen_.OneIn(2))
+            types.append(u"\" \"").append(Chosen_.Of(Types));
         return Tag(u"[RESULT_TYPE", types);
     }
     case 6:
-        return Tag(u"[RESULT_VALUE", Chosen.Of(Values));
+        return Tag(u"[RESULT_VALUE", Chosen_.Of(Values));
     default:
-        return Tag(u"[RESULT_UNIT", Chosen.Of(Values));
+        return Tag(u"[RESULT_UNIT", Chosen_.Of(Values));
     }
 }
 
 Text BlobCases::LooseLine() {
-    switch (Chosen.Below(4)) {
+    switch (Chosen_.Below(4)) {
     case 0:
-        return Text(Chosen.Of(StartLines));
+        return Text(Chosen_.Of(StartLines));
     case 1:
-        return Text(Chosen.Of(EndLines));
+        return Text(Chosen_.Of(EndLines));
     case 2:
         return LineOfBlob();
     default:
-        return Text(Chosen.Of(Noise));
+        return Text(Chosen_.Of(Noise));
     }
 }
 
 TextView BlobCases::LineEnd() {
-    return LineEnds < 3 ? OddLineEnds[LineEnds] : Chosen.Of(OddLineEnds);
+    return LineEnds_ < 3 ? OddLineEnds[LineEnds_] : Chosen_.Of(OddLineEnds);
 }
 
 void BlobCases::AddLine(Text& text, TextView line) {
@@ -92,28 +92,28 @@ void BlobCases::AddLine(Text& text, TextView line) {
 }
 
 void BlobCases::AddBlob(Text& text, std::uint32_t depth) {
-    AddLine(text, Chosen.Of(StartLines));
-    for (std::uint32_t i = Chosen.Below(6); i > 0; --i)
-        if (depth < 3 && Chosen.OneIn(10))
+    AddLine(text, Chosen_.Of(StartLines));
+    for (std::uint32_t i = Chosen_.Below(6); i > 0; --i)
+        if (depth < 3 && Chosen_.OneIn(10))
             AddBlob(text, depth + 1);
         else
-            AddLine(text, Chosen.OneIn(15) ? LooseLine() : LineOfBlob());
-    AddLine(text, Chosen.Of(EndLines));
+            AddLine(text, Chosen_.OneIn(15) ? LooseLine() : LineOfBlob());
+    AddLine(text, Chosen_.Of(EndLines));
 }
 
 /// Many variables and many results, as of an instrument with many channels: it shows what is kept of each result.
 void BlobCases::AddLongBlob(Text& text) {
     AddLine(text, u"[BLob]");
-    for (std::uint32_t i = Chosen.Below(64); i > 0; --i)
+    for (std::uint32_t i = Chosen_.Below(64); i > 0; --i)
         AddLine(text, Tag(u"[DESCRIPTIVE_VAR", Text(u"a channel's name") + modStringTools::NumberText(i) + u"=1"));
-    for (std::uint32_t i = Chosen.Below(64); i > 0; --i)
-        AddLine(text, Chosen.OneIn(20) ? LineOfBlob() : Tag(u"[RESULT_UNIT", u"u"));
+    for (std::uint32_t i = Chosen_.Below(64); i > 0; --i)
+        AddLine(text, Chosen_.OneIn(20) ? LineOfBlob() : Tag(u"[RESULT_UNIT", u"u"));
     AddLine(text, u"[/BLob]");
 }
 
 void BlobCases::Damage(Text& text) {
-    const std::size_t at = Chosen.Below(static_cast<std::uint32_t>(text.size()));
-    switch (Chosen.Below(5)) {
+    const std::size_t at = Chosen_.Below(static_cast<std::uint32_t>(text.size()));
+    switch (Chosen_.Below(5)) {
     case 0:
         text.erase(at, 1);
         break;
@@ -124,47 +124,47 @@ void BlobCases::Damage(Text& text) {
         text[at] = modStringTools::LowerChar(text[at]);
         break;
     case 3:
-        text.insert(at, 1, Chosen.Of(u"\r\n\"][|+."));
+        text.insert(at, 1, Chosen_.Of(u"\r\n\"][|+."));
         break;
     default:
-        text[at] = Chosen.Of(u"\u0130\u212A\u00C4\u00E4i \u5B0D");
+        text[at] = Chosen_.Of(u"\u0130\u212A\u00C4\u00E4i \u5B0D");
         break;
     }
 }
 
 Text BlobCases::Stream() {
     Text text;
-    LineEnds = Chosen.Below(4);
-    for (std::uint32_t i = 1 + Chosen.Below(4); i > 0; --i)
-        if (Chosen.OneIn(3))
+    LineEnds_ = Chosen_.Below(4);
+    for (std::uint32_t i = 1 + Chosen_.Below(4); i > 0; --i)
+        if (Chosen_.OneIn(3))
             AddLine(text, LooseLine());
         else
             AddBlob(text, 1);
-    if (Chosen.OneIn(4))
+    if (Chosen_.OneIn(4))
         text += LooseLine();
-    while (!text.empty() && Chosen.OneIn(2))
+    while (!text.empty() && Chosen_.OneIn(2))
         Damage(text);
     return text;
 }
 
 Text BlobCases::ShortStream() {
     Text text;
-    LineEnds = Chosen.Below(6);
-    for (std::uint32_t i = 1 + Chosen.Below(9); i > 0; --i)
-        AddLine(text, Chosen.Of(ShortLines));
+    LineEnds_ = Chosen_.Below(6);
+    for (std::uint32_t i = 1 + Chosen_.Below(9); i > 0; --i)
+        AddLine(text, Chosen_.Of(ShortLines));
     return text;
 }
 
 Text BlobCases::BlobText() {
-    LineEnds = 0;
+    LineEnds_ = 0;
     Text text;
-    if (Chosen.OneIn(200))
+    if (Chosen_.OneIn(200))
         AddLongBlob(text);
     else
         AddBlob(text, 3);
-    while (Chosen.OneIn(3))
-        text += Chosen.OneIn(2) ? LooseLine() : LineOfBlob() + u"\r";
-    while (!text.empty() && Chosen.OneIn(2))
+    while (Chosen_.OneIn(3))
+        text += Chosen_.OneIn(2) ? LooseLine() : LineOfBlob() + u"\r";
+    while (!text.empty() && Chosen_.OneIn(2))
         Damage(text);
     return text;
 }

@@ -10,7 +10,7 @@ namespace reference {
 
 class BlobCases {
 public:
-    explicit BlobCases(Choices& choices) : Chosen(choices) {}
+    explicit BlobCases(Choices& choices) : Chosen_(choices) {}
 
     /// A few BLobs and noise.
     Text Stream();
@@ -33,8 +33,8 @@ private:
     void AddLongBlob(Text& text);
     void Damage(Text& text);
 
-    Choices& Chosen;
-    std::uint32_t LineEnds = 0; ///< 0 CR, 1 CR LF, 2 LF, 3 a mixture
+    Choices& Chosen_;
+    std::uint32_t LineEnds_ = 0; ///< 0 CR, 1 CR LF, 2 LF, 3 a mixture
 };
 
 } // namespace reference

@@ -43,53 +43,53 @@ public:
     }
 
     void Connect(const Text& identity) {
-        Decoder.ConnectedID = Literal.Decoder.ConnectedID = identity;
-        Done = "connected to " + Shown(identity);
+        Decoder.ConnectedID = Literal_.Decoder.ConnectedID = identity;
+        Done_ = "connected to " + Shown(identity);
     }
 
     void Receive(const Text& piece) {
-        Done += ", " + Shown(piece);
-        Given += piece.size();
-        CompareOne("result", modBLob::ExtractBlobs(piece), ExtractBlobs(Literal, piece));
-        CompareOne("BlobBuffer", modBLob::Framing.BlobBuffer, Literal.BlobBuffer);
+        Done_ += ", " + Shown(piece);
+        Given_ += piece.size();
+        CompareOne("result", modBLob::ExtractBlobs(piece), ExtractBlobs(Literal_, piece));
+        CompareOne("BlobBuffer", modBLob::Framing.BlobBuffer, Literal_.BlobBuffer);
         CompareSlots();
     }
 
     void Decode(const Text& blob) {
-        Done += ", " + Shown(blob);
-        Given += blob.size();
-        CompareOne("result", modBLob::DecodeBlob(blob), DecodeBlob(Literal, blob));
+        Done_ += ", " + Shown(blob);
+        Given_ += blob.size();
+        CompareOne("result", modBLob::DecodeBlob(blob), DecodeBlob(Literal_, blob));
         CompareSlots();
     }
 
     /// Delivers results, at most that many.
     void Deliver(std::uint32_t most) {
         bool more = true;
-        for (std::uint32_t i = 0; i < most && more && Differences.empty(); ++i) {
-            Done += ", next result";
+        for (std::uint32_t i = 0; i < most && more && Differences_.empty(); ++i) {
+            Done_ += ", next result";
             more = modBLob::NextResult();
-            CompareOne("result", more, NextResult(Literal));
+            CompareOne("result", more, NextResult(Literal_));
             CompareSlots();
-            CompareOne("ResultTypes", Decoder.ResultTypes, Literal.Decoder.ResultTypes);
-            CompareOne("ResultVars", Decoder.ResultVars, Literal.Decoder.ResultVars);
-            CompareOne("ResultValue", Decoder.ResultValue, Literal.Decoder.ResultValue);
-            CompareOne("ResultUnit", Decoder.ResultUnit, Literal.Decoder.ResultUnit);
+            CompareOne("ResultTypes", Decoder.ResultTypes, Literal_.Decoder.ResultTypes);
+            CompareOne("ResultVars", Decoder.ResultVars, Literal_.Decoder.ResultVars);
+            CompareOne("ResultValue", Decoder.ResultValue, Literal_.Decoder.ResultValue);
+            CompareOne("ResultUnit", Decoder.ResultUnit, Literal_.Decoder.ResultUnit);
         }
     }
 
-    bool Agree() const { return Differences.empty(); }
-    std::string Difference() const { return Agree() ? "" : Done + ":" + Differences; }
+    bool Agree() const { return Differences_.empty(); }
+    std::string Difference() const { return Agree() ? "" : Done_ + ":" + Differences_; }
 
 private:
     template <typename Value>
     void CompareOne(const char* what, const Value& product, const Value& literal) {
         if (product != literal)
-            Differences += std::string("\n  ") + what + " " + Shown(product) + " instead of " + Shown(literal);
+            Differences_ += std::string("\n  ") + what + " " + Shown(product) + " instead of " + Shown(literal);
     }
 
     void CompareSlots() {
         LookAtMemory();
-        const LiteralDecoder& literal = Literal.Decoder;
+        const LiteralDecoder& literal = Literal_.Decoder;
         const modBLob::SlotTexts slots = modBLob::TextsOfSlots(modBLob::Decoder);
         CompareOne("ConnectedID", Decoder.ConnectedID, literal.ConnectedID);
         CompareOne("ConnectSeen", Decoder.ConnectSeen, literal.ConnectSeen);
@@ -108,14 +108,14 @@ private:
         std::size_t held = 0;
         for (const modBLob::ResultSlot& slot : Decoder.Slots)
             held += slot.Types.size() + slot.Vars.size() + slot.Value.size() + slot.Unit.size();
-        if (held > 4 * Given + EachSlot * Decoder.Slots.size())
-            Differences += "\n  the slots hold " + std::to_string(held) + " characters of " + std::to_string(Given);
+        if (held > 4 * Given_ + EachSlot * Decoder.Slots.size())
+            Differences_ += "\n  the slots hold " + std::to_string(held) + " characters of " + std::to_string(Given_);
     }
 
-    std::size_t Given = 0; ///< characters
-    BlobReference Literal;
-    std::string Done;
-    std::string Differences;
+    std::size_t Given_ = 0; ///< characters
+    BlobReference Literal_;
+    std::string Done_;
+    std::string Differences_;
 };
 
 constexpr std::uint32_t All = 1000;

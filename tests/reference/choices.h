@@ -9,15 +9,15 @@ namespace reference {
 
 class Choices {
 public:
-    explicit Choices(std::uint64_t seed) : State(seed) {}
-    Choices(const std::uint8_t* bytes, std::size_t count) : Bytes(bytes), Left(count) {}
+    explicit Choices(std::uint64_t seed) : State_(seed) {}
+    Choices(const std::uint8_t* bytes, std::size_t count) : Bytes_(bytes), Left_(count) {}
 
     /// A number from 0 to `count` - 1. Bytes that have run out go on as zeros, so that each case comes to an end that
     /// takes the first of the offered choices for good.
     std::uint32_t Below(std::uint32_t count) {
         if (count < 2)
             return 0;
-        if (Bytes == nullptr)
+        if (Bytes_ == nullptr)
             return static_cast<std::uint32_t>((Next() >> 32U) * count >> 32U);
         std::uint32_t number = TakeByte();
         for (std::uint32_t reached = 256; reached < count && reached != 0; reached <<= 8U)
@@ -33,22 +33,22 @@ public:
 private:
     /// splitmix64, as Vigna published it: the same on every machine, and each seed is as good as any other.
     std::uint64_t Next() {
-        State += 0x9E3779B97F4A7C15U;
-        std::uint64_t mixed = State;
+        State_ += 0x9E3779B97F4A7C15U;
+        std::uint64_t mixed = State_;
         mixed = (mixed ^ mixed >> 30U) * 0xBF58476D1CE4E5B9U;
         mixed = (mixed ^ mixed >> 27U) * 0x94D049BB133111EBU;
         return mixed ^ mixed >> 31U;
     }
     std::uint32_t TakeByte() {
-        if (Left == 0)
+        if (Left_ == 0)
             return 0;
-        --Left;
-        return *Bytes++;
+        --Left_;
+        return *Bytes_++;
     }
 
-    std::uint64_t State = 0;
-    const std::uint8_t* Bytes = nullptr;
-    std::size_t Left = 0;
+    std::uint64_t State_ = 0;
+    const std::uint8_t* Bytes_ = nullptr;
+    std::size_t Left_ = 0;
 };
 
 } // namespace reference

@@ -37,84 +37,85 @@ std::string Shown(const FileHandle& handle) {
 class Case {
 public:
     Case(Choices& choices, Kind kind)
-        : Chosen(choices), OnDisk(kind == Kind::OnDisk), Device(StorageDevice::Fresh(kind)),
-          Literal(Disk, Numbers, 0, u".\\Quorin\\") {}
+        : Chosen_(choices), OnDisk_(kind == Kind::OnDisk), Device_(StorageDevice::Fresh(kind)),
+          Literal_(Disk_, Numbers_, 0, u".\\Quorin\\") {}
 
     std::string Run() {
         for (const Text& name : {Names[0], Names[1]}) {
-            if (Chosen.OneIn(3))
+            if (Chosen_.OneIn(3))
                 continue;
-            const std::string bytes = SomeBytes(Chosen);
-            SoFar.Note(modStringTools::ToBytes(name) + " = [" + bytes + "]");
-            Device.Put(name, bytes);
-            Disk.Put(name, bytes);
+            const std::string bytes = SomeBytes(Chosen_);
+            SoFar_.Note(modStringTools::ToBytes(name) + " = [" + bytes + "]");
+            Device_.Put(name, bytes);
+            Disk_.Put(name, bytes);
         }
         Open(0);
-        for (std::uint32_t left = 1 + Chosen.Below(7); left > 0 && SoFar.Agrees(); --left)
+        for (std::uint32_t left = 1 + Chosen_.Below(7); left > 0 && SoFar_.Agrees(); --left)
             Step();
         for (int which : {0, 1}) {
-            modFileSystem::CloseFile(Handles[which]);
-            Literal.CloseFile(LiteralHandles[which]);
+            modFileSystem::CloseFile(Handles_[which]);
+            Literal_.CloseFile(LiteralHandles_[which]);
         }
-        SoFar.Expect(Device.Shown(), Disk.Shown());
-        return SoFar.Difference();
+        SoFar_.Expect(Device_.Shown(), Disk_.Shown());
+        return SoFar_.Difference();
     }
 
 private:
     /// On a real disk two handles stand on two files: what a file's time can't tell is no matter of the forms.
     Text Name(int which) {
-        if (OnDisk)
-            return Chosen.OneIn(6) ? Names[2 + which] : Names[which];
-        return Chosen.OneIn(2) ? Names[0] : Chosen.Of(Names);
+        if (OnDisk_)
+            return Chosen_.OneIn(6) ? Names[2 + which] : Names[which];
+        return Chosen_.OneIn(2) ? Names[0] : Chosen_.Of(Names);
     }
 
     void Open(int which) {
         const Text name = Name(which);
         const Text modes[] = {u"a", u"w", u"r"};
         // Who opens a database for reading must not write to it.
-        const Text& mode = modes[Chosen.Below(name == Names[2] ? 2 : 3)];
-        SoFar.Note("open " + std::to_string(which) + " " + modStringTools::ToBytes(name + u" " + mode));
-        modFileSystem::CloseFile(Handles[which]);
-        Literal.CloseFile(LiteralHandles[which]);
-        modFileSystem::OpenFile(Handles[which], name, mode, u"TEXT", u"QVRN");
-        Literal.OpenFile(LiteralHandles[which], name, mode, u"TEXT", u"QVRN");
-        if (name == Names[2] && Handles[which].valid && LiteralHandles[which].valid)
+        const Text& mode = modes[Chosen_.Below(name == Names[2] ? 2 : 3)];
+        SoFar_.Note("open " + std::to_string(which) + " " + modStringTools::ToBytes(name + u" " + mode));
+        modFileSystem::CloseFile(Handles_[which]);
+        Literal_.CloseFile(LiteralHandles_[which]);
+        modFileSystem::OpenFile(Handles_[which], name, mode, u"TEXT", u"QVRN");
+        Literal_.OpenFile(LiteralHandles_[which], name, mode, u"TEXT", u"QVRN");
+        if (name == Names[2] && Handles_[which].valid && LiteralHandles_[which].valid)
             Fill(which);
-        SoFar.Expect(Shown(Handles[which]), Shown(LiteralHandles[which]));
+        SoFar_.Expect(Shown(Handles_[which]), Shown(LiteralHandles_[which]));
     }
 
     void Fill(int which) {
-        for (std::uint32_t left = Chosen.Below(6); left > 0; --left) {
-            const Text& text = Chosen.Of(Texts);
-            SoFar.Note("write [" + modStringTools::ToBytes(text) + "]");
-            modFileSystem::WriteFileLine(Handles[which], text);
-            Literal.WriteFileLine(LiteralHandles[which], text);
+        for (std::uint32_t left = Chosen_.Below(6); left > 0; --left) {
+            const Text& text = Chosen_.Of(Texts);
+            SoFar_.Note("write [" + modStringTools::ToBytes(text) + "]");
+            modFileSystem::WriteFileLine(Handles_[which], text);
+            Literal_.WriteFileLine(LiteralHandles_[which], text);
         }
     }
 
     void Step() {
-        const int which = Chosen.OneIn(3) ? 1 : 0;
-        const std::uint32_t what = Chosen.Below(10);
+        const int which = Chosen_.OneIn(3) ? 1 : 0;
+        const std::uint32_t what = Chosen_.Below(10);
         if (what == 9)
             return Open(which);
-        Line = Chosen.OneIn(4) ? static_cast<std::int32_t>(Chosen.Below(9)) - 2
-                               : 1 + static_cast<std::int32_t>(Chosen.Below(6));
-        Position = Chosen.OneIn(8) ? 3 : 1 + static_cast<std::int32_t>(Chosen.Below(2));
-        Words = Chosen.Of(Texts);
-        SoFar.Note("step " + std::to_string(what) + " on " + std::to_string(which) + ", line" + Number(Line) +
-                   ", position" + Number(Position) + ", [" + modStringTools::ToBytes(Words) + "]");
-        if (OnDisk && what == 8) { // on a real disk a file that is open gets its text when it is closed, deleted or not
-            modFileSystem::CloseFile(Handles[0]);
-            Literal.CloseFile(LiteralHandles[0]);
+        Line_ = Chosen_.OneIn(4) ? static_cast<std::int32_t>(Chosen_.Below(9)) - 2
+                                 : 1 + static_cast<std::int32_t>(Chosen_.Below(6));
+        Position_ = Chosen_.OneIn(8) ? 3 : 1 + static_cast<std::int32_t>(Chosen_.Below(2));
+        Words_ = Chosen_.Of(Texts);
+        SoFar_.Note("step " + std::to_string(what) + " on " + std::to_string(which) + ", line" + Number(Line_) +
+                    ", position" + Number(Position_) + ", [" + modStringTools::ToBytes(Words_) + "]");
+        if (OnDisk_ &&
+            what == 8) { // on a real disk a file that is open gets its text when it is closed, deleted or not
+            modFileSystem::CloseFile(Handles_[0]);
+            Literal_.CloseFile(LiteralHandles_[0]);
         }
-        const std::string product = Product(Handles[which], what);
-        const std::string literal = ByTheLetter(LiteralHandles[which], what);
-        SoFar.Expect(product + Shown(Handles[which]), literal + Shown(LiteralHandles[which]));
+        const std::string product = Product(Handles_[which], what);
+        const std::string literal = ByTheLetter(LiteralHandles_[which], what);
+        SoFar_.Expect(product + Shown(Handles_[which]), literal + Shown(LiteralHandles_[which]));
     }
 
     std::string Product(FileHandle& handle, std::uint32_t what) {
         using namespace modFileSystem;
-        std::int32_t line = what == 1 ? -1 : Line;
+        std::int32_t line = what == 1 ? -1 : Line_;
         switch (what) {
         case 0:
             return Number(SeekFileLine(handle, line));
@@ -124,57 +125,57 @@ private:
             return Number(line) + modStringTools::ToBytes(text);
         }
         case 3:
-            return Number(WriteFileLine(handle, Words));
+            return Number(WriteFileLine(handle, Words_));
         case 4:
             return Number(FileLineCount(handle));
         case 5:
-            return Number(ChangeFileLine(handle, line, Words));
+            return Number(ChangeFileLine(handle, line, Words_));
         case 6:
             return Number(DeleteFileLine(handle, line));
         case 7:
-            return Number(InsertFileLine(handle, line, modFileSystem::InsertPosition{Position}, Words));
+            return Number(InsertFileLine(handle, line, modFileSystem::InsertPosition{Position_}, Words_));
         default:
-            return Position == 3 ? Number(DeleteFile(Names[0])) : std::string();
+            return Position_ == 3 ? Number(DeleteFile(Names[0])) : std::string();
         }
     }
 
     std::string ByTheLetter(FileHandle& handle, std::uint32_t what) {
-        std::int32_t line = what == 1 ? -1 : Line;
+        std::int32_t line = what == 1 ? -1 : Line_;
         switch (what) {
         case 0:
-            return Number(Literal.SeekFileLine(handle, line));
+            return Number(Literal_.SeekFileLine(handle, line));
         case 1:
         case 2: {
-            const Text text = Literal.ReadFileLine(handle, line);
+            const Text text = Literal_.ReadFileLine(handle, line);
             return Number(line) + modStringTools::ToBytes(text);
         }
         case 3:
-            return Number(Literal.WriteFileLine(handle, Words));
+            return Number(Literal_.WriteFileLine(handle, Words_));
         case 4:
-            return Number(Literal.FileLineCount(handle));
+            return Number(Literal_.FileLineCount(handle));
         case 5:
-            return Number(Literal.ChangeFileLine(handle, line, Words));
+            return Number(Literal_.ChangeFileLine(handle, line, Words_));
         case 6:
-            return Number(Literal.DeleteFileLine(handle, line));
+            return Number(Literal_.DeleteFileLine(handle, line));
         case 7:
-            return Number(Literal.InsertFileLine(handle, line, Position, Words));
+            return Number(Literal_.InsertFileLine(handle, line, Position_, Words_));
         default:
-            return Position == 3 ? Number(Literal.DeleteFile(Names[0])) : std::string();
+            return Position_ == 3 ? Number(Literal_.DeleteFile(Names[0])) : std::string();
         }
     }
 
-    Choices& Chosen;
-    bool OnDisk;
-    StorageDevice& Device;
-    MemoryDisk Disk;
-    QuickNumbers Numbers;
-    LineFiles Literal;
-    FileHandle Handles[2];
-    FileHandle LiteralHandles[2];
-    std::int32_t Line = 0;
-    std::int32_t Position = 0;
-    Text Words;
-    Course SoFar;
+    Choices& Chosen_;
+    bool OnDisk_;
+    StorageDevice& Device_;
+    MemoryDisk Disk_;
+    QuickNumbers Numbers_;
+    LineFiles Literal_;
+    FileHandle Handles_[2];
+    FileHandle LiteralHandles_[2];
+    std::int32_t Line_ = 0;
+    std::int32_t Position_ = 0;
+    Text Words_;
+    Course SoFar_;
 };
 
 } // namespace

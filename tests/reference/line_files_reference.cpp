@@ -20,7 +20,7 @@ void LineFiles::OpenFile(FileHandle& handle, const Text& fullName, const Text& m
     std::int16_t slot = 0;
     if (fileType != u"temp" || creator != u"temp") {
         slot = 1;
-        while (slot < 6 && SlotState.at(static_cast<std::size_t>(slot)) != 0)
+        while (slot < 6 && SlotState_.at(static_cast<std::size_t>(slot)) != 0)
             ++slot;
         if (slot == 6)
             return;
@@ -51,14 +51,14 @@ void LineFiles::OpenFile(FileHandle& handle, const Text& fullName, const Text& m
 void LineFiles::OpenDatabase(FileHandle& handle) {
     std::int32_t& state = State(handle);
     if (handle.mode == u"r")
-        state = Databases.Open(handle.name, DatabaseMode::Read).Id;
+        state = Databases_.Open(handle.name, DatabaseMode::Read).Id;
     if (handle.mode == u"a")
-        state = Databases.Open(handle.name, DatabaseMode::ReadWrite).Id;
+        state = Databases_.Open(handle.name, DatabaseMode::ReadWrite).Id;
     if (handle.mode == u"w")
-        Databases.Delete(handle.name);
+        Databases_.Delete(handle.name);
     if (handle.mode != u"r" && state == 0) {
         state =
-            Databases
+            Databases_
                 .Create(handle.name, modFileSystem::PackCode(handle.fileType), modFileSystem::PackCode(handle.creator))
                 .Id;
         handle.recordNumber = 0;
@@ -66,18 +66,18 @@ void LineFiles::OpenDatabase(FileHandle& handle) {
 }
 
 void LineFiles::OpenText(FileHandle& handle) {
-    auto& stream = SlotStream.at(static_cast<std::size_t>(handle.slot));
+    auto& stream = SlotStream_.at(static_cast<std::size_t>(handle.slot));
     const Text fullName = handle.path + handle.name;
     stream.reset();
     if (handle.mode == u"w") {
-        Files.OpenStream(fullName, StreamMode::Create, stream);
+        Files_.OpenStream(fullName, StreamMode::Create, stream);
         handle.nextLine = 1;
     } else {
-        Files.OpenStream(fullName, StreamMode::Existing, stream);
+        Files_.OpenStream(fullName, StreamMode::Existing, stream);
     }
     if (handle.mode == u"a") {
         if (!stream)
-            Files.OpenStream(fullName, StreamMode::Create, stream);
+            Files_.OpenStream(fullName, StreamMode::Create, stream);
         handle.valid = true; // for the count
         handle.nextLine = FileLineCount(handle) + 1;
         stream->Seek(0, Origin::End);
@@ -88,9 +88,9 @@ void LineFiles::OpenText(FileHandle& handle) {
 void LineFiles::CloseFile(FileHandle& handle) {
     if (handle.valid) {
         if (handle.isDatabase)
-            Databases.Close(State(handle));
+            Databases_.Close(State(handle));
         else
-            SlotStream.at(static_cast<std::size_t>(handle.slot)).reset();
+            SlotStream_.at(static_cast<std::size_t>(handle.slot)).reset();
         State(handle) = 0;
     }
     ResetFileHandle(handle);
@@ -111,10 +111,10 @@ std::int32_t LineFiles::WriteFileLine(FileHandle& handle, const Text& text) {
     if (!handle.valid)
         return 0;
     if (handle.isDatabase) {
-        handle.recordNumber = Databases.RecordCount(State(handle)) + 1;
-        Databases.AddRecord(State(handle));
-        Databases.WriteRecord(State(handle), {handle.recordNumber, text});
-        Databases.Commit(State(handle));
+        handle.recordNumber = Databases_.RecordCount(State(handle)) + 1;
+        Databases_.AddRecord(State(handle));
+        Databases_.WriteRecord(State(handle), {handle.recordNumber, text});
+        Databases_.Commit(State(handle));
     } else {
         Stream(handle).WriteLine(text);
         ++handle.nextLine;
@@ -126,8 +126,8 @@ std::int32_t LineFiles::SeekFileLine(FileHandle& handle, std::int32_t line) {
     if (line < 1 || !handle.valid)
         return 0;
     if (handle.isDatabase) {
-        const bool found = Databases.FindRecord(State(handle), line) == NoError;
-        handle.recordNumber = found ? Databases.Position(State(handle)) + 1 : 0;
+        const bool found = Databases_.FindRecord(State(handle), line) == NoError;
+        handle.recordNumber = found ? Databases_.Position(State(handle)) + 1 : 0;
         handle.nextLine = handle.recordNumber;
         return handle.recordNumber;
     }
@@ -152,7 +152,7 @@ Text LineFiles::ReadFileLine(FileHandle& handle, std::int32_t& line) {
         return {};
     if (handle.isDatabase) {
         LineRecord record;
-        if (Databases.ReadRecord(State(handle), record) && record.LineNumber == line) {
+        if (Databases_.ReadRecord(State(handle), record) && record.LineNumber == line) {
             handle.nextLine = line + 1;
             return record.LineData;
         }
@@ -171,11 +171,11 @@ bool LineFiles::ChangeFileLine(FileHandle& handle, std::int32_t line, const Text
     if (!handle.isDatabase)
         return Rewrite(handle, Edit::Change, line, 0, text);
     LineRecord record;
-    if (!Databases.ReadRecord(State(handle), record) || record.LineNumber != line)
+    if (!Databases_.ReadRecord(State(handle), record) || record.LineNumber != line)
         return false;
-    Databases.BeginEdit(State(handle));
-    Databases.WriteRecord(State(handle), {line, text});
-    Databases.Commit(State(handle));
+    Databases_.BeginEdit(State(handle));
+    Databases_.WriteRecord(State(handle), {line, text});
+    Databases_.Commit(State(handle));
     return true;
 }
 
@@ -185,9 +185,9 @@ bool LineFiles::DeleteFileLine(FileHandle& handle, std::int32_t line) {
     if (!handle.isDatabase)
         return Rewrite(handle, Edit::Delete, line, 0, u"");
     LineRecord record;
-    if (!Databases.ReadRecord(State(handle), record) || record.LineNumber != line)
+    if (!Databases_.ReadRecord(State(handle), record) || record.LineNumber != line)
         return false;
-    if (Databases.DeleteRecord(State(handle)) != NoError)
+    if (Databases_.DeleteRecord(State(handle)) != NoError)
         return false;
     RenumberDatabaseLines(handle);
     return true;
@@ -203,42 +203,42 @@ bool LineFiles::InsertFileLine(FileHandle& handle, std::int32_t line, std::int32
 
 bool LineFiles::InsertRecord(FileHandle& handle, std::int32_t target, const Text& text) {
     const DatabaseId id = State(handle);
-    Databases.AddRecord(id);
-    Databases.WriteRecord(id, {0, u""});
-    Databases.Commit(id);
-    Databases.MoveLast(id);
-    for (std::int32_t number = Databases.RecordCount(id); number >= target + 1; --number) {
+    Databases_.AddRecord(id);
+    Databases_.WriteRecord(id, {0, u""});
+    Databases_.Commit(id);
+    Databases_.MoveLast(id);
+    for (std::int32_t number = Databases_.RecordCount(id); number >= target + 1; --number) {
         LineRecord record;
-        Databases.MovePrevious(id);
-        if (!Databases.ReadRecord(id, record))
+        Databases_.MovePrevious(id);
+        if (!Databases_.ReadRecord(id, record))
             return false;
         ++record.LineNumber;
-        Databases.MoveNext(id);
-        Databases.BeginEdit(id);
-        Databases.WriteRecord(id, record);
-        Databases.Commit(id);
-        Databases.MovePrevious(id);
+        Databases_.MoveNext(id);
+        Databases_.BeginEdit(id);
+        Databases_.WriteRecord(id, record);
+        Databases_.Commit(id);
+        Databases_.MovePrevious(id);
     }
-    Databases.BeginEdit(id);
-    Databases.WriteRecord(id, {target, text});
-    Databases.Commit(id);
+    Databases_.BeginEdit(id);
+    Databases_.WriteRecord(id, {target, text});
+    Databases_.Commit(id);
     return true;
 }
 
 void LineFiles::RenumberDatabaseLines(FileHandle& handle) {
     const DatabaseId id = State(handle);
     std::int32_t number = 1;
-    Databases.MoveFirst(id);
-    while (!Databases.AtEnd(id)) {
+    Databases_.MoveFirst(id);
+    while (!Databases_.AtEnd(id)) {
         LineRecord record;
-        if (Databases.ReadRecord(id, record) && record.LineNumber != number) {
-            Databases.BeginEdit(id);
+        if (Databases_.ReadRecord(id, record) && record.LineNumber != number) {
+            Databases_.BeginEdit(id);
             record.LineNumber = number;
-            Databases.WriteRecord(id, record);
-            Databases.Commit(id);
+            Databases_.WriteRecord(id, record);
+            Databases_.Commit(id);
         }
         ++number;
-        Databases.MoveNext(id);
+        Databases_.MoveNext(id);
     }
 }
 
@@ -246,7 +246,7 @@ std::int32_t LineFiles::FileLineCount(FileHandle& handle) {
     if (!handle.valid)
         return 0;
     if (handle.isDatabase)
-        return Databases.RecordCount(State(handle));
+        return Databases_.RecordCount(State(handle));
     TextStream& stream = Stream(handle);
     stream.Seek(0, Origin::Start);
     std::int32_t count = 0;
@@ -262,22 +262,22 @@ bool LineFiles::Rewrite(FileHandle& handle, Edit edit, std::int32_t line, std::i
     if (SeekFileLine(handle, 1) != 1)
         return false;
     OpenTempFile();
-    if (!TempFile.valid)
+    if (!TempFile_.valid)
         return false;
     for (std::int32_t number = 1; number <= count; ++number) {
         std::int32_t next = -1;
         const Text old = ReadFileLine(handle, next);
         const bool here = number == line;
         if (here && (edit == Edit::Change || (edit == Edit::Insert && position == 1)))
-            WriteFileLine(TempFile, text);
+            WriteFileLine(TempFile_, text);
         if (!here || edit == Edit::Insert)
-            WriteFileLine(TempFile, old);
+            WriteFileLine(TempFile_, old);
         if (here && edit == Edit::Insert && position == 2)
-            WriteFileLine(TempFile, text);
+            WriteFileLine(TempFile_, text);
     }
     const std::int32_t expected = count + (edit == Edit::Insert ? 1 : edit == Edit::Delete ? -1 : 0);
-    if (FileLineCount(TempFile) != expected) {
-        CloseFile(TempFile);
+    if (FileLineCount(TempFile_) != expected) {
+        CloseFile(TempFile_);
         return false;
     }
     ReplaceWithTempFile(handle);
@@ -285,26 +285,26 @@ bool LineFiles::Rewrite(FileHandle& handle, Edit edit, std::int32_t line, std::i
 }
 
 void LineFiles::OpenTempFile() {
-    Chance.Seed(Seconds);
+    Chance_.Seed(Seconds_);
     Text name;
     do {
-        CloseFile(TempFile);
-        name = Folder;
+        CloseFile(TempFile_);
+        name = Folder_;
         for (int digit = 0; digit < 8; ++digit)
-            name += static_cast<char16_t>(u'0' + static_cast<int>(Chance.Next() * 10));
+            name += static_cast<char16_t>(u'0' + static_cast<int>(Chance_.Next() * 10));
         name += u".txt";
-        OpenFile(TempFile, name, u"r", u"temp", u"temp");
-    } while (TempFile.valid);
-    OpenFile(TempFile, name, u"w", u"temp", u"temp");
+        OpenFile(TempFile_, name, u"r", u"temp", u"temp");
+    } while (TempFile_.valid);
+    OpenFile(TempFile_, name, u"w", u"temp", u"temp");
 }
 
 void LineFiles::ReplaceWithTempFile(FileHandle& handle) {
     const FileHandle old = handle;
-    const Text scratch = TempFile.path + TempFile.name;
-    CloseFile(TempFile);
+    const Text scratch = TempFile_.path + TempFile_.name;
+    CloseFile(TempFile_);
     CloseFile(handle);
-    Files.CopyFile(scratch, old.path + old.name);
-    Files.DeleteFile(scratch);
+    Files_.CopyFile(scratch, old.path + old.name);
+    Files_.DeleteFile(scratch);
     OpenFile(handle, old.path + old.name, u"a", old.fileType, old.creator);
     SeekFileLine(handle, old.nextLine);
 }
@@ -317,8 +317,8 @@ bool LineFiles::DeleteFile(const Text& fullName) {
     const FileHandle found = handle;
     CloseFile(handle);
     if (found.isDatabase)
-        return Databases.Delete(found.name) == NoError;
-    return Files.DeleteFile(found.path + found.name) == NoError;
+        return Databases_.Delete(found.name) == NoError;
+    return Files_.DeleteFile(found.path + found.name) == NoError;
 }
 
 } // namespace reference

@@ -16,7 +16,7 @@ class LineFiles {
 public:
     /// The scratch file lies in the folder, under a name that the random numbers give.
     LineFiles(MemoryDisk& disk, platform::Random& random, std::int32_t secondsSinceMidnight, Text folder)
-        : Files(disk), Databases(disk), Chance(random), Seconds(secondsSinceMidnight), Folder(std::move(folder)) {}
+        : Files_(disk), Databases_(disk), Chance_(random), Seconds_(secondsSinceMidnight), Folder_(std::move(folder)) {}
 
     void OpenFile(FileHandle& handle, const Text& fullName, const Text& mode, const Text& fileType,
                   const Text& creator);
@@ -34,9 +34,9 @@ public:
 private:
     enum class Edit { Change, Delete, Insert };
 
-    std::int32_t& State(const FileHandle& handle) { return SlotState.at(static_cast<std::size_t>(handle.slot)); }
+    std::int32_t& State(const FileHandle& handle) { return SlotState_.at(static_cast<std::size_t>(handle.slot)); }
     platform::TextStream& Stream(const FileHandle& handle) {
-        return *SlotStream.at(static_cast<std::size_t>(handle.slot));
+        return *SlotStream_.at(static_cast<std::size_t>(handle.slot));
     }
     void OpenDatabase(FileHandle& handle);
     void OpenText(FileHandle& handle);
@@ -46,14 +46,14 @@ private:
     void OpenTempFile();
     void ReplaceWithTempFile(FileHandle& handle);
 
-    MemoryFiles Files;
-    MemoryDatabases Databases;
-    platform::Random& Chance;
-    std::int32_t Seconds;
-    Text Folder;
-    std::array<std::int32_t, 6> SlotState{};
-    std::array<std::unique_ptr<platform::TextStream>, 6> SlotStream;
-    FileHandle TempFile;
+    MemoryFiles Files_;
+    MemoryDatabases Databases_;
+    platform::Random& Chance_;
+    std::int32_t Seconds_;
+    Text Folder_;
+    std::array<std::int32_t, 6> SlotState_{};
+    std::array<std::unique_ptr<platform::TextStream>, 6> SlotStream_;
+    FileHandle TempFile_;
 };
 
 } // namespace reference

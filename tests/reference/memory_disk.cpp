@@ -14,23 +14,23 @@ constexpr std::int64_t BlockOfLines = 3;
 
 class MemoryStream final : public TextStream {
 public:
-    explicit MemoryStream(std::shared_ptr<MemoryFile> file) : File(std::move(file)) {}
+    explicit MemoryStream(std::shared_ptr<MemoryFile> file) : File_(std::move(file)) {}
 
-    std::int64_t Position() const override { return static_cast<std::int64_t>(Place); }
-    std::int64_t Size() const override { return static_cast<std::int64_t>(File->Bytes.size()); }
+    std::int64_t Position() const override { return static_cast<std::int64_t>(Place_); }
+    std::int64_t Size() const override { return static_cast<std::int64_t>(File_->Bytes.size()); }
 
     ErrorNumber Seek(std::int64_t offset, Origin origin) override {
         const std::int64_t place = (origin == Origin::End ? Size() : 0) + offset;
-        Seen = File->Changes;
+        Seen_ = File_->Changes;
         if (place < 0 || place > Size())
             return DeviceFailed;
-        Place = static_cast<std::size_t>(place);
+        Place_ = static_cast<std::size_t>(place);
         return NoError;
     }
 
     ErrorNumber ReadLine(Text& line) override {
         constexpr std::string_view Mark = "\xEF\xBB\xBF";
-        const bool atHead = Place == 0;
+        const bool atHead = Place_ == 0;
         std::string bytes;
         const bool isThere = Take(bytes);
         if (atHead && bytes.compare(0, Mark.size(), Mark) == 0)
@@ -48,17 +48,17 @@ public:
     }
 
     ErrorNumber ReadLines(std::int64_t most, std::string_view& lines, std::int64_t& taken) override {
-        Taken.clear();
+        Taken_.clear();
         std::string line;
         for (taken = 0; taken < std::min(most, BlockOfLines) && Take(line); ++taken)
-            Taken += line + EndOf(line);
-        std::replace(Taken.begin(), Taken.end(), '\0', ' ');
-        lines = Taken;
+            Taken_ += line + EndOf(line);
+        std::replace(Taken_.begin(), Taken_.end(), '\0', ' ');
+        lines = Taken_;
         return NoError;
     }
 
-    std::int64_t Revision() const override { return Seen; }
-    FileStamp Stamp() const override { return {0, Size(), File->Changes, File->Changes}; }
+    std::int64_t Revision() const override { return Seen_; }
+    FileStamp Stamp() const override { return {0, Size(), File_->Changes, File_->Changes}; }
 
     ErrorNumber WriteLine(const Text& line) override {
         std::string bytes = modStringTools::ToBytes(line);
@@ -68,14 +68,14 @@ public:
     }
 
     ErrorNumber WriteLines(std::string_view lines) override {
-        std::string& all = File->Bytes;
+        std::string& all = File_->Bytes;
         std::string bytes(lines);
-        all.resize(std::max(all.size(), Place)); // another stream has made the file shorter: a hole is written behind
-        if (Place == all.size() && !all.empty() && all.back() != '\n')
+        all.resize(std::max(all.size(), Place_)); // another stream has made the file shorter: a hole is written behind
+        if (Place_ == all.size() && !all.empty() && all.back() != '\n')
             bytes.insert(0, EndOf(all));
-        all.replace(Place, std::min(bytes.size(), all.size() - Place), bytes);
-        Place += bytes.size();
-        ++File->Changes;
+        all.replace(Place_, std::min(bytes.size(), all.size() - Place_), bytes);
+        Place_ += bytes.size();
+        ++File_->Changes;
         return NoError;
     }
 
@@ -86,22 +86,22 @@ private:
     static const char* EndOf(const std::string& line) { return !line.empty() && line.back() == '\r' ? "\r\n" : "\n"; }
 
     bool Take(std::string& line) {
-        const std::string& all = File->Bytes;
+        const std::string& all = File_->Bytes;
         line.clear();
-        if (Place >= all.size())
+        if (Place_ >= all.size())
             return false;
-        const std::size_t end = all.find('\n', Place);
-        line = all.substr(Place, end == std::string::npos ? end : end - Place);
-        Place += line.size() + (end == std::string::npos ? 0 : 1);
+        const std::size_t end = all.find('\n', Place_);
+        line = all.substr(Place_, end == std::string::npos ? end : end - Place_);
+        Place_ += line.size() + (end == std::string::npos ? 0 : 1);
         if (end != std::string::npos && !line.empty() && line.back() == '\r')
             line.pop_back();
         return true;
     }
 
-    std::shared_ptr<MemoryFile> File;
-    std::size_t Place = 0;
-    std::int64_t Seen = 0;
-    std::string Taken;
+    std::shared_ptr<MemoryFile> File_;
+    std::size_t Place_ = 0;
+    std::int64_t Seen_ = 0;
+    std::string Taken_;
 };
 
 class AnyFolder final : public Folder {
@@ -135,24 +135,24 @@ ErrorNumber MemoryFiles::OpenFolder(const Text&, bool, std::unique_ptr<Folder>& 
 }
 
 ErrorNumber MemoryFiles::OpenStream(const Text& fullName, StreamMode mode, std::unique_ptr<TextStream>& stream) {
-    const auto found = Disk.Files.find(fullName);
-    if (found == Disk.Files.end() && mode == StreamMode::Existing)
+    const auto found = Disk_.Files.find(fullName);
+    if (found == Disk_.Files.end() && mode == StreamMode::Existing)
         return FileNotFound;
-    if (found == Disk.Files.end()) {
-        Disk.Put(fullName, "");
+    if (found == Disk_.Files.end()) {
+        Disk_.Put(fullName, "");
     } else if (mode != StreamMode::Existing) {
         found->second->Bytes.clear();
         ++found->second->Changes;
     }
-    stream = std::make_unique<MemoryStream>(Disk.Files[fullName]);
+    stream = std::make_unique<MemoryStream>(Disk_.Files[fullName]);
     return stream->Seek(0, Origin::Start);
 }
 
 ErrorNumber MemoryFiles::CopyFile(const Text& source, const Text& destination) {
-    const auto found = Disk.Files.find(source);
-    if (found == Disk.Files.end())
+    const auto found = Disk_.Files.find(source);
+    if (found == Disk_.Files.end())
         return FileNotFound;
-    Disk.Put(destination, found->second->Bytes);
+    Disk_.Put(destination, found->second->Bytes);
     return NoError;
 }
 
@@ -162,39 +162,39 @@ ErrorNumber MemoryFiles::MoveFile(const Text& source, const Text& destination) {
 }
 
 ErrorNumber MemoryFiles::DeleteFile(const Text& fullName) {
-    return Disk.Files.erase(fullName) > 0 ? NoError : FileNotFound;
+    return Disk_.Files.erase(fullName) > 0 ? NoError : FileNotFound;
 }
 
 OpenedDatabase MemoryDatabases::Open(const Text& name, platform::DatabaseMode) {
-    const auto found = Disk.Databases.find(name);
-    if (found == Disk.Databases.end())
+    const auto found = Disk_.Databases.find(name);
+    if (found == Disk_.Databases.end())
         return {0, FileNotFound};
     DatabaseId id = 1;
-    while (OpenOnes.count(id) != 0)
+    while (OpenOnes_.count(id) != 0)
         ++id;
-    OpenOnes[id].Lines = found->second;
+    OpenOnes_[id].Lines = found->second;
     return {id, NoError};
 }
 
 OpenedDatabase MemoryDatabases::Create(const Text& name, std::int32_t typeCode, std::int32_t creatorCode) {
-    if (Disk.Databases.count(name) != 0)
+    if (Disk_.Databases.count(name) != 0)
         return {0, FileExists};
-    Disk.Databases[name] = std::make_shared<MemoryLines>(MemoryLines{typeCode, creatorCode, {}});
+    Disk_.Databases[name] = std::make_shared<MemoryLines>(MemoryLines{typeCode, creatorCode, {}});
     return Open(name, DatabaseMode::ReadWrite);
 }
 
 ErrorNumber MemoryDatabases::Delete(const Text& name) {
-    const auto found = Disk.Databases.find(name);
-    if (found == Disk.Databases.end())
+    const auto found = Disk_.Databases.find(name);
+    if (found == Disk_.Databases.end())
         return FileNotFound;
     if (found->second.use_count() > 1) // somebody has it open
         return InUse;
-    Disk.Databases.erase(found);
+    Disk_.Databases.erase(found);
     return NoError;
 }
 
 bool MemoryDatabases::Holds(DatabaseId database) {
-    const std::int32_t current = OpenOnes[database].Current;
+    const std::int32_t current = OpenOnes_[database].Current;
     return current >= 0 && current < RecordCount(database);
 }
 
@@ -203,24 +203,24 @@ std::int32_t MemoryDatabases::RecordCount(DatabaseId database) {
 }
 
 ErrorNumber MemoryDatabases::AddRecord(DatabaseId database) {
-    OpenOnes[database].Added = true;
-    OpenOnes[database].Draft = {};
+    OpenOnes_[database].Added = true;
+    OpenOnes_[database].Draft = {};
     return NoError;
 }
 
 ErrorNumber MemoryDatabases::BeginEdit(DatabaseId database) {
-    return ReadRecord(database, OpenOnes[database].Draft) ? NoError : FileNotFound;
+    return ReadRecord(database, OpenOnes_[database].Draft) ? NoError : FileNotFound;
 }
 
 ErrorNumber MemoryDatabases::WriteRecord(DatabaseId database, const LineRecord& record) {
-    OpenOnes[database].Draft = record;
+    OpenOnes_[database].Draft = record;
     for (const char16_t none : {u'\n', u'\0'})
-        std::replace(OpenOnes[database].Draft.LineData.begin(), OpenOnes[database].Draft.LineData.end(), none, u' ');
+        std::replace(OpenOnes_[database].Draft.LineData.begin(), OpenOnes_[database].Draft.LineData.end(), none, u' ');
     return NoError;
 }
 
 ErrorNumber MemoryDatabases::Commit(DatabaseId database) {
-    OpenDatabase& one = OpenOnes[database];
+    OpenDatabase& one = OpenOnes_[database];
     if (one.Added) {
         one.Current = RecordCount(database);
         one.Lines->Records.emplace_back();
@@ -233,20 +233,20 @@ ErrorNumber MemoryDatabases::Commit(DatabaseId database) {
 bool MemoryDatabases::ReadRecord(DatabaseId database, LineRecord& record) {
     const bool found = Holds(database);
     if (found)
-        record = Records(database)[static_cast<std::size_t>(OpenOnes[database].Current)];
+        record = Records(database)[static_cast<std::size_t>(OpenOnes_[database].Current)];
     return found;
 }
 
 ErrorNumber MemoryDatabases::DeleteRecord(DatabaseId database) {
     const bool found = Holds(database);
     if (found)
-        Records(database).erase(Records(database).begin() + OpenOnes[database].Current);
+        Records(database).erase(Records(database).begin() + OpenOnes_[database].Current);
     return found ? NoError : FileNotFound;
 }
 
 ErrorNumber MemoryDatabases::ShiftRecords(DatabaseId database, std::int32_t position) {
     auto& records = Records(database);
-    OpenOnes[database].Current = position;
+    OpenOnes_[database].Current = position;
     if (!Holds(database))
         return FileNotFound;
     for (auto i = static_cast<std::size_t>(position) + 1; i < records.size(); ++i)
@@ -261,7 +261,7 @@ ErrorNumber MemoryDatabases::RenumberRecords(DatabaseId database) {
     std::int32_t number = 0;
     for (LineRecord& record : Records(database))
         record.LineNumber = ++number;
-    OpenOnes[database].Current = number;
+    OpenOnes_[database].Current = number;
     return NoError;
 }
 
@@ -271,16 +271,16 @@ ErrorNumber MemoryDatabases::FindRecord(DatabaseId database, std::int32_t lineNu
                                     [lineNumber](const LineRecord& record) { return record.LineNumber == lineNumber; });
     if (found == records.end())
         return FileNotFound;
-    OpenOnes[database].Current = static_cast<std::int32_t>(found - records.begin());
+    OpenOnes_[database].Current = static_cast<std::int32_t>(found - records.begin());
     return NoError;
 }
 
 void MemoryDatabases::MoveLast(DatabaseId database) {
-    OpenOnes[database].Current = std::max(RecordCount(database) - 1, 0);
+    OpenOnes_[database].Current = std::max(RecordCount(database) - 1, 0);
 }
 
 bool MemoryDatabases::AtEnd(DatabaseId database) {
-    return OpenOnes[database].Current >= RecordCount(database);
+    return OpenOnes_[database].Current >= RecordCount(database);
 }
 
 } // namespace reference

@@ -36,7 +36,7 @@ struct MemoryDisk {
 
 class MemoryFiles final : public platform::FileSystem {
 public:
-    explicit MemoryFiles(MemoryDisk& disk) : Disk(disk) {}
+    explicit MemoryFiles(MemoryDisk& disk) : Disk_(disk) {}
 
     platform::ErrorNumber OpenFolder(const Text& path, bool create, std::unique_ptr<platform::Folder>& folder) override;
     platform::ErrorNumber OpenStream(const Text& fullName, platform::StreamMode mode,
@@ -48,18 +48,18 @@ public:
     platform::ErrorNumber CopyFile(const Text& source, const Text& destination);
 
 private:
-    MemoryDisk& Disk;
+    MemoryDisk& Disk_;
 };
 
 class MemoryDatabases final : public platform::RecordDatabase {
 public:
-    explicit MemoryDatabases(MemoryDisk& disk) : Disk(disk) {}
-    void CloseAll() { OpenOnes.clear(); }
+    explicit MemoryDatabases(MemoryDisk& disk) : Disk_(disk) {}
+    void CloseAll() { OpenOnes_.clear(); }
 
     platform::OpenedDatabase Open(const Text& name, platform::DatabaseMode mode) override;
     platform::OpenedDatabase Create(const Text& name, std::int32_t typeCode, std::int32_t creatorCode) override;
     platform::ErrorNumber Delete(const Text& name) override;
-    void Close(platform::DatabaseId database) override { OpenOnes.erase(database); }
+    void Close(platform::DatabaseId database) override { OpenOnes_.erase(database); }
 
     std::int32_t RecordCount(platform::DatabaseId database) override;
     platform::ErrorNumber DeclareTable(platform::DatabaseId, const Text&, const Text&) override { return {}; }
@@ -72,20 +72,20 @@ public:
     platform::ErrorNumber ShiftRecords(platform::DatabaseId database, std::int32_t position) override;
     platform::ErrorNumber RenumberRecords(platform::DatabaseId database) override;
     platform::ErrorNumber FindRecord(platform::DatabaseId database, std::int32_t lineNumber) override;
-    std::int32_t Position(platform::DatabaseId database) override { return OpenOnes[database].Current; }
+    std::int32_t Position(platform::DatabaseId database) override { return OpenOnes_[database].Current; }
     platform::ErrorNumber BeginReading(platform::DatabaseId) override { return platform::NoError; }
     void EndReading(platform::DatabaseId) override {}
     platform::ErrorNumber BeginBatch(platform::DatabaseId) override { return platform::NoError; }
     platform::ErrorNumber EndBatch(platform::DatabaseId) override { return platform::NoError; }
     Text FirstDatabase(std::int32_t, std::int32_t) override { return {}; }
     Text NextDatabase() override { return {}; }
-    const std::vector<platform::Unlisted>& UnreadDatabases() const override { return NoneUnread; }
+    const std::vector<platform::Unlisted>& UnreadDatabases() const override { return NoneUnread_; }
 
     // For the literal forms alone.
-    void MoveFirst(platform::DatabaseId database) { OpenOnes[database].Current = 0; }
+    void MoveFirst(platform::DatabaseId database) { OpenOnes_[database].Current = 0; }
     void MoveLast(platform::DatabaseId database);
-    void MoveNext(platform::DatabaseId database) { ++OpenOnes[database].Current; }
-    void MovePrevious(platform::DatabaseId database) { --OpenOnes[database].Current; }
+    void MoveNext(platform::DatabaseId database) { ++OpenOnes_[database].Current; }
+    void MovePrevious(platform::DatabaseId database) { --OpenOnes_[database].Current; }
     bool AtEnd(platform::DatabaseId database);
 
 private:
@@ -97,13 +97,13 @@ private:
     };
 
     std::vector<platform::LineRecord>& Records(platform::DatabaseId database) {
-        return OpenOnes[database].Lines->Records;
+        return OpenOnes_[database].Lines->Records;
     }
     bool Holds(platform::DatabaseId database);
 
-    MemoryDisk& Disk;
-    std::map<platform::DatabaseId, OpenDatabase> OpenOnes;
-    std::vector<platform::Unlisted> NoneUnread;
+    MemoryDisk& Disk_;
+    std::map<platform::DatabaseId, OpenDatabase> OpenOnes_;
+    std::vector<platform::Unlisted> NoneUnread_;
 };
 
 } // namespace reference

@@ -69,22 +69,22 @@ platform::Platform With(const platform::Platform& all, platform::Settings& setti
 } // namespace
 
 StorageDevice::StorageDevice(Kind kind)
-    : Storage(kind), Root(NewFolder()), Headless(OnFolder(Root), Around, Around),
-      Record(With(Headless.record, Settings, Numbers, RunTime,
-                  kind == Kind::InMemory ? static_cast<platform::FileSystem&>(Files) : Headless.files,
-                  kind == Kind::InMemory ? static_cast<platform::RecordDatabase&>(Databases) : Headless.databases)) {
+    : Storage_(kind), Root_(NewFolder()), Headless_(OnFolder(Root_), Around_, Around_),
+      Record_(With(Headless_.record, Settings_, Numbers_, RunTime_,
+                   kind == Kind::InMemory ? static_cast<platform::FileSystem&>(Files_) : Headless_.files,
+                   kind == Kind::InMemory ? static_cast<platform::RecordDatabase&>(Databases_) : Headless_.databases)) {
 }
 
 StorageDevice::~StorageDevice() {
     std::error_code ignored;
-    files::remove_all(Root, ignored);
+    files::remove_all(Root_, ignored);
 }
 
 StorageDevice& StorageDevice::Fresh(Kind kind) {
     static StorageDevice inMemory(Kind::InMemory);
     static StorageDevice onDisk(Kind::OnDisk);
     StorageDevice& device = kind == Kind::InMemory ? inMemory : onDisk;
-    platform::Install(&device.Record);
+    platform::Install(&device.Record_);
     device.Empty();
     return device;
 }
@@ -93,31 +93,31 @@ void StorageDevice::Empty() {
     modFileSystem::ResetSlots();
     modFileSystem::Table = {};
     modFileSystem::GetDataPath(u"Quorin");
-    Databases.CloseAll();
-    Disk = {};
+    Databases_.CloseAll();
+    Disk_ = {};
     for (const char* folder : {"/Quorin", "/Databases"}) {
         std::error_code none;
-        for (const auto& entry : files::directory_iterator(Root + folder, none))
+        for (const auto& entry : files::directory_iterator(Root_ + folder, none))
             files::remove(entry.path(), none);
     }
 }
 
 void StorageDevice::Put(const Text& fullName, const std::string& bytes) {
-    Disk.Put(fullName, bytes);
-    if (Storage == Kind::OnDisk)
-        std::ofstream(Root + "/Quorin/" + modStringTools::ToBytes(fullName.substr(9)), std::ios::binary) << bytes;
+    Disk_.Put(fullName, bytes);
+    if (Storage_ == Kind::OnDisk)
+        std::ofstream(Root_ + "/Quorin/" + modStringTools::ToBytes(fullName.substr(9)), std::ios::binary) << bytes;
 }
 
 std::string StorageDevice::Shown() {
-    if (Storage == Kind::InMemory)
-        return Disk.Shown();
+    if (Storage_ == Kind::InMemory)
+        return Disk_.Shown();
     MemoryDisk found;
-    for (const auto& entry : files::directory_iterator(Root + "/Quorin")) {
+    for (const auto& entry : files::directory_iterator(Root_ + "/Quorin")) {
         std::ifstream file(entry.path(), std::ios::binary);
         found.Put(u".\\Quorin\\" + modStringTools::FromBytes(entry.path().filename().string()),
                   {std::istreambuf_iterator<char>(file), {}});
     }
-    platform::RecordDatabase& databases = Headless.databases;
+    platform::RecordDatabase& databases = Headless_.databases;
     const std::int32_t type = modFileSystem::PackCode(u"TEXT");
     const std::int32_t creator = modFileSystem::PackCode(u"QVRN");
     for (Text name = databases.FirstDatabase(type, creator); !name.empty(); name = databases.NextDatabase()) {

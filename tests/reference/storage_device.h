@@ -15,14 +15,14 @@ namespace reference {
 /// Numbers by chance that cost next to nothing.
 class QuickNumbers final : public platform::Random {
 public:
-    void Seed(std::int32_t number) override { State = static_cast<std::uint32_t>(number); }
+    void Seed(std::int32_t number) override { State_ = static_cast<std::uint32_t>(number); }
     double Next() override {
-        State = State * 1664525U + 1013904223U;
-        return static_cast<double>(State >> 8U) / 0x1000000;
+        State_ = State_ * 1664525U + 1013904223U;
+        return static_cast<double>(State_ >> 8U) / 0x1000000;
     }
 
 private:
-    std::uint32_t State = 0;
+    std::uint32_t State_ = 0;
 };
 
 /// Its data folder is `.\Quorin\`.
@@ -39,7 +39,7 @@ public:
     void Put(const Text& fullName, const std::string& bytes);
     /// All that is on its disk, as a MemoryDisk shows it.
     std::string Shown();
-    std::filesystem::path Folder() const { return Root; }
+    std::filesystem::path Folder() const { return Root_; }
 
 private:
     explicit StorageDevice(Kind kind);
@@ -58,17 +58,17 @@ private:
         [[noreturn]] void RuntimeFailure(const Text&) override { throw Stopped(); }
     };
 
-    Kind Storage;
-    std::string Root;
-    Nobody Around;
-    backends::headless::HeadlessPlatform Headless;
-    MemoryDisk Disk;
-    MemoryFiles Files{Disk};
-    MemoryDatabases Databases{Disk};
-    NoSettings Settings;
-    Stopping RunTime;
-    QuickNumbers Numbers;
-    platform::Platform Record;
+    Kind Storage_;
+    std::string Root_;
+    Nobody Around_;
+    backends::headless::HeadlessPlatform Headless_;
+    MemoryDisk Disk_;
+    MemoryFiles Files_{Disk_};
+    MemoryDatabases Databases_{Disk_};
+    NoSettings Settings_;
+    Stopping RunTime_;
+    QuickNumbers Numbers_;
+    platform::Platform Record_;
 };
 
 } // namespace reference

@@ -28,60 +28,61 @@ std::string SomeBytes(Choices& choices) {
 class Case {
 public:
     explicit Case(Choices& choices)
-        : Chosen(choices), Path((StorageDevice::Fresh(StorageDevice::Kind::InMemory).Folder() / "stream.txt").string()),
-          Files(Disk) {}
+        : Chosen_(choices),
+          Path_((StorageDevice::Fresh(StorageDevice::Kind::InMemory).Folder() / "stream.txt").string()), Files_(Disk_) {
+    }
 
     std::string Run() {
-        const std::string bytes = SomeBytes(Chosen);
-        std::ofstream(Path, std::ios::binary) << bytes;
-        Disk.Put(u"x", bytes);
-        SoFar.Note("[" + bytes + "]");
-        const auto find = [this](backends::FileEntry& entry) { return backends::EntryAt(Path, entry); };
-        backends::HostTextStream::Open(find, StreamMode::Existing, Stream);
-        Files.OpenStream(u"x", StreamMode::Existing, Literal);
-        for (std::uint32_t left = 1 + Chosen.Below(8); left > 0 && SoFar.Agrees(); --left)
+        const std::string bytes = SomeBytes(Chosen_);
+        std::ofstream(Path_, std::ios::binary) << bytes;
+        Disk_.Put(u"x", bytes);
+        SoFar_.Note("[" + bytes + "]");
+        const auto find = [this](backends::FileEntry& entry) { return backends::EntryAt(Path_, entry); };
+        backends::HostTextStream::Open(find, StreamMode::Existing, Stream_);
+        Files_.OpenStream(u"x", StreamMode::Existing, Literal_);
+        for (std::uint32_t left = 1 + Chosen_.Below(8); left > 0 && SoFar_.Agrees(); --left)
             Step();
-        Stream->Close();
-        std::ifstream written(Path, std::ios::binary);
-        SoFar.Expect({std::istreambuf_iterator<char>(written), {}}, Disk.Files[u"x"]->Bytes);
-        return SoFar.Difference();
+        Stream_->Close();
+        std::ifstream written(Path_, std::ios::binary);
+        SoFar_.Expect({std::istreambuf_iterator<char>(written), {}}, Disk_.Files[u"x"]->Bytes);
+        return SoFar_.Difference();
     }
 
 private:
     void Step() {
-        const std::uint32_t what = Chosen.Below(6);
-        const std::int64_t most = Chosen.OneIn(3) ? Chosen.Below(1000) : Chosen.Below(4);
-        const Text text = Chosen.Of(Texts);
-        const std::int64_t place = Chosen.Below(static_cast<std::uint32_t>(Literal->Size()) + 2);
-        const Origin origin = Chosen.OneIn(3) ? Origin::End : Origin::Start;
-        SoFar.Note("step " + std::to_string(what) + ", most " + std::to_string(most) + ", place " +
-                   std::to_string(place) + ", [" + modStringTools::ToBytes(text) + "]");
+        const std::uint32_t what = Chosen_.Below(6);
+        const std::int64_t most = Chosen_.OneIn(3) ? Chosen_.Below(1000) : Chosen_.Below(4);
+        const Text text = Chosen_.Of(Texts);
+        const std::int64_t place = Chosen_.Below(static_cast<std::uint32_t>(Literal_->Size()) + 2);
+        const Origin origin = Chosen_.OneIn(3) ? Origin::End : Origin::Start;
+        SoFar_.Note("step " + std::to_string(what) + ", most " + std::to_string(most) + ", place " +
+                    std::to_string(place) + ", [" + modStringTools::ToBytes(text) + "]");
         std::string product;
         std::string literal;
-        Literal->Seek(Literal->Position(), Origin::Start);
+        Literal_->Seek(Literal_->Position(), Origin::Start);
         switch (what) {
         case 0:
-            product = std::to_string(Stream->Seek(origin == Origin::End ? -place : place, origin));
-            literal = std::to_string(Literal->Seek(origin == Origin::End ? -place : place, origin));
+            product = std::to_string(Stream_->Seek(origin == Origin::End ? -place : place, origin));
+            literal = std::to_string(Literal_->Seek(origin == Origin::End ? -place : place, origin));
             break;
         case 1:
-            product = Line(*Stream);
-            literal = Line(*Literal);
+            product = Line(*Stream_);
+            literal = Line(*Literal_);
             break;
         case 2:
-            product = Skipped(*Stream, most);
-            literal = Skipped(*Literal, most);
+            product = Skipped(*Stream_, most);
+            literal = Skipped(*Literal_, most);
             break;
         case 3:
-            product = std::to_string(Stream->WriteLine(text));
-            literal = std::to_string(Literal->WriteLine(text));
+            product = std::to_string(Stream_->WriteLine(text));
+            literal = std::to_string(Literal_->WriteLine(text));
             break;
         default:
             Take(most, product, literal);
         }
-        for (auto [of, to] : {std::pair(Stream.get(), &product), std::pair(Literal.get(), &literal)})
+        for (auto [of, to] : {std::pair(Stream_.get(), &product), std::pair(Literal_.get(), &literal)})
             *to += " at " + std::to_string(of->Position()) + " of " + std::to_string(of->Size());
-        SoFar.Expect(product, literal);
+        SoFar_.Expect(product, literal);
     }
 
     static std::string Line(TextStream& stream) {
@@ -101,10 +102,10 @@ private:
     void Take(std::int64_t most, std::string& product, std::string& literal) {
         std::string_view lines;
         std::int64_t taken = 0;
-        const ErrorNumber error = Stream->ReadLines(most, lines, taken);
+        const ErrorNumber error = Stream_->ReadLines(most, lines, taken);
         product = std::to_string(error) + (taken <= most ? "" : "too many") + std::string(lines);
         literal = "0";
-        const bool isMore = most > 0 && Literal->Position() < Literal->Size();
+        const bool isMore = most > 0 && Literal_->Position() < Literal_->Size();
         if (isMore && taken == 0)
             literal += " there is a line";
         MemoryDisk scratch;
@@ -113,23 +114,23 @@ private:
         files.OpenStream(u"s", StreamMode::Create, copy);
         for (std::int64_t i = 0; i < taken; ++i) {
             Text line;
-            Literal->ReadLine(line);
+            Literal_->ReadLine(line);
             copy->WriteLine(line);
         }
         literal += scratch.Files[u"s"]->Bytes;
-        if (taken == 0 || !Chosen.OneIn(4))
+        if (taken == 0 || !Chosen_.OneIn(4))
             return;
-        Stream->WriteLines(lines);
-        Literal->WriteLines(scratch.Files[u"s"]->Bytes);
+        Stream_->WriteLines(lines);
+        Literal_->WriteLines(scratch.Files[u"s"]->Bytes);
     }
 
-    Choices& Chosen;
-    std::string Path;
-    MemoryDisk Disk;
-    MemoryFiles Files;
-    std::unique_ptr<TextStream> Stream;
-    std::unique_ptr<TextStream> Literal;
-    Course SoFar;
+    Choices& Chosen_;
+    std::string Path_;
+    MemoryDisk Disk_;
+    MemoryFiles Files_;
+    std::unique_ptr<TextStream> Stream_;
+    std::unique_ptr<TextStream> Literal_;
+    Course SoFar_;
 };
 
 } // namespace

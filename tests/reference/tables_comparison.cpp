@@ -54,67 +54,68 @@ std::string Shown(const State& state) {
 class Case {
 public:
     Case(Choices& choices, Kind kind)
-        : Chosen(choices), Device(StorageDevice::Fresh(kind)), OnDisk(kind == Kind::OnDisk),
-          Files(Disk, Numbers, 0, u".\\Quorin\\"), Literal(Files) {}
+        : Chosen_(choices), Device_(StorageDevice::Fresh(kind)), OnDisk_(kind == Kind::OnDisk),
+          Files_(Disk_, Numbers_, 0, u".\\Quorin\\"), Literal_(Files_) {}
 
     std::string Run() {
         std::string bytes;
-        for (std::uint32_t left = Chosen.Below(7); left > 0; --left)
-            bytes += std::string(Chosen.Of(Lines)) + (left > 1 || Chosen.Below(3) < 2 ? "\n" : "");
-        if (!Chosen.OneIn(8)) {
-            SoFar.Note("t.txt = [" + bytes + "]");
-            Device.Put(Names[0], bytes);
-            Disk.Put(Names[0], bytes);
+        for (std::uint32_t left = Chosen_.Below(7); left > 0; --left)
+            bytes += std::string(Chosen_.Of(Lines)) + (left > 1 || Chosen_.Below(3) < 2 ? "\n" : "");
+        if (!Chosen_.OneIn(8)) {
+            SoFar_.Note("t.txt = [" + bytes + "]");
+            Device_.Put(Names[0], bytes);
+            Disk_.Put(Names[0], bytes);
         }
         Do(0);
-        for (std::uint32_t left = 1 + Chosen.Below(8); left > 0 && SoFar.Agrees() && !Over; --left)
-            Do(Chosen.Below(16));
+        for (std::uint32_t left = 1 + Chosen_.Below(8); left > 0 && SoFar_.Agrees() && !Over_; --left)
+            Do(Chosen_.Below(16));
         modFileSystem::CloseTable();
-        Literal.CloseTable();
-        SoFar.Expect(Device.Shown(), Disk.Shown());
-        return SoFar.Difference();
+        Literal_.CloseTable();
+        SoFar_.Expect(Device_.Shown(), Disk_.Shown());
+        return SoFar_.Difference();
     }
 
 private:
     void Do(std::uint32_t what) {
         const Text modes[] = {u"a", u"r", u"w"};
-        Name = Names[Chosen.OneIn(OnDisk ? 12 : 4) ? 1 + Chosen.Below(2) : 0];
-        Mode = Chosen.Of(modes);
-        Row = static_cast<std::int32_t>(Chosen.Below(8)) - 1;
-        Column = Chosen.Of(Columns);
-        Value = Chosen.Of(Values);
-        Selection = Chosen.Of(Selections);
-        Header = Chosen.Of(Headers);
-        SoFar.Note("step " + std::to_string(what) + " row" + Number(Row) + " of " +
-                   modStringTools::ToBytes(Name + u" " + Mode + u", " + Column + u" = [" + Value + u"], " + Selection));
+        Name_ = Names[Chosen_.OneIn(OnDisk_ ? 12 : 4) ? 1 + Chosen_.Below(2) : 0];
+        Mode_ = Chosen_.Of(modes);
+        Row_ = static_cast<std::int32_t>(Chosen_.Below(8)) - 1;
+        Column_ = Chosen_.Of(Columns);
+        Value_ = Chosen_.Of(Values);
+        Selection_ = Chosen_.Of(Selections);
+        Header_ = Chosen_.Of(Headers);
+        SoFar_.Note(
+            "step " + std::to_string(what) + " row" + Number(Row_) + " of " +
+            modStringTools::ToBytes(Name_ + u" " + Mode_ + u", " + Column_ + u" = [" + Value_ + u"], " + Selection_));
         const std::string product = Product(what);
         const std::string literal = ByTheLetter(what);
-        Over = product == "stopped";
-        SoFar.Expect(product + (Over ? "" : Shown(Table)), literal + (Over ? "" : Shown(Literal)));
+        Over_ = product == "stopped";
+        SoFar_.Expect(product + (Over_ ? "" : Shown(Table)), literal + (Over_ ? "" : Shown(Literal_)));
     }
 
     std::string Product(std::uint32_t what) {
         using namespace modFileSystem;
-        Text mode = Mode;
+        Text mode = Mode_;
         try {
             switch (what) {
             case 0:
             case 1:
-                OpenTable(Name, mode, u"TEXT", u"QVRN");
+                OpenTable(Name_, mode, u"TEXT", u"QVRN");
                 return modStringTools::ToBytes(mode);
             case 2:
-                if (OnDisk) // a file has its text once it is closed, and this leaves the open one as it is
+                if (OnDisk_) // a file has its text once it is closed, and this leaves the open one as it is
                     CloseTable();
-                CreateTable(Name, Header, Mode.c_str(), u"TEXT", u"QVRN");
+                CreateTable(Name_, Header_, Mode_.c_str(), u"TEXT", u"QVRN");
                 return {};
             case 12:
-                return Number(FindRow(Selection));
+                return Number(FindRow(Selection_));
             case 13:
-                return modStringTools::ToBytes(GetField(Column));
+                return modStringTools::ToBytes(GetField(Column_));
             case 14:
-                return Number(AddRow(Row));
+                return Number(AddRow(Row_));
             default:
-                Move(what, Row, Column, Value);
+                Move(what, Row_, Column_, Value_);
                 return Number(TableRowCount());
             }
         } catch (const Stopped&) {
@@ -147,27 +148,27 @@ private:
     }
 
     std::string ByTheLetter(std::uint32_t what) {
-        Text mode = Mode;
+        Text mode = Mode_;
         try {
             switch (what) {
             case 0:
             case 1:
-                Literal.OpenTable(Name, mode, u"TEXT", u"QVRN");
+                Literal_.OpenTable(Name_, mode, u"TEXT", u"QVRN");
                 return modStringTools::ToBytes(mode);
             case 2:
-                if (OnDisk)
-                    Literal.CloseTable();
-                Literal.CreateTable(Name, Header, mode, u"TEXT", u"QVRN");
+                if (OnDisk_)
+                    Literal_.CloseTable();
+                Literal_.CreateTable(Name_, Header_, mode, u"TEXT", u"QVRN");
                 return {};
             case 12:
-                return Number(Literal.FindRow(Selection));
+                return Number(Literal_.FindRow(Selection_));
             case 13:
-                return modStringTools::ToBytes(Literal.GetField(Column));
+                return modStringTools::ToBytes(Literal_.GetField(Column_));
             case 14:
-                return Number(Literal.AddRow(Row));
+                return Number(Literal_.AddRow(Row_));
             default:
                 MoveByTheLetter(what);
-                return Number(Literal.TableRowCount());
+                return Number(Literal_.TableRowCount());
             }
         } catch (const Stopped&) {
             return "stopped";
@@ -177,37 +178,37 @@ private:
     void MoveByTheLetter(std::uint32_t what) {
         switch (what) {
         case 3:
-            return Literal.FirstRow();
+            return Literal_.FirstRow();
         case 4:
-            return Literal.LastRow();
+            return Literal_.LastRow();
         case 5:
         case 6:
-            return Literal.NextRow();
+            return Literal_.NextRow();
         case 7:
-            return Literal.PreviousRow();
+            return Literal_.PreviousRow();
         case 8:
-            return Literal.GotoRow(Row);
+            return Literal_.GotoRow(Row_);
         case 9:
         case 10:
-            return Literal.SetField(Column, Value);
+            return Literal_.SetField(Column_, Value_);
         case 11:
-            return Literal.SaveRow();
+            return Literal_.SaveRow();
         default:
-            return Row == 0 ? Literal.CloseTable() : Literal.DeleteRow();
+            return Row_ == 0 ? Literal_.CloseTable() : Literal_.DeleteRow();
         }
     }
 
-    Choices& Chosen;
-    StorageDevice& Device;
-    bool OnDisk;
-    MemoryDisk Disk;
-    QuickNumbers Numbers;
-    LineFiles Files;
-    Tables Literal;
-    Text Name, Mode, Column, Value, Selection, Header;
-    std::int32_t Row = 0;
-    bool Over = false;
-    Course SoFar;
+    Choices& Chosen_;
+    StorageDevice& Device_;
+    bool OnDisk_;
+    MemoryDisk Disk_;
+    QuickNumbers Numbers_;
+    LineFiles Files_;
+    Tables Literal_;
+    Text Name_, Mode_, Column_, Value_, Selection_, Header_;
+    std::int32_t Row_ = 0;
+    bool Over_ = false;
+    Course SoFar_;
 };
 
 } // namespace

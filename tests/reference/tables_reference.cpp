@@ -24,10 +24,10 @@ void Tables::OpenTable(const Text& fullName, Text& mode, const Text& fileType, c
         CloseTable();
     if (mode == u"w")
         mode = u"a";
-    Files.OpenFile(TableFile, fullName, mode, fileType, creator);
+    Files_.OpenFile(TableFile, fullName, mode, fileType, creator);
     if (TableFile.valid && mode == u"r") {
-        Files.CloseFile(TableFile);
-        Files.OpenFile(TableFile, fullName, u"a", fileType, creator);
+        Files_.CloseFile(TableFile);
+        Files_.OpenFile(TableFile, fullName, u"a", fileType, creator);
     }
     if (TableFile.valid) {
         TableRowCount();
@@ -38,18 +38,18 @@ void Tables::OpenTable(const Text& fullName, Text& mode, const Text& fileType, c
 
 void Tables::CreateTable(const Text& fullName, const Text& headerLine, Text& mode, const Text& fileType,
                          const Text& creator) {
-    Files.OpenFile(TableFile, fullName, u"w", fileType, creator);
+    Files_.OpenFile(TableFile, fullName, u"w", fileType, creator);
     if (!TableFile.valid)
         return;
-    Files.WriteFileLine(TableFile, headerLine);
-    Files.CloseFile(TableFile);
+    Files_.WriteFileLine(TableFile, headerLine);
+    Files_.CloseFile(TableFile);
     OpenTable(fullName, mode, fileType, creator);
 }
 
 void Tables::CloseTable() {
     if (!TableFile.valid)
         return;
-    Files.CloseFile(TableFile);
+    Files_.CloseFile(TableFile);
     TableRowIndex = 0;
     TableRowTotal = -1;
     TableColumns.clear();
@@ -58,25 +58,25 @@ void Tables::CloseTable() {
 
 void Tables::ReadTableHeader() {
     TableColumns.clear();
-    if (Files.SeekFileLine(TableFile, 1) != 1)
+    if (Files_.SeekFileLine(TableFile, 1) != 1)
         return;
     std::int32_t line = 1;
-    TableColumns = Split(Files.ReadFileLine(TableFile, line));
+    TableColumns = Split(Files_.ReadFileLine(TableFile, line));
 }
 
 void Tables::ReadTableRow() {
     TableValues.clear();
-    if (TableFile.nextLine < 1 && Files.SeekFileLine(TableFile, 2) != 2)
+    if (TableFile.nextLine < 1 && Files_.SeekFileLine(TableFile, 2) != 2)
         return;
     std::int32_t line = -1;
-    TableValues = Split(Files.ReadFileLine(TableFile, line));
+    TableValues = Split(Files_.ReadFileLine(TableFile, line));
 }
 
 std::int32_t Tables::TableRowCount() {
     if (!TableFile.valid)
         return 0;
     if (TableRowTotal == -1)
-        TableRowTotal = Files.FileLineCount(TableFile) - 1;
+        TableRowTotal = Files_.FileLineCount(TableFile) - 1;
     return TableRowTotal;
 }
 
@@ -93,13 +93,13 @@ void Tables::LoadRow() {
 
 void Tables::FirstRow() {
     ClearRow();
-    if (TableFile.valid && Files.SeekFileLine(TableFile, 2) == 2)
+    if (TableFile.valid && Files_.SeekFileLine(TableFile, 2) == 2)
         LoadRow();
 }
 
 void Tables::GotoRow(std::int32_t row) {
     ClearRow();
-    if (TableFile.valid && Files.SeekFileLine(TableFile, row + 1) == row + 1)
+    if (TableFile.valid && Files_.SeekFileLine(TableFile, row + 1) == row + 1)
         LoadRow();
 }
 
@@ -149,7 +149,7 @@ void Tables::SaveRow() {
     Text line;
     for (std::size_t i = 1; i <= TableValues.size(); ++i)
         line += (i > 1 ? u"|" : u"") + TableValues[i - 1];
-    Files.ChangeFileLine(TableFile, TableRowIndex + 1, line);
+    Files_.ChangeFileLine(TableFile, TableRowIndex + 1, line);
     GotoRow(TableRowIndex);
     RecordDirty = false;
 }
@@ -162,8 +162,8 @@ bool Tables::AddRow(std::int32_t where) {
     for (std::size_t i = 1; i < TableColumns.size(); ++i)
         blank += u'|';
     ++TableRowTotal;
-    const bool added = where != -1 ? Files.InsertFileLine(TableFile, where + 1, 1, blank)
-                                   : Files.InsertFileLine(TableFile, TableRowTotal, 2, blank);
+    const bool added = where != -1 ? Files_.InsertFileLine(TableFile, where + 1, 1, blank)
+                                   : Files_.InsertFileLine(TableFile, TableRowTotal, 2, blank);
     if (!added) {
         --TableRowTotal;
         GotoRow(TableRowIndex);
@@ -177,7 +177,7 @@ void Tables::DeleteRow() {
     if (!TableFile.valid)
         return;
     const std::int32_t row = TableRowIndex;
-    if (Files.DeleteFileLine(TableFile, row + 1))
+    if (Files_.DeleteFileLine(TableFile, row + 1))
         --TableRowTotal;
     if (row > TableRowTotal)
         LastRow();

@@ -10,7 +10,7 @@ namespace reference {
 
 class Tables {
 public:
-    explicit Tables(LineFiles& files) : Files(files) {}
+    explicit Tables(LineFiles& files) : Files_(files) {}
 
     void OpenTable(const Text& fullName, Text& mode, const Text& fileType, const Text& creator);
     void CreateTable(const Text& fullName, const Text& headerLine, Text& mode, const Text& fileType,
@@ -44,7 +44,7 @@ private:
     void LoadRow();
     std::size_t IndexOf(const Text& name) const; ///< from 1; 0 for none
 
-    LineFiles& Files;
+    LineFiles& Files_;
 };
 
 } // namespace reference

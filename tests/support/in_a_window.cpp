@@ -50,8 +50,8 @@ WindowDevice::~WindowDevice() {
 }
 
 void WindowDevice::RunCommand() {
-    const std::function<void()> step = std::move(Steps.front());
-    Steps.pop_front();
+    const std::function<void()> step = std::move(Steps_.front());
+    Steps_.pop_front();
     step();
 }
 

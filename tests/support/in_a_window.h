@@ -38,18 +38,18 @@ public:
     backends::qt::QtPlatform Platform;
 
     /// What the person does while the program waits for a prompt or a message box, one step at a time.
-    void WillDo(std::function<void()> step) { Steps.push_back(std::move(step)); }
-    bool HasStepsLeft() const { return !Steps.empty(); }
+    void WillDo(std::function<void()> step) { Steps_.push_back(std::move(step)); }
+    bool HasStepsLeft() const { return !Steps_.empty(); }
 
 private:
     void AboutToWait(int) override {}
-    bool HasCommand() override { return !Steps.empty(); }
+    bool HasCommand() override { return !Steps_.empty(); }
     bool Ended() override { return true; } ///< a wait that nobody was told about ends the program
     int Descriptor() override { return -1; }
     void TakeInput() override {}
     void RunCommand() override;
 
-    std::deque<std::function<void()>> Steps;
+    std::deque<std::function<void()>> Steps_;
 };
 
 DeviceOptions OfType(std::int32_t deviceType);

@@ -15,11 +15,11 @@ public:
         sockaddr_in address{};
         address.sin_family = AF_INET;
         address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-        End = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+        End_ = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
         Bind(address);
         socklen_t size = sizeof address;
-        EXPECT_EQ(getsockname(End, reinterpret_cast<sockaddr*>(&address), &size), 0);
-        Number = ntohs(address.sin_port);
+        EXPECT_EQ(getsockname(End_, reinterpret_cast<sockaddr*>(&address), &size), 0);
+        Number_ = ntohs(address.sin_port);
     }
     Listener(const Listener&) = delete;
     Listener& operator=(const Listener&) = delete;
@@ -28,49 +28,49 @@ public:
         Stop();
     }
 
-    std::uint16_t Port() const { return Number; }
+    std::uint16_t Port() const { return Number_; }
 
     /// Waits for a connection and takes it.
     void Accept() {
-        ASSERT_TRUE(Tells(End));
+        ASSERT_TRUE(Tells(End_));
         Drop();
-        Peer = accept4(End, nullptr, nullptr, SOCK_CLOEXEC);
-        ASSERT_GE(Peer, 0);
+        Peer_ = accept4(End_, nullptr, nullptr, SOCK_CLOEXEC);
+        ASSERT_GE(Peer_, 0);
     }
-    bool IsAsked(int milliseconds) const { return Tells(End, milliseconds); }
+    bool IsAsked(int milliseconds) const { return Tells(End_, milliseconds); }
     void Send(std::string_view bytes) const {
-        ASSERT_EQ(send(Peer, bytes.data(), bytes.size(), MSG_NOSIGNAL), static_cast<ssize_t>(bytes.size()));
+        ASSERT_EQ(send(Peer_, bytes.data(), bytes.size(), MSG_NOSIGNAL), static_cast<ssize_t>(bytes.size()));
     }
     /// True once the other side has ended the connection.
     bool IsLeft() const {
         char byte = 0;
-        return Tells(Peer) && recv(Peer, &byte, 1, 0) <= 0;
+        return Tells(Peer_) && recv(Peer_, &byte, 1, 0) <= 0;
     }
     void Drop() {
-        if (Peer >= 0)
-            close(Peer);
-        Peer = -1;
+        if (Peer_ >= 0)
+            close(Peer_);
+        Peer_ = -1;
     }
     /// Ends the connection without what is in order.
     void Reset() {
         const linger now{1, 0};
-        setsockopt(Peer, SOL_SOCKET, SO_LINGER, &now, sizeof now);
+        setsockopt(Peer_, SOL_SOCKET, SO_LINGER, &now, sizeof now);
         Drop();
     }
     /// Nobody listens at the port any more.
     void Stop() {
-        if (End >= 0)
-            close(End);
-        End = -1;
+        if (End_ >= 0)
+            close(End_);
+        End_ = -1;
     }
 
 private:
     void Bind(const sockaddr_in& address) const {
-        ASSERT_EQ(bind(End, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
-        ASSERT_EQ(listen(End, 4), 0);
+        ASSERT_EQ(bind(End_, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
+        ASSERT_EQ(listen(End_, 4), 0);
     }
 
-    int End = -1;
-    int Peer = -1;
-    std::uint16_t Number = 0;
+    int End_ = -1;
+    int Peer_ = -1;
+    std::uint16_t Number_ = 0;
 };

@@ -9,16 +9,16 @@
 class OrdinaryUser {
 public:
     OrdinaryUser() {
-        Changed = seteuid(65534) == 0;
+        Changed_ = seteuid(65534) == 0;
         prctl(PR_SET_DUMPABLE, 1); // or what lies under /proc/self would be root's
     }
     OrdinaryUser(const OrdinaryUser&) = delete;
     OrdinaryUser& operator=(const OrdinaryUser&) = delete;
     ~OrdinaryUser() {
-        if (Changed && seteuid(getuid()) != 0)
+        if (Changed_ && seteuid(getuid()) != 0)
             ADD_FAILURE() << "the tests can't have their rights back";
     }
 
 private:
-    bool Changed = false;
+    bool Changed_ = false;
 };

@@ -21,12 +21,12 @@ public:
     /// Makes the file where it is missing.
     void Open(const std::filesystem::path& file) {
         Close();
-        EXPECT_EQ(sqlite3_open(file.c_str(), &Connection), SQLITE_OK) << file;
+        EXPECT_EQ(sqlite3_open(file.c_str(), &Connection_), SQLITE_OK) << file;
     }
     /// Lets go of all locks.
     void Close() {
-        sqlite3_close(Connection);
-        Connection = nullptr;
+        sqlite3_close(Connection_);
+        Connection_ = nullptr;
     }
 
     void Lock() { Do("BEGIN EXCLUSIVE"); }
@@ -37,13 +37,13 @@ public:
     /// Every row that the statements give, its columns joined by `|`.
     std::vector<std::string> Do(const std::string& sql) {
         std::vector<std::string> rows;
-        EXPECT_EQ(sqlite3_exec(Connection, sql.c_str(), Collect, &rows, nullptr), SQLITE_OK)
-            << sql << ": " << sqlite3_errmsg(Connection);
+        EXPECT_EQ(sqlite3_exec(Connection_, sql.c_str(), Collect, &rows, nullptr), SQLITE_OK)
+            << sql << ": " << sqlite3_errmsg(Connection_);
         return rows;
     }
     /// Whether it is let do something.
     bool Can(const std::string& sql) {
-        return sqlite3_exec(Connection, sql.c_str(), nullptr, nullptr, nullptr) == SQLITE_OK;
+        return sqlite3_exec(Connection_, sql.c_str(), nullptr, nullptr, nullptr) == SQLITE_OK;
     }
 
 private:
@@ -55,7 +55,7 @@ private:
         return 0;
     }
 
-    sqlite3* Connection = nullptr;
+    sqlite3* Connection_ = nullptr;
 };
 
 } // namespace support

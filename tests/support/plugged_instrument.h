@@ -19,24 +19,24 @@ public:
     ~PseudoTerminal() { PullOut(); }
 
     void PlugIn() {
-        End = posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC);
-        ASSERT_GE(End, 0);
-        ASSERT_EQ(grantpt(End), 0);
-        ASSERT_EQ(unlockpt(End), 0);
+        End_ = posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC);
+        ASSERT_GE(End_, 0);
+        ASSERT_EQ(grantpt(End_), 0);
+        ASSERT_EQ(unlockpt(End_), 0);
     }
     void PullOut() {
-        if (End >= 0)
-            close(End);
-        End = -1;
+        if (End_ >= 0)
+            close(End_);
+        End_ = -1;
     }
-    std::string Path() const { return ptsname(End); }
+    std::string Path() const { return ptsname(End_); }
     void Send(std::string_view bytes) const {
-        ASSERT_EQ(write(End, bytes.data(), bytes.size()), static_cast<ssize_t>(bytes.size()));
+        ASSERT_EQ(write(End_, bytes.data(), bytes.size()), static_cast<ssize_t>(bytes.size()));
     }
-    int Number() const { return End; }
+    int Number() const { return End_; }
 
 private:
-    int End = -1;
+    int End_ = -1;
 };
 
 /// Waits until a descriptor has something to tell.

@@ -16,8 +16,8 @@ RunningConsole::RunningConsole(const std::vector<std::string>& arguments, const 
     // Not for other children: the end of the input must be this one's to give.
     if (::pipe2(in, O_CLOEXEC) != 0 || ::pipe2(out, O_CLOEXEC) != 0)
         std::abort();
-    Process = ::fork();
-    if (Process == 0) {
+    Process_ = ::fork();
+    if (Process_ == 0) {
         ::dup2(in[0], STDIN_FILENO);
         ::dup2(out[1], STDOUT_FILENO);
         std::vector<char*> words = {const_cast<char*>(program)};
@@ -29,19 +29,19 @@ RunningConsole::RunningConsole(const std::vector<std::string>& arguments, const 
     }
     ::close(in[0]);
     ::close(out[1]);
-    Commands = ::fdopen(in[1], "w");
-    Answers = ::fdopen(out[0], "r");
+    Commands_ = ::fdopen(in[1], "w");
+    Answers_ = ::fdopen(out[0], "r");
     ReadUntilReady();
 }
 
 RunningConsole::~RunningConsole() {
     End();
-    std::fclose(Answers);
+    std::fclose(Answers_);
 }
 
 std::string RunningConsole::Tell(const std::string& command) {
-    std::fprintf(Commands, "%s\n", command.c_str());
-    std::fflush(Commands);
+    std::fprintf(Commands_, "%s\n", command.c_str());
+    std::fflush(Commands_);
     return ReadUntilReady();
 }
 
@@ -49,7 +49,7 @@ std::string RunningConsole::ReadUntilReady() {
     std::string answers;
     char* line = nullptr;
     std::size_t room = 0;
-    while (::getline(&line, &room, Answers) > 0) {
+    while (::getline(&line, &room, Answers_) > 0) {
         const std::string answer = line;
         if (answer.rfind("{\"ready\":", 0) == 0)
             break;
@@ -60,12 +60,12 @@ std::string RunningConsole::ReadUntilReady() {
 }
 
 int RunningConsole::End() {
-    if (Process < 0)
+    if (Process_ < 0)
         return -1;
-    std::fclose(Commands);
+    std::fclose(Commands_);
     int status = 0;
-    ::waitpid(Process, &status, 0);
-    Process = -1;
+    ::waitpid(Process_, &status, 0);
+    Process_ = -1;
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 

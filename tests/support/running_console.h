@@ -19,14 +19,14 @@ public:
     std::string Tell(const std::string& command);
     /// Ends the input and waits; the exit status, or -1 for a signal's end.
     int End();
-    int Id() const { return Process; }
+    int Id() const { return Process_; }
 
 private:
     std::string ReadUntilReady();
 
-    int Process = -1;
-    std::FILE* Commands = nullptr;
-    std::FILE* Answers = nullptr;
+    int Process_ = -1;
+    std::FILE* Commands_ = nullptr;
+    std::FILE* Answers_ = nullptr;
 };
 
 } // namespace live

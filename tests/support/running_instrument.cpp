@@ -29,12 +29,12 @@ bool Eventually(const std::function<bool()>& holds) {
 
 TemporaryFolder::TemporaryFolder() {
     std::string path = (support::PlaceInMemory() / "quorin-instrument-XXXXXX").string();
-    Folder = mkdtemp(path.data()) == nullptr ? std::string() : path;
+    Folder_ = mkdtemp(path.data()) == nullptr ? std::string() : path;
 }
 
 TemporaryFolder::~TemporaryFolder() {
     std::error_code ignored;
-    std::filesystem::remove_all(Folder, ignored);
+    std::filesystem::remove_all(Folder_, ignored);
 }
 
 bool Exists(const std::string& path) {
@@ -53,10 +53,10 @@ RunningInstrument::RunningInstrument(const std::vector<std::string>& arguments) 
         words.push_back(const_cast<char*>(argument.c_str()));
     }
     words.push_back(nullptr);
-    const std::string output = Folder.Path("output");
-    const std::string errors = Folder.Path("errors");
-    Process = fork();
-    if (Process == 0) {
+    const std::string output = Folder_.Path("output");
+    const std::string errors = Folder_.Path("errors");
+    Process_ = fork();
+    if (Process_ == 0) {
         dup2(open(output.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600), STDOUT_FILENO);
         dup2(open(errors.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600), STDERR_FILENO);
         execv(words[0], words.data());
@@ -65,9 +65,9 @@ RunningInstrument::RunningInstrument(const std::vector<std::string>& arguments) 
 }
 
 RunningInstrument::~RunningInstrument() {
-    if (Process > 0) {
-        kill(Process, SIGKILL);
-        waitpid(Process, nullptr, 0);
+    if (Process_ > 0) {
+        kill(Process_, SIGKILL);
+        waitpid(Process_, nullptr, 0);
     }
 }
 
@@ -78,43 +78,43 @@ std::string RunningInstrument::FirstLine() {
 }
 
 std::string RunningInstrument::Output() const {
-    return FileBytes(Folder.Path("output"));
+    return FileBytes(Folder_.Path("output"));
 }
 
 std::string RunningInstrument::Errors() const {
-    return FileBytes(Folder.Path("errors"));
+    return FileBytes(Folder_.Path("errors"));
 }
 
 void RunningInstrument::Signal(int number) const {
-    if (Process > 0) {
-        kill(Process, number);
+    if (Process_ > 0) {
+        kill(Process_, number);
     }
 }
 
 int RunningInstrument::ExitStatus() {
-    if (Process > 0) {
+    if (Process_ > 0) {
         int ended = 0;
-        if (Eventually([&] { return waitpid(Process, &ended, WNOHANG) == Process; })) {
-            Process = -1;
-            Status = WIFEXITED(ended) ? WEXITSTATUS(ended) : -1;
+        if (Eventually([&] { return waitpid(Process_, &ended, WNOHANG) == Process_; })) {
+            Process_ = -1;
+            Status_ = WIFEXITED(ended) ? WEXITSTATUS(ended) : -1;
         }
     }
-    return Status;
+    return Status_;
 }
 
 Reader::Reader(const std::string& path) {
-    Line = backends::Descriptor(open(path.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC));
+    Line_ = backends::Descriptor(open(path.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC));
 }
 
 std::string Reader::Read(std::size_t count) {
     std::string bytes;
     std::array<char, 64> part;
     while (bytes.size() < count) {
-        pollfd line = {Line.Number(), POLLIN, 0};
+        pollfd line = {Line_.Number(), POLLIN, 0};
         if (poll(&line, 1, static_cast<int>(std::chrono::milliseconds(Patience).count())) <= 0) {
             break;
         }
-        const auto got = read(Line.Number(), part.data(), std::min(part.size(), count - bytes.size()));
+        const auto got = read(Line_.Number(), part.data(), std::min(part.size(), count - bytes.size()));
         if (got <= 0) {
             break;
         }
@@ -126,7 +126,7 @@ std::string Reader::Read(std::size_t count) {
 std::string Reader::ReadWhatIsThere() {
     std::string bytes;
     std::array<char, 4096> part;
-    for (ssize_t got = 0; (got = read(Line.Number(), part.data(), part.size())) > 0;) {
+    for (ssize_t got = 0; (got = read(Line_.Number(), part.data(), part.size())) > 0;) {
         bytes.append(part.data(), static_cast<std::size_t>(got));
     }
     return bytes;

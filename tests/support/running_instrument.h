@@ -24,11 +24,11 @@ public:
     TemporaryFolder(const TemporaryFolder&) = delete;
     TemporaryFolder& operator=(const TemporaryFolder&) = delete;
     ~TemporaryFolder();
-    std::string Path(const std::string& name) const { return Folder + "/" + name; }
-    const std::string& Name() const { return Folder; }
+    std::string Path(const std::string& name) const { return Folder_ + "/" + name; }
+    const std::string& Name() const { return Folder_; }
 
 private:
-    std::string Folder;
+    std::string Folder_;
 };
 
 bool Exists(const std::string& path);
@@ -52,9 +52,9 @@ public:
     int ExitStatus();
 
 private:
-    TemporaryFolder Folder;
-    int Process = -1;
-    int Status = -1;
+    TemporaryFolder Folder_;
+    int Process_ = -1;
+    int Status_ = -1;
 };
 
 /// The slave side of a pseudo terminal, opened as an application opens a port.
@@ -64,11 +64,11 @@ public:
     /// Reads until so many bytes have come, or nothing more can come.
     std::string Read(std::size_t count);
     std::string ReadWhatIsThere();
-    void Close() { Line.Close(); }
-    bool IsOpen() const { return Line.Valid(); }
+    void Close() { Line_.Close(); }
+    bool IsOpen() const { return Line_.Valid(); }
 
 private:
-    backends::Descriptor Line;
+    backends::Descriptor Line_;
 };
 
 } // namespace instrument

@@ -16,17 +16,17 @@ class TemporaryRoot {
 public:
     TemporaryRoot() {
         std::string pattern = (support::PlaceOnDisk() / "quorin-test-XXXXXX").string();
-        Folder = std::filesystem::canonical(mkdtemp(pattern.data())).string();
+        Folder_ = std::filesystem::canonical(mkdtemp(pattern.data())).string();
     }
     TemporaryRoot(const TemporaryRoot&) = delete;
     TemporaryRoot& operator=(const TemporaryRoot&) = delete;
     ~TemporaryRoot() {
         std::error_code ignored;
-        std::filesystem::remove_all(Folder, ignored);
+        std::filesystem::remove_all(Folder_, ignored);
     }
 
-    const std::string& Path() const { return Folder; }
-    std::string Path(const std::string& name) const { return Folder + "/" + name; }
+    const std::string& Path() const { return Folder_; }
+    std::string Path(const std::string& name) const { return Folder_ + "/" + name; }
 
     void Put(const std::string& name, std::string_view bytes) const {
         std::filesystem::create_directories(std::filesystem::path(Path(name)).parent_path());
@@ -51,5 +51,5 @@ public:
     }
 
 private:
-    std::string Folder;
+    std::string Folder_;
 };

@@ -26,22 +26,22 @@ TemporaryFolder::TemporaryFolder() {
     std::string name = (PlaceInMemory() / "quorin-test-XXXXXX").string();
     if (::mkdtemp(name.data()) == nullptr)
         std::abort();
-    Place = name;
+    Path_ = name;
 }
 
 TemporaryFolder::~TemporaryFolder() {
     std::error_code ignored;
-    std::filesystem::remove_all(Place, ignored);
+    std::filesystem::remove_all(Path_, ignored);
 }
 
 std::string TemporaryFolder::Bytes(const std::string& name) const {
-    std::ifstream in(Place / name, std::ios::binary);
+    std::ifstream in(Path_ / name, std::ios::binary);
     return {std::istreambuf_iterator<char>(in), {}};
 }
 
 void TemporaryFolder::Put(const std::string& name, const std::string& bytes) const {
-    std::filesystem::create_directories((Place / name).parent_path());
-    std::ofstream(Place / name, std::ios::binary) << bytes;
+    std::filesystem::create_directories((Path_ / name).parent_path());
+    std::ofstream(Path_ / name, std::ios::binary) << bytes;
 }
 
 void Record::BoxOpened(const Text& text, platform::BoxButtons buttons, platform::BoxIcon icon, const Text& title) {
@@ -77,8 +77,8 @@ TestDevice::TestDevice(backends::DeviceOptions options) : Platform(OnFolder(std:
     modQuorin::ResetModules();
     Platform.runTime.Rest = [this](std::int32_t milliseconds) {
         Pauses.push_back(milliseconds);
-        if (Meanwhile)
-            Meanwhile();
+        if (Meanwhile_)
+            Meanwhile_();
     };
 }
 
@@ -95,21 +95,21 @@ void TestDevice::RunCommand() {
         AnswerBox(*box);
         return;
     }
-    const std::function<void()> step = std::move(Steps.front());
-    Steps.pop_front();
+    const std::function<void()> step = std::move(Steps_.front());
+    Steps_.pop_front();
     step();
 }
 
 void TestDevice::AnswerBox(backends::DeviceBoxes::OpenBox& box) {
-    if (During) {
-        const std::function<void()> action = std::move(During);
-        During = nullptr;
+    if (During_) {
+        const std::function<void()> action = std::move(During_);
+        During_ = nullptr;
         action();
     }
     box.Answered = true;
-    if (!Answers.empty()) {
-        box.Answer = Answers.front();
-        Answers.pop_front();
+    if (!Answers_.empty()) {
+        box.Answer = Answers_.front();
+        Answers_.pop_front();
     } else if (box.Buttons == platform::BoxButtons::YesNo) {
         box.Answer = platform::BoxAnswer::No;
         ADD_FAILURE() << "nobody was told to answer: " << modStringTools::ToBytes(box.Message);

@@ -25,15 +25,15 @@ public:
     TemporaryFolder(const TemporaryFolder&) = delete;
     TemporaryFolder& operator=(const TemporaryFolder&) = delete;
 
-    std::filesystem::path Path() const { return Place; }
+    std::filesystem::path Path() const { return Path_; }
     /// A file of the folder, its bytes as they stand; empty when it is not there.
     std::string Bytes(const std::string& name) const;
     /// Writes a file, with the folders above it.
     void Put(const std::string& name, const std::string& bytes) const;
-    bool Has(const std::string& name) const { return std::filesystem::exists(Place / name); }
+    bool Has(const std::string& name) const { return std::filesystem::exists(Path_ / name); }
 
 private:
-    std::filesystem::path Place;
+    std::filesystem::path Path_;
 };
 
 struct ShownBox {
@@ -81,14 +81,14 @@ public:
     platform::OwnerDrawGrid& Main() { return Platform.grdMain; }
 
     /// The next message box is answered so. A box that nobody was told about fails the test and is answered No.
-    void WillAnswer(platform::BoxAnswer answer) { Answers.push_back(answer); }
+    void WillAnswer(platform::BoxAnswer answer) { Answers_.push_back(answer); }
     /// Runs once while the next box stands, before it is answered.
-    void WhileABoxStands(std::function<void()> action) { During = std::move(action); }
+    void WhileABoxStands(std::function<void()> action) { During_ = std::move(action); }
     /// What the technician does while the program waits for a prompt, one step at a time.
-    void WillDo(std::function<void()> step) { Steps.push_back(std::move(step)); }
+    void WillDo(std::function<void()> step) { Steps_.push_back(std::move(step)); }
 
     /// What other programs do while this one waits for them; without it no time passes.
-    void WhileItPauses(std::function<void()> action) { Meanwhile = std::move(action); }
+    void WhileItPauses(std::function<void()> action) { Meanwhile_ = std::move(action); }
     std::vector<std::int32_t> Pauses; ///< milliseconds of each
 
     /// Where the clock stands, as 2007-03-05T09:30:00.
@@ -97,16 +97,16 @@ public:
 
 private:
     void AboutToWait(int) override {}
-    bool HasCommand() override { return Platform.boxes.Current() != nullptr || !Steps.empty(); }
+    bool HasCommand() override { return Platform.boxes.Current() != nullptr || !Steps_.empty(); }
     bool Ended() override { return true; } ///< a prompt that nobody was told about ends the program
     int Descriptor() override { return -1; }
     void TakeInput() override {}
     void RunCommand() override;
     void AnswerBox(backends::DeviceBoxes::OpenBox& box);
 
-    std::deque<platform::BoxAnswer> Answers;
-    std::function<void()> During, Meanwhile;
-    std::deque<std::function<void()>> Steps;
+    std::deque<platform::BoxAnswer> Answers_;
+    std::function<void()> During_, Meanwhile_;
+    std::deque<std::function<void()>> Steps_;
 };
 
 /// Runs something that must stop the program, and gives the message of the failure; fails the test when it does not.

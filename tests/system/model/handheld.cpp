@@ -85,41 +85,41 @@ std::string Quoted(const std::string& text) {
 
 } // namespace
 
-DeviceFolder::DeviceFolder(const Kind& kind) : Databases(kind.DataFolder == nullptr) {
+DeviceFolder::DeviceFolder(const Kind& kind) : Databases_(kind.DataFolder == nullptr) {
     std::string name = (support::PlaceInMemory() / "quorin-shift-XXXXXX").string();
     if (::mkdtemp(name.data()) == nullptr)
         std::abort();
-    Place = name;
-    Data = Place / (Databases ? "Databases" : kind.DataFolder);
-    fs::create_directories(Data);
+    Root_ = name;
+    Data_ = Root_ / (Databases_ ? "Databases" : kind.DataFolder);
+    fs::create_directories(Data_);
 }
 
 DeviceFolder::~DeviceFolder() {
     std::error_code ignored;
-    fs::remove_all(Place, ignored);
+    fs::remove_all(Root_, ignored);
 }
 
 fs::path DeviceFolder::PathOf(const std::string& name) const {
-    return Data / (Databases ? fs::path(name).stem().string() + ".sqlite" : name);
+    return Data_ / (Databases_ ? fs::path(name).stem().string() + ".sqlite" : name);
 }
 
 std::optional<std::string> DeviceFolder::Read(const std::string& name) const {
     const fs::path path = PathOf(name);
     if (!fs::exists(path))
         return std::nullopt;
-    if (!Databases)
+    if (!Databases_)
         return BytesOf(path);
-    return fs::exists(path.string() + "-journal") ? LinesAfterAKill(path, Place / "copy") : LinesOf(path);
+    return fs::exists(path.string() + "-journal") ? LinesAfterAKill(path, Root_ / "copy") : LinesOf(path);
 }
 
 std::set<std::string> DeviceFolder::Names() const {
     std::set<std::string> names;
-    for (const auto& entry : fs::directory_iterator(Data)) {
+    for (const auto& entry : fs::directory_iterator(Data_)) {
         const std::string name = entry.path().filename().string();
         const std::string stem = entry.path().stem().string();
-        if (Databases && entry.path().extension() == ".sqlite" && !stem.ends_with("qvd"))
+        if (Databases_ && entry.path().extension() == ".sqlite" && !stem.ends_with("qvd"))
             names.insert(stem + ".txt");
-        else if (!Databases && entry.path().extension() != ".qvd" && !IsScratch(name))
+        else if (!Databases_ && entry.path().extension() != ".qvd" && !IsScratch(name))
             names.insert(name);
     }
     return names;
@@ -127,11 +127,11 @@ std::set<std::string> DeviceFolder::Names() const {
 
 /// A package comes onto a Palm by beam, as a database, whose name can hold no ending.
 void DeviceFolder::PutPackage(const std::string& name, const std::string& lines) const {
-    if (!Databases) {
-        Put(Data / (name + ".qvd"), lines);
+    if (!Databases_) {
+        Put(Data_ / (name + ".qvd"), lines);
         return;
     }
-    Database database(Data / (name + "qvd.sqlite"), SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
+    Database database(Data_ / (name + "qvd.sqlite"), SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
     database.Execute(R"(CREATE TABLE "DATABASE"(TypeCode, CreatorCode); INSERT INTO "DATABASE" VALUES()" +
                      std::to_string(TextType) + "," + std::to_string(Creator) + ")");
     database.Execute(R"(CREATE TABLE "TEXT"(Position INTEGER PRIMARY KEY, LineNumber, LineData))");
@@ -145,26 +145,26 @@ void DeviceFolder::PutPackage(const std::string& name, const std::string& lines)
 }
 
 void DeviceFolder::PutMailbox(const std::string& name, const std::string& bytes) const {
-    Put(Place / MailboxFolder / name, bytes);
+    Put(Root_ / MailboxFolder / name, bytes);
 }
 
 void DeviceFolder::RemoveMailbox(const std::string& name) const {
-    fs::remove(Place / MailboxFolder / name);
+    fs::remove(Root_ / MailboxFolder / name);
 }
 
 bool DeviceFolder::HasMailbox(const std::string& name) const {
-    return fs::exists(Place / MailboxFolder / name);
+    return fs::exists(Root_ / MailboxFolder / name);
 }
 
 Handheld::Handheld(const Kind& kind, const DeviceFolder& folder, Moment now, std::function<void()> step)
-    : Step(std::move(step)) {
+    : Step_(std::move(step)) {
     backends::DeviceOptions options;
     options.DeviceType = kind.DeviceType;
     options.Root = folder.Root().string();
     options.StartMoment = now / Second;
-    Platform.reset(new backends::headless::HeadlessPlatform(options, *this, *this));
-    Platform->runTime.Rest = [](std::int32_t) {}; // there is nobody else to wait for
-    platform::Install(&Platform->record);
+    Platform_.reset(new backends::headless::HeadlessPlatform(options, *this, *this));
+    Platform_->runTime.Rest = [](std::int32_t) {}; // there is nobody else to wait for
+    platform::Install(&Platform_->record);
     modQuorin::ResetModules();
 }
 
@@ -174,34 +174,34 @@ Handheld::~Handheld() {
 
 backends::ProgramOver Handheld::Run() {
     try {
-        Platform->StartProgram();
+        Platform_->StartProgram();
         for (;;)
-            Platform->loop.WaitOnce();
+            Platform_->loop.WaitOnce();
     } catch (const backends::ProgramOver& over) {
         return over;
     }
 }
 
 void Handheld::RunCommand() {
-    Step();
-    Platform->loop.HandleDue();
+    Step_();
+    Platform_->loop.HandleDue();
 }
 
 void Handheld::BoxOpened(const Text& text, platform::BoxButtons buttons, platform::BoxIcon, const Text&) {
-    Events.push_back((buttons == platform::BoxButtons::Ok ? "box ok " : "box yesno ") + modStringTools::ToBytes(text));
+    Events_.push_back((buttons == platform::BoxButtons::Ok ? "box ok " : "box yesno ") + modStringTools::ToBytes(text));
 }
 
 void Handheld::TonePlayed(std::int32_t hertz, std::int32_t milliseconds) {
-    Events.push_back("tone " + std::to_string(hertz) + " " + std::to_string(milliseconds));
+    Events_.push_back("tone " + std::to_string(hertz) + " " + std::to_string(milliseconds));
 }
 
 void Handheld::NotSaved(const Text& file, const Text& why) {
-    Events.push_back("not saved: " + modStringTools::ToBytes(file) + ", " + modStringTools::ToBytes(why));
+    Events_.push_back("not saved: " + modStringTools::ToBytes(file) + ", " + modStringTools::ToBytes(why));
 }
 
 std::vector<std::string> Handheld::TakeEvents() {
     std::vector<std::string> events;
-    events.swap(Events);
+    events.swap(Events_);
     return events;
 }
 

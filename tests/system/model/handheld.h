@@ -36,7 +36,7 @@ public:
     DeviceFolder(const DeviceFolder&) = delete;
     DeviceFolder& operator=(const DeviceFolder&) = delete;
 
-    std::filesystem::path Root() const { return Place; }
+    std::filesystem::path Root() const { return Root_; }
     /// The lines of a data file, each with LF behind it; nothing when there is no such file.
     std::optional<std::string> Read(const std::string& name) const;
     /// The names of all data files; a scratch file that a killed program has left is none.
@@ -50,9 +50,9 @@ public:
 private:
     std::filesystem::path PathOf(const std::string& name) const;
 
-    bool Databases;
-    std::filesystem::path Place;
-    std::filesystem::path Data;
+    bool Databases_;
+    std::filesystem::path Root_;
+    std::filesystem::path Data_;
 };
 
 /// The program on a device. `step` is called whenever the program waits for somebody to do something, also while a box
@@ -65,7 +65,7 @@ public:
     /// Runs the program until it ends, or is left.
     backends::ProgramOver Run();
 
-    backends::headless::HeadlessPlatform& Device() { return *Platform; }
+    backends::headless::HeadlessPlatform& Device() { return *Platform_; }
     /// Boxes and tones since somebody looked.
     std::vector<std::string> TakeEvents();
 
@@ -78,9 +78,9 @@ private:
     void Warned(const Text&, const Text&) override {} ///< the model is of the form, which knows nothing of it
     void NotSaved(const Text& file, const Text& why) override;
 
-    std::function<void()> Step;
-    std::vector<std::string> Events;
-    std::unique_ptr<backends::headless::HeadlessPlatform> Platform;
+    std::function<void()> Step_;
+    std::vector<std::string> Events_;
+    std::unique_ptr<backends::headless::HeadlessPlatform> Platform_;
 };
 
 } // namespace shift

@@ -40,82 +40,76 @@ std::string Instrument::Connect(const std::string& identity) {
 std::string Instrument::Noise() {
     static const char* const noises[] = {"battery 3.1 V\r\n", "[/BLob]\r\n", "\r\n",       "*** \xE2\x82\xAC ***\r\n",
                                          " [BLob]\r\n",       "BLob]\r\n",   "[END]\n\r\n"};
-    return Chance.Of(noises);
+    return Chance_.Of(noises);
 }
 
 Harm Instrument::AnyHarm() {
     static const Harm some[] = {Harm::Cut,         Harm::Cut,          Harm::Cut,      Harm::LineFeeds,
                                 Harm::OneLineFeed, Harm::GluedToNoise, Harm::OtherCase};
-    return Chance.OneIn(9) ? Chance.Of(some) : Harm::None;
+    return Chance_.OneIn(9) ? Chance_.Of(some) : Harm::None;
 }
 
 std::string Instrument::Variable(const Outfit& outfit) {
-    static const char* const values[] = {"P12",
-                                         "North field",
-                                         "x",
-                                         "40-60",
-                                         "7",
-                                         "\xC3\x9C"
-                                         "cker"};
-    const std::string name = outfit.Variables[Chance.Below(static_cast<std::uint32_t>(outfit.Variables.size()))];
-    return "[DESCRIPTIVE_VAR \"" + name + "=" + Chance.Of(values) + "\"]";
+    static const char* const values[] = {"P12", "North field", "x", "40-60", "7", "\xC3\x9C", "cker"};
+    const std::string name = outfit.Variables[Chance_.Below(static_cast<std::uint32_t>(outfit.Variables.size()))];
+    return "[DESCRIPTIVE_VAR \"" + name + "=" + Chance_.Of(values) + "\"]";
 }
 
 /// The unit comes last, and ends the result. What is not restated holds on from the result before.
 void Instrument::AddResult(const Outfit& outfit, bool first) {
     std::vector<std::string> lines;
-    for (std::uint32_t left = Chance.Below(3); left > 0; --left)
+    for (std::uint32_t left = Chance_.Below(3); left > 0; --left)
         lines.push_back(Variable(outfit));
-    if (Chance.OneIn(6))
+    if (Chance_.OneIn(6))
         lines.push_back("# temperature of the case 31");
-    if (first ? !Chance.OneIn(30) : !Chance.OneIn(4))
-        lines.push_back("[RESULT_TYPE " + outfit.Types[Chance.Below(static_cast<std::uint32_t>(outfit.Types.size()))] +
+    if (first ? !Chance_.OneIn(30) : !Chance_.OneIn(4))
+        lines.push_back("[RESULT_TYPE " + outfit.Types[Chance_.Below(static_cast<std::uint32_t>(outfit.Types.size()))] +
                         "]");
-    const std::string value = std::to_string(Results.Send()) + "." + std::to_string(Chance.Below(10));
-    lines.insert(lines.begin() + Chance.Below(static_cast<std::uint32_t>(lines.size()) + 1),
+    const std::string value = std::to_string(Results_.Send()) + "." + std::to_string(Chance_.Below(10));
+    lines.insert(lines.begin() + Chance_.Below(static_cast<std::uint32_t>(lines.size()) + 1),
                  "[RESULT_VALUE \"" + value + "\"]");
-    Lines.insert(Lines.end(), lines.begin(), lines.end());
-    Lines.push_back("[RESULT_UNIT \"" + outfit.Units[Chance.Below(static_cast<std::uint32_t>(outfit.Units.size()))] +
-                    "\"]");
+    Lines_.insert(Lines_.end(), lines.begin(), lines.end());
+    Lines_.push_back("[RESULT_UNIT \"" + outfit.Units[Chance_.Below(static_cast<std::uint32_t>(outfit.Units.size()))] +
+                     "\"]");
 }
 
 std::string Instrument::Record(const Outfit& outfit, const std::string& origin, Harm harm, std::uint32_t most) {
-    Lines = {"[BLob]"};
+    Lines_ = {"[BLob]"};
     if (!origin.empty())
-        Lines.push_back("[ORIGIN \"" + origin + "\"]");
-    const std::uint32_t count = 1 + (Chance.OneIn(2) ? Chance.Below(most) : 0);
+        Lines_.push_back("[ORIGIN \"" + origin + "\"]");
+    const std::uint32_t count = 1 + (Chance_.OneIn(2) ? Chance_.Below(most) : 0);
     for (std::uint32_t i = 0; i < count; ++i)
         AddResult(outfit, i == 0);
-    Lines.push_back("[/BLob]");
+    Lines_.push_back("[/BLob]");
     ++Harmed[static_cast<std::size_t>(harm)];
     return Transmit(harm);
 }
 
 std::string Instrument::Transmit(Harm harm) {
     if (harm == Harm::OtherCase) { // which is a complete record, but none that the decoding is told of
-        for (std::string* tag : {&Lines.front(), &Lines.back()})
+        for (std::string* tag : {&Lines_.front(), &Lines_.back()})
             std::transform(tag->begin(), tag->end(), tag->begin(), Upper);
     }
     const std::size_t bare =
-        harm == Harm::OneLineFeed ? Chance.Below(static_cast<std::uint32_t>(Lines.size()) - 1) : Lines.size();
+        harm == Harm::OneLineFeed ? Chance_.Below(static_cast<std::uint32_t>(Lines_.size()) - 1) : Lines_.size();
     std::string bytes = harm == Harm::GluedToNoise ? "~~" : "";
-    for (std::size_t i = 0; i < Lines.size(); ++i)
-        bytes += Lines[i] + (harm == Harm::LineFeeds || i == bare ? "\n" : "\r\n");
+    for (std::size_t i = 0; i < Lines_.size(); ++i)
+        bytes += Lines_[i] + (harm == Harm::LineFeeds || i == bare ? "\n" : "\r\n");
     return harm == Harm::Cut ? Cut(bytes) : bytes;
 }
 
 /// What was to come behind the cut never comes, and the next record may follow in the same line.
 std::string Instrument::Cut(const std::string& bytes) {
-    std::size_t end = 1 + Chance.Below(static_cast<std::uint32_t>(bytes.size() - 10));
+    std::size_t end = 1 + Chance_.Below(static_cast<std::uint32_t>(bytes.size() - 10));
     while ((static_cast<unsigned char>(bytes[end]) & 0xC0U) == 0x80U)
         ++end;
     const std::string left = bytes.substr(0, end);
     const std::vector<ResultId> through = IdsInRecords(left);
     for (const ResultId id : IdsInRecords(bytes)) {
         if (std::find(through.begin(), through.end(), id) == through.end())
-            Results.Note(id, Fate::CutOff);
+            Results_.Note(id, Fate::CutOff);
     }
-    return left + (Chance.OneIn(2) ? "\r\n" : "");
+    return left + (Chance_.OneIn(2) ? "\r\n" : "");
 }
 
 } // namespace shift

@@ -31,7 +31,7 @@ enum class Harm { None, Cut, LineFeeds, OneLineFeed, GluedToNoise, OtherCase, Ha
 
 class Instrument {
 public:
-    Instrument(Choices& choices, Ledger& results) : Chance(choices), Results(results) {}
+    Instrument(Choices& choices, Ledger& results) : Chance_(choices), Results_(results) {}
 
     std::string Connect(const std::string& identity);
     std::string Noise();
@@ -47,9 +47,9 @@ private:
     std::string Transmit(Harm harm);
     std::string Cut(const std::string& bytes);
 
-    Choices& Chance;
-    Ledger& Results;
-    std::vector<std::string> Lines;
+    Choices& Chance_;
+    Ledger& Results_;
+    std::vector<std::string> Lines_;
 };
 
 } // namespace shift

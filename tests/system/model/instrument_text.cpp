@@ -86,19 +86,19 @@ bool SameInAnyCase(const std::string& a, const std::string& b) {
 }
 
 bool InstrumentText::MoveLines() {
-    const std::size_t end = Begun.rfind("\r\n");
+    const std::size_t end = Begun_.rfind("\r\n");
     if (end == std::string::npos)
         return false;
-    Ready += Begun.substr(0, end + 2);
-    Begun.erase(0, end + 2);
+    Ready_ += Begun_.substr(0, end + 2);
+    Begun_.erase(0, end + 2);
     return true;
 }
 
 bool InstrumentText::Arrive(const std::string& characters) {
     static const std::string endTag = "[/BLob]\r\n";
-    Begun += characters;
-    return MoveLines() && Ready.size() >= endTag.size() &&
-           Ready.compare(Ready.size() - endTag.size(), endTag.size(), endTag) == 0;
+    Begun_ += characters;
+    return MoveLines() && Ready_.size() >= endTag.size() &&
+           Ready_.compare(Ready_.size() - endTag.size(), endTag.size(), endTag) == 0;
 }
 
 bool InstrumentText::TakeMailbox(const std::string& bytes) {
@@ -107,26 +107,26 @@ bool InstrumentText::TakeMailbox(const std::string& bytes) {
         std::string line = bytes.substr(start, end - start);
         if (end < bytes.size() && !line.empty() && line.back() == '\r')
             line.pop_back();
-        Begun += line + "\r\n";
+        Begun_ += line + "\r\n";
         start = end + 1;
     }
     return MoveLines();
 }
 
 bool InstrumentText::Decode() {
-    Buffer += Ready;
-    Decoded = Ready.size();
+    Buffer_ += Ready_;
+    Decoded_ = Ready_.size();
     // Where one line ends in CR LF a lone line feed is no line end, so that a record with line feeds alone is one line.
     // It comes to life when nothing but such lines is left and nothing new has come.
-    const bool pairs = Buffer.find("\r\n") != std::string::npos;
+    const bool pairs = Buffer_.find("\r\n") != std::string::npos;
     std::string lines;
-    for (std::size_t i = 0; i < Buffer.size(); ++i) {
-        if (pairs && Buffer.compare(i, 2, "\r\n") == 0)
+    for (std::size_t i = 0; i < Buffer_.size(); ++i) {
+        if (pairs && Buffer_.compare(i, 2, "\r\n") == 0)
             continue;
-        const bool ends = Buffer[i] == '\n' && (!pairs || (i > 0 && Buffer[i - 1] == '\r'));
-        lines += ends ? '\r' : Buffer[i];
+        const bool ends = Buffer_[i] == '\n' && (!pairs || (i > 0 && Buffer_[i - 1] == '\r'));
+        lines += ends ? '\r' : Buffer_[i];
     }
-    Buffer = lines;
+    Buffer_ = lines;
     return ExtractRecords();
 }
 
@@ -137,17 +137,17 @@ bool InstrumentText::ExtractRecords() {
     bool allGood = true;
     std::size_t start = std::string::npos;
     for (std::size_t line = 0;;) {
-        const std::size_t end = Buffer.find('\r', line);
+        const std::size_t end = Buffer_.find('\r', line);
         if (end == std::string::npos)
             return any && allGood;
-        const std::string text = Buffer.substr(line, end - line);
+        const std::string text = Buffer_.substr(line, end - line);
         if (Begins(text, "[BLob"))
             start = line; // the later of two starts counts
         line = end + 1;
         if (start == std::string::npos || !Begins(text, "[/BLob"))
             continue;
-        const std::string record = Buffer.substr(start, line - start);
-        Buffer.erase(start, line - start);
+        const std::string record = Buffer_.substr(start, line - start);
+        Buffer_.erase(start, line - start);
         any = true;
         allGood = DecodeRecord(record) && allGood;
         start = std::string::npos;
@@ -159,7 +159,7 @@ bool InstrumentText::DecodeRecord(const std::string& record) {
     const std::vector<ResultId> held = IdsInRecords(record);
     const auto lose = [&](Fate fate) {
         for (const ResultId id : held)
-            Results->Note(id, fate);
+            Results_->Note(id, fate);
         return false;
     };
     if (!Holds(record, "[/BLob]\r"))
@@ -176,7 +176,7 @@ bool InstrumentText::DecodeRecord(const std::string& record) {
     for (const ResultId id : held) {
         const auto isIt = [&](const Reading& reading) { return IdOf(reading.Value) == id; };
         if (std::none_of(Waiting.begin() + static_cast<std::ptrdiff_t>(before), Waiting.end(), isIt))
-            Results->Note(id, Fate::Unreadable);
+            Results_->Note(id, Fate::Unreadable);
     }
     return true;
 }
@@ -201,25 +201,25 @@ void InstrumentText::TakeReadings(const std::string& record) {
 }
 
 void InstrumentText::ForgetLines() {
-    for (const ResultId id : IdsInRecords(Ready.substr(Decoded)))
-        Results->Note(id, Fate::Emptied);
-    Ready.clear();
-    Decoded = 0;
+    for (const ResultId id : IdsInRecords(Ready_.substr(Decoded_)))
+        Results_->Note(id, Fate::Emptied);
+    Ready_.clear();
+    Decoded_ = 0;
 }
 
 void InstrumentText::Lose() {
-    for (const std::string& text : {Begun, Ready.substr(Decoded), Buffer}) {
+    for (const std::string& text : {Begun_, Ready_.substr(Decoded_), Buffer_}) {
         for (const ResultId id : IdsInRecords(text))
-            Results->Note(id, Fate::LeftInBuffers);
+            Results_->Note(id, Fate::LeftInBuffers);
     }
     for (const Reading& reading : Waiting)
-        Results->Note(IdOf(reading.Value), Fate::LeftInBuffers);
+        Results_->Note(IdOf(reading.Value), Fate::LeftInBuffers);
     Waiting.clear();
     Connected.clear();
-    Begun.clear();
-    Ready.clear();
-    Buffer.clear();
-    Decoded = 0;
+    Begun_.clear();
+    Ready_.clear();
+    Buffer_.clear();
+    Decoded_ = 0;
 }
 
 } // namespace shift

@@ -24,7 +24,7 @@ bool SameInAnyCase(const std::string& a, const std::string& b);
 /// Text in UTF-8 throughout.
 class InstrumentText {
 public:
-    explicit InstrumentText(Ledger& ledger) : Results(&ledger) {}
+    explicit InstrumentText(Ledger& ledger) : Results_(&ledger) {}
 
     /// Characters as they come over the line. A line is one once CR LF has come; whether it ends with an end tag in its
     /// exact form, which is what the decoding waits for.
@@ -42,9 +42,9 @@ public:
 
     std::deque<Reading> Waiting; ///< decoded and not captured yet
     std::string Connected;       ///< the instrument; empty for none
-    const std::string& Noise() const { return Buffer; }
-    const std::string& Lines() const { return Ready; }
-    const std::string& Unfinished() const { return Begun; }
+    const std::string& Noise() const { return Buffer_; }
+    const std::string& Lines() const { return Ready_; }
+    const std::string& Unfinished() const { return Begun_; }
 
 private:
     bool MoveLines();
@@ -52,11 +52,11 @@ private:
     void TakeReadings(const std::string& record);
     bool ExtractRecords();
 
-    Ledger* Results;
-    std::string Begun; ///< no line yet
-    std::string Ready;
-    std::size_t Decoded = 0; ///< characters of Ready that the decoding has seen
-    std::string Buffer;      ///< lines that end in CR, of no complete record
+    Ledger* Results_;
+    std::string Begun_; ///< no line yet
+    std::string Ready_;
+    std::size_t Decoded_ = 0; ///< characters of Ready that the decoding has seen
+    std::string Buffer_;      ///< lines that end in CR, of no complete record
 };
 
 } // namespace shift

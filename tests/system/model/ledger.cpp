@@ -18,17 +18,17 @@ const char* NameOf(Fate fate) {
 }
 
 ResultId Ledger::Send() {
-    Fates.push_back(Fate::OnTheWay);
-    Handed.push_back(false);
-    ++Counts[0];
+    Fates_.push_back(Fate::OnTheWay);
+    Handed_.push_back(false);
+    ++Counts_[0];
     return Sent();
 }
 
 void Ledger::Note(ResultId id, Fate fate) {
-    if (id == 0 || id >= Fates.size())
+    if (id == 0 || id >= Fates_.size())
         return;
-    Fates[id] = fate;
-    ++Counts[static_cast<std::size_t>(fate)];
+    Fates_[id] = fate;
+    ++Counts_[static_cast<std::size_t>(fate)];
 }
 
 ResultId IdOf(const std::string& cell) {

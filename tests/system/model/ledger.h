@@ -41,20 +41,20 @@ class Ledger {
 public:
     ResultId Send();
     void Note(ResultId id, Fate fate);
-    Fate Of(ResultId id) const { return Fates[id]; }
-    std::uint32_t Sent() const { return static_cast<std::uint32_t>(Fates.size()) - 1; }
+    Fate Of(ResultId id) const { return Fates_[id]; }
+    std::uint32_t Sent() const { return static_cast<std::uint32_t>(Fates_.size()) - 1; }
 
     /// A download that holds it was taken off the device before it was deleted there.
-    void HandOver(ResultId id) { Handed[id] = true; }
-    bool HandedOver(ResultId id) const { return Handed[id]; }
+    void HandOver(ResultId id) { Handed_[id] = true; }
+    bool HandedOver(ResultId id) const { return Handed_[id]; }
 
     /// How often something has happened to results, to whichever.
-    std::uint64_t Times(Fate fate) const { return Counts[static_cast<std::size_t>(fate)]; }
+    std::uint64_t Times(Fate fate) const { return Counts_[static_cast<std::size_t>(fate)]; }
 
 private:
-    std::vector<Fate> Fates = {Fate::OnTheWay};
-    std::vector<bool> Handed = {false};
-    std::uint64_t Counts[static_cast<std::size_t>(Fate::FateCount)] = {};
+    std::vector<Fate> Fates_ = {Fate::OnTheWay};
+    std::vector<bool> Handed_ = {false};
+    std::uint64_t Counts_[static_cast<std::size_t>(Fate::FateCount)] = {};
 };
 
 /// The value of a result begins with its number and a full stop, as in "17.3": the number of the result that a cell

@@ -29,7 +29,7 @@ struct Question {
 
 class Model {
 public:
-    Model(Ledger& results, Road road) : Text(results), Results(&results), RoadOfLink(road) {}
+    Model(Ledger& results, Road road) : Text(results), Results_(&results), RoadOfLink_(road) {}
 
     // --- what is expected; the rest is how it comes about
     std::vector<std::string> Events; ///< boxes and tones since somebody looked
@@ -65,13 +65,13 @@ public:
     bool WaitsForTomorrow() const;
     Moment TimeUntilTomorrow() const; ///< until it is decoded; 0 when that moment never comes
     /// The decoding has been told of a record and waits for half a second of quiet.
-    bool Quiet() const { return EndSeen; }
+    bool Quiet() const { return EndSeen_; }
 
     // --- the line, and the mailbox
     void Receive(const std::string& characters);
     void Drop();
     bool LinkIsHeld() const { return Questions.size() > 1; }
-    void FailOpenings(int count) { FailuresLeft = count; }
+    void FailOpenings(int count) { FailuresLeft_ = count; }
     bool MailboxThere = false, MailboxLocked = false, ServerRuns = true;
     std::string Mailbox;
 
@@ -81,8 +81,8 @@ public:
     void OpenDriver(std::size_t row);
     void NewDownload();
     std::vector<std::string> Downloads() const;
-    void SelectDownload(std::size_t index) { SelectedRow = index; }
-    std::size_t SelectedDownload() const { return SelectedRow; }
+    void SelectDownload(std::size_t index) { SelectedRow_ = index; }
+    std::size_t SelectedDownload() const { return SelectedRow_; }
     void OpenDownload();
     void DeleteDownload();
     void Rename();
@@ -100,9 +100,9 @@ public:
     void ShowColumns();
     void ToggleColumn(std::size_t row) { ColumnChoices[row] = !ColumnChoices[row]; }
 
-    const std::vector<Field>& Fields() const { return Infs; }
-    const std::string& NameInHand() const { return Accepted; }
-    std::size_t EditedRow() const { return EditRow; }
+    const std::vector<Field>& Fields() const { return Infs_; }
+    const std::string& NameInHand() const { return Accepted_; }
+    std::size_t EditedRow() const { return EditRow_; }
     const DataFile& OpenTable() const { return Files.Read(OpenFile); }
     bool OnRecord() const { return At == Place::Record; }
 
@@ -141,28 +141,28 @@ private:
     void Ask(const Question& question, const std::string& text);
     void Tone(bool taken) { Events.push_back(taken ? "tone 1046 250" : "tone 369 300"); }
 
-    Ledger* Results;
-    Road RoadOfLink;
+    Ledger* Results_;
+    Road RoadOfLink_;
 
     // the link
-    int LinkState = 0;
-    bool EndSeen = false;
-    float LastPoll = 0;
-    Moment LastTick = 0; ///< in whole seconds
-    int FailuresLeft = 0;
-    std::string Held; ///< come over the line while two questions stood
-    bool ServerFound = false, ServerMissed = false;
+    int LinkState_ = 0;
+    bool EndSeen_ = false;
+    float LastPoll_ = 0;
+    Moment LastTick_ = 0; ///< in whole seconds
+    int FailuresLeft_ = 0;
+    std::string Held_; ///< come over the line while two questions stood
+    bool ServerFound_ = false, ServerMissed_ = false;
 
     // the record
-    std::vector<Field> Infs;
-    Row Saved; ///< as in the file
-    std::size_t EditRow = 0;
-    std::string TitleBelow;               ///< what the title goes back to when a prompt closes
-    std::chrono::year_month_day Picked{}; ///< in the open date picker
+    std::vector<Field> Infs_;
+    Row Saved_; ///< as in the file
+    std::size_t EditRow_ = 0;
+    std::string TitleBelow_;               ///< what the title goes back to when a prompt closes
+    std::chrono::year_month_day Picked_{}; ///< in the open date picker
 
     // lists and prompts
-    std::size_t SelectedRow = 0;
-    std::string Accepted; ///< the name that a prompt has last given
+    std::size_t SelectedRow_ = 0;
+    std::string Accepted_; ///< the name that a prompt has last given
 };
 
 } // namespace shift

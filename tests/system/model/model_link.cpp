@@ -13,14 +13,14 @@ void Model::Start(Moment now) {
 
 void Model::End() {
     for (std::size_t i = 0; i < Cells.size(); ++i) {
-        if (Cells[i] != Saved[i])
-            Results->Note(IdOf(Cells[i]), Fate::Unsaved);
+        if (Cells[i] != Saved_[i])
+            Results_->Note(IdOf(Cells[i]), Fate::Unsaved);
     }
     for (const Question& question : Questions)
-        Results->Note(IdOf(question.Result.Value), Fate::LeftInBuffers);
+        Results_->Note(IdOf(question.Result.Value), Fate::LeftInBuffers);
     LoseHeld(Fate::LeftInBuffers);
     Text.Lose();
-    Model fresh(*Results, RoadOfLink);
+    Model fresh(*Results_, RoadOfLink_);
     fresh.Events.swap(Events);
     fresh.Files = std::move(Files);
     fresh.MailboxThere = MailboxThere; // what the server has put there stays
@@ -62,20 +62,20 @@ void Model::EndRepaint() {
 }
 
 bool Model::WaitsForTomorrow() const {
-    return EndSeen && LastPoll > TimeOfDay(Now) + 3600;
+    return EndSeen_ && LastPoll_ > TimeOfDay(Now) + 3600;
 }
 
 Moment Model::TimeUntilTomorrow() const {
-    const auto moment = static_cast<Moment>(LastPoll * 1000) + 500;
+    const auto moment = static_cast<Moment>(LastPoll_ * 1000) + 500;
     return moment < Day ? moment - Now % Day : 0;
 }
 
 void Model::Tick() {
     const Moment seconds = Now / Second;
-    const bool slept = LinkOpen && seconds - LastTick > 2;
-    LastTick = seconds;
+    const bool slept = LinkOpen && seconds - LastTick_ > 2;
+    LastTick_ = seconds;
     if (slept) {
-        LinkState = 1; // the port is closed at the next tick and opened again two ticks later
+        LinkState_ = 1; // the port is closed at the next tick and opened again two ticks later
         return;
     }
     if (!LinkWanted) {
@@ -83,7 +83,7 @@ void Model::Tick() {
         LinkOpen = false;
         return;
     }
-    if (EndSeen)
+    if (EndSeen_)
         DecodeAfterQuiet();
     else
         KeepLink();
@@ -92,13 +92,13 @@ void Model::Tick() {
 /// The time of day counts: what is to be decoded at midnight waits for the same moment of the next day.
 void Model::DecodeAfterQuiet() {
     const float now = TimeOfDay(Now);
-    if (LastPoll == 0) { // no tick yet, or one at midnight itself
-        LastPoll = now;
+    if (LastPoll_ == 0) { // no tick yet, or one at midnight itself
+        LastPoll_ = now;
         return;
     }
-    if (LastPoll + 0.5F > now)
+    if (LastPoll_ + 0.5F > now)
         return;
-    EndSeen = false;
+    EndSeen_ = false;
     if (Text.Decode())
         Deliver();
     else
@@ -108,22 +108,22 @@ void Model::DecodeAfterQuiet() {
 void Model::KeepLink() {
     const bool was = LinkOpen;
     LinkOpen = false;
-    if (LinkState == 1 && PortOpen)
+    if (LinkState_ == 1 && PortOpen)
         PortOpen = false;
-    else if (LinkState == 1)
-        LinkState = 2;
-    else if (LinkState == 2)
-        LinkOpen = RoadOfLink == Road::Serial ? OpenPort() : FindServer();
+    else if (LinkState_ == 1)
+        LinkState_ = 2;
+    else if (LinkState_ == 2)
+        LinkOpen = RoadOfLink_ == Road::Serial ? OpenPort() : FindServer();
     if (LinkOpen != was && OnRecord())
         Title = LinkOpen ? "Bluetooth :-)" : "Bluetooth :-(";
     if (ServerMode)
         PollMailbox();
-    LastPoll = TimeOfDay(Now);
+    LastPoll_ = TimeOfDay(Now);
 }
 
 bool Model::OpenPort() {
-    if (!PortOpen && FailuresLeft != 0) {
-        FailuresLeft -= FailuresLeft > 0 ? 1 : 0;
+    if (!PortOpen && FailuresLeft_ != 0) {
+        FailuresLeft_ -= FailuresLeft_ > 0 ? 1 : 0;
         return false;
     }
     return PortOpen = true;
@@ -131,30 +131,30 @@ bool Model::OpenPort() {
 
 /// Once found the server counts as running until the program ends. That it is missing is said once.
 bool Model::FindServer() {
-    if (!ServerFound && !ServerRuns && !ServerMissed) {
-        ServerMissed = true;
+    if (!ServerFound_ && !ServerRuns && !ServerMissed_) {
+        ServerMissed_ = true;
         Ask({}, "RFCOMM Server not running");
     }
-    ServerFound = ServerFound || ServerRuns;
-    ServerMode = ServerFound;
-    return ServerFound;
+    ServerFound_ = ServerFound_ || ServerRuns;
+    ServerMode = ServerFound_;
+    return ServerFound_;
 }
 
 void Model::PollMailbox() {
     if (!MailboxThere || MailboxLocked)
         return;
-    EndSeen = Text.TakeMailbox(Mailbox) || EndSeen;
+    EndSeen_ = Text.TakeMailbox(Mailbox) || EndSeen_;
     MailboxThere = false;
     Mailbox.clear();
 }
 
 void Model::Receive(const std::string& characters) {
     if (LinkIsHeld()) {
-        Held += characters;
+        Held_ += characters;
         return;
     }
     LinkWanted = true; // text that comes keeps the link up, also when Back has just let it go
-    EndSeen = Text.Arrive(characters) || EndSeen;
+    EndSeen_ = Text.Arrive(characters) || EndSeen_;
 }
 
 void Model::Deliver() {
@@ -173,17 +173,17 @@ bool Model::Capture(const Reading& reading) {
     if (At == Place::Trace)
         ListOnTrace(reading);
     if (!OnRecord()) {
-        Results->Note(id, At == Place::Trace ? Fate::Traced : Fate::OtherScreen);
+        Results_->Note(id, At == Place::Trace ? Fate::Traced : Fate::OtherScreen);
         return true;
     }
     std::string type;
     std::optional<std::size_t> row = FindRow(reading, type);
-    if (FieldOpen && row != EditRow) { // an edit elsewhere takes it, also what belongs nowhere
-        row = EditRow;
+    if (FieldOpen && row != EditRow_) { // an edit elsewhere takes it, also what belongs nowhere
+        row = EditRow_;
         type.clear();
     }
     if (!row) {
-        Results->Note(id, Fate::NoRow);
+        Results_->Note(id, Fate::NoRow);
         Tone(false);
         return true;
     }
@@ -218,9 +218,9 @@ std::optional<std::size_t> Model::FindRow(const Reading& reading, std::string& t
     std::optional<std::size_t> found;
     for (const std::string& each : reading.Types) {
         std::size_t row = 0;
-        while (row < Infs.size() && !SameInAnyCase(Infs[row].Blob, each))
+        while (row < Infs_.size() && !SameInAnyCase(Infs_[row].Blob, each))
             ++row;
-        if (row == Infs.size())
+        if (row == Infs_.size())
             continue;
         found = row;
         type = each;
@@ -242,10 +242,10 @@ void Model::Spread(const Reading& reading, const std::string& type) {
     for (const std::string& variable : reading.Variables) {
         const std::string name = variable.substr(0, variable.find('='));
         std::optional<std::size_t> row;
-        for (std::size_t i = 0; i < Infs.size(); ++i) {
-            if (SameInAnyCase(Infs[i].Blob, "dv: " + name))
+        for (std::size_t i = 0; i < Infs_.size(); ++i) {
+            if (SameInAnyCase(Infs_[i].Blob, "dv: " + name))
                 row = i;
-            if (SameInAnyCase(Infs[i].Blob, "dv: {" + type + "}" + name)) {
+            if (SameInAnyCase(Infs_[i].Blob, "dv: {" + type + "}" + name)) {
                 row = i; // and no plain one behind it counts
                 break;
             }
@@ -256,8 +256,8 @@ void Model::Spread(const Reading& reading, const std::string& type) {
 }
 
 void Model::FillDates() {
-    for (std::size_t row = 0; row < Infs.size(); ++row) {
-        const std::string& formula = Infs[row].Formula;
+    for (std::size_t row = 0; row < Infs_.size(); ++row) {
+        const std::string& formula = Infs_[row].Formula;
         if (formula.empty())
             continue;
         const bool keeps = formula.compare(0, 5, "start") == 0 && !Cells[row].empty();
@@ -283,11 +283,11 @@ void Model::Drop() {
 /// A record may have begun before the questions stood.
 void Model::LoseHeld(Fate fate) {
     const std::vector<ResultId> before = IdsInRecords(Text.Unfinished());
-    for (const ResultId id : IdsInRecords(Text.Unfinished() + Held)) {
+    for (const ResultId id : IdsInRecords(Text.Unfinished() + Held_)) {
         if (std::find(before.begin(), before.end(), id) == before.end())
-            Results->Note(id, fate);
+            Results_->Note(id, fate);
     }
-    Held.clear();
+    Held_.clear();
 }
 
 /// Two questions stand, one upon the other: what comes is kept, and is read as one text when one of them is left.
@@ -296,9 +296,9 @@ void Model::Answer(bool yes) {
     TakeAnswer(yes);
     if (!wasHeld || LinkIsHeld())
         return;
-    LastTick = Now / Second;
+    LastTick_ = Now / Second;
     std::string held;
-    held.swap(Held);
+    held.swap(Held_);
     if (!held.empty())
         Receive(held);
 }
@@ -308,11 +308,11 @@ void Model::TakeAnswer(bool yes) {
     Questions.pop_back();
     switch (question.Why) {
     case Question::Kind::Replace:
-        LastTick = Now / Second; // the time that the question stood is no sleep
+        LastTick_ = Now / Second; // the time that the question stood is no sleep
         if (yes)
             PutCell(question.Row, question.Result.Shown(), Fate::Replaced);
         else
-            Results->Note(IdOf(question.Result.Value), Fate::Refused);
+            Results_->Note(IdOf(question.Result.Value), Fate::Refused);
         Finish(question.Result, yes ? question.Type : "");
         Deliver();
         break;

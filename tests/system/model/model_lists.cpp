@@ -33,7 +33,7 @@ void Model::OpenTrace() {
     TraceLines = {""};
     Repaint();
     LinkWanted = true;
-    LinkState = 2;
+    LinkState_ = 2;
 }
 
 void Model::SelectDriver(std::size_t row) {
@@ -42,7 +42,7 @@ void Model::SelectDriver(std::size_t row) {
 
 void Model::ShowDownloads() {
     At = Place::Downloads;
-    SelectedRow = 0;
+    SelectedRow_ = 0;
     Repaint();
 }
 
@@ -67,7 +67,7 @@ void Model::DeleteDownload() {
 }
 
 void Model::RemoveDownload() {
-    const std::size_t row = Files.DownloadsOf(Driver)[SelectedRow];
+    const std::size_t row = Files.DownloadsOf(Driver)[SelectedRow_];
     Files.Delete(Files.Read(RegisterName).At(row, "FILE"));
     std::vector<Row>& rows = Files.Write(RegisterName).Rows;
     rows.erase(rows.begin() + static_cast<std::ptrdiff_t>(row));
@@ -78,11 +78,11 @@ void Model::Rename() {
     At = Place::RenamePrompt;
     FieldOpen = true;
     CaretBehind = true;
-    FieldText = Downloads()[SelectedRow];
+    FieldText = Downloads()[SelectedRow_];
 }
 
 void Model::AcceptName() {
-    Accepted = FieldText;
+    Accepted_ = FieldText;
     LeavePrompt();
 }
 
@@ -92,14 +92,14 @@ void Model::LeavePrompt() {
     FieldOpen = false;
     if (At == Place::DatePrompt) {
         At = Place::Record;
-        Title = TitleBelow;
+        Title = TitleBelow_;
         Repaint();
         return;
     }
-    const std::string old = Downloads()[SelectedRow];
-    const std::size_t row = Files.DownloadsOf(Driver)[SelectedRow];
-    if (!Accepted.empty() && Accepted != old)
-        Files.Write(RegisterName).Rows[row][3] = Accepted;
+    const std::string old = Downloads()[SelectedRow_];
+    const std::size_t row = Files.DownloadsOf(Driver)[SelectedRow_];
+    if (!Accepted_.empty() && Accepted_ != old)
+        Files.Write(RegisterName).Rows[row][3] = Accepted_;
     ShowDownloads();
 }
 

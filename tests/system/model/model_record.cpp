@@ -10,23 +10,23 @@ void Model::PutCell(std::size_t row, const std::string& text, Fate ofTheOld) {
     std::string& cell = Cells[row];
     if (cell == text)
         return;
-    Results->Note(IdOf(cell), ofTheOld);
-    Results->Note(IdOf(text), Fate::OnScreen);
+    Results_->Note(IdOf(cell), ofTheOld);
+    Results_->Note(IdOf(text), Fate::OnScreen);
     cell = text;
 }
 
 void Model::OpenDownload() {
-    const std::size_t row = Files.DownloadsOf(Driver)[SelectedRow];
+    const std::size_t row = Files.DownloadsOf(Driver)[SelectedRow_];
     OpenFile = Files.Read(RegisterName).At(row, "FILE");
-    Infs = Files.FieldsOf(Driver);
+    Infs_ = Files.FieldsOf(Driver);
     if (!Files.Has(OpenFile)) {
         DataFile& made = Files.Write(OpenFile);
-        for (const Field& field : Infs)
+        for (const Field& field : Infs_)
             made.Columns.push_back(field.Name);
         made.Rows.emplace_back(made.Columns.size());
     }
     LinkWanted = true; // each driver of a shift has an instrument
-    LinkState = 2;
+    LinkState_ = 2;
     At = Place::Record;
     Title = "Download";
     LoadRecord(1);
@@ -35,20 +35,20 @@ void Model::OpenDownload() {
 
 void Model::LoadRecord(std::size_t number) {
     RecordNumber = number;
-    Saved = OpenTable().Rows[number - 1];
+    Saved_ = OpenTable().Rows[number - 1];
     Dirty = false;
 }
 
 void Model::ShowRecord() {
-    Cells = Saved;
+    Cells = Saved_;
     Repaint();
 }
 
 void Model::SaveRecord() {
-    Saved = Cells;
-    for (std::string& text : Saved)
+    Saved_ = Cells;
+    for (std::string& text : Saved_)
         std::replace(text.begin(), text.end(), '\n', ' '); // a line can hold none
-    Files.Write(OpenFile).Rows[RecordNumber - 1] = Saved;
+    Files.Write(OpenFile).Rows[RecordNumber - 1] = Saved_;
     Dirty = false;
 }
 
@@ -59,7 +59,7 @@ void Model::AddRecord(std::size_t number) {
 }
 
 void Model::Command(const std::string& caption) {
-    if (Dirty || Cells != Saved)
+    if (Dirty || Cells != Saved_)
         SaveRecord(); // each command saves first
     const std::size_t count = OpenTable().Rows.size();
     if (caption == "Delete Record") {
@@ -80,18 +80,18 @@ void Model::Command(const std::string& caption) {
     } else if (caption == "New Record") {
         const Row last = OpenTable().Rows.back();
         AddRecord(count + 1);
-        for (std::size_t i = 0; i < Infs.size(); ++i) {
-            Dirty = Dirty || Infs[i].Copy; // what is carried over reaches the file with the next command
-            Saved[i] = Infs[i].Copy ? last[i] : Saved[i];
+        for (std::size_t i = 0; i < Infs_.size(); ++i) {
+            Dirty = Dirty || Infs_[i].Copy; // what is carried over reaches the file with the next command
+            Saved_[i] = Infs_[i].Copy ? last[i] : Saved_[i];
         }
     }
     ShowRecord();
 }
 
 void Model::RemoveRecord() {
-    for (const Row& row : {Cells, Saved}) {
+    for (const Row& row : {Cells, Saved_}) {
         for (const std::string& cell : row)
-            Results->Note(IdOf(cell), Fate::DeletedRecord);
+            Results_->Note(IdOf(cell), Fate::DeletedRecord);
     }
     std::vector<Row>& rows = Files.Write(OpenFile).Rows;
     rows.erase(rows.begin() + static_cast<std::ptrdiff_t>(RecordNumber) - 1);
@@ -108,7 +108,7 @@ void Model::LeaveRecord() {
         SaveRecord();
     FieldOpen = false;
     Cells.clear();
-    Saved.clear();
+    Saved_.clear();
     ShowDownloads();
 }
 
@@ -116,28 +116,28 @@ void Model::TapCell(std::size_t row, bool onValue) {
     FieldOpen = false;
     if (!onValue)
         return;
-    if (!Infs[row].IsDate) {
+    if (!Infs_[row].IsDate) {
         FieldOpen = true;
         CaretBehind = true;
-        EditRow = row;
+        EditRow_ = row;
         FieldText = Cells[row];
         return;
     }
-    EditRow = row;
+    EditRow_ = row;
     Dirty = true; // whatever comes of it
-    TitleBelow = Title;
+    TitleBelow_ = Title;
     At = Place::DatePrompt;
-    Picked = DateOf(Now);
+    Picked_ = DateOf(Now);
     if (!Cells[row].empty()) {
-        Picked = std::chrono::year(std::stoi(Cells[row].substr(6))) /
-                 std::chrono::month(static_cast<unsigned>(std::stoi(Cells[row].substr(3, 2)))) /
-                 std::chrono::day(static_cast<unsigned>(std::stoi(Cells[row].substr(0, 2))));
+        Picked_ = std::chrono::year(std::stoi(Cells[row].substr(6))) /
+                  std::chrono::month(static_cast<unsigned>(std::stoi(Cells[row].substr(3, 2)))) /
+                  std::chrono::day(static_cast<unsigned>(std::stoi(Cells[row].substr(0, 2))));
     }
 }
 
 void Model::Type(const std::string& text) {
     if (OnRecord() && FieldText != text) {
-        PutCell(EditRow, text, Fate::TypedOver);
+        PutCell(EditRow_, text, Fate::TypedOver);
         Dirty = true;
     }
     FieldText = text;
@@ -145,12 +145,12 @@ void Model::Type(const std::string& text) {
 }
 
 void Model::PickDate(std::chrono::year_month_day date) {
-    PutCell(EditRow, DateText(date), Fate::TypedOver);
+    PutCell(EditRow_, DateText(date), Fate::TypedOver);
     LeavePrompt();
 }
 
 void Model::AcceptDate() {
-    PickDate(Picked);
+    PickDate(Picked_);
 }
 
 } // namespace shift

@@ -42,76 +42,76 @@ std::string NameOfScreen() {
 } // namespace
 
 Shift::Shift(const Kind& kind, std::uint64_t seed, std::uint32_t results)
-    : KindOfDevice(kind), Wanted(results), Chance(seed), Meter(Chance, Results), Twin(Results, kind.RoadOfLink),
-      Folder(kind) {
+    : KindOfDevice_(kind), Wanted_(results), Chance_(seed), Meter_(Chance_, Results), Twin_(Results, kind.RoadOfLink),
+      Folder_(kind) {
     if (kind.RoadOfLink == Road::Server)
-        Folder.PutMailbox("rfcomm.run", "");
+        Folder_.PutMailbox("rfcomm.run", "");
 }
 
 std::string Shift::Run() {
-    Twin.Start(FirstMorning);
-    Began = FirstMorning;
+    Twin_.Start(FirstMorning);
+    Began_ = FirstMorning;
     PlanSetUp();
-    while (!Over && Difference.empty())
+    while (!Over_ && Difference_.empty())
         RunOnce();
-    if (Difference.empty())
+    if (Difference_.empty())
         Account();
-    if (Difference.empty())
+    if (Difference_.empty())
         return {};
     std::string steps;
-    for (const std::string& step : LastSteps)
+    for (const std::string& step : LastSteps_)
         steps += step + "\n";
-    return steps + Difference;
+    return steps + Difference_;
 }
 
 void Shift::RunOnce() {
-    Hand = std::make_unique<Handheld>(KindOfDevice, Folder, Twin.Now, [this] { Step(); });
-    const ProgramOver over = Hand->Run();
+    Hand_ = std::make_unique<Handheld>(KindOfDevice_, Folder_, Twin_.Now, [this] { Step(); });
+    const ProgramOver over = Hand_->Run();
     if (over.Why == ProgramOver::Reason::Failed)
         Expect("the program", "stops: " + ToBytes(over.Failure), "goes on");
-    if (!Difference.empty())
+    if (!Difference_.empty())
         return;
     CompareAllFiles(); // nothing is written by ending, whichever way
-    Hand.reset();
-    const Moment awake = (Twin.Now / Second + 1 + Below(60)) * Second;
-    Twin.Start(awake);
+    Hand_.reset();
+    const Moment awake = (Twin_.Now / Second + 1 + Below(60)) * Second;
+    Twin_.Start(awake);
     Note("the program starts at " + MomentText(awake));
     ++Counts.Restarts;
     TellProgress();
-    if (KindOfDevice.RoadOfLink == Road::Server && Chance.OneIn(4))
+    if (KindOfDevice_.RoadOfLink == Road::Server && Chance_.OneIn(4))
         SwitchServer();
-    while (!Over && SetUp && Difference.empty() && !Chance.OneIn(2))
+    while (!Over_ && SetUp_ && Difference_.empty() && !Chance_.OneIn(2))
         KillInsideASave();
 }
 
 /// Who waits for a million results hears something now and then.
 void Shift::TellProgress() {
     const auto now = std::chrono::steady_clock::now();
-    if (now - LastWord < std::chrono::seconds(20))
+    if (now - LastWord_ < std::chrono::seconds(20))
         return;
-    LastWord = now;
-    std::cerr << KindOfDevice.Name << ": " << Results.Sent() << " of " << Wanted << " results, " << MomentText(Twin.Now)
-              << ", " << Counts.FilesCompared << " files compared" << std::endl;
+    LastWord_ = now;
+    std::cerr << KindOfDevice_.Name << ": " << Results.Sent() << " of " << Wanted_ << " results, "
+              << MomentText(Twin_.Now) << ", " << Counts.FilesCompared << " files compared" << std::endl;
 }
 
 void Shift::Step() {
     ++Counts.Steps;
     Compare();
-    if (!Difference.empty())
+    if (!Difference_.empty())
         Device().loop.Leave({ProgramOver::Reason::CommandFailed, {}});
-    if (Script.empty()) {
+    if (Script_.empty()) {
         Act();
         return;
     }
-    const Doing next = std::move(Script.front());
-    Script.pop_front();
+    const Doing next = std::move(Script_.front());
+    Script_.pop_front();
     next();
 }
 
 void Shift::Note(const std::string& step) {
-    LastSteps.push_back(MomentText(Twin.Now) + "  " + step);
-    if (LastSteps.size() > StepsToShow)
-        LastSteps.pop_front();
+    LastSteps_.push_back(MomentText(Twin_.Now) + "  " + step);
+    if (LastSteps_.size() > StepsToShow)
+        LastSteps_.pop_front();
 }
 
 /// What somebody does, in the model first: the program may open a box in the middle, and go on inside it.
@@ -133,8 +133,8 @@ void Shift::Tap(std::size_t row, std::size_t col, const Doing& model) {
 }
 
 void Shift::Expect(const std::string& what, const std::string& found, const std::string& expected) {
-    if (found != expected && Difference.empty())
-        Difference = what + "\n  is " + found + "\n  and should be " + expected + "\n";
+    if (found != expected && Difference_.empty())
+        Difference_ = what + "\n  is " + found + "\n  and should be " + expected + "\n";
 }
 
 void Shift::Expect(const std::string& what, bool found, bool expected) {
@@ -142,30 +142,30 @@ void Shift::Expect(const std::string& what, bool found, bool expected) {
 }
 
 void Shift::Compare() {
-    const std::vector<std::string> events = Hand->TakeEvents();
-    Expect("what happened", Listed(events), Listed(Twin.Events));
+    const std::vector<std::string> events = Hand_->TakeEvents();
+    Expect("what happened", Listed(events), Listed(Twin_.Events));
     for (const std::string& event : events) {
         Counts.HighTones += event.rfind("tone 1046", 0) == 0 ? 1 : 0;
         Counts.LowTones += event.rfind("tone 369", 0) == 0 ? 1 : 0;
     }
-    Twin.Events.clear();
-    if (!SetUp)
+    Twin_.Events.clear();
+    if (!SetUp_)
         return;
-    Expect("the screen", NameOfScreen(), NameOf(Twin.At));
-    Expect("the link wanted", modBluetooth::Receive.LinkWanted, Twin.LinkWanted);
-    Expect("the link open", modBluetooth::Ports.LinkOpen, Twin.LinkOpen);
-    Expect("the port open", Device().serial.PortOpen(), Twin.PortOpen);
-    Expect("the instrument", ToBytes(modBLob::Decoder.ConnectedID), Twin.Text.Connected);
-    Expect("the field open", Device().txtInputField.Visible(), Twin.FieldOpen);
-    if (KindOfDevice.RoadOfLink == Road::Server)
-        Expect("the mailbox file there", Folder.HasMailbox("ipcout.txt"), Twin.MailboxThere);
-    if (Twin.OnRecord())
+    Expect("the screen", NameOfScreen(), NameOf(Twin_.At));
+    Expect("the link wanted", modBluetooth::Receive.LinkWanted, Twin_.LinkWanted);
+    Expect("the link open", modBluetooth::Ports.LinkOpen, Twin_.LinkOpen);
+    Expect("the port open", Device().serial.PortOpen(), Twin_.PortOpen);
+    Expect("the instrument", ToBytes(modBLob::Decoder.ConnectedID), Twin_.Text.Connected);
+    Expect("the field open", Device().txtInputField.Visible(), Twin_.FieldOpen);
+    if (KindOfDevice_.RoadOfLink == Road::Server)
+        Expect("the mailbox file there", Folder_.HasMailbox("ipcout.txt"), Twin_.MailboxThere);
+    if (Twin_.OnRecord())
         CompareRecord();
-    if (Twin.At == Place::Trace)
-        Expect("the trace", Listed(Column(0)), Listed(Twin.TraceLines));
-    std::set<std::string> names = Twin.Files.TakeWritten();
-    if (Twin.Files.Has(Twin.OpenFile))
-        names.insert(Twin.OpenFile);
+    if (Twin_.At == Place::Trace)
+        Expect("the trace", Listed(Column(0)), Listed(Twin_.TraceLines));
+    std::set<std::string> names = Twin_.Files.TakeWritten();
+    if (Twin_.Files.Has(Twin_.OpenFile))
+        names.insert(Twin_.OpenFile);
     CompareFiles(names);
     if (Counts.Steps % StepsBetweenLooks == 0)
         CompareAllFiles();
@@ -179,49 +179,49 @@ std::vector<std::string> Shift::Column(std::int32_t col) {
 }
 
 void Shift::CompareRecord() {
-    Expect("the names of the fields", Listed(Column(0)), Listed(Twin.OpenTable().Columns));
-    Expect("the record", Listed(Column(1)), Listed(Twin.Cells));
-    Expect("the title", ToBytes(Device().grdTitle.Cell(0, 0)), Twin.Title);
+    Expect("the names of the fields", Listed(Column(0)), Listed(Twin_.OpenTable().Columns));
+    Expect("the record", Listed(Column(1)), Listed(Twin_.Cells));
+    Expect("the title", ToBytes(Device().grdTitle.Cell(0, 0)), Twin_.Title);
     Expect("the position", ToBytes(Device().grdTitle.Cell(0, 1)),
-           std::to_string(Twin.RecordNumber) + "/" + std::to_string(Twin.OpenTable().Rows.size()));
-    Expect("the record changed", modFileSystem::Table.RecordDirty, Twin.Dirty);
-    if (Twin.FieldOpen)
-        Expect("the field", ToBytes(Device().txtInputField.Contents()), Twin.FieldText);
+           std::to_string(Twin_.RecordNumber) + "/" + std::to_string(Twin_.OpenTable().Rows.size()));
+    Expect("the record changed", modFileSystem::Table.RecordDirty, Twin_.Dirty);
+    if (Twin_.FieldOpen)
+        Expect("the field", ToBytes(Device().txtInputField.Contents()), Twin_.FieldText);
 }
 
 void Shift::CompareFiles(const std::set<std::string>& names) {
     for (const std::string& name : names) {
-        const auto bytes = Folder.Read(name);
-        Expect(name, bytes.value_or("(missing)"), Twin.Files.Read(name).Bytes());
+        const auto bytes = Folder_.Read(name);
+        Expect(name, bytes.value_or("(missing)"), Twin_.Files.Read(name).Bytes());
         ++Counts.FilesCompared;
     }
 }
 
 void Shift::CompareAllFiles() {
-    if (!SetUp)
+    if (!SetUp_)
         return;
     std::set<std::string> names;
     std::string expected;
     std::string found;
-    for (const auto& [name, file] : Twin.Files.All()) {
+    for (const auto& [name, file] : Twin_.Files.All()) {
         names.insert(name);
         expected += name + " ";
     }
-    for (const std::string& name : Folder.Names())
+    for (const std::string& name : Folder_.Names())
         found += name + " ";
     Expect("the data folder", found, expected);
-    if (Difference.empty())
+    if (Difference_.empty())
         CompareFiles(names);
 }
 
 /// Each result that was sent is in a file, was handed over with one, or is lost by a rule.
 void Shift::Account() {
     std::vector<bool> kept(Results.Sent() + 1);
-    for (const auto& [name, file] : Twin.Files.All()) {
-        for (const ResultId id : IdsInFields(Folder.Read(name).value_or("")))
+    for (const auto& [name, file] : Twin_.Files.All()) {
+        for (const ResultId id : IdsInFields(Folder_.Read(name).value_or("")))
             kept[id] = true;
     }
-    const std::vector<ResultId> inMailbox = IdsInRecords(Twin.Mailbox);
+    const std::vector<ResultId> inMailbox = IdsInRecords(Twin_.Mailbox);
     for (ResultId id = 1; id <= Results.Sent(); ++id) {
         const Fate fate = Results.Of(id);
         const bool waits = std::find(inMailbox.begin(), inMailbox.end(), id) != inMailbox.end();
@@ -245,42 +245,42 @@ void Shift::TapText(const std::string& text) {
 
 /// The port is chosen and the drivers are installed as a technician does it.
 void Shift::PlanSetUp() {
-    const auto choose = [this](const char* caption) { Script.push_back([this, caption] { Choose(caption, [] {}); }); };
-    const auto tap = [this](const std::string& text) { Script.push_back([this, text] { TapText(text); }); };
+    const auto choose = [this](const char* caption) { Script_.push_back([this, caption] { Choose(caption, [] {}); }); };
+    const auto tap = [this](const std::string& text) { Script_.push_back([this, text] { TapText(text); }); };
     for (const Outfit& outfit : Outfits()) {
         std::string lines = outfit.Driver + "|" + outfit.InfFile + "\n" + InfHeader + "\n";
         for (const std::string& row : outfit.InfRows)
             lines += row + "\n";
-        Folder.PutPackage(outfit.InfFile.substr(0, 4), lines);
+        Folder_.PutPackage(outfit.InfFile.substr(0, 4), lines);
     }
     choose("Preferences...");
     tap("Bluetooth Serial Setup...");
-    tap(KindOfDevice.Port);
+    tap(KindOfDevice_.Port);
     choose("Back");
     choose("inf editor...");
     choose("Add Driver...");
     for (const Outfit& outfit : Outfits()) {
         tap(outfit.InfFile.substr(0, 4));
-        Script.push_back(
-            [this] { Choose("Install...", [this] { Twin.Events.push_back("box ok Driver installed"); }); });
-        Script.push_back([this] {
+        Script_.push_back(
+            [this] { Choose("Install...", [this] { Twin_.Events.push_back("box ok Driver installed"); }); });
+        Script_.push_back([this] {
             Do(
                 "answer ok", [] {}, [this] { return backends::Answer(Device(), platform::BoxAnswer::Ok); });
         });
     }
     choose("Back");
     choose("Back");
-    Script.push_back([this] {
-        Twin.Files.Write(DriversName).Columns = {"NAME", "INFFILE"};
-        Twin.Files.Write(RegisterName).Columns = {"DRIVER", "FILE", "DATE", "ALIAS"};
+    Script_.push_back([this] {
+        Twin_.Files.Write(DriversName).Columns = {"NAME", "INFFILE"};
+        Twin_.Files.Write(RegisterName).Columns = {"DRIVER", "FILE", "DATE", "ALIAS"};
         for (const Outfit& outfit : Outfits()) {
-            Twin.Files.Write(DriversName).Rows.push_back({outfit.Driver, outfit.InfFile});
-            DataFile& inf = Twin.Files.Write(outfit.InfFile);
+            Twin_.Files.Write(DriversName).Rows.push_back({outfit.Driver, outfit.InfFile});
+            DataFile& inf = Twin_.Files.Write(outfit.InfFile);
             inf.Columns = SplitFields(InfHeader);
             for (const std::string& row : outfit.InfRows)
                 inf.Rows.push_back(SplitFields(row));
         }
-        SetUp = true;
+        SetUp_ = true;
         Leave(); // which is a first restart
     });
 }

@@ -33,7 +33,7 @@ public:
 
     Tally Counts;
     Ledger Results;
-    const Instrument& Sender() const { return Meter; }
+    const Instrument& Sender() const { return Meter_; }
     /// The results that stand in the files or were handed over, and those that must and don't.
     std::uint32_t Kept = 0;
     std::vector<ResultId> LostWithoutARule;
@@ -116,28 +116,28 @@ private:
     std::vector<std::string> Column(std::int32_t col);
     void Expect(const std::string& what, const std::string& found, const std::string& expected);
     void Expect(const std::string& what, bool found, bool expected);
-    bool Settled() const { return !Twin.RepaintAt; }
-    backends::headless::HeadlessPlatform& Device() { return Hand->Device(); }
+    bool Settled() const { return !Twin_.RepaintAt; }
+    backends::headless::HeadlessPlatform& Device() { return Hand_->Device(); }
     const Outfit& OutfitInHand() const;
-    std::uint32_t Below(std::size_t count) { return Chance.Below(static_cast<std::uint32_t>(count)); }
+    std::uint32_t Below(std::size_t count) { return Chance_.Below(static_cast<std::uint32_t>(count)); }
 
-    Kind KindOfDevice;
-    std::uint32_t Wanted;
-    Choices Chance;
-    Instrument Meter;
-    Model Twin;
-    DeviceFolder Folder;
-    std::unique_ptr<Handheld> Hand;
+    Kind KindOfDevice_;
+    std::uint32_t Wanted_;
+    Choices Chance_;
+    Instrument Meter_;
+    Model Twin_;
+    DeviceFolder Folder_;
+    std::unique_ptr<Handheld> Hand_;
 
-    std::deque<Doing> Script; ///< steps that are no matter of chance
-    bool SetUp = false, Over = false;
-    std::string Air;      ///< a record, or several, on the way
-    std::size_t Gone = 0; ///< how much of it has left the instrument
-    Moment Began = 0;
-    std::string Difference;
-    std::deque<std::string> LastSteps;
-    unsigned KillDelay = 300; ///< microseconds
-    std::chrono::steady_clock::time_point LastWord = std::chrono::steady_clock::now();
+    std::deque<Doing> Script_; ///< steps that are no matter of chance
+    bool SetUp_ = false, Over_ = false;
+    std::string Air_;      ///< a record, or several, on the way
+    std::size_t Gone_ = 0; ///< how much of it has left the instrument
+    Moment Began_ = 0;
+    std::string Difference_;
+    std::deque<std::string> LastSteps_;
+    unsigned KillDelay_ = 300; ///< microseconds
+    std::chrono::steady_clock::time_point LastWord_ = std::chrono::steady_clock::now();
 };
 
 } // namespace shift

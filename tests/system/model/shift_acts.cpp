@@ -23,22 +23,22 @@ constexpr std::int32_t KeyDown = 40;
 } // namespace
 
 void Shift::Act() {
-    if (Twin.FieldOpen && Twin.RepaintAt) { // the screen was filled under it, which closes it
+    if (Twin_.FieldOpen && Twin_.RepaintAt) { // the screen was filled under it, which closes it
         WaitALittle();
         return;
     }
-    if (!Twin.Questions.empty()) {
+    if (!Twin_.Questions.empty()) {
         ActOnQuestion();
         return;
     }
-    const bool over = Results.Sent() >= Wanted && Air.empty();
+    const bool over = Results.Sent() >= Wanted_ && Air_.empty();
     if (!over && (Trouble() || ActOnLine()))
         return;
-    if (!Settled() && !Chance.OneIn(4)) {
+    if (!Settled() && !Chance_.OneIn(4)) {
         WaitALittle();
         return;
     }
-    if (!Settled() && Twin.At != Place::Record && Twin.At != Place::Main) {
+    if (!Settled() && Twin_.At != Place::Record && Twin_.At != Place::Main) {
         WaitALittle();
         return;
     }
@@ -46,7 +46,7 @@ void Shift::Act() {
         GoHome();
         return;
     }
-    switch (Twin.At) {
+    switch (Twin_.At) {
     case Place::Main:
         ActOnMain();
         break;
@@ -78,31 +78,31 @@ void Shift::Act() {
 }
 
 void Shift::ActOnQuestion() {
-    const Question& question = Twin.Questions.back();
+    const Question& question = Twin_.Questions.back();
     if (question.Why == Question::Kind::Notice) {
         ++Counts.Notices;
         Do(
-            "answer ok", [this] { Twin.Answer(true); },
+            "answer ok", [this] { Twin_.Answer(true); },
             [this] { return backends::Answer(Device(), platform::BoxAnswer::Ok); });
         return;
     }
-    if (Twin.LinkIsHeld() && Counts.Hours == 0 && Results.Sent() > Wanted / 10) {
+    if (Twin_.LinkIsHeld() && Counts.Hours == 0 && Results.Sent() > Wanted_ / 10) {
         LetQuestionsStand();
         return;
     }
-    if (Twin.Questions.size() < DeepestQuestion && Results.Sent() < Wanted && !Chance.OneIn(2)) {
-        Counts.Nested += Twin.Questions.size() > 1 ? 1 : 0;
+    if (Twin_.Questions.size() < DeepestQuestion && Results.Sent() < Wanted_ && !Chance_.OneIn(2)) {
+        Counts.Nested += Twin_.Questions.size() > 1 ? 1 : 0;
         if (Trouble() || ActOnLine())
             return;
         WaitForTick();
         return;
     }
-    const bool yes = !Chance.OneIn(3);
+    const bool yes = !Chance_.OneIn(3);
     const bool download = question.Why == Question::Kind::DeleteDownload;
     if (download && question.Sure && yes) { // what it holds has been taken off the device by then
-        const std::size_t row = Twin.Files.DownloadsOf(Twin.Driver)[Twin.SelectedDownload()];
-        const std::string file = Twin.Files.Read(RegisterName).At(row, "FILE");
-        for (const ResultId id : IdsInFields(Folder.Read(file).value_or("")))
+        const std::size_t row = Twin_.Files.DownloadsOf(Twin_.Driver)[Twin_.SelectedDownload()];
+        const std::string file = Twin_.Files.Read(RegisterName).At(row, "FILE");
+        for (const ResultId id : IdsInFields(Folder_.Read(file).value_or("")))
             Results.HandOver(id);
         ++Counts.DeletedDownloads;
     }
@@ -110,84 +110,84 @@ void Shift::ActOnQuestion() {
     ++Counts.Questions;
     ++(yes ? Counts.Yes : Counts.No);
     Do(
-        yes ? "answer yes" : "answer no", [&] { Twin.Answer(yes); },
+        yes ? "answer yes" : "answer no", [&] { Twin_.Answer(yes); },
         [&] { return backends::Answer(Device(), yes ? platform::BoxAnswer::Yes : platform::BoxAnswer::No); });
 }
 
 void Shift::GoHome() {
-    if (Twin.At != Place::Main) {
+    if (Twin_.At != Place::Main) {
         GoBack();
         return;
     }
-    Over = true;
+    Over_ = true;
     Leave();
 }
 
 /// By the menu, the title bar or the Esc key.
 void Shift::GoBack() {
     const std::uint32_t how = Below(6);
-    const bool prompt = Twin.At == Place::DatePrompt || Twin.At == Place::RenamePrompt;
+    const bool prompt = Twin_.At == Place::DatePrompt || Twin_.At == Place::RenamePrompt;
     if (how == 0) {
         Do(
-            "close", [this] { Twin.Back(); }, [this] { return backends::CloseForm(Device()); });
-    } else if (how == 1 && !Twin.FieldOpen && !prompt) {
+            "close", [this] { Twin_.Back(); }, [this] { return backends::CloseForm(Device()); });
+    } else if (how == 1 && !Twin_.FieldOpen && !prompt) {
         Do(
-            "key Esc", [this] { Twin.Back(); }, [this] { return backends::PressKey(Device(), KeyEsc); });
+            "key Esc", [this] { Twin_.Back(); }, [this] { return backends::PressKey(Device(), KeyEsc); });
     } else {
-        Choose(Twin.OnRecord() ? "Close" : "Back", [this] { Twin.Back(); });
+        Choose(Twin_.OnRecord() ? "Close" : "Back", [this] { Twin_.Back(); });
     }
 }
 
 void Shift::ActOnMain() {
-    if (Chance.OneIn(5))
+    if (Chance_.OneIn(5))
         Leave();
-    else if (Chance.OneIn(3))
-        Choose("inf editor...", [this] { Twin.OpenInstalledDrivers(); });
-    else if (Chance.OneIn(5))
-        Choose("Bluetooth Debug...", [this] { Twin.OpenTrace(); });
+    else if (Chance_.OneIn(3))
+        Choose("inf editor...", [this] { Twin_.OpenInstalledDrivers(); });
+    else if (Chance_.OneIn(5))
+        Choose("Bluetooth Debug...", [this] { Twin_.OpenTrace(); });
     else
-        Choose("Start...", [this] { Twin.OpenDrivers(); });
+        Choose("Start...", [this] { Twin_.OpenDrivers(); });
 }
 
 void Shift::ActOnDrivers() {
-    if (Chance.OneIn(3)) {
+    if (Chance_.OneIn(3)) {
         GoBack();
         return;
     }
     const std::size_t row = Below(Outfits().size());
-    Tap(row, 0, [&] { Twin.OpenDriver(row); });
+    Tap(row, 0, [&] { Twin_.OpenDriver(row); });
 }
 
 void Shift::ActOnDownloads() {
-    const std::size_t count = Twin.Downloads().size();
+    const std::size_t count = Twin_.Downloads().size();
     const std::uint32_t what = Below(20);
     if (count == 0 || (what < 2 && count < MostDownloads)) {
         ++Counts.NewDownloads;
-        Choose("New", [this] { Twin.NewDownload(); });
-    } else if (what < 5 && Twin.SelectedDownload() + 1 < count) {
+        Choose("New", [this] { Twin_.NewDownload(); });
+    } else if (what < 5 && Twin_.SelectedDownload() + 1 < count) {
         Do(
-            "key down", [this] { Twin.SelectDownload(Twin.SelectedDownload() + 1); },
+            "key down", [this] { Twin_.SelectDownload(Twin_.SelectedDownload() + 1); },
             [this] { return backends::PressKey(Device(), KeyDown); });
     } else if (what < 6 || (what < 12 && count == MostDownloads)) {
-        Choose("Delete", [this] { Twin.DeleteDownload(); });
+        Choose("Delete", [this] { Twin_.DeleteDownload(); });
     } else if (what < 8) {
         ++Counts.Prompts;
-        Choose("Rename", [this] { Twin.Rename(); });
+        Choose("Rename", [this] { Twin_.Rename(); });
     } else if (what < 10) {
         GoBack();
     } else if (what < 14) {
-        Choose("Open", [this] { Twin.OpenDownload(); });
+        Choose("Open", [this] { Twin_.OpenDownload(); });
     } else {
         const std::size_t row = count - 1 - Below(std::min<std::size_t>(count, 2)); // the latest ones
         Tap(row, 0, [&] {
-            Twin.SelectDownload(row);
-            Twin.OpenDownload();
+            Twin_.SelectDownload(row);
+            Twin_.OpenDownload();
         });
     }
 }
 
 void Shift::ActOnRecord() {
-    if (Twin.FieldOpen) {
+    if (Twin_.FieldOpen) {
         ActInField();
         return;
     }
@@ -196,7 +196,7 @@ void Shift::ActOnRecord() {
         ActOnRecordCommand();
     else if (what < 13 && Settled())
         ActOnCell();
-    else if (what < 14 || (what < 16 && Twin.OpenTable().Rows.size() > MostRecords))
+    else if (what < 14 || (what < 16 && Twin_.OpenTable().Rows.size() > MostRecords))
         GoBack();
     else
         WaitForTick();
@@ -210,51 +210,48 @@ void Shift::ActOnRecordCommand() {
         command = "Delete Record";
     else if (what < 3)
         command = "Insert Record";
-    else if (what < 6 || Twin.OpenTable().Rows.size() > MostRecords)
-        command = Chance.Of(walks);
+    else if (what < 6 || Twin_.OpenTable().Rows.size() > MostRecords)
+        command = Chance_.Of(walks);
     Counts.NewRecords += command == "New Record" ? 1 : 0;
     Counts.Inserted += command == "Insert Record" ? 1 : 0;
     const bool next = command == "Next Record";
-    if ((next || command == "Previous Record") && !Twin.FieldOpen && Chance.OneIn(2)) {
+    if ((next || command == "Previous Record") && !Twin_.FieldOpen && Chance_.OneIn(2)) {
         Do(
-            next ? "key right" : "key left", [&] { Twin.Command(command); },
+            next ? "key right" : "key left", [&] { Twin_.Command(command); },
             [&] { return backends::PressKey(Device(), next ? KeyRight : KeyLeft); });
     } else {
-        Choose(command, [&] { Twin.Command(command); });
+        Choose(command, [&] { Twin_.Command(command); });
     }
 }
 
 void Shift::ActOnCell() {
-    const std::size_t row = Below(Twin.Fields().size());
-    if (!Twin.Fields()[row].Visible)
+    const std::size_t row = Below(Twin_.Fields().size());
+    if (!Twin_.Fields()[row].Visible)
         return;
-    Counts.Dates += Twin.Fields()[row].IsDate ? 1 : 0;
-    Tap(row, 1, [&] { Twin.TapCell(row, true); });
+    Counts.Dates += Twin_.Fields()[row].IsDate ? 1 : 0;
+    Tap(row, 1, [&] { Twin_.TapCell(row, true); });
 }
 
 /// A field closes when another cell is tapped, and goes with the screen under a command.
 void Shift::ActInField() {
-    static const char* const texts[] = {"typed", "by hand 3",
-                                        "gr\xC3\xBC"
-                                        "n",
-                                        "", "x"};
+    static const char* const texts[] = {"typed", "by hand 3", "gr\xC3\xBC", "n", "", "x"};
     const std::uint32_t what = Below(8);
-    const std::size_t row = Below(Twin.Fields().size());
-    const std::string text = Chance.Of(texts);
-    if (what == 0 && Twin.CaretBehind) {
+    const std::size_t row = Below(Twin_.Fields().size());
+    const std::string text = Chance_.Of(texts);
+    if (what == 0 && Twin_.CaretBehind) {
         ++Counts.Edits;
         Do(
-            "type " + text, [&] { Twin.TypeBehind(text); },
+            "type " + text, [&] { Twin_.TypeBehind(text); },
             [&] { return backends::TypeText(Device(), FromBytes(text)); });
     } else if (what < 3) {
         ++Counts.Edits;
         Do(
-            "set " + text, [&] { Twin.Type(text); }, [&] { return backends::SetInput(Device(), FromBytes(text)); });
-    } else if (what < 5 && Settled() && Twin.Fields()[row].Visible) {
-        Tap(row, 0, [&] { Twin.TapCell(row, false); });
+            "set " + text, [&] { Twin_.Type(text); }, [&] { return backends::SetInput(Device(), FromBytes(text)); });
+    } else if (what < 5 && Settled() && Twin_.Fields()[row].Visible) {
+        Tap(row, 0, [&] { Twin_.TapCell(row, false); });
     } else if (what == 5) {
         ActOnRecordCommand();
-    } else if (what == 6 && Chance.OneIn(4)) {
+    } else if (what == 6 && Chance_.OneIn(4)) {
         GoBack();
     } else {
         WaitForTick();
@@ -266,32 +263,30 @@ void Shift::ActInDatePrompt() {
     if (what == 0) {
         GoBack();
     } else if (what == 1) {
-        Choose("Ok", [this] { Twin.AcceptDate(); });
+        Choose("Ok", [this] { Twin_.AcceptDate(); });
     } else {
         using namespace std::chrono;
-        const year_month_day date = sys_days(DateOf(Twin.Now)) + days(Below(60)) - days(30);
+        const year_month_day date = sys_days(DateOf(Twin_.Now)) + days(Below(60)) - days(30);
         const platform::CalendarDate picked{int(date.year()), static_cast<std::int32_t>(unsigned(date.month())),
                                             static_cast<std::int32_t>(unsigned(date.day()))};
         Do(
-            "pick " + DateText(date), [&] { Twin.PickDate(date); },
+            "pick " + DateText(date), [&] { Twin_.PickDate(date); },
             [&] { return backends::PickDate(Device(), picked); });
     }
 }
 
 void Shift::ActInRenamePrompt() {
-    static const char* const names[] = {"North field", "Monday", "",
-                                        "Keller \xC3\xBC"
-                                        "ber Tage"};
+    static const char* const names[] = {"North field", "Monday", "", "Keller \xC3\xBC", "ber Tage"};
     const std::uint32_t what = Below(4);
     if (what == 0) {
         GoBack();
     } else if (what < 3) {
         ++Counts.Renamed;
-        Choose("Ok", [this] { Twin.AcceptName(); });
+        Choose("Ok", [this] { Twin_.AcceptName(); });
     } else {
-        const std::string name = Chance.Of(names);
+        const std::string name = Chance_.Of(names);
         Do(
-            "set " + name, [&] { Twin.Type(name); }, [&] { return backends::SetInput(Device(), FromBytes(name)); });
+            "set " + name, [&] { Twin_.Type(name); }, [&] { return backends::SetInput(Device(), FromBytes(name)); });
     }
 }
 
@@ -301,23 +296,23 @@ void Shift::ActOnInstalledDrivers() {
     if (what == 0)
         GoBack();
     else if (what == 1)
-        Tap(row, 0, [&] { Twin.SelectDriver(row); });
+        Tap(row, 0, [&] { Twin_.SelectDriver(row); });
     else
-        Choose("Show/Hide Columns...", [this] { Twin.ShowColumns(); });
+        Choose("Show/Hide Columns...", [this] { Twin_.ShowColumns(); });
 }
 
 void Shift::ActOnColumns() {
-    if (Chance.OneIn(3)) {
+    if (Chance_.OneIn(3)) {
         ++Counts.ColumnChanges;
         GoBack();
         return;
     }
-    const std::size_t row = Below(Twin.ColumnChoices.size());
-    Tap(row, 0, [&] { Twin.ToggleColumn(row); });
+    const std::size_t row = Below(Twin_.ColumnChoices.size());
+    Tap(row, 0, [&] { Twin_.ToggleColumn(row); });
 }
 
 void Shift::ActOnTrace() {
-    if (Chance.OneIn(6))
+    if (Chance_.OneIn(6))
         GoBack();
     else
         WaitForTick();
@@ -325,7 +320,7 @@ void Shift::ActOnTrace() {
 
 const Outfit& Shift::OutfitInHand() const {
     for (const Outfit& outfit : Outfits()) {
-        if (outfit.Driver == Twin.Driver)
+        if (outfit.Driver == Twin_.Driver)
             return outfit;
     }
     return Outfits().front();

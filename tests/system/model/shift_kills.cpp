@@ -28,32 +28,32 @@ void SpinFor(unsigned microseconds) {
 } // namespace
 
 void Shift::Leave() {
-    if (SetUp && Chance.OneIn(4))
+    if (SetUp_ && Chance_.OneIn(4))
         Do(
-            "close", [this] { Twin.End(); }, [this] { return backends::CloseForm(Device()); });
+            "close", [this] { Twin_.End(); }, [this] { return backends::CloseForm(Device()); });
     else
-        Choose("Exit", [this] { Twin.End(); });
+        Choose("Exit", [this] { Twin_.End(); });
 }
 
 /// As cutting the power would, also while a question stands: nothing is closed, nothing is saved.
 void Shift::Kill() {
     Note("the program is killed");
     ++Counts.Kills;
-    if (!Air.empty())
+    if (!Air_.empty())
         LoseAir();
-    Twin.End();
+    Twin_.End();
     Device().loop.Leave({ProgramOver::Reason::InputEnded, {}});
 }
 
 /// Some download that has a file, some row of its first record that can be typed into, some command that saves it.
 std::optional<Shift::SavingPlan> Shift::PlanASave() {
-    SavingPlan plan{Twin};
+    SavingPlan plan{Twin_};
     std::vector<std::pair<std::size_t, std::size_t>> choices; // rows of the two lists
     for (std::size_t row = 0; row < Outfits().size(); ++row) {
         plan.Before.OpenDriver(row);
-        const std::vector<std::size_t> downloads = Twin.Files.DownloadsOf(plan.Before.Driver);
+        const std::vector<std::size_t> downloads = Twin_.Files.DownloadsOf(plan.Before.Driver);
         for (std::size_t i = 0; i < downloads.size(); ++i) {
-            if (Twin.Files.Has(Twin.Files.Read(RegisterName).At(downloads[i], "FILE")))
+            if (Twin_.Files.Has(Twin_.Files.Read(RegisterName).At(downloads[i], "FILE")))
                 choices.emplace_back(row, i);
         }
     }
@@ -67,7 +67,7 @@ std::optional<Shift::SavingPlan> Shift::PlanASave() {
     const auto typed = [](const Field& field) { return field.Visible && !field.IsDate; };
     plan.Row = static_cast<std::size_t>(std::find_if(fields.begin(), fields.end(), typed) - fields.begin());
     static const char* const commands[] = {"Next Record", "New Record", "Insert Record"};
-    plan.Command = Chance.Of(commands);
+    plan.Command = Chance_.Of(commands);
     plan.Text = "before the kill " + std::to_string(Counts.RealKills);
     return plan.Row < fields.size() ? std::optional(plan) : std::nullopt;
 }
@@ -80,7 +80,7 @@ std::vector<std::string> Shift::StatesOf(const SavingPlan& plan) {
     Model saved = typed;
     saved.Command("First Record");
     typed.Command(plan.Command);
-    Twin.Files = typed.Files; // where it all ends
+    Twin_.Files = typed.Files; // where it all ends
     const std::string& file = plan.Before.OpenFile;
     return {plan.Before.OpenTable().Bytes(), saved.Files.Read(file).Bytes(), typed.Files.Read(file).Bytes()};
 }
@@ -103,7 +103,7 @@ void Shift::SaveInAChild(const SavingPlan& plan, int pipe) {
             say();
             ::_exit(0);
         }};
-    Hand = std::make_unique<Handheld>(KindOfDevice, Folder, Twin.Now, [&] {
+    Hand_ = std::make_unique<Handheld>(KindOfDevice_, Folder_, Twin_.Now, [&] {
         if (Device().boxes.Current() != nullptr) { // the server does not run
             Answer(Device(), platform::BoxAnswer::Ok);
             return;
@@ -113,7 +113,7 @@ void Shift::SaveInAChild(const SavingPlan& plan, int pipe) {
         steps.pop_front();
         next();
     });
-    Hand->Run();
+    Hand_->Run();
     ::_exit(1);
 }
 
@@ -148,26 +148,26 @@ void Shift::KillInsideASave() {
     const std::optional<SavingPlan> plan = PlanASave();
     if (!plan)
         return;
-    if (Twin.MailboxThere) // the child must not fetch it
-        Folder.PutMailbox("ipcout.lock", "");
-    const unsigned delay = Below(KillDelay);
+    if (Twin_.MailboxThere) // the child must not fetch it
+        Folder_.PutMailbox("ipcout.lock", "");
+    const unsigned delay = Below(KillDelay_);
     const std::string& file = plan->Before.OpenFile;
     Note("a child is killed inside \"" + plan->Command + "\" of " + file);
     const bool finished = RunChild(*plan, delay);
     const std::vector<std::string> states = StatesOf(*plan);
-    const std::string found = Folder.Read(file).value_or("(missing)");
+    const std::string found = Folder_.Read(file).value_or("(missing)");
     if (std::find(states.begin(), states.end(), found) == states.end())
         Expect(file + " after " + std::to_string(delay) + " microseconds", found,
                states.front() + "  or\n" + states.back());
     if (found != states.back())
         Expect("the child that goes on", RunChild(*plan, std::nullopt), true);
     CompareFiles({file});
-    if (Twin.MailboxThere && !Twin.MailboxLocked)
-        Folder.RemoveMailbox("ipcout.lock");
+    if (Twin_.MailboxThere && !Twin_.MailboxLocked)
+        Folder_.RemoveMailbox("ipcout.lock");
     ++Counts.RealKills;
     Counts.InsideASave += finished ? 0 : 1;
     Counts.NewState += found != states.front() ? 1 : 0;
-    KillDelay = finished ? std::max(KillDelay * 3 / 4, 40U) : std::min(KillDelay * 5 / 4, 100000U);
+    KillDelay_ = finished ? std::max(KillDelay_ * 3 / 4, 40U) : std::min(KillDelay_ * 5 / 4, 100000U);
 }
 
 } // namespace shift

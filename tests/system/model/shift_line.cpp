@@ -18,29 +18,29 @@ constexpr double DaysForTenThousand = 30;
 
 /// Whether there was something to do for the instrument or the link.
 bool Shift::ActOnLine() {
-    const bool listening = Twin.PortOpen || (Twin.ServerMode && Twin.LinkWanted);
-    if (Twin.WaitsForTomorrow() && Chance.OneIn(10)) {
+    const bool listening = Twin_.PortOpen || (Twin_.ServerMode && Twin_.LinkWanted);
+    if (Twin_.WaitsForTomorrow() && Chance_.OneIn(10)) {
         WaitForTomorrow();
         return true;
     }
-    if (!Air.empty()) {
-        if (Chance.OneIn(5))
+    if (!Air_.empty()) {
+        if (Chance_.OneIn(5))
             WaitForTick();
         else
             Transmit();
         return true;
     }
-    if (Twin.Quiet() && !Twin.WaitsForTomorrow() && !Chance.OneIn(8)) {
+    if (Twin_.Quiet() && !Twin_.WaitsForTomorrow() && !Chance_.OneIn(8)) {
         WaitForTick();
         return true;
     }
-    if (Twin.LinkWanted && !Twin.LinkOpen && !Chance.OneIn(10)) {
+    if (Twin_.LinkWanted && !Twin_.LinkOpen && !Chance_.OneIn(10)) {
         WaitForTick();
         return true;
     }
-    if (Results.Sent() < Wanted &&
-        (listening ? Twin.OnRecord() || Twin.At == Place::Trace ? Chance.OneIn(7) : Chance.OneIn(25)
-                   : Chance.OneIn(80))) {
+    if (Results.Sent() < Wanted_ &&
+        (listening ? Twin_.OnRecord() || Twin_.At == Place::Trace ? Chance_.OneIn(7) : Chance_.OneIn(25)
+                   : Chance_.OneIn(80))) {
         Send();
         return true;
     }
@@ -50,41 +50,41 @@ bool Shift::ActOnLine() {
 /// An instrument measures: one record or a burst of them goes into the air.
 void Shift::Send() {
     const Outfit& outfit = OutfitInHand();
-    const bool known = Twin.Text.Connected == outfit.Identity;
-    if (known ? Chance.OneIn(60) : !Chance.OneIn(4))
-        Air += Meter.Connect(outfit.Identity);
-    for (std::uint32_t left = Chance.OneIn(10) ? 3 : 1; left > 0; --left) {
-        if (Chance.OneIn(12))
-            Air += Meter.Noise();
+    const bool known = Twin_.Text.Connected == outfit.Identity;
+    if (known ? Chance_.OneIn(60) : !Chance_.OneIn(4))
+        Air_ += Meter_.Connect(outfit.Identity);
+    for (std::uint32_t left = Chance_.OneIn(10) ? 3 : 1; left > 0; --left) {
+        if (Chance_.OneIn(12))
+            Air_ += Meter_.Noise();
         std::string origin = outfit.Identity;
-        if (Chance.OneIn(20))
-            origin = Chance.OneIn(2) ? "Z9" : "";
-        Air += Meter.Record(outfit, origin, Meter.AnyHarm(), 4);
+        if (Chance_.OneIn(20))
+            origin = Chance_.OneIn(2) ? "Z9" : "";
+        Air_ += Meter_.Record(outfit, origin, Meter_.AnyHarm(), 4);
     }
-    Gone = 0;
+    Gone_ = 0;
 }
 
 /// Some of it reaches the device, cut anywhere but inside a character.
 void Shift::Transmit() {
-    if (KindOfDevice.RoadOfLink == Road::Server) {
+    if (KindOfDevice_.RoadOfLink == Road::Server) {
         Serve();
         return;
     }
-    if (!Twin.PortOpen) {
+    if (!Twin_.PortOpen) {
         LoseAir();
         return;
     }
-    std::size_t end = Air.size();
-    if (Chance.OneIn(3))
-        end = Gone + 1 + Below(Air.size() - Gone);
-    while (end < Air.size() && (static_cast<unsigned char>(Air[end]) & 0xC0U) == 0x80U)
+    std::size_t end = Air_.size();
+    if (Chance_.OneIn(3))
+        end = Gone_ + 1 + Below(Air_.size() - Gone_);
+    while (end < Air_.size() && (static_cast<unsigned char>(Air_[end]) & 0xC0U) == 0x80U)
         ++end;
-    const std::string bytes = Air.substr(Gone, end - Gone);
-    Gone = end;
+    const std::string bytes = Air_.substr(Gone_, end - Gone_);
+    Gone_ = end;
     Deliver(bytes);
-    if (Gone < Air.size())
+    if (Gone_ < Air_.size())
         return;
-    Air.clear();
+    Air_.clear();
 }
 
 void Shift::Deliver(const std::string& bytes) {
@@ -92,7 +92,7 @@ void Shift::Deliver(const std::string& bytes) {
     for (const char character : bytes)
         shown += character == '\r' ? "\\r" : character == '\n' ? "\\n" : std::string(1, character);
     Do(
-        "receive " + shown, [&] { Twin.Receive(bytes); },
+        "receive " + shown, [&] { Twin_.Receive(bytes); },
         [&] {
             Device().serial.Arrive(modStringTools::FromBytes(bytes));
             Device().loop.HandleDue();
@@ -103,105 +103,105 @@ void Shift::Deliver(const std::string& bytes) {
 /// Nobody listens: what has not gone through by now is gone.
 void Shift::LoseAir() {
     Note("nobody listens");
-    const std::vector<ResultId> through = IdsInRecords(Air.substr(0, Gone));
-    for (const ResultId id : IdsInRecords(Air)) {
+    const std::vector<ResultId> through = IdsInRecords(Air_.substr(0, Gone_));
+    for (const ResultId id : IdsInRecords(Air_)) {
         if (std::find(through.begin(), through.end(), id) == through.end())
             Results.Note(id, Fate::PortClosed);
     }
-    Air.clear();
+    Air_.clear();
 }
 
 /// The server beside the program puts whole lines into the mailbox, with line ends of its own, behind what nobody has
 /// fetched yet.
 void Shift::Serve() {
-    std::size_t end = Air.size();
-    if (Chance.OneIn(3)) {
-        const std::size_t line = Air.find('\n', Gone + Below(Air.size() - Gone));
-        end = line == std::string::npos ? Air.size() : line + 1;
+    std::size_t end = Air_.size();
+    if (Chance_.OneIn(3)) {
+        const std::size_t line = Air_.find('\n', Gone_ + Below(Air_.size() - Gone_));
+        end = line == std::string::npos ? Air_.size() : line + 1;
     }
-    std::string bytes = Air.substr(Gone, end - Gone);
-    if (Chance.OneIn(2))
+    std::string bytes = Air_.substr(Gone_, end - Gone_);
+    if (Chance_.OneIn(2))
         bytes.erase(std::remove(bytes.begin(), bytes.end(), '\r'), bytes.end());
-    Gone = end;
+    Gone_ = end;
     Note("the server writes " + std::to_string(bytes.size()) + " bytes");
-    Twin.MailboxThere = true;
-    Twin.Mailbox += bytes;
-    Folder.PutMailbox("ipcout.txt", Twin.Mailbox);
-    if (Gone == Air.size())
-        Air.clear();
+    Twin_.MailboxThere = true;
+    Twin_.Mailbox += bytes;
+    Folder_.PutMailbox("ipcout.txt", Twin_.Mailbox);
+    if (Gone_ == Air_.size())
+        Air_.clear();
 }
 
 /// Whether something went wrong.
 bool Shift::Trouble() {
-    if (Chance.OneIn(50)) {
+    if (Chance_.OneIn(50)) {
         TakeANap();
         return true;
     }
-    if (Chance.OneIn(600)) {
+    if (Chance_.OneIn(600)) {
         Kill();
         return true;
     }
-    if (KindOfDevice.RoadOfLink == Road::Server) {
+    if (KindOfDevice_.RoadOfLink == Road::Server) {
         TroubleAtTheServer();
         return false;
     }
-    if (Twin.PortOpen && Chance.OneIn(120)) {
+    if (Twin_.PortOpen && Chance_.OneIn(120)) {
         ++Counts.Drops;
         Do(
-            "serial drop", [this] { Twin.Drop(); },
+            "serial drop", [this] { Twin_.Drop(); },
             [this] {
                 Device().serial.Drop();
                 return std::string();
             });
         return true;
     }
-    if (Chance.OneIn(400)) {
+    if (Chance_.OneIn(400)) {
         const int count = 1 + static_cast<int>(Below(3));
         Counts.FailedOpenings += static_cast<std::uint64_t>(count);
         Note("serial fail " + std::to_string(count));
-        Twin.FailOpenings(count);
+        Twin_.FailOpenings(count);
         Device().serial.FailOpenings(count);
     }
     return false;
 }
 
 void Shift::TroubleAtTheServer() {
-    if (Chance.OneIn(Twin.ServerRuns ? 500 : 30))
+    if (Chance_.OneIn(Twin_.ServerRuns ? 500 : 30))
         SwitchServer();
-    if (!Chance.OneIn(Twin.MailboxLocked ? 15 : 60))
+    if (!Chance_.OneIn(Twin_.MailboxLocked ? 15 : 60))
         return;
-    Twin.MailboxLocked = !Twin.MailboxLocked;
+    Twin_.MailboxLocked = !Twin_.MailboxLocked;
     ++Counts.Locks;
-    Note(Twin.MailboxLocked ? "the server locks the mailbox" : "the server unlocks the mailbox");
-    if (Twin.MailboxLocked)
-        Folder.PutMailbox("ipcout.lock", "");
+    Note(Twin_.MailboxLocked ? "the server locks the mailbox" : "the server unlocks the mailbox");
+    if (Twin_.MailboxLocked)
+        Folder_.PutMailbox("ipcout.lock", "");
     else
-        Folder.RemoveMailbox("ipcout.lock");
+        Folder_.RemoveMailbox("ipcout.lock");
 }
 
 void Shift::SwitchServer() {
-    Twin.ServerRuns = !Twin.ServerRuns;
-    Note(Twin.ServerRuns ? "the server starts" : "the server stops");
-    if (Twin.ServerRuns)
-        Folder.PutMailbox("rfcomm.run", "");
+    Twin_.ServerRuns = !Twin_.ServerRuns;
+    Note(Twin_.ServerRuns ? "the server starts" : "the server stops");
+    if (Twin_.ServerRuns)
+        Folder_.PutMailbox("rfcomm.run", "");
     else
-        Folder.RemoveMailbox("rfcomm.run");
+        Folder_.RemoveMailbox("rfcomm.run");
 }
 
 // --- time
 
 void Shift::WaitALittle() {
-    Wait(std::min(Grain, Twin.NextTick - Twin.Now));
+    Wait(std::min(Grain, Twin_.NextTick - Twin_.Now));
 }
 
 void Shift::WaitForTick() {
-    Wait(Twin.NextTick - Twin.Now);
+    Wait(Twin_.NextTick - Twin_.Now);
 }
 
 void Shift::Wait(Moment time) {
-    Counts.Midnights += (Twin.Now + time) / Day != Twin.Now / Day ? 1 : 0;
+    Counts.Midnights += (Twin_.Now + time) / Day != Twin_.Now / Day ? 1 : 0;
     Do(
-        "tick " + std::to_string(time), [&] { Twin.Pass(time); },
+        "tick " + std::to_string(time), [&] { Twin_.Pass(time); },
         [&] {
             Device().loop.PassTime(time);
             return std::string();
@@ -212,7 +212,7 @@ void Shift::Wait(Moment time) {
 /// itself, for ever: then the technician starts the program again.
 void Shift::WaitForTomorrow() {
     ++Counts.Tomorrows;
-    const Moment sleep = Twin.TimeUntilTomorrow();
+    const Moment sleep = Twin_.TimeUntilTomorrow();
     if (sleep == 0)
         Kill();
     else
@@ -225,13 +225,13 @@ void Shift::LetQuestionsStand() {
     constexpr int TicksBetween = 40;
     ++Counts.Hours;
     for (int reading = 0; reading < Readings; ++reading) {
-        Script.push_back([this] {
+        Script_.push_back([this] {
             Send();
-            while (!Air.empty() && Difference.empty())
+            while (!Air_.empty() && Difference_.empty())
                 Transmit();
         });
         for (int tick = 0; tick < TicksBetween; ++tick)
-            Script.push_back([this] { WaitForTick(); });
+            Script_.push_back([this] { WaitForTick(); });
     }
 }
 
@@ -239,20 +239,20 @@ void Shift::LetQuestionsStand() {
 /// midnight, to be awake then.
 void Shift::TakeANap() {
     const double part = static_cast<double>(Results.Sent()) / 10000;
-    const Moment due = Began + static_cast<Moment>(part * DaysForTenThousand * static_cast<double>(Day));
-    const Moment midnight = (Twin.Now / Day + 1) * Day;
+    const Moment due = Began_ + static_cast<Moment>(part * DaysForTenThousand * static_cast<double>(Day));
+    const Moment midnight = (Twin_.Now / Day + 1) * Day;
     Moment nap = (1 + Below(80)) * Grain;
-    if (due > midnight && !Chance.OneIn(4))
-        nap = std::max<Moment>(midnight - Twin.Now - (2 + Below(30)) * Grain, nap);
-    else if (due > Twin.Now)
-        nap += (due - Twin.Now) / Grain * Grain;
+    if (due > midnight && !Chance_.OneIn(4))
+        nap = std::max<Moment>(midnight - Twin_.Now - (2 + Below(30)) * Grain, nap);
+    else if (due > Twin_.Now)
+        nap += (due - Twin_.Now) / Grain * Grain;
     Sleep(nap);
 }
 
 void Shift::Sleep(Moment time) {
     ++Counts.Sleeps;
     Do(
-        "jump " + std::to_string(time), [&] { Twin.Sleep(time); },
+        "jump " + std::to_string(time), [&] { Twin_.Sleep(time); },
         [&] {
             Device().loop.Jump(time);
             Device().loop.HandleDue();

@@ -35,20 +35,20 @@ struct Field {
 /// All data files by their names, and which of them have been written to since somebody looked.
 class DataFolder {
 public:
-    bool Has(const std::string& name) const { return Files.count(name) != 0; }
-    const DataFile& Read(const std::string& name) const { return Files.at(name); }
+    bool Has(const std::string& name) const { return Files_.count(name) != 0; }
+    const DataFile& Read(const std::string& name) const { return Files_.at(name); }
     DataFile& Write(const std::string& name) {
-        Written.insert(name);
-        return Files[name];
+        Written_.insert(name);
+        return Files_[name];
     }
     void Delete(const std::string& name) {
-        Written.erase(name);
-        Files.erase(name);
+        Written_.erase(name);
+        Files_.erase(name);
     }
-    const std::map<std::string, DataFile>& All() const { return Files; }
+    const std::map<std::string, DataFile>& All() const { return Files_; }
     std::set<std::string> TakeWritten() {
         std::set<std::string> written;
-        written.swap(Written);
+        written.swap(Written_);
         return written;
     }
 
@@ -60,8 +60,8 @@ public:
     std::string NextDownload() const;
 
 private:
-    std::map<std::string, DataFile> Files;
-    std::set<std::string> Written;
+    std::map<std::string, DataFile> Files_;
+    std::set<std::string> Written_;
 };
 
 inline constexpr const char* DriversName = "drivers.txt";

@@ -139,35 +139,35 @@ public:
             return;
         if (number == plan.At || (plan.What == Blow::FullFromHere && number > plan.At && takesRoom)) {
             Strike(path);
-            Hit = plan.What;
+            Hit_ = plan.What;
         }
-        if (Hit == Blow::KillBefore)
+        if (Hit_ == Blow::KillBefore)
             Die();
     }
 
     bool Fails(bool takesRoom) const {
-        if (Hit != Blow::Fail && !(Hit == Blow::FullFromHere && takesRoom))
+        if (Hit_ != Blow::Fail && !(Hit_ == Blow::FullFromHere && takesRoom))
             return false;
         errno = Now.Planned.Error;
         return true;
     }
-    bool IsHalved() const { return Hit == Blow::ShortWrite || Hit == Blow::KillInside; }
-    bool WasShort() const { return Hit == Blow::ShortWrite; }
+    bool IsHalved() const { return Hit_ == Blow::ShortWrite || Hit_ == Blow::KillInside; }
+    bool WasShort() const { return Hit_ == Blow::ShortWrite; }
 
     void Succeeded(Step step) const {
         const int kept = errno;
         Now.Taken.push_back(std::move(step));
-        if (Hit == Blow::KillInside || Hit == Blow::KillAfter)
+        if (Hit_ == Blow::KillInside || Hit_ == Blow::KillAfter)
             Die();
         errno = kept;
     }
     void Ended() const {
-        if (Hit == Blow::KillInside || Hit == Blow::KillAfter)
+        if (Hit_ == Blow::KillInside || Hit_ == Blow::KillAfter)
             Die();
     }
 
 private:
-    Blow Hit = Blow::None;
+    Blow Hit_ = Blow::None;
 };
 
 bool IsPlanned(Counted kind, int number, const std::string& path) {

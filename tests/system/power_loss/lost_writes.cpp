@@ -46,10 +46,10 @@ bool HasItsFolder(const std::string& path, const std::set<std::string>& folders)
 } // namespace
 
 LostWrites::LostWrites(const Start& start, const std::vector<Step>& steps, std::size_t count) {
-    Lasting.Folders = start.Held.Folders;
-    Lasting.Files = start.Numbers;
+    Lasting_.Folders = start.Held.Folders;
+    Lasting_.Files = start.Numbers;
     for (const auto& [path, number] : start.Numbers)
-        Contents[number].Lasting = start.Held.Files.at(path);
+        Contents_[number].Lasting = start.Held.Files.at(path);
     for (std::size_t i = 0; i < count; ++i)
         Take(steps[i]);
 }
@@ -57,20 +57,20 @@ LostWrites::LostWrites(const Start& start, const std::vector<Step>& steps, std::
 void LostWrites::Take(const Step& step) {
     switch (step.What) {
     case Call::Open:
-        Contents[step.File]; // there with nothing in it
+        Contents_[step.File]; // there with nothing in it
         if (step.Made)
-            Pending.push_back({Call::Open, step.Path, {}, step.File});
+            Pending_.push_back({Call::Open, step.Path, {}, step.File});
         if (step.MadeEmpty)
-            Contents[step.File].Later.push_back({true, 0, {}});
+            Contents_[step.File].Later.push_back({true, 0, {}});
         break;
     case Call::Write:
-        Contents[step.File].Later.push_back({false, step.Offset, step.Bytes});
+        Contents_[step.File].Later.push_back({false, step.Offset, step.Bytes});
         break;
     case Call::Truncate:
-        Contents[step.File].Later.push_back({true, step.Offset, {}});
+        Contents_[step.File].Later.push_back({true, step.Offset, {}});
         break;
     case Call::Sync: {
-        Content& content = Contents[step.File];
+        Content& content = Contents_[step.File];
         for (const Change& change : content.Later)
             Apply(change, content.Lasting);
         content.Later.clear();
@@ -82,27 +82,27 @@ void LostWrites::Take(const Step& step) {
     case Call::Rename:
     case Call::Unlink:
     case Call::MakeFolder:
-        Pending.push_back({step.What, step.Path, step.To, step.File});
+        Pending_.push_back({step.What, step.Path, step.To, step.File});
         break;
     }
 }
 
 void LostWrites::TakeFolderSync(const std::string& folder) {
     std::vector<NameChange> left;
-    for (const NameChange& change : Pending) {
+    for (const NameChange& change : Pending_) {
         const bool from = FolderOf(change.Path) == folder;
         const bool to = change.What == Call::Rename && FolderOf(change.To) == folder;
         if (!from && !to) {
             left.push_back(change);
             continue;
         }
-        Apply(change, Lasting);
+        Apply(change, Lasting_);
         if (!from) { // the new name lasts; the old one, in another folder, may come back
-            Lasting.Files[change.Path] = change.File;
+            Lasting_.Files[change.Path] = change.File;
             left.push_back({Call::Unlink, change.Path, {}, change.File});
         }
     }
-    Pending = std::move(left);
+    Pending_ = std::move(left);
 }
 
 void LostWrites::Apply(const NameChange& change, Names& names) {
@@ -176,8 +176,8 @@ Tree LostWrites::Damaged(std::uint32_t seed) const {
     std::mt19937 random(seed);
     const double chanceOfNames = ChanceOfNames(seed, random);
     const double chanceOfContents = ChanceOfContents(seed, random);
-    Names names = Lasting;
-    for (const NameChange& change : Pending) {
+    Names names = Lasting_;
+    for (const NameChange& change : Pending_) {
         if (Happens(chanceOfNames, random))
             Apply(change, names);
     }
@@ -188,7 +188,7 @@ Tree LostWrites::Damaged(std::uint32_t seed) const {
     }
     for (const auto& [path, number] : names.Files) {
         if (HasItsFolder(path, tree.Folders))
-            tree.Files[path] = DamagedContent(Contents.at(number), chanceOfContents, random);
+            tree.Files[path] = DamagedContent(Contents_.at(number), chanceOfContents, random);
     }
     return tree;
 }

@@ -50,9 +50,9 @@ private:
     static void ApplyTorn(const Change& change, std::string& content, std::mt19937& random);
     std::string DamagedContent(const Content& content, double chance, std::mt19937& random) const;
 
-    std::map<std::uint64_t, Content> Contents;
-    Names Lasting;
-    std::vector<NameChange> Pending;
+    std::map<std::uint64_t, Content> Contents_;
+    Names Lasting_;
+    std::vector<NameChange> Pending_;
 };
 
 } // namespace disk

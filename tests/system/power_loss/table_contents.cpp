@@ -14,9 +14,9 @@ const std::string Settings = "settings.ini";
 class Database {
 public:
     explicit Database(const std::string& path) {
-        sqlite3_open_v2(path.c_str(), &Connection, SQLITE_OPEN_READWRITE, nullptr);
+        sqlite3_open_v2(path.c_str(), &Connection_, SQLITE_OPEN_READWRITE, nullptr);
     }
-    ~Database() { sqlite3_close(Connection); }
+    ~Database() { sqlite3_close(Connection_); }
     Database(const Database&) = delete;
     Database& operator=(const Database&) = delete;
 
@@ -24,7 +24,7 @@ public:
     std::vector<std::string> Rows(const char* sql) {
         std::vector<std::string> rows;
         sqlite3_stmt* statement = nullptr;
-        int result = sqlite3_prepare_v2(Connection, sql, -1, &statement, nullptr);
+        int result = sqlite3_prepare_v2(Connection_, sql, -1, &statement, nullptr);
         while (result == SQLITE_OK && (result = sqlite3_step(statement)) == SQLITE_ROW) {
             rows.emplace_back();
             for (int i = 0; i < sqlite3_column_count(statement); ++i) {
@@ -34,13 +34,13 @@ public:
             result = SQLITE_OK;
         }
         if (result != SQLITE_DONE)
-            rows.push_back(std::string("failure: ") + sqlite3_errmsg(Connection));
+            rows.push_back(std::string("failure: ") + sqlite3_errmsg(Connection_));
         sqlite3_finalize(statement);
         return rows;
     }
 
 private:
-    sqlite3* Connection = nullptr;
+    sqlite3* Connection_ = nullptr;
 };
 
 std::string ContentOfDatabase(const std::string& path) {

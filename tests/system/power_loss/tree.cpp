@@ -44,14 +44,14 @@ std::string FolderOf(const std::string& path) {
 }
 
 FreshFolder::FreshFolder() {
-    Place = (support::PlaceInMemory() / "quorin-disk-XXXXXX").string();
-    if (::mkdtemp(Place.data()) == nullptr)
+    Path_ = (support::PlaceInMemory() / "quorin-disk-XXXXXX").string();
+    if (::mkdtemp(Path_.data()) == nullptr)
         std::abort();
 }
 
 FreshFolder::~FreshFolder() {
     std::error_code ignored;
-    fs::remove_all(Place, ignored);
+    fs::remove_all(Path_, ignored);
 }
 
 } // namespace disk

@@ -34,10 +34,10 @@ public:
     FreshFolder(const FreshFolder&) = delete;
     FreshFolder& operator=(const FreshFolder&) = delete;
 
-    const std::string& Path() const { return Place; }
+    const std::string& Path() const { return Path_; }
 
 private:
-    std::string Place;
+    std::string Path_;
 };
 
 } // namespace disk

@@ -37,19 +37,19 @@ constexpr std::size_t SecondOfAFlood = 5000000; // bytes
 class Flood {
 public:
     Flood(int line, const std::string& bytes) {
-        while (Bytes.size() < AtATime)
-            Bytes += bytes;
-        Sender = std::thread([this, line] { Run(line); });
+        while (Bytes_.size() < AtATime)
+            Bytes_ += bytes;
+        Sender_ = std::thread([this, line] { Run(line); });
     }
     Flood(const Flood&) = delete;
     Flood& operator=(const Flood&) = delete;
     ~Flood() {
-        Stop = true;
-        Sender.join();
+        Stop_ = true;
+        Sender_.join();
     }
-    std::size_t Sent() const { return Count; }
+    std::size_t Sent() const { return Count_; }
     /// It has not come to its own end.
-    bool GoesOn() const { return !Ended; }
+    bool GoesOn() const { return !Ended_; }
 
 private:
     static constexpr std::size_t AtATime = 65536;
@@ -58,25 +58,25 @@ private:
     void Run(int line) {
         ::fcntl(line, F_SETFL, O_NONBLOCK);
         std::size_t place = 0;
-        for (const auto start = Clock::now(); !Stop && SecondsSince(start) < Longest;) {
-            const ssize_t count = ::write(line, Bytes.data() + place, Bytes.size() - place);
+        for (const auto start = Clock::now(); !Stop_ && SecondsSince(start) < Longest;) {
+            const ssize_t count = ::write(line, Bytes_.data() + place, Bytes_.size() - place);
             if (count > 0) {
-                place = (place + static_cast<std::size_t>(count)) % Bytes.size();
-                Count += static_cast<std::size_t>(count);
+                place = (place + static_cast<std::size_t>(count)) % Bytes_.size();
+                Count_ += static_cast<std::size_t>(count);
                 std::this_thread::sleep_for(std::chrono::duration<double>(static_cast<double>(count) / SecondOfAFlood));
             } else {
                 pollfd full{line, POLLOUT, 0};
                 ::poll(&full, 1, 20);
             }
         }
-        Ended = true;
+        Ended_ = true;
     }
 
-    std::string Bytes;
-    std::atomic<bool> Stop = false;
-    std::atomic<bool> Ended = false;
-    std::atomic<std::size_t> Count = 0;
-    std::thread Sender;
+    std::string Bytes_;
+    std::atomic<bool> Stop_ = false;
+    std::atomic<bool> Ended_ = false;
+    std::atomic<std::size_t> Count_ = 0;
+    std::thread Sender_;
 };
 
 class OnTheLine : public testing::TestWithParam<const char*> {

@@ -74,14 +74,14 @@ Script Parse(const std::string& text) {
 
 class Player {
 public:
-    explicit Player(const fs::path& console) : console_(console) {
+    explicit Player(const fs::path& console) : Console_(console) {
         std::string name = (support::PlaceInMemory() / "quorin-story-XXXXXX").string();
-        base_ = mkdtemp(name.data());
+        Base_ = mkdtemp(name.data());
         fs::create_directory(Root());
     }
     ~Player() {
         std::error_code ignored;
-        fs::remove_all(base_, ignored);
+        fs::remove_all(Base_, ignored);
     }
     Player(const Player&) = delete;
     Player& operator=(const Player&) = delete;
@@ -100,41 +100,41 @@ public:
             Say(line);
     }
 
-    std::string Told() const { return told_; }
+    std::string Told() const { return Told_; }
 
 private:
-    fs::path Root() const { return base_ / "root"; }
+    fs::path Root() const { return Base_ / "root"; }
 
-    void Say(const std::string& line) { told_ += line + "\n"; }
+    void Say(const std::string& line) { Told_ += line + "\n"; }
 
     int Shell(const std::string& command) {
-        const std::string line = "cd '" + Root().string() + "' && { " + command + "\n} >'" + (base_ / "out").string() +
-                                 "' 2>'" + (base_ / "err").string() + "' <'" + (base_ / "in").string() + "'";
+        const std::string line = "cd '" + Root().string() + "' && { " + command + "\n} >'" + (Base_ / "out").string() +
+                                 "' 2>'" + (Base_ / "err").string() + "' <'" + (Base_ / "in").string() + "'";
         const int status = std::system(line.c_str());
         return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
     }
 
     void SayEnd(int status) {
-        for (const std::string& line : Lines(Contents(base_ / "err")))
+        for (const std::string& line : Lines(Contents(Base_ / "err")))
             Say("stderr: " + line);
         if (status != 0)
             Say("[exit status " + std::to_string(status) + "]");
     }
 
     void RunShell(const std::string& command) {
-        std::ofstream(base_ / "in");
+        std::ofstream(Base_ / "in");
         const int status = Shell(command);
-        Say(Lines(Contents(base_ / "out")));
+        Say(Lines(Contents(Base_ / "out")));
         SayEnd(status);
     }
 
     void RunConsole(Step& step) {
-        std::ofstream in(base_ / "in");
+        std::ofstream in(Base_ / "in");
         for (const Command& command : step.Commands)
             in << command.Text << "\n";
         in.close();
-        const int status = Shell("'" + console_.string() + "' --root ." + step.Line.substr(14));
-        for (const std::string& line : Lines(Contents(base_ / "out")))
+        const int status = Shell("'" + Console_.string() + "' --root ." + step.Line.substr(14));
+        for (const std::string& line : Lines(Contents(Base_ / "out")))
             SayAnswer(line, step.Commands);
         for (const Command& command : step.Commands)
             Say("(not read) " + command.Text);
@@ -161,9 +161,9 @@ private:
         commands.pop_front();
     }
 
-    fs::path console_;
-    fs::path base_;
-    std::string told_;
+    fs::path Console_;
+    fs::path Base_;
+    std::string Told_;
 };
 
 } // namespace

@@ -92,12 +92,12 @@ bool ActUntil(const Effect& effect, const std::function<void()>& act, const std:
 
 Folder::Folder() {
     std::string path = (support::PlaceInMemory() / "quorin-window-XXXXXX").string();
-    Place = ::mkdtemp(path.data()) == nullptr ? std::string() : path;
+    Place_ = ::mkdtemp(path.data()) == nullptr ? std::string() : path;
 }
 
 Folder::~Folder() {
     std::error_code ignored;
-    std::filesystem::remove_all(Place, ignored);
+    std::filesystem::remove_all(Place_, ignored);
 }
 
 void Folder::Put(const std::string& name, const std::string& bytes) const {
@@ -119,11 +119,11 @@ Child::Child(const std::vector<std::string>& words, const Setting& setting) {
     for (const std::string& word : words)
         pointers.push_back(const_cast<char*>(word.c_str()));
     pointers.push_back(nullptr);
-    const std::string output = Streams.Path("output");
-    const std::string errors = Streams.Path("errors");
+    const std::string output = Streams_.Path("output");
+    const std::string errors = Streams_.Path("errors");
     const int owner = ::getpid();
-    Process = ::fork();
-    if (Process != 0)
+    Process_ = ::fork();
+    if (Process_ != 0)
         return;
     ::prctl(PR_SET_PDEATHSIG, SIGKILL);
     if (::getppid() != owner)
@@ -140,30 +140,30 @@ Child::Child(const std::vector<std::string>& words, const Setting& setting) {
 }
 
 Child::~Child() {
-    if (Process > 0 && !HasEnded()) {
-        ::kill(Process, SIGKILL);
-        ::waitpid(Process, nullptr, 0);
+    if (Process_ > 0 && !HasEnded()) {
+        ::kill(Process_, SIGKILL);
+        ::waitpid(Process_, nullptr, 0);
     }
 }
 
 void Child::Signal(int number) const {
-    if (Process > 0 && !Status)
-        ::kill(Process, number);
+    if (Process_ > 0 && !Status_)
+        ::kill(Process_, number);
 }
 
 bool Child::HasEnded() {
     int ended = 0;
-    if (!Status && ::waitpid(Process, &ended, WNOHANG) == Process)
-        Status = WIFEXITED(ended) ? WEXITSTATUS(ended) : -1;
-    return Status.has_value();
+    if (!Status_ && ::waitpid(Process_, &ended, WNOHANG) == Process_)
+        Status_ = WIFEXITED(ended) ? WEXITSTATUS(ended) : -1;
+    return Status_.has_value();
 }
 
 int Child::ExitStatus() {
-    return Eventually([this] { return HasEnded(); }) ? *Status : -1;
+    return Eventually([this] { return HasEnded(); }) ? *Status_ : -1;
 }
 
 long Child::KilobytesOf(const std::string& entry) const {
-    std::ifstream in("/proc/" + std::to_string(Process) + "/status");
+    std::ifstream in("/proc/" + std::to_string(Process_) + "/status");
     for (std::string line; std::getline(in, line);)
         if (line.rfind(entry, 0) == 0)
             return std::stol(line.substr(entry.size()));
@@ -171,20 +171,21 @@ long Child::KilobytesOf(const std::string& entry) const {
 }
 
 double Child::ProcessorSeconds() const {
-    return support::ProcessorSeconds(Process);
+    return support::ProcessorSeconds(Process_);
 }
 
 // --- the desktop -----------------------------------------------------------------------------------------------------
 
-Desktop::Desktop(Hand hand) : Person(hand) {
+Desktop::Desktop(Hand hand) : Person_(hand) {
     // The server writes the number of its display as soon as it takes clients, and keeps its screen in a file.
-    Server = std::make_unique<Child>(std::vector<std::string>{"Xvfb", "-displayfd", "1", "-screen", "0", "1024x768x24",
-                                                              "-fbdir", Frames.Path(), "-nolisten", "tcp", "-noreset"});
-    Eventually([this] { return Server->HasEnded() || Server->Output().find('\n') != std::string::npos; });
-    Name = ":" + Server->Output().substr(0, Server->Output().find('\n'));
+    Server_ =
+        std::make_unique<Child>(std::vector<std::string>{"Xvfb", "-displayfd", "1", "-screen", "0", "1024x768x24",
+                                                         "-fbdir", Frames_.Path(), "-nolisten", "tcp", "-noreset"});
+    Eventually([this] { return Server_->HasEnded() || Server_->Output().find('\n') != std::string::npos; });
+    Name_ = ":" + Server_->Output().substr(0, Server_->Output().find('\n'));
     Child::Setting setting;
-    setting.Environment = {{"DISPLAY", Name}};
-    Manager = std::make_unique<Child>(std::vector<std::string>{"openbox"}, setting);
+    setting.Environment = {{"DISPLAY", Name_}};
+    Manager_ = std::make_unique<Child>(std::vector<std::string>{"openbox"}, setting);
     EXPECT_TRUE(Eventually([this] { return Tell({"get_desktop"}) == "0\n"; })) << "no window manager";
 }
 
@@ -192,13 +193,13 @@ std::string Desktop::Tell(const std::vector<std::string>& words) const {
     std::vector<std::string> all = {"xdotool"};
     all.insert(all.end(), words.begin(), words.end());
     Child::Setting setting;
-    setting.Environment = {{"DISPLAY", Name}};
+    setting.Environment = {{"DISPLAY", Name_}};
     Child tool(all, setting);
     return tool.ExitStatus() == 0 ? tool.Output() : std::string();
 }
 
 QImage Desktop::Picture() const {
-    const std::string dump = Frames.Bytes("Xvfb_screen0");
+    const std::string dump = Frames_.Bytes("Xvfb_screen0");
     constexpr std::size_t HeaderSize = 100;
     if (dump.size() < HeaderSize)
         return {};
@@ -214,11 +215,11 @@ QImage Desktop::Picture() const {
 }
 
 bool Desktop::IsAtRest() const {
-    return Sleeps(Server->Id()) && Sleeps(Manager->Id()) && (Program == 0 || Sleeps(Program));
+    return Sleeps(Server_->Id()) && Sleeps(Manager_->Id()) && (Program_ == 0 || Sleeps(Program_));
 }
 
 bool Desktop::ActAtLast(const std::function<void()>& act, const Effect& effect) {
-    bool misses = Person == Hand::Misses;
+    bool misses = Person_ == Hand::Misses;
     return ActUntil(
         effect,
         [&] {
@@ -343,39 +344,39 @@ Child::Setting AtHome(Child::Setting setting, const Folder& home, const Desktop*
 
 RunningWindow::RunningWindow(Desktop* desktop, const Folder& home, const std::vector<std::string>& arguments,
                              Child::Setting setting)
-    : Screen(desktop), Program(Words(arguments), AtHome(std::move(setting), home, desktop)) {
-    if (Screen == nullptr)
+    : Screen_(desktop), Program_(Words(arguments), AtHome(std::move(setting), home, desktop)) {
+    if (Screen_ == nullptr)
         return;
-    Screen->Watch(Program.Id());
-    Eventually([this] { return Program.HasEnded() || !Screen->Windows().empty(); });
-    const auto windows = Screen->Windows();
+    Screen_->Watch(Program_.Id());
+    Eventually([this] { return Program_.HasEnded() || !Screen_->Windows().empty(); });
+    const auto windows = Screen_->Windows();
     if (windows.empty())
         return;
-    Main = windows.front();
-    Screen->PutPointerAside();
-    EXPECT_TRUE(Eventually([this] { return Screen->ActiveWindow() == Main; }));
-    EXPECT_TRUE(Eventually([this] { return BoxOf(Screen->Picture(), 0xFFFFFF).height() > 300; }))
+    Main_ = windows.front();
+    Screen_->PutPointerAside();
+    EXPECT_TRUE(Eventually([this] { return Screen_->ActiveWindow() == Main_; }));
+    EXPECT_TRUE(Eventually([this] { return BoxOf(Screen_->Picture(), 0xFFFFFF).height() > 300; }))
         << "nothing is painted";
 }
 
 bool RunningWindow::MenuOpens(const std::string& menuKey) {
-    return Screen->Press(menuKey, [this] { return IsMenuOrBoxOpen(); });
+    return Screen_->Press(menuKey, [this] { return IsMenuOrBoxOpen(); });
 }
 
 void RunningWindow::Choose(const std::string& menuKey, const std::string& letter, const Effect& effect) {
-    const auto isTaken = [this] { return !IsMenuOrBoxOpen() || IsAsking() || Program.HasEnded(); };
-    const bool isDone = Screen->Do(
+    const auto isTaken = [this] { return !IsMenuOrBoxOpen() || IsAsking() || Program_.HasEnded(); };
+    const bool isDone = Screen_->Do(
         [&] {
             EXPECT_TRUE(MenuOpens(menuKey)) << menuKey;
-            EXPECT_TRUE(Screen->Press(letter, isTaken)) << letter;
+            EXPECT_TRUE(Screen_->Press(letter, isTaken)) << letter;
         },
         [&] { return isTaken() && effect(); }); // the menu covers a part of what is looked at
     EXPECT_TRUE(isDone) << menuKey << ' ' << letter;
 }
 
 bool RunningWindow::IsAsking() {
-    const std::string active = Screen->ActiveWindow();
-    return IsMenuOrBoxOpen() && !active.empty() && active != Main;
+    const std::string active = Screen_->ActiveWindow();
+    return IsMenuOrBoxOpen() && !active.empty() && active != Main_;
 }
 
 bool RunningWindow::Asks() {
@@ -383,16 +384,17 @@ bool RunningWindow::Asks() {
 }
 
 void RunningWindow::Answer(const std::string& keys) {
-    EXPECT_TRUE(Screen->Press(keys, [this] { return !IsMenuOrBoxOpen() && Screen->ActiveWindow() == Main; })) << keys;
+    EXPECT_TRUE(Screen_->Press(keys, [this] { return !IsMenuOrBoxOpen() && Screen_->ActiveWindow() == Main_; }))
+        << keys;
 }
 
 bool RunningWindow::Changes(const QRect& part, const QImage& before) {
-    return Eventually([&] { return Screen->Picture().copy(part) != before.copy(part); });
+    return Eventually([&] { return Screen_->Picture().copy(part) != before.copy(part); });
 }
 
 QRect RunningWindow::Find(QRgb colour) {
     QRect box;
-    EXPECT_TRUE(Eventually([&] { return !(box = BoxOf(Screen->Picture(), colour)).isEmpty(); })) << std::hex << colour;
+    EXPECT_TRUE(Eventually([&] { return !(box = BoxOf(Screen_->Picture(), colour)).isEmpty(); })) << std::hex << colour;
     return box;
 }
 

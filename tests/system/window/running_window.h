@@ -38,14 +38,14 @@ public:
     Folder(const Folder&) = delete;
     Folder& operator=(const Folder&) = delete;
     ~Folder();
-    std::string Path(const std::string& name = "") const { return name.empty() ? Place : Place + "/" + name; }
+    std::string Path(const std::string& name = "") const { return name.empty() ? Place_ : Place_ + "/" + name; }
     /// Writes a file, with the folders above it.
     void Put(const std::string& name, const std::string& bytes) const;
     /// The bytes of a file; empty when it is not there.
     std::string Bytes(const std::string& name) const;
 
 private:
-    std::string Place;
+    std::string Place_;
 };
 
 /// A child process. It ends with this object, and with the test, however that ends.
@@ -60,13 +60,13 @@ public:
     Child& operator=(const Child&) = delete;
     ~Child();
 
-    int Id() const { return Process; }
+    int Id() const { return Process_; }
     void Signal(int number) const;
     bool HasEnded();
     /// Waits for the end; -1 when it was a signal's, or did not come.
     int ExitStatus();
-    std::string Output() const { return Streams.Bytes("output"); }
-    std::string Errors() const { return Streams.Bytes("errors"); }
+    std::string Output() const { return Streams_.Bytes("output"); }
+    std::string Errors() const { return Streams_.Bytes("errors"); }
 
     long MemoryKilobytes() const { return KilobytesOf("VmRSS:"); }
     /// What it has mapped, used or not: a limit goes by that.
@@ -77,9 +77,9 @@ public:
 private:
     long KilobytesOf(const std::string& entry) const;
 
-    Folder Streams;
-    int Process = -1;
-    std::optional<int> Status;
+    Folder Streams_;
+    int Process_ = -1;
+    std::optional<int> Status_;
 };
 
 /// An X server with a window manager, and a mouse and a keyboard at it. Whatever is clicked, pressed or typed names its
@@ -90,7 +90,7 @@ public:
 
     explicit Desktop(Hand hand = Hand::Sure);
 
-    const std::string& Display() const { return Name; }
+    const std::string& Display() const { return Name_; }
     /// What is on the screen.
     QImage Picture() const;
     /// The pointer is out of the way afterwards. `place` is asked before each click.
@@ -102,10 +102,10 @@ public:
     [[nodiscard]] bool Do(const std::function<void()>& acts, const Effect& effect);
     void PutPointerAside() { Tell({"mousemove", "1010", "760"}); }
     /// The desktop is at rest when this process is, too. The one that was watched before has ended.
-    void Watch(int process) { Program = process; }
+    void Watch(int process) { Program_ = process; }
     bool IsAtRest() const;
     /// Is gone at once, as a server that has crashed.
-    void Vanish() { Server->Signal(SIGKILL); }
+    void Vanish() { Server_->Signal(SIGKILL); }
 
     /// The windows that can be seen, the first to come first. Menus and boxes are windows of their own.
     std::vector<std::string> Windows() const;
@@ -117,12 +117,12 @@ private:
     std::string Tell(const std::vector<std::string>& words) const;
     bool ActAtLast(const std::function<void()>& act, const Effect& effect);
 
-    Hand Person;
-    Folder Frames;
-    std::string Name;
-    std::unique_ptr<Child> Server;
-    std::unique_ptr<Child> Manager;
-    int Program = 0;
+    Hand Person_;
+    Folder Frames_;
+    std::string Name_;
+    std::unique_ptr<Child> Server_;
+    std::unique_ptr<Child> Manager_;
+    int Program_ = 0;
 };
 
 /// Where a colour is to be seen, 0xRRGGBB; an empty box when it is not. `around`: each of its three parts may be off by
@@ -140,11 +140,11 @@ public:
     RunningWindow(Desktop* desktop, const Folder& home, const std::vector<std::string>& arguments = {},
                   Child::Setting setting = {});
 
-    Child& Process() { return Program; }
+    Child& Process() { return Program_; }
     /// Opens a menu, and chooses its entry by the letter that is underlined.
     void Choose(const std::string& menuKey, const std::string& letter, const Effect& effect);
     [[nodiscard]] bool MenuOpens(const std::string& menuKey);
-    bool IsMenuOrBoxOpen() { return Screen->Windows().size() > 1; }
+    bool IsMenuOrBoxOpen() { return Screen_->Windows().size() > 1; }
     /// Whether there is a message box that has the keyboard.
     bool IsAsking();
     /// Waits for that.
@@ -157,9 +157,9 @@ public:
     QRect Find(QRgb colour);
 
 private:
-    Desktop* Screen;
-    Child Program;
-    std::string Main;
+    Desktop* Screen_;
+    Child Program_;
+    std::string Main_;
 };
 
 } // namespace live

@@ -15,7 +15,7 @@ namespace windowtest {
 
 class WatchedWindow : public InAWindow {
 protected:
-    WatchedWindow() { Watch.Attach(Device.Platform); }
+    WatchedWindow() { Watch_.Attach(Device.Platform); }
 
     /// The state of the link, at the window's foot.
     std::string LinkLine() { return TextOf("linkState"); }
@@ -37,7 +37,7 @@ private:
         return label == nullptr || label->isHidden() ? "" : label->accessibleName().toStdString();
     }
 
-    quorin::WindowWatch Watch;
+    quorin::WindowWatch Watch_;
 };
 
 } // namespace windowtest

@@ -350,19 +350,19 @@ TEST_F(WindowFaults, AnInstrumentThatGoesAndComesBackIsTakenUpByItself) {
 /// Writes rubbish to a pseudo terminal as fast as it is taken.
 class Garbage {
 public:
-    explicit Garbage(const std::string& link) : Master(::posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC)) {
-        ::grantpt(Master);
-        ::unlockpt(Master);
+    explicit Garbage(const std::string& link) : Master_(::posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC)) {
+        ::grantpt(Master_);
+        ::unlockpt(Master_);
         termios line{};
-        ::tcgetattr(Master, &line);
+        ::tcgetattr(Master_, &line);
         ::cfmakeraw(&line);
-        ::tcsetattr(Master, TCSANOW, &line);
-        std::filesystem::create_symlink(::ptsname(Master), link);
-        Writer.emplace(Words{"cat", "/dev/urandom"}, Child::Setting{{}, [this] { ::dup2(Master, STDOUT_FILENO); }});
+        ::tcsetattr(Master_, TCSANOW, &line);
+        std::filesystem::create_symlink(::ptsname(Master_), link);
+        Writer_.emplace(Words{"cat", "/dev/urandom"}, Child::Setting{{}, [this] { ::dup2(Master_, STDOUT_FILENO); }});
     }
-    ~Garbage() { ::close(Master); }
+    ~Garbage() { ::close(Master_); }
     long TakenKilobytes() const {
-        std::ifstream in("/proc/" + std::to_string(Writer->Id()) + "/io");
+        std::ifstream in("/proc/" + std::to_string(Writer_->Id()) + "/io");
         std::string word;
         long bytes = 0;
         while (in >> word)
@@ -372,8 +372,8 @@ public:
     }
 
 private:
-    int Master;
-    std::optional<Child> Writer;
+    int Master_;
+    std::optional<Child> Writer_;
 };
 
 TEST_F(WindowFaults, RubbishAtFullSpeedLeavesTheWindowResponsive) {

@@ -49,57 +49,57 @@ protected:
         MakeDatabase("meter", {"FIELDNAME|VISIBLE|COPY|BLOB|DISPLAY|CSVNAME|DATATYPE|FORMULA", "Place|1||||||",
                                "Moisture|1||Moisture||||"});
         MakeDatabase("qrn0001", {"Place|Moisture", "one|", "two|"});
-        Root.Put("settings.ini", "[Settings]\nComPort=Com1\n");
-        EXPECT_EQ(::pipe2(Input, O_CLOEXEC), 0);
-        Ears.Line = [this](const std::string& line) { Hear(line); };
-        Talk.emplace(Input[0], Voice, false);
+        Root_.Put("settings.ini", "[Settings]\nComPort=Com1\n");
+        EXPECT_EQ(::pipe2(Input_, O_CLOEXEC), 0);
+        Ears_.Line = [this](const std::string& line) { Hear(line); };
+        Talk_.emplace(Input_[0], Voice_, false);
         backends::DeviceOptions options;
         options.DeviceType = 1;
-        options.Root = Root.Path().string();
+        options.Root = Root_.Path().string();
         options.StartMoment = *backends::MomentFromText("2007-03-05T09:30:00");
-        Device.emplace(options, *Talk, Talk->Out());
-        Talk->Use(*Device);
+        Device.emplace(options, *Talk_, Talk_->Out());
+        Talk_->Use(*Device);
         Patience().Longest = std::chrono::milliseconds(60);
         for (const char* command : {"choose Start...", "choose Ok", "choose Open", "tick 1100", "tap 1 1", "set 23.4"})
             WillTell(command);
-        WillDo([this] { Tool.Open(Database("qrn0001")); });
+        WillDo([this] { Tool_.Open(Database("qrn0001")); });
     }
     ~LockedRecordOnTheConsole() override {
         modQuorin::ResetModules();
         Device.reset();
-        ::close(Input[0]);
+        ::close(Input_[0]);
     }
 
     void WillTell(const std::string& command) { WillHear(command, {}); }
     /// A command, and what is then done with all that was said since the one before.
     void WillHear(const std::string& command, std::function<void(const std::string&)> hear) {
-        Steps.push_back([this, command, hear = std::move(hear)] {
-            Heard = hear;
+        Steps_.push_back([this, command, hear = std::move(hear)] {
+            Heard_ = hear;
             const std::string line = command + "\n";
-            EXPECT_EQ(::write(Input[1], line.data(), line.size()), static_cast<ssize_t>(line.size()));
+            EXPECT_EQ(::write(Input_[1], line.data(), line.size()), static_cast<ssize_t>(line.size()));
             return true;
         });
     }
     void WillDo(std::function<void()> act) {
-        Steps.push_back([act = std::move(act)] {
+        Steps_.push_back([act = std::move(act)] {
             act();
             return false;
         });
     }
     void WillLock() {
-        WillDo([this] { Tool.Lock(); });
+        WillDo([this] { Tool_.Lock(); });
     }
     void WillLetGo() {
-        WillDo([this] { Tool.LetGo(); });
+        WillDo([this] { Tool_.LetGo(); });
     }
     /// Until there is nothing left to be done. Everything has been said by then.
     void Run() {
         try {
-            Talk->Run();
+            Talk_->Run();
         } catch (const backends::ProgramOver& over) {
-            Talk->Over(over);
+            Talk_->Over(over);
         }
-        EXPECT_TRUE(Steps.empty());
+        EXPECT_TRUE(Steps_.empty());
     }
     backends::LockWait& Patience() { return Device->hostDatabases.Patience; }
     std::vector<std::string> Lines() const {
@@ -114,10 +114,10 @@ protected:
 
 private:
     std::filesystem::path Database(const std::string& name) const {
-        return Root.Path() / "Databases" / (name + ".sqlite");
+        return Root_.Path() / "Databases" / (name + ".sqlite");
     }
     void MakeDatabase(const std::string& name, const std::vector<std::string>& lines) const {
-        std::filesystem::create_directories(Root.Path() / "Databases");
+        std::filesystem::create_directories(Root_.Path() / "Databases");
         std::string sql = "CREATE TABLE \"DATABASE\" (TypeCode, CreatorCode);"
                           "INSERT INTO \"DATABASE\" VALUES (0x54455854, 0x5156524E);"
                           "CREATE TABLE TEXT (Position INTEGER PRIMARY KEY, LineNumber, LineData);";
@@ -132,28 +132,28 @@ private:
             return;
         }
         EXPECT_THAT(Said, Not(HasSubstr("\"error\":\"no")));
-        if (Heard)
-            Heard(Said);
-        Heard = {};
+        if (Heard_)
+            Heard_(Said);
+        Heard_ = {};
         Said.clear();
         bool isTold = false;
-        while (!isTold && !Steps.empty()) {
-            const auto step = std::move(Steps.front());
-            Steps.pop_front();
+        while (!isTold && !Steps_.empty()) {
+            const auto step = std::move(Steps_.front());
+            Steps_.pop_front();
             isTold = step();
         }
         if (!isTold)
-            ::close(Input[1]);
+            ::close(Input_[1]);
     }
 
-    support::TemporaryFolder Root;
-    int Input[2] = {-1, -1};
-    Listener Ears;
-    std::ostream Voice{&Ears};
-    std::optional<Session> Talk;
-    std::deque<std::function<bool()>> Steps; ///< each says whether a command was told
-    std::function<void(const std::string&)> Heard;
-    support::OtherTool Tool;
+    support::TemporaryFolder Root_;
+    int Input_[2] = {-1, -1};
+    Listener Ears_;
+    std::ostream Voice_{&Ears_};
+    std::optional<Session> Talk_;
+    std::deque<std::function<bool()>> Steps_; ///< each says whether a command was told
+    std::function<void(const std::string&)> Heard_;
+    support::OtherTool Tool_;
 };
 
 TEST_F(LockedRecordOnTheConsole, IsToldByAnEventAndSavedByTheNextCommand) {

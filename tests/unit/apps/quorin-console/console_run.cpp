@@ -62,15 +62,15 @@ std::string Console::Program() const {
 }
 
 Outcome Console::Shell(const std::string& words, const std::string& input) {
-    Streams.Put("input", input);
-    Streams.Put("output", "");
-    Streams.Put("errors", "");
-    const int status = std::system(("cd " + Quoted(Streams.Path().string()) + " && " + words).c_str());
+    Streams_.Put("input", input);
+    Streams_.Put("output", "");
+    Streams_.Put("errors", "");
+    const int status = std::system(("cd " + Quoted(Streams_.Path().string()) + " && " + words).c_str());
     Outcome run;
     run.Status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    run.Output = Streams.Bytes("output");
+    run.Output = Streams_.Bytes("output");
     run.Lines = LinesOf(run.Output);
-    run.Errors = Streams.Bytes("errors");
+    run.Errors = Streams_.Bytes("errors");
     return run;
 }
 

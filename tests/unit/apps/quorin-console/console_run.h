@@ -53,7 +53,7 @@ protected:
 
 private:
     Outcome Start(const std::string& command, const std::string& input);
-    support::TemporaryFolder Streams;
+    support::TemporaryFolder Streams_;
 };
 
 /// Several lists of commands as one.

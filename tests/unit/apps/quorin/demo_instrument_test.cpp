@@ -144,8 +144,8 @@ public:
         int ends[2];
         if (::pipe(ends) != 0)
             return;
-        Process = ::fork();
-        if (Process == 0)
+        Process_ = ::fork();
+        if (Process_ == 0)
             Own(ends[1]);
         ::close(ends[1]);
         for (char byte = 0; ::read(ends[0], &byte, 1) == 1 && byte != '\n';)
@@ -153,7 +153,7 @@ public:
         ::close(ends[0]);
     }
     ~Owner() {
-        ::kill(-Process, SIGKILL); // what should be gone by now, and would keep the test's output open
+        ::kill(-Process_, SIGKILL); // what should be gone by now, and would keep the test's output open
         while (::waitpid(-1, nullptr, 0) > 0) {
         }
     }
@@ -161,8 +161,8 @@ public:
     Owner& operator=(const Owner&) = delete;
 
     void End(int signal) const {
-        ::kill(Process, signal);
-        ::waitpid(Process, nullptr, 0);
+        ::kill(Process_, signal);
+        ::waitpid(Process_, nullptr, 0);
     }
 
     std::string Port;
@@ -179,7 +179,7 @@ private:
             ::pause();
     }
 
-    int Process = -1;
+    int Process_ = -1;
 };
 
 class AfterItsOwner : public testing::TestWithParam<int> {};

@@ -13,23 +13,23 @@
 /// as fast as the machine can.
 class Exchanger {
 public:
-    Exchanger(std::string one, std::string other) : One(std::move(one)), Other(std::move(other)) {
-        Thread = std::thread([this] {
-            for (; !Over; ++Turns)
-                ::syscall(SYS_renameat2, AT_FDCWD, One.c_str(), AT_FDCWD, Other.c_str(), RENAME_EXCHANGE);
+    Exchanger(std::string one, std::string other) : One_(std::move(one)), Other_(std::move(other)) {
+        Thread_ = std::thread([this] {
+            for (; !Over_; ++Turns)
+                ::syscall(SYS_renameat2, AT_FDCWD, One_.c_str(), AT_FDCWD, Other_.c_str(), RENAME_EXCHANGE);
         });
     }
     Exchanger(const Exchanger&) = delete;
     Exchanger& operator=(const Exchanger&) = delete;
     ~Exchanger() {
-        Over = true;
-        Thread.join();
+        Over_ = true;
+        Thread_.join();
     }
     std::atomic<int> Turns = 0;
 
 private:
-    std::string One;
-    std::string Other;
-    std::atomic<bool> Over = false;
-    std::thread Thread;
+    std::string One_;
+    std::string Other_;
+    std::atomic<bool> Over_ = false;
+    std::thread Thread_;
 };

@@ -9,19 +9,19 @@
 class FullDisk {
 public:
     explicit FullDisk(rlim_t largestFile) {
-        OldHandler = std::signal(SIGXFSZ, SIG_IGN);
-        getrlimit(RLIMIT_FSIZE, &Old);
-        const rlimit limit{largestFile, Old.rlim_max};
+        OldHandler_ = std::signal(SIGXFSZ, SIG_IGN);
+        getrlimit(RLIMIT_FSIZE, &Old_);
+        const rlimit limit{largestFile, Old_.rlim_max};
         setrlimit(RLIMIT_FSIZE, &limit);
     }
     FullDisk(const FullDisk&) = delete;
     FullDisk& operator=(const FullDisk&) = delete;
     ~FullDisk() {
-        setrlimit(RLIMIT_FSIZE, &Old);
-        std::signal(SIGXFSZ, OldHandler);
+        setrlimit(RLIMIT_FSIZE, &Old_);
+        std::signal(SIGXFSZ, OldHandler_);
     }
 
 private:
-    rlimit Old{};
-    void (*OldHandler)(int) = nullptr;
+    rlimit Old_{};
+    void (*OldHandler_)(int) = nullptr;
 };

@@ -51,8 +51,8 @@ public:
     explicit OtherProcess(const std::function<void()>& act) {
         std::array<int, 2> told{};
         EXPECT_EQ(pipe2(told.data(), O_CLOEXEC), 0);
-        Process = fork();
-        if (Process == 0) {
+        Process_ = fork();
+        if (Process_ == 0) {
             act();
             (void)!write(told[1], "x", 1);
             for (;;)
@@ -68,16 +68,16 @@ public:
     ~OtherProcess() { Kill(); }
 
     void Kill() {
-        if (Process <= 0)
+        if (Process_ <= 0)
             return;
-        kill(Process, SIGKILL);
-        waitpid(Process, nullptr, 0);
-        Process = -1;
+        kill(Process_, SIGKILL);
+        waitpid(Process_, nullptr, 0);
+        Process_ = -1;
     }
-    std::string Number() const { return std::to_string(Process); }
+    std::string Number() const { return std::to_string(Process_); }
 
 private:
-    pid_t Process = -1;
+    pid_t Process_ = -1;
 };
 
 class RootLocks : public testing::Test {

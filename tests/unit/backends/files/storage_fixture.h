@@ -23,12 +23,12 @@ inline void PrintTo(Storage storage, std::ostream* out) {
 
 class StorageSuite : public testing::TestWithParam<Storage> {
 protected:
-    platform::FileSystem& Files() { return Plain() ? static_cast<platform::FileSystem&>(PlainFiles) : GuardedFiles; }
+    platform::FileSystem& Files() { return Plain() ? static_cast<platform::FileSystem&>(PlainFiles_) : GuardedFiles_; }
     platform::RecordDatabase& Databases() {
-        return Plain() ? static_cast<platform::RecordDatabase&>(PlainDatabases) : GuardedDatabases;
+        return Plain() ? static_cast<platform::RecordDatabase&>(PlainDatabases_) : GuardedDatabases_;
     }
     platform::Settings& Settings() {
-        return Plain() ? static_cast<platform::Settings&>(PlainSettings) : GuardedSettings;
+        return Plain() ? static_cast<platform::Settings&>(PlainSettings_) : GuardedSettings_;
     }
 
     std::unique_ptr<platform::TextStream> Open(const Text& fullName, platform::StreamMode mode) {
@@ -57,14 +57,14 @@ protected:
 private:
     bool Plain() const { return GetParam() == Storage::Plain; }
 
-    backends::PathMap Paths{Root.Path()};
-    backends::DiskFaults Faults;
-    backends::HostFileSystem PlainFiles{Paths};
-    backends::FailingFileSystem GuardedFiles{PlainFiles, Faults};
-    backends::LineDatabase PlainDatabases{Paths};
-    backends::FailingDatabase GuardedDatabases{PlainDatabases, Faults};
-    backends::SettingsFile PlainSettings{Root.Path("settings.ini")};
-    backends::FailingSettings GuardedSettings{PlainSettings, Faults};
+    backends::PathMap Paths_{Root.Path()};
+    backends::DiskFaults Faults_;
+    backends::HostFileSystem PlainFiles_{Paths_};
+    backends::FailingFileSystem GuardedFiles_{PlainFiles_, Faults_};
+    backends::LineDatabase PlainDatabases_{Paths_};
+    backends::FailingDatabase GuardedDatabases_{PlainDatabases_, Faults_};
+    backends::SettingsFile PlainSettings_{Root.Path("settings.ini")};
+    backends::FailingSettings GuardedSettings_{PlainSettings_, Faults_};
 };
 
 inline const auto EveryStorage = testing::Values(Storage::Plain, Storage::BehindAFaultSwitchThatIsOff);

@@ -17,14 +17,14 @@ struct Step {
 
 class Editing {
 public:
-    explicit Editing(bool multiLine) : Lines(multiLine) {}
+    explicit Editing(bool multiLine) : Lines_(multiLine) {}
     void Do(const Step& step) {
         switch (step.Does) {
         case Step::Type:
-            Edited.Enter(step.Words, Lines);
+            Edited.Enter(step.Words, Lines_);
             break;
         case Step::Enter:
-            Edited.Enter(u"\r", Lines);
+            Edited.Enter(u"\r", Lines_);
             break;
         case Step::Left:
             Edited.MoveCaret(-1);
@@ -43,7 +43,7 @@ public:
     EditedText Edited;
 
 private:
-    bool Lines;
+    bool Lines_;
 };
 
 struct Edit {

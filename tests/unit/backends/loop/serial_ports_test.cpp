@@ -193,7 +193,7 @@ TEST_F(PortOnALine, ShowsItsObserverTheBytesAsTheyCame) {
 
 TEST_F(PortOnALine, ShowsItsObserverWhatCameJustBeforeItWasClosed) {
     std::string seen;
-    Port.BytesCame = [this, &seen](std::string_view bytes) { seen += bytes; };
+    Port.BytesCame = [&seen](std::string_view bytes) { seen += bytes; };
     Send("late\r\n");
     Port.SetPortOpen(false);
     EXPECT_EQ(seen, "late\r\n");

@@ -30,41 +30,41 @@ std::int64_t Since(Clock::time_point start) {
 /// A pipe that can be made readable.
 class Pipe {
 public:
-    Pipe() { EXPECT_EQ(::pipe(Ends), 0); }
+    Pipe() { EXPECT_EQ(::pipe(Ends_), 0); }
     ~Pipe() {
-        ::close(Ends[0]);
-        ::close(Ends[1]);
+        ::close(Ends_[0]);
+        ::close(Ends_[1]);
     }
     Pipe(const Pipe&) = delete;
     Pipe& operator=(const Pipe&) = delete;
-    int Descriptor() const { return Ends[0]; }
-    void Write() const { EXPECT_EQ(::write(Ends[1], "x", 1), 1); }
+    int Descriptor() const { return Ends_[0]; }
+    void Write() const { EXPECT_EQ(::write(Ends_[1], "x", 1), 1); }
     void Read() const {
         char byte = 0;
-        EXPECT_EQ(::read(Ends[0], &byte, 1), 1);
+        EXPECT_EQ(::read(Ends_[0], &byte, 1), 1);
     }
 
 private:
-    int Ends[2] = {};
+    int Ends_[2] = {};
 };
 
 /// Raises an event for each byte of a pipe.
 class BytesOf final : public EventSource {
 public:
-    explicit BytesOf(const Pipe& pipe) : From(pipe) {}
-    int Descriptor() override { return From.Descriptor(); }
+    explicit BytesOf(const Pipe& pipe) : From_(pipe) {}
+    int Descriptor() override { return From_.Descriptor(); }
     bool RaiseWhatIsPending() override {
-        pollfd waiting{From.Descriptor(), POLLIN, 0};
+        pollfd waiting{From_.Descriptor(), POLLIN, 0};
         if (::poll(&waiting, 1, 0) <= 0)
             return false;
-        From.Read();
+        From_.Read();
         ++Count;
         return true;
     }
     int Count = 0;
 
 private:
-    const Pipe& From;
+    const Pipe& From_;
 };
 
 int Ticks = 0;

@@ -34,12 +34,12 @@ class OwnTemporary {
 protected:
     OwnTemporary() {
         if (const char* old = std::getenv("TMPDIR"))
-            Before = old;
+            Before_ = old;
         ::setenv("TMPDIR", Around.Path().c_str(), 1);
     }
     ~OwnTemporary() {
-        if (Before)
-            ::setenv("TMPDIR", Before->c_str(), 1);
+        if (Before_)
+            ::setenv("TMPDIR", Before_->c_str(), 1);
         else
             ::unsetenv("TMPDIR");
     }
@@ -49,7 +49,7 @@ protected:
     const support::TemporaryFolder Around;
 
 private:
-    std::optional<std::string> Before;
+    std::optional<std::string> Before_;
 };
 
 /// Each name below a folder with what it holds.

@@ -53,16 +53,16 @@ TEST(Volumes, FirstOfTwoEqualVolumesIsTheBest) {
 /// A volume list that answers with bytes, for figures between two kilobytes.
 class ByteVolume final : public platform::Volumes {
 public:
-    explicit ByteVolume(std::int32_t bytes) : Bytes(bytes) {}
+    explicit ByteVolume(std::int32_t bytes) : Bytes_(bytes) {}
     Text First() override { return u"Card:\\"; }
     Text Next() override { return {}; }
     platform::ErrorNumber Space(const Text&, std::int32_t& bytes) override {
-        bytes = Bytes;
+        bytes = Bytes_;
         return platform::NoError;
     }
 
 private:
-    std::int32_t Bytes;
+    std::int32_t Bytes_;
 };
 
 /// The device's own platform, with other volumes and another file system.
@@ -296,14 +296,14 @@ TEST(DataPath, WithoutAnyVolumeNamesNoFileThatCouldBeMade) {
 class [[maybe_unused]] NoMoreFiles {
 public:
     NoMoreFiles() {
-        ::getrlimit(RLIMIT_NOFILE, &Before);
-        const rlimit none{0, Before.rlim_max};
+        ::getrlimit(RLIMIT_NOFILE, &Before_);
+        const rlimit none{0, Before_.rlim_max};
         ::setrlimit(RLIMIT_NOFILE, &none);
     }
-    ~NoMoreFiles() { ::setrlimit(RLIMIT_NOFILE, &Before); }
+    ~NoMoreFiles() { ::setrlimit(RLIMIT_NOFILE, &Before_); }
 
 private:
-    rlimit Before{};
+    rlimit Before_{};
 };
 
 #ifndef __SANITIZE_ADDRESS__ // the sanitizers look at an object's memory through a pipe, which can't be had there
