@@ -5,7 +5,8 @@
 
 #include <algorithm>
 
-// The dialect. A pattern is a sequence of elements, each of which matches one character:
+// The dialect. A pattern is a sequence of elements, each of which matches one character. The suites of rows in
+// tests/unit/src/text/patterns_test.cpp have the numbers of these rules, with what each accepts and refuses:
 //
 //  1. `.`            any character, carriage return and line feed included
 //  2. `\s`  `\S`     a blank or a tab; anything else. Carriage return and line feed are not white space here

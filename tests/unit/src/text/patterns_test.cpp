@@ -34,47 +34,73 @@ TEST_P(PatternRows, MatchFromTheTextsBeginningInAnyCase) {
     EXPECT_EQ(last, row.Last);
 }
 
-INSTANTIATE_TEST_SUITE_P(Anchors, PatternRows,
+// The rules are those over src/text/pattern_reading.cpp, with what each accepts and refuses.
+
+INSTANTIATE_TEST_SUITE_P(Rule01AnyCharacter, PatternRows,
+                         testing::Values(Row{u"abc", u"a.c", 1, 3}, Row{u"a\rb", u"a.b", 1, 3},
+                                         Row{u"a\nb", u"a.b", 1, 3}, Row{u"ab", u"a.b", 0, 0}));
+
+INSTANTIATE_TEST_SUITE_P(Rule02Blank, PatternRows,
+                         testing::Values(Row{u"\r\n \t", u"\\s", 3, 3}, Row{u"\r\n \t", u"\\s\\s", 3, 4},
+                                         Row{u"\r\n", u"\\s", 0, 0}, Row{u" \t\r", u"\\S", 3, 3},
+                                         Row{u" \t", u"\\S", 0, 0}));
+
+INSTANTIATE_TEST_SUITE_P(Rule03Word, PatternRows,
+                         testing::Values(Row{u"-_", u"\\w", 2, 2}, Row{u"\u00E4z", u"\\w", 2, 2},
+                                         Row{u"@[`{/:\u00E4", u"\\w", 0, 0}, Row{u"Z9_-", u"\\W", 4, 4},
+                                         Row{u"\u00E4", u"\\W", 1, 1}, Row{u"aZ09_", u"\\W", 0, 0}));
+
+INSTANTIATE_TEST_SUITE_P(Rule04Digit, PatternRows,
+                         testing::Values(Row{u"/:5", u"\\d", 3, 3}, Row{u"/:a", u"\\d", 0, 0},
+                                         Row{u"09a", u"\\D", 3, 3}, Row{u"09", u"\\D", 0, 0}));
+
+INSTANTIATE_TEST_SUITE_P(Rule05Escaped, PatternRows,
+                         testing::Values(Row{u"a+b", u"a\\+b", 1, 3}, Row{u"aab", u"a\\+b", 0, 0},
+                                         Row{u"foo.bar", u"\\w+\\.\\w+", 1, 7}, Row{u"axb", u"a\\.b", 0, 0},
+                                         Row{u"a/b", u"a\\/b", 1, 3}, Row{u"a\\b", u"a\\\\b", 1, 3},
+                                         Row{u"a^b", u"a\\^b", 1, 3}, Row{u"a$b", u"a\\$b", 1, 3}));
+
+INSTANTIATE_TEST_SUITE_P(Rule06EscapeOfNothing, PatternRows,
+                         testing::Values(Row{u"q", u"\\q", 0, 0}, Row{u"\\q", u"\\q", 0, 0}, Row{u"a|b", u"\\|", 0, 0},
+                                         Row{u"a\nb", u"\\n", 0, 0}));
+
+INSTANTIATE_TEST_SUITE_P(Rule07LastBackslash, PatternRows,
+                         testing::Values(Row{u"a\\", u"\\", 2, 2}, Row{u"ab", u"a\\", 0, 0}));
+
+INSTANTIATE_TEST_SUITE_P(Rule08Itself, PatternRows,
+                         testing::Values(Row{u"ABC", u"abc", 1, 3}, Row{u"abd", u"abc", 0, 0},
+                                         Row{u"[/BLob]\r", u"[/blob]\r", 1, 8},
+                                         Row{u"(x|y)*?{1}", u"(X|Y)*?{1}", 1, 10},
+                                         Row{u"\u00C4\u00D6", u"\u00F6", 2, 2}));
+
+INSTANTIATE_TEST_SUITE_P(Rule09Anchors, PatternRows,
                          testing::Values(Row{u"[BLob]", u"^[BLob", 1, 5}, Row{u"  [BLob]", u"^[BLob", 0, 0},
                                          Row{u"abab", u"ab$", 3, 4}, Row{u"abc", u"^b", 0, 0},
                                          Row{u"a$", u"a\\$", 0, 0}, Row{u"a\\", u"a\\$", 1, 2},
-                                         Row{u"ab", u"ab^", 0, 0}, Row{u"ab", u"a$b", 0, 0}, Row{u"abc", u"^", 0, 0},
-                                         Row{u"abc", u"$", 0, 0}, Row{u"abc", u"^$", 0, 0}, Row{u"abc", u"^abc$", 1, 3},
-                                         Row{u"abcabc", u"^abc$", 0, 0}, Row{u"ab", u"abc$", 0, 0}));
+                                         Row{u"ab", u"ab^", 0, 0}, Row{u"ab", u"a$b", 0, 0}, Row{u"ab", u"a+$b", 0, 0},
+                                         Row{u"abc", u"^", 0, 0}, Row{u"abc", u"$", 0, 0}, Row{u"abc", u"^$", 0, 0},
+                                         Row{u"abc", u"^abc$", 1, 3}, Row{u"abcabc", u"^abc$", 0, 0},
+                                         Row{u"ab", u"abc$", 0, 0}));
 
-INSTANTIATE_TEST_SUITE_P(Characters, PatternRows,
-                         testing::Values(Row{u"ABC", u"abc", 1, 3}, Row{u"abc", u"a.c", 1, 3},
-                                         Row{u"a+b", u"a\\+b", 1, 3}, Row{u"foo.bar", u"\\w+\\.\\w+", 1, 7},
-                                         Row{u"x", u"\\q", 0, 0}, Row{u"a|b", u"\\|", 0, 0}, Row{u"a\nb", u"\\n", 0, 0},
-                                         Row{u"a\rb", u"a.b", 1, 3}, Row{u"a\nb", u"a.b", 1, 3},
-                                         Row{u"[/BLob]\r", u"[/blob]\r", 1, 8},
-                                         Row{u"(x|y)*?{1}", u"(X|Y)*?{1}", 1, 10}, Row{u"a\\", u"\\", 2, 2},
-                                         Row{u"a/b", u"a\\/b", 1, 3}, Row{u"\u00C4\u00D6", u"\u00F6", 2, 2}));
-
-INSTANTIATE_TEST_SUITE_P(Classes, PatternRows,
-                         testing::Values(Row{u"\r\n \t", u"\\s", 3, 3}, Row{u"\r\n \t", u"\\s\\s", 3, 4},
-                                         Row{u" \t\r", u"\\S", 3, 3}, Row{u"-_", u"\\w", 2, 2},
-                                         Row{u"\u00E4z", u"\\w", 2, 2}, Row{u"Z9_-", u"\\W", 4, 4},
-                                         Row{u"@[`{/:", u"\\w", 0, 0}, Row{u"/:5", u"\\d", 3, 3},
-                                         Row{u"09a", u"\\D", 3, 3}));
-
-INSTANTIATE_TEST_SUITE_P(Repetitions, PatternRows,
+INSTANTIATE_TEST_SUITE_P(Rule10Repetition, PatternRows,
                          testing::Values(Row{u"abbb", u"ab+", 1, 4}, Row{u"ab", u"ab+", 1, 2},
                                          Row{u"abbbc", u"ab+c", 1, 5}, Row{u"aab", u"a+b", 1, 3},
-                                         Row{u"xaab", u"a+b", 2, 4}, Row{u"aaa", u"a+b", 3, 3},
-                                         Row{u"aaab", u"a+a", 1, 3}, Row{u"aXbXc", u".+X", 1, 4},
-                                         Row{u"aXXc", u"aX+b", 0, 0}, Row{u"abc", u"+b", 2, 2},
-                                         Row{u"ababb", u"+abb", 2, 5}, Row{u"abc", u"+", 0, 0},
-                                         Row{u"1b", u".+bb", 0, 0}, Row{u"ab", u"a+$b", 0, 0}));
+                                         Row{u"xaab", u"a+b", 2, 4}, Row{u"aaab", u"a+a", 1, 3},
+                                         Row{u"aXbXc", u".+X", 1, 4}, Row{u"aXXc", u"aX+b", 0, 0}));
 
-INSTANTIATE_TEST_SUITE_P(RepetitionsAtTheFrontAfterAFailure, PatternRows,
-                         testing::Values(Row{u"aabaa", u"+a+b.$", 2, 5}, Row{u"ababb", u"+a.b", 2, 5},
-                                         Row{u"a1aa-bcaxxxb", u"+a...\\w", 8, 12}));
+INSTANTIATE_TEST_SUITE_P(Rule11EndOfTheTextAtARepetition, PatternRows,
+                         testing::Values(Row{u"A=1", u"=.+|", 2, 3}, Row{u"A=12", u"=.+|", 0, 0},
+                                         Row{u"aaa", u"a+b", 3, 3}, Row{u"1b", u".+bb", 0, 0}));
 
-INSTANTIATE_TEST_SUITE_P(AnchorsOfTheRest, PatternRows,
+INSTANTIATE_TEST_SUITE_P(Rule12AnchorsOfTheRest, PatternRows,
                          testing::Values(Row{u"abaa", u"a.+a$$", 0, 0}, Row{u"abaa", u"a.+a$", 1, 4},
                                          Row{u"abab", u"a.+b$$$", 3, 4}, Row{u"aab", u"a+^b", 0, 0},
                                          Row{u"a$abab\\aaa", u"+\\S+++\\w\\w+\\w$$$", 5, 10}));
+
+INSTANTIATE_TEST_SUITE_P(Rule13RepetitionAtTheStart, PatternRows,
+                         testing::Values(Row{u"abc", u"+b", 2, 2}, Row{u"abc", u"+", 0, 0},
+                                         Row{u"ababb", u"+abb", 2, 5}, Row{u"aabaa", u"+a+b.$", 2, 5},
+                                         Row{u"ababb", u"+a.b", 2, 5}, Row{u"a1aa-bcaxxxb", u"+a...\\w", 8, 12}));
 
 INSTANTIATE_TEST_SUITE_P(
     ValuesAndQuotes, PatternRows,
