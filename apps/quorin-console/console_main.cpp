@@ -74,19 +74,19 @@ int ConsoleMain(int count, char** words, int (*run)(const Options&, Session&)) {
     }
     if (!RootIsUsable(options.Device.Root))
         return start::StatusNotStarted;
+    Session session(input, std::cout, options.Strict);
     backends::RootLock lock;
     switch (lock.Take(options.Device.Root, "quorin-console")) {
     case LockResult::Held:
         break;
     case LockResult::Unguarded:
-        std::cerr << "quorin-console: " << lock.Warning() << "\n";
+        session.LockWarning = lock.Warning();
         break;
     case LockResult::Taken:
     case LockResult::NoFolder:
         std::cerr << "quorin-console: " << lock.Refusal() << "\n";
         return start::StatusNotStarted;
     }
-    Session session(input, std::cout, options.Strict);
     return run(options, session);
 }
 

@@ -3,6 +3,7 @@
 
 #include "apps/quorin-console/script_commands.h"
 #include "apps/start/exit_status.h"
+#include "companion/words.h"
 
 #include <array>
 #include <cerrno>
@@ -59,6 +60,8 @@ void Session::Use(backends::BackEnd& used) {
     OutputWatch_.emplace(Writer_, used.loop);
     used.loop.Listen(*OutputWatch_);
     Ending_.emplace(used);
+    if (!LockWarning.empty())
+        used.onlooker.notices.Raise(companion::NobodyKeepsAway(modStringTools::FromBytes(LockWarning)));
 }
 
 void Session::EndBy(backends::EndSignals& signals) {

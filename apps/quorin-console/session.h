@@ -59,6 +59,9 @@ public:
     /// Reports that the program is over, closes the commands that are open, and returns the exit status.
     int Over(const backends::ProgramOver& over);
 
+    /// Why nothing keeps a second program away from the root folder; empty if the folder is locked. Set before Use().
+    std::string LockWarning;
+
     Writer& Out() { return Writer_; }
 
     // Called by the loop.

@@ -233,6 +233,18 @@ TEST_F(Console, NeedsARootFolderThatCanBeUsed) {
     EXPECT_THAT(run.Errors, HasSubstr("root folder"));
 }
 
+/// The sanitizers want to be loaded first.
+constexpr char WithoutLocks[] = "ASAN_OPTIONS=verify_asan_link_order=0 LD_PRELOAD=" NO_LOCKS " ";
+
+TEST_F(Console, ReportsAFolderThatCantBeLocked) {
+    const Outcome run = Shell(WithoutLocks + Program() + " <input >output 2>errors", "quit\n");
+    EXPECT_EQ(run.Status, 0) << run.Errors;
+    const auto warning = run.Line(0);
+    EXPECT_EQ(warning.value("event", ""), "warning") << run.Output;
+    EXPECT_EQ(warning.value("about", ""), "lock");
+    EXPECT_THAT(warning.value("text", ""), testing::HasSubstr(Root.Path().string() + " can't be locked"));
+}
+
 TEST_F(Console, MakesARootFolderThatIsMissing) {
     EXPECT_EQ(Bare({"--root", (Root.Path() / "new/deep").string()}).Status, 0);
     EXPECT_TRUE(std::filesystem::is_directory(Root.Path() / "new/deep"));
