@@ -76,7 +76,7 @@ TEST_P(FailedSteps, NothingIsLostWhenNoneFails) {
     Judge(GetParam(), Folder.Path(), Ending::Completed);
 }
 
-TEST_P(FailedSteps, LeaveTheOldStateOrTheNewOneAndAreNeverTakenForSuccess) {
+TEST_P(FailedSteps, LeaveTheOldStateOrTheNewOneAndAreReported) {
     int points = 0;
     for (const Way& way : Ways) {
         for (std::size_t i = 0; i < Whole.Kinds.size() && !HasFailure(); ++i) {

@@ -154,7 +154,7 @@ TEST_F(PowerLoss, MayTearAFileThatWasRenamedBeforeItWasSynced) {
     EXPECT_GT(contents.size(), 10U);
 }
 
-TEST_F(PowerLoss, MayBringTheOldNameBackWhereOnlyTheOtherFolderWasSynced) {
+TEST_F(PowerLoss, MayBringTheOldNameBackIfOnlyTheOtherFolderSynced) {
     const auto trees = TreesAfter([this] {
         ::rename(At("file").c_str(), At("sub/file").c_str());
         Sync("sub");

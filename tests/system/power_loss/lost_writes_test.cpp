@@ -33,7 +33,7 @@ TEST_P(LostPower, KnowsAllThatWasDone) {
     EXPECT_TRUE(LastsAfter(Whole) == ReadTree(Folder.Path()));
 }
 
-TEST_P(LostPower, LeavesTheOldStateOrTheNewOneAndNoCompletedSaveIsLost) {
+TEST_P(LostPower, LeavesTheOldOrNewStateAndLosesNoCompletedSave) {
     const std::size_t count = Whole.Steps.size();
     int trees = 0;
     for (std::size_t cut = 0; cut <= count && !HasFailure(); ++cut) {

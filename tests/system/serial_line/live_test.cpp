@@ -137,7 +137,7 @@ TEST_F(TheRoadOfAResult, LeadsFromACommandToASavedRow) {
     ExpectASavedRow(console);
 }
 
-TEST_F(TheRoadOfAResult, LeadsFromAConnectionThatBreaksAndComesBackToASavedRow) {
+TEST_F(TheRoadOfAResult, LeadsOverABrokenConnectionToASavedRow) {
     ListenOn("Com1");
     Listener meter;
     RunningConsole console(

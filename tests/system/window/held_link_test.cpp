@@ -44,7 +44,7 @@ protected:
     std::size_t Deepest = 0;
 };
 
-TEST_P(HeldLink, SaysHowManyCharactersWaitUntilOneQuestionIsAnswered) {
+TEST_P(HeldLink, SaysHowManyCharactersWaitUntilOneAnswer) {
     std::size_t waits = 0;
     const auto held = [&] { return "Link held: a question stands, " + std::to_string(waits) + " characters wait"; };
     for (int number = 1; number <= GetParam(); ++number) {

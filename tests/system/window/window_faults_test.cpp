@@ -153,7 +153,7 @@ QPoint BesideTheMenu() {
     return {512, 560};
 }
 
-TEST_F(WindowFaults, ASecondInstanceOnOneRootNamesTheFirstAndEndsWithTwo) {
+TEST_F(WindowFaults, ASecondInstanceNamesTheFirstAndEndsWithTwo) {
     Start();
     RunningWindow second(nullptr, Home, {"--root", Home.Path("root")}, {{{"DISPLAY", Screen->Display()}}, nullptr});
     EXPECT_EQ(second.Process().ExitStatus(), 2);
@@ -240,7 +240,7 @@ TEST_F(FailedSaves, AreToldInTheWindowWhereNobodyReadsStandardError) {
     });
 }
 
-TEST_F(WindowFaults, ASaveThatCanNotBeMadeIsToldInRedByTheNameOfTheTable) {
+TEST_F(WindowFaults, AFailedSaveIsShownInRedWithTheNameOfTheTable) {
     Start();
     OpenRecord();
     EXPECT_TRUE(Screen->Click([&] { return Cell(MoistureColour).center(); },

@@ -175,7 +175,7 @@ TEST_F(LockedRecordOnTheConsole, IsToldByAnEventAndSavedByTheNextCommand) {
 }
 
 /// Minutes go by, a tick is due all the time and a reading comes: all that waits as well, and the port stays open.
-TEST_F(LockedRecordOnTheConsole, IsWaitedForWithNothingRaisedAndWithoutASleepOfTheDevice) {
+TEST_F(LockedRecordOnTheConsole, IsWaitedForWithNothingRaisedAndNoSleep) {
     int moments = 0;
     std::string before;
     WillDo([&] {

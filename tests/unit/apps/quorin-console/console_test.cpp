@@ -134,7 +134,7 @@ TEST_F(Console, EndsWithNoughtWhenItsInputDoes) {
     EXPECT_EQ(Tell({"nonsense"}).Status, 0) << "a command that fails is no failure of the program";
 }
 
-TEST_F(Console, EndsWithNoughtWhenTheInputEndsWhileABoxOrAPromptWaits) {
+TEST_F(Console, EndsWithZeroWhenTheInputEndsUnderABoxOrPrompt) {
     const Outcome box = Tell(OpenTheQuestion);
     EXPECT_EQ(box.Status, 0);
     EXPECT_EQ(box.Errors, "");
@@ -151,7 +151,7 @@ TEST_F(Console, EndsWithNoughtAndAnEventWhenTheProgramEndsByItself) {
     EXPECT_THAT(run.Lines, ElementsAre(R"({"ready":0})", R"({"event":"end"})", R"({"done":"choose"})"));
 }
 
-TEST_F(Console, ClosesEachOpenCommandWhenTheProgramEndsInsideAPrompt) {
+TEST_F(Console, ClosesEachOpenCommandWhenItEndsInsideAPrompt) {
     const Outcome run = Tell(Joined({OpenThePrompt, {"choose Back", "close", "close", "tick 1"}}));
     EXPECT_EQ(run.Status, 0);
     EXPECT_EQ(run.All("done").size(), 5U);
@@ -169,7 +169,7 @@ TEST_F(Console, EndsWithOneAndSaysWhyOnARunTimeFailure) {
     EXPECT_THAT(run.Errors, HasSubstr("DISPLAY \"green\" is no number"));
 }
 
-TEST_F(Console, EndsWithThreeAtTheFirstCommandThatFailsWhenItIsStrict) {
+TEST_F(Console, EndsWithThreeAtTheFirstFailureWhenItIsStrict) {
     const Outcome run = Tell({"tick 1", "nonsense", "tick 2"}, {"--strict"});
     EXPECT_EQ(run.Status, 3);
     EXPECT_EQ(run.All("done").size(), 2U);
@@ -251,7 +251,7 @@ TEST_F(Console, MakesARootFolderThatIsMissing) {
 }
 
 /// The first start makes the drivers table on the volume, wherever that says it is.
-TEST_F(Console, MakesNothingOutsideOfTheRootFolderWhateverAVolumeIsCalled) {
+TEST_F(Console, CreatesNothingOutsideOfTheRootForAnyVolumeName) {
     const auto inner = Root.Path() / "inner";
     std::filesystem::create_directory(Root.Path() / "beside");
     const std::string beside = (Root.Path() / "beside").string();

@@ -33,7 +33,7 @@ protected:
     }
 };
 
-TEST_F(StandardStreams, AMessageDoesNotLandInAFileWhereStandardErrorIsClosed) {
+TEST_F(StandardStreams, AMessageGoesIntoNoFileWhenStandardErrorIsClosed) {
     const Outcome run = Shell(Program() + " <input >output 2>&-", ASaveThatFails);
     EXPECT_EQ(run.Status, 0);
     EXPECT_THAT(run.Output, HasSubstr(R"({"done":"quit"})"));
@@ -61,7 +61,7 @@ TEST_F(StandardStreams, AllThreeMayBeClosed) {
     EXPECT_EQ(Root.Bytes("Quorin/qrnctrl.txt"), "DRIVER|FILE|DATE|ALIAS\nMeter|qrn0001.txt|20070301|\n");
 }
 
-TEST_F(StandardStreams, AnOutputThatIsFullEndsTheProgramWithFourAndAMessage) {
+TEST_F(StandardStreams, AFullOutputEndsTheProgramWithFourAndAMessage) {
     for (const char* options : {"", " --strict", " --help", " --version"}) {
         const Outcome run = Shell(Program() + options + " <input >/dev/full 2>errors", "tick 1\nquit\n");
         EXPECT_EQ(run.Status, 4) << options;
@@ -70,7 +70,7 @@ TEST_F(StandardStreams, AnOutputThatIsFullEndsTheProgramWithFourAndAMessage) {
 }
 
 /// Whoever reads only the first answer has closed the pipe when the next one comes.
-TEST_F(StandardStreams, AnOutputThatNobodyReadsEndsTheProgramWithFourAndAMessage) {
+TEST_F(StandardStreams, AnUnreadOutputEndsTheProgramWithFourAndAMessage) {
     std::string input;
     for (int i = 0; i < 1000; ++i)
         input += "tick 1\n";
@@ -82,7 +82,7 @@ TEST_F(StandardStreams, AnOutputThatNobodyReadsEndsTheProgramWithFourAndAMessage
 }
 
 /// The program would wait an hour for its own answer.
-TEST_F(StandardStreams, AnOutputThatIsLostDuringALongWaitIsNoticedAtTheNextEvent) {
+TEST_F(StandardStreams, AnOutputLostInALongWaitIsNoticedAtTheNextEvent) {
     const Outcome run = Shell("timeout 60 " + Program() + " --clock real <input >/dev/full 2>errors", "tick 3600000\n");
     EXPECT_EQ(run.Status, 4);
 }

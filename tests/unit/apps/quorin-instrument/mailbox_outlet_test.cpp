@@ -107,7 +107,7 @@ TEST_F(InAMailbox, EndOfTheServerShowsAfterEverySignal) {
     }
 }
 
-TEST_F(InAMailbox, DeliveryThatCanNotBeWrittenIsAFailureAndLeavesNoLock) {
+TEST_F(InAMailbox, DeliveryThatCanNotBeWrittenFailsAndLeavesNoLock) {
     std::filesystem::create_directory(Box.Path("ipcout.tmp"));
     RunningInstrument instrument(Arguments({"--fast"}));
     EXPECT_EQ(instrument.ExitStatus(), 1);

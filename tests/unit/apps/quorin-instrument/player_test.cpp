@@ -62,7 +62,7 @@ TEST_F(Player, SendsAllBytesAtThePaceOfTheLine) {
     EXPECT_GE(time, TransmissionTime(Connect.size() + Result.size()));
 }
 
-TEST_F(Player, RestsBetweenResultsButNotBehindTheConnectRecordOrTheLastOne) {
+TEST_F(Player, RestsOnlyBetweenResults) {
     Options.Fast = true;
     Options.Interval = milliseconds(700);
     PlayRecords(Connect + Result + Result);

@@ -131,7 +131,7 @@ TEST(PreparedDemo, HasADriverAgainWhereThereIsNoneInTheTable) {
 /// Counts the writings before the one that fails.
 class FullDisk : public testing::TestWithParam<std::int32_t> {};
 
-TEST_P(FullDisk, LeavesNoDriverWithoutItsTableAndTheNextPreparationAllOfIt) {
+TEST_P(FullDisk, LeavesNoHalfDriverAndTheNextPreparationAWhole) {
     TestDevice device;
     device.Platform.StartProgram();
     modQuorin::LoadDriverList();

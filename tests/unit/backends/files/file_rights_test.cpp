@@ -120,7 +120,7 @@ protected:
     std::vector<std::string> Told;
 };
 
-TEST_F(RightsOfARewrittenFile, HaveItsOwnerAndItsGroupAndItsModeButNoOtherUsersPower) {
+TEST_F(RightsOfARewrittenFile, HaveItsOwnerGroupAndModeButNoOtherUsersPower) {
     for (const bool moves : {false, true}) {
         ASSERT_EQ(chown(Table().c_str(), Somebody, Group), 0);
         ASSERT_EQ(chmod(Table().c_str(), 06755), 0);

@@ -83,7 +83,7 @@ TEST_F(HostVolumesTest, HaveNoSpaceWhileTheirFolderIsNotThere) {
 }
 
 /// Where the data has been kept, a folder that is missing is a card that is out: an empty one must not take its place.
-TEST_F(HostVolumesTest, HaveTheirFoldersMadeButForTheOneThatTheDataIsKeptOn) {
+TEST_F(HostVolumesTest, HaveTheirFoldersMadeExceptTheOneWithTheData) {
     const HostVolumes volumes({{u"Memory:\\", 2048}, {u"Card:\\", 2048}}, PathMap(Root.Path()));
     volumes.MakeFolders(u"Card:\\");
     EXPECT_TRUE(Root.Has("Memory"));

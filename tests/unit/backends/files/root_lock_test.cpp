@@ -288,7 +288,7 @@ TEST_F(RootLocks, AnotherUsersFileThatCanNotBeOpenedIsNoFreeRoot) {
     EXPECT_EQ(AsOrdinaryUser([this] { return static_cast<int>(TakeSecond()); }), static_cast<int>(LockResult::Held));
 }
 
-TEST_F(RootLocks, TheFileOfAUserWhoHasEndedMakesRoomForOneThatNamesUs) {
+TEST_F(RootLocks, TheFileOfAnEndedUserIsReplacedByOurOwn) {
     if (getuid() != 0)
         GTEST_SKIP() << "takes two users, and so root";
     ASSERT_EQ(chmod(Root.Path().c_str(), 0777), 0);

@@ -214,7 +214,7 @@ TEST_F(SettingsFileTest, IsMadeForItsOwnerAlone) {
     EXPECT_EQ(found.st_mode & 07777U, 0600U);
 }
 
-TEST_F(SettingsFileTest, InTheRootFolderIsNotReachedOverALinkThatLeadsOutside) {
+TEST_F(SettingsFileTest, InTheRootFolderIsNotReachedOverALinkOutside) {
     const TemporaryRoot elsewhere;
     elsewhere.Put("secret.ini", "[Settings]\nA=secret\n");
     Root.Link(elsewhere.Path("secret.ini"), "settings.ini");

@@ -56,7 +56,7 @@ TEST_F(TextStreamTest, ReadsALineThatIsLongerThanManyBlocks) {
 }
 
 /// Such a line is no row of any table. The files are holes: they take no room on the disk.
-TEST_F(TextStreamTest, RefusesALineOfMoreThan64MegabytesAndNoLongFileOfShortOnes) {
+TEST_F(TextStreamTest, RefusesALongLineAndNotALongFile) {
     constexpr std::uintmax_t Longest = 64U * 1024U * 1024U;
     Root.Put("x.txt", "a\n");
     std::filesystem::resize_file(Root.Path("x.txt"), 2 + Longest);

@@ -120,7 +120,7 @@ TEST_F(GridPage, BringsARowBackThroughAllThatGrowOnTheWay) {
 
 // Painting of the rows that the selection passes.
 
-TEST_F(GridPage, PaintsNothingBeforeTheHandlerThatMovesTheSelectionHasComeBack) {
+TEST_F(GridPage, PaintsNothingUntilTheMovingHandlerHasReturned) {
     Shape(20, 2);
     Grid.SetRow(7);
     Grid.SetCol(1);
@@ -249,7 +249,7 @@ TEST_F(GridPage, IsPaintedAgainWithTheHeightThatPaintingFound) {
     EXPECT_EQ(Grid.Painted[3].Y, 34);
 }
 
-TEST_F(GridPage, IsNeverPaintedAThirdTimeThoughTwoColumnsTakeTurnsAtTheHeight) {
+TEST_F(GridPage, IsNotPaintedAThirdTimeWhenTwoColumnsSetTheHeight) {
     Shape(3, 2);
     Grid.OnPaint = [this](const CellToPaint& cell) { Grid.SetRowHeight(cell.Row, cell.Col == 0 ? 34 : 49); };
     EXPECT_EQ(PageRows().size(), 2U * 3 * 2);

@@ -174,7 +174,7 @@ TEST_F(EndWithoutADisplay, SavesTheRecordWhereverItStands) {
     EXPECT_EQ(Last.Words(), "ended by a display that is gone; row 1 of qrn0001.txt was saved");
 }
 
-TEST_F(EndWithoutADisplay, SavesTheRecordUnderACalendarAndNotTheCellOfTheCalendar) {
+TEST_F(EndWithoutADisplay, SavesTheRecordUnderACalendarWithoutItsDate) {
     WillPutAValue();
     Program.WillTap(2, 1);
     LoseItThere();

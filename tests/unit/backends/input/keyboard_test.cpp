@@ -37,7 +37,7 @@ protected:
 
 // The order of what a key does.
 
-TEST_F(Keyboard, KeyReachesTheFormThenTheControlAndOnItsWayUpTheFormAgain) {
+TEST_F(Keyboard, KeyReachesFormThenControlAndTheFormAgainGoingUp) {
     Told.clear();
     OpenRecord();
     modQuorin::ScreenRow(modQuorin::ScrInfRecord).Behaviour.ArrowKey = [](std::int32_t key) {
@@ -49,7 +49,7 @@ TEST_F(Keyboard, KeyReachesTheFormThenTheControlAndOnItsWayUpTheFormAgain) {
     EXPECT_THAT(Told, ElementsAre("40 on row 0", "40 on row 1", "38 on row 1", "38 on row 0"));
 }
 
-TEST_F(Keyboard, KeyThatTheFormSwallowsOnTheWayDownDoesNotReachTheControl) {
+TEST_F(Keyboard, KeyThatTheFormConsumesDoesNotReachTheControl) {
     OpenRecord();
     Tap(0, 1);
     ASSERT_TRUE(Field().Visible());
@@ -285,7 +285,7 @@ TEST_F(Keyboard, WritesABlankForANul) {
 }
 
 // Typed as so many changes, a text of 100,000 characters would be copied 100,000 times.
-TEST_F(Keyboard, TypesALongTextAsOneChangeUpToEachKeyThatWritesNothing) {
+TEST_F(Keyboard, TypesALongTextAsOneChangeUpToEachOtherKey) {
     OpenRecord();
     Tap(0, 1);
     ASSERT_TRUE(Field().Visible());

@@ -163,7 +163,7 @@ TEST_F(PortList, APinToAFileIsNoPort) {
     EXPECT_TRUE(Tried.empty());
 }
 
-TEST_F(PortList, APinToWhatIsNoDeviceOfThisMachineIsListedAndNotTried) {
+TEST_F(PortList, APinToSomethingElsewhereIsListedAndNotTried) {
     PortAddress meter;
     meter.Kind = AddressKind::Tcp;
     meter.Target = "meter";

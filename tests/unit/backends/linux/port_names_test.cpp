@@ -39,7 +39,7 @@ TEST_F(PortNames, AdaptersAreCountedWithoutGapsTtyUsbFirst) {
     EXPECT_EQ(Com(5), "none");
 }
 
-TEST_F(PortNames, AdaptersAreInTheOrderOfTheirNumbersNotOfTheirLetters) {
+TEST_F(PortNames, AdaptersAreInNumericOrder) {
     Devices({"ttyUSB10", "ttyUSB9", "ttyUSB2", "ttyUSB100"});
     EXPECT_EQ(Com(1), "ttyUSB2");
     EXPECT_EQ(Com(2), "ttyUSB9");

@@ -165,7 +165,7 @@ TEST_F(Loop, FiresEachTimerThatFellDueDuringAJumpOnceInItsOrder) {
     EXPECT_THAT(TicksIn(300), ElementsAre("B5200", "A5300"));
 }
 
-TEST_F(Loop, PassesATickThatIsHeldAndMakesTheNextOneDueAnIntervalLater) {
+TEST_F(Loop, SkipsAHeldTickAndHasTheNextDueAnIntervalLater) {
     bool held = true;
     A.Held = [&held] { return held; };
     Start(A, 500);
@@ -243,7 +243,7 @@ TEST_F(Loop, RaisesWhatATickLeavesPendingBeforeTheNextTick) {
     EXPECT_THAT(TicksIn(200), ElementsAre("A100", "port100", "A200", "port200"));
 }
 
-TEST_F(Loop, HandlesWhatIsPendingWithoutWaitingOrReadingACommand) {
+TEST_F(Loop, HandlesWhatIsPendingWithoutWaitOrCommand) {
     LoopRunTime program(Events);
     PendingEvents port;
     port.Pending = 2;
@@ -281,7 +281,7 @@ TEST_F(Loop, RunsACommandUnderASourceThatNeverRunsDry) {
     EXPECT_LT(port.Raised, 100);
 }
 
-TEST_F(Loop, EndsUnderASourceThatNeverRunsDryWhenThereAreNoMoreCommands) {
+TEST_F(Loop, EndsAfterTheLastCommandUnderAnEndlessSource) {
     Flood port;
     Events.Listen(port);
     EXPECT_EQ(EndOf([this] {
@@ -314,7 +314,7 @@ TEST_F(Loop, RaisesNothingOnceTheProgramIsToEnd) {
     EXPECT_FALSE(Events.HandleDue());
 }
 
-TEST_F(Loop, RunsNoCommandOnceTheProgramIsToEndAndDoesTheLastThingAtTheOutermostLevel) {
+TEST_F(Loop, RunsNoCommandOnceItIsToEndAndThenTheLastAct) {
     Commands.Steps = {[this] {
                           Events.BeginEnding();
                           Events.WaitNested();

@@ -150,7 +150,7 @@ TEST_F(SimulatedPort, LosesWhatNobodyReadWhenItCloses) {
     EXPECT_EQ(Port.ReadInput(), u"");
 }
 
-TEST_F(SimulatedPort, KeepsWhatComesWhileItsEventIsHeldAndRaisesOneForAllOfIt) {
+TEST_F(SimulatedPort, KeepsWhatComesWhileHeldAndRaisesOneEventForIt) {
     bool held = true;
     Port.Held = [&held] { return held; };
     Port.SetPortOpen(true);

@@ -38,7 +38,7 @@ TEST_F(Hands, GoBackOnceByOneEscape) {
     EXPECT_EQ(Screen(), modQuorin::ScrMain);
 }
 
-TEST_F(Hands, ChangeNothingByLettingGoOfAKeyThatWentDownElsewhere) {
+TEST_F(Hands, ChangeNothingByReleasingAKeyPressedElsewhere) {
     for (const Qt::Key key : {Qt::Key_Escape, Qt::Key_Right, Qt::Key_Down, Qt::Key_PageDown})
         LetGo(key);
     EXPECT_EQ(Screen(), modQuorin::ScrInfRecord);
@@ -139,7 +139,7 @@ TEST_F(Hands, ArePassedOverByAQuestionWhileTheyType) {
     EXPECT_EQ(answer, BoxAnswer::Yes);
 }
 
-TEST_F(Hands, PressNothingAnyMoreWhenAQuestionComesUpUnderTheFinger) {
+TEST_F(Hands, PressNothingWhenAQuestionOpensUnderTheFinger) {
     Down(Grid(), Middle(1, 1));
     ASSERT_TRUE(Device.Platform.tmrHoldEvent.Enabled());
     AskInABox(BoxButtons::YesNo, [this] {

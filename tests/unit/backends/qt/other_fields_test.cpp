@@ -145,7 +145,7 @@ TEST_F(ListToChooseFrom, HasNoTextOnceItIsCleared) {
     EXPECT_EQ(Field().Contents(), u"");
 }
 
-TEST_F(ListToChooseFrom, WritesItsTextIntoTheCellThenIsEmptiedAndHiddenWhenTheFocusGoes) {
+TEST_F(ListToChooseFrom, WritesItsTextAndIsHiddenWhenTheFocusGoes) {
     OpenRecord();
     Tap(1, 1);
     modFileSystem::Table.RecordDirty = false;

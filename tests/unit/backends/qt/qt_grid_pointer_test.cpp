@@ -252,7 +252,7 @@ TEST_F(GridUnderAPointer, ShowsAScrollBarOnlyWhereThereIsMoreThanAPage) {
     EXPECT_FALSE(Bar().isVisible());
 }
 
-TEST_F(GridUnderAPointer, StartsItsPageWhereTheScrollBarStandsWhateverRowsAreHidden) {
+TEST_F(GridUnderAPointer, StartsItsPageAtTheScrollBarWithAnyRowsHidden) {
     for (std::int32_t row = 1; row <= 5; ++row)
         Main().SetRowHeight(row, 0);
     Settle();

@@ -182,7 +182,7 @@ TEST_F(KeysOfAWindow, EnterThatIsHeldOverAPromptIsNoLongPress) {
 }
 
 /// Enter has chosen the date when it went down; what comes of the key afterwards is not for the record.
-TEST_F(KeysOfAWindow, EnterThatIsHeldOverACalendarPressesNothingOnTheRecord) {
+TEST_F(KeysOfAWindow, EnterHeldOverACalendarPressesNothingOnTheRecord) {
     OpenRecord();
     Text value;
     modPDAUI::InputPrompt(u"Title", modPDAUI::PromptKind::Date, value, u"", false, false);

@@ -410,7 +410,7 @@ TEST_F(FieldOverARecord, IsLeftByKeysWithoutARest) {
     EXPECT_EQ(Main().Row(), 1);
 }
 
-TEST_F(FieldOverARecord, IsLeftByKeysWithoutARestAlsoAfterOneThatWasClosedByACommand) {
+TEST_F(FieldOverARecord, IsLeftByKeysAtOnceAlsoAfterACommandClosedAnother) {
     Type("1");
     modQuorin::MenuEvent(u"Next Record");
     Repaint();

@@ -193,7 +193,7 @@ protected:
     }
 };
 
-TEST_F(OpenLinkTick, AfterASleepOfMoreThanTwoSecondsResetsTheLinkAndPollsNothing) {
+TEST_F(OpenLinkTick, AfterASleepOfTwoSecondsResetsTheLinkOnly) {
     ASSERT_TRUE(modBluetooth::Ports.LinkOpen);
     Device.Platform.loop.Jump(3000);
     tmrBlue_Tick();

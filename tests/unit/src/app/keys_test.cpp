@@ -343,7 +343,7 @@ TEST_F(Keys, UpOnTheFirstRowStoresTheFieldAndStays) {
     EXPECT_EQ(Device.Main().Row(), 0);
 }
 
-TEST_F(Keys, DownAndUpLeaveTheRowToTheControlWhereNoFieldHasTheFocus) {
+TEST_F(Keys, DownAndUpMoveNoRowWhereNoFieldHasTheFocus) {
     OpenRecords();
     Up(40);
     EXPECT_EQ(Device.Main().Row(), 0);
@@ -449,7 +449,7 @@ protected:
     }
 };
 
-TEST_F(ScreenThatReacts, IsToldOfEachArrowThatGoesDownAndOfTheRowKeysThatGoUp) {
+TEST_F(ScreenThatReacts, IsToldOfArrowsGoingDownAndRowKeysGoingUp) {
     for (const std::int32_t key : {37, 38, 39, 40})
         Down(key);
     EXPECT_THAT(Arrows, ElementsAre(37, 38, 39, 40));

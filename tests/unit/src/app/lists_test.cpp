@@ -55,7 +55,7 @@ TEST_F(VolumeListing, StoresTheOneThatIsTapped) {
 }
 
 /// A stored name that is in no list highlights nothing; the grid's own first row can be chosen all the same.
-TEST_F(SelectionList, StoresTheRowThatWasHighlightedAllAlongWhenItIsTapped) {
+TEST_F(SelectionList, StoresAHighlightedRowWhenItIsTapped) {
     SaveSetting(u"ComPort", u"BT1");
     MenuEvent(u"Preferences...");
     MenuEvent(u"Bluetooth Serial Setup...");
@@ -267,7 +267,7 @@ TEST_F(RowChange, OnAListStoresTheChoiceButNeverAnEmptyOne) {
     EXPECT_EQ(GetSetting(u"ComPort", u""), u"Com2");
 }
 
-TEST_F(RowChange, OpeningAListWithAStrangeStoredNameAndGoingBackLeavesIt) {
+TEST_F(RowChange, OpeningAListAndGoingBackKeepsAStrangeStoredName) {
     SaveSetting(u"ComPort", u"my own port");
     MenuEvent(u"Preferences...");
     MenuEvent(u"Bluetooth Serial Setup...");

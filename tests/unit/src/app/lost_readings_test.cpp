@@ -66,7 +66,7 @@ TEST_F(LostReadings, NothingIsToldOfOneThatIsSaved) {
     EXPECT_EQ(InTheBox(), "");
 }
 
-TEST_F(LostReadings, ThoseOfADownloadThatCouldNotBeMadeAreToldAtItsOpeningAndEach) {
+TEST_F(LostReadings, OfADownloadThatCouldNotBeMadeAreReportedEach) {
     InstallMeter();
     Device.Platform.faults.FailNext(-1);
     OpenDownload("");
@@ -209,7 +209,7 @@ TEST_F(LostReadings, OneWhoseSaveFailsIsTold) {
     EXPECT_THAT(Worst(), HasSubstr("Not saved: qrn0001.txt, the disk is full"));
 }
 
-TEST_F(LostReadings, WhatIsTypedIntoAFieldThatTheRowLacksIsToldWhenItIsSaved) {
+TEST_F(LostReadings, TextInAFieldThatTheRowLacksIsReportedBySaving) {
     Open(Plain, "Place|Moisture|Remark\na\n");
     Repaint();
     Tap(2, 1);
@@ -218,7 +218,7 @@ TEST_F(LostReadings, WhatIsTypedIntoAFieldThatTheRowLacksIsToldWhenItIsSaved) {
     EXPECT_THAT(Told(), testing::ElementsAre("qrn0001.txt: the record in the file has no field Remark"));
 }
 
-TEST_F(LostReadings, WhatIsTypedIntoATableOfADriverThatCouldNotBeMadeIsTold) {
+TEST_F(LostReadings, TextInADriverTableThatCouldNotBeMadeIsReported) {
     InstallMeter();
     std::filesystem::remove(Device.Folder.Path() / "Quorin/meter.txt");
     std::filesystem::create_directories(Device.Folder.Path() / "Quorin/meter.txt");

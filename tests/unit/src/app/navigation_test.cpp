@@ -56,14 +56,14 @@ TEST_F(Navigation, RemembersWhereItCameFrom) {
     EXPECT_EQ(Screens.PreviousScreen, ScrPreferences);
 }
 
-TEST_F(Navigation, BackAfterAZoomOfThePreferencesStillLeadsToTheMainScreen) {
+TEST_F(Navigation, BackAfterAZoomOfPreferencesLeadsToTheMainScreen) {
     GotoScreen(ScrPreferences);
     MenuEvent(u"Zoom");
     GoBack();
     EXPECT_EQ(Screen(), ScrMain);
 }
 
-TEST_F(Navigation, BackAfterARefreshOfTheDownloadsStillLeadsToTheDrivers) {
+TEST_F(Navigation, BackAfterARefreshOfDownloadsLeadsToTheDrivers) {
     InstallMeter();
     MenuEvent(u"Start...");
     MenuEvent(u"Ok");
@@ -125,7 +125,7 @@ TEST_F(Navigation, ListReturnsToThePreferencesWithTheirRow) {
     EXPECT_EQ(Device.Main().Row(), 2);
 }
 
-TEST_F(Navigation, DriverPropertiesGoToThePreviousScreenUntilARecordWasOpen) {
+TEST_F(Navigation, DriverPropertiesGoBackUntilARecordWasOpen) {
     InstallMeter();
     GotoScreen(ScrInstalledDrivers);
     MenuEvent(u"Edit");

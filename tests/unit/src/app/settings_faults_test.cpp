@@ -255,7 +255,7 @@ protected:
 
 class PortOfNonsense : public PortOf {};
 
-TEST_P(PortOfNonsense, StopsTheProgramWithAClearMessageOnceTheLinkIsWanted) {
+TEST_P(PortOfNonsense, StopsTheProgramWithAMessageOnceTheLinkIsWanted) {
     support::TestDevice device(Options());
     device.Platform.StartProgram();
     MenuEvent(u"Bluetooth Debug...");

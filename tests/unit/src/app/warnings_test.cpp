@@ -48,7 +48,7 @@ protected:
 
 // A reading that waits.
 
-TEST_F(Warnings, AReadingThatCloseHasLeftBehindIsToldAtTheNextOpening) {
+TEST_F(Warnings, AReadingLeftByCloseIsReportedAtTheNextOpening) {
     Open();
     Arrive(Reading);
     Choose(u"Close");
@@ -136,7 +136,7 @@ protected:
     }
 };
 
-TEST_F(OfTwoDrivers, ARecordThatIsShownWithTheOtherOneIsToldAsLongAsItIsOpen) {
+TEST_F(OfTwoDrivers, ARecordShownWithTheOtherOneIsReportedWhileOpen) {
     Take(0);
     GoBack();
     Take(1);

@@ -39,7 +39,7 @@ TEST_F(Capturing, DoesNotTakeTheTracePrefixForPartOfAType) {
     EXPECT_THAT(Values(), ElementsAre(u""));
 }
 
-TEST_F(Capturing, PutsAResultWithoutATypeIntoTheFirstRowThatNoBlobFeeds) {
+TEST_F(Capturing, PutsAResultWithoutATypeIntoTheFirstRowWithoutABlob) {
     ShowRecord({{u"Alpha"}, {u""}, {u"dv: Site"}, {u"other", u"enddate"}});
     Capture({u""}, u"1", {u"Site=5"});
     EXPECT_THAT(Values(), ElementsAre(u"", u"1 ms", u"", u""));
@@ -120,7 +120,7 @@ TEST_F(Capturing, LeavesTheTimerAloneWithoutAQuestion) {
     EXPECT_EQ(frmQuorin::Form.lastTimerEvent, 1);
 }
 
-TEST_F(Capturing, WritesTheResultThatWasAskedAboutWhateverCameMeanwhile) {
+TEST_F(Capturing, WritesTheResultThatTheQuestionWasAbout) {
     ShowRecord({{u"Alpha"}, {u"Beta"}, {u"dv: Site"}});
     SetValue(0, u"old");
     WillAnswer(BoxAnswer::Yes);
@@ -168,7 +168,7 @@ TEST_F(CapturingDuringAnEdit, GivesTheResultToTheTextBoxOfAnotherRow) {
 }
 
 /// A formula has put a date into the cell meanwhile, and the text box has not heard of it.
-TEST_F(CapturingDuringAnEdit, GivesTheSameResultTwiceToTheTextBoxAndTheCellBothTimes) {
+TEST_F(CapturingDuringAnEdit, WritesARepeatedResultToTextBoxAndCellEachTime) {
     ShowRecord({{u"Alpha", u"enddate"}});
     Edit(Device.Platform.txtInputField, 0);
     Capture({u"Alpha"}, u"1");
@@ -201,7 +201,7 @@ TEST_F(CapturingDuringAnEdit, DropsTheResultInSilenceWhileADateIsChosen) {
     EXPECT_FALSE(RecordDirty());
 }
 
-TEST_F(CapturingDuringAnEdit, LosesTheResultToAListOnItsOwnRowButTakesItsVariables) {
+TEST_F(CapturingDuringAnEdit, LosesAResultToAListOnItsRowButNotItsVariables) {
     Edit(Device.Platform.cboInputField, 1);
     Capture({u"Alpha"}, u"1", {u"Site=5"});
     EXPECT_EQ(Device.Platform.cboInputField.Contents(), u"");

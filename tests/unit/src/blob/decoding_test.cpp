@@ -84,7 +84,7 @@ TEST_F(Decoding, GivesAResultWithoutATypeOneEmptyType) {
     EXPECT_THAT(Decoder.ResultTypes, ElementsAre(u""));
 }
 
-TEST_F(Decoding, AcceptsABlobWithNothingInItAndLeavesOnlyTheFreeSlot) {
+TEST_F(Decoding, AcceptsAnEmptyBlobAndLeavesOnlyTheFreeSlot) {
     EXPECT_TRUE(Decode({}));
     EXPECT_EQ(Decoder.SlotCount, 1);
     EXPECT_THAT(TextsOfSlots(Decoder).Types, ElementsAre(u""));

@@ -200,7 +200,7 @@ TEST_F(BlobFraming, MissesAStartLineBehindTheSecondHalfOfASplitPair) {
     EXPECT_EQ(Buffer(), u"\n[BLob]\r[/BLob]\r");
 }
 
-TEST_F(BlobFraming, MakesLineEndsOfEarlierLineFeedsInTheFirstCallWithoutAPair) {
+TEST_F(BlobFraming, TurnsEarlierLineFeedsIntoLineEndsOnlyInOneCall) {
     ExtractBlobs(u"a\n[BLob]\nb\r\n");
     ASSERT_EQ(Buffer(), u"a\n[BLob]\nb\r");
     EXPECT_TRUE(ExtractBlobs(u"[/BLob]\r"));
@@ -256,7 +256,7 @@ TEST_P(SplitStreams, GiveTheSameResultsWhereverTheyAreSplit) {
 
 INSTANTIATE_TEST_SUITE_P(LineEnds, SplitStreams, testing::Values(u"\r", u"\n"));
 
-TEST_F(BlobFraming, GivesTheSameResultsWhereverWholeLinesWithPairsAreSplit) {
+TEST_F(BlobFraming, GivesTheSameResultsHoweverWholeLinesAreSplit) {
     const Text stream = Blob({u"[RESULT_VALUE \"1\"]", u"[RESULT_UNIT \"ms\"]"}, u"\r\n") +
                         Blob({u"[RESULT_VALUE \"2\"]", u"[RESULT_UNIT \"ms\"]"}, u"\r\n");
     for (std::size_t pair = stream.find(u"\r\n"); pair != Text::npos; pair = stream.find(u"\r\n", pair + 1)) {

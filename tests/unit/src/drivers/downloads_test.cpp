@@ -53,7 +53,7 @@ TEST_F(DownloadList, RegisterThatIsMissingIsMadeByNew) {
     }
 }
 
-TEST_F(DownloadList, RegisterThatAnotherToolIsJustWritingIsLookedAtASecondTime) {
+TEST_F(DownloadList, RegisterThatAnotherToolIsWritingIsReadAgain) {
     Put("qrnctrl.txt", "");
     Device.WhileItPauses([this] { Put("qrnctrl.txt", RegisterHeader + "Meter|qrn0007.txt|20070301|\n"); });
     MenuEvent(u"Start...");
@@ -105,7 +105,7 @@ TEST_F(DownloadList, NameWithoutANumberStopsTheProgram) {
     EXPECT_EQ(Register(), "Meter|qrn12.txt|x|\n");
 }
 
-TEST_F(DownloadList, DeletedLastOnesNumberIsUsedAgainAndItsFileOpensAsTheNew) {
+TEST_F(DownloadList, NumberAndFileOfADeletedLastOneAreUsedAgain) {
     Show("Meter|qrn0001.txt|x|\nMeter|qrn0002.txt|x|\n");
     Device.Main().SetRow(1);
     Device.WillAnswer(BoxAnswer::Yes);
@@ -186,7 +186,7 @@ TEST_F(DownloadList, RenamedShowsItsAliasAndKeepsItsFile) {
     EXPECT_EQ(Screen(), ScrDownloads);
 }
 
-TEST_F(DownloadList, SecondOneIsRenamedThoughThePromptTookTheFirstInHand) {
+TEST_F(DownloadList, SecondOneIsRenamedThoughThePromptTookTheFirst) {
     Show("Meter|qrn0001.txt|x|\nMeter|qrn0002.txt|x|\n");
     Device.Main().SetRow(1);
     Rename([this] {

@@ -220,7 +220,7 @@ TEST_F(PackageList, ShortInfoFileGetsTheLine) {
     EXPECT_EQ(Device.Folder.Bytes("QVRN.info"), "first\npath=\\My Documents\\Quorin\\\n");
 }
 
-TEST_F(PackageList, InfoFileIsFoundOnAVolumeWhoseNameEndsWithoutABackslash) {
+TEST_F(PackageList, InfoFileIsFoundOnAVolumeWithoutABackslash) {
     Device.Folder.Put("A/QVRN.info", "first\nold\n");
     modFileSystem::Storage.VolumeList = {u"A:"};
     WriteInfoFile();

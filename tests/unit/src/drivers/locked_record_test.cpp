@@ -53,7 +53,7 @@ protected:
 
 class RecordCommandsUnderALock : public LockedRecord, public testing::WithParamInterface<const char16_t*> {};
 
-TEST_P(RecordCommandsUnderALock, LeaveTheRecordOnTheScreenAndSaveItOnceTheLockIsGone) {
+TEST_P(RecordCommandsUnderALock, LeaveTheRecordAndSaveItOnceTheLockIsGone) {
     Reading();
     Tool.Lock();
     RecordCommand(GetParam());
@@ -91,7 +91,7 @@ TEST_P(RecordCommandsWithoutAChange, LeaveTheRecordOnTheScreenWhileItIsLocked) {
 INSTANTIATE_TEST_SUITE_P(All, RecordCommandsWithoutAChange,
                          testing::Values(u"NEXT", u"PREV", u"FIRST", u"LAST", u"NEW", u"INSERT", u"DELETE"));
 
-TEST_F(LockedRecord, ThatAReaderKeepsFromBeingSavedIsToldAndIsWhatTheFileHolds) {
+TEST_F(LockedRecord, ThatAReaderLocksIsReportedAndShownAsInTheFile) {
     Reading();
     Tool.Read();
     SaveRecordFromGrid();
@@ -116,7 +116,7 @@ TEST_F(LockedRecord, StopsAWalkOverTheTable) {
 }
 
 /// Of a line that the lock has kept from us nobody knows what it held, also after the lock is gone.
-TEST_F(LockedRecord, ThatIsReadWithoutAWaitStopsTheProgramWhichNamesTheLock) {
+TEST_F(LockedRecord, ReadWithoutAWaitStopsTheProgramAndNamesTheLock) {
     Tool.Lock();
     std::int32_t line = 2;
     const Text failure = support::FailureOf([&] { ReadFileLine(Table.TableFile, line); });
@@ -132,7 +132,7 @@ TEST_F(LockedRecord, StopsAnOpening) {
 }
 
 /// The gap between two ticks would be taken for a sleep, and the port be opened anew.
-TEST_F(LockedRecord, IsWaitedForWithoutAnEventAndWithoutASleepOfTheDevice) {
+TEST_F(LockedRecord, IsWaitedForWithoutAnEventOrASleep) {
     frmQuorin::Form.lastTimerEvent = -1000;
     Reading();
     Tool.Lock();

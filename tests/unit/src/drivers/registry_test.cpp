@@ -74,7 +74,7 @@ TEST_F(DriverRegistry, EmptyFileIsAnEmptyListAndGetsItsHeader) {
     EXPECT_EQ(File("qrnctrl.txt"), downloads);
 }
 
-TEST_F(DriverRegistry, FileThatAnotherToolIsJustWritingIsLookedAtASecondTime) {
+TEST_F(DriverRegistry, FileThatAnotherToolIsWritingIsReadAgain) {
     InstallTwo();
     const std::string drivers = File("drivers.txt");
     Put("drivers.txt", "");
@@ -115,7 +115,7 @@ TEST_F(DriverRegistry, ByteOrderMarkIsNoPartOfTheFirstName) {
     EXPECT_EQ(File("drivers.txt"), marked + "Untitled Driver|untitled.txt\n");
 }
 
-TEST_F(DriverRegistry, DiskThatFillsWhileTheTablesAreMadeLeavesNoHalfOfThem) {
+TEST_F(DriverRegistry, DiskThatFillsWhileTablesAreMadeLeavesNoHalfOfThem) {
     for (std::int32_t good = 0; good < 8; ++good) {
         SCOPED_TRACE(good);
         Device.Platform.faults.FailNext(-1, good);
@@ -233,7 +233,7 @@ TEST_F(DriverRegistry, DriverWhoseRowIsGoneDeletesNothing) {
     EXPECT_TRUE(Device.Folder.Has("Quorin/a.txt"));
 }
 
-TEST_F(DriverRegistry, SaveOfARenamedDriverLooksUpTheOldNameAndTakesTheLastOne) {
+TEST_F(DriverRegistry, SaveOfARenamedDriverFindsTheLastOneOfTheOldName) {
     InstallTwo();
     Put("a.txt", "FIELDNAME|VISIBLE|COPY|BLOB|DISPLAY|CSVNAME|DATATYPE|FORMULA\nlast driver's|1||||||\n");
     ShowInstalled();

@@ -202,7 +202,7 @@ TEST_F(NamedLink, TellsEachFailingNameOnceUntilAnotherOneFails) {
     EXPECT_TRUE(OpenLink());
 }
 
-TEST_F(NamedLink, TellsAFailureOnceThoughTicksGoOnWhileTheMessageStands) {
+TEST_F(NamedLink, ReportsAFailureOnceWhileItsMessageIsOpen) {
     Service().SetOutcome(42);
     ArmLink();
     Device.WhileABoxStands([this] { Device.Tick(2000); });

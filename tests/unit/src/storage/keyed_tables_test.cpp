@@ -182,7 +182,7 @@ TEST_P(KeyedTable, RowWithMoreFieldsKeepsThem) {
     EXPECT_THAT(Lines(), ElementsAre(u"NAME", u"b|extra|more"));
 }
 
-TEST_P(KeyedTable, SettingAnUnknownColumnMarksTheRecordAndChangesNothing) {
+TEST_P(KeyedTable, SettingAnUnknownColumnOnlyMarksTheRecord) {
     OpenWith({u"NAME", u"a"});
     FirstRow();
     SetField(u"OTHER", u"x");

@@ -72,7 +72,7 @@ TEST_F(SharedTable, ReplacedByAnotherProgramKeepsItsRowsAndTakesOurs) {
 }
 
 /// What is saved was made from a row that is not there any more.
-TEST_F(SharedTable, WithAnotherRowInThePlaceIsLeftAsItIsAndTheRowIsKept) {
+TEST_F(SharedTable, WithAnotherRowInThePlaceIsLeftAndTheRowIsKept) {
     const std::string theirs = "A|B\na|1\nmoved|9\nb|2\nc|3\n";
     ReplaceBy(theirs);
     Save(u"new");

@@ -100,7 +100,7 @@ TEST_F(TextFile, ReadsLinesEndedByEitherLineEnd) {
     EXPECT_EQ(ReadFileLine(File, line), u"c");
 }
 
-TEST_F(TextFile, AppendingBehindALineWithoutAnEndRunsNothingTogether) {
+TEST_F(TextFile, AppendingAfterALineWithoutAnEndJoinsNothing) {
     Put("a\nb");
     Open(u"a");
     WriteFileLine(File, u"c");
@@ -174,7 +174,7 @@ TEST_F(TextFile, MayStandInAnotherSlotAfterAnEdit) {
     EXPECT_EQ(File.slot, 1);
 }
 
-TEST_F(TextFile, UnknownPositionOfAnInsertIsRefusedAndLeavesTheScratchFile) {
+TEST_F(TextFile, InsertAtAnUnknownPositionLeavesTheScratchFile) {
     Put("a\n");
     Open(u"r");
     EXPECT_FALSE(InsertFileLine(File, 1, InsertPosition{3}, u"x"));
@@ -214,7 +214,7 @@ TEST_F(TextFile, ScratchFileThatCantBeMadeMakesTheEditFail) {
 }
 
 /// Each write operation of an edit fails in its turn: whatever comes of it, the file is the old one or the new one.
-TEST_F(TextFile, FullDiskAtAnyMomentOfAnEditLeavesTheOldFileOrTheNewOne) {
+TEST_F(TextFile, FullDiskDuringAnEditLeavesTheOldFileOrTheNewOne) {
     const std::string before = "a\nb\nc\n";
     const std::string after = "a\nB\nc\n";
     bool done = false;
@@ -287,7 +287,7 @@ TEST_F(TextFile, ReadThatFailsNeverCostsALine) {
 
 /// At each moment of an edit in turn another program cuts the file. What it has left stays, and what was copied until
 /// then is there for whoever wants to know.
-TEST_F(TextFile, CutByAnotherWhileItIsCopiedStaysSoAndLeavesTheScratchFile) {
+TEST_F(TextFile, CutWhileItIsCopiedStaysSoAndLeavesTheScratchFile) {
     const std::string cut = "A|B\n1|one\n2|two\n";
     std::string whole = cut;
     while (whole.size() < 1'000'000)

@@ -163,7 +163,7 @@ TEST(DataPath, FirstUseStoresTheLargestVolumeAndKeepsIt) {
     EXPECT_EQ(GetDataPath(u""), u"B:\\My Documents\\Quorin\\");
 }
 
-TEST(DataPath, MissingCardIsReplacedForTheMomentAndUsedAgainWhenItIsBack) {
+TEST(DataPath, MissingCardIsReplacedUntilItIsBack) {
     support::TestDevice device(DeviceWith(3, {{u"A:\\", 20}, {u"Card:\\", 10}}));
     StoreVolume(u"Card:\\");
     EXPECT_EQ(GetDataPath(u"Quorin"), u"A:\\My Documents\\Quorin\\");
@@ -400,7 +400,7 @@ TEST(ListFiles, EmptyFolderOnPalmIsEmptyWithoutAsking) {
     EXPECT_THAT(Storage.FileList, IsEmpty());
 }
 
-TEST(ListFiles, PalmMemoryInAnyCaseListsDatabasesOfTheTypeAndCreator) {
+TEST(ListFiles, PalmMemoryListsDatabasesOfTheTypeAndCreator) {
     support::TestDevice device(DeviceWith(1, {{u"Device:\\", 100}}));
     auto& databases = platform::Device().recordDatabase;
     databases.Close(databases.Create(u"ours", PackCode(u"TEXT"), PackCode(u"QVRN")).Id);

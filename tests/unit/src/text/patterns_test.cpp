@@ -126,7 +126,7 @@ TEST(MatchPattern, LeavesThePositionsAloneInAnEmptyText) {
     }
 }
 
-TEST(MatchPattern, LeavesThePositionsAloneForAnEmptyPatternAndAStartBehindTheEnd) {
+TEST(MatchPattern, KeepsPositionsForNoPatternAndAStartAfterTheEnd) {
     std::int32_t first = Untouched;
     std::int32_t last = Untouched;
     EXPECT_FALSE(MatchPattern(u"abc", 1, u"", first, last, false));

@@ -44,7 +44,7 @@ TEST_F(Layout, AKeyboardAsTallAsTheScreenIsTakenAsNone) {
     EXPECT_EQ(FormBox(), InTwips({0, 0, 240, 120}));
 }
 
-TEST_F(Layout, AKeyboardBeyondAllNumbersOfPixelsLeavesACellThatHasAHeight) {
+TEST_F(Layout, AKeyboardOfAnySizeLeavesACellThatHasAHeight) {
     constexpr auto Least = std::numeric_limits<std::int32_t>::min();
     Keyboard(true, 240, Least);
     EXPECT_GT(Device.Main().RowHeight(0), 320);

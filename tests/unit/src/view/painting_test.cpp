@@ -122,7 +122,7 @@ TEST_F(Painting, MakesARowFourPixelsHigherThanItsWrappedText) {
     EXPECT_EQ(Device.Main().RowHeight(1), 34);
 }
 
-TEST_F(Painting, LeavesARowTallWhoseTextNoLongerWrapsUntilTheScreenIsRebuilt) {
+TEST_F(Painting, KeepsARowTallThatNoLongerWrapsUntilARebuild) {
     ShowRows(1);
     Device.Main().SetCell(0, 0, Text(200, u'x'));
     Paint(0);

@@ -96,7 +96,7 @@ TEST_F(Relayout, PaintsThePageOnceItsFirstRowIsBack) {
     EXPECT_EQ(tops, std::vector<std::int32_t>(12, 7)) << "each row once, and none before the current row is back";
 }
 
-TEST_F(Layout, TapOnARowAboveThePageOpensItsFieldWhereTheCellComesToStand) {
+TEST_F(Layout, TapOnARowAboveThePageOpensItsFieldOverTheCell) {
     GotoScreen(ScrDriverProperties);
     Device.Main().SetRows(5);
     Settle();
@@ -312,7 +312,7 @@ protected:
 };
 
 /// A prompt over a record whose form has another width when it ends.
-TEST_F(RelayoutOfADesktop, GridsThatComeBackAfterAPromptHaveTheSizeThatTheFormHasThen) {
+TEST_F(RelayoutOfADesktop, GridsAfterAPromptHaveTheSizeThatTheFormHasThen) {
     InstallMeter("a|1||||||\nb|0||||||\nc|1|||||DATE|\nd|1||||||\n");
     OpenDownload("a|b|c|d\n" + std::string(30, 'x') + "|hidden|01/02/2007|d\n");
     Repaint();
@@ -332,7 +332,7 @@ TEST_F(RelayoutOfADesktop, GridsThatComeBackAfterAPromptHaveTheSizeThatTheFormHa
     EXPECT_EQ(Device.Main().Row(), 2);
 }
 
-TEST_F(RelayoutOfADesktop, HiddenRowStaysHiddenAfterAPromptInAFormOfAnotherSize) {
+TEST_F(RelayoutOfADesktop, HiddenRowStaysHiddenAfterAPromptInAnotherSize) {
     ShowRows(6);
     Device.Main().SetRowHeight(4, 0);
     Text value;

@@ -98,7 +98,7 @@ TEST_F(SoftKeyMenus, CaptionWithItemsOpensAList) {
     EXPECT_THAT(Shown(0), ElementsAre(u"File", u"a", u"b"));
 }
 
-TEST_F(SoftKeyMenus, FirstItemLikeTheCaptionMakesItOnePressWhateverFollows) {
+TEST_F(SoftKeyMenus, FirstItemLikeTheCaptionMakesItOnePress) {
     ApplyMenu(Add({{{u"Same"}, {u"Same"}, {u"b"}}}));
     EXPECT_THAT(Shown(0), ElementsAre(u"Same", u"b"));
 }
