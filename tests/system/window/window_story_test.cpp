@@ -9,6 +9,11 @@
 #include <ctime>
 
 namespace live {
+
+static void PrintTo(Desktop::Hand hand, std::ostream* out) {
+    *out << (hand == Desktop::Hand::Sure ? "sure" : "misses");
+}
+
 namespace {
 
 using instrument::RunningInstrument;

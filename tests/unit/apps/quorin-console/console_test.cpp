@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // What quorin-console promises of its streams, its end and its options.
+#include "tests/support/printed_rows.h"
 #include "tests/unit/apps/quorin-console/console_run.h"
 
 #include <filesystem>
@@ -7,6 +8,7 @@
 namespace console {
 namespace {
 
+using support::PrintTo;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;

@@ -2,6 +2,7 @@
 // Who may do what with a file that is written anew. Owners can be changed by root alone, as which these tests then run.
 #include "backends/files/host_files.h"
 
+#include "tests/support/printed_rows.h"
 #include "tests/support/temporary_root.h"
 
 #include <fcntl.h>
@@ -17,6 +18,8 @@ using namespace platform;
 using namespace backends;
 
 namespace {
+
+using support::PrintTo;
 
 constexpr const char* AccessList = "system.posix_acl_access";
 constexpr const char* FoldersList = "system.posix_acl_default";

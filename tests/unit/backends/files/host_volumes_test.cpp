@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "backends/files/host_volumes.h"
 
+#include "tests/support/printed_rows.h"
 #include "tests/support/temporary_root.h"
 
 #include <gtest/gtest.h>
@@ -11,6 +12,8 @@ using backends::HostVolumes;
 using backends::PathMap;
 
 namespace {
+
+using support::PrintTo;
 
 /// Volumes on a root of their own, with their folders.
 class HostVolumesTest : public testing::Test {

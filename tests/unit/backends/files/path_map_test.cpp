@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "backends/files/path_map.h"
 
+#include "tests/support/printed_rows.h"
 #include "tests/support/temporary_root.h"
 #include "tests/unit/backends/files/path_of.h"
 
@@ -15,6 +16,8 @@ using platform::NoError;
 using platform::PathRefused;
 
 namespace {
+
+using support::PrintTo;
 
 /// The path beneath the root, or why there is none.
 std::string Mapped(const Text& devicePath) {

@@ -2,6 +2,7 @@
 #include "backends/files/settings_file.h"
 
 #include "tests/support/ordinary_user.h"
+#include "tests/support/printed_rows.h"
 #include "tests/support/temporary_root.h"
 #include "tests/unit/backends/files/full_disk.h"
 
@@ -12,6 +13,8 @@ using namespace platform;
 using backends::SettingsFile;
 
 namespace {
+
+using support::PrintTo;
 
 class SettingsFileTest : public testing::Test {
 protected:

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // What platform/common/grid_store.h scrolls and paints.
+#include "tests/support/printed_rows.h"
 #include "tests/unit/backends/grid/grid_under_test.h"
 
 #include <gmock/gmock.h>
@@ -10,6 +11,8 @@ using testing::IsEmpty;
 
 namespace backends {
 namespace {
+
+using support::PrintTo;
 
 class GridPage : public GridUnderTest {
 protected:

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "backends/headless/font_server.h"
+#include "tests/support/printed_rows.h"
 
 #include <gtest/gtest.h>
 
@@ -7,6 +8,8 @@
 
 namespace backends::headless {
 namespace {
+
+using support::PrintTo;
 
 struct Metrics {
     std::int32_t Size, CharacterWidth, LineHeight;

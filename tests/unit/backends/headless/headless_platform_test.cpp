@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "backends/headless/headless_platform.h"
 
+#include "tests/support/printed_rows.h"
 #include "tests/support/program.h"
 
 namespace backends::headless {
 namespace {
+
+using support::PrintTo;
 
 struct Reports {
     std::int32_t Type;

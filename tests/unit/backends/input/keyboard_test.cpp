@@ -2,6 +2,7 @@
 #include "backends/input/keyboard.h"
 
 #include "src/view/prompt.h"
+#include "tests/support/printed_rows.h"
 #include "tests/support/program.h"
 
 namespace backends {
@@ -9,6 +10,7 @@ namespace {
 
 using headless::HeadlessGrid;
 using headless::HeadlessTextBox;
+using support::PrintTo;
 
 using modQuorin::MenuEvent;
 using testing::ElementsAre;

@@ -2,6 +2,7 @@
 #include "backends/linux/connections.h"
 
 #include "tests/support/plugged_instrument.h"
+#include "tests/support/printed_rows.h"
 #include "tests/support/temporary_root.h"
 
 #include <array>
@@ -18,6 +19,8 @@ using namespace backends;
 using testing::ElementsAre;
 
 namespace {
+
+using support::PrintTo;
 
 bool HasHungUp(int descriptor) {
     pollfd one{descriptor, POLLIN, 0};

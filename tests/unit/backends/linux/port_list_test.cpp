@@ -2,6 +2,7 @@
 #include "backends/linux/port_list.h"
 
 #include "tests/support/plugged_instrument.h"
+#include "tests/support/printed_rows.h"
 #include "tests/unit/backends/linux/devices_under_test.h"
 
 #include <cerrno>
@@ -15,6 +16,8 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 
 namespace {
+
+using support::PrintTo;
 
 class PortList : public DevicesUnderTest {
 protected:

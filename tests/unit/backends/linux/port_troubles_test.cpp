@@ -2,6 +2,7 @@
 #include "backends/linux/port_troubles.h"
 
 #include "tests/support/plugged_instrument.h"
+#include "tests/support/printed_rows.h"
 #include "tests/support/temporary_root.h"
 
 #include <cerrno>
@@ -15,6 +16,8 @@ using testing::HasSubstr;
 using testing::Not;
 
 namespace {
+
+using support::PrintTo;
 
 const std::string Adapter = "/dev/ttyUSB0";
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "backends/linux/tones.h"
 
+#include "tests/support/printed_rows.h"
 #include "tests/unit/backends/linux/crossings.h"
 
 #include <algorithm>
@@ -18,6 +19,8 @@ using testing::ElementsAre;
 using namespace std::chrono_literals;
 
 namespace {
+
+using support::PrintTo;
 
 struct ToneRow {
     std::int32_t Hertz;

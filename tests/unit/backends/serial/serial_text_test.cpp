@@ -2,6 +2,7 @@
 #include "backends/serial/serial_text.h"
 
 #include "src/text/windows_1252.h"
+#include "tests/support/printed_rows.h"
 
 #include <gtest/gtest.h>
 
@@ -10,6 +11,8 @@
 using backends::SerialText;
 
 namespace {
+
+using support::PrintTo;
 
 struct Row {
     std::string Bytes;

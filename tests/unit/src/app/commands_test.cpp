@@ -4,12 +4,14 @@
 #include "src/app/lists.h"
 #include "src/view/display_state.h"
 #include "src/view/grids.h"
+#include "tests/support/printed_rows.h"
 #include "tests/support/program.h"
 
 namespace modQuorin {
 namespace {
 
 using platform::BoxAnswer;
+using support::PrintTo;
 using testing::ElementsAre;
 using testing::IsEmpty;
 

@@ -5,11 +5,13 @@
 #include "src/storage/settings.h"
 #include "src/view/grids.h"
 #include "src/view/prompt.h"
+#include "tests/support/printed_rows.h"
 #include "tests/support/program.h"
 
 namespace modQuorin {
 namespace {
 
+using support::PrintTo;
 using testing::ElementsAre;
 
 class SelectionList : public support::Program {

@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "src/app/menus.h"
 
+#include "tests/support/printed_rows.h"
 #include "tests/support/program.h"
 
 namespace modQuorin {
 namespace {
 
+using support::PrintTo;
 using testing::ElementsAre;
 
 class MenuTable : public testing::Test {

@@ -3,10 +3,13 @@
 
 #include "src/link/receive.h"
 #include "src/storage/settings.h"
+#include "tests/support/printed_rows.h"
 #include "tests/support/program.h"
 
 namespace modQuorin {
 namespace {
+
+using support::PrintTo;
 
 struct Leaving {
     const char* Name;

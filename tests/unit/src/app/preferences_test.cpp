@@ -3,11 +3,13 @@
 
 #include "src/storage/settings.h"
 #include "src/view/display_state.h"
+#include "tests/support/printed_rows.h"
 #include "tests/support/program.h"
 
 namespace modQuorin {
 namespace {
 
+using support::PrintTo;
 using testing::ElementsAre;
 
 class Preferences : public support::Program {

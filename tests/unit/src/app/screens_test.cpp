@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: MIT
+#include "tests/support/printed_rows.h"
 #include "tests/support/program.h"
 
 namespace modQuorin {
 namespace {
+
+using support::PrintTo;
 
 struct ScreenRowExpected {
     const char* Name;

@@ -5,6 +5,7 @@
 #include "src/storage/settings.h"
 #include "src/storage/volumes.h"
 #include "src/view/display_state.h"
+#include "tests/support/printed_rows.h"
 #include "tests/support/program.h"
 
 #include <ostream>
@@ -12,9 +13,10 @@
 namespace modQuorin {
 namespace {
 
-using namespace std::string_literals;
 using modBluetooth::Mailbox;
 using modBluetooth::Ports;
+using namespace std::string_literals;
+using support::PrintTo;
 using testing::ElementsAre;
 using testing::IsEmpty;
 

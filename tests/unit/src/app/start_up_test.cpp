@@ -3,12 +3,14 @@
 
 #include "src/view/display_state.h"
 #include "src/view/inf_fields.h"
+#include "tests/support/printed_rows.h"
 #include "tests/support/program.h"
 
 namespace modQuorin {
 namespace {
 
 using modPDAUI::Display;
+using support::PrintTo;
 using testing::ElementsAre;
 using testing::IsEmpty;
 

@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "src/drivers/downloads.h"
 
+#include "tests/support/printed_rows.h"
 #include "tests/support/program.h"
 
 namespace modQuorin {
 namespace {
 
 using platform::BoxAnswer;
+using support::PrintTo;
 using testing::ElementsAre;
 using testing::IsEmpty;
 

@@ -2,11 +2,13 @@
 #include "src/drivers/inf_tables.h"
 
 #include "src/view/inf_fields.h"
+#include "tests/support/printed_rows.h"
 #include "tests/support/program.h"
 
 namespace modQuorin {
 namespace {
 
+using support::PrintTo;
 using testing::IsEmpty;
 
 const std::string InfHeader = "FIELDNAME|VISIBLE|COPY|BLOB|DISPLAY|CSVNAME|DATATYPE|FORMULA\n";

@@ -2,6 +2,7 @@
 // A record on the screen whose download other tools replace, edit, empty or carry away: what is on the screen, in the
 // file and told after each thing that a person can do next.
 #include "src/storage/settings.h"
+#include "tests/support/printed_rows.h"
 #include "tests/support/program.h"
 
 #include <cstdlib>
@@ -9,6 +10,8 @@
 
 namespace modQuorin {
 namespace {
+
+using support::PrintTo;
 
 namespace files = std::filesystem;
 using platform::BoxAnswer;

@@ -5,12 +5,15 @@
 #include "src/link/receive.h"
 #include "src/storage/settings.h"
 #include "tests/support/ordinary_user.h"
+#include "tests/support/printed_rows.h"
 #include "tests/support/program.h"
 
 #include <fstream>
 
 namespace modBluetooth {
 namespace {
+
+using support::PrintTo;
 
 const std::string Reading =
     "[BLob]\n[RESULT_TYPE \"Moisture\"]\n[RESULT_VALUE \"23.4\"]\n[RESULT_UNIT \"%\"]\n[/BLob]\n";

@@ -4,12 +4,14 @@
 
 #include "src/link/receive.h"
 #include "src/storage/settings.h"
+#include "tests/support/printed_rows.h"
 #include "tests/unit/src/link/noted_port.h"
 
 namespace modBluetooth {
 namespace {
 
 using modQuorin::SaveSetting;
+using support::PrintTo;
 using testing::ElementsAre;
 using testing::IsEmpty;
 

@@ -3,6 +3,7 @@
 #include "src/storage/line_files.h"
 
 #include "src/storage/settings.h"
+#include "tests/support/printed_rows.h"
 #include "tests/support/test_device.h"
 
 #include <gmock/gmock.h>
@@ -12,6 +13,7 @@ namespace modFileSystem {
 namespace {
 
 using modStringTools::NumberText;
+using support::PrintTo;
 using testing::ElementsAre;
 using testing::IsEmpty;
 

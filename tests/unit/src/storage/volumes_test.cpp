@@ -6,6 +6,7 @@
 #include "src/storage/settings.h"
 #include "tests/support/ordinary_user.h"
 #include "tests/support/other_tool.h"
+#include "tests/support/printed_rows.h"
 #include "tests/support/test_device.h"
 
 #include <gmock/gmock.h>
@@ -17,6 +18,7 @@ namespace modFileSystem {
 namespace {
 
 using backends::HostVolume;
+using support::PrintTo;
 using testing::ElementsAre;
 using testing::IsEmpty;
 

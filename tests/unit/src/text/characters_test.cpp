@@ -2,11 +2,14 @@
 #include "src/text/characters.h"
 
 #include "src/text/text.h"
+#include "tests/support/printed_rows.h"
 
 #include <gtest/gtest.h>
 
 namespace modStringTools {
 namespace {
+
+using support::PrintTo;
 
 struct CharacterRow {
     const char* Name;

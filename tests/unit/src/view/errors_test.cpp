@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "src/view/platform/errors.h"
+#include "tests/support/printed_rows.h"
 
 #include <gtest/gtest.h>
 
 namespace platform {
 namespace {
+
+using support::PrintTo;
 
 struct Words {
     ErrorNumber Error;

@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "backends/loop/form_events.h"
+#include "tests/support/printed_rows.h"
 #include "tests/unit/src/view/layout_fixture.h"
 
 #include <limits>
 
 namespace modPDAUI {
 namespace {
+
+using support::PrintTo;
 
 constexpr float Twips = 15; // of the test device, a pixel
 

@@ -4,6 +4,7 @@
 #include "src/view/display_state.h"
 #include "src/view/grids.h"
 #include "src/view/inf_fields.h"
+#include "tests/support/printed_rows.h"
 #include "tests/support/program.h"
 #include "tests/unit/src/view/recording_canvas.h"
 
@@ -11,6 +12,7 @@ namespace modPDAUI {
 namespace {
 
 using namespace modQuorin;
+using support::PrintTo;
 using testing::ElementsAre;
 using testing::IsEmpty;
 

@@ -5,6 +5,7 @@
 #include "src/view/display_state.h"
 #include "src/view/grids.h"
 #include "src/view/input_fields.h"
+#include "tests/support/printed_rows.h"
 #include "tests/support/program.h"
 
 namespace modPDAUI {
@@ -13,6 +14,7 @@ namespace {
 using namespace modQuorin;
 using platform::Box;
 using platform::CalendarDate;
+using support::PrintTo;
 using testing::ElementsAre;
 using testing::IsEmpty;
 

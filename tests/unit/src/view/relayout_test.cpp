@@ -3,6 +3,11 @@
 #include "tests/unit/src/view/layout_fixture.h"
 
 namespace modPDAUI {
+
+static void PrintTo(PromptKind kind, std::ostream* out) {
+    *out << (kind == PromptKind::Line ? "a line" : kind == PromptKind::Text ? "a text" : "a list");
+}
+
 namespace {
 
 class Relayout : public Layout {
