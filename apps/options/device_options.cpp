@@ -90,31 +90,36 @@ void AddPort(const std::string& text, std::map<std::int32_t, PortAddress>& ports
     ports[*number] = *reading.Address;
 }
 
-std::string Help(const std::string& what, const std::string& byDefault) {
-    return what + " [" + byDefault + "]";
-}
-
 } // namespace
 
 void AddDeviceOptions(CLI::App& app, DeviceWords& words) {
-    app.add_option("--device", words.Device,
-                   Help("Device type that the platform reports, or a name of the table below", words.Defaults.Device));
-    app.add_option("--os-version", words.OsVersion, "Version text of the operating system [that of the device]");
-    app.add_option("--user", words.User, "User name")->capture_default_str();
-    app.add_option("--screen", words.Screen, "Working area in pixels, WxH [that of the device]");
-    app.add_option("--root", words.Root, Help("Host folder that holds all the device's storage", words.Defaults.Root));
-    app.add_option("--volume", words.Volumes,
-                   "A storage volume and its space in kilobytes, ROOT=KB, or ROOT=fail; repeatable, in order [that of "
-                   "the device]")
+    const char* const ofDevice = "that of the device";
+    app.add_option("--device", words.Device, "Type of device: a name or number of the table below")
+        ->type_name("DEVICE")
+        ->default_str(words.Defaults.Device);
+    app.add_option("--os-version", words.OsVersion, "Version text of its operating system")->default_str(ofDevice);
+    app.add_option("--user", words.User, "Name of its user")->type_name("NAME")->capture_default_str();
+    app.add_option("--screen", words.Screen, "Size of its screen in pixels")->type_name("WxH")->default_str(ofDevice);
+    app.add_option("--root", words.Root, "Folder with all of its storage")
+        ->type_name("DIR")
+        ->default_str(words.Defaults.Root);
+    app.add_option("--volume", words.Volumes, "Volume of its storage and kilobytes free, or ROOT=fail; repeatable")
+        ->type_name("ROOT=KB")
+        ->default_str(ofDevice)
         ->expected(1)
+        ->allow_extra_args(false) // what follows the value may be the script
         ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
-    app.add_option("--settings", words.Settings, Help("Settings file", words.Defaults.Settings));
+    app.add_option("--settings", words.Settings, "Settings file")
+        ->type_name("FILE")
+        ->default_str(words.Defaults.Settings);
 }
 
 void AddPortOption(CLI::App& app, DeviceWords& words, const std::string& without) {
-    app.add_option("--port", words.Ports,
-                   "What stands behind a port number, N=[PROFILE@]ADDRESS or ComN=...; repeatable; " + without)
+    app.add_option("--port", words.Ports, "Where port N (or ComN) is, an address as below; repeatable")
+        ->type_name("N=ADDRESS")
+        ->default_str(without)
         ->expected(1)
+        ->allow_extra_args(false) // what follows the value may be the script
         ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
 }
 
@@ -136,11 +141,11 @@ backends::DeviceOptions UnderstoodDevice(const DeviceWords& words) {
 }
 
 std::string AddressHelp() {
-    return R"(Addresses, of what stands behind a port:
-  /PATH             a serial device or pseudo terminal, colons included; any other path with ./ in front
-  tcp:HOST:PORT     a listener elsewhere, such as a device server; [HOST] where it has colons
-  exec:COMMAND      what a command writes on its standard output; /bin/sh runs it as whoever runs this program
-  bt:MAC[#CHANNEL]  a Bluetooth device; not built yet, and no more is PROFILE@ in front of an address
+    return R"(Addresses of ports:
+  /PATH             a serial device or pseudo terminal; a relative path begins with ./
+  tcp:HOST:PORT     a TCP server, such as a device server; a HOST with colons is written [HOST]
+  exec:COMMAND      the standard output of a command, which /bin/sh runs with the rights of this program
+  bt:MAC[#CHANNEL]  a Bluetooth device; not built yet, nor is PROFILE@ in front of an address
 )";
 }
 

@@ -35,7 +35,7 @@ struct DeviceWords {
 
 /// Adds every option but --port.
 void AddDeviceOptions(CLI::App& app, DeviceWords& words);
-/// `without` says what a port is that the option does not name.
+/// `without` says, for --help, what a port is that the option does not name.
 void AddPortOption(CLI::App& app, DeviceWords& words, const std::string& without);
 
 /// Returns the checked options. Root and settings are empty if they were not given. Only for use within

@@ -74,7 +74,8 @@ int ConsoleMain(int count, char** words, int (*run)(const Options&, Session&)) {
     }
     if (!RootIsUsable(options.Device.Root))
         return start::StatusNotStarted;
-    Session session(input, std::cout, options.Strict);
+    const OutputFor reader = options.PlainText ? OutputFor::People : OutputFor::Programs;
+    Session session(input, std::cout, options.Strict, reader);
     backends::RootLock lock;
     switch (lock.Take(options.Device.Root, "quorin-console")) {
     case LockResult::Held:

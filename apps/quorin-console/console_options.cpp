@@ -3,6 +3,7 @@
 
 #include "apps/options/device_options.h"
 #include "apps/quorin-console/script_commands.h"
+#include "apps/start/help.h"
 #include "backends/loop/clock.h"
 #include "backends/simulated/device_profiles.h"
 
@@ -26,6 +27,7 @@ struct Words {
     std::string Now = DefaultMoment;
     std::string Script;
     bool Strict = false;
+    bool PlainText = false;
 };
 
 std::string DefaultRoot() {
@@ -52,6 +54,7 @@ Options Understood(const Words& words) {
     options.Device.StartMoment = MomentFrom(words.Now);
     options.Script = words.Script;
     options.Strict = words.Strict;
+    options.PlainText = words.PlainText;
     return options;
 }
 
@@ -68,15 +71,15 @@ std::string KeyHelp() {
 }
 
 std::string Footer() {
-    return "Devices, each of whose figures an option of its own overrides; a type without a row is as \"other\":\n" +
+    return "Devices; the other options replace their values, and a type that is not listed is like \"other\":\n" +
            apps::DeviceTable() + "\n" + apps::AddressHelp() + "\nKeys: " + KeyHelp() +
            ".\n\nCommands, one a line, from SCRIPT or standard input:\n" + CommandHelp() + R"(
-TEXT is the rest of the line as it stands or, where it begins with a double quote, a JSON string. Empty lines and lines
-that begin with # are skipped.
+TEXT is the rest of the line, or a JSON string if it begins with a double quote. Rows and columns count from 0. Empty
+lines and lines that begin with # are skipped.
 
 Answers and events are written to standard output, one JSON object a line. {"ready":N} comes before each command that
-is read; N above 0 tells that N message boxes or prompts wait. {"done":WORD} closes a command, with "error" when it
-could not be carried out.
+is read; N is the number of open message boxes and prompts. {"done":WORD} ends a command, with "error" if it failed.
+With --text, only what a person reads is written: headlines, screens, message boxes, warnings, failed commands.
 
 Files: the volume Card:\ is the folder Card in the root folder, c:\ipc\ is c/ipc, .\ is the root folder itself. Line
 databases are SQLite files, Databases/NAME.sqlite in the root folder. Settings are kept in settings.ini.
@@ -84,20 +87,22 @@ databases are SQLite files, Databases/NAME.sqlite in the root folder. Settings a
 Text is measured with fixed metrics: at font size s a character is (3s+2)/4 pixels wide, a line (15s+4)/8 high. A scroll
 bar is 13 pixels wide. After "jump" each timer that fell due meanwhile fires once.
 
-Exit status: 0 the program or the input ended, 1 a run-time failure, 2 wrong usage, 3 a command failed under --strict, 4
-standard output could not be written.)";
+)" + start::ExitStatusHelp();
 }
 
 void Describe(CLI::App& app, Words& words) {
-    app.add_option("SCRIPT", words.Script, "File with the commands; standard input without one");
+    app.add_option("SCRIPT", words.Script, "File with the commands")->type_name("FILE")->default_str("standard input");
     apps::AddDeviceOptions(app, words.Device);
-    app.add_option("--clock", words.Clock, "virtual: time stands still but for \"tick\"; real: the machine's clock")
-        ->check(CLI::IsMember({"virtual", "real"}))
+    app.add_option("--clock", words.Clock, "virtual: only tick and jump pass time; real: the machine's clock")
+        ->check(CLI::IsMember({"virtual", "real"}).description(""))
+        ->type_name("virtual|real")
         ->capture_default_str();
-    app.add_option("--now", words.Now, "Where the virtual clock starts")->capture_default_str();
-    apps::AddPortOption(app, words.Device, "any other is simulated");
-    app.add_flag("--strict", words.Strict, "Stop at the first command that fails");
+    app.add_option("--now", words.Now, "Start of the virtual clock")->type_name("MOMENT")->capture_default_str();
+    apps::AddPortOption(app, words.Device, "simulated");
+    app.add_flag("--strict", words.Strict, "Stop at the first command that fails")->default_str("off");
+    app.add_flag("--text", words.PlainText, "Write for a person: screens as text, not JSON")->default_str("off");
     app.set_version_flag("--version", apps::VersionText("quorin-console"));
+    start::ShowOneLineEach(app);
 }
 
 } // namespace

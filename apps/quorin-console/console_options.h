@@ -13,6 +13,7 @@ struct Options {
     backends::DeviceOptions Device;
     std::string Script; ///< file with the commands; standard input when empty
     bool Strict = false;
+    bool PlainText = false; ///< the output is for people
 };
 
 using apps::Reading;

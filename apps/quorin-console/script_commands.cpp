@@ -174,6 +174,29 @@ Error RunTick(const Target& target, const std::string& rest) {
     return error;
 }
 
+/// Ends with the reading after which that many were taken in this run. A reading is taken half a second after it has
+/// arrived, so more than one may come with the last step.
+Error RunCollect(const Target& target, const std::string& rest) {
+    constexpr std::int64_t Step = 100;
+    constexpr std::int64_t Patience = 5000;
+    const Arguments words = WordsOf(rest);
+    const auto wanted = words.size() == 1 ? NumberFrom(words[0]) : std::nullopt;
+    if (!wanted || *wanted < 1)
+        return "wants N, a number of readings";
+    for (std::int64_t idle = 0; target.Out.Readings() < *wanted; idle += Step) {
+        if (idle >= Patience)
+            return "no reading was taken for 5 seconds";
+        const std::int64_t before = target.Out.Readings();
+        target.Device.loop.PassTime(Step);
+        if (target.Out.Readings() == before)
+            continue;
+        idle = 0;
+        target.Out.Write({{"say", "Reading " + std::to_string(target.Out.Readings()) + " taken"}});
+        target.Out.Write({{"show", Picture(target.Device)}});
+    }
+    return Done;
+}
+
 Error RunJump(const Target& target, const std::string& rest) {
     std::int64_t milliseconds = 0;
     Error error = ReadTime(rest, milliseconds);
@@ -231,6 +254,14 @@ Error RunDisk(const Target& target, const std::string& rest) {
 
 // --- reports ---------------------------------------------------------------------------------------------------------
 
+Error RunSay(const Target& target, const std::string& rest) {
+    const auto text = TextFrom(rest);
+    if (!text)
+        return "is no proper JSON string";
+    target.Out.Write({{"say", Utf8(*text)}});
+    return Done;
+}
+
 Error RunScreen(const Target& target, const std::string&) {
     target.Out.Write(ScreenReport(target.Device));
     return Done;
@@ -261,46 +292,48 @@ struct CommandRow {
 
 // clang-format off: a row a command
 constexpr CommandRow Commands[] = {
-    {"tap", "ROW [COL]", "a short tap on a cell of the main grid", RunTap},
-    {"hold", "ROW [COL]", "a press there of 1500 ms", RunHold},
-    {"menu", "M I", "a click on item I (1 to 5) of soft menu M (1 or 2)", RunMenu},
-    {"title", "M", "a click on the caption of soft menu M", RunTitle},
-    {"choose", "TEXT", "a click on the soft menu entry with that caption", RunChoose},
-    {"command", "TEXT", "a command of the application by its text, also one that no menu offers", RunCommand},
-    {"key", "CODE", "a key goes down and up; the control in focus acts on it unless it was swallowed", RunKey},
-    {"type", "TEXT", "characters, one by one, into the input control in focus", RunType},
+    {"tap", "ROW [COL]", "taps a cell of the main grid", RunTap},
+    {"hold", "ROW [COL]", "presses a cell for 1500 ms", RunHold},
+    {"menu", "M I", "clicks item I (1 to 5) of soft menu M (1 or 2)", RunMenu},
+    {"title", "M", "clicks the caption of soft menu M", RunTitle},
+    {"choose", "TEXT", "clicks the soft menu entry with that caption", RunChoose},
+    {"command", "TEXT", "runs a command of the application, even one that no menu offers", RunCommand},
+    {"key", "CODE", "presses and releases a key; the control in focus gets what the form does not consume", RunKey},
+    {"type", "TEXT", "writes characters one by one into the input control in focus", RunType},
     {"set", "TEXT", "replaces the text of the input control in focus", RunSet},
     {"pick", "YYYY-MM-DD", "chooses a date in the open date picker", RunPick},
-    {"answer", "yes|no|ok", "answers the message box that is open", RunAnswer},
-    {"tick", "MS", "lets time pass; timers fire, in time order", RunTick},
-    {"jump", "MS", "moves the virtual clock on at once, as a device that slept", RunJump},
-    {"receive", "TEXT", "these characters arrive at the simulated serial port", RunReceive},
-    {"serial", "fail N | drop", "the next N openings of the simulated port fail (-1: all); the open port closes",
+    {"answer", "yes|no|ok", "answers the open message box", RunAnswer},
+    {"tick", "MS", "lets MS milliseconds pass; timers fire in time order", RunTick},
+    {"jump", "MS", "moves the virtual clock forward at once, like a device that has slept", RunJump},
+    {"collect", "N", "lets time pass until N readings were taken in this run; draws the screen after each", RunCollect},
+    {"receive", "TEXT", "lets these characters arrive at the simulated serial port", RunReceive},
+    {"serial", "fail N | drop", "lets the next N openings of the simulated port fail (-1: all), or closes the open port",
      RunSerial},
-    {"named", "fail NUMBER | ok", "what opening a named connection gives from now on", RunNamed},
-    {"keyboard", "STATE A B C D", "the soft keyboard comes or goes; A to D are its left, top, width, height",
+    {"named", "fail NUMBER | ok", "sets the result of opening a named connection", RunNamed},
+    {"keyboard", "STATE A B C D", "shows or hides (0) the soft keyboard; A to D are its left, top, width, height",
      RunKeyboard},
-    {"close", "", "the title bar's close", RunClose},
-    {"background", "", "the application leaves the foreground",
+    {"close", "", "clicks the close button of the title bar", RunClose},
+    {"background", "", "moves the application to the background",
      [](const Target&, const std::string&) {
          frmQuorin::myCsys_AppBackground();
          return Done;
      }},
-    {"maximise", "", "it comes back to it",
+    {"maximise", "", "moves it back to the foreground",
      [](const Target&, const std::string&) {
          frmQuorin::myCsys_AppMaximized();
          return Done;
      }},
-    {"minimise", "", "it is made small",
+    {"minimise", "", "minimises it",
      [](const Target&, const std::string&) {
          frmQuorin::myCsys_AppMinimized();
          return Done;
      }},
-    {"disk", "fail N | ok", "the next N write operations fail as a full disk does (-1: all)", RunDisk},
+    {"disk", "fail N | ok", "lets the next N write operations fail like a full disk (-1: all)", RunDisk},
+    {"say", "TEXT", "writes a headline", RunSay},
     {"screen", "", "writes the screen as an object", RunScreen},
     {"show", "", "draws the screen as text for people", RunShow},
-    {"state", "", "writes the program's state as an object", RunState},
-    {"quit", "", "ends at once, as cutting the power would", RunQuit},
+    {"state", "", "writes the state of the program as an object", RunState},
+    {"quit", "", "ends at once, like a power cut", RunQuit},
 };
 // clang-format on
 

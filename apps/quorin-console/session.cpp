@@ -82,9 +82,18 @@ void Session::AboutToWait(int nesting) {
     Announced_ = nesting;
 }
 
+/// Returns the command that answers a box that has opened while `collect` waits, or an empty text.
+std::string Session::OwnAnswer() const {
+    const auto* box = Device_->Seen().boxes.Current();
+    if (box == nullptr || OpenCommands_.empty() || OpenCommands_.back() != "collect")
+        return {};
+    return box->Buttons == platform::BoxButtons::Ok ? "answer ok" : "answer yes";
+}
+
 void Session::RunCommand() {
     Announced_ = -1;
-    const CommandLine line = Parse(Reader_.Take());
+    const std::string answer = OwnAnswer();
+    const CommandLine line = Parse(answer.empty() ? Reader_.Take() : answer);
     OpenCommands_.push_back(line.Word);
     std::string error = Execute({*Device_, Writer_}, line);
     Device_->loop.HandleDue();

@@ -47,7 +47,8 @@ private:
 class Session final : public backends::CommandSource {
 public:
     /// Reads commands from a descriptor. If `stopAtFailure`, the first command that fails is the last one.
-    Session(int input, std::ostream& out, bool stopAtFailure) : Strict_(stopAtFailure), Writer_(out), Reader_(input) {}
+    Session(int input, std::ostream& out, bool stopAtFailure, OutputFor reader = OutputFor::Programs)
+        : Strict_(stopAtFailure), Writer_(out, reader), Reader_(input) {}
 
     /// Sets the device for the commands. The device must have been created with this session as its source of commands
     /// and as its watcher.
@@ -66,13 +67,14 @@ public:
 
     // Called by the loop.
     void AboutToWait(int nesting) override;
-    bool HasCommand() override { return Reader_.HasLine(); }
+    bool HasCommand() override { return Reader_.HasLine() || !OwnAnswer().empty(); }
     bool Ended() override { return Reader_.Ended(); }
     int Descriptor() override { return Reader_.Descriptor(); }
     void TakeInput() override { Reader_.Read(); }
     void RunCommand() override;
 
 private:
+    std::string OwnAnswer() const;
     int Close(const backends::ProgramOver& over);
     void CloseOpenCommands(const std::string& error);
 

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "apps/quorin-console/writer.h"
 
+#include "apps/quorin-console/plain_text.h"
+#include "src/view/sound.h"
+
 #include <iostream>
 
 namespace console {
@@ -13,7 +16,11 @@ std::string Utf8(const Text& text) {
 }
 
 void Writer::Write(const Json& object) {
-    if (!Failed())
+    if (Failed())
+        return;
+    if (Reader_ == OutputFor::People)
+        Out_ << PlainText(object) << std::flush;
+    else
         Out_ << object.dump(-1, ' ', false, Json::error_handler_t::replace) << std::endl;
 }
 
@@ -26,6 +33,7 @@ void Writer::BoxOpened(const Text& text, BoxButtons buttons, BoxIcon icon, const
 }
 
 void Writer::TonePlayed(std::int32_t hertz, std::int32_t milliseconds) {
+    Readings_ += hertz == modAudio::TakenHertz ? 1 : 0;
     Write({{"event", "tone"}, {"frequency", hertz}, {"duration", milliseconds}});
 }
 

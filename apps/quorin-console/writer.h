@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The output of quorin-console: one JSON object a line, in the order of events.
+// The output of quorin-console in the order of events: one JSON object a line, or text for a person.
 #pragma once
 
 #include "backends/loop/services.h"
@@ -15,14 +15,18 @@ using Json = nlohmann::ordered_json;
 /// Returns a text as UTF-8; what has no UTF-8 form becomes a replacement character.
 std::string Utf8(const Text& text);
 
+enum class OutputFor { Programs, People };
+
 class Writer final : public backends::Watcher {
 public:
-    explicit Writer(std::ostream& out) : Out_(out) {}
+    explicit Writer(std::ostream& out, OutputFor reader = OutputFor::Programs) : Out_(out), Reader_(reader) {}
 
-    /// Writes an object; does nothing after a write has failed.
+    /// Writes an object, for people as text; does nothing after a write has failed.
     void Write(const Json& object);
     /// True if a write has failed.
     bool Failed() const { return !Out_; }
+    /// Returns the number of readings that were taken in this run: each sounds the high tone.
+    std::int64_t Readings() const { return Readings_; }
 
     void BoxOpened(const Text& text, platform::BoxButtons buttons, platform::BoxIcon icon, const Text& title) override;
     void TonePlayed(std::int32_t hertz, std::int32_t milliseconds) override;
@@ -36,6 +40,8 @@ public:
 
 private:
     std::ostream& Out_;
+    OutputFor Reader_;
+    std::int64_t Readings_ = 0;
 };
 
 } // namespace console

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "apps/quorin-instrument/instrument_options.h"
 
+#include "apps/start/help.h"
+
 #include <CLI/CLI.hpp>
 
 namespace instrument {
@@ -8,15 +10,17 @@ namespace instrument {
 namespace {
 
 constexpr const char* Description =
-    "A simulated instrument: plays a recording or made-up results onto a serial line or into a mailbox.";
+    "A simulated instrument: sends a recording or made-up results over a serial line or into a mailbox.";
 
 constexpr const char* Footer =
-    "Without --device, --mailbox and --print the line is a pseudo terminal, whose path is the first line of standard\n"
-    "output. It waits for a reader, pauses while the reader is away, and goes on where it was: nothing is sent twice,\n"
-    "and what the reader had not read when it went is lost.\n"
-    "A fault falls on each record, or with a number N on each N-th one; connect records are left alone. Write STREAM\n"
-    "in front of a fault that has no number.\n"
-    "Exit status: 0 done or told to stop, 1 failure, 2 wrong usage.";
+    R"(Without --device, --mailbox and --print the line is a pseudo terminal. Its path is the first line of standard output. It
+waits for a reader, pauses while the reader is away, and goes on from there: nothing is sent twice, and what the reader
+had not read when it went is lost. Of --device, --mailbox, --print and --link only one can be given.
+
+A fault is made in each record, or with a number N in each N-th one, but never in the record that connects. STREAM must
+not follow a fault without a number.
+
+)";
 
 std::string CheckIdentity(const std::string& text) {
     return FitsInATag(text) ? std::string() : "quotes, brackets, bars and line ends can't be sent";
@@ -39,21 +43,21 @@ std::string CheckEvery(const std::string& text) {
 }
 
 void AddStreamOptions(CLI::App& app, CommandLine& line, std::string& types) {
-    auto* stream = app.add_option("STREAM", line.StreamFile, "Plays this recording, to the byte.");
-    app.add_option("--count", line.MadeUp.Count, "Makes up so many results; 0 goes on without end.")
+    auto* stream = app.add_option("STREAM", line.StreamFile, "Recording to send, unchanged");
+    app.add_option("--count", line.MadeUp.Count, "Number of results to make up, 0 for no end; not with STREAM")
         ->type_name("N")
         ->check(CheckNotNegative)
         ->capture_default_str()
         ->excludes(stream);
-    app.add_option("--seed", line.MadeUp.Seed, "Chooses the values and the faults; the same seed gives the same bytes.")
+    app.add_option("--seed", line.MadeUp.Seed, "Seed of the made-up values and faults")
         ->type_name("N")
         ->capture_default_str();
-    app.add_option("--identity", line.MadeUp.Identity, "Introduces itself under this name.")
+    app.add_option("--identity", line.MadeUp.Identity, "Name of the instrument; not with STREAM")
         ->type_name("TEXT")
         ->check(CheckIdentity)
         ->capture_default_str()
         ->excludes(stream);
-    app.add_option("--types", types, "Makes up these results in turn, each NAME or NAME=UNIT.")
+    app.add_option("--types", types, "Results in turn, each NAME or NAME=UNIT; not with STREAM")
         ->type_name("LIST")
         ->check(CheckKinds)
         ->default_str("Moisture,Temperature,Humidity")
@@ -61,11 +65,15 @@ void AddStreamOptions(CLI::App& app, CommandLine& line, std::string& types) {
 }
 
 void AddOutletOptions(CLI::App& app, CommandLine& line) {
-    auto* device = app.add_option("--device", line.Device, "Plays onto this serial device, set to 9600 baud 8N1.");
-    auto* mailbox = app.add_option("--mailbox", line.Mailbox, "Serves this mailbox folder, one delivery a record.");
-    auto* print = app.add_flag("--print", line.Print, "Writes the stream to standard output, at once and unpaced.");
+    auto* device = app.add_option("--device", line.Device, "Send over this serial device, at 9600 baud 8N1")
+                       ->default_str("a pseudo terminal");
+    auto* mailbox =
+        app.add_option("--mailbox", line.Mailbox, "Send into this mailbox folder, a delivery for each record")
+            ->default_str("none");
+    auto* print =
+        app.add_flag("--print", line.Print, "Write to standard output as fast as possible")->default_str("off");
     auto* link =
-        app.add_option("--link", line.Link, "Makes a symbolic link to the pseudo terminal, a name that stays.");
+        app.add_option("--link", line.Link, "Make a symbolic link to the pseudo terminal")->default_str("none");
     device->type_name("PATH")->excludes(mailbox)->excludes(print)->excludes(link);
     mailbox->type_name("DIR")->excludes(print)->excludes(link);
     link->type_name("PATH")->excludes(print);
@@ -73,14 +81,14 @@ void AddOutletOptions(CLI::App& app, CommandLine& line) {
 
 void AddPaceOptions(CLI::App& app, CommandLine& line, std::optional<std::int32_t>& interval,
                     std::optional<std::int32_t>& linger) {
-    app.add_flag("--fast", line.Play.Fast, "Plays as fast as it is read, not as 9600 baud (960 bytes a second) would.");
-    app.add_option("--interval", interval,
-                   "Pauses so many milliseconds after each result; 2000 unless told, 0 for a recording and for --fast.")
+    app.add_flag("--fast", line.Play.Fast, "Send as fast as it is read, not at 9600 baud")->default_str("off");
+    app.add_option("--interval", interval, "Pause after each result in milliseconds")
         ->type_name("MS")
+        ->default_str("2000; 0 with STREAM, --print or --fast")
         ->check(CheckNotNegative);
-    app.add_option("--linger", linger,
-                   "Stays so many milliseconds at the end of the stream, not until the reader goes or has taken all.")
+    app.add_option("--linger", linger, "Time to stay after the last result in milliseconds")
         ->type_name("MS")
+        ->default_str("until all is read")
         ->check(CheckNotNegative);
 }
 
@@ -91,12 +99,12 @@ struct FaultOption {
 };
 
 constexpr FaultOption FaultOptions[] = {
-    {"--noise", &FaultPlan::Noise, "Sends lines of rubbish in front of a record."},
+    {"--noise", &FaultPlan::Noise, "Send meaningless lines before a record"},
     {"--split-lines", &FaultPlan::SplitLines,
-     "Sends the lines in pieces with pauses between them; in a mailbox the record in two deliveries."},
-    {"--wrong-origin", &FaultPlan::WrongOrigin, "Sends it as an instrument that never introduced itself."},
-    {"--lose-end-tag", &FaultPlan::LoseEndTag, "Loses the closing line."},
-    {"--drop-line", &FaultPlan::DropLine, "Loses a line between the first and the last."},
+     "Send lines in pieces with pauses; in a mailbox, a record in two deliveries"},
+    {"--wrong-origin", &FaultPlan::WrongOrigin, "Send a record as an instrument that has not connected"},
+    {"--lose-end-tag", &FaultPlan::LoseEndTag, "Leave out the last line of a record"},
+    {"--drop-line", &FaultPlan::DropLine, "Leave out a line between the first and the last"},
 };
 
 void AddFaultOptions(CLI::App& app, FaultPlan& plan) {
@@ -106,7 +114,7 @@ void AddFaultOptions(CLI::App& app, FaultPlan& plan) {
                [&plan, &fault](const std::string& number) {
                    plan.*fault.Every = number.empty() ? 1 : std::stoi(number);
                },
-               fault.Help)
+               fault.Help + std::string(" [off]"))
             ->type_name("[N]")
             ->expected(0, 1)
             ->check(CheckEvery)
@@ -118,7 +126,7 @@ void AddFaultOptions(CLI::App& app, FaultPlan& plan) {
 
 bool ReadCommandLine(int argc, char** argv, CommandLine& line, int& exitStatus) {
     CLI::App app(Description, "quorin-instrument");
-    app.footer(Footer);
+    app.footer(Footer + start::ExitStatusHelp());
     app.set_version_flag("--version", QUORIN_VERSION);
     std::string types;
     std::optional<std::int32_t> interval;
@@ -127,6 +135,7 @@ bool ReadCommandLine(int argc, char** argv, CommandLine& line, int& exitStatus) 
     AddOutletOptions(app, line);
     AddPaceOptions(app, line, interval, linger);
     AddFaultOptions(app, line.Play.Faults);
+    start::ShowOneLineEach(app);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
@@ -141,7 +150,7 @@ bool ReadCommandLine(int argc, char** argv, CommandLine& line, int& exitStatus) 
     line.Play.InDeliveries = !line.Mailbox.empty();
     line.Play.Fast = line.Play.Fast || line.Print;
     const bool atOnce = line.Play.Fast || !line.StreamFile.empty();
-    line.Play.Interval = std::chrono::milliseconds(line.Print ? 0 : interval.value_or(atOnce ? 0 : 2000));
+    line.Play.Interval = std::chrono::milliseconds(interval.value_or(atOnce ? 0 : 2000));
     if (linger) {
         line.Stay = std::chrono::milliseconds(*linger);
     }

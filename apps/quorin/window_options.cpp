@@ -2,6 +2,7 @@
 #include "apps/quorin/window_options.h"
 
 #include "apps/options/device_options.h"
+#include "apps/start/help.h"
 #include "backends/simulated/device_profiles.h"
 
 #include <CLI/CLI.hpp>
@@ -53,34 +54,34 @@ Options Understood(const Words& words) {
 }
 
 std::string Footer(const std::string& keyHelp) {
-    return "Devices, each of whose figures an option of its own overrides; a type without a row is as \"other\":\n" +
+    return "Devices; the other options replace their values, and a type that is not listed is like \"other\":\n" +
            apps::DeviceTable() + "\n" + apps::AddressHelp() + R"(
-Ports: "ComN" means the first of these that is there, each time that the port is opened:
-  1. the ADDRESS of --port N=ADDRESS, in any case
+Ports: each time that port ComN is opened, it is the first of these that exists:
+  1. the ADDRESS of --port N=ADDRESS, whether it exists or not
   2. /dev/rfcomm(N-1), a Bluetooth serial device
   3. the N-th of the adapters, /dev/ttyUSB* before /dev/ttyACM*
   4. /dev/ttyS(N-1), a port of the machine's own
---ports tells what is there and what each name means. --port N=/dev/serial/by-id/... stays with one adapter wherever it
-is plugged in.
+--ports lists what exists and which port each is. --port N=/dev/serial/by-id/... follows one adapter wherever it is
+plugged in.
 
-Files: data is in the root folder, $XDG_DATA_HOME/quorin or ~/.local/share/quorin unless --root is given; that of --demo
-is in quorin-demo beside it. The settings are in $XDG_CONFIG_HOME/quorin/settings.ini or ~/.config/quorin/settings.ini;
-with --root or --demo they are settings.ini in the root folder; --settings goes before both. One program at a time works
-on a root folder.
+Files: the data is in the root folder, by default $XDG_DATA_HOME/quorin or ~/.local/share/quorin, with --demo in
+quorin-demo beside it. The settings are in $XDG_CONFIG_HOME/quorin/settings.ini or ~/.config/quorin/settings.ini, with
+--root or --demo in settings.ini of the root folder, with --settings in that file. One program at a time uses a root
+folder.
 )" + (keyHelp.empty() ? "" : "\nKeys:\n" + keyHelp) +
-           "\nExit status: 0 the program ended, 1 a run-time failure, 2 wrong usage, no display, or a root folder "
-           "that is in use.";
+           "\n" + start::ExitStatusHelp();
 }
 
 void Describe(CLI::App& app, Words& words) {
     apps::AddDeviceOptions(app, words.Device);
-    apps::AddPortOption(app, words.Device, "any other is found by the rule below");
-    app.add_flag("--ports", words.ListPorts, "List the serial ports and what they are called, and end");
-    app.add_flag("--demo", words.Demo, "Run with a sample driver, and a simulated instrument at port 1");
-    app.add_option("--scale", words.Scale,
-                   "How many pixels of the screen a pixel of the device takes, 0.5 to 4 [2 on a screen of 160 pixels, "
-                   "else 1]");
+    apps::AddPortOption(app, words.Device, "found as below");
+    app.add_flag("--ports", words.ListPorts, "List the serial ports and their numbers, and end");
+    app.add_flag("--demo", words.Demo, "Run with a sample driver and a simulated instrument")->default_str("off");
+    app.add_option("--scale", words.Scale, "Magnification of the device's screen, 0.5 to 4")
+        ->type_name("F")
+        ->default_str("2 if it has 160 pixels, else 1");
     app.set_version_flag("--version", apps::VersionText("quorin"));
+    start::ShowOneLineEach(app);
 }
 
 } // namespace

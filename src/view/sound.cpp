@@ -14,7 +14,7 @@ struct ToneRow {
 };
 
 constexpr ToneRow Tones[] = {
-    {SoundCode::Taken, 1046, 250},
+    {SoundCode::Taken, TakenHertz, 250},
     {SoundCode::Refused, 369, 300},
 };
 

@@ -13,6 +13,8 @@ enum class SoundCode : std::int32_t {
     Refused = 3, ///< no row was found for the result, or it was refused
 };
 
+inline constexpr std::int32_t TakenHertz = 1046; ///< no other tone has this frequency
+
 struct SoundState {
     std::unique_ptr<platform::Tone> CurrentTone; ///< the tone made last
 };

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // What quorin-console promises of its streams, its end and its options.
+#include "tests/support/help_text.h"
 #include "tests/support/printed_rows.h"
 #include "tests/unit/apps/quorin-console/console_run.h"
 
@@ -18,6 +19,15 @@ const Words OpenTheQuestion = {"choose inf editor...", "choose Delete"}; ///< a 
 const Words OpenThePrompt = {"choose Preferences...", "tap 4"};          ///< asks for a port, and waits
 const char* const Question =
     R"({"event":"box","text":"Delete Driver?","buttons":"yesno","icon":"question","title":"Quorin"})";
+
+// The command line.
+
+TEST_F(Console, TakesTheWordAfterARepeatableOptionAsItsScript) {
+    Root.Put("script", "say read");
+    const std::string script = (Root.Path() / "script").string();
+    for (const Words& option : {Words{"--port", "2=/dev/null"}, Words{"--volume", ".\\=100"}})
+        EXPECT_THAT(With(Joined({option, {script}}), "").Lines, testing::Contains(R"({"say":"read"})")) << option[0];
+}
 
 // The stream of answers.
 
@@ -281,12 +291,14 @@ TEST_F(Console, ShowsItsHelpAndVersion) {
     EXPECT_EQ(help.Status, 0);
     EXPECT_EQ(help.Errors, "");
     for (const char* word :
-         {"--device", "--os-version", "--user",      "--screen", "--root",    "--volume", "--settings", "--clock",
-          "--now",    "--port",       "--strict",    "--help",   "--version", "SCRIPT",   "tap ROW",    "hold ROW",
-          "menu M I", "title M",      "choose TEXT", "key CODE", "type TEXT", "set TEXT", "pick",       "answer",
-          "tick MS",  "jump MS",      "receive",     "serial",   "named",     "keyboard", "close",      "background",
-          "maximise", "minimise",     "disk",        "screen",   "show",      "state",    "quit"})
+         {"--device", "--os-version", "--user",   "--screen",   "--root",      "--volume",  "--settings",
+          "--clock",  "--now",        "--port",   "--strict",   "--help",      "--version", "SCRIPT",
+          "tap ROW",  "hold ROW",     "menu M I", "title M",    "choose TEXT", "key CODE",  "type TEXT",
+          "set TEXT", "pick",         "answer",   "tick MS",    "jump MS",     "receive",   "serial",
+          "named",    "keyboard",     "close",    "background", "maximise",    "minimise",  "disk",
+          "screen",   "show",         "state",    "quit",       "collect N",   "say TEXT",  "--text"})
         EXPECT_THAT(help.Output, HasSubstr(word));
+    support::ExpectPlainHelp(help.Output);
     const Outcome version = Bare({"--version"});
     EXPECT_EQ(version.Status, 0);
     EXPECT_THAT(version.Lines, ElementsAre(HasSubstr("0.27")));

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
+#include "tests/support/help_text.h"
 #include "tests/support/running_instrument.h"
 #include "tests/unit/apps/quorin-instrument/instrument_support.h"
 
+#include <chrono>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -50,6 +52,14 @@ TEST(CommandLine, HelpNamesEveryOption) {
                                "--wrong-origin", "--lose-end-tag", "--drop-line"}) {
         EXPECT_THAT(instrument.Output(), testing::HasSubstr(option));
     }
+    support::ExpectPlainHelp(instrument.Output());
+}
+
+TEST(CommandLine, PrintPausesForAnIntervalThatIsGiven) {
+    const auto start = std::chrono::steady_clock::now();
+    RunningInstrument instrument({"--print", "--count", "3", "--interval", "200"});
+    EXPECT_EQ(instrument.ExitStatus(), 0);
+    EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(400)) << "two pauses";
 }
 
 TEST(CommandLine, PrintWritesTheStreamAndNothingElse) {

@@ -2,6 +2,8 @@
 // What the window program makes of its command line.
 #include "apps/quorin/window_options.h"
 
+#include "tests/support/help_text.h"
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <locale>
@@ -139,7 +141,7 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(
         Row{{"--device", "toaster"}, "--device toaster:" + NoDevice},
         Row{{"--device", "-1"}, "--device -1:" + NoDevice}, Row{{"--device", "32768"}, "--device 32768:" + NoDevice},
-        Row{{"--device", "Palm"}, "--device Palm:" + NoDevice}, Row{{"--device"}, "--device: 1 required TEXT missing"},
+        Row{{"--device", "Palm"}, "--device Palm:" + NoDevice}, Row{{"--device"}, "--device: 1 required DEVICE missing"},
         Row{{"--screen", "640"}, "--screen 640:" + NoScreen}, Row{{"--screen", "0x480"}, "--screen 0x480:" + NoScreen},
         Row{{"--screen", "10001x1"}, "--screen 10001x1:" + NoScreen},
         Row{{"--volume", "Card"}, "--volume Card:" + NoVolume}, Row{{"--volume", "A:=1"}, "--volume A:=1:" + NoVolume},
@@ -160,7 +162,7 @@ INSTANTIATE_TEST_SUITE_P(
         Row{{"--scale", "0.4"}, "--scale 0.4:" + NoScale}, Row{{"--scale", "4.1"}, "--scale 4.1:" + NoScale},
         Row{{"--scale", "1,5"}, "--scale 1,5:" + NoScale}, Row{{"--scale", "2x"}, "--scale 2x:" + NoScale},
         Row{{"--scale", ""}, "--scale :" + NoScale}, Row{{"--scale", "nan"}, "--scale nan:" + NoScale},
-        Row{{"--scale", "-1"}, "--scale -1:" + NoScale}, Row{{"--root"}, "--root: 1 required TEXT missing"},
+        Row{{"--scale", "-1"}, "--scale -1:" + NoScale}, Row{{"--root"}, "--root: 1 required DIR missing"},
         Row{{"file"}, "The following argument was not expected: file"},
         Row{{"--clock", "real"}, "The following arguments were not expected: real --clock"}));
 
@@ -191,6 +193,10 @@ INSTANTIATE_TEST_SUITE_P(Places, Help,
                                          "~/.local/share/quorin", "$XDG_CONFIG_HOME/quorin/settings.ini",
                                          "~/.config/quorin/settings.ini"));
 INSTANTIATE_TEST_SUITE_P(Keys, Help, testing::Values("\nKeys:\n  F1   the first menu\n"));
+
+TEST(WindowOptions, HelpIsALineForEachOptionAndStatus) {
+    support::ExpectPlainHelp(AnswerTo({"--help"}).Output);
+}
 
 TEST(WindowOptions, HelpHasNoKeysWhereNoneAreGiven) {
     EXPECT_THAT(AnswerTo({"--help"}).Output, testing::Not(testing::HasSubstr("Keys")));

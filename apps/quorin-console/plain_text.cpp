@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: MIT
+#include "apps/quorin-console/plain_text.h"
+
+#include <sstream>
+
+namespace console {
+
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+std::string Indented(const std::string& text) {
+    std::istringstream in(text);
+    std::string indented;
+    for (std::string line; std::getline(in, line);)
+        indented += line.empty() || line == "\r" ? "\n" : "    " + line + "\n";
+    return indented;
+}
+
+std::string EventText(const Json& event) {
+    const std::string kind = event.at("event");
+    const std::string text = event.value("text", Json()).is_string() ? event.at("text").get<std::string>() : "";
+    if (kind == "box")
+        return Indented("asked: " + text);
+    return kind == "warning" ? Indented("warning: " + text) : "";
+}
+
+std::string DoneText(const Json& done) {
+    const std::string word = done.at("done");
+    return done.contains("error") ? Indented(word + ": " + done.at("error").get<std::string>()) : "";
+}
+
+} // namespace
+
+std::string PlainText(const nlohmann::ordered_json& object) {
+    if (object.contains("say"))
+        return "\n== " + object.at("say").get<std::string>() + "\n";
+    if (object.contains("show"))
+        return "\n" + Indented(object.at("show"));
+    if (object.contains("event"))
+        return EventText(object);
+    if (object.contains("done"))
+        return DoneText(object);
+    return object.contains("ready") ? "" : object.dump() + "\n";
+}
+
+} // namespace console

@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: MIT
+// How --help looks in every program.
+#pragma once
+
+#include <string>
+
+namespace CLI {
+class App;
+}
+
+namespace start {
+
+/// Gives the help of a program one line for each option: its names, what its value is, what it means, its default.
+/// Called after all options were added.
+void ShowOneLineEach(CLI::App& app);
+
+/// Returns the exit statuses of all programs, a line each.
+std::string ExitStatusHelp();
+
+} // namespace start
