@@ -16,7 +16,7 @@ std::string RecordText(const LinkView& link) {
     if (link.RecordAge)
         return "last record " + AgeText(*link.RecordAge) + " ago";
     if (link.Road == LinkRoad::Serial && link.Heard)
-        return "characters come, but no record yet";
+        return "characters arrive, but no record yet";
     return "no record yet";
 }
 
@@ -35,9 +35,9 @@ std::string WaitingText(const LinkView& link) {
 }
 
 std::string HeldText(const LinkView& link) {
-    const std::string what =
-        link.Road == LinkRoad::Serial ? std::to_string(link.Waits) + " characters wait" : "the mailbox waits";
-    return "a question stands, " + what;
+    const std::string what = link.Road == LinkRoad::Serial ? std::to_string(link.Waits) + " characters are waiting"
+                                                           : "the mailbox is waiting";
+    return "a question is open, " + what;
 }
 
 } // namespace

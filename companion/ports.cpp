@@ -72,7 +72,7 @@ std::string PortTable(const std::vector<PortRow>& rows) {
         text += RowText(row);
     const bool pinnable = std::any_of(rows.begin(), rows.end(), [](const PortRow& row) { return !row.Links.empty(); });
     if (pinnable)
-        text += "What a number means goes by the order of plugging in. To have it mean one adapter alone, pin it:\n"
+        text += "Numbers follow the order of plugging in. To keep a number for one adapter, pin it:\n"
                 "    --port 1=/dev/serial/by-id/NAME\n";
     return text;
 }

@@ -22,7 +22,7 @@ Text MomentText(const DateTime& now, const DateTime& moment) {
 Text ReasonOf(const platform::LostReading& reading) {
     switch (reading.Why) {
     case platform::ReadingLoss::NoFile:
-        return u"the file could not be made";
+        return u"the file could not be created";
     case platform::ReadingLoss::NoRow:
         return u"the file has no such record";
     case platform::ReadingLoss::NoField:
@@ -30,7 +30,7 @@ Text ReasonOf(const platform::LostReading& reading) {
     case platform::ReadingLoss::Emptied:
         break;
     }
-    return u"the formula or the variable of its row " + reading.Fields + u" has taken its place";
+    return u"the formula or the variable of its row " + reading.Fields + u" has replaced it";
 }
 
 } // namespace
@@ -45,13 +45,13 @@ Notice DataFolder(const Text& folder) {
 
 Notice NotSaved(const DateTime& now, const Text& file, const Text& why) {
     return {AboutSaving, Severity::Loss,
-            TimeText(now) + u"  Not saved: " + file + u", " + why + u". Tap here when you have seen to it.",
+            TimeText(now) + u"  Not saved: " + file + u", " + why + u". Tap here once you have dealt with it.",
             Until::Tapped};
 }
 
 Text NoPlaceText(const platform::OpenedRecord& record) {
     const Text what = record.Place == platform::RecordPlace::NoFile
-                          ? record.File + u" could not be made: "
+                          ? record.File + u" could not be created: "
                           : u"No record could be added to " + record.File + u": ";
     return what + platform::ErrorText(record.Why) + u". Readings are not stored.";
 }
@@ -71,7 +71,7 @@ Notice OtherDriver(const platform::OpenedRecord& record) {
         record.Owner != record.Driver
             ? u"This record belongs to driver " + record.Owner + u", it is shown with driver " + record.Driver +
                   u": readings may land in the wrong columns. Go Back and make a new download."
-            : u"No list names the download " + record.File + u" any more. Go Back and make a new download.";
+            : u"No list contains the download " + record.File + u" any more. Go Back and make a new download.";
     return {AboutDriver, Severity::Warning, words, Until::RecordLeft};
 }
 
@@ -83,38 +83,39 @@ Notice ReadingWaits(const DateTime& now, const DateTime& since) {
 
 Notice ReadingWithoutValue(const DateTime& now, const Text& field) {
     return {AboutValue, Severity::Warning,
-            TimeText(now) + u"  A reading came without a value, with its unit alone: look at " + field + u".",
+            TimeText(now) + u"  A reading came with a unit and without a value: check " + field + u".",
             Until::RecordLeft};
 }
 
 Notice DeliveryStays(const Text& fullName, platform::ErrorNumber why) {
     return {AboutMailbox, Severity::Warning,
             fullName + u" can't be deleted: " + platform::ErrorText(why) +
-                u". It was taken once, and is not looked at again until it has changed.",
+                u". It was read once, and is ignored until it changes.",
             Until::Withdrawn};
 }
 
 Notice DeliveryKept(const Text& fullName, platform::ErrorNumber why) {
     return {AboutMailbox, Severity::Warning,
-            fullName + u" can't be read: " + platform::ErrorText(why) + u". Nothing of it has been taken.",
-            Until::Withdrawn};
+            fullName + u" can't be read: " + platform::ErrorText(why) + u". Nothing of it was read.", Until::Withdrawn};
 }
 
 Notice LinkIsOff() {
     return {AboutLinkOff, Severity::Warning,
-            u"Back has closed the link of this record, whatever its title says. Go Back and open the download again.",
+            u"Back has closed the link of this record, although the title still shows it. Go Back and open the "
+            u"download again.",
             Until::Withdrawn};
 }
 
 Notice LinkIsOn() {
-    return {AboutLinkOn, Severity::Warning,
-            u"The instrument goes on sending, and the link is still open: a reading would go into a field that is open "
-            u"here.",
-            Until::Withdrawn};
+    return {
+        AboutLinkOn, Severity::Warning,
+        u"The instrument is still sending, and the link is still open: a reading would go into a field that is open "
+        u"here.",
+        Until::Withdrawn};
 }
 
 Notice PortEndsProgram(const Text& why) {
-    return {AboutPort, Severity::Warning, why + u" The next download that takes readings ends the program.",
+    return {AboutPort, Severity::Warning, why + u" Opening a download that receives readings will end the program.",
             Until::Withdrawn};
 }
 
@@ -124,7 +125,7 @@ Notice NobodyKeepsAway(const Text& why) {
 
 Notice FolderReplaced(const Text& folder, const Text& instead, platform::ErrorNumber why) {
     const Text where =
-        instead.empty() ? Text(u"No file is opened or made there") : u"Its files are looked for and made in " + instead;
+        instead.empty() ? Text(u"No file is opened or created there") : u"Its files are read and created in " + instead;
     return {AboutFolder, Severity::Warning,
             u"Can't use the folder " + folder + u": " + platform::ErrorText(why) + u". " + where +
                 u". Tap here when you have read it.",
@@ -140,9 +141,9 @@ Notice ListIncomplete(const std::vector<platform::Unlisted>& unlisted) {
 
 Notice RightsNotKept(const Text& file) {
     return {AboutRights, Severity::Warning,
-            file +
-                u" could not keep its group or its access list: others may do less with it than before. Tap here when "
-                u"you have read it.",
+            file + u" has lost its group or its access list: other users may have fewer rights to it than before. Tap "
+                   u"here when "
+                   u"you have read it.",
             Until::Tapped};
 }
 

@@ -30,10 +30,10 @@ Text TimeText(const platform::DateTime& moment);
 Notice DataFolder(const Text& folder);
 Notice NotSaved(const platform::DateTime& now, const Text& file, const Text& why);
 
-/// Returns why nothing of the record can be stored: "qrn0001.txt could not be made: the disk is full. Readings are not
-/// stored."
+/// Returns why nothing of the record can be stored: "qrn0001.txt could not be created: the disk is full. Readings are
+/// not stored."
 Text NoPlaceText(const platform::OpenedRecord& record);
-/// "the reading 23.4 % is not stored: the file could not be made".
+/// "the reading 23.4 % is not stored: the file could not be created".
 Text LossText(const platform::LostReading& reading);
 
 Notice NoPlace(const platform::OpenedRecord& record);

@@ -46,7 +46,7 @@ std::optional<std::int32_t> SmallNumber(const std::string& word) {
 Error ReadPlace(const std::string& rest, GridPlace& place) {
     const Arguments words = WordsOf(rest);
     if (words.empty() || words.size() > 2)
-        return "wants ROW [COL]";
+        return "needs ROW [COL]";
     const auto row = SmallNumber(words[0]);
     const auto col = words.size() == 2 ? SmallNumber(words[1]) : std::optional<std::int32_t>(0);
     if (!row || !col)
@@ -71,25 +71,25 @@ Error RunMenu(const Target& target, const std::string& rest) {
     const Arguments words = WordsOf(rest);
     const auto menu = words.size() == 2 ? SmallNumber(words[0]) : std::nullopt;
     const auto item = words.size() == 2 ? SmallNumber(words[1]) : std::nullopt;
-    return menu && item ? ClickItem(target.Device, *menu, *item) : "wants M I";
+    return menu && item ? ClickItem(target.Device, *menu, *item) : "needs M I";
 }
 
 Error RunTitle(const Target& target, const std::string& rest) {
     const Arguments words = WordsOf(rest);
     const auto menu = words.size() == 1 ? SmallNumber(words[0]) : std::nullopt;
-    return menu ? ClickTitle(target.Device, *menu) : "wants M";
+    return menu ? ClickTitle(target.Device, *menu) : "needs M";
 }
 
 Error RunChoose(const Target& target, const std::string& rest) {
     const auto caption = TextFrom(rest);
-    return caption ? Choose(target.Device, *caption) : "is no proper JSON string";
+    return caption ? Choose(target.Device, *caption) : "is not a valid JSON string";
 }
 
 /// Also runs a command that is in no menu, for a person who maintains a device.
 Error RunCommand(const Target& target, const std::string& rest) {
     const auto text = TextFrom(rest);
     if (!text)
-        return "is no proper JSON string";
+        return "is not a valid JSON string";
     Error error = FormRefusal(target.Device);
     if (error.empty())
         error = modStringTools::ToBytes(modQuorin::CommandRefusal(*text));
@@ -100,7 +100,7 @@ Error RunCommand(const Target& target, const std::string& rest) {
 
 Error RunSet(const Target& target, const std::string& rest) {
     const auto text = TextFrom(rest);
-    return text ? SetInput(target.Device, *text) : "is no proper JSON string";
+    return text ? SetInput(target.Device, *text) : "is not a valid JSON string";
 }
 
 Error RunAnswer(const Target& target, const std::string& rest) {
@@ -111,7 +111,7 @@ Error RunAnswer(const Target& target, const std::string& rest) {
         return Answer(target.Device, BoxAnswer::No);
     if (words == Arguments{"ok"})
         return Answer(target.Device, BoxAnswer::Ok);
-    return "wants yes, no or ok";
+    return "needs yes, no or ok";
 }
 
 Error RunClose(const Target& target, const std::string&) {
@@ -124,19 +124,19 @@ Error RunKey(const Target& target, const std::string& rest) {
     const Arguments words = WordsOf(rest);
     const auto code = words.size() == 1 ? SmallNumber(words[0]) : std::nullopt;
     if (!code || *code < 1)
-        return "wants CODE, the number of a key";
+        return "needs CODE, the number of a key";
     return PressKey(target.Device, *code);
 }
 
 Error RunType(const Target& target, const std::string& rest) {
     const auto text = TextFrom(rest);
-    return text ? TypeText(target.Device, *text) : "is no proper JSON string";
+    return text ? TypeText(target.Device, *text) : "is not a valid JSON string";
 }
 
 Error RunPick(const Target& target, const std::string& rest) {
     const Arguments words = WordsOf(rest);
     const auto date = words.size() == 1 ? backends::DateFromText(words[0]) : std::nullopt;
-    return date ? PickDate(target.Device, *date) : "wants a date of the calendar, YYYY-MM-DD";
+    return date ? PickDate(target.Device, *date) : "needs a date of the calendar, YYYY-MM-DD";
 }
 
 /// The keyboard appears over whatever is shown, a message box included.
@@ -149,7 +149,7 @@ Error RunKeyboard(const Target& target, const std::string& rest) {
     }
     constexpr std::int32_t Largest = std::numeric_limits<std::int16_t>::max();
     if (words.size() != 5 || numbers.size() != 5 || numbers[0] < -1 || numbers[0] > Largest)
-        return "wants STATE LEFT TOP WIDTH HEIGHT, five whole numbers, STATE not below -1";
+        return "needs STATE LEFT TOP WIDTH HEIGHT, five whole numbers, STATE not below -1";
     backends::RaiseKeyboard(target.Device.system, static_cast<std::int16_t>(numbers[0]), numbers[1], numbers[2],
                             numbers[3], numbers[4]);
     return Done;
@@ -161,7 +161,7 @@ Error ReadTime(const std::string& rest, std::int64_t& milliseconds) {
     const Arguments words = WordsOf(rest);
     const auto number = words.size() == 1 ? NumberFrom(words[0]) : std::nullopt;
     if (!number || *number < 0 || *number > LongestTime)
-        return "wants a number of milliseconds";
+        return "needs a number of milliseconds";
     milliseconds = *number;
     return Done;
 }
@@ -182,7 +182,7 @@ Error RunCollect(const Target& target, const std::string& rest) {
     const Arguments words = WordsOf(rest);
     const auto wanted = words.size() == 1 ? NumberFrom(words[0]) : std::nullopt;
     if (!wanted || *wanted < 1)
-        return "wants N, a number of readings";
+        return "needs N, a number of readings";
     for (std::int64_t idle = 0; target.Out.Readings() < *wanted; idle += Step) {
         if (idle >= Patience)
             return "no reading was taken for 5 seconds";
@@ -212,7 +212,7 @@ Error RunJump(const Target& target, const std::string& rest) {
 Error RunReceive(const Target& target, const std::string& rest) {
     const auto text = TextFrom(rest);
     if (!text)
-        return "is no proper JSON string";
+        return "is not a valid JSON string";
     if (!target.Device.serial.SimulatedPortOpen())
         return "no simulated port is open";
     target.Device.serial.Arrive(*text);
@@ -227,7 +227,7 @@ Error RunSerial(const Target& target, const std::string& rest) {
         return Done;
     }
     if (words != Arguments{"drop"})
-        return "wants fail N or drop";
+        return "needs fail N or drop";
     if (!target.Device.serial.SimulatedPortOpen())
         return "no simulated port is open";
     target.Device.serial.Drop();
@@ -238,7 +238,7 @@ Error RunNamed(const Target& target, const std::string& rest) {
     const Arguments words = WordsOf(rest);
     const auto number = words.size() == 2 && words[0] == "fail" ? SmallNumber(words[1]) : std::nullopt;
     if (!number && words != Arguments{"ok"})
-        return "wants fail NUMBER or ok";
+        return "needs fail NUMBER or ok";
     target.Device.connections.SetOutcome(number.value_or(platform::NoError));
     return Done;
 }
@@ -247,7 +247,7 @@ Error RunDisk(const Target& target, const std::string& rest) {
     const Arguments words = WordsOf(rest);
     const auto count = words.size() == 2 && words[0] == "fail" ? SmallNumber(words[1]) : std::nullopt;
     if ((!count || *count < -1) && words != Arguments{"ok"})
-        return "wants fail N or ok";
+        return "needs fail N or ok";
     target.Device.faults.FailNext(count.value_or(0));
     return Done;
 }
@@ -257,7 +257,7 @@ Error RunDisk(const Target& target, const std::string& rest) {
 Error RunSay(const Target& target, const std::string& rest) {
     const auto text = TextFrom(rest);
     if (!text)
-        return "is no proper JSON string";
+        return "is not a valid JSON string";
     target.Out.Write({{"say", Utf8(*text)}});
     return Done;
 }
@@ -307,8 +307,8 @@ constexpr CommandRow Commands[] = {
     {"jump", "MS", "moves the virtual clock forward at once, like a device that has slept", RunJump},
     {"collect", "N", "lets time pass until N readings were taken in this run; draws the screen after each", RunCollect},
     {"receive", "TEXT", "lets these characters arrive at the simulated serial port", RunReceive},
-    {"serial", "fail N | drop", "lets the next N openings of the simulated port fail (-1: all), or closes the open port",
-     RunSerial},
+    {"serial", "fail N | drop",
+     "lets the next N openings of the simulated port fail (-1: all), or closes the open port", RunSerial},
     {"named", "fail NUMBER | ok", "sets the result of opening a named connection", RunNamed},
     {"keyboard", "STATE A B C D", "shows or hides (0) the soft keyboard; A to D are its left, top, width, height",
      RunKeyboard},

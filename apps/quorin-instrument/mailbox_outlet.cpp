@@ -35,7 +35,7 @@ Outcome Mailbox::Open() {
         return FailBySystem("can't open the mailbox " + Folder_);
     }
     if (!S_ISDIR(folder.st_mode)) {
-        return Fail("the mailbox " + Folder_ + " is no folder");
+        return Fail("the mailbox " + Folder_ + " is not a folder");
     }
     unlink(Path(LockName).c_str());
     const Outcome marked = Write(RunName, "");

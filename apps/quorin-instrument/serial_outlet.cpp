@@ -18,7 +18,7 @@ Outcome SerialDevice::Open() {
         return FailBySystem("can't open " + Path_);
     }
     if (!S_ISCHR(found.st_mode)) { // opening another kind of device may have an effect
-        return Fail(Path_ + " is no serial line");
+        return Fail(Path_ + " is not a serial line");
     }
     // Without O_NONBLOCK, open would wait for the carrier of a modem.
     Line_ = backends::Descriptor(open(Path_.c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC | O_NONBLOCK));
@@ -26,7 +26,7 @@ Outcome SerialDevice::Open() {
         return FailBySystem("can't open " + Path_);
     }
     if (isatty(Line_.Number()) == 0) {
-        return Fail(Path_ + " is no serial line");
+        return Fail(Path_ + " is not a serial line");
     }
     return SetRawLine(Line_.Number()) ? Outcome::Done : FailBySystem("can't set the line " + Path_);
 }

@@ -110,7 +110,7 @@ void DemoInstrument::TakeAnswer(const std::string& line) {
     if (!line.empty() && line.front() == '/')
         PortPath_ = line;
     else
-        ProblemText_ = line.empty() ? "it ended at once" : line;
+        ProblemText_ = line.empty() ? "it ended immediately" : line;
 }
 
 } // namespace quorin

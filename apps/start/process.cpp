@@ -108,7 +108,7 @@ void Say(const char* text) {
         EndWith(exception.what());
     } catch (...) {
     }
-    EndWith("something has failed that nothing can go on from");
+    EndWith("an unexpected failure");
 }
 
 /// If all lower descriptors are open, the file opened here gets this number.

@@ -140,7 +140,7 @@ std::string RootLock::Refusal() const {
 }
 
 std::string RootLock::Warning() const {
-    return Root_ + " can't be locked: nobody keeps a second program away from it";
+    return Root_ + " can't be locked: a second program could use it at the same time";
 }
 
 void RootLock::Release() {

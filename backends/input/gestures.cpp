@@ -13,7 +13,7 @@ Refusal CellRefusal(const BackEnd& device, std::int32_t row, std::int32_t col) {
     if (const Refusal refusal = FormRefusal(device); !refusal.empty())
         return refusal;
     if (!device.Seen().grdMain.Visible())
-        return "the grid is not on show";
+        return "the grid is not visible";
     if (!device.Seen().grdMain.Enabled())
         return "the grid is disabled";
     if (!device.Seen().grdMain.Offers(row, col))
@@ -41,10 +41,10 @@ Refusal TitleRefusal(const BackEnd& device, std::int32_t menu) {
     if (const Refusal refusal = FormRefusal(device); !refusal.empty())
         return refusal;
     if (!IsMenu(menu))
-        return "there are the menus 1 and 2";
+        return "the menus are 1 and 2";
     const MenuItem& title = Title(device, menu);
     if (!title.Visible())
-        return "the menu is not on show";
+        return "the menu is not visible";
     if (!title.Enabled())
         return "the menu is disabled";
     return Done;
@@ -54,10 +54,10 @@ Refusal ItemRefusal(const BackEnd& device, std::int32_t menu, std::int32_t item)
     if (const Refusal refusal = TitleRefusal(device, menu); !refusal.empty())
         return refusal;
     if (item < 1 || item > MenuItemCount)
-        return "a menu has the items 1 to 5";
+        return "the items are 1 to 5";
     const MenuItem& entry = Item(device, menu, item);
     if (!entry.Visible())
-        return "the item is not on show";
+        return "the item is not visible";
     if (!entry.Enabled())
         return "the item is disabled";
     return Done;
@@ -151,7 +151,7 @@ Refusal Answer(BackEnd& device, BoxAnswer answer) {
     if (box == nullptr)
         return "no message box is open";
     if ((box->Buttons == BoxButtons::Ok) != (answer == BoxAnswer::Ok))
-        return box->Buttons == BoxButtons::Ok ? "the box has an Ok button alone" : "the box has a Yes and a No button";
+        return box->Buttons == BoxButtons::Ok ? "the box has only an Ok button" : "the box has a Yes and a No button";
     device.PressBoxButton(answer);
     return Done;
 }

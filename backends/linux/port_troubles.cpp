@@ -77,7 +77,7 @@ std::string NotAvailableLine(const std::string& path) {
     if (::stat(path.c_str(), &found) != 0)
         return path + " is not there";
     if (!S_ISCHR(found.st_mode))
-        return path + " is no serial port";
+        return path + " is not a serial port";
     return IsNoHardware(path) ? "there is no hardware behind " + path : path + " is busy";
 }
 
@@ -113,13 +113,13 @@ PortTrouble NoPermission(const std::string& path, const PortRights& rights) {
                                                                         std::string(UsualGroup) + " " + path +
                                                                         " && sudo chmod g+rw " + path};
     if (rights.OfGroup == Membership::Now)
-        return {"An access rule of this machine forbids it to " + rights.User + ".",
-                "Ask whoever looks after this machine."};
+        return {"An access rule of this machine does not allow it to " + rights.User + ".",
+                "Ask the administrator of this machine."};
     if (rights.OfGroup == Membership::FromNextLogin)
         return {"Your login began before you came into the group " + rights.Group + ", which may open it.",
                 "Log out and in again."};
     return {"You are not in the group " + rights.Group + ", which may open it.",
-            "Join it by: sudo usermod -aG " + rights.Group + " " + rights.User + " and log out and in again."};
+            "Join it with: sudo usermod -aG " + rights.Group + " " + rights.User + " and log out and in again."};
 }
 
 PortTrouble HeldBy(const std::string& path, const PortHolder& holder) {
@@ -129,25 +129,25 @@ PortTrouble HeldBy(const std::string& path, const PortHolder& holder) {
         return {"The service " + Described(holder) + " has taken it.", Filled(service->Remedy, NameOf(path))};
     if (holder.Process.empty())
         return {Described(holder) + " uses it, as the lock file " + holder.LockFile + " says.",
-                "End that program; when there is none, remove the lock file."};
+                "End that program; if there is none, remove the lock file."};
     return {Described(holder) + " uses it.", "End that program."};
 }
 
 PortTrouble OpeningFailed(const std::string& path, int code) {
     switch (code) {
     case EBUSY:
-        return {"Another program uses it, and only root may see which.",
+        return {"Another program uses it, and only root can see which.",
                 "End that program; this names it: sudo fuser -v " + path};
     case ENOENT:
-        return {"It is not there.", "Plug the adapter in, or look for a slip in the name."};
+        return {"It is not there.", "Plug the adapter in, or check the name."};
     case ENODEV:
     case ENXIO:
         return {"The device behind it is gone.", "Unplug the adapter and plug it in again."};
     case ENOTTY:
-        return {"It is no serial port.", "Name the path of a serial port."};
+        return {"It is not a serial port.", "Name the path of a serial port."};
     default:
         return {"Opening it fails: " + ReasonOf(code) + ".",
-                "Unplug the adapter and plug it in again; sudo dmesg tells what the system makes of it."};
+                "Unplug the adapter and plug it in again; sudo dmesg shows what the system reports."};
     }
 }
 

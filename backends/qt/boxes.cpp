@@ -58,7 +58,7 @@ void QtBoxes::Opened(OpenBox& box) {
     if (dialog->text() != ToQt(box.Message))
         dialog->setDetailedText(ToQt(box.Message));
     if (Piled())
-        dialog->setInformativeText(QStringLiteral("The newer of two: another one stands behind it."));
+        dialog->setInformativeText(QStringLiteral("The newer of two questions: the other one is behind it."));
     dialog->setIcon(box.Icon == BoxIcon::Question ? QMessageBox::Question : QMessageBox::NoIcon);
     const bool isQuestion = box.Buttons == BoxButtons::YesNo;
     dialog->setStandardButtons(isQuestion ? QMessageBox::Yes | QMessageBox::No : QMessageBox::Ok);

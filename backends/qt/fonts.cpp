@@ -38,8 +38,8 @@ constexpr StandIn StandIns[] = {
     {u"Tahoma", Normal, DesktopPoint},
 };
 
-/// The font of a shape. Debian keeps the narrow one in another package than the normal one: where it is not there, the
-/// normal one is drawn as narrow. Where that is not there either, the machine takes what it has for its name.
+/// The font of a shape. Debian keeps the narrow one in another package than the normal one: where it does not exist,
+/// the normal one is drawn as narrow. Where that is not there either, the machine takes what it has for its name.
 QFont FontOfShape(Letters shape) {
     const QString normal = QStringLiteral("DejaVu Sans");
     if (shape == Letters::Normal)

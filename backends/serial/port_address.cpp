@@ -102,7 +102,7 @@ AddressReading ReadPlain(const std::string& text) {
         return ExecFrom(text.substr(ExecScheme.size()));
     if (text.find_first_of(":@") != std::string::npos)
         return Wrong(
-            "is none of /PATH, bt:MAC, tcp:HOST:PORT and exec:COMMAND; a path that begins otherwise is written "
+            "is not one of /PATH, bt:MAC, tcp:HOST:PORT and exec:COMMAND; a path that begins otherwise is written "
             "with ./ in front");
     return {PathAddress(text), {}};
 }

@@ -138,9 +138,9 @@ void MenuEvent(const Text& text) {
 Text CommandRefusal(const Text& text) {
     const Text name = modStringTools::UpperCase(text);
     if (Screens.CurrentScreen == ScrInput && name != u"OK" && name != u"BACK")
-        return u"a prompt waits, for Ok or Back";
+        return u"a prompt is open, only Ok and Back are possible";
     const CommandFound found = FindCommand(name, HasPlace);
-    return found.Known && found.Row == nullptr ? u"has no place on this screen" : u"";
+    return found.Known && found.Row == nullptr ? u"is not available on this screen" : u"";
 }
 
 void MenuClick(std::int32_t menu, std::int32_t index) {

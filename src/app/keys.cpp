@@ -259,7 +259,7 @@ void HandleHoldMenuClick(const Text& text, const Text& tag, std::int32_t index) 
     }
     const auto menu = modStringTools::NumberFromText(tag);
     if (!menu)
-        platform::RuntimeFailure(u"The hold menu's tag \"" + tag + u"\" is no number of a menu");
+        platform::RuntimeFailure(u"The hold menu's tag \"" + tag + u"\" is not the number of a menu");
     MenuClick(*menu, index + 1);
 }
 

@@ -23,8 +23,8 @@ std::int32_t Colour(const Text& display) {
         return White;
     const auto colour = modStringTools::NumberFromText(display);
     if (!colour)
-        platform::RuntimeFailure(u"DISPLAY \"" + display + u"\" is no number (row " + NumberText(Table.TableRowIndex) +
-                                 u" of " + Table.TableFile.name + u")");
+        platform::RuntimeFailure(u"DISPLAY \"" + display + u"\" is not a number (row " +
+                                 NumberText(Table.TableRowIndex) + u" of " + Table.TableFile.name + u")");
     return *colour;
 }
 

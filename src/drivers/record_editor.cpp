@@ -165,7 +165,7 @@ void TellWhatHasNoField(const std::vector<Text>& texts) {
             names += (names.empty() ? u" " : u", ") + columns[i];
     }
     if (!Table.TableFile.valid)
-        Device().saveWatcher.NotSaved(Table.TableName, u"the file could not be made");
+        Device().saveWatcher.NotSaved(Table.TableName, u"the file could not be created");
     else if (!names.empty())
         Device().saveWatcher.NotSaved(Table.TableName, u"the record in the file has no field" + names);
 }

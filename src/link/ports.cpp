@@ -117,7 +117,7 @@ Text PortFailure() {
     if (RoadOf(port) != LinkRoad::Serial || PortNumber(port))
         return {};
     const Text what = port.empty() ? Text(u"The setting ComPort is empty")
-                                   : u"The setting ComPort holds \"" + port + u"\", which is no number of a port";
+                                   : u"The setting ComPort holds \"" + port + u"\", which is not the number of a port";
     return what + u": choose a port under Preferences, Bluetooth Serial Setup...";
 }
 

@@ -91,12 +91,12 @@ std::optional<std::int32_t> YearOfDate(const Text& text) {
 }
 
 [[noreturn]] void FailOnDate(const Text& text) {
-    Text message = u"\"" + text + u"\" is no date of the form day/month/year";
+    Text message = u"\"" + text + u"\" is not a date of the form day/month/year";
     // The properties of a driver are edited by the fields of the download that was open last.
     if (Screens.PreviousScreen == modQuorin::ScrDriverProperties)
         message += u": open a download of another driver first, whose first two fields are no dates";
     else
-        message += u": mend it in the file of the table, with any editor";
+        message += u": correct it in the file of the table with any editor";
     platform::RuntimeFailure(message);
 }
 

@@ -26,7 +26,7 @@ public:
     TemporaryFolder& operator=(const TemporaryFolder&) = delete;
 
     std::filesystem::path Path() const { return Path_; }
-    /// A file of the folder, its bytes as they stand; empty when it is not there.
+    /// A file of the folder, its bytes as they stand; empty when it does not exist.
     std::string Bytes(const std::string& name) const;
     /// Writes a file, with the folders above it.
     void Put(const std::string& name, const std::string& bytes) const;

@@ -6,9 +6,9 @@ namespace platform {
 Text ErrorText(ErrorNumber error) {
     switch (error) {
     case FileNotFound:
-        return u"it is not there";
+        return u"it does not exist";
     case WentStale:
-        return u"the network has lost it";
+        return u"the connection to it was lost";
     case Damaged:
         return u"it is damaged, or a file of another kind";
     case InUse:
@@ -17,7 +17,7 @@ Text ErrorText(ErrorNumber error) {
     case DeviceFailed:
         return u"the device failed";
     case FileExists:
-        return u"it is there already";
+        return u"it already exists";
     case TooLong:
         return u"it is too long, or a line of it is";
     case DiskFull:
@@ -31,7 +31,7 @@ Text ErrorText(ErrorNumber error) {
     case PermissionDenied:
         return u"permission denied";
     case PathRefused:
-        return u"the name is refused";
+        return u"the name is not allowed";
     case PathNotFound:
         return u"its folder is gone";
     default:

@@ -11,7 +11,7 @@ namespace platform {
 /// Where the record that was opened will be stored.
 enum class RecordPlace {
     Stored,   ///< it is a row of its file
-    NoFile,   ///< the file could not be made
+    NoFile,   ///< the file could not be created
     NoRecord, ///< the first record of the file could not be added
 };
 

@@ -49,7 +49,7 @@ protected:
             trees.insert(model.Damaged(seed));
         return trees;
     }
-    /// What a file holds in them; "(missing)" where it is not there.
+    /// What a file holds in them; "(missing)" where it does not exist.
     std::set<std::string> Contents(const std::string& name, const std::function<void()>& action) const {
         std::set<std::string> contents;
         for (const Tree& tree : TreesAfter(action)) {

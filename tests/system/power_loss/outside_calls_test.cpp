@@ -68,7 +68,7 @@ TEST(CallsOutsideOfTheRoot, OnASettingsFileWithoutAFolderAreToldOf) {
     const FreshFolder root;
     Machine machine(root.Path(), Keeping::TextFiles, root.Path() + "/none/settings.ini");
     modQuorin::SaveSetting(u"ComPort", u"Com3");
-    EXPECT_THAT(machine.Did.Unsaved, testing::Contains(testing::Pair(u"the setting ComPort", u"it is not there")));
+    EXPECT_THAT(machine.Did.Unsaved, testing::Contains(testing::Pair(u"the setting ComPort", u"it does not exist")));
 }
 
 /// Whoever is not told that nobody keeps a second program away is alone.

@@ -11,9 +11,9 @@ $ quorin-console
 {"done":"choose"}
 > choose Open
 {"event":"status","text":"Busy"}
-{"event":"failure","text":"DISPLAY \"green\" is no number (row 1 of meter.txt)"}
+{"event":"failure","text":"DISPLAY \"green\" is not a number (row 1 of meter.txt)"}
 {"done":"choose","error":"the program has ended"}
-stderr: quorin-console: DISPLAY "green" is no number (row 1 of meter.txt)
+stderr: quorin-console: DISPLAY "green" is not a number (row 1 of meter.txt)
 [exit status 1]
 # A row of the register that is too short to have a file.
 $ printf 'DRIVER|FILE|DATE|ALIAS\nMeter\n' > Quorin/qrnctrl.txt
@@ -41,7 +41,7 @@ stderr: quorin-console: The download file "qrnabcd.txt" has no number in its nam
 $ printf '[Settings]\nComPort=printer\n' > settings.ini
 $ printf 'FIELDNAME|VISIBLE|COPY|BLOB|DISPLAY|CSVNAME|DATATYPE|FORMULA\nPlace|1||dv: Site||||\n' > Quorin/meter.txt
 $ quorin-console
-{"event":"warning","about":"port","text":"The setting ComPort holds \"printer\", which is no number of a port: choose a port under Preferences, Bluetooth Serial Setup... The next download that takes readings ends the program."}
+{"event":"warning","about":"port","text":"The setting ComPort holds \"printer\", which is not the number of a port: choose a port under Preferences, Bluetooth Serial Setup... Opening a download that receives readings will end the program."}
 > choose Start...
 {"done":"choose"}
 > choose Ok
@@ -51,9 +51,9 @@ $ quorin-console
 {"event":"status","text":null}
 {"done":"choose"}
 > tick 500
-{"event":"failure","text":"The setting ComPort holds \"printer\", which is no number of a port: choose a port under Preferences, Bluetooth Serial Setup..."}
+{"event":"failure","text":"The setting ComPort holds \"printer\", which is not the number of a port: choose a port under Preferences, Bluetooth Serial Setup..."}
 {"done":"tick","error":"the program has ended"}
-stderr: quorin-console: The setting ComPort holds "printer", which is no number of a port: choose a port under Preferences, Bluetooth Serial Setup...
+stderr: quorin-console: The setting ComPort holds "printer", which is not the number of a port: choose a port under Preferences, Bluetooth Serial Setup...
 [exit status 1]
 $ cat Quorin/qrnctrl.txt
 DRIVER|FILE|DATE|ALIAS

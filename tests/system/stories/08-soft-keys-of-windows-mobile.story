@@ -11,7 +11,7 @@ $ quorin-console --device smartphone
 > choose Start...
 {"done":"choose"}
 > menu 1 1
-{"done":"menu","error":"the item is not on show"}
+{"done":"menu","error":"the item is not visible"}
 > title 1
 {"done":"title"}
 > title 1

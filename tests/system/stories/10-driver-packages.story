@@ -113,7 +113,7 @@ $ quorin-console --strict
 {"done":"tap"}
 > choose Install...
 {"event":"status","text":"Busy"}
-{"event":"notsaved","file":"out.txt","error":"the name is refused"}
+{"event":"notsaved","file":"out.txt","error":"the name is not allowed"}
 {"event":"box","text":"Error creating driver inf file","buttons":"ok","icon":"none","title":"Quorin"}
 >> answer ok
 {"done":"answer"}
@@ -124,7 +124,7 @@ $ quorin-console --strict
 {"done":"tap"}
 > choose Install...
 {"event":"status","text":"Busy"}
-{"event":"notsaved","file":"folder","error":"the name is refused"}
+{"event":"notsaved","file":"folder","error":"the name is not allowed"}
 {"event":"box","text":"Error creating driver inf file","buttons":"ok","icon":"none","title":"Quorin"}
 >> answer ok
 {"done":"answer"}
@@ -148,8 +148,8 @@ $ quorin-console --strict
     --------------------------------------------------------------------------------
     [File] Edit | Delete | Show/Hide Columns... | New | Add Driver...         [Back]
 {"done":"show"}
-stderr: quorin-console: not saved: out.txt, the name is refused
-stderr: quorin-console: not saved: folder, the name is refused
+stderr: quorin-console: not saved: out.txt, the name is not allowed
+stderr: quorin-console: not saved: folder, the name is not allowed
 $ cd Quorin && ls && cat drivers.txt
 1.qvd
 2.qvd
@@ -169,22 +169,22 @@ Last Line|folder
 $ cd Quorin && rm 2.qvd 3.qvd drivers.txt && mkdir drivers.txt && printf 'Soil Meter|new.txt\nFIELDNAME|VISIBLE\nPlot|1\n' > 1.qvd
 $ quorin-console --strict
 > choose inf editor...
-{"event":"notsaved","file":"drivers.txt","error":"the name is refused"}
+{"event":"notsaved","file":"drivers.txt","error":"the name is not allowed"}
 {"done":"choose"}
 > choose Add Driver...
 {"done":"choose"}
 > choose Install...
 {"event":"status","text":"Busy"}
-{"event":"notsaved","file":"drivers.txt","error":"the name is refused"}
-{"event":"notsaved","file":"drivers.txt","error":"the name is refused"}
+{"event":"notsaved","file":"drivers.txt","error":"the name is not allowed"}
+{"event":"notsaved","file":"drivers.txt","error":"the name is not allowed"}
 {"event":"box","text":"Error updating drivers file","buttons":"ok","icon":"none","title":"Quorin"}
 >> answer ok
 {"done":"answer"}
 {"event":"status","text":null}
 {"done":"choose"}
-stderr: quorin-console: not saved: drivers.txt, the name is refused
-stderr: quorin-console: not saved: drivers.txt, the name is refused
-stderr: quorin-console: not saved: drivers.txt, the name is refused
+stderr: quorin-console: not saved: drivers.txt, the name is not allowed
+stderr: quorin-console: not saved: drivers.txt, the name is not allowed
+stderr: quorin-console: not saved: drivers.txt, the name is not allowed
 $ ls Quorin
 1.qvd
 drivers.txt

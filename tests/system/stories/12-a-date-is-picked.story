@@ -135,9 +135,9 @@ $ quorin-console
 > tick 200
 {"done":"tick"}
 > tap 1 1
-{"event":"failure","text":"\"2007-04-01\" is no date of the form day/month/year: mend it in the file of the table, with any editor"}
+{"event":"failure","text":"\"2007-04-01\" is not a date of the form day/month/year: correct it in the file of the table with any editor"}
 {"done":"tap","error":"the program has ended"}
-stderr: quorin-console: "2007-04-01" is no date of the form day/month/year: mend it in the file of the table, with any editor
+stderr: quorin-console: "2007-04-01" is not a date of the form day/month/year: correct it in the file of the table with any editor
 [exit status 1]
 $ cat Quorin/qrn0001.txt
 Plot|Dug|Sown

@@ -28,10 +28,10 @@ $ quorin-console --strict
 {"event":"tone","frequency":1046,"duration":250}
 {"event":"status","text":"Busy"}
 {"event":"status","text":null}
-{"event":"notsaved","file":"qrn0001.txt","error":"the reading 23.4 % is not stored: the file could not be made"}
+{"event":"notsaved","file":"qrn0001.txt","error":"the reading 23.4 % is not stored: the file could not be created"}
 {"done":"tick"}
 > choose Close
-{"event":"notsaved","file":"qrn0001.txt","error":"the file could not be made"}
+{"event":"notsaved","file":"qrn0001.txt","error":"the file could not be created"}
 {"done":"choose"}
 # Another time: a reading that Close has left behind goes into the record that is opened next.
 > choose Open
@@ -78,15 +78,15 @@ $ quorin-console --strict
 {"event":"tone","frequency":1046,"duration":250}
 {"event":"status","text":"Busy"}
 {"event":"status","text":null}
-{"event":"warning","about":"value","text":"09:30:08  A reading came without a value, with its unit alone: look at Moisture."}
+{"event":"warning","about":"value","text":"09:30:08  A reading came with a unit and without a value: check Moisture."}
 {"done":"tick"}
 > choose Close
 {"event":"status","text":"Busy"}
 {"event":"status","text":null}
 {"done":"choose"}
 stderr: quorin-console: not saved: qrn0001.txt, the disk is full
-stderr: quorin-console: not saved: qrn0001.txt, the reading 23.4 % is not stored: the file could not be made
-stderr: quorin-console: not saved: qrn0001.txt, the file could not be made
+stderr: quorin-console: not saved: qrn0001.txt, the reading 23.4 % is not stored: the file could not be created
+stderr: quorin-console: not saved: qrn0001.txt, the file could not be created
 $ cat Quorin/qrn0001.txt
 Place|Moisture
 |23.5 %
@@ -163,7 +163,7 @@ here
 # A data folder that is a link with a whole path is not followed. The files are the volume's own then, which is said once.
 $ mv Quorin elsewhere && ln -s "$PWD/elsewhere" Quorin
 $ quorin-console --strict
-{"event":"warning","about":"folder","text":"Can't use the folder .\\Quorin\\: the name is refused. Its files are looked for and made in .\\. Tap here when you have read it."}
+{"event":"warning","about":"folder","text":"Can't use the folder .\\Quorin\\: the name is not allowed. Its files are read and created in .\\. Tap here when you have read it."}
 > choose Start...
 {"done":"choose"}
 > choose Back

@@ -23,9 +23,9 @@ $ quorin-console
 > set stony
 {"done":"set"}
 > tap 1 1
-{"event":"failure","text":"\"2007-04-01\" is no date of the form day/month/year: mend it in the file of the table, with any editor"}
+{"event":"failure","text":"\"2007-04-01\" is not a date of the form day/month/year: correct it in the file of the table with any editor"}
 {"done":"tap","error":"the program has ended"}
-stderr: quorin-console: "2007-04-01" is no date of the form day/month/year: mend it in the file of the table, with any editor
+stderr: quorin-console: "2007-04-01" is not a date of the form day/month/year: correct it in the file of the table with any editor
 [exit status 1]
 $ cat Quorin/qrn0001.txt
 Plot|Dug|Remark
@@ -34,7 +34,7 @@ A2|02/04/2007|wet
 # A port that is no number, with a calendar over the record.
 $ printf '[Settings]\nComPort=Com1:\n' > settings.ini
 $ quorin-console
-{"event":"warning","about":"port","text":"The setting ComPort holds \"Com1:\", which is no number of a port: choose a port under Preferences, Bluetooth Serial Setup... The next download that takes readings ends the program."}
+{"event":"warning","about":"port","text":"The setting ComPort holds \"Com1:\", which is not the number of a port: choose a port under Preferences, Bluetooth Serial Setup... Opening a download that receives readings will end the program."}
 > choose Start...
 {"done":"choose"}
 > choose Ok
@@ -54,9 +54,9 @@ $ quorin-console
 > tap 1 1
 {"done":"tap"}
 > tick 500
-{"event":"failure","text":"The setting ComPort holds \"Com1:\", which is no number of a port: choose a port under Preferences, Bluetooth Serial Setup..."}
+{"event":"failure","text":"The setting ComPort holds \"Com1:\", which is not the number of a port: choose a port under Preferences, Bluetooth Serial Setup..."}
 {"done":"tick","error":"the program has ended"}
-stderr: quorin-console: The setting ComPort holds "Com1:", which is no number of a port: choose a port under Preferences, Bluetooth Serial Setup...
+stderr: quorin-console: The setting ComPort holds "Com1:", which is not the number of a port: choose a port under Preferences, Bluetooth Serial Setup...
 [exit status 1]
 $ cat Quorin/qrn0001.txt
 Plot|Dug|Remark
@@ -83,10 +83,10 @@ $ quorin-console
 {"done":"disk"}
 > tap 1 1
 {"event":"notsaved","file":"qrn0001.txt","error":"the disk is full"}
-{"event":"failure","text":"\"2007-04-01\" is no date of the form day/month/year: mend it in the file of the table, with any editor"}
+{"event":"failure","text":"\"2007-04-01\" is not a date of the form day/month/year: correct it in the file of the table with any editor"}
 {"done":"tap","error":"the program has ended"}
 stderr: quorin-console: not saved: qrn0001.txt, the disk is full
-stderr: quorin-console: "2007-04-01" is no date of the form day/month/year: mend it in the file of the table, with any editor
+stderr: quorin-console: "2007-04-01" is not a date of the form day/month/year: correct it in the file of the table with any editor
 [exit status 1]
 $ cat Quorin/qrn0001.txt
 Plot|Dug|Remark

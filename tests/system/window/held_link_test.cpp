@@ -46,7 +46,9 @@ protected:
 
 TEST_P(HeldLink, SaysHowManyCharactersWaitUntilOneAnswer) {
     std::size_t waits = 0;
-    const auto held = [&] { return "Link held: a question stands, " + std::to_string(waits) + " characters wait"; };
+    const auto held = [&] {
+        return "Link held: a question is open, " + std::to_string(waits) + " characters are waiting";
+    };
     for (int number = 1; number <= GetParam(); ++number) {
         Device.WillDo([&, number] {
             const Text text = Reading(modStringTools::NumberText(number));

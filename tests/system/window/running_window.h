@@ -41,7 +41,7 @@ public:
     std::string Path(const std::string& name = "") const { return name.empty() ? Place_ : Place_ + "/" + name; }
     /// Writes a file, with the folders above it.
     void Put(const std::string& name, const std::string& bytes) const;
-    /// The bytes of a file; empty when it is not there.
+    /// The bytes of a file; empty when it does not exist.
     std::string Bytes(const std::string& name) const;
 
 private:

@@ -259,7 +259,7 @@ TEST_F(WindowFaults, ADownloadThatCantBeMadeIsToldInABoxAndInRed) {
     Start();
     OpenADownloadThatCantBeMade();
     EXPECT_TRUE(Eventually([&] { return Shows(WarningRed); }));
-    EXPECT_EQ(Window->Process().Errors(), "quorin: not saved: qrn0001.txt, the name is refused\n");
+    EXPECT_EQ(Window->Process().Errors(), "quorin: not saved: qrn0001.txt, the name is not allowed\n");
     Window->Answer("Return");
     EXPECT_FALSE(Window->Process().HasEnded());
 }
@@ -279,7 +279,7 @@ TEST_F(WindowFaults, ARunTimeFailureIsShownAndEndsWithOne) {
     EXPECT_FALSE(Window->Process().HasEnded());
     EndBy("Return");
     EXPECT_EQ(Window->Process().ExitStatus(), 1);
-    EXPECT_EQ(Window->Process().Errors(), "quorin: DISPLAY \"green\" is no number (row 1 of meter.txt)\n");
+    EXPECT_EQ(Window->Process().Errors(), "quorin: DISPLAY \"green\" is not a number (row 1 of meter.txt)\n");
 }
 
 TEST_F(WindowFaults, ASignalEndsTheProgramInGoodOrder) {

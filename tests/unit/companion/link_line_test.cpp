@@ -61,17 +61,17 @@ const LineRow Rows[] = {
               link.Held = true;
               link.Waits = 4711;
           }),
-     "Link held: a question stands, 4711 characters wait", !Alive},
+     "Link held: a question is open, 4711 characters are waiting", !Alive},
     {"two questions stand over a mailbox",
      With(Serial(),
           [](LinkView& link) {
               link.Held = true;
               link.Road = LinkRoad::Server;
           }),
-     "Link held: a question stands, the mailbox waits", !Alive},
+     "Link held: a question is open, the mailbox is waiting", !Alive},
     {"nothing heard", With(Serial(), [](LinkView& link) { link.Heard = false; }),
      "Link open: Com1 (/dev/ttyUSB0); no record yet", !Alive},
-    {"noise alone", Serial(), "Link open: Com1 (/dev/ttyUSB0); characters come, but no record yet", !Alive},
+    {"noise alone", Serial(), "Link open: Com1 (/dev/ttyUSB0); characters arrive, but no record yet", !Alive},
     {"a record just now", With(Serial(), [](LinkView& link) { link.RecordAge = 0; }),
      "Link open: Com1 (/dev/ttyUSB0); last record 0 s ago", Alive},
     {"a record within the minute", With(Serial(), [](LinkView& link) { link.RecordAge = 59; }),

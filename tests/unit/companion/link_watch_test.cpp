@@ -77,7 +77,7 @@ TEST_F(WatchedLink, GoesByTheCoreForWhatIsNoSerialPort) {
 TEST_F(WatchedLink, SaysHowMuchWaitsWhileItIsHeld) {
     Held = true;
     Port.Waiting = 7;
-    EXPECT_EQ(Line(), "Link held: a question stands, 7 characters wait");
+    EXPECT_EQ(Line(), "Link held: a question is open, 7 characters are waiting");
 }
 
 TEST_F(WatchedLink, IsDueFiveTimesASecond) {

@@ -6,7 +6,7 @@
 namespace companion {
 namespace {
 
-const Text NotMade = u"qrn0001.txt could not be made: the disk is full. Readings are not stored.";
+const Text NotMade = u"qrn0001.txt could not be created: the disk is full. Readings are not stored.";
 
 TEST(Losses, SayWhatIsWrongAndCountTheReadings) {
     Losses losses;

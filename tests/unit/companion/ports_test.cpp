@@ -24,14 +24,13 @@ TEST(PortTable, ShowsADeviceWithAllThatIsKnown) {
     row.Links = {"/dev/serial/by-id/usb-Example-if00"};
     row.State = PortState::Refused;
     row.Trouble = {"You are not in the group dialout, which may open it.", "Join it."};
-    EXPECT_EQ(PortTable({row}),
-              "/dev/ttyUSB0: Com1, Com3 (pinned); no permission\n"
-              "    Example Works, Serial Adapter, serial number A50285\n"
-              "    also /dev/serial/by-id/usb-Example-if00\n"
-              "    You are not in the group dialout, which may open it.\n"
-              "    Join it.\n"
-              "What a number means goes by the order of plugging in. To have it mean one adapter alone, pin it:\n"
-              "    --port 1=/dev/serial/by-id/NAME\n");
+    EXPECT_EQ(PortTable({row}), "/dev/ttyUSB0: Com1, Com3 (pinned); no permission\n"
+                                "    Example Works, Serial Adapter, serial number A50285\n"
+                                "    also /dev/serial/by-id/usb-Example-if00\n"
+                                "    You are not in the group dialout, which may open it.\n"
+                                "    Join it.\n"
+                                "Numbers follow the order of plugging in. To keep a number for one adapter, pin it:\n"
+                                "    --port 1=/dev/serial/by-id/NAME\n");
 }
 
 TEST(PortTable, ADeviceOfWhichNothingIsKnownIsOneLine) {

@@ -14,7 +14,7 @@ const platform::DateTime NextMorning{{2007, 3, 6}, 7, 0, 0, 0};
 
 TEST(Words, OfARecordThatCantBeStored) {
     platform::OpenedRecord record{u"qrn0001.txt", RecordPlace::NoFile, platform::DiskFull, u"Meter", u"Meter", true};
-    EXPECT_EQ(NoPlaceText(record), u"qrn0001.txt could not be made: the disk is full. Readings are not stored.");
+    EXPECT_EQ(NoPlaceText(record), u"qrn0001.txt could not be created: the disk is full. Readings are not stored.");
     record.Place = RecordPlace::NoRecord;
     EXPECT_EQ(NoPlaceText(record),
               u"No record could be added to qrn0001.txt: the disk is full. Readings are not stored.");
@@ -22,7 +22,7 @@ TEST(Words, OfARecordThatCantBeStored) {
 
 TEST(Words, OfAReadingThatIsLost) {
     platform::LostReading reading{u"qrn0001.txt", ReadingLoss::NoFile, u"23.4 %", true, u"Moisture"};
-    EXPECT_EQ(LossText(reading), u"the reading 23.4 % is not stored: the file could not be made");
+    EXPECT_EQ(LossText(reading), u"the reading 23.4 % is not stored: the file could not be created");
     reading.Why = ReadingLoss::NoRow;
     EXPECT_EQ(LossText(reading), u"the reading 23.4 % is not stored: the file has no such record");
     reading.Why = ReadingLoss::NoField;
@@ -32,7 +32,7 @@ TEST(Words, OfAReadingThatIsLost) {
     EXPECT_EQ(LossText(reading),
               u"what came with the reading 23.4 % is not stored: the record in the file has no field Site, Time");
     EXPECT_EQ(LossText({u"qrn0001.txt", ReadingLoss::Emptied, u"1 %", true, u"Moisture"}),
-              u"the reading 1 % is not stored: the formula or the variable of its row Moisture has taken its place");
+              u"the reading 1 % is not stored: the formula or the variable of its row Moisture has replaced it");
 }
 
 TEST(Words, OfAReadingThatWaitsHaveItsDayWhereThatIsNotToday) {
@@ -47,7 +47,7 @@ TEST(Words, OfARecordThatIsShownWithAnotherDriver) {
               u"This record belongs to driver Meter, it is shown with driver Scale: readings may land in the wrong "
               u"columns. Go Back and make a new download.");
     EXPECT_EQ(OtherDriver({u"qrn0001.txt", RecordPlace::Stored, 0, u"Meter", u"Meter", false}).Words,
-              u"No list names the download qrn0001.txt any more. Go Back and make a new download.");
+              u"No list contains the download qrn0001.txt any more. Go Back and make a new download.");
 }
 
 } // namespace

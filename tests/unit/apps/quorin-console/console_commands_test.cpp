@@ -264,7 +264,7 @@ TEST_F(Console, MakesNoFileWhereNoVolumeCanBeUsedAndTellsIt) {
                  {"--device", device, "--volume", "Card:\\=fail", "--settings", (Root.Path() / "own.ini").string()});
         EXPECT_EQ(run.Status, 0) << run.Errors;
         EXPECT_THAT(run.Lines,
-                    testing::Contains(R"({"event":"notsaved","file":"drivers.txt","error":"it is not there"})"));
+                    testing::Contains(R"({"event":"notsaved","file":"drivers.txt","error":"it does not exist"})"));
         for (const char* name : {"drivers.txt", "qrnctrl.txt", "untitled.txt", "My Documents", "PALM", "Databases"})
             EXPECT_FALSE(Root.Has(name)) << device << " " << name;
     }

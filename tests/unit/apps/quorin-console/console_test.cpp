@@ -176,9 +176,9 @@ TEST_F(Console, EndsWithOneAndSaysWhyOnARunTimeFailure) {
     EXPECT_EQ(run.Status, 1);
     ASSERT_GE(run.Lines.size(), 2U);
     EXPECT_EQ(run.Lines[run.Lines.size() - 2],
-              R"x({"event":"failure","text":"DISPLAY \"green\" is no number (row 1 of meter.txt)"})x");
+              R"x({"event":"failure","text":"DISPLAY \"green\" is not a number (row 1 of meter.txt)"})x");
     EXPECT_EQ(run.Line(run.Lines.size() - 1)["done"], "choose");
-    EXPECT_THAT(run.Errors, HasSubstr("DISPLAY \"green\" is no number"));
+    EXPECT_THAT(run.Errors, HasSubstr("DISPLAY \"green\" is not a number"));
 }
 
 TEST_F(Console, EndsWithThreeAtTheFirstFailureWhenItIsStrict) {

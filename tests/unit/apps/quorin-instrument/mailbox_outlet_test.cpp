@@ -123,7 +123,7 @@ TEST_F(InAMailbox, FailsWhereThereIsNoFolder) {
     WriteFile(Box.Path("file"), "");
     RunningInstrument file({"--mailbox", Box.Path("file")});
     EXPECT_EQ(file.ExitStatus(), 1);
-    EXPECT_EQ(file.Errors(), "quorin-instrument: the mailbox " + Box.Path("file") + " is no folder\n");
+    EXPECT_EQ(file.Errors(), "quorin-instrument: the mailbox " + Box.Path("file") + " is not a folder\n");
 }
 
 } // namespace

@@ -79,7 +79,7 @@ TEST(AProcess, SaysThatItCantGoOnWhereNothingSaysWhy) {
     for (const auto& action : {std::function<void()>([] { throw 7; }), std::function<void()>(std::terminate)}) {
         const Ending ending = EndOf(action);
         EXPECT_EQ(ending.Status, 1);
-        EXPECT_EQ(ending.Said, "quorin: something has failed that nothing can go on from\n");
+        EXPECT_EQ(ending.Said, "quorin: an unexpected failure\n");
     }
 }
 

@@ -158,7 +158,7 @@ TEST(OnADevice, FailsWhereThereIsNoSerialLine) {
     EXPECT_EQ(missing.Errors(), "quorin-instrument: can't open /nowhere/at/all: No such file or directory\n");
     RunningInstrument wrong({"--device", "/dev/null"});
     EXPECT_EQ(wrong.ExitStatus(), 1);
-    EXPECT_EQ(wrong.Errors(), "quorin-instrument: /dev/null is no serial line\n");
+    EXPECT_EQ(wrong.Errors(), "quorin-instrument: /dev/null is not a serial line\n");
 }
 
 } // namespace

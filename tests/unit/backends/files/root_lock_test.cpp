@@ -239,7 +239,7 @@ TEST_P(FileSystemsWithoutFolderLocks, AreGuardedByTheFile) {
 TEST_P(FileSystemsWithoutFolderLocks, LetAProgramStartThatNobodyGuardsAndSaySo) {
     FolderLocks = FileLocks = GetParam();
     EXPECT_EQ(TakeFirst(), LockResult::Unguarded);
-    EXPECT_EQ(First.Warning(), Root.Path() + " can't be locked: nobody keeps a second program away from it");
+    EXPECT_EQ(First.Warning(), Root.Path() + " can't be locked: a second program could use it at the same time");
     EXPECT_EQ(TakeSecond(), LockResult::Unguarded);
 }
 

@@ -125,7 +125,7 @@ TEST_P(AnswerToABox, IsOneOfItsButtons) {
     Device.Platform.boxes.Show(u"text", GetParam().Buttons, BoxIcon::None, u"");
 }
 
-const char* const OkAlone = "the box has an Ok button alone";
+const char* const OkAlone = "the box has only an Ok button";
 const char* const YesAndNo = "the box has a Yes and a No button";
 INSTANTIATE_TEST_SUITE_P(Rows, AnswerToABox,
                          testing::Values(AnswerRow{BoxButtons::Ok, BoxAnswer::Ok, ""},

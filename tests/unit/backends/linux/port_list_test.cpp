@@ -162,7 +162,7 @@ TEST_F(PortList, APinToAFileIsNoPort) {
     Dev.Put("notes.txt", "");
     Where.Pinned = {{1, PathAddress(Dev.Path("notes.txt"))}};
     EXPECT_EQ(Row("notes.txt").State, PortState::Failing);
-    EXPECT_EQ(Row("notes.txt").Trouble.Reason, "It is no serial port.");
+    EXPECT_EQ(Row("notes.txt").Trouble.Reason, "It is not a serial port.");
     EXPECT_TRUE(Tried.empty());
 }
 

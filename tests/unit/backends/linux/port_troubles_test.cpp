@@ -24,7 +24,7 @@ const std::string Adapter = "/dev/ttyUSB0";
 TEST(MissingPermission, IsMendedByJoiningTheGroupThatMayOpenIt) {
     const PortTrouble trouble = NoPermission(Adapter, {"root", "dialout", true, "ann", Membership::None});
     EXPECT_EQ(trouble.Reason, "You are not in the group dialout, which may open it.");
-    EXPECT_EQ(trouble.Remedy, "Join it by: sudo usermod -aG dialout ann and log out and in again.");
+    EXPECT_EQ(trouble.Remedy, "Join it with: sudo usermod -aG dialout ann and log out and in again.");
 }
 
 TEST(MissingPermission, NamesTheGroupThatOwnsThePortAndNoOther) {
@@ -118,7 +118,8 @@ TEST(StatusLine, ADeviceThatIsHeldIsBusy) {
 TEST(StatusLine, AFileIsNoPort) {
     const TemporaryRoot folder;
     folder.Put("notes.txt", "");
-    EXPECT_EQ(OpeningTrouble(folder.Path("notes.txt"), NotAvailable), folder.Path("notes.txt") + " is no serial port");
+    EXPECT_EQ(OpeningTrouble(folder.Path("notes.txt"), NotAvailable),
+              folder.Path("notes.txt") + " is not a serial port");
 }
 
 TEST(StatusLine, MissingPermissionNamesTheGroupThatHasIt) {

@@ -46,7 +46,8 @@ protected:
     LossBox Box{Device.Platform.boxes, Form(), [this] { Losses().Seen(); }};
 };
 
-const QString NotMade = QStringLiteral("qrn0001.txt could not be made: the name is refused. Readings are not stored.");
+const QString NotMade =
+    QStringLiteral("qrn0001.txt could not be created: the name is not allowed. Readings are not stored.");
 
 TEST_F(BoxOfLosses, IsOneThatCountsTheReadingsWhileItStands) {
     QMessageBox* const box = Box.Dialog();
@@ -87,7 +88,7 @@ TEST_F(BoxOfLosses, ComesAgainWithTheNextReadingOnceAPersonHasClosedIt) {
     ASSERT_NE(Box.Dialog(), nullptr);
     EXPECT_TRUE(Box.Dialog()->isVisible());
     EXPECT_EQ(Box.Dialog()->text(),
-              QStringLiteral("qrn0001.txt: the reading 1 % is not stored: the file could not be made.\n\n"
+              QStringLiteral("qrn0001.txt: the reading 1 % is not stored: the file could not be created.\n\n"
                              "1 reading is not stored."));
     Press(Qt::Key_Escape);
 }

@@ -82,8 +82,9 @@ TEST_P(BadAddress, IsRefusedWithTheReason) {
 constexpr const char* NoTcp = "is not of the form tcp:HOST:PORT, such as tcp:192.168.1.5:5025 or tcp:[::1]:5025";
 constexpr const char* NoBluetooth = "is not of the form bt:MAC or bt:MAC#CHANNEL, such as bt:00:11:22:33:44:55#1";
 constexpr const char* NoCommand = "names no command, such as exec:ssh shed cat /dev/ttyUSB0";
-constexpr const char* NoKind = "is none of /PATH, bt:MAC, tcp:HOST:PORT and exec:COMMAND; a path that begins otherwise "
-                               "is written with ./ in front";
+constexpr const char* NoKind =
+    "is not one of /PATH, bt:MAC, tcp:HOST:PORT and exec:COMMAND; a path that begins otherwise "
+    "is written with ./ in front";
 
 INSTANTIATE_TEST_SUITE_P(
     Rows, BadAddress,

@@ -29,7 +29,7 @@ TEST_P(WhileBusyOnType, GridAndMenusAreOff) {
     const Sight before = Look();
     EXPECT_THAT(TryGrid(), Each("the grid is disabled"));
     EXPECT_THAT(TryMenus(),
-                Each(testing::AnyOf("the menu is disabled", "the menu is not on show", "no menu offers that")));
+                Each(testing::AnyOf("the menu is disabled", "the menu is not visible", "no menu offers that")));
     EXPECT_TRUE(Look() == before);
 }
 

@@ -68,7 +68,7 @@ TEST_F(Command, HasAPlaceOnItsScreenAlone) {
     for (const char16_t* const text : {u"Open", u"rename", u"New", u"Delete", u"Back", u"Zoom", u"Preferences..."})
         EXPECT_EQ(CommandRefusal(text), u"");
     for (const char16_t* const text : {u"Ok", u"Save", u"Edit"})
-        EXPECT_EQ(CommandRefusal(text), u"has no place on this screen");
+        EXPECT_EQ(CommandRefusal(text), u"is not available on this screen");
     EXPECT_EQ(CommandRefusal(u"Nonsense"), u""); // which MenuEvent tells
 }
 
@@ -77,7 +77,7 @@ TEST_F(Command, ButForOkAndBackHasNoPlaceWhileAPromptWaits) {
     EXPECT_EQ(CommandRefusal(u"ok"), u"");
     EXPECT_EQ(CommandRefusal(u"BACK"), u"");
     for (const char16_t* const text : {u"Zoom", u"Start...", u"Enter Custom Serial ID...", u"Open", u"Nonsense", u""})
-        EXPECT_EQ(CommandRefusal(text), u"a prompt waits, for Ok or Back");
+        EXPECT_EQ(CommandRefusal(text), u"a prompt is open, only Ok and Back are possible");
 }
 
 /// A command of one screen: on any other one it does nothing, and says nothing.

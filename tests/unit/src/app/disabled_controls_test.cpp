@@ -153,7 +153,7 @@ protected:
 };
 
 TEST_F(InAPrompt, GridIsNotThereToBeTapped) {
-    WhileItWaits([this] { EXPECT_THAT(TryGrid(), Each("the grid is not on show")); });
+    WhileItWaits([this] { EXPECT_THAT(TryGrid(), Each("the grid is not visible")); });
 }
 
 TEST_F(InAPrompt, MenusOfferBackAndOkAlone) {
@@ -162,7 +162,7 @@ TEST_F(InAPrompt, MenusOfferBackAndOkAlone) {
             EXPECT_EQ(Device.Platform.menuTitles[static_cast<std::size_t>(menu) - 1].Caption(),
                       menu == 1 ? u"Back" : u"Ok");
             for (std::int32_t item = 2; item <= platform::MenuItemCount; ++item)
-                EXPECT_EQ(backends::ClickItem(Device.Platform, menu, item), "the item is not on show");
+                EXPECT_EQ(backends::ClickItem(Device.Platform, menu, item), "the item is not visible");
         }
         for (const char16_t* caption : {u"Exit", u"Start...", u"Install...", u"Delete", u"Enter Custom Serial ID..."})
             EXPECT_EQ(backends::Choose(Device.Platform, caption), "no menu offers that");

@@ -73,10 +73,10 @@ TEST_F(LostReadings, OfADownloadThatCouldNotBeMadeAreReportedEach) {
     Device.Platform.faults.FailNext(0);
     Device.Tick(500);
     EXPECT_THAT(Told(), testing::ElementsAre("qrn0001.txt: the disk is full"));
-    EXPECT_EQ(Worst(), "qrn0001.txt could not be made: the disk is full. Readings are not stored.");
+    EXPECT_EQ(Worst(), "qrn0001.txt could not be created: the disk is full. Readings are not stored.");
     EXPECT_EQ(InTheBox(), Worst());
     Measure();
-    EXPECT_THAT(Told(), Contains("qrn0001.txt: the reading 23.4 % is not stored: the file could not be made"));
+    EXPECT_THAT(Told(), Contains("qrn0001.txt: the reading 23.4 % is not stored: the file could not be created"));
     EXPECT_THAT(Worst(), HasSubstr("the reading 23.4 % is not stored"));
     EXPECT_THAT(InTheBox(), HasSubstr("1 reading is not stored."));
     Measure();
@@ -89,9 +89,9 @@ TEST_F(LostReadings, OfADownloadThatCouldNotBeMadeAreReportedEach) {
 TEST_F(LostReadings, ThoseOfADownloadWhoseNameIsAFoldersAreTold) {
     std::filesystem::create_directories(Device.Folder.Path() / "Quorin/qrn0001.txt");
     Open(Plain, "");
-    EXPECT_EQ(Worst(), "qrn0001.txt could not be made: the name is refused. Readings are not stored.");
+    EXPECT_EQ(Worst(), "qrn0001.txt could not be created: the name is not allowed. Readings are not stored.");
     Measure();
-    EXPECT_THAT(Told(), Contains("qrn0001.txt: the reading 23.4 % is not stored: the file could not be made"));
+    EXPECT_THAT(Told(), Contains("qrn0001.txt: the reading 23.4 % is not stored: the file could not be created"));
 }
 
 TEST_F(LostReadings, ThoseOfADownloadWithoutItsFirstRecordAreTold) {
@@ -168,7 +168,7 @@ TEST_P(ReadingsUnderAFormula, AreTold) {
     Measure();
     EXPECT_THAT(Told(),
                 testing::ElementsAre("qrn0001.txt: the reading 23.4 % is not stored: the formula or the variable "
-                                     "of its row Moisture has taken its place"));
+                                     "of its row Moisture has replaced it"));
     Choose(u"Close");
     EXPECT_THAT(File("qrn0001.txt"), Not(HasSubstr("23.4")));
 }
@@ -226,13 +226,13 @@ TEST_F(LostReadings, TextInADriverTableThatCouldNotBeMadeIsReported) {
     MenuEvent(u"Edit");
     MenuEvent(u"Save");
     ASSERT_EQ(Screen(), ScrInfRecord);
-    EXPECT_THAT(Told(), Contains("meter.txt: the name is refused"));
+    EXPECT_THAT(Told(), Contains("meter.txt: the name is not allowed"));
     Device.Did.Unsaved.clear();
     Repaint();
     Tap(0, 1);
     Type(u"typed");
     Choose(u"Close");
-    EXPECT_THAT(Told(), testing::ElementsAre("meter.txt: the file could not be made"));
+    EXPECT_THAT(Told(), testing::ElementsAre("meter.txt: the file could not be created"));
 }
 
 class LostReadingsOfAPalm : public LostReadings {
@@ -260,9 +260,9 @@ TEST_F(LostReadingsOfAPalm, ThoseOfADatabaseThatCouldNotBeMadeAreTold) {
     Device.Platform.faults.FailNext(0);
     Device.Tick(500);
     ASSERT_EQ(Screen(), ScrInfRecord);
-    EXPECT_EQ(Worst(), "qrn0001.txt could not be made: the disk is full. Readings are not stored.");
+    EXPECT_EQ(Worst(), "qrn0001.txt could not be created: the disk is full. Readings are not stored.");
     Measure();
-    EXPECT_THAT(Told(), Contains("qrn0001.txt: the reading 23.4 % is not stored: the file could not be made"));
+    EXPECT_THAT(Told(), Contains("qrn0001.txt: the reading 23.4 % is not stored: the file could not be created"));
 }
 
 } // namespace

@@ -261,8 +261,9 @@ TEST_P(PortOfNonsense, StopsTheProgramWithAMessageOnceTheLinkIsWanted) {
     support::TestDevice device(Options());
     device.Platform.StartProgram();
     MenuEvent(u"Bluetooth Debug...");
-    const Text what =
-        GetParam().Value.empty() ? u"is empty" : u"holds \"" + GetParam().Value + u"\", which is no number of a port";
+    const Text what = GetParam().Value.empty()
+                          ? u"is empty"
+                          : u"holds \"" + GetParam().Value + u"\", which is not the number of a port";
     const Text failure = support::FailureOf([&device] { device.Tick(500); });
     EXPECT_EQ(failure,
               u"The setting ComPort " + what + u": choose a port under Preferences, Bluetooth Serial Setup...");

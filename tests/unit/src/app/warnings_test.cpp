@@ -173,7 +173,7 @@ TEST_F(OfTwoDrivers, ADownloadThatNoListNamesAnyMoreIsTold) {
     MenuEvent(u"Open");
     Settle();
     EXPECT_THAT(About(u"driver"),
-                ElementsAre("No list names the download qrn0001.txt any more. Go Back and make a new download."));
+                ElementsAre("No list contains the download qrn0001.txt any more. Go Back and make a new download."));
 }
 
 // The link and the screen that do not go together.
@@ -192,8 +192,9 @@ TEST_F(Warnings, BackOutOfACalendarIsToldToHaveTakenTheLinkDown) {
     Device.Tick(1000);
     EXPECT_EQ(TitleCell(0), u"Bluetooth :-)");
     EXPECT_FALSE(modBluetooth::Ports.LinkOpen);
-    EXPECT_EQ(InTheLine(), u"Back has closed the link of this record, whatever its title says. Go Back and open the "
-                           u"download again.");
+    EXPECT_EQ(InTheLine(),
+              u"Back has closed the link of this record, although the title still shows it. Go Back and open the "
+              u"download again.");
     EXPECT_THAT(About(u"linkoff"), testing::SizeIs(1));
     GoBack();
     Settle();
@@ -250,7 +251,7 @@ TEST_F(Warnings, AReadingWhoseValueALoneReturnHasEmptiedIsTold) {
     EXPECT_EQ(Cell(1, 1), u" %");
     EXPECT_EQ(Device.Did.Tones.back().first, 1046);
     EXPECT_THAT(About(u"value"),
-                ElementsAre("09:30:01  A reading came without a value, with its unit alone: look at Moisture."));
+                ElementsAre("09:30:01  A reading came with a unit and without a value: check Moisture."));
 }
 
 } // namespace

@@ -32,7 +32,7 @@ protected:
 TEST_F(UnsavedRecord, IsSavedBeforeADateThatIsNoneEndsTheProgram) {
     Edit(0, u"new");
     Edit(2, u"typed");
-    EXPECT_THAT(FailureAtTheDate(), HasSubstr("\"2007-04-01\" is no date"));
+    EXPECT_THAT(FailureAtTheDate(), HasSubstr("\"2007-04-01\" is not a date"));
     EXPECT_EQ(Download(), Header + "new|2007-04-01|typed\n1|2|3\n");
 }
 
@@ -96,7 +96,8 @@ TEST_F(UnsavedRecord, OfADownloadWithoutAFileIsToldAndMakesNone) {
     ASSERT_EQ(Cell(0, 1), u"23.4 %");
     Device.Did.Unsaved.clear(); // the reading itself
     EXPECT_NE(support::FailureOf([] { platform::RuntimeFailure(u"no reason"); }), u"");
-    EXPECT_THAT(Device.Did.Unsaved, testing::ElementsAre(testing::Pair(u"qrn0001.txt", u"the file could not be made")));
+    EXPECT_THAT(Device.Did.Unsaved,
+                testing::ElementsAre(testing::Pair(u"qrn0001.txt", u"the file could not be created")));
     EXPECT_TRUE(std::filesystem::is_empty(Device.Folder.Path() / "Quorin/qrn0001.txt"));
 }
 
@@ -153,7 +154,7 @@ TEST_F(UnsavedRecord, ThatTheDiskHasNoRoomForIsToldBehindTheFirstMessage) {
         Device.Platform.faults.FailNext(-1, good);
         const std::string told = FailureAtTheDate();
         Device.Platform.faults.FailNext(0);
-        EXPECT_THAT(told, testing::StartsWith("\"2007-04-01\" is no date"));
+        EXPECT_THAT(told, testing::StartsWith("\"2007-04-01\" is not a date"));
         const bool both = told.find("The record on the screen could not be saved: Can't write") != std::string::npos;
         saved = Download() == Header + "a|2007-04-01|typed\n1|2|3\n";
         EXPECT_TRUE(saved || both || !Device.Did.Unsaved.empty());

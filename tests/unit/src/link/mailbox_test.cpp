@@ -171,8 +171,8 @@ TEST_F(MailboxOfAnotherUser, DeliversAFileThatCantBeDeletedOnceAndTellsItOnce) {
     EXPECT_THAT(Device.Did.Boxes, testing::IsEmpty());
     EXPECT_THAT(Device.Did.Warnings,
                 testing::ElementsAre(testing::Pair(
-                    u"mailbox", u"c:\\ipcout.txt can't be deleted: permission denied. It was taken once, and is not "
-                                u"looked at again until it has changed.")));
+                    u"mailbox", u"c:\\ipcout.txt can't be deleted: permission denied. It was read once, and is "
+                                u"ignored until it changes.")));
 }
 
 /// What makes another delivery of a file that is still there.
@@ -258,7 +258,7 @@ TEST_F(MailboxOfAnotherUser, TellsOfAFileThatCantBeRead) {
     EXPECT_EQ(Moisture(), u"");
     EXPECT_THAT(Device.Did.Warnings,
                 testing::ElementsAre(testing::Pair(
-                    u"mailbox", u"c:\\ipcout.txt can't be read: permission denied. Nothing of it has been taken.")));
+                    u"mailbox", u"c:\\ipcout.txt can't be read: permission denied. Nothing of it was read.")));
     std::filesystem::permissions(Device.Folder.Path() / "c/ipcout.txt", std::filesystem::perms(0644));
     Device.Tick(2000);
     EXPECT_EQ(Moisture(), u"23.4 %");
@@ -273,7 +273,7 @@ TEST_F(Mailbox, TellsOfADeliveryThatIsNoFileUntilItIsGone) {
         Device.Did.Warnings,
         testing::ElementsAre(testing::Pair(
             u"mailbox", u"c:\\ipcout.txt can't be read: it is damaged, or a file of another kind. Nothing of it "
-                        u"has been taken.")));
+                        u"was read.")));
     std::filesystem::remove(place);
     Device.Tick(1000);
     EXPECT_THAT(Device.Platform.onlooker.notices.Standing(), testing::IsEmpty());

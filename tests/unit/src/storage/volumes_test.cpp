@@ -243,9 +243,9 @@ TEST(DataPath, FolderThatIsReplacedIsToldOnce) {
     device.Platform.onlooker.notices.Act(u"folder");
     GetDataPath(u"Quorin");
     EXPECT_THAT(ToldOfFolders(device),
-                ElementsAre(u"Can't use the folder .\\Quorin\\: it is not there. Its files are looked for and made in "
+                ElementsAre(u"Can't use the folder .\\Quorin\\: it does not exist. Its files are read and created in "
                             u".\\. Tap here when you have read it.",
-                            u"Can't use the folder .\\Other\\: it is not there. Its files are looked for and made in "
+                            u"Can't use the folder .\\Other\\: it does not exist. Its files are read and created in "
                             u".\\. Tap here when you have read it."));
 }
 
@@ -254,9 +254,10 @@ TEST(DataPath, FolderWhoseNameIsRefusedIsTold) {
     const support::TemporaryFolder elsewhere;
     std::filesystem::create_symlink(elsewhere.Path(), device.Folder.Path() / "Card/My Documents");
     EXPECT_EQ(GetDataPath(u"Quorin"), u"Card:\\");
-    EXPECT_THAT(ToldOfFolders(device),
-                ElementsAre(u"Can't use the folder Card:\\My Documents\\Quorin\\: the name is refused. Its files are "
-                            u"looked for and made in Card:\\. Tap here when you have read it."));
+    EXPECT_THAT(
+        ToldOfFolders(device),
+        ElementsAre(u"Can't use the folder Card:\\My Documents\\Quorin\\: the name is not allowed. Its files are "
+                    u"read and created in Card:\\. Tap here when you have read it."));
     EXPECT_EQ(device.Platform.onlooker.notices.Sorted().at(0).About, u"folder");
 }
 
@@ -276,8 +277,8 @@ TEST(DataPath, OnACardThatIsOutIsToldOfByItself) {
     GetDataPath(u"");
     EXPECT_THAT(
         ToldOfFolders(device),
-        ElementsAre(u"Can't use the folder Card:\\My Documents\\Quorin\\: it is not there. No file is opened or "
-                    u"made there. Tap here when you have read it."));
+        ElementsAre(u"Can't use the folder Card:\\My Documents\\Quorin\\: it does not exist. No file is opened or "
+                    u"created there. Tap here when you have read it."));
 }
 
 /// Neither in the root folder, which is no volume, nor anywhere else.

@@ -22,15 +22,15 @@ TEST_P(ErrorInWords, IsWhatAPersonReadsBehindTheNameOfAFile) {
 
 INSTANTIATE_TEST_SUITE_P(
     Rows, ErrorInWords,
-    testing::Values(Words{FileNotFound, u"it is not there"}, Words{DeviceFailed, u"the device failed"},
-                    Words{WentStale, u"the network has lost it"},
+    testing::Values(Words{FileNotFound, u"it does not exist"}, Words{DeviceFailed, u"the device failed"},
+                    Words{WentStale, u"the connection to it was lost"},
                     Words{Damaged, u"it is damaged, or a file of another kind"},
                     Words{InUse, u"another program is using it"}, Words{ReadKept, u"another program is using it"},
-                    Words{FileExists, u"it is there already"}, Words{DiskFull, u"the disk is full"},
+                    Words{FileExists, u"it already exists"}, Words{DiskFull, u"the disk is full"},
                     Words{FileChanged, u"another program has changed it"},
                     Words{RowNotFound, u"the row is not in the file"}, Words{PathNotFound, u"its folder is gone"},
                     Words{NotAvailable, u"it is not available"}, Words{PermissionDenied, u"permission denied"},
-                    Words{PathRefused, u"the name is refused"}, Words{4711, u"error 4711"}));
+                    Words{PathRefused, u"the name is not allowed"}, Words{4711, u"error 4711"}));
 
 /// Whatever else keeps a file from us must not have it made anew.
 TEST(AMissingFile, IsOneThatIsNotThereOrCanNotBe) {
