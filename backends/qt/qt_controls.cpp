@@ -298,9 +298,12 @@ void QtComboBox::TakeFont(const QFont& font) {
 }
 
 void QtComboBox::Select(std::int32_t position, std::int32_t length) {
-    Combo_.lineEdit()->setSelection(position, length);
-    if (length == 0)
-        Combo_.lineEdit()->setCursorPosition(position);
+    const auto size = static_cast<std::int32_t>(Combo_.currentText().size());
+    const std::int32_t from = std::clamp(position, 0, size); // Qt leaves the caret for a place beyond the text
+    const std::int32_t count = std::clamp(length, 0, size - from);
+    Combo_.lineEdit()->setSelection(from, count);
+    if (count == 0)
+        Combo_.lineEdit()->setCursorPosition(from);
 }
 
 std::int32_t QtComboBox::Caret() const {

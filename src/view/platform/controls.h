@@ -15,7 +15,8 @@ struct Box {
     bool operator==(const Box&) const = default;
 };
 
-/// The operations of every control. A control that has the focus loses it when it is hidden.
+/// The operations of every control. A control that has the focus loses it when it is hidden, and keeps it while it is
+/// disabled. Nothing that the application sets raises an event but what is said so here and at OwnerDrawGrid.
 class Control {
 public:
     virtual ~Control() = default;
@@ -69,7 +70,8 @@ public:
     /// Makes the text that an input method is still composing part of the contents, with the change event.
     virtual void Commit() = 0;
 
-    /// Puts the caret after `position` characters and selects the `length` characters that follow.
+    /// Puts the caret after `position` characters and selects the `length` characters that follow, as far as there is
+    /// text.
     virtual void Select(std::int32_t position, std::int32_t length) = 0;
 };
 
@@ -77,10 +79,10 @@ class ComboBox : public FontControl {
 public:
     virtual Text Contents() const = 0;
     virtual void SetContents(const Text& text) = 0;
-    virtual void Select(std::int32_t position, std::int32_t length) = 0;
+    virtual void Select(std::int32_t position, std::int32_t length) = 0; ///< as in a text box
 
-    virtual void Clear() = 0;
-    virtual void AddItem(const Text& item) = 0;
+    virtual void Clear() = 0;                   ///< removes the items and the text
+    virtual void AddItem(const Text& item) = 0; ///< the text stays
     virtual std::int32_t ItemCount() const = 0;
 };
 
@@ -100,11 +102,11 @@ public:
 
 class ListBox : public Control {
 public:
-    virtual void Clear() = 0;
+    virtual void Clear() = 0; ///< removes the items; ListIndex is -1 then
     virtual void AddItem(const Text& item) = 0;
     virtual std::int32_t ItemCount() const = 0;
-    virtual std::int32_t ListIndex() const = 0; ///< 0-based, -1 for none
-    virtual void SetListIndex(std::int32_t index) = 0;
+    virtual std::int32_t ListIndex() const = 0;          ///< 0-based, -1 for none
+    virtual void SetListIndex(std::int32_t index) = 0;   ///< REQUIRES: -1 or the index of an item
     virtual Text ItemText(std::int32_t index) const = 0; ///< empty for an index out of range
     virtual Text Tag() const = 0;
     virtual void SetTag(const Text& tag) = 0;

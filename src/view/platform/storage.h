@@ -59,7 +59,7 @@ enum class Origin { Start = 0, End = 2 };
 /// mark at the start is not part of the first line. Offsets count bytes.
 class TextStream {
 public:
-    virtual ~TextStream() = default; ///< closes the file; a failure is ignored
+    virtual ~TextStream() = default; ///< drops what was written and not closed, except in a scratch file
     virtual std::int64_t Position() const = 0;
     virtual std::int64_t Size() const = 0;
     virtual ErrorNumber Seek(std::int64_t offset, Origin origin) = 0;
