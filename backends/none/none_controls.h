@@ -77,7 +77,10 @@ public:
     Text Contents() const override { return Contents_; }
     void SetContents(const Text& text) override { Contents_ = text; }
     void Select(std::int32_t, std::int32_t) override {}
-    void Clear() override { Items_ = 0; }
+    void Clear() override {
+        Items_ = 0;
+        Contents_.clear();
+    }
     void AddItem(const Text&) override { ++Items_; }
     std::int32_t ItemCount() const override { return Items_; }
 
@@ -98,7 +101,10 @@ private:
 
 class NoneListBox final : public NoneControl<ListBox> {
 public:
-    void Clear() override { Items_.clear(); }
+    void Clear() override {
+        Items_.clear();
+        Index_ = -1;
+    }
     void AddItem(const Text& item) override { Items_.push_back(item); }
     std::int32_t ItemCount() const override { return static_cast<std::int32_t>(Items_.size()); }
     std::int32_t ListIndex() const override { return Index_; }

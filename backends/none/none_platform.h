@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // A back-end that does nothing, compiled by every build: the template of the next one. Copy this folder, rename it, and
-// replace one object after the other. What an object must do is said in src/view/platform, and tried by the conformance
-// suites in tests/unit/backends; what it may leave out is said at the object here.
+// replace one object after the other. What an object must do is said in src/view/platform, and tried by the suites in
+// tests/conformance, where one file with a factory joins; what it may leave out is said at the object here.
 //
 // Before replacing an object by code of your own, look for a part that does it: backends/files (storage), serial
 // (ports), grid (cells and their painting), simulated (what a device reports), loop (the event loop and all that hangs
