@@ -90,7 +90,7 @@ void LineFiles::CloseFile(FileHandle& handle) {
         if (handle.isDatabase)
             Databases_.Close(State(handle));
         else
-            SlotStream_.at(static_cast<std::size_t>(handle.slot)).reset();
+            Stream(handle).Close();
         State(handle) = 0;
     }
     ResetFileHandle(handle);
@@ -112,6 +112,8 @@ std::int32_t LineFiles::WriteFileLine(FileHandle& handle, const Text& text) {
         return 0;
     if (handle.isDatabase) {
         handle.recordNumber = Databases_.RecordCount(State(handle)) + 1;
+        if (handle.recordNumber == 1)
+            Databases_.DeclareTable(State(handle), u"TEXT", u"LineNumber long, LineData String");
         Databases_.AddRecord(State(handle));
         Databases_.WriteRecord(State(handle), {handle.recordNumber, text});
         Databases_.Commit(State(handle));

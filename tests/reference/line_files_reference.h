@@ -16,7 +16,9 @@ class LineFiles {
 public:
     /// The scratch file lies in the folder, under a name that the random numbers give.
     LineFiles(MemoryDisk& disk, platform::Random& random, std::int32_t secondsSinceMidnight, Text folder)
-        : Files_(disk), Databases_(disk), Chance_(random), Seconds_(secondsSinceMidnight), Folder_(std::move(folder)) {}
+        : Files_(disk), Databases_(disk), Chance_(random), Seconds_(secondsSinceMidnight), Folder_(std::move(folder)) {
+        disk.MakeFolders(Folder_);
+    }
 
     void OpenFile(FileHandle& handle, const Text& fullName, const Text& mode, const Text& fileType,
                   const Text& creator);

@@ -9,17 +9,57 @@ using namespace platform;
 
 namespace {
 
+/// With its trailing `\\`.
+Text FolderOf(const Text& fullName) {
+    return fullName.substr(0, fullName.rfind(u'\\') + 1);
+}
+
+Text WithBackslash(const Text& path) {
+    return path.empty() || path.back() == u'\\' ? path : path + u'\\';
+}
+
+bool BeforeInBytes(const Text& a, const Text& b) {
+    return modStringTools::ToBytes(a) < modStringTools::ToBytes(b);
+}
+
+/// True for a path that leads outside the disk or is none.
+bool IsRefused(const Text& path) {
+    bool isFirst = true;
+    for (TextView rest = path; !rest.empty() || isFirst; isFirst = false) {
+        const TextView part = rest.substr(0, rest.find(u'\\'));
+        const bool isRoot = isFirst && (part == u"." || (part.size() > 1 && part.back() == u':'));
+        const bool isName = !isFirst && !part.empty() && part != u"." && part != u"..";
+        if (!isRoot && !isName)
+            return true;
+        rest.remove_prefix(std::min(part.size() + 1, rest.size()));
+    }
+    return false;
+}
+
 /// Lines that are taken at one go, so that a file of more than these is taken in several.
 constexpr std::int64_t BlockOfLines = 3;
 
 class MemoryStream final : public TextStream {
 public:
-    explicit MemoryStream(std::shared_ptr<MemoryFile> file) : File_(std::move(file)) {}
+    MemoryStream(MemoryDisk& disk, const Text& name, StreamMode mode)
+        : Mode_(mode), File_(disk.Files[name]), HasWritten_(mode != StreamMode::Existing) {}
+    MemoryStream(const MemoryStream&) = delete;
+    MemoryStream& operator=(const MemoryStream&) = delete;
+
+    /// What was not saved by Close is lost.
+    ~MemoryStream() override {
+        if (IsClosed_ || !HasWritten_ || Mode_ == StreamMode::Scratch)
+            return;
+        File_->Bytes = File_->Saved.value_or("");
+        ++File_->Changes;
+    }
 
     std::int64_t Position() const override { return static_cast<std::int64_t>(Place_); }
     std::int64_t Size() const override { return static_cast<std::int64_t>(File_->Bytes.size()); }
 
     ErrorNumber Seek(std::int64_t offset, Origin origin) override {
+        if (IsClosed_)
+            return DeviceFailed;
         const std::int64_t place = (origin == Origin::End ? Size() : 0) + offset;
         Seen_ = File_->Changes;
         if (place < 0 || place > Size())
@@ -32,6 +72,8 @@ public:
         constexpr std::string_view Mark = "\xEF\xBB\xBF";
         const bool atHead = Place_ == 0;
         std::string bytes;
+        if (IsClosed_)
+            return DeviceFailed;
         const bool isThere = Take(bytes);
         if (atHead && bytes.compare(0, Mark.size(), Mark) == 0)
             bytes.erase(0, Mark.size());
@@ -42,9 +84,9 @@ public:
 
     ErrorNumber SkipLines(std::int64_t most, std::int64_t& passed) override {
         std::string line;
-        for (passed = 0; passed < most && Take(line); ++passed)
+        for (passed = 0; !IsClosed_ && passed < most && Take(line); ++passed)
             continue;
-        return NoError;
+        return IsClosed_ ? DeviceFailed : NoError;
     }
 
     ErrorNumber ReadLines(std::int64_t most, std::string_view& lines, std::int64_t& taken) override {
@@ -58,7 +100,10 @@ public:
     }
 
     std::int64_t Revision() const override { return Seen_; }
-    FileStamp Stamp() const override { return {0, Size(), File_->Changes, File_->Changes}; }
+    FileStamp Stamp() const override {
+        const auto identity = reinterpret_cast<std::uintptr_t>(File_.get());
+        return {identity, Size(), File_->Changes, File_->Changes};
+    }
 
     ErrorNumber WriteLine(const Text& line) override {
         std::string bytes = modStringTools::ToBytes(line);
@@ -68,6 +113,8 @@ public:
     }
 
     ErrorNumber WriteLines(std::string_view lines) override {
+        if (IsClosed_)
+            return DeviceFailed;
         std::string& all = File_->Bytes;
         std::string bytes(lines);
         all.resize(std::max(all.size(), Place_)); // another stream has made the file shorter: a hole is written behind
@@ -76,11 +123,21 @@ public:
         all.replace(Place_, std::min(bytes.size(), all.size() - Place_), bytes);
         Place_ += bytes.size();
         ++File_->Changes;
+        HasWritten_ = true;
+        if (Mode_ == StreamMode::Scratch)
+            File_->Saved = all;
         return NoError;
     }
 
+    /// The literal forms know of no other program: for them a name leads to the file that was opened.
     ErrorNumber CheckName() override { return NoError; }
-    ErrorNumber Close() override { return NoError; }
+
+    ErrorNumber Close() override {
+        if (!IsClosed_ && HasWritten_)
+            File_->Saved = File_->Bytes;
+        IsClosed_ = true;
+        return NoError;
+    }
 
 private:
     static const char* EndOf(const std::string& line) { return !line.empty() && line.back() == '\r' ? "\r\n" : "\n"; }
@@ -98,28 +155,66 @@ private:
         return true;
     }
 
+    StreamMode Mode_;
     std::shared_ptr<MemoryFile> File_;
+    bool HasWritten_; ///< also by being made
+    bool IsClosed_ = false;
     std::size_t Place_ = 0;
     std::int64_t Seen_ = 0;
     std::string Taken_;
 };
 
-class AnyFolder final : public Folder {
-    Text FirstFile(std::int32_t) override { return {}; }
-    Text NextFile() override { return {}; }
+class MemoryFolder final : public Folder {
+public:
+    MemoryFolder(const MemoryDisk& disk, const Text& path) {
+        for (const auto& [name, file] : disk.Files) {
+            if (FolderOf(name) == path && file->Saved)
+                Names_.push_back(name);
+        }
+        std::sort(Names_.begin(), Names_.end(), BeforeInBytes);
+    }
+
+    Text FirstFile(std::int32_t) override {
+        Next_ = 0;
+        return NextFile();
+    }
+    Text NextFile() override { return Next_ < Names_.size() ? Names_[Next_++] : Text(); }
     ErrorNumber WalkError() const override { return NoError; }
+
+private:
+    std::vector<Text> Names_;
+    std::size_t Next_ = 0;
 };
 
 } // namespace
 
 void MemoryDisk::Put(const Text& fullName, const std::string& bytes) {
-    Files[fullName] = std::make_shared<MemoryFile>(MemoryFile{bytes, 0});
+    MakeFolders(FolderOf(fullName));
+    auto& file = Files[fullName];
+    if (!file)
+        file = std::make_shared<MemoryFile>();
+    *file = {bytes, bytes, file->Changes + 1};
+}
+
+void MemoryDisk::MakeFolders(const Text& path) {
+    for (std::size_t end = path.find(u'\\'); end != Text::npos; end = path.find(u'\\', end + 1))
+        Folders.insert(path.substr(0, end + 1));
+}
+
+bool MemoryDisk::Has(const Text& fullName) const {
+    const auto found = Files.find(fullName);
+    return found != Files.end() && found->second->Saved;
+}
+
+bool MemoryDisk::IsFolder(const Text& path) const {
+    const Text folder = WithBackslash(path);
+    return folder == u".\\" || Folders.count(folder) != 0;
 }
 
 std::string MemoryDisk::Shown() const {
     std::string all;
     for (const auto& [name, file] : Files)
-        all += modStringTools::ToBytes(name) + ":\n" + file->Bytes + "\n";
+        all += file->Saved ? modStringTools::ToBytes(name) + ":\n" + *file->Saved + "\n" : std::string();
     for (const auto& [name, lines] : Databases) {
         all += modStringTools::ToBytes(name) + " of " + std::to_string(lines->TypeCode) + "," +
                std::to_string(lines->CreatorCode) + ":\n";
@@ -129,158 +224,85 @@ std::string MemoryDisk::Shown() const {
     return all;
 }
 
-ErrorNumber MemoryFiles::OpenFolder(const Text&, bool, std::unique_ptr<Folder>& folder) {
-    folder = std::make_unique<AnyFolder>();
+ErrorNumber MemoryFiles::OpenFolder(const Text& path, bool create, std::unique_ptr<Folder>& folder) {
+    if (IsRefused(path))
+        return PathRefused;
+    const Text wanted = WithBackslash(path);
+    const Text volume = wanted.substr(0, wanted.find(u'\\') + 1);
+    const bool isFile = Disk_.Has(wanted.substr(0, wanted.size() - 1));
+    if (create && Disk_.IsFolder(volume) && !isFile)
+        Disk_.MakeFolders(wanted);
+    if (!Disk_.IsFolder(wanted))
+        return FileNotFound;
+    folder = std::make_unique<MemoryFolder>(Disk_, wanted);
     return NoError;
 }
 
 ErrorNumber MemoryFiles::OpenStream(const Text& fullName, StreamMode mode, std::unique_ptr<TextStream>& stream) {
-    const auto found = Disk_.Files.find(fullName);
-    if (found == Disk_.Files.end() && mode == StreamMode::Existing)
+    if (IsRefused(fullName) || Disk_.IsFolder(fullName) || fullName.back() == u'\\')
+        return PathRefused;
+    if (mode == StreamMode::Existing ? !Disk_.Has(fullName) : !Disk_.IsFolder(FolderOf(fullName)))
         return FileNotFound;
-    if (found == Disk_.Files.end()) {
-        Disk_.Put(fullName, "");
-    } else if (mode != StreamMode::Existing) {
-        found->second->Bytes.clear();
-        ++found->second->Changes;
+    auto& file = Disk_.Files[fullName];
+    if (!file)
+        file = std::make_shared<MemoryFile>();
+    if (mode != StreamMode::Existing) {
+        file->Bytes.clear();
+        ++file->Changes;
     }
-    stream = std::make_unique<MemoryStream>(Disk_.Files[fullName]);
+    stream = std::make_unique<MemoryStream>(Disk_, fullName, mode);
     return stream->Seek(0, Origin::Start);
 }
 
 ErrorNumber MemoryFiles::CopyFile(const Text& source, const Text& destination) {
-    const auto found = Disk_.Files.find(source);
-    if (found == Disk_.Files.end())
+    if (!Disk_.Has(source))
         return FileNotFound;
-    Disk_.Put(destination, found->second->Bytes);
+    const std::string bytes = *Disk_.Files[source]->Saved;
+    Disk_.Files[destination] = std::make_shared<MemoryFile>(MemoryFile{bytes, bytes, 0});
     return NoError;
 }
 
 ErrorNumber MemoryFiles::MoveFile(const Text& source, const Text& destination) {
-    const ErrorNumber error = CopyFile(source, destination);
-    return error == NoError ? DeleteFile(source) : error;
+    for (const Text& name : {source, destination}) {
+        if (IsRefused(name) || Disk_.IsFolder(name))
+            return PathRefused;
+    }
+    if (!Disk_.Has(source) || !Disk_.IsFolder(FolderOf(destination)))
+        return FileNotFound;
+    const std::shared_ptr<MemoryFile> moved = Disk_.Files[source];
+    Disk_.Files.erase(source);
+    Disk_.Files[destination] = moved;
+    return NoError;
 }
 
 ErrorNumber MemoryFiles::DeleteFile(const Text& fullName) {
-    return Disk_.Files.erase(fullName) > 0 ? NoError : FileNotFound;
-}
-
-OpenedDatabase MemoryDatabases::Open(const Text& name, platform::DatabaseMode) {
-    const auto found = Disk_.Databases.find(name);
-    if (found == Disk_.Databases.end())
-        return {0, FileNotFound};
-    DatabaseId id = 1;
-    while (OpenOnes_.count(id) != 0)
-        ++id;
-    OpenOnes_[id].Lines = found->second;
-    return {id, NoError};
-}
-
-OpenedDatabase MemoryDatabases::Create(const Text& name, std::int32_t typeCode, std::int32_t creatorCode) {
-    if (Disk_.Databases.count(name) != 0)
-        return {0, FileExists};
-    Disk_.Databases[name] = std::make_shared<MemoryLines>(MemoryLines{typeCode, creatorCode, {}});
-    return Open(name, DatabaseMode::ReadWrite);
-}
-
-ErrorNumber MemoryDatabases::Delete(const Text& name) {
-    const auto found = Disk_.Databases.find(name);
-    if (found == Disk_.Databases.end())
+    if (IsRefused(fullName))
+        return PathRefused;
+    if (!Disk_.Has(fullName))
         return FileNotFound;
-    if (found->second.use_count() > 1) // somebody has it open
-        return InUse;
-    Disk_.Databases.erase(found);
+    Disk_.Files.erase(fullName);
     return NoError;
 }
 
-bool MemoryDatabases::Holds(DatabaseId database) {
-    const std::int32_t current = OpenOnes_[database].Current;
-    return current >= 0 && current < RecordCount(database);
+// --- settings --------------------------------------------------------------------------------------------------------
+
+namespace {
+
+/// The store knows no case.
+Text KeyOf(const Text& application, const Text& section, const Text& key) {
+    return modStringTools::LowerCase(application + u"\n" + section + u"\n" + key);
 }
 
-std::int32_t MemoryDatabases::RecordCount(DatabaseId database) {
-    return static_cast<std::int32_t>(Records(database).size());
+} // namespace
+
+Text MemorySettings::Get(const Text& application, const Text& section, const Text& key, const Text& byDefault) const {
+    const auto found = Values_.find(KeyOf(application, section, key));
+    return found != Values_.end() ? found->second : byDefault;
 }
 
-ErrorNumber MemoryDatabases::AddRecord(DatabaseId database) {
-    OpenOnes_[database].Added = true;
-    OpenOnes_[database].Draft = {};
+ErrorNumber MemorySettings::Save(const Text& application, const Text& section, const Text& key, const Text& value) {
+    Values_[KeyOf(application, section, key)] = value;
     return NoError;
-}
-
-ErrorNumber MemoryDatabases::BeginEdit(DatabaseId database) {
-    return ReadRecord(database, OpenOnes_[database].Draft) ? NoError : FileNotFound;
-}
-
-ErrorNumber MemoryDatabases::WriteRecord(DatabaseId database, const LineRecord& record) {
-    OpenOnes_[database].Draft = record;
-    for (const char16_t none : {u'\n', u'\0'})
-        std::replace(OpenOnes_[database].Draft.LineData.begin(), OpenOnes_[database].Draft.LineData.end(), none, u' ');
-    return NoError;
-}
-
-ErrorNumber MemoryDatabases::Commit(DatabaseId database) {
-    OpenDatabase& one = OpenOnes_[database];
-    if (one.Added) {
-        one.Current = RecordCount(database);
-        one.Lines->Records.emplace_back();
-    }
-    one.Added = false;
-    one.Lines->Records.at(static_cast<std::size_t>(one.Current)) = one.Draft;
-    return NoError;
-}
-
-bool MemoryDatabases::ReadRecord(DatabaseId database, LineRecord& record) {
-    const bool found = Holds(database);
-    if (found)
-        record = Records(database)[static_cast<std::size_t>(OpenOnes_[database].Current)];
-    return found;
-}
-
-ErrorNumber MemoryDatabases::DeleteRecord(DatabaseId database) {
-    const bool found = Holds(database);
-    if (found)
-        Records(database).erase(Records(database).begin() + OpenOnes_[database].Current);
-    return found ? NoError : FileNotFound;
-}
-
-ErrorNumber MemoryDatabases::ShiftRecords(DatabaseId database, std::int32_t position) {
-    auto& records = Records(database);
-    OpenOnes_[database].Current = position;
-    if (!Holds(database))
-        return FileNotFound;
-    for (auto i = static_cast<std::size_t>(position) + 1; i < records.size(); ++i)
-        ++records[i - 1].LineNumber;
-    records.insert(records.begin() + position + 1, records[static_cast<std::size_t>(position)]);
-    records.pop_back();
-    --records[static_cast<std::size_t>(position)].LineNumber;
-    return NoError;
-}
-
-ErrorNumber MemoryDatabases::RenumberRecords(DatabaseId database) {
-    std::int32_t number = 0;
-    for (LineRecord& record : Records(database))
-        record.LineNumber = ++number;
-    OpenOnes_[database].Current = number;
-    return NoError;
-}
-
-ErrorNumber MemoryDatabases::FindRecord(DatabaseId database, std::int32_t lineNumber) {
-    const auto& records = Records(database);
-    const auto found = std::find_if(records.begin(), records.end(),
-                                    [lineNumber](const LineRecord& record) { return record.LineNumber == lineNumber; });
-    if (found == records.end())
-        return FileNotFound;
-    OpenOnes_[database].Current = static_cast<std::int32_t>(found - records.begin());
-    return NoError;
-}
-
-void MemoryDatabases::MoveLast(DatabaseId database) {
-    OpenOnes_[database].Current = std::max(RecordCount(database) - 1, 0);
-}
-
-bool MemoryDatabases::AtEnd(DatabaseId database) {
-    return OpenOnes_[database].Current >= RecordCount(database);
 }
 
 } // namespace reference

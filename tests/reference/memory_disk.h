@@ -1,11 +1,15 @@
 // SPDX-License-Identifier: MIT
-// Files and line databases that last as long as a case, with every operation in its plainest form.
+// Files, line databases and settings that last as long as a case, with every operation in its plainest form. The
+// storage suites of tests/conformance run on them.
 #pragma once
 
+#include "src/view/platform/device.h"
 #include "src/view/platform/storage.h"
 
 #include <map>
 #include <memory>
+#include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -15,21 +19,29 @@ namespace reference {
 struct Stopped {};
 
 struct MemoryFile {
-    std::string Bytes;
-    std::int64_t Changes = 0; ///< how often it was written to
+    std::string Bytes;                ///< as the streams of this program see it
+    std::optional<std::string> Saved; ///< as other programs see it, from the first closing of a stream on
+    std::int64_t Changes = 0;         ///< how often it was written to
 };
 
 struct MemoryLines {
     std::int32_t TypeCode = 0;
     std::int32_t CreatorCode = 0;
     std::vector<platform::LineRecord> Records;
+    bool Declared = false; ///< it has its table
 };
 
 struct MemoryDisk {
     std::map<Text, std::shared_ptr<MemoryFile>> Files; ///< a file that is replaced goes on for who has it open
+    std::set<Text> Folders;                            ///< with their trailing `\`; `.\` is always there
     std::map<Text, std::shared_ptr<MemoryLines>> Databases;
 
+    /// Writes a file as another program does, with the folders above it.
     void Put(const Text& fullName, const std::string& bytes);
+    /// Makes a folder with those above it, its volume included.
+    void MakeFolders(const Text& path);
+    bool IsFolder(const Text& path) const;
+    bool Has(const Text& fullName) const; ///< a file that was saved
     /// All that is on it, for a comparison and for a person.
     std::string Shown() const;
 };
@@ -59,10 +71,11 @@ public:
     platform::OpenedDatabase Open(const Text& name, platform::DatabaseMode mode) override;
     platform::OpenedDatabase Create(const Text& name, std::int32_t typeCode, std::int32_t creatorCode) override;
     platform::ErrorNumber Delete(const Text& name) override;
-    void Close(platform::DatabaseId database) override { OpenOnes_.erase(database); }
+    void Close(platform::DatabaseId database) override;
 
     std::int32_t RecordCount(platform::DatabaseId database) override;
-    platform::ErrorNumber DeclareTable(platform::DatabaseId, const Text&, const Text&) override { return {}; }
+    platform::ErrorNumber DeclareTable(platform::DatabaseId database, const Text& name,
+                                       const Text& definition) override;
     platform::ErrorNumber AddRecord(platform::DatabaseId database) override;
     platform::ErrorNumber BeginEdit(platform::DatabaseId database) override;
     platform::ErrorNumber WriteRecord(platform::DatabaseId database, const platform::LineRecord& record) override;
@@ -72,38 +85,54 @@ public:
     platform::ErrorNumber ShiftRecords(platform::DatabaseId database, std::int32_t position) override;
     platform::ErrorNumber RenumberRecords(platform::DatabaseId database) override;
     platform::ErrorNumber FindRecord(platform::DatabaseId database, std::int32_t lineNumber) override;
-    std::int32_t Position(platform::DatabaseId database) override { return OpenOnes_[database].Current; }
+    std::int32_t Position(platform::DatabaseId database) override;
     platform::ErrorNumber BeginReading(platform::DatabaseId) override { return platform::NoError; }
     void EndReading(platform::DatabaseId) override {}
-    platform::ErrorNumber BeginBatch(platform::DatabaseId) override { return platform::NoError; }
-    platform::ErrorNumber EndBatch(platform::DatabaseId) override { return platform::NoError; }
-    Text FirstDatabase(std::int32_t, std::int32_t) override { return {}; }
-    Text NextDatabase() override { return {}; }
+    platform::ErrorNumber BeginBatch(platform::DatabaseId database) override;
+    platform::ErrorNumber EndBatch(platform::DatabaseId database) override;
+    Text FirstDatabase(std::int32_t typeCode, std::int32_t creatorCode) override;
+    Text NextDatabase() override;
     const std::vector<platform::Unlisted>& UnreadDatabases() const override { return NoneUnread_; }
 
     // For the literal forms alone.
-    void MoveFirst(platform::DatabaseId database) { OpenOnes_[database].Current = 0; }
+    void MoveFirst(platform::DatabaseId database) { MoveTo(database, 0); }
     void MoveLast(platform::DatabaseId database);
-    void MoveNext(platform::DatabaseId database) { ++OpenOnes_[database].Current; }
-    void MovePrevious(platform::DatabaseId database) { --OpenOnes_[database].Current; }
+    void MoveNext(platform::DatabaseId database) { MoveTo(database, OpenOnes_[database].Current + 1); }
+    void MovePrevious(platform::DatabaseId database) { MoveTo(database, OpenOnes_[database].Current - 1); }
     bool AtEnd(platform::DatabaseId database);
 
 private:
+    enum class Pending { None, Added, Edited };
     struct OpenDatabase {
         std::shared_ptr<MemoryLines> Lines;
+        bool Writable = false;
         std::int32_t Current = 0;
-        bool Added = false;
+        Pending State = Pending::None;
         platform::LineRecord Draft;
+        std::optional<std::vector<platform::LineRecord>> BeforeBatch; ///< while one runs
     };
 
-    std::vector<platform::LineRecord>& Records(platform::DatabaseId database) {
-        return OpenOnes_[database].Lines->Records;
-    }
-    bool Holds(platform::DatabaseId database);
+    OpenDatabase* Find(platform::DatabaseId database);
+    /// Returns the error that keeps it from being changed.
+    platform::ErrorNumber MayWrite(platform::DatabaseId database);
+    void MoveTo(platform::DatabaseId database, std::int32_t position);
+    platform::LineRecord* CurrentRecord(OpenDatabase& one);
 
     MemoryDisk& Disk_;
     std::map<platform::DatabaseId, OpenDatabase> OpenOnes_;
+    std::vector<Text> Walk_;
+    std::size_t Next_ = 0;
     std::vector<platform::Unlisted> NoneUnread_;
+};
+
+class MemorySettings final : public platform::Settings {
+public:
+    Text Get(const Text& application, const Text& section, const Text& key, const Text& byDefault) const override;
+    platform::ErrorNumber Save(const Text& application, const Text& section, const Text& key,
+                               const Text& value) override;
+
+private:
+    std::map<Text, Text> Values_;
 };
 
 } // namespace reference

@@ -92,9 +92,9 @@ StorageDevice& StorageDevice::Fresh(Kind kind) {
 void StorageDevice::Empty() {
     modFileSystem::ResetSlots();
     modFileSystem::Table = {};
-    modFileSystem::GetDataPath(u"Quorin");
     Databases_.CloseAll();
     Disk_ = {};
+    modFileSystem::GetDataPath(u"Quorin");
     for (const char* folder : {"/Quorin", "/Databases"}) {
         std::error_code none;
         for (const auto& entry : files::directory_iterator(Root_ + folder, none))

@@ -46,10 +46,6 @@ private:
     void Empty();
 
     struct Nobody final : backends::NoCommands, backends::SilentWatcher {};
-    struct NoSettings final : platform::Settings {
-        Text Get(const Text&, const Text&, const Text&, const Text&) const override { return u".\\"; }
-        platform::ErrorNumber Save(const Text&, const Text&, const Text&, const Text&) override { return {}; }
-    };
     struct Stopping final : platform::RunTime {
         void DoEvents() override {}
         void WaitEvents() override {}
@@ -65,7 +61,7 @@ private:
     MemoryDisk Disk_;
     MemoryFiles Files_{Disk_};
     MemoryDatabases Databases_{Disk_};
-    NoSettings Settings_;
+    MemorySettings Settings_;
     Stopping RunTime_;
     QuickNumbers Numbers_;
     platform::Platform Record_;

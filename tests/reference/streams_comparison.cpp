@@ -35,16 +35,16 @@ public:
     std::string Run() {
         const std::string bytes = SomeBytes(Chosen_);
         std::ofstream(Path_, std::ios::binary) << bytes;
-        Disk_.Put(u"x", bytes);
+        Disk_.Put(u".\\x", bytes);
         SoFar_.Note("[" + bytes + "]");
         const auto find = [this](backends::FileEntry& entry) { return backends::EntryAt(Path_, entry); };
         backends::HostTextStream::Open(find, StreamMode::Existing, Stream_);
-        Files_.OpenStream(u"x", StreamMode::Existing, Literal_);
+        Files_.OpenStream(u".\\x", StreamMode::Existing, Literal_);
         for (std::uint32_t left = 1 + Chosen_.Below(8); left > 0 && SoFar_.Agrees(); --left)
             Step();
         Stream_->Close();
         std::ifstream written(Path_, std::ios::binary);
-        SoFar_.Expect({std::istreambuf_iterator<char>(written), {}}, Disk_.Files[u"x"]->Bytes);
+        SoFar_.Expect({std::istreambuf_iterator<char>(written), {}}, Disk_.Files[u".\\x"]->Bytes);
         return SoFar_.Difference();
     }
 
@@ -111,17 +111,17 @@ private:
         MemoryDisk scratch;
         MemoryFiles files(scratch);
         std::unique_ptr<TextStream> copy;
-        files.OpenStream(u"s", StreamMode::Create, copy);
+        files.OpenStream(u".\\s", StreamMode::Create, copy);
         for (std::int64_t i = 0; i < taken; ++i) {
             Text line;
             Literal_->ReadLine(line);
             copy->WriteLine(line);
         }
-        literal += scratch.Files[u"s"]->Bytes;
+        literal += scratch.Files[u".\\s"]->Bytes;
         if (taken == 0 || !Chosen_.OneIn(4))
             return;
         Stream_->WriteLines(lines);
-        Literal_->WriteLines(scratch.Files[u"s"]->Bytes);
+        Literal_->WriteLines(scratch.Files[u".\\s"]->Bytes);
     }
 
     Choices& Chosen_;
