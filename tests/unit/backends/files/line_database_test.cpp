@@ -366,4 +366,19 @@ TEST_F(LineDatabaseFile, FindsALineOfTenThousandAsFastAsOneOfAHundred) {
     EXPECT_LT(ofMany / ofFew, 10) << "a find that walks the whole table takes a hundred times as long";
 }
 
+class RefusesTheDatabaseName : public testing::TestWithParam<Text> {};
+
+TEST_P(RefusesTheDatabaseName, AsIfThereWereNone) {
+    const TemporaryRoot root;
+    backends::LineDatabase databases{backends::PathMap(root.Path("inner"))};
+    EXPECT_EQ(databases.Create(GetParam(), 1, 2).Id, 0);
+    EXPECT_EQ(databases.Open(GetParam(), DatabaseMode::ReadWrite).Id, 0);
+    EXPECT_NE(databases.Delete(GetParam()), NoError);
+    EXPECT_EQ(root.Entries(), 1);
+}
+
+INSTANTIATE_TEST_SUITE_P(Rows, RefusesTheDatabaseName,
+                         testing::Values(u"", u".", u"..", u".hidden", u"a..b", u"../x", u"..\\x", u"a/b", u"a\\b",
+                                         u"/etc/x", u"c:x", Text(u"a\0b", 3), Text(250, u'x')));
+
 } // namespace

@@ -26,12 +26,12 @@ std::string Mapped(const Text& devicePath) {
     return error == NoError ? path : "error " + std::to_string(error);
 }
 
-struct Row {
+struct PathRow {
     Text DevicePath;
     std::string HostPath;
 };
 
-class MapsToTheHost : public testing::TestWithParam<Row> {};
+class MapsToTheHost : public testing::TestWithParam<PathRow> {};
 
 TEST_P(MapsToTheHost, BeneathTheRoot) {
     EXPECT_EQ(Mapped(GetParam().DevicePath), GetParam().HostPath);
@@ -39,16 +39,16 @@ TEST_P(MapsToTheHost, BeneathTheRoot) {
 
 INSTANTIATE_TEST_SUITE_P(
     Rows, MapsToTheHost,
-    testing::Values(Row{u"Card:\\x.txt", "Card/x.txt"}, Row{u"Card:\\", "Card"}, Row{u"Card:", "Card"},
-                    Row{u"c:\\ipc\\", "c/ipc"}, Row{u"C:\\ipc\\", "C/ipc"}, Row{u".\\", ""}, Row{u".", ""},
-                    Row{u"\\", ""}, Row{u".\\Quorin\\drivers.txt", "Quorin/drivers.txt"},
-                    Row{u"\\My Documents\\Quorin\\", "My Documents/Quorin"},
-                    Row{u"\\Application Data\\Volatile\\RFCOMM\\", "Application Data/Volatile/RFCOMM"},
-                    Row{u"Card:\\a..b", "Card/a..b"}, Row{u"Card:\\...", "Card/..."},
-                    Row{u"Card:\\.hidden", "Card/.hidden"},
-                    Row{u"Gerät:\\Größe.txt", "Ger\xC3\xA4t/Gr\xC3\xB6\xC3\x9F"
-                                              "e.txt"},
-                    Row{u"Card:\\\xDCFF", "Card/\xFF"}, Row{u"\\" + Text(255, u'x'), std::string(255, 'x')}));
+    testing::Values(PathRow{u"Card:\\x.txt", "Card/x.txt"}, PathRow{u"Card:\\", "Card"}, PathRow{u"Card:", "Card"},
+                    PathRow{u"c:\\ipc\\", "c/ipc"}, PathRow{u"C:\\ipc\\", "C/ipc"}, PathRow{u".\\", ""},
+                    PathRow{u".", ""}, PathRow{u"\\", ""}, PathRow{u".\\Quorin\\drivers.txt", "Quorin/drivers.txt"},
+                    PathRow{u"\\My Documents\\Quorin\\", "My Documents/Quorin"},
+                    PathRow{u"\\Application Data\\Volatile\\RFCOMM\\", "Application Data/Volatile/RFCOMM"},
+                    PathRow{u"Card:\\a..b", "Card/a..b"}, PathRow{u"Card:\\...", "Card/..."},
+                    PathRow{u"Card:\\.hidden", "Card/.hidden"},
+                    PathRow{u"Gerät:\\Größe.txt", "Ger\xC3\xA4t/Gr\xC3\xB6\xC3\x9F"
+                                                  "e.txt"},
+                    PathRow{u"Card:\\\xDCFF", "Card/\xFF"}, PathRow{u"\\" + Text(255, u'x'), std::string(255, 'x')}));
 
 class RefusesThePath : public testing::TestWithParam<Text> {};
 

@@ -163,17 +163,6 @@ TEST_F(TextStreamTest, WritesTheLinesThatAFullDiskHasRoomFor) {
     EXPECT_EQ(stream->Position(), 8);
 }
 
-TEST_F(TextStreamTest, SeesFromTheNextSeekOnWhatAnotherWriterAdded) {
-    Root.Put("x.txt", "one\n");
-    const auto stream = Open();
-    Text line;
-    ASSERT_EQ(stream->ReadLine(line), NoError);
-    Add("two\n");
-    ASSERT_EQ(stream->Seek(0, Origin::Start), NoError);
-    EXPECT_EQ(stream->Size(), 8);
-    EXPECT_EQ(Skipped(*stream, 9), 2);
-}
-
 TEST_F(TextStreamTest, SeesFromTheNextSeekOnWhatAnotherWriterChanged) {
     Root.Put("x.txt", "one\n");
     const auto stream = Open();
@@ -187,16 +176,6 @@ TEST_F(TextStreamTest, SeesFromTheNextSeekOnWhatAnotherWriterChanged) {
     EXPECT_EQ(line, u"two");
 }
 
-TEST_F(TextStreamTest, AddsBehindWhatAnotherWriterAdded) {
-    Root.Put("x.txt", "one\n");
-    const auto stream = Open();
-    Add("two");
-    ASSERT_EQ(stream->Seek(0, Origin::End), NoError);
-    ASSERT_EQ(stream->WriteLine(u"three"), NoError);
-    ASSERT_EQ(stream->Close(), NoError);
-    EXPECT_EQ(Root.Bytes("x.txt"), "one\ntwo\nthree\n");
-}
-
 TEST_F(TextStreamTest, EndsWhereAnotherWriterCutTheFile) {
     Root.Put("x.txt", std::string(200000, 'x') + "\nlast\n");
     const auto stream = Open();
@@ -206,37 +185,6 @@ TEST_F(TextStreamTest, EndsWhereAnotherWriterCutTheFile) {
     EXPECT_EQ(line, Text(10, u'x'));
     EXPECT_EQ(stream->ReadLine(line), FileNotFound);
     EXPECT_EQ(stream->Position(), stream->Size());
-}
-
-TEST_F(TextStreamTest, LeavesTheFileAsItWasUntilItIsClosed) {
-    for (const StreamMode mode : {StreamMode::Create, StreamMode::Existing}) {
-        Root.Put("x.txt", "old\n");
-        const auto stream = Open(mode);
-        ASSERT_EQ(stream->Seek(0, Origin::End), NoError);
-        ASSERT_EQ(stream->WriteLine(u"one"), NoError);
-        ASSERT_EQ(stream->WriteLine(u"two"), NoError);
-        EXPECT_EQ(Root.Bytes("x.txt"), "old\n");
-        EXPECT_EQ(stream->Close(), NoError);
-        EXPECT_EQ(Root.Bytes("x.txt"), mode == StreamMode::Create ? "one\ntwo\n" : "old\none\ntwo\n");
-    }
-    EXPECT_EQ(Root.Entries(), 1) << "something was left beside it";
-}
-
-TEST_F(TextStreamTest, ThatIsDroppedLeavesTheFileAsItWas) {
-    Root.Put("x.txt", "old\n");
-    for (const StreamMode mode : {StreamMode::Create, StreamMode::Existing}) {
-        auto stream = Open(mode);
-        ASSERT_EQ(stream->WriteLine(u"one"), NoError);
-        stream.reset();
-        EXPECT_EQ(Root.Bytes("x.txt"), "old\n");
-    }
-    EXPECT_EQ(Root.Entries(), 1) << "something was left beside it";
-}
-
-TEST_F(TextStreamTest, HasEachLineOfAScratchFileInItAsSoonAsItIsWritten) {
-    const auto stream = Open(StreamMode::Scratch);
-    ASSERT_EQ(stream->WriteLine(u"one"), NoError);
-    EXPECT_EQ(Root.Bytes("x.txt"), "one\n");
 }
 
 TEST_F(TextStreamTest, LeavesNoHalfLineOnAFullDisk) {
@@ -253,29 +201,6 @@ TEST_F(TextStreamTest, LeavesNoHalfLineOnAFullDisk) {
     EXPECT_EQ(stream->Close(), DiskFull) << "a line is missing";
     EXPECT_EQ(Root.Bytes("x.txt"), "one\n");
     EXPECT_EQ(Root.Entries(), 1) << "something was left beside it";
-}
-
-TEST_F(TextStreamTest, WritesALineFeedInsideATextAsABlank) {
-    const auto stream = Open(StreamMode::Create);
-    EXPECT_EQ(stream->WriteLine(u"23\n4 \u00B0C\r\n"), NoError);
-    EXPECT_EQ(stream->Close(), NoError);
-    EXPECT_EQ(Root.Bytes("x.txt"), "23 4 \xC2\xB0"
-                                   "C\r \n");
-}
-
-TEST_F(TextStreamTest, DoesNothingOnceItIsClosed) {
-    Root.Put("x.txt", "one\n");
-    const auto stream = Open();
-    Text line;
-    EXPECT_EQ(stream->Close(), NoError);
-    EXPECT_EQ(stream->Close(), NoError);
-    EXPECT_NE(stream->ReadLine(line), NoError);
-    EXPECT_NE(stream->WriteLine(u"two"), NoError);
-    EXPECT_NE(stream->Seek(0, Origin::Start), NoError);
-    std::int64_t passed = -1;
-    EXPECT_NE(stream->SkipLines(1, passed), NoError);
-    EXPECT_EQ(passed, 0);
-    EXPECT_EQ(Root.Bytes("x.txt"), "one\n");
 }
 
 TEST_F(TextStreamTest, KeepsOneBlockOfAFileOfAHundredMegabytes) {

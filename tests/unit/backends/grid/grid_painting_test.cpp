@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What platform/common/grid_store.h scrolls and paints.
+// What a GridStore paints, and when it wants to be painted.
 #include "tests/support/printed_rows.h"
 #include "tests/unit/backends/grid/grid_under_test.h"
 
@@ -22,83 +22,6 @@ protected:
         return PaintedRows();
     }
 };
-
-// Scrolling.
-
-struct Edge {
-    float PageHeight;
-    std::int32_t LastRowOnScreen; ///< of rows of 20 pixels
-};
-
-class EdgeOfThePage : public GridPage, public testing::WithParamInterface<Edge> {};
-
-TEST_P(EdgeOfThePage, ShowsARowThatFitsToThePixel) {
-    Shape(10, 1);
-    Grid.SetBounds({0, 0, 200, GetParam().PageHeight});
-    for (std::int32_t row = 0; row < 10; ++row)
-        EXPECT_EQ(Grid.RowOnScreen(row), row <= GetParam().LastRowOnScreen) << row;
-}
-
-INSTANTIATE_TEST_SUITE_P(Heights, EdgeOfThePage,
-                         testing::Values(Edge{100, 4}, Edge{99, 3}, Edge{99.5F, 3}, Edge{101, 4}, Edge{119, 4},
-                                         Edge{120, 5}, Edge{19, -1}, Edge{0, -1}, Edge{1000, 9}));
-
-TEST_F(GridPage, BeginsWithItsTopRow) {
-    Shape(10, 1);
-    Grid.SetTopRow(3);
-    EXPECT_FALSE(Grid.RowOnScreen(2));
-    EXPECT_TRUE(Grid.RowOnScreen(3));
-    EXPECT_TRUE(Grid.RowOnScreen(7));
-    EXPECT_FALSE(Grid.RowOnScreen(8));
-    EXPECT_FALSE(Grid.RowOnScreen(-1));
-    EXPECT_FALSE(Grid.RowOnScreen(10));
-}
-
-struct Scrolled {
-    std::int32_t Top, Row, TopAfter;
-};
-
-class ScrollOfThePage : public GridPage, public testing::WithParamInterface<Scrolled> {};
-
-TEST_P(ScrollOfThePage, IsAsLittleAsItTakes) {
-    Shape(20, 1);
-    Grid.SetTopRow(GetParam().Top);
-    Grid.SetRow(GetParam().Row);
-    EXPECT_EQ(Grid.TopRow(), GetParam().TopAfter);
-    EXPECT_TRUE(Grid.RowOnScreen(GetParam().Row));
-}
-
-INSTANTIATE_TEST_SUITE_P(Rows, ScrollOfThePage,
-                         testing::Values(Scrolled{0, 4, 0}, Scrolled{0, 5, 1}, Scrolled{0, 19, 15}, Scrolled{7, 7, 7},
-                                         Scrolled{7, 11, 7}, Scrolled{7, 12, 8}, Scrolled{7, 6, 6}, Scrolled{7, 0, 0}));
-
-TEST_F(GridPage, ScrollsByTheHeightsThatRowsHave) {
-    Shape(6, 1);
-    Grid.SetRowHeight(1, 50);
-    Grid.SetRowHeight(3, 30);
-    Grid.SetRow(3); // 20 + 50 + 20 + 30 is 120, without row 0 it is 100
-    EXPECT_EQ(Grid.TopRow(), 1);
-    Grid.SetRow(4);
-    EXPECT_EQ(Grid.TopRow(), 2);
-}
-
-TEST_F(GridPage, BeginsWithARowThatIsHigherThanThePage) {
-    Shape(10, 1);
-    Grid.SetRowHeight(7, 150);
-    Grid.SetRow(7);
-    EXPECT_EQ(Grid.TopRow(), 7);
-    EXPECT_FALSE(Grid.RowOnScreen(7));
-}
-
-TEST_F(GridPage, ComesBackToTheCurrentRowThatIsChosenAgain) {
-    Shape(20, 1);
-    Grid.SetRow(2);
-    Grid.SetTopRow(10);
-    Grid.Moves.clear();
-    Grid.SetRow(2);
-    EXPECT_EQ(Grid.TopRow(), 2);
-    EXPECT_THAT(Grid.Moves, IsEmpty());
-}
 
 TEST_F(GridPage, KeepsTheCurrentRowThatPaintingPushesOffIt) {
     Shape(20, 1);
@@ -325,22 +248,6 @@ INSTANTIATE_TEST_SUITE_P(Of, ChangeOfLooks,
                                          Change{"FontName", [](GridStore& grid) { grid.SetFontName(u"Tahoma"); }},
                                          Change{"FontSize", [](GridStore& grid) { grid.SetFontSize(14); }}),
                          [](const auto& each) { return each.param.Name; });
-
-struct FontLimit {
-    std::int32_t Asked, Taken;
-};
-
-class FontOfAGrid : public GridPage, public testing::WithParamInterface<FontLimit> {};
-
-TEST_P(FontOfAGrid, StaysAsItWasWhereTheSizeIsNone) {
-    Grid.SetFontSize(8);
-    Grid.SetFontSize(GetParam().Asked);
-    EXPECT_EQ(Grid.FontSize(), GetParam().Taken);
-}
-
-INSTANTIATE_TEST_SUITE_P(Sizes, FontOfAGrid,
-                         testing::Values(FontLimit{1, 1}, FontLimit{30, 30}, FontLimit{127, 127}, FontLimit{128, 8},
-                                         FontLimit{0, 8}, FontLimit{-1, 8}, FontLimit{2147483647, 8}));
 
 } // namespace
 } // namespace backends

@@ -11,71 +11,6 @@ namespace {
 
 using testing::ElementsAre;
 
-// The text box.
-
-class TextBoxOfTheForm : public testing::Test {
-protected:
-    TextBoxOfTheForm() {
-        Box.Change = [this] { Changes.push_back(Box.Contents()); };
-    }
-    Focus Keeper;
-    HeadlessTextBox Box{Keeper, "box"};
-    std::vector<Text> Changes; ///< the text at each change event
-};
-
-TEST_F(TextBoxOfTheForm, RaisesAChangeForWhateverTheProgramSets) {
-    Box.SetContents(u"a");
-    Box.SetContents(u"a");
-    Box.SetContents(u"b");
-    EXPECT_THAT(Changes, ElementsAre(u"a", u"a", u"b"));
-}
-
-TEST_F(TextBoxOfTheForm, RaisesAChangeForEachCharacterThatCounts) {
-    Box.EnterCharacter(u"a");
-    Box.EnterCharacter(u"\x1B");
-    Box.EnterCharacter(u"\r");
-    Box.EnterCharacter(u"\b");
-    Box.EnterCharacter(u"\b");
-    EXPECT_THAT(Changes, ElementsAre(u"a", u""));
-}
-
-TEST_F(TextBoxOfTheForm, RaisesNoChangeWhenASelectionIsTypedOverWithItself) {
-    Box.SetContents(u"a");
-    Changes.clear();
-    Box.Select(0, 1);
-    Box.EnterCharacter(u"a");
-    EXPECT_THAT(Changes, testing::IsEmpty());
-}
-
-TEST_F(TextBoxOfTheForm, RaisesOneChangeForATextReplacedInOneStep) {
-    Box.SetContents(u"abc");
-    Changes.clear();
-    Box.ReplaceText(u"defg");
-    EXPECT_THAT(Changes, ElementsAre(u"defg"));
-    Box.EnterCharacter(u"h");
-    EXPECT_EQ(Box.Contents(), u"defgh");
-}
-
-TEST_F(TextBoxOfTheForm, MovesItsCaretWithTheArrows) {
-    Box.ReplaceText(u"abc");
-    Box.ActOnKey(CodeOf(Key::Left));
-    Box.ActOnKey(CodeOf(Key::Left));
-    Box.EnterCharacter(u"x");
-    Box.ActOnKey(CodeOf(Key::Right));
-    Box.EnterCharacter(u"y");
-    Box.ActOnKey(CodeOf(Key::Up));
-    Box.ActOnKey(CodeOf(Key::Down));
-    EXPECT_EQ(Box.Contents(), u"axbyc");
-}
-
-TEST_F(TextBoxOfTheForm, TakesLinesWhenItHasThem) {
-    Box.SetMultiLine(true);
-    Box.ReplaceText(u"a");
-    Box.EnterCharacter(u"\r");
-    Box.EnterCharacter(u"b");
-    EXPECT_EQ(Box.Contents(), u"a\r\nb");
-}
-
 // The combo box.
 
 class ComboBoxOfTheForm : public testing::Test {
@@ -92,22 +27,6 @@ protected:
     HeadlessComboBox Box{Keeper, "box"};
 };
 
-TEST_F(ComboBoxOfTheForm, WalksItsItemsAndStopsAtTheEnds) {
-    EXPECT_EQ(After(CodeOf(Key::Down)), u"a");
-    EXPECT_EQ(After(CodeOf(Key::Down)), u"b");
-    EXPECT_EQ(After(CodeOf(Key::Down)), u"c");
-    EXPECT_EQ(After(CodeOf(Key::Down)), u"c");
-    EXPECT_EQ(After(CodeOf(Key::Up)), u"b");
-    EXPECT_EQ(After(CodeOf(Key::Up)), u"a");
-    EXPECT_EQ(After(CodeOf(Key::Up)), u"a");
-}
-
-TEST_F(ComboBoxOfTheForm, WithATextOfItsOwnGoesDownToTheFirstItemAndUpToNone) {
-    Box.SetContents(u"own");
-    EXPECT_EQ(After(CodeOf(Key::Up)), u"own");
-    EXPECT_EQ(After(CodeOf(Key::Down)), u"a");
-}
-
 TEST_F(ComboBoxOfTheForm, PutsTheCaretBehindTheChosenItem) {
     Box.ActOnKey(CodeOf(Key::Down));
     Box.EnterCharacter(u"x");
@@ -115,20 +34,6 @@ TEST_F(ComboBoxOfTheForm, PutsTheCaretBehindTheChosenItem) {
     Box.ActOnKey(CodeOf(Key::Left));
     Box.EnterCharacter(u"y");
     EXPECT_EQ(Box.Contents(), u"ayx");
-}
-
-TEST_F(ComboBoxOfTheForm, LosesTextAndItemsTogether) {
-    Box.SetContents(u"a");
-    Box.Clear();
-    EXPECT_EQ(Box.ItemCount(), 0);
-    EXPECT_EQ(Box.Contents(), u"");
-    EXPECT_EQ(After(CodeOf(Key::Down)), u"");
-}
-
-TEST_F(ComboBoxOfTheForm, HasOneLine) {
-    Box.ReplaceText(u"a");
-    Box.EnterCharacter(u"\r");
-    EXPECT_EQ(Box.Contents(), u"a");
 }
 
 // The date picker.
@@ -171,21 +76,6 @@ INSTANTIATE_TEST_SUITE_P(Steps, DatePickerOfTheForm,
                                          DateStep{{9999, 12, 31}, CodeOf(Key::Right), {9999, 12, 31}},
                                          DateStep{{1, 1, 1}, CodeOf(Key::Left), {1, 1, 1}},
                                          DateStep{{2007, 3, 5}, CodeOf(Key::PageDown), {2007, 3, 5}}));
-
-// The list box.
-
-TEST(ListBoxOfTheForm, HasNoTextOutsideItsItems) {
-    Focus keeper;
-    HeadlessListBox list(keeper, "list");
-    list.AddItem(u"a");
-    list.SetListIndex(0);
-    EXPECT_EQ(list.ItemText(0), u"a");
-    EXPECT_EQ(list.ItemText(1), u"");
-    EXPECT_EQ(list.ItemText(-1), u"");
-    list.Clear();
-    EXPECT_EQ(list.ListIndex(), -1);
-    EXPECT_EQ(list.ItemCount(), 0);
-}
 
 // The label.
 

@@ -28,16 +28,6 @@ TEST(ConnectionByName, OpensUnlessItIsToldToFail) {
     EXPECT_EQ(connection, nullptr);
 }
 
-TEST(ToneOfTheDevice, IsToldEachTimeItIsPlayed) {
-    support::Record did;
-    WatchedTones tones(did);
-    const auto tone = tones.MakeTone(1046, 250);
-    EXPECT_THAT(did.Tones, IsEmpty());
-    tone->Play(0);
-    tone->Play(0);
-    EXPECT_THAT(did.Tones, ElementsAre(std::pair(1046, 250), std::pair(1046, 250)));
-}
-
 // The key queue.
 
 class KeyQueue : public testing::Test {
@@ -57,14 +47,6 @@ protected:
     DeviceKeys Keys{Did, Keeper};
 };
 
-TEST_F(KeyQueue, HoldsACharacterUntilEventsAreHandled) {
-    Keys.SendCharacter('x');
-    EXPECT_THAT(Did.Sent, ElementsAre('x'));
-    EXPECT_EQ(Box.Contents(), u"abc");
-    Handle();
-    EXPECT_EQ(Box.Contents(), u"abcx");
-}
-
 TEST_F(KeyQueue, GivesOneCharacterAtATimeInTheirOrder) {
     Keys.SendCharacter('x');
     Keys.SendCharacter('y');
@@ -73,12 +55,6 @@ TEST_F(KeyQueue, GivesOneCharacterAtATimeInTheirOrder) {
     EXPECT_TRUE(Keys.RaiseWhatIsPending());
     EXPECT_EQ(Box.Contents(), u"abcxy");
     EXPECT_FALSE(Keys.RaiseWhatIsPending());
-}
-
-TEST_F(KeyQueue, TakesABackspaceToTheField) {
-    Keys.SendCharacter(8);
-    Handle();
-    EXPECT_EQ(Box.Contents(), u"ab");
 }
 
 class NumberOfAKey : public KeyQueue, public testing::WithParamInterface<std::int32_t> {};
@@ -92,14 +68,6 @@ TEST_P(NumberOfAKey, IsForThePlatformAlone) {
 
 INSTANTIATE_TEST_SUITE_P(Codes, NumberOfAKey,
                          testing::Values(256, 261, 264, 266, 267, 276, 516, 517, 518, 519, 520, 1280, 0, -1, 65601));
-
-TEST_F(KeyQueue, LosesACharacterThatNobodyTakes) {
-    Box.SetVisible(false);
-    Keys.SendCharacter('x');
-    Handle();
-    EXPECT_EQ(Box.Contents(), u"abc");
-    EXPECT_FALSE(Keys.RaiseWhatIsPending());
-}
 
 // The simulated port.
 

@@ -74,15 +74,6 @@ TEST_F(BoxInAWindow, HasItsTextItsTitleAndItsIcon) {
     Device.Platform.boxes.Show(u"text", BoxButtons::Ok, BoxIcon::None, u"");
 }
 
-TEST_F(BoxInAWindow, LetsTimersGoOn) {
-    Device.Platform.tmrHoldEvent.SetEnabled(true);
-    AskInABox(BoxButtons::Ok, [this] {
-        Pass(1500);
-        EXPECT_FALSE(Device.Platform.tmrHoldEvent.Enabled()) << "it fires once";
-        ClickInBox(QMessageBox::Ok);
-    });
-}
-
 TEST_F(BoxInAWindow, MayStandOverAnotherOne) {
     std::vector<std::string> order;
     const BoxAnswer outer = AskInABox(BoxButtons::YesNo, [&] {

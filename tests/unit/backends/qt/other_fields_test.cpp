@@ -131,20 +131,6 @@ TEST_F(ListToChooseFrom, HasNoLineEndsAlsoWhenSomeArePasted) {
     EXPECT_EQ(Field().Contents(), u"a b");
 }
 
-TEST_F(ListToChooseFrom, KeepsItsTextWhenAnItemIsAdded) {
-    Open(u"v", u"");
-    Field().AddItem(u"one");
-    Field().AddItem(u"two");
-    EXPECT_EQ(Field().Contents(), u"v");
-}
-
-TEST_F(ListToChooseFrom, HasNoTextOnceItIsCleared) {
-    Open(u"v", u"one,two");
-    Field().Clear();
-    EXPECT_EQ(Field().ItemCount(), 0);
-    EXPECT_EQ(Field().Contents(), u"");
-}
-
 TEST_F(ListToChooseFrom, WritesItsTextAndIsHiddenWhenTheFocusGoes) {
     OpenRecord();
     Tap(1, 1);

@@ -31,35 +31,6 @@ protected:
     }
 };
 
-struct Paragraph {
-    const char16_t* Words;
-    std::int32_t Lines;
-};
-
-void PrintTo(const Paragraph& row, std::ostream* out) {
-    *out << '"' << modStringTools::ToBytes(row.Words) << '"';
-}
-
-class LinesOfText : public MeasuredText, public testing::WithParamInterface<Paragraph> {};
-
-TEST_P(LinesOfText, AreCounted) {
-    constexpr std::int32_t Wide = 500;
-    EXPECT_EQ(Lines(GetParam().Words, Wide), GetParam().Lines);
-}
-
-INSTANTIATE_TEST_SUITE_P(Texts, LinesOfText,
-                         testing::Values(Paragraph{u"", 1}, Paragraph{u"a", 1}, Paragraph{u"a\r\nb", 2},
-                                         Paragraph{u"a\nb", 2}, Paragraph{u"a\rb", 2}, Paragraph{u"a\n\nb", 3},
-                                         Paragraph{u"a\n\rb", 3}, Paragraph{u"a\r\n", 1}, Paragraph{u"\r\n", 1},
-                                         Paragraph{u"\r\nb", 2}, Paragraph{u"a\r\n\r\n", 2}));
-
-/// The same texts have as many lines on a screen that nobody sees, so that rows grow alike.
-TEST_P(LinesOfText, AreAsManyAsOnAScreenThatNobodySees) {
-    backends::headless::HeadlessFonts fixed;
-    const platform::FontHandle font = fixed.GetFont(u"Tahoma", 9, 0);
-    EXPECT_EQ(fixed.MeasureWrapped(font, GetParam().Words, 500).Height / fixed.FontHeight(font), GetParam().Lines);
-}
-
 TEST_F(MeasuredText, IsBrokenBeforeTheWordThatDoesNotFit) {
     const std::int32_t width = Fonts.MeasureLine(Font, SomeWords, 0, 100).Width;
     EXPECT_EQ(Lines(SomeWords, width + 2), 1);
@@ -67,14 +38,6 @@ TEST_F(MeasuredText, IsBrokenBeforeTheWordThatDoesNotFit) {
     EXPECT_GE(Lines(SomeWords, width / 3), 3);
     for (const QString& line : LinesOf(FontOf(u"Tahoma", 9), SomeWords, width / 3))
         EXPECT_TRUE(ToQt(SomeWords).contains(line));
-}
-
-TEST_F(MeasuredText, IsAsWideAsItsWidestLineAndNoWiderThanItMayBe) {
-    for (const std::int32_t width : {60, 100, 170, 300}) {
-        const platform::TextSize size = Fonts.MeasureWrapped(Font, SomeWords, width);
-        EXPECT_LE(size.Width, width + 3) << "a blank at the end of a line may hang out";
-        EXPECT_GT(size.Width, 0);
-    }
 }
 
 TEST_F(MeasuredText, CutsAWordThatIsLongerThanALine) {
@@ -85,20 +48,6 @@ TEST_F(MeasuredText, CutsAWordThatIsLongerThanALine) {
     for (const QString& line : LinesOf(FontOf(u"Tahoma", 9), word, width))
         all += line;
     EXPECT_EQ(all, ToQt(word)) << "nothing of it is lost";
-}
-
-TEST_F(MeasuredText, ComesToAnEndAtAWidthOfNothing) {
-    EXPECT_GE(Lines(u"abc", 0), 1);
-    EXPECT_GE(Lines(u"abc", -5), 1);
-}
-
-TEST_F(MeasuredText, CountsAPartOfALine) {
-    const std::int32_t all = Fonts.MeasureLine(Font, u"abcdef", 0, 6).Width;
-    EXPECT_EQ(Fonts.MeasureLine(Font, u"abcdef", 0, 100).Width, all);
-    EXPECT_LT(Fonts.MeasureLine(Font, u"abcdef", 0, 3).Width, all);
-    EXPECT_EQ(Fonts.MeasureLine(Font, u"ab\r\ncdef", 0, 100).Width, all) << "line ends have no width";
-    EXPECT_EQ(Fonts.MeasureLine(Font, u"", 0, 0).Width, 0);
-    EXPECT_EQ(Fonts.MeasureLine(Font, u"", 0, 0).Height, Fonts.FontHeight(Font));
 }
 
 // Fonts of the devices.
@@ -162,22 +111,6 @@ TEST(FontsOfTheWindow, AreTheSameFontUnderTheSameHandle) {
     EXPECT_EQ(fonts.GetFont(u"Tahoma", 9, 0), font);
     EXPECT_NE(fonts.GetFont(u"Tahoma", 10, 0), font);
     EXPECT_NE(fonts.GetFont(u"AFPalm", 9, 0), font);
-}
-
-TEST(FontsOfTheWindow, AreThereAlsoForANameOrASizeThatIsNotKnown) {
-    QtFonts fonts;
-    EXPECT_GT(fonts.FontHeight(fonts.GetFont(u"No such font", 9, 0)), 0);
-    EXPECT_GT(fonts.FontHeight(fonts.GetFont(u"Tahoma", 0, 0)), 0);
-    EXPECT_GT(fonts.FontHeight(fonts.GetFont(u"Tahoma", -3, 0)), 0);
-}
-
-TEST(FontsOfTheWindow, AreListedOnceEach) {
-    QtFonts fonts;
-    std::set<Text> names;
-    for (Text name = fonts.FirstFontName(); !name.empty(); name = fonts.NextFontName())
-        EXPECT_TRUE(names.insert(name).second);
-    EXPECT_FALSE(names.empty());
-    EXPECT_EQ(fonts.NextFontName(), u"");
 }
 
 // What is drawn.

@@ -108,14 +108,6 @@ TEST_F(RealFocus, StaysWithAControlThatIsDisabled) {
     EXPECT_TRUE(Line().hasFocus());
 }
 
-TEST_F(RealFocus, IsNotGivenToADisabledOrHiddenControl) {
-    Main().SetEnabled(false);
-    Main().SetFocus();
-    Device.Platform.cboInputField.SetFocus();
-    EXPECT_EQ(Holder(), &Field());
-    EXPECT_THAT(Heard, IsEmpty());
-}
-
 TEST_F(RealFocus, IsNotTakenByADisabledGridThatIsClicked) {
     Main().SetEnabled(false);
     Tap(0, 0);

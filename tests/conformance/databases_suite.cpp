@@ -1,61 +1,11 @@
 // SPDX-License-Identifier: MIT
 // What every store of line databases must do.
-#include "tests/unit/backends/files/storage_fixture.h"
+#include "tests/conformance/storage_suites.h"
 
-#include <gmock/gmock.h>
+namespace conformance {
 
-using namespace platform;
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-namespace {
-
-constexpr std::int32_t TextType = 0x54455854;
-constexpr std::int32_t OtherType = 0x64617461;
-constexpr std::int32_t Creator = 0x5156524E;
-const Text Definition = u"LineNumber long, LineData String";
-
-class DatabaseSuite : public StorageSuite {
-protected:
-    DatabaseId Made(const Text& name, const std::vector<Text>& lines = {}) {
-        const DatabaseId id = Databases().Create(name, TextType, Creator).Id;
-        EXPECT_NE(id, 0);
-        EXPECT_EQ(Databases().DeclareTable(id, u"TEXT", Definition), NoError);
-        for (const Text& line : lines)
-            Append(id, line);
-        return id;
-    }
-
-    void Append(DatabaseId id, const Text& line) {
-        ASSERT_EQ(Databases().AddRecord(id), NoError);
-        ASSERT_EQ(Databases().WriteRecord(id, {Databases().RecordCount(id) + 1, line}), NoError);
-        ASSERT_EQ(Databases().Commit(id), NoError);
-    }
-
-    Text CurrentLine(DatabaseId id) {
-        LineRecord record;
-        return Databases().ReadRecord(id, record) ? record.LineData : Text(u"no record");
-    }
-
-    std::vector<Text> Lines(DatabaseId id) {
-        std::vector<Text> lines;
-        for (std::int32_t line = 1; line <= Databases().RecordCount(id); ++line) {
-            EXPECT_EQ(Databases().FindRecord(id, line), NoError) << "line " << line;
-            EXPECT_EQ(Databases().Position(id), line - 1);
-            lines.push_back(CurrentLine(id));
-        }
-        return lines;
-    }
-
-    std::vector<Text> Names(std::int32_t type, std::int32_t creator) {
-        std::vector<Text> names;
-        for (Text name = Databases().FirstDatabase(type, creator); !name.empty(); name = Databases().NextDatabase())
-            names.push_back(name);
-        return names;
-    }
-};
-
-INSTANTIATE_TEST_SUITE_P(On, DatabaseSuite, EveryStorage);
 
 TEST_P(DatabaseSuite, OpensNoDatabaseThatIsNotThere) {
     EXPECT_EQ(Databases().Open(u"none", DatabaseMode::Read).Error, FileNotFound);
@@ -406,19 +356,4 @@ TEST_P(DatabaseSuite, KeepsALineFeedAndANulAsABlank) {
     EXPECT_THAT(Lines(Made(u"drivers", lines)), ElementsAre(u"a b ", u"a b "));
 }
 
-class RefusesTheDatabaseName : public testing::TestWithParam<Text> {};
-
-TEST_P(RefusesTheDatabaseName, AsIfThereWereNone) {
-    const TemporaryRoot root;
-    backends::LineDatabase databases{backends::PathMap(root.Path("inner"))};
-    EXPECT_EQ(databases.Create(GetParam(), TextType, Creator).Id, 0);
-    EXPECT_EQ(databases.Open(GetParam(), DatabaseMode::ReadWrite).Id, 0);
-    EXPECT_NE(databases.Delete(GetParam()), NoError);
-    EXPECT_EQ(root.Entries(), 1);
-}
-
-INSTANTIATE_TEST_SUITE_P(Rows, RefusesTheDatabaseName,
-                         testing::Values(u"", u".", u"..", u".hidden", u"a..b", u"../x", u"..\\x", u"a/b", u"a\\b",
-                                         u"/etc/x", u"c:x", Text(u"a\0b", 3), Text(250, u'x')));
-
-} // namespace
+} // namespace conformance

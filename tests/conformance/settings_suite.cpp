@@ -1,20 +1,8 @@
 // SPDX-License-Identifier: MIT
 // What every settings store must do.
-#include "tests/unit/backends/files/storage_fixture.h"
+#include "tests/conformance/storage_suites.h"
 
-using namespace platform;
-
-namespace {
-
-class SettingsSuite : public StorageSuite {
-protected:
-    Text Get(const Text& key, const Text& byDefault = u"default") {
-        return Settings().Get(u"Quorin", u"Settings", key, byDefault);
-    }
-    ErrorNumber Save(const Text& key, const Text& value) { return Settings().Save(u"Quorin", u"Settings", key, value); }
-};
-
-INSTANTIATE_TEST_SUITE_P(On, SettingsSuite, EveryStorage);
+namespace conformance {
 
 TEST_P(SettingsSuite, GivesTheDefaultOfASettingThatWasNeverSaved) {
     EXPECT_EQ(Get(u"ComPort", u"OFF"), u"OFF");
@@ -33,14 +21,14 @@ TEST_P(SettingsSuite, KeepsAnEmptyValueApartFromNone) {
 
 TEST_P(SettingsSuite, KeepsSectionsApart) {
     EXPECT_EQ(Save(u"Font", u"Tahoma"), NoError);
-    EXPECT_EQ(Settings().Save(u"Quorin", u"Other", u"Font", u"Arial"), NoError);
+    EXPECT_EQ(Store->SettingsStore().Save(u"Quorin", u"Other", u"Font", u"Arial"), NoError);
     EXPECT_EQ(Get(u"Font"), u"Tahoma");
-    EXPECT_EQ(Settings().Get(u"Quorin", u"Other", u"Font", u""), u"Arial");
+    EXPECT_EQ(Store->SettingsStore().Get(u"Quorin", u"Other", u"Font", u""), u"Arial");
 }
 
 TEST_P(SettingsSuite, MatchesNamesWithoutRegardToCase) {
     EXPECT_EQ(Save(u"COLOUR", u"0"), NoError);
-    EXPECT_EQ(Settings().Get(u"Quorin", u"SETTINGS", u"Colour", u"-1"), u"0");
+    EXPECT_EQ(Store->SettingsStore().Get(u"Quorin", u"SETTINGS", u"Colour", u"-1"), u"0");
 }
 
-} // namespace
+} // namespace conformance

@@ -1,47 +1,29 @@
 // SPDX-License-Identifier: MIT
-// What every file system of a back-end must do.
-#include "tests/unit/backends/files/storage_fixture.h"
+// What every file system must do.
+#include "tests/conformance/storage_suites.h"
 
-#include <gmock/gmock.h>
+namespace conformance {
 
-using namespace platform;
 using testing::ElementsAre;
 
 namespace {
 
-class FilesSuite : public StorageSuite {
-protected:
-    std::vector<Text> Listing(const Text& path) {
-        std::unique_ptr<Folder> folder;
-        std::vector<Text> names;
-        if (Files().OpenFolder(path, false, folder) != NoError)
-            return {u"no folder"};
-        for (Text name = folder->FirstFile(0); !name.empty(); name = folder->NextFile())
-            names.push_back(name);
-        return names;
-    }
+std::vector<Text> Listing(FileSystem& files, const Text& path) {
+    std::unique_ptr<Folder> folder;
+    std::vector<Text> names;
+    if (files.OpenFolder(path, false, folder) != NoError)
+        return {u"no folder"};
+    for (Text name = folder->FirstFile(0); !name.empty(); name = folder->NextFile())
+        names.push_back(name);
+    return names;
+}
 
-    ErrorNumber ErrorOfOpening(const Text& name, StreamMode mode = StreamMode::Existing) {
-        std::unique_ptr<TextStream> stream;
-        const ErrorNumber error = Files().OpenStream(name, mode, stream);
-        EXPECT_EQ(stream == nullptr, error != NoError);
-        return error;
-    }
-
-    ErrorNumber ErrorOfOpeningFolder(const Text& path, bool create) {
-        std::unique_ptr<Folder> folder;
-        const ErrorNumber error = Files().OpenFolder(path, create, folder);
-        EXPECT_EQ(folder == nullptr, error != NoError);
-        return error;
-    }
-};
-
-INSTANTIATE_TEST_SUITE_P(On, FilesSuite, EveryStorage);
+} // namespace
 
 TEST_P(FilesSuite, MakesAMissingFolderWithThoseAboveIt) {
-    std::filesystem::create_directory(Root.Path("Card"));
+    Store->MakeFolder(u"Card:\\");
     EXPECT_EQ(ErrorOfOpeningFolder(u"Card:\\PALM\\Programs\\Quorin\\", true), NoError);
-    EXPECT_TRUE(std::filesystem::is_directory(Root.Path("Card/PALM/Programs/Quorin")));
+    EXPECT_TRUE(Store->HasFolder(u"Card:\\PALM\\Programs\\Quorin\\"));
     EXPECT_EQ(ErrorOfOpeningFolder(u"Card:\\PALM\\Programs\\Quorin\\", true), NoError) << "a second time";
 }
 
@@ -49,19 +31,19 @@ TEST_P(FilesSuite, MakesAMissingFolderWithThoseAboveIt) {
 TEST_P(FilesSuite, MakesNoFolderOnAVolumeThatHasNone) {
     EXPECT_EQ(ErrorOfOpeningFolder(u"Card:\\PALM\\Programs\\Quorin\\", true), FileNotFound);
     EXPECT_EQ(ErrorOfOpeningFolder(u"Card:\\", true), FileNotFound);
-    EXPECT_FALSE(Root.Has("Card"));
+    EXPECT_FALSE(Store->HasFolder(u"Card:\\"));
 }
 
 TEST_P(FilesSuite, OpensNoMissingFolderWithoutBeingToldToMakeIt) {
     EXPECT_EQ(ErrorOfOpeningFolder(u"Card:\\none\\", false), FileNotFound);
-    EXPECT_FALSE(Root.Has("Card"));
+    EXPECT_FALSE(Store->HasFolder(u"Card:\\"));
 }
 
 TEST_P(FilesSuite, MakesNoFolderInPlaceOfAFile) {
-    Root.Put("Card", "a file");
+    Store->Put(u".\\Card", "a file");
     EXPECT_NE(ErrorOfOpeningFolder(u"Card:\\", true), NoError);
     EXPECT_NE(ErrorOfOpeningFolder(u"Card:\\below\\", true), NoError);
-    EXPECT_EQ(Root.Bytes("Card"), "a file");
+    EXPECT_EQ(Store->Bytes(u".\\Card"), "a file");
 }
 
 TEST_P(FilesSuite, RefusesAFolderOutside) {
@@ -70,26 +52,26 @@ TEST_P(FilesSuite, RefusesAFolderOutside) {
 }
 
 TEST_P(FilesSuite, ListsFullNamesInByteOrder) {
-    for (const char* name : {"Card/b.txt", "Card/a.txt", "Card/B.txt", "Card/\xC3\xA4.txt", "Card/a b.txt"})
-        Root.Put(name, "");
-    EXPECT_THAT(Listing(u"Card:\\"),
+    for (const char16_t* name : {u"b.txt", u"a.txt", u"B.txt", u"\u00E4.txt", u"a b.txt"})
+        Store->Put(u"Card:\\" + Text(name), "");
+    EXPECT_THAT(Listing(Files(), u"Card:\\"),
                 ElementsAre(u"Card:\\B.txt", u"Card:\\a b.txt", u"Card:\\a.txt", u"Card:\\b.txt", u"Card:\\ä.txt"));
 }
 
 TEST_P(FilesSuite, ListsNoFolders) {
-    Root.Put("Card/folder/inner.txt", "");
-    Root.Put("Card/x.txt", "");
-    EXPECT_THAT(Listing(u"Card:\\"), ElementsAre(u"Card:\\x.txt"));
+    Store->Put(u"Card:\\folder\\inner.txt", "");
+    Store->Put(u"Card:\\x.txt", "");
+    EXPECT_THAT(Listing(Files(), u"Card:\\"), ElementsAre(u"Card:\\x.txt"));
 }
 
 TEST_P(FilesSuite, ListsNothingInAnEmptyFolder) {
-    std::filesystem::create_directory(Root.Path("Card"));
-    EXPECT_THAT(Listing(u"Card:\\"), ElementsAre());
+    Store->MakeFolder(u"Card:\\");
+    EXPECT_THAT(Listing(Files(), u"Card:\\"), ElementsAre());
 }
 
 TEST_P(FilesSuite, BeginsAListingAnewWithTheFirstFile) {
-    Root.Put("a", "");
-    Root.Put("b", "");
+    Store->Put(u".\\a", "");
+    Store->Put(u".\\b", "");
     std::unique_ptr<Folder> folder;
     ASSERT_EQ(Files().OpenFolder(u".\\", false, folder), NoError);
     EXPECT_EQ(folder->FirstFile(0), u".\\a");
@@ -100,33 +82,33 @@ TEST_P(FilesSuite, BeginsAListingAnewWithTheFirstFile) {
 }
 
 TEST_P(FilesSuite, ListsNamesThatOpenTheFiles) {
-    Root.Put("Card/Gr\xF6\xDF"
-             "e \xE2\x82\xAC.qvd",
-             "x\n");
-    const auto names = Listing(u"Card:");
+    Store->Put(u"Card:\\Gr\xDCF6\xDCDF"
+               u"e \u20AC.qvd",
+               "x\n"); // two bytes that are not UTF-8
+    const auto names = Listing(Files(), u"Card:");
     ASSERT_EQ(names.size(), 1U);
     EXPECT_THAT(AllLines(names[0]), ElementsAre(u"x"));
 }
 
 TEST_P(FilesSuite, WritesLinesWithALineFeed) {
     WriteAll(u".\\x.txt", {u"one", u"", u"größer €\xD83D\xDE00"});
-    EXPECT_EQ(Root.Bytes("x.txt"), "one\n\ngr\xC3\xB6\xC3\x9F"
-                                   "er \xE2\x82\xAC\xF0\x9F\x98\x80\n");
+    EXPECT_EQ(Store->Bytes(u".\\x.txt"), "one\n\ngr\xC3\xB6\xC3\x9F"
+                                         "er \xE2\x82\xAC\xF0\x9F\x98\x80\n");
     EXPECT_THAT(AllLines(u".\\x.txt"), ElementsAre(u"one", u"", u"größer €\xD83D\xDE00"));
 }
 
 TEST_P(FilesSuite, ReadsBothLineEndsAndALastLineWithoutOne) {
-    Root.Put("x.txt", "one\r\ntwo\nthree\r\n\r\n\nlast");
+    Store->Put(u".\\x.txt", "one\r\ntwo\nthree\r\n\r\n\nlast");
     EXPECT_THAT(AllLines(u".\\x.txt"), ElementsAre(u"one", u"two", u"three", u"", u"", u"last"));
 }
 
 TEST_P(FilesSuite, TakesALoneCarriageReturnForAPartOfTheLine) {
-    Root.Put("x.txt", "a\rb\n\r\r\nc\r");
+    Store->Put(u".\\x.txt", "a\rb\n\r\r\nc\r");
     EXPECT_THAT(AllLines(u".\\x.txt"), ElementsAre(u"a\rb", u"\r", u"c\r"));
 }
 
 TEST_P(FilesSuite, ReadsNothingAtTheEndOfTheFile) {
-    Root.Put("x.txt", "one\n");
+    Store->Put(u".\\x.txt", "one\n");
     const auto stream = Open(u".\\x.txt", StreamMode::Existing);
     Text line = u"old";
     EXPECT_EQ(stream->ReadLine(line), NoError);
@@ -135,7 +117,7 @@ TEST_P(FilesSuite, ReadsNothingAtTheEndOfTheFile) {
 }
 
 TEST_P(FilesSuite, CountsPositionsInBytes) {
-    Root.Put("x.txt", "\xC3\xA4\r\nb\nc");
+    Store->Put(u".\\x.txt", "\xC3\xA4\r\nb\nc");
     const auto stream = Open(u".\\x.txt", StreamMode::Existing);
     Text line;
     std::vector<std::int64_t> places = {stream->Position()};
@@ -146,7 +128,7 @@ TEST_P(FilesSuite, CountsPositionsInBytes) {
 }
 
 TEST_P(FilesSuite, SeeksFromTheStartAndFromTheEnd) {
-    Root.Put("x.txt", "one\ntwo\nthree\n");
+    Store->Put(u".\\x.txt", "one\ntwo\nthree\n");
     const auto stream = Open(u".\\x.txt", StreamMode::Existing);
     Text line;
     EXPECT_EQ(stream->Seek(0, Origin::End), NoError);
@@ -160,7 +142,7 @@ TEST_P(FilesSuite, SeeksFromTheStartAndFromTheEnd) {
 }
 
 TEST_P(FilesSuite, SeeksNowhereOutsideTheFile) {
-    Root.Put("x.txt", "one\n");
+    Store->Put(u".\\x.txt", "one\n");
     const auto stream = Open(u".\\x.txt", StreamMode::Existing);
     ASSERT_EQ(stream->Seek(2, Origin::Start), NoError);
     EXPECT_NE(stream->Seek(5, Origin::Start), NoError);
@@ -171,7 +153,7 @@ TEST_P(FilesSuite, SeeksNowhereOutsideTheFile) {
 }
 
 TEST_P(FilesSuite, SkipsLines) {
-    Root.Put("x.txt", "one\ntwo\r\nthree\nlast");
+    Store->Put(u".\\x.txt", "one\ntwo\r\nthree\nlast");
     const auto stream = Open(u".\\x.txt", StreamMode::Existing);
     Text line;
     EXPECT_EQ(Skipped(*stream, 2), 2);
@@ -186,7 +168,7 @@ TEST_P(FilesSuite, SkipsLines) {
 }
 
 TEST_P(FilesSuite, TakesLinesAsWritingThemAnewMakesThem) {
-    Root.Put("x.txt", "one\r\n\r\r\n\r\ntwo\xFF\n\nlast\r");
+    Store->Put(u".\\x.txt", "one\r\n\r\r\n\r\ntwo\xFF\n\nlast\r");
     const auto stream = Open(u".\\x.txt", StreamMode::Existing);
     std::string all;
     std::int64_t count = 0;
@@ -201,8 +183,8 @@ TEST_P(FilesSuite, TakesLinesAsWritingThemAnewMakesThem) {
 }
 
 TEST_P(FilesSuite, WritesWhatItHasTaken) {
-    Root.Put("from.txt", "one\ntwo\nthree\n");
-    Root.Put("to.txt", "first");
+    Store->Put(u".\\from.txt", "one\ntwo\nthree\n");
+    Store->Put(u".\\to.txt", "first");
     const auto from = Open(u".\\from.txt", StreamMode::Existing);
     const auto to = Open(u".\\to.txt", StreamMode::Existing);
     std::string_view lines;
@@ -212,35 +194,35 @@ TEST_P(FilesSuite, WritesWhatItHasTaken) {
     EXPECT_EQ(to->WriteLines(lines), NoError);
     EXPECT_EQ(to->WriteLine(u"last"), NoError);
     EXPECT_EQ(to->Close(), NoError);
-    EXPECT_EQ(Root.Bytes("to.txt"), "first\none\ntwo\nlast\n");
+    EXPECT_EQ(Store->Bytes(u".\\to.txt"), "first\none\ntwo\nlast\n");
     Text line;
     EXPECT_EQ(from->ReadLine(line), NoError);
     EXPECT_EQ(line, u"three");
 }
 
 TEST_P(FilesSuite, AddsLinesAtTheEnd) {
-    Root.Put("x.txt", "one\n");
+    Store->Put(u".\\x.txt", "one\n");
     const auto stream = Open(u".\\x.txt", StreamMode::Existing);
     ASSERT_EQ(stream->Seek(0, Origin::End), NoError);
     EXPECT_EQ(stream->WriteLine(u"two"), NoError);
     EXPECT_EQ(stream->Position(), 8);
     EXPECT_EQ(stream->Size(), 8);
     EXPECT_EQ(stream->Close(), NoError);
-    EXPECT_EQ(Root.Bytes("x.txt"), "one\ntwo\n");
+    EXPECT_EQ(Store->Bytes(u".\\x.txt"), "one\ntwo\n");
 }
 
 TEST_P(FilesSuite, NeverLetsTwoLinesRunTogether) {
-    Root.Put("x.txt", "one\nlast");
+    Store->Put(u".\\x.txt", "one\nlast");
     const auto stream = Open(u".\\x.txt", StreamMode::Existing);
     ASSERT_EQ(stream->Seek(0, Origin::End), NoError);
     EXPECT_EQ(stream->WriteLine(u"new"), NoError);
     EXPECT_EQ(stream->WriteLine(u"newer"), NoError);
     EXPECT_EQ(stream->Close(), NoError);
-    EXPECT_EQ(Root.Bytes("x.txt"), "one\nlast\nnew\nnewer\n");
+    EXPECT_EQ(Store->Bytes(u".\\x.txt"), "one\nlast\nnew\nnewer\n");
 }
 
 TEST_P(FilesSuite, KeepsALastLineThatEndsInACarriageReturn) {
-    Root.Put("x.txt", "a\r");
+    Store->Put(u".\\x.txt", "a\r");
     const auto stream = Open(u".\\x.txt", StreamMode::Existing);
     ASSERT_EQ(stream->Seek(0, Origin::End), NoError);
     EXPECT_EQ(stream->WriteLine(u"b"), NoError);
@@ -263,7 +245,7 @@ TEST_P(FilesSuite, ReadsWhatItHasJustWritten) {
 }
 
 TEST_P(FilesSuite, OverwritesInTheMiddle) {
-    Root.Put("x.txt", "one\ntwo\nthree\n");
+    Store->Put(u".\\x.txt", "one\ntwo\nthree\n");
     const auto stream = Open(u".\\x.txt", StreamMode::Existing);
     Text line;
     ASSERT_EQ(stream->ReadLine(line), NoError);
@@ -275,18 +257,18 @@ TEST_P(FilesSuite, OverwritesInTheMiddle) {
     EXPECT_EQ(stream->ReadLine(line), NoError);
     EXPECT_EQ(line, u"TWO");
     EXPECT_EQ(stream->Close(), NoError);
-    EXPECT_EQ(Root.Bytes("x.txt"), "one\nTWO\nthree\n");
+    EXPECT_EQ(Store->Bytes(u".\\x.txt"), "one\nTWO\nthree\n");
 }
 
 TEST_P(FilesSuite, MakesAStreamAnewInPlaceOfOldContent) {
-    Root.Put("x.txt", "old\n");
+    Store->Put(u".\\x.txt", "old\n");
     WriteAll(u".\\x.txt", {u"n"});
-    EXPECT_EQ(Root.Bytes("x.txt"), "n\n");
+    EXPECT_EQ(Store->Bytes(u".\\x.txt"), "n\n");
 }
 
 TEST_P(FilesSuite, OpensNoMissingFileAndMakesNone) {
     EXPECT_EQ(ErrorOfOpening(u".\\none.txt"), FileNotFound);
-    EXPECT_FALSE(Root.Has("none.txt"));
+    EXPECT_FALSE(Store->Has(u".\\none.txt"));
 }
 
 TEST_P(FilesSuite, MakesNoFileInAMissingFolder) {
@@ -294,7 +276,7 @@ TEST_P(FilesSuite, MakesNoFileInAMissingFolder) {
 }
 
 TEST_P(FilesSuite, OpensNoFolderAsAFile) {
-    std::filesystem::create_directory(Root.Path("folder"));
+    Store->MakeFolder(u".\\folder\\");
     for (const StreamMode mode : {StreamMode::Existing, StreamMode::Create}) {
         EXPECT_NE(ErrorOfOpening(u".\\folder", mode), NoError);
         EXPECT_NE(ErrorOfOpening(u".\\folder\\", mode), NoError);
@@ -308,45 +290,45 @@ TEST_P(FilesSuite, RefusesAFileOutside) {
 }
 
 TEST_P(FilesSuite, MovesOverAnOldFile) {
-    Root.Put("new.txt", "new\r\nbytes \xFF");
-    Root.Put("folder/old.txt", "old");
+    Store->Put(u".\\new.txt", "new\r\nbytes \xFF");
+    Store->Put(u".\\folder\\old.txt", "old");
     EXPECT_EQ(Files().MoveFile(u".\\new.txt", u".\\folder\\old.txt"), NoError);
-    EXPECT_EQ(Root.Bytes("folder/old.txt"), "new\r\nbytes \xFF");
-    EXPECT_FALSE(Root.Has("new.txt"));
-    EXPECT_EQ(Root.Entries("folder"), 1);
+    EXPECT_EQ(Store->Bytes(u".\\folder\\old.txt"), "new\r\nbytes \xFF");
+    EXPECT_FALSE(Store->Has(u".\\new.txt"));
+    EXPECT_EQ(Store->Entries(u".\\folder\\"), 1);
 }
 
 TEST_P(FilesSuite, MovesToANewName) {
-    Root.Put("new.txt", "text");
+    Store->Put(u".\\new.txt", "text");
     EXPECT_EQ(Files().MoveFile(u".\\new.txt", u".\\other.txt"), NoError);
-    EXPECT_EQ(Root.Bytes("other.txt"), "text");
-    EXPECT_EQ(Root.Entries(), 1);
+    EXPECT_EQ(Store->Bytes(u".\\other.txt"), "text");
+    EXPECT_EQ(Store->Entries(u".\\"), 1);
 }
 
 TEST_P(FilesSuite, LeavesBothWhereTheyAreWhenAMoveFails) {
-    Root.Put("new.txt", "new");
-    Root.Put("folder/x.txt", "");
+    Store->Put(u".\\new.txt", "new");
+    Store->Put(u".\\folder\\x.txt", "");
     EXPECT_EQ(Files().MoveFile(u".\\none.txt", u".\\new.txt"), FileNotFound);
     EXPECT_EQ(Files().MoveFile(u".\\new.txt", u".\\none\\x.txt"), FileNotFound);
     EXPECT_EQ(Files().MoveFile(u".\\new.txt", u".\\folder"), PathRefused);
     EXPECT_EQ(Files().MoveFile(u".\\folder", u".\\new.txt"), PathRefused);
     EXPECT_EQ(Files().MoveFile(u"..\\x.txt", u".\\new.txt"), PathRefused);
     EXPECT_EQ(Files().MoveFile(u".\\new.txt", u"..\\x.txt"), PathRefused);
-    EXPECT_EQ(Root.Bytes("new.txt"), "new");
+    EXPECT_EQ(Store->Bytes(u".\\new.txt"), "new");
 }
 
 TEST_P(FilesSuite, DeletesAFile) {
-    Root.Put("x.txt", "");
+    Store->Put(u".\\x.txt", "");
     EXPECT_EQ(Files().DeleteFile(u".\\x.txt"), NoError);
-    EXPECT_FALSE(Root.Has("x.txt"));
+    EXPECT_FALSE(Store->Has(u".\\x.txt"));
     EXPECT_EQ(Files().DeleteFile(u".\\x.txt"), FileNotFound);
 }
 
 TEST_P(FilesSuite, DeletesNoFolder) {
-    std::filesystem::create_directory(Root.Path("folder"));
+    Store->MakeFolder(u".\\folder\\");
     EXPECT_NE(Files().DeleteFile(u".\\folder"), NoError);
     EXPECT_NE(Files().DeleteFile(u".\\folder\\"), NoError);
-    EXPECT_TRUE(Root.Has("folder"));
+    EXPECT_TRUE(Store->HasFolder(u".\\folder\\"));
 }
 
 /// Lines that must come back as they went.
@@ -375,21 +357,21 @@ TEST_P(FilesSuite, GivesAwkwardLinesBackAsTheyWere) {
 
 /// Other tools take a file with a NUL for one that is no text, and the line for ended there.
 TEST_P(FilesSuite, ReadsANulAsABlank) {
-    Root.Put("x.txt", std::string("a\0b\n\0", 5));
+    Store->Put(u".\\x.txt", std::string("a\0b\n\0", 5));
     EXPECT_THAT(AllLines(u".\\x.txt"), ElementsAre(u"a b", u" "));
 }
 
 TEST_P(FilesSuite, WritesANulAsABlank) {
     WriteAll(u".\\x.txt", {Text(u"a\0b", 3), Text(1, u'\0')});
-    EXPECT_EQ(Root.Bytes("x.txt"), "a b\n \n");
+    EXPECT_EQ(Store->Bytes(u".\\x.txt"), "a b\n \n");
 }
 
 TEST_P(FilesSuite, TakesNoByteOrderMarkForPartOfTheFirstLine) {
-    Root.Put("x.txt", "\xEF\xBB\xBFone\n\xEF\xBB\xBFtwo\n");
+    Store->Put(u".\\x.txt", "\xEF\xBB\xBFone\n\xEF\xBB\xBFtwo\n");
     EXPECT_THAT(AllLines(u".\\x.txt"), ElementsAre(u"one", u"\xFEFFtwo"));
-    Root.Put("x.txt", "\xEF\xBB\xBF");
+    Store->Put(u".\\x.txt", "\xEF\xBB\xBF");
     EXPECT_THAT(AllLines(u".\\x.txt"), ElementsAre(u""));
-    Root.Put("x.txt", "\xEF\xBB");
+    Store->Put(u".\\x.txt", "\xEF\xBB");
     EXPECT_THAT(AllLines(u".\\x.txt"), ElementsAre(u"\xDCEF\xDCBB"));
 }
 
@@ -397,9 +379,119 @@ TEST_P(FilesSuite, GivesAnyBytesBackAsTheyWere) {
     std::string bytes;
     for (int value = 0; value < 256; ++value)
         bytes += value == '\n' || value == 0 ? std::string() : std::string(3, static_cast<char>(value)) + "\xC3";
-    Root.Put("x.txt", bytes + "\n" + bytes + "\n");
+    Store->Put(u".\\x.txt", bytes + "\n" + bytes + "\n");
     WriteAll(u".\\y.txt", AllLines(u".\\x.txt"));
-    EXPECT_EQ(Root.Bytes("y.txt"), Root.Bytes("x.txt"));
+    EXPECT_EQ(Store->Bytes(u".\\y.txt"), Store->Bytes(u".\\x.txt"));
 }
 
-} // namespace
+TEST_P(FilesSuite, LeavesTheFileAsItWasUntilItIsClosed) {
+    for (const StreamMode mode : {StreamMode::Create, StreamMode::Existing}) {
+        Store->Put(u".\\x.txt", "old\n");
+        const auto stream = Open(u".\\x.txt", mode);
+        ASSERT_EQ(stream->Seek(0, Origin::End), NoError);
+        ASSERT_EQ(stream->WriteLine(u"one"), NoError);
+        ASSERT_EQ(stream->WriteLine(u"two"), NoError);
+        EXPECT_EQ(Store->Bytes(u".\\x.txt"), "old\n");
+        EXPECT_EQ(stream->Close(), NoError);
+        EXPECT_EQ(Store->Bytes(u".\\x.txt"), mode == StreamMode::Create ? "one\ntwo\n" : "old\none\ntwo\n");
+    }
+    EXPECT_EQ(Store->Entries(u".\\"), 1) << "something was left beside it";
+}
+
+TEST_P(FilesSuite, ThatIsDroppedLeavesTheFileAsItWas) {
+    Store->Put(u".\\x.txt", "old\n");
+    for (const StreamMode mode : {StreamMode::Create, StreamMode::Existing}) {
+        auto stream = Open(u".\\x.txt", mode);
+        ASSERT_EQ(stream->WriteLine(u"one"), NoError);
+        stream.reset();
+        EXPECT_EQ(Store->Bytes(u".\\x.txt"), "old\n");
+    }
+    EXPECT_EQ(Store->Entries(u".\\"), 1) << "something was left beside it";
+}
+
+TEST_P(FilesSuite, HasEachLineOfAScratchFileInItAsSoonAsItIsWritten) {
+    const auto stream = Open(u".\\x.txt", StreamMode::Scratch);
+    ASSERT_EQ(stream->WriteLine(u"one"), NoError);
+    EXPECT_EQ(Store->Bytes(u".\\x.txt"), "one\n");
+}
+
+TEST_P(FilesSuite, WritesALineFeedInsideATextAsABlank) {
+    const auto stream = Open(u".\\x.txt", StreamMode::Create);
+    EXPECT_EQ(stream->WriteLine(u"23\n4 \u00B0C\r\n"), NoError);
+    EXPECT_EQ(stream->Close(), NoError);
+    EXPECT_EQ(Store->Bytes(u".\\x.txt"), "23 4 \xC2\xB0"
+                                         "C\r \n");
+}
+
+TEST_P(FilesSuite, DoesNothingOnceItIsClosed) {
+    Store->Put(u".\\x.txt", "one\n");
+    const auto stream = Open(u".\\x.txt");
+    Text line;
+    EXPECT_EQ(stream->Close(), NoError);
+    EXPECT_EQ(stream->Close(), NoError);
+    EXPECT_NE(stream->ReadLine(line), NoError);
+    EXPECT_NE(stream->WriteLine(u"two"), NoError);
+    EXPECT_NE(stream->Seek(0, Origin::Start), NoError);
+    std::int64_t passed = -1;
+    EXPECT_NE(stream->SkipLines(1, passed), NoError);
+    EXPECT_EQ(passed, 0);
+    EXPECT_EQ(Store->Bytes(u".\\x.txt"), "one\n");
+}
+
+// Other programs.
+
+TEST_P(OtherProgramsSuite, SeesFromTheNextSeekOnWhatAnotherWriterAdded) {
+    Store->Put(u".\\x.txt", "one\n");
+    const auto stream = Open(u".\\x.txt");
+    Text line;
+    ASSERT_EQ(stream->ReadLine(line), NoError);
+    Store->Put(u".\\x.txt", "one\ntwo\n");
+    ASSERT_EQ(stream->Seek(0, Origin::Start), NoError);
+    EXPECT_EQ(stream->Size(), 8);
+    EXPECT_EQ(Skipped(*stream, 9), 2);
+}
+
+TEST_P(OtherProgramsSuite, AddsBehindWhatAnotherWriterAdded) {
+    Store->Put(u".\\x.txt", "one\n");
+    const auto stream = Open(u".\\x.txt");
+    Store->Put(u".\\x.txt", "one\ntwo");
+    ASSERT_EQ(stream->Seek(0, Origin::End), NoError);
+    ASSERT_EQ(stream->WriteLine(u"three"), NoError);
+    ASSERT_EQ(stream->Close(), NoError);
+    EXPECT_EQ(Store->Bytes(u".\\x.txt"), "one\ntwo\nthree\n");
+}
+
+TEST_P(ReplacedFilesSuite, IsFoundByTheNameThatWasOpened) {
+    Store->Put(u".\\x.txt", "one\n");
+    const auto stream = Open(u".\\x.txt");
+    EXPECT_EQ(stream->CheckName(), NoError);
+    Store->Remove(u".\\x.txt");
+    EXPECT_EQ(stream->CheckName(), FileNotFound);
+    Store->Put(u".\\x.txt", "one\n");
+    EXPECT_EQ(stream->CheckName(), FileChanged);
+}
+
+TEST_P(OtherProgramsSuite, HasAnotherRevisionAfterASeekThatFindsAChange) {
+    Store->Put(u".\\x.txt", "one\n");
+    const auto stream = Open(u".\\x.txt");
+    ASSERT_EQ(stream->Seek(0, Origin::Start), NoError);
+    const std::int64_t revision = stream->Revision();
+    ASSERT_EQ(stream->Seek(0, Origin::End), NoError);
+    EXPECT_EQ(stream->Revision(), revision);
+    Store->Put(u".\\x.txt", "one\ntwo\n");
+    ASSERT_EQ(stream->Seek(0, Origin::Start), NoError);
+    EXPECT_NE(stream->Revision(), revision);
+}
+
+TEST_P(OtherProgramsSuite, HasTheStampOfTheFileAsItIsNow) {
+    Store->Put(u".\\x.txt", "one\n");
+    Store->Put(u".\\y.txt", "one\n");
+    const auto stream = Open(u".\\x.txt");
+    const FileStamp before = stream->Stamp();
+    EXPECT_EQ(Open(u".\\x.txt")->Stamp(), before);
+    EXPECT_NE(Open(u".\\y.txt")->Stamp(), before) << "another file";
+    Store->Put(u".\\x.txt", "one\ntwo\n");
+    EXPECT_NE(stream->Stamp(), before);
+}
+
+} // namespace conformance

@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: MIT
+// What every store answers while nothing is in it. The application begins on such a device, and goes on.
+#include "tests/conformance/storage_suites.h"
+
+namespace conformance {
+
+using testing::IsEmpty;
+
+TEST_P(EmptyStorageSuite, HasNoFileAndMovesAndDeletesNone) {
+    EXPECT_TRUE(IsMissing(ErrorOfOpening(u".\\none.txt")));
+    EXPECT_TRUE(IsMissing(Files().MoveFile(u".\\none.txt", u".\\other.txt")));
+    EXPECT_TRUE(IsMissing(Files().DeleteFile(u".\\none.txt")));
+}
+
+TEST_P(EmptyStorageSuite, HasNoFolderOnAVolumeThatIsOut) {
+    EXPECT_TRUE(IsMissing(ErrorOfOpeningFolder(u"Card:\\", false)));
+    EXPECT_TRUE(IsMissing(ErrorOfOpeningFolder(u"Card:\\Quorin\\", true)));
+}
+
+TEST_P(EmptyStorageSuite, HasNoDatabaseAndDeletesNone) {
+    for (const DatabaseMode mode : {DatabaseMode::Read, DatabaseMode::ReadWrite}) {
+        const OpenedDatabase opened = Databases().Open(u"none", mode);
+        EXPECT_EQ(opened.Id, 0);
+        EXPECT_EQ(opened.Error, FileNotFound);
+    }
+    EXPECT_EQ(Databases().Delete(u"none"), FileNotFound);
+    EXPECT_THAT(Names(0, 0), IsEmpty());
+    EXPECT_THAT(Databases().UnreadDatabases(), IsEmpty());
+}
+
+/// The application may close what was never open, and asks for the count of it.
+TEST_P(EmptyStorageSuite, TakesTheNumberZeroForNoDatabase) {
+    Databases().Close(0);
+    EXPECT_EQ(Databases().RecordCount(0), 0);
+    EXPECT_EQ(Databases().Position(0), -1);
+    EXPECT_NE(Databases().AddRecord(0), NoError);
+    EXPECT_NE(Databases().FindRecord(0, 1), NoError);
+    LineRecord record;
+    EXPECT_FALSE(Databases().ReadRecord(0, record));
+}
+
+TEST_P(EmptyStorageSuite, GivesTheDefaultOfASettingThatWasNeverSaved) {
+    EXPECT_EQ(Store->SettingsStore().Get(u"Quorin", u"Settings", u"ComPort", u"OFF"), u"OFF");
+}
+
+} // namespace conformance
