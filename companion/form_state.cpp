@@ -2,6 +2,7 @@
 #include "companion/form_state.h"
 
 #include "src/drivers/inf_tables.h"
+#include "src/drivers/selection.h"
 #include "src/link/ports.h"
 #include "src/link/receive.h"
 #include "src/view/inf_fields.h"
@@ -15,6 +16,11 @@ bool RecordIsOpen() {
     const modQuorin::ScreenId screen =
         Screens.CurrentScreen == modQuorin::ScrInput ? Screens.PreviousScreen : Screens.CurrentScreen;
     return screen != 0 && screen == modQuorin::ScrInfRecord;
+}
+
+bool IsOpenDownload(const Text& file) {
+    const Text& path = modQuorin::Selection.SelectedDownload;
+    return !file.empty() && file == path.substr(path.rfind(u'\\') + 1); // npos + 1 is 0
 }
 
 bool LinkWasTakenDown() {

@@ -2,10 +2,15 @@
 // What can be read from the form's state between two events.
 #pragma once
 
+#include "src/text/text.h"
+
 namespace companion {
 
 /// True if a record is on the screen, or under a prompt.
 bool RecordIsOpen();
+
+/// True if a table of this bare name is the download that was opened last.
+bool IsOpenDownload(const Text& file);
 
 /// True if the record on screen takes readings, and a Back that did not leave the record has closed its link.
 bool LinkWasTakenDown();

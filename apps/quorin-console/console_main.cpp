@@ -76,6 +76,7 @@ int ConsoleMain(int count, char** words, int (*run)(const Options&, Session&)) {
         return start::StatusNotStarted;
     const OutputFor reader = options.PlainText ? OutputFor::People : OutputFor::Programs;
     Session session(input, std::cout, options.Strict, reader);
+    session.Verdicts = options.Verdicts;
     backends::RootLock lock;
     switch (lock.Take(options.Device.Root, "quorin-console")) {
     case LockResult::Held:

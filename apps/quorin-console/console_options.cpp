@@ -28,6 +28,7 @@ struct Words {
     std::string Script;
     bool Strict = false;
     bool PlainText = false;
+    bool Verdicts = false;
 };
 
 std::string DefaultRoot() {
@@ -55,6 +56,7 @@ Options Understood(const Words& words) {
     options.Script = words.Script;
     options.Strict = words.Strict;
     options.PlainText = words.PlainText;
+    options.Verdicts = words.Verdicts;
     return options;
 }
 
@@ -100,6 +102,8 @@ void Describe(CLI::App& app, Words& words) {
     app.add_option("--now", words.Now, "Start of the virtual clock")->type_name("MOMENT")->capture_default_str();
     apps::AddPortOption(app, words.Device, "simulated");
     app.add_flag("--strict", words.Strict, "Stop at the first command that fails")->default_str("off");
+    app.add_flag("--verdicts", words.Verdicts, "Report what becomes of each reading, and each record that is saved")
+        ->default_str("off");
     app.add_flag("--text", words.PlainText, "Write for a person: screens as text, not JSON")->default_str("off");
     app.set_version_flag("--version", apps::VersionText("quorin-console"));
     start::ShowOneLineEach(app);

@@ -14,6 +14,7 @@ struct Options {
     std::string Script; ///< file with the commands; standard input when empty
     bool Strict = false;
     bool PlainText = false; ///< the output is for people
+    bool Verdicts = false;  ///< an event for each reading, and for each record that is saved
 };
 
 using apps::Reading;

@@ -10,6 +10,8 @@
 #include "backends/loop/form_events.h"
 #include "src/app/commands.h"
 #include "src/app/form.h"
+#include "src/link/receive.h"
+#include "src/view/screen_table.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -219,6 +221,19 @@ Error RunReceive(const Target& target, const std::string& rest) {
     return Done;
 }
 
+Error RunAgain(const Target& target, const std::string& rest) {
+    const std::vector<platform::Verdict>& verdicts = target.Device.readings.Verdicts();
+    const Arguments words = WordsOf(rest);
+    const auto number = words.size() == 1 ? NumberFrom(words[0]) : std::nullopt;
+    if (!number || *number < 1 || *number > static_cast<std::int64_t>(verdicts.size()))
+        return "wants the number of a reading of this run, from 1";
+    const modQuorin::ScreenId screen = modQuorin::Screens.CurrentScreen;
+    if (screen != modQuorin::ScrInfRecord && screen != modQuorin::ScrBluetoothDebug)
+        return "neither a record nor the trace is on the screen";
+    modBluetooth::TakeAgain(verdicts[static_cast<std::size_t>(*number - 1)].Reading.Blob);
+    return Done;
+}
+
 Error RunSerial(const Target& target, const std::string& rest) {
     const Arguments words = WordsOf(rest);
     const auto count = words.size() == 2 && words[0] == "fail" ? SmallNumber(words[1]) : std::nullopt;
@@ -307,6 +322,7 @@ constexpr CommandRow Commands[] = {
     {"jump", "MS", "moves the virtual clock forward at once, like a device that has slept", RunJump},
     {"collect", "N", "lets time pass until N readings were taken in this run; draws the screen after each", RunCollect},
     {"receive", "TEXT", "lets these characters arrive at the simulated serial port", RunReceive},
+    {"again", "N", "passes the record of the N-th reading of this run to the receive path once more", RunAgain},
     {"serial", "fail N | drop",
      "lets the next N openings of the simulated port fail (-1: all), or closes the open port", RunSerial},
     {"named", "fail NUMBER | ok", "sets the result of opening a named connection", RunNamed},

@@ -60,6 +60,8 @@ void Session::Use(backends::BackEnd& used) {
     OutputWatch_.emplace(Writer_, used.loop);
     used.loop.Listen(*OutputWatch_);
     Ending_.emplace(used);
+    if (Verdicts)
+        used.readings.Add(Writer_);
     if (!LockWarning.empty())
         used.onlooker.notices.Raise(companion::NobodyKeepsAway(modStringTools::FromBytes(LockWarning)));
 }

@@ -62,6 +62,8 @@ public:
 
     /// Why nothing keeps a second program away from the root folder; empty if the folder is locked. Set before Use().
     std::string LockWarning;
+    /// Whether readings and saved records are reported. Set before Use().
+    bool Verdicts = false;
 
     Writer& Out() { return Writer_; }
 

@@ -2,6 +2,8 @@
 #include "apps/quorin-console/writer.h"
 
 #include "apps/quorin-console/plain_text.h"
+#include "companion/form_state.h"
+#include "companion/readings.h"
 #include "src/view/sound.h"
 
 #include <iostream>
@@ -64,6 +66,31 @@ void Writer::Warned(const Text& about, const Text& text) {
 void Writer::NotSaved(const Text& file, const Text& why) {
     Write({{"event", "notsaved"}, {"file", Utf8(file)}, {"error", Utf8(why)}});
     std::cerr << "quorin-console: not saved: " << Utf8(file) << ", " << Utf8(why) << std::endl;
+}
+
+void Writer::ReadingJudged(const platform::Verdict& verdict) {
+    const auto orNull = [](bool known, const Json& value) { return known ? value : Json(); };
+    Json types = Json::array();
+    for (const Text& type : verdict.Reading.Types)
+        types.push_back(Utf8(type));
+    const bool hasRow = verdict.Row >= 0;
+    Json event = {{"event", "reading"},
+                  {"verdict", Utf8(companion::NameOf(verdict.Fate))},
+                  {"types", types},
+                  {"value", Utf8(verdict.Reading.Value)},
+                  {"unit", Utf8(verdict.Reading.Unit)},
+                  {"origin", Utf8(verdict.Reading.Origin)},
+                  {"row", orNull(hasRow, verdict.Row)},
+                  {"field", orNull(hasRow, Utf8(verdict.Field))},
+                  {"file", orNull(!verdict.File.empty(), Utf8(verdict.File))}};
+    if (verdict.Fate == platform::Fate::Origin)
+        event["expected"] = Utf8(verdict.Expected);
+    Write(event);
+}
+
+void Writer::RowChanged(const platform::RowChange& change) {
+    if (change.Event == platform::RowEvent::Saved && companion::IsOpenDownload(change.File))
+        Write({{"event", "saved"}, {"file", Utf8(change.File)}, {"row", change.Row}});
 }
 
 } // namespace console

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "backends/loop/services.h"
+#include "src/view/platform/reading_log.h"
 
 #include <nlohmann/json.hpp>
 
@@ -17,7 +18,7 @@ std::string Utf8(const Text& text);
 
 enum class OutputFor { Programs, People };
 
-class Writer final : public backends::Watcher {
+class Writer final : public backends::Watcher, public platform::ReadingLog {
 public:
     explicit Writer(std::ostream& out, OutputFor reader = OutputFor::Programs) : Out_(out), Reader_(reader) {}
 
@@ -37,6 +38,12 @@ public:
     void CharacterSent(std::int32_t character) override;
     void Warned(const Text& about, const Text& text) override;
     void NotSaved(const Text& file, const Text& why) override;
+
+    // Readings, and the records of the open download. A record that was not saved is reported by NotSaved.
+    void TextReceived(platform::TextSource, TextView) override {}
+    void TextEmptied(TextView) override {}
+    void ReadingJudged(const platform::Verdict& verdict) override;
+    void RowChanged(const platform::RowChange& change) override;
 
 private:
     std::ostream& Out_;

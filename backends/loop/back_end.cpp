@@ -118,6 +118,7 @@ Platform BackEnd::RecordOf(const Controls& controls) {
         .recordDatabase = databases,
         .saveWatcher = onlooker,
         .onlooker = onlooker,
+        .readingLog = readings,
     };
 }
 

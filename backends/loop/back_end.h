@@ -13,6 +13,7 @@
 #include "backends/loop/services.h"
 #include "backends/simulated/failing_storage.h"
 #include "backends/simulated/number_source.h"
+#include "companion/readings.h"
 
 #include <optional>
 #include <string>
@@ -72,6 +73,7 @@ public:
     FailingSettings settings;
 
     FormOnlooker onlooker; ///< holds the notices
+    companion::Readings readings;
 
 protected:
     /// Called before a round of events: each round has its own time to wait for other programs.

@@ -169,4 +169,13 @@ public:
     void MailboxClear() override {}
 };
 
+/// A back-end that does not tell anybody what becomes of a reading may leave this empty.
+class NoneReadingLog final : public ReadingLog {
+public:
+    void TextReceived(TextSource, TextView) override {}
+    void TextEmptied(TextView) override {}
+    void ReadingJudged(const Verdict&) override {}
+    void RowChanged(const RowChange&) override {}
+};
+
 } // namespace backends::none

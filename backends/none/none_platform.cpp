@@ -55,6 +55,7 @@ NonePlatform::NonePlatform()
           .recordDatabase = Databases_,
           .saveWatcher = Onlooker_,
           .onlooker = Onlooker_,
+          .readingLog = Log_,
       } {
 }
 

@@ -56,6 +56,7 @@ private:
     NoneFiles Files_;
     NoneDatabases Databases_;
     NoneOnlooker Onlooker_;
+    NoneReadingLog Log_;
     Platform Record_;
 };
 

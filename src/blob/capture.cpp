@@ -4,6 +4,7 @@
 #include "src/blob/decoding.h"
 #include "src/blob/framing.h"
 #include "src/blob/lost_results.h"
+#include "src/blob/verdicts.h"
 #include "src/storage/keyed_tables.h"
 #include "src/text/digits.h"
 #include "src/view/display_state.h"
@@ -29,17 +30,12 @@ using modQuorin::ValueColumn;
 using modStringTools::SameIgnoringCase;
 using modStringTools::TwoDigits;
 using platform::Device;
+using platform::Fate;
+using platform::Reading;
+using platform::ReadingLoss;
+using platform::Verdict;
 
 namespace {
-
-/// The current result as it was when its capture began. Timers go on while a question is open, and a batch that they
-/// decode makes another result the current one; the answer is still about the result that was asked about.
-struct TakenResult {
-    std::vector<Text> Types;
-    std::vector<Text> Vars;
-    Text ValueAndUnit;
-    bool HasValue = true;
-};
 
 struct Target {
     std::int16_t Row = -1; ///< row of grdMain, -1 for none
@@ -57,12 +53,16 @@ void RefreshSoftMenus() {
     WM5Menus::ApplyMenu(modQuorin::ScreenRow(modQuorin::Screens.CurrentScreen).Menu);
 }
 
-void ListOnLinkTrace(const TakenResult& result) {
+Text ValueAndUnitOf(const Reading& result) {
+    return result.Value + u" " + result.Unit;
+}
+
+Verdict ListOnLinkTrace(const Reading& result) {
     for (const Text& type : result.Types)
         modPDAUI::AddGridRow(u"RT: " + type);
-    for (const Text& variable : result.Vars)
+    for (const Text& variable : result.Variables)
         modPDAUI::AddGridRow(u"DV: " + variable);
-    modPDAUI::AddGridRow(result.ValueAndUnit);
+    modPDAUI::AddGridRow(ValueAndUnitOf(result));
     modPDAUI::AddGridRow(u"---");
     modAudio::PlaySound(modAudio::SoundCode::Taken);
     platform::OwnerDrawGrid& grid = Device().grdMain;
@@ -70,6 +70,7 @@ void ListOnLinkTrace(const TakenResult& result) {
     grid.SetRow(lastRow);
     grid.SetTopRow(lastRow);
     RefreshSoftMenus();
+    return {.Fate = Fate::Trace, .Reading = result};
 }
 
 /// Returns the row of the last type that has one; of several rows of one type, the first.
@@ -103,22 +104,25 @@ bool AskToReplace(const Text& old, const Text& valueAndUnit) {
     return yes;
 }
 
-/// Writes the result into the cell, or into the text box if that is open. If another input control is open, the result
-/// is lost. Returns false if the user kept the old value.
-bool WriteValue(Target& target, const Text& valueAndUnit) {
-    platform::OwnerDrawGrid& grid = Device().grdMain;
-    const Text old = grid.Cell(target.Row, ValueColumn);
-    if (AnyInputFieldVisible()) {
-        if (Device().txtInputField.Visible())
-            Device().txtInputField.SetContents(valueAndUnit);
-        RefreshSoftMenus();
-    } else if (old.empty() || AskToReplace(old, valueAndUnit)) {
-        grid.SetCell(target.Row, ValueColumn, valueAndUnit);
-    } else {
+/// Writes the result into an input field that is open: into the text box alone, any other one ignores it.
+Fate WriteIntoField(const Text& valueAndUnit) {
+    const bool isText = Device().txtInputField.Visible();
+    if (isText)
+        Device().txtInputField.SetContents(valueAndUnit);
+    RefreshSoftMenus();
+    return isText ? Fate::OpenField : Fate::Kept;
+}
+
+/// Writes the result into the cell, unless the user keeps the old value.
+Fate WriteIntoCell(Target& target, const Text& old, const Text& valueAndUnit) {
+    if (!old.empty() && !AskToReplace(old, valueAndUnit)) {
         target.MatchedType.clear();
-        return false;
+        return Fate::Kept;
     }
-    return true;
+    Device().grdMain.SetCell(target.Row, ValueColumn, valueAndUnit);
+    if (target.MatchedType.empty())
+        return Fate::NoType;
+    return old.empty() ? Fate::Taken : Fate::Replaced;
 }
 
 /// Returns the row of a variable, or none. A row that names the result's type as well ends the search, and so has
@@ -158,13 +162,27 @@ void AddFormulaRows(PutRows& put) {
     }
 }
 
-void PutIntoRecord(const TakenResult& result) {
+/// Returns the fate of a result that was written to the record on screen, and whose value is lost for this reason.
+Fate FateOf(Fate written, std::optional<ReadingLoss> loss) {
+    if (!loss || written == Fate::Kept)
+        return written;
+    return *loss == ReadingLoss::NoFile || *loss == ReadingLoss::NoRow ? Fate::NoRecord : Fate::NoColumn;
+}
+
+Verdict PutIntoRecord(const Reading& result) {
+    const Text valueAndUnit = ValueAndUnitOf(result);
     Target target = FindTarget(result.Types);
     DivertToOpenEdit(target);
     modAudio::SoundCode soundCode = modAudio::SoundCode::Refused;
+    Verdict verdict{.Fate = Fate::NoRow, .Reading = result, .File = modFileSystem::Table.TableName};
     PutRows put;
     if (target.Row >= 0) {
-        if (WriteValue(target, result.ValueAndUnit))
+        verdict.Row = target.Row;
+        verdict.Field = FieldName(target.Row);
+        verdict.Old = Device().grdMain.Cell(target.Row, ValueColumn);
+        const bool isFieldOpen = AnyInputFieldVisible();
+        verdict.Fate = isFieldOpen ? WriteIntoField(valueAndUnit) : WriteIntoCell(target, verdict.Old, valueAndUnit);
+        if (isFieldOpen || verdict.Fate != Fate::Kept)
             put.Value = AnyInputFieldVisible() ? modPDAUI::Input.EditRow : target.Row;
         if (!target.MatchedType.empty() && !AnyInputFieldVisible()) {
             Device().grdMain.SetRow(target.Row);
@@ -175,15 +193,25 @@ void PutIntoRecord(const TakenResult& result) {
             soundCode = modAudio::SoundCode::Taken;
     }
     if (!target.MatchedType.empty())
-        SpreadVariables(result.Vars, target.MatchedType, put);
+        SpreadVariables(result.Variables, target.MatchedType, put);
     modAudio::PlaySound(soundCode);
     if (soundCode == modAudio::SoundCode::Taken) {
         FillFormulaFields();
         AddFormulaRows(put);
     }
-    TellWhatIsLost(put, result.ValueAndUnit);
-    if (put.Value >= 0 && !result.HasValue)
+    verdict.Fate = FateOf(verdict.Fate, TellWhatIsLost(put, valueAndUnit));
+    if (put.Value >= 0 && result.Value.empty())
         Device().onlooker.ReadingWithoutValue(FieldName(put.Value));
+    return verdict;
+}
+
+Verdict Capture(const Reading& result) {
+    const modQuorin::ScreenId screen = modQuorin::Screens.CurrentScreen;
+    if (screen == modQuorin::ScrBluetoothDebug)
+        return ListOnLinkTrace(result);
+    if (screen == modQuorin::ScrInfRecord)
+        return PutIntoRecord(result);
+    return {.Fate = Fate::OffScreen, .Reading = result};
 }
 
 Text FormulaValueAt(const platform::DateTime& now, const Text& formula, const Text& current) {
@@ -204,20 +232,21 @@ Text FormulaValueAt(const platform::DateTime& now, const Text& formula, const Te
 
 void ProcessReceivedText(const Text& received) {
     modPDAUI::ShowStatus(u"Decoding Result");
-    if (ExtractBlobs(received))
-        while (NextResult())
-            CaptureResult();
+    const std::int32_t waiting = CountWaiting(Decoder);
+    const bool accepted = ExtractBlobs(received);
+    JudgeLostBlobs(Framing, Decoder);
+    if (!accepted)
+        JudgeWaiting(Decoder, waiting);
+    while (accepted && NextResult())
+        CaptureResult();
     modPDAUI::HideStatus();
 }
 
+// The result is copied: timers go on while a question is open, and a batch that they decode makes another result the
+// current one; the answer is still about the result that was asked about.
 void CaptureResult() {
-    const TakenResult result{Decoder.ResultTypes, Decoder.ResultVars, Decoder.ResultValue + u" " + Decoder.ResultUnit,
-                             !Decoder.ResultValue.empty()};
-    const modQuorin::ScreenId screen = modQuorin::Screens.CurrentScreen;
-    if (screen == modQuorin::ScrBluetoothDebug)
-        ListOnLinkTrace(result);
-    else if (screen == modQuorin::ScrInfRecord)
-        PutIntoRecord(result);
+    const Reading result = CurrentResult(Decoder);
+    Device().readingLog.ReadingJudged(Capture(result));
 }
 
 // An unknown formula wipes its cell, at each capture.

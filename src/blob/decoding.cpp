@@ -17,6 +17,7 @@ namespace {
 constexpr char16_t Bar = u'|';
 constexpr char16_t Equals = u'=';
 constexpr char16_t Quote = u'"';
+constexpr TextView OriginVariable = u"ORIGIN=";
 constexpr std::int16_t OriginMismatch = 1;
 constexpr std::int16_t NoConnection = 2;
 
@@ -255,11 +256,24 @@ void PutVars(const ResultSlot& slot, Text& vars) {
     vars.append(slot.Vars).append(tail);
 }
 
+void ReadResults(DecoderState& decoder, TextView lines, TextView origin, TextView blob) {
+    AddResultSlot(decoder);
+    const auto first = static_cast<std::size_t>(decoder.SlotCount - 1);
+    decoder.Variables = OriginVariable;
+    decoder.Variables += origin;
+    ReadLines(decoder, lines);
+    if (decoder.Slots[first].Filled)
+        decoder.Slots[first].Blob = blob;
+}
+
 } // namespace
 
 bool DecodeBlob(DecoderState& decoder, TextView blob) {
+    const TextView whole = blob;
+    decoder.WhyRefused = Refusal::Shape;
     if (!BeginsWithTag(blob, StartTag) || !HasExactEndLine(blob))
         return false;
+    decoder.WhyRefused = Refusal::Origin;
     LastTags tags = FindLastTags(blob);
     decoder.ConnectSeen = tags.Connect != TextView::npos;
     if (decoder.ConnectSeen) {
@@ -270,11 +284,31 @@ bool DecodeBlob(DecoderState& decoder, TextView blob) {
     }
     if (!OriginAccepted(decoder, blob, tags.Origin))
         return false;
-    AddResultSlot(decoder);
-    decoder.Variables = u"ORIGIN=";
-    decoder.Variables += decoder.ConnectedID;
-    ReadLines(decoder, blob);
+    decoder.WhyRefused = Refusal::None;
+    ReadResults(decoder, blob, decoder.ConnectedID, whole);
     return true;
+}
+
+std::vector<platform::Reading> ResultsOf(TextView blob) {
+    DecoderState decoder;
+    const LastTags tags = FindLastTags(blob);
+    const TextView origin =
+        tags.Origin == TextView::npos ? TextView() : InsideQuotes(InsideTag(blob, tags.Origin, OriginTag));
+    ReadResults(decoder, blob, origin, blob);
+    std::vector<platform::Reading> results;
+    while (NextResult(decoder))
+        results.push_back(CurrentResult(decoder));
+    return results;
+}
+
+platform::Reading CurrentResult(const DecoderState& decoder) {
+    const Text& origin = decoder.ResultVars.front();
+    return {decoder.ResultTypes,
+            decoder.ResultValue,
+            decoder.ResultUnit,
+            decoder.ResultVars,
+            origin.substr(std::min(OriginVariable.size(), origin.size())),
+            decoder.ResultBlob};
 }
 
 bool NextResult(DecoderState& decoder) {
@@ -287,7 +321,9 @@ bool NextResult(DecoderState& decoder) {
         }
     } while (!decoder.Slots[static_cast<std::size_t>(decoder.SlotCursor - 1)].Filled);
 
-    const ResultSlot& slot = decoder.Slots[static_cast<std::size_t>(decoder.SlotCursor - 1)];
+    ResultSlot& slot = decoder.Slots[static_cast<std::size_t>(decoder.SlotCursor - 1)];
+    if (!slot.Blob.empty())
+        decoder.ResultBlob = std::move(slot.Blob);
     if (!slot.SameTypes)
         SplitList(slot.Types, decoder.ResultTypes);
     if (!HasSameVars(slot, decoder.VarsDelivered)) {

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "src/text/text.h"
+#include "src/view/platform/reading_log.h"
 
 #include <vector>
 
@@ -21,24 +22,34 @@ struct ResultSlot {
     Text Vars;                  ///< what is between the two
     Text Value;
     Text Unit;
+    Text Blob; ///< the BLob that it came in; empty if it is that of the slot before
+};
+
+/// Why a BLob was refused.
+enum class Refusal {
+    None,
+    Shape,  ///< it has no exact end tag
+    Origin, ///< it names an origin that is not the connected instrument
 };
 
 /// The state of decoding. Entry n of a list, counted from 1, has index n-1. Only the routines below write it.
 struct DecoderState {
-    Text ConnectedID;               ///< identity of the instrument, from the last BLob with a connect tag
-    bool ConnectSeen = false;       ///< the last decoded BLob had a connect tag
-    std::int16_t BlobErrorCode = 0; ///< why a BLob was refused: 1 origin mismatch, 2 no connection
-    Text BlobErrorText;             ///< the message belonging to the code
-    std::vector<ResultSlot> Slots;  ///< of the results
-    std::int32_t SlotCount = 0;     ///< number of slots, including the free one at the end
-    std::int32_t SlotCursor = 0;    ///< the slot last delivered
-    Text Variables;                 ///< of the last BLob that was accepted: those that its next result would have
-    Text VarsDelivered;             ///< of the slot last delivered, joined by `|`
-    Text ValueDelivered;            ///< of the same slot, including what follows a bar in it
-    std::vector<Text> ResultTypes;  ///< of the current result: the names by which it may be known
-    std::vector<Text> ResultVars;   ///< its variables, each a name, `=` and a value; the first is ORIGIN
-    Text ResultValue;               ///< its value
-    Text ResultUnit;                ///< its unit
+    Text ConnectedID;                   ///< identity of the instrument, from the last BLob with a connect tag
+    bool ConnectSeen = false;           ///< the last decoded BLob had a connect tag
+    std::int16_t BlobErrorCode = 0;     ///< why a BLob was refused: 1 origin mismatch, 2 no connection
+    Text BlobErrorText;                 ///< the message belonging to the code
+    Refusal WhyRefused = Refusal::None; ///< of the last BLob
+    std::vector<ResultSlot> Slots;      ///< of the results
+    std::int32_t SlotCount = 0;         ///< number of slots, including the free one at the end
+    std::int32_t SlotCursor = 0;        ///< the slot last delivered
+    Text Variables;                     ///< of the last BLob that was accepted: those that its next result would have
+    Text VarsDelivered;                 ///< of the slot last delivered, joined by `|`
+    Text ValueDelivered;                ///< of the same slot, including what follows a bar in it
+    std::vector<Text> ResultTypes;      ///< of the current result: the names by which it may be known
+    std::vector<Text> ResultVars;       ///< its variables, each a name, `=` and a value; the first is ORIGIN
+    Text ResultValue;                   ///< its value
+    Text ResultUnit;                    ///< its unit
+    Text ResultBlob;                    ///< the BLob that it came in
 };
 inline DecoderState Decoder; ///< the application's
 
@@ -48,6 +59,13 @@ bool DecodeBlob(DecoderState& decoder, TextView blob);
 
 /// Makes the next filled slot the current result. Returns false if there is none left, and empties the slots then.
 bool NextResult(DecoderState& decoder);
+
+/// Returns all results of a BLob, whether or not it is accepted. Each has the variables that it would be delivered
+/// with, ORIGIN among them.
+std::vector<platform::Reading> ResultsOf(TextView blob);
+
+/// Returns the current result.
+platform::Reading CurrentResult(const DecoderState& decoder);
 
 /// True if results wait in the slots. If one BLob of a burst was refused, the results of the others wait there.
 bool ResultsWait(const DecoderState& decoder);

@@ -49,13 +49,29 @@ struct Progress {
     bool Failed = false;   ///< a BLob was refused
 };
 
+/// Returns the fate of the results of a BLob that was refused, or by which the instrument connected.
+platform::Fate FateOf(const DecoderState& decoder) {
+    switch (decoder.WhyRefused) {
+    case Refusal::Shape:
+        return platform::Fate::Shape;
+    case Refusal::Origin:
+        return platform::Fate::Origin;
+    case Refusal::None:
+        break;
+    }
+    return platform::Fate::Connect;
+}
+
 /// Decodes the innermost open BLob, which is the end of the buffer, and removes it.
 void CloseBlob(FramingState& framing, DecoderState& decoder, Progress& progress) {
     Text& buffer = framing.BlobBuffer;
     const std::size_t start = framing.OpenBlobs.back();
     framing.OpenBlobs.pop_back();
-    const bool accepted = DecodeBlob(decoder, TextView(buffer).substr(start));
+    const TextView blob = TextView(buffer).substr(start);
+    const bool accepted = DecodeBlob(decoder, blob);
     (accepted ? progress.Decoded : progress.Failed) = true;
+    if (!accepted || decoder.ConnectSeen)
+        framing.Lost.push_back({FateOf(decoder), Text(blob)});
     buffer.resize(start);
     progress.Unchanged = std::min(progress.Unchanged, start);
 }
@@ -130,6 +146,7 @@ bool ExtractBlobs(FramingState& framing, DecoderState& decoder, const Text& rece
         again = TakeBack(framing, changed) + received;
         text = again;
     }
+    framing.Lost.clear();
     Progress progress{buffer.size()};
     TakeIn(framing, decoder, text, !hasPair, progress);
     NoteLineFeeds(framing, progress.Unchanged);

@@ -9,6 +9,12 @@
 
 namespace modBLob {
 
+/// A BLob none of whose results is delivered.
+struct LostBlob {
+    platform::Fate Why = platform::Fate::Shape; ///< Shape, Origin or Connect
+    Text Blob;
+};
+
 /// The buffer, and what the last call found in it, so that the next call continues there: noise that is never removed
 /// is searched only once. Only ExtractBlobs writes it. Indexes count from 0.
 struct FramingState {
@@ -17,6 +23,7 @@ struct FramingState {
     std::vector<std::size_t> OpenBlobs;      ///< starts of the start lines that no end line has closed, in order
     std::size_t LoneFeed = TextView::npos;   ///< the first line feed without a carriage return before it
     std::size_t PairedFeed = TextView::npos; ///< the first line feed with one: its pair waits for the next call
+    std::vector<LostBlob> Lost;              ///< of the last call, in order
 };
 inline FramingState Framing; ///< the application's
 

@@ -39,7 +39,7 @@ bool IsEmptied(std::int32_t row, const Text& valueAndUnit) {
 
 } // namespace
 
-void TellWhatIsLost(const PutRows& rows, const Text& valueAndUnit) {
+std::optional<ReadingLoss> TellWhatIsLost(const PutRows& rows, const Text& valueAndUnit) {
     const std::int32_t held = modFileSystem::HeldFields();
     std::vector<std::int32_t> lost;
     const bool valueIsLost = rows.Value >= held;
@@ -47,11 +47,14 @@ void TellWhatIsLost(const PutRows& rows, const Text& valueAndUnit) {
         lost.push_back(rows.Value);
     std::copy_if(rows.Others.begin(), rows.Others.end(), std::back_inserter(lost),
                  [held](std::int32_t row) { return row >= held; });
-    if (!lost.empty())
+    if (!lost.empty()) {
         Device().onlooker.ReadingLost({Table.TableName, WhyNotHeld(), valueAndUnit, valueIsLost, NamesOf(lost)});
-    else if (IsEmptied(rows.Value, valueAndUnit))
-        Device().onlooker.ReadingLost(
-            {Table.TableName, ReadingLoss::Emptied, valueAndUnit, true, FieldName(rows.Value)});
+        return valueIsLost ? std::optional(WhyNotHeld()) : std::nullopt;
+    }
+    if (!IsEmptied(rows.Value, valueAndUnit))
+        return std::nullopt;
+    Device().onlooker.ReadingLost({Table.TableName, ReadingLoss::Emptied, valueAndUnit, true, FieldName(rows.Value)});
+    return ReadingLoss::Emptied;
 }
 
 Text FieldName(std::int32_t row) {

@@ -3,7 +3,9 @@
 #pragma once
 
 #include "src/text/text.h"
+#include "src/view/platform/onlooker.h"
 
+#include <optional>
 #include <vector>
 
 namespace modBLob {
@@ -15,8 +17,8 @@ struct PutRows {
 };
 
 /// Reports a result if the record's row in the file has no field for it, or if something else has replaced its value.
-/// The tone has already signalled that the result was taken.
-void TellWhatIsLost(const PutRows& rows, const Text& valueAndUnit);
+/// The tone has already signalled that the result was taken. Returns why its value is lost, if it is.
+std::optional<platform::ReadingLoss> TellWhatIsLost(const PutRows& rows, const Text& valueAndUnit);
 
 /// Returns the name of a row's field.
 Text FieldName(std::int32_t row);

@@ -4,6 +4,7 @@
 #include "src/blob/capture.h"
 #include "src/blob/decoding.h"
 #include "src/blob/tags.h"
+#include "src/blob/verdicts.h"
 #include "src/link/mailbox.h"
 #include "src/link/ports.h"
 #include "src/view/platform/platform.h"
@@ -40,8 +41,21 @@ void DecodeAfterQuiet() {
     if (Receive.LastPollTime + QuietSeconds > now)
         return;
     Receive.BlobEndSeen = false; // first, so that a tick while a question is open does not decode the same text again
+    Receive.Decoded = Receive.ReadyText.size();
     modBLob::ProcessReceivedText(Receive.ReadyText);
+    modBLob::JudgeEmptied(modBLob::Framing, modBLob::Decoder, Receive.ReadyText.substr(Receive.Decoded));
     Receive.ReadyText.clear(); // also what was received while a question was open
+    Receive.Decoded = 0;
+}
+
+/// A half line that has been received stays in one piece. The end tag may be in any case here: the BLob is complete.
+void DeliverAgain() {
+    if (Receive.Again.empty() || !Receive.RxText.empty())
+        return;
+    Device().readingLog.TextReceived(platform::TextSource::Again, Receive.Again);
+    Receive.RxText.swap(Receive.Again);
+    Receive.LinkWanted = true;
+    Receive.BlobEndSeen = TakeCompleteLines();
 }
 
 void KeepLink() {
@@ -70,9 +84,12 @@ void HandleBlueOnComm() {
     port.SetReceiveThreshold(0); // no further event during the drain
     Receive.LinkWanted = true;
     while (port.InBufferCount() >= 1) {
-        Receive.RxText += port.ReadInput();
+        const Text input = port.ReadInput();
+        Device().readingLog.TextReceived(platform::TextSource::Port, input);
+        Receive.RxText += input;
         if (TakeCompleteLines() && ReadyTextEndsABlob())
             Receive.BlobEndSeen = true;
+        DeliverAgain();
         Device().runTime.DoEvents();
     }
     port.SetReceiveThreshold(1);
@@ -99,10 +116,20 @@ void HandleBlueTimer() {
     Receive.LastPollTime = Device().clock.TimeOfDay();
 }
 
+void TakeAgain(const Text& blob) {
+    for (const char16_t character : blob) {
+        Receive.Again += character;
+        if (character == modBLob::LineEnd)
+            Receive.Again += u'\n';
+    }
+    DeliverAgain();
+}
+
 void PollMailbox(const Text& fullName) {
     const auto lines = TakeDelivery(fullName);
     if (!lines)
         return;
+    Device().readingLog.TextReceived(platform::TextSource::Mailbox, *lines);
     Receive.RxText += *lines;
     // Each file counts as complete: a BLob that continues in the next file waits in the buffer of the framing.
     if (TakeCompleteLines())

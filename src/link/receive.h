@@ -18,7 +18,9 @@ struct ReceiveState {
     LinkPhase LinkState = LinkPhase::Idle; ///< set to Open by what wants results, to Reset after a sleep
     Text RxText;                           ///< received, not yet ended by CR LF
     std::size_t RxSearched = 0;            ///< the number of characters at the start of RxText that hold no CR LF
+    Text Again;                            ///< BLobs that are taken again once RxText is empty
     Text ReadyText;                        ///< complete lines that wait for decoding
+    std::size_t Decoded = 0;               ///< the number of characters at the start of ReadyText that were decoded
     platform::DateTime ReadySince;         ///< when the first of these lines was received
     bool BlobEndSeen = false;              ///< ReadyText is ready for decoding
     float LastPollTime = 0;                ///< seconds since midnight at the last full tick; 0 at start
@@ -36,6 +38,10 @@ void HandleBlueTimer();
 
 /// Takes a delivery of the mailbox, if there is one, as received text.
 void PollMailbox(const Text& fullName);
+
+/// Takes a BLob once more as if it were received, as soon as no half line waits in RxText. Its lines end with a
+/// carriage return.
+void TakeAgain(const Text& blob);
 
 /// Moves RxText up to and including its last CR LF to ReadyText. Returns false if there is no CR LF.
 bool TakeCompleteLines();

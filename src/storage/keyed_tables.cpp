@@ -11,6 +11,7 @@ namespace modFileSystem {
 
 using modStringTools::NumberText;
 using platform::Device;
+using platform::RowEvent;
 
 namespace {
 
@@ -142,11 +143,20 @@ bool WriteTableRow(FileHandle& handle, std::int32_t line) {
     return ChangeFileLine(handle, line, Join(Table.TableValues));
 }
 
-/// Reports that the last change of the table has failed. The form itself shows no message.
-void TellNotSaved(const Text& more = {}) {
+/// Reports that the last change of the table has failed. The form itself shows no message. `lost` is the line that the
+/// current row was to have.
+void TellNotSaved(const Text& lost = {}, const Text& more = {}) {
     const FileHandle& file = Table.TableFile;
-    if (file.valid)
-        Device().saveWatcher.NotSaved(file.name, platform::ErrorText(file.error) + more);
+    if (!file.valid)
+        return;
+    const Text why = platform::ErrorText(file.error) + more;
+    Device().saveWatcher.NotSaved(file.name, why);
+    Device().readingLog.RowChanged(
+        {RowEvent::NotSaved, Table.TableName, Table.TableRowIndex, Table.RowLine, lost, why});
+}
+
+void TellOfRow(RowEvent event, std::int32_t row, const Text& oldLine, const Text& newLine) {
+    Device().readingLog.RowChanged({event, Table.TableName, row, oldLine, newLine, {}});
 }
 
 /// Opens the file that another program has put under the table's name. False if there is none or its columns differ.
@@ -336,7 +346,7 @@ namespace {
 /// Another program's table is not overwritten, and the row that was typed or measured is kept in a scratch file.
 void TellRowIsKept() {
     const Text name = KeepLine(Table.TableFile, Join(Table.TableValues));
-    TellNotSaved(name.empty() ? Text() : u"; the row is kept in " + name);
+    TellNotSaved(Join(Table.TableValues), name.empty() ? Text() : u"; the row is kept in " + name);
 }
 
 } // namespace
@@ -348,7 +358,9 @@ void SaveRow() {
     if (Table.RowIsAnothers)
         TellRowIsKept();
     else if (!saved)
-        TellNotSaved();
+        TellNotSaved(Join(Table.TableValues));
+    else
+        TellOfRow(RowEvent::Saved, Table.TableRowIndex, Table.RowLine, Join(Table.TableValues));
     MoveTo(Table.TableRowIndex + 1, Held::LeavesTheRow); // a rewrite has moved the position in the file
     Table.RecordDirty = !saved && Table.RowIsHeld;       // the row in memory has still to be saved
 }
@@ -368,6 +380,7 @@ bool AddRow(std::int32_t row) {
         return false;
     }
     Table.TableRowTotal = atEnd;
+    TellOfRow(RowEvent::Added, row != AnyRow ? row : atEnd, {}, BlankRow());
     MoveTo((row != AnyRow ? row : atEnd) + 1, Held::Stops); // the caller sets the fields of the new row next
     return true;
 }
@@ -378,10 +391,12 @@ void DeleteRow() {
         return;
     const std::int32_t row = Table.TableRowIndex;
     const bool deleted = MayBeChanged(row) && DeleteFileLine(Table.TableFile, row + 1);
-    if (deleted)
+    if (deleted) {
         --Table.TableRowTotal;
-    else
+        TellOfRow(RowEvent::Deleted, row, Table.RowLine, {});
+    } else {
         TellNotSaved();
+    }
     // A deleted row must not stay in memory: it would be saved over the row that has its number now.
     const std::int32_t next = row > Table.TableRowTotal ? TableRowCount() : row;
     MoveTo(next + 1, deleted ? Held::Stops : Held::LeavesTheRow);

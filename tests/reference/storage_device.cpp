@@ -63,7 +63,8 @@ platform::Platform With(const platform::Platform& all, platform::Settings& setti
             files,
             databases,
             all.saveWatcher,
-            all.onlooker};
+            all.onlooker,
+            all.readingLog};
 }
 
 } // namespace

@@ -7,6 +7,7 @@
 #include "src/view/platform/device.h"
 #include "src/view/platform/grid.h"
 #include "src/view/platform/onlooker.h"
+#include "src/view/platform/reading_log.h"
 #include "src/view/platform/run_time.h"
 #include "src/view/platform/storage.h"
 
@@ -54,6 +55,7 @@ struct Platform {
     RecordDatabase& recordDatabase;
     SaveWatcher& saveWatcher;
     Onlooker& onlooker;
+    ReadingLog& readingLog;
 };
 
 /// Installs a back-end for all later calls; it is never removed. The caller keeps the record, which must exist as long

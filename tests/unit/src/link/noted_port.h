@@ -78,7 +78,8 @@ protected:
                                         real.fileSystem,
                                         real.recordDatabase,
                                         real.saveWatcher,
-                                        real.onlooker});
+                                        real.onlooker,
+                                        real.readingLog});
         platform::Install(&*with);
     }
     ~OnANotedPort() override { platform::Install(&Device.Platform.record); }

@@ -103,7 +103,8 @@ platform::Platform With(platform::Volumes& volumes, platform::FileSystem& files)
             files,
             old.recordDatabase,
             old.saveWatcher,
-            old.onlooker};
+            old.onlooker,
+            old.readingLog};
 }
 
 struct VolumeSize {

@@ -1,0 +1,64 @@
+// SPDX-License-Identifier: MIT
+#include "companion/readings.h"
+
+namespace companion {
+
+Text NameOf(platform::Fate fate) {
+    using platform::Fate;
+    switch (fate) {
+    case Fate::Taken:
+        return u"taken";
+    case Fate::Replaced:
+        return u"replaced";
+    case Fate::Kept:
+        return u"kept";
+    case Fate::OpenField:
+        return u"openfield";
+    case Fate::NoRow:
+        return u"norow";
+    case Fate::NoColumn:
+        return u"nocolumn";
+    case Fate::NoRecord:
+        return u"norecord";
+    case Fate::NoType:
+        return u"notype";
+    case Fate::OffScreen:
+        return u"offscreen";
+    case Fate::Trace:
+        return u"trace";
+    case Fate::Origin:
+        return u"origin";
+    case Fate::Connect:
+        return u"connect";
+    case Fate::Shape:
+        return u"shape";
+    case Fate::Waiting:
+        return u"waiting";
+    case Fate::Emptied:
+        break;
+    }
+    return u"emptied";
+}
+
+void Readings::TextReceived(platform::TextSource source, TextView characters) {
+    for (platform::ReadingLog* observer : Observers_)
+        observer->TextReceived(source, characters);
+}
+
+void Readings::TextEmptied(TextView characters) {
+    for (platform::ReadingLog* observer : Observers_)
+        observer->TextEmptied(characters);
+}
+
+void Readings::ReadingJudged(const platform::Verdict& verdict) {
+    Verdicts_.push_back(verdict);
+    for (platform::ReadingLog* observer : Observers_)
+        observer->ReadingJudged(verdict);
+}
+
+void Readings::RowChanged(const platform::RowChange& change) {
+    for (platform::ReadingLog* observer : Observers_)
+        observer->RowChanged(change);
+}
+
+} // namespace companion

@@ -1,0 +1,190 @@
+// SPDX-License-Identifier: MIT
+// Everything that can become of a reading, made to happen through the console.
+#include "tests/unit/apps/quorin-console/console_run.h"
+
+namespace console {
+namespace {
+
+using testing::ElementsAre;
+using testing::ElementsAreArray;
+
+std::string Line(const std::string& tag, const std::string& value) {
+    return "[" + tag + " \"" + value + "\"]\r\n";
+}
+
+std::string Blob(const std::string& lines, const std::string& end = "[/BLob]") {
+    return "[BLob]\r\n" + lines + end + "\r\n";
+}
+
+std::string Result(const std::string& type, const std::string& value) {
+    return Line("RESULT_TYPE", type) + Line("RESULT_VALUE", value) + Line("RESULT_UNIT", "%");
+}
+
+std::string Sent(const std::string& text) {
+    return "receive " + Json(text).dump();
+}
+
+std::string From(const std::string& origin, const std::string& type, const std::string& value) {
+    return Sent(Blob(Line("ORIGIN", origin) + Result(type, value)));
+}
+
+const std::string Connect = Sent(Blob(Line("CONNECT", "QI-1")));
+const std::string Moisture = From("QI-1", "Moisture", "14.1");
+const std::string Quiet = "tick 1500";
+
+/// One way in which readings can end.
+struct FateRow {
+    const char* Name;
+    Words Commands;              ///< after the instrument has connected, with a record on the screen
+    Words Verdicts;              ///< one for each reading, in order
+    const char* Field = nullptr; ///< of the last reading; null for none
+};
+
+void PrintTo(const FateRow& row, std::ostream* out) {
+    *out << row.Name;
+}
+
+const FateRow Fates[] = {
+    {"Taken", {Moisture, Quiet}, {"taken"}, "Moisture"},
+    {"Replaced", {Moisture, Quiet, Moisture, Quiet, "answer yes"}, {"taken", "replaced"}, "Moisture"},
+    {"Kept", {Moisture, Quiet, Moisture, Quiet, "answer no"}, {"taken", "kept"}, "Moisture"},
+    {"OffScreenUnderACalendar", {"tap 3 1", Moisture, Quiet}, {"offscreen"}},
+    {"OpenFieldOfAnotherRow", {"tap 1 1", Moisture, Quiet}, {"openfield"}, "Site"},
+    {"OpenFieldOfItsOwnRow", {"tap 0 1", Moisture, Quiet}, {"openfield"}, "Moisture"},
+    {"NoRow", {From("QI-1", "Bogus", "1"), Quiet}, {"norow"}},
+    {"NoColumn", {From("QI-1", "Extra", "1"), Quiet}, {"nocolumn"}, "Extra"},
+    {"NoType", {Sent(Blob(Line("RESULT_VALUE", "7") + Line("RESULT_UNIT", "%"))), Quiet}, {"notype"}, "Site"},
+    {"OffScreen", {"choose Close", Moisture, Quiet}, {"offscreen"}},
+    {"Trace", {"command BLUETOOTH DEBUG...", Quiet, Moisture, Quiet}, {"trace"}},
+    {"Origin", {From("QI-2", "Moisture", "1"), Quiet}, {"origin"}},
+    {"Connect", {Sent(Blob(Line("CONNECT", "QI-3") + Result("Moisture", "1"))), Quiet}, {"connect"}},
+    {"Shape", {Sent(Blob(Result("Moisture", "1"), "[/BLob 2]")), Moisture, Quiet}, {"shape", "waiting"}},
+    {"Waiting",
+     {Moisture, From("QI-2", "Moisture", "1"), Quiet, From("QI-1", "Humidity", "50"), Quiet},
+     {"origin", "waiting", "taken", "taken"},
+     "Humidity"},
+    {"Emptied",
+     {Moisture, Quiet, Moisture, Quiet, From("QI-1", "Humidity", "50"), "answer no"},
+     {"taken", "kept", "emptied"}},
+    {"SeveralOfOneBLob",
+     {Sent(Blob(Result("Moisture", "1") + Result("Bogus", "2") + Result("Humidity", "3"))), Quiet},
+     {"taken", "norow", "taken"},
+     "Humidity"},
+};
+
+class FateOfAReading : public Console, public testing::WithParamInterface<FateRow> {
+protected:
+    FateOfAReading() {
+        Root.Put("Quorin/meter.txt",
+                 "FIELDNAME|VISIBLE|COPY|BLOB|DISPLAY|CSVNAME|DATATYPE|FORMULA\n"
+                 "Moisture|1||Moisture||||\nSite|1||||||\nHumidity|1||Humidity||||\nDay|1|||||DATE|\n"
+                 "Extra|1||Extra||||\n");
+        Root.Put("Quorin/qrn0001.txt", "Moisture|Site|Humidity|Day\n|||\n");
+    }
+
+    Outcome Play(const Words& commands, const Words& options = {"--verdicts"}) {
+        return Tell(Joined({OpenTheDownload, {Connect, Quiet}, commands}), options);
+    }
+};
+
+/// The events of the readings.
+std::vector<Json> Readings(const Outcome& run) {
+    std::vector<Json> readings;
+    for (const Json& event : run.All("event")) {
+        if (event["event"] == "reading")
+            readings.push_back(event);
+    }
+    return readings;
+}
+
+TEST_P(FateOfAReading, HasItsVerdict) {
+    const Outcome run = Play(GetParam().Commands);
+    Words verdicts;
+    for (const Json& reading : Readings(run))
+        verdicts.push_back(reading["verdict"]);
+    ASSERT_THAT(verdicts, ElementsAreArray(GetParam().Verdicts)) << run.Output;
+    const Json field = Readings(run).back()["field"];
+    EXPECT_EQ(field, GetParam().Field != nullptr ? Json(GetParam().Field) : Json());
+}
+
+TEST_P(FateOfAReading, IsNotReportedUnlessItIsAskedFor) {
+    EXPECT_EQ(Play(GetParam().Commands, {}).Output.find("\"verdict\""), std::string::npos);
+}
+
+INSTANTIATE_TEST_SUITE_P(Each, FateOfAReading, testing::ValuesIn(Fates),
+                         [](const auto& row) { return row.param.Name; });
+
+TEST_F(FateOfAReading, IsNoRecordIfTheFileCantBeMade) {
+    std::filesystem::remove(Root.Path() / "Quorin/qrn0001.txt");
+    const Outcome run = Tell({"choose Start...", "choose Ok", "disk fail -1", "choose Open", "disk ok", "tick 500",
+                              Connect, Quiet, Moisture, Quiet},
+                             {"--verdicts"});
+    ASSERT_EQ(Readings(run).size(), 1U) << run.Output;
+    EXPECT_EQ(Readings(run)[0]["verdict"], "norecord");
+}
+
+TEST_F(FateOfAReading, IsReportedWithAllThatIsKnown) {
+    const Outcome run = Play({From("QI-1", "Moisture", "14.1"), Quiet});
+    ASSERT_EQ(Readings(run).size(), 1U);
+    EXPECT_EQ(Readings(run)[0].dump(),
+              R"({"event":"reading","verdict":"taken","types":["Moisture"],"value":"14.1","unit":"%","origin":"QI-1",)"
+              R"("row":0,"field":"Moisture","file":"qrn0001.txt"})");
+}
+
+TEST_F(FateOfAReading, IsReportedWithTheExpectedOrigin) {
+    const Outcome run = Play({From("QI-2", "Moisture", "14.1"), Quiet});
+    ASSERT_EQ(Readings(run).size(), 1U);
+    EXPECT_EQ(Readings(run)[0].dump(),
+              R"({"event":"reading","verdict":"origin","types":["Moisture"],"value":"14.1","unit":"%","origin":"QI-2",)"
+              R"("row":null,"field":null,"file":null,"expected":"QI-1"})");
+}
+
+TEST_F(FateOfAReading, IsFollowedByTheSaveOfItsRecord) {
+    const Outcome run = Play({Moisture, Quiet, "choose New Record", "choose Close"});
+    Words saved;
+    for (const Json& event : run.All("event")) {
+        if (event["event"] == "saved")
+            saved.push_back(event.dump());
+    }
+    EXPECT_THAT(saved, ElementsAre(R"({"event":"saved","file":"qrn0001.txt","row":1})"));
+}
+
+// --- a reading that is taken again ---------------------------------------------------------------------------------
+
+class ReadingTakenAgain : public FateOfAReading {
+protected:
+    Words VerdictsOf(const Words& commands) {
+        const Outcome run = Play(commands);
+        Words verdicts;
+        for (const Json& reading : Readings(run))
+            verdicts.push_back(reading["verdict"]);
+        return verdicts;
+    }
+};
+
+TEST_F(ReadingTakenAgain, GoesIntoTheRecordThatIsOpenThen) {
+    const Outcome run = Play({Moisture, Quiet, "choose New Record", "again 1", Quiet, "choose Close"});
+    EXPECT_EQ(Readings(run).size(), 2U) << run.Output;
+    EXPECT_EQ(Root.Bytes("Quorin/qrn0001.txt"), "Moisture|Site|Humidity|Day\n14.1 %|||\n14.1 %|||\n");
+}
+
+TEST_F(ReadingTakenAgain, WaitsUntilAHalfLineHasItsEnd) {
+    EXPECT_THAT(VerdictsOf({From("QI-1", "Bogus", "1"), Quiet, Sent("[BLob]\r\n[RESULT_TY"), "again 1", Quiet}),
+                ElementsAre("norow"));
+    EXPECT_THAT(VerdictsOf({From("QI-1", "Bogus", "1"), Quiet, Sent("half"), "again 1", Sent(" a line\r\n"), Quiet}),
+                ElementsAre("norow", "norow"));
+}
+
+TEST_F(ReadingTakenAgain, NeedsARecordOrTheTraceOnTheScreen) {
+    const Outcome run = Play({Moisture, Quiet, "choose Close", "again 1"});
+    EXPECT_EQ(run.Last("done").value("error", ""), "neither a record nor the trace is on the screen");
+}
+
+TEST_F(ReadingTakenAgain, NeedsTheNumberOfAReading) {
+    for (const char* number : {"0", "2", "-1", "x", ""})
+        EXPECT_NE(Play({Moisture, Quiet, std::string("again ") + number}).Last("done").value("error", ""), "")
+            << number;
+}
+
+} // namespace
+} // namespace console
