@@ -55,7 +55,8 @@ void DeliverAgain() {
     Device().readingLog.TextReceived(platform::TextSource::Again, Receive.Again);
     Receive.RxText.swap(Receive.Again);
     Receive.LinkWanted = true;
-    Receive.BlobEndSeen = TakeCompleteLines();
+    if (TakeCompleteLines())
+        Receive.BlobEndSeen = true;
 }
 
 void KeepLink() {
