@@ -302,13 +302,15 @@ std::vector<platform::Reading> ResultsOf(TextView blob) {
 }
 
 platform::Reading CurrentResult(const DecoderState& decoder) {
-    const Text& origin = decoder.ResultVars.front();
-    return {decoder.ResultTypes,
-            decoder.ResultValue,
-            decoder.ResultUnit,
-            decoder.ResultVars,
-            origin.substr(std::min(OriginVariable.size(), origin.size())),
-            decoder.ResultBlob};
+    platform::Reading reading;
+    reading.Types = decoder.ResultTypes;
+    reading.Value = decoder.ResultValue;
+    reading.Unit = decoder.ResultUnit;
+    reading.Variables = decoder.ResultVars;
+    if (!reading.Variables.empty() && reading.Variables.front().starts_with(OriginVariable))
+        reading.Origin = reading.Variables.front().substr(OriginVariable.size());
+    reading.Blob = decoder.ResultBlob;
+    return reading;
 }
 
 bool NextResult(DecoderState& decoder) {
