@@ -16,7 +16,7 @@ backends::DeviceOptions OptionsFor(const std::string& root, const std::string& p
 }
 
 BenchDevice::BenchDevice(const std::string& root, const std::string& port)
-    : Platform(OptionsFor(root, port), Commands, Watcher) {
+    : Host(OptionsFor(root, port)), Platform(Host, Commands, Watcher) {
     Platform.StartProgram();
 }
 

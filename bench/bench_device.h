@@ -31,6 +31,7 @@ public:
 private:
     BenchWatcher Watcher;
     backends::NoCommands Commands;
+    backends::HostDevice Host;
 
 public:
     backends::headless::HeadlessPlatform Platform;

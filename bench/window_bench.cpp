@@ -63,8 +63,8 @@ protected:
 class RecordInAWindow {
 public:
     explicit RecordInAWindow(const std::string& root)
-        : Pump([](const backends::ProgramOver&) -> int { Fail("the window has ended"); }),
-          Device(OptionsFor(root), {}, Pump, Commands, Watcher) {
+        : Pump([](const backends::ProgramOver&) -> int { Fail("the window has ended"); }), Host(OptionsFor(root)),
+          Device(Host, {}, Pump, Commands, Watcher) {
         Device.StartProgram();
         Device.window.activateWindow();
         if (!QTest::qWaitForWindowActive(&Device.window))
@@ -106,6 +106,7 @@ private:
     backends::NoCommands Commands;
     BenchWatcher Watcher;
     backends::qt::QtPump Pump;
+    backends::HostDevice Host;
     backends::qt::QtPlatform Device;
     FrameWatch Watch;
     bool Down = true; ///< through the record, and up again

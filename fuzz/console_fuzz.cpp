@@ -42,7 +42,8 @@ void Play(const fuzz::Place& place, const std::string& script, std::int32_t devi
     options.DeviceType = deviceType;
     options.Root = place.Root().string();
     options.StartMoment = *backends::MomentFromText("2007-03-05T09:30:00");
-    backends::headless::HeadlessPlatform device(options, session, session.Out());
+    backends::HostDevice host(options);
+    backends::headless::HeadlessPlatform device(host, session, session.Out());
     device.runTime.Rest = [](std::int32_t) {}; // there is nobody else to wait for
     session.Use(device);
     try {

@@ -3,7 +3,7 @@
 // however they are cut, and nothing in them stops the program.
 #include "fuzz/technician.h"
 
-#include "backends/serial/serial_text.h"
+#include "backends/port/serial_text.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t count) {
     static const fuzz::Place place;

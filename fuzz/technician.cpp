@@ -33,7 +33,8 @@ backends::DeviceOptions OnPlace(const Place& place, std::int32_t deviceType) {
 
 } // namespace
 
-Technician::Technician(const Place& place, std::int32_t deviceType) : Device(OnPlace(place, deviceType), *this, *this) {
+Technician::Technician(const Place& place, std::int32_t deviceType)
+    : Host(OnPlace(place, deviceType)), Device(Host, *this, *this) {
     Device.runTime.Rest = [](std::int32_t) {}; // there is nobody else to wait for
     platform::Install(&Device.record);
     modQuorin::ResetModules();

@@ -31,6 +31,7 @@ public:
     Text Answer = u"Answer"; ///< to prompts
     std::string Boxes;       ///< the messages of all boxes, each with a line end
 
+    backends::HostDevice Host;
     backends::headless::HeadlessPlatform Device;
 
 private:

@@ -155,8 +155,8 @@ std::string DeviceTable() {
         const auto& volume = profile.Volume;
         table << "  " << std::left << std::setw(12) << profile.Name << "type " << platform::NumberOf(profile.Kind)
               << ", " << profile.Device << ": " << profile.Screen.Width << "x" << profile.Screen.Height << ", version "
-              << profile.OsVersion << ", volume " << modStringTools::ToBytes(volume.Root) << "="
-              << volume.Kilobytes.value_or(0) << "\n";
+              << profile.OsVersion << ", volume " << modStringTools::ToBytes(volume.Root) << "=" << volume.Kilobytes
+              << "\n";
     }
     return table.str();
 }

@@ -2,13 +2,14 @@
 #include "apps/quorin-console/console_main.h"
 #include "apps/start/process.h"
 #include "backends/headless/headless_platform.h"
-#include "backends/loop/end_signals.h"
+#include "backends/host/end_signals.h"
 #include "src/app/start_up.h"
 
 namespace {
 
 int RunHeadless(const console::Options& options, console::Session& session) {
-    backends::headless::HeadlessPlatform device(options.Device, session, session.Out());
+    backends::HostDevice host(options.Device);
+    backends::headless::HeadlessPlatform device(host, session, session.Out());
     session.Use(device);
     backends::EndSignals signals;
     session.EndBy(signals);

@@ -254,7 +254,7 @@ Error RunNamed(const Target& target, const std::string& rest) {
     const auto number = words.size() == 2 && words[0] == "fail" ? SmallNumber(words[1]) : std::nullopt;
     if (!number && words != Arguments{"ok"})
         return "needs fail NUMBER or ok";
-    target.Device.connections.SetOutcome(number.value_or(platform::NoError));
+    target.Device.host.connections.SetOutcome(number.value_or(platform::NoError));
     return Done;
 }
 
@@ -263,7 +263,7 @@ Error RunDisk(const Target& target, const std::string& rest) {
     const auto count = words.size() == 2 && words[0] == "fail" ? SmallNumber(words[1]) : std::nullopt;
     if ((!count || *count < -1) && words != Arguments{"ok"})
         return "needs fail N or ok";
-    target.Device.faults.FailNext(count.value_or(0));
+    target.Device.host.faults.FailNext(count.value_or(0));
     return Done;
 }
 

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "apps/quorin-console/writer.h"
-#include "backends/loop/back_end.h"
+#include "backends/host/host_back_end.h"
 
 #include <string>
 
@@ -11,7 +11,7 @@ namespace console {
 
 /// The device that a command works on, and where it writes its output.
 struct Target {
-    backends::BackEnd& Device;
+    backends::HostBackEnd& Device;
     Writer& Out;
 };
 

@@ -8,13 +8,25 @@
 #include <array>
 #include <cerrno>
 #include <iostream>
+#include <poll.h>
 #include <unistd.h>
 
 namespace console {
 
 using backends::ProgramOver;
 
+namespace {
+
+bool CanBeRead(int descriptor) {
+    pollfd waiting{descriptor, POLLIN, 0};
+    return ::poll(&waiting, 1, 0) > 0;
+}
+
+} // namespace
+
 void LineReader::Read() {
+    if (AtEnd_ || !CanBeRead(Input_))
+        return;
     std::array<char, 65536> block;
     const ssize_t count = ::read(Input_, block.data(), block.size());
     if (count < 0 && (errno == EINTR || errno == EAGAIN))
@@ -55,10 +67,11 @@ bool OutputWatch::RaiseWhatIsPending() {
     return false;
 }
 
-void Session::Use(backends::BackEnd& used) {
+void Session::Use(backends::HostBackEnd& used) {
     Device_ = &used;
     OutputWatch_.emplace(Writer_, used.loop);
     used.loop.Listen(*OutputWatch_);
+    used.pump.WakenByCommands(*this);
     Ending_.emplace(used);
     if (Verdicts)
         used.readings.Add(Writer_);
@@ -69,6 +82,7 @@ void Session::Use(backends::BackEnd& used) {
 void Session::EndBy(backends::EndSignals& signals) {
     signals.Raised = [this](const std::string& name) { Ending_->Begin(name); };
     Device_->loop.Listen(signals);
+    Device_->pump.WakenBy(signals);
 }
 
 void Session::Run() {

@@ -3,7 +3,8 @@
 #pragma once
 
 #include "apps/quorin-console/writer.h"
-#include "backends/loop/end_signals.h"
+#include "backends/host/end_signals.h"
+#include "backends/host/host_back_end.h"
 #include "backends/loop/ending.h"
 
 #include <deque>
@@ -20,6 +21,7 @@ public:
     bool HasLine() const { return !Lines_.empty(); }
     bool Ended() const { return AtEnd_; }
     int Descriptor() const { return AtEnd_ ? -1 : Input_; }
+    /// Takes what has arrived, without waiting for more.
     void Read();
     std::string Take();
 
@@ -36,7 +38,6 @@ private:
 class OutputWatch final : public backends::EventSource {
 public:
     OutputWatch(const Writer& writer, backends::EventLoop& loop) : Out_(writer), Loop_(loop) {}
-    int Descriptor() override { return -1; }
     bool RaiseWhatIsPending() override;
 
 private:
@@ -44,7 +45,7 @@ private:
     backends::EventLoop& Loop_;
 };
 
-class Session final : public backends::CommandSource {
+class Session final : public backends::CommandSource, public backends::Waitable {
 public:
     /// Reads commands from a descriptor. If `stopAtFailure`, the first command that fails is the last one.
     Session(int input, std::ostream& out, bool stopAtFailure, OutputFor reader = OutputFor::Programs)
@@ -52,7 +53,7 @@ public:
 
     /// Sets the device for the commands. The device must have been created with this session as its source of commands
     /// and as its watcher.
-    void Use(backends::BackEnd& used);
+    void Use(backends::HostBackEnd& used);
     /// From now on a signal ends the program; the record on the screen is saved as by Back.
     void EndBy(backends::EndSignals& signals);
     /// Starts the program and runs commands until the program is over.
@@ -71,9 +72,10 @@ public:
     void AboutToWait(int nesting) override;
     bool HasCommand() override { return Reader_.HasLine() || !OwnAnswer().empty(); }
     bool Ended() override { return Reader_.Ended(); }
-    int Descriptor() override { return Reader_.Descriptor(); }
     void TakeInput() override { Reader_.Read(); }
     void RunCommand() override;
+
+    int Descriptor() const override { return Reader_.Descriptor(); }
 
 private:
     std::string OwnAnswer() const;
@@ -83,7 +85,7 @@ private:
     bool Strict_;
     Writer Writer_;
     LineReader Reader_;
-    backends::BackEnd* Device_ = nullptr;
+    backends::HostBackEnd* Device_ = nullptr;
     std::optional<OutputWatch> OutputWatch_;
     std::optional<backends::Ending> Ending_;
     std::vector<std::string> OpenCommands_; ///< their words, the innermost last

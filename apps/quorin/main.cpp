@@ -108,13 +108,15 @@ std::string FindPlaces(quorin::Options& options) {
     options.Device.Ports.Find = [](std::int32_t number) { return backends::PortPath(number); };
     backends::NoCommands commands;
     quorin::WindowWatch watch;
+    std::optional<backends::HostDevice> host;
     std::optional<backends::qt::QtPlatform> device;
     std::optional<quorin::WindowEnd> end;
     backends::qt::QtPump pump([&end](const ProgramOver& over) { return end->Over(over); });
     backends::qt::WindowOptions looks;
     looks.Scale = options.Scale;
     looks.Profile = backends::ProfileOfType(options.Device.DeviceType);
-    device.emplace(options.Device, looks, pump, commands, watch);
+    host.emplace(options.Device);
+    device.emplace(*host, looks, pump, commands, watch);
     watch.Attach(*device);
     device->onlooker.notices.Raise(companion::DataFolder(modStringTools::FromBytes(options.Device.Root)));
     if (!warning.empty())

@@ -31,6 +31,7 @@ void EndWithoutDisplay() {
 WindowEnd::WindowEnd(backends::qt::QtPlatform& device, WindowWatch& watch, backends::EndSignals& signals)
     : Device_(device), Watch_(watch), Last_(device) {
     device.loop.Listen(signals);
+    device.pump.WakenBy(signals);
     signals.Raised = [this](const std::string& name) { Begin(name); };
     device.SessionEnds = [this] { Begin("the end of the session"); };
     Only = this;
@@ -74,7 +75,7 @@ int WindowEnd::Over(const ProgramOver& over) {
 
 void WindowEnd::WithoutDisplay() {
     Only = nullptr;
-    Device_.faults.Working = nullptr; // these two would handle window events
+    Device_.host.faults.Working = nullptr; // these two would handle window events
     Device_.runTime.Rest = [](std::int32_t milliseconds) {
         std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
     };

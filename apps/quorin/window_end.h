@@ -3,7 +3,7 @@
 #pragma once
 
 #include "apps/quorin/window_watch.h"
-#include "backends/loop/end_signals.h"
+#include "backends/host/end_signals.h"
 #include "backends/loop/ending.h"
 #include "backends/qt/qt_platform.h"
 

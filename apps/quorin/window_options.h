@@ -3,7 +3,7 @@
 #pragma once
 
 #include "apps/options/command_line.h"
-#include "backends/loop/back_end.h"
+#include "backends/host/host_device.h"
 
 #include <string>
 

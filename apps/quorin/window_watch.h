@@ -31,7 +31,6 @@ public:
     void CloseBox() { Box_.reset(); }
 
     // Updates the line in each round of the loop; the link's timer causes one at least twice a second.
-    int Descriptor() override { return -1; }
     bool RaiseWhatIsPending() override;
 
 private:

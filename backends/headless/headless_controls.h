@@ -196,7 +196,6 @@ public:
     void SetFocus() override;
     void ActOnKey(std::int32_t keyCode) override;
 
-    int Descriptor() override { return -1; }
     bool RaiseWhatIsPending() override { return RaisePainting(); }
 
     HeadlessGrid* Follower = nullptr; ///< takes its columns from this grid: it is painted again whenever this one is

@@ -6,29 +6,10 @@
 
 namespace backends::headless {
 
-HeadlessPlatform::HeadlessPlatform(const DeviceOptions& options, CommandSource& commands, Watcher& watcher)
-    : BackEnd(options, static_cast<PollPump&>(*this), commands, watcher), boxes(loop, watcher),
-      controls{
-          .form = form,
-          .grdTitle = grdTitle,
-          .grdMain = grdMain,
-          .txtInputField = txtInputField,
-          .cboInputField = cboInputField,
-          .cbotxtInputField = cbotxtInputField,
-          .dteInputField = dteInputField,
-          .lstHoldMenu = lstHoldMenu,
-          .lblStatus = lblStatus,
-          .scrollBar = scrollBar,
-          .menuTitles = {&menuTitles[0], &menuTitles[1]},
-          .menuItems = {Pointers(menuItems[0]), Pointers(menuItems[1])},
-          .fonts = fonts,
-          .boxes = boxes,
-      },
+HeadlessPlatform::HeadlessPlatform(HostDevice& device, CommandSource& commands, Watcher& watcher)
+    : HostBackEnd(device, static_cast<PollPump&>(*this), commands, watcher), HeadlessControls(focus, loop, watcher),
       record(RecordOf(controls)) {
-    loop.Listen(grdTitle);
-    loop.Listen(grdMain);
     DesignControls(controls);
-    WireEvents(*this, watcher);
     boxes.Opening = [this] {
         if (grdMain.HandIsDown)
             tmrHoldEvent.SetEnabled(false);

@@ -2,35 +2,16 @@
 // A whole device without a window.
 #pragma once
 
-#include "backends/headless/font_server.h"
-#include "backends/headless/headless_controls.h"
+#include "backends/headless/headless_control_set.h"
 #include "backends/headless/poll_pump.h"
-#include "backends/loop/back_end.h"
-
-#include <array>
+#include "backends/host/host_back_end.h"
 
 namespace backends::headless {
 
-class HeadlessPlatform final : private PollPump, public BackEnd {
+class HeadlessPlatform final : private PollPump, public HostBackEnd, public HeadlessControls {
 public:
-    HeadlessPlatform(const DeviceOptions& options, CommandSource& commands, Watcher& watcher);
+    HeadlessPlatform(HostDevice& device, CommandSource& commands, Watcher& watcher);
 
-    HeadlessForm form;
-    HeadlessGrid grdTitle{focus, "grdTitle"};
-    HeadlessGrid grdMain{focus, "grdMain"};
-    HeadlessTextBox txtInputField{focus, "txtInputField"};
-    HeadlessComboBox cboInputField{focus, "cboInputField"};
-    HeadlessTextBox cbotxtInputField{focus, "cbotxtInputField"};
-    HeadlessDatePicker dteInputField{focus, "dteInputField"};
-    HeadlessListBox lstHoldMenu{focus, "lstHoldMenu"};
-    HeadlessLabel lblStatus{focus, "lblStatus"};
-    HeadlessScrollBar scrollBar;
-    std::array<HeadlessMenuItem, 2> menuTitles;
-    std::array<std::array<HeadlessMenuItem, MenuItemCount>, 2> menuItems; ///< of each menu, item i is at index i - 1
-    HeadlessFonts fonts;
-    DeviceBoxes boxes;
-
-    Controls controls;
     Platform record;
 
     const Controls& Seen() const override { return controls; }

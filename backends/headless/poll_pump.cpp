@@ -5,7 +5,7 @@
 
 namespace backends::headless {
 
-void PollPump::Sleep(const std::vector<int>& descriptors, int milliseconds) {
+void PollPump::SleepOn(const std::vector<int>& descriptors, int milliseconds) {
     std::vector<pollfd> waiting;
     waiting.reserve(descriptors.size());
     for (const int descriptor : descriptors)

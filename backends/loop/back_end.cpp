@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "backends/loop/back_end.h"
 
-#include "companion/words.h"
 #include "src/app/form.h"
 #include "src/app/start_up.h"
 #include "src/view/display_state.h"
@@ -18,28 +17,6 @@ constexpr std::int32_t RepaintInterval = 100;
 const Text DesignFont = u"AFPalm";
 constexpr std::int32_t DesignFontSize = 8;
 
-DeviceClock ClockFor(const DeviceOptions& options) {
-    return options.RealClock ? DeviceClock() : DeviceClock(options.StartMoment);
-}
-
-std::vector<HostVolume> VolumesFor(const DeviceOptions& options) {
-    if (!options.Volumes.empty())
-        return options.Volumes;
-    return {ProfileOfType(options.DeviceType).Volume};
-}
-
-DeviceSystem SystemFor(const DeviceOptions& options) {
-    const DeviceProfile& profile = ProfileOfType(options.DeviceType);
-    const Text version = modStringTools::FromBytes(profile.OsVersion);
-    return {options.DeviceType, options.OsVersion.value_or(version), options.User,
-            options.Screen.value_or(profile.Screen)};
-}
-
-SettingsFile SettingsFor(const DeviceOptions& options) {
-    return options.Settings.empty() ? SettingsFile(PathMap(options.Root), u".\\settings.ini")
-                                    : SettingsFile(options.Settings);
-}
-
 } // namespace
 
 Box PixelsOf(const Form& form) {
@@ -48,38 +25,25 @@ Box PixelsOf(const Form& form) {
             twips.Height / form.TwipsPerPixelY()};
 }
 
-BackEnd::BackEnd(const DeviceOptions& options, Pump& pump, CommandSource& commands, Watcher& watcher)
-    : clock(ClockFor(options)), loop(clock, commands, pump), tmrBlue(loop, LinkInterval, true, frmQuorin::tmrBlue_Tick),
+BackEnd::BackEnd(const DeviceParts& parts, Pump& pump, CommandSource& commands, Watcher& watcher)
+    : clock(parts.clock), loop(clock, commands, pump), tmrBlue(loop, LinkInterval, true, frmQuorin::tmrBlue_Tick),
       tmrHoldEvent(loop, HoldInterval, false, frmQuorin::tmrHoldEvent_Tick),
-      tmrMenus(loop, RepaintInterval, false, frmQuorin::tmrMenus_Tick), system(SystemFor(options)),
-      keys(watcher, focus), serial(options.Ports, frmQuorin::serConnection_Receive), tones(watcher), runTime(loop),
-      volumes(VolumesFor(options), PathMap(options.Root)), hostFiles(PathMap(options.Root)), files(hostFiles, faults),
-      hostDatabases(PathMap(options.Root)), databases(hostDatabases, faults), settingsFile(SettingsFor(options)),
-      settings(settingsFile, faults), onlooker(clock, watcher),
-      Connections_(options.Connections != nullptr ? *options.Connections : connections) {
-    const Text keptOn = settingsFile.Get(u"Quorin", u"Settings", u"StorageVolume", u"");
-    const bool inMemory = TraitsOf(options.DeviceType).IsMemory(keptOn); // memory is never removed
-    volumes.MakeFolders(inMemory ? Text() : keptOn);
-    faults.NotStored = [this](const Text& setting, ErrorNumber error) { onlooker.NotSaved(setting, ErrorText(error)); };
-    Rights = {.Lost =
-                  [this](const std::string& file) {
-                      onlooker.notices.Raise(companion::RightsNotKept(modStringTools::FromBytes(file)));
-                  },
-              .Told = {}};
-    loop.Begins = [this] { BeginOperation(); };
+      tmrMenus(loop, RepaintInterval, false, frmQuorin::tmrMenus_Tick), system(parts.system), keys(watcher, focus),
+      serial(parts.serial), connections(parts.connections), tones(watcher), runTime(loop), onlooker(clock, watcher),
+      volumes(parts.volumes), files(parts.files), databases(parts.databases), settings(parts.settings, onlooker) {
+    serial.Received = frmQuorin::serConnection_Receive;
     loop.Listen(serial);
     loop.Listen(keys);
     loop.Listen(onlooker);
 }
 
-/// A wait for another program must not be taken for a sleep of the device: after one the port would be reopened.
-void BackEnd::BeginOperation() {
-    if (hostDatabases.Patience.Renew())
-        frmQuorin::Form.lastTimerEvent = clock.SteadySeconds();
+BackEnd::~BackEnd() {
+    serial.Received = nullptr;
+    serial.Held = nullptr;
 }
 
-BackEnd::~BackEnd() {
-    Rights = {};
+void BackEnd::WasHeldUp() {
+    frmQuorin::Form.lastTimerEvent = clock.SteadySeconds();
 }
 
 Platform BackEnd::RecordOf(const Controls& controls) {
@@ -106,7 +70,7 @@ Platform BackEnd::RecordOf(const Controls& controls) {
         .myCsys = system,
         .hardwareKeys = keys,
         .serConnection = serial,
-        .connectionService = Connections_,
+        .connectionService = connections,
         .toneMaker = tones,
         .messageBox = controls.boxes,
         .settings = settings,
@@ -147,8 +111,7 @@ void BackEnd::HoldLinkUnderPile(DeviceBoxes& boxes) {
     const auto held = [&boxes] { return boxes.Piled(); };
     serial.Held = held;
     tmrBlue.Held = held;
-    // Held ticks must not be taken for a sleep of the device, which would reset the link.
-    boxes.PileLeft = [this] { frmQuorin::Form.lastTimerEvent = clock.SteadySeconds(); };
+    boxes.PileLeft = [this] { WasHeldUp(); }; // no tick was raised meanwhile
 }
 
 void BackEnd::StartProgram() {

@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <ctime>
 
 namespace backends {
 
@@ -29,21 +28,6 @@ bool IsDigits(const std::string& text, const char* form) {
             return false;
     }
     return true;
-}
-
-std::int64_t Count(clockid_t clock) {
-    std::timespec now{};
-    ::clock_gettime(clock, &now);
-    return static_cast<std::int64_t>(now.tv_sec) * MsPerSecond + now.tv_nsec / 1000000;
-}
-
-/// Returns the machine's local time as milliseconds since 1970.
-std::int64_t MachineMilliseconds() {
-    const std::int64_t now = Count(CLOCK_REALTIME);
-    const auto whole = static_cast<std::time_t>(now / MsPerSecond);
-    std::tm local{};
-    localtime_r(&whole, &local);
-    return now + local.tm_gmtoff * MsPerSecond;
 }
 
 /// The numbers of a text like 2007-03-05T09:30:00, or of the first part of one.
@@ -108,8 +92,7 @@ DateTime DeviceClock::Now() const {
     return now;
 }
 
-// CLOCK_MONOTONIC stops while the machine sleeps, and a reading may come right after a sleep.
-DeviceClock::DeviceClock() : SteadyStart_(MachineMilliseconds() - Count(CLOCK_BOOTTIME)) {
+DeviceClock::DeviceClock(MachineTime machine) : Machine_(machine), SteadyStart_(machine.Local() - machine.Steady()) {
 }
 
 float DeviceClock::TimeOfDay() const {
@@ -122,11 +105,11 @@ std::int64_t DeviceClock::SteadySeconds() const {
 }
 
 std::int64_t DeviceClock::LocalMilliseconds() const {
-    return Virtual_ ? Start_ + Passed_ + WallIsOffBy_ : MachineMilliseconds();
+    return Virtual_ ? Start_ + Passed_ + WallIsOffBy_ : Machine_.Local();
 }
 
 std::int64_t DeviceClock::SteadyMilliseconds() const {
-    return Virtual_ ? Start_ + Passed_ : SteadyStart_ + Count(CLOCK_BOOTTIME);
+    return Virtual_ ? Start_ + Passed_ : SteadyStart_ + Machine_.Steady();
 }
 
 std::int64_t DeviceClock::Milliseconds() const {

@@ -22,13 +22,19 @@ std::optional<CalendarDate> DateFromText(const std::string& text);
 /// to 9999.
 CalendarDate DaysLater(const CalendarDate& date, std::int32_t count);
 
+/// The clocks of a machine, in milliseconds.
+struct MachineTime {
+    std::int64_t (*Local)();  ///< local time since 1970, as users have set it
+    std::int64_t (*Steady)(); ///< since any moment; it never goes back, and goes on while the machine sleeps
+};
+
 /// Both clocks in one class: the time of day, and a count of milliseconds for the timers that never goes back.
 class DeviceClock final : public Clock {
 public:
     /// A virtual clock that starts at a moment, in seconds since 1970.
     explicit DeviceClock(std::int64_t startMoment) : Virtual_(true), Start_(startMoment * 1000) {}
     /// The machine's clock.
-    DeviceClock();
+    explicit DeviceClock(MachineTime machine);
 
     bool IsVirtual() const { return Virtual_; }
     DateTime Now() const override;
@@ -48,11 +54,12 @@ private:
     std::int64_t LocalMilliseconds() const;  ///< since 1970, as the clock shows
     std::int64_t SteadyMilliseconds() const; ///< the same without the changes by users since the start
 
+    MachineTime Machine_{}; ///< null for a virtual clock
     bool Virtual_ = false;
     std::int64_t Start_ = 0; ///< time shown by the virtual clock at count 0, in milliseconds since 1970
     std::int64_t Passed_ = 0;
     std::int64_t WallIsOffBy_ = 0;
-    std::int64_t SteadyStart_ = 0; ///< time shown by the machine's clock when CLOCK_BOOTTIME was 0
+    std::int64_t SteadyStart_ = 0; ///< time shown by the machine's clock when its steady count was 0
     std::chrono::steady_clock::time_point Begin_ = std::chrono::steady_clock::now();
 };
 

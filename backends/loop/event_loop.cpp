@@ -3,13 +3,12 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <poll.h>
 
 namespace backends {
 
 namespace {
 
-constexpr std::int64_t LongestSleep = 60000; // milliseconds; poll takes an int
+constexpr std::int64_t LongestSleep = 60000; // milliseconds; a pump takes an int
 
 /// A window may always have something to handle: a caret blinks, and a long text may take longer to paint than one
 /// blink.
@@ -22,11 +21,6 @@ constexpr int MostRounds = 16;
 /// Rounds with much to do may still take long together. In milliseconds; commands and the window wait no longer than
 /// this and one more round.
 constexpr std::int64_t LongestWithoutBreak = 100;
-
-bool CanBeRead(int descriptor) {
-    pollfd waiting{descriptor, POLLIN, 0};
-    return ::poll(&waiting, 1, 0) > 0;
-}
 
 } // namespace
 
@@ -111,15 +105,6 @@ bool EventLoop::HandleDue() {
     return any;
 }
 
-std::vector<int> EventLoop::Descriptors() const {
-    std::vector<int> all;
-    for (EventSource* source : Sources_) {
-        if (source->Descriptor() >= 0)
-            all.push_back(source->Descriptor());
-    }
-    return all;
-}
-
 std::optional<std::int64_t> EventLoop::TimeToNextTick() {
     const LoopTimer* next = Clock_.IsVirtual() ? nullptr : NextTimer();
     if (next == nullptr)
@@ -127,18 +112,14 @@ std::optional<std::int64_t> EventLoop::TimeToNextTick() {
     return std::max<std::int64_t>(next->Due() - Clock_.Milliseconds(), 0);
 }
 
-void EventLoop::Sleep(std::optional<std::int64_t> deadline, bool forCommands) {
-    std::vector<int> descriptors = Descriptors();
-    const int commands = forCommands ? Commands_.Descriptor() : -1;
-    if (commands >= 0)
-        descriptors.push_back(commands);
+void EventLoop::Sleep(std::optional<std::int64_t> deadline, Wake wake) {
     std::optional<std::int64_t> time = TimeToNextTick();
     if (deadline) {
         const std::int64_t left = std::max<std::int64_t>(*deadline - Clock_.Milliseconds(), 0);
         time = std::min(time.value_or(left), left);
     }
-    Pump_.Sleep(descriptors, time ? static_cast<int>(std::min(*time, LongestSleep)) : -1);
-    if (commands >= 0 && CanBeRead(commands))
+    Pump_.Sleep(time ? static_cast<int>(std::min(*time, LongestSleep)) : -1, wake);
+    if (wake == Wake::ByCommandsToo)
         Commands_.TakeInput();
 }
 
@@ -184,7 +165,7 @@ void EventLoop::WaitOnce() {
     else if (Commands_.Ended())
         Leave({ProgramOver::Reason::InputEnded, {}});
     else
-        Sleep(round.Raised ? std::optional(Clock_.Milliseconds()) : std::nullopt, true);
+        Sleep(round.Raised ? std::optional(Clock_.Milliseconds()) : std::nullopt, Wake::ByCommandsToo);
 }
 
 void EventLoop::WaitNested() {
@@ -206,7 +187,7 @@ void EventLoop::PassTime(std::int64_t milliseconds) {
         return;
     }
     for (HandleDue(); !Ending_ && Clock_.Milliseconds() < until; HandleDue())
-        Sleep(until, false);
+        Sleep(until, Wake::ByEvents);
 }
 
 // The caller waits for an answer that will not come, and returning to it is not safe: a prompt that is left takes the

@@ -53,16 +53,15 @@ public:
     virtual void AboutToWait(int nesting) = 0;
     virtual bool HasCommand() = 0; ///< a command can be run without waiting
     virtual bool Ended() = 0;      ///< no more commands will come
-    virtual int Descriptor() = 0;  ///< to wait for more; -1 for none
-    virtual void TakeInput() = 0;  ///< called when the descriptor is ready
+    virtual void TakeInput() = 0;  ///< called after a sleep: takes what has arrived, without waiting for more
     virtual void RunCommand() = 0;
 };
 
-/// A device that the loop listens to.
+/// A device that the loop listens to: it is asked in each round. What wakes the loop from its sleep for it is up to the
+/// pump.
 class EventSource {
 public:
     virtual ~EventSource() = default;
-    virtual int Descriptor() = 0;          ///< -1 while there is none to wait for
     virtual bool RaiseWhatIsPending() = 0; ///< true if an event was raised
 };
 
@@ -72,15 +71,18 @@ struct ProgramOver {
     Text Failure;
 };
 
+/// What ends a sleep before its time.
+enum class Wake { ByEvents, ByCommandsToo };
+
 /// How a back-end sleeps and how it leaves the program.
 class Pump {
 public:
     virtual ~Pump() = default;
     /// Handles the pending events of the window system. Returns true if there were any.
     virtual bool HandlePending() = 0;
-    /// Sleeps until one of the descriptors is readable, the window system has an event, or this many milliseconds have
-    /// passed; -1 means no limit. May return sooner.
-    virtual void Sleep(const std::vector<int>& descriptors, int milliseconds) = 0;
+    /// Sleeps until a source may have an event, the window system has one, a command may have arrived (if `wake` says
+    /// so), or this many milliseconds have passed; -1 means no limit. May return sooner.
+    virtual void Sleep(int milliseconds, Wake wake) = 0;
     /// Unwinds to the caller of the loop, or ends the process.
     [[noreturn]] virtual void Leave(const ProgramOver& over) = 0;
 };
@@ -90,7 +92,7 @@ public:
     EventLoop(DeviceClock& clock, CommandSource& commands, Pump& pump)
         : Clock_(clock), Commands_(commands), Pump_(pump) {}
 
-    /// Called before each round: each one has its own time to wait for other programs.
+    /// Called before each round.
     std::function<void()> Begins;
 
     DeviceClock& Clock() { return Clock_; }
@@ -123,8 +125,6 @@ public:
     std::function<void()> LastAct;
     [[noreturn]] void FinishEnding();
 
-    /// Returns the descriptors of all sources that have one.
-    std::vector<int> Descriptors() const;
     /// Returns the milliseconds until the next timer is due; nothing while no timer runs or the clock is virtual.
     std::optional<std::int64_t> TimeToNextTick();
 
@@ -139,7 +139,7 @@ private:
     bool TakesLong(std::int64_t since) const;
     LoopTimer* NextTimer();
     bool FireNext(std::int64_t until);
-    void Sleep(std::optional<std::int64_t> deadline, bool forCommands);
+    void Sleep(std::optional<std::int64_t> deadline, Wake wake);
 
     DeviceClock& Clock_;
     CommandSource& Commands_;

@@ -36,7 +36,6 @@ public:
     void MailboxClear() override;
 
     // Raises no event: it is an EventSource in order to be called in each round.
-    int Descriptor() override { return -1; }
     bool RaiseWhatIsPending() override;
 
 private:

@@ -11,7 +11,6 @@ public:
     void AboutToWait(int) override {}
     bool HasCommand() override { return false; }
     bool Ended() override { return false; }
-    int Descriptor() override { return -1; }
     void TakeInput() override {}
     void RunCommand() override {}
 };

@@ -23,11 +23,10 @@ ErrorNumber DeviceSerial::SetPortOpen(bool open) {
 
 ErrorNumber DeviceSerial::OpenPort() {
     Heard_ = false;
-    const auto pinned = Paths_.Pinned.find(Id_);
-    OnSource_ = pinned != Paths_.Pinned.end() || Paths_.Find;
-    if (OnSource_) {
-        const SourceTrouble trouble =
-            OpenSource(pinned != Paths_.Pinned.end() ? pinned->second : PathAddress(Paths_.Find(Id_)));
+    const std::optional<PortTarget> target = Sources_.Find(Id_);
+    OnSource_ = target.has_value();
+    if (target) {
+        const SourceTrouble trouble = OpenSource(*target);
         LastOpening_ = trouble.Error;
         Trouble_ = trouble.Why;
     } else {
@@ -39,17 +38,16 @@ ErrorNumber DeviceSerial::OpenPort() {
 
 /// After a source has ended, one opening fails even if a listener or a command is available again at once: without that
 /// the loss of the link would never be seen.
-SourceTrouble DeviceSerial::OpenSource(const PortAddress& address) {
-    Address_ = AddressText(address);
+SourceTrouble DeviceSerial::OpenSource(const PortTarget& target) {
+    Address_ = target.Address;
     if (Address_.empty())
         return {FileNotFound, {}};
-    if (!Source_ || address != AddressOfSource_) {
-        Source_ = MakeSource(address);
-        AddressOfSource_ = address;
+    if (Source_ == nullptr || target.Address != AddressOfSource_)
         Ending_.clear();
-    }
-    if (!Source_)
-        return {NotAvailable, WhyNotBuilt(address)};
+    Source_ = target.Source;
+    AddressOfSource_ = target.Address;
+    if (Source_ == nullptr)
+        return {NotAvailable, target.Refusal};
     if (!Ending_.empty())
         return {NotAvailable, std::exchange(Ending_, {})};
     return Source_->Open(Line_);
@@ -101,7 +99,7 @@ void DeviceSerial::Arrive(Text text) {
 }
 
 void DeviceSerial::TakeFromSource() {
-    if (!Source_)
+    if (Source_ == nullptr)
         return;
     std::string bytes;
     const ReadState state = Source_->TakeAvailable(bytes);
@@ -126,7 +124,8 @@ bool DeviceSerial::RaiseWhatIsPending() {
     if (Threshold_ <= 0 || static_cast<std::int32_t>(Waiting_.size()) < Threshold_)
         return false;
     Given_ = 0;
-    Receive_();
+    if (Received != nullptr)
+        Received();
     Given_ = 0;
     return true;
 }

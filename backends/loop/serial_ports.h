@@ -3,14 +3,11 @@
 #pragma once
 
 #include "backends/loop/event_loop.h"
-#include "backends/serial/byte_sources.h"
-#include "backends/serial/serial_text.h"
+#include "backends/port/port_sources.h"
+#include "backends/port/serial_text.h"
 #include "src/view/platform/device.h"
 
 #include <functional>
-#include <map>
-#include <memory>
-#include <optional>
 #include <string>
 #include <string_view>
 
@@ -18,18 +15,12 @@ namespace backends {
 
 using namespace platform;
 
-/// The source behind each port number.
-struct PortPaths {
-    std::map<std::int32_t, PortAddress> Pinned;
-    /// Called at each opening of a number that is not pinned; an empty path means that there is no device. If it is not
-    /// set, such a port is simulated.
-    std::function<std::string(std::int32_t)> Find;
-};
-
 class DeviceSerial final : public SerialPort, public EventSource {
 public:
-    /// `receive` is the control's receive event.
-    DeviceSerial(PortPaths paths, void (*receive)()) : Paths_(std::move(paths)), Receive_(receive) {}
+    /// `sources` must exist for as long as the port.
+    explicit DeviceSerial(PortSources& sources) : Sources_(sources) {}
+
+    void (*Received)() = nullptr; ///< the control's receive event
 
     void SetPortId(std::int32_t number) override { Id_ = number; }
     void SetLineSettings(const Text& settings) override { Line_ = settings; }
@@ -47,7 +38,6 @@ public:
     std::function<bool()> Held;
     std::size_t WaitingCharacters() const { return Waiting_.size(); }
 
-    int Descriptor() override { return Source_ ? Source_->Descriptor() : -1; }
     bool RaiseWhatIsPending() override;
 
     /// The observer of the line: called with all bytes that arrive, in order, before they are decoded. Text that
@@ -69,13 +59,12 @@ public:
 
 private:
     ErrorNumber OpenPort();
-    SourceTrouble OpenSource(const PortAddress& address);
+    SourceTrouble OpenSource(const PortTarget& target);
     ErrorNumber OpenSimulatedPort();
     void ClosePort();
     void TakeFromSource();
 
-    PortPaths Paths_;
-    void (*Receive_)();
+    PortSources& Sources_;
     std::int32_t Id_ = 0;
     Text Line_;
     std::int32_t Threshold_ = 0;
@@ -83,9 +72,9 @@ private:
     Text Waiting_;
     std::size_t Given_ = 0; ///< characters read by the event being handled
     std::int32_t FailuresLeft_ = 0;
-    PortAddress AddressOfSource_;
-    std::unique_ptr<ByteSource> Source_; ///< of the last opening that used a source
-    bool OnSource_ = false;              ///< the port uses Source, not the simulation
+    ByteSource* Source_ = nullptr; ///< of the last opening that used a source
+    std::string AddressOfSource_;
+    bool OnSource_ = false; ///< the port uses the source, not the simulation
     SerialText Decoder_;
     std::string Ending_; ///< why the source ended, until an opening has reported it
     std::string Address_;

@@ -56,6 +56,13 @@ std::unique_ptr<Tone> WatchedTones::MakeTone(std::int32_t hertz, std::int32_t mi
     return std::make_unique<WatchedTone>(Watcher_, hertz, milliseconds);
 }
 
+ErrorNumber ReportedSettings::Save(const Text& application, const Text& section, const Text& key, const Text& value) {
+    const ErrorNumber error = Inner_.Save(application, section, key, value);
+    if (error != NoError)
+        Watcher_.NotSaved(u"the setting " + key, ErrorText(error));
+    return error;
+}
+
 BoxAnswer DeviceBoxes::Show(const Text& text, BoxButtons buttons, BoxIcon icon, const Text& title) {
     struct Standing {
         std::vector<OpenBox*>& Boxes;

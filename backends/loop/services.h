@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Services without graphics: system object, keys, connection service, tones, message boxes. What they do is reported to
-// a Watcher.
+// Services without graphics: system object, keys, connection service, tones, settings, message boxes. What they do is
+// reported to a Watcher.
 #pragma once
 
 #include "backends/loop/event_loop.h"
@@ -62,7 +62,6 @@ public:
     void Release(std::int32_t keyCode) override { Watcher_.KeyReleased(keyCode); }
     void SendCharacter(std::int32_t character) override;
 
-    int Descriptor() override { return -1; }
     bool RaiseWhatIsPending() override;
 
 private:
@@ -88,6 +87,21 @@ public:
 
 private:
     Watcher& Watcher_;
+};
+
+/// Reports a setting that could not be saved, because the form goes on without a message.
+class ReportedSettings final : public Settings {
+public:
+    ReportedSettings(Settings& inner, SaveWatcher& watcher) : Inner_(inner), Watcher_(watcher) {}
+
+    Text Get(const Text& application, const Text& section, const Text& key, const Text& byDefault) const override {
+        return Inner_.Get(application, section, key, byDefault);
+    }
+    ErrorNumber Save(const Text& application, const Text& section, const Text& key, const Text& value) override;
+
+private:
+    Settings& Inner_;
+    SaveWatcher& Watcher_;
 };
 
 /// Message boxes, which wait in a nested loop. The back-end adds their appearance.

@@ -31,11 +31,11 @@ void QtPump::CameBack() {
 bool QtPump::HandlePending() {
     CameBack();
     if (Loop_ != nullptr)
-        Watch(Loop_->Descriptors()); // one that was closed meanwhile must not be looked at
+        Watch(Descriptors(Wake::ByEvents)); // one that was closed meanwhile must not be looked at
     return QAbstractEventDispatcher::instance()->processEvents(QEventLoop::AllEvents);
 }
 
-void QtPump::Sleep(const std::vector<int>& descriptors, int milliseconds) {
+void QtPump::SleepOn(const std::vector<int>& descriptors, int milliseconds) {
     Watch(descriptors);
     if (milliseconds >= 0)
         Alarm_.start(milliseconds);
@@ -93,7 +93,7 @@ void QtPump::Woken() {
     Loop_->RaiseRound();
     if (Loop_->Ending())
         LeaveLoopsOfQt();
-    Watch(Loop_->Descriptors());
+    Watch(Descriptors(Wake::ByEvents));
     if (const auto time = Loop_->TimeToNextTick())
         Alarm_.start(static_cast<int>(*time));
 }

@@ -2,7 +2,7 @@
 // The event loop's way to Qt's: it sleeps in Qt's event dispatcher, which handles the window's events meanwhile.
 #pragma once
 
-#include "backends/loop/event_loop.h"
+#include "backends/host/host_pump.h"
 
 #include <QSocketNotifier>
 #include <QTimer>
@@ -14,7 +14,7 @@
 
 namespace backends::qt {
 
-class QtPump final : public Pump {
+class QtPump final : public HostPump {
 public:
     /// `over` is told why the program is over and gives the exit status.
     explicit QtPump(std::function<int(const ProgramOver&)> over);
@@ -24,7 +24,7 @@ public:
     void Serve(EventLoop& loop) { Loop_ = &loop; }
 
     bool HandlePending() override;
-    void Sleep(const std::vector<int>& descriptors, int milliseconds) override;
+    void SleepOn(const std::vector<int>& descriptors, int milliseconds) override;
     /// Ends the process at once: a handler may be deep inside of Qt, which can't be unwound.
     [[noreturn]] void Leave(const ProgramOver& over) override;
 

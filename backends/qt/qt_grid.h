@@ -79,7 +79,6 @@ public:
     void SetFocus() override;
     void ActOnKey(std::int32_t keyCode) override;
 
-    int Descriptor() override { return -1; }
     bool RaiseWhatIsPending() override;
 
     GridWidget& Widget() const { return Widget_; }

@@ -37,9 +37,9 @@ std::vector<std::int32_t> CodesOf(const DeviceProfile& profile) {
 
 } // namespace
 
-QtPlatform::QtPlatform(const DeviceOptions& options, const WindowOptions& looks, QtPump& pump, CommandSource& commands,
+QtPlatform::QtPlatform(HostDevice& device, const WindowOptions& looks, QtPump& qtPump, CommandSource& commands,
                        Watcher& watcher)
-    : BackEnd(options, pump, commands, watcher), window(looks.Scale), native(focus, window.Screen()),
+    : HostBackEnd(device, qtPump, commands, watcher), window(looks.Scale), native(focus, window.Screen()),
       form(window.FormWidget()), grdTitle(window.FormWidget(), focus, native, "grdTitle"),
       grdMain(window.FormWidget(), focus, native, "grdMain"),
       txtInputField(window.FormWidget(), focus, native, "txtInputField"),
@@ -65,8 +65,8 @@ QtPlatform::QtPlatform(const DeviceOptions& options, const WindowOptions& looks,
           .fonts = looks.Fonts != nullptr ? *looks.Fonts : fonts,
           .boxes = boxes,
       },
-      record(RecordOf(controls)), Pump_(pump), Scale_(looks.Scale), KeysOfDevice_(CodesOf(looks.Profile)) {
-    pump.Serve(loop);
+      record(RecordOf(controls)), Pump_(qtPump), Scale_(looks.Scale), KeysOfDevice_(CodesOf(looks.Profile)) {
+    qtPump.Serve(loop);
     loop.Listen(grdTitle);
     loop.Listen(grdMain);
     loop.Listen(*this);
@@ -81,6 +81,9 @@ QtPlatform::QtPlatform(const DeviceOptions& options, const WindowOptions& looks,
 
 QtPlatform::~QtPlatform() {
     qApp->removeEventFilter(this);
+    host.faults.Working = nullptr;
+    host.hostDatabases.Patience.Waiting = nullptr;
+    host.hostDatabases.Patience.Shown = nullptr;
 }
 
 void QtPlatform::WireControls() {
@@ -121,11 +124,11 @@ void QtPlatform::WireWindow() {
         window.SetWorking(working);
         menus.FollowIfChanged(); // which are off under the strip
     };
-    faults.Working = [this] { Pump_.Working(); };
+    host.faults.Working = [this] { Pump_.Working(); };
     runTime.Rest = [this](std::int32_t milliseconds) { Pump_.Rest(milliseconds); };
     fonts.Working = [this] { Pump_.Working(); };
-    hostDatabases.Patience.Waiting = [this] { Pump_.Working(); };
-    hostDatabases.Patience.Shown = [this](bool waits) { window.SetWaiting(waits); };
+    host.hostDatabases.Patience.Waiting = [this] { Pump_.Working(); };
+    host.hostDatabases.Patience.Shown = [this](bool waits) { window.SetWaiting(waits); };
     window.KeyPressed = [this](std::int32_t code) {
         HeldButtons_[code] = {code, modQuorin::Screens.CurrentScreen};
         FocusTarget& taker = focus.HolderOr(grdMain);

@@ -2,7 +2,7 @@
 // A whole device in a window.
 #pragma once
 
-#include "backends/loop/back_end.h"
+#include "backends/host/host_back_end.h"
 #include "backends/qt/accessible_grid.h"
 #include "backends/qt/boxes.h"
 #include "backends/qt/keyboard_map.h"
@@ -37,9 +37,9 @@ private:
     float Pixels_;
 };
 
-class QtPlatform final : private QObject, public BackEnd, private EventSource {
+class QtPlatform final : private QObject, public HostBackEnd, private EventSource {
 public:
-    QtPlatform(const DeviceOptions& options, const WindowOptions& looks, QtPump& pump, CommandSource& commands,
+    QtPlatform(HostDevice& device, const WindowOptions& looks, QtPump& qtPump, CommandSource& commands,
                Watcher& watcher);
     ~QtPlatform() override;
 
@@ -99,7 +99,6 @@ private:
     void WireWindow();
 
     // The window's own events, which are raised by the loop and never in the middle of a handler.
-    int Descriptor() override { return -1; }
     bool RaiseWhatIsPending() override;
     void TakeUpSize();
     void BringEditedRowOnPage(std::int32_t top);

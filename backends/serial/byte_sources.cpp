@@ -13,7 +13,7 @@ namespace backends {
 namespace {
 
 /// A serial device or pseudo terminal of this machine, found by its path at each opening.
-class TerminalSource final : public ByteSource {
+class TerminalSource final : public DescriptorSource {
 public:
     explicit TerminalSource(std::string path) : Path_(std::move(path)) {}
 
@@ -29,20 +29,20 @@ private:
 
 struct SourceRow {
     AddressKind Kind;
-    std::unique_ptr<ByteSource> (*Make)(const PortAddress& address);
+    std::unique_ptr<DescriptorSource> (*Make)(const PortAddress& address);
 };
 
 constexpr std::array<SourceRow, 3> Rows = {{
     {AddressKind::Path,
-     [](const PortAddress& address) -> std::unique_ptr<ByteSource> {
+     [](const PortAddress& address) -> std::unique_ptr<DescriptorSource> {
          return std::make_unique<TerminalSource>(address.Target);
      }},
     {AddressKind::Tcp,
-     [](const PortAddress& address) -> std::unique_ptr<ByteSource> {
+     [](const PortAddress& address) -> std::unique_ptr<DescriptorSource> {
          return std::make_unique<TcpSource>(address.Target, address.TcpPort);
      }},
     {AddressKind::Exec,
-     [](const PortAddress& address) -> std::unique_ptr<ByteSource> {
+     [](const PortAddress& address) -> std::unique_ptr<DescriptorSource> {
          return std::make_unique<ChildSource>(address.Target);
      }},
 }};
@@ -63,7 +63,7 @@ std::string WhyNotBuilt(const PortAddress& address) {
     return {};
 }
 
-std::unique_ptr<ByteSource> MakeSource(const PortAddress& address) {
+std::unique_ptr<DescriptorSource> MakeSource(const PortAddress& address) {
     const SourceRow* const row = RowOf(address.Kind);
     return row == nullptr || !address.Profile.empty() ? nullptr : row->Make(address);
 }

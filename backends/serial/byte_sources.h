@@ -2,7 +2,7 @@
 // The implemented sources, one row for each kind of address.
 #pragma once
 
-#include "backends/serial/byte_source.h"
+#include "backends/serial/descriptor_source.h"
 #include "backends/serial/port_address.h"
 
 #include <memory>
@@ -13,6 +13,6 @@ namespace backends {
 std::string WhyNotBuilt(const PortAddress& address);
 
 /// Returns the source of an address, closed; null if the address is not implemented.
-std::unique_ptr<ByteSource> MakeSource(const PortAddress& address);
+std::unique_ptr<DescriptorSource> MakeSource(const PortAddress& address);
 
 } // namespace backends

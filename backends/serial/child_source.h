@@ -3,7 +3,7 @@
 #pragma once
 
 #include "backends/files/host_files.h"
-#include "backends/serial/byte_source.h"
+#include "backends/serial/descriptor_source.h"
 
 #include <sys/types.h>
 
@@ -11,7 +11,7 @@ namespace backends {
 
 /// The command is run by /bin/sh in a session of its own. Its standard input is an empty pipe, which is closed when the
 /// source ends; its standard error is that of this program.
-class ChildSource final : public ByteSource {
+class ChildSource final : public DescriptorSource {
 public:
     explicit ChildSource(std::string command) : Command_(std::move(command)) {}
     ~ChildSource() override { ChildSource::Close(); }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "backends/serial/host_serial_port.h"
 
+#include "backends/serial/descriptor_source.h"
+
 #include <algorithm>
 #include <array>
 #include <cerrno>

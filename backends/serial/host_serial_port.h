@@ -4,7 +4,7 @@
 #pragma once
 
 #include "backends/files/host_files.h"
-#include "backends/serial/byte_source.h"
+#include "backends/port/byte_source.h"
 
 namespace backends {
 

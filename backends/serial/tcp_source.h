@@ -3,7 +3,7 @@
 #pragma once
 
 #include "backends/files/host_files.h"
-#include "backends/serial/byte_source.h"
+#include "backends/serial/descriptor_source.h"
 
 #include <atomic>
 #include <chrono>
@@ -15,7 +15,7 @@
 
 namespace backends {
 
-class TcpSource final : public ByteSource {
+class TcpSource final : public DescriptorSource {
 public:
     TcpSource(std::string host, std::uint16_t port) : Host_(std::move(host)), Port_(port) {}
 

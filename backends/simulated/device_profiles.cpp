@@ -9,10 +9,10 @@ namespace {
 
 constexpr const char* Version = "5.2"; // a version that is possible for every kind of device
 
-const HostVolume DesktopFolder = {u".\\", 65536};
-const HostVolume PalmMemory = {u"Device:\\", 65536};
-const HostVolume WindowsRoot = {u"\\", 65536};
-const HostVolume SymbianDrive = {u"C:\\", 65536};
+const ProfileVolume DesktopFolder = {u".\\", 65536};
+const ProfileVolume PalmMemory = {u"Device:\\", 65536};
+const ProfileVolume WindowsRoot = {u"\\", 65536};
+const ProfileVolume SymbianDrive = {u"C:\\", 65536};
 
 using Keys = std::vector<DeviceKey>;
 

@@ -3,7 +3,7 @@
 // each is in src/view/platform/device_traits.h.
 #pragma once
 
-#include "backends/files/host_volumes.h"
+#include "src/text/text.h"
 #include "src/view/platform/device_traits.h"
 #include "src/view/platform/keys.h"
 
@@ -28,13 +28,18 @@ struct DeviceKey {
     const char* Name = "";
 };
 
+struct ProfileVolume {
+    Text Root; ///< with its trailing `\`
+    std::int64_t Kilobytes = 0;
+};
+
 struct DeviceProfile {
     const char* Name = ""; ///< as in an option: "palm-hires"
     DeviceKind Kind = DeviceKind::Other;
     const char* Device = ""; ///< description for the user
     ScreenSize Screen;
     const char* OsVersion = "";
-    HostVolume Volume; ///< its one volume
+    ProfileVolume Volume; ///< its one volume
     std::vector<DeviceKey> Keys;
 };
 

@@ -195,10 +195,7 @@ Text FailingSettings::Get(const Text& application, const Text& section, const Te
 }
 
 ErrorNumber FailingSettings::Save(const Text& application, const Text& section, const Text& key, const Text& value) {
-    const ErrorNumber error = Faults_.Strike() ? DiskFull : Inner_.Save(application, section, key, value);
-    if (error != NoError && Faults_.NotStored)
-        Faults_.NotStored(u"the setting " + key, error);
-    return error;
+    return Faults_.Strike() ? DiskFull : Inner_.Save(application, section, key, value);
 }
 
 } // namespace backends

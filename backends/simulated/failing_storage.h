@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Storage whose disk is full or unreadable on request: each class forwards to a real one and fails the operations that
-// are due to fail. The real classes do not depend on it. A setting that could not be stored, for whatever reason, is
-// reported to an observer.
+// are due to fail. The real classes do not depend on it.
 #pragma once
 
 #include "src/view/platform/device.h"
@@ -35,10 +34,6 @@ public:
 
     /// Called before each operation, to show that work continues.
     std::function<void()> Working;
-
-    /// Called when a setting could not be stored, because the form goes on without a message. Failures of files, lines
-    /// and folders are reported by the code that knows what is lost with them.
-    std::function<void(const Text& setting, ErrorNumber error)> NotStored;
 
 private:
     struct Count {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Runs the suites of services on those that are no part of a form under test: the machine's clock, and the random
 // numbers of the comparisons in tests/reference.
-#include "backends/loop/clock.h"
+#include "backends/host/host_clock.h"
 #include "tests/conformance/service_suites.h"
 #include "tests/reference/storage_device.h"
 
@@ -10,7 +10,7 @@ namespace conformance {
 namespace {
 
 const ServiceFactory<Clock> OfTheMachine = {"clock of the machine",
-                                            [] { return std::make_shared<backends::DeviceClock>(); }};
+                                            [] { return std::make_shared<backends::DeviceClock>(backends::HostTime()); }};
 const ServiceFactory<Random> Quick = {"quick numbers", [] { return std::make_shared<reference::QuickNumbers>(); }};
 
 } // namespace

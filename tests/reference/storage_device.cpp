@@ -70,7 +70,7 @@ platform::Platform With(const platform::Platform& all, platform::Settings& setti
 } // namespace
 
 StorageDevice::StorageDevice(Kind kind)
-    : Storage_(kind), Root_(NewFolder()), Headless_(OnFolder(Root_), Around_, Around_),
+    : Storage_(kind), Root_(NewFolder()), Host_(OnFolder(Root_)), Headless_(Host_, Around_, Around_),
       Record_(With(Headless_.record, Settings_, Numbers_, RunTime_,
                    kind == Kind::InMemory ? static_cast<platform::FileSystem&>(Files_) : Headless_.files,
                    kind == Kind::InMemory ? static_cast<platform::RecordDatabase&>(Databases_) : Headless_.databases)) {

@@ -57,6 +57,7 @@ private:
     Kind Storage_;
     std::string Root_;
     Nobody Around_;
+    backends::HostDevice Host_;
     backends::headless::HeadlessPlatform Headless_;
     MemoryDisk Disk_;
     MemoryFiles Files_{Disk_};

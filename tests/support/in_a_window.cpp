@@ -41,7 +41,8 @@ DeviceOptions OfType(std::int32_t deviceType) {
 }
 
 WindowDevice::WindowDevice(DeviceOptions options, Looks looks)
-    : Pump(ThrowEnd), Platform(OnFolder(options, Folder), LooksOf(options, looks, FixedFonts), Pump, *this, Did) {
+    : Pump(ThrowEnd), Host(OnFolder(options, Folder)),
+      Platform(Host, LooksOf(options, looks, FixedFonts), Pump, *this, Did) {
     backends::qt::InstallAccessibleGrids();
 }
 

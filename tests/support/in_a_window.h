@@ -35,6 +35,7 @@ public:
     support::Record Did;
     backends::headless::HeadlessFonts FixedFonts;
     backends::qt::QtPump Pump;
+    backends::HostDevice Host;
     backends::qt::QtPlatform Platform;
 
     /// What the person does while the program waits for a prompt or a message box, one step at a time.
@@ -45,7 +46,6 @@ private:
     void AboutToWait(int) override {}
     bool HasCommand() override { return !Steps_.empty(); }
     bool Ended() override { return true; } ///< a wait that nobody was told about ends the program
-    int Descriptor() override { return -1; }
     void TakeInput() override {}
     void RunCommand() override;
 

@@ -72,7 +72,8 @@ std::vector<Text> Record::Messages() const {
     return messages;
 }
 
-TestDevice::TestDevice(backends::DeviceOptions options) : Platform(OnFolder(std::move(options), Folder), *this, Did) {
+TestDevice::TestDevice(backends::DeviceOptions options)
+    : Host(OnFolder(std::move(options), Folder)), Platform(Host, *this, Did) {
     platform::Install(&Platform.record);
     modQuorin::ResetModules();
     Platform.runTime.Rest = [this](std::int32_t milliseconds) {

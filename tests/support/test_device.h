@@ -75,6 +75,7 @@ public:
 
     const TemporaryFolder Folder;
     Record Did;
+    backends::HostDevice Host;
     backends::headless::HeadlessPlatform Platform;
 
     platform::OwnerDrawGrid& Title() { return Platform.grdTitle; }
@@ -99,7 +100,6 @@ private:
     void AboutToWait(int) override {}
     bool HasCommand() override { return Platform.boxes.Current() != nullptr || !Steps_.empty(); }
     bool Ended() override { return true; } ///< a prompt that nobody was told about ends the program
-    int Descriptor() override { return -1; }
     void TakeInput() override {}
     void RunCommand() override;
     void AnswerBox(backends::DeviceBoxes::OpenBox& box);

@@ -162,7 +162,8 @@ Handheld::Handheld(const Kind& kind, const DeviceFolder& folder, Moment now, std
     options.DeviceType = kind.DeviceType;
     options.Root = folder.Root().string();
     options.StartMoment = now / Second;
-    Platform_.reset(new backends::headless::HeadlessPlatform(options, *this, *this));
+    Host_ = std::make_unique<backends::HostDevice>(options);
+    Platform_.reset(new backends::headless::HeadlessPlatform(*Host_, *this, *this));
     Platform_->runTime.Rest = [](std::int32_t) {}; // there is nobody else to wait for
     platform::Install(&Platform_->record);
     modQuorin::ResetModules();

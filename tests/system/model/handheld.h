@@ -80,6 +80,7 @@ private:
 
     std::function<void()> Step_;
     std::vector<std::string> Events_;
+    std::unique_ptr<backends::HostDevice> Host_;
     std::unique_ptr<backends::headless::HeadlessPlatform> Platform_;
 };
 

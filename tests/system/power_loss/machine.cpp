@@ -32,7 +32,7 @@ void PutLines(const std::string& name, const std::string& content) {
 } // namespace
 
 Machine::Machine(const std::string& root, Keeping keeping, const std::string& settings)
-    : Platform(OptionsOf(root, keeping, settings), *this, Did) {
+    : Host(OptionsOf(root, keeping, settings)), Platform(Host, *this, Did) {
     platform::Install(&Platform.record);
     modQuorin::ResetModules();
     Platform.runTime.Rest = [](std::int32_t) {}; // there is nobody else to wait for

@@ -17,6 +17,7 @@ public:
     ~Machine() override;
 
     support::Record Did;
+    backends::HostDevice Host;
     backends::headless::HeadlessPlatform Platform;
 
 private:

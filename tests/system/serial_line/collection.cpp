@@ -80,15 +80,15 @@ void Collection::Deliver(std::string_view bytes) {
     while (!bytes.empty()) {
         const std::string_view piece = bytes.substr(0, PieceSize);
         Line.Instrument.Send(piece);
-        if (Device.Platform.serial.Descriptor() >= 0)
-            WaitUntilThere(Device.Platform.serial.Descriptor(), piece.size());
+        if (Device.Host.ports.Descriptor() >= 0)
+            WaitUntilThere(Device.Host.ports.Descriptor(), piece.size());
         Device.Platform.loop.HandleDue();
         bytes.remove_prefix(piece.size());
     }
 }
 
 void Collection::PullOut() {
-    const int port = Device.Platform.serial.Descriptor();
+    const int port = Device.Host.ports.Descriptor();
     Line.PullOut();
     ASSERT_TRUE(Tells(port));
     Device.Platform.loop.HandleDue();

@@ -96,7 +96,7 @@ TEST(InstrumentThatPauses, InsideALineGoesOnAsIfItHadNot) {
 TEST(DeviceThatSlept, GetsWhatCameMeanwhile) {
     Collection collection;
     collection.Line.Instrument.Send(Hello + Result("Moisture", "1", "%"));
-    ASSERT_TRUE(Tells(collection.Device.Platform.serial.Descriptor()));
+    ASSERT_TRUE(Tells(collection.Device.Host.ports.Descriptor()));
     collection.Device.Platform.loop.Jump(10000);
     collection.Tick(6);
     EXPECT_EQ(collection.Values(), "1 %\n\n\nQI-7\n");
@@ -108,7 +108,7 @@ TEST(DeviceThatSlept, GetsWhatCameInFrontOfTheTickThatClosesThePort) {
     collection.Device.Platform.loop.Jump(10000);
     collection.Device.Platform.loop.HandleDue(); // the tick that sees the sleep
     collection.Line.Instrument.Send(Hello + Result("Moisture", "1", "%"));
-    ASSERT_TRUE(Tells(collection.Device.Platform.serial.Descriptor()));
+    ASSERT_TRUE(Tells(collection.Device.Host.ports.Descriptor()));
     collection.Tick(); // closes the port
     EXPECT_FALSE(collection.PortIsOpen());
     collection.Line.ForgetWhatWaits();

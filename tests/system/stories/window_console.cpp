@@ -26,7 +26,8 @@ int RunInWindow(const console::Options& options, console::Session& session) {
     }
     looks.Profile = backends::ProfileOfType(options.Device.DeviceType);
     backends::qt::QtPump pump([&session](const backends::ProgramOver& over) { return session.Over(over); });
-    backends::qt::QtPlatform device(options.Device, looks, pump, session, session.Out());
+    backends::HostDevice host(options.Device);
+    backends::qt::QtPlatform device(host, looks, pump, session, session.Out());
     session.Use(device);
     session.Run();
 }

@@ -54,7 +54,7 @@ protected:
     }
     ~LockedRecordInTheWindow() override { CloseTable(); }
 
-    backends::LockWait& Patience() { return Device.Platform.hostDatabases.Patience; }
+    backends::LockWait& Patience() { return Device.Host.hostDatabases.Patience; }
     /// Beside what the window itself does at each moment of the wait, which ends once all was seen.
     void WaitUntil(std::function<bool()> allWasSeen) {
         Patience().Longest = std::chrono::minutes(1);

@@ -57,7 +57,8 @@ protected:
         options.DeviceType = 1;
         options.Root = Root_.Path().string();
         options.StartMoment = *backends::MomentFromText("2007-03-05T09:30:00");
-        Device.emplace(options, *Talk_, Talk_->Out());
+        Host_.emplace(options);
+        Device.emplace(*Host_, *Talk_, Talk_->Out());
         Talk_->Use(*Device);
         Patience().Longest = std::chrono::milliseconds(60);
         for (const char* command : {"choose Start...", "choose Ok", "choose Open", "tick 1100", "tap 1 1", "set 23.4"})
@@ -101,7 +102,7 @@ protected:
         }
         EXPECT_TRUE(Steps_.empty());
     }
-    backends::LockWait& Patience() { return Device->hostDatabases.Patience; }
+    backends::LockWait& Patience() { return Host_->hostDatabases.Patience; }
     std::vector<std::string> Lines() const {
         return support::OtherTool(Database("qrn0001")).Do("SELECT LineData FROM TEXT ORDER BY LineNumber");
     }
@@ -113,6 +114,7 @@ protected:
     std::optional<backends::headless::HeadlessPlatform> Device;
 
 private:
+    std::optional<backends::HostDevice> Host_;
     std::filesystem::path Database(const std::string& name) const {
         return Root_.Path() / "Databases" / (name + ".sqlite");
     }

@@ -135,7 +135,7 @@ TEST_P(FullDisk, LeavesNoHalfDriverAndTheNextPreparationAWhole) {
     TestDevice device;
     device.Platform.StartProgram();
     modQuorin::LoadDriverList();
-    device.Platform.faults.FailNext(1, GetParam());
+    device.Host.faults.FailNext(1, GetParam());
     bool stopped = false; // with a message
     try {
         PrepareDemo();

@@ -16,7 +16,7 @@ namespace support {
 
 class AttendedProgram final : backends::NoCommands {
 public:
-    explicit AttendedProgram(const std::string& port = "Com1") : Platform(At(Folder, port), *this, Did) {
+    explicit AttendedProgram(const std::string& port = "Com1") : Host(At(Folder, port)), Platform(Host, *this, Did) {
         platform::Install(&Platform.record);
         modQuorin::ResetModules();
     }
@@ -24,6 +24,7 @@ public:
 
     const TemporaryFolder Folder;
     Record Did;
+    backends::HostDevice Host;
     backends::headless::HeadlessPlatform Platform;
 
     /// What is done next, each at a moment at which the program waits for somebody.

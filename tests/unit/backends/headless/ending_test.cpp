@@ -116,7 +116,7 @@ TEST_F(EndOfTheProgram, AnswersNoPromptWhichWouldRenameADownload) {
 
 TEST_F(EndOfTheProgram, SaysWhatCouldNotBeSaved) {
     WillPutAValue();
-    Program.Steps.push_back([this] { Program.Platform.faults.FailNext(-1); });
+    Program.Steps.push_back([this] { Program.Host.faults.FailNext(-1); });
     EndThere();
     EXPECT_EQ(Last.Words(), "ended by SIGTERM; row 1 of qrn0001.txt was NOT saved");
     EXPECT_TRUE(Last.IsLost());

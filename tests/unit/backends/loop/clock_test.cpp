@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "backends/loop/clock.h"
 
+#include "backends/host/host_clock.h"
+
 #include <gtest/gtest.h>
 
 #include <ctime>
@@ -103,7 +105,7 @@ protected:
 };
 
 TEST_F(ClockOfTheMachine, IsNotSetBackForWhatCountsOn) {
-    const DeviceClock clock;
+    const DeviceClock clock(HostTime());
     const std::int64_t shown = clock.Now().WholeSeconds;
     const std::int64_t steady = clock.SteadySeconds();
     const float ofDay = clock.TimeOfDay();
@@ -118,14 +120,14 @@ TEST_F(ClockOfTheMachine, IsNotSetBackForWhatCountsOn) {
 }
 
 TEST_F(ClockOfTheMachine, CountsASleep) {
-    const DeviceClock clock;
+    const DeviceClock clock(HostTime());
     const std::int64_t steady = clock.SteadySeconds();
     ShiftOf.Boot = 7200;
     EXPECT_GE(clock.SteadySeconds(), steady + 7200);
 }
 
 TEST_F(ClockOfTheMachine, IsMovedByNobody) {
-    DeviceClock clock;
+    DeviceClock clock(HostTime());
     EXPECT_FALSE(clock.IsVirtual());
     clock.MoveTo(1000000000);
     EXPECT_LT(clock.Milliseconds(), 1000000000);

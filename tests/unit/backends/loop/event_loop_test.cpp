@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "backends/headless/poll_pump.h"
+#include "backends/host/host_clock.h"
 #include "backends/loop/event_loop.h"
 
 #include <gmock/gmock.h>
@@ -21,7 +22,6 @@ public:
     void AboutToWait(int nesting) override { Nestings.push_back(nesting); }
     bool HasCommand() override { return !Steps.empty(); }
     bool Ended() override { return true; }
-    int Descriptor() override { return -1; }
     void TakeInput() override {}
     void RunCommand() override {
         const std::function<void()> step = Steps.front();
@@ -34,7 +34,6 @@ public:
 
 class PendingEvents final : public EventSource {
 public:
-    int Descriptor() override { return -1; }
     bool RaiseWhatIsPending() override {
         if (Pending == 0)
             return false;
@@ -257,7 +256,6 @@ TEST_F(Loop, HandlesWhatIsPendingWithoutWaitOrCommand) {
 /// A source that has the next event as soon as one is handled. It gives up at last, so that a failed test ends.
 class Flood final : public EventSource {
 public:
-    int Descriptor() override { return -1; }
     bool RaiseWhatIsPending() override { return Raised < FarTooMany && ++Raised > 0; }
     static constexpr int FarTooMany = 100000;
     int Raised = 0;
@@ -345,7 +343,7 @@ TEST_F(Loop, CarriesTheMessageOfAFailureOut) {
 }
 
 TEST(LoopOnTheMachinesClock, FiresTimersByItself) {
-    DeviceClock time;
+    DeviceClock time(HostTime());
     ReadyCommands commands;
     headless::PollPump pump;
     EventLoop loop(time, commands, pump);
@@ -361,7 +359,7 @@ TEST(LoopOnTheMachinesClock, FiresTimersByItself) {
 }
 
 TEST(LoopOnTheMachinesClock, IsNotHeldUpByATickThatTakesLongerThanItsInterval) {
-    DeviceClock time;
+    DeviceClock time(HostTime());
     ReadyCommands commands;
     headless::PollPump pump;
     EventLoop loop(time, commands, pump);
@@ -382,7 +380,6 @@ TEST(LoopOnTheMachinesClock, IsNotHeldUpByATickThatTakesLongerThanItsInterval) {
 /// A line that brings so much that each event takes its time.
 class SlowFlood final : public EventSource {
 public:
-    int Descriptor() override { return -1; }
     bool RaiseWhatIsPending() override {
         ++Raised;
         ::usleep(60000);
@@ -392,7 +389,7 @@ public:
 };
 
 TEST(LoopOnTheMachinesClock, LeavesACommandItsTurnHoweverMuchEachEventHasToDo) {
-    DeviceClock time;
+    DeviceClock time(HostTime());
     ReadyCommands commands;
     headless::PollPump pump;
     EventLoop loop(time, commands, pump);

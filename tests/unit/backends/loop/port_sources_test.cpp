@@ -2,6 +2,7 @@
 // The port over what is no terminal: what a connection and a command do is what a line does.
 #include "backends/loop/serial_ports.h"
 
+#include "backends/serial/host_ports.h"
 #include "tests/support/listener.h"
 
 #include <gmock/gmock.h>
@@ -16,7 +17,8 @@ protected:
     void Put(const std::string& address) {
         PortPaths paths;
         paths.Pinned[1] = *ReadAddress(address).Address;
-        Port = std::make_unique<DeviceSerial>(std::move(paths), [] {});
+        Ports = std::make_unique<HostPorts>(std::move(paths));
+        Port = std::make_unique<DeviceSerial>(*Ports);
         Port->SetPortId(1);
         Port->SetLineSettings(u"9600,N,8,1");
         Port->SetReceiveThreshold(1);
@@ -30,18 +32,19 @@ protected:
     }
     Text Receive() {
         for (int times = 0; times < 200 && !Port->RaiseWhatIsPending() && Port->PortOpen(); ++times)
-            Tells(Port->Descriptor(), 10);
+            Tells(Ports->Descriptor(), 10);
         return Port->ReadInput();
     }
     void WaitUntilLost() {
         for (int times = 0; times < 1000 && Port->PortOpen(); ++times) {
-            Tells(Port->Descriptor(), 10);
+            Tells(Ports->Descriptor(), 10);
             Port->RaiseWhatIsPending();
         }
         ASSERT_FALSE(Port->PortOpen());
     }
 
     Listener Meter;
+    std::unique_ptr<HostPorts> Ports;
     std::unique_ptr<DeviceSerial> Port;
 };
 
@@ -73,7 +76,7 @@ TEST_F(PortOnASource, IsLostWithItsConnectionAndComesBack) {
     Meter.Accept();
     Meter.Drop();
     WaitUntilLost();
-    EXPECT_EQ(Port->Descriptor(), -1);
+    EXPECT_EQ(Ports->Descriptor(), -1);
     EXPECT_EQ(Port->SetPortOpen(true), NotAvailable) << "whoever looks sees once that it was lost";
     EXPECT_EQ(Port->Trouble(), "the other end has closed the connection");
     OpenAtLast();

@@ -2,7 +2,9 @@
 #include "backends/loop/serial_ports.h"
 
 #include "backends/headless/poll_pump.h"
+#include "backends/host/host_clock.h"
 #include "backends/loop/no_commands.h"
+#include "backends/serial/host_ports.h"
 #include "tests/support/plugged_instrument.h"
 
 #include <gtest/gtest.h>
@@ -12,6 +14,7 @@ namespace backends {
 namespace {
 
 DeviceSerial* PortUnderTest = nullptr;
+HostPorts* PortsUnderTest = nullptr;
 int Events = 0;
 void (*OnReceive)() = nullptr;
 
@@ -25,6 +28,8 @@ class PortOnALine : public testing::Test {
 protected:
     PortOnALine() {
         PortUnderTest = &Port;
+        PortsUnderTest = &Ports;
+        Port.Received = Receive;
         Events = 0;
         OnReceive = [] {};
         Open();
@@ -39,11 +44,12 @@ protected:
     void Send(std::string_view bytes) {
         Instrument.Send(bytes);
         for (int there = 0; there < static_cast<int>(bytes.size());)
-            ASSERT_EQ(ioctl(Port.Descriptor(), FIONREAD, &there), 0);
+            ASSERT_EQ(ioctl(Ports.Descriptor(), FIONREAD, &there), 0);
     }
 
     PseudoTerminal Instrument;
-    DeviceSerial Port{{{{1, PathAddress(Instrument.Path())}}, {}}, Receive};
+    HostPorts Ports{{{{1, PathAddress(Instrument.Path())}}, {}}};
+    DeviceSerial Port{Ports};
 };
 
 TEST_F(PortOnALine, RaisesItsEventForWhatHasCome) {
@@ -58,9 +64,9 @@ TEST_F(PortOnALine, RaisesItsEventForWhatHasCome) {
 
 class CountingPump final : public headless::PollPump {
 public:
-    void Sleep(const std::vector<int>& descriptors, int milliseconds) override {
+    void SleepOn(const std::vector<int>& descriptors, int milliseconds) override {
         ++Sleeps;
-        PollPump::Sleep(descriptors, milliseconds);
+        PollPump::SleepOn(descriptors, milliseconds);
     }
     int Sleeps = 0;
 };
@@ -70,7 +76,7 @@ int Ticks = 0;
 // A descriptor that is left to be read, or a timer that is left due, would have the loop spin for as long as it is
 // held.
 TEST_F(PortOnALine, LetsTheLoopSleepWhileItsEventIsHeld) {
-    DeviceClock time;
+    DeviceClock time(HostTime());
     NoCommands commands;
     CountingPump pump;
     EventLoop loop(time, commands, pump);
@@ -79,6 +85,7 @@ TEST_F(PortOnALine, LetsTheLoopSleepWhileItsEventIsHeld) {
     Ticks = 0;
     Port.Held = timer.Held = [&held] { return held; };
     loop.Listen(Port);
+    pump.WakenBy(Ports);
     Send("one\r\n");
     loop.PassTime(300);
     Send("two\r\n");
@@ -100,7 +107,7 @@ TEST_F(PortOnALine, NoticesALineThatGoesWhileItsEventIsHeld) {
     Instrument.PullOut();
     Port.RaiseWhatIsPending();
     EXPECT_FALSE(Port.PortOpen());
-    EXPECT_EQ(Port.Descriptor(), -1);
+    EXPECT_EQ(Ports.Descriptor(), -1);
     EXPECT_EQ(Port.WaitingCharacters(), 5U) << "what came before stays";
 }
 
@@ -116,7 +123,7 @@ TEST_F(PortOnALine, ShowsNoMoreThanItsShareToOneEvent) {
         while (PortUnderTest->InBufferCount() > 0 && reads < FarTooMany) {
             PortUnderTest->ReadInput();
             sender->Send(std::string(2000, '~'));
-            ASSERT_TRUE(Tells(PortUnderTest->Descriptor()));
+            ASSERT_TRUE(Tells(PortsUnderTest->Descriptor()));
             PortUnderTest->RaiseWhatIsPending(); // as the loop does
             ++reads;
         }
@@ -136,7 +143,7 @@ TEST_F(PortOnALine, GivesWhatCameBeforeItWasClosed) {
     Send("late\r\n");
     EXPECT_EQ(Port.SetPortOpen(false), NoError);
     EXPECT_FALSE(Port.PortOpen());
-    EXPECT_EQ(Port.Descriptor(), -1);
+    EXPECT_EQ(Ports.Descriptor(), -1);
     EXPECT_TRUE(Port.RaiseWhatIsPending());
     EXPECT_EQ(Port.ReadInput(), u"late\r\n");
     EXPECT_FALSE(Port.RaiseWhatIsPending());
@@ -153,10 +160,10 @@ TEST_F(PortOnALine, KeepsWhatWasNotReadThroughAnotherOpening) {
 
 TEST_F(PortOnALine, IsClosedWhenTheOtherEndHasGone) {
     Instrument.PullOut();
-    ASSERT_TRUE(Tells(Port.Descriptor()));
+    ASSERT_TRUE(Tells(Ports.Descriptor()));
     EXPECT_FALSE(Port.RaiseWhatIsPending());
     EXPECT_FALSE(Port.PortOpen());
-    EXPECT_EQ(Port.Descriptor(), -1) << "nothing is left for the loop to wait for";
+    EXPECT_EQ(Ports.Descriptor(), -1) << "nothing is left for the loop to wait for";
     EXPECT_EQ(Events, 0);
 }
 
@@ -200,7 +207,8 @@ TEST_F(PortOnALine, ShowsItsObserverWhatCameJustBeforeItWasClosed) {
 }
 
 TEST(ObservedSimulatedPort, ShowsItsObserverWhatArrivesAsUtf8) {
-    DeviceSerial port({}, [] {});
+    HostPorts ports({});
+    DeviceSerial port(ports);
     std::string seen;
     port.BytesCame = [&seen](std::string_view bytes) { seen += bytes; };
     port.SetPortOpen(true);

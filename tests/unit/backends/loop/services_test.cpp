@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: MIT
-// platform/device/services.h, and the simulated port of platform/device/serial_ports.h.
+// services.h, and the simulated port of serial_ports.h.
 #include "backends/loop/services.h"
 
 #include "backends/headless/headless_controls.h"
 #include "backends/loop/serial_ports.h"
+#include "backends/serial/host_ports.h"
 #include "tests/support/test_device.h"
 
 #include <gmock/gmock.h>
@@ -69,14 +70,39 @@ TEST_P(NumberOfAKey, IsForThePlatformAlone) {
 INSTANTIATE_TEST_SUITE_P(Codes, NumberOfAKey,
                          testing::Values(256, 261, 264, 266, 267, 276, 516, 517, 518, 519, 520, 1280, 0, -1, 65601));
 
+// Settings.
+
+class SettingsOnAFullDisk final : public Settings {
+public:
+    Text Get(const Text&, const Text&, const Text& key, const Text&) const override { return key; }
+    ErrorNumber Save(const Text&, const Text&, const Text&, const Text&) override { return Full ? DiskFull : NoError; }
+    bool Full = true;
+};
+
+TEST(SavedSetting, IsReportedWhenItCouldNotBeStored) {
+    SettingsOnAFullDisk inner;
+    support::Record did;
+    ReportedSettings settings(inner, did);
+    EXPECT_EQ(settings.Save(u"Quorin", u"Settings", u"ComPort", u"Com3"), DiskFull);
+    EXPECT_THAT(did.Unsaved, ElementsAre(std::pair(Text(u"the setting ComPort"), ErrorText(DiskFull))));
+    inner.Full = false;
+    EXPECT_EQ(settings.Save(u"Quorin", u"Settings", u"ComPort", u"Com3"), NoError);
+    EXPECT_THAT(did.Unsaved, testing::SizeIs(1));
+    EXPECT_EQ(settings.Get(u"Quorin", u"Settings", u"ComPort", u""), u"ComPort");
+}
+
 // The simulated port.
 
 int Received = 0;
 
 class SimulatedPort : public testing::Test {
 protected:
-    SimulatedPort() { Received = 0; }
-    DeviceSerial Port{{}, [] { ++Received; }};
+    SimulatedPort() {
+        Received = 0;
+        Port.Received = [] { ++Received; };
+    }
+    HostPorts NoPorts{{}};
+    DeviceSerial Port{NoPorts};
 };
 
 TEST_F(SimulatedPort, GivesABlankForANul) {

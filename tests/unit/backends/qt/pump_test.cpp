@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "backends/qt/pump.h"
 
+#include "backends/host/host_clock.h"
 #include "backends/loop/no_commands.h"
 
 #include <QEventLoop>
@@ -49,10 +50,10 @@ private:
 };
 
 /// Raises an event for each byte of a pipe.
-class BytesOf final : public EventSource {
+class BytesOf final : public EventSource, public Waitable {
 public:
     explicit BytesOf(const Pipe& pipe) : From_(pipe) {}
-    int Descriptor() override { return From_.Descriptor(); }
+    int Descriptor() const override { return From_.Descriptor(); }
     bool RaiseWhatIsPending() override {
         pollfd waiting{From_.Descriptor(), POLLIN, 0};
         if (::poll(&waiting, 1, 0) <= 0)
@@ -79,8 +80,13 @@ protected:
         Pump.Serve(Loop);
     }
 
+    void Listen(BytesOf& bytes) {
+        Loop.Listen(bytes);
+        Pump.WakenBy(bytes);
+    }
+
     QtPump Pump{[](const ProgramOver& over) { return over.Why == ProgramOver::Reason::Ended ? 0 : 7; }};
-    DeviceClock Time;
+    DeviceClock Time{HostTime()};
     NoCommands Commands;
     EventLoop Loop{Time, Commands, Pump};
 };
@@ -99,7 +105,7 @@ TEST_F(PumpOfAWindow, WakesWhenADescriptorCanBeRead) {
     pollfd waiting{pipe.Descriptor(), POLLIN, 0};
     int wakings = 0;
     for (; ::poll(&waiting, 1, 0) == 0 && Since(start) < LongSleep; ++wakings)
-        Pump.Sleep({pipe.Descriptor()}, LongSleep);
+        Pump.SleepOn({pipe.Descriptor()}, LongSleep);
     EXPECT_LT(Since(start), LongSleep / 2);
     EXPECT_LT(wakings, 20) << "it sleeps until then";
     writer.join();
@@ -110,7 +116,7 @@ TEST_F(PumpOfAWindow, WakesAgainForTheSameDescriptor) {
     for (int time = 0; time < 3; ++time) {
         pipe.Write();
         const auto start = Clock::now();
-        Pump.Sleep({pipe.Descriptor()}, LongSleep);
+        Pump.SleepOn({pipe.Descriptor()}, LongSleep);
         EXPECT_LT(Since(start), LongSleep / 2) << time;
         pipe.Read();
     }
@@ -139,7 +145,7 @@ TEST_F(PumpOfAWindow, SleepsNoLongerThanItIsTold) {
         const auto start = Clock::now();
         int wakings = 0;
         for (; Since(start) < told; ++wakings)
-            Pump.Sleep({}, static_cast<int>(std::max<std::int64_t>(told - Since(start), 0)));
+            Pump.SleepOn({}, static_cast<int>(std::max<std::int64_t>(told - Since(start), 0)));
         return !isLate && wakings < 40;
     });
 }
@@ -169,7 +175,7 @@ TEST_F(PumpOfAWindow, UsesNoProcessorWhileItWaits) {
     LoopTimer timer(Loop, 100, true, CountTick);
     const Pipe pipe;
     BytesOf bytes(pipe);
-    Loop.Listen(bytes);
+    Listen(bytes);
     const double before = TimeUsed();
     const auto start = Clock::now();
     while (Ticks < 10 && Since(start) < LongSleep)
@@ -193,7 +199,7 @@ TEST_F(PumpOfAWindow, LetsTimersAndPortsGoOnInALoopOfQts) {
     LoopTimer timer(Loop, 30, true, CountTick);
     const Pipe pipe;
     BytesOf bytes(pipe);
-    Loop.Listen(bytes);
+    Listen(bytes);
     QEventLoop foreign;
     QTimer::singleShot(60, [&] { pipe.Write(); });
     QTimer::singleShot(120, [&] { pipe.Write(); });
@@ -206,7 +212,7 @@ TEST_F(PumpOfAWindow, LetsTimersAndPortsGoOnInALoopOfQts) {
         inside = true;
     });
     while (!inside)
-        Pump.Sleep(Loop.Descriptors(), 30);
+        Pump.Sleep(30, Wake::ByEvents);
     EXPECT_GE(Ticks, 8);
     EXPECT_EQ(bytes.Count, 2);
 }
@@ -214,7 +220,7 @@ TEST_F(PumpOfAWindow, LetsTimersAndPortsGoOnInALoopOfQts) {
 TEST_F(PumpOfAWindow, LetsAPortGoOnInALoopOfQtsAlsoWithoutATimer) {
     const Pipe pipe;
     BytesOf bytes(pipe);
-    Loop.Listen(bytes);
+    Listen(bytes);
     QEventLoop foreign;
     bool inside = false;
     for (const int moment : {60, 120, 180})
@@ -226,7 +232,7 @@ TEST_F(PumpOfAWindow, LetsAPortGoOnInALoopOfQtsAlsoWithoutATimer) {
         inside = true;
     });
     while (!inside)
-        Pump.Sleep(Loop.Descriptors(), 1000);
+        Pump.Sleep(1000, Wake::ByEvents);
     EXPECT_EQ(bytes.Count, 3);
 }
 
@@ -234,7 +240,7 @@ TEST_F(PumpOfAWindow, UsesNoProcessorInALoopOfQts) {
     LoopTimer timer(Loop, 100, true, CountTick);
     const Pipe pipe;
     BytesOf bytes(pipe);
-    Loop.Listen(bytes);
+    Listen(bytes);
     QEventLoop foreign;
     bool inside = false;
     QTimer::singleShot(0, [&] {
@@ -244,7 +250,7 @@ TEST_F(PumpOfAWindow, UsesNoProcessorInALoopOfQts) {
     QTimer::singleShot(1000, &foreign, &QEventLoop::quit);
     const double before = TimeUsed();
     while (!inside)
-        Pump.Sleep(Loop.Descriptors(), 100);
+        Pump.Sleep(100, Wake::ByEvents);
     EXPECT_LT(TimeUsed() - before, 0.1);
 }
 
@@ -252,9 +258,9 @@ TEST_F(PumpOfAWindow, RaisesNothingWhileItBreathes) {
     LoopTimer timer(Loop, 1, true, CountTick);
     const Pipe pipe;
     BytesOf bytes(pipe);
-    Loop.Listen(bytes);
+    Listen(bytes);
     pipe.Write();
-    Pump.Sleep(Loop.Descriptors(), 0);
+    Pump.Sleep(0, Wake::ByEvents);
     const int before = Ticks;
     const int heard = bytes.Count;
     for (int time = 0; time < 5; ++time) {
@@ -308,12 +314,12 @@ TEST_F(PumpOfAWindow, TellsOfWorkThatTakesATenthOfASecond) {
 TEST_F(PumpOfAWindow, TakesADescriptorThatWasClosedAndOpenedAgain) {
     for (int time = 0; time < 3; ++time) {
         const Pipe pipe; // the same number as the one before
-        Pump.Sleep({pipe.Descriptor()}, 0);
+        Pump.SleepOn({pipe.Descriptor()}, 0);
         pipe.Write();
         const auto start = Clock::now();
-        Pump.Sleep({pipe.Descriptor()}, LongSleep);
+        Pump.SleepOn({pipe.Descriptor()}, LongSleep);
         EXPECT_LT(Since(start), LongSleep / 2) << time;
-        Pump.Sleep({}, 0);
+        Pump.SleepOn({}, 0);
     }
 }
 

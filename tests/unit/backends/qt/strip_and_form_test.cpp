@@ -244,7 +244,7 @@ protected:
     void WorkFor(int milliseconds) {
         const auto start = std::chrono::steady_clock::now();
         while (std::chrono::steady_clock::now() - start < std::chrono::milliseconds(milliseconds))
-            Device.Platform.faults.Working();
+            Device.Host.faults.Working();
     }
     QLabel& State() { return *Form().findChild<QLabel*>(QStringLiteral("linkState")); }
 };
@@ -254,7 +254,7 @@ TEST_F(LongOperation, IsToldAfterATenthOfASecondAndForgottenAtItsEnd) {
     const auto start = std::chrono::steady_clock::now();
     Settle();
     while (State().text() == QStringLiteral("Link open"))
-        Device.Platform.faults.Working();
+        Device.Host.faults.Working();
     EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(100)) << "what is quick is not told";
     EXPECT_EQ(State().text(), QStringLiteral("Working…"));
     EXPECT_EQ(Form().LinkLine(), QStringLiteral("Link open"));
@@ -283,7 +283,7 @@ TEST_F(LongOperation, IsNotSeenInAQuickOneAfterALongRest) {
     Settle();
     QString told;
     Main().Pressed = [&] {
-        Device.Platform.faults.Working();
+        Device.Host.faults.Working();
         told = State().text();
     };
     // A machine that is busy elsewhere may take a tenth of a second between the click and the handler by itself.

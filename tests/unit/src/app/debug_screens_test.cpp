@@ -127,7 +127,7 @@ TEST_F(Checks, OfTheFilesEndAtTheInsertBehindTheEnd) {
 
 TEST_F(Checks, OfTheFilesStopWhereNoneCanBeMade) {
     ShowFileDebug();
-    Device.Platform.faults.FailNext(-1);
+    Device.Host.faults.FailNext(-1);
     FileApiCheck();
     EXPECT_THAT(Device.Did.Messages(), ElementsAre(u"path=.\\Quorin\\", u"FH1.valid=0"));
 }

@@ -68,9 +68,9 @@ TEST_F(LostReadings, NothingIsToldOfOneThatIsSaved) {
 
 TEST_F(LostReadings, OfADownloadThatCouldNotBeMadeAreReportedEach) {
     InstallMeter();
-    Device.Platform.faults.FailNext(-1);
+    Device.Host.faults.FailNext(-1);
     OpenDownload("");
-    Device.Platform.faults.FailNext(0);
+    Device.Host.faults.FailNext(0);
     Device.Tick(500);
     EXPECT_THAT(Told(), testing::ElementsAre("qrn0001.txt: the disk is full"));
     EXPECT_EQ(Worst(), "qrn0001.txt could not be created: the disk is full. Readings are not stored.");
@@ -96,7 +96,7 @@ TEST_F(LostReadings, ThoseOfADownloadWhoseNameIsAFoldersAreTold) {
 
 TEST_F(LostReadings, ThoseOfADownloadWithoutItsFirstRecordAreTold) {
     InstallMeter();
-    Device.Platform.faults.FailNext(1);
+    Device.Host.faults.FailNext(1);
     OpenDownload("Place|Moisture|Remark\n");
     Device.Tick(500);
     EXPECT_EQ(TitleCell(1), u"1/0");
@@ -111,7 +111,7 @@ TEST_F(LostReadings, ThoseBehindTheLastRecordThatWasDeletedAreTold) {
     Open(Plain, "Place|Moisture|Remark\n||\n");
     Device.WillAnswer(BoxAnswer::Yes);
     Device.WillAnswer(BoxAnswer::Yes);
-    Device.Platform.faults.FailNext(1, 4); // the deletion's scratch file, its line, its closing and its move pass
+    Device.Host.faults.FailNext(1, 4); // the deletion's scratch file, its line, its closing and its move pass
     Choose(u"Delete Record");
     ASSERT_EQ(TitleCell(1), u"0/0");
     Device.WillAnswer(BoxAnswer::Yes); // the name in the grid is replaced
@@ -203,7 +203,7 @@ TEST_F(LostReadings, ThoseInWhoseRowAVariableIsPutAreTold) {
 TEST_F(LostReadings, OneWhoseSaveFailsIsTold) {
     Open(Plain, "Place|Moisture|Remark\na||c\n");
     Measure();
-    Device.Platform.faults.FailNext(-1);
+    Device.Host.faults.FailNext(-1);
     Choose(u"Close");
     EXPECT_THAT(Told(), testing::ElementsAre("qrn0001.txt: the disk is full"));
     EXPECT_THAT(Worst(), HasSubstr("Not saved: qrn0001.txt, the disk is full"));
@@ -255,9 +255,9 @@ TEST_F(LostReadingsOfAPalm, ThoseOfADatabaseThatCouldNotBeMadeAreTold) {
     MenuEvent(u"Ok");
     MenuEvent(u"New");
     Settle();
-    Device.Platform.faults.FailNext(-1);
+    Device.Host.faults.FailNext(-1);
     MenuEvent(u"Open");
-    Device.Platform.faults.FailNext(0);
+    Device.Host.faults.FailNext(0);
     Device.Tick(500);
     ASSERT_EQ(Screen(), ScrInfRecord);
     EXPECT_EQ(Worst(), "qrn0001.txt could not be created: the disk is full. Readings are not stored.");

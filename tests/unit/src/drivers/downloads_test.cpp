@@ -136,7 +136,7 @@ TEST_F(DownloadList, DeleteAsksTwiceAndTakesRowAndFile) {
 TEST_F(DownloadList, NewOneThatCantBeAddedTakesNobodysPlace) {
     const std::string control = "DRIVER|FILE|DATE|ALIAS\nOther|qrn0003.txt|20070102|My name\n";
     Put("qrnctrl.txt", control);
-    Device.Platform.faults.FailNext(1);
+    Device.Host.faults.FailNext(1);
     NewDownload(u"Meter");
     EXPECT_EQ(File("qrnctrl.txt"), control);
     NewDownload(u"Meter");

@@ -30,7 +30,7 @@ protected:
     }
     ~LockedRecord() override { CloseTable(); }
 
-    backends::LockWait& Patience() { return Device.Platform.hostDatabases.Patience; }
+    backends::LockWait& Patience() { return Device.Host.hostDatabases.Patience; }
     void LetGo() {
         Tool.LetGo();
         Patience().Renew();

@@ -83,7 +83,7 @@ TEST_F(Record, EveryCommandSavesTheOneInHand) {
 TEST_F(Record, NewOneThatCantBeAddedLeavesTheOthersAlone) {
     InstallMeter("Place|1|1|||||\nMoisture|1||||||\nRemark|1||||||\n");
     OpenDownload(Header + "1|a|\n2|b|\n");
-    Device.Platform.faults.FailNext(1);
+    Device.Host.faults.FailNext(1);
     Choose(u"New Record");
     EXPECT_EQ(Position(), u"2/2");
     Choose(u"First Record");

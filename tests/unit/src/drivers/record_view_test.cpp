@@ -91,7 +91,7 @@ TEST_F(Download, KeepsItsOwnHeaderWhenTheDriverHasChanged) {
 TEST_F(Download, ThatCantBeMadeComesUpEmpty) {
     InstallMeter();
     GoToDownloads();
-    Device.Platform.faults.FailNext(-1);
+    Device.Host.faults.FailNext(-1);
     MenuEvent(u"Open");
     EXPECT_EQ(Screen(), ScrInfRecord);
     EXPECT_EQ(TitleCell(1), u"0/0");

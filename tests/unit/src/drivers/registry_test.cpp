@@ -46,7 +46,7 @@ TEST_F(DriverRegistry, FailingDiskCostsNoDriverAndNoDownload) {
     const std::string drivers = File("drivers.txt");
     const std::string downloads = File("qrnctrl.txt");
     for (std::int32_t good = 0; good < 6; ++good) {
-        Device.Platform.faults.FailNextReads(1, good);
+        Device.Host.faults.FailNextReads(1, good);
         EXPECT_NE(support::FailureOf([] { MenuEvent(u"Start..."); }), u"");
         EXPECT_EQ(File("drivers.txt"), drivers);
         EXPECT_EQ(File("qrnctrl.txt"), downloads);
@@ -118,9 +118,9 @@ TEST_F(DriverRegistry, ByteOrderMarkIsNoPartOfTheFirstName) {
 TEST_F(DriverRegistry, DiskThatFillsWhileTablesAreMadeLeavesNoHalfOfThem) {
     for (std::int32_t good = 0; good < 8; ++good) {
         SCOPED_TRACE(good);
-        Device.Platform.faults.FailNext(-1, good);
+        Device.Host.faults.FailNext(-1, good);
         support::EndsProgram([] { MenuEvent(u"Start..."); });
-        Device.Platform.faults.FailNext(0);
+        Device.Host.faults.FailNext(0);
         modFileSystem::ResetSlots();
         modFileSystem::Table = {};
         EXPECT_THAT(File("drivers.txt"), testing::AnyOf("", "NAME|INFFILE\n"));
@@ -133,7 +133,7 @@ TEST_F(DriverRegistry, DiskThatFillsWhileTablesAreMadeLeavesNoHalfOfThem) {
 }
 
 TEST_F(DriverRegistry, TablesThatCantBeMadeLeaveTheScreenEmpty) {
-    Device.Platform.faults.FailNext(-1);
+    Device.Host.faults.FailNext(-1);
     MenuEvent(u"Start...");
     EXPECT_EQ(Screen(), ScrDrivers);
     EXPECT_EQ(Device.Main().Rows(), 0);
@@ -171,7 +171,7 @@ TEST_F(DriverRegistry, NewOneThatCantBeAddedTakesNobodysPlace) {
     InstallTwo();
     const std::string before = File("drivers.txt");
     ShowInstalled();
-    Device.Platform.faults.FailNext(1);
+    Device.Host.faults.FailNext(1);
     Choose(u"New");
     EXPECT_EQ(Screen(), ScrInstalledDrivers);
     EXPECT_EQ(File("drivers.txt"), before);

@@ -102,7 +102,7 @@ TEST_F(UnsavedRecord, OfADownloadWithoutAFileIsToldAndMakesNone) {
 }
 
 TEST_F(UnsavedRecord, ThatNobodyHasTouchedIsNotWritten) {
-    Device.Platform.faults.FailNext(-1);
+    Device.Host.faults.FailNext(-1);
     FailureAtTheDate();
     EXPECT_THAT(Device.Did.Unsaved, testing::IsEmpty());
 }
@@ -125,12 +125,12 @@ TEST_F(UnsavedRecord, IsNotMadeUpFromAListWhereTheRegisterCantBeSaved) {
     const std::string registered = File("qrnctrl.txt");
     for (std::int32_t good = 1; good < 8; ++good) {
         SCOPED_TRACE(good);
-        Device.Platform.faults.FailNext(-1, good);
+        Device.Host.faults.FailNext(-1, good);
         try {
             MenuEvent(u"New");
         } catch (const support::ProgramOver&) {
         }
-        Device.Platform.faults.FailNext(0);
+        Device.Host.faults.FailNext(0);
         modFileSystem::ResetSlots();
         modFileSystem::Table = {};
         EXPECT_EQ(Download(), Header + "a|2007-04-01|c\n1|2|3\n");
@@ -151,9 +151,9 @@ TEST_F(UnsavedRecord, ThatTheDiskHasNoRoomForIsToldBehindTheFirstMessage) {
         OpenDownload(old);
         Repaint();
         Edit(2, u"typed");
-        Device.Platform.faults.FailNext(-1, good);
+        Device.Host.faults.FailNext(-1, good);
         const std::string told = FailureAtTheDate();
-        Device.Platform.faults.FailNext(0);
+        Device.Host.faults.FailNext(0);
         EXPECT_THAT(told, testing::StartsWith("\"2007-04-01\" is not a date"));
         const bool both = told.find("The record on the screen could not be saved: Can't write") != std::string::npos;
         saved = Download() == Header + "a|2007-04-01|typed\n1|2|3\n";
@@ -168,7 +168,7 @@ TEST_F(UnsavedRecord, ThatTheDiskHasNoRoomForIsToldBehindTheFirstMessage) {
 /// A save that fails is not made a second time from within itself.
 TEST_F(UnsavedRecord, WhoseOwnSaveFailsIsNotSavedOnceMore) {
     Edit(2, u"typed");
-    Device.Platform.faults.FailNext(1, 1);
+    Device.Host.faults.FailNext(1, 1);
     EXPECT_THAT(modStringTools::ToBytes(support::FailureOf([] { MenuEvent(u"Next Record"); })),
                 testing::Not(HasSubstr("The record on the screen")));
     EXPECT_EQ(Download(), Header + "a|2007-04-01|c\n1|2|3\n");

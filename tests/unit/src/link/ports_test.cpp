@@ -158,7 +158,7 @@ TEST_F(PalmLink, OpensThePortOfItsProfile) {
 class NamedLink : public Link {
 protected:
     NamedLink() : Link(9) { SaveSetting(u"ComPort", u"BT1"); }
-    backends::SimulatedConnections& Service() { return Device.Platform.connections; }
+    backends::SimulatedConnections& Service() { return Device.Host.connections; }
 };
 
 TEST_F(NamedLink, OpensAnyNameThatIsNoComPort) {

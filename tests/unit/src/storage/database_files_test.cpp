@@ -82,7 +82,7 @@ TEST_F(DatabaseFile, BearsTheTypeAndCreatorItWasMadeWith) {
 
 TEST_F(DatabaseFile, FailedWriteGivesZeroAndAddsNoLine) {
     Write(2);
-    Device.Platform.faults.FailNext(1, 1); // the record is added, and can't be written
+    Device.Host.faults.FailNext(1, 1); // the record is added, and can't be written
     EXPECT_EQ(WriteFileLine(File, u"lost"), 0);
     EXPECT_EQ(FileLineCount(File), 2);
     EXPECT_EQ(WriteFileLine(File, u"kept"), 4);
@@ -91,7 +91,7 @@ TEST_F(DatabaseFile, FailedWriteGivesZeroAndAddsNoLine) {
 
 TEST_F(DatabaseFile, FailedChangeIsToldAndLeavesTheLine) {
     Write(2);
-    Device.Platform.faults.FailNext(1);
+    Device.Host.faults.FailNext(1);
     EXPECT_FALSE(ChangeFileLine(File, 1, u"x"));
     std::int32_t line = 1;
     EXPECT_EQ(ReadFileLine(File, line), u"line 1");
@@ -133,7 +133,7 @@ TEST_F(DatabaseFile, IsOpenedInNoModeWithALineToReadNext) {
 TEST_F(DatabaseFile, ThatAFailingDiskKeepsFromUsIsNotMadeAnew) {
     Write(2);
     CloseFile(File);
-    Device.Platform.faults.FailNextReads(1);
+    Device.Host.faults.FailNextReads(1);
     Open(u"a");
     EXPECT_FALSE(File.valid);
     EXPECT_TRUE(File.kept);
@@ -217,7 +217,7 @@ TEST_F(WhyADatabaseFails, IsThatAnotherProgramHasLockedIt) {
     Write(3);
     support::OtherTool tool(Test());
     tool.Lock();
-    Device.Platform.hostDatabases.Patience.Longest = std::chrono::milliseconds(0);
+    Device.Host.hostDatabases.Patience.Longest = std::chrono::milliseconds(0);
     EXPECT_FALSE(ChangeFileLine(File, 1, u"changed"));
     EXPECT_EQ(File.error, platform::InUse);
     EXPECT_FALSE(DeleteFileLine(File, 1));
@@ -248,7 +248,7 @@ TEST_F(WhyADatabaseFails, IsToldWhereWhatIsInItsPlaceCantBeDeleted) {
 
 TEST_F(WhyADatabaseFails, IsToldWhereALineIsRefused) {
     Write(2);
-    Device.Platform.faults.FailNext(1, 1);
+    Device.Host.faults.FailNext(1, 1);
     WriteFileLine(File, u"lost");
     EXPECT_THAT(Device.Did.Unsaved, testing::ElementsAre(testing::Pair(u"test", u"the disk is full")));
 }

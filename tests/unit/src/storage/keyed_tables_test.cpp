@@ -65,7 +65,7 @@ TEST_P(KeyedTable, OpensOnItsFirstRowWithoutLoadingIt) {
 TEST_P(KeyedTable, KeptFromUsByAFailingDiskStopsTheProgram) {
     Write({u"NAME", u"a"});
     for (const std::int32_t good : {0, 1}) { // the first opening fails, or the one for appending
-        Device.Platform.faults.FailNextReads(1, good);
+        Device.Host.faults.FailNextReads(1, good);
         EXPECT_THAT(modStringTools::ToBytes(support::FailureOf([this] { Open(); })), HasSubstr("Can't open"));
         EXPECT_THAT(Lines(), ElementsAre(u"NAME", u"a"));
     }
@@ -317,16 +317,16 @@ TEST_P(KeyedTable, RowThatCantBeAddedOrDeletedLeavesTheTableAsItWas) {
     GotoRow(2);
     const std::int32_t good = Table.TableFile.isDatabase ? 1 : 0; // a record is added, and can't be written
     for (const std::int32_t where : {-1, 1, 2}) {
-        Device.Platform.faults.FailNext(1, good);
+        Device.Host.faults.FailNext(1, good);
         EXPECT_FALSE(AddRow(where));
-        Device.Platform.faults.FailNext(0);
+        Device.Host.faults.FailNext(0);
         EXPECT_EQ(TableRowCount(), 2);
         EXPECT_EQ(Table.TableRowIndex, 2);
         EXPECT_THAT(Table.TableValues, ElementsAre(u"c", u"d"));
     }
-    Device.Platform.faults.FailNext(1);
+    Device.Host.faults.FailNext(1);
     DeleteRow();
-    Device.Platform.faults.FailNext(0);
+    Device.Host.faults.FailNext(0);
     EXPECT_EQ(TableRowCount(), 2);
     EXPECT_THAT(Table.TableValues, ElementsAre(u"c", u"d"));
     EXPECT_TRUE(AddRow(-1));
@@ -340,13 +340,13 @@ TEST_P(KeyedTable, TellsEachChangeThatDidNotReachTheFileOnce) {
     const std::int32_t good = Table.TableFile.isDatabase ? 1 : 0; // a record is added, and can't be written
     GotoRow(2);
     SetField(u"A", u"new");
-    Device.Platform.faults.FailNext(1);
+    Device.Host.faults.FailNext(1);
     SaveRow();
     EXPECT_THAT(Device.Did.Unsaved, ElementsAre(Pair(name, u"the disk is full")));
-    Device.Platform.faults.FailNext(1, good);
+    Device.Host.faults.FailNext(1, good);
     EXPECT_FALSE(AddRow(-1));
     EXPECT_THAT(Device.Did.Unsaved, SizeIs(2));
-    Device.Platform.faults.FailNext(1);
+    Device.Host.faults.FailNext(1);
     DeleteRow();
     EXPECT_THAT(Device.Did.Unsaved, SizeIs(3));
     EXPECT_THAT(Device.Did.Unsaved, Each(Pair(name, _)));

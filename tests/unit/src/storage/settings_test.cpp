@@ -30,7 +30,7 @@ TEST(Settings, KeepTextAsItStands) {
 TEST(Settings, ThatCantBeWrittenAreNoFailure) {
     support::TestDevice device;
     SetFilePaths();
-    device.Platform.faults.FailNext(-1);
+    device.Host.faults.FailNext(-1);
     SaveSetting(u"ComPort", u"Com3");
     EXPECT_EQ(GetSetting(u"ComPort", u"OFF"), u"OFF");
 }

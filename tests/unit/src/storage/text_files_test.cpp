@@ -207,7 +207,7 @@ TEST_F(TextFile, ScratchFileHasANameOfEightDigitsThatIsNotTaken) {
 TEST_F(TextFile, ScratchFileThatCantBeMadeMakesTheEditFail) {
     Put("a\n");
     Open(u"r");
-    Device.Platform.faults.FailNext(1);
+    Device.Host.faults.FailNext(1);
     EXPECT_FALSE(ChangeFileLine(File, 1, u"x"));
     EXPECT_EQ(Bytes(), "a\n");
     EXPECT_TRUE(ChangeFileLine(File, 1, u"x"));
@@ -223,7 +223,7 @@ TEST_F(TextFile, FullDiskDuringAnEditLeavesTheOldFileOrTheNewOne) {
         ASSERT_LT(good, 20);
         Put(before);
         Open(u"r");
-        Device.Platform.faults.FailNext(-1, good);
+        Device.Host.faults.FailNext(-1, good);
         bool failed = false;
         try {
             done = ChangeFileLine(File, 2, u"B");
@@ -231,7 +231,7 @@ TEST_F(TextFile, FullDiskDuringAnEditLeavesTheOldFileOrTheNewOne) {
             EXPECT_THAT(modStringTools::ToBytes(over.Failure), HasSubstr("the disk is full"));
             failed = true;
         }
-        Device.Platform.faults.FailNext(0);
+        Device.Host.faults.FailNext(0);
         Slots = {};
         File = {};
         EXPECT_EQ(Bytes(), done ? after : before);
@@ -242,7 +242,7 @@ TEST_F(TextFile, FullDiskDuringAnEditLeavesTheOldFileOrTheNewOne) {
 TEST_F(TextFile, FailedCopyLeavesTheNewStateInTheScratchFile) {
     Put("a\n");
     Open(u"r");
-    Device.Platform.faults.FailNext(1, 3); // made, written, closed; the copy fails
+    Device.Host.faults.FailNext(1, 3); // made, written, closed; the copy fails
     support::FailureOf([this] { ChangeFileLine(File, 1, u"new"); });
     EXPECT_EQ(Bytes(), "a\n");
     const std::vector<std::string> scratch = OtherFiles();
@@ -260,7 +260,7 @@ TEST_F(TextFile, ReadThatFailsNeverCostsALine) {
     for (std::int32_t good = 0;; ++good) {
         Put(whole);
         Open(u"r");
-        Device.Platform.faults.FailNextReads(1, good);
+        Device.Host.faults.FailNextReads(1, good);
         bool failed = false;
         try {
             ChangeFileLine(File, 2, u"another line");
@@ -269,7 +269,7 @@ TEST_F(TextFile, ReadThatFailsNeverCostsALine) {
             EXPECT_THAT(modStringTools::ToBytes(over.Failure),
                         testing::AnyOf(HasSubstr("Can't read"), HasSubstr("Can't open")));
         }
-        Device.Platform.faults.FailNextReads(0);
+        Device.Host.faults.FailNextReads(0);
         EXPECT_TRUE(failed || File.valid) << "what is written next would go nowhere, after " << good << " good reads";
         CloseFile(File);
         CloseFile(Slots.TempFile);
@@ -297,12 +297,12 @@ TEST_F(TextFile, CutWhileItIsCopiedStaysSoAndLeavesTheScratchFile) {
         Put(whole);
         Open(u"r");
         int passed = 0;
-        Device.Platform.faults.Working = [&] {
+        Device.Host.faults.Working = [&] {
             if (++passed == moment)
                 std::filesystem::resize_file(Device.Folder.Path() / "Quorin/file.txt", cut.size());
         };
         const bool changed = ChangeFileLine(File, 2, u"another line");
-        Device.Platform.faults.Working = nullptr;
+        Device.Host.faults.Working = nullptr;
         CloseFile(File);
         for (const std::string& scratch : OtherFiles()) {
             halfCopied += Device.Folder.Bytes("Quorin/" + scratch).find("another line") != std::string::npos ? 1 : 0;
@@ -319,7 +319,7 @@ TEST_F(TextFile, CutWhileItIsCopiedStaysSoAndLeavesTheScratchFile) {
 TEST_F(TextFile, ThatAFailingDiskKeepsFromUsIsNotOpened) {
     Put("one\ntwo\nthree\n");
     for (const std::int32_t good : {0, 1}) { // the opening fails, or the count that follows it
-        Device.Platform.faults.FailNextReads(1, good);
+        Device.Host.faults.FailNextReads(1, good);
         Open(u"a");
         EXPECT_FALSE(File.valid);
         EXPECT_TRUE(File.kept);

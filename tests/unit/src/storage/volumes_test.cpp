@@ -265,7 +265,7 @@ TEST(DataPath, FolderWhoseNameIsRefusedIsTold) {
 TEST(DataPath, FolderThatAFullDiskHasNoRoomForIsTold) {
     support::TestDevice device(DeviceWith(0, {}));
     GetDataPath(u"Quorin"); // stores the volume
-    device.Platform.faults.FailNext(1);
+    device.Host.faults.FailNext(1);
     EXPECT_EQ(GetDataPath(u"Other"), u".\\");
     ASSERT_EQ(ToldOfFolders(device).size(), 1U);
     EXPECT_NE(ToldOfFolders(device).front().find(u"the disk is full"), Text::npos);
@@ -446,7 +446,7 @@ TEST(ListFiles, ThatCantReadADatabaseIsTold) {
     for (const char16_t* name : {u"held", u"ours"})
         databases.Close(databases.Create(name, PackCode(u"TEXT"), PackCode(u"QVRN")).Id);
     device.Folder.Put("Databases/text.sqlite", "a text that is long enough to be looked at as the head of a database");
-    device.Platform.hostDatabases.Patience.Longest = {};
+    device.Host.hostDatabases.Patience.Longest = {};
     support::OtherTool tool(device.Folder.Path() / "Databases" / "held.sqlite");
     tool.Lock();
     ListFiles(u"Device:\\", u"TEXT", u"QVRN");

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "backends/serial/byte_source.h"
+#include "backends/serial/descriptor_source.h"
 
 #include <array>
 #include <cerrno>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The source of a port's bytes: a terminal, a socket or a child process. A source does not decode, and is independent
-// of the event loop.
+// The source of a port's bytes: a terminal, a socket, a child process, or a buffer that something else fills. A source
+// does not decode, and is independent of the event loop.
 #pragma once
 
 #include "src/view/platform/errors.h"
@@ -41,20 +41,13 @@ public:
     virtual void Close() = 0;
 
     /// Appends what can be read without waiting, up to 64 KB. Bytes that arrived before the end are returned first, and
-    /// the next call returns Gone. It must also be called from time to time while the source is being opened.
+    /// the next call returns Gone. It is called in each round of the loop, also while the source is being opened. What
+    /// wakes a sleeping loop for it is up to the pump.
     virtual ReadState TakeAvailable(std::string& bytes) = 0;
-
-    /// Returns a descriptor that becomes readable when there are bytes, or the end. Returns -1 if the source is closed,
-    /// or has no descriptor and must be asked in each round of the loop.
-    virtual int Descriptor() const = 0;
 
     /// Returns why the source is gone, as text for the user; empty if the reason is not known or the source is not
     /// gone.
     virtual std::string Ending() const { return {}; }
 };
-
-/// Appends what a descriptor has, up to 64 KB: the part of TakeAvailable that all sources with a descriptor share.
-/// Returns Gone only if nothing was read; then `error` is the value of errno, or 0 at the end of the stream.
-ReadState ReadDescriptor(int descriptor, std::string& bytes, int& error);
 
 } // namespace backends

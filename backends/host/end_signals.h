@@ -2,7 +2,8 @@
 // The signals by which the system asks the program to end, as an event of the loop.
 #pragma once
 
-#include "backends/files/host_files.h"
+#include "backends/descriptor/descriptor.h"
+#include "backends/descriptor/waitable.h"
 #include "backends/loop/event_loop.h"
 
 #include <functional>
@@ -10,12 +11,12 @@
 
 namespace backends {
 
-class EndSignals final : public EventSource {
+class EndSignals final : public EventSource, public Waitable {
 public:
     /// From now on SIGTERM, SIGINT and SIGHUP come as events, also in threads that are started later.
     EndSignals();
 
-    int Descriptor() override { return Signals_.Number(); }
+    int Descriptor() const override { return Signals_.Number(); }
     bool RaiseWhatIsPending() override;
 
     std::function<void(const std::string& name)> Raised;

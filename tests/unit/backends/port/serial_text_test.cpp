@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "backends/serial/serial_text.h"
+#include "backends/port/serial_text.h"
 
 #include "src/text/windows_1252.h"
 #include "tests/support/printed_rows.h"

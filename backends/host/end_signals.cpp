@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "backends/loop/end_signals.h"
+#include "backends/host/end_signals.h"
 
 #include <csignal>
 #include <sys/signalfd.h>

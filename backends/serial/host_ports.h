@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: MIT
+// The ports of this machine: which address a port number stands for, and the source of that address.
+#pragma once
+
+#include "backends/port/port_sources.h"
+#include "backends/serial/descriptor_source.h"
+#include "backends/serial/port_address.h"
+
+#include <functional>
+#include <map>
+#include <memory>
+
+namespace backends {
+
+/// The address behind each port number.
+struct PortPaths {
+    std::map<std::int32_t, PortAddress> Pinned;
+    /// Called at each opening of a number that is not pinned; an empty path means that there is no device. If it is not
+    /// set, such a port is simulated.
+    std::function<std::string(std::int32_t)> Find;
+};
+
+/// One source exists at a time: that of the last number with an address.
+class HostPorts final : public PortSources, public Waitable {
+public:
+    explicit HostPorts(PortPaths paths) : Paths_(std::move(paths)) {}
+
+    std::optional<PortTarget> Find(std::int32_t number) override;
+    int Descriptor() const override { return Source_ ? Source_->Descriptor() : -1; }
+
+private:
+    PortPaths Paths_;
+    PortAddress Address_; ///< of the source
+    std::unique_ptr<DescriptorSource> Source_;
+};
+
+} // namespace backends
