@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 // What a person waits for at the window: the first frame after the start, and the frame after a key.
 #include "backends/input/gestures.h"
-#include "backends/qt/qt_platform.h"
 #include "bench/bench_device.h"
 #include "bench/processes.h"
 #include "bench/ratio.h"
+#include "tests/support/window_hand.h"
 
 #include <QApplication>
 #include <QTest>
@@ -70,7 +70,7 @@ public:
         if (!QTest::qWaitForWindowActive(&Device.window))
             Fail("the window does not get the keyboard");
         for (const char16_t* caption : {u"Start...", u"Ok", u"Open"}) {
-            if (const std::string why = backends::Choose(Device, caption); !why.empty())
+            if (const std::string why = backends::Choose(Hand, caption); !why.empty())
                 Fail("the record can't be opened: " + why);
             Settle();
         }
@@ -108,6 +108,7 @@ private:
     backends::qt::QtPump Pump;
     backends::HostDevice Host;
     backends::qt::QtPlatform Device;
+    windowtest::WindowHand Hand{Device};
     FrameWatch Watch;
     bool Down = true; ///< through the record, and up again
 };

@@ -45,7 +45,8 @@ void Play(const fuzz::Place& place, const std::string& script, std::int32_t devi
     backends::HostDevice host(options);
     backends::headless::HeadlessPlatform device(host, session, session.Out());
     device.runTime.Rest = [](std::int32_t) {}; // there is nobody else to wait for
-    session.Use(device);
+    backends::headless::HeadlessHand user(device);
+    session.Use(device, user);
     try {
         session.Run();
     } catch (const backends::ProgramOver& over) {

@@ -45,18 +45,18 @@ Technician::~Technician() {
 }
 
 void Technician::Choose(const Text& caption) {
-    backends::Choose(Device, caption);
+    backends::Choose(Hand, caption);
     Device.loop.HandleDue();
 }
 
 void Technician::Tap(std::int32_t row, std::int32_t col) {
-    backends::Tap(Device, row, col);
+    backends::Tap(Hand, row, col);
     Device.loop.HandleDue();
 }
 
 void Technician::Enter(std::int32_t row, const Text& value) {
     Tap(row, 1);
-    backends::SetInput(Device, value);
+    backends::SetInput(Hand, value);
     Device.loop.HandleDue();
 }
 
@@ -68,13 +68,13 @@ void Technician::Receive(const Text& text) {
 void Technician::RunCommand() {
     Must(++Waited < MostWaits, "boxes and prompts without end");
     if (const auto* box = Device.boxes.Current()) {
-        Device.PressBoxButton(box->Buttons == platform::BoxButtons::Ok ? platform::BoxAnswer::Ok
-                                                                       : platform::BoxAnswer::Yes);
+        Hand.PressBoxButton(box->Buttons == platform::BoxButtons::Ok ? platform::BoxAnswer::Ok
+                                                                     : platform::BoxAnswer::Yes);
         return;
     }
-    if (backends::PickDate(Device, {2007, 3, 6}).empty())
+    if (backends::PickDate(Hand, {2007, 3, 6}).empty())
         return;
-    backends::SetInput(Device, Answer);
+    backends::SetInput(Hand, Answer);
     Choose(u"Ok");
 }
 

@@ -3,7 +3,7 @@
 // at a moment is left out.
 #pragma once
 
-#include "backends/headless/headless_platform.h"
+#include "backends/headless/headless_hand.h"
 #include "backends/loop/no_commands.h"
 #include "backends/loop/silent_watcher.h"
 #include "fuzz/place.h"
@@ -33,6 +33,7 @@ public:
 
     backends::HostDevice Host;
     backends::headless::HeadlessPlatform Device;
+    backends::headless::HeadlessHand Hand{Device};
 
 private:
     bool HasCommand() override { return true; }

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "apps/quorin-console/console_main.h"
 #include "apps/start/process.h"
-#include "backends/headless/headless_platform.h"
+#include "backends/headless/headless_hand.h"
 #include "backends/host/end_signals.h"
 #include "src/app/start_up.h"
 
@@ -10,7 +10,8 @@ namespace {
 int RunHeadless(const console::Options& options, console::Session& session) {
     backends::HostDevice host(options.Device);
     backends::headless::HeadlessPlatform device(host, session, session.Out());
-    session.Use(device);
+    backends::headless::HeadlessHand user(device);
+    session.Use(device, user);
     backends::EndSignals signals;
     session.EndBy(signals);
     try {

@@ -60,31 +60,31 @@ Error ReadPlace(const std::string& rest, GridPlace& place) {
 Error RunTap(const Target& target, const std::string& rest) {
     GridPlace place;
     const Error error = ReadPlace(rest, place);
-    return error.empty() ? Tap(target.Device, place.Row, place.Col) : error;
+    return error.empty() ? Tap(target.User, place.Row, place.Col) : error;
 }
 
 Error RunHold(const Target& target, const std::string& rest) {
     GridPlace place;
     const Error error = ReadPlace(rest, place);
-    return error.empty() ? Hold(target.Device, place.Row, place.Col) : error;
+    return error.empty() ? Hold(target.User, place.Row, place.Col) : error;
 }
 
 Error RunMenu(const Target& target, const std::string& rest) {
     const Arguments words = WordsOf(rest);
     const auto menu = words.size() == 2 ? SmallNumber(words[0]) : std::nullopt;
     const auto item = words.size() == 2 ? SmallNumber(words[1]) : std::nullopt;
-    return menu && item ? ClickItem(target.Device, *menu, *item) : "needs M I";
+    return menu && item ? ClickItem(target.User, *menu, *item) : "needs M I";
 }
 
 Error RunTitle(const Target& target, const std::string& rest) {
     const Arguments words = WordsOf(rest);
     const auto menu = words.size() == 1 ? SmallNumber(words[0]) : std::nullopt;
-    return menu ? ClickTitle(target.Device, *menu) : "needs M";
+    return menu ? ClickTitle(target.User, *menu) : "needs M";
 }
 
 Error RunChoose(const Target& target, const std::string& rest) {
     const auto caption = TextFrom(rest);
-    return caption ? Choose(target.Device, *caption) : "is not a valid JSON string";
+    return caption ? Choose(target.User, *caption) : "is not a valid JSON string";
 }
 
 /// Also runs a command that is in no menu, for a person who maintains a device.
@@ -102,22 +102,22 @@ Error RunCommand(const Target& target, const std::string& rest) {
 
 Error RunSet(const Target& target, const std::string& rest) {
     const auto text = TextFrom(rest);
-    return text ? SetInput(target.Device, *text) : "is not a valid JSON string";
+    return text ? SetInput(target.User, *text) : "is not a valid JSON string";
 }
 
 Error RunAnswer(const Target& target, const std::string& rest) {
     const Arguments words = WordsOf(rest);
     if (words == Arguments{"yes"})
-        return Answer(target.Device, BoxAnswer::Yes);
+        return Answer(target.User, BoxAnswer::Yes);
     if (words == Arguments{"no"})
-        return Answer(target.Device, BoxAnswer::No);
+        return Answer(target.User, BoxAnswer::No);
     if (words == Arguments{"ok"})
-        return Answer(target.Device, BoxAnswer::Ok);
+        return Answer(target.User, BoxAnswer::Ok);
     return "needs yes, no or ok";
 }
 
 Error RunClose(const Target& target, const std::string&) {
-    return CloseForm(target.Device);
+    return CloseForm(target.User);
 }
 
 // --- keys ------------------------------------------------------------------------------------------------------------
@@ -127,18 +127,18 @@ Error RunKey(const Target& target, const std::string& rest) {
     const auto code = words.size() == 1 ? SmallNumber(words[0]) : std::nullopt;
     if (!code || *code < 1)
         return "needs CODE, the number of a key";
-    return PressKey(target.Device, *code);
+    return PressKey(target.User, *code);
 }
 
 Error RunType(const Target& target, const std::string& rest) {
     const auto text = TextFrom(rest);
-    return text ? TypeText(target.Device, *text) : "is not a valid JSON string";
+    return text ? TypeText(target.User, *text) : "is not a valid JSON string";
 }
 
 Error RunPick(const Target& target, const std::string& rest) {
     const Arguments words = WordsOf(rest);
     const auto date = words.size() == 1 ? backends::DateFromText(words[0]) : std::nullopt;
-    return date ? PickDate(target.Device, *date) : "needs a date of the calendar, YYYY-MM-DD";
+    return date ? PickDate(target.User, *date) : "needs a date of the calendar, YYYY-MM-DD";
 }
 
 /// The keyboard appears over whatever is shown, a message box included.

@@ -4,14 +4,16 @@
 
 #include "apps/quorin-console/writer.h"
 #include "backends/host/host_back_end.h"
+#include "backends/input/hand.h"
 
 #include <string>
 
 namespace console {
 
-/// The device that a command works on, and where it writes its output.
+/// The device that a command works on, who operates it, and where the command writes its output.
 struct Target {
     backends::HostBackEnd& Device;
+    backends::Hand& User;
     Writer& Out;
 };
 

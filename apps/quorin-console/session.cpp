@@ -67,8 +67,9 @@ bool OutputWatch::RaiseWhatIsPending() {
     return false;
 }
 
-void Session::Use(backends::HostBackEnd& used) {
+void Session::Use(backends::HostBackEnd& used, backends::Hand& user) {
     Device_ = &used;
+    User_ = &user;
     OutputWatch_.emplace(Writer_, used.loop);
     used.loop.Listen(*OutputWatch_);
     used.pump.WakenByCommands(*this);
@@ -111,7 +112,7 @@ void Session::RunCommand() {
     const std::string answer = OwnAnswer();
     const CommandLine line = Parse(answer.empty() ? Reader_.Take() : answer);
     OpenCommands_.push_back(line.Word);
-    std::string error = Execute({*Device_, Writer_}, line);
+    std::string error = Execute({*Device_, *User_, Writer_}, line);
     Device_->loop.HandleDue();
     OpenCommands_.pop_back();
     Json done = {{"done", line.Word}};

@@ -5,6 +5,7 @@
 #include "apps/quorin-console/writer.h"
 #include "backends/host/end_signals.h"
 #include "backends/host/host_back_end.h"
+#include "backends/input/hand.h"
 #include "backends/loop/ending.h"
 
 #include <deque>
@@ -51,9 +52,9 @@ public:
     Session(int input, std::ostream& out, bool stopAtFailure, OutputFor reader = OutputFor::Programs)
         : Strict_(stopAtFailure), Writer_(out, reader), Reader_(input) {}
 
-    /// Sets the device for the commands. The device must have been created with this session as its source of commands
-    /// and as its watcher.
-    void Use(backends::HostBackEnd& used);
+    /// Sets the device for the commands, and who operates it. The device must have been created with this session as
+    /// its source of commands and as its watcher.
+    void Use(backends::HostBackEnd& used, backends::Hand& user);
     /// From now on a signal ends the program; the record on the screen is saved as by Back.
     void EndBy(backends::EndSignals& signals);
     /// Starts the program and runs commands until the program is over.
@@ -86,6 +87,7 @@ private:
     Writer Writer_;
     LineReader Reader_;
     backends::HostBackEnd* Device_ = nullptr;
+    backends::Hand* User_ = nullptr;
     std::optional<OutputWatch> OutputWatch_;
     std::optional<backends::Ending> Ending_;
     std::vector<std::string> OpenCommands_; ///< their words, the innermost last

@@ -69,54 +69,54 @@ Refusal FormRefusal(const BackEnd& device) {
     return device.Seen().boxes.Current() != nullptr ? "a message box is open" : Done;
 }
 
-Refusal Tap(BackEnd& device, std::int32_t row, std::int32_t col) {
-    if (const Refusal refusal = CellRefusal(device, row, col); !refusal.empty())
+Refusal Tap(Hand& hand, std::int32_t row, std::int32_t col) {
+    if (const Refusal refusal = CellRefusal(hand.Device(), row, col); !refusal.empty())
         return refusal;
-    device.PressCell(row, col);
-    device.ReleaseCell();
+    hand.PressCell(row, col);
+    hand.ReleaseCell();
     return Done;
 }
 
-Refusal Hold(BackEnd& device, std::int32_t row, std::int32_t col) {
-    if (const Refusal refusal = CellRefusal(device, row, col); !refusal.empty())
+Refusal Hold(Hand& hand, std::int32_t row, std::int32_t col) {
+    if (const Refusal refusal = CellRefusal(hand.Device(), row, col); !refusal.empty())
         return refusal;
-    device.PressCell(row, col);
-    device.loop.PassTime(LongPress);
-    device.ReleaseCell();
+    hand.PressCell(row, col);
+    hand.Device().loop.PassTime(LongPress);
+    hand.ReleaseCell();
     return Done;
 }
 
-Refusal ClickItem(BackEnd& device, std::int32_t menu, std::int32_t item) {
-    if (const Refusal refusal = ItemRefusal(device, menu, item); !refusal.empty())
+Refusal ClickItem(Hand& hand, std::int32_t menu, std::int32_t item) {
+    if (const Refusal refusal = ItemRefusal(hand.Device(), menu, item); !refusal.empty())
         return refusal;
-    device.ClickItem(menu, item);
+    hand.ClickItem(menu, item);
     return Done;
 }
 
-Refusal ClickTitle(BackEnd& device, std::int32_t menu) {
-    if (const Refusal refusal = TitleRefusal(device, menu); !refusal.empty())
+Refusal ClickTitle(Hand& hand, std::int32_t menu) {
+    if (const Refusal refusal = TitleRefusal(hand.Device(), menu); !refusal.empty())
         return refusal;
-    device.ClickTitle(menu);
+    hand.ClickTitle(menu);
     return Done;
 }
 
-Refusal Choose(BackEnd& device, const Text& caption) {
-    if (const Refusal refusal = FormRefusal(device); !refusal.empty())
+Refusal Choose(Hand& hand, const Text& caption) {
+    if (const Refusal refusal = FormRefusal(hand.Device()); !refusal.empty())
         return refusal;
     for (std::int32_t menu = 1; menu <= 2; ++menu) {
         for (std::int32_t item = 1; item <= MenuItemCount; ++item) {
-            if (Item(device, menu, item).Caption() != caption || !ItemRefusal(device, menu, item).empty())
+            if (Item(hand.Device(), menu, item).Caption() != caption || !ItemRefusal(hand.Device(), menu, item).empty())
                 continue;
-            device.ClickTitle(menu); // opens the menu
-            device.ClickItem(menu, item);
+            hand.ClickTitle(menu); // opens the menu
+            hand.ClickItem(menu, item);
             return Done;
         }
     }
     // A menu whose first item is hidden has no list: its caption is itself a key.
     for (std::int32_t menu = 1; menu <= 2; ++menu) {
-        const MenuItem& title = Title(device, menu);
-        if (title.Caption() == caption && Offered(title) && !Item(device, menu, 1).Visible()) {
-            device.ClickTitle(menu);
+        const MenuItem& title = Title(hand.Device(), menu);
+        if (title.Caption() == caption && Offered(title) && !Item(hand.Device(), menu, 1).Visible()) {
+            hand.ClickTitle(menu);
             return Done;
         }
     }
@@ -130,29 +130,29 @@ Refusal FieldRefusal(const BackEnd& device) {
     return holder == nullptr || !holder->TakesText() ? "no input control has the focus" : Done;
 }
 
-Refusal SetInput(BackEnd& device, const Text& text) {
-    if (const Refusal refusal = FieldRefusal(device); !refusal.empty())
+Refusal SetInput(Hand& hand, const Text& text) {
+    if (const Refusal refusal = FieldRefusal(hand.Device()); !refusal.empty())
         return refusal;
     Text set = text;
     modStringTools::BlankNuls(set);
-    device.ReplaceText(set);
+    hand.ReplaceText(set);
     return Done;
 }
 
-Refusal CloseForm(BackEnd& device) {
-    if (const Refusal refusal = FormRefusal(device); !refusal.empty())
+Refusal CloseForm(Hand& hand) {
+    if (const Refusal refusal = FormRefusal(hand.Device()); !refusal.empty())
         return refusal;
-    device.CloseWindow();
+    hand.CloseWindow();
     return Done;
 }
 
-Refusal Answer(BackEnd& device, BoxAnswer answer) {
-    const DeviceBoxes::OpenBox* box = device.Seen().boxes.Current();
+Refusal Answer(Hand& hand, BoxAnswer answer) {
+    const DeviceBoxes::OpenBox* box = hand.Device().Seen().boxes.Current();
     if (box == nullptr)
         return "no message box is open";
     if ((box->Buttons == BoxButtons::Ok) != (answer == BoxAnswer::Ok))
         return box->Buttons == BoxButtons::Ok ? "the box has only an Ok button" : "the box has a Yes and a No button";
-    device.PressBoxButton(answer);
+    hand.PressBoxButton(answer);
     return Done;
 }
 

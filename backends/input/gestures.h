@@ -2,7 +2,7 @@
 // The actions of a user on the form. Each returns an empty text on success, or the reason why it is not possible.
 #pragma once
 
-#include "backends/loop/back_end.h"
+#include "backends/input/hand.h"
 
 #include <string>
 
@@ -18,24 +18,24 @@ Refusal FormRefusal(const BackEnd& device);
 Refusal FieldRefusal(const BackEnd& device);
 
 /// A short tap on a cell of grdMain: moves the focus and the selection there, presses and releases.
-Refusal Tap(BackEnd& device, std::int32_t row, std::int32_t col);
+Refusal Tap(Hand& hand, std::int32_t row, std::int32_t col);
 /// The same with 1.5 seconds between press and release.
-Refusal Hold(BackEnd& device, std::int32_t row, std::int32_t col);
+Refusal Hold(Hand& hand, std::int32_t row, std::int32_t col);
 
 /// A click on item 1 to 5, or on the caption, of soft menu 1 or 2.
-Refusal ClickItem(BackEnd& device, std::int32_t menu, std::int32_t item);
-Refusal ClickTitle(BackEnd& device, std::int32_t menu);
+Refusal ClickItem(Hand& hand, std::int32_t menu, std::int32_t item);
+Refusal ClickTitle(Hand& hand, std::int32_t menu);
 
 /// Finds the entry with that caption and clicks it as a user of this device would: an item after its menu is opened, a
 /// soft key without items by its caption.
-Refusal Choose(BackEnd& device, const Text& caption);
+Refusal Choose(Hand& hand, const Text& caption);
 
 /// Replaces the text of the input control that has the focus.
-Refusal SetInput(BackEnd& device, const Text& text);
+Refusal SetInput(Hand& hand, const Text& text);
 
 /// A click on the close button of the title bar.
-Refusal CloseForm(BackEnd& device);
+Refusal CloseForm(Hand& hand);
 
-Refusal Answer(BackEnd& device, BoxAnswer answer);
+Refusal Answer(Hand& hand, BoxAnswer answer);
 
 } // namespace backends

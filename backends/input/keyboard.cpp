@@ -21,15 +21,15 @@ std::size_t FirstLength(TextView text) {
     return text.empty() ? 1 : modStringTools::FirstCharacter(text).Length;
 }
 
-Refusal PressKey(BackEnd& device, std::int32_t keyCode) {
-    if (const Refusal refusal = FormRefusal(device); !refusal.empty())
+Refusal PressKey(Hand& hand, std::int32_t keyCode) {
+    if (const Refusal refusal = FormRefusal(hand.Device()); !refusal.empty())
         return refusal;
-    device.StrikeKey(keyCode);
+    hand.StrikeKey(keyCode);
     return {};
 }
 
-Refusal TypeText(BackEnd& device, const Text& text) {
-    if (const Refusal refusal = FieldRefusal(device); !refusal.empty())
+Refusal TypeText(Hand& hand, const Text& text) {
+    if (const Refusal refusal = FieldRefusal(hand.Device()); !refusal.empty())
         return refusal;
     Text typed = text;
     modStringTools::BlankNuls(typed);
@@ -38,20 +38,20 @@ Refusal TypeText(BackEnd& device, const Text& text) {
     while (!rest.empty()) {
         const std::size_t written = LengthWritten(rest);
         if (written > 0)
-            device.TypeCharacters(rest.substr(0, written));
+            hand.TypeCharacters(rest.substr(0, written));
         else
-            device.TypeCharacter(rest.substr(0, 1));
+            hand.TypeCharacter(rest.substr(0, 1));
         rest.remove_prefix(std::max<std::size_t>(written, 1));
     }
     return {};
 }
 
-Refusal PickDate(BackEnd& device, const CalendarDate& date) {
-    if (const Refusal refusal = FormRefusal(device); !refusal.empty())
+Refusal PickDate(Hand& hand, const CalendarDate& date) {
+    if (const Refusal refusal = FormRefusal(hand.Device()); !refusal.empty())
         return refusal;
-    if (!device.Seen().dteInputField.Visible())
+    if (!hand.Device().Seen().dteInputField.Visible())
         return "no date picker is open";
-    device.ChooseDate(date);
+    hand.ChooseDate(date);
     return {};
 }
 

@@ -10,15 +10,15 @@ namespace backends {
 /// Key down, key press if the code is a character, key up. In between the control that has the focus, or grdMain if
 /// none has, reacts unless the form has swallowed the key: arrows on a grid, a list or a date, left and right in a
 /// text, characters in a text. On Palm OS the page keys turn the page of grdMain whatever has the focus.
-Refusal PressKey(BackEnd& device, std::int32_t keyCode);
+Refusal PressKey(Hand& hand, std::int32_t keyCode);
 
 /// Types the characters one after another into the input control that has the focus.
-Refusal TypeText(BackEnd& device, const Text& text);
+Refusal TypeText(Hand& hand, const Text& text);
 
 /// Returns the length of the first character of a text: two units for one beyond the first 65,536.
 std::size_t FirstLength(TextView text);
 
 /// Chooses a date in the open date picker.
-Refusal PickDate(BackEnd& device, const CalendarDate& date);
+Refusal PickDate(Hand& hand, const CalendarDate& date);
 
 } // namespace backends

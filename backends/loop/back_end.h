@@ -1,11 +1,9 @@
 // SPDX-License-Identifier: MIT
-// A whole device: everything that back-ends have in common. A back-end adds the controls, the fonts, and the Hand that
-// operates them.
+// A whole device: everything that back-ends have in common. A back-end adds the controls and the fonts.
 #pragma once
 
 #include "backends/loop/form_controls.h"
 #include "backends/loop/form_onlooker.h"
-#include "backends/loop/hand.h"
 #include "backends/loop/serial_ports.h"
 #include "backends/loop/services.h"
 #include "backends/simulated/number_source.h"
@@ -26,12 +24,12 @@ struct DeviceParts {
     Settings& settings;
 };
 
-class BackEnd : public Hand {
+class BackEnd {
 public:
     BackEnd(const DeviceParts& parts, Pump& pump, CommandSource& commands, Watcher& watcher);
     BackEnd(const BackEnd&) = delete;
     BackEnd& operator=(const BackEnd&) = delete;
-    ~BackEnd() override;
+    virtual ~BackEnd();
 
     /// Loads the form and brings it to the front, as the start of the program does.
     void StartProgram();

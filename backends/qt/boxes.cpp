@@ -13,18 +13,6 @@ namespace backends::qt {
 
 namespace {
 
-QMessageBox::StandardButton ButtonOf(BoxAnswer answer) {
-    switch (answer) {
-    case BoxAnswer::Yes:
-        return QMessageBox::Yes;
-    case BoxAnswer::No:
-        return QMessageBox::No;
-    case BoxAnswer::Ok:
-        break;
-    }
-    return QMessageBox::Ok;
-}
-
 BoxAnswer AnswerOf(const QMessageBox& dialog) {
     if (dialog.standardButtons() == QMessageBox::Ok)
         return BoxAnswer::Ok;
@@ -79,10 +67,6 @@ void QtBoxes::Closed(OpenBox&) {
     Dialogs_.pop_back();
     if (Leaving)
         Leaving();
-}
-
-void QtBoxes::Press(BoxAnswer answer) {
-    Dialog()->button(ButtonOf(answer))->click();
 }
 
 } // namespace backends::qt

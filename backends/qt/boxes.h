@@ -17,8 +17,7 @@ class QtBoxes final : public DeviceBoxes {
 public:
     QtBoxes(EventLoop& loop, Watcher& watcher, QWidget& window) : DeviceBoxes(loop, watcher), Window_(window) {}
 
-    /// Presses a button of the innermost box.
-    void Press(BoxAnswer answer);
+    /// Returns the innermost box; null if none is open.
     QMessageBox* Dialog() const { return Dialogs_.empty() ? nullptr : Dialogs_.back().get(); }
 
     std::function<void()> Leaving; ///< one was closed; others may stand

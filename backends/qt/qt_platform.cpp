@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "backends/qt/qt_platform.h"
 
-#include "backends/input/keyboard.h"
 #include "backends/loop/form_events.h"
 #include "backends/loop/form_keys.h"
 #include "src/app/keys.h"
@@ -10,7 +9,6 @@
 
 #include <QApplication>
 #include <QInputMethod>
-#include <QInputMethodEvent>
 #include <QPointer>
 #include <QStyle>
 
@@ -357,7 +355,6 @@ void QtPlatform::ActOnKey(FocusTarget& taker, std::int32_t code) {
         SendKey(taker, KeyOf(code), QString());
 }
 
-/// To the widget of a control, as if the key had come by the keyboard and the form had left it to the control.
 void QtPlatform::SendKey(FocusTarget& taker, int key, const QString& text) {
     QWidget* widget = native.WidgetOf(taker);
     if (widget == nullptr)
@@ -372,82 +369,6 @@ void QtPlatform::SendKey(FocusTarget& taker, int key, const QString& text) {
             QCoreApplication::sendEvent(receiver, &event);
     }
     Delivering_ = false;
-}
-
-// --- the hand --------------------------------------------------------------------------------------------------------
-
-void QtPlatform::PressCell(std::int32_t row, std::int32_t col) {
-    grdMain.Widget().PointerDown(row, col);
-}
-
-void QtPlatform::ReleaseCell() {
-    grdMain.Widget().PointerUp();
-}
-
-void QtPlatform::ClickItem(std::int32_t menu, std::int32_t item) {
-    menus.PressItem(menu, item);
-}
-
-void QtPlatform::ClickTitle(std::int32_t menu) {
-    menus.PressTitle(menu);
-}
-
-void QtPlatform::StrikeKey(std::int32_t keyCode) {
-    window.KeyPressed(keyCode);
-    window.KeyReleased(keyCode);
-}
-
-void QtPlatform::TypeCharacter(TextView character) {
-    const QString text = ToQt(character);
-    if (character[0] < u' ') {
-        focus.Holder()->EnterCharacter(character);
-    } else if (text.size() == 1 && text[0].isPrint()) {
-        SendKey(*focus.Holder(), text[0].toUpper().unicode(), text);
-    } else {
-        Commit(text);
-    }
-}
-
-/// As what a keyboard has no key for comes.
-void QtPlatform::Commit(const QString& text) {
-    QWidget* const widget = native.WidgetOf(*focus.Holder());
-    if (widget == nullptr)
-        return;
-    QInputMethodEvent commit;
-    commit.setCommitString(text);
-    QWidget* const line = widget->focusProxy() != nullptr ? widget->focusProxy() : widget;
-    QCoreApplication::sendEvent(line, &commit);
-}
-
-/// Key by key as long as a person could; a field lays all of its text out anew at each key.
-void QtPlatform::TypeCharacters(TextView characters) {
-    constexpr std::size_t MostKeys = 200;
-    if (characters.size() > MostKeys)
-        return Commit(ToQt(characters));
-    while (!characters.empty() && focus.Holder() != nullptr) {
-        const std::size_t length = FirstLength(characters);
-        TypeCharacter(characters.substr(0, length));
-        characters.remove_prefix(length);
-    }
-}
-
-void QtPlatform::ReplaceText(const Text& text) {
-    focus.Holder()->ReplaceText(text);
-}
-
-void QtPlatform::ChooseDate(const CalendarDate& date) {
-    QCalendarWidget& month = dteInputField.Calendar();
-    const QDate day(date.Year, date.Month, date.Day);
-    month.setSelectedDate(day);
-    Q_EMIT month.clicked(day);
-}
-
-void QtPlatform::CloseWindow() {
-    window.close();
-}
-
-void QtPlatform::PressBoxButton(BoxAnswer answer) {
-    boxes.Press(answer);
 }
 
 } // namespace backends::qt

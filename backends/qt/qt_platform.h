@@ -69,18 +69,9 @@ public:
 
     const Controls& Seen() const override { return controls; }
 
-    // User actions are clicks and keys on the widgets.
-    void PressCell(std::int32_t row, std::int32_t col) override;
-    void ReleaseCell() override;
-    void ClickItem(std::int32_t menu, std::int32_t item) override;
-    void ClickTitle(std::int32_t menu) override;
-    void StrikeKey(std::int32_t keyCode) override;
-    void TypeCharacter(TextView character) override;
-    void TypeCharacters(TextView characters) override;
-    void ReplaceText(const Text& text) override;
-    void ChooseDate(const CalendarDate& date) override;
-    void CloseWindow() override;
-    void PressBoxButton(BoxAnswer answer) override;
+    /// Sends a key to the widget of a control, as if the key had come from the keyboard and the form had left it to the
+    /// control.
+    void SendKey(FocusTarget& taker, int key, const QString& text);
 
 protected:
     Platform& Record() override { return record; }
@@ -118,8 +109,6 @@ private:
     /// Whether the key was meant for the field that a change of the record has closed under the person's hands.
     bool ComesTooLate() const;
     void ActOnKey(FocusTarget& taker, std::int32_t code);
-    void Commit(const QString& text);
-    void SendKey(FocusTarget& taker, int key, const QString& text);
 
     QtPump& Pump_;
     double Scale_;

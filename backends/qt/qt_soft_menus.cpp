@@ -134,11 +134,6 @@ void SoftMenus::SetBlocked(bool blocked) {
     FollowIfChanged();
 }
 
-void SoftMenus::PressItem(std::int32_t menu, std::int32_t item) {
-    FollowIfChanged();
-    Lists_[Index(menu)].Actions[Index(item)]->trigger();
-}
-
 void SoftMenus::PressTitle(std::int32_t menu) {
     if (TitleClicked)
         TitleClicked(menu);

@@ -63,8 +63,7 @@ public:
     /// `keyHeight`: pixels.
     void PutInto(QWidget& window, QBoxLayout& head, QBoxLayout& foot, bool asKeys, int keyHeight);
 
-    /// What a click on an item, or on a caption, does.
-    void PressItem(std::int32_t menu, std::int32_t item);
+    /// What a click on a caption does.
     void PressTitle(std::int32_t menu);
     /// F1 and F2: presses a key that has no list, opens any other.
     void Open(std::int32_t menu);
@@ -74,6 +73,7 @@ public:
 
     bool AreKeys() const { return Keys_[0] != nullptr; }
     QPushButton* Key(std::int32_t menu) const { return Keys_[static_cast<std::size_t>(menu - 1)]; }
+    QMenu& List(std::int32_t menu) { return Lists_[static_cast<std::size_t>(menu - 1)].List; } ///< its items, all five
     QMenuBar* Bar() const { return MenuBar_; }
 
     /// Takes up what has changed; the loop calls it when it handles events. Whether anything had.

@@ -4,10 +4,10 @@
 #pragma once
 
 #include "backends/headless/font_server.h"
-#include "backends/qt/qt_platform.h"
 #include "src/view/prompt.h"
 #include "src/view/screen_table.h"
 #include "tests/support/test_device.h"
+#include "tests/support/window_hand.h"
 
 #include <QTest>
 #include <gmock/gmock.h>
@@ -37,6 +37,7 @@ public:
     backends::qt::QtPump Pump;
     backends::HostDevice Host;
     backends::qt::QtPlatform Platform;
+    WindowHand Hand{Platform};
 
     /// What the person does while the program waits for a prompt or a message box, one step at a time.
     void WillDo(std::function<void()> step) { Steps_.push_back(std::move(step)); }

@@ -38,14 +38,14 @@ protected:
     }
 
     void Tap(std::int32_t row, std::int32_t col = 0) {
-        EXPECT_EQ(backends::Tap(Device.Platform, row, col), "");
+        EXPECT_EQ(backends::Tap(Device.Hand, row, col), "");
         Settle();
     }
     void Choose(const Text& caption) {
-        EXPECT_EQ(backends::Choose(Device.Platform, caption), "") << modStringTools::ToBytes(caption);
+        EXPECT_EQ(backends::Choose(Device.Hand, caption), "") << modStringTools::ToBytes(caption);
         Settle();
     }
-    void Type(const Text& text) { EXPECT_EQ(backends::SetInput(Device.Platform, text), ""); }
+    void Type(const Text& text) { EXPECT_EQ(backends::SetInput(Device.Hand, text), ""); }
     void Settle() { Device.Platform.loop.HandleDue(); }
     /// Lets the deferred repaint come.
     void Repaint() { Device.Tick(100); }

@@ -3,7 +3,7 @@
 // told to, and a record of what the device did.
 #pragma once
 
-#include "backends/headless/headless_platform.h"
+#include "backends/headless/headless_hand.h"
 
 #include <deque>
 #include <filesystem>
@@ -77,6 +77,7 @@ public:
     Record Did;
     backends::HostDevice Host;
     backends::headless::HeadlessPlatform Platform;
+    backends::headless::HeadlessHand Hand{Platform};
 
     platform::OwnerDrawGrid& Title() { return Platform.grdTitle; }
     platform::OwnerDrawGrid& Main() { return Platform.grdMain; }

@@ -164,6 +164,7 @@ Handheld::Handheld(const Kind& kind, const DeviceFolder& folder, Moment now, std
     options.StartMoment = now / Second;
     Host_ = std::make_unique<backends::HostDevice>(options);
     Platform_.reset(new backends::headless::HeadlessPlatform(*Host_, *this, *this));
+    User_ = std::make_unique<backends::headless::HeadlessHand>(*Platform_);
     Platform_->runTime.Rest = [](std::int32_t) {}; // there is nobody else to wait for
     platform::Install(&Platform_->record);
     modQuorin::ResetModules();

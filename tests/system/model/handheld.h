@@ -2,7 +2,7 @@
 // The device of a shift: the whole program, started as often as it ends, and its files as anybody else sees them.
 #pragma once
 
-#include "backends/headless/headless_platform.h"
+#include "backends/headless/headless_hand.h"
 #include "backends/loop/no_commands.h"
 #include "backends/loop/silent_watcher.h"
 #include "tests/system/model/calendar.h"
@@ -66,6 +66,7 @@ public:
     backends::ProgramOver Run();
 
     backends::headless::HeadlessPlatform& Device() { return *Platform_; }
+    backends::Hand& User() { return *User_; }
     /// Boxes and tones since somebody looked.
     std::vector<std::string> TakeEvents();
 
@@ -82,6 +83,7 @@ private:
     std::vector<std::string> Events_;
     std::unique_ptr<backends::HostDevice> Host_;
     std::unique_ptr<backends::headless::HeadlessPlatform> Platform_;
+    std::unique_ptr<backends::headless::HeadlessHand> User_;
 };
 
 } // namespace shift

@@ -123,13 +123,13 @@ void Shift::Do(const std::string& what, const Doing& model, const std::function<
 }
 
 void Shift::Choose(const std::string& caption, const Doing& model) {
-    Do("choose " + caption, model, [&] { return backends::Choose(Device(), FromBytes(caption)); });
+    Do("choose " + caption, model, [&] { return backends::Choose(User(), FromBytes(caption)); });
 }
 
 void Shift::Tap(std::size_t row, std::size_t col, const Doing& model) {
     const auto r = static_cast<std::int32_t>(row);
     const auto c = static_cast<std::int32_t>(col);
-    Do("tap " + std::to_string(row) + " " + std::to_string(col), model, [&] { return backends::Tap(Device(), r, c); });
+    Do("tap " + std::to_string(row) + " " + std::to_string(col), model, [&] { return backends::Tap(User(), r, c); });
 }
 
 void Shift::Expect(const std::string& what, const std::string& found, const std::string& expected) {
@@ -265,7 +265,7 @@ void Shift::PlanSetUp() {
             [this] { Choose("Install...", [this] { Twin_.Events.push_back("box ok Driver installed"); }); });
         Script_.push_back([this] {
             Do(
-                "answer ok", [] {}, [this] { return backends::Answer(Device(), platform::BoxAnswer::Ok); });
+                "answer ok", [] {}, [this] { return backends::Answer(User(), platform::BoxAnswer::Ok); });
         });
     }
     choose("Back");

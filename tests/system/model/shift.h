@@ -118,6 +118,7 @@ private:
     void Expect(const std::string& what, bool found, bool expected);
     bool Settled() const { return !Twin_.RepaintAt; }
     backends::headless::HeadlessPlatform& Device() { return Hand_->Device(); }
+    backends::Hand& User() { return Hand_->User(); }
     const Outfit& OutfitInHand() const;
     std::uint32_t Below(std::size_t count) { return Chance_.Below(static_cast<std::uint32_t>(count)); }
 

@@ -83,7 +83,7 @@ void Shift::ActOnQuestion() {
         ++Counts.Notices;
         Do(
             "answer ok", [this] { Twin_.Answer(true); },
-            [this] { return backends::Answer(Device(), platform::BoxAnswer::Ok); });
+            [this] { return backends::Answer(User(), platform::BoxAnswer::Ok); });
         return;
     }
     if (Twin_.LinkIsHeld() && Counts.Hours == 0 && Results.Sent() > Wanted_ / 10) {
@@ -111,7 +111,7 @@ void Shift::ActOnQuestion() {
     ++(yes ? Counts.Yes : Counts.No);
     Do(
         yes ? "answer yes" : "answer no", [&] { Twin_.Answer(yes); },
-        [&] { return backends::Answer(Device(), yes ? platform::BoxAnswer::Yes : platform::BoxAnswer::No); });
+        [&] { return backends::Answer(User(), yes ? platform::BoxAnswer::Yes : platform::BoxAnswer::No); });
 }
 
 void Shift::GoHome() {
@@ -129,10 +129,10 @@ void Shift::GoBack() {
     const bool prompt = Twin_.At == Place::DatePrompt || Twin_.At == Place::RenamePrompt;
     if (how == 0) {
         Do(
-            "close", [this] { Twin_.Back(); }, [this] { return backends::CloseForm(Device()); });
+            "close", [this] { Twin_.Back(); }, [this] { return backends::CloseForm(User()); });
     } else if (how == 1 && !Twin_.FieldOpen && !prompt) {
         Do(
-            "key Esc", [this] { Twin_.Back(); }, [this] { return backends::PressKey(Device(), KeyEsc); });
+            "key Esc", [this] { Twin_.Back(); }, [this] { return backends::PressKey(User(), KeyEsc); });
     } else {
         Choose(Twin_.OnRecord() ? "Close" : "Back", [this] { Twin_.Back(); });
     }
@@ -167,7 +167,7 @@ void Shift::ActOnDownloads() {
     } else if (what < 5 && Twin_.SelectedDownload() + 1 < count) {
         Do(
             "key down", [this] { Twin_.SelectDownload(Twin_.SelectedDownload() + 1); },
-            [this] { return backends::PressKey(Device(), KeyDown); });
+            [this] { return backends::PressKey(User(), KeyDown); });
     } else if (what < 6 || (what < 12 && count == MostDownloads)) {
         Choose("Delete", [this] { Twin_.DeleteDownload(); });
     } else if (what < 8) {
@@ -218,7 +218,7 @@ void Shift::ActOnRecordCommand() {
     if ((next || command == "Previous Record") && !Twin_.FieldOpen && Chance_.OneIn(2)) {
         Do(
             next ? "key right" : "key left", [&] { Twin_.Command(command); },
-            [&] { return backends::PressKey(Device(), next ? KeyRight : KeyLeft); });
+            [&] { return backends::PressKey(User(), next ? KeyRight : KeyLeft); });
     } else {
         Choose(command, [&] { Twin_.Command(command); });
     }
@@ -242,11 +242,11 @@ void Shift::ActInField() {
         ++Counts.Edits;
         Do(
             "type " + text, [&] { Twin_.TypeBehind(text); },
-            [&] { return backends::TypeText(Device(), FromBytes(text)); });
+            [&] { return backends::TypeText(User(), FromBytes(text)); });
     } else if (what < 3) {
         ++Counts.Edits;
         Do(
-            "set " + text, [&] { Twin_.Type(text); }, [&] { return backends::SetInput(Device(), FromBytes(text)); });
+            "set " + text, [&] { Twin_.Type(text); }, [&] { return backends::SetInput(User(), FromBytes(text)); });
     } else if (what < 5 && Settled() && Twin_.Fields()[row].Visible) {
         Tap(row, 0, [&] { Twin_.TapCell(row, false); });
     } else if (what == 5) {
@@ -271,7 +271,7 @@ void Shift::ActInDatePrompt() {
                                             static_cast<std::int32_t>(unsigned(date.day()))};
         Do(
             "pick " + DateText(date), [&] { Twin_.PickDate(date); },
-            [&] { return backends::PickDate(Device(), picked); });
+            [&] { return backends::PickDate(User(), picked); });
     }
 }
 
@@ -286,7 +286,7 @@ void Shift::ActInRenamePrompt() {
     } else {
         const std::string name = Chance_.Of(names);
         Do(
-            "set " + name, [&] { Twin_.Type(name); }, [&] { return backends::SetInput(Device(), FromBytes(name)); });
+            "set " + name, [&] { Twin_.Type(name); }, [&] { return backends::SetInput(User(), FromBytes(name)); });
     }
 }
 

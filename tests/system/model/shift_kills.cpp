@@ -30,7 +30,7 @@ void SpinFor(unsigned microseconds) {
 void Shift::Leave() {
     if (SetUp_ && Chance_.OneIn(4))
         Do(
-            "close", [this] { Twin_.End(); }, [this] { return backends::CloseForm(Device()); });
+            "close", [this] { Twin_.End(); }, [this] { return backends::CloseForm(User()); });
     else
         Choose("Exit", [this] { Twin_.End(); });
 }
@@ -94,18 +94,18 @@ void Shift::SaveInAChild(const SavingPlan& plan, int pipe) {
     };
     const auto row = [](std::size_t number) { return static_cast<std::int32_t>(number); };
     std::deque<Doing> steps = {
-        [this] { backends::Choose(Device(), u"Start..."); }, [&] { backends::Tap(Device(), row(plan.Driver), 0); },
-        [&] { backends::Tap(Device(), row(plan.Download), 0); }, [&] { backends::Tap(Device(), row(plan.Row), 1); },
+        [this] { backends::Choose(User(), u"Start..."); }, [&] { backends::Tap(User(), row(plan.Driver), 0); },
+        [&] { backends::Tap(User(), row(plan.Download), 0); }, [&] { backends::Tap(User(), row(plan.Row), 1); },
         [&] {
-            SetInput(Device(), modStringTools::FromBytes(plan.Text));
+            SetInput(User(), modStringTools::FromBytes(plan.Text));
             say();
-            backends::Choose(Device(), modStringTools::FromBytes(plan.Command));
+            backends::Choose(User(), modStringTools::FromBytes(plan.Command));
             say();
             ::_exit(0);
         }};
     Hand_ = std::make_unique<Handheld>(KindOfDevice_, Folder_, Twin_.Now, [&] {
         if (Device().boxes.Current() != nullptr) { // the server does not run
-            Answer(Device(), platform::BoxAnswer::Ok);
+            Answer(User(), platform::BoxAnswer::Ok);
             return;
         }
         Device().loop.PassTime(200); // the screen settles

@@ -4,7 +4,7 @@
 #include "apps/quorin-console/console_main.h"
 #include "backends/headless/font_server.h"
 #include "backends/headless/headless_controls.h"
-#include "backends/qt/qt_platform.h"
+#include "tests/support/window_hand.h"
 
 #include <QApplication>
 
@@ -28,7 +28,8 @@ int RunInWindow(const console::Options& options, console::Session& session) {
     backends::qt::QtPump pump([&session](const backends::ProgramOver& over) { return session.Over(over); });
     backends::HostDevice host(options.Device);
     backends::qt::QtPlatform device(host, looks, pump, session, session.Out());
-    session.Use(device);
+    windowtest::WindowHand user(device);
+    session.Use(device, user);
     session.Run();
 }
 

@@ -34,7 +34,7 @@ protected:
             return;
         ++Answers;
         Deepest = std::max(Deepest, Boxes().Depth());
-        EXPECT_EQ(backends::Answer(Device.Platform, BoxAnswer::No), "");
+        EXPECT_EQ(backends::Answer(Device.Hand, BoxAnswer::No), "");
         Device.WillDo([this] { Pass(1100); }); // what a person takes to read the next one
         Device.WillDo([this] { AnswerAndGoOn(); });
     }

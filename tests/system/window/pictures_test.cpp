@@ -169,7 +169,7 @@ TEST_F(Pictures, OfTheQuestionBeforeAValueIsReplaced) {
         const QImage picture = With(Grab(), *box, place);
         Keep(picture, "replace-question");
         ExpectTitle(picture);
-        Device.Platform.boxes.Press(platform::BoxAnswer::No);
+        Device.Hand.PressBoxButton(platform::BoxAnswer::No);
     });
     Receive(Result(u"Pin", u"Moisture", u"24.9", u"%"));
     EXPECT_TRUE(asked);

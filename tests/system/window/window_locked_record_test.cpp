@@ -65,7 +65,7 @@ protected:
         };
     }
     void NextRecord() {
-        EXPECT_EQ(backends::Choose(Device.Platform, u"Next Record"), "");
+        EXPECT_EQ(backends::Choose(Device.Hand, u"Next Record"), "");
         Settle();
     }
     std::vector<Text> Rows() {
@@ -130,7 +130,7 @@ TEST_F(LockedRecordInTheWindow, RaisesNothingOfTheApplicationMeanwhile) {
         return looks > 20;
     });
     Tool.Lock();
-    EXPECT_EQ(backends::Choose(Device.Platform, u"Next Record"), "");
+    EXPECT_EQ(backends::Choose(Device.Hand, u"Next Record"), "");
     EXPECT_GT(looks, 20);
     Settle();
     Pass(600);

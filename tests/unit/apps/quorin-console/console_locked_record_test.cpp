@@ -59,7 +59,8 @@ protected:
         options.StartMoment = *backends::MomentFromText("2007-03-05T09:30:00");
         Host_.emplace(options);
         Device.emplace(*Host_, *Talk_, Talk_->Out());
-        Talk_->Use(*Device);
+        User_.emplace(*Device);
+        Talk_->Use(*Device, *User_);
         Patience().Longest = std::chrono::milliseconds(60);
         for (const char* command : {"choose Start...", "choose Ok", "choose Open", "tick 1100", "tap 1 1", "set 23.4"})
             WillTell(command);
@@ -115,6 +116,7 @@ protected:
 
 private:
     std::optional<backends::HostDevice> Host_;
+    std::optional<backends::headless::HeadlessHand> User_;
     std::filesystem::path Database(const std::string& name) const {
         return Root_.Path() / "Databases" / (name + ".sqlite");
     }

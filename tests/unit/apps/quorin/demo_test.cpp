@@ -165,7 +165,7 @@ TEST_P(EachDevice, OffersTheDriverAndADownloadOfIt) {
     EXPECT_THAT(modQuorin::Registry.DriverNames, ElementsAre(u"Climate Meter"));
     EXPECT_EQ(modQuorin::GetSetting(u"ComPort", u""), u"Com1");
     for (const char16_t* const command : {u"Start...", u"Ok", u"New", u"Open"})
-        EXPECT_EQ(backends::Choose(device.Platform, command), "") << modStringTools::ToBytes(command);
+        EXPECT_EQ(backends::Choose(device.Hand, command), "") << modStringTools::ToBytes(command);
     EXPECT_EQ(device.Main().Cell(0, 0), u"Site");
     EXPECT_EQ(device.Did.Messages(), std::vector<Text>());
 }
@@ -198,7 +198,7 @@ TEST_P(ShownDemo, FillsARecordWithResults) {
     device.Platform.StartProgram();
     PrepareDemo();
     for (const char16_t* const command : {u"Start...", u"Ok", u"New", u"Open"})
-        backends::Choose(device.Platform, command);
+        backends::Choose(device.Hand, command);
     EXPECT_TRUE(Shows(device, u" %"));
     EXPECT_TRUE(Shows(device, u" \u00B0C"));
     EXPECT_TRUE(Shows(device, u" %RH"));

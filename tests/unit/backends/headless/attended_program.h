@@ -2,7 +2,7 @@
 // The whole program on a headless device, with somebody at it who acts whenever it waits, boxes and prompts included.
 #pragma once
 
-#include "backends/headless/headless_platform.h"
+#include "backends/headless/headless_hand.h"
 #include "backends/input/gestures.h"
 #include "backends/loop/no_commands.h"
 #include "src/app/start_up.h"
@@ -26,6 +26,7 @@ public:
     Record Did;
     backends::HostDevice Host;
     backends::headless::HeadlessPlatform Platform;
+    backends::headless::HeadlessHand Hand{Platform};
 
     /// What is done next, each at a moment at which the program waits for somebody.
     std::deque<std::function<void()>> Steps;
@@ -42,16 +43,16 @@ public:
     }
 
     void WillChoose(const Text& caption) {
-        Steps.push_back([this, caption] { Done(backends::Choose(Platform, caption)); });
+        Steps.push_back([this, caption] { Done(backends::Choose(Hand, caption)); });
     }
     void WillTap(std::int32_t row, std::int32_t col) {
-        Steps.push_back([this, row, col] { Done(backends::Tap(Platform, row, col)); });
+        Steps.push_back([this, row, col] { Done(backends::Tap(Hand, row, col)); });
     }
     void WillAnswer(platform::BoxAnswer answer) {
-        Steps.push_back([this, answer] { Done(backends::Answer(Platform, answer)); });
+        Steps.push_back([this, answer] { Done(backends::Answer(Hand, answer)); });
     }
     void WillType(const Text& text) {
-        Steps.push_back([this, text] { Done(backends::SetInput(Platform, text)); });
+        Steps.push_back([this, text] { Done(backends::SetInput(Hand, text)); });
     }
     void WillWait(std::int64_t milliseconds) {
         Steps.push_back([this, milliseconds] { Platform.loop.PassTime(milliseconds); });

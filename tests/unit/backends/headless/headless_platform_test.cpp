@@ -104,7 +104,7 @@ struct AnswerRow {
 class AnswerToABox : public support::Program, public testing::WithParamInterface<AnswerRow> {};
 
 TEST_P(AnswerToABox, IsOneOfItsButtons) {
-    Device.WhileABoxStands([this] { EXPECT_EQ(Answer(Device.Platform, GetParam().Given), GetParam().Why); });
+    Device.WhileABoxStands([this] { EXPECT_EQ(Answer(Device.Hand, GetParam().Given), GetParam().Why); });
     Device.WillAnswer(GetParam().Buttons == BoxButtons::Ok ? BoxAnswer::Ok : BoxAnswer::No);
     Device.Platform.boxes.Show(u"text", GetParam().Buttons, BoxIcon::None, u"");
 }
@@ -120,7 +120,7 @@ INSTANTIATE_TEST_SUITE_P(Rows, AnswerToABox,
                                          AnswerRow{BoxButtons::YesNo, BoxAnswer::Ok, YesAndNo}));
 
 TEST_F(BoxesOfTheForm, AreNotAnsweredWhenNoneIsOpen) {
-    EXPECT_EQ(Answer(Device.Platform, BoxAnswer::Ok), "no message box is open");
+    EXPECT_EQ(Answer(Device.Hand, BoxAnswer::Ok), "no message box is open");
 }
 
 } // namespace

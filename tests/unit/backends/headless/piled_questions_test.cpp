@@ -41,7 +41,7 @@ protected:
             return;
         ++Answers;
         Deepest = std::max(Deepest, Program.Platform.boxes.Depth());
-        EXPECT_EQ(backends::Answer(Program.Platform, answer), "");
+        EXPECT_EQ(backends::Answer(Program.Hand, answer), "");
         // What a person takes to read the next one.
         Program.Steps.push_front([this, answer] { AnswerAndGoOn(answer); });
         Program.Steps.push_front([this] { Program.Platform.loop.PassTime(1100); });

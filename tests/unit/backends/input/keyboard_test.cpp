@@ -21,7 +21,7 @@ class Keyboard : public support::Program {
 protected:
     explicit Keyboard(const DeviceOptions& options = {}) : Program(options) {}
 
-    Refusal Press(std::int32_t key) { return PressKey(Device.Platform, key); }
+    Refusal Press(std::int32_t key) { return PressKey(Device.Hand, key); }
     HeadlessGrid& Main() { return Device.Platform.grdMain; }
     HeadlessTextBox& Field() { return Device.Platform.txtInputField; }
 
@@ -102,7 +102,7 @@ TEST_F(Keyboard, KeyActsOnNeitherControlWhenTheFormMovesTheFocus) {
     ASSERT_EQ(Main().Col(), 1);
     Press(37);
     EXPECT_EQ(Main().Col(), 1);
-    TypeText(Device.Platform, u"x");
+    TypeText(Device.Hand, u"x");
     EXPECT_EQ(Field().Contents(), u"axb");
 }
 
@@ -158,7 +158,7 @@ TEST_F(Keyboard, ArrowsMoveADateAndEnterTakesIt) {
 TEST_F(Keyboard, TypedTextReachesTheCellThatIsEdited) {
     OpenRecord();
     Tap(1, 1);
-    EXPECT_EQ(TypeText(Device.Platform, u"x\U0001F600y"), "");
+    EXPECT_EQ(TypeText(Device.Hand, u"x\U0001F600y"), "");
     EXPECT_EQ(Cell(1, 1), u"bx\U0001F600y");
     Press(8);
     Press(8);
@@ -209,8 +209,8 @@ TEST_F(Keyboard, IsTheMessageBoxesWhileOneIsOpen) {
     Device.WhileABoxStands([this] {
         EXPECT_EQ(Press('x'), "a message box is open");
         EXPECT_EQ(Press(27), "a message box is open");
-        EXPECT_EQ(TypeText(Device.Platform, u"x"), "a message box is open");
-        EXPECT_EQ(PickDate(Device.Platform, {2007, 3, 6}), "a message box is open");
+        EXPECT_EQ(TypeText(Device.Hand, u"x"), "a message box is open");
+        EXPECT_EQ(PickDate(Device.Hand, {2007, 3, 6}), "a message box is open");
     });
     MenuEvent(u"nonsense");
     EXPECT_EQ(Field().Contents(), u"ab");
@@ -223,17 +223,17 @@ TEST_F(Keyboard, TypesIntoNothingButAnInputControl) {
     MenuEvent(u"Start...");
     Repaint();
     ASSERT_EQ(Device.Platform.focus.Holder(), &Main());
-    EXPECT_EQ(TypeText(Device.Platform, u"x"), "no input control has the focus");
+    EXPECT_EQ(TypeText(Device.Hand, u"x"), "no input control has the focus");
     Main().SetVisible(false);
-    EXPECT_EQ(TypeText(Device.Platform, u"x"), "no input control has the focus");
+    EXPECT_EQ(TypeText(Device.Hand, u"x"), "no input control has the focus");
     Ask(modPDAUI::PromptKind::Date, u"");
-    EXPECT_EQ(TypeText(Device.Platform, u"x"), "no input control has the focus");
+    EXPECT_EQ(TypeText(Device.Hand, u"x"), "no input control has the focus");
 }
 
 TEST_F(Keyboard, PicksNoDateWithoutAPicker) {
-    EXPECT_EQ(PickDate(Device.Platform, {2007, 3, 6}), "no date picker is open");
+    EXPECT_EQ(PickDate(Device.Hand, {2007, 3, 6}), "no date picker is open");
     Ask(modPDAUI::PromptKind::Line, u"ab");
-    EXPECT_EQ(PickDate(Device.Platform, {2007, 3, 6}), "no date picker is open");
+    EXPECT_EQ(PickDate(Device.Hand, {2007, 3, 6}), "no date picker is open");
     EXPECT_EQ(Screen(), modQuorin::ScrInput);
 }
 
@@ -279,9 +279,9 @@ TEST_F(KeyboardOfAPalm, KeyThatIsHandedOnWritesNothing) {
 TEST_F(Keyboard, WritesABlankForANul) {
     OpenRecord();
     Tap(0, 1);
-    EXPECT_EQ(TypeText(Device.Platform, Text(u"b\0c", 3)), "");
+    EXPECT_EQ(TypeText(Device.Hand, Text(u"b\0c", 3)), "");
     EXPECT_EQ(Field().Contents(), u"ab c");
-    EXPECT_EQ(SetInput(Device.Platform, Text(u"d\0e", 3)), "");
+    EXPECT_EQ(SetInput(Device.Hand, Text(u"d\0e", 3)), "");
     EXPECT_EQ(Field().Contents(), u"d e");
     EXPECT_EQ(Cell(0, 1), u"d e");
 }
@@ -297,7 +297,7 @@ TEST_F(Keyboard, TypesALongTextAsOneChangeUpToEachOtherKey) {
         ++changes;
         raise();
     };
-    EXPECT_EQ(TypeText(Device.Platform, Text(100000, u'x') + u"yz\b" + u"w"), "");
+    EXPECT_EQ(TypeText(Device.Hand, Text(100000, u'x') + u"yz\b" + u"w"), "");
     EXPECT_EQ(Field().Contents(), u"a" + Text(100000, u'x') + u"yw");
     EXPECT_EQ(Cell(0, 1), Field().Contents());
     EXPECT_EQ(changes, 3U);

@@ -224,7 +224,7 @@ TEST_F(ScreenReader, TapsNothingThatTakesNoInput) {
     Main().SetEnabled(true);
     AskInABox(platform::BoxButtons::Ok, [&] {
         tap();
-        Device.Platform.boxes.Press(platform::BoxAnswer::Ok);
+        Device.Hand.PressBoxButton(platform::BoxAnswer::Ok);
     });
     EXPECT_EQ(Main().Row(), 0);
     EXPECT_TRUE(Table().tableInterface()->selectRow(2));
@@ -334,7 +334,7 @@ TEST_F(ScreenReader, FindsTheButtonsOfABox) {
         for (QLabel* const label : box.findChildren<QLabel*>())
             isRead = isRead || NameOf(*label) == "Really?";
         EXPECT_TRUE(isRead);
-        Device.Platform.boxes.Press(platform::BoxAnswer::No);
+        Device.Hand.PressBoxButton(platform::BoxAnswer::No);
     });
 }
 

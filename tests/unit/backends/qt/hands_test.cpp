@@ -144,7 +144,7 @@ TEST_F(Hands, PressNothingWhenAQuestionOpensUnderTheFinger) {
     ASSERT_TRUE(Device.Platform.tmrHoldEvent.Enabled());
     AskInABox(BoxButtons::YesNo, [this] {
         Pass(2000);
-        Device.Platform.boxes.Press(BoxAnswer::No);
+        Device.Hand.PressBoxButton(BoxAnswer::No);
     });
     EXPECT_FALSE(Device.Platform.tmrHoldEvent.Enabled());
     Tap(2, 1);
@@ -157,7 +157,7 @@ TEST_F(Hands, ReadALongQuestionOnOneScreen) {
     Device.WillDo([&] {
         shown = Device.Platform.boxes.Dialog()->text();
         whole = Device.Platform.boxes.Dialog()->detailedText();
-        Device.Platform.boxes.Press(BoxAnswer::No);
+        Device.Hand.PressBoxButton(BoxAnswer::No);
     });
     const Text message = u"Replace:\n" + Text(5000, u'a') + u"\nWith:\n" + Text(5000, u'b') + u"?";
     Device.Platform.boxes.Show(message, BoxButtons::YesNo, platform::BoxIcon::None, u"");

@@ -58,7 +58,7 @@ TEST_F(BoxOfLosses, IsOneThatCountsTheReadingsWhileItStands) {
     Measure(); // the link goes on beneath it
     EXPECT_EQ(Box.Dialog(), box);
     EXPECT_EQ(box->text(), NotMade + QStringLiteral("\n\n1 reading is not stored."));
-    Device.WillDo([this] { Device.Platform.PressBoxButton(platform::BoxAnswer::Yes); }); // the form's own, upon it
+    Device.WillDo([this] { Device.Hand.PressBoxButton(platform::BoxAnswer::Yes); }); // the form's own, upon it
     Measure();
     EXPECT_EQ(box->text(), NotMade + QStringLiteral("\n\n2 readings are not stored."));
     EXPECT_EQ(Form().findChildren<QMessageBox*>().size(), 1);
@@ -69,7 +69,7 @@ TEST_F(BoxOfLosses, LeavesTheMenusOffWhenABoxOfTheFormIsAnsweredUponIt) {
     ASSERT_NE(menus, nullptr);
     Measure();
     EXPECT_FALSE(menus->isEnabled());
-    Device.WillDo([this] { Device.Platform.PressBoxButton(platform::BoxAnswer::No); });
+    Device.WillDo([this] { Device.Hand.PressBoxButton(platform::BoxAnswer::No); });
     Measure();
     ASSERT_FALSE(Device.HasStepsLeft()) << "no box of the form came up";
     ASSERT_NE(Box.Dialog(), nullptr);

@@ -156,8 +156,8 @@ TEST_F(DoubleClickOnAList, OfTheConsoleIsTwoTaps) {
     modQuorin::GoBack();
     modQuorin::GoBack();
     Repaint();
-    backends::Tap(Device.Platform, 0, 0);
-    backends::Tap(Device.Platform, 0, 0);
+    backends::Tap(Device.Hand, 0, 0);
+    backends::Tap(Device.Hand, 0, 0);
     EXPECT_EQ(Screen(), modQuorin::ScrInfRecord);
 }
 

@@ -160,7 +160,7 @@ TEST_F(KeysOfAWindow, HeldOverABoxActOnce) {
     send(false);
     send(true);
     ASSERT_EQ(Main().Row(), 2);
-    AskInABox(platform::BoxButtons::YesNo, [this] { Device.Platform.boxes.Press(platform::BoxAnswer::No); });
+    AskInABox(platform::BoxButtons::YesNo, [this] { Device.Hand.PressBoxButton(platform::BoxAnswer::No); });
     send(true);
     EXPECT_EQ(Main().Row(), 2);
 }
@@ -258,7 +258,7 @@ TEST_F(KeysOfAWindow, PageKeysTurnNoMonth) {
         Press(key);
         EXPECT_EQ(Calendar().monthShown(), 3);
     }
-    Device.Platform.StrikeKey(34);
+    Device.Hand.StrikeKey(34);
     EXPECT_EQ(Calendar().monthShown(), 3);
     EXPECT_EQ(Device.Platform.dteInputField.Date(), (platform::CalendarDate{2007, 3, 5}));
     EXPECT_TRUE(Calendar().isVisible());
@@ -367,7 +367,7 @@ TEST_F(KeysOfAWindow, ReachTheMessageBoxAloneWhileOneIsOpen) {
         QTest::keyClick(Form().windowHandle(), Qt::Key_Down);
         QTest::keyClick(Form().windowHandle(), Qt::Key_Escape);
         QTest::keyClick(Device.Platform.boxes.Dialog(), Qt::Key_Down);
-        Device.Platform.boxes.Press(platform::BoxAnswer::No);
+        Device.Hand.PressBoxButton(platform::BoxAnswer::No);
     });
     EXPECT_THAT(Heard, IsEmpty());
     EXPECT_EQ(Main().Row(), 0);

@@ -89,7 +89,7 @@ TEST_F(RealFocus, StaysWhileAMessageBoxIsOpen) {
     AskInABox(platform::BoxButtons::Ok, [this] {
         EXPECT_EQ(Holder(), &Field());
         EXPECT_TRUE(Field().Visible());
-        Device.Platform.boxes.Press(platform::BoxAnswer::Ok);
+        Device.Hand.PressBoxButton(platform::BoxAnswer::Ok);
     });
     Settle();
     EXPECT_THAT(Heard, IsEmpty());

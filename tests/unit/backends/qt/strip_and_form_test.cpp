@@ -420,7 +420,7 @@ TEST_F(FormOfADesktop, KeepsAPromptsFieldWhenItIsResized) {
     EXPECT_TRUE(Line().hasFocus());
     Type("d");
     EXPECT_EQ(Field().Contents(), u"abcd");
-    AskInABox(platform::BoxButtons::Ok, [this] { Device.Platform.boxes.Press(platform::BoxAnswer::Ok); });
+    AskInABox(platform::BoxButtons::Ok, [this] { Device.Hand.PressBoxButton(platform::BoxAnswer::Ok); });
     Form().activateWindow(); // as a window manager does
     EXPECT_TRUE(QTest::qWaitForWindowActive(&Form()));
     Settle();

@@ -102,7 +102,7 @@ TEST_F(WhileBusy, ResultReachesTheRecordAndEndsTheStrip) {
 TEST_F(WhileBusy, ControlThatIsOffByItselfLeavesTheOthers) {
     modPDAUI::HideStatus();
     Device.Platform.menuTitles[0].SetEnabled(false);
-    EXPECT_EQ(backends::Choose(Device.Platform, u"Next Record"), "no menu offers that");
+    EXPECT_EQ(backends::Choose(Device.Hand, u"Next Record"), "no menu offers that");
     Choose(u"New Record");
     EXPECT_EQ(TitleCell(1), u"3/3");
     Tap(0, 1);

@@ -162,17 +162,17 @@ TEST_F(InAPrompt, MenusOfferBackAndOkAlone) {
             EXPECT_EQ(Device.Platform.menuTitles[static_cast<std::size_t>(menu) - 1].Caption(),
                       menu == 1 ? u"Back" : u"Ok");
             for (std::int32_t item = 2; item <= platform::MenuItemCount; ++item)
-                EXPECT_EQ(backends::ClickItem(Device.Platform, menu, item), "the item is not visible");
+                EXPECT_EQ(backends::ClickItem(Device.Hand, menu, item), "the item is not visible");
         }
         for (const char16_t* caption : {u"Exit", u"Start...", u"Install...", u"Delete", u"Enter Custom Serial ID..."})
-            EXPECT_EQ(backends::Choose(Device.Platform, caption), "no menu offers that");
+            EXPECT_EQ(backends::Choose(Device.Hand, caption), "no menu offers that");
     });
 }
 
 TEST_F(InAPrompt, ClickOnACaptionOnlyOpensItsList) {
     WhileItWaits([this] {
-        EXPECT_EQ(backends::ClickTitle(Device.Platform, 1), "");
-        EXPECT_EQ(backends::ClickTitle(Device.Platform, 2), "");
+        EXPECT_EQ(backends::ClickTitle(Device.Hand, 1), "");
+        EXPECT_EQ(backends::ClickTitle(Device.Hand, 2), "");
     });
 }
 

@@ -73,7 +73,7 @@ TEST_F(FormEvent, ShortTapSelectsOnceOnRelease) {
 }
 
 TEST_F(FormEvent, LongPressSelectsNothingAndTheNextTapWorks) {
-    EXPECT_EQ(backends::Hold(Device.Platform, 0, 0), "");
+    EXPECT_EQ(backends::Hold(Device.Hand, 0, 0), "");
     EXPECT_EQ(Screen(), ScrMain);
     EXPECT_FALSE(Form.HoldEventFired);
     Tap(0);

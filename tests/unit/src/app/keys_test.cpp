@@ -480,7 +480,7 @@ TEST_F(PalmKeys, DownAndUpTellAPromptNothingAlsoWithoutItsField) {
 }
 
 TEST_F(ScreenThatReacts, IsToldOfALongPressWithItsCell) {
-    EXPECT_EQ(backends::Hold(Device.Platform, 2, 1), "");
+    EXPECT_EQ(backends::Hold(Device.Hand, 2, 1), "");
     EXPECT_THAT(LongPress, ElementsAre("2 1"));
 }
 

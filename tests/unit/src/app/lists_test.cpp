@@ -372,7 +372,7 @@ TEST_F(RowChange, IsNotToldOfARowThatComesBackAfterAPrompt) {
 }
 
 TEST_F(HiddenFields, CantBeTapped) {
-    EXPECT_NE(backends::Tap(Device.Platform, 2, 1), "");
+    EXPECT_NE(backends::Tap(Device.Hand, 2, 1), "");
 }
 
 TEST_F(HiddenFields, AreSavedWithTheOthers) {

@@ -69,8 +69,8 @@ protected:
         std::vector<Refusal> refusals;
         for (std::int32_t row = 0; row < Device.Main().Rows(); ++row) {
             for (std::int32_t col = 0; col < Device.Main().Cols(); ++col) {
-                refusals.push_back(backends::Tap(Device.Platform, row, col));
-                refusals.push_back(backends::Hold(Device.Platform, row, col));
+                refusals.push_back(backends::Tap(Device.Hand, row, col));
+                refusals.push_back(backends::Hold(Device.Hand, row, col));
             }
         }
         return refusals;
@@ -78,12 +78,12 @@ protected:
     std::vector<Refusal> TryMenus() {
         std::vector<Refusal> refusals;
         for (const std::int32_t menu : {1, 2}) {
-            refusals.push_back(backends::ClickTitle(Device.Platform, menu));
+            refusals.push_back(backends::ClickTitle(Device.Hand, menu));
             for (std::int32_t item = 1; item <= platform::MenuItemCount; ++item)
-                refusals.push_back(backends::ClickItem(Device.Platform, menu, item));
+                refusals.push_back(backends::ClickItem(Device.Hand, menu, item));
         }
         for (const char16_t* caption : {u"Back", u"Ok", u"Exit", u"Close", u"Delete", u"Next Record", u"Install..."})
-            refusals.push_back(backends::Choose(Device.Platform, caption));
+            refusals.push_back(backends::Choose(Device.Hand, caption));
         return refusals;
     }
     std::vector<Refusal> TryEverything() {
@@ -91,13 +91,13 @@ protected:
         for (const Refusal& refusal : TryMenus())
             refusals.push_back(refusal);
         for (const std::int32_t key : AllKeys)
-            refusals.push_back(backends::PressKey(Device.Platform, key));
+            refusals.push_back(backends::PressKey(Device.Hand, key));
         for (const std::int32_t key : {264, 266, 267, 276, 516, 517, 518, 519, 520, 1280})
-            refusals.push_back(backends::PressKey(Device.Platform, key));
-        refusals.push_back(backends::TypeText(Device.Platform, u"typed"));
-        refusals.push_back(backends::SetInput(Device.Platform, u"set"));
-        refusals.push_back(backends::PickDate(Device.Platform, {2007, 3, 5}));
-        refusals.push_back(backends::CloseForm(Device.Platform));
+            refusals.push_back(backends::PressKey(Device.Hand, key));
+        refusals.push_back(backends::TypeText(Device.Hand, u"typed"));
+        refusals.push_back(backends::SetInput(Device.Hand, u"set"));
+        refusals.push_back(backends::PickDate(Device.Hand, {2007, 3, 5}));
+        refusals.push_back(backends::CloseForm(Device.Hand));
         return refusals;
     }
 
@@ -110,7 +110,7 @@ protected:
         return key;
     }
 
-    void Press(std::int32_t key) { EXPECT_EQ(backends::PressKey(Device.Platform, key), ""); }
+    void Press(std::int32_t key) { EXPECT_EQ(backends::PressKey(Device.Hand, key), ""); }
 
     void Arrive(const Text& text) {
         Device.Platform.serial.Arrive(text);

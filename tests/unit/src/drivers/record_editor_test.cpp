@@ -255,7 +255,7 @@ TEST_F(FieldOverARecord, IsClosedBeforeAnotherRecordComesUnderIt) {
     EXPECT_EQ(Device.Platform.txtInputField.Contents(), u"");
     EXPECT_THAT(Closed, ElementsAre("2 1 typed open"));
     EXPECT_EQ(Device.Platform.focus.Holder(), &Device.Platform.grdMain);
-    EXPECT_EQ(backends::SetInput(Device.Platform, u"late"), "no input control has the focus");
+    EXPECT_EQ(backends::SetInput(Device.Hand, u"late"), "no input control has the focus");
     Choose(u"Next Record");
     EXPECT_EQ(Download(), Header + "1||typed\n2||\n3||\n4||\n5||\n");
 }

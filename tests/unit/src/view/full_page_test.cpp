@@ -118,11 +118,11 @@ TEST_F(FullPage, StaysWhereAFieldIsOpenUntilThatCloses) {
 
 TEST_F(FullPage, StaysUnderAHandUntilThatIsLifted) {
     OpenFields(10);
-    Device.Platform.PressCell(3, 0);
+    Device.Hand.PressCell(3, 0);
     Grid().SetTopRow(3);
     Settle();
     EXPECT_EQ(Grid().TopRow(), 3);
-    Device.Platform.ReleaseCell();
+    Device.Hand.ReleaseCell();
     Settle();
     EXPECT_EQ(Grid().TopRow(), 0);
 }
@@ -206,11 +206,11 @@ TEST_F(FullPage, LeavesTheSelectionWhereThePageHasBeenTurned) {
 TEST_F(FullPage, PressIsWithdrawnByABoxThatComesUpUnderIt) {
     SaveSetting(u"ComPort", u"SERVER");
     OpenFields(3);
-    Device.Platform.PressCell(1, 1);
+    Device.Hand.PressCell(1, 1);
     Device.Tick(500);
     ASSERT_EQ(Device.Did.Boxes.size(), 1U) << "no server runs";
     EXPECT_FALSE(Device.Platform.tmrHoldEvent.Enabled());
-    Device.Platform.ReleaseCell();
+    Device.Hand.ReleaseCell();
     EXPECT_FALSE(AnyInputFieldVisible());
     Tap(1, 1);
     EXPECT_TRUE(AnyInputFieldVisible());

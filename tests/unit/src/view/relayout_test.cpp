@@ -108,7 +108,7 @@ TEST_F(Layout, TapOnARowAboveThePageOpensItsFieldOverTheCell) {
     Device.Main().SetTopRow(2);
     Device.Main().PaintNow();
     ASSERT_EQ(Device.Main().ColWidth(0), 119 - 13);
-    EXPECT_EQ(backends::Tap(Device.Platform, 0, 1), "");
+    EXPECT_EQ(backends::Tap(Device.Hand, 0, 1), "");
     EXPECT_EQ(Device.Platform.txtInputField.Bounds(), (Box{119, 16, 120, 18}));
 }
 

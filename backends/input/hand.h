@@ -3,8 +3,7 @@
 // controls are used: as a call without a window, as a click or a key with one.
 #pragma once
 
-#include "src/view/platform/controls.h"
-#include "src/view/platform/run_time.h"
+#include "backends/loop/back_end.h"
 
 namespace backends {
 
@@ -12,7 +11,13 @@ using namespace platform;
 
 class Hand {
 public:
+    /// The device must exist for as long as the hand.
+    explicit Hand(BackEnd& device) : Device_(device) {}
+    Hand(const Hand&) = delete;
+    Hand& operator=(const Hand&) = delete;
     virtual ~Hand() = default;
+
+    BackEnd& Device() const { return Device_; }
 
     /// The pointer goes down on a visible cell of grdMain, and up again.
     virtual void PressCell(std::int32_t row, std::int32_t col) = 0;
@@ -36,6 +41,9 @@ public:
 
     virtual void CloseWindow() = 0;
     virtual void PressBoxButton(BoxAnswer answer) = 0;
+
+private:
+    BackEnd& Device_;
 };
 
 } // namespace backends
