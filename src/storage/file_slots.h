@@ -32,6 +32,7 @@ struct FileHandle {
     bool kept = false;
     std::int64_t revision = 0;            ///< text file only: that of the stream when the file was opened
     const LineBackEnd* backEnd = nullptr; ///< the routines of what holds the file; never null while it is open
+    std::int32_t readings = 0;            ///< of this file that have begun and not ended; closing it ends them
 };
 
 /// Where InsertFileLine puts a line: before or after the one that is named.

@@ -140,14 +140,18 @@ FileReading::FileReading(FileHandle& handle) : File_(handle) {
         return;
     const auto error = handle.backEnd->BeginReading(handle);
     HasBegun_ = error == platform::NoError;
+    handle.readings += HasBegun_ ? 1 : 0;
     IsHeld_ = error == platform::InUse;
     if (IsHeld_)
         handle.error = error;
 }
 
+/// A file that was closed meanwhile has no reading, whether or not its handle has another file now.
 FileReading::~FileReading() {
-    if (HasBegun_)
-        File_.backEnd->EndReading(File_);
+    if (!HasBegun_ || File_.readings == 0)
+        return;
+    --File_.readings;
+    File_.backEnd->EndReading(File_);
 }
 
 bool ChangeFileLine(FileHandle& handle, std::int32_t line, const Text& text) {

@@ -31,7 +31,8 @@ Text ReadFileLine(FileHandle& handle, std::int32_t& line);
 void ReadFileLine(FileHandle& handle, std::int32_t& line, Text& text);
 
 /// A lock for reading, held while the object exists: no other program can write to the line database, or block a read
-/// of it. Does nothing for a text file. The handle must stay open meanwhile.
+/// of it. Does nothing for a text file. If the file is closed meanwhile, the lock ends with it. The handle must exist
+/// for as long as the object.
 class FileReading {
 public:
     /// Waits for another program's lock. If the wait is over and the lock remains, Held() is true and the handle's
@@ -43,7 +44,7 @@ public:
     bool Held() const { return IsHeld_; }
 
 private:
-    const FileHandle& File_;
+    FileHandle& File_;
     bool HasBegun_ = false;
     bool IsHeld_ = false;
 };

@@ -68,6 +68,10 @@ class ThirdKindOfLines : public testing::Test {
 protected:
     ThirdKindOfLines() {
         KeptTexts.clear();
+        OpenReadings = 0;
+        Open();
+    }
+    void Open() {
         File.backEnd = &KeptLines;
         File.slot = 1;
         File.valid = true;
@@ -97,6 +101,23 @@ TEST_F(ThirdKindOfLines, IsReadBetweenABeginningAndAnEnd) {
         EXPECT_EQ(OpenReadings, 1);
     }
     EXPECT_EQ(OpenReadings, 0);
+}
+
+TEST_F(ThirdKindOfLines, MayBeClosedWhileItIsRead) {
+    {
+        const FileReading reading(File);
+        CloseFile(File);
+    }
+    EXPECT_EQ(OpenReadings, 1) << "the closing has ended it";
+}
+
+TEST_F(ThirdKindOfLines, IsNotEndedByAReadingOfTheFileBefore) {
+    {
+        const FileReading reading(File);
+        CloseFile(File);
+        Open();
+    }
+    EXPECT_EQ(OpenReadings, 1);
 }
 
 TEST_F(ThirdKindOfLines, IsClosed) {
