@@ -16,6 +16,7 @@
 #include "backends/qt/accessible_grid.h"
 #include "backends/qt/keyboard_map.h"
 #include "backends/qt/qt_platform.h"
+#include "companion/ports/port_table.h"
 #include "companion/words.h"
 
 #include <QApplication>
@@ -148,7 +149,7 @@ int main(int count, char** words) {
     if (options.ListPorts) {
         backends::PortSurvey survey;
         survey.Pinned = options.Device.Ports.Pinned;
-        std::cout << backends::PortTable(backends::SerialPorts(survey));
+        std::cout << companion::PortTable(backends::SerialPorts(survey));
         return start::StatusAfterOutput("quorin", StatusEnded);
     }
     if (!HasDisplay())

@@ -13,6 +13,11 @@
 
 namespace backends {
 
+using companion::PortName;
+using companion::PortRow;
+using companion::PortState;
+using companion::PortTrouble;
+
 namespace {
 
 /// The highest number that the application offers.

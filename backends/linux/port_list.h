@@ -5,7 +5,7 @@
 #include "backends/linux/port_troubles.h"
 #include "backends/linux/udev_names.h"
 #include "backends/serial/port_address.h"
-#include "companion/ports.h"
+#include "companion/ports/port_table.h"
 
 #include <cstdint>
 #include <functional>
@@ -14,12 +14,6 @@
 #include <vector>
 
 namespace backends {
-
-using companion::DeviceName;
-using companion::PortName;
-using companion::PortRow;
-using companion::PortState;
-using companion::PortTable;
 
 enum class PortTrial { Open, LookOnly };
 
@@ -36,13 +30,13 @@ struct PortSurvey {
     std::string ProcessFolder = "/proc";
     std::string LockFolder = "/run/lock";
     std::function<int(const std::string& path, PortTrial trial)> Try = TryPort;
-    std::function<DeviceName(const std::string& path)> Describe = UdevName;
+    std::function<companion::DeviceName(const std::string& path)> Describe = UdevName;
     std::function<PortRights(const std::string& path)> Rights = RightsOf;
 };
 
 /// All serial devices: Bluetooth ports, USB adapters, the ports of the board that have hardware behind them, what the
 /// names in `serial/by-id` and the pins lead to, and those of them that lead nowhere. Ports of the board are never
 /// opened, since the machine's console may be on one; nor are those that somebody uses already.
-std::vector<PortRow> SerialPorts(const PortSurvey& survey = {});
+std::vector<companion::PortRow> SerialPorts(const PortSurvey& survey = {});
 
 } // namespace backends

@@ -16,6 +16,8 @@
 
 namespace backends {
 
+using companion::PortTrouble;
+
 namespace {
 
 constexpr mode_t GroupReadsAndWrites = 060;

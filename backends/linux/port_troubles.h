@@ -3,7 +3,7 @@
 #pragma once
 
 #include "backends/linux/port_holders.h"
-#include "companion/ports.h"
+#include "companion/ports/port_table.h"
 #include "src/view/platform/errors.h"
 
 #include <string>
@@ -11,8 +11,6 @@
 namespace backends {
 
 using namespace platform;
-
-using companion::PortTrouble;
 
 enum class Membership {
     None,
@@ -32,11 +30,11 @@ struct PortRights {
 /// Returns the rights on a path, for the user of this program.
 PortRights RightsOf(const std::string& path);
 
-PortTrouble NoPermission(const std::string& path, const PortRights& rights);
-PortTrouble HeldBy(const std::string& path, const PortHolder& holder);
+companion::PortTrouble NoPermission(const std::string& path, const PortRights& rights);
+companion::PortTrouble HeldBy(const std::string& path, const PortHolder& holder);
 
 /// Returns the trouble for a value of errno other than missing permission. EBUSY means a program that can't be seen.
-PortTrouble OpeningFailed(const std::string& path, int code);
+companion::PortTrouble OpeningFailed(const std::string& path, int code);
 
 /// One short line for a status area: "/dev/ttyUSB0 is busy". Empty for NoError; an empty path is that of a port number
 /// that means no device. Looks at the path, and opens nothing.

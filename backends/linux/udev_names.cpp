@@ -8,6 +8,8 @@
 
 namespace backends {
 
+using companion::DeviceName;
+
 namespace {
 
 /// udev writes `_` for each blank in what a device says of itself.

@@ -11,6 +11,7 @@
 #include <sys/sysmacros.h>
 
 using namespace backends;
+using namespace companion;
 namespace common = backends;
 using testing::ElementsAre;
 using testing::HasSubstr;

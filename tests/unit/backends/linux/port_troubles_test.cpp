@@ -12,6 +12,7 @@
 
 using namespace platform;
 using namespace backends;
+using namespace companion;
 using testing::HasSubstr;
 using testing::Not;
 

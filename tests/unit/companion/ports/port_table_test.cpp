@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "companion/ports.h"
+#include "companion/ports/port_table.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

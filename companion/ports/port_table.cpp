@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "companion/ports.h"
+#include "companion/ports/port_table.h"
 
 #include "src/text/printable.h"
 
