@@ -82,8 +82,7 @@ void Session::Use(backends::HostBackEnd& used, backends::Hand& user) {
 
 void Session::EndBy(backends::EndSignals& signals) {
     signals.Raised = [this](const std::string& name) { Ending_->Begin(name); };
-    Device_->loop.Listen(signals);
-    Device_->pump.WakenBy(signals);
+    Device_->Listen(signals);
 }
 
 void Session::Run() {

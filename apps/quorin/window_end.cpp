@@ -30,8 +30,7 @@ void EndWithoutDisplay() {
 
 WindowEnd::WindowEnd(backends::qt::QtPlatform& device, WindowWatch& watch, backends::EndSignals& signals)
     : Device_(device), Watch_(watch), Last_(device) {
-    device.loop.Listen(signals);
-    device.pump.WakenBy(signals);
+    device.Listen(signals);
     signals.Raised = [this](const std::string& name) { Begin(name); };
     device.SessionEnds = [this] { Begin("the end of the session"); };
     Only = this;

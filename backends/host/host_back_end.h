@@ -16,6 +16,13 @@ public:
     HostDevice& host;
     HostPump& pump;
 
+    /// From now on the loop asks a source that also ends its sleep. The source must exist for as long as the loop runs.
+    template <class Source>
+    void Listen(Source& source) {
+        loop.Listen(source);
+        pump.WakenBy(source);
+    }
+
 protected:
     /// Called before a round of events: each round has its own time to wait for other programs.
     void BeginOperation();

@@ -3,9 +3,10 @@
 // replace one object after the other. What an object must do is said in src/view/platform, and tried by the suites in
 // tests/conformance, where one file with a factory joins; what it may leave out is said at the object here.
 //
-// Before replacing an object by code of your own, look for a part that does it: backends/files (storage), serial
-// (ports), grid (cells and their painting), simulated (what a device reports), loop (the event loop and all that hangs
-// on it: BackEnd is a whole device but for its controls).
+// Before replacing an object by code of your own, look for a part that does it: backends/files (storage), serial and
+// port (ports), grid (cells and their painting), simulated (what a device reports), loop (the event loop and all that
+// uses it: BackEnd is a whole device except for its controls and what DeviceParts names), host (those parts on a POSIX
+// host).
 #pragma once
 
 #include "backends/none/none_controls.h"

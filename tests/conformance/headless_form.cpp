@@ -15,13 +15,13 @@ public:
     Platform& Record() override { return Device_.Platform.record; }
     void Pass(std::int64_t milliseconds) override { Device_.Tick(milliseconds); }
 
-    void Tap(std::int32_t row, std::int32_t col) override { backends::Tap(Device_.Platform, row, col); }
-    void ClickItem(std::int32_t menu, std::int32_t item) override { backends::ClickItem(Device_.Platform, menu, item); }
-    void ClickTitle(std::int32_t menu) override { backends::ClickTitle(Device_.Platform, menu); }
-    void PressKey(std::int32_t keyCode) override { backends::PressKey(Device_.Platform, keyCode); }
-    void Type(const Text& text) override { backends::TypeText(Device_.Platform, text); }
-    void ReplaceText(const Text& text) override { backends::SetInput(Device_.Platform, text); }
-    void ChooseDate(const CalendarDate& date) override { backends::PickDate(Device_.Platform, date); }
+    void Tap(std::int32_t row, std::int32_t col) override { backends::Tap(Device_.Hand, row, col); }
+    void ClickItem(std::int32_t menu, std::int32_t item) override { backends::ClickItem(Device_.Hand, menu, item); }
+    void ClickTitle(std::int32_t menu) override { backends::ClickTitle(Device_.Hand, menu); }
+    void PressKey(std::int32_t keyCode) override { backends::PressKey(Device_.Hand, keyCode); }
+    void Type(const Text& text) override { backends::TypeText(Device_.Hand, text); }
+    void ReplaceText(const Text& text) override { backends::SetInput(Device_.Hand, text); }
+    void ChooseDate(const CalendarDate& date) override { backends::PickDate(Device_.Hand, date); }
 
     void WhileABoxIsOpen(std::function<void()> step, BoxAnswer answer) override {
         Device_.WhileABoxStands([this, step = std::move(step), answer] {

@@ -20,20 +20,20 @@ public:
     Platform& Record() override { return Device_.Platform.record; }
     void Pass(std::int64_t milliseconds) override { Device_.Platform.loop.PassTime(milliseconds); }
 
-    void Tap(std::int32_t row, std::int32_t col) override { Handled(backends::Tap(Device_.Platform, row, col)); }
+    void Tap(std::int32_t row, std::int32_t col) override { Handled(backends::Tap(Device_.Hand, row, col)); }
     void ClickItem(std::int32_t menu, std::int32_t item) override {
-        Handled(backends::ClickItem(Device_.Platform, menu, item));
+        Handled(backends::ClickItem(Device_.Hand, menu, item));
     }
-    void ClickTitle(std::int32_t menu) override { Handled(backends::ClickTitle(Device_.Platform, menu)); }
-    void PressKey(std::int32_t keyCode) override { Handled(backends::PressKey(Device_.Platform, keyCode)); }
-    void Type(const Text& text) override { Handled(backends::TypeText(Device_.Platform, text)); }
-    void ReplaceText(const Text& text) override { Handled(backends::SetInput(Device_.Platform, text)); }
-    void ChooseDate(const CalendarDate& date) override { Handled(backends::PickDate(Device_.Platform, date)); }
+    void ClickTitle(std::int32_t menu) override { Handled(backends::ClickTitle(Device_.Hand, menu)); }
+    void PressKey(std::int32_t keyCode) override { Handled(backends::PressKey(Device_.Hand, keyCode)); }
+    void Type(const Text& text) override { Handled(backends::TypeText(Device_.Hand, text)); }
+    void ReplaceText(const Text& text) override { Handled(backends::SetInput(Device_.Hand, text)); }
+    void ChooseDate(const CalendarDate& date) override { Handled(backends::PickDate(Device_.Hand, date)); }
 
     void WhileABoxIsOpen(std::function<void()> step, BoxAnswer answer) override {
         Device_.WillDo([this, step = std::move(step), answer] {
             step();
-            backends::Answer(Device_.Platform, answer);
+            backends::Answer(Device_.Hand, answer);
         });
     }
     void WhileItWaits(std::function<void()> step) override { Device_.WillDo(std::move(step)); }

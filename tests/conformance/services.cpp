@@ -9,8 +9,8 @@ namespace conformance {
 
 namespace {
 
-const ServiceFactory<Clock> OfTheMachine = {"clock of the machine",
-                                            [] { return std::make_shared<backends::DeviceClock>(backends::HostTime()); }};
+const ServiceFactory<Clock> OfTheMachine = {
+    "clock of the machine", [] { return std::make_shared<backends::DeviceClock>(backends::HostTime()); }};
 const ServiceFactory<Random> Quick = {"quick numbers", [] { return std::make_shared<reference::QuickNumbers>(); }};
 
 } // namespace
