@@ -5,7 +5,7 @@
 
 #include "src/storage/file_slots.h"
 
-#include <array>
+#include <span>
 
 namespace modFileSystem {
 
@@ -49,6 +49,6 @@ struct LineBackEnd {
 };
 
 /// The first row whose Takes is true holds a file. The last row takes any file. Defined in line_back_ends.cpp.
-extern const std::array<const LineBackEnd*, 2> LineBackEnds;
+extern const std::span<const LineBackEnd* const> LineBackEnds;
 
 } // namespace modFileSystem

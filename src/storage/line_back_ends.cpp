@@ -6,6 +6,7 @@
 
 namespace modFileSystem {
 
-const std::array<const LineBackEnd*, 2> LineBackEnds{&DatabaseLines, &TextLines};
+static constexpr const LineBackEnd* Kinds[] = {&DatabaseLines, &TextLines};
+const std::span<const LineBackEnd* const> LineBackEnds = Kinds;
 
 } // namespace modFileSystem

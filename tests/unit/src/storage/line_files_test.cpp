@@ -3,8 +3,8 @@
 #include "src/storage/line_files.h"
 
 #include "src/storage/settings.h"
-#include "tests/support/printed_rows.h"
 #include "tests/support/test_device.h"
+#include "tests/unit/src/storage/line_kinds.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -17,13 +17,12 @@ using support::PrintTo;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-/// A back-end by the name of a file that lies on it.
-class LineFile : public testing::TestWithParam<const char16_t*> {
+class LineFile : public testing::TestWithParam<LineKind> {
 protected:
     LineFile() { modQuorin::SetFilePaths(); }
     ~LineFile() override { CloseFile(File); }
 
-    Text Name() const { return GetParam(); }
+    Text Name() const { return GetParam().File; }
     void Open(const char16_t* mode) { OpenFile(File, Name(), mode, u"TEXT", u"QVRN"); }
     void Write(const std::vector<Text>& lines) {
         Open(u"w");
@@ -261,8 +260,7 @@ TEST_P(LineFile, IsTheScratchFileByTypeAndCreatorTogether) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(On, LineFile, testing::Values(u".\\Quorin\\test.txt", u".\\Quorin\\test.pdb"),
-                         [](const auto& each) { return each.index == 0 ? "TextFile" : "LineDatabase"; });
+INSTANTIATE_TEST_SUITE_P(On, LineFile, testing::ValuesIn(LineKinds), KindName);
 
 TEST(LineFileNames, WithoutAFolderNeverOpen) {
     support::TestDevice device;

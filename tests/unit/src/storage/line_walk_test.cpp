@@ -5,6 +5,7 @@
 #include "src/storage/settings.h"
 #include "tests/reference/agreement.h"
 #include "tests/support/test_device.h"
+#include "tests/unit/src/storage/line_kinds.h"
 
 #include <gtest/gtest.h>
 
@@ -87,7 +88,7 @@ struct LiteralLines {
     }
 };
 
-class LineWalk : public testing::TestWithParam<const char16_t*> {};
+class LineWalk : public testing::TestWithParam<LineKind> {};
 
 TEST_P(LineWalk, GivesWhatTheStepsGive) {
     support::TestDevice device;
@@ -96,7 +97,7 @@ TEST_P(LineWalk, GivesWhatTheStepsGive) {
     std::mt19937 chance(7);
     const auto below = [&chance](std::uint32_t limit) { return static_cast<std::int32_t>(chance() % limit); };
     FileHandle file;
-    OpenFile(file, GetParam(), u"w", u"TEXT", u"QVRN");
+    OpenFile(file, GetParam().File, u"w", u"TEXT", u"QVRN");
     LiteralLines literal{file.isDatabase, {}, file.nextLine};
     const Text texts[] = {u"", u"a", u"longer text", u"\r", u"x\r", Text(1, 0xDCFF)};
     for (int step = 0; step < cases; ++step) {
@@ -140,8 +141,7 @@ TEST_P(LineWalk, GivesWhatTheStepsGive) {
     CloseFile(file);
 }
 
-INSTANTIATE_TEST_SUITE_P(On, LineWalk, testing::Values(u".\\Quorin\\test.txt", u".\\Quorin\\test.pdb"),
-                         [](const auto& each) { return each.index == 0 ? "TextFile" : "LineDatabase"; });
+INSTANTIATE_TEST_SUITE_P(On, LineWalk, testing::ValuesIn(LineKinds), KindName);
 
 } // namespace
 } // namespace modFileSystem
