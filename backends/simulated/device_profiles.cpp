@@ -55,7 +55,7 @@ std::vector<DeviceProfile> AllProfiles() {
         {"desktop",    DeviceKind::Desktop,    "a desktop",                           {640, 480}, Version, DesktopFolder, DesktopKeys()},
         {"palm",       DeviceKind::PalmOs,     "Palm OS",                             {160, 160}, Version, PalmMemory,    PalmKeys()},
         {"palm-hires", DeviceKind::PalmOs,     "Palm OS with a high resolution",      {320, 320}, Version, PalmMemory,    PalmKeys()},
-        {"other",      DeviceKind::Other,      "an unknown device",   {240, 320}, Version, SymbianDrive,  PhoneKeys()},
+        {"other",      DeviceKind::Other,      "an unknown device",                   {240, 320}, Version, SymbianDrive,  PhoneKeys()},
         {"pocketpc",   DeviceKind::PocketPc,   "Windows Mobile with a touch screen",  {240, 320}, Version, WindowsRoot,   TouchKeys()},
         {"s60-early",  DeviceKind::S60Early,   "Symbian S60, the earlier kind",       {240, 320}, Version, SymbianDrive,  PhoneKeys()},
         {"uiq",        DeviceKind::Uiq,        "Symbian UIQ",                         {240, 320}, Version, SymbianDrive,  TouchKeys()},
@@ -74,9 +74,12 @@ const std::vector<DeviceProfile>& DeviceProfiles() {
 
 const DeviceProfile& ProfileOfType(std::int32_t deviceType) {
     const auto& profiles = DeviceProfiles();
-    const DeviceKind kind = TraitsOf(deviceType).Kind;
-    return *std::find_if(profiles.begin(), profiles.end(),
-                         [kind](const DeviceProfile& profile) { return profile.Kind == kind; });
+    const auto rowOf = [&profiles](DeviceKind kind) {
+        return std::find_if(profiles.begin(), profiles.end(),
+                            [kind](const DeviceProfile& profile) { return profile.Kind == kind; });
+    };
+    const auto found = rowOf(TraitsOf(deviceType).Kind);
+    return found != profiles.end() ? *found : *rowOf(DeviceKind::Other);
 }
 
 const DeviceProfile* ProfileNamed(std::string_view name) {

@@ -8,7 +8,6 @@ namespace modQuorin {
 namespace {
 
 using support::PrintTo;
-using testing::ElementsAre;
 
 class MenuTable : public testing::Test {
 protected:
@@ -44,6 +43,37 @@ struct MenuRowExpected {
     std::vector<Text> First, Second;
 };
 
+// clang-format off: a row a menu, in the order of the table
+const MenuRowExpected ExpectedMenus[] = {
+    {"MenuInput", &MenuInput, {u"Back"}, {u"Ok"}},
+    {"MenuFileSelect", &MenuFileSelect, {u"Back"}, {u"Options", u"Select directory", u"Select a volume"}},
+    {"MenuMessage", &MenuMessage, {u"Back"}, {}},
+    {"MenuBack", &MenuBack, {u"Back (back)"}, {}},
+    {"MenuBackCommand", &MenuBackCommand, {u"Back"}, {}},
+    {"MenuMain",
+     &MenuMain,
+     {u"Main", u"Start...", u"Exit (back)"},
+     {u"Options", u"Preferences...", u"inf editor...", u"Bluetooth Debug..."}},
+    {"MenuOk", &MenuOk, {u"Ok"}, {u"Back"}},
+    {"MenuDrivers",
+     &MenuDrivers,
+     {u"File", u"Edit", u"Delete", u"Show/Hide Columns...", u"New", u"Add Driver..."},
+     {u"Back"}},
+    {"MenuDriverColumns",
+     &MenuDriverColumns,
+     {u"File", u"Show/Hide Columns...", u"Add Driver...", u"Delete"},
+     {u"Back"}},
+    {"MenuDownloads", &MenuDownloads, {u"File", u"Open", u"Delete", u"Rename", u"New"}, {u"Back"}},
+    {"MenuDownload", &MenuDownload, {u"File", u"Close (back)"}, {u"Options"}},
+    {"MenuSave", &MenuSave, {u"Save"}, {u"Back"}},
+    {"MenuRecord",
+     &MenuRecord,
+     {u"File", u"Next Record", u"Previous Record", u"First Record", u"Last Record", u"Close (back)"},
+     {u"Edit", u"New Record", u"Insert Record", u"Delete Record"}},
+    {"MenuInstall", &MenuInstall, {u"Install..."}, {u"Back"}},
+};
+// clang-format on
+
 class MenuRowOf : public MenuTable, public testing::WithParamInterface<MenuRowExpected> {};
 
 TEST_P(MenuRowOf, HoldsItsEntries) {
@@ -52,51 +82,18 @@ TEST_P(MenuRowOf, HoldsItsEntries) {
     EXPECT_EQ(menu.Second, GetParam().Second);
 }
 
-// clang-format off: a row a menu
-INSTANTIATE_TEST_SUITE_P(
-    Table, MenuRowOf,
-    testing::Values(
-        MenuRowExpected{"MenuInput", &MenuInput, {u"Back"}, {u"Ok"}},
-        MenuRowExpected{
-            "MenuFileSelect", &MenuFileSelect, {u"Back"}, {u"Options", u"Select directory", u"Select a volume"}},
-        MenuRowExpected{"MenuMessage", &MenuMessage, {u"Back"}, {}},
-        MenuRowExpected{"MenuBack", &MenuBack, {u"Back (back)"}, {}},
-        MenuRowExpected{"MenuBackCommand", &MenuBackCommand, {u"Back"}, {}},
-        MenuRowExpected{"MenuMain",
-                        &MenuMain,
-                        {u"Main", u"Start...", u"Exit (back)"},
-                        {u"Options", u"Preferences...", u"inf editor...", u"Bluetooth Debug..."}},
-        MenuRowExpected{"MenuOk", &MenuOk, {u"Ok"}, {u"Back"}},
-        MenuRowExpected{"MenuDrivers",
-                        &MenuDrivers,
-                        {u"File", u"Edit", u"Delete", u"Show/Hide Columns...", u"New", u"Add Driver..."},
-                        {u"Back"}},
-        MenuRowExpected{"MenuDriverColumns",
-                        &MenuDriverColumns,
-                        {u"File", u"Show/Hide Columns...", u"Add Driver...", u"Delete"},
-                        {u"Back"}},
-        MenuRowExpected{"MenuDownloads", &MenuDownloads, {u"File", u"Open", u"Delete", u"Rename", u"New"}, {u"Back"}},
-        MenuRowExpected{"MenuDownload", &MenuDownload, {u"File", u"Close (back)"}, {u"Options"}},
-        MenuRowExpected{"MenuSave", &MenuSave, {u"Save"}, {u"Back"}},
-        MenuRowExpected{"MenuRecord",
-                        &MenuRecord,
-                        {u"File", u"Next Record", u"Previous Record", u"First Record", u"Last Record", u"Close (back)"},
-                        {u"Edit", u"New Record", u"Insert Record", u"Delete Record"}},
-        MenuRowExpected{"MenuInstall", &MenuInstall, {u"Install..."}, {u"Back"}}),
-    [](const auto& each) { return each.param.Name; });
-// clang-format on
+INSTANTIATE_TEST_SUITE_P(Table, MenuRowOf, testing::ValuesIn(ExpectedMenus),
+                         [](const auto& each) { return each.param.Name; });
 
 TEST_F(MenuTable, HasItsRowsInOrder) {
-    const std::vector<MenuId> rows = {MenuInput,    MenuFileSelect, MenuMessage, MenuBack,          MenuBackCommand,
-                                      MenuMain,     MenuOk,         MenuDrivers, MenuDriverColumns, MenuDownloads,
-                                      MenuDownload, MenuSave,       MenuRecord,  MenuInstall};
-    EXPECT_THAT(rows, ElementsAre(1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14));
-    EXPECT_EQ(Menus.Table.size(), rows.size());
+    ASSERT_EQ(Menus.Table.size(), std::size(ExpectedMenus));
+    for (std::size_t i = 0; i < std::size(ExpectedMenus); ++i)
+        EXPECT_EQ(*ExpectedMenus[i].Menu, static_cast<MenuId>(i + 1)) << ExpectedMenus[i].Name;
 }
 
 TEST_F(MenuTable, RowOutsideItStopsTheProgram) {
     support::FailureOf([] { MenuRow(0); });
-    support::FailureOf([] { MenuRow(15); });
+    support::FailureOf([] { MenuRow(static_cast<MenuId>(Menus.Table.size()) + 1); });
 }
 
 } // namespace

@@ -16,6 +16,28 @@ struct ScreenRowExpected {
     const MenuId* Menu;
 };
 
+// clang-format off: a row a screen, in the order of the table
+const ScreenRowExpected ExpectedScreens[] = {
+    {"ScrInput", &ScrInput, 3, nullptr, 1, 1, 100, 1, 1, 0, &MenuInput},
+    {"ScrFileSelect", &ScrFileSelect, 3, nullptr, 1, 1, 100, 2, 1, 0, &MenuFileSelect},
+    {"ScrMessage", &ScrMessage, 3, nullptr, 1, 1, 100, 1, 1, 1, &MenuMessage},
+    {"ScrMain", &ScrMain, 2, nullptr, 1, 1, 100, 0, 0, 2, &MenuMain},
+    {"ScrDrivers", &ScrDrivers, 1, &ScrMain, 1, 1, 100, 1, 1, 1, &MenuOk},
+    {"ScrInstalledDrivers", &ScrInstalledDrivers, 1, &ScrMain, 1, 1, 100, 1, 1, 1, &MenuDrivers},
+    {"ScrPreferences", &ScrPreferences, 3, nullptr, 1, 1, 100, 1, 1, 1, &MenuBackCommand},
+    {"ScrList", &ScrList, 3, nullptr, 1, 1, 100, 1, 1, 1, &MenuBack},
+    {"ScrDownloads", &ScrDownloads, 1, &ScrDrivers, 1, 1, 100, 1, 1, 1, &MenuDownloads},
+    {"ScrDownload", &ScrDownload, 1, &ScrDownloads, 1, 2, 50, 2, 2, 0, &MenuDownload},
+    {"ScrBluetoothDebug", &ScrBluetoothDebug, 3, nullptr, 1, 1, 100, 1, 1, 0, &MenuBack},
+    {"ScrFileDebug", &ScrFileDebug, 1, &ScrMain, 1, 1, 100, 1, 1, 0, &MenuBack},
+    {"ScrTextFile", &ScrTextFile, 3, nullptr, 1, 1, 100, 1, 1, 1, &MenuBack},
+    {"ScrDriverProperties", &ScrDriverProperties, 1, &ScrInstalledDrivers, 1, 2, 50, 1, 2, 0, &MenuSave},
+    {"ScrInfRecord", &ScrInfRecord, 0, nullptr, 1, 2, 50, 1, 2, 0, &MenuRecord},
+    {"ScrColumns", &ScrColumns, 3, nullptr, 1, 2, 80, 1, 1, 0, &MenuBack},
+    {"ScrAddDriver", &ScrAddDriver, 3, nullptr, 1, 1, 100, 1, 1, 1, &MenuInstall},
+};
+// clang-format on
+
 class ScreenTable : public support::Program, public testing::WithParamInterface<ScreenRowExpected> {};
 
 TEST_P(ScreenTable, HoldsTheScreenAsItIsMeant) {
@@ -33,41 +55,15 @@ TEST_P(ScreenTable, HoldsTheScreenAsItIsMeant) {
     EXPECT_EQ(row.Menu, *expected.Menu);
 }
 
-// clang-format off: a row a screen
-INSTANTIATE_TEST_SUITE_P(
-    Of, ScreenTable,
-    testing::Values(
-        ScreenRowExpected{"ScrInput", &ScrInput, 3, nullptr, 1, 1, 100, 1, 1, 0, &MenuInput},
-        ScreenRowExpected{"ScrFileSelect", &ScrFileSelect, 3, nullptr, 1, 1, 100, 2, 1, 0, &MenuFileSelect},
-        ScreenRowExpected{"ScrMessage", &ScrMessage, 3, nullptr, 1, 1, 100, 1, 1, 1, &MenuMessage},
-        ScreenRowExpected{"ScrMain", &ScrMain, 2, nullptr, 1, 1, 100, 0, 0, 2, &MenuMain},
-        ScreenRowExpected{"ScrDrivers", &ScrDrivers, 1, &ScrMain, 1, 1, 100, 1, 1, 1, &MenuOk},
-        ScreenRowExpected{"ScrInstalledDrivers", &ScrInstalledDrivers, 1, &ScrMain, 1, 1, 100, 1, 1, 1, &MenuDrivers},
-        ScreenRowExpected{"ScrPreferences", &ScrPreferences, 3, nullptr, 1, 1, 100, 1, 1, 1, &MenuBackCommand},
-        ScreenRowExpected{"ScrList", &ScrList, 3, nullptr, 1, 1, 100, 1, 1, 1, &MenuBack},
-        ScreenRowExpected{"ScrDownloads", &ScrDownloads, 1, &ScrDrivers, 1, 1, 100, 1, 1, 1, &MenuDownloads},
-        ScreenRowExpected{"ScrDownload", &ScrDownload, 1, &ScrDownloads, 1, 2, 50, 2, 2, 0, &MenuDownload},
-        ScreenRowExpected{"ScrBluetoothDebug", &ScrBluetoothDebug, 3, nullptr, 1, 1, 100, 1, 1, 0, &MenuBack},
-        ScreenRowExpected{"ScrFileDebug", &ScrFileDebug, 1, &ScrMain, 1, 1, 100, 1, 1, 0, &MenuBack},
-        ScreenRowExpected{"ScrTextFile", &ScrTextFile, 3, nullptr, 1, 1, 100, 1, 1, 1, &MenuBack},
-        ScreenRowExpected{"ScrDriverProperties", &ScrDriverProperties, 1, &ScrInstalledDrivers, 1, 2, 50, 1, 2, 0,
-                          &MenuSave},
-        ScreenRowExpected{"ScrInfRecord", &ScrInfRecord, 0, nullptr, 1, 2, 50, 1, 2, 0, &MenuRecord},
-        ScreenRowExpected{"ScrColumns", &ScrColumns, 3, nullptr, 1, 2, 80, 1, 1, 0, &MenuBack},
-        ScreenRowExpected{"ScrAddDriver", &ScrAddDriver, 3, nullptr, 1, 1, 100, 1, 1, 1, &MenuInstall}),
-    [](const auto& each) { return each.param.Name; });
-// clang-format on
+INSTANTIATE_TEST_SUITE_P(Of, ScreenTable, testing::ValuesIn(ExpectedScreens),
+                         [](const auto& each) { return each.param.Name; });
 
 using ScreenRows = support::Program;
 
 TEST_F(ScreenRows, StandInTheOrderInWhichTheyAreAdded) {
-    std::vector<std::string> names;
-    for (const ScreenDef& row : Screens.Table)
-        names.emplace_back(row.Name);
-    EXPECT_THAT(names, testing::ElementsAre("ScrInput", "ScrFileSelect", "ScrMessage", "ScrMain", "ScrDrivers",
-                                            "ScrInstalledDrivers", "ScrPreferences", "ScrList", "ScrDownloads",
-                                            "ScrDownload", "ScrBluetoothDebug", "ScrFileDebug", "ScrTextFile",
-                                            "ScrDriverProperties", "ScrInfRecord", "ScrColumns", "ScrAddDriver"));
+    ASSERT_EQ(Screens.Table.size(), std::size(ExpectedScreens));
+    for (std::size_t i = 0; i < std::size(ExpectedScreens); ++i)
+        EXPECT_STREQ(Screens.Table[i].Name, ExpectedScreens[i].Name);
 }
 
 TEST_F(ScreenRows, PercentOfZeroIsStoredAsAHundred) {
