@@ -212,6 +212,17 @@ TEST_P(FieldEventsSuite, CloseTheCalendarOnceADateIsChosen) {
     EXPECT_THAT(Heard(), ElementsAre("dteInputField_Closed")) << "also the same date";
 }
 
+TEST_P(FieldEventsSuite, KeepThePageOfTheGridWhileOneIsOpen) {
+    ShowRows(20);
+    Open(Form().cboInputField);
+    Form().grdMain.SetTopRow(19);
+    Settle();
+    EXPECT_EQ(Form().grdMain.TopRow(), 19);
+    Form().cboInputField.SetVisible(false);
+    Settle();
+    EXPECT_EQ(Form().grdMain.TopRow(), 15) << "no empty part below the last row";
+}
+
 // The key queue.
 
 TEST_P(FieldEventsSuite, GetTheCharactersThatWereSentOnceEventsAreHandled) {
