@@ -47,7 +47,8 @@ TEST_P(FilesSuite, MakesNoFolderInPlaceOfAFile) {
 }
 
 TEST_P(FilesSuite, RefusesAFolderOutside) {
-    EXPECT_EQ(ErrorOfOpeningFolder(u"..\\outside\\", true), PathRefused);
+    for (const char16_t* path : {u"..\\outside\\", u".\\..\\outside\\", u"Card:\\..\\..\\outside\\"})
+        EXPECT_EQ(ErrorOfOpeningFolder(path, true), PathRefused) << modStringTools::ToBytes(path);
     EXPECT_EQ(ErrorOfOpeningFolder(u"", true), PathRefused);
 }
 
@@ -285,8 +286,10 @@ TEST_P(FilesSuite, OpensNoFolderAsAFile) {
 }
 
 TEST_P(FilesSuite, RefusesAFileOutside) {
-    EXPECT_EQ(ErrorOfOpening(u"..\\x.txt"), PathRefused);
-    EXPECT_EQ(ErrorOfOpening(u"..\\x.txt", StreamMode::Create), PathRefused);
+    for (const char16_t* name : {u"..\\x.txt", u".\\..\\x.txt", u"Card:\\..\\..\\x.txt", u".\\a\\..\\x.txt"}) {
+        EXPECT_EQ(ErrorOfOpening(name), PathRefused) << modStringTools::ToBytes(name);
+        EXPECT_EQ(ErrorOfOpening(name, StreamMode::Create), PathRefused) << modStringTools::ToBytes(name);
+    }
 }
 
 TEST_P(FilesSuite, MovesOverAnOldFile) {
