@@ -50,7 +50,13 @@ Harm Instrument::AnyHarm() {
 }
 
 std::string Instrument::Variable(const Outfit& outfit) {
-    static const char* const values[] = {"P12", "North field", "x", "40-60", "7", "\xC3\x9C", "cker"};
+    static const char* const values[] = {"P12",
+                                         "North field",
+                                         "x",
+                                         "40-60",
+                                         "7",
+                                         "\xC3\x9C"
+                                         "cker"};
     const std::string name = outfit.Variables[Chance_.Below(static_cast<std::uint32_t>(outfit.Variables.size()))];
     return "[DESCRIPTIVE_VAR \"" + name + "=" + Chance_.Of(values) + "\"]";
 }

@@ -234,7 +234,10 @@ void Shift::ActOnCell() {
 
 /// A field closes when another cell is tapped, and goes with the screen under a command.
 void Shift::ActInField() {
-    static const char* const texts[] = {"typed", "by hand 3", "gr\xC3\xBC", "n", "", "x"};
+    static const char* const texts[] = {"typed", "by hand 3",
+                                        "gr\xC3\xBC"
+                                        "n",
+                                        "", "x"};
     const std::uint32_t what = Below(8);
     const std::size_t row = Below(Twin_.Fields().size());
     const std::string text = Chance_.Of(texts);
@@ -276,7 +279,9 @@ void Shift::ActInDatePrompt() {
 }
 
 void Shift::ActInRenamePrompt() {
-    static const char* const names[] = {"North field", "Monday", "", "Keller \xC3\xBC", "ber Tage"};
+    static const char* const names[] = {"North field", "Monday", "",
+                                        "Keller \xC3\xBC"
+                                        "ber Tage"};
     const std::uint32_t what = Below(4);
     if (what == 0) {
         GoBack();
