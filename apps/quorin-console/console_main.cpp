@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "apps/quorin-console/console_main.h"
 
-#include "apps/start/exit_status.h"
 #include "backends/descriptor/descriptor.h"
 #include "backends/files/host_files.h"
 #include "backends/files/root_lock.h"
@@ -15,9 +14,10 @@
 
 namespace console {
 
-namespace {
-
 using backends::LockResult;
+using start::ExitStatus;
+
+namespace {
 
 bool IsFile(const std::string& path) {
     struct stat found {};
@@ -47,13 +47,13 @@ bool RootIsUsable(const std::string& root) {
 
 } // namespace
 
-int ConsoleMain(int count, char** words, int (*run)(const Options&, Session&)) {
+ExitStatus ConsoleMain(int count, char** words, ExitStatus (*run)(const Options&, Session&)) {
     Options options;
     switch (ReadOptions(count, words, options)) {
     case Reading::Shown:
-        return start::StatusEnded;
+        return ExitStatus::Ended;
     case Reading::Wrong:
-        return start::StatusNotStarted;
+        return ExitStatus::NotStarted;
     case Reading::Run:
         break;
     }
@@ -70,10 +70,10 @@ int ConsoleMain(int count, char** words, int (*run)(const Options&, Session&)) {
     }
     if (input < 0) {
         std::cerr << "quorin-console: can't read " << options.Script << ": " << std::strerror(errno) << "\n";
-        return start::StatusNotStarted;
+        return ExitStatus::NotStarted;
     }
     if (!RootIsUsable(options.Device.Root))
-        return start::StatusNotStarted;
+        return ExitStatus::NotStarted;
     const OutputFor reader = options.PlainText ? OutputFor::People : OutputFor::Programs;
     Session session(input, std::cout, options.Strict, reader);
     session.Verdicts = options.Verdicts;
@@ -87,7 +87,7 @@ int ConsoleMain(int count, char** words, int (*run)(const Options&, Session&)) {
     case LockResult::Taken:
     case LockResult::NoFolder:
         std::cerr << "quorin-console: " << lock.Refusal() << "\n";
-        return start::StatusNotStarted;
+        return ExitStatus::NotStarted;
     }
     return run(options, session);
 }

@@ -9,6 +9,6 @@ namespace console {
 
 /// Reads the command line, opens the commands, creates and locks the root folder, and runs the session on a device.
 /// Returns the exit status.
-int ConsoleMain(int count, char** words, int (*run)(const Options&, Session&));
+start::ExitStatus ConsoleMain(int count, char** words, start::ExitStatus (*run)(const Options&, Session&));
 
 } // namespace console

@@ -7,7 +7,7 @@
 
 namespace {
 
-int RunHeadless(const console::Options& options, console::Session& session) {
+start::ExitStatus RunHeadless(const console::Options& options, console::Session& session) {
     backends::HostDevice host(options.Device);
     backends::headless::HeadlessPlatform device(host, session, session.Out());
     backends::headless::HeadlessHand user(device);
@@ -17,7 +17,7 @@ int RunHeadless(const console::Options& options, console::Session& session) {
     try {
         session.Run();
     } catch (const backends::ProgramOver& over) {
-        const int status = session.Over(over);
+        const start::ExitStatus status = session.Over(over);
         modQuorin::ResetModules(); // closes what is open while the platform still exists
         return status;
     }
@@ -27,5 +27,6 @@ int RunHeadless(const console::Options& options, console::Session& session) {
 
 int main(int count, char** words) {
     start::PrepareProcess("quorin-console");
-    return start::StatusAfterOutput("quorin-console", console::ConsoleMain(count, words, RunHeadless));
+    const start::ExitStatus status = console::ConsoleMain(count, words, RunHeadless);
+    return NumberOf(start::StatusAfterOutput("quorin-console", status));
 }

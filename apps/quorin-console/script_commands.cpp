@@ -152,8 +152,11 @@ Error RunKeyboard(const Target& target, const std::string& rest) {
     constexpr std::int32_t Largest = std::numeric_limits<std::int16_t>::max();
     if (words.size() != 5 || numbers.size() != 5 || numbers[0] < -1 || numbers[0] > Largest)
         return "needs STATE LEFT TOP WIDTH HEIGHT, five whole numbers, STATE not below -1";
-    backends::RaiseKeyboard(target.Device.system, static_cast<std::int16_t>(numbers[0]), numbers[1], numbers[2],
-                            numbers[3], numbers[4]);
+    backends::RaiseKeyboard(target.Device.system, {.State = static_cast<std::int16_t>(numbers[0]),
+                                                   .Left = numbers[1],
+                                                   .Top = numbers[2],
+                                                   .Width = numbers[3],
+                                                   .Height = numbers[4]});
     return Done;
 }
 
@@ -254,7 +257,7 @@ Error RunNamed(const Target& target, const std::string& rest) {
     const auto number = words.size() == 2 && words[0] == "fail" ? SmallNumber(words[1]) : std::nullopt;
     if (!number && words != Arguments{"ok"})
         return "needs fail NUMBER or ok";
-    target.Device.host.connections.SetOutcome(number.value_or(platform::NoError));
+    target.Device.host.connections.SetOutcome(platform::ErrorNumber{number.value_or(0)});
     return Done;
 }
 
@@ -295,7 +298,7 @@ Error RunState(const Target& target, const std::string&) {
 /// Ends like a power cut: nothing is closed or saved.
 Error RunQuit(const Target& target, const std::string&) {
     target.Out.Write({{"done", "quit"}});
-    std::_Exit(start::StatusAfterOutput("quorin-console", start::StatusEnded));
+    std::_Exit(NumberOf(start::StatusAfterOutput("quorin-console", start::ExitStatus::Ended)));
 }
 
 struct CommandRow {

@@ -2,7 +2,6 @@
 #include "apps/quorin-console/session.h"
 
 #include "apps/quorin-console/script_commands.h"
-#include "apps/start/exit_status.h"
 #include "companion/words.h"
 
 #include <array>
@@ -14,6 +13,7 @@
 namespace console {
 
 using backends::ProgramOver;
+using start::ExitStatus;
 
 namespace {
 
@@ -133,8 +133,8 @@ void Session::CloseOpenCommands(const std::string& error) {
     OpenCommands_.clear();
 }
 
-int Session::Over(const ProgramOver& over) {
-    const int status = Close(over);
+ExitStatus Session::Over(const ProgramOver& over) {
+    const ExitStatus status = Close(over);
     if (!Ending_->Begun()) {
         const std::string unsaved = backends::UnsavedRecordWords();
         if (!unsaved.empty())
@@ -142,28 +142,28 @@ int Session::Over(const ProgramOver& over) {
         return status;
     }
     std::cerr << "quorin-console: " << Ending_->Words() << std::endl;
-    return Ending_->IsLost() ? start::StatusFailure : status;
+    return Ending_->IsLost() ? ExitStatus::Failure : status;
 }
 
-int Session::Close(const ProgramOver& over) {
+ExitStatus Session::Close(const ProgramOver& over) {
     switch (over.Why) {
     case ProgramOver::Reason::Ended:
         Writer_.Write({{"event", "end"}});
         CloseOpenCommands("");
-        return start::StatusEnded;
+        return ExitStatus::Ended;
     case ProgramOver::Reason::Failed:
         Writer_.Write({{"event", "failure"}, {"text", Utf8(over.Failure)}});
         std::cerr << "quorin-console: " << Utf8(over.Failure) << std::endl;
         CloseOpenCommands("the program has ended");
-        return start::StatusFailure;
+        return ExitStatus::Failure;
     case ProgramOver::Reason::CommandFailed:
         CloseOpenCommands("a command inside it has failed");
-        return start::StatusStrict;
+        return ExitStatus::Strict;
     case ProgramOver::Reason::InputEnded:
         CloseOpenCommands(""); // which is not an error
         break;
     }
-    return start::StatusEnded;
+    return ExitStatus::Ended;
 }
 
 } // namespace console

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "apps/quorin-console/writer.h"
+#include "apps/start/exit_status.h"
 #include "backends/host/end_signals.h"
 #include "backends/host/host_back_end.h"
 #include "backends/input/hand.h"
@@ -60,7 +61,7 @@ public:
     /// Starts the program and runs commands until the program is over.
     [[noreturn]] void Run();
     /// Reports that the program is over, closes the commands that are open, and returns the exit status.
-    int Over(const backends::ProgramOver& over);
+    start::ExitStatus Over(const backends::ProgramOver& over);
 
     /// Why nothing keeps a second program away from the root folder; empty if the folder is locked. Set before Use().
     std::string LockWarning;
@@ -80,7 +81,7 @@ public:
 
 private:
     std::string OwnAnswer() const;
-    int Close(const backends::ProgramOver& over);
+    start::ExitStatus Close(const backends::ProgramOver& over);
     void CloseOpenCommands(const std::string& error);
 
     bool Strict_;

@@ -124,7 +124,7 @@ void AddFaultOptions(CLI::App& app, FaultPlan& plan) {
 
 } // namespace
 
-bool ReadCommandLine(int argc, char** argv, CommandLine& line, int& exitStatus) {
+bool ReadCommandLine(int argc, char** argv, CommandLine& line, start::ExitStatus& exitStatus) {
     CLI::App app(Description, "quorin-instrument");
     app.footer(Footer + start::ExitStatusHelp());
     app.set_version_flag("--version", QUORIN_VERSION);
@@ -139,7 +139,7 @@ bool ReadCommandLine(int argc, char** argv, CommandLine& line, int& exitStatus) 
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
-        exitStatus = app.exit(error) == 0 ? 0 : 2;
+        exitStatus = app.exit(error) == 0 ? start::ExitStatus::Ended : start::ExitStatus::NotStarted;
         return false;
     }
     line.MadeUp.Kinds = ClimateKinds();

@@ -3,6 +3,7 @@
 
 #include "apps/quorin-instrument/outlet.h"
 #include "apps/quorin-instrument/player.h"
+#include "apps/start/exit_status.h"
 
 namespace instrument {
 
@@ -17,8 +18,8 @@ struct CommandLine {
     Linger Stay;
 };
 
-/// Reads the command line. Returns false if the process is to end with `exitStatus`: help or version were asked for
-/// (0), or the usage is wrong (2). Any message has been printed.
-bool ReadCommandLine(int argc, char** argv, CommandLine& line, int& exitStatus);
+/// Reads the command line. Returns false if the process is to end with `exitStatus`: help or version were asked for, or
+/// the usage is wrong. Any message has been printed.
+bool ReadCommandLine(int argc, char** argv, CommandLine& line, start::ExitStatus& exitStatus);
 
 } // namespace instrument

@@ -40,7 +40,7 @@ std::unique_ptr<Outlet> MakeOutlet(const CommandLine& line) {
 
 int Failure(const std::string& problem) {
     std::cerr << "quorin-instrument: " << problem << '\n';
-    return 1;
+    return NumberOf(start::ExitStatus::Failure);
 }
 
 } // namespace
@@ -48,9 +48,9 @@ int Failure(const std::string& problem) {
 int main(int argc, char** argv) {
     start::PrepareProcess("quorin-instrument");
     CommandLine line;
-    int exitStatus = 0;
+    auto exitStatus = start::ExitStatus::Ended;
     if (!ReadCommandLine(argc, argv, line, exitStatus)) {
-        return start::StatusAfterOutput("quorin-instrument", exitStatus);
+        return NumberOf(start::StatusAfterOutput("quorin-instrument", exitStatus));
     }
     RecordSource source = MakeUp(line.MadeUp);
     if (!line.StreamFile.empty()) {
@@ -72,5 +72,5 @@ int main(int argc, char** argv) {
         }
         outcome = outlet->Finish(line.Stay);
     }
-    return outcome == Outcome::Failed ? Failure(outlet->Problem()) : 0;
+    return outcome == Outcome::Failed ? Failure(outlet->Problem()) : NumberOf(start::ExitStatus::Ended);
 }

@@ -32,13 +32,11 @@ namespace {
 using backends::LockResult;
 using backends::ProgramOver;
 
-using start::StatusEnded;
-using start::StatusFailure;
-using start::StatusNotStarted;
+using start::ExitStatus;
 
 int NotStarted(const std::string& why) {
     std::cerr << "quorin: " << why << "\n";
-    return StatusNotStarted;
+    return NumberOf(ExitStatus::NotStarted);
 }
 
 /// Without a display Qt can't show anything, not even a message.
@@ -60,7 +58,7 @@ void TakeQtMessage(QtMsgType type, const QMessageLogContext&, const QString& tex
     if (type == QtFatalMsg) {
         std::cerr << "quorin: " << (WindowStands ? text.toStdString() : NoDisplay) << std::endl;
         quorin::EndWithoutDisplay();
-        std::_Exit(WindowStands ? StatusFailure : StatusNotStarted);
+        std::_Exit(NumberOf(WindowStands ? ExitStatus::Failure : ExitStatus::NotStarted));
     }
     if (type != QtDebugMsg && type != QtInfoMsg && qEnvironmentVariableIsSet("QUORIN_VERBOSE"))
         std::cerr << "quorin: " << text.toStdString() << "\n";
@@ -112,7 +110,7 @@ std::string FindPlaces(quorin::Options& options) {
     std::optional<backends::HostDevice> host;
     std::optional<backends::qt::QtPlatform> device;
     std::optional<quorin::WindowEnd> end;
-    backends::qt::QtPump pump([&end](const ProgramOver& over) { return end->Over(over); });
+    backends::qt::QtPump pump([&end](const ProgramOver& over) { return NumberOf(end->Over(over)); });
     backends::qt::WindowOptions looks;
     looks.Scale = options.Scale;
     looks.Profile = backends::ProfileOfType(options.Device.DeviceType);
@@ -140,9 +138,9 @@ int main(int count, char** words) {
     quorin::Options options;
     switch (quorin::ReadOptions(count, words, backends::qt::KeyboardHelp(), options)) {
     case quorin::Reading::Shown:
-        return start::StatusAfterOutput("quorin", StatusEnded);
+        return NumberOf(start::StatusAfterOutput("quorin", ExitStatus::Ended));
     case quorin::Reading::Wrong:
-        return StatusNotStarted;
+        return NumberOf(ExitStatus::NotStarted);
     case quorin::Reading::Run:
         break;
     }
@@ -150,7 +148,7 @@ int main(int count, char** words) {
         backends::PortSurvey survey;
         survey.Pinned = options.Device.Ports.Pinned;
         std::cout << companion::PortTable(backends::SerialPorts(survey));
-        return start::StatusAfterOutput("quorin", StatusEnded);
+        return NumberOf(start::StatusAfterOutput("quorin", ExitStatus::Ended));
     }
     if (!HasDisplay())
         return NotStarted(NoDisplay);

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "apps/quorin/window_end.h"
 
-#include "apps/start/exit_status.h"
 #include "src/text/text.h"
 
 #include <QMessageBox>
@@ -16,6 +15,7 @@
 namespace quorin {
 
 using backends::ProgramOver;
+using start::ExitStatus;
 
 namespace {
 
@@ -43,18 +43,18 @@ void WindowEnd::Begin(const std::string& why) {
 }
 
 /// Used when the person is gone or leaving, so no box is shown.
-int WindowEnd::TellEnding(const ProgramOver& over) const {
+ExitStatus WindowEnd::TellEnding(const ProgramOver& over) const {
     if (over.Why == ProgramOver::Reason::Failed)
         std::cerr << "quorin: " << modStringTools::ToBytes(over.Failure) << "\n";
     std::cerr << "quorin: " << Last_.Words() << std::endl;
-    return over.Why == ProgramOver::Reason::Failed || Last_.IsLost() ? start::StatusFailure : start::StatusEnded;
+    return over.Why == ProgramOver::Reason::Failed || Last_.IsLost() ? ExitStatus::Failure : ExitStatus::Ended;
 }
 
-int WindowEnd::Over(const ProgramOver& over) {
+ExitStatus WindowEnd::Over(const ProgramOver& over) {
     if (Last_.Begun())
         return TellEnding(over);
     if (over.Why != ProgramOver::Reason::Failed)
-        return start::StatusEnded;
+        return ExitStatus::Ended;
     const std::string text = modStringTools::ToBytes(over.Failure);
     std::cerr << "quorin: " << text << std::endl;
     const std::string unsaved = backends::UnsavedRecordWords();
@@ -69,7 +69,7 @@ int WindowEnd::Over(const ProgramOver& over) {
     message.setInformativeText(QString::fromStdString(backends::StateWords()));
     Only = nullptr; // also if the display is lost while this box is open
     message.exec();
-    return start::StatusFailure;
+    return ExitStatus::Failure;
 }
 
 void WindowEnd::WithoutDisplay() {
@@ -81,7 +81,7 @@ void WindowEnd::WithoutDisplay() {
     Last_.SaveAtOnce("a display that is gone");
     std::cerr << "quorin: " << Last_.Words() << std::endl;
     std::fflush(nullptr);
-    std::_Exit(start::StatusFailure);
+    std::_Exit(NumberOf(ExitStatus::Failure));
 }
 
 } // namespace quorin

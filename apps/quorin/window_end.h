@@ -3,6 +3,7 @@
 #pragma once
 
 #include "apps/quorin/window_watch.h"
+#include "apps/start/exit_status.h"
 #include "backends/host/end_signals.h"
 #include "backends/loop/ending.h"
 #include "backends/qt/qt_platform.h"
@@ -18,13 +19,13 @@ public:
     WindowEnd& operator=(const WindowEnd&) = delete;
 
     /// Reports why the program ended and returns the exit status.
-    int Over(const backends::ProgramOver& over);
+    start::ExitStatus Over(const backends::ProgramOver& over);
     /// Saves what can be saved without a display, reports it, and ends the process.
     [[noreturn]] void WithoutDisplay();
 
 private:
     void Begin(const std::string& why);
-    int TellEnding(const backends::ProgramOver& over) const;
+    start::ExitStatus TellEnding(const backends::ProgramOver& over) const;
 
     backends::qt::QtPlatform& Device_;
     WindowWatch& Watch_;

@@ -4,10 +4,16 @@
 
 namespace start {
 
-inline constexpr int StatusEnded = 0;
-inline constexpr int StatusFailure = 1;    ///< stopped while running: a failure, no memory, or an unsaved record
-inline constexpr int StatusNotStarted = 2; ///< did not start, because of an option, the root folder or the input
-inline constexpr int StatusStrict = 3;     ///< a command failed, and the first failure was to end the program
-inline constexpr int StatusNoOutput = 4;   ///< standard output could not be written
+enum class ExitStatus : int {
+    Ended = 0,
+    Failure = 1,    ///< stopped while running: a failure, no memory, or an unsaved record
+    NotStarted = 2, ///< did not start, because of an option, the root folder or the input
+    Strict = 3,     ///< a command failed, and the first failure was to end the program
+    NoOutput = 4,   ///< standard output could not be written
+};
+
+constexpr int NumberOf(ExitStatus status) {
+    return static_cast<int>(status);
+}
 
 } // namespace start

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "apps/start/process.h"
 
-#include "apps/start/exit_status.h"
-
 #include <cerrno>
 #include <csignal>
 #include <cstdlib>
@@ -87,7 +85,7 @@ void Say(const char* text) {
     Say(": ");
     Say(why);
     Say("\n");
-    std::_Exit(StatusFailure);
+    std::_Exit(NumberOf(ExitStatus::Failure));
 }
 
 // Not by an exception: it would pass through a window system that does not support exceptions, and there is little
@@ -117,7 +115,7 @@ void OpenInPlaceOf(int descriptor) {
         return;
     // If there is no such device, a folder is used: it can't be written either.
     if (::open("/dev/null", O_RDONLY) < 0 && ::open("/", O_RDONLY | O_DIRECTORY) < 0)
-        std::_Exit(StatusNotStarted);
+        std::_Exit(NumberOf(ExitStatus::NotStarted));
 }
 
 } // namespace
@@ -135,7 +133,7 @@ void PrepareProcess(const char* program) {
     ::umask(::umask(OthersBits) & OthersBits);
 }
 
-int StatusAfterOutput(const char* program, int status) {
+ExitStatus StatusAfterOutput(const char* program, ExitStatus status) {
     std::cout.flush();
     const int error = TheOutput().Error();
     if (error == 0)
@@ -144,7 +142,7 @@ int StatusAfterOutput(const char* program, int status) {
     std::cerr << program
               << ": can't write to standard output: " << (reason != nullptr ? reason : std::to_string(error).c_str())
               << std::endl;
-    return StatusNoOutput;
+    return ExitStatus::NoOutput;
 }
 
 } // namespace start

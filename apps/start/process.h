@@ -2,6 +2,8 @@
 // Prepares the process: the three standard streams, and how it ends when a stream or memory is lost.
 #pragma once
 
+#include "apps/start/exit_status.h"
+
 namespace start {
 
 /// Must be called before anything is opened.
@@ -11,12 +13,12 @@ namespace start {
 ///  - std::cout waits for a reader that is not ready, whatever the mode of its descriptor.
 ///  - A write to a reader that is gone, or beyond the size limit of a file, fails and raises no signal.
 ///  - If memory can't be allocated, or something happens that the program can't continue from, the program ends with a
-///    message and StatusFailure. `program` is its name in that message.
+///    message and ExitStatus::Failure. `program` is its name in that message.
 ///  - The owner can open what the program creates, whatever the umask. The umask decides what others may do.
 void PrepareProcess(const char* program);
 
-/// Must be called last, with the exit status so far. Returns it, or StatusNoOutput, after a message on standard error,
-/// if anything written to std::cout could not be written.
-int StatusAfterOutput(const char* program, int status);
+/// Must be called last, with the exit status so far. Returns it, or ExitStatus::NoOutput, after a message on standard
+/// error, if anything written to std::cout could not be written.
+ExitStatus StatusAfterOutput(const char* program, ExitStatus status);
 
 } // namespace start

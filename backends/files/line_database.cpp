@@ -10,12 +10,12 @@ namespace backends {
 namespace {
 
 const Text DatabaseFolder = u".\\Databases\\";
-const Text DatabaseEnding = u".sqlite";
+const Text FileEnding = u".sqlite";
 const Text LineTableName = u"TEXT";
 const Text LineTableDefinition = u"LineNumber long, LineData String";
 
 Text FileOf(const Text& name) {
-    return DatabaseFolder + name + DatabaseEnding;
+    return DatabaseFolder + name + FileEnding;
 }
 
 bool IsDatabaseName(const Text& name) {
@@ -27,11 +27,11 @@ bool IsDatabaseName(const Text& name) {
 /// Returns the name of the database in a file, given the file's full name; empty for any other file.
 Text NameFromFile(const Text& fullName) {
     const Text file = fullName.substr(DatabaseFolder.size());
-    if (file.size() <= DatabaseEnding.size())
+    if (file.size() <= FileEnding.size())
         return {};
-    const std::size_t end = file.size() - DatabaseEnding.size();
+    const std::size_t end = file.size() - FileEnding.size();
     const Text name = file.substr(0, end);
-    return file.compare(end, Text::npos, DatabaseEnding) == 0 && IsDatabaseName(name) ? name : Text();
+    return file.compare(end, Text::npos, FileEnding) == 0 && IsDatabaseName(name) ? name : Text();
 }
 
 bool BeforeInBytes(const Text& a, const Text& b) {
@@ -106,7 +106,7 @@ OpenedDatabase LineDatabase::Create(const Text& name, std::int32_t typeCode, std
             error = FindFile(name, file, place);
         if (error != NoError)
             return error;
-        const DatabaseCodes codes{typeCode, creatorCode};
+        const DatabaseCodes codes{.TypeCode = typeCode, .CreatorCode = creatorCode};
         made.Id = Keep(name, std::move(place), LineTable::Make(std::move(file), codes, Patience, error));
         return error;
     });

@@ -158,7 +158,7 @@ ErrorNumber LineTable::CountRecords(std::int64_t& count) {
 std::int64_t LineTable::RecordCount() {
     std::int64_t count = 0;
     const ErrorNumber error = CountRecords(count);
-    return error == NoError ? count : -error;
+    return error == NoError ? count : -NumberOf(error);
 }
 
 /// If SQLite has rolled a batch back because of a failure, such as a full disk, a further write would be committed on

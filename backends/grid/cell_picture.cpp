@@ -14,16 +14,24 @@ void RecordingCanvas::FrameRect(std::int32_t, std::int32_t, std::int32_t, std::i
 }
 
 void RecordingCanvas::ClearCell() {
-    Cell() = {Back_, std::nullopt, {}};
+    Cell() = CellPicture();
+    Cell().Background = Back_;
 }
 
 void RecordingCanvas::DrawLine(std::int32_t x, std::int32_t y, const Text& text) {
-    Cell().Texts.push_back({x, y, 0, 0, AlignX::Start, AlignY::Top, Fore_, text});
+    Cell().Texts.push_back({.X = x, .Y = y, .Colour = Fore_, .Words = text});
 }
 
 void RecordingCanvas::DrawBox(std::int32_t x, std::int32_t y, std::int32_t width, std::int32_t height,
                               AlignX horizontal, AlignY vertical, const Text& text) {
-    Cell().Texts.push_back({x, y, width, height, horizontal, vertical, Fore_, text});
+    Cell().Texts.push_back({.X = x,
+                            .Y = y,
+                            .Width = width,
+                            .Height = height,
+                            .Horizontal = horizontal,
+                            .Vertical = vertical,
+                            .Colour = Fore_,
+                            .Words = text});
 }
 
 } // namespace backends

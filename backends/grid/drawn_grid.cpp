@@ -7,12 +7,6 @@
 
 namespace backends {
 
-namespace {
-
-constexpr std::int32_t CurrentCell = -1; // value of `selected` in a draw-cell event
-
-} // namespace
-
 void DrawnGrid::RowColChanged() {
     if (Moved != nullptr)
         Moved();
@@ -150,10 +144,10 @@ bool DrawnGrid::RaisePainting() {
     return filled || painted;
 }
 
-void DrawnGrid::PaintCell(const CellToPaint& cell) {
+void DrawnGrid::PaintCell(const PaintedCell& cell) {
     RecordingCanvas canvas;
     if (DrawCell != nullptr)
-        DrawCell(canvas, cell.Row, cell.Col, cell.X, cell.Y, cell.Width, cell.Height, cell.Current ? CurrentCell : 0);
+        DrawCell(canvas, cell);
     if (!Visible())
         return; // painted only for its effect on the sizes
     if (canvas.Picture())

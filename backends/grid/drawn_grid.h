@@ -12,8 +12,7 @@
 
 namespace backends {
 
-using DrawCellHandler = void (*)(CellCanvas&, std::int32_t row, std::int32_t col, std::int32_t x, std::int32_t y,
-                                 std::int32_t width, std::int32_t height, std::int32_t selected);
+using DrawCellHandler = void (*)(CellCanvas&, const PaintedCell&);
 
 class DrawnGrid : public GridStore {
 public:
@@ -57,7 +56,7 @@ private:
     bool PaintIfWanted();
     bool FillPage();
     void RowColChanged() override;
-    void PaintCell(const CellToPaint& cell) override;
+    void PaintCell(const PaintedCell& cell) override;
     void TurnPageDown();
     void TurnPageUp();
     std::int32_t PageUpFrom(std::int32_t row) const;

@@ -279,7 +279,7 @@ void GridStore::PaintRows(std::int32_t from, std::int32_t to) {
 }
 
 void GridStore::PaintRow(std::int32_t row, std::int32_t y) {
-    CellToPaint cell;
+    PaintedCell cell;
     cell.Row = row;
     cell.Y = y;
     // A row without a height is not painted: painting would give a hidden row a height again if its text wraps.

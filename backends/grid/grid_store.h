@@ -4,6 +4,7 @@
 // visible one the page when its look has changed.
 #pragma once
 
+#include "src/view/platform/canvas.h"
 #include "src/view/platform/grid.h"
 
 #include <utility>
@@ -12,13 +13,6 @@
 namespace backends {
 
 using namespace platform;
-
-/// A cell to be painted, with its box in pixels from the grid's corner.
-struct CellToPaint {
-    std::int32_t Row = 0, Col = 0;
-    std::int32_t X = 0, Y = 0, Width = 0, Height = 0;
-    bool Current = false;
-};
 
 class GridStore : public OwnerDrawGrid {
 public:
@@ -72,7 +66,7 @@ public:
 protected:
     virtual void RowColChanged() = 0;
     /// Paints one cell. It may set widths and heights.
-    virtual void PaintCell(const CellToPaint& cell) = 0;
+    virtual void PaintCell(const PaintedCell& cell) = 0;
     /// Called when the look of the grid has changed: the back-end must call PaintPage when it can.
     virtual void LooksChanged() = 0;
 

@@ -2,14 +2,13 @@
 #include "backends/headless/edited_text.h"
 
 #include "src/text/characters.h"
+#include "src/view/platform/keys.h"
 
 #include <algorithm>
 
 namespace backends::headless {
 
 namespace {
-
-constexpr char16_t Backspace = 8;
 
 /// True for two units that are never separated: a character beyond the first 65,536, or a line end.
 bool AreOne(char16_t first, char16_t second) {
@@ -43,7 +42,7 @@ void EditedText::Select(std::int32_t position, std::int32_t length) {
 void EditedText::Enter(TextView character, bool multiLine) {
     if (character.empty())
         return;
-    if (character[0] == Backspace) {
+    if (character[0] == platform::BackspaceCharacter) {
         const std::size_t start = Selected_ > 0 ? From_ : Before(From_);
         Replace(start, From_ + Selected_ - start, u"");
     } else if (character[0] == u'\r' || character[0] == u'\n') {

@@ -68,7 +68,6 @@ public:
     float TwipsPerPixelY() const override { return TwipsPerPixel; }
 
 private:
-    static constexpr float TwipsPerPixel = 15; // 1440 to the inch, 96 pixels to the inch
     Box Twips_;
 };
 

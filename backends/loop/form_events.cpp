@@ -16,12 +16,10 @@ void RaiseCloseRequest() {
     frmQuorin::Form_QueryUnload(cancel, frmQuorin::UnloadMode::TitleBar);
 }
 
-void RaiseKeyboard(const SystemObject& system, std::int16_t state, std::int32_t left, std::int32_t top,
-                   std::int32_t width, std::int32_t height) {
-    if (state != 0 && static_cast<float>(height) >= system.WorkArea().Height)
-        frmQuorin::mykb_statechanged(0, 0, 0, 0, 0);
-    else
-        frmQuorin::mykb_statechanged(state, left, top, width, height);
+void RaiseKeyboard(const SystemObject& system, const modPDAUI::KeyboardState& keyboard) {
+    const bool coversAll = keyboard.State != 0 && static_cast<float>(keyboard.Height) >= system.WorkArea().Height;
+    const modPDAUI::KeyboardState reported = coversAll ? modPDAUI::KeyboardState() : keyboard;
+    frmQuorin::mykb_statechanged(reported.State, reported.Left, reported.Top, reported.Width, reported.Height);
 }
 
 } // namespace backends

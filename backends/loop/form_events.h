@@ -4,6 +4,7 @@
 
 #include "backends/loop/services.h"
 #include "src/app/form.h"
+#include "src/view/display_state.h"
 
 namespace backends {
 
@@ -14,8 +15,7 @@ void RaiseTitleClick(std::int32_t menu);
 void RaiseCloseRequest();
 
 /// Reports that the soft keyboard has appeared, gone or moved. One that covers the whole form counts as none.
-void RaiseKeyboard(const SystemObject& system, std::int16_t state, std::int32_t left, std::int32_t top,
-                   std::int32_t width, std::int32_t height);
+void RaiseKeyboard(const SystemObject& system, const modPDAUI::KeyboardState& keyboard);
 
 /// Connects the events that a back-end's controls raise. In each back-end the controls have the form's names.
 template <class BackEndControls>

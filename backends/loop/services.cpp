@@ -72,7 +72,7 @@ BoxAnswer DeviceBoxes::Show(const Text& text, BoxButtons buttons, BoxIcon icon, 
         }
         ~Standing() { Boxes.pop_back(); }
     };
-    Standing standing(Open_, {text, buttons, icon, title, false, BoxAnswer::Ok});
+    Standing standing(Open_, {.Message = text, .Buttons = buttons, .Icon = icon, .Title = title});
     Watcher_.BoxOpened(text, buttons, icon, title);
     const bool isShown = !Loop_.Ending();
     if (isShown && Opening)

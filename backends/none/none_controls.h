@@ -50,11 +50,11 @@ public:
     Box ClientArea() const override {
         return {0, 0, Twips_.Width / TwipsPerPixelX(), Twips_.Height / TwipsPerPixelY()};
     }
-    float TwipsPerPixelX() const override { return 15; }
-    float TwipsPerPixelY() const override { return 15; }
+    float TwipsPerPixelX() const override { return TwipsPerPixel; }
+    float TwipsPerPixelY() const override { return TwipsPerPixel; }
 
 private:
-    Box Twips_{0, 0, 240 * 15, 320 * 15};
+    Box Twips_{0, 0, 240 * TwipsPerPixel, 320 * TwipsPerPixel};
 };
 
 /// A real text box raises txtInputField_Change at each change, also at one that the program makes.
@@ -174,7 +174,7 @@ public:
 
 protected:
     void RowColChanged() override {}
-    void PaintCell(const CellToPaint&) override {}
+    void PaintCell(const PaintedCell&) override {}
     void LooksChanged() override {}
 };
 

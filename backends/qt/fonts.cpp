@@ -2,6 +2,7 @@
 #include "backends/qt/fonts.h"
 
 #include "backends/qt/conversions.h"
+#include "src/text/characters.h"
 
 #include <QFontDatabase>
 #include <QFontMetrics>
@@ -12,6 +13,9 @@
 #include <list>
 
 namespace backends::qt {
+
+using modStringTools::CarriageReturn;
+using modStringTools::LineFeed;
 
 namespace {
 
@@ -51,9 +55,6 @@ QFont FontOfShape(Letters shape) {
         font.setStretch(90); // how wide the narrow one's letters are, in percent
     return font;
 }
-
-constexpr char16_t CarriageReturn = u'\r';
-constexpr char16_t LineFeed = u'\n';
 
 /// Breaks one paragraph.
 void BreakParagraph(const QFont& font, const QString& paragraph, std::int32_t width, QStringList& lines) {

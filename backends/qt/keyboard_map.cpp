@@ -8,11 +8,9 @@
 
 namespace backends::qt {
 
-namespace {
+using platform::Key;
 
-constexpr bool Control = true;
-constexpr bool Shift = true;
-constexpr bool Everywhere = true;
+namespace {
 
 bool IsLetterOrDigit(int key) {
     return (key >= Qt::Key_A && key <= Qt::Key_Z) || (key >= Qt::Key_0 && key <= Qt::Key_9);
@@ -20,43 +18,44 @@ bool IsLetterOrDigit(int key) {
 
 bool Matches(const KeyRow& row, const QKeyEvent& event) {
     const Qt::KeyboardModifiers held = event.modifiers() & ~Qt::KeypadModifier;
-    return row.Key == event.key() && row.Control == held.testFlag(Qt::ControlModifier) &&
+    return row.QtKey == event.key() && row.Control == held.testFlag(Qt::ControlModifier) &&
            (!row.Shift || held.testFlag(Qt::ShiftModifier));
 }
 
 } // namespace
 
 const std::vector<KeyRow>& KeyRows() {
-    // clang-format off
     static const std::vector<KeyRow> rows = {
-        {37,   Qt::Key_Left,      !Control, !Shift, Everywhere,  "Left"},
-        {38,   Qt::Key_Up,        !Control, !Shift, Everywhere,  "Up"},
-        {39,   Qt::Key_Right,     !Control, !Shift, Everywhere,  "Right"},
-        {40,   Qt::Key_Down,      !Control, !Shift, Everywhere,  "Down"},
-        {33,   Qt::Key_PageUp,    !Control, !Shift, Everywhere,  "Page Up"},
-        {34,   Qt::Key_PageDown,  !Control, !Shift, Everywhere,  "Page Down"},
-        {13,   Qt::Key_Return,    !Control, !Shift, Everywhere,  "Enter"},
-        {13,   Qt::Key_Enter,     !Control, !Shift, Everywhere,  "Enter of the keypad"},
-        {27,   Qt::Key_Escape,    !Control, !Shift, Everywhere,  "Esc"},
-        {8,    Qt::Key_Backspace, !Control, !Shift, Everywhere,  "Backspace"},
-        {308,  Qt::Key_Left,      Control,  !Shift, !Everywhere, "Ctrl+Left"},
-        {309,  Qt::Key_Right,     Control,  !Shift, !Everywhere, "Ctrl+Right"},
-        {310,  Qt::Key_Return,    Control,  !Shift, !Everywhere, "Ctrl+Enter, or Space outside of a field"},
-        {310,  Qt::Key_Enter,     Control,  !Shift, !Everywhere, "Ctrl+Enter of the keypad"},
-        {2,    Qt::Key_F3,        !Control, !Shift, !Everywhere, "F3"},
-        {516,  Qt::Key_F5,        !Control, !Shift, !Everywhere, "F5"},
-        {517,  Qt::Key_F6,        !Control, !Shift, !Everywhere, "F6"},
-        {518,  Qt::Key_F7,        !Control, !Shift, !Everywhere, "F7"},
-        {519,  Qt::Key_F8,        !Control, !Shift, !Everywhere, "F8"},
-        {1280, Qt::Key_F9,        !Control, !Shift, !Everywhere, "F9"},
-        {264,  Qt::Key_F10,       !Control, !Shift, !Everywhere, "F10"},
-        {266,  Qt::Key_F11,       !Control, !Shift, !Everywhere, "F11"},
-        {267,  Qt::Key_F12,       !Control, !Shift, !Everywhere, "F12"},
-        {261,  Qt::Key_M,         Control,  !Shift, !Everywhere, "Ctrl+M"},
-        {276,  Qt::Key_Pause,     !Control, Shift,  !Everywhere, "Shift+Pause"},
-        {520,  Qt::Key_Pause,     !Control, !Shift, !Everywhere, "Pause"},
+        {.Key = Key::Left, .QtKey = Qt::Key_Left, .Everywhere = true, .Name = "Left"},
+        {.Key = Key::Up, .QtKey = Qt::Key_Up, .Everywhere = true, .Name = "Up"},
+        {.Key = Key::Right, .QtKey = Qt::Key_Right, .Everywhere = true, .Name = "Right"},
+        {.Key = Key::Down, .QtKey = Qt::Key_Down, .Everywhere = true, .Name = "Down"},
+        {.Key = Key::PageUp, .QtKey = Qt::Key_PageUp, .Everywhere = true, .Name = "Page Up"},
+        {.Key = Key::PageDown, .QtKey = Qt::Key_PageDown, .Everywhere = true, .Name = "Page Down"},
+        {.Key = Key::Enter, .QtKey = Qt::Key_Return, .Everywhere = true, .Name = "Enter"},
+        {.Key = Key::Enter, .QtKey = Qt::Key_Enter, .Everywhere = true, .Name = "Enter of the keypad"},
+        {.Key = Key::Escape, .QtKey = Qt::Key_Escape, .Everywhere = true, .Name = "Esc"},
+        {.Key = Key::Backspace, .QtKey = Qt::Key_Backspace, .Everywhere = true, .Name = "Backspace"},
+        {.Key = Key::PalmLeft, .QtKey = Qt::Key_Left, .Control = true, .Name = "Ctrl+Left"},
+        {.Key = Key::PalmRight, .QtKey = Qt::Key_Right, .Control = true, .Name = "Ctrl+Right"},
+        {.Key = Key::PalmSelect,
+         .QtKey = Qt::Key_Return,
+         .Control = true,
+         .Name = "Ctrl+Enter, or Space outside of a field"},
+        {.Key = Key::PalmSelect, .QtKey = Qt::Key_Enter, .Control = true, .Name = "Ctrl+Enter of the keypad"},
+        {.Key = Key::SoftKey2, .QtKey = Qt::Key_F3, .Name = "F3"},
+        {.Key = Key::PalmApp1, .QtKey = Qt::Key_F5, .Name = "F5"},
+        {.Key = Key::PalmApp2, .QtKey = Qt::Key_F6, .Name = "F6"},
+        {.Key = Key::PalmApp3, .QtKey = Qt::Key_F7, .Name = "F7"},
+        {.Key = Key::PalmApp4, .QtKey = Qt::Key_F8, .Name = "F8"},
+        {.Key = Key::PalmApp5, .QtKey = Qt::Key_F9, .Name = "F9"},
+        {.Key = Key::PalmLauncher, .QtKey = Qt::Key_F10, .Name = "F10"},
+        {.Key = Key::PalmFind, .QtKey = Qt::Key_F11, .Name = "F11"},
+        {.Key = Key::PalmCalculator, .QtKey = Qt::Key_F12, .Name = "F12"},
+        {.Key = Key::PalmMenu, .QtKey = Qt::Key_M, .Control = true, .Name = "Ctrl+M"},
+        {.Key = Key::PalmPowerOff, .QtKey = Qt::Key_Pause, .Shift = true, .Name = "Shift+Pause"},
+        {.Key = Key::PalmPower, .QtKey = Qt::Key_Pause, .Name = "Pause"},
     };
-    // clang-format on
     return rows;
 }
 
@@ -64,9 +63,10 @@ std::optional<std::int32_t> CodeOf(const QKeyEvent& event, const std::vector<std
     if (event.modifiers() & (Qt::AltModifier | Qt::MetaModifier))
         return std::nullopt;
     for (const KeyRow& row : KeyRows()) {
-        const bool isThere = row.Everywhere || std::find(has.begin(), has.end(), row.Code) != has.end();
+        const std::int32_t code = platform::CodeOf(row.Key);
+        const bool isThere = row.Everywhere || std::find(has.begin(), has.end(), code) != has.end();
         if (isThere && Matches(row, event))
-            return row.Code;
+            return code;
     }
     const bool plain = !(event.modifiers() & Qt::ControlModifier);
     if (plain && (IsLetterOrDigit(event.key()) || event.key() == Qt::Key_Space))
@@ -76,8 +76,8 @@ std::optional<std::int32_t> CodeOf(const QKeyEvent& event, const std::vector<std
 
 int KeyOf(std::int32_t code) {
     for (const KeyRow& row : KeyRows()) {
-        if (row.Everywhere && row.Code == code)
-            return row.Key;
+        if (row.Everywhere && platform::CodeOf(row.Key) == code)
+            return row.QtKey;
     }
     return 0;
 }
@@ -90,10 +90,10 @@ std::string KeyboardHelp() {
     }
     std::string help;
     for (const KeyRow& row : KeyRows()) {
-        std::string head = "  " + std::to_string(row.Code);
+        std::string head = "  " + std::to_string(platform::CodeOf(row.Key));
         head.resize(std::max<std::size_t>(head.size() + 1, 8), ' ');
-        const auto name = names.find(row.Code);
-        head += name != names.end() ? name->second : row.Code == 8 ? "backspace" : "";
+        const auto name = names.find(platform::CodeOf(row.Key));
+        head += name != names.end() ? name->second : row.Key == Key::Backspace ? "backspace" : "";
         head.resize(std::max<std::size_t>(head.size() + 1, 26), ' ');
         help += head + row.Name + "\n";
     }

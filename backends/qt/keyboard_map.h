@@ -2,6 +2,8 @@
 // The key of a keyboard for each key of a device: one row a key.
 #pragma once
 
+#include "src/view/platform/keys.h"
+
 #include <QKeyEvent>
 
 #include <cstdint>
@@ -12,8 +14,8 @@
 namespace backends::qt {
 
 struct KeyRow {
-    std::int32_t Code = 0;   ///< of the device
-    int Key = 0;             ///< Qt's
+    platform::Key Key{}; ///< of the device
+    int QtKey = 0;
     bool Control = false;    ///< with the Ctrl key
     bool Shift = false;      ///< with the Shift key
     bool Everywhere = false; ///< also on a device that has no such key

@@ -17,8 +17,6 @@ namespace backends::qt {
 
 namespace {
 
-constexpr char16_t Backspace = 8;
-
 /// A field lies over its cell: no more of an edge than one pixel, whatever the style draws elsewhere.
 constexpr const char* FieldStyle = "QLineEdit, QPlainTextEdit { border: 1px solid palette(highlight); padding: 0px; "
                                    "background: palette(base); color: palette(text); }";
@@ -243,9 +241,9 @@ std::int32_t QtTextBox::Caret() const {
 void QtTextBox::EnterCharacter(TextView character) {
     if (character.empty())
         return;
-    if (Lines_ && character[0] == Backspace)
+    if (Lines_ && character[0] == BackspaceCharacter)
         Page_.textCursor().deletePreviousChar();
-    else if (character[0] == Backspace)
+    else if (character[0] == BackspaceCharacter)
         Line_.backspace();
     else if (Lines_ && (character[0] == u'\r' || character[0] == u'\n'))
         Page_.insertPlainText(QStringLiteral("\n"));
@@ -330,7 +328,7 @@ std::vector<Text> QtComboBox::Items() const {
 void QtComboBox::EnterCharacter(TextView character) {
     if (character.empty())
         return;
-    if (character[0] == Backspace)
+    if (character[0] == BackspaceCharacter)
         Combo_.lineEdit()->backspace();
     else if (character[0] >= u' ')
         Combo_.lineEdit()->insert(ToQt(character));

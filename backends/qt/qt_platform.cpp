@@ -190,8 +190,7 @@ void QtPlatform::TakeUpSize() {
         return;
     system.SetScreen({size.width(), size.height()});
     const std::int32_t top = grdMain.TopRow();
-    const auto rect = modPDAUI::Display.KeyboardRect;
-    RaiseKeyboard(system, rect.State, rect.Left, rect.Top, rect.Width, rect.Height);
+    RaiseKeyboard(system, modPDAUI::KeyboardState(modPDAUI::Display.KeyboardRect));
     if (txtInputField.Visible() && grdMain.Visible())
         BringEditedRowOnPage(top);
 }
@@ -212,9 +211,11 @@ void QtPlatform::TakeUpKeyboard() {
     QWidget& ground = window.Screen();
     const QRect part = QRect(ground.mapFrom(&window, covered.topLeft()), covered.size()).intersected(ground.rect());
     if (part.isEmpty())
-        RaiseKeyboard(system, 0, 0, 0, 0, 0);
+        RaiseKeyboard(system, {});
     else
-        RaiseKeyboard(system, -1, part.left(), part.top(), part.width(), part.height());
+        RaiseKeyboard(
+            system,
+            {.State = -1, .Left = part.left(), .Top = part.top(), .Width = part.width(), .Height = part.height()});
 }
 
 // --- keys ------------------------------------------------------------------------------------------------------------

@@ -122,7 +122,6 @@ public:
     float TwipsPerPixelY() const override { return TwipsPerPixel; }
 
 private:
-    static constexpr float TwipsPerPixel = 15;
     QWidget& FormWidget_;
     Box Twips_;
 };

@@ -7,8 +7,6 @@ namespace backends {
 
 namespace {
 
-constexpr const char* Version = "5.2"; // a version that is possible for every kind of device
-
 const ProfileVolume DesktopFolder = {u".\\", 65536};
 const ProfileVolume PalmMemory = {u"Device:\\", 65536};
 const ProfileVolume WindowsRoot = {u"\\", 65536};
@@ -49,20 +47,62 @@ Keys PalmKeys() {
 }
 
 std::vector<DeviceProfile> AllProfiles() {
-    // clang-format off
     return {
-        // name        kind                    device                                screen      version  volume         keys
-        {"desktop",    DeviceKind::Desktop,    "a desktop",                           {640, 480}, Version, DesktopFolder, DesktopKeys()},
-        {"palm",       DeviceKind::PalmOs,     "Palm OS",                             {160, 160}, Version, PalmMemory,    PalmKeys()},
-        {"palm-hires", DeviceKind::PalmOs,     "Palm OS with a high resolution",      {320, 320}, Version, PalmMemory,    PalmKeys()},
-        {"other",      DeviceKind::Other,      "an unknown device",                   {240, 320}, Version, SymbianDrive,  PhoneKeys()},
-        {"pocketpc",   DeviceKind::PocketPc,   "Windows Mobile with a touch screen",  {240, 320}, Version, WindowsRoot,   TouchKeys()},
-        {"s60-early",  DeviceKind::S60Early,   "Symbian S60, the earlier kind",       {240, 320}, Version, SymbianDrive,  PhoneKeys()},
-        {"uiq",        DeviceKind::Uiq,        "Symbian UIQ",                         {240, 320}, Version, SymbianDrive,  TouchKeys()},
-        {"smartphone", DeviceKind::Smartphone, "Windows Mobile with keys",            {240, 320}, Version, WindowsRoot,   SmartphoneKeys()},
-        {"s60",        DeviceKind::S60,        "Symbian S60",                         {240, 320}, Version, SymbianDrive,  PhoneKeys()},
+        {.Name = "desktop",
+         .Kind = DeviceKind::Desktop,
+         .Device = "a desktop",
+         .Screen = {.Width = 640, .Height = 480},
+         .Volume = DesktopFolder,
+         .Keys = DesktopKeys()},
+        {.Name = "palm",
+         .Kind = DeviceKind::PalmOs,
+         .Device = "Palm OS",
+         .Screen = {.Width = 160, .Height = 160},
+         .Volume = PalmMemory,
+         .Keys = PalmKeys()},
+        {.Name = "palm-hires",
+         .Kind = DeviceKind::PalmOs,
+         .Device = "Palm OS with a high resolution",
+         .Screen = {.Width = 320, .Height = 320},
+         .Volume = PalmMemory,
+         .Keys = PalmKeys()},
+        {.Name = "other",
+         .Kind = DeviceKind::Other,
+         .Device = "an unknown device",
+         .Screen = {.Width = 240, .Height = 320},
+         .Volume = SymbianDrive,
+         .Keys = PhoneKeys()},
+        {.Name = "pocketpc",
+         .Kind = DeviceKind::PocketPc,
+         .Device = "Windows Mobile with a touch screen",
+         .Screen = {.Width = 240, .Height = 320},
+         .Volume = WindowsRoot,
+         .Keys = TouchKeys()},
+        {.Name = "s60-early",
+         .Kind = DeviceKind::S60Early,
+         .Device = "Symbian S60, the earlier kind",
+         .Screen = {.Width = 240, .Height = 320},
+         .Volume = SymbianDrive,
+         .Keys = PhoneKeys()},
+        {.Name = "uiq",
+         .Kind = DeviceKind::Uiq,
+         .Device = "Symbian UIQ",
+         .Screen = {.Width = 240, .Height = 320},
+         .Volume = SymbianDrive,
+         .Keys = TouchKeys()},
+        {.Name = "smartphone",
+         .Kind = DeviceKind::Smartphone,
+         .Device = "Windows Mobile with keys",
+         .Screen = {.Width = 240, .Height = 320},
+         .Volume = WindowsRoot,
+         .Keys = SmartphoneKeys()},
+        {.Name = "s60",
+         .Kind = DeviceKind::S60,
+         .Device = "Symbian S60",
+         .Screen = {.Width = 240, .Height = 320},
+         .Volume = SymbianDrive,
+         .Keys = PhoneKeys()},
     };
-    // clang-format on
 }
 
 } // namespace

@@ -38,8 +38,8 @@ struct DeviceProfile {
     DeviceKind Kind = DeviceKind::Other;
     const char* Device = ""; ///< description for the user
     ScreenSize Screen;
-    const char* OsVersion = "";
-    ProfileVolume Volume; ///< its one volume
+    const char* OsVersion = "5.2"; ///< possible for every kind of device
+    ProfileVolume Volume;          ///< its one volume
     std::vector<DeviceKey> Keys;
 };
 

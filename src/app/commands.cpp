@@ -76,7 +76,7 @@ const Command Commands[] = {
     {u"SAVE", &ScrDriverProperties, SaveDriverProperties},
     {u"BACK", nullptr, GoBack},
     {u"OK", &ScrDrivers, [] { GotoScreen(ScrDownloads); }},
-    {u"OK", &ScrInput, [] { modPDAUI::EndInput(false); }},
+    {u"OK", &ScrInput, modPDAUI::AcceptInput},
     {u"OPEN", &ScrDownloads, [] { OpenDownload(Selection.SelectedDriver, Selection.SelectedDownload); }},
     {u"BLUETOOTH SERIAL SETUP...", nullptr, [] { GotoList(u"COMMPORT"); }},
     {u"NEXT RECORD", nullptr, [] { RecordCommand(u"NEXT"); }, OnRecords},

@@ -26,7 +26,6 @@ using platform::Key;
 namespace {
 
 constexpr std::int64_t SleepSeconds = 2; // a longer gap between two ticks means that the device slept
-constexpr std::int32_t CurrentCell = -1; // the value of `selected` in a draw-cell event
 
 void ShowHoldMenuOfTitle() {
     modQuorin::ShowHoldMenu(modQuorin::Screens.CurrentScreen, Device().grdTitle.Row(), Device().grdTitle.Col());
@@ -87,9 +86,8 @@ void grdMain_RowColChange() {
     modQuorin::RowChanged(modQuorin::Screens.CurrentScreen);
 }
 
-void grdMain_DrawCell(platform::CellCanvas& canvas, std::int32_t row, std::int32_t col, std::int32_t x, std::int32_t y,
-                      std::int32_t width, std::int32_t height, std::int32_t selected) {
-    modPDAUI::DrawMainCell(canvas, {row, col, x, y, width, height, selected == CurrentCell});
+void grdMain_DrawCell(platform::CellCanvas& canvas, const platform::PaintedCell& cell) {
+    modPDAUI::DrawMainCell(canvas, cell);
 }
 
 void grdTitle_GotFocus() {
@@ -106,9 +104,8 @@ void grdTitle_RowColChange() {
     ShowHoldMenuOfTitle();
 }
 
-void grdTitle_DrawCell(platform::CellCanvas& canvas, std::int32_t row, std::int32_t col, std::int32_t x, std::int32_t y,
-                       std::int32_t width, std::int32_t height, std::int32_t selected) {
-    modPDAUI::PaintTitleCell(canvas, {row, col, x, y, width, height, selected == CurrentCell});
+void grdTitle_DrawCell(platform::CellCanvas& canvas, const platform::PaintedCell& cell) {
+    modPDAUI::PaintTitleCell(canvas, cell);
 }
 
 void lstHoldMenu_Click() {
@@ -187,7 +184,7 @@ void cboInputField_LostFocus() {
 }
 
 void dteInputField_Closed() {
-    modPDAUI::EndInput(false);
+    modPDAUI::AcceptInput();
 }
 
 void myCsys_AppBackground() {
@@ -201,8 +198,8 @@ void myCsys_AppMinimized() {
 
 void mykb_statechanged(std::int16_t state, std::int32_t left, std::int32_t top, std::int32_t width,
                        std::int32_t height) {
-    modPDAUI::Display.KeyboardRect = {state, left, top, width, height};
-    modPDAUI::LayoutForm(false);
+    modPDAUI::Display.KeyboardRect = {.State = state, .Left = left, .Top = top, .Width = width, .Height = height};
+    modPDAUI::LayoutFormAgain();
 }
 
 } // namespace frmQuorin

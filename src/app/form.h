@@ -29,14 +29,11 @@ void Form_KeyPress(std::int32_t& character);
 void grdMain_Press();
 void grdMain_Release();
 void grdMain_RowColChange();
-/// Paints a cell. The box is in pixels of the grid; `selected` is -1 for the current cell, else 0.
-void grdMain_DrawCell(platform::CellCanvas& canvas, std::int32_t row, std::int32_t col, std::int32_t x, std::int32_t y,
-                      std::int32_t width, std::int32_t height, std::int32_t selected);
+void grdMain_DrawCell(platform::CellCanvas& canvas, const platform::PaintedCell& cell);
 void grdTitle_GotFocus();
 void grdTitle_Release();
 void grdTitle_RowColChange();
-void grdTitle_DrawCell(platform::CellCanvas& canvas, std::int32_t row, std::int32_t col, std::int32_t x, std::int32_t y,
-                       std::int32_t width, std::int32_t height, std::int32_t selected);
+void grdTitle_DrawCell(platform::CellCanvas& canvas, const platform::PaintedCell& cell);
 
 void lstHoldMenu_Click();
 void lstHoldMenu_LostFocus();

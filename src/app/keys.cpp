@@ -84,7 +84,7 @@ void EnterDown(std::int32_t& keyCode) {
             Device().grdMain.SetFocus();
     }
     if (Device().dteInputField.Visible()) {
-        modPDAUI::EndInput(false);
+        modPDAUI::AcceptInput();
         keyCode = 0;
     }
 }

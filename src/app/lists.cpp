@@ -81,17 +81,17 @@ void FillFileList() {
 }
 
 struct KindOfList {
-    const char16_t* Kind;
-    const char16_t* Key; ///< the setting that stores the choice; null if none is stored
-    void (*Fill)();
+    const char16_t* Kind = u"";
+    const char16_t* Key = nullptr; ///< the setting that stores the choice; null if none is stored
+    void (*Fill)() = nullptr;
 };
 
 constexpr KindOfList Kinds[] = {
-    {u"STORAGEVOLUME", u"StorageVolume", FillVolumeList},
-    {u"TESTLIST", u"DummyTest", FillTestList},
-    {u"FONT", u"Font", FillFontList},
-    {u"COMMPORT", u"ComPort", FillPortList},
-    {u"DIR", nullptr, FillFileList},
+    {.Kind = u"STORAGEVOLUME", .Key = u"StorageVolume", .Fill = FillVolumeList},
+    {.Kind = u"TESTLIST", .Key = u"DummyTest", .Fill = FillTestList},
+    {.Kind = u"FONT", .Key = u"Font", .Fill = FillFontList},
+    {.Kind = u"COMMPORT", .Key = u"ComPort", .Fill = FillPortList},
+    {.Kind = u"DIR", .Fill = FillFileList},
 };
 
 const KindOfList* CurrentKind() {

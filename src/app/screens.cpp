@@ -54,7 +54,7 @@ void FillAddDriver() {
 }
 
 bool CancelInput() {
-    modPDAUI::EndInput(true);
+    modPDAUI::DropInput();
     return true;
 }
 
@@ -96,74 +96,122 @@ void SelectDownloadCell(std::int32_t, std::int32_t) {
     modPDAUI::EditByPrompt(grdMain.Cell(grdMain.Row(), 0), modPDAUI::PromptKind::Text, value);
 }
 
+/// The grids of a screen when it is shaped; by default a table of one column.
 struct Shape {
-    std::int32_t Rows, Cols, Percent, TitleRows, TitleCols;
-    CellDrawing DrawStyle;
+    std::int32_t Rows = 1;      ///< of grdMain
+    std::int32_t Cols = 1;      ///< of grdMain
+    std::int32_t Percent = 100; ///< width of its first column in percent of the usable width
+    std::int32_t TitleRows = 1;
+    std::int32_t TitleCols = 1;
+    CellDrawing DrawStyle = CellDrawing::Table;
 };
 
-constexpr Shape TableShape = {1, 1, 100, 1, 1, CellDrawing::Table};
-constexpr Shape ListShape = {1, 1, 100, 1, 1, CellDrawing::List};
-constexpr Shape RecordShape = {1, 2, 50, 1, 2, CellDrawing::Table};
+constexpr Shape ListShape = {.DrawStyle = CellDrawing::List};
+constexpr Shape RecordShape = {.Cols = 2, .Percent = 50, .TitleCols = 2};
 
-void Add(ScreenId& id, const char* name, const Shape& shape, MenuId menu, BackStep backMode, ScreenId backScreen,
-         const ScreenBehaviour& behaviour) {
-    AddScreen(id, {.BackMode = backMode,
-                   .BackScreen = backScreen,
-                   .GridRows = shape.Rows,
-                   .GridCols = shape.Cols,
-                   .ColumnPercent = shape.Percent,
-                   .TitleRows = shape.TitleRows,
-                   .TitleCols = shape.TitleCols,
-                   .Menu = menu,
-                   .DrawStyle = shape.DrawStyle,
-                   .Behaviour = behaviour,
-                   .Name = name});
+struct Screen {
+    const char* Name = "";
+    Shape Grids = {};
+    MenuId Menu = 0;
+    BackStep Back = BackStep::ToPrevious;
+    ScreenId BackTo = 0; ///< for BackStep::ToScreen
+    ScreenBehaviour Does = {};
+};
+
+void Add(ScreenId& id, const Screen& screen) {
+    AddScreen(id, {.BackMode = screen.Back,
+                   .BackScreen = screen.BackTo,
+                   .GridRows = screen.Grids.Rows,
+                   .GridCols = screen.Grids.Cols,
+                   .ColumnPercent = screen.Grids.Percent,
+                   .TitleRows = screen.Grids.TitleRows,
+                   .TitleCols = screen.Grids.TitleCols,
+                   .Menu = screen.Menu,
+                   .DrawStyle = screen.Grids.DrawStyle,
+                   .Behaviour = screen.Does,
+                   .Name = screen.Name});
 }
 
 } // namespace
 
-// clang-format off: a row a screen
-//  screen              name                   shape                        menu             Back                back to
-//      fill                  before Back       select             row changed
+// A row a screen. What a row does not name is as in Shape and Screen.
 
 void AddInputScreens() {
-    Add(ScrInput, "ScrInput", TableShape, MenuInput, BackStep::ToPrevious, 0, {nullptr, CancelInput, nullptr, nullptr});
-    Add(ScrFileSelect, "ScrFileSelect", {1, 1, 100, 2, 1, CellDrawing::Table}, MenuFileSelect, BackStep::ToPrevious, 0,
-        {nullptr, nullptr, nullptr, nullptr});
-    Add(ScrMessage, "ScrMessage", ListShape, MenuMessage, BackStep::ToPrevious, 0,
-        {nullptr, nullptr, nullptr, nullptr});
+    Add(ScrInput, {.Name = "ScrInput", .Menu = MenuInput, .Does = {.BeforeBack = CancelInput}});
+    Add(ScrFileSelect, {.Name = "ScrFileSelect", .Grids = {.TitleRows = 2}, .Menu = MenuFileSelect});
+    Add(ScrMessage, {.Name = "ScrMessage", .Grids = ListShape, .Menu = MenuMessage});
 }
 
 void AddApplicationScreens() {
-    Add(ScrMain, "ScrMain", {1, 1, 100, 0, 0, CellDrawing::Cell}, MenuMain, BackStep::EndsProgram, 0,
-        {nullptr, nullptr, SelectStart, nullptr});
-    Add(ScrDrivers, "ScrDrivers", ListShape, MenuOk, BackStep::ToScreen, ScrMain,
-        {FillDrivers, LeaveDrivers, SelectOk, TakeDriverOfRow});
-    Add(ScrInstalledDrivers, "ScrInstalledDrivers", ListShape, MenuDrivers, BackStep::ToScreen, ScrMain,
-        {FillInstalledDrivers, nullptr, nullptr, TakeDriverOfRow});
-    Add(ScrPreferences, "ScrPreferences", ListShape, MenuBackCommand, BackStep::ToPrevious, 0,
-        {FillPreferences, LeavePreferences, SelectCommandRow, RememberPreferenceRow});
-    Add(ScrList, "ScrList", ListShape, MenuBack, BackStep::ToPrevious, 0,
-        {FillList, nullptr, SelectListEntry, StoreListChoice});
-    Add(ScrDownloads, "ScrDownloads", ListShape, MenuDownloads, BackStep::ToScreen, ScrDrivers,
-        {FillDownloads, nullptr, SelectOpen, TakeDownloadOfRow});
-    Add(ScrDownload, "ScrDownload", {1, 2, 50, 2, 2, CellDrawing::Table}, MenuDownload, BackStep::ToScreen,
-        ScrDownloads, {FillDownload, nullptr, SelectDownloadCell, nullptr});
-    Add(ScrBluetoothDebug, "ScrBluetoothDebug", TableShape, MenuBack, BackStep::ToPrevious, 0,
-        {FillBluetoothDebug, nullptr, nullptr, nullptr});
-    Add(ScrFileDebug, "ScrFileDebug", TableShape, MenuBack, BackStep::ToScreen, ScrMain,
-        {FillFileDebug, nullptr, SelectCommandRow, nullptr});
-    Add(ScrTextFile, "ScrTextFile", ListShape, MenuBack, BackStep::ToPrevious, 0,
-        {FillTextFile, nullptr, nullptr, nullptr});
-    Add(ScrDriverProperties, "ScrDriverProperties", RecordShape, MenuSave, BackStep::ToScreen, ScrInstalledDrivers,
-        {FillRecord, LeaveRecord, SelectRecordCell, nullptr});
-    Add(ScrInfRecord, "ScrInfRecord", RecordShape, MenuRecord, BackStep::Nothing, 0,
-        {FillRecord, LeaveRecord, SelectRecordCell, SkipHiddenRows});
-    Add(ScrColumns, "ScrColumns", {1, 2, 80, 1, 1, CellDrawing::Table}, MenuBack, BackStep::ToPrevious, 0,
-        {FillColumns, LeaveColumns, ToggleColumnChoice, nullptr});
-    Add(ScrAddDriver, "ScrAddDriver", ListShape, MenuInstall, BackStep::ToPrevious, 0,
-        {FillAddDriver, nullptr, nullptr, TakePackageOfRow});
+    Add(ScrMain, {.Name = "ScrMain",
+                  .Grids = {.TitleRows = 0, .TitleCols = 0, .DrawStyle = CellDrawing::Cell},
+                  .Menu = MenuMain,
+                  .Back = BackStep::EndsProgram,
+                  .Does = {.Select = SelectStart}});
+    Add(ScrDrivers,
+        {.Name = "ScrDrivers",
+         .Grids = ListShape,
+         .Menu = MenuOk,
+         .Back = BackStep::ToScreen,
+         .BackTo = ScrMain,
+         .Does = {.Fill = FillDrivers, .BeforeBack = LeaveDrivers, .Select = SelectOk, .RowChanged = TakeDriverOfRow}});
+    Add(ScrInstalledDrivers, {.Name = "ScrInstalledDrivers",
+                              .Grids = ListShape,
+                              .Menu = MenuDrivers,
+                              .Back = BackStep::ToScreen,
+                              .BackTo = ScrMain,
+                              .Does = {.Fill = FillInstalledDrivers, .RowChanged = TakeDriverOfRow}});
+    Add(ScrPreferences, {.Name = "ScrPreferences",
+                         .Grids = ListShape,
+                         .Menu = MenuBackCommand,
+                         .Does = {.Fill = FillPreferences,
+                                  .BeforeBack = LeavePreferences,
+                                  .Select = SelectCommandRow,
+                                  .RowChanged = RememberPreferenceRow}});
+    Add(ScrList, {.Name = "ScrList",
+                  .Grids = ListShape,
+                  .Menu = MenuBack,
+                  .Does = {.Fill = FillList, .Select = SelectListEntry, .RowChanged = StoreListChoice}});
+    Add(ScrDownloads, {.Name = "ScrDownloads",
+                       .Grids = ListShape,
+                       .Menu = MenuDownloads,
+                       .Back = BackStep::ToScreen,
+                       .BackTo = ScrDrivers,
+                       .Does = {.Fill = FillDownloads, .Select = SelectOpen, .RowChanged = TakeDownloadOfRow}});
+    Add(ScrDownload, {.Name = "ScrDownload",
+                      .Grids = {.Cols = 2, .Percent = 50, .TitleRows = 2, .TitleCols = 2},
+                      .Menu = MenuDownload,
+                      .Back = BackStep::ToScreen,
+                      .BackTo = ScrDownloads,
+                      .Does = {.Fill = FillDownload, .Select = SelectDownloadCell}});
+    Add(ScrBluetoothDebug, {.Name = "ScrBluetoothDebug", .Menu = MenuBack, .Does = {.Fill = FillBluetoothDebug}});
+    Add(ScrFileDebug, {.Name = "ScrFileDebug",
+                       .Menu = MenuBack,
+                       .Back = BackStep::ToScreen,
+                       .BackTo = ScrMain,
+                       .Does = {.Fill = FillFileDebug, .Select = SelectCommandRow}});
+    Add(ScrTextFile, {.Name = "ScrTextFile", .Grids = ListShape, .Menu = MenuBack, .Does = {.Fill = FillTextFile}});
+    Add(ScrDriverProperties, {.Name = "ScrDriverProperties",
+                              .Grids = RecordShape,
+                              .Menu = MenuSave,
+                              .Back = BackStep::ToScreen,
+                              .BackTo = ScrInstalledDrivers,
+                              .Does = {.Fill = FillRecord, .BeforeBack = LeaveRecord, .Select = SelectRecordCell}});
+    Add(ScrInfRecord,
+        {.Name = "ScrInfRecord",
+         .Grids = RecordShape,
+         .Menu = MenuRecord,
+         .Back = BackStep::Nothing,
+         .Does = {
+             .Fill = FillRecord, .BeforeBack = LeaveRecord, .Select = SelectRecordCell, .RowChanged = SkipHiddenRows}});
+    Add(ScrColumns, {.Name = "ScrColumns",
+                     .Grids = {.Cols = 2, .Percent = 80},
+                     .Menu = MenuBack,
+                     .Does = {.Fill = FillColumns, .BeforeBack = LeaveColumns, .Select = ToggleColumnChoice}});
+    Add(ScrAddDriver, {.Name = "ScrAddDriver",
+                       .Grids = ListShape,
+                       .Menu = MenuInstall,
+                       .Does = {.Fill = FillAddDriver, .RowChanged = TakePackageOfRow}});
 }
-// clang-format on
 
 } // namespace modQuorin

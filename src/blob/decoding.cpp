@@ -2,6 +2,7 @@
 #include "src/blob/decoding.h"
 
 #include "src/blob/tags.h"
+#include "src/text/characters.h"
 #include "src/text/patterns.h"
 #include "src/text/ranges.h"
 
@@ -9,17 +10,15 @@
 
 namespace modBLob {
 
+using modStringTools::Bar;
 using modStringTools::FindChar;
 using modStringTools::SameIgnoringCase;
 
 namespace {
 
-constexpr char16_t Bar = u'|';
 constexpr char16_t Equals = u'=';
 constexpr char16_t Quote = u'"';
 constexpr TextView OriginVariable = u"ORIGIN=";
-constexpr std::int16_t OriginMismatch = 1;
-constexpr std::int16_t NoConnection = 2;
 
 std::int32_t Length(TextView text) {
     return static_cast<std::int32_t>(text.size());
@@ -58,9 +57,9 @@ bool OriginAccepted(DecoderState& decoder, TextView text, std::size_t lastOrigin
     if (lastOrigin == TextView::npos || InsideQuotes(InsideTag(text, lastOrigin, OriginTag)) == decoder.ConnectedID)
         return true;
     if (decoder.ConnectedID.empty())
-        SetBlobError(decoder, NoConnection, u"BLob received without connect");
+        SetBlobError(decoder, BlobError::NoConnection, u"BLob received without connect");
     else
-        SetBlobError(decoder, OriginMismatch, u"Origin doesn't match connected ID");
+        SetBlobError(decoder, BlobError::OriginMismatch, u"Origin doesn't match connected ID");
     return false;
 }
 
@@ -385,7 +384,7 @@ Text QuotedValue(TextView line) {
     return Text(InsideQuotes(line));
 }
 
-void SetBlobError(DecoderState& decoder, std::int16_t code, const Text& text) {
+void SetBlobError(DecoderState& decoder, BlobError code, const Text& text) {
     decoder.BlobErrorCode = code;
     decoder.BlobErrorText = text;
 }

@@ -32,24 +32,31 @@ enum class Refusal {
     Origin, ///< it names an origin that is not the connected instrument
 };
 
+/// Why the origin of a BLob was refused.
+enum class BlobError : std::int16_t {
+    None = 0,
+    OriginMismatch = 1, ///< its origin is not the connected instrument
+    NoConnection = 2,   ///< it names an origin, and no instrument is connected
+};
+
 /// The state of decoding. Entry n of a list, counted from 1, has index n-1. Only the routines below write it.
 struct DecoderState {
-    Text ConnectedID;                   ///< identity of the instrument, from the last BLob with a connect tag
-    bool ConnectSeen = false;           ///< the last decoded BLob had a connect tag
-    std::int16_t BlobErrorCode = 0;     ///< why a BLob was refused: 1 origin mismatch, 2 no connection
-    Text BlobErrorText;                 ///< the message belonging to the code
-    Refusal WhyRefused = Refusal::None; ///< of the last BLob
-    std::vector<ResultSlot> Slots;      ///< of the results
-    std::int32_t SlotCount = 0;         ///< number of slots, including the free one at the end
-    std::int32_t SlotCursor = 0;        ///< the slot last delivered
-    Text Variables;                     ///< of the last BLob that was accepted: those that its next result would have
-    Text VarsDelivered;                 ///< of the slot last delivered, joined by `|`
-    Text ValueDelivered;                ///< of the same slot, including what follows a bar in it
-    std::vector<Text> ResultTypes;      ///< of the current result: the names by which it may be known
-    std::vector<Text> ResultVars;       ///< its variables, each a name, `=` and a value; the first is ORIGIN
-    Text ResultValue;                   ///< its value
-    Text ResultUnit;                    ///< its unit
-    Text ResultBlob;                    ///< the BLob that it came in
+    Text ConnectedID;                          ///< identity of the instrument, from the last BLob with a connect tag
+    bool ConnectSeen = false;                  ///< the last decoded BLob had a connect tag
+    BlobError BlobErrorCode = BlobError::None; ///< of the last BLob with an origin that was refused
+    Text BlobErrorText;                        ///< the message belonging to the code
+    Refusal WhyRefused = Refusal::None;        ///< of the last BLob
+    std::vector<ResultSlot> Slots;             ///< of the results
+    std::int32_t SlotCount = 0;                ///< number of slots, including the free one at the end
+    std::int32_t SlotCursor = 0;               ///< the slot last delivered
+    Text Variables;                ///< of the last BLob that was accepted: those that its next result would have
+    Text VarsDelivered;            ///< of the slot last delivered, joined by `|`
+    Text ValueDelivered;           ///< of the same slot, including what follows a bar in it
+    std::vector<Text> ResultTypes; ///< of the current result: the names by which it may be known
+    std::vector<Text> ResultVars;  ///< its variables, each a name, `=` and a value; the first is ORIGIN
+    Text ResultValue;              ///< its value
+    Text ResultUnit;               ///< its unit
+    Text ResultBlob;               ///< the BLob that it came in
 };
 inline DecoderState Decoder; ///< the application's
 
@@ -80,7 +87,7 @@ SlotTexts TextsOfSlots(const DecoderState& decoder);
 /// Makes sure that a free slot follows the filled ones.
 void AddResultSlot(DecoderState& decoder);
 
-void SetBlobError(DecoderState& decoder, std::int16_t code, const Text& text);
+void SetBlobError(DecoderState& decoder, BlobError code, const Text& text);
 
 /// Puts a variable (name, `=`, value) into a list joined by `|`: in place of the one of that name, or at the end. The
 /// name is used as a pattern and is looked for anywhere in the list.
@@ -99,7 +106,7 @@ inline bool NextResult() {
 inline void AddResultSlot() {
     AddResultSlot(Decoder);
 }
-inline void SetBlobError(std::int16_t code, const Text& text) {
+inline void SetBlobError(BlobError code, const Text& text) {
     SetBlobError(Decoder, code, text);
 }
 

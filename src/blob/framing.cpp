@@ -2,16 +2,16 @@
 #include "src/blob/framing.h"
 
 #include "src/blob/tags.h"
+#include "src/text/characters.h"
 
 #include <algorithm>
 
 namespace modBLob {
 
 using modStringTools::FindChar;
+using modStringTools::LineFeed;
 
 namespace {
-
-constexpr char16_t LineFeed = u'\n';
 
 /// True if the line feed at an index of a text follows a carriage return, which may be the last character of the text
 /// before.

@@ -2,14 +2,15 @@
 // The tags of a BLob. They are found in any case, and whatever follows the characters given here.
 #pragma once
 
+#include "src/text/characters.h"
 #include "src/text/text.h"
 
 #include <cstring>
 
 namespace modBLob {
 
-inline constexpr char16_t LineEnd = u'\r'; ///< what ends a line of a BLob
-inline constexpr char16_t Bracket = u'[';  ///< the first character of each tag
+inline constexpr char16_t LineEnd = modStringTools::CarriageReturn; ///< what ends a line of a BLob
+inline constexpr char16_t Bracket = u'[';                           ///< the first character of each tag
 inline constexpr TextView StartTag = u"[BLob";
 inline constexpr TextView EndTag = u"[/BLob";
 inline constexpr TextView ExactEndLine = u"[/BLob]\r"; ///< a BLob without it is refused

@@ -20,7 +20,7 @@ namespace {
 
 std::int32_t Colour(const Text& display) {
     if (display.empty())
-        return White;
+        return platform::White;
     const auto colour = modStringTools::NumberFromText(display);
     if (!colour)
         platform::RuntimeFailure(u"DISPLAY \"" + display + u"\" is not a number (row " +

@@ -214,11 +214,11 @@ bool InstallLines(const std::vector<Text>& package) {
 void WriteInfoFile() {
     const Text name = InfoFileName();
     FileHandle file;
-    OpenFile(file, name, u"r", u"", u"");
+    OpenFileByName(file, name, u"r");
     if (!file.valid)
         return;
     CloseFile(file);
-    OpenFile(file, name, u"a", u"", u"");
+    OpenFileByName(file, name, u"a");
     const Text line = u"path=" + GetDataPath(u"");
     if (FileLineCount(file) < 2)
         WriteFileLine(file, line);

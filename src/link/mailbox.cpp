@@ -16,7 +16,7 @@ namespace {
 
 bool FileExists(const Text& fullName) {
     FileHandle file;
-    modFileSystem::OpenFile(file, fullName, u"r", u"", u"");
+    modFileSystem::OpenFileByName(file, fullName, u"r");
     const bool exists = file.valid;
     modFileSystem::CloseFile(file);
     return exists;
@@ -44,7 +44,7 @@ void Clear() {
 /// permission, or if it is the one that was taken already and could not be deleted.
 std::optional<Delivery> NextDelivery(const Text& fullName) {
     FileHandle file;
-    modFileSystem::OpenFile(file, fullName, u"r", u"", u"");
+    modFileSystem::OpenFileByName(file, fullName, u"r");
     // A name is also refused if it belongs to a folder or a pipe.
     const bool isNoFile = file.error == platform::PathRefused;
     if (file.kept || isNoFile) {

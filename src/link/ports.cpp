@@ -46,7 +46,7 @@ bool OpenConnection() {
     Ports.ServerMode = false;
     const auto error = Device().connectionService.Open(Ports.LinkPortName, Ports.NamedConnection);
     if (error != platform::NoError) {
-        TellFailureOnce(u"Failed: " + modStringTools::NumberText(error));
+        TellFailureOnce(u"Failed: " + modStringTools::NumberText(platform::NumberOf(error)));
         return false;
     }
     Ports.NamedLinkOpen = true;

@@ -17,7 +17,7 @@ using platform::Device;
 
 namespace {
 
-const Text LineEnd = u"\r\n";
+const Text LinkLineEnd = u"\r\n";
 const Text EndOfBlob = u"[/BLob]\r\n"; // exactly this case: a text that ends with "[/BLOB]" waits for a later end tag
 constexpr float QuietSeconds = 0.5F;
 
@@ -142,13 +142,13 @@ void PollMailbox(const Text& fullName) {
 bool TakeCompleteLines() {
     Text& received = Receive.RxText;
     const std::size_t from = Receive.RxSearched - std::min<std::size_t>(Receive.RxSearched, 1);
-    const std::size_t end = TextView(received).substr(from).rfind(LineEnd);
+    const std::size_t end = TextView(received).substr(from).rfind(LinkLineEnd);
     const bool found = end != TextView::npos;
     if (found) {
         if (Receive.ReadyText.empty())
             Receive.ReadySince = Device().clock.Now();
-        Receive.ReadyText.append(received, 0, from + end + LineEnd.size());
-        received.erase(0, from + end + LineEnd.size());
+        Receive.ReadyText.append(received, 0, from + end + LinkLineEnd.size());
+        received.erase(0, from + end + LinkLineEnd.size());
     }
     Receive.RxSearched = received.size();
     return found;

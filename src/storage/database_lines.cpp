@@ -45,7 +45,7 @@ bool May(const char16_t* what, FileHandle& handle, platform::ErrorNumber error) 
 std::int32_t CountOf(const FileHandle& handle) {
     const std::int32_t count = Databases().RecordCount(StateOf(handle));
     if (count < 0)
-        FailOnFile(u"read", handle, -count);
+        FailOnFile(u"read", handle, platform::ErrorNumber{-count});
     return count;
 }
 

@@ -38,6 +38,9 @@ struct FileHandle {
 /// Where InsertFileLine puts a line: before or after the one that is named.
 enum class InsertPosition : std::int32_t { Before = 1, After = 2 };
 
+/// The type and the creator of the scratch file.
+inline const Text ScratchCode = u"temp";
+
 /// Slot 0 is the scratch file's, 1 to 5 are for everything else.
 inline constexpr std::int16_t SlotCount = 6;
 inline constexpr std::int32_t SlotIsFree = 0;

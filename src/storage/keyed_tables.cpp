@@ -2,6 +2,7 @@
 #include "src/storage/keyed_tables.h"
 
 #include "src/storage/scratch_file.h"
+#include "src/text/characters.h"
 #include "src/view/platform/platform.h"
 
 #include <algorithm>
@@ -9,13 +10,13 @@
 
 namespace modFileSystem {
 
+using modStringTools::Bar;
 using modStringTools::NumberText;
 using platform::Device;
 using platform::RowEvent;
 
 namespace {
 
-constexpr char16_t Bar = u'|';
 constexpr std::int32_t NotCounted = -1;
 constexpr std::int32_t HeaderLine = 1;
 constexpr std::int32_t FirstRowLine = 2;

@@ -12,7 +12,6 @@ using platform::Device;
 namespace {
 
 constexpr std::int16_t NoSlot = -1;
-const Text ScratchCode = u"temp";
 
 std::int16_t PickSlot(const Text& fileType, const Text& creator) {
     if (fileType == ScratchCode && creator == ScratchCode)
@@ -189,7 +188,7 @@ bool DeleteFile(const Text& fullName) {
 platform::ErrorNumber RemoveFile(const Text& fullName) {
     const StorageStep step;
     FileHandle handle;
-    OpenFile(handle, fullName, u"r", u"", u"");
+    OpenFileByName(handle, fullName, u"r");
     if (!handle.valid)
         return handle.error;
     const FileHandle found = handle;

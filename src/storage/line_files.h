@@ -14,6 +14,10 @@ void ResetSlots();
 /// and `kept` say why; if the file should have been created, SaveWatcher is called. If all five slots are in use, the
 /// handle stays as it was. Type and creator are four-character codes; "temp" for both means the scratch file.
 void OpenFile(FileHandle& handle, const Text& fullName, const Text& mode, const Text& fileType, const Text& creator);
+/// The same without a type and a creator.
+inline void OpenFileByName(FileHandle& handle, const Text& fullName, const Text& mode) {
+    OpenFile(handle, fullName, mode, u"", u"");
+}
 void CloseFile(FileHandle& handle);
 void ResetFileHandle(FileHandle& handle);
 

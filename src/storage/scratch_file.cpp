@@ -14,7 +14,6 @@ using platform::Device;
 namespace {
 
 constexpr std::int32_t ScratchDigits = 8;
-const Text ScratchCode = u"temp";
 
 Text ScratchName(const Text& folder) {
     Text name = folder;

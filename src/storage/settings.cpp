@@ -7,12 +7,6 @@
 
 namespace modQuorin {
 
-namespace {
-
-const Text Section = u"Settings";
-
-} // namespace
-
 void SetFilePaths() {
     ApplicationName = u"Quorin";
     Paths.DriversFile = modFileSystem::GetDataPath(ApplicationName) + u"drivers.txt";
@@ -20,11 +14,11 @@ void SetFilePaths() {
 }
 
 Text GetSetting(const Text& key, const Text& byDefault) {
-    return platform::Device().settings.Get(ApplicationName, Section, key, byDefault);
+    return platform::Device().settings.Get(ApplicationName, SettingsSection, key, byDefault);
 }
 
 void SaveSetting(const Text& key, const Text& value) {
-    platform::Device().settings.Save(ApplicationName, Section, key, value);
+    platform::Device().settings.Save(ApplicationName, SettingsSection, key, value);
 }
 
 } // namespace modQuorin

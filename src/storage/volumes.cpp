@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "src/storage/volumes.h"
 
+#include "src/view/platform/application.h"
 #include "src/view/platform/device_traits.h"
 #include "src/view/platform/platform.h"
 
@@ -14,7 +15,6 @@ using platform::Device;
 
 namespace {
 
-const Text Section = u"Settings";
 const Text VolumeKey = u"StorageVolume";
 constexpr std::int32_t SmallestVolumeKB = 11;
 
@@ -43,12 +43,12 @@ bool IsUsable(const Text& volume) {
 
 Text ChosenVolume(const Text& application) {
     auto& settings = Device().settings;
-    const Text stored = settings.Get(application, Section, VolumeKey, u"");
+    const Text stored = settings.Get(application, modQuorin::SettingsSection, VolumeKey, u"");
     const Text wanted = stored.empty() ? Storage.BestVolume : stored;
     // A stored volume that was removed stays in the settings, and is used again when it comes back.
     const Text chosen = IsUsable(wanted) ? wanted : Storage.BestVolume;
     if (stored.empty())
-        settings.Save(application, Section, VolumeKey, chosen);
+        settings.Save(application, modQuorin::SettingsSection, VolumeKey, chosen);
     return chosen;
 }
 

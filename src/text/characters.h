@@ -7,6 +7,10 @@
 
 namespace modStringTools {
 
+inline constexpr char16_t CarriageReturn = u'\r';
+inline constexpr char16_t LineFeed = u'\n';
+inline constexpr char16_t Bar = u'|'; ///< between the fields of a row, and between the items of a list
+
 constexpr bool IsHighHalf(char32_t unit) {
     return unit >= 0xD800 && unit <= 0xDBFF;
 }
@@ -19,6 +23,12 @@ constexpr bool IsLowHalf(char32_t unit) {
 constexpr bool AreOneCharacter(char16_t first, char16_t second) {
     return IsHighHalf(first) && IsLowHalf(second);
 }
+
+/// A byte that is not UTF-8 is kept as the low half of this number and the byte: FirstRawByte to LastRawByte. Valid
+/// UTF-8 never produces these.
+inline constexpr char16_t RawByteBase = 0xDC00;
+inline constexpr char16_t FirstRawByte = 0xDC80;
+inline constexpr char16_t LastRawByte = 0xDCFF;
 
 struct Character {
     char32_t Code = 0;

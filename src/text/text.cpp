@@ -32,11 +32,6 @@ char16_t Mapped(const CaseRun (&runs)[Count], char16_t character) {
     return static_cast<char16_t>(character + run->Added);
 }
 
-// Bytes that are not UTF-8 become these characters, which valid UTF-8 never produces.
-constexpr char16_t FirstRawByte = 0xDC80;
-constexpr char16_t LastRawByte = 0xDCFF;
-constexpr char16_t RawByteBase = 0xDC00;
-
 void AppendUtf8(std::string& bytes, char32_t code) {
     const auto tail = [&bytes](char32_t bits) { bytes += static_cast<char>(0x80U | (bits & 0x3FU)); };
     if (code < 0x80) {

@@ -16,9 +16,6 @@ constexpr std::array<char16_t, 32> From80To9F = {
     0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178,
 };
 
-constexpr char16_t FirstRawByte = 0xDC80; // as FromBytes keeps them
-constexpr char16_t LastRawByte = 0xDCFF;
-
 } // namespace
 
 char16_t FromWindows1252(char byte) {
@@ -31,7 +28,7 @@ void ReadRawBytesAsWindows1252(Text& text) {
     for (char16_t& unit : text) {
         const char16_t own = unit;
         if (own >= FirstRawByte && own <= LastRawByte && !AreOneCharacter(before, own))
-            unit = FromWindows1252(static_cast<char>(own - 0xDC00));
+            unit = FromWindows1252(static_cast<char>(own - RawByteBase));
         before = own;
     }
 }

@@ -50,7 +50,7 @@ void RepaintGrids(bool now) {
 
 void HandleRepaintTimer() {
     if (Grids.RepaintPending)
-        RepaintGrids(true);
+        RepaintGridsNow();
     Device().tmrMenus.SetEnabled(false);
 }
 

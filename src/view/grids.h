@@ -22,6 +22,9 @@ void RepaintGrids(bool now);
 inline void RepaintGridsSoon() {
     RepaintGrids(false);
 }
+inline void RepaintGridsNow() {
+    RepaintGrids(true);
+}
 
 /// Handles the tick of tmrMenus, and stops the timer until the next request.
 void HandleRepaintTimer();

@@ -82,7 +82,7 @@ void LayOutCurrentScreenAgain() {
     auto& grdMain = Device().grdMain;
     const std::int32_t row = grdMain.Row();
     const std::int32_t topRow = grdMain.TopRow();
-    LayoutScreen(false);
+    FitGrids();
     grdMain.SetRow(row);
     grdMain.SetTopRow(topRow);
     grdMain.PaintNow();

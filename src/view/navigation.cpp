@@ -18,7 +18,7 @@ void GotoScreen(ScreenId id) {
 }
 
 void ShowScreen(ScreenId id) {
-    modPDAUI::LayoutScreen(true);
+    modPDAUI::ShapeGrids();
     Screens.GridEditMode = false;
     FillScreen(id);
     WM5Menus::ApplyMenu(ScreenRow(id).Menu);

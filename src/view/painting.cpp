@@ -15,11 +15,12 @@ using modQuorin::Screens;
 using platform::AlignX;
 using platform::AlignY;
 using platform::Device;
+using platform::PaintedCell;
 
 namespace {
 
 constexpr std::int32_t TitleBackColour = 0xFF0000; // 0xBBGGRR: pure blue
-constexpr std::int32_t TitleTextColour = 0xFFFFFF;
+constexpr std::int32_t TitleTextColour = platform::White;
 
 constexpr std::int32_t WrappedMargin = 4; // pixels added to the height of wrapped text
 
@@ -77,7 +78,7 @@ void PaintPlainCell(platform::CellCanvas& canvas, const PaintedCell& cell) {
 }
 
 void PaintRecordCell(platform::CellCanvas& canvas, const PaintedCell& cell) {
-    std::int32_t backColour = modQuorin::White;
+    std::int32_t backColour = platform::White;
     const auto& fields = modQuorin::Inf.InfFields;
     if (static_cast<std::size_t>(cell.Row) < fields.size()) {
         const modQuorin::InfField& field = fields[static_cast<std::size_t>(cell.Row)];
@@ -163,7 +164,7 @@ void PaintListCell(platform::CellCanvas& canvas, const PaintedCell& cell, std::i
     }
     canvas.SetBackColor(backColour);
     canvas.ClearCell();
-    if (cell.Selected) {
+    if (cell.Current) {
         canvas.SetBackColor(Display.SelectedBackColor);
         canvas.ClearCell();
         canvas.SetForeColor(Display.SelectedFrameColor);

@@ -15,24 +15,17 @@ extern const std::int32_t VersionMinor;
 /// Returns the version line, such as "V 0.27". The minor number has two digits at least.
 Text VersionLine(std::int32_t majorNumber, std::int32_t minorNumber);
 
-/// A cell to be painted: its place in the grid, and its box on the page in pixels.
-struct PaintedCell {
-    std::int32_t Row = 0, Col = 0;
-    std::int32_t X = 0, Y = 0, Width = 0, Height = 0;
-    bool Selected = false;
-};
-
 /// Paints a cell of grdMain in the draw style of the current screen.
-void DrawMainCell(platform::CellCanvas& canvas, const PaintedCell& cell);
+void DrawMainCell(platform::CellCanvas& canvas, const platform::PaintedCell& cell);
 
 /// Paints a cell of grdMain on a screen that is not a list, and sets the rows of hidden fields to height 0.
-void PaintScreenCell(modQuorin::ScreenId screen, platform::CellCanvas& canvas, const PaintedCell& cell);
+void PaintScreenCell(modQuorin::ScreenId screen, platform::CellCanvas& canvas, const platform::PaintedCell& cell);
 
 /// Paints a cell of a list. If both colours are 0, they are set to the form's own.
-void PaintListCell(platform::CellCanvas& canvas, const PaintedCell& cell, std::int32_t& backColour,
+void PaintListCell(platform::CellCanvas& canvas, const platform::PaintedCell& cell, std::int32_t& backColour,
                    std::int32_t& foreColour);
 
 /// Paints a cell of grdTitle, whose columns follow those of grdMain.
-void PaintTitleCell(platform::CellCanvas& canvas, const PaintedCell& cell);
+void PaintTitleCell(platform::CellCanvas& canvas, const platform::PaintedCell& cell);
 
 } // namespace modPDAUI

@@ -60,6 +60,12 @@ inline void EditByPrompt(const Text& title, PromptKind kind, Text& value) {
 
 /// Ends the prompt. With `cancel` its answer is dropped.
 void EndInput(bool cancel);
+inline void AcceptInput() {
+    EndInput(false);
+}
+inline void DropInput() {
+    EndInput(true);
+}
 
 void SaveGrids();
 /// Restores the grids from the copies. If the width of the grid has changed, column widths and the heights of visible

@@ -14,8 +14,8 @@ struct ToneRow {
 };
 
 constexpr ToneRow Tones[] = {
-    {SoundCode::Taken, TakenHertz, 250},
-    {SoundCode::Refused, 369, 300},
+    {.Code = SoundCode::Taken, .Hertz = TakenHertz, .Milliseconds = 250},
+    {.Code = SoundCode::Refused, .Hertz = 369, .Milliseconds = 300},
 };
 
 } // namespace

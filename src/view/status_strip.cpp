@@ -11,7 +11,6 @@ using platform::Device;
 namespace {
 
 constexpr std::int32_t DarkBlue = 0x800000; // 0xBBGGRR
-constexpr std::int32_t White = 0xFFFFFF;
 
 void EnableControls(bool enabled) {
     Device().grdMain.SetEnabled(enabled);
@@ -31,7 +30,7 @@ void ShowStatus(const Text& text) {
     const auto font = fonts.GetFont(label.FontName(), label.FontSize(), 0);
     const auto size = fonts.MeasureWrapped(font, text, static_cast<std::int32_t>(grid.Width));
     label.SetBackColor(DarkBlue);
-    label.SetForeColor(White);
+    label.SetForeColor(platform::White);
     label.SetCaption(text);
     // The strip grows upward: its lower edge is the grid's.
     const float height = static_cast<float>(size.Height);

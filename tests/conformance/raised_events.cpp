@@ -86,9 +86,8 @@ void grdMain_RowColChange() {
     Note("grdMain_RowColChange");
 }
 
-void grdMain_DrawCell(platform::CellCanvas& canvas, std::int32_t row, std::int32_t col, std::int32_t x, std::int32_t y,
-                      std::int32_t width, std::int32_t height, std::int32_t selected) {
-    NoteDrawing(canvas, {row, col, x, y, width, height, selected == -1, false});
+void grdMain_DrawCell(platform::CellCanvas& canvas, const platform::PaintedCell& cell) {
+    NoteDrawing(canvas, {cell.Row, cell.Col, cell.X, cell.Y, cell.Width, cell.Height, cell.Current, false});
 }
 
 void grdTitle_GotFocus() {
@@ -103,9 +102,8 @@ void grdTitle_RowColChange() {
     Note("grdTitle_RowColChange");
 }
 
-void grdTitle_DrawCell(platform::CellCanvas& canvas, std::int32_t row, std::int32_t col, std::int32_t x, std::int32_t y,
-                       std::int32_t width, std::int32_t height, std::int32_t selected) {
-    NoteDrawing(canvas, {row, col, x, y, width, height, selected == -1, true});
+void grdTitle_DrawCell(platform::CellCanvas& canvas, const platform::PaintedCell& cell) {
+    NoteDrawing(canvas, {cell.Row, cell.Col, cell.X, cell.Y, cell.Width, cell.Height, cell.Current, true});
 }
 
 void lstHoldMenu_Click() {

@@ -93,7 +93,7 @@ private:
         const modBLob::SlotTexts slots = modBLob::TextsOfSlots(modBLob::Decoder);
         CompareOne("ConnectedID", Decoder.ConnectedID, literal.ConnectedID);
         CompareOne("ConnectSeen", Decoder.ConnectSeen, literal.ConnectSeen);
-        CompareOne("BlobErrorCode", Decoder.BlobErrorCode, literal.BlobErrorCode);
+        CompareOne("BlobErrorCode", static_cast<int>(Decoder.BlobErrorCode), static_cast<int>(literal.BlobErrorCode));
         CompareOne("BlobErrorText", Decoder.BlobErrorText, literal.BlobErrorText);
         CompareOne("SlotCount", Decoder.SlotCount, literal.SlotCount);
         CompareOne("SlotCursor", Decoder.SlotCursor, literal.SlotCursor);

@@ -195,7 +195,7 @@ Text QuotedValue(const Text& text) {
 }
 
 void SetBlobError(BlobReference& state, std::int16_t code, const Text& text) {
-    state.Decoder.BlobErrorCode = code;
+    state.Decoder.BlobErrorCode = modBLob::BlobError{code};
     state.Decoder.BlobErrorText = text;
 }
 

@@ -62,8 +62,8 @@ private:
         Literal_->Seek(Literal_->Position(), Origin::Start);
         switch (what) {
         case 0:
-            product = std::to_string(Stream_->Seek(origin == Origin::End ? -place : place, origin));
-            literal = std::to_string(Literal_->Seek(origin == Origin::End ? -place : place, origin));
+            product = std::to_string(NumberOf(Stream_->Seek(origin == Origin::End ? -place : place, origin)));
+            literal = std::to_string(NumberOf(Literal_->Seek(origin == Origin::End ? -place : place, origin)));
             break;
         case 1:
             product = Line(*Stream_);
@@ -74,8 +74,8 @@ private:
             literal = Skipped(*Literal_, most);
             break;
         case 3:
-            product = std::to_string(Stream_->WriteLine(text));
-            literal = std::to_string(Literal_->WriteLine(text));
+            product = std::to_string(NumberOf(Stream_->WriteLine(text)));
+            literal = std::to_string(NumberOf(Literal_->WriteLine(text)));
             break;
         default:
             Take(most, product, literal);
@@ -88,13 +88,13 @@ private:
     static std::string Line(TextStream& stream) {
         Text line;
         const ErrorNumber error = stream.ReadLine(line);
-        return std::to_string(error) + modStringTools::ToBytes(line);
+        return std::to_string(NumberOf(error)) + modStringTools::ToBytes(line);
     }
 
     static std::string Skipped(TextStream& stream, std::int64_t most) {
         std::int64_t passed = 0;
         const ErrorNumber error = stream.SkipLines(most, passed);
-        return std::to_string(error) + " " + std::to_string(passed);
+        return std::to_string(NumberOf(error)) + " " + std::to_string(passed);
     }
 
     /// How many lines are at hand is the stream's to say; that there is one, and that there are no more than are
@@ -103,7 +103,7 @@ private:
         std::string_view lines;
         std::int64_t taken = 0;
         const ErrorNumber error = Stream_->ReadLines(most, lines, taken);
-        product = std::to_string(error) + (taken <= most ? "" : "too many") + std::string(lines);
+        product = std::to_string(NumberOf(error)) + (taken <= most ? "" : "too many") + std::string(lines);
         literal = "0";
         const bool isMore = most > 0 && Literal_->Position() < Literal_->Size();
         if (isMore && taken == 0)

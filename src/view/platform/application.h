@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The application's name.
+// The application's name, and the section of its settings.
 #pragma once
 
 #include "src/text/text.h"
@@ -8,5 +8,8 @@ namespace modQuorin {
 
 /// The name of the data folder and of the settings, and the title of every message box. SetFilePaths sets it.
 inline Text ApplicationName;
+
+/// The section that every setting is stored in.
+inline const Text SettingsSection = u"Settings";
 
 } // namespace modQuorin

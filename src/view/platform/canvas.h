@@ -6,6 +6,8 @@
 
 namespace platform {
 
+inline constexpr std::int32_t White = 0xFFFFFF;
+
 /// The alignment of a text in its box.
 enum class AlignX : std::int32_t { Start = 0, Centre = 2 };
 enum class AlignY : std::int32_t { Top = 0, Foot = 1, Middle = 2 };
@@ -22,6 +24,13 @@ public:
     /// Draws text wrapped and aligned inside a box.
     virtual void DrawBox(std::int32_t x, std::int32_t y, std::int32_t width, std::int32_t height, AlignX horizontal,
                          AlignY vertical, const Text& text) = 0;
+};
+
+/// The cell of a draw-cell event. The box is in pixels from the grid's corner.
+struct PaintedCell {
+    std::int32_t Row = 0, Col = 0;
+    std::int32_t X = 0, Y = 0, Width = 0, Height = 0;
+    bool Current = false; ///< the current cell of the grid
 };
 
 using FontHandle = std::int32_t;

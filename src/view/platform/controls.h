@@ -47,6 +47,9 @@ public:
     virtual void SetFontSize(std::int32_t size) = 0;
 };
 
+/// Twips to a pixel on a screen of 96 pixels to the inch; an inch has 1440.
+inline constexpr float TwipsPerPixel = 15;
+
 /// The form. Its box is in twips. Its client area is in pixels, relative to the form.
 class Form {
 public:

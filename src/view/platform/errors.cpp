@@ -35,7 +35,7 @@ Text ErrorText(ErrorNumber error) {
     case PathNotFound:
         return u"its folder is gone";
     default:
-        return u"error " + modStringTools::NumberText(error);
+        return u"error " + modStringTools::NumberText(NumberOf(error));
     }
 }
 

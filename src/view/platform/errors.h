@@ -7,25 +7,31 @@
 namespace platform {
 
 /// An error number. The values are those that BASIC run-times have used since the eighties, so that a number in a
-/// message box can be looked up.
-using ErrorNumber = std::int32_t;
+/// message box can be looked up. A platform may return others.
+enum class ErrorNumber : std::int32_t {
+    NoError = 0,
+    WentStale = 24, ///< the device's handle for it is no longer valid, as on a network
+    FileNotFound = 53,
+    FileChanged = 55, ///< by another program
+    DeviceFailed = 57,
+    FileExists = 58,
+    TooLong = 59, ///< a file or a line longer than any that the program writes in use
+    DiskFull = 61,
+    RowNotFound = 63, ///< also for a line of a file
+    NotAvailable = 68,
+    PermissionDenied = 70,
+    InUse = 71,        ///< another program has locked it: nothing was done, and it can be tried again
+    Damaged = 72,      ///< or a file of another kind than is read here
+    ReadKept = 73,     ///< another program's lock made a read fail: what seems missing may exist
+    PathRefused = 75,  ///< a name that leads outside the device's storage, or an invalid name
+    PathNotFound = 76, ///< the folder of the file is missing
+};
+using enum ErrorNumber;
 
-inline constexpr ErrorNumber NoError = 0;
-inline constexpr ErrorNumber WentStale = 24; ///< the device's handle for it is no longer valid, as on a network
-inline constexpr ErrorNumber FileNotFound = 53;
-inline constexpr ErrorNumber FileChanged = 55; ///< by another program
-inline constexpr ErrorNumber DeviceFailed = 57;
-inline constexpr ErrorNumber FileExists = 58;
-inline constexpr ErrorNumber TooLong = 59; ///< a file or a line longer than any that the program writes in use
-inline constexpr ErrorNumber DiskFull = 61;
-inline constexpr ErrorNumber RowNotFound = 63; ///< also for a line of a file
-inline constexpr ErrorNumber NotAvailable = 68;
-inline constexpr ErrorNumber PermissionDenied = 70;
-inline constexpr ErrorNumber InUse = 71; ///< another program has locked it: nothing was done, and it can be tried again
-inline constexpr ErrorNumber Damaged = 72;  ///< or a file of another kind than is read here
-inline constexpr ErrorNumber ReadKept = 73; ///< another program's lock made a read fail: what seems missing may exist
-inline constexpr ErrorNumber PathRefused = 75;  ///< a name that leads outside the device's storage, or an invalid name
-inline constexpr ErrorNumber PathNotFound = 76; ///< the folder of the file is missing
+/// Returns the number of an error, for a message.
+constexpr std::int32_t NumberOf(ErrorNumber error) {
+    return static_cast<std::int32_t>(error);
+}
 
 /// True if no file exists under a name, or none can have that name. After any other error the file may exist and could
 /// not be read: a caller that treated it as missing would create it again, over it or in another place.

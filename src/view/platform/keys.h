@@ -35,6 +35,9 @@ enum class Key : std::int32_t {
     PalmApp5 = 1280,
 };
 
+/// The character that the key writes.
+inline constexpr auto BackspaceCharacter = static_cast<char16_t>(Key::Backspace);
+
 /// Returns the number of a key, as used in events and in the back-ends' tables.
 constexpr std::int32_t CodeOf(Key key) {
     return static_cast<std::int32_t>(key);

@@ -106,7 +106,7 @@ TEST(CallsOutsideOfTheRoot, ThatMakeAFolderMakeItOrSayWhyNot) {
         }
         const bool isThere = ReadTree(home.Path()).Folders.count(".local/share/quorin") != 0;
         EXPECT_TRUE(isThere || error != platform::NoError);
-        EXPECT_TRUE(error == platform::NoError || plan.Error != EINTR) << error;
+        EXPECT_TRUE(error == platform::NoError || plan.Error != EINTR) << NumberOf(error);
     });
 }
 

@@ -10,7 +10,7 @@
 
 namespace {
 
-int RunInWindow(const console::Options& options, console::Session& session) {
+start::ExitStatus RunInWindow(const console::Options& options, console::Session& session) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     int count = 1;
     char name[] = "window-console";
@@ -25,7 +25,7 @@ int RunInWindow(const console::Options& options, console::Session& session) {
         looks.ScrollBarWidth = backends::headless::HeadlessScrollBar().Width();
     }
     looks.Profile = backends::ProfileOfType(options.Device.DeviceType);
-    backends::qt::QtPump pump([&session](const backends::ProgramOver& over) { return session.Over(over); });
+    backends::qt::QtPump pump([&session](const backends::ProgramOver& over) { return NumberOf(session.Over(over)); });
     backends::HostDevice host(options.Device);
     backends::qt::QtPlatform device(host, looks, pump, session, session.Out());
     windowtest::WindowHand user(device);
@@ -36,5 +36,5 @@ int RunInWindow(const console::Options& options, console::Session& session) {
 } // namespace
 
 int main(int count, char** words) {
-    return console::ConsoleMain(count, words, RunInWindow);
+    return NumberOf(console::ConsoleMain(count, words, RunInWindow));
 }

@@ -28,7 +28,7 @@ protected:
     int Asked = 0;
     LinkWatch Watch{[this](const std::string& address, platform::ErrorNumber error) {
         ++Asked;
-        return address + " fails by " + std::to_string(error);
+        return address + " fails by " + std::to_string(NumberOf(error));
     }};
     PortFacts Port;
     bool Held = false;

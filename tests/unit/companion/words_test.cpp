@@ -43,10 +43,10 @@ TEST(Words, OfAReadingThatWaitsHaveItsDayWhereThatIsNotToday) {
 }
 
 TEST(Words, OfARecordThatIsShownWithAnotherDriver) {
-    EXPECT_EQ(OtherDriver({u"qrn0001.txt", RecordPlace::Stored, 0, u"Scale", u"Meter", false}).Words,
+    EXPECT_EQ(OtherDriver({.File = u"qrn0001.txt", .Driver = u"Scale", .Owner = u"Meter", .Listed = false}).Words,
               u"This record belongs to driver Meter, it is shown with driver Scale: readings may land in the wrong "
               u"columns. Go Back and make a new download.");
-    EXPECT_EQ(OtherDriver({u"qrn0001.txt", RecordPlace::Stored, 0, u"Meter", u"Meter", false}).Words,
+    EXPECT_EQ(OtherDriver({.File = u"qrn0001.txt", .Driver = u"Meter", .Owner = u"Meter", .Listed = false}).Words,
               u"No list contains the download qrn0001.txt any more. Go Back and make a new download.");
 }
 

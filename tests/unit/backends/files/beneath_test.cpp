@@ -30,7 +30,7 @@ public:
     std::string Reached(OpenFolder open, const std::string& relative) const {
         Descriptor found;
         if (const ErrorNumber error = open(Start.Number(), relative, found); error != NoError)
-            return "error " + std::to_string(error);
+            return "error " + std::to_string(NumberOf(error));
         return Place(found);
     }
 
@@ -101,7 +101,7 @@ TEST(BeneathAFolder, NoPathIsTooLongToBeRefused) {
 std::string Found(const Planted& planted, const std::string& relative, LastLink lastLink) {
     FileEntry entry;
     if (const ErrorNumber error = FindBeneath(planted.Start.Number(), relative, lastLink, entry); error != NoError)
-        return "error " + std::to_string(error);
+        return "error " + std::to_string(NumberOf(error));
     return planted.Place(entry.Folder) + "/" + entry.Name;
 }
 

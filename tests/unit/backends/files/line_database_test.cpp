@@ -324,7 +324,7 @@ TEST_F(LineDatabaseFile, ThatAnotherToolKeptFromUsOnceCountsNoMore) {
     LineRecord record;
     EXPECT_FALSE(Databases.ReadRecord(id, record));
     tool.Close();
-    EXPECT_EQ(Databases.RecordCount(id), -ReadKept);
+    EXPECT_EQ(Databases.RecordCount(id), -NumberOf(ReadKept));
     EXPECT_EQ(Databases.FindRecord(id, 2), ReadKept);
     EXPECT_EQ(Databases.AddRecord(id), ReadKept);
 }

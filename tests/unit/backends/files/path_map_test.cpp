@@ -23,7 +23,7 @@ using support::PrintTo;
 std::string Mapped(const Text& devicePath) {
     std::string path;
     const auto error = RelativePath(devicePath, path);
-    return error == NoError ? path : "error " + std::to_string(error);
+    return error == NoError ? path : "error " + std::to_string(NumberOf(error));
 }
 
 struct PathRow {
@@ -53,7 +53,7 @@ INSTANTIATE_TEST_SUITE_P(
 class RefusesThePath : public testing::TestWithParam<Text> {};
 
 TEST_P(RefusesThePath, ThatMayLeadOutside) {
-    EXPECT_EQ(Mapped(GetParam()), "error " + std::to_string(PathRefused));
+    EXPECT_EQ(Mapped(GetParam()), "error " + std::to_string(NumberOf(PathRefused)));
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -73,7 +73,7 @@ std::string PlaceOf(const TemporaryRoot& root, const Text& devicePath) {
     FileEntry entry;
     const auto error = PathMap(root.Path()).Entry(devicePath, LastLink::Follow, entry);
     if (error != NoError)
-        return "error " + std::to_string(error);
+        return "error " + std::to_string(NumberOf(error));
     const std::string path = PathOf(entry.Folder) + "/" + entry.Name;
     return path.compare(0, root.Path().size(), root.Path()) == 0 ? path.substr(root.Path().size()) : "outside";
 }

@@ -25,7 +25,7 @@ protected:
 
 TEST_F(GridPage, KeepsTheCurrentRowThatPaintingPushesOffIt) {
     Shape(20, 1);
-    Grid.OnPaint = [this](const CellToPaint& cell) { Grid.SetRowHeight(cell.Row, 40); };
+    Grid.OnPaint = [this](const PaintedCell& cell) { Grid.SetRowHeight(cell.Row, 40); };
     Grid.SetRow(4);
     Grid.PaintPage();
     EXPECT_EQ(Grid.TopRow(), 3);
@@ -37,7 +37,7 @@ TEST_F(GridPage, KeepsTheCurrentRowThatPaintingPushesOffIt) {
 
 TEST_F(GridPage, BringsARowBackThroughAllThatGrowOnTheWay) {
     Shape(200, 1);
-    Grid.OnPaint = [this](const CellToPaint& cell) { Grid.SetRowHeight(cell.Row, cell.Row % 2 == 0 ? 50 : 30); };
+    Grid.OnPaint = [this](const PaintedCell& cell) { Grid.SetRowHeight(cell.Row, cell.Row % 2 == 0 ? 50 : 30); };
     Grid.SetRow(150);
     Grid.PaintPage();
     EXPECT_TRUE(Grid.RowOnScreen(150));
@@ -81,7 +81,7 @@ TEST_F(GridPage, PaintsTheRowThatWasLeftAsNoLongerCurrent) {
     Shape(3, 1);
     Grid.SetVisible(false);
     Grid.SetRow(1);
-    EXPECT_THAT(Grid.Painted, ElementsAre(Field(&CellToPaint::Current, false), Field(&CellToPaint::Current, true)));
+    EXPECT_THAT(Grid.Painted, ElementsAre(Field(&PaintedCell::Current, false), Field(&PaintedCell::Current, true)));
 }
 
 // Painting of the page.
@@ -127,7 +127,7 @@ TEST_F(GridPage, HandsEachCellItsBox) {
     Grid.PaintPage();
     ASSERT_EQ(Grid.Painted.size(), 6U);
     const auto box = [this](std::size_t i) {
-        const CellToPaint& cell = Grid.Painted[i];
+        const PaintedCell& cell = Grid.Painted[i];
         return std::vector<std::int32_t>{cell.Row, cell.Col, cell.X, cell.Y, cell.Width, cell.Height};
     };
     EXPECT_THAT(box(0), ElementsAre(1, 0, 0, 0, 60, 20));
@@ -150,7 +150,7 @@ TEST_F(GridPage, HasNoRowWithoutAHeight) {
 
 TEST_F(GridPage, IsPaintedOnceWhenThatChangesNothing) {
     Shape(3, 1);
-    Grid.OnPaint = [this](const CellToPaint& cell) {
+    Grid.OnPaint = [this](const PaintedCell& cell) {
         Grid.SetRowHeight(cell.Row, 20);
         Grid.SetColWidth(0, 100);
     };
@@ -159,7 +159,7 @@ TEST_F(GridPage, IsPaintedOnceWhenThatChangesNothing) {
 
 TEST_F(GridPage, IsPaintedAgainWithTheWidthThatPaintingFound) {
     Shape(1, 2);
-    Grid.OnPaint = [this](const CellToPaint&) { Grid.SetColWidth(0, 87); };
+    Grid.OnPaint = [this](const PaintedCell&) { Grid.SetColWidth(0, 87); };
     Grid.PaintPage();
     ASSERT_EQ(Grid.Painted.size(), 4U);
     EXPECT_EQ(Grid.Painted[2].Width, 87);
@@ -168,7 +168,7 @@ TEST_F(GridPage, IsPaintedAgainWithTheWidthThatPaintingFound) {
 
 TEST_F(GridPage, IsPaintedAgainWithTheHeightThatPaintingFound) {
     Shape(2, 1);
-    Grid.OnPaint = [this](const CellToPaint&) { Grid.SetRowHeight(0, 34); };
+    Grid.OnPaint = [this](const PaintedCell&) { Grid.SetRowHeight(0, 34); };
     Grid.PaintPage();
     ASSERT_EQ(Grid.Painted.size(), 4U);
     EXPECT_EQ(Grid.Painted[2].Height, 34);
@@ -177,7 +177,7 @@ TEST_F(GridPage, IsPaintedAgainWithTheHeightThatPaintingFound) {
 
 TEST_F(GridPage, IsNotPaintedAThirdTimeWhenTwoColumnsSetTheHeight) {
     Shape(3, 2);
-    Grid.OnPaint = [this](const CellToPaint& cell) { Grid.SetRowHeight(cell.Row, cell.Col == 0 ? 34 : 49); };
+    Grid.OnPaint = [this](const PaintedCell& cell) { Grid.SetRowHeight(cell.Row, cell.Col == 0 ? 34 : 49); };
     EXPECT_EQ(PageRows().size(), 2U * 3 * 2);
     EXPECT_EQ(Grid.PaintingsWanted, 0);
 }
@@ -186,7 +186,7 @@ TEST_F(GridPage, GetsLongerAsRowsGiveTheirHeightAway) {
     Shape(20, 1);
     Grid.SetRow(9);
     Grid.SetTopRow(0);
-    Grid.OnPaint = [this](const CellToPaint& cell) {
+    Grid.OnPaint = [this](const PaintedCell& cell) {
         if (cell.Row < 5)
             Grid.SetRowHeight(cell.Row, 0);
     };
@@ -195,7 +195,7 @@ TEST_F(GridPage, GetsLongerAsRowsGiveTheirHeightAway) {
 
 TEST_F(GridPage, IsPaintedAgainWhenItsCurrentRowIsFoundToBeHidden) {
     Shape(3, 1);
-    Grid.OnPaint = [this](const CellToPaint& cell) {
+    Grid.OnPaint = [this](const PaintedCell& cell) {
         if (cell.Row == 0)
             Grid.SetRowHeight(0, 0);
     };
@@ -208,7 +208,7 @@ TEST_F(GridPage, IsPaintedAgainWhenItsCurrentRowIsFoundToBeHidden) {
 
 TEST_F(GridPage, BearsAPainterThatMovesTheSelection) {
     Shape(5, 1);
-    Grid.OnPaint = [this](const CellToPaint&) { Grid.SetRow(3); };
+    Grid.OnPaint = [this](const PaintedCell&) { Grid.SetRow(3); };
     EXPECT_THAT(PageRows(), ElementsAre(0, 1, 2, 3, 4, 0, 1, 2, 3, 4));
     EXPECT_EQ(Grid.Row(), 3);
 }

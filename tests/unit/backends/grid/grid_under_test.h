@@ -14,7 +14,7 @@ namespace backends {
 
 using CellPlace = std::pair<std::int32_t, std::int32_t>; ///< row, column
 
-inline void PrintTo(const CellToPaint& cell, std::ostream* out) {
+inline void PrintTo(const PaintedCell& cell, std::ostream* out) {
     *out << "row " << cell.Row << " col " << cell.Col << " at " << cell.X << "," << cell.Y << " of " << cell.Width
          << "x" << cell.Height << (cell.Current ? " current" : "");
 }
@@ -26,11 +26,11 @@ public:
     void PaintNow() override { PaintPage(); }
 
     std::vector<CellPlace> Moves; ///< the current cell at each row-change event
-    std::vector<CellToPaint> Painted;
+    std::vector<PaintedCell> Painted;
     int PaintingsWanted = 0;
 
     std::function<void()> OnMove;
-    std::function<void(const CellToPaint&)> OnPaint;
+    std::function<void(const PaintedCell&)> OnPaint;
 
 private:
     void RowColChanged() override {
@@ -38,7 +38,7 @@ private:
         if (OnMove)
             OnMove();
     }
-    void PaintCell(const CellToPaint& cell) override {
+    void PaintCell(const PaintedCell& cell) override {
         Painted.push_back(cell);
         if (OnPaint)
             OnPaint(cell);
@@ -67,7 +67,7 @@ protected:
     /// The rows of what was painted, in order, and forgets it.
     std::vector<std::int32_t> PaintedRows() {
         std::vector<std::int32_t> rows;
-        for (const CellToPaint& cell : Grid.Painted)
+        for (const PaintedCell& cell : Grid.Painted)
             rows.push_back(cell.Row);
         Grid.Painted.clear();
         return rows;

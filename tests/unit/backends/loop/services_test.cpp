@@ -24,8 +24,8 @@ TEST(ConnectionByName, OpensUnlessItIsToldToFail) {
     EXPECT_EQ(connections.Open(u"any", connection), NoError);
     EXPECT_NE(connection, nullptr);
     connection.reset();
-    connections.SetOutcome(68);
-    EXPECT_EQ(connections.Open(u"any", connection), 68);
+    connections.SetOutcome(NotAvailable);
+    EXPECT_EQ(connections.Open(u"any", connection), NotAvailable);
     EXPECT_EQ(connection, nullptr);
 }
 

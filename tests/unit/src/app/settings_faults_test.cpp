@@ -309,7 +309,7 @@ TEST_P(NameOfNonsense, IsAConnectionByNameWhereTheDeviceHasThem) {
     support::TestDevice device(Options(9));
     device.Platform.StartProgram();
     MenuEvent(u"Bluetooth Debug...");
-    device.Host.connections.SetOutcome(42);
+    device.Host.connections.SetOutcome(platform::ErrorNumber{42});
     device.Tick(2000);
     EXPECT_THAT(device.Did.Messages(), ElementsAre(u"Failed: 42"));
     EXPECT_EQ(Ports.LinkPortName, GetParam().Value);
@@ -325,7 +325,7 @@ TEST(ConnectionWithoutAName, FailsWithoutAWord) {
     device.Platform.StartProgram();
     SaveSetting(u"ComPort", u"");
     MenuEvent(u"Bluetooth Debug...");
-    device.Host.connections.SetOutcome(42);
+    device.Host.connections.SetOutcome(platform::ErrorNumber{42});
     device.Tick(2000);
     EXPECT_THAT(device.Did.Boxes, IsEmpty());
     EXPECT_FALSE(Ports.LinkOpen);

@@ -118,14 +118,14 @@ TEST_F(Decoding, RefusesEachOriginAfterAnEmptyIdentity) {
     Connect(u"");
     EXPECT_EQ(Decoder.ConnectedID, u"");
     EXPECT_FALSE(Decode({u"[ORIGIN \"A1\"]"}));
-    EXPECT_EQ(Decoder.BlobErrorCode, 2);
+    EXPECT_EQ(Decoder.BlobErrorCode, BlobError::NoConnection);
     EXPECT_EQ(Decoder.BlobErrorText, u"BLob received without connect");
 }
 
 TEST_F(Decoding, RefusesAnotherOriginUntilTheNextConnect) {
     Connect(u"A1");
     EXPECT_FALSE(Decode({u"[ORIGIN \"B2\"]", u"[RESULT_UNIT \"ms\"]"}));
-    EXPECT_EQ(Decoder.BlobErrorCode, 1);
+    EXPECT_EQ(Decoder.BlobErrorCode, BlobError::OriginMismatch);
     EXPECT_EQ(Decoder.BlobErrorText, u"Origin doesn't match connected ID");
     EXPECT_FALSE(NextResult());
     Connect(u"B2");

@@ -192,7 +192,7 @@ TEST_F(NamedLink, TakesTheSerialRoadForAComPort) {
 }
 
 TEST_F(NamedLink, TellsEachFailingNameOnceUntilAnotherOneFails) {
-    Service().SetOutcome(42);
+    Service().SetOutcome(platform::ErrorNumber{42});
     OpenLink();
     OpenLink();
     SaveSetting(u"ComPort", u"BT2");
@@ -205,7 +205,7 @@ TEST_F(NamedLink, TellsEachFailingNameOnceUntilAnotherOneFails) {
 }
 
 TEST_F(NamedLink, ReportsAFailureOnceWhileItsMessageIsOpen) {
-    Service().SetOutcome(42);
+    Service().SetOutcome(platform::ErrorNumber{42});
     ArmLink();
     Device.WhileABoxStands([this] { Device.Tick(2000); });
     Device.Tick(500);

@@ -30,15 +30,15 @@ INSTANTIATE_TEST_SUITE_P(
                     Words{FileChanged, u"another program has changed it"},
                     Words{RowNotFound, u"the row is not in the file"}, Words{PathNotFound, u"its folder is gone"},
                     Words{NotAvailable, u"it is not available"}, Words{PermissionDenied, u"permission denied"},
-                    Words{PathRefused, u"the name is not allowed"}, Words{4711, u"error 4711"}));
+                    Words{PathRefused, u"the name is not allowed"}, Words{ErrorNumber{4711}, u"error 4711"}));
 
 /// Whatever else keeps a file from us must not have it made anew.
 TEST(AMissingFile, IsOneThatIsNotThereOrCanNotBe) {
     for (const ErrorNumber error : {FileNotFound, PathRefused})
-        EXPECT_TRUE(IsMissing(error)) << error;
+        EXPECT_TRUE(IsMissing(error)) << NumberOf(error);
     for (const ErrorNumber error : {NoError, DeviceFailed, WentStale, Damaged, PermissionDenied, InUse, ReadKept,
                                     NotAvailable, DiskFull, TooLong, PathNotFound, FileChanged, FileExists})
-        EXPECT_FALSE(IsMissing(error)) << error;
+        EXPECT_FALSE(IsMissing(error)) << NumberOf(error);
 }
 
 } // namespace

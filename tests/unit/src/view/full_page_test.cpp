@@ -54,8 +54,7 @@ protected:
         static int count = 0;
         count = 0;
         const auto draw = Grid().DrawCell;
-        Grid().DrawCell = [](platform::CellCanvas&, std::int32_t, std::int32_t, std::int32_t, std::int32_t,
-                             std::int32_t, std::int32_t, std::int32_t) { ++count; };
+        Grid().DrawCell = [](platform::CellCanvas&, const platform::PaintedCell&) { ++count; };
         Device.Tick(10000);
         Grid().DrawCell = draw;
         return count;

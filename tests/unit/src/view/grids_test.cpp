@@ -12,8 +12,7 @@ using testing::ElementsAre;
 
 int Paintings = 0;
 
-void CountPainting(platform::CellCanvas&, std::int32_t, std::int32_t, std::int32_t, std::int32_t, std::int32_t,
-                   std::int32_t, std::int32_t) {
+void CountPainting(platform::CellCanvas&, const platform::PaintedCell&) {
     ++Paintings;
 }
 

@@ -40,10 +40,10 @@ TEST_F(Layout, FormGrowsBackWhenTheKeyboardGoes) {
 TEST_F(Layout, AKeyboardAsTallAsTheScreenIsTakenAsNone) {
     const Box whole = FormBox();
     for (const std::int32_t height : {320, 1000}) {
-        backends::RaiseKeyboard(Device.Platform.system, -1, 0, 0, 240, height);
+        backends::RaiseKeyboard(Device.Platform.system, {.State = -1, .Width = 240, .Height = height});
         EXPECT_EQ(FormBox(), whole) << height;
     }
-    backends::RaiseKeyboard(Device.Platform.system, -1, 0, 120, 240, 200);
+    backends::RaiseKeyboard(Device.Platform.system, {.State = -1, .Top = 120, .Width = 240, .Height = 200});
     EXPECT_EQ(FormBox(), InTwips({0, 0, 240, 120}));
 }
 

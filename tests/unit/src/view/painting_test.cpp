@@ -24,12 +24,18 @@ protected:
     /// The calls that painting a cell makes; its box is 10, 20, 300, 17.
     std::vector<std::string> Paint(std::int32_t row, std::int32_t col = 0, bool selected = false) {
         support::RecordingCanvas canvas;
-        DrawMainCell(canvas, {row, col, 10, 20, 300, Device.Main().RowHeight(row), selected});
+        DrawMainCell(canvas, {.Row = row,
+                              .Col = col,
+                              .X = 10,
+                              .Y = 20,
+                              .Width = 300,
+                              .Height = Device.Main().RowHeight(row),
+                              .Current = selected});
         return canvas.Calls;
     }
     std::vector<std::string> PaintTitle(std::int32_t col = 0, bool selected = false) {
         support::RecordingCanvas canvas;
-        PaintTitleCell(canvas, {0, col, 10, 20, 300, 17, selected});
+        PaintTitleCell(canvas, {.Col = col, .X = 10, .Y = 20, .Width = 300, .Height = 17, .Current = selected});
         return canvas.Calls;
     }
     /// A list of so many rows, "1" and on, each 17 pixels high.
@@ -56,7 +62,7 @@ protected:
 
 TEST_F(Painting, OfTheStartScreenShowsNameAndVersion) {
     support::RecordingCanvas canvas;
-    DrawMainCell(canvas, {0, 0, 1, 2, 638, 478, true});
+    DrawMainCell(canvas, {.X = 1, .Y = 2, .Width = 638, .Height = 478, .Current = true});
     EXPECT_THAT(canvas.Calls,
                 ElementsAre("clear", "box 1 2 638 478 2 2 Velmor \r\nTallybook", "box 1 2 638 478 2 1 V 0.27"));
 }
@@ -162,7 +168,7 @@ TEST_P(FirstColumn, MakesRoomForAScrollBarOnceARowFallsOffThePage) {
     GotoScreen(ScrTextFile);
     ShowList(std::vector<Text>(static_cast<std::size_t>(GetParam().Rows), u"x"));
     support::RecordingCanvas canvas;
-    DrawMainCell(canvas, {0, 0, 0, 0, 238, 17, false});
+    DrawMainCell(canvas, {.Width = 238, .Height = 17});
     EXPECT_EQ(device.Main().ColWidth(0), GetParam().FirstColumn);
 }
 
@@ -213,7 +219,7 @@ TEST_F(Painting, WithoutColourTakesTheFormsColoursYetHidesFields) {
 }
 
 TEST_F(Painting, CollapsesTheRowOfAHiddenField) {
-    ShowFields({Field(true, White), Field(false, White)}, 2);
+    ShowFields({Field(true, platform::White), Field(false, platform::White)}, 2);
     EXPECT_THAT(Paint(1), IsEmpty());
     EXPECT_EQ(Device.Main().RowHeight(1), 0);
 }

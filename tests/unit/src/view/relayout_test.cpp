@@ -94,9 +94,9 @@ TEST_F(Relayout, PaintsThePageOnceItsFirstRowIsBack) {
     Settle();
     static std::vector<std::int32_t> tops;
     tops.clear();
-    Device.Platform.grdMain.DrawCell = [](platform::CellCanvas&, std::int32_t, std::int32_t, std::int32_t, std::int32_t,
-                                          std::int32_t, std::int32_t,
-                                          std::int32_t) { tops.push_back(platform::Device().grdMain.Row()); };
+    Device.Platform.grdMain.DrawCell = [](platform::CellCanvas&, const platform::PaintedCell&) {
+        tops.push_back(platform::Device().grdMain.Row());
+    };
     Again();
     EXPECT_EQ(tops, std::vector<std::int32_t>(12, 7)) << "each row once, and none before the current row is back";
 }
