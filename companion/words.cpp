@@ -27,7 +27,7 @@ Text ReasonOf(const platform::LostReading& reading) {
         return u"the file has no such record";
     case platform::ReadingLoss::NoField:
         return u"the record in the file has no field " + reading.Fields;
-    case platform::ReadingLoss::Emptied:
+    case platform::ReadingLoss::Overwritten:
         break;
     }
     return u"the formula or the variable of its row " + reading.Fields + u" has replaced it";

@@ -56,7 +56,7 @@ const SourceRow* RowOf(AddressKind kind) {
 } // namespace
 
 std::string WhyNotBuilt(const PortAddress& address) {
-    if (RowOf(address.Kind) == nullptr) // Bluetooth, the one kind without a row
+    if (address.Kind == AddressKind::Bluetooth)
         return "bt: is not built yet; bind the device by rfcomm and give /dev/rfcomm0";
     if (!address.Profile.empty())
         return "a profile (" + address.Profile + "@) is not built yet; give the address alone";

@@ -64,7 +64,7 @@ void Form_KeyUp(std::int32_t& keyCode, std::int32_t shift) {
 }
 
 void Form_KeyPress(std::int32_t& character) {
-    if (!platform::Traits().EnterReachesForm && (Key{character} == Key::Enter || Key{character} == Key::Escape))
+    if (!platform::Traits().EnterReachesField && (Key{character} == Key::Enter || Key{character} == Key::Escape))
         character = 0;
 }
 

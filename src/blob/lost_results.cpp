@@ -53,8 +53,9 @@ std::optional<ReadingLoss> TellWhatIsLost(const PutRows& rows, const Text& value
     }
     if (!IsEmptied(rows.Value, valueAndUnit))
         return std::nullopt;
-    Device().onlooker.ReadingLost({Table.TableName, ReadingLoss::Emptied, valueAndUnit, true, FieldName(rows.Value)});
-    return ReadingLoss::Emptied;
+    Device().onlooker.ReadingLost(
+        {Table.TableName, ReadingLoss::Overwritten, valueAndUnit, true, FieldName(rows.Value)});
+    return ReadingLoss::Overwritten;
 }
 
 Text FieldName(std::int32_t row) {

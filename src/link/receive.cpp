@@ -19,7 +19,7 @@ namespace {
 
 const Text LinkLineEnd = u"\r\n";
 const Text EndOfBlob = u"[/BLob]\r\n"; // exactly this case: a text that ends with "[/BLOB]" waits for a later end tag
-constexpr float QuietSeconds = 0.5F;
+constexpr float PauseSeconds = 0.5F;
 
 void ClosePort() {
     Device().serConnection.SetPortOpen(false); // a failure to close needs no action
@@ -32,13 +32,13 @@ bool ReadyTextEndsABlob() {
 }
 
 /// Decodes the burst as one batch, half a second after the last tick before its end was seen.
-void DecodeAfterQuiet() {
+void DecodeAfterPause() {
     const float now = Device().clock.TimeOfDay();
     if (Receive.LastPollTime == 0) {
         Receive.LastPollTime = now;
         return;
     }
-    if (Receive.LastPollTime + QuietSeconds > now)
+    if (Receive.LastPollTime + PauseSeconds > now)
         return;
     Receive.BlobEndSeen = false; // first, so that a tick while a question is open does not decode the same text again
     Receive.Decoded = Receive.ReadyText.size();
@@ -106,7 +106,7 @@ void HandleBlueTimer() {
     }
     const bool wasOpen = Ports.LinkOpen;
     if (Receive.BlobEndSeen) {
-        DecodeAfterQuiet();
+        DecodeAfterPause();
         return;
     }
     KeepLink();

@@ -10,7 +10,7 @@ namespace modAudio {
 
 enum class SoundCode : std::int32_t {
     Taken = 2,   ///< the result was taken
-    Refused = 3, ///< no row was found for the result, or it was refused
+    Refused = 3, ///< no row was found by a type of the result, or the old value was kept
 };
 
 inline constexpr std::int32_t TakenHertz = 1046; ///< no other tone has this frequency

@@ -48,8 +48,8 @@ struct DeviceTraits {
     std::span<const Key> ReleasedKeys = {}; ///< released at the end although never grabbed
     bool EnterHolds = true;                 ///< Enter held down on a row opens its hold menu, as a press does
     bool EscapeDeletes = false;             ///< Escape deletes a character of a field
-    bool EnterReachesForm = false; ///< the control with the focus also acts on the characters of Enter and Escape
-    bool GridTurnsPages = false;   ///< the grid scrolls by itself on a page key; the form only follows
+    bool EnterReachesField = false; ///< the control with the focus also acts on the characters of Enter and Escape
+    bool GridTurnsPages = false;    ///< the grid scrolls by itself on a page key; the form only follows
 
     // Storage
     TextView OnlyVolume = {}; ///< the only volume; empty: the volumes that the platform lists

@@ -26,10 +26,10 @@ struct OpenedRecord {
 
 /// Why a reading that the record shows will not be in a row of the file.
 enum class ReadingLoss {
-    NoFile,  ///< there is no file
-    NoRow,   ///< the file has no row for the record on screen
-    NoField, ///< the row has no such field, or the table no such column
-    Emptied, ///< the formula of its row, or a variable, has replaced it
+    NoFile,      ///< there is no file
+    NoRow,       ///< the file has no row for the record on screen
+    NoField,     ///< the row has no such field, or the table no such column
+    Overwritten, ///< the formula of its row, or a variable, has replaced it
 };
 
 struct LostReading {

@@ -111,7 +111,7 @@ private:
     void LoseHeld(Fate fate);
     void Tick();
     void EndRepaint();
-    void DecodeAfterQuiet();
+    void DecodeAfterPause();
     void KeepLink();
     bool OpenPort();
     bool FindServer();

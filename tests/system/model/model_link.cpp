@@ -84,13 +84,13 @@ void Model::Tick() {
         return;
     }
     if (EndSeen_)
-        DecodeAfterQuiet();
+        DecodeAfterPause();
     else
         KeepLink();
 }
 
 /// The time of day counts: what is to be decoded at midnight waits for the same moment of the next day.
-void Model::DecodeAfterQuiet() {
+void Model::DecodeAfterPause() {
     const float now = TimeOfDay(Now);
     if (LastPoll_ == 0) { // no tick yet, or one at midnight itself
         LastPoll_ = now;

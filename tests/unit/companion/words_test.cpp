@@ -31,7 +31,7 @@ TEST(Words, OfAReadingThatIsLost) {
     reading.Fields = u"Site, Time";
     EXPECT_EQ(LossText(reading),
               u"what came with the reading 23.4 % is not stored: the record in the file has no field Site, Time");
-    EXPECT_EQ(LossText({u"qrn0001.txt", ReadingLoss::Emptied, u"1 %", true, u"Moisture"}),
+    EXPECT_EQ(LossText({u"qrn0001.txt", ReadingLoss::Overwritten, u"1 %", true, u"Moisture"}),
               u"the reading 1 % is not stored: the formula or the variable of its row Moisture has replaced it");
 }
 
