@@ -141,8 +141,9 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(
         Row{{"--device", "toaster"}, "--device toaster:" + NoDevice},
         Row{{"--device", "-1"}, "--device -1:" + NoDevice}, Row{{"--device", "32768"}, "--device 32768:" + NoDevice},
-        Row{{"--device", "Palm"}, "--device Palm:" + NoDevice}, Row{{"--device"}, "--device: 1 required DEVICE missing"},
-        Row{{"--screen", "640"}, "--screen 640:" + NoScreen}, Row{{"--screen", "0x480"}, "--screen 0x480:" + NoScreen},
+        Row{{"--device", "Palm"}, "--device Palm:" + NoDevice},
+        Row{{"--device"}, "--device: 1 required DEVICE missing"}, Row{{"--screen", "640"}, "--screen 640:" + NoScreen},
+        Row{{"--screen", "0x480"}, "--screen 0x480:" + NoScreen},
         Row{{"--screen", "10001x1"}, "--screen 10001x1:" + NoScreen},
         Row{{"--volume", "Card"}, "--volume Card:" + NoVolume}, Row{{"--volume", "A:=1"}, "--volume A:=1:" + NoVolume},
         Row{{"--volume", "A:\\=-1"}, "--volume A:\\=-1:" + NoVolume}, Row{{"--port", "1"}, "--port 1:" + NoPort},
