@@ -40,6 +40,10 @@ Text NameOf(platform::Fate fate) {
     return u"emptied";
 }
 
+const Readings::Kept* Readings::Number(std::size_t n) const {
+    return n > Dropped_ && n <= Count() ? &Kept_[n - 1 - Dropped_] : nullptr;
+}
+
 void Readings::TextReceived(platform::TextSource source, TextView characters) {
     for (platform::ReadingLog* observer : Observers_)
         observer->TextReceived(source, characters);
@@ -51,7 +55,11 @@ void Readings::TextEmptied(TextView characters) {
 }
 
 void Readings::ReadingJudged(const platform::Verdict& verdict) {
-    Verdicts_.push_back(verdict);
+    if (Kept_.size() == Capacity) {
+        Kept_.pop_front();
+        ++Dropped_;
+    }
+    Kept_.push_back({verdict.Fate, verdict.Reading.Blob});
     for (platform::ReadingLog* observer : Observers_)
         observer->ReadingJudged(verdict);
 }

@@ -5,6 +5,8 @@
 #include "src/view/platform/reading_log.h"
 
 #include <cstddef>
+#include <deque>
+#include <memory>
 #include <vector>
 
 namespace companion {
@@ -12,14 +14,24 @@ namespace companion {
 /// Returns the name of a fate, as programs read it: "taken", "openfield".
 Text NameOf(platform::Fate fate);
 
-/// Keeps each verdict and passes all reports on to the observers, in their order.
+/// Keeps the BLobs of the last readings and passes all reports on to the observers, in their order.
 class Readings final : public platform::ReadingLog {
 public:
+    /// So many readings are kept: some 60 MB if each has a BLob of its own, of usual size.
+    static constexpr std::size_t Capacity = 100'000;
+
     /// The observer must live as long as the readings.
     void Add(platform::ReadingLog& observer) { Observers_.push_back(&observer); }
 
-    /// Returns the verdicts in the order in which they were given; reading N of the run is at index N - 1.
-    const std::vector<platform::Verdict>& Verdicts() const { return Verdicts_; }
+    struct Kept {
+        platform::Fate Fate;
+        std::shared_ptr<const platform::SentBlob> Blob; ///< shared with the other results of the BLob
+    };
+
+    /// Returns how many readings there were in this run: one for each verdict.
+    std::size_t Count() const { return Dropped_ + Kept_.size(); }
+    /// Returns reading N of the run, from 1; null if there is none, or if it is not kept any more.
+    const Kept* Number(std::size_t n) const;
 
     void TextReceived(platform::TextSource source, TextView characters) override;
     void TextEmptied(TextView characters) override;
@@ -28,7 +40,8 @@ public:
 
 private:
     std::vector<platform::ReadingLog*> Observers_;
-    std::vector<platform::Verdict> Verdicts_;
+    std::deque<Kept> Kept_;
+    std::size_t Dropped_ = 0; ///< the first ones, which are not kept any more
 };
 
 } // namespace companion

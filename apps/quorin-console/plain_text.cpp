@@ -22,6 +22,11 @@ std::string EventText(const Json& event) {
     const std::string text = event.value("text", Json()).is_string() ? event.at("text").get<std::string>() : "";
     if (kind == "box")
         return Indented("asked: " + text);
+    if (kind == "reading")
+        return Indented("reading " + event.at("verdict").get<std::string>() + ": " +
+                        event.at("value").get<std::string>() + " " + event.at("unit").get<std::string>());
+    if (kind == "saved")
+        return Indented("saved: row " + event.at("row").dump() + " of " + event.at("file").get<std::string>());
     return kind == "warning" ? Indented("warning: " + text) : "";
 }
 

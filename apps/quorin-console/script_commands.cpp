@@ -225,15 +225,18 @@ Error RunReceive(const Target& target, const std::string& rest) {
 }
 
 Error RunAgain(const Target& target, const std::string& rest) {
-    const std::vector<platform::Verdict>& verdicts = target.Device.readings.Verdicts();
     const Arguments words = WordsOf(rest);
     const auto number = words.size() == 1 ? NumberFrom(words[0]) : std::nullopt;
-    if (!number || *number < 1 || *number > static_cast<std::int64_t>(verdicts.size()))
-        return "wants the number of a reading of this run, from 1";
+    const companion::Readings::Kept* const reading =
+        number && *number > 0 ? target.Device.readings.Number(static_cast<std::size_t>(*number)) : nullptr;
+    if (reading == nullptr || !reading->Blob)
+        return "wants the number of one of the last readings of this run, which count from 1";
+    if (reading->Fate == platform::Fate::Waiting)
+        return "this reading waits and comes by itself";
     const modQuorin::ScreenId screen = modQuorin::Screens.CurrentScreen;
     if (screen != modQuorin::ScrInfRecord && screen != modQuorin::ScrBluetoothDebug)
         return "neither a record nor the trace is on the screen";
-    modBluetooth::TakeAgain(verdicts[static_cast<std::size_t>(*number - 1)].Reading.Blob);
+    modBluetooth::TakeAgain(reading->Blob->Lines);
     return Done;
 }
 

@@ -79,7 +79,7 @@ void Writer::ReadingJudged(const platform::Verdict& verdict) {
                   {"types", types},
                   {"value", Utf8(verdict.Reading.Value)},
                   {"unit", Utf8(verdict.Reading.Unit)},
-                  {"origin", Utf8(verdict.Reading.Origin)},
+                  {"origin", Utf8(verdict.Reading.Blob ? verdict.Reading.Blob->Origin : Text())},
                   {"row", orNull(hasRow, verdict.Row)},
                   {"field", orNull(hasRow, Utf8(verdict.Field))},
                   {"file", orNull(!verdict.File.empty(), Utf8(verdict.File))}};

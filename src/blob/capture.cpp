@@ -177,10 +177,10 @@ Verdict PutIntoRecord(const Reading& result) {
     Verdict verdict{.Fate = Fate::NoRow, .Reading = result, .File = modFileSystem::Table.TableName};
     PutRows put;
     if (target.Row >= 0) {
-        verdict.Row = target.Row;
-        verdict.Field = FieldName(target.Row);
-        verdict.Old = Device().grdMain.Cell(target.Row, ValueColumn);
         const bool isFieldOpen = AnyInputFieldVisible();
+        verdict.Row = isFieldOpen ? modPDAUI::Input.EditRow : target.Row; // a page key may have moved the grid's row
+        verdict.Field = FieldName(verdict.Row);
+        verdict.Old = Device().grdMain.Cell(verdict.Row, ValueColumn);
         verdict.Fate = isFieldOpen ? WriteIntoField(valueAndUnit) : WriteIntoCell(target, verdict.Old, valueAndUnit);
         if (isFieldOpen || verdict.Fate != Fate::Kept)
             put.Value = AnyInputFieldVisible() ? modPDAUI::Input.EditRow : target.Row;
@@ -232,11 +232,11 @@ Text FormulaValueAt(const platform::DateTime& now, const Text& formula, const Te
 
 void ProcessReceivedText(const Text& received) {
     modPDAUI::ShowStatus(u"Decoding Result");
-    const std::int32_t waiting = CountWaiting(Decoder);
+    const std::size_t firstSlot = NextSlot(Decoder);
     const bool accepted = ExtractBlobs(received);
-    JudgeLostBlobs(Framing, Decoder);
+    JudgeLostBlobs(Framing);
     if (!accepted)
-        JudgeWaiting(Decoder, waiting);
+        JudgeWaiting(Decoder, firstSlot);
     while (accepted && NextResult())
         CaptureResult();
     modPDAUI::HideStatus();

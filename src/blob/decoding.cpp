@@ -255,14 +255,15 @@ void PutVars(const ResultSlot& slot, Text& vars) {
     vars.append(slot.Vars).append(tail);
 }
 
-void ReadResults(DecoderState& decoder, TextView lines, TextView origin, TextView blob) {
+/// Stores the results that the lines contain. Returns the slot of the first one; null if there are none.
+ResultSlot* ReadResults(DecoderState& decoder, TextView lines, TextView origin) {
     AddResultSlot(decoder);
-    const auto first = static_cast<std::size_t>(decoder.SlotCount - 1);
+    decoder.FirstSlot = static_cast<std::size_t>(decoder.SlotCount - 1);
     decoder.Variables = OriginVariable;
     decoder.Variables += origin;
     ReadLines(decoder, lines);
-    if (decoder.Slots[first].Filled)
-        decoder.Slots[first].Blob = blob;
+    ResultSlot& first = decoder.Slots[decoder.FirstSlot];
+    return first.Filled ? &first : nullptr;
 }
 
 } // namespace
@@ -284,32 +285,32 @@ bool DecodeBlob(DecoderState& decoder, TextView blob) {
     if (!OriginAccepted(decoder, blob, tags.Origin))
         return false;
     decoder.WhyRefused = Refusal::None;
-    ReadResults(decoder, blob, decoder.ConnectedID, whole);
+    if (ResultSlot* const first = ReadResults(decoder, blob, decoder.ConnectedID))
+        first->Blob = std::make_shared<const platform::SentBlob>(platform::SentBlob{Text(whole), decoder.ConnectedID});
     return true;
 }
 
-std::vector<platform::Reading> ResultsOf(TextView blob) {
+std::shared_ptr<const platform::SentBlob> Sent(const DecoderState& decoder, TextView blob) {
+    const std::size_t origin = FindLastTags(blob).Origin;
+    const Text name =
+        origin == TextView::npos ? decoder.ConnectedID : Text(InsideQuotes(InsideTag(blob, origin, OriginTag)));
+    return std::make_shared<const platform::SentBlob>(platform::SentBlob{Text(blob), name});
+}
+
+void VisitResults(const platform::SentBlob& blob, const std::function<void(const platform::Reading&)>& visit) {
     DecoderState decoder;
-    const LastTags tags = FindLastTags(blob);
-    const TextView origin =
-        tags.Origin == TextView::npos ? TextView() : InsideQuotes(InsideTag(blob, tags.Origin, OriginTag));
-    ReadResults(decoder, blob, origin, blob);
-    std::vector<platform::Reading> results;
+    if (ResultSlot* const first = ReadResults(decoder, blob.Lines, blob.Origin))
+        first->Blob = std::make_shared<const platform::SentBlob>(blob);
     while (NextResult(decoder))
-        results.push_back(CurrentResult(decoder));
-    return results;
+        visit(CurrentResult(decoder));
 }
 
 platform::Reading CurrentResult(const DecoderState& decoder) {
-    platform::Reading reading;
-    reading.Types = decoder.ResultTypes;
-    reading.Value = decoder.ResultValue;
-    reading.Unit = decoder.ResultUnit;
-    reading.Variables = decoder.ResultVars;
-    if (!reading.Variables.empty() && reading.Variables.front().starts_with(OriginVariable))
-        reading.Origin = reading.Variables.front().substr(OriginVariable.size());
-    reading.Blob = decoder.ResultBlob;
-    return reading;
+    return {.Types = decoder.ResultTypes,
+            .Value = decoder.ResultValue,
+            .Unit = decoder.ResultUnit,
+            .Variables = decoder.ResultVars,
+            .Blob = decoder.ResultBlob};
 }
 
 bool NextResult(DecoderState& decoder) {
@@ -322,9 +323,9 @@ bool NextResult(DecoderState& decoder) {
         }
     } while (!decoder.Slots[static_cast<std::size_t>(decoder.SlotCursor - 1)].Filled);
 
-    ResultSlot& slot = decoder.Slots[static_cast<std::size_t>(decoder.SlotCursor - 1)];
-    if (!slot.Blob.empty())
-        decoder.ResultBlob = std::move(slot.Blob);
+    const ResultSlot& slot = decoder.Slots[static_cast<std::size_t>(decoder.SlotCursor - 1)];
+    if (slot.Blob)
+        decoder.ResultBlob = slot.Blob;
     if (!slot.SameTypes)
         SplitList(slot.Types, decoder.ResultTypes);
     if (!HasSameVars(slot, decoder.VarsDelivered)) {
@@ -335,6 +336,10 @@ bool NextResult(DecoderState& decoder) {
         decoder.ValueDelivered = slot.Value;
     DeliverValue(decoder, decoder.ValueDelivered, slot.Unit);
     return true;
+}
+
+bool LastBlobHasResults(const DecoderState& decoder) {
+    return decoder.Slots[decoder.FirstSlot].Filled;
 }
 
 bool ResultsWait(const DecoderState& decoder) {

@@ -6,6 +6,8 @@
 #include "src/text/text.h"
 #include "src/view/platform/reading_log.h"
 
+#include <functional>
+#include <memory>
 #include <vector>
 
 namespace modBLob {
@@ -22,7 +24,7 @@ struct ResultSlot {
     Text Vars;                  ///< what is between the two
     Text Value;
     Text Unit;
-    Text Blob; ///< the BLob that it came in; empty if it is that of the slot before
+    std::shared_ptr<const platform::SentBlob> Blob; ///< that it came in; null if it is that of the slot before
 };
 
 /// Why a BLob was refused.
@@ -46,6 +48,7 @@ struct DecoderState {
     BlobError BlobErrorCode = BlobError::None; ///< of the last BLob with an origin that was refused
     Text BlobErrorText;                        ///< the message belonging to the code
     Refusal WhyRefused = Refusal::None;        ///< of the last BLob
+    std::size_t FirstSlot = 0;                 ///< index of the first slot of the BLob that was accepted last
     std::vector<ResultSlot> Slots;             ///< of the results
     std::int32_t SlotCount = 0;                ///< number of slots, including the free one at the end
     std::int32_t SlotCursor = 0;               ///< the slot last delivered
@@ -56,7 +59,7 @@ struct DecoderState {
     std::vector<Text> ResultVars;  ///< its variables, each a name, `=` and a value; the first is ORIGIN
     Text ResultValue;              ///< its value
     Text ResultUnit;               ///< its unit
-    Text ResultBlob;               ///< the BLob that it came in
+    std::shared_ptr<const platform::SentBlob> ResultBlob; ///< the BLob that it came in
 };
 inline DecoderState Decoder; ///< the application's
 
@@ -67,12 +70,20 @@ bool DecodeBlob(DecoderState& decoder, TextView blob);
 /// Makes the next filled slot the current result. Returns false if there is none left, and empties the slots then.
 bool NextResult(DecoderState& decoder);
 
-/// Returns all results of a BLob, whether or not it is accepted. Each has the variables that it would be delivered
-/// with, ORIGIN among them.
-std::vector<platform::Reading> ResultsOf(TextView blob);
+/// Calls a routine with each result of a BLob, whether or not it is accepted, as it would be delivered.
+void VisitResults(const platform::SentBlob& blob, const std::function<void(const platform::Reading&)>& visit);
+
+/// Returns a BLob as a record of its own. The instrument of a BLob that names none is the connected one.
+std::shared_ptr<const platform::SentBlob> Sent(const DecoderState& decoder, TextView blob);
 
 /// Returns the current result.
 platform::Reading CurrentResult(const DecoderState& decoder);
+
+/// True if the BLob that was accepted last has filled a slot.
+bool LastBlobHasResults(const DecoderState& decoder);
+
+/// True if the BLob that was accepted last has filled a slot.
+bool LastBlobHasResults(const DecoderState& decoder);
 
 /// True if results wait in the slots. If one BLob of a burst was refused, the results of the others wait there.
 bool ResultsWait(const DecoderState& decoder);

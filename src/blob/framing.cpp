@@ -69,9 +69,10 @@ void CloseBlob(FramingState& framing, DecoderState& decoder, Progress& progress)
     framing.OpenBlobs.pop_back();
     const TextView blob = TextView(buffer).substr(start);
     const bool accepted = DecodeBlob(decoder, blob);
+    const bool connects = accepted && decoder.ConnectSeen && !LastBlobHasResults(decoder);
     (accepted ? progress.Decoded : progress.Failed) = true;
-    if (!accepted || decoder.ConnectSeen)
-        framing.Lost.push_back({FateOf(decoder), Text(blob)});
+    if (!accepted || connects)
+        framing.Lost.push_back({FateOf(decoder), Sent(decoder, blob), decoder.ConnectedID});
     buffer.resize(start);
     progress.Unchanged = std::min(progress.Unchanged, start);
 }

@@ -12,7 +12,8 @@ namespace modBLob {
 /// A BLob none of whose results is delivered.
 struct LostBlob {
     platform::Fate Why = platform::Fate::Shape; ///< Shape, Origin or Connect
-    Text Blob;
+    std::shared_ptr<const platform::SentBlob> Blob;
+    Text Connected; ///< the instrument that was connected then
 };
 
 /// The buffer, and what the last call found in it, so that the next call continues there: noise that is never removed

@@ -31,7 +31,7 @@ Text NamesOf(const std::vector<std::int32_t>& rows) {
 
 /// True if the cell, which is what a save stores, no longer has the value. If an input field is open over the cell, the
 /// field's text is compared: it may show the value without its line feeds.
-bool IsEmptied(std::int32_t row, const Text& valueAndUnit) {
+bool IsOverwritten(std::int32_t row, const Text& valueAndUnit) {
     const platform::TextBox& field = Device().txtInputField;
     return row >= 0 &&
            Device().grdMain.Cell(row, modQuorin::ValueColumn) != (field.Visible() ? field.Contents() : valueAndUnit);
@@ -49,9 +49,11 @@ std::optional<ReadingLoss> TellWhatIsLost(const PutRows& rows, const Text& value
                  [held](std::int32_t row) { return row >= held; });
     if (!lost.empty()) {
         Device().onlooker.ReadingLost({Table.TableName, WhyNotHeld(), valueAndUnit, valueIsLost, NamesOf(lost)});
-        return valueIsLost ? std::optional(WhyNotHeld()) : std::nullopt;
+        if (valueIsLost)
+            return WhyNotHeld();
+        return IsOverwritten(rows.Value, valueAndUnit) ? std::optional(ReadingLoss::Overwritten) : std::nullopt;
     }
-    if (!IsEmptied(rows.Value, valueAndUnit))
+    if (!IsOverwritten(rows.Value, valueAndUnit))
         return std::nullopt;
     Device().onlooker.ReadingLost(
         {Table.TableName, ReadingLoss::Overwritten, valueAndUnit, true, FieldName(rows.Value)});

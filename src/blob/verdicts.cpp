@@ -8,7 +8,6 @@ namespace modBLob {
 using platform::Device;
 using platform::Fate;
 using platform::Reading;
-using platform::Verdict;
 
 namespace {
 
@@ -18,26 +17,26 @@ void Judge(Fate fate, const Reading& reading, const Text& expected = {}) {
 
 } // namespace
 
-std::int32_t CountWaiting(const DecoderState& decoder) {
-    std::int32_t count = 0;
-    for (auto slot = static_cast<std::size_t>(decoder.SlotCursor); slot < decoder.Slots.size(); ++slot)
-        count += decoder.Slots[slot].Filled ? 1 : 0;
-    return decoder.SlotCount == 0 ? 0 : count;
-}
-
-void JudgeLostBlobs(const FramingState& framing, const DecoderState& decoder) {
+void JudgeLostBlobs(const FramingState& framing) {
     for (const LostBlob& lost : framing.Lost) {
-        for (const Reading& reading : ResultsOf(lost.Blob))
-            Judge(lost.Why, reading, lost.Why == Fate::Origin ? decoder.ConnectedID : Text());
+        const Text expected = lost.Why == Fate::Origin ? lost.Connected : Text();
+        VisitResults(*lost.Blob, [&](const Reading& reading) { Judge(lost.Why, reading, expected); });
     }
 }
 
-void JudgeWaiting(const DecoderState& decoder, std::int32_t reported) {
-    DecoderState delivered = decoder; // the results stay in the slots of `decoder`
-    for (std::int32_t count = 1; NextResult(delivered); ++count) {
-        if (count > reported)
-            Judge(Fate::Waiting, CurrentResult(delivered));
-    }
+std::size_t NextSlot(const DecoderState& decoder) {
+    return decoder.SlotCount == 0 ? 0 : static_cast<std::size_t>(decoder.SlotCount - 1);
+}
+
+// The slots from the first one of a BLob on need none before them.
+void JudgeWaiting(const DecoderState& decoder, std::size_t firstSlot) {
+    if (firstSlot >= NextSlot(decoder))
+        return;
+    DecoderState delivered; // the results stay in the slots of `decoder`
+    delivered.Slots.assign(decoder.Slots.begin() + static_cast<std::ptrdiff_t>(firstSlot), decoder.Slots.end());
+    delivered.SlotCount = static_cast<std::int32_t>(delivered.Slots.size());
+    while (NextResult(delivered))
+        Judge(Fate::Waiting, CurrentResult(delivered));
 }
 
 void JudgeEmptied(const FramingState& framing, const DecoderState& decoder, const Text& text) {
@@ -45,15 +44,13 @@ void JudgeEmptied(const FramingState& framing, const DecoderState& decoder, cons
         return;
     Device().readingLog.TextEmptied(text);
     // The text may complete a BLob that began in the text before.
-    const Text begun = framing.OpenBlobs.empty() ? Text() : framing.BlobBuffer.substr(framing.OpenBlobs.front());
+    const Text begun = framing.OpenBlobs.empty() ? Text() : framing.BlobBuffer.substr(framing.OpenBlobs.back());
     FramingState lines;
     DecoderState results;
     results.ConnectedID = decoder.ConnectedID;
     ExtractBlobs(lines, results, begun + text);
-    for (const LostBlob& lost : lines.Lost) {
-        for (const Reading& reading : ResultsOf(lost.Blob))
-            Judge(Fate::Emptied, reading);
-    }
+    for (const LostBlob& lost : lines.Lost)
+        VisitResults(*lost.Blob, [](const Reading& reading) { Judge(Fate::Emptied, reading); });
     while (NextResult(results))
         Judge(Fate::Emptied, CurrentResult(results));
 }

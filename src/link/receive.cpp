@@ -135,6 +135,7 @@ void PollMailbox(const Text& fullName) {
     // Each file counts as complete: a BLob that continues in the next file waits in the buffer of the framing.
     if (TakeCompleteLines())
         Receive.BlobEndSeen = true;
+    DeliverAgain();
 }
 
 // What has been searched is not searched again: noise without a line end may arrive for hours. The last character is

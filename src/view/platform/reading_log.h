@@ -5,15 +5,16 @@
 
 #include "src/text/text.h"
 
+#include <memory>
 #include <vector>
 
 namespace platform {
 
 /// What became of a reading.
 enum class Fate {
-    Taken,     ///< written to an empty field
-    Replaced,  ///< written over the old value, after the question
-    Kept,      ///< the old value was kept: the answer was no, or a list or a calendar was open
+    Taken,    ///< written to an empty field
+    Replaced, ///< written over the old value, after the question
+    Kept, ///< the old value was kept: the answer to the question was no, or an input control was open that ignores it
     OpenField, ///< written to the text field that was open for typing
     NoRow,     ///< no row of the record asks for any of its types
     NoColumn,  ///< shown, and not in any column of the record's row in the file
@@ -28,14 +29,19 @@ enum class Fate {
     Emptied,   ///< dropped with the text that arrived while a question was open
 };
 
+/// A BLob as it was received. All of its results share it, however many there are.
+struct SentBlob {
+    Text Lines;  ///< each ends with a carriage return
+    Text Origin; ///< the instrument that it names, or else the connected one
+};
+
 /// One result, as the instrument sent it.
 struct Reading {
     std::vector<Text> Types; ///< the names by which it may be known; one empty name if it has none
     Text Value;
     Text Unit;
-    std::vector<Text> Variables; ///< each a name, `=` and a value
-    Text Origin;                 ///< the instrument that its BLob names, or else the connected one
-    Text Blob;                   ///< the BLob that it came in; its lines end with a carriage return
+    std::vector<Text> Variables;          ///< each a name, `=` and a value
+    std::shared_ptr<const SentBlob> Blob; ///< the BLob that it came in; null for none
 };
 
 struct Verdict {
@@ -70,8 +76,9 @@ public:
     virtual void TextReceived(TextSource source, TextView characters) = 0;
     /// Text that arrived while a question was open was dropped without being decoded.
     virtual void TextEmptied(TextView characters) = 0;
-    /// There is one verdict for each result. One that waits gets a second verdict when it is delivered, and one that is
-    /// delivered a second time, while a question is open, as well.
+    /// There is one verdict for each result. One that waits has a second verdict when it is delivered, and so has one
+    /// that is delivered a second time while a question is open. The observer copies what it keeps, and the results of
+    /// one BLob may be many.
     virtual void ReadingJudged(const Verdict& verdict) = 0;
     virtual void RowChanged(const RowChange& change) = 0;
 };

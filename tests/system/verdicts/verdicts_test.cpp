@@ -66,6 +66,17 @@ const FateRow Fates[] = {
     {"Emptied",
      {Moisture, Quiet, Moisture, Quiet, From("QI-1", "Humidity", "50"), "answer no"},
      {"taken", "kept", "emptied"}},
+    {"OpenFieldThatAPageKeyHasLeft", {"tap 0 1", "key 34", Moisture, Quiet}, {"openfield"}, "Moisture"},
+    {"ConnectWithoutItsBracket",
+     {Sent("[BLob]\r\n[CONNECT \"QI-1\"\r\n[RESULT_UNIT \"%\"]\r\n[/BLob]\r\n"), Quiet},
+     {"notype"},
+     "Site"},
+    {"SecondRefusedBurst",
+     {Moisture, From("QI-2", "Bogus", "1"), Quiet, From("QI-1", "Humidity", "50"), From("QI-2", "Bogus", "2"), Quiet},
+     {"origin", "waiting", "origin", "waiting"}},
+    {"SeveralOfOneRefusedBLob",
+     {Sent(Blob(Line("ORIGIN", "QI-2") + Result("Moisture", "1") + Result("Humidity", "3"))), Quiet},
+     {"origin", "origin"}},
     {"SeveralOfOneBLob",
      {Sent(Blob(Result("Moisture", "1") + Result("Bogus", "2") + Result("Humidity", "3"))), Quiet},
      {"taken", "norow", "taken"},
@@ -139,6 +150,23 @@ TEST_F(FateOfAReading, IsReportedWithTheExpectedOrigin) {
               R"("row":null,"field":null,"file":null,"expected":"QI-1"})");
 }
 
+TEST_F(FateOfAReading, ExpectsTheInstrumentOfItsTime) {
+    const Outcome run = Play({From("QI-2", "Moisture", "1"), Sent(Blob(Line("CONNECT", "QI-2"))), Quiet});
+    ASSERT_EQ(Readings(run).size(), 1U);
+    EXPECT_EQ(Readings(run)[0].value("expected", ""), "QI-1");
+}
+
+TEST_F(FateOfAReading, HasTheOriginOfItsBLob) {
+    const std::string named = Line("DESCRIPTIVE_VAR", "N=5");
+    for (const std::string& lines : {named + Result("Moisture", "1"), Result("Moisture", "1")}) {
+        for (const std::string end : {"[/BLob]", "[/BLob 2]"}) {
+            const Outcome run = Play({Sent(Blob(lines, end)), Moisture, Quiet, "answer yes"});
+            ASSERT_FALSE(Readings(run).empty()) << run.Output;
+            EXPECT_EQ(Readings(run)[0].value("origin", ""), "QI-1") << lines << end;
+        }
+    }
+}
+
 TEST_F(FateOfAReading, IsFollowedByTheSaveOfItsRecord) {
     const Outcome run = Play({Moisture, Quiet, "choose New Record", "choose Close"});
     Words saved;
@@ -178,6 +206,11 @@ TEST_F(ReadingTakenAgain, WaitsUntilAHalfLineHasItsEnd) {
 TEST_F(ReadingTakenAgain, NeedsARecordOrTheTraceOnTheScreen) {
     const Outcome run = Play({Moisture, Quiet, "choose Close", "again 1"});
     EXPECT_EQ(run.Last("done").value("error", ""), "neither a record nor the trace is on the screen");
+}
+
+TEST_F(ReadingTakenAgain, ComesByItselfIfItWaits) {
+    const Outcome run = Play({Moisture, From("QI-2", "Bogus", "1"), Quiet, "again 2"});
+    EXPECT_EQ(run.Last("done").value("error", ""), "this reading waits and comes by itself");
 }
 
 TEST_F(ReadingTakenAgain, NeedsTheNumberOfAReading) {
