@@ -23,6 +23,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t cou
             technician.Choose(caption);
         technician.Choose(u"Show/Hide Columns...");
     };
-    fuzz::Run(place, 0, putFiles, work, {"is too short to have a field", "is no number", "has no rows"});
+    fuzz::Run(place, 0, putFiles, work, {"is too short to have a field", "is not a number", "has no rows"});
     return 0;
 }

@@ -49,7 +49,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t cou
         fuzz::PutMeter(place);
         place.Put("Quorin/meter.txt", table);
     };
-    const auto allowed = {"is too short to have a field", "is no number", "has no rows", "is no date"};
+    const auto allowed = {"is too short to have a field", "is not a number", "has no rows", "is not a date"};
     fuzz::Run(
         place, 0, putFiles,
         [&](Technician& technician) {
