@@ -16,12 +16,12 @@ namespace backends::qt {
 
 namespace {
 
-/// A title is read like a heading: no cell of it is chosen.
+/// True for the title, which is read as a heading: no cell of it can be selected.
 bool IsTitle(const QtGrid& grid) {
     return grid.PressesNothing;
 }
 
-/// A screen reader asks at any time, also while a message box takes all input.
+/// False while a message box takes all input. A screen reader may call an action at any time.
 bool TakesInput(const GridWidget& widget) {
     return widget.isVisible() && widget.Grid().Enabled() && QApplication::activeModalWidget() == nullptr;
 }
@@ -103,7 +103,7 @@ public:
         return isValid() && !IsTitle(Widget_->Grid()) && Widget_->Grid().Row() == Row_ && Widget_->Grid().Col() == Col_;
     }
 
-    // What can be done with it: it is tapped.
+    // The one action of a cell is a tap.
     QStringList actionNames() const override {
         const bool isOffered = isValid() && !IsTitle(Widget_->Grid()) && Widget_->Grid().Offers(Row_, Col_);
         return isOffered ? QStringList{pressAction()} : QStringList();
@@ -134,7 +134,7 @@ public:
             QAccessible::deleteAccessibleInterface(cell.second);
     }
 
-    /// The list is named as the page is.
+    /// The name of the main grid consists of the texts in its title.
     QString text(QAccessible::Text kind) const override {
         if (kind != QAccessible::Name)
             return QAccessibleWidget::text(kind);
@@ -239,7 +239,7 @@ private:
     }
 
     GridWidget& Widget_;
-    mutable std::map<std::pair<int, int>, QAccessible::Id> Cells_; ///< those that were asked for, by row and column
+    mutable std::map<std::pair<int, int>, QAccessible::Id> Cells_; ///< the cells that were asked for, by row and column
 };
 
 QAccessibleInterface* MakeAccessibleGrid(const QString&, QObject* object) {
@@ -253,11 +253,11 @@ void InstallAccessibleGrids() {
     QAccessible::installFactory(MakeAccessibleGrid);
 }
 
-// --- what is told ----------------------------------------------------------------------------------------------------
+// --- reports ---------------------------------------------------------------------------------------------------------
 
 namespace {
 
-constexpr std::size_t ManyCells = 32; // a page that is filled is told as a whole
+constexpr std::size_t ManyCells = 32; // above this number the whole table is reported as changed
 
 } // namespace
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What a screen reader finds of a grid: a table, whose cells have their text, their place and their state.
+// Presents a grid to screen readers: a table whose cells have a text, a place and a state.
 #pragma once
 
 #include <QAccessible>
@@ -13,18 +13,18 @@ namespace backends::qt {
 class GridWidget;
 class QtGrid;
 
-/// To be called once, before a screen reader asks for the first grid.
+/// Must be called once, before a screen reader asks for the first grid.
 void InstallAccessibleGrids();
 
-/// Tells a screen reader what has become of a grid, when there is one to be told.
+/// Reports the changes of a grid to a screen reader, if one is active.
 class GridNews {
 public:
-    /// Follows a grid, which must not outlive it.
+    /// Follows a grid. The grid calls this object and must not be used after it is gone.
     explicit GridNews(QtGrid& grid);
     GridNews(const GridNews&) = delete;
     GridNews& operator=(const GridNews&) = delete;
 
-    // Whether anyone listens, and where it is told: a test puts itself there.
+    // True if a screen reader is active; and the function that reports to it. A test replaces both.
     static inline bool (*IsHeard)() = QAccessible::isActive;
     static inline void (*Say)(QAccessibleEvent*) = QAccessible::updateAccessibility;
 
@@ -35,7 +35,7 @@ private:
     };
 
     void CellChanged(std::int32_t row, std::int32_t col);
-    /// Whatever has changed since the last time.
+    /// Reports what has changed since the last call.
     void Tell();
     State Now() const;
     void TellCells();

@@ -17,10 +17,10 @@ BoxAnswer AnswerOf(const QMessageBox& dialog) {
     if (dialog.standardButtons() == QMessageBox::Ok)
         return BoxAnswer::Ok;
     const bool yes = dialog.clickedButton() != nullptr && dialog.clickedButton() == dialog.button(QMessageBox::Yes);
-    return yes ? BoxAnswer::Yes : BoxAnswer::No; // closed by Esc or by its frame: the safe side
+    return yes ? BoxAnswer::Yes : BoxAnswer::No; // closed by Esc or by its frame: the safe answer
 }
 
-/// A text that has room on a screen: long lines and many of them lose their middles.
+/// Shortens a text until it fits on a screen: leaves out the middle of a long line, and of a long list of lines.
 QString Shortened(const QString& text) {
     constexpr qsizetype LongestLine = 300;
     constexpr qsizetype MostLines = 20;
@@ -50,7 +50,7 @@ void QtBoxes::Opened(OpenBox& box) {
     dialog->setIcon(box.Icon == BoxIcon::Question ? QMessageBox::Question : QMessageBox::NoIcon);
     const bool isQuestion = box.Buttons == BoxButtons::YesNo;
     dialog->setStandardButtons(isQuestion ? QMessageBox::Yes | QMessageBox::No : QMessageBox::Ok);
-    // Enter and Esc do no harm.
+    // Enter and Esc give the harmless answer.
     dialog->setDefaultButton(isQuestion ? QMessageBox::No : QMessageBox::Ok);
     dialog->setEscapeButton(isQuestion ? QMessageBox::No : QMessageBox::Ok);
     dialog->setWindowModality(Qt::ApplicationModal);

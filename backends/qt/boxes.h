@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Message boxes as dialogs. They wait in the application's own loop, in which everything else goes on.
+// Message boxes as dialogs. They wait in the application's own loop, in which timers, the port and the form continue.
 #pragma once
 
 #include "backends/loop/services.h"
@@ -20,9 +20,9 @@ public:
     /// Returns the innermost box; null if none is open.
     QMessageBox* Dialog() const { return Dialogs_.empty() ? nullptr : Dialogs_.back().get(); }
 
-    std::function<void()> Leaving; ///< one was closed; others may stand
+    std::function<void()> Leaving; ///< called after a box was closed; others may be open
     bool AnyStands() const { return !Dialogs_.empty() || OfWindowStands; }
-    bool OfWindowStands = false; ///< a box of the window's own, which the form knows nothing of
+    bool OfWindowStands = false; ///< a box of the window's own is open, which the form does not know of
     /// True if the user is typing at this moment; those keys are not meant for the box.
     std::function<bool()> PersonIsTyping;
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Texts, colours and boxes, from the seam's form to Qt's and back.
+// Converts texts, colours and boxes between the types of the platform operations and those of Qt.
 #pragma once
 
 #include "src/view/platform/controls.h"
@@ -22,12 +22,12 @@ inline Text FromQt(const QString& text) {
     return text.toStdU16String();
 }
 
-/// From 0xBBGGRR.
+/// Converts a colour 0xBBGGRR.
 inline QColor ColourOf(std::int32_t colour) {
     return {colour & 0xFF, (colour >> 8) & 0xFF, (colour >> 16) & 0xFF};
 }
 
-/// The pixels that a box covers.
+/// Returns the pixels that a box covers.
 inline QRect RectOf(const Box& box) {
     const int left = static_cast<int>(std::lround(box.Left));
     const int top = static_cast<int>(std::lround(box.Top));

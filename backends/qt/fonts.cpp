@@ -21,7 +21,7 @@ namespace {
 
 enum class Letters { Normal, Narrow };
 
-/// A font of the devices: what it is shown in here, and how many pixels a point of its size takes.
+/// The substitute for a font of the devices, and how many pixels a point of its size has.
 struct StandIn {
     TextView Name;
     Letters Shape;
@@ -29,9 +29,9 @@ struct StandIn {
 };
 
 constexpr double ScreenPoint = 96.0 / 72.0;         // 96 pixels to the inch
-constexpr double DesktopPoint = 1.25 * ScreenPoint; // what other programs of a desktop write in
+constexpr double DesktopPoint = 1.25 * ScreenPoint; // the text size of other programs on a desktop
 constexpr Letters Normal = Letters::Normal;
-constexpr Letters Narrow = Letters::Narrow; // 160 pixels hold some 30 characters of them
+constexpr Letters Narrow = Letters::Narrow; // 160 pixels hold some 30 of its characters
 
 constexpr StandIn StandIns[] = {
     {u"AFPalm", Narrow, ScreenPoint},
@@ -42,8 +42,8 @@ constexpr StandIn StandIns[] = {
     {u"Tahoma", Normal, DesktopPoint},
 };
 
-/// The font of a shape. Debian keeps the narrow one in another package than the normal one: where it does not exist,
-/// the normal one is drawn as narrow. Where that is not there either, the machine takes what it has for its name.
+/// Returns the font of a shape. Debian has the narrow font in a separate package: where it is not installed, the normal
+/// font is drawn as narrow. Where that is missing too, the machine substitutes another font for its name.
 QFont FontOfShape(Letters shape) {
     const QString normal = QStringLiteral("DejaVu Sans");
     if (shape == Letters::Normal)
@@ -52,11 +52,11 @@ QFont FontOfShape(Letters shape) {
     static const bool IsThere = QFontDatabase::hasFamily(narrow);
     QFont font(IsThere ? narrow : normal);
     if (!IsThere)
-        font.setStretch(90); // how wide the narrow one's letters are, in percent
+        font.setStretch(90); // width of the narrow font's letters, in percent of the normal ones
     return font;
 }
 
-/// Breaks one paragraph.
+/// Breaks one paragraph and appends its lines.
 void BreakParagraph(const QFont& font, const QString& paragraph, std::int32_t width, QStringList& lines) {
     QTextLayout layout(paragraph, font);
     QTextOption option;
@@ -82,7 +82,7 @@ struct Shaped {
     int Widest = 0;
 };
 
-constexpr std::int32_t OnOneLine = -1; // a width
+constexpr std::int32_t OnOneLine = -1; // as a width: the text is not broken
 
 QStringList BreakText(const QFont& font, TextView text, std::int32_t width) {
     QStringList lines;
@@ -94,7 +94,7 @@ QStringList BreakText(const QFont& font, TextView text, std::int32_t width) {
         const bool both = rest[end] == CarriageReturn && end + 1 < rest.size() && rest[end + 1] == LineFeed;
         rest.remove_prefix(end + (both ? 2 : 1));
         if (rest.empty())
-            return lines; // what ends a line does not begin another
+            return lines; // a line end at the end of the text begins no new line
     }
 }
 
@@ -113,7 +113,8 @@ struct {
     std::size_t Count = 0;
 } LongTexts;
 
-/// A text of a megabyte takes seconds to shape, and a page is painted at each key.
+/// Shapes a long text once and keeps the result: a text of a megabyte takes seconds, and the page is painted at each
+/// key.
 const Shaped& ShapeOnce(const QFont& font, TextView text, std::int32_t width) {
     constexpr std::size_t Long = 2000; // characters
     constexpr std::size_t MostKept = 8;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The devices' fonts, or what stands in for them, and the one way in which text is broken into lines: what is measured
-// is what is drawn.
+// The devices' fonts, or substitutes for them, and the breaking of text into lines, which is the same when text is
+// measured and when it is drawn.
 #pragma once
 
 #include "src/view/platform/canvas.h"
@@ -16,17 +16,19 @@ namespace backends::qt {
 
 using namespace platform;
 
-/// The font of a name and a size. A font of the devices has a stand-in; any other name is looked for on the machine.
+/// Returns the font of a name and a size. A font of the devices has a substitute; any other name is looked up on the
+/// machine.
 QFont FontOf(const Text& name, std::int32_t size);
 
-/// The lines of a text at a width in pixels. A line ends at CR LF, CR or LF, and before the word that does not fit; a
-/// word longer than a line is cut. Always one line at least.
+/// Returns the lines of a text at a width in pixels. A line ends at CR LF, CR or LF, and before the word that does not
+/// fit; a word longer than a line is cut. There is always at least one line.
 QStringList LinesOf(const QFont& font, TextView text, std::int32_t width);
 
-/// How often a long text has been broken into lines or measured so far: one that is painted again and again is not.
+/// Returns how often a long text has been broken into lines or measured so far. A text that is painted again is kept
+/// and does not count again.
 std::size_t LongTextsShaped();
 
-/// The text as it stands on one line: carriage returns and line feeds have no width.
+/// Returns the text as it is shown on one line: without carriage returns and line feeds.
 QString OneLine(TextView text);
 
 class QtFonts final : public FontServer {
@@ -38,7 +40,7 @@ public:
     Text FirstFontName() override;
     Text NextFontName() override;
 
-    std::function<void()> Working; ///< text is measured, for as long as a page or a long list takes
+    std::function<void()> Working; ///< called at each GetFont: measuring a page or a long list takes long
 
 private:
     struct Known {

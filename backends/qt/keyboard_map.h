@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The key of a keyboard for each key of a device: one row a key.
+// The key of a keyboard for each key of a device: one row for each key.
 #pragma once
 
 #include "src/view/platform/keys.h"
@@ -24,14 +24,14 @@ struct KeyRow {
 
 const std::vector<KeyRow>& KeyRows();
 
-/// The device's code of a key event; nothing for a key that is Qt's alone. A letter or a digit has the code of its
-/// capital, as key events of the devices do. `has` are the codes of the keys that the device has.
+/// Returns the device's code of a key event; nothing for a key that Qt alone handles. A letter has the code of its
+/// capital, as in the devices' own key events. `has`: the codes of the keys that the device has.
 std::optional<std::int32_t> CodeOf(const QKeyEvent& event, const std::vector<std::int32_t>& has);
 
-/// Qt's key of a code, for a control to act on; 0 for a key that no control acts on.
+/// Returns Qt's key for a code, to be sent to a control; 0 for a key that no control reacts to.
 int KeyOf(std::int32_t code);
 
-/// Returns the table as text for the user, one line a key.
+/// Returns the table as text for the user, one line for each key.
 std::string KeyboardHelp();
 
 } // namespace backends::qt

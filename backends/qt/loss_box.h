@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The window's own box that reports losses. It has no loop: the form is not aware of it and goes on beneath it.
+// The window's own box that reports losses. It runs no loop: the form is not aware of it and continues below it.
 #pragma once
 
 #include "backends/qt/boxes.h"
@@ -14,11 +14,11 @@ namespace backends::qt {
 
 class LossBox {
 public:
-    /// `boxes` are the form's: this one comes up as they do.
+    /// `boxes`: the form's message boxes. This box opens as they do.
     LossBox(QtBoxes& boxes, QWidget& window, std::function<void()> seen)
         : Boxes_(boxes), Window_(window), Seen_(std::move(seen)) {}
 
-    /// Opens the box, or puts this text into the one that stands.
+    /// Opens the box, or replaces the text of the open one.
     void Say(const QString& text);
     /// Returns the box while it is open; null otherwise.
     QMessageBox* Dialog() const { return Boxes_.OfWindowStands ? Box_.get() : nullptr; }
@@ -28,7 +28,7 @@ private:
     QWidget& Window_;
     std::function<void()> Seen_;
     std::unique_ptr<QMessageBox>
-        Box_; ///< one that was closed is in the middle of its own event: it stays until the next
+        Box_; ///< kept after it was closed, because it is still handling that event; the next box replaces it
 };
 
 } // namespace backends::qt

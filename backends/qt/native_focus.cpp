@@ -17,7 +17,7 @@ bool IsChosen(Qt::FocusReason reason) {
 
 NativeFocus::NativeFocus(Focus& focus, QWidget& surface) : Focus_(focus), Surface_(surface) {
     Focus_.Moved = [this] { Follow(); };
-    Surface_.setFocusPolicy(Qt::NoFocus); // a click beside the controls leaves the focus where it is
+    Surface_.setFocusPolicy(Qt::NoFocus); // a click beside the controls does not move the focus
 }
 
 void NativeFocus::Add(FocusTarget& target, QWidget& widget) {

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Keeps Qt's focus where the form's is. The form's is the one that counts: it stays where it was while another window
-// is in front, a menu is open or the control is disabled, none of which the application is to hear of.
+// Keeps Qt's focus where the form's focus is. The form's focus decides: it does not change while another window is
+// active, a menu is open or the control is disabled, and the application gets no event for these.
 #pragma once
 
 #include "backends/loop/focus.h"
@@ -15,20 +15,20 @@ namespace backends::qt {
 
 class NativeFocus final : public QObject {
 public:
-    /// `surface` takes Qt's focus while no control has the form's.
+    /// `surface` has Qt's focus while no control has the form's.
     NativeFocus(Focus& focus, QWidget& surface);
 
-    /// The widget takes Qt's focus for that control; a control may have several of them, of which the one that is on
-    /// show counts.
+    /// Adds a widget that takes Qt's focus for a control. A control may have several widgets, of which the visible one
+    /// is used.
     void Add(FocusTarget& target, QWidget& widget);
 
-    /// The control that a widget, or one inside of it, stands for; nothing for any other.
+    /// Returns the control that this widget, or one that contains it, was added for; null for any other widget.
     FocusTarget* TargetOf(const QWidget* widget) const;
-    /// The widget of a control that is on show; nothing when none is.
+    /// Returns the visible widget of a control; null if none is visible.
     QWidget* WidgetOf(const FocusTarget& target) const;
 
-    /// Whether the widget takes the keys of a control itself, and is no part of one that has a use of its own for them,
-    /// as the box for the year in a calendar has.
+    /// True if the widget takes the keys of a control or of the form itself. False for a part of a control that uses
+    /// keys in its own way, such as the year box of a calendar.
     bool TakesKeys(const QWidget* widget) const;
 
     /// Sets Qt's focus to the control that has the form's focus.

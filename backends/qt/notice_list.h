@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The list of all notices that stand, which opens over the window's line.
+// The list of all current notices, which opens above the window's line.
 #pragma once
 
 #include "companion/notices.h"
@@ -12,14 +12,14 @@
 
 namespace backends::qt {
 
-/// Walked through by the arrow keys. Enter or a click does what can be done about the row, Esc closes the list.
+/// The arrow keys select a row. Enter, Space or a click chooses it, Esc or F4 closes the list.
 class NoticeList final : public QFrame {
 public:
     explicit NoticeList(QWidget* window);
 
     /// Opens the list with its lower edge on this place of the screen.
     void Open(QPoint lowerLeft, int width);
-    /// Keeps the row that is chosen. The list closes when it is empty.
+    /// Shows these notices; the selected one stays selected. Closes the list if there are none.
     void Fill(const std::vector<companion::Notice>& notices);
 
     std::function<void(const Text& about)> Chosen;

@@ -31,7 +31,7 @@ void QtPump::CameBack() {
 bool QtPump::HandlePending() {
     CameBack();
     if (Loop_ != nullptr)
-        Watch(Descriptors(Wake::ByEvents)); // one that was closed meanwhile must not be looked at
+        Watch(Descriptors(Wake::ByEvents)); // a descriptor that was closed meanwhile must not be watched
     return QAbstractEventDispatcher::instance()->processEvents(QEventLoop::AllEvents);
 }
 
@@ -47,7 +47,7 @@ void QtPump::SleepOn(const std::vector<int>& descriptors, int milliseconds) {
 }
 
 void QtPump::Working() {
-    constexpr auto Patience = std::chrono::milliseconds(100); // of a person
+    constexpr auto Patience = std::chrono::milliseconds(100); // how long a user waits without a report
     constexpr auto BetweenBreaths = std::chrono::milliseconds(50);
     const Moment now = std::chrono::steady_clock::now();
     if (IsBreathing_ || now - LastAlive_ < Patience || now - LastBreath_ < BetweenBreaths)
@@ -77,7 +77,7 @@ void QtPump::Watch(const std::vector<int>& descriptors) {
         if (!notifier) {
             notifier = std::make_unique<QSocketNotifier>(descriptor, QSocketNotifier::Read);
             QObject::connect(notifier.get(), &QSocketNotifier::activated, [this, descriptor] {
-                Watched_.at(descriptor)->setEnabled(false); // whoever sleeps next watches again
+                Watched_.at(descriptor)->setEnabled(false); // the next sleep enables it again
                 Woken();
             });
         }
@@ -85,7 +85,8 @@ void QtPump::Watch(const std::vector<int>& descriptors) {
     }
 }
 
-/// In a sleep of the loop's own there is nothing to do: it goes on by itself. A loop of Qt's goes on sleeping.
+/// Called when the alarm or a descriptor ends a sleep. A sleep of the event loop needs nothing more: the loop continues
+/// by itself. A nested loop of Qt's continues to sleep, so the round of events is raised here.
 void QtPump::Woken() {
     if (Loop_ == nullptr || IsBreathing_ || IsLeaving_ || QThread::currentThread()->loopLevel() == 0)
         return;
@@ -98,7 +99,7 @@ void QtPump::Woken() {
         Alarm_.start(static_cast<int>(*time));
 }
 
-/// A person may have gone from a text that is dragged, or from a list of a widget's own.
+/// Ends the nested loops of Qt's: the user may have left while dragging text or with a widget's list open.
 void QtPump::LeaveLoopsOfQt() {
     QDrag::cancel();
     while (QWidget* const popup = QApplication::activePopupWidget()) {

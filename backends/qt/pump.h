@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The event loop's way to Qt's: it sleeps in Qt's event dispatcher, which handles the window's events meanwhile.
+// Connects the event loop to Qt: the loop sleeps in Qt's event dispatcher, which handles the window's events meanwhile.
 #pragma once
 
 #include "backends/host/host_pump.h"
@@ -16,11 +16,11 @@ namespace backends::qt {
 
 class QtPump final : public HostPump {
 public:
-    /// `over` is told why the program is over and gives the exit status.
+    /// `over` is called with the reason when the program ends, and returns the exit status.
     explicit QtPump(std::function<int(const ProgramOver&)> over);
 
-    /// The loop that this pump is for. A loop of Qt's own (a text that is dragged) knows nothing of it, and has its
-    /// events raised from here.
+    /// Sets the loop that this pump works for. While a nested loop of Qt's own runs (for example while text is
+    /// dragged), the pump raises the events of this loop.
     void Serve(EventLoop& loop) { Loop_ = &loop; }
 
     bool HandlePending() override;
@@ -29,19 +29,19 @@ public:
     [[noreturn]] void Leave(const ProgramOver& over) override;
 
     enum class Input { Waits, Too };
-    /// Lets the window system have its way while a handler keeps the loop waiting: what is to be painted is painted,
-    /// but nothing is raised. What a person does meanwhile waits, or comes at once for who filters it and looks at
-    /// Breathing.
+    /// Handles events of the window system in the middle of a handler: the window is painted, and no event of the form
+    /// is raised. Input of the user stays in the queue (Waits), or is delivered at once (Too), to an event filter that
+    /// checks Breathing.
     void Breathe(Input input = Input::Waits);
     bool Breathing() const { return IsBreathing_; }
 
-    /// What comes next is handled by the window itself, in the middle of the loop's sleep: no time is lost so far.
+    /// Called when Qt begins to handle an event during the loop's sleep: restarts the measured time without response.
     void Awake() { LastAlive_ = std::chrono::steady_clock::now(); }
-    /// A long operation goes on: to be called as often as one likes. From a tenth of a second on a person is told, by
-    /// WorkShown, and the window breathes.
+    /// Called during a long operation, as often as convenient. After a tenth of a second it reports the operation to
+    /// the user by WorkShown and calls Breathe.
     void Working();
     std::function<void(bool)> WorkShown;
-    /// Lets this much time pass in the middle of an operation.
+    /// Waits in the middle of an operation, and calls Working meanwhile.
     void Rest(std::int32_t milliseconds);
 
 private:
@@ -55,12 +55,12 @@ private:
     std::function<int(const ProgramOver&)> Over_;
     EventLoop* Loop_ = nullptr;
     QTimer Alarm_;
-    /// By descriptor. One that is not wanted is off: the next one that bears its number may be.
+    /// By descriptor. A notifier that is not wanted is disabled and kept: a later descriptor may have the same number.
     std::map<int, std::unique_ptr<QSocketNotifier>> Watched_;
     bool IsBreathing_ = false;
     bool IsLeaving_ = false;
     bool WorkIsShown_ = false;
-    Moment LastAlive_; ///< when something began to be handled
+    Moment LastAlive_; ///< when the handling of the latest event began
     Moment LastBreath_;
 };
 

@@ -17,11 +17,11 @@ namespace backends::qt {
 
 namespace {
 
-/// A field lies over its cell: no more of an edge than one pixel, whatever the style draws elsewhere.
+/// A field covers its cell, so its border is one pixel wide, whatever the style draws elsewhere.
 constexpr const char* FieldStyle = "QLineEdit, QPlainTextEdit { border: 1px solid palette(highlight); padding: 0px; "
                                    "background: palette(base); color: palette(text); }";
 
-/// Lines of a text as a page of Qt's has them, and back: it knows line feeds alone.
+/// Converts the line ends of a text for a page of Qt's, which has line feeds alone. FromPage converts back.
 QString PageText(const Text& text) {
     QString page = ToQt(text);
     page.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
@@ -29,7 +29,7 @@ QString PageText(const Text& text) {
     return page;
 }
 
-/// Qt's own plain text has blanks for the blanks that don't break.
+/// Returns the text of a page. Qt's own toPlainText replaces non-breaking blanks by blanks.
 QString PlainText(const QPlainTextEdit& page) {
     QString text = page.document()->toRawText();
     text.replace(QChar::ParagraphSeparator, QLatin1Char('\n'));
@@ -43,7 +43,8 @@ Text FromPage(const QString& page) {
     return FromQt(text);
 }
 
-/// A line end is one character of a page and two of the text.
+/// Converts a 0-based position in the text to one in the page: a line end is two characters of the text and one of the
+/// page.
 std::int32_t PagePlace(const Text& text, std::int32_t position) {
     const auto count = std::min(static_cast<std::size_t>(std::max(position, 0)), text.size());
     return static_cast<std::int32_t>(PageText(text.substr(0, count)).size());
@@ -53,7 +54,7 @@ std::int32_t TextPlace(const QString& page, std::int32_t position) {
     return static_cast<std::int32_t>(FromPage(page.left(position)).size());
 }
 
-/// One line has no line ends.
+/// Replaces each character of a line end by a blank.
 QString OneLineOf(const Text& text) {
     Text line = text;
     std::replace_if(
@@ -61,8 +62,8 @@ QString OneLineOf(const Text& text) {
     return ToQt(line);
 }
 
-/// What is pasted into one line may have line ends, and would be several lines of a file in the end. Those that the
-/// program has set stay.
+/// Replaces pasted line ends by blanks, because they would make several lines of a file. Does nothing if there are no
+/// more line ends than the program has set.
 void KeepToOneLine(QLineEdit& line, const QString& text, qsizetype endsOfProgram) {
     const auto isEnd = [](QChar unit) {
         return unit == u'\r' || unit == u'\n' || unit == u'\u2028' || unit == u'\u2029';
@@ -83,7 +84,7 @@ void ReplaceIn(QLineEdit& line, const QString& text) {
         line.clear();
 }
 
-/// Tab moves on, and writes nothing where there is nowhere to go.
+/// Tab moves the focus; it writes no tab where there is no other control.
 class PageEdit final : public Composing<QPlainTextEdit> {
 public:
     using Composing::Composing;
@@ -96,7 +97,7 @@ protected:
     }
 };
 
-/// Up and down choose the item before or behind the one that the text equals, also where the text was typed.
+/// Up and down choose the item before or after the one that equals the text, also if the text was typed.
 class Combo final : public QComboBox {
 public:
     using QComboBox::QComboBox;
@@ -125,7 +126,7 @@ QtTextBox::QtTextBox(QWidget& form, Focus& focus, NativeFocus& native, const cha
         native.Add(*this, *widget);
     }
     Line_.setTextMargins(0, 0, 0, 0);
-    Line_.setMaxLength(std::numeric_limits<int>::max()); // or Qt cuts what it is given
+    Line_.setMaxLength(std::numeric_limits<int>::max()); // Qt would cut a longer text
     Page_.setTabChangesFocus(true);
     QObject::connect(&Line_, &QLineEdit::textEdited, [this](const QString& text) {
         const auto ends =
@@ -155,7 +156,7 @@ void QtTextBox::TakeFont(const QFont& font) {
     Page_.setFont(font);
 }
 
-/// Puts the text into the widget, with the caret where it was as far as the text goes.
+/// Writes the text into the widget. The caret keeps its position, or moves to the end of a shorter text.
 void QtTextBox::Fill() {
     Filling_ = true;
     if (Lines_) {
@@ -176,7 +177,7 @@ void QtTextBox::Edited() {
     if (Filling_)
         return;
     Text text = Lines_ ? FromPage(PlainText(Page_)) : FromQt(Line_.text());
-    modStringTools::BlankNuls(text); // pasted
+    modStringTools::BlankNuls(text); // may have been pasted
     if (text == Value_)
         return;
     Value_ = text;
@@ -201,7 +202,7 @@ void QtTextBox::SetMultiLine(bool multiLine) {
     Show();
 }
 
-/// An input method that is asked to commit may leave it at that: what it holds is taken from it then.
+/// An input method may ignore the request to commit: the text that it has composed is inserted here then.
 void QtTextBox::Commit() {
     if (!Visible())
         return;
@@ -268,7 +269,7 @@ QtComboBox::QtComboBox(QWidget& form, Focus& focus, NativeFocus& native, const c
     Combo_.setEditable(true);
     Combo_.setInsertPolicy(QComboBox::NoInsert);
     Combo_.lineEdit()->setMaxLength(std::numeric_limits<int>::max());
-    Combo_.setCompleter(nullptr); // what is typed is what is meant
+    Combo_.setCompleter(nullptr); // typed text is used as it is
     Combo_.hide();
     native.Add(*this, Combo_);
     native.Add(*this, *Combo_.lineEdit());
@@ -276,7 +277,7 @@ QtComboBox::QtComboBox(QWidget& form, Focus& focus, NativeFocus& native, const c
                      [this](const QString& text) { KeepToOneLine(*Combo_.lineEdit(), text, 0); });
 }
 
-/// The application gives it no height: it has the height that its text needs.
+/// The application sets no height: the control has the height that its text needs.
 void QtComboBox::Show() {
     NativeFontControl::Show();
     QRect place = RectOf(Bounds());
@@ -297,7 +298,7 @@ void QtComboBox::TakeFont(const QFont& font) {
 
 void QtComboBox::Select(std::int32_t position, std::int32_t length) {
     const auto size = static_cast<std::int32_t>(Combo_.currentText().size());
-    const std::int32_t from = std::clamp(position, 0, size); // Qt leaves the caret for a place beyond the text
+    const std::int32_t from = std::clamp(position, 0, size); // Qt does not move the caret to a position beyond the text
     const std::int32_t count = std::clamp(length, 0, size - from);
     Combo_.lineEdit()->setSelection(from, count);
     if (count == 0)
@@ -309,7 +310,7 @@ std::int32_t QtComboBox::Caret() const {
     return line.hasSelectedText() ? line.selectionStart() : line.cursorPosition();
 }
 
-/// The first item that comes into an empty list would become the text.
+/// Keeps the text: Qt would replace it by the first item of a list that was empty.
 void QtComboBox::AddItem(const Text& item) {
     const QString text = Combo_.currentText();
     Combo_.addItem(ToQt(item));
@@ -347,7 +348,7 @@ QtDatePicker::QtDatePicker(QWidget& form, Focus& focus, NativeFocus& native, con
     Month_.setMaximumDate(QDate(9999, 12, 31));
     Month_.setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
     Month_.setGridVisible(true);
-    Month_.setDateEditEnabled(false); // digits would open a field of its own over the calendar
+    Month_.setDateEditEnabled(false); // a digit would open Qt's own field over the calendar
     Month_.hide();
     native.Add(*this, Month_);
     QObject::connect(&Month_, &QCalendarWidget::selectionChanged, [this] {
@@ -361,24 +362,24 @@ QtDatePicker::QtDatePicker(QWidget& form, Focus& focus, NativeFocus& native, con
     });
 }
 
-/// On a small screen the names of the days are one letter, and the numbers as small as it takes.
+/// On a small screen the names of the days have one letter, and the font is as small as the height requires.
 void QtDatePicker::Show() {
     const Box place = Bounds();
     constexpr float Roomy = 280;
     const bool small = place.Width < Roomy;
     Month_.setHorizontalHeaderFormat(small ? QCalendarWidget::SingleLetterDayNames : QCalendarWidget::ShortDayNames);
     QFont font = Month_.window()->font();
-    constexpr float RowsOfCalendar = 9; // six weeks, the names, and the head, which is higher
+    constexpr float RowsOfCalendar = 9; // six weeks, the names of the days, and the head, which is higher
     font.setPixelSize(std::clamp(static_cast<int>(place.Height / RowsOfCalendar * 0.7F), 7, small ? 11 : 18));
     Month_.setFont(font);
     for (QWidget* child : Month_.findChildren<QWidget*>())
         child->setFont(font);
     if (auto* const days = Month_.findChild<QTableView*>())
-        days->horizontalHeader()->setMinimumSectionSize(1); // seven days, however narrow the screen is
+        days->horizontalHeader()->setMinimumSectionSize(1); // so that all seven days fit on a narrow screen
     NativeControl::Show();
 }
 
-/// The days are what has the focus.
+/// The table of days is named too, because it has the focus.
 void QtDatePicker::TakeName(const QString& name) {
     Month_.setAccessibleName(name);
     if (QWidget* const days = Month_.focusProxy())

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
-// The form's input controls, made of Qt's own, so that input methods, the clipboard, touch and screen readers work on
-// them as everywhere. What the application has set is kept beside the widget and given back as it was set.
+// The form's input controls, built from Qt's widgets, so that input methods, the clipboard, touch and screen readers
+// work with them as in other programs. Values that the application sets are kept beside the widget and returned as they
+// were set.
 #pragma once
 
 #include "backends/loop/form_controls.h"
@@ -50,13 +51,13 @@ public:
             Focus_.MoveTo(*this);
     }
 
-    std::function<Text()> NameForPeople; ///< what a screen reader calls it, from when it comes on show
+    std::function<Text()> NameForPeople; ///< returns the name for a screen reader; called when the control is shown
 
 protected:
-    /// The widget that stands for the control now.
+    /// Returns the widget that represents the control at the moment.
     virtual QWidget& Widget() = 0;
 
-    /// Puts the widget as the control is.
+    /// Applies the control's state to the widget.
     virtual void Show() {
         const NativeFocus::Quiet quiet(Native_);
         Widget().setGeometry(RectOf(Bounds_));
@@ -101,7 +102,7 @@ private:
     std::int32_t Size_ = 0;
 };
 
-/// Keeps what an input method has composed and not committed yet.
+/// Keeps the text that an input method has composed and not committed yet.
 template <class Edit>
 class Composing : public Edit {
 public:
@@ -115,7 +116,7 @@ protected:
     }
 };
 
-/// One line or several: two widgets, of which the one that is wanted is on show.
+/// A text box of one line or of several: two widgets, of which the wanted one is visible.
 class QtTextBox final : public NativeFontControl<EditBox> {
 public:
     QtTextBox(QWidget& form, Focus& focus, NativeFocus& native, const char* name);
@@ -145,7 +146,7 @@ private:
 
     Composing<QLineEdit>& Line_;
     Composing<QPlainTextEdit>& Page_;
-    Text Value_; ///< as it was set, until a person edits it
+    Text Value_; ///< as it was set, until the user edits it
     bool Lines_ = false;
     bool Filling_ = false;
 };
@@ -180,7 +181,7 @@ private:
     QComboBox& Combo_;
 };
 
-/// A calendar. A date that is clicked is chosen; the keys move the mark, and Enter chooses.
+/// A calendar. A click chooses a date; the arrow keys move the selection, and Enter chooses it.
 class QtDatePicker final : public NativeControl<DatePicker> {
 public:
     QtDatePicker(QWidget& form, Focus& focus, NativeFocus& native, const char* name);
@@ -235,8 +236,8 @@ public:
     void SetForeColor(std::int32_t colour) override;
     void Refresh() override;
 
-    std::function<void()> Painted; ///< while it is visible
-    std::function<void()> Hiding;  ///< it is visible still
+    std::function<void()> Painted; ///< called after a repaint while it is visible
+    std::function<void()> Hiding;  ///< called before it is hidden
     std::function<void()> Hidden;
 
 protected:

@@ -19,8 +19,8 @@ namespace backends::qt {
 namespace {
 
 constexpr QRgb LineColour = 0xFFC8C8C8;
-constexpr std::int64_t NewScreen = 300; // milliseconds in which a finger that comes down was meant for the one before
-constexpr int FingerRest = 150;         // milliseconds after which a finger that has not moved means the cell
+constexpr std::int64_t NewScreen = 300; // milliseconds; a finger that comes down earlier was meant for the last screen
+constexpr int FingerRest = 150;         // milliseconds; a finger that has not moved by then presses the cell
 constexpr int RowsOfAWheelStep = 3;
 constexpr int WheelStep = 120; // eighths of a degree
 
@@ -28,7 +28,7 @@ bool IsFinger(const QMouseEvent& event) {
     return event.pointingDevice() != nullptr && event.pointingDevice()->type() == QInputDevice::DeviceType::TouchScreen;
 }
 
-/// A text of a cell: on a line from its place on, or wrapped and aligned inside a box.
+/// Paints a text of a cell: on one line from its position, or wrapped and aligned inside a box.
 void PaintText(QPainter& painter, const PaintedText& text, const QRect& visible) {
     const QFontMetrics metrics = painter.fontMetrics();
     painter.setPen(ColourOf(text.Colour));
@@ -45,7 +45,7 @@ void PaintText(QPainter& painter, const PaintedText& text, const QRect& visible)
         y = text.Y + (text.Height - height) / 2;
     for (const QString& line : lines) {
         if (y > visible.bottom())
-            return; // a long text has thousands of lines, and the page a few
+            return; // a long text has thousands of lines, of which the page shows a few
         const bool isSeen = y + metrics.height() >= visible.top();
         y += metrics.height();
         if (!isSeen)
@@ -165,8 +165,8 @@ void GridWidget::mousePressEvent(QMouseEvent* event) {
     Rest_ = startTimer(FingerRest);
 }
 
-/// Two quick taps on two rows are two taps. A double click is one: the second half of it would act on what the first
-/// has brought up.
+/// Two quick taps on two rows are two taps. A double click is one tap: its second press would act on what the first one
+/// has opened.
 void GridWidget::mouseDoubleClickEvent(QMouseEvent* event) {
     if (IsFinger(*event) || !IsSecondOfOne(event->pos()))
         mousePressEvent(event);
@@ -183,7 +183,7 @@ void GridWidget::SetPressed(bool pressed) {
     Grid_.HandIsDown = pressed;
 }
 
-/// A field that is open over a cell closes: the cell moves away under it.
+/// Scrolls the page. A field that is open over a cell closes, because its cell moves.
 void GridWidget::TurnTo(std::int32_t top) {
     const std::int32_t before = Grid_.TopRow();
     Grid_.SetTopRow(top);
@@ -199,7 +199,7 @@ bool GridWidget::Withdraw() {
     return was;
 }
 
-/// A finger that was waited for may find the grid off or gone.
+/// The grid may have been disabled or hidden while the program waited for the finger to rest or be lifted.
 void GridWidget::Press(QPoint place) {
     if (!Grid_.Enabled() || !Grid_.Visible())
         return;
@@ -314,7 +314,7 @@ void QtGrid::SetVisible(bool visible) {
     Widget_.setVisible(Visible());
 }
 
-/// The widget itself stays enabled: Qt would take its focus away, and grey what the application has drawn.
+/// The widget itself stays enabled: Qt takes the focus from a disabled widget and greys what the application has drawn.
 void QtGrid::SetEnabled(bool enabled) {
     DrawnGrid::SetEnabled(enabled);
     Widget_.setFocusPolicy(enabled && !PressesNothing ? Qt::StrongFocus : Qt::NoFocus);

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// An owner-drawn grid in a window. The application paints when events are handled, into pictures; the widget shows the
-// pictures whenever Qt asks for them, and nothing of the application runs then.
+// An owner-drawn grid in a window. The application paints into pictures when events are handled. The widget shows the
+// pictures whenever Qt asks for them, without running any code of the application.
 #pragma once
 
 #include "backends/grid/drawn_grid.h"
@@ -19,7 +19,7 @@ namespace backends::qt {
 
 class QtGrid;
 
-/// What is seen of a grid and what a pointer does to it.
+/// Shows a grid and handles the pointer on it.
 class GridWidget final : public QWidget {
 public:
     GridWidget(QWidget& form, QtGrid& grid);
@@ -29,10 +29,10 @@ public:
     /// Returns the rectangle of a cell, in pixels of the widget.
     QRect CellRect(std::int32_t row, std::int32_t col) const;
     QtGrid& Grid() const { return Grid_; }
-    /// As a pointer does it: down on a cell, which is brought on the page for that, and up again.
+    /// Sends a press on a cell, which is scrolled onto the page first. PointerUp sends the release.
     void PointerDown(std::int32_t row, std::int32_t col);
     void PointerUp();
-    /// The pointer that is down, if it is, presses nothing any more. Whether a cell was pressed.
+    /// Cancels the press of a pointer that is down. Returns true if a cell was pressed.
     bool Withdraw();
 
 protected:
@@ -56,16 +56,17 @@ private:
     QtGrid& Grid_;
     QScrollBar& Bar_;
     bool Following_ = false;
-    // A finger may mean the cell or the page: it presses once it is lifted, or has rested, and drags until then.
+    // A finger may press a cell or drag the page: it presses when it is lifted or has rested, and drags if it moves
+    // before.
     std::optional<QPoint> Finger_;
-    std::int32_t FingerTop_ = 0; ///< the first row on the page when the finger came
-    bool FingerTaps_ = false;    ///< and may press a cell
+    std::int32_t FingerTop_ = 0; ///< the first row on the page when the finger came down
+    bool FingerTaps_ = false;    ///< the finger may press a cell
     bool Dragging_ = false;
-    int Rest_ = 0;           ///< the timer of a resting finger
-    bool IsPressed_ = false; ///< a cell
-    QRect LastCell_;         ///< that was pressed, where it stood then
+    int Rest_ = 0;           ///< the timer of a resting finger; 0 if none runs
+    bool IsPressed_ = false; ///< a cell is pressed
+    QRect LastCell_;         ///< the rectangle of the last pressed cell at that time
     QElapsedTimer LastPress_;
-    int WheelLeft_ = 0; ///< of a turn that was less than a step
+    int WheelLeft_ = 0; ///< what is left of a turn of less than a step
 };
 
 class QtGrid final : public DrawnGrid, public FocusTarget, public EventSource {
@@ -84,13 +85,13 @@ public:
     GridWidget& Widget() const { return Widget_; }
 
     QtGrid* Follower = nullptr;    ///< takes its columns from this grid: it is painted again whenever this one is
-    std::function<void()> Pressed; ///< on a cell, which is the current one by then
+    std::function<void()> Pressed; ///< called after a press on a cell has made it the current one
     std::function<void()> Released;
     std::function<void(std::int32_t row, std::int32_t col)> CellSet;
-    std::function<void()> EventsHandled;     ///< and what was painted for them is to be seen
-    std::function<std::int64_t()> ScreenAge; ///< milliseconds since another screen came up
-    bool PressesNothing = false;             ///< the title: a pointer moves no selection there
-    int BarWidth = 0;                        ///< pixels; what is drawn of a scroll bar
+    std::function<void()> EventsHandled;     ///< called after a round of events and its painting
+    std::function<std::int64_t()> ScreenAge; ///< returns the milliseconds since the screen appeared
+    bool PressesNothing = false;             ///< true for the title: a press moves no selection
+    int BarWidth = 0;                        ///< width in pixels of the scroll bar that is drawn
 
 private:
     void Repainted() override;

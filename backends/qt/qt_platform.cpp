@@ -18,8 +18,8 @@ namespace backends::qt {
 
 namespace {
 
-constexpr int ThinBar = 4;                                 // pixels, where the page is told by a thin mark
-constexpr auto HandsRest = std::chrono::milliseconds(500); // after which a key is no part of what was typed before
+constexpr int ThinBar = 4;                                 // pixels, on a device that draws the bar over the cells
+constexpr auto HandsRest = std::chrono::milliseconds(500); // after this time without a key, the user is not typing
 
 float BarWidth(const WindowOptions& looks) {
     const int ofStyle = QApplication::style()->pixelMetric(QStyle::PM_ScrollBarExtent);
@@ -89,14 +89,14 @@ void QtPlatform::WireControls() {
     grdMain.Pressed = frmQuorin::grdMain_Press;
     grdMain.Released = frmQuorin::grdMain_Release;
     grdTitle.PressesNothing = true;
-    grdTitle.SetEnabled(true);                     // no place for the focus to rest
-    grdTitle.Pressed = modPDAUI::FocusPromptField; // the title has taken it, and keeps it where the grid is hidden
+    grdTitle.SetEnabled(true);                     // sets its focus policy: clicks and Tab do not move Qt's focus there
+    grdTitle.Pressed = modPDAUI::FocusPromptField; // the press has taken the focus from the field of a prompt
     grdTitle.Released = frmQuorin::grdTitle_Release;
     grdMain.ScreenAge = [this] { return ScreenAge(); };
     lstHoldMenu.Click = frmQuorin::lstHoldMenu_Click;
     dteInputField.Closed = frmQuorin::dteInputField_Closed;
-    lblStatus.Hiding = [this] { Pump_.Breathe(QtPump::Input::Too); }; // what was tapped under the strip is looked at
-    // A field over a cell is called as its row is, a prompt's as its question.
+    lblStatus.Hiding = [this] { Pump_.Breathe(QtPump::Input::Too); }; // handles what was tapped under the strip
+    // The accessible name of a field over a cell is that of its row; a prompt's field has the name of its question.
     const auto name = [this] { return grdMain.Visible() ? grdMain.Cell(grdMain.Row(), 0) : grdTitle.Cell(0, 0); };
     txtInputField.NameForPeople = name;
     cboInputField.NameForPeople = name;
@@ -109,7 +109,7 @@ void QtPlatform::WireControls() {
 
 void QtPlatform::WireWindow() {
     boxes.Opening = [this] {
-        // The release of what is pressed now goes to the box.
+        // The box gets the release of what is pressed now.
         if (grdMain.Widget().Withdraw())
             tmrHoldEvent.SetEnabled(false);
         Held_.clear();
@@ -120,7 +120,7 @@ void QtPlatform::WireWindow() {
     window.CloseRequested = [this] { CloseWanted_ = true; };
     Pump_.WorkShown = [this](bool working) {
         window.SetWorking(working);
-        menus.FollowIfChanged(); // which are off under the strip
+        menus.FollowIfChanged(); // they are disabled while the strip is visible
     };
     host.faults.Working = [this] { Pump_.Working(); };
     runTime.Rest = [this](std::int32_t milliseconds) { Pump_.Rest(milliseconds); };
@@ -139,7 +139,7 @@ void QtPlatform::WireWindow() {
                      [this] { KeyboardChanged_ = true; });
 }
 
-/// The form has its size by now, and the device has said whether its menus are keys.
+/// Called when the form has its size and it is known whether the device's menus are keys.
 void QtPlatform::ShowForm() {
     const QRect size = RectOf(PixelsOf(form));
     constexpr double FingerWidth = 44; // pixels of the screen
@@ -183,7 +183,7 @@ bool QtPlatform::RaiseWhatIsPending() {
     return menus.FollowIfChanged() || sized || keyboard || close;
 }
 
-/// The working area is another one: the form lays itself out in it, as it does when a soft keyboard comes or goes.
+/// The working area has changed: the form lays itself out in it, as it does when a soft keyboard opens or closes.
 void QtPlatform::TakeUpSize() {
     const QSize size = window.Screen().size();
     if (size == window.FormWidget().size() || size.isEmpty())
@@ -195,8 +195,8 @@ void QtPlatform::TakeUpSize() {
         BringEditedRowOnPage(top);
 }
 
-/// The form has put the edited row at the head of the page, as it does for a soft keyboard. Nothing has come over the
-/// rows above it here: they stay as far as there is room.
+/// The form has put the edited row at the head of the page, as it does for a soft keyboard. Here nothing covers the
+/// rows above it, so they stay on the page as far as there is room.
 void QtPlatform::BringEditedRowOnPage(std::int32_t top) {
     grdMain.SetTopRow(top);
     grdMain.PaintNow();
@@ -205,7 +205,7 @@ void QtPlatform::BringEditedRowOnPage(std::int32_t top) {
     modPDAUI::KeepFieldOverCell();
 }
 
-/// A soft keyboard that covers a part of the form.
+/// Reports the part of the form that a soft keyboard covers.
 void QtPlatform::TakeUpKeyboard() {
     const QRect covered = QGuiApplication::inputMethod()->keyboardRectangle().toRect(); // of the window
     QWidget& ground = window.Screen();
@@ -224,15 +224,15 @@ bool QtPlatform::KeyGoesDown(std::int32_t code) {
     if (!KeyDownPasses(code))
         return false;
     if (IsPageKey(code) && focus.Holder() == &dteInputField)
-        return false; // as on the devices: a page key turns no month
+        return false; // as on the devices: a page key does not change the month
     if (!grdMain.TurnsPages || !IsPageKey(code))
         return true;
-    grdMain.ActOnKey(code); // a Palm's grid scrolls whatever has the focus
+    grdMain.ActOnKey(code); // on Palm OS the grid scrolls, whatever has the focus
     return false;
 }
 
-/// Taps on what is off come to nothing, and so do keys that would act on it. What was begun before comes to its end
-/// later, and so does what is typed into a field.
+/// While a handler runs, presses and keys outside of the input fields are dropped. Those in an input field are
+/// postponed, and so is every release, because its press may have come before.
 QtPlatform::Fate QtPlatform::FateOf(const QObject& object, const QEvent& event) const {
     if (!Pump_.Breathing() || !object.isWidgetType())
         return Fate::Passes;
@@ -270,7 +270,7 @@ bool QtPlatform::eventFilter(QObject* object, QEvent* event) {
     if (fate != Fate::Passes)
         return true;
     if (event->type() == QEvent::WindowDeactivate && object == &window)
-        Held_.clear(); // their releases go elsewhere
+        Held_.clear(); // their releases go to another window
     const bool isKey = event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease;
     if (!isKey || Delivering_ || !object->isWidgetType())
         return false;
@@ -280,7 +280,7 @@ bool QtPlatform::eventFilter(QObject* object, QEvent* event) {
     auto& key = *static_cast<QKeyEvent*>(event);
     if (event->type() == QEvent::KeyRelease)
         return TakeKeyRelease(key);
-    // The first widget that the key comes to, and not those that it climbs to when that has no use for it.
+    // Only the widget that gets the key first, and not its parents, to which Qt passes a key that it ignores.
     if (widget != window.focusWidget() || !native.TakesKeys(widget))
         return false;
     if (focus.Holder() == &txtInputField)
@@ -293,7 +293,7 @@ bool QtPlatform::ComesTooLate() const {
            std::chrono::steady_clock::now() - LastFieldKey_ < HandsRest;
 }
 
-/// Each press has one release. One whose press went to a menu or a box is theirs.
+/// Raises one release for each press. A release whose press went to a menu or a box is left to these.
 bool QtPlatform::TakeKeyRelease(const QKeyEvent& event) {
     const auto held = Held_.find(event.key());
     if (held == Held_.end() || event.isAutoRepeat())
@@ -304,15 +304,15 @@ bool QtPlatform::TakeKeyRelease(const QKeyEvent& event) {
     return true;
 }
 
-/// A key that was held over a change of screen has acted, or was meant for the screen before.
+/// Raises no key up if the screen has changed since the press: the key has acted, or was meant for the screen before.
 void QtPlatform::ComesUp(const HeldKey& key) {
     if (key.Screen == modQuorin::Screens.CurrentScreen)
         RaiseKeyUp(key.Code);
     else if (Key{key.Code} == Key::Enter)
-        tmrHoldEvent.SetEnabled(false); // which its press has set going
+        tmrHoldEvent.SetEnabled(false); // which its press has started
 }
 
-/// Enter in a prompt of one line may answer it.
+/// True if the key is Enter and answers the prompt: its field has one line and the focus.
 bool QtPlatform::AnswersPrompt(std::int32_t code) const {
     const FocusTarget* const holder = focus.Holder();
     const bool isLine = (holder == &txtInputField && !txtInputField.MultiLine()) || holder == &cboInputField;
@@ -331,7 +331,7 @@ bool QtPlatform::TakeKeyPress(QKeyEvent& event) {
     if (!event.isAutoRepeat())
         Held_[event.key()] = {*code, screen};
     else if (const auto held = Held_.find(event.key()); held == Held_.end() || held->second.Screen != screen)
-        return true; // it went down elsewhere
+        return true; // it was pressed in another window or on another screen
     LastKey_ = std::chrono::steady_clock::now();
     if (AnswersPrompt(*code)) {
         RaiseItemClick(2, 1);
@@ -340,7 +340,7 @@ bool QtPlatform::TakeKeyPress(QKeyEvent& event) {
     if (!KeyGoesDown(*code) || &focus.HolderOr(grdMain) != &taker)
         return true;
     if (focus.Holder() != nullptr)
-        return false; // Qt brings it to the control
+        return false; // Qt delivers it to the control
     ActOnKey(taker, *code);
     return true;
 }

@@ -22,10 +22,10 @@ namespace backends::qt {
 
 /// What a window adds to the options of a device.
 struct WindowOptions {
-    FontServer* Fonts = nullptr;         ///< instead of the window's own, so that sizes can be foretold
-    std::optional<float> ScrollBarWidth; ///< pixels; that of the desktop's style without it
-    DeviceProfile Profile;               ///< of the device: its keys are shown as buttons
-    double Scale = 1;                    ///< pixels of the screen to a pixel of the device, which Qt has been told of
+    FontServer* Fonts = nullptr;         ///< in place of the window's own, so that sizes are predictable; may be null
+    std::optional<float> ScrollBarWidth; ///< pixels; if not set, that of the desktop's style
+    DeviceProfile Profile;               ///< of the device, whose keys are shown as buttons
+    double Scale = 1;                    ///< pixels of the screen for a pixel of the device; Qt has been set to it
 };
 
 class QtScrollBar final : public ScrollBar {
@@ -61,7 +61,7 @@ public:
     QtFonts fonts;
     QtBoxes boxes;
 
-    /// The session of the desktop ends, or somebody tells the program by its desktop to end.
+    /// Called when the session of the desktop ends, or the desktop asks the program to end.
     std::function<void()> SessionEnds;
 
     Controls controls;
@@ -77,27 +77,27 @@ protected:
     Platform& Record() override { return record; }
     void ShowForm() override;
 
-    /// The keys of the keyboard go through the form first.
+    /// Passes the keys of the keyboard to the form first.
     bool eventFilter(QObject* object, QEvent* event) override;
 
 private:
     struct HeldKey {
         std::int32_t Code = 0;
-        modQuorin::ScreenId Screen = 0; ///< that it went down on
+        modQuorin::ScreenId Screen = 0; ///< on which it was pressed
     };
 
     void WireControls();
     void WireWindow();
 
-    // The window's own events, which are raised by the loop and never in the middle of a handler.
+    // The window's own events. The loop raises them, never in the middle of a handler.
     bool RaiseWhatIsPending() override;
     void TakeUpSize();
     void BringEditedRowOnPage(std::int32_t top);
-    /// Milliseconds since another screen came up.
+    /// Returns the milliseconds since the screen appeared.
     std::int64_t ScreenAge() const;
     void TakeUpKeyboard();
 
-    /// What becomes of an event of a person while the form is off.
+    /// What happens to an input event that arrives while a handler runs.
     enum class Fate { Passes, Dropped, Postponed };
     Fate FateOf(const QObject& object, const QEvent& event) const;
     bool TakeKeyRelease(const QKeyEvent& event);
@@ -106,25 +106,25 @@ private:
     bool KeyGoesDown(std::int32_t code);
     bool TakeKeyPress(QKeyEvent& event);
     bool AnswersPrompt(std::int32_t code) const;
-    /// Whether the key was meant for the field that a change of the record has closed under the person's hands.
+    /// True if the key was meant for the text field that a change of the record has closed while the user was typing.
     bool ComesTooLate() const;
     void ActOnKey(FocusTarget& taker, std::int32_t code);
 
     QtPump& Pump_;
     double Scale_;
     std::vector<std::int32_t> KeysOfDevice_;
-    std::vector<DeviceKey> KeyStrip_; ///< those that are shown as buttons
+    std::vector<DeviceKey> KeyStrip_; ///< the keys that are shown as buttons
     bool IsResizable_ = false;
     bool SizeChanged_ = false;
     bool KeyboardChanged_ = false;
     bool CloseWanted_ = false;
-    bool Delivering_ = false;                            ///< a key goes to a control: the form has had it
-    std::map<int, HeldKey> Held_;                        ///< keys of the keyboard that went down on the form
-    std::map<std::int32_t, HeldKey> HeldButtons_;        ///< of the strip
-    modQuorin::ScreenId SeenScreen_ = 0;                 ///< at the last round of events
-    std::int64_t SeenSince_ = 0;                         ///< by the device's clock
-    std::chrono::steady_clock::time_point LastKey_;      ///< when one last did
-    std::chrono::steady_clock::time_point LastFieldKey_; ///< when one was last typed into the text field
+    bool Delivering_ = false;                            ///< SendKey is sending a key, which the form must not get
+    std::map<int, HeldKey> Held_;                        ///< keys of the keyboard that were pressed on the form
+    std::map<std::int32_t, HeldKey> HeldButtons_;        ///< pressed buttons of the strip
+    modQuorin::ScreenId SeenScreen_ = 0;                 ///< the screen at the last round of events
+    std::int64_t SeenSince_ = 0;                         ///< since when, by the device's clock
+    std::chrono::steady_clock::time_point LastKey_;      ///< when a key was last pressed on the form
+    std::chrono::steady_clock::time_point LastFieldKey_; ///< when a key was last typed into the text field
 };
 
 } // namespace backends::qt

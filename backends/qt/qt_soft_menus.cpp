@@ -14,7 +14,7 @@ std::size_t Index(std::int32_t number) {
     return static_cast<std::size_t>(number - 1);
 }
 
-/// A menu that was opened by a key is gone through by keys.
+/// Selects the first item: a menu that was opened by a key is used by keys.
 void MarkFirst(QMenu& list) {
     for (QAction* const action : list.actions()) {
         if (action->isVisible() && action->isEnabled())
@@ -45,7 +45,7 @@ void SoftMenus::PutInto(QWidget& window, QBoxLayout& head, QBoxLayout& foot, boo
     if (!asKeys) {
         MenuBar_ = new QMenuBar(&window);
         MenuBar_->setNativeMenuBar(false);
-        // It keeps its height while it is empty, or the form would change its own with every menu.
+        // The menu bar keeps its height while it is empty: otherwise the form's height would change with the menus.
         QAction* const any = MenuBar_->addAction(QStringLiteral("X"));
         MenuBar_->setFixedHeight(MenuBar_->sizeHint().height());
         MenuBar_->removeAction(any);
@@ -67,7 +67,7 @@ void SoftMenus::PutInto(QWidget& window, QBoxLayout& head, QBoxLayout& foot, boo
         key->setObjectName(menu == 0 ? QStringLiteral("softKey1") : QStringLiteral("softKey2"));
         key->setMinimumHeight(keyHeight);
         key->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
-        key->setFocusPolicy(Qt::NoFocus); // a key of the device takes the focus from nothing
+        key->setFocusPolicy(Qt::NoFocus); // a key of the device does not take the focus
         QObject::connect(key, &QPushButton::clicked, [this, number] { Open(number); });
         Keys_[menu] = key;
         foot.addWidget(key, 1);
@@ -76,7 +76,7 @@ void SoftMenus::PutInto(QWidget& window, QBoxLayout& head, QBoxLayout& foot, boo
     FollowIfChanged();
 }
 
-/// Each entry has a letter of its own, the first of its caption that no other one has.
+/// Marks the first letter of the caption that no other entry has, and adds it to `taken`.
 QString SoftMenus::WithMnemonic(const Text& caption, QString& taken) const {
     QString text = ToQt(caption);
     for (qsizetype place = 0; place < text.size(); ++place) {
@@ -150,7 +150,7 @@ void SoftMenus::Open(std::int32_t menu) {
         MarkFirst(list);
         return;
     }
-    const bool opens = Items[Index(menu)][0].Visible(); // else it is a key of its own, and may bring another screen
+    const bool opens = Items[Index(menu)][0].Visible(); // without a list it is a key, which may open another screen
     PressTitle(menu);
     if (!opens)
         return;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The two soft menus of the form: menus of a menu bar on a desktop, two large keys at the foot of the window on a
-// device whose menus are keys. F1 and F2 press the one and the other.
+// device whose menus are keys. F1 opens or presses the first, F2 the second.
 #pragma once
 
 #include "backends/loop/form_controls.h"
@@ -17,7 +17,7 @@
 
 namespace backends::qt {
 
-/// A top-level menu or an item: what the application has set of it.
+/// A title of a menu or an item, with what the application has set.
 class QtMenuItem final : public MenuItem {
 public:
     Text Caption() const override { return Value_; }
@@ -63,20 +63,21 @@ public:
     /// `keyHeight`: pixels.
     void PutInto(QWidget& window, QBoxLayout& head, QBoxLayout& foot, bool asKeys, int keyHeight);
 
-    /// What a click on a caption does.
+    /// Raises a click on the title of a menu.
     void PressTitle(std::int32_t menu);
-    /// F1 and F2: presses a key that has no list, opens any other.
+    /// Called for F1 and F2. Presses the title; opens the list of a menu that has items.
     void Open(std::int32_t menu);
 
-    /// Called when a box opens or closes: while it is open the menus look disabled, whatever the form has set.
+    /// Called when a box opens or closes: while one is open the menus look disabled, whatever the form has set.
     void SetBlocked(bool blocked);
 
     bool AreKeys() const { return Keys_[0] != nullptr; }
     QPushButton* Key(std::int32_t menu) const { return Keys_[static_cast<std::size_t>(menu - 1)]; }
-    QMenu& List(std::int32_t menu) { return Lists_[static_cast<std::size_t>(menu - 1)].List; } ///< its items, all five
+    QMenu& List(std::int32_t menu) { return Lists_[static_cast<std::size_t>(menu - 1)].List; } ///< all five items
     QMenuBar* Bar() const { return MenuBar_; }
 
-    /// Takes up what has changed; the loop calls it when it handles events. Whether anything had.
+    /// Shows what the application has changed. The loop calls it when it handles events. Returns true if anything had
+    /// changed.
     bool FollowIfChanged();
 
 private:

@@ -101,7 +101,7 @@ void Window::MakeNoticeLine(QBoxLayout& column) {
     QObject::connect(shortcut, &QShortcut::activated, this, [this] { OpenNotices(); });
 }
 
-/// As many as have room for the longest name.
+/// Returns how many keys fit in a row if each has room for the longest name.
 int Window::KeysInARow(const std::vector<DeviceKey>& keys, const QFontMetrics& metrics) const {
     int widest = 1;
     for (const DeviceKey& key : keys)
@@ -209,13 +209,13 @@ void Window::ShowAlarm() {
     Alarm_->setVisible(warns || IsOneLine_);
 }
 
-/// It may be gone by now, or another one may stand there.
+/// A notice is named by its subject: it may be gone by now, or another one may have its place.
 void Window::TapNotice(const Text& about) {
     if (NoticeTapped)
         NoticeTapped(about);
 }
 
-/// Over the line, as wide as the window.
+/// Opens the list above the line, as wide as the window.
 void Window::OpenNotices() {
     if (Standing_.empty())
         return;
@@ -241,7 +241,7 @@ bool Window::eventFilter(QObject* object, QEvent* event) {
     return false;
 }
 
-/// The title bar's close is a Back, and the program itself says when it ends.
+/// Closing the window is a Back: the program itself decides when it ends.
 void Window::closeEvent(QCloseEvent* event) {
     event->ignore();
     if (CloseRequested)

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The one window: the menus, the form, the keys of a device that has its menus or actions on keys, and the window's own
-// status area, which is no part of the form.
+// The program's window: the menus, the form, the keys of a device that has its menus or actions on keys, and the
+// window's own status area, which is not part of the form.
 #pragma once
 
 #include "backends/qt/notice_list.h"
@@ -23,7 +23,7 @@ namespace backends::qt {
 
 using namespace platform;
 
-/// The area of the form: it has the form's size, or its resizing changes the form's.
+/// The area of the form. It has the form's size; in a resizable window, its size determines the form's.
 class Surface final : public QWidget {
 public:
     explicit Surface(QWidget* parent);
@@ -43,8 +43,7 @@ private:
 
 class Window final : public QWidget {
 public:
-    /// `scale`: how many pixels of the screen a pixel of the device takes. What is no part of the device is as large as
-    /// everywhere.
+    /// `scale`: pixels of the screen for a pixel of the device. What is not part of the device has its usual size.
     explicit Window(double scale);
 
     Surface& Screen() { return *Ground_; }
@@ -53,27 +52,29 @@ public:
     QBoxLayout& Head() { return *HeadRow_; }
     QBoxLayout& Foot() { return *FootRow_; }
 
-    /// A strip of buttons, a button a key.
+    /// Shows a strip of buttons, one for each key.
     void ShowKeys(const std::vector<DeviceKey>& keys);
     /// Fixes the window at the size that its parts need.
     void HoldSize();
-    /// Makes the window resizable. The status area then keeps its height, or each text would change the form's height.
+    /// Makes the window resizable. The status area then keeps its height: otherwise each text would change the form's
+    /// height.
     void LetSize();
 
     /// Sets the status area's line on the state of the link.
     void SetLinkLine(const QString& text, bool alive);
-    /// All notices that stand. The line shows the worst one, and how many stand behind it; F4 or a click on that number
-    /// opens the list of all. What is no warning is shown only in a window that may be resized.
+    /// Sets the current notices. The line shows the worst one, and how many warnings and losses there are besides it;
+    /// F4 or a click on that number opens the list of all. A mere note is shown in the line only if the window is
+    /// resizable.
     void SetNotices(const companion::Notices& notices);
     /// Called when a long operation continues, or has ended.
     void SetWorking(bool working);
-    /// Called when that operation begins or ends to wait for another program.
+    /// Called when that operation starts or stops waiting for another program.
     void SetWaiting(bool waiting);
     QString LinkLine() const { return LinkText_; }
 
-    std::function<void(const Text& about)> NoticeTapped; ///< by a person who has seen it
+    std::function<void(const Text& about)> NoticeTapped; ///< called when the user chooses a notice
     std::function<void()> CloseRequested;
-    std::function<void(std::int32_t code)> KeyPressed; ///< of the strip
+    std::function<void(std::int32_t code)> KeyPressed; ///< called for a key of the strip
     std::function<void(std::int32_t code)> KeyReleased;
 
 protected:
@@ -99,18 +100,19 @@ private:
     QWidget* Strip_;
     QLabel* Link_;
     QLabel* Alarm_;
-    QToolButton* More_; ///< how many notices stand behind the one that is shown
+    QToolButton* More_; ///< how many warnings and losses there are besides the notice that is shown
     NoticeList* List_;
     double Scale_;
     QString LinkText_;
     std::vector<companion::Notice> Standing_; ///< the worst one first
-    bool IsOneLine_ = false;                  ///< what has no room is cut, and told by a tip
+    bool IsOneLine_ = false;                  ///< text that does not fit is cut, and a tooltip has it whole
     bool IsAlive_ = false;
     bool IsWorking_ = false;
     bool IsWaiting_ = false;
 };
 
-/// The form of the seam. Its box is in twips, 15 to the pixel: 1440 to the inch, 96 pixels to the inch.
+/// The form among the platform operations. Its box is in twips, 15 to the pixel: 1440 to the inch, 96 pixels to the
+/// inch.
 class QtForm final : public Form {
 public:
     explicit QtForm(QWidget& form) : FormWidget_(form) {}
