@@ -18,7 +18,7 @@ constexpr const char16_t* LineSettings = u"9600,N,8,1";
 
 constexpr int RfcommProtocol = 3;
 
-// The kernel's layouts. Debian has their header in a package of its own, with a library that nothing here needs.
+// The kernel's layouts. Debian has their header in a separate package, with a library that is not needed here.
 struct DeviceAddress {
     std::uint8_t Bytes[6]; // in reverse of the written order
 };

@@ -26,10 +26,11 @@ class HostConnections final : public ConnectionService {
 public:
     explicit HostConnections(BluetoothConnect connect = ConnectRfcomm) : Connect_(std::move(connect)) {}
 
-    /// A name that begins with `/` is a serial device, opened at "9600,N,8,1"; NotAvailable when it is no terminal, or
-    /// is in use. A Bluetooth address is connected to over RFCOMM, on channel 1 or the one after `#`; while that is
-    /// still on its way it counts as open, since a device that is out of reach answers after many seconds. NotAvailable
-    /// on a machine without Bluetooth. Any other name: FileNotFound. The connection lasts as long as its object.
+    /// Opens a connection, which lasts as long as its object. A name that begins with `/` is a serial device, opened at
+    /// "9600,N,8,1"; returns NotAvailable if it is not a terminal or is in use. A Bluetooth address is connected to
+    /// over RFCOMM, on channel 1 or the one after `#`; returns NotAvailable on a machine without Bluetooth. Does not
+    /// wait until it is connected, since a device out of reach answers only after many seconds: a connection on its way
+    /// counts as open. Returns FileNotFound for any other name.
     ErrorNumber Open(const Text& name, std::unique_ptr<Connection>& connection) override;
 
 private:

@@ -7,7 +7,7 @@ namespace backends {
 
 namespace {
 
-/// A folder that a variable names, without slashes at its end.
+/// Returns the folder that a variable names, without slashes at its end.
 std::optional<std::string> FolderIn(const Environment& environment, const char* name) {
     const char* value = environment(name);
     std::string folder = value == nullptr ? "" : value;

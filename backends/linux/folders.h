@@ -13,11 +13,11 @@ using Environment = std::function<const char*(const char* name)>;
 
 const char* ProcessEnvironment(const char* name);
 
-/// `$XDG_DATA_HOME/quorin`, else `$HOME/.local/share/quorin`. An XDG value that is empty or no absolute path is as good
-/// as none; nothing when HOME is no absolute path either. Nothing is made.
+/// Returns `$XDG_DATA_HOME/quorin`, else `$HOME/.local/share/quorin`. An XDG value that is empty or not an absolute
+/// path is ignored. Returns nothing if HOME is not an absolute path either. Creates nothing.
 std::optional<std::string> DataFolder(const Environment& environment = ProcessEnvironment);
 
-/// `$XDG_CONFIG_HOME/quorin/settings.ini`, else `$HOME/.config/quorin/settings.ini`, by the same rules.
+/// Returns `$XDG_CONFIG_HOME/quorin/settings.ini`, else `$HOME/.config/quorin/settings.ini`, by the same rules.
 std::optional<std::string> SettingsPlace(const Environment& environment = ProcessEnvironment);
 
 } // namespace backends

@@ -24,7 +24,7 @@ bool IsThere(const std::string& path) {
     return ::lstat(path.c_str(), &found) == 0;
 }
 
-/// Lock files hold the number with blanks before it, "       812".
+/// Lock files contain the number with blanks before it, "       812".
 std::string WithoutBlanks(const std::string& line) {
     const std::size_t first = line.find_first_not_of(' ');
     return first == std::string::npos ? "" : line.substr(first, line.find_first_of(' ', first) - first);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Which program uses a serial device, as far as this user may see that.
+// Finds the program that uses a serial device, as far as this user may see it.
 #pragma once
 
 #include <map>
@@ -10,7 +10,7 @@
 namespace backends {
 
 struct PortHolder {
-    std::string Program;  ///< its short name, such as "ModemManager"; empty when only a lock file tells of it
+    std::string Program;  ///< its short name, such as "ModemManager"; empty if only a lock file shows it
     std::string Process;  ///< its process id; empty if not known
     std::string LockFile; ///< the lock file; empty if the program was seen with the device open
 };
@@ -20,8 +20,9 @@ struct PortHolder {
 std::map<std::string, PortHolder> HoldersByProcess(const std::vector<std::string>& paths,
                                                    const std::string& processFolder = "/proc");
 
-/// Who has put a lock file for a device called so ("ttyUSB0"). A lock of a process that has ended counts for nothing;
-/// one that does not name its process counts, since nothing shows that it is void.
+/// Returns the program that has locked the device of this name ("ttyUSB0") by a lock file. The lock of a process that
+/// has ended is ignored; one that names no process is respected, because nothing shows that it is void. A lock of this
+/// process is ignored.
 std::optional<PortHolder> HolderByLock(const std::string& deviceName, const std::string& lockFolder = "/run/lock",
                                        const std::string& processFolder = "/proc");
 

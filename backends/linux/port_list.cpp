@@ -75,7 +75,7 @@ void Survey::AddAll(const std::vector<std::string>& paths) {
         RowOf(path);
 }
 
-/// A system has nodes for ports that the board has not: the type of those is 0. A driver without types has real ones.
+/// A system has nodes for ports that the board lacks: their type is 0. A driver that reports no type has real ports.
 bool Survey::HasHardware(const std::string& path) const {
     const std::string folder = Where_.SystemFolder + "/class/tty/" + NameOf(path);
     const std::string type = FirstLine(folder + "/type");

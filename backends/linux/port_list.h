@@ -17,9 +17,9 @@ namespace backends {
 
 enum class PortTrial { Open, LookOnly };
 
-/// Tries a device and gives the value of errno, 0 when all is well. Open: opened without waiting and closed at once,
-/// ENOTTY when it is no terminal. LookOnly: its permissions are looked at, as they always are for a port of the board,
-/// whatever is asked.
+/// Tries a device. Returns 0 on success, else the value of errno. Open: opens the device without waiting and closes it
+/// at once; ENOTTY if it is not a terminal. LookOnly: checks its permissions alone, which is also done for every port
+/// of the board.
 int TryPort(const std::string& path, PortTrial trial);
 
 /// Where a survey looks, and by what means.
@@ -34,9 +34,9 @@ struct PortSurvey {
     std::function<PortRights(const std::string& path)> Rights = RightsOf;
 };
 
-/// All serial devices: Bluetooth ports, USB adapters, the ports of the board that have hardware behind them, what the
-/// names in `serial/by-id` and the pins lead to, and those of them that lead nowhere. Ports of the board are never
-/// opened, since the machine's console may be on one; nor are those that somebody uses already.
+/// Returns all serial devices: Bluetooth ports, USB adapters, the ports of the board that have hardware, the targets of
+/// the names in `serial/by-id` and of the pins, and the dangling ones among these. A port of the board is never opened,
+/// because the machine's console may be on it; nor is a device that a program uses already.
 std::vector<companion::PortRow> SerialPorts(const PortSurvey& survey = {});
 
 } // namespace backends

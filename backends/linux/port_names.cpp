@@ -27,7 +27,7 @@ std::vector<std::string> DevicesCalled(const std::string& stem, const std::strin
         if (!NumberAfter(stem, name).empty() && IsCharacterDevice(path))
             paths.push_back(path);
     }
-    // Their names come in the order of bytes: among those without leading zeros the shorter number is the smaller one.
+    // The names are in the order of their bytes: of two numbers without leading zeros, the shorter one is smaller.
     std::stable_sort(paths.begin(), paths.end(),
                      [](const std::string& a, const std::string& b) { return a.size() < b.size(); });
     return paths;

@@ -22,13 +22,13 @@ namespace {
 
 constexpr mode_t GroupReadsAndWrites = 060;
 
-/// The group that Linux systems give their serial ports to.
+/// The group to which serial ports usually belong on Linux.
 constexpr const char* UsualGroup = "dialout";
 
 /// Services that open serial devices without being configured for them.
 struct KnownService {
     const char* Program;
-    const char* Remedy; ///< `%` stands for the device's name
+    const char* Remedy; ///< `%` is replaced by the device's name
 };
 
 constexpr std::array<KnownService, 5> KnownServices = {{
@@ -109,7 +109,7 @@ PortRights RightsOf(const std::string& path) {
 }
 
 PortTrouble NoPermission(const std::string& path, const PortRights& rights) {
-    // Nobody is to be told to join the group root.
+    // Never advise a user to join the group root.
     if (!rights.GroupMayOpen || rights.Group == "root")
         return {"Only its owner " + rights.Owner + " may open it.", "Until it is unplugged this helps: sudo chgrp " +
                                                                         std::string(UsualGroup) + " " + path +

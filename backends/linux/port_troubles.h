@@ -14,7 +14,7 @@ using namespace platform;
 
 enum class Membership {
     None,
-    FromNextLogin, ///< the list of groups has the user, and this login began before it did
+    FromNextLogin, ///< the user is in the group's list, but this login began before that
     Now,
 };
 
@@ -36,8 +36,8 @@ companion::PortTrouble HeldBy(const std::string& path, const PortHolder& holder)
 /// Returns the trouble for a value of errno other than missing permission. EBUSY means a program that can't be seen.
 companion::PortTrouble OpeningFailed(const std::string& path, int code);
 
-/// One short line for a status area: "/dev/ttyUSB0 is busy". Empty for NoError; an empty path is that of a port number
-/// that means no device. Looks at the path, and opens nothing.
+/// Returns one short line for a status area, such as "/dev/ttyUSB0 is busy"; empty for NoError. An empty path is that
+/// of a port number without a device. Inspects the path and does not open it.
 std::string OpeningTrouble(const std::string& path, platform::ErrorNumber error);
 
 } // namespace backends

@@ -20,13 +20,13 @@ constexpr std::int32_t Fade = SamplesPerSecond / 200; // 5 ms
 constexpr double Loudness = 0.5 * 32767;
 constexpr double Pi = 3.14159265358979323846;
 
-/// The latency that is asked of the device, in microseconds.
+/// The latency requested from the device, in microseconds.
 constexpr unsigned Latency = 100000;
 
 /// A tone that takes this much longer than its length was delayed by the audio.
 constexpr std::chrono::seconds Patience{2};
 
-/// Results that come all at once sound one after the other, up to here: about five seconds of them.
+/// At most this many tones wait, about five seconds of them. Beyond that the newest tone replaces the last one waiting.
 constexpr std::size_t MostWaiting = 16;
 
 struct ToneOrder {
@@ -70,7 +70,7 @@ private:
 struct TonePlayer::Work {
     std::string Device;
     AudioOutput Output;
-    std::mutex Guard; // of all below
+    std::mutex Guard; // for all members below
     std::deque<ToneOrder> Waiting;
     bool Running = false; // a worker thread runs; it ends when no tone waits
 
@@ -155,7 +155,7 @@ void TonePlayer::Play(std::int32_t hertz, std::int32_t milliseconds) {
         std::thread(Work::Run, Shared_).detach();
         Shared_->Running = true;
     } catch (const std::system_error&) {
-        Shared_->Waiting.clear(); // a machine that has no thread left has no tone left either
+        Shared_->Waiting.clear(); // no thread could be started: the tones are dropped
     }
 }
 

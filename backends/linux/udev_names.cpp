@@ -12,7 +12,7 @@ using companion::DeviceName;
 
 namespace {
 
-/// udev writes `_` for each blank in what a device says of itself.
+/// udev replaces each blank in a name reported by a device by `_`.
 std::string WithBlanks(std::string text) {
     std::replace(text.begin(), text.end(), '_', ' ');
     return text;

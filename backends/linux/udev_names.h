@@ -8,10 +8,10 @@
 
 namespace backends {
 
-/// A property of a device by its key; empty when it has none.
+/// Returns a property of a device by its key; empty if it has none.
 using DeviceProperty = std::function<std::string(const char* key)>;
 
-/// The names in the words of the system's table of hardware, and in the device's own where that does not know it.
+/// Returns the names from the system's table of hardware, or those that the device reports if the table lacks it.
 companion::DeviceName NameFromProperties(const DeviceProperty& property);
 
 /// Returns udev's name of the device at a path. The device is not opened.
