@@ -13,7 +13,7 @@ namespace backends {
 
 class EndSignals final : public EventSource, public Waitable {
 public:
-    /// From now on SIGTERM, SIGINT and SIGHUP come as events, also in threads that are started later.
+    /// From now on SIGTERM, SIGINT and SIGHUP arrive as events, also in threads that are started later.
     EndSignals();
 
     int Descriptor() const override { return Signals_.Number(); }

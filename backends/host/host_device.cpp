@@ -38,7 +38,7 @@ HostDevice::HostDevice(const DeviceOptions& options)
       settings(settingsFile, faults), ports(options.Ports), serial(ports), System_(SystemFor(options)),
       Clock_(ClockFor(options)), Connections_(options.Connections != nullptr ? *options.Connections : connections) {
     const Text keptOn = settingsFile.Get(u"Quorin", u"Settings", u"StorageVolume", u"");
-    const bool inMemory = TraitsOf(options.DeviceType).IsMemory(keptOn); // memory is never removed
+    const bool inMemory = TraitsOf(options.DeviceType).IsMemory(keptOn); // memory can't be removed, unlike a card
     volumes.MakeFolders(inMemory ? Text() : keptOn);
 }
 

@@ -16,11 +16,11 @@ public:
     void WakenByCommands(const Waitable& commands) { Commands_ = &commands; }
 
     void Sleep(int milliseconds, Wake wake) final { SleepOn(Descriptors(wake), milliseconds); }
-    /// Sleep, on these descriptors.
+    /// Like Sleep; each of these descriptors ends it when it can be read.
     virtual void SleepOn(const std::vector<int>& descriptors, int milliseconds) = 0;
 
 protected:
-    /// Returns the descriptors that there are at this moment.
+    /// Returns the descriptors that are open at the moment.
     std::vector<int> Descriptors(Wake wake) const;
 
 private:
