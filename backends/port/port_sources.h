@@ -10,7 +10,7 @@
 
 namespace backends {
 
-/// What stands behind a port number.
+/// What a port number leads to.
 struct PortTarget {
     std::string Address;          ///< as users write it; empty if there is no device
     ByteSource* Source = nullptr; ///< the same object for the same address; null if the address is not implemented

@@ -73,7 +73,7 @@ Text SerialText::Decode(std::string_view bytes) {
         rest.remove_prefix(next.State == Sequence::Whole ? next.Length : 1);
     }
     Waiting_.erase(0, Waiting_.size() - rest.size());
-    modStringTools::BlankNuls(text); // a break on the line reads as a NUL
+    modStringTools::BlankNuls(text); // a break on the line is read as a NUL
     return text;
 }
 
