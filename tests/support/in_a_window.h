@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The whole program in a window that nobody sees, with fonts of fixed sizes and a clock that stands still. The person
-// at it clicks and types by Qt's own test functions, which go the way of a real mouse and a real keyboard.
+// The whole program in an invisible window, with fonts of fixed sizes and a clock that moves only when it is told to.
+// Clicks and keys come from Qt's own test functions and take the path of a real mouse and keyboard.
 #pragma once
 
 #include "backends/headless/font_server.h"
@@ -22,8 +22,8 @@ namespace windowtest {
 using backends::DeviceOptions;
 
 struct Looks {
-    bool RealFonts = false; ///< the window's own instead of those of fixed sizes
-    double Scale = 1;       ///< which the application has been made with
+    bool RealFonts = false; ///< the window's own in place of those of fixed sizes
+    double Scale = 1;       ///< the scale that the QApplication was created with
 };
 
 class WindowDevice final : backends::CommandSource {
@@ -39,14 +39,14 @@ public:
     backends::qt::QtPlatform Platform;
     WindowHand Hand{Platform};
 
-    /// What the person does while the program waits for a prompt or a message box, one step at a time.
+    /// Adds an action of the user. One is performed each time the program waits for a prompt or a message box.
     void WillDo(std::function<void()> step) { Steps_.push_back(std::move(step)); }
     bool HasStepsLeft() const { return !Steps_.empty(); }
 
 private:
     void AboutToWait(int) override {}
     bool HasCommand() override { return !Steps_.empty(); }
-    bool Ended() override { return true; } ///< a wait that nobody was told about ends the program
+    bool Ended() override { return true; } ///< a wait without an action left ends the program
     void TakeInput() override {}
     void RunCommand() override;
 
@@ -61,7 +61,7 @@ protected:
 
     static modQuorin::ScreenId Screen() { return modQuorin::Screens.CurrentScreen; }
 
-    // What is seen.
+    // What is in the window.
     backends::qt::Window& Form() { return Device.Platform.window; }
     backends::qt::QtGrid& Main() { return Device.Platform.grdMain; }
     backends::qt::GridWidget& Grid() { return Main().Widget(); }
@@ -74,7 +74,7 @@ protected:
     Text Cell(std::int32_t row, std::int32_t col = 0) { return Main().Cell(row, col); }
     QPoint Middle(std::int32_t row, std::int32_t col = 0) { return Grid().CellRect(row, col).center(); }
 
-    // What the person does. Each is followed by the events that come of it.
+    // Actions of the user. Each of them also handles the events that it causes.
     void Click(QWidget& widget, QPoint place);
     void Tap(std::int32_t row, std::int32_t col = 0) { Click(Grid(), Middle(row, col)); }
     void Down(QWidget& widget, QPoint place);
@@ -84,24 +84,25 @@ protected:
 
     void Settle() { Device.Platform.loop.HandleDue(); }
     void Pass(std::int64_t milliseconds) { Device.Platform.loop.PassTime(milliseconds); }
-    /// Lets the deferred repaint come.
+    /// Lets the time of the deferred repaint pass.
     void Repaint();
 
     void Put(const std::string& name, const std::string& bytes) { Device.Folder.Put("Quorin/" + name, bytes); }
     std::string File(const std::string& name) { return Device.Folder.Bytes("Quorin/" + name); }
-    /// A driver "Meter" with three fields, and a record of it on the screen.
+    /// Stores a driver "Meter" with three fields and a download of it, and opens its first record.
     void OpenRecord(const std::string& content = "Place|Moisture|Remark\na|b|c\n");
-    /// A question that waits for nobody, over the list of file operations.
+    /// Opens a prompt over the list of file operations and does not wait for its answer.
     void Ask(modPDAUI::PromptKind kind, const Text& value, const Text& list = u"");
-    /// A list of so many rows of text, with the focus on it; nothing comes of a tap there but the row change.
+    /// Shows a list of so many rows of text. A tap on it changes the row and does nothing else.
     void ShowRows(std::int32_t rows);
-    /// An open message box answers as the person does in `step`.
+    /// Opens a message box, performs `step` while it is open, and returns the answer.
     platform::BoxAnswer AskInABox(platform::BoxButtons buttons, std::function<void()> step);
 
     WindowDevice Device;
 };
 
-/// The form's box in its own units, the grid's, and the pixels of the screen to one of them, as a line of text.
+/// Returns a line of text with four sizes: the form and the grid in the form's pixels, the grid's widget, and a picture
+/// of the form in pixels of the screen.
 std::string FormOnThisScreen();
 
 } // namespace windowtest

@@ -30,7 +30,7 @@ public:
 
     std::uint16_t Port() const { return Number_; }
 
-    /// Waits for a connection and takes it.
+    /// Waits for a connection and accepts it.
     void Accept() {
         ASSERT_TRUE(Tells(End_));
         Drop();
@@ -51,13 +51,13 @@ public:
             close(Peer_);
         Peer_ = -1;
     }
-    /// Ends the connection without what is in order.
+    /// Resets the connection in place of closing it in order.
     void Reset() {
         const linger now{1, 0};
         setsockopt(Peer_, SOL_SOCKET, SO_LINGER, &now, sizeof now);
         Drop();
     }
-    /// Nobody listens at the port any more.
+    /// Stops listening at the port.
     void Stop() {
         if (End_ >= 0)
             close(End_);

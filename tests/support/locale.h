@@ -5,9 +5,8 @@
 
 namespace support {
 
-/// Makes the environment's locale this process's, in C and in C++. A locale that the machine does not have is let be,
-/// unless it is the one that QUORIN_LOCALE names: then this is no run under that locale, and the answer is false, with
-/// a message.
+/// Sets the locale of this process to the environment's, in C and in C++. A locale that the machine lacks is ignored.
+/// If QUORIN_LOCALE names a locale and it was not set, prints a message and returns false.
 bool TakeLocale();
 
 } // namespace support

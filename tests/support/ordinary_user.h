@@ -5,12 +5,12 @@
 #include <sys/prctl.h>
 #include <unistd.h>
 
-/// Rights are looked at: root, as which tests may run, has them all.
+/// Drops root's rights for as long as it exists: tests may run as root, which may open everything.
 class OrdinaryUser {
 public:
     OrdinaryUser() {
         Changed_ = seteuid(65534) == 0;
-        prctl(PR_SET_DUMPABLE, 1); // or what lies under /proc/self would be root's
+        prctl(PR_SET_DUMPABLE, 1); // otherwise the files in /proc/self would belong to root
     }
     OrdinaryUser(const OrdinaryUser&) = delete;
     OrdinaryUser& operator=(const OrdinaryUser&) = delete;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Another program that works on a line database: it reads it, changes it, or keeps it locked.
+// Another program that uses a line database: reads it, changes it, or keeps it locked.
 #pragma once
 
 #include <filesystem>
@@ -18,30 +18,30 @@ public:
     OtherTool& operator=(const OtherTool&) = delete;
     ~OtherTool() { Close(); }
 
-    /// Makes the file where it is missing.
+    /// Opens the file; creates it if it is missing.
     void Open(const std::filesystem::path& file) {
         Close();
         EXPECT_EQ(sqlite3_open(file.c_str(), &Connection_), SQLITE_OK) << file;
     }
-    /// Lets go of all locks.
+    /// Closes the file, which releases all locks.
     void Close() {
         sqlite3_close(Connection_);
         Connection_ = nullptr;
     }
 
     void Lock() { Do("BEGIN EXCLUSIVE"); }
-    /// Nobody can end a change meanwhile.
+    /// Starts to read. No other program can commit a change until LetGo.
     void Read() { Do(R"(BEGIN; SELECT * FROM "TEXT")"); }
     void LetGo() { Do("ROLLBACK"); }
 
-    /// Every row that the statements give, its columns joined by `|`.
+    /// Returns the rows that the statements result in, the columns of each joined by `|`.
     std::vector<std::string> Do(const std::string& sql) {
         std::vector<std::string> rows;
         EXPECT_EQ(sqlite3_exec(Connection_, sql.c_str(), Collect, &rows, nullptr), SQLITE_OK)
             << sql << ": " << sqlite3_errmsg(Connection_);
         return rows;
     }
-    /// Whether it is let do something.
+    /// Returns true if the statements succeed.
     bool Can(const std::string& sql) {
         return sqlite3_exec(Connection_, sql.c_str(), nullptr, nullptr, nullptr) == SQLITE_OK;
     }

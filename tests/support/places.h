@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Where tests put their files. TMPDIR decides for all of them where it is set.
+// Where tests put their files. If TMPDIR is set, it decides for all of them.
 #pragma once
 
 #include <cstdlib>
@@ -9,7 +9,8 @@
 
 namespace support {
 
-/// For tests that are not about a disk: the machine's memory, since they would wait for a disk at each save.
+/// For tests that are not about a disk: returns a folder in the machine's memory, because a disk makes them wait at
+/// each save.
 inline std::filesystem::path PlaceInMemory() {
     const char* const memory = "/dev/shm";
     std::error_code none;
@@ -17,7 +18,7 @@ inline std::filesystem::path PlaceInMemory() {
     return std::getenv("TMPDIR") == nullptr && usable ? memory : std::filesystem::temp_directory_path();
 }
 
-/// For tests that are about a disk, as far as the folder for temporary files is on one.
+/// For tests that are about a disk: returns the folder for temporary files, which is usually on one.
 inline std::filesystem::path PlaceOnDisk() {
     return std::filesystem::temp_directory_path();
 }

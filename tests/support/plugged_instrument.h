@@ -39,7 +39,7 @@ private:
     int End_ = -1;
 };
 
-/// Waits until a descriptor has something to tell.
+/// Waits until a descriptor can be read. Returns false if it can't be within this time.
 inline bool Tells(int descriptor, int milliseconds = 2000) {
     pollfd one{descriptor, POLLIN, 0};
     return poll(&one, 1, milliseconds) == 1;

@@ -21,7 +21,7 @@ namespace support {
 
 namespace rows {
 
-/// Stands for any member, to count the members of a row.
+/// Converts to a member of any type, to count the members of a row.
 struct AnyMember {
     template <class Member>
     operator Member() const;
@@ -63,7 +63,8 @@ void WithMembers(const Row& row, const Use& use) {
     // clang-format on
 }
 
-/// What says nothing in a message: routines, and where things are.
+/// True for pointers, also those to routines and members. They are not printed, because an address means nothing in a
+/// message; texts are handled before.
 template <class Member>
 constexpr bool IsPlace = std::is_pointer_v<Member> || std::is_member_pointer_v<Member>;
 

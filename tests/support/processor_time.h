@@ -8,12 +8,12 @@
 
 namespace support {
 
-/// The time that a process has kept a processor busy, in seconds.
+/// Returns the processor time that a process has used, in seconds.
 inline double ProcessorSeconds(int process) {
     std::ifstream in("/proc/" + std::to_string(process) + "/stat");
     std::string text;
     std::getline(in, text);
-    std::istringstream rest(text.substr(text.rfind(')') + 1)); // the name may hold blanks
+    std::istringstream rest(text.substr(text.rfind(')') + 1)); // the name may contain blanks
     std::string skipped;
     for (int field = 3; field < 14; ++field)
         rest >> skipped;

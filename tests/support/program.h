@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The whole program on a test device, started, with a technician's verbs.
+// The whole program, started on a test device, with a routine for each action of a technician.
 #pragma once
 
 #include "backends/input/gestures.h"
@@ -47,19 +47,19 @@ protected:
     }
     void Type(const Text& text) { EXPECT_EQ(backends::SetInput(Device.Hand, text), ""); }
     void Settle() { Device.Platform.loop.HandleDue(); }
-    /// Lets the deferred repaint come.
+    /// Lets the time of the deferred repaint pass.
     void Repaint() { Device.Tick(100); }
 
     void Put(const std::string& name, const std::string& bytes) { Device.Folder.Put("Quorin/" + name, bytes); }
     std::string File(const std::string& name) { return Device.Folder.Bytes("Quorin/" + name); }
 
-    /// A driver "Meter" with three fields, and the register of downloads.
+    /// Stores a driver "Meter" with three fields, and an empty register of downloads.
     void InstallMeter(const std::string& infRows = "Place|1||||||\nMoisture|1||Moisture||||\nRemark|1||||||\n") {
         Put("drivers.txt", "NAME|INFFILE\nMeter|meter.txt\n");
         Put("qrnctrl.txt", "DRIVER|FILE|DATE|ALIAS\n");
         Put("meter.txt", "FIELDNAME|VISIBLE|COPY|BLOB|DISPLAY|CSVNAME|DATATYPE|FORMULA\n" + infRows);
     }
-    /// The only download of the only driver, with this content, open on the record screen.
+    /// Stores this content as the only download of the only driver, and opens it on the record screen.
     void OpenDownload(const std::string& content) {
         Put("qrnctrl.txt", "DRIVER|FILE|DATE|ALIAS\nMeter|qrn0001.txt|20070301|\n");
         if (!content.empty())

@@ -13,7 +13,7 @@ RunningConsole::RunningConsole(const std::vector<std::string>& arguments, const 
     std::signal(SIGPIPE, SIG_IGN);
     int in[2];
     int out[2];
-    // Not for other children: the end of the input must be this one's to give.
+    // Other children must not inherit the pipes: the input ends only when all its writers are closed.
     if (::pipe2(in, O_CLOEXEC) != 0 || ::pipe2(out, O_CLOEXEC) != 0)
         std::abort();
     Process_ = ::fork();

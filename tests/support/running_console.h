@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// quorin-console as a child process that is told one command at a time.
+// quorin-console as a child process that is given one command at a time.
 #pragma once
 
 #include <cstdio>
@@ -15,9 +15,9 @@ public:
     RunningConsole& operator=(const RunningConsole&) = delete;
     ~RunningConsole();
 
-    /// Tells a command and gives what is answered up to the next time that the program is ready.
+    /// Sends a command. Returns the output up to the time when the program is ready again.
     std::string Tell(const std::string& command);
-    /// Ends the input and waits; the exit status, or -1 for a signal's end.
+    /// Ends the input and waits. Returns the exit status, or -1 if a signal ended the program.
     int End();
     int Id() const { return Process_; }
 

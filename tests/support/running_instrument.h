@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The real program as a child process, and what stands at the other end of its line.
+// The real program as a child process, and the reader at the other end of its line.
 #pragma once
 
 #include "backends/descriptor/descriptor.h"
@@ -11,13 +11,13 @@
 
 namespace instrument {
 
-/// Far beyond what any step takes, however busy the machine is.
+/// Far longer than any step takes, however busy the machine is.
 inline constexpr std::chrono::seconds Patience{60};
 
-/// Looks every few milliseconds whether something holds; false when it still doesn't after Patience.
+/// Checks a condition every few milliseconds until it holds. Returns false if it does not hold after Patience.
 bool Eventually(const std::function<bool()>& holds);
 
-/// A folder of its own for one test.
+/// A folder for one test, removed at its end.
 class TemporaryFolder {
 public:
     TemporaryFolder();
@@ -34,7 +34,7 @@ private:
 bool Exists(const std::string& path);
 void WriteFile(const std::string& path, const std::string& bytes);
 
-/// Killed at the end of its life when it still runs.
+/// The destructor kills the process if it still runs.
 class RunningInstrument {
 public:
     explicit RunningInstrument(const std::vector<std::string>& arguments);
@@ -42,13 +42,13 @@ public:
     RunningInstrument& operator=(const RunningInstrument&) = delete;
     ~RunningInstrument();
 
-    /// The first line of standard output without its end.
+    /// Waits for the first line of standard output and returns it without its end.
     std::string FirstLine();
     std::string Output() const;
     std::string Errors() const;
     bool SaysPlayed() const { return Errors() == "played\n"; }
     void Signal(int number) const;
-    /// Waits for the end; -1 when it was a signal's, or did not come.
+    /// Waits for the end. Returns the exit status; -1 if a signal ended the process, or it still runs after Patience.
     int ExitStatus();
 
 private:
@@ -61,7 +61,7 @@ private:
 class Reader {
 public:
     explicit Reader(const std::string& path);
-    /// Reads until so many bytes have come, or nothing more can come.
+    /// Reads until so many bytes have come, the line has ended, or nothing has come for Patience.
     std::string Read(std::size_t count);
     std::string ReadWhatIsThere();
     void Close() { Line_.Close(); }

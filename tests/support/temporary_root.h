@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A root folder that lasts as long as a test, looked at from the host's side.
+// A root folder for one test, accessed by the paths of the host.
 #pragma once
 
 #include "tests/support/places.h"
@@ -41,7 +41,7 @@ public:
 
     bool Has(const std::string& name) const { return std::filesystem::exists(Path(name)); }
 
-    /// How many entries a folder of the root has, hidden ones counted.
+    /// Returns how many entries a folder of the root has, including hidden ones.
     std::ptrdiff_t Entries(const std::string& name = "") const {
         return std::distance(std::filesystem::directory_iterator(Path(name)), std::filesystem::directory_iterator());
     }

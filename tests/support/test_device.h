@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// A device for the tests of a room: the headless back-end on a fresh folder, with a technician who answers what he was
-// told to, and a record of what the device did.
+// A device for the tests of one folder of the tree: the headless back-end with an empty root folder, prepared answers
+// and actions of a technician, and a record of what the device did.
 #pragma once
 
 #include "backends/headless/headless_hand.h"
@@ -14,10 +14,10 @@
 
 namespace support {
 
-/// The program has called for its end, or can't go on.
+/// Thrown when the program ends itself or can't continue.
 using backends::ProgramOver;
 
-/// A folder that is gone with the test.
+/// A folder that is removed at the end of the test.
 class TemporaryFolder {
 public:
     TemporaryFolder();
@@ -26,9 +26,9 @@ public:
     TemporaryFolder& operator=(const TemporaryFolder&) = delete;
 
     std::filesystem::path Path() const { return Path_; }
-    /// A file of the folder, its bytes as they stand; empty when it does not exist.
+    /// Returns the bytes of a file in the folder; empty if it does not exist.
     std::string Bytes(const std::string& name) const;
-    /// Writes a file, with the folders above it.
+    /// Writes a file, and creates the folders above it.
     void Put(const std::string& name, const std::string& bytes) const;
     bool Has(const std::string& name) const { return std::filesystem::exists(Path_ / name); }
 
@@ -47,12 +47,12 @@ struct ShownBox {
 struct Record : backends::Watcher {
     std::vector<ShownBox> Boxes;
     std::vector<std::pair<std::int32_t, std::int32_t>> Tones; ///< hertz, milliseconds
-    std::vector<Text> Status;                                 ///< texts of the strip; an empty one for its end
+    std::vector<Text> Status;                                 ///< texts of the strip; an empty one when it is hidden
     std::vector<std::int32_t> Grabbed, Released, Sent;
-    std::vector<std::pair<Text, Text>> Unsaved;  ///< what could not be stored, by its bare name, and why
+    std::vector<std::pair<Text, Text>> Unsaved;  ///< the name without folder of what could not be stored, and why
     std::vector<std::pair<Text, Text>> Warnings; ///< their short names and texts
     std::vector<std::string> KeyOrder; ///< the same three, such as "release 276", in the order in which they came
-    std::function<void()> WhenACharacterIsSent; ///< to look at the program at that moment
+    std::function<void()> WhenACharacterIsSent; ///< called at that moment
 
     void BoxOpened(const Text& text, platform::BoxButtons buttons, platform::BoxIcon icon, const Text& title) override;
     void TonePlayed(std::int32_t hertz, std::int32_t milliseconds) override { Tones.emplace_back(hertz, milliseconds); }
@@ -69,7 +69,7 @@ struct Record : backends::Watcher {
 
 class TestDevice final : backends::CommandSource {
 public:
-    /// The root folder is the test's own, whatever the options say. The modules' state is as at program start.
+    /// Creates a root folder for this test and ignores that of the options. The modules' state is as at program start.
     explicit TestDevice(backends::DeviceOptions options = {});
     ~TestDevice() override;
 
@@ -82,25 +82,26 @@ public:
     platform::OwnerDrawGrid& Title() { return Platform.grdTitle; }
     platform::OwnerDrawGrid& Main() { return Platform.grdMain; }
 
-    /// The next message box is answered so. A box that nobody was told about fails the test and is answered No.
+    /// Prepares the answer to the next message box. A Yes-No question without a prepared answer is answered No and
+    /// fails the test.
     void WillAnswer(platform::BoxAnswer answer) { Answers_.push_back(answer); }
-    /// Runs once while the next box stands, before it is answered.
+    /// Runs the action once while the next box is open, before it is answered.
     void WhileABoxStands(std::function<void()> action) { During_ = std::move(action); }
-    /// What the technician does while the program waits for a prompt, one step at a time.
+    /// Adds an action of the technician. One is performed each time the program waits for a prompt.
     void WillDo(std::function<void()> step) { Steps_.push_back(std::move(step)); }
 
-    /// What other programs do while this one waits for them; without it no time passes.
+    /// Sets what other programs do at each pause in which the program waits for them. A pause itself takes no time.
     void WhileItPauses(std::function<void()> action) { Meanwhile_ = std::move(action); }
-    std::vector<std::int32_t> Pauses; ///< milliseconds of each
+    std::vector<std::int32_t> Pauses; ///< the length of each pause, in milliseconds
 
-    /// Where the clock stands, as 2007-03-05T09:30:00.
+    /// Sets the time of the clock, such as 2007-03-05T09:30:00.
     void SetTime(const std::string& moment);
     void Tick(std::int64_t milliseconds) { Platform.loop.PassTime(milliseconds); }
 
 private:
     void AboutToWait(int) override {}
     bool HasCommand() override { return Platform.boxes.Current() != nullptr || !Steps_.empty(); }
-    bool Ended() override { return true; } ///< a prompt that nobody was told about ends the program
+    bool Ended() override { return true; } ///< a prompt without an action left ends the program
     void TakeInput() override {}
     void RunCommand() override;
     void AnswerBox(backends::DeviceBoxes::OpenBox& box);
@@ -110,10 +111,11 @@ private:
     std::deque<std::function<void()>> Steps_;
 };
 
-/// Runs something that must stop the program, and gives the message of the failure; fails the test when it does not.
+/// Runs an action that must stop the program by a failure. Returns its message; fails the test if the program
+/// continues.
 Text FailureOf(const std::function<void()>& action);
 
-/// Whether something ends the program by itself.
+/// Returns true if an action makes the program end itself.
 bool EndsProgram(const std::function<void()>& action);
 
 } // namespace support

@@ -64,7 +64,7 @@ void WindowHand::TypeCharacter(TextView character) {
         Commit(text);
 }
 
-/// Enters text as an input method does, for what a keyboard has no key for.
+/// Enters text as an input method does, for characters that have no key.
 void WindowHand::Commit(const QString& text) {
     QWidget* const widget = Window_.native.WidgetOf(*Window_.focus.Holder());
     if (widget == nullptr)
@@ -75,8 +75,8 @@ void WindowHand::Commit(const QString& text) {
     QCoreApplication::sendEvent(line, &commit);
 }
 
-/// Short texts are typed key by key, as a person does. A field lays out all of its text again at each key, so a long
-/// text is entered at once.
+/// Types short texts key by key, as a user does. A field lays out all of its text again at each key, so a long text is
+/// entered at once.
 void WindowHand::TypeCharacters(TextView characters) {
     constexpr std::size_t MostKeys = 200;
     if (characters.size() > MostKeys)
