@@ -28,7 +28,7 @@ void PrintTo(const Told& told, std::ostream* out) {
     *out << "event 0x" << std::hex << told.Kind << std::dec << " of child " << told.Child;
 }
 
-/// What is told of one grid while it stands.
+/// Records what is reported of one object while this listener exists.
 class Listener {
 public:
     explicit Listener(QObject& object) {
@@ -231,7 +231,7 @@ TEST_F(ScreenReader, TapsNothingThatTakesNoInput) {
     EXPECT_EQ(Main().Row(), 2);
 }
 
-// What is told.
+// Reports.
 
 TEST_F(ScreenReader, IsToldOfTheCellThatTheFocusMovesTo) {
     OpenRecord();
@@ -287,7 +287,7 @@ TEST_F(ScreenReader, IsToldNothingOfTheGridWhileTheFocusIsElsewhere) {
     EXPECT_THAT(Listener::All, testing::Not(Contains(Told{QAccessible::Focus, 2})));
 }
 
-// Everything else has a name too.
+// The names of all other controls.
 
 TEST_F(ScreenReader, CallsTheFieldOverACellAsItsRow) {
     OpenRecord();

@@ -18,7 +18,7 @@ class BoxInAWindow : public InAWindow {
 protected:
     QMessageBox& Box() { return *Device.Platform.boxes.Dialog(); }
     void KeyInBox(Qt::Key key, Qt::KeyboardModifiers held = Qt::NoModifier) {
-        Box().activateWindow(); // which a desktop does by itself
+        Box().activateWindow(); // a desktop does this by itself
         EXPECT_TRUE(QTest::qWaitForWindowActive(&Box()));
         QTest::keyClick(Box().windowHandle(), key, held);
     }
@@ -50,7 +50,7 @@ TEST_F(BoxInAWindow, IsNoWhenItsFrameIsClosed) {
 TEST_F(BoxInAWindow, IsYesByItsLetter) {
     const BoxAnswer answer = AskInABox(BoxButtons::YesNo, [this] {
         KeyInBox(Qt::Key_Y, Qt::AltModifier);
-        QTest::qWait(200); // the button is seen to go down
+        QTest::qWait(200); // the time in which the button is shown pressed
     });
     EXPECT_EQ(answer, BoxAnswer::Yes);
 }

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// What goes wrong between two hands and a program: a key that is let go elsewhere, a page that is moved away under a
-// field, a question that comes up under a finger.
+// Input that meets a change: a key that is released elsewhere, a page that is scrolled under an open field, a question
+// that opens while the user taps or types.
 #include "src/view/input_fields.h"
 #include "src/view/navigation.h"
 #include "src/view/prompt.h"

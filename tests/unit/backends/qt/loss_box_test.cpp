@@ -15,7 +15,7 @@ namespace {
 using backends::qt::LossBox;
 using backends::qt::ToQt;
 
-/// A download whose name is a folder's, open on the record screen with the link up.
+/// A download that can't be written because a folder has its name, open on the record screen with the link open.
 class BoxOfLosses : public InAWindow {
 protected:
     BoxOfLosses() {
@@ -30,7 +30,7 @@ protected:
         Show();
     }
     companion::Losses& Losses() { return Device.Platform.onlooker.losses; }
-    /// As the program does between two events.
+    /// Shows the losses as the program does between two events.
     void Show() {
         if (Losses().Any())
             Box.Say(ToQt(Losses().Words()));
@@ -55,10 +55,10 @@ TEST_F(BoxOfLosses, IsOneThatCountsTheReadingsWhileItStands) {
     EXPECT_EQ(box->text(), NotMade);
     EXPECT_TRUE(box->isVisible());
     EXPECT_TRUE(box->isModal());
-    Measure(); // the link goes on beneath it
+    Measure(); // the link continues below the box
     EXPECT_EQ(Box.Dialog(), box);
     EXPECT_EQ(box->text(), NotMade + QStringLiteral("\n\n1 reading is not stored."));
-    Device.WillDo([this] { Device.Hand.PressBoxButton(platform::BoxAnswer::Yes); }); // the form's own, upon it
+    Device.WillDo([this] { Device.Hand.PressBoxButton(platform::BoxAnswer::Yes); }); // the form's own box, above it
     Measure();
     EXPECT_EQ(box->text(), NotMade + QStringLiteral("\n\n2 readings are not stored."));
     EXPECT_EQ(Form().findChildren<QMessageBox*>().size(), 1);

@@ -101,7 +101,8 @@ TEST_F(ListToChooseFrom, TakesTheItemThatIsClickedInItsList) {
     QAbstractItemView& list = *Combo().view();
     ASSERT_TRUE(list.isVisible());
     const QPoint place = list.visualRect(list.model()->index(1, 0)).center();
-    QTest::qWait(QApplication::doubleClickInterval() + 50); // a release sooner is that of the click that opened it
+    // Qt takes an earlier release for that of the click that opened the list.
+    QTest::qWait(QApplication::doubleClickInterval() + 50);
     QTest::mouseMove(list.viewport(), place);
     QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, place);
     Settle();
@@ -162,7 +163,7 @@ protected:
     }
     backends::qt::QtDatePicker& Field() { return Device.Platform.dteInputField; }
     QTableView& Days() { return *Calendar().findChild<QTableView*>(); }
-    /// Where a day of the month that is shown stands in the calendar.
+    /// Returns the place of a day of the visible month in the calendar.
     QPoint PlaceOf(int day) {
         const QAbstractItemModel& days = *Days().model();
         for (int row = 1; row < days.rowCount(); ++row) {
@@ -247,7 +248,7 @@ TEST_F(DateToPick, HasTheFirstYearAndTheLast) {
         Field().SetDate(date);
         EXPECT_EQ(Field().Date(), date);
         EXPECT_EQ(Calendar().selectedDate(), QDate(date.Year, date.Month, date.Day));
-        Press(date.Year == 1 ? Qt::Key_Left : Qt::Key_Right); // there is nothing beyond
+        Press(date.Year == 1 ? Qt::Key_Left : Qt::Key_Right); // there is no date beyond
         EXPECT_EQ(Field().Date(), date);
         modPDAUI::EndInput(true);
     }

@@ -91,8 +91,8 @@ protected:
     EventLoop Loop{Time, Commands, Pump};
 };
 
-// What wakes the pump comes long before the end of its sleep. However busy the machine is, half of it tells the two
-// apart.
+// Milliseconds; far longer than it takes until the pump is woken. A sleep of less than half of it was ended early,
+// however busy the machine is.
 constexpr int LongSleep = 60000;
 
 TEST_F(PumpOfAWindow, WakesWhenADescriptorCanBeRead) {
@@ -122,8 +122,8 @@ TEST_F(PumpOfAWindow, WakesAgainForTheSameDescriptor) {
     }
 }
 
-/// A machine that is busy elsewhere may miss any moment. What goes wrong by a ratio does so at each scale, and one of
-/// them is beyond what the machine misses.
+/// Expects a condition on times to hold at one scale at least. A busy machine may be late by a fixed time, which does
+/// not matter at a large scale; an error that is a ratio of the times fails at every scale.
 void ExpectAtAScale(const std::function<bool(int)>& holds) {
     constexpr int Largest = 64;
     int scale = 1;
@@ -132,7 +132,7 @@ void ExpectAtAScale(const std::function<bool(int)>& holds) {
     EXPECT_LE(scale, Largest) << "at none";
 }
 
-/// A timer of Qt's, which is due after twice the time, wakes a sleep that is too long.
+/// A timer of Qt's, which is due after twice the time, ends a sleep that is too long.
 TEST_F(PumpOfAWindow, SleepsNoLongerThanItIsTold) {
     ExpectAtAScale([this](int scale) {
         const std::int64_t told = 80 * scale;
@@ -152,7 +152,7 @@ TEST_F(PumpOfAWindow, SleepsNoLongerThanItIsTold) {
 
 std::string Order;
 
-/// The second timer comes between the third and the fourth tick of the first one.
+/// The second timer is due between the third and the fourth tick of the first one.
 TEST_F(PumpOfAWindow, FiresATimerInTime) {
     ExpectAtAScale([this](int scale) {
         Order.clear();
@@ -166,7 +166,7 @@ TEST_F(PumpOfAWindow, FiresATimerInTime) {
     });
 }
 
-/// The processor's time of this process, in seconds.
+/// Returns the processor time that this process has used, in seconds.
 double TimeUsed() {
     return static_cast<double>(std::clock()) / CLOCKS_PER_SEC;
 }
@@ -184,7 +184,7 @@ TEST_F(PumpOfAWindow, UsesNoProcessorWhileItWaits) {
     EXPECT_LT(TimeUsed() - before, 0.1);
 }
 
-/// Ends a loop of Qt's once something has come about. It looks by a timer of Qt's, which our loop knows nothing of.
+/// Ends a loop of Qt's once a condition holds. A timer of Qt's checks it, of which our loop does not know.
 std::unique_ptr<QTimer> QuitOnce(QEventLoop& loop, std::function<bool()> holds) {
     auto look = std::make_unique<QTimer>();
     QObject::connect(look.get(), &QTimer::timeout, &loop, [&loop, holds = std::move(holds)] {
@@ -205,7 +205,7 @@ TEST_F(PumpOfAWindow, LetsTimersAndPortsGoOnInALoopOfQts) {
     QTimer::singleShot(120, [&] { pipe.Write(); });
     QTimer::singleShot(LongSleep, &foreign, &QEventLoop::quit);
     const auto quit = QuitOnce(foreign, [&] { return Ticks >= 8 && bytes.Count == 2; });
-    // As a text that is dragged: Qt's loop runs inside an event that ours has let Qt handle.
+    // As when text is dragged: Qt's loop runs inside an event that our loop has let Qt handle.
     bool inside = false;
     QTimer::singleShot(0, [&] {
         foreign.exec();
@@ -313,7 +313,7 @@ TEST_F(PumpOfAWindow, TellsOfWorkThatTakesATenthOfASecond) {
 
 TEST_F(PumpOfAWindow, TakesADescriptorThatWasClosedAndOpenedAgain) {
     for (int time = 0; time < 3; ++time) {
-        const Pipe pipe; // the same number as the one before
+        const Pipe pipe; // it has the same descriptor number as the one before
         Pump.SleepOn({pipe.Descriptor()}, 0);
         pipe.Write();
         const auto start = Clock::now();

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The window's own fonts: what is measured is what is drawn.
+// The window's own fonts: text is drawn in the size that was measured.
 #include "backends/qt/fonts.h"
 
 #include "backends/qt/conversions.h"
@@ -87,7 +87,7 @@ TEST_F(NarrowLetters, TakeLessRoomThanTheOthers) {
     EXPECT_LT(Width(u"AFPalmHR", 9) * 100, Width(u"Nokia Sans S60", 18) * 95);
 }
 
-/// The same on a machine that has not got their font: another run of this program, which finds it nowhere.
+/// The same on a machine without their font: starts this program again so that it does not find the font.
 TEST_F(NarrowLetters, AreThereAlsoWhereTheirFontIsNot) {
     support::TemporaryFolder folder;
     folder.Put("fonts.conf", std::string("<fontconfig><include>/etc/fonts/fonts.conf</include><selectfont><rejectfont>"
@@ -119,7 +119,7 @@ class DrawnText : public InAWindow {
 protected:
     DrawnText() : InAWindow(OfType(0), {.RealFonts = true}) {}
 
-    /// How many lines of text stand in a box of a picture: the groups of rows that have something dark in them.
+    /// Returns the number of lines of text in a box of a picture: the groups of pixel rows that contain something dark.
     static int LinesIn(const QImage& picture, const QRect& box) {
         int lines = 0;
         bool wasInk = false;
@@ -135,7 +135,7 @@ protected:
 };
 
 TEST_F(DrawnText, HasAsManyLinesAsWereMeasured) {
-    // No letter has a part of its own below or above, so that each line is one group of rows.
+    // No letter has a separate part below or above, so that each line is one group of pixel rows.
     const std::string words = "nuxo mruw saxo nemo runa womo saru xeno mora suno";
     OpenRecord("Place|Moisture|Remark\na|" + words + " " + words + " " + words + "|c\n");
     auto& fonts = Device.Platform.fonts;

@@ -24,7 +24,7 @@ protected:
         Listen();
     }
 
-    /// What the grid's events are, in order; nothing of the application comes of a tap.
+    /// Records the grid's events in order, in place of the application's handlers.
     void Listen() {
         Heard.clear();
         Main().GotFocus = [this] { Heard.push_back("focus"); };
@@ -103,7 +103,7 @@ TEST_F(GridUnderAPointer, TakesASecondPressThatComesLateAsATap) {
     EXPECT_THAT(Heard, ElementsAre("press on 2"));
 }
 
-/// The second half of a double click finds the screen that the first has brought up.
+/// The second press of a double click meets the screen that the first one has opened.
 class DoubleClickOnAList : public InAWindow {
 protected:
     DoubleClickOnAList() {
@@ -132,7 +132,7 @@ TEST_F(DoubleClickOnAList, OpensOneScreenAndNotTheNextOne) {
     EXPECT_TRUE(Field().Visible());
 }
 
-/// A hand that shakes hits another row with the second half.
+/// The mouse may move between the two presses, so that the second one hits another row.
 TEST_F(DoubleClickOnAList, OpensOneScreenAlsoAcrossTwoRows) {
     Put("drivers.txt", "NAME|INFFILE\nMeter|meter.txt\nOther|meter.txt\n");
     Put("qrnctrl.txt", "DRIVER|FILE|DATE|ALIAS\nMeter|qrn0001.txt|20070301|\nMeter|qrn0002.txt|20070301|\n");
@@ -331,7 +331,7 @@ TEST_F(GridUnderAPointer, HasTheFocusAfterAClickOnTheTitle) {
 class GridUnderAFinger : public GridUnderAPointer {
 protected:
     GridUnderAFinger() {
-        Pass(300); // a finger that comes right behind a new screen was meant for the one before
+        Pass(300); // a finger that comes down right after a new screen was meant for the screen before
         Listen();
     }
     void Touch(QEvent::Type type, QPoint place) {
@@ -465,7 +465,7 @@ TEST_F(GridUnderAFinger, IsNotPressedOnceItIsOffOrGone) {
 
 TEST_F(GridUnderAFinger, OfATouchScreenComesTheSameWay) {
     Listen();
-    static QPointingDevice* const screen = QTest::createTouchDevice(); // Qt keeps it for good
+    static QPointingDevice* const screen = QTest::createTouchDevice(); // Qt never deletes it
     const QPoint place = Grid().mapTo(&Form(), Middle(2));
     QTest::touchEvent(Form().windowHandle(), screen).press(0, place);
     EXPECT_THAT(Heard, IsEmpty());

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The way of a key of the keyboard: through the form, to the control that has the focus, and up again.
+// The path of a key of the keyboard: its press through the form to the control with the focus, then its release.
 #include "backends/qt/keyboard_map.h"
 
 #include "src/app/commands.h"
@@ -77,13 +77,13 @@ TEST(KeyboardMap, HasALineForEachKey) {
     EXPECT_EQ(static_cast<std::size_t>(std::count(help.begin(), help.end(), '\n')), backends::qt::KeyRows().size());
 }
 
-// The way.
+// The path of a key.
 
 class KeysOfAWindow : public InAWindow {
 protected:
     explicit KeysOfAWindow(std::int32_t deviceType = 0) : InAWindow(OfType(deviceType)) {}
 
-    /// The arrow keys that the screen is told of, with the row of that moment.
+    /// Records the arrow keys that the screen gets, with the current row at that moment.
     void ListenToArrows() {
         static std::vector<std::string>* heard = nullptr;
         heard = &Heard;
@@ -165,7 +165,7 @@ TEST_F(KeysOfAWindow, HeldOverABoxActOnce) {
     EXPECT_EQ(Main().Row(), 2);
 }
 
-/// Its release is none of the prompt's, and the long press that it has begun none either.
+/// The prompt gets neither its release nor the long press that it has started.
 TEST_F(KeysOfAWindow, EnterThatIsHeldOverAPromptIsNoLongPress) {
     modQuorin::MenuEvent(u"File Debug...");
     Repaint();
@@ -181,7 +181,7 @@ TEST_F(KeysOfAWindow, EnterThatIsHeldOverAPromptIsNoLongPress) {
     EXPECT_EQ(Screen(), modQuorin::ScrInput);
 }
 
-/// Enter has chosen the date when it went down; what comes of the key afterwards is not for the record.
+/// Enter chooses the date when it is pressed. Its repeats and its release must not act on the record.
 TEST_F(KeysOfAWindow, EnterHeldOverACalendarPressesNothingOnTheRecord) {
     OpenRecord();
     Text value;

@@ -28,7 +28,7 @@ protected:
     }
     backends::qt::SoftMenus& Of() { return Device.Platform.menus; }
 
-    /// Captions as they are, an item's empty where there is none.
+    /// Sets the captions. A title or an item with an empty caption is hidden, and so are the items beyond the list.
     void Set(std::size_t menu, const Text& title, const std::vector<Text>& items) {
         Of().Titles[menu].SetCaption(title);
         Of().Titles[menu].SetVisible(!title.empty());

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Tests of the window on a screen that nobody sees: one QApplication for all of them.
+// Tests of the window on an invisible screen: one QApplication for all of them.
 #include "tests/support/in_a_window.h"
 #include "tests/support/locale.h"
 
@@ -11,7 +11,7 @@
 
 int main(int count, char** words) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
-    qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {}); // what this screen can't do
+    qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {}); // what this screen lacks
     testing::InitGoogleTest(&count, words);
     if (!support::TakeLocale())
         return 1;

@@ -93,7 +93,7 @@ TEST_F(RealFocus, StaysWhileAMessageBoxIsOpen) {
     });
     Settle();
     EXPECT_THAT(Heard, IsEmpty());
-    Form().activateWindow(); // which a desktop does by itself
+    Form().activateWindow(); // a desktop does this by itself
     ASSERT_TRUE(QTest::qWaitForWindowActive(&Form()));
     EXPECT_TRUE(Line().hasFocus());
     EXPECT_THAT(Heard, IsEmpty());

@@ -50,7 +50,7 @@ TEST_F(BusyStrip, GrowsUpwardWithALongText) {
     EXPECT_EQ(Strip().geometry().bottom(), backends::qt::RectOf(Main().Bounds()).bottom());
 }
 
-/// Counts what reaches the screen.
+/// Counts paint events.
 class PaintCounter final : public QObject {
 public:
     using QObject::QObject;
@@ -206,7 +206,7 @@ TEST_F(StatusArea, OpensTheListOfAllByAClickOnTheirNumber) {
     Click(More(), More().rect().center());
     EXPECT_EQ(Listed(), (QStringList{QStringLiteral("Not saved"), QStringLiteral("Another driver's"),
                                      QStringLiteral("Data: here")}));
-    constexpr int Frame = 4; // that a window system may put around it
+    constexpr int Frame = 4; // pixels that a window system may put around it
     EXPECT_NEAR(List().y() + List().height(), Line().mapToGlobal(QPoint(0, 0)).y(), Frame);
 }
 
@@ -240,7 +240,7 @@ TEST_F(StatusArea, KeepsTheChosenRowOfAListThatChanges) {
 
 class LongOperation : public InAWindow {
 protected:
-    /// As storage and fonts do while they are used.
+    /// Calls Working as storage and fonts do while they are used.
     void WorkFor(int milliseconds) {
         const auto start = std::chrono::steady_clock::now();
         while (std::chrono::steady_clock::now() - start < std::chrono::milliseconds(milliseconds))
@@ -276,7 +276,7 @@ TEST_F(LongOperation, HasMenusThatAreGreyAsLongAsItsStripStands) {
     EXPECT_TRUE(menu.isEnabled());
 }
 
-// The window has slept until the click, and has not been at work.
+// The window sleeps until the click, which does not count as work.
 TEST_F(LongOperation, IsNotSeenInAQuickOneAfterALongRest) {
     ShowRows(3);
     Form().SetLinkLine(QStringLiteral("Link open"), true);
@@ -286,7 +286,7 @@ TEST_F(LongOperation, IsNotSeenInAQuickOneAfterALongRest) {
         Device.Host.faults.Working();
         told = State().text();
     };
-    // A machine that is busy elsewhere may take a tenth of a second between the click and the handler by itself.
+    // A busy machine may need a tenth of a second between the click and the handler.
     for (int time = 0; time < 20 && told != QStringLiteral("Link open"); ++time) {
         std::this_thread::sleep_for(std::chrono::milliseconds(150));
         Down(Grid(), Middle(1));

@@ -20,7 +20,7 @@ std::function<void()> WhenItIsToCommit; ///< what the input method does then, on
 
 } // namespace
 
-/// In this program it takes the place of Qt's own, which knows of no input method here.
+/// Replaces Qt's own function in this program, because there is no input method here.
 void QInputMethod::commit() {
     if (WhenItIsToCommit)
         std::exchange(WhenItIsToCommit, nullptr)();
@@ -35,14 +35,14 @@ using testing::IsEmpty;
 
 class TextField : public InAWindow {
 protected:
-    /// The field stands over the cell of the second field, whose text is "b".
+    /// Opens the text field over the cell of the driver's second field, whose text is "b".
     void EditCell() {
         OpenRecord();
         Tap(1, 1);
         ASSERT_TRUE(Field().Visible());
         Table.RecordDirty = false;
     }
-    /// What the field's events find, in the order in which they come.
+    /// Records the field's events in order, each with the field's text and visibility at that moment.
     void Listen() {
         const auto wrap = [this](std::function<void()>& event, const char* name) {
             event = [this, name, old = event] {
@@ -354,7 +354,7 @@ TEST_F(FieldOverARecord, GivesItToBackAsWell) {
     EXPECT_EQ(File("qrn0001.txt"), "Place|Moisture|Remark\na|b|cx\nd|e|f\n");
 }
 
-/// One that composes kana may have chosen the word for it already.
+/// An input method that composes kana may already have chosen the word for it.
 TEST_F(FieldOverARecord, AsksAnInputMethodFirstForWhatItHolds) {
     Compose(QStringLiteral("mizu"));
     WhenItIsToCommit = [] {
