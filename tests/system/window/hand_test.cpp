@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The hand of the tests: it acts until there is an effect, and not once more than that.
+// Tests of ActUntil, which repeats an action until it has an effect and then stops, and of Desktop::IsAtRest.
 #include "tests/system/window/running_window.h"
 
 #include <gtest/gtest.h>

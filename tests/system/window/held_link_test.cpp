@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What the window says of the link while two questions stand, one upon the other.
+// What the window says about the link while two questions are open, one above the other.
 #include "backends/input/gestures.h"
 #include "tests/system/window/watched_window.h"
 
@@ -13,7 +13,8 @@ Text Reading(const Text& value) {
            u"\"]\r\n[RESULT_UNIT \"%\"]\r\n[/BLob]\r\n";
 }
 
-/// A record with a reading in it. The parameter is how many come while the question about the next one stands.
+/// A record with a reading in it. The parameter is the number of readings that come while the question about the next
+/// one is open.
 class HeldLink : public WatchedWindow, public testing::WithParamInterface<int> {
 protected:
     HeldLink() {
@@ -23,7 +24,7 @@ protected:
         Receive(u"[BLob]\r\n[CONNECT \"QI-1\"]\r\n[/BLob]\r\n");
         Receive(Reading(u"first"));
     }
-    /// It comes over the line, and time enough goes by to decode it.
+    /// Lets the text arrive over the line, and lets enough time pass to decode it.
     void Receive(const Text& text) {
         Device.Platform.serial.Arrive(text);
         Settle();
@@ -35,7 +36,7 @@ protected:
         ++Answers;
         Deepest = std::max(Deepest, Boxes().Depth());
         EXPECT_EQ(backends::Answer(Device.Hand, BoxAnswer::No), "");
-        Device.WillDo([this] { Pass(1100); }); // what a person takes to read the next one
+        Device.WillDo([this] { Pass(1100); }); // the time that a user needs to read the next one
         Device.WillDo([this] { AnswerAndGoOn(); });
     }
     backends::DeviceBoxes& Boxes() { return Device.Platform.boxes; }
@@ -53,7 +54,7 @@ TEST_P(HeldLink, SaysHowManyCharactersWaitUntilOneAnswer) {
         Device.WillDo([&, number] {
             const Text text = Reading(modStringTools::NumberText(number));
             Receive(text);
-            waits += number > 1 ? text.size() : 0; // the first one has brought the second question
+            waits += number > 1 ? text.size() : 0; // the first one has opened the second question
             if (number <= 2) {
                 EXPECT_TRUE(LinkLineBecomes(held())) << LinkLine();
             }

@@ -9,15 +9,15 @@ namespace windowtest {
 namespace {
 
 constexpr int Paler = 48;     // of 255, in each of the three parts of a colour
-constexpr int Tile = 16;      // a letter is a good part of it
-constexpr int FewPixels = 12; // of a tile's 256: what is scattered is nothing that stands there
+constexpr int Tile = 16;      // pixels; a letter fills a large part of it
+constexpr int FewPixels = 12; // of a tile's 256; so few scattered pixels show nothing
 
 bool AreAlike(QRgb a, QRgb b) {
     return std::abs(qRed(a) - qRed(b)) <= Paler && std::abs(qGreen(a) - qGreen(b)) <= Paler &&
            std::abs(qBlue(a) - qBlue(b)) <= Paler;
 }
 
-/// Whether a colour stands at a place of a picture, or right beside it.
+/// Returns true if a picture has a colour at a place or right beside it.
 bool IsAt(const QImage& picture, QPoint place, QRgb colour) {
     const QRect around = QRect(place - QPoint(1, 1), place + QPoint(1, 1)).intersected(picture.rect());
     for (int y = around.top(); y <= around.bottom(); ++y)

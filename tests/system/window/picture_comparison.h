@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Whether two pictures show the same to an eye.
+// Compares two pictures as a person would.
 #pragma once
 
 #include <QImage>
@@ -8,9 +8,9 @@
 
 namespace windowtest {
 
-/// Where two pictures differ so that a person would see it, in words; empty where they don't. An edge that is a pixel
-/// further or a little paler is no difference, since another version of the font library draws it so; a letter more or
-/// less, a line, a colour, or another size is one.
+/// Returns in words where two pictures differ visibly; empty if they don't. An edge that is moved by a pixel or a
+/// little paler does not count, because another version of the font library draws it so. An added or missing letter, a
+/// line, a colour or another size does.
 std::string Difference(const QImage& stored, const QImage& seen);
 
 } // namespace windowtest

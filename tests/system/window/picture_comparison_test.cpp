@@ -11,7 +11,7 @@ namespace {
 
 using testing::HasSubstr;
 
-constexpr int Pixels = 15; // as high as the letters of a desktop's list
+constexpr int Pixels = 15; // the font size of a desktop's list
 
 QImage Paper() {
     QImage picture(200, 60, QImage::Format_RGB32);

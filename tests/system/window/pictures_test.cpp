@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Pictures of the window as people see it, for the eye and for the README. They are compared with those in pictures/,
-// as an eye does it. UPDATE_GOLDEN=1 writes these anew instead; each that has changed is then looked at.
+// Pictures of the window as users see it, to be looked at and for the README. They are compared with those in pictures/
+// by what a person would notice. UPDATE_GOLDEN=1 rewrites these instead; a person then looks at each that has changed.
 #include "apps/quorin/demo.h"
 #include "companion/words.h"
 #include "src/app/commands.h"
@@ -39,7 +39,7 @@ QRect BoxOf(const QImage& picture, const QColor& colour) {
     return box;
 }
 
-/// What an instrument sends for a result, with the place, the person and the probe.
+/// Returns what an instrument sends for a result, with the place, the operator and the probe.
 Text Result(const char16_t* probe, const char16_t* type, const char16_t* value, const char16_t* unit) {
     Text blob = u"[BLob]\r\n[ORIGIN \"QI-0001\"]\r\n[DESCRIPTIVE_VAR \"Site=North wall\"]\r\n"
                 u"[DESCRIPTIVE_VAR \"Operator=Cleo\"]\r\n[DESCRIPTIVE_VAR \"Probe=";
@@ -58,7 +58,7 @@ protected:
     explicit Pictures(std::int32_t deviceType = 0, double scale = 1)
         : InAWindow(OfType(deviceType), Looks{true, scale}) {}
 
-    /// The main screen, with the sample driver behind it.
+    /// Shows the main screen with the sample driver installed.
     void InstallSample() {
         quorin::PrepareDemo();
         Repaint();
@@ -76,7 +76,7 @@ protected:
         Form().SetNotices(notices);
         Form().SetLinkLine(QStringLiteral("Link open: Com1 (/dev/rfcomm0); last record 2 s ago"), true);
     }
-    /// A result comes, as the port hands it over.
+    /// Lets a result arrive as if the port had received it.
     void Receive(const Text& blob) {
         modBluetooth::Receive.ReadyText = u"[BLob]\r\n[CONNECT \"QI-0001\"]\r\n[/BLob]\r\n" + blob;
         modBluetooth::Receive.BlobEndSeen = true;
@@ -90,7 +90,7 @@ protected:
     }
 
     QImage Grab() { return Form().grab().toImage().convertToFormat(QImage::Format_RGB32); }
-    /// Another window of the program over the form's.
+    /// Draws another window of the program over the picture of the form.
     static QImage With(QImage picture, QWidget& window, QPoint place) {
         QPainter painter(&picture);
         const QPixmap seen = window.grab();
@@ -110,13 +110,13 @@ protected:
         EXPECT_EQ(Difference(QImage(stored), picture), "")
             << QUORIN_PICTURES "/" << name << ".png is not what " << stored.toStdString() << " shows";
     }
-    /// The headline is blue over the whole width of the form.
+    /// Expects a blue headline over the whole width of the form.
     static void ExpectTitle(const QImage& picture) {
         const QRect title = BoxOf(picture, TitleBlue);
         EXPECT_GE(title.width(), picture.width() - 4);
         EXPECT_GT(title.height(), 10);
     }
-    /// One cell is grey in a green frame, with text in it or without.
+    /// Expects one cell that is grey in a green frame, with or without text.
     static void ExpectMarkedCell(const QImage& picture) {
         const QRect frame = BoxOf(picture, FrameGreen);
         EXPECT_GT(frame.height(), 10);
@@ -212,7 +212,7 @@ class PalmPictures : public Pictures {
 protected:
     PalmPictures() : Pictures(1, qApp->devicePixelRatio()) {}
 
-    /// True in the run at twice the size, which the first one starts and waits for.
+    /// Returns true in the run at twice the size. The first run starts that one and waits for it.
     static bool RunsAtTwiceTheSize(const char* fonts) {
         const bool runs = qApp->devicePixelRatio() >= 2;
         EXPECT_EQ(runs ? 0 : RunAgainAtTwiceTheSize(fonts), 0);
@@ -220,7 +220,7 @@ protected:
     }
 
 private:
-    /// Qt takes the scale at its start: another run of this program.
+    /// Runs this program again, because Qt reads the scale at its start.
     static int RunAgainAtTwiceTheSize(const char* fonts) {
         const auto* const self = testing::UnitTest::GetInstance()->current_test_info();
         const std::string filter = std::string("--gtest_filter=PalmPictures.") + self->name();
@@ -237,7 +237,7 @@ private:
     }
 };
 
-/// A pixel of this device takes two on the screen.
+/// A pixel of this device is two pixels wide on the screen.
 TEST_F(PalmPictures, OfARecord) {
     if (!RunsAtTwiceTheSize("fonts"))
         return;
@@ -249,7 +249,7 @@ TEST_F(PalmPictures, OfARecord) {
     ExpectTitle(picture);
 }
 
-/// The next font stands in for the narrow one, as narrow.
+/// The substitute for the missing narrow font is as narrow.
 TEST_F(PalmPictures, OfARecordWhereTheNarrowFontIsMissing) {
     if (!RunsAtTwiceTheSize("fonts-without-narrow"))
         return;
@@ -297,18 +297,19 @@ TEST_F(S60Pictures, OfARecord) {
 int main(int count, char** words) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     qunsetenv("QT_STYLE_OVERRIDE");
-    // What a picture is made of is the same on each machine: the fonts, the names of the months, a cursor that stands.
+    // Pictures must be the same on each machine: this sets the fonts and the names of the months, and stops the
+    // blinking of the cursor.
     const QByteArray fonts = qgetenv(windowtest::FontsName);
     qputenv("FONTCONFIG_FILE", QUORIN_STORED_PICTURES "/" + (fonts.isEmpty() ? "fonts" : fonts) + ".conf");
     QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedKingdom));
-    qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {}); // what this screen can't do
+    qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {}); // what this screen lacks
     windowtest::ThisProgram = words[0];
     testing::InitGoogleTest(&count, words);
     QApplication application(count, words);
     QApplication::setQuitOnLastWindowClosed(false);
     QApplication::setCursorFlashTime(0);
     const char* const scale = std::getenv(windowtest::ScaleName);
-    QFont font = QApplication::font(); // what is no part of the device has its usual size
+    QFont font = QApplication::font(); // what is not part of the device has its usual size
     font.setPointSizeF(font.pointSizeF() / (scale != nullptr ? std::atof(scale) : 1));
     QApplication::setFont(font);
     return RUN_ALL_TESTS();

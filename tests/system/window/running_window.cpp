@@ -28,14 +28,14 @@ using support::Lines;
 constexpr std::chrono::seconds Patience{60};
 constexpr std::chrono::milliseconds Glance{20};
 
-/// Whether no thread of a process runs, or would if it had a processor. True of one that is gone.
+/// Returns true if no thread of a process runs or waits for a processor or a disk. True for a process that has ended.
 bool Sleeps(int process) {
     std::error_code gone;
     for (const auto& thread : std::filesystem::directory_iterator("/proc/" + std::to_string(process) + "/task", gone)) {
         std::ifstream in(thread.path() / "stat");
         std::string text;
         std::getline(in, text);
-        const std::size_t state = text.rfind(')') + 2; // the name before it may hold anything
+        const std::size_t state = text.rfind(')') + 2; // the name before it may contain anything
         if (state < text.size() && (text[state] == 'R' || text[state] == 'D'))
             return false;
     }
@@ -69,8 +69,8 @@ bool Eventually(const std::function<bool()>& holds, std::chrono::milliseconds pa
 bool ActUntil(const Effect& effect, const std::function<void()>& act, const std::function<bool()>& isAtRest) {
     using Clock = std::chrono::steady_clock;
     constexpr std::chrono::milliseconds Lasting{200}; // longer than a fill needs to paint itself again
-    constexpr std::chrono::milliseconds Restful{600}; // nothing is on its way any more
-    constexpr std::chrono::seconds Restless{10};      // a program under a flood never rests
+    constexpr std::chrono::milliseconds Restful{600}; // at rest for so long, nothing more will happen
+    constexpr std::chrono::seconds Restless{10};      // a program that is flooded with input never rests
     const auto end = Clock::now() + Patience;
     while (Clock::now() < end) {
         act();
@@ -177,7 +177,7 @@ double Child::ProcessorSeconds() const {
 // --- the desktop -----------------------------------------------------------------------------------------------------
 
 Desktop::Desktop(Hand hand) : Person_(hand) {
-    // The server writes the number of its display as soon as it takes clients, and keeps its screen in a file.
+    // The server writes the number of its display as soon as it accepts clients, and keeps its screen in a file.
     Server_ =
         std::make_unique<Child>(std::vector<std::string>{"Xvfb", "-displayfd", "1", "-screen", "0", "1024x768x24",
                                                          "-fbdir", Frames_.Path(), "-nolisten", "tcp", "-noreset"});
@@ -236,7 +236,7 @@ bool Desktop::Click(const std::function<QPoint()>& place, const Effect& effect) 
             const QPoint there = place();
             Tell({"mousemove", std::to_string(there.x()), std::to_string(there.y())});
             Tell({"click", "1"});
-            PutPointerAside(); // it is a part of the picture
+            PutPointerAside(); // the pointer is part of the picture
         },
         effect);
 }
@@ -246,7 +246,7 @@ bool Desktop::Press(const std::string& key, const Effect& effect) {
 }
 
 bool Desktop::Type(const std::string& letters, const std::function<QRect()>& field) {
-    constexpr int Cursor = 2; // it comes and goes
+    constexpr int Cursor = 2; // pixels; the cursor blinks
     return std::all_of(letters.begin(), letters.end(), [&](char letter) {
         const int before = Reach(Picture(), field());
         return ActAtLast(
@@ -300,7 +300,7 @@ int Ink(const QImage& picture, const QRect& box) {
 }
 
 int Reach(const QImage& picture, const QRect& box) {
-    constexpr int Edge = 4; // a field's frame
+    constexpr int Edge = 4; // pixels; a field's frame
     const QImage text = picture.copy(box.adjusted(0, Edge, 0, -Edge));
     const QRgb paper = text.pixel(text.width() - 1, text.height() / 2);
     int reach = 0;
@@ -321,7 +321,7 @@ std::vector<std::string> Words(const std::vector<std::string>& arguments) {
     return words;
 }
 
-/// A home of its own, no sound, and nothing of the desktop's that the test runs on.
+/// Sets a separate home folder, no sound, and nothing from the desktop on which the test runs.
 Child::Setting AtHome(Child::Setting setting, const Folder& home, const Desktop* desktop) {
     home.Put("silence", "pcm.!default { type null }\n");
     const std::map<std::string, std::string> own = {
@@ -370,7 +370,7 @@ void RunningWindow::Choose(const std::string& menuKey, const std::string& letter
             EXPECT_TRUE(MenuOpens(menuKey)) << menuKey;
             EXPECT_TRUE(Screen_->Press(letter, isTaken)) << letter;
         },
-        [&] { return isTaken() && effect(); }); // the menu covers a part of what is looked at
+        [&] { return isTaken() && effect(); }); // an open menu covers a part of the screen that `effect` looks at
     EXPECT_TRUE(isDone) << menuKey << ' ' << letter;
 }
 

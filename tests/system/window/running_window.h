@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The real window program on an X server of its own, the hand of the person at it, and what that person sees.
+// The real window program on a separate X server, the actions of its user, and what the user sees.
 #pragma once
 
 #include <QImage>
@@ -16,22 +16,21 @@
 
 namespace live {
 
-/// Looks every few milliseconds whether something holds; false when it still doesn't after a minute, which is far
-/// beyond what any step takes, however busy the machine is.
+/// Checks a condition every few milliseconds until it holds. Returns false if it does not hold after a minute, which is
+/// far longer than any step takes, however busy the machine is.
 bool Eventually(const std::function<bool()>& holds);
 bool Eventually(const std::function<bool()>& holds, std::chrono::milliseconds patience);
 
-/// What is to be seen of an act: it is asked again and again, and changes nothing by that.
+/// Returns true if the effect of an action is visible. It is called repeatedly and must change nothing.
 using Effect = std::function<bool()>;
 
-/// Acts as a person does: looks for the effect, and where everything has come to rest without it, acts once more. A
-/// busy program drops what was clicked while it could not answer, and a page that was just filled paints itself again a
-/// tenth of a second later, which closes what was opened under a quicker finger. False when there is no effect after a
-/// minute.
+/// Acts as a user does: performs the action, waits for the effect, and repeats the action if everything is at rest
+/// without it. A busy program drops clicks, and a page that was just filled paints itself again a tenth of a second
+/// later, which closes what was opened before. Returns false if there is no effect after a minute.
 [[nodiscard]] bool ActUntil(const Effect& effect, const std::function<void()>& act,
                             const std::function<bool()>& isAtRest);
 
-/// A folder that is gone with the test.
+/// A folder that is removed at the end of the test.
 class Folder {
 public:
     Folder();
@@ -39,21 +38,21 @@ public:
     Folder& operator=(const Folder&) = delete;
     ~Folder();
     std::string Path(const std::string& name = "") const { return name.empty() ? Place_ : Place_ + "/" + name; }
-    /// Writes a file, with the folders above it.
+    /// Writes a file, and creates the folders above it.
     void Put(const std::string& name, const std::string& bytes) const;
-    /// The bytes of a file; empty when it does not exist.
+    /// Returns the bytes of a file; empty if it does not exist.
     std::string Bytes(const std::string& name) const;
 
 private:
     std::string Place_;
 };
 
-/// A child process. It ends with this object, and with the test, however that ends.
+/// A child process. It is ended with this object, and with the test, however the test ends.
 class Child {
 public:
     struct Setting {
-        std::map<std::string, std::string> Environment; ///< over the test's own; an empty value takes the name away
-        std::function<void()> BeforeStart;              ///< in the child
+        std::map<std::string, std::string> Environment; ///< added to the test's own; an empty value removes a name
+        std::function<void()> BeforeStart;              ///< called in the child
     };
     explicit Child(const std::vector<std::string>& words, const Setting& setting = {});
     Child(const Child&) = delete;
@@ -63,15 +62,15 @@ public:
     int Id() const { return Process_; }
     void Signal(int number) const;
     bool HasEnded();
-    /// Waits for the end; -1 when it was a signal's, or did not come.
+    /// Waits for the end. Returns the exit status; -1 if a signal ended the process, or it still runs after a minute.
     int ExitStatus();
     std::string Output() const { return Streams_.Bytes("output"); }
     std::string Errors() const { return Streams_.Bytes("errors"); }
 
     long MemoryKilobytes() const { return KilobytesOf("VmRSS:"); }
-    /// What it has mapped, used or not: a limit goes by that.
+    /// Returns the memory that is mapped, used or not, which is what RLIMIT_AS limits.
     long AddressKilobytes() const { return KilobytesOf("VmSize:"); }
-    /// The time that it has kept a processor busy, in seconds.
+    /// Returns the processor time that it has used, in seconds.
     double ProcessorSeconds() const;
 
 private:
@@ -82,35 +81,36 @@ private:
     std::optional<int> Status_;
 };
 
-/// An X server with a window manager, and a mouse and a keyboard at it. Whatever is clicked, pressed or typed names its
-/// effect, and is done until that is there (ActUntil): there is no other way to act.
+/// An X server with a window manager, a mouse and a keyboard. Every click, key or typed text names its effect and is
+/// repeated until the effect is visible (ActUntil). There is no other way to act.
 class Desktop {
 public:
-    enum class Hand { Sure, Misses }; ///< of one that misses, the first try of each act goes nowhere
+    enum class Hand { Sure, Misses }; ///< Misses: the first try of each action has no effect
 
     explicit Desktop(Hand hand = Hand::Sure);
 
     const std::string& Display() const { return Name_; }
-    /// What is on the screen.
+    /// Returns what is on the screen.
     QImage Picture() const;
-    /// The pointer is out of the way afterwards. `place` is asked before each click.
+    /// Clicks, and moves the pointer aside afterwards. `place` is called before each click.
     [[nodiscard]] bool Click(const std::function<QPoint()>& place, const Effect& effect);
     [[nodiscard]] bool Press(const std::string& key, const Effect& effect);
-    /// Types into an empty field, letter by letter; each is there when the text reaches further to the right.
+    /// Types into an empty field, letter by letter. The effect of each is that the text reaches further to the right.
     [[nodiscard]] bool Type(const std::string& letters, const std::function<QRect()>& field);
-    /// Several acts that have one effect together; each of them has one of its own, too.
+    /// Performs several actions that have an effect together. Each of them also has its own.
     [[nodiscard]] bool Do(const std::function<void()>& acts, const Effect& effect);
     void PutPointerAside() { Tell({"mousemove", "1010", "760"}); }
-    /// The desktop is at rest when this process is, too. The one that was watched before has ended.
+    /// From now on the desktop is at rest only if this process is too. The process that was watched before must have
+    /// ended.
     void Watch(int process) { Program_ = process; }
     bool IsAtRest() const;
-    /// Is gone at once, as a server that has crashed.
+    /// Ends the server at once, as in a crash.
     void Vanish() { Server_->Signal(SIGKILL); }
 
-    /// The windows that can be seen, the first to come first. Menus and boxes are windows of their own.
+    /// Returns the visible windows, the first to appear first. Menus and boxes are separate windows.
     std::vector<std::string> Windows() const;
     std::string ActiveWindow() const;
-    /// That a part of the screen looks otherwise than now.
+    /// Returns the effect that a part of the screen looks different from now.
     Effect Change(const QRect& part) const;
 
 private:
@@ -125,18 +125,18 @@ private:
     int Program_ = 0;
 };
 
-/// Where a colour is to be seen, 0xRRGGBB; an empty box when it is not. `around`: each of its three parts may be off by
-/// so much, as in a shaded face.
+/// Returns the box around all pixels of a colour, 0xRRGGBB; empty if there are none. `around`: how much each of its
+/// three parts may differ, for shaded areas.
 QRect BoxOf(const QImage& picture, QRgb colour, int around = 0);
-/// How many pixels of a box have not its most frequent colour: text, more or less of it.
+/// Returns how many pixels of a box do not have its most frequent colour, which is a measure of the text in it.
 int Ink(const QImage& picture, const QRect& box);
-/// How far to the right the ink of a box reaches; nothing at its upper and lower edge counts.
+/// Returns how far to the right the text in a box reaches, without regard to its upper and lower edges.
 int Reach(const QImage& picture, const QRect& box);
 
 /// The window program in a desktop.
 class RunningWindow {
 public:
-    /// Its data and settings are in folders of its own. With `desktop`, waits until the window is there.
+    /// Starts the program with its data and settings below `home`. With `desktop`, waits until the window has appeared.
     RunningWindow(Desktop* desktop, const Folder& home, const std::vector<std::string>& arguments = {},
                   Child::Setting setting = {});
 
@@ -145,15 +145,15 @@ public:
     void Choose(const std::string& menuKey, const std::string& letter, const Effect& effect);
     [[nodiscard]] bool MenuOpens(const std::string& menuKey);
     bool IsMenuOrBoxOpen() { return Screen_->Windows().size() > 1; }
-    /// Whether there is a message box that has the keyboard.
+    /// Returns true if a message box has the keyboard.
     bool IsAsking();
-    /// Waits for that.
+    /// Waits until IsAsking is true.
     bool Asks();
     /// Presses keys in the box until it is gone.
     void Answer(const std::string& keys);
-    /// Waits until a part of the screen looks otherwise than before.
+    /// Waits until a part of the screen looks different from before.
     bool Changes(const QRect& part, const QImage& before);
-    /// Waits until a colour is seen, and says where.
+    /// Waits until a colour is visible, and returns where.
     QRect Find(QRgb colour);
 
 private:

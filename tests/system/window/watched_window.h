@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The program in a window that nobody sees, with the lines that stand outside of the form.
+// The program in an invisible window, with the lines outside of the form.
 #pragma once
 
 #include "apps/quorin/window_watch.h"
@@ -21,7 +21,8 @@ protected:
     std::string LinkLine() { return TextOf("linkState"); }
     /// The red line above it.
     std::string RedLine() { return TextOf("warning"); }
-    /// Whether the state of the link comes to be this. The window looks at it a few times a second.
+    /// Waits until the state of the link is this. The window checks it a few times a second. Returns false after 20
+    /// seconds.
     bool LinkLineBecomes(const std::string& text) {
         const auto patience = std::chrono::steady_clock::now() + std::chrono::seconds(20);
         while (LinkLine() != text && std::chrono::steady_clock::now() < patience) {

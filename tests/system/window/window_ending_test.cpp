@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The real window is told to end, or loses its display, with each kind of box, field and prompt open.
+// The real window is ended by a signal, or loses its display, with each kind of box, field and prompt open.
 #include "tests/support/running_instrument.h"
 #include "tests/system/window/running_window.h"
 
@@ -22,7 +22,7 @@ constexpr QRgb PlaceColour = 0xFFE0C0;
 constexpr QRgb MoistureColour = 0xE0FFC0;
 constexpr QRgb DayColour = 0xC0E0FF;
 
-/// A window on a display of its own, which may go.
+/// A window on a separate display, which may end.
 class EndOfTheWindow : public testing::Test {
 protected:
     EndOfTheWindow() {
@@ -63,7 +63,7 @@ protected:
         const QRect line = Window->Find(TitleBlue);
         return {line.center().x() + 4, row.top() + 2, line.width() / 2 - 32, row.height() - 4};
     }
-    /// A value in the field over its cell, which stays open.
+    /// Types a value into the field over a cell and leaves the field open.
     void TypePlace() {
         EXPECT_TRUE(Screen.Click([this] { return Cell(PlaceColour).center(); }, [this] { return FieldIsOpen(); }));
         EXPECT_TRUE(Screen.Type("North", [this] { return Cell(PlaceColour); }));
@@ -83,7 +83,7 @@ protected:
             Window->Process().Signal(SIGTERM);
         EXPECT_EQ(Window->Process().ExitStatus(), display ? 1 : 0);
     }
-    /// The first of two readings is in the record, and the second asks to replace it.
+    /// Opens a record with the first of two readings, while the program asks whether the second is to replace it.
     void OpenRecordUnderAQuestion() {
         Send(2);
         Start();
@@ -103,7 +103,7 @@ protected:
     std::optional<RunningInstrument> Instrument;
 };
 
-/// By a signal, or since the display is gone.
+/// The window ends by a signal, or because its display is gone.
 class EndOfTheWindowEitherWay : public EndOfTheWindow, public testing::WithParamInterface<bool> {};
 
 TEST_P(EndOfTheWindowEitherWay, SavesWhatIsInAnOpenField) {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What the real window does when something is missing, full, read-only or mad.
+// What the real window does when something is missing, full, read-only or sends garbage.
 #include "tests/support/running_instrument.h"
 #include "tests/system/window/running_window.h"
 
@@ -73,12 +73,12 @@ TEST(PortList, TellsWhatAPinnedPortIs) {
 
 // --- with a window ---------------------------------------------------------------------------------------------------
 
-constexpr QRgb PlaceColour = 0xFFE0C0; // each row has one of its own, by which it is found on the screen
+constexpr QRgb PlaceColour = 0xFFE0C0; // each row has its own colour, by which it is found on the screen
 constexpr QRgb MoistureColour = 0xE0FFC0;
 constexpr const char* Table = "FIELDNAME|VISIBLE|COPY|BLOB|DISPLAY|CSVNAME|DATATYPE|FORMULA\n"
                               "Place|1||Level|12640511|||\nMoisture|1||Moisture|12648416|||\n";
 
-/// A driver, and a download of it.
+/// The window with a driver and a download of it.
 class WindowFaults : public testing::Test {
 protected:
     static void SetUpTestSuite() { Screen = std::make_unique<Desktop>(); }
@@ -100,7 +100,7 @@ protected:
         Window.emplace(Screen.get(), Home, Words{"--root", Home.Path("root"), "--port", "1=" + Home.Path("line")},
                        setting);
     }
-    /// That another screen is there, which its headline tells.
+    /// Returns the effect that another screen has appeared, which shows in the headline.
     static Effect AnotherScreen() {
         return [before = Screen->Picture()] {
             const QImage now = Screen->Picture();
@@ -110,7 +110,7 @@ protected:
     }
     static bool Shows(QRgb colour) { return !BoxOf(Screen->Picture(), colour).isEmpty(); }
     static bool OneWindow() { return Screen->Windows().size() == 1; }
-    /// Presses a key that takes the program to its end.
+    /// Presses a key that ends the program.
     void EndBy(const std::string& key) {
         EXPECT_TRUE(Screen->Press(key, [this] { return Window->Process().HasEnded(); }));
     }
@@ -118,7 +118,7 @@ protected:
         Window->Choose("F1", "s", AnotherScreen());
         Window->Choose("F1", "o", AnotherScreen());
     }
-    /// A folder has its name.
+    /// Opens a download that can't be created because a folder has its name.
     void OpenADownloadThatCantBeMade() {
         ShowDownloads();
         std::filesystem::remove(Home.Path("root/Quorin/qrn0001.txt"));
@@ -129,7 +129,7 @@ protected:
         ShowDownloads();
         Window->Choose("F1", "o", [] { return Shows(MoistureColour); });
     }
-    /// The value beside the name that has a row's colour.
+    /// Returns the place of the value beside the name that has a row's colour.
     QRect Cell(QRgb colour) {
         const QRect row = Window->Find(colour);
         const QRect line = Window->Find(TitleBlue);
@@ -183,7 +183,7 @@ TEST_F(WindowFaults, AReadOnlyRootIsShownAllTheSame) {
         std::filesystem::permissions(Home.Path(name), std::filesystem::perms(0755));
 }
 
-/// The window with a save that fails, whatever its standard streams are.
+/// The window with a save that fails, with different standard streams.
 class FailedSaves : public WindowFaults {
 protected:
     void SaveInVain(const std::function<void()>& standardStreams);
@@ -196,7 +196,7 @@ void FailedSaves::SaveInVain(const std::function<void()>& standardStreams) {
         Content += "place " + std::to_string(i) + "|\n";
     Home.Put("root/Quorin/qrn0001.txt", Content);
     Child::Setting setting;
-    setting.BeforeStart = [standardStreams] { // no file of its may grow beyond this
+    setting.BeforeStart = [standardStreams] { // none of its files may grow beyond this
         constexpr rlimit Limit{16000, 16000};
         ::setrlimit(RLIMIT_FSIZE, &Limit);
         ::signal(SIGXFSZ, SIG_DFL);
@@ -312,7 +312,7 @@ TEST_F(WindowFaults, EscTakesAMenuAwayAndNothingElse) {
     OpenRecord();
     EXPECT_TRUE(Window->MenuOpens("F1"));
     EXPECT_TRUE(Screen->Press("Escape", OneWindow));
-    EXPECT_TRUE(Window->MenuOpens("F2")); // whatever comes of the key has come by now
+    EXPECT_TRUE(Window->MenuOpens("F2")); // the effects of the key are complete by now
     EXPECT_TRUE(Screen->Click(BesideTheMenu, OneWindow));
     EXPECT_FALSE(BoxOf(Screen->Picture(), MoistureColour).isEmpty()) << "it has gone back";
 }
@@ -334,7 +334,7 @@ TEST_F(WindowFaults, AnInstrumentThatGoesAndComesBackIsTakenUpByItself) {
     const QRect headline = Window->Find(TitleBlue);
     const QImage before = Screen->Picture();
     first.reset();
-    ::unlink(Home.Path("line").c_str()); // as an adapter's name goes with it
+    ::unlink(Home.Path("line").c_str()); // as the name of an adapter disappears with it
     EXPECT_TRUE(Window->Changes(headline, before)) << "it tells that the link is down";
 
     const double busy = Window->Process().ProcessorSeconds();
@@ -347,7 +347,7 @@ TEST_F(WindowFaults, AnInstrumentThatGoesAndComesBackIsTakenUpByItself) {
     EXPECT_EQ(Screen->Windows().size(), 1U) << "no dialog";
 }
 
-/// Writes rubbish to a pseudo terminal as fast as it is taken.
+/// Writes garbage to a pseudo terminal as fast as it is read.
 class Garbage {
 public:
     explicit Garbage(const std::string& link) : Master_(::posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC)) {
@@ -409,7 +409,7 @@ TEST_F(WindowFaults, RubbishAtFullSpeedLeavesTheWindowResponsive) {
     EXPECT_FALSE(Window->Process().HasEnded());
 }
 
-#ifndef __SANITIZE_ADDRESS__ // which takes more memory for itself than there is here
+#ifndef __SANITIZE_ADDRESS__ // the sanitizer itself needs more memory than the limit here allows
 /// A line without an end is kept until it has one.
 TEST_F(WindowFaults, MemoryThatRunsOutIsAMessageAndEndsWithOne) {
     Garbage line(Home.Path("line"));

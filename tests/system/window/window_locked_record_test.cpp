@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// A record in the window whose line database another program locks: the window lives while it is waited for, and the
-// form does not.
+// A record in the window whose line database another program locks: while the program waits for it, the window responds
+// and the form does not.
 #include "backends/input/gestures.h"
 #include "src/drivers/record_editor.h"
 #include "src/link/receive.h"
@@ -18,7 +18,7 @@ using testing::HasSubstr;
 
 const std::string Waits = "Another program is using this file: waiting…";
 
-/// Counts what a widget is asked to paint.
+/// Counts the paint events of a widget.
 class Paintings final : public QObject {
 public:
     explicit Paintings(QWidget& widget) { widget.installEventFilter(this); }
@@ -31,7 +31,7 @@ private:
     }
 };
 
-/// The second of three records of a line database, with a value that is not saved, and another program's lock.
+/// The second of three records of a line database, with an unsaved value, and another program that may lock it.
 class LockedRecordInTheWindow : public WatchedWindow {
 protected:
     LockedRecordInTheWindow() {
@@ -45,7 +45,7 @@ protected:
         }
         GotoRow(2);
         modQuorin::ShowRecord();
-        Pass(1100); // the port is open
+        Pass(1100); // until the port is open
         Tool.Open(Device.Folder.Path() / "Databases" / "test.sqlite");
         Main().SetCell(1, 1, u"23.4");
         Table.RecordDirty = true;
@@ -55,7 +55,8 @@ protected:
     ~LockedRecordInTheWindow() override { CloseTable(); }
 
     backends::LockWait& Patience() { return Device.Host.hostDatabases.Patience; }
-    /// Beside what the window itself does at each moment of the wait, which ends once all was seen.
+    /// Makes the wait end once `allWasSeen` returns true. It is called in the wait each time, after the window's own
+    /// routine.
     void WaitUntil(std::function<bool()> allWasSeen) {
         Patience().Longest = std::chrono::minutes(1);
         Patience().Waiting = [this, own = Patience().Waiting, look = std::move(allWasSeen)] {
@@ -85,7 +86,7 @@ TEST_F(LockedRecordInTheWindow, PaintsAndSaysWhatIsWaitedFor) {
     WaitUntil([&] {
         isSaid = isSaid || LinkLine() == Waits;
         before = before < 0 ? paintings.Count : before;
-        Grid().update(); // as when a window that lay over it goes away
+        Grid().update(); // as when a window above it closes
         return isSaid && paintings.Count > before;
     });
     Tool.Lock();
@@ -112,7 +113,7 @@ TEST_F(LockedRecordInTheWindow, IsToldInRedAndStaysOnTheScreenUntilItCanBeSaved)
     EXPECT_EQ(Device.Did.Unsaved.size(), 1U);
 }
 
-/// A tick is due all the time, the port has something, and a person clicks: all that comes when the wait is over.
+/// A tick is due all the time, the port has received text, and a user clicks: all of these are handled after the wait.
 TEST_F(LockedRecordInTheWindow, RaisesNothingOfTheApplicationMeanwhile) {
     const Text line = u"something\r\n";
     int looks = 0;
@@ -138,7 +139,8 @@ TEST_F(LockedRecordInTheWindow, RaisesNothingOfTheApplicationMeanwhile) {
     EXPECT_EQ(modBluetooth::Receive.ReadyText, line);
 }
 
-/// After a sleep the port is closed and opened anew, and what comes meanwhile is lost.
+/// After a sleep of the device the port is closed and opened again, and what arrives meanwhile is lost. A wait must not
+/// have this effect.
 TEST_F(LockedRecordInTheWindow, IsNoSleepOfTheDeviceHoweverLongItIs) {
     Pass(1000);
     ASSERT_EQ(modBluetooth::Receive.LinkState, modBluetooth::LinkPhase::Open);

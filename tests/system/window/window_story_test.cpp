@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What a technician does with the real window, by mouse and keyboard, and what comes of it on disk.
+// What a technician does with the real window, by mouse and keyboard, and what is on disk afterwards.
 #include "tests/support/running_instrument.h"
 #include "tests/system/window/running_window.h"
 
@@ -22,7 +22,7 @@ constexpr QRgb TitleBlue = 0x0000FF;
 constexpr QRgb White = 0xFFFFFF;
 constexpr QRgb FrameGreen = 0x00FF00;
 
-/// The fields of the driver, each in a colour of its own, by which it is found on the screen.
+/// The fields of the driver. Each has its own colour, by which it is found on the screen.
 struct FieldRow {
     const char* Name;
     QRgb Colour;
@@ -31,7 +31,7 @@ const FieldRow Fields[] = {{"Moisture", 0xFFE0C0}, {"Temperature", 0xE0FFC0}, {"
                            {"Remark", 0xFFC0E0},   {"Checked", 0xE0C0FF},     {"Started", 0xC0FFE0}};
 enum { Moisture, Temperature, Place, Remark, Checked, Started };
 
-/// As a driver's table writes it: blue in the high byte.
+/// Returns a colour as in a driver's table: 0xBBGGRR as a decimal number.
 std::string DisplayOf(QRgb colour) {
     return std::to_string(qBlue(colour) << 16 | qGreen(colour) << 8 | qRed(colour));
 }
@@ -65,7 +65,7 @@ std::tm Today() {
     const std::time_t now = std::time(nullptr);
     std::tm day{};
     ::localtime_r(&now, &day);
-    day.tm_hour = 12; // no change of the clocks reaches another day
+    day.tm_hour = 12; // at noon, so that a change to or from summer time does not change the day
     return day;
 }
 
@@ -88,18 +88,18 @@ protected:
     }
     std::string File(const std::string& name) { return Home.Bytes("root/Quorin/" + name); }
 
-    /// The other end of the line comes and says something. The one that was there before is gone without a word.
+    /// Starts an instrument at the other end of the line, which sends these records. The one before it is ended.
     void Send(const std::string& records) {
         Home.Put("records", Introduction() + records);
         Instrument.emplace(std::vector<std::string>{"--link", Home.Path("line"), "--fast", Home.Path("records")});
     }
 
-    /// The headline tells the screen; it is painted when all of the screen is there.
+    /// Returns the place of the headline, which identifies the screen. It is painted when the whole screen is complete.
     QRect Headline() { return Window->Find(TitleBlue); }
-    /// That another screen is there.
+    /// Returns the effect that another screen has appeared.
     Effect AnotherScreen() { return Screen.Change(Headline()); }
 
-    /// Where a field's value stands. The name beside it has the row's colour, marked or not.
+    /// Returns the place of a field's value. The name beside it has the row's colour, marked or not.
     QRect Cell(int field) {
         const QRect row = Window->Find(Fields[field].Colour);
         const QRect line = Headline();
@@ -113,13 +113,14 @@ protected:
     bool Fills(int field) {
         return Eventually([&] { return !IsEmpty(field); });
     }
-    /// The field for typing is white.
+    /// Returns true if the cell is being edited: the text field is white.
     bool IsEdited(int field) {
         const QRect cell = Cell(field);
         return !BoxOf(Screen.Picture().copy(cell), White).isEmpty();
     }
 
-    /// The day that the calendar stands at. The head of the calendar, over the names of the days, has its colour, too.
+    /// Returns the place of the day that is selected in the calendar. The head of the calendar, above the names of the
+    /// days, has the same colour.
     QRect MarkedDay() {
         constexpr QRgb Marked = 0x308CC6;
         const int top = Headline().bottom() + 40;
@@ -153,19 +154,19 @@ TEST_P(WindowStory, OfATechnicianEndsInTheRecordsOnDisk) {
     for (int field = Moisture; field <= Started; ++field)
         ASSERT_FALSE(Cell(field).isEmpty());
 
-    // Two readings find their fields, with the date and the place.
+    // Two readings fill their fields, and also the date and the place.
     Send(Result("Temperature", "19.5", "C") + Result("Moisture", "23.4", "%"));
     EXPECT_TRUE(Fills(Moisture));
     for (const int field : {Temperature, Place, Started})
         EXPECT_FALSE(IsEmpty(field)) << Fields[field].Name;
     EXPECT_TRUE(IsEmpty(Remark));
 
-    // A remark where it stands.
+    // A remark is typed over its cell.
     EXPECT_TRUE(Screen.Click([&] { return Cell(Remark).center(); }, [&] { return IsEdited(Remark); }));
     EXPECT_TRUE(Screen.Type("damp", [&] { return Cell(Remark); }));
     EXPECT_TRUE(Screen.Click([&] { return NameOf(Place); }, [&] { return !IsEdited(Remark); }));
 
-    // Another reading for the same field: no, and the next one: yes.
+    // Another reading for the same field is answered No, the next one Yes.
     QImage before = Screen.Picture();
     Send(Result("Moisture", "88.8", "%"));
     ASSERT_TRUE(Window->Asks());
@@ -192,7 +193,7 @@ TEST_P(WindowStory, OfATechnicianEndsInTheRecordsOnDisk) {
     EXPECT_TRUE(Screen.Click([&] { return chosenDay; }, AnotherScreen()));
     EXPECT_TRUE(Fills(Checked));
 
-    // Out, by menus and by the frame of the window.
+    // Leave by the menus, and by closing the window.
     Window->Choose("F1", "c", AnotherScreen());
     Window->Choose("F2", "b", AnotherScreen());
     Window->Choose("F2", "b", [&] { return BoxOf(Screen.Picture(), TitleBlue).isEmpty(); });
