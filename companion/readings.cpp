@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "companion/readings.h"
 
+#include "src/blob/blob_text.h"
+
 namespace companion {
 
 Text NameOf(platform::Fate fate) {
@@ -55,11 +57,15 @@ void Readings::TextEmptied(TextView characters) {
 }
 
 void Readings::ReadingJudged(const platform::Verdict& verdict) {
-    if (Kept_.size() == Capacity) {
+    const platform::Reading& reading = verdict.Reading;
+    Kept_.push_back(
+        {verdict.Fate, reading.Blob ? reading.Blob : std::make_shared<const Text>(modBLob::BlobOf(reading))});
+    Characters_ += Kept_.back().Blob->size();
+    while (Characters_ > Capacity && Kept_.size() > 1) {
+        Characters_ -= Kept_.front().Blob->size();
         Kept_.pop_front();
         ++Dropped_;
     }
-    Kept_.push_back({verdict.Fate, verdict.Reading.Blob});
     for (platform::ReadingLog* observer : Observers_)
         observer->ReadingJudged(verdict);
 }

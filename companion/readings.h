@@ -14,18 +14,18 @@ namespace companion {
 /// Returns the name of a fate, as programs read it: "taken", "openfield".
 Text NameOf(platform::Fate fate);
 
-/// Keeps the BLobs of the last readings and passes all reports on to the observers, in their order.
+/// Keeps the last readings, each as a BLob, and passes all reports on to the observers, in their order.
 class Readings final : public platform::ReadingLog {
 public:
-    /// So many readings are kept: some 60 MB if each has a BLob of its own, of usual size.
-    static constexpr std::size_t Capacity = 100'000;
+    /// At most this many characters are kept.
+    static constexpr std::size_t Capacity = 32'000'000;
 
     /// The observer must live as long as the readings.
     void Add(platform::ReadingLog& observer) { Observers_.push_back(&observer); }
 
     struct Kept {
         platform::Fate Fate;
-        std::shared_ptr<const platform::SentBlob> Blob; ///< shared with the other results of the BLob
+        std::shared_ptr<const Text> Blob; ///< its lines end with a carriage return
     };
 
     /// Returns how many readings there were in this run: one for each verdict.
@@ -41,7 +41,8 @@ public:
 private:
     std::vector<platform::ReadingLog*> Observers_;
     std::deque<Kept> Kept_;
-    std::size_t Dropped_ = 0; ///< the first ones, which are not kept any more
+    std::size_t Characters_ = 0; ///< of all that are kept
+    std::size_t Dropped_ = 0;    ///< the first ones, which are not kept any more
 };
 
 } // namespace companion

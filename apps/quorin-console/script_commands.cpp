@@ -229,14 +229,14 @@ Error RunAgain(const Target& target, const std::string& rest) {
     const auto number = words.size() == 1 ? NumberFrom(words[0]) : std::nullopt;
     const companion::Readings::Kept* const reading =
         number && *number > 0 ? target.Device.readings.Number(static_cast<std::size_t>(*number)) : nullptr;
-    if (reading == nullptr || !reading->Blob)
+    if (reading == nullptr)
         return "wants the number of one of the last readings of this run, which count from 1";
     if (reading->Fate == platform::Fate::Waiting)
         return "this reading waits and comes by itself";
     const modQuorin::ScreenId screen = modQuorin::Screens.CurrentScreen;
     if (screen != modQuorin::ScrInfRecord && screen != modQuorin::ScrBluetoothDebug)
         return "neither a record nor the trace is on the screen";
-    modBluetooth::TakeAgain(reading->Blob->Lines);
+    modBluetooth::TakeAgain(*reading->Blob);
     return Done;
 }
 

@@ -79,7 +79,7 @@ void Writer::ReadingJudged(const platform::Verdict& verdict) {
                   {"types", types},
                   {"value", Utf8(verdict.Reading.Value)},
                   {"unit", Utf8(verdict.Reading.Unit)},
-                  {"origin", Utf8(verdict.Reading.Blob ? verdict.Reading.Blob->Origin : Text())},
+                  {"origin", Utf8(verdict.Reading.Origin)},
                   {"row", orNull(hasRow, verdict.Row)},
                   {"field", orNull(hasRow, Utf8(verdict.Field))},
                   {"file", orNull(!verdict.File.empty(), Utf8(verdict.File))}};
@@ -89,7 +89,7 @@ void Writer::ReadingJudged(const platform::Verdict& verdict) {
 }
 
 void Writer::RowChanged(const platform::RowChange& change) {
-    if (change.Event == platform::RowEvent::Saved && companion::IsOpenDownload(change.File))
+    if (change.Event == platform::RowEvent::Saved && change.Why.empty() && companion::IsOpenDownload(change.File))
         Write({{"event", "saved"}, {"file", Utf8(change.File)}, {"row", change.Row}});
 }
 

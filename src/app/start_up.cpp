@@ -6,6 +6,7 @@
 #include "src/app/screens.h"
 #include "src/blob/decoding.h"
 #include "src/blob/framing.h"
+#include "src/blob/verdicts.h"
 #include "src/drivers/downloads.h"
 #include "src/drivers/registry.h"
 #include "src/drivers/selection.h"
@@ -75,6 +76,7 @@ void ResetModules() {
     modFileSystem::Table = {};
     modBLob::Decoder = {};
     modBLob::Framing = {};
+    modBLob::CutBlob.clear();
     modBluetooth::Ports = {};
     modBluetooth::Receive = {};
     modBluetooth::Mailbox = {};

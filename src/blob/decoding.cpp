@@ -255,25 +255,25 @@ void PutVars(const ResultSlot& slot, Text& vars) {
     vars.append(slot.Vars).append(tail);
 }
 
-/// Stores the results that the lines contain. Returns the slot of the first one; null if there are none.
-ResultSlot* ReadResults(DecoderState& decoder, TextView lines, TextView origin) {
+/// Stores the results that the lines contain.
+void ReadResults(DecoderState& decoder, TextView lines, TextView origin) {
     AddResultSlot(decoder);
-    decoder.FirstSlot = static_cast<std::size_t>(decoder.SlotCount - 1);
     decoder.Variables = OriginVariable;
     decoder.Variables += origin;
     ReadLines(decoder, lines);
-    ResultSlot& first = decoder.Slots[decoder.FirstSlot];
-    return first.Filled ? &first : nullptr;
+}
+
+/// Returns the origin that a BLob names; that of the connected instrument if it names none.
+TextView OriginOf(const LostBlob& blob) {
+    const std::size_t tag = FindLastTags(*blob.Lines).Origin;
+    return tag == TextView::npos ? TextView(blob.Connected) : InsideQuotes(InsideTag(*blob.Lines, tag, OriginTag));
 }
 
 } // namespace
 
-bool DecodeBlob(DecoderState& decoder, TextView blob) {
-    const TextView whole = blob;
-    decoder.WhyRefused = Refusal::Shape;
+Refusal ReadBlob(DecoderState& decoder, TextView blob) {
     if (!BeginsWithTag(blob, StartTag) || !HasExactEndLine(blob))
-        return false;
-    decoder.WhyRefused = Refusal::Origin;
+        return Refusal::Shape;
     LastTags tags = FindLastTags(blob);
     decoder.ConnectSeen = tags.Connect != TextView::npos;
     if (decoder.ConnectSeen) {
@@ -283,34 +283,34 @@ bool DecodeBlob(DecoderState& decoder, TextView blob) {
         tags = FindLastTags(blob);
     }
     if (!OriginAccepted(decoder, blob, tags.Origin))
-        return false;
-    decoder.WhyRefused = Refusal::None;
-    if (ResultSlot* const first = ReadResults(decoder, blob, decoder.ConnectedID))
-        first->Blob = std::make_shared<const platform::SentBlob>(platform::SentBlob{Text(whole), decoder.ConnectedID});
-    return true;
+        return Refusal::Origin;
+    ReadResults(decoder, blob, decoder.ConnectedID);
+    return Refusal::None;
 }
 
-std::shared_ptr<const platform::SentBlob> Sent(const DecoderState& decoder, TextView blob) {
-    const std::size_t origin = FindLastTags(blob).Origin;
-    const Text name =
-        origin == TextView::npos ? decoder.ConnectedID : Text(InsideQuotes(InsideTag(blob, origin, OriginTag)));
-    return std::make_shared<const platform::SentBlob>(platform::SentBlob{Text(blob), name});
+std::size_t NextSlot(const DecoderState& decoder) {
+    return decoder.SlotCount == 0 ? 0 : static_cast<std::size_t>(decoder.SlotCount - 1);
 }
 
-void VisitResults(const platform::SentBlob& blob, const std::function<void(const platform::Reading&)>& visit) {
+void VisitResults(const LostBlob& blob, const std::function<void(const platform::Reading&)>& visit) {
     DecoderState decoder;
-    if (ResultSlot* const first = ReadResults(decoder, blob.Lines, blob.Origin))
-        first->Blob = std::make_shared<const platform::SentBlob>(blob);
-    while (NextResult(decoder))
-        visit(CurrentResult(decoder));
+    ReadResults(decoder, *blob.Lines, OriginOf(blob));
+    while (NextResult(decoder)) {
+        platform::Reading reading = CurrentResult(decoder);
+        reading.Blob = blob.Lines;
+        visit(reading);
+    }
 }
 
 platform::Reading CurrentResult(const DecoderState& decoder) {
-    return {.Types = decoder.ResultTypes,
-            .Value = decoder.ResultValue,
-            .Unit = decoder.ResultUnit,
-            .Variables = decoder.ResultVars,
-            .Blob = decoder.ResultBlob};
+    platform::Reading reading = {.Types = decoder.ResultTypes,
+                                 .Value = decoder.ResultValue,
+                                 .Unit = decoder.ResultUnit,
+                                 .Variables = decoder.ResultVars,
+                                 .Origin = {}};
+    if (!reading.Variables.empty() && reading.Variables.front().starts_with(OriginVariable))
+        reading.Origin = reading.Variables.front().substr(OriginVariable.size());
+    return reading;
 }
 
 bool NextResult(DecoderState& decoder) {
@@ -324,8 +324,6 @@ bool NextResult(DecoderState& decoder) {
     } while (!decoder.Slots[static_cast<std::size_t>(decoder.SlotCursor - 1)].Filled);
 
     const ResultSlot& slot = decoder.Slots[static_cast<std::size_t>(decoder.SlotCursor - 1)];
-    if (slot.Blob)
-        decoder.ResultBlob = slot.Blob;
     if (!slot.SameTypes)
         SplitList(slot.Types, decoder.ResultTypes);
     if (!HasSameVars(slot, decoder.VarsDelivered)) {
@@ -336,10 +334,6 @@ bool NextResult(DecoderState& decoder) {
         decoder.ValueDelivered = slot.Value;
     DeliverValue(decoder, decoder.ValueDelivered, slot.Unit);
     return true;
-}
-
-bool LastBlobHasResults(const DecoderState& decoder) {
-    return decoder.Slots[decoder.FirstSlot].Filled;
 }
 
 bool ResultsWait(const DecoderState& decoder) {

@@ -24,7 +24,6 @@ struct ResultSlot {
     Text Vars;                  ///< what is between the two
     Text Value;
     Text Unit;
-    std::shared_ptr<const platform::SentBlob> Blob; ///< that it came in; null if it is that of the slot before
 };
 
 /// Why a BLob was refused.
@@ -47,8 +46,6 @@ struct DecoderState {
     bool ConnectSeen = false;                  ///< the last decoded BLob had a connect tag
     BlobError BlobErrorCode = BlobError::None; ///< of the last BLob with an origin that was refused
     Text BlobErrorText;                        ///< the message belonging to the code
-    Refusal WhyRefused = Refusal::None;        ///< of the last BLob
-    std::size_t FirstSlot = 0;                 ///< index of the first slot of the BLob that was accepted last
     std::vector<ResultSlot> Slots;             ///< of the results
     std::int32_t SlotCount = 0;                ///< number of slots, including the free one at the end
     std::int32_t SlotCursor = 0;               ///< the slot last delivered
@@ -59,31 +56,35 @@ struct DecoderState {
     std::vector<Text> ResultVars;  ///< its variables, each a name, `=` and a value; the first is ORIGIN
     Text ResultValue;              ///< its value
     Text ResultUnit;               ///< its unit
-    std::shared_ptr<const platform::SentBlob> ResultBlob; ///< the BLob that it came in
 };
 inline DecoderState Decoder; ///< the application's
 
-/// Decodes one BLob. Its lines end with a carriage return, the last one too. Returns false if the BLob is refused:
-/// there is no proper start or end tag, or the origin is not the connected instrument.
-bool DecodeBlob(DecoderState& decoder, TextView blob);
+/// Decodes one BLob. Its lines end with a carriage return, the last one too. Returns why it is refused, or None.
+Refusal ReadBlob(DecoderState& decoder, TextView blob);
+
+/// The same. Returns false if the BLob is refused.
+inline bool DecodeBlob(DecoderState& decoder, TextView blob) {
+    return ReadBlob(decoder, blob) == Refusal::None;
+}
+
+/// Returns the index of the slot that the next result is put into.
+std::size_t NextSlot(const DecoderState& decoder);
 
 /// Makes the next filled slot the current result. Returns false if there is none left, and empties the slots then.
 bool NextResult(DecoderState& decoder);
 
-/// Calls a routine with each result of a BLob, whether or not it is accepted, as it would be delivered.
-void VisitResults(const platform::SentBlob& blob, const std::function<void(const platform::Reading&)>& visit);
+/// A BLob none of whose results is delivered.
+struct LostBlob {
+    platform::Fate Why = platform::Fate::Shape; ///< Shape, Origin or Connect
+    std::shared_ptr<const Text> Lines;          ///< each ends with a carriage return
+    Text Connected;                             ///< the instrument that was connected then
+};
 
-/// Returns a BLob as a record of its own. The instrument of a BLob that names none is the connected one.
-std::shared_ptr<const platform::SentBlob> Sent(const DecoderState& decoder, TextView blob);
+/// Calls a routine with each result of a BLob, as if it were delivered.
+void VisitResults(const LostBlob& blob, const std::function<void(const platform::Reading&)>& visit);
 
 /// Returns the current result.
 platform::Reading CurrentResult(const DecoderState& decoder);
-
-/// True if the BLob that was accepted last has filled a slot.
-bool LastBlobHasResults(const DecoderState& decoder);
-
-/// True if the BLob that was accepted last has filled a slot.
-bool LastBlobHasResults(const DecoderState& decoder);
 
 /// True if results wait in the slots. If one BLob of a burst was refused, the results of the others wait there.
 bool ResultsWait(const DecoderState& decoder);

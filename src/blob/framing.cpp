@@ -50,8 +50,8 @@ struct Progress {
 };
 
 /// Returns the fate of the results of a BLob that was refused, or by which the instrument connected.
-platform::Fate FateOf(const DecoderState& decoder) {
-    switch (decoder.WhyRefused) {
+platform::Fate FateOf(Refusal refusal) {
+    switch (refusal) {
     case Refusal::Shape:
         return platform::Fate::Shape;
     case Refusal::Origin:
@@ -68,11 +68,12 @@ void CloseBlob(FramingState& framing, DecoderState& decoder, Progress& progress)
     const std::size_t start = framing.OpenBlobs.back();
     framing.OpenBlobs.pop_back();
     const TextView blob = TextView(buffer).substr(start);
-    const bool accepted = DecodeBlob(decoder, blob);
-    const bool connects = accepted && decoder.ConnectSeen && !LastBlobHasResults(decoder);
+    const std::size_t slot = NextSlot(decoder);
+    const Refusal refusal = ReadBlob(decoder, blob);
+    const bool accepted = refusal == Refusal::None;
     (accepted ? progress.Decoded : progress.Failed) = true;
-    if (!accepted || connects)
-        framing.Lost.push_back({FateOf(decoder), Sent(decoder, blob), decoder.ConnectedID});
+    if (!accepted || (decoder.ConnectSeen && NextSlot(decoder) == slot))
+        framing.Lost.push_back({FateOf(refusal), std::make_shared<const Text>(blob), decoder.ConnectedID});
     buffer.resize(start);
     progress.Unchanged = std::min(progress.Unchanged, start);
 }

@@ -9,13 +9,6 @@
 
 namespace modBLob {
 
-/// A BLob none of whose results is delivered.
-struct LostBlob {
-    platform::Fate Why = platform::Fate::Shape; ///< Shape, Origin or Connect
-    std::shared_ptr<const platform::SentBlob> Blob;
-    Text Connected; ///< the instrument that was connected then
-};
-
 /// The buffer, and what the last call found in it, so that the next call continues there: noise that is never removed
 /// is searched only once. Only ExtractBlobs writes it. Indexes count from 0.
 struct FramingState {

@@ -157,6 +157,17 @@ std::vector<Text> TextsOfGrid() {
     return texts;
 }
 
+/// SaveRow reports nothing if there is no file.
+void TellNoFile(const std::vector<Text>& texts) {
+    const Text why = u"the file could not be created";
+    Text line;
+    for (const Text& text : texts)
+        line += (&text == &texts.front() ? u"" : u"|") + text;
+    Device().saveWatcher.NotSaved(Table.TableName, why);
+    Device().readingLog.RowChanged(
+        {.Event = platform::RowEvent::Saved, .File = Table.TableName, .NewLine = line, .Why = why});
+}
+
 void TellWhatHasNoField(const std::vector<Text>& texts) {
     const std::vector<Text>& columns = Table.TableColumns;
     Text names;
@@ -165,7 +176,7 @@ void TellWhatHasNoField(const std::vector<Text>& texts) {
             names += (names.empty() ? u" " : u", ") + columns[i];
     }
     if (!Table.TableFile.valid)
-        Device().saveWatcher.NotSaved(Table.TableName, u"the file could not be created");
+        TellNoFile(texts);
     else if (!names.empty())
         Device().saveWatcher.NotSaved(Table.TableName, u"the record in the file has no field" + names);
 }

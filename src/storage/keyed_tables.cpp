@@ -144,20 +144,19 @@ bool WriteTableRow(FileHandle& handle, std::int32_t line) {
     return ChangeFileLine(handle, line, Join(Table.TableValues));
 }
 
-/// Reports that the last change of the table has failed. The form itself shows no message. `lost` is the line that the
-/// current row was to have.
-void TellNotSaved(const Text& lost = {}, const Text& more = {}) {
+/// Reports a change of a row that was made.
+void TellDone(RowEvent event, std::int32_t row, const Text& oldLine, const Text& newLine) {
+    Device().readingLog.RowChanged({event, Table.TableName, row, oldLine, newLine, {}});
+}
+
+/// Reports that the last change of the table, that of the current row, has failed. The form itself shows no message.
+void TellFailed(RowEvent event, const Text& newLine, const Text& more = {}) {
     const FileHandle& file = Table.TableFile;
     if (!file.valid)
         return;
     const Text why = platform::ErrorText(file.error) + more;
     Device().saveWatcher.NotSaved(file.name, why);
-    Device().readingLog.RowChanged(
-        {RowEvent::NotSaved, Table.TableName, Table.TableRowIndex, Table.RowLine, lost, why});
-}
-
-void TellOfRow(RowEvent event, std::int32_t row, const Text& oldLine, const Text& newLine) {
-    Device().readingLog.RowChanged({event, Table.TableName, row, oldLine, newLine, {}});
+    Device().readingLog.RowChanged({event, Table.TableName, Table.TableRowIndex, Table.RowLine, newLine, why});
 }
 
 /// Opens the file that another program has put under the table's name. False if there is none or its columns differ.
@@ -346,8 +345,9 @@ namespace {
 
 /// Another program's table is not overwritten, and the row that was typed or measured is kept in a scratch file.
 void TellRowIsKept() {
-    const Text name = KeepLine(Table.TableFile, Join(Table.TableValues));
-    TellNotSaved(Join(Table.TableValues), name.empty() ? Text() : u"; the row is kept in " + name);
+    const Text line = Join(Table.TableValues);
+    const Text name = KeepLine(Table.TableFile, line);
+    TellFailed(RowEvent::Saved, line, name.empty() ? Text() : u"; the row is kept in " + name);
 }
 
 } // namespace
@@ -359,9 +359,9 @@ void SaveRow() {
     if (Table.RowIsAnothers)
         TellRowIsKept();
     else if (!saved)
-        TellNotSaved(Join(Table.TableValues));
+        TellFailed(RowEvent::Saved, Join(Table.TableValues));
     else
-        TellOfRow(RowEvent::Saved, Table.TableRowIndex, Table.RowLine, Join(Table.TableValues));
+        TellDone(RowEvent::Saved, Table.TableRowIndex, Table.RowLine, Join(Table.TableValues));
     MoveTo(Table.TableRowIndex + 1, Held::LeavesTheRow); // a rewrite has moved the position in the file
     Table.RecordDirty = !saved && Table.RowIsHeld;       // the row in memory has still to be saved
 }
@@ -376,12 +376,12 @@ bool AddRow(std::int32_t row) {
         added = row != AnyRow ? InsertFileLine(Table.TableFile, row + 1, InsertPosition::Before, BlankRow())
                               : InsertFileLine(Table.TableFile, atEnd, InsertPosition::After, BlankRow());
     if (!added) {
-        TellNotSaved();
+        TellFailed(RowEvent::Added, BlankRow());
         MoveTo(Table.TableRowIndex + 1, Held::LeavesTheRow);
         return false;
     }
     Table.TableRowTotal = atEnd;
-    TellOfRow(RowEvent::Added, row != AnyRow ? row : atEnd, {}, BlankRow());
+    TellDone(RowEvent::Added, row != AnyRow ? row : atEnd, {}, BlankRow());
     MoveTo((row != AnyRow ? row : atEnd) + 1, Held::Stops); // the caller sets the fields of the new row next
     return true;
 }
@@ -394,9 +394,9 @@ void DeleteRow() {
     const bool deleted = MayBeChanged(row) && DeleteFileLine(Table.TableFile, row + 1);
     if (deleted) {
         --Table.TableRowTotal;
-        TellOfRow(RowEvent::Deleted, row, Table.RowLine, {});
+        TellDone(RowEvent::Deleted, row, Table.RowLine, {});
     } else {
-        TellNotSaved();
+        TellFailed(RowEvent::Deleted, {});
     }
     // A deleted row must not stay in memory: it would be saved over the row that has its number now.
     const std::int32_t next = row > Table.TableRowTotal ? TableRowCount() : row;

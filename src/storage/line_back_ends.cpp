@@ -6,7 +6,12 @@
 
 namespace modFileSystem {
 
-static constexpr const LineBackEnd* Kinds[] = {&DatabaseLines, &TextLines};
+namespace {
+
+constexpr const LineBackEnd* Kinds[] = {&DatabaseLines, &TextLines};
+
+} // namespace
+
 const std::span<const LineBackEnd* const> LineBackEnds = Kinds;
 
 } // namespace modFileSystem

@@ -29,19 +29,16 @@ enum class Fate {
     Emptied,   ///< dropped with the text that arrived while a question was open
 };
 
-/// A BLob as it was received. All of its results share it, however many there are.
-struct SentBlob {
-    Text Lines;  ///< each ends with a carriage return
-    Text Origin; ///< the instrument that it names, or else the connected one
-};
-
 /// One result, as the instrument sent it.
 struct Reading {
     std::vector<Text> Types; ///< the names by which it may be known; one empty name if it has none
     Text Value;
     Text Unit;
-    std::vector<Text> Variables;          ///< each a name, `=` and a value
-    std::shared_ptr<const SentBlob> Blob; ///< the BLob that it came in; null for none
+    std::vector<Text> Variables; ///< each a name, `=` and a value
+    Text Origin;                 ///< the instrument, as the variable ORIGIN has it
+    /// The BLob that it came in, if that was refused or dropped; its lines end with a carriage return. All results of a
+    /// BLob share it. Null if the reading was delivered, or waits.
+    std::shared_ptr<const Text> Blob = nullptr;
 };
 
 struct Verdict {
@@ -57,16 +54,16 @@ struct Verdict {
 /// Where received text comes from.
 enum class TextSource { Port, Mailbox, Again };
 
-enum class RowEvent { Saved, NotSaved, Added, Deleted };
+enum class RowEvent { Saved, Added, Deleted };
 
-/// What happened to a row of a table.
+/// What happened to a row of a table, or was to happen.
 struct RowChange {
     RowEvent Event = RowEvent::Saved;
-    Text File;            ///< bare name of the table
+    Text File = {};       ///< bare name of the table
     std::int32_t Row = 0; ///< from 1
-    Text OldLine;         ///< as it was when the row was loaded
-    Text NewLine;         ///< as it was to be saved
-    Text Why;             ///< the reason, of a row that was not saved
+    Text OldLine = {};    ///< as it was when the row was loaded
+    Text NewLine = {};    ///< as it is in the file now, or was to be
+    Text Why = {};        ///< why it failed; empty on success
 };
 
 class ReadingLog {

@@ -2,6 +2,8 @@
 // Everything that can become of a reading, made to happen through the console.
 #include "tests/unit/apps/quorin-console/console_run.h"
 
+#include <sys/resource.h>
+
 namespace console {
 namespace {
 
@@ -77,6 +79,19 @@ const FateRow Fates[] = {
     {"SeveralOfOneRefusedBLob",
      {Sent(Blob(Line("ORIGIN", "QI-2") + Result("Moisture", "1") + Result("Humidity", "3"))), Quiet},
      {"origin", "origin"}},
+    {"BLobCutByAnAnswer",
+     {Moisture, Quiet, Moisture, Quiet, Sent("[BLob]\r\n" + Line("RESULT_TYPE", "Humidity")), "answer no",
+      Sent(Line("RESULT_VALUE", "50") + Line("RESULT_UNIT", "%") + "[/BLob]\r\n"), Quiet},
+     {"taken", "kept", "emptied"}},
+    {"BLobCutThatNeverEnds",
+     {Moisture, Quiet, Moisture, Quiet, Sent("[BLob]\r\n" + Line("RESULT_TYPE", "Humidity")), "answer no",
+      From("QI-1", "Humidity", "50"), Quiet},
+     {"taken", "kept", "taken"},
+     "Humidity"},
+    {"ASecondQuestion",
+     {Moisture, Quiet, Moisture, Quiet, From("QI-1", "Humidity", "50"), Quiet, "answer no", "answer no"},
+     {"taken", "kept", "taken", "kept"},
+     "Moisture"},
     {"SeveralOfOneBLob",
      {Sent(Blob(Result("Moisture", "1") + Result("Bogus", "2") + Result("Humidity", "3"))), Quiet},
      {"taken", "norow", "taken"},
@@ -118,10 +133,6 @@ TEST_P(FateOfAReading, HasItsVerdict) {
     EXPECT_EQ(field, GetParam().Field != nullptr ? Json(GetParam().Field) : Json());
 }
 
-TEST_P(FateOfAReading, IsNotReportedUnlessItIsAskedFor) {
-    EXPECT_EQ(Play(GetParam().Commands, {}).Output.find("\"verdict\""), std::string::npos);
-}
-
 INSTANTIATE_TEST_SUITE_P(Each, FateOfAReading, testing::ValuesIn(Fates),
                          [](const auto& row) { return row.param.Name; });
 
@@ -156,25 +167,81 @@ TEST_F(FateOfAReading, ExpectsTheInstrumentOfItsTime) {
     EXPECT_EQ(Readings(run)[0].value("expected", ""), "QI-1");
 }
 
-TEST_F(FateOfAReading, HasTheOriginOfItsBLob) {
-    const std::string named = Line("DESCRIPTIVE_VAR", "N=5");
-    for (const std::string& lines : {named + Result("Moisture", "1"), Result("Moisture", "1")}) {
-        for (const std::string end : {"[/BLob]", "[/BLob 2]"}) {
-            const Outcome run = Play({Sent(Blob(lines, end)), Moisture, Quiet, "answer yes"});
-            ASSERT_FALSE(Readings(run).empty()) << run.Output;
-            EXPECT_EQ(Readings(run)[0].value("origin", ""), "QI-1") << lines << end;
-        }
+TEST_F(FateOfAReading, HasTheConnectedOriginIfItNamesNone) {
+    for (const std::string end : {"[/BLob]", "[/BLob 2]"}) {
+        const Outcome run = Play({Sent(Blob(Result("Moisture", "1"), end)), Moisture, Quiet, "answer yes"});
+        ASSERT_FALSE(Readings(run).empty()) << run.Output;
+        EXPECT_EQ(Readings(run)[0].value("origin", ""), "QI-1") << end;
     }
 }
 
-TEST_F(FateOfAReading, IsFollowedByTheSaveOfItsRecord) {
-    const Outcome run = Play({Moisture, Quiet, "choose New Record", "choose Close"});
-    Words saved;
+/// The largest memory of all programs that this one has run so far, in megabytes.
+long MegabytesOfPrograms() {
+    rusage used{};
+    getrusage(RUSAGE_CHILDREN, &used);
+    return used.ru_maxrss / 1024;
+}
+
+/// The BLob has 4,000 results, each of which inherits a type of 100,000 characters: copies of it are 800 MB.
+TEST_F(FateOfAReading, NeedsNoMemoryForItsSiblings) {
+    std::string lines = Line("RESULT_TYPE", std::string(100'000, 'x'));
+    for (int result = 0; result < 4'000; ++result)
+        lines += "[RESULT_UNIT \"\"]\r\n";
+    const auto play = [&](const char* end) {
+        std::string input;
+        for (const std::string& command :
+             Joined({OpenTheDownload, {Connect, Quiet, Sent(Blob(lines, end)), Moisture, Quiet}}))
+            input += command + "\n";
+        return Shell("ASAN_OPTIONS=quarantine_size_mb=8 " + Program() + " <input >output 2>errors", input);
+    };
+    EXPECT_EQ(play("[/BLob]").Status, 0);
+    EXPECT_EQ(play("[/BLob 2]").Status, 0);
+    EXPECT_LT(MegabytesOfPrograms(), 400);
+}
+
+/// The events of a run in short: what became of a reading, what was saved, tones.
+Words Events(const Outcome& run) {
+    Words events;
     for (const Json& event : run.All("event")) {
-        if (event["event"] == "saved")
-            saved.push_back(event.dump());
+        if (event["event"] == "reading")
+            events.push_back(event["verdict"]);
+        else if (event["event"] != "status")
+            events.push_back(event["event"]);
     }
-    EXPECT_THAT(saved, ElementsAre(R"({"event":"saved","file":"qrn0001.txt","row":1})"));
+    return events;
+}
+
+TEST_F(FateOfAReading, ComesAfterItsToneAndBeforeTheSaveOfItsRecord) {
+    const Outcome run = Play({Moisture, Quiet, "choose New Record", "choose Close"});
+    EXPECT_THAT(Events(run), ElementsAre("tone", "taken", "saved"));
+    EXPECT_EQ(run.Last("file").dump(), R"({"event":"saved","file":"qrn0001.txt","row":1})");
+}
+
+TEST_F(FateOfAReading, IsNotReportedUnlessThatIsAskedFor) {
+    const Outcome run = Play({Moisture, Quiet, "choose New Record", "choose Close"}, {});
+    EXPECT_EQ(run.Status, 0);
+    EXPECT_THAT(Events(run), ElementsAre("tone"));
+}
+
+TEST_F(FateOfAReading, HasNoSaveAfterItThatFailed) {
+    const Outcome run = Play({Moisture, Quiet, "disk fail -1", "choose New Record"});
+    EXPECT_THAT(Events(run), testing::Not(testing::Contains("saved")));
+    EXPECT_THAT(Events(run), testing::Contains("notsaved"));
+}
+
+TEST_F(FateOfAReading, IsForAPersonALineOfText) {
+    const Outcome run = Play({Moisture, Quiet, "choose New Record"}, {"--verdicts", "--text"});
+    EXPECT_THAT(run.Lines, testing::IsSupersetOf({"    reading taken: 14.1 %", "    saved: row 1 of qrn0001.txt"}));
+}
+
+/// A reading belongs to the open download only if it came to a record.
+TEST_P(FateOfAReading, NamesTheDownloadOfItsRecord) {
+    static const Words atARecord = {"taken", "replaced", "kept",     "openfield",
+                                    "norow", "nocolumn", "norecord", "notype"};
+    for (const Json& reading : Readings(Play(GetParam().Commands))) {
+        const bool named = testing::Matches(testing::Contains(reading["verdict"]))(atARecord);
+        EXPECT_EQ(reading["file"], named ? Json("qrn0001.txt") : Json()) << reading;
+    }
 }
 
 // --- a reading that is taken again ---------------------------------------------------------------------------------
@@ -194,6 +261,23 @@ TEST_F(ReadingTakenAgain, GoesIntoTheRecordThatIsOpenThen) {
     const Outcome run = Play({Moisture, Quiet, "choose New Record", "again 1", Quiet, "choose Close"});
     EXPECT_EQ(Readings(run).size(), 2U) << run.Output;
     EXPECT_EQ(Root.Bytes("Quorin/qrn0001.txt"), "Moisture|Site|Humidity|Day\n14.1 %|||\n14.1 %|||\n");
+}
+
+TEST_F(ReadingTakenAgain, IsListedOnTheTrace) {
+    EXPECT_THAT(VerdictsOf({Moisture, Quiet, "choose Close", "command BLUETOOTH DEBUG...", Quiet, "again 1", Quiet}),
+                ElementsAre("taken", "trace"));
+}
+
+TEST_F(ReadingTakenAgain, ComesWithoutItsSiblings) {
+    EXPECT_THAT(VerdictsOf({Sent(Blob(Result("Bogus", "1") + Result("Moisture", "2"))), Quiet, "again 1", Quiet}),
+                ElementsAre("norow", "taken", "norow"));
+}
+
+TEST_F(ReadingTakenAgain, IsRefusedOnceMoreIfItsInstrumentIs) {
+    const std::string reading = From("QI-2", "Moisture", "1");
+    EXPECT_THAT(VerdictsOf({reading, Quiet, "again 1", Quiet}), ElementsAre("origin", "origin"));
+    EXPECT_THAT(VerdictsOf({reading, Quiet, Sent(Blob(Line("CONNECT", "QI-2"))), Quiet, "again 1", Quiet}),
+                ElementsAre("origin", "taken"));
 }
 
 TEST_F(ReadingTakenAgain, WaitsUntilAHalfLineHasItsEnd) {

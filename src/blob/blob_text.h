@@ -1,0 +1,13 @@
+// SPDX-License-Identifier: MIT
+// Writes a reading as an instrument would send it.
+#pragma once
+
+#include "src/view/platform/reading_log.h"
+
+namespace modBLob {
+
+/// Returns a BLob that gives this reading and no other when it is decoded. Its lines end with a carriage return. A name
+/// of a variable that the decoder takes for a part of ORIGIN (`N`) changes that one, as it did when the reading came.
+Text BlobOf(const platform::Reading& reading);
+
+} // namespace modBLob
