@@ -42,37 +42,40 @@ Text NameOf(platform::Fate fate) {
     return u"emptied";
 }
 
-const Readings::Kept* Readings::Number(std::size_t n) const {
-    return n > Dropped_ && n <= Count() ? &Kept_[n - 1 - Dropped_] : nullptr;
-}
-
-void Readings::TextReceived(platform::TextSource source, TextView characters) {
+void ReadingReports::TextReceived(platform::TextSource source, TextView characters) {
     for (platform::ReadingLog* observer : Observers_)
         observer->TextReceived(source, characters);
 }
 
-void Readings::TextEmptied(TextView characters) {
+void ReadingReports::TextEmptied(TextView characters) {
     for (platform::ReadingLog* observer : Observers_)
         observer->TextEmptied(characters);
 }
 
-void Readings::ReadingJudged(const platform::Verdict& verdict) {
-    const platform::Reading& reading = verdict.Reading;
-    Kept_.push_back(
-        {verdict.Fate, reading.Blob ? reading.Blob : std::make_shared<const Text>(modBLob::BlobOf(reading))});
-    Characters_ += Kept_.back().Blob->size();
-    while (Characters_ > Capacity && Kept_.size() > 1) {
-        Characters_ -= Kept_.front().Blob->size();
-        Kept_.pop_front();
-        ++Dropped_;
-    }
+void ReadingReports::ReadingJudged(const platform::Verdict& verdict) {
     for (platform::ReadingLog* observer : Observers_)
         observer->ReadingJudged(verdict);
 }
 
-void Readings::RowChanged(const platform::RowChange& change) {
+void ReadingReports::RowChanged(const platform::RowChange& change) {
     for (platform::ReadingLog* observer : Observers_)
         observer->RowChanged(change);
+}
+
+const KeptReadings::Row* KeptReadings::Number(std::size_t n) const {
+    return n > Dropped_ && n <= Count() ? &Rows_[n - 1 - Dropped_] : nullptr;
+}
+
+void KeptReadings::ReadingJudged(const platform::Verdict& verdict) {
+    const platform::Reading& reading = verdict.Reading;
+    Rows_.push_back(
+        {verdict.Fate, reading.Blob ? reading.Blob : std::make_shared<const Text>(modBLob::BlobOf(reading))});
+    Characters_ += Rows_.back().Blob->size();
+    while (Characters_ > Capacity && Rows_.size() > 1) {
+        Characters_ -= Rows_.front().Blob->size();
+        Rows_.pop_front();
+        ++Dropped_;
+    }
 }
 
 } // namespace companion

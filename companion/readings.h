@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The readings of this run, and who is told what becomes of them.
+// Observers of what becomes of the readings.
 #pragma once
 
 #include "src/view/platform/reading_log.h"
@@ -14,24 +14,11 @@ namespace companion {
 /// Returns the name of a fate, as programs read it: "taken", "openfield".
 Text NameOf(platform::Fate fate);
 
-/// Keeps the last readings, each as a BLob, and passes all reports on to the observers, in their order.
-class Readings final : public platform::ReadingLog {
+/// Passes all reports on to its observers, in their order.
+class ReadingReports final : public platform::ReadingLog {
 public:
-    /// At most this many characters are kept.
-    static constexpr std::size_t Capacity = 32'000'000;
-
-    /// The observer must live as long as the readings.
+    /// The observer must live as long as the reports are made.
     void Add(platform::ReadingLog& observer) { Observers_.push_back(&observer); }
-
-    struct Kept {
-        platform::Fate Fate;
-        std::shared_ptr<const Text> Blob; ///< its lines end with a carriage return
-    };
-
-    /// Returns how many readings there were in this run: one for each verdict.
-    std::size_t Count() const { return Dropped_ + Kept_.size(); }
-    /// Returns reading N of the run, from 1; null if there is none, or if it is not kept any more.
-    const Kept* Number(std::size_t n) const;
 
     void TextReceived(platform::TextSource source, TextView characters) override;
     void TextEmptied(TextView characters) override;
@@ -40,7 +27,31 @@ public:
 
 private:
     std::vector<platform::ReadingLog*> Observers_;
-    std::deque<Kept> Kept_;
+};
+
+/// Keeps the last readings of a run, each as a BLob.
+class KeptReadings final : public platform::ReadingLog {
+public:
+    /// At most this many characters are kept: some 100,000 readings of usual size.
+    static constexpr std::size_t Capacity = 20'000'000;
+
+    struct Row {
+        platform::Fate Fate;
+        std::shared_ptr<const Text> Blob; ///< its lines end with a carriage return
+    };
+
+    /// Returns how many readings there were in this run: one for each verdict.
+    std::size_t Count() const { return Dropped_ + Rows_.size(); }
+    /// Returns reading N of the run, from 1; null if there is none, or if it is not kept any more.
+    const Row* Number(std::size_t n) const;
+
+    void TextReceived(platform::TextSource, TextView) override {}
+    void TextEmptied(TextView) override {}
+    void ReadingJudged(const platform::Verdict& verdict) override;
+    void RowChanged(const platform::RowChange&) override {}
+
+private:
+    std::deque<Row> Rows_;
     std::size_t Characters_ = 0; ///< of all that are kept
     std::size_t Dropped_ = 0;    ///< the first ones, which are not kept any more
 };

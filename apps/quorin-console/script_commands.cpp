@@ -227,8 +227,8 @@ Error RunReceive(const Target& target, const std::string& rest) {
 Error RunAgain(const Target& target, const std::string& rest) {
     const Arguments words = WordsOf(rest);
     const auto number = words.size() == 1 ? NumberFrom(words[0]) : std::nullopt;
-    const companion::Readings::Kept* const reading =
-        number && *number > 0 ? target.Device.readings.Number(static_cast<std::size_t>(*number)) : nullptr;
+    const companion::KeptReadings::Row* const reading =
+        number && *number > 0 ? target.Readings.Number(static_cast<std::size_t>(*number)) : nullptr;
     if (reading == nullptr)
         return "wants the number of one of the last readings of this run, which count from 1";
     if (reading->Fate == platform::Fate::Waiting)

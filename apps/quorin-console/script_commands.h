@@ -5,6 +5,7 @@
 #include "apps/quorin-console/writer.h"
 #include "backends/host/host_back_end.h"
 #include "backends/input/hand.h"
+#include "companion/readings.h"
 
 #include <string>
 
@@ -15,6 +16,7 @@ struct Target {
     backends::HostBackEnd& Device;
     backends::Hand& User;
     Writer& Out;
+    const companion::KeptReadings& Readings;
 };
 
 /// The parts of a line: the word, and the rest after the blanks that follow the word.

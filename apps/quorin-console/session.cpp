@@ -74,6 +74,7 @@ void Session::Use(backends::HostBackEnd& used, backends::Hand& user) {
     used.loop.Listen(*OutputWatch_);
     used.pump.WakenByCommands(*this);
     Ending_.emplace(used);
+    used.readings.Add(Readings_);
     if (Verdicts)
         used.readings.Add(Writer_);
     if (!LockWarning.empty())
@@ -111,7 +112,7 @@ void Session::RunCommand() {
     const std::string answer = OwnAnswer();
     const CommandLine line = Parse(answer.empty() ? Reader_.Take() : answer);
     OpenCommands_.push_back(line.Word);
-    std::string error = Execute({*Device_, *User_, Writer_}, line);
+    std::string error = Execute({*Device_, *User_, Writer_, Readings_}, line);
     Device_->loop.HandleDue();
     OpenCommands_.pop_back();
     Json done = {{"done", line.Word}};

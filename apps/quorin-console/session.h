@@ -8,6 +8,7 @@
 #include "backends/host/host_back_end.h"
 #include "backends/input/hand.h"
 #include "backends/loop/ending.h"
+#include "companion/readings.h"
 
 #include <deque>
 #include <optional>
@@ -86,6 +87,7 @@ private:
 
     bool Strict_;
     Writer Writer_;
+    companion::KeptReadings Readings_;
     LineReader Reader_;
     backends::HostBackEnd* Device_ = nullptr;
     backends::Hand* User_ = nullptr;

@@ -51,8 +51,8 @@ public:
     WatchedTones tones;
     NumberSource random;
     LoopRunTime runTime;
-    FormOnlooker onlooker; ///< holds the notices
-    companion::Readings readings;
+    FormOnlooker onlooker;              ///< holds the notices
+    companion::ReadingReports readings; ///< what becomes of readings is reported to its observers
 
     Volumes& volumes;
     FileSystem& files;

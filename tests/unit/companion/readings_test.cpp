@@ -14,7 +14,7 @@ platform::Verdict Refused(const Text& blob) {
 }
 
 TEST(ReadingsOfARun, AreNumberedFromOne) {
-    Readings readings;
+    KeptReadings readings;
     readings.ReadingJudged(Refused(u"first"));
     readings.ReadingJudged(Refused(u"second"));
     EXPECT_EQ(readings.Count(), 2U);
@@ -25,7 +25,7 @@ TEST(ReadingsOfARun, AreNumberedFromOne) {
 }
 
 TEST(ReadingsOfARun, AreBLobsOfTheirOwnOnceDelivered) {
-    Readings readings;
+    KeptReadings readings;
     platform::Verdict verdict;
     verdict.Reading.Types = {u"Moisture"};
     verdict.Reading.Value = u"14.1";
@@ -36,8 +36,8 @@ TEST(ReadingsOfARun, AreBLobsOfTheirOwnOnceDelivered) {
 }
 
 TEST(ReadingsOfARun, GoFromTheFirstOnWithoutANewNumber) {
-    Readings readings;
-    const Text large(Readings::Capacity / 4 + 1, u'x');
+    KeptReadings readings;
+    const Text large(KeptReadings::Capacity / 4 + 1, u'x');
     for (int n = 0; n < 3; ++n)
         readings.ReadingJudged(Refused(large));
     EXPECT_NE(readings.Number(1), nullptr);
@@ -50,8 +50,8 @@ TEST(ReadingsOfARun, GoFromTheFirstOnWithoutANewNumber) {
 }
 
 TEST(ReadingsOfARun, KeepTheLastOneHoweverLarge) {
-    Readings readings;
-    readings.ReadingJudged(Refused(Text(Readings::Capacity + 1, u'x')));
+    KeptReadings readings;
+    readings.ReadingJudged(Refused(Text(KeptReadings::Capacity + 1, u'x')));
     EXPECT_NE(readings.Number(1), nullptr);
 }
 
@@ -66,7 +66,7 @@ public:
 };
 
 TEST(ReadingsOfARun, AreReportedToEachObserver) {
-    Readings readings;
+    ReadingReports readings;
     Counter first;
     Counter second;
     readings.Add(first);
