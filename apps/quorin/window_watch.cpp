@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "apps/quorin/window_watch.h"
 
+#include "backends/host/host_clock.h"
 #include "backends/linux/port_troubles.h"
 #include "backends/qt/conversions.h"
 #include "src/text/text.h"
 
-#include <ctime>
 #include <iostream>
 
 namespace quorin {
@@ -16,9 +16,7 @@ WindowWatch::WindowWatch() : Link_(backends::OpeningTrouble) {
 }
 
 companion::LinkWatch::Moment WindowWatch::Now() {
-    timespec now{};
-    ::clock_gettime(CLOCK_BOOTTIME, &now);
-    return std::chrono::seconds(now.tv_sec) + std::chrono::milliseconds(now.tv_nsec / 1000000);
+    return companion::LinkWatch::Moment(backends::HostTime().Steady());
 }
 
 void WindowWatch::Attach(backends::qt::QtPlatform& device) {

@@ -105,15 +105,15 @@ std::int64_t DeviceClock::SteadySeconds() const {
 }
 
 std::int64_t DeviceClock::LocalMilliseconds() const {
-    return Virtual_ ? Start_ + Passed_ + WallIsOffBy_ : Machine_.Local();
+    return IsVirtual() ? Start_ + Passed_ + WallIsOffBy_ : Machine_.Local();
 }
 
 std::int64_t DeviceClock::SteadyMilliseconds() const {
-    return Virtual_ ? Start_ + Passed_ : SteadyStart_ + Machine_.Steady();
+    return IsVirtual() ? Start_ + Passed_ : SteadyStart_ + Machine_.Steady();
 }
 
 std::int64_t DeviceClock::Milliseconds() const {
-    if (Virtual_)
+    if (IsVirtual())
         return Passed_;
     const auto passed = std::chrono::steady_clock::now() - Begin_;
     return std::chrono::duration_cast<std::chrono::milliseconds>(passed).count();
@@ -124,7 +124,7 @@ void DeviceClock::StandAt(std::int64_t moment) {
 }
 
 void DeviceClock::MoveTo(std::int64_t milliseconds) {
-    if (Virtual_)
+    if (IsVirtual())
         Passed_ = std::max(Passed_, milliseconds);
 }
 

@@ -32,11 +32,11 @@ struct MachineTime {
 class DeviceClock final : public Clock {
 public:
     /// A virtual clock that starts at a moment, in seconds since 1970.
-    explicit DeviceClock(std::int64_t startMoment) : Virtual_(true), Start_(startMoment * 1000) {}
+    explicit DeviceClock(std::int64_t startMoment) : Start_(startMoment * 1000) {}
     /// The machine's clock.
     explicit DeviceClock(MachineTime machine);
 
-    bool IsVirtual() const { return Virtual_; }
+    bool IsVirtual() const { return Machine_.Local == nullptr; }
     DateTime Now() const override;
     float TimeOfDay() const override;
     std::int64_t SteadySeconds() const override;
@@ -54,8 +54,7 @@ private:
     std::int64_t LocalMilliseconds() const;  ///< since 1970, as the clock shows
     std::int64_t SteadyMilliseconds() const; ///< the same without the changes by users since the start
 
-    MachineTime Machine_{}; ///< null for a virtual clock
-    bool Virtual_ = false;
+    MachineTime Machine_{};  ///< null for a virtual clock
     std::int64_t Start_ = 0; ///< time shown by the virtual clock at count 0, in milliseconds since 1970
     std::int64_t Passed_ = 0;
     std::int64_t WallIsOffBy_ = 0;
