@@ -21,6 +21,16 @@ namespace {
 constexpr const char* FieldStyle = "QLineEdit, QPlainTextEdit { border: 1px solid palette(highlight); padding: 0px; "
                                    "background: palette(base); color: palette(text); }";
 
+/// Qt does not move the caret to a position beyond the text.
+void SelectIn(QLineEdit& line, std::int32_t position, std::int32_t length) {
+    const auto size = static_cast<std::int32_t>(line.text().size());
+    const std::int32_t from = std::clamp(position, 0, size);
+    const std::int32_t count = std::clamp(length, 0, size - from);
+    line.setSelection(from, count);
+    if (count == 0)
+        line.setCursorPosition(from);
+}
+
 /// Converts the line ends of a text for a page of Qt's, which has line feeds alone. FromPage converts back.
 QString PageText(const Text& text) {
     QString page = ToQt(text);
@@ -226,9 +236,7 @@ void QtTextBox::Select(std::int32_t position, std::int32_t length) {
         cursor.setPosition(PagePlace(Value_, from + count), QTextCursor::KeepAnchor);
         Page_.setTextCursor(cursor);
     } else {
-        Line_.setSelection(from, count);
-        if (count == 0)
-            Line_.setCursorPosition(from);
+        SelectIn(Line_, from, count);
     }
 }
 
@@ -297,12 +305,7 @@ void QtComboBox::TakeFont(const QFont& font) {
 }
 
 void QtComboBox::Select(std::int32_t position, std::int32_t length) {
-    const auto size = static_cast<std::int32_t>(Combo_.currentText().size());
-    const std::int32_t from = std::clamp(position, 0, size); // Qt does not move the caret to a position beyond the text
-    const std::int32_t count = std::clamp(length, 0, size - from);
-    Combo_.lineEdit()->setSelection(from, count);
-    if (count == 0)
-        Combo_.lineEdit()->setCursorPosition(from);
+    SelectIn(*Combo_.lineEdit(), position, length);
 }
 
 std::int32_t QtComboBox::Caret() const {

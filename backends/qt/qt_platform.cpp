@@ -79,6 +79,7 @@ QtPlatform::QtPlatform(HostDevice& device, const WindowOptions& looks, QtPump& q
 
 QtPlatform::~QtPlatform() {
     qApp->removeEventFilter(this);
+    Pump_.WorkShown = nullptr; // the pump may live longer
     host.faults.Working = nullptr;
     host.hostDatabases.Patience.Waiting = nullptr;
     host.hostDatabases.Patience.Shown = nullptr;
@@ -190,7 +191,7 @@ void QtPlatform::TakeUpSize() {
         return;
     system.SetScreen({size.width(), size.height()});
     const std::int32_t top = grdMain.TopRow();
-    RaiseKeyboard(system, modPDAUI::KeyboardState(modPDAUI::Display.KeyboardRect));
+    RaiseKeyboard(system, modPDAUI::Display.KeyboardRect);
     if (txtInputField.Visible() && grdMain.Visible())
         BringEditedRowOnPage(top);
 }
