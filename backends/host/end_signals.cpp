@@ -14,6 +14,8 @@ EndSignals::EndSignals() {
         sigaddset(&wanted, signal);
     if (sigprocmask(SIG_BLOCK, &wanted, nullptr) == 0)
         Signals_ = backends::Descriptor(::signalfd(-1, &wanted, SFD_NONBLOCK | SFD_CLOEXEC));
+    if (!Signals_.Valid())
+        sigprocmask(SIG_UNBLOCK, &wanted, nullptr); // a signal that nobody reads must still end the program
 }
 
 bool EndSignals::RaiseWhatIsPending() {
