@@ -5,6 +5,7 @@
 #include "src/drivers/selection.h"
 #include "src/link/ports.h"
 #include "src/link/receive.h"
+#include "src/storage/file_slots.h"
 #include "src/view/inf_fields.h"
 #include "src/view/screen_table.h"
 
@@ -19,8 +20,7 @@ bool RecordIsOpen() {
 }
 
 bool IsOpenDownload(const Text& file) {
-    const Text& path = modQuorin::Selection.SelectedDownload;
-    return !file.empty() && file == path.substr(path.rfind(u'\\') + 1); // npos + 1 is 0
+    return !file.empty() && file == modFileSystem::BareName(modQuorin::Selection.SelectedDownload);
 }
 
 bool LinkWasTakenDown() {

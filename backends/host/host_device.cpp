@@ -2,6 +2,7 @@
 #include "backends/host/host_device.h"
 
 #include "backends/host/host_clock.h"
+#include "src/view/platform/application.h"
 
 namespace backends {
 
@@ -37,7 +38,7 @@ HostDevice::HostDevice(const DeviceOptions& options)
       hostDatabases(PathMap(options.Root)), databases(hostDatabases, faults), settingsFile(SettingsFor(options)),
       settings(settingsFile, faults), ports(options.Ports), serial(ports), System_(SystemFor(options)),
       Clock_(ClockFor(options)), Connections_(options.Connections != nullptr ? *options.Connections : connections) {
-    const Text keptOn = settingsFile.Get(u"Quorin", u"Settings", u"StorageVolume", u"");
+    const Text keptOn = settingsFile.Get(u"Quorin", modQuorin::SettingsSection, modQuorin::VolumeKey, u"");
     const bool inMemory = TraitsOf(options.DeviceType).IsMemory(keptOn); // memory can't be removed, unlike a card
     volumes.MakeFolders(inMemory ? Text() : keptOn);
 }

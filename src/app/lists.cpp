@@ -7,6 +7,7 @@
 #include "src/storage/settings.h"
 #include "src/storage/volumes.h"
 #include "src/view/grids.h"
+#include "src/view/platform/application.h"
 #include "src/view/platform/platform.h"
 #include "src/view/screen_table.h"
 
@@ -35,7 +36,7 @@ void ShowChoices(const std::vector<Text>& entries, const Text& stored) {
 
 void FillVolumeList() {
     modFileSystem::EnumVolumesAnew(); // a card may have been inserted or removed
-    const Text stored = GetSetting(u"StorageVolume", modFileSystem::Storage.BestVolume);
+    const Text stored = GetSetting(VolumeKey, modFileSystem::Storage.BestVolume);
     SetTitle(u"Select Volume");
     ShowChoices(modFileSystem::Storage.VolumeList, stored);
 }
@@ -87,7 +88,7 @@ struct KindOfList {
 };
 
 constexpr KindOfList Kinds[] = {
-    {.Kind = u"STORAGEVOLUME", .Key = u"StorageVolume", .Fill = FillVolumeList},
+    {.Kind = u"STORAGEVOLUME", .Key = VolumeKey, .Fill = FillVolumeList},
     {.Kind = u"TESTLIST", .Key = u"DummyTest", .Fill = FillTestList},
     {.Kind = u"FONT", .Key = u"Font", .Fill = FillFontList},
     {.Kind = u"COMMPORT", .Key = u"ComPort", .Fill = FillPortList},

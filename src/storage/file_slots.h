@@ -12,6 +12,11 @@ namespace modFileSystem {
 
 struct LineBackEnd;
 
+/// Returns the name of a file without its folder.
+inline Text BareName(const Text& fullName) {
+    return fullName.substr(fullName.rfind(u'\\') + 1); // npos + 1 is 0
+}
+
 /// One open line file. Its owner declares it, OpenFile fills it.
 struct FileHandle {
     std::int16_t slot = 0;         ///< index into the slot tables; 0 is the scratch file's

@@ -216,7 +216,7 @@ Text* FieldOf(const Text& column) {
 void OpenTable(const Text& fullName, Text& mode, const Text& fileType, const Text& creator) {
     const StorageStep step;
     CloseTable();
-    Table.TableName = fullName.substr(fullName.rfind(u'\\') + 1);
+    Table.TableName = BareName(fullName);
     Table.TableRowTotal = NotCounted;
     Table.TableRowIndex = 0;
     Table.RowLine.clear();

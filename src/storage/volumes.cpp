@@ -15,7 +15,6 @@ using platform::Device;
 
 namespace {
 
-const Text VolumeKey = u"StorageVolume";
 constexpr std::int32_t SmallestVolumeKB = 11;
 
 /// Returns the absolute figure: a byte count that wrapped negative on a very large volume is still usable.
@@ -43,12 +42,12 @@ bool IsUsable(const Text& volume) {
 
 Text ChosenVolume(const Text& application) {
     auto& settings = Device().settings;
-    const Text stored = settings.Get(application, modQuorin::SettingsSection, VolumeKey, u"");
+    const Text stored = settings.Get(application, modQuorin::SettingsSection, modQuorin::VolumeKey, u"");
     const Text wanted = stored.empty() ? Storage.BestVolume : stored;
     // A stored volume that was removed stays in the settings, and is used again when it comes back.
     const Text chosen = IsUsable(wanted) ? wanted : Storage.BestVolume;
     if (stored.empty())
-        settings.Save(application, modQuorin::SettingsSection, VolumeKey, chosen);
+        settings.Save(application, modQuorin::SettingsSection, modQuorin::VolumeKey, chosen);
     return chosen;
 }
 

@@ -11,5 +11,6 @@ inline Text ApplicationName;
 
 /// The section that every setting is stored in.
 inline const Text SettingsSection = u"Settings";
+inline constexpr const char16_t* VolumeKey = u"StorageVolume"; ///< the root of the volume that holds the data folder
 
 } // namespace modQuorin
