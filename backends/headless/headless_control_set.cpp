@@ -5,7 +5,7 @@
 
 namespace backends::headless {
 
-HeadlessControls::HeadlessControls(Focus& focus, EventLoop& loop, Watcher& watcher)
+HeadlessControlSet::HeadlessControlSet(Focus& focus, EventLoop& loop, Watcher& watcher)
     : grdTitle(focus, "grdTitle"), grdMain(focus, "grdMain"), txtInputField(focus, "txtInputField"),
       cboInputField(focus, "cboInputField"), cbotxtInputField(focus, "cbotxtInputField"),
       dteInputField(focus, "dteInputField"), lstHoldMenu(focus, "lstHoldMenu"), lblStatus(focus, "lblStatus"),

@@ -10,10 +10,10 @@
 namespace backends::headless {
 
 /// A back-end inherits them beside BackEnd, so that each has its name in the form.
-struct HeadlessControls {
-    HeadlessControls(Focus& focus, EventLoop& loop, Watcher& watcher);
-    HeadlessControls(const HeadlessControls&) = delete;
-    HeadlessControls& operator=(const HeadlessControls&) = delete;
+struct HeadlessControlSet {
+    HeadlessControlSet(Focus& focus, EventLoop& loop, Watcher& watcher);
+    HeadlessControlSet(const HeadlessControlSet&) = delete;
+    HeadlessControlSet& operator=(const HeadlessControlSet&) = delete;
 
     HeadlessForm form;
     HeadlessGrid grdTitle;
@@ -33,7 +33,7 @@ struct HeadlessControls {
     Controls controls;
 
 protected:
-    ~HeadlessControls() = default;
+    ~HeadlessControlSet() = default;
 };
 
 } // namespace backends::headless

@@ -4,7 +4,7 @@
 namespace backends::headless {
 
 HeadlessPlatform::HeadlessPlatform(HostDevice& device, CommandSource& commands, Watcher& watcher)
-    : HostBackEnd(device, static_cast<PollPump&>(*this), commands, watcher), HeadlessControls(focus, loop, watcher),
+    : HostBackEnd(device, static_cast<PollPump&>(*this), commands, watcher), HeadlessControlSet(focus, loop, watcher),
       record(RecordOf(controls)) {
     DesignControls(controls);
     boxes.Opening = [this] {

@@ -8,7 +8,7 @@
 
 namespace backends::headless {
 
-class HeadlessPlatform final : private PollPump, public HostBackEnd, public HeadlessControls {
+class HeadlessPlatform final : private PollPump, public HostBackEnd, public HeadlessControlSet {
 public:
     HeadlessPlatform(HostDevice& device, CommandSource& commands, Watcher& watcher);
 

@@ -60,10 +60,10 @@ TEST(SleepOnAHost, WaitsForCommandsOnlyIfItIsTold) {
     EXPECT_THAT(pump.WaitedFor, ElementsAre(7, 9));
 }
 
-class BackEndOnAHost final : public HostBackEnd, public headless::HeadlessControls {
+class BackEndOnAHost final : public HostBackEnd, public headless::HeadlessControlSet {
 public:
     BackEndOnAHost(HostDevice& device, HostPump& pumpOfHost, CommandSource& commands, Watcher& watcher)
-        : HostBackEnd(device, pumpOfHost, commands, watcher), HeadlessControls(focus, loop, watcher),
+        : HostBackEnd(device, pumpOfHost, commands, watcher), HeadlessControlSet(focus, loop, watcher),
           Record_(RecordOf(controls)) {
         DesignControls(controls);
     }

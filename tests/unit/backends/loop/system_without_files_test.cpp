@@ -78,10 +78,11 @@ public:
     std::deque<std::function<void()>> Steps;
 };
 
-class BackEndInMemory final : public BackEnd, public headless::HeadlessControls {
+class BackEndInMemory final : public BackEnd, public headless::HeadlessControlSet {
 public:
     BackEndInMemory(const DeviceParts& parts, Pump& pump, CommandSource& commands, Watcher& watcher)
-        : BackEnd(parts, pump, commands, watcher), HeadlessControls(focus, loop, watcher), Record_(RecordOf(controls)) {
+        : BackEnd(parts, pump, commands, watcher), HeadlessControlSet(focus, loop, watcher),
+          Record_(RecordOf(controls)) {
         DesignControls(controls);
     }
     const Controls& Seen() const override { return controls; }
