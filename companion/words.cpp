@@ -141,9 +141,8 @@ Notice ListIncomplete(const std::vector<platform::Unlisted>& unlisted) {
 
 Notice RightsNotKept(const Text& file) {
     return {AboutRights, Severity::Warning,
-            file + u" has lost its group or its access list: other users may have fewer rights to it than before. Tap "
-                   u"here when "
-                   u"you have read it.",
+            file + u" has lost its group or its access list: other users may have fewer rights to it than "
+                   u"before. Tap here when you have read it.",
             Until::Tapped};
 }
 
