@@ -164,6 +164,11 @@ TEST_P(FieldEventsSuite, MoveTheCaretByTheArrows) {
     Device->PressKey(CodeOf(Key::Right));
     Device->Type(u"y");
     EXPECT_EQ(box.Contents(), u"axbyc");
+    Device->PressKey(CodeOf(Key::Up));
+    Device->Type(u"1");
+    Device->PressKey(CodeOf(Key::Down));
+    Device->Type(u"2");
+    EXPECT_EQ(box.Contents(), u"axby12c") << "there is one line";
 }
 
 TEST_P(FieldEventsSuite, TypeIntoTheListWithoutAnEvent) {
@@ -197,6 +202,8 @@ TEST_P(FieldEventsSuite, WalkTheItemsByUpAndDownAndStopAtTheEnds) {
     EXPECT_EQ(box.Contents(), u"ax") << "the caret is after the item";
     EXPECT_EQ(after(Key::Up), u"ax");
     EXPECT_EQ(after(Key::Down), u"a") << "the first one, from a text that is no item";
+    box.Clear();
+    EXPECT_EQ(after(Key::Down), u"") << "of no items";
 }
 
 TEST_P(FieldEventsSuite, CloseTheCalendarOnceADateIsChosen) {

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Which control has the focus, and the events of a change. grdMain and cbotxtInputField raise none.
+#include "src/view/platform/keys.h"
 #include "tests/conformance/form_suites.h"
 
 namespace conformance {
@@ -18,19 +19,52 @@ TEST_P(FocusSuite, IsLostByTheOneBeforeTheOtherGetsIt) {
     EXPECT_THAT(Heard(), ElementsAre("cboInputField_LostFocus", "txtInputField_GotFocus"));
 }
 
+struct FocusRow {
+    Control& Target;
+    std::vector<std::string> Got, Lost; ///< the events of a control that gets and loses the focus
+};
+
 TEST_P(FocusSuite, ReachesEachKindOfControl) {
     Open(Form().txtInputField);
-    for (Control* control : {static_cast<Control*>(&Form().cbotxtInputField), static_cast<Control*>(&Form().grdMain),
-                             static_cast<Control*>(&Form().dteInputField), static_cast<Control*>(&Form().lstHoldMenu),
-                             static_cast<Control*>(&Form().grdTitle)}) {
-        control->SetVisible(true);
+    const FocusRow rows[] = {{Form().cboInputField, {"cboInputField_GotFocus"}, {"cboInputField_LostFocus"}},
+                             {Form().grdTitle, {"grdTitle_GotFocus"}, {}},
+                             {Form().lstHoldMenu, {}, {"lstHoldMenu_LostFocus"}},
+                             {Form().cbotxtInputField, {}, {}},
+                             {Form().dteInputField, {}, {}},
+                             {Form().grdMain, {}, {}}};
+    std::vector<std::string> expected;
+    for (const FocusRow& row : rows) {
+        row.Target.SetVisible(true);
+        row.Target.SetFocus();
+        expected.emplace_back("txtInputField_LostFocus");
+        expected.insert(expected.end(), row.Got.begin(), row.Got.end());
         Form().txtInputField.SetFocus();
-        Heard();
-        control->SetFocus();
-        const auto heard = Heard();
-        ASSERT_FALSE(heard.empty());
-        EXPECT_EQ(heard.front(), "txtInputField_LostFocus");
+        expected.insert(expected.end(), row.Lost.begin(), row.Lost.end());
+        expected.emplace_back("txtInputField_GotFocus");
+        EXPECT_EQ(Heard(), std::exchange(expected, {}));
     }
+}
+
+// A control without an event shows by its keys that it has the focus.
+
+TEST_P(FocusSuite, BringsATextToTheBoxThatHasIt) {
+    Open(Form().txtInputField);
+    Open(Form().cbotxtInputField);
+    Device->Type(u"x");
+    EXPECT_EQ(Form().cbotxtInputField.Contents(), u"x");
+    EXPECT_EQ(Form().txtInputField.Contents(), u"");
+}
+
+TEST_P(FocusSuite, BringsTheArrowsToTheControlThatHasIt) {
+    ShowRows(5);
+    Form().dteInputField.SetDate({2007, 3, 5});
+    Open(Form().dteInputField);
+    Device->PressKey(CodeOf(Key::Right));
+    EXPECT_EQ(Form().dteInputField.Date(), (CalendarDate{2007, 3, 6}));
+    EXPECT_EQ(Form().grdMain.Row(), 0);
+    Form().grdMain.SetFocus();
+    Device->PressKey(CodeOf(Key::Down));
+    EXPECT_EQ(Form().grdMain.Row(), 1);
 }
 
 TEST_P(FocusSuite, IsKeptWithoutAnEvent) {

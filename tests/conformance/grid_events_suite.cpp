@@ -109,6 +109,19 @@ TEST_P(GridEventsSuite, RaisesNoneWhenASmallerGridMovesTheCurrentCell) {
     EXPECT_THAT(Moves(), IsEmpty());
 }
 
+TEST_P(GridEventsSuite, RaisesNoneWithoutCells) {
+    Shape(5, 2);
+    Grid().SetRow(4);
+    Grid().SetCol(1);
+    Grid().SetRows(0);
+    Grid().SetCols(0);
+    Moves().clear();
+    Grid().SetRow(0);
+    Grid().SetCol(0);
+    Of->Settle();
+    EXPECT_THAT(Moves(), IsEmpty());
+}
+
 TEST_P(GridEventsSuite, HasScrolledWhenItComes) {
     Shape(20, 1);
     std::int32_t top = 0;

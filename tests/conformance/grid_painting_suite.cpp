@@ -76,6 +76,22 @@ TEST_P(GridPaintingSuite, PaintsNoRowWithoutAHeight) {
     EXPECT_THAT(DrawnRows(), ElementsAre(0, 3, 4));
 }
 
+TEST_P(GridPaintingSuite, PaintsNothingWithoutCells) {
+    for (const auto& [rows, cols] : {CellPlace{0, 0}, CellPlace{0, 2}, CellPlace{5, 0}}) {
+        Renew();
+        Shape(5, 2);
+        Of->Settle();
+        DrawnRows();
+        Grid().SetRows(rows);
+        Grid().SetCols(cols);
+        Grid().SetRow(0);
+        Grid().SetCol(0);
+        Grid().PaintNow();
+        Of->Settle();
+        EXPECT_THAT(DrawnRows(), IsEmpty()) << rows << " rows, " << cols << " columns";
+    }
+}
+
 TEST_P(GridPaintingSuite, GivesEachCellItsBoxAndMarksTheCurrentOne) {
     Shape(6, 2);
     Grid().SetColWidth(0, 60);

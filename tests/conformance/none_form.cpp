@@ -12,6 +12,10 @@ namespace {
 class NoneForm final : public FormUnderTest {
 public:
     NoneForm() { Install(&Platform_.Record()); }
+    NoneForm(const NoneForm&) = delete;
+    NoneForm& operator=(const NoneForm&) = delete;
+    ~NoneForm() override { Install(nullptr); }
+
     Platform& Record() override { return Platform_.Record(); }
 
 private:

@@ -40,6 +40,15 @@ INSTANTIATE_TEST_SUITE_P(Places, OutsideTheGrid,
                                          CellPlace{FarAway, 0}, CellPlace{0, FarAway},
                                          CellPlace{-FarAway - 1, -FarAway - 1}));
 
+TEST_F(GridUnderTest, WantsNoPaintingForASizeOutside) {
+    Shape(2, 1);
+    Grid.SetRowHeight(2, 9);
+    Grid.SetRowHeight(-1, 9);
+    Grid.SetColWidth(1, 9);
+    Grid.SetColWidth(-1, 9);
+    EXPECT_EQ(Grid.PaintingsWanted, 0);
+}
+
 // Events.
 
 struct Move {

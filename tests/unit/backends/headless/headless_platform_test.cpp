@@ -95,6 +95,22 @@ TEST(FormAsDesigned, HasItsFontTimersAndNothingOpen) {
 /// A box inside another.
 class BoxesOfTheForm : public support::Program {};
 
+TEST_F(BoxesOfTheForm, AreAnsweredInnermostFirst) {
+    auto& boxes = Device.Platform.boxes;
+    Device.WillAnswer(BoxAnswer::Yes);
+    Device.WillAnswer(BoxAnswer::No);
+    BoxAnswer inner = BoxAnswer::Ok;
+    Device.WhileABoxStands([&] {
+        EXPECT_EQ(boxes.Current()->Message, u"outer");
+        inner = boxes.Show(u"inner", BoxButtons::YesNo, BoxIcon::Question, u"title");
+        EXPECT_EQ(boxes.Current()->Message, u"outer");
+    });
+    EXPECT_EQ(boxes.Show(u"outer", BoxButtons::YesNo, BoxIcon::None, u""), BoxAnswer::No);
+    EXPECT_EQ(inner, BoxAnswer::Yes);
+    EXPECT_EQ(boxes.Current(), nullptr);
+    EXPECT_THAT(Device.Did.Messages(), testing::ElementsAre(u"outer", u"inner"));
+}
+
 struct AnswerRow {
     BoxButtons Buttons;
     BoxAnswer Given;

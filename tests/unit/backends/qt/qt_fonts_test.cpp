@@ -113,6 +113,14 @@ TEST(FontsOfTheWindow, AreTheSameFontUnderTheSameHandle) {
     EXPECT_NE(fonts.GetFont(u"AFPalm", 9, 0), font);
 }
 
+TEST(FontsOfTheWindow, AreListedOnceEach) {
+    QtFonts fonts;
+    std::set<Text> names;
+    for (Text name = fonts.FirstFontName(); !name.empty(); name = fonts.NextFontName())
+        EXPECT_TRUE(names.insert(name).second) << modStringTools::ToBytes(name);
+    EXPECT_FALSE(names.empty());
+}
+
 // What is drawn.
 
 class DrawnText : public InAWindow {

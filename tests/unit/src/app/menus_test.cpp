@@ -91,6 +91,16 @@ TEST_F(MenuTable, HasItsRowsInOrder) {
         EXPECT_EQ(*ExpectedMenus[i].Menu, static_cast<MenuId>(i + 1)) << ExpectedMenus[i].Name;
 }
 
+using MenuRows = support::Program;
+
+TEST_F(MenuRows, AreThereOnceHoweverOftenTheProgramStarts) {
+    EXPECT_EQ(Menus.Table.size(), std::size(ExpectedMenus));
+    frmQuorin::Form_Activate();
+    EXPECT_EQ(Menus.Table.size(), std::size(ExpectedMenus)) << "a second activation";
+    Device.Platform.StartProgram();
+    EXPECT_EQ(Menus.Table.size(), std::size(ExpectedMenus)) << "a second start";
+}
+
 TEST_F(MenuTable, RowOutsideItStopsTheProgram) {
     support::FailureOf([] { MenuRow(0); });
     support::FailureOf([] { MenuRow(static_cast<MenuId>(Menus.Table.size()) + 1); });

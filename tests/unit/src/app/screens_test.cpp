@@ -58,12 +58,34 @@ TEST_P(ScreenTable, HoldsTheScreenAsItIsMeant) {
 INSTANTIATE_TEST_SUITE_P(Of, ScreenTable, testing::ValuesIn(ExpectedScreens),
                          [](const auto& each) { return each.param.Name; });
 
-using ScreenRows = support::Program;
+class ScreenRows : public support::Program {
+protected:
+    static std::vector<std::string> Expected() {
+        std::vector<std::string> names;
+        for (const ScreenRowExpected& row : ExpectedScreens)
+            names.emplace_back(row.Name);
+        return names;
+    }
+    static std::vector<std::string> Names() {
+        std::vector<std::string> names;
+        for (const ScreenDef& row : Screens.Table)
+            names.emplace_back(row.Name);
+        return names;
+    }
+};
 
 TEST_F(ScreenRows, StandInTheOrderInWhichTheyAreAdded) {
-    ASSERT_EQ(Screens.Table.size(), std::size(ExpectedScreens));
-    for (std::size_t i = 0; i < std::size(ExpectedScreens); ++i)
-        EXPECT_STREQ(Screens.Table[i].Name, ExpectedScreens[i].Name);
+    EXPECT_EQ(Names(), Expected());
+}
+
+TEST_F(ScreenRows, AreThereOnceAfterASecondActivation) {
+    frmQuorin::Form_Activate();
+    EXPECT_EQ(Names(), Expected());
+}
+
+TEST_F(ScreenRows, AreThereOnceAfterASecondStart) {
+    Device.Platform.StartProgram();
+    EXPECT_EQ(Names(), Expected());
 }
 
 TEST_F(ScreenRows, PercentOfZeroIsStoredAsAHundred) {
