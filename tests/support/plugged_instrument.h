@@ -2,12 +2,14 @@
 // The other end of a serial line: an instrument that is plugged in, sends and is pulled out.
 #pragma once
 
+#include <chrono>
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <poll.h>
 #include <stdlib.h>
 #include <string>
 #include <string_view>
+#include <sys/ioctl.h>
 #include <termios.h>
 #include <unistd.h>
 
@@ -43,4 +45,14 @@ private:
 inline bool Tells(int descriptor, int milliseconds = 2000) {
     pollfd one{descriptor, POLLIN, 0};
     return poll(&one, 1, milliseconds) == 1;
+}
+
+/// Waits until so many bytes can be read: what was written on one end of a terminal comes to the other a moment later.
+inline void WaitUntilThere(int descriptor, std::size_t bytes) {
+    const auto patience = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+    int there = 0;
+    while (static_cast<std::size_t>(there) < bytes) {
+        ASSERT_EQ(ioctl(descriptor, FIONREAD, &there), 0);
+        ASSERT_LT(std::chrono::steady_clock::now(), patience) << there << " of " << bytes << " bytes have come";
+    }
 }

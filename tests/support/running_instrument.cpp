@@ -9,6 +9,7 @@
 #include <csignal>
 #include <fcntl.h>
 #include <filesystem>
+#include <gtest/gtest.h>
 #include <poll.h>
 #include <sys/wait.h>
 #include <thread>
@@ -65,7 +66,10 @@ RunningInstrument::RunningInstrument(const std::vector<std::string>& arguments) 
 }
 
 RunningInstrument::~RunningInstrument() {
+    Signal(SIGTERM);
+    ExitStatus();
     if (Process_ > 0) {
+        ADD_FAILURE() << "the instrument does not end";
         kill(Process_, SIGKILL);
         waitpid(Process_, nullptr, 0);
     }

@@ -6,9 +6,6 @@
 #include "src/storage/settings.h"
 #include "src/view/navigation.h"
 
-#include <chrono>
-#include <sys/ioctl.h>
-
 namespace line {
 
 namespace {
@@ -20,16 +17,6 @@ backends::DeviceOptions Behind(const Socket& socket) {
     backends::DeviceOptions options;
     options.Ports.Pinned = {{1, backends::PathAddress(socket.Path())}};
     return options;
-}
-
-/// What was written on one end of a terminal comes to the other a moment later.
-void WaitUntilThere(int descriptor, std::size_t bytes) {
-    const auto patience = std::chrono::steady_clock::now() + std::chrono::seconds(10);
-    int there = 0;
-    while (static_cast<std::size_t>(there) < bytes) {
-        ASSERT_EQ(ioctl(descriptor, FIONREAD, &there), 0);
-        ASSERT_LT(std::chrono::steady_clock::now(), patience) << there << " of " << bytes << " bytes have come";
-    }
 }
 
 } // namespace

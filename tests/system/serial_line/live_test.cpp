@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The whole road with the machine's clock: a second process at the other end of a pseudo terminal or of a mailbox.
 #include "tests/support/listener.h"
+#include "tests/support/plugged_instrument.h"
 #include "tests/support/running_console.h"
 #include "tests/support/running_instrument.h"
 
@@ -179,6 +180,7 @@ TEST_F(TheRoadOfAResult, SurvivesALineThatGoesAwayAndComesBack) {
     OpenTheDownload(console);
     EXPECT_TRUE(Shows(console, "QI-0001"));
     meter.reset();
+    const PseudoTerminal other; // has the number of the terminal that has just gone
     EXPECT_TRUE(Shows(console, "Bluetooth :-("));
     meter = send("Temperature");
     meter->FirstLine();

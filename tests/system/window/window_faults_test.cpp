@@ -350,7 +350,7 @@ TEST_F(WindowFaults, AnInstrumentThatGoesAndComesBackIsTakenUpByItself) {
 /// Writes garbage to a pseudo terminal as fast as it is read.
 class Garbage {
 public:
-    explicit Garbage(const std::string& link) : Master_(::posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC)) {
+    explicit Garbage(const std::string& link) : Link_(link), Master_(::posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC)) {
         ::grantpt(Master_);
         ::unlockpt(Master_);
         termios line{};
@@ -360,7 +360,10 @@ public:
         std::filesystem::create_symlink(::ptsname(Master_), link);
         Writer_.emplace(Words{"cat", "/dev/urandom"}, Child::Setting{{}, [this] { ::dup2(Master_, STDOUT_FILENO); }});
     }
-    ~Garbage() { ::close(Master_); }
+    ~Garbage() {
+        std::filesystem::remove(Link_); // it would lead to another test's terminal in a moment
+        ::close(Master_);
+    }
     long TakenKilobytes() const {
         std::ifstream in("/proc/" + std::to_string(Writer_->Id()) + "/io");
         std::string word;
@@ -372,6 +375,7 @@ public:
     }
 
 private:
+    std::string Link_;
     int Master_;
     std::optional<Child> Writer_;
 };

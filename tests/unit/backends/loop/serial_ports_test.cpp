@@ -8,7 +8,6 @@
 #include "tests/support/plugged_instrument.h"
 
 #include <gtest/gtest.h>
-#include <sys/ioctl.h>
 
 namespace backends {
 namespace {
@@ -43,8 +42,7 @@ protected:
     /// Sends, and waits until all of it can be read.
     void Send(std::string_view bytes) {
         Instrument.Send(bytes);
-        for (int there = 0; there < static_cast<int>(bytes.size());)
-            ASSERT_EQ(ioctl(Ports.Descriptor(), FIONREAD, &there), 0);
+        WaitUntilThere(Ports.Descriptor(), bytes.size());
     }
 
     PseudoTerminal Instrument;
