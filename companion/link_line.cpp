@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "companion/link_line.h"
 
+#include <algorithm>
+
 namespace companion {
 
 namespace {
@@ -8,16 +10,14 @@ namespace {
 constexpr std::int64_t Minute = 60;
 constexpr std::int64_t Hour = 60 * Minute;
 
-std::string Name(const LinkView& link) {
-    return link.Path.empty() ? link.Port : link.Port + " (" + link.Path + ")";
+LinkLine Plain(const std::string& text) {
+    return {text, LineLook::Plain, text};
 }
 
-std::string RecordText(const LinkView& link) {
-    if (link.RecordAge)
-        return "last record " + AgeText(*link.RecordAge) + " ago";
-    if (link.Road == LinkRoad::Serial && link.Heard)
-        return "characters arrive, but no record yet";
-    return "no record yet";
+std::string Name(const LinkView& link) {
+    if (link.Road == LinkRoad::Server)
+        return "RFCOMM server";
+    return link.Path.empty() ? link.Port : link.Port + " (" + link.Path + ")";
 }
 
 std::string WaitingText(const LinkView& link) {
@@ -38,6 +38,39 @@ std::string HeldText(const LinkView& link) {
     const std::string what = link.Road == LinkRoad::Serial ? std::to_string(link.Waits) + " characters are waiting"
                                                            : "the mailbox is waiting";
     return "a question is open, " + what;
+}
+
+LinkLine OpenLine(const LinkView& link) {
+    const std::string open = "Link open: " + Name(link) + "; ";
+    if (!link.HeardAge)
+        return Plain(open + "no reading yet");
+    if (*link.HeardAge < Minute)
+        return Plain(open + "characters arrive, but no reading yet");
+    return {open + "characters came " + AgeText(*link.HeardAge) + " ago, but no reading yet", LineLook::Plain,
+            open + "characters came, but no reading yet"};
+}
+
+/// A port that has just been chosen is not open for a moment, which is no alarm.
+LinkLine DownLine(const LinkView& link) {
+    const std::string why = WaitingText(link);
+    const std::string last = link.Last ? "; last reading " + AgeText(link.Last->Age) + " ago" : "";
+    if (link.DownFor == 0)
+        return {"Link down: " + why + last, LineLook::Plain, "Link down: " + why};
+    return {"Link down for " + AgeText(link.DownFor) + ": " + why + last, LineLook::Alarm, "Link down: " + why};
+}
+
+LinkLine ReadingLine(const LastReading& last, const LinkView& link) {
+    const std::string words = modStringTools::ToBytes(last.Words.Line);
+    const std::string timed = words + ", " + modStringTools::ToBytes(last.Time);
+    if (last.Words.IsAlarm)
+        return {words + ", " + AgeText(last.Age) + " ago", LineLook::Alarm, timed};
+    if (last.Age < Minute)
+        return {timed, LineLook::Alive, timed};
+    if (link.HeardAge.value_or(Minute) < Minute)
+        return {timed + "; characters arrive, but no reading", LineLook::Plain, timed};
+    const std::string quiet = AgeText(std::min(last.Age, link.HeardAge.value_or(last.Age)));
+    return {"Link open but quiet for " + quiet + ": " + Name(link) + "; last: " + timed, LineLook::Plain,
+            "Link quiet; last: " + timed};
 }
 
 } // namespace
@@ -64,18 +97,14 @@ const char* WorkText(Work work) {
 
 LinkLine LinkLineOf(const LinkView& link) {
     if (link.Road == LinkRoad::None)
-        return {"Link off: no port is chosen", false};
+        return Plain("Link off: no port is chosen");
     if (!link.Wanted)
-        return {"Link off: no download is open for " + link.Port, false};
+        return Plain("Link off: no download is open for " + link.Port);
     if (link.Held && link.Road != LinkRoad::Connection)
-        return {"Link held: " + HeldText(link), false};
-    const std::string age = link.RecordAge ? "; " + RecordText(link) : "";
+        return Plain("Link held: " + HeldText(link));
     if (!link.Open)
-        return {"Link down: " + WaitingText(link) + age, false};
-    const std::string name = link.Road == LinkRoad::Server ? "RFCOMM server" : Name(link);
-    const bool fresh = link.RecordAge && *link.RecordAge < Minute;
-    return {(fresh || !link.RecordAge ? "Link open: " : "Link open but quiet: ") + name + "; " + RecordText(link),
-            fresh};
+        return DownLine(link);
+    return link.Last ? ReadingLine(*link.Last, link) : OpenLine(link);
 }
 
 } // namespace companion

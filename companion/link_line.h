@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
-// The line that shows the state of the link. It must show when nothing has been received for a while.
+// The line that shows the state of the link and what became of the last reading. It must show when nothing has been
+// received for a while.
 #pragma once
 
+#include "companion/verdict_words.h"
 #include "src/link/ports.h"
 
 #include <cstdint>
@@ -12,22 +14,38 @@ namespace companion {
 
 using modBluetooth::LinkRoad;
 
+/// What became of a reading.
+struct LastReading {
+    VerdictWords Words;
+    Text Time;            ///< as the form's clock shows it, "20:30:12"
+    std::int64_t Age = 0; ///< seconds
+};
+
 struct LinkView {
     LinkRoad Road = LinkRoad::None; ///< None: no port is chosen
     bool Wanted = false;            ///< a download is open that takes results
     bool Open = false;
-    std::string Port;      ///< its name in the settings
-    std::string Path;      ///< the device of a serial port; empty for none
-    std::string Trouble;   ///< why that device could not be opened
-    bool Held = false;     ///< two message boxes are open, one upon the other: nothing is decoded meanwhile
-    std::size_t Waits = 0; ///< characters received over a serial port that are held
-    bool Heard = false;    ///< something was received since the port was opened
-    std::optional<std::int64_t> RecordAge; ///< seconds since the last record; none before the first record
+    std::int64_t DownFor = 0; ///< seconds since it was wanted and not open
+    std::string Port;         ///< its name in the settings
+    std::string Path;         ///< the device of a serial port; empty for none
+    std::string Trouble;      ///< why that device could not be opened
+    bool Held = false;        ///< two message boxes are open, one upon the other: nothing is decoded meanwhile
+    std::size_t Waits = 0;    ///< characters received over a serial port that are held
+    std::optional<std::int64_t> HeardAge; ///< seconds since something was received; none since the port was opened
+    std::optional<LastReading> Last;      ///< none since the link is wanted
+};
+
+enum class LineLook {
+    Plain,
+    Alive, ///< a reading was taken within the last minute
+    Alarm, ///< the link is down, or the last reading was refused
 };
 
 struct LinkLine {
     std::string Text;
-    bool Alive = false; ///< the link is open, and a record came within the last minute
+    LineLook Look = LineLook::Plain;
+    /// The text without what counts on by itself: a screen reader says it when it changes.
+    std::string News;
     bool operator==(const LinkLine&) const = default;
 };
 

@@ -1,33 +1,71 @@
 // SPDX-License-Identifier: MIT
 #include "companion/link_watch.h"
 
+#include "companion/words.h"
+#include "src/drivers/selection.h"
 #include "src/link/ports.h"
 #include "src/link/receive.h"
-#include "src/text/text.h"
+#include "src/view/platform/platform.h"
 
 namespace companion {
 
-bool LinkWatch::IsDue(Moment now) {
+namespace {
+
+/// An alarm is shown this long, whatever comes next: of a burst, the last reading may be taken and the one before
+/// refused.
+constexpr auto AlarmTime = std::chrono::seconds(5);
+
+std::int64_t SecondsFrom(LinkWatch::Moment then, LinkWatch::Moment now) {
+    return std::chrono::duration_cast<std::chrono::seconds>(now - then).count();
+}
+
+} // namespace
+
+bool LinkWatch::IsDue() {
     constexpr auto BetweenLooks = std::chrono::milliseconds(200);
+    const Moment now = Now_();
     if (now - LastLook_ < BetweenLooks)
         return false;
     LastLook_ = now;
     return true;
 }
 
-std::string LinkWatch::TroubleOf(const PortFacts& port, Moment now) {
+std::string LinkWatch::TroubleOf(const PortFacts& port) {
     constexpr auto BetweenLooks = std::chrono::seconds(2);
     if (port.LastOpening == platform::NoError)
         return {};
     if (!port.Trouble.empty())
         return port.Address + ": " + port.Trouble;
+    const Moment now = Now_();
     const bool isKnown = port.Address == Found_.Address && port.LastOpening == Found_.Error;
     if (!isKnown || now - Found_.When >= BetweenLooks)
         Found_ = {port.Address, port.LastOpening, now, Find_(port.Address, port.LastOpening)};
     return Found_.Words;
 }
 
-LinkLine LinkWatch::Line(const PortFacts& port, bool held, Moment now) {
+void LinkWatch::TextReceived(platform::TextSource, TextView) {
+    Heard_ = Now_();
+}
+
+void LinkWatch::ReadingJudged(const platform::Verdict& verdict) {
+    Last_ = {WordsOf(verdict, modQuorin::Selection.SelectedDriver), TimeText(platform::Device().clock.Now()), Now_()};
+    if (Last_->Words.IsAlarm)
+        Alarm_ = Last_;
+}
+
+const std::optional<LinkWatch::Judged>& LinkWatch::Latest() const {
+    return Alarm_ && Now_() - Alarm_->When < AlarmTime ? Alarm_ : Last_;
+}
+
+/// What became of the readings of another record is no state of this link.
+void LinkWatch::Forget() {
+    Last_.reset();
+    Alarm_.reset();
+    DownSince_.reset();
+}
+
+LinkLine LinkWatch::Line(const PortFacts& port, bool held) {
+    const Moment now = Now_();
     const Text name = modBluetooth::StoredPort();
     LinkView link;
     link.Road = modBluetooth::RoadOf(name);
@@ -39,11 +77,21 @@ LinkLine LinkWatch::Line(const PortFacts& port, bool held, Moment now) {
     if (link.Road == LinkRoad::Serial) {
         link.Path = port.Address;
         link.Open = port.Open;
-        link.Heard = port.Heard;
-        link.Trouble = TroubleOf(port, now);
+        link.Trouble = TroubleOf(port);
     }
-    if (LastResult_)
-        link.RecordAge = std::chrono::duration_cast<std::chrono::seconds>(now - *LastResult_).count();
+    if (!link.Wanted)
+        Forget();
+    if (link.Open) {
+        DownSince_.reset();
+    } else {
+        DownSince_ = DownSince_.value_or(now);
+        link.DownFor = SecondsFrom(*DownSince_, now);
+        Heard_.reset();
+    }
+    if (Heard_)
+        link.HeardAge = SecondsFrom(*Heard_, now);
+    if (const auto& last = Latest())
+        link.Last = {last->Words, last->Time, SecondsFrom(last->When, now)};
     return LinkLineOf(link);
 }
 

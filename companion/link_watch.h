@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: MIT
-// What is remembered about the link from one update of its line to the next: when the last result came, and why a port
-// could not be opened.
+// What is remembered about the link from one update of its line to the next: the last readings, when something was
+// received, since when the link is down, and why a port could not be opened.
 #pragma once
 
 #include "companion/link_line.h"
 #include "src/view/platform/errors.h"
+#include "src/view/platform/reading_log.h"
 
 #include <chrono>
 #include <cstddef>
@@ -18,36 +19,50 @@ namespace companion {
 struct PortFacts {
     std::string Address; ///< the address that the port number stands for; empty for none
     bool Open = false;
-    bool Heard = false;      ///< something was received since the port was opened
     std::size_t Waiting = 0; ///< characters that have not been read
     platform::ErrorNumber LastOpening = platform::NoError;
     std::string Trouble; ///< why the last opening failed, if the error number does not say it
 };
 
-class LinkWatch {
+class LinkWatch final : public platform::ReadingLog {
 public:
     using Moment = std::chrono::milliseconds; ///< by a clock that includes the time while the machine sleeps
+    using MomentFinder = Moment (*)();
     using TroubleFinder = std::function<std::string(const std::string& address, platform::ErrorNumber error)>;
 
     /// `find` returns why an address could not be opened. It may be slow: for an unchanged address and error it is
     /// called every two seconds at most.
-    explicit LinkWatch(TroubleFinder find) : Find_(std::move(find)) {}
-
-    /// A result was received, taken or not.
-    void ResultCame(Moment now) { LastResult_ = now; }
+    LinkWatch(MomentFinder now, TroubleFinder find) : Now_(now), Find_(std::move(find)) {}
 
     /// Returns true five times a second at most: the line shows whole seconds, and the loop may call this a thousand
     /// times.
-    bool IsDue(Moment now);
+    bool IsDue();
 
     /// Returns the current line. `held`: two message boxes are open, one upon the other.
-    LinkLine Line(const PortFacts& port, bool held, Moment now);
+    LinkLine Line(const PortFacts& port, bool held);
+
+    void TextReceived(platform::TextSource source, TextView characters) override;
+    void TextEmptied(TextView) override {}
+    void ReadingJudged(const platform::Verdict& verdict) override;
+    void RowChanged(const platform::RowChange&) override {}
 
 private:
-    std::string TroubleOf(const PortFacts& port, Moment now);
+    struct Judged {
+        VerdictWords Words;
+        Text Time;
+        Moment When{};
+    };
 
+    std::string TroubleOf(const PortFacts& port);
+    const std::optional<Judged>& Latest() const;
+    void Forget();
+
+    MomentFinder Now_;
     TroubleFinder Find_;
-    std::optional<Moment> LastResult_;
+    std::optional<Judged> Last_;  ///< the last reading
+    std::optional<Judged> Alarm_; ///< the last one that was an alarm
+    std::optional<Moment> Heard_;
+    std::optional<Moment> DownSince_;
     Moment LastLook_{-1000};
     /// The last answer of Find_.
     struct {

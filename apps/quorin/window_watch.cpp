@@ -12,7 +12,7 @@ namespace quorin {
 
 using modStringTools::ToBytes;
 
-WindowWatch::WindowWatch() : Link_(backends::OpeningTrouble) {
+WindowWatch::WindowWatch() : Link_(Now, backends::OpeningTrouble) {
 }
 
 companion::LinkWatch::Moment WindowWatch::Now() {
@@ -22,6 +22,7 @@ companion::LinkWatch::Moment WindowWatch::Now() {
 void WindowWatch::Attach(backends::qt::QtPlatform& device) {
     Device_ = &device;
     device.loop.Listen(*this);
+    device.readings.Add(Link_);
     Box_.emplace(device.boxes, device.window, [&device] { device.onlooker.losses.Seen(); });
     device.window.NoticeTapped = [this](const Text& about) {
         Device_->onlooker.notices.Act(about);
@@ -29,9 +30,7 @@ void WindowWatch::Attach(backends::qt::QtPlatform& device) {
     };
 }
 
-/// The program answers each result with a tone, whether it was taken or not.
 void WindowWatch::TonePlayed(std::int32_t hertz, std::int32_t milliseconds) {
-    Link_.ResultCame(Now());
     Player_.Play(hertz, milliseconds);
 }
 
@@ -62,7 +61,6 @@ companion::PortFacts WindowWatch::Port() const {
     return {
         .Address = serial.Address(),
         .Open = serial.PortOpen(),
-        .Heard = serial.Heard(),
         .Waiting = serial.WaitingCharacters(),
         .LastOpening = serial.LastOpening(),
         .Trouble = serial.Trouble(),
@@ -71,13 +69,14 @@ companion::PortFacts WindowWatch::Port() const {
 
 bool WindowWatch::RaiseWhatIsPending() {
     ShowNotices();
-    const auto now = Now();
-    if (!Link_.IsDue(now))
+    if (!Link_.IsDue())
         return false;
-    const companion::LinkLine line = Link_.Line(Port(), Device_->boxes.Piled(), now);
+    const companion::LinkLine line = Link_.Line(Port(), Device_->boxes.Piled());
     if (line != Shown_)
-        Device_->window.SetLinkLine(QString::fromStdString(line.Text), line.Alive);
+        Device_->window.SetLinkLine(line);
     Shown_ = line;
+    if (Player_.TakeUnheard())
+        Device_->window.FlashLink();
     return false;
 }
 

@@ -10,6 +10,7 @@
 #include <mutex>
 #include <system_error>
 #include <thread>
+#include <utility>
 
 namespace backends {
 
@@ -37,16 +38,17 @@ struct ToneOrder {
 void SayNothing(const char*, int, const char*, int, const char*, ...) {
 }
 
-void WriteSamples(snd_pcm_t* device, const std::vector<std::int16_t>& samples) {
+bool WriteSamples(snd_pcm_t* device, const std::vector<std::int16_t>& samples) {
     for (std::size_t done = 0; done < samples.size();) {
         snd_pcm_sframes_t count = snd_pcm_writei(device, samples.data() + done, samples.size() - done);
         if (count < 0)
             count = snd_pcm_recover(device, static_cast<int>(count), 1);
         if (count < 0)
-            return;
+            return false;
         done += static_cast<std::size_t>(count);
     }
     snd_pcm_drain(device);
+    return true;
 }
 
 /// Blocks all signals in threads started meanwhile: the event loop handles them.
@@ -73,10 +75,12 @@ struct TonePlayer::Work {
     std::mutex Guard; // for all members below
     std::deque<ToneOrder> Waiting;
     bool Running = false; // a worker thread runs; it ends when no tone waits
+    bool Unheard = false; // a tone could not be played
 
     static void Run(const std::shared_ptr<Work>& work);
     bool TakeNext(ToneOrder& order);
     void ForgetTheLate();
+    void NoteUnheard();
 };
 
 bool TonePlayer::Work::TakeNext(ToneOrder& order) {
@@ -95,10 +99,16 @@ void TonePlayer::Work::ForgetTheLate() {
         Waiting.pop_front();
 }
 
+void TonePlayer::Work::NoteUnheard() {
+    const std::lock_guard<std::mutex> guarded(Guard);
+    Unheard = true;
+}
+
 void TonePlayer::Work::Run(const std::shared_ptr<Work>& work) {
     for (ToneOrder order{}; work->TakeNext(order);) {
         const auto start = std::chrono::steady_clock::now();
-        work->Output(work->Device, ToneSamples(order.Hertz, order.Milliseconds));
+        if (!work->Output(work->Device, ToneSamples(order.Hertz, order.Milliseconds)))
+            work->NoteUnheard();
         if (std::chrono::steady_clock::now() - start > std::chrono::milliseconds(order.Milliseconds) + Patience)
             work->ForgetTheLate();
     }
@@ -120,17 +130,20 @@ std::vector<std::int16_t> ToneSamples(std::int32_t hertz, std::int32_t milliseco
     return samples;
 }
 
-void PlayOnAlsa(const std::string& device, const std::vector<std::int16_t>& samples) {
+bool PlayOnAlsa(const std::string& device, const std::vector<std::int16_t>& samples) {
     // Missing audio must not cause messages on the terminal.
     static std::once_flag silenced;
     std::call_once(silenced, [] { snd_lib_error_set_handler(SayNothing); });
     snd_pcm_t* opened = nullptr;
-    if (samples.empty() || snd_pcm_open(&opened, device.c_str(), SND_PCM_STREAM_PLAYBACK, 0) < 0)
-        return;
-    if (snd_pcm_set_params(opened, SND_PCM_FORMAT_S16, SND_PCM_ACCESS_RW_INTERLEAVED, 1, SamplesPerSecond, 1,
-                           Latency) == 0)
-        WriteSamples(opened, samples);
+    if (samples.empty())
+        return true;
+    if (snd_pcm_open(&opened, device.c_str(), SND_PCM_STREAM_PLAYBACK, 0) < 0)
+        return false;
+    const bool isHeard = snd_pcm_set_params(opened, SND_PCM_FORMAT_S16, SND_PCM_ACCESS_RW_INTERLEAVED, 1,
+                                            SamplesPerSecond, 1, Latency) == 0 &&
+                         WriteSamples(opened, samples);
     snd_pcm_close(opened);
+    return isHeard;
 }
 
 TonePlayer::TonePlayer(std::string device, AudioOutput output) : Shared_(std::make_shared<Work>()) {
@@ -156,12 +169,18 @@ void TonePlayer::Play(std::int32_t hertz, std::int32_t milliseconds) {
         Shared_->Running = true;
     } catch (const std::system_error&) {
         Shared_->Waiting.clear(); // no thread could be started: the tones are dropped
+        Shared_->Unheard = true;
     }
 }
 
 bool TonePlayer::Idle() const {
     const std::lock_guard<std::mutex> guarded(Shared_->Guard);
     return !Shared_->Running;
+}
+
+bool TonePlayer::TakeUnheard() {
+    const std::lock_guard<std::mutex> guarded(Shared_->Guard);
+    return std::exchange(Shared_->Unheard, false);
 }
 
 } // namespace backends

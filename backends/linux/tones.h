@@ -17,10 +17,11 @@ inline constexpr std::int32_t SamplesPerSecond = 44100;
 /// which samples at this rate can't represent. A longer tone is cut at 10 seconds.
 std::vector<std::int16_t> ToneSamples(std::int32_t hertz, std::int32_t milliseconds);
 
-/// Plays samples on an audio device and returns when they have been heard. Does nothing if the device can't be opened.
-using AudioOutput = std::function<void(const std::string& device, const std::vector<std::int16_t>& samples)>;
+/// Plays samples on an audio device and returns when they have been heard. Returns false if the device can't be opened
+/// or fails.
+using AudioOutput = std::function<bool(const std::string& device, const std::vector<std::int16_t>& samples)>;
 
-void PlayOnAlsa(const std::string& device, const std::vector<std::int16_t>& samples);
+bool PlayOnAlsa(const std::string& device, const std::vector<std::int16_t>& samples);
 
 /// Plays tones one after the other, and opens the device for each. No call waits for the audio, nor does the
 /// destructor; a tone that is playing when the program ends is cut. If the audio hangs, only the newest of the tones
@@ -36,6 +37,9 @@ public:
 
     /// True if everything has been played.
     bool Idle() const;
+
+    /// Returns true if a tone could not be played since the last call.
+    bool TakeUnheard();
 
 private:
     struct Work;

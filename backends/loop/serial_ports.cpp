@@ -22,7 +22,6 @@ ErrorNumber DeviceSerial::SetPortOpen(bool open) {
 }
 
 ErrorNumber DeviceSerial::OpenPort() {
-    Heard_ = false;
     const std::optional<PortTarget> target = Sources_.Find(Id_);
     OnSource_ = target.has_value();
     if (target) {
@@ -106,9 +105,7 @@ void DeviceSerial::TakeFromSource() {
     if (!bytes.empty()) {
         if (BytesCame)
             BytesCame(bytes);
-        const Text characters = Decoder_.Decode(bytes);
-        Waiting_ += characters;
-        Heard_ = Heard_ || !characters.empty();
+        Waiting_ += Decoder_.Decode(bytes);
     }
     if (Open_ && OnSource_ && state == ReadState::Gone) {
         Open_ = false;

@@ -49,7 +49,6 @@ public:
     const std::string& Address() const { return Address_; }
     ErrorNumber LastOpening() const { return LastOpening_; }
     const std::string& Trouble() const { return Trouble_; }
-    bool Heard() const { return Heard_; }
 
     // Operations on the simulated port, for tests and scripts.
     bool SimulatedPortOpen() const { return Open_ && !OnSource_; }
@@ -80,7 +79,6 @@ private:
     std::string Address_;
     std::string Trouble_;
     ErrorNumber LastOpening_ = NoError;
-    bool Heard_ = false;
 };
 
 } // namespace backends

@@ -3,6 +3,7 @@
 
 #include "backends/qt/conversions.h"
 #include "backends/qt/qt_grid.h"
+#include "backends/qt/to_screen_reader.h"
 
 #include <QAccessibleWidget>
 #include <QApplication>
@@ -267,7 +268,7 @@ GridNews::GridNews(QtGrid& grid) : Grid_(grid.Widget()) {
 }
 
 void GridNews::CellChanged(std::int32_t row, std::int32_t col) {
-    if (IsHeard() && Changed_.size() <= ManyCells)
+    if (ToScreenReader::IsActive() && Changed_.size() <= ManyCells)
         Changed_.emplace_back(row, col);
 }
 
@@ -282,12 +283,12 @@ void GridNews::TellCells() {
     for (const auto& [row, col] : cells) {
         QAccessibleValueChangeEvent event(&Grid_, ToQt(Grid_.Grid().Cell(row, col)));
         event.setChild(row * Grid_.Grid().Cols() + col);
-        Say(&event);
+        ToScreenReader::Send(&event);
     }
 }
 
 void GridNews::Tell() {
-    if (!IsHeard()) {
+    if (!ToScreenReader::IsActive()) {
         Changed_.clear();
         return;
     }
@@ -299,13 +300,13 @@ void GridNews::Tell() {
     if (isAnother) {
         Changed_.clear();
         QAccessibleTableModelChangeEvent event(&Grid_, QAccessibleTableModelChangeEvent::ModelReset);
-        Say(&event);
+        ToScreenReader::Send(&event);
     }
     TellCells();
     if (now.HasFocus && (isAnother || hasMoved || isNewlyFocused) && Grid_.Grid().Offers(now.Row, now.Col)) {
         QAccessibleEvent event(&Grid_, QAccessible::Focus);
         event.setChild(now.Row * now.Cols + now.Col);
-        Say(&event);
+        ToScreenReader::Send(&event);
     }
 }
 

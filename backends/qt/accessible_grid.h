@@ -24,10 +24,6 @@ public:
     GridNews(const GridNews&) = delete;
     GridNews& operator=(const GridNews&) = delete;
 
-    // True if a screen reader is active; and the function that reports to it. A test replaces both.
-    static inline bool (*IsHeard)() = QAccessible::isActive;
-    static inline void (*Say)(QAccessibleEvent*) = QAccessible::updateAccessibility;
-
 private:
     struct State {
         std::int32_t Rows = 0, Cols = 0, Row = 0, Col = 0;

@@ -3,6 +3,7 @@
 
 #include "backends/loop/form_controls.h"
 #include "backends/qt/conversions.h"
+#include "backends/qt/to_screen_reader.h"
 
 #include <QCloseEvent>
 #include <QGridLayout>
@@ -20,6 +21,17 @@ constexpr int MostKeysInARow = 4;
 constexpr int StatusTextPixels = 12; // of the screen
 constexpr int KeyTextPixels = 10;
 const QString AlarmLook = QStringLiteral("background: #b00020; color: white;");
+
+// Two seconds, at two flashes a second: more than three a second may harm people.
+constexpr int FlashInterval = 250; // milliseconds
+constexpr int HalfFlashes = 8;     // the first is inverted, the last is not
+
+void Announce(QWidget& widget) {
+    if (!ToScreenReader::IsActive())
+        return;
+    QAccessibleEvent alert(&widget, QAccessible::Alert);
+    ToScreenReader::Send(&alert);
+}
 
 } // namespace
 
@@ -76,6 +88,13 @@ Window::Window(double scale) : Scale_(scale) {
     MakeNoticeLine(*column);
     Link_ = StatusLabel("linkState");
     column->addWidget(Link_);
+    Flashing_ = new QTimer(this);
+    Flashing_->setInterval(FlashInterval);
+    QObject::connect(Flashing_, &QTimer::timeout, this, [this] {
+        if (--FlashesLeft_ == 0)
+            Flashing_->stop();
+        ShowState();
+    });
 }
 
 void Window::MakeNoticeLine(QBoxLayout& column) {
@@ -171,26 +190,48 @@ void Window::resizeEvent(QResizeEvent*) {
     ShowAlarm();
 }
 
-void Window::SetLinkLine(const QString& text, bool alive) {
-    LinkText_ = text;
-    IsAlive_ = alive;
+void Window::SetLinkLine(const companion::LinkLine& line) {
+    const bool isNews = line.News != LinkLine_.News;
+    LinkLine_ = line;
     ShowState();
+    if (isNews)
+        Announce(*Link_);
+}
+
+void Window::FlashLink() {
+    FlashesLeft_ = HalfFlashes;
+    Flashing_->start();
+    ShowState();
+}
+
+QString Window::LinkLook() const {
+    if (IsWorking_)
+        return QStringLiteral("background: #ffd54f; color: black;");
+    if (FlashesLeft_ > 0 && FlashesLeft_ % 2 == 0)
+        return QStringLiteral("background: palette(window-text); color: palette(window);");
+    switch (LinkLine_.Look) {
+    case companion::LineLook::Plain:
+        break;
+    case companion::LineLook::Alive:
+        return palette().color(QPalette::Window).lightness() < 128 ? QStringLiteral("color: #80e080;")
+                                                                   : QStringLiteral("color: #006400;");
+    case companion::LineLook::Alarm:
+        return AlarmLook;
+    }
+    return {};
 }
 
 void Window::ShowState() {
     const auto work = !IsWorking_  ? companion::Work::None
                       : IsWaiting_ ? companion::Work::Waiting
                                    : companion::Work::Long;
-    Put(*Link_, IsWorking_ ? QString::fromUtf8(companion::WorkText(work)) : LinkText_);
-    const bool isDark = palette().color(QPalette::Window).lightness() < 128;
-    const QString alive = isDark ? QStringLiteral("color: #80e080;") : QStringLiteral("color: #006400;");
-    if (IsWorking_)
-        Link_->setStyleSheet(QStringLiteral("background: #ffd54f; color: black;"));
-    else
-        Link_->setStyleSheet(IsAlive_ ? alive : QString());
+    Put(*Link_, IsWorking_ ? QString::fromUtf8(companion::WorkText(work)) : LinkLine());
+    if (const QString look = LinkLook(); look != Link_->styleSheet())
+        Link_->setStyleSheet(look);
 }
 
 void Window::SetNotices(const companion::Notices& notices) {
+    const Text before = Standing_.empty() ? Text() : Standing_.front().Words;
     Standing_ = notices.Sorted();
     const auto behind = static_cast<int>(notices.Behind());
     More_->setText(QStringLiteral("+%1").arg(behind));
@@ -198,6 +239,8 @@ void Window::SetNotices(const companion::Notices& notices) {
     More_->setVisible(behind > 0);
     More_->setFixedSize(More_->sizeHint().width(), Alarm_->fontMetrics().height() + 2 * Alarm_->margin());
     ShowAlarm();
+    if (!Standing_.empty() && Standing_.front().Words != before)
+        Announce(*Alarm_);
     if (List_->isVisible())
         List_->Fill(Standing_);
 }

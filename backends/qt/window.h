@@ -12,6 +12,7 @@
 #include <QBoxLayout>
 #include <QFontMetrics>
 #include <QLabel>
+#include <QTimer>
 #include <QToolButton>
 #include <QWidget>
 
@@ -60,8 +61,11 @@ public:
     /// height.
     void LetSize();
 
-    /// Sets the status area's line on the state of the link.
-    void SetLinkLine(const QString& text, bool alive);
+    /// Sets the status area's line on the state of the link and the last reading. A screen reader says it if it is
+    /// news.
+    void SetLinkLine(const companion::LinkLine& line);
+    /// Flashes that line for two seconds.
+    void FlashLink();
     /// Sets the current notices. The line shows the worst one, and how many warnings and losses there are besides it;
     /// F4 or a click on that number opens the list of all. A mere note is shown in the line only if the window is
     /// resizable.
@@ -70,7 +74,7 @@ public:
     void SetWorking(bool working);
     /// Called when that operation starts or stops waiting for another program.
     void SetWaiting(bool waiting);
-    QString LinkLine() const { return LinkText_; }
+    QString LinkLine() const { return QString::fromStdString(LinkLine_.Text); }
 
     std::function<void(const Text& about)> NoticeTapped; ///< called when the user chooses a notice
     std::function<void()> CloseRequested;
@@ -90,6 +94,7 @@ private:
     void TapNotice(const Text& about);
     void OpenNotices();
     void ShowState();
+    QString LinkLook() const;
     void ShowAlarm();
     int KeysInARow(const std::vector<DeviceKey>& keys, const QFontMetrics& metrics) const;
 
@@ -103,10 +108,11 @@ private:
     QToolButton* More_; ///< how many warnings and losses there are besides the notice that is shown
     NoticeList* List_;
     double Scale_;
-    QString LinkText_;
+    companion::LinkLine LinkLine_;
+    QTimer* Flashing_;
+    int FlashesLeft_ = 0;                     ///< half flashes; the line is inverted in every other one
     std::vector<companion::Notice> Standing_; ///< the worst one first
     bool IsOneLine_ = false;                  ///< text that does not fit is cut, and a tooltip has it whole
-    bool IsAlive_ = false;
     bool IsWorking_ = false;
     bool IsWaiting_ = false;
 };

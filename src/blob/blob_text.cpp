@@ -21,6 +21,10 @@ Text Joined(const std::vector<Text>& texts, TextView between) {
 
 } // namespace
 
+Text ValueAndUnitOf(const platform::Reading& reading) {
+    return reading.Value + u" " + reading.Unit;
+}
+
 // All variables are one line: the decoder puts a line of its own for each into the list by name, and mistakes names
 // that end alike for each other.
 Text BlobOf(const platform::Reading& reading) {

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "src/blob/blob_text.h"
 #include "src/blob/capture.h"
 
 #include "src/blob/decoding.h"
@@ -51,10 +52,6 @@ std::int16_t RowNumber(std::int64_t row) {
 
 void RefreshSoftMenus() {
     WM5Menus::ApplyMenu(modQuorin::ScreenRow(modQuorin::Screens.CurrentScreen).Menu);
-}
-
-Text ValueAndUnitOf(const Reading& result) {
-    return result.Value + u" " + result.Unit;
 }
 
 Verdict ListOnLinkTrace(const Reading& result) {

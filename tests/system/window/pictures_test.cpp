@@ -74,7 +74,8 @@ protected:
         companion::Notices notices;
         notices.Raise(companion::DataFolder(u"/home/cleo/.local/share/quorin"));
         Form().SetNotices(notices);
-        Form().SetLinkLine(QStringLiteral("Link open: Com1 (/dev/rfcomm0); last record 2 s ago"), true);
+        Form().SetLinkLine({"● Humidity 62.2 %RH → Humidity, 20:30:12", companion::LineLook::Alive,
+                            "● Humidity 62.2 %RH → Humidity, 20:30:12"});
     }
     /// Lets a result arrive as if the port had received it.
     void Receive(const Text& blob) {
@@ -155,6 +156,14 @@ TEST_F(Pictures, OfARecordThatFills) {
     ExpectTitle(picture);
     ExpectMarkedCell(picture);
     EXPECT_FALSE(BoxOf(picture, QColor(0xC0, 0xE0, 0xFF)).isEmpty()) << "the colour of a row";
+}
+
+TEST_F(Pictures, OfARefusedReading) {
+    OpenSample();
+    FillRecord();
+    const std::string words = "○ refused: no row of Climate Meter asks for \"Bogus\"";
+    Form().SetLinkLine({words + ", 3 s ago", companion::LineLook::Alarm, words});
+    Keep(Grab(), "refused");
 }
 
 TEST_F(Pictures, OfTheQuestionBeforeAValueIsReplaced) {

@@ -8,6 +8,7 @@
 #include <QLabel>
 
 #include <chrono>
+#include <functional>
 #include <string>
 #include <thread>
 
@@ -21,15 +22,21 @@ protected:
     std::string LinkLine() { return TextOf("linkState"); }
     /// The red line above it.
     std::string RedLine() { return TextOf("warning"); }
-    /// Waits until the state of the link is this. The window checks it a few times a second. Returns false after 20
+    /// Waits until the state of the link meets this. The window checks it a few times a second. Returns false after 20
     /// seconds.
-    bool LinkLineBecomes(const std::string& text) {
+    bool LinkLineMeets(const std::function<bool(const std::string&)>& wanted) {
         const auto patience = std::chrono::steady_clock::now() + std::chrono::seconds(20);
-        while (LinkLine() != text && std::chrono::steady_clock::now() < patience) {
+        while (!wanted(LinkLine()) && std::chrono::steady_clock::now() < patience) {
             std::this_thread::sleep_for(std::chrono::milliseconds(20));
             Settle();
         }
-        return LinkLine() == text;
+        return wanted(LinkLine());
+    }
+    bool LinkLineBecomes(const std::string& text) {
+        return LinkLineMeets([&text](const std::string& line) { return line == text; });
+    }
+    bool LinkLineBegins(const std::string& text) {
+        return LinkLineMeets([&text](const std::string& line) { return line.rfind(text, 0) == 0; });
     }
 
 private:

@@ -8,7 +8,9 @@
 namespace companion {
 namespace {
 
-constexpr bool Alive = true;
+constexpr auto Plain = LineLook::Plain;
+constexpr auto Alive = LineLook::Alive;
+constexpr auto Alarm = LineLook::Alarm;
 
 LinkView Serial() {
     LinkView link;
@@ -17,7 +19,20 @@ LinkView Serial() {
     link.Open = true;
     link.Port = "Com1";
     link.Path = "/dev/ttyUSB0";
-    link.Heard = true;
+    return link;
+}
+
+/// A reading that was taken, and what was heard, this many seconds ago.
+LinkView Taken(std::int64_t age, std::int64_t heardAge) {
+    LinkView link = Serial();
+    link.Last = LastReading{{u"● Moisture 14.1 % → Moisture"}, u"20:30:12", age};
+    link.HeardAge = heardAge;
+    return link;
+}
+
+LinkView Refused(std::int64_t age) {
+    LinkView link = Taken(age, age);
+    link.Last->Words = {u"○ refused: no row of Meter asks for \"Bogus\"", true};
     return link;
 }
 
@@ -30,7 +45,8 @@ struct LineRow {
     const char* Case;
     LinkView Link;
     const char* Text;
-    bool IsAlive;
+    LineLook Look;
+    const char* News;
 };
 
 void PrintTo(const LineRow& row, std::ostream* out) {
@@ -42,68 +58,80 @@ class LineOfTheLink : public testing::TestWithParam<LineRow> {};
 TEST_P(LineOfTheLink, TellsHowItIs) {
     const LinkLine line = LinkLineOf(GetParam().Link);
     EXPECT_EQ(line.Text, GetParam().Text);
-    EXPECT_EQ(line.Alive, GetParam().IsAlive);
+    EXPECT_EQ(line.Look, GetParam().Look);
+    EXPECT_EQ(line.News, GetParam().News);
 }
 
 // clang-format off: a row a case
 const LineRow Rows[] = {
-    {"no port", LinkView{}, "Link off: no port is chosen", !Alive},
-    {"nothing open",
-     With(Serial(),
-          [](LinkView& link) {
-              link.Wanted = false;
-              link.Open = false;
-          }),
-     "Link off: no download is open for Com1", !Alive},
+    {"no port", LinkView{}, "Link off: no port is chosen", Plain, "Link off: no port is chosen"},
+    {"nothing open", With(Serial(), [](LinkView& link) { link.Wanted = link.Open = false; }),
+     "Link off: no download is open for Com1", Plain, "Link off: no download is open for Com1"},
     {"two questions stand over a serial port",
      With(Serial(),
           [](LinkView& link) {
               link.Held = true;
               link.Waits = 4711;
           }),
-     "Link held: a question is open, 4711 characters are waiting", !Alive},
+     "Link held: a question is open, 4711 characters are waiting", Plain,
+     "Link held: a question is open, 4711 characters are waiting"},
     {"two questions stand over a mailbox",
      With(Serial(),
           [](LinkView& link) {
               link.Held = true;
               link.Road = LinkRoad::Server;
           }),
-     "Link held: a question is open, the mailbox is waiting", !Alive},
-    {"nothing heard", With(Serial(), [](LinkView& link) { link.Heard = false; }),
-     "Link open: Com1 (/dev/ttyUSB0); no record yet", !Alive},
-    {"noise alone", Serial(), "Link open: Com1 (/dev/ttyUSB0); characters arrive, but no record yet", !Alive},
-    {"a record just now", With(Serial(), [](LinkView& link) { link.RecordAge = 0; }),
-     "Link open: Com1 (/dev/ttyUSB0); last record 0 s ago", Alive},
-    {"a record within the minute", With(Serial(), [](LinkView& link) { link.RecordAge = 59; }),
-     "Link open: Com1 (/dev/ttyUSB0); last record 59 s ago", Alive},
-    {"quiet for a minute", With(Serial(), [](LinkView& link) { link.RecordAge = 60; }),
-     "Link open but quiet: Com1 (/dev/ttyUSB0); last record 1 min ago", !Alive},
-    {"quiet for hours", With(Serial(), [](LinkView& link) { link.RecordAge = 7500; }),
-     "Link open but quiet: Com1 (/dev/ttyUSB0); last record 2 h 5 min ago", !Alive},
-    {"pulled a moment after a record",
-     With(Serial(),
+     "Link held: a question is open, the mailbox is waiting", Plain,
+     "Link held: a question is open, the mailbox is waiting"},
+    {"nothing heard", Serial(), "Link open: Com1 (/dev/ttyUSB0); no reading yet", Plain,
+     "Link open: Com1 (/dev/ttyUSB0); no reading yet"},
+    {"noise alone", With(Serial(), [](LinkView& link) { link.HeardAge = 59; }),
+     "Link open: Com1 (/dev/ttyUSB0); characters arrive, but no reading yet", Plain,
+     "Link open: Com1 (/dev/ttyUSB0); characters arrive, but no reading yet"},
+    {"noise a while ago", With(Serial(), [](LinkView& link) { link.HeardAge = 60; }),
+     "Link open: Com1 (/dev/ttyUSB0); characters came 1 min ago, but no reading yet", Plain,
+     "Link open: Com1 (/dev/ttyUSB0); characters came, but no reading yet"},
+    {"a reading just now", Taken(0, 0), "● Moisture 14.1 % → Moisture, 20:30:12", Alive,
+     "● Moisture 14.1 % → Moisture, 20:30:12"},
+    {"a reading within the minute", Taken(59, 59), "● Moisture 14.1 % → Moisture, 20:30:12", Alive,
+     "● Moisture 14.1 % → Moisture, 20:30:12"},
+    {"quiet for a minute", Taken(60, 60),
+     "Link open but quiet for 1 min: Com1 (/dev/ttyUSB0); last: ● Moisture 14.1 % → Moisture, 20:30:12", Plain,
+     "Link quiet; last: ● Moisture 14.1 % → Moisture, 20:30:12"},
+    {"quiet for hours", Taken(7500, 7500),
+     "Link open but quiet for 2 h 5 min: Com1 (/dev/ttyUSB0); last: ● Moisture 14.1 % → Moisture, 20:30:12", Plain,
+     "Link quiet; last: ● Moisture 14.1 % → Moisture, 20:30:12"},
+    {"quiet since noise that came after the reading", Taken(7500, 61),
+     "Link open but quiet for 1 min: Com1 (/dev/ttyUSB0); last: ● Moisture 14.1 % → Moisture, 20:30:12", Plain,
+     "Link quiet; last: ● Moisture 14.1 % → Moisture, 20:30:12"},
+    {"noise after the last reading", Taken(60, 59),
+     "● Moisture 14.1 % → Moisture, 20:30:12; characters arrive, but no reading", Plain,
+     "● Moisture 14.1 % → Moisture, 20:30:12"},
+    {"refused", Refused(3), "○ refused: no row of Meter asks for \"Bogus\", 3 s ago", Alarm,
+     "○ refused: no row of Meter asks for \"Bogus\", 20:30:12"},
+    {"refused and then quiet", Refused(7500), "○ refused: no row of Meter asks for \"Bogus\", 2 h 5 min ago", Alarm,
+     "○ refused: no row of Meter asks for \"Bogus\", 20:30:12"},
+    {"pulled a moment after a reading",
+     With(Taken(3, 3),
           [](LinkView& link) {
               link.Open = false;
-              link.RecordAge = 3;
+              link.DownFor = 2;
               link.Trouble = "/dev/ttyUSB0 is not there";
           }),
-     "Link down: Com1: /dev/ttyUSB0 is not there, trying again; last record 3 s ago", !Alive},
+     "Link down for 2 s: Com1: /dev/ttyUSB0 is not there, trying again; last reading 3 s ago", Alarm,
+     "Link down: Com1: /dev/ttyUSB0 is not there, trying again"},
     {"not tried yet", With(Serial(), [](LinkView& link) { link.Open = false; }),
-     "Link down: Com1: waiting for it to open", !Alive},
+     "Link down: Com1: waiting for it to open", Plain, "Link down: Com1: waiting for it to open"},
     {"no server",
      With(Serial(),
           [](LinkView& link) {
               link.Road = LinkRoad::Server;
               link.Open = false;
+              link.DownFor = 7500;
           }),
-     "Link down: waiting for the RFCOMM server", !Alive},
-    {"a server",
-     With(Serial(),
-          [](LinkView& link) {
-              link.Road = LinkRoad::Server;
-              link.RecordAge = 5;
-          }),
-     "Link open: RFCOMM server; last record 5 s ago", Alive},
+     "Link down for 2 h 5 min: waiting for the RFCOMM server", Alarm, "Link down: waiting for the RFCOMM server"},
+    {"a server", With(Serial(), [](LinkView& link) { link.Road = LinkRoad::Server; }),
+     "Link open: RFCOMM server; no reading yet", Plain, "Link open: RFCOMM server; no reading yet"},
     {"a connection",
      With(Serial(),
           [](LinkView& link) {
@@ -111,7 +139,7 @@ const LineRow Rows[] = {
               link.Port = "BT1";
               link.Path = "";
           }),
-     "Link open: BT1; no record yet", !Alive},
+     "Link open: BT1; no reading yet", Plain, "Link open: BT1; no reading yet"},
 };
 // clang-format on
 

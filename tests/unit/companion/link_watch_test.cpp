@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "companion/link_watch.h"
 
+#include "companion/words.h"
+#include "src/drivers/selection.h"
 #include "src/link/ports.h"
 #include "src/link/receive.h"
 #include "src/storage/settings.h"
@@ -20,16 +22,28 @@ protected:
     WatchedLink() {
         modQuorin::SaveSetting(u"ComPort", u"Com1");
         modBluetooth::Receive.LinkWanted = true;
+        modQuorin::Selection.SelectedDriver = u"Meter";
         Port.Address = "/dev/x";
+        Now = seconds(100);
     }
-    std::string Line(seconds now = seconds(100)) { return Watch.Line(Port, Held, now).Text; }
+    std::string Line() { return Watch.Line(Port, Held).Text; }
+    static std::string TimeNow() { return modStringTools::ToBytes(TimeText(platform::Device().clock.Now())); }
+    void Judge(platform::Fate fate) {
+        platform::Verdict verdict{.Fate = fate, .Field = u"Wall", .File = u"qrn0001.txt"};
+        verdict.Reading.Types = {u"Moisture"};
+        verdict.Reading.Value = u"14.1";
+        verdict.Reading.Unit = u"%";
+        Watch.ReadingJudged(verdict);
+    }
 
+    static inline LinkWatch::Moment Now;
     support::TestDevice Device;
     int Asked = 0;
-    LinkWatch Watch{[this](const std::string& address, platform::ErrorNumber error) {
-        ++Asked;
-        return address + " fails by " + std::to_string(NumberOf(error));
-    }};
+    LinkWatch Watch{[] { return Now; },
+                    [this](const std::string& address, platform::ErrorNumber error) {
+                        ++Asked;
+                        return address + " fails by " + std::to_string(NumberOf(error));
+                    }};
     PortFacts Port;
     bool Held = false;
 };
@@ -41,13 +55,13 @@ TEST_F(WatchedLink, TellsWhyItsPortCanNotBeOpened) {
 
 TEST_F(WatchedLink, LooksIntoATroubleEveryTwoSecondsAtTheMost) {
     Port.LastOpening = platform::NotAvailable;
-    for (int tenth = 0; tenth < 20; ++tenth)
-        Watch.Line(Port, Held, seconds(100) + milliseconds(100 * tenth));
+    for (int tenth = 0; tenth < 20; ++tenth, Now += milliseconds(100))
+        Line();
     EXPECT_EQ(Asked, 1);
-    Line(seconds(102));
+    Line();
     EXPECT_EQ(Asked, 2);
     Port.LastOpening = platform::PermissionDenied;
-    Line(seconds(102));
+    Line();
     EXPECT_EQ(Asked, 3) << "another trouble is looked into at once";
 }
 
@@ -59,17 +73,82 @@ TEST_F(WatchedLink, TellsWhatItsSourceSaysOfATrouble) {
     EXPECT_EQ(Asked, 0);
 }
 
-TEST_F(WatchedLink, CountsFromTheLastResult) {
+TEST_F(WatchedLink, CountsSinceWhenItIsDown) {
+    Line();
+    Now += seconds(7);
+    EXPECT_EQ(Line(), "Link down for 7 s: Com1: waiting for it to open");
     Port.Open = true;
-    EXPECT_EQ(Line(), "Link open: Com1 (/dev/x); no record yet");
-    Watch.ResultCame(seconds(97));
-    EXPECT_EQ(Line(), "Link open: Com1 (/dev/x); last record 3 s ago");
+    Line();
+    Port.Open = false;
+    Line();
+    Now += seconds(2);
+    EXPECT_EQ(Line(), "Link down for 2 s: Com1: waiting for it to open") << "since it was open";
+}
+
+TEST_F(WatchedLink, IsNotDownWhileNobodyWantsIt) {
+    modBluetooth::Receive.LinkWanted = false;
+    Line();
+    Now += seconds(7);
+    Line();
+    modBluetooth::Receive.LinkWanted = true;
+    EXPECT_EQ(Line(), "Link down: Com1: waiting for it to open");
+}
+
+TEST_F(WatchedLink, ShowsWhatBecameOfTheLastReading) {
+    Port.Open = true;
+    EXPECT_EQ(Line(), "Link open: Com1 (/dev/x); no reading yet");
+    Judge(platform::Fate::Taken);
+    EXPECT_EQ(Line(), "● Moisture 14.1 % → Wall, " + TimeNow());
+    Now += seconds(6);
+    Judge(platform::Fate::NoRow);
+    Now += seconds(3);
+    EXPECT_EQ(Line(), "○ refused: no row of Meter asks for \"Moisture\", 3 s ago");
+}
+
+TEST_F(WatchedLink, ShowsARefusedOneOfABurstBeforeTheTakenOne) {
+    Port.Open = true;
+    Judge(platform::Fate::NoRow);
+    Judge(platform::Fate::Taken);
+    Now += milliseconds(4999);
+    EXPECT_EQ(Line(), "○ refused: no row of Meter asks for \"Moisture\", 4 s ago");
+    Now += milliseconds(1);
+    EXPECT_EQ(Line(), "● Moisture 14.1 % → Wall, " + TimeNow());
+}
+
+TEST_F(WatchedLink, ForgetsTheReadingsOfARecordThatWasLeft) {
+    Port.Open = true;
+    Judge(platform::Fate::NoRow);
+    modBluetooth::Receive.LinkWanted = false;
+    Line();
+    modBluetooth::Receive.LinkWanted = true;
+    EXPECT_EQ(Line(), "Link open: Com1 (/dev/x); no reading yet");
+}
+
+TEST_F(WatchedLink, IsNotQuietWhileCharactersArrive) {
+    Port.Open = true;
+    Watch.TextReceived(platform::TextSource::Port, u"x");
+    EXPECT_EQ(Line(), "Link open: Com1 (/dev/x); characters arrive, but no reading yet");
+    Judge(platform::Fate::Taken);
+    Now += seconds(60);
+    Watch.TextReceived(platform::TextSource::Port, u"x");
+    EXPECT_EQ(Line(), "● Moisture 14.1 % → Wall, " + TimeNow() + "; characters arrive, but no reading");
+    Now += seconds(60);
+    EXPECT_EQ(Line(), "Link open but quiet for 1 min: Com1 (/dev/x); last: ● Moisture 14.1 % → Wall, " + TimeNow());
+}
+
+TEST_F(WatchedLink, HearsNothingOfThePortThatWasClosed) {
+    Port.Open = true;
+    Watch.TextReceived(platform::TextSource::Port, u"x");
+    Port.Open = false;
+    Line();
+    Port.Open = true;
+    EXPECT_EQ(Line(), "Link open: Com1 (/dev/x); no reading yet");
 }
 
 TEST_F(WatchedLink, GoesByTheCoreForWhatIsNoSerialPort) {
     modQuorin::SaveSetting(u"ComPort", u"SERVER");
     modBluetooth::Ports.LinkOpen = true;
-    EXPECT_EQ(Line(), "Link open: RFCOMM server; no record yet");
+    EXPECT_EQ(Line(), "Link open: RFCOMM server; no reading yet");
     modQuorin::SaveSetting(u"ComPort", u"OFF");
     EXPECT_EQ(Line(), "Link off: no port is chosen");
 }
@@ -81,9 +160,11 @@ TEST_F(WatchedLink, SaysHowMuchWaitsWhileItIsHeld) {
 }
 
 TEST_F(WatchedLink, IsDueFiveTimesASecond) {
-    EXPECT_TRUE(Watch.IsDue(milliseconds(1000)));
-    EXPECT_FALSE(Watch.IsDue(milliseconds(1199)));
-    EXPECT_TRUE(Watch.IsDue(milliseconds(1200)));
+    EXPECT_TRUE(Watch.IsDue());
+    Now += milliseconds(199);
+    EXPECT_FALSE(Watch.IsDue());
+    Now += milliseconds(1);
+    EXPECT_TRUE(Watch.IsDue());
 }
 
 } // namespace

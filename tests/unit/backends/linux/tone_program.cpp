@@ -14,7 +14,7 @@ namespace {
 
 constexpr int MostRounds = 6000;
 
-void NeverReturn(const std::string&, const std::vector<std::int16_t>&) {
+bool NeverReturn(const std::string&, const std::vector<std::int16_t>&) {
     for (;;)
         std::this_thread::sleep_for(std::chrono::hours(1));
 }

@@ -72,13 +72,16 @@ struct Loudspeaker {
     std::vector<std::size_t> Lengths;
     std::string Device;
 
-    void Play(const std::string& device, const std::vector<std::int16_t>& samples) {
+    bool IsSilent = false; ///< as on a machine without audio
+
+    bool Play(const std::string& device, const std::vector<std::int16_t>& samples) {
         std::unique_lock<std::mutex> lock(Guard);
         ++Begun;
         Changed.notify_all();
         Changed.wait(lock, [this] { return !Hangs; });
         Device = device;
         Lengths.push_back(samples.size());
+        return !IsSilent;
     }
     void Hang(bool hangs) {
         const std::lock_guard<std::mutex> lock(Guard);
@@ -110,7 +113,7 @@ protected:
     std::shared_ptr<Loudspeaker> Audio = std::make_shared<Loudspeaker>();
     std::unique_ptr<TonePlayer> Tones = std::make_unique<TonePlayer>(
         "speaker", [audio = Audio](const std::string& device, const std::vector<std::int16_t>& samples) {
-            audio->Play(device, samples);
+            return audio->Play(device, samples);
         });
 };
 
@@ -123,6 +126,22 @@ TEST_F(Player, PlaysEveryToneInOrder) {
         Play(milliseconds);
     EXPECT_THAT(Heard(), ElementsAre(250, 300, 250, 100));
     EXPECT_EQ(Audio->Device, "speaker");
+}
+
+TEST_F(Player, TellsOnceThatAToneWasNotHeard) {
+    Play(100);
+    Heard();
+    EXPECT_FALSE(Tones->TakeUnheard());
+    Audio->IsSilent = true;
+    Play(100);
+    Play(100);
+    Heard();
+    EXPECT_TRUE(Tones->TakeUnheard());
+    EXPECT_FALSE(Tones->TakeUnheard());
+}
+
+TEST(AlsaOutput, TellsThatThereIsNoSuchDevice) {
+    EXPECT_FALSE(PlayOnAlsa("no such device", ToneSamples(1046, 50)));
 }
 
 TEST_F(Player, PlaysAgainAfterAPause) {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // What a screen reader finds.
 #include "backends/qt/accessible_grid.h"
+#include "backends/qt/to_screen_reader.h"
 
 #include "src/view/prompt.h"
 #include "src/view/status_strip.h"
@@ -13,7 +14,7 @@
 namespace windowtest {
 namespace {
 
-using backends::qt::GridNews;
+using backends::qt::ToScreenReader;
 using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -34,15 +35,15 @@ public:
     explicit Listener(QObject& object) {
         Of = &object;
         All.clear();
-        GridNews::IsHeard = [] { return true; };
-        GridNews::Say = [](QAccessibleEvent* event) {
+        ToScreenReader::IsActive = [] { return true; };
+        ToScreenReader::Send = [](QAccessibleEvent* event) {
             if (event->object() == Of)
                 All.push_back({event->type(), event->child()});
         };
     }
     ~Listener() {
-        GridNews::IsHeard = QAccessible::isActive;
-        GridNews::Say = QAccessible::updateAccessibility;
+        ToScreenReader::IsActive = QAccessible::isActive;
+        ToScreenReader::Send = QAccessible::updateAccessibility;
     }
     Listener(const Listener&) = delete;
     Listener& operator=(const Listener&) = delete;
@@ -339,7 +340,7 @@ TEST_F(ScreenReader, FindsTheButtonsOfABox) {
 }
 
 TEST_F(ScreenReader, CallsTheStateOfTheLinkAsItIsSeen) {
-    Form().SetLinkLine(QStringLiteral("Com1: open"), true);
+    Form().SetLinkLine({"Com1: open", companion::LineLook::Alive, "Com1: open"});
     EXPECT_EQ(NameOf(*Form().findChild<QLabel*>(QStringLiteral("linkState"))), "Com1: open");
     companion::Notices notices;
     notices.Raise({u"notsaved", companion::Severity::Loss, u"not saved", companion::Until::Tapped});

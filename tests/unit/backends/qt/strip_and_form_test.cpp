@@ -250,7 +250,7 @@ protected:
 };
 
 TEST_F(LongOperation, IsToldAfterATenthOfASecondAndForgottenAtItsEnd) {
-    Form().SetLinkLine(QStringLiteral("Link open"), true);
+    Form().SetLinkLine({"Link open", companion::LineLook::Alive, "Link open"});
     const auto start = std::chrono::steady_clock::now();
     Settle();
     while (State().text() == QStringLiteral("Link open"))
@@ -279,7 +279,7 @@ TEST_F(LongOperation, HasMenusThatAreGreyAsLongAsItsStripStands) {
 // The window sleeps until the click, which does not count as work.
 TEST_F(LongOperation, IsNotSeenInAQuickOneAfterALongRest) {
     ShowRows(3);
-    Form().SetLinkLine(QStringLiteral("Link open"), true);
+    Form().SetLinkLine({"Link open", companion::LineLook::Alive, "Link open"});
     Settle();
     QString told;
     Main().Pressed = [&] {

@@ -1,0 +1,122 @@
+// SPDX-License-Identifier: MIT
+// What the line at the window's foot says of a reading, how it looks, and what a screen reader hears.
+#include "backends/qt/to_screen_reader.h"
+#include "src/text/text.h"
+#include "tests/system/window/watched_window.h"
+
+namespace windowtest {
+namespace {
+
+using backends::qt::ToScreenReader;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+class ReadingLine : public WatchedWindow {
+protected:
+    ReadingLine() {
+        Device.Platform.settings.Save(u"Quorin", u"Settings", u"ComPort", u"Com1");
+        OpenRecord("Place|Moisture|Remark\n||\n");
+        Pass(600);
+        Receive(u"[CONNECT \"QI-1\"]\r\n");
+    }
+    void Receive(const Text& lines) {
+        Device.Platform.serial.Arrive(u"[BLob]\r\n" + lines + u"[/BLob]\r\n");
+        Settle();
+        Pass(1100);
+    }
+    void Send(const Text& type, const Text& origin = u"QI-1") {
+        Receive(u"[ORIGIN \"" + origin + u"\"]\r\n[RESULT_TYPE \"" + type +
+                u"\"]\r\n[RESULT_VALUE \"14.1\"]\r\n[RESULT_UNIT \"%\"]\r\n");
+    }
+    QLabel& Label() { return *Form().findChild<QLabel*>(QStringLiteral("linkState")); }
+    bool IsAlarming() { return Label().styleSheet().contains(QStringLiteral("#b00020")); }
+};
+
+TEST_F(ReadingLine, SaysWhereAReadingWent) {
+    Send(u"Moisture");
+    EXPECT_TRUE(LinkLineBegins("● Moisture 14.1 % → Moisture, ")) << LinkLine();
+    EXPECT_FALSE(IsAlarming());
+    EXPECT_THAT(Label().styleSheet().toStdString(), HasSubstr("color")) << "green";
+}
+
+TEST_F(ReadingLine, IsAnAlarmWhenNoRowAsksForIt) {
+    Send(u"Bogus");
+    EXPECT_TRUE(LinkLineBegins("○ refused: no row of Meter asks for \"Bogus\", ")) << LinkLine();
+    EXPECT_TRUE(IsAlarming());
+    EXPECT_TRUE(LinkLineMeets([](const std::string& line) { return line.find(", 2 s ago") != line.npos; }))
+        << LinkLine();
+}
+
+TEST_F(ReadingLine, IsAnAlarmWhenItIsAnotherInstruments) {
+    Send(u"Moisture", u"QI-2");
+    EXPECT_TRUE(LinkLineBegins("○ refused: from QI-2, connected is QI-1, ")) << LinkLine();
+    EXPECT_TRUE(IsAlarming());
+}
+
+TEST_F(ReadingLine, IsAnAlarmWhenItWentIntoTheOpenField) {
+    Tap(2, 1);
+    ASSERT_TRUE(Field().Visible());
+    Send(u"Moisture");
+    EXPECT_TRUE(LinkLineBegins("● into the open field: Remark, ")) << LinkLine();
+    EXPECT_TRUE(IsAlarming());
+}
+
+/// The words that a screen reader is alerted to while this object exists.
+class Alerts {
+public:
+    Alerts() {
+        All.clear();
+        ToScreenReader::IsActive = [] { return true; };
+        ToScreenReader::Send = [](QAccessibleEvent* event) {
+            if (event->type() == QAccessible::Alert)
+                All.push_back(event->accessibleInterface()->text(QAccessible::Name).toStdString());
+        };
+    }
+    Alerts(const Alerts&) = delete;
+    Alerts& operator=(const Alerts&) = delete;
+    ~Alerts() {
+        ToScreenReader::IsActive = QAccessible::isActive;
+        ToScreenReader::Send = QAccessible::updateAccessibility;
+    }
+
+    static inline std::vector<std::string> All;
+};
+
+TEST_F(ReadingLine, IsSaidOnceByAScreenReader) {
+    ASSERT_TRUE(LinkLineBegins("Link open")) << LinkLine();
+    const Alerts alerts;
+    Send(u"Bogus");
+    EXPECT_TRUE(LinkLineBegins("○ refused: no row of Meter asks for \"Bogus\", 2 s ago")) << LinkLine();
+    companion::Notices notices;
+    notices.Raise({u"notsaved", companion::Severity::Loss, u"not saved", companion::Until::Tapped});
+    Form().SetNotices(notices);
+    Form().SetNotices(notices);
+    EXPECT_THAT(Alerts::All, ElementsAre(StartsWith("○ refused: no row of Meter asks for \"Bogus\", "), "not saved"));
+}
+
+// On a machine without sound the line flashes.
+
+TEST_F(ReadingLine, FlashesFourTimesAndThenRests) {
+    Form().SetLinkLine({"Link open", companion::LineLook::Plain, "Link open"});
+    const QString rest = Label().styleSheet();
+    Form().FlashLink();
+    int inverted = 1;
+    EXPECT_NE(Label().styleSheet(), rest);
+    QString look = Label().styleSheet();
+    const auto patience = std::chrono::steady_clock::now() + std::chrono::seconds(20);
+    for (int changes = 0; changes < 7 && std::chrono::steady_clock::now() < patience;) {
+        QTest::qWait(5);
+        if (Label().styleSheet() == look)
+            continue;
+        look = Label().styleSheet();
+        ++changes;
+        inverted += look == rest ? 0 : 1;
+    }
+    EXPECT_EQ(inverted, 4);
+    QTest::qWait(600); // two phases more
+    EXPECT_EQ(Label().styleSheet(), rest);
+}
+
+} // namespace
+} // namespace windowtest
