@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "backends/host/host_pump.h"
 
-#include "backends/headless/headless_control_set.h"
 #include "backends/host/host_back_end.h"
 #include "backends/loop/no_commands.h"
 #include "src/app/start_up.h"
+#include "tests/support/headless_shell.h"
 #include "tests/support/plugged_instrument.h"
 #include "tests/support/test_device.h"
 
@@ -60,22 +60,6 @@ TEST(SleepOnAHost, WaitsForCommandsOnlyIfItIsTold) {
     EXPECT_THAT(pump.WaitedFor, ElementsAre(7, 9));
 }
 
-class BackEndOnAHost final : public HostBackEnd, public headless::HeadlessControlSet {
-public:
-    BackEndOnAHost(HostDevice& device, HostPump& pumpOfHost, CommandSource& commands, Watcher& watcher)
-        : HostBackEnd(device, pumpOfHost, commands, watcher), HeadlessControlSet(focus, loop, watcher),
-          Record_(RecordOf(controls)) {
-        DesignControls(controls);
-    }
-    const Controls& Seen() const override { return controls; }
-
-protected:
-    Platform& Record() override { return Record_; }
-
-private:
-    Platform Record_;
-};
-
 class DeviceOnAHost : public testing::Test {
 protected:
     DeviceOnAHost() { Device.StartProgram(); }
@@ -97,7 +81,7 @@ protected:
     NoCommands Commands;
     support::Record Did;
     HostDevice Host{Options()};
-    BackEndOnAHost Device{Host, Pump, Commands, Did};
+    support::HeadlessShell<HostBackEnd> Device{Host, Pump, Commands, Did};
 };
 
 TEST_F(DeviceOnAHost, IsWokenByItsPortWhileThatIsOpen) {
