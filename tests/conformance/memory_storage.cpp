@@ -17,9 +17,7 @@ public:
     Settings& SettingsStore() override { return Settings_; }
 
     void Put(const Text& fullName, const std::string& bytes) override { Disk_.Put(fullName, bytes); }
-    std::string Bytes(const Text& fullName) override {
-        return Has(fullName) ? *Disk_.Files[fullName]->Saved : "no such file";
-    }
+    std::string Bytes(const Text& fullName) override { return Disk_.SavedBytes(fullName); }
     void Remove(const Text& fullName) override { Disk_.Files.erase(fullName); }
     bool Has(const Text& fullName) override { return Disk_.Has(fullName); }
     void MakeFolder(const Text& path) override { Disk_.MakeFolders(path); }

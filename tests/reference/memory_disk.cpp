@@ -206,6 +206,10 @@ bool MemoryDisk::Has(const Text& fullName) const {
     return found != Files.end() && found->second->Saved;
 }
 
+std::string MemoryDisk::SavedBytes(const Text& fullName) const {
+    return Has(fullName) ? *Files.at(fullName)->Saved : "no such file";
+}
+
 bool MemoryDisk::IsFolder(const Text& path) const {
     const Text folder = WithBackslash(path);
     return folder == u".\\" || Folders.count(folder) != 0;

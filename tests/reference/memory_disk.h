@@ -42,6 +42,8 @@ struct MemoryDisk {
     void MakeFolders(const Text& path);
     bool IsFolder(const Text& path) const;
     bool Has(const Text& fullName) const; ///< a file that was saved
+    /// Returns what other programs see of a file; "no such file" for one that was never saved.
+    std::string SavedBytes(const Text& fullName) const;
     /// All that is on it, for a comparison and for a person.
     std::string Shown() const;
 };

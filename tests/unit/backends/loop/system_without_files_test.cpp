@@ -2,7 +2,6 @@
 // A whole back-end on a system that has neither files nor descriptors: storage and settings are in memory, the bytes of
 // the port are put into a buffer, and a sleep ends when something around the program has happened. This program is
 // linked without the folders that need a host with files.
-#include "backends/headless/headless_control_set.h"
 #include "backends/loop/back_end.h"
 #include "backends/loop/no_commands.h"
 #include "backends/loop/silent_watcher.h"
@@ -10,14 +9,15 @@
 #include "src/app/start_up.h"
 #include "src/storage/settings.h"
 #include "src/view/navigation.h"
+#include "src/view/platform/application.h"
 #include "src/view/screen_table.h"
 #include "tests/reference/memory_disk.h"
+#include "tests/support/headless_shell.h"
 
 #include <gtest/gtest.h>
 
 #include <deque>
 #include <functional>
-#include <map>
 
 namespace backends {
 namespace {
@@ -40,19 +40,6 @@ class OneSource final : public PortSources {
 public:
     std::optional<PortTarget> Find(std::int32_t) override { return PortTarget{"buffer", &Buffer, {}}; }
     BufferSource Buffer;
-};
-
-class SettingsInMemory final : public Settings {
-public:
-    Text Get(const Text&, const Text&, const Text& key, const Text& byDefault) const override {
-        const auto found = Values.find(key);
-        return found == Values.end() ? byDefault : found->second;
-    }
-    ErrorNumber Save(const Text&, const Text&, const Text& key, const Text& value) override {
-        Values[key] = value;
-        return NoError;
-    }
-    std::map<Text, Text> Values;
 };
 
 class OneVolume final : public Volumes {
@@ -78,26 +65,10 @@ public:
     std::deque<std::function<void()>> Steps;
 };
 
-class BackEndInMemory final : public BackEnd, public headless::HeadlessControlSet {
-public:
-    BackEndInMemory(const DeviceParts& parts, Pump& pump, CommandSource& commands, Watcher& watcher)
-        : BackEnd(parts, pump, commands, watcher), HeadlessControlSet(focus, loop, watcher),
-          Record_(RecordOf(controls)) {
-        DesignControls(controls);
-    }
-    const Controls& Seen() const override { return controls; }
-
-protected:
-    Platform& Record() override { return Record_; }
-
-private:
-    Platform Record_;
-};
-
 class SystemWithoutFiles : public testing::Test {
 protected:
     SystemWithoutFiles() {
-        Settings.Values[u"ComPort"] = u"Com1";
+        Settings.Save(u"Quorin", modQuorin::SettingsSection, u"ComPort", u"Com1");
         Disk.Put(u".\\Quorin\\drivers.txt", "NAME|INFFILE\nMeter|meter.txt\n");
         Disk.Put(u".\\Quorin\\qrnctrl.txt", "DRIVER|FILE|DATE|ALIAS\nMeter|qrn0001.txt|20070301|\n");
         Disk.Put(u".\\Quorin\\meter.txt", "FIELDNAME|VISIBLE|COPY|BLOB|DISPLAY|CSVNAME|DATATYPE|FORMULA\n"
@@ -122,30 +93,31 @@ protected:
             Device.loop.WaitOnce();
         Device.loop.HandleDue();
     }
-    std::string File(const Text& name) { return Disk.Files[u".\\Quorin\\" + name]->Bytes; }
+    /// As another program finds it.
+    std::string File(const Text& name) const { return Disk.SavedBytes(u".\\Quorin\\" + name); }
 
     reference::MemoryDisk Disk;
     reference::MemoryFiles Files{Disk};
     reference::MemoryDatabases Databases{Disk};
     OneVolume Volumes;
-    SettingsInMemory Settings;
+    reference::MemorySettings Settings;
     OneSource Sources;
     DeviceSerial Port{Sources};
     SimulatedConnections Connections;
     StepPump Pump;
     NoCommands Nobody;
     SilentWatcher Watcher;
-    BackEndInMemory Device{DeviceParts{
-                               .system = DeviceSystem(0, u"5.2", u"user", {640, 480}),
-                               .clock = DeviceClock(*MomentFromText("2007-03-05T09:30:00")),
-                               .serial = Port,
-                               .connections = Connections,
-                               .volumes = Volumes,
-                               .files = Files,
-                               .databases = Databases,
-                               .settings = Settings,
-                           },
-                           Pump, Nobody, Watcher};
+    support::HeadlessShell<BackEnd> Device{DeviceParts{
+                                               .system = DeviceSystem(0, u"5.2", u"user", {640, 480}),
+                                               .clock = DeviceClock(*MomentFromText("2007-03-05T09:30:00")),
+                                               .serial = Port,
+                                               .connections = Connections,
+                                               .volumes = Volumes,
+                                               .files = Files,
+                                               .databases = Databases,
+                                               .settings = Settings,
+                                           },
+                                           Pump, Nobody, Watcher};
 };
 
 TEST_F(SystemWithoutFiles, ShowsTheFirstScreens) {
@@ -170,7 +142,7 @@ TEST_F(SystemWithoutFiles, TakesAReadingAndStoresIt) {
 
 TEST_F(SystemWithoutFiles, KeepsASetting) {
     modQuorin::SaveSetting(u"ComPort", u"Com3");
-    EXPECT_EQ(Settings.Values[u"ComPort"], u"Com3");
+    EXPECT_EQ(Settings.Get(u"Quorin", modQuorin::SettingsSection, u"ComPort", u"none"), u"Com3");
 }
 
 } // namespace
