@@ -14,8 +14,8 @@
 
 class TemporaryRoot {
 public:
-    TemporaryRoot() {
-        std::string pattern = (support::PlaceOnDisk() / "quorin-test-XXXXXX").string();
+    explicit TemporaryRoot(const std::filesystem::path& place = support::PlaceOnDisk()) {
+        std::string pattern = (place / "quorin-test-XXXXXX").string();
         Folder_ = std::filesystem::canonical(mkdtemp(pattern.data())).string();
     }
     TemporaryRoot(const TemporaryRoot&) = delete;
