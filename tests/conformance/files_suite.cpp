@@ -214,20 +214,13 @@ TEST_P(FilesSuite, AddsLinesAtTheEnd) {
 
 TEST_P(FilesSuite, NeverLetsTwoLinesRunTogether) {
     Store->Put(u".\\x.txt", "one\nlast");
-    const auto stream = Open(u".\\x.txt", StreamMode::Existing);
-    ASSERT_EQ(stream->Seek(0, Origin::End), NoError);
-    EXPECT_EQ(stream->WriteLine(u"new"), NoError);
-    EXPECT_EQ(stream->WriteLine(u"newer"), NoError);
-    EXPECT_EQ(stream->Close(), NoError);
+    AppendAndClose(*Open(u".\\x.txt"), {u"new", u"newer"});
     EXPECT_EQ(Store->Bytes(u".\\x.txt"), "one\nlast\nnew\nnewer\n");
 }
 
 TEST_P(FilesSuite, KeepsALastLineThatEndsInACarriageReturn) {
     Store->Put(u".\\x.txt", "a\r");
-    const auto stream = Open(u".\\x.txt", StreamMode::Existing);
-    ASSERT_EQ(stream->Seek(0, Origin::End), NoError);
-    EXPECT_EQ(stream->WriteLine(u"b"), NoError);
-    EXPECT_EQ(stream->Close(), NoError);
+    AppendAndClose(*Open(u".\\x.txt"), {u"b"});
     EXPECT_THAT(AllLines(u".\\x.txt"), ElementsAre(u"a\r", u"b"));
 }
 
@@ -458,9 +451,7 @@ TEST_P(OtherProgramsSuite, AddsBehindWhatAnotherWriterAdded) {
     Store->Put(u".\\x.txt", "one\n");
     const auto stream = Open(u".\\x.txt");
     Store->Put(u".\\x.txt", "one\ntwo");
-    ASSERT_EQ(stream->Seek(0, Origin::End), NoError);
-    ASSERT_EQ(stream->WriteLine(u"three"), NoError);
-    ASSERT_EQ(stream->Close(), NoError);
+    AppendAndClose(*stream, {u"three"});
     EXPECT_EQ(Store->Bytes(u".\\x.txt"), "one\ntwo\nthree\n");
 }
 

@@ -142,12 +142,7 @@ TEST_P(GridEventsSuite, BearsAHandlerThatTakesTheRowsAway) {
 
 TEST_P(GridEventsSuite, LeavesARowWithoutAHeight) {
     for (const RowLeaving& leaving : RowLeavings) {
-        Renew();
-        Shape(static_cast<std::int32_t>(leaving.Heights.size()), 1);
-        Grid().SetRow(leaving.From);
-        for (std::size_t row = 0; row < leaving.Heights.size(); ++row)
-            Grid().SetRowHeight(static_cast<std::int32_t>(row), leaving.Heights[row]);
-        Moves().clear();
+        RenewWithRows(leaving.Heights, leaving.From);
         Grid().SetRow(leaving.To);
         EXPECT_EQ(Grid().Row(), leaving.LandsOn) << Described(leaving);
         ASSERT_FALSE(Moves().empty()) << Described(leaving);
@@ -157,13 +152,8 @@ TEST_P(GridEventsSuite, LeavesARowWithoutAHeight) {
 
 TEST_P(GridEventsSuite, LeavesARowWithoutAHeightOnceItIsShown) {
     for (const RowLeaving& leaving : RowLeavings) {
-        Renew();
-        Shape(static_cast<std::int32_t>(leaving.Heights.size()), 1);
-        Grid().SetRow(leaving.From);
-        for (std::size_t row = 0; row < leaving.Heights.size(); ++row)
-            Grid().SetRowHeight(static_cast<std::int32_t>(row), leaving.Heights[row]);
+        RenewWithRows(leaving.Heights, leaving.From);
         Grid().SetVisible(false);
-        Moves().clear();
         Grid().SetRow(leaving.To);
         EXPECT_EQ(Grid().Row(), leaving.To) << Described(leaving);
         EXPECT_THAT(Moves(), IsEmpty()) << Described(leaving);

@@ -71,6 +71,15 @@ protected:
         for (std::int32_t col = 0; col < cols; ++col)
             Grid().SetColWidth(col, 100);
     }
+    /// Another grid, of one column, with rows of these heights; the moves up to here are forgotten.
+    void RenewWithRows(const std::vector<std::int32_t>& heights, std::int32_t current) {
+        Renew();
+        Shape(static_cast<std::int32_t>(heights.size()), 1);
+        Grid().SetRow(current);
+        for (std::size_t row = 0; row < heights.size(); ++row)
+            Grid().SetRowHeight(static_cast<std::int32_t>(row), heights[row]);
+        Moves().clear();
+    }
     /// Another grid, for the next row of a table.
     void Renew() {
         Of.reset();

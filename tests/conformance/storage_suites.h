@@ -91,9 +91,14 @@ protected:
 
     void WriteAll(const Text& fullName, const std::vector<Text>& lines) {
         const auto stream = Open(fullName, StreamMode::Create);
+        AppendAndClose(*stream, lines);
+    }
+
+    static void AppendAndClose(TextStream& stream, const std::vector<Text>& lines) {
+        ASSERT_EQ(stream.Seek(0, Origin::End), NoError);
         for (const Text& line : lines)
-            EXPECT_EQ(stream->WriteLine(line), NoError);
-        EXPECT_EQ(stream->Close(), NoError);
+            EXPECT_EQ(stream.WriteLine(line), NoError);
+        EXPECT_EQ(stream.Close(), NoError);
     }
 
     /// Returns the number of lines skipped, without a failure.
