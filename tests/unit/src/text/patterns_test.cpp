@@ -102,13 +102,14 @@ INSTANTIATE_TEST_SUITE_P(Rule13RepetitionAtTheStart, PatternRows,
                                          Row{u"ababb", u"+abb", 2, 5}, Row{u"aabaa", u"+a+b.$", 2, 5},
                                          Row{u"ababb", u"+a.b", 2, 5}, Row{u"a1aa-bcaxxxb", u"+a...\\w", 8, 12}));
 
-INSTANTIATE_TEST_SUITE_P(
-    ValuesAndQuotes, PatternRows,
-    testing::Values(Row{u"a=1|b=2|c=3", u"=.+|", 2, 8}, Row{u"A=1", u"=.+|", 2, 3}, Row{u"A=12", u"=.+|", 0, 0},
-                    Row{u"x12|y|z", u"\\d+|", 2, 4}, Row{u"\"abc\"", u"\".+\"", 1, 5}, Row{u"\"\"", u"\".+\"", 1, 2},
-                    Row{u"\"a", u"\".+\"", 1, 2}, Row{u"A=", u"=.+$", 0, 0}, Row{u"A=1=2", u"=.+$", 2, 5},
-                    Row{u"x\r[ORIGIN y\r[ORIGIN \"z\"]", u"^.+[ORIGIN", 1, 19},
-                    Row{u"[ORIGIN \"z\"]", u"^.+[ORIGIN", 0, 0}, Row{u" \"z\"]\r]", u"].+$", 5, 7}));
+INSTANTIATE_TEST_SUITE_P(ValuesAndQuotes, PatternRows,
+                         testing::Values(Row{u"a=1|b=2|c=3", u"=.+|", 2, 8}, Row{u"x12|y|z", u"\\d+|", 2, 4},
+                                         Row{u"\"abc\"", u"\".+\"", 1, 5}, Row{u"\"\"", u"\".+\"", 1, 2},
+                                         Row{u"\"a", u"\".+\"", 1, 2}, Row{u"A=", u"=.+$", 0, 0},
+                                         Row{u"A=1=2", u"=.+$", 2, 5},
+                                         Row{u"x\r[ORIGIN y\r[ORIGIN \"z\"]", u"^.+[ORIGIN", 1, 19},
+                                         Row{u"[ORIGIN \"z\"]", u"^.+[ORIGIN", 0, 0},
+                                         Row{u" \"z\"]\r]", u"].+$", 5, 7}));
 
 bool Matches(TextView text, std::int32_t start, TextView pattern, bool caseSensitive = false) {
     std::int32_t first = 0;
