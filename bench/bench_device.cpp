@@ -16,7 +16,7 @@ backends::DeviceOptions OptionsFor(const std::string& root, const std::string& p
 }
 
 BenchDevice::BenchDevice(const std::string& root, const std::string& port)
-    : Host(OptionsFor(root, port)), Platform(Host, Commands, Watcher) {
+    : Host_(OptionsFor(root, port)), Platform(Host_, Commands_, Watcher_) {
     Platform.StartProgram();
 }
 

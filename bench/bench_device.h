@@ -29,9 +29,9 @@ public:
     ~BenchDevice();
 
 private:
-    BenchWatcher Watcher;
-    backends::NoCommands Commands;
-    backends::HostDevice Host;
+    BenchWatcher Watcher_;
+    backends::NoCommands Commands_;
+    backends::HostDevice Host_;
 
 public:
     backends::headless::HeadlessPlatform Platform;

@@ -31,24 +31,24 @@ constexpr int MostTicks = 3;
 /// A pseudo terminal, the instrument's end open.
 class Terminal {
 public:
-    Terminal() : Instrument(::posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC)) {
-        if (Instrument < 0 || ::grantpt(Instrument) != 0 || ::unlockpt(Instrument) != 0)
+    Terminal() : Instrument_(::posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC)) {
+        if (Instrument_ < 0 || ::grantpt(Instrument_) != 0 || ::unlockpt(Instrument_) != 0)
             Fail("no pseudo terminal");
-        Name = ::ptsname(Instrument);
+        Name = ::ptsname(Instrument_);
     }
-    ~Terminal() { ::close(Instrument); }
+    ~Terminal() { ::close(Instrument_); }
     Terminal(const Terminal&) = delete;
     Terminal& operator=(const Terminal&) = delete;
 
     void Send(std::string_view bytes) const {
-        if (::write(Instrument, bytes.data(), bytes.size()) != static_cast<ssize_t>(bytes.size()))
+        if (::write(Instrument_, bytes.data(), bytes.size()) != static_cast<ssize_t>(bytes.size()))
             Fail("the terminal takes nothing");
     }
 
     std::string Name;
 
 private:
-    int Instrument;
+    int Instrument_;
 };
 
 /// Sends a record on a thread of its own, its last byte when all others have long been read, and runs what waits for it
@@ -80,23 +80,23 @@ std::vector<std::string> SomeRecords() {
 
 class PlainReader {
 public:
-    explicit PlainReader(const std::string& name) : Port(::open(name.c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC)) {
+    explicit PlainReader(const std::string& name) : Port_(::open(name.c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC)) {
         termios line{};
-        if (Port < 0 || ::tcgetattr(Port, &line) != 0)
+        if (Port_ < 0 || ::tcgetattr(Port_, &line) != 0)
             Fail("can't open " + name);
         ::cfmakeraw(&line);
-        ::tcsetattr(Port, TCSANOW, &line);
+        ::tcsetattr(Port_, TCSANOW, &line);
     }
-    ~PlainReader() { ::close(Port); }
+    ~PlainReader() { ::close(Port_); }
     PlainReader(const PlainReader&) = delete;
     PlainReader& operator=(const PlainReader&) = delete;
 
     void Read(std::size_t bytes) const {
         char block[4096];
         while (bytes > 0) {
-            pollfd waiting = {Port, POLLIN, 0};
+            pollfd waiting = {Port_, POLLIN, 0};
             ::poll(&waiting, 1, -1);
-            const ssize_t count = ::read(Port, block, sizeof block);
+            const ssize_t count = ::read(Port_, block, sizeof block);
             if (count <= 0)
                 Fail("the terminal gives nothing");
             bytes -= static_cast<std::size_t>(count);
@@ -104,7 +104,7 @@ public:
     }
 
 private:
-    int Port;
+    int Port_;
 };
 
 std::vector<double> ReadPlainly(const Terminal& terminal, const std::vector<std::string>& records) {

@@ -23,23 +23,23 @@ constexpr std::int32_t Lines = 100000;
 class Database {
 public:
     explicit Database(const std::string& path) {
-        if (::sqlite3_open(path.c_str(), &Connection) != SQLITE_OK)
+        if (::sqlite3_open(path.c_str(), &Connection_) != SQLITE_OK)
             Fail("can't open " + path);
         // As the product's line databases are: a committed line survives the loss of power.
         Do("PRAGMA journal_mode=DELETE; PRAGMA synchronous=EXTRA");
     }
-    ~Database() { ::sqlite3_close(Connection); }
+    ~Database() { ::sqlite3_close(Connection_); }
     Database(const Database&) = delete;
     Database& operator=(const Database&) = delete;
 
     void Do(const char* sql) {
-        if (::sqlite3_exec(Connection, sql, nullptr, nullptr, nullptr) != SQLITE_OK)
-            Fail(std::string("SQLite: ") + ::sqlite3_errmsg(Connection));
+        if (::sqlite3_exec(Connection_, sql, nullptr, nullptr, nullptr) != SQLITE_OK)
+            Fail(std::string("SQLite: ") + ::sqlite3_errmsg(Connection_));
     }
     ::sqlite3_stmt* Prepare(const char* sql) {
         ::sqlite3_stmt* statement = nullptr;
-        if (::sqlite3_prepare_v2(Connection, sql, -1, &statement, nullptr) != SQLITE_OK)
-            Fail(std::string("SQLite: ") + ::sqlite3_errmsg(Connection));
+        if (::sqlite3_prepare_v2(Connection_, sql, -1, &statement, nullptr) != SQLITE_OK)
+            Fail(std::string("SQLite: ") + ::sqlite3_errmsg(Connection_));
         return statement;
     }
     std::int64_t Number(const char* sql) {
@@ -51,7 +51,7 @@ public:
     }
 
 private:
-    ::sqlite3* Connection = nullptr;
+    ::sqlite3* Connection_ = nullptr;
 };
 
 void BindText(::sqlite3_stmt* statement, int parameter, const std::string& text) {

@@ -63,54 +63,54 @@ protected:
 class RecordInAWindow {
 public:
     explicit RecordInAWindow(const std::string& root)
-        : Pump([](const backends::ProgramOver&) -> int { Fail("the window has ended"); }), Host(OptionsFor(root)),
-          Device(Host, {}, Pump, Commands, Watcher) {
-        Device.StartProgram();
-        Device.window.activateWindow();
-        if (!QTest::qWaitForWindowActive(&Device.window))
+        : Pump_([](const backends::ProgramOver&) -> int { Fail("the window has ended"); }), Host_(OptionsFor(root)),
+          Device_(Host_, {}, Pump_, Commands_, Watcher_) {
+        Device_.StartProgram();
+        Device_.window.activateWindow();
+        if (!QTest::qWaitForWindowActive(&Device_.window))
             Fail("the window does not get the keyboard");
         for (const char16_t* caption : {u"Start...", u"Ok", u"Open"}) {
-            if (const std::string why = backends::Choose(Hand, caption); !why.empty())
+            if (const std::string why = backends::Choose(Hand_, caption); !why.empty())
                 Fail("the record can't be opened: " + why);
             Settle();
         }
-        Device.loop.PassTime(1000);
+        Device_.loop.PassTime(1000);
         Settle();
-        if (Device.grdMain.Rows() != Fields)
-            Fail("the record has " + std::to_string(Device.grdMain.Rows()) + " rows");
-        Device.grdMain.Widget().installEventFilter(&Watch);
+        if (Device_.grdMain.Rows() != Fields)
+            Fail("the record has " + std::to_string(Device_.grdMain.Rows()) + " rows");
+        Device_.grdMain.Widget().installEventFilter(&Watch_);
     }
 
     /// The seconds from a key to the frame that shows what has come of it.
     double Press() {
-        const std::int32_t row = Device.grdMain.Row();
+        const std::int32_t row = Device_.grdMain.Row();
         if (row == 0 || row == Fields - 1)
-            Down = row == 0;
-        Watch.Frames = 0;
+            Down_ = row == 0;
+        Watch_.Frames = 0;
         const double start = Now();
-        QTest::keyClick(Device.window.windowHandle(), Down ? Qt::Key_Down : Qt::Key_Up);
-        while (Watch.Frames == 0 && Now() - start < 1)
+        QTest::keyClick(Device_.window.windowHandle(), Down_ ? Qt::Key_Down : Qt::Key_Up);
+        while (Watch_.Frames == 0 && Now() - start < 1)
             Settle();
         const double taken = Now() - start;
-        if (Device.grdMain.Row() == row)
+        if (Device_.grdMain.Row() == row)
             Fail("the key has moved nothing");
         return taken;
     }
 
 private:
     void Settle() {
-        Device.loop.HandleDue();
+        Device_.loop.HandleDue();
         QCoreApplication::processEvents();
     }
 
-    backends::NoCommands Commands;
-    BenchWatcher Watcher;
-    backends::qt::QtPump Pump;
-    backends::HostDevice Host;
-    backends::qt::QtPlatform Device;
-    windowtest::WindowHand Hand{Device};
-    FrameWatch Watch;
-    bool Down = true; ///< through the record, and up again
+    backends::NoCommands Commands_;
+    BenchWatcher Watcher_;
+    backends::qt::QtPump Pump_;
+    backends::HostDevice Host_;
+    backends::qt::QtPlatform Device_;
+    windowtest::WindowHand Hand_{Device_};
+    FrameWatch Watch_;
+    bool Down_ = true; ///< through the record, and up again
 };
 
 Sides Pressing(const std::string& folder) {

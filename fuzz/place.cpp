@@ -35,36 +35,36 @@ void Must(bool holds, const std::string& what) {
 Place::Place() {
     std::string name = (support::PlaceInMemory() / "quorin-fuzz-XXXXXX").string();
     Must(::mkdtemp(name.data()) != nullptr, "no folder to work in");
-    Whole = name;
-    RootFolder = Whole / "root";
-    Beside = Whole / "beside.txt";
-    Write(Beside, OthersText);
+    Whole_ = name;
+    RootFolder_ = Whole_ / "root";
+    Beside_ = Whole_ / "beside.txt";
+    Write(Beside_, OthersText);
 }
 
 Place::~Place() {
     std::error_code ignored;
-    std::filesystem::remove_all(Whole, ignored);
+    std::filesystem::remove_all(Whole_, ignored);
 }
 
 void Place::Empty() const {
-    std::filesystem::remove_all(RootFolder);
-    std::filesystem::create_directory(RootFolder);
+    std::filesystem::remove_all(RootFolder_);
+    std::filesystem::create_directory(RootFolder_);
 }
 
 void Place::Put(const std::string& name, const std::string& bytes) const {
-    std::filesystem::create_directories((RootFolder / name).parent_path());
-    Write(RootFolder / name, bytes);
+    std::filesystem::create_directories((RootFolder_ / name).parent_path());
+    Write(RootFolder_ / name, bytes);
 }
 
 std::string Place::Bytes(const std::string& name) const {
-    return BytesOf(RootFolder / name);
+    return BytesOf(RootFolder_ / name);
 }
 
 void Place::MustHaveKeptWithinRoot() const {
-    for (const auto& entry : std::filesystem::directory_iterator(Whole))
-        Must(entry.path() == RootFolder || entry.path() == Beside,
+    for (const auto& entry : std::filesystem::directory_iterator(Whole_))
+        Must(entry.path() == RootFolder_ || entry.path() == Beside_,
              "outside of the root folder: " + entry.path().string());
-    Must(BytesOf(Beside) == OthersText, "a file outside of the root folder was written");
+    Must(BytesOf(Beside_) == OthersText, "a file outside of the root folder was written");
 }
 
 } // namespace fuzz

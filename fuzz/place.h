@@ -20,17 +20,17 @@ public:
     Place& operator=(const Place&) = delete;
 
     void Empty() const;
-    const std::filesystem::path& Root() const { return RootFolder; }
+    const std::filesystem::path& Root() const { return RootFolder_; }
     void Put(const std::string& name, const std::string& bytes) const;
     std::string Bytes(const std::string& name) const; ///< empty when the file is not there
-    bool Has(const std::string& name) const { return std::filesystem::exists(RootFolder / name); }
+    bool Has(const std::string& name) const { return std::filesystem::exists(RootFolder_ / name); }
     /// Nothing has come, gone or changed outside of the root folder.
     void MustHaveKeptWithinRoot() const;
 
 private:
-    std::filesystem::path Whole;
-    std::filesystem::path RootFolder;
-    std::filesystem::path Beside;
+    std::filesystem::path Whole_;
+    std::filesystem::path RootFolder_;
+    std::filesystem::path Beside_;
 };
 
 } // namespace fuzz

@@ -66,7 +66,7 @@ void Technician::Receive(const Text& text) {
 }
 
 void Technician::RunCommand() {
-    Must(++Waited < MostWaits, "boxes and prompts without end");
+    Must(++Waited_ < MostWaits, "boxes and prompts without end");
     if (const auto* box = Device.boxes.Current()) {
         Hand.PressBoxButton(box->Buttons == platform::BoxButtons::Ok ? platform::BoxAnswer::Ok
                                                                      : platform::BoxAnswer::Yes);

@@ -41,7 +41,7 @@ private:
 
     void BoxOpened(const Text& text, platform::BoxButtons, platform::BoxIcon, const Text&) override;
 
-    int Waited = 0;
+    int Waited_ = 0;
 };
 
 using Work = std::function<void(Technician&)>;
