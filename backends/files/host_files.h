@@ -98,8 +98,8 @@ ErrorNumber SyncFolder(const std::string& folder);
 /// access to them than before. Each back-end resets it at its start and at its end.
 struct RightsWatch {
     std::function<void(const std::string& name)> Lost; ///< called with the name alone, once for each file
-    std::set<std::pair<ino_t, std::string>>
-        Told; ///< by folder and name, because a rewritten file is a new one each time
+    /// By folder and name, because a rewritten file is a new one each time.
+    std::set<std::pair<ino_t, std::string>> Told;
 };
 inline RightsWatch Rights;
 

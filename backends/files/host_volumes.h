@@ -14,8 +14,8 @@ using namespace platform;
 
 struct HostVolume {
     Text Root; ///< with its trailing `\`
-    std::optional<std::int64_t>
-        Kilobytes; ///< if not set, asking for the space fails, as with a card that can't be read
+    /// If it is not set, asking for the space fails, as with a card that can't be read.
+    std::optional<std::int64_t> Kilobytes;
 };
 
 class HostVolumes final : public Volumes {

@@ -27,8 +27,8 @@ private:
     QtBoxes& Boxes_;
     QWidget& Window_;
     std::function<void()> Seen_;
-    std::unique_ptr<QMessageBox>
-        Box_; ///< kept after it was closed, because it is still handling that event; the next box replaces it
+    /// Kept after it was closed, because it is still handling that event. The next box replaces it.
+    std::unique_ptr<QMessageBox> Box_;
 };
 
 } // namespace backends::qt
