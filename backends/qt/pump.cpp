@@ -30,8 +30,7 @@ void QtPump::CameBack() {
 
 bool QtPump::HandlePending() {
     CameBack();
-    if (Loop_ != nullptr)
-        Watch(Descriptors(Wake::ByEvents)); // a descriptor that was closed meanwhile must not be watched
+    Watch(Descriptors(Wake::ByEvents)); // a descriptor that was closed meanwhile must not be watched
     return QAbstractEventDispatcher::instance()->processEvents(QEventLoop::AllEvents);
 }
 
