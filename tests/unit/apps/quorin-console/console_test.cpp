@@ -291,12 +291,12 @@ TEST_F(Console, ShowsItsHelpAndVersion) {
     EXPECT_EQ(help.Status, 0);
     EXPECT_EQ(help.Errors, "");
     for (const char* word :
-         {"--device", "--os-version", "--user",   "--screen",   "--root",      "--volume",  "--settings",
-          "--clock",  "--now",        "--port",   "--strict",   "--help",      "--version", "SCRIPT",
-          "tap ROW",  "hold ROW",     "menu M I", "title M",    "choose TEXT", "key CODE",  "type TEXT",
-          "set TEXT", "pick",         "answer",   "tick MS",    "jump MS",     "receive",   "serial",
-          "named",    "keyboard",     "close",    "background", "maximise",    "minimise",  "disk",
-          "screen",   "show",         "state",    "quit",       "collect N",   "say TEXT",  "--text"})
+         {"--device", "--os-version", "--user",      "--screen", "--root",      "--volume", "--settings", "--clock",
+          "--now",    "--port",       "--strict",    "--help",   "--version",   "SCRIPT",   "tap ROW",    "hold ROW",
+          "menu M I", "title M",      "choose TEXT", "key CODE", "type TEXT",   "set TEXT", "pick",       "answer",
+          "tick MS",  "jump MS",      "receive",     "serial",   "named",       "keyboard", "close",      "background",
+          "maximise", "minimise",     "disk",        "screen",   "show",        "state",    "quit",       "collect N",
+          "say TEXT", "--text",       "--verdicts",  "again N",  "command TEXT"})
         EXPECT_THAT(help.Output, HasSubstr(word));
     support::ExpectPlainHelp(help.Output);
     const Outcome version = Bare({"--version"});
