@@ -328,7 +328,7 @@ constexpr CommandRow Commands[] = {
     {"jump", "MS", "moves the virtual clock forward at once, like a device that has slept", RunJump},
     {"collect", "N", "lets time pass until N readings were taken in this run; draws the screen after each", RunCollect},
     {"receive", "TEXT", "lets these characters arrive at the simulated serial port", RunReceive},
-    {"again", "N", "passes the record of the N-th reading of this run to the receive path once more", RunAgain},
+    {"again", "N", "passes the BLob of the N-th reading of this run to the receive path once more", RunAgain},
     {"serial", "fail N | drop",
      "lets the next N openings of the simulated port fail (-1: all), or closes the open port", RunSerial},
     {"named", "fail NUMBER | ok", "sets the result of opening a named connection", RunNamed},
