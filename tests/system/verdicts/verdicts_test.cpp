@@ -83,6 +83,18 @@ const FateRow Fates[] = {
      {Moisture, Quiet, Moisture, Quiet, Sent("[BLob]\r\n" + Line("RESULT_TYPE", "Humidity")), "answer no",
       Sent(Line("RESULT_VALUE", "50") + Line("RESULT_UNIT", "%") + "[/BLob]\r\n"), Quiet},
      {"taken", "kept", "emptied"}},
+    {"EmptiedOfAnotherInstrument",
+     {Moisture, Quiet, Moisture, Quiet, From("QI-2", "Humidity", "50"), "answer no"},
+     {"taken", "kept", "emptied"}},
+    {"EmptiedWithTheEndOfItsBLob",
+     {Moisture, Quiet, Moisture, Sent("[BLob]\r\n" + Line("RESULT_TYPE", "Humidity")), Quiet,
+      Sent(Line("RESULT_VALUE", "50") + Line("RESULT_UNIT", "%") + "[/BLob]\r\n"), "answer no"},
+     {"taken", "kept", "emptied"}},
+    {"BLobWhoseMiddleAnAnswerCuts",
+     {Moisture, Quiet, Moisture, Sent("[BLob]\r\n" + Line("RESULT_TYPE", "Humidity")), Quiet,
+      Sent(Line("RESULT_VALUE", "50")), "answer no", Sent(Line("RESULT_UNIT", "%") + "[/BLob]\r\n"), Quiet},
+     {"taken", "kept", "taken"},
+     "Humidity"},
     {"BLobCutThatNeverEnds",
      {Moisture, Quiet, Moisture, Quiet, Sent("[BLob]\r\n" + Line("RESULT_TYPE", "Humidity")), "answer no",
       From("QI-1", "Humidity", "50"), Quiet},
@@ -92,6 +104,10 @@ const FateRow Fates[] = {
      {Moisture, Quiet, Moisture, Quiet, From("QI-1", "Humidity", "50"), Quiet, "answer no", "answer no"},
      {"taken", "kept", "taken", "kept"},
      "Moisture"},
+    {"EmptiedByTheFirstOfTwoQuestions",
+     {Moisture, Quiet, Moisture, Quiet, From("QI-1", "Humidity", "50"), Quiet, "answer no",
+      From("QI-1", "Humidity", "51"), "answer no"},
+     {"taken", "kept", "taken", "kept", "emptied"}},
     {"SeveralOfOneBLob",
      {Sent(Blob(Result("Moisture", "1") + Result("Bogus", "2") + Result("Humidity", "3"))), Quiet},
      {"taken", "norow", "taken"},
@@ -229,6 +245,14 @@ TEST_F(FateOfAReading, HasNoSaveAfterItThatFailed) {
     EXPECT_THAT(Events(run), testing::Contains("notsaved"));
 }
 
+/// The table of the drivers is saved here.
+TEST_F(FateOfAReading, HasNoSaveOfATableThatIsNoDownload) {
+    const Outcome run =
+        Tell({"choose inf editor...", "choose New", "tap 0 1", "set New", "choose Save"}, {"--verdicts"});
+    EXPECT_NE(Root.Bytes("Quorin/drivers.txt").find("New|"), std::string::npos) << run.Output;
+    EXPECT_THAT(Events(run), testing::IsEmpty());
+}
+
 TEST_F(FateOfAReading, IsForAPersonALineOfText) {
     const Outcome run = Play({Moisture, Quiet, "choose New Record"}, {"--verdicts", "--text"});
     EXPECT_THAT(run.Lines, testing::IsSupersetOf({"    reading taken: 14.1 %", "    saved: row 1 of qrn0001.txt"}));
@@ -263,6 +287,11 @@ TEST_F(ReadingTakenAgain, GoesIntoTheRecordThatIsOpenThen) {
     EXPECT_EQ(Root.Bytes("Quorin/qrn0001.txt"), "Moisture|Site|Humidity|Day\n14.1 %|||\n14.1 %|||\n");
 }
 
+TEST_F(ReadingTakenAgain, NeedsNoVerdictsInTheOutput) {
+    Play({Moisture, Quiet, "choose New Record", "again 1", Quiet, "choose Close"}, {});
+    EXPECT_EQ(Root.Bytes("Quorin/qrn0001.txt"), "Moisture|Site|Humidity|Day\n14.1 %|||\n14.1 %|||\n");
+}
+
 TEST_F(ReadingTakenAgain, IsListedOnTheTrace) {
     EXPECT_THAT(VerdictsOf({Moisture, Quiet, "choose Close", "command BLUETOOTH DEBUG...", Quiet, "again 1", Quiet}),
                 ElementsAre("taken", "trace"));
@@ -278,6 +307,16 @@ TEST_F(ReadingTakenAgain, IsRefusedOnceMoreIfItsInstrumentIs) {
     EXPECT_THAT(VerdictsOf({reading, Quiet, "again 1", Quiet}), ElementsAre("origin", "origin"));
     EXPECT_THAT(VerdictsOf({reading, Quiet, Sent(Blob(Line("CONNECT", "QI-2"))), Quiet, "again 1", Quiet}),
                 ElementsAre("origin", "taken"));
+}
+
+TEST_F(ReadingTakenAgain, IsRefusedOnceMoreForItsForm) {
+    EXPECT_THAT(VerdictsOf({Sent(Blob(Result("Moisture", "1"), "[/BLob 2]")), Moisture, Quiet, "again 1", Quiet}),
+                ElementsAre("shape", "waiting", "shape"));
+}
+
+TEST_F(ReadingTakenAgain, NamesTheInstrumentThatItCameFrom) {
+    EXPECT_THAT(VerdictsOf({Moisture, Quiet, Sent(Blob(Line("CONNECT", "QI-2"))), Quiet, "again 1", Quiet}),
+                ElementsAre("taken", "origin"));
 }
 
 TEST_F(ReadingTakenAgain, WaitsUntilAHalfLineHasItsEnd) {
