@@ -4,6 +4,7 @@
 #include "src/link/ports.h"
 #include "src/link/receive.h"
 #include "src/storage/settings.h"
+#include "tests/support/heard_readings.h"
 #include "tests/support/ordinary_user.h"
 #include "tests/support/printed_rows.h"
 #include "tests/support/program.h"
@@ -81,6 +82,26 @@ TEST_F(Mailbox, BlobSplitOverTwoFilesComesTogether) {
     Device.Tick(1500);
     EXPECT_EQ(Moisture(), u"");
     Deliver("[RESULT_VALUE \"7\"]\n[RESULT_UNIT \"%\"]\n[/BLOB]\n"); // on this road any case of the tag will do
+    Device.Tick(1500);
+    EXPECT_EQ(Moisture(), u"7 %");
+}
+
+TEST_F(Mailbox, DeliveryIsReportedAsOne) {
+    const support::HeardReadings heard(Device);
+    Deliver("a line\n");
+    Device.Tick(500);
+    ASSERT_EQ(heard.Texts.size(), 1U);
+    EXPECT_EQ(heard.Texts[0].first, platform::TextSource::Mailbox);
+    EXPECT_EQ(heard.Texts[0].second, u"a line\r\n");
+}
+
+/// The half line came over the port that was chosen before.
+TEST_F(Mailbox, EndOfAHalfLineLetsAReadingComeAgain) {
+    Receive.RxText = u"half";
+    TakeAgain(u"[BLob]\r[RESULT_TYPE \"Moisture\"]\r[RESULT_VALUE \"7\"]\r[RESULT_UNIT \"%\"]\r[/BLob]\r");
+    Device.Tick(1500);
+    EXPECT_EQ(Moisture(), u"");
+    Deliver(" a line\n");
     Device.Tick(1500);
     EXPECT_EQ(Moisture(), u"7 %");
 }

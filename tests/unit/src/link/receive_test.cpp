@@ -7,6 +7,7 @@
 #include "src/link/ports.h"
 #include "src/storage/settings.h"
 #include "src/view/grids.h"
+#include "tests/support/heard_readings.h"
 #include "tests/unit/src/link/noted_port.h"
 
 namespace modBluetooth {
@@ -135,7 +136,24 @@ TEST_F(Receiving, WantsTheLinkEvenAfterABack) {
     EXPECT_TRUE(Receive.LinkWanted);
 }
 
+TEST_F(Receiving, WantsTheLinkForAReadingTakenAgain) {
+    Receive.LinkWanted = false;
+    TakeAgain(u"[BLob]\r[/BLob]\r");
+    EXPECT_TRUE(Receive.LinkWanted);
+}
+
+TEST_F(Receiving, TextIsReportedWithItsSource) {
+    const support::HeardReadings heard(Device);
+    Arrive(u"half a ");
+    TakeAgain(u"[BLob]\r[/BLob]\r");
+    Arrive(u"line\r\n");
+    EXPECT_THAT(heard.Texts, ElementsAre(testing::Pair(platform::TextSource::Port, u"half a "),
+                                         testing::Pair(platform::TextSource::Port, u"line\r\n"),
+                                         testing::Pair(platform::TextSource::Again, u"[BLob]\r\n[/BLob]\r\n")));
+}
+
 TEST_F(Receiving, TextThatComesDuringAQuestionIsLost) {
+    const support::HeardReadings heard(Device);
     Device.Main().SetCell(1, 1, u"old");
     Device.WillAnswer(platform::BoxAnswer::Yes);
     Device.WhileABoxStands([this] { Arrive(u"[BLob]\r\n[RESULT_TYPE \"Remark\"]\r\n"); });
@@ -144,6 +162,7 @@ TEST_F(Receiving, TextThatComesDuringAQuestionIsLost) {
     EXPECT_EQ(Moisture(), u"23.4 %");
     EXPECT_EQ(Receive.ReadyText, u"");
     EXPECT_EQ(modBLob::Framing.BlobBuffer, u"");
+    EXPECT_THAT(heard.Emptied, ElementsAre(u"[BLob]\r\n[RESULT_TYPE \"Remark\"]\r\n"));
 }
 
 /// Ticks go on while a question stands. What was decoded before it is not decoded once more.
