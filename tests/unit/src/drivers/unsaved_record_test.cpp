@@ -2,6 +2,7 @@
 #include "src/drivers/unsaved_record.h"
 
 #include "src/view/prompt.h"
+#include "tests/support/heard_readings.h"
 #include "tests/support/program.h"
 
 namespace modQuorin {
@@ -95,9 +96,12 @@ TEST_F(UnsavedRecord, OfADownloadWithoutAFileIsToldAndMakesNone) {
     Device.Tick(1500);
     ASSERT_EQ(Cell(0, 1), u"23.4 %");
     Device.Did.Unsaved.clear(); // the reading itself
+    const support::HeardReadings heard(Device);
     EXPECT_NE(support::FailureOf([] { platform::RuntimeFailure(u"no reason"); }), u"");
     EXPECT_THAT(Device.Did.Unsaved,
                 testing::ElementsAre(testing::Pair(u"qrn0001.txt", u"the file could not be created")));
+    EXPECT_THAT(heard.RowLines(),
+                testing::ElementsAre("saved qrn0001.txt 0:  -> 23.4 % failed: the file could not be created"));
     EXPECT_TRUE(std::filesystem::is_empty(Device.Folder.Path() / "Quorin/qrn0001.txt"));
 }
 

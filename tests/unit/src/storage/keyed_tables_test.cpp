@@ -3,7 +3,7 @@
 #include "src/storage/keyed_tables.h"
 
 #include "src/storage/settings.h"
-#include "tests/support/test_device.h"
+#include "tests/support/heard_readings.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -351,6 +351,39 @@ TEST_P(KeyedTable, TellsEachChangeThatDidNotReachTheFileOnce) {
     EXPECT_THAT(Device.Did.Unsaved, SizeIs(3));
     EXPECT_THAT(Device.Did.Unsaved, Each(Pair(name, _)));
     EXPECT_THAT(Lines(), ElementsAre(u"A|B", u"a|b", u"c|d"));
+}
+
+TEST_P(KeyedTable, ReportsEachChangeOfARow) {
+    OpenWith({u"A|B", u"a|b", u"c|d"});
+    const support::HeardReadings heard(Device);
+    const std::string name = modStringTools::ToBytes(Table.TableName);
+    GotoRow(2);
+    SetField(u"A", u"new");
+    SaveRow();
+    AddRow(1);
+    AddRow(-1);
+    GotoRow(2);
+    DeleteRow();
+    EXPECT_THAT(heard.RowLines(), ElementsAre("saved " + name + " 2: c|d -> new|d", "added " + name + " 1:  -> |",
+                                              "added " + name + " 4:  -> |", "deleted " + name + " 2: a|b -> "));
+}
+
+TEST_P(KeyedTable, ReportsAChangeThatFailed) {
+    OpenWith({u"A|B", u"a|b", u"c|d"});
+    const support::HeardReadings heard(Device);
+    const std::string name = modStringTools::ToBytes(Table.TableName);
+    const std::int32_t good = Table.TableFile.isDatabase ? 1 : 0; // a record is added, and can't be written
+    GotoRow(2);
+    SetField(u"A", u"new");
+    Device.Host.faults.FailNext(1);
+    SaveRow();
+    Device.Host.faults.FailNext(1, good);
+    AddRow(-1);
+    Device.Host.faults.FailNext(1);
+    DeleteRow();
+    EXPECT_THAT(heard.RowLines(), ElementsAre("saved " + name + " 2: c|d -> new|d failed: the disk is full",
+                                              "added " + name + " 2: c|d -> | failed: the disk is full",
+                                              "deleted " + name + " 2: c|d ->  failed: the disk is full"));
 }
 
 TEST_P(KeyedTable, TellsOfARowThatIsNotInTheFile) {
