@@ -4,6 +4,10 @@
 #include "src/text/text.h"
 #include "tests/system/window/watched_window.h"
 
+#include <QTimer>
+
+#include <cstdlib>
+
 namespace windowtest {
 namespace {
 
@@ -97,10 +101,18 @@ TEST_F(ReadingLine, IsSaidOnceByAScreenReader) {
 
 // On a machine without sound the line flashes.
 
+TEST_F(ReadingLine, FlashesIfAToneCanNotBePlayed) {
+    setenv("ALSA_CONFIG_PATH", "/dev/null", 1); // no audio device is found
+    PlayTone();
+    EXPECT_TRUE(LinkLineMeets(
+        [this](const std::string&) { return Label().styleSheet().contains(QStringLiteral("palette(window-text)")); }));
+}
+
 TEST_F(ReadingLine, FlashesFourTimesAndThenRests) {
     Form().SetLinkLine({"Link open", companion::LineLook::Plain, "Link open"});
     const QString rest = Label().styleSheet();
     Form().FlashLink();
+    Form().FlashLink(); // a second tone of the same moment
     int inverted = 1;
     EXPECT_NE(Label().styleSheet(), rest);
     QString look = Label().styleSheet();
@@ -116,6 +128,8 @@ TEST_F(ReadingLine, FlashesFourTimesAndThenRests) {
     EXPECT_EQ(inverted, 4);
     QTest::qWait(600); // two phases more
     EXPECT_EQ(Label().styleSheet(), rest);
+    for (const QTimer* timer : Form().findChildren<QTimer*>(QString(), Qt::FindDirectChildrenOnly))
+        EXPECT_FALSE(timer->isActive()) << "it would wake the machine for ever";
 }
 
 } // namespace

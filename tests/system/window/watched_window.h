@@ -39,6 +39,8 @@ protected:
         return LinkLineMeets([&text](const std::string& line) { return line.rfind(text, 0) == 0; });
     }
 
+    void PlayTone() { Watch_.TonePlayed(1046, 50); }
+
 private:
     std::string TextOf(const char* name) {
         const QLabel* const label = Form().findChild<QLabel*>(QString::fromLatin1(name));

@@ -83,6 +83,13 @@ const LineRow Rows[] = {
           }),
      "Link held: a question is open, the mailbox is waiting", Plain,
      "Link held: a question is open, the mailbox is waiting"},
+    {"two questions stand over a connection, which nothing is read from",
+     With(Serial(),
+          [](LinkView& link) {
+              link.Held = true;
+              link.Road = LinkRoad::Connection;
+          }),
+     "Link open: Com1 (/dev/ttyUSB0); no reading yet", Plain, "Link open: Com1 (/dev/ttyUSB0); no reading yet"},
     {"nothing heard", Serial(), "Link open: Com1 (/dev/ttyUSB0); no reading yet", Plain,
      "Link open: Com1 (/dev/ttyUSB0); no reading yet"},
     {"noise alone", With(Serial(), [](LinkView& link) { link.HeardAge = 59; }),

@@ -65,10 +65,17 @@ INSTANTIATE_TEST_SUITE_P(
                     WordsRow{Fate::Waiting, "○ waits: another BLob of its burst was refused", Alarming},
                     WordsRow{Fate::Emptied, "○ lost: Moisture 14.1 % came while a question was open", Alarming}));
 
+TEST_P(WordsOfAVerdict, HaveNoLongPart) {
+    const Text text(41, u'x');
+    Verdict verdict{.Fate = GetParam().Of, .Field = text, .Old = text, .Expected = text};
+    verdict.Reading = {.Types = {text}, .Value = text, .Unit = text, .Variables = {}, .Origin = text};
+    EXPECT_EQ(WordsOf(verdict, text).Line.find(text), Text::npos);
+}
+
 TEST(WordsOfAnInstrument, AreShortAndOnOneLine) {
     Verdict verdict = Moisture(Fate::Taken);
-    verdict.Reading.Value = u"1\r\n4" + Text(100, u'x');
-    EXPECT_EQ(LineOf(verdict), "● Moisture 1  4" + std::string(36, 'x') + "… → Wall");
+    verdict.Reading.Value = u"1\r\n4\x7f" + Text(100, u'x');
+    EXPECT_EQ(LineOf(verdict), "● Moisture 1  4 " + std::string(35, 'x') + "… → Wall");
     verdict.Reading.Value = Text(39, u'x') + u"\U0001F600";
     EXPECT_EQ(LineOf(verdict), "● Moisture " + std::string(39, 'x') + "… → Wall") << "no half of a character";
 }
