@@ -229,7 +229,7 @@ Text FormulaValueAt(const platform::DateTime& now, const Text& formula, const Te
 
 void ProcessReceivedText(const Text& received) {
     modPDAUI::ShowStatus(u"Decoding Result");
-    JudgeCutBlob(Framing, Decoder, received);
+    JudgeCutBlob(Decoder, received);
     const std::size_t firstSlot = NextSlot(Decoder);
     const bool accepted = ExtractBlobs(received);
     JudgeLostBlobs(Framing);

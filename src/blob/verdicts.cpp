@@ -5,7 +5,8 @@
 #include "src/view/platform/platform.h"
 
 #include <algorithm>
-#include <utility>
+#include <functional>
+#include <memory>
 
 namespace modBLob {
 
@@ -19,8 +20,13 @@ void Judge(Fate fate, const Reading& reading, const Text& expected = {}) {
     Device().readingLog.ReadingJudged({.Fate = fate, .Reading = reading, .Expected = expected});
 }
 
-/// Reports each result of a text as emptied, and keeps what it has of a BLob without an end.
-void JudgeDropped(const DecoderState& decoder, const Text& text) {
+/// Returns the text of the innermost BLob without an end; empty for none.
+Text OpenBlob(const FramingState& framing) {
+    return framing.OpenBlobs.empty() ? Text() : framing.BlobBuffer.substr(framing.OpenBlobs.back());
+}
+
+/// Reports each result of a text as emptied, but for those of BLobs without an end. Returns what is left of the text.
+FramingState JudgeDropped(const DecoderState& decoder, const Text& text) {
     FramingState lines;
     DecoderState results;
     results.ConnectedID = decoder.ConnectedID;
@@ -29,7 +35,28 @@ void JudgeDropped(const DecoderState& decoder, const Text& text) {
         VisitResults(lost, [](const Reading& reading) { Judge(Fate::Emptied, reading); });
     while (NextResult(results))
         Judge(Fate::Emptied, CurrentResult(results));
-    CutBlob = lines.OpenBlobs.empty() ? Text() : lines.BlobBuffer.substr(lines.OpenBlobs.back());
+    return lines;
+}
+
+/// Reports each result that a text has after a BLob that had begun before it, and that goes on after it: the form finds
+/// the end of that BLob, and delivers the other results.
+void JudgeMiddle(const DecoderState& decoder, const FramingState& dropped, const Text& begun) {
+    if (dropped.OpenBlobs.empty())
+        return;
+    const auto visit = [&decoder](const Text& lines, const std::function<void(Reading)>& each) {
+        VisitResults({Fate::Emptied, std::make_shared<const Text>(lines), decoder.ConnectedID}, each);
+    };
+    const Text rest = dropped.BlobBuffer.substr(dropped.OpenBlobs.front());
+    std::size_t delivered = 0;
+    if (rest.starts_with(begun)) // the text did not end the BLob
+        visit(begun, [&delivered](const Reading&) { ++delivered; });
+    visit(rest, [&delivered](Reading reading) {
+        reading.Blob = nullptr; // it has no end
+        if (delivered > 0)
+            --delivered;
+        else
+            Judge(Fate::Emptied, reading);
+    });
 }
 
 } // namespace
@@ -57,13 +84,14 @@ void JudgeEmptied(const FramingState& framing, const DecoderState& decoder, cons
         return;
     Device().readingLog.TextEmptied(text);
     // The text may complete a BLob that began in the text before.
-    const Text begun = framing.OpenBlobs.empty() ? Text() : framing.BlobBuffer.substr(framing.OpenBlobs.back());
-    JudgeDropped(decoder, CutBlob + begun + text);
+    const Text begun = OpenBlob(framing);
+    const FramingState dropped = JudgeDropped(decoder, begun + text);
+    CutBlob = begun.empty() ? OpenBlob(dropped) : Text();
+    if (!begun.empty())
+        JudgeMiddle(decoder, dropped, begun);
 }
 
-void JudgeCutBlob(const FramingState& framing, const DecoderState& decoder, const Text& received) {
-    if (!framing.OpenBlobs.empty())
-        return; // the form finds a BLob there, which has its own verdict
+void JudgeCutBlob(const DecoderState& decoder, const Text& received) {
     std::size_t next = 0;
     for (std::size_t at = 0; !CutBlob.empty() && at < received.size(); at = next) {
         const std::size_t end = std::min(received.find(u"\r\n", at), received.size());
@@ -72,7 +100,7 @@ void JudgeCutBlob(const FramingState& framing, const DecoderState& decoder, cons
         if (BeginsWithTag(line, StartTag))
             CutBlob.clear();
         else if (BeginsWithTag(line, EndTag))
-            JudgeDropped(decoder, std::exchange(CutBlob, {}) + line);
+            CutBlob = OpenBlob(JudgeDropped(decoder, CutBlob + line));
         else
             CutBlob += line;
     }

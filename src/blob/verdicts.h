@@ -22,6 +22,6 @@ void JudgeEmptied(const FramingState& framing, const DecoderState& decoder, cons
 
 /// Adds the lines that were received next to CutBlob, and reports its results once its end line has come. To the form
 /// these lines are noise. REQUIRES: `received` is complete lines, each ended by CR LF.
-void JudgeCutBlob(const FramingState& framing, const DecoderState& decoder, const Text& received);
+void JudgeCutBlob(const DecoderState& decoder, const Text& received);
 
 } // namespace modBLob

@@ -81,8 +81,12 @@ const FateRow Fates[] = {
      {"origin", "origin"}},
     {"BLobCutByAnAnswer",
      {Moisture, Quiet, Moisture, Quiet, Sent("[BLob]\r\n" + Line("RESULT_TYPE", "Humidity")), "answer no",
-      Sent(Line("RESULT_VALUE", "50") + Line("RESULT_UNIT", "%") + "[/BLob]\r\n"), Quiet},
+      Sent(Line("RESULT_VALUE", "50") + Line("RESULT_UNIT", "%") + "[/BLob]\r\n"), Quiet, Sent("[/BLob]\r\n"), Quiet},
      {"taken", "kept", "emptied"}},
+    {"SeveralOfABLobCutByAnAnswer",
+     {Moisture, Quiet, Moisture, Quiet, Sent("[BLob]\r\n" + Result("Humidity", "50")), "answer no",
+      Sent(Result("Bogus", "51") + "[/BLob]\r\n"), Quiet},
+     {"taken", "kept", "emptied", "emptied"}},
     {"EmptiedOfAnotherInstrument",
      {Moisture, Quiet, Moisture, Quiet, From("QI-2", "Humidity", "50"), "answer no"},
      {"taken", "kept", "emptied"}},
@@ -92,9 +96,24 @@ const FateRow Fates[] = {
      {"taken", "kept", "emptied"}},
     {"BLobWhoseMiddleAnAnswerCuts",
      {Moisture, Quiet, Moisture, Sent("[BLob]\r\n" + Line("RESULT_TYPE", "Humidity")), Quiet,
-      Sent(Line("RESULT_VALUE", "50")), "answer no", Sent(Line("RESULT_UNIT", "%") + "[/BLob]\r\n"), Quiet},
+      Sent(Line("RESULT_VALUE", "50")), "answer no", Sent(Line("RESULT_UNIT", "%") + "[/BLob]\r\n"), Quiet,
+      Sent(Line("RESULT_UNIT", "%") + "[/BLob]\r\n"), Quiet},
      {"taken", "kept", "taken"},
      "Humidity"},
+    {"EmptiedFromTheMiddleOfItsBLob",
+     {Moisture, Quiet, Moisture, Sent("[BLob]\r\n" + Result("Humidity", "49")), Quiet,
+      Sent(Result("Humidity", "50") + Line("RESULT_UNIT", "mm")), "answer no",
+      Sent(Result("Bogus", "51") + "[/BLob]\r\n"), Quiet},
+     {"taken", "kept", "emptied", "emptied", "taken", "norow"}},
+    {"EmptiedFromABLobInsideAnother",
+     {Moisture, Quiet, Moisture, Sent("[BLob]\r\n"), Quiet,
+      Sent(Result("Humidity", "49") + "[BLob]\r\n" + Result("Humidity", "50")), "answer no", Sent("[/BLob]\r\n"),
+      Quiet},
+     {"taken", "kept", "emptied", "emptied"}},
+    {"EmptiedAfterTheEndOfItsBLob",
+     {Moisture, Quiet, Moisture, Sent("[BLob]\r\n" + Result("Humidity", "49")), Quiet,
+      Sent("[/BLob]\r\n[BLob]\r\n" + Result("Humidity", "50")), "answer no"},
+     {"taken", "kept", "emptied", "emptied"}},
     {"BLobCutThatNeverEnds",
      {Moisture, Quiet, Moisture, Quiet, Sent("[BLob]\r\n" + Line("RESULT_TYPE", "Humidity")), "answer no",
       From("QI-1", "Humidity", "50"), Quiet},
@@ -317,6 +336,12 @@ TEST_F(ReadingTakenAgain, IsRefusedOnceMoreForItsForm) {
 TEST_F(ReadingTakenAgain, NamesTheInstrumentThatItCameFrom) {
     EXPECT_THAT(VerdictsOf({Moisture, Quiet, Sent(Blob(Line("CONNECT", "QI-2"))), Quiet, "again 1", Quiet}),
                 ElementsAre("taken", "origin"));
+}
+
+TEST_F(ReadingTakenAgain, IsARecordOfItsOwnIfItsBLobHadNoEnd) {
+    EXPECT_THAT(VerdictsOf({Moisture, Quiet, Moisture, Sent("[BLob]\r\n"), Quiet, Sent(Result("Humidity", "50")),
+                            "answer no", Sent("[/BLob]\r\n"), Quiet, "again 3", Quiet}),
+                ElementsAre("taken", "kept", "emptied", "taken"));
 }
 
 TEST_F(ReadingTakenAgain, WaitsUntilAHalfLineHasItsEnd) {

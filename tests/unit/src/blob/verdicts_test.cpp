@@ -169,7 +169,7 @@ TEST(BLobThatWasCut, IsForgottenAtAStart) {
     device.reset();
     device.emplace();
     const support::HeardReadings heard(*device);
-    JudgeCutBlob(Framing, Decoder, ResultLines(u"Alpha", u"1") + u"[/BLob]\r\n");
+    JudgeCutBlob(Decoder, ResultLines(u"Alpha", u"1") + u"[/BLob]\r\n");
     EXPECT_THAT(heard.Verdicts, IsEmpty());
 }
 
