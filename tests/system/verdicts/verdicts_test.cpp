@@ -168,6 +168,13 @@ TEST_P(FateOfAReading, HasItsVerdict) {
     EXPECT_EQ(field, GetParam().Field != nullptr ? Json(GetParam().Field) : Json());
 }
 
+TEST_P(FateOfAReading, SaysWhichReadingItWas) {
+    for (const Json& reading : Readings(Play(GetParam().Commands))) {
+        EXPECT_EQ(reading["types"].size(), 1U) << reading;
+        EXPECT_THAT(reading.value("unit", ""), testing::AnyOf("%", "mm")) << reading;
+    }
+}
+
 INSTANTIATE_TEST_SUITE_P(Each, FateOfAReading, testing::ValuesIn(Fates),
                          [](const auto& row) { return row.param.Name; });
 
@@ -186,6 +193,12 @@ TEST_F(FateOfAReading, IsReportedWithAllThatIsKnown) {
     EXPECT_EQ(Readings(run)[0].dump(),
               R"({"event":"reading","verdict":"taken","types":["Moisture"],"value":"14.1","unit":"%","origin":"QI-1",)"
               R"("row":0,"field":"Moisture","file":"qrn0001.txt"})");
+}
+
+TEST_F(FateOfAReading, IsReportedWithAllItsTypes) {
+    const Outcome run = Play({From("QI-1", "Bogus\" \"Moisture", "14.1"), Quiet});
+    ASSERT_EQ(Readings(run).size(), 1U);
+    EXPECT_EQ(Readings(run)[0]["types"], Json({"Bogus", "Moisture"}));
 }
 
 TEST_F(FateOfAReading, IsReportedWithTheExpectedOrigin) {
@@ -344,6 +357,17 @@ TEST_F(ReadingTakenAgain, IsARecordOfItsOwnIfItsBLobHadNoEnd) {
                 ElementsAre("taken", "kept", "emptied", "taken"));
 }
 
+TEST_F(ReadingTakenAgain, ComesOnce) {
+    EXPECT_THAT(VerdictsOf({From("QI-1", "Bogus", "1"), Quiet, "again 1", Quiet, Moisture, Quiet}),
+                ElementsAre("norow", "norow", "taken"));
+}
+
+TEST_F(ReadingTakenAgain, WaitsWithOthersThatAre) {
+    EXPECT_THAT(VerdictsOf({From("QI-1", "Bogus", "1"), Moisture, Quiet, Sent("half"), "again 1", "again 2",
+                            Sent(" a line\r\n"), Quiet, "answer no"}),
+                ElementsAre("norow", "taken", "norow", "kept"));
+}
+
 TEST_F(ReadingTakenAgain, WaitsUntilAHalfLineHasItsEnd) {
     EXPECT_THAT(VerdictsOf({From("QI-1", "Bogus", "1"), Quiet, Sent("[BLob]\r\n[RESULT_TY"), "again 1", Quiet}),
                 ElementsAre("norow"));
@@ -362,7 +386,7 @@ TEST_F(ReadingTakenAgain, ComesByItselfIfItWaits) {
 }
 
 TEST_F(ReadingTakenAgain, NeedsTheNumberOfAReading) {
-    for (const char* number : {"0", "2", "-1", "x", ""})
+    for (const char* number : {"0", "2", "-1", "x", "", "1 1"})
         EXPECT_NE(Play({Moisture, Quiet, std::string("again ") + number}).Last("done").value("error", ""), "")
             << number;
 }
