@@ -4,7 +4,7 @@
 #include "src/storage/keyed_tables.h"
 
 #include "src/storage/settings.h"
-#include "tests/support/test_device.h"
+#include "tests/support/heard_readings.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -73,10 +73,12 @@ TEST_F(SharedTable, ReplacedByAnotherProgramKeepsItsRowsAndTakesOurs) {
 
 /// What is saved was made from a row that is not there any more.
 TEST_F(SharedTable, WithAnotherRowInThePlaceIsLeftAndTheRowIsKept) {
+    const support::HeardReadings heard(Device);
     const std::string theirs = "A|B\na|1\nmoved|9\nb|2\nc|3\n";
     ReplaceBy(theirs);
     Save(u"new");
     EXPECT_EQ(Bytes(), theirs);
+    EXPECT_THAT(heard.RowLines(), ElementsAre("saved t.txt 2: b|2 -> new|2 failed: " + Told()));
     const std::string kept = Kept();
     EXPECT_THAT(kept, HasSubstr(".txt: new|2\n"));
     EXPECT_EQ(Told(), "another program has changed it; the row is kept in " + kept.substr(0, kept.find(':')));
