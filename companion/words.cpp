@@ -139,6 +139,12 @@ Notice ListIncomplete(const std::vector<platform::Unlisted>& unlisted) {
     return {AboutList, Severity::Warning, words + u"Tap here when you have read it.", Until::Tapped};
 }
 
+Notice DraftNotKept(const Text& why) {
+    return {AboutDraft, Severity::Warning,
+            u"The record on the screen is not kept until it is saved: " + why +
+                u". If the program is ended by force, what was entered since the last save is lost."};
+}
+
 Notice RightsNotKept(const Text& file) {
     return {AboutRights, Severity::Warning,
             file + u" has lost its group or its access list: other users may have fewer rights to it than "

@@ -22,6 +22,7 @@ inline const Text AboutList = u"list";
 inline const Text AboutRights = u"rights";
 inline const Text AboutPort = u"port";
 inline const Text AboutPlace = u"place";
+inline const Text AboutDraft = u"draft";
 
 /// "20:30:05".
 Text TimeText(const platform::DateTime& moment);
@@ -52,6 +53,8 @@ Notice NobodyKeepsAway(const Text& why);
 Notice FolderReplaced(const Text& folder, const Text& instead, platform::ErrorNumber why);
 /// A list of files lacks these files, which can't be read.
 Notice ListIncomplete(const std::vector<platform::Unlisted>& unlisted);
+/// The record on the screen can't be kept for the case that the program is ended.
+Notice DraftNotKept(const Text& why);
 /// A file that was rewritten could not keep all of its permissions.
 Notice RightsNotKept(const Text& file);
 

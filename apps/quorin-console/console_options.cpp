@@ -2,6 +2,7 @@
 #include "apps/quorin-console/console_options.h"
 
 #include "apps/options/device_options.h"
+#include "apps/options/folders.h"
 #include "apps/quorin-console/script_commands.h"
 #include "apps/start/help.h"
 #include "backends/loop/clock.h"
@@ -9,7 +10,6 @@
 
 #include <CLI/CLI.hpp>
 
-#include <cstdlib>
 #include <map>
 
 namespace console {
@@ -29,13 +29,12 @@ struct Words {
     bool Strict = false;
     bool PlainText = false;
     bool Verdicts = false;
+    std::string Recover;
 };
 
 std::string DefaultRoot() {
-    if (const char* data = std::getenv("XDG_DATA_HOME"); data != nullptr && *data != '\0')
-        return std::string(data) + "/quorin";
-    if (const char* home = std::getenv("HOME"); home != nullptr && *home != '\0')
-        return std::string(home) + "/.local/share/quorin";
+    if (const auto data = apps::DataFolder())
+        return *data;
     throw CLI::ValidationError("--root", "is needed: neither XDG_DATA_HOME nor HOME is set");
 }
 
@@ -44,6 +43,12 @@ std::int64_t MomentFrom(const std::string& text) {
     if (!moment)
         Refuse("--now", text, "is no moment of the form YYYY-MM-DDTHH:MM:SS");
     return *moment;
+}
+
+Recovery RecoveryOf(const std::string& word) {
+    if (word == "put")
+        return Recovery::Put;
+    return word == "forget" ? Recovery::Forget : Recovery::List;
 }
 
 Options Understood(const Words& words) {
@@ -57,6 +62,13 @@ Options Understood(const Words& words) {
     options.Strict = words.Strict;
     options.PlainText = words.PlainText;
     options.Verdicts = words.Verdicts;
+    if (!words.Recover.empty())
+        options.Recover = RecoveryOf(words.Recover);
+    const auto state = apps::StateFolder();
+    if (options.Recover != Recovery::None && !state)
+        throw CLI::ValidationError("--recover", "needs a place: neither XDG_STATE_HOME nor HOME is set");
+    if (state && (options.Recover != Recovery::None || options.Device.RealClock))
+        options.Drafts = *state + "/drafts";
     return options;
 }
 
@@ -86,6 +98,10 @@ With --text, only what a person reads is written: headlines, screens, message bo
 Files: the volume Card:\ is the folder Card in the root folder, c:\ipc\ is c/ipc, .\ is the root folder itself. Line
 databases are SQLite files, Databases/NAME.sqlite in the root folder. Settings are kept in settings.ini.
 
+With --clock real a draft of the record on the screen is kept in $XDG_STATE_HOME/quorin/drafts or
+~/.local/state/quorin/drafts until the record is saved. --recover writes an object for each draft of the root folder:
+list shows them, put writes each to its record if that is unchanged, forget removes them.
+
 Text is measured with fixed metrics: at font size s a character is (3s+2)/4 pixels wide, a line (15s+4)/8 high. A scroll
 bar is 13 pixels wide. After "jump" each timer that fell due meanwhile fires once.
 
@@ -104,6 +120,10 @@ void Describe(CLI::App& app, Words& words) {
     app.add_flag("--strict", words.Strict, "Stop at the first command that fails")->default_str("off");
     app.add_flag("--verdicts", words.Verdicts, "Report what becomes of each reading, and each record that is saved")
         ->default_str("off");
+    app.add_option("--recover", words.Recover,
+                   "Treat the records that were on the screen and not saved when a program ended, and end")
+        ->check(CLI::IsMember({"list", "put", "forget"}).description(""))
+        ->type_name("list|put|forget");
     app.add_flag("--text", words.PlainText, "Write for a person: screens as text, not JSON")->default_str("off");
     app.set_version_flag("--version", apps::VersionText("quorin-console"));
     start::ShowOneLineEach(app);

@@ -9,12 +9,17 @@
 
 namespace console {
 
+/// What to do with the drafts of records that were not saved.
+enum class Recovery { None, List, Put, Forget };
+
 struct Options {
     backends::DeviceOptions Device;
     std::string Script; ///< file with the commands; standard input when empty
     bool Strict = false;
     bool PlainText = false; ///< the output is for people
     bool Verdicts = false;  ///< an event for each reading, and for each record that is saved
+    Recovery Recover = Recovery::None;
+    std::string Drafts; ///< the folder where drafts are kept; empty for none
 };
 
 using apps::Reading;

@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "apps/quorin-console/console_main.h"
+#include "apps/quorin-console/recovery.h"
 #include "apps/start/process.h"
 #include "backends/headless/headless_hand.h"
 #include "backends/host/end_signals.h"
 #include "src/app/start_up.h"
+
+#include <optional>
 
 namespace {
 
@@ -14,7 +17,14 @@ start::ExitStatus RunHeadless(const console::Options& options, console::Session&
     session.Use(device, user);
     backends::EndSignals signals;
     session.EndBy(signals);
+    std::optional<backends::Drafts> drafts;
+    if (!options.Drafts.empty())
+        drafts.emplace(options.Drafts, options.Device.Root);
     try {
+        if (options.Recover != console::Recovery::None)
+            return Recover(options.Recover, *drafts, device, session.Out());
+        if (drafts)
+            drafts->Attach(device);
         session.Run();
     } catch (const backends::ProgramOver& over) {
         const start::ExitStatus status = session.Over(over);

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "apps/options/folders.h"
 #include "apps/quorin/demo.h"
 #include "apps/quorin/demo_instrument.h"
 #include "apps/quorin/window_end.h"
@@ -9,7 +10,6 @@
 #include "backends/files/host_files.h"
 #include "backends/files/root_lock.h"
 #include "backends/linux/connections.h"
-#include "backends/linux/folders.h"
 #include "backends/linux/port_list.h"
 #include "backends/linux/port_names.h"
 #include "backends/loop/no_commands.h"
@@ -68,14 +68,14 @@ void TakeQtMessage(QtMsgType type, const QMessageLogContext&, const QString& tex
 std::string FindPlaces(quorin::Options& options) {
     const bool ownRoot = !options.Device.Root.empty();
     if (!ownRoot) {
-        const auto data = backends::DataFolder();
+        const auto data = apps::DataFolder();
         if (!data)
             return "--root is needed: neither XDG_DATA_HOME nor HOME is set";
         options.Device.Root = options.Demo ? *data + "-demo" : *data;
     }
     if (!options.Device.Settings.empty() || ownRoot || options.Demo)
         return {}; // settings.ini in the root folder
-    const auto settings = backends::SettingsPlace();
+    const auto settings = apps::SettingsPlace();
     if (!settings)
         return "--settings is needed: neither XDG_CONFIG_HOME nor HOME is set";
     options.Device.Settings = *settings;

@@ -115,7 +115,7 @@ void BackEnd::HoldLinkUnderPile(DeviceBoxes& boxes) {
 }
 
 void BackEnd::StartProgram() {
-    Install(&Record());
+    Serve();
     modQuorin::ResetModules();
     frmQuorin::Form_Load();
     ShowForm();

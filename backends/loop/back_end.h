@@ -33,6 +33,8 @@ public:
 
     /// Loads the form and brings it to the front, as the start of the program does.
     void StartProgram();
+    /// Lets the application's routines use this back-end before the form is started.
+    void Serve() { Install(&Record()); }
 
     /// The controls. They live as long as the back-end.
     virtual const Controls& Seen() const = 0;

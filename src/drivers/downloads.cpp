@@ -7,6 +7,7 @@
 #include "src/storage/table_lack.h"
 #include "src/storage/volumes.h"
 #include "src/text/digits.h"
+#include "src/text/ranges.h"
 #include "src/view/grids.h"
 #include "src/view/navigation.h"
 #include "src/view/platform/platform.h"
@@ -69,6 +70,18 @@ void StoreAlias(std::int32_t row, const Text& alias) {
     GotoRow(row);
     SetField(u"ALIAS", alias);
     SaveRow();
+}
+
+/// Returns the number of a column in a header line, from 1; 0 if there is none.
+std::int32_t ColumnOf(const Text& header, const Text& name) {
+    Text column;
+    const std::int32_t columns = modStringTools::GetToken(header, u"|", 0, column);
+    for (std::int32_t number = 1; number <= columns; ++number) {
+        modStringTools::GetToken(header, u"|", number, column);
+        if (column == name)
+            return number;
+    }
+    return 0;
 }
 
 void ShowScreenAfresh() {
@@ -156,6 +169,27 @@ void DeleteDownload(Text driver, Text file) {
     }
     CloseTable();
     ShowScreenAfresh();
+}
+
+Text RegisterLineOf(const Text& file) {
+    FileHandle control;
+    OpenFile(control, Paths.ControlFile, u"r", DataType, DataCreator);
+    if (!control.valid)
+        return {};
+    const std::int32_t lines = FileLineCount(control);
+    std::int32_t at = 1;
+    const std::int32_t column = ColumnOf(ReadFileLine(control, at), u"FILE");
+    Text found;
+    for (std::int32_t number = 2; found.empty() && number <= lines; ++number) {
+        at = number;
+        const Text line = ReadFileLine(control, at);
+        Text named;
+        modStringTools::GetToken(line, u"|", column, named);
+        if (named == file)
+            found = line;
+    }
+    CloseFile(control);
+    return found;
 }
 
 Text PadNumber(std::int32_t value, std::int16_t width) {

@@ -33,6 +33,9 @@ void RenameDownload(Text driver, Text file);
 /// Deletes the file and its row, after asking twice.
 void DeleteDownload(Text driver, Text file);
 
+/// Returns the line of the register that names this file; empty if there is none. Leaves the open table as it is.
+Text RegisterLineOf(const Text& file);
+
 /// Returns a number in decimal, with zeros before it up to `width` characters.
 Text PadNumber(std::int32_t value, std::int16_t width);
 

@@ -35,6 +35,10 @@ bool RecordIsUnsaved() {
     return onShow && Table.RecordDirty;
 }
 
+std::vector<Text> TextsOfRecord() {
+    return PromptCoversRecord() ? TextsOfCoveredGrid() : TextsOfGrid();
+}
+
 bool RecordToRescue() {
     return RecordIsUnsaved() && modFileSystem::Slots.Running == 0;
 }
@@ -43,7 +47,7 @@ void RescueRecord() {
     if (Rescue.RecordRescued || !RecordToRescue())
         return;
     Rescue.RecordRescued = true;
-    const std::vector<Text> texts = PromptCoversRecord() ? TextsOfCoveredGrid() : TextsOfGrid();
+    const std::vector<Text> texts = TextsOfRecord();
     TellWhatHasNoField(texts);
     // A record without a row in the file can't be stored: it would be written over the header.
     if (modFileSystem::HeldFields() > 0)

@@ -3,6 +3,10 @@
 // save would be lost.
 #pragma once
 
+#include "src/text/text.h"
+
+#include <vector>
+
 namespace modQuorin {
 
 struct RescueState {
@@ -12,6 +16,10 @@ inline RescueState Rescue;
 
 /// True if a record that differs from its file is on the screen, or under a prompt.
 bool RecordIsUnsaved();
+
+/// Returns the texts of the record's rows as the screen shows them, or as it did before a prompt covered them.
+/// REQUIRES: a record is on the screen, or under a prompt.
+std::vector<Text> TextsOfRecord();
 
 /// True if there is such a record and it can be saved now, because no storage operation is in progress.
 bool RecordToRescue();

@@ -328,6 +328,7 @@ Child::Setting AtHome(Child::Setting setting, const Folder& home, const Desktop*
         {"HOME", home.Path()},
         {"XDG_DATA_HOME", home.Path("data")},
         {"XDG_CONFIG_HOME", home.Path("config")},
+        {"XDG_STATE_HOME", home.Path("state")},
         {"XDG_RUNTIME_DIR", home.Path()},
         {"DISPLAY", desktop != nullptr ? desktop->Display() : std::string()},
         {"WAYLAND_DISPLAY", ""},

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "backends/linux/folders.h"
+#include "apps/options/folders.h"
 
 #include <cstdlib>
 
-namespace backends {
+namespace apps {
 
 namespace {
 
@@ -41,4 +41,8 @@ std::optional<std::string> SettingsPlace(const Environment& environment) {
     return Beneath(environment, "XDG_CONFIG_HOME", "/.config", "/quorin/settings.ini");
 }
 
-} // namespace backends
+std::optional<std::string> StateFolder(const Environment& environment) {
+    return Beneath(environment, "XDG_STATE_HOME", "/.local/state", "/quorin");
+}
+
+} // namespace apps

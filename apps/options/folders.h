@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
-// The usual places of a program's data and settings on Linux.
+// The usual places of a program's data, settings and state.
 #pragma once
 
 #include <functional>
 #include <optional>
 #include <string>
 
-namespace backends {
+namespace apps {
 
 /// Returns the value of an environment variable; null if it is not set.
 using Environment = std::function<const char*(const char* name)>;
@@ -20,4 +20,8 @@ std::optional<std::string> DataFolder(const Environment& environment = ProcessEn
 /// Returns `$XDG_CONFIG_HOME/quorin/settings.ini`, else `$HOME/.config/quorin/settings.ini`, by the same rules.
 std::optional<std::string> SettingsPlace(const Environment& environment = ProcessEnvironment);
 
-} // namespace backends
+/// Returns `$XDG_STATE_HOME/quorin`, else `$HOME/.local/state/quorin`, by the same rules: for what the program keeps of
+/// a run and a person does not ask for.
+std::optional<std::string> StateFolder(const Environment& environment = ProcessEnvironment);
+
+} // namespace apps

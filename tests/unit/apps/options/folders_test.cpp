@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "backends/linux/folders.h"
+#include "apps/options/folders.h"
 
 #include <gtest/gtest.h>
 #include <map>
 
-using namespace backends;
+using namespace apps;
 
 namespace {
 

@@ -1,0 +1,246 @@
+// SPDX-License-Identifier: MIT
+#include "companion/draft.h"
+
+#include "src/drivers/downloads.h"
+#include "src/drivers/record_editor.h"
+#include "src/drivers/unsaved_record.h"
+#include "src/storage/keyed_tables.h"
+#include "src/storage/settings.h"
+#include "src/view/platform/errors.h"
+
+#include <charconv>
+
+namespace companion {
+
+using modFileSystem::Table;
+using modStringTools::FromBytes;
+using modStringTools::ToBytes;
+
+namespace {
+
+const std::string FirstLine = "quorin-draft 1\n";
+const std::string LastLine = "end\n"; // a file that was cut has none
+constexpr char16_t Bar = u'|';
+
+Text Joined(const std::vector<Text>& fields) {
+    Text line;
+    for (const Text& field : fields)
+        line += (&field == &fields.front() ? Text() : Text(1, Bar)) + field;
+    return line;
+}
+
+std::vector<Text> Fields(const Text& line) {
+    std::vector<Text> fields;
+    std::size_t start = 0;
+    for (std::size_t bar = 0; (bar = line.find(Bar, start)) != Text::npos; start = bar + 1)
+        fields.push_back(line.substr(start, bar - start));
+    fields.push_back(line.substr(start));
+    return fields;
+}
+
+Text FieldAt(const std::vector<Text>& fields, std::size_t i) {
+    return i < fields.size() ? fields[i] : Text();
+}
+
+// The file of a draft.
+
+void Add(std::string& bytes, const char* name, const std::string& value) {
+    constexpr const char* Digits = "0123456789abcdef";
+    bytes += name;
+    bytes += ' ';
+    for (const char character : value) {
+        const auto code = static_cast<unsigned char>(character);
+        if (code >= ' ' && code != '%' && code != 0x7f)
+            bytes += character;
+        else
+            bytes += {'%', Digits[code >> 4], Digits[code & 15]};
+    }
+    bytes += '\n';
+}
+
+void Add(std::string& bytes, const char* name, const Text& value) {
+    Add(bytes, name, ToBytes(value));
+}
+
+std::optional<std::string> Unescaped(std::string_view written) {
+    std::string value;
+    for (std::size_t i = 0; i < written.size(); ++i) {
+        if (written[i] != '%') {
+            value += written[i];
+            continue;
+        }
+        unsigned code = 0;
+        const char* const digits = written.data() + i + 1;
+        if (i + 2 >= written.size() || std::from_chars(digits, digits + 2, code, 16).ptr != digits + 2)
+            return std::nullopt;
+        value += static_cast<char>(code);
+        i += 2;
+    }
+    return value;
+}
+
+template <class Number>
+bool ReadNumber(const std::string& value, Number& number) {
+    const char* const end = value.data() + value.size();
+    return std::from_chars(value.data(), end, number).ptr == end;
+}
+
+/// Takes up one line; false if it is none of a draft's.
+bool TakeLine(Draft& draft, std::string_view name, const std::string& value) {
+    const Text text = FromBytes(value);
+    if (name == "device")
+        return ReadNumber(value, draft.Root.Device);
+    if (name == "inode")
+        return ReadNumber(value, draft.Root.Inode);
+    if (name == "row")
+        return ReadNumber(value, draft.Row);
+    if (name == "root")
+        draft.Root.Path = value;
+    else if (name == "time")
+        draft.Time = text;
+    else if (name == "file")
+        draft.File = text;
+    else if (name == "path")
+        draft.FullName = text;
+    else if (name == "header")
+        draft.Header = text;
+    else if (name == "register")
+        draft.Register = text;
+    else if (name == "line")
+        draft.Line = text;
+    else if (name == "text")
+        draft.Texts.push_back(text);
+    else
+        return false;
+    return true;
+}
+
+/// Opens the draft's table at its row. Returns why the draft does not belong there; empty if it does.
+Text OpenRow(const Draft& draft) {
+    modQuorin::SetFilePaths();
+    if (draft.Row < 1)
+        return u"the file had no record for it";
+    if (modQuorin::RegisterLineOf(draft.File) != draft.Register)
+        return u"the list of downloads has changed";
+    modFileSystem::OpenTable(draft.FullName, u"r", modQuorin::DataType, modQuorin::DataCreator);
+    if (!Table.TableFile.valid)
+        return draft.File + u" is not there";
+    if (Joined(Table.TableColumns) != draft.Header)
+        return draft.File + u" has other columns";
+    modFileSystem::GotoRow(draft.Row);
+    const auto held = static_cast<std::size_t>(modFileSystem::HeldFields());
+    if (held == 0 || Table.RowLine != draft.Line)
+        return u"the record has changed";
+    for (std::size_t i = held; i < draft.Texts.size(); ++i) {
+        if (!draft.Texts[i].empty())
+            return u"the record has no field " + FieldAt(Table.TableColumns, i);
+    }
+    return {};
+}
+
+} // namespace
+
+bool IsOf(const Draft& draft, const RootId& root) {
+    return draft.Root.Inode == root.Inode && (draft.Root.Device == root.Device || draft.Root.Path == root.Path);
+}
+
+std::optional<Draft> DraftOfScreen() {
+    if (!modQuorin::RecordToRescue())
+        return std::nullopt;
+    Draft draft = DraftOfRow({});
+    draft.Texts = modQuorin::TextsOfRecord();
+    return draft;
+}
+
+Draft DraftOfRow(const Text& line) {
+    Draft draft;
+    draft.Texts = Fields(line);
+    draft.File = Table.TableName;
+    draft.FullName = Table.TableFile.path + Table.TableName;
+    draft.Header = Joined(Table.TableColumns);
+    if (modFileSystem::HeldFields() > 0) {
+        draft.Row = Table.TableRowIndex;
+        draft.Line = Table.RowLine;
+    }
+    return draft;
+}
+
+bool IsNeeded(const Draft& draft) {
+    return Joined(draft.Texts) != draft.Line;
+}
+
+std::string BytesOf(const Draft& draft) {
+    std::string bytes = FirstLine;
+    Add(bytes, "device", std::to_string(draft.Root.Device));
+    Add(bytes, "inode", std::to_string(draft.Root.Inode));
+    Add(bytes, "root", draft.Root.Path);
+    Add(bytes, "time", draft.Time);
+    Add(bytes, "file", draft.File);
+    Add(bytes, "path", draft.FullName);
+    Add(bytes, "header", draft.Header);
+    Add(bytes, "register", draft.Register);
+    Add(bytes, "row", std::to_string(draft.Row));
+    Add(bytes, "line", draft.Line);
+    for (const Text& text : draft.Texts)
+        Add(bytes, "text", text);
+    return bytes + LastLine;
+}
+
+std::optional<Draft> DraftFrom(std::string_view bytes) {
+    if (!bytes.starts_with(FirstLine) || !bytes.ends_with("\n" + LastLine))
+        return std::nullopt;
+    bytes.remove_prefix(FirstLine.size());
+    bytes.remove_suffix(LastLine.size());
+    Draft draft;
+    while (!bytes.empty()) {
+        const std::size_t end = bytes.find('\n');
+        const std::size_t blank = bytes.find(' ');
+        if (end == std::string_view::npos || blank >= end)
+            return std::nullopt;
+        const auto value = Unescaped(bytes.substr(blank + 1, end - blank - 1));
+        if (!value || !TakeLine(draft, bytes.substr(0, blank), *value))
+            return std::nullopt;
+        bytes.remove_prefix(end + 1);
+    }
+    return draft;
+}
+
+DraftState StateOf(const Draft& draft) {
+    DraftState state;
+    state.WhyNot = OpenRow(draft);
+    const bool isThere = Table.TableFile.valid && Joined(Table.TableColumns) == draft.Header && draft.Row > 0;
+    state.IsSaved = isThere && Table.TableRowIndex == draft.Row && Table.RowLine == Joined(draft.Texts);
+    modFileSystem::CloseTable();
+    return state;
+}
+
+Text PutBack(const Draft& draft) {
+    Text why = OpenRow(draft);
+    if (why.empty()) {
+        modQuorin::SaveTexts(draft.Texts);
+        if (Table.RowLine == draft.Line)
+            why = platform::ErrorText(Table.TableFile.error);
+    }
+    modFileSystem::CloseTable();
+    return why;
+}
+
+Text WordsOf(const Draft& draft, const Text& today) {
+    const std::size_t blank = draft.Time.find(u' ');
+    const Text day = draft.Time.substr(0, blank);
+    const Text time = blank == Text::npos ? Text() : draft.Time.substr(blank + 1, 5);
+    const bool isToday = day == today.substr(0, today.find(u' '));
+    const Text record = draft.Row > 0 ? u", record " + modStringTools::NumberText(draft.Row) : Text();
+    return u"A record of " + (isToday ? time : day + u" " + time) + u" was not saved: " + draft.File + record + u".";
+}
+
+std::vector<DraftField> FieldsOf(const Draft& draft) {
+    const std::vector<Text> columns = Fields(draft.Header);
+    const std::vector<Text> saved = Fields(draft.Line);
+    std::vector<DraftField> fields;
+    for (std::size_t i = 0; i < draft.Texts.size(); ++i)
+        fields.push_back({FieldAt(columns, i), draft.Texts[i], FieldAt(saved, i)});
+    return fields;
+}
+
+} // namespace companion

@@ -1,0 +1,196 @@
+// SPDX-License-Identifier: MIT
+#include "companion/draft_keeper.h"
+
+#include "src/drivers/record_editor.h"
+#include "src/storage/settings.h"
+#include "src/view/input_fields.h"
+#include "src/view/prompt.h"
+#include "tests/support/program.h"
+
+#include <map>
+
+namespace companion {
+namespace {
+
+using std::chrono::milliseconds;
+using std::chrono::seconds;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+const std::string Header = "Place|Moisture|Remark\n";
+
+class StoreInMemory final : public DraftStore {
+public:
+    Text Write(const std::string& name, const std::string& bytes) override {
+        ++Writes;
+        if (Why.empty())
+            Files[name] = bytes;
+        return Why;
+    }
+    void Remove(const std::string& name) override { Files.erase(name); }
+
+    std::map<std::string, std::string> Files;
+    int Writes = 0;
+    Text Why; ///< why nothing can be written
+};
+
+/// A record on the screen, whose drafts are looked for as the loop does.
+class DraftOfTheScreen : public support::Program {
+protected:
+    DraftOfTheScreen() {
+        InstallMeter();
+        modQuorin::SaveSetting(u"ComPort", u"Com1");
+        OpenDownload(Header + "a|b|c\n1|2|3\n");
+        Device.Tick(600);
+        Device.Platform.readings.Add(Keeper);
+        Device.Platform.loop.Listen(Rounds);
+        Now = seconds(1000);
+    }
+    /// Lets the keys rest for so long.
+    void Rest(milliseconds time) {
+        for (const auto end = Now + time; Now < end; Now += std::min(milliseconds(100), end - Now))
+            Keeper.Look();
+        Keeper.Look();
+    }
+    void Edit(std::int32_t row, const Text& text) {
+        Tap(row, 1);
+        Type(text);
+    }
+    void Receive(const Text& type, const Text& value) {
+        Device.Platform.serial.Arrive(u"[BLob]\r\n[RESULT_TYPE \"" + type + u"\"]\r\n[RESULT_VALUE \"" + value +
+                                      u"\"]\r\n[RESULT_UNIT \"%\"]\r\n[/BLob]\r\n");
+        Settle();
+        Device.Tick(1500);
+    }
+    /// The texts of each draft that is kept.
+    std::vector<std::vector<Text>> Drafts() {
+        std::vector<std::vector<Text>> all;
+        for (const auto& [name, bytes] : Store.Files)
+            all.push_back(DraftFrom(bytes).value().Texts);
+        return all;
+    }
+
+    struct EachRound final : backends::EventSource {
+        explicit EachRound(DraftKeeper& keeper) : Keeper(keeper) {}
+        bool RaiseWhatIsPending() override {
+            Keeper.Look();
+            return false;
+        }
+        DraftKeeper& Keeper;
+    };
+
+    static inline DraftKeeper::Moment Now;
+    StoreInMemory Store;
+    DraftKeeper Keeper{Store, {1, 2, "/root"}, "run", [] { return Now; }};
+    EachRound Rounds{Keeper};
+};
+
+using Texts = std::vector<Text>;
+
+TEST_F(DraftOfTheScreen, IsKeptOnceTheKeysRestForASecond) {
+    Edit(2, u"typed");
+    Rest(milliseconds(999));
+    EXPECT_THAT(Drafts(), IsEmpty());
+    Rest(milliseconds(401)); // two looks
+    EXPECT_THAT(Drafts(), ElementsAre(Texts{u"a", u"b", u"typed"}));
+    Rest(seconds(5));
+    EXPECT_EQ(Store.Writes, 1) << "the same is not written again";
+}
+
+TEST_F(DraftOfTheScreen, NamesTheRecordThatItIsOf) {
+    Edit(2, u"typed");
+    Rest(seconds(2));
+    ASSERT_EQ(Store.Files.size(), 1U);
+    const Draft draft = DraftFrom(Store.Files.begin()->second).value();
+    EXPECT_EQ(draft.Root, (RootId{1, 2, "/root"}));
+    EXPECT_EQ(draft.File, u"qrn0001.txt");
+    EXPECT_EQ(draft.Header, u"Place|Moisture|Remark");
+    EXPECT_EQ(draft.Register, u"Meter|qrn0001.txt|20070301|");
+    EXPECT_EQ(draft.Row, 1);
+    EXPECT_EQ(draft.Line, u"a|b|c");
+    EXPECT_EQ(draft.Time.size(), Text(u"2026-11-22 20:30:05").size());
+}
+
+TEST_F(DraftOfTheScreen, IsKeptAtOnceAfterAReading) {
+    Device.WillAnswer(platform::BoxAnswer::Yes);
+    Receive(u"Moisture", u"14.1");
+    EXPECT_THAT(Drafts(), ElementsAre(Texts{u"a", u"14.1 %", u"c"}));
+}
+
+TEST_F(DraftOfTheScreen, GoesWhenTheRowIsSaved) {
+    Edit(2, u"typed");
+    Rest(seconds(2));
+    modQuorin::RecordCommand(u"NEXT");
+    EXPECT_THAT(Drafts(), IsEmpty());
+    EXPECT_EQ(File("qrn0001.txt"), Header + "a|b|typed\n1|2|3\n");
+}
+
+TEST_F(DraftOfTheScreen, GoesWhenTheTextIsAsItWas) {
+    Edit(2, u"typed");
+    Rest(seconds(2));
+    Type(u"c");
+    Rest(seconds(2));
+    EXPECT_THAT(Drafts(), IsEmpty());
+}
+
+TEST_F(DraftOfTheScreen, StaysWhenTheSaveFails) {
+    Edit(2, u"typed");
+    Rest(seconds(2));
+    Device.Host.faults.FailNext(-1);
+    modQuorin::RecordCommand(u"NEXT");
+    Rest(seconds(2));
+    EXPECT_THAT(Drafts(), ElementsAre(Texts{u"a", u"b", u"typed"}));
+    Device.Host.faults.FailNext(0);
+    Edit(0, u"another");
+    Rest(seconds(2));
+    EXPECT_EQ(Drafts().size(), 2U) << "what is lost is not replaced by what is typed later";
+    modQuorin::RecordCommand(u"PREV");
+    EXPECT_THAT(Drafts(), ElementsAre(Texts{u"a", u"b", u"typed"}));
+}
+
+TEST_F(DraftOfTheScreen, IsWrittenWhenASaveFailsBeforeTheKeysRest) {
+    Edit(2, u"typed");
+    Device.Host.faults.FailNext(-1);
+    modQuorin::RecordCommand(u"NEXT");
+    EXPECT_THAT(Drafts(), ElementsAre(Texts{u"a", u"b", u"typed"}));
+}
+
+TEST_F(DraftOfTheScreen, IsOfTheRecordThatACalendarCovers) {
+    Edit(2, u"typed");
+    modPDAUI::CloseCellEdit();
+    Text date;
+    modPDAUI::EditByPrompt(u"Date", modPDAUI::PromptKind::Date, date);
+    ASSERT_EQ(Screen(), modQuorin::ScrInput);
+    Rest(seconds(2));
+    EXPECT_THAT(Drafts(), ElementsAre(Texts{u"a", u"b", u"typed"}));
+}
+
+TEST_F(DraftOfTheScreen, IsNotKeptOfAPromptThatCoversNoRecord) {
+    modQuorin::GoBack();
+    Text name;
+    modPDAUI::EditByPrompt(u"Name", modPDAUI::PromptKind::Line, name);
+    Type(u"typed");
+    Rest(seconds(2));
+    EXPECT_EQ(Store.Writes, 0);
+}
+
+TEST_F(DraftOfTheScreen, IsToldOnceWhenItCanNotBeKept) {
+    std::vector<Text> failures;
+    int works = 0;
+    Keeper.Failed = [&failures](const Text& why) { failures.push_back(why); };
+    Keeper.Works = [&works] { ++works; };
+    Store.Why = u"the disk is full";
+    Edit(2, u"typed");
+    Rest(seconds(2));
+    Rest(seconds(2));
+    Rest(seconds(11));
+    EXPECT_THAT(failures, ElementsAre(u"the disk is full"));
+    EXPECT_EQ(Store.Writes, 2) << "not five times a second";
+    Store.Why.clear();
+    Rest(seconds(11));
+    EXPECT_EQ(works, 1);
+    EXPECT_EQ(Drafts().size(), 1U);
+}
+
+} // namespace
+} // namespace companion
