@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "companion/draft.h"
 
+#include "companion/words.h"
 #include "src/drivers/downloads.h"
 #include "src/drivers/record_editor.h"
 #include "src/drivers/unsaved_record.h"
 #include "src/storage/keyed_tables.h"
 #include "src/storage/settings.h"
+#include "src/text/digits.h"
 #include "src/view/platform/errors.h"
 
 #include <charconv>
@@ -223,6 +225,12 @@ Text PutBack(const Draft& draft) {
     }
     modFileSystem::CloseTable();
     return why;
+}
+
+Text DraftTime(const platform::DateTime& moment) {
+    using modStringTools::TwoDigits;
+    const Text year = modStringTools::WithZeros(modStringTools::NumberText(moment.Date.Year), 4);
+    return year + u"-" + TwoDigits(moment.Date.Month) + u"-" + TwoDigits(moment.Date.Day) + u" " + TimeText(moment);
 }
 
 Text WordsOf(const Draft& draft, const Text& today) {

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "src/text/text.h"
+#include "src/view/platform/device.h"
 
 #include <cstdint>
 #include <optional>
@@ -65,6 +66,9 @@ DraftState StateOf(const Draft& draft);
 /// Writes the draft to its record, if it can be put back. Returns why not; empty on success.
 Text PutBack(const Draft& draft);
 
+/// Returns a moment as Draft::Time has it.
+Text DraftTime(const platform::DateTime& moment);
+
 /// "A record of 20:30 was not saved: qrn0002.txt, record 4." The date stands with the time if it is not `today`, which
 /// is of the form of Draft::Time.
 Text WordsOf(const Draft& draft, const Text& today);
@@ -72,7 +76,7 @@ Text WordsOf(const Draft& draft, const Text& today);
 struct DraftField {
     Text Name;
     Text Shown;
-    Text Saved; ///< as the record in the file had it
+    Text Saved; ///< what the file held when the draft was written
 };
 
 /// Returns the fields of the record, in the order of the columns.

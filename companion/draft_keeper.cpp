@@ -1,11 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "companion/draft_keeper.h"
 
-#include "companion/words.h"
 #include "src/drivers/downloads.h"
 #include "src/drivers/unsaved_record.h"
 #include "src/storage/file_slots.h"
-#include "src/text/digits.h"
 #include "src/view/platform/platform.h"
 
 #include <utility>
@@ -20,13 +18,6 @@ namespace {
 constexpr std::chrono::milliseconds BetweenLooks{200};
 constexpr std::chrono::seconds Rest{1};          // of the keys, before what was typed is written
 constexpr std::chrono::seconds AfterFailure{10}; // a full disk is not tried five times a second
-
-Text TimeOf(const platform::DateTime& now) {
-    using modStringTools::TwoDigits;
-    using modStringTools::WithZeros;
-    const Text year = WithZeros(modStringTools::NumberText(now.Date.Year), 4);
-    return year + u"-" + TwoDigits(now.Date.Month) + u"-" + TwoDigits(now.Date.Day) + u" " + TimeText(now);
-}
 
 bool IsSameRecord(const Draft& one, const Draft& other) {
     return one.FullName == other.FullName && one.Row == other.Row && one.Line == other.Line;
@@ -72,7 +63,7 @@ void DraftKeeper::Look() {
 
 void DraftKeeper::Write(Draft draft) {
     draft.Root = Root_;
-    draft.Time = TimeOf(platform::Device().clock.Now());
+    draft.Time = DraftTime(platform::Device().clock.Now());
     draft.Register = modQuorin::RegisterLineOf(draft.File);
     const std::string name =
         Current_.Name.empty() ? Session_ + "-" + std::to_string(++Count_) + ".draft" : Current_.Name;

@@ -4,11 +4,13 @@
 #include "apps/quorin/demo_instrument.h"
 #include "apps/quorin/window_end.h"
 #include "apps/quorin/window_options.h"
+#include "apps/quorin/window_recovery.h"
 #include "apps/quorin/window_watch.h"
 #include "apps/start/exit_status.h"
 #include "apps/start/process.h"
 #include "backends/files/host_files.h"
 #include "backends/files/root_lock.h"
+#include "backends/host/drafts.h"
 #include "backends/linux/connections.h"
 #include "backends/linux/port_list.h"
 #include "backends/linux/port_names.h"
@@ -110,7 +112,12 @@ std::string FindPlaces(quorin::Options& options) {
     std::optional<backends::HostDevice> host;
     std::optional<backends::qt::QtPlatform> device;
     std::optional<quorin::WindowEnd> end;
-    backends::qt::QtPump pump([&end](const ProgramOver& over) { return NumberOf(end->Over(over)); });
+    backends::qt::QtPump pump([&end](const ProgramOver& over) {
+        if (end)
+            return NumberOf(end->Over(over));
+        return over.Why == ProgramOver::Reason::Failed ? NotStarted(modStringTools::ToBytes(over.Failure))
+                                                       : NumberOf(ExitStatus::Ended);
+    });
     backends::qt::WindowOptions looks;
     looks.Scale = options.Scale;
     looks.Profile = backends::ProfileOfType(options.Device.DeviceType);
@@ -120,6 +127,13 @@ std::string FindPlaces(quorin::Options& options) {
     device->onlooker.notices.Raise(companion::DataFolder(modStringTools::FromBytes(options.Device.Root)));
     if (!warning.empty())
         device->onlooker.notices.Raise(companion::NobodyKeepsAway(modStringTools::FromBytes(warning)));
+    std::optional<backends::Drafts> drafts;
+    if (const auto state = apps::StateFolder()) {
+        drafts.emplace(*state + "/drafts", options.Device.Root);
+        if (!quorin::RecoverRecords(*drafts, *device, signals))
+            device->loop.Leave({ProgramOver::Reason::Ended, {}});
+        drafts->Attach(*device);
+    }
     end.emplace(*device, watch, signals);
     device->StartProgram();
     WindowStands = true;

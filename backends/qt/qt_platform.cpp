@@ -141,6 +141,12 @@ void QtPlatform::WireWindow() {
 }
 
 /// Called when the form has its size and it is known whether the device's menus are keys.
+void QtPlatform::ShowEmpty() {
+    const Box screen = system.WorkArea();
+    window.Screen().SetWish({qRound(screen.Width), qRound(screen.Height)});
+    window.show();
+}
+
 void QtPlatform::ShowForm() {
     const QRect size = RectOf(PixelsOf(form));
     constexpr double FingerWidth = 44; // pixels of the screen

@@ -73,6 +73,9 @@ public:
     /// control.
     void SendKey(FocusTarget& taker, int key, const QString& text);
 
+    /// Shows the window before the form is started: its screen is empty.
+    void ShowEmpty();
+
 protected:
     Platform& Record() override { return record; }
     void ShowForm() override;

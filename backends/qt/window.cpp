@@ -65,11 +65,11 @@ QLabel* Window::StatusLabel(const char* name) {
 Window::Window(double scale) : Scale_(scale) {
     setWindowTitle(QStringLiteral("Quorin"));
     setObjectName(QStringLiteral("frmQuorin"));
-    auto* const column = new QVBoxLayout(this);
-    column->setContentsMargins(0, 0, 0, 0);
-    column->setSpacing(0);
+    Column_ = new QVBoxLayout(this);
+    Column_->setContentsMargins(0, 0, 0, 0);
+    Column_->setSpacing(0);
     HeadRow_ = new QHBoxLayout;
-    column->addLayout(HeadRow_);
+    Column_->addLayout(HeadRow_);
     Ground_ = new Surface(this);
     FormWidget_ = new QWidget(Ground_);
     FormWidget_->setObjectName(QStringLiteral("form"));
@@ -77,17 +77,17 @@ Window::Window(double scale) : Scale_(scale) {
     QPalette white = FormWidget_->palette();
     white.setColor(QPalette::Window, Qt::white);
     FormWidget_->setPalette(white);
-    column->addWidget(Ground_, 1);
+    Column_->addWidget(Ground_, 1);
     FootRow_ = new QHBoxLayout;
     FootRow_->setSpacing(2);
-    column->addLayout(FootRow_);
+    Column_->addLayout(FootRow_);
     Strip_ = new QWidget(this);
     Strip_->setObjectName(QStringLiteral("keyStrip"));
     Strip_->hide();
-    column->addWidget(Strip_);
-    MakeNoticeLine(*column);
+    Column_->addWidget(Strip_);
+    MakeNoticeLine(*Column_);
     Link_ = StatusLabel("linkState");
-    column->addWidget(Link_);
+    Column_->addWidget(Link_);
     Flashing_ = new QTimer(this);
     Flashing_->setInterval(FlashInterval);
     QObject::connect(Flashing_, &QTimer::timeout, this, [this] {

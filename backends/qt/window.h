@@ -52,6 +52,8 @@ public:
     QWidget& FormWidget() { return *FormWidget_; }
     QBoxLayout& Head() { return *HeadRow_; }
     QBoxLayout& Foot() { return *FootRow_; }
+    /// Puts a bar above all other parts, for as long as the bar exists.
+    void PutAbove(QWidget& bar) { Column_->insertWidget(0, &bar); }
 
     /// Shows a strip of buttons, one for each key.
     void ShowKeys(const std::vector<DeviceKey>& keys);
@@ -98,6 +100,7 @@ private:
     void ShowAlarm();
     int KeysInARow(const std::vector<DeviceKey>& keys, const QFontMetrics& metrics) const;
 
+    QBoxLayout* Column_;
     QBoxLayout* HeadRow_;
     Surface* Ground_;
     QWidget* FormWidget_;

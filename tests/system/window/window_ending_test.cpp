@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The real window is ended by a signal, or loses its display, with each kind of box, field and prompt open.
+// The real window is ended by a signal, loses its display, or is killed, with each kind of box, field and prompt open.
 #include "tests/support/running_instrument.h"
 #include "tests/system/window/running_window.h"
 
@@ -7,6 +7,8 @@
 #include <gtest/gtest.h>
 
 #include <csignal>
+#include <cstdlib>
+#include <filesystem>
 #include <optional>
 #include <ostream>
 
@@ -187,6 +189,77 @@ TEST_F(EndOfTheWindow, SleepsBesideTwoQuestionsWhileTheInstrumentSends) {
     ::usleep(5'000'000);
     EXPECT_LT(Window->Process().ProcessorSeconds() - before, 0.5);
     EXPECT_EQ(Screen.Windows().size(), 3U) << "and no third one";
+}
+
+/// A window that was killed with a typed text in its record, and the next one.
+class KilledWindow : public EndOfTheWindow {
+protected:
+    KilledWindow() {
+        Start();
+        OpenRecord();
+        TypePlace();
+        EXPECT_TRUE(Eventually([this] { return DraftsKept() == 1; }));
+        Window->Process().Signal(SIGKILL);
+        EXPECT_EQ(Window->Process().ExitStatus(), -1);
+        EXPECT_EQ(File(), "Place|Moisture|Day\n||\n");
+    }
+    std::ptrdiff_t DraftsKept() const {
+        const std::filesystem::path folder = Home.Path("state/quorin/drafts");
+        return std::filesystem::exists(folder)
+                   ? std::distance(std::filesystem::directory_iterator(folder), std::filesystem::directory_iterator())
+                   : 0;
+    }
+    /// Starts the next window, and waits for its bar.
+    void StartAgain() {
+        Start();
+        Window->Find(BarColour);
+        const char* const pictures = std::getenv("QUORIN_PICTURES");
+        if (pictures != nullptr)
+            Screen.Picture().save(QString::fromUtf8(pictures) + QStringLiteral("/recovery.png"));
+    }
+    Effect BarIsGone() {
+        return [this] { return !Shows(BarColour); };
+    }
+
+    static constexpr QRgb BarColour = 0xFFD54F;
+};
+
+TEST_F(KilledWindow, PutsItsRecordBack) {
+    StartAgain();
+    EXPECT_TRUE(Screen.Press("alt+p", BarIsGone()));
+    EXPECT_EQ(File(), "Place|Moisture|Day\nNorth||\n");
+    EXPECT_EQ(DraftsKept(), 0);
+    OpenRecord();
+}
+
+TEST_F(KilledWindow, ForgetsItsRecordAfterAQuestion) {
+    StartAgain();
+    EXPECT_TRUE(Screen.Press("alt+f", [this] { return Window->IsAsking(); }));
+    Window->Answer("n");
+    EXPECT_EQ(DraftsKept(), 1);
+    EXPECT_TRUE(Screen.Press("alt+f", [this] { return Window->IsAsking(); }));
+    EXPECT_TRUE(Screen.Press("y", BarIsGone()));
+    EXPECT_EQ(DraftsKept(), 0);
+    EXPECT_EQ(File(), "Place|Moisture|Day\n||\n");
+}
+
+TEST_F(KilledWindow, ShowsWhatCanNotBePutBack) {
+    Home.Put("root/Quorin/qrn0001.txt", "Place|Moisture|Day\nSouth||\n");
+    StartAgain();
+    EXPECT_TRUE(Screen.Press("alt+s", [this] { return Window->IsAsking(); }));
+    const char* const pictures = std::getenv("QUORIN_PICTURES");
+    if (pictures != nullptr)
+        Screen.Picture().save(QString::fromUtf8(pictures) + QStringLiteral("/recovery-fields.png"));
+    Window->Answer("Escape");
+    EXPECT_EQ(File(), "Place|Moisture|Day\nSouth||\n");
+    EXPECT_EQ(DraftsKept(), 1);
+}
+
+TEST_F(KilledWindow, KeepsItsRecordWhenItEndsUnderTheBar) {
+    StartAgain();
+    Window->Process().Signal(SIGTERM);
+    EXPECT_EQ(Window->Process().ExitStatus(), 0);
+    EXPECT_EQ(DraftsKept(), 1);
 }
 
 } // namespace
