@@ -121,7 +121,7 @@ bool TakeLine(Draft& draft, std::string_view name, const std::string& value) {
 Text OpenRow(const Draft& draft) {
     modQuorin::SetFilePaths();
     if (draft.Row < 1)
-        return u"the file had no record for it";
+        return u"it has no record in the file";
     if (modQuorin::RegisterLineOf(draft.File) != draft.Register)
         return u"the list of downloads has changed";
     modFileSystem::OpenTable(draft.FullName, u"r", modQuorin::DataType, modQuorin::DataCreator);

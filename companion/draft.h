@@ -29,7 +29,7 @@ struct Draft {
     Text FullName;           ///< as the device names it
     Text Header;             ///< line 1 of the table
     Text Register;           ///< the table's line in the register of downloads; empty if it is not there
-    std::int32_t Row = 0;    ///< of the record, from 1; 0 if there was no file for it
+    std::int32_t Row = 0;    ///< of the record, from 1; 0 if it has none in the file
     Text Line;               ///< the record as it was in the file
     std::vector<Text> Texts; ///< what the screen showed, a text for each column
     bool operator==(const Draft&) const = default;

@@ -105,12 +105,25 @@ void DraftKeeper::Saved(const RowChange& change) {
     });
 }
 
+/// Takes its record from each draft of a download that was deleted: the next download may get the same name on the same
+/// day, with the same blank record.
+void DraftKeeper::Disown(const RowChange& change) {
+    for (Kept& left : Left_) {
+        if (change.OldLine.empty() || left.Content.Register != change.OldLine)
+            continue;
+        left.Content.Row = 0;
+        Store_.Write(left.Name, BytesOf(left.Content));
+    }
+}
+
 // After a failure the form shows the record of the file again, and what was to be saved is nowhere else.
 void DraftKeeper::RowChanged(const RowChange& change) {
     if (change.Event == RowEvent::Added)
         return;
     if (change.Why.empty()) {
         Saved(change);
+        if (change.Event == RowEvent::Deleted)
+            Disown(change);
     } else if (change.Event == RowEvent::Saved && modQuorin::RecordIsUnsaved()) {
         Draft draft = DraftOfRow(change.NewLine);
         if (IsNeeded(draft))

@@ -54,6 +54,7 @@ private:
     void Discard();
     void Leave();
     void Saved(const platform::RowChange& change);
+    void Disown(const platform::RowChange& change);
 
     DraftStore& Store_;
     RootId Root_;

@@ -148,6 +148,19 @@ TEST_F(DraftOfTheScreen, StaysWhenTheSaveFails) {
     EXPECT_THAT(Drafts(), ElementsAre(Texts{u"a", u"b", u"typed"}));
 }
 
+TEST_F(DraftOfTheScreen, HasNoRecordOnceItsDownloadIsDeleted) {
+    Edit(2, u"typed");
+    Device.Host.faults.FailNext(-1);
+    modQuorin::GoBack();
+    Device.Host.faults.FailNext(0);
+    ASSERT_EQ(Drafts().size(), 1U);
+    Device.WillAnswer(platform::BoxAnswer::Yes);
+    Device.WillAnswer(platform::BoxAnswer::Yes);
+    modQuorin::MenuEvent(u"Delete");
+    ASSERT_EQ(File("qrnctrl.txt"), "DRIVER|FILE|DATE|ALIAS\n");
+    EXPECT_EQ(DraftFrom(Store.Files.begin()->second).value().Row, 0) << "the next download may have the same name";
+}
+
 TEST_F(DraftOfTheScreen, IsWrittenWhenASaveFailsBeforeTheKeysRest) {
     Edit(2, u"typed");
     Device.Host.faults.FailNext(-1);

@@ -134,7 +134,7 @@ TEST_F(DraftOfARecord, IsNotPutIntoAFileThatIsGone) {
 
 TEST_F(DraftOfARecord, IsNotPutWhereTheFileHadNoRecord) {
     Content.Row = 0;
-    ExpectRefusal("the file had no record for it");
+    ExpectRefusal("it has no record in the file");
 }
 
 TEST_F(DraftOfARecord, IsNotPutIntoARowThatLacksItsFields) {
