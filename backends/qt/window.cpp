@@ -21,6 +21,8 @@ constexpr int MostKeysInARow = 4;
 constexpr int StatusTextPixels = 12; // of the screen
 constexpr int KeyTextPixels = 10;
 const QString AlarmLook = QStringLiteral("background: #b00020; color: white;");
+// Another colour than the notices': the two lines are one above the other, and say different things.
+const QString LinkAlarmLook = QStringLiteral("background: #b34700; color: white;");
 
 // Two seconds, at two flashes a second: more than three a second may harm people.
 constexpr int FlashInterval = 250; // milliseconds
@@ -216,7 +218,7 @@ QString Window::LinkLook() const {
         return palette().color(QPalette::Window).lightness() < 128 ? QStringLiteral("color: #80e080;")
                                                                    : QStringLiteral("color: #006400;");
     case companion::LineLook::Alarm:
-        return AlarmLook;
+        return LinkAlarmLook;
     }
     return {};
 }

@@ -34,7 +34,7 @@ protected:
                 u"\"]\r\n[RESULT_VALUE \"14.1\"]\r\n[RESULT_UNIT \"%\"]\r\n");
     }
     QLabel& Label() { return *Form().findChild<QLabel*>(QStringLiteral("linkState")); }
-    bool IsAlarming() { return Label().styleSheet().contains(QStringLiteral("#b00020")); }
+    bool IsAlarming() { return Label().styleSheet().contains(QStringLiteral("#b34700")); }
 };
 
 TEST_F(ReadingLine, SaysWhereAReadingWent) {
