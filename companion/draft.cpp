@@ -8,9 +8,12 @@
 #include "src/storage/keyed_tables.h"
 #include "src/storage/settings.h"
 #include "src/text/digits.h"
-#include "src/view/platform/errors.h"
+#include "src/view/platform/device_traits.h"
+#include "src/view/platform/platform.h"
 
+#include <algorithm>
 #include <charconv>
+#include <memory>
 
 namespace companion {
 
@@ -117,11 +120,25 @@ bool TakeLine(Draft& draft, std::string_view name, const std::string& value) {
     return true;
 }
 
+/// Returns why a file can't be read; empty if it can. The table routines stop the program in some of these cases.
+Text WhyNotReadable(const Text& fullName) {
+    std::unique_ptr<platform::TextStream> stream;
+    const auto error = platform::Device().fileSystem.OpenStream(fullName, platform::StreamMode::Existing, stream);
+    return error == platform::NoError || error == platform::FileNotFound ? Text() : platform::ErrorText(error);
+}
+
 /// Opens the draft's table at its row. Returns why the draft does not belong there; empty if it does.
 Text OpenRow(const Draft& draft) {
     modQuorin::SetFilePaths();
     if (draft.Row < 1)
         return u"it has no record in the file";
+    for (const Text& file : {modQuorin::Paths.ControlFile, draft.FullName}) {
+        const TextView memory = platform::Traits().Memory; // has line databases
+        const bool isDatabase = !memory.empty() && file.starts_with(memory);
+        const Text why = isDatabase ? Text() : WhyNotReadable(file);
+        if (!why.empty())
+            return modFileSystem::BareName(file) + u": " + why;
+    }
     if (modQuorin::RegisterLineOf(draft.File) != draft.Register)
         return u"the list of downloads has changed";
     modFileSystem::OpenTable(draft.FullName, u"r", modQuorin::DataType, modQuorin::DataCreator);
@@ -133,8 +150,9 @@ Text OpenRow(const Draft& draft) {
     const auto held = static_cast<std::size_t>(modFileSystem::HeldFields());
     if (held == 0 || Table.RowLine != draft.Line)
         return u"the record has changed";
+    const std::vector<Text> saved = Fields(draft.Line);
     for (std::size_t i = held; i < draft.Texts.size(); ++i) {
-        if (!draft.Texts[i].empty())
+        if (draft.Texts[i] != FieldAt(saved, i))
             return u"the record has no field " + FieldAt(Table.TableColumns, i);
     }
     return {};
@@ -143,23 +161,18 @@ Text OpenRow(const Draft& draft) {
 } // namespace
 
 bool IsOf(const Draft& draft, const RootId& root) {
-    return draft.Root.Inode == root.Inode && (draft.Root.Device == root.Device || draft.Root.Path == root.Path);
+    return draft.Root.Path == root.Path || (draft.Root.Inode == root.Inode && draft.Root.Device == root.Device);
 }
 
 std::optional<Draft> DraftOfScreen() {
-    if (!modQuorin::RecordToRescue())
+    if (!modQuorin::RecordIsUnsaved())
         return std::nullopt;
-    Draft draft = DraftOfRow({});
-    draft.Texts = modQuorin::TextsOfRecord();
-    return draft;
-}
-
-Draft DraftOfRow(const Text& line) {
     Draft draft;
-    draft.Texts = Fields(line);
+    draft.Texts = modQuorin::TextsOfRecord();
     draft.File = Table.TableName;
     draft.FullName = Table.TableFile.path + Table.TableName;
-    draft.Header = Joined(Table.TableColumns);
+    draft.Header = Joined(Table.TableFile.valid ? Table.TableColumns : modQuorin::NamesOfGrid());
+    draft.Register = modQuorin::ListedLineOf(draft.File);
     if (modFileSystem::HeldFields() > 0) {
         draft.Row = Table.TableRowIndex;
         draft.Line = Table.RowLine;
@@ -167,8 +180,20 @@ Draft DraftOfRow(const Text& line) {
     return draft;
 }
 
+Text LineOf(const Draft& draft) {
+    std::vector<Text> fields = Fields(draft.Line);
+    const std::size_t shared = std::min({fields.size(), draft.Texts.size(), Fields(draft.Header).size()});
+    std::copy_n(draft.Texts.begin(), shared, fields.begin());
+    return Joined(fields);
+}
+
 bool IsNeeded(const Draft& draft) {
-    return Joined(draft.Texts) != draft.Line;
+    const std::vector<Text> saved = Fields(draft.Line);
+    for (std::size_t i = 0; i < draft.Texts.size(); ++i) {
+        if (draft.Texts[i] != FieldAt(saved, i))
+            return true;
+    }
+    return false;
 }
 
 std::string BytesOf(const Draft& draft) {
@@ -211,7 +236,7 @@ DraftState StateOf(const Draft& draft) {
     DraftState state;
     state.WhyNot = OpenRow(draft);
     const bool isThere = Table.TableFile.valid && Joined(Table.TableColumns) == draft.Header && draft.Row > 0;
-    state.IsSaved = isThere && Table.TableRowIndex == draft.Row && Table.RowLine == Joined(draft.Texts);
+    state.IsSaved = isThere && Table.TableRowIndex == draft.Row && Table.RowLine == LineOf(draft);
     modFileSystem::CloseTable();
     return state;
 }
@@ -220,7 +245,7 @@ Text PutBack(const Draft& draft) {
     Text why = OpenRow(draft);
     if (why.empty()) {
         modQuorin::SaveTexts(draft.Texts);
-        if (Table.RowLine == draft.Line)
+        if (Table.RowLine != LineOf(draft))
             why = platform::ErrorText(Table.TableFile.error);
     }
     modFileSystem::CloseTable();

@@ -13,8 +13,7 @@
 
 namespace companion {
 
-/// Which root folder a record belongs to. Numbers of devices change with each start of some systems, so the path counts
-/// as well.
+/// Which root folder a record belongs to.
 struct RootId {
     std::uint64_t Device = 0; ///< st_dev of the folder
     std::uint64_t Inode = 0;  ///< st_ino
@@ -35,15 +34,16 @@ struct Draft {
     bool operator==(const Draft&) const = default;
 };
 
-/// True if a draft belongs to this folder, which may have another device number since.
+/// True if a draft belongs to this folder: by its path, since some file systems number their folders anew at each
+/// mount, or by its numbers, since it may have been moved.
 bool IsOf(const Draft& draft, const RootId& root);
 
-/// Returns the record on the screen, or under a prompt, if it was changed since it was loaded; its Root, Time and
-/// Register are empty. Returns nothing while a storage operation is in progress.
+/// Returns the record on the screen, or under a prompt, if it was changed since it was loaded; its Root and Time are
+/// empty. It is made from what is in memory, so that it can be called at any time.
 std::optional<Draft> DraftOfScreen();
 
-/// Returns the same for a save that has failed: `line` is what was to be written.
-Draft DraftOfRow(const Text& line);
+/// Returns the line that a save of the draft writes: the fields that the record in the file does not have are left out.
+Text LineOf(const Draft& draft);
 
 /// True if the screen showed anything else than the file holds.
 bool IsNeeded(const Draft& draft);

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "companion/draft_keeper.h"
 
-#include "src/drivers/downloads.h"
-#include "src/drivers/unsaved_record.h"
 #include "src/storage/file_slots.h"
 #include "src/view/platform/platform.h"
 
@@ -43,6 +41,8 @@ void DraftKeeper::Look() {
     const bool reading = std::exchange(ReadingCame_, false);
     std::optional<Draft> draft = DraftOfScreen();
     if (!draft) {
+        if (SaveHasFailed_)
+            Leave(); // the screen shows the file's record again
         Seen_.clear();
         return;
     }
@@ -50,6 +50,7 @@ void DraftKeeper::Look() {
         Discard();
         return;
     }
+    SaveHasFailed_ = false; // it stays on the screen, and is saved later
     if (!Current_.Name.empty() && !IsSameRecord(Current_.Content, *draft))
         Leave();
     if (draft->Texts != Seen_) {
@@ -61,10 +62,18 @@ void DraftKeeper::Look() {
         Write(std::move(*draft));
 }
 
+void DraftKeeper::KeepNow() {
+    std::optional<Draft> draft = DraftOfScreen();
+    if (!draft || !IsNeeded(*draft))
+        return;
+    if (!Current_.Name.empty() && !IsSameRecord(Current_.Content, *draft))
+        Leave();
+    Write(std::move(*draft));
+}
+
 void DraftKeeper::Write(Draft draft) {
     draft.Root = Root_;
     draft.Time = DraftTime(platform::Device().clock.Now());
-    draft.Register = modQuorin::RegisterLineOf(draft.File);
     const std::string name =
         Current_.Name.empty() ? Session_ + "-" + std::to_string(++Count_) + ".draft" : Current_.Name;
     const Text why = Store_.Write(name, BytesOf(draft));
@@ -83,53 +92,70 @@ void DraftKeeper::Discard() {
     if (!Current_.Name.empty())
         Store_.Remove(Current_.Name);
     Current_ = {};
+    SaveHasFailed_ = false;
 }
 
 /// Keeps the draft for the next start.
 void DraftKeeper::Leave() {
     if (!Current_.Name.empty())
         Left_.push_back(std::exchange(Current_, {}));
+    SaveHasFailed_ = false;
 }
 
-/// A record that another program's lock has kept from being saved stays on the screen, and is saved later.
 void DraftKeeper::Saved(const RowChange& change) {
     if (Current_.Content.File == change.File && Current_.Content.Row == change.Row)
         Discard();
     std::erase_if(Left_, [&](const Kept& left) {
-        Draft saved = left.Content;
-        saved.Line = change.NewLine;
-        const bool isSaved = saved.File == change.File && saved.Row == change.Row && !IsNeeded(saved);
+        const Draft& draft = left.Content;
+        const bool isSaved = draft.File == change.File && draft.Row == change.Row && LineOf(draft) == change.NewLine;
         if (isSaved)
             Store_.Remove(left.Name);
         return isSaved;
     });
 }
 
+void DraftKeeper::Renumber(Kept& left, std::int32_t row) {
+    left.Content.Row = row;
+    Store_.Write(left.Name, BytesOf(left.Content));
+}
+
+/// Rows that are added and deleted change the numbers of those behind them: a blank record looks like the next one.
+void DraftKeeper::Follow(const RowChange& change) {
+    for (Kept& left : Left_) {
+        const std::int32_t row = left.Content.Row;
+        if (left.Content.File != change.File || row < change.Row)
+            continue;
+        if (change.Event == RowEvent::Added)
+            Renumber(left, row + 1);
+        else
+            Renumber(left, row == change.Row ? 0 : row - 1);
+    }
+}
+
 /// Takes its record from each draft of a download that was deleted: the next download may get the same name on the same
 /// day, with the same blank record.
 void DraftKeeper::Disown(const RowChange& change) {
     for (Kept& left : Left_) {
-        if (change.OldLine.empty() || left.Content.Register != change.OldLine)
-            continue;
-        left.Content.Row = 0;
-        Store_.Write(left.Name, BytesOf(left.Content));
+        if (!change.OldLine.empty() && left.Content.Register == change.OldLine)
+            Renumber(left, 0);
     }
 }
 
-// After a failure the form shows the record of the file again, and what was to be saved is nowhere else.
 void DraftKeeper::RowChanged(const RowChange& change) {
-    if (change.Event == RowEvent::Added)
+    if (!change.Why.empty()) {
+        if (change.Event != RowEvent::Saved)
+            return;
+        KeepNow();
+        SaveHasFailed_ = true;
+        NextLook_ = {}; // before anything else is entered
         return;
-    if (change.Why.empty()) {
-        Saved(change);
-        if (change.Event == RowEvent::Deleted)
-            Disown(change);
-    } else if (change.Event == RowEvent::Saved && modQuorin::RecordIsUnsaved()) {
-        Draft draft = DraftOfRow(change.NewLine);
-        if (IsNeeded(draft))
-            Write(std::move(draft));
-        Leave();
     }
+    if (change.Event != RowEvent::Added)
+        Saved(change);
+    if (change.Event != RowEvent::Saved)
+        Follow(change);
+    if (change.Event == RowEvent::Deleted)
+        Disown(change);
 }
 
 } // namespace companion

@@ -30,9 +30,14 @@ public:
     /// The names of the drafts begin with `session`, which no other run has used.
     DraftKeeper(DraftStore& store, RootId root, std::string session, MomentFinder now);
 
+    /// Takes up a draft of an earlier run that a person has not decided about.
+    void TakeUp(const std::string& name, const Draft& draft) { Left_.push_back({name, draft}); }
+
     /// Looks at the screen, a few times a second at most; the loop calls it in each round. A draft is written at once
     /// after a reading, and else when the record has not changed for a second.
     void Look();
+    /// Writes the draft of what is on the screen now, because a save has failed or the program can't go on.
+    void KeepNow();
 
     void TextReceived(platform::TextSource, TextView) override {}
     void TextEmptied(TextView) override {}
@@ -54,7 +59,9 @@ private:
     void Discard();
     void Leave();
     void Saved(const platform::RowChange& change);
+    void Follow(const platform::RowChange& change);
     void Disown(const platform::RowChange& change);
+    void Renumber(Kept& left, std::int32_t row);
 
     DraftStore& Store_;
     RootId Root_;
@@ -67,7 +74,8 @@ private:
     Moment NextLook_{};
     int Count_ = 0; ///< drafts of this run
     bool ReadingCame_ = false;
-    bool HasFailed_ = false;
+    bool SaveHasFailed_ = false; ///< of the record of Current_
+    bool HasFailed_ = false;     ///< the last writing of a draft
 };
 
 } // namespace companion

@@ -4,6 +4,7 @@
 #include "apps/start/process.h"
 #include "backends/headless/headless_hand.h"
 #include "backends/host/end_signals.h"
+#include "companion/words.h"
 #include "src/app/start_up.h"
 
 #include <optional>
@@ -25,6 +26,8 @@ start::ExitStatus RunHeadless(const console::Options& options, console::Session&
             return Recover(options.Recover, *drafts, device, session.Out());
         if (drafts)
             drafts->Attach(device);
+        else if (options.Device.RealClock)
+            device.onlooker.notices.Raise(companion::DraftNotKept(u"neither XDG_STATE_HOME nor HOME is set"));
         session.Run();
     } catch (const backends::ProgramOver& over) {
         const start::ExitStatus status = session.Over(over);

@@ -18,21 +18,23 @@ Json ObjectOf(const companion::Draft& draft) {
 } // namespace
 
 ExitStatus Recover(Recovery what, Drafts& drafts, backends::BackEnd& device, Writer& out) {
+    device.Serve();
     ExitStatus status = ExitStatus::Ended;
-    for (const Drafts::Unsaved& draft : drafts.OfLastRuns(device)) {
+    for (const Drafts::Kept& draft : drafts.OfLastRuns()) {
+        Text why;
+        if (!drafts.IsUnsaved(draft, why))
+            continue;
         Json object = {{"draft", ObjectOf(draft.Content)}};
-        Text why = draft.WhyNot;
-        if (what == Recovery::Put && why.empty()) {
-            why = drafts.PutBack(draft);
+        if (what == Recovery::Put) {
+            why = why.empty() ? drafts.PutBack(draft) : why;
             object["put"] = why.empty();
+            status = why.empty() ? status : ExitStatus::Failure;
         } else if (what == Recovery::Forget) {
             drafts.Forget(draft);
             object["forgotten"] = true;
         }
         if (!why.empty() && what != Recovery::Forget)
             object["error"] = Utf8(why);
-        if (!why.empty() && what == Recovery::Put)
-            status = ExitStatus::Failure;
         out.Write(object);
     }
     return status;

@@ -9,7 +9,7 @@
 
 namespace console {
 
-/// Writes an object for each draft of the device's root folder, the oldest first, and does with it what is asked for.
+/// Writes an object for each draft of the device's root folder, the newest first, and does with it what is asked for.
 /// Returns Failure if a draft could not be put back. The form must not have been started.
 start::ExitStatus Recover(Recovery what, backends::Drafts& drafts, backends::BackEnd& device, Writer& out);
 

@@ -112,12 +112,7 @@ std::string FindPlaces(quorin::Options& options) {
     std::optional<backends::HostDevice> host;
     std::optional<backends::qt::QtPlatform> device;
     std::optional<quorin::WindowEnd> end;
-    backends::qt::QtPump pump([&end](const ProgramOver& over) {
-        if (end)
-            return NumberOf(end->Over(over));
-        return over.Why == ProgramOver::Reason::Failed ? NotStarted(modStringTools::ToBytes(over.Failure))
-                                                       : NumberOf(ExitStatus::Ended);
-    });
+    backends::qt::QtPump pump([&end](const ProgramOver& over) { return NumberOf(end->Over(over)); });
     backends::qt::WindowOptions looks;
     looks.Scale = options.Scale;
     looks.Profile = backends::ProfileOfType(options.Device.DeviceType);
@@ -127,16 +122,20 @@ std::string FindPlaces(quorin::Options& options) {
     device->onlooker.notices.Raise(companion::DataFolder(modStringTools::FromBytes(options.Device.Root)));
     if (!warning.empty())
         device->onlooker.notices.Raise(companion::NobodyKeepsAway(modStringTools::FromBytes(warning)));
+    end.emplace(*device, watch, signals);
+    WindowStands = true;
     std::optional<backends::Drafts> drafts;
     if (const auto state = apps::StateFolder()) {
         drafts.emplace(*state + "/drafts", options.Device.Root);
-        if (!quorin::RecoverRecords(*drafts, *device, signals))
+        if (!quorin::RecoverRecords(*drafts, *device, signals)) {
+            std::cerr << "quorin: ended before the form; a record that was not saved is kept as a draft" << std::endl;
             device->loop.Leave({ProgramOver::Reason::Ended, {}});
+        }
         drafts->Attach(*device);
+    } else {
+        device->onlooker.notices.Raise(companion::DraftNotKept(u"neither XDG_STATE_HOME nor HOME is set"));
     }
-    end.emplace(*device, watch, signals);
     device->StartProgram();
-    WindowStands = true;
     if (options.Demo)
         quorin::PrepareDemo();
     for (;;) {

@@ -3,6 +3,7 @@
 
 #include "backends/qt/recovery_bar.h"
 
+#include <QApplication>
 #include <QEventLoop>
 #include <QSocketNotifier>
 
@@ -18,70 +19,115 @@ namespace {
 /// The bar, and the loop in which it is answered.
 class Recovery {
 public:
-    Recovery(Drafts& drafts, backends::qt::QtPlatform& device) : Drafts_(drafts), Device_(device) {
+    Recovery(Drafts& drafts, backends::qt::QtPlatform& device, backends::EndSignals& signals)
+        : Drafts_(drafts), Device_(device), Signals_(signals), Signalled_(signals.Descriptor(), QSocketNotifier::Read) {
         Bar_.Chosen = [this](RecoveryBar::Choice choice) { Act(choice); };
         device.window.PutAbove(Bar_);
+        Closing_ = std::exchange(device.window.CloseRequested, [this] { End(); });
+        SessionEnds_ = std::exchange(device.SessionEnds, [this] { End(); });
+        Raised_ = std::exchange(signals.Raised, [this](const std::string&) { End(); });
+        QObject::connect(&Signalled_, &QSocketNotifier::activated, [&signals] { signals.RaiseWhatIsPending(); });
+        device.ShowEmpty();
+    }
+    Recovery(const Recovery&) = delete;
+    Recovery& operator=(const Recovery&) = delete;
+    ~Recovery() {
+        Device_.window.CloseRequested = Closing_;
+        Device_.SessionEnds = SessionEnds_;
+        Signals_.Raised = Raised_;
     }
 
     /// Returns false if the program is to end.
-    bool Decide(const Drafts::Unsaved& draft) {
-        Draft_ = draft;
-        Offer();
-        return Loop_.exec() == 0;
+    bool Decide(const Drafts::Kept& draft) {
+        Draft_ = &draft;
+        if (!Offer())
+            return !HasEnded_; // it is in its file
+        if (!HasEnded_)
+            Loop_.exec();
+        Bar_.setEnabled(false);
+        return !HasEnded_;
     }
-    void End() { Loop_.exit(1); }
 
 private:
-    void Offer() {
-        Device_.pump.HandlePending(); // ends the look into the files, which the window shows as work
-        Bar_.Offer(Draft_.Content, Draft_.WhyNot, companion::DraftTime(Device_.clock.Now()));
+    /// Returns false if there is nothing to decide.
+    bool Offer() {
+        Text whyNot;
+        const bool isUnsaved = Drafts_.IsUnsaved(*Draft_, whyNot);
+        if (isUnsaved)
+            Show(whyNot);
+        return isUnsaved;
     }
+
+    void Show(const Text& whyNot) {
+        Device_.pump.HandlePending(); // ends the look into the files, which the window shows as work
+        Bar_.Offer(Draft_->Content, whyNot, companion::DraftTime(Device_.clock.Now()));
+    }
+
+    void PutBack() {
+        const Text why = Drafts_.PutBack(*Draft_);
+        if (why.empty())
+            Loop_.exit();
+        else
+            Show(why);
+    }
+
     void Act(RecoveryBar::Choice choice) {
         switch (choice) {
         case RecoveryBar::Choice::PutBack:
-            Draft_.WhyNot = Drafts_.PutBack(Draft_);
-            if (Draft_.WhyNot.empty())
-                Loop_.exit();
-            else
-                Offer();
+            PutBack();
             break;
         case RecoveryBar::Choice::Show:
-            Bar_.ShowFields(Draft_.Content);
+            Bar_.ShowFields(Draft_->Content);
             break;
         case RecoveryBar::Choice::Forget:
-            if (Bar_.MayForget()) {
-                Drafts_.Forget(Draft_);
-                Loop_.exit();
-            }
+            if (!Bar_.MayForget() || HasEnded_)
+                break;
+            Drafts_.Forget(*Draft_);
+            Loop_.exit();
+            break;
+        case RecoveryBar::Choice::Later:
+            Loop_.exit();
             break;
         }
     }
 
+    /// Also from within a box of the bar.
+    void End() {
+        HasEnded_ = true;
+        while (QWidget* const box = QApplication::activeModalWidget()) {
+            if (!box->close())
+                break;
+        }
+        Loop_.exit();
+    }
+
     Drafts& Drafts_;
     backends::qt::QtPlatform& Device_;
+    backends::EndSignals& Signals_;
+    QSocketNotifier Signalled_;
+    std::function<void()> Closing_, SessionEnds_;
+    std::function<void(const std::string&)> Raised_;
     RecoveryBar Bar_{nullptr};
     QEventLoop Loop_;
-    Drafts::Unsaved Draft_;
+    const Drafts::Kept* Draft_ = nullptr;
+    bool HasEnded_ = false;
 };
 
 } // namespace
 
 bool RecoverRecords(Drafts& drafts, backends::qt::QtPlatform& device, backends::EndSignals& signals) {
-    const std::vector<Drafts::Unsaved> unsaved = drafts.OfLastRuns(device);
+    device.Serve();
+    std::vector<Drafts::Kept> unsaved = drafts.OfLastRuns();
+    Text whyNot;
+    std::erase_if(unsaved, [&](const Drafts::Kept& draft) { return !drafts.IsUnsaved(draft, whyNot); });
     if (unsaved.empty())
         return true;
-    Recovery recovery(drafts, device);
-    const auto closing = std::exchange(device.window.CloseRequested, [&recovery] { recovery.End(); });
-    signals.Raised = [&recovery](const std::string&) { recovery.End(); };
-    QSocketNotifier signalled(signals.Descriptor(), QSocketNotifier::Read);
-    QObject::connect(&signalled, &QSocketNotifier::activated, [&signals] { signals.RaiseWhatIsPending(); });
-    device.ShowEmpty();
-    bool goesOn = true;
-    for (std::size_t i = 0; goesOn && i < unsaved.size(); ++i)
-        goesOn = recovery.Decide(unsaved[i]);
-    device.window.CloseRequested = closing;
-    signals.Raised = nullptr;
-    return goesOn;
+    Recovery recovery(drafts, device, signals);
+    for (const Drafts::Kept& draft : unsaved) {
+        if (!recovery.Decide(draft))
+            return false;
+    }
+    return true;
 }
 
 } // namespace quorin

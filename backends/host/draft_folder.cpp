@@ -17,7 +17,8 @@ namespace {
 constexpr std::string_view Ending = ".draft";
 constexpr std::int64_t LargestDraft = 16 * 1024 * 1024; // bytes
 
-/// Refuses a folder that others may write to or read: what is on the screen names people and places.
+/// Refuses a folder that is another user's, or that others may read or write: what is on the screen names people and
+/// places.
 Text WhyNotUsable(const std::string& path) {
     struct stat found {};
     if (::lstat(path.c_str(), &found) != 0)
@@ -26,6 +27,8 @@ Text WhyNotUsable(const std::string& path) {
         return modStringTools::FromBytes(path + " is not a folder");
     if (found.st_uid != ::geteuid())
         return modStringTools::FromBytes(path + " belongs to another user");
+    if ((found.st_mode & (S_IRWXG | S_IRWXO)) != 0)
+        return modStringTools::FromBytes("others may use " + path);
     return {};
 }
 
@@ -87,7 +90,7 @@ std::vector<DraftFolder::Kept> DraftFolder::Of(const companion::RootId& root) co
             drafts.push_back({name, *draft});
     }
     std::sort(drafts.begin(), drafts.end(), [](const Kept& one, const Kept& other) {
-        return std::tie(one.Content.Time, one.Name) < std::tie(other.Content.Time, other.Name);
+        return std::tie(one.Content.Time, one.Name) > std::tie(other.Content.Time, other.Name);
     });
     return drafts;
 }

@@ -21,7 +21,7 @@ public:
         std::string Name;
         companion::Draft Content;
     };
-    /// Returns the drafts of a root folder, the oldest first. What can't be read is left out, and left where it is.
+    /// Returns the drafts of a root folder, the newest first. What can't be read is left out, and left where it is.
     std::vector<Kept> Of(const companion::RootId& root) const;
 
 private:

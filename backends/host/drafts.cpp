@@ -4,6 +4,7 @@
 #include "backends/host/host_clock.h"
 #include "companion/words.h"
 
+#include <chrono>
 #include <unistd.h>
 
 namespace backends {
@@ -24,20 +25,15 @@ Drafts::Drafts(const std::string& folder, const std::string& root)
     : Folder_(folder), Root_(RootIdOf(root)), Keeper_(Folder_, Root_, NameOfThisRun(), Now) {
 }
 
-std::vector<Drafts::Unsaved> Drafts::OfLastRuns(BackEnd& device) {
-    device.Serve();
-    std::vector<Unsaved> drafts;
-    for (const DraftFolder::Kept& kept : Folder_.Of(Root_)) {
-        const companion::DraftState state = StateOf(kept.Content);
-        if (state.IsSaved)
-            Folder_.Remove(kept.Name);
-        else
-            drafts.push_back({kept.Name, kept.Content, state.WhyNot});
-    }
-    return drafts;
+bool Drafts::IsUnsaved(const Kept& draft, Text& whyNot) {
+    const companion::DraftState state = StateOf(draft.Content);
+    whyNot = state.WhyNot;
+    if (state.IsSaved)
+        Folder_.Remove(draft.Name);
+    return !state.IsSaved;
 }
 
-Text Drafts::PutBack(const Unsaved& draft) {
+Text Drafts::PutBack(const Kept& draft) {
     const Text why = companion::PutBack(draft.Content);
     if (why.empty())
         Folder_.Remove(draft.Name);
@@ -45,14 +41,23 @@ Text Drafts::PutBack(const Unsaved& draft) {
 }
 
 void Drafts::Attach(BackEnd& device) {
+    Device_ = &device;
+    for (const Kept& left : OfLastRuns())
+        Keeper_.TakeUp(left.Name, left.Content);
     Keeper_.Failed = [&device](const Text& why) { device.onlooker.notices.Raise(companion::DraftNotKept(why)); };
     Keeper_.Works = [&device] { device.onlooker.notices.Withdraw(companion::AboutDraft); };
     device.readings.Add(Keeper_);
+    device.runTime.Failing = [this] { Keeper_.KeepNow(); };
     device.loop.Listen(*this);
 }
 
+/// A slow medium must not look like a sleep of the device.
 bool Drafts::RaiseWhatIsPending() {
+    constexpr auto Long = std::chrono::milliseconds(500);
+    const auto start = Now();
     Keeper_.Look();
+    if (Now() - start > Long)
+        Device_->WasHeldUp();
     return false;
 }
 

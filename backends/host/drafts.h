@@ -15,19 +15,21 @@ public:
     /// `folder`: where the drafts are kept. `root`: the root folder of the device, which must exist.
     Drafts(const std::string& folder, const std::string& root);
 
-    struct Unsaved {
-        std::string Name;
-        companion::Draft Content;
-        Text WhyNot; ///< why it can't be put back; empty if it can
-    };
-    /// Returns the records of this root folder that were not saved, the oldest first. A draft whose record is in its
-    /// file is removed. Call it, and Answer, before the form is started.
-    std::vector<Unsaved> OfLastRuns(BackEnd& device);
-    /// Writes the draft to its record and removes it. Returns why it could not; empty on success.
-    Text PutBack(const Unsaved& draft);
-    void Forget(const Unsaved& draft) { Folder_.Remove(draft.Name); }
+    using Kept = DraftFolder::Kept;
 
-    /// Keeps drafts of this device from now on. A draft that can't be written is a notice.
+    /// Returns the drafts of this root folder, the newest first: of two drafts of one record the newer one has more.
+    std::vector<Kept> OfLastRuns() const { return Folder_.Of(Root_); }
+
+    // What can be done with a draft before the form is started. The device must serve the application (BackEnd::Serve).
+
+    /// Returns false, and removes the draft, if its record is in the file. Else sets why it can't be put back.
+    bool IsUnsaved(const Kept& draft, Text& whyNot);
+    /// Writes the draft to its record and removes it. Returns why it could not; empty on success.
+    Text PutBack(const Kept& draft);
+    void Forget(const Kept& draft) { Folder_.Remove(draft.Name); }
+
+    /// Keeps drafts of this device from now on, and follows what becomes of the records of those that are left. A draft
+    /// that can't be written is a notice.
     void Attach(BackEnd& device);
 
     // Raises no event: it is an EventSource in order to be called in each round.
@@ -37,6 +39,7 @@ private:
     DraftFolder Folder_;
     companion::RootId Root_;
     companion::DraftKeeper Keeper_;
+    BackEnd* Device_ = nullptr; ///< since Attach
 };
 
 } // namespace backends

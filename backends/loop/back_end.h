@@ -36,6 +36,10 @@ public:
     /// Lets the application's routines use this back-end before the form is started.
     void Serve() { Install(&Record()); }
 
+    /// Call this when the program was held up. That must not be taken for a sleep of the device, which would reset the
+    /// link.
+    void WasHeldUp();
+
     /// The controls. They live as long as the back-end.
     virtual const Controls& Seen() const = 0;
 
@@ -62,9 +66,6 @@ public:
     ReportedSettings settings;
 
 protected:
-    /// Call this when the program was held up. That must not be taken for a sleep of the device, which would reset the
-    /// link.
-    void WasHeldUp();
     /// Returns the record of platform operations over these controls.
     Platform RecordOf(const Controls& controls);
     /// Sets the design-time properties of the controls and the handlers that the controls of every back-end raise.

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <utility>
 
 namespace backends {
 
@@ -203,6 +204,8 @@ void LoopRunTime::EndProgram() {
 }
 
 void LoopRunTime::RuntimeFailure(const Text& text) {
+    if (const auto last = std::exchange(Failing, nullptr)) // it may fail itself
+        last();
     Loop_.Leave({ProgramOver::Reason::Failed, text});
 }
 

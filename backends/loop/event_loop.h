@@ -162,6 +162,8 @@ public:
     std::function<void(std::int32_t milliseconds)> Rest = [](std::int32_t milliseconds) {
         std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
     };
+    /// Called before a failure ends the program.
+    std::function<void()> Failing;
     void WaitEvents() override;
     [[noreturn]] void EndProgram() override;
     [[noreturn]] void RuntimeFailure(const Text& text) override;

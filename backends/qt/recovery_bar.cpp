@@ -2,6 +2,7 @@
 #include "backends/qt/recovery_bar.h"
 
 #include "backends/qt/conversions.h"
+#include "backends/qt/to_screen_reader.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -11,6 +12,7 @@
 #include <QHeaderView>
 #include <QMessageBox>
 #include <QTableWidget>
+#include <QTimer>
 #include <QVBoxLayout>
 
 namespace backends::qt {
@@ -42,7 +44,8 @@ RecoveryBar::RecoveryBar(QWidget* parent) : QFrame(parent), Words_(new QLabel(th
     PutBack_ = Button("&Put it back", Choice::PutBack);
     Show_ = Button("&Show", Choice::Show);
     Forget_ = Button("&Forget", Choice::Forget);
-    for (QPushButton* const button : {PutBack_, Show_, Forget_})
+    Later_ = Button("&Later", Choice::Later);
+    for (QPushButton* const button : {PutBack_, Show_, Forget_, Later_})
         row->addWidget(button);
     row->addStretch(1);
 }
@@ -63,7 +66,12 @@ void RecoveryBar::Offer(const companion::Draft& draft, const Text& whyNot, const
     Words_->setText(ToQt(words));
     Words_->setAccessibleName(ToQt(words));
     PutBack_->setEnabled(whyNot.empty());
-    (whyNot.empty() ? PutBack_ : Show_)->setFocus();
+    setEnabled(false);
+    QTimer::singleShot(QApplication::doubleClickInterval(), this, [this] {
+        setEnabled(true);
+        (PutBack_->isEnabled() ? PutBack_ : Show_)->setFocus();
+    });
+    Announce(*Words_);
 }
 
 void RecoveryBar::ShowFields(const companion::Draft& draft) {

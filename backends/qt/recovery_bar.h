@@ -16,10 +16,11 @@ class RecoveryBar final : public QFrame {
 public:
     explicit RecoveryBar(QWidget* parent);
 
-    enum class Choice { PutBack, Show, Forget };
+    enum class Choice { PutBack, Show, Forget, Later };
     std::function<void(Choice)> Chosen;
 
-    /// Shows a draft. `whyNot`: why it can't be put back; empty if it can. `today` as for WordsOf.
+    /// Shows a draft. `whyNot`: why it can't be put back; empty if it can. `today` as for WordsOf. The buttons work
+    /// after the time of a double click, whose second half belongs to the draft before.
     void Offer(const companion::Draft& draft, const Text& whyNot, const Text& today);
     /// Opens a box with the fields of a draft, which can be copied, and waits until it is closed.
     void ShowFields(const companion::Draft& draft);
@@ -33,6 +34,7 @@ private:
     QPushButton* PutBack_;
     QPushButton* Show_;
     QPushButton* Forget_;
+    QPushButton* Later_;
 };
 
 } // namespace backends::qt

@@ -28,13 +28,6 @@ const QString LinkAlarmLook = QStringLiteral("background: #b34700; color: white;
 constexpr int FlashInterval = 250; // milliseconds
 constexpr int HalfFlashes = 8;     // the first is inverted, the last is not
 
-void Announce(QWidget& widget) {
-    if (!ToScreenReader::IsActive())
-        return;
-    QAccessibleEvent alert(&widget, QAccessible::Alert);
-    ToScreenReader::Send(&alert);
-}
-
 } // namespace
 
 Surface::Surface(QWidget* parent) : QWidget(parent) {

@@ -7,12 +7,13 @@
 #include "src/storage/table_lack.h"
 #include "src/storage/volumes.h"
 #include "src/text/digits.h"
-#include "src/text/ranges.h"
 #include "src/view/grids.h"
 #include "src/view/navigation.h"
 #include "src/view/platform/platform.h"
 #include "src/view/prompt.h"
 #include "src/view/questions.h"
+
+#include <algorithm>
 
 namespace modQuorin {
 
@@ -72,18 +73,6 @@ void StoreAlias(std::int32_t row, const Text& alias) {
     SaveRow();
 }
 
-/// Returns the number of a column in a header line, from 1; 0 if there is none.
-std::int32_t ColumnOf(const Text& header, const Text& name) {
-    Text column;
-    const std::int32_t columns = modStringTools::GetToken(header, u"|", 0, column);
-    for (std::int32_t number = 1; number <= columns; ++number) {
-        modStringTools::GetToken(header, u"|", number, column);
-        if (column == name)
-            return number;
-    }
-    return 0;
-}
-
 void ShowScreenAfresh() {
     GotoScreen(Screens.CurrentScreen);
 }
@@ -93,6 +82,7 @@ void ShowScreenAfresh() {
 void LoadDownloadList(const Text& driver) {
     Downloads.DownloadFiles.clear();
     Downloads.DownloadAliases.clear();
+    Downloads.DownloadLines.clear();
     LookAtTable(Paths.ControlFile);
     FirstRow();
     const std::int32_t count = TableRowCount();
@@ -100,6 +90,7 @@ void LoadDownloadList(const Text& driver) {
         if (GetField(u"DRIVER") == driver) {
             Downloads.DownloadFiles.push_back(GetField(u"FILE"));
             Downloads.DownloadAliases.push_back(GetField(u"ALIAS"));
+            Downloads.DownloadLines.push_back(Table.RowLine);
         }
         NextRow();
     }
@@ -171,25 +162,25 @@ void DeleteDownload(Text driver, Text file) {
     ShowScreenAfresh();
 }
 
+Text ListedLineOf(const Text& file) {
+    const auto listed = std::find(Downloads.DownloadFiles.begin(), Downloads.DownloadFiles.end(), file);
+    return listed == Downloads.DownloadFiles.end()
+               ? Text()
+               : Downloads.DownloadLines[static_cast<std::size_t>(listed - Downloads.DownloadFiles.begin())];
+}
+
 Text RegisterLineOf(const Text& file) {
-    FileHandle control;
-    OpenFile(control, Paths.ControlFile, u"r", DataType, DataCreator);
-    if (!control.valid)
-        return {};
-    const std::int32_t lines = FileLineCount(control);
-    std::int32_t at = 1;
-    const std::int32_t column = ColumnOf(ReadFileLine(control, at), u"FILE");
-    Text found;
-    for (std::int32_t number = 2; found.empty() && number <= lines; ++number) {
-        at = number;
-        const Text line = ReadFileLine(control, at);
-        Text named;
-        modStringTools::GetToken(line, u"|", column, named);
-        if (named == file)
-            found = line;
+    LookAtTable(Paths.ControlFile);
+    FirstRow();
+    Text line;
+    const std::int32_t count = TableRowCount();
+    for (std::int32_t row = 1; line.empty() && row <= count; ++row) {
+        if (GetField(u"FILE") == file)
+            line = Table.RowLine;
+        NextRow();
     }
-    CloseFile(control);
-    return found;
+    CloseTable();
+    return line;
 }
 
 Text PadNumber(std::int32_t value, std::int16_t width) {

@@ -14,6 +14,7 @@ inline const Text ControlHeader = u"DRIVER|FILE|DATE|ALIAS";
 struct DownloadState {
     std::vector<Text> DownloadFiles;   ///< files of the current driver's downloads; entry n has index n-1
     std::vector<Text> DownloadAliases; ///< their aliases, same index, empty for none
+    std::vector<Text> DownloadLines;   ///< their lines in the register, same index
 };
 inline DownloadState Downloads;
 
@@ -33,7 +34,11 @@ void RenameDownload(Text driver, Text file);
 /// Deletes the file and its row, after asking twice.
 void DeleteDownload(Text driver, Text file);
 
-/// Returns the line of the register that names this file; empty if there is none. Leaves the open table as it is.
+/// Returns the line of the register that names this file, as it was when the list was loaded last; empty if that list
+/// does not have the file.
+Text ListedLineOf(const Text& file);
+
+/// Returns the line of the register that names this file, and closes the register; empty if there is none.
 Text RegisterLineOf(const Text& file);
 
 /// Returns a number in decimal, with zeros before it up to `width` characters.

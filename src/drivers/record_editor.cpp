@@ -90,6 +90,14 @@ struct RecordMayStay {
     ~RecordMayStay() { Table.RowMayStay = false; }
 };
 
+std::vector<Text> ColumnOfGrid(std::int32_t column) {
+    const auto& grdMain = Device().grdMain;
+    std::vector<Text> texts;
+    for (std::int32_t row = 0; row < grdMain.Rows(); ++row)
+        texts.push_back(grdMain.Cell(row, column));
+    return texts;
+}
+
 FieldType EditKind(std::int32_t row) {
     if (row < 0 || row >= static_cast<std::int32_t>(Inf.InfFields.size()))
         return FieldType::Text;
@@ -149,12 +157,12 @@ void SaveRecordFromGrid() {
     modPDAUI::ShowBusy(false);
 }
 
+std::vector<Text> NamesOfGrid() {
+    return ColumnOfGrid(0);
+}
+
 std::vector<Text> TextsOfGrid() {
-    const auto& grdMain = Device().grdMain;
-    std::vector<Text> texts;
-    for (std::int32_t row = 0; row < grdMain.Rows(); ++row)
-        texts.push_back(grdMain.Cell(row, ValueColumn));
-    return texts;
+    return ColumnOfGrid(ValueColumn);
 }
 
 /// SaveRow reports nothing if there is no file.

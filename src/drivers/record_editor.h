@@ -18,6 +18,9 @@ void CollectRecordEdits();
 /// Writes all grid values to the current row and to disk.
 void SaveRecordFromGrid();
 
+/// Returns the names of the record's fields in the grid, from its first row on.
+std::vector<Text> NamesOfGrid();
+
 /// Returns the values of the record in the grid, from its first row on.
 std::vector<Text> TextsOfGrid();
 

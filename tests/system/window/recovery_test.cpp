@@ -13,6 +13,9 @@
 #include <QPushButton>
 #include <QTimer>
 
+#include <csignal>
+#include <unistd.h>
+
 namespace windowtest {
 namespace {
 
@@ -80,7 +83,12 @@ private:
     void Next() {
         if (Steps_.empty())
             return;
-        QTimer::singleShot(20, &Device.Platform.window, [this] {
+        QTimer::singleShot(50, &Device.Platform.window, [this] {
+            auto* const bar = Device.Platform.window.findChild<QWidget*>(QStringLiteral("recovery"));
+            if (bar == nullptr || !bar->isEnabled()) {
+                Next(); // it is not ready yet
+                return;
+            }
             const std::function<void()> step = Steps_.front();
             Steps_.pop_front();
             Next();
@@ -96,14 +104,14 @@ TEST_F(RecoveryBar, IsNotShownWithoutADraft) {
     EXPECT_FALSE(Device.Platform.window.isVisible());
 }
 
-TEST_F(RecoveryBar, OffersEachDraftTheOldestFirst) {
+TEST_F(RecoveryBar, OffersEachDraftTheNewestFirst) {
     Keep(2, u"1|2|3", {u"1", u"2", u"new"});
     Keep(1, u"a|b|c", {u"a", u"b", u"typed"});
     std::vector<std::string> words;
     const auto note = [&] { words.push_back(Words()); };
     EXPECT_TRUE(Recover({note, Click("&Put it back"), note, Click("&Put it back")}));
-    EXPECT_THAT(words, ElementsAre("A record of 09:11 was not saved: qrn0001.txt, record 1.",
-                                   "A record of 09:12 was not saved: qrn0001.txt, record 2."));
+    EXPECT_THAT(words, ElementsAre("A record of 09:12 was not saved: qrn0001.txt, record 2.",
+                                   "A record of 09:11 was not saved: qrn0001.txt, record 1."));
     EXPECT_EQ(File(), Header + "a|b|typed\n1|2|new\n");
     EXPECT_EQ(Kept(), 0);
 }
@@ -140,6 +148,38 @@ TEST_F(RecoveryBar, ShowsTheFieldsToBeCopied) {
     };
     EXPECT_TRUE(Recover({Click("&Show"), copy, Click("&Put it back")}));
     EXPECT_EQ(QApplication::clipboard()->text().toStdString(), "Place\ta\ta\nMoisture\tb\tb\nRemark\ttyped\tc\n");
+}
+
+TEST_F(RecoveryBar, LeavesADraftForLater) {
+    Keep(1, u"a|b|c", {u"a", u"b", u"typed"});
+    EXPECT_TRUE(Recover({Click("&Later")}));
+    EXPECT_EQ(Kept(), 1);
+}
+
+TEST_F(RecoveryBar, EndsWithTheSession) {
+    Keep(1, u"a|b|c", {u"a", u"b", u"typed"});
+    EXPECT_FALSE(Recover({[] { QCoreApplication::sendEvent(qApp, std::make_unique<QEvent>(QEvent::Quit).get()); }}));
+    EXPECT_EQ(Kept(), 1);
+}
+
+TEST_F(RecoveryBar, EndsByASignalAlsoUnderItsBoxes) {
+    Keep(1, u"a|b|c", {u"a", u"b", u"typed"});
+    EXPECT_FALSE(Recover({Click("&Forget"), [] { ::kill(::getpid(), SIGTERM); }}));
+    EXPECT_EQ(Kept(), 1);
+}
+
+TEST_F(RecoveryBar, IgnoresTheSecondHalfOfADoubleClick) {
+    Keep(2, u"1|2|3", {u"1", u"2", u"new"});
+    Keep(1, u"a|b|c", {u"a", u"b", u"typed"});
+    EXPECT_FALSE(Recover({[this] {
+                              QPushButton& button = Button("&Put it back");
+                              QTest::mouseClick(&button, Qt::LeftButton);
+                              QTimer::singleShot(10, &button,
+                                                 [&button] { QTest::mouseClick(&button, Qt::LeftButton); });
+                          },
+                          [this] { Device.Platform.window.close(); }}));
+    EXPECT_EQ(File(), Header + "a|b|c\n1|2|new\n");
+    EXPECT_EQ(Kept(), 1);
 }
 
 TEST_F(RecoveryBar, DoesNotLookBusyWhileItWaits) {

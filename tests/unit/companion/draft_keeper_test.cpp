@@ -161,6 +161,62 @@ TEST_F(DraftOfTheScreen, HasNoRecordOnceItsDownloadIsDeleted) {
     EXPECT_EQ(DraftFrom(Store.Files.begin()->second).value().Row, 0) << "the next download may have the same name";
 }
 
+TEST_F(DraftOfTheScreen, StaysOneWhileALockKeepsTheRecordOnTheScreen) {
+    Edit(2, u"typed");
+    Rest(seconds(2));
+    platform::RowChange failed{.Event = platform::RowEvent::Saved, .File = u"qrn0001.txt", .Row = 1, .Why = u"in use"};
+    Device.Platform.readings.RowChanged(failed); // and the record stays as it is
+    Type(u"typed on");
+    Rest(seconds(2));
+    EXPECT_THAT(Drafts(), ElementsAre(Texts{u"a", u"b", u"typed on"}));
+    modQuorin::RecordCommand(u"NEXT");
+    EXPECT_THAT(Drafts(), IsEmpty());
+}
+
+TEST_F(DraftOfTheScreen, IsKeptWhenAFailureInASaveEndsTheProgram) {
+    Device.Platform.runTime.Failing = [this] { Keeper.KeepNow(); };
+    Edit(2, u"typed");
+    Device.Host.faults.FailNext(-1, 1); // in the midst of the file
+    EXPECT_NE(support::FailureOf([] { modQuorin::RecordCommand(u"NEXT"); }), u"");
+    EXPECT_THAT(Drafts(), ElementsAre(Texts{u"a", u"b", u"typed"}));
+}
+
+TEST_F(DraftOfTheScreen, FollowsItsRecordWhenRowsAreAddedAndDeleted) {
+    const auto left = [this] { return DraftFrom(Store.Files.begin()->second).value().Row; };
+    modQuorin::RecordCommand(u"NEXT");
+    Edit(2, u"typed");
+    Device.Host.faults.FailNext(-1);
+    modQuorin::RecordCommand(u"PREV");
+    Device.Host.faults.FailNext(0);
+    Rest(seconds(1));
+    EXPECT_EQ(left(), 2);
+    modQuorin::RecordCommand(u"INSERT"); // before record 1
+    EXPECT_EQ(left(), 3);
+    Device.WillAnswer(platform::BoxAnswer::Yes);
+    Device.WillAnswer(platform::BoxAnswer::Yes);
+    modQuorin::RecordCommand(u"DELETE");
+    EXPECT_EQ(left(), 2);
+    modQuorin::RecordCommand(u"NEXT");
+    Device.WillAnswer(platform::BoxAnswer::Yes);
+    Device.WillAnswer(platform::BoxAnswer::Yes);
+    modQuorin::RecordCommand(u"DELETE");
+    EXPECT_EQ(left(), 0) << "its own record is gone";
+}
+
+TEST_F(DraftOfTheScreen, GoesWhenALaterRunSavesTheSame) {
+    Draft draft;
+    draft.File = u"qrn0001.txt";
+    draft.Header = u"Place|Moisture|Remark";
+    draft.Row = 1;
+    draft.Line = u"a|b|c";
+    draft.Texts = {u"a", u"b", u"typed"};
+    Store.Files["earlier-1.draft"] = BytesOf(draft);
+    Keeper.TakeUp("earlier-1.draft", draft);
+    Edit(2, u"typed");
+    modQuorin::RecordCommand(u"NEXT");
+    EXPECT_THAT(Drafts(), IsEmpty());
+}
+
 TEST_F(DraftOfTheScreen, IsWrittenWhenASaveFailsBeforeTheKeysRest) {
     Edit(2, u"typed");
     Device.Host.faults.FailNext(-1);

@@ -52,8 +52,9 @@ TEST(RootOfADraft, IsAlsoKnownByItsPath) {
     EXPECT_TRUE(IsOf(draft, draft.Root));
     EXPECT_TRUE(IsOf(draft, {2049, 1234567890123, "/elsewhere"})) << "it was moved";
     EXPECT_TRUE(IsOf(draft, {7, 1234567890123, draft.Root.Path})) << "the system was started anew";
+    EXPECT_TRUE(IsOf(draft, {2049, 5, draft.Root.Path}))
+        << "a card was put in anew, and its folders have other numbers";
     EXPECT_FALSE(IsOf(draft, {7, 1234567890123, "/elsewhere"}));
-    EXPECT_FALSE(IsOf(draft, {2049, 5, draft.Root.Path})) << "another folder in its place";
 }
 
 TEST(WordsOfADraft, NameItsTimeAndItsRecord) {
@@ -130,6 +131,27 @@ TEST_F(DraftOfARecord, IsNotPutIntoAFileThatIsGone) {
     std::filesystem::remove(Device.Folder.Path() / "Quorin/qrn0002.txt");
     ExpectRefusal("qrn0002.txt is not there");
     EXPECT_FALSE(Device.Folder.Has("Quorin/qrn0002.txt"));
+}
+
+TEST_F(DraftOfARecord, IsNotPutIntoADownloadWithAnotherName) {
+    Device.Folder.Put("Quorin/qrnctrl.txt",
+                      "DRIVER|FILE|DATE|ALIAS\nMeter|qrn0001.txt|20261121|\nMeter|qrn0002.txt|20261122|Cellar\n");
+    ExpectRefusal("the list of downloads has changed");
+}
+
+TEST_F(DraftOfARecord, DoesNotStopTheProgramWhereAFileCanNotBeRead) {
+    Device.Host.faults.FailNextReads(-1);
+    EXPECT_NE(StateOf(Content).WhyNot, u"");
+    EXPECT_NE(PutBack(Content), u"");
+}
+
+TEST_F(DraftOfARecord, KeepsTheFieldsThatNoColumnHas) {
+    Device.Folder.Put("Quorin/qrn0002.txt", Header + "a|1|x\nLoft||old|more\n");
+    Content.Line = u"Loft||old|more";
+    EXPECT_EQ(StateOf(Content).WhyNot, u"");
+    EXPECT_EQ(PutBack(Content), u"");
+    EXPECT_EQ(File(), Header + "a|1|x\nLoft|14.1 %|old|more\n");
+    EXPECT_TRUE(StateOf(Content).IsSaved);
 }
 
 TEST_F(DraftOfARecord, IsNotPutWhereTheFileHadNoRecord) {
