@@ -62,10 +62,10 @@ LinkLine DownLine(const LinkView& link) {
 LinkLine ReadingLine(const LastReading& last, const LinkView& link) {
     const std::string words = modStringTools::ToBytes(last.Words.Line);
     const std::string timed = words + ", " + modStringTools::ToBytes(last.Time);
-    if (last.Words.IsAlarm)
+    if (last.Words.Outcome == Outcome::Alarm)
         return {words + ", " + AgeText(last.Age) + " ago", LineLook::Alarm, timed};
     if (last.Age < Minute)
-        return {timed, LineLook::Alive, timed};
+        return {timed, last.Words.Outcome == Outcome::Taken ? LineLook::Alive : LineLook::Plain, timed};
     if (link.HeardAge.value_or(Minute) < Minute)
         return {timed + "; characters arrive, but no reading", LineLook::Plain, timed};
     const std::string quiet = AgeText(std::min(last.Age, link.HeardAge.value_or(last.Age)));

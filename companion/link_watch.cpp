@@ -5,6 +5,7 @@
 #include "src/drivers/selection.h"
 #include "src/link/ports.h"
 #include "src/link/receive.h"
+#include "src/view/input_fields.h"
 #include "src/view/platform/platform.h"
 
 namespace companion {
@@ -49,7 +50,10 @@ void LinkWatch::TextReceived(platform::TextSource, TextView) {
 
 void LinkWatch::ReadingJudged(const platform::Verdict& verdict) {
     Last_ = {WordsOf(verdict, modQuorin::Selection.SelectedDriver), TimeText(platform::Device().clock.Now()), Now_()};
-    if (Last_->Words.IsAlarm)
+    // A list or a date that is open ignores readings, and nobody is asked.
+    if (verdict.Fate == platform::Fate::Kept && modPDAUI::AnyInputFieldVisible())
+        Last_->Words.Outcome = Outcome::Alarm;
+    if (Last_->Words.Outcome == Outcome::Alarm)
         Alarm_ = Last_;
 }
 

@@ -11,7 +11,8 @@ using platform::Verdict;
 namespace {
 
 constexpr std::size_t LongestPart = 40; // characters; a value may be longer than a window is wide
-constexpr bool Alarm = true;
+constexpr auto Left = Outcome::Left;
+constexpr auto Alarm = Outcome::Alarm;
 
 Text Shown(Text text) {
     for (char16_t& character : text)
@@ -58,7 +59,7 @@ VerdictWords WordsOf(const Verdict& verdict, TextView driver) {
     case Fate::Replaced:
         return {u"● " + result + u" → " + field + u", in place of " + Shown(verdict.Old)};
     case Fate::Kept:
-        return {u"○ " + field + u" keeps " + Shown(verdict.Old) + u", not " + result};
+        return {u"○ " + field + u" keeps " + Shown(verdict.Old) + u", not " + result, Left};
     case Fate::NoType:
         return {u"● " + result + u" → " + field + u", without a type"};
     case Fate::OpenField:
@@ -68,7 +69,7 @@ VerdictWords WordsOf(const Verdict& verdict, TextView driver) {
     case Fate::NoRecord:
         return {u"● shown, but " + verdict.File + u" has no record for it", Alarm};
     case Fate::Trace:
-        return {u"● " + result + u", shown here and not stored"};
+        return {u"● " + result + u", shown here and not stored", Left};
     case Fate::NoRow:
         return {NoRowText(verdict.Reading, driver), Alarm};
     case Fate::Origin:

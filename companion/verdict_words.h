@@ -6,9 +6,16 @@
 
 namespace companion {
 
+/// How good a verdict is for who waits for the reading.
+enum class Outcome {
+    Taken, ///< the next save stores it
+    Left,  ///< it is not stored, as a person has decided
+    Alarm, ///< it is not stored, or was written where it may not belong
+};
+
 struct VerdictWords {
     Text Line;
-    bool IsAlarm = false; ///< the reading is not stored, or was written where it may not belong
+    companion::Outcome Outcome = companion::Outcome::Taken;
     bool operator==(const VerdictWords&) const = default;
 };
 

@@ -32,7 +32,7 @@ LinkView Taken(std::int64_t age, std::int64_t heardAge) {
 
 LinkView Refused(std::int64_t age) {
     LinkView link = Taken(age, age);
-    link.Last->Words = {u"○ refused: no row of Meter asks for \"Bogus\"", true};
+    link.Last->Words = {u"○ refused: no row of Meter asks for \"Bogus\"", Outcome::Alarm};
     return link;
 }
 
@@ -114,6 +114,9 @@ const LineRow Rows[] = {
     {"noise after the last reading", Taken(60, 59),
      "● Moisture 14.1 % → Moisture, 20:30:12; characters arrive, but no reading", Plain,
      "● Moisture 14.1 % → Moisture, 20:30:12"},
+    {"a reading that a person did not want",
+     With(Taken(0, 0), [](LinkView& link) { link.Last->Words.Outcome = Outcome::Left; }),
+     "● Moisture 14.1 % → Moisture, 20:30:12", Plain, "● Moisture 14.1 % → Moisture, 20:30:12"},
     {"refused", Refused(3), "○ refused: no row of Meter asks for \"Bogus\", 3 s ago", Alarm,
      "○ refused: no row of Meter asks for \"Bogus\", 20:30:12"},
     {"refused and then quiet", Refused(7500), "○ refused: no row of Meter asks for \"Bogus\", 2 h 5 min ago", Alarm,

@@ -105,6 +105,15 @@ TEST_F(WatchedLink, ShowsWhatBecameOfTheLastReading) {
     EXPECT_EQ(Line(), "○ refused: no row of Meter asks for \"Moisture\", 3 s ago");
 }
 
+TEST_F(WatchedLink, IsAnAlarmWhereAnOpenListIgnoresAReading) {
+    Port.Open = true;
+    Judge(platform::Fate::Kept);
+    EXPECT_EQ(Watch.Line(Port, Held).Look, LineLook::Plain) << "a person has decided";
+    Device.Platform.cboInputField.SetVisible(true);
+    Judge(platform::Fate::Kept);
+    EXPECT_EQ(Watch.Line(Port, Held).Look, LineLook::Alarm);
+}
+
 TEST_F(WatchedLink, ShowsARefusedOneOfABurstBeforeTheTakenOne) {
     Port.Open = true;
     Judge(platform::Fate::NoRow);

@@ -16,7 +16,7 @@ using platform::Verdict;
 struct WordsRow {
     Fate Of;
     const char* Line;
-    bool IsAlarm;
+    Outcome Is;
 };
 
 void PrintTo(const WordsRow& row, std::ostream* out) {
@@ -42,28 +42,26 @@ class WordsOfAVerdict : public testing::TestWithParam<WordsRow> {};
 TEST_P(WordsOfAVerdict, SayWhatBecameOfTheReading) {
     const Verdict verdict = Moisture(GetParam().Of);
     EXPECT_EQ(LineOf(verdict), GetParam().Line);
-    EXPECT_EQ(WordsOf(verdict, u"Climate Meter").IsAlarm, GetParam().IsAlarm);
+    EXPECT_EQ(WordsOf(verdict, u"Climate Meter").Outcome, GetParam().Is);
 }
-
-constexpr bool Alarming = true;
 
 INSTANTIATE_TEST_SUITE_P(
     OfEachFate, WordsOfAVerdict,
-    testing::Values(WordsRow{Fate::Taken, "● Moisture 14.1 % → Wall", !Alarming},
-                    WordsRow{Fate::Replaced, "● Moisture 14.1 % → Wall, in place of 12.0 %", !Alarming},
-                    WordsRow{Fate::Kept, "○ Wall keeps 12.0 %, not Moisture 14.1 %", !Alarming},
-                    WordsRow{Fate::OpenField, "● into the open field: Wall", Alarming},
-                    WordsRow{Fate::NoRow, "○ refused: no row of Climate Meter asks for \"Moisture\"", Alarming},
-                    WordsRow{Fate::NoColumn, "● shown, but no column of qrn0001.txt holds it", Alarming},
-                    WordsRow{Fate::NoRecord, "● shown, but qrn0001.txt has no record for it", Alarming},
-                    WordsRow{Fate::NoType, "● Moisture 14.1 % → Wall, without a type", !Alarming},
-                    WordsRow{Fate::OffScreen, "○ refused: no record is on the screen", Alarming},
-                    WordsRow{Fate::Trace, "● Moisture 14.1 %, shown here and not stored", !Alarming},
-                    WordsRow{Fate::Origin, "○ refused: from QI-0002, connected is QI-0001", Alarming},
-                    WordsRow{Fate::Connect, "○ refused: Moisture 14.1 % came with the connection", Alarming},
-                    WordsRow{Fate::Shape, "○ refused: the end tag of its BLob is not exact", Alarming},
-                    WordsRow{Fate::Waiting, "○ waits: another BLob of its burst was refused", Alarming},
-                    WordsRow{Fate::Emptied, "○ lost: Moisture 14.1 % came while a question was open", Alarming}));
+    testing::Values(WordsRow{Fate::Taken, "● Moisture 14.1 % → Wall", Outcome::Taken},
+                    WordsRow{Fate::Replaced, "● Moisture 14.1 % → Wall, in place of 12.0 %", Outcome::Taken},
+                    WordsRow{Fate::Kept, "○ Wall keeps 12.0 %, not Moisture 14.1 %", Outcome::Left},
+                    WordsRow{Fate::OpenField, "● into the open field: Wall", Outcome::Alarm},
+                    WordsRow{Fate::NoRow, "○ refused: no row of Climate Meter asks for \"Moisture\"", Outcome::Alarm},
+                    WordsRow{Fate::NoColumn, "● shown, but no column of qrn0001.txt holds it", Outcome::Alarm},
+                    WordsRow{Fate::NoRecord, "● shown, but qrn0001.txt has no record for it", Outcome::Alarm},
+                    WordsRow{Fate::NoType, "● Moisture 14.1 % → Wall, without a type", Outcome::Taken},
+                    WordsRow{Fate::OffScreen, "○ refused: no record is on the screen", Outcome::Alarm},
+                    WordsRow{Fate::Trace, "● Moisture 14.1 %, shown here and not stored", Outcome::Left},
+                    WordsRow{Fate::Origin, "○ refused: from QI-0002, connected is QI-0001", Outcome::Alarm},
+                    WordsRow{Fate::Connect, "○ refused: Moisture 14.1 % came with the connection", Outcome::Alarm},
+                    WordsRow{Fate::Shape, "○ refused: the end tag of its BLob is not exact", Outcome::Alarm},
+                    WordsRow{Fate::Waiting, "○ waits: another BLob of its burst was refused", Outcome::Alarm},
+                    WordsRow{Fate::Emptied, "○ lost: Moisture 14.1 % came while a question was open", Outcome::Alarm}));
 
 TEST_P(WordsOfAVerdict, HaveNoLongPart) {
     const Text text(41, u'x');
