@@ -120,6 +120,22 @@ bool TakeLine(Draft& draft, std::string_view name, const std::string& value) {
     return true;
 }
 
+/// Returns how many fields the record in the file, the table and the screen have in common.
+std::size_t SharedFields(const Draft& draft) {
+    return std::min({Fields(draft.Line).size(), Fields(draft.Header).size(), draft.Texts.size()});
+}
+
+/// Returns the names of the fields with a text for which the record in the file has no field, a blank before each.
+Text FieldsBeyond(const Draft& draft) {
+    const std::vector<Text> columns = Fields(draft.Header);
+    Text names;
+    for (std::size_t i = SharedFields(draft); i < draft.Texts.size(); ++i) {
+        if (!draft.Texts[i].empty())
+            names += u" " + FieldAt(columns, i);
+    }
+    return names;
+}
+
 /// Returns why a file can't be read; empty if it can. The table routines stop the program in some of these cases.
 Text WhyNotReadable(const Text& fullName) {
     std::unique_ptr<platform::TextStream> stream;
@@ -147,21 +163,17 @@ Text OpenRow(const Draft& draft) {
     if (Joined(Table.TableColumns) != draft.Header)
         return draft.File + u" has other columns";
     modFileSystem::GotoRow(draft.Row);
-    const auto held = static_cast<std::size_t>(modFileSystem::HeldFields());
-    if (held == 0 || Table.RowLine != draft.Line)
+    if (modFileSystem::HeldFields() == 0 || Table.RowLine != draft.Line)
         return u"the record has changed";
-    const std::vector<Text> saved = Fields(draft.Line);
-    for (std::size_t i = held; i < draft.Texts.size(); ++i) {
-        if (draft.Texts[i] != FieldAt(saved, i))
-            return u"the record has no field " + FieldAt(Table.TableColumns, i);
-    }
-    return {};
+    const Text beyond = FieldsBeyond(draft);
+    return beyond.empty() ? beyond : u"the record has no field" + beyond;
 }
 
 } // namespace
 
 bool IsOf(const Draft& draft, const RootId& root) {
-    return draft.Root.Path == root.Path || (draft.Root.Inode == root.Inode && draft.Root.Device == root.Device);
+    const bool isThere = !root.Path.empty() && draft.Root.Path == root.Path;
+    return isThere || (draft.Root.Inode == root.Inode && draft.Root.Device == root.Device);
 }
 
 std::optional<Draft> DraftOfScreen() {
@@ -182,18 +194,12 @@ std::optional<Draft> DraftOfScreen() {
 
 Text LineOf(const Draft& draft) {
     std::vector<Text> fields = Fields(draft.Line);
-    const std::size_t shared = std::min({fields.size(), draft.Texts.size(), Fields(draft.Header).size()});
-    std::copy_n(draft.Texts.begin(), shared, fields.begin());
+    std::copy_n(draft.Texts.begin(), SharedFields(draft), fields.begin());
     return Joined(fields);
 }
 
 bool IsNeeded(const Draft& draft) {
-    const std::vector<Text> saved = Fields(draft.Line);
-    for (std::size_t i = 0; i < draft.Texts.size(); ++i) {
-        if (draft.Texts[i] != FieldAt(saved, i))
-            return true;
-    }
-    return false;
+    return LineOf(draft) != draft.Line || !FieldsBeyond(draft).empty();
 }
 
 std::string BytesOf(const Draft& draft) {
@@ -236,7 +242,8 @@ DraftState StateOf(const Draft& draft) {
     DraftState state;
     state.WhyNot = OpenRow(draft);
     const bool isThere = Table.TableFile.valid && Joined(Table.TableColumns) == draft.Header && draft.Row > 0;
-    state.IsSaved = isThere && Table.TableRowIndex == draft.Row && Table.RowLine == LineOf(draft);
+    state.IsSaved =
+        isThere && Table.TableRowIndex == draft.Row && Table.RowLine == LineOf(draft) && FieldsBeyond(draft).empty();
     modFileSystem::CloseTable();
     return state;
 }

@@ -44,6 +44,9 @@ public:
     void ReadingJudged(const platform::Verdict&) override { ReadingCame_ = true; }
     void RowChanged(const platform::RowChange& change) override;
 
+    /// True if the draft of what is on the screen is on the medium.
+    bool Keeps() const { return !Current_.Name.empty() && !HasFailed_; }
+
     std::function<void(const Text& why)> Failed; ///< a draft could not be written
     std::function<void()> Works;                 ///< one was written again
 

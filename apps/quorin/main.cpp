@@ -132,6 +132,7 @@ std::string FindPlaces(quorin::Options& options) {
             device->loop.Leave({ProgramOver::Reason::Ended, {}});
         }
         drafts->Attach(*device);
+        end->RecordIsKept = [&drafts] { return drafts->KeepsRecord(); };
     } else {
         device->onlooker.notices.Raise(companion::DraftNotKept(u"neither XDG_STATE_HOME nor HOME is set"));
     }

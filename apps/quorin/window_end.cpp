@@ -66,7 +66,7 @@ ExitStatus WindowEnd::Over(const ProgramOver& over) {
     sigset_t all;
     sigfillset(&all);
     sigprocmask(SIG_UNBLOCK, &all, nullptr); // nothing is left to be saved
-    message.setInformativeText(QString::fromStdString(backends::StateWords()));
+    message.setInformativeText(QString::fromStdString(backends::StateWords(RecordIsKept())));
     Only = nullptr; // also if the display is lost while this box is open
     message.exec();
     return ExitStatus::Failure;

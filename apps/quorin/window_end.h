@@ -8,6 +8,8 @@
 #include "backends/loop/ending.h"
 #include "backends/qt/qt_platform.h"
 
+#include <functional>
+
 namespace quorin {
 
 class WindowEnd {
@@ -17,6 +19,9 @@ public:
     WindowEnd(backends::qt::QtPlatform& device, WindowWatch& watch, backends::EndSignals& signals);
     WindowEnd(const WindowEnd&) = delete;
     WindowEnd& operator=(const WindowEnd&) = delete;
+
+    /// True if a draft of the record on the screen is on the medium.
+    std::function<bool()> RecordIsKept = [] { return false; };
 
     /// Reports why the program ended and returns the exit status.
     start::ExitStatus Over(const backends::ProgramOver& over);

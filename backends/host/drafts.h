@@ -32,6 +32,9 @@ public:
     /// that can't be written is a notice.
     void Attach(BackEnd& device);
 
+    /// True if the draft of what is on the screen is on the medium.
+    bool KeepsRecord() const { return Keeper_.Keeps(); }
+
     // Raises no event: it is an EventSource in order to be called in each round.
     bool RaiseWhatIsPending() override;
 

@@ -118,10 +118,13 @@ std::string Ending::Words() const {
     return words;
 }
 
-std::string StateWords() {
+std::string StateWords(bool isKept) {
     const std::string unsaved = UnsavedRecordWords();
     const std::string state = "Every file is as the last completed save left it.";
-    return unsaved.empty() ? state : state + " What is on the screen is lost: " + unsaved + ".";
+    if (unsaved.empty())
+        return state;
+    return state + (isKept ? " The next start offers what is on the screen: " : " What is on the screen is lost: ") +
+           unsaved + ".";
 }
 
 std::string UnsavedRecordWords() {

@@ -44,6 +44,7 @@ private:
 /// Ending. Empty if there is none.
 std::string UnsavedRecordWords();
 /// Returns the state of the files and of that record, for the user of a program that a failure has stopped.
-std::string StateWords();
+/// `isKept`: a draft of that record is on the medium.
+std::string StateWords(bool isKept = false);
 
 } // namespace backends

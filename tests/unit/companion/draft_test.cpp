@@ -106,6 +106,12 @@ TEST_F(DraftOfARecord, IsKnownToBeSavedAlready) {
     EXPECT_TRUE(StateOf(Content).IsSaved);
 }
 
+TEST_F(DraftOfARecord, IsNotSavedAsLongAsTheFileHasNoFieldForIt) {
+    Device.Folder.Put("Quorin/qrn0002.txt", Header + "a|1|x\nLoft\n");
+    Content.Line = u"Loft";
+    EXPECT_FALSE(StateOf(Content).IsSaved);
+}
+
 TEST_F(DraftOfARecord, IsNotPutIntoARecordThatHasChanged) {
     Device.Folder.Put("Quorin/qrn0002.txt", Header + "a|1|x\nLoft||new\n");
     ExpectRefusal("the record has changed");
@@ -162,7 +168,7 @@ TEST_F(DraftOfARecord, IsNotPutWhereTheFileHadNoRecord) {
 TEST_F(DraftOfARecord, IsNotPutIntoARowThatLacksItsFields) {
     Device.Folder.Put("Quorin/qrn0002.txt", Header + "a|1|x\nLoft\n");
     Content.Line = u"Loft";
-    ExpectRefusal("the record has no field Moisture");
+    ExpectRefusal("the record has no field Moisture Remark");
 }
 
 TEST_F(DraftOfARecord, SaysWhyTheDiskRefusesIt) {

@@ -127,7 +127,7 @@ TEST_F(EndOfTheProgram, NamesARecordThatIsNotInItsFile) {
     std::string before;
     std::string after;
     std::string stateBefore;
-    std::string stateAfter;
+    std::string stateAfter, stateKept;
     Program.Steps.push_back([&] {
         before = backends::UnsavedRecordWords();
         stateBefore = backends::StateWords();
@@ -136,12 +136,14 @@ TEST_F(EndOfTheProgram, NamesARecordThatIsNotInItsFile) {
     Program.Steps.push_back([&] {
         after = backends::UnsavedRecordWords();
         stateAfter = backends::StateWords();
+        stateKept = backends::StateWords(true);
     });
     EndThere();
     EXPECT_EQ(before, "");
     EXPECT_EQ(after, "row 1 of qrn0001.txt was NOT saved");
     EXPECT_EQ(stateBefore, "Every file is as the last completed save left it.");
     EXPECT_EQ(stateAfter, stateBefore + " What is on the screen is lost: " + after + ".");
+    EXPECT_EQ(stateKept, stateBefore + " The next start offers what is on the screen: " + after + ".");
     EXPECT_EQ(backends::UnsavedRecordWords(), "") << "once it is saved";
 }
 
