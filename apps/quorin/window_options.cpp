@@ -67,7 +67,7 @@ plugged in.
 Files: the data is in the root folder, by default $XDG_DATA_HOME/quorin or ~/.local/share/quorin, with --demo in
 quorin-demo beside it. The settings are in $XDG_CONFIG_HOME/quorin/settings.ini or ~/.config/quorin/settings.ini, with
 --root or --demo in settings.ini of the root folder, with --settings in that file. One program at a time uses a root
-folder.
+folder. A draft of a record that is not saved yet is in $XDG_STATE_HOME/quorin/drafts or ~/.local/state/quorin/drafts.
 )" + (keyHelp.empty() ? "" : "\nKeys:\n" + keyHelp) +
            "\n" + start::ExitStatusHelp();
 }

@@ -62,6 +62,13 @@ INSTANTIATE_TEST_SUITE_P(
         FolderRow{{{"XDG_DATA_HOME", "/data"}}, "/data/quorin", nullptr}, FolderRow{{{"HOME", ""}}, nullptr, nullptr},
         FolderRow{{{"HOME", "ann"}}, nullptr, nullptr}, FolderRow{{}, nullptr, nullptr}));
 
+TEST(FolderOfTheState, IsBesideTheOthers) {
+    EXPECT_EQ(StateFolder(With({{"HOME", "/home/ann"}})), "/home/ann/.local/state/quorin");
+    EXPECT_EQ(StateFolder(With({{"HOME", "/home/ann"}, {"XDG_STATE_HOME", "/state"}})), "/state/quorin");
+    EXPECT_EQ(StateFolder(With({{"HOME", "/home/ann"}, {"XDG_STATE_HOME", "state"}})), "/home/ann/.local/state/quorin");
+    EXPECT_EQ(StateFolder(With({})), std::nullopt);
+}
+
 TEST(FoldersOfTheProcess, AreThoseOfItsEnvironment) {
     setenv("XDG_DATA_HOME", "/only/for/this/test", 1);
     EXPECT_EQ(DataFolder(), "/only/for/this/test/quorin");

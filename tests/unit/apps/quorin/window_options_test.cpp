@@ -191,8 +191,8 @@ INSTANTIATE_TEST_SUITE_P(Devices, Help,
 INSTANTIATE_TEST_SUITE_P(Places, Help,
                          testing::Values("/dev/rfcomm(N-1)", "/dev/ttyUSB*", "/dev/ttyACM*", "/dev/ttyS(N-1)",
                                          "/dev/serial/by-id/", "quorin-demo", "$XDG_DATA_HOME/quorin",
-                                         "~/.local/share/quorin", "$XDG_CONFIG_HOME/quorin/settings.ini",
-                                         "~/.config/quorin/settings.ini"));
+                                         "~/.local/share/quorin", "$XDG_STATE_HOME/quorin/drafts",
+                                         "$XDG_CONFIG_HOME/quorin/settings.ini", "~/.config/quorin/settings.ini"));
 INSTANTIATE_TEST_SUITE_P(Keys, Help, testing::Values("\nKeys:\n  F1   the first menu\n"));
 
 TEST(WindowOptions, HelpIsALineForEachOptionAndStatus) {
