@@ -14,10 +14,26 @@ LinkLine Plain(const std::string& text) {
     return {text, LineLook::Plain, text};
 }
 
+/// Names of adapters are long, and their ends tell them apart.
+std::string ShortPath(const std::string& path) {
+    constexpr std::size_t Longest = 36;
+    constexpr std::size_t Head = 12;
+    if (path.size() <= Longest)
+        return path;
+    return path.substr(0, Head) + "…" + path.substr(path.size() - (Longest - Head));
+}
+
+/// Returns the trouble of a port with its path shortened, so that the reason has room.
+std::string ShortTrouble(const LinkView& link) {
+    std::string text = link.Trouble;
+    const std::size_t at = link.Path.empty() ? std::string::npos : text.find(link.Path);
+    return at == std::string::npos ? text : text.replace(at, link.Path.size(), ShortPath(link.Path));
+}
+
 std::string Name(const LinkView& link) {
     if (link.Road == LinkRoad::Server)
         return "RFCOMM server";
-    return link.Path.empty() ? link.Port : link.Port + " (" + link.Path + ")";
+    return link.Path.empty() ? link.Port : link.Port + " (" + ShortPath(link.Path) + ")";
 }
 
 std::string WaitingText(const LinkView& link) {
@@ -26,7 +42,7 @@ std::string WaitingText(const LinkView& link) {
         return "waiting for the RFCOMM server";
     case LinkRoad::Serial:
         if (!link.Trouble.empty())
-            return link.Port + ": " + link.Trouble + ", trying again";
+            return link.Port + ": " + ShortTrouble(link) + ", trying again";
         break;
     default:
         break;
@@ -50,10 +66,19 @@ LinkLine OpenLine(const LinkView& link) {
             open + "characters came, but no reading yet"};
 }
 
+std::string TimedText(const LastReading& last) {
+    return modStringTools::ToBytes(last.Words.Line) + ", " + modStringTools::ToBytes(last.Time);
+}
+
+/// A reading that was refused a moment ago is not hidden by a cable that is pulled after it.
+bool WasJustRefused(const LinkView& link) {
+    return link.Last && link.Last->Words.Outcome == Outcome::Alarm && link.Last->Age < AlarmSeconds;
+}
+
 /// A port that has just been chosen is not open for a moment, which is no alarm.
 LinkLine DownLine(const LinkView& link) {
     const std::string why = WaitingText(link);
-    const std::string last = link.Last ? "; last reading " + AgeText(link.Last->Age) + " ago" : "";
+    const std::string last = link.Last ? "; last: " + TimedText(*link.Last) : "";
     if (link.DownFor == 0)
         return {"Link down: " + why + last, LineLook::Plain, "Link down: " + why};
     return {"Link down for " + AgeText(link.DownFor) + ": " + why + last, LineLook::Alarm, "Link down: " + why};
@@ -61,7 +86,7 @@ LinkLine DownLine(const LinkView& link) {
 
 LinkLine ReadingLine(const LastReading& last, const LinkView& link) {
     const std::string words = modStringTools::ToBytes(last.Words.Line);
-    const std::string timed = words + ", " + modStringTools::ToBytes(last.Time);
+    const std::string timed = TimedText(last);
     if (last.Words.Outcome == Outcome::Alarm)
         return {words + ", " + AgeText(last.Age) + " ago", LineLook::Alarm, timed};
     if (last.Age < Minute)
@@ -102,7 +127,7 @@ LinkLine LinkLineOf(const LinkView& link) {
         return Plain("Link off: no download is open for " + link.Port);
     if (link.Held && link.Road != LinkRoad::Connection)
         return Plain("Link held: " + HeldText(link));
-    if (!link.Open)
+    if (!link.Open && !WasJustRefused(link))
         return DownLine(link);
     return link.Last ? ReadingLine(*link.Last, link) : OpenLine(link);
 }

@@ -49,6 +49,9 @@ struct LinkLine {
     bool operator==(const LinkLine&) const = default;
 };
 
+/// A reading that was refused is shown this long, whatever comes next.
+inline constexpr std::int64_t AlarmSeconds = 5;
+
 LinkLine LinkLineOf(const LinkView& link);
 
 /// What the program is busy with; its text replaces the line.

@@ -12,10 +12,6 @@ namespace companion {
 
 namespace {
 
-/// An alarm is shown this long, whatever comes next: of a burst, the last reading may be taken and the one before
-/// refused.
-constexpr auto AlarmTime = std::chrono::seconds(5);
-
 std::int64_t SecondsFrom(LinkWatch::Moment then, LinkWatch::Moment now) {
     return std::chrono::duration_cast<std::chrono::seconds>(now - then).count();
 }
@@ -57,8 +53,9 @@ void LinkWatch::ReadingJudged(const platform::Verdict& verdict) {
         Alarm_ = Last_;
 }
 
+/// Of a burst, the last reading may be taken and the one before refused.
 const std::optional<LinkWatch::Judged>& LinkWatch::Latest() const {
-    return Alarm_ && Now_() - Alarm_->When < AlarmTime ? Alarm_ : Last_;
+    return Alarm_ && SecondsFrom(Alarm_->When, Now_()) < AlarmSeconds ? Alarm_ : Last_;
 }
 
 /// What became of the readings of another record is no state of this link.

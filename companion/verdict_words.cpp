@@ -63,7 +63,7 @@ VerdictWords WordsOf(const Verdict& verdict, TextView driver) {
     case Fate::NoType:
         return {u"● " + result + u" → " + field + u", without a type"};
     case Fate::OpenField:
-        return {u"● into the open field: " + field, Alarm};
+        return {u"● into the open field: " + field + u", " + result, Alarm};
     case Fate::NoColumn:
         return {u"● shown, but no column of " + verdict.File + u" holds it", Alarm};
     case Fate::NoRecord:

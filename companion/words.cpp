@@ -145,6 +145,14 @@ Notice DraftNotKept(const Text& why) {
                 u". If the program is ended by force, what was entered since the last save is lost."};
 }
 
+Notice DraftsWait(std::size_t count) {
+    const Text what =
+        count == 1 ? Text(u"A record of an earlier run was")
+                   : modStringTools::NumberText(static_cast<std::int32_t>(count)) + u" records of earlier runs were";
+    return {AboutUnsaved, Severity::Warning,
+            what + u" not saved. The window offers them at its start, quorin-console with --recover.", Until::Tapped};
+}
+
 Notice RightsNotKept(const Text& file) {
     return {AboutRights, Severity::Warning,
             file + u" has lost its group or its access list: other users may have fewer rights to it than "

@@ -23,6 +23,7 @@ inline const Text AboutRights = u"rights";
 inline const Text AboutPort = u"port";
 inline const Text AboutPlace = u"place";
 inline const Text AboutDraft = u"draft";
+inline const Text AboutUnsaved = u"unsaved";
 
 /// "20:30:05".
 Text TimeText(const platform::DateTime& moment);
@@ -55,6 +56,8 @@ Notice FolderReplaced(const Text& folder, const Text& instead, platform::ErrorNu
 Notice ListIncomplete(const std::vector<platform::Unlisted>& unlisted);
 /// The record on the screen can't be kept for the case that the program is ended.
 Notice DraftNotKept(const Text& why);
+/// So many records of earlier runs are kept as drafts.
+Notice DraftsWait(std::size_t count);
 /// A file that was rewritten could not keep all of its permissions.
 Notice RightsNotKept(const Text& file);
 

@@ -35,6 +35,25 @@ std::string DoneText(const Json& done) {
     return done.contains("error") ? Indented(word + ": " + done.at("error").get<std::string>()) : "";
 }
 
+std::string DraftText(const Json& object) {
+    const Json& draft = object.at("draft");
+    std::string text = "not saved: " + draft.at("file").get<std::string>() + ", record " + draft.at("row").dump() +
+                       ", " + draft.at("time").get<std::string>() + "\n";
+    for (const Json& field : draft.at("fields")) {
+        const std::string shown = field.at("text");
+        const std::string saved = field.at("saved");
+        text += "  " + field.at("field").get<std::string>() + ": " + shown +
+                (shown == saved ? "" : " (saved before: \"" + saved + "\")") + "\n";
+    }
+    if (object.value("put", false))
+        text += "put back\n";
+    if (object.contains("forgotten"))
+        text += "forgotten\n";
+    if (object.contains("error"))
+        text += "can't be put back: " + object.at("error").get<std::string>() + "\n";
+    return Indented(text);
+}
+
 } // namespace
 
 std::string PlainText(const nlohmann::ordered_json& object) {
@@ -42,6 +61,8 @@ std::string PlainText(const nlohmann::ordered_json& object) {
         return "\n== " + object.at("say").get<std::string>() + "\n";
     if (object.contains("show"))
         return "\n" + Indented(object.at("show"));
+    if (object.contains("draft"))
+        return DraftText(object);
     if (object.contains("event"))
         return EventText(object);
     if (object.contains("done"))

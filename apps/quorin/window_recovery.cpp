@@ -35,11 +35,13 @@ public:
         Device_.window.CloseRequested = Closing_;
         Device_.SessionEnds = SessionEnds_;
         Signals_.Raised = Raised_;
+        Device_.window.hide(); // the form opens it at its own size
     }
 
     /// Returns false if the program is to end.
-    bool Decide(const Drafts::Kept& draft) {
+    bool Decide(const Drafts::Kept& draft, const Text& place) {
         Draft_ = &draft;
+        Place_ = place;
         if (!Offer())
             return !HasEnded_; // it is in its file
         if (!HasEnded_)
@@ -60,7 +62,7 @@ private:
 
     void Show(const Text& whyNot) {
         Device_.pump.HandlePending(); // ends the look into the files, which the window shows as work
-        Bar_.Offer(Draft_->Content, whyNot, companion::DraftTime(Device_.clock.Now()));
+        Bar_.Offer(Draft_->Content, whyNot, companion::DraftTime(Device_.clock.Now()), Place_);
     }
 
     void PutBack() {
@@ -110,6 +112,7 @@ private:
     RecoveryBar Bar_{nullptr};
     QEventLoop Loop_;
     const Drafts::Kept* Draft_ = nullptr;
+    Text Place_; ///< "1 of 2: "
     bool HasEnded_ = false;
 };
 
@@ -123,8 +126,10 @@ bool RecoverRecords(Drafts& drafts, backends::qt::QtPlatform& device, backends::
     if (unsaved.empty())
         return true;
     Recovery recovery(drafts, device, signals);
-    for (const Drafts::Kept& draft : unsaved) {
-        if (!recovery.Decide(draft))
+    const auto text = [](std::size_t number) { return modStringTools::NumberText(static_cast<std::int32_t>(number)); };
+    for (std::size_t i = 0; i < unsaved.size(); ++i) {
+        const Text place = unsaved.size() > 1 ? text(i + 1) + u" of " + text(unsaved.size()) + u": " : Text();
+        if (!recovery.Decide(unsaved[i], place))
             return false;
     }
     return true;

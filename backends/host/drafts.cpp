@@ -42,8 +42,11 @@ Text Drafts::PutBack(const Kept& draft) {
 
 void Drafts::Attach(BackEnd& device) {
     Device_ = &device;
-    for (const Kept& left : OfLastRuns())
-        Keeper_.TakeUp(left.Name, left.Content);
+    const std::vector<Kept> left = OfLastRuns();
+    for (const Kept& draft : left)
+        Keeper_.TakeUp(draft.Name, draft.Content);
+    if (!left.empty())
+        device.onlooker.notices.Raise(companion::DraftsWait(left.size()));
     Keeper_.Failed = [&device](const Text& why) { device.onlooker.notices.Raise(companion::DraftNotKept(why)); };
     Keeper_.Works = [&device] { device.onlooker.notices.Withdraw(companion::AboutDraft); };
     device.readings.Add(Keeper_);

@@ -161,6 +161,8 @@ void QtPlatform::ShowForm() {
         window.HoldSize();
     native.Follow();
     window.show();
+    if (IsResizable_)
+        window.Fit(); // it may have been open before, without the menus
     SizeChanged_ = false;
 }
 

@@ -59,8 +59,8 @@ QPushButton* RecoveryBar::Button(const char* text, Choice choice) {
     return button;
 }
 
-void RecoveryBar::Offer(const companion::Draft& draft, const Text& whyNot, const Text& today) {
-    Text words = WordsOf(draft, today);
+void RecoveryBar::Offer(const companion::Draft& draft, const Text& whyNot, const Text& today, const Text& place) {
+    Text words = place + WordsOf(draft, today);
     if (!whyNot.empty())
         words += u" It can't be put back: " + whyNot + u".";
     Words_->setText(ToQt(words));
@@ -81,7 +81,7 @@ void RecoveryBar::ShowFields(const companion::Draft& draft) {
     box.setWindowTitle(QStringLiteral("The record that was not saved"));
     auto* const table = new QTableWidget(static_cast<int>(fields.size()), 3, &box);
     table->setHorizontalHeaderLabels(
-        {QStringLiteral("Field"), QStringLiteral("On the screen"), QStringLiteral("Saved before")});
+        {QStringLiteral("Field"), QStringLiteral("Not saved"), QStringLiteral("Saved before")});
     table->setEditTriggers(QAbstractItemView::NoEditTriggers);
     table->verticalHeader()->hide();
     table->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
@@ -111,7 +111,7 @@ void RecoveryBar::ShowFields(const companion::Draft& draft) {
 
 bool RecoveryBar::MayForget() {
     return QMessageBox::question(window(), QStringLiteral("Quorin"),
-                                 QStringLiteral("Forget what was entered in this record? It can't be given back then."),
+                                 QStringLiteral("Forget what was entered in this record? It can't be put back then."),
                                  QMessageBox::Yes | QMessageBox::No, QMessageBox::No) == QMessageBox::Yes;
 }
 

@@ -169,8 +169,13 @@ void Window::LetSize() {
         label->setFixedHeight(label->fontMetrics().height() + 2 * label->margin());
     }
     ShowAlarm();
-    resize(layout()->totalSizeHint());
+    Fit();
     ShowState();
+}
+
+void Window::Fit() {
+    layout()->activate();
+    resize(layout()->totalSizeHint());
 }
 
 void Window::Put(QLabel& label, const QString& text) {

@@ -62,6 +62,8 @@ public:
     /// Makes the window resizable. The status area then keeps its height: otherwise each text would change the form's
     /// height.
     void LetSize();
+    /// Gives the window the size that its parts ask for.
+    void Fit();
 
     /// Sets the status area's line on the state of the link and the last reading. A screen reader says it if it is
     /// news.

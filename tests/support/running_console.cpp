@@ -31,7 +31,7 @@ RunningConsole::RunningConsole(const std::vector<std::string>& arguments, const 
     ::close(out[1]);
     Commands_ = ::fdopen(in[1], "w");
     Answers_ = ::fdopen(out[0], "r");
-    ReadUntilReady();
+    Greeting_ = ReadUntilReady();
 }
 
 RunningConsole::~RunningConsole() {

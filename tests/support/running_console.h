@@ -20,11 +20,14 @@ public:
     /// Ends the input and waits. Returns the exit status, or -1 if a signal ended the program.
     int End();
     int Id() const { return Process_; }
+    /// What it has written before it was ready for the first command.
+    const std::string& Greeting() const { return Greeting_; }
 
 private:
     std::string ReadUntilReady();
 
     int Process_ = -1;
+    std::string Greeting_;
     std::FILE* Commands_ = nullptr;
     std::FILE* Answers_ = nullptr;
 };

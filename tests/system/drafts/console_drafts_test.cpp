@@ -113,6 +113,21 @@ TEST_F(KilledConsole, HasNothingToGiveBackOnceItIsSaved) {
     EXPECT_EQ(DraftsKept(), 0U);
 }
 
+TEST_F(KilledConsole, HasItsRecordShownToAPerson) {
+    KilledAfter(Typed);
+    const Outcome shown = Tell({}, {"--recover", "list", "--text"});
+    EXPECT_THAT(shown.Output, HasSubstr("    not saved: qrn0001.txt, record 1, "));
+    EXPECT_THAT(shown.Output, HasSubstr("      Remark: typed (saved before: \"c\")\n"));
+    EXPECT_THAT(Tell({}, {"--recover", "put", "--text"}).Output, HasSubstr("    put back\n"));
+}
+
+TEST_F(KilledConsole, IsToldByTheNextOne) {
+    KilledAfter(Typed);
+    RunningConsole next({"--clock", "real", "--root", Root.Path().string()});
+    EXPECT_THAT(next.Greeting(), HasSubstr("A record of an earlier run was not saved."));
+    EXPECT_EQ(next.End(), 0);
+}
+
 TEST_F(KilledConsole, SaysNothingOfTheDraftsOfAnotherRoot) {
     KilledAfter(Typed);
     const support::TemporaryFolder other;

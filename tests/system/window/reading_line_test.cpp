@@ -62,7 +62,7 @@ TEST_F(ReadingLine, IsAnAlarmWhenItWentIntoTheOpenField) {
     Tap(2, 1);
     ASSERT_TRUE(Field().Visible());
     Send(u"Moisture");
-    EXPECT_TRUE(LinkLineBegins("● into the open field: Remark, ")) << LinkLine();
+    EXPECT_TRUE(LinkLineBegins("● into the open field: Remark, Moisture 14.1 %, ")) << LinkLine();
     EXPECT_TRUE(IsAlarming());
 }
 

@@ -110,8 +110,8 @@ TEST_F(RecoveryBar, OffersEachDraftTheNewestFirst) {
     std::vector<std::string> words;
     const auto note = [&] { words.push_back(Words()); };
     EXPECT_TRUE(Recover({note, Click("&Put it back"), note, Click("&Put it back")}));
-    EXPECT_THAT(words, ElementsAre("A record of 09:12 was not saved: qrn0001.txt, record 2.",
-                                   "A record of 09:11 was not saved: qrn0001.txt, record 1."));
+    EXPECT_THAT(words, ElementsAre("1 of 2: A record of 09:12 was not saved: qrn0001.txt, record 2.",
+                                   "2 of 2: A record of 09:11 was not saved: qrn0001.txt, record 1."));
     EXPECT_EQ(File(), Header + "a|b|typed\n1|2|new\n");
     EXPECT_EQ(Kept(), 0);
 }
@@ -154,6 +154,19 @@ TEST_F(RecoveryBar, LeavesADraftForLater) {
     Keep(1, u"a|b|c", {u"a", u"b", u"typed"});
     EXPECT_TRUE(Recover({Click("&Later")}));
     EXPECT_EQ(Kept(), 1);
+}
+
+TEST_F(RecoveryBar, LeavesTheFormAtItsSize) {
+    QSize usual;
+    {
+        WindowDevice other{OfType(0), Looks{}};
+        other.Platform.StartProgram();
+        usual = other.Platform.window.size();
+    }
+    Keep(1, u"a|b|c", {u"a", u"b", u"typed"});
+    EXPECT_TRUE(Recover({Click("&Later")}));
+    Device.Platform.StartProgram();
+    EXPECT_EQ(Device.Platform.window.size(), usual);
 }
 
 TEST_F(RecoveryBar, EndsWithTheSession) {

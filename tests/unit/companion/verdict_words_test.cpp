@@ -50,7 +50,7 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(WordsRow{Fate::Taken, "● Moisture 14.1 % → Wall", Outcome::Taken},
                     WordsRow{Fate::Replaced, "● Moisture 14.1 % → Wall, in place of 12.0 %", Outcome::Taken},
                     WordsRow{Fate::Kept, "○ Wall keeps 12.0 %, not Moisture 14.1 %", Outcome::Left},
-                    WordsRow{Fate::OpenField, "● into the open field: Wall", Outcome::Alarm},
+                    WordsRow{Fate::OpenField, "● into the open field: Wall, Moisture 14.1 %", Outcome::Alarm},
                     WordsRow{Fate::NoRow, "○ refused: no row of Climate Meter asks for \"Moisture\"", Outcome::Alarm},
                     WordsRow{Fate::NoColumn, "● shown, but no column of qrn0001.txt holds it", Outcome::Alarm},
                     WordsRow{Fate::NoRecord, "● shown, but qrn0001.txt has no record for it", Outcome::Alarm},
