@@ -205,7 +205,7 @@ TEST_F(TextStreamTest, LeavesNoHalfLineOnAFullDisk) {
 
 TEST_F(TextStreamTest, KeepsOneBlockOfAFileOfAHundredMegabytes) {
     Root.Put("x.txt", "one\n");
-    for (const std::uintmax_t size : {50'000'000, 100'000'000}) { // holes: zero bytes and not one line end
+    for (const std::uintmax_t size : {50'000'000U, 100'000'000U}) { // holes: zero bytes and not one line end
         std::filesystem::resize_file(Root.Path("x.txt"), size);
         Add("\n");
     }
