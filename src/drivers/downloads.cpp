@@ -13,8 +13,6 @@
 #include "src/view/prompt.h"
 #include "src/view/questions.h"
 
-#include <algorithm>
-
 namespace modQuorin {
 
 using namespace modFileSystem;
@@ -90,7 +88,7 @@ void LoadDownloadList(const Text& driver) {
         if (GetField(u"DRIVER") == driver) {
             Downloads.DownloadFiles.push_back(GetField(u"FILE"));
             Downloads.DownloadAliases.push_back(GetField(u"ALIAS"));
-            Downloads.DownloadLines.push_back(Table.RowLine);
+            Downloads.DownloadLines.append(Table.RowLine).push_back(u'\n');
         }
         NextRow();
     }
@@ -163,10 +161,14 @@ void DeleteDownload(Text driver, Text file) {
 }
 
 Text ListedLineOf(const Text& file) {
-    const auto listed = std::find(Downloads.DownloadFiles.begin(), Downloads.DownloadFiles.end(), file);
-    return listed == Downloads.DownloadFiles.end()
-               ? Text()
-               : Downloads.DownloadLines[static_cast<std::size_t>(listed - Downloads.DownloadFiles.begin())];
+    TextView lines = Downloads.DownloadLines;
+    for (const Text& listed : Downloads.DownloadFiles) {
+        const std::size_t end = lines.find(u'\n');
+        if (listed == file)
+            return Text(lines.substr(0, end));
+        lines.remove_prefix(end + 1);
+    }
+    return {};
 }
 
 Text RegisterLineOf(const Text& file) {

@@ -14,7 +14,8 @@ inline const Text ControlHeader = u"DRIVER|FILE|DATE|ALIAS";
 struct DownloadState {
     std::vector<Text> DownloadFiles;   ///< files of the current driver's downloads; entry n has index n-1
     std::vector<Text> DownloadAliases; ///< their aliases, same index, empty for none
-    std::vector<Text> DownloadLines;   ///< their lines in the register, same index
+    Text DownloadLines; ///< their lines in the register, each ended by a line feed: one text, for registers that are
+                        ///< long
 };
 inline DownloadState Downloads;
 
