@@ -129,25 +129,30 @@ const LineRow Rows[] = {
               link.Trouble = "/dev/ttyUSB0 is not there";
           }),
      "Link down for 2 s: Com1: /dev/ttyUSB0 is not there, trying again; last: ● Moisture 14.1 % → Moisture, 20:30:12",
-     Alarm,
-     "Link down: Com1: /dev/ttyUSB0 is not there, trying again"},
+     Alarm, "Link down: Com1: /dev/ttyUSB0 is not there, trying again"},
     {"pulled a moment after a reading that was refused", With(Refused(4), [](LinkView& link) { link.Open = false; }),
      "○ refused: no row of Meter asks for \"Bogus\", 4 s ago", Alarm,
      "○ refused: no row of Meter asks for \"Bogus\", 20:30:12"},
     {"down for longer than a refused reading is shown",
-     With(Refused(5), [](LinkView& link) { link.Open = false; link.DownFor = 4; }),
+     With(Refused(5),
+          [](LinkView& link) {
+              link.Open = false;
+              link.DownFor = 4;
+          }),
      "Link down for 4 s: Com1: waiting for it to open; last: ○ refused: no row of Meter asks for \"Bogus\", 20:30:12",
      Alarm, "Link down: Com1: waiting for it to open"},
     {"an adapter with a long name",
-     With(Serial(), [](LinkView& link) { link.Path = "/dev/serial/by-id/usb-FTDI_FT232R_USB_UART_A10KZP5N-if00-port0"; }),
+     With(Serial(),
+          [](LinkView& link) { link.Path = "/dev/serial/by-id/usb-FTDI_FT232R_USB_UART_A10KZP5N-if00-port0"; }),
      "Link open: Com1 (/dev/serial/…UART_A10KZP5N-if00-port0); no reading yet", Plain,
      "Link open: Com1 (/dev/serial/…UART_A10KZP5N-if00-port0); no reading yet"},
     {"an adapter with a long name that is not there",
-     With(Serial(), [](LinkView& link) {
-         link.Path = "/dev/serial/by-id/usb-FTDI_FT232R_USB_UART_A10KZP5N-if00-port0";
-         link.Open = false;
-         link.Trouble = link.Path + " is not there";
-     }),
+     With(Serial(),
+          [](LinkView& link) {
+              link.Path = "/dev/serial/by-id/usb-FTDI_FT232R_USB_UART_A10KZP5N-if00-port0";
+              link.Open = false;
+              link.Trouble = link.Path + " is not there";
+          }),
      "Link down: Com1: /dev/serial/…UART_A10KZP5N-if00-port0 is not there, trying again", Plain,
      "Link down: Com1: /dev/serial/…UART_A10KZP5N-if00-port0 is not there, trying again"},
     {"not tried yet", With(Serial(), [](LinkView& link) { link.Open = false; }),
