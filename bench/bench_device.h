@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A device to measure on: one without a window over a folder, whose program has started, and whom nobody watches.
+// A device to measure on: headless, with its storage in a folder and its program started.
 #pragma once
 
 #include "backends/headless/headless_platform.h"
@@ -10,15 +10,15 @@
 
 namespace bench {
 
-/// Sees to it that nothing is measured that did not go as planned.
+/// Stops the benchmark when a message box opens or a save fails, so that no failed run is measured.
 class BenchWatcher final : public backends::SilentWatcher {
 public:
-    // A box would be waited for until the end of days.
+    // Without this a run would wait for an answer for ever.
     void BoxOpened(const Text& text, platform::BoxButtons, platform::BoxIcon, const Text&) override;
     void NotSaved(const Text& file, const Text& why) override;
 };
 
-/// The files of the device lie in `root`; port 1 is the terminal `port`, or none.
+/// The files of the device are in `root`; port 1 is the terminal `port`, or none.
 backends::DeviceOptions OptionsFor(const std::string& root, const std::string& port = {});
 
 class BenchDevice {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Framing and decoding of what instruments send, against readers that know less.
+// Framing and decoding of what instruments send, compared with simpler readers.
 #include "bench/blob_readers.h"
 #include "bench/inputs.h"
 #include "bench/processes.h"
@@ -22,7 +22,7 @@ constexpr std::int64_t CountedBlobs = 10000; ///< while each instruction is coun
 constexpr std::size_t ChunkSize = 64;
 constexpr std::int64_t NoiseBytes = 10000000;
 
-/// The product's side: what comes is handed over, and each result is taken up.
+/// The product's side: passes the text to the framing and collects each result.
 void HandOver(const Text& text, Found& found) {
     if (!modBLob::ExtractBlobs(text))
         return;
@@ -72,7 +72,7 @@ double ByReader(Reader reader, const std::string& stream, const Found& expected)
     return taken;
 }
 
-/// A stream as the instrument sends it, and as the serial port hands it over.
+/// A stream as the instrument sends it, and as the serial port delivers it.
 struct Streams {
     explicit Streams(std::int64_t blobs)
         : Bytes(Stream(blobs)), Characters(modStringTools::FromBytes(Bytes)), Expected(FoundIn(SplitByHand(Bytes))) {
@@ -107,8 +107,8 @@ Sides AgainstOnePattern(const std::string&) {
     return AgainstReader(MatchOnce, false);
 }
 
-/// Pieces of so many characters; one more where a CR would be parted from its LF, since what hands text over does so by
-/// whole lines, and a pair that is parted between two BLobs costs the second one.
+/// Returns pieces of ChunkSize characters, one more where a CR would be separated from its LF: the product gets whole
+/// lines, and a pair that is split between two BLobs would lose the second one.
 std::vector<Text> Chunks(const Text& text) {
     std::vector<Text> chunks;
     for (std::size_t start = 0; start < text.size(); start += chunks.back().size()) {
@@ -127,7 +127,7 @@ Sides Chunked(const std::string&) {
             [tenth, chunks = Chunks(tenth->Characters)] { return InChunks(chunks, tenth->Expected); }};
 }
 
-/// One BLob behind so much noise: the noise stands in the buffer before and afterwards.
+/// Measures one BLob after so much noise. The noise is in the buffer before and afterwards.
 double BehindNoise(const std::string& noise, const std::string& blob) {
     Forget();
     modBLob::Decoder.ConnectedID = u"QI-0001";
@@ -155,7 +155,7 @@ Sides Noisy(const std::string&) {
             [tenth = Noise(NoiseBytes / 10), blob] { return BehindNoise(tenth, blob); }};
 }
 
-/// A BLob of so many variables, and so many results that have all of them.
+/// A BLob of so many variables, and so many results, each of which has all of them.
 Text ManyOfBoth(std::int64_t count) {
     std::string text = "[BLob]\r[ORIGIN \"QI-0001\"]\r";
     for (std::int64_t i = 0; i < count; ++i)
@@ -187,7 +187,7 @@ Sides SharedVariables(const std::string&) {
             [tenth] { return HeldBySlots(*tenth, Count / 10); }};
 }
 
-// --- Instructions: the program runs itself under the counter, which looks at the work alone
+// --- Instructions: the program runs itself under callgrind, which counts the measured work alone
 
 constexpr const char* CountMode = "--count";
 

@@ -9,13 +9,13 @@ namespace bench {
 
 namespace {
 
-/// What the lines have said so far, in the same order as the tags of a record come.
+/// What the lines have said so far. The tags of a record come in a fixed order.
 struct Collected {
     Reading Current;
     std::vector<Reading> Readings;
 };
 
-/// The next line without its line end; the stream goes on behind it.
+/// Returns the next line without its line end, and removes it from the stream.
 std::string_view TakeLine(std::string_view& stream) {
     const void* const found = std::memchr(stream.data(), '\n', stream.size());
     const std::size_t end =
@@ -27,7 +27,7 @@ std::string_view TakeLine(std::string_view& stream) {
     return line;
 }
 
-/// What stands between the line's first quote and the `"]` at its end.
+/// Returns the text between the line's first quote and the `"]` at its end.
 std::string_view Quoted(std::string_view line) {
     const void* const quote = std::memchr(line.data(), '"', line.size());
     if (quote == nullptr)
@@ -65,7 +65,7 @@ RE2::Options AnyCase() {
     return options;
 }
 
-/// The piece of the line that a pattern's group has matched.
+/// Returns true if the pattern matches; `value` is then the piece of the line that its group has matched.
 bool Fits(const RE2& pattern, std::string_view line, std::string_view& value) {
     std::array<re2::StringPiece, 2> pieces;
     const re2::StringPiece text(line.data(), line.size());

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Other ways to get the values out of a stream of BLobs. None of them knows the product's dialect, its variables by
-// name, its refusals or its odd results: each reads well-formed records, and no more.
+// Other ways to get the values out of a stream of BLobs. Each reads well-formed records alone: none of them knows the
+// product's dialect, its variables by name, its refusals or its odd results.
 #pragma once
 
 #include <cstdint>
@@ -18,7 +18,7 @@ struct Reading {
     std::string_view Unit;
 };
 
-/// What a reader has found in a stream, for the comparison with the others.
+/// What a reader has found in a stream, to compare it with the other readers.
 struct Found {
     std::int64_t Values = 0;
     std::int64_t Characters = 0; ///< in the types, the values and the units
@@ -29,12 +29,12 @@ Found FoundIn(const std::vector<Reading>& readings);
 /// Each line by memchr, its quoted text by memchr, and one comparison of its keyword.
 std::vector<Reading> SplitByHand(std::string_view stream);
 
-/// Seven patterns of RE2 for each line, tried in turn until one fits. A value reaches to its line's last quote, as it
-/// does for the product: a type line may hold several quoted texts.
+/// Seven patterns of RE2 for each line, tried in turn until one matches. A value ends at its line's last quote, as it
+/// does for the product: a type line may contain several quoted texts.
 std::vector<Reading> MatchInTurn(std::string_view stream);
 
-/// One pattern of RE2 for each line, whatever its keyword is. A value ends at the next quote, which lets RE2 go over
-/// the line once; several quoted texts in a line are beyond it.
+/// One pattern of RE2 for all keywords. A value ends at the next quote, which lets RE2 read the line once; it can't
+/// read several quoted texts in a line.
 std::vector<Reading> MatchOnce(std::string_view stream);
 
 } // namespace bench

@@ -12,7 +12,7 @@ namespace bench {
 namespace {
 
 constexpr std::int64_t Million = 1000000;
-constexpr int Starts = 20; ///< in one run, whose figure is their median: one start is at the mercy of the scheduler
+constexpr int Starts = 20; ///< in one run, whose figure is their median: a single start depends on the scheduler
 
 void Write(const std::string& path, const std::string& text) {
     std::ofstream(path, std::ios::binary) << text;
@@ -32,8 +32,8 @@ double ToFirstLine(const std::vector<std::string>& words) {
     return taken;
 }
 
-/// The seconds to the answer of a command that waits at its input from the start. Behind the announcement that it is
-/// ready the console answers with a screen.
+/// Returns the seconds to the answer of a command that is in the input from the start. The console first announces that
+/// it is ready, then answers with a screen.
 double ToFirstAnswer(const std::string& root) {
     const double start = Now();
     Child child = Start({Beside("quorin-console"), "--root", root});
@@ -84,7 +84,7 @@ std::string RootWithDownload(const std::string& folder, std::int64_t rows) {
     return root;
 }
 
-/// Sends a command and reads on until the console is ready for the next one. All that it has said.
+/// Sends a command and reads until the console is ready for the next one. Returns all its output.
 std::string Command(const Child& console, const std::string& command) {
     if (!command.empty())
         Tell(console, command + "\n");
@@ -110,7 +110,7 @@ double PeakMegabytes(const Child& console) {
     Fail("no peak of memory");
 }
 
-/// The peak of a console after these commands, the last of which has led to the screen.
+/// Returns the peak memory of a console after these commands, the last of which leads to the screen.
 double PeakAfter(const std::string& root, const std::vector<std::string>& commands, const std::string& screen) {
     Child console = Start({Beside("quorin-console"), "--root", root});
     Command(console, "");

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Preloaded into a program with a window: ends it as soon as its first frame has been painted and is to be shown. What
-// is measured then is all that comes before, as a person sees it, and in any program alike.
+// Preloaded into a program with a window: ends it as soon as its first frame has been painted and is to be shown. The
+// run time of the program is then the time to its first frame, measured in the same way for every program.
 #include <QBackingStore>
 
 #include <unistd.h>

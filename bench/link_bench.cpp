@@ -28,7 +28,7 @@ constexpr std::int32_t ValueColumn = 1;
 constexpr std::int64_t TickMilliseconds = 500;
 constexpr int MostTicks = 3;
 
-/// A pseudo terminal, the instrument's end open.
+/// A pseudo terminal, of which the instrument's end is open.
 class Terminal {
 public:
     Terminal() : Instrument_(::posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC)) {
@@ -51,8 +51,8 @@ private:
     int Instrument_;
 };
 
-/// Sends a record on a thread of its own, its last byte when all others have long been read, and runs what waits for it
-/// meanwhile. The seconds from the last byte to the end of the waiting.
+/// Sends a record on a thread of its own, the last byte long after the others have been read, while `wait` waits for
+/// it. Returns the seconds from the last byte to the end of `wait`.
 template <typename Waiting>
 double FromLastByte(const Terminal& terminal, const std::string& record, Waiting wait) {
     double sent = 0;
@@ -76,7 +76,7 @@ std::vector<std::string> SomeRecords() {
     return records;
 }
 
-// --- The floor: a loop that polls and reads
+// --- The reference ("floor"): a loop that polls and reads
 
 class PlainReader {
 public:
@@ -115,13 +115,13 @@ std::vector<double> ReadPlainly(const Terminal& terminal, const std::vector<std:
     return taken;
 }
 
-// --- The product: its record screen, and its clock in our hand
+// --- The product: its record screen, with a clock that the benchmark sets
 
 void Write(const std::string& path, const std::string& text) {
     std::ofstream(path, std::ios::binary) << text;
 }
 
-/// The data folder of a device with one driver, whose records take the results.
+/// The data folder of a device with one driver, whose records have a field for the results.
 std::string RootWithDriver(const std::string& folder) {
     const std::string root = folder + "/link";
     std::filesystem::remove_all(root);
@@ -145,8 +145,8 @@ struct Listening {
 
     bool HasValue() { return !Device.Platform.grdMain.Cell(ValueRow, ValueColumn).empty(); }
 
-    /// Sleeps until the record is there. The half second of quiet that must follow it is let pass by the clock alone,
-    /// so that it is not in the figure: all that is done at its end is.
+    /// Sleeps until the record has arrived. The half second of quiet that must follow it passes on the device's clock
+    /// alone, so that it is not in the figure; the work at its end is.
     void WaitForValue() {
         while (!modBluetooth::Receive.BlobEndSeen)
             Device.Platform.loop.WaitOnce();

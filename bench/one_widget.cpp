@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The least that shows a window with something to read in it: what Qt itself needs to come up. The window is as large
+// The smallest program that shows a window with a text: the time that Qt itself needs to start. The window is as large
 // as the product's.
 #include <QApplication>
 #include <QLabel>

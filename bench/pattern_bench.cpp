@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The pattern matcher on long lines and on whatever a driver or an instrument may bring it.
+// The pattern matcher on long lines, and on random pairs of a line and a pattern.
 #include "bench/inputs.h"
 #include "bench/ratio.h"
 #include "src/text/patterns.h"
@@ -55,7 +55,7 @@ struct Pair {
     double Seconds = 0;
 };
 
-/// A length up to the longest: each power of two is as likely as the others.
+/// A length up to `Longest`: each power of two is as likely as the others.
 std::size_t DrawLength(Generator& generator) {
     const double power = static_cast<double>(Draw(generator, 0, 1000)) / 1000;
     return static_cast<std::size_t>(std::pow(static_cast<double>(Longest), power));
@@ -147,7 +147,7 @@ Trial TryPairs() {
     return trial;
 }
 
-/// A single measurement may be another program's fault: the worst is told by each suspect's best of three.
+/// Returns the largest of the suspects' times, each the best of three: another program may disturb one measurement.
 double WorstOf(std::vector<Pair>& suspects) {
     for (Pair& pair : suspects)
         pair.Seconds = std::min({SecondsOf(pair), SecondsOf(pair), SecondsOf(pair)});

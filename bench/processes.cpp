@@ -17,7 +17,7 @@ namespace bench {
 
 namespace {
 
-/// Which of the child's ends are ours; -1 leaves the standard one to /dev/null.
+/// The child's ends of the pipes; -1 for /dev/null in the place of a standard stream.
 struct Ends {
     int Input = -1;
     int Output = -1;

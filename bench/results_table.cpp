@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Makes the table of results out of the lines that the benchmarks print.
+// Makes the table of results from the lines that the benchmarks print.
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -34,7 +34,7 @@ std::string Amount(double amount, const std::string& unit) {
     return unit == "s" ? Duration(amount) : Short(amount) + " " + unit;
 }
 
-/// A mark is a round number, and told as one.
+/// A mark is a round number, and is printed without trailing zeros.
 std::string Round(double number) {
     std::array<char, 32> text{};
     std::snprintf(text.data(), text.size(), "%g", number);
@@ -69,7 +69,7 @@ std::size_t Width(const std::string& text) {
 
 using Cells = std::vector<std::string>;
 
-/// Nothing in a cell may end it.
+/// Escapes bars, each of which would end the cell.
 std::string Escaped(const std::string& text) {
     std::string escaped;
     for (const char character : text)
@@ -97,7 +97,7 @@ Cells CellsOf(const Json& line) {
             Escaped(line.value("note", ""))};
 }
 
-/// The last row is made of all others: how the time grows with the input.
+/// Adds the last row, the worst growth of the others: how the time grows with the input.
 void AddGrowth(std::vector<Cells>& table, const std::vector<Json>& lines) {
     double worst = 0;
     Json where;

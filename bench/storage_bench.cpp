@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Line files and tables against what else would be used for the same work on the same file.
+// Line files and tables, compared with other programs and libraries for the same work on the same file.
 #include "bench/storage_bench.h"
 
 int main(int count, char** words) {

@@ -58,7 +58,7 @@ void BindText(::sqlite3_stmt* statement, int parameter, const std::string& text)
     ::sqlite3_bind_text(statement, parameter, text.data(), static_cast<int>(text.size()), SQLITE_TRANSIENT);
 }
 
-/// The lines behind the header, in one transaction: one at a time they would take the medium's time each.
+/// Writes the lines after the header in one transaction: one at a time, each would wait for the medium.
 void FillLines(Database& database, std::int32_t count) {
     Generator generator(Seed);
     database.Do("BEGIN");
@@ -96,7 +96,7 @@ void MakeDatabase(const LineDatabases& databases, std::int32_t lines) {
     FillLines(database, lines);
 }
 
-/// A line database of so many lines, the header among them, and one of a tenth of them.
+/// A line database of `Lines` lines with the header, and one of a tenth of them.
 std::shared_ptr<LineDatabases> DatabasesOver(const std::string& folder) {
     auto databases = std::make_shared<LineDatabases>();
     databases->Root = folder + "/databases";
@@ -108,7 +108,7 @@ std::shared_ptr<LineDatabases> DatabasesOver(const std::string& folder) {
     return databases;
 }
 
-/// A database of the floor's own, with the same lines in the same tables.
+/// A separate database for the floor, with the same lines in the same tables.
 std::shared_ptr<Database> OwnDatabase(const LineDatabases& databases) {
     const std::string file = databases.Root + "/own.sqlite";
     files::copy_file(databases.File(Lines), file);
@@ -166,7 +166,7 @@ Sides SavingALine(const std::string& folder) {
             [databases, syncs] { return SyncNote(databases->Syncs, *syncs); }};
 }
 
-/// Adds a row in front of all others and takes it away again, so that each turn finds the same lines.
+/// Inserts a row before all others and deletes it again, so that each turn has the same lines.
 double AddFirstRow(LineDatabases& databases, std::int32_t lines) {
     OpenTable(NameOf(lines), u"r", u"TEXT", u"QVRN");
     FirstRow();

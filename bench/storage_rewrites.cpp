@@ -23,7 +23,7 @@ namespace files = std::filesystem;
 constexpr std::int32_t Large = 1000000;
 constexpr std::int32_t Small = 100000;
 
-/// Tables of their own, as they change, and the device that they are changed on.
+/// The tables that the benchmarks change, and the device that they are changed on.
 struct ChangingTables {
     std::string Root;
     std::int32_t Turn = 0;
@@ -50,7 +50,7 @@ std::shared_ptr<ChangingTables> TablesOver(const std::string& folder, std::int32
     return tables;
 }
 
-/// What the middle row's second field becomes: another text of the same length each time.
+/// Returns the next value of the middle row's second field: another text of the same length each time.
 std::string NextValue(std::int32_t& turn) {
     return "saved " + std::to_string(100 + ++turn % 900);
 }
@@ -84,20 +84,20 @@ void SyncPath(const std::string& path) {
     ::close(opened);
 }
 
-/// A file and its folder in turn, so many times.
+/// Syncs a file and its folder in turn, `times` syncs in all.
 void SyncInTurn(const std::string& file, long times) {
     for (long i = 0; i < times; ++i)
         SyncPath(i % 2 == 0 ? file : files::path(file).parent_path().string());
 }
 
-/// A file of the floor's own, with the same rows.
+/// A separate file for the floor, with the same rows.
 std::string OwnFile(const ChangingTables& tables, std::int32_t rows, const std::string& name) {
     const std::string file = tables.Root + "/" + name + ".txt";
     files::copy_file(tables.File(rows), file, files::copy_options::overwrite_existing);
     return file;
 }
 
-/// What a careful person would do by hand: a copy beside, a copy over the old file, each brought to the medium.
+/// The same by system tools: a copy beside the file, then a copy over the file, each synced.
 double CopyTwice(const std::string& file, long syncs) {
     const std::string scratch = file + ".scratch";
     files::remove(scratch);

@@ -107,7 +107,7 @@ double TimedWalk(std::int32_t count, std::int64_t expected) {
     return taken;
 }
 
-/// The loop over the lines alone: what a field costs is the product's to pay.
+/// The loop over the lines alone: only the product's side also reads fields.
 double TimedGetline(const std::string& file, std::int64_t rows) {
     std::int64_t lines = 0;
     const double taken = Seconds([&] {
@@ -141,7 +141,7 @@ Sides WalkAgainstGawk(const std::string& folder) {
             }};
 }
 
-// --- Going to the middle and back some rows
+// --- To the middle and back some rows
 
 /// To the middle row, and back from there one by one.
 double StepBack(std::int32_t count, std::int32_t steps) {
@@ -191,10 +191,10 @@ Sides SteppingBack(const std::string& folder) {
             [file] { return ScanForEachStep(file, Million, 100); }};
 }
 
-/// Of 10^5 rows, 4 MB are read a step, which a processor's last cache holds; of 10^6 rows 40 MB, which it does not. The
+/// Of 10^5 rows, 4 MB are read a step, which fit into a processor's last cache; of 10^6 rows 40 MB, which do not. The
 /// time grows 17 to 36 times between these two sizes for product and plain scan alike, while the instructions grow 9.9
 /// and 9.3 times (callgrind): what grows is the time that the system needs to copy from memory in place of the cache.
-/// So the growth is taken between two sizes that both lie beyond the cache.
+/// So the growth is measured between two sizes that are both larger than the cache.
 Sides SteppingBackBeyondTheCache(const std::string& folder) {
     const std::string file = RowsFile(folder, 10 * Million);
     const std::string tenthFile = RowsFile(folder, Million);
@@ -225,7 +225,7 @@ Sides Registering(const std::string& folder) {
     };
     const std::int64_t expected = linesOf(file);
     const std::int64_t tenth = linesOf(tenthFile);
-    // Only one program runs at a time in a process, so the register changes its file under the one device.
+    // A process can run one program at a time, so both sizes use one device, and the register's file is exchanged.
     const auto swap = [file, tenthFile] {
         const std::string aside = tenthFile + ".aside";
         std::rename(file.c_str(), aside.c_str());

@@ -10,7 +10,7 @@ long Syncs = 0;
 
 } // namespace
 
-// These stand in front of the C library's own of the same names, in all of the program.
+// These replace the C library's routines of the same names in the whole program.
 extern "C" int fsync(int file) {
     ++Syncs;
     return static_cast<int>(::syscall(SYS_fsync, file));

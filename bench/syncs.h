@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-// How often a program that has this linked in has asked for its files to reach the medium.
+// Counts the syncs of a program that this is linked into.
 #pragma once
 
 namespace bench {
 
-/// Of this process, by fsync and fdatasync, since its start.
+/// The calls of fsync and fdatasync by this process since its start.
 long SyncsSoFar();
 
 } // namespace bench

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// What the text tools cost. The argument of each is the length of its text in characters; where the cost grows with the
-// text alone, the figure for a hundredfold text is a hundredfold one.
+// The time of the text tools. The argument of each benchmark is the length of its text in characters; where the time is
+// linear, a text of hundred times the length takes hundred times as long.
 #include "src/text/patterns.h"
 #include "src/text/ranges.h"
 
@@ -31,7 +31,7 @@ void AnchoredTagInALineOfNoise(benchmark::State& state) {
 }
 BENCHMARK(AnchoredTagInALineOfNoise)->Arg(80)->Arg(8000);
 
-// Lines of a record without the tag that is looked for.
+// Lines of a record without the tag that is searched for.
 void TagThatIsNotThere(benchmark::State& state) {
     Look(state, Repeated(u"[RESULT_VALUE \"23.4\"]\r", state.range(0)), u"[CONNECT");
 }
@@ -43,13 +43,13 @@ void QuotedText(benchmark::State& state) {
 }
 BENCHMARK(QuotedText)->Arg(40)->Arg(4000);
 
-// The last variable of a list, behind which no bar is found.
+// The last variable of a list, after which there is no bar.
 void VariableOfAList(benchmark::State& state) {
     Look(state, Repeated(u"|Site=12", state.range(0)), u"=.+|");
 }
 BENCHMARK(VariableOfAList)->Arg(80)->Arg(8000);
 
-// The name of a variable, meant to keep the matcher busy.
+// The name of a variable that is a hard case for the matcher.
 void HostileName(benchmark::State& state) {
     Look(state, Repeated(u"abcab=", state.range(0)), u".+b+.+b+.+b+.+b+.+b+.+b+x=");
 }
@@ -75,7 +75,7 @@ void TokenOfARow(benchmark::State& state) {
 }
 BENCHMARK(TokenOfARow)->Arg(100)->Arg(10000);
 
-// A line of a file to text and back; ASCII, and with a letter beyond it in every ten.
+// A line of a file to text and back; in ASCII, and with one letter in ten beyond ASCII.
 void LineToTextAndBack(benchmark::State& state, const std::string& piece) {
     std::string line;
     while (line.size() < static_cast<std::size_t>(state.range(0)))

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What a person waits for at the window: the first frame after the start, and the frame after a key.
+// The waiting times at the window: to the first frame after the start, and to the frame after a key.
 #include "backends/input/gestures.h"
 #include "bench/bench_device.h"
 #include "bench/processes.h"
@@ -48,7 +48,7 @@ constexpr int Fields = 200;
 constexpr int Presses = 600;
 constexpr double Percent = 99;
 
-/// Sees frames go to the screen.
+/// Counts the paint events of a widget.
 class FrameWatch final : public QObject {
 public:
     int Frames = 0;
@@ -81,7 +81,7 @@ public:
         Device_.grdMain.Widget().installEventFilter(&Watch_);
     }
 
-    /// The seconds from a key to the frame that shows what has come of it.
+    /// Returns the seconds from a key to the frame that shows its effect.
     double Press() {
         const std::int32_t row = Device_.grdMain.Row();
         if (row == 0 || row == Fields - 1)
@@ -110,7 +110,7 @@ private:
     backends::qt::QtPlatform Device_;
     windowtest::WindowHand Hand_{Device_};
     FrameWatch Watch_;
-    bool Down_ = true; ///< through the record, and up again
+    bool Down_ = true; ///< the direction through the record
 };
 
 Sides Pressing(const std::string& folder) {
@@ -151,7 +151,7 @@ int main(int count, char** words) {
     if (count < 2)
         Fail("which folder?");
     ::setenv("QT_QPA_PLATFORM", "offscreen", 1);
-    ::setenv("XDG_RUNTIME_DIR", words[1], 1); // Qt wants one
+    ::setenv("XDG_RUNTIME_DIR", words[1], 1); // required by Qt
     const QApplication application(count, words);
     return Main(
         count, words,
