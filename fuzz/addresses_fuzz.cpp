@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The text is the address of a port, as a person writes it. An address that is accepted is the same address after it
-// was written out and read again; one that is refused has a reason.
+// The bytes are the address of a port, as a person writes it. An accepted address is the same after it was written and
+// read again; a refused one has a reason.
 #include "backends/serial/port_address.h"
 #include "fuzz/technician.h"
 

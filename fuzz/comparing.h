@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A fuzz target out of a comparison of two forms: the fuzzer's bytes are its choices.
+// Makes a fuzz target of a comparison (tests/reference): the fuzzer's bytes are its choices.
 #pragma once
 
 #include "tests/reference/choices.h"

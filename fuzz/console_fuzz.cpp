@@ -10,7 +10,8 @@
 
 namespace {
 
-/// The script without what would be its own fault: `quit` ends the process, and each timer of a century does fire.
+/// Returns the script without `quit`, which ends the process, and with shorter times for `tick`, which raises every
+/// timer of the time that it is given.
 std::string Harmless(const std::string& script) {
     constexpr std::size_t LongestTime = 5; // digits of milliseconds
     std::istringstream in(script);
@@ -44,7 +45,7 @@ void Play(const fuzz::Place& place, const std::string& script, std::int32_t devi
     options.StartMoment = *backends::MomentFromText("2007-03-05T09:30:00");
     backends::HostDevice host(options);
     backends::headless::HeadlessPlatform device(host, session, session.Out());
-    device.runTime.Rest = [](std::int32_t) {}; // there is nobody else to wait for
+    device.runTime.Rest = [](std::int32_t) {}; // there is nothing to wait for
     backends::headless::HeadlessHand user(device);
     session.Use(device, user);
     try {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Texts of single BLobs.
+// The decoding of single BLobs, compared with the literal form.
 #include "fuzz/comparing.h"
 #include "tests/reference/blob_comparison.h"
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A stream of BLobs and noise, in pieces.
+// The framing and decoding of a stream of BLobs and noise in pieces, compared with the literal form.
 #include "fuzz/comparing.h"
 #include "tests/reference/blob_comparison.h"
 

@@ -8,7 +8,7 @@ namespace {
 
 using fuzz::Technician;
 
-/// A table without rows gets what it lacks, a blank row among it, and keeps the header that it has.
+/// Returns true if a table without rows was completed: it has its old header if it had one, and one blank row.
 bool IsMended(const std::string& table, const std::string& left) {
     const auto before = fuzz::RewrittenLinesOf(table);
     const auto after = fuzz::LinesOf(left);

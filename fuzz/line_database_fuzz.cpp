@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The bytes are the file of a line database in a device's memory: a table, and a driver package as well. What is no
-// database, or a damaged one, may stop the program with a message; a table that was only looked at stays as it is.
+// The bytes are the file of a line database in a device's memory, used as a table and as a driver package. A file that
+// is no database, or a damaged one, may stop the program with a message. A table that was only read stays as it is.
 #include "fuzz/table_use.h"
 
 namespace {
@@ -8,7 +8,7 @@ namespace {
 const std::string Name = "Databases/tableqvd.sqlite";
 const Text FullName = u"Device:\\tableqvd";
 
-/// A file whose writer kept a log beside it is brought back to the form without one as it is opened.
+/// Returns true if the file's writer kept a write-ahead log. Such a file is converted when it is opened.
 bool KeepsALog(const std::string& file) {
     constexpr std::size_t WriteVersion = 18;
     return file.size() > WriteVersion + 1 && (file[WriteVersion] == 2 || file[WriteVersion + 1] == 2);

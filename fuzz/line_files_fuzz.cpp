@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Line files, two of them at once.
+// Operations on two line files at once, compared with the literal form.
 #include "fuzz/comparing.h"
 #include "tests/reference/storage_comparison.h"
 

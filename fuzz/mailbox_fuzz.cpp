@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The bytes are what a server has put into the mailbox while a download stands open. Nothing in them stops the program.
+// The bytes are what a server has put into the mailbox while a download is open. Nothing in them stops the program.
 #include "fuzz/technician.h"
 
 namespace {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
-// The bytes are a driver package: listed, installed twice, and its driver used. It lies on a card or, every other one,
-// in the data folder, where its inf table may take its own place. The table of drivers lacks its last line end.
+// The bytes are a driver package, which is listed and installed twice, and whose driver is used. If their number is
+// even, it is on a card, else in the data folder, where its inf table may replace the package. The table of drivers
+// lacks its last line end.
 #include "fuzz/table_lines.h"
 #include "fuzz/technician.h"
 
@@ -16,7 +17,7 @@ void Install(fuzz::Technician& technician) {
     fuzz::Must(!technician.Boxes.empty(), "an installation without a word");
 }
 
-/// Unless the package has named the table itself as the place of its inf.
+/// Returns true if the table of drivers has kept its lines, or the package names this table as its inf file.
 bool KeepsDrivers(const std::string& package, const std::string& after) {
     std::vector<std::string> lines = fuzz::LinesOf(after);
     lines.resize(2);
@@ -45,6 +46,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t cou
     fuzz::Run(place, deviceType, putFiles, Install, {});
     fuzz::Must(!onCard || place.Bytes("meter.qvd") == package, "a package that was only read has changed");
     fuzz::Must(KeepsDrivers(package, place.Bytes(folder + "drivers.txt")), "a driver that was there is lost");
-    fuzz::WorkOn(place, deviceType, UseDriver); // whatever stops it: an inf may take the place of any table
+    fuzz::WorkOn(place, deviceType, UseDriver); // it may stop with any message: the inf may have replaced any table
     return 0;
 }

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The text tools against their literal forms. The first byte says which.
+// The text tools, compared with their literal forms. The first byte chooses the comparison.
 #include "fuzz/comparing.h"
 #include "tests/reference/patterns_comparison.h"
 #include "tests/reference/ranges_comparison.h"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Where the fuzz targets keep a device's storage, and how one of them says that something does not hold.
+// The storage of a device for the fuzz targets, and their assertion.
 #pragma once
 
 #include <filesystem>
@@ -7,13 +7,13 @@
 
 namespace fuzz {
 
-/// Says what does not hold, and ends the run as a crash does.
+/// If the condition does not hold, prints `what` and ends the run as a crash does.
 void Must(bool holds, const std::string& what);
 
-/// A root folder that each run finds empty, and beside it a file that no run has any business with.
+/// A root folder that each run empties, and beside it a file that no run may touch.
 class Place {
 public:
-    /// In TMPDIR where that is set, else in the memory, where no sync holds up a run.
+    /// In TMPDIR if that is set, else in memory, where a sync takes no time.
     Place();
     ~Place();
     Place(const Place&) = delete;
@@ -22,9 +22,9 @@ public:
     void Empty() const;
     const std::filesystem::path& Root() const { return RootFolder_; }
     void Put(const std::string& name, const std::string& bytes) const;
-    std::string Bytes(const std::string& name) const; ///< empty when the file is not there
+    std::string Bytes(const std::string& name) const; ///< empty if the file does not exist
     bool Has(const std::string& name) const { return std::filesystem::exists(RootFolder_ / name); }
-    /// Nothing has come, gone or changed outside of the root folder.
+    /// Requires that nothing was made, removed or changed outside of the root folder.
     void MustHaveKeptWithinRoot() const;
 
 private:

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What stands between quotes.
+// The text between quotes, compared with the literal form.
 #include "fuzz/comparing.h"
 #include "tests/reference/blob_comparison.h"
 

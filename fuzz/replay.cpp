@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Gives a target the files that are named on its command line, and all files of a folder that is, where no fuzzer is at
-// hand. The name of the file that a target ends at is the last one written.
+// The main program of a target in a build without a fuzzer: runs the target on the files that its command line names,
+// and on all files of a folder that it names. It prints each name first, so the last one is the file that has failed.
 #include <algorithm>
 #include <cstdint>
 #include <cstdio>
@@ -50,5 +50,5 @@ int main(int count, char** paths) {
         }
     }
     std::printf("%d files\n", replayed);
-    return replayed > 0 ? 0 : 2; // a corpus that is not there must not pass
+    return replayed > 0 ? 0 : 2; // a missing corpus is an error
 }

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The bytes come over the serial line, in reads of any length, while a download stands open. They are the same text
-// however they are cut, and nothing in them stops the program.
+// The bytes come over the serial line in reads of different lengths while a download is open. They are the same text
+// wherever they are cut, and nothing in them stops the program.
 #include "fuzz/technician.h"
 
 #include "backends/port/serial_text.h"

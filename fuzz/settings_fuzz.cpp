@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The bytes are the settings file: the program is started on it, its preferences are looked at, and some are stored.
-// Whatever else stands in the file stays there, in its order.
+// The bytes are the settings file: the program is started with it, its preferences are opened, and some are stored. The
+// other lines of the file stay as they are, in their order.
 #include "fuzz/table_lines.h"
 #include "fuzz/technician.h"
 
@@ -8,7 +8,7 @@
 
 namespace {
 
-/// A line that the program may have changed: it sets a key that the program stores.
+/// Returns true if the line sets a key that the program stores, so that the program may have changed it.
 bool SetsAKeyOfOurs(const std::string& line) {
     const std::string key = modStringTools::ToBytes(modStringTools::LowerCase(modStringTools::FromBytes(line)));
     return key.find("storagevolume") != std::string::npos || key.find("comport") != std::string::npos ||
@@ -26,7 +26,7 @@ std::vector<std::string> LinesOfSettings(const std::string& bytes) {
     return fuzz::LinesOf(text);
 }
 
-/// A last line without its end gets one, and a byte-order mark stays at the head.
+/// Returns true if all other lines are still there, and a byte-order mark too. A last line without an end may get one.
 bool KeepsOtherLines(const std::string& before, const std::string& after) {
     if (HasMark(before) != HasMark(after))
         return false;

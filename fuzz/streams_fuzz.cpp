@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A stream of the host.
+// A stream of the host, compared with the literal form.
 #include "fuzz/comparing.h"
 #include "tests/reference/storage_comparison.h"
 

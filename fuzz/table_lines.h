@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Lines of a text file, told apart without any of the product's routines.
+// Splits a text file into lines without any of the product's routines.
 #pragma once
 
 #include <algorithm>
@@ -8,7 +8,8 @@
 
 namespace fuzz {
 
-/// Each line without its end, a line feed with or without one carriage return before it. A last line may lack its end.
+/// Returns the lines without their ends: a line feed, with or without one carriage return before it. The last line may
+/// lack its end.
 inline std::vector<std::string> LinesOf(const std::string& bytes) {
     std::vector<std::string> lines;
     for (std::size_t start = 0; start < bytes.size();) {
@@ -22,7 +23,7 @@ inline std::vector<std::string> LinesOf(const std::string& bytes) {
     return lines;
 }
 
-/// The same of a table that has been written anew since: with blanks for NULs.
+/// The same for a table that the program has rewritten: with blanks for NULs.
 inline std::vector<std::string> RewrittenLinesOf(std::string bytes) {
     std::replace(bytes.begin(), bytes.end(), '\0', ' ');
     return LinesOf(bytes);

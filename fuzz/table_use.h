@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What is done to a table by looking at it.
+// Reads a table with every routine that must not change it.
 #pragma once
 
 #include "fuzz/technician.h"
@@ -7,7 +7,7 @@
 
 namespace fuzz {
 
-/// Opens a table, goes through all rows and looks each field up, but for those that a row is too short to have.
+/// Opens a table, goes through all rows, and reads each field of the rows that are long enough to have all.
 inline void LookAtTable(const Text& fullName) {
     using namespace modFileSystem;
     OpenTable(fullName, u"r", u"TEXT", u"QVRN");

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The one table.
+// Operations on the open table, compared with the literal form.
 #include "fuzz/comparing.h"
 #include "tests/reference/storage_comparison.h"
 

@@ -20,7 +20,7 @@ const char* const Settings = "[Settings]\nComPort=Com1\n";
 
 namespace {
 
-/// Boxes and prompts of one run. No work opens that many: a program that does goes round in a circle.
+/// The limit of boxes and prompts in a run. A program that opens more is in an endless loop.
 constexpr int MostWaits = 1000;
 
 backends::DeviceOptions OnPlace(const Place& place, std::int32_t deviceType) {
@@ -35,7 +35,7 @@ backends::DeviceOptions OnPlace(const Place& place, std::int32_t deviceType) {
 
 Technician::Technician(const Place& place, std::int32_t deviceType)
     : Host(OnPlace(place, deviceType)), Device(Host, *this, *this) {
-    Device.runTime.Rest = [](std::int32_t) {}; // there is nobody else to wait for
+    Device.runTime.Rest = [](std::int32_t) {}; // there is nothing to wait for
     platform::Install(&Device.record);
     modQuorin::ResetModules();
 }

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The whole program on files of any bytes, used by a technician who can't be put off: what the program does not offer
-// at a moment is left out.
+// The whole program on files of arbitrary bytes, and a technician who uses it. An action that is not possible at a
+// moment is skipped.
 #pragma once
 
 #include "backends/headless/headless_hand.h"
@@ -19,8 +19,7 @@ public:
     Technician(const Place& place, std::int32_t deviceType);
     ~Technician() override;
 
-    /// A click on a soft menu entry, and whatever comes of it at once. A box is answered Yes or Ok, a prompt with
-    /// `Answer`.
+    /// Clicks a soft menu entry, and handles what follows at once. A box is answered Yes or Ok, a prompt with `Answer`.
     void Choose(const Text& caption);
     void Tap(std::int32_t row, std::int32_t col = 0);
     /// Edits the value of a row of the record screen in place.
@@ -46,23 +45,24 @@ private:
 
 using Work = std::function<void(Technician&)>;
 
-/// Starts the program on the place as it is and does the work. Gives the message that the program stopped with; an
-/// empty text when it was not stopped.
+/// Starts the program on the place as it is and does the work. Returns the message that the program stopped with; empty
+/// if it was not stopped.
 std::string WorkOn(const Place& place, std::int32_t deviceType, const Work& work);
 
-/// One run: an emptied place, files, the work, and the program can be started again on what that left behind. Nothing
-/// outside of the root was touched, and what stopped the program has one of the allowed `reasons` in its message.
+/// One run: empties the place, puts the files, does the work, and starts the program again on the result. Requires that
+/// nothing outside of the root was touched, that a message that stopped the program contains one of the allowed
+/// `reasons`, and that the second start is not stopped.
 void Run(const Place& place, std::int32_t deviceType, const std::function<void()>& putFiles, const Work& work,
          std::initializer_list<const char*> reasons);
 
-// What the files of a device hold that has the driver "Meter" and one download of it.
+// The contents of the files of a device that has the driver "Meter" and one download of it.
 extern const char* const DriversTable;
 extern const char* const ControlTable;
 extern const char* const InfTable;
 extern const char* const Download;
 extern const char* const Settings;
 
-/// Puts them all; a target then replaces one.
+/// Puts all these files; a target then replaces one.
 void PutMeter(const Place& place);
 
 inline std::string AsString(const std::uint8_t* bytes, std::size_t count) {

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The bytes are a table in a text file. Looking at its rows leaves it as it is, byte for byte; a row that is changed,
-// inserted or deleted leaves each other line as it is.
+// The bytes are a table in a text file. Reading its rows changes no byte; to change, insert or delete a row changes no
+// other line.
 #include "fuzz/table_lines.h"
 #include "fuzz/table_use.h"
 
@@ -9,7 +9,7 @@ namespace {
 const std::string Name = "Quorin/table.txt";
 const Text FullName = u".\\Quorin\\table.txt";
 
-/// A row in the middle of the table; none in a table without rows.
+/// Returns a row in the middle of the table; 0 if it has none.
 std::size_t LineToEdit(const std::vector<std::string>& lines) {
     return lines.size() < 2 ? 0 : lines.size() / 2;
 }

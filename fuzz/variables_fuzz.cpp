@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A variable that is put into a list.
+// A variable that is put into a list, compared with the literal form.
 #include "fuzz/comparing.h"
 #include "tests/reference/blob_comparison.h"
 
