@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The product's forms against the literal ones, on as many made-up cases as are asked for.
+// Compares the product's routines with the literal forms, on a given number of generated cases.
 #pragma once
 
 #include "tests/reference/choices.h"
@@ -13,17 +13,17 @@
 
 namespace reference {
 
-/// Makes up one case out of the choices and has both forms work on it. Gives what they differ in, in a text from which
-/// a person can repeat it by hand; nothing where they agree.
+/// Generates one case from the choices and runs both forms on it. Returns the difference, in a text from which a person
+/// can repeat the case by hand; empty if they agree.
 using Comparison = std::string (*)(Choices&);
 
-/// A number from the environment.
+/// Returns a number from the environment.
 inline std::uint64_t Setting(const char* name, std::uint64_t byDefault) {
     const char* wanted = std::getenv(name);
     return wanted != nullptr ? std::strtoull(wanted, nullptr, 10) : byDefault;
 }
 
-// g++ tells by a macro of its own, clang by a feature.
+// g++ defines a macro, clang has a feature.
 #if defined(__SANITIZE_ADDRESS__)
 inline constexpr bool Sanitized = true;
 #elif defined(__has_feature)
@@ -32,14 +32,14 @@ inline constexpr bool Sanitized = __has_feature(address_sanitizer);
 inline constexpr bool Sanitized = false;
 #endif
 
-/// How many cases this run makes of so many.
+/// Returns how many cases this run makes of `cases`.
 inline std::uint64_t CasesOf(std::uint64_t cases) {
     return cases * Setting("QUORIN_CASES", 1) / Setting("QUORIN_FEWER", 1) / (Sanitized ? 10 : 1);
 }
 
-/// Runs so many cases, each from a seed of its own. QUORIN_SEED in the environment is the seed of the first one,
-/// QUORIN_CASES multiplies their number and QUORIN_FEWER divides it: all of them 1 by default. Under the sanitizers a
-/// tenth of the cases has to do.
+/// Runs so many cases, each from a seed of its own. In the environment QUORIN_SEED is the seed of the first one,
+/// QUORIN_CASES multiplies their number and QUORIN_FEWER divides it; each is 1 by default. A build with sanitizers runs
+/// a tenth of the cases.
 inline void ExpectAgreement(Comparison compare, std::uint64_t cases) {
     const std::uint64_t first = Setting("QUORIN_SEED", 1);
     cases = CasesOf(cases);

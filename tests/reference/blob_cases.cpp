@@ -101,7 +101,8 @@ void BlobCases::AddBlob(Text& text, std::uint32_t depth) {
     AddLine(text, Chosen_.Of(EndLines));
 }
 
-/// Many variables and many results, as of an instrument with many channels: it shows what is kept of each result.
+/// Adds a BLob with many variables and many results, as from an instrument with many channels. It tests how much is
+/// kept for each result.
 void BlobCases::AddLongBlob(Text& text) {
     AddLine(text, u"[BLob]");
     for (std::uint32_t i = Chosen_.Below(64); i > 0; --i)

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Makes up what an instrument might send, and much that none would: whole BLobs, loose tags, noise, tags in other case,
-// bars, missing quotes, all kinds of line ends, lost and doubled characters.
+// Generates what an instrument might send, and much that none would: whole BLobs, loose tags, noise, tags in other
+// case, bars, missing quotes, all kinds of line ends, lost and doubled characters.
 #pragma once
 
 #include "src/text/text.h"
@@ -14,9 +14,9 @@ public:
 
     /// A few BLobs and noise.
     Text Stream();
-    /// A few short lines, most of them tags, in which it is the line ends that matter.
+    /// A few short lines, most of them tags, to test line ends.
     Text ShortStream();
-    /// A text that begins like a BLob and ends like one, more often than not.
+    /// A text that in most cases begins and ends like a BLob.
     Text BlobText();
     /// A list of variables joined by bars, and a variable.
     Text VariableList();

@@ -34,7 +34,7 @@ std::string Shown(std::int64_t number) {
     return std::to_string(number);
 }
 
-/// Both forms, each with its state, and what has been done with them.
+/// Both forms, each with its state, and a record of the steps.
 class BothForms {
 public:
     BothForms() {
@@ -62,7 +62,7 @@ public:
         CompareSlots();
     }
 
-    /// Delivers results, at most that many.
+    /// Delivers results, at most `most`.
     void Deliver(std::uint32_t most) {
         bool more = true;
         for (std::uint32_t i = 0; i < most && more && Differences_.empty(); ++i) {
@@ -102,7 +102,7 @@ private:
         CompareOne("SlotValues", slots.Values, literal.SlotValues);
     }
 
-    /// What waits to be delivered grows with the text, and not with its square.
+    /// Checks that the memory of the undelivered results grows linearly with the text, not with its square.
     void LookAtMemory() {
         constexpr std::size_t EachSlot = 64; // characters, the instrument's name among them
         std::size_t held = 0;

@@ -1,18 +1,18 @@
 // SPDX-License-Identifier: MIT
-// The framing and decoding of BLobs step by step, as the system's documents tell them, with a copy of everything and a
-// scan from the first line after each BLob. Slow, and used by the tests alone, which compare it with the product.
+// The literal framing and decoding of BLobs, step by step, with a copy of everything and a scan from the first line
+// after each BLob. It is slow. Only tests and fuzz targets use it, to compare the product with it.
 #pragma once
 
 #include "src/blob/decoding.h"
 
 namespace reference {
 
-/// With each slot's own copy of everything.
+/// Each slot has its own copy of everything.
 struct LiteralDecoder : modBLob::DecoderState {
     std::vector<Text> SlotTypes, SlotVars, SlotValues;
 };
 
-/// One instrument link's worth of state, of its own.
+/// The state of the link to one instrument.
 struct BlobReference {
     Text BlobBuffer;
     LiteralDecoder Decoder;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Where a made-up case takes its decisions from: a sequence that a seed repeats, or the bytes that a fuzzer made up.
+// The source of the choices of a generated case: a seeded random generator, or the bytes of a fuzzer.
 #pragma once
 
 #include <cstddef>
@@ -12,8 +12,8 @@ public:
     explicit Choices(std::uint64_t seed) : State_(seed) {}
     Choices(const std::uint8_t* bytes, std::size_t count) : Bytes_(bytes), Left_(count) {}
 
-    /// A number from 0 to `count` - 1. Bytes that have run out go on as zeros, so that each case comes to an end that
-    /// takes the first of the offered choices for good.
+    /// Returns a number from 0 to `count` - 1. After the last byte of a fuzzer each further byte is 0, so a case
+    /// must end if it always takes the first choice.
     std::uint32_t Below(std::uint32_t count) {
         if (count < 2)
             return 0;
@@ -31,7 +31,7 @@ public:
     }
 
 private:
-    /// splitmix64, as Vigna published it: the same on every machine, and each seed is as good as any other.
+    /// splitmix64, as Vigna published it: the same on every machine, and good with any seed.
     std::uint64_t Next() {
         State_ += 0x9E3779B97F4A7C15U;
         std::uint64_t mixed = State_;

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
-// The course of a case that takes several steps.
+// The steps of a case, and whether both forms agree.
 #pragma once
 
 #include <string>
 
 namespace reference {
 
-/// What was done, step by step, and whether both forms have agreed on all of it so far.
+/// Records the steps of a case until both forms differ.
 class Course {
 public:
     void Note(const std::string& step) { Steps_ += step + "\n"; }
@@ -17,7 +17,7 @@ public:
         Note("product: " + product + "\nliteral: " + literal);
     }
     bool Agrees() const { return Same_; }
-    /// All steps up to where the forms differ; nothing where they agree.
+    /// Returns all steps and the difference; empty if the forms agree.
     std::string Difference() const { return Same_ ? std::string() : Steps_; }
 
 private:

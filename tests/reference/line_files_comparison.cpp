@@ -61,7 +61,8 @@ public:
     }
 
 private:
-    /// On a real disk two handles stand on two files: what a file's time can't tell is no matter of the forms.
+    /// Returns a name for a handle. On a real disk the two handles never have the same file: a change that the file's
+    /// time does not show is not what these cases compare.
     Text Name(int which) {
         if (OnDisk_)
             return Chosen_.OneIn(6) ? Names[2 + which] : Names[which];
@@ -71,7 +72,7 @@ private:
     void Open(int which) {
         const Text name = Name(which);
         const Text modes[] = {u"a", u"w", u"r"};
-        // Who opens a database for reading must not write to it.
+        // A database that is opened for reading must not be written to.
         const Text& mode = modes[Chosen_.Below(name == Names[2] ? 2 : 3)];
         SoFar_.Note("open " + std::to_string(which) + " " + modStringTools::ToBytes(name + u" " + mode));
         modFileSystem::CloseFile(Handles_[which]);

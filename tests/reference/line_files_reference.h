@@ -14,7 +14,7 @@ using modFileSystem::FileHandle;
 
 class LineFiles {
 public:
-    /// The scratch file lies in the folder, under a name that the random numbers give.
+    /// The scratch file is in `folder`, with a random name.
     LineFiles(MemoryDisk& disk, platform::Random& random, std::int32_t secondsSinceMidnight, Text folder)
         : Files_(disk), Databases_(disk), Chance_(random), Seconds_(secondsSinceMidnight), Folder_(std::move(folder)) {
         disk.MakeFolders(Folder_);

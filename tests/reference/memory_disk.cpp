@@ -22,7 +22,7 @@ bool BeforeInBytes(const Text& a, const Text& b) {
     return modStringTools::ToBytes(a) < modStringTools::ToBytes(b);
 }
 
-/// True for a path that leads outside the disk or is none.
+/// Returns true for a path that leads out of the disk or is not valid.
 bool IsRefused(const Text& path) {
     bool isFirst = true;
     for (TextView rest = path; !rest.empty() || isFirst; isFirst = false) {
@@ -36,7 +36,7 @@ bool IsRefused(const Text& path) {
     return false;
 }
 
-/// Lines that are taken at one go, so that a file of more than these is taken in several.
+/// The most lines that one ReadLines returns: few, so that tests meet files of several blocks.
 constexpr std::int64_t BlockOfLines = 3;
 
 class MemoryStream final : public TextStream {
@@ -117,7 +117,7 @@ public:
             return DeviceFailed;
         std::string& all = File_->Bytes;
         std::string bytes(lines);
-        all.resize(std::max(all.size(), Place_)); // another stream has made the file shorter: a hole is written behind
+        all.resize(std::max(all.size(), Place_)); // another stream may have made the file shorter: NULs fill the gap
         if (Place_ == all.size() && !all.empty() && all.back() != '\n')
             bytes.insert(0, EndOf(all));
         all.replace(Place_, std::min(bytes.size(), all.size() - Place_), bytes);
@@ -129,7 +129,7 @@ public:
         return NoError;
     }
 
-    /// The literal forms know of no other program: for them a name leads to the file that was opened.
+    /// Always succeeds: the literal forms have no other program that could replace the file.
     ErrorNumber CheckName() override { return NoError; }
 
     ErrorNumber Close() override {
@@ -157,7 +157,7 @@ private:
 
     StreamMode Mode_;
     std::shared_ptr<MemoryFile> File_;
-    bool HasWritten_; ///< also by being made
+    bool HasWritten_; ///< also true for a new file
     bool IsClosed_ = false;
     std::size_t Place_ = 0;
     std::int64_t Seen_ = 0;
@@ -292,7 +292,7 @@ ErrorNumber MemoryFiles::DeleteFile(const Text& fullName) {
 
 namespace {
 
-/// The store knows no case.
+/// The store ignores case.
 Text KeyOf(const Text& application, const Text& section, const Text& key) {
     return modStringTools::LowerCase(application + u"\n" + section + u"\n" + key);
 }

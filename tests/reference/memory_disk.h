@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Files, line databases and settings that last as long as a case, with every operation in its plainest form. The
-// storage suites of tests/conformance run on them.
+// Files, line databases and settings in memory, with the simplest form of every operation. The storage suites of
+// tests/conformance run on them.
 #pragma once
 
 #include "src/view/platform/device.h"
@@ -15,12 +15,12 @@
 
 namespace reference {
 
-/// The program can't go on.
+/// Thrown where the program would stop.
 struct Stopped {};
 
 struct MemoryFile {
     std::string Bytes;                ///< as the streams of this program see it
-    std::optional<std::string> Saved; ///< as other programs see it, from the first closing of a stream on
+    std::optional<std::string> Saved; ///< as other programs see it; none before a stream has been closed
     std::int64_t Changes = 0;         ///< how often it was written to
 };
 
@@ -32,7 +32,7 @@ struct MemoryLines {
 };
 
 struct MemoryDisk {
-    std::map<Text, std::shared_ptr<MemoryFile>> Files; ///< a file that is replaced goes on for who has it open
+    std::map<Text, std::shared_ptr<MemoryFile>> Files; ///< an open stream keeps a file that is replaced
     std::set<Text> Folders;                            ///< with their trailing `\`; `.\` is always there
     std::map<Text, std::shared_ptr<MemoryLines>> Databases;
 
@@ -44,7 +44,7 @@ struct MemoryDisk {
     bool Has(const Text& fullName) const; ///< a file that was saved
     /// Returns what other programs see of a file; "no such file" for one that was never saved.
     std::string SavedBytes(const Text& fullName) const;
-    /// All that is on it, for a comparison and for a person.
+    /// Returns the whole contents in a readable form, to be compared.
     std::string Shown() const;
 };
 
@@ -115,7 +115,7 @@ private:
     };
 
     OpenDatabase* Find(platform::DatabaseId database);
-    /// Returns the error that keeps it from being changed.
+    /// Returns the error why it can't be changed; NoError if it can.
     platform::ErrorNumber MayWrite(platform::DatabaseId database);
     void MoveTo(platform::DatabaseId database, std::int32_t position);
     platform::LineRecord* CurrentRecord(OpenDatabase& one);

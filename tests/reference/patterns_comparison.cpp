@@ -13,9 +13,9 @@ namespace reference {
 
 namespace {
 
-/// Each character that a pattern gives a meaning, hardly any other, and two that lower-case to the same beyond ASCII.
+/// Each character that has a meaning in a pattern, few others, and two beyond ASCII for case folding.
 constexpr TextView Anything = u"ab=|+.^$\\\"[]\r\n \t1_sdwSDWK\u212A\u00C4";
-/// Few enough characters for long matches and for attempts that fail late.
+/// Few characters, for long matches and for attempts that fail late.
 constexpr TextView Repetitive = u"aab.+$\\";
 
 constexpr TextView Elements[] = {u"a", u"a", u"b", u".", u".", u"\\w", u"\\S", u"\\d", u"A", u"1", u"\\.", u"\\W"};
@@ -46,7 +46,7 @@ Text Joined(Choices& choices, const TextView (&pieces)[Count], std::uint32_t mos
     return text;
 }
 
-/// The literal matcher's time is to the power of the number of repetitions.
+/// Replaces all repetitions but the first `most`: the literal matcher's time has their number as its exponent.
 Text WithFewRepetitions(Text pattern, std::uint32_t most) {
     std::uint32_t met = 0;
     for (char16_t& character : pattern)
@@ -128,7 +128,7 @@ std::int32_t Start(Choices& choices, const Text& text) {
     return static_cast<std::int32_t>(choices.Below(static_cast<std::uint32_t>(text.size()) + 5)) - 2;
 }
 
-/// Some search with FindPattern, which may be given its own result as its start.
+/// True for the cases that use FindPattern, and pass its result variable as its start too.
 bool FindsWithItsOwnResult(Choices& choices) {
     return choices.OneIn(16);
 }
@@ -151,7 +151,7 @@ std::string Compare(Choices& choices, const Text& text, const Text& pattern) {
            (caseSensitive ? ", cases apart: " : ", any case: ") + Told(product) + "; literally " + Told(literal);
 }
 
-/// The first place of `text` for which `places` and a literal search from behind it don't agree.
+/// Returns the first place of `text` for which `places` and a literal search that starts after it differ.
 std::string RestDifference(const Text& text, const Text& rest, const modStringTools::PlaceBits* places) {
     for (std::size_t left = text.size(); left > 0; --left) {
         std::int32_t first = 0;
@@ -182,7 +182,7 @@ std::string CompareLongMatch(Choices& choices) {
 
 std::string CompareRests(Choices& choices) {
     const TextView alphabet = choices.OneIn(2) ? u"aab1$" : u"ab";
-    // Some go over the places of one word, where what is spread over places is carried on.
+    // A long text has more places than one word of bits, so that a carry goes to the next word.
     const bool isLong = choices.OneIn(256);
     const Text text = (isLong ? Runs(choices, alphabet, 60 + choices.Below(25)) : Drawn(choices, alphabet, 11)) + u"a";
     const Text pattern = WithFewRepetitions(u"." + RowsOfRepetitions(choices, 5) + u"a", isLong ? 3 : 6);

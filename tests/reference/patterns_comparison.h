@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The product's pattern matcher against the literal one.
+// Compares the product's pattern matcher with the literal one.
 #pragma once
 
 #include "tests/reference/choices.h"
@@ -8,13 +8,13 @@
 
 namespace reference {
 
-/// A search for a short pattern of any kind in a short text, from any place and with any positions left over.
+/// A search for a short pattern of any kind in a short text, from any place and with any old values of the positions.
 std::string CompareMatch(Choices& choices);
-/// The same in texts that go on for hundreds of characters, most of them in long runs of the same.
+/// The same in texts of up to some 200 characters, most of them long runs of one character.
 std::string CompareLongMatch(Choices& choices);
-/// What a reading says of the rest behind each `+`, for all places. Little of it comes to light in a match.
+/// The sets of places that a reading makes for the rest of the pattern after each `+`. A match uses few of the places.
 std::string CompareRests(Choices& choices);
-/// The patterns that the program itself looks for, in what it finds them in.
+/// The patterns that the program itself uses, in texts like those that it searches.
 std::string CompareOwnPattern(Choices& choices);
 /// A replacement, of one match or of all.
 std::string CompareReplacement(Choices& choices);

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The pattern matcher, written down step by step and as slow as that is. Only tests use it: they hold the product's
-// form against this one, which is right by being simple. No shortcut belongs here.
+// The literal pattern matcher, step by step and slow. Only tests and fuzz targets use it, to compare the product's with
+// it. It is correct because it is simple, so it has no shortcuts.
 #pragma once
 
 #include "src/text/text.h"

@@ -20,7 +20,7 @@ std::int32_t From(Choices& choices, std::int32_t lowest, std::int32_t highest) {
     return lowest + static_cast<std::int32_t>(choices.Below(static_cast<std::uint32_t>(highest - lowest + 1)));
 }
 
-/// A text after an operation, and the positions that it has clamped.
+/// A text after an operation, and the positions, clamped by it.
 struct Changed {
     Text After;
     std::int32_t First = 0;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The product's range operations and token reader against the literal ones.
+// Compares the product's range operations and token reader with the literal ones.
 #pragma once
 
 #include "tests/reference/choices.h"

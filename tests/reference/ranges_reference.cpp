@@ -18,7 +18,7 @@ void Clamp(const Text& text, std::int32_t& first, std::int32_t& last) {
         first = last;
 }
 
-/// The position of the first `wanted` from position `from` on; 0 for none.
+/// Returns the position of the first `wanted` from position `from` on; 0 if there is none.
 std::int32_t Search(const Text& text, std::int32_t from, const Text& wanted) {
     for (std::int32_t position = from; position + Length(wanted) - 1 <= Length(text); ++position)
         if (TextFrom(text, position, Length(wanted)) == wanted)

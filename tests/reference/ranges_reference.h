@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
-// The range operations and the token reader, written down step by step. Only tests use them.
+// The literal range operations and token reader, step by step. Only tests and fuzz targets use them.
 #pragma once
 
 #include "src/text/text.h"
 
 namespace reference {
 
-/// At most `count` characters from position `from` (1 or above) on; empty behind the text's end.
+/// Returns at most `count` characters from position `from` (1 or above) on; empty after the text's end.
 Text TextFrom(const Text& text, std::int32_t from, std::int32_t count);
 
 /// The arguments and results are those of modStringTools' routines of the same names.

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The product's line files, tables and streams against the literal forms.
+// Compares the product's line files, tables and streams with the literal forms.
 #pragma once
 
 #include "tests/reference/choices.h"
@@ -12,10 +12,10 @@ namespace reference {
 std::string CompareLineFiles(Choices& choices);
 /// The same on files and line databases of the host.
 std::string CompareLineFilesOnDisk(Choices& choices);
-/// A short sequence of operations on the one table: results, its state, and what is on the disk at the end.
+/// A short sequence of operations on the open table: results, its state, and what is on the disk at the end.
 std::string CompareTables(Choices& choices);
 std::string CompareTablesOnDisk(Choices& choices);
-/// A stream of the host on a file of any bytes, small or as long as several blocks.
+/// A stream of the host on a file of arbitrary bytes, short or several blocks long.
 std::string CompareStreams(Choices& choices);
 
 } // namespace reference

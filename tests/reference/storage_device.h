@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What the storage needs of a device, for cases by the hundred thousand: files in memory, or on a real disk.
+// What the storage needs of a device, fast enough for hundred thousands of cases: files in memory, or on a real disk.
 #pragma once
 
 #include "backends/headless/headless_platform.h"
@@ -12,7 +12,7 @@
 
 namespace reference {
 
-/// Numbers by chance that cost next to nothing.
+/// A seeded random generator that is fast.
 class QuickNumbers final : public platform::Random {
 public:
     void Seed(std::int32_t number) override { State_ = static_cast<std::uint32_t>(number); }
@@ -30,14 +30,14 @@ class StorageDevice {
 public:
     enum class Kind { InMemory, OnDisk };
 
-    /// The device of a kind, put in place and emptied, with nothing open.
+    /// Returns the device of a kind, installed as the platform, emptied, with nothing open.
     static StorageDevice& Fresh(Kind kind);
     StorageDevice(const StorageDevice&) = delete;
     StorageDevice& operator=(const StorageDevice&) = delete;
     ~StorageDevice();
 
     void Put(const Text& fullName, const std::string& bytes);
-    /// All that is on its disk, as a MemoryDisk shows it.
+    /// Returns the contents of its disk, in the form of MemoryDisk::Shown.
     std::string Shown();
     std::filesystem::path Folder() const { return Root_; }
 

@@ -97,8 +97,8 @@ private:
         return std::to_string(NumberOf(error)) + " " + std::to_string(passed);
     }
 
-    /// How many lines are at hand is the stream's to say; that there is one, and that there are no more than are
-    /// wanted, is not. The literal form reads and writes as many, one by one.
+    /// ReadLines may return any number of lines up to `most`, but at least one if there is one. The literal form reads
+    /// and writes as many, one by one.
     void Take(std::int64_t most, std::string& product, std::string& literal) {
         std::string_view lines;
         std::int64_t taken = 0;

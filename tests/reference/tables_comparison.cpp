@@ -12,7 +12,7 @@ namespace {
 using Kind = StorageDevice::Kind;
 using modFileSystem::Table;
 
-// The last ones have bars around the places where a line is looked through anew.
+// The last ones have bars around the places at which the search for bars starts its next block.
 const char* const Lines[] = {"A|B",
                              "a|b|NAME",
                              "x|y",
@@ -104,7 +104,7 @@ private:
                 OpenTable(Name_, mode, u"TEXT", u"QVRN");
                 return modStringTools::ToBytes(mode);
             case 2:
-                if (OnDisk_) // a file has its text once it is closed, and this leaves the open one as it is
+                if (OnDisk_) // a file on a disk gets its text when it is closed, and CreateTable does not close it
                     CloseTable();
                 CreateTable(Name_, Header_, Mode_.c_str(), u"TEXT", u"QVRN");
                 return {};
