@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The calendar of a shift: milliseconds since 1970 without time zones, and what they look like.
+// The calendar of a shift: milliseconds since 1970 without time zones, and their forms as texts.
 #pragma once
 
 #include <chrono>

@@ -38,7 +38,7 @@ bool IsScratch(const std::string& name) {
                                            [](unsigned char character) { return std::isdigit(character) != 0; });
 }
 
-/// A connection that is closed with its block.
+/// A connection to a line database. The destructor closes it.
 struct Database {
     Database(const fs::path& path, int flags) { sqlite3_open_v2(path.c_str(), &Handle, flags, nullptr); }
     ~Database() { sqlite3_close(Handle); }
@@ -66,7 +66,8 @@ std::string LinesOf(const fs::path& path) {
     return lines;
 }
 
-/// What a killed program has left is for the program to mend: a copy is looked at.
+/// Reads a copy of the database and its journal, because reading repairs what a killed program has left, and the
+/// program itself must do that.
 std::string LinesAfterAKill(const fs::path& path, const fs::path& copy) {
     fs::copy_file(path, copy, fs::copy_options::overwrite_existing);
     fs::copy_file(path.string() + "-journal", copy.string() + "-journal", fs::copy_options::overwrite_existing);
@@ -125,7 +126,7 @@ std::set<std::string> DeviceFolder::Names() const {
     return names;
 }
 
-/// A package comes onto a Palm by beam, as a database, whose name can hold no ending.
+/// Puts a driver package on the device. A Palm receives it by beam as a database, whose name has no ending.
 void DeviceFolder::PutPackage(const std::string& name, const std::string& lines) const {
     if (!Databases_) {
         Put(Data_ / (name + ".qvd"), lines);
@@ -165,7 +166,7 @@ Handheld::Handheld(const Kind& kind, const DeviceFolder& folder, Moment now, std
     Host_ = std::make_unique<backends::HostDevice>(options);
     Platform_.reset(new backends::headless::HeadlessPlatform(*Host_, *this, *this));
     User_ = std::make_unique<backends::headless::HeadlessHand>(*Platform_);
-    Platform_->runTime.Rest = [](std::int32_t) {}; // there is nobody else to wait for
+    Platform_->runTime.Rest = [](std::int32_t) {}; // there is nothing to wait for
     platform::Install(&Platform_->record);
     modQuorin::ResetModules();
 }

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The device of a shift: the whole program, started as often as it ends, and its files as anybody else sees them.
+// The device of a shift: the whole program, started again each time that it ends, and its files as others see them.
 #pragma once
 
 #include "backends/headless/headless_hand.h"
@@ -18,17 +18,17 @@
 
 namespace shift {
 
-/// A kind of device, with what a shift must know of it.
+/// A kind of device.
 struct Kind {
     const char* Name;
     std::int32_t DeviceType;
     Road RoadOfLink;
-    const char* Port;       ///< as the list of ports has it
+    const char* Port;       ///< as in the list of ports
     const char* DataFolder; ///< on the host; nullptr for line databases
 };
 
-/// The host folder of a device. In memory where the machine has such a place: that files reach the medium is another
-/// test's matter, and a shift saves ten thousand times.
+/// The host folder of a device. It is in memory where the machine has such a place, because a shift saves ten thousand
+/// times; power_loss tests that files reach the medium.
 class DeviceFolder {
 public:
     explicit DeviceFolder(const Kind& kind);
@@ -37,9 +37,9 @@ public:
     DeviceFolder& operator=(const DeviceFolder&) = delete;
 
     std::filesystem::path Root() const { return Root_; }
-    /// The lines of a data file, each with LF behind it; nothing when there is no such file.
+    /// Returns the lines of a data file, each followed by LF; nothing if the file does not exist.
     std::optional<std::string> Read(const std::string& name) const;
-    /// The names of all data files; a scratch file that a killed program has left is none.
+    /// Returns the names of all data files, without the scratch files that a killed program has left.
     std::set<std::string> Names() const;
 
     void PutPackage(const std::string& name, const std::string& lines) const;
@@ -55,19 +55,19 @@ private:
     std::filesystem::path Data_;
 };
 
-/// The program on a device. `step` is called whenever the program waits for somebody to do something, also while a box
-/// or a prompt stands, as often as it waits.
+/// The program on a device. `step` is called each time that the program waits for input, also while a box or a prompt
+/// is open.
 class Handheld final : backends::NoCommands, backends::SilentWatcher {
 public:
     Handheld(const Kind& kind, const DeviceFolder& folder, Moment now, std::function<void()> step);
     ~Handheld() override;
 
-    /// Runs the program until it ends, or is left.
+    /// Runs the program until it ends or the test leaves its loop.
     backends::ProgramOver Run();
 
     backends::headless::HeadlessPlatform& Device() { return *Platform_; }
     backends::Hand& User() { return *User_; }
-    /// Boxes and tones since somebody looked.
+    /// Returns the boxes and tones since the last call.
     std::vector<std::string> TakeEvents();
 
 private:
@@ -76,7 +76,7 @@ private:
 
     void BoxOpened(const Text& text, platform::BoxButtons buttons, platform::BoxIcon icon, const Text& title) override;
     void TonePlayed(std::int32_t hertz, std::int32_t milliseconds) override;
-    void Warned(const Text&, const Text&) override {} ///< the model is of the form, which knows nothing of it
+    void Warned(const Text&, const Text&) override {} ///< the form shows no warnings, so the model has none
     void NotSaved(const Text& file, const Text& why) override;
 
     std::function<void()> Step_;

@@ -61,7 +61,7 @@ std::string Instrument::Variable(const Outfit& outfit) {
     return "[DESCRIPTIVE_VAR \"" + name + "=" + Chance_.Of(values) + "\"]";
 }
 
-/// The unit comes last, and ends the result. What is not restated holds on from the result before.
+/// Adds a result. Its last line is the unit, which ends it. A line that is left out has the value of the result before.
 void Instrument::AddResult(const Outfit& outfit, bool first) {
     std::vector<std::string> lines;
     for (std::uint32_t left = Chance_.Below(3); left > 0; --left)
@@ -92,7 +92,7 @@ std::string Instrument::Record(const Outfit& outfit, const std::string& origin, 
 }
 
 std::string Instrument::Transmit(Harm harm) {
-    if (harm == Harm::OtherCase) { // which is a complete record, but none that the decoding is told of
+    if (harm == Harm::OtherCase) { // a complete record, but its end tag does not start the decoding
         for (std::string* tag : {&Lines_.front(), &Lines_.back()})
             std::transform(tag->begin(), tag->end(), tag->begin(), Upper);
     }
@@ -104,7 +104,7 @@ std::string Instrument::Transmit(Harm harm) {
     return harm == Harm::Cut ? Cut(bytes) : bytes;
 }
 
-/// What was to come behind the cut never comes, and the next record may follow in the same line.
+/// Cuts off the end of a record. The next record may follow in the same line.
 std::string Instrument::Cut(const std::string& bytes) {
     std::size_t end = 1 + Chance_.Below(static_cast<std::uint32_t>(bytes.size() - 10));
     while ((static_cast<unsigned char>(bytes[end]) & 0xC0U) == 0x80U)

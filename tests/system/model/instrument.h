@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The instruments of a shift: what they send, and what becomes of it on the way.
+// The instruments of a shift: what they send, and how the line damages it.
 #pragma once
 
 #include "tests/reference/choices.h"
@@ -18,7 +18,7 @@ struct Outfit {
     std::string InfFile;
     std::vector<std::string> InfRows;
     std::string Identity;
-    std::vector<std::string> Types; ///< as they stand behind [RESULT_TYPE
+    std::vector<std::string> Types; ///< as they are written after [RESULT_TYPE
     std::vector<std::string> Units;
     std::vector<std::string> Variables; ///< names
 };
@@ -26,7 +26,7 @@ struct Outfit {
 const std::vector<Outfit>& Outfits();
 inline constexpr const char* InfHeader = "FIELDNAME|VISIBLE|COPY|BLOB|DISPLAY|CSVNAME|DATATYPE|FORMULA";
 
-/// What happened to a record on its way.
+/// What the line did to a record.
 enum class Harm { None, Cut, LineFeeds, OneLineFeed, GluedToNoise, OtherCase, HarmCount };
 
 class Instrument {
@@ -35,7 +35,7 @@ public:
 
     std::string Connect(const std::string& identity);
     std::string Noise();
-    /// A record of so many results at the most, from that origin; whole unless the line does it harm.
+    /// Returns a record of 1 to `most` results from that origin, as it arrives: whole, or with the given damage.
     std::string Record(const Outfit& outfit, const std::string& origin, Harm harm, std::uint32_t most);
     Harm AnyHarm();
 

@@ -19,14 +19,14 @@ bool Begins(const std::string& text, const std::string& tag) {
     return SameInAnyCase(text.substr(0, tag.size()), tag);
 }
 
-/// Between the first and the last double quote.
+/// Returns the text between the first and the last double quote.
 std::string Quoted(const std::string& text) {
     const std::size_t first = text.find('"');
     const std::size_t last = text.rfind('"');
     return first == last ? std::string() : text.substr(first + 1, last - first - 1);
 }
 
-/// The inside of the last such tag of a record.
+/// Returns the text inside the last such tag of a record.
 std::string TagOf(const std::string& record, const std::string& tag) {
     const std::string inside = record.substr(Lower(record).rfind(Lower(tag)) + tag.size());
     return inside.substr(0, inside.find(']'));
@@ -54,21 +54,21 @@ std::string Joined(const std::vector<std::string>& parts) {
     return text;
 }
 
-/// Where the text of a variable ends that is to be replaced: behind the last bar but one of the list, or at its end.
+/// Returns where the text ends that a new variable replaces from `from` on: at the list's last bar, or at its end.
 std::size_t EndOfVariable(const std::string& list, std::size_t from) {
     const std::size_t bar = list.rfind('|');
     for (std::size_t equals = list.find('=', from); equals != std::string::npos; equals = list.find('=', equals + 1)) {
         if (bar != std::string::npos && bar > equals + 1)
             return bar;
         if (equals + 2 == list.size())
-            return equals + 1; // a value of one character stays behind
+            return equals + 1; // a value of one character is not replaced
     }
     return list.size();
 }
 
-/// A variable that is named again takes the place of the first one of its name, and of everything behind that up to the
-/// last bar: of A=1|B=2|C=3, A=9 leaves A=9|C=3. As the last one its place is its own, but for a value of one
-/// character, which stays behind the new text: B=2 and B=5 make B=52.
+/// Adds a variable. If the list has one of its name, the new one replaces the first such one and everything after it up
+/// to the last bar: of A=1|B=2|C=3, A=9 leaves A=9|C=3. If that is the last variable, it alone is replaced; but an old
+/// value of one character stays, after the new text: B=2 and B=5 make B=52.
 void PutVariable(std::vector<std::string>& variables, const std::string& variable) {
     const std::string name = variable.substr(0, variable.find('=')) + "=";
     const std::string list = Joined(variables);
@@ -116,8 +116,8 @@ bool InstrumentText::TakeMailbox(const std::string& bytes) {
 bool InstrumentText::Decode() {
     Buffer_ += Ready_;
     Decoded_ = Ready_.size();
-    // Where one line ends in CR LF a lone line feed is no line end, so that a record with line feeds alone is one line.
-    // It comes to life when nothing but such lines is left and nothing new has come.
+    // If any line ends in CR LF, a lone line feed is no line end, so a record with line feeds alone is one line. It is
+    // decoded when only such lines are left and no new one has come.
     const bool pairs = Buffer_.find("\r\n") != std::string::npos;
     std::string lines;
     for (std::size_t i = 0; i < Buffer_.size(); ++i) {
@@ -130,8 +130,8 @@ bool InstrumentText::Decode() {
     return ExtractRecords();
 }
 
-/// True when a record was decoded and none was refused: the readings of a good record beside a bad one wait for the
-/// next good text.
+/// Returns true if a record was decoded and none was refused. The readings of a good record beside a bad one wait for
+/// the next good text.
 bool InstrumentText::ExtractRecords() {
     bool any = false;
     bool allGood = true;
@@ -142,7 +142,7 @@ bool InstrumentText::ExtractRecords() {
             return any && allGood;
         const std::string text = Buffer_.substr(line, end - line);
         if (Begins(text, "[BLob"))
-            start = line; // the later of two starts counts
+            start = line; // the later of two start tags
         line = end + 1;
         if (start == std::string::npos || !Begins(text, "[/BLob"))
             continue;
@@ -166,7 +166,7 @@ bool InstrumentText::DecodeRecord(const std::string& record) {
         return lose(Fate::Unreadable);
     if (Holds(record, "[CONNECT")) {
         Connected = Quoted(TagOf(record, "[CONNECT"));
-        lose(Fate::Unreadable); // it carries nothing else
+        lose(Fate::Unreadable); // a connecting record delivers no results
         return true;
     }
     if (Holds(record, "[ORIGIN") && Quoted(TagOf(record, "[ORIGIN")) != Connected)
@@ -181,7 +181,7 @@ bool InstrumentText::DecodeRecord(const std::string& record) {
     return true;
 }
 
-/// What a reading does not restate it has from the one before it in its record.
+/// Adds the readings of a record. What a reading does not state, it has from the one before it in its record.
 void InstrumentText::TakeReadings(const std::string& record) {
     Reading reading;
     reading.Types = {""};

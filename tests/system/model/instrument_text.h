@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What the program must make of the text that an instrument sends, told once more in a few plain lines.
+// A second, simple implementation of what the program must make of the text that an instrument sends.
 #pragma once
 
 #include "tests/system/model/ledger.h"
@@ -21,23 +21,23 @@ struct Reading {
 
 bool SameInAnyCase(const std::string& a, const std::string& b);
 
-/// Text in UTF-8 throughout.
+/// The text of the link, in UTF-8.
 class InstrumentText {
 public:
     explicit InstrumentText(Ledger& ledger) : Results_(&ledger) {}
 
-    /// Characters as they come over the line. A line is one once CR LF has come; whether it ends with an end tag in its
-    /// exact form, which is what the decoding waits for.
+    /// Adds characters as they come over the line. A line is complete when CR LF has come. Returns true if a line
+    /// is now complete, and the last such line is an end tag in its exact form, which starts the decoding.
     bool Arrive(const std::string& characters);
-    /// A mailbox file, whose lines end in LF or CR LF; whether there was any.
+    /// Adds a mailbox file, whose lines end in LF or CR LF. Returns true if it has a line.
     bool TakeMailbox(const std::string& bytes);
 
-    /// Hands all lines that have come to the decoding; whether readings are to be captured now. The lines stay until
+    /// Decodes all lines that have come. Returns true if readings are to be captured now. The lines stay until
     /// ForgetLines.
     bool Decode();
-    /// The decoding is over: the lines go, and what has come meanwhile goes with them.
+    /// Removes the lines after the decoding, and also the lines that have come meanwhile.
     void ForgetLines();
-    /// The program has ended: nothing of this is anywhere else.
+    /// Removes everything when the program ends, because nothing of this is in a file.
     void Lose();
 
     std::deque<Reading> Waiting; ///< decoded and not captured yet
@@ -53,10 +53,10 @@ private:
     bool ExtractRecords();
 
     Ledger* Results_;
-    std::string Begun_; ///< no line yet
+    std::string Begun_; ///< an incomplete line
     std::string Ready_;
-    std::size_t Decoded_ = 0; ///< characters of Ready that the decoding has seen
-    std::string Buffer_;      ///< lines that end in CR, of no complete record
+    std::size_t Decoded_ = 0; ///< characters of Ready_ that have been decoded
+    std::string Buffer_;      ///< lines that end in CR and belong to no complete record
 };
 
 } // namespace shift

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What became of each result that an instrument has sent: a result may be lost by a rule, never without one.
+// What became of each result that an instrument has sent. A result may be lost only by a rule.
 #pragma once
 
 #include <cstdint>
@@ -8,28 +8,28 @@
 
 namespace shift {
 
-/// Results are numbered from 1 in the order in which they are sent; 0 stands for none.
+/// Results are numbered from 1 in the order in which they are sent; 0 is none.
 using ResultId = std::uint32_t;
 
-/// The last thing that happened to a result. Whether it is kept is for the files to say.
+/// The last thing that happened to a result. Only the files show whether it was kept.
 enum class Fate {
     OnTheWay,      ///< in a buffer, in the mailbox, or part of the noise that never leaves the buffer
-    PortClosed,    ///< nobody listened when it was sent
-    CutOff,        ///< the line went before its value did
+    PortClosed,    ///< the port was not open when it was sent
+    CutOff,        ///< its record was cut before the end of its value
     NoConnect,     ///< its record names an origin, and no instrument has connected
     WrongOrigin,   ///< its record comes from another instrument than the connected one
     Unreadable,    ///< its record was damaged on the way
-    Emptied,       ///< it waited for its decoding while a question stood, whose end empties the text that waits
+    Emptied,       ///< it came while a question was open, and was removed with the decoded lines
     LeftInBuffers, ///< the program ended before it was decoded
     Traced,        ///< it was listed on the trace of the link
     OtherScreen,   ///< no record was on screen
     NoRow,         ///< the driver has no row for its type
     Refused,       ///< the technician has kept the old value
-    OnScreen,      ///< it stands in the record
-    Replaced,      ///< the technician has said yes to a later one
+    OnScreen,      ///< it is in the record
+    Replaced,      ///< the technician has answered yes to a later one
     FieldTaken,    ///< a later one came into the open field
-    TypedOver,     ///< the technician has
-    WrittenOver,   ///< a variable or an automatic date has
+    TypedOver,     ///< the technician has typed over it
+    WrittenOver,   ///< a variable or an automatic date has replaced it
     Unsaved,       ///< the program was killed before the record was saved
     DeletedRecord, ///< the technician has deleted the record
     FateCount
@@ -44,11 +44,11 @@ public:
     Fate Of(ResultId id) const { return Fates_[id]; }
     std::uint32_t Sent() const { return static_cast<std::uint32_t>(Fates_.size()) - 1; }
 
-    /// A download that holds it was taken off the device before it was deleted there.
+    /// Records that the result is in a download that was copied from the device before it was deleted there.
     void HandOver(ResultId id) { Handed_[id] = true; }
     bool HandedOver(ResultId id) const { return Handed_[id]; }
 
-    /// How often something has happened to results, to whichever.
+    /// Returns how often this has happened to any result.
     std::uint64_t Times(Fate fate) const { return Counts_[static_cast<std::size_t>(fate)]; }
 
 private:
@@ -57,11 +57,11 @@ private:
     std::uint64_t Counts_[static_cast<std::size_t>(Fate::FateCount)] = {};
 };
 
-/// The value of a result begins with its number and a full stop, as in "17.3": the number of the result that a cell
-/// holds. No other text of a shift begins so.
+/// Returns the number of the result in a cell; 0 if there is none. The value of a result begins with its number and a
+/// full stop, as in "17.3"; no other text of a shift does.
 ResultId IdOf(const std::string& cell);
 
-/// The results whose values stand in received text, or in the fields of a file.
+/// Return the results whose values are in received text, or in the fields of a file.
 std::vector<ResultId> IdsInRecords(const std::string& text);
 std::vector<ResultId> IdsInFields(const std::string& bytes);
 

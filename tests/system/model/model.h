@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// What a technician knows of the program: which screen comes, what the record must show, what each file must hold,
-// which box opens and which tone sounds. It knows nothing of how the program does it.
+// The program as a technician sees it: which screen comes, what the record must show, what each file must contain,
+// which box opens and which tone sounds. It does not know how the program works.
 #pragma once
 
 #include "tests/system/model/calendar.h"
@@ -18,11 +18,11 @@ const char* NameOf(Place place);
 /// How results reach a device.
 enum class Road { Serial, Server };
 
-/// What waits for an answer.
+/// A message box that waits for an answer.
 struct Question {
     enum class Kind { Replace, DeleteRecord, DeleteDownload, Notice } Why = Kind::Notice;
     bool Sure = false; ///< the second one, "Are you sure?"
-    Reading Result;    ///< of Replace, with the row and the type that it was found by
+    Reading Result;    ///< only for Replace, as Row and Type are, by which its row was found
     std::size_t Row = 0;
     std::string Type;
 };
@@ -31,19 +31,19 @@ class Model {
 public:
     Model(Ledger& results, Road road) : Text(results), Results_(&results), RoadOfLink_(road) {}
 
-    // --- what is expected; the rest is how it comes about
-    std::vector<std::string> Events; ///< boxes and tones since somebody looked
+    // --- what the tests compare
+    std::vector<std::string> Events; ///< boxes and tones since the last comparison
     DataFolder Files;
     Place At = Place::Main;
-    std::vector<Question> Questions; ///< that stand, the innermost last
+    std::vector<Question> Questions; ///< that are open, the innermost last
     std::vector<std::string> Cells;  ///< of the record
-    std::string Title;               ///< of the record: what the link has last said, or what the screen is
+    std::string Title;               ///< of the record: the last state of the link, or the screen's name
     std::size_t RecordNumber = 0;    ///< from 1
     bool Dirty = false;
-    bool FieldOpen = false; ///< in a cell, or of the prompt for a name
+    bool FieldOpen = false; ///< in a cell, or in the prompt for a name
     std::string FieldText;
     bool LinkWanted = false, LinkOpen = false, PortOpen = false, ServerMode = false;
-    bool CaretBehind = false; ///< the text, where typing goes on
+    bool CaretBehind = false; ///< true if the caret is after the text
     std::vector<bool> ColumnChoices;
     std::vector<std::string> TraceLines;
     std::string Driver, OpenFile;
@@ -53,18 +53,18 @@ public:
     Moment Now = 0;
     Moment NextTick = 0;             ///< of the link
     std::optional<Moment> RepaintAt; ///< until then a technician waits before touching the grid
-    /// The program starts.
+    /// Starts the program.
     void Start(Moment now);
-    /// It is gone, with all that it had not saved.
+    /// Ends the program. All that it has not saved is lost.
     void End();
-    /// Time passes, up to the link's next tick at most.
+    /// Lets time pass, at most up to the link's next tick.
     void Pass(Moment milliseconds);
-    /// The device sleeps.
+    /// Lets the device sleep.
     void Sleep(Moment milliseconds);
-    /// A complete record waits for a moment that only comes tomorrow.
+    /// Returns true if a complete record waits for a time of day that comes only tomorrow.
     bool WaitsForTomorrow() const;
-    Moment TimeUntilTomorrow() const; ///< until it is decoded; 0 when that moment never comes
-    /// The decoding has been told of a record and waits for half a second of quiet.
+    Moment TimeUntilTomorrow() const; ///< until it is decoded; 0 if it never is
+    /// Returns true if a record has come and waits for half a second of quiet to be decoded.
     bool Quiet() const { return EndSeen_; }
 
     // --- the line, and the mailbox
@@ -150,19 +150,19 @@ private:
     float LastPoll_ = 0;
     Moment LastTick_ = 0; ///< in whole seconds
     int FailuresLeft_ = 0;
-    std::string Held_; ///< come over the line while two questions stood
+    std::string Held_; ///< what came over the line while two questions were open
     bool ServerFound_ = false, ServerMissed_ = false;
 
     // the record
     std::vector<Field> Infs_;
     Row Saved_; ///< as in the file
     std::size_t EditRow_ = 0;
-    std::string TitleBelow_;               ///< what the title goes back to when a prompt closes
+    std::string TitleBelow_;               ///< the title after a prompt is closed
     std::chrono::year_month_day Picked_{}; ///< in the open date picker
 
     // lists and prompts
     std::size_t SelectedRow_ = 0;
-    std::string Accepted_; ///< the name that a prompt has last given
+    std::string Accepted_; ///< the name that was last accepted in a prompt
 };
 
 } // namespace shift

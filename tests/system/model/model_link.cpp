@@ -23,7 +23,7 @@ void Model::End() {
     Model fresh(*Results_, RoadOfLink_);
     fresh.Events.swap(Events);
     fresh.Files = std::move(Files);
-    fresh.MailboxThere = MailboxThere; // what the server has put there stays
+    fresh.MailboxThere = MailboxThere; // the mailbox outlives the program
     fresh.MailboxLocked = MailboxLocked;
     fresh.Mailbox = Mailbox;
     fresh.ServerRuns = ServerRuns;
@@ -43,7 +43,7 @@ void Model::Pass(Moment milliseconds) {
         Tick();
 }
 
-/// The ticks that were missed are one.
+/// After a sleep all missed ticks are raised as one.
 void Model::Sleep(Moment milliseconds) {
     Now += milliseconds;
     if (RepaintAt && *RepaintAt <= Now)
@@ -55,7 +55,7 @@ void Model::Sleep(Moment milliseconds) {
         Tick();
 }
 
-/// The grid takes the focus, and so closes a field that was open when the screen was filled.
+/// The grid gets the focus, which closes a field that was open when the screen was filled.
 void Model::EndRepaint() {
     RepaintAt.reset();
     FieldOpen = false;
@@ -89,7 +89,8 @@ void Model::Tick() {
         KeepLink();
 }
 
-/// The time of day counts: what is to be decoded at midnight waits for the same moment of the next day.
+/// The wait is measured in times of day: a record that came right before midnight waits for the same time of the
+/// next day.
 void Model::DecodeAfterPause() {
     const float now = TimeOfDay(Now);
     if (LastPoll_ == 0) { // no tick yet, or one at midnight itself
@@ -129,7 +130,7 @@ bool Model::OpenPort() {
     return PortOpen = true;
 }
 
-/// Once found the server counts as running until the program ends. That it is missing is said once.
+/// Once found, the server counts as running until the program ends. A missing one is reported once.
 bool Model::FindServer() {
     if (!ServerFound_ && !ServerRuns && !ServerMissed_) {
         ServerMissed_ = true;
@@ -153,7 +154,7 @@ void Model::Receive(const std::string& characters) {
         Held_ += characters;
         return;
     }
-    LinkWanted = true; // text that comes keeps the link up, also when Back has just let it go
+    LinkWanted = true; // received text keeps the link open, even if Back has just released it
     EndSeen_ = Text.Arrive(characters) || EndSeen_;
 }
 
@@ -162,12 +163,12 @@ void Model::Deliver() {
         const Reading reading = Text.Waiting.front();
         Text.Waiting.pop_front();
         if (!Capture(reading))
-            return; // the rest waits for the answer, or is taken by what comes in meanwhile
+            return; // the rest waits for the answer, or is delivered with the next text
     }
     Text.ForgetLines();
 }
 
-/// False when a question stands.
+/// Returns false if it has opened a question.
 bool Model::Capture(const Reading& reading) {
     const ResultId id = IdOf(reading.Value);
     if (At == Place::Trace)
@@ -178,7 +179,7 @@ bool Model::Capture(const Reading& reading) {
     }
     std::string type;
     std::optional<std::size_t> row = FindRow(reading, type);
-    if (FieldOpen && row != EditRow_) { // an edit elsewhere takes it, also what belongs nowhere
+    if (FieldOpen && row != EditRow_) { // an open field gets every reading, also one without a row
         row = EditRow_;
         type.clear();
     }
@@ -212,8 +213,8 @@ void Model::ListOnTrace(const Reading& reading) {
     Tone(true);
 }
 
-/// Of several types the last that has a row, of several rows the first. A result without a type has the empty one,
-/// which leads to the first row that no instrument feeds.
+/// Returns the row of a reading: of several types the last that has a row, of several rows the first. A result without
+/// a type has the empty type, whose row is the first that no instrument fills.
 std::optional<std::size_t> Model::FindRow(const Reading& reading, std::string& type) const {
     std::optional<std::size_t> found;
     for (const std::string& each : reading.Types) {
@@ -228,7 +229,7 @@ std::optional<std::size_t> Model::FindRow(const Reading& reading, std::string& t
     return found;
 }
 
-/// Without a type, as after a no, nothing but the tone comes of it; yet the record counts as changed.
+/// Without a type, as after the answer No, only the tone sounds; but the record counts as changed.
 void Model::Finish(const Reading& reading, const std::string& type) {
     Dirty = true;
     if (!type.empty())
@@ -246,7 +247,7 @@ void Model::Spread(const Reading& reading, const std::string& type) {
             if (SameInAnyCase(Infs_[i].Blob, "dv: " + name))
                 row = i;
             if (SameInAnyCase(Infs_[i].Blob, "dv: {" + type + "}" + name)) {
-                row = i; // and no plain one behind it counts
+                row = i; // a later row without the type is not used
                 break;
             }
         }
@@ -261,7 +262,7 @@ void Model::FillDates() {
         if (formula.empty())
             continue;
         const bool keeps = formula.compare(0, 5, "start") == 0 && !Cells[row].empty();
-        std::string text; // an automatic text that is unknown wipes its cell
+        std::string text; // an unknown formula clears its cell
         if (formula == "startdate" || formula == "enddate")
             text = keeps ? Cells[row] : DateText(DateOf(Now));
         else if (formula == "starttime" || formula == "endtime")
@@ -280,7 +281,7 @@ void Model::Drop() {
     PortOpen = false;
 }
 
-/// A record may have begun before the questions stood.
+/// Notes the fate of the results in the held text. A record may have begun before the questions were opened.
 void Model::LoseHeld(Fate fate) {
     const std::vector<ResultId> before = IdsInRecords(Text.Unfinished());
     for (const ResultId id : IdsInRecords(Text.Unfinished() + Held_)) {
@@ -290,7 +291,8 @@ void Model::LoseHeld(Fate fate) {
     Held_.clear();
 }
 
-/// Two questions stand, one upon the other: what comes is kept, and is read as one text when one of them is left.
+/// While two questions are open, one above the other, received text is held. It is read as one text when one of them is
+/// closed.
 void Model::Answer(bool yes) {
     const bool wasHeld = LinkIsHeld();
     TakeAnswer(yes);
@@ -308,7 +310,7 @@ void Model::TakeAnswer(bool yes) {
     Questions.pop_back();
     switch (question.Why) {
     case Question::Kind::Replace:
-        LastTick_ = Now / Second; // the time that the question stood is no sleep
+        LastTick_ = Now / Second; // the time that the question was open is no sleep
         if (yes)
             PutCell(question.Row, question.Result.Shown(), Fate::Replaced);
         else

@@ -86,8 +86,8 @@ void Model::AcceptName() {
     LeavePrompt();
 }
 
-/// A prompt that is cancelled gives the name that one was last accepted with, so that a download may come to bear the
-/// name that the one before it was given. None where no name was accepted since the start.
+/// A cancelled prompt returns the name that was last accepted in one, so a download may get the name that was meant for
+/// the one before it. If no name was accepted since the start, nothing changes.
 void Model::LeavePrompt() {
     FieldOpen = false;
     if (At == Place::DatePrompt) {

@@ -47,7 +47,7 @@ void Model::ShowRecord() {
 void Model::SaveRecord() {
     Saved_ = Cells;
     for (std::string& text : Saved_)
-        std::replace(text.begin(), text.end(), '\n', ' '); // a line can hold none
+        std::replace(text.begin(), text.end(), '\n', ' '); // a line can't contain one
     Files.Write(OpenFile).Rows[RecordNumber - 1] = Saved_;
     Dirty = false;
 }
@@ -81,7 +81,7 @@ void Model::Command(const std::string& caption) {
         const Row last = OpenTable().Rows.back();
         AddRecord(count + 1);
         for (std::size_t i = 0; i < Infs_.size(); ++i) {
-            Dirty = Dirty || Infs_[i].Copy; // what is carried over reaches the file with the next command
+            Dirty = Dirty || Infs_[i].Copy; // a copied value is saved by the next command
             Saved_[i] = Infs_[i].Copy ? last[i] : Saved_[i];
         }
     }
@@ -97,7 +97,7 @@ void Model::RemoveRecord() {
     rows.erase(rows.begin() + static_cast<std::ptrdiff_t>(RecordNumber) - 1);
     FieldOpen = false;
     if (rows.empty())
-        AddRecord(1); // there is always one to show
+        AddRecord(1); // there is always at least one record
     else
         LoadRecord(std::min(RecordNumber, rows.size()));
     ShowRecord();
@@ -124,7 +124,7 @@ void Model::TapCell(std::size_t row, bool onValue) {
         return;
     }
     EditRow_ = row;
-    Dirty = true; // whatever comes of it
+    Dirty = true; // even if the prompt is cancelled
     TitleBelow_ = Title;
     At = Place::DatePrompt;
     Picked_ = DateOf(Now);

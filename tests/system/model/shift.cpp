@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The frame of a shift: one run of the program after the other, each step of it compared with the model.
+// The main loop of a shift: it runs the program again and again, and compares each step with the model.
 #include "tests/system/model/shift.h"
 
 #include "backends/input/gestures.h"
@@ -23,7 +23,7 @@ using modStringTools::FromBytes;
 using modStringTools::ToBytes;
 
 constexpr std::size_t StepsToShow = 60;
-constexpr std::uint64_t StepsBetweenLooks = 400; // at all files
+constexpr std::uint64_t StepsBetweenLooks = 400; // between comparisons of all files
 
 /// A Monday morning.
 constexpr Moment FirstMorning = 13577 * Day + 7 * Hour;
@@ -71,7 +71,7 @@ void Shift::RunOnce() {
         Expect("the program", "stops: " + ToBytes(over.Failure), "goes on");
     if (!Difference_.empty())
         return;
-    CompareAllFiles(); // nothing is written by ending, whichever way
+    CompareAllFiles(); // the end of the program writes nothing
     Hand_.reset();
     const Moment awake = (Twin_.Now / Second + 1 + Below(60)) * Second;
     Twin_.Start(awake);
@@ -84,7 +84,7 @@ void Shift::RunOnce() {
         KillInsideASave();
 }
 
-/// Who waits for a million results hears something now and then.
+/// Prints the progress every 20 seconds: a run of a million results is long.
 void Shift::TellProgress() {
     const auto now = std::chrono::steady_clock::now();
     if (now - LastWord_ < std::chrono::seconds(20))
@@ -114,7 +114,7 @@ void Shift::Note(const std::string& step) {
         LastSteps_.pop_front();
 }
 
-/// What somebody does, in the model first: the program may open a box in the middle, and go on inside it.
+/// Performs an action, in the model first: the program may open a box in the middle of it and run further steps inside.
 void Shift::Do(const std::string& what, const Doing& model, const std::function<std::string()>& device) {
     Note(what);
     model();
@@ -214,7 +214,7 @@ void Shift::CompareAllFiles() {
         CompareFiles(names);
 }
 
-/// Each result that was sent is in a file, was handed over with one, or is lost by a rule.
+/// Counts the results: each that was sent is in a file, was copied with one, or is lost by a rule.
 void Shift::Account() {
     std::vector<bool> kept(Results.Sent() + 1);
     for (const auto& [name, file] : Twin_.Files.All()) {
@@ -243,7 +243,7 @@ void Shift::TapText(const std::string& text) {
     Tap(static_cast<std::size_t>(row), 0, [] {});
 }
 
-/// The port is chosen and the drivers are installed as a technician does it.
+/// Plans the steps by which a technician chooses the port and installs the drivers.
 void Shift::PlanSetUp() {
     const auto choose = [this](const char* caption) { Script_.push_back([this, caption] { Choose(caption, [] {}); }); };
     const auto tap = [this](const std::string& text) { Script_.push_back([this, text] { TapText(text); }); };
@@ -281,7 +281,7 @@ void Shift::PlanSetUp() {
                 inf.Rows.push_back(SplitFields(row));
         }
         SetUp_ = true;
-        Leave(); // which is a first restart
+        Leave(); // the first restart
     });
 }
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// A long shift: instruments send, a technician works, things go wrong, and after each step the program must stand where
-// the model says.
+// A long shift: instruments send, a technician works, things go wrong, and after each step the program must be in the
+// state of the model.
 #pragma once
 
 #include "tests/system/model/handheld.h"
@@ -20,7 +20,7 @@ struct Tally {
     std::uint64_t Drops = 0, FailedOpenings = 0, Sleeps = 0, Midnights = 0, Tomorrows = 0, Notices = 0, Locks = 0;
     std::uint64_t NewRecords = 0, Inserted = 0, DeletedRecords = 0, NewDownloads = 0, DeletedDownloads = 0;
     std::uint64_t Renamed = 0, Edits = 0, Dates = 0, ColumnChanges = 0, FilesCompared = 0;
-    std::uint64_t Hours = 0; ///< in which nobody answers
+    std::uint64_t Hours = 0; ///< of questions without an answer
     std::uint64_t HighTones = 0, LowTones = 0;
 };
 
@@ -28,13 +28,13 @@ class Shift {
 public:
     Shift(const Kind& kind, std::uint64_t seed, std::uint32_t results);
 
-    /// Runs it; an empty text, or what differs with the last steps that led there.
+    /// Runs the shift. Returns an empty text, or the difference and the last steps before it.
     std::string Run();
 
     Tally Counts;
     Ledger Results;
     const Instrument& Sender() const { return Meter_; }
-    /// The results that stand in the files or were handed over, and those that must and don't.
+    /// The number of results that are in the files or were copied with one, and those that should be and are not.
     std::uint32_t Kept = 0;
     std::vector<ResultId> LostWithoutARule;
     std::uint32_t LostBy[static_cast<std::size_t>(Fate::FateCount)] = {};
@@ -92,7 +92,7 @@ private:
     void Leave();
     void Kill();
 
-    /// A save that a child is to be killed in.
+    /// A save in which a child process is killed.
     struct SavingPlan {
         Model Before; ///< with the record on screen
         std::size_t Driver = 0, Download = 0, Row = 0;
@@ -130,10 +130,10 @@ private:
     DeviceFolder Folder_;
     std::unique_ptr<Handheld> Hand_;
 
-    std::deque<Doing> Script_; ///< steps that are no matter of chance
+    std::deque<Doing> Script_; ///< the next steps, if they are not random
     bool SetUp_ = false, Over_ = false;
-    std::string Air_;      ///< a record, or several, on the way
-    std::size_t Gone_ = 0; ///< how much of it has left the instrument
+    std::string Air_;      ///< one or several records that are being sent
+    std::size_t Gone_ = 0; ///< how many characters of them have been sent
     Moment Began_ = 0;
     std::string Difference_;
     std::deque<std::string> LastSteps_;

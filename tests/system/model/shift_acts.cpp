@@ -12,7 +12,7 @@ namespace {
 
 using modStringTools::FromBytes;
 
-constexpr std::size_t MostDownloads = 6; // of a driver; then the oldest is taken off
+constexpr std::size_t MostDownloads = 6; // of a driver; then the oldest is deleted
 constexpr std::size_t MostRecords = 40;
 constexpr std::size_t DeepestQuestion = 3;
 constexpr std::int32_t KeyEsc = 27;
@@ -23,7 +23,7 @@ constexpr std::int32_t KeyDown = 40;
 } // namespace
 
 void Shift::Act() {
-    if (Twin_.FieldOpen && Twin_.RepaintAt) { // the screen was filled under it, which closes it
+    if (Twin_.FieldOpen && Twin_.RepaintAt) { // the screen was filled while it was open, which will close it
         WaitALittle();
         return;
     }
@@ -99,7 +99,7 @@ void Shift::ActOnQuestion() {
     }
     const bool yes = !Chance_.OneIn(3);
     const bool download = question.Why == Question::Kind::DeleteDownload;
-    if (download && question.Sure && yes) { // what it holds has been taken off the device by then
+    if (download && question.Sure && yes) { // its results have been copied from the device before
         const std::size_t row = Twin_.Files.DownloadsOf(Twin_.Driver)[Twin_.SelectedDownload()];
         const std::string file = Twin_.Files.Read(RegisterName).At(row, "FILE");
         for (const ResultId id : IdsInFields(Folder_.Read(file).value_or("")))
@@ -232,7 +232,7 @@ void Shift::ActOnCell() {
     Tap(row, 1, [&] { Twin_.TapCell(row, true); });
 }
 
-/// A field closes when another cell is tapped, and goes with the screen under a command.
+/// A field is closed by a tap on another cell, and by a command, which changes the screen.
 void Shift::ActInField() {
     static const char* const texts[] = {"typed", "by hand 3",
                                         "gr\xC3\xBC"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// How the program ends: as it should, as a power cut ends it between two steps, and killed inside a save.
+// The ends of the program: normal, as by a power cut between two steps, and by a kill during a save.
 #include "tests/system/model/shift.h"
 
 #include "backends/input/gestures.h"
@@ -35,7 +35,7 @@ void Shift::Leave() {
         Choose("Exit", [this] { Twin_.End(); });
 }
 
-/// As cutting the power would, also while a question stands: nothing is closed, nothing is saved.
+/// Ends the program as a power cut does, also while a question is open: nothing is closed, nothing is saved.
 void Shift::Kill() {
     Note("the program is killed");
     ++Counts.Kills;
@@ -45,7 +45,7 @@ void Shift::Kill() {
     Device().loop.Leave({ProgramOver::Reason::InputEnded, {}});
 }
 
-/// Some download that has a file, some row of its first record that can be typed into, some command that saves it.
+/// Chooses a download that has a file, a row of its first record that accepts text, and a command that saves it.
 std::optional<Shift::SavingPlan> Shift::PlanASave() {
     SavingPlan plan{Twin_};
     std::vector<std::pair<std::size_t, std::size_t>> choices; // rows of the two lists
@@ -72,7 +72,7 @@ std::optional<Shift::SavingPlan> Shift::PlanASave() {
     return plan.Row < fields.size() ? std::optional(plan) : std::nullopt;
 }
 
-/// What the file may hold when the command is cut off: one of its writes more, one after the other.
+/// Returns the contents that the file may have when the command is interrupted: before its first write, and after each.
 std::vector<std::string> Shift::StatesOf(const SavingPlan& plan) {
     Model typed = plan.Before;
     typed.TapCell(plan.Row, true);
@@ -80,12 +80,12 @@ std::vector<std::string> Shift::StatesOf(const SavingPlan& plan) {
     Model saved = typed;
     saved.Command("First Record");
     typed.Command(plan.Command);
-    Twin_.Files = typed.Files; // where it all ends
+    Twin_.Files = typed.Files; // the state after the command
     const std::string& file = plan.Before.OpenFile;
     return {plan.Before.OpenTable().Bytes(), saved.Files.Read(file).Bytes(), typed.Files.Read(file).Bytes()};
 }
 
-/// The program in a child: it writes a character into the pipe before it gives the command, and one after it.
+/// Runs the program in the child. It writes a character into the pipe before the command, and one after it.
 void Shift::SaveInAChild(const SavingPlan& plan, int pipe) {
     using namespace backends;
     const auto say = [pipe] {
@@ -108,7 +108,7 @@ void Shift::SaveInAChild(const SavingPlan& plan, int pipe) {
             Answer(User(), platform::BoxAnswer::Ok);
             return;
         }
-        Device().loop.PassTime(200); // the screen settles
+        Device().loop.PassTime(200); // until the screen is painted
         const Doing next = std::move(steps.front());
         steps.pop_front();
         next();
@@ -117,7 +117,8 @@ void Shift::SaveInAChild(const SavingPlan& plan, int pipe) {
     ::_exit(1);
 }
 
-/// Whether the child has come to the end of its command; so many microseconds into it, or never, it is killed.
+/// Runs a child, and kills it `delay` microseconds after the start of its command, or not at all without one. Returns
+/// true if the child has completed its command.
 bool Shift::RunChild(const SavingPlan& plan, std::optional<unsigned> delay) {
     int pipe[2] = {-1, -1};
     if (::pipe(pipe) != 0)
@@ -140,10 +141,10 @@ bool Shift::RunChild(const SavingPlan& plan, std::optional<unsigned> delay) {
     return finished;
 }
 
-/// A child runs the program on the same folder, types into a record and gives a command that saves it. It is killed at
-/// any moment of that; the file is then as it was before one of the command's writes, and whole. The program, started
-/// again on what is left, does the same once more and comes to the end, so that the shift goes on in the same way
-/// whenever it was killed.
+/// A child runs the program on the same folder, types into a record and chooses a command that saves it. It is killed
+/// at any moment of the command; the file is then whole, and as it was before one of the command's writes or after the
+/// last. If the command was not completed, a second child starts on these files and completes it, so that the shift
+/// continues in the same way whenever the first was killed.
 void Shift::KillInsideASave() {
     const std::optional<SavingPlan> plan = PlanASave();
     if (!plan)

@@ -11,12 +11,12 @@ namespace shift {
 
 namespace {
 
-constexpr Moment Grain = 125; // milliseconds, of which each time of day is a whole number that a float can hold
+constexpr Moment Grain = 125; // milliseconds; a float represents every time of day that is a multiple of it
 constexpr double DaysForTenThousand = 30;
 
 } // namespace
 
-/// Whether there was something to do for the instrument or the link.
+/// Returns true if the instrument or the link had something to do.
 bool Shift::ActOnLine() {
     const bool listening = Twin_.PortOpen || (Twin_.ServerMode && Twin_.LinkWanted);
     if (Twin_.WaitsForTomorrow() && Chance_.OneIn(10)) {
@@ -47,7 +47,7 @@ bool Shift::ActOnLine() {
     return false;
 }
 
-/// An instrument measures: one record or a burst of them goes into the air.
+/// The instrument begins to send one record or a burst of them.
 void Shift::Send() {
     const Outfit& outfit = OutfitInHand();
     const bool known = Twin_.Text.Connected == outfit.Identity;
@@ -64,7 +64,7 @@ void Shift::Send() {
     Gone_ = 0;
 }
 
-/// Some of it reaches the device, cut anywhere but inside a character.
+/// Transmits a part of what is being sent, cut anywhere but inside a character.
 void Shift::Transmit() {
     if (KindOfDevice_.RoadOfLink == Road::Server) {
         Serve();
@@ -100,7 +100,7 @@ void Shift::Deliver(const std::string& bytes) {
         });
 }
 
-/// Nobody listens: what has not gone through by now is gone.
+/// The port is not open: what has not been transmitted is lost.
 void Shift::LoseAir() {
     Note("nobody listens");
     const std::vector<ResultId> through = IdsInRecords(Air_.substr(0, Gone_));
@@ -111,8 +111,8 @@ void Shift::LoseAir() {
     Air_.clear();
 }
 
-/// The server beside the program puts whole lines into the mailbox, with line ends of its own, behind what nobody has
-/// fetched yet.
+/// The server process appends whole lines to the mailbox, with LF or CR LF, after those that the program has not
+/// fetched.
 void Shift::Serve() {
     std::size_t end = Air_.size();
     if (Chance_.OneIn(3)) {
@@ -131,7 +131,7 @@ void Shift::Serve() {
         Air_.clear();
 }
 
-/// Whether something went wrong.
+/// Causes a fault at times. Returns true if this was a step of the shift.
 bool Shift::Trouble() {
     if (Chance_.OneIn(50)) {
         TakeANap();
@@ -208,8 +208,8 @@ void Shift::Wait(Moment time) {
         });
 }
 
-/// A record that came right before midnight waits for the same moment of the next day, or, with a tick at midnight
-/// itself, for ever: then the technician starts the program again.
+/// A record that came right before midnight waits for the same time of the next day, or for ever if there was a tick at
+/// midnight itself: then the technician starts the program again.
 void Shift::WaitForTomorrow() {
     ++Counts.Tomorrows;
     const Moment sleep = Twin_.TimeUntilTomorrow();
@@ -219,7 +219,7 @@ void Shift::WaitForTomorrow() {
         Sleep(sleep);
 }
 
-/// Nobody answers for an hour, in which the instrument sends by itself.
+/// Leaves the questions without an answer for an hour, while the instrument continues to send.
 void Shift::LetQuestionsStand() {
     constexpr int Readings = 180;
     constexpr int TicksBetween = 40;
@@ -235,8 +235,8 @@ void Shift::LetQuestionsStand() {
     }
 }
 
-/// The device sleeps: for a moment, or so long that the shift keeps its pace; now and then until shortly before
-/// midnight, to be awake then.
+/// Lets the device sleep for a moment, or until the shift is on schedule (30 days for 10,000 results); sometimes until
+/// shortly before midnight, so that it is awake at midnight.
 void Shift::TakeANap() {
     const double part = static_cast<double>(Results.Sent()) / 10000;
     const Moment due = Began_ + static_cast<Moment>(part * DaysForTenThousand * static_cast<double>(Day));

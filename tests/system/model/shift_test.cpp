@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Long shifts on the kinds of devices that keep and receive results in their own ways. QUORIN_SEED chooses the shift,
-// QUORIN_RESULTS how many results it has.
+// Long shifts on three kinds of devices, which store and receive results in different ways. In the environment
+// QUORIN_SEED chooses the shift, and QUORIN_RESULTS the number of its results.
 #include "tests/reference/agreement.h"
 #include "tests/system/model/shift.h"
 
@@ -41,8 +41,8 @@ void Print(const Shift& shift, const Kind& kind, std::uint64_t seed, double seco
               << n.FilesCompared << std::endl;
 }
 
-/// How often each kind of event must have happened in ten thousand results: about a third of what is usual, so that
-/// none can silently be missing.
+/// How often an event must have happened in ten thousand results: about a third of the usual number. The test fails if
+/// a kind of event no longer happens.
 struct Floor {
     const char* What;
     std::uint64_t Times;
@@ -93,7 +93,7 @@ std::vector<Floor> ServerFloorsOf(const Shift& shift) {
     return {{"notices", shift.Counts.Notices, 15}, {"locks", shift.Counts.Locks, 300}};
 }
 
-/// Each rule by which a result is lost must have been met.
+/// Each rule by which a result is lost must have been applied.
 std::vector<Floor> LossFloorsOf(const Shift& shift) {
     static const std::pair<Fate, std::uint64_t> floors[] = {
         {Fate::PortClosed, 100},  {Fate::CutOff, 60},    {Fate::NoConnect, 15},     {Fate::WrongOrigin, 80},
@@ -109,7 +109,7 @@ std::vector<Floor> LossFloorsOf(const Shift& shift) {
     return all;
 }
 
-/// A reading that was taken is never lost: what was sent is in the files, or gone by a rule.
+/// Each result that was sent must be in the files or lost by a rule.
 void ExpectAllAccountedFor(const Shift& shift, std::uint64_t seed) {
     std::uint64_t sum = shift.Kept;
     for (const std::uint32_t lost : shift.LostBy)

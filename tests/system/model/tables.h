@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What the data files must hold, as rows of texts.
+// What the data files must contain, as rows of texts.
 #pragma once
 
 #include <map>
@@ -32,7 +32,7 @@ struct Field {
     std::string Formula;
 };
 
-/// All data files by their names, and which of them have been written to since somebody looked.
+/// All data files by their names, and which of them have been written to since the last TakeWritten.
 class DataFolder {
 public:
     bool Has(const std::string& name) const { return Files_.count(name) != 0; }
@@ -54,9 +54,9 @@ public:
 
     std::string InfOf(const std::string& driver) const;
     std::vector<Field> FieldsOf(const std::string& driver) const;
-    /// Rows of the register that are a driver's, oldest first.
+    /// Returns the rows of the register that belong to a driver, oldest first.
     std::vector<std::size_t> DownloadsOf(const std::string& driver) const;
-    /// The name of the next download. Numbers go on from the last row, whoever's it is.
+    /// Returns the name of the next download. Its number follows that of the register's last row, of any driver.
     std::string NextDownload() const;
 
 private:
