@@ -27,7 +27,7 @@ struct Watching {
     int Names = 0;
     bool Struck = false;
     std::string StruckPath;
-    bool WriteFails = false; ///< what comes behind a short write
+    bool WriteFails = false; ///< the next write fails, after a short one
     std::vector<Step> Taken;
     Start Began;
     std::map<FileKey, std::uint64_t> Numbers;
@@ -45,7 +45,7 @@ std::string PathOf(int file) {
     return LinkTarget("/proc/self/fd/" + std::to_string(file));
 }
 
-/// A name over the descriptor of a folder, as SQLite is given them, by the name of the folder.
+/// Returns a path through a folder's descriptor, which SQLite gets, as a path through the folder's name.
 std::string Resolved(const std::string& path) {
     const std::string descriptors = "/proc/self/fd/";
     if (path.compare(0, descriptors.size(), descriptors) != 0)
@@ -54,7 +54,7 @@ std::string Resolved(const std::string& path) {
     return LinkTarget(path.substr(0, end)) + path.substr(end);
 }
 
-/// What lies under the root, relative to it; nothing for any other path.
+/// Returns a path under the root relative to it; nothing for any other path.
 std::optional<std::string> Inside(const std::string& path) {
     if (path == Now.Root)
         return std::string();
@@ -86,7 +86,7 @@ std::uint64_t NumberOf(const struct stat& found) {
     return number;
 }
 
-/// What the watch itself wants to know is no call of the program's.
+/// Calls the library's own routine, because calls of the watch itself are not counted.
 bool LookAt(int file, struct stat& found) {
     static auto* const real = Real<int(int, struct stat*)>("fstat");
     return real(file, &found) == 0;
@@ -107,7 +107,7 @@ std::uint64_t NumberOf(const std::string& path) {
     return LookAt(path, found) ? NumberOf(found) : 0;
 }
 
-/// The disk may give the place of a deleted file to a new one.
+/// Returns a new number: a new file may have the inode of a deleted one.
 std::uint64_t NewNumberOf(int file) {
     struct stat found {};
     if (!LookAt(file, found))
@@ -130,7 +130,7 @@ void Strike(const std::string& path) {
 /// One step, from its beginning to its end.
 class Attempt {
 public:
-    /// Whether it takes up room on the disk matters to a full one.
+    /// `takesRoom`: on a full disk only a step that needs room fails.
     Attempt(Call kind, const std::string& path, bool takesRoom) {
         Now.Kinds.push_back(kind);
         const int number = Watch::Steps();
@@ -208,7 +208,7 @@ int Open(int folder, const char* path, int flags, const Forward& forward) {
     const auto inside = Inside(folder, path);
     if (!inside)
         return forward();
-    if ((flags & O_PATH) != 0) // a folder as the start of further calls: nothing of it is read yet
+    if ((flags & O_PATH) != 0) // a folder as the start of further calls, which is not read
         return NameFails(*inside) ? -1 : forward();
     const bool writes = (flags & O_ACCMODE) != O_RDONLY || (flags & (O_CREAT | O_TRUNC)) != 0;
     if (!writes)
@@ -275,7 +275,7 @@ ssize_t Read(int file, const std::function<ssize_t()>& forward) {
 
 namespace {
 
-/// Any other step: what it did is known once it has been done.
+/// Any other step, whose effect is known from its arguments.
 int Other(Step step, bool takesRoom, const Forward& forward) {
     const Attempt attempt(step.What, step.Path, takesRoom);
     if (attempt.Fails(takesRoom))

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The layer beneath the program sees each call that changes a file, by whichever name it is made, and hits the one that
-// it is told to.
+// The layer below the program counts each call that changes a file, by any routine and any form of path, and applies
+// the plan to the right one.
 #include "tests/system/power_loss/disk_calls.h"
 
 #include <array>
@@ -32,7 +32,7 @@ protected:
 
     std::string At(const std::string& name) const { return Folder.Path() + "/" + name; }
     std::string Bytes(const std::string& name) const { return ReadTree(Folder.Path()).Files[name]; }
-    /// How the child ends that does this.
+    /// Returns the wait status of a child that performs the action.
     int StatusOf(const std::function<void()>& action) const {
         const pid_t child = ::fork();
         if (child == 0) {
@@ -43,7 +43,7 @@ protected:
         ::waitpid(child, &status, 0);
         return status;
     }
-    /// Writes twelve bytes behind the old ones, which is three steps: opening, writing, syncing.
+    /// Appends twelve bytes to a file, in three steps: opening, writing, syncing.
     bool Append() const {
         const int file = ::open(At("sub/old").c_str(), O_WRONLY | O_APPEND);
         if (file < 0)
@@ -125,7 +125,7 @@ TEST_F(DiskCalls, FailWhereTheyAreToldTo) {
         EXPECT_TRUE(Watch::Struck());
         EXPECT_EQ(Watch::Steps(), step);
     }
-    EXPECT_EQ(Bytes("sub/old"), "0123456789abcdefghijkl"); // the third one failed at the sync
+    EXPECT_EQ(Bytes("sub/old"), "0123456789abcdefghijkl"); // in the third round only the sync failed
 }
 
 TEST_F(DiskCalls, OfAFullDiskTakeHalfOfAWriteAndThenNothing) {

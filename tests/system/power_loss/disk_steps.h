@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// What library_calls.cpp does in the place of the C library: each routine counts the call, lets it fail or the program
-// die where the plan says so, and else passes it on.
+// What library_calls.cpp does in place of the C library: each routine counts the call, then fails, kills the program or
+// calls the library's own routine, as the plan says.
 #pragma once
 
 #include "tests/system/power_loss/disk_calls.h"
@@ -13,13 +13,13 @@ namespace disk {
 
 using Forward = std::function<int()>;
 
-/// The library's own routine of that name.
+/// Returns the library's own routine of that name.
 template <class Routine>
 Routine* Real(const char* name) {
     return reinterpret_cast<Routine*>(::dlsym(RTLD_NEXT, name));
 }
 
-/// A look at what there is, which changes and reads nothing; errno says why it fails.
+/// Counts a look, a call that asks what there is. Returns true if it must fail, with errno set.
 bool LookFails(int folder, const char* path);
 bool LookFails(int file);
 

@@ -13,7 +13,7 @@ struct Way {
     const char* Name;
     Blow What;
     int Error;
-    std::set<Call> Kinds; ///< of steps that fail so
+    std::set<Call> Kinds; ///< the kinds of steps that can fail in this way
 };
 
 const std::set<Call> TakeRoom = {Call::Open, Call::Write, Call::MakeFolder};
@@ -39,18 +39,19 @@ protected:
         WriteTree(Folder.Path(), TreeBefore(GetParam()));
         return Try(GetParam(), Folder.Path(), plan);
     }
-    /// What was reported as done is done.
+    /// Checks that an operation which reported success has been done, and that any other has left a whole state.
     void JudgeRun(const Outcome& run) {
         EXPECT_TRUE(run.Struck);
         Judge(GetParam(), Folder.Path(), run.IsSuccess() ? Ending::Completed : Ending::BetweenSteps);
     }
-    /// How often a file is looked at while it is read goes by the machine's clock: a look need not come again.
+    /// The number of looks at a file while it is read depends on the machine's clock, so the planned one may not come.
     void JudgeLook(const Plan& plan) {
         const Outcome run = TryWith(plan);
         if (run.Struck)
             JudgeRun(run);
     }
-    /// What is made again gives the state of a good run. SQLite has calls of its own: what fails of those is told.
+    /// A call that the program repeats leads to the state of a good run. SQLite does not repeat its own calls: their
+    /// failure is reported.
     void JudgeAgain(const Plan& plan) {
         const Outcome run = TryWith(plan);
         if (!run.Struck)
@@ -61,7 +62,7 @@ protected:
             (plan.Kind != Counted::Names && plan.Kind != Counted::Looks && run.StruckPath == "Databases");
         EXPECT_TRUE(run.IsSuccess() || isSqlites) << run.StruckPath;
     }
-    /// And stays done when the power goes next.
+    /// Checks that a success survives a loss of power right after it.
     void JudgeWithoutPower(const Outcome& run) {
         if (run.IsSuccess())
             LosePower(GetParam(), run, run.Steps.size(), DamagesOfASuccess, Ending::Completed);
@@ -92,7 +93,7 @@ TEST_P(FailedSteps, LeaveTheOldStateOrTheNewOneAndAreReported) {
     CountPoints("steps that failed:", points);
 }
 
-/// Power is not lost here: SQLite takes a folder that can't be opened for one whose names need no sync.
+/// The power is not cut after these: if SQLite can't open a folder, it does not sync its names.
 TEST_P(FailedSteps, ThatReadCostNothing) {
     int points = 0;
     for (int read = 1; read <= Whole.Reads && !HasFailure(); ++read) {
@@ -104,7 +105,7 @@ TEST_P(FailedSteps, ThatReadCostNothing) {
     CountPoints("reads that failed:", points);
 }
 
-/// A look that failed is no word on what is there: what follows is what a good run does, or a person is told.
+/// A look that failed does not show what is there: the program goes on as in a good run, or reports the failure.
 TEST_P(FailedSteps, ThatOnlyLookedCostNothing) {
     int points = 0;
     for (int look = 1; look <= Whole.Looks && !HasFailure(); ++look) {
@@ -116,7 +117,8 @@ TEST_P(FailedSteps, ThatOnlyLookedCostNothing) {
     CountPoints("looks that failed:", points);
 }
 
-/// What a network has lost is looked up anew. A file that is open and has gone from there is told of like any failure.
+/// A name that has become stale on a network is looked up again. A stale file that is open is reported like any
+/// failure.
 TEST_P(FailedSteps, ThatHadBecomeStaleAreLookedUpAnew) {
     int points = 0;
     for (int look = 1; look <= Whole.Names && !HasFailure(); ++look) {
@@ -128,7 +130,7 @@ TEST_P(FailedSteps, ThatHadBecomeStaleAreLookedUpAnew) {
     CountPoints("looks that had become stale:", points);
 }
 
-/// Where it stays so a person is told, and nothing is made elsewhere.
+/// If the failure lasts it is reported, and nothing is made elsewhere.
 TEST_P(FailedSteps, ThatFailFromThereOnAreTold) {
     int points = 0;
     constexpr int all = 1'000'000;
@@ -142,7 +144,7 @@ TEST_P(FailedSteps, ThatFailFromThereOnAreTold) {
     CountPoints("looks that failed from there on:", points);
 }
 
-/// What a signal interrupts is done all the same: nobody needs to hear of it.
+/// A call that a signal interrupts is repeated, and not reported.
 TEST_P(FailedSteps, ThatASignalInterruptedAreMadeAgain) {
     int points = 0;
     const std::pair<Counted, int> all[] = {{Counted::Steps, static_cast<int>(Whole.Kinds.size())},

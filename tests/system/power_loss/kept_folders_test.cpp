@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A data folder that is there, and that the machine can't open just now: nothing of it is looked for or made elsewhere.
+// A data folder that exists but can't be opened at the moment: the program does not search or make its files elsewhere.
 #include "tests/system/power_loss/machine.h"
 
 #include "src/storage/keyed_tables.h"
@@ -28,7 +28,7 @@ protected:
     Plan From(int look) const { return {Blow::Fail, look, GetParam(), Counted::Names, FromThereOn}; }
     Text Words() const { return platform::ErrorText(backends::FromErrno(GetParam())); }
 
-    /// They are in the data folder, and nothing is anywhere else.
+    /// Also checks that new files are in the data folder alone.
     void RemoveScratchFiles() const {
         for (const auto& [path, bytes] : ReadTree(Folder.Path()).Files) {
             if (Before.Files.count(path) != 0)
@@ -54,7 +54,7 @@ TEST_P(KeptFolder, StopsTheProgramWhereItsStandingPathsAreMade) {
     EXPECT_EQ(modFileSystem::GetDataPath(u""), u".\\Quorin\\");
 }
 
-/// Whichever look on the way it is that fails, and all behind it.
+/// Any look on the way fails, and all after it.
 TEST_P(KeptFolder, IsNeverTakenForAMissingOne) {
     bool struck = true;
     for (int look = 1; struck; ++look) {
@@ -83,7 +83,7 @@ TEST_P(KeptFolder, CostsASaveWhichIsToldAndTheProgramGoesOn) {
     EXPECT_EQ(ReadTree(Folder.Path()).Files["Quorin/table.txt"], "NAME|VALUE\na|again\nb|2\n");
 }
 
-/// The name of the scratch file alone: the table itself has been found again by then.
+/// Here the look fails for the scratch file's name, after the table itself was found.
 TEST_P(KeptFolder, LeavesAScratchFileUnmadeAndItsSaveTold) {
     modFileSystem::FileHandle file;
     modFileSystem::OpenFile(file, FullName("table.txt"), u"a", modQuorin::DataType, modQuorin::DataCreator);
@@ -97,8 +97,8 @@ TEST_P(KeptFolder, LeavesAScratchFileUnmadeAndItsSaveTold) {
             saved = modFileSystem::ChangeFileLine(file, 2, u"a|new");
             struck = Watch::Struck();
         } catch (const support::ProgramOver& over) {
-            EXPECT_NE(over.Failure.substr(0, 11), u"Can't open "); // which would be for the scratch file's name
-            break;                                                 // from here on the scratch file stands
+            EXPECT_NE(over.Failure.substr(0, 11), u"Can't open "); // it would be about the scratch file
+            break;                                                 // from here on the scratch file exists
         }
         RemoveScratchFiles();
         EXPECT_EQ(saved, !struck);
@@ -110,7 +110,7 @@ TEST_P(KeptFolder, LeavesAScratchFileUnmadeAndItsSaveTold) {
 
 INSTANTIATE_TEST_SUITE_P(Errors, KeptFolder, testing::Values(EIO, ENOMEM, ENFILE, EMFILE, ESTALE));
 
-/// A link that can't be read just now is a link still: its file would be taken for missing, and made anew.
+/// A link that can't be read at the moment must not count as a missing file, which would be created again.
 TEST(ALinkedTable, ThatCantBeLookedAtKeepsItsLines) {
     const FreshFolder folder;
     WriteTree(folder.Path(), Furnished({{"table.txt", TableBytes}}, Keeping::TextFiles));

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The program is killed before and inside each step of each operation, and behind the last one.
+// The program is killed before and inside each step of each operation, and after the last one.
 #include "tests/system/power_loss/trial.h"
 
 #include <csignal>
@@ -11,14 +11,14 @@ namespace disk {
 namespace {
 
 #ifdef __SANITIZE_ADDRESS__
-constexpr std::size_t Stride = 2; // a sanitized program takes its time to fork
+constexpr std::size_t Stride = 2; // a program with sanitizers forks slowly
 #else
 constexpr std::size_t Stride = 1;
 #endif
 
 class KilledSteps : public testing::TestWithParam<Operation> {
 protected:
-    /// Whether the child was killed, and did not end by itself.
+    /// Returns true if the child was killed and did not end by itself.
     bool IsKilledIn(const Plan& plan) {
         WriteTree(Folder.Path(), TreeBefore(GetParam()));
         const pid_t child = ::fork();

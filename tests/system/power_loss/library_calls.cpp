@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The C library's file calls, in the place of its own ones: whatever the program does to its files comes by here.
+// Replaces the C library's file calls: everything that the program does to its files comes through here.
 #include "tests/system/power_loss/disk_steps.h"
 
 #include <array>
@@ -11,7 +11,7 @@
 #include <sys/syscall.h>
 #include <unistd.h>
 
-// The library's calls. Each looks its real one up once it is called, since some are called before main is.
+// The library's calls. Each finds its original when it is first called, because some are called before main.
 
 namespace {
 
@@ -53,7 +53,7 @@ int openat64(int folder, const char* path, int flags, ...) {
     return disk::Open(folder, path, flags, [&] { return real(folder, path, flags, mode); });
 }
 
-/// Passes everything on; openat2 alone is looked at, which the library has no routine for.
+/// Passes everything on but openat2, for which the library has no routine.
 long syscall(long number, ...) noexcept {
     std::array<long, 6> a{};
     va_list rest;

@@ -14,7 +14,7 @@ constexpr std::uint32_t LosesNothing = 1;
 constexpr std::uint32_t LosesContents = 2;
 constexpr std::uint32_t LosesNames = 3;
 
-/// Not the library's distributions: a seed is to mean the same damage wherever it is built.
+/// Does not use the library's distributions, so that a seed means the same damage in every build.
 bool Happens(double chance, std::mt19937& random) {
     return static_cast<double>(random()) < chance * 4294967296.0;
 }
@@ -57,7 +57,7 @@ LostWrites::LostWrites(const Start& start, const std::vector<Step>& steps, std::
 void LostWrites::Take(const Step& step) {
     switch (step.What) {
     case Call::Open:
-        Contents_[step.File]; // there with nothing in it
+        Contents_[step.File]; // adds an empty file if it is new
         if (step.Made)
             Pending_.push_back({Call::Open, step.Path, {}, step.File});
         if (step.MadeEmpty)
@@ -97,7 +97,7 @@ void LostWrites::TakeFolderSync(const std::string& folder) {
             continue;
         }
         Apply(change, Lasting_);
-        if (!from) { // the new name lasts; the old one, in another folder, may come back
+        if (!from) { // the new name is on the medium; the old one, in another folder, may come back
             Lasting_.Files[change.Path] = change.File;
             left.push_back({Call::Unlink, change.Path, {}, change.File});
         }
@@ -138,7 +138,7 @@ void LostWrites::Apply(const Change& change, std::string& content) {
     content.replace(offset, change.Bytes.size(), change.Bytes);
 }
 
-/// The beginning of a write, or some of the sectors that it touches.
+/// Applies the beginning of a write, or some of the sectors that it touches.
 void LostWrites::ApplyTorn(const Change& change, std::string& content, std::mt19937& random) {
     if (change.IsTruncation)
         return;

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-// What a disk may hold after the power went at some point of a recorded run.
+// What may be on a disk if the power was lost at some point of a recorded run.
 //
-// A file holds what its last completed sync brought to the medium, and of the writes and truncations behind that any,
-// in any order, each whole or torn. A name that was made, changed or removed is as it was or as it became until its
-// folder has been synced, each by itself; a rename is never half done. The sync of a file does nothing for its name.
+// A file has the content of its last completed sync, and any of the later writes and truncations, in any order, each
+// whole or torn. A name that was made, changed or removed is as before or as after until its folder has been synced,
+// independently of other names; a rename is never half done. The sync of a file does not sync its name.
 #pragma once
 
 #include "tests/system/power_loss/disk_calls.h"
@@ -14,11 +14,11 @@ namespace disk {
 
 class LostWrites {
 public:
-    /// The power goes behind the first `count` steps.
+    /// The power is lost after the first `count` steps.
     LostWrites(const Start& start, const std::vector<Step>& steps, std::size_t count);
 
-    /// One of the trees that may be found then; the same seed gives the same one. Seed 0 loses all that may be lost,
-    /// seed 1 loses nothing, 2 and 3 lose all contents or all names.
+    /// Returns one of the trees that may then be on the disk, the same for the same seed. Seed 0 loses all that may be
+    /// lost, seed 1 loses nothing, 2 and 3 lose all contents or all names.
     Tree Damaged(std::uint32_t seed) const;
 
 private:
@@ -31,7 +31,7 @@ private:
         std::string Lasting;
         std::vector<Change> Later;
     };
-    /// A change of names that no sync has brought to the medium yet.
+    /// A change of names that has not been synced.
     struct NameChange {
         Call What = Call::Open; ///< making, renaming or removing a file, or making a folder
         std::string Path;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What the model of a disk without power can lose, tear and mix up, and what it can't.
+// What the model of a loss of power can lose, tear and reorder, and what it can't.
 #include "tests/system/power_loss/lost_writes.h"
 
 #include <algorithm>
@@ -39,7 +39,7 @@ protected:
         EXPECT_TRUE(!synced || ::fsync(file) == 0);
         ::close(file);
     }
-    /// The different trees that a thousand damages make of this.
+    /// Returns the different trees of a thousand damages after the action.
     std::set<Tree> TreesAfter(const std::function<void()>& action) const {
         const Watch watch(Folder.Path());
         action();
@@ -49,7 +49,7 @@ protected:
             trees.insert(model.Damaged(seed));
         return trees;
     }
-    /// What a file holds in them; "(missing)" where it does not exist.
+    /// Returns the contents of a file in these trees; "(missing)" if it does not exist.
     std::set<std::string> Contents(const std::string& name, const std::function<void()>& action) const {
         std::set<std::string> contents;
         for (const Tree& tree : TreesAfter(action)) {
@@ -72,7 +72,7 @@ TEST_F(PowerLoss, MayCostAWriteThatWasNotSyncedTearItOrKeepIt) {
     EXPECT_THAT(contents, Contains(New));
     EXPECT_THAT(contents, Contains(std::string(512, 'o') + std::string(512, 'n') + std::string(1024, 'o')));
     EXPECT_TRUE(std::any_of(contents.begin(), contents.end(), [](const std::string& bytes) {
-        const std::size_t place = bytes.find('o'); // the beginning of the write, no whole sectors
+        const std::size_t place = bytes.find('o'); // the beginning of the write, not whole sectors
         return place != std::string::npos && place % 512 != 0 && bytes.find('n', place) == std::string::npos;
     }));
 }
@@ -101,7 +101,7 @@ TEST_F(PowerLoss, MayBringTwoWritesToOnePlaceInEitherOrder) {
     EXPECT_THAT(contents, UnorderedElementsAre(Old, "1" + Old.substr(1), "2" + Old.substr(1)));
 }
 
-/// Whoever makes a file anew where it lies may find a mixture of both.
+/// A program that truncates a file and writes it again in place may lose both texts or mix them.
 TEST_F(PowerLoss, MayCostTheEmptyingAndKeepWhatWasWrittenBehindIt) {
     const auto contents = Contents("file", [this] { Put("file", "1", false, O_TRUNC); });
     EXPECT_THAT(contents, UnorderedElementsAre(Old, "", "1", "1" + Old.substr(1)));

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The power goes behind each step of each operation, and of what was not brought to the medium anything may be lost.
+// The power is lost after each step of each operation. Anything that was not synced may be lost.
 #include "tests/system/power_loss/trial.h"
 
 #include <gtest/gtest.h>
@@ -28,7 +28,7 @@ protected:
     Outcome Whole;
 };
 
-/// What the steps are known to have done must be all that was done: the model is right about nothing else.
+/// The recorded steps must explain every change on the disk, because the model knows only these.
 TEST_P(LostPower, KnowsAllThatWasDone) {
     EXPECT_TRUE(LastsAfter(Whole) == ReadTree(Folder.Path()));
 }

@@ -35,7 +35,7 @@ Machine::Machine(const std::string& root, Keeping keeping, const std::string& se
     : Host(OptionsOf(root, keeping, settings)), Platform(Host, *this, Did) {
     platform::Install(&Platform.record);
     modQuorin::ResetModules();
-    Platform.runTime.Rest = [](std::int32_t) {}; // there is nobody else to wait for
+    Platform.runTime.Rest = [](std::int32_t) {}; // there is nothing to wait for
     Platform.StartProgram();
 }
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The whole program on a root folder that is there already: started there, and started again after it was killed.
+// The whole program on an existing root folder: started there, and started again after it was killed.
 #pragma once
 
 #include "backends/loop/no_commands.h"
@@ -12,7 +12,7 @@ namespace disk {
 /// answered at once, a question with Yes.
 class Machine final : backends::NoCommands {
 public:
-    /// The settings are in the root folder where no other file is named.
+    /// The settings are in the root folder unless another file is named.
     Machine(const std::string& root, Keeping keeping, const std::string& settings = {});
     ~Machine() override;
 
@@ -26,10 +26,10 @@ private:
     void RunCommand() override;
 };
 
-/// The full name of a file in the data folder of the program that runs.
+/// Returns the full name of a file in the data folder of the running program.
 Text FullName(const std::string& name);
 
-/// What a fresh root holds before anything is tried: files with these lines, and the setting that says where.
+/// Returns the root folder before a test: files with these lines, and the setting that names their volume.
 Tree Furnished(const State& files, Keeping keeping);
 
 } // namespace disk

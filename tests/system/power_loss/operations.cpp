@@ -41,7 +41,7 @@ State Holding(const std::string& name, const Lines& lines) {
     return {{name, Joined(lines)}};
 }
 
-/// The same edit of the only file's lines, for all operations that make one.
+/// Returns the state after an edit of its first file's lines; nothing if the file is missing.
 std::optional<State> Edited(const State& state, const std::function<void(Lines&)>& edit) {
     State after = state;
     auto& content = after.begin()->second;
@@ -166,7 +166,8 @@ std::optional<State> AfterInstalling(const State& state) {
     return after;
 }
 
-/// The row is in the drivers table, and of the inf table nothing is there yet or the first lines.
+/// Returns the states in which the row is in the drivers table, and the inf table is old, missing, or has its first
+/// lines.
 std::vector<State> WhileInstalling(const std::string& drivers, const std::optional<std::string>& oldInf) {
     const std::string withRow = drivers + "Hygro|hygro.txt\n";
     std::vector<State> states = {{{"drivers.txt", withRow}, {"hygro.txt", oldInf}},
@@ -325,7 +326,7 @@ std::vector<Operation> Commands() {
              {{{"drivers.txt", ""}, {"qrnctrl.txt", std::nullopt}},
               {{"drivers.txt", drivers}, {"qrnctrl.txt", std::nullopt}},
               {{"drivers.txt", drivers}, {"qrnctrl.txt", ""}},
-              // the first of them can't be made
+              // the states if drivers.txt can't be made
               {{"drivers.txt", std::nullopt}, {"qrnctrl.txt", ""}},
               {{"drivers.txt", std::nullopt}, {"qrnctrl.txt", control}},
               {{"drivers.txt", ""}, {"qrnctrl.txt", control}}}}};
@@ -344,8 +345,8 @@ Operation Setting() {
             {}};
 }
 
-/// A text file is what it was or what it becomes at each moment, and never a part of either; a database has each of its
-/// lines by itself.
+/// Removes the states in which a file has only a part of its lines: a text file is old or new at each moment, while a
+/// database gets its lines one by one.
 void ExpectWholeFiles(Operation& operation) {
     const State done = operation.Done();
     const auto isPart = [&](const State& state) {
@@ -372,11 +373,11 @@ std::vector<Operation> Operations() {
     for (const auto& some : {LineOperations(), RowOperations(), FileOperations(), Commands()}) {
         for (Operation operation : some) {
             const Operation any = operation;
-            if (operation.Name != "ColumnChoices") // which are saved one after the other
+            if (operation.Name != "ColumnChoices") // it saves one row after the other
                 ExpectWholeFiles(operation);
             rows.push_back(operation);
             operation = any;
-            if (operation.Name == "InstallDriverOverAnotherInf") // a database is made anew in any case
+            if (operation.Name == "InstallDriverOverAnotherInf") // a database is always made again
                 continue;
             operation.Kept = Keeping::LineDatabases;
             rows.push_back(operation);

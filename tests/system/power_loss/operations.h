@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The operations of storage that must not lose anything, as rows: what there is before, what is done, what may be there
-// afterwards.
+// The operations of storage that must not lose anything, as rows: the state before, the action, the states afterwards.
 #pragma once
 
 #include "tests/system/power_loss/machine.h"
@@ -13,14 +12,14 @@ namespace disk {
 struct Operation {
     std::string Name;
     Keeping Kept = Keeping::TextFiles;
-    /// The files that are looked at. Others stand beside them: the drivers, the register, a driver's inf table, a
-    /// package.
+    /// The files that are compared. There are others beside them: the drivers table, the register, a driver's inf
+    /// table, a package.
     State Before;
-    /// Whether the operation says that it has been done. One that says nothing has been done when it comes back.
+    /// Returns true if the operation reports success. One without a result has succeeded when it returns.
     bool (*Do)(Machine&) = nullptr;
-    /// What it makes of a state; nothing where there is nothing that it could do.
+    /// Returns the state after the operation; nothing if it can't be done on that state.
     std::optional<State> (*After)(const State&) = nullptr;
-    /// Whole states between the two: of the steps that an operation is documented to take one after the other.
+    /// The states between the two, if the operation is documented as several steps.
     std::vector<State> Between;
 
     State Done() const { return *After(Before); }
@@ -29,10 +28,10 @@ struct Operation {
 void PrintTo(const Operation& operation, std::ostream* out);
 std::string NameOf(const Operation& operation); ///< for a test's name
 
-/// All rows, each for every way of keeping lines that it works on.
+/// Returns all rows, each for every way of keeping lines that it works on.
 std::vector<Operation> Operations();
 
-/// The root folder before the operation.
+/// Returns the root folder before the operation.
 const Tree& TreeBefore(const Operation& operation);
 
 } // namespace disk

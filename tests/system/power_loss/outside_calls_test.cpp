@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Calls beside the data folder fail, each once: on a settings file that a person has named, on the lock of the root
-// folder, and where folders are made at the start. What comes of it is what a good run leaves, or a person is told.
+// Calls outside of the data folder fail, each once: on a settings file that the user has named, on the lock of the root
+// folder, and where folders are made at the start. The result is that of a good run, or the failure is reported.
 #include "backends/files/root_lock.h"
 #include "src/storage/settings.h"
 #include "tests/system/power_loss/disk_calls.h"
@@ -20,7 +20,7 @@ using backends::RootLock;
 
 constexpr int Errors[] = {EIO, EINTR, ESTALE, ENOMEM, EMFILE, EACCES};
 
-/// Whether nobody needs to hear of it: it is done again.
+/// Returns true if the program repeats the call, so that the failure is not reported.
 bool IsDoneAgain(const Plan& plan) {
     return plan.Error == EINTR || (plan.Error == ESTALE && plan.Kind == Counted::Names);
 }
@@ -71,7 +71,7 @@ TEST(CallsOutsideOfTheRoot, OnASettingsFileWithoutAFolderAreToldOf) {
     EXPECT_THAT(machine.Did.Unsaved, testing::Contains(testing::Pair(u"the setting ComPort", u"it does not exist")));
 }
 
-/// Whoever is not told that nobody keeps a second program away is alone.
+/// Either the lock keeps a second program away, or its failure is reported.
 TEST(CallsOutsideOfTheRoot, OnTheLockLeaveItHeldOrAreToldOf) {
     const FreshFolder root;
     const std::string ours = "quorin " + std::to_string(::getpid());

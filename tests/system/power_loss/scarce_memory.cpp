@@ -31,7 +31,7 @@ void* Enlarge(void* memory, int size) {
     return Fails() ? nullptr : Usual.xRealloc(memory, size);
 }
 
-/// It can be put in the place of the usual one before SQLite is used for the first time alone.
+/// Replaces SQLite's allocator, which is possible only before SQLite is first used.
 const bool Installed = [] {
     if (sqlite3_config(SQLITE_CONFIG_GETMALLOC, &Usual) != SQLITE_OK)
         return false;

@@ -1,15 +1,15 @@
 // SPDX-License-Identifier: MIT
-// The memory of SQLite, which has an allocator of its own, and runs out where it is told to.
+// An allocator for SQLite that fails at a chosen allocation.
 #pragma once
 
 namespace disk {
 
 enum class Scarce {
-    Once,       ///< one allocation fails alone
-    FromThereOn ///< and all behind it
+    Once,       ///< only this allocation fails
+    FromThereOn ///< it and all after it fail
 };
 
-/// While it lives the `at`th allocation of SQLite fails, counted from 1. One at a time.
+/// While it exists, the `at`th allocation of SQLite fails, counted from 1. There can be only one.
 class ScarceMemory {
 public:
     ScarceMemory(int at, Scarce how);
@@ -17,7 +17,7 @@ public:
     ScarceMemory(const ScarceMemory&) = delete;
     ScarceMemory& operator=(const ScarceMemory&) = delete;
 
-    static bool Struck(); ///< that allocation came
+    static bool Struck(); ///< true if that allocation has come
 };
 
 } // namespace disk

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Each allocation of SQLite fails in each operation on line databases: what is there afterwards is the old state or the
-// new one, and a program that lacked memory has not gone on as if nothing were.
+// Each allocation of SQLite fails in each operation on line databases. Afterwards the files have the old state or the
+// new one, and the program has reported the lack of memory or stopped.
 #include "src/drivers/registry.h"
 #include "src/storage/keyed_tables.h"
 #include "src/storage/settings.h"
@@ -53,15 +53,15 @@ std::vector<Operation> DatabaseOperations() {
     return rows;
 }
 
-/// How a program ended that had an operation done.
+/// How a program that performed an operation has ended.
 enum class End {
     Done = 0,
-    Refused,  ///< its result was false, or a person was told
-    Stopped,  ///< the program can't go on, and has said why
-    NoMemory, ///< what the program's own handler says, before it ends the program at once
+    Refused,  ///< its result was false, or a failure was reported
+    Stopped,  ///< the program has stopped with a message
+    NoMemory, ///< the handler of `new` has ended the program
     Other,
 };
-constexpr int NotStruck = 0x40; ///< added where the operation came to its end before the allocation
+constexpr int NotStruck = 0x40; ///< added if the operation ended before the allocation
 
 End EndOf(const Operation& operation, Machine& machine) {
     try {
@@ -74,7 +74,7 @@ End EndOf(const Operation& operation, Machine& machine) {
 
 class WithoutMemory : public testing::TestWithParam<Operation> {
 protected:
-    /// Runs the operation in a program of its own.
+    /// Runs the operation in a child process. Returns its End.
     int StatusWithout(int allocation, Scarce how) const {
         const pid_t child = ::fork();
         if (child == 0) {
@@ -88,7 +88,7 @@ protected:
         ::waitpid(child, &status, 0);
         return WIFEXITED(status) ? WEXITSTATUS(status) : static_cast<int>(End::Other);
     }
-    /// False where the operation came to its end before the allocation.
+    /// Returns false if the operation ended before the allocation.
     bool TryWithout(int allocation, Scarce how) {
         SCOPED_TRACE("allocation " + std::to_string(allocation));
         const Operation& operation = GetParam();
@@ -101,7 +101,7 @@ protected:
         Left = ReadTree(Folder.Path());
         if (end == End::Done || Left != before) {
             Judge(operation, Folder.Path(), end == End::Done ? Ending::Completed : Ending::BetweenSteps);
-            Left = {}; // the judge has gone on there
+            Left = {}; // Judge has changed the folder
         }
         const bool struck = (status & NotStruck) == 0;
         EXPECT_TRUE(struck || end == End::Done);
@@ -118,12 +118,12 @@ protected:
     }
 
     const FreshFolder Folder;
-    Tree Left; ///< by the try before
+    Tree Left; ///< what the last try has left
     int Stopped = 0;
 };
 
-/// A program is made for each allocation, which takes minutes in all: each run takes every tenth or so, one with
-/// QUORIN_CASES=10 in the environment takes each.
+/// A process for each allocation would take minutes in all, so a run tests every tenth (with sanitizers every 40th).
+/// QUORIN_CASES=10 in the environment tests ten times as many.
 int Step() {
     const auto cases = static_cast<int>(reference::Setting("QUORIN_CASES", 1));
     return std::max(1, (reference::Sanitized ? 40 : 10) / std::max(1, cases));
@@ -137,8 +137,8 @@ TEST_P(WithoutMemory, NothingIsLostWhereAllFailFromThereOn) {
     TryAll(Scarce::FromThereOn, 4 * Step());
 }
 
-/// Another tool may make a database whose texts are in UTF-16: a line is converted when it is written, in memory of its
-/// own, and is no value at all where that is short.
+/// Another tool may make a database whose texts are in UTF-16. A line is then converted in allocated memory when it is
+/// written; if the allocation fails, it becomes NULL.
 class WithoutMemoryInUtf16 : public testing::Test {
 protected:
     std::filesystem::path File() const { return std::filesystem::path(Folder.Path()) / "Databases" / "list.sqlite"; }
@@ -151,7 +151,7 @@ protected:
                CREATE TABLE "TEXT"(Position INTEGER PRIMARY KEY, LineNumber INTEGER, LineData TEXT);
                INSERT INTO "TEXT" VALUES(0, 1, 'first'), (1, 2, 'second'))");
     }
-    /// In a program of its own. False where it came to its end before the allocation.
+    /// Changes a line in a child process. Returns false if that ended before the allocation.
     bool ChangeSecondWithout(int allocation) const {
         const pid_t child = ::fork();
         if (child == 0) {

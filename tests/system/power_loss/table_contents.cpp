@@ -20,7 +20,7 @@ public:
     Database(const Database&) = delete;
     Database& operator=(const Database&) = delete;
 
-    /// Each row as its columns with blanks between them; a failure is a row too.
+    /// Returns each row as its columns with blanks between them, and a failure as a row.
     std::vector<std::string> Rows(const char* sql) {
         std::vector<std::string> rows;
         sqlite3_stmt* statement = nullptr;

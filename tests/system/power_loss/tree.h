@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What stands in a folder of the host, as bytes in memory.
+// The contents of a folder of the host, as bytes in memory.
 #pragma once
 
 #include <map>
@@ -20,13 +20,13 @@ struct Tree {
 };
 
 Tree ReadTree(const std::string& root);
-/// Makes the folder hold this and nothing else.
+/// Makes the folder contain this and nothing else.
 void WriteTree(const std::string& root, const Tree& tree);
 
-/// The folder that a path lies in; empty for what lies in the root.
+/// Returns the folder of a path; empty for the root.
 std::string FolderOf(const std::string& path);
 
-/// An empty folder that is gone with its owner. It lies in memory where the machine offers that.
+/// An empty folder, which the destructor removes. It is in memory where the machine has such a place.
 class FreshFolder {
 public:
     FreshFolder();

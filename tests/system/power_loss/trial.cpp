@@ -38,7 +38,7 @@ bool IsLeftover(const std::string& path) {
            (name.size() > journal.size() && name.substr(name.size() - journal.size()) == journal);
 }
 
-/// Whether there are leftovers; any other file that does not belong there is a failure.
+/// Returns true if there are leftovers of an interrupted write. Any other unexpected file is a failure.
 bool HasLeftovers(const Operation& operation, const Tree& tree) {
     bool has = false;
     const Tree& before = TreeBefore(operation);
@@ -52,7 +52,7 @@ bool HasLeftovers(const Operation& operation, const Tree& tree) {
     return has;
 }
 
-/// What the program shows to choose from: nothing of what a broken-off operation has left.
+/// Expects that the program's lists show nothing of what an interrupted operation has left.
 void ExpectNothingIsMistaken(const Operation& operation) {
     modQuorin::LoadDriverList();
     if (operation.Name != "FirstStart") {
@@ -85,7 +85,7 @@ void ExpectGoesOn(const Operation& operation, const std::string& root, const Sta
     const std::optional<State> after = operation.After(found);
     try {
         Machine again(root, operation.Kept);
-        if (operation.Name != "FirstStart") // which is what makes its tables whole
+        if (operation.Name != "FirstStart") // which itself completes its tables
             ReadAllRows(found);
         EXPECT_EQ(operation.Do(again), after.has_value());
         EXPECT_THAT(again.Did.Unsaved, testing::IsEmpty());
@@ -95,13 +95,13 @@ void ExpectGoesOn(const Operation& operation, const std::string& root, const Sta
         ADD_FAILURE() << "started again, the program says " << modStringTools::ToBytes(over.Failure);
     }
     const State now = Look(root, operation.Before, operation.Kept);
-    // A database in which nothing has been made yet looks empty here, and is missing to the program, which makes both.
+    // A database file without tables is empty here, but missing for the program, which then makes both tables.
     if (operation.Name != "FirstStart" || now != operation.Done()) {
         EXPECT_EQ(now, after.value_or(found)) << Shown(now);
     }
 }
 
-/// What was tried, in the order of the names.
+/// The numbers of points, printed at the end in the order of their names.
 class Tally : public testing::Environment {
 public:
     void TearDown() override {
@@ -157,19 +157,19 @@ std::optional<State> ExpectWhole(const Operation& operation, const std::string& 
 
 void Judge(const Operation& operation, const std::string& root, Ending ending) {
     const Tree left = ReadTree(root);
-    static std::map<std::string, std::set<Tree>> judged; // most failures leave the same
+    static std::map<std::string, std::set<Tree>> judged; // most failures leave the same tree
     if (!judged[NameOf(operation) + std::to_string(static_cast<int>(ending))].insert(left).second)
         return;
     const bool hasLeftovers = HasLeftovers(operation, left);
     const std::optional<State> found = ExpectWhole(operation, root, ending);
     if (!found)
         return;
-    WriteTree(root, left); // what SQLite has to roll back is for the program to roll back
+    WriteTree(root, left); // the check has let SQLite roll back, which the program itself must do
     ExpectGoesOn(operation, root, *found, hasLeftovers);
 }
 
 int LosePower(const Operation& operation, const Outcome& run, std::size_t count, int damages, Ending ending) {
-    constexpr std::size_t startedAgain = 4; // of the trees: a start takes its time
+    constexpr std::size_t startedAgain = 4; // trees on which the program is started, which is slow
     const LostWrites model(run.Began, run.Steps, count);
     const FreshFolder folder;
     std::set<Tree> seen;

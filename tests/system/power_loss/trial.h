@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Runs an operation on a disk that fails, and judges what is there afterwards.
+// Runs an operation on a disk that fails, and checks the state afterwards.
 #pragma once
 
 #include "tests/system/power_loss/disk_calls.h"
@@ -7,12 +7,12 @@
 
 namespace disk {
 
-/// What came of one run.
+/// The result of one run.
 struct Outcome {
-    bool Done = false;    ///< the operation said so, or came back without a word
-    bool Stopped = false; ///< the program can't go on, and has said why
-    bool Told = false;    ///< a person was told that something could not be written, or is elsewhere
-    bool Struck = false;  ///< the plan's step came
+    bool Done = false;    ///< the operation reported success, or returned without a result
+    bool Stopped = false; ///< the program has stopped with a message
+    bool Told = false;    ///< it was reported that something could not be written, or is elsewhere
+    bool Struck = false;  ///< the plan's call has come
     std::string StruckPath;
     int Reads = 0;
     int Looks = 0;
@@ -24,28 +24,28 @@ struct Outcome {
     bool IsSuccess() const { return Done && !Stopped && !Told; }
 };
 
-/// Starts the program on the folder, runs the operation there as the plan says, and ends the program.
+/// Starts the program on the folder, runs the operation there under the plan, and ends the program.
 Outcome Try(const Operation& operation, const std::string& root, const Plan& plan = {});
 
-/// How the operation came to its end.
+/// How the operation has ended.
 enum class Ending {
-    Completed,    ///< it came back and said that it was done: the new state and no other
+    Completed,    ///< it reported success: only the new state is right
     BetweenSteps, ///< the old state, the new one, or one between them
 };
 
-/// The state of the files, where it is one that may be left.
+/// Returns the state of the files if it may be left by such an ending; else fails and returns nothing.
 std::optional<State> ExpectWhole(const Operation& operation, const std::string& root, Ending ending);
-/// Looks at what the operation has left, then starts the program there again and has it do the operation once more.
+/// Checks what the operation has left, then starts the program there again and repeats the operation.
 void Judge(const Operation& operation, const std::string& root, Ending ending);
 
-/// What the disk may hold if the power goes behind `count` steps of a run, in up to `damages` ways, each judged. The
-/// number of trees that differed.
+/// Checks what may be on the disk if the power is lost after `count` steps of a run, in up to `damages` ways. Returns
+/// the number of different trees.
 int LosePower(const Operation& operation, const Outcome& run, std::size_t count, int damages, Ending ending);
 
-/// The tree that a run must have left if its steps are all that it did.
+/// Returns the tree that a run must have left if its recorded steps are all that it did.
 Tree LastsAfter(const Outcome& run);
 
-/// Points that were tried, told when the program ends.
+/// Adds points that were tried, whose sum is printed when the program ends.
 void CountPoints(const std::string& what, int points);
 
 } // namespace disk
