@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A program that is killed with an unsaved record on its screen, and what the next one gives back.
+// A program that is killed with an unsaved record on its screen, and what the next one recovers.
 #include "tests/support/running_console.h"
 #include "tests/unit/apps/quorin-console/console_run.h"
 
@@ -37,7 +37,7 @@ protected:
     void Put(const std::string& name, const std::string& bytes) { Root.Put("Quorin/" + name, bytes); }
     std::string Download() { return Root.Bytes("Quorin/qrn0001.txt"); }
 
-    /// Opens the first record, does what the commands say, and is killed. Returns the output.
+    /// Starts a program, opens the first record, runs the commands, and kills it. Returns its output.
     std::string KilledAfter(const Words& commands, const std::string& clock = "real") {
         std::string output;
         RunningConsole program({"--clock", clock, "--root", Root.Path().string()});
@@ -149,7 +149,7 @@ TEST_F(KilledConsole, KeepsItsDraftsToItsOwner) {
         EXPECT_EQ(entry.status().permissions(), fs::perms::owner_read | fs::perms::owner_write);
 }
 
-// A place that can't be used costs the draft alone: the form does as it does without one, and a person is told.
+// If the drafts can't be stored, only they are lost: the form works as without them, and the failure is reported.
 
 struct PlaceRow {
     const char* Case;

@@ -53,7 +53,7 @@ int openat64(int folder, const char* path, int flags, ...) {
     return disk::Open(folder, path, flags, [&] { return real(folder, path, flags, mode); });
 }
 
-/// Passes everything on but openat2, for which the library has no routine.
+/// Calls the original. Only openat2 is counted, because the library has no other routine for it.
 long syscall(long number, ...) noexcept {
     std::array<long, 6> a{};
     va_list rest;

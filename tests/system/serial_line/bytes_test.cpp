@@ -10,13 +10,13 @@
 namespace line {
 namespace {
 
-/// What Windows-1252 has at 80 to 9F, as UTF-8. A byte that it leaves open is the control character of its number.
+/// The characters of Windows-1252 at 80 to 9F, as UTF-8. A byte without one is the control character of its number.
 const char* const From80To9F[] = {"\u20AC", "\u0081", "\u201A", "\u0192", "\u201E", "\u2026", "\u2020", "\u2021",
                                   "\u02C6", "\u2030", "\u0160", "\u2039", "\u0152", "\u008D", "\u017D", "\u008F",
                                   "\u0090", "\u2018", "\u2019", "\u201C", "\u201D", "\u2022", "\u2013", "\u2014",
                                   "\u02DC", "\u2122", "\u0161", "\u203A", "\u0153", "\u009D", "\u017E", "\u0178"};
 
-/// A byte that is no part of a UTF-8 character, as UTF-8.
+/// Returns the UTF-8 form of a byte that is not part of a UTF-8 character.
 std::string Character(int byte) {
     if (byte < 0x80)
         return std::string(1, static_cast<char>(byte));
@@ -30,17 +30,17 @@ struct Expected {
     std::string InFile;
 };
 
-/// What comes of the value "a", the byte, "z" with the unit "u".
+/// Returns the result of the value "a", the byte, "z" with the unit "u".
 Expected ValueWith(int byte) {
     switch (byte) {
     case '\0':
-        return {"a z u", "a z u"}; // as a break on the line reads
+        return {"a z u", "a z u"}; // also received for a break on the line
     case '\r':
-        return {" u", " u"}; // ends the line in front of the closing quote
+        return {" u", " u"}; // ends the line before the closing quote
     case '\n':
         return {"a\nz u", "a z u"};
     case '|':
-        return {"a z", "a z"}; // parts the value, and what is behind it takes the unit's place
+        return {"a z", "a z"}; // splits the value; the part after it replaces the unit
     default:
         return {"a" + Character(byte) + "z u", "a" + Character(byte) + "z u"};
     }
@@ -62,7 +62,7 @@ TEST(EveryByteValue, InAResultArrivesOnTheScreenAndInTheFile) {
     EXPECT_EQ(collection.Saved(), file + "|||\n");
 }
 
-/// All values, each between two letters and with each of the others somewhere behind it.
+/// Returns all byte values three times, in different orders.
 std::string AllBytes() {
     std::string bytes;
     for (int step : {1, 7, 253})

@@ -10,7 +10,7 @@ namespace line {
 
 namespace {
 
-/// Less than what the system keeps for a reader.
+/// Less than the system's buffer of a terminal.
 constexpr std::size_t PieceSize = 2048;
 
 backends::DeviceOptions Behind(const Socket& socket) {

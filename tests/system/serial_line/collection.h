@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The program with a download open, and an instrument at the other end of its line: a real pseudo terminal, the
-// program's clock standing still between ticks.
+// The program with a download open, and an instrument at the other end of its line, a real pseudo terminal. The
+// program's clock stops between ticks.
 #pragma once
 
 #include "tests/support/plugged_instrument.h"
@@ -11,13 +11,13 @@
 
 namespace line {
 
-/// Where a test's line is found, whichever terminal stands behind it.
+/// The path of a test's line, a link to its present terminal.
 struct Socket {
     Socket() { Link(); }
     void PlugIn();
-    /// The name goes first: another test's terminal may get the number of this one at once.
+    /// Removes the path before the terminal, whose number another test's terminal may get at once.
     void PullOut();
-    /// What has come and was not read is gone, as it is when a real port is closed. A terminal would keep it.
+    /// Discards what has arrived and was not read, as a real port does when it is closed. A terminal would keep it.
     void ForgetWhatWaits() const;
     std::string Path() const { return (Place.Path() / "line").string(); }
 
@@ -31,30 +31,30 @@ private:
 class Collection {
 public:
     enum class On { Record, Trace };
-    /// The port is open when this is done.
+    /// Opens the port, and returns when it is open.
     explicit Collection(On screen = On::Record);
 
-    /// The instrument sends, and the program has taken it when this is done.
+    /// Sends from the instrument, and returns when the program has read it.
     void Deliver(std::string_view bytes);
-    /// The instrument goes away, and the program has noticed.
+    /// Disconnects the instrument, and returns when the program has noticed.
     void PullOut();
     void PlugIn() { Line.PlugIn(); }
-    /// Ticks of the link timer.
+    /// Lets `count` ticks of the link timer pass.
     void Tick(int count = 1) { Device.Tick(500 * count); }
     void Choose(const Text& command);
 
     bool PortIsOpen() const { return Device.Platform.serial.PortOpen(); }
     std::string Title();
-    /// The record's values, a line each, or the lines of the trace.
+    /// Returns the record's values, a line each, or the lines of the trace.
     std::string Values();
-    /// Leaves the record, and gives the download's bytes.
+    /// Leaves the record, and returns the download's bytes.
     std::string Saved();
 
     Socket Line;
     support::TestDevice Device;
 };
 
-/// A text of the screen as bytes.
+/// Returns a text of the screen as bytes.
 std::string Shown(const Text& text);
 
 } // namespace line

@@ -13,7 +13,7 @@
 namespace line {
 namespace {
 
-/// Characters of one to four bytes in both encodings, lines that end in other ways, noise.
+/// Characters of one to four bytes, in UTF-8 and Windows-1252, lines with other ends, noise.
 const std::string Stream = "hum\r\n" + Hello +
                            Result("Moisture\" \"M2", "23.4", "\xC2\xB5g/m\xE2\x82\xAC",
                                   "[DESCRIPTIVE_VAR \"Site=N\xC3\xB6rd\n\xF0\x9F\x98\x80 a=b\"]\r\n") +
@@ -34,7 +34,7 @@ std::ostream& operator<<(std::ostream& out, const Outcome& outcome) {
 
 struct Delivery {
     std::string Bytes;
-    int Ticks; ///< after it
+    int Ticks; ///< after the delivery
 };
 
 Outcome OutcomeOf(const std::vector<Delivery>& deliveries) {
@@ -51,7 +51,7 @@ Outcome OutcomeOf(const std::vector<Delivery>& deliveries) {
 
 constexpr int UntilDecoded = 4; // ticks
 
-/// From one place to the next: each of them, but where few cases have to do.
+/// Returns the distance between two cuts: 1, or more in a run of fewer cases.
 std::size_t Step() {
     return std::max<std::size_t>(Stream.size() / std::max<std::size_t>(reference::CasesOf(Stream.size()), 1), 1);
 }
@@ -109,7 +109,7 @@ TEST(CutRecordsIn, SingleBytesWithATickBehindEachGiveTheSame) {
     EXPECT_EQ(OutcomeOf(bytes), Uncut(Stream));
 }
 
-/// Whether a byte may have more to its character. It is gone with the line.
+/// Returns true if the bytes before the place end inside a character. Such bytes are lost with the line.
 bool InsideACharacter(std::size_t place) {
     backends::SerialText decoder;
     decoder.Decode(Stream.substr(0, place));
@@ -126,7 +126,7 @@ TEST(CutRecordsIn, TwoByALineThatIsPulledOutAndComesBackGiveTheSame) {
         collection.PullOut();
         collection.Tick();
         collection.PlugIn();
-        collection.Tick(2); // the first may be the one that decodes
+        collection.Tick(2); // the first may decode and not look at the port
         collection.Deliver(Stream.substr(place));
         collection.Tick(UntilDecoded);
         Outcome outcome;
@@ -136,9 +136,9 @@ TEST(CutRecordsIn, TwoByALineThatIsPulledOutAndComesBackGiveTheSame) {
     }
 }
 
-// --- where it does matter how a stream is cut ------------------------------------------------------------------------
+// --- where a cut makes a difference ----------------------------------------------------------------------------------
 
-/// The places at which a cut with a tick behind it makes a difference.
+/// Returns the places at which a cut with a tick after it changes the result.
 std::vector<std::size_t> PlacesThatMatter(const std::string& stream) {
     const Outcome uncut = Uncut(stream);
     std::vector<std::size_t> places;
@@ -159,8 +159,8 @@ std::vector<std::size_t> From(std::size_t first, std::size_t last) {
 const std::string Moisture = Result("Moisture", "23.4", "%");
 const std::string Temperature = Result("Temperature", "19", "K");
 
-// A record is decoded when nothing but its end tag has come last. Whatever whole line follows at once puts that off
-// until the next record; one that has not ended yet does not.
+// A record is decoded if its end tag is the last complete line that has come. A complete line that follows at once
+// delays it until the next record; an incomplete line does not.
 TEST(CutMatters, BehindARecordThatALineFollowsAtOnce) {
     const std::string line = "battery 80%\r\n";
     const std::string stream = Hello + Moisture + line;
@@ -171,7 +171,7 @@ TEST(CutMatters, BehindARecordThatALineFollowsAtOnce) {
     EXPECT_EQ(PlacesThatMatter(stream + Temperature), std::vector<std::size_t>{}) << "the next record brings all";
 }
 
-// The results of a batch in which any record is refused wait for the next one in which none is.
+// The results of a batch in which a record is refused wait for the next batch in which none is.
 TEST(CutMatters, BetweenARefusedRecordAndAGoodOne) {
     const std::string refused = "[BLob]\r\n[ORIGIN \"QI-8\"]\r\n[RESULT_UNIT \"%\"]\r\n[/BLob]\r\n";
     const std::string stream = Hello + refused + Moisture;
@@ -181,8 +181,9 @@ TEST(CutMatters, BetweenARefusedRecordAndAGoodOne) {
         << "up to the end of the next line, which would be part of the batch";
 }
 
-// Line ends are made one in all that waits: a line feed that a batch begins with is one with the end of the noise that
-// was left in front of it, and else stands in front of the start tag, which is none then.
+// Line ends are converted in all the text that waits. If a batch begins with a line feed, that joins the end of the
+// noise before it to one line end. Without a cut it is the first character of the start tag's line, which then is no
+// start tag.
 TEST(CutMatters, InFrontOfALineFeedThatFollowsARecord) {
     const std::string head = "hum\r\n" + Hello;
     const std::string stream = head + "\n" + Moisture;

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The whole road with the machine's clock: a second process at the other end of a pseudo terminal or of a mailbox.
+// A reading from the line to the file with the machine's clock. A second process is at the other end of a pseudo
+// terminal or of a mailbox.
 #include "tests/support/listener.h"
 #include "tests/support/plugged_instrument.h"
 #include "tests/support/running_console.h"
@@ -42,8 +43,9 @@ protected:
         for (const char* command : {"choose Start...", "choose Ok", "choose Open"})
             EXPECT_EQ(console.Tell(command).find("error"), std::string::npos) << command;
     }
-    /// Lets time go by until the screen shows a text; whether it ever does. A machine that stalls for two seconds looks
-    /// like a device that slept: the port is opened anew, the instrument begins again, and a question may come of it.
+    /// Lets time pass until the screen shows a text. Returns false if it does not appear. A machine that stalls for two
+    /// seconds looks like a device that slept: the port is opened again, the instrument begins again, and a question
+    /// may open.
     static bool Shows(RunningConsole& console, const std::string& text) {
         for (int i = 0; i < 300; ++i) {
             if (console.Tell("screen").find(text) != std::string::npos)
@@ -54,7 +56,7 @@ protected:
         return false;
     }
 
-    /// Both results of the recording come, and are in the file when the record has been left.
+    /// Expects both results of the recording on the screen, and in the file after the record was left.
     void ExpectASavedRow(RunningConsole& console) {
         EXPECT_TRUE(Shows(console, "23.4 %"));
         EXPECT_TRUE(Shows(console, "19 \xC2\xB0"
@@ -68,7 +70,7 @@ protected:
     TemporaryFolder Root;
 };
 
-/// Two results, and then a line that stays open.
+/// Two results. The line stays open after them.
 const char* const Recording =
     "[BLob]\r\n[CONNECT \"QI-7\"]\r\n[/BLob]\r\n"
     "[BLob]\r\n[ORIGIN \"QI-7\"]\r\n[RESULT_TYPE \"Moisture\"]\r\n[RESULT_VALUE \"23.4\"]\r\n"
@@ -79,7 +81,7 @@ const char* const Recording =
 
 const char* const NotSaved = R"({"event":"notsaved","file":"qrn0001.txt","error":)";
 
-/// As a card that is pulled, or a folder that somebody tidies away.
+/// As when a card is removed or a folder is moved.
 TEST_F(TheRoadOfAResult, EndsWithAWordWhereTheRootHasBeenMovedAway) {
     RunningConsole console({"--root", Root.Path("")});
     OpenTheDownload(console);
@@ -98,7 +100,7 @@ TEST_F(TheRoadOfAResult, EndsWithAWordWhereTheRootHasBeenMovedAway) {
     EXPECT_NE(File("Quorin/qrn0001.txt").find("34|"), std::string::npos);
 }
 
-/// As an editor or a tool that keeps folders in step replaces it.
+/// As an editor or a tool that synchronises folders replaces a file.
 TEST_F(TheRoadOfAResult, LeavesTheRowsThatAnotherProgramHasWrittenMeanwhile) {
     const std::string header = "Moisture|Temperature|Meter\n";
     Put("Quorin/qrn0001.txt", header + "1||\n");
@@ -214,8 +216,8 @@ TEST_F(TheRoadOfAResult, SavedRowsSurviveAPowerCut) {
     EXPECT_EQ(File("Quorin/qrn0001.txt"), "Moisture|Temperature|Meter\n1||\n2||\n||\n");
 }
 
-#ifndef __SANITIZE_ADDRESS__ // which takes more memory for itself than there is here
-/// What a program says, and how it ends, where it may have no more than 400 MB and is given a line without an end.
+#ifndef __SANITIZE_ADDRESS__ // the sanitizer itself needs more memory than the limit here allows
+/// Expects the message and exit status of a program that is limited to 400 MB and receives a line without an end.
 void ExpectAnEndWithoutMemory(const TemporaryFolder& folder, const std::string& program, const std::string& name) {
     const std::string errors = folder.Path("errors");
     const std::string command = "head -c 800000000 /dev/zero | tr \"\\\\0\" a | (ulimit -v 400000; exec " + program +

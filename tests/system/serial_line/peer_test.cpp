@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// An instrument that goes away and comes back, falls silent, and sends at any pace.
+// An instrument that is disconnected and comes back, stops sending, and sends at different speeds.
 #include "tests/system/serial_line/collection.h"
 #include "tests/system/serial_line/records.h"
 
@@ -47,7 +47,7 @@ TEST(InstrumentThatGoes, HasItsRecordDecodedFirst) {
     collection.Deliver(Hello + Result("Moisture", "1", "%"));
     collection.PullOut();
     collection.PlugIn();
-    collection.Tick(); // decodes, and looks at nothing else
+    collection.Tick(); // decodes, and does not look at the port
     EXPECT_EQ(collection.Values(), "1 %\n\n\nQI-7\n");
     EXPECT_FALSE(collection.PortIsOpen());
     collection.Tick();
@@ -92,7 +92,7 @@ TEST(InstrumentThatPauses, InsideALineGoesOnAsIfItHadNot) {
     EXPECT_EQ(collection.Values(), "1 %\n\n\nQI-7\n");
 }
 
-// What comes while the device sleeps waits in the system, and the port is closed and opened after it.
+// What comes while the device sleeps waits in the system. After the sleep the port is closed and opened.
 TEST(DeviceThatSlept, GetsWhatCameMeanwhile) {
     Collection collection;
     collection.Line.Instrument.Send(Hello + Result("Moisture", "1", "%"));
@@ -126,11 +126,11 @@ std::ptrdiff_t OpenDescriptors() {
     return std::distance(directory_iterator("/proc/self/fd"), directory_iterator());
 }
 
-/// Goes and comes back, whereupon the port is open.
+/// Disconnects and reconnects the instrument, and expects the port to be open.
 void Reconnect(Collection& collection) {
     collection.PullOut();
     collection.PlugIn();
-    collection.Tick(2); // the first may be the one that decodes
+    collection.Tick(2); // the first may decode and not look at the port
     ASSERT_TRUE(collection.PortIsOpen());
 }
 
@@ -176,7 +176,7 @@ TEST(AThousandOpenings, ThatFailShowNoMessageAndLeaveNoDescriptorOpen) {
 
 // --- at any pace -----------------------------------------------------------------------------------------------------
 
-/// The first value of the trace's results that is not the one that was sent, or how many there are.
+/// Returns how many of the trace's first results have the value that was sent.
 int ResultsInOrder(Collection& collection) {
     auto& grid = collection.Device.Main();
     int results = 0;
@@ -202,7 +202,7 @@ TEST(AFlood, OfTwoThousandRecordsIsDeliveredToTheLast) {
 
 struct Pace {
     std::string Name;
-    std::vector<std::size_t> Pieces; ///< in turn
+    std::vector<std::size_t> Pieces; ///< their lengths, used in turn
     int TickEvery;                   ///< pieces; 0 for never
 };
 std::ostream& operator<<(std::ostream& out, const Pace& pace) {

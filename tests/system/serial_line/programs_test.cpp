@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The line as whole programs have it, without a window and in one, by the machine's clock: under a flood, with the
-// instrument gone, and with records that come in pieces.
+// The console and the console in a window on a line, with the machine's clock: under a flood, with the instrument
+// disconnected, and with records that come in pieces.
 #include "tests/support/processor_time.h"
 #include "tests/support/running_console.h"
 #include "tests/system/serial_line/collection.h"
@@ -29,11 +29,11 @@ double SecondsSince(Clock::time_point start) {
     return std::chrono::duration<double>(Clock::now() - start).count();
 }
 
-/// What a line brings in a second that is faster than any serial one.
+/// The bytes of a second on a line that is faster than any serial one.
 constexpr std::size_t SecondOfAFlood = 5000000; // bytes
 
-/// Sends the same bytes over and over at that speed, as far as they are read, until it is told to stop. It stops by
-/// itself in the end, so that a program which never comes to rest fails the test and does not hang it.
+/// Sends the same bytes again and again at that speed, as far as they are read, until it is destroyed. It stops by
+/// itself after a minute, so that a program which never rests fails the test and does not hang it.
 class Flood {
 public:
     Flood(int line, const std::string& bytes) {
@@ -48,7 +48,7 @@ public:
         Sender_.join();
     }
     std::size_t Sent() const { return Count_; }
-    /// It has not come to its own end.
+    /// Returns false if it has stopped by itself.
     bool GoesOn() const { return !Ended_; }
 
 private:
@@ -95,7 +95,7 @@ protected:
         for (const char* command : commands)
             EXPECT_EQ(program.Tell(command).find("error"), std::string::npos) << command;
     }
-    /// Lets time go by until the screen shows a text; false when it still doesn't after a minute.
+    /// Lets time pass until the screen shows a text. Returns false if it does not after a minute.
     static bool Shows(RunningConsole& program, const std::string& text, const char* wait = "tick 100") {
         for (const auto start = Clock::now(); SecondsSince(start) < 60; program.Tell(wait)) {
             if (program.Tell("screen").find(text) != std::string::npos)
@@ -110,8 +110,8 @@ protected:
 
 class Flooded : public OnTheLine {};
 
-/// How much comes between a command and its answer, less than in a second, while the line is flooded, in the middle of
-/// many. The writer never stops.
+/// Returns the median, over many commands, of the bytes that arrive between a command and its answer on a flooded line.
+/// The sender does not stop meanwhile.
 std::size_t BytesBeforeAnAnswer(RunningConsole& program, const Flood& flood, const char* screen) {
     std::vector<std::size_t> waits;
     while (waits.size() < 20 || (flood.Sent() < SecondOfAFlood && flood.GoesOn())) {
@@ -167,7 +167,7 @@ TEST_P(Flooded, DeliversTwoThousandRecordsThatComeAtOnce) {
 
 class WithTheInstrumentGone : public OnTheLine {};
 
-// A second of rest is looked at more than once, since a busy machine may count another's work in.
+// A second of rest is measured up to five times, because a busy machine may disturb the measurement.
 TEST_P(WithTheInstrumentGone, KeepsNoProcessorBusy) {
     RunningConsole program(Options("real"), GetParam());
     Tell(program, {"choose Start...", "choose Ok", "choose Open", "tick 600"});

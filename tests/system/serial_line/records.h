@@ -8,7 +8,7 @@ namespace line {
 
 inline const std::string Hello = "[BLob]\r\n[CONNECT \"QI-7\"]\r\n[/BLob]\r\n";
 
-/// A result of the instrument that has said hello, with a line in front of its types where one is given.
+/// Returns a record with a result of the instrument of Hello, with another line before its types if one is given.
 inline std::string Result(const std::string& type, const std::string& value, const std::string& unit,
                           const std::string& variable = "") {
     return "[BLob]\r\n[ORIGIN \"QI-7\"]\r\n" + variable + "[RESULT_TYPE \"" + type + "\"]\r\n[RESULT_VALUE \"" + value +

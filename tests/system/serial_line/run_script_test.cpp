@@ -21,7 +21,7 @@ namespace {
 using testing::ContainsRegex;
 using testing::HasSubstr;
 
-/// Measures for how long this machine kept everybody from work.
+/// Measures the longest time for which this machine ran no program.
 class Stalls {
 public:
     using Clock = std::chrono::steady_clock;
@@ -49,7 +49,7 @@ private:
     std::thread Watch_;
 };
 
-/// What a run of the script has left.
+/// The result of a run of the script.
 struct ScriptRun {
     int Status = -1;
     std::string Output, Download;
@@ -57,7 +57,7 @@ struct ScriptRun {
 
 class RunScript : public testing::Test {
 protected:
-    /// Runs the script with the programs of this build, as where there is no display.
+    /// Runs the script with the programs of this build, without a display.
     ScriptRun Run(const std::string& words) {
         const std::string command =
             "env -u DISPLAY -u WAYLAND_DISPLAY QUORIN_BIN=" QUORIN_BIN " QUORIN_DEMO=" + Folder_.Path() +
@@ -68,11 +68,11 @@ protected:
                 .Output = Folder_.Bytes("output"),
                 .Download = Folder_.Has(download) ? Folder_.Bytes(download) : "no download"};
     }
-    /// Runs the script again only where the machine stood still meanwhile: a stall of two seconds looks like a device
-    /// that slept, the instrument begins again, and other records come of it. A wrong result of a machine that was on
-    /// time is the result.
+    /// Runs the script, and again only if the machine has stalled meanwhile: a stall of two seconds looks like a device
+    /// that slept, so the instrument begins again and sends other records. A wrong result without a stall is not
+    /// repeated.
     ScriptRun RunOnTime(const std::string& words) {
-        constexpr double Late = 1; // half of what is a sleep for the program
+        constexpr double Late = 1; // seconds; half of what the program takes for a sleep
         constexpr int Tries = 3;
         for (int each = 1;; ++each) {
             const Stalls stalls;
@@ -90,7 +90,7 @@ private:
     TemporaryRoot Folder_{support::PlaceInMemory()};
 };
 
-/// The values that the download on the disk has, without the columns that depend on the day.
+/// The values in the download on the disk, without the columns that depend on the day.
 const char* const FirstRecord = "North wall|Ada|18.8 %|20.6 \xC2\xB0"
                                 "C|41.9 %RH|Air|Pin||";
 const char* const SecondRecord = "Cellar|Cleo|15.1 %|24.7 \xC2\xB0"

@@ -35,13 +35,13 @@ bool IsProse(const std::string& line) {
     return line.empty() || line[0] == '#';
 }
 
-/// A command for the program, with the prose that stands above it.
+/// A command for the program, with the prose above it.
 struct Command {
     std::vector<std::string> Prose;
     std::string Text;
 };
 
-/// A line with a `$`, and for the program what it is told.
+/// A line with a `$`, and the commands if it starts the program.
 struct Step {
     std::vector<std::string> Prose;
     std::string Line;

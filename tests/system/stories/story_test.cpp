@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Plays each story of this folder. UPDATE_GOLDEN=1 writes the stories anew instead; the difference is then read.
-// QUORIN_CONSOLE=PROGRAM plays them with a program of another place.
+// Plays each story of this folder. UPDATE_GOLDEN=1 rewrites the stories instead; a person then reads the difference.
+// QUORIN_CONSOLE=PROGRAM plays them with another program.
 #include "tests/system/stories/story.h"
 
 #include <gtest/gtest.h>

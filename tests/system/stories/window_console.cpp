@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The console's commands on a device in a window that nobody sees: each command is a click or a key on a real widget.
-// With the sizes of a screen that nobody sees, unless QUORIN_WINDOW_FONTS asks for the window's own.
+// The console's commands on a device in an invisible window: each command is a click or a key on a real widget. Fonts
+// have the sizes of the console, unless QUORIN_WINDOW_FONTS asks for the window's own.
 #include "apps/quorin-console/console_main.h"
 #include "backends/headless/font_server.h"
 #include "backends/headless/headless_controls.h"
@@ -15,7 +15,7 @@ start::ExitStatus RunInWindow(const console::Options& options, console::Session&
     int count = 1;
     char name[] = "window-console";
     char* words[] = {name, nullptr};
-    qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {}); // what this screen can't do
+    qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {}); // about what this screen lacks
     QApplication application(count, words);
     QApplication::setQuitOnLastWindowClosed(false);
     backends::headless::HeadlessFonts fonts;

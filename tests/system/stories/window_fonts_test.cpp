@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The console's stories once more in a window with its own fonts. Rows are higher there and pages hold fewer of them;
-// all the rest goes as written.
+// The console's stories again, in a window with its own fonts. Rows are higher there and pages have fewer of them; all
+// else must be as in the stories.
 #include "tests/system/stories/story.h"
 
 #include <gtest/gtest.h>
@@ -20,7 +20,7 @@ std::string TitleOf(const testing::TestParamInfo<fs::path>& info) {
     return story::Title(info.param);
 }
 
-/// What depends on how wide and how high letters are.
+/// Returns true if the member of an object depends on the size of letters.
 bool IsMetric(const std::string& member) {
     return member == "widths" || member == "heights" || member == "box" || member == "top";
 }
@@ -43,13 +43,13 @@ void DropMetrics(Json& value) {
     }
 }
 
-/// The line of a story that asks for a picture: "> show", or ">> show" inside of a box.
+/// Returns true for the line of a story that asks for a picture: "> show", or ">> show" inside of a box.
 bool IsShow(const std::string& line) {
     const std::size_t word = line.find_first_not_of('>');
     return word != std::string::npos && word > 0 && line.substr(word) == " show";
 }
 
-/// A story without its pictures, and its objects without what depends on letters.
+/// Returns a story without its pictures, and its objects without the members that depend on letters.
 std::string WithoutMetrics(const std::string& text) {
     std::istringstream in(text);
     std::string kept;

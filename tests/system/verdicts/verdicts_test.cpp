@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Everything that can become of a reading, made to happen through the console.
+// Every verdict on a reading, produced through the console.
 #include "tests/unit/apps/quorin-console/console_run.h"
 
 #include <sys/resource.h>
@@ -223,7 +223,7 @@ TEST_F(FateOfAReading, HasTheConnectedOriginIfItNamesNone) {
     }
 }
 
-/// The largest memory of all programs that this one has run so far, in megabytes.
+/// Returns the largest memory, in megabytes, of all programs that this one has run so far.
 long MegabytesOfPrograms() {
     rusage used{};
     getrusage(RUSAGE_CHILDREN, &used);
@@ -247,7 +247,7 @@ TEST_F(FateOfAReading, NeedsNoMemoryForItsSiblings) {
     EXPECT_LT(MegabytesOfPrograms(), 400);
 }
 
-/// The events of a run in short: what became of a reading, what was saved, tones.
+/// Returns the events of a run in short: the verdicts of readings, saves, tones.
 Words Events(const Outcome& run) {
     Words events;
     for (const Json& event : run.All("event")) {
@@ -277,7 +277,7 @@ TEST_F(FateOfAReading, HasNoSaveAfterItThatFailed) {
     EXPECT_THAT(Events(run), testing::Contains("notsaved"));
 }
 
-/// The table of the drivers is saved here.
+/// This run saves the table of drivers.
 TEST_F(FateOfAReading, HasNoSaveOfATableThatIsNoDownload) {
     const Outcome run =
         Tell({"choose inf editor...", "choose New", "tap 0 1", "set New", "choose Save"}, {"--verdicts"});
@@ -290,7 +290,7 @@ TEST_F(FateOfAReading, IsForAPersonALineOfText) {
     EXPECT_THAT(run.Lines, testing::IsSupersetOf({"    reading taken: 14.1 %", "    saved: row 1 of qrn0001.txt"}));
 }
 
-/// A reading belongs to the open download only if it came to a record.
+/// A reading is reported with the open download only if it came to a record.
 TEST_P(FateOfAReading, NamesTheDownloadOfItsRecord) {
     static const Words atARecord = {"taken", "replaced", "kept",     "openfield",
                                     "norow", "nocolumn", "norecord", "notype"};
