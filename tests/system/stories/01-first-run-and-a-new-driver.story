@@ -12,7 +12,7 @@ $ quorin-console --strict
     [Main] Start... | Exit
                        [Options] Preferences... | inf editor... | Bluetooth Debug...
 {"done":"show"}
-# The list of drivers makes the two standing tables.
+# The list of drivers creates the drivers table and the register.
 > choose Start...
 {"done":"choose"}
 > tick 100

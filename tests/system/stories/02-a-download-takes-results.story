@@ -71,7 +71,7 @@ $ quorin-console --strict
     [File] Next Record | Previous Record | First Record | Last Record | Close
                                    [Edit] New Record | Insert Record | Delete Record
 {"done":"show"}
-# Another one for the same field: the old value is not lost without a word.
+# Another one for the same field: the program asks before it replaces the old value.
 > receive "[BLob]\r\n[ORIGIN \"QI-0001\"]\r\n[RESULT_TYPE \"Moisture\"]\r\n[RESULT_VALUE \"29.9\"]\r\n[RESULT_UNIT \"%\"]\r\n[/BLob]\r\n"
 {"done":"receive"}
 > tick 1100
@@ -93,7 +93,7 @@ $ quorin-console --strict
 {"event":"status","text":"Busy"}
 {"event":"status","text":null}
 {"done":"tick"}
-# A stranger's reading is dropped, and one that no field wants is answered by the low tone.
+# A reading of another instrument is dropped, and one without a field is answered by the low tone.
 > receive "[BLob]\r\n[ORIGIN \"QI-0002\"]\r\n[RESULT_TYPE \"Moisture\"]\r\n[RESULT_VALUE \"1\"]\r\n[RESULT_UNIT \"%\"]\r\n[/BLob]\r\n"
 {"done":"receive"}
 > tick 1100
@@ -120,7 +120,7 @@ $ quorin-console --strict
     [File] Next Record | Previous Record | First Record | Last Record | Close
                                    [Edit] New Record | Insert Record | Delete Record
 {"done":"show"}
-# The next record keeps the place.
+# The next record copies the place.
 > choose New Record
 {"event":"status","text":"Busy"}
 {"event":"status","text":null}

@@ -1,5 +1,5 @@
 # A download with three records: the technician walks, edits, inserts and deletes, then renames the download and deletes
-# another one. The program is started again in between, and all is still there.
+# another one. The program is started again in between, and everything is still there.
 $ mkdir -p Quorin
 $ printf 'NAME|INFFILE\nMoisture Meter|moisture.txt\n' > Quorin/drivers.txt
 $ printf 'DRIVER|FILE|DATE|ALIAS\nMoisture Meter|qrn0001.txt|20070301|\nMoisture Meter|qrn0002.txt|20070302|Second visit\n' > Quorin/qrnctrl.txt
@@ -137,7 +137,7 @@ $ quorin-console --strict
     --------------------------------------------------------------------------------
     [File] Open | Delete | Rename | New                                       [Back]
 {"done":"show"}
-# A rename that is cancelled answers with the last answer there was: the second download takes the first one's name.
+# A cancelled rename returns the last answer that was given: the second download gets the first one's name.
 > hold 1
 {"done":"hold"}
 > choose Rename

@@ -1,8 +1,8 @@
-# What the program can't go on with ends it with a message, exit status 1, and the files as they were saved last.
+# An error that the program can't continue after ends it with a message and exit status 1. The files are as last saved.
 $ mkdir -p Quorin
 $ printf 'NAME|INFFILE\nMeter|meter.txt\n' > Quorin/drivers.txt
 $ printf 'DRIVER|FILE|DATE|ALIAS\nMeter|qrn0001.txt|20070301|\n' > Quorin/qrnctrl.txt
-# A colour that is no number.
+# A colour that is not a number.
 $ printf 'FIELDNAME|VISIBLE|COPY|BLOB|DISPLAY|CSVNAME|DATATYPE|FORMULA\nPlace|1|||green|||\n' > Quorin/meter.txt
 $ quorin-console
 > choose Start...
@@ -15,7 +15,7 @@ $ quorin-console
 {"done":"choose","error":"the program has ended"}
 stderr: quorin-console: DISPLAY "green" is not a number (row 1 of meter.txt)
 [exit status 1]
-# A row of the register that is too short to have a file.
+# A row of the register that is too short to contain a file.
 $ printf 'DRIVER|FILE|DATE|ALIAS\nMeter\n' > Quorin/qrnctrl.txt
 $ quorin-console
 > choose Start...
@@ -37,7 +37,7 @@ $ quorin-console
 {"done":"choose","error":"the program has ended"}
 stderr: quorin-console: The download file "qrnabcd.txt" has no number in its name
 [exit status 1]
-# A port that is no number.
+# A port that is not a number.
 $ printf '[Settings]\nComPort=printer\n' > settings.ini
 $ printf 'FIELDNAME|VISIBLE|COPY|BLOB|DISPLAY|CSVNAME|DATATYPE|FORMULA\nPlace|1||dv: Site||||\n' > Quorin/meter.txt
 $ quorin-console

@@ -1,5 +1,5 @@
-# Files that other tools have written: line ends of another system, no last line end, bytes that are no UTF-8, rows that
-# are too long. A row that nobody edits keeps every byte.
+# Files that other tools have written: line ends of another system, no last line end, bytes that are not UTF-8, rows
+# that are too long. A row that nobody edits keeps every byte.
 $ mkdir -p Quorin
 $ printf 'NAME|INFFILE\r\nMeter|meter.txt' > Quorin/drivers.txt
 $ printf 'DRIVER|FILE|DATE|ALIAS\r\nMeter|qrn0001.txt|20070301|Caf\351\r\n' > Quorin/qrnctrl.txt

@@ -1,10 +1,10 @@
-# A Palm OS device with no card. Its memory, "Device:\", holds no files but line databases, so that everything the program
-# keeps is a database there. A driver package has come by beam as one; a database's name has no ending, hence "soilqvd".
+# A Palm OS device with no card. Its memory, "Device:\", contains line databases and no files, so the program keeps all
+# its data in databases. A driver package came by beam as one; a database's name has no ending, hence "soilqvd".
 $ mkdir Databases && sqlite3 Databases/soilqvd.sqlite "CREATE TABLE \"DATABASE\" (TypeCode, CreatorCode); INSERT INTO \"DATABASE\" VALUES (0x54455854, 0x5156524E); CREATE TABLE TEXT (Position INTEGER PRIMARY KEY, LineNumber, LineData)"
 $ sqlite3 Databases/soilqvd.sqlite "INSERT INTO TEXT VALUES (0,1,'Soil Meter|soil.txt'), (1,2,'FIELDNAME|VISIBLE|COPY|BLOB|DISPLAY|CSVNAME|DATATYPE|FORMULA'), (2,3,'Plot|1|1|dv: Plot||||'), (3,4,'Acid|1||pH||||')"
 $ for n in 1 2 3 4 5 6 7 8; do sqlite3 Databases/soilqvd.sqlite "INSERT INTO TEXT VALUES ($n+3,$n+4,'Note $n|1||||||')"; done
 
-# The hardware keys become the program's own at the start.
+# At its start the program takes over the hardware keys.
 $ quorin-console --device palm --strict
 {"event":"grab","key":308}
 {"event":"grab","key":309}
@@ -21,7 +21,7 @@ $ quorin-console --device palm --strict
 {"event":"grab","key":267}
 {"event":"grab","key":1280}
 {"event":"grab","key":261}
-# Both menus are soft keys. One with several commands opens its list, one with a single command is that command.
+# Both menus are soft keys. A key with several commands opens their list; one with a single command runs it.
 > title 1
 {"done":"title"}
 > show
@@ -103,7 +103,7 @@ $ quorin-console --device palm --strict
     [File] Next Record | Previous Record | First Record | Last Record | Close
                                    [Edit] New Record | Insert Record | Delete Record
 {"done":"show"}
-# The power key: the reading is saved and the link goes down before the device may sleep, and the key is taken back.
+# The power key: the reading is saved and the link is closed before the device may sleep, then the key is taken over again.
 > key 276
 {"event":"release","key":276}
 {"event":"status","text":"Busy"}
@@ -120,7 +120,7 @@ $ quorin-console --device palm --strict
     --------------------------------------------------------------------------------
     [File] Open | Delete | Rename | New                                       [Back]
 {"done":"show"}
-# The end gives no key back: there is nothing of the program left that could hold one.
+# The end releases no key: a key belongs to the program only while it runs.
 > choose Back
 {"done":"choose"}
 > choose Back
@@ -150,7 +150,7 @@ $ for d in drivers qrnctrl qrn0001; do sqlite3 Databases/$d.sqlite 'SELECT LineN
 $ sqlite3 Databases/qrn0001.sqlite "SELECT printf('%08X %08X', TypeCode, CreatorCode) FROM \"DATABASE\""
 54455854 5156524E
 
-# The next day, without the instrument: the records are walked and written with the device's keys.
+# The next day, without the instrument: the technician goes through the records and edits them with the device's keys.
 $ sed -i 's/^ComPort=.*/ComPort=OFF/' settings.ini
 $ quorin-console --device palm --strict
 {"event":"grab","key":308}
@@ -182,8 +182,8 @@ $ quorin-console --device palm --strict
 {"done":"choose"}
 > tick 100
 {"done":"tick"}
-# The page keys turn the page, and the selection goes to its first row. That is so on the last page, too, and an open field
-# is closed there.
+# The page keys turn the page, and select its first row. They do so on the last page too, where they also close an open
+# field.
 > key 34
 {"done":"key"}
 > show
@@ -224,7 +224,7 @@ $ quorin-console --device palm --strict
     [File] Next Record | Previous Record | First Record | Last Record | Close
                                    [Edit] New Record | Insert Record | Delete Record
 {"done":"show"}
-# Left and right walk the records; the one in hand is saved first.
+# Left and right go to the previous and next record; the present one is saved first.
 > key 308
 {"event":"status","text":"Busy"}
 {"event":"status","text":null}

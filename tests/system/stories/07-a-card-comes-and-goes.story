@@ -1,5 +1,5 @@
 # A Palm OS device with a memory card. At the first start the memory is the larger volume: the program takes it and
-# remembers it. The technician moves the data to the card, which any other tool can read.
+# remembers it. The technician moves the data to the card, where any other tool can read them.
 $ mkdir Card && printf 'Soil Meter|soil.txt\nFIELDNAME|VISIBLE|COPY|BLOB|DISPLAY|CSVNAME|DATATYPE|FORMULA\nPlot|1||||||\n' > Card/soil.qvd
 $ quorin-console --device palm --volume 'Device:\=8192' --volume 'Card:\=2048' --strict
 {"event":"grab","key":308}
@@ -45,7 +45,7 @@ $ quorin-console --device palm --volume 'Device:\=8192' --volume 'Card:\=2048' -
     --------------------------------------------------------------------------------
     [Back]
 {"done":"show"}
-# One tap chooses and leaves; the new volume counts once the preferences are left.
+# One tap chooses and leaves; the new volume is used once the preferences are left.
 > tap 1
 {"done":"tap"}
 > choose Back
@@ -111,7 +111,7 @@ qrnctrl.txt:Soil Meter|qrn0001.txt|20070305|
 soil.txt:FIELDNAME|VISIBLE|COPY|BLOB|DISPLAY|CSVNAME|DATATYPE|FORMULA
 soil.txt:Plot|1||||||
 
-# The card is at home. The memory takes its place, with no drivers in it yet, and the choice of the card stays stored.
+# The card is missing. The memory is used in its place, without drivers so far, and the choice of the card stays stored.
 $ quorin-console --device palm --volume 'Device:\=8192' --strict
 {"event":"grab","key":308}
 {"event":"grab","key":309}
@@ -150,7 +150,7 @@ Databases/drivers.sqlite
 Databases/qrnctrl.sqlite
 settings.ini
 
-# The card is back, and everything with it.
+# The card is back, with all its data.
 $ quorin-console --device palm --volume 'Device:\=8192' --volume 'Card:\=2048' --strict
 {"event":"grab","key":308}
 {"event":"grab","key":309}
@@ -187,7 +187,7 @@ $ quorin-console --device palm --volume 'Device:\=8192' --volume 'Card:\=2048' -
 {"done":"show"}
 
 # A device with a high resolution has the font of such screens and a layout in lines of two pixels. Its preferences offer
-# no Zoom, so that they begin with the storage volume. The card is not in this one, and looking at the list stores nothing.
+# no Zoom, so that they begin with the storage volume. This one has no card, and to look at the list stores nothing.
 $ quorin-console --device palm-hires --strict
 {"event":"grab","key":308}
 {"event":"grab","key":309}

@@ -1,5 +1,5 @@
-# Windows Mobile devices come in two kinds. Since version 5 they have two soft keys: a menu of one command is a key, and
-# there is no list below it; one of several commands opens its list. The second key is taken for the program.
+# Windows Mobile devices come in two kinds. Since version 5 they have two soft keys: a menu of one command is
+# a key without a list; one of several commands opens its list. The program takes over the second key.
 $ mkdir -p 'My Documents/Quorin' && printf 'NAME|INFFILE\nSoil Meter|soil.txt\n' > 'My Documents/Quorin/drivers.txt'
 $ printf 'DRIVER|FILE|DATE|ALIAS\nSoil Meter|qrn0001.txt|20070301|\n' > 'My Documents/Quorin/qrnctrl.txt'
 $ printf 'FIELDNAME|VISIBLE|COPY|BLOB|DISPLAY|CSVNAME|DATATYPE|FORMULA\nPlot|1||||||\n' > 'My Documents/Quorin/soil.txt'
@@ -42,7 +42,7 @@ $ quorin-console --device smartphone
 {"done":"choose"}
 > tick 100
 {"done":"tick"}
-# Without one it is Back.
+# Without an open field it is Back.
 > key 27
 {"done":"key"}
 > tick 100
@@ -68,8 +68,8 @@ $ quorin-console --device smartphone
                        [Options] Preferences... | inf editor... | Bluetooth Debug...
 {"done":"show"}
 
-# Before version 5 there were no soft keys: a press of a caption opens the list of that menu, which is the device's own
-# business, and each menu has one. There Esc is Back with a field open as well, and what stands in the field is saved.
+# Before version 5 there were no soft keys: a press of a caption opens the list of that menu, which the
+# device shows, and each menu has one. There Esc is Back even while a field is open, whose text is saved.
 $ quorin-console --device pocketpc --os-version 4.2
 > choose Start...
 {"done":"choose"}
@@ -110,8 +110,8 @@ $ cat 'My Documents/Quorin/qrn0001.txt'
 Plot
 B
 
-# The second line of "QVRN.info", in the root of the first volume, tells where the data are. Others make that file: when
-# the preferences are left, by whatever way, its line is brought up to date, and no file is made where there is none.
+# The second line of "QVRN.info", in the root of the first volume, names the data folder. Other tools make that file: when
+# the preferences are left, in any way, its line is updated; a missing file is not made.
 $ quorin-console --device smartphone --strict
 {"event":"grab","key":2}
 > choose Preferences...

@@ -1,4 +1,4 @@
-# A Symbian S60 phone. Its list of ports has no serial port, so that the technician types what the instrument is called.
+# A Symbian S60 phone. Its list of ports has no serial port, so the technician types the name of the instrument.
 $ mkdir -p C/Data/Quorin && printf 'NAME|INFFILE\nSoil Meter|soil.txt\n' > C/Data/Quorin/drivers.txt
 $ printf 'DRIVER|FILE|DATE|ALIAS\nSoil Meter|qrn0001.txt|20070301|\n' > C/Data/Quorin/qrnctrl.txt
 $ printf 'FIELDNAME|VISIBLE|COPY|BLOB|DISPLAY|CSVNAME|DATATYPE|FORMULA\nAcid|1||pH||||\n' > C/Data/Quorin/soil.txt
@@ -32,7 +32,7 @@ $ quorin-console --device s60 --strict
 {"event":"status","text":"Busy"}
 {"event":"status","text":null}
 {"done":"choose"}
-# It can't be reached: that is told once, though each tick tries again.
+# It can't be reached: this is reported once, though each tick tries again.
 > tick 500
 {"event":"box","text":"Failed: -36","buttons":"ok","icon":"none","title":"Quorin"}
 >> answer ok
@@ -46,7 +46,7 @@ $ quorin-console --device s60 --strict
 {"done":"choose"}
 > choose Back
 {"done":"choose"}
-# Another name is told of again.
+# Another name is reported again.
 > choose Preferences...
 {"done":"choose"}
 > tick 200
@@ -72,7 +72,7 @@ $ quorin-console --device s60 --strict
 >> answer ok
 {"done":"answer"}
 {"done":"tick"}
-# The instrument is switched on. A connection by name shows that it stands, and brings nothing.
+# The instrument is switched on. A connection by name is shown as open, and receives nothing.
 > named ok
 {"done":"named"}
 > tick 500
@@ -112,7 +112,7 @@ $ quorin-console --device s60 --strict
 {"event":"status","text":null}
 {"done":"choose"}
 
-# A server beside the program can hold the connection. It hands over what it receives on the card, "d:\".
+# A server beside the program can have the connection. It writes what it receives into a file on the card, "d:\".
 $ quorin-console --device s60 --strict
 > choose Preferences...
 {"done":"choose"}
@@ -176,7 +176,7 @@ $ quorin-console --device s60 --strict
 $ rm d/ipcout.lock; ls d
 ipcout.txt
 rfcomm.run
-# Now it has written: its file is read, and goes.
+# Now it has finished: its file is read and deleted.
 $ quorin-console --device s60 --strict
 > choose Start...
 {"done":"choose"}

@@ -1,4 +1,4 @@
-# Drivers come as packages, plain text files that somebody copies into the data folder by any means.
+# Drivers come as packages, plain text files that a person copies into the data folder.
 $ mkdir Quorin && cd Quorin && printf 'Soil Meter|soil.txt\nFIELDNAME|VISIBLE|COPY|BLOB|DISPLAY|CSVNAME|DATATYPE|FORMULA\n# the plot\nPlot|1||||||\n' > soil.qvd
 $ printf 'SOIL METER|other.txt\nFIELDNAME|VISIBLE|COPY|BLOB|DISPLAY|CSVNAME|DATATYPE|FORMULA\nDepth|1||||||\n' > Quorin/again.QVD
 $ printf '# nothing here yet\n# to be written\n' > Quorin/notes.qvd
@@ -46,7 +46,7 @@ $ quorin-console --strict
 {"done":"answer"}
 {"event":"status","text":null}
 {"done":"choose"}
-# A package of comments alone has nothing that could go wrong.
+# A package of comments alone is installed without an error.
 > tap 1
 {"done":"tap"}
 > choose Install...
@@ -56,7 +56,7 @@ $ quorin-console --strict
 {"done":"answer"}
 {"event":"status","text":null}
 {"done":"choose"}
-# The file's name is all that follows the first bar.
+# The file's name is the whole text after the first bar.
 > tap 2
 {"done":"tap"}
 > choose Install...
@@ -93,7 +93,7 @@ Rain Gauge|rain|gauge.txt
 FIELDNAME|VISIBLE|COPY|BLOB|DISPLAY|CSVNAME|DATATYPE|FORMULA
 Plot|1||||||
 
-# Packages that are wrong. The first names no file, the second one that leads out of the data folder, the third a folder.
+# Packages that are wrong. The first names no file, the second a file outside of the data folder, the third a folder.
 $ cd Quorin && rm *.qvd *.QVD && mkdir folder && printf 'No Bar\nFIELDNAME|VISIBLE\nPlot|1\n' > 1.qvd
 $ printf 'Way Out|..\\..\\out.txt\nFIELDNAME|VISIBLE\nPlot|1\n' > Quorin/2.qvd
 $ printf 'Last Line|folder\nFIELDNAME|VISIBLE\n' > Quorin/3.qvd
@@ -119,7 +119,7 @@ $ quorin-console --strict
 {"done":"answer"}
 {"event":"status","text":null}
 {"done":"choose"}
-# Whether a package came through is told by its last line alone: where that is the one that fails, both is said.
+# The message of success depends on the package's last line alone: if that is the one that fails, both messages come.
 > tap 2
 {"done":"tap"}
 > choose Install...
@@ -133,7 +133,7 @@ $ quorin-console --strict
 {"done":"answer"}
 {"event":"status","text":null}
 {"done":"choose"}
-# A driver whose inf file could not be made is in the list all the same.
+# A driver whose inf file could not be made is in the list too.
 > choose Back
 {"done":"choose"}
 > tick 100
@@ -165,7 +165,7 @@ Rain Gauge|rain|gauge.txt
 Way Out|..\..\out.txt
 Last Line|folder
 
-# The list of drivers can't be written: a folder stands in its place.
+# The list of drivers can't be written, because a folder has its name.
 $ cd Quorin && rm 2.qvd 3.qvd drivers.txt && mkdir drivers.txt && printf 'Soil Meter|new.txt\nFIELDNAME|VISIBLE\nPlot|1\n' > 1.qvd
 $ quorin-console --strict
 > choose inf editor...
@@ -193,7 +193,7 @@ qrnctrl.txt
 rain|gauge.txt
 soil.txt
 
-# The package in hand is deleted, as somebody has named it as the inf file of a driver that goes.
+# The selected package is deleted, because it is the inf file of the driver that is deleted.
 $ cd Quorin && rmdir drivers.txt && printf 'NAME|INFFILE\nDraft|1.qvd\n' > drivers.txt
 $ quorin-console --strict
 > choose inf editor...

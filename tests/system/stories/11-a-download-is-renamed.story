@@ -6,7 +6,7 @@ $ quorin-console --device pocketpc --strict
 {"done":"choose"}
 > choose Ok
 {"done":"choose"}
-# Back, with nothing answered yet since the start, gives no name.
+# Back returns no name while no prompt has been answered since the start.
 > choose Rename
 >> choose Back
 {"done":"choose"}
@@ -17,7 +17,7 @@ $ quorin-console --device pocketpc --strict
 >> screen
 {"screen":"ScrInput","previous":"ScrDownloads","title":{"visible":true,"cells":[["Rename"]],"widths":[240],"heights":[17],"box":[0,0,240,17]},"grid":{"visible":false,"enabled":true,"row":0,"col":0,"top":0,"cells":[[""]],"widths":[238],"heights":[17],"box":[0,16,240,304],"font":["Tahoma",8]},"menus":[{"caption":"Back","visible":true,"enabled":true,"items":[]},{"caption":"Ok","visible":true,"enabled":true,"items":[]}],"input":{"kind":"text","text":"qrn0001.txt","box":[0,16,240,19],"multiline":false},"status":null,"focus":"txtInputField","form":[0,0,240,320]}
 {"done":"screen"}
-# The keyboard covers the lower 80 pixels, later the upper ones, and goes: the form takes what is left, the field with it.
+# The keyboard covers the lower 80 pixels, later the upper ones, and disappears: the form and its field use the rest of the screen.
 >> keyboard -1 0 240 240 80
 {"done":"keyboard"}
 >> screen
@@ -48,7 +48,7 @@ $ quorin-console --device pocketpc --strict
     --------------------------------------------------------------------------------
     [File] Open | Delete | Rename | New                                       [Back]
 {"done":"show"}
-# Back answers with the last answer that was given, not with none: the second download gets the name of the first.
+# Back returns the last answer that was given, not an empty one: the second download gets the name of the first.
 > hold 1
 {"done":"hold"}
 > choose Rename
@@ -65,7 +65,7 @@ $ quorin-console --device pocketpc --strict
     --------------------------------------------------------------------------------
     [File] Open | Delete | Rename | New                                       [Back]
 {"done":"show"}
-# The name as it stands changes nothing, and neither does an empty one: a name can't be taken away again.
+# The present name changes nothing, and neither does an empty one: a name can't be removed.
 > hold 1
 {"done":"hold"}
 > choose Rename
@@ -88,7 +88,7 @@ $ quorin-console --device pocketpc --strict
 >> choose Ok
 {"done":"choose"}
 {"done":"choose"}
-# From now on Back answers with nothing.
+# From now on Back returns an empty answer.
 > choose Rename
 >> close
 {"done":"close"}

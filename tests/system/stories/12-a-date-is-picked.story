@@ -13,7 +13,7 @@ $ quorin-console --strict
 {"done":"choose"}
 > tick 200
 {"done":"tick"}
-# An empty field opens on today. A tap on a date in the picker closes it.
+# For an empty field the picker opens on today. A tap on a date in the picker closes it.
 > tap 1 1
 {"done":"tap"}
 > show
@@ -37,7 +37,7 @@ $ quorin-console --strict
     [File] Next Record | Previous Record | First Record | Last Record | Close
                                    [Edit] New Record | Insert Record | Delete Record
 {"done":"show"}
-# The one that is there is where the picker opens next time. The keys move by a day and by a week, Enter takes the date.
+# For a field with a date it opens on that date. The keys move by a day and by a week, Enter chooses the date.
 > tap 1 1
 {"done":"tap"}
 > key 37
@@ -77,7 +77,7 @@ $ quorin-console --strict
     [File] Next Record | Previous Record | First Record | Last Record | Close
                                    [Edit] New Record | Insert Record | Delete Record
 {"done":"show"}
-# Back leaves the date alone, though the record counts as changed and is saved.
+# Back does not change the date, but the record counts as changed and is saved.
 > tap 2 1
 {"done":"tap"}
 > key 39
@@ -92,7 +92,7 @@ $ quorin-console --strict
 {"done":"choose"}
 > tick 200
 {"done":"tick"}
-# A tap on the name of the field asks for nothing, and Esc is Back as well.
+# A tap on the name of the field opens no picker, and Esc is Back too.
 > tap 2 0
 {"done":"tap"}
 > tap 1 1
@@ -119,7 +119,7 @@ $ cat Quorin/qrn0001.txt
 Plot|Dug|Sown
 |01/04/2007|20/03/2007
 
-# A date that somebody else has written, in a way that is none here, ends the program before it can be overwritten.
+# A date in a form that the program does not know ends the program before the date can be overwritten.
 $ sed -i 's#^|.*#A1|2007-04-01|#' Quorin/qrn0001.txt && cat Quorin/qrn0001.txt
 Plot|Dug|Sown
 A1|2007-04-01|

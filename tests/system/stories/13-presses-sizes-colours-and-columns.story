@@ -1,4 +1,4 @@
-# A press of a second or more is no tap: a finger that rests on the screen chooses nothing, and the next tap works again.
+# A press of a second or more is no tap: a finger that stays on the screen chooses nothing, and the next tap works again.
 $ mkdir Quorin && printf 'NAME|INFFILE\nRain Gauge|rain.txt\nSoil Meter|soil.txt\n' > Quorin/drivers.txt
 $ printf 'DRIVER|FILE|DATE|ALIAS\nSoil Meter|qrn0001.txt|20070301|\n' > Quorin/qrnctrl.txt
 $ printf 'FIELDNAME|VISIBLE|COPY|BLOB|DISPLAY|CSVNAME|DATATYPE|FORMULA\nPlot|1||||||\nAcid|1||||||\nDepth|1||||||\nSeed|1||||||\nNote|true||||||\n' > Quorin/soil.txt
@@ -73,8 +73,8 @@ $ cat Quorin/qrn0001.txt
 Plot|Acid|Depth|Seed|Note
 A1||||
 
-# Each press of Zoom makes the text larger by six, up to 30, and goes on at 5. The size lasts over the end of the program;
-# as long as none is stored it is 8.
+# Each press of Zoom makes the text larger by six, up to 30, and then starts at 5. The size is stored; it is 8 if none
+# is.
 $ quorin-console --strict
 > choose Preferences...
 {"done":"choose"}
@@ -117,7 +117,7 @@ $ quorin-console --strict
 {"done":"tap"}
 $ grep FONTSIZE settings.ini
 FONTSIZE=11
-# The row of the colours tells the present state.
+# The row of the colours shows the present state.
 $ quorin-console --strict
 > choose Preferences...
 {"done":"choose"}
@@ -168,7 +168,7 @@ $ quorin-console --strict
 {"done":"show"}
 > choose Back
 {"done":"choose"}
-# The columns that the record shall not show. "true" is no "1", so that Note is hidden already.
+# The choice of the columns that the record does not show. "true" is not "1", so Note is hidden already.
 > choose inf editor...
 {"done":"choose"}
 > tick 200
@@ -214,7 +214,7 @@ $ quorin-console --strict
 {"done":"choose"}
 > tick 200
 {"done":"tick"}
-# The arrows step over what is hidden, and stay on the last field that is not.
+# The arrows skip hidden fields, and stay on the last visible one.
 > key 40
 {"done":"key"}
 > show

@@ -27,8 +27,8 @@ $ quorin-console
 {"done":"tap"}
 > choose Back
 {"done":"choose"}
-# "Bluetooth Debug..." opens the port without a driver and lists what comes, so that a driver can be written from it: the
-# types of each result, its variables, of which the first is the sender, and its value.
+# "Bluetooth Debug..." opens the port without a driver and lists what comes, so that a driver can be written from it:
+# the types of each result, its variables, of which the first is the sender, and its value.
 > choose Bluetooth Debug...
 {"done":"choose"}
 > tick 500
@@ -51,7 +51,7 @@ $ quorin-console
 > screen
 {"screen":"ScrBluetoothDebug","previous":"ScrMain","title":{"visible":true,"cells":[["Bluetooth :-)"]],"widths":[640],"heights":[17],"box":[0,0,640,17]},"grid":{"visible":true,"enabled":true,"row":10,"col":0,"top":0,"cells":[["RT: pH"],["RT: Acid"],["DV: ORIGIN=QI-0001"],["DV: Plot=A1"],["6.8 pH"],["---"],["RT: Depth"],["DV: ORIGIN=QI-0001"],["DV: Plot=A1"],["30 cm"],["---"]],"widths":[638],"heights":[17,17,17,17,17,17,17,17,17,17,17],"box":[0,16,640,464],"font":["Tahoma",8]},"menus":[{"caption":"Back","visible":true,"enabled":true,"items":["Back"]},{"caption":"","visible":false,"enabled":true,"items":[]}],"input":null,"status":null,"focus":"grdMain","form":[0,0,640,480]}
 {"done":"screen"}
-# Back ends the wish for the link, and the next tick closes the port. Nothing of it was kept.
+# Back releases the link, and the next tick closes the port. Nothing was stored.
 > choose Back
 {"done":"choose"}
 > tick 500
@@ -62,8 +62,8 @@ $ find * | LC_ALL=C sort
 Quorin
 settings.ini
 
-# The screen that checks the files is in no menu: who looks after a device asks for it. The check ends as it must, since line
-# 10 is gone by the time that something is to be put behind it; what was to stand before line 2 does.
+# The screen that checks the files is in no menu; a command opens it. The check fails as it must: there is no line 10 when a
+# line is to be inserted after it. The line before line 2 was inserted.
 $ quorin-console
 > command File Debug...
 {"done":"command"}

@@ -1,5 +1,5 @@
-# A list stores what is tapped in it, and nothing by being opened, whether the setting's value is in the list or not. Here
-# the port was typed by name, the volume is a card that has gone, and the file has a comment and a line that are not ours.
+# A list stores the row that is tapped, and nothing when it is opened, whether the setting's value is in it or not. Here
+# the port was typed by name, the volume is a missing card, and the file has a comment and a line of another tool.
 $ printf '; by hand\n[Settings]\nComPort=Meter 7\nOther=kept\nStorageVolume=E:\\\n' > settings.ini && cp settings.ini before.ini
 $ quorin-console --device s60 --volume 'C:\=4096' --volume 'D:\=2048' --strict
 > choose Preferences...
@@ -38,7 +38,7 @@ $ quorin-console --device s60 --volume 'C:\=4096' --volume 'D:\=2048' --strict
 {"done":"choose"}
 > tick 200
 {"done":"tick"}
-# The preferences come back on the row that was left, which stores nothing either.
+# The preferences return to the row that was left, which stores nothing either.
 > show
       Preferences
     --------------------------------------------------------------------------------
@@ -66,7 +66,7 @@ ComPort=Meter 7
 Other=kept
 StorageVolume=E:\
 
-# The same where the values are in the lists, and stand on their rows.
+# The same if the values are in the lists, whose rows are then selected.
 $ sed -i 's/^ComPort=.*/ComPort=SERVER/; s/^StorageVolume=.*/StorageVolume=D:\\/' settings.ini && cp settings.ini before.ini
 $ quorin-console --device s60 --volume 'C:\=4096' --volume 'D:\=2048' --strict
 > choose Preferences...

@@ -1,4 +1,4 @@
-# Readings that come in while a question stands open: what becomes of them depends on the technician's speed.
+# Readings that come in while a question is open: what becomes of them depends on how soon it is answered.
 $ mkdir -p Quorin && printf '[Settings]\nComPort=Com1\n' > settings.ini
 $ printf 'NAME|INFFILE\nMoisture Meter|moisture.txt\n' > Quorin/drivers.txt
 $ printf 'DRIVER|FILE|DATE|ALIAS\nMoisture Meter|qrn0001.txt|20070301|\n' > Quorin/qrnctrl.txt
@@ -28,8 +28,8 @@ $ quorin-console --strict
 {"event":"status","text":"Busy"}
 {"event":"status","text":null}
 {"done":"tick"}
-# A second value for the field is asked about. The question is answered at once: what came meanwhile is emptied with the
-# text that the question was about, and the value for the other field is gone.
+# A second value for the field opens a question, which is answered at once: what came meanwhile is removed with the
+# text that the question was about, and the value for the other field is lost.
 > receive "[BLob]\r\n[ORIGIN \"QI-0001\"]\r\n[RESULT_TYPE \"Moisture\"]\r\n[RESULT_VALUE \"2\"]\r\n[RESULT_UNIT \"%\"]\r\n[/BLob]\r\n"
 {"done":"receive"}
 > tick 1100
@@ -56,8 +56,8 @@ $ quorin-console --strict
     [File] Next Record | Previous Record | First Record | Last Record | Close
                                    [Edit] New Record | Insert Record | Delete Record
 {"done":"show"}
-# The same, but the question stands for more than a second. The text is decoded once more with what has come: the
-# question comes a second time, on top of the first one, and the value for the other field is taken.
+# The same, but the question is open for more than a second. The text is decoded again with what has come: the question
+# opens a second time, above the first one, and the value for the other field is taken.
 > receive "[BLob]\r\n[ORIGIN \"QI-0001\"]\r\n[RESULT_TYPE \"Moisture\"]\r\n[RESULT_VALUE \"3\"]\r\n[RESULT_UNIT \"%\"]\r\n[/BLob]\r\n"
 {"done":"receive"}
 > tick 1100
@@ -124,7 +124,7 @@ $ quorin-console --strict
     [File] Next Record | Previous Record | First Record | Last Record | Close
                                    [Edit] New Record | Insert Record | Delete Record
 {"done":"show"}
-# A field that is open takes every reading, whichever field it belongs to.
+# An open field gets every reading, also one that belongs to another field.
 > tap 1 1
 {"done":"tap"}
 > tick 100

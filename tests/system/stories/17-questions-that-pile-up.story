@@ -1,5 +1,5 @@
-# An instrument that sends by itself while nobody answers: two questions stand at most, and what comes meanwhile waits
-# outside of the form until one of them is answered.
+# An instrument that sends by itself while no question is answered: at most two questions are open, and what comes
+# meanwhile waits outside of the form until one of them is answered.
 $ mkdir -p Quorin && printf '[Settings]\nComPort=Com1\n' > settings.ini
 $ printf 'NAME|INFFILE\nMoisture Meter|moisture.txt\n' > Quorin/drivers.txt
 $ printf 'DRIVER|FILE|DATE|ALIAS\nMoisture Meter|qrn0001.txt|20070301|\n' > Quorin/qrnctrl.txt
@@ -29,7 +29,7 @@ $ quorin-console --strict
 {"event":"status","text":"Busy"}
 {"event":"status","text":null}
 {"done":"tick"}
-# The second reading brings a question, and the third one the same question once more, upon it.
+# The second reading opens a question, and the third one opens the same question again, above it.
 > receive "[BLob]\r\n[ORIGIN \"QI-0001\"]\r\n[RESULT_TYPE \"Moisture\"]\r\n[RESULT_VALUE \"2\"]\r\n[RESULT_UNIT \"%\"]\r\n[/BLob]\r\n"
 {"done":"receive"}
 > tick 1100
@@ -40,7 +40,7 @@ $ quorin-console --strict
 >> tick 1100
 {"event":"status","text":"Decoding Result"}
 {"event":"box","text":"Replace: \r\n1 %\r\nWith:\r\n2 %?","buttons":"yesno","icon":"none","title":"Quorin"}
-# Those that follow bring none, in an hour: no box opens.
+# The later readings open no box, for an hour.
 >>> receive "[BLob]\r\n[ORIGIN \"QI-0001\"]\r\n[RESULT_TYPE \"Moisture\"]\r\n[RESULT_VALUE \"4\"]\r\n[RESULT_UNIT \"%\"]\r\n[/BLob]\r\n"
 {"done":"receive"}
 >>> tick 1100
@@ -64,7 +64,7 @@ $ quorin-console --strict
     [File] Next Record | Previous Record | First Record | Last Record | Close
                                    [Edit] New Record | Insert Record | Delete Record
 {"done":"show"}
-# Answered, the newer question makes room for the one about the third reading, which came with it.
+# After the newer question is answered, the one about the third reading opens, which came with it.
 >>> answer no
 {"done":"answer"}
 {"event":"tone","frequency":369,"duration":300}
@@ -74,7 +74,7 @@ $ quorin-console --strict
 {"event":"tone","frequency":369,"duration":300}
 {"event":"status","text":null}
 {"done":"tick"}
-# Now one box stands, and what waited is read as one text. The hour was no sleep of the device: the link is up.
+# Now one box is open, and what waited is read as one text. The hour was not a sleep of the device: the link is open.
 >> tick 1100
 {"event":"status","text":"Decoding Result"}
 {"event":"box","text":"Replace: \r\n1 %\r\nWith:\r\n4 %?","buttons":"yesno","icon":"none","title":"Quorin"}

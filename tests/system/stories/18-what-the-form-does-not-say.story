@@ -33,7 +33,7 @@ $ quorin-console --strict
 > choose Close
 {"event":"notsaved","file":"qrn0001.txt","error":"the file could not be created"}
 {"done":"choose"}
-# Another time: a reading that Close has left behind goes into the record that is opened next.
+# A reading that Close has not delivered goes into the record that is opened next.
 > choose Open
 {"event":"status","text":"Busy"}
 {"event":"status","text":null}
@@ -66,7 +66,7 @@ $ quorin-console --strict
     [File] Next Record | Previous Record | First Record | Last Record | Close
                                    [Edit] New Record | Insert Record | Delete Record
 {"done":"show"}
-# A value that a carriage return has cut.
+# A carriage return has cut a value.
 > choose New Record
 {"event":"status","text":"Busy"}
 {"event":"status","text":null}
@@ -160,7 +160,8 @@ stderr: quorin-console: not saved: qrn0002.txt, the record in the file has no fi
 $ cat Quorin/qrn0002.txt
 Place|Moisture
 here
-# A data folder that is a link with a whole path is not followed. The files are the volume's own then, which is said once.
+# A data folder that is a link with an absolute path is not followed. The root of the volume is used then,
+# which is reported once.
 $ mv Quorin elsewhere && ln -s "$PWD/elsewhere" Quorin
 $ quorin-console --strict
 {"event":"warning","about":"folder","text":"Can't use the folder .\\Quorin\\: the name is not allowed. Its files are read and created in .\\. Tap here when you have read it."}

@@ -1,5 +1,5 @@
-# A date that a person or another tool has written need not look as Quorin writes it. One that is only looked at stays as
-# it was; two digits are a year from 1930 to 2029.
+# A date that a person or another tool has written may have another form than Quorin's. One that is only looked at stays
+# as it was; a year of two digits is one from 1930 to 2029.
 $ mkdir Quorin && printf 'NAME|INFFILE\nSoil Meter|soil.txt\n' > Quorin/drivers.txt
 $ printf 'DRIVER|FILE|DATE|ALIAS\nSoil Meter|qrn0001.txt|20070301|\n' > Quorin/qrnctrl.txt
 $ printf 'FIELDNAME|VISIBLE|COPY|BLOB|DISPLAY|CSVNAME|DATATYPE|FORMULA\nPlot|1||||||\nDug|1|||||date|\nSown|1|||||DATE|\nCut|1|||||DATE|\n' > Quorin/soil.txt
@@ -64,7 +64,7 @@ $ quorin-console --strict
 {"done":"choose"}
 > tick 200
 {"done":"tick"}
-# The day behind it is another date, and is written in full.
+# The next day is another date, and is written in full.
 > tap 1 1
 {"done":"tap"}
 > key 39
@@ -80,7 +80,7 @@ $ quorin-console --strict
 $ cat Quorin/qrn0001.txt
 Plot|Dug|Sown|Cut
 A1|06/03/2007|7/4/1999| 1 / 12 / 31 
-# A sign is in no date.
+# A number with a sign is not part of a date.
 $ printf 'Plot|Dug|Sown|Cut\nA1|+5/03/2007||\n' > Quorin/qrn0001.txt
 $ quorin-console
 > choose Start...

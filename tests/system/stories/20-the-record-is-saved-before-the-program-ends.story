@@ -1,4 +1,4 @@
-# What ends the program with a message does not take what was typed since the last save with it.
+# When an error ends the program with a message, what was typed since the last save is saved first.
 $ mkdir Quorin && printf 'NAME|INFFILE\nSoil Meter|soil.txt\n' > Quorin/drivers.txt
 $ printf 'DRIVER|FILE|DATE|ALIAS\nSoil Meter|qrn0001.txt|20070301|\n' > Quorin/qrnctrl.txt
 $ printf 'FIELDNAME|VISIBLE|COPY|BLOB|DISPLAY|CSVNAME|DATATYPE|FORMULA\nPlot|1||Depth||||\nDug|1|||||DATE|\nRemark|1||||||\n' > Quorin/soil.txt
@@ -31,7 +31,7 @@ $ cat Quorin/qrn0001.txt
 Plot|Dug|Remark
 B7|2007-04-01|stony
 A2|02/04/2007|wet
-# A port that is no number, with a calendar over the record.
+# A port that is not a number, with a calendar over the record.
 $ printf '[Settings]\nComPort=Com1:\n' > settings.ini
 $ quorin-console
 {"event":"warning","about":"port","text":"The setting ComPort holds \"Com1:\", which is not the number of a port: choose a port under Preferences, Bluetooth Serial Setup... Opening a download that receives readings will end the program."}
@@ -62,7 +62,7 @@ $ cat Quorin/qrn0001.txt
 Plot|Dug|Remark
 B7|2007-04-01|stony
 A2|02/04/2007|sandy
-# A disk that has no room: both are told, and the file is as it was.
+# The disk is full: both errors are reported, and the file is as it was.
 $ printf '' > settings.ini
 $ quorin-console
 > choose Start...
@@ -92,8 +92,8 @@ $ cat Quorin/qrn0001.txt
 Plot|Dug|Remark
 B7|2007-04-01|stony
 A2|02/04/2007|sandy
-# Off the record screens there is no record to be saved, whatever the grid shows: here the register has no room for a
-# new row.
+# On other screens than the record's nothing is saved, whatever the grid shows: here the disk has no room for a new row of
+# the register.
 $ quorin-console
 > choose Start...
 {"done":"choose"}

@@ -1,5 +1,5 @@
-# Files as editors, other tools and a program that was cut off leave them.
-# A byte-order mark is no part of the first name, and stays where it is.
+# Files as editors, other tools and an interrupted program leave them.
+# A byte-order mark is not part of the first name, and stays where it is.
 $ mkdir Quorin && printf '\357\273\277NAME|INFFILE\r\nMeter|meter.txt\r\n' > Quorin/drivers.txt
 $ printf '\357\273\277DRIVER|FILE|DATE|ALIAS\nMeter|qrn0001.txt|20070301|\n' > Quorin/qrnctrl.txt
 $ printf '\357\273\277FIELDNAME|VISIBLE|COPY|BLOB|DISPLAY|CSVNAME|DATATYPE|FORMULA\nPlace|1||||||\n' > Quorin/meter.txt
@@ -38,7 +38,7 @@ $ quorin-console --strict
 $ od -c Quorin/qrn0001.txt
 0000000 357 273 277   P   l   a   c   e  \n   R   o   o   f  \n
 0000016
-# A package that an editor has saved: with a byte-order mark, an empty line in front of the driver's row and one at the
+# A package that an editor has saved: with a byte-order mark, an empty line before the driver's row and one at the
 # end.
 $ printf '\357\273\277# Soil\r\n\r\nSoil|soil.txt\r\nFIELDNAME|VISIBLE|COPY|BLOB|DISPLAY|CSVNAME|DATATYPE|FORMULA\r\nPlot|1||||||\r\n\r\n' > Quorin/soil.qvd
 # A package of a driver's row and a header alone is copied as it is.
@@ -119,7 +119,7 @@ FIELDNAME|VISIBLE|COPY|BLOB|DISPLAY|CSVNAME|DATATYPE|FORMULA
 |||||||
 DRIVER|FILE|DATE|ALIAS
 Bare|qrn0001.txt|20070305|
-# An inf table of no byte gets its header as well.
+# An empty inf table also gets its header.
 $ : > Quorin/bare.txt && rm Quorin/qrn0001.txt
 $ quorin-console --strict
 > choose Start...
@@ -135,7 +135,7 @@ $ quorin-console --strict
 $ cat Quorin/bare.txt
 FIELDNAME|VISIBLE|COPY|BLOB|DISPLAY|CSVNAME|DATATYPE|FORMULA
 |||||||
-# A file that another tool is just writing is empty for a moment: it is looked at a second time.
+# A file that another tool is writing is empty for a moment: it is read a second time.
 $ : > Quorin/drivers.txt && (sleep 0.4 && printf 'NAME|INFFILE\nWritten|late.txt\n' > Quorin/drivers.txt) > /dev/null 2>&1 &
 $ quorin-console --strict
 > choose Start...
@@ -150,7 +150,7 @@ $ quorin-console --strict
 $ cat Quorin/drivers.txt
 NAME|INFFILE
 Written|late.txt
-# A NUL is a blank wherever it comes from.
+# A NUL becomes a blank, in a file and in typed text.
 $ printf 'NAME|INFFILE\nSoil\000Meter|soil.txt\n' > Quorin/drivers.txt
 $ quorin-console --strict
 > choose Start...
