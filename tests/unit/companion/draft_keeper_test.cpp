@@ -34,7 +34,7 @@ public:
     Text Why; ///< why nothing can be written
 };
 
-/// A record on the screen, whose drafts are looked for as the loop does.
+/// A record on the screen, which is checked for drafts as in the loop.
 class DraftOfTheScreen : public support::Program {
 protected:
     DraftOfTheScreen() {
@@ -46,7 +46,7 @@ protected:
         Device.Platform.loop.Listen(Rounds);
         Now = seconds(1000);
     }
-    /// Lets the keys rest for so long.
+    /// Lets so much time pass without a key.
     void Rest(milliseconds time) {
         for (const auto end = Now + time; Now < end; Now += std::min(milliseconds(100), end - Now))
             Keeper.Look();
@@ -62,7 +62,7 @@ protected:
         Settle();
         Device.Tick(1500);
     }
-    /// The texts of each draft that is kept.
+    /// Returns the texts of each stored draft.
     std::vector<std::vector<Text>> Drafts() {
         std::vector<std::vector<Text>> all;
         for (const auto& [name, bytes] : Store.Files)
@@ -91,7 +91,7 @@ TEST_F(DraftOfTheScreen, IsKeptOnceTheKeysRestForASecond) {
     Edit(2, u"typed");
     Rest(milliseconds(999));
     EXPECT_THAT(Drafts(), IsEmpty());
-    Rest(milliseconds(401)); // two looks
+    Rest(milliseconds(401)); // two checks
     EXPECT_THAT(Drafts(), ElementsAre(Texts{u"a", u"b", u"typed"}));
     Rest(seconds(5));
     EXPECT_EQ(Store.Writes, 1) << "the same is not written again";
@@ -176,7 +176,7 @@ TEST_F(DraftOfTheScreen, StaysOneWhileALockKeepsTheRecordOnTheScreen) {
 TEST_F(DraftOfTheScreen, IsKeptWhenAFailureInASaveEndsTheProgram) {
     Device.Platform.runTime.Failing = [this] { Keeper.KeepNow(); };
     Edit(2, u"typed");
-    Device.Host.faults.FailNext(-1, 1); // in the midst of the file
+    Device.Host.faults.FailNext(-1, 1); // in the middle of the file
     EXPECT_NE(support::FailureOf([] { modQuorin::RecordCommand(u"NEXT"); }), u"");
     EXPECT_THAT(Drafts(), ElementsAre(Texts{u"a", u"b", u"typed"}));
 }

@@ -16,7 +16,7 @@ namespace {
 using std::chrono::milliseconds;
 using std::chrono::seconds;
 
-/// A download is open that takes results, and its port is Com1.
+/// An open download that takes results. Its port is Com1.
 class WatchedLink : public testing::Test {
 protected:
     WatchedLink() {

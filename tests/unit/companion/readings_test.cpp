@@ -55,7 +55,7 @@ TEST(ReadingsOfARun, KeepTheLastOneHoweverLarge) {
     EXPECT_NE(readings.Number(1), nullptr);
 }
 
-/// Hears how many reports there were.
+/// Counts the reports.
 class Counter final : public platform::ReadingLog {
 public:
     void TextReceived(platform::TextSource, TextView) override { ++Reports; }

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What a person can do while the program works or paints, and what goes on by itself meanwhile.
+// What a person can do while the program works or paints, and which events are still raised.
 #include "tests/unit/src/app/sight.h"
 
 namespace modQuorin {
@@ -117,7 +117,7 @@ protected:
         MenuEvent(u"Preferences...");
         MenuEvent(u"Test List");
     }
-    /// Nothing was chosen, and the list is still on show.
+    /// Expects that nothing was chosen and the list is still shown.
     void ExpectNothingChosen() {
         EXPECT_TRUE(modPDAUI::Grids.GridLocked);
         EXPECT_EQ(Screen(), ScrList);

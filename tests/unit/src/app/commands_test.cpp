@@ -17,11 +17,11 @@ using testing::IsEmpty;
 
 class Command : public support::Program {};
 
-/// A command that moves to a screen from anywhere, whatever the case of its letters.
+/// A command that goes to a screen from any other one. The case of its letters does not matter.
 struct Move {
     const char16_t* Text;
     const ScreenId* Screen;
-    const char16_t* ListKind; ///< nothing where it stays as it is
+    const char16_t* ListKind; ///< null if it stays as it is
 };
 
 class CommandThatMoves : public Command, public testing::WithParamInterface<Move> {};
@@ -48,7 +48,7 @@ INSTANTIATE_TEST_SUITE_P(Table, CommandThatMoves,
                                          Move{u"Show/Hide Columns...", &ScrColumns, nullptr},
                                          Move{u"Add Driver...", &ScrAddDriver, nullptr}));
 
-/// For who gives commands that no menu offers: a record command would write the screen's cells over a record.
+/// Scripts can give commands that no menu offers. Here a record command would write the screen's cells over a record.
 TEST_F(Command, OfRecordsHasNoPlaceOffTheRecordScreens) {
     for (const char16_t* const record : {u"Next Record", u"PREVIOUS RECORD", u"First Record", u"Last Record",
                                          u"new record", u"Insert Record", u"Delete Record"}) {
@@ -69,7 +69,7 @@ TEST_F(Command, HasAPlaceOnItsScreenAlone) {
         EXPECT_EQ(CommandRefusal(text), u"");
     for (const char16_t* const text : {u"Ok", u"Save", u"Edit"})
         EXPECT_EQ(CommandRefusal(text), u"is not available on this screen");
-    EXPECT_EQ(CommandRefusal(u"Nonsense"), u""); // which MenuEvent tells
+    EXPECT_EQ(CommandRefusal(u"Nonsense"), u""); // MenuEvent reports it
 }
 
 TEST_F(Command, ButForOkAndBackHasNoPlaceWhileAPromptWaits) {
@@ -80,7 +80,7 @@ TEST_F(Command, ButForOkAndBackHasNoPlaceWhileAPromptWaits) {
         EXPECT_EQ(CommandRefusal(text), u"a prompt is open, only Ok and Back are possible");
 }
 
-/// A command of one screen: on any other one it does nothing, and says nothing.
+/// A command of one screen: on any other screen it does nothing and shows no message.
 
 class CommandOfOneScreen : public Command, public testing::WithParamInterface<const char16_t*> {};
 
@@ -103,7 +103,7 @@ TEST_F(Command, OkMeansAnotherThingOnEachOfItsScreens) {
     EXPECT_EQ(Screen(), ScrDownloads);
 }
 
-/// The commands of one screen, on that screen, over a driver with a download.
+/// The commands of one screen, on that screen. There is a driver with a download.
 class CommandOnItsScreen : public Command {
 protected:
     CommandOnItsScreen() {
@@ -194,7 +194,7 @@ TEST_F(CommandOnItsScreen, ColumnsAndNewDriversAreReachedFromTheDrivers) {
     EXPECT_EQ(Screen(), ScrInstalledDrivers);
 }
 
-/// A walk over the records of a download by commands, from the second of three.
+/// Commands that go from record to record, starting at the second of three.
 struct RecordStep {
     const char16_t* Text;
     const char16_t* Position;
@@ -229,7 +229,7 @@ TEST_F(Command, DirListsTheDataFolder) {
     EXPECT_EQ(Column(0), std::vector<Text>{u".\\Quorin\\a.txt"});
 }
 
-/// A page may have been turned since the row was chosen.
+/// The page may have been scrolled since the row was chosen.
 TEST_F(Command, SelectScrollsToItsRow) {
     std::string rows;
     for (int row = 0; row < 60; ++row)
@@ -252,7 +252,7 @@ TEST_F(Command, InstallWithNothingToInstallStays) {
     EXPECT_EQ(Screen(), ScrAddDriver);
 }
 
-/// With a driver, a download and a table in hand, each of them finds something to work on.
+/// A driver, a download and a table are selected, so that each command could do something.
 class CommandOffItsScreen : public CommandOnItsScreen, public testing::WithParamInterface<const char16_t*> {};
 
 TEST_P(CommandOffItsScreen, DoesNothingToWhatIsInHand) {

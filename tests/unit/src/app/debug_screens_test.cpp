@@ -94,7 +94,7 @@ TEST_F(SampleFile, ThatIsEmptyIsToldAndTheScreenStays) {
     EXPECT_EQ(Screen(), ScrMain);
 }
 
-/// There are five files at a time.
+/// At most five files can be open.
 TEST_F(SampleFile, CanBeLookedAtAnyNumberOfTimes) {
     Put("sample.txt", "one\ntwo\n");
     for (int time = 0; time < 10; ++time) {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What a person can do while the program asks, and what goes on by itself meanwhile.
+// What a person can do while the program asks, and which events are still raised.
 #include "tests/unit/src/app/sight.h"
 
 namespace modQuorin {
@@ -16,7 +16,7 @@ protected:
         EXPECT_THAT(TryEverything(), Each("a message box is open"));
         EXPECT_TRUE(Look() == before);
     }
-    /// The next box is deaf; the one after it too.
+    /// Expects that controls do nothing while the next box is open, and the one after it.
     void NextBoxesAreDeaf() {
         Device.WhileABoxStands([this] {
             ExpectDeaf();
@@ -130,7 +130,7 @@ protected:
         MenuEvent(u"File Debug...");
         Device.Main().SetRow(2);
     }
-    /// Asks for a port, does this while the prompt waits, and cancels it.
+    /// Asks for a port, performs the step while the prompt waits, and cancels the prompt.
     void WhileItWaits(const std::function<void()>& step) {
         Device.WillDo([this, step] {
             Type(u"my port");

@@ -168,7 +168,7 @@ TEST_F(FormEvent, LeavingTheForegroundLeavesAnOpenDownloadAsItIs) {
     EXPECT_EQ(Device.Platform.txtInputField.Contents(), u"Hall");
     EXPECT_EQ(Cell(0, 1), u"Hall");
     EXPECT_TRUE(modFileSystem::Table.RecordDirty);
-    EXPECT_EQ(File("qrn0001.txt"), "Place|Moisture|Remark\na|b|c\n"); // not saved behind the technician's back
+    EXPECT_EQ(File("qrn0001.txt"), "Place|Moisture|Remark\na|b|c\n"); // not saved without the technician
     EXPECT_TRUE(Device.Platform.serial.PortOpen());
     EXPECT_TRUE(modBluetooth::Ports.LinkOpen);
     EXPECT_TRUE(Device.Platform.tmrBlue.Enabled());

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The table of keys, a row a key: what each does to a record on screen, to one with an open field, and to a list.
+// The table of keys, one row a key: what each does to a record on the screen, to one with an open field, and to a list.
 #include "src/app/keys.h"
 
 #include "tests/support/program.h"
@@ -15,9 +15,9 @@ struct KeyRow {
     const char* Name;
     std::int32_t DeviceType;
     Where Place;
-    bool GoesDown; ///< else it comes up
+    bool GoesDown; ///< false: it is released
     std::int32_t Code;
-    const char* Seen; ///< where the program stands afterwards
+    const char* Seen; ///< the program's state afterwards
 };
 
 std::ostream& operator<<(std::ostream& out, const KeyRow& row) {

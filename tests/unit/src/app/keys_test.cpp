@@ -23,7 +23,7 @@ class Keys : public support::Program {
 protected:
     explicit Keys(const backends::DeviceOptions& options = {}) : Program(options) {}
 
-    /// What is left of the key code.
+    /// Returns what is left of the key code.
     std::int32_t Down(std::int32_t key) {
         frmQuorin::Form_KeyDown(key, 0);
         return key;
@@ -133,7 +133,7 @@ TEST_F(PalmKeys, PageKeysHideTheFields) {
     EXPECT_FALSE(Device.Platform.cboInputField.Visible());
 }
 
-/// There alone something else than the end of a prompt takes its field away.
+/// Only on a Palm OS device can anything but the end of a prompt hide its field.
 TEST_F(PalmKeys, PageKeysHideTheFieldOfAPromptToo) {
     Text value = u"a";
     modPDAUI::InputPrompt(u"Title", modPDAUI::PromptKind::Line, value, u"", false, false);
@@ -204,7 +204,7 @@ TEST_P(KeyForThePlatform, IsSentOnlyOnceTheRecordIsSavedOrTheLinkIsDown) {
     EXPECT_EQ(fileThen, "Place|Moisture|Remark\nHall|b|c\nd|e|f\ng|h|i\n");
 }
 
-/// What the platform makes of the key comes before the form has it again.
+/// The events that the platform raises for the key are handled before the form grabs the key again.
 TEST_P(KeyForThePlatform, LetsWhatIsPendingComeBeforeItIsTakenAgain) {
     GotoScreen(ScrPreferences);
     Device.Did.WhenACharacterIsSent = [this] {
@@ -292,7 +292,7 @@ TEST_F(Keys, RightAndLeftDoNothingOffARecord) {
     EXPECT_EQ(Screen(), ScrPreferences);
 }
 
-/// Its table is open, and its cells are no record.
+/// A table is open there, but its cells are not a record.
 TEST_F(Keys, RightAndLeftDoNothingOnTheColumns) {
     InstallMeter();
     MenuEvent(u"inf editor...");
@@ -432,8 +432,8 @@ TEST_F(HoldMenu, PageUpFromNoRowGoesToTheLast) {
     EXPECT_EQ(List().ListIndex(), 0);
 }
 
-std::vector<std::int32_t> Arrows;   ///< what a screen was told of arrow keys
-std::vector<std::string> LongPress; ///< and of long presses
+std::vector<std::int32_t> Arrows;   ///< the arrow keys that were passed to a screen
+std::vector<std::string> LongPress; ///< the long presses, likewise
 
 class ScreenThatReacts : public Keys {
 protected:
@@ -466,7 +466,7 @@ TEST_F(ScreenThatReacts, IsToldOfNoArrowWhileAFieldIsOpen) {
     EXPECT_THAT(Arrows, IsEmpty());
 }
 
-/// The page keys of a Palm OS device take the field away, and the prompt stays.
+/// The page keys of a Palm OS device hide the field, and the prompt stays open.
 TEST_F(PalmKeys, DownAndUpTellAPromptNothingAlsoWithoutItsField) {
     Arrows.clear();
     ScreenRow(ScrInput).Behaviour.ArrowKey = [](std::int32_t key) { Arrows.push_back(key); };

@@ -56,7 +56,8 @@ TEST_F(VolumeListing, StoresTheOneThatIsTapped) {
     EXPECT_EQ(Screen(), ScrPreferences);
 }
 
-/// A stored name that is in no list highlights nothing; the grid's own first row can be chosen all the same.
+/// If the stored name is not in the list, no row is highlighted. The grid's first row is current and can still be
+/// chosen.
 TEST_F(SelectionList, StoresAHighlightedRowWhenItIsTapped) {
     SaveSetting(u"ComPort", u"BT1");
     MenuEvent(u"Preferences...");
@@ -69,7 +70,7 @@ TEST_F(SelectionList, StoresAHighlightedRowWhenItIsTapped) {
     EXPECT_EQ(Screen(), ScrPreferences);
 }
 
-/// Each list that stores, with a stored name that is in none of them.
+/// Each list that stores a choice. The stored name is in none of them.
 struct StoringList {
     const char16_t* Command;
     const char16_t* Key;
@@ -279,7 +280,7 @@ TEST_F(RowChange, OpeningAListAndGoingBackKeepsAStrangeStoredName) {
     EXPECT_EQ(GetSetting(u"ComPort", u""), u"my own port");
 }
 
-/// A record of which the first, third and last field are hidden.
+/// A record whose first, third and last fields are hidden.
 class HiddenFields : public support::Program {
 protected:
     HiddenFields() {
@@ -310,7 +311,8 @@ TEST_F(HiddenFields, PastTheLastShownOneLeadBackToIt) {
     EXPECT_EQ(Row(), 3);
 }
 
-/// A hidden grid raises no event and moves nothing itself, so that each step of the handler can be seen alone.
+/// A hidden grid raises no event and moves nothing by itself, so that each step of the handler can be tested
+/// separately.
 TEST_F(HiddenFields, AreLeftOneStepATimeAndAtTheEndsByASearch) {
     Device.Main().SetVisible(false);
     modPDAUI::Grids.LastVisibleRow = 1;
@@ -333,7 +335,7 @@ TEST_F(HiddenFields, BeforeTheFirstShownOneLeadBackToIt) {
     EXPECT_EQ(Row(), 1);
 }
 
-/// A date prompt puts the current row back without an event.
+/// A date prompt restores the current row without an event.
 TEST_F(HiddenFields, ArePassedOverFromTheRowThatAPromptWasFor) {
     Device.Main().SetRow(3);
     Text value;
@@ -356,7 +358,7 @@ TEST_F(HiddenFields, AreNoRowToGoByAfterAPrompt) {
     EXPECT_EQ(modPDAUI::Grids.LastVisibleRow, 1);
 }
 
-/// An event would store a choice that nobody has made.
+/// An event would store a choice that the technician has not made.
 TEST_F(RowChange, IsNotToldOfARowThatComesBackAfterAPrompt) {
     static int told = 0;
     GotoScreen(ScrTextFile);

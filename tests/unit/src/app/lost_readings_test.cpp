@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Whatever sounds the high tone is in the file after the next save, or it is told.
+// Each reading with the high tone is in the file after the next save, or its loss is reported.
 #include "src/link/receive.h"
 #include "src/storage/settings.h"
 #include "src/view/inf_fields.h"
@@ -30,7 +30,7 @@ protected:
         OpenDownload(download);
         Device.Tick(500);
     }
-    /// A result comes, and the tone says that it was taken.
+    /// Receives a reading and expects the tone of a reading that was taken.
     void Measure() {
         Device.Platform.serial.Arrive(Reading);
         Device.Tick(1000);
@@ -47,7 +47,7 @@ protected:
         const auto standing = Device.Platform.onlooker.notices.Sorted();
         return standing.empty() ? std::string() : modStringTools::ToBytes(standing.front().Words);
     }
-    /// What was measured is told to be lost, since the file has a header alone.
+    /// Expects that the reading is reported as lost, because the file has only a header.
     void ExpectNoRowForIt() {
         EXPECT_THAT(Told(), Contains("qrn0001.txt: the reading 23.4 % is not stored: the file has no such record"));
         Choose(u"Close");
@@ -83,7 +83,7 @@ TEST_F(LostReadings, OfADownloadThatCouldNotBeMadeAreReportedEach) {
     EXPECT_THAT(InTheBox(), HasSubstr("2 readings are not stored."));
     Choose(u"Close");
     EXPECT_FALSE(Device.Folder.Has("Quorin/qrn0001.txt"));
-    EXPECT_THAT(Told(), SizeIs(4)); // the save, too
+    EXPECT_THAT(Told(), SizeIs(4)); // the save is reported, too
 }
 
 TEST_F(LostReadings, ThoseOfADownloadWhoseNameIsAFoldersAreTold) {
@@ -106,12 +106,12 @@ TEST_F(LostReadings, ThoseOfADownloadWithoutItsFirstRecordAreTold) {
     ExpectNoRowForIt();
 }
 
-/// The record that takes the place of the last one could not be added: the header stands in the grid, and stays.
+/// After the last record was deleted, the new one could not be added: the grid shows the header and keeps it.
 TEST_F(LostReadings, ThoseBehindTheLastRecordThatWasDeletedAreTold) {
     Open(Plain, "Place|Moisture|Remark\n||\n");
     Device.WillAnswer(BoxAnswer::Yes);
     Device.WillAnswer(BoxAnswer::Yes);
-    Device.Host.faults.FailNext(1, 4); // the deletion's scratch file, its line, its closing and its move pass
+    Device.Host.faults.FailNext(1, 4); // the deletion's scratch file, its line, its closing and its move succeed
     Choose(u"Delete Record");
     ASSERT_EQ(TitleCell(1), u"0/0");
     Device.WillAnswer(BoxAnswer::Yes); // the name in the grid is replaced
@@ -160,7 +160,7 @@ TEST_F(LostReadings, WhatComesWithOneAndHasNoColumnIsTold) {
     EXPECT_EQ(File("qrn0001.txt"), "Moisture\n23.4 %\n");
 }
 
-/// Formulas that take the place of the reading in whose row they are.
+/// Formulas that replace the reading in their row.
 class ReadingsUnderAFormula : public LostReadings, public testing::WithParamInterface<const char*> {};
 
 TEST_P(ReadingsUnderAFormula, AreTold) {
@@ -191,7 +191,7 @@ TEST_F(LostReadings, ThoseInWhoseRowAVariableIsPutAreTold) {
     Device.Platform.serial.Arrive(u"[BLob]\r\n[DESCRIPTIVE_VAR \"Site=North\"]\r\n[RESULT_TYPE \"dv: Site\"]\r\n"
                                   u"[RESULT_VALUE \"1\"]\r\n[RESULT_UNIT \"%\"]\r\n[/BLob]\r\n");
     Device.Tick(1000);
-    EXPECT_THAT(Told(), IsEmpty()); // the low tone: no row asks for it
+    EXPECT_THAT(Told(), IsEmpty()); // the low tone: no row takes it
     Inf.InfFields[0].Blob = u"dv: Site";
     Device.Platform.serial.Arrive(u"[BLob]\r\n[DESCRIPTIVE_VAR \"Site=North\"]\r\n[RESULT_TYPE \"dv: Site\"]\r\n"
                                   u"[RESULT_VALUE \"1\"]\r\n[RESULT_UNIT \"%\"]\r\n[/BLob]\r\n");

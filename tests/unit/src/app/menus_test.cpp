@@ -20,7 +20,7 @@ protected:
     struct Menu {
         std::vector<Text> First, Second;
     };
-    /// The entries up to the last one that is offered; "(back)" behind one that goes Back.
+    /// Returns the entries up to the last one that is not empty; "(back)" follows an entry that goes back.
     static Menu Of(MenuId id) {
         const MenuDef& row = MenuRow(id);
         return {Offered(row.Text1, row.Marker1), Offered(row.Text2, row.Marker2)};

@@ -17,7 +17,7 @@ struct Leaving {
     const ScreenId* To;
 };
 
-/// Back from a screen that was reached from the file selector, which no Back leads to but "the previous screen".
+/// Back from a screen that was reached from the file selector. Only a Back to "the previous screen" leads there.
 class BackFrom : public support::Program, public testing::WithParamInterface<Leaving> {};
 
 TEST_P(BackFrom, LeadsWhereItShould) {
@@ -109,7 +109,8 @@ protected:
     NavigationOnAPhone() : Program(support::OfType(9)) {}
 };
 
-/// The first visit has the form's width of before; the second one that of the grid as it was moved since.
+/// At the first visit the column has the form's earlier width, at the second one the width of the grid, which was
+/// changed between them.
 TEST_F(NavigationOnAPhone, ColumnMayBeOfAnotherWidthAtTheNextVisit) {
     GotoScreen(ScrPreferences);
     EXPECT_EQ(ScreenRow(ScrPreferences).ColumnPixels, 240 - 2);
@@ -140,7 +141,7 @@ TEST_F(Navigation, DriverPropertiesGoBackUntilARecordWasOpen) {
     GotoScreen(ScrInstalledDrivers);
     MenuEvent(u"Edit");
     GoBack();
-    EXPECT_EQ(Screen(), ScrDownloads); // the stale way back is required
+    EXPECT_EQ(Screen(), ScrDownloads); // odd, but required: the screen keeps its old way back
 }
 
 TEST_F(Navigation, LeavingARecordSavesWhatWasEdited) {

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Whoever wrote a name - a package, a table, a setting, another program - it leads to nothing outside the root folder.
+// No name leads to anything outside of the root folder, whether it comes from a package, a table, a setting or another
+// program.
 #include "src/storage/settings.h"
 #include "tests/support/program.h"
 
@@ -14,15 +15,15 @@ const std::string Secret = "NAME|INFFILE\nthe secret of another program\n";
 
 struct Trick {
     const char* What;
-    std::string Name; ///< `*` at its start is the path of the folder outside
+    std::string Name; ///< a `*` at its start means the path of the folder outside
 };
 
 void PrintTo(const Trick& trick, std::ostream* out) {
     *out << trick.What;
 }
 
-/// Beside the root folder lies another one, with a file that nobody may read, write or delete. Links in the root and in
-/// the data folder lead there, and from names in there back.
+/// Beside the root folder is another one, with a file that the program must not read, write or delete. Links in the
+/// root and in the data folder lead there.
 class OutsideTheRoot : public support::Program {
 protected:
     explicit OutsideTheRoot(const backends::DeviceOptions& options = {}) : Program(options) {
@@ -70,7 +71,7 @@ TEST_P(NoWayOut, ForTheInfFileOfAPackage) {
     Put("new.qvd", "Meter|" + Name() + "\n" + InfHeaderLine + "a|1||||||\n");
     MenuEvent(u"Add Driver...");
     MenuEvent(u"Install...");
-    const bool hasNul = Name().find('\0') != std::string::npos; // a blank by now, and a name as any other
+    const bool hasNul = Name().find('\0') != std::string::npos; // replaced by a blank: an ordinary name
     EXPECT_THAT(Device.Did.Messages(), ElementsAre(hasNul ? u"Driver installed" : u"Error creating driver inf file"));
 }
 
@@ -80,13 +81,13 @@ TEST_P(NoWayOut, ForTheInfFileInTheDriversTable) {
     Put("qrnctrl.txt", "DRIVER|FILE|DATE|ALIAS\nMeter|qrn0001.txt|20070301|\n");
     try {
         OpenTheOnlyDownload();
-    } catch (const support::ProgramOver& over) { // an inf file that is there, and kept from us
+    } catch (const support::ProgramOver& over) { // the inf file exists, but can't be read
         EXPECT_EQ(over.Why, support::ProgramOver::Reason::Failed);
     }
     EXPECT_NE(Screen(), ScrInfRecord);
 }
 
-/// A drivers table that can't be reached is not one that is missing: the register is not made anew with it.
+/// A drivers table that can't be reached is not a missing one: the register is not created again with it.
 TEST_F(NoWayOutOfTheDriversTable, KeepsTheRegister) {
     const std::string downloads = "DRIVER|FILE|DATE|ALIAS\nMeter|qrn0001.txt|20070301|\n";
     Put("qrnctrl.txt", downloads);

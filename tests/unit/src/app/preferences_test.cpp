@@ -89,7 +89,7 @@ INSTANTIATE_TEST_SUITE_P(Sizes, ZoomOf,
                                          ZoomStep{30, 5}, ZoomStep{5, 11}, ZoomStep{24, 30}, ZoomStep{25, 30},
                                          ZoomStep{29, 30}, ZoomStep{40, 5}));
 
-/// A font that comes in a few sizes alone.
+/// A font that has only a few sizes.
 struct FewSizes {
     std::vector<std::int32_t> Sizes;
     std::int32_t From, To;
@@ -114,8 +114,8 @@ INSTANTIATE_TEST_SUITE_P(Sizes, ZoomOfAFontWith,
 
 struct PreferenceRowOf {
     const char16_t* Row;
-    const ScreenId* Leads; ///< the screen on show after a tap
-    const char16_t* Kind;  ///< of the list there
+    const ScreenId* Leads; ///< the screen after a tap
+    const char16_t* Kind;  ///< of the list on it
     const char16_t* Title;
 };
 
@@ -171,7 +171,7 @@ TEST_F(Preferences, ToggledColourIsFoundByTheNextStart) {
     EXPECT_FALSE(modPDAUI::Display.ColourOn);
 }
 
-/// What the technician enters when asked for a port.
+/// The technician's answer when asked for a port.
 class SerialId : public Preferences {
 protected:
     void Enter(const Text& text) {
@@ -209,7 +209,7 @@ TEST_F(SerialId, CancelledLaterStoresTheLastAnswerAgain) {
     Enter(u"first");
     SaveSetting(u"ComPort", u"OFF");
     Cancel();
-    EXPECT_EQ(Setting(u"ComPort"), u"first"); // a cancelled prompt gives its last accepted answer
+    EXPECT_EQ(Setting(u"ComPort"), u"first"); // a cancelled prompt returns its last accepted answer
 }
 
 struct InfoRow {

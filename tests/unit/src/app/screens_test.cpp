@@ -11,7 +11,7 @@ struct ScreenRowExpected {
     const char* Name;
     const ScreenId* Screen;
     std::int32_t BackMode;
-    const ScreenId* BackScreen; ///< nothing for none
+    const ScreenId* BackScreen; ///< null if there is none
     std::int32_t Rows, Cols, Percent, TitleRows, TitleCols, DrawStyle;
     const MenuId* Menu;
 };

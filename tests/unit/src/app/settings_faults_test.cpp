@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Settings that say nonsense, as a file that was edited by hand or damaged does.
+// Settings with meaningless values, as in a file that was edited by hand or damaged.
 #include "src/link/mailbox.h"
 #include "src/link/ports.h"
 #include "src/storage/settings.h"
@@ -22,7 +22,7 @@ using testing::IsEmpty;
 
 const char* const Keys[] = {"COLOUR", "FONTSIZE", "StorageVolume", "ComPort", "RFCOMM_Path", "Font", "DummyTest"};
 
-/// A settings file that stands before the program starts.
+/// A settings file that exists before the program starts.
 class OwnSettings {
 protected:
     explicit OwnSettings(const std::string& bytes) { Own.Put("settings.ini", bytes); }
@@ -43,7 +43,7 @@ struct Sane {
     const char* Value;
 };
 
-/// All keys with values that a device may have, but one.
+/// All keys with possible values, except one.
 std::string With(const std::string& key, const std::string& written) {
     std::string bytes = "# mine\n[Settings]\n";
     for (const Sane& sane : {Sane{"COLOUR", "0"}, Sane{"FONTSIZE", "14"}, Sane{"StorageVolume", ".\\"},
@@ -53,7 +53,7 @@ std::string With(const std::string& key, const std::string& written) {
     return bytes;
 }
 
-/// What a key is written as in the file, and the value that comes of it.
+/// A value as the file has it, and as the program reads it.
 struct Nonsense {
     const char* What;
     std::string Written;
@@ -100,7 +100,7 @@ protected:
     NonsenseInAKey() : OwnSettings(With(Key(), Row().Written)), Program(Options()) {}
     static std::string Key() { return std::get<0>(GetParam()); }
     static const Nonsense& Row() { return std::get<1>(GetParam()); }
-    /// An empty volume is none that was ever chosen: the first look at the data folder stores the best one.
+    /// An empty volume counts as not chosen: when the data folder is first used, the best volume is stored.
     static std::string AfterTheStart() {
         const bool chosen = Key() == "StorageVolume" && Row().Value.empty();
         return With(Key(), chosen ? ".\\" : Row().Written);
@@ -319,7 +319,7 @@ TEST_P(NameOfNonsense, IsAConnectionByNameWhereTheDeviceHasThem) {
 INSTANTIATE_TEST_SUITE_P(Blanks, NameOfNonsense, testing::Values(Blanks));
 INSTANTIATE_TEST_SUITE_P(Rows, NameOfNonsense, testing::ValuesIn(Solid));
 
-/// An empty name is no other than the one that failed before any did.
+/// No message is shown for the name of the last failure. That name is empty at first, so an empty name shows none.
 TEST(ConnectionWithoutAName, FailsWithoutAWord) {
     support::TestDevice device(support::OfType(9));
     device.Platform.StartProgram();

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Somebody who watches all that a wrong step would change.
+// Compares everything that an event handled at the wrong time would change.
 #pragma once
 
 #include "backends/input/keyboard.h"
@@ -25,12 +25,12 @@ inline const Text Reading =
     u"[BLob]\r\n[RESULT_TYPE \"Moisture\"]\r\n[RESULT_VALUE \"23.4\"]\r\n[RESULT_UNIT \"%\"]\r\n[/BLob]\r\n";
 inline const std::int32_t AllKeys[] = {8, 13, 27, 33, 34, 37, 38, 39, 40, 65, 308, 309, 310};
 
-/// All that a wrong step would change.
+/// Everything that an event handled at the wrong time would change.
 struct Sight {
-    std::vector<ScreenId> Screens;    ///< the one on show, the one before
+    std::vector<ScreenId> Screens;    ///< the current one, the previous one
     std::vector<std::int32_t> Places; ///< row, column and top row of grdMain
     std::vector<Text> Title, Main;    ///< cells
-    std::vector<Text> Hands;          ///< what the technician has in hand
+    std::vector<Text> Hands;          ///< the selected driver, download and package
     std::map<std::string, std::string> Files;
     bool operator==(const Sight&) const = default;
 };
@@ -116,7 +116,7 @@ protected:
         Device.Platform.serial.Arrive(text);
         Settle();
     }
-    /// Timers and the serial port do what they do; the link is open.
+    /// Expects that timers and the serial port work; the link is open.
     void ExpectEventsGoOn() {
         const std::int64_t before = frmQuorin::Form.lastTimerEvent;
         Device.Tick(2000);

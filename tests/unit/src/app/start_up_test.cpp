@@ -73,7 +73,7 @@ INSTANTIATE_TEST_SUITE_P(Sizes, PalmScreen,
                                          ScreenOfAPalm{{161, 161}, u"AFPalmHR", 2},
                                          ScreenOfAPalm{{320, 320}, u"AFPalmHR", 2}));
 
-/// A window is of one size wherever it stands; any other device gives the form all that its screen has.
+/// A window has one size on any screen; on all other devices the form has the whole screen.
 TEST(FormAtStart, IsTheWholeScreenButOnADesktop) {
     for (const std::int32_t type : {0, 3}) {
         backends::DeviceOptions options = support::OfType(type);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What the form has no message for and a person should know.
+// What a person should know although the form has no message for it.
 #include "src/link/ports.h"
 #include "src/link/receive.h"
 #include "src/storage/settings.h"
@@ -31,7 +31,7 @@ protected:
         Device.Platform.serial.Arrive(text);
         Settle();
     }
-    /// What was told, by its short name.
+    /// Returns the texts of the warnings with this short name.
     std::vector<std::string> About(const Text& name) {
         std::vector<std::string> texts;
         for (const auto& [about, text] : Device.Did.Warnings) {
@@ -60,7 +60,7 @@ TEST_F(Warnings, AReadingLeftByCloseIsReportedAtTheNextOpening) {
     EXPECT_THAT(About(u"waiting"), ElementsAre(modStringTools::ToBytes(Waits)));
     Device.Tick(1000);
     EXPECT_EQ(Cell(1, 1), u"23.4 %");
-    EXPECT_EQ(InTheLine(), Waits); // for who comes back to the screen
+    EXPECT_EQ(InTheLine(), Waits); // for a person who comes back to the screen
     Choose(u"Close");
     EXPECT_EQ(InTheLine(), u"");
 }
@@ -96,7 +96,7 @@ TEST_F(Warnings, NothingIsToldWhereNoReadingWaits) {
     EXPECT_THAT(Device.Did.Warnings, IsEmpty());
 }
 
-/// Nothing goes into a record there: the waiting reading is for the next download that is opened.
+/// No reading goes into a record there: the waiting one is for the next download that is opened.
 TEST_F(Warnings, NothingIsToldInTheInfEditorAndOnADriversName) {
     Open();
     Arrive(Reading);
@@ -176,7 +176,7 @@ TEST_F(OfTwoDrivers, ADownloadThatNoListNamesAnyMoreIsTold) {
                 ElementsAre("No list contains the download qrn0001.txt any more. Go Back and make a new download."));
 }
 
-// The link and the screen that do not go together.
+// The link and a screen that do not fit together.
 
 TEST_F(Warnings, BackOutOfACalendarIsToldToHaveTakenTheLinkDown) {
     InstallMeter("Day|1|||||DATE|\nMoisture|1||Moisture||||\n");

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The product's framing and decoding against the literal ones, on made-up cases.
+// The product's framing and decoding against their literal forms, on generated cases.
 #include "tests/reference/agreement.h"
 #include "tests/reference/blob_comparison.h"
 

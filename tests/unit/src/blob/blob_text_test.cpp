@@ -8,7 +8,7 @@
 namespace modBLob {
 namespace {
 
-/// The readings of BLobs that the decoder has read.
+/// Returns the readings that the decoder reads from the BLobs.
 std::vector<platform::Reading> Read(const std::vector<Text>& blobs) {
     DecoderState decoder;
     for (const Text& blob : blobs)
@@ -19,7 +19,8 @@ std::vector<platform::Reading> Read(const std::vector<Text>& blobs) {
     return readings;
 }
 
-/// What comes between the lines of a BLob, and the readings that must come again.
+/// The text between the start and end lines of a BLob. Its readings must be the same after they were written and read
+/// again.
 const Text Bodies[] = {
     u"[RESULT_TYPE \"Moisture\"]\r[RESULT_VALUE \"14.1\"]\r[RESULT_UNIT \"%\"]\r",
     u"[RESULT_TYPE \"Alpha\" \"x1\"]\r[RESULT_VALUE \"a \"quoted\" b\"]\r[RESULT_UNIT \"\"]\r",

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// How the tests of this folder write BLobs and look at the results that wait.
+// Routines that build BLobs and read the waiting results, for the tests of this folder.
 #pragma once
 
 #include "src/blob/decoding.h"
@@ -11,7 +11,7 @@ namespace blob_texts {
 
 using Lines = std::initializer_list<TextView>;
 
-/// The lines, each with the line end behind it.
+/// Joins the lines. Each is followed by the line end.
 inline Text Joined(Lines lines, TextView lineEnd = u"\r") {
     Text text;
     for (const TextView line : lines)
@@ -19,7 +19,7 @@ inline Text Joined(Lines lines, TextView lineEnd = u"\r") {
     return text;
 }
 
-/// The lines between a start and an end line.
+/// Returns a BLob that contains the lines.
 inline Text Blob(Lines lines, TextView lineEnd = u"\r") {
     return Joined({u"[BLob]"}, lineEnd) + Joined(lines, lineEnd) + Joined({u"[/BLob]"}, lineEnd);
 }
@@ -29,7 +29,7 @@ inline Text BlobOfValue(TextView value) {
     return Blob({u"[RESULT_VALUE \"" + Text(value) + u"\"]", u"[RESULT_UNIT \"ms\"]"});
 }
 
-/// Delivers all results that wait, and gives their values.
+/// Delivers all waiting results and returns their values.
 inline std::vector<Text> DeliverValues() {
     std::vector<Text> values;
     while (modBLob::NextResult())

@@ -167,7 +167,7 @@ TEST_F(CapturingDuringAnEdit, GivesTheResultToTheTextBoxOfAnotherRow) {
     EXPECT_TRUE(RecordDirty());
 }
 
-/// A formula has put a date into the cell meanwhile, and the text box has not heard of it.
+/// A formula has put a date into the cell, but not into the text box.
 TEST_F(CapturingDuringAnEdit, WritesARepeatedResultToTextBoxAndCellEachTime) {
     ShowRecord({{u"Alpha", u"enddate"}});
     Edit(Device.Platform.txtInputField, 0);
@@ -185,7 +185,7 @@ TEST_F(CapturingDuringAnEdit, GivesEvenAResultWithoutARowToTheTextBox) {
     EXPECT_TRUE(RecordDirty());
 }
 
-/// A calendar stands on a screen of its own, and a result that comes meanwhile is dropped as on any other.
+/// The calendar has a screen of its own. A result that comes while it is open is dropped, as on any other screen.
 TEST_F(CapturingDuringAnEdit, DropsTheResultInSilenceWhileADateIsChosen) {
     modQuorin::AddScreen(modQuorin::ScrInput, {.GridRows = 1, .GridCols = 1, .Menu = 1});
     modFileSystem::Table.RecordDirty = false;

@@ -25,7 +25,7 @@ protected:
 
     static void Connect(const Text& identity) { ASSERT_TRUE(Decode({u"[CONNECT \"" + identity + u"\"]"})); }
 
-    /// The value and unit of a result that has this value line.
+    /// Returns the value and unit of a result that has this value line.
     static std::vector<Text> ValueAndUnitOf(TextView valueLine) {
         Decode({valueLine, u"[RESULT_UNIT \"ms\"]"});
         NextResult();
@@ -213,7 +213,7 @@ TEST_F(Decoding, GivesAVariableBetweenTwoResultsToTheLaterOnly) {
     EXPECT_THAT(TextsOfSlots(Decoder).Vars, ElementsAre(u"1|ORIGIN=", u"2|ORIGIN=|Site=1", u""));
 }
 
-/// What all slots hold, in characters.
+/// Returns the number of characters in all slots.
 std::size_t Held() {
     std::size_t held = 0;
     for (const ResultSlot& slot : Decoder.Slots)

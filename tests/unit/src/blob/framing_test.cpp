@@ -193,7 +193,8 @@ TEST_F(BlobFraming, JoinsAPairThatCameInTwoPieces) {
     EXPECT_EQ(Buffer(), u"a\rb\n");
 }
 
-// The pair's first half went with the BLob, so its second half stands alone and the next start line behind it.
+// The first half of the pair was removed with the BLob. Its second half remains, before the next start line, and is no
+// line end.
 TEST_F(BlobFraming, MissesAStartLineBehindTheSecondHalfOfASplitPair) {
     ExtractBlobs(u"[BLob]\r\n[/BLob]\r");
     EXPECT_FALSE(ExtractBlobs(u"\n[BLob]\r\n[/BLob]\r\n"));
@@ -214,7 +215,8 @@ TEST_F(BlobFraming, LeavesEarlierLineFeedsAsLongAsPairsCome) {
     EXPECT_EQ(Buffer(), u"a\n[BLob]\nb\r[/BLob]\r\r");
 }
 
-// The pair in front of the start line is one line end too many at first, and the start line is none.
+// The first call leaves a pair before the start line, which is not found for that reason. The second call turns the
+// pair into one line end.
 TEST_F(BlobFraming, FindsAStartLineOnceThePairInFrontOfItIsTakenUp) {
     EXPECT_FALSE(ExtractBlobs(u"a\r\n\n[BLob]\r[/BLob]\r"));
     ASSERT_EQ(Buffer(), u"a\r\n[BLob]\r[/BLob]\r");
@@ -233,7 +235,7 @@ protected:
                Joined({u"[RESULT_UNIT \"ms\"]", u"[/BLob]", u"tail"}, end);
     }
 
-    /// The results of the stream when it comes in the pieces that end at the two positions and at its end.
+    /// Returns the results of the stream when it comes in three pieces, which end at the two positions and at its end.
     static std::vector<Text> ResultsInPieces(const Text& stream, std::size_t first, std::size_t second) {
         Reset();
         ExtractBlobs(stream.substr(0, first));
@@ -268,7 +270,7 @@ TEST_F(BlobFraming, GivesTheSameResultsHoweverWholeLinesAreSplit) {
     }
 }
 
-// A scan that began again at the first line for each BLob would not come to an end here.
+// This test would not end if the scan began at the first line again for each BLob.
 TEST_F(BlobFraming, TakesThousandsOfBlobsBehindMegabytesOfNoise) {
     constexpr std::size_t Blobs = 10000;
     Text noise;
@@ -282,8 +284,8 @@ TEST_F(BlobFraming, TakesThousandsOfBlobsBehindMegabytesOfNoise) {
     EXPECT_EQ(Buffer().size(), noise.size() + Blobs * 8);
 }
 
-/// Noise of some megabytes that is in the buffer already. A walk over it in each of these many calls would not come to
-/// an end.
+/// Some megabytes of noise that are in the buffer already. The test would not end if each of these many calls searched
+/// the noise again.
 class OldNoise : public BlobFraming {
 protected:
     static constexpr std::size_t Calls = 20000;

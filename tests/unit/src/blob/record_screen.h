@@ -20,7 +20,7 @@
 
 namespace modBLob {
 
-/// What feeds a field of the record: an item of a BLob, a formula, both or neither.
+/// What fills a field of the record: an item of a BLob, a formula, both or neither.
 struct Field {
     Text Blob;
     Text Formula = u"";

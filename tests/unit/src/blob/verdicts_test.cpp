@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// What a verdict says besides its name, and what has none. That each fate has one is tested through the console.
+// What a verdict contains besides its name, and which events have none. The console's tests check that each fate has a
+// name.
 #include "src/blob/verdicts.h"
 
 #include "tests/support/heard_readings.h"
@@ -60,7 +61,7 @@ TEST_F(VerdictOfAReading, HasTheValueThatWasReplaced) {
     EXPECT_EQ(Last().Old, u"old ms");
 }
 
-/// A page key has moved the grid's row away from the field.
+/// A page key has moved the grid's current row away from the field.
 TEST_F(VerdictOfAReading, HasTheOldValueOfTheOpenFieldsRow) {
     ShowRecord({{u"x1"}, {u"Alpha"}});
     OpenRowOf(2);

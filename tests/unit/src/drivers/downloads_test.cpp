@@ -39,7 +39,7 @@ TEST_F(DownloadList, FirstOfAllIsNumberOneOfToday) {
     EXPECT_EQ(TitleCell(), u"Downloads");
 }
 
-/// A program that was cut off when it first showed the drivers leaves none, or one without a header.
+/// If the program was stopped when it first showed the drivers, there is no register, or one without a header.
 TEST_F(DownloadList, RegisterThatIsMissingIsMadeByNew) {
     for (const char* const left : {"-", "", "\n", "\xEF\xBB\xBF"}) {
         SCOPED_TRACE(left);
@@ -48,7 +48,7 @@ TEST_F(DownloadList, RegisterThatIsMissingIsMadeByNew) {
             Put("qrnctrl.txt", left);
         MenuEvent(u"Start...");
         MenuEvent(u"Ok");
-        EXPECT_EQ(File("qrnctrl.txt"), std::string(left) == "-" ? "" : left); // a list that is looked at makes nothing
+        EXPECT_EQ(File("qrnctrl.txt"), std::string(left) == "-" ? "" : left); // showing the list creates nothing
         Choose(u"New");
         EXPECT_EQ(File("qrnctrl.txt"), RegisterHeader + "Meter|qrn0001.txt|20070305|\n");
         EXPECT_THAT(Column(0), ElementsAre(u"qrn0001.txt"));
@@ -132,7 +132,7 @@ TEST_F(DownloadList, DeleteAsksTwiceAndTakesRowAndFile) {
     EXPECT_FALSE(Device.Folder.Has("Quorin/qrn0001.txt"));
 }
 
-/// A full disk costs the new download alone.
+/// A full disk prevents the new download and changes nothing else.
 TEST_F(DownloadList, NewOneThatCantBeAddedTakesNobodysPlace) {
     const std::string control = "DRIVER|FILE|DATE|ALIAS\nOther|qrn0003.txt|20070102|My name\n";
     Put("qrnctrl.txt", control);
@@ -222,7 +222,7 @@ TEST_F(DownloadList, AliasCantBeCleared) {
 TEST_F(DownloadList, CancelledRenameTakesTheLastAnswerThatWasGiven) {
     Show("Meter|qrn0001.txt|x|\n");
     Rename([] { MenuEvent(u"Back"); });
-    EXPECT_EQ(Register(), "Meter|qrn0001.txt|x|\n"); // there was none yet
+    EXPECT_EQ(Register(), "Meter|qrn0001.txt|x|\n"); // there was none before
     Rename([this] {
         Type(u"abc");
         MenuEvent(u"Ok");

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A package that is wrong, on a device of which every file is watched.
+// A faulty package, on a device all of whose files are compared.
 #pragma once
 
 #include "src/drivers/installation.h"
@@ -29,7 +29,7 @@ inline const std::size_t Megabyte = 1U << 20U;
 inline const Text Installed = u"Driver installed";
 inline const Text NoInfFile = u"Error creating driver inf file";
 
-/// Where temporary folders are made for the length of a test, so that all that lies around the device can be watched.
+/// Redirects temporary folders while it exists, so that everything around the device can be compared.
 class OwnTemporary {
 protected:
     OwnTemporary() {
@@ -52,7 +52,7 @@ private:
     std::optional<std::string> Before_;
 };
 
-/// Each name below a folder with what it holds.
+/// The contents of each file below a folder, by name.
 using Contents = std::map<std::string, std::string>;
 
 inline std::string BytesOf(const fs::path& path) {
@@ -64,7 +64,7 @@ inline std::string BytesOf(const fs::path& path) {
     return {std::istreambuf_iterator<char>(in), {}};
 }
 
-/// The names that are not in both with the same contents; a long text is not printed.
+/// Returns the names whose contents differ, or that only one of the two has. Long names and contents are cut.
 inline std::vector<std::string> Differences(const Contents& expected, const Contents& found) {
     std::vector<std::string> names;
     for (const auto& [name, bytes] : expected) {
@@ -85,7 +85,7 @@ class FaultyPackage : protected OwnTemporary, public support::Program {
 protected:
     explicit FaultyPackage(const backends::DeviceOptions& options = {}) : Program(options) {}
 
-    /// A device in use, with files beside the data folder and beside the device.
+    /// Fills the device as if it were in use, with files beside the data folder and beside the device.
     void FillDevice() {
         Around.Put("beside.txt", "mine\n");
         Around.Put("beside/rest.txt", "mine\n");
@@ -97,7 +97,7 @@ protected:
         Put("sub/kept.txt", "mine\n");
     }
 
-    /// All there is on the device and around it, by its path from the device's root.
+    /// Returns all files on the device and around it, by their paths from the device's root.
     Contents Everything() {
         Contents all;
         for (const auto& entry : fs::recursive_directory_iterator(Around.Path()))
@@ -114,7 +114,7 @@ protected:
 
     std::vector<Text> Told() { return Device.Did.Messages(); }
 
-    /// What was told, and all that is different from before: the drivers table is longer, and files were written.
+    /// Expects these messages, an additional row in the drivers table and these written files, and no other change.
     void ExpectOutcome(const std::vector<Text>& told, const std::string& driverRow, const Contents& written = {}) {
         EXPECT_EQ(Told(), told);
         Contents expected = Before;

@@ -15,7 +15,7 @@ const std::string InfHeader = "FIELDNAME|VISIBLE|COPY|BLOB|DISPLAY|CSVNAME|DATAT
 
 class InfTable : public support::Program {
 protected:
-    /// The one row of a driver's inf table as it is in memory once a download is open.
+    /// Returns the only row of a driver's inf table as the opening of a download reads it.
     InfField Loaded(const std::string& row) {
         InstallMeter(row + "\n");
         OpenDownload("");
@@ -34,7 +34,8 @@ TEST_F(InfTable, NewOneShowsOneOfOneWithEightEmptyValues) {
     EXPECT_EQ(Screens.RecordReturnScreen, ScrInstalledDrivers);
 }
 
-/// What a package of a driver's row and a header brings, and what a program that was cut off may have left.
+/// The inf table of a package that has only a driver's row and a header, and what a program that was stopped may have
+/// left.
 class InfTableWithoutRows : public InfTable, public testing::WithParamInterface<const char*> {
 protected:
     InfTableWithoutRows() {

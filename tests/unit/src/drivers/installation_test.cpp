@@ -33,7 +33,7 @@ TEST_F(Package, BringsARowAndAnInfFile) {
     EXPECT_EQ(Screen(), ScrAddDriver);
 }
 
-/// An editor leaves one at the end. A row of the inf table that it would make can't be opened.
+/// Some editors add one at the end. It would become a row of the inf table that can't be opened.
 TEST_F(Package, EmptyLinesAtItsEndsAreNone) {
     Install("\n# a comment\n\nMeter|meter.txt\n" + InfHeaderLine + "a|1||||||\n\nb|1||||||\n\n#end\n\n");
     EXPECT_THAT(Told(), ElementsAre(u"Driver installed"));
@@ -71,13 +71,13 @@ TEST_F(Package, OfLinesAddsNoDriverThatIsThereAndNoneWithoutATable) {
     EXPECT_EQ(Drivers(), "NAME|INFFILE\nOld|old.txt\n");
 }
 
-/// It is as the package has it; what it lacks it gets when it is opened.
+/// The file is as in the package; what it lacks is added when it is opened.
 TEST_F(Package, OfAHeaderAloneIsCopiedAsItIs) {
     Install("Meter|meter.txt\n" + InfHeaderLine);
     EXPECT_EQ(File("meter.txt"), InfHeaderLine);
 }
 
-/// The last line of the package is the one in front of the empty ones.
+/// Empty lines at the end do not count: the last line is the one before them.
 TEST_F(Package, FailureOnItsLastLineIsFollowedByInstalledAsWell) {
     const Text noInfFile = u"Error creating driver inf file";
     Install("A|no\\way.txt\n" + InfHeaderLine);
@@ -85,7 +85,7 @@ TEST_F(Package, FailureOnItsLastLineIsFollowedByInstalledAsWell) {
     EXPECT_THAT(Told(), ElementsAre(noInfFile, u"Driver installed", noInfFile, u"Driver installed"));
     Device.Did.Boxes.clear();
     Install("C|no\\way.txt\n" + InfHeaderLine + "\na|1||||||\n");
-    Install("D|no\\way.txt\n\n" + InfHeaderLine); // the empty line is the header that can't be written
+    Install("D|no\\way.txt\n\n" + InfHeaderLine); // the empty line is the header, which can't be written
     EXPECT_THAT(Told(), ElementsAre(noInfFile, noInfFile));
 }
 
@@ -183,7 +183,7 @@ TEST_F(PackageList, NamesThoseOfTheDataFolderAndOfThreeVolumes) {
     EXPECT_EQ(Selection.SelectedPackage, u"A:\\card.QVD");
 }
 
-/// As if it were a driver; the commands of drivers find none of that name.
+/// The package is also selected as the driver. The commands of drivers find no driver of that name.
 TEST_F(PackageList, PutsItsFirstPackageInHandAsTheDriverToo) {
     Selection.SelectedDriver = u"Meter";
     MenuEvent(u"Add Driver...");

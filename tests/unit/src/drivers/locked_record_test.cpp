@@ -109,13 +109,13 @@ TEST_F(LockedRecord, ThatIsLeftIsTold) {
     EXPECT_EQ(Device.Did.Unsaved, OneFailure);
 }
 
-/// A row that a walk left out would be taken for missing, and made a second time.
+/// A row that a search skipped would seem to be missing, and would be added a second time.
 TEST_F(LockedRecord, StopsAWalkOverTheTable) {
     Tool.Lock();
     EXPECT_THROW(FindRow(u"Place=three"), backends::ProgramOver);
 }
 
-/// Of a line that the lock has kept from us nobody knows what it held, also after the lock is gone.
+/// The content of a line that could not be read because of the lock is unknown, also after the lock is released.
 TEST_F(LockedRecord, ReadWithoutAWaitStopsTheProgramAndNamesTheLock) {
     Tool.Lock();
     std::int32_t line = 2;
@@ -131,7 +131,7 @@ TEST_F(LockedRecord, StopsAnOpening) {
     EXPECT_THROW(OpenTable(u".\\Quorin\\test.pdb", u"r", u"TEXT", u"QVRN"), backends::ProgramOver);
 }
 
-/// The gap between two ticks would be taken for a sleep, and the port be opened anew.
+/// The gap between two ticks would be treated as a sleep, and the port opened again.
 TEST_F(LockedRecord, IsWaitedForWithoutAnEventOrASleep) {
     frmQuorin::Form.lastTimerEvent = -1000;
     Reading();

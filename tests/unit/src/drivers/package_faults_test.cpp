@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Packages that are wrong in every way that a file can be: what is told, what is written, and what is left alone.
+// Packages with every kind of fault that a file can have: which messages are shown, what is written, and what stays
+// unchanged.
 #include "tests/unit/src/drivers/faulty_package.h"
 
 namespace modQuorin {
@@ -121,14 +122,14 @@ INSTANTIATE_TEST_SUITE_P(
                    {Installed},
                    "Größe 湿度 😀|feuchte 湿.txt\n",
                    {{"Quorin/feuchte 湿.txt", "H😀\n"}}},
-        // Two bytes a character, as some editors save: each second one is a NUL.
+        // Two bytes a character, as some editors save: every second byte is a NUL.
         PackageRow{"characters of two bytes",
                    "\xFF\xFEM\0|\0m\0\n\0H\0\n\0a\0\n\0"s,
                    {Installed},
                    "\xFF\xFEM | m \n",
                    {{"Quorin/ m ", " H \n a \n \n"}}}));
 
-// What the package calls its inf file is replaced, whatever it was before.
+// The file that the package names as its inf file is replaced, whatever it contains.
 INSTANTIATE_TEST_SUITE_P(
     InfFilesThatAreThere, PackageWith,
     testing::Values(
@@ -183,13 +184,13 @@ TEST_F(PackageOnADevice, AbsolutePathOfTheHostIsNoInfName) {
     ExpectOutcome({NoInfFile}, "Meter|" + path + "\n");
 }
 
-/// The inf file takes its name when it is whole; until then there is a package to be read.
+/// The inf file takes its name once it is complete; until then the package can be read.
 TEST_F(PackageOnADevice, PackageThatIsItsOwnInfFileBecomesIt) {
     Install("Meter|new.qvd\nHeader\na|1\nb|1\n");
     ExpectOutcome({Installed}, "Meter|new.qvd\n", {{"Quorin/new.qvd", "Header\na|1\nb|1\n"}});
 }
 
-/// A drivers table that can't be opened is made anew with its register, as at the first run; here not even that works.
+/// A drivers table that can't be opened is created again with its register, as at the first run. Here that fails, too.
 TEST_F(PackageOnADevice, DriversTableThatIsAFolderIsToldAndStopsTheWalk) {
     fs::remove(Device.Folder.Path() / "Quorin/drivers.txt");
     Device.Folder.Put("Quorin/drivers.txt/kept.txt", "mine\n");

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Packages on a device whose memory holds databases alone.
+// Packages on a device whose memory holds only databases.
 #include "tests/unit/src/drivers/faulty_package.h"
 
 namespace modQuorin {
@@ -34,7 +34,7 @@ protected:
         modFileSystem::CloseFile(file);
         return lines;
     }
-    /// Installs the only package there is.
+    /// Installs the only package.
     void Install(const Text& listedAs) {
         MenuEvent(u"Add Driver...");
         EXPECT_THAT(Column(0), ElementsAre(listedAs));
@@ -66,7 +66,7 @@ TEST_F(PalmPackage, InMemoryOfNoLinesInstallsNothingAndSaysItDid) {
     EXPECT_THAT(Database(u"drivers"), ElementsAre(u"NAME|INFFILE"));
 }
 
-/// "meter.qvd" is opened as the database "meter", as any name with a full stop is.
+/// "meter.qvd" is opened as the database "meter", as with every name that has a full stop.
 TEST_F(PalmPackage, InMemoryWithAFullStopInItsNameCantBeOpened) {
     PutDatabase(u"xqvd", {u"Meter|meter.txt", u"H"});
     fs::rename(Device.Folder.Path() / "Databases/xqvd.sqlite", Device.Folder.Path() / "Databases/meter.qvd.sqlite");

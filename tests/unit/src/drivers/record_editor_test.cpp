@@ -38,7 +38,7 @@ TEST_F(Record, CommandsWalk) {
     EXPECT_EQ(Download(), Header + "1||\n2||\n3||\n4||\n5||\n");
 }
 
-/// The record that was on the screen is kept beside; nobody has seen the one that stands in its place now.
+/// The changed record is kept in a file beside. The record that has its place now was never on the screen.
 TEST_F(Record, InWhosePlaceAnotherProgramHasPutItsOwnIsNotDeleted) {
     OpenFive();
     Choose(u"Next Record");
@@ -79,7 +79,7 @@ TEST_F(Record, EveryCommandSavesTheOneInHand) {
     EXPECT_EQ(Download(), Header + "1|quietly changed|\n2||\n3||\n4||\n5||\n");
 }
 
-/// On a full disk a new record does not come to be; what was copied for it must not go into the last one instead.
+/// On a full disk no record is added. The values that were copied for it must not go into the last record.
 TEST_F(Record, NewOneThatCantBeAddedLeavesTheOthersAlone) {
     InstallMeter("Place|1|1|||||\nMoisture|1||||||\nRemark|1||||||\n");
     OpenDownload(Header + "1|a|\n2|b|\n");
@@ -175,7 +175,7 @@ TEST_F(Record, LongRowKeepsWhatNoFieldShows) {
     EXPECT_EQ(Download(), Header + "one|2|3|four|five\n");
 }
 
-/// Its painting hides it; ShowRecord goes by the values that the row has.
+/// ShowRecord uses only the values that the row has. The field that the row lacks is hidden by its painting.
 TEST_F(Record, ShortRowLeavesTheHeightOfWhatItLacksToThePainting) {
     InstallMeter("Place|1||||||\nMoisture|0||Moisture||||\nRemark|0||||||\n");
     OpenDownload(Header + "1|2\n");
@@ -229,9 +229,10 @@ TEST_F(Record, KeystrokesReachTheCellAtOnce) {
     EXPECT_TRUE(Table.RecordDirty);
 }
 
-// A field that stands open over the record.
+// A field that is open over the record.
 
-std::vector<std::string> Closed; ///< what the screen is told when a field closes, with the record of that moment
+/// Each closing of a field, as reported to the screen: row, column, text, and whether the field was still visible.
+std::vector<std::string> Closed;
 
 class FieldOverARecord : public Record {
 protected:
@@ -283,7 +284,7 @@ TEST_F(FieldOverARecord, StaysWhenTheRecordIsNotDeletedAfterAll) {
 }
 
 TEST_F(FieldOverARecord, IsSavedByBackAndClosedBeforeTheListIsShown) {
-    Table.RecordDirty = false; // so that the open field alone asks for the save
+    Table.RecordDirty = false; // so that only the open field causes the save
     GoBack();
     EXPECT_EQ(Screen(), ScrDownloads);
     EXPECT_FALSE(IsOpen());
@@ -300,7 +301,7 @@ TEST_F(FieldOverARecord, IsClosedByAnyOtherScreen) {
 
 TEST_F(FieldOverARecord, IsClosedWithoutTheFocusToo) {
     Device.Platform.grdTitle.GotFocus = nullptr;
-    Device.Platform.txtInputField.LostFocus = nullptr; // as if the event had gone astray
+    Device.Platform.txtInputField.LostFocus = nullptr; // as if the event had been lost
     Device.Platform.grdTitle.SetFocus();
     ASSERT_TRUE(IsOpen());
     Choose(u"Next Record");
@@ -316,7 +317,7 @@ TEST_F(FieldOverARecord, TakesNoReadingIntoTheNextRecord) {
     EXPECT_EQ(Cell(2, 1), u"");
 }
 
-/// The page key moves the row away under the field, onto a row for dates.
+/// The page key moves the current row from the field's to one for dates.
 TEST_F(Record, FieldThatIsOpenIsNoAnswerToADatePrompt) {
     InstallMeter("Place|1||||||\nDay|1|||||DATE|\n");
     OpenDownload("Place|Day\na|05/03/2007\n");

@@ -15,7 +15,7 @@ using testing::IsEmpty;
 
 class Download : public support::Program {
 protected:
-    /// Goes to the downloads of the one driver, of which there is one.
+    /// Goes to the list of the only driver's only download.
     void GoToDownloads() {
         Put("qrnctrl.txt", "DRIVER|FILE|DATE|ALIAS\nMeter|qrn0001.txt|x|\n");
         MenuEvent(u"Start...");
@@ -35,7 +35,7 @@ TEST_F(Download, OpenedForTheFirstTimeIsMadeWithOneBlankRecord) {
     EXPECT_TRUE(Screens.GridEditMode);
 }
 
-/// As a program that was killed in the making of a database leaves it: without columns no reading would stay.
+/// The file of a program that was killed while it created a database. Without columns no reading would be stored.
 TEST_F(Download, WithoutAnyLineIsMadeAsOneThatIsMissing) {
     InstallMeter();
     Put("qrn0001.txt", "");
@@ -124,14 +124,14 @@ TEST_F(ColumnChoices, BackWritesTheRowsThatDiffer) {
 TEST_F(ColumnChoices, ReachARecordOnlyWhenItIsOpenedAgain) {
     Tap(1);
     GoBack();
-    EXPECT_THAT(Inf.InfFields, IsEmpty()); // the fields are read from the file by opening a download alone
+    EXPECT_THAT(Inf.InfFields, IsEmpty()); // only the opening of a download reads the fields from the file
     OpenDownload("Place|Moisture|Remark\n1|2|3\n");
     Repaint();
     EXPECT_GT(Device.Main().RowHeight(1), 0);
     EXPECT_EQ(Device.Main().RowHeight(2), 0);
 }
 
-/// Nothing of the columns' table is in hand on the next screen, nor of the record that was open before it.
+/// On the next screen neither the columns' table nor the record that was open before is in use.
 class ColumnsOfAnyScreen : public support::Program {
 protected:
     ColumnsOfAnyScreen() { InstallMeter("Place|0||||||\nMoisture|1||Moisture||||\nRemark|1||||||\n"); }
@@ -141,7 +141,7 @@ protected:
         ASSERT_TRUE(modFileSystem::Table.TableFile.valid);
         GoBack();
     }
-    /// Another one after each rewrite.
+    /// Returns the file's number, which is another one after each rewrite.
     ino_t InfFile() {
         struct stat found {};
         ::stat((Device.Folder.Path() / "Quorin/meter.txt").c_str(), &found);

@@ -40,7 +40,7 @@ TEST_F(DriverRegistry, LostDriversTableTakesTheRegisterWithIt) {
     EXPECT_EQ(File("qrnctrl.txt"), "DRIVER|FILE|DATE|ALIAS\n");
 }
 
-/// A drivers table that can't be read is not a lost one: nothing is made anew over it.
+/// A drivers table that can't be read is not a missing one: it is not created again.
 TEST_F(DriverRegistry, FailingDiskCostsNoDriverAndNoDownload) {
     InstallTwo();
     const std::string drivers = File("drivers.txt");
@@ -63,7 +63,7 @@ TEST_F(DriverRegistry, ListsDriversInTheOrderOfTheirRows) {
     EXPECT_EQ(Selection.SelectedDriver, u"Zulu");
 }
 
-/// What a disk that was full has left of the table: without a header the first driver would become that.
+/// A full disk has left an empty table. Without a header the first driver would become the header.
 TEST_F(DriverRegistry, EmptyFileIsAnEmptyListAndGetsItsHeader) {
     const std::string downloads = "DRIVER|FILE|DATE|ALIAS\nZulu|qrn0001.txt|20070301|\n";
     Put("drivers.txt", "");
@@ -93,7 +93,7 @@ TEST_F(DriverRegistry, TableOfAHeaderAloneIsUsable) {
     EXPECT_THAT(Device.Pauses, IsEmpty());
 }
 
-/// What an editor leaves of a table in which all was deleted.
+/// What an editor leaves of a table whose rows were all deleted.
 TEST_F(DriverRegistry, FileOfAnEmptyLineGetsItsHeader) {
     for (const char* const nothing : {"\n", "\r\n", "\xEF\xBB\xBF", "\xEF\xBB\xBF\n"}) {
         Put("drivers.txt", nothing);
@@ -166,7 +166,7 @@ TEST_F(DriverRegistry, NewAddsAnUntitledRowEachTime) {
     EXPECT_EQ(File("drivers.txt"), "NAME|INFFILE\nUntitled Driver|untitled.txt\nUntitled Driver|untitled.txt\n");
 }
 
-/// A full disk costs the new driver alone.
+/// A full disk prevents the new driver and changes nothing else.
 TEST_F(DriverRegistry, NewOneThatCantBeAddedTakesNobodysPlace) {
     InstallTwo();
     const std::string before = File("drivers.txt");
@@ -256,7 +256,7 @@ TEST_F(DriverRegistry, PropertiesHideRowsByTheFieldsThatWereLoadedLast) {
     EXPECT_GT(Device.Main().RowHeight(1), 0);
 }
 
-/// The kinds of the fields are the download's as well.
+/// The types of the fields are those of the download, too.
 TEST_F(DriverRegistry, NameThatIsTakenForADateEndsTheProgramWithTheWayOut) {
     InstallMeter("Day|1|||||DATE|\nb|1||||||\n");
     OpenDownload("Day|b\n01/03/2007|2\n");
@@ -275,7 +275,7 @@ void PrintTo(const Damage& row, std::ostream* out) {
     *out << row.What;
 }
 
-/// The drivers and the register lie in the memory of a Palm OS device, and something has damaged the drivers.
+/// The drivers and the register are in the memory of a Palm OS device. The drivers table is damaged.
 class DamagedDrivers : public support::Program, public testing::WithParamInterface<Damage> {
 protected:
     DamagedDrivers() : Program(support::OfType(1)) {
@@ -294,7 +294,7 @@ protected:
     std::string Database(const std::string& name) { return Device.Folder.Bytes("Databases/" + name + ".sqlite"); }
 };
 
-/// They are not missing: whatever can still be read of them is kept, and so are the downloads.
+/// The drivers are not missing: what can still be read of them is kept, and so are the downloads.
 TEST_P(DamagedDrivers, AreNotMadeAnewAndStopTheProgram) {
     const std::string damaged = GetParam().Of(Database("drivers"));
     const std::string downloads = Database("qrnctrl");

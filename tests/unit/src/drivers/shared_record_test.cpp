@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// A record on the screen whose download other tools replace, edit, empty or carry away: what is on the screen, in the
-// file and told after each thing that a person can do next.
+// A record on the screen whose download other tools replace, edit, empty or move: what the screen and the file contain
+// and what is reported after each possible action.
 #include "src/storage/settings.h"
 #include "tests/support/printed_rows.h"
 #include "tests/support/program.h"
@@ -33,7 +33,7 @@ std::string Joined(const Lines& rows) {
     return bytes;
 }
 
-/// What a record of this line shows.
+/// Returns the fields that the record of this line shows.
 std::vector<Text> Fields(const std::string& line) {
     std::vector<Text> fields;
     std::istringstream in(line + "|");
@@ -42,7 +42,7 @@ std::vector<Text> Fields(const std::string& line) {
     return fields;
 }
 
-/// How a value came into the record before it is saved, and by what it is.
+/// How a value comes into the record before it is saved, and the command that saves it.
 struct Act {
     enum How { Typed, Reading, AnsweredYes, AnsweredNo } Value;
     const char16_t* Command;
@@ -77,14 +77,14 @@ protected:
     static bool Asks() { return GetParam().Value == Act::AnsweredYes || GetParam().Value == Act::AnsweredNo; }
     static bool Leaves() { return Is(u"Close"); }
     static bool Is(const char16_t* command) { return Text(GetParam().Command) == command; }
-    /// A reading that asks nothing finds its field empty.
+    /// The field of the reading is empty if no question is to be asked.
     static Lines Rows() {
         Lines rows = Old;
         if (GetParam().Value == Act::Reading)
             rows[1] = "b||x";
         return rows;
     }
-    /// The row that is to be saved.
+    /// Returns the row that is to be saved.
     static std::string Ours() {
         switch (GetParam().Value) {
         case Act::Typed:
@@ -96,7 +96,7 @@ protected:
         }
     }
 
-    /// The value comes, the other tool does its work, and the record is saved by the command.
+    /// Enters the value, runs the other tool, and saves the record by the command.
     void Do(const std::function<void()>& tool) {
         if (GetParam().Value == Act::Typed) {
             Tap(2, 1);
@@ -130,7 +130,7 @@ protected:
     }
     files::path Path(const std::string& name) const { return Device.Folder.Path() / name; }
     std::string Download() { return File("qrn0001.txt"); }
-    /// What lies in the data folder beside the tables of the device.
+    /// Returns the names of all files in the data folder except the device's tables.
     Lines OtherFiles() {
         Lines names;
         for (const auto& entry : files::directory_iterator(Path("Quorin"))) {
@@ -141,7 +141,7 @@ protected:
         return names;
     }
 
-    /// The row went into what the other tool has left, and the command did what it does.
+    /// Expects that the row was saved into the other tool's file, and that the command did its work.
     void ExpectSavedInto(Lines rows) {
         rows[1] = Ours();
         std::size_t shown = 2;
@@ -161,7 +161,7 @@ protected:
         EXPECT_EQ(Questions, Is(u"Delete Record") ? 2U : 0U);
         ExpectShown(rows[shown], shown + 1, rows.size());
     }
-    /// The other tool's file is as it left it, and the row lies beside it under a name that is told.
+    /// Expects that the other tool's file is unchanged, and that the row is in a file beside it whose name is reported.
     void ExpectKeptBeside(const std::string& theirs) {
         EXPECT_EQ(Download(), theirs);
         const Lines kept = OtherFiles();
@@ -184,7 +184,7 @@ protected:
         EXPECT_EQ(modStringTools::ToBytes(TitleCell(1)), std::to_string(number) + "/" + std::to_string(of));
     }
 
-    std::size_t Questions = 0; ///< that the command asked
+    std::size_t Questions = 0; ///< of the command
 };
 
 TEST_P(SharedRecord, ReplacedByAFileWithMoreRowsIsSavedIntoThat) {
@@ -230,7 +230,7 @@ TEST_P(SharedRecord, OfAFileThatWasEmptiedIsKeptBeside) {
 
 TEST_P(SharedRecord, OfAFileThatWasCutToItsHeaderIsKeptBeside) {
     Do([this] { Put("qrn0001.txt", SharedHeader + "\n"); });
-    // A record is always on the screen: where none is left a blank one is added.
+    // A record is always on the screen: if none is left, a blank one is added.
     ExpectKeptBeside(Leaves() ? SharedHeader + "\n" : Joined({"||"}));
     ExpectShown("||", 1, 1);
 }
@@ -244,7 +244,7 @@ TEST_P(SharedRecord, OfARootThatWasMovedAwayIsToldAndNothingIsMade) {
     const bool changesRows = !Is(u"Next Record") && !Leaves();
     EXPECT_EQ(Device.Did.Unsaved.size(), changesRows ? 2U : 1U) << "the row, and what the command could not do either";
     if (!Leaves()) {
-        // "New Record" takes what is copied from the last record, and stays there.
+        // "New Record" goes to the last record for the fields to copy, and stays on it.
         const std::size_t shown = Is(u"Next Record") || Is(u"New Record") ? 2 : 1;
         ExpectShown(Rows()[shown], shown + 1, 3);
     }
@@ -253,7 +253,7 @@ TEST_P(SharedRecord, OfARootThatWasMovedAwayIsToldAndNothingIsMade) {
     EXPECT_THAT(OtherFiles(), IsEmpty());
     if (Leaves())
         return;
-    // The same folder is back.
+    // The original folder is back.
     Tap(0, 1);
     Type(u"again");
     Choose(u"First Record");

@@ -12,7 +12,7 @@ using testing::HasSubstr;
 
 const std::string Header = "Place|Dug|Remark\n";
 
-/// A record with a text, a date that is none, and a text. The link is armed.
+/// A record of a text, an invalid date and a text. The link is armed.
 class UnsavedRecord : public support::Program {
 protected:
     UnsavedRecord() {
@@ -45,7 +45,7 @@ TEST_F(UnsavedRecord, IsSavedBeforeAPortThatIsNoNumberEndsTheProgram) {
     EXPECT_EQ(Download(), Header + "a|2007-04-01|typed\n1|2|3\n");
 }
 
-/// The grid is the prompt's then, one empty cell.
+/// The grid then belongs to the prompt and is one empty cell.
 TEST_F(UnsavedRecord, IsSavedFromUnderACalendar) {
     Device.Main().SetCell(1, 1, u"01/04/2007");
     Edit(2, u"typed");
@@ -56,7 +56,7 @@ TEST_F(UnsavedRecord, IsSavedFromUnderACalendar) {
     EXPECT_EQ(Download(), Header + "a|01/04/2007|typed\n1|2|3\n");
 }
 
-/// The fields that the row has are saved, and the others are named.
+/// The fields that the row has are saved, and the missing ones are reported.
 TEST_F(UnsavedRecord, OfARowShorterThanItsHeaderIsSavedAsFarAsItGoes) {
     OpenDownload(Header + "a\n1|2|3\n");
     Repaint();
@@ -69,7 +69,7 @@ TEST_F(UnsavedRecord, OfARowShorterThanItsHeaderIsSavedAsFarAsItGoes) {
                 testing::ElementsAre(testing::Pair(u"qrn0001.txt", u"the record in the file has no field Remark")));
 }
 
-/// The saved copy of the grid is what is looked at then.
+/// The saved copy of the grid is used then.
 TEST_F(UnsavedRecord, OfAShortRowUnderACalendarIsToldTheSameWay) {
     OpenDownload(Header + "a|01/04/2007\n1|2|3\n");
     Repaint();
@@ -88,14 +88,14 @@ TEST_F(UnsavedRecord, OfADownloadWithoutAFileIsToldAndMakesNone) {
     std::filesystem::remove(Device.Folder.Path() / "Quorin/qrn0001.txt");
     std::filesystem::create_directory(Device.Folder.Path() / "Quorin/qrn0001.txt");
     OpenDownload("");
-    Device.Did.Unsaved.clear(); // what was told at the opening
+    Device.Did.Unsaved.clear(); // the reports of the opening
     Device.Platform.settings.Save(u"Quorin", u"Settings", u"ComPort", u"Com1");
     Device.Tick(500);
     Device.Platform.serial.Arrive(u"[BLob]\r\n[RESULT_TYPE \"Moisture\"]\r\n[RESULT_VALUE \"23.4\"]\r\n"
                                   u"[RESULT_UNIT \"%\"]\r\n[/BLob]\r\n");
     Device.Tick(1500);
     ASSERT_EQ(Cell(0, 1), u"23.4 %");
-    Device.Did.Unsaved.clear(); // the reading itself
+    Device.Did.Unsaved.clear(); // the report of the reading
     const support::HeardReadings heard(Device);
     EXPECT_NE(support::FailureOf([] { platform::RuntimeFailure(u"no reason"); }), u"");
     EXPECT_THAT(Device.Did.Unsaved,
@@ -111,7 +111,7 @@ TEST_F(UnsavedRecord, ThatNobodyHasTouchedIsNotWritten) {
     EXPECT_THAT(Device.Did.Unsaved, testing::IsEmpty());
 }
 
-/// Typing into a prompt marks the record as changed also where there is none: the open table is the register here.
+/// Typing into a prompt marks the record as changed even if there is none: here the open table is the register.
 TEST_F(UnsavedRecord, IsNotMadeUpFromAPromptOffTheRecordScreens) {
     GoBack();
     const std::string registered = File("qrnctrl.txt");
@@ -169,7 +169,7 @@ TEST_F(UnsavedRecord, ThatTheDiskHasNoRoomForIsToldBehindTheFirstMessage) {
     EXPECT_TRUE(bothTold);
 }
 
-/// A save that fails is not made a second time from within itself.
+/// A save that fails does not save again.
 TEST_F(UnsavedRecord, WhoseOwnSaveFailsIsNotSavedOnceMore) {
     Edit(2, u"typed");
     Device.Host.faults.FailNext(1, 1);
@@ -178,7 +178,7 @@ TEST_F(UnsavedRecord, WhoseOwnSaveFailsIsNotSavedOnceMore) {
     EXPECT_EQ(Download(), Header + "a|2007-04-01|c\n1|2|3\n");
 }
 
-/// A row that is too short to be asked for a field may be any other row of the table than the one on the screen.
+/// If the current row is too short for a field that is asked for, it may not be the row on the screen.
 TEST_F(UnsavedRecord, StaysWhereTheTableItselfIsTheFailure) {
     modFileSystem::Table.RecordDirty = true;
     modFileSystem::Table.TableValues.resize(1);
@@ -186,7 +186,7 @@ TEST_F(UnsavedRecord, StaysWhereTheTableItselfIsTheFailure) {
     EXPECT_EQ(Download(), Header + "a|2007-04-01|c\n1|2|3\n");
 }
 
-/// As after the last record was deleted on a full disk: no blank one could be added, and the header is the current
+/// As after the deletion of the last record on a full disk: no blank one could be added, and the header is the current
 /// line.
 TEST_F(UnsavedRecord, WithoutARowOfItsOwnIsNotWrittenOverTheHeader) {
     Edit(2, u"typed");

@@ -19,7 +19,7 @@ using support::PrintTo;
 const std::string Reading =
     "[BLob]\n[RESULT_TYPE \"Moisture\"]\n[RESULT_VALUE \"23.4\"]\n[RESULT_UNIT \"%\"]\n[/BLob]\n";
 
-/// A driver that listens, its download open, and a server that runs.
+/// A driver that takes readings, its download open, and a running server.
 class Mailbox : public support::Program {
 protected:
     Mailbox() {
@@ -81,7 +81,7 @@ TEST_F(Mailbox, BlobSplitOverTwoFilesComesTogether) {
     Deliver("[BLob]\n[RESULT_TYPE \"Moisture\"]\n");
     Device.Tick(1500);
     EXPECT_EQ(Moisture(), u"");
-    Deliver("[RESULT_VALUE \"7\"]\n[RESULT_UNIT \"%\"]\n[/BLOB]\n"); // on this road any case of the tag will do
+    Deliver("[RESULT_VALUE \"7\"]\n[RESULT_UNIT \"%\"]\n[/BLOB]\n"); // a mailbox ignores the case of the tag
     Device.Tick(1500);
     EXPECT_EQ(Moisture(), u"7 %");
 }
@@ -95,7 +95,7 @@ TEST_F(Mailbox, DeliveryIsReportedAsOne) {
     EXPECT_EQ(heard.Texts[0].second, u"a line\r\n");
 }
 
-/// The half line came over the port that was chosen before.
+/// The half line came over the port that was used before.
 TEST_F(Mailbox, EndOfAHalfLineLetsAReadingComeAgain) {
     Receive.RxText = u"half";
     TakeAgain(u"[BLob]\r[RESULT_TYPE \"Moisture\"]\r[RESULT_VALUE \"7\"]\r[RESULT_UNIT \"%\"]\r[/BLob]\r");
@@ -128,10 +128,10 @@ TEST_F(Mailbox, BackLeavesTheRoadOpenForTheNextTime) {
     EXPECT_TRUE(Ports.ServerMode);
     Deliver(Reading);
     Device.Tick(2000);
-    EXPECT_TRUE(Waits()); // nobody wants it
+    EXPECT_TRUE(Waits()); // no download is open that would take it
 }
 
-/// Where a server puts its files.
+/// The folder into which a server puts its files.
 struct Place {
     std::int32_t DeviceType;
     const char* Folder; ///< of the host
@@ -166,9 +166,9 @@ INSTANTIATE_TEST_SUITE_P(Types, MailboxOfADevice,
                                          Place{7, "Application Data/Volatile/RFCOMM/"}, Place{9, "d/"}),
                          [](const auto& row) { return "Of" + std::to_string(row.param.DeviceType); });
 
-// A delivery that stays.
+// A delivery that can't be deleted.
 
-/// The server's folder is its own: what it has put there can't be deleted.
+/// The folder belongs to the server: the program can't delete the server's files in it.
 class MailboxOfAnotherUser : public Mailbox {
 protected:
     MailboxOfAnotherUser() {
@@ -196,7 +196,7 @@ TEST_F(MailboxOfAnotherUser, DeliversAFileThatCantBeDeletedOnceAndTellsItOnce) {
                                 u"ignored until it changes.")));
 }
 
-/// What makes another delivery of a file that is still there.
+/// A change that makes another delivery of a file that was not deleted.
 struct Change {
     const char* Name;
     void (*Make)(const std::filesystem::path& file);
@@ -219,7 +219,7 @@ void WriteOver(const std::filesystem::path& file, const std::string& bytes) {
     std::ofstream(file, std::ios::binary) << bytes;
 }
 
-/// The times that a file system of coarse ones would show.
+/// Performs the action and restores the file's time, as on a file system with coarse times.
 void PutBackTime(const std::filesystem::path& file, const std::function<void()>& act) {
     const auto before = std::filesystem::last_write_time(file);
     act();
@@ -245,7 +245,7 @@ INSTANTIATE_TEST_SUITE_P(
                            }}),
     [](const auto& row) { return row.param.Name; });
 
-/// As on a file system that notes neither time finely enough.
+/// As on a file system both of whose times are too coarse to show the change.
 TEST_F(MailboxOfAnotherUser, TakesOtherBytesOfAFileThatLooksTheSame) {
     Deliver(Reading);
     Pass(3000);
@@ -303,7 +303,7 @@ TEST_F(Mailbox, TellsOfADeliveryThatIsNoFileUntilItIsGone) {
     EXPECT_EQ(Moisture(), u"23.4 %");
 }
 
-// What the bytes of a delivery are.
+// How the bytes of a delivery are read.
 
 struct Bytes {
     const char* Name;

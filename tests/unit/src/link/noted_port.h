@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A serial port that notes what is asked of it, in the place of the device's own.
+// A serial port that records each call. It replaces the device's own.
 #pragma once
 
 #include "tests/support/program.h"
@@ -34,13 +34,13 @@ public:
     platform::PortEvent LastEvent() const override { return Event; }
 
     std::vector<Text> Asked;
-    std::deque<Text> Chunks; ///< what came, one for each reading
+    std::deque<Text> Chunks; ///< what is received, one piece for each read
     platform::PortEvent Event = platform::PortEvent::CharactersReceived;
     bool Open = false;
     bool Fails = false;
 };
 
-/// The program on a device whose serial port is that one.
+/// The program on a device with that serial port.
 class OnANotedPort : public support::Program {
 protected:
     explicit OnANotedPort(std::int32_t deviceType = 0) : Program(support::OfType(deviceType)) {

@@ -134,7 +134,7 @@ TEST_F(Link, ServerThatRunsIsTakenForGood) {
     EXPECT_TRUE(OpenLink());
     EXPECT_TRUE(Ports.ServerMode);
     std::filesystem::remove(Device.Folder.Path() / "c/rfcomm.run");
-    EXPECT_TRUE(OpenLink()); // its end goes unnoticed
+    EXPECT_TRUE(OpenLink()); // its end is not noticed
     EXPECT_THAT(Port.Asked, IsEmpty());
 }
 
@@ -162,7 +162,7 @@ protected:
 };
 
 TEST_F(NamedLink, OpensAnyNameThatIsNoComPort) {
-    Ports.ServerMode = true; // as a server that was chosen before has left it
+    Ports.ServerMode = true; // as after a server was chosen before
     EXPECT_TRUE(OpenLink());
     EXPECT_EQ(Ports.LinkPortName, u"BT1");
     EXPECT_TRUE(Ports.NamedLinkOpen);
@@ -171,7 +171,7 @@ TEST_F(NamedLink, OpensAnyNameThatIsNoComPort) {
     EXPECT_THAT(Port.Asked, IsEmpty());
 }
 
-/// Neither is the server's name, nor the word for none.
+/// On this device neither the server's name nor the word for no port has a special meaning.
 class NameThatIsNoWord : public NamedLink, public testing::WithParamInterface<const char16_t*> {};
 
 TEST_P(NameThatIsNoWord, IsOpenedAsAnyOther) {

@@ -21,7 +21,7 @@ const Text Hello = u"[BLob]\r\n[CONNECT \"A1\"]\r\n[/BLob]\r\n";
 const Text Reading =
     u"[BLob]\r\n[RESULT_TYPE \"Moisture\"]\r\n[RESULT_VALUE \"23.4\"]\r\n[RESULT_UNIT \"%\"]\r\n[/BLob]\r\n";
 
-/// A driver that listens, its download open, and the link up over a simulated port.
+/// A driver that takes readings, its download open, and the link over a simulated port open.
 class Receiving : public support::Program {
 protected:
     Receiving() {
@@ -49,11 +49,12 @@ TEST_F(Receiving, ResultIsInTheRecordAtTheFirstOrSecondTick) {
 TEST_F(Receiving, WaitsForHalfASecondSinceTheLastFullTick) {
     Device.Tick(250);
     Arrive(Reading);
-    Device.Tick(250); // the tick that follows the last full one by half a second
+    Device.Tick(250); // the tick half a second after the last full one
     EXPECT_EQ(Moisture(), u"23.4 %");
 }
 
-/// What is done to the machine's clock right before a reading, in seconds: by a time server, or at the end of summer.
+/// The seconds by which the machine's clock is changed right before a reading, as by a time server or at the end of
+/// summer time.
 class ClockThatIsSet : public Receiving, public testing::WithParamInterface<int> {};
 
 TEST_P(ClockThatIsSet, HoldsUpNoReadingAndIsNoSleep) {
@@ -74,7 +75,7 @@ TEST_F(Receiving, StampsARecordWithWhatTheMachinesClockShows) {
     EXPECT_EQ(Device.Platform.clock.Now().Hour, before.Hour - 1);
 }
 
-/// The reading, in two pieces: before each of its last eleven characters in turn.
+/// A reading in two pieces. The cut is before each of its last eleven characters in turn.
 class SplitReading : public Receiving, public testing::WithParamInterface<int> {};
 
 TEST_P(SplitReading, ComesTogether) {
@@ -98,7 +99,7 @@ TEST_F(Receiving, LinesThatEndOtherwiseWait) {
     EXPECT_FALSE(Receive.BlobEndSeen);
 }
 
-// A search from the first character at each arrival would not come to an end.
+// This test would not end if each arrival searched the text from the first character.
 TEST_F(Receiving, TextWithoutAnyLineEndIsSearchedOnce) {
     Receive.RxText.assign(4000000, u'~');
     for (int i = 0; i < 20000; ++i) {
@@ -165,7 +166,7 @@ TEST_F(Receiving, TextThatComesDuringAQuestionIsLost) {
     EXPECT_THAT(heard.Emptied, ElementsAre(u"[BLob]\r\n[RESULT_TYPE \"Remark\"]\r\n"));
 }
 
-/// Ticks go on while a question stands. What was decoded before it is not decoded once more.
+/// Ticks go on while a question is open. Text that was decoded before the question is not decoded again.
 TEST_F(Receiving, IsAskedOnceHoweverLongAQuestionStands) {
     Device.Main().SetCell(1, 1, u"old");
     Device.WillAnswer(platform::BoxAnswer::Yes);
@@ -181,7 +182,7 @@ TEST_F(Receiving, IsAskedOnceHoweverLongAQuestionStands) {
     EXPECT_EQ(Moisture(), u"23.4 %");
 }
 
-/// It was the road before the port was chosen.
+/// The mailbox was used before the port was chosen.
 TEST_F(Receiving, LeavesTheMailboxAlone) {
     SetMailboxPath();
     Device.Folder.Put("c/ipcout.txt", modStringTools::ToBytes(Reading));
@@ -199,7 +200,7 @@ TEST_F(Receiving, AroundMidnightTheDecodingWaitsForTheSameTimeOfDay) {
     EXPECT_EQ(Moisture(), u"");
     EXPECT_FALSE(Receive.ReadyText.empty());
     Device.SetTime("2007-03-06T23:59:58");
-    Device.Tick(1000); // the first tick takes the day for a sleep
+    Device.Tick(1000); // the first tick treats the day as a sleep
     EXPECT_EQ(Moisture(), u"23.4 %");
 }
 
@@ -271,7 +272,7 @@ TEST_F(Receiving, TurnedOffTheLinkIsShownAsDownAndThePortStaysOpen) {
 
 using AnyPort = OnANotedPort;
 
-/// An event for what comes during the drain would find it half done.
+/// If more text raised an event during the drain, its handler would find the drain half done.
 TEST_F(AnyPort, IsDrainedWithoutAFurtherEvent) {
     Port.Chunks = {u"a line\r\n", u"rest"};
     HandleBlueOnComm();
@@ -290,7 +291,7 @@ TEST_F(AnyPort, IsReadForCharactersAlone) {
     }
 }
 
-/// A line that does not stop sending must not keep the form from its work.
+/// The form's events are also handled while an instrument sends without a pause.
 TEST_F(AnyPort, LetsTheFormGoOnBetweenTwoReadings) {
     modPDAUI::RepaintGrids(false);
     Device.Platform.loop.Jump(1000);

@@ -141,7 +141,7 @@ TEST_F(DatabaseFile, ThatAFailingDiskKeepsFromUsIsNotMadeAnew) {
     EXPECT_EQ(FileLineCount(File), 2);
 }
 
-/// What a person is told when a database can't be written to, by each way that ends there.
+/// What is reported when a database can't be written to, for each operation that writes.
 class WhyADatabaseFails : public DatabaseFile {
 protected:
     WhyADatabaseFails() {
@@ -152,7 +152,8 @@ protected:
     }
     std::filesystem::path Databases() const { return Device.Folder.Path() / "Databases"; }
     std::filesystem::path Test() const { return Databases() / "test.sqlite"; }
-    /// The last words of what a change stops the program with, or of why it has come to nothing.
+    /// Returns the end of the message with which a change stops the program, or the text of the error with which it
+    /// failed.
     Text WhyNot(const std::function<bool()>& change) {
         Open(u"a");
         Text why;
@@ -203,7 +204,7 @@ TEST_F(WhyADatabaseFails, IsThatItIsDamaged) {
         WriteFileLine(File, Text(1200, u'a'));
     CloseFile(File);
     std::fstream file(Test(), std::ios::in | std::ios::out | std::ios::binary);
-    for (std::streamoff page = 4; page < 30; ++page) { // behind the tables and what looks for a position first
+    for (std::streamoff page = 4; page < 30; ++page) { // after the tables and what a search for a position reads first
         file.seekp(page * 4096);
         file << std::string(4096, 'x');
     }
@@ -212,7 +213,7 @@ TEST_F(WhyADatabaseFails, IsThatItIsDamaged) {
     EXPECT_THAT(OfEachChange(), testing::ElementsAre(damaged, damaged, damaged, testing::_));
 }
 
-/// It is not stopped for: a person closes the other program and saves again.
+/// The program is not stopped: the other program can be closed, and the change saved again.
 TEST_F(WhyADatabaseFails, IsThatAnotherProgramHasLockedIt) {
     Write(3);
     support::OtherTool tool(Test());
@@ -226,7 +227,7 @@ TEST_F(WhyADatabaseFails, IsThatAnotherProgramHasLockedIt) {
     EXPECT_EQ(File.error, platform::InUse);
 }
 
-/// One that can't be made is told by its own reason, and not as if the disk were full.
+/// A database that can't be created is reported with its own reason, and not as a full disk.
 TEST_F(WhyADatabaseFails, IsToldWhereItCantBeMade) {
     std::filesystem::permissions(Databases(), std::filesystem::perms(0555));
     const OrdinaryUser user;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A keyed table behaves alike on a text file and on a line database: one suite, run over both.
+// A keyed table behaves in the same way on a text file and on a line database: one suite, run on both.
 #include "src/storage/keyed_tables.h"
 
 #include "src/storage/settings.h"
@@ -61,7 +61,7 @@ TEST_P(KeyedTable, OpensOnItsFirstRowWithoutLoadingIt) {
     EXPECT_THAT(Table.TableValues, ElementsAre(u"a", u"1"));
 }
 
-/// The callers make a missing table anew: one that is there and can't be opened must not look like that.
+/// The callers create a missing table. One that exists and can't be opened must not look missing.
 TEST_P(KeyedTable, KeptFromUsByAFailingDiskStopsTheProgram) {
     Write({u"NAME", u"a"});
     for (const std::int32_t good : {0, 1}) { // the first opening fails, or the one for appending
@@ -220,7 +220,7 @@ TEST_P(KeyedTable, SavedRowStaysCurrent) {
     EXPECT_EQ(GetField(u"NAME"), u"c");
 }
 
-/// A text file is written anew by a save and opened again, in the first slot that is free by then.
+/// A save rewrites a text file and opens it again, in the first slot that is free then.
 TEST_P(KeyedTable, SavedRowStaysCurrentInAnotherSlot) {
     Write({u"NAME", u"a", u"b", u"c"});
     FileHandle other;
@@ -246,7 +246,7 @@ TEST_P(KeyedTable, FindsARowByItsValueWithRegardToCase) {
     EXPECT_TRUE(FindRow(u"file=1"));
     EXPECT_EQ(GetField(u"NAME"), u"ALPHA");
     EXPECT_FALSE(FindRow(u"NAME=Alpha"));
-    EXPECT_EQ(GetField(u"FILE"), u"2"); // the last row is the current one then
+    EXPECT_EQ(GetField(u"FILE"), u"2"); // the last row is then the current one
 }
 
 TEST_P(KeyedTable, SelectionWithoutEqualSignMovesNothing) {
@@ -311,11 +311,11 @@ TEST_P(KeyedTable, AddsABlankRowBeforeTheFirst) {
     EXPECT_THAT(Lines(), ElementsAre(u"A|B", u"|", u"a|b"));
 }
 
-/// What is set after a row could not be added must not land in the row that was current before.
+/// If a row could not be added, fields that are set next must not change the row that was current before.
 TEST_P(KeyedTable, RowThatCantBeAddedOrDeletedLeavesTheTableAsItWas) {
     OpenWith({u"A|B", u"a|b", u"c|d"});
     GotoRow(2);
-    const std::int32_t good = Table.TableFile.isDatabase ? 1 : 0; // a record is added, and can't be written
+    const std::int32_t good = Table.TableFile.isDatabase ? 1 : 0; // the record is added, but not written
     for (const std::int32_t where : {-1, 1, 2}) {
         Device.Host.faults.FailNext(1, good);
         EXPECT_FALSE(AddRow(where));
@@ -333,11 +333,11 @@ TEST_P(KeyedTable, RowThatCantBeAddedOrDeletedLeavesTheTableAsItWas) {
     EXPECT_THAT(Lines(), ElementsAre(u"A|B", u"a|b", u"c|d", u"|"));
 }
 
-/// The form goes on without a word; a person hears of it by the name of the table, and not of its scratch file.
+/// The form shows no message. The report has the name of the table, not that of its scratch file.
 TEST_P(KeyedTable, TellsEachChangeThatDidNotReachTheFileOnce) {
     OpenWith({u"A|B", u"a|b", u"c|d"});
     const Text name = Table.TableFile.name;
-    const std::int32_t good = Table.TableFile.isDatabase ? 1 : 0; // a record is added, and can't be written
+    const std::int32_t good = Table.TableFile.isDatabase ? 1 : 0; // the record is added, but not written
     GotoRow(2);
     SetField(u"A", u"new");
     Device.Host.faults.FailNext(1);
@@ -372,7 +372,7 @@ TEST_P(KeyedTable, ReportsAChangeThatFailed) {
     OpenWith({u"A|B", u"a|b", u"c|d"});
     const support::HeardReadings heard(Device);
     const std::string name = modStringTools::ToBytes(Table.TableName);
-    const std::int32_t good = Table.TableFile.isDatabase ? 1 : 0; // a record is added, and can't be written
+    const std::int32_t good = Table.TableFile.isDatabase ? 1 : 0; // the record is added, but not written
     GotoRow(2);
     SetField(u"A", u"new");
     Device.Host.faults.FailNext(1);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A kind of storage is its row of routines alone: what stands above it asks for nothing else.
+// A kind of storage is one row of routines: the layers above it use nothing else of it.
 #include "src/storage/line_back_end.h"
 
 #include "src/storage/line_files.h"

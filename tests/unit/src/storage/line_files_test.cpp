@@ -245,7 +245,7 @@ TEST_P(LineFile, OpeningAndClosingLeaveNothingOfTheFileBefore) {
     EXPECT_EQ(File.recordNumber, 0);
 }
 
-/// The scratch file's slot takes no other file, whose lines a rewrite would take for its own.
+/// The slot of the scratch file holds no other file, because a rewrite would use that file's lines as its own.
 TEST_P(LineFile, IsTheScratchFileByTypeAndCreatorTogether) {
     struct Row {
         const char16_t* Type;
@@ -306,7 +306,7 @@ INSTANTIATE_TEST_SUITE_P(Names, NameOfALineFile,
                                          NameRow{1, u"Card:\\test.Pdb", false, u"test.txt"},
                                          NameRow{1, u"Card:\\drivers.txt", false, u"drivers.txt"}));
 
-/// By the rules of an opening: on a card of a Palm OS device all files are text files.
+/// A deletion finds a file as an opening does: on a card of a Palm OS device all files are text files.
 TEST(LineFileNames, OfADeletionMeanTheFileThatAnOpeningMeans) {
     backends::DeviceOptions options;
     options.DeviceType = 1;

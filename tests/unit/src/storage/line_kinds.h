@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A file of each kind of storage. The tests of what all kinds have in common run on each.
+// One file of each kind of storage. The tests of what all kinds have in common run on each.
 #pragma once
 
 #include "tests/support/printed_rows.h"
@@ -8,7 +8,7 @@ namespace modFileSystem {
 
 struct LineKind {
     const char* Name;
-    const char16_t* File; ///< a full name that this kind takes on a desktop
+    const char16_t* File; ///< a full name that selects this kind on a desktop
 };
 using support::PrintTo;
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Random operations on a line file against a plain list of lines that follows the steps to the letter.
+// Random operations on a line file, compared with a plain list of lines that performs each step literally.
 #include "src/storage/line_files.h"
 
 #include "src/storage/settings.h"
@@ -14,7 +14,7 @@
 namespace modFileSystem {
 namespace {
 
-/// What a handle on a file of these lines gives: every seek walks from the first line.
+/// What the operations on a file of these lines must return. Every seek starts at the first line.
 struct LiteralLines {
     bool IsDatabase;
     std::vector<Text> Lines;
@@ -55,7 +55,7 @@ struct LiteralLines {
         return static_cast<std::int32_t>(text.size());
     }
     void ReopenAfterRewrite(std::int32_t line, std::int32_t count) {
-        // The rewrite has read all lines, so the position that is sought again lies past the old end.
+        // The rewrite has read all lines, so the position that is sought again is past the old end.
         if (IsDatabase) {
             NextLine = line;
             return;
@@ -118,7 +118,7 @@ TEST_P(LineWalk, GivesWhatTheStepsGive) {
             break;
         case 3:
             ASSERT_EQ(FileLineCount(file), literal.Count());
-            WriteFileLine(file, text); // the count has left the stream at its end
+            WriteFileLine(file, text); // the count has moved the stream to its end
             literal.Write(text);
             break;
         case 4:

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// An open text table whose file other programs replace, cut, move or delete: nothing of theirs is put back, and nothing
-// of ours is lost without a word.
+// An open text table whose file other programs replace, cut, move or delete: nothing of theirs is overwritten, and each
+// loss is reported.
 #include "src/storage/keyed_tables.h"
 
 #include "src/storage/settings.h"
@@ -29,7 +29,7 @@ protected:
 
     std::string Bytes() { return Device.Folder.Bytes("Quorin/t.txt"); }
     files::path Path(const std::string& name) const { return Device.Folder.Path() / name; }
-    /// As editors, sync tools and `sed -i` do it.
+    /// Replaces the file as editors, sync tools and `sed -i` do.
     void ReplaceBy(const std::string& bytes) {
         Device.Folder.Put("Quorin/new", bytes);
         files::rename(Path("Quorin/new"), Path("Quorin/t.txt"));
@@ -45,7 +45,7 @@ protected:
         EXPECT_EQ(Device.Did.Unsaved.back().first, u"t.txt");
         return modStringTools::ToBytes(Device.Did.Unsaved.back().second);
     }
-    /// The one scratch file that lies in the data folder, and what is in it.
+    /// Returns the name and contents of the only scratch file in the data folder.
     std::string Kept() {
         std::string kept;
         for (const auto& entry : files::directory_iterator(Path("Quorin"))) {
@@ -71,7 +71,7 @@ TEST_F(SharedTable, ReplacedByAnotherProgramKeepsItsRowsAndTakesOurs) {
     EXPECT_EQ(Kept(), "");
 }
 
-/// What is saved was made from a row that is not there any more.
+/// The row that the saved one was made from is not there any more.
 TEST_F(SharedTable, WithAnotherRowInThePlaceIsLeftAndTheRowIsKept) {
     const support::HeardReadings heard(Device);
     const std::string theirs = "A|B\na|1\nmoved|9\nb|2\nc|3\n";
@@ -173,7 +173,7 @@ TEST_F(SharedTable, WhoseRootIsMovedAwayTellsAndMakesNothing) {
     EXPECT_EQ(Bytes(), "A|B\na|1\nagain|2\nc|3\n");
 }
 
-/// As a mount point is an empty folder when the card is out.
+/// As with a mount point, which is an empty folder when the card is out.
 TEST_F(SharedTable, WhoseFolderIsAnotherOneNowTellsAndMakesNothingInIt) {
     for (const char* folder : {"Quorin", ""}) {
         SCOPED_TRACE(folder);
@@ -197,7 +197,7 @@ TEST_F(SharedTable, WhoseFolderIsAnotherOneNowTellsAndMakesNothingInIt) {
     }
 }
 
-/// Another card is another folder: what is opened anew is what counts.
+/// Another card is another folder: a table belongs to the folder that it was opened in last.
 TEST_F(SharedTable, OpenedAnewBelongsToTheFolderThatIsThereThen) {
     files::rename(Path("Quorin"), Path("away"));
     Device.Folder.Put("Quorin/t.txt", "A|B\nx|1\n");
@@ -218,7 +218,7 @@ TEST_F(SharedTable, KeepsNoFolderOpenBetweenTwoOperations) {
     EXPECT_EQ(folders, 0);
 }
 
-/// A line database goes on in its file wherever that has gone: it must not.
+/// SQLite would go on writing into a file that was moved. The program must not.
 TEST(SharedDatabase, WhoseRootIsAnotherOneNowTellsAndIsLeftAsItIs) {
     support::TestDevice device;
     modQuorin::SetFilePaths();

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The storage against its literal forms, on made-up cases.
+// The storage against its literal forms, on generated cases.
 #include "tests/reference/agreement.h"
 #include "tests/reference/storage_comparison.h"
 

@@ -37,7 +37,7 @@ protected:
     FileHandle File;
 };
 
-/// Other tools tell UTF-8 by it.
+/// Other tools recognise UTF-8 by it.
 TEST_F(TextFile, KeepsTheByteOrderMarkAtItsHeadAndNowhereElse) {
     const std::string mark = "\xEF\xBB\xBF";
     Put(mark + "a\nb\n");
@@ -57,7 +57,7 @@ TEST_F(TextFile, KeepsTheByteOrderMarkAtItsHeadAndNowhereElse) {
     EXPECT_EQ(Bytes(), "b\n");
 }
 
-/// Also in the lines that are only copied.
+/// NULs are also replaced in lines that are only copied.
 TEST_F(TextFile, IsFreeOfNulsOnceItIsRewritten) {
     Put(std::string("a\0b\nc\nd\0\n", 9));
     Open(u"a");
@@ -70,7 +70,7 @@ TEST_F(TextFile, WithALineOfMoreThan64MegabytesIsNotOpened) {
     std::filesystem::resize_file(Device.Folder.Path() / "Quorin/file.txt", 65U << 20U);
     Open(u"a");
     EXPECT_FALSE(File.valid);
-    EXPECT_TRUE(File.kept); // nobody makes it anew
+    EXPECT_TRUE(File.kept); // so the callers do not create it again
 }
 
 TEST_F(TextFile, WritesOneLineFeedALine) {
@@ -194,7 +194,7 @@ TEST_F(TextFile, ScratchFileHasANameOfEightDigitsThatIsNotTaken) {
     Put("a\n");
     Open(u"r");
     InsertFileLine(File, 1, InsertPosition{3}, u"x");
-    InsertFileLine(File, 1, InsertPosition{3}, u"x"); // the clock stands still, so the first name comes up again
+    InsertFileLine(File, 1, InsertPosition{3}, u"x"); // the clock does not move, so the first name is tried again
     const std::vector<std::string> names = OtherFiles();
     ASSERT_EQ(names.size(), 2U);
     for (const std::string& name : names) {
@@ -213,7 +213,7 @@ TEST_F(TextFile, ScratchFileThatCantBeMadeMakesTheEditFail) {
     EXPECT_TRUE(ChangeFileLine(File, 1, u"x"));
 }
 
-/// Each write operation of an edit fails in its turn: whatever comes of it, the file is the old one or the new one.
+/// Each write operation of an edit fails in turn. In each case the file is the old one or the new one.
 TEST_F(TextFile, FullDiskDuringAnEditLeavesTheOldFileOrTheNewOne) {
     const std::string before = "a\nb\nc\n";
     const std::string after = "a\nB\nc\n";
@@ -235,14 +235,14 @@ TEST_F(TextFile, FullDiskDuringAnEditLeavesTheOldFileOrTheNewOne) {
         Slots = {};
         File = {};
         EXPECT_EQ(Bytes(), done ? after : before);
-        EXPECT_EQ(failed, !done && good > 0); // at first the scratch file can't even be made
+        EXPECT_EQ(failed, !done && good > 0); // with 0 the scratch file can't even be created
     }
 }
 
 TEST_F(TextFile, FailedCopyLeavesTheNewStateInTheScratchFile) {
     Put("a\n");
     Open(u"r");
-    Device.Host.faults.FailNext(1, 3); // made, written, closed; the copy fails
+    Device.Host.faults.FailNext(1, 3); // creation, line and closing succeed; the copy fails
     support::FailureOf([this] { ChangeFileLine(File, 1, u"new"); });
     EXPECT_EQ(Bytes(), "a\n");
     const std::vector<std::string> scratch = OtherFiles();
@@ -251,7 +251,7 @@ TEST_F(TextFile, FailedCopyLeavesTheNewStateInTheScratchFile) {
     File = {};
 }
 
-/// A disk that fails to be read once, at each read that an edit makes in turn.
+/// Each read operation of an edit fails once, in turn.
 TEST_F(TextFile, ReadThatFailsNeverCostsALine) {
     std::string whole;
     for (int line = 1; line <= 40; ++line)
@@ -279,14 +279,14 @@ TEST_F(TextFile, ReadThatFailsNeverCostsALine) {
         changed.replace(changed.find("line 2\n"), 6, "another line");
         EXPECT_THAT(Bytes(), testing::AnyOf(whole, changed)) << "after " << good << " good reads";
         if (!failed && Bytes() == changed)
-            break; // there are no more reads to fail
+            break; // all reads have succeeded
         failures += failed ? 1 : 0;
     }
-    EXPECT_GT(failures, 40); // each line is read once at least
+    EXPECT_GT(failures, 40); // each line is read at least once
 }
 
-/// At each moment of an edit in turn another program cuts the file. What it has left stays, and what was copied until
-/// then is there for whoever wants to know.
+/// At each moment of an edit in turn, another program cuts the file. The rest of the file stays, and what was copied
+/// until then is kept in the scratch file.
 TEST_F(TextFile, CutWhileItIsCopiedStaysSoAndLeavesTheScratchFile) {
     const std::string cut = "A|B\n1|one\n2|two\n";
     std::string whole = cut;
@@ -309,16 +309,17 @@ TEST_F(TextFile, CutWhileItIsCopiedStaysSoAndLeavesTheScratchFile) {
             std::filesystem::remove(Device.Folder.Path() / "Quorin" / scratch);
         }
         if (passed < moment)
-            break; // the edit was over before
+            break; // the edit ended earlier
         EXPECT_TRUE(changed || Bytes() == cut) << moment;
     }
     EXPECT_GT(halfCopied, 0U);
 }
 
-/// Neither for appending, which would write into its middle, nor as one that is missing, which would be made anew.
+/// It is not opened for appending, which would write into its middle, and not treated as missing, because it would be
+/// created again.
 TEST_F(TextFile, ThatAFailingDiskKeepsFromUsIsNotOpened) {
     Put("one\ntwo\nthree\n");
-    for (const std::int32_t good : {0, 1}) { // the opening fails, or the count that follows it
+    for (const std::int32_t good : {0, 1}) { // the opening fails, or the count after it
         Device.Host.faults.FailNextReads(1, good);
         Open(u"a");
         EXPECT_FALSE(File.valid);
@@ -331,14 +332,14 @@ TEST_F(TextFile, ThatAFailingDiskKeepsFromUsIsNotOpened) {
     EXPECT_EQ(Bytes(), "one\ntwo\nthree\nfour\n");
 }
 
-/// The place where the last line ended is no longer one when somebody else has written the file anew, as long as
-/// before.
+/// The position where the last line ended is wrong once another program has written the file again, even with the same
+/// length.
 TEST_F(TextFile, ChangedByAnotherIsReadFromItsHeadAgain) {
     Put("A|B\naaaa|bb\ncc|dd\nee|ff\n");
     Open(u"r");
     std::int32_t line = 3;
     EXPECT_EQ(ReadFileLine(File, line), u"cc|dd");
-    std::this_thread::sleep_for(std::chrono::milliseconds(30)); // a file's time moves on in steps
+    std::this_thread::sleep_for(std::chrono::milliseconds(30)); // the time of a file changes in steps
     Put("A|B\na|b\ncc|dd\neeeeee|ff\n");
     line = 4;
     EXPECT_EQ(ReadFileLine(File, line), u"eeeeee|ff");

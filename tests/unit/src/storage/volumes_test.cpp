@@ -52,7 +52,7 @@ TEST(Volumes, FirstOfTwoEqualVolumesIsTheBest) {
     EXPECT_EQ(Storage.BestVolumeKB, 200);
 }
 
-/// A volume list that answers with bytes, for figures between two kilobytes.
+/// A volume that answers in bytes, for values between two kilobytes.
 class ByteVolume final : public platform::Volumes {
 public:
     explicit ByteVolume(std::int32_t bytes) : Bytes_(bytes) {}
@@ -67,7 +67,7 @@ private:
     std::int32_t Bytes_;
 };
 
-/// The device's own platform, with other volumes and another file system.
+/// Returns the device's platform with other volumes and another file system.
 platform::Platform With(platform::Volumes& volumes, platform::FileSystem& files) {
     platform::Platform& old = platform::Device();
     return {old.form,
@@ -162,7 +162,7 @@ TEST(DataPath, FirstUseStoresTheLargestVolumeAndKeepsIt) {
     support::TestDevice device(DeviceWith(3, {{u"A:\\", 20}, {u"B:\\", 90}}));
     EXPECT_EQ(GetDataPath(u"Quorin"), u"B:\\My Documents\\Quorin\\");
     EXPECT_EQ(StoredVolume(), u"B:\\");
-    Storage.BestVolume = u"A:\\"; // another one has grown larger meanwhile
+    Storage.BestVolume = u"A:\\"; // another volume has more space now
     EXPECT_EQ(GetDataPath(u""), u"B:\\My Documents\\Quorin\\");
 }
 
@@ -234,7 +234,7 @@ std::vector<Text> ToldOfFolders(const support::TestDevice& device) {
     return texts;
 }
 
-/// Once a folder and run: it is asked for at each step.
+/// It is reported once for each folder and run, because the folder is asked for at each step.
 TEST(DataPath, FolderThatIsReplacedIsToldOnce) {
     support::TestDevice device(DeviceWith(0, {}));
     device.Folder.Put("Quorin", "a file stands where the folder should be");
@@ -282,7 +282,7 @@ TEST(DataPath, OnACardThatIsOutIsToldOfByItself) {
                     u"created there. Tap here when you have read it."));
 }
 
-/// Neither in the root folder, which is no volume, nor anywhere else.
+/// No file is created, neither in the root folder, which is no volume here, nor anywhere else.
 TEST(DataPath, WithoutAnyVolumeNamesNoFileThatCouldBeMade) {
     for (const std::int32_t type : {1, 3, 6, 9, 12}) {
         support::TestDevice device(DeviceWith(type, {{u"A:\\", std::nullopt}}));
@@ -296,7 +296,7 @@ TEST(DataPath, WithoutAnyVolumeNamesNoFileThatCouldBeMade) {
     }
 }
 
-/// As long as it lives no file or folder can be opened.
+/// While it exists, no file or folder can be opened.
 class [[maybe_unused]] NoMoreFiles {
 public:
     NoMoreFiles() {
@@ -310,10 +310,9 @@ private:
     rlimit Before_{};
 };
 
-#ifndef __SANITIZE_ADDRESS__ // the sanitizers look at an object's memory through a pipe, which can't be had there
-                             // either
+#ifndef __SANITIZE_ADDRESS__ // the sanitizers read an object's memory through a pipe, which can't be opened here
 
-/// What is kept from us just now would be taken for a missing folder, and its files made in another one.
+/// A folder that can't be opened for a moment would be treated as missing, and its files created in another one.
 TEST(DataPath, FolderThatCantBeOpenedJustNowStopsTheProgram) {
     support::TestDevice device(DeviceWith(0, {}));
     ASSERT_EQ(GetDataPath(u"Quorin"), u".\\Quorin\\");
@@ -326,7 +325,7 @@ TEST(DataPath, FolderThatCantBeOpenedJustNowStopsTheProgram) {
     EXPECT_EQ(GetDataPath(u""), u".\\Quorin\\");
 }
 
-/// The form goes on with the record on the screen.
+/// The form stays open with the record on the screen.
 TEST(DataPath, ThatCantBeOpenedJustNowCostsASaveAndIsTold) {
     support::TestDevice device(DeviceWith(0, {}));
     device.Folder.Put("Quorin/x.txt", "A|B\na|b\n");
@@ -351,7 +350,7 @@ TEST(DataPath, OnACardThatIsOutMakesNothing) {
     support::TestDevice device(DeviceWith(3, {{u"Card:\\", 2048}}));
     EXPECT_EQ(GetDataPath(u"Quorin"), u"Card:\\My Documents\\Quorin\\");
     std::filesystem::rename(device.Folder.Path() / "Card", device.Folder.Path() / "away");
-    EXPECT_EQ(GetDataPath(u""), u"Card:\\"); // beneath which no file opens
+    EXPECT_EQ(GetDataPath(u""), u"Card:\\"); // no file beneath it can be opened
     EnumVolumes(true);
     EXPECT_THAT(Storage.VolumeList, IsEmpty());
     EXPECT_EQ(Storage.BestVolume, u"");
@@ -420,7 +419,7 @@ TEST(ListFiles, ThatCantReadAFolderIsTold) {
     support::TestDevice device(DeviceWith(0, {}));
     device.Folder.Put("Quorin/a.txt", "x");
     ::chmod(device.Folder.Path().c_str(), 0711);
-    for (const mode_t rights : {0111U, 0000U}) { // its names are kept, or the folder itself
+    for (const mode_t rights : {0111U, 0000U}) { // with 0111 its names can't be read, with 0 the folder can't be opened
         ::chmod((device.Folder.Path() / "Quorin").c_str(), rights);
         device.Did.Warnings.clear();
         device.Platform.onlooker.notices.Act(u"list");

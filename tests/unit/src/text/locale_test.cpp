@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A run that is said to be under a locale is one. Everything else that such a run tests is in all the other tests.
+// Checks that a run under a locale really has that locale. All other tests check what such a run must not change.
 #include "src/text/text.h"
 
 #include <gtest/gtest.h>
@@ -28,7 +28,7 @@ TEST_F(UnderALocale, ItIsTheOneThatIsAskedFor) {
     EXPECT_EQ(std::locale().name(), Wanted);
 }
 
-// What a program would write and compare that left it to the locale.
+// What a program that relied on the locale would write and compare.
 TEST_F(UnderALocale, TheLibraryHasADecimalComma) {
     EXPECT_STREQ(std::localeconv()->decimal_point, ",");
     char number[16];

@@ -34,7 +34,7 @@ TEST_P(PatternRows, MatchFromTheTextsBeginningInAnyCase) {
     EXPECT_EQ(last, row.Last);
 }
 
-// The rules are those over src/text/pattern_reading.cpp, with what each accepts and refuses.
+// The rules are those listed in src/text/pattern_reading.cpp, with what each accepts and refuses.
 
 INSTANTIATE_TEST_SUITE_P(Rule01AnyCharacter, PatternRows,
                          testing::Values(Row{u"abc", u"a.c", 1, 3}, Row{u"a\rb", u"a.b", 1, 3},
@@ -222,11 +222,11 @@ INSTANTIATE_TEST_SUITE_P(
         Replacement{u"baab", u"^a", u"", true, u"baab"}, Replacement{u"abab", u"b$", u"", true, u"aba"},
         Replacement{u"a1b22c", u"\\d+", u"#", true, u"a#b#c"}, Replacement{u"aaa", u".", u"", true, u""}));
 
-/// Patterns that name a variable come over the link: none may keep the program from its work. One whose ways through
-/// the text were all tried would not come back at all.
+/// Patterns that name a variable come over the link: none may block the program. A matcher that tried every way through
+/// the text would not end on these.
 class HostilePatterns : public testing::TestWithParam<Text> {
 protected:
-    /// The least of some tries: a busy machine takes its time from any.
+    /// Returns the shortest of five measurements, because other processes can make any of them longer.
     static double SecondsFor(int repetitions) {
         Text text;
         for (int i = 0; i < repetitions; ++i)
@@ -241,7 +241,7 @@ protected:
     }
 };
 
-/// In a time that grows with the square of the text at the most.
+/// The time grows at most with the square of the length of the text.
 TEST_P(HostilePatterns, AreAnswered) {
     EXPECT_LT(SecondsFor(1000) / SecondsFor(500), 6);
 }

@@ -11,7 +11,7 @@ namespace {
 constexpr std::int32_t Lowest = std::numeric_limits<std::int32_t>::min();
 constexpr std::int32_t Highest = std::numeric_limits<std::int32_t>::max();
 
-/// A range before and after it was clamped for the caller, and what became of "abcde" (or of `Before`).
+/// A range before and after it was clamped, and what becomes of "abcde" (or of `Before`).
 struct RangeRow {
     std::int32_t First;
     std::int32_t Last;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The product's forms against the literal ones, on made-up input.
+// The product's routines against their literal forms, on generated input.
 #include "tests/reference/agreement.h"
 #include "tests/reference/patterns_comparison.h"
 #include "tests/reference/ranges_comparison.h"

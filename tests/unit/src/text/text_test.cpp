@@ -52,7 +52,7 @@ INSTANTIATE_TEST_SUITE_P(CaseMapping, CharactersOfOneCase,
 
 TEST(CaseMapping, KeepsASharpSInBothCases) {
     EXPECT_EQ(UpperCase(u"stra\u00DFe"), u"STRA\u00DFE");
-    EXPECT_EQ(LowerChar(u'\u1E9E'), u'\u00DF'); // the capital one has a small one, and not the other way round
+    EXPECT_EQ(LowerChar(u'\u1E9E'), u'\u00DF'); // the capital letter has a small one, but not the reverse
 }
 
 TEST(CaseMapping, KnowsTheTurkishLettersWithoutTurningAnI) {
@@ -74,7 +74,8 @@ TEST(CaseMapping, SendsBothHalvesOfADoubleLetterToItsOtherForms) {
     EXPECT_EQ(LowerChar(u'\u01C5'), u'\u01C6');
 }
 
-// A search takes ASCII's digits and punctuation at their face value; that holds as long as no case reaches them.
+// A search compares ASCII digits and punctuation directly. This is correct as long as no other character has one of
+// them as its other case.
 TEST(CaseMapping, LeadsIntoAsciiOnlyToLetters) {
     for (std::uint32_t code = 0x80; code <= 0xFFFF; ++code) {
         const char16_t lower = LowerChar(static_cast<char16_t>(code));
@@ -108,7 +109,8 @@ TEST(FindChar, FindsTheFirstOneFromAPlaceOn) {
     EXPECT_EQ(FindChar(u"", u'|'), Text::npos);
 }
 
-// Each of the characters in front has the byte of a bracket in it, in one half or the other or across two of them.
+// Each character before the bracket contains the bracket's byte: in its low half, in its high half, or across two
+// characters.
 TEST(FindChar, TakesNoHalfOfACharacterForAWholeOne) {
     EXPECT_EQ(FindChar(u"\u5B00\u015B\u5B5B[\u5B5B[", u'['), 3U);
     EXPECT_EQ(FindChar(u"\u5B00\u015B\u5B5B", u'['), Text::npos);
@@ -161,7 +163,7 @@ void PrintTo(const BytesRow& row, std::ostream* out) {
     *out << row.Name;
 }
 
-/// A raw byte as the character that stands for it.
+/// Returns the character that represents a raw byte.
 Text Raw(std::initializer_list<int> bytes) {
     Text text;
     for (const int byte : bytes)
@@ -216,7 +218,7 @@ TEST(Bytes, WriteAPairAlsoWhenItsSecondHalfCouldBeARawByte) {
     EXPECT_EQ(ToBytes(Text{char16_t{0xD800}, char16_t{0xDC80}}), "\xF0\x90\x82\x80");
 }
 
-/// Any bytes, most of them such as UTF-8 is made of, so that whole and broken sequences come often.
+/// Returns random bytes. Most are bytes of UTF-8 sequences, so that complete and broken sequences are frequent.
 std::string AnyBytes(std::mt19937& random) {
     static const std::string lively = "ab\x7F\x80\x8F\x90\x9F\xA0\xBF\xC0\xC2\xC3\xE0\xE2\xED\xEF\xF0\xF4\xF5\xFF";
     std::string bytes;

@@ -32,7 +32,7 @@ INSTANTIATE_TEST_SUITE_P(
                     Words{NotAvailable, u"it is not available"}, Words{PermissionDenied, u"permission denied"},
                     Words{PathRefused, u"the name is not allowed"}, Words{ErrorNumber{4711}, u"error 4711"}));
 
-/// Whatever else keeps a file from us must not have it made anew.
+/// A file that can't be read for any other reason must not be created again.
 TEST(AMissingFile, IsOneThatIsNotThereOrCanNotBe) {
     for (const ErrorNumber error : {FileNotFound, PathRefused})
         EXPECT_TRUE(IsMissing(error)) << NumberOf(error);

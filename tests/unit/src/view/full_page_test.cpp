@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// What a page shows once events have been handled: no more room for a row than it needs, and no empty part while rows
-// stand above it.
+// What a page shows once events have been handled: no row takes more space than it needs, and no part of the page is
+// empty while there are rows above it.
 #include "src/blob/capture.h"
 #include "src/blob/decoding.h"
 #include "src/storage/settings.h"
@@ -25,7 +25,7 @@ protected:
         frmQuorin::mykb_statechanged(0, 0, 0, 0, 0);
     }
 
-    /// A record of so many fields, each fed by a type of its own name, on the screen.
+    /// Shows a record of so many fields. Each is filled by a type with the field's own name.
     void OpenFields(std::int32_t count) {
         std::string inf;
         std::string header;
@@ -49,7 +49,7 @@ protected:
         Settle();
     }
     backends::headless::HeadlessGrid& Grid() { return Device.Platform.grdMain; }
-    /// How many cells are painted in ten seconds in which nothing happens.
+    /// Returns how many cells are painted in ten seconds in which nothing happens.
     int PaintingsAtRest() {
         static int count = 0;
         count = 0;
@@ -133,7 +133,7 @@ TEST_F(FullPage, MovesOnceARound) {
     EXPECT_EQ(Grid().TopRow(), Grid().LastTop());
 }
 
-/// Rows that turn out to need less leave room for more of them, which the next round fills.
+/// If rows turn out to need less height, more of them fit; the next round fills the page.
 TEST_F(FullPage, MovesOnceARoundAlsoWhereRowsAreFoundToBeLower) {
     GotoScreen(ScrTextFile);
     ShowList(std::vector<Text>(40, Text(60, u'x')));
@@ -148,7 +148,8 @@ TEST_F(FullPage, MovesOnceARoundAlsoWhereRowsAreFoundToBeLower) {
     EXPECT_EQ(Grid().TopRow(), Grid().LastTop());
 }
 
-/// The name has room in its column but not beside a scroll bar, and a row that has wrapped beside one stays as high.
+/// The name fits in its column, but not with a scroll bar beside it. A row that has wrapped for a scroll bar stays as
+/// high.
 TEST_F(FullPage, IsFilledBeforeAScrollBarTakesRoom) {
     const std::string name(19, 'x');
     InstallMeter("a|1||||||\nb|1||b||||\n" + name + "|1||||||\n");
@@ -160,7 +161,8 @@ TEST_F(FullPage, IsFilledBeforeAScrollBarTakesRoom) {
     EXPECT_EQ(Grid().RowHeight(2), 17);
 }
 
-/// The name has room in its column but not beside a scroll bar, which the record would need with the hidden fields.
+/// The name fits in its column, but not with a scroll bar beside it. The record would need one if hidden fields
+/// counted.
 TEST_F(FullPage, MakesNoRoomForHiddenFieldsWhenARecordIsShown) {
     std::string inf = std::string(19, 'x') + "|1||||||\n";
     std::string header(19, 'x');
@@ -200,7 +202,7 @@ TEST_F(FullPage, LeavesTheSelectionWhereThePageHasBeenTurned) {
     EXPECT_EQ(Grid().Row(), 0);
 }
 
-// A press, and a box that comes up under it.
+// A press, and a box that opens during it.
 
 TEST_F(FullPage, PressIsWithdrawnByABoxThatComesUpUnderIt) {
     SaveSetting(u"ComPort", u"SERVER");
@@ -215,7 +217,7 @@ TEST_F(FullPage, PressIsWithdrawnByABoxThatComesUpUnderIt) {
     EXPECT_TRUE(AnyInputFieldVisible());
 }
 
-// Records with hidden fields, made up.
+// Generated records with hidden fields.
 
 struct MadeUpField {
     Text Name, Value;
@@ -260,7 +262,7 @@ protected:
         const std::int32_t wrapped = fonts.MeasureWrapped(font, text, width).Height;
         return wrapped > line ? wrapped + 4 : 17;
     }
-    /// The heights that the fields need where column 0 has this width.
+    /// Returns the heights that the fields need if column 0 has this width.
     std::vector<std::int32_t> Needed(const Made& fields, std::int32_t width) {
         std::vector<std::int32_t> heights;
         for (const MadeUpField& field : fields)
@@ -288,7 +290,7 @@ TEST_P(HeightsOfARecord, AreThoseThatItsFieldsNeed) {
     const std::int32_t width = wide ? 119 : 119 - 13;
     for (const char* moment : {"at once", "after the refresh", "after a relayout"}) {
         EXPECT_EQ(Grid().ColWidth(0), width) << moment;
-        // Rows below the page are painted by the refresh alone.
+        // Rows below the page are painted only by the refresh.
         if (wide || std::string(moment) != "at once") {
             EXPECT_EQ(Heights(), Needed(fields, width)) << moment;
         }

@@ -23,7 +23,7 @@ protected:
         Settle();
     }
     bool Waiting() { return Device.Platform.tmrMenus.Enabled(); }
-    /// How many cells of grdMain are painted while something happens.
+    /// Returns how many cells of grdMain an action paints.
     template <class Action>
     int PaintingsOf(Action action) {
         Device.Platform.grdMain.DrawCell = CountPainting;
@@ -164,7 +164,7 @@ TEST_F(ScrollingIntoView, RowAboveThePageBecomesItsFirst) {
 TEST_F(ScrollingIntoView, RowOnThePageMovesNothing) {
     ShowPage(170, 50, 50);
     EXPECT_EQ(TopRow(), 50);
-    ShowPage(170, 59, 50); // ten rows fill the page to the pixel
+    ShowPage(170, 59, 50); // ten rows fill the page exactly
     EXPECT_EQ(TopRow(), 50);
 }
 

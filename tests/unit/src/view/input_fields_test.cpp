@@ -59,7 +59,7 @@ TEST_F(CellEdit, CountsTheRowsAsHighAsTheyAre) {
     EXPECT_EQ(Field().Bounds().Top, 16 + 64);
 }
 
-/// The page keys move the row and leave the field where it is; the select key then edits the new row.
+/// The page keys move the current row, and the field stays in its place. The select key then edits the new row.
 TEST_F(CellEdit, LeavesTheCellBehindAsItIsWhenItMovesToAnotherRow) {
     Edit(0);
     std::int32_t key = 34;
@@ -74,7 +74,7 @@ TEST_F(CellEdit, LeavesTheCellBehindAsItIsWhenItMovesToAnotherRow) {
     EXPECT_FALSE(Dirty());
 }
 
-std::vector<std::string> Edited; ///< what the screen was told of closed fields
+std::vector<std::string> Edited; ///< the closed fields that were reported to the screen
 
 void NoteEdit(std::int32_t row, std::int32_t col, const Text& text) {
     Edited.push_back(std::to_string(row) + " " + std::to_string(col) + " " + modStringTools::ToBytes(text));
@@ -109,7 +109,7 @@ TEST_F(EditedCell, IsToldOfAComboBoxAsWell) {
 
 TEST_F(EditedCell, IsNotToldOfAFieldThatWasHiddenBefore) {
     Edit(1);
-    Field().SetVisible(false); // which takes the focus, and tells it
+    Field().SetVisible(false); // this moves the focus, and the screen is called
     Edited.clear();
     Field().SetFocus();
     LeaveField();
@@ -198,7 +198,7 @@ TEST_F(CellEdit, ComboBoxPutsItsTextIntoTheCellWhenTheFocusGoes) {
     EXPECT_FALSE(Combo().Visible());
     EXPECT_EQ(Combo().Contents(), u"");
     EXPECT_FALSE(Input.InputFocused);
-    EXPECT_FALSE(Dirty()); // the text box alone marks the record
+    EXPECT_FALSE(Dirty()); // only the text box marks the record
 }
 
 TEST_F(CellEdit, HiddenComboBoxPutsNothing) {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A form whose layout is looked at.
+// A form whose layout is tested.
 #pragma once
 
 #include "src/view/display_state.h"

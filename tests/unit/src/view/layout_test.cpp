@@ -124,7 +124,7 @@ TEST_F(Layout, KeepsTheComputedWidthInTheTable) {
 
 struct HalfWidth {
     std::int32_t GridWidth;
-    std::int32_t ColumnPixels; ///< of a column of 50 percent; half a pixel goes to the even number
+    std::int32_t ColumnPixels; ///< of a column of 50 percent; half a pixel is rounded to the even number
 };
 
 class ColumnOfAnOddGrid : public Layout, public testing::WithParamInterface<HalfWidth> {};

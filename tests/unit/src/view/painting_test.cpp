@@ -16,12 +16,12 @@ using support::PrintTo;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-/// A form with colours that can be told from black and white, and from everything that the program sets.
+/// A form whose colours differ from black and white, and from every colour that the program sets.
 class Painting : public support::Program {
 protected:
     Painting() { Device.Platform.record.colours = {0x112233, 0x445566}; }
 
-    /// The calls that painting a cell makes; its box is 10, 20, 300, 17.
+    /// Returns the calls that the painting of a cell makes. Its box is 10, 20, 300, 17.
     std::vector<std::string> Paint(std::int32_t row, std::int32_t col = 0, bool selected = false) {
         support::RecordingCanvas canvas;
         DrawMainCell(canvas, {.Row = row,
@@ -38,7 +38,7 @@ protected:
         PaintTitleCell(canvas, {.Col = col, .X = 10, .Y = 20, .Width = 300, .Height = 17, .Current = selected});
         return canvas.Calls;
     }
-    /// A list of so many rows, "1" and on, each 17 pixels high.
+    /// Shows a list of so many rows, "1" and on, each 17 pixels high.
     void ShowRows(std::int32_t count) {
         GotoScreen(ScrTextFile);
         std::vector<Text> texts;
@@ -46,7 +46,7 @@ protected:
             texts.push_back(modStringTools::NumberText(i));
         ShowList(texts);
     }
-    /// A record screen with one row a field.
+    /// Shows a record screen with one row a field.
     void ShowFields(const std::vector<InfField>& fields, std::int32_t rows) {
         GotoScreen(ScrInfRecord);
         Inf.InfFields = fields;
@@ -126,7 +126,7 @@ TEST_F(Painting, MakesARowFourPixelsHigherThanItsWrappedText) {
     const Text words(u"aaaa bbbb");
     Device.Main().SetCell(1, 0, words);
     Device.Main().SetColWidth(0, 30);                             // five characters of 6 pixels: two lines of 15
-    EXPECT_EQ(Paint(1).back(), "box 11 21 638 34 0 0 aaaa bbbb"); // the column has its width back by then
+    EXPECT_EQ(Paint(1).back(), "box 11 21 638 34 0 0 aaaa bbbb"); // the column has its width again
     EXPECT_EQ(Device.Main().RowHeight(1), 34);
 }
 
@@ -159,7 +159,7 @@ struct ScrollBarRow {
     std::int32_t FirstColumn; ///< on a screen of 240 by 320
 };
 
-/// The rows of a list fill its page of 304 pixels, or they don't.
+/// Lists that fill their page of 304 pixels, and lists that don't.
 class FirstColumn : public testing::TestWithParam<ScrollBarRow> {};
 
 TEST_P(FirstColumn, MakesRoomForAScrollBarOnceARowFallsOffThePage) {

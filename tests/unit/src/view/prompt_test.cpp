@@ -25,11 +25,11 @@ protected:
         Repaint();
     }
 
-    /// A prompt that nobody waits for.
+    /// Opens a prompt and does not wait for its answer.
     void Ask(PromptKind kind, Text value = u"", const Text& list = u"") {
         InputPrompt(u"Title", kind, value, list, false, false);
     }
-    /// What a waiting prompt gives back when the technician types that.
+    /// Returns the answer of a prompt that waits while the technician types this.
     Text Accept(const Text& typed) {
         Device.WillDo([this, typed] { Type(typed); });
         Device.WillDo([] { MenuEvent(u"Ok"); });
@@ -69,10 +69,10 @@ TEST_F(Asking, ForALineShowsABoxOfOneLine) {
     EXPECT_EQ(Form.focus.Holder(), &Form.txtInputField);
 }
 
-/// What stands on the form for each kind of input on each kind of device.
+/// The control that the form shows for each kind of input on each kind of device.
 struct KindRow {
     std::int32_t DeviceType, Kind;
-    const char* Shown; ///< the control, its height, and whether it takes several lines
+    const char* Shown; ///< the control, its height, and whether it has several lines
 };
 
 class KindOfInput : public Asking, public testing::WithParamInterface<KindRow> {
@@ -142,7 +142,7 @@ INSTANTIATE_TEST_SUITE_P(Texts, NoDate,
                                          u"1/2/2007/4", u"+5/03/2007", u"5/+3/2007", u"05/03/+2007", u"05/03/+7",
                                          u"05/03/-7", u"-5/03/2007", u"05/03/0 7", u"05/03/"));
 
-/// What a person or another tool may have written, and the date that it is taken for.
+/// A text that a person or another tool may have written, and the date that it is read as.
 struct WrittenDate {
     const char16_t* Written;
     CalendarDate Date;
@@ -183,7 +183,7 @@ INSTANTIATE_TEST_SUITE_P(Dates, DateOfACell,
                                          WrittenDate{u"5/3/7", {7, 3, 5}}, WrittenDate{u" 5 / 3 / 07 ", {2007, 3, 5}},
                                          WrittenDate{u"5/3/0007", {7, 3, 5}}));
 
-/// An empty field has no text to be left as it was.
+/// An empty field has no text that could be kept.
 TEST_F(Asking, ForADateWithoutOneGivesTodayToo) {
     Ask(PromptKind::Date, u"1/2/03");
     EndInput(false);
@@ -300,7 +300,7 @@ INSTANTIATE_TEST_SUITE_P(Dates, DateAnswer,
                          testing::Values(DateText{{2007, 3, 5}, u"05/03/2007"}, DateText{{2007, 12, 31}, u"31/12/2007"},
                                          DateText{{987, 10, 9}, u"09/10/987"}));
 
-/// The later control wins where more than one shows.
+/// If more than one control is shown, the later one is used.
 TEST_F(Asking, ReadsTheAnswerFromTheLastFieldOnShow) {
     Prompt.PromptModal = true;
     Ask(PromptKind::Date);
@@ -320,7 +320,7 @@ TEST_F(Asking, GivesTheGridTheFocusBackAndForgetsTheLines) {
     EXPECT_FALSE(Form.txtInputField.MultiLine());
 }
 
-/// A record of three fields, of which the second is in hand.
+/// A record of three fields. The second is the current one.
 class AskingOverARecord : public support::Program {
 protected:
     AskingOverARecord() {
@@ -345,7 +345,7 @@ TEST_F(AskingOverARecord, PutsTheAnswerIntoTheRowThatWasInHand) {
 TEST_F(AskingOverARecord, PutsTheAnswerThereThoughTheRowHasMoved) {
     Ask();
     Type(u"new");
-    Prompt.SavedMain.Row = 2; // the selection that comes back is another one
+    Prompt.SavedMain.Row = 2; // the restored selection is a different one
     EndInput(false);
     EXPECT_EQ(Device.Main().Row(), 2);
     EXPECT_THAT(Column(1), ElementsAre(u"a", u"new", u"c"));

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A canvas that remembers what was painted on it, one line of text a call.
+// A canvas that records what is painted on it, one line of text a call.
 #pragma once
 
 #include "src/view/platform/canvas.h"

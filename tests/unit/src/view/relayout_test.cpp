@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A form that is laid out anew under what stands on it.
+// A new layout of the form while fields and prompts are shown on it.
 #include "tests/unit/src/view/layout_fixture.h"
 
 namespace modPDAUI {
@@ -58,12 +58,12 @@ TEST_F(Relayout, LaysTheOpenFieldOverItsRowAtTheHeadOfThePage) {
     Again();
     EXPECT_EQ(Device.Main().TopRow(), 50);
     const Box field = Device.Platform.txtInputField.Bounds();
-    EXPECT_EQ(field.Left, 119 - 13); // a scroll bar is there
+    EXPECT_EQ(field.Left, 119 - 13); // a scroll bar is shown
     EXPECT_EQ(field.Width, 119);
     EXPECT_EQ(field.Top, Device.Main().Bounds().Top);
 }
 
-/// Five fields need no scroll bar until the page begins with another row than the first: column 0 is narrower then.
+/// Five fields need no scroll bar until the page is scrolled. Then column 0 is narrower.
 TEST_F(Relayout, LaysTheOpenFieldBesideTheColumnAsThatIsPainted) {
     GotoScreen(ScrDriverProperties);
     Device.Main().SetRows(5);
@@ -112,7 +112,7 @@ TEST_F(Layout, TapOnARowAboveThePageOpensItsFieldOverTheCell) {
     EXPECT_EQ(Device.Platform.txtInputField.Bounds(), (Box{119, 16, 120, 18}));
 }
 
-/// A record of 40 fields, of which 17 stand on a page, with the field open over the last but one of these.
+/// A record of 40 fields, of which a page shows 17. The field is open over the last but one of these.
 class FieldOnALongPage : public Layout {
 protected:
     FieldOnALongPage() {
@@ -198,7 +198,7 @@ TEST_F(Relayout, LaysTheComboFieldLikewise) {
     Again();
     EXPECT_EQ(Device.Main().TopRow(), 1);
     EXPECT_EQ(Device.Platform.cboInputField.Bounds().Left, 119 - 13);
-    EXPECT_EQ(Device.Platform.cboInputField.Bounds().Top, 16); // over its own cell, wherever the current row is
+    EXPECT_EQ(Device.Platform.cboInputField.Bounds().Top, 16); // over its own cell, not over the current row
 }
 
 TEST_F(Relayout, PutsTheFileNameUnderTheGrid) {
@@ -262,7 +262,7 @@ protected:
 };
 
 TEST_P(FieldOfAPrompt, StaysThroughARelayoutAndARefresh) {
-    GotoScreen(ScrFileDebug); // which asks for a refresh
+    GotoScreen(ScrFileDebug); // this asks for a refresh
     Ask(GetParam());
     ExpectField(u"a");
     Type(u"typed");
@@ -287,7 +287,7 @@ TEST_P(FieldOfAPrompt, HasTheFocusAgainAfterABox) {
 
 TEST_P(FieldOfAPrompt, StaysAtEnterAfterARelayoutAndGivesItsText) {
     if (GetParam() == PromptKind::List)
-        return; // whose text has another way
+        return; // a list passes its text in another way
     GotoScreen(ScrFileDebug);
     Repaint();
     Text value;
@@ -316,7 +316,7 @@ protected:
     }
 };
 
-/// A prompt over a record whose form has another width when it ends.
+/// A prompt over a record. The form has another width when the prompt ends.
 TEST_F(RelayoutOfADesktop, GridsAfterAPromptHaveTheSizeThatTheFormHasThen) {
     InstallMeter("a|1||||||\nb|0||||||\nc|1|||||DATE|\nd|1||||||\n");
     OpenDownload("a|b|c|d\n" + std::string(30, 'x') + "|hidden|01/02/2007|d\n");

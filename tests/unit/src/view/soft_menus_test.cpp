@@ -17,7 +17,7 @@ protected:
     MenuId Add(const std::array<MenuEntry, 6>& first, const std::array<MenuEntry, 6>& second = {}) {
         return AddMenu(first, second);
     }
-    /// What a soft menu shows: its caption, then the items that are on show; nothing for a hidden menu.
+    /// Returns what a soft menu shows: its caption, then the visible items. Empty for a hidden menu.
     std::vector<Text> Shown(std::size_t menu) {
         std::vector<Text> texts;
         if (!Device.Platform.menuTitles[menu].Visible())
