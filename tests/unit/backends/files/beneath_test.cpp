@@ -17,7 +17,7 @@ namespace {
 
 using OpenFolder = ErrorNumber (*)(int folder, const std::string& relative, Descriptor& found);
 
-/// A root with folders and links in it, and a folder beside it that nobody may reach.
+/// A root with folders and links in it, and a folder beside it that must not be reached.
 class Planted {
 public:
     Planted() {
@@ -26,7 +26,7 @@ public:
         Start = Descriptor(::open(Root.Path().c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
     }
 
-    /// Where a path leads to, beneath the root, or why it can't be opened.
+    /// Returns where a path leads to, beneath the root, or why it can't be opened.
     std::string Reached(OpenFolder open, const std::string& relative) const {
         Descriptor found;
         if (const ErrorNumber error = open(Start.Number(), relative, found); error != NoError)
@@ -45,7 +45,8 @@ public:
 };
 
 struct Way {
-    const char* Link; ///< what is planted as `Card/link`; `*` at its start is the root's own path, `+` the one beside
+    /// What `Card/link` leads to; `*` at its start is the root's own path, `+` that of the folder beside.
+    const char* Link;
     const char* Relative; ///< the path that is opened
     const char* Reached;
 };
@@ -74,14 +75,14 @@ INSTANTIATE_TEST_SUITE_P(
                                      Way{"..", "Card/link/Card/real", "/Card/real"},
                                      Way{"../Card/real", "Card/link", "/Card/real"},
                                      Way{"real/../../Card", "Card/link/real", "/Card/real"},
-                                     // what leads out, be it only to come back
+                                     // paths that lead out of the root, even if they lead back
                                      Way{"../..", "Card/link", "error 75"}, Way{"../../..", "Card/link", "error 75"},
                                      Way{"../../x/y", "Card/link", "error 75"}, Way{"+", "Card/link", "error 75"},
                                      Way{"/", "Card/link", "error 75"}, Way{"*/Card/real", "Card/link", "error 75"},
                                      Way{"/proc/self/root", "Card/link", "error 75"}, Way{"real", "..", "error 75"},
                                      Way{"real", "Card/../..", "error 75"}, Way{"real", "/", "error 75"},
                                      Way{"real", "/tmp", "error 75"},
-                                     // what leads nowhere
+                                     // paths that lead to nothing
                                      Way{"link", "Card/link", "error 75"}, Way{"nothing", "Card/link", "error 53"},
                                      Way{"real", "Card/none", "error 53"}, Way{"real", "Card/none/x", "error 53"},
                                      Way{"real", "Card/real/x.txt", "error 53"},
@@ -137,7 +138,7 @@ TEST(FoldersBeneath, AreMadeForTheirOwnerAlone) {
         ASSERT_EQ(::stat(planted.Root.Path(made).c_str(), &found), 0);
         EXPECT_EQ(found.st_mode & 07777U, 0700U) << made;
     }
-    EXPECT_EQ(MakeFoldersBeneath(planted.Start.Number(), "Card/a/b"), NoError); // there already
+    EXPECT_EQ(MakeFoldersBeneath(planted.Start.Number(), "Card/a/b"), NoError); // they exist already
     EXPECT_EQ(MakeFoldersBeneath(planted.Start.Number(), ""), NoError);
 }
 
@@ -152,7 +153,7 @@ TEST(FoldersBeneath, AreNeitherMadeInAFileNorOverALinkOutside) {
     EXPECT_EQ(planted.Elsewhere.Entries(), 1);
 }
 
-/// A machine that is busy elsewhere may let a name lead astray for very many tries on end.
+/// On a busy machine very many tries in a row may find the same state of the name.
 constexpr int FewestTries = 3000;
 constexpr int MostTries = 10000000;
 

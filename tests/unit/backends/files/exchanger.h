@@ -9,8 +9,8 @@
 #include <thread>
 #include <unistd.h>
 
-/// Somebody puts one thing where another is, such as a link to a folder outside where the folder inside is, and back,
-/// as fast as the machine can.
+/// Exchanges two files or folders again and again as fast as the machine can, such as a folder inside the root and a
+/// link to one outside.
 class Exchanger {
 public:
     Exchanger(std::string one, std::string other) : One_(std::move(one)), Other_(std::move(other)) {

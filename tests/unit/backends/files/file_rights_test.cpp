@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Who may do what with a file that is written anew. Owners can be changed by root alone, as which these tests then run.
+// The owner and the rights of a file after it was rewritten. Only root can change owners, so these tests run only as
+// root.
 #include "backends/files/host_files.h"
 
 #include "tests/support/printed_rows.h"
@@ -49,7 +50,7 @@ std::string ListOf(const std::vector<ListEntry>& entries) {
     return bytes;
 }
 
-/// The owner and one more person may write, the group may read.
+/// The owner and one other user may write, the group may read.
 const std::string OneMoreWriter = ListOf({{0x01, 6}, {0x02, 6, Somebody}, {0x04, 4}, {0x10, 6}, {0x20, 0}});
 
 std::string ListAt(const std::string& path) {
@@ -80,7 +81,7 @@ protected:
     }
     void TearDown() override { Rights = {}; }
 
-    /// As a program does at its start.
+    /// Records the reports of lost rights, as a program does from its start.
     void Watch() {
         Rights = {.Lost = [this](const std::string& name) { Told.push_back(name); }, .Told = {}};
     }
@@ -106,7 +107,8 @@ protected:
         return MoveOver(scratch, std::move(entry));
     }
 
-    /// How many times it was told, as a user of these groups.
+    /// Performs the action as a user of these groups. Returns how many lost rights were reported; 98 if the action
+    /// failed.
     int As(uid_t user, std::vector<gid_t> groups, const std::function<ErrorNumber()>& act) {
         const pid_t process = fork();
         if (process == 0) {
@@ -146,7 +148,7 @@ TEST_F(RightsOfARewrittenFile, HaveItsAccessList) {
     EXPECT_TRUE(Told.empty());
 }
 
-/// A folder may give each new file a list that its old one had not.
+/// A folder may add to each new file an access list that the old file did not have.
 TEST_F(RightsOfARewrittenFile, HaveNothingOfTheFoldersList) {
     ASSERT_EQ(chmod(Table().c_str(), 0660), 0);
     if (!SetList(Root.Path(), FoldersList, OneMoreWriter))

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// A disk that is really full, for as long as the object lives: no file of this process can grow past a size, and the
-// write that reaches it takes the bytes up to there.
+// A disk that is really full while the object exists: no file of this process can grow beyond a size. The write that
+// reaches the size stores the bytes up to there.
 #pragma once
 
 #include <csignal>

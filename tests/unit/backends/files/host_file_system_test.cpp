@@ -43,7 +43,7 @@ protected:
         return found.st_mode & 07777U;
     }
 
-    /// What a move to another file system does first.
+    /// The first step of a move to another file system.
     ErrorNumber Copy(const char* source, const char* destination) {
         FileEntry from;
         FileEntry to;

@@ -15,7 +15,7 @@ namespace {
 
 using support::PrintTo;
 
-/// Volumes on a root of their own, with their folders.
+/// Volumes with folders of their own in the root of the test.
 class HostVolumesTest : public testing::Test {
 protected:
     HostVolumes Made(std::vector<HostVolume> list) const {
@@ -73,7 +73,7 @@ TEST_F(HostVolumesTest, FailsWhereAVolumeCannotBeRead) {
     EXPECT_NE(volumes.Space(u"card:\\", bytes), NoError);
 }
 
-/// A card that is taken out has no space, whatever was said of it, until it is in again.
+/// A card that is taken out has no space until it is in again, whatever space it was given.
 TEST_F(HostVolumesTest, HaveNoSpaceWhileTheirFolderIsNotThere) {
     HostVolumes volumes = Made({{u"Card:\\", 2048}});
     std::int32_t bytes = 0;
@@ -85,7 +85,7 @@ TEST_F(HostVolumesTest, HaveNoSpaceWhileTheirFolderIsNotThere) {
     EXPECT_EQ(bytes, 2048 * 1024);
 }
 
-/// Where the data has been kept, a folder that is missing is a card that is out: an empty one must not take its place.
+/// If the folder with the data is missing, its card is out: no empty folder must be created in its place.
 TEST_F(HostVolumesTest, HaveTheirFoldersMadeExceptTheOneWithTheData) {
     const HostVolumes volumes({{u"Memory:\\", 2048}, {u"Card:\\", 2048}}, PathMap(Root.Path()));
     volumes.MakeFolders(u"Card:\\");

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Line databases whose folder another program exchanges for a link that leads outside.
+// Line databases whose folder another program exchanges with a link that leads outside.
 #include "backends/files/line_database.h"
 
 #include "tests/support/temporary_root.h"
@@ -44,7 +44,7 @@ protected:
     std::string OthersBytes;
 };
 
-/// A machine that is busy elsewhere may let the folder be the link for very many tries on end.
+/// On a busy machine the folder may be the link for very many tries in a row.
 constexpr int MostTries = 100000;
 
 TEST_F(ExchangedDatabases, WriteNothingOutside) {

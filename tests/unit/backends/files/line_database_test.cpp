@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The line databases as other tools see them, and as crashes leave them.
+// The line databases as other tools read them, and after crashes.
 #include "backends/files/line_database.h"
 
 #include "tests/support/ordinary_user.h"
@@ -35,7 +35,7 @@ protected:
                Databases.Commit(id) == NoError;
     }
 
-    /// Every row of a statement that another program runs, its columns joined by `|`.
+    /// Returns every row of a statement that another program runs, its columns joined by `|`.
     std::vector<std::string> Outside(const std::string& name, const char* query) const {
         return support::OtherTool(Root.Path(name)).Do(query);
     }
@@ -124,7 +124,7 @@ TEST_F(LineDatabaseFile, InAFolderThatCantBeReadIsMissingInAListAsAreAll) {
         EXPECT_EQ(Databases.FirstDatabase(0, 0), u"");
         EXPECT_THAT(Databases.UnreadDatabases(), ElementsAre(Unlisted{u"", PermissionDenied}));
     }
-    ::chmod(Root.Path().c_str(), 0600); // the folder can't be opened at all
+    ::chmod(Root.Path().c_str(), 0600); // the folder can't be opened
     {
         const OrdinaryUser somebody;
         EXPECT_EQ(Databases.FirstDatabase(0, 0), u"");
@@ -213,7 +213,7 @@ TEST_F(LineDatabaseFile, KeepsNegativeCodes) {
     EXPECT_EQ(Databases.FirstDatabase(5, 7), u"");
 }
 
-/// Runs in a process of its own, which is killed at the end without a chance to tidy up.
+/// Runs the work in another process, which is then killed without a chance to clean up.
 template <typename Work>
 void KilledAfter(Work work) {
     const pid_t child = fork();
@@ -242,7 +242,7 @@ TEST_F(LineDatabaseFile, LosesAWholeBatchWhenTheProgramIsKilledInIt) {
         const DatabaseId id = Made(u"drivers");
         Append(id, u"one");
         Databases.BeginBatch(id);
-        for (int line = 0; line < 20000; ++line) // enough for SQLite to write before the end
+        for (int line = 0; line < 20000; ++line) // enough for SQLite to write before the batch ends
             Append(id, Text(200, u'x'));
     });
     EXPECT_EQ(CountAnew(u"drivers"), 1);
@@ -292,7 +292,7 @@ TEST_F(LineDatabaseFile, TakesNoMoreOfABatchThatTheFullDiskHasBroken) {
     ASSERT_EQ(Databases.EndBatch(id), NoError);
     ASSERT_EQ(Databases.BeginBatch(id), NoError);
     {
-        const FullDisk full(16384); // what each page has been is written down before it is changed
+        const FullDisk full(16384); // SQLite writes down the old contents of each page before it changes it
         EXPECT_NE(Databases.ShiftRecords(id, 0), NoError);
     }
     EXPECT_FALSE(Append(id, u"alone"));
@@ -315,7 +315,7 @@ TEST_F(LineDatabaseFile, LosesABatchThatAReaderDoesNotLetEnd) {
     EXPECT_EQ(CountAnew(u"drivers"), 2);
 }
 
-/// A record that could not be read because another tool held the file is not a missing one, also once it lets go.
+/// A record that another tool's lock made unreadable is not reported as missing, also after the lock is released.
 TEST_F(LineDatabaseFile, ThatAnotherToolKeptFromUsOnceCountsNoMore) {
     const DatabaseId id = Made(u"drivers");
     ASSERT_TRUE(Append(id, u"one"));
@@ -359,7 +359,8 @@ TEST_F(LineDatabaseFile, FindsALineOfTenThousandAsFastAsOneOfAHundred) {
     const DatabaseId many = made(u"many", 10000);
     double ofFew = 1000;
     double ofMany = 1000;
-    for (int round = 0; round < 5; ++round) { // the least of each: a busy machine takes its time from either
+    // The shortest time of each, because other processes can make any of them longer.
+    for (int round = 0; round < 5; ++round) {
         ofFew = std::min(ofFew, secondsFor(few, 100));
         ofMany = std::min(ofMany, secondsFor(many, 10000));
     }

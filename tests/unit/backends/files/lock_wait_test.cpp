@@ -49,7 +49,7 @@ TEST_F(LockedDatabase, IsReadOnceTheOtherLetsGo) {
     Tool.Lock();
     Databases.Patience.Longest = std::chrono::seconds(60);
     Databases.Patience.Waiting = [this] {
-        if (++Moments == 100) // beyond a second, which a lock may well take
+        if (++Moments == 100) // after more than a second, which a lock may well last
             Tool.LetGo();
     };
     EXPECT_EQ(Databases.BeginReading(Id), NoError);
@@ -95,7 +95,7 @@ TEST_F(LockedDatabase, KeepsItsLineWhereAReaderDoesNotLetAChangeEnd) {
     EXPECT_EQ(record.LineData, u"one");
 }
 
-/// A batch that outgrew the memory would need the file for itself before its end.
+/// A batch that does not fit into memory would need the file for itself before it ends.
 TEST_F(LockedDatabase, TakesALongBatchThatAReaderLetsEnd) {
     Tool.Read();
     ASSERT_EQ(Databases.BeginBatch(Id), NoError);

@@ -19,7 +19,7 @@ namespace {
 
 using support::PrintTo;
 
-/// The path beneath the root, or why there is none.
+/// Returns the path beneath the root, or why there is none.
 std::string Mapped(const Text& devicePath) {
     std::string path;
     const auto error = RelativePath(devicePath, path);
@@ -68,7 +68,7 @@ INSTANTIATE_TEST_SUITE_P(
 INSTANTIATE_TEST_SUITE_P(WithoutAVolume, RefusesThePath,
                          testing::Values(u"x.txt", u"My Documents\\Quorin\\", u"Quorin\\drivers.txt", u"Card\\x"));
 
-/// The place of an entry beneath the root, or why there is none.
+/// Returns the place of an entry beneath the root, or why there is none.
 std::string PlaceOf(const TemporaryRoot& root, const Text& devicePath) {
     FileEntry entry;
     const auto error = PathMap(root.Path()).Entry(devicePath, LastLink::Follow, entry);
@@ -119,7 +119,7 @@ TEST(PathMapRoot, ThatCannotBeMadeFailsEveryPath) {
     EXPECT_EQ(paths.Entry(u".\\x.txt", LastLink::Follow, entry), platform::FileNotFound);
 }
 
-/// As a card that is taken out of the tablet and put in again.
+/// As when a card is taken out of the tablet and put in again.
 TEST(PathMapRoot, ThatWasAwayAndIsBackServesOn) {
     const TemporaryRoot root;
     const PathMap paths(root.Path("card"));
@@ -130,7 +130,7 @@ TEST(PathMapRoot, ThatWasAwayAndIsBackServesOn) {
     EXPECT_EQ(paths.Entry(u".\\x.txt", LastLink::Follow, entry), NoError);
 }
 
-/// What failed once at the start is no word on what is there later.
+/// A failure at the start does not matter once the folder exists.
 TEST(PathMapRoot, ThatCouldNotBeMadeAtTheStartServesOnceItIsThere) {
     const TemporaryRoot root;
     root.Put("above", "no folder");

@@ -6,7 +6,7 @@
 #include <filesystem>
 #include <string>
 
-/// The path of an open folder, without links.
+/// Returns the path of an open folder, without links.
 inline std::string PathOf(const backends::Descriptor& folder) {
     return std::filesystem::read_symlink("/proc/self/fd/" + std::to_string(folder.Number())).string();
 }

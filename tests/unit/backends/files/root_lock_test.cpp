@@ -18,13 +18,13 @@ using namespace backends;
 
 namespace {
 
-/// What a file system that has no locks says of them; 0 for one that has.
+/// The error with which a file system without locks refuses them; 0 if it has locks.
 int FolderLocks = 0;
 int FileLocks = 0;
 
 } // namespace
 
-/// In the place of the library's: no file system here is without locks.
+/// Replaces the library's function, because every file system here has locks.
 extern "C" int flock(int file, int operation) noexcept {
     struct stat found {};
     const int error = fstat(file, &found) == 0 && S_ISDIR(found.st_mode) ? FolderLocks : FileLocks;
@@ -45,7 +45,7 @@ static void PrintTo(LockResult result, std::ostream* out) {
 
 namespace {
 
-/// Another process, which does something, tells when it has, and stays until it is killed.
+/// Another process, which does something, reports that it has, and runs until it is killed.
 class OtherProcess {
 public:
     explicit OtherProcess(const std::function<void()>& act) {
@@ -60,7 +60,7 @@ public:
         }
         close(told[1]);
         char byte = 0;
-        (void)!read(told[0], &byte, 1); // or the end, when the process has become another program
+        (void)!read(told[0], &byte, 1); // or the end of the pipe, when the process has become another program
         close(told[0]);
     }
     OtherProcess(const OtherProcess&) = delete;
@@ -176,7 +176,7 @@ TEST_F(RootLocks, AFolderInWhichNoFileCanBeMadeIsHeldAllTheSame) {
     EXPECT_EQ(Second.Holder(), "another program");
 }
 
-/// The id of a process that has been and is no more.
+/// Returns the id of a process that has ended.
 std::string DeadProcess() {
     const pid_t process = fork();
     if (process == 0)
@@ -245,7 +245,7 @@ TEST_P(FileSystemsWithoutFolderLocks, LetAProgramStartThatNobodyGuardsAndSaySo) 
 
 INSTANTIATE_TEST_SUITE_P(Errors, FileSystemsWithoutFolderLocks, testing::Values(EBADF, EINVAL, ENOLCK, EOPNOTSUPP));
 
-/// What an ordinary user gets: nothing is write-protected for root.
+/// Runs the action as an ordinary user and returns its result: nothing is write-protected for root.
 int AsOrdinaryUser(const std::function<int()>& act) {
     const pid_t process = fork();
     if (process == 0) {
@@ -276,7 +276,7 @@ TEST_F(RootLocks, AnotherUsersLockIsNoticed) {
               0);
 }
 
-/// As a program of an older version leaves it, which lets nobody else read it.
+/// A lock file of an older version of the program, which no other user can read.
 TEST_F(RootLocks, AnotherUsersFileThatCanNotBeOpenedIsNoFreeRoot) {
     if (getuid() != 0)
         GTEST_SKIP() << "takes two users, and so root";

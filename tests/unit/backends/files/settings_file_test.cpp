@@ -30,7 +30,7 @@ protected:
     TemporaryRoot Root;
 };
 
-/// An administrator's script, or a person with an editor, may write while the program runs.
+/// An administrator's script, or a person with an editor, may change the file while the program runs.
 TEST_F(SettingsFileTest, LeavesWhatOthersHaveWrittenMeanwhile) {
     Put("[Settings]\nComPort=Com1\nCOLOUR=0\n");
     SettingsFile store = Store();
@@ -44,7 +44,7 @@ TEST_F(SettingsFileTest, LeavesWhatOthersHaveWrittenMeanwhile) {
 
 struct Value {
     Text Set;
-    std::string Written; ///< what stands behind `=` in the file
+    std::string Written; ///< the text after `=` in the file
 };
 
 class WritesTheValue : public SettingsFileTest, public testing::WithParamInterface<Value> {};
@@ -74,13 +74,13 @@ INSTANTIATE_TEST_SUITE_P(
                     Value{u"\xD83D\xDE00", "\xF0\x9F\x98\x80"}, Value{u"\x00A0x\x00A0", "\xC2\xA0x\xC2\xA0"},
                     Value{u"\xDCFF\xDC80", "\xFF\x80"}, Value{u"\xFEFF", "\xEF\xBB\xBF"}));
 
-/// Some editors put a byte-order mark at the head, and some tools go by it.
+/// Some editors write a byte-order mark at the start, and some tools need it.
 TEST_F(SettingsFileTest, LeavesAByteOrderMarkWhereItIs) {
     Put("\xEF\xBB\xBF[Settings]\nComPort=Com1\n");
     SettingsFile store = Store();
     ASSERT_EQ(store.Save(u"Quorin", u"Settings", u"ComPort", u"Com2"), NoError);
     EXPECT_EQ(Bytes(), "\xEF\xBB\xBF[Settings]\nComPort=Com2\n");
-    Put("[Settings]\nComPort=Com2\n"); // gone meanwhile
+    Put("[Settings]\nComPort=Com2\n"); // the mark has been removed by another program
     ASSERT_EQ(store.Save(u"Quorin", u"Settings", u"ComPort", u"Com3"), NoError);
     EXPECT_EQ(Bytes(), "[Settings]\nComPort=Com3\n");
     Put("\xEF\xBB\xBF");
@@ -195,7 +195,7 @@ TEST_F(SettingsFileTest, OfMoreThanAMegabyteIsOneThatCannotBeRead) {
     EXPECT_EQ(Bytes().substr(0, setting.size()), setting);
 }
 
-/// The file is there for us to replace, but not to read: its other lines must not go.
+/// The file may be replaced, but not read: its other lines must not be lost.
 TEST_F(SettingsFileTest, ThatCannotBeReadIsNotSaved) {
     Put("[Settings]\nA=1\n");
     chmod(Root.Path().c_str(), 0777);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// How many lines of a sound file were passed over.
+// Returns how many lines of an undamaged file were skipped.
 #pragma once
 
 #include "src/view/platform/storage.h"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The stream's own business: blocks, other writers, a full disk. What it does to lines is the files suite's.
+// What is particular to the stream: blocks, other writers, a full disk. The suite of files tests lines.
 #include "backends/files/text_stream.h"
 
 #include "tests/support/temporary_root.h"
@@ -55,7 +55,7 @@ TEST_F(TextStreamTest, ReadsALineThatIsLongerThanManyBlocks) {
     EXPECT_EQ(line, u"b");
 }
 
-/// Such a line is no row of any table. The files are holes: they take no room on the disk.
+/// No row of a table is as long as this line. The files have holes, so they need no space on the disk.
 TEST_F(TextStreamTest, RefusesALongLineAndNotALongFile) {
     constexpr std::uintmax_t Longest = 64U * 1024U * 1024U;
     Root.Put("x.txt", "a\n");
@@ -79,7 +79,7 @@ TEST_F(TextStreamTest, RefusesALongLineAndNotALongFile) {
     EXPECT_EQ(passed, 3);
 }
 
-/// Reading, skipping and seeking in any order tell the same as cutting the bytes up by hand.
+/// Reading, skipping and seeking in any order return the same lines as a split of the bytes.
 TEST_F(TextStreamTest, AgreesWithTheLinesCutByHand) {
     std::mt19937 chance(7);
     std::string bytes;
@@ -117,7 +117,8 @@ TEST_F(TextStreamTest, TakesEveryLineWhereverABlockEnds) {
     }
 }
 
-/// Two streams of this program on one file: what one of them writes the other one sees without waiting for a clock.
+/// Two streams of this program on one file: one reads at once what the other writes, without waiting for the file's
+/// time to change.
 TEST_F(TextStreamTest, SeesAtOnceWhatThisProgramWritesInTheSameFile) {
     Root.Put("x.txt", "one\ntwo\nthree\n");
     const auto reader = Open();
@@ -128,7 +129,7 @@ TEST_F(TextStreamTest, SeesAtOnceWhatThisProgramWritesInTheSameFile) {
         ASSERT_EQ(reader->ReadLine(line), NoError);
         ASSERT_EQ(writer->Seek(reader->Position(), Origin::Start), NoError);
         ASSERT_EQ(writer->WriteLine(next), NoError);
-        ASSERT_EQ(writer->WriteLine(u"more"), NoError); // the time of a file may stand still, but not its size
+        ASSERT_EQ(writer->WriteLine(u"more"), NoError); // the time of a file may stay the same, but its size changes
         ASSERT_EQ(reader->Seek(reader->Position(), Origin::Start), NoError);
         ASSERT_EQ(reader->ReadLine(line), NoError);
         EXPECT_EQ(line, next);
@@ -205,7 +206,7 @@ TEST_F(TextStreamTest, LeavesNoHalfLineOnAFullDisk) {
 
 TEST_F(TextStreamTest, KeepsOneBlockOfAFileOfAHundredMegabytes) {
     Root.Put("x.txt", "one\n");
-    for (const std::uintmax_t size : {50'000'000U, 100'000'000U}) { // holes: zero bytes and not one line end
+    for (const std::uintmax_t size : {50'000'000U, 100'000'000U}) { // holes: zero bytes without a line end
         std::filesystem::resize_file(Root.Path("x.txt"), size);
         Add("\n");
     }

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What a GridStore paints, and when it wants to be painted.
+// What a GridStore paints, and when it asks to be painted.
 #include "tests/support/printed_rows.h"
 #include "tests/unit/backends/grid/grid_under_test.h"
 
@@ -44,7 +44,7 @@ TEST_F(GridPage, BringsARowBackThroughAllThatGrowOnTheWay) {
     EXPECT_FALSE(Grid.RowOnScreen(152)) << "by as little as it takes";
 }
 
-// Painting of the rows that the selection passes.
+// Painting of the rows between the old and the new selection.
 
 TEST_F(GridPage, PaintsNothingUntilTheMovingHandlerHasReturned) {
     Shape(20, 2);
@@ -213,7 +213,7 @@ TEST_F(GridPage, BearsAPainterThatMovesTheSelection) {
     EXPECT_EQ(Grid.Row(), 3);
 }
 
-// When a painting is wanted.
+// When a grid asks to be painted.
 
 struct Change {
     const char* Name;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What a pointer finds on a grid, and how it moves the page.
+// Which cell is at a position of the pointer, and how the pointer scrolls the page.
 #include "backends/grid/drawn_grid.h"
 
 #include <gtest/gtest.h>
@@ -23,7 +23,7 @@ protected:
         Grid.SetColWidth(0, 100);
         Grid.SetColWidth(1, 100);
     }
-    /// "row,col", or "none".
+    /// Returns "row,col", or "none".
     std::string At(std::int32_t x, std::int32_t y) {
         const auto cell = Grid.CellAt(x, y);
         return cell ? std::to_string(cell->Row) + "," + std::to_string(cell->Col) : "none";

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Runs the suites of a grid on a GridStore without a form. It is painted by whoever derives from it, so the painting
-// suite is left to the back-ends.
+// Runs the suites of a grid on a GridStore without a form. Derived classes paint it, so the painting suite is left to
+// the back-ends.
 #include "tests/conformance/grid_suites.h"
 #include "tests/unit/backends/grid/grid_under_test.h"
 

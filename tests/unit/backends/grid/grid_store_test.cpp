@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// What a GridStore has beyond the platform's grid, for which the suites of tests/conformance are: taps, and when it
-// wants to be painted.
+// What a GridStore has beyond the platform's grid, which the suites of tests/conformance test: taps, and when it asks
+// to be painted.
 #include "tests/unit/backends/grid/grid_under_test.h"
 
 #include <gmock/gmock.h>
@@ -54,7 +54,7 @@ TEST_F(GridUnderTest, WantsNoPaintingForASizeOutside) {
 struct Move {
     const char* Name;
     void (*Make)(GridStore&);
-    CellPlace To; ///< from 2, 0 in a grid of 5 rows and 2 columns
+    CellPlace To; ///< the start is 2, 0 in a grid of 5 rows and 2 columns
 };
 
 void PrintTo(const Move& move, std::ostream* out) {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A grid that keeps what it raises and paints, with a page of five rows of 20 pixels.
+// A grid that records its events and paintings, with a page of five rows of 20 pixels.
 #pragma once
 
 #include "backends/grid/grid_store.h"
@@ -64,7 +64,7 @@ protected:
             heights.push_back(Grid.RowHeight(row));
         return heights;
     }
-    /// The rows of what was painted, in order, and forgets it.
+    /// Returns the painted rows in order, and forgets them.
     std::vector<std::int32_t> PaintedRows() {
         std::vector<std::int32_t> rows;
         for (const PaintedCell& cell : Grid.Painted)

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The whole program on a headless device, with somebody at it who acts whenever it waits, boxes and prompts included.
+// The whole program on a headless device, and a person who acts whenever it waits, also in boxes and prompts.
 #pragma once
 
 #include "backends/headless/headless_hand.h"
@@ -28,10 +28,10 @@ public:
     backends::headless::HeadlessPlatform Platform;
     backends::headless::HeadlessHand Hand{Platform};
 
-    /// What is done next, each at a moment at which the program waits for somebody.
+    /// The next actions, each at a moment at which the program waits for a person.
     std::deque<std::function<void()>> Steps;
 
-    /// Runs the steps; without one more the program is left.
+    /// Runs the steps. The program ends when there is none left.
     ProgramOver Run() {
         try {
             Platform.StartProgram();
@@ -57,7 +57,7 @@ public:
     void WillWait(std::int64_t milliseconds) {
         Steps.push_back([this, milliseconds] { Platform.loop.PassTime(milliseconds); });
     }
-    /// Something comes over the line, and is decoded where nothing holds that up.
+    /// Receives text over the line and waits until it is decoded, unless something delays that.
     void WillReceive(const Text& text) {
         Steps.push_back([this, text] { Platform.serial.Arrive(text); });
         WillWait(1100);

@@ -8,7 +8,7 @@ namespace {
 
 constexpr const char16_t* Backspace = u"\b";
 
-/// A step of the person's, or of the program's.
+/// A step of the person or of the program.
 struct Step {
     enum What { Type, Enter, Left, Right, Set, Select } Does;
     Text Words = u"";
@@ -48,7 +48,7 @@ private:
 
 struct Edit {
     const char* Name;
-    std::vector<Step> Steps; ///< after the text "abc" was put in with the caret behind it
+    std::vector<Step> Steps; ///< what is done after the text "abc" was set, with the caret at its end
     Text Contents;
     std::int32_t Caret;
     bool MultiLine = false;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The end of the program that somebody outside of it wants, whatever is open at that moment.
+// An end of the program that something outside of it asks for, whatever is open at that moment.
 #include "backends/loop/ending.h"
 
 #include "src/storage/line_files.h"
@@ -28,7 +28,7 @@ protected:
         Program.WillTap(1, 1);
         Program.WillType(u"North");
     }
-    /// Nothing that is said behind it is done.
+    /// Ends the program. Steps that are added later are not performed.
     ProgramOver EndThere() {
         Program.Steps.push_back([this] { Last.Begin("SIGTERM"); });
         const ProgramOver over = Program.Run();
@@ -79,7 +79,7 @@ TEST_F(EndOfTheProgram, UnwindsQuestionsThatStandUponOneAnother) {
 TEST_F(EndOfTheProgram, DeletesNothingThatWasAskedAbout) {
     WillPutAValue();
     Program.WillChoose(u"Delete Record");
-    Program.WillAnswer(BoxAnswer::Yes); // "Are you sure?" stands
+    Program.WillAnswer(BoxAnswer::Yes); // "Are you sure?" is open
     EndThere();
     EXPECT_EQ(File(), Saved);
 }

@@ -36,7 +36,7 @@ INSTANTIATE_TEST_SUITE_P(Sizes, MetricsOf,
 struct LineRow {
     Text Words;
     std::int32_t Start, Length;
-    std::int32_t Width; ///< at size 8, where a character is 6 wide
+    std::int32_t Width; ///< at size 8, where a character is 6 pixels wide
 };
 
 class WidthOfALine : public testing::TestWithParam<LineRow> {};
@@ -57,9 +57,9 @@ INSTANTIATE_TEST_SUITE_P(Rows, WidthOfALine,
 
 struct WrappedRow {
     Text Words;
-    std::int32_t Width;   ///< that there is, in pixels
-    std::int32_t Lines;   ///< of 15 pixels
-    std::int32_t Longest; ///< characters of 6 pixels
+    std::int32_t Width;   ///< available, in pixels
+    std::int32_t Lines;   ///< number of lines, each 15 pixels high
+    std::int32_t Longest; ///< length of the longest line, in characters of 6 pixels
 };
 
 class WrappedText : public testing::TestWithParam<WrappedRow> {};
@@ -78,11 +78,11 @@ INSTANTIATE_TEST_SUITE_P(
                     WrappedRow{u"ten letter", 65, 1, 10}, WrappedRow{u"ten letter", 59, 2, 6}, // "ten" and "letter"
                     WrappedRow{u"eleven chars", 60, 2, 6},                                     // "eleven" and "chars"
                     WrappedRow{u"one two three four", 60, 2, 10}, // "one two" and "three four"
-                    WrappedRow{u"abcdefghij klm", 60, 2, 10},     // the blank stands just behind a full line
-                    WrappedRow{u"abcdefghijk", 60, 2, 10},        // cut behind the tenth
+                    WrappedRow{u"abcdefghij klm", 60, 2, 10},     // the blank comes right after a full line
+                    WrappedRow{u"abcdefghijk", 60, 2, 10},        // cut after the tenth character
                     WrappedRow{u"abcdefghijklmnopqrstuvwxyz", 60, 3, 10},
                     WrappedRow{u"a bcdefghijklmnop", 60, 3, 10}, // "a", "bcdefghijk", "lmnop"
-                    WrappedRow{u"ab   cdefghijk", 60, 2, 9},     // the blanks at a break are nobody's
+                    WrappedRow{u"ab   cdefghijk", 60, 2, 9},     // the blanks at a break belong to no line
                     WrappedRow{u"abcdefghij     ", 60, 1, 10}, WrappedRow{u"a\r\nb", 60, 2, 1},
                     WrappedRow{u"a\nb\rc", 60, 3, 1}, WrappedRow{u"a\r\n\r\nb", 60, 3, 1},
                     WrappedRow{u"a\n\rb", 60, 3, 1}, WrappedRow{u"\r\na", 60, 2, 1},

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What a person sees of the two grids once a screen has been filled and events were handled.
+// What a person sees of the two grids once a screen has been filled and its events were handled.
 #include "src/view/display_state.h"
 #include "src/view/grids.h"
 #include "tests/support/program.h"
@@ -56,7 +56,7 @@ protected:
                 << picture->Texts[i].Colour;
         }
     }
-    /// A record whose fields are red, white, of the form's colours, hidden and white.
+    /// Opens a record whose fields are red, white, of the form's colours, hidden and white.
     void OpenColouredRecord(const std::string& row = "a|b|c|d|e") {
         InstallMeter("Red|1|||255|||\nWhite|1||||||\nForm|1|||0|||\nHidden|0|||255|||\nLast|1||||||\n");
         OpenDownload("Red|White|Form|Hidden|Last\n" + row + "\n");
@@ -194,7 +194,7 @@ TEST_F(GridPictures, AreNotTakenWhileTheGridIsHidden) {
     ExpectSeen(Main(2), Selected(Line(1, 35, u"Bluetooth Serial Setup...")));
 }
 
-/// A row that grows past the page makes room for a scroll bar: the title's columns follow at once.
+/// A row that grows beyond the page causes a scroll bar. The title's columns get their new widths at once.
 TEST_F(GridPictures, OfTheTitleFollowTheColumnsOfTheGrid) {
     std::string rows;
     std::string header;
@@ -207,7 +207,7 @@ TEST_F(GridPictures, OfTheTitleFollowTheColumnsOfTheGrid) {
     Repaint();
     ASSERT_EQ(Device.Main().ColWidth(0), 319);
     ASSERT_EQ(Device.Title().ColWidth(0), 319);
-    Device.Main().SetCell(0, 1, Text(120, u'x')); // three lines, of which two are one too many
+    Device.Main().SetCell(0, 1, Text(120, u'x')); // three lines, which the page has no space for
     Settle();
     EXPECT_EQ(Device.Main().ColWidth(0), 319 - 13);
     EXPECT_EQ(Device.Title().ColWidth(0), 319 - 13);

@@ -152,7 +152,7 @@ TEST_F(GridOfTheForm, TurnsByTheRowsThatStandOnThePage) {
     EXPECT_EQ(TopAfter(CodeOf(Key::PageDown)), 18);
     EXPECT_EQ(TopAfter(CodeOf(Key::PageDown)), 18);
     EXPECT_EQ(TopAfter(CodeOf(Key::PageUp)), 13);
-    Grid.SetTopRow(22); // the last row alone
+    Grid.SetTopRow(22); // only the last row is on the page
     EXPECT_EQ(TopAfter(CodeOf(Key::PageUp)), 17);
     Grid.SetTopRow(3);
     EXPECT_EQ(TopAfter(CodeOf(Key::PageUp)), 0);

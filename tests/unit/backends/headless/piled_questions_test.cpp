@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What becomes of an instrument that sends by itself while questions wait for an answer.
+// What happens to the readings of an instrument that sends without being asked while questions are open.
 #include "src/link/ports.h"
 #include "src/link/receive.h"
 #include "src/view/questions.h"
@@ -32,7 +32,7 @@ protected:
             Program.WillReceive(AttendedProgram::Reading(Number(number)));
     }
     void WillLook(std::function<void()> look) { Program.Steps.push_back(std::move(look)); }
-    /// Until none stands.
+    /// Answers until no question is open.
     void WillAnswerAll(BoxAnswer answer) {
         Program.Steps.push_back([this, answer] { AnswerAndGoOn(answer); });
     }
@@ -42,7 +42,7 @@ protected:
         ++Answers;
         Deepest = std::max(Deepest, Program.Platform.boxes.Depth());
         EXPECT_EQ(backends::Answer(Program.Hand, answer), "");
-        // What a person takes to read the next one.
+        // The time that a person needs to read the next question.
         Program.Steps.push_front([this, answer] { AnswerAndGoOn(answer); });
         Program.Steps.push_front([this] { Program.Platform.loop.PassTime(1100); });
     }
@@ -78,7 +78,7 @@ TEST_P(ReadingsDuringAQuestion, AskOnceEachAndNeverMoreThanTwoAtATime) {
     for (std::size_t number = 0; number <= readings; ++number)
         EXPECT_TRUE(WasAskedAbout(Number(number))) << number;
     EXPECT_EQ(Deepest, 2U);
-    // The first text is asked about twice, since it is decoded once more together with the second one.
+    // The first text is asked about twice, because it is decoded again together with the second one.
     EXPECT_EQ(Answers, readings + 2);
     EXPECT_EQ(Boxes().Current(), nullptr);
 }
@@ -96,7 +96,7 @@ TEST_F(PiledQuestions, HoldWhatComesAndRaiseItAsOneBatchWhenOneIsAnswered) {
         read = modBluetooth::Receive.ReadyText;
     });
     Program.WillAnswer(BoxAnswer::No);
-    Program.WillAnswer(BoxAnswer::No); // both of the inner batch
+    Program.WillAnswer(BoxAnswer::No); // both questions of the inner batch
     WillLook([&] {
         EXPECT_FALSE(Boxes().Piled());
         EXPECT_EQ(Program.Platform.serial.WaitingCharacters(), 0U);

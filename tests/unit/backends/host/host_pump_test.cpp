@@ -17,7 +17,7 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-/// Notes what it is to wait for, and does not sleep.
+/// Records what it has to wait for, and does not sleep.
 class NotingPump final : public HostPump {
 public:
     bool HandlePending() override { return false; }

@@ -15,7 +15,7 @@ using support::PrintTo;
 using modQuorin::MenuEvent;
 using testing::ElementsAre;
 
-std::vector<std::string> Told; ///< what the screen is told of keys, with the row of that moment
+std::vector<std::string> Told; ///< the keys that were reported to the screen, each with the current row at that moment
 
 class Keyboard : public support::Program {
 protected:
@@ -25,7 +25,7 @@ protected:
     HeadlessGrid& Main() { return Device.Platform.grdMain; }
     HeadlessTextBox& Field() { return Device.Platform.txtInputField; }
 
-    /// A question that waits for nobody, over the list of file operations.
+    /// Opens a prompt over the list of file operations and does not wait for its answer.
     void Ask(modPDAUI::PromptKind kind, Text value, const Text& list = u"") {
         MenuEvent(u"File Debug...");
         modPDAUI::InputPrompt(u"Title", kind, value, list, false, false);
@@ -81,7 +81,7 @@ protected:
 
 TEST_P(EnterInAText, IsSwallowedAsACharacterButOnTypeSeven) {
     Ask(modPDAUI::PromptKind::Text, u"a");
-    modQuorin::Screens.GridEditMode = false; // so that Enter closes no field
+    modQuorin::Screens.GridEditMode = false; // so that Enter does not close a field
     Press(13);
     EXPECT_EQ(Field().Contents(), GetParam().Contents);
 }
@@ -108,7 +108,7 @@ TEST_F(Keyboard, KeyActsOnNeitherControlWhenTheFormMovesTheFocus) {
 
 struct Written {
     std::int32_t Code;
-    const char16_t* Contents; ///< after the text "ab"
+    const char16_t* Contents; ///< after typing into a field with the text "ab"
 };
 
 class CharacterOfAKey : public Keyboard, public testing::WithParamInterface<Written> {};
@@ -286,7 +286,7 @@ TEST_F(Keyboard, WritesABlankForANul) {
     EXPECT_EQ(Cell(0, 1), u"d e");
 }
 
-// Typed as so many changes, a text of 100,000 characters would be copied 100,000 times.
+// If each character were a change, a text of 100,000 characters would be copied 100,000 times.
 TEST_F(Keyboard, TypesALongTextAsOneChangeUpToEachOtherKey) {
     OpenRecord();
     Tap(0, 1);

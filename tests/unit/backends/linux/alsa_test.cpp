@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What reaches an audio device, which is a file here.
+// The samples that reach an audio device, which is a file here.
 #include "tests/support/temporary_root.h"
 #include "tests/unit/backends/linux/crossings.h"
 
@@ -23,7 +23,7 @@ protected:
                                     FileDevice("other", "other") + FileDevice("stuck", "stuck"));
     }
 
-    /// The exit status of a program that plays; -1 when it had to be killed after so many seconds.
+    /// Returns the exit status of a program that plays; -1 if it had to be killed after `patience` seconds.
     int Play(const std::vector<std::string>& words, int patience = 60) {
         const pid_t process = fork();
         if (process == 0)
@@ -49,7 +49,7 @@ protected:
     TemporaryRoot Folder;
 
 private:
-    /// Each time it is opened it writes a file of its own: heard, heard.0001 and so on.
+    /// Returns the configuration of a device. Each opening writes another file: heard, heard.0001 and so on.
     std::string FileDevice(const std::string& device, const std::string& file) {
         const bool numbered = device != "stuck";
         return "pcm." + device + " {\n type file\n slave.pcm nothing\n format raw\n file \"" + Folder.Path(file) +
@@ -106,7 +106,7 @@ TEST_F(Audio, WithoutAnyConfigurationIsNoErrorAndNoMessage) {
 }
 
 TEST_F(Audio, ThatDoesNotOpenKeepsNoProgramFromEnding) {
-    EXPECT_EQ(Play({"leave", "stuck", "1046", "250", "369", "300"}, 20), 0); // nobody reads the pipe
+    EXPECT_EQ(Play({"leave", "stuck", "1046", "250", "369", "300"}, 20), 0); // no program reads the pipe
     EXPECT_EQ(Said(), "ordered\n");
 }
 

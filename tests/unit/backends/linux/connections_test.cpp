@@ -28,7 +28,7 @@ bool HasHungUp(int descriptor) {
     return (one.revents & POLLHUP) != 0;
 }
 
-/// A Bluetooth that gives what the test says and keeps the far end of each socket.
+/// A Bluetooth service with the outcome that the test sets. It keeps the far end of each socket.
 class Connections : public testing::Test {
 protected:
     ErrorNumber Open(const std::string& name) { return Service.Open(modStringTools::FromBytes(name), Object); }
@@ -150,7 +150,7 @@ INSTANTIATE_TEST_SUITE_P(Table, ConnectionFailures,
                                          FailureRow{EPROTONOSUPPORT, NotAvailable}));
 
 TEST(BluetoothSocketAddress, HasTheKernelsLayout) {
-    // The family is Bluetooth's number 31 in the machine's order, the address has its last byte first.
+    // The address family is 31, Bluetooth's, in the machine's byte order. The address begins with its last byte.
     const auto bytes = SocketAddress({{0x00, 0x11, 0x22, 0x33, 0x44, 0x55}, 7});
     const std::uint16_t family = 31;
     std::array<std::uint8_t, 2> inOrder{};

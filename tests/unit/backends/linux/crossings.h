@@ -4,7 +4,8 @@
 #include <cstdint>
 #include <vector>
 
-/// The frequency of a tone: each turn crosses zero upwards once. Counted from the first crossing to the last.
+/// Returns the frequency of a tone. Each period crosses zero upwards once; the time from the first to the last crossing
+/// counts.
 inline double MeasuredHertz(const std::vector<std::int16_t>& samples, double samplesPerSecond = 44100) {
     std::vector<std::size_t> upwards;
     for (std::size_t at = 1; at < samples.size(); ++at)

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
-// A device folder of the test's own, with the nodes of a machine that has what the test says.
+// A device folder for a test, with the nodes of a machine that has the given devices.
 #pragma once
 
 #include "tests/support/temporary_root.h"
 
 class DevicesUnderTest : public testing::Test {
 protected:
-    /// A character device that is no terminal, and does no harm when it is opened.
+    /// Adds a character device that is not a terminal and is safe to open.
     void Device(const std::string& name) { Dev.Link("/dev/null", name); }
     void Devices(const std::vector<std::string>& names) {
         for (const std::string& name : names)

@@ -34,7 +34,7 @@ protected:
         };
     }
 
-    /// A node with a device of its own behind it, as each has on a real machine.
+    /// Adds a node with a device of its own, as each node of a real machine has.
     void Port(const std::string& name) {
         Ends.push_back(std::make_unique<PseudoTerminal>());
         Dev.Link(Ends.back()->Path(), name);
@@ -58,7 +58,7 @@ protected:
             names.push_back(row.Path.substr(row.Path.find_last_of('/') + 1));
         return names;
     }
-    /// Such as "1 3!" for Com1 by the rule and Com3 by a pin.
+    /// Returns the numbers of a port, such as "1 3!" for Com1 by the rule and Com3 by a pin.
     std::string Numbers(const std::string& name) {
         std::string text;
         for (const PortName& number : Row(name).Numbers)
@@ -66,7 +66,7 @@ protected:
         return text;
     }
 
-    /// Whether the first port has been opened and closed again: its other end has hung up then.
+    /// True if the first port has been opened and closed again, which its other end shows as a hang-up.
     bool WasOpened() {
         pollfd end{Ends[0]->Number(), POLLIN, 0};
         poll(&end, 1, 0);
@@ -188,7 +188,7 @@ TEST_F(PortList, OpensEveryPortButThoseOfTheBoard) {
 }
 
 TEST_F(PortList, APortOfTheBoardIsNotOpenedUnderAnyOtherName) {
-    // A link would not do here: it is the name at the end of all links that tells.
+    // A link is no device for this test: only the name at the end of all links counts.
     if (mknod(Dev.Path("ttyS4").c_str(), S_IFCHR | 0600, makedev(1, 3)) != 0)
         GTEST_SKIP() << "only root can make a device";
     Dev.Link("ttyS4", "scale");

@@ -14,12 +14,12 @@ namespace {
 
 class PortNames : public DevicesUnderTest {
 protected:
-    /// The name of the device that "ComN" means.
+    /// Returns the name of the device that "ComN" means.
     std::string Com(std::int32_t number) {
         const std::string path = PortPath(number, Dev.Path());
         return path.empty() ? "none" : path.substr(Dev.Path().size() + 1);
     }
-    /// The names for "Com1" up to this number.
+    /// Returns the names for "Com1" up to this number.
     std::vector<std::string> FirstComs(std::int32_t count) {
         std::vector<std::string> names;
         for (std::int32_t number = 1; number <= count; ++number)

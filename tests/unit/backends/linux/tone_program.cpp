@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// Plays tones for the tests of sound: tone_program wait|leave|hang DEVICE [HERTZ MILLISECONDS]...
-// "wait" ends when all has been heard, "leave" at once, "hang" has an audio that never comes back, and ends at once.
-// Says on standard output when everything has been ordered.
+// Plays tones for the tests of sound: tone_program wait|leave|hang DEVICE [HERTZ MILLISECONDS]... "wait" ends when
+// everything has been played, "leave" at once; "hang" has an audio device that never returns, and ends at once. Prints
+// a line on standard output when all tones have been ordered.
 #include "backends/linux/tones.h"
 
 #include <chrono>

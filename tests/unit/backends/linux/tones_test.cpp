@@ -63,7 +63,7 @@ TEST(ToneSamples, ThereAreNoneForWhatIsNoTone) {
         EXPECT_TRUE(ToneSamples(hertz, milliseconds).empty()) << hertz << " Hz, " << milliseconds << " ms";
 }
 
-/// An audio that writes down what it plays, and can hang. Shared with the worker, which may outlive the test.
+/// An audio device that records what it plays, and can hang. The worker shares it and may outlive the test.
 struct Loudspeaker {
     std::mutex Guard;
     std::condition_variable Changed;
@@ -99,7 +99,7 @@ protected:
     ~Player() override { Audio->Hang(false); }
 
     void Play(std::int32_t milliseconds) { Tones->Play(1000, milliseconds); }
-    /// The lengths of what was played, in milliseconds.
+    /// Returns the lengths of the tones that were played, in milliseconds.
     std::vector<std::size_t> Heard() {
         for (int round = 0; round < 6000 && !Tones->Idle(); ++round)
             std::this_thread::sleep_for(10ms);
@@ -151,7 +151,7 @@ TEST_F(Player, PlaysAgainAfterAPause) {
     EXPECT_THAT(Heard(), ElementsAre(100, 200));
 }
 
-/// It hangs until the test is over: who waited for it would not come back.
+/// The audio device hangs until the test ends: a program that waited for it would not return.
 TEST_F(Player, NeverWaitsForAudioThatHangs) {
     Audio->Hang(true);
     Play(100);

@@ -91,17 +91,17 @@ TEST_F(ClockThatStands, ShowsAnotherTimeWithoutMovingTheTimers) {
     EXPECT_EQ(Clock.Now().Second, 2);
 }
 
-/// What the machine's clocks show more than they do.
+/// The seconds by which the machine's clocks are shifted.
 struct Shifts {
     std::int64_t Wall = 0;
     std::int64_t Boot = 0;
 } ShiftOf;
 
-/// The clock of a machine whose clocks are set, and that sleeps.
+/// The clock of a machine whose time is set, and that sleeps.
 class ClockOfTheMachine : public testing::Test {
 protected:
     ~ClockOfTheMachine() override { ShiftOf = {}; }
-    static constexpr std::int64_t Margin = 60; // seconds, which no test takes
+    static constexpr std::int64_t Margin = 60; // seconds; no test takes as long
 };
 
 TEST_F(ClockOfTheMachine, IsNotSetBackForWhatCountsOn) {
@@ -141,7 +141,7 @@ std::int64_t ShiftOfClock(clockid_t id) {
 
 } // namespace backends
 
-/// In place of the library's, for the whole of this program.
+/// Replaces the library's function in this whole program.
 extern "C" int clock_gettime(clockid_t id, timespec* time) noexcept {
     const long result = ::syscall(SYS_clock_gettime, id, time);
     if (result == 0)

@@ -16,7 +16,7 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-/// Commands that stand ready; without one more the input has ended.
+/// Prepared commands. The input ends after the last one.
 class ReadyCommands final : public CommandSource {
 public:
     void AboutToWait(int nesting) override { Nestings.push_back(nesting); }
@@ -29,7 +29,7 @@ public:
         step();
     }
     std::deque<std::function<void()>> Steps;
-    std::vector<int> Nestings; ///< at each wait
+    std::vector<int> Nestings; ///< the nesting depth at each wait
 };
 
 class PendingEvents final : public EventSource {
@@ -45,14 +45,14 @@ public:
     std::function<void()> Raise = [] {};
 };
 
-std::array<std::function<void()>, 3> OnTick; ///< of the timers of the running test
+std::array<std::function<void()>, 3> OnTick; ///< the handlers of the running test's timers
 
 template <std::size_t Which>
 void Tick() {
     OnTick[Which]();
 }
 
-/// Three timers that are off; each tells its ticks with the time.
+/// Three timers that are off. Each records its ticks with the time.
 class Loop : public testing::Test {
 protected:
     Loop() {
@@ -88,7 +88,7 @@ protected:
     LoopTimer A{Events, 1000, false, Tick<0>};
     LoopTimer B{Events, 1000, false, Tick<1>};
     LoopTimer C{Events, 1000, false, Tick<2>};
-    std::vector<std::string> Ticks; ///< timer and milliseconds
+    std::vector<std::string> Ticks; ///< the timer and the time in milliseconds
 };
 
 TEST_F(Loop, FiresTimersInTheOrderOfTime) {
@@ -253,7 +253,7 @@ TEST_F(Loop, HandlesWhatIsPendingWithoutWaitOrCommand) {
     EXPECT_EQ(Commands.Steps.size(), 1U);
 }
 
-/// A source that has the next event as soon as one is handled. It gives up at last, so that a failed test ends.
+/// A source that has its next event as soon as one is handled. It stops at a large number, so that a failed test ends.
 class Flood final : public EventSource {
 public:
     bool RaiseWhatIsPending() override { return Raised < FarTooMany && ++Raised > 0; }
@@ -377,7 +377,7 @@ TEST(LoopOnTheMachinesClock, IsNotHeldUpByATickThatTakesLongerThanItsInterval) {
     EXPECT_LT(ticks, 100);
 }
 
-/// A line that brings so much that each event takes its time.
+/// A source that always has an event, and whose events take long.
 class SlowFlood final : public EventSource {
 public:
     bool RaiseWhatIsPending() override {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The port over what is no terminal: what a connection and a command do is what a line does.
+// The port on a source that is not a terminal: a TCP connection or a command behaves like a line.
 #include "backends/loop/serial_ports.h"
 
 #include "backends/serial/host_ports.h"
@@ -24,7 +24,7 @@ protected:
         Port->SetReceiveThreshold(1);
     }
     void PutMeter() { Put("tcp:127.0.0.1:" + std::to_string(Meter.Port())); }
-    /// Tries again as the form does, twice a second there.
+    /// Tries again until the port opens. The form does the same twice a second.
     void OpenAtLast() {
         for (int times = 0; times < 1000 && Port->SetPortOpen(true) != NoError; ++times)
             Tells(-1, 1);

@@ -22,7 +22,7 @@ void Receive() {
     OnReceive();
 }
 
-/// The control on a real line.
+/// The control on a pseudo terminal.
 class PortOnALine : public testing::Test {
 protected:
     PortOnALine() {
@@ -39,7 +39,7 @@ protected:
         Port.SetReceiveThreshold(1);
         ASSERT_EQ(Port.SetPortOpen(true), NoError);
     }
-    /// Sends, and waits until all of it can be read.
+    /// Sends bytes and waits until all of them can be read.
     void Send(std::string_view bytes) {
         Instrument.Send(bytes);
         WaitUntilThere(Ports.Descriptor(), bytes.size());
@@ -71,8 +71,7 @@ public:
 
 int Ticks = 0;
 
-// A descriptor that is left to be read, or a timer that is left due, would have the loop spin for as long as it is
-// held.
+// If the descriptor were still waited for, or a timer were still due, the loop would not sleep while the event is held.
 TEST_F(PortOnALine, LetsTheLoopSleepWhileItsEventIsHeld) {
     DeviceClock time(HostTime());
     NoCommands commands;
@@ -109,7 +108,8 @@ TEST_F(PortOnALine, NoticesALineThatGoesWhileItsEventIsHeld) {
     EXPECT_EQ(Port.WaitingCharacters(), 5U) << "what came before stays";
 }
 
-// Whoever reads until the buffer is empty, and lets events run meanwhile, would read as long as an instrument sends.
+// A handler that reads until the buffer is empty, and lets events run meanwhile, would read as long as an instrument
+// sends.
 TEST_F(PortOnALine, ShowsNoMoreThanItsShareToOneEvent) {
     static const PseudoTerminal* sender = nullptr;
     static int reads = 0;
@@ -136,7 +136,7 @@ TEST_F(PortOnALine, ShowsNoMoreThanItsShareToOneEvent) {
     EXPECT_GT(Port.InBufferCount(), 0);
 }
 
-// A restart after a sleep closes the port, and a program that was busy meanwhile has not read what came.
+// A restart after a sleep closes the port. A program that was busy has not yet read what came before.
 TEST_F(PortOnALine, GivesWhatCameBeforeItWasClosed) {
     Send("late\r\n");
     EXPECT_EQ(Port.SetPortOpen(false), NoError);

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// A whole back-end on a system that has neither files nor descriptors: storage and settings are in memory, the bytes of
-// the port are put into a buffer, and a sleep ends when something around the program has happened. This program is
-// linked without the folders that need a host with files.
+// A whole back-end on a system without files and descriptors: storage and settings are in memory, the bytes of the port
+// come from a buffer, and a sleep ends when something outside of the program happens. This program is not linked with
+// the folders that need a host with files.
 #include "backends/loop/back_end.h"
 #include "backends/loop/no_commands.h"
 #include "backends/loop/silent_watcher.h"
@@ -22,7 +22,7 @@
 namespace backends {
 namespace {
 
-/// Bytes that somebody else puts in.
+/// A source whose bytes the test puts in.
 class BufferSource final : public ByteSource {
 public:
     SourceTrouble Open(const Text&) override { return {}; }
@@ -52,7 +52,7 @@ public:
     }
 };
 
-/// Each sleep ends with the next thing that happens around the program.
+/// Each sleep ends with the next event outside of the program.
 class StepPump final : public Pump {
 public:
     bool HandlePending() override { return false; }
@@ -82,7 +82,7 @@ protected:
         modQuorin::MenuEvent(command);
         Device.loop.HandleDue();
     }
-    /// Bytes come, and then nothing for more than a second.
+    /// Receives bytes, then nothing for more than a second.
     void WillReceive(const std::string& bytes) {
         Pump.Steps.push_back([this, bytes] { Sources.Buffer.Bytes += bytes; });
         for (int half = 0; half < 3; ++half)
@@ -93,7 +93,7 @@ protected:
             Device.loop.WaitOnce();
         Device.loop.HandleDue();
     }
-    /// As another program finds it.
+    /// Returns the file as another program reads it.
     std::string File(const Text& name) const { return Disk.SavedBytes(u".\\Quorin\\" + name); }
 
     reference::MemoryDisk Disk;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The template of a back-end carries the whole application, so that who begins with it begins with a program that runs.
+// The whole application runs on the template of a back-end: a new back-end begins with a program that runs.
 #include "backends/none/none_platform.h"
 
 #include "src/app/commands.h"

@@ -20,7 +20,7 @@ struct Row {
     std::size_t Waiting = 0;
 };
 
-/// The C1 control of a byte that Windows-1252 leaves open.
+/// Returns the C1 control character for a byte that Windows-1252 leaves undefined.
 Text Control(char16_t number) {
     return Text(1, number);
 }
@@ -85,7 +85,7 @@ TEST(SerialTextReset, ForgetsWhatWaits) {
     EXPECT_EQ(decoder.Decode("\xAC"), u"¬");
 }
 
-/// A mailbox's file is read as a text file first: what it holds must come out as it does over the line.
+/// A mailbox's file is first read as a text file. The result must be the same text as over the line.
 TEST(SerialTextAndTextFiles, ReadTheSameBytesAlike) {
     std::mt19937 choose(20070305);
     const std::string_view some("aZ\r\n\x80\x8D\x9F\xA0\xBF\xC1\xC2\xC3\xDF\xE0\xE2\xED\xEF\xF0\xF4\xF5\xFF", 21);
@@ -93,7 +93,7 @@ TEST(SerialTextAndTextFiles, ReadTheSameBytesAlike) {
         std::string bytes;
         for (std::size_t length = choose() % 8; length > 0; --length)
             bytes += some[choose() % some.size()];
-        bytes += '\n'; // so that no character is left open
+        bytes += '\n'; // so that no character is incomplete
         SerialText decoder;
         Text ofFile = modStringTools::FromBytes(bytes);
         modStringTools::ReadRawBytesAsWindows1252(ofFile);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What a screen reader finds.
+// What the window offers to a screen reader.
 #include "backends/qt/accessible_grid.h"
 #include "backends/qt/to_screen_reader.h"
 

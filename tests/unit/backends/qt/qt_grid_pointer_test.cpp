@@ -103,7 +103,7 @@ TEST_F(GridUnderAPointer, TakesASecondPressThatComesLateAsATap) {
     EXPECT_THAT(Heard, ElementsAre("press on 2"));
 }
 
-/// The second press of a double click meets the screen that the first one has opened.
+/// The second press of a double click acts on the screen that the first one has opened.
 class DoubleClickOnAList : public InAWindow {
 protected:
     DoubleClickOnAList() {

@@ -14,7 +14,7 @@
 namespace backends {
 namespace {
 
-/// Reads until so many bytes have come, or the command is gone.
+/// Reads until so many bytes have come or the command has ended.
 std::string Receive(ChildSource& source, std::size_t count) {
     std::string bytes;
     while (bytes.size() < count && Tells(source.Descriptor()) && source.TakeAvailable(bytes) != ReadState::Gone) {
@@ -22,7 +22,7 @@ std::string Receive(ChildSource& source, std::size_t count) {
     return bytes;
 }
 
-/// All that comes until the command is gone.
+/// Reads everything until the command has ended.
 std::string ReceiveAll(ChildSource& source) {
     std::string bytes;
     for (int times = 0; times < 1000 && source.TakeAvailable(bytes) != ReadState::Gone; ++times)
@@ -124,18 +124,19 @@ TEST(ChildSource, CanBeOpenedAgain) {
     EXPECT_EQ(ReceiveAll(source), "again\n");
 }
 
-// A program ignores the signal of a broken pipe, and keeps files and locks open: a command has none of it.
+// The program ignores the signal of a broken pipe and has files and locks open. A command must inherit none of this.
 TEST(ChildSource, StartsTheCommandAsAShellWould) {
     const auto before = std::signal(SIGPIPE, SIG_IGN);
     const TemporaryRoot root;
     root.Put("file", "");
-    const int left = open(root.Path("file").c_str(), O_RDONLY); // not marked to be closed
+    const int left = open(root.Path("file").c_str(), O_RDONLY); // not marked to be closed when a command starts
     ChildSource source("grep SigIgn /proc/$$/status; ls /proc/$$/fd");
     ASSERT_EQ(source.Open(u"").Error, NoError);
     const std::string told = ReceiveAll(source);
     std::signal(SIGPIPE, before);
     close(left);
-    EXPECT_EQ(told, "SigIgn:\t0000000000000000\n0\n1\n2\n"); // no pipes: the shell has their ends for a moment
+    // The command has no pipes, because the shell would have their ends open for a moment.
+    EXPECT_EQ(told, "SigIgn:\t0000000000000000\n0\n1\n2\n");
 }
 
 TEST(ChildSource, GivesTheCommandAnInputOnWhichNothingComes) {

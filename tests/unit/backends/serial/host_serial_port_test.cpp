@@ -21,7 +21,7 @@ class SerialLine : public testing::Test {
 protected:
     void OpenPort() { ASSERT_EQ(Port.Open(Instrument.Path(), Settings), NoError); }
 
-    /// Reads until so many bytes have come, or nothing comes any more.
+    /// Reads until so many bytes have come or no more come.
     std::string Receive(std::size_t count) {
         std::string bytes;
         while (bytes.size() < count && Port.IsOpen() && Tells(Port.Descriptor()))
@@ -45,7 +45,7 @@ TEST_F(SerialLine, ReceivesWhatIsSent) {
     EXPECT_EQ(Receive(31), "[BLob]\r\nSO 1.5 \xC2\xB5g\r\n[/BLob]\r\n");
 }
 
-/// A disk, a pipe or a folder is not even opened: some act on it.
+/// A disk, a pipe or a folder is not even opened, because some of them react to that.
 TEST(WhatIsNoDevice, IsLeftUntouched) {
     const TemporaryRoot root;
     root.Put("file", "");
@@ -88,7 +88,7 @@ TEST_F(SerialLine, EchoesNothing) {
 
 TEST_F(SerialLine, KeepsWhatWaitsWhenThePortIsOpened) {
     const int keepsTheLine = open(Instrument.Path().c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC);
-    OpenPort(); // sets the line raw, so that the next bytes wait as they are
+    OpenPort(); // switches the line to raw mode, so that the next bytes wait unchanged
     Port.Close();
     Instrument.Send("early\r\n");
     ASSERT_TRUE(Tells(keepsTheLine));
@@ -110,7 +110,7 @@ TEST_F(SerialLine, SetsTheLineAsAsked) {
     EXPECT_NE(Line().c_cflag & CSTOPB, 0U);
 }
 
-/// A pseudo terminal has no parity bit to switch on, but keeps what is to become of it.
+/// A pseudo terminal has no parity bit to switch on, but it keeps the settings for bytes with wrong parity.
 TEST_F(SerialLine, ChecksParityAsAsked) {
     ASSERT_EQ(Port.Open(Instrument.Path(), u"9600,E,7,1"), NoError);
     EXPECT_NE(Line().c_iflag & INPCK, 0U);
@@ -138,7 +138,7 @@ TEST_F(SerialLine, OpensAgainWhenTheOtherEndHasComeBack) {
     const TemporaryRoot root;
     root.Link(Instrument.Path(), "port");
     ASSERT_EQ(Port.Open(root.Path("port"), Settings), NoError);
-    std::filesystem::remove(root.Path("port")); // the terminal's number may be another test's in a moment
+    std::filesystem::remove(root.Path("port")); // another test may soon get the number of this terminal
     Instrument.PullOut();
     std::string bytes;
     ASSERT_TRUE(Tells(Port.Descriptor()));

@@ -12,7 +12,7 @@ struct Good {
     const char* Target;
     int TcpPort = 0;
     const char* Profile = "";
-    const char* Shown = nullptr; ///< what was said where it is null
+    const char* Shown = nullptr; ///< null if it is the same as Said
 };
 
 void PrintTo(const Good& row, std::ostream* out) {

@@ -22,7 +22,7 @@ protected:
         ASSERT_EQ(OpenAtLast().Error, NoError);
         Meter.Accept();
     }
-    /// Asks as the form does, until it is known what comes of it.
+    /// Tries to open, as the form does, until the outcome is known.
     SourceTrouble OpenAtLast() const {
         for (int times = 0; times < 1000; ++times) {
             const SourceTrouble trouble = Source->Open(u"9600,N,8,1");
@@ -59,7 +59,7 @@ TEST_F(Connection, HasNothingWhileNothingIsSent) {
 }
 
 TEST_F(Connection, FindsAHostByItsName) {
-    Connect("localhost"); // whichever of its addresses comes first
+    Connect("localhost"); // the first of its addresses that is found
     Meter.Send("x");
     EXPECT_EQ(Receive(1), "x");
 }
@@ -89,7 +89,7 @@ TEST_F(Connection, TellsAHostThatIsNotFound) {
     EXPECT_EQ(trouble.Why, "no address of no-such-host.invalid was found");
 }
 
-// A name server that does not answer takes seconds; the loop must not wait for them.
+// A name server that does not answer takes seconds; the loop must not wait for it.
 TEST_F(Connection, LooksANameUpWithoutWaiting) {
     Source = std::make_unique<TcpSource>("localhost", Meter.Port());
     EXPECT_EQ(Source->Open(u"").Why, "looking up localhost");
@@ -98,8 +98,8 @@ TEST_F(Connection, LooksANameUpWithoutWaiting) {
     EXPECT_EQ(OpenAtLast().Error, NoError) << "the outcome is there for the next opening";
 }
 
-/// An address of a block that is set aside for documentation leads nowhere; on a machine without a network it is
-/// refused at once instead.
+/// An address of a block that is reserved for documentation leads nowhere. On a machine without a network it is refused
+/// at once.
 TEST_F(Connection, IsNotWaitedForByTheOpening) {
     Source = std::make_unique<TcpSource>("192.0.2.1", 5025);
     const SourceTrouble trouble = Source->Open(u"");

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What differs while the disk is full; with the switch off the suites say that nothing does.
+// What differs while the disk is full. The suites test that nothing differs while the switch is off.
 #include "backends/simulated/failing_storage.h"
 
 #include "backends/files/host_file_system.h"
