@@ -19,7 +19,7 @@ Environment With(const Variables& variables) {
 
 struct FolderRow {
     Variables Set;
-    const char* Data; ///< null for none
+    const char* Data; ///< null if there is none
     const char* Settings;
 };
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Each command of quorin-console: what it does, what it does not take, and when it can't be carried out.
+// Each command of quorin-console: what it does, which arguments it refuses, and when it can't be carried out.
 #include "tests/unit/apps/quorin-console/console_run.h"
 
 namespace console {
@@ -14,12 +14,12 @@ const Words OverTheQuestion = {"choose inf editor...", "choose Delete"};
 const Words OverThePrompt = {"choose Preferences...", "tap 4"};
 const Words OnPreferences = {"choose Preferences...", "tick 100"};
 
-// What each does: a member of the screen or of the state object.
+// What each command changes: a member of the screen or of the state object.
 
 struct Use {
     const char* Command;
     Words Before;
-    const char* Place; ///< as a JSON pointer; those of the state have no second part
+    const char* Place; ///< as a JSON pointer; one into the state has no second part
     Json Value;
     Words Options = {};
 };
@@ -91,7 +91,7 @@ INSTANTIATE_TEST_SUITE_P(
         Use{"minimise", OnPreferences, "/screen", "ScrPreferences"}));
 // clang-format on
 
-// What can't be carried out says so and changes nothing.
+// A command that can't be carried out says so and changes nothing.
 
 struct Failure {
     Words Before;
@@ -105,7 +105,7 @@ void PrintTo(const Failure& failure, std::ostream* out) {
 
 class FailureOf : public Console, public testing::WithParamInterface<Failure> {};
 
-/// One run tells all commands of a row: each must leave the screen and the state as it found them.
+/// One run tries all commands of a row. Each must leave the screen and the state unchanged.
 TEST_P(FailureOf, ACommandSaysWhyAndChangesNothing) {
     const Failure& failure = GetParam();
     Words told = Joined({failure.Before, {"screen", "state"}});
@@ -159,7 +159,7 @@ INSTANTIATE_TEST_SUITE_P(
                 {"--device", "3"}},
         Failure{{}, {"disk", "disk fail", "disk fail x", "disk fail -2", "disk full", "disk ok 1"}}));
 
-// A row a command, at a moment when it has no place.
+// Commands at moments when they can't be carried out.
 INSTANTIATE_TEST_SUITE_P(
     ForItsMoment, FailureOf,
     testing::Values(
@@ -228,7 +228,7 @@ TEST_F(NamedConnection, OpensUnlessItIsToldToFail) {
     EXPECT_EQ(again.Last("SelectedDriver")["NamedLinkOpen"], true);
 }
 
-/// The form says nothing of it, as on a device; who drives the console is told all the same.
+/// The form shows no message about it, as on a device, but the console reports it.
 TEST_F(Console, TellsASaveThatFailedOnceAndByTheNameOfTheTable) {
     const Outcome run =
         Tell(Joined({OpenTheDownload, {"tap 0 1", "set 12", "key 13", "disk fail -1", "choose Next Record"}}));
@@ -256,7 +256,7 @@ TEST_F(Console, NamesALostRecordThatHasNoFileByItsDownload) {
     EXPECT_THAT(run.Errors, testing::EndsWith("\nquorin-console: the record of qrn0001.txt was NOT saved\n"));
 }
 
-/// Not even in the root folder, which is no volume of such a device.
+/// Not even in the root folder, because it is no volume of such a device.
 TEST_F(Console, MakesNoFileWhereNoVolumeCanBeUsedAndTellsIt) {
     for (const char* device : {"1", "3", "6", "9", "12"}) {
         const Outcome run =

@@ -26,7 +26,7 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::Not;
 
-/// What the console says, line by line as it is flushed.
+/// The output of the console, line by line as it is flushed.
 class Listener final : public std::stringbuf {
 public:
     std::function<void(const std::string&)> Line;
@@ -40,7 +40,7 @@ private:
     }
 };
 
-/// The program of the console in this process, and a person who does the next thing once the last one is answered.
+/// The program of the console in this process. Each step is performed once the one before has been answered.
 class LockedRecordOnTheConsole : public testing::Test {
 protected:
     LockedRecordOnTheConsole() {
@@ -73,7 +73,7 @@ protected:
     }
 
     void WillTell(const std::string& command) { WillHear(command, {}); }
-    /// A command, and what is then done with all that was said since the one before.
+    /// Adds a command, and what is done with the output since the command before.
     void WillHear(const std::string& command, std::function<void(const std::string&)> hear) {
         Steps_.push_back([this, command, hear = std::move(hear)] {
             Heard_ = hear;
@@ -94,7 +94,7 @@ protected:
     void WillLetGo() {
         WillDo([this] { Tool_.LetGo(); });
     }
-    /// Until there is nothing left to be done. Everything has been said by then.
+    /// Runs until no step is left. The program has written everything then.
     void Run() {
         try {
             Talk_->Run();
@@ -108,7 +108,7 @@ protected:
         return support::OtherTool(Database("qrn0001")).Do("SELECT LineData FROM TEXT ORDER BY LineNumber");
     }
 
-    std::string Said; ///< since the last command
+    std::string Said; ///< the output since the last command
 
     static constexpr const char* NotSaved =
         R"({"event":"notsaved","file":"qrn0001","error":"another program is using it"})";
@@ -155,7 +155,7 @@ private:
     Listener Ears_;
     std::ostream Voice_{&Ears_};
     std::optional<Session> Talk_;
-    std::deque<std::function<bool()>> Steps_; ///< each says whether a command was told
+    std::deque<std::function<bool()>> Steps_; ///< each returns true if it has sent a command
     std::function<void(const std::string&)> Heard_;
     support::OtherTool Tool_;
 };
@@ -178,7 +178,7 @@ TEST_F(LockedRecordOnTheConsole, IsToldByAnEventAndSavedByTheNextCommand) {
     EXPECT_THAT(Lines(), ElementsAre("Place|Moisture", "one|23.4", "two|"));
 }
 
-/// Minutes go by, a tick is due all the time and a reading comes: all that waits as well, and the port stays open.
+/// Minutes pass, a tick is due and a reading comes. None of these is handled during the wait, and the port stays open.
 TEST_F(LockedRecordOnTheConsole, IsWaitedForWithNothingRaisedAndNoSleep) {
     int moments = 0;
     std::string before;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The objects that quorin-console writes of the device as it stands.
+// The objects with which quorin-console reports the device's state.
 #include "tests/unit/apps/quorin-console/console_run.h"
 
 #include <sstream>
@@ -74,7 +74,7 @@ TEST_F(ScreenObject, NamesTheMenuItemsThatAreOnShow) {
     EXPECT_EQ(list[1]["visible"], false);
 }
 
-/// The terminal columns of a line of characters that are one column wide, or two from U+4E00 on.
+/// Returns how many terminal columns a line takes. Its characters are one column wide, or two from U+4E00 on.
 std::size_t Columns(const std::string& line) {
     std::size_t columns = 0;
     for (const unsigned char byte : line)
@@ -94,8 +94,8 @@ TEST_F(ScreenObject, IsDrawnOnEightyColumnsWhateverItsCharacters) {
     std::istringstream lines(shown);
     for (std::string line; std::getline(lines, line);)
         EXPECT_LE(Columns(line), 80U) << line;
-    EXPECT_THAT(shown, Not(HasSubstr("\xEF\xBF\xBD"))); // no character was cut in two
-    EXPECT_THAT(shown, HasSubstr("    z\n"));           // controls are blanks
+    EXPECT_THAT(shown, Not(HasSubstr("\xEF\xBF\xBD"))); // no character was cut
+    EXPECT_THAT(shown, HasSubstr("    z\n"));           // control characters are shown as blanks
 }
 
 TEST_F(ScreenObject, ShowsTheCaretWhereItStands) {
@@ -154,7 +154,7 @@ TEST_F(ScreenObject, HasAStateBesideIt) {
         EXPECT_EQ(state.at(member.key()), member.value()) << member.key();
 }
 
-// The picture for people.
+// The picture for a person.
 
 TEST_F(ScreenObject, IsDrawnWithTitleRowsAndMenus) {
     const std::string picture = Shown({"choose Preferences...", "tick 100"});

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// quorin-console run to its end on a folder with one driver, one download and a port.
+// Runs quorin-console to its end on a folder with one driver, one download and a port.
 #pragma once
 
 #include "tests/support/test_device.h"
@@ -23,9 +23,9 @@ struct Outcome {
     std::string Errors;
 
     Json Line(std::size_t index) const { return Json::parse(Lines.at(index)); }
-    /// The last object that has this member.
+    /// Returns the last object that has this member.
     Json Last(const std::string& member) const;
-    /// The objects that have this member.
+    /// Returns the objects that have this member.
     std::vector<Json> All(const std::string& member) const;
 };
 
@@ -34,21 +34,21 @@ inline const Words OpenTheDownload = {"choose Start...", "choose Ok", "choose Op
 class Console : public testing::Test {
 protected:
     Console();
-    /// Runs it on the root folder with these options and an input of these bytes.
+    /// Runs the program on the root folder with these options and this input.
     Outcome With(const Words& options, const std::string& input);
-    /// The input is one command a line.
+    /// Runs it with an input of one command a line.
     Outcome Tell(const Words& commands, const Words& options = {});
     /// Runs it without --root.
     Outcome Bare(const Words& options, const std::string& environment = "");
 
-    /// A driver, its download and their tables in the device's data folder.
+    /// Writes a driver, its download and their tables into the device's data folder.
     void InstallMeter(const std::string& folder);
 
     support::TemporaryFolder Root;
 
-    /// The words of a shell, with `input`, `output` and `errors` as files to redirect to.
+    /// Runs a shell command, with `input`, `output` and `errors` as files to redirect to.
     Outcome Shell(const std::string& words, const std::string& input);
-    /// The program and its root folder, for a shell.
+    /// Returns the program and its root folder, for a shell command.
     std::string Program() const;
 
 private:
@@ -56,7 +56,7 @@ private:
     support::TemporaryFolder Streams_;
 };
 
-/// Several lists of commands as one.
+/// Returns several lists of commands as one.
 Words Joined(const std::vector<Words>& parts);
 
 } // namespace console

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What quorin-console promises of its streams, its end and its options.
+// Tests the streams, the exit statuses and the options of quorin-console.
 #include "tests/support/help_text.h"
 #include "tests/support/printed_rows.h"
 #include "tests/unit/apps/quorin-console/console_run.h"
@@ -227,7 +227,7 @@ INSTANTIATE_TEST_SUITE_P(
                     Words{"--volume", "Card:\\=-5"}, Words{"--port", "-1=/dev/null"}, Words{"/nowhere/script"},
                     Words{"/tmp"}, Words{"--root"}));
 
-/// An empty version is a version as well: no device of that kind has soft keys then.
+/// An empty version is valid, too: no device of that kind has soft keys then.
 TEST_F(Console, TakesAnEmptyVersionAsItStands) {
     EXPECT_EQ(Tell({"state"}, {"--device", "3"}).Last("SoftKeyMenus")["SoftKeyMenus"], true);
     EXPECT_EQ(Tell({"state"}, {"--device", "3", "--os-version", ""}).Last("SoftKeyMenus")["SoftKeyMenus"], false);
@@ -245,7 +245,7 @@ TEST_F(Console, NeedsARootFolderThatCanBeUsed) {
     EXPECT_THAT(run.Errors, HasSubstr("root folder"));
 }
 
-/// The sanitizers want to be loaded first.
+/// The sanitizers must be loaded first, unless their check of that is switched off.
 constexpr char WithoutLocks[] = "ASAN_OPTIONS=verify_asan_link_order=0 LD_PRELOAD=" NO_LOCKS " ";
 
 TEST_F(Console, ReportsAFolderThatCantBeLocked) {
@@ -262,7 +262,7 @@ TEST_F(Console, MakesARootFolderThatIsMissing) {
     EXPECT_TRUE(std::filesystem::is_directory(Root.Path() / "new/deep"));
 }
 
-/// The first start makes the drivers table on the volume, wherever that says it is.
+/// The first start creates the drivers table on the volume, whatever the name of the volume is.
 TEST_F(Console, CreatesNothingOutsideOfTheRootForAnyVolumeName) {
     const auto inner = Root.Path() / "inner";
     std::filesystem::create_directory(Root.Path() / "beside");
@@ -320,7 +320,7 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(ScreenRow{{}, {0, 0, 640, 480}}, ScreenRow{{"--device", "1"}, {0, 0, 160, 160}},
                     ScreenRow{{"--device", "3"}, {0, 0, 240, 320}}, ScreenRow{{"--device", "32767"}, {0, 0, 240, 320}},
                     ScreenRow{{"--device", "9", "--screen", "176x208"}, {0, 0, 176, 208}},
-                    ScreenRow{{"--screen", "100x100"}, {0, 0, 640, 480}}, // the form has a size of its own there
+                    ScreenRow{{"--screen", "100x100"}, {0, 0, 640, 480}}, // a desktop's form has a size of its own
                     ScreenRow{{"--device", "palm-hires"}, {0, 0, 320, 320}}));
 
 TEST_F(Console, OffersTheVolumesInTheirOrder) {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A program that loads this before the C library finds no locks in any file system.
+// A program that loads this library before the C library finds locks in no file system.
 #include <cerrno>
 
 extern "C" int flock(int /*descriptor*/, int /*operation*/) {

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// An instrument that sends by itself beside a question that nobody answers at first, as a person at the console sees
-// it.
+// An instrument that sends without being asked while a question is not answered for a while, as a user of the console
+// experiences it.
 #include "tests/support/running_console.h"
 #include "tests/unit/apps/quorin-console/console_run.h"
 
@@ -19,8 +19,8 @@ std::string Reading(const std::string& type, std::size_t value) {
                 "\"]\r\n[RESULT_UNIT \"%\"]");
 }
 
-/// A record of many fields, and a question about the first of them. The parameter is how many readings come while it
-/// stands.
+/// A record of many fields, and a question about the first of them. The parameter is the number of readings that come
+/// while the question is open.
 class ReadingsDuringOneQuestion : public Console, public testing::WithParamInterface<std::size_t> {
 protected:
     ReadingsDuringOneQuestion() {
@@ -49,7 +49,7 @@ protected:
         Deepest = std::max(Deepest, Open);
         return answers;
     }
-    /// It comes over the line, and time enough goes by to decode it.
+    /// Receives text over the line and lets enough time pass to decode it.
     void Receive(const std::string& text) {
         Tell("receive " + Json(text).dump());
         Tell("tick 1100");
@@ -59,7 +59,7 @@ protected:
         --Open;
         Tell("answer " + answer);
     }
-    /// At a person's speed, until no question stands.
+    /// Answers at a person's speed until no question is open.
     void AnswerAll(const std::string& answer) {
         while (Open > 0 && Answered < 10 * (GetParam() + 2)) {
             Answer(answer);
@@ -68,14 +68,14 @@ protected:
         EXPECT_EQ(Open, 0U);
     }
     Json State() {
-        const std::string answers = Tell("state"); // the object, and the word that it is done
+        const std::string answers = Tell("state"); // the object, and the report that the command is done
         return Json::parse(answers.substr(0, answers.find('\n')));
     }
     std::string Saved() {
         EXPECT_THAT(Tell("choose Close"), Not(HasSubstr("notsaved")));
         return Root.Bytes("Quorin/qrn0001.txt");
     }
-    /// The download, with these values of the first two fields and nothing in the others.
+    /// Returns the download with this value in the first field and none in the others.
     std::string Download(const std::string& first) {
         std::string names = Field(0);
         std::string values = first;
@@ -88,8 +88,8 @@ protected:
 
     static constexpr const char* BoxEvent = R"({"event":"box")";
     std::optional<live::RunningConsole> Person;
-    std::size_t Open = 0;  ///< boxes that stand
-    std::size_t Asked = 0; ///< boxes that have stood
+    std::size_t Open = 0;  ///< boxes that are open
+    std::size_t Asked = 0; ///< boxes that have been opened
     std::size_t Deepest = 0;
     std::size_t Answered = 0;
 };
@@ -99,7 +99,7 @@ TEST_P(ReadingsDuringOneQuestion, OfOneFieldAreAskedAboutOnceEachUnderTwoBoxesAt
     for (std::size_t reading = 1; reading <= GetParam(); ++reading) {
         const std::string text = Reading(Field(0), 1001 + reading);
         Receive(text);
-        waits += reading > 1 ? text.size() : 0; // the first one has brought the second box
+        waits += reading > 1 ? text.size() : 0; // the first reading has opened the second box
     }
     EXPECT_EQ(Open, 2U);
     EXPECT_EQ(State()["LinkHeld"], true);
@@ -123,7 +123,7 @@ TEST_P(ReadingsDuringOneQuestion, LeaveTheValueThatWasAnsweredWithYesLast) {
     AnswerAll("yes");
     EXPECT_EQ(Deepest, 2U);
     EXPECT_EQ(Answered, GetParam() + 2);
-    // The question that stood first is answered last: with it the oldest reading is written over the others.
+    // The question that was opened first is answered last, so its reading, the oldest, replaces the others.
     EXPECT_EQ(Saved(), Download("1001 %"));
 }
 

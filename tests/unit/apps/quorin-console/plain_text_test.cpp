@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A script that is played for a person: headlines, screens as text, and readings that are waited for.
+// A script that is played for a person: headlines, screens as text, and waits for readings.
 #include "tests/unit/apps/quorin-console/console_run.h"
 
 namespace console {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What becomes of the program when one of its three standard streams is closed, full or read by nobody.
+// What the program does when one of its three standard streams is closed, full or not read.
 #include "tests/unit/apps/quorin-console/console_run.h"
 
 #include <array>
@@ -22,7 +22,7 @@ const std::string ASaveThatFails = "choose Start...\nchoose Ok\nchoose Open\ntap
 
 class StandardStreams : public Console {
 protected:
-    /// All that the root folder holds.
+    /// Returns the contents of all files of the root folder.
     std::string EveryFile() const {
         std::string bytes;
         for (const auto& entry : std::filesystem::recursive_directory_iterator(Root.Path())) {
@@ -69,7 +69,7 @@ TEST_F(StandardStreams, AFullOutputEndsTheProgramWithFourAndAMessage) {
     }
 }
 
-/// Whoever reads only the first answer has closed the pipe when the next one comes.
+/// A reader that reads only the first answer has closed the pipe when the next one comes.
 TEST_F(StandardStreams, AnUnreadOutputEndsTheProgramWithFourAndAMessage) {
     std::string input;
     for (int i = 0; i < 1000; ++i)
@@ -81,7 +81,7 @@ TEST_F(StandardStreams, AnUnreadOutputEndsTheProgramWithFourAndAMessage) {
     EXPECT_EQ(run.Errors, "quorin-console: can't write to standard output: Broken pipe\n");
 }
 
-/// The program would wait an hour for its own answer.
+/// Without a check at each event the program would only notice when it answers, an hour later.
 TEST_F(StandardStreams, AnOutputLostInALongWaitIsNoticedAtTheNextEvent) {
     const Outcome run = Shell("timeout 60 " + Program() + " --clock real <input >/dev/full 2>errors", "tick 3600000\n");
     EXPECT_EQ(run.Status, 4);
@@ -94,7 +94,7 @@ TEST_F(StandardStreams, AMessageThatNobodyReadsIsNoReasonToEnd) {
     EXPECT_THAT(run.Output, HasSubstr(R"({"done":"quit"})"));
 }
 
-/// The limit of a file's size is a full disk like any other.
+/// A limit on the size of files is treated as a full disk.
 TEST_F(StandardStreams, AFileThatMayNotGrowIsNoReasonToEndByASignal) {
     std::string content = "Moisture|Day\n";
     while (content.size() < 20000)
@@ -108,7 +108,7 @@ TEST_F(StandardStreams, AFileThatMayNotGrowIsNoReasonToEndByASignal) {
     EXPECT_EQ(Root.Bytes("Quorin/qrn0001.txt"), content);
 }
 
-/// A pipe in the mode of whoever else holds it: what it has no room for is written once there is some.
+/// The pipe has the mode that its other holders chose. Output that does not fit is written once there is space.
 TEST_F(StandardStreams, AnOutputThatTakesNoMoreJustNowIsWaitedFor) {
     constexpr int Commands = 4000;
     std::string input;
@@ -140,7 +140,7 @@ TEST_F(StandardStreams, AnOutputThatTakesNoMoreJustNowIsWaitedFor) {
     EXPECT_EQ(std::count(output.begin(), output.end(), '\n'), 2 * Commands + 1);
 }
 
-/// Root opens anything, so the rights are looked at.
+/// Root can open any file, so the permissions are checked.
 TEST_F(StandardStreams, WhatIsMadeUnderAnyUmaskCanBeOpenedByItsOwner) {
     for (const char* umask : {"0777", "0", "022"}) {
         const support::TemporaryFolder place;
@@ -154,7 +154,7 @@ TEST_F(StandardStreams, WhatIsMadeUnderAnyUmaskCanBeOpenedByItsOwner) {
         for (const auto& entry : std::filesystem::recursive_directory_iterator(place.Path())) {
             struct stat found {};
             ASSERT_EQ(::stat(entry.path().c_str(), &found), 0);
-            const bool isLock = entry.path().filename() == ".quorin.lock"; // its line is for all to read
+            const bool isLock = entry.path().filename() == ".quorin.lock"; // everyone may read its line
             EXPECT_EQ(found.st_mode & 0777, entry.is_directory() ? 0700U
                                             : isLock             ? 0644U
                                                                  : 0600U)

@@ -92,7 +92,7 @@ TEST(CommandLine, IdentityIsTheOneGiven) {
     EXPECT_THAT(instrument.Output(), testing::HasSubstr("[ORIGIN \"B 2\"]"));
 }
 
-/// The terminal would get the number of standard output, and its name would be sent down the line.
+/// The terminal would get the descriptor number of standard output, and its own name would be sent over the line.
 TEST(CommandLine, AClosedOutputIsAFailureAndNoLine) {
     const TemporaryFolder place;
     const std::string command = "timeout 30 '" QUORIN_INSTRUMENT "' --count 1 >&- 2>'" + place.Path("errors") + "'";

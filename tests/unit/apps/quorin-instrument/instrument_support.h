@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What the tests of the simulated instrument share.
+// Routines for all tests of the simulated instrument.
 #pragma once
 
 #include "apps/quorin-instrument/stream.h"
@@ -17,7 +17,7 @@ inline std::vector<std::string> RecordsOf(const RecordSource& source) {
     return records;
 }
 
-/// The first line of a record that begins with a tag; empty for none.
+/// Returns the first line of a record that begins with a tag; empty if there is none.
 inline std::string LineWith(std::string_view record, std::string_view tag) {
     for (const std::string_view line : LinesOf(record)) {
         if (BeginsWithTag(line, tag)) {

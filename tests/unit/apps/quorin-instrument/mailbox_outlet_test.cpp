@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The program as the server of a mailbox: the test takes deliveries as the application would.
+// The program as the server of a mailbox. The test takes deliveries as the application would.
 #include "tests/support/running_instrument.h"
 #include "tests/unit/apps/quorin-instrument/instrument_support.h"
 
@@ -20,7 +20,8 @@ protected:
         return others;
     }
 
-    /// What the application's tick does: nothing while the lock stands, else read and delete. Empty when none came.
+    /// Does what the application's tick does: waits while the lock exists, then reads and deletes the delivery. Empty
+    /// if none came.
     std::string TakeDelivery() {
         if (!Eventually([this] { return !Exists(Lock) && Exists(Delivery); })) {
             return {};

@@ -12,7 +12,7 @@ using std::chrono::milliseconds;
 const std::string Connect = "[BLob]\r\n[CONNECT \"A1\"]\r\n[/BLob]\r\n";
 const std::string Result = "[BLob]\r\n[ORIGIN \"A1\"]\r\n[RESULT_UNIT \"ms\"]\r\n[/BLob]\r\n";
 
-/// Keeps what it is sent, and fails at a given piece.
+/// Records the pieces that it is sent, and fails at a given one.
 class Listener final : public Outlet {
 public:
     std::vector<std::string> Heard;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// How a program ends that nothing can go on from.
+// How a program ends that can't continue.
 #include "apps/start/process.h"
 
 #include <array>
@@ -22,7 +22,7 @@ struct Ending {
     std::string Said; ///< on standard error
 };
 
-/// In a program of its own, which has been prepared.
+/// Runs the action in a prepared process of its own.
 Ending EndOf(const std::function<void()>& action) {
     std::array<int, 2> ends{};
     EXPECT_EQ(::pipe(ends.data()), 0);
@@ -30,7 +30,7 @@ Ending EndOf(const std::function<void()>& action) {
     if (child == 0) {
         ::dup2(ends[1], STDERR_FILENO);
         PrepareProcess("quorin");
-        [&action]() noexcept { action(); }(); // what is thrown is caught by nobody
+        [&action]() noexcept { action(); }(); // an exception is not caught
         ::_exit(WentOn);
     }
     ::close(ends[1]);
@@ -47,7 +47,7 @@ Ending EndOf(const std::function<void()>& action) {
 
 const std::string OutOfMemory = "quorin: out of memory; every file is as the last completed save left it\n";
 
-/// A library may ask for memory in a way that throws nothing, and go on without it.
+/// A library may request memory by a call that does not throw, and continue without the memory.
 TEST(AProcess, EndsWhereMemoryIsAskedForWithoutAnException) {
     const Ending ending = EndOf([] {
 #ifdef __SANITIZE_ADDRESS__
@@ -62,7 +62,7 @@ TEST(AProcess, EndsWhereMemoryIsAskedForWithoutAnException) {
     EXPECT_EQ(ending.Said, OutOfMemory);
 }
 
-/// It may as well throw by itself what its own allocations lack.
+/// A library may also throw this exception itself.
 TEST(AProcess, EndsWhereALibrarySaysThatMemoryIsShort) {
     const Ending ending = EndOf([] { throw std::bad_alloc(); });
     EXPECT_EQ(ending.Status, 1);

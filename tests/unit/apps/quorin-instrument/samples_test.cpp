@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The samples fit together: the driver has a field for all that the recording says, and the download is the driver's.
+// The samples fit together: the driver has a field for each item of the recording, and the download is the driver's.
 #include "tests/unit/apps/quorin-instrument/instrument_support.h"
 
 #include <algorithm>
@@ -33,7 +33,7 @@ protected:
         ASSERT_GT(Counted.size(), 2u);
     }
 
-    /// A column of the inf rows, by its place in the header.
+    /// Returns a column of the inf rows, by its index in the header.
     std::vector<std::string> Column(std::size_t index) const {
         std::vector<std::string> values;
         for (std::size_t i = 2; i < Counted.size(); ++i) {
@@ -64,7 +64,8 @@ TEST_F(Samples, EachInfRowHasEightFields) {
     }
 }
 
-/// The screen of a driver's name goes by the fields of the download that was open last: a date there would end it.
+/// The screen with a driver's name uses the fields of the download that was open last. If the first of them were dates,
+/// editing a name would end the program.
 TEST_F(Samples, PackageBeginsWithTwoPlainFields) {
     for (std::size_t row = 0; row < 2; ++row) {
         EXPECT_EQ(Column(Visible).at(row), "1");

@@ -21,7 +21,8 @@ TEST(MadeUpStream, IntroducesItselfFirst) {
     EXPECT_EQ(RecordsOf(MakeUp(ClimateStream(1))).at(0), "[BLob]\r\n[CONNECT \"QI-0001\"]\r\n[/BLob]\r\n");
 }
 
-// These bytes are the same on every machine and for ever: recordings and demonstrations name nothing but a seed.
+// These bytes are the same on every machine and must never change, because recordings and demonstrations name only a
+// seed.
 TEST(MadeUpStream, ResultOfAKnownSeedIsKnownToTheByte) {
     EXPECT_EQ(RecordsOf(MakeUp(ClimateStream(2, 6))).at(2), "[BLob]\r\n"
                                                             "[ORIGIN \"QI-0001\"]\r\n"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The program on a line: the test reads where the application would.
+// The program on a line. The test reads in place of the application.
 #include "apps/quorin-instrument/pacing.h"
 #include "tests/support/running_instrument.h"
 #include "tests/unit/apps/quorin-instrument/instrument_support.h"
@@ -61,8 +61,8 @@ TEST(OnAPseudoTerminal, Paces960BytesASecond) {
     EXPECT_GE(std::chrono::steady_clock::now() - start, TransmissionTime(expected.size() - ChunkBytes));
 }
 
-// Away for longer than the whole stream takes: without a pause nothing would be left on coming back. What was on its
-// way when the reader went is lost.
+// The reader is away for longer than the whole stream takes. Without a pause there would be nothing left to read when
+// it returns. Bytes that were in transit when it left are lost.
 TEST(OnAPseudoTerminal, PausesWhileTheReaderIsAwayAndRepeatsNothing) {
     const std::string expected = Sample("climate.stream");
     RunningInstrument instrument({Recorded});
@@ -133,7 +133,7 @@ TEST_P(Signalled, EndsWellWithAReaderThatReadsNothing) {
 
 INSTANTIATE_TEST_SUITE_P(Signals, Signalled, testing::Values(SIGINT, SIGTERM));
 
-// A pseudo terminal of the test's own stands for the serial device.
+// A pseudo terminal of the test is the serial device.
 TEST(OnADevice, PlaysToItsEnd) {
     const backends::Descriptor master(posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC));
     ASSERT_EQ(grantpt(master.Number()), 0);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The demonstration's instrument: what it sends, and that its process is gone with its owner.
+// The demonstration's instrument: what it sends, and that its process ends with its owner.
 #include "apps/quorin/demo_instrument.h"
 
 #include "tests/support/running_instrument.h"
@@ -24,7 +24,7 @@ using testing::HasSubstr;
 
 constexpr std::chrono::milliseconds Short{50};
 
-/// The next record, from its first line to its last.
+/// Returns the next record, from its first line to its last.
 std::string NextRecord(Reader& reader) {
     std::string record;
     while (record.find("[/BLob]\r\n") == std::string::npos) {
@@ -57,7 +57,7 @@ TEST(DemoInstrument, SendsEachKindOfResultInTurn) {
     }
 }
 
-// Who closes the port within the introduction has lost it, and would refuse all that names that origin.
+// A listener that closed the port during the introduction has missed it, and would refuse all readings of that origin.
 TEST(DemoInstrument, IntroducesItselfAgainForAListenerThatMissedIt) {
     const DemoInstrument meter(Short);
     {
@@ -88,7 +88,7 @@ TEST(DemoInstrument, WaitsForTheIntervalBetweenResults) {
 
 TEST(DemoInstrument, SaysNothingOfWhatItsOwnerHasYetToWrite) {
     testing::internal::CaptureStdout();
-    std::printf("said by the owner\n"); // into a file, and so not at once
+    std::printf("said by the owner\n"); // buffered, because it goes into a file
     std::string problem;
     {
         const DemoInstrument meter(Short);
@@ -98,7 +98,7 @@ TEST(DemoInstrument, SaysNothingOfWhatItsOwnerHasYetToWrite) {
     EXPECT_EQ(problem, "");
 }
 
-/// Any child there is, dead or alive.
+/// True if this process has a child, running or ended.
 bool HasAChild() {
     siginfo_t child = {};
     return ::waitid(P_ALL, 0, &child, WEXITED | WNOHANG | WNOWAIT) == 0;
@@ -136,7 +136,8 @@ TEST(DemoInstrument, TellsWhenItCanNotBeStarted) {
     EXPECT_EQ(meter.Problem(), "Too many open files");
 }
 
-/// A process that owns an instrument and listens to it. What it leaves behind when it ends comes to this process.
+/// A process that owns an instrument and listens to it. A child that it leaves when it ends becomes a child of this
+/// process.
 class Owner {
 public:
     Owner() {
@@ -153,7 +154,7 @@ public:
         ::close(ends[0]);
     }
     ~Owner() {
-        ::kill(-Process_, SIGKILL); // what should be gone by now, and would keep the test's output open
+        ::kill(-Process_, SIGKILL); // a child that should have ended would keep the test's output open
         while (::waitpid(-1, nullptr, 0) > 0) {
         }
     }
@@ -200,7 +201,7 @@ TEST_P(AfterItsOwner, TheProcessEndsToo) {
 INSTANTIATE_TEST_SUITE_P(Ends, AfterItsOwner, testing::Values(SIGKILL, SIGTERM, SIGSEGV, SIGUSR1));
 
 TEST(DemoInstrument, StaysAtTheKeysThatEndAProgram) {
-    ::setpgid(0, 0); // or whoever runs this test would be signalled as well
+    ::setpgid(0, 0); // otherwise the caller of this test would get the signal, too
     ASSERT_EQ(::getpgrp(), ::getpid());
     const DemoInstrument meter(Short);
     Reader reader(meter.Port());

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The device that a demonstration finds: what its storage holds, on each kind of device, and that a result arrives in
-// it.
+// The device on which a demonstration begins: what its storage contains, on each kind of device, and that a result is
+// received.
 #include "apps/quorin/demo.h"
 
 #include "apps/quorin/demo_instrument.h"
@@ -31,7 +31,7 @@ DeviceOptions OfType(std::int32_t type) {
     return options;
 }
 
-/// The files below a device's root folder, and what is in them.
+/// Returns the files below a device's root folder, with their contents.
 std::map<std::string, std::string> Files(const TestDevice& device) {
     std::map<std::string, std::string> files;
     for (const auto& entry : std::filesystem::recursive_directory_iterator(device.Folder.Path())) {
@@ -42,7 +42,7 @@ std::map<std::string, std::string> Files(const TestDevice& device) {
     return files;
 }
 
-/// The package without its comments and its first line.
+/// Returns the package without its comments and its first line.
 std::string SampleInfTable() {
     std::string table;
     for (const std::string_view line : instrument::LinesOf(SampleDriver()))
@@ -116,7 +116,7 @@ TEST(PreparedDemo, LeavesAPortThatWasChosenAlone) {
     EXPECT_EQ(modQuorin::GetSetting(u"ComPort", u""), u"OFF");
 }
 
-// As after a program that was looked at and closed, or a driver that was deleted: its downloads stay in the register.
+// As after an earlier demonstration, or after a driver was deleted: its downloads stay in the register.
 TEST(PreparedDemo, HasADriverAgainWhereThereIsNoneInTheTable) {
     TestDevice device;
     device.Folder.Put("Quorin/drivers.txt", "NAME|INFFILE\n");
@@ -128,7 +128,7 @@ TEST(PreparedDemo, HasADriverAgainWhereThereIsNoneInTheTable) {
               "DRIVER|FILE|DATE|ALIAS\nClimate Meter|qrn0001.txt|20070301|\n");
 }
 
-/// Counts the writings before the one that fails.
+/// The parameter is the number of writes before the one that fails.
 class FullDisk : public testing::TestWithParam<std::int32_t> {};
 
 TEST_P(FullDisk, LeavesNoHalfDriverAndTheNextPreparationAWhole) {
@@ -136,7 +136,7 @@ TEST_P(FullDisk, LeavesNoHalfDriverAndTheNextPreparationAWhole) {
     device.Platform.StartProgram();
     modQuorin::LoadDriverList();
     device.Host.faults.FailNext(1, GetParam());
-    bool stopped = false; // with a message
+    bool stopped = false; // by a failure, with a message
     try {
         PrepareDemo();
     } catch (const support::ProgramOver& over) {
@@ -172,7 +172,7 @@ TEST_P(EachDevice, OffersTheDriverAndADownloadOfIt) {
 
 INSTANTIATE_TEST_SUITE_P(Types, EachDevice, testing::Values(0, 1, 3, 5, 6, 7, 9));
 
-/// A record that is open and listens, as it is at a demonstration.
+/// An open record that takes readings, as in a demonstration.
 class ShownDemo : public EachDevice {
 protected:
     bool Shows(TestDevice& device, const Text& unit) {
@@ -188,13 +188,13 @@ protected:
 };
 
 TEST_P(ShownDemo, FillsARecordWithResults) {
-    const DemoInstrument meter(std::chrono::seconds(1)); // results are taken while the line is quiet
+    const DemoInstrument meter(std::chrono::seconds(1)); // results are decoded while the line is quiet
     DeviceOptions options = OfType(GetParam());
     options.RealClock = true;
     options.Ports.Pinned[DemoPort] = backends::PathAddress(meter.Port());
     TestDevice device(options);
     for (int question = 0; question < 100; ++question)
-        device.WillAnswer(platform::BoxAnswer::No); // on a slow machine the second round comes before we have looked
+        device.WillAnswer(platform::BoxAnswer::No); // on a slow machine the second round comes before the check
     device.Platform.StartProgram();
     PrepareDemo();
     for (const char16_t* const command : {u"Start...", u"Ok", u"New", u"Open"})

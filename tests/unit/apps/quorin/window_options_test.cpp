@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What the window program makes of its command line.
+// How the window program reads its command line.
 #include "apps/quorin/window_options.h"
 
 #include "tests/support/help_text.h"
@@ -34,7 +34,7 @@ Answer AnswerTo(const Words& words, const std::string& keyHelp = "") {
     return answer;
 }
 
-/// All that the options say, as one line a thing.
+/// Returns all values of the options as text, one line each.
 std::string Told(const Options& options) {
     const auto& device = options.Device;
     std::ostringstream text;
