@@ -59,7 +59,7 @@ const char* Verdict(double figure, double mark, bool below) {
     return figure < mark || (figure == mark && !below) ? "reached" : "above the mark";
 }
 
-/// The number of characters that a text takes on the screen.
+/// The width of a text on the screen, in characters.
 std::size_t Width(const std::string& text) {
     std::size_t width = 0;
     for (const char byte : text)

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The time of the text tools. The argument of each benchmark is the length of its text in characters; where the time is
-// linear, a text of hundred times the length takes hundred times as long.
+// linear, a text 100 times as long takes 100 times as long.
 #include "src/text/patterns.h"
 #include "src/text/ranges.h"
 

@@ -30,7 +30,7 @@ ErrorNumber MemoryDatabases::Delete(const Text& name) {
     const auto found = Disk_.Databases.find(name);
     if (found == Disk_.Databases.end())
         return FileNotFound;
-    if (found->second.use_count() > 1) // somebody has it open
+    if (found->second.use_count() > 1) // it is open
         return InUse;
     Disk_.Databases.erase(found);
     return NoError;

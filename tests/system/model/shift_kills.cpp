@@ -143,8 +143,8 @@ bool Shift::RunChild(const SavingPlan& plan, std::optional<unsigned> delay) {
 
 /// A child runs the program on the same folder, types into a record and chooses a command that saves it. It is killed
 /// at any moment of the command; the file is then whole, and as it was before one of the command's writes or after the
-/// last. If the command was not completed, a second child starts on these files and completes it, so that the shift
-/// continues in the same way whenever the first was killed.
+/// last. Unless it is in the last state, a second child starts on these files and completes the command, so that the
+/// shift continues in the same way whenever the first was killed.
 void Shift::KillInsideASave() {
     const std::optional<SavingPlan> plan = PlanASave();
     if (!plan)

@@ -17,7 +17,8 @@ $ quorin-console --device pocketpc --strict
 >> screen
 {"screen":"ScrInput","previous":"ScrDownloads","title":{"visible":true,"cells":[["Rename"]],"widths":[240],"heights":[17],"box":[0,0,240,17]},"grid":{"visible":false,"enabled":true,"row":0,"col":0,"top":0,"cells":[[""]],"widths":[238],"heights":[17],"box":[0,16,240,304],"font":["Tahoma",8]},"menus":[{"caption":"Back","visible":true,"enabled":true,"items":[]},{"caption":"Ok","visible":true,"enabled":true,"items":[]}],"input":{"kind":"text","text":"qrn0001.txt","box":[0,16,240,19],"multiline":false},"status":null,"focus":"txtInputField","form":[0,0,240,320]}
 {"done":"screen"}
-# The keyboard covers the lower 80 pixels, later the upper ones, and disappears: the form and its field use the rest of the screen.
+# The keyboard covers the lower 80 pixels, later the upper ones, and
+# disappears: the form and its field use the rest of the screen.
 >> keyboard -1 0 240 240 80
 {"done":"keyboard"}
 >> screen

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The bar above the form that gives back records which were not saved.
+// The bar above the form that recovers records which were not saved.
 #include "apps/quorin/window_recovery.h"
 #include "backends/host/draft_folder.h"
 #include "src/storage/settings.h"
