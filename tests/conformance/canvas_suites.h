@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// The suite of a canvas (src/view/platform/canvas.h): what is drawn on a cell is seen, and stands where the measuring
-// of text says. A canvas joins by a file that derives from CellUnderTest and instantiates the suite, as canvases.cpp
-// does.
+// The suite of a canvas (src/view/platform/canvas.h): what is drawn on a cell is visible, at the place that the
+// measuring of text returns. A canvas joins by a file that derives from CellUnderTest and instantiates the suite, as
+// canvases.cpp does.
 #pragma once
 
 #include "src/view/platform/canvas.h"
@@ -18,7 +18,7 @@ namespace conformance {
 
 using namespace platform;
 
-/// A cell of 240 by 120 pixels at 0, 0, and what is seen of it. Colours are 0xBBGGRR.
+/// A cell of 240 by 120 pixels at 0, 0, and what is visible of it. Colours are 0xBBGGRR.
 class CellUnderTest {
 public:
     static constexpr std::int32_t Width = 240;
@@ -54,7 +54,7 @@ protected:
     static constexpr std::int32_t Green = 0x00FF00;
     static constexpr std::int32_t Blue = 0xFF0000;
 
-    /// Paints a text on a white cell, in red, and returns the box around what is seen of it.
+    /// Paints a text on a white cell, in red, and returns the box around its visible part.
     Box InkOf(const std::function<void(CellCanvas& canvas)>& draw) {
         Cell->Paint([&](CellCanvas& canvas) {
             canvas.SetBackColor(White);

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Runs the suite of a canvas on the picture of a cell, which every back-end paints, and on the recording canvas of the
-// tests of src/view: its calls are played on such a picture, so that a call that is recorded wrongly is seen.
+// tests of src/view. The recorded calls are played on such a picture, so that an error in the recording is found.
 #include "backends/grid/cell_picture.h"
 #include "backends/headless/font_server.h"
 #include "tests/conformance/canvas_suites.h"
@@ -29,7 +29,7 @@ public:
         std::optional<Box> ink;
         for (const backends::PaintedText& text : Picture_.Texts) {
             if (text.Colour == colour)
-                ink = BoxOf(text); // no test draws two of one colour
+                ink = BoxOf(text); // no test draws two texts of one colour
         }
         return ink;
     }

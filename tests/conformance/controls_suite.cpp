@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What the controls of a form keep of what they are given.
+// The properties of a form's controls, which must keep what they are set to.
 #include "tests/conformance/form_suites.h"
 
 namespace conformance {
@@ -114,7 +114,7 @@ TEST_P(ControlsSuite, KeepATextWhateverElseIsSet) {
     box.Select(1, 2);
     box.Select(-5, 100);
     box.Select(100, -1);
-    box.Commit(); // nothing is being composed
+    box.Commit(); // no text is being composed
     box.SetMultiLine(false);
     box.SetVisible(false);
     EXPECT_EQ(box.Contents(), u"a\r\nb");

@@ -129,7 +129,7 @@ TEST_P(DatabaseSuite, DropsAnEditThatIsNotCommitted) {
 
 TEST_P(DatabaseSuite, EditsNothingPastTheEnd) {
     const DatabaseId id = Made(u"drivers", {u"one"});
-    ASSERT_EQ(Databases().RenumberRecords(id), NoError); // it leaves the end
+    ASSERT_EQ(Databases().RenumberRecords(id), NoError); // afterwards the position is the end
     EXPECT_EQ(Databases().BeginEdit(id), FileNotFound);
     EXPECT_NE(Databases().DeleteRecord(id), NoError);
 }

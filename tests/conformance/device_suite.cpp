@@ -64,7 +64,7 @@ TEST_P(DeviceSuite, PlaysAToneEachTimeAndNoneWhenItIsMade) {
     tone->Play(0);
     const auto after = Device->TonesPlayed();
     if (!after)
-        return; // it has made its sound, or none
+        return; // the tones of this device can't be observed
     EXPECT_THAT(*before, testing::IsEmpty());
     EXPECT_THAT(*after, testing::ElementsAre(std::pair(1046, 250), std::pair(1046, 250)));
 }

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What every store answers while nothing is in it. The application begins on such a device, and goes on.
+// What every store returns while it is empty. The application starts on such a device and must continue.
 #include "tests/conformance/storage_suites.h"
 
 namespace conformance {
@@ -28,7 +28,7 @@ TEST_P(EmptyStorageSuite, HasNoDatabaseAndDeletesNone) {
     EXPECT_THAT(Databases().UnreadDatabases(), IsEmpty());
 }
 
-/// The application may close what was never open, and asks for the count of it.
+/// The application may close a database that was never open, and ask for its number of records.
 TEST_P(EmptyStorageSuite, TakesTheNumberZeroForNoDatabase) {
     Databases().Close(0);
     EXPECT_EQ(Databases().RecordCount(0), 0);

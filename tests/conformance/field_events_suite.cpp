@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What the fields raise, by the program and by a person, and what raises nothing.
+// Which events the fields raise when the program or a person changes them, and what raises none.
 #include "src/view/platform/keys.h"
 #include "tests/conformance/form_suites.h"
 

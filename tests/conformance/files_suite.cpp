@@ -27,7 +27,7 @@ TEST_P(FilesSuite, MakesAMissingFolderWithThoseAboveIt) {
     EXPECT_EQ(ErrorOfOpeningFolder(u"Card:\\PALM\\Programs\\Quorin\\", true), NoError) << "a second time";
 }
 
-/// The card is out: what is made in its place is not on it.
+/// The card is out: a folder that is created in its place would not be on it.
 TEST_P(FilesSuite, MakesNoFolderOnAVolumeThatHasNone) {
     EXPECT_EQ(ErrorOfOpeningFolder(u"Card:\\PALM\\Programs\\Quorin\\", true), FileNotFound);
     EXPECT_EQ(ErrorOfOpeningFolder(u"Card:\\", true), FileNotFound);
@@ -327,7 +327,7 @@ TEST_P(FilesSuite, DeletesNoFolder) {
     EXPECT_TRUE(Store->HasFolder(u".\\folder\\"));
 }
 
-/// Lines that must come back as they went.
+/// Lines that must be read as they were written.
 const std::vector<Text> AwkwardLines = {
     u"",
     u" ",
@@ -351,7 +351,7 @@ TEST_P(FilesSuite, GivesAwkwardLinesBackAsTheyWere) {
     EXPECT_EQ(AllLines(u".\\x.txt"), AwkwardLines);
 }
 
-/// Other tools take a file with a NUL for one that is no text, and the line for ended there.
+/// Other tools treat a file with a NUL as binary, and end a line at it.
 TEST_P(FilesSuite, ReadsANulAsABlank) {
     Store->Put(u".\\x.txt", std::string("a\0b\n\0", 5));
     EXPECT_THAT(AllLines(u".\\x.txt"), ElementsAre(u"a b", u" "));

@@ -21,7 +21,7 @@ TEST_P(FocusSuite, IsLostByTheOneBeforeTheOtherGetsIt) {
 
 struct FocusRow {
     Control& Target;
-    std::vector<std::string> Got, Lost; ///< the events of a control that gets and loses the focus
+    std::vector<std::string> Got, Lost; ///< the get-focus and lose-focus events of a control
 };
 
 TEST_P(FocusSuite, ReachesEachKindOfControl) {
@@ -45,7 +45,7 @@ TEST_P(FocusSuite, ReachesEachKindOfControl) {
     }
 }
 
-// A control without an event shows by its keys that it has the focus.
+// For a control without events, the effect of keys shows that it has the focus.
 
 TEST_P(FocusSuite, BringsATextToTheBoxThatHasIt) {
     Open(Form().txtInputField);
@@ -176,7 +176,7 @@ TEST_P(FocusSuite, MayBeGivenOnByTheOneThatGetsIt) {
                                      "grdTitle_GotFocus"));
 }
 
-/// As the application does it: the handler of the loss hides and empties the field.
+/// As in the application, the handler of the lose-focus event hides and empties the field.
 TEST_P(FocusSuite, IsLostOnceByAFieldThatItsHandlerHides) {
     Open(Form().txtInputField);
     Raised.When["txtInputField_LostFocus"] = [this] {

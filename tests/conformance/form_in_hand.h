@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// What the forms have in common on which a hand acts: each device of the tests has a Platform, a Hand, a record of what
-// it Did, and steps that it WillDo.
+// The common part of all forms on which a Hand performs a person's actions: each device of the tests has a Platform, a
+// Hand, a record of what it Did, and steps that it WillDo.
 #pragma once
 
 #include "backends/input/keyboard.h"
@@ -42,7 +42,7 @@ protected:
     explicit FormInHand(Parts&&... parts) : Of(std::forward<Parts>(parts)...) {
         Of.Platform.StartProgram();
     }
-    /// Called after each action of the hand, which may have been refused.
+    /// Called after each action. It may have been refused.
     virtual void Acted(const backends::Refusal&) {}
 
     Device Of;

@@ -33,9 +33,9 @@ struct ProgramEnd {
     Text Message; ///< of the failure
 };
 
-/// A device whose form was loaded and activated, with the handlers of raised_events.h. Its clock stands still unless
-/// Pass moves it. What a person does has been handled when the routine returns; what a person can't do, such as to tap
-/// a disabled grid, does nothing.
+/// A device whose form was loaded and activated, with the handlers of raised_events.h. Its clock moves only by Pass.
+/// The events of a person's action have been handled when the routine returns. An impossible action, such as a tap on a
+/// disabled grid, does nothing.
 class FormUnderTest {
 public:
     virtual ~FormUnderTest() = default;
@@ -54,18 +54,18 @@ public:
     virtual void ReplaceText(const Text&) { Lacks(); } ///< all text of the control that has the focus, in one step
     virtual void ChooseDate(const CalendarDate&) { Lacks(); }
 
-    /// While the next message box is open, runs `step`; then the person answers it.
+    /// Runs `step` while the next message box is open; then the person answers the box.
     virtual void WhileABoxIsOpen(std::function<void()> /*step*/, BoxAnswer) { Lacks(); }
     /// Runs `step` when WaitEvents waits next.
     virtual void WhileItWaits(std::function<void()> /*step*/) { Lacks(); }
-    /// Something outside of the program wants it to end.
+    /// Asks for the end of the program, as something outside of it does.
     virtual void BeginEnding() { Lacks(); }
-    /// Runs something that may end the program. Returns how it did; nothing if the program goes on.
+    /// Runs an action that may end the program. Returns how it ended; nothing if the program goes on.
     virtual std::optional<ProgramEnd> EndOf(const std::function<void()>&) {
         Lacks();
         return {};
     }
-    /// The tones played so far, in hertz and milliseconds. Nothing if they can't be observed.
+    /// Returns the tones played so far, in hertz and milliseconds. Nothing if they can't be observed.
     virtual std::optional<std::vector<std::pair<std::int32_t, std::int32_t>>> TonesPlayed() { return {}; }
 
 private:
@@ -94,14 +94,14 @@ protected:
     void Settle() { Form().runTime.DoEvents(); }
     /// Returns the events since the last call.
     static std::vector<std::string> Heard() { return std::exchange(Raised.Heard, {}); }
-    /// Shows a field and gives it the focus, without the events of that.
+    /// Shows a field and gives it the focus. The events of this are forgotten.
     void Open(Control& field) {
         field.SetBounds({10, 20, 120, 24});
         field.SetVisible(true);
         field.SetFocus();
         Heard();
     }
-    /// grdMain with rows of 20 pixels, and the focus on it.
+    /// Shows grdMain with rows of 20 pixels and the focus.
     void ShowRows(std::int32_t rows) {
         Form().grdMain.SetBounds({0, 0, 200, 100});
         Form().grdMain.SetDefaultRowHeight(20);
@@ -117,7 +117,7 @@ protected:
     const std::unique_ptr<FormUnderTest> Device = GetParam().Make();
 };
 
-/// What a control keeps of what it is given: also of one that raises nothing.
+/// What a control keeps of its settings. A control that raises no events does so, too.
 class ControlsSuite : public FormSuite {
 protected:
     std::vector<std::pair<const char*, Control*>> Controls() {
@@ -151,7 +151,7 @@ class DeviceSuite : public FormSuite {};
 /// The change events of the fields, and what raises none.
 class FieldEventsSuite : public FormSuite {};
 class FocusSuite : public FormSuite {};
-/// What a person does: taps, keys, menus.
+/// A person's actions: taps, keys, menus.
 class PersonSuite : public FormSuite {};
 class TimerSuite : public FormSuite {};
 /// Message boxes, waiting, and the end of the program.
@@ -179,7 +179,7 @@ inline ServiceFactory<Random> NumbersOf(const FormFactory& factory) {
     return ServiceOf<Random>(factory, [](Platform& record) -> Random& { return record.random; });
 }
 
-/// Runs the suites of what a form keeps. They need no event, and of FormUnderTest only Record.
+/// Runs the suites of stored properties. They need no event, and of FormUnderTest only Record.
 #define QUORIN_RUN_QUIET_FORM_SUITES(Name, factory)                                                                    \
     INSTANTIATE_TEST_SUITE_P(Name, ControlsSuite, testing::Values(factory));                                           \
     INSTANTIATE_TEST_SUITE_P(Name, DeviceSuite, testing::Values(factory));                                             \

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The cells of a grid, its sizes, its current cell and its page, which a grid has without raising anything.
+// The cells of a grid, its sizes, its current cell and its page. None of these needs an event.
 #include "tests/conformance/grid_suites.h"
 
 namespace conformance {

@@ -14,7 +14,7 @@ namespace {
 struct CellMove {
     const char* Name;
     void (*Make)(OwnerDrawGrid&);
-    CellPlace To; ///< from 2, 0 in a grid of 5 rows and 2 columns
+    CellPlace To; ///< the start is 2, 0 in a grid of 5 rows and 2 columns
 };
 
 const CellMove CellMoves[] = {{"row down", [](OwnerDrawGrid& grid) { grid.SetRow(4); }, {4, 0}},

@@ -21,7 +21,7 @@ using namespace platform;
 
 using CellPlace = std::pair<std::int32_t, std::int32_t>; ///< row, column
 
-/// A visible grid and what it raises.
+/// A visible grid, and a record of the events that it raises.
 class GridUnderTest {
 public:
     virtual ~GridUnderTest() = default;
@@ -35,7 +35,7 @@ public:
     std::function<void(const DrawnCell& cell)> OnDraw; ///< what the handler of a draw-cell event does
 
 protected:
-    // To be called by whoever derives, from those two events.
+    // Derived classes call these for the two events.
     void Moved() {
         Moves.emplace_back(Grid().Row(), Grid().Col());
         if (OnMove)
@@ -71,7 +71,7 @@ protected:
         for (std::int32_t col = 0; col < cols; ++col)
             Grid().SetColWidth(col, 100);
     }
-    /// Another grid, of one column, with rows of these heights; the moves up to here are forgotten.
+    /// Makes another grid, of one column, with rows of these heights. The moves so far are forgotten.
     void RenewWithRows(const std::vector<std::int32_t>& heights, std::int32_t current) {
         Renew();
         Shape(static_cast<std::int32_t>(heights.size()), 1);
@@ -80,7 +80,7 @@ protected:
             Grid().SetRowHeight(static_cast<std::int32_t>(row), heights[row]);
         Moves().clear();
     }
-    /// Another grid, for the next row of a table.
+    /// Makes another grid, for the next row of a table.
     void Renew() {
         Of.reset();
         Of = GetParam().Make();
@@ -103,7 +103,7 @@ protected:
     std::unique_ptr<GridUnderTest> Of = GetParam().Make();
 };
 
-/// Cells, sizes, the current cell and the page: also of a grid that raises nothing.
+/// Cells, sizes, the current cell and the page. A grid that raises no events has these, too.
 class GridCellsSuite : public GridSuite {};
 /// The row-change event.
 class GridEventsSuite : public GridSuite {};

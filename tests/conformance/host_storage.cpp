@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Runs the storage suites on the files of a POSIX host, directly and behind the switch for failures, which is off.
+// Runs the storage suites on the files of a POSIX host, directly and through the wrapper with the fault switch, which
+// is off.
 #include "backends/files/host_file_system.h"
 #include "backends/files/line_database.h"
 #include "backends/files/settings_file.h"

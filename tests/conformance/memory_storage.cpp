@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Runs the storage suites on the memory disk of tests/reference. It leaves out files that another program replaces: the
-// literal forms of the comparisons use it, and they know of no other program.
+// Runs the storage suites on the memory disk of tests/reference, except the suite of files that another program
+// replaces: only the literal forms of the comparisons use this disk, and they involve no other program.
 #include "tests/conformance/storage_suites.h"
 #include "tests/reference/memory_disk.h"
 

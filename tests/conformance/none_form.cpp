@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Runs on the empty back-end what it promises: controls and cells keep what they are given, and nothing is stored. The
-// other suites are left out because it raises no event, measures no text and has nobody at it.
+// Runs the suites on the empty back-end that it must pass: controls and cells keep what they are set to, and nothing is
+// stored. The other suites are left out because it raises no event, measures no text and takes no input.
 #include "backends/none/none_platform.h"
 #include "tests/conformance/form_suites.h"
 #include "tests/conformance/storage_suites.h"

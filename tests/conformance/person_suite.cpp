@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What a person does to a form: taps, keys and menus, and the order of the events.
+// A person's actions on a form: taps, keys and menus, and the order of the events.
 #include "src/view/platform/keys.h"
 #include "tests/conformance/form_suites.h"
 

@@ -14,7 +14,7 @@ namespace conformance {
 
 namespace {
 
-/// The grid is one cell.
+/// The grid has one cell.
 class WindowCell final : public CellUnderTest {
 public:
     WindowCell() {
@@ -45,7 +45,7 @@ public:
     FontServer& Fonts() override { return Device_.Platform.fonts; }
     FontHandle Font() override { return Fonts().GetFont(Grid().FontName(), Grid().FontSize(), 0); }
 
-    /// The colour of most pixels.
+    /// Returns the colour of most pixels.
     std::int32_t Ground() override {
         std::map<std::int32_t, int> counts;
         for (int y = 0; y < Height; ++y) {

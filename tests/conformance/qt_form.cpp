@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Runs the suites of a form on the back-end in a window, on a screen that nobody sees and in the window's own fonts.
+// Runs the suites of a form on the back-end in a window, on an invisible screen and with the window's own fonts.
 #include "tests/conformance/form_in_hand.h"
 #include "tests/support/in_a_window.h"
 

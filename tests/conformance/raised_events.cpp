@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Every handler of src/app/form.h must be here: one that is missing would bring the application's, and with it a second
-// definition of all others.
+// Every handler of src/app/form.h must be defined here. If one were missing, the linker would take the application's,
+// and with it a second definition of all others.
 #include "tests/conformance/raised_events.h"
 
 #include "src/app/form.h"
@@ -19,7 +19,7 @@ void Note(const std::string& name, std::initializer_list<std::int32_t> numbers =
     const auto found = Raised.When.find(name);
     if (found == Raised.When.end())
         return;
-    const std::function<void()> action = found->second; // which may set another one
+    const std::function<void()> action = found->second; // the action may set another one
     action();
 }
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The events that a form has raised. The suites of a form are linked with these handlers of src/app/form.h in place of
-// the application's, so that they see each call of a back-end and nothing acts on it unless a test wants that.
+// the application's. They record each call of a back-end, and act on it only if a test sets an action.
 #pragma once
 
 #include "src/view/platform/canvas.h"

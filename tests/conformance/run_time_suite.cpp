@@ -9,7 +9,7 @@ using testing::IsEmpty;
 
 namespace {
 
-/// Runs a step in the middle of an open box, and answers it.
+/// Runs a step while a box is open, then answers it.
 BoxAnswer Ask(FormUnderTest& device, BoxButtons buttons, std::function<void()> step, BoxAnswer answer) {
     device.WhileABoxIsOpen(std::move(step), answer);
     return device.Record().messageBox.Show(u"Really?", buttons, BoxIcon::Question, u"Title");
@@ -137,7 +137,7 @@ TEST_P(RunTimeSuite, AnswersTheInnerOneOfTwoBoxesFirst) {
 TEST_P(RunTimeSuite, AnswersABoxOnItsSafeSideWhenTheProgramIsToEnd) {
     Open(Form().txtInputField);
     Raised.When["txtInputField_Change"] = [this] { Device->BeginEnding(); };
-    Form().hardwareKeys.SendCharacter('x'); // comes while the box waits
+    Form().hardwareKeys.SendCharacter('x'); // is handled while the box waits
     MessageBox& box = Form().messageBox;
     EXPECT_EQ(box.Show(u"Delete?", BoxButtons::YesNo, BoxIcon::Question, u""), BoxAnswer::No);
     EXPECT_THAT(Heard(), ElementsAre("txtInputField_Change"));
@@ -158,7 +158,7 @@ TEST_P(RunTimeSuite, RaisesNothingOnceTheProgramIsToEnd) {
 
 // Loops that wait.
 
-/// As a prompt waits: its field is open, and the loop ends once something has set a flag.
+/// A loop as of a prompt: a field is open, and the loop ends once an event has set a flag.
 TEST_P(RunTimeSuite, LetsAPersonAnswerALoopThatWaits) {
     Open(Form().txtInputField);
     Form().mnuButton2.SetVisible(true);

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Runs the suites of services on those that are no part of a form under test: the machine's clock, and the random
-// numbers of the comparisons in tests/reference.
+// Runs the suites of services on those that do not belong to a form: the machine's clock, and the random numbers of the
+// comparisons in tests/reference.
 #include "backends/host/host_clock.h"
 #include "tests/conformance/service_suites.h"
 #include "tests/reference/storage_device.h"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What a device reports of readings and rows. Declare it after the device.
+// Records what a device reports of readings and rows. Declare it after the device.
 #pragma once
 
 #include "tests/support/test_device.h"
@@ -25,7 +25,7 @@ struct HeardReadings final : platform::ReadingLog {
     void ReadingJudged(const platform::Verdict& verdict) override { Verdicts.push_back(verdict); }
     void RowChanged(const platform::RowChange& change) override { Rows.push_back(change); }
 
-    /// "saved t.txt 2: a|b -> c|b", and " failed: why".
+    /// Returns lines such as "saved t.txt 2: a|b -> c|b", with " failed: why" after a save that failed.
     std::vector<std::string> RowLines() const {
         std::vector<std::string> lines;
         for (const platform::RowChange& change : Rows) {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The whole program in an invisible window, with fonts of fixed sizes and a clock that moves only when it is told to.
+// The whole program in an invisible window, with fonts of fixed sizes and a clock that moves only when a test moves it.
 // Clicks and keys come from Qt's own test functions and take the path of a real mouse and keyboard.
 #pragma once
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The lines of a text, without their ends.
+// Splits a text into its lines, without their ends.
 #pragma once
 
 #include <sstream>

@@ -20,7 +20,7 @@ public:
     /// Ends the input and waits. Returns the exit status, or -1 if a signal ended the program.
     int End();
     int Id() const { return Process_; }
-    /// What it has written before it was ready for the first command.
+    /// The output before the program was ready for the first command.
     const std::string& Greeting() const { return Greeting_; }
 
 private:

@@ -34,8 +34,8 @@ private:
 bool Exists(const std::string& path);
 void WriteFile(const std::string& path, const std::string& bytes);
 
-/// The destructor asks the process to end, and waits for it. An instrument that is killed leaves its link behind, which
-/// leads to another test's terminal as soon as that gets the number: the application would open that one again.
+/// The destructor asks the process to end, and waits for it. A killed instrument would not remove its link. The link
+/// would lead to another test's terminal as soon as that gets the same number, and the application would open it.
 class RunningInstrument {
 public:
     explicit RunningInstrument(const std::vector<std::string>& arguments);

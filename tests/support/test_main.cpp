@@ -10,7 +10,7 @@
 
 namespace {
 
-/// A folder for what the programs under test keep of a run: the developer's own is not theirs.
+/// A folder for the files that the programs under test keep, so that the developer's own are not used.
 class StateOfThisRun {
 public:
     StateOfThisRun() {
