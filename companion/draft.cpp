@@ -6,6 +6,7 @@
 #include "src/drivers/record_editor.h"
 #include "src/drivers/unsaved_record.h"
 #include "src/storage/keyed_tables.h"
+#include "src/storage/row_line.h"
 #include "src/storage/settings.h"
 #include "src/text/digits.h"
 #include "src/view/platform/device_traits.h"
@@ -25,21 +26,10 @@ namespace {
 
 const std::string FirstLine = "quorin-draft 1\n";
 const std::string LastLine = "end\n"; // a file that was cut has none
-constexpr char16_t Bar = u'|';
-
-Text Joined(const std::vector<Text>& fields) {
-    Text line;
-    for (const Text& field : fields)
-        line += (&field == &fields.front() ? Text() : Text(1, Bar)) + field;
-    return line;
-}
 
 std::vector<Text> Fields(const Text& line) {
     std::vector<Text> fields;
-    std::size_t start = 0;
-    for (std::size_t bar = 0; (bar = line.find(Bar, start)) != Text::npos; start = bar + 1)
-        fields.push_back(line.substr(start, bar - start));
-    fields.push_back(line.substr(start));
+    modFileSystem::Split(line, fields);
     return fields;
 }
 
@@ -160,7 +150,7 @@ Text OpenRow(const Draft& draft) {
     modFileSystem::OpenTable(draft.FullName, u"r", modQuorin::DataType, modQuorin::DataCreator);
     if (!Table.TableFile.valid)
         return draft.File + u" is not there";
-    if (Joined(Table.TableColumns) != draft.Header)
+    if (modFileSystem::Join(Table.TableColumns) != draft.Header)
         return draft.File + u" has other columns";
     modFileSystem::GotoRow(draft.Row);
     if (modFileSystem::HeldFields() == 0 || Table.RowLine != draft.Line)
@@ -183,7 +173,7 @@ std::optional<Draft> DraftOfScreen() {
     draft.Texts = modQuorin::TextsOfRecord();
     draft.File = Table.TableName;
     draft.FullName = Table.TableFile.path + Table.TableName;
-    draft.Header = Joined(Table.TableFile.valid ? Table.TableColumns : modQuorin::NamesOfGrid());
+    draft.Header = modFileSystem::Join(Table.TableFile.valid ? Table.TableColumns : modQuorin::NamesOfGrid());
     draft.Register = modQuorin::ListedLineOf(draft.File);
     if (modFileSystem::HeldFields() > 0) {
         draft.Row = Table.TableRowIndex;
@@ -195,7 +185,7 @@ std::optional<Draft> DraftOfScreen() {
 Text LineOf(const Draft& draft) {
     std::vector<Text> fields = Fields(draft.Line);
     std::copy_n(draft.Texts.begin(), SharedFields(draft), fields.begin());
-    return Joined(fields);
+    return modFileSystem::Join(fields);
 }
 
 bool IsNeeded(const Draft& draft) {
@@ -241,7 +231,8 @@ std::optional<Draft> DraftFrom(std::string_view bytes) {
 DraftState StateOf(const Draft& draft) {
     DraftState state;
     state.WhyNot = OpenRow(draft);
-    const bool isThere = Table.TableFile.valid && Joined(Table.TableColumns) == draft.Header && draft.Row > 0;
+    const bool isThere =
+        Table.TableFile.valid && modFileSystem::Join(Table.TableColumns) == draft.Header && draft.Row > 0;
     state.IsSaved =
         isThere && Table.TableRowIndex == draft.Row && Table.RowLine == LineOf(draft) && FieldsBeyond(draft).empty();
     modFileSystem::CloseTable();

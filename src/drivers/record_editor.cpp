@@ -3,6 +3,7 @@
 
 #include "src/link/receive.h"
 #include "src/storage/keyed_tables.h"
+#include "src/storage/row_line.h"
 #include "src/view/grids.h"
 #include "src/view/inf_fields.h"
 #include "src/view/input_fields.h"
@@ -168,12 +169,9 @@ std::vector<Text> TextsOfGrid() {
 /// SaveRow reports nothing if there is no file.
 void TellNoFile(const std::vector<Text>& texts) {
     const Text why = u"the file could not be created";
-    Text line;
-    for (const Text& text : texts)
-        line += (&text == &texts.front() ? u"" : u"|") + text;
     Device().saveWatcher.NotSaved(Table.TableName, why);
     Device().readingLog.RowChanged(
-        {.Event = platform::RowEvent::Saved, .File = Table.TableName, .NewLine = line, .Why = why});
+        {.Event = platform::RowEvent::Saved, .File = Table.TableName, .NewLine = Join(texts), .Why = why});
 }
 
 void TellWhatHasNoField(const std::vector<Text>& texts) {
