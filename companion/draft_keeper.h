@@ -40,6 +40,7 @@ public:
     void KeepNow();
 
     void TextReceived(platform::TextSource, TextView) override {}
+    void DecodingBegins() override {}
     void TextEmptied(TextView) override {}
     void ReadingJudged(const platform::Verdict&) override { ReadingCame_ = true; }
     void RowChanged(const platform::RowChange& change) override;

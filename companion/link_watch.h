@@ -42,6 +42,7 @@ public:
     LinkLine Line(const PortFacts& port, bool held);
 
     void TextReceived(platform::TextSource source, TextView characters) override;
+    void DecodingBegins() override {}
     void TextEmptied(TextView) override {}
     void ReadingJudged(const platform::Verdict& verdict) override;
     void RowChanged(const platform::RowChange&) override {}

@@ -47,6 +47,11 @@ void ReadingReports::TextReceived(platform::TextSource source, TextView characte
         observer->TextReceived(source, characters);
 }
 
+void ReadingReports::DecodingBegins() {
+    for (platform::ReadingLog* observer : Observers_)
+        observer->DecodingBegins();
+}
+
 void ReadingReports::TextEmptied(TextView characters) {
     for (platform::ReadingLog* observer : Observers_)
         observer->TextEmptied(characters);

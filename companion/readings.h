@@ -21,6 +21,7 @@ public:
     void Add(platform::ReadingLog& observer) { Observers_.push_back(&observer); }
 
     void TextReceived(platform::TextSource source, TextView characters) override;
+    void DecodingBegins() override;
     void TextEmptied(TextView characters) override;
     void ReadingJudged(const platform::Verdict& verdict) override;
     void RowChanged(const platform::RowChange& change) override;
@@ -46,6 +47,7 @@ public:
     const Row* Number(std::size_t n) const;
 
     void TextReceived(platform::TextSource, TextView) override {}
+    void DecodingBegins() override {}
     void TextEmptied(TextView) override {}
     void ReadingJudged(const platform::Verdict& verdict) override;
     void RowChanged(const platform::RowChange&) override {}

@@ -41,6 +41,7 @@ public:
 
     // Readings, and the records of the open download. A record that was not saved is reported by NotSaved.
     void TextReceived(platform::TextSource, TextView) override {}
+    void DecodingBegins() override {}
     void TextEmptied(TextView) override {}
     void ReadingJudged(const platform::Verdict& verdict) override;
     void RowChanged(const platform::RowChange& change) override;

@@ -173,6 +173,7 @@ public:
 class NoneReadingLog final : public ReadingLog {
 public:
     void TextReceived(TextSource, TextView) override {}
+    void DecodingBegins() override {}
     void TextEmptied(TextView) override {}
     void ReadingJudged(const Verdict&) override {}
     void RowChanged(const RowChange&) override {}

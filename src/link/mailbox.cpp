@@ -89,9 +89,10 @@ std::optional<Text> TakeDelivery(const Text& fullName) {
     const auto delivery = NextDelivery(fullName);
     if (!delivery)
         return std::nullopt;
-    Discard(fullName, *delivery);
     Text lines = delivery->Lines;
     modStringTools::ReadRawBytesAsWindows1252(lines);
+    Device().readingLog.TextReceived(platform::TextSource::Mailbox, lines);
+    Discard(fullName, *delivery);
     return lines;
 }
 

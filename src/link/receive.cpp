@@ -42,6 +42,7 @@ void DecodeAfterPause() {
         return;
     Receive.BlobEndSeen = false; // first, so that a tick while a question is open does not decode the same text again
     Receive.Decoded = Receive.ReadyText.size();
+    Device().readingLog.DecodingBegins();
     modBLob::ProcessReceivedText(Receive.ReadyText);
     modBLob::JudgeEmptied(modBLob::Framing, modBLob::Decoder, Receive.ReadyText.substr(Receive.Decoded));
     Receive.ReadyText.clear(); // also what was received while a question was open
@@ -130,7 +131,6 @@ void PollMailbox(const Text& fullName) {
     const auto lines = TakeDelivery(fullName);
     if (!lines)
         return;
-    Device().readingLog.TextReceived(platform::TextSource::Mailbox, *lines);
     Receive.RxText += *lines;
     // Each file counts as complete: a BLob that continues in the next file waits in the buffer of the framing.
     if (TakeCompleteLines())

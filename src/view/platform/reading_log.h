@@ -70,7 +70,10 @@ class ReadingLog {
 public:
     virtual ~ReadingLog() = default;
 
+    /// A delivery of the mailbox is reported before its file is deleted.
     virtual void TextReceived(TextSource source, TextView characters) = 0;
+    /// A batch of received text is about to be decoded. This is the last report before the tones of its results.
+    virtual void DecodingBegins() = 0;
     /// Text that arrived while a question was open was dropped without being decoded.
     virtual void TextEmptied(TextView characters) = 0;
     /// There is one verdict for each result. One that waits has a second verdict when it is delivered, and so has one

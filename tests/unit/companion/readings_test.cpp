@@ -59,6 +59,7 @@ TEST(ReadingsOfARun, KeepTheLastOneHoweverLarge) {
 class Counter final : public platform::ReadingLog {
 public:
     void TextReceived(platform::TextSource, TextView) override { ++Reports; }
+    void DecodingBegins() override { ++Reports; }
     void TextEmptied(TextView) override { ++Reports; }
     void ReadingJudged(const platform::Verdict&) override { ++Reports; }
     void RowChanged(const platform::RowChange&) override { ++Reports; }
@@ -72,6 +73,7 @@ TEST(ReadingsOfARun, AreReportedToEachObserver) {
     readings.Add(first);
     readings.Add(second);
     readings.TextReceived(platform::TextSource::Port, u"x");
+    readings.DecodingBegins();
     readings.TextEmptied(u"x");
     readings.ReadingJudged({});
     readings.RowChanged({});
