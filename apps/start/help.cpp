@@ -26,9 +26,14 @@ public:
 } // namespace
 
 void ShowOneLineEach(CLI::App& app) {
-    app.formatter(std::make_shared<OneLineEach>());
+    const auto form = std::make_shared<OneLineEach>();
+    app.formatter(form);
     app.get_help_ptr()->description("Show this help and end");
     app.get_version_ptr()->description("Show the version and end");
+    for (CLI::App* const command : app.get_subcommands({})) {
+        command->formatter(form);
+        command->get_help_ptr()->description("Show this help and end");
+    }
 }
 
 std::string ExitStatusHelp() {
@@ -37,7 +42,8 @@ std::string ExitStatusHelp() {
   1  failed while running: a run-time failure, no memory, or a record that could not be saved
   2  not started: wrong usage, or something that is missing or in use
   3  a command failed under --strict (quorin-console)
-  4  standard output could not be written)";
+  4  standard output could not be written
+  5  done, and some of the input was odd, as standard error says line by line (quorin-journal))";
 }
 
 } // namespace start

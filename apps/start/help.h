@@ -11,7 +11,7 @@ class App;
 namespace start {
 
 /// Gives the help of a program one line for each option: its names, what its value is, what it means, its default.
-/// Called after all options were added.
+/// Called after all options and commands were added.
 void ShowOneLineEach(CLI::App& app);
 
 /// Returns the exit statuses of all programs, a line each.

@@ -1,0 +1,79 @@
+// SPDX-License-Identifier: MIT
+#include "apps/quorin-journal/commands.h"
+
+#include "apps/options/command_line.h"
+#include "apps/start/help.h"
+
+#include <CLI/CLI.hpp>
+
+namespace reader {
+
+using start::ExitStatus;
+
+namespace {
+
+struct CommandRow {
+    const char* Name;
+    const char* Help;
+    void (*Describe)(CLI::App& command, Options& options); ///< adds its arguments and options
+    void (*Run)(Job& job);
+};
+
+constexpr CommandRow Commands[] = {
+    {"list", "Show the files: day, root folder, size, programs that ran, readings stored and refused",
+     [](CLI::App&, Options&) {}, ListFiles},
+    {"readings", "Show the readings and what became of them, one a line",
+     [](CLI::App& command, Options& options) {
+         AddReadingOptions(command, options);
+         AddPeriod(command, options);
+     },
+     ShowReadings},
+    {"raw", "Write the bytes of the port and the text of the mailbox as they came",
+     [](CLI::App& command, Options& options) {
+         AddSourceOptions(command, options);
+         AddPeriod(command, options);
+     },
+     WriteRaw},
+};
+
+ExitStatus Run(const CommandRow& command, const Options& options) {
+    Job job{.Asked = options, .Files = {}, .Told = {}};
+    if (const std::string why = FindFiles(options.Journal, options.Root, job.Files); !why.empty()) {
+        job.Told.Failed("can't read the folder " + options.Journal + ": " + why);
+        return ExitStatus::NotStarted;
+    }
+    command.Run(job);
+    job.Told.Flush();
+    return job.Told.Status();
+}
+
+} // namespace
+
+ExitStatus JournalMain(int count, const char* const* words) {
+    CLI::App app("Reads the journal: what the programs received, what became of it, and what a person did.",
+                 "quorin-journal");
+    Options options;
+    const CommandRow* chosen = nullptr;
+    AddPlaces(app, options);
+    app.set_version_flag("--version", apps::VersionText("quorin-journal"));
+    for (const CommandRow& row : Commands) {
+        CLI::App* const command = app.add_subcommand(row.Name, row.Help);
+        row.Describe(*command, options);
+        command->fallthrough(); // the options of all commands may follow
+        command->callback([&chosen, &row] { chosen = &row; });
+    }
+    app.require_subcommand(1);
+    app.footer("`quorin-journal COMMAND --help` shows the options of a command.\n\n" + start::ExitStatusHelp());
+    start::ShowOneLineEach(app);
+    switch (apps::ReadCommandLine(app, count, words, [&] { CheckOptions(options); })) {
+    case apps::Reading::Shown:
+        return ExitStatus::Ended;
+    case apps::Reading::Wrong:
+        return ExitStatus::NotStarted;
+    case apps::Reading::Run:
+        break;
+    }
+    return Run(*chosen, options);
+}
+
+} // namespace reader

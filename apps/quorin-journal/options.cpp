@@ -1,0 +1,74 @@
+// SPDX-License-Identifier: MIT
+#include "apps/quorin-journal/options.h"
+
+#include "apps/options/command_line.h"
+#include "apps/options/folders.h"
+#include "backends/loop/clock.h"
+#include "journal/reading_words.h"
+
+#include <CLI/CLI.hpp>
+
+#include <string_view>
+
+namespace reader {
+
+namespace {
+
+constexpr std::string_view WholeMoment = "0000-01-01T00:00:00";
+
+void CheckMoment(const char* option, const std::string& text) {
+    const std::size_t length = text.size();
+    const bool sized = length == std::string_view("2026-11-22").size() ||
+                       length == std::string_view("2026-11-22T20:30").size() || length == WholeMoment.size();
+    if (!text.empty() && (!sized || !backends::MomentFromText(text + std::string(WholeMoment.substr(length)))))
+        apps::Refuse(option, text, "is neither a date, YYYY-MM-DD, nor a moment, YYYY-MM-DDTHH:MM or with :SS");
+}
+
+} // namespace
+
+void AddPeriod(CLI::App& command, Options& options) {
+    command
+        .add_option("--from", options.Period.From, "Begin with this day or moment: YYYY-MM-DD or YYYY-MM-DDTHH:MM[:SS]")
+        ->type_name("T")
+        ->default_str("the first");
+    command.add_option("--to", options.Period.To, "End with this day or moment, the whole of it")
+        ->type_name("T")
+        ->default_str("the last");
+}
+
+void AddReadingOptions(CLI::App& command, Options& options) {
+    command
+        .add_flag("--refused", options.OnlyRefused,
+                  "Only readings that are not in their field: all verdicts but " + journal::StoredVerdicts())
+        ->default_str("off");
+    command.add_flag("--json", options.Json, "Write the lines of the journal as they are")->default_str("off");
+}
+
+void AddSourceOptions(CLI::App& command, Options& options) {
+    CLI::Option* const port = command.add_flag("--port", options.Port, "Only the bytes of the port");
+    CLI::Option* const mailbox = command.add_flag("--mailbox", options.Mailbox, "Only the text of the mailbox");
+    port->default_str("both")->excludes(mailbox);
+    mailbox->default_str("both");
+}
+
+void AddPlaces(CLI::App& app, Options& options) {
+    app.add_option("--journal", options.Journal, "The folder of the journal")
+        ->type_name("DIR")
+        ->default_str("$XDG_STATE_HOME/quorin/journal");
+    app.add_option("--root", options.Root, "Only what was done in this root folder")
+        ->type_name("DIR")
+        ->default_str("all root folders");
+}
+
+void CheckOptions(Options& options) {
+    CheckMoment("--from", options.Period.From);
+    CheckMoment("--to", options.Period.To);
+    if (!options.Journal.empty())
+        return;
+    const auto state = apps::StateFolder();
+    if (!state)
+        throw CLI::ValidationError("--journal", "is needed: neither XDG_STATE_HOME nor HOME is set");
+    options.Journal = *state + "/journal";
+}
+
+} // namespace reader

@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: MIT
+// What the command line asks for. Each command has its own options; the journal's folder and the root are for all.
+#pragma once
+
+#include "journal/glance.h"
+
+#include <string>
+
+namespace CLI {
+class App;
+}
+
+namespace reader {
+
+struct Options {
+    std::string Journal; ///< the folder of the journal
+    std::string Root;    ///< only the files of this root folder; empty for those of all
+    journal::Period Period;
+    bool OnlyRefused = false;
+    bool Json = false;
+    bool Port = false;    ///< only the bytes of the port
+    bool Mailbox = false; ///< only the text of the mailbox
+};
+
+// Add options to a command. The texts are checked by CheckOptions.
+void AddPeriod(CLI::App& command, Options& options);
+void AddReadingOptions(CLI::App& command, Options& options);
+void AddSourceOptions(CLI::App& command, Options& options);
+
+/// Adds the options of all commands.
+void AddPlaces(CLI::App& app, Options& options);
+
+/// Checks the texts, and fills in what was not given. Only for use within apps::ReadCommandLine.
+void CheckOptions(Options& options);
+
+} // namespace reader

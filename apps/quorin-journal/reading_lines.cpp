@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: MIT
+#include "apps/quorin-journal/reading_lines.h"
+
+#include "apps/quorin-journal/columns.h"
+#include "journal/reading_words.h"
+
+namespace reader {
+
+namespace {
+
+constexpr std::size_t FileWidth = 11;   // qrn0001.txt
+constexpr std::size_t ResultWidth = 20; // most readings; a longer one moves what follows
+
+std::string LineFor(const journal::Line& reading) {
+    const std::string file = TextIn(reading, "file");
+    return TimeText(TextIn(reading, "time")) + "  " + Padded(file.empty() ? "-" : file, FileWidth) + "  " +
+           Padded(journal::ResultOf(reading), ResultWidth) + "  " + journal::VerdictOf(reading);
+}
+
+} // namespace
+
+void ReadingLines::Take(const Entry& entry) {
+    const std::string& event = entry.Seen.Event;
+    if (NamesRoots_ && (event == "start" || event == "day"))
+        Paths_[entry.File.Name.Root] = TextIn(entry.Object(), "root");
+    if (event != "reading" || !Asked_.Period.Has(entry.Seen.Time))
+        return;
+    if (Asked_.OnlyRefused && journal::IsStored(entry.Seen.Verdict))
+        return;
+    if (Asked_.Json) {
+        Told_.WriteLine(entry.Bytes);
+        return;
+    }
+    WriteRoot(entry);
+    Told_.WriteLine(LineFor(entry.Object()));
+}
+
+void ReadingLines::WriteRoot(const Entry& entry) {
+    const std::string& root = entry.File.Name.Root;
+    if (!NamesRoots_ || root == LastRoot_)
+        return;
+    LastRoot_ = root;
+    const std::string& path = Paths_[root];
+    Told_.WriteLine((path.empty() ? root : path) + ":");
+}
+
+} // namespace reader

@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: MIT
+// A reading of the journal in words for people.
+#pragma once
+
+#include "journal/journal_format.h"
+
+#include <string>
+
+namespace journal {
+
+/// True if a reading with this verdict is in the field that asked for it: companion::Outcome::Taken. A verdict of a
+/// newer program counts as not stored.
+bool IsStored(const std::string& verdict);
+
+/// Returns the verdicts for which IsStored is true, separated by commas.
+std::string StoredVerdicts();
+
+/// Returns "Moisture 14.1 %".
+std::string ResultOf(const Line& reading);
+
+/// Returns what the window says of such a reading, or the verdict itself if it is one of a newer program.
+std::string VerdictOf(const Line& reading);
+
+} // namespace journal
