@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "companion/link_watch.h"
 
+#include "companion/judged_words.h"
 #include "companion/words.h"
-#include "src/drivers/selection.h"
 #include "src/link/ports.h"
 #include "src/link/receive.h"
-#include "src/view/input_fields.h"
 #include "src/view/platform/platform.h"
 
 namespace companion {
@@ -45,10 +44,7 @@ void LinkWatch::TextReceived(platform::TextSource, TextView) {
 }
 
 void LinkWatch::ReadingJudged(const platform::Verdict& verdict) {
-    Last_ = {WordsOf(verdict, modQuorin::Selection.SelectedDriver), TimeText(platform::Device().clock.Now()), Now_()};
-    // A list or a date that is open ignores readings, and nobody is asked.
-    if (verdict.Fate == platform::Fate::Kept && modPDAUI::AnyInputFieldVisible())
-        Last_->Words.Outcome = Outcome::Alarm;
+    Last_ = {WordsOfJudged(verdict), TimeText(platform::Device().clock.Now()), Now_()};
     if (Last_->Words.Outcome == Outcome::Alarm)
         Alarm_ = Last_;
 }

@@ -43,6 +43,8 @@ public:
 
     /// Returns how many readings there were in this run: one for each verdict.
     std::size_t Count() const { return Dropped_ + Rows_.size(); }
+    /// Returns the number of the first one that is kept; Count() + 1 if there is none.
+    std::size_t First() const { return Dropped_ + 1; }
     /// Returns reading N of the run, from 1; null if there is none, or if it is not kept any more.
     const Row* Number(std::size_t n) const;
 

@@ -8,10 +8,10 @@
 #include "backends/input/gestures.h"
 #include "backends/input/keyboard.h"
 #include "backends/loop/form_events.h"
+#include "companion/taking_again.h"
 #include "src/app/commands.h"
 #include "src/app/form.h"
 #include "src/link/receive.h"
-#include "src/view/screen_table.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -231,13 +231,11 @@ Error RunAgain(const Target& target, const std::string& rest) {
         number && *number > 0 ? target.Readings.Number(static_cast<std::size_t>(*number)) : nullptr;
     if (reading == nullptr)
         return "wants the number of one of the last readings of this run, which count from 1";
-    if (reading->Fate == platform::Fate::Waiting)
-        return "this reading waits and comes by itself";
-    const modQuorin::ScreenId screen = modQuorin::Screens.CurrentScreen;
-    if (screen != modQuorin::ScrInfRecord && screen != modQuorin::ScrBluetoothDebug)
-        return "neither a record nor the trace is on the screen";
-    modBluetooth::TakeAgain(*reading->Blob);
-    return Done;
+    const bool isAsked = target.Device.Seen().boxes.Current() != nullptr;
+    Error error = modStringTools::ToBytes(companion::AgainRefusal(reading->Fate, isAsked));
+    if (error.empty())
+        modBluetooth::TakeAgain(*reading->Blob);
+    return error;
 }
 
 Error RunSerial(const Target& target, const std::string& rest) {

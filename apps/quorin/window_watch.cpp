@@ -23,6 +23,10 @@ void WindowWatch::Attach(backends::qt::QtPlatform& device) {
     Device_ = &device;
     device.loop.Listen(*this);
     device.readings.Add(Link_);
+    device.readings.Add(Readings_);
+    Panel_.emplace(
+        Readings_, device.window, [&device] { return device.boxes.AnyStands(); }, device.window.Scale());
+    device.window.ReadingsWanted = [this] { Panel_->Toggle(); };
     Box_.emplace(device.boxes, device.window, [&device] { device.onlooker.losses.Seen(); });
     device.window.NoticeTapped = [this](const Text& about) {
         Device_->onlooker.notices.Act(about);
@@ -69,6 +73,8 @@ companion::PortFacts WindowWatch::Port() const {
 
 bool WindowWatch::RaiseWhatIsPending() {
     ShowNotices();
+    if (Panel_)
+        Panel_->TakeUp();
     if (!Link_.IsDue())
         return false;
     const companion::LinkLine line = Link_.Line(Port(), Device_->boxes.Piled());

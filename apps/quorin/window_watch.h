@@ -1,13 +1,15 @@
 // SPDX-License-Identifier: MIT
-// Passes to the window what it shows outside of the form: the state of the link, notices and lost readings. Also plays
-// the tones.
+// Passes to the window what it shows outside of the form: the state of the link, the readings of the run, notices and
+// lost readings. Also plays the tones.
 #pragma once
 
 #include "backends/linux/tones.h"
 #include "backends/loop/silent_watcher.h"
 #include "backends/qt/loss_box.h"
 #include "backends/qt/qt_platform.h"
+#include "backends/qt/readings_panel.h"
 #include "companion/link_watch.h"
+#include "companion/reading_table.h"
 
 #include <optional>
 #include <vector>
@@ -43,6 +45,8 @@ private:
     companion::LinkWatch Link_;
     companion::LinkLine Shown_;
     std::vector<companion::Notice> ShownNotices_;
+    companion::ReadingTable Readings_;
+    std::optional<backends::qt::ReadingsPanel> Panel_; ///< closed until a person opens it
     std::optional<backends::qt::LossBox> Box_;
 };
 

@@ -53,7 +53,7 @@ void QtBoxes::Opened(OpenBox& box) {
     // Enter and Esc give the harmless answer.
     dialog->setDefaultButton(isQuestion ? QMessageBox::No : QMessageBox::Ok);
     dialog->setEscapeButton(isQuestion ? QMessageBox::No : QMessageBox::Ok);
-    dialog->setWindowModality(Qt::ApplicationModal);
+    dialog->setWindowModality(Qt::WindowModal); // the panel of readings can be read meanwhile
     QObject::connect(dialog.get(), &QMessageBox::finished, [raw = dialog.get(), &box] {
         box.Answer = AnswerOf(*raw);
         box.Answered = true;

@@ -7,6 +7,8 @@
 namespace backends::qt {
 
 Dialogue::Dialogue(QWidget* parent, bool underHands) : QMessageBox(parent) {
+    if (parent != nullptr)
+        addActions(parent->actions());
     if (!underHands)
         return;
     Rest_.start();

@@ -7,7 +7,8 @@
 
 namespace backends::qt {
 
-/// With `underHands`, keys are ignored until none has been pressed for half a second.
+/// The actions of its parent, with their keys, are also those of the box. With `underHands`, keys are ignored until
+/// none has been pressed for half a second.
 class Dialogue final : public QMessageBox {
 public:
     Dialogue(QWidget* parent, bool underHands);

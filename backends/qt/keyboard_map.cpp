@@ -97,6 +97,8 @@ std::string KeyboardHelp() {
         head.resize(std::max<std::size_t>(head.size() + 1, 26), ' ');
         help += head + row.Name + "\n";
     }
+    help += "  readings of this run    F4\n"
+            "  list of notices         Shift+F4\n";
     return help;
 }
 

@@ -31,7 +31,7 @@ std::optional<std::int32_t> CodeOf(const QKeyEvent& event, const std::vector<std
 /// Returns Qt's key for a code, to be sent to a control; 0 for a key that no control reacts to.
 int KeyOf(std::int32_t code);
 
-/// Returns the table as text for the user, one line for each key.
+/// Returns the table as text for the user, one line for each key, and then the keys of the window itself.
 std::string KeyboardHelp();
 
 } // namespace backends::qt

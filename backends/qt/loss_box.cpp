@@ -20,7 +20,7 @@ void LossBox::Say(const QString& text) {
     Box_->setText(text);
     Box_->setIcon(QMessageBox::Warning);
     Box_->setStandardButtons(QMessageBox::Ok);
-    Box_->setWindowModality(Qt::ApplicationModal);
+    Box_->setWindowModality(Qt::WindowModal);
     QObject::connect(Box_.get(), &QMessageBox::finished, [this] {
         Boxes_.OfWindowStands = false;
         if (Boxes_.Leaving)

@@ -12,7 +12,7 @@
 
 namespace backends::qt {
 
-/// The arrow keys select a row. Enter, Space or a click chooses it, Esc or F4 closes the list.
+/// The arrow keys select a row. Enter, Space or a click chooses it, Esc or Shift+F4 closes the list.
 class NoticeList final : public QFrame {
 public:
     explicit NoticeList(QWidget* window);

@@ -284,8 +284,12 @@ bool QtPlatform::eventFilter(QObject* object, QEvent* event) {
     if (!isKey || Delivering_ || !object->isWidgetType())
         return false;
     const auto* const widget = static_cast<QWidget*>(object);
-    if (widget->window() != &window || boxes.Current() != nullptr)
+    if (boxes.Current() != nullptr)
         return false;
+    if (widget->window() != &window) {
+        LastKey_ = std::chrono::steady_clock::now(); // a box that opens now was not expected there either
+        return false;
+    }
     auto& key = *static_cast<QKeyEvent*>(event);
     if (event->type() == QEvent::KeyRelease)
         return TakeKeyRelease(key);

@@ -126,7 +126,7 @@ private:
     std::map<std::int32_t, HeldKey> HeldButtons_;        ///< pressed buttons of the strip
     modQuorin::ScreenId SeenScreen_ = 0;                 ///< the screen at the last round of events
     std::int64_t SeenSince_ = 0;                         ///< since when, by the device's clock
-    std::chrono::steady_clock::time_point LastKey_;      ///< when a key was last pressed on the form
+    std::chrono::steady_clock::time_point LastKey_;      ///< when a key was last pressed, but in a box
     std::chrono::steady_clock::time_point LastFieldKey_; ///< when a key was last typed into the text field
 };
 

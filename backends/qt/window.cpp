@@ -5,6 +5,7 @@
 #include "backends/qt/conversions.h"
 #include "backends/qt/to_screen_reader.h"
 
+#include <QAction>
 #include <QCloseEvent>
 #include <QGridLayout>
 #include <QShortcut>
@@ -82,7 +83,10 @@ Window::Window(double scale) : Scale_(scale) {
     Column_->addWidget(Strip_);
     MakeNoticeLine(*Column_);
     Link_ = StatusLabel("linkState");
+    Link_->setAccessibleDescription(QStringLiteral("F4 lists the readings"));
+    Link_->installEventFilter(this);
     Column_->addWidget(Link_);
+    MakeReadingsAction();
     Flashing_ = new QTimer(this);
     Flashing_->setInterval(FlashInterval);
     QObject::connect(Flashing_, &QTimer::timeout, this, [this] {
@@ -90,6 +94,20 @@ Window::Window(double scale) : Scale_(scale) {
             Flashing_->stop();
         ShowState();
     });
+}
+
+/// Message boxes take over the window's actions.
+void Window::MakeReadingsAction() {
+    auto* const action = new QAction(QStringLiteral("Readings"), this);
+    action->setShortcut(QKeySequence(Qt::Key_F4));
+    action->setAutoRepeat(false);
+    addAction(action);
+    QObject::connect(action, &QAction::triggered, this, [this] { WantReadings(); });
+}
+
+void Window::WantReadings() {
+    if (ReadingsWanted)
+        ReadingsWanted();
 }
 
 void Window::MakeNoticeLine(QBoxLayout& column) {
@@ -104,14 +122,14 @@ void Window::MakeNoticeLine(QBoxLayout& column) {
     More_->setFocusPolicy(Qt::NoFocus);
     More_->setFont(Alarm_->font());
     More_->setStyleSheet(AlarmLook);
-    More_->setToolTip(QStringLiteral("All notices (F4)"));
+    More_->setToolTip(QStringLiteral("All notices (Shift+F4)"));
     More_->hide();
     line->addWidget(More_);
     column.addLayout(line);
     List_ = new NoticeList(this);
     List_->Chosen = [this](const Text& about) { TapNotice(about); };
     QObject::connect(More_, &QToolButton::clicked, this, [this] { OpenNotices(); });
-    auto* const shortcut = new QShortcut(QKeySequence(Qt::Key_F4), this);
+    auto* const shortcut = new QShortcut(QKeySequence(Qt::SHIFT | Qt::Key_F4), this);
     QObject::connect(shortcut, &QShortcut::activated, this, [this] { OpenNotices(); });
 }
 
@@ -281,6 +299,8 @@ void Window::SetWaiting(bool waiting) {
 bool Window::eventFilter(QObject* object, QEvent* event) {
     if (object == Alarm_ && event->type() == QEvent::MouseButtonPress && !Standing_.empty())
         TapNotice(Text(Standing_.front().About));
+    if (object == Link_ && event->type() == QEvent::MouseButtonRelease)
+        WantReadings();
     return false;
 }
 

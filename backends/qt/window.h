@@ -47,6 +47,7 @@ public:
     /// `scale`: pixels of the screen for a pixel of the device. What is not part of the device has its usual size.
     explicit Window(double scale);
 
+    double Scale() const { return Scale_; }
     Surface& Screen() { return *Ground_; }
     /// The form itself; the controls are its children.
     QWidget& FormWidget() { return *FormWidget_; }
@@ -71,7 +72,7 @@ public:
     /// Flashes that line for two seconds.
     void FlashLink();
     /// Sets the current notices. The line shows the worst one, and how many warnings and losses there are besides it;
-    /// F4 or a click on that number opens the list of all. A mere note is shown in the line only if the window is
+    /// Shift+F4 or a click on that number opens the list of all. A mere note is shown in the line only if the window is
     /// resizable.
     void SetNotices(const companion::Notices& notices);
     /// Called when a long operation continues, or has ended.
@@ -80,6 +81,7 @@ public:
     void SetWaiting(bool waiting);
     QString LinkLine() const { return QString::fromStdString(LinkLine_.Text); }
 
+    std::function<void()> ReadingsWanted; ///< called for F4, also in a message box, and for a click on the link's line
     std::function<void(const Text& about)> NoticeTapped; ///< called when the user chooses a notice
     std::function<void()> CloseRequested;
     std::function<void(std::int32_t code)> KeyPressed; ///< called for a key of the strip
@@ -95,6 +97,8 @@ private:
     QLabel* StatusLabel(const char* name);
     void Put(QLabel& label, const QString& text);
     void MakeNoticeLine(QBoxLayout& column);
+    void MakeReadingsAction();
+    void WantReadings();
     void TapNotice(const Text& about);
     void OpenNotices();
     void ShowState();

@@ -380,6 +380,12 @@ TEST_F(ReadingTakenAgain, NeedsARecordOrTheTraceOnTheScreen) {
     EXPECT_EQ(run.Last("done").value("error", ""), "neither a record nor the trace is on the screen");
 }
 
+TEST_F(ReadingTakenAgain, NeedsTheAnswerToAnOpenBox) {
+    const Outcome run = Play({Moisture, Quiet, Moisture, Quiet, "again 1", "answer no", Quiet});
+    EXPECT_THAT(run.Output, testing::HasSubstr("a message box is open"));
+    EXPECT_EQ(Readings(run).size(), 2U) << run.Output;
+}
+
 TEST_F(ReadingTakenAgain, ComesByItselfIfItWaits) {
     const Outcome run = Play({Moisture, From("QI-2", "Bogus", "1"), Quiet, "again 2"});
     EXPECT_EQ(run.Last("done").value("error", ""), "this reading waits and comes by itself");

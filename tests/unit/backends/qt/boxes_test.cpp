@@ -62,7 +62,7 @@ TEST_F(BoxInAWindow, HasItsTextItsTitleAndItsIcon) {
         EXPECT_EQ(Box().windowTitle(), QStringLiteral("Heading"));
         EXPECT_EQ(Box().icon(), QMessageBox::Question);
         EXPECT_EQ(Box().defaultButton(), Box().button(QMessageBox::No));
-        EXPECT_EQ(Box().windowModality(), Qt::ApplicationModal);
+        EXPECT_EQ(Box().windowModality(), Qt::WindowModal);
         ClickInBox(QMessageBox::No);
     });
     Device.Platform.boxes.Show(u"<b>Text</b> & more", BoxButtons::YesNo, BoxIcon::Question, u"Heading");

@@ -158,8 +158,8 @@ protected:
             texts.append(Rows().item(row)->text());
         return texts;
     }
-    void Press(QWidget& widget, Qt::Key key) {
-        QTest::keyClick(&widget, key);
+    void Press(QWidget& widget, Qt::Key key, Qt::KeyboardModifiers held = Qt::NoModifier) {
+        QTest::keyClick(&widget, key, held);
         Settle();
     }
 
@@ -213,7 +213,7 @@ TEST_F(StatusArea, OpensTheListOfAllByAClickOnTheirNumber) {
 TEST_F(StatusArea, ListsItsNoticesForWhoHasAKeyboardAlone) {
     for (const auto& notice : {Place, Driver, Disk})
         Raise(notice);
-    Press(Form(), Qt::Key_F4);
+    Press(Form(), Qt::Key_F4, Qt::ShiftModifier);
     ASSERT_TRUE(List().isVisible());
     Press(Rows(), Qt::Key_Return);
     EXPECT_EQ(Listed(), (QStringList{QStringLiteral("Another driver's"), QStringLiteral("Data: here")}))
@@ -228,7 +228,7 @@ TEST_F(StatusArea, ListsItsNoticesForWhoHasAKeyboardAlone) {
 TEST_F(StatusArea, KeepsTheChosenRowOfAListThatChanges) {
     for (const auto& notice : {Place, Driver})
         Raise(notice);
-    Press(Form(), Qt::Key_F4);
+    Press(Form(), Qt::Key_F4, Qt::ShiftModifier);
     Press(Rows(), Qt::Key_Down);
     EXPECT_EQ(Rows().currentItem()->text(), QStringLiteral("Data: here"));
     Raise(Disk);

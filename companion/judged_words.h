@@ -1,0 +1,13 @@
+// SPDX-License-Identifier: MIT
+// The words of a verdict at the moment in which it is reported.
+#pragma once
+
+#include "companion/verdict_words.h"
+
+namespace companion {
+
+/// Returns the words for the driver of the record on screen. A value that was kept is an alarm if nobody was asked: a
+/// list or a date that is open ignores readings.
+VerdictWords WordsOfJudged(const platform::Verdict& verdict);
+
+} // namespace companion
