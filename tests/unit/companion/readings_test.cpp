@@ -77,8 +77,8 @@ TEST(ReadingsOfARun, AreReportedToEachObserver) {
     readings.TextEmptied(u"x");
     readings.ReadingJudged({});
     readings.RowChanged({});
-    EXPECT_EQ(first.Reports, 4);
-    EXPECT_EQ(second.Reports, 4);
+    EXPECT_EQ(first.Reports, 5);
+    EXPECT_EQ(second.Reports, 5);
 }
 
 } // namespace
