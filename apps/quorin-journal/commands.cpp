@@ -28,12 +28,19 @@ constexpr CommandRow Commands[] = {
          AddPeriod(command, options);
      },
      ShowReadings},
+    {"follow", "Show readings as they come, until a signal ends the program", AddReadingOptions, FollowReadings},
+    {"history", "Show what happened to each record of a table, and what led to it",
+     [](CLI::App& command, Options& options) {
+         AddArgument(command, options, "FILE", "The table, such as qrn0001.txt");
+     },
+     ShowHistory},
     {"raw", "Write the bytes of the port and the text of the mailbox as they came",
      [](CLI::App& command, Options& options) {
          AddSourceOptions(command, options);
          AddPeriod(command, options);
      },
      WriteRaw},
+    {"forget", "Remove the files of days before a day", AddBefore, ForgetDays},
 };
 
 ExitStatus Run(const CommandRow& command, const Options& options) {

@@ -10,7 +10,10 @@ namespace reader {
 start::ExitStatus JournalMain(int count, const char* const* words);
 
 // Each writes its result, and what was odd, to the job's report.
+void FollowReadings(Job& job);
+void ForgetDays(Job& job);
 void ListFiles(Job& job);
+void ShowHistory(Job& job);
 void ShowReadings(Job& job);
 void WriteRaw(Job& job);
 

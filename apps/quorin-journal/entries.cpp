@@ -16,7 +16,7 @@ void ForEachEntry(const JournalFile& file, Report& told, const std::function<voi
         if (LookAt(*line, seen))
             visit(entry);
         else
-            told.Odd(PlaceOf(entry) + ": no JSON object, left out");
+            TellNoObject(entry, told);
         if (told.Lost())
             return;
     }
@@ -31,6 +31,10 @@ void ForEachEntry(Job& job, const std::function<void(const Entry&)>& visit) {
                 visit(entry);
         });
     }
+}
+
+void TellNoObject(const Entry& entry, Report& told) {
+    told.Odd(PlaceOf(entry) + ": no JSON object, left out");
 }
 
 std::string PlaceOf(const Entry& entry) {

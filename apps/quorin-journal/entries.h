@@ -38,6 +38,9 @@ void ForEachEntry(const JournalFile& file, Report& told, const std::function<voi
 /// lost.
 void ForEachEntry(Job& job, const std::function<void(const Entry&)>& visit);
 
+/// Tells that a line was left out.
+void TellNoObject(const Entry& entry, Report& told);
+
 /// Returns the file and the number of a line, for a message.
 std::string PlaceOf(const Entry& entry);
 

@@ -8,6 +8,9 @@
 
 #include <CLI/CLI.hpp>
 
+#include <ctime>
+#include <iomanip>
+#include <sstream>
 #include <string_view>
 
 namespace reader {
@@ -22,6 +25,18 @@ void CheckMoment(const char* option, const std::string& text) {
                        length == std::string_view("2026-11-22T20:30").size() || length == WholeMoment.size();
     if (!text.empty() && (!sized || !backends::MomentFromText(text + std::string(WholeMoment.substr(length)))))
         apps::Refuse(option, text, "is neither a date, YYYY-MM-DD, nor a moment, YYYY-MM-DDTHH:MM or with :SS");
+}
+
+/// The file of today may be in use. Returns what is wrong, or an empty text.
+std::string CheckNotAfterToday(const std::string& text) {
+    if (!backends::DateFromText(text))
+        return text + " is no date of the form YYYY-MM-DD";
+    const std::time_t now = std::time(nullptr);
+    std::tm today{};
+    ::localtime_r(&now, &today);
+    std::ostringstream day;
+    day << std::put_time(&today, "%Y-%m-%d");
+    return text > day.str() ? text + " is after today" : std::string();
 }
 
 } // namespace
@@ -49,6 +64,17 @@ void AddSourceOptions(CLI::App& command, Options& options) {
     CLI::Option* const mailbox = command.add_flag("--mailbox", options.Mailbox, "Only the text of the mailbox");
     port->default_str("both")->excludes(mailbox);
     mailbox->default_str("both");
+}
+
+void AddBefore(CLI::App& command, Options& options) {
+    command.add_option("--before", options.Argument, "Days before this one: YYYY-MM-DD, not after today")
+        ->type_name("DATE")
+        ->required()
+        ->check(CheckNotAfterToday);
+}
+
+void AddArgument(CLI::App& command, Options& options, const char* name, const char* help) {
+    command.add_option(name, options.Argument, help)->type_name("")->required();
 }
 
 void AddPlaces(CLI::App& app, Options& options) {

@@ -20,12 +20,16 @@ struct Options {
     bool Json = false;
     bool Port = false;    ///< only the bytes of the port
     bool Mailbox = false; ///< only the text of the mailbox
+    std::string Argument; ///< of the command: a file, or the day of forget
 };
 
 // Add options to a command. The texts are checked by CheckOptions.
 void AddPeriod(CLI::App& command, Options& options);
 void AddReadingOptions(CLI::App& command, Options& options);
 void AddSourceOptions(CLI::App& command, Options& options);
+
+void AddBefore(CLI::App& command, Options& options);
+void AddArgument(CLI::App& command, Options& options, const char* name, const char* help);
 
 /// Adds the options of all commands.
 void AddPlaces(CLI::App& app, Options& options);

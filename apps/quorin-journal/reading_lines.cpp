@@ -19,11 +19,14 @@ std::string LineFor(const journal::Line& reading) {
 
 } // namespace
 
-void ReadingLines::Take(const Entry& entry) {
-    const std::string& event = entry.Seen.Event;
-    if (NamesRoots_ && (event == "start" || event == "day"))
+void ReadingLines::LearnRoot(const Entry& entry) {
+    if (NamesRoots_ && (entry.Seen.Event == "start" || entry.Seen.Event == "day"))
         Paths_[entry.File.Name.Root] = TextIn(entry.Object(), "root");
-    if (event != "reading" || !Asked_.Period.Has(entry.Seen.Time))
+}
+
+void ReadingLines::Take(const Entry& entry) {
+    LearnRoot(entry);
+    if (entry.Seen.Event != "reading" || !Asked_.Period.Has(entry.Seen.Time))
         return;
     if (Asked_.OnlyRefused && journal::IsStored(entry.Seen.Verdict))
         return;

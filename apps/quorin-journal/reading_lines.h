@@ -20,6 +20,7 @@ public:
     void Take(const Entry& entry);
 
 private:
+    void LearnRoot(const Entry& entry);
     void WriteRoot(const Entry& entry);
 
     const Options& Asked_;
