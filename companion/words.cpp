@@ -145,6 +145,16 @@ Notice DraftNotKept(const Text& why) {
                 u". If the program is ended by force, what was entered since the last save is lost."};
 }
 
+Notice JournalStopped(const Text& why) {
+    return {AboutJournal, Severity::Warning,
+            u"The journal has stopped: " + why + u". Readings are stored as before, but not recorded."};
+}
+
+Notice JournalIsSlow() {
+    return {AboutJournal, Severity::Warning,
+            u"The disk is slow: when a reading sounds, it may not be in the journal on the disk yet."};
+}
+
 Notice DraftsWait(std::size_t count) {
     const Text what =
         count == 1 ? Text(u"A record of an earlier run was")

@@ -24,6 +24,7 @@ inline const Text AboutPort = u"port";
 inline const Text AboutPlace = u"place";
 inline const Text AboutDraft = u"draft";
 inline const Text AboutUnsaved = u"unsaved";
+inline const Text AboutJournal = u"journal";
 
 /// "20:30:05".
 Text TimeText(const platform::DateTime& moment);
@@ -58,6 +59,10 @@ Notice ListIncomplete(const std::vector<platform::Unlisted>& unlisted);
 Notice DraftNotKept(const Text& why);
 /// So many records of earlier runs are kept as drafts.
 Notice DraftsWait(std::size_t count);
+/// Nothing more is recorded in the journal.
+Notice JournalStopped(const Text& why);
+/// Lines of the journal are written to the disk after the tone of a reading.
+Notice JournalIsSlow();
 /// A file that was rewritten could not keep all of its permissions.
 Notice RightsNotKept(const Text& file);
 

@@ -77,6 +77,8 @@ ExitStatus ConsoleMain(int count, char** words, ExitStatus (*run)(const Options&
     const OutputFor reader = options.PlainText ? OutputFor::People : OutputFor::Programs;
     Session session(input, std::cout, options.Strict, reader);
     session.Verdicts = options.Verdicts;
+    session.JournalToKeep = options.Journal;
+    session.Program = options.Program;
     backends::RootLock lock;
     switch (lock.Take(options.Device.Root, "quorin-console")) {
     case LockResult::Held:

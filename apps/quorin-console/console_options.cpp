@@ -3,6 +3,7 @@
 
 #include "apps/options/device_options.h"
 #include "apps/options/folders.h"
+#include "apps/options/journal_options.h"
 #include "apps/quorin-console/script_commands.h"
 #include "apps/start/help.h"
 #include "backends/loop/clock.h"
@@ -30,6 +31,7 @@ struct Words {
     bool PlainText = false;
     bool Verdicts = false;
     std::string Recover;
+    apps::JournalWords Journal;
 };
 
 std::string DefaultRoot() {
@@ -69,6 +71,9 @@ Options Understood(const Words& words) {
         throw CLI::ValidationError("--recover", "needs a place: neither XDG_STATE_HOME nor HOME is set");
     if (state && (options.Recover != Recovery::None || options.Device.RealClock))
         options.Drafts = *state + "/drafts";
+    options.Journal = apps::UnderstoodJournal(words.Journal, std::nullopt);
+    if (options.Journal)
+        options.Journal->Root = options.Device.Root;
     return options;
 }
 
@@ -124,6 +129,7 @@ void Describe(CLI::App& app, Words& words) {
                    "Treat the records that were on the screen and not saved when a program ended, and end")
         ->check(CLI::IsMember({"list", "put", "forget"}).description(""))
         ->type_name("list|put|forget");
+    apps::AddJournalOptions(app, words.Journal, "none is kept");
     app.add_flag("--text", words.PlainText, "Write for a person: screens as text, not JSON")->default_str("off");
     app.set_version_flag("--version", apps::VersionText("quorin-console"));
     start::ShowOneLineEach(app);
@@ -137,7 +143,10 @@ Reading ReadOptions(int count, const char* const* words, Options& options) {
     Words said;
     Describe(app, said);
     app.footer(Footer());
-    return apps::ReadCommandLine(app, count, words, [&] { options = Understood(said); });
+    return apps::ReadCommandLine(app, count, words, [&] {
+        options = Understood(said);
+        options.Program = apps::ProgramOf("quorin-console", count, words);
+    });
 }
 
 } // namespace console

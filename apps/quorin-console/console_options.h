@@ -4,7 +4,9 @@
 
 #include "apps/options/command_line.h"
 #include "backends/host/host_device.h"
+#include "backends/host/journal.h"
 
+#include <optional>
 #include <string>
 
 namespace console {
@@ -19,7 +21,9 @@ struct Options {
     bool PlainText = false; ///< the output is for people
     bool Verdicts = false;  ///< an event for each reading, and for each record that is saved
     Recovery Recover = Recovery::None;
-    std::string Drafts; ///< the folder where drafts are kept; empty for none
+    std::string Drafts;                           ///< the folder where drafts are kept; empty for none
+    std::optional<backends::JournalPlan> Journal; ///< none if no journal is kept
+    backends::ProgramName Program;
 };
 
 using apps::Reading;

@@ -22,8 +22,11 @@ start::ExitStatus RunHeadless(const console::Options& options, console::Session&
     if (!options.Drafts.empty())
         drafts.emplace(options.Drafts, options.Device.Root);
     try {
-        if (options.Recover != console::Recovery::None)
-            return Recover(options.Recover, *drafts, device, session.Out());
+        if (options.Recover != console::Recovery::None) {
+            const start::ExitStatus status = Recover(options.Recover, *drafts, device, session.Out());
+            session.EndJournal({});
+            return status;
+        }
         if (drafts)
             drafts->Attach(device);
         else if (options.Device.RealClock)

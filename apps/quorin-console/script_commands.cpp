@@ -7,6 +7,7 @@
 #include "apps/start/process.h"
 #include "backends/input/gestures.h"
 #include "backends/input/keyboard.h"
+#include "backends/loop/acts.h"
 #include "backends/loop/form_events.h"
 #include "companion/taking_again.h"
 #include "src/app/commands.h"
@@ -307,7 +308,10 @@ struct CommandRow {
     const char* Form; ///< its arguments
     const char* Help;
     Error (*Run)(const Target&, const std::string& rest);
+    bool IsAct = false; ///< it acts on the device, and no event of the form reports it
 };
+
+constexpr bool Act = true;
 
 // clang-format off: a row a command
 constexpr CommandRow Commands[] = {
@@ -316,20 +320,20 @@ constexpr CommandRow Commands[] = {
     {"menu", "M I", "clicks item I (1 to 5) of soft menu M (1 or 2)", RunMenu},
     {"title", "M", "clicks the caption of soft menu M", RunTitle},
     {"choose", "TEXT", "clicks the soft menu entry with that caption", RunChoose},
-    {"command", "TEXT", "runs a command of the application, even one that no menu offers", RunCommand},
+    {"command", "TEXT", "runs a command of the application, even one that no menu offers", RunCommand, Act},
     {"key", "CODE", "presses and releases a key; the control in focus gets what the form does not consume", RunKey},
     {"type", "TEXT", "writes characters one by one into the input control in focus", RunType},
     {"set", "TEXT", "replaces the text of the input control in focus", RunSet},
     {"pick", "YYYY-MM-DD", "chooses a date in the open date picker", RunPick},
     {"answer", "yes|no|ok", "answers the open message box", RunAnswer},
     {"tick", "MS", "lets MS milliseconds pass; timers fire in time order", RunTick},
-    {"jump", "MS", "moves the virtual clock forward at once, like a device that has slept", RunJump},
+    {"jump", "MS", "moves the virtual clock forward at once, like a device that has slept", RunJump, Act},
     {"collect", "N", "lets time pass until N readings were taken in this run; draws the screen after each", RunCollect},
     {"receive", "TEXT", "lets these characters arrive at the simulated serial port", RunReceive},
-    {"again", "N", "passes the BLob of the N-th reading of this run to the receive path once more", RunAgain},
+    {"again", "N", "passes the BLob of the N-th reading of this run to the receive path once more", RunAgain, Act},
     {"serial", "fail N | drop",
-     "lets the next N openings of the simulated port fail (-1: all), or closes the open port", RunSerial},
-    {"named", "fail NUMBER | ok", "sets the result of opening a named connection", RunNamed},
+     "lets the next N openings of the simulated port fail (-1: all), or closes the open port", RunSerial, Act},
+    {"named", "fail NUMBER | ok", "sets the result of opening a named connection", RunNamed, Act},
     {"keyboard", "STATE A B C D", "shows or hides (0) the soft keyboard; A to D are its left, top, width, height",
      RunKeyboard},
     {"close", "", "clicks the close button of the title bar", RunClose},
@@ -337,18 +341,21 @@ constexpr CommandRow Commands[] = {
      [](const Target&, const std::string&) {
          frmQuorin::myCsys_AppBackground();
          return Done;
-     }},
+     },
+     Act},
     {"maximise", "", "moves it back to the foreground",
      [](const Target&, const std::string&) {
          frmQuorin::myCsys_AppMaximized();
          return Done;
-     }},
+     },
+     Act},
     {"minimise", "", "minimises it",
      [](const Target&, const std::string&) {
          frmQuorin::myCsys_AppMinimized();
          return Done;
-     }},
-    {"disk", "fail N | ok", "lets the next N write operations fail like a full disk (-1: all)", RunDisk},
+     },
+     Act},
+    {"disk", "fail N | ok", "lets the next N write operations fail like a full disk (-1: all)", RunDisk, Act},
     {"say", "TEXT", "writes a headline", RunSay},
     {"screen", "", "writes the screen as an object", RunScreen},
     {"show", "", "draws the screen as text for people", RunShow},
@@ -370,6 +377,8 @@ std::string Execute(const Target& target, const CommandLine& line) {
     for (const CommandRow& command : Commands) {
         if (line.Word != command.Word)
             continue;
+        if (command.IsAct)
+            backends::ReportAct({.Word = line.Word, .Arguments = line.Rest});
         const bool takesNone = *command.Form == '\0';
         return takesNone && !WordsOf(line.Rest).empty() ? "takes no arguments" : command.Run(target, line.Rest);
     }

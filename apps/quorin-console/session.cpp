@@ -74,11 +74,19 @@ void Session::Use(backends::HostBackEnd& used, backends::Hand& user) {
     used.loop.Listen(*OutputWatch_);
     used.pump.WakenByCommands(*this);
     Ending_.emplace(used);
+    if (JournalToKeep)
+        Journal_.emplace(*JournalToKeep, Program, used);
     used.readings.Add(Readings_);
     if (Verdicts)
         used.readings.Add(Writer_);
     if (!LockWarning.empty())
         used.onlooker.notices.Raise(companion::NobodyKeepsAway(modStringTools::FromBytes(LockWarning)));
+}
+
+void Session::EndJournal(const ProgramOver& over) {
+    if (Journal_)
+        Journal_->End(over);
+    Journal_.reset();
 }
 
 void Session::EndBy(backends::EndSignals& signals) {
@@ -135,6 +143,7 @@ void Session::CloseOpenCommands(const std::string& error) {
 }
 
 ExitStatus Session::Over(const ProgramOver& over) {
+    EndJournal(over);
     const ExitStatus status = Close(over);
     if (!Ending_->Begun()) {
         const std::string unsaved = backends::UnsavedRecordWords();

@@ -6,6 +6,7 @@
 #include "apps/start/exit_status.h"
 #include "backends/host/end_signals.h"
 #include "backends/host/host_back_end.h"
+#include "backends/host/journal.h"
 #include "backends/input/hand.h"
 #include "backends/loop/ending.h"
 #include "companion/readings.h"
@@ -69,6 +70,12 @@ public:
     /// Whether readings and saved records are reported. Set before Use().
     bool Verdicts = false;
 
+    /// How to keep a journal; none if none is kept. Set before Use().
+    std::optional<backends::JournalPlan> JournalToKeep;
+    backends::ProgramName Program;
+    /// Ends the journal. Must be called while the device exists; Over() does.
+    void EndJournal(const backends::ProgramOver& over);
+
     Writer& Out() { return Writer_; }
 
     // Called by the loop.
@@ -91,6 +98,7 @@ private:
     LineReader Reader_;
     backends::HostBackEnd* Device_ = nullptr;
     backends::Hand* User_ = nullptr;
+    std::optional<backends::Journal> Journal_;
     std::optional<OutputWatch> OutputWatch_;
     std::optional<backends::Ending> Ending_;
     std::vector<std::string> OpenCommands_; ///< their words, the innermost last

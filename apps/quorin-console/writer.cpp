@@ -3,7 +3,6 @@
 
 #include "apps/quorin-console/plain_text.h"
 #include "companion/form_state.h"
-#include "companion/readings.h"
 #include "src/view/sound.h"
 
 #include <iostream>
@@ -13,17 +12,13 @@ namespace console {
 using platform::BoxButtons;
 using platform::BoxIcon;
 
-std::string Utf8(const Text& text) {
-    return modStringTools::ToBytes(text);
-}
-
 void Writer::Write(const Json& object) {
     if (Failed())
         return;
     if (Reader_ == OutputFor::People)
         Out_ << PlainText(object) << std::flush;
     else
-        Out_ << object.dump(-1, ' ', false, Json::error_handler_t::replace) << std::endl;
+        Out_ << journal::TextOf(object) << std::endl;
 }
 
 void Writer::BoxOpened(const Text& text, BoxButtons buttons, BoxIcon icon, const Text& title) {
@@ -69,23 +64,7 @@ void Writer::NotSaved(const Text& file, const Text& why) {
 }
 
 void Writer::ReadingJudged(const platform::Verdict& verdict) {
-    const auto orNull = [](bool known, const Json& value) { return known ? value : Json(); };
-    Json types = Json::array();
-    for (const Text& type : verdict.Reading.Types)
-        types.push_back(Utf8(type));
-    const bool hasRow = verdict.Row >= 0;
-    Json event = {{"event", "reading"},
-                  {"verdict", Utf8(companion::NameOf(verdict.Fate))},
-                  {"types", types},
-                  {"value", Utf8(verdict.Reading.Value)},
-                  {"unit", Utf8(verdict.Reading.Unit)},
-                  {"origin", Utf8(verdict.Reading.Origin)},
-                  {"row", orNull(hasRow, verdict.Row)},
-                  {"field", orNull(hasRow, Utf8(verdict.Field))},
-                  {"file", orNull(!verdict.File.empty(), Utf8(verdict.File))}};
-    if (verdict.Fate == platform::Fate::Origin)
-        event["expected"] = Utf8(verdict.Expected);
-    Write(event);
+    Write(journal::ReadingEvent(verdict));
 }
 
 void Writer::RowChanged(const platform::RowChange& change) {

@@ -3,18 +3,15 @@
 #pragma once
 
 #include "backends/loop/services.h"
+#include "journal/journal_lines.h"
 #include "src/view/platform/reading_log.h"
-
-#include <nlohmann/json.hpp>
 
 #include <ostream>
 
 namespace console {
 
-using Json = nlohmann::ordered_json;
-
-/// Returns a text as UTF-8; what has no UTF-8 form becomes a replacement character.
-std::string Utf8(const Text& text);
+using Json = journal::Line;
+using journal::Utf8;
 
 enum class OutputFor { Programs, People };
 

@@ -11,6 +11,7 @@
 #include "backends/files/host_files.h"
 #include "backends/files/root_lock.h"
 #include "backends/host/drafts.h"
+#include "backends/host/journal.h"
 #include "backends/linux/connections.h"
 #include "backends/linux/port_list.h"
 #include "backends/linux/port_names.h"
@@ -112,7 +113,12 @@ std::string FindPlaces(quorin::Options& options) {
     std::optional<backends::HostDevice> host;
     std::optional<backends::qt::QtPlatform> device;
     std::optional<quorin::WindowEnd> end;
-    backends::qt::QtPump pump([&end](const ProgramOver& over) { return NumberOf(end->Over(over)); });
+    std::optional<backends::Journal> journal;
+    backends::qt::QtPump pump([&end, &journal](const ProgramOver& over) {
+        if (journal)
+            journal->End(over); // before the message of a failure: the machine may be switched off while it is shown
+        return NumberOf(end->Over(over));
+    });
     backends::qt::WindowOptions looks;
     looks.Scale = options.Scale;
     looks.Profile = backends::ProfileOfType(options.Device.DeviceType);
@@ -122,6 +128,12 @@ std::string FindPlaces(quorin::Options& options) {
     device->onlooker.notices.Raise(companion::DataFolder(modStringTools::FromBytes(options.Device.Root)));
     if (!warning.empty())
         device->onlooker.notices.Raise(companion::NobodyKeepsAway(modStringTools::FromBytes(warning)));
+    if (options.Journal) {
+        options.Journal->Root = options.Device.Root;
+        journal.emplace(*options.Journal, options.Program, *device);
+    } else if (!options.WhyNoJournal.empty()) {
+        device->onlooker.notices.Raise(companion::JournalStopped(modStringTools::FromBytes(options.WhyNoJournal)));
+    }
     end.emplace(*device, watch, signals);
     WindowStands = true;
     std::optional<backends::Drafts> drafts;

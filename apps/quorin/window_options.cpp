@@ -2,6 +2,7 @@
 #include "apps/quorin/window_options.h"
 
 #include "apps/options/device_options.h"
+#include "apps/options/journal_options.h"
 #include "apps/start/help.h"
 #include "backends/simulated/device_profiles.h"
 
@@ -25,6 +26,7 @@ struct Words {
     bool ListPorts = false;
     bool Demo = false;
     std::optional<std::string> Scale;
+    apps::JournalWords Journal;
 };
 
 /// The decimal sign is a full stop, whatever the locale.
@@ -49,6 +51,9 @@ Options Understood(const Words& words) {
     options.Device.RealClock = true;
     options.ListPorts = words.ListPorts;
     options.Demo = words.Demo;
+    options.Journal = apps::UnderstoodJournal(words.Journal, apps::UsualJournal());
+    if (!options.Journal && !words.Journal.None)
+        options.WhyNoJournal = "neither XDG_STATE_HOME nor HOME is set";
     options.Scale = words.Scale ? ScaleFrom(*words.Scale) : DefaultScale(options.Device);
     return options;
 }
@@ -67,7 +72,8 @@ plugged in.
 Files: the data is in the root folder, by default $XDG_DATA_HOME/quorin or ~/.local/share/quorin, with --demo in
 quorin-demo beside it. The settings are in $XDG_CONFIG_HOME/quorin/settings.ini or ~/.config/quorin/settings.ini, with
 --root or --demo in settings.ini of the root folder, with --settings in that file. One program at a time uses a root
-folder. A draft of a record that is not saved yet is in $XDG_STATE_HOME/quorin/drafts or ~/.local/state/quorin/drafts.
+folder. A draft of a record that is not saved yet is in $XDG_STATE_HOME/quorin/drafts or ~/.local/state/quorin/drafts. The
+journal, which quorin-journal reads, is in the folder journal beside it.
 )" + (keyHelp.empty() ? "" : "\nKeys:\n" + keyHelp) +
            "\n" + start::ExitStatusHelp();
 }
@@ -77,6 +83,7 @@ void Describe(CLI::App& app, Words& words) {
     apps::AddPortOption(app, words.Device, "found as below");
     app.add_flag("--ports", words.ListPorts, "List the serial ports and their numbers, and end");
     app.add_flag("--demo", words.Demo, "Run with a sample driver and a simulated instrument")->default_str("off");
+    apps::AddJournalOptions(app, words.Journal, "$XDG_STATE_HOME/quorin/journal");
     app.add_option("--scale", words.Scale, "Magnification of the device's screen, 0.5 to 4")
         ->type_name("F")
         ->default_str("2 if it has 160 pixels, else 1");
@@ -91,7 +98,10 @@ Reading ReadOptions(int count, const char* const* words, const std::string& keyH
     Words said;
     Describe(app, said);
     app.footer(Footer(keyHelp));
-    return apps::ReadCommandLine(app, count, words, [&] { options = Understood(said); });
+    return apps::ReadCommandLine(app, count, words, [&] {
+        options = Understood(said);
+        options.Program = apps::ProgramOf("quorin", count, words);
+    });
 }
 
 } // namespace quorin

@@ -4,7 +4,9 @@
 
 #include "apps/options/command_line.h"
 #include "backends/host/host_device.h"
+#include "backends/host/journal.h"
 
+#include <optional>
 #include <string>
 
 namespace quorin {
@@ -13,6 +15,9 @@ struct Options {
     backends::DeviceOptions Device; ///< root and settings are empty if they were not given
     bool ListPorts = false;         ///< list the ports, and do nothing else
     bool Demo = false;
+    std::optional<backends::JournalPlan> Journal; ///< without its root folder; none if no journal is kept
+    std::string WhyNoJournal;                     ///< why there is no place for one; empty if it was not asked for
+    backends::ProgramName Program;
     double Scale = 1; ///< screen pixels for each pixel of the device, in both directions
 };
 

@@ -7,6 +7,7 @@
 namespace backends::headless {
 
 void HeadlessHand::PressCell(std::int32_t row, std::int32_t col) {
+    ReportPress(Platform_.grdMain, row, col);
     Platform_.grdMain.SetFocus();
     Platform_.grdMain.SetCurrentCell(row, col);
     Platform_.grdMain.HandIsDown = true;
@@ -14,6 +15,7 @@ void HeadlessHand::PressCell(std::int32_t row, std::int32_t col) {
 }
 
 void HeadlessHand::ReleaseCell() {
+    ReportRelease();
     const bool pressed = Platform_.grdMain.HandIsDown;
     Platform_.grdMain.HandIsDown = false;
     if (pressed)
@@ -57,7 +59,7 @@ void HeadlessHand::ReplaceText(const Text& text) {
 
 void HeadlessHand::ChooseDate(const CalendarDate& date) {
     Platform_.dteInputField.SetDate(date);
-    frmQuorin::dteInputField_Closed();
+    RaiseDateChosen();
 }
 
 void HeadlessHand::CloseWindow() {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "backends/host/draft_folder.h"
 
-#include "backends/files/host_files.h"
+#include "backends/host/private_folder.h"
 
 #include <algorithm>
 #include <dirent.h>
@@ -16,21 +16,6 @@ namespace {
 
 constexpr std::string_view Ending = ".draft";
 constexpr std::int64_t LargestDraft = 16 * 1024 * 1024; // bytes
-
-/// Refuses a folder that is another user's, or that others may read or write: what is on the screen names people and
-/// places.
-Text WhyNotUsable(const std::string& path) {
-    struct stat found {};
-    if (::lstat(path.c_str(), &found) != 0)
-        return ErrorText(FromErrno(errno));
-    if (!S_ISDIR(found.st_mode))
-        return modStringTools::FromBytes(path + " is not a folder");
-    if (found.st_uid != ::geteuid())
-        return modStringTools::FromBytes(path + " belongs to another user");
-    if ((found.st_mode & (S_IRWXG | S_IRWXO)) != 0)
-        return modStringTools::FromBytes("others may use " + path);
-    return {};
-}
 
 std::vector<std::string> NamesIn(const std::string& path) {
     std::vector<std::string> names;
@@ -59,16 +44,11 @@ std::string BytesIn(const std::string& path) {
 } // namespace
 
 Text DraftFolder::Write(const std::string& name, const std::string& bytes) {
-    if (const ErrorNumber error = MakeFolders(Folder_); error != NoError)
-        return ErrorText(error);
-    if (const Text why = WhyNotUsable(Folder_); !why.empty())
-        return why;
-    FileEntry entry;
-    ErrorNumber error = EntryAt(Folder_ + "/" + name, entry);
-    if (error != NoError)
-        return ErrorText(error);
+    FileEntry entry{{}, name};
+    if (const Text why = OpenPrivateFolder(Folder_, OthersUse, entry.Folder); !why.empty())
+        return why; // what is on the screen names people and places
     Replacement file(std::move(entry));
-    error = file.Begin();
+    ErrorNumber error = file.Begin();
     if (error == NoError)
         error = WriteAll(file.File(), bytes, 0);
     if (error == NoError)

@@ -2,6 +2,7 @@
 #include "backends/host/drafts.h"
 
 #include "backends/host/host_clock.h"
+#include "backends/loop/acts.h"
 #include "companion/words.h"
 
 #include <chrono>
@@ -33,7 +34,13 @@ bool Drafts::IsUnsaved(const Kept& draft, Text& whyNot) {
     return !state.IsSaved;
 }
 
+void Drafts::Forget(const Kept& draft) {
+    ReportAct({.Word = "recover", .Arguments = "forget", .About = WordsOf(draft.Content, {})});
+    Folder_.Remove(draft.Name);
+}
+
 Text Drafts::PutBack(const Kept& draft) {
+    ReportAct({.Word = "recover", .Arguments = "put", .About = WordsOf(draft.Content, {})});
     const Text why = companion::PutBack(draft.Content);
     if (why.empty())
         Folder_.Remove(draft.Name);

@@ -26,7 +26,7 @@ public:
     bool IsUnsaved(const Kept& draft, Text& whyNot);
     /// Writes the draft to its record and removes it. Returns why it could not; empty on success.
     Text PutBack(const Kept& draft);
-    void Forget(const Kept& draft) { Folder_.Remove(draft.Name); }
+    void Forget(const Kept& draft);
 
     /// Keeps drafts of this device from now on, and follows what becomes of the records of those that are left. A draft
     /// that can't be written is a notice.

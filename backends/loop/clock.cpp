@@ -2,6 +2,7 @@
 #include "backends/loop/clock.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdio>
 
 namespace backends {
@@ -71,6 +72,19 @@ std::optional<CalendarDate> DateFromText(const std::string& text) {
     const Numbers read = NumbersIn(text);
     const year_month_day date = DateOf(read.Year, read.Month, read.Day);
     return date.ok() && read.Year >= 1 ? std::optional(DateFrom(date)) : std::nullopt;
+}
+
+std::string TextOfMoment(const DateTime& moment) {
+    std::array<char, 64> text{};
+    std::snprintf(text.data(), text.size(), "%sT%02d:%02d:%02d", TextOfDate(moment.Date).c_str(), moment.Hour,
+                  moment.Minute, moment.Second);
+    return text.data();
+}
+
+std::string TextOfDate(const CalendarDate& date) {
+    std::array<char, 64> text{};
+    std::snprintf(text.data(), text.size(), "%04d-%02d-%02d", date.Year, date.Month, date.Day);
+    return text.data();
 }
 
 CalendarDate DaysLater(const CalendarDate& date, std::int32_t count) {

@@ -18,6 +18,10 @@ std::optional<std::int64_t> MomentFromText(const std::string& text);
 /// Reads a date in the date picker's form, 2007-03-05. Returns nothing if the text is not a valid date.
 std::optional<CalendarDate> DateFromText(const std::string& text);
 
+/// Return the texts that these two read.
+std::string TextOfMoment(const DateTime& moment);
+std::string TextOfDate(const CalendarDate& date);
+
 /// Returns the date `count` days later, or earlier if negative; `date` itself if the result is outside of the years 1
 /// to 9999.
 CalendarDate DaysLater(const CalendarDate& date, std::int32_t count);

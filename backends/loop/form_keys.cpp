@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "backends/loop/form_keys.h"
 
+#include "backends/loop/acts.h"
 #include "src/app/form.h"
+#include "src/view/input_fields.h"
 #include "src/view/platform/keys.h"
+#include "src/view/platform/platform.h"
 
 #include <algorithm>
 #include <iterator>
@@ -15,6 +18,20 @@ using platform::Key;
 namespace {
 
 constexpr std::int32_t NoShift = 0;
+
+/// True if the key changes the text of the field that has the focus, or moves in it. What is typed is reported when the
+/// field closes.
+bool IsTyping(std::int32_t keyCode) {
+    constexpr std::int32_t End = 35;
+    constexpr std::int32_t Home = 36;
+    constexpr Key Acts[] = {Key::Tab, Key::Enter, Key::Escape};
+    if (!modPDAUI::Input.InputFocused && !platform::Device().cbotxtInputField.Visible())
+        return false;
+    if (std::find(std::begin(Acts), std::end(Acts), Key{keyCode}) != std::end(Acts))
+        return false;
+    return IsCharacter(keyCode) || keyCode == End || keyCode == Home || Key{keyCode} == Key::Left ||
+           Key{keyCode} == Key::Right;
+}
 
 } // namespace
 
@@ -29,6 +46,8 @@ bool IsPageKey(std::int32_t keyCode) {
 }
 
 bool KeyDownPasses(std::int32_t keyCode) {
+    if (!IsTyping(keyCode))
+        ReportAct({.Word = "key", .Arguments = ArgumentsOf({keyCode})});
     std::int32_t key = keyCode;
     frmQuorin::Form_KeyDown(key, NoShift);
     if (key == 0 || !IsCharacter(keyCode))

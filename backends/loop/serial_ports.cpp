@@ -18,6 +18,7 @@ ErrorNumber DeviceSerial::SetPortOpen(bool open) {
     if (open)
         return OpenPort();
     ClosePort();
+    Report(Step::Closed, {});
     return NoError;
 }
 
@@ -32,7 +33,16 @@ ErrorNumber DeviceSerial::OpenPort() {
         LastOpening_ = OpenSimulatedPort();
     }
     Open_ = LastOpening_ == NoError;
+    if (Open_)
+        Report(Step::Opened, {});
+    else
+        Report(Step::Failed, Trouble_.empty() ? modStringTools::ToBytes(ErrorText(LastOpening_)) : Trouble_);
     return LastOpening_;
+}
+
+void DeviceSerial::Report(Step step, const std::string& why) const {
+    if (Stepped)
+        Stepped(step, why);
 }
 
 /// After a source has ended, one opening fails even if a listener or a command is available again at once: without that
@@ -87,7 +97,10 @@ Text DeviceSerial::ReadInput() {
 }
 
 void DeviceSerial::Drop() {
+    const bool wasOpen = Open_;
     ClosePort();
+    if (wasOpen)
+        Report(Step::Lost, {});
 }
 
 void DeviceSerial::Arrive(Text text) {
@@ -111,6 +124,7 @@ void DeviceSerial::TakeFromSource() {
         Open_ = false;
         Decoder_.Reset();
         Ending_ = Source_->Ending();
+        Report(Step::Lost, Ending_);
     }
 }
 

@@ -44,6 +44,11 @@ public:
     /// arrives at a simulated port is passed to it as UTF-8.
     std::function<void(std::string_view bytes)> BytesCame;
 
+    /// What happens to the port. One that fails at each opening fails again and again.
+    enum class Step { Opened, Failed, Closed, Lost };
+    /// The observer of that: called after it. `why` is text for the user, empty if there is no more to say.
+    std::function<void(Step step, const std::string& why)> Stepped;
+
     /// The state of the port, for messages: the address and the result of the last opening, the reason where the error
     /// number is not enough, and whether anything has been read since the port was opened.
     const std::string& Address() const { return Address_; }
@@ -62,6 +67,7 @@ private:
     ErrorNumber OpenSimulatedPort();
     void ClosePort();
     void TakeFromSource();
+    void Report(Step step, const std::string& why) const;
 
     PortSources& Sources_;
     std::int32_t Id_ = 0;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "backends/loop/services.h"
 
+#include "backends/loop/acts.h"
+
 #include <algorithm>
 
 namespace backends {
@@ -18,6 +20,18 @@ private:
     std::int32_t Hertz_;
     std::int32_t Milliseconds_;
 };
+
+const char* WordOf(BoxAnswer answer) {
+    switch (answer) {
+    case BoxAnswer::Yes:
+        return "yes";
+    case BoxAnswer::No:
+        return "no";
+    case BoxAnswer::Ok:
+        break;
+    }
+    return "ok";
+}
 
 } // namespace
 
@@ -81,6 +95,8 @@ BoxAnswer DeviceBoxes::Show(const Text& text, BoxButtons buttons, BoxIcon icon, 
         Opened(standing.Box);
     while (!standing.Box.Answered && !Loop_.Ending())
         Loop_.WaitNested();
+    if (standing.Box.Answered)
+        ReportAct({.Word = "answer", .Arguments = WordOf(standing.Box.Answer), .About = text});
     if (isShown)
         Closed(standing.Box);
     if (Piled() && PileLeft)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "backends/qt/qt_grid.h"
 
+#include "backends/loop/form_events.h"
 #include "backends/qt/conversions.h"
 #include "backends/qt/fonts.h"
 #include "src/view/platform/keys.h"
@@ -210,6 +211,8 @@ void GridWidget::Press(QPoint place) {
         return;
     }
     const auto cell = Grid_.CellAt(place.x(), place.y());
+    if (cell)
+        ReportPress(Grid_, cell->Row, cell->Col);
     Grid_.SetFocus();
     if (!cell)
         return;
@@ -256,6 +259,8 @@ void GridWidget::mouseReleaseEvent(QMouseEvent* event) {
     Dragging_ = false;
     const bool pressed = IsPressed_ || Grid_.PressesNothing;
     SetPressed(false);
+    if (pressed && !Grid_.PressesNothing)
+        ReportRelease();
     if (pressed && Grid_.Released)
         Grid_.Released();
 }

@@ -92,10 +92,10 @@ void QtPlatform::WireControls() {
     grdTitle.PressesNothing = true;
     grdTitle.SetEnabled(true);                     // sets its focus policy: clicks and Tab do not move Qt's focus there
     grdTitle.Pressed = modPDAUI::FocusPromptField; // the press has taken the focus from the field of a prompt
-    grdTitle.Released = frmQuorin::grdTitle_Release;
+    grdTitle.Released = RaiseHeadingTap;
     grdMain.ScreenAge = [this] { return ScreenAge(); };
-    lstHoldMenu.Click = frmQuorin::lstHoldMenu_Click;
-    dteInputField.Closed = frmQuorin::dteInputField_Closed;
+    lstHoldMenu.Click = RaiseHoldMenuClick;
+    dteInputField.Closed = RaiseDateChosen;
     lblStatus.Hiding = [this] { Pump_.Breathe(QtPump::Input::Too); }; // handles what was tapped under the strip
     // The accessible name of a field over a cell is that of its row; a prompt's field has the name of its question.
     const auto name = [this] { return grdMain.Visible() ? grdMain.Cell(grdMain.Row(), 0) : grdTitle.Cell(0, 0); };

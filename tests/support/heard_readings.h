@@ -4,6 +4,7 @@
 
 #include "tests/support/test_device.h"
 
+#include <functional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -17,9 +18,17 @@ struct HeardReadings final : platform::ReadingLog {
     std::vector<Text> Emptied;
     std::vector<platform::Verdict> Verdicts;
     std::vector<platform::RowChange> Rows;
+    std::function<void()> AtText;     ///< called when text is reported
+    std::function<void()> AtDecoding; ///< called when a batch is about to be decoded
 
     void TextReceived(platform::TextSource source, TextView characters) override {
         Texts.emplace_back(source, characters);
+        if (AtText)
+            AtText();
+    }
+    void DecodingBegins() override {
+        if (AtDecoding)
+            AtDecoding();
     }
     void TextEmptied(TextView characters) override { Emptied.emplace_back(characters); }
     void DecodingBegins() override {}

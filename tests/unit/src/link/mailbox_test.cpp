@@ -95,6 +95,17 @@ TEST_F(Mailbox, DeliveryIsReportedAsOne) {
     EXPECT_EQ(heard.Texts[0].second, u"a line\r\n");
 }
 
+/// Whoever records a delivery has it before the only copy is gone.
+TEST_F(Mailbox, DeliveryIsReportedBeforeItsFileIsDeleted) {
+    support::HeardReadings heard(Device);
+    std::vector<bool> waited;
+    heard.AtText = [&] { waited.push_back(Waits()); };
+    Deliver("a line\n");
+    Device.Tick(500);
+    EXPECT_EQ(waited, std::vector<bool>{true});
+    EXPECT_FALSE(Waits());
+}
+
 /// The half line came over the port that was used before.
 TEST_F(Mailbox, EndOfAHalfLineLetsAReadingComeAgain) {
     Receive.RxText = u"half";

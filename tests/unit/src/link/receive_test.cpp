@@ -153,6 +153,19 @@ TEST_F(Receiving, TextIsReportedWithItsSource) {
                                          testing::Pair(platform::TextSource::Again, u"[BLob]\r\n[/BLob]\r\n")));
 }
 
+/// Whoever keeps what was received has time for it before a tone sounds.
+TEST_F(Receiving, DecodingIsReportedBeforeTheToneOfABatch) {
+    support::HeardReadings heard(Device);
+    std::vector<std::size_t> tones;
+    heard.AtDecoding = [&] { tones.push_back(Device.Did.Tones.size()); };
+    Device.WillAnswer(platform::BoxAnswer::Yes);
+    Arrive(Reading + Reading);
+    EXPECT_THAT(tones, IsEmpty());
+    Device.Tick(1000);
+    EXPECT_THAT(tones, ElementsAre(0U));
+    EXPECT_FALSE(Device.Did.Tones.empty());
+}
+
 TEST_F(Receiving, TextThatComesDuringAQuestionIsLost) {
     const support::HeardReadings heard(Device);
     Device.Main().SetCell(1, 1, u"old");
