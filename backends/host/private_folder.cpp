@@ -27,21 +27,23 @@ std::string WhyNot(const struct stat& found, unsigned forbidden) {
 
 Text OpenPrivateFolder(const std::string& path, unsigned forbidden, Descriptor& folder) {
     const std::string named = WithoutSlashes(path);
-    if (const ErrorNumber error = MakeFolders(named); error != NoError)
-        return ErrorText(error);
-    Descriptor opened(Repeated([&] { return ::open(named.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC); }));
+    const ErrorNumber error = MakeFolders(named);
     struct stat found {};
+    const bool exists = ::lstat(named.c_str(), &found) == 0;
     std::string why;
-    if (!opened.Valid())
-        why = errno == ELOOP || errno == ENOTDIR ? "it is a link" : ReasonOf(errno);
-    else if (::fstat(opened.Number(), &found) != 0)
-        why = ReasonOf(errno);
-    else
-        why = WhyNot(found, forbidden);
-    if (!why.empty())
-        return modStringTools::FromBytes(path + " can't be used: " + why);
-    folder = std::move(opened);
-    return {};
+    if (exists && S_ISLNK(found.st_mode))
+        why = "it is a link";
+    else if (exists && !S_ISDIR(found.st_mode))
+        why = "it is a file";
+    else if (error != NoError)
+        why = modStringTools::ToBytes(ErrorText(error));
+    if (why.empty()) {
+        folder = Descriptor(
+            Repeated([&] { return ::open(named.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC); }));
+        const bool opened = folder.Valid() && ::fstat(folder.Number(), &found) == 0;
+        why = opened ? WhyNot(found, forbidden) : ReasonOf(errno);
+    }
+    return why.empty() ? Text() : modStringTools::FromBytes(path + " can't be used: " + why);
 }
 
 } // namespace backends

@@ -192,7 +192,7 @@ TEST_P(DraftsInABadPlace, AreAWarningAndNothingElse) {
 
 INSTANTIATE_TEST_SUITE_P(Places, DraftsInABadPlace,
                          testing::Values(PlaceRow{"a file", PutAFile, "is not kept until it is saved"},
-                                         PlaceRow{"a link", PutALink, "is not a folder"},
+                                         PlaceRow{"a link", PutALink, "it is a link"},
                                          PlaceRow{"another user's", PutAnothersFolder, "belongs to another user"}));
 
 } // namespace
