@@ -161,7 +161,7 @@ public:
 
 private:
     Text Caption_;
-    bool Visible_ = true;
+    bool Visible_ = false;
     bool Enabled_ = true;
 };
 

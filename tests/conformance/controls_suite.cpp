@@ -15,6 +15,17 @@ TEST_P(ControlsSuite, KeepTheirBoxes) {
     }
 }
 
+TEST_P(ControlsSuite, AreHiddenAtFirstExceptForTheGrids) {
+    for (const auto& [name, control] : Controls()) {
+        EXPECT_EQ(control->Visible(), control == &Form().grdTitle || control == &Form().grdMain) << name;
+        EXPECT_TRUE(control->Enabled()) << name;
+    }
+    for (const MenuItem* item : MenuItems()) {
+        EXPECT_FALSE(item->Visible());
+        EXPECT_TRUE(item->Enabled());
+    }
+}
+
 TEST_P(ControlsSuite, AreVisibleAsTheyWereSet) {
     for (const auto& [name, control] : Controls()) {
         for (const bool visible : {true, false, true}) {

@@ -15,8 +15,9 @@ struct Box {
     bool operator==(const Box&) const = default;
 };
 
-/// The operations of every control. A control that has the focus loses it when it is hidden, and keeps it while it is
-/// disabled. Nothing that the application sets raises an event but what is said so here and at OwnerDrawGrid.
+/// The operations of every control. At first each is enabled, a grid is visible, and any other control is hidden. A
+/// control that has the focus loses it when it is hidden, and keeps it while it is disabled. Nothing that the
+/// application sets raises an event but what is said so here and at OwnerDrawGrid.
 class Control {
 public:
     virtual ~Control() = default;
@@ -141,7 +142,8 @@ public:
     virtual void SetInterval(std::int32_t milliseconds) = 0;
 };
 
-/// A top-level soft menu or one of its items; raises a click event. Its operations report no failure.
+/// A top-level soft menu or one of its items; raises a click event. At first it is enabled and hidden. Its operations
+/// report no failure.
 class MenuItem {
 public:
     virtual ~MenuItem() = default;
