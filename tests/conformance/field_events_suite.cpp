@@ -130,6 +130,33 @@ TEST_P(FieldEventsSuite, TypeAtTheCaretThatTheProgramHasSet) {
     }
 }
 
+TEST_P(FieldEventsSuite, KeepTheCaretInATextThatTheProgramSets) {
+    TextBox& box = Form().txtInputField;
+    Open(box);
+    box.SetContents(u"abc");
+    box.Select(1, 0);
+    box.SetContents(u"xyz");
+    Device->Type(u"-");
+    EXPECT_EQ(box.Contents(), u"x-yz");
+    box.SetContents(u"");
+    box.SetContents(u"xyz");
+    Device->Type(u"-");
+    EXPECT_EQ(box.Contents(), u"-xyz");
+}
+
+TEST_P(FieldEventsSuite, TakeABlankForEachLineEndWhereThereIsOneLine) {
+    Open(Form().txtInputField);
+    Device->ReplaceText(u"a\r\nb\nc");
+    EXPECT_EQ(Form().txtInputField.Contents(), u"a  b c") << "two characters, two blanks";
+    Open(Form().cboInputField);
+    Device->ReplaceText(u"a\r\nb\nc");
+    EXPECT_EQ(Form().cboInputField.Contents(), u"a  b c");
+    Form().txtInputField.SetMultiLine(true);
+    Form().txtInputField.SetFocus();
+    Device->ReplaceText(u"a\r\nb");
+    EXPECT_EQ(Form().txtInputField.Contents(), u"a\r\nb");
+}
+
 TEST_P(FieldEventsSuite, RaiseOneChangeForATextReplacedInOneStep) {
     TextBox& box = Form().txtInputField;
     Open(box);

@@ -65,7 +65,8 @@ public:
 class TextBox : public FontControl {
 public:
     virtual Text Contents() const = 0;
-    /// Raises the change event, even if the text is the same: a call by the program counts as a change.
+    /// Raises the change event, even if the text is the same: a call by the program counts as a change. The caret stays
+    /// where it is, as far as there is text.
     virtual void SetContents(const Text& text) = 0;
 
     virtual bool MultiLine() const = 0;
