@@ -127,6 +127,17 @@ TEST_P(RunTimeSuite, LeavesTheFocusWhereItIsUnderABox) {
     EXPECT_THAT(Heard(), IsEmpty());
 }
 
+TEST_P(RunTimeSuite, GivesTheReleaseOfATapToTheBoxThatItOpened) {
+    ShowRows(5);
+    Raised.When["grdMain_Press"] = [this] {
+        Form().tmrHoldEvent.SetEnabled(true);
+        Ask(*Device, BoxButtons::Ok, DoNothing, BoxAnswer::Ok);
+    };
+    Device->Tap(2, 0);
+    EXPECT_THAT(Heard(), ElementsAre("grdMain_RowColChange", "grdMain_Press"));
+    EXPECT_FALSE(Form().tmrHoldEvent.Enabled()) << "nothing is held down";
+}
+
 TEST_P(RunTimeSuite, AnswersTheInnerOneOfTwoBoxesFirst) {
     std::vector<BoxAnswer> answers;
     const auto inner = [&] { answers.push_back(Ask(*Device, BoxButtons::YesNo, DoNothing, BoxAnswer::Yes)); };

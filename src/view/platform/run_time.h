@@ -11,7 +11,8 @@ enum class BoxIcon { None, Question };
 enum class BoxAnswer { Ok, Yes, No };
 
 /// Shows a text and waits for the answer in a nested loop, in which events of timers, of the serial port and of the
-/// form are raised. With Yes and No the default button is No.
+/// form are raised. With Yes and No the default button is No. If the pointer is down on a cell when the box opens, the
+/// box gets the release: none is raised, and tmrHoldEvent is stopped.
 class MessageBox {
 public:
     virtual ~MessageBox() = default;
