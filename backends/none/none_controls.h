@@ -42,7 +42,7 @@ private:
     std::int32_t FontSize_ = 8;
 };
 
-/// A real form calls Form_QueryUnload and Form_Unload when it is to be closed.
+/// A real form calls Form_QueryUnload when it is to be closed, and Form_Unload if that has not cancelled it.
 class NoneForm final : public Form {
 public:
     Box Bounds() const override { return Twips_; }
@@ -57,7 +57,9 @@ private:
     Box Twips_{0, 0, 240 * TwipsPerPixel, 320 * TwipsPerPixel};
 };
 
-/// A real text box raises txtInputField_Change at each change, also at one that the program makes.
+/// A real text box raises txtInputField_Change at each change, also at one that the program makes, and the events of
+/// its focus. What a person types replaces the selection. Enter begins a line (CR and LF, which are one character for
+/// the caret) where there may be several, and writes nothing where there is one. Left and right move the caret.
 class NoneTextBox final : public NoneFontControl<TextBox> {
 public:
     Text Contents() const override { return Contents_; }
@@ -72,6 +74,8 @@ private:
     bool MultiLine_ = false;
 };
 
+/// A real one raises the events of its focus and none for its text. Up and down choose the item before or after the one
+/// that equals the text.
 class NoneComboBox final : public NoneFontControl<ComboBox> {
 public:
     Text Contents() const override { return Contents_; }
@@ -89,7 +93,8 @@ private:
     std::int32_t Items_ = 0;
 };
 
-/// A real one raises dteInputField_Closed when a person has chosen a date.
+/// A real one raises dteInputField_Closed when a person has chosen a date, even if it is the same. The arrows move the
+/// date by a day or a week, without an event.
 class NoneDatePicker final : public NoneControl<DatePicker> {
 public:
     CalendarDate Date() const override { return Date_; }
@@ -99,6 +104,7 @@ private:
     CalendarDate Date_;
 };
 
+/// A real one raises lstHoldMenu_Click when a person has chosen an item, and lstHoldMenu_LostFocus.
 class NoneListBox final : public NoneControl<ListBox> {
 public:
     void Clear() override {
@@ -121,6 +127,7 @@ private:
     Text Tag_;
 };
 
+/// The line that says that the program is busy. A real one is on the screen when Refresh returns.
 class NoneLabel final : public NoneFontControl<Label> {
 public:
     Text Caption() const override { return Caption_; }
@@ -149,7 +156,7 @@ private:
     bool Enabled_ = false;
 };
 
-/// A real one raises its click.
+/// A real one raises its click, such as mnuButton1_Click, and leaves the focus where it is.
 class NoneMenuItem final : public MenuItem {
 public:
     Text Caption() const override { return Caption_; }
@@ -165,8 +172,11 @@ private:
     bool Enabled_ = true;
 };
 
-/// The grid has the cells that all back-ends share, and is never painted. A real one derives from DrawnGrid, calls
-/// grdMain_RowColChange from RowColChanged, and paints by grdMain_DrawCell.
+/// The grid has the cells that all back-ends share, and is never painted. A real one derives from DrawnGrid, whose
+/// Moved and DrawCell are set to the handlers of its two events, and has RaisePainting called in each round of events.
+/// Whenever grdMain has been painted (Repainted), grdTitle wants painting too, because it takes its columns from there.
+/// A tap gives grdMain the focus, moves the current cell, and raises grdMain_Press and then grdMain_Release; a tap on
+/// the title raises grdTitle_Release.
 class NoneGrid final : public GridStore {
 public:
     void SetFocus() override {}

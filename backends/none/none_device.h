@@ -9,7 +9,8 @@ namespace backends::none {
 
 using namespace platform;
 
-/// Fonts of one size. A real font server measures.
+/// Fonts of one size. A real font server measures: a larger size is higher, a line end has no width, and one at the end
+/// of a text begins no line.
 class NoneFonts final : public FontServer {
 public:
     FontHandle GetFont(const Text&, std::int32_t, std::int32_t) override { return 1; }

@@ -6,7 +6,8 @@
 // Before replacing an object by code of your own, look for a part that does it: backends/files (storage), serial and
 // port (ports), grid (cells and their painting), simulated (what a device reports), loop (the event loop and all that
 // uses it: BackEnd is a whole device except for its controls and what DeviceParts names), host (those parts on a POSIX
-// host).
+// host). BackEnd has a record of its own: it takes the place of this class and of none_device.h in one step, and its
+// head says what the controls must be then.
 #pragma once
 
 #include "backends/none/none_controls.h"
