@@ -1,5 +1,14 @@
 // SPDX-License-Identifier: MIT
-// A whole device: everything that back-ends have in common. A back-end adds the controls and the fonts.
+// A whole device: everything that back-ends have in common. A back-end adds the controls, the fonts and a pump.
+//
+// Its controls implement Controls (form_controls.h), and those that can have the focus also FocusTarget (focus.h). Its
+// constructor makes the record by RecordOf, calls DesignControls and WireEvents (form_events.h), and sets
+// boxes.Opening: a box that opens takes the release of a cell that is pressed. In each round of events it calls
+// RaisePainting of both grids, as an EventSource of the loop or in the pump's HandlePending.
+//
+// These events are left to it: grdMain_Press and grdMain_Release, with HandIsDown true between them; grdTitle_Release,
+// lstHoldMenu_Click and dteInputField_Closed; keys, by form_keys.h; menus, the request to close the form and the soft
+// keyboard, by form_events.h.
 #pragma once
 
 #include "backends/loop/form_controls.h"

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
-// How a key passes through the form, whatever device it comes from.
+// How a key passes through the form, whatever device it comes from. It is for the control that has the focus when it
+// goes down, or for grdMain if none has (Focus::HolderOr), and acts on it only if that is still so when KeyDownPasses
+// returns. Where DrawnGrid::TurnsPages is set, a page key acts on grdMain whatever has the focus.
 #pragma once
 
 #include <cstdint>
