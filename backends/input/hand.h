@@ -19,7 +19,8 @@ public:
 
     BackEnd& Device() const { return Device_; }
 
-    /// The pointer goes down on a visible cell of grdMain, and up again.
+    /// The pointer goes down on a visible cell of grdMain, which gets the focus and then becomes the current one, and
+    /// up again.
     virtual void PressCell(std::int32_t row, std::int32_t col) = 0;
     virtual void ReleaseCell() = 0;
 
@@ -30,7 +31,8 @@ public:
     /// A key of the device goes down and up.
     virtual void StrikeKey(std::int32_t keyCode) = 0;
 
-    /// One character, typed into the control that has the focus: two units for one beyond the first 65,536.
+    /// One character, typed into the control that has the focus: two units for one beyond the first 65,536. The form
+    /// gets no key event of it; those are StrikeKey's.
     virtual void TypeCharacter(TextView character) = 0;
     /// Several printable characters, in their order. The result is the same as typing them one by one, but a control
     /// may treat them as one change.

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The common part of all forms on which a Hand performs a person's actions: each device of the tests has a Platform, a
-// Hand, a record of what it Did, and steps that it WillDo.
+// Hand, a record of what it Did, and steps that it WillDo. A device for another back-end is made as WindowDevice of
+// tests/support is: it is the back-end's CommandSource, whose commands are these steps.
 #pragma once
 
 #include "backends/input/keyboard.h"

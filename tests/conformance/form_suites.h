@@ -3,7 +3,8 @@
 // and run_time.h, and the events of src/app/form.h.
 //
 // A back-end joins by one file that derives from FormUnderTest and runs QUORIN_RUN_FORM_SUITES with its factory, as
-// headless_form.cpp and qt_form.cpp do. What a back-end does not have is a suite that its file leaves out, as
+// headless_form.cpp and qt_form.cpp do: their FormInHand (form_in_hand.h) has most of it for a back-end that is made
+// from BackEnd and has a Hand (backends/input). What a back-end does not have is a suite that its file leaves out, as
 // none_form.cpp does, with the reason; the routines of FormUnderTest that only such suites call may be left out too.
 #pragma once
 
@@ -49,7 +50,7 @@ public:
     virtual void ClickItem(std::int32_t /*menu*/, std::int32_t /*item*/) { Lacks(); }
     virtual void ClickTitle(std::int32_t /*menu*/) { Lacks(); }
     virtual void PressKey(std::int32_t /*keyCode*/) { Lacks(); }
-    /// Types into the control that has the focus; `\r` is Enter, `\b` Backspace.
+    /// Types into the control that has the focus, without key events of the form; `\r` is Enter, `\b` Backspace.
     virtual void Type(const Text&) { Lacks(); }
     virtual void ReplaceText(const Text&) { Lacks(); } ///< all text of the control that has the focus, in one step
     virtual void ChooseDate(const CalendarDate&) { Lacks(); }
