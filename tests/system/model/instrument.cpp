@@ -55,8 +55,8 @@ std::string Instrument::Variable(const Outfit& outfit) {
                                          "x",
                                          "40-60",
                                          "7",
-                                         "\xC3\x9C"
-                                         "cker"};
+                                         ("\xC3\x9C"
+                                          "cker")};
     const std::string name = outfit.Variables[Chance_.Below(static_cast<std::uint32_t>(outfit.Variables.size()))];
     return "[DESCRIPTIVE_VAR \"" + name + "=" + Chance_.Of(values) + "\"]";
 }

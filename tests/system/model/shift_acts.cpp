@@ -235,8 +235,8 @@ void Shift::ActOnCell() {
 /// A field is closed by a tap on another cell, and by a command, which changes the screen.
 void Shift::ActInField() {
     static const char* const texts[] = {"typed", "by hand 3",
-                                        "gr\xC3\xBC"
-                                        "n",
+                                        ("gr\xC3\xBC"
+                                         "n"),
                                         "", "x"};
     const std::uint32_t what = Below(8);
     const std::size_t row = Below(Twin_.Fields().size());
@@ -280,8 +280,8 @@ void Shift::ActInDatePrompt() {
 
 void Shift::ActInRenamePrompt() {
     static const char* const names[] = {"North field", "Monday", "",
-                                        "Keller \xC3\xBC"
-                                        "ber Tage"};
+                                        ("Keller \xC3\xBC"
+                                         "ber Tage")};
     const std::uint32_t what = Below(4);
     if (what == 0) {
         GoBack();

@@ -9,10 +9,8 @@ namespace {
 
 constexpr std::size_t SectorSize = 512;
 
-constexpr std::uint32_t LosesAll = 0;
-constexpr std::uint32_t LosesNothing = 1;
-constexpr std::uint32_t LosesContents = 2;
-constexpr std::uint32_t LosesNames = 3;
+/// The first seeds have a meaning of their own.
+enum : std::uint32_t { LosesAll, LosesNothing, LosesContents, LosesNames };
 
 /// Does not use the library's distributions, so that a seed means the same damage in every build.
 bool Happens(double chance, std::mt19937& random) {

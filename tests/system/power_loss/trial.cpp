@@ -42,7 +42,8 @@ bool IsLeftover(const std::string& path) {
 bool HasLeftovers(const Operation& operation, const Tree& tree) {
     bool has = false;
     const Tree& before = TreeBefore(operation);
-    for (const auto& [path, bytes] : tree.Files) {
+    for (const auto& each : tree.Files) {
+        const std::string& path = each.first;
         const bool known = before.Files.count(path) != 0 ||
                            std::any_of(operation.Before.begin(), operation.Before.end(),
                                        [&](const auto& file) { return HostName(file.first, operation.Kept) == path; });

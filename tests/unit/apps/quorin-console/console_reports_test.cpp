@@ -77,8 +77,10 @@ TEST_F(ScreenObject, NamesTheMenuItemsThatAreOnShow) {
 /// Returns how many terminal columns a line takes. Its characters are one column wide, or two from U+4E00 on.
 std::size_t Columns(const std::string& line) {
     std::size_t columns = 0;
-    for (const unsigned char byte : line)
+    for (const char each : line) {
+        const auto byte = static_cast<unsigned char>(each);
         columns += (byte & 0xC0U) == 0x80U ? 0 : (byte >= 0xE4 && byte <= 0xE9) || byte >= 0xF0 ? 2 : 1;
+    }
     return columns;
 }
 
