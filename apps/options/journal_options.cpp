@@ -11,7 +11,7 @@ void AddJournalOptions(CLI::App& app, JournalWords& words, const std::string& by
     auto* folder = app.add_option("--journal", words.Folder, "Folder of the journal, which records readings and acts")
                        ->type_name("DIR")
                        ->default_str(byDefault);
-    app.add_flag("--no-journal", words.None, "Keep no journal")->excludes(folder);
+    app.add_flag("--no-journal", words.None, "Keep no journal")->default_str("off")->excludes(folder);
     app.add_option("--journal-size", words.Megabytes, "Remove the oldest days beyond this size of the folder, in MB")
         ->type_name("MB")
         ->check(CLI::Range(std::int64_t{1}, std::int64_t{1'000'000}).description(""))
