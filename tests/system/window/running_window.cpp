@@ -177,10 +177,11 @@ double Child::ProcessorSeconds() const {
 // --- the desktop -----------------------------------------------------------------------------------------------------
 
 Desktop::Desktop(Hand hand) : Person_(hand) {
-    // The server writes the number of its display as soon as it accepts clients, and keeps its screen in a file.
-    Server_ =
-        std::make_unique<Child>(std::vector<std::string>{"Xvfb", "-displayfd", "1", "-screen", "0", "1024x768x24",
-                                                         "-fbdir", Frames_.Path(), "-nolisten", "tcp", "-noreset"});
+    // The server writes the number of its display as soon as it accepts clients, and keeps its screen in a file. "-r":
+    // it repeats no key that is down, because on a busy machine the release of a typed key may be late.
+    Server_ = std::make_unique<Child>(std::vector<std::string>{"Xvfb", "-displayfd", "1", "-screen", "0", "1024x768x24",
+                                                               "-fbdir", Frames_.Path(), "-nolisten", "tcp", "-noreset",
+                                                               "-r"});
     Eventually([this] { return Server_->HasEnded() || Server_->Output().find('\n') != std::string::npos; });
     Name_ = ":" + Server_->Output().substr(0, Server_->Output().find('\n'));
     Child::Setting setting;
