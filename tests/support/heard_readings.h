@@ -31,7 +31,6 @@ struct HeardReadings final : platform::ReadingLog {
             AtDecoding();
     }
     void TextEmptied(TextView characters) override { Emptied.emplace_back(characters); }
-    void DecodingBegins() override {}
     void ReadingJudged(const platform::Verdict& verdict) override { Verdicts.push_back(verdict); }
     void RowChanged(const platform::RowChange& change) override { Rows.push_back(change); }
 
