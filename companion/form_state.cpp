@@ -19,6 +19,13 @@ bool RecordIsOpen() {
     return screen != 0 && screen == modQuorin::ScrInfRecord;
 }
 
+std::vector<Text> FieldNames() {
+    std::vector<Text> names;
+    for (const modQuorin::InfField& field : modQuorin::Inf.InfFields)
+        names.push_back(field.FieldName);
+    return names;
+}
+
 bool IsOpenDownload(const Text& file) {
     return !file.empty() && file == modFileSystem::BareName(modQuorin::Selection.SelectedDownload);
 }

@@ -4,10 +4,15 @@
 
 #include "src/text/text.h"
 
+#include <vector>
+
 namespace companion {
 
 /// True if a record is on the screen, or under a prompt.
 bool RecordIsOpen();
+
+/// Returns the names of the open driver's columns.
+std::vector<Text> FieldNames();
 
 /// True if a table of this bare name is the download that was opened last.
 bool IsOpenDownload(const Text& file);

@@ -2,12 +2,13 @@
 // The words of a verdict at the moment in which it is reported.
 #pragma once
 
+#include "companion/value_limits.h"
 #include "companion/verdict_words.h"
 
 namespace companion {
 
-/// Returns the words for the driver of the record on screen. A value that was kept is an alarm if nobody was asked: a
-/// list or a date that is open ignores readings.
-VerdictWords WordsOfJudged(const platform::Verdict& verdict);
+/// Returns the words for the driver of the record on screen, whose limits may be null. A value that was kept is an
+/// alarm if nobody was asked: a list or a date that is open ignores readings.
+VerdictWords WordsOfJudged(const platform::Verdict& verdict, const ValueLimits* limits);
 
 } // namespace companion

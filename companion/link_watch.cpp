@@ -44,7 +44,7 @@ void LinkWatch::TextReceived(platform::TextSource, TextView) {
 }
 
 void LinkWatch::ReadingJudged(const platform::Verdict& verdict) {
-    Last_ = {WordsOfJudged(verdict), TimeText(platform::Device().clock.Now()), Now_()};
+    Last_ = {WordsOfJudged(verdict, Limits_), TimeText(platform::Device().clock.Now()), Now_()};
     if (Last_->Words.Outcome == Outcome::Alarm)
         Alarm_ = Last_;
 }

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "companion/link_line.h"
+#include "companion/value_limits.h"
 #include "src/view/platform/errors.h"
 #include "src/view/platform/reading_log.h"
 
@@ -34,6 +35,9 @@ public:
     /// called every two seconds at most.
     LinkWatch(MomentFinder now, TroubleFinder find) : Now_(now), Find_(std::move(find)) {}
 
+    /// Compares values with these limits from now on. They must exist for as long as readings are reported.
+    void Use(const ValueLimits& limits) { Limits_ = &limits; }
+
     /// Returns true five times a second at most: the line shows whole seconds, and the loop may call this a thousand
     /// times.
     bool IsDue();
@@ -58,6 +62,7 @@ private:
     const std::optional<Judged>& Latest() const;
     void Forget();
 
+    const ValueLimits* Limits_ = nullptr;
     MomentFinder Now_;
     TroubleFinder Find_;
     std::optional<Judged> Last_;  ///< the last reading

@@ -84,7 +84,7 @@ const std::vector<VerdictChoice>& VerdictChoices() {
 void ReadingTable::ReadingJudged(const platform::Verdict& verdict) {
     Readings_.ReadingJudged(verdict);
     const platform::Reading& reading = verdict.Reading;
-    VerdictWords words = WordsOfJudged(verdict);
+    VerdictWords words = WordsOfJudged(verdict, Limits_);
     Details_.push_back({.When = platform::Device().clock.Now(),
                         .Fate = verdict.Fate,
                         .Outcome = words.Outcome,

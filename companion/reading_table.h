@@ -4,6 +4,7 @@
 #pragma once
 
 #include "companion/readings.h"
+#include "companion/value_limits.h"
 #include "companion/verdict_words.h"
 #include "src/view/platform/device.h"
 
@@ -34,6 +35,9 @@ class ReadingTable final : public platform::ReadingLog {
 public:
     /// At most this many readings are kept, and of large ones fewer: as many as KeptReadings keeps.
     static constexpr std::size_t MostRows = 100'000;
+
+    /// Compares values with these limits from now on. They must exist for as long as readings are reported.
+    void Use(const ValueLimits& limits) { Limits_ = &limits; }
 
     // The shown rows, from 0, the oldest first.
     std::size_t Rows() const { return Shown_.size(); }
@@ -91,6 +95,7 @@ private:
     const Details* Numbered(std::size_t number) const;
     bool Matches(const Details& details) const;
 
+    const ValueLimits* Limits_ = nullptr;
     KeptReadings Readings_;
     std::deque<Details> Details_;   ///< of the last readings
     std::deque<std::size_t> Shown_; ///< numbers

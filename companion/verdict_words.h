@@ -10,7 +10,7 @@ namespace companion {
 enum class Outcome {
     Taken, ///< the next save stores it
     Left,  ///< it is not stored, as a person has decided
-    Alarm, ///< it is not stored, or was written where it may not belong
+    Alarm, ///< it is not stored, was written where it may not belong, or is outside of a limit that it must not pass
 };
 
 struct VerdictWords {

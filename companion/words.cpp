@@ -163,6 +163,19 @@ Notice DraftsWait(std::size_t count) {
             what + u" not saved. The window offers them at its start, quorin-console with --recover.", Until::Tapped};
 }
 
+Notice LimitsNotRead(const Text& driver, const Text& why) {
+    return {AboutLimits, Severity::Warning,
+            driver + u".limits can't be read: " + why + u". No value is compared with its limits.", Until::RecordLeft};
+}
+
+Notice LimitsNotUsed(const Text& driver, const std::vector<Text>& problems) {
+    const std::size_t others = problems.size() - 1;
+    const Text more =
+        others == 0 ? Text() : u", and " + modStringTools::NumberText(static_cast<std::int64_t>(others)) + u" more";
+    return {AboutLimits, Severity::Warning,
+            driver + u".limits, " + problems.front() + more + u". What is wrong there is not used.", Until::RecordLeft};
+}
+
 Notice RightsNotKept(const Text& file) {
     return {AboutRights, Severity::Warning,
             file + u" has lost its group or its access list: other users may have fewer rights to it than "

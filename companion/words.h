@@ -25,6 +25,7 @@ inline const Text AboutPlace = u"place";
 inline const Text AboutDraft = u"draft";
 inline const Text AboutUnsaved = u"unsaved";
 inline const Text AboutJournal = u"journal";
+inline const Text AboutLimits = u"limits";
 
 /// "20:30:05".
 Text TimeText(const platform::DateTime& moment);
@@ -63,6 +64,10 @@ Notice DraftsWait(std::size_t count);
 Notice JournalStopped(const Text& why);
 /// Lines of the journal are written to the disk after the tone of a reading.
 Notice JournalIsSlow();
+/// The limits of a driver's values can't be read.
+Notice LimitsNotRead(const Text& driver, const Text& why);
+/// Some of them are not used. `problems`: one at least.
+Notice LimitsNotUsed(const Text& driver, const std::vector<Text>& problems);
 /// A file that was rewritten could not keep all of its permissions.
 Notice RightsNotKept(const Text& file);
 

@@ -77,6 +77,7 @@ void Session::Use(backends::HostBackEnd& used, backends::Hand& user) {
     if (JournalToKeep)
         Journal_.emplace(*JournalToKeep, Program, used);
     used.readings.Add(Readings_);
+    Writer_.Use(used.onlooker.limits);
     if (Verdicts)
         used.readings.Add(Writer_);
     if (!LockWarning.empty())

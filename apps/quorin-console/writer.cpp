@@ -64,7 +64,10 @@ void Writer::NotSaved(const Text& file, const Text& why) {
 }
 
 void Writer::ReadingJudged(const platform::Verdict& verdict) {
-    Write(journal::ReadingEvent(verdict));
+    Json event = journal::ReadingEvent(verdict);
+    if (const auto outside = Limits_ != nullptr ? Limits_->Judge(verdict) : std::nullopt)
+        event["limit"] = Utf8(companion::NameOf(outside->Breach));
+    Write(event);
 }
 
 void Writer::RowChanged(const platform::RowChange& change) {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "backends/loop/services.h"
+#include "companion/value_limits.h"
 #include "journal/journal_lines.h"
 #include "src/view/platform/reading_log.h"
 
@@ -23,6 +24,8 @@ public:
     void Write(const Json& object);
     /// True if a write has failed.
     bool Failed() const { return !Out_; }
+    /// Compares the values of readings with these limits from now on. They must exist as long as the writer is used.
+    void Use(const companion::ValueLimits& limits) { Limits_ = &limits; }
     /// Returns the number of readings that were taken in this run: each sounds the high tone.
     std::int64_t Readings() const { return Readings_; }
 
@@ -46,6 +49,7 @@ public:
 private:
     std::ostream& Out_;
     OutputFor Reader_;
+    const companion::ValueLimits* Limits_ = nullptr;
     std::int64_t Readings_ = 0;
 };
 

@@ -22,6 +22,8 @@ companion::LinkWatch::Moment WindowWatch::Now() {
 void WindowWatch::Attach(backends::qt::QtPlatform& device) {
     Device_ = &device;
     device.loop.Listen(*this);
+    Link_.Use(device.onlooker.limits);
+    Readings_.Use(device.onlooker.limits);
     device.readings.Add(Link_);
     device.readings.Add(Readings_);
     Panel_.emplace(

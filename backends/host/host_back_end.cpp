@@ -12,6 +12,11 @@ HostBackEnd::HostBackEnd(HostDevice& device, HostPump& pumpOfHost, CommandSource
                       onlooker.notices.Raise(companion::RightsNotKept(modStringTools::FromBytes(file)));
                   },
               .Told = {}};
+    onlooker.FindLimits = [this](const Text& driver, Text& why) {
+        LimitsFile::Content content = host.limits.Read(driver);
+        why = content.Why;
+        return content.Table;
+    };
     loop.Begins = [this] { BeginOperation(); };
     pump.WakenBy(host.ports);
 }

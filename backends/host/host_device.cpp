@@ -31,13 +31,21 @@ SettingsFile SettingsFor(const DeviceOptions& options) {
                                     : SettingsFile(options.Settings);
 }
 
+std::string SettingsFolder(const DeviceOptions& options) {
+    if (options.Settings.empty())
+        return options.Root;
+    const std::size_t slash = options.Settings.rfind('/');
+    return slash == std::string::npos ? "." : options.Settings.substr(0, slash + 1);
+}
+
 } // namespace
 
 HostDevice::HostDevice(const DeviceOptions& options)
     : volumes(VolumesFor(options), PathMap(options.Root)), hostFiles(PathMap(options.Root)), files(hostFiles, faults),
       hostDatabases(PathMap(options.Root)), databases(hostDatabases, faults), settingsFile(SettingsFor(options)),
-      settings(settingsFile, faults), ports(options.Ports), serial(ports), System_(SystemFor(options)),
-      Clock_(ClockFor(options)), Connections_(options.Connections != nullptr ? *options.Connections : connections) {
+      settings(settingsFile, faults), limits(SettingsFolder(options)), ports(options.Ports), serial(ports),
+      System_(SystemFor(options)), Clock_(ClockFor(options)),
+      Connections_(options.Connections != nullptr ? *options.Connections : connections) {
     const Text keptOn = settingsFile.Get(u"Quorin", modQuorin::SettingsSection, modQuorin::VolumeKey, u"");
     const bool inMemory = TraitsOf(options.DeviceType).IsMemory(keptOn); // memory can't be removed, unlike a card
     volumes.MakeFolders(inMemory ? Text() : keptOn);

@@ -6,6 +6,7 @@
 #include "backends/files/host_volumes.h"
 #include "backends/files/line_database.h"
 #include "backends/files/settings_file.h"
+#include "backends/host/limits_file.h"
 #include "backends/loop/back_end.h"
 #include "backends/serial/host_ports.h"
 #include "backends/simulated/failing_storage.h"
@@ -51,6 +52,7 @@ public:
     FailingDatabase databases;
     SettingsFile settingsFile;
     FailingSettings settings;
+    LimitsFile limits; ///< beside the settings
 
     HostPorts ports;
     DeviceSerial serial;

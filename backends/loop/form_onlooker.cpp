@@ -30,6 +30,19 @@ void FormOnlooker::RecordOpened(const OpenedRecord& record) {
     }
     if (!record.Listed)
         notices.Raise(companion::OtherDriver(record));
+    TakeLimits(record.Driver);
+}
+
+void FormOnlooker::TakeLimits(const Text& driver) {
+    limits = {};
+    Text why;
+    const auto table = FindLimits ? FindLimits(driver, why) : std::nullopt;
+    if (table)
+        limits = {*table, companion::FieldNames()};
+    if (!why.empty())
+        notices.Raise(companion::LimitsNotRead(driver, why));
+    else if (!limits.Problems().empty())
+        notices.Raise(companion::LimitsNotUsed(driver, limits.Problems()));
 }
 
 void FormOnlooker::ReadingLost(const LostReading& reading) {

@@ -6,8 +6,11 @@
 #include "backends/loop/services.h"
 #include "companion/losses.h"
 #include "companion/notices.h"
+#include "companion/value_limits.h"
 #include "src/view/platform/onlooker.h"
 
+#include <functional>
+#include <optional>
 #include <set>
 
 namespace backends {
@@ -20,6 +23,10 @@ public:
 
     companion::Notices notices;
     companion::Losses losses;
+    companion::ValueLimits limits; ///< of the driver of the record that was opened last
+
+    /// Sets how the table of a driver's limits is read when a record is opened. `why` is set if it can't be read.
+    std::function<std::optional<Text>(const Text& driver, Text& why)> FindLimits;
 
     void NotSaved(const Text& file, const Text& why) override;
     std::size_t FailedSaves = 0; ///< reported so far
@@ -41,6 +48,8 @@ public:
 private:
     const Clock& Time_;
     Watcher& Watcher_;
+    void TakeLimits(const Text& driver);
+
     std::set<Text> ReplacedFolders_; ///< already reported
 };
 

@@ -50,7 +50,6 @@ ReadingsPanel::ReadingsPanel(companion::ReadingTable& table, QWidget& form, std:
     RecordTitle_->setWordWrap(true);
     Record_ = new QPlainTextEdit(record);
     Record_->setReadOnly(true);
-    Record_->setTabChangesFocus(true);
     Record_->setAccessibleName(QStringLiteral("Record of the selected reading"));
     recordColumn->addWidget(RecordTitle_);
     recordColumn->addWidget(Record_, 1);

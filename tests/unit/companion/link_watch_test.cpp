@@ -28,8 +28,8 @@ protected:
     }
     std::string Line() { return Watch.Line(Port, Held).Text; }
     static std::string TimeNow() { return modStringTools::ToBytes(TimeText(platform::Device().clock.Now())); }
-    void Judge(platform::Fate fate) {
-        platform::Verdict verdict{.Fate = fate, .Field = u"Wall", .File = u"qrn0001.txt"};
+    void Judge(platform::Fate fate, std::int32_t row = -1) {
+        platform::Verdict verdict{.Fate = fate, .Row = row, .Field = u"Wall", .File = u"qrn0001.txt"};
         verdict.Reading.Types = {u"Moisture"};
         verdict.Reading.Value = u"14.1";
         verdict.Reading.Unit = u"%";
@@ -174,6 +174,18 @@ TEST_F(WatchedLink, IsDueFiveTimesASecond) {
     EXPECT_FALSE(Watch.IsDue());
     Now += milliseconds(1);
     EXPECT_TRUE(Watch.IsDue());
+}
+
+TEST_F(WatchedLink, SaysThatAValueIsOutsideOfALimit) {
+    const ValueLimits limits(u"COLUMN|WARNHIGH|FAILHIGH\nWall|10|14\n", {u"Wall"});
+    Watch.Use(limits);
+    modBluetooth::Ports.LinkOpen = true;
+    Port.Open = true;
+    Judge(platform::Fate::Taken);
+    EXPECT_EQ(Line(), "● Moisture 14.1 % → Wall, " + TimeNow());
+    Judge(platform::Fate::Taken, 1);
+    EXPECT_EQ(Line(), "● Moisture 14.1 % → Wall; above the limit 14: fail, 0 s ago");
+    EXPECT_EQ(Watch.Line(Port, false).Look, LineLook::Alarm);
 }
 
 } // namespace

@@ -1,0 +1,235 @@
+// SPDX-License-Identifier: MIT
+#include "companion/value_limits.h"
+
+#include "src/storage/row_line.h"
+
+#include <algorithm>
+#include <charconv>
+
+namespace companion {
+
+using modStringTools::SameIgnoringCase;
+
+namespace {
+
+constexpr std::size_t Missing = static_cast<std::size_t>(-1);
+
+bool IsDigit(char16_t character) {
+    return character >= u'0' && character <= u'9';
+}
+
+TextView WithoutBlanks(TextView text) {
+    const std::size_t first = std::min(text.find_first_not_of(u" \t"), text.size());
+    text.remove_prefix(first);
+    text.remove_suffix(text.size() - (text.find_last_not_of(u" \t") + 1));
+    return text;
+}
+
+struct Number {
+    double Value = 0;
+    std::size_t Length = 0; ///< in characters
+};
+
+/// Reads a text from its first character on.
+std::optional<Number> ReadNumber(TextView text) {
+    std::string ascii;
+    std::size_t at = 0;
+    const auto take = [&](char character) {
+        ascii += character;
+        ++at;
+    };
+    const auto digits = [&] {
+        const std::size_t before = at;
+        while (at < text.size() && IsDigit(text[at]))
+            take(static_cast<char>(text[at]));
+        return at > before;
+    };
+    if (at < text.size() && text[at] == u'-')
+        take('-');
+    else if (at < text.size() && text[at] == u'+')
+        ++at;
+    const bool hasWhole = digits();
+    const bool hasSign = at + 1 < text.size() && (text[at] == u'.' || text[at] == u',') && IsDigit(text[at + 1]);
+    if (hasSign) {
+        take('.');
+        digits();
+    }
+    if (!hasWhole && !hasSign)
+        return std::nullopt;
+    const std::size_t end = at;
+    const std::size_t asciiEnd = ascii.size();
+    if (at < text.size() && (text[at] == u'e' || text[at] == u'E')) {
+        take('e');
+        if (at < text.size() && (text[at] == u'-' || text[at] == u'+'))
+            take(static_cast<char>(text[at]));
+        if (!digits()) {
+            at = end;
+            ascii.resize(asciiEnd);
+        }
+    }
+    Number number{.Length = at};
+    const auto read = std::from_chars(ascii.data(), ascii.data() + ascii.size(), number.Value);
+    if (read.ec != std::errc())
+        return std::nullopt;
+    return number;
+}
+
+std::vector<Text> LinesOf(TextView table) {
+    std::vector<Text> lines;
+    for (std::size_t at = 0; at < table.size();) {
+        const std::size_t end = std::min(table.find(u'\n', at), table.size());
+        lines.emplace_back(table.substr(at, end - at));
+        if (!lines.back().empty() && lines.back().back() == u'\r')
+            lines.back().pop_back();
+        at = end + 1;
+    }
+    return lines;
+}
+
+Text CellOf(const std::vector<Text>& fields, std::size_t column) {
+    return column < fields.size() ? Text(WithoutBlanks(fields[column])) : Text();
+}
+
+Text Quoted(const Text& text) {
+    return u"\"" + text + u"\"";
+}
+
+} // namespace
+
+struct ValueLimits::Header {
+    explicit Header(const std::vector<Text>& names) {
+        for (const auto& [place, name] :
+             {std::pair(&Column, u"COLUMN"), std::pair(&WarnLow, u"WARNLOW"), std::pair(&WarnHigh, u"WARNHIGH"),
+              std::pair(&FailLow, u"FAILLOW"), std::pair(&FailHigh, u"FAILHIGH")}) {
+            const auto found = std::find_if(names.begin(), names.end(), [name = Text(name)](const Text& each) {
+                return SameIgnoringCase(WithoutBlanks(each), name);
+            });
+            if (found != names.end())
+                *place = static_cast<std::size_t>(found - names.begin());
+        }
+    }
+
+    std::size_t Column = Missing, WarnLow = Missing, WarnHigh = Missing, FailLow = Missing, FailHigh = Missing;
+};
+
+Text NameOf(Breach breach) {
+    switch (breach) {
+    case Breach::WarnLow:
+        return u"warnlow";
+    case Breach::WarnHigh:
+        return u"warnhigh";
+    case Breach::FailLow:
+        return u"faillow";
+    case Breach::FailHigh:
+        break;
+    }
+    return u"failhigh";
+}
+
+bool IsFail(Breach breach) {
+    return breach == Breach::FailLow || breach == Breach::FailHigh;
+}
+
+Text WordsOf(const OutsideOf& outside) {
+    const bool isLow = outside.Breach == Breach::WarnLow || outside.Breach == Breach::FailLow;
+    return (isLow ? u"below the limit " : u"above the limit ") + outside.Limit +
+           (IsFail(outside.Breach) ? u": fail" : u": warning");
+}
+
+std::optional<double> NumberOf(TextView value) {
+    const auto number = ReadNumber(WithoutBlanks(value));
+    return number ? std::optional(number->Value) : std::nullopt;
+}
+
+ValueLimits::ValueLimits(TextView table, const std::vector<Text>& columns) {
+    std::vector<Text> fields;
+    std::optional<Header> header;
+    std::size_t number = 0;
+    for (const Text& text : LinesOf(table)) {
+        const Text line = u"line " + modStringTools::NumberText(static_cast<std::int64_t>(++number)) + u": ";
+        modFileSystem::Split(text, fields);
+        if (!header) {
+            header.emplace(fields);
+            if (header->Column != Missing)
+                continue;
+            Problems_.push_back(line + u"it has no column COLUMN");
+            return;
+        }
+        if (WithoutBlanks(text).empty())
+            continue;
+        const Text column = CellOf(fields, header->Column);
+        const bool isKnown = std::any_of(columns.begin(), columns.end(),
+                                         [&](const Text& each) { return SameIgnoringCase(each, column); });
+        if (!isKnown)
+            Problems_.push_back(line + u"the driver has no column " + Quoted(column));
+        else if (Find(column) != nullptr)
+            Problems_.push_back(line + column + u" has limits already");
+        else
+            Rows_.push_back(ReadRow(fields, *header, line));
+    }
+    if (!header)
+        Problems_.emplace_back(u"line 1: it has no column COLUMN");
+}
+
+ValueLimits::Row ValueLimits::ReadRow(const std::vector<Text>& fields, const Header& header, const Text& line) {
+    Row row;
+    row.Column = CellOf(fields, header.Column);
+    row.WarnLow = ReadLimit(fields, header.WarnLow, line);
+    row.WarnHigh = ReadLimit(fields, header.WarnHigh, line);
+    row.FailLow = ReadLimit(fields, header.FailLow, line);
+    row.FailHigh = ReadLimit(fields, header.FailHigh, line);
+    DropIfCrossed(row.WarnLow, row.WarnHigh, line);
+    DropIfCrossed(row.FailLow, row.FailHigh, line);
+    return row;
+}
+
+std::optional<ValueLimits::Limit> ValueLimits::ReadLimit(const std::vector<Text>& fields, std::size_t column,
+                                                         const Text& line) {
+    const Text text = CellOf(fields, column);
+    if (text.empty())
+        return std::nullopt;
+    const auto number = ReadNumber(text);
+    if (number && number->Length == text.size())
+        return Limit{number->Value, text};
+    Problems_.push_back(line + Quoted(text) + u" is no number");
+    return std::nullopt;
+}
+
+/// Otherwise every value would be outside.
+void ValueLimits::DropIfCrossed(std::optional<Limit>& low, std::optional<Limit>& high, const Text& line) {
+    if (!low || !high || low->Number <= high->Number)
+        return;
+    Problems_.push_back(line + u"the low limit " + low->Written + u" is above the high one, " + high->Written);
+    low.reset();
+    high.reset();
+}
+
+const ValueLimits::Row* ValueLimits::Find(TextView column) const {
+    const auto row = std::find_if(Rows_.begin(), Rows_.end(),
+                                  [&](const Row& each) { return SameIgnoringCase(each.Column, column); });
+    return row == Rows_.end() ? nullptr : &*row;
+}
+
+std::optional<OutsideOf> ValueLimits::Judge(TextView column, TextView value) const {
+    const Row* const row = Find(column);
+    const auto number = row != nullptr ? NumberOf(value) : std::nullopt;
+    if (!number)
+        return std::nullopt;
+    if (row->FailLow && *number < row->FailLow->Number)
+        return OutsideOf{Breach::FailLow, row->FailLow->Written};
+    if (row->FailHigh && *number > row->FailHigh->Number)
+        return OutsideOf{Breach::FailHigh, row->FailHigh->Written};
+    if (row->WarnLow && *number < row->WarnLow->Number)
+        return OutsideOf{Breach::WarnLow, row->WarnLow->Written};
+    if (row->WarnHigh && *number > row->WarnHigh->Number)
+        return OutsideOf{Breach::WarnHigh, row->WarnHigh->Written};
+    return std::nullopt;
+}
+
+std::optional<OutsideOf> ValueLimits::Judge(const platform::Verdict& verdict) const {
+    if (verdict.Row < 0 || verdict.Fate == platform::Fate::Kept)
+        return std::nullopt;
+    return Judge(verdict.Field, verdict.Reading.Value);
+}
+
+} // namespace companion
