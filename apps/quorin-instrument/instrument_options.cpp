@@ -35,6 +35,12 @@ std::string CheckNotNegative(const std::string& text) {
     return text.find('-') == std::string::npos ? std::string() : "expected 0 or more";
 }
 
+std::string CheckSpeed(const std::string& text) {
+    double speed = 0;
+    const bool sound = CLI::detail::lexical_cast(text, speed) && (speed == 0 || (speed >= 0.001 && speed <= 1e6));
+    return sound ? std::string() : "expected 0, or a number from 0.001 to 1000000";
+}
+
 /// Checks the number of a fault option; the text is empty if the option has no number.
 std::string CheckEvery(const std::string& text) {
     int every = 1;
@@ -44,6 +50,11 @@ std::string CheckEvery(const std::string& text) {
 
 void AddStreamOptions(CLI::App& app, CommandLine& line, std::string& types) {
     auto* stream = app.add_option("STREAM", line.StreamFile, "Recording to send, unchanged");
+    app.add_option("--times", line.Times, "STREAM has times: play it N times as fast, 0 for at once")
+        ->type_name("N")
+        ->default_str("STREAM has none")
+        ->check(CheckSpeed)
+        ->needs(stream);
     app.add_option("--count", line.MadeUp.Count, "Number of results to make up, 0 for no end; not with STREAM")
         ->type_name("N")
         ->check(CheckNotNegative)
@@ -81,10 +92,14 @@ void AddOutletOptions(CLI::App& app, CommandLine& line) {
 
 void AddPaceOptions(CLI::App& app, CommandLine& line, std::optional<std::int32_t>& interval,
                     std::optional<std::int32_t>& linger) {
-    app.add_flag("--fast", line.Play.Fast, "Send as fast as it is read, not at 9600 baud")->default_str("off");
+    CLI::Option* const times = app.get_option("--times");
+    app.add_flag("--fast", line.Play.Fast, "Send as fast as it is read, not at 9600 baud")
+        ->default_str("off")
+        ->excludes(times);
     app.add_option("--interval", interval, "Pause after each result in milliseconds")
         ->type_name("MS")
         ->default_str("2000; 0 with STREAM, --print or --fast")
+        ->excludes(times)
         ->check(CheckNotNegative);
     app.add_option("--linger", linger, "Time to stay after the last result in milliseconds")
         ->type_name("MS")
@@ -118,6 +133,7 @@ void AddFaultOptions(CLI::App& app, FaultPlan& plan) {
             ->type_name("[N]")
             ->expected(0, 1)
             ->check(CheckEvery)
+            ->excludes(app.get_option("--times"))
             ->group("Faults");
     }
 }

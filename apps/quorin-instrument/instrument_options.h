@@ -5,10 +5,13 @@
 #include "apps/quorin-instrument/player.h"
 #include "apps/start/exit_status.h"
 
+#include <optional>
+
 namespace instrument {
 
 struct CommandLine {
-    std::string StreamFile; ///< empty for a made-up stream
+    std::string StreamFile;      ///< empty for a made-up stream
+    std::optional<double> Times; ///< STREAM is a recording with times, to be played so many times as fast; 0: at once
     MadeUpStream MadeUp;
     PlayOptions Play;
     std::string Device;  ///< empty for none

@@ -4,6 +4,7 @@
 #include "apps/quorin-instrument/printer.h"
 #include "apps/quorin-instrument/serial_outlet.h"
 #include "apps/quorin-instrument/terminal_outlet.h"
+#include "apps/quorin-instrument/times.h"
 #include "apps/quorin-instrument/waiting.h"
 #include "apps/start/process.h"
 
@@ -53,10 +54,15 @@ int main(int argc, char** argv) {
         return NumberOf(start::StatusAfterOutput("quorin-instrument", exitStatus));
     }
     RecordSource source = MakeUp(line.MadeUp);
+    std::vector<TimedPiece> timed;
     if (!line.StreamFile.empty()) {
         std::string bytes;
         if (!ReadFile(line.StreamFile, bytes)) {
             return Failure("can't read the recording " + line.StreamFile);
+        }
+        const std::string wrong = line.Times ? ReadTimes(bytes, timed) : std::string();
+        if (!wrong.empty()) {
+            return Failure("can't play " + line.StreamFile + " with times: " + wrong);
         }
         source = Recording(bytes);
     }
@@ -64,7 +70,8 @@ int main(int argc, char** argv) {
     const auto outlet = MakeOutlet(line);
     Outcome outcome = outlet->Open();
     if (outcome == Outcome::Done) {
-        outcome = Play(source, line.Play, *outlet, PauseFor);
+        outcome =
+            line.Times ? PlayTimes(timed, *line.Times, *outlet, PauseFor) : Play(source, line.Play, *outlet, PauseFor);
     }
     if (outcome == Outcome::Done) {
         if (!line.Print) {

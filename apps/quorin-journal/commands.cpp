@@ -40,6 +40,13 @@ constexpr CommandRow Commands[] = {
          AddPeriod(command, options);
      },
      WriteRaw},
+    {"export", "Write them as a recording with times, for quorin-instrument --times",
+     [](CLI::App& command, Options& options) {
+         AddSourceOptions(command, options);
+         AddPeriod(command, options);
+     },
+     ExportRecording},
+    {"story", "Write what was done in a session as a script of quorin-console", AddStoryOptions, WriteStory},
     {"forget", "Remove the files of days before a day", AddBefore, ForgetDays},
 };
 

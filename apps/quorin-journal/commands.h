@@ -10,11 +10,13 @@ namespace reader {
 start::ExitStatus JournalMain(int count, const char* const* words);
 
 // Each writes its result, and what was odd, to the job's report.
+void ExportRecording(Job& job);
 void FollowReadings(Job& job);
 void ForgetDays(Job& job);
 void ListFiles(Job& job);
 void ShowHistory(Job& job);
 void ShowReadings(Job& job);
 void WriteRaw(Job& job);
+void WriteStory(Job& job);
 
 } // namespace reader

@@ -27,10 +27,15 @@ void CheckMoment(const char* option, const std::string& text) {
         apps::Refuse(option, text, "is neither a date, YYYY-MM-DD, nor a moment, YYYY-MM-DDTHH:MM or with :SS");
 }
 
+/// Returns what is wrong, or an empty text.
+std::string CheckDay(const std::string& text) {
+    return backends::DateFromText(text) ? std::string() : text + " is no date of the form YYYY-MM-DD";
+}
+
 /// The file of today may be in use. Returns what is wrong, or an empty text.
 std::string CheckNotAfterToday(const std::string& text) {
-    if (!backends::DateFromText(text))
-        return text + " is no date of the form YYYY-MM-DD";
+    if (const std::string why = CheckDay(text); !why.empty())
+        return why;
     const std::time_t now = std::time(nullptr);
     std::tm today{};
     ::localtime_r(&now, &today);
@@ -64,6 +69,17 @@ void AddSourceOptions(CLI::App& command, Options& options) {
     CLI::Option* const mailbox = command.add_flag("--mailbox", options.Mailbox, "Only the text of the mailbox");
     port->default_str("both")->excludes(mailbox);
     mailbox->default_str("both");
+}
+
+void AddStoryOptions(CLI::App& command, Options& options) {
+    command.add_option("DAY", options.Argument, "The day on which it began: YYYY-MM-DD")
+        ->type_name("")
+        ->required()
+        ->check(CheckDay);
+    command.add_option("--session", options.Session, "Which session of that day, from 1")
+        ->type_name("N")
+        ->check(CLI::PositiveNumber.description(""))
+        ->default_str("the last");
 }
 
 void AddBefore(CLI::App& command, Options& options) {

@@ -4,6 +4,7 @@
 
 #include "journal/glance.h"
 
+#include <cstddef>
 #include <string>
 
 namespace CLI {
@@ -18,9 +19,10 @@ struct Options {
     journal::Period Period;
     bool OnlyRefused = false;
     bool Json = false;
-    bool Port = false;    ///< only the bytes of the port
-    bool Mailbox = false; ///< only the text of the mailbox
-    std::string Argument; ///< of the command: a file, or the day of forget
+    bool Port = false;       ///< only the bytes of the port
+    bool Mailbox = false;    ///< only the text of the mailbox
+    std::string Argument;    ///< of the command: a file, or a day
+    std::size_t Session = 0; ///< of story, from 1; 0 for the last
 };
 
 // Add options to a command. The texts are checked by CheckOptions.
@@ -28,6 +30,7 @@ void AddPeriod(CLI::App& command, Options& options);
 void AddReadingOptions(CLI::App& command, Options& options);
 void AddSourceOptions(CLI::App& command, Options& options);
 
+void AddStoryOptions(CLI::App& command, Options& options);
 void AddBefore(CLI::App& command, Options& options);
 void AddArgument(CLI::App& command, Options& options, const char* name, const char* help);
 

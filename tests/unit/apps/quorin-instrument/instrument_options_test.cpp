@@ -34,22 +34,25 @@ TEST_P(WrongUsage, EndsWithTwoAndSaysWhy) {
     EXPECT_EQ(instrument.Output(), "");
 }
 
-INSTANTIATE_TEST_SUITE_P(Rows, WrongUsage,
-                         testing::Values(WrongRow{{"--bogus"}}, WrongRow{{"--count", "-1"}}, WrongRow{{"--count", "x"}},
-                                         WrongRow{{"--noise", "0"}}, WrongRow{{"--drop-line", "-3"}},
-                                         WrongRow{{"--interval", "-1"}}, WrongRow{{"--identity", "a\"b"}},
-                                         WrongRow{{"--identity", "a]b"}}, WrongRow{{"--types", "A,,B"}},
-                                         WrongRow{{"a.stream", "--count", "1"}}, WrongRow{{"a.stream", "b.stream"}},
-                                         WrongRow{{"--print", "--link", "x"}},
-                                         WrongRow{{"--device", "x", "--mailbox", "y"}},
-                                         WrongRow{{"--mailbox", "x", "--print"}}));
+INSTANTIATE_TEST_SUITE_P(
+    Rows, WrongUsage,
+    testing::Values(WrongRow{{"--bogus"}}, WrongRow{{"--count", "-1"}}, WrongRow{{"--count", "x"}},
+                    WrongRow{{"--noise", "0"}}, WrongRow{{"--drop-line", "-3"}}, WrongRow{{"--interval", "-1"}},
+                    WrongRow{{"--identity", "a\"b"}}, WrongRow{{"--identity", "a]b"}}, WrongRow{{"--types", "A,,B"}},
+                    WrongRow{{"a.stream", "--count", "1"}}, WrongRow{{"a.stream", "b.stream"}},
+                    WrongRow{{"--print", "--link", "x"}}, WrongRow{{"--device", "x", "--mailbox", "y"}},
+                    WrongRow{{"--mailbox", "x", "--print"}}, WrongRow{{"--times", "1"}},
+                    WrongRow{{"a", "--times", "-1"}}, WrongRow{{"a", "--times", "x"}},
+                    WrongRow{{"a", "--times", "0.00001"}}, WrongRow{{"a", "--times", "nan"}},
+                    WrongRow{{"a", "--times", "1", "--noise"}}, WrongRow{{"a", "--times", "1", "--fast"}},
+                    WrongRow{{"a", "--times", "1", "--interval", "5"}}));
 
 TEST(CommandLine, HelpNamesEveryOption) {
     RunningInstrument instrument({"--help"});
     EXPECT_EQ(instrument.ExitStatus(), 0);
     for (const char* option : {"STREAM", "--count", "--seed", "--identity", "--types", "--device", "--mailbox",
-                               "--print", "--link", "--fast", "--interval", "--linger", "--noise", "--split-lines",
-                               "--wrong-origin", "--lose-end-tag", "--drop-line"}) {
+                               "--print", "--link", "--times", "--fast", "--interval", "--linger", "--noise",
+                               "--split-lines", "--wrong-origin", "--lose-end-tag", "--drop-line"}) {
         EXPECT_THAT(instrument.Output(), testing::HasSubstr(option));
     }
     support::ExpectPlainHelp(instrument.Output());
