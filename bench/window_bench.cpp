@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
-// The waiting times at the window: to the first frame after the start, and to the frame after a key.
+// The waiting times at the window: to the first frame after the start, to the frame after a key, and in the panel of
+// readings.
 #include "backends/input/gestures.h"
+#include "backends/qt/readings_panel.h"
 #include "bench/bench_device.h"
 #include "bench/processes.h"
 #include "bench/ratio.h"
@@ -142,6 +144,79 @@ Sides Pressing(const std::string& folder) {
             {}};
 }
 
+// --- The panel of readings
+
+constexpr int KeptReadings = 10'000;
+
+/// The panel over that many readings, and a window in place of the form's.
+class OpenPanel {
+public:
+    explicit OpenPanel(const std::string& root) {
+        const BenchDevice device(root); // its clock gives each reading its time
+        for (int n = 0; n < KeptReadings; ++n) {
+            platform::Verdict verdict{.Row = 1, .Field = u"Wall", .File = u"qrn0001.txt"};
+            verdict.Reading.Types = {u"Moisture", u"M"};
+            verdict.Reading.Value = modStringTools::NumberText(n);
+            verdict.Reading.Unit = u"%";
+            verdict.Reading.Origin = u"QI-0001";
+            Table_.ReadingJudged(verdict);
+        }
+        Form_.show();
+        Panel_.Toggle();
+        if (!QTest::qWaitForWindowActive(&Panel_))
+            Fail("the panel does not get the keyboard");
+        View().viewport()->installEventFilter(&Watch_);
+    }
+
+    /// Returns the seconds from Page Up, or Page Down, to the frame with the other page.
+    double Page() {
+        const int row = View().currentIndex().row();
+        if (row <= 0 || row >= KeptReadings - 1)
+            Down_ = row <= 0;
+        return ToFrame([this] { QTest::keyClick(Panel_.windowHandle(), Down_ ? Qt::Key_PageDown : Qt::Key_PageUp); });
+    }
+    /// Returns the seconds from a changed filter to the frame that shows its rows.
+    double Filter() {
+        QLineEdit& words = *Panel_.findChild<QLineEdit*>();
+        const QString text = words.text().isEmpty() ? QStringLiteral("99") : QString();
+        const double taken = ToFrame([&] { words.setText(text); });
+        if ((View().model()->rowCount() == KeptReadings) != text.isEmpty())
+            Fail("the filter shows " + std::to_string(View().model()->rowCount()) + " rows");
+        return taken;
+    }
+
+private:
+    QTableView& View() { return *Panel_.findChild<QTableView*>(); }
+    double ToFrame(const std::function<void()>& act) {
+        QCoreApplication::processEvents();
+        Watch_.Frames = 0;
+        const double start = Now();
+        act();
+        while (Watch_.Frames == 0 && Now() - start < 1)
+            QCoreApplication::processEvents();
+        return Now() - start;
+    }
+
+    companion::ReadingTable Table_;
+    QWidget Form_;
+    backends::qt::ReadingsPanel Panel_{Table_, Form_, [] { return false; }, 1};
+    FrameWatch Watch_;
+    bool Down_ = false;
+};
+
+Sides InThePanel(const std::string& folder, double (OpenPanel::*act)(), int times) {
+    const std::string root = folder + "/window-panel";
+    std::filesystem::create_directories(root);
+    const auto panel = std::make_shared<OpenPanel>(root);
+    return {[panel, act, times] {
+                std::vector<double> taken;
+                for (int time = 0; time < times; ++time)
+                    taken.push_back((*panel.*act)());
+                return Percentile(taken, Percent);
+            },
+            {}};
+}
+
 } // namespace
 
 } // namespace bench
@@ -159,5 +234,13 @@ int main(int count, char** words) {
          {"a key press on a record of 200 fields to the painted frame, 99th percentile",
           "a frame of 16.7 ms",
           {0.0167, false, Figure::Product},
-          Pressing}});
+          Pressing},
+         {"a page of 10,000 readings in their panel to the painted frame, 99th percentile",
+          "a frame of 16.7 ms",
+          {0.0167, false, Figure::Product},
+          [](const std::string& folder) { return InThePanel(folder, &OpenPanel::Page, Presses); }},
+         {"a filter of 10,000 readings in their panel to the painted frame, 99th percentile",
+          "a tenth of a second",
+          {0.1, false, Figure::Product},
+          [](const std::string& folder) { return InThePanel(folder, &OpenPanel::Filter, 100); }}});
 }

@@ -26,14 +26,20 @@ void WindowWatch::Attach(backends::qt::QtPlatform& device) {
     Readings_.Use(device.onlooker.limits);
     device.readings.Add(Link_);
     device.readings.Add(Readings_);
-    Panel_.emplace(
-        Readings_, device.window, [&device] { return device.boxes.AnyStands(); }, device.window.Scale());
-    device.window.ReadingsWanted = [this] { Panel_->Toggle(); };
+    device.window.ReadingsWanted = [this] { ToggleReadings(); };
     Box_.emplace(device.boxes, device.window, [&device] { device.onlooker.losses.Seen(); });
     device.window.NoticeTapped = [this](const Text& about) {
         Device_->onlooker.notices.Act(about);
         ShowNotices();
     };
+}
+
+/// The panel is made when it is first opened: most starts need none.
+void WindowWatch::ToggleReadings() {
+    if (!Panel_)
+        Panel_.emplace(
+            Readings_, Device_->window, [this] { return Device_->boxes.AnyStands(); }, Device_->window.Scale());
+    Panel_->Toggle();
 }
 
 void WindowWatch::TonePlayed(std::int32_t hertz, std::int32_t milliseconds) {

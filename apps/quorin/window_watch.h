@@ -39,6 +39,7 @@ private:
     static companion::LinkWatch::Moment Now();
     companion::PortFacts Port() const;
     void ShowNotices();
+    void ToggleReadings();
 
     backends::qt::QtPlatform* Device_ = nullptr;
     backends::TonePlayer Player_;
@@ -46,7 +47,7 @@ private:
     companion::LinkLine Shown_;
     std::vector<companion::Notice> ShownNotices_;
     companion::ReadingTable Readings_;
-    std::optional<backends::qt::ReadingsPanel> Panel_; ///< closed until a person opens it
+    std::optional<backends::qt::ReadingsPanel> Panel_; ///< none until a person opens it
     std::optional<backends::qt::LossBox> Box_;
 };
 

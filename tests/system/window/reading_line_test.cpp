@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: MIT
 // What the line at the window's foot says of a reading, how it looks, and what a screen reader hears.
 #include "backends/qt/to_screen_reader.h"
+#include "src/app/commands.h"
 #include "src/text/text.h"
 #include "tests/system/window/watched_window.h"
 
+#include <QApplication>
+#include <QTableView>
 #include <QTimer>
 
 #include <cstdlib>
@@ -64,6 +67,22 @@ TEST_F(ReadingLine, IsAnAlarmWhenItWentIntoTheOpenField) {
     Send(u"Moisture");
     EXPECT_TRUE(LinkLineBegins("● into the open field: Remark, Moisture 14.1 %, ")) << LinkLine();
     EXPECT_TRUE(IsAlarming());
+}
+
+TEST_F(ReadingLine, IsAnAlarmWhenItsValueFails) {
+    Device.Folder.Put("Meter.limits", "COLUMN|WARNHIGH|FAILHIGH\nMoisture|10|14\n");
+    modQuorin::GoBack();
+    modQuorin::MenuEvent(u"Open");
+    Pass(600);
+    Send(u"Moisture");
+    EXPECT_TRUE(LinkLineBegins("● Moisture 14.1 % → Moisture; above the limit 14: fail, ")) << LinkLine();
+    EXPECT_TRUE(IsAlarming());
+    EXPECT_EQ(Cell(1, 1), u"14.1 %");
+    Press(Qt::Key_F4);
+    const QWidget* const panel = QApplication::activeWindow();
+    ASSERT_NE(panel->findChild<QTableView*>(), nullptr);
+    const QAbstractItemModel& rows = *panel->findChild<QTableView*>()->model();
+    EXPECT_THAT(rows.index(0, 7).data().toString().toStdString(), testing::EndsWith("; above the limit 14: fail"));
 }
 
 /// The words that a screen reader is alerted to while this object exists.
