@@ -177,7 +177,8 @@ TEST_F(RecoveryBar, EndsWithTheSession) {
 
 TEST_F(RecoveryBar, EndsByASignalAlsoUnderItsBoxes) {
     Keep(1, u"a|b|c", {u"a", u"b", u"typed"});
-    EXPECT_FALSE(Recover({Click("&Forget"), [] { ::kill(::getpid(), SIGTERM); }}));
+    // To this thread: those that Qt has started in the tests before do not hold the signal back.
+    EXPECT_FALSE(Recover({Click("&Forget"), [] { ::raise(SIGTERM); }}));
     EXPECT_EQ(Kept(), 1);
 }
 
