@@ -19,6 +19,15 @@ mode_t ModeOf(int flags, va_list& rest) {
     return (flags & (O_CREAT | O_TMPFILE)) != 0 ? va_arg(rest, mode_t) : 0;
 }
 
+/// Returns where the next bytes of a file go.
+off_t PlaceOfWrite(int file) {
+    if ((::fcntl(file, F_GETFL) & O_APPEND) == 0)
+        return ::lseek(file, 0, SEEK_CUR);
+    static auto* const look = disk::Real<int(int, struct stat*)>("fstat"); // not counted: the program has not asked
+    struct stat found {};
+    return look(file, &found) == 0 ? found.st_size : 0;
+}
+
 } // namespace
 
 #define QUORIN_MODE(flags)                                                                                             \
@@ -72,8 +81,8 @@ long syscall(long number, ...) noexcept {
 
 ssize_t write(int file, const void* bytes, size_t count) {
     static auto* const real = disk::Real<ssize_t(int, const void*, size_t)>("write");
-    const off_t offset = disk::Watch::IsOn() ? ::lseek(file, 0, SEEK_CUR) : 0;
-    return disk::Write(file, bytes, count, offset, [&](size_t some) { return real(file, bytes, some); });
+    return disk::Write(file, bytes, count, disk::Watch::IsOn() ? PlaceOfWrite(file) : 0,
+                       [&](size_t some) { return real(file, bytes, some); });
 }
 
 ssize_t pwrite(int file, const void* bytes, size_t count, off_t offset) {
