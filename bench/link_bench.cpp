@@ -3,6 +3,7 @@
 #include "bench/bench_device.h"
 #include "bench/inputs.h"
 #include "bench/ratio.h"
+#include "bench/recorded_batch.h"
 #include "src/blob/decoding.h"
 #include "src/drivers/record_view.h"
 #include "src/link/receive.h"
@@ -203,13 +204,16 @@ Sides NearWorstToTheScreen(const std::string& folder) {
 
 int main(int count, char** words) {
     using namespace bench;
-    return Main(count, words,
-                {{"last byte of a record on a pseudo terminal to the value in the grid, median",
-                  "poll and read of the same byte",
-                  {20},
-                  MedianToTheScreen},
-                 {"last byte of a record on a pseudo terminal to the value in the grid, 99th percentile",
-                  "poll and read of the same byte",
-                  {0.001, true, Figure::Product},
-                  NearWorstToTheScreen}});
+    return Main(
+        count, words,
+        {{"last byte of a record on a pseudo terminal to the value in the grid, median",
+          "poll and read of the same byte",
+          {20},
+          MedianToTheScreen},
+         {"last byte of a record on a pseudo terminal to the value in the grid, 99th percentile",
+          "poll and read of the same byte",
+          {0.001, true, Figure::Product},
+          NearWorstToTheScreen},
+         {"1,000 refused results of one batch, with journal and drafts", "the same without", {1.3}, RefusedBatch},
+         {"1,000 taken results of one batch, with journal and drafts", "the same without", {1.3}, TakenBatch}});
 }

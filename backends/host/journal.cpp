@@ -104,14 +104,39 @@ journal::Run Journal::Run() const {
 
 // --- the file --------------------------------------------------------------------------------------------------------
 
+journal::Stamp Journal::Now() {
+    const DateTime now = Device_.clock.Now();
+    if (now.WholeSeconds != LastSecond_)
+        LastStamp_.Time = TextOfMoment(now);
+    LastSecond_ = now.WholeSeconds;
+    LastStamp_.Ms = Device_.clock.Milliseconds();
+    return LastStamp_;
+}
+
 void Journal::Write(const journal::Line& event) {
-    const std::string day = TextOfDate(Device_.clock.Now().Date);
-    if (day != File_.Day() && !Stopped_) {
-        SyncLines();
-        OpenDay(day);
-        Append(journal::DayEvent(Run()));
-    }
+    WriteReadings();
+    BeginDay();
     Append(event);
+}
+
+void Journal::WriteReadings() {
+    if (Judged_.empty())
+        return;
+    std::string lines; // of the day whose file is open
+    for (const Judged& judged : Judged_)
+        lines += (lines.empty() ? "" : "\n") + Stamped(judged.When, Readings_.EventOf(judged.Verdict));
+    Judged_.clear();
+    Put(lines);
+}
+
+/// The lines of a day are in a file of their own.
+void Journal::BeginDay() {
+    const std::string day = Now().Time.substr(0, File_.Day().size());
+    if (Stopped_ || day == File_.Day())
+        return;
+    SyncLines();
+    OpenDay(day);
+    Append(journal::DayEvent(Run()));
 }
 
 void Journal::OpenDay(const std::string& day) {
@@ -120,13 +145,16 @@ void Journal::OpenDay(const std::string& day) {
 }
 
 void Journal::Append(const journal::Line& event) {
+    Put(Stamped(Now(), event));
+}
+
+void Journal::Put(const std::string& lines) {
     if (Stopped_)
         return;
-    const journal::Stamp stamp{TextOfMoment(Device_.clock.Now()), Device_.clock.Milliseconds()};
-    ErrorNumber error = File_.Append(Stamped(stamp, event));
+    ErrorNumber error = File_.Append(lines);
     for (const std::string& name : File_.RemoveOldest()) {
         if (error == NoError)
-            error = File_.Append(Stamped(stamp, journal::RemovedEvent(name)));
+            error = File_.Append(Stamped(Now(), journal::RemovedEvent(name)));
     }
     if (error != NoError)
         Stop(ErrorText(error));
@@ -140,6 +168,7 @@ void Journal::Stop(const Text& why) {
 }
 
 void Journal::SyncLines() {
+    WriteReadings();
     if (Stopped_ || !Unsynced_)
         return;
     Unsynced_ = false;
@@ -178,7 +207,10 @@ void Journal::TextEmptied(TextView characters) {
 }
 
 void Journal::ReadingJudged(const platform::Verdict& verdict) {
-    Write(Readings_.EventOf(verdict));
+    constexpr std::size_t Most = 4096; // a batch may have any number of results
+    if (Judged_.size() == Most)
+        WriteReadings();
+    Judged_.push_back({Now(), verdict});
     if (verdict.Fate == platform::Fate::OpenField)
         TakeFieldAsItIs(); // nobody has typed this
 }
@@ -208,6 +240,7 @@ void Journal::PortStepped(DeviceSerial::Step step, const std::string& why) {
 }
 
 bool Journal::RaiseWhatIsPending() {
+    WriteReadings();
     LookAtField();
     LookAtLink();
     LookAtClock();

@@ -43,6 +43,7 @@ public:
 
     void TextReceived(platform::TextSource source, TextView characters) override;
     void DecodingBegins() override { SyncLines(); }
+    /// The line is written in the next round, or before the next line: the results of a batch do not wait for it.
     void TextEmptied(TextView characters) override;
     void ReadingJudged(const platform::Verdict& verdict) override;
     void RowChanged(const platform::RowChange& change) override;
@@ -59,10 +60,20 @@ private:
         bool operator==(const OpenField&) const = default;
     };
 
+    /// A reading whose line has not been written.
+    struct Judged {
+        journal::Stamp When;
+        platform::Verdict Verdict;
+    };
+
     static int SyncData(int file);
     journal::Run Run() const;
+    journal::Stamp Now();
     void Write(const journal::Line& event);
     void Append(const journal::Line& event);
+    void WriteReadings();
+    void BeginDay();
+    void Put(const std::string& lines);
     void OpenDay(const std::string& day);
     void Stop(const Text& why);
     void SyncLines();
@@ -82,6 +93,9 @@ private:
     JournalFile File_;
     SyncWorker Syncs_;
     journal::ReadingLines Readings_;
+    std::vector<Judged> Judged_;
+    journal::Stamp LastStamp_;
+    std::int64_t LastSecond_ = -1; ///< of LastStamp_, as the form's clock counts
     bool Stopped_ = false;
     bool Unsynced_ = false; ///< there are lines that SyncLines has not seen
     bool Slow_ = false;     ///< reported
