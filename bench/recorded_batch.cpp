@@ -25,13 +25,17 @@ void Write(const std::string& path, const std::string& text) {
     std::ofstream(path, std::ios::binary) << text;
 }
 
-std::string RootOf(const std::string& folder, const std::string& infRows) {
+/// Makes a device with one driver, whose records have a field for each result.
+std::string RootOf(const std::string& folder) {
+    std::string inf = "FIELDNAME|VISIBLE|COPY|BLOB|DISPLAY|CSVNAME|DATATYPE|FORMULA\n";
+    for (int i = 0; i < Results; ++i)
+        inf.append("F").append(std::to_string(i)).append("|1||").append(TypeOf(i)).append("||||\n");
     std::string root = folder + "/batch";
     std::filesystem::remove_all(root);
     std::filesystem::create_directories(root + "/Quorin");
     Write(root + "/settings.ini", "[Settings]\nComPort=Com1\n");
     Write(root + "/Quorin/drivers.txt", "NAME|INFFILE\nMeter|meter.txt\n");
-    Write(root + "/Quorin/meter.txt", "FIELDNAME|VISIBLE|COPY|BLOB|DISPLAY|CSVNAME|DATATYPE|FORMULA\n" + infRows);
+    Write(root + "/Quorin/meter.txt", inf);
     return root;
 }
 
@@ -43,21 +47,25 @@ Text Batch() {
     return modStringTools::FromBytes(batch);
 }
 
-/// Counts the verdicts.
+/// Counts the verdicts, and notes when the last one came: the result is in its cell then.
 class Counter final : public platform::ReadingLog {
 public:
     void TextReceived(platform::TextSource, TextView) override {}
     void DecodingBegins() override {}
     void TextEmptied(TextView) override {}
-    void ReadingJudged(const platform::Verdict&) override { ++Readings; }
+    void ReadingJudged(const platform::Verdict&) override {
+        if (++Readings == Results)
+            End = Now();
+    }
     void RowChanged(const platform::RowChange&) override {}
     int Readings = 0;
+    double End = 0;
 };
 
+/// The journal is not synced here: its bytes are synced once a batch, in the half second of quiet before the decoding.
 double SecondsOfBatch(const std::string& folder, const std::string& root, bool everything) {
     BenchDevice device(root);
     Counter counter;
-    device.Platform.readings.Add(counter);
     companion::KeptReadings kept;
     std::optional<backends::Journal> journal;
     std::optional<backends::Drafts> drafts;
@@ -65,41 +73,29 @@ double SecondsOfBatch(const std::string& folder, const std::string& root, bool e
         std::filesystem::remove_all(folder + "/state");
         device.Platform.readings.Add(kept);
         journal.emplace(backends::JournalPlan{folder + "/state/journal", root, {}},
-                        backends::ProgramName{"bench", "V 1", {}}, device.Platform);
+                        backends::ProgramName{"bench", "V 1", {}}, device.Platform, [](int) { return 0; });
         drafts.emplace(folder + "/state/drafts", root);
         drafts->Attach(device.Platform);
     }
+    device.Platform.readings.Add(counter); // after the others have taken each verdict
     Text file = u"qrn0001.txt";
     modQuorin::OpenDownload(u"Meter", file);
     device.Platform.loop.PassTime(TickMilliseconds);
     const Text batch = Batch();
-    const double taken = Seconds([&] {
-        device.Platform.serial.Arrive(batch);
-        while (counter.Readings < Results)
-            device.Platform.loop.PassTime(TickMilliseconds);
-        device.Platform.loop.HandleDue();
-    });
+    const double start = Now();
+    device.Platform.serial.Arrive(batch);
+    while (counter.Readings < Results)
+        device.Platform.loop.PassTime(TickMilliseconds);
     if (counter.Readings != Results)
         Fail("the batch has other results");
-    return taken;
-}
-
-Sides SidesOf(const std::string& folder, const std::string& infRows) {
-    const std::string root = RootOf(folder, infRows);
-    return {[=] { return SecondsOfBatch(folder, root, true); }, [=] { return SecondsOfBatch(folder, root, false); }};
+    return counter.End - start;
 }
 
 } // namespace
 
-Sides RefusedBatch(const std::string& folder) {
-    return SidesOf(folder, "Moisture|1||Moisture||||\nSite|1||dv: Site||||\nRemark|1||||||\n");
-}
-
-Sides TakenBatch(const std::string& folder) {
-    std::string rows;
-    for (int i = 0; i < Results; ++i)
-        rows += "F" + std::to_string(i) + "|1||" + TypeOf(i) + "||||\n";
-    return SidesOf(folder, rows);
+Sides RecordedBatch(const std::string& folder) {
+    const std::string root = RootOf(folder);
+    return {[=] { return SecondsOfBatch(folder, root, true); }, [=] { return SecondsOfBatch(folder, root, false); }};
 }
 
 } // namespace bench
