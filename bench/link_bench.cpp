@@ -3,7 +3,6 @@
 #include "bench/bench_device.h"
 #include "bench/inputs.h"
 #include "bench/ratio.h"
-#include "bench/recorded_batch.h"
 #include "src/blob/decoding.h"
 #include "src/drivers/record_view.h"
 #include "src/link/receive.h"
@@ -212,9 +211,5 @@ int main(int count, char** words) {
                  {"last byte of a record on a pseudo terminal to the value in the grid, 99th percentile",
                   "poll and read of the same byte",
                   {0.001, true, Figure::Product},
-                  NearWorstToTheScreen},
-                 {"1,000 results of one batch to the grid, with journal and drafts",
-                  "the same without",
-                  {1.3},
-                  RecordedBatch}});
+                  NearWorstToTheScreen}});
 }

@@ -3,7 +3,9 @@
 
 #include "backends/host/drafts.h"
 #include "backends/host/journal.h"
+#include "backends/qt/qt_platform.h"
 #include "bench/bench_device.h"
+#include "src/app/start_up.h"
 #include "src/drivers/record_view.h"
 
 #include <filesystem>
@@ -64,30 +66,36 @@ public:
 
 /// The journal is not synced here: its bytes are synced once a batch, in the half second of quiet before the decoding.
 double SecondsOfBatch(const std::string& folder, const std::string& root, bool everything) {
-    BenchDevice device(root);
+    backends::NoCommands commands;
+    BenchWatcher watcher;
+    backends::qt::QtPump pump([](const backends::ProgramOver&) -> int { Fail("the window has ended"); });
+    backends::HostDevice host(OptionsFor(root));
+    backends::qt::QtPlatform device(host, {}, pump, commands, watcher);
     Counter counter;
     companion::KeptReadings kept;
     std::optional<backends::Journal> journal;
     std::optional<backends::Drafts> drafts;
     if (everything) {
         std::filesystem::remove_all(folder + "/state");
-        device.Platform.readings.Add(kept);
+        device.readings.Add(kept);
         journal.emplace(backends::JournalPlan{folder + "/state/journal", root, {}},
-                        backends::ProgramName{"bench", "V 1", {}}, device.Platform, [](int) { return 0; });
+                        backends::ProgramName{"bench", "V 1", {}}, device, [](int) { return 0; });
         drafts.emplace(folder + "/state/drafts", root);
-        drafts->Attach(device.Platform);
+        drafts->Attach(device);
     }
-    device.Platform.readings.Add(counter); // after the others have taken each verdict
+    device.readings.Add(counter); // after the others have taken each verdict
+    device.StartProgram();
     Text file = u"qrn0001.txt";
     modQuorin::OpenDownload(u"Meter", file);
-    device.Platform.loop.PassTime(TickMilliseconds);
+    device.loop.PassTime(TickMilliseconds);
     const Text batch = Batch();
     const double start = Now();
-    device.Platform.serial.Arrive(batch);
+    device.serial.Arrive(batch);
     while (counter.Readings < Results)
-        device.Platform.loop.PassTime(TickMilliseconds);
+        device.loop.PassTime(TickMilliseconds);
     if (counter.Readings != Results)
         Fail("the batch has other results");
+    modQuorin::ResetModules();
     return counter.End - start;
 }
 

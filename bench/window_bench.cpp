@@ -6,6 +6,7 @@
 #include "bench/bench_device.h"
 #include "bench/processes.h"
 #include "bench/ratio.h"
+#include "bench/recorded_batch.h"
 #include "tests/support/window_hand.h"
 
 #include <QApplication>
@@ -242,5 +243,9 @@ int main(int count, char** words) {
          {"a filter of 10,000 readings in their panel to the painted frame, 99th percentile",
           "a tenth of a second",
           {0.1, false, Figure::Product},
-          [](const std::string& folder) { return InThePanel(folder, &OpenPanel::Filter, 100); }}});
+          [](const std::string& folder) { return InThePanel(folder, &OpenPanel::Filter, 100); }},
+         {"1,000 results of one batch to the grid of a window, with journal and drafts",
+          "the same without",
+          {1.3},
+          RecordedBatch}});
 }
