@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The readings of a run as rows for a person, of whom those are shown that match a filter. What shows them takes up the
-// changes when it likes: a report adds to what is kept and changes nothing of what is shown.
+// The readings of a run as rows for a person; those that match a filter are shown. A report adds to what is kept and
+// does not change what is shown: the view asks for the changes when it can take them.
 #pragma once
 
 #include "companion/readings.h"

@@ -101,7 +101,8 @@ is read; N is the number of open message boxes and prompts. {"done":WORD} ends a
 With --text, only what a person reads is written: headlines, screens, message boxes, warnings, failed commands.
 
 Files: the volume Card:\ is the folder Card in the root folder, c:\ipc\ is c/ipc, .\ is the root folder itself. Line
-databases are SQLite files, Databases/NAME.sqlite in the root folder. Settings are kept in settings.ini.
+databases are SQLite files, Databases/NAME.sqlite in the root folder. Settings are kept in settings.ini, and the
+limits of the values of a driver in NAME.limits beside it.
 
 With --clock real a draft of the record on the screen is kept in $XDG_STATE_HOME/quorin/drafts or
 ~/.local/state/quorin/drafts until the record is saved. --recover writes an object for each draft of the root folder:
