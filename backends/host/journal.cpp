@@ -129,10 +129,10 @@ void Journal::WriteReadings() {
     Put(lines);
 }
 
-/// The lines of a day are in a file of their own.
+/// The lines of a day are in a file of their own. One that a person has removed is begun anew.
 void Journal::BeginDay() {
     const std::string day = Now().Time.substr(0, File_.Day().size());
-    if (Stopped_ || day == File_.Day())
+    if (Stopped_ || (day == File_.Day() && !File_.IsRemoved()))
         return;
     SyncLines();
     OpenDay(day);

@@ -83,6 +83,11 @@ Text JournalFile::Open(const std::string& day) {
     return {};
 }
 
+bool JournalFile::IsRemoved() const {
+    struct stat found {};
+    return IsOpen() && ::fstat(File_.Number(), &found) == 0 && found.st_nlink == 0;
+}
+
 ErrorNumber JournalFile::Append(const std::string& line) {
     std::string_view rest;
     const std::string whole = line + "\n";

@@ -27,6 +27,8 @@ public:
     Text Open(const std::string& day);
     void Close() { File_.Close(); }
     bool IsOpen() const { return File_.Valid(); }
+    /// True if the open file was removed from its folder.
+    bool IsRemoved() const;
     const std::string& Day() const { return Day_; } ///< of the file that was opened last
 
     /// Appends a line and its line end. Each goes to the file by one call, so that a killed program leaves whole lines;

@@ -117,6 +117,21 @@ TEST_F(JournalOfASession, IsKeptOnlyIfItIsAskedFor) {
     EXPECT_THAT(both.Errors, HasSubstr("--no-journal"));
 }
 
+/// What a loose plug sends is no text at all.
+TEST_F(JournalOfASession, HasBytesThatAreNoText) {
+    const Outcome run =
+        Tell(Joined({OpenTheDownload, {"tick 1500"}}),
+             {"--journal", Folder(), "--clock", "real", "--port", "1=exec:printf 'a\\377\\000\\260b'; sleep 5"});
+    EXPECT_EQ(run.Status, 0) << run.Errors;
+    std::string bytes;
+    for (const Json& event : Events("received"))
+        bytes += event["bytes"].get<std::string>();
+    EXPECT_EQ(bytes, std::string("a\xC3\xBF\0\xC2\xB0"
+                                 "b",
+                                 7)); // a character for each byte
+    EXPECT_EQ(Events("port").front()["address"], "exec:printf 'a\\377\\000\\260b'; sleep 5");
+}
+
 TEST_F(JournalOfASession, OfTwoRootsIsTwoFiles) {
     EXPECT_EQ(Play({"--journal", Folder()}).Status, 0);
     EXPECT_EQ(Bare({"--journal", Folder(), "--root", (Place.Path() / "other").string()}).Status, 0);

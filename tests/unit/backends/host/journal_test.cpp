@@ -235,6 +235,30 @@ TEST_F(JournalOf, MidnightBeginsAFileThatSaysWhoWrites) {
     EXPECT_EQ(first["words"], Line({"--word"}));
 }
 
+TEST_F(JournalOf, AFileThatIsRemovedIsBegunAnew) {
+    Keep();
+    std::filesystem::remove(Files().at(0));
+    Choose(u"Start...");
+    ASSERT_THAT(Files(), SizeIs(1));
+    EXPECT_THAT(Events("day"), SizeIs(1));
+    EXPECT_THAT(Acts(), Not(IsEmpty()));
+}
+
+/// 10^6 readings are to fit into a gigabyte.
+TEST_F(JournalOf, AReadingTakesAtMostAKilobyte) {
+    Keep();
+    OpenRecord();
+    const auto size = [this] { return std::filesystem::file_size(Files().at(0)); };
+    const auto before = size();
+    Arrive(u"[BLob]\r\n[DESCRIPTIVE_VAR \"Site=North wall\"]\r\n"
+           u"[RESULT_TYPE \"Moisture\" \"M1\"]\r\n[RESULT_VALUE \"23.4\"]\r\n[RESULT_UNIT \"%\"]\r\n[/BLob]\r\n");
+    Device.Tick(1000);
+    Choose(u"New Record");
+    EXPECT_THAT(Events("reading"), SizeIs(1));
+    EXPECT_THAT(Events("row"), SizeIs(3));
+    EXPECT_LT(size() - before, 1000U);
+}
+
 // --- faults ----------------------------------------------------------------------------------------------------------
 
 TEST_F(JournalOf, ASlowDiskIsLeftToAThreadAndReported) {
