@@ -19,9 +19,12 @@ struct CommandRow {
     void (*Run)(Job& job);
 };
 
+void NoOptions(CLI::App&, Options&) {
+}
+
 constexpr CommandRow Commands[] = {
-    {"list", "Show the files: day, root folder, size, programs that ran, readings stored and refused",
-     [](CLI::App&, Options&) {}, ListFiles},
+    {"list", "Show the files: day, root folder, size, programs that ran, readings stored and refused", NoOptions,
+     ListFiles},
     {"readings", "Show the readings and what became of them, one a line",
      [](CLI::App& command, Options& options) {
          AddReadingOptions(command, options);
@@ -34,6 +37,8 @@ constexpr CommandRow Commands[] = {
          AddArgument(command, options, "FILE", "The table, such as qrn0001.txt");
      },
      ShowHistory},
+    {"verify", "Compare the downloads with what was saved, and find readings that are nowhere", NoOptions,
+     VerifyTables},
     {"raw", "Write the bytes of the port and the text of the mailbox as they came",
      [](CLI::App& command, Options& options) {
          AddSourceOptions(command, options);

@@ -16,6 +16,7 @@ void ForgetDays(Job& job);
 void ListFiles(Job& job);
 void ShowHistory(Job& job);
 void ShowReadings(Job& job);
+void VerifyTables(Job& job);
 void WriteRaw(Job& job);
 void WriteStory(Job& job);
 

@@ -44,6 +44,12 @@ void Report::Odd(const std::string& what) {
         Status_ = ExitStatus::Odd;
 }
 
+void Report::Found(const std::string& finding) {
+    WriteLine("  ! " + finding);
+    if (Status_ == ExitStatus::Ended)
+        Status_ = ExitStatus::Odd;
+}
+
 void Report::Failed(const std::string& what) {
     Tell(what);
     Status_ = ExitStatus::Failure;

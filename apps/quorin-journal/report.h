@@ -21,6 +21,8 @@ public:
 
     /// Tells a person what was odd in the input. The command goes on.
     void Odd(const std::string& what);
+    /// Writes a finding, which is odd and a result.
+    void Found(const std::string& finding);
     /// Tells a person what could not be done. The command goes on with the rest.
     void Failed(const std::string& what);
 

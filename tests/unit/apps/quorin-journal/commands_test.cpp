@@ -12,7 +12,7 @@ using testing::HasSubstr;
 TEST_F(Journal, HelpNamesEveryCommand) {
     const Outcome help = Bare({"--help"});
     for (const char* word :
-         {"--journal", "--root", "list", "readings", "follow", "history", "raw", "export", "story", "forget"})
+         {"--journal", "--root", "list", "readings", "follow", "history", "verify", "raw", "export", "story", "forget"})
         EXPECT_THAT(help.Output, HasSubstr(word));
     EXPECT_THAT(help.Output, HasSubstr("\n  5  done, and some of the input was odd"));
     support::ExpectPlainHelp(help.Output);
