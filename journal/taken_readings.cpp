@@ -39,7 +39,7 @@ void TakenReadings::Take(const Line& line) {
     } else if (event == "act" && TextIn(line, "act") == "set") {
         for (auto& [file, waiting] : Waiting_) {
             for (Waiting& reading : waiting)
-                reading.MayBeChanged = reading.MayBeChanged || reading.IsOfThisRun;
+                reading.MayBeChanged = true;
         }
     }
 }
