@@ -36,7 +36,7 @@ void Put(QLabel& label, const QString& text) {
 } // namespace
 
 ReadingsPanel::ReadingsPanel(companion::ReadingTable& table, QWidget& form, std::function<bool()> isAsked, double scale)
-    : Table_(table), Form_(form), IsAsked_(std::move(isAsked)), Scale_(scale), Model_(table) {
+    : Table_(table), Form_(form), IsAsked_(std::move(isAsked)), Model_(table) {
     setObjectName(QStringLiteral("readings"));
     setWindowTitle(QStringLiteral("Readings"));
     auto* const column = new QVBoxLayout(this);

@@ -53,7 +53,6 @@ private:
     companion::ReadingTable& Table_;
     QWidget& Form_;
     std::function<bool()> IsAsked_;
-    double Scale_;
     ReadingsModel Model_;
     QLineEdit* Words_;
     QComboBox* Verdicts_;
