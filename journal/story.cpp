@@ -2,6 +2,7 @@
 #include "journal/story.h"
 
 #include "journal/glance.h"
+#include "src/text/windows_1252.h"
 
 #include <algorithm>
 #include <array>
@@ -92,8 +93,9 @@ void Story::TakeReceived(const Line& line) {
     }
     if (from != "port")
         return;
-    const auto bytes = BytesOfText(TextIn(line, "bytes"));
-    Add("receive " + Quoted(bytes.value_or("")));
+    Text text = modStringTools::FromBytes(BytesOfText(TextIn(line, "bytes")).value_or(""));
+    modStringTools::ReadRawBytesAsWindows1252(text);
+    Add("receive " + Quoted(modStringTools::ToBytes(text)));
 }
 
 /// What a tap does comes with its release.

@@ -50,6 +50,11 @@ TEST_F(StoryOf, ASessionHasActsBytesAndTicks) {
     EXPECT_TRUE(Story_.IsExact());
 }
 
+TEST_F(StoryOf, BytesAreTextAsThePortReadsThem) {
+    Receive(0, "\xB0\xC2\xB0");
+    EXPECT_EQ(Story_.Commands(), "receive \"°°\"\n");
+}
+
 TEST(StoryOfALateStart, HasNoTimeBeforeItsFirstLine) {
     Story story;
     story.Take({{"ms", 30}, {"event", "start"}, {"clock", "virtual"}});
