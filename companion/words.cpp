@@ -145,6 +145,11 @@ Notice DraftNotKept(const Text& why) {
                 u". If the program is ended by force, what was entered since the last save is lost."};
 }
 
+Notice JournalKept(const Text& folder) {
+    return {AboutJournal, Severity::Note,
+            u"Journal of what comes and what is done: " + folder + u" (--no-journal keeps none)"};
+}
+
 Notice JournalStopped(const Text& why) {
     return {AboutJournal, Severity::Warning,
             u"The journal has stopped: " + why + u". Readings are stored as before, but not recorded."};

@@ -60,6 +60,8 @@ Notice ListIncomplete(const std::vector<platform::Unlisted>& unlisted);
 Notice DraftNotKept(const Text& why);
 /// So many records of earlier runs are kept as drafts.
 Notice DraftsWait(std::size_t count);
+/// What is received and done is recorded in the journal of this folder.
+Notice JournalKept(const Text& folder);
 /// Nothing more is recorded in the journal.
 Notice JournalStopped(const Text& why);
 /// Lines of the journal are written to the disk after the tone of a reading.

@@ -114,17 +114,15 @@ std::string FindPlaces(quorin::Options& options) {
     std::optional<backends::qt::QtPlatform> device;
     std::optional<quorin::WindowEnd> end;
     std::optional<backends::Journal> journal;
-    backends::qt::QtPump pump([&end, &journal](const ProgramOver& over) {
-        if (journal)
-            journal->End(over); // before the message of a failure: the machine may be switched off while it is shown
-        return NumberOf(end->Over(over));
-    });
+    backends::qt::QtPump pump([&end](const ProgramOver& over) { return NumberOf(end->Over(over)); });
     backends::qt::WindowOptions looks;
     looks.Scale = options.Scale;
     looks.Profile = backends::ProfileOfType(options.Device.DeviceType);
     host.emplace(options.Device);
     device.emplace(*host, looks, pump, commands, watch);
     watch.Attach(*device);
+    if (options.Journal) // before the folder of the data, which the line shows while nothing is wrong
+        device->onlooker.notices.Raise(companion::JournalKept(modStringTools::FromBytes(options.Journal->Folder)));
     device->onlooker.notices.Raise(companion::DataFolder(modStringTools::FromBytes(options.Device.Root)));
     if (!warning.empty())
         device->onlooker.notices.Raise(companion::NobodyKeepsAway(modStringTools::FromBytes(warning)));
@@ -135,6 +133,10 @@ std::string FindPlaces(quorin::Options& options) {
         device->onlooker.notices.Raise(companion::JournalStopped(modStringTools::FromBytes(options.WhyNoJournal)));
     }
     end.emplace(*device, watch, signals);
+    end->Ends = [&journal](const ProgramOver& over) {
+        if (journal)
+            journal->End(over);
+    };
     WindowStands = true;
     std::optional<backends::Drafts> drafts;
     if (const auto state = apps::StateFolder()) {

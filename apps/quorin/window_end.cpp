@@ -51,6 +51,7 @@ ExitStatus WindowEnd::TellEnding(const ProgramOver& over) const {
 }
 
 ExitStatus WindowEnd::Over(const ProgramOver& over) {
+    Ends(over);
     if (Last_.Begun())
         return TellEnding(over);
     if (over.Why != ProgramOver::Reason::Failed)
@@ -79,6 +80,7 @@ void WindowEnd::WithoutDisplay() {
         std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
     };
     Last_.SaveAtOnce("a display that is gone");
+    Ends({ProgramOver::Reason::Failed, u"the display is gone"});
     std::cerr << "quorin: " << Last_.Words() << std::endl;
     std::fflush(nullptr);
     std::_Exit(NumberOf(ExitStatus::Failure));

@@ -23,6 +23,9 @@ public:
     /// True if a draft of the record on the screen is on the medium.
     std::function<bool()> RecordIsKept = [] { return false; };
 
+    /// Called before the end is reported: the machine may be switched off while the message of a failure is shown.
+    std::function<void(const backends::ProgramOver& over)> Ends = [](const backends::ProgramOver&) {};
+
     /// Reports why the program ended and returns the exit status.
     start::ExitStatus Over(const backends::ProgramOver& over);
     /// Saves what can be saved without a display, reports it, and ends the process.

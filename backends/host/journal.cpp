@@ -216,6 +216,8 @@ void Journal::ReadingJudged(const platform::Verdict& verdict) {
 }
 
 void Journal::RowChanged(const platform::RowChange& change) {
+    LookAtField();
+    WriteField();
     Write(journal::RowEvent(change));
 }
 

@@ -116,6 +116,22 @@ TEST_P(EndOfTheWindowEitherWay, SavesWhatIsInAnOpenField) {
     ExpectSaved("North||");
 }
 
+TEST_P(EndOfTheWindowEitherWay, IsInTheJournalWithWhatWasTyped) {
+    Start();
+    OpenRecord();
+    TypePlace();
+    Loses(GetParam());
+    std::string journal;
+    for (const auto& file : std::filesystem::directory_iterator(Home.Path("state/quorin/journal")))
+        journal += Home.Bytes("state/quorin/journal/" + file.path().filename().string());
+    EXPECT_THAT(journal, HasSubstr(R"("program":"quorin")"));
+    EXPECT_THAT(journal, HasSubstr(R"("event":"act","act":"press","args":"0 1","about":"Place"})"));
+    EXPECT_THAT(journal, HasSubstr(R"("event":"act","act":"set","text":"North"})"));
+    EXPECT_THAT(journal,
+                HasSubstr(R"("event":"row","what":"saved","file":"qrn0001.txt","row":1,"old":"||","new":"North||"})"));
+    EXPECT_THAT(journal, HasSubstr(R"("event":"end")"));
+}
+
 TEST_P(EndOfTheWindowEitherWay, SavesTheRecordUnderAQuestion) {
     OpenRecordUnderAQuestion();
     Loses(GetParam());

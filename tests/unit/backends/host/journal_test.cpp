@@ -164,6 +164,20 @@ TEST_F(JournalOf, TypedTextIsRecordedAsTheFieldWhenItCloses) {
     EXPECT_EQ(Acts().at(before + 1), R"({"act":"press","args":"2 1","about":"Remark"})");
 }
 
+TEST_F(JournalOf, TypedTextIsRecordedBeforeTheRowThatHasIt) {
+    Keep();
+    OpenRecord();
+    Tap(0, 1);
+    Type(u"North");
+    modQuorin::GoBack(); // by the program, at its end
+    std::vector<std::string> order;
+    for (const Line& line : LinesIn(Files().at(0))) {
+        if (line.value("act", "") == "set" || line.value("what", "") == "saved")
+            order.push_back(line["event"]);
+    }
+    EXPECT_THAT(order, ElementsAre("act", "row"));
+}
+
 TEST_F(JournalOf, KeysThatEditAFieldAreNotRecorded) {
     Keep();
     OpenRecord();
