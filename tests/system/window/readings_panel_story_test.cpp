@@ -56,6 +56,11 @@ protected:
             Screen.Click([&] { return marked.center() + QPoint(0, (driver - 1) * marked.height()); }, AnotherScreen()));
         Window->Choose("F1", "o", [&] { return IsSeen(row); });
     }
+    QRect ValueBeside(QRgb colour) {
+        const QRect row = Window->Find(colour);
+        const QRect line = Window->Find(TitleBlue);
+        return {line.center().x() + 4, row.top(), line.width() / 2 - 8, row.height()};
+    }
     bool PanelOpens() {
         return Screen.Press("F4", [this] { return Window->IsAsking(); });
     }
@@ -69,9 +74,10 @@ protected:
 };
 
 TEST_F(PanelOnADesktop, GivesARefusedReadingToTheRightRecord) {
+    // Before the record is opened: a link that is down would be orange, too.
+    const instrument::RunningInstrument instrument({"--link", Home.Path("line"), "--fast", Home.Path("records")});
     Window->Choose("F1", "s", [&] { return IsSeen(FrameGreen); });
     OpenRecordOf(1, SoilRow);
-    const instrument::RunningInstrument instrument({"--link", Home.Path("line"), "--fast", Home.Path("records")});
     ASSERT_TRUE(Eventually([&] { return IsSeen(RefusedOrange); }));
     ASSERT_TRUE(PanelOpens());
     EXPECT_TRUE(Eventually([&] { return Screen.IsAtRest(); }));
@@ -83,8 +89,10 @@ TEST_F(PanelOnADesktop, GivesARefusedReadingToTheRightRecord) {
     OpenRecordOf(2, WallRow);
     ASSERT_TRUE(PanelOpens());
     ASSERT_TRUE(Eventually([&] { return Screen.IsAtRest(); }));
+    const Effect taken = Screen.Change(ValueBeside(WallRow));
     EXPECT_TRUE(Screen.Press("alt+t", Screen.Change(Screen.Picture().rect())));
-    EXPECT_TRUE(Eventually(Screen.Change(Screen.Picture().rect())));
+    EXPECT_TRUE(Eventually(taken));
+    EXPECT_TRUE(Eventually([&] { return Screen.IsAtRest(); }));
     Keep("readings-taken");
     ASSERT_TRUE(PanelCloses());
     Window->Choose("F1", "c", AnotherScreen());
