@@ -92,7 +92,7 @@ Line EmptiedEvent(TextView text) {
     return {{"event", "emptied"}, {"text", Utf8(Text(text))}};
 }
 
-Line ReadingEvent(const platform::Verdict& verdict) {
+Line ReadingEvent(const platform::Verdict& verdict, const std::string& limit) {
     const bool hasRow = verdict.Row >= 0;
     Line event = {{"event", "reading"},
                   {"verdict", Utf8(companion::NameOf(verdict.Fate))},
@@ -105,11 +105,12 @@ Line ReadingEvent(const platform::Verdict& verdict) {
                   {"file", OrNull(!verdict.File.empty(), Utf8(verdict.File))}};
     if (verdict.Fate == platform::Fate::Origin)
         event["expected"] = Utf8(verdict.Expected);
+    Add(event, "limit", limit);
     return event;
 }
 
-Line ReadingLines::EventOf(const platform::Verdict& verdict) {
-    Line event = ReadingEvent(verdict);
+Line ReadingLines::EventOf(const platform::Verdict& verdict, const std::string& limit) {
+    Line event = ReadingEvent(verdict, limit);
     if (!verdict.Reading.Variables.empty())
         event["variables"] = ListOf(verdict.Reading.Variables);
     Add(event, "old", Utf8(verdict.Old));

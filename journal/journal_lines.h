@@ -47,7 +47,8 @@ Line EndEvent(const std::string& why);
 Line BytesEvent(std::string_view bytes);
 Line TextEvent(platform::TextSource source, TextView text); ///< of the mailbox, or taken again
 Line EmptiedEvent(TextView text);
-Line ReadingEvent(const platform::Verdict& verdict); ///< as quorin-console reports it
+/// As quorin-console reports it. `limit`: the limit that the value is outside of, empty for none.
+Line ReadingEvent(const platform::Verdict& verdict, const std::string& limit);
 Line RowEvent(const platform::RowChange& change);
 Line PortEvent(const std::string& what, const std::string& address, const std::string& why);
 Line LinkEvent(bool open, const Text& port);
@@ -63,7 +64,7 @@ std::string Stamped(const Stamp& stamp, const Line& event);
 /// The readings as the journal has them: with what the console's event leaves out.
 class ReadingLines {
 public:
-    Line EventOf(const platform::Verdict& verdict);
+    Line EventOf(const platform::Verdict& verdict, const std::string& limit);
 
 private:
     std::shared_ptr<const Text> LastBlob_; ///< written already: a BLob may have many readings

@@ -64,10 +64,8 @@ void Writer::NotSaved(const Text& file, const Text& why) {
 }
 
 void Writer::ReadingJudged(const platform::Verdict& verdict) {
-    Json event = journal::ReadingEvent(verdict);
-    if (const auto outside = Limits_ != nullptr ? Limits_->Judge(verdict) : std::nullopt)
-        event["limit"] = Utf8(companion::NameOf(outside->Breach));
-    Write(event);
+    const auto outside = Limits_ != nullptr ? Limits_->Judge(verdict) : std::nullopt;
+    Write(journal::ReadingEvent(verdict, outside ? Utf8(companion::NameOf(outside->Breach)) : std::string()));
 }
 
 void Writer::RowChanged(const platform::RowChange& change) {

@@ -124,7 +124,7 @@ void Journal::WriteReadings() {
         return;
     std::string lines; // of the day whose file is open
     for (const Judged& judged : Judged_)
-        lines += (lines.empty() ? "" : "\n") + Stamped(judged.When, Readings_.EventOf(judged.Verdict));
+        lines += (lines.empty() ? "" : "\n") + Stamped(judged.When, Readings_.EventOf(judged.Verdict, judged.Limit));
     Judged_.clear();
     Put(lines);
 }
@@ -210,7 +210,8 @@ void Journal::ReadingJudged(const platform::Verdict& verdict) {
     constexpr std::size_t Most = 4096; // a batch may have any number of results
     if (Judged_.size() == Most)
         WriteReadings();
-    Judged_.push_back({Now(), verdict});
+    const auto outside = Device_.onlooker.limits.Judge(verdict);
+    Judged_.push_back({Now(), verdict, outside ? journal::Utf8(companion::NameOf(outside->Breach)) : std::string()});
     if (verdict.Fate == platform::Fate::OpenField)
         TakeFieldAsItIs(); // nobody has typed this
 }

@@ -64,6 +64,7 @@ private:
     struct Judged {
         journal::Stamp When;
         platform::Verdict Verdict;
+        std::string Limit; ///< the limit that the value is outside of; empty for none
     };
 
     static int SyncData(int file);

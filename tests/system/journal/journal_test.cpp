@@ -108,6 +108,12 @@ TEST_F(JournalOfASession, HasEachReadingAndTheRowThatWasSaved) {
     EXPECT_EQ(Events("end").size(), 1U);
 }
 
+TEST_F(JournalOfASession, HasTheLimitThatAReadingIsOutsideOf) {
+    Root.Put("Meter.limits", "COLUMN|WARNLOW|WARNHIGH|FAILLOW|FAILHIGH\nMoisture||20||\n");
+    EXPECT_EQ(Play({"--journal", Folder()}).Status, 0);
+    EXPECT_EQ(Events("reading").at(0).value("limit", ""), "warnhigh");
+}
+
 TEST_F(JournalOfASession, IsKeptOnlyIfItIsAskedFor) {
     EXPECT_EQ(Play({}).Status, 0);
     EXPECT_EQ(Play({"--no-journal"}).Status, 0);

@@ -3,6 +3,7 @@
 
 #include "backends/input/keyboard.h"
 #include "src/storage/settings.h"
+#include "src/view/input_fields.h"
 #include "tests/unit/backends/host/journal_run.h"
 
 #include <sys/stat.h>
@@ -228,6 +229,30 @@ TEST_F(JournalOf, APortThatFailsIsRecordedOnce) {
     EXPECT_THAT(Events("link"), ElementsAre(R"({"open":true,"port":"Com1"})", R"({"open":false,"port":"Com1"})"));
 }
 
+TEST_F(JournalOf, ATroubleThatComesBackIsRecordedAgain) {
+    Keep();
+    Device.Platform.serial.FailOpenings(2);
+    OpenRecord();
+    Device.Tick(1000);
+    Device.Platform.serial.Drop();
+    Device.Platform.serial.FailOpenings(2);
+    Device.Tick(2000);
+    EXPECT_THAT(Events("port"), ElementsAre(HasSubstr("failed"), HasSubstr("opened"), HasSubstr("lost"),
+                                            HasSubstr("failed"), HasSubstr("opened")));
+}
+
+/// A reading that arrives may close a field without an act of the person.
+TEST_F(JournalOf, TypedTextOfAFieldThatClosesByItselfIsRecorded) {
+    Keep();
+    OpenRecord();
+    Tap(0, 1);
+    Type(u"North");
+    Settle();
+    modPDAUI::CloseCellEdit();
+    Settle();
+    EXPECT_EQ(Acts().back(), R"({"act":"set","text":"North"})");
+}
+
 TEST_F(JournalOf, AClockThatIsSetIsRecorded) {
     Keep();
     Settle();
@@ -289,6 +314,22 @@ TEST_F(JournalOf, ASlowDiskIsLeftToAThreadAndReported) {
     EXPECT_THAT(Device.Did.Warnings, Contains(testing::Pair(Text(u"journal"), testing::_)));
     Kept.reset();
     EXPECT_EQ(syncs, 1);
+}
+
+TEST_F(JournalOf, ASlowDiskIsNoSleepOfTheDevice) {
+    int syncs = 0;
+    Keep([&](int) {
+        if (++syncs == 1) {
+            std::this_thread::sleep_for(SyncWorker::Duration(520));
+            Device.Platform.clock.MoveTo(Device.Platform.clock.Milliseconds() + 3000);
+        }
+        return 0;
+    });
+    OpenRecord();
+    Arrive(Moist);
+    Device.Tick(3000);
+    EXPECT_THAT(Events("sync"), SizeIs(1));
+    EXPECT_THAT(Events("port"), ElementsAre(HasSubstr("opened"))); // a sleep closes the port and opens it again
 }
 
 TEST_F(JournalOf, AFailedDiskStopsTheJournalWithOneNotice) {
