@@ -2,8 +2,6 @@
 // A recording with times, as docs/formats.md describes it: what came over a line, and when.
 #pragma once
 
-#include "journal/journal_format.h"
-
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -18,8 +16,9 @@ class RecordingTimes {
 public:
     /// Takes the first line of a run.
     void BeginRun() { IsSameRun_ = false; }
-    /// Returns the milliseconds since the line before; 0 for the first, and where the clock was set back.
-    std::int64_t SinceLast(const Line& line);
+    /// Takes the `ms` of a line, and its `time` in seconds since any moment. Returns the milliseconds since the line
+    /// before; 0 for the first, and where the clock was set back.
+    std::int64_t SinceLast(std::int64_t ms, std::int64_t second);
 
 private:
     std::int64_t LastMs_ = 0;
