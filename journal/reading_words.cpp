@@ -91,7 +91,8 @@ std::string VerdictOf(const Line& reading) {
                                     .File = file,
                                     .Expected = TextOf(reading, "expected")};
     // The journal names the download. Its driver may be another one by now.
-    return ToBytes(companion::WordsOf(verdict, file).Line);
+    const std::string limit = TextIn(reading, "limit");
+    return ToBytes(companion::WordsOf(verdict, file).Line) + (limit.empty() ? "" : "; outside of its limit " + limit);
 }
 
 } // namespace journal

@@ -21,6 +21,12 @@ TEST(ReadingWords, AreThoseOfTheWindow) {
     EXPECT_EQ(VerdictOf(Reading("emptied")), "○ lost: Moisture 14.1 % came while a question was open");
 }
 
+TEST(ReadingWords, NameTheLimitThatAValueIsOutsideOf) {
+    Line reading = Reading("taken");
+    reading["limit"] = "failhigh";
+    EXPECT_EQ(VerdictOf(reading), "● Moisture 14.1 % → Inside; outside of its limit failhigh");
+}
+
 TEST(ReadingWords, OfANewerVerdictAreItsName) {
     EXPECT_EQ(VerdictOf(Reading("frozen")), "frozen");
     EXPECT_FALSE(IsStored("frozen"));
