@@ -137,6 +137,10 @@ Line LinkEvent(bool open, const Text& port) {
     return {{"event", "link"}, {"open", open}, {"port", Utf8(port)}};
 }
 
+Line QuestionEvent(const std::string& what, const Text& question) {
+    return {{"event", "question"}, {"what", what}, {"text", Utf8(question)}};
+}
+
 Line ActEvent(const std::string& act, const std::string& arguments, const Text& about) {
     Line event = {{"event", "act"}, {"act", act}};
     Add(event, "args", arguments);

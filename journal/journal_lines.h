@@ -52,6 +52,7 @@ Line ReadingEvent(const platform::Verdict& verdict, const std::string& limit);
 Line RowEvent(const platform::RowChange& change);
 Line PortEvent(const std::string& what, const std::string& address, const std::string& why);
 Line LinkEvent(bool open, const Text& port);
+Line QuestionEvent(const std::string& what, const Text& question);
 Line ActEvent(const std::string& act, const std::string& arguments, const Text& about);
 Line FieldEvent(const Text& text); ///< the act of typing
 Line ClockEvent(std::int64_t seconds);

@@ -10,6 +10,7 @@ namespace apps {
 void AddJournalOptions(CLI::App& app, JournalWords& words, const std::string& byDefault) {
     auto* folder = app.add_option("--journal", words.Folder, "Folder of the journal, which records readings and acts")
                        ->type_name("DIR")
+                       ->check([](const std::string& text) { return text.empty() ? "names no folder" : ""; }, "")
                        ->default_str(byDefault);
     app.add_flag("--no-journal", words.None, "Keep no journal")->default_str("off")->excludes(folder);
     app.add_option("--journal-size", words.Megabytes, "Remove the oldest days beyond this size of the folder, in MB")

@@ -335,7 +335,7 @@ constexpr CommandRow Commands[] = {
      "lets the next N openings of the simulated port fail (-1: all), or closes the open port", RunSerial, Act},
     {"named", "fail NUMBER | ok", "sets the result of opening a named connection", RunNamed, Act},
     {"keyboard", "STATE A B C D", "shows or hides (0) the soft keyboard; A to D are its left, top, width, height",
-     RunKeyboard},
+     RunKeyboard, Act},
     {"close", "", "clicks the close button of the title bar", RunClose},
     {"background", "", "moves the application to the background",
      [](const Target&, const std::string&) {

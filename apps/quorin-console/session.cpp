@@ -86,7 +86,7 @@ void Session::Use(backends::HostBackEnd& used, backends::Hand& user) {
 
 void Session::EndJournal(const ProgramOver& over) {
     if (Journal_)
-        Journal_->End(over);
+        Journal_->End(over, Ending_ ? Ending_->Reason() : std::string());
     Journal_.reset();
 }
 

@@ -133,9 +133,9 @@ std::string FindPlaces(quorin::Options& options) {
         device->onlooker.notices.Raise(companion::JournalStopped(modStringTools::FromBytes(options.WhyNoJournal)));
     }
     end.emplace(*device, watch, signals);
-    end->Ends = [&journal](const ProgramOver& over) {
+    end->Ends = [&journal](const ProgramOver& over, const std::string& by) {
         if (journal)
-            journal->End(over);
+            journal->End(over, by);
     };
     WindowStands = true;
     std::optional<backends::Drafts> drafts;

@@ -51,7 +51,7 @@ ExitStatus WindowEnd::TellEnding(const ProgramOver& over) const {
 }
 
 ExitStatus WindowEnd::Over(const ProgramOver& over) {
-    Ends(over);
+    Ends(over, Last_.Reason());
     if (Last_.Begun())
         return TellEnding(over);
     if (over.Why != ProgramOver::Reason::Failed)
@@ -80,7 +80,7 @@ void WindowEnd::WithoutDisplay() {
         std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
     };
     Last_.SaveAtOnce("a display that is gone");
-    Ends({ProgramOver::Reason::Failed, u"the display is gone"});
+    Ends({}, Last_.Reason());
     std::cerr << "quorin: " << Last_.Words() << std::endl;
     std::fflush(nullptr);
     std::_Exit(NumberOf(ExitStatus::Failure));

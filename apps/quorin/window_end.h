@@ -24,7 +24,9 @@ public:
     std::function<bool()> RecordIsKept = [] { return false; };
 
     /// Called before the end is reported: the machine may be switched off while the message of a failure is shown.
-    std::function<void(const backends::ProgramOver& over)> Ends = [](const backends::ProgramOver&) {};
+    /// `by`: what has ended the program from outside; empty for nothing.
+    std::function<void(const backends::ProgramOver& over, const std::string& by)> Ends =
+        [](const backends::ProgramOver&, const std::string&) {};
 
     /// Reports why the program ended and returns the exit status.
     start::ExitStatus Over(const backends::ProgramOver& over);

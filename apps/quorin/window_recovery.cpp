@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "apps/quorin/window_recovery.h"
 
+#include "backends/loop/acts.h"
 #include "backends/qt/recovery_bar.h"
 
 #include <QApplication>
@@ -88,6 +89,7 @@ private:
             Loop_.exit();
             break;
         case RecoveryBar::Choice::Later:
+            backends::ReportAct({.Word = "recover", .Arguments = "later"});
             Loop_.exit();
             break;
         }

@@ -18,6 +18,22 @@ namespace {
 constexpr auto Long = std::chrono::milliseconds(500); // what takes longer must not look like a sleep of the device
 constexpr std::int64_t LeastJump = 2;                 // seconds; the two clocks are read one after the other
 
+/// A disk that takes long must not look like a sleep of the device, at whatever call.
+class LongCall {
+public:
+    explicit LongCall(BackEnd& device) : Device_(device) {}
+    LongCall(const LongCall&) = delete;
+    LongCall& operator=(const LongCall&) = delete;
+    ~LongCall() {
+        if (std::chrono::steady_clock::now() - Begin_ > Long)
+            Device_.WasHeldUp();
+    }
+
+private:
+    BackEnd& Device_;
+    std::chrono::steady_clock::time_point Begin_ = std::chrono::steady_clock::now();
+};
+
 std::string UtcNow() {
     const std::time_t now = std::time(nullptr);
     std::tm parts{};
@@ -66,6 +82,8 @@ Journal::Journal(const JournalPlan& plan, ProgramName program, HostBackEnd& devi
       File_(plan.Folder, Root_, plan.Limits), Syncs_(std::move(sync)),
       ClockIsOff_(device.clock.Now().WholeSeconds - device.clock.SteadySeconds()) {
     Acts.Begins = [this](const Act& act) { Begins(act); };
+    Acts.Asked = [this](const Text& question) { Asked(question); };
+    Acts.LeftUnanswered = [this](const Text& question) { LeftUnanswered(question); };
     device.serial.BytesCame = [this](std::string_view bytes) { Write(journal::BytesEvent(bytes)); };
     device.serial.Stepped = [this](DeviceSerial::Step step, const std::string& why) { PortStepped(step, why); };
     device.readings.Add(*this);
@@ -114,8 +132,12 @@ journal::Stamp Journal::Now() {
 }
 
 void Journal::Write(const journal::Line& event) {
-    WriteReadings();
+    if (Stopped_)
+        return;
+    if (!File_.IsRemoved())
+        WriteReadings(); // they are of the day before, if that has ended
     BeginDay();
+    WriteReadings();
     Append(event);
 }
 
@@ -132,14 +154,17 @@ void Journal::WriteReadings() {
 /// The lines of a day are in a file of their own. One that a person has removed is begun anew.
 void Journal::BeginDay() {
     const std::string day = Now().Time.substr(0, File_.Day().size());
-    if (Stopped_ || (day == File_.Day() && !File_.IsRemoved()))
+    if (day == File_.Day() && !File_.IsRemoved())
         return;
     SyncLines();
+    if (Stopped_)
+        return;
     OpenDay(day);
     Append(journal::DayEvent(Run()));
 }
 
 void Journal::OpenDay(const std::string& day) {
+    const LongCall call(Device_);
     if (const Text why = File_.Open(day); !why.empty())
         Stop(why);
 }
@@ -151,6 +176,7 @@ void Journal::Append(const journal::Line& event) {
 void Journal::Put(const std::string& lines) {
     if (Stopped_)
         return;
+    const LongCall call(Device_);
     ErrorNumber error = File_.Append(lines);
     for (const std::string& name : File_.RemoveOldest()) {
         if (error == NoError)
@@ -171,6 +197,7 @@ void Journal::SyncLines() {
     WriteReadings();
     if (Stopped_ || !Unsynced_)
         return;
+    const LongCall call(Device_);
     Unsynced_ = false;
     if (const int failure = Syncs_.Write(File_.Number()); failure != 0)
         return Stop(ErrorText(FromErrno(failure)));
@@ -180,14 +207,21 @@ void Journal::SyncLines() {
     Slow_ = true;
     Append(journal::SyncEvent(took->count()));
     Device_.onlooker.notices.Raise(companion::JournalIsSlow());
-    if (*took > Long)
-        Device_.WasHeldUp();
 }
 
-void Journal::End(const ProgramOver& over) {
+/// The file of a delivery is deleted next, so that its text has to be on the medium, however long that takes.
+void Journal::SyncDelivery() {
+    if (Stopped_)
+        return;
+    const LongCall call(Device_);
+    if (const int failure = Syncs_.WriteNow(File_.Number()); failure != 0)
+        Stop(ErrorText(FromErrno(failure)));
+}
+
+void Journal::End(const ProgramOver& over, const std::string& by) {
     LookAtField();
     WriteField();
-    Write(journal::EndEvent(WhyOf(over)));
+    Write(journal::EndEvent(by.empty() ? WhyOf(over) : "ended by " + by));
     SyncLines();
 }
 
@@ -199,7 +233,14 @@ void Journal::TextReceived(platform::TextSource source, TextView characters) {
         return;
     Write(journal::TextEvent(source, characters));
     if (source == platform::TextSource::Mailbox)
-        SyncLines();
+        SyncDelivery();
+}
+
+/// A reading may replace what has been typed into the open field.
+void Journal::DecodingBegins() {
+    LookAtField();
+    WriteField();
+    SyncLines();
 }
 
 void Journal::TextEmptied(TextView characters) {
@@ -212,8 +253,7 @@ void Journal::ReadingJudged(const platform::Verdict& verdict) {
         WriteReadings();
     const auto outside = Device_.onlooker.limits.Judge(verdict);
     Judged_.push_back({Now(), verdict, outside ? journal::Utf8(companion::NameOf(outside->Breach)) : std::string()});
-    if (verdict.Fate == platform::Fate::OpenField)
-        TakeFieldAsItIs(); // nobody has typed this
+    TakeFieldAsItIs(); // what a reading has written into an open field, nobody has typed
 }
 
 void Journal::RowChanged(const platform::RowChange& change) {
@@ -226,6 +266,14 @@ void Journal::Begins(const Act& act) {
     LookAtField();
     WriteField();
     Write(journal::ActEvent(act.Word, act.Arguments, act.About));
+}
+
+void Journal::Asked(const Text& question) {
+    Write(journal::QuestionEvent("asked", question));
+}
+
+void Journal::LeftUnanswered(const Text& question) {
+    Write(journal::QuestionEvent("unanswered", question));
 }
 
 /// A port that can't be opened fails twice a second; that is recorded once.

@@ -38,13 +38,13 @@ public:
     Journal& operator=(const Journal&) = delete;
     ~Journal() override;
 
-    /// Writes that the program has ended.
-    void End(const ProgramOver& over);
+    /// Writes that the program has ended. `by`: what has ended it from outside, such as a signal; empty for nothing.
+    void End(const ProgramOver& over, const std::string& by = {});
 
     void TextReceived(platform::TextSource source, TextView characters) override;
-    void DecodingBegins() override { SyncLines(); }
-    /// The line is written in the next round, or before the next line: the results of a batch do not wait for it.
+    void DecodingBegins() override;
     void TextEmptied(TextView characters) override;
+    /// Its line is written in the next round, or before the next line: the results of a batch do not wait for it.
     void ReadingJudged(const platform::Verdict& verdict) override;
     void RowChanged(const platform::RowChange& change) override;
 
@@ -78,8 +78,11 @@ private:
     void OpenDay(const std::string& day);
     void Stop(const Text& why);
     void SyncLines();
+    void SyncDelivery();
 
     void Begins(const Act& act);
+    void Asked(const Text& question);
+    void LeftUnanswered(const Text& question);
     void PortStepped(DeviceSerial::Step step, const std::string& why);
     std::pair<OpenField, Text> FieldNow() const;
     void TakeFieldAsItIs();
@@ -96,7 +99,7 @@ private:
     journal::ReadingLines Readings_;
     std::vector<Judged> Judged_;
     journal::Stamp LastStamp_;
-    std::int64_t LastSecond_ = -1; ///< of LastStamp_, as the form's clock counts
+    std::optional<std::int64_t> LastSecond_; ///< of LastStamp_, as the form's clock counts
     bool Stopped_ = false;
     bool Unsynced_ = false; ///< there are lines that SyncLines has not seen
     bool Slow_ = false;     ///< reported

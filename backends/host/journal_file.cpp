@@ -9,6 +9,7 @@
 #include <dirent.h>
 #include <fcntl.h>
 #include <memory>
+#include <sys/file.h>
 #include <unistd.h>
 
 namespace backends {
@@ -34,6 +35,14 @@ std::vector<DayFile> FilesIn(const std::string& path) {
     std::sort(files.begin(), files.end(),
               [](const DayFile& one, const DayFile& other) { return one.Name < other.Name; });
     return files;
+}
+
+/// True if a program writes to the file: its clock may show another day.
+bool IsInUse(const std::string& path) {
+    const Descriptor file(
+        Repeated([&] { return ::open(path.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC); }));
+    return file.Valid() && Repeated([&] { return ::flock(file.Number(), LOCK_EX | LOCK_NB); }) != 0 &&
+           errno == EWOULDBLOCK;
 }
 
 /// The first day that is not too old; empty if any age is allowed.
@@ -77,6 +86,7 @@ Text JournalFile::Open(const std::string& day) {
     if ((found.st_mode & OthersUse) != 0 && ::fchmod(file.Number(), OwnersFile) != 0)
         return name + u": others may use it";
     File_ = std::move(file);
+    Repeated([this] { return ::flock(File_.Number(), LOCK_SH | LOCK_NB); }); // without locks its day alone protects it
     char last = '\n';
     if (found.st_size > 0 && ReadAt(File_.Number(), &last, 1, found.st_size - 1) == 1 && last != '\n')
         Append({}); // a line was interrupted: what follows must not become a part of it
@@ -114,7 +124,7 @@ std::vector<std::string> JournalFile::RemoveOldest() {
     for (const DayFile& file : files) {
         if (file.Day >= Day_ || (file.Day >= first && bytes <= Limits_.Bytes))
             break; // of the same day or later: another program may write to it
-        if (::unlink((Folder_ + "/" + file.Name).c_str()) != 0)
+        if (IsInUse(Folder_ + "/" + file.Name) || ::unlink((Folder_ + "/" + file.Name).c_str()) != 0)
             continue;
         bytes -= file.Bytes;
         removed.push_back(file.Name);

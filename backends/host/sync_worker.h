@@ -4,12 +4,14 @@
 
 #include "backends/descriptor/descriptor.h"
 
+#include <cerrno>
 #include <chrono>
 #include <condition_variable>
 #include <functional>
 #include <mutex>
 #include <optional>
 #include <thread>
+#include <vector>
 
 namespace backends {
 
@@ -19,7 +21,7 @@ public:
     using Sync = std::function<int(int file)>;
 
     /// A writing that takes longer is the last one that the caller waits for: a loop that stands still for two seconds
-    /// would be taken for a sleep of the device.
+    /// would be taken for a sleep of the device. Without a thread the caller waits each time.
     static constexpr Duration Longest{200};
 
     /// `sync` writes the file of a descriptor to the medium and returns 0, or -1 with errno.
@@ -31,11 +33,15 @@ public:
     /// Writes the file to the medium, or gives it to the thread. Returns the errno of a failure, also of one that the
     /// thread has had since the last call; 0 for none.
     int Write(int file);
+    /// Writes it before it returns, however long that takes.
+    int WriteNow(int file) { return Sync_(file) == 0 ? 0 : errno; }
 
     /// Returns how long the writing took after which the thread has taken over; nothing before.
     std::optional<Duration> SlowOne() const { return SlowOne_; }
 
 private:
+    void StartThread(Duration took);
+    int GiveToThread(int file);
     void Run();
 
     Sync Sync_;
@@ -43,9 +49,8 @@ private:
     std::thread Thread_;
     std::mutex Mutex_; ///< for what follows
     std::condition_variable Asked_;
-    Descriptor
-        Next_; ///< a duplicate of the descriptor of the file that is to be written; none if there is nothing to do
-    int Failure_ = 0; ///< errno
+    std::vector<Descriptor> Next_; ///< duplicates of the descriptors of files that are to be written
+    int Failure_ = 0;              ///< errno
     bool Ends_ = false;
 };
 

@@ -22,6 +22,9 @@ struct Act {
 /// The observer of all acts, none at first. Who sets it resets it before it ends.
 struct ActWatch {
     std::function<void(const Act&)> Begins; ///< called before the act is done
+    /// Called when a message box opens, and when the end of the program closes it without an answer.
+    std::function<void(const Text& question)> Asked;
+    std::function<void(const Text& question)> LeftUnanswered;
 };
 inline ActWatch Acts;
 

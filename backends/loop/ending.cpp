@@ -67,11 +67,11 @@ void Ending::LeaveScreen() {
         return;
     }
     if (Screens.CurrentScreen == modQuorin::ScrInput)
-        RaiseCloseRequest();
+        AskToClose();
     BeginToSave();
     const std::size_t failures = Device_.onlooker.FailedSaves;
     if (modQuorin::ScreenRow(Screens.CurrentScreen).BackMode != modQuorin::BackStep::EndsProgram)
-        RaiseCloseRequest();
+        AskToClose();
     if (State_ == Record::Saving)
         State_ = Device_.onlooker.FailedSaves == failures ? Record::Saved : Record::Lost;
     bool cancel = false;

@@ -23,6 +23,7 @@ public:
     void SaveAtOnce(const std::string& why);
 
     bool Begun() const { return !Reason_.empty(); }
+    const std::string& Reason() const { return Reason_; } ///< empty before the beginning
     /// Returns one line on what was saved and what was not, for after the program has ended.
     std::string Words() const;
     bool IsLost() const { return State_ == Record::Saving || State_ == Record::Lost; }

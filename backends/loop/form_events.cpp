@@ -11,6 +11,14 @@ void ReportPress(const OwnerDrawGrid& grid, std::int32_t row, std::int32_t col) 
     ReportAct({.Word = "press", .Arguments = ArgumentsOf({row, col}), .About = grid.Cell(row, 0)});
 }
 
+void ReportPressBesideCells() {
+    ReportAct({.Word = "beside"});
+}
+
+void ReportHeading() {
+    ReportAct({.Word = "heading"});
+}
+
 void ReportRelease() {
     ReportAct({.Word = "release"});
 }
@@ -29,11 +37,6 @@ void RaiseTitleClick(std::int32_t menu) {
     menu == 1 ? frmQuorin::mnuButton1_Click() : frmQuorin::mnuButton2_Click();
 }
 
-void RaiseHeadingTap() {
-    ReportAct({.Word = "heading"});
-    frmQuorin::grdTitle_Release();
-}
-
 void RaiseDateChosen() {
     ReportAct({.Word = "pick", .Arguments = TextOfDate(Device().dteInputField.Date())});
     frmQuorin::dteInputField_Closed();
@@ -49,14 +52,15 @@ void RaiseHoldMenuClick() {
 
 void RaiseCloseRequest() {
     ReportAct({.Word = "close"});
+    AskToClose();
+}
+
+void AskToClose() {
     bool cancel = false;
     frmQuorin::Form_QueryUnload(cancel, frmQuorin::UnloadMode::TitleBar);
 }
 
 void RaiseKeyboard(const SystemObject& system, const modPDAUI::KeyboardState& keyboard) {
-    ReportAct(
-        {.Word = "keyboard",
-         .Arguments = ArgumentsOf({keyboard.State, keyboard.Left, keyboard.Top, keyboard.Width, keyboard.Height})});
     const bool coversAll = keyboard.State != 0 && static_cast<float>(keyboard.Height) >= system.WorkArea().Height;
     const modPDAUI::KeyboardState reported = coversAll ? modPDAUI::KeyboardState() : keyboard;
     frmQuorin::mykb_statechanged(reported.State, reported.Left, reported.Top, reported.Width, reported.Height);

@@ -12,18 +12,20 @@ namespace backends {
 /// Report a press on a cell of grdMain, before the cell becomes the current one, and its release.
 void ReportPress(const OwnerDrawGrid& grid, std::int32_t row, std::int32_t col);
 void ReportRelease();
+/// Report a press on grdMain beside its cells, and one on grdTitle: each may close a field.
+void ReportPressBesideCells();
+void ReportHeading();
 
 /// Raises the click on item 1 to 5, or on the caption, of soft menu 1 or 2.
 void RaiseItemClick(std::int32_t menu, std::int32_t item);
 void RaiseTitleClick(std::int32_t menu);
-/// Raises the tap on the heading, which shows what can be done there.
-void RaiseHeadingTap();
 /// Raises the closing of the date picker, which shows the chosen date.
 void RaiseDateChosen();
 /// Raises the click on the selected entry of the hold menu.
 void RaiseHoldMenuClick();
-/// Raises the request to close the form by its title bar.
+/// Raises the request to close the form by its title bar, as a person's act and as none.
 void RaiseCloseRequest();
+void AskToClose();
 
 /// Reports that the soft keyboard has appeared, gone or moved. One that covers the whole form counts as none.
 void RaiseKeyboard(const SystemObject& system, const modPDAUI::KeyboardState& keyboard);

@@ -88,6 +88,8 @@ BoxAnswer DeviceBoxes::Show(const Text& text, BoxButtons buttons, BoxIcon icon, 
     };
     Standing standing(Open_, {.Message = text, .Buttons = buttons, .Icon = icon, .Title = title});
     Watcher_.BoxOpened(text, buttons, icon, title);
+    if (Acts.Asked)
+        Acts.Asked(text);
     const bool isShown = !Loop_.Ending();
     if (isShown && Opening)
         Opening();
@@ -104,6 +106,8 @@ BoxAnswer DeviceBoxes::Show(const Text& text, BoxButtons buttons, BoxIcon icon, 
     if (standing.Box.Answered)
         return standing.Box.Answer;
     Unanswered_.push_back(text);
+    if (Acts.LeftUnanswered)
+        Acts.LeftUnanswered(text);
     return buttons == BoxButtons::YesNo ? BoxAnswer::No : BoxAnswer::Ok;
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "backends/qt/accessible_grid.h"
 
+#include "backends/loop/acts.h"
 #include "backends/qt/conversions.h"
 #include "backends/qt/qt_grid.h"
 #include "backends/qt/to_screen_reader.h"
@@ -224,6 +225,7 @@ public:
     bool selectRow(int row) override {
         if (IsTitle(Grid()) || !TakesInput(Widget_) || !Grid().Offers(row, Grid().Col()))
             return false;
+        ReportAct({.Word = "select", .Arguments = ArgumentsOf({row}), .About = Grid().Cell(row, 0)});
         Grid().SetRow(row);
         return true;
     }

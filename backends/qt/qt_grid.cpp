@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "backends/qt/qt_grid.h"
 
+#include "backends/loop/acts.h"
 #include "backends/loop/form_events.h"
 #include "backends/qt/conversions.h"
 #include "backends/qt/fonts.h"
@@ -187,6 +188,8 @@ void GridWidget::SetPressed(bool pressed) {
 /// Scrolls the page. A field that is open over a cell closes, because its cell moves.
 void GridWidget::TurnTo(std::int32_t top) {
     const std::int32_t before = Grid_.TopRow();
+    if (Grid_.FieldIsOpen && Grid_.FieldIsOpen() && !Grid_.PressesNothing)
+        ReportAct({.Word = "scroll", .Arguments = ArgumentsOf({top})});
     Grid_.SetTopRow(top);
     if (Grid_.TopRow() != before && !Grid_.PressesNothing)
         Grid_.SetFocus();
@@ -205,6 +208,7 @@ void GridWidget::Press(QPoint place) {
     if (!Grid_.Enabled() || !Grid_.Visible())
         return;
     if (Grid_.PressesNothing) {
+        ReportHeading();
         Grid_.SetFocus();
         if (Grid_.Pressed)
             Grid_.Pressed();
@@ -213,6 +217,8 @@ void GridWidget::Press(QPoint place) {
     const auto cell = Grid_.CellAt(place.x(), place.y());
     if (cell)
         ReportPress(Grid_, cell->Row, cell->Col);
+    else
+        ReportPressBesideCells();
     Grid_.SetFocus();
     if (!cell)
         return;

@@ -92,7 +92,7 @@ void QtPlatform::WireControls() {
     grdTitle.PressesNothing = true;
     grdTitle.SetEnabled(true);                     // sets its focus policy: clicks and Tab do not move Qt's focus there
     grdTitle.Pressed = modPDAUI::FocusPromptField; // the press has taken the focus from the field of a prompt
-    grdTitle.Released = RaiseHeadingTap;
+    grdTitle.Released = frmQuorin::grdTitle_Release;
     grdMain.ScreenAge = [this] { return ScreenAge(); };
     lstHoldMenu.Click = RaiseHoldMenuClick;
     dteInputField.Closed = RaiseDateChosen;

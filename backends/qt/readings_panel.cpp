@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "backends/qt/readings_panel.h"
 
+#include "backends/loop/acts.h"
 #include "backends/qt/conversions.h"
 #include "companion/taking_again.h"
 
@@ -242,6 +243,7 @@ void ReadingsPanel::TakeAgain() {
     if (!isSecondClick && AgainRefusal().empty()) {
         LastTaken_.start();
         WasHandedOver_ = true;
+        ReportAct({.Word = "again", .About = u"the panel of readings"});
         Table_.TakeAgain(*OnlySelected());
     }
     ShowState();

@@ -121,6 +121,7 @@ TEST_F(JournalOfASession, IsKeptOnlyIfItIsAskedFor) {
     const Outcome both = Play({"--no-journal", "--journal", Folder()});
     EXPECT_EQ(both.Status, 2);
     EXPECT_THAT(both.Errors, HasSubstr("--no-journal"));
+    EXPECT_EQ(Play({"--journal", ""}).Status, 2);
 }
 
 /// What a loose plug sends is no text at all.

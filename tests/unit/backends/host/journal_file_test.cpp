@@ -136,6 +136,18 @@ TEST_F(JournalFiles, AreRemovedBeyondAnAge) {
     EXPECT_THAT(file.RemoveOldest(), ElementsAre(NameOf("2026-10-31"), NameOf("2026-11-20")));
 }
 
+/// Its clock may show another day.
+TEST_F(JournalFiles, ThatAProgramWritesAreNotRemoved) {
+    JournalFile other = Journal();
+    ASSERT_EQ(other.Open("2007-03-05"), u"");
+    JournalFile file("" + Folder(), "/other", {.Bytes = 1, .Days = 1});
+    ASSERT_EQ(file.Open("2026-11-22"), u"");
+    EXPECT_THAT(file.RemoveOldest(), IsEmpty());
+    other.Close();
+    ASSERT_EQ(file.Open("2026-11-22"), u"");
+    EXPECT_THAT(file.RemoveOldest(), ElementsAre(NameOf("2007-03-05")));
+}
+
 TEST_F(JournalFiles, OfOtherProgramsStay) {
     Place.Put("journal/notes.txt", "x");
     Place.Put("journal/2026-01-01.jsonl", "x");

@@ -134,20 +134,44 @@ TEST_F(JournalOf, TextDroppedDuringAQuestionIsRecorded) {
     EXPECT_THAT(Acts(), Contains(HasSubstr(R"({"act":"answer","args":"no","about":"Replace: )")));
 }
 
+TEST_F(JournalOf, AQuestionIsRecordedWhenItIsAsked) {
+    Keep();
+    OpenRecord();
+    Arrive(Moist);
+    Device.Tick(1000);
+    Device.WillAnswer(platform::BoxAnswer::No);
+    std::vector<std::string> meanwhile;
+    Device.WhileABoxStands([&] { meanwhile = Events("question"); });
+    Arrive(Moist);
+    Device.Tick(1000);
+    EXPECT_THAT(meanwhile, ElementsAre(R"({"what":"asked","text":"Replace: \r\n23.4 %\r\nWith:\r\n23.4 %?"})"));
+    EXPECT_THAT(Events("question"), SizeIs(1));
+}
+
+/// Nobody has answered it.
+TEST_F(JournalOf, AQuestionThatTheEndClosesIsRecorded) {
+    Keep();
+    Device.Platform.loop.BeginEnding();
+    Device.Platform.boxes.Show(u"Delete?", platform::BoxButtons::YesNo, platform::BoxIcon::None, u"");
+    EXPECT_THAT(Events("question"),
+                ElementsAre(R"({"what":"asked","text":"Delete?"})", R"({"what":"unanswered","text":"Delete?"})"));
+    EXPECT_THAT(Acts(), IsEmpty());
+}
+
 // --- acts ------------------------------------------------------------------------------------------------------------
 
 TEST_F(JournalOf, AnActIsRecordedBeforeItIsDone) {
     Keep();
     OpenRecord();
+    Arrive(Moist);
+    Device.Tick(1000);
     Choose(u"Close");
     std::vector<std::string> order;
     for (const Line& line : LinesIn(Files().at(0))) {
-        if (line["event"] == "act" && line.value("about", "") == "Close")
-            order.push_back("Close");
-        if (line["event"] == "port")
-            order.push_back(line["what"]);
+        if (line.value("about", "") == "Close" || line.value("what", "") == "saved")
+            order.push_back(line["event"]);
     }
-    EXPECT_THAT(order, ElementsAre("opened", "Close"));
+    EXPECT_THAT(order, ElementsAre("act", "row")); // the record is saved by the command
 }
 
 TEST_F(JournalOf, TypedTextIsRecordedAsTheFieldWhenItCloses) {
@@ -203,6 +227,18 @@ TEST_F(JournalOf, AReadingInAnOpenFieldIsNotTyped) {
     EXPECT_THAT(Acts(), Not(Contains(HasSubstr("set"))));
 }
 
+/// A reading goes into the open field, and what was typed there is gone.
+TEST_F(JournalOf, TypedTextThatAReadingReplacesIsRecorded) {
+    Keep();
+    OpenRecord();
+    Tap(0, 1);
+    Type(u"North");
+    Arrive(Moist);
+    Device.Tick(1000);
+    EXPECT_EQ(Acts().back(), R"({"act":"set","text":"North"})");
+    EXPECT_THAT(Events("reading"), ElementsAre(HasSubstr("openfield")));
+}
+
 TEST_F(JournalOf, TextOfAFieldThatIsOpenAtTheEndIsRecorded) {
     Keep();
     OpenRecord();
@@ -211,6 +247,8 @@ TEST_F(JournalOf, TextOfAFieldThatIsOpenAtTheEndIsRecorded) {
     Kept->End({ProgramOver::Reason::Failed, u"no disk"});
     EXPECT_EQ(Acts().back(), R"({"act":"set","text":"North"})");
     EXPECT_THAT(Events("end"), ElementsAre(R"({"why":"no disk"})"));
+    Kept->End({}, "SIGTERM");
+    EXPECT_THAT(Events("end"), Contains(R"({"why":"ended by SIGTERM"})"));
 }
 
 // --- ports, links, clocks --------------------------------------------------------------------------------------------
@@ -330,6 +368,32 @@ TEST_F(JournalOf, ASlowDiskIsNoSleepOfTheDevice) {
     Device.Tick(3000);
     EXPECT_THAT(Events("sync"), SizeIs(1));
     EXPECT_THAT(Events("port"), ElementsAre(HasSubstr("opened"))); // a sleep closes the port and opens it again
+}
+
+/// The file of a delivery is deleted next.
+TEST_F(JournalOf, ASlowDiskIsWaitedForBeforeADeliveryIsDeleted) {
+    modQuorin::SaveSetting(u"ComPort", u"SERVER");
+    Device.Folder.Put("c/rfcomm.run", "");
+    std::vector<bool> here; // synced by the loop's own thread, with the file still there
+    const auto loop = std::this_thread::get_id();
+    Keep([&, calls = 0](int) mutable {
+        if (++calls == 1)
+            std::this_thread::sleep_for(SyncWorker::Longest + SyncWorker::Duration(20));
+        else if (std::this_thread::get_id() == loop)
+            here.push_back(Device.Folder.Has("c/ipcout.txt"));
+        return 0;
+    });
+    OpenRecord();
+    Kept->DecodingBegins(); // the slow one
+    Device.Folder.Put("c/ipcout.txt", "a line\n");
+    Device.Tick(500);
+    EXPECT_EQ(here, std::vector<bool>{true});
+}
+
+TEST_F(JournalOf, BeforeTheYearOfTheClockHasItsDay) {
+    Device.SetTime("1969-12-31T23:59:59");
+    Keep();
+    EXPECT_EQ(LinesIn(Files().at(0)).at(0)["time"], "1969-12-31T23:59:59");
 }
 
 TEST_F(JournalOf, AFailedDiskStopsTheJournalWithOneNotice) {
