@@ -110,6 +110,22 @@ TEST_F(PortOnASource, IsLostWithItsCommandWhichIsStartedAnew) {
     EXPECT_NE(Receive(), first);
 }
 
+TEST_F(PortOnASource, TellsItsObserverOfEachStep) {
+    Put("exec:exit 3");
+    std::vector<std::string> steps;
+    Port->Stepped = [&steps](DeviceSerial::Step step, const std::string& why) {
+        static const char* const names[] = {"opened", "failed", "closed", "lost"};
+        steps.push_back(std::string(names[static_cast<std::size_t>(step)]) + (why.empty() ? "" : ": ") + why);
+    };
+    OpenAtLast();
+    WaitUntilLost();
+    Port->SetPortOpen(true);
+    OpenAtLast();
+    Port->SetPortOpen(false);
+    EXPECT_THAT(steps, testing::ElementsAre("opened", "lost: the command has ended with status 3",
+                                            "failed: the command has ended with status 3", "opened", "closed"));
+}
+
 TEST_F(PortOnASource, ShowsItsObserverTheBytesOfACommand) {
     Put("exec:printf '\\000\\377'; cat");
     std::string seen;
