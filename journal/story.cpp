@@ -6,40 +6,31 @@
 
 #include <algorithm>
 #include <array>
-#include <numeric>
 #include <utility>
 
 namespace journal {
 
 namespace {
 
-constexpr std::int64_t LongPress = 1500;  // milliseconds of the console's `hold`
-constexpr std::int64_t LongestStep = 100; // all timers of the program have multiples of this
-constexpr std::int64_t MostSteps = 2000;  // by then a message box that a reading opens is open
+constexpr std::int64_t LongPress = 1500; // milliseconds of the console's `hold`
 
-/// Commands that the form refuses while a message box is open.
-constexpr std::array FormActs = {"title", "menu", "key", "set", "pick", "close", "command", "again"};
-/// Commands that it does not refuse.
-constexpr std::array OtherActs = {"serial", "disk", "named", "keyboard", "background", "maximise", "minimise"};
+/// Acts that the console has a command for, with the same arguments.
+constexpr std::array SameCommands = {"title", "menu",     "key",        "pick",     "answer",
+                                     "close", "command",  "again",      "serial",   "disk",
+                                     "named", "keyboard", "background", "maximise", "minimise"};
 
-template <std::size_t Count>
-bool IsOneOf(const std::array<const char*, Count>& words, const std::string& word) {
-    return std::find(words.begin(), words.end(), word) != words.end();
+bool IsCommand(const std::string& word) {
+    return std::find(SameCommands.begin(), SameCommands.end(), word) != SameCommands.end();
 }
 
 std::string Quoted(const std::string& text) {
     return Line(text).dump(-1, ' ', false, Line::error_handler_t::replace);
 }
 
-std::string Tick(std::int64_t milliseconds) {
-    return "tick " + std::to_string(milliseconds) + "\n";
-}
-
 } // namespace
 
 void Story::Take(const Line& line) {
     const std::int64_t before = std::exchange(Now_, NumberIn(line, "ms"));
-    Divisor_ = std::gcd(Divisor_, Now_);
     const std::string event = TextIn(line, "event");
     if (event == "start") {
         IsVirtual_ = TextIn(line, "clock") == "virtual";
@@ -55,8 +46,8 @@ void Story::Take(const Line& line) {
         TakeReceived(line);
     } else if (event == "port" && !TextIn(line, "address").empty()) {
         Miss("the port was a real one");
-    } else if (event == "end") {
-        Add("");
+    } else if (event == "question" || event == "end") {
+        Add(""); // a `tick` that opens a message box ends with the answer: it must not be longer than that
     }
 }
 
@@ -72,17 +63,12 @@ void Story::TakeAct(const Line& line) {
         return Jump(args);
     if (word == "set") {
         Add("set " + Quoted(TextIn(line, "text")));
-    } else if (word == "answer") {
-        Add(whole);
-        BoxWasOpen();
-    } else if (IsOneOf(FormActs, word) || IsOneOf(OtherActs, word)) {
+    } else if (IsCommand(word)) {
         Add(whole);
     } else {
         Add("# " + whole + ": the console has no such command");
         Miss("it has acts that the console has no command for");
     }
-    if (word == "answer" || IsOneOf(FormActs, word))
-        FormAct_ = Commands_.size();
 }
 
 void Story::TakeReceived(const Line& line) {
@@ -101,7 +87,7 @@ void Story::TakeReceived(const Line& line) {
 /// What a tap does comes with its release.
 void Story::Press(const std::string& cell) {
     Add("tap " + cell);
-    FormAct_ = Pressed_ = Commands_.size();
+    Pressed_ = Commands_.size();
     PressedAt_ = Now_;
 }
 
@@ -137,18 +123,6 @@ void Story::Miss(const std::string& what) {
         WhyNot_ += (WhyNot_.empty() ? "" : ", ") + what;
 }
 
-/// The journal does not say when a message box opens. A `tick` that opens one ends with the answer, and takes less time
-/// than it says; so the time since the last act on the form is told in steps that end wherever anything can have
-/// happened.
-void Story::BoxWasOpen() {
-    for (std::size_t i = FormAct_; i < Commands_.size(); ++i)
-        Commands_[i].MayWait = true;
-}
-
-std::int64_t Story::Step() const {
-    return std::gcd(Divisor_, LongestStep);
-}
-
 std::string Story::WhyNot() const {
     return WhyNot_.empty() && !IsVirtual_ ? "its beginning is missing" : WhyNot_;
 }
@@ -156,13 +130,8 @@ std::string Story::WhyNot() const {
 std::string Story::Commands() const {
     std::string script;
     for (const Command& command : Commands_) {
-        std::int64_t left = command.Wait;
-        for (std::int64_t i = 0; command.MayWait && left > Step() && i < MostSteps; ++i) {
-            script += Tick(Step());
-            left -= Step();
-        }
-        if (left > 0)
-            script += Tick(left);
+        if (command.Wait > 0)
+            script += "tick " + std::to_string(command.Wait) + "\n";
         if (!command.Text.empty())
             script += command.Text + "\n";
     }

@@ -28,7 +28,6 @@ private:
     struct Command {
         std::int64_t Wait = 0; ///< milliseconds before it
         std::string Text;
-        bool MayWait = false; ///< a message box may have opened while that time passed
     };
 
     void TakeAct(const Line& line);
@@ -38,15 +37,11 @@ private:
     void Jump(const std::string& milliseconds);
     void Add(const std::string& text);
     void Miss(const std::string& what);
-    void BoxWasOpen();
-    std::int64_t Step() const;
 
     std::vector<Command> Commands_;
-    std::int64_t Now_ = 0;     ///< `ms` of the line
-    std::int64_t Told_ = 0;    ///< the time that the commands take so far, as such a count
-    std::int64_t Divisor_ = 0; ///< of all `ms` of the session
-    std::size_t FormAct_ = 0;  ///< the number of commands up to the last one that no message box lets through
-    std::size_t Pressed_ = 0;  ///< the number of commands up to the tap that is not released yet; 0 for none
+    std::int64_t Now_ = 0;    ///< `ms` of the line
+    std::int64_t Told_ = 0;   ///< the time that the commands take so far, as such a count
+    std::size_t Pressed_ = 0; ///< the number of commands up to the tap that is not released yet; 0 for none
     std::int64_t PressedAt_ = 0;
     bool IsVirtual_ = false;
     std::string WhyNot_;
