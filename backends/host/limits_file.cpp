@@ -21,7 +21,7 @@ constexpr std::size_t LargestFile = 1'000'000;
 /// True if a name leads to no other folder.
 bool IsPlain(const std::string& name) {
     return !name.empty() && std::none_of(name.begin(), name.end(), [](char character) {
-        return character == '/' || character == '\\' || (character >= 0 && character < ' ');
+        return character == '/' || character == '\\' || static_cast<unsigned char>(character) < ' ';
     });
 }
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "src/blob/blob_text.h"
 #include "src/blob/capture.h"
 
+#include "src/blob/blob_text.h"
 #include "src/blob/decoding.h"
 #include "src/blob/framing.h"
 #include "src/blob/lost_results.h"
