@@ -31,16 +31,16 @@ std::string ShortTrouble(const LinkView& link) {
 }
 
 std::string Name(const LinkView& link) {
-    if (link.Road == LinkRoad::Server)
+    if (link.Kind == LinkKind::Server)
         return "RFCOMM server";
     return link.Path.empty() ? link.Port : link.Port + " (" + ShortPath(link.Path) + ")";
 }
 
 std::string WaitingText(const LinkView& link) {
-    switch (link.Road) {
-    case LinkRoad::Server:
+    switch (link.Kind) {
+    case LinkKind::Server:
         return "waiting for the RFCOMM server";
-    case LinkRoad::Serial:
+    case LinkKind::Serial:
         if (!link.Trouble.empty())
             return link.Port + ": " + ShortTrouble(link) + ", trying again";
         break;
@@ -51,7 +51,7 @@ std::string WaitingText(const LinkView& link) {
 }
 
 std::string HeldText(const LinkView& link) {
-    const std::string what = link.Road == LinkRoad::Serial ? std::to_string(link.Waits) + " characters are waiting"
+    const std::string what = link.Kind == LinkKind::Serial ? std::to_string(link.Waits) + " characters are waiting"
                                                            : "the mailbox is waiting";
     return "a question is open, " + what;
 }
@@ -121,11 +121,11 @@ const char* WorkText(Work work) {
 }
 
 LinkLine LinkLineOf(const LinkView& link) {
-    if (link.Road == LinkRoad::None)
+    if (link.Kind == LinkKind::None)
         return Plain("Link off: no port is chosen");
     if (!link.Wanted)
         return Plain("Link off: no download is open for " + link.Port);
-    if (link.Held && link.Road != LinkRoad::Connection)
+    if (link.Held && link.Kind != LinkKind::Connection)
         return Plain("Link held: " + HeldText(link));
     if (!link.Open && !WasJustRefused(link))
         return DownLine(link);

@@ -12,7 +12,7 @@
 
 namespace companion {
 
-using modBluetooth::LinkRoad;
+using modBluetooth::LinkKind;
 
 /// What became of a reading.
 struct LastReading {
@@ -22,7 +22,7 @@ struct LastReading {
 };
 
 struct LinkView {
-    LinkRoad Road = LinkRoad::None; ///< None: no port is chosen
+    LinkKind Kind = LinkKind::None; ///< None: no port is chosen
     bool Wanted = false;            ///< a download is open that takes results
     bool Open = false;
     std::int64_t DownFor = 0; ///< seconds since it was wanted and not open

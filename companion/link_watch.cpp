@@ -65,13 +65,13 @@ LinkLine LinkWatch::Line(const PortFacts& port, bool held) {
     const Moment now = Now_();
     const Text name = modBluetooth::StoredPort();
     LinkView link;
-    link.Road = modBluetooth::RoadOf(name);
+    link.Kind = modBluetooth::KindOf(name);
     link.Wanted = modBluetooth::Receive.LinkWanted;
     link.Open = modBluetooth::Ports.LinkOpen;
     link.Port = modStringTools::ToBytes(name);
     link.Held = held;
     link.Waits = port.Waiting;
-    if (link.Road == LinkRoad::Serial) {
+    if (link.Kind == LinkKind::Serial) {
         link.Path = port.Address;
         link.Open = port.Open;
         link.Trouble = TroubleOf(port);

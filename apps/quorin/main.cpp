@@ -54,14 +54,14 @@ bool HasDisplay() {
 
 constexpr const char* NoDisplay = "there is no display to open a window on; quorin-console runs on a terminal";
 
-bool WindowStands = false;
+bool WindowIsOpen = false;
 
 /// Handles messages of Qt. A fatal one before the window is open means that the display is named but does not answer.
 void TakeQtMessage(QtMsgType type, const QMessageLogContext&, const QString& text) {
     if (type == QtFatalMsg) {
-        std::cerr << "quorin: " << (WindowStands ? text.toStdString() : NoDisplay) << std::endl;
+        std::cerr << "quorin: " << (WindowIsOpen ? text.toStdString() : NoDisplay) << std::endl;
         quorin::EndWithoutDisplay();
-        std::_Exit(NumberOf(WindowStands ? ExitStatus::Failure : ExitStatus::NotStarted));
+        std::_Exit(NumberOf(WindowIsOpen ? ExitStatus::Failure : ExitStatus::NotStarted));
     }
     if (type != QtDebugMsg && type != QtInfoMsg && qEnvironmentVariableIsSet("QUORIN_VERBOSE"))
         std::cerr << "quorin: " << text.toStdString() << "\n";
@@ -137,7 +137,7 @@ std::string FindPlaces(quorin::Options& options) {
         if (journal)
             journal->End(over, by);
     };
-    WindowStands = true;
+    WindowIsOpen = true;
     std::optional<backends::Drafts> drafts;
     if (const auto state = apps::StateFolder()) {
         drafts.emplace(*state + "/drafts", options.Device.Root);

@@ -38,7 +38,7 @@ void WindowWatch::Attach(backends::qt::QtPlatform& device) {
 void WindowWatch::ToggleReadings() {
     if (!Panel_)
         Panel_.emplace(
-            Readings_, Device_->window, [this] { return Device_->boxes.AnyStands(); }, Device_->window.Scale());
+            Readings_, Device_->window, [this] { return Device_->boxes.AnyIsOpen(); }, Device_->window.Scale());
     Panel_->Toggle();
 }
 

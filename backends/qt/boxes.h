@@ -21,8 +21,8 @@ public:
     QMessageBox* Dialog() const { return Dialogs_.empty() ? nullptr : Dialogs_.back().get(); }
 
     std::function<void()> Leaving; ///< called after a box was closed; others may be open
-    bool AnyStands() const { return !Dialogs_.empty() || OfWindowStands; }
-    bool OfWindowStands = false; ///< a box of the window's own is open, which the form does not know of
+    bool AnyIsOpen() const { return !Dialogs_.empty() || OfWindowIsOpen; }
+    bool OfWindowIsOpen = false; ///< a box of the window's own is open, which the form does not know of
     /// True if the user is typing at this moment; those keys are not meant for the box.
     std::function<bool()> PersonIsTyping;
 

@@ -6,7 +6,7 @@
 namespace backends::qt {
 
 void LossBox::Say(const QString& text) {
-    if (Boxes_.OfWindowStands) {
+    if (Boxes_.OfWindowIsOpen) {
         if (Box_->text() != text)
             Box_->setText(text);
         return;
@@ -22,12 +22,12 @@ void LossBox::Say(const QString& text) {
     Box_->setStandardButtons(QMessageBox::Ok);
     Box_->setWindowModality(Qt::WindowModal);
     QObject::connect(Box_.get(), &QMessageBox::finished, [this] {
-        Boxes_.OfWindowStands = false;
+        Boxes_.OfWindowIsOpen = false;
         if (Boxes_.Leaving)
             Boxes_.Leaving();
         Seen_();
     });
-    Boxes_.OfWindowStands = true;
+    Boxes_.OfWindowIsOpen = true;
     Box_->show();
 }
 

@@ -21,7 +21,7 @@ public:
     /// Opens the box, or replaces the text of the open one.
     void Say(const QString& text);
     /// Returns the box while it is open; null otherwise.
-    QMessageBox* Dialog() const { return Boxes_.OfWindowStands ? Box_.get() : nullptr; }
+    QMessageBox* Dialog() const { return Boxes_.OfWindowIsOpen ? Box_.get() : nullptr; }
 
 private:
     QtBoxes& Boxes_;

@@ -116,7 +116,7 @@ void QtPlatform::WireWindow() {
         Held_.clear();
         menus.SetBlocked(true);
     };
-    boxes.Leaving = [this] { menus.SetBlocked(boxes.AnyStands()); };
+    boxes.Leaving = [this] { menus.SetBlocked(boxes.AnyIsOpen()); };
     boxes.PersonIsTyping = [this] { return std::chrono::steady_clock::now() - LastKey_ < HandsRest; };
     window.CloseRequested = [this] { CloseWanted_ = true; };
     Pump_.WorkShown = [this](bool working) {

@@ -31,7 +31,7 @@ void TellFailureOnce(const Text& message) {
     modPDAUI::Tell(message);
 }
 
-bool OpenServerRoad() {
+bool OpenServerLink() {
     SetMailboxPath();
     if (!MailboxServerRunning()) {
         TellFailureOnce(u"RFCOMM Server not running");
@@ -87,20 +87,20 @@ Text StoredPort() {
     return modQuorin::GetSetting(u"ComPort", Off);
 }
 
-LinkRoad RoadOf(const Text& port) {
+LinkKind KindOf(const Text& port) {
     if (port == Off)
-        return LinkRoad::None;
+        return LinkKind::None;
     if (port == Server)
-        return LinkRoad::Server;
-    return platform::Traits().NamedPorts && !BeginsWithCom(port) ? LinkRoad::Connection : LinkRoad::Serial;
+        return LinkKind::Server;
+    return platform::Traits().NamedPorts && !BeginsWithCom(port) ? LinkKind::Connection : LinkKind::Serial;
 }
 
 bool OpenLink() {
     const Text port = StoredPort();
-    const LinkRoad road = RoadOf(port);
-    if (road == LinkRoad::None)
+    const LinkKind kind = KindOf(port);
+    if (kind == LinkKind::None)
         return false;
-    if (road != LinkRoad::Serial) {
+    if (kind != LinkKind::Serial) {
         Ports.LinkPortName = port;
         Ports.LinkOpen = OpenNamedLink();
         return Ports.LinkOpen;
@@ -114,7 +114,7 @@ bool OpenLink() {
 
 Text PortFailure() {
     const Text port = StoredPort();
-    if (RoadOf(port) != LinkRoad::Serial || PortNumber(port))
+    if (KindOf(port) != LinkKind::Serial || PortNumber(port))
         return {};
     const Text what = port.empty() ? Text(u"The setting ComPort is empty")
                                    : u"The setting ComPort holds \"" + port + u"\", which is not the number of a port";
@@ -124,7 +124,7 @@ Text PortFailure() {
 bool OpenNamedLink() {
     if (Ports.NamedLinkOpen)
         return true;
-    return RoadOf(Ports.LinkPortName) == LinkRoad::Server ? OpenServerRoad() : OpenConnection();
+    return KindOf(Ports.LinkPortName) == LinkKind::Server ? OpenServerLink() : OpenConnection();
 }
 
 } // namespace modBluetooth

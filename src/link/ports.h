@@ -12,7 +12,7 @@
 namespace modBluetooth {
 
 /// The kind of link that a ComPort names.
-enum class LinkRoad {
+enum class LinkKind {
     None,       ///< "OFF"
     Server,     ///< "SERVER": the mailbox of a server process
     Connection, ///< a named connection, on a device that has named ports
@@ -37,7 +37,7 @@ void ListPorts();
 Text StoredPort();
 
 /// Returns the kind of link that a ComPort names on this device.
-LinkRoad RoadOf(const Text& port);
+LinkKind KindOf(const Text& port);
 
 /// Opens the link that ComPort names, unless it is open already. Returns true if it is open. A ComPort that should name
 /// a serial port and is not a number is a run-time failure.

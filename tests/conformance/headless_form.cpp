@@ -9,7 +9,7 @@ namespace {
 class HeadlessForm final : public FormInHand<support::TestDevice> {
 public:
     void WhileABoxIsOpen(std::function<void()> step, BoxAnswer answer) override {
-        Of.WhileABoxStands([this, step = std::move(step), answer] {
+        Of.WhileABoxIsOpen([this, step = std::move(step), answer] {
             step();
             Of.WillAnswer(answer);
         });

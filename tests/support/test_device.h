@@ -86,7 +86,7 @@ public:
     /// fails the test.
     void WillAnswer(platform::BoxAnswer answer) { Answers_.push_back(answer); }
     /// Runs the action once while the next box is open, before it is answered.
-    void WhileABoxStands(std::function<void()> action) { During_ = std::move(action); }
+    void WhileABoxIsOpen(std::function<void()> action) { During_ = std::move(action); }
     /// Adds an action of the technician. One is performed each time the program waits for a prompt.
     void WillDo(std::function<void()> step) { Steps_.push_back(std::move(step)); }
 

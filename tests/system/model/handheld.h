@@ -22,7 +22,7 @@ namespace shift {
 struct Kind {
     const char* Name;
     std::int32_t DeviceType;
-    Road RoadOfLink;
+    LinkKind KindOfLink;
     const char* Port;       ///< as in the list of ports
     const char* DataFolder; ///< on the host; nullptr for line databases
 };

@@ -16,7 +16,7 @@ enum class Place { Main, Drivers, Downloads, Record, DatePrompt, RenamePrompt, I
 const char* NameOf(Place place);
 
 /// How results reach a device.
-enum class Road { Serial, Server };
+enum class LinkKind { Serial, Server };
 
 /// A message box that waits for an answer.
 struct Question {
@@ -29,7 +29,7 @@ struct Question {
 
 class Model {
 public:
-    Model(Ledger& results, Road road) : Text(results), Results_(&results), RoadOfLink_(road) {}
+    Model(Ledger& results, LinkKind link) : Text(results), Results_(&results), KindOfLink_(link) {}
 
     // --- what the tests compare
     std::vector<std::string> Events; ///< boxes and tones since the last comparison
@@ -142,7 +142,7 @@ private:
     void Tone(bool taken) { Events.push_back(taken ? "tone 1046 250" : "tone 369 300"); }
 
     Ledger* Results_;
-    Road RoadOfLink_;
+    LinkKind KindOfLink_;
 
     // the link
     int LinkState_ = 0;

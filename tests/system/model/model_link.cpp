@@ -20,7 +20,7 @@ void Model::End() {
         Results_->Note(IdOf(question.Result.Value), Fate::LeftInBuffers);
     LoseHeld(Fate::LeftInBuffers);
     Text.Lose();
-    Model fresh(*Results_, RoadOfLink_);
+    Model fresh(*Results_, KindOfLink_);
     fresh.Events.swap(Events);
     fresh.Files = std::move(Files);
     fresh.MailboxThere = MailboxThere; // the mailbox outlives the program
@@ -114,7 +114,7 @@ void Model::KeepLink() {
     else if (LinkState_ == 1)
         LinkState_ = 2;
     else if (LinkState_ == 2)
-        LinkOpen = RoadOfLink_ == Road::Serial ? OpenPort() : FindServer();
+        LinkOpen = KindOfLink_ == LinkKind::Serial ? OpenPort() : FindServer();
     if (LinkOpen != was && OnRecord())
         Title = LinkOpen ? "Bluetooth :-)" : "Bluetooth :-(";
     if (ServerMode)

@@ -42,14 +42,14 @@ std::string NameOfScreen() {
 } // namespace
 
 Shift::Shift(const Kind& kind, std::uint64_t seed, std::uint32_t results)
-    : KindOfDevice_(kind), Wanted_(results), Chance_(seed), Meter_(Chance_, Results), Twin_(Results, kind.RoadOfLink),
+    : KindOfDevice_(kind), Wanted_(results), Chance_(seed), Meter_(Chance_, Results), Model_(Results, kind.KindOfLink),
       Folder_(kind) {
-    if (kind.RoadOfLink == Road::Server)
+    if (kind.KindOfLink == LinkKind::Server)
         Folder_.PutMailbox("rfcomm.run", "");
 }
 
 std::string Shift::Run() {
-    Twin_.Start(FirstMorning);
+    Model_.Start(FirstMorning);
     Began_ = FirstMorning;
     PlanSetUp();
     while (!Over_ && Difference_.empty())
@@ -65,7 +65,7 @@ std::string Shift::Run() {
 }
 
 void Shift::RunOnce() {
-    Hand_ = std::make_unique<Handheld>(KindOfDevice_, Folder_, Twin_.Now, [this] { Step(); });
+    Hand_ = std::make_unique<Handheld>(KindOfDevice_, Folder_, Model_.Now, [this] { Step(); });
     const ProgramOver over = Hand_->Run();
     if (over.Why == ProgramOver::Reason::Failed)
         Expect("the program", "stops: " + ToBytes(over.Failure), "goes on");
@@ -73,12 +73,12 @@ void Shift::RunOnce() {
         return;
     CompareAllFiles(); // the end of the program writes nothing
     Hand_.reset();
-    const Moment awake = (Twin_.Now / Second + 1 + Below(60)) * Second;
-    Twin_.Start(awake);
+    const Moment awake = (Model_.Now / Second + 1 + Below(60)) * Second;
+    Model_.Start(awake);
     Note("the program starts at " + MomentText(awake));
     ++Counts.Restarts;
     TellProgress();
-    if (KindOfDevice_.RoadOfLink == Road::Server && Chance_.OneIn(4))
+    if (KindOfDevice_.KindOfLink == LinkKind::Server && Chance_.OneIn(4))
         SwitchServer();
     while (!Over_ && SetUp_ && Difference_.empty() && !Chance_.OneIn(2))
         KillInsideASave();
@@ -91,7 +91,7 @@ void Shift::TellProgress() {
         return;
     LastWord_ = now;
     std::cerr << KindOfDevice_.Name << ": " << Results.Sent() << " of " << Wanted_ << " results, "
-              << MomentText(Twin_.Now) << ", " << Counts.FilesCompared << " files compared" << std::endl;
+              << MomentText(Model_.Now) << ", " << Counts.FilesCompared << " files compared" << std::endl;
 }
 
 void Shift::Step() {
@@ -109,7 +109,7 @@ void Shift::Step() {
 }
 
 void Shift::Note(const std::string& step) {
-    LastSteps_.push_back(MomentText(Twin_.Now) + "  " + step);
+    LastSteps_.push_back(MomentText(Model_.Now) + "  " + step);
     if (LastSteps_.size() > StepsToShow)
         LastSteps_.pop_front();
 }
@@ -143,29 +143,29 @@ void Shift::Expect(const std::string& what, bool found, bool expected) {
 
 void Shift::Compare() {
     const std::vector<std::string> events = Hand_->TakeEvents();
-    Expect("what happened", Listed(events), Listed(Twin_.Events));
+    Expect("what happened", Listed(events), Listed(Model_.Events));
     for (const std::string& event : events) {
         Counts.HighTones += event.rfind("tone 1046", 0) == 0 ? 1 : 0;
         Counts.LowTones += event.rfind("tone 369", 0) == 0 ? 1 : 0;
     }
-    Twin_.Events.clear();
+    Model_.Events.clear();
     if (!SetUp_)
         return;
-    Expect("the screen", NameOfScreen(), NameOf(Twin_.At));
-    Expect("the link wanted", modBluetooth::Receive.LinkWanted, Twin_.LinkWanted);
-    Expect("the link open", modBluetooth::Ports.LinkOpen, Twin_.LinkOpen);
-    Expect("the port open", Device().serial.PortOpen(), Twin_.PortOpen);
-    Expect("the instrument", ToBytes(modBLob::Decoder.ConnectedID), Twin_.Text.Connected);
-    Expect("the field open", Device().txtInputField.Visible(), Twin_.FieldOpen);
-    if (KindOfDevice_.RoadOfLink == Road::Server)
-        Expect("the mailbox file there", Folder_.HasMailbox("ipcout.txt"), Twin_.MailboxThere);
-    if (Twin_.OnRecord())
+    Expect("the screen", NameOfScreen(), NameOf(Model_.At));
+    Expect("the link wanted", modBluetooth::Receive.LinkWanted, Model_.LinkWanted);
+    Expect("the link open", modBluetooth::Ports.LinkOpen, Model_.LinkOpen);
+    Expect("the port open", Device().serial.PortOpen(), Model_.PortOpen);
+    Expect("the instrument", ToBytes(modBLob::Decoder.ConnectedID), Model_.Text.Connected);
+    Expect("the field open", Device().txtInputField.Visible(), Model_.FieldOpen);
+    if (KindOfDevice_.KindOfLink == LinkKind::Server)
+        Expect("the mailbox file there", Folder_.HasMailbox("ipcout.txt"), Model_.MailboxThere);
+    if (Model_.OnRecord())
         CompareRecord();
-    if (Twin_.At == Place::Trace)
-        Expect("the trace", Listed(Column(0)), Listed(Twin_.TraceLines));
-    std::set<std::string> names = Twin_.Files.TakeWritten();
-    if (Twin_.Files.Has(Twin_.OpenFile))
-        names.insert(Twin_.OpenFile);
+    if (Model_.At == Place::Trace)
+        Expect("the trace", Listed(Column(0)), Listed(Model_.TraceLines));
+    std::set<std::string> names = Model_.Files.TakeWritten();
+    if (Model_.Files.Has(Model_.OpenFile))
+        names.insert(Model_.OpenFile);
     CompareFiles(names);
     if (Counts.Steps % StepsBetweenLooks == 0)
         CompareAllFiles();
@@ -179,20 +179,20 @@ std::vector<std::string> Shift::Column(std::int32_t col) {
 }
 
 void Shift::CompareRecord() {
-    Expect("the names of the fields", Listed(Column(0)), Listed(Twin_.OpenTable().Columns));
-    Expect("the record", Listed(Column(1)), Listed(Twin_.Cells));
-    Expect("the title", ToBytes(Device().grdTitle.Cell(0, 0)), Twin_.Title);
+    Expect("the names of the fields", Listed(Column(0)), Listed(Model_.OpenTable().Columns));
+    Expect("the record", Listed(Column(1)), Listed(Model_.Cells));
+    Expect("the title", ToBytes(Device().grdTitle.Cell(0, 0)), Model_.Title);
     Expect("the position", ToBytes(Device().grdTitle.Cell(0, 1)),
-           std::to_string(Twin_.RecordNumber) + "/" + std::to_string(Twin_.OpenTable().Rows.size()));
-    Expect("the record changed", modFileSystem::Table.RecordDirty, Twin_.Dirty);
-    if (Twin_.FieldOpen)
-        Expect("the field", ToBytes(Device().txtInputField.Contents()), Twin_.FieldText);
+           std::to_string(Model_.RecordNumber) + "/" + std::to_string(Model_.OpenTable().Rows.size()));
+    Expect("the record changed", modFileSystem::Table.RecordDirty, Model_.Dirty);
+    if (Model_.FieldOpen)
+        Expect("the field", ToBytes(Device().txtInputField.Contents()), Model_.FieldText);
 }
 
 void Shift::CompareFiles(const std::set<std::string>& names) {
     for (const std::string& name : names) {
         const auto bytes = Folder_.Read(name);
-        Expect(name, bytes.value_or("(missing)"), Twin_.Files.Read(name).Bytes());
+        Expect(name, bytes.value_or("(missing)"), Model_.Files.Read(name).Bytes());
         ++Counts.FilesCompared;
     }
 }
@@ -203,7 +203,7 @@ void Shift::CompareAllFiles() {
     std::set<std::string> names;
     std::string expected;
     std::string found;
-    for (const auto& [name, file] : Twin_.Files.All()) {
+    for (const auto& [name, file] : Model_.Files.All()) {
         names.insert(name);
         expected += name + " ";
     }
@@ -217,11 +217,11 @@ void Shift::CompareAllFiles() {
 /// Counts the results: each that was sent is in a file, was copied with one, or is lost by a rule.
 void Shift::Account() {
     std::vector<bool> kept(Results.Sent() + 1);
-    for (const auto& [name, file] : Twin_.Files.All()) {
+    for (const auto& [name, file] : Model_.Files.All()) {
         for (const ResultId id : IdsInFields(Folder_.Read(name).value_or("")))
             kept[id] = true;
     }
-    const std::vector<ResultId> inMailbox = IdsInRecords(Twin_.Mailbox);
+    const std::vector<ResultId> inMailbox = IdsInRecords(Model_.Mailbox);
     for (ResultId id = 1; id <= Results.Sent(); ++id) {
         const Fate fate = Results.Of(id);
         const bool waits = std::find(inMailbox.begin(), inMailbox.end(), id) != inMailbox.end();
@@ -262,7 +262,7 @@ void Shift::PlanSetUp() {
     for (const Outfit& outfit : Outfits()) {
         tap(outfit.InfFile.substr(0, 4));
         Script_.push_back(
-            [this] { Choose("Install...", [this] { Twin_.Events.push_back("box ok Driver installed"); }); });
+            [this] { Choose("Install...", [this] { Model_.Events.push_back("box ok Driver installed"); }); });
         Script_.push_back([this] {
             Do(
                 "answer ok", [] {}, [this] { return backends::Answer(User(), platform::BoxAnswer::Ok); });
@@ -271,11 +271,11 @@ void Shift::PlanSetUp() {
     choose("Back");
     choose("Back");
     Script_.push_back([this] {
-        Twin_.Files.Write(DriversName).Columns = {"NAME", "INFFILE"};
-        Twin_.Files.Write(RegisterName).Columns = {"DRIVER", "FILE", "DATE", "ALIAS"};
+        Model_.Files.Write(DriversName).Columns = {"NAME", "INFFILE"};
+        Model_.Files.Write(RegisterName).Columns = {"DRIVER", "FILE", "DATE", "ALIAS"};
         for (const Outfit& outfit : Outfits()) {
-            Twin_.Files.Write(DriversName).Rows.push_back({outfit.Driver, outfit.InfFile});
-            DataFile& inf = Twin_.Files.Write(outfit.InfFile);
+            Model_.Files.Write(DriversName).Rows.push_back({outfit.Driver, outfit.InfFile});
+            DataFile& inf = Model_.Files.Write(outfit.InfFile);
             inf.Columns = SplitFields(InfHeader);
             for (const std::string& row : outfit.InfRows)
                 inf.Rows.push_back(SplitFields(row));

@@ -75,7 +75,7 @@ private:
     void Send();
     void Transmit();
     void Deliver(const std::string& bytes);
-    void LoseAir();
+    void LoseWhatIsInFlight();
     void Serve();
     bool Trouble();
     void TroubleAtTheServer();
@@ -116,7 +116,7 @@ private:
     std::vector<std::string> Column(std::int32_t col);
     void Expect(const std::string& what, const std::string& found, const std::string& expected);
     void Expect(const std::string& what, bool found, bool expected);
-    bool Settled() const { return !Twin_.RepaintAt; }
+    bool Settled() const { return !Model_.RepaintAt; }
     backends::headless::HeadlessPlatform& Device() { return Hand_->Device(); }
     backends::Hand& User() { return Hand_->User(); }
     const Outfit& OutfitInHand() const;
@@ -126,13 +126,13 @@ private:
     std::uint32_t Wanted_;
     Choices Chance_;
     Instrument Meter_;
-    Model Twin_;
+    Model Model_;
     DeviceFolder Folder_;
     std::unique_ptr<Handheld> Hand_;
 
     std::deque<Doing> Script_; ///< the next steps, if they are not random
     bool SetUp_ = false, Over_ = false;
-    std::string Air_;      ///< one or several records that are being sent
+    std::string InFlight_; ///< one or several records that are being sent
     std::size_t Gone_ = 0; ///< how many characters of them have been sent
     Moment Began_ = 0;
     std::string Difference_;

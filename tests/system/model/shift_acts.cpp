@@ -23,22 +23,22 @@ constexpr std::int32_t KeyDown = 40;
 } // namespace
 
 void Shift::Act() {
-    if (Twin_.FieldOpen && Twin_.RepaintAt) { // the screen was filled while it was open, which will close it
+    if (Model_.FieldOpen && Model_.RepaintAt) { // the screen was filled while it was open, which will close it
         WaitALittle();
         return;
     }
-    if (!Twin_.Questions.empty()) {
+    if (!Model_.Questions.empty()) {
         ActOnQuestion();
         return;
     }
-    const bool over = Results.Sent() >= Wanted_ && Air_.empty();
+    const bool over = Results.Sent() >= Wanted_ && InFlight_.empty();
     if (!over && (Trouble() || ActOnLine()))
         return;
     if (!Settled() && !Chance_.OneIn(4)) {
         WaitALittle();
         return;
     }
-    if (!Settled() && Twin_.At != Place::Record && Twin_.At != Place::Main) {
+    if (!Settled() && Model_.At != Place::Record && Model_.At != Place::Main) {
         WaitALittle();
         return;
     }
@@ -46,7 +46,7 @@ void Shift::Act() {
         GoHome();
         return;
     }
-    switch (Twin_.At) {
+    switch (Model_.At) {
     case Place::Main:
         ActOnMain();
         break;
@@ -78,20 +78,20 @@ void Shift::Act() {
 }
 
 void Shift::ActOnQuestion() {
-    const Question& question = Twin_.Questions.back();
+    const Question& question = Model_.Questions.back();
     if (question.Why == Question::Kind::Notice) {
         ++Counts.Notices;
         Do(
-            "answer ok", [this] { Twin_.Answer(true); },
+            "answer ok", [this] { Model_.Answer(true); },
             [this] { return backends::Answer(User(), platform::BoxAnswer::Ok); });
         return;
     }
-    if (Twin_.LinkIsHeld() && Counts.Hours == 0 && Results.Sent() > Wanted_ / 10) {
+    if (Model_.LinkIsHeld() && Counts.Hours == 0 && Results.Sent() > Wanted_ / 10) {
         LetQuestionsStand();
         return;
     }
-    if (Twin_.Questions.size() < DeepestQuestion && Results.Sent() < Wanted_ && !Chance_.OneIn(2)) {
-        Counts.Nested += Twin_.Questions.size() > 1 ? 1 : 0;
+    if (Model_.Questions.size() < DeepestQuestion && Results.Sent() < Wanted_ && !Chance_.OneIn(2)) {
+        Counts.Nested += Model_.Questions.size() > 1 ? 1 : 0;
         if (Trouble() || ActOnLine())
             return;
         WaitForTick();
@@ -100,8 +100,8 @@ void Shift::ActOnQuestion() {
     const bool yes = !Chance_.OneIn(3);
     const bool download = question.Why == Question::Kind::DeleteDownload;
     if (download && question.Sure && yes) { // its results have been copied from the device before
-        const std::size_t row = Twin_.Files.DownloadsOf(Twin_.Driver)[Twin_.SelectedDownload()];
-        const std::string file = Twin_.Files.Read(RegisterName).At(row, "FILE");
+        const std::size_t row = Model_.Files.DownloadsOf(Model_.Driver)[Model_.SelectedDownload()];
+        const std::string file = Model_.Files.Read(RegisterName).At(row, "FILE");
         for (const ResultId id : IdsInFields(Folder_.Read(file).value_or("")))
             Results.HandOver(id);
         ++Counts.DeletedDownloads;
@@ -110,12 +110,12 @@ void Shift::ActOnQuestion() {
     ++Counts.Questions;
     ++(yes ? Counts.Yes : Counts.No);
     Do(
-        yes ? "answer yes" : "answer no", [&] { Twin_.Answer(yes); },
+        yes ? "answer yes" : "answer no", [&] { Model_.Answer(yes); },
         [&] { return backends::Answer(User(), yes ? platform::BoxAnswer::Yes : platform::BoxAnswer::No); });
 }
 
 void Shift::GoHome() {
-    if (Twin_.At != Place::Main) {
+    if (Model_.At != Place::Main) {
         GoBack();
         return;
     }
@@ -126,15 +126,15 @@ void Shift::GoHome() {
 /// By the menu, the title bar or the Esc key.
 void Shift::GoBack() {
     const std::uint32_t how = Below(6);
-    const bool prompt = Twin_.At == Place::DatePrompt || Twin_.At == Place::RenamePrompt;
+    const bool prompt = Model_.At == Place::DatePrompt || Model_.At == Place::RenamePrompt;
     if (how == 0) {
         Do(
-            "close", [this] { Twin_.Back(); }, [this] { return backends::CloseForm(User()); });
-    } else if (how == 1 && !Twin_.FieldOpen && !prompt) {
+            "close", [this] { Model_.Back(); }, [this] { return backends::CloseForm(User()); });
+    } else if (how == 1 && !Model_.FieldOpen && !prompt) {
         Do(
-            "key Esc", [this] { Twin_.Back(); }, [this] { return backends::PressKey(User(), KeyEsc); });
+            "key Esc", [this] { Model_.Back(); }, [this] { return backends::PressKey(User(), KeyEsc); });
     } else {
-        Choose(Twin_.OnRecord() ? "Close" : "Back", [this] { Twin_.Back(); });
+        Choose(Model_.OnRecord() ? "Close" : "Back", [this] { Model_.Back(); });
     }
 }
 
@@ -142,11 +142,11 @@ void Shift::ActOnMain() {
     if (Chance_.OneIn(5))
         Leave();
     else if (Chance_.OneIn(3))
-        Choose("inf editor...", [this] { Twin_.OpenInstalledDrivers(); });
+        Choose("inf editor...", [this] { Model_.OpenInstalledDrivers(); });
     else if (Chance_.OneIn(5))
-        Choose("Bluetooth Debug...", [this] { Twin_.OpenTrace(); });
+        Choose("Bluetooth Debug...", [this] { Model_.OpenTrace(); });
     else
-        Choose("Start...", [this] { Twin_.OpenDrivers(); });
+        Choose("Start...", [this] { Model_.OpenDrivers(); });
 }
 
 void Shift::ActOnDrivers() {
@@ -155,39 +155,39 @@ void Shift::ActOnDrivers() {
         return;
     }
     const std::size_t row = Below(Outfits().size());
-    Tap(row, 0, [&] { Twin_.OpenDriver(row); });
+    Tap(row, 0, [&] { Model_.OpenDriver(row); });
 }
 
 void Shift::ActOnDownloads() {
-    const std::size_t count = Twin_.Downloads().size();
+    const std::size_t count = Model_.Downloads().size();
     const std::uint32_t what = Below(20);
     if (count == 0 || (what < 2 && count < MostDownloads)) {
         ++Counts.NewDownloads;
-        Choose("New", [this] { Twin_.NewDownload(); });
-    } else if (what < 5 && Twin_.SelectedDownload() + 1 < count) {
+        Choose("New", [this] { Model_.NewDownload(); });
+    } else if (what < 5 && Model_.SelectedDownload() + 1 < count) {
         Do(
-            "key down", [this] { Twin_.SelectDownload(Twin_.SelectedDownload() + 1); },
+            "key down", [this] { Model_.SelectDownload(Model_.SelectedDownload() + 1); },
             [this] { return backends::PressKey(User(), KeyDown); });
     } else if (what < 6 || (what < 12 && count == MostDownloads)) {
-        Choose("Delete", [this] { Twin_.DeleteDownload(); });
+        Choose("Delete", [this] { Model_.DeleteDownload(); });
     } else if (what < 8) {
         ++Counts.Prompts;
-        Choose("Rename", [this] { Twin_.Rename(); });
+        Choose("Rename", [this] { Model_.Rename(); });
     } else if (what < 10) {
         GoBack();
     } else if (what < 14) {
-        Choose("Open", [this] { Twin_.OpenDownload(); });
+        Choose("Open", [this] { Model_.OpenDownload(); });
     } else {
         const std::size_t row = count - 1 - Below(std::min<std::size_t>(count, 2)); // the latest ones
         Tap(row, 0, [&] {
-            Twin_.SelectDownload(row);
-            Twin_.OpenDownload();
+            Model_.SelectDownload(row);
+            Model_.OpenDownload();
         });
     }
 }
 
 void Shift::ActOnRecord() {
-    if (Twin_.FieldOpen) {
+    if (Model_.FieldOpen) {
         ActInField();
         return;
     }
@@ -196,7 +196,7 @@ void Shift::ActOnRecord() {
         ActOnRecordCommand();
     else if (what < 13 && Settled())
         ActOnCell();
-    else if (what < 14 || (what < 16 && Twin_.OpenTable().Rows.size() > MostRecords))
+    else if (what < 14 || (what < 16 && Model_.OpenTable().Rows.size() > MostRecords))
         GoBack();
     else
         WaitForTick();
@@ -210,26 +210,26 @@ void Shift::ActOnRecordCommand() {
         command = "Delete Record";
     else if (what < 3)
         command = "Insert Record";
-    else if (what < 6 || Twin_.OpenTable().Rows.size() > MostRecords)
+    else if (what < 6 || Model_.OpenTable().Rows.size() > MostRecords)
         command = Chance_.Of(walks);
     Counts.NewRecords += command == "New Record" ? 1 : 0;
     Counts.Inserted += command == "Insert Record" ? 1 : 0;
     const bool next = command == "Next Record";
-    if ((next || command == "Previous Record") && !Twin_.FieldOpen && Chance_.OneIn(2)) {
+    if ((next || command == "Previous Record") && !Model_.FieldOpen && Chance_.OneIn(2)) {
         Do(
-            next ? "key right" : "key left", [&] { Twin_.Command(command); },
+            next ? "key right" : "key left", [&] { Model_.Command(command); },
             [&] { return backends::PressKey(User(), next ? KeyRight : KeyLeft); });
     } else {
-        Choose(command, [&] { Twin_.Command(command); });
+        Choose(command, [&] { Model_.Command(command); });
     }
 }
 
 void Shift::ActOnCell() {
-    const std::size_t row = Below(Twin_.Fields().size());
-    if (!Twin_.Fields()[row].Visible)
+    const std::size_t row = Below(Model_.Fields().size());
+    if (!Model_.Fields()[row].Visible)
         return;
-    Counts.Dates += Twin_.Fields()[row].IsDate ? 1 : 0;
-    Tap(row, 1, [&] { Twin_.TapCell(row, true); });
+    Counts.Dates += Model_.Fields()[row].IsDate ? 1 : 0;
+    Tap(row, 1, [&] { Model_.TapCell(row, true); });
 }
 
 /// A field is closed by a tap on another cell, and by a command, which changes the screen.
@@ -239,19 +239,19 @@ void Shift::ActInField() {
                                          "n"),
                                         "", "x"};
     const std::uint32_t what = Below(8);
-    const std::size_t row = Below(Twin_.Fields().size());
+    const std::size_t row = Below(Model_.Fields().size());
     const std::string text = Chance_.Of(texts);
-    if (what == 0 && Twin_.CaretBehind) {
+    if (what == 0 && Model_.CaretBehind) {
         ++Counts.Edits;
         Do(
-            "type " + text, [&] { Twin_.TypeBehind(text); },
+            "type " + text, [&] { Model_.TypeBehind(text); },
             [&] { return backends::TypeText(User(), FromBytes(text)); });
     } else if (what < 3) {
         ++Counts.Edits;
         Do(
-            "set " + text, [&] { Twin_.Type(text); }, [&] { return backends::SetInput(User(), FromBytes(text)); });
-    } else if (what < 5 && Settled() && Twin_.Fields()[row].Visible) {
-        Tap(row, 0, [&] { Twin_.TapCell(row, false); });
+            "set " + text, [&] { Model_.Type(text); }, [&] { return backends::SetInput(User(), FromBytes(text)); });
+    } else if (what < 5 && Settled() && Model_.Fields()[row].Visible) {
+        Tap(row, 0, [&] { Model_.TapCell(row, false); });
     } else if (what == 5) {
         ActOnRecordCommand();
     } else if (what == 6 && Chance_.OneIn(4)) {
@@ -266,14 +266,14 @@ void Shift::ActInDatePrompt() {
     if (what == 0) {
         GoBack();
     } else if (what == 1) {
-        Choose("Ok", [this] { Twin_.AcceptDate(); });
+        Choose("Ok", [this] { Model_.AcceptDate(); });
     } else {
         using namespace std::chrono;
-        const year_month_day date = sys_days(DateOf(Twin_.Now)) + days(Below(60)) - days(30);
+        const year_month_day date = sys_days(DateOf(Model_.Now)) + days(Below(60)) - days(30);
         const platform::CalendarDate picked{int(date.year()), static_cast<std::int32_t>(unsigned(date.month())),
                                             static_cast<std::int32_t>(unsigned(date.day()))};
         Do(
-            "pick " + DateText(date), [&] { Twin_.PickDate(date); },
+            "pick " + DateText(date), [&] { Model_.PickDate(date); },
             [&] { return backends::PickDate(User(), picked); });
     }
 }
@@ -287,11 +287,11 @@ void Shift::ActInRenamePrompt() {
         GoBack();
     } else if (what < 3) {
         ++Counts.Renamed;
-        Choose("Ok", [this] { Twin_.AcceptName(); });
+        Choose("Ok", [this] { Model_.AcceptName(); });
     } else {
         const std::string name = Chance_.Of(names);
         Do(
-            "set " + name, [&] { Twin_.Type(name); }, [&] { return backends::SetInput(User(), FromBytes(name)); });
+            "set " + name, [&] { Model_.Type(name); }, [&] { return backends::SetInput(User(), FromBytes(name)); });
     }
 }
 
@@ -301,9 +301,9 @@ void Shift::ActOnInstalledDrivers() {
     if (what == 0)
         GoBack();
     else if (what == 1)
-        Tap(row, 0, [&] { Twin_.SelectDriver(row); });
+        Tap(row, 0, [&] { Model_.SelectDriver(row); });
     else
-        Choose("Show/Hide Columns...", [this] { Twin_.ShowColumns(); });
+        Choose("Show/Hide Columns...", [this] { Model_.ShowColumns(); });
 }
 
 void Shift::ActOnColumns() {
@@ -312,8 +312,8 @@ void Shift::ActOnColumns() {
         GoBack();
         return;
     }
-    const std::size_t row = Below(Twin_.ColumnChoices.size());
-    Tap(row, 0, [&] { Twin_.ToggleColumn(row); });
+    const std::size_t row = Below(Model_.ColumnChoices.size());
+    Tap(row, 0, [&] { Model_.ToggleColumn(row); });
 }
 
 void Shift::ActOnTrace() {
@@ -325,7 +325,7 @@ void Shift::ActOnTrace() {
 
 const Outfit& Shift::OutfitInHand() const {
     for (const Outfit& outfit : Outfits()) {
-        if (outfit.Driver == Twin_.Driver)
+        if (outfit.Driver == Model_.Driver)
             return outfit;
     }
     return Outfits().front();

@@ -30,30 +30,30 @@ void SpinFor(unsigned microseconds) {
 void Shift::Leave() {
     if (SetUp_ && Chance_.OneIn(4))
         Do(
-            "close", [this] { Twin_.End(); }, [this] { return backends::CloseForm(User()); });
+            "close", [this] { Model_.End(); }, [this] { return backends::CloseForm(User()); });
     else
-        Choose("Exit", [this] { Twin_.End(); });
+        Choose("Exit", [this] { Model_.End(); });
 }
 
 /// Ends the program as a power cut does, also while a question is open: nothing is closed, nothing is saved.
 void Shift::Kill() {
     Note("the program is killed");
     ++Counts.Kills;
-    if (!Air_.empty())
-        LoseAir();
-    Twin_.End();
+    if (!InFlight_.empty())
+        LoseWhatIsInFlight();
+    Model_.End();
     Device().loop.Leave({ProgramOver::Reason::InputEnded, {}});
 }
 
 /// Chooses a download that has a file, a row of its first record that accepts text, and a command that saves it.
 std::optional<Shift::SavingPlan> Shift::PlanASave() {
-    SavingPlan plan{Twin_};
+    SavingPlan plan{Model_};
     std::vector<std::pair<std::size_t, std::size_t>> choices; // rows of the two lists
     for (std::size_t row = 0; row < Outfits().size(); ++row) {
         plan.Before.OpenDriver(row);
-        const std::vector<std::size_t> downloads = Twin_.Files.DownloadsOf(plan.Before.Driver);
+        const std::vector<std::size_t> downloads = Model_.Files.DownloadsOf(plan.Before.Driver);
         for (std::size_t i = 0; i < downloads.size(); ++i) {
-            if (Twin_.Files.Has(Twin_.Files.Read(RegisterName).At(downloads[i], "FILE")))
+            if (Model_.Files.Has(Model_.Files.Read(RegisterName).At(downloads[i], "FILE")))
                 choices.emplace_back(row, i);
         }
     }
@@ -80,7 +80,7 @@ std::vector<std::string> Shift::StatesOf(const SavingPlan& plan) {
     Model saved = typed;
     saved.Command("First Record");
     typed.Command(plan.Command);
-    Twin_.Files = typed.Files; // the state after the command
+    Model_.Files = typed.Files; // the state after the command
     const std::string& file = plan.Before.OpenFile;
     return {plan.Before.OpenTable().Bytes(), saved.Files.Read(file).Bytes(), typed.Files.Read(file).Bytes()};
 }
@@ -103,7 +103,7 @@ void Shift::SaveInAChild(const SavingPlan& plan, int pipe) {
             say();
             ::_exit(0);
         }};
-    Hand_ = std::make_unique<Handheld>(KindOfDevice_, Folder_, Twin_.Now, [&] {
+    Hand_ = std::make_unique<Handheld>(KindOfDevice_, Folder_, Model_.Now, [&] {
         if (Device().boxes.Current() != nullptr) { // the server does not run
             Answer(User(), platform::BoxAnswer::Ok);
             return;
@@ -149,7 +149,7 @@ void Shift::KillInsideASave() {
     const std::optional<SavingPlan> plan = PlanASave();
     if (!plan)
         return;
-    if (Twin_.MailboxThere) // the child must not fetch it
+    if (Model_.MailboxThere) // the child must not fetch it
         Folder_.PutMailbox("ipcout.lock", "");
     const unsigned delay = Below(KillDelay_);
     const std::string& file = plan->Before.OpenFile;
@@ -163,7 +163,7 @@ void Shift::KillInsideASave() {
     if (found != states.back())
         Expect("the child that goes on", RunChild(*plan, std::nullopt), true);
     CompareFiles({file});
-    if (Twin_.MailboxThere && !Twin_.MailboxLocked)
+    if (Model_.MailboxThere && !Model_.MailboxLocked)
         Folder_.RemoveMailbox("ipcout.lock");
     ++Counts.RealKills;
     Counts.InsideASave += finished ? 0 : 1;

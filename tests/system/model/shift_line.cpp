@@ -18,28 +18,28 @@ constexpr double DaysForTenThousand = 30;
 
 /// Returns true if the instrument or the link had something to do.
 bool Shift::ActOnLine() {
-    const bool listening = Twin_.PortOpen || (Twin_.ServerMode && Twin_.LinkWanted);
-    if (Twin_.WaitsForTomorrow() && Chance_.OneIn(10)) {
+    const bool listening = Model_.PortOpen || (Model_.ServerMode && Model_.LinkWanted);
+    if (Model_.WaitsForTomorrow() && Chance_.OneIn(10)) {
         WaitForTomorrow();
         return true;
     }
-    if (!Air_.empty()) {
+    if (!InFlight_.empty()) {
         if (Chance_.OneIn(5))
             WaitForTick();
         else
             Transmit();
         return true;
     }
-    if (Twin_.Quiet() && !Twin_.WaitsForTomorrow() && !Chance_.OneIn(8)) {
+    if (Model_.Quiet() && !Model_.WaitsForTomorrow() && !Chance_.OneIn(8)) {
         WaitForTick();
         return true;
     }
-    if (Twin_.LinkWanted && !Twin_.LinkOpen && !Chance_.OneIn(10)) {
+    if (Model_.LinkWanted && !Model_.LinkOpen && !Chance_.OneIn(10)) {
         WaitForTick();
         return true;
     }
     if (Results.Sent() < Wanted_ &&
-        (listening ? Twin_.OnRecord() || Twin_.At == Place::Trace ? Chance_.OneIn(7) : Chance_.OneIn(25)
+        (listening ? Model_.OnRecord() || Model_.At == Place::Trace ? Chance_.OneIn(7) : Chance_.OneIn(25)
                    : Chance_.OneIn(80))) {
         Send();
         return true;
@@ -50,41 +50,41 @@ bool Shift::ActOnLine() {
 /// The instrument begins to send one record or a burst of them.
 void Shift::Send() {
     const Outfit& outfit = OutfitInHand();
-    const bool known = Twin_.Text.Connected == outfit.Identity;
+    const bool known = Model_.Text.Connected == outfit.Identity;
     if (known ? Chance_.OneIn(60) : !Chance_.OneIn(4))
-        Air_ += Meter_.Connect(outfit.Identity);
+        InFlight_ += Meter_.Connect(outfit.Identity);
     for (std::uint32_t left = Chance_.OneIn(10) ? 3 : 1; left > 0; --left) {
         if (Chance_.OneIn(12))
-            Air_ += Meter_.Noise();
+            InFlight_ += Meter_.Noise();
         std::string origin = outfit.Identity;
         if (Chance_.OneIn(20))
             origin = Chance_.OneIn(2) ? "Z9" : "";
-        Air_ += Meter_.Record(outfit, origin, Meter_.AnyHarm(), 4);
+        InFlight_ += Meter_.Record(outfit, origin, Meter_.AnyHarm(), 4);
     }
     Gone_ = 0;
 }
 
 /// Transmits a part of what is being sent, cut anywhere but inside a character.
 void Shift::Transmit() {
-    if (KindOfDevice_.RoadOfLink == Road::Server) {
+    if (KindOfDevice_.KindOfLink == LinkKind::Server) {
         Serve();
         return;
     }
-    if (!Twin_.PortOpen) {
-        LoseAir();
+    if (!Model_.PortOpen) {
+        LoseWhatIsInFlight();
         return;
     }
-    std::size_t end = Air_.size();
+    std::size_t end = InFlight_.size();
     if (Chance_.OneIn(3))
-        end = Gone_ + 1 + Below(Air_.size() - Gone_);
-    while (end < Air_.size() && (static_cast<unsigned char>(Air_[end]) & 0xC0U) == 0x80U)
+        end = Gone_ + 1 + Below(InFlight_.size() - Gone_);
+    while (end < InFlight_.size() && (static_cast<unsigned char>(InFlight_[end]) & 0xC0U) == 0x80U)
         ++end;
-    const std::string bytes = Air_.substr(Gone_, end - Gone_);
+    const std::string bytes = InFlight_.substr(Gone_, end - Gone_);
     Gone_ = end;
     Deliver(bytes);
-    if (Gone_ < Air_.size())
+    if (Gone_ < InFlight_.size())
         return;
-    Air_.clear();
+    InFlight_.clear();
 }
 
 void Shift::Deliver(const std::string& bytes) {
@@ -92,7 +92,7 @@ void Shift::Deliver(const std::string& bytes) {
     for (const char character : bytes)
         shown += character == '\r' ? "\\r" : character == '\n' ? "\\n" : std::string(1, character);
     Do(
-        "receive " + shown, [&] { Twin_.Receive(bytes); },
+        "receive " + shown, [&] { Model_.Receive(bytes); },
         [&] {
             Device().serial.Arrive(modStringTools::FromBytes(bytes));
             Device().loop.HandleDue();
@@ -101,34 +101,34 @@ void Shift::Deliver(const std::string& bytes) {
 }
 
 /// The port is not open: what has not been transmitted is lost.
-void Shift::LoseAir() {
+void Shift::LoseWhatIsInFlight() {
     Note("nobody listens");
-    const std::vector<ResultId> through = IdsInRecords(Air_.substr(0, Gone_));
-    for (const ResultId id : IdsInRecords(Air_)) {
+    const std::vector<ResultId> through = IdsInRecords(InFlight_.substr(0, Gone_));
+    for (const ResultId id : IdsInRecords(InFlight_)) {
         if (std::find(through.begin(), through.end(), id) == through.end())
             Results.Note(id, Fate::PortClosed);
     }
-    Air_.clear();
+    InFlight_.clear();
 }
 
 /// The server process appends whole lines to the mailbox, with LF or CR LF, after those that the program has not
 /// fetched.
 void Shift::Serve() {
-    std::size_t end = Air_.size();
+    std::size_t end = InFlight_.size();
     if (Chance_.OneIn(3)) {
-        const std::size_t line = Air_.find('\n', Gone_ + Below(Air_.size() - Gone_));
-        end = line == std::string::npos ? Air_.size() : line + 1;
+        const std::size_t line = InFlight_.find('\n', Gone_ + Below(InFlight_.size() - Gone_));
+        end = line == std::string::npos ? InFlight_.size() : line + 1;
     }
-    std::string bytes = Air_.substr(Gone_, end - Gone_);
+    std::string bytes = InFlight_.substr(Gone_, end - Gone_);
     if (Chance_.OneIn(2))
         bytes.erase(std::remove(bytes.begin(), bytes.end(), '\r'), bytes.end());
     Gone_ = end;
     Note("the server writes " + std::to_string(bytes.size()) + " bytes");
-    Twin_.MailboxThere = true;
-    Twin_.Mailbox += bytes;
-    Folder_.PutMailbox("ipcout.txt", Twin_.Mailbox);
-    if (Gone_ == Air_.size())
-        Air_.clear();
+    Model_.MailboxThere = true;
+    Model_.Mailbox += bytes;
+    Folder_.PutMailbox("ipcout.txt", Model_.Mailbox);
+    if (Gone_ == InFlight_.size())
+        InFlight_.clear();
 }
 
 /// Causes a fault at times. Returns true if this was a step of the shift.
@@ -141,14 +141,14 @@ bool Shift::Trouble() {
         Kill();
         return true;
     }
-    if (KindOfDevice_.RoadOfLink == Road::Server) {
+    if (KindOfDevice_.KindOfLink == LinkKind::Server) {
         TroubleAtTheServer();
         return false;
     }
-    if (Twin_.PortOpen && Chance_.OneIn(120)) {
+    if (Model_.PortOpen && Chance_.OneIn(120)) {
         ++Counts.Drops;
         Do(
-            "serial drop", [this] { Twin_.Drop(); },
+            "serial drop", [this] { Model_.Drop(); },
             [this] {
                 Device().serial.Drop();
                 return std::string();
@@ -159,30 +159,30 @@ bool Shift::Trouble() {
         const int count = 1 + static_cast<int>(Below(3));
         Counts.FailedOpenings += static_cast<std::uint64_t>(count);
         Note("serial fail " + std::to_string(count));
-        Twin_.FailOpenings(count);
+        Model_.FailOpenings(count);
         Device().serial.FailOpenings(count);
     }
     return false;
 }
 
 void Shift::TroubleAtTheServer() {
-    if (Chance_.OneIn(Twin_.ServerRuns ? 500 : 30))
+    if (Chance_.OneIn(Model_.ServerRuns ? 500 : 30))
         SwitchServer();
-    if (!Chance_.OneIn(Twin_.MailboxLocked ? 15 : 60))
+    if (!Chance_.OneIn(Model_.MailboxLocked ? 15 : 60))
         return;
-    Twin_.MailboxLocked = !Twin_.MailboxLocked;
+    Model_.MailboxLocked = !Model_.MailboxLocked;
     ++Counts.Locks;
-    Note(Twin_.MailboxLocked ? "the server locks the mailbox" : "the server unlocks the mailbox");
-    if (Twin_.MailboxLocked)
+    Note(Model_.MailboxLocked ? "the server locks the mailbox" : "the server unlocks the mailbox");
+    if (Model_.MailboxLocked)
         Folder_.PutMailbox("ipcout.lock", "");
     else
         Folder_.RemoveMailbox("ipcout.lock");
 }
 
 void Shift::SwitchServer() {
-    Twin_.ServerRuns = !Twin_.ServerRuns;
-    Note(Twin_.ServerRuns ? "the server starts" : "the server stops");
-    if (Twin_.ServerRuns)
+    Model_.ServerRuns = !Model_.ServerRuns;
+    Note(Model_.ServerRuns ? "the server starts" : "the server stops");
+    if (Model_.ServerRuns)
         Folder_.PutMailbox("rfcomm.run", "");
     else
         Folder_.RemoveMailbox("rfcomm.run");
@@ -191,17 +191,17 @@ void Shift::SwitchServer() {
 // --- time
 
 void Shift::WaitALittle() {
-    Wait(std::min(Grain, Twin_.NextTick - Twin_.Now));
+    Wait(std::min(Grain, Model_.NextTick - Model_.Now));
 }
 
 void Shift::WaitForTick() {
-    Wait(Twin_.NextTick - Twin_.Now);
+    Wait(Model_.NextTick - Model_.Now);
 }
 
 void Shift::Wait(Moment time) {
-    Counts.Midnights += (Twin_.Now + time) / Day != Twin_.Now / Day ? 1 : 0;
+    Counts.Midnights += (Model_.Now + time) / Day != Model_.Now / Day ? 1 : 0;
     Do(
-        "tick " + std::to_string(time), [&] { Twin_.Pass(time); },
+        "tick " + std::to_string(time), [&] { Model_.Pass(time); },
         [&] {
             Device().loop.PassTime(time);
             return std::string();
@@ -212,7 +212,7 @@ void Shift::Wait(Moment time) {
 /// midnight itself: then the technician starts the program again.
 void Shift::WaitForTomorrow() {
     ++Counts.Tomorrows;
-    const Moment sleep = Twin_.TimeUntilTomorrow();
+    const Moment sleep = Model_.TimeUntilTomorrow();
     if (sleep == 0)
         Kill();
     else
@@ -227,7 +227,7 @@ void Shift::LetQuestionsStand() {
     for (int reading = 0; reading < Readings; ++reading) {
         Script_.push_back([this] {
             Send();
-            while (!Air_.empty() && Difference_.empty())
+            while (!InFlight_.empty() && Difference_.empty())
                 Transmit();
         });
         for (int tick = 0; tick < TicksBetween; ++tick)
@@ -240,19 +240,19 @@ void Shift::LetQuestionsStand() {
 void Shift::TakeANap() {
     const double part = static_cast<double>(Results.Sent()) / 10000;
     const Moment due = Began_ + static_cast<Moment>(part * DaysForTenThousand * static_cast<double>(Day));
-    const Moment midnight = (Twin_.Now / Day + 1) * Day;
+    const Moment midnight = (Model_.Now / Day + 1) * Day;
     Moment nap = (1 + Below(80)) * Grain;
     if (due > midnight && !Chance_.OneIn(4))
-        nap = std::max<Moment>(midnight - Twin_.Now - (2 + Below(30)) * Grain, nap);
-    else if (due > Twin_.Now)
-        nap += (due - Twin_.Now) / Grain * Grain;
+        nap = std::max<Moment>(midnight - Model_.Now - (2 + Below(30)) * Grain, nap);
+    else if (due > Model_.Now)
+        nap += (due - Model_.Now) / Grain * Grain;
     Sleep(nap);
 }
 
 void Shift::Sleep(Moment time) {
     ++Counts.Sleeps;
     Do(
-        "jump " + std::to_string(time), [&] { Twin_.Sleep(time); },
+        "jump " + std::to_string(time), [&] { Model_.Sleep(time); },
         [&] {
             Device().loop.Jump(time);
             Device().loop.HandleDue();

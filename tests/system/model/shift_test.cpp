@@ -14,9 +14,9 @@ namespace shift {
 
 namespace {
 
-constexpr Kind Desktop = {"a desktop", 0, Road::Serial, "Com1", "Quorin"};
-constexpr Kind Palm = {"a Palm", 1, Road::Serial, "1919312750", nullptr};
-constexpr Kind Smartphone = {"a smartphone", 7, Road::Server, "SERVER", "My Documents/Quorin"};
+constexpr Kind Desktop = {"a desktop", 0, LinkKind::Serial, "Com1", "Quorin"};
+constexpr Kind Palm = {"a Palm", 1, LinkKind::Serial, "1919312750", nullptr};
+constexpr Kind Smartphone = {"a smartphone", 7, LinkKind::Server, "SERVER", "My Documents/Quorin"};
 
 constexpr std::uint32_t ResultsByDefault = 10000;
 
@@ -131,7 +131,7 @@ void Work(const Kind& kind, std::uint32_t results) {
     const std::uint32_t sent = shift.Results.Sent();
     ExpectFloors(FloorsOf(shift), sent, seed);
     EXPECT_EQ(shift.Counts.Hours, 1U);
-    ExpectFloors(kind.RoadOfLink == Road::Serial ? SerialFloorsOf(shift) : ServerFloorsOf(shift), sent, seed);
+    ExpectFloors(kind.KindOfLink == LinkKind::Serial ? SerialFloorsOf(shift) : ServerFloorsOf(shift), sent, seed);
     if (kind.DeviceType == Desktop.DeviceType)
         ExpectFloors(LossFloorsOf(shift), sent, seed);
 }

@@ -21,7 +21,7 @@ namespace fs = std::filesystem;
 using instrument::RunningInstrument;
 using instrument::TemporaryFolder;
 
-class TheRoadOfAResult : public testing::Test {
+class AResultFromLineToFile : public testing::Test {
 protected:
     void SetUp() override {
         Put("Quorin/drivers.txt", "NAME|INFFILE\nMeter|meter.txt\n");
@@ -82,7 +82,7 @@ const char* const Recording =
 const char* const NotSaved = R"({"event":"notsaved","file":"qrn0001.txt","error":)";
 
 /// As when a card is removed or a folder is moved.
-TEST_F(TheRoadOfAResult, EndsWithAWordWhereTheRootHasBeenMovedAway) {
+TEST_F(AResultFromLineToFile, EndsWithAWordWhereTheRootHasBeenMovedAway) {
     RunningConsole console({"--root", Root.Path("")});
     OpenTheDownload(console);
     for (const char* command : {"tap 0 1", "set 12", "key 13"})
@@ -101,7 +101,7 @@ TEST_F(TheRoadOfAResult, EndsWithAWordWhereTheRootHasBeenMovedAway) {
 }
 
 /// As an editor or a tool that synchronises folders replaces a file.
-TEST_F(TheRoadOfAResult, LeavesTheRowsThatAnotherProgramHasWrittenMeanwhile) {
+TEST_F(AResultFromLineToFile, LeavesTheRowsThatAnotherProgramHasWrittenMeanwhile) {
     const std::string header = "Moisture|Temperature|Meter\n";
     Put("Quorin/qrn0001.txt", header + "1||\n");
     RunningConsole console({"--root", Root.Path("")});
@@ -122,7 +122,7 @@ TEST_F(TheRoadOfAResult, LeavesTheRowsThatAnotherProgramHasWrittenMeanwhile) {
     EXPECT_EQ(File("Quorin/qrn0001.txt"), header + "other||\n");
 }
 
-TEST_F(TheRoadOfAResult, LeadsFromAPseudoTerminalToASavedRow) {
+TEST_F(AResultFromLineToFile, LeadsFromAPseudoTerminalToASavedRow) {
     ListenOn("Com1");
     Put("recording", Recording);
     RunningInstrument meter({Root.Path("recording")});
@@ -131,7 +131,7 @@ TEST_F(TheRoadOfAResult, LeadsFromAPseudoTerminalToASavedRow) {
     ExpectASavedRow(console);
 }
 
-TEST_F(TheRoadOfAResult, LeadsFromACommandToASavedRow) {
+TEST_F(AResultFromLineToFile, LeadsFromACommandToASavedRow) {
     ListenOn("Com1");
     Put("recording", Recording);
     RunningConsole console({"--clock", "real", "--root", Root.Name(), "--port",
@@ -140,7 +140,7 @@ TEST_F(TheRoadOfAResult, LeadsFromACommandToASavedRow) {
     ExpectASavedRow(console);
 }
 
-TEST_F(TheRoadOfAResult, LeadsOverABrokenConnectionToASavedRow) {
+TEST_F(AResultFromLineToFile, LeadsOverABrokenConnectionToASavedRow) {
     ListenOn("Com1");
     Listener meter;
     RunningConsole console(
@@ -156,7 +156,7 @@ TEST_F(TheRoadOfAResult, LeadsOverABrokenConnectionToASavedRow) {
     ExpectASavedRow(console);
 }
 
-TEST_F(TheRoadOfAResult, IsThatOfOneProgramAtATime) {
+TEST_F(AResultFromLineToFile, IsThatOfOneProgramAtATime) {
     RunningConsole first({"--root", Root.Name()});
     const std::string tried = Root.Path("tried");
     const std::string command =
@@ -169,7 +169,7 @@ TEST_F(TheRoadOfAResult, IsThatOfOneProgramAtATime) {
     EXPECT_EQ(second.End(), 0);
 }
 
-TEST_F(TheRoadOfAResult, SurvivesALineThatGoesAwayAndComesBack) {
+TEST_F(AResultFromLineToFile, SurvivesALineThatGoesAwayAndComesBack) {
     ListenOn("Com1");
     const std::string line = Root.Path("line");
     const auto send = [&line](const char* type) {
@@ -193,7 +193,7 @@ TEST_F(TheRoadOfAResult, SurvivesALineThatGoesAwayAndComesBack) {
     EXPECT_EQ(console.End(), 0);
 }
 
-TEST_F(TheRoadOfAResult, LeadsThroughTheMailboxOfAnotherProcess) {
+TEST_F(AResultFromLineToFile, LeadsThroughTheMailboxOfAnotherProcess) {
     ListenOn("SERVER");
     Put("recording", Recording);
     fs::create_directories(Root.Path("c"));
@@ -204,7 +204,7 @@ TEST_F(TheRoadOfAResult, LeadsThroughTheMailboxOfAnotherProcess) {
     ExpectASavedRow(console);
 }
 
-TEST_F(TheRoadOfAResult, SavedRowsSurviveAPowerCut) {
+TEST_F(AResultFromLineToFile, SavedRowsSurviveAPowerCut) {
     ListenOn("Com1");
     {
         RunningConsole console({"--root", Root.Name()});
@@ -229,7 +229,7 @@ void ExpectAnEndWithoutMemory(const TemporaryFolder& folder, const std::string& 
     EXPECT_EQ(said, name + ": out of memory; every file is as the last completed save left it\n");
 }
 
-TEST_F(TheRoadOfAResult, EndsWithAMessageWhereMemoryRunsOut) {
+TEST_F(AResultFromLineToFile, EndsWithAMessageWhereMemoryRunsOut) {
     ExpectAnEndWithoutMemory(Root, std::string(QUORIN_CONSOLE) + " --root " + Root.Name(), "quorin-console");
 }
 

@@ -14,7 +14,7 @@ constexpr auto Alarm = LineLook::Alarm;
 
 LinkView Serial() {
     LinkView link;
-    link.Road = LinkRoad::Serial;
+    link.Kind = LinkKind::Serial;
     link.Wanted = true;
     link.Open = true;
     link.Port = "Com1";
@@ -79,7 +79,7 @@ const LineRow Rows[] = {
      With(Serial(),
           [](LinkView& link) {
               link.Held = true;
-              link.Road = LinkRoad::Server;
+              link.Kind = LinkKind::Server;
           }),
      "Link held: a question is open, the mailbox is waiting", Plain,
      "Link held: a question is open, the mailbox is waiting"},
@@ -87,7 +87,7 @@ const LineRow Rows[] = {
      With(Serial(),
           [](LinkView& link) {
               link.Held = true;
-              link.Road = LinkRoad::Connection;
+              link.Kind = LinkKind::Connection;
           }),
      "Link open: Com1 (/dev/ttyUSB0); no reading yet", Plain, "Link open: Com1 (/dev/ttyUSB0); no reading yet"},
     {"nothing heard", Serial(), "Link open: Com1 (/dev/ttyUSB0); no reading yet", Plain,
@@ -160,17 +160,17 @@ const LineRow Rows[] = {
     {"no server",
      With(Serial(),
           [](LinkView& link) {
-              link.Road = LinkRoad::Server;
+              link.Kind = LinkKind::Server;
               link.Open = false;
               link.DownFor = 7500;
           }),
      "Link down for 2 h 5 min: waiting for the RFCOMM server", Alarm, "Link down: waiting for the RFCOMM server"},
-    {"a server", With(Serial(), [](LinkView& link) { link.Road = LinkRoad::Server; }),
+    {"a server", With(Serial(), [](LinkView& link) { link.Kind = LinkKind::Server; }),
      "Link open: RFCOMM server; no reading yet", Plain, "Link open: RFCOMM server; no reading yet"},
     {"a connection",
      With(Serial(),
           [](LinkView& link) {
-              link.Road = LinkRoad::Connection;
+              link.Kind = LinkKind::Connection;
               link.Port = "BT1";
               link.Path = "";
           }),

@@ -100,7 +100,7 @@ TEST_F(BoxesOfTheForm, AreAnsweredInnermostFirst) {
     Device.WillAnswer(BoxAnswer::Yes);
     Device.WillAnswer(BoxAnswer::No);
     BoxAnswer inner = BoxAnswer::Ok;
-    Device.WhileABoxStands([&] {
+    Device.WhileABoxIsOpen([&] {
         EXPECT_EQ(boxes.Current()->Message, u"outer");
         inner = boxes.Show(u"inner", BoxButtons::YesNo, BoxIcon::Question, u"title");
         EXPECT_EQ(boxes.Current()->Message, u"outer");
@@ -120,7 +120,7 @@ struct AnswerRow {
 class AnswerToABox : public support::Program, public testing::WithParamInterface<AnswerRow> {};
 
 TEST_P(AnswerToABox, IsOneOfItsButtons) {
-    Device.WhileABoxStands([this] { EXPECT_EQ(Answer(Device.Hand, GetParam().Given), GetParam().Why); });
+    Device.WhileABoxIsOpen([this] { EXPECT_EQ(Answer(Device.Hand, GetParam().Given), GetParam().Why); });
     Device.WillAnswer(GetParam().Buttons == BoxButtons::Ok ? BoxAnswer::Ok : BoxAnswer::No);
     Device.Platform.boxes.Show(u"text", GetParam().Buttons, BoxIcon::None, u"");
 }

@@ -127,7 +127,7 @@ TEST_F(JournalOf, TextDroppedDuringAQuestionIsRecorded) {
     Arrive(Moist);
     Device.Tick(1000);
     Device.WillAnswer(platform::BoxAnswer::No);
-    Device.WhileABoxStands([this] { Arrive(Moist); });
+    Device.WhileABoxIsOpen([this] { Arrive(Moist); });
     Arrive(Moist);
     Device.Tick(1000);
     EXPECT_THAT(Events("emptied"), SizeIs(1));
@@ -141,7 +141,7 @@ TEST_F(JournalOf, AQuestionIsRecordedWhenItIsAsked) {
     Device.Tick(1000);
     Device.WillAnswer(platform::BoxAnswer::No);
     std::vector<std::string> meanwhile;
-    Device.WhileABoxStands([&] { meanwhile = Events("question"); });
+    Device.WhileABoxIsOpen([&] { meanwhile = Events("question"); });
     Arrive(Moist);
     Device.Tick(1000);
     EXPECT_THAT(meanwhile, ElementsAre(R"({"what":"asked","text":"Replace: \r\n23.4 %\r\nWith:\r\n23.4 %?"})"));

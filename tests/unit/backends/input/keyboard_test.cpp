@@ -206,7 +206,7 @@ INSTANTIATE_TEST_SUITE_P(Types, PageKeyElsewhere, testing::Values(0, 2, 3, 5, 6,
 
 TEST_F(Keyboard, IsTheMessageBoxesWhileOneIsOpen) {
     Ask(modPDAUI::PromptKind::Line, u"ab");
-    Device.WhileABoxStands([this] {
+    Device.WhileABoxIsOpen([this] {
         EXPECT_EQ(Press('x'), "a message box is open");
         EXPECT_EQ(Press(27), "a message box is open");
         EXPECT_EQ(TypeText(Device.Hand, u"x"), "a message box is open");

@@ -38,12 +38,12 @@ TEST(DateText, IsADateOfTheCalendar) {
         EXPECT_FALSE(DateFromText(text)) << text;
 }
 
-class ClockThatStands : public testing::Test {
+class ClockThatIsStill : public testing::Test {
 protected:
     DeviceClock Clock{*MomentFromText("2007-12-31T23:59:58")};
 };
 
-TEST_F(ClockThatStands, ShowsWhereItStarted) {
+TEST_F(ClockThatIsStill, ShowsWhereItStarted) {
     const DateTime now = Clock.Now();
     EXPECT_EQ(now.Date, (CalendarDate{2007, 12, 31}));
     EXPECT_EQ(now.Hour, 23);
@@ -54,7 +54,7 @@ TEST_F(ClockThatStands, ShowsWhereItStarted) {
     EXPECT_EQ(Clock.Milliseconds(), 0);
 }
 
-TEST_F(ClockThatStands, GoesOverTheYearsEnd) {
+TEST_F(ClockThatIsStill, GoesOverTheYearsEnd) {
     Clock.MoveTo(2500);
     EXPECT_EQ(Clock.Now().Date, (CalendarDate{2008, 1, 1}));
     EXPECT_EQ(Clock.Now().Second, 0);
@@ -62,7 +62,7 @@ TEST_F(ClockThatStands, GoesOverTheYearsEnd) {
     EXPECT_EQ(Clock.Now().WholeSeconds, 1199145600);
 }
 
-TEST_F(ClockThatStands, IsSetBackForWhatItShowsAndForNothingElse) {
+TEST_F(ClockThatIsStill, IsSetBackForWhatItShowsAndForNothingElse) {
     Clock.SetWall(-3600);
     EXPECT_EQ(Clock.Now().Hour, 22);
     EXPECT_EQ(Clock.TimeOfDay(), 86398.0F);
@@ -75,13 +75,13 @@ TEST_F(ClockThatStands, IsSetBackForWhatItShowsAndForNothingElse) {
     EXPECT_EQ(Clock.Now().Hour, 23);
 }
 
-TEST_F(ClockThatStands, NeverGoesBack) {
+TEST_F(ClockThatIsStill, NeverGoesBack) {
     Clock.MoveTo(1000);
     Clock.MoveTo(400);
     EXPECT_EQ(Clock.Milliseconds(), 1000);
 }
 
-TEST_F(ClockThatStands, ShowsAnotherTimeWithoutMovingTheTimers) {
+TEST_F(ClockThatIsStill, ShowsAnotherTimeWithoutMovingTheTimers) {
     Clock.MoveTo(1000);
     Clock.StandAt(*MomentFromText("2007-03-05T09:30:00"));
     EXPECT_EQ(Clock.Now().Date, (CalendarDate{2007, 3, 5}));

@@ -18,9 +18,9 @@ protected:
     }
     /// Expects that controls do nothing while the next box is open, and the one after it.
     void NextBoxesAreDeaf() {
-        Device.WhileABoxStands([this] {
+        Device.WhileABoxIsOpen([this] {
             ExpectDeaf();
-            Device.WhileABoxStands([this] { ExpectDeaf(); });
+            Device.WhileABoxIsOpen([this] { ExpectDeaf(); });
         });
     }
     std::vector<Text> Told() { return Device.Did.Messages(); }
@@ -95,14 +95,14 @@ TEST_F(UnderABox, WordOfTheLinkIsAsDeaf) {
 TEST_F(UnderABox, TimersAndThePortGoOn) {
     MenuEvent(u"Bluetooth Debug...");
     Device.Tick(500);
-    Device.WhileABoxStands([this] { ExpectEventsGoOn(); });
+    Device.WhileABoxIsOpen([this] { ExpectEventsGoOn(); });
     MenuEvent(u"nonsense");
     EXPECT_EQ(Told().size(), 1U);
 }
 
 TEST_F(UnderABox, ResultReachesTheRecord) {
     OpenRecords();
-    Device.WhileABoxStands([this] {
+    Device.WhileABoxIsOpen([this] {
         Arrive(Reading);
         Device.Tick(1000);
         EXPECT_EQ(Cell(1, 1), u"23.4 %");
@@ -114,7 +114,7 @@ TEST_F(UnderABox, ResultReachesTheRecord) {
 
 TEST_F(UnderABox, RepaintThatIsDueIsMadeAndUnlocksTheGrid) {
     MenuEvent(u"Test List");
-    Device.WhileABoxStands([this] {
+    Device.WhileABoxIsOpen([this] {
         Repaint();
         EXPECT_FALSE(modPDAUI::Grids.GridLocked);
     });
@@ -192,7 +192,7 @@ TEST_F(InAPrompt, TimersAndThePortGoOn) {
 
 TEST_F(InAPrompt, MessageBoxOverItTakesTheInputOfTheField) {
     WhileItWaits([this] {
-        Device.WhileABoxStands([this] { EXPECT_THAT(TryEverything(), Each("a message box is open")); });
+        Device.WhileABoxIsOpen([this] { EXPECT_THAT(TryEverything(), Each("a message box is open")); });
         MenuEvent(u"nonsense");
     });
     EXPECT_EQ(Device.Did.Boxes.size(), 1U);

@@ -124,7 +124,7 @@ TEST_F(Capturing, WritesTheResultThatTheQuestionWasAbout) {
     ShowRecord({{u"Alpha"}, {u"Beta"}, {u"dv: Site"}});
     SetValue(0, u"old");
     WillAnswer(BoxAnswer::Yes);
-    WhileAQuestionStands([] { Capture({u"Beta"}, u"2", {u"Site=2"}); });
+    WhileAQuestionIsOpen([] { Capture({u"Beta"}, u"2", {u"Site=2"}); });
     Capture({u"Alpha"}, u"1", {u"Site=1"});
     EXPECT_THAT(Values(), ElementsAre(u"1 ms", u"2 ms", u"1"));
 }
@@ -398,7 +398,7 @@ TEST_F(ReceivedText, ShowsTheStatusStripWhileItIsDecoded) {
     ShowRecord({{u"Alpha"}});
     SetValue(0, u"old");
     WillAnswer(BoxAnswer::No);
-    WhileAQuestionStands([this] {
+    WhileAQuestionIsOpen([this] {
         EXPECT_TRUE(Device.Platform.lblStatus.Visible());
         EXPECT_EQ(Device.Platform.lblStatus.Caption(), u"Decoding Result");
         EXPECT_FALSE(Grid().Enabled());

@@ -87,7 +87,7 @@ protected:
     platform::OwnerDrawGrid& Grid() { return Device.Main(); }
     void SetTime(const std::string& moment) { Device.SetTime(moment); }
     void WillAnswer(platform::BoxAnswer answer) { Device.WillAnswer(answer); }
-    void WhileAQuestionStands(std::function<void()> action) { Device.WhileABoxStands(std::move(action)); }
+    void WhileAQuestionIsOpen(std::function<void()> action) { Device.WhileABoxIsOpen(std::move(action)); }
     std::vector<Text> Questions() { return Device.Did.Messages(); }
 
     using ToneList = std::vector<std::pair<std::int32_t, std::int32_t>>;

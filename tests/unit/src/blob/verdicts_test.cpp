@@ -81,7 +81,7 @@ TEST_F(VerdictOfAReading, IsAboutTheOneThatWasAskedAbout) {
     OpenRowOf(2);
     SetValue(0, u"old");
     WillAnswer(BoxAnswer::Yes);
-    WhileAQuestionStands([] { Capture({u"Beta"}, u"2"); });
+    WhileAQuestionIsOpen([] { Capture({u"Beta"}, u"2"); });
     Capture({u"Alpha"}, u"1");
     ASSERT_THAT(Fates(), ElementsAre(Fate::Taken, Fate::Replaced));
     EXPECT_EQ(Heard.Verdicts[0].Reading.Value, u"2");

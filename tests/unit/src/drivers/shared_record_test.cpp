@@ -106,7 +106,7 @@ protected:
             Device.Platform.serial.Arrive(u"[BLob]\r\n[RESULT_TYPE \"Moisture\"]\r\n[RESULT_VALUE \"23.4\"]\r\n"
                                           u"[RESULT_UNIT \"%\"]\r\n[/BLob]\r\n");
             if (Asks()) {
-                Device.WhileABoxStands(tool);
+                Device.WhileABoxIsOpen(tool);
                 Device.WillAnswer(GetParam().Value == Act::AnsweredYes ? BoxAnswer::Yes : BoxAnswer::No);
             } else {
                 tool();

@@ -132,7 +132,7 @@ TEST_F(Mailbox, NothingButTheDeliveryIsTouched) {
     EXPECT_TRUE(Device.Folder.Has("c/rfcomm.run"));
 }
 
-TEST_F(Mailbox, BackLeavesTheRoadOpenForTheNextTime) {
+TEST_F(Mailbox, BackLeavesTheLinkOpenForTheNextTime) {
     modQuorin::GoBack();
     Device.Tick(1000);
     EXPECT_TRUE(Ports.NamedLinkOpen);

@@ -42,32 +42,32 @@ INSTANTIATE_TEST_SUITE_P(Devices, PortNames,
                                          ListRow{8, 2, u"SERVER", u"SERVER"}, ListRow{9, 2, u"SERVER", u"SERVER"},
                                          ListRow{10, 2, u"SERVER", u"SERVER"}));
 
-struct RoadRow {
+struct KindRow {
     std::int32_t DeviceType;
     const char16_t* Port;
-    LinkRoad Road;
+    LinkKind Kind;
 };
 
-void PrintTo(const RoadRow& row, std::ostream* out) {
+void PrintTo(const KindRow& row, std::ostream* out) {
     *out << "type " << row.DeviceType << ", " << modStringTools::ToBytes(row.Port);
 }
 
-class RoadOfAPort : public testing::TestWithParam<RoadRow> {};
+class KindOfAPort : public testing::TestWithParam<KindRow> {};
 
-TEST_P(RoadOfAPort, GoesByItsNameAndTheDevice) {
+TEST_P(KindOfAPort, GoesByItsNameAndTheDevice) {
     support::TestDevice device(support::OfType(GetParam().DeviceType));
-    EXPECT_EQ(RoadOf(GetParam().Port), GetParam().Road);
+    EXPECT_EQ(KindOf(GetParam().Port), GetParam().Kind);
 }
 
-INSTANTIATE_TEST_SUITE_P(Rows, RoadOfAPort,
-                         testing::Values(RoadRow{0, u"OFF", LinkRoad::None}, RoadRow{0, u"off", LinkRoad::Serial},
-                                         RoadRow{0, u"SERVER", LinkRoad::Server},
-                                         RoadRow{0, u"server", LinkRoad::Serial}, RoadRow{0, u"Com1", LinkRoad::Serial},
-                                         RoadRow{0, u"/dev/x", LinkRoad::Serial}, RoadRow{0, u"", LinkRoad::Serial},
-                                         RoadRow{9, u"OFF", LinkRoad::None}, RoadRow{9, u"SERVER", LinkRoad::Server},
-                                         RoadRow{9, u"COM1", LinkRoad::Serial},
-                                         RoadRow{9, u"BT1", LinkRoad::Connection},
-                                         RoadRow{9, u"1", LinkRoad::Connection}));
+INSTANTIATE_TEST_SUITE_P(Rows, KindOfAPort,
+                         testing::Values(KindRow{0, u"OFF", LinkKind::None}, KindRow{0, u"off", LinkKind::Serial},
+                                         KindRow{0, u"SERVER", LinkKind::Server},
+                                         KindRow{0, u"server", LinkKind::Serial}, KindRow{0, u"Com1", LinkKind::Serial},
+                                         KindRow{0, u"/dev/x", LinkKind::Serial}, KindRow{0, u"", LinkKind::Serial},
+                                         KindRow{9, u"OFF", LinkKind::None}, KindRow{9, u"SERVER", LinkKind::Server},
+                                         KindRow{9, u"COM1", LinkKind::Serial},
+                                         KindRow{9, u"BT1", LinkKind::Connection},
+                                         KindRow{9, u"1", LinkKind::Connection}));
 
 class Link : public OnANotedPort {
 protected:
@@ -143,7 +143,7 @@ protected:
     PalmLink() : Link(1) {}
 };
 
-TEST_F(PalmLink, TakesTheMailboxRoadAsWell) {
+TEST_F(PalmLink, TakesTheMailboxAsWell) {
     SaveSetting(u"ComPort", u"SERVER");
     Device.Folder.Put("c/rfcomm.run", "");
     EXPECT_TRUE(OpenLink());
@@ -185,7 +185,7 @@ TEST_P(NameThatIsNoWord, IsOpenedAsAnyOther) {
 
 INSTANTIATE_TEST_SUITE_P(Texts, NameThatIsNoWord, testing::Values(u"server", u"off", u""));
 
-TEST_F(NamedLink, TakesTheSerialRoadForAComPort) {
+TEST_F(NamedLink, TakesASerialPortForAComPort) {
     SaveSetting(u"ComPort", u"Com3");
     EXPECT_TRUE(OpenLink());
     EXPECT_EQ(Port.Asked.front(), u"id 3");
@@ -207,7 +207,7 @@ TEST_F(NamedLink, TellsEachFailingNameOnceUntilAnotherOneFails) {
 TEST_F(NamedLink, ReportsAFailureOnceWhileItsMessageIsOpen) {
     Service().SetOutcome(platform::ErrorNumber{42});
     ArmLink();
-    Device.WhileABoxStands([this] { Device.Tick(2000); });
+    Device.WhileABoxIsOpen([this] { Device.Tick(2000); });
     Device.Tick(500);
     EXPECT_THAT(Device.Did.Messages(), ElementsAre(u"Failed: 42"));
 }

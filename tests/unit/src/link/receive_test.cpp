@@ -170,7 +170,7 @@ TEST_F(Receiving, TextThatComesDuringAQuestionIsLost) {
     const support::HeardReadings heard(Device);
     Device.Main().SetCell(1, 1, u"old");
     Device.WillAnswer(platform::BoxAnswer::Yes);
-    Device.WhileABoxStands([this] { Arrive(u"[BLob]\r\n[RESULT_TYPE \"Remark\"]\r\n"); });
+    Device.WhileABoxIsOpen([this] { Arrive(u"[BLob]\r\n[RESULT_TYPE \"Remark\"]\r\n"); });
     Arrive(Reading);
     Device.Tick(1000);
     EXPECT_EQ(Moisture(), u"23.4 %");
@@ -183,7 +183,7 @@ TEST_F(Receiving, TextThatComesDuringAQuestionIsLost) {
 TEST_F(Receiving, IsAskedOnceHoweverLongAQuestionStands) {
     Device.Main().SetCell(1, 1, u"old");
     Device.WillAnswer(platform::BoxAnswer::Yes);
-    Device.WhileABoxStands([this] {
+    Device.WhileABoxIsOpen([this] {
         Device.Tick(2000);
         Arrive(u"a line without an end");
         EXPECT_FALSE(Receive.BlobEndSeen);

@@ -278,7 +278,7 @@ TEST_P(FieldOfAPrompt, StaysThroughARelayoutAndARefresh) {
 
 TEST_P(FieldOfAPrompt, HasTheFocusAgainAfterABox) {
     Ask(GetParam());
-    Device.WhileABoxStands([this] { Device.Platform.grdTitle.SetFocus(); });
+    Device.WhileABoxIsOpen([this] { Device.Platform.grdTitle.SetFocus(); });
     MenuEvent(u"nonsense");
     ASSERT_EQ(Device.Did.Boxes.size(), 1U);
     Type(u"typed");
