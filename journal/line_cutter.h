@@ -15,6 +15,8 @@ public:
     /// Returns the next line without its LF; nothing while it has none: such a line was interrupted, or is being
     /// written.
     std::optional<std::string_view> Next();
+    /// True if bytes without an end of line are left. REQUIRES: Next() has returned nothing.
+    bool HasRest() const { return Start_ < Waiting_.size(); }
 
 private:
     std::string Waiting_;

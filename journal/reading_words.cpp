@@ -8,6 +8,7 @@
 #include "src/text/text.h"
 #include "src/view/platform/reading_log.h"
 
+#include <algorithm>
 #include <map>
 
 namespace journal {
@@ -93,6 +94,11 @@ std::string VerdictOf(const Line& reading) {
     // The journal names the download. Its driver may be another one by now.
     const std::string limit = TextIn(reading, "limit");
     return ToBytes(companion::WordsOf(verdict, file).Line) + (limit.empty() ? "" : "; outside of its limit " + limit);
+}
+
+std::string TimeText(std::string time) {
+    std::replace(time.begin(), time.end(), 'T', ' ');
+    return time;
 }
 
 } // namespace journal

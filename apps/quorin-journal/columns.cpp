@@ -46,9 +46,4 @@ std::string SizeText(std::int64_t bytes) {
     return std::to_string(tenths / 10) + "." + std::to_string(tenths % 10) + (isLarge ? " MB" : " kB");
 }
 
-std::string TimeText(std::string time) {
-    std::replace(time.begin(), time.end(), 'T', ' ');
-    return time;
-}
-
 } // namespace reader

@@ -18,7 +18,4 @@ std::string Table(const std::vector<std::vector<std::string>>& rows, const std::
 /// Returns "812 B", "12.4 kB", "1.2 MB".
 std::string SizeText(std::int64_t bytes);
 
-/// Returns "2026-11-22 20:30:05" for a time of the journal.
-std::string TimeText(std::string time);
-
 } // namespace reader

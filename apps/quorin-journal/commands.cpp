@@ -17,6 +17,7 @@ struct CommandRow {
     const char* Help;
     void (*Describe)(CLI::App& command, Options& options); ///< adds its arguments and options
     void (*Run)(Job& job);
+    bool NeedsRoot; ///< a root folder that was asked for must have a journal
 };
 
 void NoOptions(CLI::App&, Options&) {
@@ -24,35 +25,35 @@ void NoOptions(CLI::App&, Options&) {
 
 constexpr CommandRow Commands[] = {
     {"list", "Show the files: day, root folder, size, programs that ran, readings stored and refused", NoOptions,
-     ListFiles},
+     ListFiles, true},
     {"readings", "Show the readings and what became of them, one a line",
      [](CLI::App& command, Options& options) {
          AddReadingOptions(command, options);
          AddPeriod(command, options);
      },
-     ShowReadings},
-    {"follow", "Show readings as they come, until a signal ends the program", AddReadingOptions, FollowReadings},
+     ShowReadings, true},
+    {"follow", "Show readings as they come, until a signal ends the program", AddReadingOptions, FollowReadings, false},
     {"history", "Show what happened to each record of a table, and what led to it",
      [](CLI::App& command, Options& options) {
          AddArgument(command, options, "FILE", "The table, such as qrn0001.txt");
      },
-     ShowHistory},
-    {"verify", "Compare the downloads with what was saved, and find readings that are nowhere", NoOptions,
-     VerifyTables},
+     ShowHistory, true},
+    {"verify", "Compare the downloads with what was saved, and find readings that are nowhere", NoOptions, VerifyTables,
+     true},
     {"raw", "Write the bytes of the port and the text of the mailbox as they came",
      [](CLI::App& command, Options& options) {
          AddSourceOptions(command, options);
          AddPeriod(command, options);
      },
-     WriteRaw},
+     WriteRaw, true},
     {"export", "Write them as a recording with times, for quorin-instrument --times",
      [](CLI::App& command, Options& options) {
          AddSourceOptions(command, options);
          AddPeriod(command, options);
      },
-     ExportRecording},
-    {"story", "Write what was done in a session as a script of quorin-console", AddStoryOptions, WriteStory},
-    {"forget", "Remove the files of days before a day", AddBefore, ForgetDays},
+     ExportRecording, true},
+    {"story", "Write what was done in a session as a script of quorin-console", AddStoryOptions, WriteStory, false},
+    {"forget", "Remove the files of days before a day", AddBefore, ForgetDays, false},
 };
 
 ExitStatus Run(const CommandRow& command, const Options& options) {
@@ -61,7 +62,10 @@ ExitStatus Run(const CommandRow& command, const Options& options) {
         job.Told.Failed("can't read the folder " + options.Journal + ": " + why);
         return ExitStatus::NotStarted;
     }
-    command.Run(job);
+    if (command.NeedsRoot && !options.Root.empty() && job.Files.empty())
+        job.Told.Refused("no journal of that root folder");
+    else
+        command.Run(job);
     job.Told.Flush();
     return job.Told.Status();
 }

@@ -3,11 +3,11 @@
 
 namespace reader {
 
-void ForEachEntry(const JournalFile& file, Report& told, const std::function<void(const Entry&)>& visit) {
+bool ForEachEntry(const JournalFile& file, Report& told, const std::function<void(const Entry&)>& visit) {
     OpenJournal journal;
     if (const std::string why = journal.Open(file.Path); !why.empty()) {
         told.Failed("can't read " + file.Path + ": " + why);
-        return;
+        return false;
     }
     journal::Glance seen;
     std::int64_t number = 0;
@@ -18,10 +18,11 @@ void ForEachEntry(const JournalFile& file, Report& told, const std::function<voi
         else
             TellNoObject(entry, told);
         if (told.Lost())
-            return;
+            return false;
     }
     if (!journal.Error().empty())
         told.Failed("can't read all of " + file.Path + ": " + journal.Error());
+    return journal.IsTorn();
 }
 
 void ForEachEntry(Job& job, const std::function<void(const Entry&)>& visit) {

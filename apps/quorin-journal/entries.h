@@ -31,8 +31,9 @@ struct Entry {
     journal::Line Object() const { return journal::Line::parse(Bytes); }
 };
 
-/// Passes each line of a file on, whatever its time. Lines that are no objects are left out and told.
-void ForEachEntry(const JournalFile& file, Report& told, const std::function<void(const Entry&)>& visit);
+/// Passes each line of a file on, whatever its time. Lines that are no objects are left out and told. Returns true if
+/// the last line was interrupted.
+bool ForEachEntry(const JournalFile& file, Report& told, const std::function<void(const Entry&)>& visit);
 
 /// Passes each line of all files on that is within the period that was asked for. Ends early if standard output is
 /// lost.

@@ -2,6 +2,7 @@
 #include "apps/quorin-journal/columns.h"
 #include "apps/quorin-journal/commands.h"
 #include "journal/causes.h"
+#include "journal/reading_words.h"
 #include "journal/table_history.h"
 
 #include <map>
@@ -13,6 +14,7 @@ namespace {
 using journal::Causes;
 using journal::Line;
 using journal::TableHistory;
+using journal::TimeText;
 
 constexpr const char* Indent = "                         "; // below what has happened
 

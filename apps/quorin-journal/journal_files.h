@@ -29,6 +29,8 @@ public:
     /// Returns the next complete line without its LF, valid until the next call. Returns nothing at the end, or if
     /// reading has failed: Error() says which. What is appended later can be read then.
     std::optional<std::string_view> Next();
+    /// True if the last line has no end. REQUIRES: Next() has returned nothing.
+    bool IsTorn() const { return Cutter_.HasRest(); }
     const std::string& Error() const { return Error_; }
     void SkipToEnd();
     std::int64_t Size() const;

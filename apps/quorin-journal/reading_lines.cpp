@@ -13,7 +13,7 @@ constexpr std::size_t ResultWidth = 20; // most readings; a longer one moves wha
 
 std::string LineFor(const journal::Line& reading) {
     const std::string file = TextIn(reading, "file");
-    return TimeText(TextIn(reading, "time")) + "  " + Padded(file.empty() ? "-" : file, FileWidth) + "  " +
+    return journal::TimeText(TextIn(reading, "time")) + "  " + Padded(file.empty() ? "-" : file, FileWidth) + "  " +
            Padded(journal::ResultOf(reading), ResultWidth) + "  " + journal::VerdictOf(reading);
 }
 
@@ -34,12 +34,18 @@ void ReadingLines::Take(const Entry& entry) {
         Told_.WriteLine(entry.Bytes);
         return;
     }
-    WriteRoot(entry);
+    WriteRoot(entry.File.Name.Root);
     Told_.WriteLine(LineFor(entry.Object()));
 }
 
-void ReadingLines::WriteRoot(const Entry& entry) {
-    const std::string& root = entry.File.Name.Root;
+void ReadingLines::TakeUnread(const std::string& root, const journal::UnreadText& text) {
+    if (!Asked_.Period.Has(text.To))
+        return;
+    WriteRoot(root);
+    Told_.WriteLine(text.Words());
+}
+
+void ReadingLines::WriteRoot(const std::string& root) {
     if (!NamesRoots_ || root == LastRoot_)
         return;
     LastRoot_ = root;

@@ -4,6 +4,8 @@
 
 #include "apps/quorin-journal/entries.h"
 
+#include "journal/runs.h"
+
 #include <map>
 #include <string>
 
@@ -18,10 +20,12 @@ public:
 
     /// Writes the line if it is a reading that was asked for.
     void Take(const Entry& entry);
+    /// Writes text of a root folder that has no readings, if its time was asked for.
+    void TakeUnread(const std::string& root, const journal::UnreadText& text);
 
 private:
     void LearnRoot(const Entry& entry);
-    void WriteRoot(const Entry& entry);
+    void WriteRoot(const std::string& root);
 
     const Options& Asked_;
     const bool NamesRoots_;

@@ -2,7 +2,10 @@
 #include "apps/quorin-journal/commands.h"
 #include "apps/quorin-journal/reading_lines.h"
 
+#include "journal/runs.h"
+
 #include <algorithm>
+#include <map>
 
 namespace reader {
 
@@ -17,8 +20,22 @@ bool AreOfSeveralRoots(const std::vector<JournalFile>& files) {
 
 void ShowReadings(Job& job) {
     ReadingLines lines(job.Asked, AreOfSeveralRoots(job.Files), job.Told);
-    for (const JournalFile& file : job.Files)
-        ForEachEntry(file, job.Told, [&lines](const Entry& entry) { lines.Take(entry); });
+    std::map<std::string, journal::Runs> roots;
+    for (const JournalFile& file : job.Files) {
+        journal::Runs& runs = roots[file.Name.Root];
+        const bool isTorn = ForEachEntry(file, job.Told, [&](const Entry& entry) {
+            lines.Take(entry);
+            if (!job.Asked.Json)
+                runs.Take(entry.Object());
+        });
+        if (isTorn)
+            runs.Torn();
+        runs.EndOfFile();
+    }
+    for (const auto& [root, runs] : roots) {
+        for (const journal::UnreadText& text : runs.Unread())
+            lines.TakeUnread(root, text);
+    }
 }
 
 } // namespace reader

@@ -55,4 +55,9 @@ void Report::Failed(const std::string& what) {
     Status_ = ExitStatus::Failure;
 }
 
+void Report::Refused(const std::string& what) {
+    Tell(what);
+    Status_ = ExitStatus::NotStarted;
+}
+
 } // namespace reader

@@ -26,6 +26,9 @@ public:
     /// Tells a person what could not be done. The command goes on with the rest.
     void Failed(const std::string& what);
 
+    /// Tells a person why the command can't do anything.
+    void Refused(const std::string& what);
+
     start::ExitStatus Status() const { return Status_; }
 
 private:

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "apps/quorin-journal/commands.h"
 #include "apps/quorin-journal/table_lines.h"
+#include "journal/runs.h"
 #include "journal/saved_tables.h"
 #include "journal/taken_readings.h"
 
@@ -17,23 +18,26 @@ struct Kept {
     std::string Root; ///< its path; empty if no line names it
     journal::SavedTables Tables;
     journal::TakenReadings Readings;
+    journal::Runs Runs;
 };
 
 std::map<std::string, Kept> ReadAll(Job& job) {
     std::map<std::string, Kept> roots;
     for (const JournalFile& file : job.Files) {
         Kept& kept = roots[file.Name.Root];
-        ForEachEntry(file, job.Told, [&kept](const Entry& entry) {
+        const bool isTorn = ForEachEntry(file, job.Told, [&kept](const Entry& entry) {
             const std::string& event = entry.Seen.Event;
             const bool begins = event == "start" || event == "day";
-            if (!begins && event != "row" && event != "reading" && event != "act")
-                return;
             const journal::Line line = entry.Object();
             if (begins)
                 kept.Root = TextIn(line, "root");
             kept.Tables.Take(line);
             kept.Readings.Take(line);
+            kept.Runs.Take(line);
         });
+        if (isTorn)
+            kept.Runs.Torn();
+        kept.Runs.EndOfFile();
     }
     return roots;
 }
@@ -70,6 +74,10 @@ void CheckRoot(const Kept& kept, const std::string& key, Report& told) {
         CheckTable(*table, kept.Root, told);
     const std::size_t count = kept.Readings.Count();
     told.WriteLine("  " + Counted(count, "reading") + (count == 1 ? " was taken" : " were taken"));
+    for (const std::string& line : kept.Runs.Breaks())
+        told.WriteLine("  " + line);
+    for (const journal::UnreadText& text : kept.Runs.Unread())
+        told.Found(text.Words());
     for (const std::string& finding : kept.Tables.Findings())
         told.Found(finding);
     for (const std::string& finding : kept.Readings.Findings())
@@ -79,7 +87,10 @@ void CheckRoot(const Kept& kept, const std::string& key, Report& told) {
 } // namespace
 
 void VerifyTables(Job& job) {
-    for (const auto& [key, kept] : ReadAll(job))
+    const auto roots = ReadAll(job);
+    if (std::all_of(roots.begin(), roots.end(), [](const auto& root) { return root.second.Runs.IsEmpty(); }))
+        return job.Told.Refused("no session in the journal");
+    for (const auto& [key, kept] : roots)
         CheckRoot(kept, key, job.Told);
     job.Told.WriteLine(job.Told.Status() == start::ExitStatus::Ended ? "All is explained." : "Not all is explained.");
 }

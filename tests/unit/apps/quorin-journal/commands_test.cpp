@@ -46,6 +46,19 @@ TEST_F(Journal, WrongUsageEndsWithTwoAndSaysWhy) {
     }
 }
 
+TEST_F(Journal, OfARootThatHasNoneIsTold) {
+    Day("2026-11-22", {Start()});
+    for (const Words& words :
+         {Words{"list"}, {"readings"}, {"raw"}, {"export"}, {"history", "qrn0001.txt"}, {"verify"}}) {
+        Words asked = words;
+        asked.insert(asked.end(), {"--root", Other});
+        const Outcome none = Run(asked);
+        EXPECT_EQ(none.Errors, "quorin-journal: no journal of that root folder\n") << words[0];
+        EXPECT_EQ(none.Output, "") << words[0];
+        EXPECT_EQ(none.Status, 2) << words[0];
+    }
+}
+
 TEST_F(Journal, AFolderThatIsMissingIsTold) {
     const Outcome missing = Bare({"list", "--journal", "/nowhere/journal"});
     EXPECT_EQ(missing.Errors, "quorin-journal: can't read the folder /nowhere/journal: No such file or directory\n");

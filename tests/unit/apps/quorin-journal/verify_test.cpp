@@ -88,6 +88,48 @@ TEST_F(VerifiedJournal, NamesAReadingThatIsNowhere) {
     EXPECT_EQ(verified.Status, 5);
 }
 
+TEST_F(VerifiedJournal, WithoutASessionIsNotVerified) {
+    for (const bool isThere : {false, true}) {
+        if (isThere)
+            Day("2026-11-22", {});
+        const Outcome verified = Verify();
+        EXPECT_EQ(verified.Output, "");
+        EXPECT_EQ(verified.Errors, "quorin-journal: no session in the journal\n");
+        EXPECT_EQ(verified.Status, 2);
+    }
+}
+
+TEST_F(VerifiedJournal, SaysWhereItBreaksOff) {
+    const std::string last = R"({"time":"2026-11-22T18:31:38","ms":9,"event":"link","open":true})";
+    const std::string line = "  the journal breaks off at 2026-11-22 18:31:38: a kill, a loss of power, or a journal "
+                             "that could not be written\nAll is explained.\n";
+    Day("2026-11-22", {Start(Root.Path()), last}, Root.Path());
+    EXPECT_THAT(Verify().Output, testing::Not(HasSubstr("breaks off"))); // it may be running
+    Bytes("2026-11-22", Start(Root.Path()) + "\n" + last + "\n{\"time\":\"2026", Root.Path());
+    EXPECT_THAT(Verify().Output, HasSubstr(line));
+    EXPECT_EQ(Verify().Status, 0);
+    Day("2026-11-22", {Start(Root.Path()), last, Start(Root.Path())}, Root.Path());
+    EXPECT_THAT(Verify().Output, HasSubstr(line));
+    Day("2026-11-22", {Start(Root.Path()), R"({"ms":1,"event":"end"})", Start(Root.Path())}, Root.Path());
+    EXPECT_THAT(Verify().Output, testing::Not(HasSubstr("breaks off")));
+}
+
+TEST_F(VerifiedJournal, NamesTextThatWasNotLookedAt) {
+    Day("2026-11-22",
+        {Start(Root.Path()), Reading("2026-11-22T10:00:01", "norow"),
+         R"({"time":"2026-11-22T18:27:00","ms":1,"event":"received","from":"port","bytes":"[RESULT_UNIT \"%\"]"})",
+         R"({"time":"2026-11-22T18:27:16","ms":2,"event":"received","from":"port","bytes":"[RESULT_UNIT \"m\"]"})",
+         R"({"ms":3,"event":"end","why":"ended"})"},
+        Root.Path());
+    const std::string words =
+        "text with 2 results arrived 2026-11-22 18:27:00 to 18:27:16 and was not looked at before the program ended\n";
+    EXPECT_THAT(Verify().Output, HasSubstr("  ! " + words));
+    EXPECT_EQ(Verify().Status, 5);
+    EXPECT_THAT(Run({"readings"}).Output, testing::EndsWith("\n" + words));
+    EXPECT_THAT(Run({"readings", "--json"}).Output, testing::Not(HasSubstr("text with")));
+    EXPECT_EQ(Run({"readings", "--from", "2026-11-23"}).Output, "");
+}
+
 TEST_F(VerifiedJournal, DoesNotChooseBetweenTwoTables) {
     Session();
     Root.Put("Quorin/qrn0001.txt", "Place|Moisture\na|14.1 %\n");
