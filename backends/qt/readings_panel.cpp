@@ -5,11 +5,13 @@
 #include "backends/qt/conversions.h"
 #include "companion/taking_again.h"
 
+#include <QAbstractItemView>
 #include <QAction>
 #include <QApplication>
 #include <QClipboard>
 #include <QCloseEvent>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QScreen>
 #include <QScrollBar>
 #include <QShortcut>
@@ -80,6 +82,7 @@ void ReadingsPanel::MakeHead(QBoxLayout& column) {
     Verdicts_->setAccessibleName(QStringLiteral("Filter by verdict"));
     for (const companion::VerdictChoice& choice : companion::VerdictChoices())
         Verdicts_->addItem(ToQt(choice.Name));
+    Verdicts_->view()->installEventFilter(this);
     Count_ = new QLabel(this);
     row->addWidget(title);
     row->addWidget(Words_, 1);
@@ -175,6 +178,20 @@ void ReadingsPanel::closeEvent(QCloseEvent* event) {
     QWidget::closeEvent(event);
     QWidget* const box = QApplication::activeModalWidget();
     (box != nullptr ? box : &Form_)->activateWindow();
+}
+
+/// Esc and F4 close the open list of verdicts alone. The list itself would close at the search for shortcuts already,
+/// and the panel's shortcut would then be found.
+bool ReadingsPanel::eventFilter(QObject*, QEvent* event) {
+    if (event->type() != QEvent::ShortcutOverride && event->type() != QEvent::KeyPress)
+        return false;
+    const int key = static_cast<QKeyEvent*>(event)->key();
+    if (key != Qt::Key_Escape && key != Qt::Key_F4)
+        return false;
+    if (event->type() == QEvent::KeyPress)
+        Verdicts_->hidePopup();
+    event->accept();
+    return true;
 }
 
 void ReadingsPanel::TakeUp() {

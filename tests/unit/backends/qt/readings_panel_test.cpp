@@ -6,6 +6,7 @@
 #include "src/storage/settings.h"
 #include "tests/support/in_a_window.h"
 
+#include <QAbstractItemView>
 #include <QAccessible>
 #include <QClipboard>
 #include <QScrollBar>
@@ -111,6 +112,23 @@ TEST_F(PanelOfReadings, OpensByF4AndClosesByF4OrEscape) {
         EXPECT_TRUE(QTest::qWaitForWindowActive(&Form()));
     }
     EXPECT_EQ(Screen(), screen) << "Esc is no Back there";
+}
+
+TEST_F(PanelOfReadings, KeepsOpenWhenItsListOfVerdictsIsClosed) {
+    const auto screen = Screen();
+    Open();
+    auto& verdicts = Part<QComboBox>("Filter by verdict");
+    for (const Qt::Key key : {Qt::Key_Escape, Qt::Key_F4}) {
+        verdicts.setFocus();
+        verdicts.showPopup();
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(verdicts.view()->window()));
+        QTest::keyClick(verdicts.view()->window()->windowHandle(), key);
+        Settle();
+        EXPECT_FALSE(verdicts.view()->isVisible());
+        EXPECT_TRUE(Panel.isVisible());
+        EXPECT_TRUE(Panel.isActiveWindow());
+    }
+    EXPECT_EQ(Screen(), screen);
 }
 
 TEST_F(PanelOfReadings, OpensByAClickOnTheLineOfTheLink) {
