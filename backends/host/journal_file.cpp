@@ -80,11 +80,11 @@ Text JournalFile::Open(const std::string& day) {
     Descriptor file;
     struct stat found {};
     if (const ErrorNumber error = OpenOrCreate(entry, file); error != NoError)
-        return name + u": " + (error == PathRefused ? Text(u"it is no regular file") : ErrorText(error));
+        return (error == PathRefused ? Text(u"it is no regular file") : ErrorText(error)) + u": " + name;
     if (::fstat(file.Number(), &found) != 0 || found.st_uid != ::geteuid())
-        return name + u": it belongs to another user";
+        return u"it belongs to another user: " + name;
     if ((found.st_mode & OthersUse) != 0 && ::fchmod(file.Number(), OwnersFile) != 0)
-        return name + u": others may use it";
+        return u"others may use it: " + name;
     File_ = std::move(file);
     Repeated([this] { return ::flock(File_.Number(), LOCK_SH | LOCK_NB); }); // without locks its day alone protects it
     char last = '\n';

@@ -43,7 +43,7 @@ Text OpenPrivateFolder(const std::string& path, unsigned forbidden, Descriptor& 
         const bool opened = folder.Valid() && ::fstat(folder.Number(), &found) == 0;
         why = opened ? WhyNot(found, forbidden) : ReasonOf(errno);
     }
-    return why.empty() ? Text() : modStringTools::FromBytes(path + " can't be used: " + why);
+    return why.empty() ? Text() : modStringTools::FromBytes(why + ": " + path);
 }
 
 } // namespace backends

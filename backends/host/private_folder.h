@@ -11,8 +11,8 @@ inline constexpr unsigned OthersUse = S_IRWXG | S_IRWXO;
 inline constexpr unsigned OthersWrite = S_IWGRP | S_IWOTH;
 
 /// Creates a folder if it is missing, accessible to its owner alone, and opens it. Refuses a folder that is a link,
-/// that is another user's, or in which others have one of the permissions in `forbidden`. Returns why it could not;
-/// empty on success.
+/// that is another user's, or in which others have one of the permissions in `forbidden`. Returns why it could not,
+/// such as "it is a link: PATH", the path last because it may be cut; empty on success.
 Text OpenPrivateFolder(const std::string& path, unsigned forbidden, Descriptor& folder);
 
 } // namespace backends

@@ -21,6 +21,7 @@ constexpr QSize SmallestForm(240, 160);
 constexpr int MostKeysInARow = 4;
 constexpr int StatusTextPixels = 12; // of the screen
 constexpr int KeyTextPixels = 10;
+const QString ListHint = QStringLiteral("\n(Shift+F4 lists all notices)");
 const QString AlarmLook = QStringLiteral("background: #b00020; color: white;");
 // Another colour than the notices': the two lines are one above the other, and say different things.
 const QString LinkAlarmLook = QStringLiteral("background: #b34700; color: white;");
@@ -121,7 +122,6 @@ void Window::MakeNoticeLine(QBoxLayout& column) {
     More_->setObjectName(QStringLiteral("moreNotices"));
     More_->setFocusPolicy(Qt::NoFocus);
     More_->setFont(Alarm_->font());
-    More_->setStyleSheet(AlarmLook);
     More_->setToolTip(QStringLiteral("All notices (Shift+F4)"));
     More_->hide();
     line->addWidget(More_);
@@ -199,7 +199,7 @@ void Window::Fit() {
 void Window::Put(QLabel& label, const QString& text) {
     const int room = width() - 2 * label.margin() - (&label == Alarm_ && !More_->isHidden() ? More_->width() : 0);
     label.setText(IsOneLine_ ? label.fontMetrics().elidedText(text, Qt::ElideRight, room) : text);
-    label.setToolTip(label.text() == text ? QString() : text);
+    label.setToolTip(label.text() == text ? QString() : text + (&label == Alarm_ ? ListHint : QString()));
     label.setAccessibleName(text);
 }
 
@@ -251,11 +251,7 @@ void Window::ShowState() {
 void Window::SetNotices(const companion::Notices& notices) {
     const Text before = Standing_.empty() ? Text() : Standing_.front().Words;
     Standing_ = notices.Sorted();
-    const auto behind = static_cast<int>(notices.Behind());
-    More_->setText(QStringLiteral("+%1").arg(behind));
-    More_->setAccessibleName(QStringLiteral("%1 more notices").arg(behind));
-    More_->setVisible(behind > 0);
-    More_->setFixedSize(More_->sizeHint().width(), Alarm_->fontMetrics().height() + 2 * Alarm_->margin());
+    Behind_ = static_cast<int>(notices.Behind());
     ShowAlarm();
     if (!Standing_.empty() && Standing_.front().Words != before)
         Announce(*Alarm_);
@@ -265,15 +261,36 @@ void Window::SetNotices(const companion::Notices& notices) {
 
 void Window::ShowAlarm() {
     const bool warns = !Standing_.empty() && Standing_.front().Weight != companion::Severity::Note;
-    Alarm_->setStyleSheet(warns ? AlarmLook : QString());
-    Put(*Alarm_, warns || (IsOneLine_ && !Standing_.empty()) ? ToQt(Standing_.front().Words) : QString());
+    const QString look = warns ? AlarmLook : QString();
+    const QString text = warns || (IsOneLine_ && !Standing_.empty()) ? ToQt(Standing_.front().Words) : QString();
+    Alarm_->setStyleSheet(look);
+    More_->setStyleSheet(look);
+    ShowMore(IsOneLine_ && Alarm_->fontMetrics().horizontalAdvance(text) > width() - 2 * Alarm_->margin());
+    Put(*Alarm_, text);
     Alarm_->setVisible(warns || IsOneLine_);
+}
+
+/// A touch screen shows no tooltip, so that the list is the only place where text that was cut can be read.
+void Window::ShowMore(bool isCut) {
+    More_->setText(Behind_ > 0 ? QStringLiteral("+%1").arg(Behind_) : QStringLiteral("…"));
+    More_->setAccessibleName(Behind_ > 0 ? QStringLiteral("%1 more notices").arg(Behind_)
+                                         : QStringLiteral("The whole notice"));
+    More_->setVisible(Behind_ > 0 || isCut);
+    More_->setFixedSize(More_->sizeHint().width(), Alarm_->fontMetrics().height() + 2 * Alarm_->margin());
 }
 
 /// A notice is named by its subject: it may be gone by now, or another one may have its place.
 void Window::TapNotice(const Text& about) {
     if (NoticeTapped)
         NoticeTapped(about);
+}
+
+/// A tap confirms a notice that waits for it. On any other one that is cut, it opens the list.
+void Window::TapLine() {
+    if (Standing_.front().Action == companion::NoticeAction::None && !Alarm_->toolTip().isEmpty())
+        OpenNotices();
+    else
+        TapNotice(Text(Standing_.front().About));
 }
 
 /// Opens the list above the line, as wide as the window.
@@ -298,7 +315,7 @@ void Window::SetWaiting(bool waiting) {
 
 bool Window::eventFilter(QObject* object, QEvent* event) {
     if (object == Alarm_ && event->type() == QEvent::MouseButtonPress && !Standing_.empty())
-        TapNotice(Text(Standing_.front().About));
+        TapLine();
     if (object == Link_ && event->type() == QEvent::MouseButtonRelease)
         WantReadings();
     return false;

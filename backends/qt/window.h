@@ -72,8 +72,8 @@ public:
     /// Flashes that line for two seconds.
     void FlashLink();
     /// Sets the current notices. The line shows the worst one, and how many warnings and losses there are besides it;
-    /// Shift+F4 or a click on that number opens the list of all. A mere note is shown in the line only if the window is
-    /// resizable.
+    /// Shift+F4 or a click on that number, or on the "…" beside a single text that is cut, opens the list of all. A
+    /// mere note is shown in the line only if the window is resizable.
     void SetNotices(const companion::Notices& notices);
     /// Called when a long operation continues, or has ended.
     void SetWorking(bool working);
@@ -100,10 +100,12 @@ private:
     void MakeReadingsAction();
     void WantReadings();
     void TapNotice(const Text& about);
+    void TapLine();
     void OpenNotices();
     void ShowState();
     QString LinkLook() const;
     void ShowAlarm();
+    void ShowMore(bool isCut);
     int KeysInARow(const std::vector<DeviceKey>& keys, const QFontMetrics& metrics) const;
 
     QBoxLayout* Column_;
@@ -114,13 +116,14 @@ private:
     QWidget* Strip_;
     QLabel* Link_;
     QLabel* Alarm_;
-    QToolButton* More_; ///< how many warnings and losses there are besides the notice that is shown
+    QToolButton* More_; ///< opens the list; shown if there is more to read than the line shows
     NoticeList* List_;
     double Scale_;
     companion::LinkLine LinkLine_;
     QTimer* Flashing_;
     int FlashesLeft_ = 0;                     ///< half flashes; the line is inverted in every other one
     std::vector<companion::Notice> Standing_; ///< the worst one first
+    int Behind_ = 0;                          ///< warnings and losses besides the one that is shown
     bool IsOneLine_ = false;                  ///< text that does not fit is cut, and a tooltip has it whole
     bool IsWorking_ = false;
     bool IsWaiting_ = false;

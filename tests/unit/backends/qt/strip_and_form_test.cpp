@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The busy strip, and the form's size on a desktop and on a device.
 #include "backends/qt/conversions.h"
+#include "companion/words.h"
 #include "src/app/commands.h"
 #include "src/view/grids.h"
 #include "src/view/navigation.h"
@@ -208,6 +209,27 @@ TEST_F(StatusArea, OpensTheListOfAllByAClickOnTheirNumber) {
                                      QStringLiteral("Data: here")}));
     constexpr int Frame = 4; // pixels that a window system may put around it
     EXPECT_NEAR(List().y() + List().height(), Line().mapToGlobal(QPoint(0, 0)).y(), Frame);
+}
+
+TEST_F(StatusArea, ListsATextThatIsCutByAClick) {
+    const companion::Notice lengthy = companion::JournalStopped(u"it is a link: /home/" + Text(150, u'x'));
+    Raise(lengthy);
+    ASSERT_THAT(Line().text().toStdString(), testing::EndsWith("…"));
+    EXPECT_THAT(Line().text().toStdString(), testing::StartsWith("The journal has stopped: it is a link: /home/"));
+    ASSERT_TRUE(More().isVisible());
+    EXPECT_EQ(More().text(), QStringLiteral("…"));
+    EXPECT_LE(Line().width() + More().width(), Form().width());
+    const QString whole = backends::qt::ToQt(lengthy.Words);
+    EXPECT_THAT(Line().toolTip().toStdString(), testing::StartsWith(whole.toStdString()));
+    EXPECT_THAT(Line().toolTip().toStdString(), testing::HasSubstr("Shift+F4"));
+    for (QWidget* const clicked : {static_cast<QWidget*>(&More()), static_cast<QWidget*>(&Line())}) {
+        Click(*clicked, clicked->rect().center());
+        EXPECT_EQ(Listed(), QStringList{whole});
+        Press(Rows(), Qt::Key_Escape);
+    }
+    Notices.Withdraw(lengthy.About);
+    Raise(Driver);
+    EXPECT_FALSE(More().isVisible());
 }
 
 TEST_F(StatusArea, ListsItsNoticesForWhoHasAKeyboardAlone) {
