@@ -33,7 +33,9 @@ std::string WordsOfAct(const Line& act) {
 
 void Causes::Take(const Line& line) {
     const std::string event = TextIn(line, "event");
-    if (event == "row")
+    if (event == "start")
+        *this = {}; // what was done in an earlier run led to nothing in this one
+    else if (event == "row")
         IsUsed_ = true;
     else if (event == "act")
         Add(WordsOfAct(line));
@@ -51,7 +53,7 @@ void Causes::Add(std::string cause) {
         return;
     if (cause.starts_with(Entry) && !Last_.empty() && Last_.back().starts_with(Caption))
         Last_.pop_back();
-    Last_.push_back(std::move(cause));
+    Last_.push_back(OneLine(std::move(cause)));
     if (Last_.size() > Kept) {
         Last_.erase(Last_.begin());
         ++Left_;

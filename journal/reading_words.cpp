@@ -73,10 +73,8 @@ std::string StoredVerdicts() {
 std::string ResultOf(const Line& reading) {
     const platform::Reading result = ReadingOf(reading);
     const Text type = result.Types.empty() ? Text() : result.Types.front();
-    Text text = (type.empty() ? type : type + u" ") + modBLob::ValueAndUnitOf(result);
-    for (char16_t& character : text)
-        character = character < u' ' || character == u'\x7f' ? u' ' : character;
-    return ToBytes(text);
+    const Text text = (type.empty() ? type : type + u" ") + modBLob::ValueAndUnitOf(result);
+    return OneLine(ToBytes(text));
 }
 
 std::string VerdictOf(const Line& reading) {
@@ -94,6 +92,12 @@ std::string VerdictOf(const Line& reading) {
     // The journal names the download. Its driver may be another one by now.
     const std::string limit = TextIn(reading, "limit");
     return ToBytes(companion::WordsOf(verdict, file).Line) + (limit.empty() ? "" : "; outside of its limit " + limit);
+}
+
+std::string OneLine(std::string text) {
+    std::replace_if(
+        text.begin(), text.end(), [](char byte) { return (byte >= 0 && byte < ' ') || byte == '\x7f'; }, ' ');
+    return text;
 }
 
 std::string TimeText(std::string time) {

@@ -21,6 +21,9 @@ std::string ResultOf(const Line& reading);
 /// Returns what the window says of such a reading, or the verdict itself if it is one of a newer program.
 std::string VerdictOf(const Line& reading);
 
+/// Returns a text with blanks in place of control characters.
+std::string OneLine(std::string text);
+
 /// Returns "2026-11-22 20:30:05" for a time of the journal.
 std::string TimeText(std::string time);
 

@@ -6,6 +6,7 @@
 #include "journal/table_history.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace journal {
 
@@ -27,20 +28,44 @@ bool HasField(const std::string& line, const std::string& text) {
 
 void TakenReadings::Take(const Line& line) {
     const std::string event = TextIn(line, "event");
-    if (event == "start") {
-        for (auto& [file, waiting] : Waiting_) {
-            for (Waiting& reading : waiting)
-                reading.IsOfThisRun = false;
-        }
+    if (event == "start" || event == "end") {
+        RunIsOver();
     } else if (event == "reading") {
         TakeReading(line);
     } else if (event == "row" && TextIn(line, "why").empty()) {
         TakeRow(line);
+    } else if (event == "act" && TextIn(line, "act") == "recover") {
+        TakeRecovery(line);
     } else if (event == "act" && TextIn(line, "act") == "set") {
         for (auto& [file, waiting] : Waiting_) {
             for (Waiting& reading : waiting)
                 reading.MayBeChanged = true;
         }
+    }
+}
+
+void TakenReadings::RunIsOver() {
+    for (auto& [file, waiting] : Waiting_) {
+        for (Waiting& reading : waiting)
+            reading.IsOfThisRun = false;
+    }
+}
+
+/// A draft is of a record of an earlier run. The act names its download.
+void TakenReadings::TakeRecovery(const Line& act) {
+    const std::string about = TextIn(act, "about");
+    const std::string answer = TextIn(act, "args");
+    for (auto& [file, waiting] : Waiting_) {
+        const std::string named = ": " + file;
+        if (about.find(named + ",") == std::string::npos && about.find(named + ".") == std::string::npos)
+            continue;
+        for (Waiting& reading : waiting) {
+            reading.IsPutBack = answer == "put" && !reading.IsOfThisRun;
+            if (answer == "forget" && !reading.IsOfThisRun)
+                Forgotten_.push_back(reading.Words + ", was forgotten by a person " + TimeText(TextIn(act, "time")));
+        }
+        if (answer == "forget")
+            std::erase_if(waiting, [](const Waiting& reading) { return !reading.IsOfThisRun; });
     }
 }
 
@@ -54,8 +79,10 @@ void TakenReadings::TakeReading(const Line& line) {
     if (!IsStored(verdict))
         return;
     ++Count_;
-    waiting.push_back({TextIn(line, "value") + " " + TextIn(line, "unit"),
-                       ResultOf(line) + ", " + verdict + " " + TextIn(line, "time") + " for " + TextIn(line, "file")});
+    waiting.push_back({.Text = TextIn(line, "value") + " " + TextIn(line, "unit"),
+                       .Result = ResultOf(line),
+                       .Words = ResultOf(line) + ", " + verdict + " " + TimeText(TextIn(line, "time")) + " for " +
+                                TextIn(line, "file")});
 }
 
 /// A record is saved before another one is shown: the next row of its download is the one that the readings are in.
@@ -64,21 +91,36 @@ void TakenReadings::TakeRow(const Line& line) {
     const std::string file = TextIn(line, "file");
     const std::string now = TextIn(line, "new");
     if (what == "deleted" && IsRegister(file))
-        std::erase_if(Waiting_, [deleted = FileOfRegisterLine(TextIn(line, "old"))](const auto& waiting) {
-            return IsSameTable(waiting.first, deleted);
-        });
+        DownloadDeleted(FileOfRegisterLine(TextIn(line, "old")));
     const auto found = Waiting_.find(file);
     if (found == Waiting_.end() || what == "added")
         return;
-    std::erase_if(found->second, [&](const Waiting& reading) {
-        if (what == "saved" && HasField(now, reading.Text))
-            return true;
+    std::erase_if(found->second, [&](Waiting& reading) {
+        const bool isPutBack = std::exchange(reading.IsPutBack, false);
         if (!reading.IsOfThisRun)
-            return false; // a record of an earlier run that was put back comes later
-        if (what == "saved" && !reading.MayBeChanged)
-            Lost_.push_back(reading.Words + ", is not in the record that was saved " + TextIn(line, "time"));
+            return isPutBack && what == "saved" && HasField(now, reading.Text);
+        if (what == "saved" && !HasField(now, reading.Text) && !reading.MayBeChanged)
+            Lost_.push_back(reading.Words + ", is not in the record that was saved " + TimeText(TextIn(line, "time")));
         return true;
     });
+}
+
+void TakenReadings::DownloadDeleted(const std::string& deleted) {
+    for (auto& [file, waiting] : Waiting_) {
+        if (IsSameTable(file, deleted))
+            std::erase_if(waiting, [](const Waiting& reading) { return reading.IsOfThisRun; });
+    }
+}
+
+std::string TakenReadings::Unsaved(const std::string& file) const {
+    std::string results;
+    for (const auto& [table, waiting] : Waiting_) {
+        for (const Waiting& reading : waiting) {
+            if (reading.IsOfThisRun && IsSameTable(table, file))
+                results += (results.empty() ? "" : ", ") + reading.Result;
+        }
+    }
+    return results;
 }
 
 std::vector<std::string> TakenReadings::Findings() const {

@@ -4,7 +4,9 @@
 #include "journal/causes.h"
 #include "journal/reading_words.h"
 #include "journal/table_history.h"
+#include "journal/taken_readings.h"
 
+#include <algorithm>
 #include <map>
 
 namespace reader {
@@ -25,17 +27,21 @@ public:
 
     void Take(const Line& line);
     void Write(Report& told) const;
-    bool IsEmpty() const { return Lines_.empty(); }
+    bool IsEmpty() const { return Lines_.empty() && Unsaved_.empty(); }
 
 private:
     void TakeRow(const Line& line);
     void TakeRegister(const Line& line);
+    void RunIsOver(const std::string& time, const std::string& why);
     void Add(TableHistory::Record record, const Line& line, const std::string& what);
     void WriteRecord(TableHistory::Record record, const std::string& title, Report& told) const;
 
     const std::string File_;
     TableHistory Rows_;
     Causes Causes_;
+    journal::TakenReadings Readings_;
+    std::string LastTime_;
+    std::string Unsaved_; ///< lines about readings that no row has
     std::map<TableHistory::Record, std::string> Lines_;
     std::map<TableHistory::Record, std::size_t> LastRow_; ///< of records that are gone
 };
@@ -49,14 +55,31 @@ std::string Changed(const Line& line) {
     return what == "added" ? now : old;
 }
 
+bool IsOfHistory(const std::string& event) {
+    return event == "start" || event == "end" || event == "act" || event == "reading" || event == "row";
+}
+
 void Histories::Take(const Line& line) {
+    const std::string event = TextIn(line, "event");
+    const std::string time = TextIn(line, "time");
+    if (event == "start")
+        RunIsOver(LastTime_, "the journal breaks off");
+    else if (event == "end")
+        RunIsOver(time, "the program ended");
+    LastTime_ = time;
     Causes_.Take(line);
-    if (TextIn(line, "event") != "row")
+    Readings_.Take(line);
+    if (event != "row")
         return;
     if (journal::IsSameTable(TextIn(line, "file"), File_))
         TakeRow(line);
     if (journal::IsRegister(TextIn(line, "file")))
         TakeRegister(line);
+}
+
+void Histories::RunIsOver(const std::string& time, const std::string& why) {
+    if (const std::string results = Readings_.Unsaved(File_); !results.empty())
+        Unsaved_ += "  " + TimeText(time) + "  not saved: " + results + ", " + why + "\n";
 }
 
 void Histories::TakeRow(const Line& line) {
@@ -92,7 +115,7 @@ void Histories::TakeRegister(const Line& line) {
 
 void Histories::Add(TableHistory::Record record, const Line& line, const std::string& what) {
     std::string& text = Lines_[record];
-    text += "  " + TimeText(TextIn(line, "time")) + "  " + what + "  " + Changed(line) + "\n";
+    text += "  " + TimeText(TextIn(line, "time")) + "  " + what + "  " + journal::OneLine(Changed(line)) + "\n";
     if (const std::string causes = Causes_.Text(); !causes.empty())
         text += Indent + causes + "\n";
 }
@@ -106,6 +129,8 @@ void Histories::Write(Report& told) const {
     for (const auto& [record, row] : LastRow_)
         WriteRecord(record, "a record that was deleted, record " + std::to_string(row) + " then", told);
     WriteRecord(TableHistory::None, "a record that no row was found for", told);
+    if (!Unsaved_.empty())
+        told.Write("readings that are in no record\n" + Unsaved_);
 }
 
 void Histories::WriteRecord(TableHistory::Record record, const std::string& title, Report& told) const {
@@ -125,10 +150,12 @@ void ShowHistory(Job& job) {
             const std::string& event = entry.Seen.Event;
             if (event == "start" || event == "day")
                 paths[file.Name.Root] = TextIn(entry.Object(), "root");
-            if (event == "act" || event == "reading" || event == "row")
+            if (IsOfHistory(event))
                 histories.Take(entry.Object());
         });
     }
+    if (std::all_of(roots.begin(), roots.end(), [](const auto& root) { return root.second.IsEmpty(); }))
+        return job.Told.Refused("the journal has nothing of " + job.Asked.Argument);
     for (const auto& [root, histories] : roots) {
         if (roots.size() > 1 && !histories.IsEmpty())
             job.Told.WriteLine((paths[root].empty() ? root : paths[root]) + ":");

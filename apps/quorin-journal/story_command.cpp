@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "apps/quorin-journal/commands.h"
+#include "journal/reading_words.h"
 #include "journal/story.h"
 
-#include <algorithm>
+#include <utility>
 
 namespace reader {
 
@@ -89,9 +90,7 @@ std::string CommandLineOf(const Line& first) {
     const auto found = first.find("words");
     for (const Line& word : found != first.end() && found->is_array() ? *found : Line::array())
         words += " " + (word.is_string() ? word.get<std::string>() : word.dump());
-    std::replace_if(
-        words.begin(), words.end(), [](char character) { return character >= 0 && character < ' '; }, ' ');
-    return words;
+    return journal::OneLine(std::move(words));
 }
 
 void WriteStory(const Session& session, const std::string& place, const journal::Story& story, Report& told) {

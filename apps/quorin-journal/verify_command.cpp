@@ -74,6 +74,8 @@ void CheckRoot(const Kept& kept, const std::string& key, Report& told) {
         CheckTable(*table, kept.Root, told);
     const std::size_t count = kept.Readings.Count();
     told.WriteLine("  " + Counted(count, "reading") + (count == 1 ? " was taken" : " were taken"));
+    for (const std::string& line : kept.Readings.Forgotten())
+        told.WriteLine("  " + line);
     for (const std::string& line : kept.Runs.Breaks())
         told.WriteLine("  " + line);
     for (const journal::UnreadText& text : kept.Runs.Unread())

@@ -156,7 +156,7 @@ TEST_F(StoryOfASession, IsReadBackWhole) {
 TEST_F(StoryOfASession, ThatWasCutOffIsVerified) {
     Play(Joined({Begin, {"receive " + Received("Moisture", "14.1"), "tick 1000", "quit"}}));
     const Outcome verified = Read("verify");
-    EXPECT_THAT(verified.Output, HasSubstr("  ! Moisture 14.1 °C, taken 2007-03-05T09:30:01 for qrn0001.txt, is in no "
+    EXPECT_THAT(verified.Output, HasSubstr("  ! Moisture 14.1 °C, taken 2007-03-05 09:30:01 for qrn0001.txt, is in no "
                                            "record that was saved\n"));
     EXPECT_EQ(verified.Status, 5);
     Root.Put("Quorin/qrn0001.txt", Download() + "another|tool||\n");

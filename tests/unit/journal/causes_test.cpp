@@ -35,6 +35,17 @@ TEST_F(CausesOfARow, AreThoseSinceTheRowBefore) {
     EXPECT_EQ(AtARow(), "menu New");
 }
 
+TEST_F(CausesOfARow, AreThoseOfTheRun) {
+    Take(R"({"event":"act","act":"close"})");
+    Take(R"({"event":"start"})");
+    EXPECT_EQ(AtARow(), "");
+}
+
+TEST_F(CausesOfARow, AreOnOneLine) {
+    Take(R"({"event":"act","act":"answer","args":"no","about":"Replace\n\"x\"?"})");
+    EXPECT_EQ(AtARow(), R"(answer no to "Replace "x"?")");
+}
+
 TEST_F(CausesOfARow, NameAMenuByTheEntryThatWasChosen) {
     Take(R"({"event":"act","act":"title","args":"1","about":"File"})");
     Take(R"({"event":"act","act":"menu","args":"1 4","about":"New"})");

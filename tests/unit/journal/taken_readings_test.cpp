@@ -32,6 +32,14 @@ protected:
         Readings_.Take(line);
     }
     void Act(const char* act) { Readings_.Take({{"event", "act"}, {"act", act}}); }
+    void Recover(const char* answer, const char* file = "qrn0001.txt") {
+        Readings_.Take({{"time", "2026-11-22T18:35:47"},
+                        {"event", "act"},
+                        {"act", "recover"},
+                        {"args", answer},
+                        {"about", "A record of 18:35 was not saved: " + std::string(file) + ", record 1."}});
+    }
+    void End() { Readings_.Take({{"event", "end"}}); }
     void Start() { Readings_.Take({{"event", "start"}}); }
 
     TakenReadings Readings_;
@@ -107,15 +115,51 @@ TEST_F(TakenReading, OfADeletedDownloadIsExplained) {
     EXPECT_THAT(Readings_.Findings(), IsEmpty());
 }
 
-/// As a draft that is put back at the next start.
-TEST_F(TakenReading, ThatALaterRunHasSavedIsExplained) {
+TEST_F(TakenReading, OfARunThatEndedIsNotInALaterRecord) {
+    for (const bool hasEnd : {false, true}) {
+        Readings_ = {};
+        Reading();
+        if (hasEnd)
+            End();
+        else
+            Start();
+        EXPECT_EQ(Readings_.Unsaved("qrn0001"), "");
+        Act("set");
+        Row("saved", "|14.1 %|");
+        Row("deleted", "");
+        EXPECT_THAT(Readings_.Findings(), ElementsAre(Taken + "is in no record that was saved"));
+    }
+}
+
+TEST_F(TakenReading, ThatAPersonHasPutBackIsExplained) {
     Reading();
     Start();
-    Act("set");
-    Row("saved", "another|record|");
+    Recover("put", "qrn0002.txt");
+    Row("saved", "|14.1 %|");
     EXPECT_THAT(Readings_.Findings(), ElementsAre(Taken + "is in no record that was saved"));
+    Recover("put");
     Row("saved", "|14.1 %|");
     EXPECT_THAT(Readings_.Findings(), IsEmpty());
+}
+
+TEST_F(TakenReading, ThatIsNotInTheRecordPutBackIsAFinding) {
+    Reading();
+    Start();
+    Recover("put");
+    Row("saved", "|15 %|");
+    Row("saved", "|14.1 %|");
+    EXPECT_THAT(Readings_.Findings(), ElementsAre(Taken + "is in no record that was saved"));
+}
+
+TEST_F(TakenReading, ThatAPersonHasForgottenIsExplained) {
+    Reading();
+    Start();
+    Recover("later");
+    Recover("forget", "qrn0002.txt");
+    EXPECT_THAT(Readings_.Findings(), ElementsAre(Taken + "is in no record that was saved"));
+    Recover("forget");
+    EXPECT_THAT(Readings_.Findings(), IsEmpty());
+    EXPECT_THAT(Readings_.Forgotten(), ElementsAre(Taken + "was forgotten by a person 2026-11-22 18:35:47"));
 }
 
 TEST_F(TakenReading, ThatWasRefusedIsNone) {

@@ -68,7 +68,21 @@ TEST_F(Journal, HistoryOfTwoRootsIsOfEach) {
 
 TEST_F(Journal, HistoryNeedsATable) {
     EXPECT_EQ(Run({"history"}).Status, 2);
-    EXPECT_EQ(Run({"history", "qrn0009.txt"}).Output, "");
+    Day("2026-11-22", {Start(), Row("10:00:00", "added", 1, "", "|")});
+    const Outcome wrong = Run({"history", "nope.txt"});
+    EXPECT_EQ(wrong.Output, "");
+    EXPECT_EQ(wrong.Errors, "quorin-journal: the journal has nothing of nope.txt\n");
+    EXPECT_EQ(wrong.Status, 2);
+}
+
+TEST_F(Journal, HistoryHasReadingsThatWereNotSaved) {
+    Day("2026-11-22", {Start(), Reading("2026-11-22T10:00:01", "taken"),
+                       R"({"time":"2026-11-22T10:00:02","ms":1,"event":"end","why":"ended"})", Start(),
+                       Reading("2026-11-22T10:00:03", "taken", "15"), Start()});
+    EXPECT_EQ(Run({"history", "qrn0001.txt"}).Output,
+              "readings that are in no record\n"
+              "  2026-11-22 10:00:02  not saved: Moisture 14.1 %, the program ended\n"
+              "  2026-11-22 10:00:03  not saved: Moisture 15 %, the journal breaks off\n");
 }
 
 } // namespace

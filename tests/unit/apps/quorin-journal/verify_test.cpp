@@ -83,7 +83,7 @@ TEST_F(VerifiedJournal, NamesATableThatIsMissing) {
 TEST_F(VerifiedJournal, NamesAReadingThatIsNowhere) {
     Day("2026-11-22", {Start(Root.Path()), Reading("2026-11-22T10:00:01", "taken")}, Root.Path());
     const Outcome verified = Verify();
-    EXPECT_THAT(verified.Output, HasSubstr("  ! Moisture 14.1 %, taken 2026-11-22T10:00:01 for qrn0001.txt, is in no "
+    EXPECT_THAT(verified.Output, HasSubstr("  ! Moisture 14.1 %, taken 2026-11-22 10:00:01 for qrn0001.txt, is in no "
                                            "record that was saved\n"));
     EXPECT_EQ(verified.Status, 5);
 }
