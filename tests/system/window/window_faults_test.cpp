@@ -382,32 +382,39 @@ private:
 
 TEST_F(WindowFaults, RubbishAtFullSpeedLeavesTheWindowResponsive) {
     using Clock = std::chrono::steady_clock;
-    Garbage line(Home.Path("line"));
-    Start();
-    OpenRecord();
-    const auto end = Clock::now() + std::chrono::seconds(10);
-    std::vector<std::int64_t> waits;
-    long early = 0;
-    while (Clock::now() < end) {
+    const auto waitForAMenu = [this] {
         const auto start = Clock::now();
         Clock::duration wait{};
-        ASSERT_TRUE(Screen->Press("F1", [&] {
+        EXPECT_TRUE(Screen->Press("F1", [&] {
             const bool isOpen = Window->IsMenuOrBoxOpen();
             if (isOpen && wait == Clock::duration{})
                 wait = Clock::now() - start;
             return isOpen;
         }));
-        waits.push_back(std::chrono::duration_cast<std::chrono::milliseconds>(wait).count());
-        ASSERT_TRUE(Screen->Click(BesideTheMenu, OneWindow));
+        EXPECT_TRUE(Screen->Click(BesideTheMenu, OneWindow));
+        return std::chrono::duration_cast<std::chrono::milliseconds>(wait).count();
+    };
+    const auto median = [](std::vector<std::int64_t> waits) {
+        std::sort(waits.begin(), waits.end());
+        return waits[waits.size() / 2];
+    };
+    Garbage line(Home.Path("line"));
+    Start();
+    std::vector<std::int64_t> quiet(3); // before a record opens the line
+    std::generate(quiet.begin(), quiet.end(), waitForAMenu);
+    OpenRecord();
+    std::vector<std::int64_t> waits;
+    long early = 0;
+    for (const auto end = Clock::now() + std::chrono::seconds(10); Clock::now() < end && !HasFailure();) {
+        waits.push_back(waitForAMenu());
         if (early == 0)
             early = Window->Process().MemoryKilobytes();
     }
     const long late = Window->Process().MemoryKilobytes();
-    std::sort(waits.begin(), waits.end());
-    EXPECT_LT(waits[waits.size() / 2], 1000);
-    std::printf("menus %zu, median %d ms, longest %d ms; %ld kB came, memory from %ld to %ld kB\n", waits.size(),
-                static_cast<int>(waits[waits.size() / 2]), static_cast<int>(waits.back()), line.TakenKilobytes(), early,
-                late);
+    EXPECT_LT(median(waits), 10 * median(quiet));
+    std::printf("menus %zu, median %d ms, %d ms without rubbish; %ld kB came, memory from %ld to %ld kB\n",
+                waits.size(), static_cast<int>(median(waits)), static_cast<int>(median(quiet)), line.TakenKilobytes(),
+                early, late);
     EXPECT_LT(late - early, 64 * 1024 + 8 * line.TakenKilobytes())
         << "what has no end tag waits for one, as a text of two bytes a character";
     EXPECT_FALSE(Window->Process().HasEnded());
