@@ -3,11 +3,11 @@
 
 #include "backends/descriptor/descriptor.h"
 #include "backends/files/byte_order_mark.h"
+#include "backends/files/host_files.h"
 
 #include <algorithm>
 #include <array>
 #include <cerrno>
-#include <cstring>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -26,7 +26,7 @@ bool IsPlain(const std::string& name) {
 }
 
 Text TextOf(int error) {
-    return modStringTools::FromBytes(std::strerror(error));
+    return modStringTools::FromBytes(ReasonOf(error));
 }
 
 } // namespace
