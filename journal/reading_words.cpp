@@ -96,7 +96,8 @@ std::string VerdictOf(const Line& reading) {
 
 std::string OneLine(std::string text) {
     std::replace_if(
-        text.begin(), text.end(), [](char byte) { return (byte >= 0 && byte < ' ') || byte == '\x7f'; }, ' ');
+        text.begin(), text.end(), [](char byte) { return static_cast<unsigned char>(byte) < ' ' || byte == '\x7f'; },
+        ' ');
     return text;
 }
 
