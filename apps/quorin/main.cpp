@@ -123,7 +123,8 @@ std::string FindPlaces(quorin::Options& options) {
     watch.Attach(*device);
     if (options.Journal) // before the folder of the data, which the line shows while nothing is wrong
         device->onlooker.notices.Raise(companion::JournalKept(modStringTools::FromBytes(options.Journal->Folder)));
-    device->onlooker.notices.Raise(companion::DataFolder(modStringTools::FromBytes(options.Device.Root)));
+    device->onlooker.notices.Raise(
+        companion::DataFolder(modStringTools::FromBytes(quorin::FullPath(options.Device.Root))));
     if (!warning.empty())
         device->onlooker.notices.Raise(companion::NobodyKeepsAway(modStringTools::FromBytes(warning)));
     if (options.Journal) {

@@ -8,9 +8,11 @@
 
 #include <CLI/CLI.hpp>
 
+#include <filesystem>
 #include <locale>
 #include <optional>
 #include <sstream>
+#include <system_error>
 
 namespace quorin {
 
@@ -103,6 +105,13 @@ Reading ReadOptions(int count, const char* const* words, const std::string& keyH
         options = Understood(said);
         options.Program = apps::ProgramOf("quorin", count, words);
     });
+}
+
+std::string FullPath(const std::string& path) {
+    std::error_code failed;
+    const std::filesystem::path full =
+        std::filesystem::weakly_canonical(std::filesystem::absolute(path, failed), failed);
+    return failed || !full.is_absolute() ? path : full.string();
 }
 
 } // namespace quorin

@@ -26,4 +26,7 @@ using apps::Reading;
 /// `keyHelp` is the text of --help about the keys: whole lines.
 Reading ReadOptions(int count, const char* const* words, const std::string& keyHelp, Options& options);
 
+/// Returns a path from the root of the file system on, without links; the same path if that can't be found out.
+std::string FullPath(const std::string& path);
+
 } // namespace quorin

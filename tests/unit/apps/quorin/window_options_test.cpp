@@ -6,6 +6,8 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+
+#include <filesystem>
 #include <locale>
 #include <sstream>
 
@@ -201,6 +203,13 @@ TEST(WindowOptions, HelpIsALineForEachOptionAndStatus) {
 
 TEST(WindowOptions, HelpHasNoKeysWhereNoneAreGiven) {
     EXPECT_THAT(AnswerTo({"--help"}).Output, testing::Not(testing::HasSubstr("Keys")));
+}
+
+TEST(FullPathOfTheData, BeginsWhereTheProgramWasStarted) {
+    const std::string here = std::filesystem::canonical(".").string();
+    EXPECT_EQ(FullPath("."), here);
+    EXPECT_EQ(FullPath("missing/../data"), here + "/data");
+    EXPECT_EQ(FullPath(here), here);
 }
 
 } // namespace
