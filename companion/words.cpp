@@ -3,6 +3,8 @@
 
 #include "src/text/digits.h"
 
+#include <algorithm>
+
 namespace companion {
 
 using modStringTools::TwoDigits;
@@ -174,11 +176,14 @@ Notice LimitsNotRead(const Text& driver, const Text& why) {
 }
 
 Notice LimitsNotUsed(const Text& driver, const std::vector<Text>& problems) {
-    const std::size_t others = problems.size() - 1;
-    const Text more =
-        others == 0 ? Text() : u", and " + modStringTools::NumberText(static_cast<std::int64_t>(others)) + u" more";
-    return {AboutLimits, Severity::Warning,
-            driver + u".limits, " + problems.front() + more + u". What is wrong there is not used.", Until::RecordLeft};
+    constexpr std::size_t MostNamed = 5;
+    Text words = driver + u".limits, ";
+    for (std::size_t at = 0; at < std::min(problems.size(), MostNamed); ++at)
+        words += (at == 0 ? u"" : u"; ") + problems[at];
+    if (problems.size() > MostNamed)
+        words +=
+            u"; and " + modStringTools::NumberText(static_cast<std::int64_t>(problems.size() - MostNamed)) + u" more";
+    return {AboutLimits, Severity::Warning, words + u". What is wrong there is not used.", Until::RecordLeft};
 }
 
 Notice RightsNotKept(const Text& file) {

@@ -65,7 +65,8 @@ TEST_F(LimitsOfTheSample, SayWhichLineIsWrongAndUseTheRest) {
     const Outcome run = Measure({{"Moisture", "18.8"}});
     EXPECT_THAT(Limits(run), ElementsAre("taken warnhigh"));
     EXPECT_THAT(run.Output, HasSubstr(R"({"event":"warning","about":"limits","text":"Climate Meter.limits, line 2: )"
-                                      R"(\"x\" is no number, and 1 more. What is wrong there is not used."})"));
+                                      R"(\"x\" is no number; line 3: the driver has no column \"Pressure\". What is )"
+                                      R"(wrong there is not used."})"));
     EXPECT_EQ(run.Status, 0);
 }
 

@@ -50,5 +50,15 @@ TEST(Words, OfARecordThatIsShownWithAnotherDriver) {
               u"No list contains the download qrn0001.txt any more. Go Back and make a new download.");
 }
 
+TEST(Words, OfLimitsNameFiveFaultsAndCountTheRest) {
+    std::vector<Text> faults = {u"line 2: a", u"line 3: b", u"line 5: c"};
+    EXPECT_EQ(LimitsNotUsed(u"Site", faults).Words,
+              u"Site.limits, line 2: a; line 3: b; line 5: c. What is wrong there is not used.");
+    faults.insert(faults.end(), {u"line 6: d", u"line 7: e", u"line 8: f", u"line 9: g"});
+    EXPECT_EQ(LimitsNotUsed(u"Site", faults).Words,
+              u"Site.limits, line 2: a; line 3: b; line 5: c; line 6: d; line 7: e; and 2 more. What is wrong there is "
+              u"not used.");
+}
+
 } // namespace
 } // namespace companion
