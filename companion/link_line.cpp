@@ -51,9 +51,13 @@ std::string WaitingText(const LinkView& link) {
 }
 
 std::string HeldText(const LinkView& link) {
-    const std::string what = link.Kind == LinkKind::Serial ? std::to_string(link.Waits) + " characters are waiting"
-                                                           : "the mailbox is waiting";
-    return "a question is open, " + what;
+    const std::string open = "two questions are open";
+    if (link.Kind != LinkKind::Serial)
+        return open + ", the mailbox is waiting";
+    if (link.Waits == 0)
+        return open;
+    return open + ", " + std::to_string(link.Waits) +
+           (link.Waits == 1 ? " character is waiting" : " characters are waiting");
 }
 
 LinkLine OpenLine(const LinkView& link) {

@@ -48,7 +48,8 @@ protected:
 TEST_P(HeldLink, SaysHowManyCharactersWaitUntilOneAnswer) {
     std::size_t waits = 0;
     const auto held = [&] {
-        return "Link held: a question is open, " + std::to_string(waits) + " characters are waiting";
+        return "Link held: two questions are open" +
+               (waits == 0 ? std::string() : ", " + std::to_string(waits) + " characters are waiting");
     };
     for (int number = 1; number <= GetParam(); ++number) {
         Device.WillDo([&, number] {

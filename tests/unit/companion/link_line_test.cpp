@@ -73,16 +73,19 @@ const LineRow Rows[] = {
               link.Held = true;
               link.Waits = 4711;
           }),
-     "Link held: a question is open, 4711 characters are waiting", Plain,
-     "Link held: a question is open, 4711 characters are waiting"},
+     "Link held: two questions are open, 4711 characters are waiting", Plain,
+     "Link held: two questions are open, 4711 characters are waiting"},
+    {"two questions stand over a serial port that nothing came from",
+     With(Serial(), [](LinkView& link) { link.Held = true; }), "Link held: two questions are open", Plain,
+     "Link held: two questions are open"},
     {"two questions stand over a mailbox",
      With(Serial(),
           [](LinkView& link) {
               link.Held = true;
               link.Kind = LinkKind::Server;
           }),
-     "Link held: a question is open, the mailbox is waiting", Plain,
-     "Link held: a question is open, the mailbox is waiting"},
+     "Link held: two questions are open, the mailbox is waiting", Plain,
+     "Link held: two questions are open, the mailbox is waiting"},
     {"two questions stand over a connection, which nothing is read from",
      With(Serial(),
           [](LinkView& link) {

@@ -165,7 +165,7 @@ TEST_F(WatchedLink, GoesByTheCoreForWhatIsNoSerialPort) {
 TEST_F(WatchedLink, SaysHowMuchWaitsWhileItIsHeld) {
     Held = true;
     Port.Waiting = 7;
-    EXPECT_EQ(Line(), "Link held: a question is open, 7 characters are waiting");
+    EXPECT_EQ(Line(), "Link held: two questions are open, 7 characters are waiting");
 }
 
 TEST_F(WatchedLink, IsDueFiveTimesASecond) {
