@@ -44,7 +44,8 @@ void LinkWatch::TextReceived(platform::TextSource, TextView) {
 }
 
 void LinkWatch::ReadingJudged(const platform::Verdict& verdict) {
-    Last_ = {WordsOfJudged(verdict, Limits_), TimeText(platform::Device().clock.Now()), Now_()};
+    const JudgedWords words = WordsOfJudged(verdict, Limits_);
+    Last_ = {{words.Line(), words.Verdict.Outcome}, TimeText(platform::Device().clock.Now()), Now_()};
     if (Last_->Words.Outcome == Outcome::Alarm)
         Alarm_ = Last_;
 }

@@ -4,8 +4,10 @@
 #include "companion/draft.h"
 #include "companion/judged_words.h"
 #include "companion/taking_again.h"
+#include "companion/words.h"
 #include "src/blob/blob_text.h"
 #include "src/link/receive.h"
+#include "src/text/digits.h"
 #include "src/view/platform/platform.h"
 
 #include <algorithm>
@@ -34,6 +36,16 @@ Text Joined(const std::vector<Text>& texts) {
 /// Returns the number of a row for people, who count from 1, and its name.
 Text RowText(const platform::Verdict& verdict) {
     return verdict.Row < 0 ? Text() : modStringTools::NumberText(verdict.Row + 1) + u" " + verdict.Field;
+}
+
+/// "20:30:12", or "05/03 20:30" of another day.
+Text ShortTime(const platform::DateTime& now, const platform::DateTime& moment) {
+    using modStringTools::TwoDigits;
+    const Text time = TimeText(moment);
+    constexpr std::size_t ToMinute = 5;
+    return moment.Date == now.Date
+               ? time
+               : TwoDigits(moment.Date.Day) + u"/" + TwoDigits(moment.Date.Month) + u" " + time.substr(0, ToMinute);
 }
 
 bool ContainsLower(const Text& text, const Text& lower) {
@@ -66,6 +78,8 @@ Text NameOf(ReadingColumn column) {
         return u"Value";
     case ReadingColumn::Verdict:
         return u"Verdict";
+    case ReadingColumn::Limit:
+        return u"Limit";
     case ReadingColumn::Download:
         return u"Download";
     case ReadingColumn::Row:
@@ -84,17 +98,19 @@ const std::vector<VerdictChoice>& VerdictChoices() {
 void ReadingTable::ReadingJudged(const platform::Verdict& verdict) {
     Readings_.ReadingJudged(verdict);
     const platform::Reading& reading = verdict.Reading;
-    VerdictWords words = WordsOfJudged(verdict, Limits_);
+    JudgedWords words = WordsOfJudged(verdict, Limits_);
     Details_.push_back({.When = platform::Device().clock.Now(),
                         .Fate = verdict.Fate,
-                        .Outcome = words.Outcome,
+                        .Outcome = words.Verdict.Outcome,
                         .AsReceived = reading.Blob != nullptr,
                         .Origin = WithoutControls(reading.Origin),
                         .Type = WithoutControls(Joined(reading.Types)),
                         .Value = WithoutControls(modBLob::ValueAndUnitOf(reading)),
                         .File = verdict.File,
                         .Row = WithoutControls(RowText(verdict)),
-                        .Words = std::move(words.Line)});
+                        .Limit = words.Limit(),
+                        .Words = words.Verdict.Line,
+                        .Line = words.Outside ? words.Line() : Text()});
     const std::size_t most = std::min(MostRows, Readings_.Count() - Readings_.First() + 1);
     while (Details_.size() > most)
         Details_.pop_front();
@@ -111,7 +127,7 @@ Text ReadingTable::Cell(std::size_t row, ReadingColumn column) const {
         return {}; // until DropExpired is called
     switch (column) {
     case ReadingColumn::Time:
-        return DraftTime(details->When);
+        return ShortTime(platform::Device().clock.Now(), details->When);
     case ReadingColumn::Origin:
         return details->Origin;
     case ReadingColumn::Type:
@@ -120,6 +136,8 @@ Text ReadingTable::Cell(std::size_t row, ReadingColumn column) const {
         return details->Value;
     case ReadingColumn::Verdict:
         return details->Words.substr(0, 2) + NameOf(details->Fate);
+    case ReadingColumn::Limit:
+        return details->Limit;
     case ReadingColumn::Download:
         return details->File;
     case ReadingColumn::Row:
@@ -130,9 +148,16 @@ Text ReadingTable::Cell(std::size_t row, ReadingColumn column) const {
     return details->Words.substr(2);
 }
 
+Text ReadingTable::WholeCell(std::size_t row, ReadingColumn column) const {
+    const Details* const details = Numbered(Shown_[row]);
+    return details != nullptr && column == ReadingColumn::Time ? DraftTime(details->When) : Cell(row, column);
+}
+
 Text ReadingTable::Words(std::size_t row) const {
     const Details* const details = Numbered(Shown_[row]);
-    return details == nullptr ? Text() : details->Words;
+    if (details == nullptr)
+        return {};
+    return details->Line.empty() ? details->Words : details->Line;
 }
 
 Text ReadingTable::RawText(std::size_t row, std::size_t longest) const {
@@ -159,7 +184,7 @@ Text ReadingTable::CopyOf(const std::vector<std::size_t>& rows) const {
     Text text;
     for (const std::size_t row : rows) {
         for (std::size_t column = 0; column < ReadingColumns; ++column)
-            text += (column == 0 ? u"" : u"\t") + Cell(row, static_cast<ReadingColumn>(column));
+            text += (column == 0 ? u"" : u"\t") + WholeCell(row, static_cast<ReadingColumn>(column));
         text += u'\n';
     }
     return text;
@@ -189,8 +214,8 @@ bool ReadingTable::Matches(const Details& details) const {
         return false;
     if (Wanted_.empty())
         return true;
-    for (const Text* text :
-         {&details.Type, &details.Value, &details.Words, &details.Origin, &details.File, &details.Row})
+    for (const Text* text : {&details.Type, &details.Value, &details.Words, &details.Line, &details.Limit,
+                             &details.Origin, &details.File, &details.Row})
         if (ContainsLower(*text, Wanted_))
             return true;
     return ContainsLower(NameOf(details.Fate), Wanted_) || DraftTime(details.When).find(Wanted_) != Text::npos;

@@ -15,8 +15,8 @@
 namespace companion {
 
 /// The columns in their order.
-enum class ReadingColumn { Time, Origin, Type, Value, Verdict, Download, Row, Explanation };
-inline constexpr std::size_t ReadingColumns = 8;
+enum class ReadingColumn { Time, Origin, Type, Value, Verdict, Limit, Download, Row, Explanation };
+inline constexpr std::size_t ReadingColumns = 9;
 
 /// Returns the headline of a column.
 Text NameOf(ReadingColumn column);
@@ -42,7 +42,10 @@ public:
     // The shown rows, from 0, the oldest first.
     std::size_t Rows() const { return Shown_.size(); }
     /// Returns the text of a cell. Its control characters are blanks, so that a table of cells can be copied.
+    /// A time has its date only if that is not today.
     Text Cell(std::size_t row, ReadingColumn column) const;
+    /// Returns the text of a cell, a time always with its date.
+    Text WholeCell(std::size_t row, ReadingColumn column) const;
     /// Returns what became of a row's reading, as the window's line says it.
     Text Words(std::size_t row) const;
     /// Returns the BLob of a row as lines, its control characters as their pictures (␀). Of a longer one than
@@ -88,7 +91,9 @@ private:
         companion::Outcome Outcome = companion::Outcome::Taken;
         bool AsReceived = false;
         Text Origin, Type, Value, File, Row;
-        Text Words; ///< begins with the mark and a blank
+        Text Limit; ///< that the value is outside of, in short
+        Text Words; ///< begins with the mark and a blank; without the limit
+        Text Line;  ///< with the limit; empty if there is none
     };
 
     std::size_t FirstNumber() const { return Readings_.Count() - Details_.size() + 1; }

@@ -130,10 +130,12 @@ bool IsFail(Breach breach) {
     return breach == Breach::FailLow || breach == Breach::FailHigh;
 }
 
+bool IsLow(Breach breach) {
+    return breach == Breach::WarnLow || breach == Breach::FailLow;
+}
+
 Text WordsOf(const OutsideOf& outside) {
-    const bool isLow = outside.Breach == Breach::WarnLow || outside.Breach == Breach::FailLow;
-    return (isLow ? u"below the limit " : u"above the limit ") + outside.Limit +
-           (IsFail(outside.Breach) ? u": fail" : u": warning");
+    return (IsLow(outside.Breach) ? u"below the limit " : u"above the limit ") + outside.Limit;
 }
 
 std::optional<double> NumberOf(TextView value) {

@@ -24,7 +24,10 @@ struct OutsideOf {
 /// True if a person must act on it, which a warning alone does not ask for.
 bool IsFail(Breach breach);
 
-/// Returns "below the limit 5: fail" or "above the limit 80: warning".
+/// True if the value is below the limit, false if it is above.
+bool IsLow(Breach breach);
+
+/// Returns "below the limit 5" or "above the limit 80".
 Text WordsOf(const OutsideOf& outside);
 
 /// Returns the number at the beginning of a value: blanks, a sign, digits with one decimal sign among them, and an

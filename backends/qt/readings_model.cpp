@@ -35,8 +35,9 @@ int ReadingsModel::columnCount(const QModelIndex& parent) const {
 QVariant ReadingsModel::data(const QModelIndex& index, int role) const {
     if (role != Qt::DisplayRole && role != Qt::ToolTipRole)
         return {};
-    return ToQt(
-        Table_.Cell(static_cast<std::size_t>(index.row()), static_cast<companion::ReadingColumn>(index.column())));
+    const auto row = static_cast<std::size_t>(index.row());
+    const auto column = static_cast<companion::ReadingColumn>(index.column());
+    return ToQt(role == Qt::ToolTipRole ? Table_.WholeCell(row, column) : Table_.Cell(row, column));
 }
 
 QVariant ReadingsModel::headerData(int section, Qt::Orientation orientation, int role) const {

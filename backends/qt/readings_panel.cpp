@@ -24,11 +24,11 @@ namespace backends::qt {
 
 namespace {
 
-constexpr QSize PanelSize(960, 420);                            // pixels of the screen
-constexpr int FrameHeight = 48;                                 // at most, of the window's frame
-constexpr int FrameWidth = 8;                                   // likewise, its right edge
-constexpr std::size_t LongestRecord = 20'000;                   // characters that are shown
-constexpr int SampleWidths[] = {20, 8, 12, 10, 12, 12, 12, 30}; // in characters, one for each column
+constexpr QSize PanelSize(960, 420);                              // pixels of the screen
+constexpr int FrameHeight = 48;                                   // at most, of the window's frame
+constexpr int FrameWidth = 8;                                     // likewise, its right edge
+constexpr std::size_t LongestRecord = 20'000;                     // characters that are shown
+constexpr int SampleWidths[] = {10, 8, 9, 8, 10, 11, 10, 10, 18}; // in characters, one for each column
 
 /// Sets a text only if it is another one: a label that is set is painted.
 void Put(QLabel& label, const QString& text) {

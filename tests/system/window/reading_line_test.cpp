@@ -75,14 +75,14 @@ TEST_F(ReadingLine, IsAnAlarmWhenItsValueFails) {
     modQuorin::MenuEvent(u"Open");
     Pass(600);
     Send(u"Moisture");
-    EXPECT_TRUE(LinkLineBegins("● Moisture 14.1 % → Moisture; above the limit 14: fail, ")) << LinkLine();
+    EXPECT_TRUE(LinkLineBegins("✖ fail: Moisture 14.1 % → Moisture; above the limit 14, ")) << LinkLine();
     EXPECT_TRUE(IsAlarming());
     EXPECT_EQ(Cell(1, 1), u"14.1 %");
     Press(Qt::Key_F4);
     const QWidget* const panel = QApplication::activeWindow();
     ASSERT_NE(panel->findChild<QTableView*>(), nullptr);
     const QAbstractItemModel& rows = *panel->findChild<QTableView*>()->model();
-    EXPECT_THAT(rows.index(0, 7).data().toString().toStdString(), testing::EndsWith("; above the limit 14: fail"));
+    EXPECT_EQ(rows.index(0, 5).data().toString().toStdString(), "✖ fail > 14");
 }
 
 /// The words that a screen reader is alerted to while this object exists.

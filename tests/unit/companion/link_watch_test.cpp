@@ -184,7 +184,7 @@ TEST_F(WatchedLink, SaysThatAValueIsOutsideOfALimit) {
     Judge(platform::Fate::Taken);
     EXPECT_EQ(Line(), "● Moisture 14.1 % → Wall, " + TimeNow());
     Judge(platform::Fate::Taken, 1);
-    EXPECT_EQ(Line(), "● Moisture 14.1 % → Wall; above the limit 14: fail, 0 s ago");
+    EXPECT_EQ(Line(), "✖ fail: Moisture 14.1 % → Wall; above the limit 14, 0 s ago");
     EXPECT_EQ(Watch.Line(Port, false).Look, LineLook::Alarm);
 }
 

@@ -56,9 +56,34 @@ TEST_F(TableOfReadings, SaysOfEachWhereItWentAndWhy) {
     Judge(Fate::NoRow, u"Bogus");
     TakeUp();
     EXPECT_EQ(Copied({0, 1}),
-              "2007-03-05 20:30:12\tQI-1\tMoisture, M\t14.1 %\t● taken\tqrn0001.txt\t2 Wall\tMoisture 14.1 % → Wall\n"
-              "2007-03-05 20:30:12\tQI-1\tBogus, M\t14.1 %\t○ norow\tqrn0001.txt\t2 Wall\trefused: no row of Meter "
+              "2007-03-05 20:30:12\tQI-1\tMoisture, M\t14.1 %\t● taken\t\tqrn0001.txt\t2 Wall\tMoisture 14.1 % → Wall\n"
+              "2007-03-05 20:30:12\tQI-1\tBogus, M\t14.1 %\t○ norow\t\tqrn0001.txt\t2 Wall\trefused: no row of Meter "
               "asks for \"Bogus\"\n");
+}
+
+TEST_F(TableOfReadings, ShowsADateOnlyOfAnotherDay) {
+    Judge(Fate::Taken, u"Moisture");
+    TakeUp();
+    EXPECT_EQ(Table.Cell(0, ReadingColumn::Time), u"20:30:12");
+    Device.SetTime("2007-03-06T00:00:01");
+    EXPECT_EQ(Table.Cell(0, ReadingColumn::Time), u"05/03 20:30");
+    EXPECT_EQ(Table.WholeCell(0, ReadingColumn::Time), u"2007-03-05 20:30:12");
+}
+
+TEST_F(TableOfReadings, HasTheLimitApartFromWhatBecameOfIt) {
+    const ValueLimits limits(u"COLUMN|WARNLOW|FAILHIGH\nWall|15|20\n", {u"Wall"});
+    Table.Use(limits);
+    for (const char16_t* value : {u"14.1", u"17", u"20.5"})
+        Judge(Fate::Taken, u"Moisture", value);
+    TakeUp();
+    EXPECT_EQ(Table.Cell(0, ReadingColumn::Limit), u"▲ warn < 15");
+    EXPECT_EQ(Table.Cell(1, ReadingColumn::Limit), u"");
+    EXPECT_EQ(Table.Cell(2, ReadingColumn::Limit), u"✖ fail > 20");
+    EXPECT_EQ(Table.Cell(0, ReadingColumn::Verdict), u"● taken");
+    EXPECT_EQ(Table.Cell(2, ReadingColumn::Explanation), u"Moisture 20.5 % → Wall");
+    EXPECT_EQ(Table.Words(2), u"✖ fail: Moisture 20.5 % → Wall; above the limit 20");
+    Table.SetFilter(u"warn", 0);
+    EXPECT_EQ(Table.Rows(), 1U);
 }
 
 TEST_F(TableOfReadings, CopiesNoTabsOrLineEndsOfATextItself) {

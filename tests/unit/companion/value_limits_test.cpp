@@ -122,14 +122,14 @@ TEST(LimitsOfValues, NeedAColumnOfColumns) {
 
 class JudgedReading : public testing::Test {
 protected:
-    VerdictWords Words(Fate fate, const Text& value) {
+    JudgedWords Words(Fate fate, const Text& value) {
         platform::Verdict verdict{.Fate = fate, .Row = fate == Fate::NoRow ? -1 : 1, .Field = u"Moisture"};
         verdict.Reading.Types = {u"M"};
         verdict.Reading.Value = value;
         verdict.Reading.Unit = u"%";
         return WordsOfJudged(verdict, &Limits);
     }
-    static std::string Bytes(const VerdictWords& words) { return modStringTools::ToBytes(words.Line); }
+    static std::string Bytes(const JudgedWords& words) { return modStringTools::ToBytes(words.Line()); }
 
     support::TestDevice Device;
     const ValueLimits Limits{Head + u"Moisture|5|20|2|25\n", Columns};
@@ -137,20 +137,20 @@ protected:
 
 TEST_F(JudgedReading, SaysThatItIsOutsideOfALimit) {
     EXPECT_EQ(Bytes(Words(Fate::Taken, u"12")), "● M 12 % → Moisture");
-    EXPECT_EQ(Bytes(Words(Fate::Taken, u"4")), "● M 4 % → Moisture; below the limit 5: warning");
-    EXPECT_EQ(Bytes(Words(Fate::NoType, u"26")), "● M 26 % → Moisture, without a type; above the limit 25: fail");
+    EXPECT_EQ(Bytes(Words(Fate::Taken, u"4")), "▲ warning: M 4 % → Moisture; below the limit 5");
+    EXPECT_EQ(Bytes(Words(Fate::NoType, u"26")), "✖ fail: M 26 % → Moisture, without a type; above the limit 25");
 }
 
 TEST_F(JudgedReading, IsAnAlarmIfItFails) {
-    EXPECT_EQ(Words(Fate::Taken, u"4").Outcome, Outcome::Taken);
-    EXPECT_EQ(Words(Fate::Taken, u"1").Outcome, Outcome::Alarm);
-    EXPECT_EQ(Words(Fate::Replaced, u"99").Outcome, Outcome::Alarm);
+    EXPECT_EQ(Words(Fate::Taken, u"4").Verdict.Outcome, Outcome::Taken);
+    EXPECT_EQ(Words(Fate::Taken, u"1").Verdict.Outcome, Outcome::Alarm);
+    EXPECT_EQ(Words(Fate::Replaced, u"99").Verdict.Outcome, Outcome::Alarm);
 }
 
 TEST_F(JudgedReading, IsComparedOnlyIfItIsOnTheScreen) {
     EXPECT_THAT(Bytes(Words(Fate::Kept, u"1")), testing::Not(testing::HasSubstr("limit")));
     EXPECT_THAT(Bytes(Words(Fate::NoRow, u"1")), testing::Not(testing::HasSubstr("limit")));
-    EXPECT_THAT(Bytes(Words(Fate::OpenField, u"1")), testing::HasSubstr("below the limit 2: fail"));
+    EXPECT_THAT(Bytes(Words(Fate::OpenField, u"1")), testing::HasSubstr("below the limit 2"));
 }
 
 } // namespace

@@ -194,6 +194,29 @@ TEST_F(PanelOfReadings, FollowsTheEndUnlessAPersonHasScrolledUp) {
     EXPECT_EQ(bar.value(), 3);
 }
 
+TEST_F(PanelOfReadings, HasNoScrollBarBelowAndShowsWhatBecameOfEach) {
+    const companion::ValueLimits limits(u"COLUMN|WARNLOW|FAILHIGH\nMoisture|15|20\n", {u"Moisture"});
+    Table.Use(limits);
+    Send(u"Moisture");
+    Send(u"Moisture", u"QI-2");
+    Open();
+    EXPECT_EQ(View().horizontalScrollBar()->maximum(), 0) << "on a screen that is not wider than a small one";
+    Panel.resize(960, 420); // as on other screens
+    Settle();
+    for (const auto column :
+         {companion::ReadingColumn::Time, companion::ReadingColumn::Origin, companion::ReadingColumn::Type,
+          companion::ReadingColumn::Value, companion::ReadingColumn::Verdict, companion::ReadingColumn::Limit,
+          companion::ReadingColumn::Row, companion::ReadingColumn::Explanation})
+        for (int row = 0; row < 2; ++row) {
+            const QModelIndex index = View().model()->index(row, static_cast<int>(column));
+            EXPECT_LE(View().itemDelegate()->sizeHint({}, index).width(), View().columnWidth(index.column()))
+                << index.data().toString().toStdString();
+        }
+    Judge(60);
+    EXPECT_GT(View().verticalScrollBar()->maximum(), 0);
+    EXPECT_EQ(View().horizontalScrollBar()->maximum(), 0);
+}
+
 TEST_F(PanelOfReadings, KeepsTheSelectedOneWhenItIsFiltered) {
     Open();
     Judge(30);
