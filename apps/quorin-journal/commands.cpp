@@ -24,8 +24,8 @@ void NoOptions(CLI::App&, Options&) {
 }
 
 constexpr CommandRow Commands[] = {
-    {"list", "Show the files: day, root folder, size, programs that ran, readings stored and refused", NoOptions,
-     ListFiles, true},
+    {"list", "Show the files: day, root folder, size, programs that ran, what became of readings", NoOptions, ListFiles,
+     true},
     {"readings", "Show the readings and what became of them, one a line",
      [](CLI::App& command, Options& options) {
          AddReadingOptions(command, options);
@@ -53,7 +53,7 @@ constexpr CommandRow Commands[] = {
      },
      ExportRecording, true},
     {"story", "Write what was done in a session as a script of quorin-console", AddStoryOptions, WriteStory, false},
-    {"forget", "Remove the files of days before a day", AddBefore, ForgetDays, false},
+    {"forget", "Remove the files of a day, or of all days before one", AddForgetOptions, ForgetDays, false},
 };
 
 ExitStatus Run(const CommandRow& command, const Options& options) {

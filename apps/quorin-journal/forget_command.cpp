@@ -7,9 +7,12 @@
 namespace reader {
 
 void ForgetDays(Job& job) {
+    const std::string& day = job.Asked.Day;
+    bool isEmpty = true;
     for (const JournalFile& file : job.Files) {
-        if (file.Name.Day >= job.Asked.Argument)
+        if (day.empty() ? file.Name.Day >= job.Asked.Argument : file.Name.Day != day)
             continue;
+        isEmpty = false;
         backends::FileEntry entry;
         auto error = backends::EntryAt(file.Path, entry);
         if (error == platform::NoError)
@@ -19,6 +22,8 @@ void ForgetDays(Job& job) {
         else
             job.Told.Failed("can't remove " + file.Path + ": " + modStringTools::ToBytes(platform::ErrorText(error)));
     }
+    if (isEmpty)
+        job.Told.WriteLine(day.empty() ? "no file of a day before " + job.Asked.Argument : "no file of " + day);
 }
 
 } // namespace reader

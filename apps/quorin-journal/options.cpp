@@ -8,6 +8,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
 #include <ctime>
 #include <iomanip>
 #include <sstream>
@@ -32,16 +33,31 @@ std::string CheckDay(const std::string& text) {
     return backends::DateFromText(text) ? std::string() : text + " is no date of the form YYYY-MM-DD";
 }
 
-/// The file of today may be in use. Returns what is wrong, or an empty text.
-std::string CheckNotAfterToday(const std::string& text) {
-    if (const std::string why = CheckDay(text); !why.empty())
-        return why;
+std::string Today() {
     const std::time_t now = std::time(nullptr);
     std::tm today{};
     ::localtime_r(&now, &today);
     std::ostringstream day;
     day << std::put_time(&today, "%Y-%m-%d");
-    return text > day.str() ? text + " is after today" : std::string();
+    return day.str();
+}
+
+/// The file of today may be in use. Returns what is wrong, or an empty text.
+std::string CheckNotAfterToday(const std::string& text) {
+    const std::string why = CheckDay(text);
+    return why.empty() && text > Today() ? text + " is after today" : why;
+}
+
+std::string CheckPast(const std::string& text) {
+    const std::string why = CheckDay(text);
+    return why.empty() && text >= Today() ? text + " is not before today" : why;
+}
+
+/// A moment may be shorter than the other one: a day has all of its moments.
+void CheckOrder(const journal::Period& period) {
+    const std::size_t common = std::min(period.From.size(), period.To.size());
+    if (period.From.substr(0, common) > period.To.substr(0, common))
+        apps::Refuse("--from", period.From, "is after --to " + period.To);
 }
 
 } // namespace
@@ -78,15 +94,22 @@ void AddStoryOptions(CLI::App& command, Options& options) {
         ->check(CheckDay);
     command.add_option("--session", options.Session, "Which session of that day, from 1")
         ->type_name("N")
-        ->check(CLI::PositiveNumber.description(""))
+        ->check([](const std::string& text) {
+            const bool isZero = text.find_first_not_of('0') == std::string::npos;
+            return isZero ? "counts from 1" : std::string();
+        })
         ->default_str("the last");
 }
 
-void AddBefore(CLI::App& command, Options& options) {
-    command.add_option("--before", options.Argument, "Days before this one: YYYY-MM-DD, not after today")
+void AddForgetOptions(CLI::App& command, Options& options) {
+    CLI::Option_group* const days = command.add_option_group("days", "");
+    days->add_option("--before", options.Argument, "Days before this one: YYYY-MM-DD, not after today")
         ->type_name("DATE")
-        ->required()
         ->check(CheckNotAfterToday);
+    days->add_option("--day", options.Day, "This day alone: YYYY-MM-DD, before today")
+        ->type_name("DATE")
+        ->check(CheckPast);
+    days->require_option(1);
 }
 
 void AddArgument(CLI::App& command, Options& options, const char* name, const char* help) {
@@ -105,6 +128,7 @@ void AddPlaces(CLI::App& app, Options& options) {
 void CheckOptions(Options& options) {
     CheckMoment("--from", options.Period.From);
     CheckMoment("--to", options.Period.To);
+    CheckOrder(options.Period);
     if (!options.Journal.empty())
         return;
     const auto state = apps::StateFolder();

@@ -22,6 +22,7 @@ struct Options {
     bool Port = false;       ///< only the bytes of the port
     bool Mailbox = false;    ///< only the text of the mailbox
     std::string Argument;    ///< of the command: a file, or a day
+    std::string Day;         ///< of forget, the only one; empty for all before Argument
     std::size_t Session = 0; ///< of story, from 1; 0 for the last
 };
 
@@ -31,7 +32,7 @@ void AddReadingOptions(CLI::App& command, Options& options);
 void AddSourceOptions(CLI::App& command, Options& options);
 
 void AddStoryOptions(CLI::App& command, Options& options);
-void AddBefore(CLI::App& command, Options& options);
+void AddForgetOptions(CLI::App& command, Options& options);
 void AddArgument(CLI::App& command, Options& options, const char* name, const char* help);
 
 /// Adds the options of all commands.

@@ -97,7 +97,8 @@ void WriteStory(const Session& session, const std::string& place, const journal:
     told.WriteLine(story.IsExact()
                        ? "# A session by the virtual clock: played on the same files, it gives the same files."
                        : "# An approximation: " + story.WhyNot() + ".");
-    told.WriteLine("# " + place + ", begun " + TextIn(session.First, "time") + " in " + TextIn(session.First, "root"));
+    told.WriteLine("# " + place + ", begun " + journal::TimeText(TextIn(session.First, "time")) + " in " +
+                   TextIn(session.First, "root"));
     told.WriteLine("# " + CommandLineOf(session.First));
     told.Write(story.Commands());
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "apps/quorin-journal/commands.h"
 #include "apps/quorin-journal/table_lines.h"
+#include "journal/reading_words.h"
 #include "journal/runs.h"
 #include "journal/saved_tables.h"
 #include "journal/taken_readings.h"
@@ -47,11 +48,12 @@ std::string Counted(std::size_t count, const std::string& what) {
 }
 
 std::string StateOf(const journal::SavedTable& table) {
-    const std::string changes = ", after " + Counted(table.Changes, "change");
+    const std::string changes = table.Changes == 0 ? "" : ", after " + Counted(table.Changes, "change");
     if (!table.DeletedAt.empty())
-        return table.Name + ": deleted " + table.DeletedAt + changes;
+        return table.Name + ": deleted " + journal::TimeText(table.DeletedAt) + changes;
     const auto saved = std::count_if(table.Rows.begin(), table.Rows.end(), [](const auto& row) { return !!row; });
-    return table.Name + ": " + Counted(static_cast<std::size_t>(saved), "record") + " as saved last" + changes;
+    return table.Name + ": " + Counted(static_cast<std::size_t>(saved), "record") +
+           (table.Changes == 0 ? " as saved" : " as saved last") + changes;
 }
 
 void CheckTable(const journal::SavedTable& table, const std::string& root, Report& told) {

@@ -148,7 +148,7 @@ TEST_F(StoryOfASession, IsReadBackWhole) {
                                            "  1 reading was taken\nAll is explained.\n"));
     EXPECT_EQ(verified.Status, 0);
     EXPECT_THAT(Read("history qrn0001.txt").Output, HasSubstr("Moisture 14.1 °C (taken)"));
-    EXPECT_THAT(Read("list").Output, HasSubstr("      1        1\n"));
+    EXPECT_THAT(Read("list").Output, HasSubstr("      1         0          1  2007-03-05-"));
     for (const char* words : {"raw", "readings", "verify", "list", "export", "story 2007-03-05"})
         EXPECT_EQ(Read(words).Errors, "") << words;
 }

@@ -63,13 +63,42 @@ TEST_F(KeptTables, ThatAnotherToolHasChangedAreFindings) {
     EXPECT_THAT(ComparedWith({"a|"}),
                 ElementsAre("qrn0001.txt, record 2, saved t2 as \"b|\", is missing: it was removed" + Another));
     EXPECT_THAT(ComparedWith({"a|", "b|", "c|"}), ElementsAre("qrn0001.txt, record 3, \"c|\", was added" + Another));
-    EXPECT_THAT(Compare(Table(), std::nullopt), SizeIs(2));
+    EXPECT_THAT(Compare(Table(), std::nullopt), ElementsAre("qrn0001.txt: the file is missing"));
+}
+
+/// One change by a person is one finding.
+TEST_F(KeptTables, AreComparedAsSequences) {
+    Register();
+    Row("t1", "added", 1, "", "a|");
+    Row("t2", "added", 2, "", "b|");
+    Row("t3", "added", 3, "", "c|");
+    EXPECT_THAT(ComparedWith({"b|", "c|"}),
+                ElementsAre("qrn0001.txt, record 1, saved t1 as \"a|\", is missing: it was removed" + Another +
+                            "; the following moved up"));
+    EXPECT_THAT(ComparedWith({"a|", "x|", "b|", "c|"}),
+                ElementsAre("qrn0001.txt, record 2, \"x|\", was added" + Another + "; the following moved down"));
+    EXPECT_THAT(ComparedWith({"a|", "c|", "b|"}), ElementsAre("qrn0001.txt, records 2 and 3 were exchanged" + Another));
+    EXPECT_THAT(ComparedWith({"c|", "b|", "a|"}), ElementsAre("qrn0001.txt, records 1 and 3 were exchanged" + Another));
+    EXPECT_THAT(ComparedWith({"x|", "b|"}), SizeIs(2));
+    EXPECT_THAT(ComparedWith({"x|", "y|", "z|"}), SizeIs(3));
+    EXPECT_THAT(ComparedWith({}), SizeIs(3));
+}
+
+TEST_F(KeptTables, ThatAreOtherOnesAreOneFinding) {
+    Register();
+    for (int row = 1; row <= 4100; ++row)
+        Row("t1", "added", row, "", "a|");
+    EXPECT_THAT(ComparedWith(std::vector<std::string>(4100, "b|")), SizeIs(1));
 }
 
 TEST_F(KeptTables, WithRowsBeforeTheJournalAreComparedWhereItHasThem) {
     Row("t1", "saved", 2, "x|", "b|");
     EXPECT_THAT(ComparedWith({"anything", "b|", "anything"}), IsEmpty());
     EXPECT_THAT(ComparedWith({"anything", "x|"}), SizeIs(1));
+    EXPECT_THAT(ComparedWith({"b|", "anything"}), ElementsAre("qrn0001.txt, record 1, is missing: it was removed" +
+                                                              Another + "; the following moved up"));
+    EXPECT_THAT(ComparedWith({"anything", "inserted", "b|"}), SizeIs(1));
+    EXPECT_THAT(ComparedWith({"anything"}), SizeIs(1));
 }
 
 TEST_F(KeptTables, ThatWereFoundChangedAreFindings) {

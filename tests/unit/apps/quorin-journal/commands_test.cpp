@@ -38,6 +38,7 @@ TEST_F(Journal, WrongUsageEndsWithTwoAndSaysWhy) {
                                {"readings", "--from", "yesterday"},
                                {"readings", "--to", "2026-02-30"},
                                {"raw", "--from", "2026-11-22T25:00"},
+                               {"readings", "--from", "2026-11-22", "--to", "2026-11-21T10:00"},
                                {"list", "raw"}}) {
         const Outcome wrong = Run(words);
         EXPECT_EQ(wrong.Status, 2) << testing::PrintToString(words);

@@ -30,15 +30,29 @@ TEST_F(Journal, ForgetRemovesTheDaysBefore) {
 
 TEST_F(Journal, ForgetKeepsTheDayOfARunningProgram) {
     Day(DaysFromNow(0), {Start()});
-    EXPECT_EQ(Run({"forget", "--before", DaysFromNow(0)}).Output, "");
+    EXPECT_EQ(Run({"forget", "--before", DaysFromNow(0)}).Output, "no file of a day before " + DaysFromNow(0) + "\n");
+    EXPECT_EQ(Run({"forget", "--day", DaysFromNow(0)}).Status, 2);
     const Outcome refused = Run({"forget", "--before", DaysFromNow(2)});
     EXPECT_THAT(refused.Errors, testing::HasSubstr("is after today"));
     EXPECT_EQ(refused.Status, 2);
     EXPECT_EQ(Folder.Entries(), 1);
 }
 
+TEST_F(Journal, ForgetRemovesOneDay) {
+    Day("2007-03-04", {Start()});
+    Day("2007-03-05", {Start()});
+    EXPECT_EQ(Run({"forget", "--day", "2007-03-03"}).Output, "no file of 2007-03-03\n");
+    const Outcome forgotten = Run({"forget", "--day", "2007-03-05"});
+    EXPECT_EQ(forgotten.Output, "removed " + FileOf("2007-03-05") + "\n");
+    EXPECT_EQ(forgotten.Status, 0);
+    EXPECT_EQ(Folder.Entries(), 1);
+}
+
 TEST_F(Journal, ForgetNeedsADay) {
-    for (const Words& words : {Words{"forget"}, {"forget", "--before", "2026"}, {"forget", "--before", "2007-02-30"}})
+    for (const Words& words : {Words{"forget"},
+                               {"forget", "--before", "2007-03-05", "--day", "2007-03-04"},
+                               {"forget", "--before", "2026"},
+                               {"forget", "--before", "2007-02-30"}})
         EXPECT_EQ(Run(words).Status, 2);
 }
 

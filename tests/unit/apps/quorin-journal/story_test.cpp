@@ -24,7 +24,7 @@ std::string NextDay(const std::string& ms) {
 TEST_F(Journal, StoryIsAScriptOfTheConsole) {
     Day("2026-11-22", {Start(), Key(13), End});
     const Outcome story = Run({"story", "2026-11-22"});
-    EXPECT_EQ(story.Output, Exact + "# session 1 of 1, begun 2026-11-22T10:00:00 in /data/meter\n" + CommandLine +
+    EXPECT_EQ(story.Output, Exact + "# session 1 of 1, begun 2026-11-22 10:00:00 in /data/meter\n" + CommandLine +
                                 "tick 100\nkey 13\ntick 100\n");
     EXPECT_EQ(story.Errors, "");
     EXPECT_EQ(story.Status, 0);
@@ -77,6 +77,7 @@ TEST_F(Journal, StoryOfNoSessionIsAFailure) {
     EXPECT_EQ(Run({"story"}).Status, 2);
     EXPECT_EQ(Run({"story", "yesterday"}).Status, 2);
     EXPECT_EQ(Run({"story", "2026-11-22", "--session", "0"}).Status, 2);
+    EXPECT_THAT(Run({"story", "2026-11-22", "--session", "0"}).Errors, HasSubstr("from 1"));
 }
 
 } // namespace

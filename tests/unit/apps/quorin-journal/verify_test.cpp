@@ -64,7 +64,7 @@ TEST_F(VerifiedJournal, NamesWhatAnotherToolHasDone) {
     EXPECT_EQ(verified.Output,
               Root.Path() +
                   ":\n"
-                  "  ! qrn0001.txt, record 1, saved 2026-11-22T10:00:00 as \"a|14.1 %\", is \"b|14.1 %\" now: it was "
+                  "  ! qrn0001.txt, record 1, saved 2026-11-22 10:00:00 as \"a|14.1 %\", is \"b|14.1 %\" now: it was "
                   "changed by another tool, or by a program that kept no journal\n"
                   "  ! qrn0001.txt, record 2, \"c|\", was added by another tool, or by a program that kept no "
                   "journal\n"
@@ -76,7 +76,7 @@ TEST_F(VerifiedJournal, NamesWhatAnotherToolHasDone) {
 TEST_F(VerifiedJournal, NamesATableThatIsMissing) {
     Session();
     const Outcome verified = Verify();
-    EXPECT_THAT(verified.Output, HasSubstr("record 1, saved 2026-11-22T10:00:00 as \"a|14.1 %\", is missing"));
+    EXPECT_THAT(verified.Output, HasSubstr("  ! qrn0001.txt: the file is missing\n"));
     EXPECT_EQ(verified.Status, 5);
 }
 
@@ -97,6 +97,12 @@ TEST_F(VerifiedJournal, WithoutASessionIsNotVerified) {
         EXPECT_EQ(verified.Errors, "quorin-journal: no session in the journal\n");
         EXPECT_EQ(verified.Status, 2);
     }
+}
+
+TEST_F(VerifiedJournal, HasNoWordsForNoChanges) {
+    Day("2026-11-22", {Start(Root.Path()), Row("added", 1, "", "a")}, Root.Path());
+    Root.Put("Quorin/qrn0001.txt", "Place\na\n");
+    EXPECT_THAT(Verify().Output, HasSubstr("  qrn0001.txt: 1 record as saved\n"));
 }
 
 TEST_F(VerifiedJournal, SaysWhereItBreaksOff) {
