@@ -7,6 +7,7 @@
 #include <map>
 #include <sys/stat.h>
 #include <sys/wait.h>
+#include <unistd.h>
 
 namespace console {
 namespace {
@@ -147,6 +148,28 @@ TEST_F(JournalOfASession, OfTwoRootsIsTwoFiles) {
     EXPECT_EQ(std::distance(begin(files), end(files)), 2);
 }
 
+TEST_F(JournalOfASession, OfTwoProgramsAtOnceIsOneEach) {
+    std::filesystem::copy(Root.Path(), Place.Path() / "other", std::filesystem::copy_options::recursive);
+    std::string input;
+    for (const std::string& command : Joined({OpenTheDownload, Session}))
+        input += command + "\n";
+    const std::string second = std::string(QUORIN_CONSOLE) + " --root " + (Place.Path() / "other").string();
+    const std::string journal = " --journal " + Folder();
+    const Outcome run = Shell("{ " + Program() + journal + " <input >output 2>errors & " + second + journal +
+                                  " <input >more 2>&1; wait; }",
+                              input);
+    EXPECT_EQ(run.Status, 0);
+    std::map<std::string, int> readings; // by the file
+    for (const auto& entry : std::filesystem::directory_iterator(Folder())) {
+        std::ifstream in(entry.path());
+        for (std::string line; std::getline(in, line);)
+            readings[entry.path().filename().string()] += Json::parse(line)["event"] == "reading" ? 1 : 0;
+    }
+    ASSERT_EQ(readings.size(), 2U);
+    for (const auto& [file, count] : readings)
+        EXPECT_EQ(count, 2) << file;
+}
+
 TEST_F(JournalOfASession, OfTwoRunsIsOneFile) {
     Play({"--journal", Folder()});
     Play({"--journal", Folder()});
@@ -173,6 +196,8 @@ TEST_P(JournalThatFails, ChangesNothingElseAndIsToldOnce) {
     const Outcome without = Play({"--no-journal"});
     const auto tables = Tree(Root.Path());
     Restore();
+    if (::geteuid() != 0 && std::string(GetParam().Name) == "OfAnotherUser")
+        GTEST_SKIP() << "only root can give a folder to another user";
     GetParam().Prepare(Folder());
     std::string input;
     for (const std::string& command : Joined({OpenTheDownload, Session}))
@@ -205,6 +230,12 @@ const Fault Faults[] = {
          std::filesystem::permissions(journal, std::filesystem::perms::all);
      },
      "others may write to it"},
+    {"OfAnotherUser",
+     [](const std::filesystem::path& journal) {
+         std::filesystem::create_directory(journal);
+         EXPECT_EQ(::chown(journal.c_str(), 65534, 65534), 0);
+     },
+     "it belongs to another user"},
     {"Full", [](const std::filesystem::path&) {}, "full", "trap '' 25; ulimit -f 2; "},
 };
 
