@@ -77,6 +77,10 @@ std::string ResultOf(const Line& reading) {
     return OneLine(ToBytes(text));
 }
 
+std::string FieldTextOf(const Line& reading) {
+    return ToBytes(modBLob::ValueAndUnitOf(ReadingOf(reading)));
+}
+
 std::string VerdictOf(const Line& reading) {
     const std::string name = TextIn(reading, "verdict");
     const auto found = Verdicts().find(name);
@@ -98,6 +102,12 @@ std::string OneLine(std::string text) {
     std::replace_if(
         text.begin(), text.end(), [](char byte) { return static_cast<unsigned char>(byte) < ' ' || byte == '\x7f'; },
         ' ');
+    return text;
+}
+
+std::string InARow(std::string text) {
+    std::replace_if(
+        text.begin(), text.end(), [](char character) { return character == '\n' || character == '\0'; }, ' ');
     return text;
 }
 

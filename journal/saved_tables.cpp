@@ -15,12 +15,9 @@ namespace {
 constexpr std::size_t LargestRow = 10'000'000; // a line of the journal may be damaged
 constexpr const char* ByAnother = "by another tool, or by a program that kept no journal";
 
-/// Returns a line as the journal and a table have it in common: the journal replaces what is not UTF-8, a table has
-/// blanks for line feeds and NULs.
-std::string Common(std::string line) {
-    std::replace_if(
-        line.begin(), line.end(), [](char character) { return character == '\n' || character == '\0'; }, ' ');
-    return Line(line).dump(-1, ' ', false, Line::error_handler_t::replace);
+/// Returns a line as the journal and a table have it in common: the journal replaces what is not UTF-8.
+std::string Common(const std::string& line) {
+    return Line(InARow(line)).dump(-1, ' ', false, Line::error_handler_t::replace);
 }
 
 std::string RowName(const SavedTable& table, std::size_t row) {

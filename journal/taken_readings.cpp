@@ -5,19 +5,11 @@
 #include "journal/reading_words.h"
 #include "journal/table_history.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace journal {
 
 namespace {
-
-/// Returns a text as a row has it: without control characters, which the line of a row can't have.
-std::string InARow(std::string text) {
-    std::replace_if(
-        text.begin(), text.end(), [](char character) { return character == '\n' || character == '\0'; }, ' ');
-    return text;
-}
 
 /// True if a field of a line, or several if the text has bars, is this text.
 bool HasField(const std::string& line, const std::string& text) {
@@ -79,7 +71,7 @@ void TakenReadings::TakeReading(const Line& line) {
     if (!IsStored(verdict))
         return;
     ++Count_;
-    waiting.push_back({.Text = TextIn(line, "value") + " " + TextIn(line, "unit"),
+    waiting.push_back({.Text = FieldTextOf(line),
                        .Result = ResultOf(line),
                        .Words = ResultOf(line) + ", " + verdict + " " + TimeText(TextIn(line, "time")) + " for " +
                                 TextIn(line, "file")});

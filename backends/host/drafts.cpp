@@ -3,6 +3,7 @@
 
 #include "backends/host/host_clock.h"
 #include "backends/loop/acts.h"
+#include "backends/loop/long_call.h"
 #include "companion/words.h"
 
 #include <chrono>
@@ -61,13 +62,9 @@ void Drafts::Attach(BackEnd& device) {
     device.loop.Listen(*this);
 }
 
-/// A slow medium must not look like a sleep of the device.
 bool Drafts::RaiseWhatIsPending() {
-    constexpr auto Long = std::chrono::milliseconds(500);
-    const auto start = Now();
+    const LongCall call(*Device_);
     Keeper_.Look();
-    if (Now() - start > Long)
-        Device_->WasHeldUp();
     return false;
 }
 

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "backends/host/journal.h"
 
+#include "backends/loop/long_call.h"
 #include "companion/words.h"
 #include "src/link/ports.h"
 #include "src/view/input_fields.h"
 
-#include <chrono>
 #include <cstdlib>
 #include <ctime>
 #include <tuple>
@@ -15,24 +15,7 @@ namespace backends {
 
 namespace {
 
-constexpr auto Long = std::chrono::milliseconds(500); // what takes longer must not look like a sleep of the device
-constexpr std::int64_t LeastJump = 2;                 // seconds; the two clocks are read one after the other
-
-/// A disk that takes long must not look like a sleep of the device, at whatever call.
-class LongCall {
-public:
-    explicit LongCall(BackEnd& device) : Device_(device) {}
-    LongCall(const LongCall&) = delete;
-    LongCall& operator=(const LongCall&) = delete;
-    ~LongCall() {
-        if (std::chrono::steady_clock::now() - Begin_ > Long)
-            Device_.WasHeldUp();
-    }
-
-private:
-    BackEnd& Device_;
-    std::chrono::steady_clock::time_point Begin_ = std::chrono::steady_clock::now();
-};
+constexpr std::int64_t LeastJump = 2; // seconds; the two clocks are read one after the other
 
 std::string UtcNow() {
     const std::time_t now = std::time(nullptr);
