@@ -19,6 +19,7 @@
 #include "backends/qt/accessible_grid.h"
 #include "backends/qt/keyboard_map.h"
 #include "backends/qt/qt_platform.h"
+#include "backends/qt/window_icon.h"
 #include "companion/ports/port_table.h"
 #include "companion/words.h"
 
@@ -98,6 +99,7 @@ std::string FindPlaces(quorin::Options& options) {
     QApplication application(count, words);
     QApplication::setApplicationDisplayName(QStringLiteral("Quorin"));
     QApplication::setDesktopFileName(QStringLiteral("quorin"));
+    QApplication::setWindowIcon(backends::qt::WindowIcon());
     QApplication::setQuitOnLastWindowClosed(false);
     backends::qt::InstallAccessibleGrids();
     // Menus and boxes are not part of the device: they have their usual size.
