@@ -3,6 +3,7 @@
 #include "apps/quorin/demo.h"
 #include "apps/quorin/demo_instrument.h"
 #include "apps/quorin/window_end.h"
+#include "apps/quorin/window_entries.h"
 #include "apps/quorin/window_options.h"
 #include "apps/quorin/window_recovery.h"
 #include "apps/quorin/window_watch.h"
@@ -123,6 +124,7 @@ std::string FindPlaces(quorin::Options& options) {
     host.emplace(options.Device);
     device.emplace(*host, looks, pump, commands, watch);
     watch.Attach(*device);
+    quorin::FillWindowMenu(*device);
     if (options.Journal) // before the folder of the data, which the line shows while nothing is wrong
         device->onlooker.notices.Raise(companion::JournalKept(modStringTools::FromBytes(options.Journal->Folder)));
     device->onlooker.notices.Raise(

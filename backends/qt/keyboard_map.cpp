@@ -98,7 +98,8 @@ std::string KeyboardHelp() {
         help += head + row.Name + "\n";
     }
     help += "  readings of this run    F4\n"
-            "  list of notices         Shift+F4\n";
+            "  list of notices         Shift+F4\n"
+            "  menu of the window      Shift+F10\n";
     return help;
 }
 

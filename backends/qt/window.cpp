@@ -5,10 +5,8 @@
 #include "backends/qt/conversions.h"
 #include "backends/qt/to_screen_reader.h"
 
-#include <QAction>
 #include <QCloseEvent>
 #include <QGridLayout>
-#include <QShortcut>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -83,11 +81,11 @@ Window::Window(double scale) : Scale_(scale) {
     Strip_->hide();
     Column_->addWidget(Strip_);
     MakeNoticeLine(*Column_);
-    Link_ = StatusLabel("linkState");
-    Link_->setAccessibleDescription(QStringLiteral("F4 lists the readings"));
-    Link_->installEventFilter(this);
-    Column_->addWidget(Link_);
-    MakeReadingsAction();
+    MakeLinkLine(*Column_);
+    Readings_ = MakeAction("&Readings", QKeySequence(Qt::Key_F4), &Window::WantReadings);
+    addAction(Readings_); // message boxes take over the window's actions
+    AllNotices_ = MakeAction("All &notices", QKeySequence(Qt::SHIFT | Qt::Key_F4), &Window::OpenNotices);
+    Link_->addAction(AllNotices_);
     Flashing_ = new QTimer(this);
     Flashing_->setInterval(FlashInterval);
     QObject::connect(Flashing_, &QTimer::timeout, this, [this] {
@@ -97,13 +95,30 @@ Window::Window(double scale) : Scale_(scale) {
     });
 }
 
-/// Message boxes take over the window's actions.
-void Window::MakeReadingsAction() {
-    auto* const action = new QAction(QStringLiteral("Readings"), this);
-    action->setShortcut(QKeySequence(Qt::Key_F4));
+void Window::MakeLinkLine(QBoxLayout& column) {
+    auto* const line = new QHBoxLayout;
+    line->setSpacing(0);
+    Link_ = StatusLabel("linkState");
+    Link_->setAccessibleDescription(QStringLiteral("F4 lists the readings"));
+    Link_->installEventFilter(this);
+    QSizePolicy rest = Link_->sizePolicy(); // the width that the menu leaves: the form alone decides on the window's
+    rest.setHorizontalPolicy(QSizePolicy::Ignored);
+    Link_->setSizePolicy(rest);
+    line->addWidget(Link_, 1);
+    Menu_ = new WindowMenu(this);
+    Menu_->setFont(Link_->font());
+    const int height = Link_->fontMetrics().height() + 2 * Link_->margin();
+    Menu_->setFixedSize(std::max(Menu_->sizeHint().width(), 2 * height), height);
+    line->addWidget(Menu_, 0, Qt::AlignBottom);
+    column.addLayout(line);
+}
+
+QAction* Window::MakeAction(const char* name, const QKeySequence& keys, void (Window::*act)()) {
+    auto* const action = new QAction(QString::fromLatin1(name), this);
+    action->setShortcut(keys);
     action->setAutoRepeat(false);
-    addAction(action);
-    QObject::connect(action, &QAction::triggered, this, [this] { WantReadings(); });
+    QObject::connect(action, &QAction::triggered, this, [this, act] { (this->*act)(); });
+    return action;
 }
 
 void Window::WantReadings() {
@@ -129,8 +144,6 @@ void Window::MakeNoticeLine(QBoxLayout& column) {
     List_ = new NoticeList(this);
     List_->Chosen = [this](const Text& about) { TapNotice(about); };
     QObject::connect(More_, &QToolButton::clicked, this, [this] { OpenNotices(); });
-    auto* const shortcut = new QShortcut(QKeySequence(Qt::SHIFT | Qt::Key_F4), this);
-    QObject::connect(shortcut, &QShortcut::activated, this, [this] { OpenNotices(); });
 }
 
 /// Returns how many keys fit in a row if each has room for the longest name.
@@ -197,7 +210,8 @@ void Window::Fit() {
 }
 
 void Window::Put(QLabel& label, const QString& text) {
-    const int room = width() - 2 * label.margin() - (&label == Alarm_ && !More_->isHidden() ? More_->width() : 0);
+    const QWidget& beside = &label == Alarm_ ? static_cast<QWidget&>(*More_) : *Menu_;
+    const int room = width() - 2 * label.margin() - (beside.isHidden() ? 0 : beside.width());
     label.setText(IsOneLine_ ? label.fontMetrics().elidedText(text, Qt::ElideRight, room) : text);
     label.setToolTip(label.text() == text ? QString() : text + (&label == Alarm_ ? ListHint : QString()));
     label.setAccessibleName(text);

@@ -4,11 +4,13 @@
 #pragma once
 
 #include "backends/qt/notice_list.h"
+#include "backends/qt/window_menu.h"
 #include "backends/simulated/device_profiles.h"
 #include "companion/link_line.h"
 #include "companion/notices.h"
 #include "src/view/platform/controls.h"
 
+#include <QAction>
 #include <QBoxLayout>
 #include <QFontMetrics>
 #include <QLabel>
@@ -79,6 +81,11 @@ public:
     void SetWorking(bool working);
     /// Called when that operation starts or stops waiting for another program.
     void SetWaiting(bool waiting);
+    /// The window's menu, at the end of the link's line.
+    WindowMenu& Menu() { return *Menu_; }
+    /// The actions of the two keys that the window has itself, for its menu.
+    QAction& ReadingsAction() { return *Readings_; }
+    QAction& NoticesAction() { return *AllNotices_; }
     QString LinkLine() const { return QString::fromStdString(LinkLine_.Text); }
 
     std::function<void()> ReadingsWanted; ///< called for F4, also in a message box, and for a click on the link's line
@@ -97,7 +104,8 @@ private:
     QLabel* StatusLabel(const char* name);
     void Put(QLabel& label, const QString& text);
     void MakeNoticeLine(QBoxLayout& column);
-    void MakeReadingsAction();
+    void MakeLinkLine(QBoxLayout& column);
+    QAction* MakeAction(const char* name, const QKeySequence& keys, void (Window::*act)());
     void WantReadings();
     void TapNotice(const Text& about);
     void TapLine();
@@ -115,6 +123,9 @@ private:
     QBoxLayout* FootRow_;
     QWidget* Strip_;
     QLabel* Link_;
+    WindowMenu* Menu_;
+    QAction* Readings_;
+    QAction* AllNotices_;
     QLabel* Alarm_;
     QToolButton* More_; ///< opens the list; shown if there is more to read than the line shows
     NoticeList* List_;

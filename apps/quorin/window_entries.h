@@ -1,0 +1,12 @@
+// SPDX-License-Identifier: MIT
+// The entries of the window's menu.
+#pragma once
+
+#include "backends/qt/qt_platform.h"
+
+namespace quorin {
+
+/// Fills the menu of the window, once.
+void FillWindowMenu(backends::qt::QtPlatform& device);
+
+} // namespace quorin
