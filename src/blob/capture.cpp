@@ -5,6 +5,7 @@
 #include "src/blob/decoding.h"
 #include "src/blob/framing.h"
 #include "src/blob/lost_results.h"
+#include "src/blob/targets.h"
 #include "src/blob/verdicts.h"
 #include "src/storage/keyed_tables.h"
 #include "src/text/digits.h"
@@ -19,8 +20,6 @@
 #include "src/view/sound.h"
 #include "src/view/status_strip.h"
 
-#include <algorithm>
-#include <limits>
 #include <optional>
 
 namespace modBLob {
@@ -28,7 +27,6 @@ namespace modBLob {
 using modPDAUI::AnyInputFieldVisible;
 using modQuorin::InfField;
 using modQuorin::ValueColumn;
-using modStringTools::SameIgnoringCase;
 using modStringTools::TwoDigits;
 using platform::Device;
 using platform::Fate;
@@ -37,18 +35,6 @@ using platform::ReadingLoss;
 using platform::Verdict;
 
 namespace {
-
-struct Target {
-    std::int16_t Row = -1; ///< row of grdMain, -1 for none
-    Text MatchedType; ///< the type that led to the row; empty for none, and when the result was refused or diverted
-};
-
-std::int16_t RowNumber(std::int64_t row) {
-    if (row > std::numeric_limits<std::int16_t>::max())
-        platform::RuntimeFailure(u"A result belongs to row " + modStringTools::NumberText(row) +
-                                 u" of the record, which is above 32767");
-    return static_cast<std::int16_t>(row);
-}
 
 void RefreshSoftMenus() {
     WM5Menus::ApplyMenu(modQuorin::ScreenRow(modQuorin::Screens.CurrentScreen).Menu);
@@ -68,21 +54,6 @@ Verdict ListOnLinkTrace(const Reading& result) {
     grid.SetTopRow(lastRow);
     RefreshSoftMenus();
     return {.Fate = Fate::Trace, .Reading = result};
-}
-
-/// Returns the row of the last type that has one; of several rows of one type, the first.
-Target FindTarget(const std::vector<Text>& types) {
-    const std::vector<InfField>& fields = modQuorin::Inf.InfFields;
-    Target target;
-    for (const Text& type : types) {
-        const auto field = std::find_if(fields.begin(), fields.end(),
-                                        [&type](const InfField& each) { return SameIgnoringCase(each.Blob, type); });
-        if (field != fields.end()) {
-            target.Row = RowNumber(field - fields.begin());
-            target.MatchedType = type;
-        }
-    }
-    return target;
 }
 
 /// If another row is being edited, the result goes there, also a result that has no row of its own.
@@ -122,30 +93,12 @@ Fate WriteIntoCell(Target& target, const Text& old, const Text& valueAndUnit) {
     return old.empty() ? Fate::Taken : Fate::Replaced;
 }
 
-/// Returns the row of a variable, or none. A row that names the result's type as well ends the search, and so has
-/// precedence over every plain row before it; of several plain rows, the last one is returned.
-std::optional<std::int32_t> FindVariableRow(const Text& name, const Text& matchedType) {
-    const Text plain = u"dv: " + name;
-    const Text tied = u"dv: {" + matchedType + u"}" + name;
-    std::optional<std::int32_t> found;
-    std::int32_t row = 0;
-    for (const InfField& field : modQuorin::Inf.InfFields) {
-        if (SameIgnoringCase(field.Blob, tied))
-            return row;
-        if (SameIgnoringCase(field.Blob, plain))
-            found = row;
-        ++row;
-    }
-    return found;
-}
-
 void SpreadVariables(const std::vector<Text>& variables, const Text& matchedType, PutRows& put) {
     for (const Text& variable : variables) {
-        const std::size_t equals = std::min(variable.find(u'='), variable.size());
-        const auto row = FindVariableRow(variable.substr(0, equals), matchedType);
+        const NameAndValue parts = SplitVariable(variable);
+        const auto row = FindVariableRow(modQuorin::Inf.InfFields, parts.Name, matchedType);
         if (row) {
-            const Text value = variable.substr(std::min(equals + 1, variable.size()));
-            Device().grdMain.SetCell(*row, ValueColumn, value);
+            Device().grdMain.SetCell(*row, ValueColumn, parts.Value);
             put.Others.push_back(*row);
         }
     }
@@ -168,7 +121,7 @@ Fate FateOf(Fate written, std::optional<ReadingLoss> loss) {
 
 Verdict PutIntoRecord(const Reading& result) {
     const Text valueAndUnit = ValueAndUnitOf(result);
-    Target target = FindTarget(result.Types);
+    Target target = FindTarget(modQuorin::Inf.InfFields, result.Types);
     DivertToOpenEdit(target);
     modAudio::SoundCode soundCode = modAudio::SoundCode::Refused;
     Verdict verdict{.Fate = Fate::NoRow, .Reading = result, .File = modFileSystem::Table.TableName};
@@ -211,20 +164,6 @@ Verdict Capture(const Reading& result) {
     return {.Fate = Fate::OffScreen, .Reading = result};
 }
 
-Text FormulaValueAt(const platform::DateTime& now, const Text& formula, const Text& current) {
-    const Text kind = modStringTools::LowerCase(formula);
-    const bool isDate = kind == u"startdate" || kind == u"enddate";
-    const bool isTime = kind == u"starttime" || kind == u"endtime";
-    if (!isDate && !isTime)
-        return {};
-    const bool keepsFirst = kind == u"startdate" || kind == u"starttime";
-    if (keepsFirst && !current.empty())
-        return current;
-    if (isTime)
-        return TwoDigits(now.Hour) + u":" + TwoDigits(now.Minute);
-    return TwoDigits(now.Date.Day) + u"/" + TwoDigits(now.Date.Month) + u"/" + TwoDigits(now.Date.Year);
-}
-
 } // namespace
 
 void ProcessReceivedText(const Text& received) {
@@ -259,6 +198,20 @@ void FillFormulaFields() {
         ++row;
     }
     modPDAUI::ShowBusy(false);
+}
+
+Text FormulaValueAt(const platform::DateTime& now, const Text& formula, const Text& current) {
+    const Text kind = modStringTools::LowerCase(formula);
+    const bool isDate = kind == u"startdate" || kind == u"enddate";
+    const bool isTime = kind == u"starttime" || kind == u"endtime";
+    if (!isDate && !isTime)
+        return {};
+    const bool keepsFirst = kind == u"startdate" || kind == u"starttime";
+    if (keepsFirst && !current.empty())
+        return current;
+    if (isTime)
+        return TwoDigits(now.Hour) + u":" + TwoDigits(now.Minute);
+    return TwoDigits(now.Date.Day) + u"/" + TwoDigits(now.Date.Month) + u"/" + TwoDigits(now.Date.Year);
 }
 
 Text FormulaValue(const Text& formula, const Text& current) {

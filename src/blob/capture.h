@@ -3,6 +3,7 @@
 #pragma once
 
 #include "src/text/text.h"
+#include "src/view/platform/device.h"
 
 namespace modBLob {
 
@@ -20,6 +21,9 @@ void FillFormulaFields();
 /// digits and the year in full. `current` is the cell's text: a start date or start time that is there already is kept.
 /// Returns an empty text for an unknown formula.
 Text FormulaValue(const Text& formula, const Text& current);
+
+/// The same at this moment.
+Text FormulaValueAt(const platform::DateTime& now, const Text& formula, const Text& current);
 
 /// Returns a text with zeros before it, up to `width` characters; a longer text is returned as it is.
 Text PadZeros(const Text& text, std::int16_t width);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "src/drivers/inf_tables.h"
 
+#include "src/drivers/inf_rows.h"
 #include "src/drivers/record_editor.h"
 #include "src/storage/keyed_tables.h"
 #include "src/storage/settings.h"
@@ -19,20 +20,11 @@ using modStringTools::NumberText;
 namespace {
 
 std::int32_t Colour(const Text& display) {
-    if (display.empty())
-        return platform::White;
-    const auto colour = modStringTools::NumberFromText(display);
+    const auto colour = ColourOf(display);
     if (!colour)
         platform::RuntimeFailure(u"DISPLAY \"" + display + u"\" is not a number (row " +
                                  NumberText(Table.TableRowIndex) + u" of " + Table.TableFile.name + u")");
     return *colour;
-}
-
-FieldType KindOfData(const Text& dataType) {
-    const Text name = modStringTools::UpperCase(dataType);
-    if (name == u"DATE")
-        return FieldType::Date;
-    return name == u"TIME" ? FieldType::Time : FieldType::Text;
 }
 
 /// Adds what is missing: a table without a row can't be edited, and no download can be opened with it.
@@ -47,11 +39,11 @@ InfField CurrentInfRow() {
     InfField field;
     field.Display = Colour(GetField(u"DISPLAY"));
     field.Blob = GetField(u"BLOB");
-    field.Copy = GetField(u"COPY") == u"1";
+    field.Copy = IsSet(GetField(u"COPY"));
     field.FieldName = GetField(u"FIELDNAME");
-    field.Visible = GetField(u"VISIBLE") == u"1";
+    field.Visible = IsSet(GetField(u"VISIBLE"));
     field.Formula = GetField(u"FORMULA");
-    field.DataType = KindOfData(GetField(u"DATATYPE"));
+    field.DataType = FieldTypeOf(GetField(u"DATATYPE"));
     return field;
 }
 

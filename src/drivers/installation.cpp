@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "src/drivers/installation.h"
 
+#include "src/drivers/package_lines.h"
 #include "src/drivers/registry.h"
 #include "src/drivers/selection.h"
 #include "src/storage/line_files.h"
@@ -20,21 +21,18 @@ using platform::Device;
 namespace {
 
 constexpr std::size_t VolumesSearched = 3;
-const Text PackageEnding = u"qvd"; // without a full stop, which the name of a database can't contain
 
 void AddPackagesOf(const Text& folder) {
     ListFiles(folder, DataType, DataCreator);
     for (const Text& name : Storage.FileList) {
-        if (name.size() >= PackageEnding.size() &&
-            modStringTools::LowerCase(name.substr(name.size() - PackageEnding.size())) == PackageEnding)
+        if (IsPackageName(name))
             Registry.DriverNames.push_back(name);
     }
 }
 
 /// The state of one installation. If a step fails, it sets Failure and returns false.
 struct Installation {
-    std::int32_t CountedLines = 0;
-    std::int32_t EmptyLines = 0; ///< empty lines since the last counted line; they count once another line follows
+    PackageLines Lines;
     Text InfFile;
     FileHandle Output;
     bool Exists = false; ///< a driver of that name is installed already
@@ -63,11 +61,11 @@ bool WriteDriverRow(const Text& line) {
 }
 
 bool AddDriverRow(Installation& work, const Text& line) {
-    const std::size_t bar = line.find(u'|');
-    if (bar == Text::npos)
-        return true; // no row is added, and the inf file has no name
-    work.InfFile = line.substr(bar + 1);
-    if (DriverExists(line.substr(0, bar))) {
+    const auto row = DriverRowOf(line);
+    if (!row)
+        return true;
+    work.InfFile = row->InfFile;
+    if (DriverExists(row->Name)) {
         work.Exists = true;
         return false;
     }
@@ -89,25 +87,19 @@ bool BeginInfFile(Installation& work, const Text& line) {
 }
 
 bool TakeCountedLine(Installation& work, const Text& line) {
-    ++work.CountedLines;
-    if (work.CountedLines == 1)
+    ++work.Lines.CountedLines;
+    if (work.Lines.CountedLines == 1)
         return AddDriverRow(work, line);
-    if (work.CountedLines == 2)
+    if (work.Lines.CountedLines == 2)
         return BeginInfFile(work, line);
     work.Written = WriteFileLine(work.Output, line) > 0 && work.Written;
     return true;
 }
 
-/// Empty lines before the driver's row or at the end are not part of the package: an editor leaves one at the end.
-/// Empty lines are held back until a line after them shows that they are part of it.
 bool TakeLine(Installation& work, const Text& line) {
-    if (line.empty()) {
-        work.EmptyLines += work.CountedLines > 0 ? 1 : 0;
+    if (!LineCounts(work.Lines, line))
         return true;
-    }
-    if (line.front() == u'#')
-        return true;
-    for (; work.EmptyLines > 0; --work.EmptyLines) {
+    for (; work.Lines.EmptyLines > 0; --work.Lines.EmptyLines) {
         if (!TakeCountedLine(work, u""))
             return false;
     }
@@ -138,7 +130,7 @@ void Install(FileHandle& package) {
     }
     // Only the line number decides: a failure at the very last line is followed by "Driver installed" as well. If empty
     // lines were still held back, the failure was at one of them, and a counted line follows it.
-    const bool atTheEnd = number > total || (work.EmptyLines == 0 && IsEmptyFrom(package, number + 1, total));
+    const bool atTheEnd = number > total || (work.Lines.EmptyLines == 0 && IsEmptyFrom(package, number + 1, total));
     CloseFile(work.Output);
     if (work.Exists)
         modPDAUI::Tell(u"Driver already exists");
