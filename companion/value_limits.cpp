@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "companion/value_limits.h"
 
+#include "companion/file_lines.h"
+#include "companion/finding.h"
 #include "src/storage/row_line.h"
 
 #include <algorithm>
@@ -74,24 +76,8 @@ std::optional<Number> ReadNumber(TextView text) {
     return number;
 }
 
-std::vector<Text> LinesOf(TextView table) {
-    std::vector<Text> lines;
-    for (std::size_t at = 0; at < table.size();) {
-        const std::size_t end = std::min(table.find(u'\n', at), table.size());
-        lines.emplace_back(table.substr(at, end - at));
-        if (!lines.back().empty() && lines.back().back() == u'\r')
-            lines.back().pop_back();
-        at = end + 1;
-    }
-    return lines;
-}
-
 Text CellOf(const std::vector<Text>& fields, std::size_t column) {
     return column < fields.size() ? Text(WithoutBlanks(fields[column])) : Text();
-}
-
-Text Quoted(const Text& text) {
-    return u"\"" + text + u"\"";
 }
 
 } // namespace

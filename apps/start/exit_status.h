@@ -10,7 +10,7 @@ enum class ExitStatus : int {
     NotStarted = 2, ///< did not start, because of an option, the root folder or the input
     Strict = 3,     ///< a command failed, and the first failure was to end the program
     NoOutput = 4,   ///< standard output could not be written
-    Odd = 5,        ///< done, and some of the input was odd, as standard error says line by line
+    Odd = 5,        ///< done, and some of the input was odd, as the output says line by line
 };
 
 constexpr int NumberOf(ExitStatus status) {

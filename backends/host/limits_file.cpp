@@ -1,16 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "backends/host/limits_file.h"
 
-#include "backends/descriptor/descriptor.h"
-#include "backends/files/byte_order_mark.h"
-#include "backends/files/host_files.h"
+#include "backends/files/plain_file.h"
 
 #include <algorithm>
-#include <array>
 #include <cerrno>
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 namespace backends {
 
@@ -25,10 +19,6 @@ bool IsPlain(const std::string& name) {
     });
 }
 
-Text TextOf(int error) {
-    return modStringTools::FromBytes(ReasonOf(error));
-}
-
 } // namespace
 
 LimitsFile::Content LimitsFile::Read(const Text& driver) const {
@@ -36,31 +26,12 @@ LimitsFile::Content LimitsFile::Read(const Text& driver) const {
     if (!IsPlain(name))
         return {};
     const std::string path = Folder_ + "/" + name + ".limits";
-    const Descriptor file(
-        Repeated([&] { return ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK); }));
-    if (file.Number() < 0)
-        return {.Table = {},
-                .Why = errno == ENOENT || errno == ENAMETOOLONG ? Text()
-                       : errno == ELOOP                         ? Text(u"it is a link")
-                                                                : TextOf(errno)};
-    struct stat found {};
-    if (::fstat(file.Number(), &found) != 0)
-        return {.Table = {}, .Why = TextOf(errno)};
-    if (!S_ISREG(found.st_mode))
-        return {.Table = {}, .Why = u"it is no plain file"};
-    std::string bytes;
-    std::array<char, 65536> block;
-    for (;;) {
-        const ssize_t count = Repeated([&] { return ::read(file.Number(), block.data(), block.size()); });
-        if (count < 0)
-            return {.Table = {}, .Why = TextOf(errno)};
-        if (count == 0)
-            break;
-        bytes.append(block.data(), static_cast<std::size_t>(count));
-        if (bytes.size() > LargestFile)
-            return {.Table = {}, .Why = u"it is larger than 1 MB"};
-    }
-    return {.Table = modStringTools::FromBytes(BehindMark(bytes)), .Why = {}};
+    const PlainFile file = ReadPlainFile(path, LargestFile, Links::Refuse);
+    if (file.Error == ENOENT || file.Error == ENAMETOOLONG)
+        return {};
+    if (!file.Why.empty())
+        return {.Table = {}, .Why = modStringTools::FromBytes(file.Why)};
+    return {.Table = modStringTools::FromBytes(file.Bytes), .Why = {}};
 }
 
 } // namespace backends

@@ -57,6 +57,15 @@ TEST(Completions, OfferTheValuesOfAnOption) {
     EXPECT_THAT(Offered("quorin", {"--user", ""}), ElementsAre(""));
 }
 
+TEST(Completions, KnowAnOptionThatHasAShortName) {
+    const TemporaryRoot folder;
+    folder.Put("package.qvd", "");
+    EXPECT_THAT(Offered("quorin-driver", {"new", "--o"}), ElementsAre("--output"));
+    EXPECT_THAT(Offered("quorin-driver", {"new", "--output", folder.Path("")}),
+                ElementsAre(folder.Path("package.qvd")));
+    EXPECT_THAT(Offered("quorin-driver", {"check", folder.Path("")}), ElementsAre(folder.Path("package.qvd")));
+}
+
 TEST(Completions, OfferFoldersAndFilesWhereTheyAreMeant) {
     const TemporaryRoot folder;
     folder.Put("inside/file", "");

@@ -39,7 +39,8 @@ Page PageOf(const std::string& program) {
             subcommand = line.substr(3);
             page.Options[subcommand];
         } else if (line.starts_with("*")) {
-            for (std::sregex_iterator at(line.begin(), line.end(), option), end; at != end; ++at)
+            const bool isOption = line.starts_with("*-");
+            for (std::sregex_iterator at(line.begin(), line.end(), option), end; isOption && at != end; ++at)
                 page.Options[subcommand][(*at)[2]] = (*at)[4];
             if (section == "COMMANDS" && subcommand.empty())
                 for (std::sregex_iterator at(line.begin(), line.end(), command), end; at != end; ++at)

@@ -75,7 +75,7 @@ TEST_F(LimitsOfTheSample, AreReportedIfTheyCantBeRead) {
     std::filesystem::create_directory(Root.Path() / "config/Climate Meter.limits");
     const Outcome run = Measure({{"Moisture", "99"}});
     EXPECT_THAT(Limits(run), ElementsAre("taken"));
-    EXPECT_THAT(run.Output, HasSubstr("Climate Meter.limits can't be read: it is no plain file."));
+    EXPECT_THAT(run.Output, HasSubstr("Climate Meter.limits can't be read: it is a folder."));
 }
 
 TEST_F(LimitsOfTheSample, AreNoneWithoutAFile) {

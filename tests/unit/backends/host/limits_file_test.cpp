@@ -54,7 +54,7 @@ TEST_F(FileOfLimits, IsReportedIfItIsNoPlainFile) {
     ASSERT_EQ(::mkfifo(Path("pipe.limits").c_str(), 0600), 0);
     Folder.Put("large.limits", std::string(1'000'001, 'x'));
     EXPECT_EQ(File.Read(u"link").Why, u"it is a link");
-    EXPECT_EQ(File.Read(u"folder").Why, u"it is no plain file");
+    EXPECT_EQ(File.Read(u"folder").Why, u"it is a folder");
     EXPECT_EQ(File.Read(u"pipe").Why, u"it is no plain file");
     EXPECT_EQ(File.Read(u"large").Why, u"it is larger than 1 MB");
     for (const char16_t* name : {u"link", u"folder", u"pipe", u"large"})

@@ -1,0 +1,18 @@
+// SPDX-License-Identifier: MIT
+// Says what is wrong in a driver package before it is installed: what the form would refuse, what would end the program
+// or cost readings, and rows that can't be filled. docs/limits.md has the reasons. What a package is, what its texts
+// mean and which row a result goes to are asked of the core.
+#pragma once
+
+#include "companion/driver_package.h"
+#include "companion/finding.h"
+
+namespace companion {
+
+/// Checks the lines of a package, by their places. `installed`: the rows of drivers.txt, empty if they are not known.
+std::vector<Finding> CheckPackage(const std::vector<Text>& lines, const std::vector<modQuorin::DriverRow>& installed);
+
+/// Returns the rows of drivers.txt, given as its lines.
+std::vector<modQuorin::DriverRow> InstalledDrivers(const std::vector<Text>& lines);
+
+} // namespace companion
