@@ -1,21 +1,32 @@
 // SPDX-License-Identifier: MIT
 #include "companion/form_state.h"
 
+#include "src/drivers/downloads.h"
 #include "src/drivers/inf_tables.h"
 #include "src/drivers/selection.h"
 #include "src/link/ports.h"
 #include "src/link/receive.h"
-#include "src/storage/file_slots.h"
+#include "src/storage/line_files.h"
+#include "src/storage/settings.h"
 #include "src/view/inf_fields.h"
 #include "src/view/screen_table.h"
+
+#include <algorithm>
 
 namespace companion {
 
 using modQuorin::Screens;
 
+namespace {
+
+modQuorin::ScreenId ScreenOrUnderPrompt() {
+    return Screens.CurrentScreen == modQuorin::ScrInput ? Screens.PreviousScreen : Screens.CurrentScreen;
+}
+
+} // namespace
+
 bool RecordIsOpen() {
-    const modQuorin::ScreenId screen =
-        Screens.CurrentScreen == modQuorin::ScrInput ? Screens.PreviousScreen : Screens.CurrentScreen;
+    const modQuorin::ScreenId screen = ScreenOrUnderPrompt();
     return screen != 0 && screen == modQuorin::ScrInfRecord;
 }
 
@@ -24,6 +35,24 @@ std::vector<Text> FieldNames() {
     for (const modQuorin::InfField& field : modQuorin::Inf.InfFields)
         names.push_back(field.FieldName);
     return names;
+}
+
+std::int32_t InstalledDrivers() {
+    modFileSystem::FileHandle table;
+    modFileSystem::OpenFile(table, modQuorin::Paths.DriversFile, u"r", modQuorin::DataType, modQuorin::DataCreator);
+    if (!table.valid)
+        return 0;
+    const std::int32_t lines = modFileSystem::FileLineCount(table);
+    modFileSystem::CloseFile(table);
+    return std::max(0, lines - 1); // the first is the header
+}
+
+bool DownloadsAreListed() {
+    return ScreenOrUnderPrompt() == modQuorin::ScrDownloads && modQuorin::ScrDownloads != 0;
+}
+
+bool AnyDownloadIsListed() {
+    return DownloadsAreListed() && !modQuorin::Downloads.DownloadFiles.empty();
 }
 
 bool IsOpenDownload(const Text& file) {

@@ -4,6 +4,7 @@
 
 #include "src/text/text.h"
 
+#include <cstdint>
 #include <vector>
 
 namespace companion {
@@ -13,6 +14,14 @@ bool RecordIsOpen();
 
 /// Returns the names of the open driver's columns.
 std::vector<Text> FieldNames();
+
+/// Returns how many drivers are installed, by the table of drivers; 0 if it can't be read. Opens no table of the form.
+std::int32_t InstalledDrivers();
+
+/// True if the list of downloads is on the screen, or under a prompt.
+bool DownloadsAreListed();
+/// True if that list is not empty.
+bool AnyDownloadIsListed();
 
 /// True if a table of this bare name is the download that was opened last.
 bool IsOpenDownload(const Text& file);

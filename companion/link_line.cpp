@@ -102,6 +102,12 @@ LinkLine ReadingLine(const LastReading& last, const LinkView& link) {
             "Link quiet; last: " + timed};
 }
 
+/// Returns the line with the offer to choose another port.
+LinkLine WithPorts(LinkLine line) {
+    line.OffersPorts = true;
+    return line;
+}
+
 } // namespace
 
 std::string AgeText(std::int64_t seconds) {
@@ -126,13 +132,13 @@ const char* WorkText(Work work) {
 
 LinkLine LinkLineOf(const LinkView& link) {
     if (link.Kind == LinkKind::None)
-        return Plain("Link off: no port is chosen");
+        return WithPorts(Plain("Link off: no port is chosen"));
     if (!link.Wanted)
         return Plain("Link off: no download is open for " + link.Port);
     if (link.Held && link.Kind != LinkKind::Connection)
         return Plain("Link held: " + HeldText(link));
     if (!link.Open && !WasJustRefused(link))
-        return DownLine(link);
+        return WithPorts(DownLine(link));
     return link.Last ? ReadingLine(*link.Last, link) : OpenLine(link);
 }
 

@@ -46,6 +46,7 @@ struct LinkLine {
     LineLook Look = LineLook::Plain;
     /// The text without what counts on by itself: a screen reader says it when it changes.
     std::string News;
+    bool OffersPorts = false; ///< another port may help
     bool operator==(const LinkLine&) const = default;
 };
 

@@ -15,6 +15,15 @@ std::int64_t SecondsFrom(LinkWatch::Moment then, LinkWatch::Moment now) {
     return std::chrono::duration_cast<std::chrono::seconds>(now - then).count();
 }
 
+/// Returns what is wrong with a serial port that is wanted and has been down for a second.
+std::string TroubleOfPort(const LinkView& link, platform::ErrorNumber lastOpening) {
+    if (link.Kind != LinkKind::Serial || !link.Wanted || link.Open || link.DownFor == 0)
+        return {};
+    if (link.Path.empty())
+        return link.Port + ": no adapter is plugged in";
+    return link.Port + " is " + link.Path + ": " + (lastOpening == platform::FileNotFound ? "unplugged" : link.Trouble);
+}
+
 } // namespace
 
 bool LinkWatch::IsDue() {
@@ -86,8 +95,11 @@ LinkLine LinkWatch::Line(const PortFacts& port, bool held) {
         link.DownFor = SecondsFrom(*DownSince_, now);
         Heard_.reset();
     }
+    PortTrouble_ = TroubleOfPort(link, port.LastOpening);
     if (Heard_)
         link.HeardAge = SecondsFrom(*Heard_, now);
+    constexpr std::int64_t LongSilence = 60; // seconds
+    IsSilent_ = !link.Open || link.HeardAge.value_or(LongSilence) >= LongSilence;
     if (const auto& last = Latest())
         link.Last = {last->Words, last->Time, SecondsFrom(last->When, now)};
     return LinkLineOf(link);

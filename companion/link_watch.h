@@ -45,6 +45,13 @@ public:
     /// Returns the current line. `held`: two message boxes are open, one upon the other.
     LinkLine Line(const PortFacts& port, bool held);
 
+    /// True if the link is down, or nothing has been received for a minute, as of the last line.
+    bool IsSilent() const { return IsSilent_; }
+
+    /// Returns what keeps the port of the record on the screen from opening, as of the last line: "Com1 is
+    /// /dev/ttyUSB0: unplugged"; empty if nothing does.
+    const std::string& PortTrouble() const { return PortTrouble_; }
+
     void TextReceived(platform::TextSource source, TextView characters) override;
     void DecodingBegins() override {}
     void TextEmptied(TextView) override {}
@@ -69,6 +76,8 @@ private:
     std::optional<Judged> Alarm_; ///< the last one that was an alarm
     std::optional<Moment> Heard_;
     std::optional<Moment> DownSince_;
+    std::string PortTrouble_;
+    bool IsSilent_ = true;
     Moment LastLook_{-1000};
     /// The last answer of Find_.
     struct {

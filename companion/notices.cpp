@@ -37,7 +37,7 @@ std::vector<Notice> Notices::Sorted() const {
 
 std::size_t Notices::Behind() const {
     const auto count =
-        std::count_if(List_.begin(), List_.end(), [](const Notice& each) { return each.Weight != Severity::Note; });
+        std::count_if(List_.begin(), List_.end(), [](const Notice& each) { return each.Weight >= Severity::Warning; });
     return static_cast<std::size_t>(std::max<std::ptrdiff_t>(count - 1, 0));
 }
 

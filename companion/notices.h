@@ -12,6 +12,7 @@ namespace companion {
 
 enum class Severity {
     Note,    ///< nothing is wrong
+    Hint,    ///< the next step of a person who is new to the program
     Warning, ///< something may fail, or has failed
     Loss,    ///< something is not stored
 };
@@ -29,12 +30,20 @@ enum class Until {
     Withdrawn,  ///< until it no longer applies
 };
 
+/// Something that a person can have done about a notice.
+struct Offer {
+    Text Name;  ///< for the program; docs/window.md lists them
+    Text Words; ///< what its button says
+    bool operator==(const Offer&) const = default;
+};
+
 struct Notice {
     Text About; ///< the short name of its subject, as in docs/limits.md; the list has one notice of a name at most
     Severity Weight = Severity::Warning;
     Text Words;
     Until Stands = Until::Withdrawn;
     NoticeAction Action = Stands == Until::Tapped ? NoticeAction::Dismiss : NoticeAction::None;
+    std::vector<Offer> Offers = {};
     bool operator==(const Notice&) const = default;
 };
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "companion/words.h"
 
+#include "companion/offers.h"
 #include "src/text/digits.h"
 
 #include <algorithm>
@@ -184,6 +185,21 @@ Notice LimitsNotUsed(const Text& driver, const std::vector<Text>& problems) {
         words +=
             u"; and " + modStringTools::NumberText(static_cast<std::int64_t>(problems.size() - MostNamed)) + u" more";
     return {AboutLimits, Severity::Warning, words + u". What is wrong there is not used.", Until::RecordLeft};
+}
+
+Notice PortOffered(const Text& words) {
+    return {.About = AboutAdapter,
+            .Weight = Severity::Hint,
+            .Words = words,
+            .Stands = Until::Withdrawn,
+            .Offers = {{OfferUsePort, u"Use it"}, {OfferNotNow, u"Not now"}}};
+}
+
+Notice NothingRemembered(const Text& file, const Text& why) {
+    return {AboutRemembered, Severity::Warning,
+            file + u" can't be written: " + why +
+                u". The window will not remember its size, its ports and its hints. Tap here when you have read it.",
+            Until::Tapped};
 }
 
 Notice RightsNotKept(const Text& file) {

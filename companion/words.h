@@ -26,6 +26,9 @@ inline const Text AboutDraft = u"draft";
 inline const Text AboutUnsaved = u"unsaved";
 inline const Text AboutJournal = u"journal";
 inline const Text AboutLimits = u"limits";
+inline const Text AboutRemembered = u"remembered";
+inline const Text AboutAdapter = u"adapter";
+inline const Text AboutHint = u"hint";
 
 /// "20:30:05".
 Text TimeText(const platform::DateTime& moment);
@@ -70,6 +73,10 @@ Notice JournalIsSlow();
 Notice LimitsNotRead(const Text& driver, const Text& why);
 /// Some of them are not used. `problems`: one at least.
 Notice LimitsNotUsed(const Text& driver, const std::vector<Text>& problems);
+/// A port that can be used in place of the chosen one.
+Notice PortOffered(const Text& words);
+/// What the window should remember for its next start can't be written to its file.
+Notice NothingRemembered(const Text& file, const Text& why);
 /// A file that was rewritten could not keep all of its permissions.
 Notice RightsNotKept(const Text& file);
 

@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "apps/quorin-console/console_main.h"
 
+#include "apps/quorin-console/port_objects.h"
 #include "backends/descriptor/descriptor.h"
 #include "backends/files/host_files.h"
 #include "backends/files/root_lock.h"
+#include "backends/linux/port_list.h"
 
 #include <cerrno>
 #include <cstring>
@@ -45,6 +47,18 @@ bool RootIsUsable(const std::string& root) {
     return why.empty();
 }
 
+ExitStatus ListPorts(const Options& options) {
+    backends::PortSurvey survey;
+    survey.Pinned = options.Device.Ports.Pinned;
+    const std::vector<companion::PortRow> rows = backends::SerialPorts(survey);
+    if (options.PlainText)
+        std::cout << companion::PortTable(rows);
+    else
+        for (const companion::PortRow& row : rows)
+            std::cout << PortObject(row).dump() << "\n";
+    return ExitStatus::Ended;
+}
+
 } // namespace
 
 ExitStatus ConsoleMain(int count, char** words, ExitStatus (*run)(const Options&, Session&)) {
@@ -57,6 +71,8 @@ ExitStatus ConsoleMain(int count, char** words, ExitStatus (*run)(const Options&
     case Reading::Run:
         break;
     }
+    if (options.ListPorts)
+        return ListPorts(options);
     backends::Descriptor script;
     int input = STDIN_FILENO;
     if (!options.Script.empty()) {

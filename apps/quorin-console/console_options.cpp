@@ -27,6 +27,7 @@ struct Words {
     std::string Clock = "virtual";
     std::string Now = DefaultMoment;
     std::string Script;
+    bool ListPorts = false;
     bool Strict = false;
     bool PlainText = false;
     bool Verdicts = false;
@@ -61,6 +62,7 @@ Options Understood(const Words& words) {
     options.Device.RealClock = words.Clock == "real";
     options.Device.StartMoment = MomentFrom(words.Now);
     options.Script = words.Script;
+    options.ListPorts = words.ListPorts;
     options.Strict = words.Strict;
     options.PlainText = words.PlainText;
     options.Verdicts = words.Verdicts;
@@ -123,6 +125,7 @@ void Describe(CLI::App& app, Words& words) {
         ->capture_default_str();
     app.add_option("--now", words.Now, "Start of the virtual clock")->type_name("MOMENT")->capture_default_str();
     apps::AddPortOption(app, words.Device, "simulated");
+    app.add_flag("--ports", words.ListPorts, "List the serial ports of the machine, an object a line, and end");
     app.add_flag("--strict", words.Strict, "Stop at the first command that fails")->default_str("off");
     app.add_flag("--verdicts", words.Verdicts, "Report what becomes of each reading, and each record that is saved")
         ->default_str("off");

@@ -16,7 +16,8 @@ enum class Recovery { None, List, Put, Forget };
 
 struct Options {
     backends::DeviceOptions Device;
-    std::string Script; ///< file with the commands; standard input when empty
+    std::string Script;     ///< file with the commands; standard input when empty
+    bool ListPorts = false; ///< list the ports of the machine, and do nothing else
     bool Strict = false;
     bool PlainText = false; ///< the output is for people
     bool Verdicts = false;  ///< an event for each reading, and for each record that is saved

@@ -32,7 +32,11 @@ void PrepareDemo() {
         modQuorin::SaveSetting(PortKey, u"Com" + modStringTools::NumberText(DemoPort));
     modQuorin::LoadDriverList();
     if (modQuorin::Registry.DriverNames.empty())
-        modQuorin::InstallLines(SampleLines());
+        InstallSample();
+}
+
+bool InstallSample() {
+    return modQuorin::InstallLines(SampleLines());
 }
 
 } // namespace quorin

@@ -4,8 +4,11 @@
 #include "apps/quorin/demo_instrument.h"
 #include "apps/quorin/window_end.h"
 #include "apps/quorin/window_entries.h"
+#include "apps/quorin/window_hints.h"
 #include "apps/quorin/window_options.h"
+#include "apps/quorin/window_ports.h"
 #include "apps/quorin/window_recovery.h"
+#include "apps/quorin/window_settings.h"
 #include "apps/quorin/window_watch.h"
 #include "apps/start/exit_status.h"
 #include "apps/start/process.h"
@@ -21,6 +24,7 @@
 #include "backends/qt/keyboard_map.h"
 #include "backends/qt/qt_platform.h"
 #include "backends/qt/window_icon.h"
+#include "companion/offers.h"
 #include "companion/ports/port_table.h"
 #include "companion/words.h"
 
@@ -84,8 +88,22 @@ std::string FindPlaces(quorin::Options& options) {
     if (!settings)
         return "--settings is needed: neither XDG_CONFIG_HOME nor HOME is set";
     options.Device.Settings = *settings;
-    backends::MakeFolders(settings->substr(0, settings->rfind('/')));
     return {};
+}
+
+/// Returns the file of the form's settings, once the places are known.
+std::string SettingsOf(const quorin::Options& options) {
+    return options.Device.Settings.empty() ? options.Device.Root + "/settings.ini" : options.Device.Settings;
+}
+
+/// Prints the ports as the window would use them. Where there is no place for settings, nothing is remembered.
+int ListPorts(quorin::Options& options) {
+    backends::PortSurvey survey;
+    survey.Pinned = options.Device.Ports.Pinned;
+    if (FindPlaces(options).empty())
+        survey.Pinned = quorin::PinsWith(quorin::WindowSettings(SettingsOf(options)), survey.Pinned);
+    std::cout << companion::PortTable(backends::SerialPorts(survey));
+    return NumberOf(start::StatusAfterOutput("quorin", ExitStatus::Ended));
 }
 
 /// `warning` is shown as a notice, like the warnings of a run; empty for none.
@@ -115,16 +133,35 @@ std::string FindPlaces(quorin::Options& options) {
     quorin::WindowWatch watch;
     std::optional<backends::HostDevice> host;
     std::optional<backends::qt::QtPlatform> device;
+    quorin::WindowSettings remembered(SettingsOf(options));
+    std::optional<quorin::WindowHints> hints;
+    std::optional<quorin::WindowPorts> ports;
     std::optional<quorin::WindowEnd> end;
     std::optional<backends::Journal> journal;
     backends::qt::QtPump pump([&end](const ProgramOver& over) { return NumberOf(end->Over(over)); });
     backends::qt::WindowOptions looks;
     looks.Scale = options.Scale;
     looks.Profile = backends::ProfileOfType(options.Device.DeviceType);
+    options.Device.Ports.Pinned = quorin::PinsWith(remembered, options.Device.Ports.Pinned);
     host.emplace(options.Device);
     device.emplace(*host, looks, pump, commands, watch);
     watch.Attach(*device);
-    quorin::FillWindowMenu(*device);
+    remembered.Failed = [&device](const std::string& file, const std::string& why) {
+        device->onlooker.notices.Raise(
+            companion::NothingRemembered(modStringTools::FromBytes(file), modStringTools::FromBytes(why)));
+    };
+    ports.emplace(*device, remembered, [&watch] { return watch.IsSilent(); });
+    watch.Does(companion::OfferPorts, [&ports] { ports->OpenDialog(); });
+    device->window.PortsWanted = [&ports] { ports->OpenDialog(); };
+    watch.Does(companion::OfferUsePort, [&ports] { ports->UseOffered(); });
+    watch.Does(companion::OfferNotNow, [&ports] { ports->DropOffer(); });
+    hints.emplace(*device, remembered, [&watch] { return watch.PortTrouble(); });
+    watch.Does(companion::OfferSample, [&hints] {
+        quorin::InstallSample();
+        hints->LookForDriver();
+    });
+    watch.Does(companion::OfferNoHints, [&hints] { hints->SetOn(false); });
+    quorin::FillWindowMenu(*device, *ports, *hints);
     if (options.Journal) // before the folder of the data, which the line shows while nothing is wrong
         device->onlooker.notices.Raise(companion::JournalKept(modStringTools::FromBytes(options.Journal->Folder)));
     device->onlooker.notices.Raise(
@@ -177,16 +214,14 @@ int main(int count, char** words) {
     case quorin::Reading::Run:
         break;
     }
-    if (options.ListPorts) {
-        backends::PortSurvey survey;
-        survey.Pinned = options.Device.Ports.Pinned;
-        std::cout << companion::PortTable(backends::SerialPorts(survey));
-        return NumberOf(start::StatusAfterOutput("quorin", ExitStatus::Ended));
-    }
+    if (options.ListPorts)
+        return ListPorts(options);
     if (!HasDisplay())
         return NotStarted(NoDisplay);
     if (const std::string missing = FindPlaces(options); !missing.empty())
         return NotStarted(missing);
+    const std::string settings = SettingsOf(options);
+    backends::MakeFolders(settings.substr(0, settings.rfind('/')));
     const std::string& root = options.Device.Root;
     if (const auto error = backends::MakeFolders(root); error != platform::NoError)
         return NotStarted("can't use the root folder " + root + ": " +

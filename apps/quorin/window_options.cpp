@@ -67,9 +67,9 @@ Ports: each time that port ComN is opened, it is the first of these that exists:
   1. the ADDRESS of --port N=ADDRESS, whether it exists or not
   2. /dev/rfcomm(N-1), a Bluetooth serial device
   3. the N-th of the adapters, /dev/ttyUSB* before /dev/ttyACM*
-  4. /dev/ttyS(N-1), a port of the machine's own
---ports lists what exists and which port each is. --port N=/dev/serial/by-id/... follows one adapter wherever it is
-plugged in.
+A port chosen in the window ("Ports…") is remembered like --port. A port of the machine's board, /dev/ttyS*, is used
+only if it is chosen. --ports lists what exists and which port each is. --port N=/dev/serial/by-id/... follows one
+adapter wherever it is plugged in.
 
 Files: the data is in the root folder, by default $XDG_DATA_HOME/quorin or ~/.local/share/quorin, with --demo in
 quorin-demo beside it. The settings are in $XDG_CONFIG_HOME/quorin/settings.ini or ~/.config/quorin/settings.ini, with

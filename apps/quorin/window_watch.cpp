@@ -32,6 +32,11 @@ void WindowWatch::Attach(backends::qt::QtPlatform& device) {
         Device_->onlooker.notices.Act(about);
         ShowNotices();
     };
+    device.window.OfferTaken = [this](const Text& offer) {
+        if (const auto found = Offers_.find(offer); found != Offers_.end())
+            found->second();
+        ShowNotices();
+    };
 }
 
 /// The panel is made when it is first opened: most starts need none.

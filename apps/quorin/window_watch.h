@@ -3,15 +3,18 @@
 // lost readings. Also plays the tones.
 #pragma once
 
-#include "backends/linux/tones.h"
 #include "backends/loop/silent_watcher.h"
 #include "backends/qt/loss_box.h"
 #include "backends/qt/qt_platform.h"
 #include "backends/qt/readings_panel.h"
+#include "backends/sound/tones.h"
 #include "companion/link_watch.h"
 #include "companion/reading_table.h"
 
+#include <functional>
+#include <map>
 #include <optional>
+#include <string>
 #include <vector>
 
 namespace quorin {
@@ -22,6 +25,12 @@ public:
 
     /// Reports to the window of this device from now on.
     void Attach(backends::qt::QtPlatform& device);
+
+    bool IsSilent() const { return Link_.IsSilent(); }
+    /// What keeps the port of the record on the screen from opening (companion::Surroundings).
+    const std::string& PortTrouble() const { return Link_.PortTrouble(); }
+    /// What is done when a person takes the offer of this name.
+    void Does(const Text& offer, std::function<void()> routine) { Offers_[offer] = std::move(routine); }
 
     void TonePlayed(std::int32_t hertz, std::int32_t milliseconds) override;
     void Warned(const Text& about, const Text& text) override;
@@ -49,6 +58,7 @@ private:
     companion::ReadingTable Readings_;
     std::optional<backends::qt::ReadingsPanel> Panel_; ///< none until a person opens it
     std::optional<backends::qt::LossBox> Box_;
+    std::map<Text, std::function<void()>> Offers_;
 };
 
 } // namespace quorin

@@ -42,7 +42,6 @@ private:
     void AddRuleNumbers();
     void Judge(Found& found, const std::map<std::string, PortHolder>& holders) const;
     std::optional<PortHolder> Holder(const Found& found, const std::map<std::string, PortHolder>& holders) const;
-    bool HasHardware(const std::string& path) const;
     Found& RowOf(const std::string& path);
 
     const PortSurvey& Where_;
@@ -75,17 +74,8 @@ void Survey::AddAll(const std::vector<std::string>& paths) {
         RowOf(path);
 }
 
-/// A system has nodes for ports that the board lacks: their type is 0. A driver that reports no type has real ports.
-bool Survey::HasHardware(const std::string& path) const {
-    const std::string folder = Where_.SystemFolder + "/class/tty/" + NameOf(path);
-    const std::string type = FirstLine(folder + "/type");
-    return type.empty() ? IsFolder(folder + "/device/driver") : type != "0";
-}
-
 void Survey::AddBoardPorts() {
-    for (const std::string& path : DevicesCalled("ttyS", Where_.DeviceFolder))
-        if (HasHardware(path))
-            RowOf(path);
+    AddAll(BoardPorts(Where_.DeviceFolder, Where_.SystemFolder));
 }
 
 void Survey::AddLinks() {
@@ -133,6 +123,10 @@ void Survey::Judge(Found& found, const std::map<std::string, PortHolder>& holder
     const std::string& path = found.Row.Path;
     if (found.Row.State == PortState::Elsewhere)
         return;
+    std::string own;
+    Canonical(Where_.Own, own);
+    if (!own.empty() && own == found.Canonical)
+        return Give(found, PortState::Ours, {});
     if (found.Canonical.empty())
         return Give(found, PortState::Gone, OpeningFailed(path, ENOENT));
     if (!IsCharacterDevice(path))
@@ -158,8 +152,7 @@ void Survey::Judge(Found& found, const std::map<std::string, PortHolder>& holder
 }
 
 std::vector<PortRow> Survey::Rows() {
-    AddAll(DevicesCalled("rfcomm", Where_.DeviceFolder));
-    AddAll(UsbAdapters(Where_.DeviceFolder));
+    AddAll(Adapters(Where_.DeviceFolder));
     AddBoardPorts();
     AddLinks();
     AddPins();

@@ -25,6 +25,7 @@ int TryPort(const std::string& path, PortTrial trial);
 /// Where a survey looks, and by what means.
 struct PortSurvey {
     std::map<std::int32_t, PortAddress> Pinned;
+    std::string Own; ///< path of the device that this program has open; empty for none
     std::string DeviceFolder = "/dev";
     std::string SystemFolder = "/sys";
     std::string ProcessFolder = "/proc";

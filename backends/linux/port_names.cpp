@@ -40,6 +40,33 @@ std::vector<std::string> UsbAdapters(const std::string& deviceFolder) {
     return adapters;
 }
 
+std::vector<std::string> Adapters(const std::string& deviceFolder) {
+    std::vector<std::string> paths = DevicesCalled("rfcomm", deviceFolder);
+    const std::vector<std::string> usb = UsbAdapters(deviceFolder);
+    paths.insert(paths.end(), usb.begin(), usb.end());
+    return paths;
+}
+
+/// The type of a port without hardware is 0. A driver that reports no type has real ports.
+std::vector<std::string> BoardPorts(const std::string& deviceFolder, const std::string& systemFolder) {
+    std::vector<std::string> ports = DevicesCalled("ttyS", deviceFolder);
+    std::erase_if(ports, [&systemFolder](const std::string& path) {
+        const std::string folder = systemFolder + "/class/tty/" + NameOf(path);
+        const std::string type = FirstLine(folder + "/type");
+        return type.empty() ? !IsFolder(folder + "/device/driver") : type == "0";
+    });
+    return ports;
+}
+
+std::vector<std::string> PortNames(const std::string& deviceFolder) {
+    std::vector<std::string> paths = Adapters(deviceFolder);
+    for (const std::string& path : DevicesCalled("ttyS", deviceFolder))
+        paths.push_back(path);
+    for (const std::string& name : NamesIn(deviceFolder + "/serial/by-id"))
+        paths.push_back(deviceFolder + "/serial/by-id/" + name);
+    return paths;
+}
+
 std::string PortPath(std::int32_t number, const std::string& deviceFolder) {
     if (number < 1)
         return {};
@@ -49,10 +76,7 @@ std::string PortPath(std::int32_t number, const std::string& deviceFolder) {
         return bluetooth;
     const std::vector<std::string> adapters = UsbAdapters(deviceFolder);
     const auto place = static_cast<std::size_t>(number - 1);
-    if (place < adapters.size())
-        return adapters[place];
-    const std::string onBoard = deviceFolder + "/ttyS" + fromZero;
-    return IsCharacterDevice(onBoard) ? onBoard : std::string();
+    return place < adapters.size() ? adapters[place] : std::string();
 }
 
 } // namespace backends

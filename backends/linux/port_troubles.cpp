@@ -28,20 +28,28 @@ constexpr const char* UsualGroup = "dialout";
 /// Services that open serial devices without being configured for them.
 struct KnownService {
     const char* Program;
-    const char* Remedy; ///< `%` is replaced by the device's name
+    const char* Remedy;
+    const char* Command; ///< ends the remedy; `%` is replaced by the device's name
 };
 
 constexpr std::array<KnownService, 5> KnownServices = {{
-    {"ModemManager", "It looks for modems; stop it by: sudo systemctl disable --now ModemManager"},
-    {"brltty", "It looks for Braille displays; where there is none, remove it by: sudo apt remove brltty"},
-    {"gpsd", "It looks for satellite receivers; stop it by: sudo systemctl disable --now gpsd.socket gpsd.service"},
-    {"agetty", "It offers a login on the line; stop it by: sudo systemctl disable --now serial-getty@%.service"},
-    {"login", "Somebody is logged in on the line; stop that by: sudo systemctl disable --now serial-getty@%.service"},
+    {"ModemManager", "It looks for modems; stop it by: ", "sudo systemctl disable --now ModemManager"},
+    {"brltty", "It looks for Braille displays; where there is none, remove it by: ", "sudo apt remove brltty"},
+    {"gpsd", "It looks for satellite receivers; stop it by: ", "sudo systemctl disable --now gpsd.socket gpsd.service"},
+    {"agetty", "It offers a login on the line; stop it by: ", "sudo systemctl disable --now serial-getty@%.service"},
+    {"login",
+     "Somebody is logged in on the line; stop that by: ", "sudo systemctl disable --now serial-getty@%.service"},
 }};
 
 std::string Filled(const std::string& text, const std::string& name) {
     const std::size_t place = text.find('%');
     return place == std::string::npos ? text : text.substr(0, place) + name + text.substr(place + 1);
+}
+
+/// The remedy is `before`, the command and `after`.
+PortTrouble WithCommand(std::string reason, const std::string& before, const std::string& command,
+                        const std::string& after = {}) {
+    return {std::move(reason), before + command + after, command};
 }
 
 std::string Described(const PortHolder& holder) {
@@ -111,24 +119,25 @@ PortRights RightsOf(const std::string& path) {
 PortTrouble NoPermission(const std::string& path, const PortRights& rights) {
     // Never advise a user to join the group root.
     if (!rights.GroupMayOpen || rights.Group == "root")
-        return {"Only its owner " + rights.Owner + " may open it.", "Until it is unplugged this helps: sudo chgrp " +
-                                                                        std::string(UsualGroup) + " " + path +
-                                                                        " && sudo chmod g+rw " + path};
+        return WithCommand("Only its owner " + rights.Owner + " may open it.", "Until it is unplugged this helps: ",
+                           "sudo chgrp " + std::string(UsualGroup) + " " + path + " && sudo chmod g+rw " + path);
     if (rights.OfGroup == Membership::Now)
         return {"An access rule of this machine does not allow it to " + rights.User + ".",
                 "Ask the administrator of this machine."};
     if (rights.OfGroup == Membership::FromNextLogin)
         return {"Your login began before you came into the group " + rights.Group + ", which may open it.",
                 "Log out and in again."};
-    return {"You are not in the group " + rights.Group + ", which may open it.",
-            "Join it with: sudo usermod -aG " + rights.Group + " " + rights.User + " and log out and in again."};
+    return WithCommand("You are not in the group " + rights.Group + ", which may open it.",
+                       "Join it with: ", "sudo usermod -aG " + rights.Group + " " + rights.User,
+                       " and log out and in again.");
 }
 
 PortTrouble HeldBy(const std::string& path, const PortHolder& holder) {
     const auto service = std::find_if(KnownServices.begin(), KnownServices.end(),
                                       [&holder](const KnownService& known) { return holder.Program == known.Program; });
     if (service != KnownServices.end())
-        return {"The service " + Described(holder) + " has taken it.", Filled(service->Remedy, NameOf(path))};
+        return WithCommand("The service " + Described(holder) + " has taken it.", service->Remedy,
+                           Filled(service->Command, NameOf(path)));
     if (holder.Process.empty())
         return {Described(holder) + " uses it, as the lock file " + holder.LockFile + " says.",
                 "End that program; if there is none, remove the lock file."};
@@ -138,8 +147,8 @@ PortTrouble HeldBy(const std::string& path, const PortHolder& holder) {
 PortTrouble OpeningFailed(const std::string& path, int code) {
     switch (code) {
     case EBUSY:
-        return {"Another program uses it, and only root can see which.",
-                "End that program; this names it: sudo fuser -v " + path};
+        return WithCommand("Another program uses it, and only root can see which.",
+                           "End that program; this names it: ", "sudo fuser -v " + path);
     case ENOENT:
         return {"It is not there.", "Plug the adapter in, or check the name."};
     case ENODEV:

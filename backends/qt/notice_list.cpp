@@ -13,6 +13,7 @@ namespace backends::qt {
 namespace {
 
 constexpr int AboutRole = Qt::UserRole;
+constexpr int OfferRole = Qt::UserRole + 1; ///< empty in the row of a notice
 
 } // namespace
 
@@ -33,13 +34,22 @@ NoticeList::NoticeList(QWidget* window) : QFrame(window, Qt::Popup), Rows_(new Q
 
 void NoticeList::Fill(const std::vector<companion::Notice>& notices) {
     const QListWidgetItem* const current = Rows_->currentItem();
-    const QString about = current == nullptr ? QString() : current->data(AboutRole).toString();
+    const auto named = [](const QListWidgetItem* row) {
+        return row == nullptr ? QString() : row->data(AboutRole).toString() + u' ' + row->data(OfferRole).toString();
+    };
+    const QString selected = named(current);
+    const auto add = [&](const Text& words, const Text& about, const Text& offer) {
+        auto* const row = new QListWidgetItem(ToQt(words), Rows_);
+        row->setData(AboutRole, ToQt(about));
+        row->setData(OfferRole, ToQt(offer));
+        if (named(row) == selected)
+            Rows_->setCurrentItem(row);
+    };
     Rows_->clear();
     for (const companion::Notice& notice : notices) {
-        auto* const row = new QListWidgetItem(ToQt(notice.Words), Rows_);
-        row->setData(AboutRole, ToQt(notice.About));
-        if (ToQt(notice.About) == about)
-            Rows_->setCurrentItem(row);
+        add(notice.Words, notice.About, u"");
+        for (const companion::Offer& offer : notice.Offers)
+            add(u"    → " + offer.Words, notice.About, offer.Name);
     }
     if (Rows_->currentRow() < 0)
         Rows_->setCurrentRow(0);
@@ -64,8 +74,18 @@ void NoticeList::Open(QPoint lowerLeft, int width) {
 
 void NoticeList::Choose() {
     const QListWidgetItem* const row = Rows_->currentItem();
-    if (row != nullptr && Chosen)
-        Chosen(FromQt(row->data(AboutRole).toString()));
+    if (row == nullptr)
+        return;
+    const Text about = FromQt(row->data(AboutRole).toString());
+    const Text offer = FromQt(row->data(OfferRole).toString());
+    if (offer.empty()) {
+        if (Chosen)
+            Chosen(about);
+        return;
+    }
+    close(); // what the offer opens must not open under the list
+    if (OfferChosen)
+        OfferChosen(offer);
 }
 
 bool NoticeList::eventFilter(QObject*, QEvent* event) {

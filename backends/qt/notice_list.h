@@ -19,10 +19,12 @@ public:
 
     /// Opens the list with its lower edge on this place of the screen.
     void Open(QPoint lowerLeft, int width);
-    /// Shows these notices; the selected one stays selected. Closes the list if there are none.
+    /// Shows these notices, each followed by its offers; the selected row stays selected. Closes the list if there are
+    /// none.
     void Fill(const std::vector<companion::Notice>& notices);
 
     std::function<void(const Text& about)> Chosen;
+    std::function<void(const Text& offer)> OfferChosen; ///< gets the name of an offer; the list is closed then
 
 protected:
     bool eventFilter(QObject* object, QEvent* event) override;

@@ -105,6 +105,18 @@ void Window::MakeLinkLine(QBoxLayout& column) {
     rest.setHorizontalPolicy(QSizePolicy::Ignored);
     Link_->setSizePolicy(rest);
     line->addWidget(Link_, 1);
+    Ports_ = new QToolButton(this);
+    Ports_->setObjectName(QStringLiteral("ports"));
+    Ports_->setText(QStringLiteral("Ports…"));
+    Ports_->setFocusPolicy(Qt::NoFocus);
+    Ports_->setFont(Link_->font());
+    Ports_->setFixedHeight(Link_->fontMetrics().height() + 2 * Link_->margin());
+    Ports_->hide();
+    QObject::connect(Ports_, &QToolButton::clicked, this, [this] {
+        if (PortsWanted)
+            PortsWanted();
+    });
+    line->addWidget(Ports_, 0, Qt::AlignBottom);
     Menu_ = new WindowMenu(this);
     Menu_->setFont(Link_->font());
     const int height = Link_->fontMetrics().height() + 2 * Link_->margin();
@@ -133,6 +145,9 @@ void Window::MakeNoticeLine(QBoxLayout& column) {
     Alarm_->hide();
     Alarm_->installEventFilter(this);
     line->addWidget(Alarm_, 1);
+    Offers_ = new QHBoxLayout;
+    Offers_->setSpacing(0);
+    line->addLayout(Offers_);
     More_ = new QToolButton(this);
     More_->setObjectName(QStringLiteral("moreNotices"));
     More_->setFocusPolicy(Qt::NoFocus);
@@ -143,6 +158,7 @@ void Window::MakeNoticeLine(QBoxLayout& column) {
     column.addLayout(line);
     List_ = new NoticeList(this);
     List_->Chosen = [this](const Text& about) { TapNotice(about); };
+    List_->OfferChosen = [this](const Text& offer) { TakeOffer(offer); };
     QObject::connect(More_, &QToolButton::clicked, this, [this] { OpenNotices(); });
 }
 
@@ -210,8 +226,8 @@ void Window::Fit() {
 }
 
 void Window::Put(QLabel& label, const QString& text) {
-    const QWidget& beside = &label == Alarm_ ? static_cast<QWidget&>(*More_) : *Menu_;
-    const int room = width() - 2 * label.margin() - (beside.isHidden() ? 0 : beside.width());
+    const int beside = &label == Alarm_ ? WidthBesideNotice() : WidthBesideLink();
+    const int room = width() - 2 * label.margin() - beside;
     label.setText(IsOneLine_ ? label.fontMetrics().elidedText(text, Qt::ElideRight, room) : text);
     label.setToolTip(label.text() == text ? QString() : text + (&label == Alarm_ ? ListHint : QString()));
     label.setAccessibleName(text);
@@ -257,6 +273,7 @@ void Window::ShowState() {
     const auto work = !IsWorking_  ? companion::Work::None
                       : IsWaiting_ ? companion::Work::Waiting
                                    : companion::Work::Long;
+    Ports_->setVisible(LinkLine_.OffersPorts && !IsWorking_);
     Put(*Link_, IsWorking_ ? QString::fromUtf8(companion::WorkText(work)) : LinkLine());
     if (const QString look = LinkLook(); look != Link_->styleSheet())
         Link_->setStyleSheet(look);
@@ -274,14 +291,69 @@ void Window::SetNotices(const companion::Notices& notices) {
 }
 
 void Window::ShowAlarm() {
-    const bool warns = !Standing_.empty() && Standing_.front().Weight != companion::Severity::Note;
+    const bool warns = !Standing_.empty() && Standing_.front().Weight >= companion::Severity::Warning;
     const QString look = warns ? AlarmLook : QString();
     const QString text = warns || (IsOneLine_ && !Standing_.empty()) ? ToQt(Standing_.front().Words) : QString();
     Alarm_->setStyleSheet(look);
     More_->setStyleSheet(look);
-    ShowMore(IsOneLine_ && Alarm_->fontMetrics().horizontalAdvance(text) > width() - 2 * Alarm_->margin());
+    const int room = width() - 2 * Alarm_->margin() - ShowOffers();
+    const bool hidesOffers = !Offered_.empty() && Offers_->itemAt(0)->widget()->isHidden();
+    ShowMore(IsOneLine_ && (hidesOffers || Alarm_->fontMetrics().horizontalAdvance(text) > room));
     Put(*Alarm_, text);
     Alarm_->setVisible(warns || IsOneLine_);
+}
+
+/// Makes a button for each offer of the notice in the line, if there is room for them and for some of its words.
+/// Returns their width.
+int Window::ShowOffers() {
+    const bool isShown = IsOneLine_ && !Standing_.empty();
+    const std::vector<companion::Offer> offers = isShown ? Standing_.front().Offers : std::vector<companion::Offer>();
+    if (offers != Offered_) {
+        while (QLayoutItem* const item = Offers_->takeAt(0)) {
+            item->widget()->deleteLater(); // it may be the one that was clicked
+            item->widget()->hide();
+            delete item;
+        }
+        for (const companion::Offer& offer : offers)
+            Offers_->addWidget(OfferButton(offer));
+        Offered_ = offers;
+    }
+    int needed = 0;
+    for (int at = 0; at < Offers_->count(); ++at)
+        needed += Offers_->itemAt(at)->widget()->sizeHint().width();
+    const bool fits = needed <= width() * 2 / 3;
+    for (int at = 0; at < Offers_->count(); ++at)
+        Offers_->itemAt(at)->widget()->setVisible(fits);
+    return fits ? needed : 0;
+}
+
+QToolButton* Window::OfferButton(const companion::Offer& offer) {
+    auto* const button = new QToolButton(this);
+    button->setObjectName(QStringLiteral("offer_") + ToQt(offer.Name));
+    button->setText(ToQt(offer.Words));
+    button->setFont(Alarm_->font());
+    button->setFocusPolicy(Qt::NoFocus);
+    button->setFixedHeight(Alarm_->fontMetrics().height() + 2 * Alarm_->margin());
+    QObject::connect(button, &QToolButton::clicked, this, [this, name = offer.Name] { TakeOffer(name); });
+    return button;
+}
+
+void Window::TakeOffer(const Text& offer) {
+    if (OfferTaken)
+        OfferTaken(offer);
+}
+
+int Window::WidthBesideLink() const {
+    return (Menu_->isHidden() ? 0 : Menu_->width()) + (Ports_->isHidden() ? 0 : Ports_->sizeHint().width());
+}
+
+/// Returns the width of what is shown in the notice's line besides its text.
+int Window::WidthBesideNotice() const {
+    int taken = More_->isHidden() ? 0 : More_->width();
+    for (int at = 0; at < Offers_->count(); ++at)
+        if (!Offers_->itemAt(at)->widget()->isHidden())
+            taken += Offers_->itemAt(at)->widget()->sizeHint().width();
+    return taken;
 }
 
 /// A touch screen shows no tooltip, so that the list is the only place where text that was cut can be read.

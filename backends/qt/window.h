@@ -75,7 +75,8 @@ public:
     void FlashLink();
     /// Sets the current notices. The line shows the worst one, and how many warnings and losses there are besides it;
     /// Shift+F4 or a click on that number, or on the "…" beside a single text that is cut, opens the list of all. A
-    /// mere note is shown in the line only if the window is resizable.
+    /// mere note or hint is shown in the line only if the window is resizable. The offers of the notice in the line are
+    /// buttons beside it, as far as there is room, and rows in the list.
     void SetNotices(const companion::Notices& notices);
     /// Called when a long operation continues, or has ended.
     void SetWorking(bool working);
@@ -89,7 +90,9 @@ public:
     QString LinkLine() const { return QString::fromStdString(LinkLine_.Text); }
 
     std::function<void()> ReadingsWanted; ///< called for F4, also in a message box, and for a click on the link's line
+    std::function<void()> PortsWanted;    ///< called for the button beside a link that is off or down
     std::function<void(const Text& about)> NoticeTapped; ///< called when the user chooses a notice
+    std::function<void(const Text& offer)> OfferTaken;   ///< called when the user chooses an offer of a notice, by name
     std::function<void()> CloseRequested;
     std::function<void(std::int32_t code)> KeyPressed; ///< called for a key of the strip
     std::function<void(std::int32_t code)> KeyReleased;
@@ -108,6 +111,11 @@ private:
     QAction* MakeAction(const char* name, const QKeySequence& keys, void (Window::*act)());
     void WantReadings();
     void TapNotice(const Text& about);
+    void TakeOffer(const Text& offer);
+    int ShowOffers();
+    QToolButton* OfferButton(const companion::Offer& offer);
+    int WidthBesideNotice() const;
+    int WidthBesideLink() const;
     void TapLine();
     void OpenNotices();
     void ShowState();
@@ -126,8 +134,11 @@ private:
     WindowMenu* Menu_;
     QAction* Readings_;
     QAction* AllNotices_;
+    QToolButton* Ports_;
     QLabel* Alarm_;
-    QToolButton* More_; ///< opens the list; shown if there is more to read than the line shows
+    QBoxLayout* Offers_;
+    std::vector<companion::Offer> Offered_; ///< those that have a button
+    QToolButton* More_;                     ///< opens the list; shown if there is more to read than the line shows
     NoticeList* List_;
     double Scale_;
     companion::LinkLine LinkLine_;

@@ -26,6 +26,10 @@ public:
     explicit HostPorts(PortPaths paths) : Paths_(std::move(paths)) {}
 
     std::optional<PortTarget> Find(std::int32_t number) override;
+    /// From the next opening on, this number stands for this address.
+    void Pin(std::int32_t number, const PortAddress& address) { Paths_.Pinned[number] = address; }
+    const std::map<std::int32_t, PortAddress>& Pinned() const { return Paths_.Pinned; }
+
     int Descriptor() const override { return Source_ ? Source_->Descriptor() : -1; }
 
 private:

@@ -9,12 +9,12 @@ namespace companion {
 
 using modStringTools::Printable;
 
-namespace {
-
-const char* Word(PortState state) {
+const char* StateWord(PortState state) {
     switch (state) {
     case PortState::Ready:
         return "ready";
+    case PortState::Ours:
+        return "open in this window";
     case PortState::Untried:
         return "looks ready, was not opened";
     case PortState::InUse:
@@ -37,8 +37,10 @@ std::string NumbersText(const std::vector<PortName>& numbers) {
         text += (text.empty() ? "Com" : ", Com") + std::to_string(name.Number);
         text += name.Pinned ? " (pinned)" : "";
     }
-    return text.empty() ? "no number, pin it to use it" : text;
+    return text;
 }
+
+namespace {
 
 std::string NameText(const DeviceName& name) {
     std::string text = name.Vendor;
@@ -55,7 +57,9 @@ std::string Below(const std::string& text) {
 }
 
 std::string RowText(const PortRow& row) {
-    std::string text = Printable(row.Path) + ": " + NumbersText(row.Numbers) + "; " + Word(row.State) + "\n";
+    const std::string numbers = NumbersText(row.Numbers);
+    std::string text = Printable(row.Path) + ": " + (numbers.empty() ? "no number, pin it to use it" : numbers) + "; " +
+                       StateWord(row.State) + "\n";
     text += Below(NameText(row.Name));
     for (const std::string& link : row.Links)
         text += Below("also " + link);

@@ -15,14 +15,16 @@ struct DeviceName {
     std::string SerialNumber;
 };
 
-/// Both are one sentence.
+/// Reason and remedy are one sentence each.
 struct PortTrouble {
     std::string Reason;
     std::string Remedy;
+    std::string Command = {}; ///< the command that the remedy names, for copying; empty if it names none
 };
 
 enum class PortState {
     Ready,   ///< it was opened, and closed again
+    Ours,    ///< this program has it open
     Untried, ///< its permissions allow opening it; it was not opened
     InUse,
     Refused, ///< no permission
@@ -37,13 +39,18 @@ struct PortName {
 };
 
 struct PortRow {
-    std::string Path;               ///< or the address, if it is Elsewhere
-    std::vector<std::string> Links; ///< names in `serial/by-id` that lead to the port
-    DeviceName Name;
-    std::vector<PortName> Numbers;
+    std::string Path;                    ///< or the address, if it is Elsewhere
+    std::vector<std::string> Links = {}; ///< names in `serial/by-id` that lead to the port
+    DeviceName Name = {};
+    std::vector<PortName> Numbers = {};
     PortState State = PortState::Ready;
-    PortTrouble Trouble; ///< empty for Ready, Untried and Elsewhere
+    PortTrouble Trouble = {}; ///< empty for Ready, Ours, Untried and Elsewhere
 };
+
+/// Returns the state in words.
+const char* StateWord(PortState state);
+/// Returns the names of a port: "Com1, Com3 (pinned)"; empty if it has none.
+std::string NumbersText(const std::vector<PortName>& numbers);
 
 /// Returns the text that lists the ports, each line ended.
 std::string PortTable(const std::vector<PortRow>& rows);

@@ -12,7 +12,7 @@ using testing::ElementsAre;
 
 namespace {
 
-class PortNames : public DevicesUnderTest {
+class NamesOfPorts : public DevicesUnderTest {
 protected:
     /// Returns the name of the device that "ComN" means.
     std::string Com(std::int32_t number) {
@@ -28,44 +28,52 @@ protected:
     }
 };
 
-TEST_F(PortNames, ABluetoothPortComesBeforeEverythingElse) {
+TEST_F(NamesOfPorts, ABluetoothPortComesBeforeEverythingElse) {
     Devices({"rfcomm0", "ttyUSB0", "ttyS0"});
     EXPECT_EQ(Com(1), "rfcomm0");
 }
 
-TEST_F(PortNames, ABluetoothPortIsNumberedByItself) {
+TEST_F(NamesOfPorts, ABluetoothPortIsNumberedByItself) {
     Devices({"rfcomm4"});
     EXPECT_EQ(Com(5), "rfcomm4");
     EXPECT_EQ(Com(1), "none");
     EXPECT_EQ(Com(4), "none");
 }
 
-TEST_F(PortNames, AdaptersAreCountedWithoutGapsTtyUsbFirst) {
+TEST_F(NamesOfPorts, AdaptersAreCountedWithoutGapsTtyUsbFirst) {
     Devices({"ttyACM0", "ttyACM2", "ttyUSB1", "ttyUSB5"});
     EXPECT_THAT(FirstComs(5), ElementsAre("ttyUSB1", "ttyUSB5", "ttyACM0", "ttyACM2", "none"));
 }
 
-TEST_F(PortNames, AdaptersAreInNumericOrder) {
+TEST_F(NamesOfPorts, AdaptersAreInNumericOrder) {
     Devices({"ttyUSB10", "ttyUSB9", "ttyUSB2", "ttyUSB100"});
     EXPECT_THAT(FirstComs(4), ElementsAre("ttyUSB2", "ttyUSB9", "ttyUSB10", "ttyUSB100"));
 }
 
-TEST_F(PortNames, APortOfTheBoardComesAfterTheAdapters) {
-    Devices({"ttyUSB0", "ttyS0", "ttyS1", "ttyS9"});
-    EXPECT_EQ(Com(1), "ttyUSB0");
-    EXPECT_EQ(Com(2), "ttyS1");
-    EXPECT_EQ(Com(3), "none");
-    EXPECT_EQ(Com(10), "ttyS9");
+TEST_F(NamesOfPorts, APortOfTheBoardIsNeverTakenUnasked) {
+    Devices({"ttyS0", "ttyS1"});
+    EXPECT_THAT(FirstComs(2), ElementsAre("none", "none"));
+    Device("ttyUSB0");
+    EXPECT_THAT(FirstComs(2), ElementsAre("ttyUSB0", "none"));
 }
 
-TEST_F(PortNames, ABluetoothPortDoesNotMoveTheAdapters) {
+TEST_F(NamesOfPorts, ListsWhatIsPluggedInWithTheNamesOfAdapters) {
+    Devices({"ttyS0", "ttyUSB1", "rfcomm0", "null"});
+    ById("usb-Example-if00", "../../ttyUSB1");
+    const std::string dev = Dev.Path() + "/";
+    EXPECT_THAT(PortNames(Dev.Path()),
+                ElementsAre(dev + "rfcomm0", dev + "ttyUSB1", dev + "ttyS0", dev + "serial/by-id/usb-Example-if00"));
+    EXPECT_THAT(Adapters(Dev.Path()), ElementsAre(dev + "rfcomm0", dev + "ttyUSB1"));
+}
+
+TEST_F(NamesOfPorts, ABluetoothPortDoesNotMoveTheAdapters) {
     Devices({"ttyUSB0", "ttyUSB1"});
     EXPECT_EQ(Com(2), "ttyUSB1");
     Device("rfcomm0");
     EXPECT_THAT(FirstComs(3), ElementsAre("rfcomm0", "ttyUSB1", "none"));
 }
 
-TEST_F(PortNames, EachAskingLooksAnew) {
+TEST_F(NamesOfPorts, EachAskingLooksAnew) {
     EXPECT_EQ(Com(1), "none");
     Device("ttyUSB0");
     EXPECT_EQ(Com(1), "ttyUSB0");
@@ -73,19 +81,19 @@ TEST_F(PortNames, EachAskingLooksAnew) {
     EXPECT_EQ(Com(1), "none");
 }
 
-TEST_F(PortNames, NumbersThatNoPortHasMeanNoDevice) {
+TEST_F(NamesOfPorts, NumbersThatNoPortHasMeanNoDevice) {
     Devices({"rfcomm0", "ttyUSB0", "ttyS0"});
     for (const std::int32_t number :
          {0, -1, std::numeric_limits<std::int32_t>::min(), std::numeric_limits<std::int32_t>::max()})
         EXPECT_EQ(Com(number), "none") << number;
 }
 
-TEST_F(PortNames, NamesThatOnlyLookAlikeDoNotCount) {
+TEST_F(NamesOfPorts, NamesThatOnlyLookAlikeDoNotCount) {
     Devices({"ttyUSB", "ttyUSBx", "ttyUSB01", "ttyUSB-1", "ttyUSB1a", "xttyUSB0", "ttyusb0"});
     EXPECT_EQ(Com(1), "none");
 }
 
-TEST_F(PortNames, WhatIsNoDeviceDoesNotCount) {
+TEST_F(NamesOfPorts, WhatIsNoDeviceDoesNotCount) {
     Dev.Put("ttyUSB0", "left by a redirection");
     Dev.Put("rfcomm0", "");
     Dev.Link("nowhere", "ttyUSB1");
@@ -95,7 +103,7 @@ TEST_F(PortNames, WhatIsNoDeviceDoesNotCount) {
     EXPECT_EQ(Com(1), "ttyUSB2");
 }
 
-TEST_F(PortNames, AFolderThatIsNotThereHasNoDevice) {
+TEST_F(NamesOfPorts, AFolderThatIsNotThereHasNoDevice) {
     EXPECT_EQ(PortPath(1, Dev.Path("missing")), "");
 }
 

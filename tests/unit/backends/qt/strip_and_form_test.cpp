@@ -12,6 +12,7 @@
 #include <QLabel>
 #include <QListWidget>
 #include <QMenuBar>
+#include <QPointer>
 #include <QProcess>
 #include <QToolButton>
 
@@ -244,6 +245,49 @@ TEST_F(StatusArea, ListsItsNoticesForWhoHasAKeyboardAlone) {
     EXPECT_EQ(Rows().count(), 2) << "there is nothing to be done about a driver";
     Press(Rows(), Qt::Key_Escape);
     EXPECT_FALSE(List().isVisible());
+    EXPECT_EQ(Line().text(), QStringLiteral("Another driver's"));
+}
+
+TEST_F(StatusArea, HasAButtonForEachOfferOfItsNotice) {
+    const companion::Notice hint{.About = u"hint",
+                                 .Weight = companion::Severity::Hint,
+                                 .Words = u"No port is chosen",
+                                 .Stands = companion::Until::Withdrawn,
+                                 .Offers = {{u"ports", u"Choose a port…"}, {u"nohints", u"No hints"}}};
+    Text taken;
+    Form().OfferTaken = [&taken](const Text& offer) { taken = offer; };
+    Raise(hint);
+    EXPECT_EQ(Line().text(), QStringLiteral("No port is chosen"));
+    const QPointer<QToolButton> button = Form().findChild<QToolButton*>(QStringLiteral("offer_ports"));
+    ASSERT_NE(button, nullptr);
+    ASSERT_TRUE(button->isVisible());
+    EXPECT_EQ(button->text(), QStringLiteral("Choose a port…"));
+    Click(*button, button->rect().center());
+    EXPECT_EQ(taken, u"ports");
+    Raise(Driver);
+    EXPECT_TRUE(button.isNull() || !button->isVisible());
+}
+
+TEST_F(StatusArea, ListsTheOffersForWhoHasAKeyboardAlone) {
+    companion::Notice hint = Driver;
+    hint.Offers = {{u"ports", u"Choose a port…"}};
+    Text taken;
+    Form().OfferTaken = [&taken](const Text& offer) { taken = offer; };
+    Raise(hint);
+    Press(Form(), Qt::Key_F4, Qt::ShiftModifier);
+    EXPECT_EQ(Listed(), (QStringList{QStringLiteral("Another driver's"), QStringLiteral("    → Choose a port…")}));
+    Press(Rows(), Qt::Key_Down);
+    Press(Rows(), Qt::Key_Return);
+    EXPECT_EQ(taken, u"ports");
+    EXPECT_FALSE(List().isVisible()) << "it would cover what the offer opens";
+}
+
+TEST_F(StatusArea, LeavesTheOffersToTheListWhereThereIsNoRoom) {
+    companion::Notice hint = Driver;
+    hint.Offers = {{u"ports", Text(60, u'W')}};
+    Raise(hint);
+    EXPECT_FALSE(Form().findChild<QToolButton*>(QStringLiteral("offer_ports"))->isVisible());
+    EXPECT_TRUE(More().isVisible());
     EXPECT_EQ(Line().text(), QStringLiteral("Another driver's"));
 }
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "backends/linux/tones.h"
+#include "backends/sound/tones.h"
 
 #include "tests/support/printed_rows.h"
-#include "tests/unit/backends/linux/crossings.h"
+#include "tests/unit/backends/sound/crossings.h"
 
 #include <algorithm>
 #include <chrono>

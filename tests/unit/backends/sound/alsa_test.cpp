@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The samples that reach an audio device, which is a file here.
 #include "tests/support/temporary_root.h"
-#include "tests/unit/backends/linux/crossings.h"
+#include "tests/unit/backends/sound/crossings.h"
 
 #include <array>
 #include <chrono>

@@ -2,7 +2,7 @@
 // Plays tones for the tests of sound: tone_program wait|leave|hang DEVICE [HERTZ MILLISECONDS]... "wait" ends when
 // everything has been played, "leave" at once; "hang" has an audio device that never returns, and ends at once. Prints
 // a line on standard output when all tones have been ordered.
-#include "backends/linux/tones.h"
+#include "backends/sound/tones.h"
 
 #include <chrono>
 #include <cstdlib>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "backends/linux/tones.h"
+#include "backends/sound/tones.h"
 
 #include <algorithm>
 #include <alsa/asoundlib.h>

@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: MIT
+// Shows a person who is new to the program what the next step is.
+#pragma once
+
+#include "apps/quorin/window_settings.h"
+#include "backends/loop/back_end.h"
+#include "companion/hints.h"
+#include "src/view/screen_table.h"
+
+#include <functional>
+#include <string>
+
+namespace quorin {
+
+/// Looks at the form in each round of the loop, and remembers what was done in the window's settings.
+class WindowHints final : public backends::EventSource {
+public:
+    /// `portTrouble` returns what keeps the port from opening (companion::Surroundings).
+    WindowHints(backends::BackEnd& device, WindowSettings& settings, std::function<std::string()> portTrouble);
+
+    bool RaiseWhatIsPending() override;
+
+    /// Finds out whether a driver is installed by now; it does so itself when another screen appears.
+    void LookForDriver();
+
+    bool AreOn() const { return Hints_.IsOn(); }
+    /// Shows hints or not, in this run and in later ones.
+    void SetOn(bool on);
+
+private:
+    companion::Surroundings Look();
+
+    backends::BackEnd& Device_;
+    WindowSettings& Settings_;
+    std::function<std::string()> PortTrouble_;
+    companion::Hints Hints_;
+    modQuorin::ScreenId SeenScreen_ = 0;
+    bool HasDriver_ = true; ///< when the screen appeared; true if nobody asks for it
+};
+
+} // namespace quorin

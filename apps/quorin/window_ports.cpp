@@ -1,0 +1,151 @@
+// SPDX-License-Identifier: MIT
+#include "apps/quorin/window_ports.h"
+
+#include "backends/linux/port_names.h"
+#include "companion/words.h"
+#include "src/link/ports.h"
+#include "src/link/receive.h"
+#include "src/storage/settings.h"
+#include "src/view/navigation.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <system_error>
+
+namespace quorin {
+
+using backends::PortAddress;
+using modStringTools::FromBytes;
+
+namespace {
+
+constexpr std::int32_t LastNumber = 127; ///< the highest that the application offers
+constexpr auto BetweenLooks = std::chrono::seconds(2);
+
+std::string PinName(std::int32_t number) {
+    return "Pin" + std::to_string(number);
+}
+
+std::string Canonical(const std::string& path) {
+    std::error_code failed;
+    const auto canonical = std::filesystem::canonical(path, failed);
+    return failed ? path : canonical.string();
+}
+
+std::string BareName(const std::string& path) {
+    return path.substr(path.rfind('/') + 1);
+}
+
+} // namespace
+
+std::map<std::int32_t, PortAddress> PinsWith(const WindowSettings& settings,
+                                             std::map<std::int32_t, PortAddress> given) {
+    for (std::int32_t number = 1; number <= LastNumber; ++number)
+        if (const std::string pin = settings.Get(PinName(number)); !pin.empty())
+            if (const backends::AddressReading read = backends::ReadAddress(pin); read.Address)
+                given.emplace(number, *read.Address);
+    return given;
+}
+
+WindowPorts::WindowPorts(backends::qt::QtPlatform& device, WindowSettings& settings, std::function<bool()> isSilent)
+    : Device_(device), Settings_(settings), IsSilent_(std::move(isSilent)) {
+    device.loop.Listen(*this);
+}
+
+std::vector<companion::PortRow> WindowPorts::Rows() const {
+    backends::PortSurvey survey = Survey;
+    survey.Pinned = Device_.host.ports.Pinned();
+    survey.Own = Device_.serial.PortOpen() ? Device_.serial.Address() : std::string();
+    return backends::SerialPorts(survey);
+}
+
+void WindowPorts::OpenDialog() {
+    if (!Dialog_)
+        Dialog_.emplace(backends::qt::PortsOfMachine{
+                            .Survey = [this] { return Rows(); },
+                            .Names = [this] { return backends::PortNames(Survey.DeviceFolder); },
+                            .Use = [this](const companion::PortChoice& choice) { Use(choice); },
+                            .Listen = [this](const std::vector<std::string>& paths) { Probe_.Start(paths); },
+                            .Heard = [this] { return Probe_.Counts(); },
+                        },
+                        Device_.window);
+    Dialog_->Open();
+}
+
+/// A link that is open with another device is dropped as if that had been unplugged: the next tick opens the chosen
+/// one.
+void WindowPorts::Use(const companion::PortChoice& choice) {
+    const backends::AddressReading read = backends::ReadAddress(choice.Address);
+    if (!read.Address)
+        return;
+    Device_.host.ports.Pin(choice.Number, *read.Address);
+    Settings_.Save(PinName(choice.Number), choice.Address);
+    modQuorin::SaveSetting(u"ComPort", u"Com" + modStringTools::NumberText(choice.Number));
+    if (Device_.serial.PortOpen() && Canonical(Device_.serial.Address()) != Canonical(choice.Address))
+        Device_.serial.Drop();
+    DropOffer();
+}
+
+bool WindowPorts::IsInUse(const std::string& path) const {
+    return Device_.serial.PortOpen() && Canonical(Device_.serial.Address()) == Canonical(path);
+}
+
+void WindowPorts::Offer(const std::string& path, const Text& words) {
+    Offered_ = path;
+    Device_.onlooker.notices.Raise(companion::PortOffered(words));
+}
+
+void WindowPorts::UseOffered() {
+    const std::vector<companion::PortRow> rows = Rows();
+    const auto row = std::find_if(rows.begin(), rows.end(),
+                                  [this](const companion::PortRow& each) { return each.Path == Offered_; });
+    if (row != rows.end())
+        Use(companion::ChoiceOf(rows, static_cast<std::size_t>(row - rows.begin())));
+    DropOffer();
+}
+
+void WindowPorts::DropOffer() {
+    Refused_ = Offered_;
+    Offered_.clear();
+    Device_.onlooker.notices.Withdraw(companion::AboutAdapter);
+}
+
+/// The adapter that the chosen name means already needs no offer: the link's next tick opens it.
+void WindowPorts::OfferArrival(const std::vector<std::string>& adapters) {
+    for (const std::string& path : PluggedIn_.Look(adapters)) {
+        if (!IsSilent_() || path == Canonical(Device_.serial.Address()))
+            continue;
+        const std::string product = companion::ProductOf(Survey.Describe(path));
+        Refused_.clear();
+        Offer(path,
+              FromBytes(BareName(path) + (product.empty() ? "" : " (" + product + ")")) + u" was plugged in. Use it?");
+    }
+}
+
+/// A machine without an adapter may have a port of its own. It may be the console, so that a person has to choose it.
+void WindowPorts::OfferBoardPort(const std::vector<std::string>& adapters) {
+    const bool isWanted = modBluetooth::Receive.LinkWanted && Device_.serial.Address().empty() &&
+                          modBluetooth::KindOf(modBluetooth::StoredPort()) == modBluetooth::LinkKind::Serial;
+    if (!isWanted || !adapters.empty() || !Offered_.empty())
+        return;
+    for (const std::string& path : backends::BoardPorts(Survey.DeviceFolder, Survey.SystemFolder))
+        if (path != Refused_)
+            return Offer(path, u"No adapter is plugged in. This machine has a port of its own, " + FromBytes(path) +
+                                   u". Use it?");
+}
+
+bool WindowPorts::RaiseWhatIsPending() {
+    const auto now = std::chrono::steady_clock::now();
+    if (now - LastLook_ < BetweenLooks)
+        return false;
+    LastLook_ = now;
+    const std::vector<std::string> adapters = backends::Adapters(Survey.DeviceFolder);
+    OfferArrival(adapters);
+    OfferBoardPort(adapters);
+    const bool isThere = std::filesystem::exists(Offered_);
+    if (!Offered_.empty() && (!isThere || IsInUse(Offered_)))
+        DropOffer();
+    return false;
+}
+
+} // namespace quorin

@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: MIT
+// The ports of the machine for the window: the dialog in which one is chosen, what was chosen in earlier runs, and the
+// offer to use an adapter that is plugged in.
+#pragma once
+
+#include "apps/quorin/window_settings.h"
+#include "backends/linux/port_list.h"
+#include "backends/qt/ports_dialog.h"
+#include "backends/qt/qt_platform.h"
+#include "backends/serial/port_probe.h"
+#include "companion/ports/port_choice.h"
+
+#include <chrono>
+#include <functional>
+#include <map>
+#include <optional>
+#include <string>
+
+namespace quorin {
+
+/// Returns the pins that are remembered, and those of the command line in place of them.
+std::map<std::int32_t, backends::PortAddress> PinsWith(const WindowSettings& settings,
+                                                       std::map<std::int32_t, backends::PortAddress> given);
+
+class WindowPorts final : public backends::EventSource {
+public:
+    /// `isSilent`: true if nothing has been received for a while, or the link is down.
+    WindowPorts(backends::qt::QtPlatform& device, WindowSettings& settings, std::function<bool()> isSilent);
+
+    void OpenDialog();
+    /// Uses the adapter that was offered last.
+    void UseOffered();
+    /// Withdraws that offer until another adapter is plugged in.
+    void DropOffer();
+
+    backends::PortSurvey Survey; ///< where the ports are looked for
+
+    /// Looks at what is plugged in in the next round, and not only when two seconds have passed.
+    void LookSoon() { LastLook_ = {}; }
+
+    bool RaiseWhatIsPending() override;
+
+private:
+    std::vector<companion::PortRow> Rows() const;
+    void Use(const companion::PortChoice& choice);
+    void OfferArrival(const std::vector<std::string>& adapters);
+    void OfferBoardPort(const std::vector<std::string>& adapters);
+    void Offer(const std::string& path, const Text& words);
+    bool IsInUse(const std::string& path) const;
+
+    backends::qt::QtPlatform& Device_;
+    WindowSettings& Settings_;
+    std::function<bool()> IsSilent_;
+    backends::PortProbe Probe_;
+    std::optional<backends::qt::PortsDialog> Dialog_; ///< none until a person opens it
+    companion::PluggedIn PluggedIn_;
+    std::string Offered_; ///< the path of the port that is offered; empty for none
+    std::string Refused_; ///< the one that a person did not want
+    std::chrono::steady_clock::time_point LastLook_{};
+};
+
+} // namespace quorin

@@ -1,0 +1,209 @@
+// SPDX-License-Identifier: MIT
+#include "backends/qt/ports_dialog.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QCloseEvent>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QShortcut>
+#include <QVBoxLayout>
+
+#include <array>
+
+namespace backends::qt {
+
+namespace {
+
+using companion::PortRow;
+using companion::PortState;
+
+constexpr int LookInterval = 1000;                  // milliseconds between two looks at what is plugged in
+constexpr int CountInterval = 200;                  // milliseconds between two counts
+constexpr std::array Widths = {22, 22, 14, 28, 12}; // characters of each column
+constexpr int HeardColumn = 4;
+
+const QString NoPort =
+    QStringLiteral("There is no serial port on this machine. Plug an adapter in, or bind a Bluetooth "
+                   "device by rfcomm: it appears here.");
+const QString AboutBoard = QStringLiteral("This is a port of the machine's board. The machine's console may be on it, so "
+                                          "that it is used only if you choose it.");
+const QString AboutListening = QStringLiteral("What arrives meanwhile is counted only; it is no reading.");
+
+QString Shown(const std::string& text) {
+    return QString::fromStdString(text);
+}
+
+/// Only a device that this program may open and nobody uses is looked at; a port of the board may be the console.
+bool CanBeHeard(const PortRow& row) {
+    return row.State == PortState::Ready;
+}
+
+} // namespace
+
+PortsDialog::PortsDialog(PortsOfMachine machine, QWidget& form)
+    : QWidget(&form, Qt::Dialog), Machine_(std::move(machine)) {
+    setObjectName(QStringLiteral("ports"));
+    setWindowTitle(QStringLiteral("Ports"));
+    auto* const column = new QVBoxLayout(this);
+    List_ = new QTreeWidget(this);
+    List_->setAccessibleName(QStringLiteral("Ports of this machine"));
+    List_->setRootIsDecorated(false);
+    List_->setAllColumnsShowFocus(true);
+    List_->setHeaderLabels({QStringLiteral("Port"), QStringLiteral("Product"), QStringLiteral("Name"),
+                            QStringLiteral("State"), QStringLiteral("Characters")});
+    for (int at = 0; at < static_cast<int>(Widths.size()); ++at)
+        List_->setColumnWidth(at, Widths[static_cast<std::size_t>(at)] * List_->fontMetrics().averageCharWidth());
+    column->addWidget(List_, 1);
+    Details_ = new QLabel(this);
+    Details_->setObjectName(QStringLiteral("portDetails"));
+    Details_->setTextFormat(Qt::PlainText);
+    Details_->setWordWrap(true);
+    Details_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    column->addWidget(Details_);
+    MakeButtons();
+    Changes_ = new QTimer(this);
+    Changes_->setInterval(LookInterval);
+    Hearing_ = new QTimer(this);
+    Hearing_->setInterval(CountInterval);
+    QObject::connect(Changes_, &QTimer::timeout, this, [this] { LookForChanges(); });
+    QObject::connect(Hearing_, &QTimer::timeout, this, [this] { ShowHeard(); });
+    QObject::connect(List_, &QTreeWidget::currentItemChanged, this, [this] { ShowDetails(); });
+    QObject::connect(List_, &QTreeWidget::itemActivated, this, [this] { UseSelected(); });
+    auto* const escape = new QShortcut(QKeySequence(Qt::Key_Escape), this);
+    QObject::connect(escape, &QShortcut::activated, this, [this] { close(); });
+    resize(100 * List_->fontMetrics().averageCharWidth(), 18 * List_->fontMetrics().height());
+}
+
+void PortsDialog::MakeButtons() {
+    auto* const row = new QHBoxLayout;
+    Use_ = new QPushButton(QStringLiteral("&Use this one"), this);
+    Use_->setObjectName(QStringLiteral("usePort"));
+    Listen_ = new QPushButton(QStringLiteral("&Look for characters (3 s)"), this);
+    Listen_->setObjectName(QStringLiteral("listenPorts"));
+    Listen_->setToolTip(AboutListening);
+    Listen_->setAccessibleDescription(AboutListening);
+    Copy_ = new QPushButton(QStringLiteral("&Copy the command"), this);
+    Copy_->setObjectName(QStringLiteral("copyRemedy"));
+    auto* const done = new QPushButton(QStringLiteral("Close"), this);
+    for (QPushButton* const button : {Use_, Listen_, Copy_, done})
+        row->addWidget(button);
+    row->insertStretch(3);
+    static_cast<QVBoxLayout*>(layout())->addLayout(row);
+    QObject::connect(Use_, &QPushButton::clicked, this, [this] { UseSelected(); });
+    QObject::connect(Listen_, &QPushButton::clicked, this, [this] { StartListening(); });
+    QObject::connect(Copy_, &QPushButton::clicked, this, [this] {
+        if (const int at = Selected(); at >= 0)
+            QApplication::clipboard()->setText(Shown(Rows_[static_cast<std::size_t>(at)].Trouble.Command));
+    });
+    QObject::connect(done, &QPushButton::clicked, this, [this] { close(); });
+}
+
+void PortsDialog::Open() {
+    if (!isVisible())
+        Survey();
+    show();
+    raise();
+    activateWindow();
+    List_->setFocus();
+    Changes_->start();
+}
+
+void PortsDialog::closeEvent(QCloseEvent* event) {
+    Changes_->stop();
+    StopListening();
+    event->accept();
+}
+
+void PortsDialog::LookForChanges() {
+    if (!Hearing_->isActive() && Machine_.Names() != Names_)
+        Survey();
+}
+
+void PortsDialog::Survey() {
+    Names_ = Machine_.Names();
+    Rows_ = Machine_.Survey();
+    ShowRows();
+}
+
+/// The selected port stays selected.
+void PortsDialog::ShowRows() {
+    const QString selected = List_->currentItem() == nullptr ? QString() : List_->currentItem()->text(0);
+    List_->clear();
+    for (const PortRow& row : Rows_) {
+        auto* const item = new QTreeWidgetItem(List_, {Shown(row.Path), Shown(companion::ProductOf(row.Name)),
+                                                       Shown(companion::NumbersText(row.Numbers)),
+                                                       QString::fromLatin1(companion::StateWord(row.State))});
+        item->setToolTip(1, Shown(row.Name.Vendor + " " + row.Name.Model + " " + row.Name.SerialNumber).trimmed());
+        if (item->text(0) == selected)
+            List_->setCurrentItem(item);
+    }
+    if (List_->currentItem() == nullptr && List_->topLevelItemCount() > 0)
+        List_->setCurrentItem(List_->topLevelItem(0));
+    ShowDetails();
+}
+
+int PortsDialog::Selected() const {
+    return List_->indexOfTopLevelItem(List_->currentItem());
+}
+
+void PortsDialog::ShowDetails() {
+    const int at = Selected();
+    const bool isRow = at >= 0 && at < static_cast<int>(Rows_.size());
+    const PortRow row = isRow ? Rows_[static_cast<std::size_t>(at)] : PortRow{};
+    const QString trouble = Shown(row.Trouble.Reason + (row.Trouble.Remedy.empty() ? "" : " " + row.Trouble.Remedy));
+    const QString words = row.State == PortState::Untried ? AboutBoard : trouble;
+    Details_->setText(Rows_.empty() ? NoPort : words);
+    Use_->setEnabled(isRow);
+    Copy_->setVisible(!row.Trouble.Command.empty());
+    bool anyCanBeHeard = false;
+    for (const PortRow& each : Rows_)
+        anyCanBeHeard = anyCanBeHeard || CanBeHeard(each);
+    Listen_->setEnabled(anyCanBeHeard && !Hearing_->isActive());
+}
+
+void PortsDialog::UseSelected() {
+    const int at = Selected();
+    if (at < 0 || at >= static_cast<int>(Rows_.size()))
+        return;
+    StopListening(); // otherwise the form could not open the port
+    Machine_.Use(companion::ChoiceOf(Rows_, static_cast<std::size_t>(at)));
+    Survey();
+}
+
+void PortsDialog::StartListening() {
+    std::vector<std::string> paths;
+    for (const PortRow& row : Rows_)
+        if (CanBeHeard(row))
+            paths.push_back(row.Path);
+    Machine_.Listen(paths);
+    HearingLeft_ = ListeningTime;
+    Hearing_->start();
+    Details_->setText(AboutListening);
+    Listen_->setEnabled(false);
+    ShowHeard();
+}
+
+void PortsDialog::ShowHeard() {
+    const std::map<std::string, std::size_t> heard = Machine_.Heard();
+    for (int at = 0; at < List_->topLevelItemCount(); ++at) {
+        QTreeWidgetItem* const item = List_->topLevelItem(at);
+        const auto found = heard.find(item->text(0).toStdString());
+        if (found != heard.end())
+            item->setText(HeardColumn, found->second == 0 ? QStringLiteral("none") : QString::number(found->second));
+    }
+    HearingLeft_ -= CountInterval;
+    if (HearingLeft_ <= 0)
+        StopListening();
+}
+
+/// The counts stay in the list.
+void PortsDialog::StopListening() {
+    if (!Hearing_->isActive())
+        return;
+    Hearing_->stop();
+    Machine_.Listen({});
+    ShowDetails();
+}
+
+} // namespace backends::qt

@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: MIT
+// The list of the machine's ports, in which a person chooses one.
+#pragma once
+
+#include "companion/ports/port_choice.h"
+
+#include <QLabel>
+#include <QPushButton>
+#include <QTimer>
+#include <QTreeWidget>
+#include <QWidget>
+
+#include <cstddef>
+#include <functional>
+#include <map>
+#include <string>
+#include <vector>
+
+namespace backends::qt {
+
+/// What the dialog asks of the program.
+struct PortsOfMachine {
+    std::function<std::vector<companion::PortRow>()> Survey; ///< opens and closes devices
+    std::function<std::vector<std::string>()> Names;         ///< of what is plugged in; opens nothing
+    std::function<void(const companion::PortChoice& choice)> Use;
+    /// Counts what arrives at these devices until an empty list is given.
+    std::function<void(const std::vector<std::string>& paths)> Listen;
+    std::function<std::map<std::string, std::size_t>()> Heard; ///< since Listen
+};
+
+class PortsDialog final : public QWidget {
+public:
+    /// How long it is looked at which ports characters come in.
+    static constexpr int ListeningTime = 3000; // milliseconds
+
+    PortsDialog(PortsOfMachine machine, QWidget& form);
+
+    /// Opens the dialog, or brings it to the front.
+    void Open();
+    /// Lists the ports again.
+    void Survey();
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    void MakeButtons();
+    void LookForChanges();
+    void ShowRows();
+    void ShowDetails();
+    void UseSelected();
+    void StartListening();
+    void ShowHeard();
+    void StopListening();
+    int Selected() const;
+
+    PortsOfMachine Machine_;
+    std::vector<companion::PortRow> Rows_;
+    std::vector<std::string> Names_; ///< at the last survey
+    QTreeWidget* List_;
+    QLabel* Details_;
+    QPushButton* Copy_;
+    QPushButton* Listen_;
+    QPushButton* Use_;
+    QTimer* Changes_;
+    QTimer* Hearing_;
+    int HearingLeft_ = 0; ///< milliseconds
+};
+
+} // namespace backends::qt

@@ -1,0 +1,145 @@
+// SPDX-License-Identifier: MIT
+#include "apps/quorin/window_ports.h"
+
+#include "companion/words.h"
+#include "src/link/receive.h"
+#include "src/storage/settings.h"
+#include "tests/support/in_a_window.h"
+#include "tests/support/plugged_instrument.h"
+#include "tests/support/temporary_root.h"
+
+#include <QPushButton>
+#include <QTreeWidget>
+
+namespace quorin {
+namespace {
+
+using testing::ElementsAre;
+using testing::Pair;
+
+class PortsOfTheWindow : public windowtest::InAWindow {
+protected:
+    PortsOfTheWindow() {
+        Ports.Survey.DeviceFolder = Dev.Path();
+        Ports.Survey.SystemFolder = Sys.Path();
+        Ports.Survey.Describe = [](const std::string&) { return companion::DeviceName{"", "FT232R", ""}; };
+        Look();
+    }
+    /// Looks at what is plugged in, as the program does every two seconds.
+    void Look() {
+        Ports.LookSoon();
+        Settle();
+    }
+    std::string PlugIn(const std::string& name) {
+        Dev.Link(Adapter.Path(), name);
+        Look();
+        return Dev.Path(name);
+    }
+    Text Offered() const {
+        for (const companion::Notice& notice : Device.Platform.onlooker.notices.Standing())
+            if (notice.About == companion::AboutAdapter)
+                return notice.Words;
+        return u"nothing";
+    }
+    Text Stored() const { return modQuorin::GetSetting(u"ComPort", u"none"); }
+
+    TemporaryRoot Dev;
+    TemporaryRoot Sys;
+    PseudoTerminal Adapter;
+    bool IsSilent = true;
+    WindowSettings Remembered{Device.Folder.Path() / "settings.ini"};
+    WindowPorts Ports{Device.Platform, Remembered, [this] { return IsSilent; }};
+};
+
+TEST_F(PortsOfTheWindow, AnAdapterThatIsPluggedInIsOffered) {
+    const std::string path = PlugIn("ttyUSB0");
+    EXPECT_EQ(Offered(), u"ttyUSB0 (FT232R) was plugged in. Use it?");
+    Ports.UseOffered();
+    EXPECT_EQ(Offered(), u"nothing");
+    EXPECT_EQ(Stored(), u"Com1");
+    EXPECT_THAT(Device.Host.ports.Pinned(), ElementsAre(Pair(1, backends::PathAddress(path))));
+}
+
+TEST_F(PortsOfTheWindow, NoneIsOfferedWhileReadingsArrive) {
+    IsSilent = false;
+    PlugIn("ttyUSB0");
+    EXPECT_EQ(Offered(), u"nothing");
+}
+
+TEST_F(PortsOfTheWindow, AnOfferEndsWithItsAdapter) {
+    PlugIn("ttyUSB0");
+    std::filesystem::remove(Dev.Path("ttyUSB0"));
+    Look();
+    EXPECT_EQ(Offered(), u"nothing");
+}
+
+TEST_F(PortsOfTheWindow, AnOfferThatIsNotWantedIsNotRepeated) {
+    PlugIn("ttyUSB0");
+    Ports.DropOffer();
+    Look();
+    EXPECT_EQ(Offered(), u"nothing");
+    EXPECT_EQ(Stored(), u"none");
+}
+
+TEST_F(PortsOfTheWindow, TheChoiceIsRememberedForTheNextRun) {
+    const std::string path = PlugIn("ttyUSB0");
+    Ports.UseOffered();
+    const WindowSettings later(Device.Folder.Path() / "settings.ini");
+    EXPECT_THAT(PinsWith(later, {}), ElementsAre(Pair(1, backends::PathAddress(path))));
+    const auto other = backends::PathAddress("/dev/other");
+    EXPECT_THAT(PinsWith(later, {{1, other}}), ElementsAre(Pair(1, other))) << "the command line comes first";
+}
+
+TEST_F(PortsOfTheWindow, TheBoardsPortIsOfferedWhereThereIsNoAdapter) {
+    Dev.Link(Adapter.Path(), "ttyS0");
+    Sys.Put("class/tty/ttyS0/type", "4\n");
+    modQuorin::SaveSetting(u"ComPort", u"Com1");
+    Look();
+    EXPECT_EQ(Offered(), u"nothing") << "no record wants the link";
+    OpenRecord();
+    modBluetooth::Receive.LinkWanted = true;
+    Look();
+    EXPECT_EQ(Offered(), u"No adapter is plugged in. This machine has a port of its own, " +
+                             modStringTools::FromBytes(Dev.Path("ttyS0")) + u". Use it?");
+    Ports.DropOffer();
+    Look();
+    EXPECT_EQ(Offered(), u"nothing");
+    Dev.Link(Adapter.Path(), "ttyUSB0");
+    Ports.DropOffer();
+    Look();
+    EXPECT_NE(Offered().find(u"ttyUSB0"), Text::npos);
+}
+
+TEST_F(PortsOfTheWindow, AnotherPortTakesThePlaceOfTheOpenOne) {
+    PseudoTerminal first;
+    Device.Host.ports.Pin(1, backends::PathAddress(first.Path()));
+    modQuorin::SaveSetting(u"ComPort", u"Com1");
+    OpenRecord();
+    modBluetooth::Receive.LinkWanted = true;
+    Pass(600);
+    ASSERT_TRUE(Device.Platform.serial.PortOpen());
+    PlugIn("ttyUSB0");
+    Ports.UseOffered();
+    Pass(1100);
+    EXPECT_TRUE(Device.Platform.serial.PortOpen());
+    EXPECT_EQ(Device.Platform.serial.Address(), Dev.Path("ttyUSB0"));
+}
+
+TEST_F(PortsOfTheWindow, TheDialogListsThem) {
+    PlugIn("ttyUSB0");
+    Ports.OpenDialog();
+    auto* const dialog = Form().findChild<QWidget*>(QStringLiteral("ports"), Qt::FindDirectChildrenOnly);
+    QWidget* shown = dialog;
+    for (QWidget* const widget : QApplication::topLevelWidgets())
+        if (widget->objectName() == QStringLiteral("ports") && widget->isWindow())
+            shown = widget;
+    ASSERT_NE(shown, nullptr);
+    auto* const list = shown->findChild<QTreeWidget*>();
+    ASSERT_EQ(list->topLevelItemCount(), 1);
+    EXPECT_EQ(list->topLevelItem(0)->text(1), QStringLiteral("FT232R"));
+    shown->findChild<QPushButton*>(QStringLiteral("usePort"))->click();
+    EXPECT_EQ(Stored(), u"Com1");
+}
+
+} // namespace
+} // namespace quorin

@@ -1,0 +1,148 @@
+// SPDX-License-Identifier: MIT
+#include "backends/qt/ports_dialog.h"
+
+#include "tests/support/in_a_window.h"
+
+#include <QApplication>
+#include <QClipboard>
+
+namespace windowtest {
+namespace {
+
+using backends::qt::PortsDialog;
+using companion::PortChoice;
+using companion::PortRow;
+using companion::PortState;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+/// A machine with an adapter that is ready, one that the user may not open, and a port of the board.
+class DialogOfPorts : public InAWindow {
+protected:
+    DialogOfPorts() {
+        PortRow ready{.Path = "/dev/ttyUSB0"};
+        ready.Name = {"Example Works", "Serial Adapter", "A1"};
+        ready.Numbers = {{1, false}};
+        ready.Links = {"/dev/serial/by-id/usb-Example-if00"};
+        PortRow refused{.Path = "/dev/ttyUSB1"};
+        refused.State = PortState::Refused;
+        refused.Trouble = {"You are not in the group dialout.", "Join it with: sudo usermod", "sudo usermod"};
+        PortRow board{.Path = "/dev/ttyS0"};
+        board.State = PortState::Untried;
+        Ports = {ready, refused, board};
+        Names = {"/dev/ttyUSB0"};
+    }
+    backends::qt::PortsOfMachine Machine() {
+        return {
+            .Survey =
+                [this] {
+                    ++Surveys;
+                    return Ports;
+                },
+            .Names = [this] { return Names; },
+            .Use = [this](const PortChoice& choice) { Used.push_back(choice); },
+            .Listen = [this](const std::vector<std::string>& paths) { ListensTo = paths; },
+            .Heard =
+                [] {
+                    return std::map<std::string, std::size_t>{{"/dev/ttyUSB0", 42}};
+                },
+        };
+    }
+    QTreeWidget& List() { return *Dialog.findChild<QTreeWidget*>(); }
+    QPushButton& Button(const char* name) { return *Dialog.findChild<QPushButton*>(QString::fromLatin1(name)); }
+    std::string Details() { return Dialog.findChild<QLabel*>(QStringLiteral("portDetails"))->text().toStdString(); }
+    std::vector<std::string> Row(int at) {
+        std::vector<std::string> cells;
+        for (int column = 0; column < List().columnCount(); ++column)
+            cells.push_back(List().topLevelItem(at)->text(column).toStdString());
+        return cells;
+    }
+    void Select(int at) { List().setCurrentItem(List().topLevelItem(at)); }
+
+    std::vector<PortRow> Ports;
+    std::vector<std::string> Names;
+    std::vector<PortChoice> Used;
+    std::vector<std::string> ListensTo;
+    int Surveys = 0;
+    PortsDialog Dialog{Machine(), Form()};
+};
+
+TEST_F(DialogOfPorts, SaysOfEachPortWhatItIsAndWhatItIsCalled) {
+    Dialog.Open();
+    EXPECT_THAT(Row(0), ElementsAre("/dev/ttyUSB0", "Serial Adapter", "Com1", "ready", ""));
+    EXPECT_THAT(Row(1), ElementsAre("/dev/ttyUSB1", "", "", "no permission", ""));
+    EXPECT_THAT(Row(2), ElementsAre("/dev/ttyS0", "", "", "looks ready, was not opened", ""));
+}
+
+TEST_F(DialogOfPorts, SaysWhyAPortCantBeOpenedAndWhatHelps) {
+    Dialog.Open();
+    EXPECT_TRUE(Button("copyRemedy").isHidden());
+    Select(1);
+    EXPECT_EQ(Details(), "You are not in the group dialout. Join it with: sudo usermod");
+    ASSERT_TRUE(Button("copyRemedy").isVisible());
+    Button("copyRemedy").click();
+    EXPECT_EQ(QApplication::clipboard()->text(), QStringLiteral("sudo usermod"));
+}
+
+TEST_F(DialogOfPorts, SaysWhyAPortOfTheBoardIsNotTakenByItself) {
+    Dialog.Open();
+    Select(2);
+    EXPECT_THAT(Details(), HasSubstr("console may be on it"));
+}
+
+TEST_F(DialogOfPorts, UsesThePortThatIsSelected) {
+    Dialog.Open();
+    Button("usePort").click();
+    EXPECT_THAT(Used, ElementsAre(PortChoice{1, "/dev/serial/by-id/usb-Example-if00"}));
+    Select(2);
+    Button("usePort").click();
+    EXPECT_THAT(Used, testing::Contains(PortChoice{2, "/dev/ttyS0"}));
+}
+
+TEST_F(DialogOfPorts, ListsAnAdapterThatIsPluggedInWhileItIsOpen) {
+    Dialog.Open();
+    Select(1);
+    PortRow other{.Path = "/dev/ttyUSB2"};
+    Ports.push_back(other);
+    EXPECT_EQ(List().topLevelItemCount(), 3);
+    Names.push_back("/dev/ttyUSB2");
+    EXPECT_TRUE(QTest::qWaitFor([this] { return List().topLevelItemCount() == 4; }, 10'000));
+    EXPECT_EQ(List().currentItem()->text(0), QStringLiteral("/dev/ttyUSB1"));
+}
+
+TEST_F(DialogOfPorts, OpensNoDeviceWhileNothingIsPluggedIn) {
+    Dialog.Open();
+    QTest::qWait(2500); // two looks
+    EXPECT_EQ(Surveys, 1);
+}
+
+TEST_F(DialogOfPorts, LooksForCharactersWhenAskedAndForThreeSeconds) {
+    Dialog.Open();
+    EXPECT_THAT(ListensTo, IsEmpty());
+    Button("listenPorts").click();
+    EXPECT_THAT(ListensTo, ElementsAre("/dev/ttyUSB0")) << "the others can't be opened, or may be the console";
+    EXPECT_EQ(Row(0).back(), "42");
+    EXPECT_FALSE(Button("listenPorts").isEnabled());
+    EXPECT_TRUE(QTest::qWaitFor([this] { return ListensTo.empty(); }, 20'000));
+    EXPECT_EQ(Row(0).back(), "42");
+    EXPECT_TRUE(Button("listenPorts").isEnabled());
+}
+
+TEST_F(DialogOfPorts, ClosesTheDevicesBeforeAPortIsUsed) {
+    Dialog.Open();
+    Button("listenPorts").click();
+    Button("usePort").click();
+    EXPECT_THAT(ListensTo, IsEmpty());
+}
+
+TEST_F(DialogOfPorts, SaysThatAMachineHasNoPort) {
+    Ports.clear();
+    Dialog.Open();
+    EXPECT_THAT(Details(), HasSubstr("Plug an adapter in"));
+    EXPECT_FALSE(Button("usePort").isEnabled());
+    EXPECT_FALSE(Button("listenPorts").isEnabled());
+}
+
+} // namespace
+} // namespace windowtest
