@@ -55,7 +55,7 @@ ExitStatus ListPorts(const Options& options) {
         std::cout << companion::PortTable(rows);
     else
         for (const companion::PortRow& row : rows)
-            std::cout << PortObject(row).dump() << "\n";
+            std::cout << journal::TextOf(PortObject(row)) << "\n";
     return ExitStatus::Ended;
 }
 

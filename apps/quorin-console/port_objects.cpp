@@ -1,20 +1,17 @@
 // SPDX-License-Identifier: MIT
 #include "apps/quorin-console/port_objects.h"
 
-#include "src/text/text.h"
+#include "src/text/printable.h"
 
 namespace console {
 
-namespace {
+using modStringTools::Printable; // a file name may hold bytes that are no UTF-8
 
-/// A file name may hold bytes that are no UTF-8.
-std::string Clean(const std::string& bytes) {
-    return Utf8(modStringTools::FromBytes(bytes));
-}
+namespace {
 
 void PutKnown(Json& object, const char* name, const std::string& value) {
     if (!value.empty())
-        object[name] = Clean(value);
+        object[name] = Printable(value);
 }
 
 /// One word for each state, for programs.
@@ -44,7 +41,7 @@ const char* StateName(companion::PortState state) {
 
 Json PortObject(const companion::PortRow& row) {
     Json object;
-    object["port"] = Clean(row.Path);
+    object["port"] = Printable(row.Path);
     object["state"] = StateName(row.State);
     object["names"] = Json::array();
     object["pinned"] = Json::array();
@@ -52,7 +49,7 @@ Json PortObject(const companion::PortRow& row) {
         object[name.Pinned ? "pinned" : "names"].push_back("Com" + std::to_string(name.Number));
     object["links"] = Json::array();
     for (const std::string& link : row.Links)
-        object["links"].push_back(Clean(link));
+        object["links"].push_back(Printable(link));
     PutKnown(object, "vendor", row.Name.Vendor);
     PutKnown(object, "model", row.Name.Model);
     PutKnown(object, "serial", row.Name.SerialNumber);
