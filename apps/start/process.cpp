@@ -77,7 +77,7 @@ const char* NameOfProgram = "";
 
 /// Without memory no text can be built, so each part is written on its own.
 void Say(const char* text) {
-    static_cast<void>(::write(STDERR_FILENO, text, std::strlen(text)));
+    [[maybe_unused]] const ssize_t written = ::write(STDERR_FILENO, text, std::strlen(text));
 }
 
 [[noreturn]] void EndWith(const char* why) {
