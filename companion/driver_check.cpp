@@ -70,6 +70,8 @@ Text WrongWith(const Text& infFile) {
         return u"the inf file would replace the list of all drivers";
     if (SameIgnoringCase(infFile, u"qrnctrl.txt"))
         return u"the inf file would replace the register of all downloads";
+    if (modQuorin::IsPackageName(infFile))
+        return u"the inf file has the name of a driver package, " + Quoted(infFile) + u", which it may replace";
     constexpr std::size_t DigitsOfDownload = 4;
     constexpr std::size_t DigitsOfScratchFile = 8;
     if (IsNumbered(infFile, u"qrn", DigitsOfDownload))

@@ -1,9 +1,13 @@
 // SPDX-License-Identifier: MIT
 // The bytes are a driver package, which is listed and installed twice, and whose driver is used. If their number is
 // even, it is on a card, else in the data folder, where its inf table may replace the package. The table of drivers
-// lacks its last line end.
+// lacks its last line end. A package in which the check finds no error must not end the program when it is used.
+#include "companion/driver_check.h"
+#include "companion/file_lines.h"
 #include "fuzz/table_lines.h"
 #include "fuzz/technician.h"
+
+#include <algorithm>
 
 namespace {
 
@@ -22,6 +26,15 @@ bool KeepsDrivers(const std::string& package, const std::string& after) {
     std::vector<std::string> lines = fuzz::LinesOf(after);
     lines.resize(2);
     return package.find("drivers.txt") != std::string::npos || lines == fuzz::LinesOf(Drivers);
+}
+
+/// True if the check finds no error. What has a NUL in it is no text, and is not checked.
+bool IsSound(const std::string& package) {
+    const auto found =
+        companion::CheckPackage(companion::LinesOf(modStringTools::FromBytes(package)), {{u"Meter", u"meter.txt"}});
+    return package.find('\0') == std::string::npos &&
+           std::none_of(found.begin(), found.end(),
+                        [](const companion::Finding& each) { return each.Grade == companion::Grade::Error; });
 }
 
 void UseDriver(fuzz::Technician& technician) {
@@ -46,6 +59,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t cou
     fuzz::Run(place, deviceType, putFiles, Install, {});
     fuzz::Must(!onCard || place.Bytes("meter.qvd") == package, "a package that was only read has changed");
     fuzz::Must(KeepsDrivers(package, place.Bytes(folder + "drivers.txt")), "a driver that was there is lost");
-    fuzz::WorkOn(place, deviceType, UseDriver); // it may stop with any message: the inf may have replaced any table
+    // It may stop with any message if the inf has replaced a table.
+    const std::string stopped = fuzz::WorkOn(place, deviceType, UseDriver);
+    fuzz::Must(stopped.empty() || !IsSound(package), "a package without an error has ended the program: " + stopped);
     return 0;
 }

@@ -57,13 +57,14 @@ TEST(RecordingCheck, TakesTheLastTypeThatHasARow) {
 }
 
 TEST(RecordingCheck, SaysWhyAResultIsLost) {
-    EXPECT_EQ(Destinations(Blob(u"[ORIGIN \"QI-1\"]\r\n" + Result(u"\"A\"")) +
-                           Blob(u"[CONNECT \"QI-1\"]\r\n" + Result(u"\"B\"")) + Blob(Result(u"\"C\""), u"[/BLob 2]") +
-                           Blob(Result(u"\"Moisture\""))),
-              "A: 1 result such as 14.1 % → refused: it names another origin than the instrument that has connected\n"
-              "B: 1 result such as 14.1 % → dropped: it is in the record by which the instrument connects\n"
-              "C: 1 result such as 14.1 % → refused: its record has no exact end tag [/BLob]\n"
-              "Moisture: 1 result such as 14.1 % → Moisture; ORIGIN → Meter\n");
+    EXPECT_EQ(
+        Destinations(Blob(u"[ORIGIN \"QI-1\"]\r\n" + Result(u"\"Depth\"")) +
+                     Blob(u"[CONNECT \"QI-1\"]\r\n" + Result(u"\"B\"")) + Blob(Result(u"\"C\""), u"[/BLob 2]") +
+                     Blob(Result(u"\"Moisture\""))),
+        "Depth: 1 result such as 14.1 % → refused: it names another origin than the instrument that has connected\n"
+        "B: 1 result such as 14.1 % → dropped: it is in the record by which the instrument connects\n"
+        "C: 1 result such as 14.1 % → refused: its record has no exact end tag [/BLob]\n"
+        "Moisture: 1 result such as 14.1 % → Moisture; ORIGIN → Meter\n");
 }
 
 TEST(RecordingCheck, FindsTypesThatNoRowAsksFor) {
