@@ -111,7 +111,8 @@ private:
     void CheckThatItIsReached(const Asking& asking) {
         if (asking.What.IsVariable && Types_.empty()) {
             Add(asking.Index, u"BLOB", Grade::Warning,
-                u"is never filled: a variable comes with a result that a row asks for, and no row asks for one");
+                u"this field is never filled: a variable comes with a result that a row asks for, and no row asks for "
+                u"one");
             return;
         }
         const std::vector<Text> any = {Text()};
@@ -127,10 +128,10 @@ private:
                                             [&](const Text& type) { return SameIgnoringCase(type, asking.What.Type); });
         if (lacksType)
             Add(asking.Index, u"BLOB", Grade::Warning,
-                u"is never filled: no row asks for results of type " + Quoted(asking.What.Type));
+                u"this field is never filled: no row asks for results of type " + Quoted(asking.What.Type));
         else if (other)
             Add(asking.Index, u"BLOB", Grade::Warning,
-                u"is never filled: line " +
+                u"this field is never filled: line " +
                     modStringTools::NumberText(static_cast<std::int64_t>(Package_.Rows[*other].Line)) + u" gets " +
                     Quoted(asking.What.Name));
     }

@@ -147,15 +147,16 @@ INSTANTIATE_TEST_SUITE_P(
                 "6:9 warning: each new record begins with the last reading, and the next one is asked about "
                 "(\"Replace\")\n"},
         TrapRow{"TwoRowsOfOneType", WithRows(u"Again|1||MOISTURE||||\n"),
-                "6:10 warning: is never filled: line 5 gets \"MOISTURE\"\n"},
+                "6:10 warning: this field is never filled: line 5 gets \"MOISTURE\"\n"},
         TrapRow{"TwoRowsOfOneVariable", WithRows(u"Again|1||dv: site||||\n"),
-                "3:10 warning: is never filled: line 6 gets \"Site\"\n"},
+                "3:10 warning: this field is never filled: line 6 gets \"Site\"\n"},
         TrapRow{"ATypedRowTwice", WithRows(u"A|1||dv: {Moisture}Probe||||\nB|1||dv: {moisture}probe||||\n"),
-                "7:6 warning: is never filled: line 6 gets \"probe\"\n"},
+                "7:6 warning: this field is never filled: line 6 gets \"probe\"\n"},
         TrapRow{"AVariableOfAnUnknownType", WithRows(u"A|1||dv: {Depth}Probe||||\n"),
-                "6:6 warning: is never filled: no row asks for results of type \"Depth\"\n"},
+                "6:6 warning: this field is never filled: no row asks for results of type \"Depth\"\n"},
         TrapRow{"VariablesAlone", DriverHead + PlainRows,
-                "3:10 warning: is never filled: a variable comes with a result that a row asks for, and no row asks "
+                "3:10 warning: this field is never filled: a variable comes with a result that a row asks for, and no "
+                "row asks "
                 "for one\n"},
         TrapRow{"AMarkWithoutABlank", WithRows(u"A|1||dv:Probe||||\n"),
                 "6:6 warning: \"dv:Probe\" is taken for a result type: a variable is written \"dv: NAME\", with one "
