@@ -21,6 +21,7 @@ enum class Severity {
 enum class NoticeAction {
     None,
     Dismiss, ///< confirm that it was seen
+    Open,    ///< open the folder that it names
 };
 
 /// How long a notice stays in the list, unless it is withdrawn before.

@@ -43,7 +43,7 @@ Text TimeText(const DateTime& moment) {
 }
 
 Notice DataFolder(const Text& folder) {
-    return {AboutPlace, Severity::Note, u"Data: " + folder, Until::Withdrawn};
+    return {AboutPlace, Severity::Note, u"Data: " + folder, Until::Withdrawn, NoticeAction::Open};
 }
 
 Notice NotSaved(const DateTime& now, const Text& file, const Text& why) {

@@ -33,7 +33,7 @@ inline const Text AboutHint = u"hint";
 /// "20:30:05".
 Text TimeText(const platform::DateTime& moment);
 
-/// Says which folder holds the records.
+/// Says which folder of the host holds the records.
 Notice DataFolder(const Text& folder);
 Notice NotSaved(const platform::DateTime& now, const Text& file, const Text& why);
 

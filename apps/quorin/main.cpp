@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "apps/options/folders.h"
+#include "apps/quorin/data_folder.h"
 #include "apps/quorin/demo.h"
 #include "apps/quorin/demo_instrument.h"
+#include "apps/quorin/package_watch.h"
 #include "apps/quorin/window_end.h"
 #include "apps/quorin/window_entries.h"
 #include "apps/quorin/window_hints.h"
@@ -31,6 +33,7 @@
 #include <QApplication>
 
 #include <cstdlib>
+#include <filesystem>
 #include <iostream>
 #include <optional>
 #include <string>
@@ -106,6 +109,12 @@ int ListPorts(quorin::Options& options) {
     return NumberOf(start::StatusAfterOutput("quorin", ExitStatus::Ended));
 }
 
+/// Returns the folder from which relative paths start; empty if it was deleted.
+std::string HereNow() {
+    std::error_code gone;
+    return std::filesystem::current_path(gone).string();
+}
+
 /// `warning` is shown as a notice, like the warnings of a run; empty for none.
 [[noreturn]] void RunWindow(quorin::Options& options, const std::string& warning) {
     const double ofPerson = qEnvironmentVariable("QT_SCALE_FACTOR", QStringLiteral("1")).toDouble();
@@ -161,11 +170,14 @@ int ListPorts(quorin::Options& options) {
         hints->LookForDriver();
     });
     watch.Does(companion::OfferNoHints, [&hints] { hints->SetOn(false); });
-    quorin::FillWindowMenu(*device, *ports, *hints);
-    if (options.Journal) // before the folder of the data, which the line shows while nothing is wrong
+    quorin::DataFolder data(*device, quorin::FullPath(options.Device.Root));
+    quorin::Arriving arriving(*device, data);
+    quorin::PackageWatch packages(*device, options.Device.Root);
+    watch.FolderWanted = [&data] { data.Open(); };
+    watch.Does(companion::OfferInstall, [&arriving] { arriving.ChooseFiles(); });
+    quorin::FillWindowMenu(*device, data, arriving, *ports, *hints);
+    if (options.Journal)
         device->onlooker.notices.Raise(companion::JournalKept(modStringTools::FromBytes(options.Journal->Folder)));
-    device->onlooker.notices.Raise(
-        companion::DataFolder(modStringTools::FromBytes(quorin::FullPath(options.Device.Root))));
     if (!warning.empty())
         device->onlooker.notices.Raise(companion::NobodyKeepsAway(modStringTools::FromBytes(warning)));
     if (options.Journal) {
@@ -195,9 +207,13 @@ int ListPorts(quorin::Options& options) {
     device->StartProgram();
     if (options.Demo)
         quorin::PrepareDemo();
+    data.RaiseWhatIsPending();
+    arriving.Arrive(options.Files, HereNow());
     for (;;) {
         device->loop.WaitOnce();
         watch.ShowLosses();
+        arriving.Step();
+        packages.Look();
     }
 }
 

@@ -2,13 +2,14 @@
 // The entries of the window's menu.
 #pragma once
 
+#include "apps/quorin/arriving.h"
 #include "apps/quorin/window_hints.h"
 #include "apps/quorin/window_ports.h"
-#include "backends/qt/qt_platform.h"
 
 namespace quorin {
 
 /// Fills the menu of the window, once.
-void FillWindowMenu(backends::qt::QtPlatform& device, WindowPorts& ports, WindowHints& hints);
+void FillWindowMenu(backends::qt::QtPlatform& device, DataFolder& data, Arriving& arriving, WindowPorts& ports,
+                    WindowHints& hints);
 
 } // namespace quorin

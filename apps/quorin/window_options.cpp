@@ -27,6 +27,7 @@ struct Words {
     apps::DeviceWords Device{{"desktop", "$XDG_DATA_HOME/quorin", "$XDG_CONFIG_HOME/quorin/settings.ini"}};
     bool ListPorts = false;
     bool Demo = false;
+    std::vector<std::string> Files;
     std::optional<std::string> Scale;
     apps::JournalWords Journal;
 };
@@ -53,6 +54,7 @@ Options Understood(const Words& words) {
     options.Device.RealClock = true;
     options.ListPorts = words.ListPorts;
     options.Demo = words.Demo;
+    options.Files = words.Files;
     options.Journal = apps::UnderstoodJournal(words.Journal, apps::UsualJournal());
     if (!options.Journal && !words.Journal.None)
         options.WhyNoJournal = "neither XDG_STATE_HOME nor HOME is set";
@@ -82,6 +84,7 @@ journal beside it.
 }
 
 void Describe(CLI::App& app, Words& words) {
+    app.add_option("FILE", words.Files, "Driver packages (.qvd) to install, or a download to open")->type_name("");
     apps::AddDeviceOptions(app, words.Device);
     apps::AddPortOption(app, words.Device, "found as below");
     app.add_flag("--ports", words.ListPorts, "List the serial ports and their numbers, and end");
@@ -97,7 +100,10 @@ void Describe(CLI::App& app, Words& words) {
 } // namespace
 
 Reading ReadOptions(int count, const char* const* words, const std::string& keyHelp, Options& options) {
-    CLI::App app("Quorin: collects the results of a test instrument.", "quorin");
+    CLI::App app("Quorin: collects the results of a test instrument.\n\n"
+                 "  quorin climate.qvd    installs the driver of this package\n"
+                 "  quorin qrn0001.txt    opens this download with its driver",
+                 "quorin");
     Words said;
     Describe(app, said);
     app.footer(Footer(keyHelp));

@@ -8,6 +8,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace quorin {
 
@@ -15,6 +16,7 @@ struct Options {
     backends::DeviceOptions Device; ///< root and settings are empty if they were not given
     bool ListPorts = false;         ///< list the ports, and do nothing else
     bool Demo = false;
+    std::vector<std::string> Files;               ///< packages to install, and a download to open, as they were named
     std::optional<backends::JournalPlan> Journal; ///< without its root folder; none if no journal is kept
     std::string WhyNoJournal;                     ///< why there is no place for one; empty if it was not asked for
     backends::ProgramName Program;

@@ -6,6 +6,7 @@
 #include "backends/qt/conversions.h"
 #include "src/text/text.h"
 
+#include <algorithm>
 #include <iostream>
 
 namespace quorin {
@@ -28,15 +29,25 @@ void WindowWatch::Attach(backends::qt::QtPlatform& device) {
     device.readings.Add(Readings_);
     device.window.ReadingsWanted = [this] { ToggleReadings(); };
     Box_.emplace(device.boxes, device.window, [&device] { device.onlooker.losses.Seen(); });
-    device.window.NoticeTapped = [this](const Text& about) {
-        Device_->onlooker.notices.Act(about);
-        ShowNotices();
-    };
+    device.window.NoticeTapped = [this](const Text& about) { ActOn(about); };
     device.window.OfferTaken = [this](const Text& offer) {
         if (const auto found = Offers_.find(offer); found != Offers_.end())
             found->second();
         ShowNotices();
     };
+}
+
+/// Does what a person can do about a notice, if it is still there.
+void WindowWatch::ActOn(const Text& about) {
+    companion::Notices& notices = Device_->onlooker.notices;
+    const auto& all = notices.Standing();
+    const bool opens = std::any_of(all.begin(), all.end(), [&about](const companion::Notice& each) {
+        return each.About == about && each.Action == companion::NoticeAction::Open;
+    });
+    if (opens && FolderWanted)
+        FolderWanted();
+    notices.Act(about);
+    ShowNotices();
 }
 
 /// The panel is made when it is first opened: most starts need none.

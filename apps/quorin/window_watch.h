@@ -25,6 +25,8 @@ public:
 
     /// Reports to the window of this device from now on.
     void Attach(backends::qt::QtPlatform& device);
+    /// Called when a person chooses a notice that names a folder.
+    std::function<void()> FolderWanted;
 
     bool IsSilent() const { return Link_.IsSilent(); }
     /// What keeps the port of the record on the screen from opening (companion::Surroundings).
@@ -48,6 +50,7 @@ private:
     static companion::LinkWatch::Moment Now();
     companion::PortFacts Port() const;
     void ShowNotices();
+    void ActOn(const Text& about);
     void ToggleReadings();
 
     backends::qt::QtPlatform* Device_ = nullptr;

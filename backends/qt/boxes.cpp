@@ -62,6 +62,18 @@ void QtBoxes::Opened(OpenBox& box) {
     Dialogs_.back()->show();
 }
 
+void QtBoxes::OfWindowOpens() {
+    if (Opening)
+        Opening();
+    ++OfWindow_;
+}
+
+void QtBoxes::OfWindowClosed() {
+    --OfWindow_;
+    if (Leaving)
+        Leaving();
+}
+
 /// Boxes close in the order in which they wait: the innermost first.
 void QtBoxes::Closed(OpenBox&) {
     Dialogs_.pop_back();

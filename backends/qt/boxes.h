@@ -21,8 +21,10 @@ public:
     QMessageBox* Dialog() const { return Dialogs_.empty() ? nullptr : Dialogs_.back().get(); }
 
     std::function<void()> Leaving; ///< called after a box was closed; others may be open
-    bool AnyIsOpen() const { return !Dialogs_.empty() || OfWindowIsOpen; }
-    bool OfWindowIsOpen = false; ///< a box of the window's own is open, which the form does not know of
+    bool AnyIsOpen() const { return !Dialogs_.empty() || OfWindow_ > 0; }
+    /// Call these when a box of the window's own opens or has closed, which the form does not know of.
+    void OfWindowOpens();
+    void OfWindowClosed();
     /// True if the user is typing at this moment; those keys are not meant for the box.
     std::function<bool()> PersonIsTyping;
 
@@ -32,6 +34,7 @@ protected:
 
 private:
     QWidget& Window_;
+    int OfWindow_ = 0; ///< open boxes of the window's own
     std::vector<std::unique_ptr<QMessageBox>> Dialogs_;
 };
 

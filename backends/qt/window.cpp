@@ -20,6 +20,7 @@ constexpr int MostKeysInARow = 4;
 constexpr int StatusTextPixels = 12; // of the screen
 constexpr int KeyTextPixels = 10;
 const QString ListHint = QStringLiteral("\n(Shift+F4 lists all notices)");
+const QString FolderLook = QStringLiteral("color: palette(link); text-decoration: underline;");
 const QString AlarmLook = QStringLiteral("background: #b00020; color: white;");
 // Another colour than the notices': the two lines are one above the other, and say different things.
 const QString LinkAlarmLook = QStringLiteral("background: #b34700; color: white;");
@@ -292,10 +293,12 @@ void Window::SetNotices(const companion::Notices& notices) {
 
 void Window::ShowAlarm() {
     const bool warns = !Standing_.empty() && Standing_.front().Weight >= companion::Severity::Warning;
-    const QString look = warns ? AlarmLook : QString();
-    const QString text = warns || (IsOneLine_ && !Standing_.empty()) ? ToQt(Standing_.front().Words) : QString();
-    Alarm_->setStyleSheet(look);
-    More_->setStyleSheet(look);
+    const bool isShown = warns || (IsOneLine_ && !Standing_.empty());
+    const bool isLink = isShown && Standing_.front().Action == companion::NoticeAction::Open;
+    const QString text = isShown ? ToQt(Standing_.front().Words) : QString();
+    Alarm_->setStyleSheet(warns ? AlarmLook : isLink ? FolderLook : QString());
+    Alarm_->setCursor(isLink ? Qt::PointingHandCursor : Qt::ArrowCursor);
+    More_->setStyleSheet(warns ? AlarmLook : QString());
     const int room = width() - 2 * Alarm_->margin() - ShowOffers();
     const bool hidesOffers = !Offered_.empty() && Offers_->itemAt(0)->widget()->isHidden();
     ShowMore(IsOneLine_ && (hidesOffers || Alarm_->fontMetrics().horizontalAdvance(text) > room));

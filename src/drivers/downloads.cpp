@@ -171,6 +171,21 @@ Text ListedLineOf(const Text& file) {
     return {};
 }
 
+std::vector<RegisteredDownload> RegisteredDownloads() {
+    std::vector<RegisteredDownload> all;
+    if (LookAtTable(Paths.ControlFile) == TableLack::Nothing) {
+        FirstRow();
+        const std::int32_t count = TableRowCount();
+        for (std::int32_t row = 1; row <= count; ++row) {
+            if (HeldFields() == static_cast<std::int32_t>(Table.TableColumns.size())) // a field of a shorter row would
+                all.push_back({GetField(u"DRIVER"), GetField(u"FILE"), GetField(u"ALIAS")}); // stop the program
+            NextRow();
+        }
+    }
+    CloseTable();
+    return all;
+}
+
 Text RegisterLineOf(const Text& file) {
     LookAtTable(Paths.ControlFile);
     FirstRow();

@@ -39,6 +39,15 @@ void DeleteDownload(Text driver, Text file);
 /// does not have the file.
 Text ListedLineOf(const Text& file);
 
+/// A row of the register.
+struct RegisteredDownload {
+    Text Driver;
+    Text File;
+    Text Alias;
+};
+/// Returns all rows of the register, and closes it. Nothing is created if there is none.
+std::vector<RegisteredDownload> RegisteredDownloads();
+
 /// Returns the line of the register that names this file, and closes the register; empty if there is none.
 Text RegisterLineOf(const Text& file);
 

@@ -8,10 +8,13 @@
 #include "src/storage/settings.h"
 #include "src/storage/volumes.h"
 #include "src/view/grids.h"
+#include "src/view/navigation.h"
 #include "src/view/platform/device_traits.h"
 #include "src/view/platform/platform.h"
 #include "src/view/questions.h"
 #include "src/view/status_strip.h"
+
+#include <algorithm>
 
 namespace modQuorin {
 
@@ -151,6 +154,20 @@ Text InfoFileName() {
 
 } // namespace
 
+Text PackageName(const Text& fileName, const Text& dataFolder) {
+    const Text refused = u"/\\:";
+    constexpr char16_t FirstPrintable = u' ';
+    Text name = fileName;
+    std::replace_if(
+        name.begin(), name.end(),
+        [&refused](char16_t each) { return each < FirstPrintable || refused.find(each) != Text::npos; }, u'_');
+    if (platform::Traits().IsMemory(dataFolder))
+        std::erase(name, u'.');
+    else if (!name.empty() && name.front() == u'.') // hidden from every list
+        name.front() = u'_';
+    return name;
+}
+
 void EnumAddDrivers() {
     Registry.DriverNames.clear();
     EnumVolumesAnew(); // a card may have been inserted
@@ -174,6 +191,28 @@ void ShowDriverPackages(const Text& title) {
     modPDAUI::RepaintGridsSoon();
     if (!Registry.DriverNames.empty())
         Selection.SelectedPackage = Registry.DriverNames.front();
+}
+
+bool FollowDriverPackages() {
+    auto& grdMain = Device().grdMain;
+    std::vector<Text> shown;
+    for (std::int32_t row = 0; row < grdMain.Rows(); ++row)
+        shown.push_back(grdMain.Cell(row, 0));
+    const std::vector<Text> before = Registry.DriverNames; // an installation leaves the drivers there
+    EnumAddDrivers();
+    if (Registry.DriverNames == shown) {
+        Registry.DriverNames = before;
+        return false;
+    }
+    const Text selected = grdMain.Cell(grdMain.Row(), 0);
+    FillScreen(ScrAddDriver);
+    const std::vector<Text>& found = Registry.DriverNames;
+    const auto place = std::find(found.begin(), found.end(), selected);
+    if (found.empty())
+        return true;
+    grdMain.SetRow(place == found.end() ? 0 : static_cast<std::int32_t>(place - found.begin()));
+    Selection.SelectedPackage = grdMain.Cell(grdMain.Row(), 0); // a hidden grid raises no change of its row
+    return true;
 }
 
 void InstallDriver() {

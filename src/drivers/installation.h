@@ -11,6 +11,14 @@ namespace modQuorin {
 /// Fills DriverNames with the packages in the data folder and on the volumes.
 void EnumAddDrivers();
 
+/// Returns the name under which a package of this file name is found in a data folder: characters that no file of the
+/// device can have are replaced, and in a memory, which has no file names with an ending, full stops are left out.
+Text PackageName(const Text& fileName, const Text& dataFolder);
+
+/// If ScrAddDriver shows other packages than there are now, fills it again. The selected package stays selected if it
+/// is still there. Returns true if it was filled. REQUIRES: ScrAddDriver is the current screen.
+bool FollowDriverPackages();
+
 /// Fills ScrAddDriver and selects the first package.
 void ShowDriverPackages(const Text& title);
 

@@ -15,6 +15,8 @@ using platform::LineRecord;
 namespace {
 
 const Text DatabaseEnding = u".pdb";
+const Text LineTable = u"TEXT";
+const Text LineColumns = u"LineNumber long, LineData String";
 
 platform::RecordDatabase& Databases() {
     return Device().recordDatabase;
@@ -159,7 +161,7 @@ bool Append(FileHandle& handle, const Text& text) {
     const DatabaseId id = StateOf(handle);
     handle.recordNumber = CountOf(handle) + 1;
     if (handle.recordNumber == 1) // the table is declared with the first line
-        Must(u"write to", handle, Databases().DeclareTable(id, u"TEXT", u"LineNumber long, LineData String"));
+        Must(u"write to", handle, Databases().DeclareTable(id, LineTable, LineColumns));
     const bool stored =
         May(u"add a line to", handle, Databases().AddRecord(id)) && Store(handle, {handle.recordNumber, text});
     if (!stored && handle.slot != 0) // for the scratch file, the caller of the rewrite reports it
@@ -253,6 +255,45 @@ bool NoneHasChanged(const FileHandle&) {
     return false;
 }
 
+/// Replaces all records of an open database. REQUIRES: a batch has begun.
+platform::ErrorNumber ReplaceRecords(DatabaseId id, const std::vector<Text>& lines) {
+    auto error = Databases().FindRecord(id, 1);
+    while (error == platform::NoError && Databases().Position(id) >= 0)
+        error = Databases().DeleteRecord(id);
+    if (error == platform::FileNotFound) // there is no record
+        error = platform::NoError;
+    std::int32_t number = 0;
+    for (const Text& line : lines) {
+        if (error == platform::NoError)
+            error = Databases().AddRecord(id);
+        if (error == platform::NoError)
+            error = Databases().WriteRecord(id, {++number, line});
+        if (error == platform::NoError)
+            error = Databases().Commit(id);
+    }
+    return error;
+}
+
+platform::ErrorNumber Put(const FileHandle& handle, const std::vector<Text>& lines) {
+    platform::OpenedDatabase opened = Databases().Open(handle.name, platform::DatabaseMode::ReadWrite);
+    const bool isNew = opened.Error == platform::FileNotFound;
+    if (isNew)
+        opened = Databases().Create(handle.name, PackCode(handle.fileType), PackCode(handle.creator));
+    if (opened.Id == 0)
+        return opened.Error;
+    auto error = isNew ? Databases().DeclareTable(opened.Id, LineTable, LineColumns) : platform::NoError;
+    if (error == platform::NoError)
+        error = Databases().BeginBatch(opened.Id);
+    if (error == platform::NoError)
+        error = ReplaceRecords(opened.Id, lines);
+    if (error == platform::NoError)
+        error = Databases().EndBatch(opened.Id);
+    Databases().Close(opened.Id); // without EndBatch it drops what was written
+    if (isNew && error != platform::NoError)
+        Databases().Delete(handle.name);
+    return error;
+}
+
 platform::ErrorNumber Remove(const FileHandle& handle) {
     return Databases().Delete(handle.name);
 }
@@ -307,6 +348,7 @@ const LineBackEnd DatabaseLines = {
     .EndReading = EndReading,
     .Stamp = NoStamp,
     .AnotherHasChanged = NoneHasChanged,
+    .Put = Put,
     .Remove = Remove,
     .List = List,
 };

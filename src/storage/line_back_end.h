@@ -41,6 +41,9 @@ struct LineBackEnd {
     platform::FileStamp (*Stamp)(const FileHandle& handle);
     bool (*AnotherHasChanged)(const FileHandle& handle);
 
+    /// Stores a file of these lines, in place of one of that name. On failure the old file is unchanged, or there is
+    /// none. No handle is open on it.
+    platform::ErrorNumber (*Put)(const FileHandle& handle, const std::vector<Text>& lines);
     /// Deletes the file that the handle was open on. The file is closed by now.
     platform::ErrorNumber (*Remove)(const FileHandle& handle);
     /// True if this kind holds the files of the folder. Their full names are added to Storage.FileList, and what could

@@ -196,6 +196,35 @@ platform::ErrorNumber RemoveFile(const Text& fullName) {
     return found.backEnd->Remove(found);
 }
 
+platform::ErrorNumber ReadLines(const Text& fullName, const Text& fileType, const Text& creator,
+                                std::vector<Text>& lines) {
+    lines.clear();
+    FileHandle handle;
+    OpenFile(handle, fullName, u"r", fileType, creator);
+    if (!handle.valid)
+        return handle.error;
+    const std::int32_t count = FileLineCount(handle);
+    for (std::int32_t line = 1; line <= count; ++line)
+        lines.push_back(ReadFileLine(handle, line));
+    CloseFile(handle);
+    return platform::NoError;
+}
+
+platform::ErrorNumber PutLines(const Text& fullName, const Text& fileType, const Text& creator,
+                               const std::vector<Text>& lines) {
+    const StorageStep step;
+    const std::size_t folderEnd = fullName.rfind(u'\\');
+    if (folderEnd == Text::npos)
+        return platform::FileNotFound;
+    FileHandle handle;
+    handle.path = fullName.substr(0, folderEnd + 1);
+    handle.name = fullName.substr(folderEnd + 1);
+    handle.fileType = fileType;
+    handle.creator = creator;
+    ChooseBackEnd(handle);
+    return handle.backEnd->Put(handle, lines);
+}
+
 void ListFiles(const Text& folder, const Text& fileType, const Text& creator) {
     Storage.FileList.clear();
     for (const LineBackEnd* backEnd : LineBackEnds) {

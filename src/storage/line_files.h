@@ -4,6 +4,8 @@
 
 #include "src/storage/file_slots.h"
 
+#include <vector>
+
 namespace modFileSystem {
 
 /// Closes all open files and resets the slots to their state at program start.
@@ -70,6 +72,15 @@ platform::FileStamp FileStampOf(const FileHandle& handle);
 /// True if, since the file was opened, another program has put another file under its name, has written into it or has
 /// deleted it. Never true for a line database, which any number of programs may change.
 bool AnotherHasChanged(FileHandle& handle);
+
+/// Reads a whole file. Returns why it can't be opened.
+platform::ErrorNumber ReadLines(const Text& fullName, const Text& fileType, const Text& creator,
+                                std::vector<Text>& lines);
+
+/// Stores a file of these lines, in place of one of that name. On failure the old file is unchanged, or there is none;
+/// nothing is reported to SaveWatcher.
+platform::ErrorNumber PutLines(const Text& fullName, const Text& fileType, const Text& creator,
+                               const std::vector<Text>& lines);
 
 /// Deletes a file, which need not be open. The name is read as OpenFile reads it.
 bool DeleteFile(const Text& fullName);

@@ -180,6 +180,14 @@ platform::ErrorNumber Remove(const FileHandle& handle) {
     return Device().fileSystem.DeleteFile(FullNameOf(handle));
 }
 
+platform::ErrorNumber Put(const FileHandle& handle, const std::vector<Text>& lines) {
+    std::unique_ptr<platform::TextStream> stream;
+    auto error = Device().fileSystem.OpenStream(FullNameOf(handle), platform::StreamMode::Create, stream);
+    for (std::size_t i = 0; error == platform::NoError && i < lines.size(); ++i)
+        error = stream->WriteLine(lines[i]);
+    return error == platform::NoError ? stream->Close() : error;
+}
+
 bool List(const Text& path, const Text&, const Text&) {
     std::unique_ptr<platform::Folder> folder;
     auto error = Device().fileSystem.OpenFolder(path, false, folder);
@@ -213,6 +221,7 @@ const LineBackEnd TextLines = {
     .EndReading = EndReading,
     .Stamp = Stamp,
     .AnotherHasChanged = AnotherHasChangedText,
+    .Put = Put,
     .Remove = Remove,
     .List = List,
 };

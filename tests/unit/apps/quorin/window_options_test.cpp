@@ -57,6 +57,8 @@ std::string Told(const Options& options) {
     text << (device.Settings.empty() ? "" : "settings " + device.Settings + "\n");
     text << (device.RealClock ? "" : "a clock that stands still\n");
     text << (options.ListPorts ? "ports\n" : "") << (options.Demo ? "demo\n" : "");
+    for (const std::string& file : options.Files)
+        text << "file " << file << "\n";
     text << "scale " << options.Scale << "\n";
     return text.str();
 }
@@ -84,6 +86,8 @@ const std::string Desktop = "type 0\nscreen 640x480\n";
 INSTANTIATE_TEST_SUITE_P(
     Rows, GoodOptions,
     testing::Values(Row{{}, Desktop + "scale 1\n"}, Row{{"--device", "desktop"}, Desktop + "scale 1\n"},
+                    Row{{"a.qvd", "--demo", "North wall"}, Desktop + "demo\nfile a.qvd\nfile North wall\nscale 1\n"},
+                    Row{{"--", "-a.qvd"}, Desktop + "file -a.qvd\nscale 1\n"},
                     Row{{"--device", "palm"}, "type 1\nscreen 160x160\nscale 2\n"},
                     Row{{"--device", "palm-hires"}, "type 1\nscreen 320x320\nscale 1\n"},
                     Row{{"--device", "pocketpc"}, "type 3\nscreen 240x320\nscale 1\n"},
@@ -121,6 +125,13 @@ TEST(WindowOptions, NumbersHaveAFullStopWhateverTheLocale) {
     const Answer answer = AnswerTo({"--scale", "1.5"});
     std::locale::global(before);
     EXPECT_EQ(answer.Said.Scale, 1.5) << answer.Errors;
+}
+
+TEST(WindowOptions, ShowAFileFirstInTheirHelp) {
+    const std::string help = AnswerTo({"--help"}).Output;
+    EXPECT_LT(help.find("quorin climate.qvd"), help.find("Usage:"));
+    EXPECT_LT(help.find("quorin qrn0001.txt"), help.find("Usage:"));
+    EXPECT_THAT(help, testing::HasSubstr("FILE"));
 }
 
 class BadOptions : public testing::TestWithParam<Row> {};

@@ -233,6 +233,23 @@ TEST_F(StatusArea, ListsATextThatIsCutByAClick) {
     EXPECT_FALSE(More().isVisible());
 }
 
+TEST_F(StatusArea, ShowsAFolderAsALinkAlsoIfItsNameIsCut) {
+    std::vector<Text> tapped;
+    Form().NoticeTapped = [&tapped](const Text& about) { tapped.push_back(about); };
+    Raise(companion::DataFolder(u"/home/" + Text(150, u'x')));
+    EXPECT_THAT(Line().styleSheet().toStdString(), testing::HasSubstr("underline"));
+    EXPECT_EQ(Line().cursor().shape(), Qt::PointingHandCursor);
+    Click(Line(), Line().rect().center());
+    EXPECT_THAT(tapped, ElementsAre(companion::AboutPlace));
+    EXPECT_THAT(Listed(), testing::IsEmpty());
+    Press(Form(), Qt::Key_F4, Qt::ShiftModifier);
+    Press(Rows(), Qt::Key_Return);
+    EXPECT_THAT(tapped, ElementsAre(companion::AboutPlace, companion::AboutPlace)) << "by keys too";
+    Raise(Driver);
+    EXPECT_THAT(Line().styleSheet().toStdString(), testing::Not(testing::HasSubstr("underline")));
+    EXPECT_EQ(Line().cursor().shape(), Qt::ArrowCursor);
+}
+
 TEST_F(StatusArea, ListsItsNoticesForWhoHasAKeyboardAlone) {
     for (const auto& notice : {Place, Driver, Disk})
         Raise(notice);

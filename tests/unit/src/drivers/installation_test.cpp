@@ -232,5 +232,63 @@ TEST_F(PackageList, InfoFileIsNeverMade) {
     EXPECT_FALSE(Device.Folder.Has("QVRN.info"));
 }
 
+// Its name in the data folder.
+
+TEST(NameOfAPackage, IsOneThatTheDeviceCanHave) {
+    const support::TestDevice device;
+    const Text folder = u".\\Quorin\\";
+    EXPECT_EQ(PackageName(u"climate.qvd", folder), u"climate.qvd");
+    EXPECT_EQ(PackageName(u"a\\b:c\n|..QVD", folder), u"a_b_c_|..QVD");
+    EXPECT_EQ(PackageName(u".qvd", folder), u"_qvd") << "no list shows a hidden file";
+}
+
+TEST(NameOfAPackage, HasNoFullStopInAMemory) {
+    const support::TestDevice device(support::OfType(1));
+    EXPECT_EQ(PackageName(u"climate.v2.qvd", u"Device:\\"), u"climatev2qvd");
+    EXPECT_EQ(PackageName(u"climate.qvd", u"Card:\\PALM\\Programs\\Quorin\\"), u"climate.qvd");
+}
+
+// A package that arrives while the list is on the screen.
+
+class ListOfPackages : public Package {
+protected:
+    ListOfPackages() {
+        Put("b.qvd", "B|b.txt\n");
+        Put("c.qvd", "C|c.txt\n");
+        MenuEvent(u"Add Driver...");
+        Repaint();
+        Tap(1);
+        EXPECT_EQ(Selection.SelectedPackage, u".\\Quorin\\c.qvd");
+    }
+    bool Follow() {
+        const bool filled = FollowDriverPackages();
+        Repaint();
+        return filled;
+    }
+};
+
+TEST_F(ListOfPackages, IsNotFilledAgainWhileItIsTrue) {
+    EXPECT_FALSE(Follow());
+    Choose(u"Install...");
+    EXPECT_FALSE(Follow());
+}
+
+TEST_F(ListOfPackages, ShowsANewOneAndKeepsTheSelectedOne) {
+    Put("a.qvd", "A|a.txt\n");
+    EXPECT_TRUE(Follow());
+    EXPECT_THAT(Column(0), ElementsAre(u".\\Quorin\\a.qvd", u".\\Quorin\\b.qvd", u".\\Quorin\\c.qvd"));
+    EXPECT_EQ(Device.Main().Row(), 2);
+    EXPECT_EQ(Selection.SelectedPackage, u".\\Quorin\\c.qvd");
+    MenuEvent(u"Back");
+    EXPECT_EQ(Screen(), ScrMain) << "Back leads where it did";
+}
+
+TEST_F(ListOfPackages, SelectsTheFirstOnceTheSelectedOneIsGone) {
+    std::filesystem::remove(Device.Folder.Path() / "Quorin/c.qvd");
+    EXPECT_TRUE(Follow());
+    EXPECT_THAT(Column(0), ElementsAre(u".\\Quorin\\b.qvd"));
+    EXPECT_EQ(Selection.SelectedPackage, u".\\Quorin\\b.qvd");
+}
+
 } // namespace
 } // namespace modQuorin

@@ -60,6 +60,11 @@ const LineBackEnd KeptLines = {
     .EndReading = [](const FileHandle&) { --OpenReadings; },
     .Stamp = [](const FileHandle&) { return platform::FileStamp{.Identity = 7}; },
     .AnotherHasChanged = [](const FileHandle&) { return true; },
+    .Put =
+        [](const FileHandle&, const std::vector<Text>& lines) {
+            KeptTexts = lines;
+            return platform::NoError;
+        },
     .Remove = [](const FileHandle&) { return platform::NoError; },
     .List = [](const Text&, const Text&, const Text&) { return true; },
 };
@@ -93,6 +98,11 @@ TEST_F(ThirdKindOfLines, TakesEveryOperation) {
     EXPECT_EQ(ReadFileLine(File, line), u"second");
     EXPECT_EQ(FileStampOf(File).Identity, 7U);
     EXPECT_TRUE(AnotherHasChanged(File));
+}
+
+TEST_F(ThirdKindOfLines, IsPutAsAWhole) {
+    EXPECT_EQ(File.backEnd->Put(File, {u"a", u"b"}), platform::NoError);
+    EXPECT_EQ(KeptTexts, (std::vector<Text>{u"a", u"b"}));
 }
 
 TEST_F(ThirdKindOfLines, IsReadBetweenABeginningAndAnEnd) {

@@ -293,6 +293,62 @@ TEST_P(NameOfALineFile, DecidesWhereItLies) {
     CloseFile(file);
 }
 
+// A file as a whole.
+
+class WholeFile : public LineFile {
+protected:
+    platform::ErrorNumber Put(const std::vector<Text>& lines) { return PutLines(Name(), u"TEXT", u"QVRN", lines); }
+    std::vector<Text> InFile() {
+        std::vector<Text> lines;
+        ReadError = ReadLines(Name(), u"TEXT", u"QVRN", lines);
+        return lines;
+    }
+    platform::ErrorNumber ReadError = platform::NoError;
+};
+
+TEST_P(WholeFile, IsReadAsItWasPut) {
+    EXPECT_EQ(Put({u"a", u"", u"c"}), platform::NoError);
+    EXPECT_THAT(InFile(), ElementsAre(u"a", u"", u"c"));
+    EXPECT_EQ(Put({u"shorter"}), platform::NoError);
+    EXPECT_THAT(InFile(), ElementsAre(u"shorter"));
+    EXPECT_EQ(Put({}), platform::NoError);
+    EXPECT_THAT(InFile(), IsEmpty());
+}
+
+TEST_P(WholeFile, IsOpenedAndAppendedLikeAnyOther) {
+    ASSERT_EQ(Put({u"a"}), platform::NoError);
+    Open(u"a");
+    EXPECT_EQ(WriteFileLine(File, u"b"), 1);
+    EXPECT_THAT(Lines(), ElementsAre(u"a", u"b"));
+}
+
+TEST_P(WholeFile, IsMissingUntilItIsPut) {
+    EXPECT_THAT(InFile(), IsEmpty());
+    EXPECT_EQ(ReadError, platform::FileNotFound);
+}
+
+TEST_P(WholeFile, IsTheOldOneWhicheverStepFails) {
+    for (const bool isNew : {true, false}) {
+        const std::vector<Text> old = isNew ? std::vector<Text>() : std::vector<Text>{u"old", u"older"};
+        bool failed = true;
+        for (std::int32_t good = 0; failed; ++good) {
+            DeleteFile(Name());
+            if (!isNew) {
+                ASSERT_EQ(Put(old), platform::NoError);
+            }
+            Device.Host.faults.FailNext(1, good);
+            failed = Put({u"new", u"newer", u"newest"}) != platform::NoError;
+            Device.Host.faults.FailNext(0);
+            EXPECT_EQ(InFile(), failed ? old : std::vector<Text>({u"new", u"newer", u"newest"})) << good;
+            EXPECT_EQ(ReadError == platform::NoError, !isNew || !failed) << good;
+            EXPECT_THAT(Device.Did.Unsaved, IsEmpty());
+            ASSERT_LT(good, 100);
+        }
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Kinds, WholeFile, testing::ValuesIn(LineKinds), KindName);
+
 INSTANTIATE_TEST_SUITE_P(Names, NameOfALineFile,
                          testing::Values(NameRow{0, u".\\drivers.txt", false, u"drivers.txt"},
                                          NameRow{0, u".\\test.PDB", true, u"test"},

@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: MIT
+// Files that a person gives to the window, by its command line, a drop or a dialog: packages are installed and a
+// download is opened, both by the form, which is led there once it is free.
+#pragma once
+
+#include "apps/quorin/data_folder.h"
+#include "apps/quorin/guide.h"
+#include "backends/qt/file_drops.h"
+#include "backends/qt/offer_bar.h"
+#include "backends/qt/window_box.h"
+#include "companion/arrivals.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace quorin {
+
+class Arriving final : public backends::EventSource {
+public:
+    Arriving(backends::qt::QtPlatform& device, DataFolder& data);
+
+    /// Takes files, and names of downloads, as a person gives them. `folder`: where relative paths start. May be called
+    /// at any time: the form is not touched.
+    void Arrive(const std::vector<std::string>& names, const std::string& folder);
+    /// Opens a dialog for packages. It runs no loop.
+    void ChooseFiles();
+    /// Does the next thing that has been asked for, if the form is free. Must be called at the outermost level of the
+    /// loop; may return long after.
+    void Step();
+
+    /// Shows or hides the bar.
+    bool RaiseWhatIsPending() override;
+
+private:
+    void Take(const std::string& path, const std::string& name);
+    void TakePackage(const std::string& path);
+    bool IsInDataFolder(const std::string& path) const;
+    Text DownloadAt(const std::string& path) const;
+    /// Tells a problem: on standard error at once, in a box with the next step.
+    void Tell(const Text& problem);
+    void ShowProblems();
+    bool IsFree() const;
+    void Install();
+    void LeadToInstallation(const Text& name, const Text& fullName);
+    void AskToReplace(const companion::Package& package);
+    void OpenDownload();
+    void GoHome();
+
+    backends::qt::QtPlatform& Device_;
+    DataFolder& Data_;
+    Guide Guide_;
+    companion::Arrivals Waiting_;
+    std::vector<Text> Problems_;              ///< not yet told in a box
+    std::optional<modQuorin::ScreenId> Home_; ///< where the form was led away from
+    bool DialogIsOpen_ = false;
+    backends::qt::WindowBox Box_;
+    backends::qt::OfferBar Bar_;
+    backends::qt::FileDrops Drops_;
+};
+
+} // namespace quorin
