@@ -178,7 +178,7 @@ INSTANTIATE_TEST_SUITE_P(
         Row{{"--scale", ""}, "--scale :" + NoScale}, Row{{"--scale", "nan"}, "--scale nan:" + NoScale},
         Row{{"--scale", "-1"}, "--scale -1:" + NoScale}, Row{{"--root"}, "--root: 1 required DIR missing"},
 
-        Row{{"--clock", "real"}, "The following arguments were not expected: real --clock"}));
+        Row{{"--clock", "real"}, "The following argument was not expected: --clock"}));
 
 TEST(WindowOptions, VersionNamesTheProgram) {
     const Answer answer = AnswerTo({"--version"});
