@@ -202,7 +202,7 @@ INSTANTIATE_TEST_SUITE_P(Devices, Help,
                          testing::Values("  palm  ", "  palm-hires ", "  pocketpc ", "  smartphone ", "  s60  ",
                                          "  uiq ", "  desktop "));
 INSTANTIATE_TEST_SUITE_P(Places, Help,
-                         testing::Values("/dev/rfcomm(N-1)", "/dev/ttyUSB*", "/dev/ttyACM*", "/dev/ttyS(N-1)",
+                         testing::Values("/dev/rfcomm(N-1)", "/dev/ttyUSB*", "/dev/ttyACM*", "/dev/ttyS*",
                                          "/dev/serial/by-id/", "quorin-demo", "$XDG_DATA_HOME/quorin",
                                          "~/.local/share/quorin", "$XDG_STATE_HOME/quorin/drafts",
                                          "$XDG_CONFIG_HOME/quorin/settings.ini", "~/.config/quorin/settings.ini"));
