@@ -36,6 +36,7 @@ std::string OutputOf(const std::string& command) {
 Help HelpOf(const std::string& program, const std::string& subcommand) {
     static const std::regex option(R"(^ +(-\w,)?(--[a-z-]+)( ([^ ]+))?( +.*)?$)");
     static const std::regex command(R"(^  ([a-z]+) .*)");
+    static const std::regex argument(R"(^  ([A-Z]+) .*)");
     Help help;
     std::string section;
     for (const std::string& line : support::Lines(OutputOf(QUORIN_BIN "/" + program + " " + subcommand + " --help"))) {
@@ -46,6 +47,8 @@ Help HelpOf(const std::string& program, const std::string& subcommand) {
             section = line;
         else if (std::regex_match(line, parts, option))
             help.Options[parts[2]] = parts[4];
+        else if (section == "Positionals:" && std::regex_match(line, parts, argument))
+            help.Arguments.push_back(parts[1]);
         else if (section == "Subcommands:" && std::regex_match(line, parts, command))
             help.Subcommands.push_back(parts[1]);
         else if (section.starts_with("Commands, one a line") && std::regex_match(line, parts, command) &&

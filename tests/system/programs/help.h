@@ -10,6 +10,7 @@ namespace programs {
 
 struct Help {
     std::map<std::string, std::string> Options; ///< "--port" and the name of its value, empty for none
+    std::vector<std::string> Arguments;         ///< the words without an option, as the help calls them
     std::vector<std::string> Subcommands;
     std::vector<std::string> ScriptCommands; ///< the first words of the commands that a script may have
 };

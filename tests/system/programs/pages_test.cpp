@@ -12,12 +12,14 @@
 namespace programs {
 namespace {
 
+using testing::HasSubstr;
 using testing::UnorderedElementsAreArray;
 
 /// What a man page has, by the name of its sub-command; empty for what is outside of one.
 struct Page {
     std::map<std::string, std::map<std::string, std::string>> Options; ///< of each sub-command
-    std::vector<std::string> ScriptCommands;                           ///< in bold at the beginnings of paragraphs
+    std::map<std::string, std::string> Texts; ///< of the synopsis, empty name, and of each sub-command
+    std::vector<std::string> ScriptCommands;  ///< in bold at the beginnings of paragraphs
 };
 
 std::string PathOf(const std::string& page) {
@@ -32,6 +34,8 @@ Page PageOf(const std::string& program) {
     std::string subcommand;
     page.Options[""];
     for (const std::string& line : support::Lines(BytesOf(PathOf(program + ".1")))) {
+        if (section == "SYNOPSIS" || !subcommand.empty())
+            page.Texts[subcommand] += line;
         if (line.starts_with("# ")) {
             section = line.substr(2);
             subcommand.clear();
@@ -65,6 +69,16 @@ TEST_P(ManPage, HasTheSubcommandsAndTheirOptions) {
         offered[subcommand].erase("--help"); // the page says once that each has it
     }
     EXPECT_EQ(described, offered);
+}
+
+TEST_P(ManPage, NamesTheArguments) {
+    std::vector<std::string> subcommands = HelpOf(GetParam()).Subcommands;
+    subcommands.emplace_back();
+    Page page = PageOf(GetParam());
+    for (const std::string& subcommand : subcommands) {
+        for (const std::string& argument : HelpOf(GetParam(), subcommand).Arguments)
+            EXPECT_THAT(page.Texts[subcommand], HasSubstr("_" + argument + "_")) << subcommand;
+    }
 }
 
 TEST_P(ManPage, HasTheCommandsOfAScript) {
