@@ -14,6 +14,9 @@ OfferBar::OfferBar(QWidget* parent) : QFrame(parent), Words_(new QLabel(this)) {
     setStyleSheet(QStringLiteral("#offer { background: #ffd54f; } #offer QLabel { color: black; }"));
     Words_->setTextFormat(Qt::PlainText);
     Words_->setWordWrap(true);
+    QSizePolicy rest = Words_->sizePolicy(); // the form alone decides on the window's width
+    rest.setHorizontalPolicy(QSizePolicy::Ignored);
+    Words_->setSizePolicy(rest);
     auto* const row = new QHBoxLayout(this);
     row->setContentsMargins(6, 2, 6, 2);
     row->addWidget(Words_, 1);

@@ -461,6 +461,15 @@ protected:
     ArrivingAtAPalm() : ArrivingFiles(OfType(1)) {}
 };
 
+TEST_F(ArrivingAtAPalm, IsOfferedWithoutAWiderWindow) {
+    const int width = Form().width();
+    MenuEvent(u"Bluetooth Debug...");
+    Arrive("meter.qvd");
+    Step();
+    EXPECT_EQ(Offered(), "Install meter.qvd when this screen is left.");
+    EXPECT_EQ(Form().width(), width);
+}
+
 TEST_F(ArrivingAtAPalm, IsInstalledFromADatabase) {
     Arrive("meter.qvd");
     StepTo("Driver installed");
