@@ -3,12 +3,15 @@
 
 #include "src/drivers/downloads.h"
 #include "src/drivers/inf_tables.h"
+#include "src/drivers/record_editor.h"
 #include "src/drivers/selection.h"
 #include "src/link/ports.h"
 #include "src/link/receive.h"
+#include "src/storage/keyed_tables.h"
 #include "src/storage/line_files.h"
 #include "src/storage/settings.h"
 #include "src/view/inf_fields.h"
+#include "src/view/platform/platform.h"
 #include "src/view/screen_table.h"
 
 #include <algorithm>
@@ -53,6 +56,37 @@ bool DownloadsAreListed() {
 
 bool AnyDownloadIsListed() {
     return DownloadsAreListed() && !modQuorin::Downloads.DownloadFiles.empty();
+}
+
+std::optional<std::int32_t> NextEditedRow(std::int32_t row, std::int32_t step) {
+    if (!modQuorin::IsRecordScreen(Screens.CurrentScreen))
+        return std::nullopt;
+    const auto& grdMain = platform::Device().grdMain;
+    for (row += step; row >= 0 && row < grdMain.Rows(); row += step)
+        if (grdMain.RowHeight(row) > 0 && modQuorin::IsEditedInPlace(row))
+            return row;
+    return std::nullopt;
+}
+
+bool ListStoresNothing() {
+    const modQuorin::ScreenId screen = Screens.CurrentScreen;
+    return screen != 0 && screen != modQuorin::ScrList &&
+           modQuorin::ScreenRow(screen).DrawStyle == modQuorin::CellDrawing::List;
+}
+
+Text WindowTitle() {
+    if (!RecordIsOpen() || modQuorin::Inf.InfFields.empty())
+        return u"Quorin";
+    const Text file = modFileSystem::BareName(modQuorin::Selection.SelectedDownload);
+    const auto& files = modQuorin::Downloads.DownloadFiles;
+    const auto listed = static_cast<std::size_t>(std::find(files.begin(), files.end(), file) - files.begin());
+    const auto& aliases = modQuorin::Downloads.DownloadAliases;
+    const Text alias = listed < aliases.size() ? aliases[listed] : Text();
+    const Text name = file.substr(0, file.rfind(u'.'));
+    using modStringTools::NumberText;
+    return name + (alias.empty() ? u"" : u" (" + alias + u")") + u" · record " +
+           NumberText(modFileSystem::Table.TableRowIndex) + u" of " + NumberText(modFileSystem::Table.TableRowTotal) +
+           u" · " + modQuorin::Selection.SelectedDriver;
 }
 
 bool IsOpenDownload(const Text& file) {

@@ -5,6 +5,7 @@
 #include "src/text/text.h"
 
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 namespace companion {
@@ -22,6 +23,17 @@ std::int32_t InstalledDrivers();
 bool DownloadsAreListed();
 /// True if that list is not empty.
 bool AnyDownloadIsListed();
+
+/// Returns the next shown row of the record on the screen, after `row` or, with a `step` of -1, before it, whose value
+/// is edited in place; nothing if there is none, or no record is on the screen. Rows of dates are passed over.
+std::optional<std::int32_t> NextEditedRow(std::int32_t row, std::int32_t step);
+
+/// True if a list is on the screen in which moving the highlight stores nothing.
+bool ListStoresNothing();
+
+/// Returns the title of the window: "qrn0002 (North wall) · record 2 of 5 · Climate Meter" while a record of a download
+/// is open, else the name of the program.
+Text WindowTitle();
 
 /// True if a table of this bare name is the download that was opened last.
 bool IsOpenDownload(const Text& file);

@@ -8,6 +8,7 @@
 #include "apps/quorin/window_entries.h"
 #include "apps/quorin/window_hints.h"
 #include "apps/quorin/window_options.h"
+#include "apps/quorin/window_place.h"
 #include "apps/quorin/window_ports.h"
 #include "apps/quorin/window_recovery.h"
 #include "apps/quorin/window_settings.h"
@@ -155,6 +156,7 @@ std::string HereNow() {
     host.emplace(options.Device);
     device.emplace(*host, looks, pump, commands, watch);
     watch.Attach(*device);
+    quorin::WindowPlace place(device->window, remembered);
     remembered.Failed = [&device](const std::string& file, const std::string& why) {
         device->onlooker.notices.Raise(
             companion::NothingRemembered(modStringTools::FromBytes(file), modStringTools::FromBytes(why)));
@@ -205,6 +207,7 @@ std::string HereNow() {
         device->onlooker.notices.Raise(companion::DraftNotKept(u"neither XDG_STATE_HOME nor HOME is set"));
     }
     device->StartProgram();
+    place.Restore();
     if (options.Demo)
         quorin::PrepareDemo();
     data.RaiseWhatIsPending();

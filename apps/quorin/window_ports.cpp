@@ -86,8 +86,9 @@ void WindowPorts::Use(const companion::PortChoice& choice) {
     DropOffer();
 }
 
-bool WindowPorts::IsInUse(const std::string& path) const {
-    return Device_.serial.PortOpen() && Canonical(Device_.serial.Address()) == Canonical(path);
+bool WindowPorts::IsOfUse(const std::string& path) const {
+    const bool isInUse = Device_.serial.PortOpen() && Canonical(Device_.serial.Address()) == Canonical(path);
+    return std::filesystem::exists(path) && !isInUse && (!backends::IsBoardPort(path) || LacksDevice());
 }
 
 void WindowPorts::Offer(const std::string& path, const Text& words) {
@@ -106,6 +107,10 @@ void WindowPorts::UseOffered() {
 
 void WindowPorts::DropOffer() {
     Refused_ = Offered_;
+    WithdrawOffer();
+}
+
+void WindowPorts::WithdrawOffer() {
     Offered_.clear();
     Device_.onlooker.notices.Withdraw(companion::AboutAdapter);
 }
@@ -122,11 +127,16 @@ void WindowPorts::OfferArrival(const std::vector<std::string>& adapters) {
     }
 }
 
+/// True if the record on the screen wants the link, and no device is there for the chosen name.
+bool WindowPorts::LacksDevice() const {
+    return modBluetooth::Receive.LinkWanted && !Device_.serial.PortOpen() &&
+           Device_.serial.LastOpening() != platform::NoError && Device_.serial.Address().empty() &&
+           modBluetooth::KindOf(modBluetooth::StoredPort()) == modBluetooth::LinkKind::Serial;
+}
+
 /// A machine without an adapter may have a port of its own. It may be the console, so that a person has to choose it.
 void WindowPorts::OfferBoardPort(const std::vector<std::string>& adapters) {
-    const bool isWanted = modBluetooth::Receive.LinkWanted && Device_.serial.Address().empty() &&
-                          modBluetooth::KindOf(modBluetooth::StoredPort()) == modBluetooth::LinkKind::Serial;
-    if (!isWanted || !adapters.empty() || !Offered_.empty())
+    if (!LacksDevice() || !adapters.empty() || !Offered_.empty())
         return;
     for (const std::string& path : backends::BoardPorts(Survey.DeviceFolder, Survey.SystemFolder))
         if (path != Refused_)
@@ -142,9 +152,8 @@ bool WindowPorts::RaiseWhatIsPending() {
     const std::vector<std::string> adapters = backends::Adapters(Survey.DeviceFolder);
     OfferArrival(adapters);
     OfferBoardPort(adapters);
-    const bool isThere = std::filesystem::exists(Offered_);
-    if (!Offered_.empty() && (!isThere || IsInUse(Offered_)))
-        DropOffer();
+    if (!Offered_.empty() && !IsOfUse(Offered_))
+        WithdrawOffer();
     return false;
 }
 

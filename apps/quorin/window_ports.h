@@ -46,7 +46,9 @@ private:
     void OfferArrival(const std::vector<std::string>& adapters);
     void OfferBoardPort(const std::vector<std::string>& adapters);
     void Offer(const std::string& path, const Text& words);
-    bool IsInUse(const std::string& path) const;
+    bool IsOfUse(const std::string& path) const;
+    bool LacksDevice() const;
+    void WithdrawOffer();
 
     backends::qt::QtPlatform& Device_;
     WindowSettings& Settings_;

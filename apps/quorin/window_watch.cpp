@@ -4,6 +4,7 @@
 #include "backends/host/host_clock.h"
 #include "backends/linux/port_troubles.h"
 #include "backends/qt/conversions.h"
+#include "companion/form_state.h"
 #include "src/text/text.h"
 
 #include <algorithm>
@@ -101,6 +102,7 @@ bool WindowWatch::RaiseWhatIsPending() {
         Panel_->TakeUp();
     if (!Link_.IsDue())
         return false;
+    Device_->window.setWindowTitle(backends::qt::ToQt(companion::WindowTitle()));
     const companion::LinkLine line = Link_.Line(Port(), Device_->boxes.Piled());
     if (line != Shown_)
         Device_->window.SetLinkLine(line);

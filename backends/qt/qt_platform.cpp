@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "backends/qt/qt_platform.h"
 
+#include "backends/loop/acts.h"
 #include "backends/loop/form_events.h"
 #include "backends/loop/form_keys.h"
+#include "companion/form_state.h"
 #include "src/app/keys.h"
 #include "src/view/display_state.h"
 #include "src/view/input_fields.h"
@@ -298,7 +300,11 @@ bool QtPlatform::eventFilter(QObject* object, QEvent* event) {
         return false;
     if (focus.Holder() == &txtInputField)
         LastFieldKey_ = std::chrono::steady_clock::now();
-    return ComesTooLate() || TakeKeyPress(key);
+    const bool isCharacter = !key.text().isEmpty() && key.text()[0].isPrint();
+    const bool taken = ComesTooLate() || TakeKeyPress(key);
+    if (isCharacter)
+        LastCharacter_ = std::chrono::steady_clock::now();
+    return taken;
 }
 
 bool QtPlatform::ComesTooLate() const {
@@ -332,12 +338,55 @@ bool QtPlatform::AnswersPrompt(std::int32_t code) const {
     return Key{code} == Key::Enter && isLine && modQuorin::EnterAnswersPrompt();
 }
 
+/// Tab closes the field of a record and opens the one below it that is edited in place, Shift+Tab the one above, by a
+/// tap on its cell. At the last one it closes the field.
+bool QtPlatform::TakeTab(const QKeyEvent& event) {
+    const bool isBack = event.key() == Qt::Key_Backtab;
+    if ((event.key() != Qt::Key_Tab && !isBack) || !grdMain.Visible() || !grdMain.Enabled())
+        return false;
+    const bool isOpen = focus.Holder() == &txtInputField && txtInputField.Visible();
+    if (!isOpen && (modPDAUI::AnyInputFieldVisible() || isBack))
+        return false;
+    constexpr std::int32_t ValueColumn = 1;
+    const std::int32_t from = isOpen ? modPDAUI::Input.EditRow : grdMain.Row() - 1;
+    if (const auto row = companion::NextEditedRow(from, isBack ? -1 : 1)) {
+        grdMain.Widget().PointerDown(*row, ValueColumn);
+        grdMain.Widget().PointerUp();
+        return true;
+    }
+    if (isOpen && KeyGoesDown(platform::CodeOf(Key::Enter)))
+        ActOnKey(txtInputField, platform::CodeOf(Key::Enter));
+    return isOpen;
+}
+
+/// Only on lists in which the highlight is a mere mark: moving it in the list of ports would store another port.
+bool QtPlatform::TakeHomeOrEnd(const QKeyEvent& event) {
+    const bool isHome = event.key() == Qt::Key_Home;
+    if ((!isHome && event.key() != Qt::Key_End) || &focus.HolderOr(grdMain) != &grdMain ||
+        !companion::ListStoresNothing() || grdMain.Rows() == 0)
+        return false;
+    const std::int32_t row = isHome ? 0 : grdMain.Rows() - 1;
+    ReportAct({.Word = "select", .Arguments = ArgumentsOf({row}), .About = grdMain.Cell(row, 0)});
+    grdMain.SetRow(row);
+    return true;
+}
+
+/// A bar-code scanner types its digits and Enter: no row is selected by that.
+bool QtPlatform::EnterSelects() const {
+    return TraitsOf(system.DeviceType()).HasWindow && !modPDAUI::AnyInputFieldVisible() &&
+           std::chrono::steady_clock::now() - LastCharacter_ >= HandsRest;
+}
+
 /// Returns true if the key has been handled.
 bool QtPlatform::TakeKeyPress(QKeyEvent& event) {
+    if (TakeTab(event) || TakeHomeOrEnd(event))
+        return true;
     auto code = CodeOf(event, KeysOfDevice_);
     if (!code)
         return false;
     FocusTarget& taker = focus.HolderOr(grdMain);
+    if (&taker == &grdMain && Key{*code} == Key::Enter && EnterSelects())
+        code = platform::CodeOf(Key::PalmSelect);
     if (&taker == &grdMain)
         code = modQuorin::KeyForGrid(*code);
     const modQuorin::ScreenId screen = modQuorin::Screens.CurrentScreen;

@@ -108,6 +108,9 @@ private:
     /// Raises key down. Returns true if the control is to react to it.
     bool KeyGoesDown(std::int32_t code);
     bool TakeKeyPress(QKeyEvent& event);
+    bool TakeTab(const QKeyEvent& event);
+    bool TakeHomeOrEnd(const QKeyEvent& event);
+    bool EnterSelects() const;
     bool AnswersPrompt(std::int32_t code) const;
     /// True if the key was meant for the text field that a change of the record has closed while the user was typing.
     bool ComesTooLate() const;
@@ -121,13 +124,14 @@ private:
     bool SizeChanged_ = false;
     bool KeyboardChanged_ = false;
     bool CloseWanted_ = false;
-    bool Delivering_ = false;                            ///< SendKey is sending a key, which the form must not get
-    std::map<int, HeldKey> Held_;                        ///< keys of the keyboard that were pressed on the form
-    std::map<std::int32_t, HeldKey> HeldButtons_;        ///< pressed buttons of the strip
-    modQuorin::ScreenId SeenScreen_ = 0;                 ///< the screen at the last round of events
-    std::int64_t SeenSince_ = 0;                         ///< since when, by the device's clock
-    std::chrono::steady_clock::time_point LastKey_;      ///< when a key was last pressed, but in a box
-    std::chrono::steady_clock::time_point LastFieldKey_; ///< when a key was last typed into the text field
+    bool Delivering_ = false;                             ///< SendKey is sending a key, which the form must not get
+    std::map<int, HeldKey> Held_;                         ///< keys of the keyboard that were pressed on the form
+    std::map<std::int32_t, HeldKey> HeldButtons_;         ///< pressed buttons of the strip
+    modQuorin::ScreenId SeenScreen_ = 0;                  ///< the screen at the last round of events
+    std::int64_t SeenSince_ = 0;                          ///< since when, by the device's clock
+    std::chrono::steady_clock::time_point LastKey_;       ///< when a key was last pressed, but in a box
+    std::chrono::steady_clock::time_point LastCharacter_; ///< when a character was last typed anywhere in the window
+    std::chrono::steady_clock::time_point LastFieldKey_;  ///< when a key was last typed into the text field
 };
 
 } // namespace backends::qt

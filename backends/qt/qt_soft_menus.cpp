@@ -6,6 +6,8 @@
 #include <QKeySequence>
 #include <QShortcut>
 
+#include <algorithm>
+
 namespace backends::qt {
 
 namespace {
@@ -57,6 +59,11 @@ void SoftMenus::PutInto(QWidget& window, QBoxLayout& head, QBoxLayout& foot, boo
         QObject::connect(shortcut, &QShortcut::activated, [this, number] { Open(number); });
         if (!asKeys) {
             MenuBar_->addMenu(&Lists_[menu].List);
+            Lists_[menu].Only = MenuBar_->addAction(QString());
+            QObject::connect(Lists_[menu].Only, &QAction::triggered, [this, number] {
+                if (ItemClicked)
+                    ItemClicked(number, 1);
+            });
             QObject::connect(&Lists_[menu].List, &QMenu::aboutToShow, [this, number] {
                 if (TitleClicked)
                     TitleClicked(number);
@@ -115,15 +122,32 @@ void SoftMenus::Follow(std::size_t menu) {
         action.setEnabled(entry.Enabled());
     }
     if (MenuBar_ != nullptr) {
-        QAction& action = *Lists_[menu].List.menuAction();
-        action.setText(caption);
-        action.setVisible(title.Visible());
-        action.setEnabled(title.Enabled());
+        ShowInBar(menu, caption);
     } else {
         Keys_[menu]->setText(title.Visible() ? caption : QString());
         Keys_[menu]->setAccessibleName(ToQt(title.Caption()));
         Keys_[menu]->setEnabled(title.Visible() && title.Enabled() && !IsBlocked_);
     }
+}
+
+bool SoftMenus::HasOneItem(std::size_t menu) const {
+    const auto& items = Items[menu];
+    return items[0].Visible() &&
+           std::none_of(items.begin() + 1, items.end(), [](const QtMenuItem& item) { return item.Visible(); });
+}
+
+/// A list of one item is not opened: a click on its title runs the item.
+void SoftMenus::ShowInBar(std::size_t menu, const QString& caption) {
+    const QtMenuItem& title = Titles[menu];
+    const bool isOne = HasOneItem(menu);
+    QAction& list = *Lists_[menu].List.menuAction();
+    QAction& only = *Lists_[menu].Only;
+    for (QAction* const action : {&list, &only})
+        action->setText(caption);
+    list.setVisible(title.Visible() && !isOne);
+    list.setEnabled(title.Enabled());
+    only.setVisible(title.Visible() && isOne);
+    only.setEnabled(title.Enabled() && Items[menu][0].Enabled());
 }
 
 void SoftMenus::SetBlocked(bool blocked) {
@@ -145,6 +169,8 @@ void SoftMenus::Open(std::int32_t menu) {
     if (!title.Visible() || !title.Enabled())
         return;
     QMenu& list = Lists_[Index(menu)].List;
+    if (MenuBar_ != nullptr && HasOneItem(Index(menu))) // nothing if it is disabled
+        return Lists_[Index(menu)].Only->trigger();
     if (MenuBar_ != nullptr) {
         MenuBar_->setActiveAction(list.menuAction());
         MarkFirst(list);

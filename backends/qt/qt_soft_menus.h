@@ -82,11 +82,14 @@ public:
 
 private:
     void Follow(std::size_t menu);
+    void ShowInBar(std::size_t menu, const QString& caption);
+    bool HasOneItem(std::size_t menu) const;
     QString WithMnemonic(const Text& caption, QString& taken) const;
 
     struct Shown {
         QMenu List;
         std::array<QAction*, MenuItemCount> Actions{};
+        QAction* Only = nullptr; ///< in the menu bar in place of the list while that has one item
     };
 
     std::array<Shown, 2> Lists_;

@@ -7,6 +7,7 @@
 
 #include <QCloseEvent>
 #include <QGridLayout>
+#include <QScreen>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -223,7 +224,9 @@ void Window::LetSize() {
 
 void Window::Fit() {
     layout()->activate();
-    resize(layout()->totalSizeHint());
+    constexpr QSize Frame(8, 40); // pixels of the screen, at most
+    const QSize room = screen()->availableGeometry().size() - Frame / Scale_;
+    resize(layout()->totalSizeHint().boundedTo(room));
 }
 
 void Window::Put(QLabel& label, const QString& text) {

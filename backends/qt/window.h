@@ -60,12 +60,14 @@ public:
 
     /// Shows a strip of buttons, one for each key.
     void ShowKeys(const std::vector<DeviceKey>& keys);
+    /// True once LetSize was called.
+    bool IsResizable() const { return IsOneLine_; }
     /// Fixes the window at the size that its parts need.
     void HoldSize();
     /// Makes the window resizable. The status area then keeps its height: otherwise each text would change the form's
     /// height.
     void LetSize();
-    /// Gives the window the size that its parts ask for.
+    /// Gives the window the size that its parts ask for, as far as the screen has room for it and its frame.
     void Fit();
 
     /// Sets the status area's line on the state of the link and the last reading. A screen reader says it if it is

@@ -233,6 +233,10 @@ bool LeaveRecord() {
     return true;
 }
 
+bool IsEditedInPlace(std::int32_t row) {
+    return EditKind(row) == FieldType::Text || EditKind(row) == FieldType::Time;
+}
+
 void SelectRecordCell(std::int32_t, std::int32_t) {
     const std::int32_t row = Device().grdMain.Row();
     const std::int32_t col = Device().grdMain.Col();

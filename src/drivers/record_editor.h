@@ -39,6 +39,9 @@ void ShowRecordTitle(const Text& title);
 /// Saves what is being edited and opens the screen that Back leads to from a record.
 bool LeaveRecord();
 
+/// True if OK on the value of this row opens a field over it.
+bool IsEditedInPlace(std::int32_t row);
+
 /// Handles OK on a cell: opens the editor for the kind of the field.
 void SelectRecordCell(std::int32_t row, std::int32_t col);
 

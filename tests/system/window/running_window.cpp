@@ -376,6 +376,10 @@ void RunningWindow::Choose(const std::string& menuKey, const std::string& letter
     EXPECT_TRUE(isDone) << menuKey << ' ' << letter;
 }
 
+void RunningWindow::Run(const std::string& menuKey, const Effect& effect) {
+    EXPECT_TRUE(Screen_->Press(menuKey, effect)) << menuKey;
+}
+
 bool RunningWindow::IsAsking() {
     const std::string active = Screen_->ActiveWindow();
     return IsMenuOrBoxOpen() && !active.empty() && active != Main_;

@@ -143,6 +143,8 @@ public:
     Child& Process() { return Program_; }
     /// Opens a menu, and chooses its entry by the letter that is underlined.
     void Choose(const std::string& menuKey, const std::string& letter, const Effect& effect);
+    /// Runs the only item of a menu, which the key does.
+    void Run(const std::string& menuKey, const Effect& effect);
     [[nodiscard]] bool MenuOpens(const std::string& menuKey);
     bool IsMenuOrBoxOpen() { return Screen_->Windows().size() > 1; }
     /// Returns true if a message box has the keyboard.

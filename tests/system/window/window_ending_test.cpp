@@ -50,7 +50,7 @@ protected:
     bool Shows(QRgb colour) { return !BoxOf(Screen.Picture(), colour).isEmpty(); }
     void ShowDownloads() {
         Window->Choose("F1", "s", AnotherScreen());
-        Window->Choose("F1", "o", AnotherScreen());
+        Window->Run("F1", AnotherScreen());
     }
     void OpenRecord() {
         ShowDownloads();

@@ -116,7 +116,7 @@ protected:
     }
     void ShowDownloads() {
         Window->Choose("F1", "s", AnotherScreen());
-        Window->Choose("F1", "o", AnotherScreen());
+        Window->Run("F1", AnotherScreen());
     }
     /// Opens a download that can't be created because a folder has its name.
     void OpenADownloadThatCantBeMade() {

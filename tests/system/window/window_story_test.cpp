@@ -195,8 +195,8 @@ TEST_P(WindowStory, OfATechnicianEndsInTheRecordsOnDisk) {
 
     // Leave by the menus, and by closing the window.
     Window->Choose("F1", "c", AnotherScreen());
-    Window->Choose("F2", "b", AnotherScreen());
-    Window->Choose("F2", "b", [&] { return BoxOf(Screen.Picture(), TitleBlue).isEmpty(); });
+    Window->Run("F2", AnotherScreen());
+    Window->Run("F2", [&] { return BoxOf(Screen.Picture(), TitleBlue).isEmpty(); });
     EXPECT_TRUE(Screen.Press("alt+F4", [&] { return Window->Process().HasEnded(); }));
     EXPECT_EQ(Window->Process().ExitStatus(), 0);
     EXPECT_EQ(Window->Process().Errors(), "");

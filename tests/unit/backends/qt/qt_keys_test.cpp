@@ -174,6 +174,7 @@ TEST_F(KeysOfAWindow, HeldOverABoxActOnce) {
 TEST_F(KeysOfAWindow, EnterThatIsHeldOverAPromptIsNoLongPress) {
     modQuorin::MenuEvent(u"File Debug...");
     Repaint();
+    Press(Qt::Key_X); // Enter right after a character is not the select key
     QTest::keyPress(Form().focusWidget(), Qt::Key_Return);
     Settle();
     ASSERT_TRUE(Device.Platform.tmrHoldEvent.Enabled());

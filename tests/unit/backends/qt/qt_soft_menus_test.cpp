@@ -120,8 +120,30 @@ TEST_F(Menus, AreWorkedByTheKeyboardAlone) {
     EXPECT_THAT(Heard, ElementsAre("menu 1", "item 2 of menu 1"));
 }
 
+TEST_F(Menus, OfOneItemRunItByAClickOnTheirTitle) {
+    Set(0, u"Ok", {u"Ok"});
+    EXPECT_EQ(Texts(Bar()).front(), "&Ok");
+    EXPECT_EQ(Bar().front()->menu(), nullptr);
+    Click(*Of().Bar(), Of().Bar()->actionGeometry(Bar().front()).center());
+    EXPECT_THAT(Heard, ElementsAre("item 1 of menu 1"));
+    Press(Qt::Key_F1);
+    EXPECT_THAT(Heard, ElementsAre("item 1 of menu 1", "item 1 of menu 1"));
+    EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
+    Set(0, u"File", {u"Open", u"Close"});
+    EXPECT_NE(Bar().front()->menu(), nullptr);
+}
+
+TEST_F(Menus, OfOneItemRunNothingWhileTheyAreDisabled) {
+    Set(0, u"Ok", {u"Ok"});
+    modPDAUI::ShowStatus(u"Busy");
+    Settle();
+    Press(Qt::Key_F1);
+    Click(*Of().Bar(), Of().Bar()->actionGeometry(Bar().front()).center());
+    EXPECT_THAT(Heard, IsEmpty());
+}
+
 TEST_F(Menus, OpenNothingWhileTheyAreDisabled) {
-    Set(0, u"Menu", {u"Open"});
+    Set(0, u"Menu", {u"Open", u"Close"});
     modPDAUI::ShowStatus(u"Busy");
     Settle();
     Press(Qt::Key_F1);

@@ -19,7 +19,13 @@ using testing::Pair;
 
 class PortsOfTheWindow : public windowtest::InAWindow {
 protected:
-    PortsOfTheWindow() {
+    /// No name means a device of this machine.
+    static backends::DeviceOptions Options() {
+        backends::DeviceOptions options = windowtest::OfType(0);
+        options.Ports.Find = [](std::int32_t) { return std::string(); };
+        return options;
+    }
+    PortsOfTheWindow() : InAWindow(Options()) {
         Ports.Survey.DeviceFolder = Dev.Path();
         Ports.Survey.SystemFolder = Sys.Path();
         Ports.Survey.Describe = [](const std::string&) { return companion::DeviceName{"", "FT232R", ""}; };
@@ -99,6 +105,9 @@ TEST_F(PortsOfTheWindow, TheBoardsPortIsOfferedWhereThereIsNoAdapter) {
     OpenRecord();
     modBluetooth::Receive.LinkWanted = true;
     Look();
+    EXPECT_EQ(Offered(), u"nothing") << "it was not tried yet";
+    Pass(600);
+    Look();
     EXPECT_EQ(Offered(), u"No adapter is plugged in. This machine has a port of its own, " +
                              modStringTools::FromBytes(Dev.Path("ttyS0")) + u". Use it?");
     Ports.DropOffer();
@@ -108,6 +117,20 @@ TEST_F(PortsOfTheWindow, TheBoardsPortIsOfferedWhereThereIsNoAdapter) {
     Ports.DropOffer();
     Look();
     EXPECT_NE(Offered().find(u"ttyUSB0"), Text::npos);
+}
+
+TEST_F(PortsOfTheWindow, TheBoardsPortIsNotOfferedForLong) {
+    Dev.Link(Adapter.Path(), "ttyS0");
+    Sys.Put("class/tty/ttyS0/type", "4\n");
+    modQuorin::SaveSetting(u"ComPort", u"Com1");
+    OpenRecord();
+    modBluetooth::Receive.LinkWanted = true;
+    Pass(600);
+    Look();
+    ASSERT_NE(Offered(), u"nothing");
+    modBluetooth::Receive.LinkWanted = false;
+    Look();
+    EXPECT_EQ(Offered(), u"nothing") << "the record was left";
 }
 
 TEST_F(PortsOfTheWindow, AnotherPortTakesThePlaceOfTheOpenOne) {
