@@ -51,7 +51,7 @@ void Hints::Show(const Surroundings& now) {
         return;
     if (!now.HasDriver && Wanted(DriverStep))
         Notices_.Raise(HintOf(u"No driver is installed yet.",
-                              {{OfferSample, u"Try the sample"}, NoHints}));
+                              {{OfferInstall, u"Install a driver…"}, {OfferSample, u"Try the sample"}, NoHints}));
     else if (now.IsListOfDownloads && !now.HasDownload && Wanted(DownloadStep))
         Notices_.Raise(HintOf(u"No download yet: File, New makes one.", {NoHints}));
     else if (!now.HasPort && Wanted(PortStep))

@@ -2,6 +2,7 @@
 #include "apps/quorin/arriving.h"
 
 #include "apps/quorin/host_file.h"
+#include "apps/quorin/sample_driver.h"
 #include "backends/files/host_files.h"
 #include "backends/qt/conversions.h"
 #include "companion/download_search.h"
@@ -61,13 +62,23 @@ void Arriving::Take(const std::string& path, const std::string& name) {
 void Arriving::TakePackage(const std::string& path) {
     std::string bytes;
     const std::string why = ReadHostFile(path, companion::LargestPackage, bytes);
+    if (why.empty())
+        AddPackage(FromBytes(FileName(path)), bytes);
+    else
+        Tell(FromBytes(path) + u" can't be read: " + FromBytes(why) + u".");
+}
+
+void Arriving::AddPackage(const Text& name, std::string_view bytes) {
     companion::Package package;
-    const Text problem = why.empty() ? companion::TakePackage(FromBytes(FileName(path)), bytes, package)
-                                     : FromBytes(path) + u" can't be read: " + FromBytes(why) + u".";
+    const Text problem = companion::TakePackage(name, bytes, package);
     if (problem.empty())
         Waiting_.Add(package);
     else
         Tell(problem);
+}
+
+void Arriving::ArriveSample() {
+    AddPackage(u"climate.qvd", SampleDriver());
 }
 
 bool Arriving::IsInDataFolder(const std::string& path) const {

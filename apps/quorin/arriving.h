@@ -12,6 +12,7 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace quorin {
@@ -23,6 +24,8 @@ public:
     /// Takes files, and names of downloads, as a person gives them. `folder`: where relative paths start. May be called
     /// at any time: the form is not touched.
     void Arrive(const std::vector<std::string>& names, const std::string& folder);
+    /// Takes the sample driver, as if its package had come as a file.
+    void ArriveSample();
     /// Opens a dialog for packages. It runs no loop.
     void ChooseFiles();
     /// Does the next thing that has been asked for, if the form is free. Must be called at the outermost level of the
@@ -35,6 +38,7 @@ public:
 private:
     void Take(const std::string& path, const std::string& name);
     void TakePackage(const std::string& path);
+    void AddPackage(const Text& name, std::string_view bytes);
     bool IsInDataFolder(const std::string& path) const;
     Text DownloadAt(const std::string& path) const;
     /// Tells a problem: on standard error at once, in a box with the next step.

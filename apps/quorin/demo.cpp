@@ -32,11 +32,7 @@ void PrepareDemo() {
         modQuorin::SaveSetting(PortKey, u"Com" + modStringTools::NumberText(DemoPort));
     modQuorin::LoadDriverList();
     if (modQuorin::Registry.DriverNames.empty())
-        InstallSample();
-}
-
-bool InstallSample() {
-    return modQuorin::InstallLines(SampleLines());
+        modQuorin::InstallLines(SampleLines());
 }
 
 } // namespace quorin

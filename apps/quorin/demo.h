@@ -14,7 +14,4 @@ inline constexpr std::int32_t DemoPort = 1;
 /// the storage is full, the program stops as after any failed write, and the next call completes the preparation.
 void PrepareDemo();
 
-/// Installs the sample driver as an ordinary installation would. Returns true if it is installed.
-bool InstallSample();
-
 } // namespace quorin

@@ -167,16 +167,13 @@ std::string HereNow() {
     watch.Does(companion::OfferUsePort, [&ports] { ports->UseOffered(); });
     watch.Does(companion::OfferNotNow, [&ports] { ports->DropOffer(); });
     hints.emplace(*device, remembered, [&watch] { return watch.PortTrouble(); });
-    watch.Does(companion::OfferSample, [&hints] {
-        quorin::InstallSample();
-        hints->LookForDriver();
-    });
     watch.Does(companion::OfferNoHints, [&hints] { hints->SetOn(false); });
     quorin::DataFolder data(*device, quorin::FullPath(options.Device.Root));
     quorin::Arriving arriving(*device, data);
     quorin::PackageWatch packages(*device, options.Device.Root);
     watch.FolderWanted = [&data] { data.Open(); };
     watch.Does(companion::OfferInstall, [&arriving] { arriving.ChooseFiles(); });
+    watch.Does(companion::OfferSample, [&arriving] { arriving.ArriveSample(); });
     quorin::FillWindowMenu(*device, data, arriving, *ports, *hints);
     if (options.Journal)
         device->onlooker.notices.Raise(companion::JournalKept(modStringTools::FromBytes(options.Journal->Folder)));

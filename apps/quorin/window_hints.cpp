@@ -38,12 +38,6 @@ WindowHints::WindowHints(backends::BackEnd& device, WindowSettings& settings, st
     device.loop.Listen(*this);
 }
 
-/// A file is read: not in each round.
-void WindowHints::LookForDriver() {
-    if (Hints_.AsksForDriver())
-        HasDriver_ = companion::InstalledDrivers() > 0;
-}
-
 void WindowHints::SetOn(bool on) {
     Hints_.SetOn(on);
     Settings_.Save(OnName, on ? "on" : "off");
@@ -51,8 +45,8 @@ void WindowHints::SetOn(bool on) {
 
 companion::Surroundings WindowHints::Look() {
     const modQuorin::ScreenId screen = modQuorin::Screens.CurrentScreen;
-    if (screen != SeenScreen_)
-        LookForDriver();
+    if (screen != SeenScreen_ && Hints_.AsksForDriver()) // a file is read: not in each round
+        HasDriver_ = companion::InstalledDrivers() > 0;
     SeenScreen_ = screen;
     const modBluetooth::LinkKind port = modBluetooth::KindOf(modBluetooth::StoredPort());
     return {

@@ -20,9 +20,6 @@ public:
 
     bool RaiseWhatIsPending() override;
 
-    /// Finds out whether a driver is installed by now; it does so itself when another screen appears.
-    void LookForDriver();
-
     bool AreOn() const { return Hints_.IsOn(); }
     /// Shows hints or not, in this run and in later ones.
     void SetOn(bool on);

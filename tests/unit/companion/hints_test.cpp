@@ -30,7 +30,7 @@ protected:
 TEST_F(OfHints, LeadFromADriverToAnOpenLink) {
     OfDevice.Look(Now);
     EXPECT_EQ(Shown(), u"No driver is installed yet.");
-    EXPECT_THAT(Offers(), ElementsAre(u"Try the sample", u"No hints"));
+    EXPECT_THAT(Offers(), ElementsAre(u"Install a driver…", u"Try the sample", u"No hints"));
     Now.HasDriver = true;
     OfDevice.Look(Now);
     EXPECT_EQ(Shown(), u"No port is chosen: nothing can be received.");
