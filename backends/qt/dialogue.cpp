@@ -3,16 +3,35 @@
 
 #include <QApplication>
 #include <QEvent>
+#include <QGridLayout>
+#include <QSpacerItem>
+
+#include <algorithm>
 
 namespace backends::qt {
 
 Dialogue::Dialogue(QWidget* parent, bool underHands) : QMessageBox(parent) {
+    // A question that is minimised would block the window with nothing to be seen.
+    setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint);
     if (parent != nullptr)
         addActions(parent->actions());
     if (!underHands)
         return;
     Rest_.start();
     qApp->installEventFilter(this);
+}
+
+/// The box makes its layout anew with each text, so that the width is set last. On a small device it is the window's.
+void Dialogue::showEvent(QShowEvent* event) {
+    constexpr int TitleWidth = 30; // characters
+    const int wished = TitleWidth * fontMetrics().averageCharWidth();
+    const int room = parentWidget() == nullptr ? wished : parentWidget()->width();
+    if (auto* const grid = qobject_cast<QGridLayout*>(layout())) {
+        const QMargins edges = grid->contentsMargins();
+        const int width = std::min(wished, room - edges.left() - edges.right());
+        grid->addItem(new QSpacerItem(width, 0), grid->rowCount(), 0, 1, grid->columnCount());
+    }
+    QMessageBox::showEvent(event);
 }
 
 bool Dialogue::eventFilter(QObject* object, QEvent* event) {

@@ -7,7 +7,7 @@
 
 namespace backends::qt {
 
-/// The actions of its parent, with their keys, are also those of the box. With `underHands`, keys are ignored until
+/// It is wide enough for its title. The actions of its parent, with their keys, are also those of the box. With `underHands`, keys are ignored until
 /// none has been pressed for half a second.
 class Dialogue final : public QMessageBox {
 public:
@@ -15,6 +15,7 @@ public:
 
 protected:
     bool eventFilter(QObject* object, QEvent* event) override;
+    void showEvent(QShowEvent* event) override;
 
 private:
     QElapsedTimer Rest_;

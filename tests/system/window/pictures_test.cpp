@@ -11,9 +11,11 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QLibraryInfo>
 #include <QLocale>
 #include <QMenu>
 #include <QPainter>
+#include <QVersionNumber>
 
 #include <cstdlib>
 #include <sys/wait.h>
@@ -260,6 +262,8 @@ TEST_F(PalmPictures, OfARecord) {
 
 /// The substitute for the missing narrow font is as narrow.
 TEST_F(PalmPictures, OfARecordWhereTheNarrowFontIsMissing) {
+    if (QLibraryInfo::version() >= QVersionNumber(6, 5))
+        GTEST_SKIP() << "this version of Qt draws a font that it narrows itself otherwise";
     if (!RunsAtTwiceTheSize("fonts-without-narrow"))
         return;
     OpenSample();

@@ -32,6 +32,14 @@ TEST_F(BoxInAWindow, AnswersAsItsButtonsAreClicked) {
     EXPECT_EQ(Device.Platform.boxes.Dialog(), nullptr);
 }
 
+TEST_F(BoxInAWindow, ShowsItsWholeTitleAndCantBeMinimised) {
+    AskInABox(BoxButtons::Ok, [this] {
+        EXPECT_GE(Box().width(), 20 * Box().fontMetrics().averageCharWidth());
+        EXPECT_FALSE(Box().windowFlags().testAnyFlags(Qt::WindowMinMaxButtonsHint));
+        ClickInBox(QMessageBox::Ok);
+    });
+}
+
 TEST_F(BoxInAWindow, IsNoAtEnter) {
     EXPECT_EQ(AskInABox(BoxButtons::YesNo, [this] { KeyInBox(Qt::Key_Return); }), BoxAnswer::No);
     EXPECT_EQ(AskInABox(BoxButtons::Ok, [this] { KeyInBox(Qt::Key_Return); }), BoxAnswer::Ok);
