@@ -4,6 +4,7 @@
 #include "apps/quorin-console/port_objects.h"
 #include "backends/descriptor/descriptor.h"
 #include "backends/files/host_files.h"
+#include "backends/files/left_files.h"
 #include "backends/files/root_lock.h"
 #include "backends/linux/port_list.h"
 
@@ -59,6 +60,15 @@ ExitStatus ListPorts(const Options& options) {
     return ExitStatus::Ended;
 }
 
+/// Removes what killed programs have left half-written.
+void RemoveLeftFiles(const Options& options) {
+    backends::RemoveLeftFiles(options.Device.Root, backends::DepthOfRoot);
+    if (!options.Device.Settings.empty())
+        backends::RemoveLeftFiles(backends::FolderOf(options.Device.Settings), 0);
+    if (!options.Drafts.empty())
+        backends::RemoveLeftFiles(options.Drafts, 0);
+}
+
 } // namespace
 
 ExitStatus ConsoleMain(int count, char** words, ExitStatus (*run)(const Options&, Session&)) {
@@ -107,6 +117,7 @@ ExitStatus ConsoleMain(int count, char** words, ExitStatus (*run)(const Options&
         std::cerr << "quorin-console: " << lock.Refusal() << "\n";
         return ExitStatus::NotStarted;
     }
+    RemoveLeftFiles(options);
     return run(options, session);
 }
 

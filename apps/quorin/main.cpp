@@ -16,6 +16,7 @@
 #include "apps/start/exit_status.h"
 #include "apps/start/process.h"
 #include "backends/files/host_files.h"
+#include "backends/files/left_files.h"
 #include "backends/files/root_lock.h"
 #include "backends/host/drafts.h"
 #include "backends/host/journal.h"
@@ -98,6 +99,14 @@ std::string FindPlaces(quorin::Options& options) {
 /// Returns the file of the form's settings, once the places are known.
 std::string SettingsOf(const quorin::Options& options) {
     return options.Device.Settings.empty() ? options.Device.Root + "/settings.ini" : options.Device.Settings;
+}
+
+/// Removes what killed programs have left half-written.
+void RemoveLeftFiles(const quorin::Options& options) {
+    backends::RemoveLeftFiles(options.Device.Root, backends::DepthOfRoot);
+    backends::RemoveLeftFiles(backends::FolderOf(SettingsOf(options)), 0);
+    if (const auto state = apps::StateFolder())
+        backends::RemoveLeftFiles(*state + "/drafts", 0);
 }
 
 /// Prints the ports as the window would use them. Where there is no place for settings, nothing is remembered.
@@ -255,5 +264,6 @@ int main(int count, char** words) {
     const LockResult locked = lock.Take(root, "quorin");
     if (locked == LockResult::Taken || locked == LockResult::NoFolder)
         return NotStarted(lock.Refusal());
+    RemoveLeftFiles(options);
     RunWindow(options, locked == LockResult::Unguarded ? lock.Warning() : std::string());
 }

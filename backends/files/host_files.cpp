@@ -294,7 +294,7 @@ ErrorNumber Replacement::Begin() {
 }
 
 ErrorNumber Replacement::MakeBeside() {
-    const std::string stem = ".quorin-" + std::to_string(::getpid()) + "-";
+    const std::string stem = std::string(ReplacementStem) + std::to_string(::getpid()) + "-";
     for (int attempt = 0; attempt < BesideTries; ++attempt) {
         BesideName_ = stem + std::to_string(attempt);
         const ErrorNumber error = CreateRegular(Target_.Folder, BesideName_, O_RDWR, Beside_);

@@ -103,6 +103,9 @@ struct RightsWatch {
 };
 inline RightsWatch Rights;
 
+/// The names of the files of Replacements begin with this, followed by the process, "-" and a number.
+inline constexpr std::string_view ReplacementStem = ".quorin-";
+
 /// New content for a file, which appears under its name completely or not at all: it is written to a file beside it,
 /// synced and renamed. The rights of an existing file are kept (file_rights.h). The content is discarded unless it is
 /// committed.

@@ -4,6 +4,7 @@
 #include "tests/support/printed_rows.h"
 #include "tests/unit/apps/quorin-console/console_run.h"
 
+#include <climits>
 #include <filesystem>
 
 namespace console {
@@ -208,6 +209,7 @@ TEST_P(WrongUsage, EndsWithTwoAndALineThatSaysWhy) {
     const Outcome run = With(GetParam(), "tick 1\n");
     EXPECT_EQ(run.Status, 2);
     EXPECT_THAT(run.Lines, IsEmpty());
+    EXPECT_THAT(run.Errors, testing::StartsWith("quorin-console: "));
     EXPECT_THAT(run.Errors, HasSubstr("\n"));
 }
 
@@ -243,6 +245,15 @@ TEST_F(Console, NeedsARootFolderThatCanBeUsed) {
     const Outcome run = Bare({"--root", (Root.Path() / "file").string()});
     EXPECT_EQ(run.Status, 2);
     EXPECT_THAT(run.Errors, HasSubstr("root folder"));
+}
+
+TEST_F(Console, RemovesWhatAKilledProgramLeftHalfWritten) {
+    const std::string left = "Quorin/.quorin-" + std::to_string(INT_MAX) + "-0"; // no process has this number
+    Root.Put(left, "half");
+    const auto path = Root.Path() / left;
+    std::filesystem::last_write_time(path, std::filesystem::last_write_time(path) - std::chrono::hours(25));
+    Tell({"tick 1"});
+    EXPECT_FALSE(std::filesystem::exists(path));
 }
 
 /// The sanitizers must be loaded first, unless their check of that is switched off.
