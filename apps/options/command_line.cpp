@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "apps/options/command_line.h"
 
+#include "apps/start/help.h"
 #include "src/text/text.h"
 #include "src/view/painting.h"
 
@@ -11,6 +12,7 @@
 namespace apps {
 
 Reading ReadCommandLine(CLI::App& app, int count, const char* const* words, const std::function<void()>& understand) {
+    start::NameTheProgram(app);
     try {
         app.parse(count, words);
         understand();

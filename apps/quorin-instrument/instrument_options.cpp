@@ -152,6 +152,7 @@ bool ReadCommandLine(int argc, char** argv, CommandLine& line, start::ExitStatus
     AddPaceOptions(app, line, interval, linger);
     AddFaultOptions(app, line.Play.Faults);
     start::ShowOneLineEach(app);
+    start::NameTheProgram(app);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {

@@ -36,6 +36,12 @@ void ShowOneLineEach(CLI::App& app) {
     }
 }
 
+void NameTheProgram(CLI::App& app) {
+    app.failure_message([](const CLI::App* program, const CLI::Error& error) {
+        return program->get_name() + ": " + CLI::FailureMessage::simple(program, error);
+    });
+}
+
 std::string ExitStatusHelp() {
     return R"(Exit status of all programs:
   0  done

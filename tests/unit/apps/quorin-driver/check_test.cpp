@@ -107,6 +107,7 @@ TEST_F(DriverProgram, ShowsItsCommandsAndOptions) {
     support::ExpectPlainHelp(Run("--help").Output);
     EXPECT_THAT(Run("check --help").Output, HasSubstr("\n  --stream FILE             Say where each"));
     EXPECT_EQ(Run("").Status, 2);
+    EXPECT_EQ(Run("").Errors, "quorin-driver: A subcommand is required\nRun with --help for more information.\n");
     EXPECT_EQ(Run("check").Status, 2);
     EXPECT_THAT(Run("--version").Output, StartsWith("quorin-driver V "));
 }

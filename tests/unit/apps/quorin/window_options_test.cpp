@@ -140,7 +140,7 @@ TEST_P(BadOptions, AreRefusedWithALineThatSaysWhy) {
     const Answer answer = AnswerTo(GetParam().Said);
     EXPECT_EQ(answer.Read, Reading::Wrong);
     EXPECT_EQ(answer.Output, "");
-    EXPECT_EQ(answer.Errors, GetParam().Meant + "\nRun with --help for more information.\n");
+    EXPECT_EQ(answer.Errors, "quorin: " + GetParam().Meant + "\nRun with --help for more information.\n");
 }
 
 const std::string NoDevice = " is neither a device type, from 0 on, nor the name of a device";
