@@ -31,13 +31,35 @@ std::string LinkTarget(const std::string& path) {
 } // namespace
 
 PseudoTerminal::~PseudoTerminal() {
+    RemoveLink();
+}
+
+void PseudoTerminal::RemoveLink() {
     // Another instrument may have replaced the link by its own.
     if (LinkMade_ && LinkTarget(Link_) == SlavePath_) {
         unlink(Link_.c_str());
     }
+    LinkMade_ = false;
+}
+
+void PseudoTerminal::Unplug() {
+    RemoveLink();
+    Master_.Close();
+    LineReady_ = false;
 }
 
 Outcome PseudoTerminal::Open() {
+    if (const Outcome plugged = Plug(); plugged != Outcome::Done) {
+        return plugged;
+    }
+    std::printf("%s\n", SlavePath_.c_str());
+    if (std::fflush(stdout) != 0) {
+        return FailBySystem("can't write the name of the line");
+    }
+    return Outcome::Done;
+}
+
+Outcome PseudoTerminal::Plug() {
     Master_ = backends::Descriptor(posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC | O_NONBLOCK));
     if (!Master_.Valid() || grantpt(Master_.Number()) != 0 || unlockpt(Master_.Number()) != 0) {
         return FailBySystem("can't open a pseudo terminal");
@@ -52,14 +74,7 @@ Outcome PseudoTerminal::Open() {
     if (!slave.Valid()) {
         return FailBySystem("can't open " + SlavePath_);
     }
-    if (const Outcome made = MakeLink(); made != Outcome::Done) {
-        return made;
-    }
-    std::printf("%s\n", SlavePath_.c_str());
-    if (std::fflush(stdout) != 0) {
-        return FailBySystem("can't write the name of the line");
-    }
-    return Outcome::Done;
+    return MakeLink();
 }
 
 Outcome PseudoTerminal::MakeLink() {
@@ -78,6 +93,9 @@ Outcome PseudoTerminal::MakeLink() {
 }
 
 bool PseudoTerminal::ReaderThere() const {
+    if (!IsPlugged()) {
+        return false;
+    }
     pollfd master = {Master_.Number(), 0, 0};
     return poll(&master, 1, 0) >= 0 && (master.revents & POLLHUP) == 0;
 }
@@ -116,6 +134,20 @@ Outcome PseudoTerminal::Send(std::string_view bytes) {
         bytes.remove_prefix(written > 0 ? static_cast<std::size_t>(written) : 0);
     }
     return Outcome::Done;
+}
+
+bool PseudoTerminal::SendAtOnce(std::string_view bytes) {
+    if (!ReaderThere() || !SetRawLine(Master_.Number())) {
+        return false;
+    }
+    while (!bytes.empty()) {
+        const long written = WriteSome(Master_.Number(), bytes);
+        if (written <= 0) {
+            return false;
+        }
+        bytes.remove_prefix(static_cast<std::size_t>(written));
+    }
+    return true;
 }
 
 Outcome PseudoTerminal::Finish(Linger linger) {

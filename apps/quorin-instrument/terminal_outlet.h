@@ -15,14 +15,25 @@ public:
     explicit PseudoTerminal(std::string link) : Link_(std::move(link)) {}
     ~PseudoTerminal() override;
 
-    /// Writes the path of the slave to standard output, on a line of its own.
+    /// Plugs the line in, and writes the path of the slave to standard output, on a line of its own.
     Outcome Open() override;
     Outcome Send(std::string_view bytes) override;
     Outcome Finish(Linger linger) override;
 
+    /// Makes a line that a reader can open; after Unplug its path may be another one.
+    Outcome Plug();
+    /// Takes the line from its reader, as a pulled cable does.
+    void Unplug();
+    bool IsPlugged() const { return Master_.Valid(); }
+    /// Returns the path of the slave. Once the line is unplugged it may be the path of another program's terminal.
+    const std::string& Path() const { return SlavePath_; }
+    bool ReaderThere() const;
+    /// Sends without waiting for a reader, or for one that does not read. Returns false if not all was sent.
+    bool SendAtOnce(std::string_view bytes);
+
 private:
     Outcome MakeLink();
-    bool ReaderThere() const;
+    void RemoveLink();
     Outcome WaitForReader();
 
     backends::Descriptor Master_;

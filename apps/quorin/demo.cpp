@@ -4,7 +4,10 @@
 #include "apps/quorin/sample_driver.h"
 #include "src/drivers/installation.h"
 #include "src/drivers/registry.h"
+#include "src/storage/keyed_tables.h"
+#include "src/storage/line_files.h"
 #include "src/storage/settings.h"
+#include "src/storage/volumes.h"
 
 #include <algorithm>
 
@@ -33,6 +36,17 @@ void PrepareDemo() {
     modQuorin::LoadDriverList();
     if (modQuorin::Registry.DriverNames.empty())
         modQuorin::InstallLines(SampleLines());
+}
+
+Text EmptyDemo() {
+    modFileSystem::CloseTable();
+    modFileSystem::ListFiles(modFileSystem::GetDataPath(u""), modQuorin::DataType, modQuorin::DataCreator);
+    const std::vector<Text> files = modFileSystem::Storage.FileList;
+    Text why;
+    for (const Text& file : files)
+        if (const auto error = modFileSystem::RemoveFile(file); error != platform::NoError && why.empty())
+            why = file + u" could not be deleted: " + platform::ErrorText(error);
+    return why;
 }
 
 } // namespace quorin

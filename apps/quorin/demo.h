@@ -2,6 +2,8 @@
 // Prepares the device for a demonstration: a driver, and a port.
 #pragma once
 
+#include "src/text/text.h"
+
 #include <cstdint>
 
 namespace quorin {
@@ -13,5 +15,9 @@ inline constexpr std::int32_t DemoPort = 1;
 /// and sets the port unless one was ever chosen. Requires that the program has started and shows its main screen. If
 /// the storage is full, the program stops as after any failed write, and the next call completes the preparation.
 void PrepareDemo();
+
+/// Deletes every file of the data folder: drivers, downloads and their register. Returns an empty text, or which file
+/// could not be deleted and why. Requires that the form shows its main screen; PrepareDemo has to follow.
+Text EmptyDemo();
 
 } // namespace quorin

@@ -3,6 +3,7 @@
 #include "apps/quorin/data_folder.h"
 #include "apps/quorin/demo.h"
 #include "apps/quorin/demo_instrument.h"
+#include "apps/quorin/demonstration.h"
 #include "apps/quorin/package_watch.h"
 #include "apps/quorin/window_end.h"
 #include "apps/quorin/window_entries.h"
@@ -125,8 +126,14 @@ std::string HereNow() {
     return std::filesystem::current_path(gone).string();
 }
 
+/// Without an instrument this is no demonstration. `ownFolder`: see Demonstration.
+struct DemoParts {
+    std::optional<quorin::DemoInstrument> Instrument;
+    std::string OwnFolder;
+};
+
 /// `warning` is shown as a notice, like the warnings of a run; empty for none.
-[[noreturn]] void RunWindow(quorin::Options& options, const std::string& warning) {
+[[noreturn]] void RunWindow(quorin::Options& options, DemoParts& demo, const std::string& warning) {
     const double ofPerson = qEnvironmentVariable("QT_SCALE_FACTOR", QStringLiteral("1")).toDouble();
     qputenv("QT_SCALE_FACTOR", QByteArray::number(options.Scale * (ofPerson > 0 ? ofPerson : 1)));
     qInstallMessageHandler(TakeQtMessage);
@@ -213,15 +220,21 @@ std::string HereNow() {
         device->onlooker.notices.Raise(companion::DraftNotKept(u"neither XDG_STATE_HOME nor HOME is set"));
     }
     device->StartProgram();
-    place.Restore();
-    if (options.Demo)
+    std::optional<quorin::Demonstration> demonstration;
+    if (demo.Instrument) {
+        demonstration.emplace(*device, *demo.Instrument, data, demo.OwnFolder);
         quorin::PrepareDemo();
+        hints->LookForDriver();
+    }
+    place.Restore();
     data.RaiseWhatIsPending();
     arriving.Arrive(options.Files, HereNow());
     for (;;) {
         device->loop.WaitOnce();
         watch.ShowLosses();
         arriving.Step();
+        if (demonstration)
+            demonstration->Step();
         packages.Look();
     }
 }
@@ -243,6 +256,8 @@ int main(int count, char** words) {
         return ListPorts(options);
     if (!HasDisplay())
         return NotStarted(NoDisplay);
+    DemoParts demo;
+    const bool isNamed = !options.Device.Root.empty(); // by a person
     if (const std::string missing = FindPlaces(options); !missing.empty())
         return NotStarted(missing);
     const std::string settings = SettingsOf(options);
@@ -251,19 +266,20 @@ int main(int count, char** words) {
     if (const auto error = backends::MakeFolders(root); error != platform::NoError)
         return NotStarted("can't use the root folder " + root + ": " +
                           modStringTools::ToBytes(platform::ErrorText(error)));
-    // Before the lock: a forked process would hold it too.
-    std::optional<quorin::DemoInstrument> instrument;
+    std::error_code failed;
+    if (!isNamed && !std::filesystem::is_symlink(root, failed)) // a link may lead to other data
+        demo.OwnFolder = quorin::FullPath(root);
     if (options.Demo) {
-        instrument.emplace();
-        if (instrument->Port().empty())
-            return NotStarted("the simulated instrument could not be started: " + instrument->Problem());
+        demo.Instrument.emplace();
+        if (demo.Instrument->Port().empty())
+            return NotStarted("the simulated instrument could not be started: " + demo.Instrument->Problem());
         options.Device.Ports.Pinned.emplace(quorin::DemoPort,
-                                            backends::PathAddress(instrument->Port())); // a user's pin comes first
+                                            backends::PathAddress(demo.Instrument->Port())); // a user's pin comes first
     }
     backends::RootLock lock;
     const LockResult locked = lock.Take(root, "quorin");
     if (locked == LockResult::Taken || locked == LockResult::NoFolder)
         return NotStarted(lock.Refusal());
     RemoveLeftFiles(options);
-    RunWindow(options, locked == LockResult::Unguarded ? lock.Warning() : std::string());
+    RunWindow(options, demo, locked == LockResult::Unguarded ? lock.Warning() : std::string());
 }

@@ -23,6 +23,8 @@ public:
     bool AreOn() const { return Hints_.IsOn(); }
     /// Shows hints or not, in this run and in later ones.
     void SetOn(bool on);
+    /// Looks again whether a driver is installed. Otherwise that is done when a screen appears.
+    void LookForDriver() { SeenScreen_ = 0; }
 
 private:
     companion::Surroundings Look();

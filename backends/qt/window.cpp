@@ -229,6 +229,12 @@ void Window::Fit() {
     resize(layout()->totalSizeHint().boundedTo(room));
 }
 
+void Window::PutBelow(QWidget& bar) {
+    Column_->insertWidget(Column_->indexOf(Strip_) + 1, &bar);
+    if (IsResizable())
+        Fit();
+}
+
 void Window::Put(QLabel& label, const QString& text) {
     const int beside = &label == Alarm_ ? WidthBesideNotice() : WidthBesideLink();
     const int room = width() - 2 * label.margin() - beside;

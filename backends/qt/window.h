@@ -57,6 +57,9 @@ public:
     QBoxLayout& Foot() { return *FootRow_; }
     /// Puts a bar above all other parts, for as long as the bar exists.
     void PutAbove(QWidget& bar) { Column_->insertWidget(0, &bar); }
+    /// Puts a bar between the form with its keys and the status area, for as long as the bar exists. The form keeps its
+    /// size as far as the screen has room.
+    void PutBelow(QWidget& bar);
 
     /// Shows a strip of buttons, one for each key.
     void ShowKeys(const std::vector<DeviceKey>& keys);

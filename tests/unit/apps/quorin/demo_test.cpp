@@ -6,11 +6,13 @@
 #include "apps/quorin/demo_instrument.h"
 #include "apps/quorin/sample_driver.h"
 #include "backends/input/gestures.h"
+#include "src/app/commands.h"
 #include "src/drivers/downloads.h"
 #include "src/drivers/installation.h"
 #include "src/drivers/registry.h"
 #include "src/drivers/selection.h"
 #include "src/storage/settings.h"
+#include "src/view/screen_table.h"
 #include "tests/support/running_instrument.h"
 #include "tests/support/test_device.h"
 #include "tests/unit/apps/quorin-instrument/instrument_support.h"
@@ -128,6 +130,29 @@ TEST(PreparedDemo, HasADriverAgainWhereThereIsNoneInTheTable) {
               "DRIVER|FILE|DATE|ALIAS\nClimate Meter|qrn0001.txt|20070301|\n");
 }
 
+TEST(EmptiedDemo, IsPreparedLikeANewOne) {
+    TestDevice device;
+    device.Platform.StartProgram();
+    PrepareDemo();
+    const auto fresh = Files(device);
+    for (const char16_t* const command : {u"Start...", u"Ok", u"New", u"Open"})
+        backends::Choose(device.Hand, command);
+    for (int times = 0; times < 9 && modQuorin::Screens.CurrentScreen != modQuorin::ScrMain; ++times)
+        modQuorin::MenuEvent(u"Back");
+    ASSERT_EQ(modQuorin::Screens.CurrentScreen, modQuorin::ScrMain);
+    device.Tick(100);
+    device.Folder.Put("Quorin/mine.qvd", "Mine|mine.txt\n");
+    EXPECT_GT(Files(device).size(), fresh.size() + 1);
+    EXPECT_EQ(EmptyDemo(), u"");
+    PrepareDemo();
+    auto files = Files(device);
+    files["settings.ini"] = fresh.at("settings.ini"); // they stay as they are
+    EXPECT_EQ(files, fresh);
+    for (const char16_t* const command : {u"Start...", u"Ok", u"New", u"Open"})
+        EXPECT_EQ(backends::Choose(device.Hand, command), "") << modStringTools::ToBytes(command);
+    EXPECT_EQ(device.Main().Cell(0, 0), u"Site");
+}
+
 /// The parameter is the number of writes before the one that fails.
 class FullDisk : public testing::TestWithParam<std::int32_t> {};
 
@@ -187,18 +212,22 @@ protected:
     }
 };
 
-TEST_P(ShownDemo, FillsARecordWithResults) {
-    const DemoInstrument meter(std::chrono::seconds(1)); // results are decoded while the line is quiet
+TEST_P(ShownDemo, FillsARecordWithResultsThatAreAskedFor) {
+    DemoInstrument meter;
     DeviceOptions options = OfType(GetParam());
     options.RealClock = true;
     options.Ports.Pinned[DemoPort] = backends::PathAddress(meter.Port());
     TestDevice device(options);
-    for (int question = 0; question < 100; ++question)
-        device.WillAnswer(platform::BoxAnswer::No); // on a slow machine the second round comes before the check
     device.Platform.StartProgram();
     PrepareDemo();
     for (const char16_t* const command : {u"Start...", u"Ok", u"New", u"Open"})
         backends::Choose(device.Hand, command);
+    EXPECT_TRUE(instrument::Eventually([&] {
+        device.Tick(100);
+        return meter.IsHeard();
+    }));
+    device.Tick(500); // the port is set up
+    EXPECT_TRUE(meter.SendAll());
     EXPECT_TRUE(Shows(device, u" %"));
     EXPECT_TRUE(Shows(device, u" \u00B0C"));
     EXPECT_TRUE(Shows(device, u" %RH"));
