@@ -8,7 +8,7 @@ Text InstrumentLine(const InstrumentState& state) {
     if (!state.IsPlugged)
         return name + (state.Problem.empty() ? u": unplugged" : u": " + state.Problem);
     if (!state.IsHeard)
-        return name + u": nobody listens, open a download";
+        return name + u": no record listens";
     switch (state.Last) {
     case SentState::Nothing:
         break;

@@ -85,7 +85,7 @@ protected:
 };
 
 TEST_F(DemoWindow, SendsOnlyWhatIsPressed) {
-    EXPECT_EQ(Words(), "Simulated instrument: nobody listens, open a download");
+    EXPECT_EQ(Words(), "Simulated instrument: no record listens");
     EXPECT_FALSE(Button("sendKind").isEnabled());
     OpenDownload();
     EXPECT_EQ(Words(), "Simulated instrument: it sends what you press");
