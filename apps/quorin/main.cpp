@@ -5,6 +5,7 @@
 #include "apps/quorin/demo_instrument.h"
 #include "apps/quorin/demonstration.h"
 #include "apps/quorin/package_watch.h"
+#include "apps/quorin/start_refusal.h"
 #include "apps/quorin/window_end.h"
 #include "apps/quorin/window_entries.h"
 #include "apps/quorin/window_hints.h"
@@ -21,6 +22,7 @@
 #include "backends/files/root_lock.h"
 #include "backends/host/drafts.h"
 #include "backends/host/journal.h"
+#include "backends/host/second_start.h"
 #include "backends/linux/connections.h"
 #include "backends/linux/port_list.h"
 #include "backends/linux/port_names.h"
@@ -35,10 +37,12 @@
 
 #include <QApplication>
 
+#include <chrono>
 #include <cstdlib>
 #include <filesystem>
 #include <iostream>
 #include <optional>
+#include <sstream>
 #include <string>
 #include <unistd.h>
 
@@ -50,18 +54,8 @@ using backends::ProgramOver;
 using start::ExitStatus;
 
 int NotStarted(const std::string& why) {
-    std::cerr << "quorin: " << why << "\n";
+    quorin::TellRefusal("quorin: " + why + "\n");
     return NumberOf(ExitStatus::NotStarted);
-}
-
-/// Without a display Qt can't show anything, not even a message.
-bool HasDisplay() {
-    for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"}) {
-        const char* const value = std::getenv(name);
-        if (value != nullptr && *value != '\0')
-            return true;
-    }
-    return false;
 }
 
 constexpr const char* NoDisplay = "there is no display to open a window on; quorin-console runs on a terminal";
@@ -132,8 +126,42 @@ struct DemoParts {
     std::string OwnFolder;
 };
 
-/// `warning` is shown as a notice, like the warnings of a run; empty for none.
-[[noreturn]] void RunWindow(quorin::Options& options, DemoParts& demo, const std::string& warning) {
+/// Returns where second starts on a root folder reach the window that is open.
+backends::StartPlace PlaceOfStarts(const std::string& root) {
+    const char* const ofSession = std::getenv("XDG_RUNTIME_DIR");
+    const auto state = apps::StateFolder();
+    return backends::StartPlaceOf(
+        root, {ofSession == nullptr || *ofSession != '/' ? std::string() : std::string(ofSession) + "/quorin",
+               state ? *state + "/start" : std::string()});
+}
+
+/// Passes the files to the window that has the lock. Returns false if no window answers in time.
+bool IsPassedOn(const quorin::Options& options, const std::string& holder) {
+    constexpr std::chrono::seconds Patience{2};
+    if (holder.rfind("quorin-console ", 0) == 0)
+        return false;
+    const QByteArray token = qgetenv("XDG_ACTIVATION_TOKEN");
+    if (!backends::PassOn(PlaceOfStarts(options.Device.Root), {HereNow(), token.toStdString(), options.Files},
+                          Patience))
+        return false;
+    std::cerr << "quorin: the window of " << options.Device.Root << " is open already" << std::endl;
+    return true;
+}
+
+/// `token`: the desktop's permission; Qt reads it when the window is activated. May be empty.
+void BringToFront(QWidget& window, const std::string& token) {
+    if (!token.empty())
+        qputenv("XDG_ACTIVATION_TOKEN", QByteArray::fromStdString(token));
+    window.setWindowState((window.windowState() & ~Qt::WindowMinimized) | Qt::WindowActive);
+    window.show();
+    window.raise();
+    window.activateWindow();
+}
+
+/// `warning` is shown as a notice, like the warnings of a run; empty for none. `starts`: null if the root is not
+/// locked.
+[[noreturn]] void RunWindow(quorin::Options& options, DemoParts& demo, const std::string& warning,
+                            backends::StartListener* starts) {
     const double ofPerson = qEnvironmentVariable("QT_SCALE_FACTOR", QStringLiteral("1")).toDouble();
     qputenv("QT_SCALE_FACTOR", QByteArray::number(options.Scale * (ofPerson > 0 ? ofPerson : 1)));
     qInstallMessageHandler(TakeQtMessage);
@@ -191,6 +219,13 @@ struct DemoParts {
     watch.Does(companion::OfferInstall, [&arriving] { arriving.ChooseFiles(); });
     watch.Does(companion::OfferSample, [&arriving] { arriving.ArriveSample(); });
     quorin::FillWindowMenu(*device, data, arriving, *ports, *hints);
+    if (starts != nullptr) {
+        starts->Started = [&](const backends::StartRequest& request) {
+            arriving.Arrive(request.Files, request.Folder);
+            BringToFront(device->window, request.ActivationToken);
+        };
+        device->Listen(*starts);
+    }
     if (options.Journal)
         device->onlooker.notices.Raise(companion::JournalKept(modStringTools::FromBytes(options.Journal->Folder)));
     if (!warning.empty())
@@ -244,17 +279,22 @@ struct DemoParts {
 int main(int count, char** words) {
     start::PrepareProcess("quorin");
     quorin::Options options;
-    switch (quorin::ReadOptions(count, words, backends::qt::KeyboardHelp(), options)) {
+    std::ostringstream wrong;
+    std::streambuf* const errors = std::cerr.rdbuf(wrong.rdbuf());
+    const quorin::Reading reading = quorin::ReadOptions(count, words, backends::qt::KeyboardHelp(), options);
+    std::cerr.rdbuf(errors);
+    switch (reading) {
     case quorin::Reading::Shown:
         return NumberOf(start::StatusAfterOutput("quorin", ExitStatus::Ended));
     case quorin::Reading::Wrong:
+        quorin::TellRefusal(wrong.str());
         return NumberOf(ExitStatus::NotStarted);
     case quorin::Reading::Run:
         break;
     }
     if (options.ListPorts)
         return ListPorts(options);
-    if (!HasDisplay())
+    if (!quorin::HasDisplay())
         return NotStarted(NoDisplay);
     DemoParts demo;
     const bool isNamed = !options.Device.Root.empty(); // by a person
@@ -278,8 +318,14 @@ int main(int count, char** words) {
     }
     backends::RootLock lock;
     const LockResult locked = lock.Take(root, "quorin");
+    if (locked == LockResult::Taken && IsPassedOn(options, lock.Holder()))
+        return NumberOf(ExitStatus::Ended);
     if (locked == LockResult::Taken || locked == LockResult::NoFolder)
         return NotStarted(lock.Refusal());
     RemoveLeftFiles(options);
-    RunWindow(options, demo, locked == LockResult::Unguarded ? lock.Warning() : std::string());
+    std::optional<backends::StartListener> starts; // at once: a second start may be waiting for it
+    if (locked == LockResult::Held)
+        starts.emplace(PlaceOfStarts(root));
+    RunWindow(options, demo, locked == LockResult::Unguarded ? lock.Warning() : std::string(),
+              starts ? &*starts : nullptr);
 }

@@ -153,16 +153,6 @@ QPoint BesideTheMenu() {
     return {512, 560};
 }
 
-TEST_F(WindowFaults, ASecondInstanceNamesTheFirstAndEndsWithTwo) {
-    Start();
-    RunningWindow second(nullptr, Home, {"--root", Home.Path("root")}, {{{"DISPLAY", Screen->Display()}}, nullptr});
-    EXPECT_EQ(second.Process().ExitStatus(), 2);
-    EXPECT_EQ(second.Process().Errors(), "quorin: " + Home.Path("root") + " is in use by quorin " +
-                                             std::to_string(Window->Process().Id()) +
-                                             "; one program at a time works on a root folder\n");
-    EXPECT_FALSE(Window->Process().HasEnded());
-}
-
 TEST_F(WindowFaults, AReadOnlyRootIsShownAllTheSame) {
     constexpr unsigned Nobody = 65534;
     for (const char* name : {"root/Quorin", "root", ""})
