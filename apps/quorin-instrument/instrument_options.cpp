@@ -17,6 +17,11 @@ constexpr const char* Footer =
 waits for a reader, pauses while the reader is away, and goes on from there: nothing is sent twice, and what the reader
 had not read when it went is lost. Of --device, --mailbox, --print and --link only one can be given.
 
+With --ask each line of standard input asks for something: the name of a result, or its number in the list that is shown
+first; "all" for one of each; "stranger" for a result of an instrument that has not connected; "unplug" and "plug" for
+the pseudo terminal's cable; "every N" for a result each N seconds, 0 for no more; "quit". While no reader is there
+nothing is sent. The end of the input ends the program.
+
 A fault is made in each record, or with a number N in each N-th one, but never in the record that connects. STREAM must
 not follow a fault without a number.
 
@@ -90,6 +95,13 @@ void AddOutletOptions(CLI::App& app, CommandLine& line) {
     link->type_name("PATH")->excludes(print);
 }
 
+void AddAskOption(CLI::App& app, CommandLine& line) {
+    auto* ask = app.add_flag("--ask", line.Ask, "Send what a line of standard input asks for")->default_str("off");
+    for (const char* const other : {"STREAM", "--times", "--count", "--print", "--interval"}) {
+        ask->excludes(app.get_option(other));
+    }
+}
+
 void AddPaceOptions(CLI::App& app, CommandLine& line, std::optional<std::int32_t>& interval,
                     std::optional<std::int32_t>& linger) {
     CLI::Option* const times = app.get_option("--times");
@@ -150,6 +162,7 @@ bool ReadCommandLine(int argc, char** argv, CommandLine& line, start::ExitStatus
     AddStreamOptions(app, line, types);
     AddOutletOptions(app, line);
     AddPaceOptions(app, line, interval, linger);
+    AddAskOption(app, line);
     AddFaultOptions(app, line.Play.Faults);
     start::ShowOneLineEach(app);
     start::NameTheProgram(app);
@@ -166,7 +179,7 @@ bool ReadCommandLine(int argc, char** argv, CommandLine& line, start::ExitStatus
     line.Play.Seed = line.MadeUp.Seed;
     line.Play.InDeliveries = !line.Mailbox.empty();
     line.Play.Fast = line.Play.Fast || line.Print;
-    const bool atOnce = line.Play.Fast || !line.StreamFile.empty();
+    const bool atOnce = line.Ask || line.Play.Fast || !line.StreamFile.empty();
     line.Play.Interval = std::chrono::milliseconds(interval.value_or(atOnce ? 0 : 2000));
     if (linger) {
         line.Stay = std::chrono::milliseconds(*linger);

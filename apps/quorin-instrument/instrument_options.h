@@ -17,6 +17,7 @@ struct CommandLine {
     std::string Device;  ///< empty for none
     std::string Mailbox; ///< empty for none
     bool Print = false;
+    bool Ask = false; ///< send what standard input asks for
     std::string Link; ///< empty for none
     Linger Stay;
 };

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "apps/quorin-instrument/ask.h"
 #include "apps/quorin-instrument/instrument_options.h"
 #include "apps/quorin-instrument/mailbox_outlet.h"
 #include "apps/quorin-instrument/printer.h"
@@ -12,6 +13,7 @@
 #include <fstream>
 #include <iostream>
 #include <memory>
+#include <unistd.h>
 
 using namespace instrument;
 
@@ -37,6 +39,15 @@ std::unique_ptr<Outlet> MakeOutlet(const CommandLine& line) {
         return std::make_unique<SerialDevice>(line.Device);
     }
     return std::make_unique<PseudoTerminal>(line.Link);
+}
+
+/// How long the line stays after the last order, so that a reader gets what was sent.
+constexpr auto StayAfterOrders = std::chrono::milliseconds(500);
+
+Outcome AskOn(CommandLine& line, Outlet& outlet) {
+    line.Stay = line.Stay.value_or(StayAfterOrders);
+    MadeToOrder results(line.MadeUp);
+    return Ask(results, line.Play, outlet, STDIN_FILENO, std::cerr);
 }
 
 int Failure(const std::string& problem) {
@@ -70,11 +81,12 @@ int main(int argc, char** argv) {
     const auto outlet = MakeOutlet(line);
     Outcome outcome = outlet->Open();
     if (outcome == Outcome::Done) {
-        outcome =
-            line.Times ? PlayTimes(timed, *line.Times, *outlet, PauseFor) : Play(source, line.Play, *outlet, PauseFor);
+        outcome = line.Ask     ? AskOn(line, *outlet)
+                  : line.Times ? PlayTimes(timed, *line.Times, *outlet, PauseFor)
+                               : Play(source, line.Play, *outlet, PauseFor);
     }
     if (outcome == Outcome::Done) {
-        if (!line.Print) {
+        if (!line.Print && !line.Ask) {
             std::cerr << "played" << std::endl;
         }
         outcome = outlet->Finish(line.Stay);

@@ -29,6 +29,10 @@ public:
     virtual Outcome Open() = 0;
     /// Returns when all bytes are handed over, however long the reader takes.
     virtual Outcome Send(std::string_view bytes) = 0;
+    /// Returns false if it is known that nobody listens.
+    virtual bool IsHeard() const { return true; }
+    /// Takes the line from its reader, as a pulled cable does; Open brings it back. Returns false if it has none.
+    virtual bool Unplug() { return false; }
     /// Makes sure that the last bytes reach the reader.
     virtual Outcome Finish(Linger linger) = 0;
 

@@ -42,10 +42,11 @@ void PseudoTerminal::RemoveLink() {
     LinkMade_ = false;
 }
 
-void PseudoTerminal::Unplug() {
+bool PseudoTerminal::Unplug() {
     RemoveLink();
     Master_.Close();
     LineReady_ = false;
+    return true;
 }
 
 Outcome PseudoTerminal::Open() {

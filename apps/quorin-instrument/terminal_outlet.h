@@ -22,8 +22,8 @@ public:
 
     /// Makes a line that a reader can open; after Unplug its path may be another one.
     Outcome Plug();
-    /// Takes the line from its reader, as a pulled cable does.
-    void Unplug();
+    bool Unplug() override;
+    bool IsHeard() const override { return ReaderThere(); }
     bool IsPlugged() const { return Master_.Valid(); }
     /// Returns the path of the slave. Once the line is unplugged it may be the path of another program's terminal.
     const std::string& Path() const { return SlavePath_; }

@@ -45,13 +45,14 @@ INSTANTIATE_TEST_SUITE_P(
                     WrongRow{{"a", "--times", "-1"}}, WrongRow{{"a", "--times", "x"}},
                     WrongRow{{"a", "--times", "0.00001"}}, WrongRow{{"a", "--times", "nan"}},
                     WrongRow{{"a", "--times", "1", "--noise"}}, WrongRow{{"a", "--times", "1", "--fast"}},
-                    WrongRow{{"a", "--times", "1", "--interval", "5"}}));
+                    WrongRow{{"a", "--times", "1", "--interval", "5"}}, WrongRow{{"a", "--ask"}},
+                    WrongRow{{"--ask", "--print"}}, WrongRow{{"--ask", "--count", "1"}}));
 
 TEST(CommandLine, HelpNamesEveryOption) {
     RunningInstrument instrument({"--help"});
     EXPECT_EQ(instrument.ExitStatus(), 0);
     for (const char* option : {"STREAM", "--count", "--seed", "--identity", "--types", "--device", "--mailbox",
-                               "--print", "--link", "--times", "--fast", "--interval", "--linger", "--noise",
+                               "--print", "--ask", "--link", "--times", "--fast", "--interval", "--linger", "--noise",
                                "--split-lines", "--wrong-origin", "--lose-end-tag", "--drop-line"}) {
         EXPECT_THAT(instrument.Output(), testing::HasSubstr(option));
     }
