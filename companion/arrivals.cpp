@@ -35,13 +35,13 @@ void Arrivals::AddDownload(const Text& name) {
     List_.push_back({.Download = name});
 }
 
-void Arrivals::Answer(const Text& name, bool mayReplace) {
+void Arrivals::Answer(const Text& name, bool Arrival::*permission, bool isGiven) {
     const auto isIt = [&name](const Arrival& each) { return each.Driver.Name == name; };
     const auto place = std::find_if(List_.begin(), List_.end(), isIt);
     if (place == List_.end())
         return;
-    if (mayReplace)
-        place->MayReplace = true;
+    if (isGiven)
+        (*place).*permission = true;
     else
         List_.erase(place);
 }

@@ -24,6 +24,7 @@ InTheWay WhatIsInTheWay(bool isAsked);
 struct Arrival {
     Package Driver = {};     ///< to be installed; without a name: none
     Text Download = {};      ///< to be opened, as a person calls it
+    bool MayInstall = false; ///< a person has agreed to install it with what is wrong
     bool MayReplace = false; ///< a person has agreed to replace the package of that name
     bool IsPackage() const { return !Driver.Name.empty(); }
 };
@@ -37,8 +38,9 @@ public:
 
     bool Any() const { return !List_.empty(); }
     Arrival& First() { return List_.front(); } ///< packages come before the download
-    /// Takes the answer to the question whether the package of this name may replace another one: No drops it.
-    void Answer(const Text& name, bool mayReplace);
+    /// Takes the answer to a question about the package of this name: whether it may be installed, or may replace
+    /// another one. No drops it.
+    void Answer(const Text& name, bool Arrival::*permission, bool isGiven);
     void DropFirst() { List_.pop_front(); }
     void DropAll() { List_.clear(); }
 

@@ -6,6 +6,7 @@
 #include "backends/files/host_files.h"
 #include "backends/qt/conversions.h"
 #include "companion/download_search.h"
+#include "companion/package_question.h"
 #include "src/drivers/downloads.h"
 #include "src/drivers/installation.h"
 #include "src/drivers/package_lines.h"
@@ -151,7 +152,9 @@ void Arriving::Step() {
         return;
     if (!Problems_.empty())
         return ShowProblems();
-    if (!Waiting_.Any() || companion::WhatIsInTheWay(false) != InTheWay::Nothing)
+    if (!Waiting_.Any())
+        return GoHome(); // the last one was declined
+    if (companion::WhatIsInTheWay(false) != InTheWay::Nothing)
         return;
     if (Waiting_.First().IsPackage())
         Install();
@@ -162,8 +165,11 @@ void Arriving::Step() {
 void Arriving::Install() {
     const companion::Arrival wanted = Waiting_.First();
     const companion::PackagePlace place = companion::PlaceOf(wanted.Driver);
+    const Text asked = place.WhyNot.empty() && !wanted.MayInstall ? companion::InstallQuestion(wanted.Driver) : Text();
+    if (!asked.empty())
+        return Ask(asked, "checkBox", &companion::Arrival::MayInstall);
     if (place.WhyNot.empty() && place.There == companion::Presence::Other && !wanted.MayReplace)
-        return AskToReplace(wanted.Driver);
+        return Ask(companion::ReplaceQuestion(wanted.Driver), "replaceBox", &companion::Arrival::MayReplace);
     Waiting_.DropFirst();
     Text why = place.WhyNot;
     if (why.empty() && place.There != companion::Presence::Same)
@@ -176,14 +182,14 @@ void Arriving::Install() {
         GoHome();
 }
 
-void Arriving::AskToReplace(const companion::Package& package) {
-    Box_.Open(ToQt(companion::ReplaceQuestion(package)),
-              {.Name = "replaceBox",
+void Arriving::Ask(const Text& question, const char* box, bool companion::Arrival::*permission) {
+    Box_.Open(ToQt(question),
+              {.Name = box,
                .Icon = QMessageBox::Question,
                .Buttons = QMessageBox::Yes | QMessageBox::No,
                .Safe = QMessageBox::No},
-              [this, name = package.Name](QMessageBox::StandardButton answer) {
-                  Waiting_.Answer(name, answer == QMessageBox::Yes);
+              [this, permission, name = Waiting_.First().Driver.Name](QMessageBox::StandardButton answer) {
+                  Waiting_.Answer(name, permission, answer == QMessageBox::Yes);
               });
 }
 

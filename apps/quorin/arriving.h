@@ -47,7 +47,8 @@ private:
     bool IsFree() const;
     void Install();
     void LeadToInstallation(const Text& name, const Text& fullName);
-    void AskToReplace(const companion::Package& package);
+    /// Asks about the first package, whose `permission` the answer is.
+    void Ask(const Text& question, const char* box, bool companion::Arrival::*permission);
     void OpenDownload();
     void GoHome();
 

@@ -30,7 +30,10 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 
 const std::string Meter =
-    "New Meter|new.txt\nFIELDNAME|VISIBLE|COPY|BLOB|DISPLAY|CSVNAME|DATATYPE|FORMULA\nA|1||||||\n";
+    "New Meter|new.txt\nFIELDNAME|VISIBLE|COPY|BLOB|DISPLAY|CSVNAME|DATATYPE|FORMULA\nA|1||A||||\n";
+/// A package with which nothing is wrong.
+const std::string SecondPackage =
+    "Second|second.txt\nFIELDNAME|VISIBLE|COPY|BLOB|DISPLAY|CSVNAME|DATATYPE|FORMULA\nA|1||A||||\n";
 
 class ArrivingFiles : public InAWindow {
 protected:
@@ -140,7 +143,7 @@ TEST_F(ArrivingFiles, AreRefusedByTheFormAsEver) {
 }
 
 TEST_F(ArrivingFiles, AreInstalledOneAfterTheOther) {
-    Outside.Put("second.qvd", "Second|second.txt\nH\n");
+    Outside.Put("second.qvd", SecondPackage);
     Files.Arrive({PathOf("meter.qvd"), PathOf("second.qvd")}, "/");
     StepTo("Driver installed");
     StepTo("Driver installed");
@@ -151,6 +154,64 @@ TEST_F(ArrivingFiles, AreInstalledOneAfterTheOther) {
 TEST_F(ArrivingFiles, AreFoundFromTheFolderOfTheCommandLine) {
     Files.Arrive({"meter.qvd"}, Outside.Path().string());
     StepTo("Driver installed");
+}
+
+TEST_F(ArrivingFiles, WithFaultsAreInstalledOnlyAfterAQuestion) {
+    Put("drivers.txt", "NAME|INFFILE\nOther|other.txt\n");
+    Outside.Put("odd.qvd", "Odd|other.txt\nFIELDNAME|VISIBLE|COPY|BLOB|DISPLAY|CSVNAME|DATATYPE|FORMULA\n"
+                           "A|1||A||||\nB|2||B||||\n");
+    Arrive("odd.qvd");
+    Step();
+    ASSERT_NE(Box("checkBox"), nullptr);
+    EXPECT_EQ(
+        Box("checkBox")->text().toStdString(),
+        "Something is wrong with odd.qvd:\n\n"
+        "line 1, column 5: the inf file would replace that of the installed driver \"Other\"\n"
+        "line 4, column 3: VISIBLE \"2\" counts as 0: only 1 is yes\n"
+        "line 4, column 3: one of the first two fields is hidden, and with it INFFILE of a driver after a download "
+        "was open\n\nInstall it all the same?");
+    QTest::keyClick(Box("checkBox"), Qt::Key_Return); // the safe answer
+    Step();
+    EXPECT_EQ(Screen(), ScrMain);
+    EXPECT_FALSE(Device.Folder.Has("Quorin/odd.qvd"));
+
+    Arrive("odd.qvd");
+    Step();
+    ASSERT_NE(Box("checkBox"), nullptr);
+    Box("checkBox")->button(QMessageBox::Yes)->click();
+    StepTo("Driver installed");
+    EXPECT_EQ(File("drivers.txt"), "NAME|INFFILE\nOther|other.txt\nOdd|other.txt\n");
+}
+
+TEST_F(ArrivingFiles, WithManyFaultsNameTenOfThem) {
+    std::string rows;
+    for (int i = 0; i < 13; ++i)
+        rows += "F" + std::to_string(i) + "|1||R" + std::to_string(i) + "|green|||\n";
+    Outside.Put("odd.qvd", "Odd|odd.txt\nFIELDNAME|VISIBLE|COPY|BLOB|DISPLAY|CSVNAME|DATATYPE|FORMULA\n" + rows);
+    Arrive("odd.qvd");
+    Step();
+    ASSERT_NE(Box("checkBox"), nullptr);
+    const std::string text = Box("checkBox")->text().toStdString();
+    EXPECT_THAT(text, HasSubstr("line 12, column "));
+    EXPECT_THAT(text, testing::Not(HasSubstr("line 13, ")));
+    EXPECT_THAT(text, HasSubstr("\nand 3 more\n\nInstall it all the same?"));
+}
+
+TEST_F(ArrivingFiles, WithNotesAloneAreInstalledUnasked) {
+    Outside.Put("noted.qvd", "Noted|noted.txt\nFIELDNAME|VISIBLE|COPY|BLOB|DISPLAY|DATATYPE|FORMULA\nA|1||A|||\n");
+    Arrive("noted.qvd");
+    StepTo("Driver installed");
+}
+
+TEST_F(ArrivingFiles, LeadBackAlsoIfTheLastOneIsDeclined) {
+    Outside.Put("odd.qvd", "Odd|odd.txt\nH\n");
+    Files.Arrive({PathOf("meter.qvd"), PathOf("odd.qvd")}, "/");
+    StepTo("Driver installed");
+    Step();
+    ASSERT_NE(Box("checkBox"), nullptr);
+    QTest::keyClick(Box("checkBox"), Qt::Key_Return);
+    Step();
+    EXPECT_EQ(Screen(), ScrMain);
 }
 
 TEST_F(ArrivingFiles, ReplaceAnotherPackageOnlyAfterAQuestion) {
@@ -315,7 +376,7 @@ TEST_F(ArrivingAtARecord, IsTakenAlsoWhereAFieldIsOpen) {
 // A drop, and the dialog.
 
 TEST_F(ArrivingFiles, AreTakenWhereverTheyAreDropped) {
-    Outside.Put("second.qvd", "Second|second.txt\nH\n");
+    Outside.Put("second.qvd", SecondPackage);
     EXPECT_TRUE(Drop(Form(), {"meter.qvd"}));
     StepTo("Driver installed");
     EXPECT_TRUE(Drop(Grid(), {"second.qvd"}));
@@ -344,7 +405,7 @@ TEST_F(ArrivingFiles, AreChosenInADialog) {
     Arrive("meter.qvd");
     Step();
     EXPECT_EQ(Screen(), ScrMain) << "nothing is led under a dialog";
-    Outside.Put("second.qvd", "Second|second.txt\nH\n");
+    Outside.Put("second.qvd", SecondPackage);
     Q_EMIT dialog->filesSelected({QString::fromStdString(PathOf("second.qvd"))});
     static_cast<QDialog*>(dialog)->done(QDialog::Accepted);
     StepTo("Driver installed");

@@ -51,13 +51,13 @@ TEST(WaitingArrivals, ReplaceAPackageOnlyAfterTheAnswerToThat) {
     arrivals.Add(Named(u"1.qvd"));
     arrivals.Add(Named(u"2.qvd"));
     EXPECT_FALSE(arrivals.First().MayReplace);
-    arrivals.Answer(u"1.qvd", true);
+    arrivals.Answer(u"1.qvd", &Arrival::MayReplace, true);
     EXPECT_TRUE(arrivals.First().MayReplace);
-    arrivals.Answer(u"1.qvd", false);
+    arrivals.Answer(u"1.qvd", &Arrival::MayReplace, false);
     EXPECT_EQ(arrivals.First().Driver.Name, u"2.qvd");
     EXPECT_FALSE(arrivals.First().MayReplace);
     arrivals.Add(Named(u"2.qvd"));
-    arrivals.Answer(u"gone.qvd", false);
+    arrivals.Answer(u"gone.qvd", &Arrival::MayReplace, false);
     EXPECT_TRUE(arrivals.Any());
 }
 
