@@ -85,6 +85,47 @@ TEST_F(WatchedLink, CountsSinceWhenItIsDown) {
     EXPECT_EQ(Line(), "Link down for 2 s: Com1: waiting for it to open") << "since it was open";
 }
 
+TEST_F(WatchedLink, SaysWhichPortIsUnpluggedAfterASecond) {
+    const auto after = [this](seconds time) {
+        Line();
+        Now += time;
+        Line();
+        return Watch.PortTrouble();
+    };
+    Port.LastOpening = platform::FileNotFound;
+    EXPECT_EQ(after(seconds(0)), "") << "it has just been chosen";
+    EXPECT_EQ(after(seconds(2)), "Com1 is /dev/x: unplugged");
+    Port.LastOpening = platform::PermissionDenied;
+    EXPECT_EQ(after(seconds(2)), "Com1 is /dev/x: /dev/x fails by 70");
+    Port.Address.clear();
+    EXPECT_EQ(after(seconds(2)), "Com1: no adapter is plugged in");
+    modBluetooth::Receive.LinkWanted = false;
+    EXPECT_EQ(after(seconds(2)), "");
+}
+
+TEST_F(WatchedLink, IsSilentUnlessSomethingCameWithinAMinute) {
+    Line();
+    EXPECT_TRUE(Watch.IsSilent()) << "it is down";
+    Port.Open = true;
+    Line();
+    EXPECT_TRUE(Watch.IsSilent()) << "nothing has come";
+    Watch.TextReceived(platform::TextSource::Port, u"1");
+    Line();
+    EXPECT_FALSE(Watch.IsSilent());
+    Now += seconds(61);
+    Line();
+    EXPECT_TRUE(Watch.IsSilent());
+}
+
+TEST_F(WatchedLink, OffersAnotherPortWhileItIsDownOrNoneIsChosen) {
+    Port.Open = true;
+    EXPECT_FALSE(Watch.Line(Port, Held).OffersPorts);
+    Port.Open = false;
+    EXPECT_TRUE(Watch.Line(Port, Held).OffersPorts);
+    modQuorin::SaveSetting(u"ComPort", u"OFF");
+    EXPECT_TRUE(Watch.Line(Port, Held).OffersPorts);
+}
+
 TEST_F(WatchedLink, IsNotDownWhileNobodyWantsIt) {
     modBluetooth::Receive.LinkWanted = false;
     Line();
