@@ -195,6 +195,12 @@ Notice PortOffered(const Text& words) {
             .Offers = {{OfferUsePort, u"Use it"}, {OfferNotNow, u"Not now"}}};
 }
 
+Notice LittleSpace(const Text& folder, std::int64_t megabytes) {
+    return {AboutSpace, Severity::Warning,
+            u"Only " + modStringTools::NumberText(megabytes) + u" MB are free on the disk of " + folder +
+                u". Make room before readings can't be saved."};
+}
+
 Notice NothingRemembered(const Text& file, const Text& why) {
     return {AboutRemembered, Severity::Warning,
             file + u" can't be written: " + why +

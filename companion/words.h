@@ -28,6 +28,7 @@ inline const Text AboutJournal = u"journal";
 inline const Text AboutLimits = u"limits";
 inline const Text AboutRemembered = u"remembered";
 inline const Text AboutAdapter = u"adapter";
+inline const Text AboutSpace = u"space";
 inline const Text AboutHint = u"hint";
 
 /// "20:30:05".
@@ -75,6 +76,8 @@ Notice LimitsNotRead(const Text& driver, const Text& why);
 Notice LimitsNotUsed(const Text& driver, const std::vector<Text>& problems);
 /// A port that can be used in place of the chosen one.
 Notice PortOffered(const Text& words);
+/// The disk of a folder has so little room left.
+Notice LittleSpace(const Text& folder, std::int64_t megabytes);
 /// What the window should remember for its next start can't be written to its file.
 Notice NothingRemembered(const Text& file, const Text& why);
 /// A file that was rewritten could not keep all of its permissions.

@@ -4,6 +4,7 @@
 #include "apps/quorin/demo.h"
 #include "apps/quorin/demo_instrument.h"
 #include "apps/quorin/demonstration.h"
+#include "apps/quorin/free_space.h"
 #include "apps/quorin/package_watch.h"
 #include "apps/quorin/start_refusal.h"
 #include "apps/quorin/window_end.h"
@@ -213,6 +214,7 @@ void BringToFront(QWidget& window, const std::string& token) {
     hints.emplace(*device, remembered, [&watch] { return watch.PortTrouble(); });
     watch.Does(companion::OfferNoHints, [&hints] { hints->SetOn(false); });
     quorin::DataFolder data(*device, quorin::FullPath(options.Device.Root));
+    quorin::FreeSpace space(*device, [&data] { return data.Path(); });
     quorin::Arriving arriving(*device, data);
     quorin::PackageWatch packages(*device, options.Device.Root);
     watch.FolderWanted = [&data] { data.Open(); };
