@@ -13,9 +13,11 @@ InTheWay WhatIsInTheWay(bool isAsked) {
     const ScreenId screen = Screens.CurrentScreen;
     if (isAsked || screen == ScrInput)
         return InTheWay::Question;
-    if (screen == ScrInfRecord || screen == ScrDriverProperties)
+    if (screen == ScrInfRecord)
         return InTheWay::Record;
-    for (const ScreenId free : {ScrMain, ScrDrivers, ScrInstalledDrivers, ScrAddDriver, ScrPreferences, ScrList}) {
+    if (screen != 0 && screen == ScrList && Screens.PreviousScreen == ScrPreferences)
+        return InTheWay::Nothing;
+    for (const ScreenId free : {ScrMain, ScrDrivers, ScrInstalledDrivers, ScrAddDriver, ScrPreferences}) {
         if (screen != 0 && screen == free)
             return InTheWay::Nothing;
     }

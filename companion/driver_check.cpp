@@ -40,7 +40,6 @@ constexpr std::array<KnownColumn, 8> KnownColumns = {{
 const Text UnusedColumn = u"CSVNAME";
 
 /// Rows are compared with each other. No instrument has so many results.
-constexpr std::size_t MostRows = 1000;
 
 Text Number(std::size_t number) {
     return modStringTools::NumberText(static_cast<std::int64_t>(number));
@@ -100,7 +99,7 @@ public:
             return;
         if (Package_.Rows.empty())
             Found_.push_back({Package_.HeaderLine, 1, Grade::Error, u"the inf table has no rows"});
-        if (Package_.Rows.size() > MostRows) {
+        if (Package_.Rows.size() > MostCheckedRows) {
             Found_.push_back(
                 {Package_.HeaderLine, 1, Grade::Warning,
                  u"the inf table has " + Number(Package_.Rows.size()) + u" rows: more than 1000 are not checked"});

@@ -9,6 +9,10 @@
 
 namespace companion {
 
+/// A package with more rows is not looked into, and no recording is compared with it: the form itself ends at a result
+/// for a row above 32767.
+inline constexpr std::size_t MostCheckedRows = 1000;
+
 /// Checks the lines of a package, by their places. `installed`: the rows of drivers.txt, empty if they are not known.
 std::vector<Finding> CheckPackage(const std::vector<Text>& lines, const std::vector<modQuorin::DriverRow>& installed);
 

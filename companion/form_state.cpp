@@ -50,6 +50,10 @@ std::int32_t InstalledDrivers() {
     return std::max(0, lines - 1); // the first is the header
 }
 
+bool IsStartScreen() {
+    return Screens.CurrentScreen != 0 && Screens.CurrentScreen == modQuorin::ScrMain;
+}
+
 bool DownloadsAreListed() {
     return ScreenOrUnderPrompt() == modQuorin::ScrDownloads && modQuorin::ScrDownloads != 0;
 }

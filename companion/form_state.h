@@ -19,6 +19,8 @@ std::vector<Text> FieldNames();
 /// Returns how many drivers are installed, by the table of drivers; 0 if it can't be read. Opens no table of the form.
 std::int32_t InstalledDrivers();
 
+/// True if the first screen is shown.
+bool IsStartScreen();
 /// True if the list of downloads is on the screen, or under a prompt.
 bool DownloadsAreListed();
 /// True if that list is not empty.

@@ -54,6 +54,8 @@ void Hints::Show(const Surroundings& now) {
                               {{OfferInstall, u"Install a driver…"}, {OfferSample, u"Try the sample"}, NoHints}));
     else if (now.IsListOfDownloads && !now.HasDownload && Wanted(DownloadStep))
         Notices_.Raise(HintOf(u"No download yet: File, New makes one.", {NoHints}));
+    else if (now.HasPort && now.IsStart && Wanted(DownloadStep))
+        Notices_.Raise(HintOf(u"Main, Start… lists the drivers: choose the one of your instrument.", {NoHints}));
     else if (!now.HasPort && Wanted(PortStep))
         Notices_.Raise(HintOf(u"No port is chosen: nothing can be received.", {ChoosePort, NoHints}));
     else if (!now.PortTrouble.empty() && Wanted(LinkStep))

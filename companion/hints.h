@@ -14,8 +14,9 @@ namespace companion {
 /// What is there, as far as the hints are concerned.
 struct Surroundings {
     bool HasDriver = false;
+    bool IsStart = false;           ///< the first screen is shown
     bool IsListOfDownloads = false; ///< the downloads of a driver are on the screen
-    bool HasDownload = false;       ///< one of them, or a record of one, is on the screen
+    bool HasDownload = false;       ///< that list is not empty
     bool HasPort = false;           ///< a port is chosen
     bool LinkIsOpen = false;
     /// Why the port of the record on the screen could not be opened: "Com1 is /dev/ttyUSB0: unplugged"; empty if it

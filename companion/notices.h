@@ -33,7 +33,7 @@ enum class Until {
 
 /// Something that a person can have done about a notice.
 struct Offer {
-    Text Name;  ///< for the program; docs/window.md lists them
+    Text Name;  ///< for the program (offers.h)
     Text Words; ///< what its button says
     bool operator==(const Offer&) const = default;
 };

@@ -87,7 +87,7 @@ ExitStatus CheckDriver(const Options& options) {
     CheckFileName(options.Package, found);
     const companion::DriverPackage package = companion::ReadPackage(*lines);
     std::vector<FilledKind> kinds;
-    if (results && !package.Rows.empty()) {
+    if (results && !package.Rows.empty() && package.Rows.size() <= companion::MostCheckedRows) {
         kinds = companion::DestinationsOf(package, *results);
         const std::vector<Finding> more = companion::CheckRecording(package, *results);
         found.insert(found.end(), more.begin(), more.end());

@@ -47,7 +47,9 @@ void Arriving::Arrive(const std::vector<std::string>& names, const std::string& 
 
 void Arriving::Take(const std::string& path, const std::string& name) {
     const bool isPath = name.find('/') != std::string::npos;
-    if (IsPackageName(FromBytes(FileName(path))))
+    if (name.empty())
+        Tell(u"An empty name is neither a driver package nor a download.");
+    else if (IsPackageName(FromBytes(FileName(path))))
         TakePackage(path);
     else if (!isPath)
         Waiting_.AddDownload(FromBytes(name));
@@ -153,7 +155,7 @@ void Arriving::Step() {
     if (!Problems_.empty())
         return ShowProblems();
     if (!Waiting_.Any())
-        return GoHome(); // the last one was declined
+        return GoHome(); // also after a refusal
     if (companion::WhatIsInTheWay(false) != InTheWay::Nothing)
         return;
     if (Waiting_.First().IsPackage())
@@ -213,10 +215,10 @@ void Arriving::LeadToInstallation(const Text& name, const Text& fullName) {
 void Arriving::OpenDownload() {
     const Text name = Waiting_.First().Download;
     Waiting_.DropFirst();
-    Home_.reset();
     const companion::DownloadFound found = companion::FindDownload(name);
     if (!found.WhyNot.empty())
         return Tell(found.WhyNot);
+    Home_.reset();
     if (Guide_.GoTo(ScrDrivers) && Guide_.TapRow(found.Driver) && Screens.CurrentScreen == ScrDownloads) {
         const auto& files = Downloads.DownloadFiles;
         const auto place = std::find(files.begin(), files.end(), found.File);

@@ -32,6 +32,9 @@ public:
     /// loop; may return long after.
     void Step();
 
+    /// True if no box, menu or press is in the way of changing what is on the screen.
+    bool IsFree() const;
+
     /// Shows or hides the bar.
     bool RaiseWhatIsPending() override;
 
@@ -44,7 +47,6 @@ private:
     /// Tells a problem: on standard error at once, in a box with the next step.
     void Tell(const Text& problem);
     void ShowProblems();
-    bool IsFree() const;
     void Install();
     void LeadToInstallation(const Text& name, const Text& fullName);
     /// Asks about the first package, whose `permission` the answer is.

@@ -239,7 +239,8 @@ void BringToFront(QWidget& window, const std::string& token) {
         device->onlooker.notices.Raise(companion::JournalStopped(modStringTools::FromBytes(options.WhyNoJournal)));
     }
     end.emplace(*device, watch, signals);
-    end->Ends = [&journal](const ProgramOver& over, const std::string& by) {
+    end->Ends = [&journal, &place](const ProgramOver& over, const std::string& by) {
+        place.Remember();
         if (journal)
             journal->End(over, by);
     };
@@ -272,7 +273,8 @@ void BringToFront(QWidget& window, const std::string& token) {
         arriving.Step();
         if (demonstration)
             demonstration->Step();
-        packages.Look();
+        if (arriving.IsFree())
+            packages.Look();
     }
 }
 

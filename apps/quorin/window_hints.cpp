@@ -51,6 +51,7 @@ companion::Surroundings WindowHints::Look() {
     const modBluetooth::LinkKind port = modBluetooth::KindOf(modBluetooth::StoredPort());
     return {
         .HasDriver = HasDriver_,
+        .IsStart = companion::IsStartScreen(),
         .IsListOfDownloads = companion::DownloadsAreListed(),
         .HasDownload = companion::AnyDownloadIsListed(),
         .HasPort = port != modBluetooth::LinkKind::None,

@@ -76,7 +76,7 @@ adapter wherever it is plugged in.
 Files: the data is in the root folder, by default $XDG_DATA_HOME/quorin or ~/.local/share/quorin, with --demo in
 quorin-demo beside it. The settings are in $XDG_CONFIG_HOME/quorin/settings.ini or ~/.config/quorin/settings.ini, with
 --root or --demo in settings.ini of the root folder, with --settings in that file; the limits of the values of a driver
-are in NAME.limits beside them. One program at a time uses a root folder. A draft of a record that is not saved yet is in
+are in NAME.limits beside them, and what the window remembers in window.ini. One program at a time uses a root folder. A draft of a record that is not saved yet is in
 $XDG_STATE_HOME/quorin/drafts or ~/.local/state/quorin/drafts. The journal, which quorin-journal reads, is in the folder
 journal beside it.
 )" + (keyHelp.empty() ? "" : "\nKeys:\n" + keyHelp) +

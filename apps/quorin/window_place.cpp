@@ -5,6 +5,8 @@
 #include <QGuiApplication>
 #include <QScreen>
 
+#include <algorithm>
+#include <optional>
 #include <sstream>
 
 namespace quorin {
@@ -12,15 +14,21 @@ namespace quorin {
 namespace {
 
 constexpr int Rest = 500;         // milliseconds
-const std::string Name = "Place"; ///< "X Y WIDTH HEIGHT" without the frame, "maximized" after it
+const std::string Name = "Place"; ///< "X Y WIDTH HEIGHT" without the frame, then "maximized" if it is
 
-/// The title can be reached with the pointer.
-bool IsReachable(const QRect& window) {
-    const QRect title(window.x(), window.y(), window.width(), 1);
-    for (const QScreen* const screen : QGuiApplication::screens())
-        if (screen->availableGeometry().intersects(title))
-            return true;
-    return false;
+/// Returns the window moved into the screen that it is on, and made smaller if it does not fit with its frame; nothing
+/// if no screen is there.
+std::optional<QRect> OnItsScreen(QRect window) {
+    const QScreen* const screen = QGuiApplication::screenAt(window.center());
+    if (screen == nullptr)
+        return std::nullopt;
+    constexpr QSize Frame(8, 40); // at most
+    constexpr int Title = 20;     // at least
+    const QRect room = screen->availableGeometry();
+    window.setSize(window.size().boundedTo(room.size() - Frame));
+    window.moveLeft(std::clamp(window.x(), room.x(), room.right() - window.width() + 1));
+    window.moveTop(std::clamp(window.y(), room.y() + Title, room.bottom() - window.height() + 1));
+    return window;
 }
 
 } // namespace
@@ -32,25 +40,31 @@ WindowPlace::WindowPlace(backends::qt::Window& window, WindowSettings& settings)
     QObject::connect(&Rest_, &QTimer::timeout, this, [this] { Remember(); });
 }
 
+/// A device of fixed size is a tool of developers: its place is not remembered, and would replace that of the desktop.
 void WindowPlace::Restore() {
+    if (!Window_.IsResizable())
+        return;
     std::istringstream in(Settings_.Get(Name));
     int x = 0, y = 0, width = 0, height = 0;
     std::string state;
-    if (in >> x >> y >> width >> height && width > 0 && height > 0 && IsReachable({x, y, width, height})) {
-        if (Window_.IsResizable())
-            Window_.resize(QSize(width, height).boundedTo(Window_.screen()->availableGeometry().size()));
-        Window_.move(x, y);
-        if (in >> state && state == "maximized" && Window_.IsResizable())
+    if (in >> x >> y >> width >> height && width > 0 && height > 0) {
+        if (const auto place = OnItsScreen({x, y, width, height})) {
+            Window_.setGeometry(*place);
+        }
+        if (in >> state && state == "maximized")
             Window_.showMaximized();
     }
     Window_.installEventFilter(this);
+    IsRestored_ = true;
 }
 
 void WindowPlace::Remember() {
     Rest_.stop();
-    const QRect size = Window_.isMaximized() ? Window_.normalGeometry() : Window_.geometry();
+    if (!IsRestored_)
+        return;
+    const QRect normal = Window_.isMaximized() ? Window_.normalGeometry() : Window_.geometry();
     std::ostringstream out;
-    out << Window_.pos().x() << " " << Window_.pos().y() << " " << size.width() << " " << size.height()
+    out << normal.x() << " " << normal.y() << " " << normal.width() << " " << normal.height()
         << (Window_.isMaximized() ? " maximized" : "");
     Settings_.Save(Name, out.str());
 }

@@ -15,8 +15,8 @@ class WindowPlace final : public QObject {
 public:
     WindowPlace(backends::qt::Window& window, WindowSettings& settings);
 
-    /// Puts the window where it was, if a screen is there. Must be called once the form is shown. From then on each
-    /// change is remembered when it is half a second old.
+    /// Puts the window where it was, as far as a screen has room for it. Must be called once the form is shown. From
+    /// then on each change is remembered when it is half a second old.
     void Restore();
     /// Remembers the place at once: the program ends.
     void Remember();
@@ -28,6 +28,7 @@ private:
     backends::qt::Window& Window_;
     WindowSettings& Settings_;
     QTimer Rest_;
+    bool IsRestored_ = false;
 };
 
 } // namespace quorin

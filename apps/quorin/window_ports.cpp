@@ -9,8 +9,10 @@
 #include "src/view/navigation.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <filesystem>
 #include <system_error>
+#include <utility>
 
 namespace quorin {
 
@@ -59,11 +61,19 @@ std::vector<companion::PortRow> WindowPorts::Rows() const {
     return backends::SerialPorts(survey);
 }
 
+/// What the dialog compares to see whether its list is still true.
+std::vector<std::string> WindowPorts::Names() const {
+    std::vector<std::string> names = backends::PortNames(Survey.DeviceFolder);
+    if (Device_.serial.PortOpen())
+        names.push_back("open: " + Device_.serial.Address());
+    return names;
+}
+
 void WindowPorts::OpenDialog() {
     if (!Dialog_)
         Dialog_.emplace(backends::qt::PortsOfMachine{
                             .Survey = [this] { return Rows(); },
-                            .Names = [this] { return backends::PortNames(Survey.DeviceFolder); },
+                            .Names = [this] { return Names(); },
                             .Use = [this](const companion::PortChoice& choice) { Use(choice); },
                             .Listen = [this](const std::vector<std::string>& paths) { Probe_.Start(paths); },
                             .Heard = [this] { return Probe_.Counts(); },
@@ -83,7 +93,7 @@ void WindowPorts::Use(const companion::PortChoice& choice) {
     modQuorin::SaveSetting(u"ComPort", u"Com" + modStringTools::NumberText(choice.Number));
     if (Device_.serial.PortOpen() && Canonical(Device_.serial.Address()) != Canonical(choice.Address))
         Device_.serial.Drop();
-    DropOffer();
+    WithdrawOffer();
 }
 
 bool WindowPorts::IsOfUse(const std::string& path) const {
@@ -102,11 +112,11 @@ void WindowPorts::UseOffered() {
                                   [this](const companion::PortRow& each) { return each.Path == Offered_; });
     if (row != rows.end())
         Use(companion::ChoiceOf(rows, static_cast<std::size_t>(row - rows.begin())));
-    DropOffer();
+    WithdrawOffer();
 }
 
 void WindowPorts::DropOffer() {
-    Refused_ = Offered_;
+    Refused_.insert(Offered_);
     WithdrawOffer();
 }
 
@@ -115,13 +125,27 @@ void WindowPorts::WithdrawOffer() {
     Device_.onlooker.notices.Withdraw(companion::AboutAdapter);
 }
 
+/// Returns the device that the chosen name means now; empty for none.
+std::string WindowPorts::ChosenDevice() const {
+    const Text port = modBluetooth::StoredPort();
+    if (modBluetooth::KindOf(port) != modBluetooth::LinkKind::Serial)
+        return {};
+    const std::int32_t number = std::atoi(
+        modStringTools::ToBytes(port.substr(std::min<std::size_t>(port.size(), port.find_first_of(u"0123456789"))))
+            .c_str());
+    const auto& pinned = Device_.host.ports.Pinned();
+    const auto pin = pinned.find(number);
+    return pin != pinned.end() ? AddressText(pin->second) : backends::PortPath(number, Survey.DeviceFolder);
+}
+
+/// An adapter is offered at the look after the one that has noticed it: by then its name in `serial/by-id` is there.
 /// The adapter that the chosen name means already needs no offer: the link's next tick opens it.
 void WindowPorts::OfferArrival(const std::vector<std::string>& adapters) {
-    for (const std::string& path : PluggedIn_.Look(adapters)) {
-        if (!IsSilent_() || path == Canonical(Device_.serial.Address()))
+    for (const std::string& path : std::exchange(Arrived_, PluggedIn_.Look(adapters))) {
+        if (!IsSilent_() || Canonical(path) == Canonical(ChosenDevice()) || !std::filesystem::exists(path))
             continue;
         const std::string product = companion::ProductOf(Survey.Describe(path));
-        Refused_.clear();
+        Refused_.erase(path);
         Offer(path,
               FromBytes(BareName(path) + (product.empty() ? "" : " (" + product + ")")) + u" was plugged in. Use it?");
     }
@@ -139,7 +163,7 @@ void WindowPorts::OfferBoardPort(const std::vector<std::string>& adapters) {
     if (!LacksDevice() || !adapters.empty() || !Offered_.empty())
         return;
     for (const std::string& path : backends::BoardPorts(Survey.DeviceFolder, Survey.SystemFolder))
-        if (path != Refused_)
+        if (Refused_.count(path) == 0)
             return Offer(path, u"No adapter is plugged in. This machine has a port of its own, " + FromBytes(path) +
                                    u". Use it?");
 }

@@ -14,7 +14,9 @@
 #include <functional>
 #include <map>
 #include <optional>
+#include <set>
 #include <string>
+#include <vector>
 
 namespace quorin {
 
@@ -42,6 +44,8 @@ public:
 
 private:
     std::vector<companion::PortRow> Rows() const;
+    std::vector<std::string> Names() const;
+    std::string ChosenDevice() const;
     void Use(const companion::PortChoice& choice);
     void OfferArrival(const std::vector<std::string>& adapters);
     void OfferBoardPort(const std::vector<std::string>& adapters);
@@ -56,8 +60,9 @@ private:
     backends::PortProbe Probe_;
     std::optional<backends::qt::PortsDialog> Dialog_; ///< none until a person opens it
     companion::PluggedIn PluggedIn_;
-    std::string Offered_; ///< the path of the port that is offered; empty for none
-    std::string Refused_; ///< the one that a person did not want
+    std::string Offered_;              ///< the path of the port that is offered; empty for none
+    std::set<std::string> Refused_;    ///< those that a person did not want
+    std::vector<std::string> Arrived_; ///< noticed at the last look
     std::chrono::steady_clock::time_point LastLook_{};
 };
 

@@ -97,7 +97,11 @@ std::string KeyboardHelp() {
         head.resize(std::max<std::size_t>(head.size() + 1, 26), ' ');
         help += head + row.Name + "\n";
     }
-    help += "  readings of this run    F4\n"
+    help += "  on a desktop, outside of a field: Enter selects too, Tab opens the next field of a record,\n"
+            "  Home and End go to the ends of a list\n"
+            "  install a driver        Ctrl+O\n"
+            "  open the data folder    Ctrl+Shift+O\n"
+            "  readings of this run    F4\n"
             "  list of notices         Shift+F4\n"
             "  menu of the window      Shift+F10\n";
     return help;

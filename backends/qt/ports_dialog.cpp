@@ -9,6 +9,7 @@
 #include <QShortcut>
 #include <QVBoxLayout>
 
+#include <algorithm>
 #include <array>
 
 namespace backends::qt {
@@ -26,12 +27,21 @@ constexpr int HeardColumn = 4;
 const QString NoPort =
     QStringLiteral("There is no serial port on this machine. Plug an adapter in, or bind a Bluetooth "
                    "device by rfcomm: it appears here.");
-const QString AboutBoard = QStringLiteral("This is a port of the machine's board. The machine's console may be on it, so "
-                                          "that it is used only if you choose it.");
-const QString AboutListening = QStringLiteral("What arrives meanwhile is counted only; it is no reading.");
+const QString AboutBoard =
+    QStringLiteral("This is a port of the machine's board. The machine's console may be on it, so "
+                   "that it is used only if you choose it.");
+const QString AboutListening =
+    QStringLiteral("What arrives meanwhile is counted only: it is no reading. An instrument that "
+                   "introduces itself once has to connect again.");
 
 QString Shown(const std::string& text) {
     return QString::fromStdString(text);
+}
+
+/// The others would take the place of a link that works, and not open.
+bool CanBeUsed(const PortRow& row) {
+    return row.State == PortState::Ready || row.State == PortState::Untried || row.State == PortState::Ours ||
+           row.State == PortState::Elsewhere;
 }
 
 /// Only a device that this program may open and nobody uses is looked at; a port of the board may be the console.
@@ -69,7 +79,12 @@ PortsDialog::PortsDialog(PortsOfMachine machine, QWidget& form)
     QObject::connect(Changes_, &QTimer::timeout, this, [this] { LookForChanges(); });
     QObject::connect(Hearing_, &QTimer::timeout, this, [this] { ShowHeard(); });
     QObject::connect(List_, &QTreeWidget::currentItemChanged, this, [this] { ShowDetails(); });
-    QObject::connect(List_, &QTreeWidget::itemActivated, this, [this] { UseSelected(); });
+    // Not "activated": on some desktops that is a single click, which only selects here.
+    QObject::connect(List_, &QTreeWidget::itemDoubleClicked, this, [this] { UseSelected(); });
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter}) {
+        auto* const enter = new QShortcut(QKeySequence(key), List_, nullptr, nullptr, Qt::WidgetShortcut);
+        QObject::connect(enter, &QShortcut::activated, this, [this] { UseSelected(); });
+    }
     auto* const escape = new QShortcut(QKeySequence(Qt::Key_Escape), this);
     QObject::connect(escape, &QShortcut::activated, this, [this] { close(); });
     resize(100 * List_->fontMetrics().averageCharWidth(), 18 * List_->fontMetrics().height());
@@ -109,6 +124,13 @@ void PortsDialog::Open() {
     Changes_->start();
 }
 
+/// A person comes back from another window, where the remedy may have been carried out.
+void PortsDialog::changeEvent(QEvent* event) {
+    if (event->type() == QEvent::ActivationChange && isActiveWindow() && isVisible() && !Hearing_->isActive())
+        Survey();
+    QWidget::changeEvent(event);
+}
+
 void PortsDialog::closeEvent(QCloseEvent* event) {
     Changes_->stop();
     StopListening();
@@ -139,8 +161,21 @@ void PortsDialog::ShowRows() {
             List_->setCurrentItem(item);
     }
     if (List_->currentItem() == nullptr && List_->topLevelItemCount() > 0)
-        List_->setCurrentItem(List_->topLevelItem(0));
+        List_->setCurrentItem(List_->topLevelItem(Proposed()));
+    for (int column = 0; column < HeardColumn; ++column)
+        List_->resizeColumnToContents(column);
     ShowDetails();
+}
+
+/// Returns the row of the port that is chosen by now, else of one that can be opened.
+int PortsDialog::Proposed() const {
+    const auto find = [this](auto fits) {
+        return static_cast<int>(std::find_if(Rows_.begin(), Rows_.end(), fits) - Rows_.begin());
+    };
+    const int rows = static_cast<int>(Rows_.size());
+    const int ours = find([](const PortRow& row) { return row.State == PortState::Ours; });
+    const int ready = find(CanBeHeard);
+    return ours < rows ? ours : ready < rows ? ready : 0;
 }
 
 int PortsDialog::Selected() const {
@@ -154,7 +189,7 @@ void PortsDialog::ShowDetails() {
     const QString trouble = Shown(row.Trouble.Reason + (row.Trouble.Remedy.empty() ? "" : " " + row.Trouble.Remedy));
     const QString words = row.State == PortState::Untried ? AboutBoard : trouble;
     Details_->setText(Rows_.empty() ? NoPort : words);
-    Use_->setEnabled(isRow);
+    Use_->setEnabled(isRow && CanBeUsed(row));
     Copy_->setVisible(!row.Trouble.Command.empty());
     bool anyCanBeHeard = false;
     for (const PortRow& each : Rows_)
@@ -164,11 +199,11 @@ void PortsDialog::ShowDetails() {
 
 void PortsDialog::UseSelected() {
     const int at = Selected();
-    if (at < 0 || at >= static_cast<int>(Rows_.size()))
+    if (at < 0 || at >= static_cast<int>(Rows_.size()) || !CanBeUsed(Rows_[static_cast<std::size_t>(at)]))
         return;
     StopListening(); // otherwise the form could not open the port
     Machine_.Use(companion::ChoiceOf(Rows_, static_cast<std::size_t>(at)));
-    Survey();
+    close();
 }
 
 void PortsDialog::StartListening() {

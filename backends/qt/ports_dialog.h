@@ -35,12 +35,13 @@ public:
 
     PortsDialog(PortsOfMachine machine, QWidget& form);
 
-    /// Opens the dialog, or brings it to the front.
+    /// Opens the dialog, which a choice closes, or brings it to the front.
     void Open();
     /// Lists the ports again.
     void Survey();
 
 protected:
+    void changeEvent(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
 
 private:
@@ -52,6 +53,7 @@ private:
     void StartListening();
     void ShowHeard();
     void StopListening();
+    int Proposed() const;
     int Selected() const;
 
     PortsOfMachine Machine_;

@@ -35,6 +35,11 @@ std::vector<std::int32_t> CodesOf(const DeviceProfile& profile) {
     return codes;
 }
 
+/// True for a character other than a blank, which is the select key where no field is open.
+bool IsTyped(const QKeyEvent& key) {
+    return !key.text().isEmpty() && key.text()[0].isPrint() && !key.text()[0].isSpace();
+}
+
 } // namespace
 
 QtPlatform::QtPlatform(HostDevice& device, const WindowOptions& looks, QtPump& qtPump, CommandSource& commands,
@@ -275,6 +280,8 @@ bool QtPlatform::eventFilter(QObject* object, QEvent* event) {
         Pump_.Awake();
         BeginOperation();
     }
+    if (event->type() == QEvent::KeyPress && IsTyped(*static_cast<QKeyEvent*>(event)))
+        LastCharacter_ = std::chrono::steady_clock::now(); // also of one that is dropped
     const Fate fate = FateOf(*object, *event);
     if (fate == Fate::Postponed)
         QCoreApplication::postEvent(object, event->clone());
@@ -300,11 +307,7 @@ bool QtPlatform::eventFilter(QObject* object, QEvent* event) {
         return false;
     if (focus.Holder() == &txtInputField)
         LastFieldKey_ = std::chrono::steady_clock::now();
-    const bool isCharacter = !key.text().isEmpty() && key.text()[0].isPrint();
-    const bool taken = ComesTooLate() || TakeKeyPress(key);
-    if (isCharacter)
-        LastCharacter_ = std::chrono::steady_clock::now();
-    return taken;
+    return ComesTooLate() || TakeKeyPress(key);
 }
 
 bool QtPlatform::ComesTooLate() const {
@@ -349,6 +352,8 @@ bool QtPlatform::TakeTab(const QKeyEvent& event) {
         return false;
     constexpr std::int32_t ValueColumn = 1;
     const std::int32_t from = isOpen ? modPDAUI::Input.EditRow : grdMain.Row() - 1;
+    if (event.isAutoRepeat())
+        return true; // a key that is held acts once
     if (const auto row = companion::NextEditedRow(from, isBack ? -1 : 1)) {
         grdMain.Widget().PointerDown(*row, ValueColumn);
         grdMain.Widget().PointerUp();
@@ -365,6 +370,8 @@ bool QtPlatform::TakeHomeOrEnd(const QKeyEvent& event) {
     if ((!isHome && event.key() != Qt::Key_End) || &focus.HolderOr(grdMain) != &grdMain ||
         !companion::ListStoresNothing() || grdMain.Rows() == 0)
         return false;
+    if (event.isAutoRepeat())
+        return true; // it may have been pressed on another screen
     const std::int32_t row = isHome ? 0 : grdMain.Rows() - 1;
     ReportAct({.Word = "select", .Arguments = ArgumentsOf({row}), .About = grdMain.Cell(row, 0)});
     grdMain.SetRow(row);

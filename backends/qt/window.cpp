@@ -21,7 +21,9 @@ constexpr int MostKeysInARow = 4;
 constexpr int StatusTextPixels = 12; // of the screen
 constexpr int KeyTextPixels = 10;
 const QString ListHint = QStringLiteral("\n(Shift+F4 lists all notices)");
-const QString FolderLook = QStringLiteral("color: palette(link); text-decoration: underline;");
+// Not the desktop's colour of links, which is that of the form's headline.
+const QString FolderLook = QStringLiteral("color: #1a5fb4; text-decoration: underline;");
+const QString FolderLookInTheDark = QStringLiteral("color: #99c1f1; text-decoration: underline;");
 const QString AlarmLook = QStringLiteral("background: #b00020; color: white;");
 // Another colour than the notices': the two lines are one above the other, and say different things.
 const QString LinkAlarmLook = QStringLiteral("background: #b34700; color: white;");
@@ -262,6 +264,10 @@ void Window::FlashLink() {
     ShowState();
 }
 
+bool Window::IsDark() const {
+    return palette().color(QPalette::Window).lightness() < 128;
+}
+
 QString Window::LinkLook() const {
     if (IsWorking_)
         return QStringLiteral("background: #ffd54f; color: black;");
@@ -271,8 +277,7 @@ QString Window::LinkLook() const {
     case companion::LineLook::Plain:
         break;
     case companion::LineLook::Alive:
-        return palette().color(QPalette::Window).lightness() < 128 ? QStringLiteral("color: #80e080;")
-                                                                   : QStringLiteral("color: #006400;");
+        return IsDark() ? QStringLiteral("color: #80e080;") : QStringLiteral("color: #006400;");
     case companion::LineLook::Alarm:
         return LinkAlarmLook;
     }
@@ -305,7 +310,7 @@ void Window::ShowAlarm() {
     const bool isShown = warns || (IsOneLine_ && !Standing_.empty());
     const bool isLink = isShown && Standing_.front().Action == companion::NoticeAction::Open;
     const QString text = isShown ? ToQt(Standing_.front().Words) : QString();
-    Alarm_->setStyleSheet(warns ? AlarmLook : isLink ? FolderLook : QString());
+    Alarm_->setStyleSheet(warns ? AlarmLook : isLink ? (IsDark() ? FolderLookInTheDark : FolderLook) : QString());
     Alarm_->setCursor(isLink ? Qt::PointingHandCursor : Qt::ArrowCursor);
     More_->setStyleSheet(warns ? AlarmLook : QString());
     const int room = width() - 2 * Alarm_->margin() - ShowOffers();

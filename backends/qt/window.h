@@ -124,6 +124,7 @@ private:
     void TapLine();
     void OpenNotices();
     void ShowState();
+    bool IsDark() const;
     QString LinkLook() const;
     void ShowAlarm();
     void ShowMore(bool isCut);

@@ -71,13 +71,16 @@ protected:
 };
 
 TEST_F(WayToTheForm, IsFreeOnStartDriversAndPreferencesAlone) {
-    for (const ScreenId free : {ScrMain, ScrDrivers, ScrInstalledDrivers, ScrAddDriver, ScrPreferences, ScrList})
+    for (const ScreenId free : {ScrMain, ScrDrivers, ScrInstalledDrivers, ScrAddDriver, ScrPreferences})
         EXPECT_EQ(On(free), InTheWay::Nothing) << ScreenRow(free).Name;
-    for (const ScreenId other :
-         {ScrDownloads, ScrDownload, ScrBluetoothDebug, ScrFileDebug, ScrTextFile, ScrColumns, ScrMessage})
+    for (const ScreenId other : {ScrDownloads, ScrDownload, ScrBluetoothDebug, ScrFileDebug, ScrTextFile, ScrColumns,
+                                 ScrMessage, ScrDriverProperties})
         EXPECT_EQ(On(other), InTheWay::Screen) << ScreenRow(other).Name;
-    for (const ScreenId record : {ScrInfRecord, ScrDriverProperties})
-        EXPECT_EQ(On(record), InTheWay::Record) << ScreenRow(record).Name;
+    EXPECT_EQ(On(ScrInfRecord), InTheWay::Record);
+    Screens.PreviousScreen = ScrFileDebug;
+    EXPECT_EQ(On(ScrList), InTheWay::Screen);
+    Screens.PreviousScreen = ScrPreferences;
+    EXPECT_EQ(On(ScrList), InTheWay::Nothing) << "it is a list of the preferences";
 }
 
 TEST_F(WayToTheForm, IsBarredByAQuestion) {

@@ -49,6 +49,20 @@ TEST_F(OfHints, LeadFromADriverToAnOpenLink) {
     EXPECT_EQ(Shown(), u"none");
 }
 
+TEST_F(OfHints, LeadFromTheFirstScreenToTheFirstDownload) {
+    Now.HasDriver = Now.HasPort = Now.IsStart = true;
+    OfDevice.Look(Now);
+    EXPECT_EQ(Shown(), u"Main, Start… lists the drivers: choose the one of your instrument.");
+    Now.IsStart = false;
+    OfDevice.Look(Now);
+    EXPECT_EQ(Shown(), u"none");
+    Now.IsListOfDownloads = Now.HasDownload = true;
+    OfDevice.Look(Now);
+    Now.IsStart = true;
+    OfDevice.Look(Now);
+    EXPECT_EQ(Shown(), u"none") << "it is known by now";
+}
+
 TEST_F(OfHints, AStepThatWasDoneOnceIsNotAskedForAgain) {
     Now = {.HasDriver = true, .HasDownload = true, .HasPort = true, .LinkIsOpen = true};
     OfDevice.Look(Now);

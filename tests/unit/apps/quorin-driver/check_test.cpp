@@ -65,6 +65,17 @@ TEST_F(DriverProgram, ReadsARecordingWithTimes) {
     EXPECT_THAT(Run("check a.qvd --stream b.times").Output, StartsWith("Depth: 1 result such as 1 ° → Depth\n"));
 }
 
+TEST_F(DriverProgram, ComparesNoRecordingWithTooManyRows) {
+    std::string rows;
+    for (int row = 0; row < 33'000; ++row)
+        rows += "Depth|1||Other||||\n";
+    Folder.Put("a.qvd", Package(rows + "Depth|1||Moisture||||\n"));
+    Folder.Put("b.stream", "[BLob]\n[RESULT_TYPE \"Moisture\"]\n[RESULT_VALUE \"1\"]\n[RESULT_UNIT \"%\"]\n[/BLob]\n");
+    const Outcome run = Run("check a.qvd --stream b.stream");
+    EXPECT_THAT(run.Output, testing::HasSubstr("more than 1000 are not checked"));
+    EXPECT_EQ(run.Status, 5);
+}
+
 TEST_F(DriverProgram, ComparesWithTheInstalledDrivers) {
     Folder.Put("a.qvd", Package("Depth|1||Depth||||\n"));
     Folder.Put("drivers.txt", "NAME|INFFILE\nOther|METER.txt\n");

@@ -45,6 +45,32 @@ TEST_F(PlaceOfTheWindow, IsNotLargerThanTheScreen) {
     EXPECT_LE(later.height(), screen.height());
 }
 
+TEST_F(PlaceOfTheWindow, IsNotPartlyOutsideOfTheScreen) {
+    const QRect screen = Form().screen()->availableGeometry();
+    Remembered.Save("Place", std::to_string(screen.right() - 350) + " 300 600 400");
+    const QRect later = Later();
+    EXPECT_TRUE(screen.contains(later)) << later.x() << " " << later.y();
+    EXPECT_EQ(later.size(), QSize(600, 400));
+}
+
+TEST_F(PlaceOfTheWindow, IsRememberedAtTheEnd) {
+    Place.Restore();
+    Form().setGeometry(40, 60, 500, 400);
+    Place.Remember();
+    EXPECT_EQ(Later(), QRect(40, 60, 500, 400));
+}
+
+TEST_F(PlaceOfTheWindow, OfADeviceOfFixedSizeIsNot) {
+    WindowSettings settings(File());
+    backends::qt::Window device(1);
+    device.HoldSize();
+    device.show();
+    WindowPlace place(device, settings);
+    place.Restore();
+    place.Remember();
+    EXPECT_EQ(settings.Get("Place"), "");
+}
+
 TEST_F(PlaceOfTheWindow, TheFirstWindowFitsTheScreen) {
     const QSize screen = Form().screen()->availableGeometry().size(); // 800x800 offscreen
     Form().Screen().SetWish({3000, 2000});

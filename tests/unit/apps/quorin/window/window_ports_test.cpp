@@ -33,8 +33,10 @@ protected:
     }
     /// Looks at what is plugged in, as the program does every two seconds.
     void Look() {
-        Ports.LookSoon();
-        Settle();
+        for (int look = 0; look < 2; ++look) { // an adapter is offered at the second look
+            Ports.LookSoon();
+            Settle();
+        }
     }
     std::string PlugIn(const std::string& name) {
         Dev.Link(Adapter.Path(), name);
@@ -113,10 +115,34 @@ TEST_F(PortsOfTheWindow, TheBoardsPortIsOfferedWhereThereIsNoAdapter) {
     Ports.DropOffer();
     Look();
     EXPECT_EQ(Offered(), u"nothing");
-    Dev.Link(Adapter.Path(), "ttyUSB0");
+}
+
+TEST_F(PortsOfTheWindow, AnAdapterThatIsChosenAlreadyIsNotOffered) {
+    modQuorin::SaveSetting(u"ComPort", u"Com1");
+    PlugIn("ttyUSB0");
+    EXPECT_EQ(Offered(), u"nothing") << "Com1 means the first adapter";
+    const PseudoTerminal another;
+    Dev.Link(another.Path(), "ttyUSB1");
+    Look();
+    EXPECT_EQ(Offered(), u"ttyUSB1 (FT232R) was plugged in. Use it?");
+}
+
+TEST_F(PortsOfTheWindow, NoneOfTwoRefusedOnesIsOfferedAgain) {
+    for (const char* const name : {"ttyS0", "ttyS1"}) {
+        Dev.Link(Adapter.Path(), name);
+        Sys.Put(std::string("class/tty/") + name + "/type", "4\n");
+    }
+    modQuorin::SaveSetting(u"ComPort", u"Com1");
+    OpenRecord();
+    modBluetooth::Receive.LinkWanted = true;
+    Pass(600);
+    Look();
     Ports.DropOffer();
     Look();
-    EXPECT_NE(Offered().find(u"ttyUSB0"), Text::npos);
+    ASSERT_NE(Offered(), u"nothing") << "there is another one";
+    Ports.DropOffer();
+    Look();
+    EXPECT_EQ(Offered(), u"nothing");
 }
 
 TEST_F(PortsOfTheWindow, TheBoardsPortIsNotOfferedForLong) {
