@@ -34,7 +34,6 @@ struct Plugged {
 class DemoWindow : protected Plugged, public windowtest::InAWindow {
 protected:
     DemoWindow() : InAWindow(WithPort(Meter.Port())) {
-        Device.Platform.StartProgram();
         Data.RaiseWhatIsPending();
         PrepareDemo();
     }
