@@ -4,7 +4,9 @@
 #include "companion/driver_fill_check.h"
 #include "src/blob/capture.h"
 #include "src/drivers/inf_rows.h"
+#include "src/storage/line_files.h"
 #include "src/storage/row_line.h"
+#include "src/storage/settings.h"
 
 #include <algorithm>
 #include <array>
@@ -282,6 +284,13 @@ std::vector<DriverRow> InstalledDrivers(const std::vector<Text>& lines) {
             drivers.push_back({cells[*name], cells[*file]});
     }
     return drivers;
+}
+
+std::vector<DriverRow> DriversOfDevice() {
+    std::vector<Text> lines;
+    const auto error =
+        modFileSystem::ReadLines(modQuorin::Paths.DriversFile, modQuorin::DataType, modQuorin::DataCreator, lines);
+    return error == platform::NoError ? InstalledDrivers(lines) : std::vector<DriverRow>();
 }
 
 } // namespace companion

@@ -19,4 +19,7 @@ std::vector<Finding> CheckPackage(const std::vector<Text>& lines, const std::vec
 /// Returns the rows of drivers.txt, given as its lines.
 std::vector<modQuorin::DriverRow> InstalledDrivers(const std::vector<Text>& lines);
 
+/// Returns those of the device's drivers.txt; none if it can't be read. Opens no table of the form.
+std::vector<modQuorin::DriverRow> DriversOfDevice();
+
 } // namespace companion

@@ -40,16 +40,6 @@ std::vector<Text> FieldNames() {
     return names;
 }
 
-std::int32_t InstalledDrivers() {
-    modFileSystem::FileHandle table;
-    modFileSystem::OpenFile(table, modQuorin::Paths.DriversFile, u"r", modQuorin::DataType, modQuorin::DataCreator);
-    if (!table.valid)
-        return 0;
-    const std::int32_t lines = modFileSystem::FileLineCount(table);
-    modFileSystem::CloseFile(table);
-    return std::max(0, lines - 1); // the first is the header
-}
-
 bool IsStartScreen() {
     return Screens.CurrentScreen != 0 && Screens.CurrentScreen == modQuorin::ScrMain;
 }

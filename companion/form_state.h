@@ -16,9 +16,6 @@ bool RecordIsOpen();
 /// Returns the names of the open driver's columns.
 std::vector<Text> FieldNames();
 
-/// Returns how many drivers are installed, by the table of drivers; 0 if it can't be read. Opens no table of the form.
-std::int32_t InstalledDrivers();
-
 /// True if the first screen is shown.
 bool IsStartScreen();
 /// True if the list of downloads is on the screen, or under a prompt.

@@ -2,8 +2,6 @@
 #include "companion/package_question.h"
 
 #include "companion/driver_check.h"
-#include "src/storage/line_files.h"
-#include "src/storage/settings.h"
 
 #include <algorithm>
 
@@ -15,13 +13,6 @@ using modStringTools::NumberText;
 namespace {
 
 constexpr std::size_t MostNamed = 10;
-
-std::vector<DriverRow> DriversOfDevice() {
-    std::vector<Text> lines;
-    const auto error =
-        modFileSystem::ReadLines(modQuorin::Paths.DriversFile, modQuorin::DataType, modQuorin::DataCreator, lines);
-    return error == platform::NoError ? InstalledDrivers(lines) : std::vector<DriverRow>();
-}
 
 bool IsInstalled(const Package& package, const std::vector<DriverRow>& installed) {
     const auto driver = ReadPackage(package.Lines).Driver;

@@ -11,7 +11,7 @@
 namespace companion {
 
 /// No package is longer, in bytes: a table of a thousand fields has a tenth of that.
-inline constexpr std::size_t LargestPackage = 1 << 20;
+inline constexpr std::size_t LargestPackage = 1'000'000;
 
 struct Package {
     Text Name; ///< of its file, without a folder

@@ -208,6 +208,13 @@ Notice NothingRemembered(const Text& file, const Text& why) {
             Until::Tapped};
 }
 
+Notice PinNotUsed(const Text& pin) {
+    return {AboutPin, Severity::Warning,
+            u"A port that was chosen before is not used: " + pin +
+                u". Choose it again by \"Ports…\". Tap here when you have read it.",
+            Until::Tapped};
+}
+
 Notice RightsNotKept(const Text& file) {
     return {AboutRights, Severity::Warning,
             file + u" has lost its group or its access list: other users may have fewer rights to it than "

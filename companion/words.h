@@ -27,6 +27,7 @@ inline const Text AboutUnsaved = u"unsaved";
 inline const Text AboutJournal = u"journal";
 inline const Text AboutLimits = u"limits";
 inline const Text AboutRemembered = u"remembered";
+inline const Text AboutPin = u"pin";
 inline const Text AboutAdapter = u"adapter";
 inline const Text AboutSpace = u"space";
 inline const Text AboutHint = u"hint";
@@ -80,6 +81,8 @@ Notice PortOffered(const Text& words);
 Notice LittleSpace(const Text& folder, std::int64_t megabytes);
 /// What the window should remember for its next start can't be written to its file.
 Notice NothingRemembered(const Text& file, const Text& why);
+/// `pin`: a line of the file, and what is wrong with it.
+Notice PinNotUsed(const Text& pin);
 /// A file that was rewritten could not keep all of its permissions.
 Notice RightsNotKept(const Text& file);
 

@@ -5,6 +5,7 @@
 #include "backends/files/plain_file.h"
 #include "backends/port/serial_text.h"
 #include "companion/file_lines.h"
+#include "companion/packages.h"
 
 #include <iostream>
 
@@ -12,7 +13,6 @@ namespace driver {
 
 namespace {
 
-constexpr std::size_t LargestPackage = 1'000'000;
 constexpr std::size_t LargestRecording = 100'000'000;
 
 std::optional<std::string> ReadFile(const std::string& path, std::size_t largest) {
@@ -41,7 +41,7 @@ void Tell(const std::string& message) {
 }
 
 std::optional<std::vector<Text>> ReadLines(const std::string& path) {
-    const auto bytes = ReadFile(path, LargestPackage);
+    const auto bytes = ReadFile(path, companion::LargestPackage);
     if (!bytes)
         return std::nullopt;
     if (bytes->find('\0') != std::string::npos) {

@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "apps/quorin/arriving.h"
 
-#include "apps/quorin/host_file.h"
 #include "apps/quorin/sample_driver.h"
+#include "backends/files/folder_names.h"
 #include "backends/files/host_files.h"
+#include "backends/files/plain_file.h"
 #include "backends/qt/conversions.h"
 #include "companion/download_search.h"
 #include "companion/package_question.h"
@@ -14,7 +15,6 @@
 #include "src/storage/settings.h"
 #include "src/view/platform/device_traits.h"
 
-#include <QApplication>
 #include <QFile>
 #include <QFileDialog>
 #include <QStandardPaths>
@@ -49,7 +49,7 @@ void Arriving::Take(const std::string& path, const std::string& name) {
     const bool isPath = name.find('/') != std::string::npos;
     if (name.empty())
         Tell(u"An empty name is neither a driver package nor a download.");
-    else if (IsPackageName(FromBytes(FileName(path))))
+    else if (IsPackageName(FromBytes(backends::NameOf(path))))
         TakePackage(path);
     else if (!isPath)
         Waiting_.AddDownload(FromBytes(name));
@@ -63,12 +63,11 @@ void Arriving::Take(const std::string& path, const std::string& name) {
 }
 
 void Arriving::TakePackage(const std::string& path) {
-    std::string bytes;
-    const std::string why = ReadHostFile(path, companion::LargestPackage, bytes);
-    if (why.empty())
-        AddPackage(FromBytes(FileName(path)), bytes);
-    else
-        Tell(FromBytes(path) + u" can't be read: " + FromBytes(why) + u".");
+    const backends::PlainFile file = backends::ReadPlainFile(path, companion::LargestPackage);
+    if (file.Why.empty())
+        return AddPackage(FromBytes(backends::NameOf(path)), file.Bytes);
+    const Text why = file.Error != 0 ? platform::ErrorText(backends::FromErrno(file.Error)) : FromBytes(file.Why);
+    Tell(FromBytes(path) + u" can't be read: " + why + u".");
 }
 
 void Arriving::AddPackage(const Text& name, std::string_view bytes) {
@@ -93,7 +92,7 @@ bool Arriving::IsInDataFolder(const std::string& path) const {
 
 /// In a memory of line databases, the register has the name of a text file.
 Text Arriving::DownloadAt(const std::string& path) const {
-    const Text name = FromBytes(FileName(path));
+    const Text name = FromBytes(backends::NameOf(path));
     const Text folder = Paths.ControlFile.substr(0, Paths.ControlFile.rfind(u'\\') + 1);
     return platform::Traits().IsMemory(folder) ? name.substr(0, name.rfind(u'.')) + u".txt" : name;
 }
@@ -144,13 +143,8 @@ bool Arriving::RaiseWhatIsPending() {
 
 // --- the steps -------------------------------------------------------------------------------------------------------
 
-bool Arriving::IsFree() const {
-    return !Device_.loop.Ending() && !Device_.boxes.AnyIsOpen() && QApplication::activePopupWidget() == nullptr &&
-           QApplication::mouseButtons() == Qt::NoButton && !Device_.grdMain.HandIsDown;
-}
-
 void Arriving::Step() {
-    if (!IsFree())
+    if (!Device_.IsAtRest())
         return;
     if (!Problems_.empty())
         return ShowProblems();

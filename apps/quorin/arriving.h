@@ -32,9 +32,6 @@ public:
     /// loop; may return long after.
     void Step();
 
-    /// True if no box, menu or press is in the way of changing what is on the screen.
-    bool IsFree() const;
-
     /// Shows or hides the bar.
     bool RaiseWhatIsPending() override;
 

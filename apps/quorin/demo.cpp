@@ -2,6 +2,7 @@
 #include "apps/quorin/demo.h"
 
 #include "apps/quorin/sample_driver.h"
+#include "companion/file_lines.h"
 #include "src/drivers/installation.h"
 #include "src/drivers/registry.h"
 #include "src/storage/keyed_tables.h"
@@ -9,24 +10,11 @@
 #include "src/storage/settings.h"
 #include "src/storage/volumes.h"
 
-#include <algorithm>
-
 namespace quorin {
 
 namespace {
 
 const Text PortKey = u"ComPort";
-
-std::vector<Text> SampleLines() {
-    std::vector<Text> lines;
-    std::string_view rest = SampleDriver();
-    while (!rest.empty()) {
-        const std::string_view line = rest.substr(0, rest.find('\n'));
-        lines.push_back(modStringTools::FromBytes(line));
-        rest.remove_prefix(std::min(rest.size(), line.size() + 1));
-    }
-    return lines;
-}
 
 } // namespace
 
@@ -35,7 +23,7 @@ void PrepareDemo() {
         modQuorin::SaveSetting(PortKey, u"Com" + modStringTools::NumberText(DemoPort));
     modQuorin::LoadDriverList();
     if (modQuorin::Registry.DriverNames.empty())
-        modQuorin::InstallLines(SampleLines());
+        modQuorin::InstallLines(companion::LinesOf(modStringTools::FromBytes(SampleDriver())));
 }
 
 Text EmptyDemo() {

@@ -128,10 +128,7 @@ void Demonstration::AskToStartAfresh() {
 }
 
 void Demonstration::Step() {
-    const bool isFree = !Device_.loop.Ending() && !Device_.boxes.AnyIsOpen() &&
-                        QApplication::activePopupWidget() == nullptr && QApplication::mouseButtons() == Qt::NoButton &&
-                        !Device_.grdMain.HandIsDown;
-    if (AfreshWanted_ && isFree && MayStartAfresh()) {
+    if (AfreshWanted_ && Device_.IsAtRest() && MayStartAfresh()) {
         AfreshWanted_ = false;
         StartAfresh();
     }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "apps/quorin/window_hints.h"
 
+#include "companion/driver_check.h"
 #include "companion/form_state.h"
 #include "src/link/ports.h"
 
@@ -46,7 +47,7 @@ void WindowHints::SetOn(bool on) {
 companion::Surroundings WindowHints::Look() {
     const modQuorin::ScreenId screen = modQuorin::Screens.CurrentScreen;
     if (screen != SeenScreen_ && Hints_.AsksForDriver()) // a file is read: not in each round
-        HasDriver_ = companion::InstalledDrivers() > 0;
+        HasDriver_ = !companion::DriversOfDevice().empty();
     SeenScreen_ = screen;
     const modBluetooth::LinkKind port = modBluetooth::KindOf(modBluetooth::StoredPort());
     return {

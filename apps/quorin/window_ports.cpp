@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "apps/quorin/window_ports.h"
 
+#include "backends/files/folder_names.h"
 #include "backends/linux/port_names.h"
 #include "companion/words.h"
 #include "src/link/ports.h"
@@ -9,9 +10,7 @@
 #include "src/view/navigation.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <filesystem>
-#include <system_error>
 #include <utility>
 
 namespace quorin {
@@ -21,31 +20,34 @@ using modStringTools::FromBytes;
 
 namespace {
 
-constexpr std::int32_t LastNumber = 127; ///< the highest that the application offers
 constexpr auto BetweenLooks = std::chrono::seconds(2);
 
 std::string PinName(std::int32_t number) {
     return "Pin" + std::to_string(number);
 }
 
-std::string Canonical(const std::string& path) {
-    std::error_code failed;
-    const auto canonical = std::filesystem::canonical(path, failed);
-    return failed ? path : canonical.string();
-}
-
-std::string BareName(const std::string& path) {
-    return path.substr(path.rfind('/') + 1);
+bool AreOneDevice(const std::string& path, const std::string& other) {
+    std::string canonical;
+    std::string otherCanonical;
+    return path == other ||
+           (backends::Canonical(path, canonical) == platform::NoError &&
+            backends::Canonical(other, otherCanonical) == platform::NoError && canonical == otherCanonical);
 }
 
 } // namespace
 
-std::map<std::int32_t, PortAddress> PinsWith(const WindowSettings& settings,
-                                             std::map<std::int32_t, PortAddress> given) {
-    for (std::int32_t number = 1; number <= LastNumber; ++number)
-        if (const std::string pin = settings.Get(PinName(number)); !pin.empty())
-            if (const backends::AddressReading read = backends::ReadAddress(pin); read.Address)
-                given.emplace(number, *read.Address);
+std::map<std::int32_t, PortAddress> PinsWith(const WindowSettings& settings, std::map<std::int32_t, PortAddress> given,
+                                             std::vector<std::string>& wrong) {
+    for (std::int32_t number = 1; number <= backends::LastPortNumber; ++number) {
+        const std::string pin = settings.Get(PinName(number));
+        if (pin.empty() || given.count(number) != 0)
+            continue;
+        const backends::AddressReading read = backends::ReadAddress(pin);
+        if (read.Address)
+            given.emplace(number, *read.Address);
+        else
+            wrong.push_back(PinName(number) + "=" + pin + " " + read.Error);
+    }
     return given;
 }
 
@@ -91,13 +93,13 @@ void WindowPorts::Use(const companion::PortChoice& choice) {
     Device_.host.ports.Pin(choice.Number, *read.Address);
     Settings_.Save(PinName(choice.Number), choice.Address);
     modQuorin::SaveSetting(u"ComPort", u"Com" + modStringTools::NumberText(choice.Number));
-    if (Device_.serial.PortOpen() && Canonical(Device_.serial.Address()) != Canonical(choice.Address))
+    if (Device_.serial.PortOpen() && !AreOneDevice(Device_.serial.Address(), choice.Address))
         Device_.serial.Drop();
     WithdrawOffer();
 }
 
 bool WindowPorts::IsOfUse(const std::string& path) const {
-    const bool isInUse = Device_.serial.PortOpen() && Canonical(Device_.serial.Address()) == Canonical(path);
+    const bool isInUse = Device_.serial.PortOpen() && AreOneDevice(Device_.serial.Address(), path);
     return std::filesystem::exists(path) && !isInUse && (!backends::IsBoardPort(path) || LacksDevice());
 }
 
@@ -130,24 +132,21 @@ std::string WindowPorts::ChosenDevice() const {
     const Text port = modBluetooth::StoredPort();
     if (modBluetooth::KindOf(port) != modBluetooth::LinkKind::Serial)
         return {};
-    const std::int32_t number = std::atoi(
-        modStringTools::ToBytes(port.substr(std::min<std::size_t>(port.size(), port.find_first_of(u"0123456789"))))
-            .c_str());
-    const auto& pinned = Device_.host.ports.Pinned();
-    const auto pin = pinned.find(number);
-    return pin != pinned.end() ? AddressText(pin->second) : backends::PortPath(number, Survey.DeviceFolder);
+    const auto number = modBluetooth::PortNumber(port);
+    const auto address = number ? Device_.host.ports.AddressOf(*number) : std::nullopt;
+    return address ? AddressText(*address) : std::string();
 }
 
 /// An adapter is offered at the look after the one that has noticed it: by then its name in `serial/by-id` is there.
 /// The adapter that the chosen name means already needs no offer: the link's next tick opens it.
 void WindowPorts::OfferArrival(const std::vector<std::string>& adapters) {
     for (const std::string& path : std::exchange(Arrived_, PluggedIn_.Look(adapters))) {
-        if (!IsSilent_() || Canonical(path) == Canonical(ChosenDevice()) || !std::filesystem::exists(path))
+        if (!IsSilent_() || AreOneDevice(path, ChosenDevice()) || !std::filesystem::exists(path))
             continue;
         const std::string product = companion::ProductOf(Survey.Describe(path));
         Refused_.erase(path);
-        Offer(path,
-              FromBytes(BareName(path) + (product.empty() ? "" : " (" + product + ")")) + u" was plugged in. Use it?");
+        Offer(path, FromBytes(backends::NameOf(path) + (product.empty() ? "" : " (" + product + ")")) +
+                        u" was plugged in. Use it?");
     }
 }
 

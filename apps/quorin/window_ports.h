@@ -20,9 +20,11 @@
 
 namespace quorin {
 
-/// Returns the pins that are remembered, and those of the command line in place of them.
+/// Returns the pins that are remembered, and those of the command line in place of them. `wrong` gets those that are no
+/// address, with the reason: someone has edited the file.
 std::map<std::int32_t, backends::PortAddress> PinsWith(const WindowSettings& settings,
-                                                       std::map<std::int32_t, backends::PortAddress> given);
+                                                       std::map<std::int32_t, backends::PortAddress> given,
+                                                       std::vector<std::string>& wrong);
 
 class WindowPorts final : public backends::EventSource {
 public:

@@ -21,7 +21,6 @@ using companion::PortTrouble;
 namespace {
 
 /// The highest number that the application offers.
-constexpr std::int32_t LastNumber = 127;
 
 /// A device while the list is built.
 struct Found {
@@ -98,7 +97,7 @@ void Survey::AddPins() {
 }
 
 void Survey::AddRuleNumbers() {
-    for (std::int32_t number = 1; number <= LastNumber; ++number) {
+    for (std::int32_t number = 1; number <= LastPortNumber; ++number) {
         const std::string path = PortPath(number, Where_.DeviceFolder);
         if (path.empty() || Where_.Pinned.count(number) != 0)
             continue;

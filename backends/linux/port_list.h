@@ -35,6 +35,9 @@ struct PortSurvey {
     std::function<PortRights(const std::string& path)> Rights = RightsOf;
 };
 
+/// The highest N of "ComN" that the application offers.
+inline constexpr std::int32_t LastPortNumber = 127;
+
 /// Returns all serial devices: Bluetooth ports, USB adapters, the ports of the board that have hardware, the targets of
 /// the names in `serial/by-id` and of the pins, and the dangling ones among these. A port of the board is never opened,
 /// because the machine's console may be on it; nor is a device that a program uses already.

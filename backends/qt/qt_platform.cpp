@@ -148,6 +148,11 @@ void QtPlatform::WireWindow() {
 }
 
 /// Called when the form has its size and it is known whether the device's menus are keys.
+bool QtPlatform::IsAtRest() const {
+    return !loop.Ending() && !boxes.AnyIsOpen() && QApplication::activePopupWidget() == nullptr &&
+           QApplication::mouseButtons() == Qt::NoButton && !grdMain.HandIsDown;
+}
+
 void QtPlatform::ShowEmpty() {
     const Box screen = system.WorkArea();
     window.Screen().SetWish({qRound(screen.Width), qRound(screen.Height)});

@@ -73,6 +73,9 @@ public:
     /// control.
     void SendKey(FocusTarget& taker, int key, const QString& text);
 
+    /// True if no box, menu or press is in the way of what changes the form's screen from outside of it.
+    bool IsAtRest() const;
+
     /// Shows the window before the form is started: its screen is empty.
     void ShowEmpty();
 

@@ -5,22 +5,29 @@
 
 namespace backends {
 
-std::optional<PortTarget> HostPorts::Find(std::int32_t number) {
+std::optional<PortAddress> HostPorts::AddressOf(std::int32_t number) const {
     const auto pinned = Paths_.Pinned.find(number);
-    const bool isPinned = pinned != Paths_.Pinned.end();
-    if (!isPinned && !Paths_.Find)
+    if (pinned != Paths_.Pinned.end())
+        return pinned->second;
+    if (!Paths_.Find)
         return std::nullopt;
-    const PortAddress address = isPinned ? pinned->second : PathAddress(Paths_.Find(number));
-    PortTarget target{.Address = AddressText(address), .Source = nullptr, .Refusal = {}};
+    return PathAddress(Paths_.Find(number));
+}
+
+std::optional<PortTarget> HostPorts::Find(std::int32_t number) {
+    const auto address = AddressOf(number);
+    if (!address)
+        return std::nullopt;
+    PortTarget target{.Address = AddressText(*address), .Source = nullptr, .Refusal = {}};
     if (target.Address.empty())
         return target;
-    if (!Source_ || address != Address_) {
-        Source_ = MakeSource(address);
-        Address_ = address;
+    if (!Source_ || *address != Address_) {
+        Source_ = MakeSource(*address);
+        Address_ = *address;
     }
     target.Source = Source_.get();
     if (!Source_)
-        target.Refusal = WhyNotBuilt(address);
+        target.Refusal = WhyNotBuilt(*address);
     return target;
 }
 

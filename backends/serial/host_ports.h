@@ -29,6 +29,9 @@ public:
     /// From the next opening on, this number stands for this address.
     void Pin(std::int32_t number, const PortAddress& address) { Paths_.Pinned[number] = address; }
     const std::map<std::int32_t, PortAddress>& Pinned() const { return Paths_.Pinned; }
+    /// Returns what a number stands for now: its pin, else what the search finds, whose path is empty if there is no
+    /// device; nothing for a port that is simulated.
+    std::optional<PortAddress> AddressOf(std::int32_t number) const;
 
     int Descriptor() const override { return Source_ ? Source_->Descriptor() : -1; }
 

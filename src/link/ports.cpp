@@ -7,8 +7,6 @@
 #include "src/view/platform/platform.h"
 #include "src/view/questions.h"
 
-#include <optional>
-
 namespace modBluetooth {
 
 using platform::Device;
@@ -53,12 +51,6 @@ bool OpenConnection() {
     return true;
 }
 
-/// Returns the number of a serial port, or none. An empty setting has none: it is shown as the first port of the list,
-/// "OFF".
-std::optional<std::int32_t> PortNumber(const Text& port) {
-    return modStringTools::NumberFromText(BeginsWithCom(port) ? port.substr(ComPrefix.size()) : port);
-}
-
 bool OpenSerialPort(std::int32_t number) {
     auto& port = Device().serConnection;
     if (Ports.LinkOpen)
@@ -85,6 +77,10 @@ void ListPorts() {
 
 Text StoredPort() {
     return modQuorin::GetSetting(u"ComPort", Off);
+}
+
+std::optional<std::int32_t> PortNumber(const Text& port) {
+    return modStringTools::NumberFromText(BeginsWithCom(port) ? port.substr(ComPrefix.size()) : port);
 }
 
 LinkKind KindOf(const Text& port) {

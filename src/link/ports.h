@@ -6,7 +6,9 @@
 #include "src/text/text.h"
 #include "src/view/platform/device.h"
 
+#include <cstdint>
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace modBluetooth {
@@ -38,6 +40,10 @@ Text StoredPort();
 
 /// Returns the kind of link that a ComPort names on this device.
 LinkKind KindOf(const Text& port);
+
+/// Returns the number of a ComPort of the kind Serial; none if it has none, such as an empty one, which is shown as the
+/// first port of the list, "OFF".
+std::optional<std::int32_t> PortNumber(const Text& port);
 
 /// Opens the link that ComPort names, unless it is open already. Returns true if it is open. A ComPort that should name
 /// a serial port and is not a number is a run-time failure.

@@ -253,9 +253,9 @@ TEST_F(ArrivingFiles, ThatAreNoneAreToldInABox) {
     ASSERT_EQ(::mkfifo(PathOf("pipe.qvd").c_str(), 0600), 0);
     const std::pair<const char*, std::string> rows[] = {
         {"binary.qvd", "binary.qvd is no driver package: "},
-        {"large.qvd", "large.qvd is too long for a driver package: more than 1 MB."},
+        {"large.qvd", PathOf("large.qvd") + " can't be read: it is larger than 1 MB."},
         {"folder.qvd", PathOf("folder.qvd") + " can't be read: it is a folder."},
-        {"pipe.qvd", PathOf("pipe.qvd") + " can't be read: it is no file."},
+        {"pipe.qvd", PathOf("pipe.qvd") + " can't be read: it is no plain file."},
         {"missing.qvd", PathOf("missing.qvd") + " can't be read: it does not exist."},
         {"notes.txt", PathOf("notes.txt") + " is neither a driver package (.qvd) nor a file of the data folder, " +
                           Device.Folder.Path().string() + "/Quorin."},

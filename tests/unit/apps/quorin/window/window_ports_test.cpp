@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "apps/quorin/window_ports.h"
 
+#include "backends/linux/port_names.h"
 #include "companion/words.h"
 #include "src/link/receive.h"
 #include "src/storage/settings.h"
@@ -15,17 +16,22 @@ namespace quorin {
 namespace {
 
 using testing::ElementsAre;
+using testing::IsEmpty;
 using testing::Pair;
 
-class PortsOfTheWindow : public windowtest::InAWindow {
+/// Exists before the device, whose ports are looked for here and not in this machine.
+struct FolderOfDevices {
+    TemporaryRoot Dev;
+};
+
+class PortsOfTheWindow : protected FolderOfDevices, public windowtest::InAWindow {
 protected:
-    /// No name means a device of this machine.
-    static backends::DeviceOptions Options() {
+    static backends::DeviceOptions Options(const std::string& folder) {
         backends::DeviceOptions options = windowtest::OfType(0);
-        options.Ports.Find = [](std::int32_t) { return std::string(); };
+        options.Ports.Find = [folder](std::int32_t number) { return backends::PortPath(number, folder); };
         return options;
     }
-    PortsOfTheWindow() : InAWindow(Options()) {
+    PortsOfTheWindow() : InAWindow(Options(Dev.Path())) {
         Ports.Survey.DeviceFolder = Dev.Path();
         Ports.Survey.SystemFolder = Sys.Path();
         Ports.Survey.Describe = [](const std::string&) { return companion::DeviceName{"", "FT232R", ""}; };
@@ -51,7 +57,6 @@ protected:
     }
     Text Stored() const { return modQuorin::GetSetting(u"ComPort", u"none"); }
 
-    TemporaryRoot Dev;
     TemporaryRoot Sys;
     PseudoTerminal Adapter;
     bool IsSilent = true;
@@ -93,9 +98,19 @@ TEST_F(PortsOfTheWindow, TheChoiceIsRememberedForTheNextRun) {
     const std::string path = PlugIn("ttyUSB0");
     Ports.UseOffered();
     const WindowSettings later(Device.Folder.Path() / "settings.ini");
-    EXPECT_THAT(PinsWith(later, {}), ElementsAre(Pair(1, backends::PathAddress(path))));
+    std::vector<std::string> wrong;
+    EXPECT_THAT(PinsWith(later, {}, wrong), ElementsAre(Pair(1, backends::PathAddress(path))));
     const auto other = backends::PathAddress("/dev/other");
-    EXPECT_THAT(PinsWith(later, {{1, other}}), ElementsAre(Pair(1, other))) << "the command line comes first";
+    EXPECT_THAT(PinsWith(later, {{1, other}}, wrong), ElementsAre(Pair(1, other))) << "the command line comes first";
+    EXPECT_THAT(wrong, IsEmpty());
+}
+
+TEST_F(PortsOfTheWindow, ARememberedPortThatIsNoAddressIsTold) {
+    Remembered.Save("Pin2", "tcp:");
+    std::vector<std::string> wrong;
+    EXPECT_THAT(PinsWith(Remembered, {}, wrong), IsEmpty());
+    ASSERT_EQ(wrong.size(), 1U);
+    EXPECT_EQ(wrong.front().rfind("Pin2=tcp: is not of the form", 0), 0U) << wrong.front();
 }
 
 TEST_F(PortsOfTheWindow, TheBoardsPortIsOfferedWhereThereIsNoAdapter) {
