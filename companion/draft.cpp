@@ -24,8 +24,9 @@ using modStringTools::ToBytes;
 
 namespace {
 
-const std::string FirstLine = "quorin-draft 1\n";
-const std::string LastLine = "end\n"; // a file that was cut has none
+const std::string FirstWord = "quorin-draft ";
+const std::string FirstLine = FirstWord + "1\n"; // another number only if older programs would misread the rest
+const std::string LastLine = "end\n";            // a file that was cut has none
 
 std::vector<Text> Fields(const Text& line) {
     std::vector<Text> fields;
@@ -226,6 +227,11 @@ std::optional<Draft> DraftFrom(std::string_view bytes) {
         bytes.remove_prefix(end + 1);
     }
     return draft;
+}
+
+Text WhyNoDraft(std::string_view bytes) {
+    const bool isOfAnother = bytes.starts_with(FirstWord) && !bytes.starts_with(FirstLine);
+    return isOfAnother ? u"a newer program has written it, and only that can read it" : u"it is damaged";
 }
 
 DraftState StateOf(const Draft& draft) {

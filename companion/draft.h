@@ -53,6 +53,8 @@ bool IsNeeded(const Draft& draft);
 std::string BytesOf(const Draft& draft);
 /// Reads them back. Returns nothing for anything else.
 std::optional<Draft> DraftFrom(std::string_view bytes);
+/// Returns why the bytes of a draft's file can't be read, in a few words. REQUIRES: DraftFrom returns nothing.
+Text WhyNoDraft(std::string_view bytes);
 
 /// What a draft is to the table that it is of.
 struct DraftState {

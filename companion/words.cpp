@@ -171,6 +171,13 @@ Notice DraftsWait(std::size_t count) {
             what + u" not saved. The window offers them at its start, quorin-console with --recover.", Until::Tapped};
 }
 
+Notice DraftsNotRead(const std::vector<Text>& lines) {
+    Text all;
+    for (const Text& line : lines)
+        all += (all.empty() ? u"" : u"; ") + line;
+    return {AboutDraftFile, Severity::Warning, u"A record that was not saved can't be read: " + all, Until::Tapped};
+}
+
 Notice LimitsNotRead(const Text& driver, const Text& why) {
     return {AboutLimits, Severity::Warning,
             driver + u".limits can't be read: " + why + u". No value is compared with its limits.", Until::RecordLeft};

@@ -24,6 +24,7 @@ inline const Text AboutPort = u"port";
 inline const Text AboutPlace = u"place";
 inline const Text AboutDraft = u"draft";
 inline const Text AboutUnsaved = u"unsaved";
+inline const Text AboutDraftFile = u"draftfile";
 inline const Text AboutJournal = u"journal";
 inline const Text AboutLimits = u"limits";
 inline const Text AboutRemembered = u"remembered";
@@ -65,6 +66,8 @@ Notice ListIncomplete(const std::vector<platform::Unlisted>& unlisted);
 Notice DraftNotKept(const Text& why);
 /// So many records of earlier runs are kept as drafts.
 Notice DraftsWait(std::size_t count);
+/// Drafts that can't be read: the path and the reason of each.
+Notice DraftsNotRead(const std::vector<Text>& lines);
 /// What is received and done is recorded in the journal of this folder.
 Notice JournalKept(const Text& folder);
 /// Nothing more is recorded in the journal.

@@ -37,6 +37,10 @@ ExitStatus Recover(Recovery what, Drafts& drafts, backends::BackEnd& device, Wri
             object["error"] = Utf8(why);
         out.Write(object);
     }
+    for (const Text& line : drafts.Unreadable()) {
+        out.Write({{"unreadable", Utf8(line)}});
+        status = ExitStatus::Failure;
+    }
     return status;
 }
 

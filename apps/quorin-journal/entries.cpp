@@ -13,10 +13,12 @@ bool ForEachEntry(const JournalFile& file, Report& told, const std::function<voi
     std::int64_t number = 0;
     while (const auto line = journal.Next()) {
         const Entry entry{file, ++number, *line, seen};
-        if (LookAt(*line, seen))
-            visit(entry);
-        else
+        if (!LookAt(*line, seen))
             TellNoObject(entry, told);
+        else if (IsOfANewerProgram(entry, told))
+            return false;
+        else
+            visit(entry);
         if (told.Lost())
             return false;
     }
@@ -32,6 +34,18 @@ void ForEachEntry(Job& job, const std::function<void(const Entry&)>& visit) {
                 visit(entry);
         });
     }
+}
+
+bool IsOfANewerProgram(const Entry& entry, Report& told) {
+    if (entry.Seen.Event != "start" && entry.Seen.Event != "day")
+        return false;
+    const std::int64_t version = NumberIn(entry.Object(), "journal");
+    if (version <= journal::Version)
+        return false;
+    told.Failed(PlaceOf(entry) + ": from here on a newer program has written, journal version " +
+                std::to_string(version) + "; this one reads version " + std::to_string(journal::Version) +
+                ". The rest of the file is left out: use the newer quorin-journal");
+    return true;
 }
 
 void TellNoObject(const Entry& entry, Report& told) {

@@ -31,13 +31,16 @@ struct Entry {
     journal::Line Object() const { return journal::Line::parse(Bytes); }
 };
 
-/// Passes each line of a file on, whatever its time. Lines that are no objects are left out and told. Returns true if
-/// the last line was interrupted.
+/// Passes each line of a file on, whatever its time. Lines that are no objects are left out and told; where a newer
+/// program has begun to write, reading ends and is told. Returns true if the last line was interrupted.
 bool ForEachEntry(const JournalFile& file, Report& told, const std::function<void(const Entry&)>& visit);
 
 /// Passes each line of all files on that is within the period that was asked for. Ends early if standard output is
 /// lost.
 void ForEachEntry(Job& job, const std::function<void(const Entry&)>& visit);
+
+/// True if the line begins a part that a newer program has written, in a form that this one would misread. Tells so.
+bool IsOfANewerProgram(const Entry& entry, Report& told);
 
 /// Tells that a line was left out.
 void TellNoObject(const Entry& entry, Report& told);

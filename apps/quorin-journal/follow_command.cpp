@@ -59,6 +59,8 @@ void Followed::ReadRest(Growing& growing, bool isOld) {
             continue; // the first line names the root folder
         if (!LookAt(*line, seen))
             TellNoObject(entry, Job_.Told);
+        else if (IsOfANewerProgram(entry, Job_.Told))
+            return growing.Lines.SkipToEnd();
         else
             Lines_.Take(entry);
     }

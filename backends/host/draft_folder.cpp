@@ -75,6 +75,17 @@ std::vector<DraftFolder::Kept> DraftFolder::Of(const companion::RootId& root) co
     return drafts;
 }
 
+std::vector<Text> DraftFolder::Unreadable() const {
+    std::vector<Text> lines;
+    for (const std::string& name : NamesIn(Folder_)) {
+        const std::string path = Folder_ + "/" + name;
+        const std::string bytes = BytesIn(path);
+        if (!companion::DraftFrom(bytes))
+            lines.push_back(modStringTools::FromBytes(path) + u": " + companion::WhyNoDraft(bytes));
+    }
+    return lines;
+}
+
 companion::RootId RootIdOf(const std::string& folder) {
     companion::RootId root;
     FolderId id;

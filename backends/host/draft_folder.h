@@ -23,6 +23,8 @@ public:
     };
     /// Returns the drafts of a root folder, the newest first. What can't be read is left out, and left where it is.
     std::vector<Kept> Of(const companion::RootId& root) const;
+    /// Returns a line for each file that is no draft, of whatever root folder: its path, and what is wrong with it.
+    std::vector<Text> Unreadable() const;
 
 private:
     std::string Folder_;

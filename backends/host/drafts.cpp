@@ -55,6 +55,8 @@ void Drafts::Attach(BackEnd& device) {
         Keeper_.TakeUp(draft.Name, draft.Content);
     if (!left.empty())
         device.onlooker.notices.Raise(companion::DraftsWait(left.size()));
+    if (const std::vector<Text> unreadable = Unreadable(); !unreadable.empty())
+        device.onlooker.notices.Raise(companion::DraftsNotRead(unreadable));
     Keeper_.Failed = [&device](const Text& why) { device.onlooker.notices.Raise(companion::DraftNotKept(why)); };
     Keeper_.Works = [&device] { device.onlooker.notices.Withdraw(companion::AboutDraft); };
     device.readings.Add(Keeper_);

@@ -20,6 +20,9 @@ public:
     /// Returns the drafts of this root folder, the newest first: of two drafts of one record the newer one has more.
     std::vector<Kept> OfLastRuns() const { return Folder_.Of(Root_); }
 
+    /// Returns a line for each draft that can't be read, of whatever root folder: its path and the reason.
+    std::vector<Text> Unreadable() const { return Folder_.Unreadable(); }
+
     // What can be done with a draft before the form is started. The device must serve the application (BackEnd::Serve).
 
     /// Returns false, and removes the draft, if its record is in the file. Else sets why it can't be put back.
