@@ -208,6 +208,11 @@ Notice LittleSpace(const Text& folder, std::int64_t megabytes) {
                 u". Make room before readings can't be saved."};
 }
 
+Notice NoSound() {
+    return {AboutSound, Severity::Note, u"This machine plays no tones: the line of the link flashes instead.",
+            Until::Withdrawn};
+}
+
 Notice NothingRemembered(const Text& file, const Text& why) {
     return {AboutRemembered, Severity::Warning,
             file + u" can't be written: " + why +

@@ -31,6 +31,7 @@ inline const Text AboutRemembered = u"remembered";
 inline const Text AboutPin = u"pin";
 inline const Text AboutAdapter = u"adapter";
 inline const Text AboutSpace = u"space";
+inline const Text AboutSound = u"sound";
 inline const Text AboutHint = u"hint";
 
 /// "20:30:05".
@@ -82,6 +83,8 @@ Notice LimitsNotUsed(const Text& driver, const std::vector<Text>& problems);
 Notice PortOffered(const Text& words);
 /// The disk of a folder has so little room left.
 Notice LittleSpace(const Text& folder, std::int64_t megabytes);
+/// A tone could not be played; the window flashes its line instead.
+Notice NoSound();
 /// What the window should remember for its next start can't be written to its file.
 Notice NothingRemembered(const Text& file, const Text& why);
 /// `pin`: a line of the file, and what is wrong with it.

@@ -5,6 +5,7 @@
 #include "backends/linux/port_troubles.h"
 #include "backends/qt/conversions.h"
 #include "companion/form_state.h"
+#include "companion/words.h"
 #include "src/text/text.h"
 
 #include <algorithm>
@@ -107,8 +108,10 @@ bool WindowWatch::RaiseWhatIsPending() {
     if (line != Shown_)
         Device_->window.SetLinkLine(line);
     Shown_ = line;
-    if (Player_.TakeUnheard())
+    if (Player_.TakeUnheard()) {
         Device_->window.FlashLink();
+        Device_->onlooker.notices.Raise(companion::NoSound());
+    }
     return false;
 }
 

@@ -125,6 +125,10 @@ TEST_F(ReadingLine, FlashesIfAToneCanNotBePlayed) {
     PlayTone();
     EXPECT_TRUE(LinkLineMeets(
         [this](const std::string&) { return Label().styleSheet().contains(QStringLiteral("palette(window-text)")); }));
+    int told = 0;
+    for (const companion::Notice& notice : Device.Platform.onlooker.notices.Standing())
+        told += notice.Words == u"This machine plays no tones: the line of the link flashes instead." ? 1 : 0;
+    EXPECT_EQ(told, 1);
 }
 
 TEST_F(ReadingLine, FlashesFourTimesAndThenRests) {

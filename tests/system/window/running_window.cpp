@@ -174,6 +174,18 @@ double Child::ProcessorSeconds() const {
     return support::ProcessorSeconds(Process_);
 }
 
+long Child::Sleeps() const {
+    long sleeps = 0;
+    for (const auto& thread : std::filesystem::directory_iterator("/proc/" + std::to_string(Process_) + "/task")) {
+        std::ifstream in(thread.path() / "status");
+        const std::string entry = "voluntary_ctxt_switches:";
+        for (std::string line; std::getline(in, line);)
+            if (line.rfind(entry, 0) == 0)
+                sleeps += std::stol(line.substr(entry.size()));
+    }
+    return sleeps;
+}
+
 // --- the desktop -----------------------------------------------------------------------------------------------------
 
 Desktop::Desktop(Hand hand) : Person_(hand) {

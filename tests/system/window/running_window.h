@@ -72,6 +72,8 @@ public:
     long AddressKilobytes() const { return KilobytesOf("VmSize:"); }
     /// Returns the processor time that it has used, in seconds.
     double ProcessorSeconds() const;
+    /// Returns how often its threads have gone to sleep, each of which follows being woken.
+    long Sleeps() const;
 
 private:
     long KilobytesOf(const std::string& entry) const;

@@ -337,6 +337,41 @@ TEST_F(WindowFaults, AnInstrumentThatGoesAndComesBackIsTakenUpByItself) {
     EXPECT_EQ(Screen->Windows().size(), 1U) << "no dialog";
 }
 
+TEST_F(WindowFaults, TheRecordScreenSleepsWhileNothingArrives) {
+    const RunningInstrument quiet({"--link", Home.Path("line"), "--fast", Home.Path("records")});
+    Start();
+    OpenRecord();
+    const auto sleepsASecond = [this] {
+        constexpr int Seconds = 3;
+        const long before = Window->Process().Sleeps();
+        ::sleep(Seconds);
+        return static_cast<double>(Window->Process().Sleeps() - before) / Seconds;
+    };
+    double least = sleepsASecond(); // the journal and the draft are still written at first
+    for (int tries = 0; tries < 10 && least > 5; ++tries)
+        least = std::min(least, sleepsASecond());
+    EXPECT_LE(least, 5);
+}
+
+TEST_F(WindowFaults, NeitherDBusNorSoundNorAJournalIsNeeded) {
+    Home.Put("state/quorin/journal", "a file where the folder should be");
+    Home.Put("records", Result("Moisture"));
+    const RunningInstrument meter({"--link", Home.Path("line"), "--fast", Home.Path("records")});
+    Start({{{"DBUS_SESSION_BUS_ADDRESS", "unix:path=" + Home.Path("none")},
+            {"XDG_STATE_HOME", Home.Path("state")},
+            {"ALSA_CONFIG_PATH", "/dev/null"}},
+           nullptr});
+    OpenRecord();
+    EXPECT_TRUE(Fills(MoistureColour));
+    Window->Process().Signal(SIGTERM);
+    EXPECT_EQ(Window->Process().ExitStatus(), 0);
+    EXPECT_THAT(Home.Bytes("root/Quorin/qrn0001.txt"), HasSubstr("|1 %"));
+    const std::string told = Window->Process().Errors();
+    const std::string once = "The journal has stopped";
+    EXPECT_THAT(told, HasSubstr(once));
+    EXPECT_EQ(told.find(once), told.rfind(once)) << told;
+}
+
 /// Writes garbage to a pseudo terminal as fast as it is read.
 class Garbage {
 public:
