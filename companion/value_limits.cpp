@@ -3,10 +3,10 @@
 
 #include "companion/file_lines.h"
 #include "companion/finding.h"
+#include "companion/values/quantity.h"
 #include "src/storage/row_line.h"
 
 #include <algorithm>
-#include <charconv>
 
 namespace companion {
 
@@ -16,64 +16,11 @@ namespace {
 
 constexpr std::size_t Missing = static_cast<std::size_t>(-1);
 
-bool IsDigit(char16_t character) {
-    return character >= u'0' && character <= u'9';
-}
-
 TextView WithoutBlanks(TextView text) {
     const std::size_t first = std::min(text.find_first_not_of(u" \t"), text.size());
     text.remove_prefix(first);
     text.remove_suffix(text.size() - (text.find_last_not_of(u" \t") + 1));
     return text;
-}
-
-struct Number {
-    double Value = 0;
-    std::size_t Length = 0; ///< in characters
-};
-
-/// Reads a text from its first character on.
-std::optional<Number> ReadNumber(TextView text) {
-    std::string ascii;
-    std::size_t at = 0;
-    const auto take = [&](char character) {
-        ascii += character;
-        ++at;
-    };
-    const auto digits = [&] {
-        const std::size_t before = at;
-        while (at < text.size() && IsDigit(text[at]))
-            take(static_cast<char>(text[at]));
-        return at > before;
-    };
-    if (at < text.size() && text[at] == u'-')
-        take('-');
-    else if (at < text.size() && text[at] == u'+')
-        ++at;
-    const bool hasWhole = digits();
-    const bool hasSign = at + 1 < text.size() && (text[at] == u'.' || text[at] == u',') && IsDigit(text[at + 1]);
-    if (hasSign) {
-        take('.');
-        digits();
-    }
-    if (!hasWhole && !hasSign)
-        return std::nullopt;
-    const std::size_t end = at;
-    const std::size_t asciiEnd = ascii.size();
-    if (at < text.size() && (text[at] == u'e' || text[at] == u'E')) {
-        take('e');
-        if (at < text.size() && (text[at] == u'-' || text[at] == u'+'))
-            take(static_cast<char>(text[at]));
-        if (!digits()) {
-            at = end;
-            ascii.resize(asciiEnd);
-        }
-    }
-    Number number{.Length = at};
-    const auto read = std::from_chars(ascii.data(), ascii.data() + ascii.size(), number.Value);
-    if (read.ec != std::errc())
-        return std::nullopt;
-    return number;
 }
 
 Text CellOf(const std::vector<Text>& fields, std::size_t column) {
@@ -125,8 +72,9 @@ Text WordsOf(const OutsideOf& outside) {
 }
 
 std::optional<double> NumberOf(TextView value) {
-    const auto number = ReadNumber(WithoutBlanks(value));
-    return number ? std::optional(number->Value) : std::nullopt;
+    const std::string text = modStringTools::ToBytes(Text(WithoutBlanks(value)));
+    const std::size_t length = values::NumberLength(text, values::DecimalSign::Either);
+    return length == 0 ? std::nullopt : values::ValueOf(std::string_view(text).substr(0, length));
 }
 
 ValueLimits::ValueLimits(TextView table, const std::vector<Text>& columns) {
@@ -176,9 +124,10 @@ std::optional<ValueLimits::Limit> ValueLimits::ReadLimit(const std::vector<Text>
     const Text text = CellOf(fields, column);
     if (text.empty())
         return std::nullopt;
-    const auto number = ReadNumber(text);
-    if (number && number->Length == text.size())
-        return Limit{number->Value, text};
+    const std::size_t length = values::NumberLength(modStringTools::ToBytes(text), values::DecimalSign::Either);
+    const auto number = length == text.size() ? NumberOf(text) : std::nullopt; // a number is ASCII
+    if (number)
+        return Limit{*number, text};
     Problems_.push_back(line + Quoted(text) + u" is no number");
     return std::nullopt;
 }

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "src/view/prompt.h"
 
-#include "src/text/digits.h"
 #include "src/text/ranges.h"
+#include "src/view/date_text.h"
 #include "src/view/grids.h"
 #include "src/view/input_fields.h"
 #include "src/view/navigation.h"
@@ -10,8 +10,6 @@
 #include "src/view/platform/platform.h"
 
 #include <algorithm>
-#include <chrono>
-#include <optional>
 
 namespace modPDAUI {
 
@@ -66,30 +64,6 @@ void PutBack(platform::OwnerDrawGrid& grid, const SavedGrid& copy, bool withSele
     grid.SetVisible(visible);
 }
 
-bool IsCalendarDate(const CalendarDate& date) {
-    if (date.Year < 1 || date.Month < 1 || date.Month > 12 || date.Day < 1)
-        return false;
-    // The years of std::chrono end at 32767, but the calendar repeats itself after 400 of them.
-    const std::chrono::year_month_day_last last =
-        std::chrono::year(date.Year % 400) / std::chrono::month(static_cast<unsigned>(date.Month)) / std::chrono::last;
-    return static_cast<unsigned>(date.Day) <= static_cast<unsigned>(last.day());
-}
-
-/// Returns a number of a date; none if it has a sign.
-std::optional<std::int32_t> PartOfDate(const Text& text) {
-    return text.find_first_of(u"+-") == Text::npos ? modStringTools::NumberFromText(text) : std::nullopt;
-}
-
-/// Two digits mean the years from 1930 to 2029.
-std::optional<std::int32_t> YearOfDate(const Text& text) {
-    constexpr std::int32_t Century = 100, Pivot = 30;
-    const auto year = PartOfDate(text);
-    const auto blanks = std::count(text.begin(), text.end(), u' ');
-    if (!year || static_cast<std::ptrdiff_t>(text.size()) - blanks != 2)
-        return year;
-    return *year + (*year < Pivot ? 20 * Century : 19 * Century);
-}
-
 [[noreturn]] void FailOnDate(const Text& text) {
     Text message = u"\"" + text + u"\" is not a date of the form day/month/year";
     // The properties of a driver are edited by the fields of the download that was open last.
@@ -102,17 +76,10 @@ std::optional<std::int32_t> YearOfDate(const Text& text) {
 
 /// Returns the date of a cell such as "05/03/2007". Any text that is not a date stops the program.
 CalendarDate DateFromText(const Text& text) {
-    const CalendarDate date{YearOfDate(ListItem(text, 3, u"/")).value_or(0),
-                            PartOfDate(ListItem(text, 2, u"/")).value_or(0),
-                            PartOfDate(ListItem(text, 1, u"/")).value_or(0)};
-    if (!IsCalendarDate(date) || !ListItem(text, 4, u"/").empty())
+    const auto date = DateOf(text);
+    if (!date)
         FailOnDate(text);
-    return date;
-}
-
-Text TextOfDate(const CalendarDate& date) {
-    using modStringTools::TwoDigits;
-    return TwoDigits(date.Day) + u"/" + TwoDigits(date.Month) + u"/" + modStringTools::NumberText(date.Year);
+    return *date;
 }
 
 std::int32_t CaretBehind(const Text& text) {

@@ -1,0 +1,91 @@
+// SPDX-License-Identifier: MIT
+#include "companion/values/columns.h"
+
+#include "companion/values/table_text.h"
+#include "src/text/text.h"
+
+#include <algorithm>
+#include <set>
+
+namespace values {
+
+namespace {
+
+bool IsName(std::string_view one, std::string_view other) {
+    using modStringTools::FromBytes;
+    return modStringTools::SameIgnoringCase(FromBytes(one), FromBytes(other));
+}
+
+/// The cell of a row under a name of the header; empty if there is none.
+class Cells {
+public:
+    explicit Cells(std::string_view header) { Split(header, Names_); }
+    void Take(std::string_view line) { Split(line, Row_); }
+    std::string_view Under(std::string_view name) const {
+        for (std::size_t i = 0; i < std::min(Names_.size(), Row_.size()); ++i)
+            if (IsName(Names_[i], name))
+                return Row_[i];
+        return {};
+    }
+
+private:
+    std::vector<std::string_view> Names_, Row_;
+};
+
+ColumnKind KindOf(std::string_view dataType, std::string_view blob) {
+    if (IsName(dataType, "DATE"))
+        return ColumnKind::Date;
+    if (IsName(dataType, "TIME"))
+        return ColumnKind::Time;
+    constexpr std::string_view Variable = "dv: ";
+    const bool isVariable = IsName(blob.substr(0, Variable.size()), Variable);
+    return blob.empty() || isVariable ? ColumnKind::Text : ColumnKind::Measured;
+}
+
+std::string NameOf(const FieldRow* field, std::string_view ofHeader, std::size_t number) {
+    if (field != nullptr && !field->CsvName.empty())
+        return field->CsvName;
+    return ofHeader.empty() ? "column " + std::to_string(number) : std::string(ofHeader);
+}
+
+/// Returns the name, or the first of name_2, name_3 ... that is free.
+std::string FreeName(const std::string& name, std::set<std::string>& taken) {
+    std::string free = name;
+    for (int count = 2; !taken.insert(free).second; ++count)
+        free = name + "_" + std::to_string(count);
+    return free;
+}
+
+} // namespace
+
+std::vector<FieldRow> FieldRowsOf(const std::vector<std::string_view>& lines) {
+    std::vector<FieldRow> rows;
+    if (lines.empty())
+        return rows;
+    Cells cells(lines.front());
+    for (std::size_t i = 1; i < lines.size(); ++i) {
+        cells.Take(lines[i]);
+        rows.push_back({std::string(cells.Under("FIELDNAME")), std::string(cells.Under("CSVNAME")),
+                        KindOf(cells.Under("DATATYPE"), cells.Under("BLOB")), cells.Under("VISIBLE") == "1"});
+    }
+    return rows;
+}
+
+std::vector<Column> ColumnsOf(const std::vector<std::string_view>& header, const std::vector<FieldRow>& fields) {
+    std::vector<Column> columns;
+    std::set<std::string> taken;
+    for (const std::string_view cell : header) {
+        const auto found = std::find_if(fields.begin(), fields.end(),
+                                        [cell](const FieldRow& field) { return IsName(field.Field, cell); });
+        const FieldRow* const field = found == fields.end() ? nullptr : &*found;
+        Column column{.Field = std::string(cell),
+                      .Name = FreeName(NameOf(field, cell, columns.size() + 1), taken),
+                      .Kind = field == nullptr ? ColumnKind::Text : field->Kind,
+                      .IsShown = field == nullptr || field->IsShown,
+                      .IsKnown = field != nullptr};
+        columns.push_back(column);
+    }
+    return columns;
+}
+
+} // namespace values
