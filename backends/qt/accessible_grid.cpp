@@ -23,6 +23,16 @@ bool IsTitle(const QtGrid& grid) {
     return grid.PressesNothing;
 }
 
+/// The name of a cell: its text, and for a value also the name of its row, because a screen reader reads the cell
+/// alone.
+QString NameOf(const QtGrid& grid, std::int32_t row, std::int32_t col) {
+    const QString text = ToQt(grid.Cell(row, col));
+    const QString ofRow = col == 0 || IsTitle(grid) ? QString() : ToQt(grid.Cell(row, 0));
+    if (ofRow.isEmpty())
+        return text;
+    return ofRow + QStringLiteral(": ") + (text.isEmpty() ? QStringLiteral("empty") : text);
+}
+
 /// False while a message box takes all input. A screen reader may call an action at any time.
 bool TakesInput(const GridWidget& widget) {
     return widget.isVisible() && widget.Grid().Enabled() && QApplication::activeModalWidget() == nullptr;
@@ -49,8 +59,11 @@ public:
     int indexOfChild(const QAccessibleInterface*) const override { return -1; }
 
     QString text(QAccessible::Text kind) const override {
-        const bool isAsked = kind == QAccessible::Name || kind == QAccessible::Value;
-        return isValid() && isAsked ? ToQt(Widget_->Grid().Cell(Row_, Col_)) : QString();
+        if (!isValid())
+            return {};
+        if (kind == QAccessible::Name)
+            return NameOf(Widget_->Grid(), Row_, Col_);
+        return kind == QAccessible::Value ? ToQt(Widget_->Grid().Cell(Row_, Col_)) : QString();
     }
     void setText(QAccessible::Text, const QString&) override {}
 
@@ -209,7 +222,10 @@ public:
         const bool isNamed = title != nullptr && title->Rows() > 0 && title->Cols() == columnCount() && col >= 0;
         return isNamed && col < columnCount() ? ToQt(title->Cell(0, col)) : QString();
     }
-    QString rowDescription(int) const override { return {}; }
+    QString rowDescription(int row) const override {
+        const bool isNamed = !IsTitle(Grid()) && columnCount() > 1 && row >= 0 && row < rowCount();
+        return isNamed ? ToQt(Grid().Cell(row, 0)) : QString();
+    }
 
     int selectedCellCount() const override { return selectedCells().size() == 1 ? 1 : 0; }
     QList<QAccessibleInterface*> selectedCells() const override {
@@ -286,6 +302,9 @@ void GridNews::TellCells() {
         QAccessibleValueChangeEvent event(&Grid_, ToQt(Grid_.Grid().Cell(row, col)));
         event.setChild(row * Grid_.Grid().Cols() + col);
         ToScreenReader::Send(&event);
+        QAccessibleEvent renamed(&Grid_, QAccessible::NameChanged);
+        renamed.setChild(event.child());
+        ToScreenReader::Send(&renamed);
     }
 }
 

@@ -38,8 +38,9 @@ void NoticeList::Fill(const std::vector<companion::Notice>& notices) {
         return row == nullptr ? QString() : row->data(AboutRole).toString() + u' ' + row->data(OfferRole).toString();
     };
     const QString selected = named(current);
-    const auto add = [&](const Text& words, const Text& about, const Text& offer) {
+    const auto add = [&](const Text& words, const Text& said, const Text& about, const Text& offer) {
         auto* const row = new QListWidgetItem(ToQt(words), Rows_);
+        row->setData(Qt::AccessibleTextRole, ToQt(said));
         row->setData(AboutRole, ToQt(about));
         row->setData(OfferRole, ToQt(offer));
         if (named(row) == selected)
@@ -47,9 +48,9 @@ void NoticeList::Fill(const std::vector<companion::Notice>& notices) {
     };
     Rows_->clear();
     for (const companion::Notice& notice : notices) {
-        add(notice.Words, notice.About, u"");
+        add(notice.Words, notice.Words, notice.About, u"");
         for (const companion::Offer& offer : notice.Offers)
-            add(u"    → " + offer.Words, notice.About, offer.Name);
+            add(u"    → " + offer.Words, offer.Words + u": " + notice.Words, notice.About, offer.Name);
     }
     if (Rows_->currentRow() < 0)
         Rows_->setCurrentRow(0);

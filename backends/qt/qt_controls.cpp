@@ -354,6 +354,8 @@ QtDatePicker::QtDatePicker(QWidget& form, Focus& focus, NativeFocus& native, con
     Month_.setDateEditEnabled(false); // a digit would open Qt's own field over the calendar
     Month_.hide();
     native.Add(*this, Month_);
+    NameButtons();
+    QObject::connect(&Month_, &QCalendarWidget::currentPageChanged, [this] { NameButtons(); });
     QObject::connect(&Month_, &QCalendarWidget::selectionChanged, [this] {
         const QDate date = Month_.selectedDate();
         Chosen_ = {date.year(), date.month(), date.day()};
@@ -363,6 +365,20 @@ QtDatePicker::QtDatePicker(QWidget& form, Focus& focus, NativeFocus& native, con
         if (Visible() && Closed)
             Closed();
     });
+}
+
+/// The arrows have no text, and the text of the others does not say what they are.
+void QtDatePicker::NameButtons() {
+    const QDate shown(Month_.yearShown(), Month_.monthShown(), 1);
+    const auto name = [this](const char* button, const QString& said) {
+        if (auto* const widget = Month_.findChild<QWidget*>(QString::fromLatin1(button)))
+            widget->setAccessibleName(said);
+    };
+    name("qt_calendar_prevmonth", QStringLiteral("Previous month"));
+    name("qt_calendar_nextmonth", QStringLiteral("Next month"));
+    name("qt_calendar_monthbutton", QStringLiteral("Month: ") + Month_.locale().standaloneMonthName(shown.month()));
+    name("qt_calendar_yearbutton", QStringLiteral("Year: ") + QString::number(shown.year()));
+    name("qt_calendar_yearedit", QStringLiteral("Year"));
 }
 
 /// On a small screen the names of the days have one letter, and the font is as small as the height requires.

@@ -198,6 +198,8 @@ protected:
     void Show() override;
 
 private:
+    void NameButtons();
+
     QCalendarWidget& Month_;
     CalendarDate Chosen_;
 };

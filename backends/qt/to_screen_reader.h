@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QAccessible>
+#include <QString>
 #include <QWidget>
 
 namespace backends::qt {
@@ -12,12 +13,12 @@ struct ToScreenReader {
     static inline void (*Send)(QAccessibleEvent*) = QAccessible::updateAccessibility;
 };
 
-/// Lets the screen reader say the accessible name of a widget.
+/// Lets the screen reader say these words on behalf of a widget, which need not be visible. It asks for them later, so
+/// that words which follow at once replace them.
+void Announce(QWidget& widget, const QString& words);
+/// Lets it say the accessible name of the widget.
 inline void Announce(QWidget& widget) {
-    if (!ToScreenReader::IsActive())
-        return;
-    QAccessibleEvent alert(&widget, QAccessible::Alert);
-    ToScreenReader::Send(&alert);
+    Announce(widget, widget.accessibleName());
 }
 
 } // namespace backends::qt

@@ -2,6 +2,7 @@
 #include "backends/qt/window.h"
 
 #include "backends/loop/form_controls.h"
+#include "backends/qt/accessible_window.h"
 #include "backends/qt/conversions.h"
 #include "backends/qt/to_screen_reader.h"
 
@@ -11,6 +12,7 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <utility>
 
 namespace backends::qt {
 
@@ -62,6 +64,7 @@ QLabel* Window::StatusLabel(const char* name) {
 }
 
 Window::Window(double scale) : Scale_(scale) {
+    InstallAccessibleWindows();
     setWindowTitle(QStringLiteral("Quorin"));
     setObjectName(QStringLiteral("frmQuorin"));
     Column_ = new QVBoxLayout(this);
@@ -146,6 +149,7 @@ void Window::MakeNoticeLine(QBoxLayout& column) {
     auto* const line = new QHBoxLayout;
     line->setSpacing(0);
     Alarm_ = StatusLabel("warning");
+    Alarm_->setAccessibleDescription(QStringLiteral("Shift+F4 lists all notices"));
     Alarm_->hide();
     Alarm_->installEventFilter(this);
     line->addWidget(Alarm_, 1);
@@ -295,14 +299,28 @@ void Window::ShowState() {
 }
 
 void Window::SetNotices(const companion::Notices& notices) {
-    const Text before = Standing_.empty() ? Text() : Standing_.front().Words;
-    Standing_ = notices.Sorted();
+    const std::vector<companion::Notice> before = std::exchange(Standing_, notices.Sorted());
     Behind_ = static_cast<int>(notices.Behind());
     ShowAlarm();
-    if (!Standing_.empty() && Standing_.front().Words != before)
-        Announce(*Alarm_);
+    Announce(*Alarm_, NewsSince(before));
     if (List_->isVisible())
         List_->Fill(Standing_);
+}
+
+/// Returns what a screen reader says of the notices that are new, also of those that are in the list alone.
+QString Window::NewsSince(const std::vector<companion::Notice>& before) const {
+    QStringList news;
+    for (const companion::Notice& notice : Standing_) {
+        if (std::find(before.begin(), before.end(), notice) != before.end())
+            continue;
+        news.push_back(ToQt(notice.Words));
+        QStringList offers;
+        for (const companion::Offer& offer : notice.Offers)
+            offers.push_back(ToQt(offer.Words));
+        if (!offers.empty())
+            news.push_back(QStringLiteral("Shift+F4 offers: %1.").arg(offers.join(QStringLiteral(", "))));
+    }
+    return news.join(QLatin1Char(' '));
 }
 
 void Window::ShowAlarm() {
@@ -348,6 +366,7 @@ QToolButton* Window::OfferButton(const companion::Offer& offer) {
     auto* const button = new QToolButton(this);
     button->setObjectName(QStringLiteral("offer_") + ToQt(offer.Name));
     button->setText(ToQt(offer.Words));
+    button->setAccessibleDescription(ToQt(Standing_.front().Words));
     button->setFont(Alarm_->font());
     button->setFocusPolicy(Qt::NoFocus);
     button->setFixedHeight(Alarm_->fontMetrics().height() + 2 * Alarm_->margin());
@@ -376,8 +395,9 @@ int Window::WidthBesideNotice() const {
 /// A touch screen shows no tooltip, so that the list is the only place where text that was cut can be read.
 void Window::ShowMore(bool isCut) {
     More_->setText(Behind_ > 0 ? QStringLiteral("+%1").arg(Behind_) : QStringLiteral("…"));
-    More_->setAccessibleName(Behind_ > 0 ? QStringLiteral("%1 more notices").arg(Behind_)
-                                         : QStringLiteral("The whole notice"));
+    More_->setAccessibleName(Behind_ > 1    ? QStringLiteral("%1 more notices").arg(Behind_)
+                             : Behind_ == 1 ? QStringLiteral("1 more notice")
+                                            : QStringLiteral("The whole notice"));
     More_->setVisible(Behind_ > 0 || isCut);
     More_->setFixedSize(More_->sizeHint().width(), Alarm_->fontMetrics().height() + 2 * Alarm_->margin());
 }

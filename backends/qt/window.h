@@ -80,8 +80,8 @@ public:
     void FlashLink();
     /// Sets the current notices. The line shows the worst one, and how many warnings and losses there are besides it;
     /// Shift+F4 or a click on that number, or on the "…" beside a single text that is cut, opens the list of all. A
-    /// mere note or hint is shown in the line only if the window is resizable. The offers of the notice in the line are
-    /// buttons beside it, as far as there is room, and rows in the list.
+    /// mere note or hint is shown in the line only if the window is resizable. A screen reader says each new one. The
+    /// offers of the notice in the line are buttons beside it, as far as there is room, and rows in the list.
     void SetNotices(const companion::Notices& notices);
     /// Called when a long operation continues, or has ended.
     void SetWorking(bool working);
@@ -124,6 +124,7 @@ private:
     void TapLine();
     void OpenNotices();
     void ShowState();
+    QString NewsSince(const std::vector<companion::Notice>& before) const;
     bool IsDark() const;
     QString LinkLook() const;
     void ShowAlarm();

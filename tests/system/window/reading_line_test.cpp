@@ -85,15 +85,16 @@ TEST_F(ReadingLine, IsAnAlarmWhenItsValueFails) {
     EXPECT_EQ(rows.index(0, 5).data().toString().toStdString(), "✖ fail > 14");
 }
 
-/// The words that a screen reader is alerted to while this object exists.
+/// The words of the notifications that a screen reader gets while this object exists.
 class Alerts {
 public:
     Alerts() {
         All.clear();
         ToScreenReader::IsActive = [] { return true; };
         ToScreenReader::Send = [](QAccessibleEvent* event) {
-            if (event->type() == QAccessible::Alert)
-                All.push_back(event->accessibleInterface()->text(QAccessible::Name).toStdString());
+            QAccessibleInterface* const about = event->accessibleInterface();
+            if (event->type() == QAccessible::ObjectShow && about->role() == QAccessible::Notification)
+                All.push_back(about->text(QAccessible::Name).toStdString());
         };
     }
     Alerts(const Alerts&) = delete;

@@ -91,11 +91,22 @@ TEST_F(ScreenReader, ReadsTheTextOfACell) {
     OpenRecord();
     QAccessibleInterface& cell = CellOf(1, 1);
     EXPECT_EQ(cell.role(), QAccessible::Cell);
-    EXPECT_EQ(cell.text(QAccessible::Name), QStringLiteral("b"));
     EXPECT_EQ(cell.text(QAccessible::Value), QStringLiteral("b"));
     EXPECT_EQ(cell.text(QAccessible::Description), QString());
     Main().SetCell(1, 1, u"other");
     EXPECT_EQ(cell.text(QAccessible::Value), QStringLiteral("other"));
+}
+
+TEST_F(ScreenReader, ReadsAValueWithTheNameOfItsRow) {
+    OpenRecord();
+    EXPECT_EQ(CellOf(1, 0).text(QAccessible::Name), QStringLiteral("Moisture"));
+    EXPECT_EQ(CellOf(1, 1).text(QAccessible::Name), QStringLiteral("Moisture: b"));
+    Main().SetCell(1, 1, u"");
+    EXPECT_EQ(CellOf(1, 1).text(QAccessible::Name), QStringLiteral("Moisture: empty"));
+    EXPECT_EQ(Table().tableInterface()->rowDescription(2), QStringLiteral("Remark"));
+    Main().SetCell(1, 0, u"");
+    Main().SetCell(1, 1, u"b");
+    EXPECT_EQ(CellOf(1, 1).text(QAccessible::Name), QStringLiteral("b"));
 }
 
 TEST_F(ScreenReader, FindsACellFromItsTableAndBack) {
@@ -251,7 +262,7 @@ TEST_F(ScreenReader, IsToldOfATextThatChanges) {
     Main().SetCell(2, 1, u"new");
     Main().SetCell(2, 1, u"newer");
     Settle();
-    EXPECT_THAT(Listener::All, ElementsAre(Told{QAccessible::ValueChanged, 5}));
+    EXPECT_THAT(Listener::All, ElementsAre(Told{QAccessible::ValueChanged, 5}, Told{QAccessible::NameChanged, 5}));
 }
 
 TEST_F(ScreenReader, IsToldOfAnotherPageAsAWhole) {
@@ -317,6 +328,29 @@ TEST_F(ScreenReader, CallsTheFieldOfAQuestionAsTheQuestion) {
     modPDAUI::EndInput(true);
 }
 
+TEST_F(ScreenReader, CallsTheButtonsOfACalendarByTheirUse) {
+    const auto button = [this](const char* name) -> QWidget& {
+        return *Calendar().findChild<QWidget*>(QString::fromLatin1(name));
+    };
+    Ask(modPDAUI::PromptKind::Date, u"");
+    Calendar().setSelectedDate(QDate(2026, 11, 22));
+    EXPECT_EQ(NameOf(button("qt_calendar_prevmonth")), "Previous month");
+    EXPECT_EQ(NameOf(button("qt_calendar_nextmonth")), "Next month");
+    EXPECT_EQ(NameOf(button("qt_calendar_yearedit")), "Year");
+    Calendar().setCurrentPage(2027, 1);
+    EXPECT_EQ(NameOf(button("qt_calendar_monthbutton")),
+              "Month: " + Calendar().locale().standaloneMonthName(1).toStdString());
+    EXPECT_EQ(NameOf(button("qt_calendar_yearbutton")), "Year: 2027");
+    modPDAUI::EndInput(true);
+}
+
+TEST_F(ScreenReader, FindsTheWindowAsAWindowWithItsTitle) {
+    Form().setWindowTitle(QStringLiteral("qrn0001 — Quorin"));
+    EXPECT_EQ(Of(Form()).role(), QAccessible::Window);
+    EXPECT_EQ(NameOf(Form()), "qrn0001 — Quorin");
+    EXPECT_NE(Of(Form().Screen()).role(), QAccessible::Window);
+}
+
 TEST_F(ScreenReader, FindsTheMenus) {
     auto& menus = Device.Platform.menus;
     QAccessibleInterface& bar = Of(*menus.Bar());
@@ -348,6 +382,72 @@ TEST_F(ScreenReader, CallsTheStateOfTheLinkAsItIsSeen) {
     EXPECT_EQ(NameOf(*Form().findChild<QLabel*>(QStringLiteral("warning"))), "not saved");
 }
 
+/// Records the words of the notifications while this listener exists.
+class Hearing {
+public:
+    Hearing() {
+        All.clear();
+        ToScreenReader::IsActive = [] { return true; };
+        ToScreenReader::Send = [](QAccessibleEvent* event) {
+            QAccessibleInterface* const about = event->accessibleInterface();
+            if (event->type() == QAccessible::ObjectShow && about->role() == QAccessible::Notification)
+                All.push_back(about->text(QAccessible::Name).toStdString());
+        };
+    }
+    ~Hearing() {
+        ToScreenReader::IsActive = QAccessible::isActive;
+        ToScreenReader::Send = QAccessible::updateAccessibility;
+    }
+    Hearing(const Hearing&) = delete;
+    Hearing& operator=(const Hearing&) = delete;
+
+    static inline std::vector<std::string> All;
+};
+
+const companion::Notice NotSaved{u"notsaved", companion::Severity::Loss, u"not saved", companion::Until::Tapped};
+const companion::Notice Slow{u"journal", companion::Severity::Warning, u"the disk is slow"};
+const companion::Notice PortFound{.About = u"adapter",
+                                  .Weight = companion::Severity::Hint,
+                                  .Words = u"A port was plugged in.",
+                                  .Offers = {{u"useport", u"Use it"}, {u"notnow", u"Not now"}}};
+
+TEST_F(ScreenReader, HearsANewNoticeAlsoBehindAWorseOne) {
+    const Hearing hearing;
+    companion::Notices notices;
+    notices.Raise(NotSaved);
+    Form().SetNotices(notices);
+    notices.Raise(Slow);
+    Form().SetNotices(notices);
+    EXPECT_THAT(Hearing::All, ElementsAre("not saved", "the disk is slow"));
+    notices.Withdraw(u"journal");
+    Form().SetNotices(notices);
+    EXPECT_EQ(Hearing::All.size(), 2U);
+}
+
+TEST_F(ScreenReader, HearsTogetherWhatIsRaisedTogether) {
+    const Hearing hearing;
+    companion::Notices notices;
+    notices.Raise(Slow);
+    notices.Raise(NotSaved);
+    Form().SetNotices(notices);
+    EXPECT_THAT(Hearing::All, ElementsAre("not saved the disk is slow"));
+}
+
+TEST_F(ScreenReader, HearsWhatANoticeOffers) {
+    const Hearing hearing;
+    companion::Notices notices;
+    notices.Raise(PortFound);
+    Form().SetNotices(notices);
+    EXPECT_THAT(Hearing::All, ElementsAre("A port was plugged in. Shift+F4 offers: Use it, Not now."));
+    auto* const button = Form().findChild<QAbstractButton*>(QStringLiteral("offer_useport"));
+    ASSERT_NE(button, nullptr);
+    EXPECT_EQ(NameOf(*button), "Use it");
+    EXPECT_EQ(Of(*button).text(QAccessible::Description), QStringLiteral("A port was plugged in."));
+    Form().NoticesAction().trigger();
+    auto* const rows = Form().findChild<QWidget*>(QStringLiteral("notices"))->findChild<QListWidget*>();
+    EXPECT_EQ(Of(*rows).child(1)->text(QAccessible::Name), QStringLiteral("Use it: A port was plugged in."));
+}
+
 class ScreenReaderOnADevice : public ScreenReader {
 protected:
     ScreenReaderOnADevice() : ScreenReader(5) {}
@@ -366,6 +466,15 @@ TEST_F(ScreenReaderOnADevice, FindsTheSoftKeysAndTheKeysOfTheDevice) {
         ASSERT_NE(button, nullptr);
         EXPECT_FALSE(NameOf(*button).empty());
     }
+}
+
+TEST_F(ScreenReaderOnADevice, HearsANoticeThatIsInTheListAlone) {
+    const Hearing hearing;
+    companion::Notices notices;
+    notices.Raise(PortFound);
+    Form().SetNotices(notices);
+    ASSERT_TRUE(Form().findChild<QLabel*>(QStringLiteral("warning"))->isHidden());
+    EXPECT_THAT(Hearing::All, ElementsAre(testing::StartsWith("A port was plugged in.")));
 }
 
 TEST_F(ScreenReader, FindsNothingWithoutANameThatCanHaveTheFocus) {
