@@ -39,12 +39,16 @@ struct Offer {
 };
 
 struct Notice {
-    Text About; ///< the short name of its subject, as in docs/limits.md; the list has one notice of a name at most
+    /// The short name of its subject, as in docs/limits.md, in a loss followed by a blank and the name of its file. The
+    /// list has one notice of a subject at most.
+    Text About = {};
     Severity Weight = Severity::Warning;
-    Text Words;
+    Text Words = {};
     Until Stands = Until::Withdrawn;
     NoticeAction Action = Stands == Until::Tapped ? NoticeAction::Dismiss : NoticeAction::None;
     std::vector<Offer> Offers = {};
+    Text Remedy =
+        {}; ///< the end of the words, which says what the person must do; where there is little room, it is kept
     bool operator==(const Notice&) const = default;
 };
 

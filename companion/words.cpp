@@ -36,6 +36,15 @@ Text ReasonOf(const platform::LostReading& reading) {
     return u"the formula or the variable of its row " + reading.Fields + u" has replaced it";
 }
 
+const Text TapWhenRead = u" Tap here when you have read it.";
+
+/// Returns the notice with what the person must do at the end of its words.
+Notice WithRemedy(Notice notice, const Text& remedy) {
+    notice.Words += remedy;
+    notice.Remedy = remedy;
+    return notice;
+}
+
 } // namespace
 
 Text TimeText(const DateTime& moment) {
@@ -47,9 +56,11 @@ Notice DataFolder(const Text& folder) {
 }
 
 Notice NotSaved(const DateTime& now, const Text& file, const Text& why) {
-    return {AboutSaving, Severity::Loss,
-            TimeText(now) + u"  Not saved: " + file + u", " + why + u". Tap here once you have dealt with it.",
-            Until::Tapped};
+    return WithRemedy({.About = AboutSaving + u" " + file,
+                       .Weight = Severity::Loss,
+                       .Words = TimeText(now) + u"  Not saved: " + file + u", " + why + u".",
+                       .Stands = Until::Tapped},
+                      u" Tap here once you have dealt with it.");
 }
 
 Text NoPlaceText(const platform::OpenedRecord& record) {
@@ -70,12 +81,11 @@ Notice NoPlace(const platform::OpenedRecord& record) {
 }
 
 Notice OtherDriver(const platform::OpenedRecord& record) {
-    const Text words =
-        record.Owner != record.Driver
-            ? u"This record belongs to driver " + record.Owner + u", it is shown with driver " + record.Driver +
-                  u": readings may land in the wrong columns. Go Back and make a new download."
-            : u"No list contains the download " + record.File + u" any more. Go Back and make a new download.";
-    return {AboutDriver, Severity::Warning, words, Until::RecordLeft};
+    const Text words = record.Owner != record.Driver
+                           ? u"This record belongs to driver " + record.Owner + u", it is shown with driver " +
+                                 record.Driver + u": readings may land in the wrong columns."
+                           : u"No list contains the download " + record.File + u" any more.";
+    return WithRemedy({AboutDriver, Severity::Warning, words, Until::RecordLeft}, u" Go Back and make a new download.");
 }
 
 Notice ReadingWaits(const DateTime& now, const DateTime& since) {
@@ -85,9 +95,9 @@ Notice ReadingWaits(const DateTime& now, const DateTime& since) {
 }
 
 Notice ReadingWithoutValue(const DateTime& now, const Text& field) {
-    return {AboutValue, Severity::Warning,
-            TimeText(now) + u"  A reading came with a unit and without a value: check " + field + u".",
-            Until::RecordLeft};
+    return WithRemedy({AboutValue, Severity::Warning,
+                       TimeText(now) + u"  A reading came with a unit and without a value:", Until::RecordLeft},
+                      u" check " + field + u".");
 }
 
 Notice DeliveryStays(const Text& fullName, platform::ErrorNumber why) {
@@ -103,10 +113,10 @@ Notice DeliveryKept(const Text& fullName, platform::ErrorNumber why) {
 }
 
 Notice LinkIsOff() {
-    return {AboutLinkOff, Severity::Warning,
-            u"Back has closed the link of this record, although the title still shows it. Go Back and open the "
-            u"download again.",
-            Until::Withdrawn};
+    return WithRemedy({AboutLinkOff, Severity::Warning,
+                       u"Back has closed the link of this record, although the title still shows it.",
+                       Until::Withdrawn},
+                      u" Go Back and open the download again.");
 }
 
 Notice LinkIsOn() {
@@ -123,23 +133,24 @@ Notice PortEndsProgram(const Text& why) {
 }
 
 Notice NobodyKeepsAway(const Text& why) {
-    return {AboutLock, Severity::Warning, why + u". Tap here when you have read it.", Until::Tapped};
+    return WithRemedy({AboutLock, Severity::Warning, why + u".", Until::Tapped}, TapWhenRead);
 }
 
 Notice FolderReplaced(const Text& folder, const Text& instead, platform::ErrorNumber why) {
     const Text where =
         instead.empty() ? Text(u"No file is opened or created there") : u"Its files are read and created in " + instead;
-    return {AboutFolder, Severity::Warning,
-            u"Can't use the folder " + folder + u": " + platform::ErrorText(why) + u". " + where +
-                u". Tap here when you have read it.",
-            Until::Tapped};
+    return WithRemedy({AboutFolder, Severity::Warning,
+                       u"Can't use the folder " + folder + u": " + platform::ErrorText(why) + u". " + where + u".",
+                       Until::Tapped},
+                      TapWhenRead);
 }
 
 Notice ListIncomplete(const std::vector<platform::Unlisted>& unlisted) {
     Text words;
     for (const platform::Unlisted& each : unlisted)
-        words += u"Can't read " + each.Name + u" for the list: " + platform::ErrorText(each.Why) + u". ";
-    return {AboutList, Severity::Warning, words + u"Tap here when you have read it.", Until::Tapped};
+        words += (words.empty() ? u"" : u" ") + Text(u"Can't read ") + each.Name + u" for the list: " +
+                 platform::ErrorText(each.Why) + u".";
+    return WithRemedy({AboutList, Severity::Warning, words, Until::Tapped}, TapWhenRead);
 }
 
 Notice DraftNotKept(const Text& why) {
@@ -203,9 +214,10 @@ Notice PortOffered(const Text& words) {
 }
 
 Notice LittleSpace(const Text& folder, std::int64_t megabytes) {
-    return {AboutSpace, Severity::Warning,
-            u"Only " + modStringTools::NumberText(megabytes) + u" MB are free on the disk of " + folder +
-                u". Make room before readings can't be saved."};
+    return WithRemedy(
+        {AboutSpace, Severity::Warning,
+         u"Only " + modStringTools::NumberText(megabytes) + u" MB are free on the disk of " + folder + u"."},
+        u" Make room before readings can't be saved.");
 }
 
 Notice NoSound() {
@@ -214,10 +226,11 @@ Notice NoSound() {
 }
 
 Notice NothingRemembered(const Text& file, const Text& why) {
-    return {AboutRemembered, Severity::Warning,
-            file + u" can't be written: " + why +
-                u". The window will not remember its size, its ports and its hints. Tap here when you have read it.",
-            Until::Tapped};
+    return WithRemedy(
+        {AboutRemembered, Severity::Warning,
+         file + u" can't be written: " + why + u". The window will not remember its size, its ports and its hints.",
+         Until::Tapped},
+        TapWhenRead);
 }
 
 Notice PinNotUsed(const Text& pin) {
@@ -228,10 +241,11 @@ Notice PinNotUsed(const Text& pin) {
 }
 
 Notice RightsNotKept(const Text& file) {
-    return {AboutRights, Severity::Warning,
-            file + u" has lost its group or its access list: other users may have fewer rights to it than "
-                   u"before. Tap here when you have read it.",
-            Until::Tapped};
+    return WithRemedy({AboutRights, Severity::Warning,
+                       file + u" has lost its group or its access list: other users may have fewer rights to it than "
+                              u"before.",
+                       Until::Tapped},
+                      TapWhenRead);
 }
 
 } // namespace companion

@@ -39,6 +39,7 @@ Text TimeText(const platform::DateTime& moment);
 
 /// Says which folder of the host holds the records.
 Notice DataFolder(const Text& folder);
+/// One for each file: the next failure of the same file replaces it.
 Notice NotSaved(const platform::DateTime& now, const Text& file, const Text& why);
 
 /// Returns why nothing of the record can be stored: "qrn0001.txt could not be created: the disk is full. Readings are

@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QEvent>
 #include <QGridLayout>
+#include <QScreen>
 #include <QSpacerItem>
 
 #include <algorithm>
@@ -32,6 +33,20 @@ void Dialogue::showEvent(QShowEvent* event) {
         grid->addItem(new QSpacerItem(width, 0), grid->rowCount(), 0, 1, grid->columnCount());
     }
     QMessageBox::showEvent(event);
+    PutOverForm();
+}
+
+/// A question is about what the form shows; below it a device has its keys.
+void Dialogue::PutOverForm() {
+    const auto* const form =
+        parentWidget() == nullptr ? nullptr : parentWidget()->findChild<QWidget*>(QStringLiteral("form"));
+    if (form == nullptr)
+        return;
+    QRect place = rect();
+    place.moveCenter(form->mapToGlobal(form->rect().center()));
+    const QRect room = screen()->availableGeometry();
+    move(std::clamp(place.x(), room.x(), std::max(room.x(), room.right() - width())),
+         std::clamp(place.y(), room.y(), std::max(room.y(), room.bottom() - height())));
 }
 
 bool Dialogue::eventFilter(QObject* object, QEvent* event) {

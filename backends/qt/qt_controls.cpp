@@ -21,6 +21,10 @@ namespace {
 constexpr const char* FieldStyle = "QLineEdit, QPlainTextEdit { border: 1px solid palette(highlight); padding: 0px; "
                                    "background: palette(base); color: palette(text); }";
 
+/// The text of a cell is one pixel from its edges. Qt's field has a border of that width, and leaves two more pixels at
+/// the left and one more above.
+constexpr QMargins LikeCell(-2, -1, 0, 0);
+
 /// Qt does not move the caret to a position beyond the text.
 void SelectIn(QLineEdit& line, std::int32_t position, std::int32_t length) {
     const auto size = static_cast<std::int32_t>(line.text().size());
@@ -135,7 +139,8 @@ QtTextBox::QtTextBox(QWidget& form, Focus& focus, NativeFocus& native, const cha
         widget->hide();
         native.Add(*this, *widget);
     }
-    Line_.setTextMargins(0, 0, 0, 0);
+    Line_.setTextMargins(LikeCell);
+    Line_.setAlignment(Qt::AlignLeft | Qt::AlignTop);
     Line_.setMaxLength(std::numeric_limits<int>::max()); // Qt would cut a longer text
     Page_.setTabChangesFocus(true);
     QObject::connect(&Line_, &QLineEdit::textEdited, [this](const QString& text) {

@@ -4,6 +4,7 @@
 #include "backends/loop/form_controls.h"
 #include "backends/qt/accessible_window.h"
 #include "backends/qt/conversions.h"
+#include "backends/qt/elided.h"
 #include "backends/qt/to_screen_reader.h"
 
 #include <QCloseEvent>
@@ -22,6 +23,7 @@ constexpr QSize SmallestForm(240, 160);
 constexpr int MostKeysInARow = 4;
 constexpr int StatusTextPixels = 12; // of the screen
 constexpr int KeyTextPixels = 10;
+constexpr int LinesOfHeldLink = 2; // on a device of fixed size: room for most states
 const QString ListHint = QStringLiteral("\n(Shift+F4 lists all notices)");
 // Not the desktop's colour of links, which is that of the form's headline.
 const QString FolderLook = QStringLiteral("color: #1a5fb4; text-decoration: underline;");
@@ -213,6 +215,10 @@ void Window::HoldSize() {
     Ground_->setFixedSize(Ground_->sizeHint());
     layout()->setAlignment(Ground_, Qt::AlignHCenter);
     layout()->setSizeConstraint(QLayout::SetFixedSize);
+    IsHeld_ = true;
+    Link_->setWordWrap(false);
+    Link_->setFixedHeight(LinesOfHeldLink * Link_->fontMetrics().lineSpacing() + 2 * Link_->margin());
+    ShowState();
 }
 
 void Window::LetSize() {
@@ -241,11 +247,21 @@ void Window::PutBelow(QWidget& bar) {
         Fit();
 }
 
+/// Returns a text of the status area as its label has room for it.
+QString Window::Fitted(const QLabel& label, const QString& text) const {
+    const bool isNotice = &label == Alarm_;
+    const int room = width() - 2 * label.margin() - (isNotice ? WidthBesideNotice() : WidthBesideLink());
+    if (!IsOneLine_)
+        return isNotice || !IsHeld_ ? text : ElidedToLines(label.font(), text, room, LinesOfHeldLink);
+    const QString remedy = isNotice && !Standing_.empty() ? ToQt(Standing_.front().Remedy) : QString();
+    return ElidedBefore(label.font(), text, remedy, room);
+}
+
 void Window::Put(QLabel& label, const QString& text) {
-    const int beside = &label == Alarm_ ? WidthBesideNotice() : WidthBesideLink();
-    const int room = width() - 2 * label.margin() - beside;
-    label.setText(IsOneLine_ ? label.fontMetrics().elidedText(text, Qt::ElideRight, room) : text);
-    label.setToolTip(label.text() == text ? QString() : text + (&label == Alarm_ ? ListHint : QString()));
+    const QString fitted = Fitted(label, text);
+    const bool isWhole = !fitted.contains(u'…') || text.contains(u'…');
+    label.setText(fitted);
+    label.setToolTip(isWhole ? QString() : text + (&label == Alarm_ ? ListHint : QString()));
     label.setAccessibleName(text);
 }
 
@@ -304,7 +320,15 @@ void Window::SetNotices(const companion::Notices& notices) {
     ShowAlarm();
     Announce(*Alarm_, NewsSince(before));
     if (List_->isVisible())
-        List_->Fill(Standing_);
+        List_->Fill(Listed());
+}
+
+/// Returns what the list shows. A touch screen shows no tooltip: the list has a state of the link that is cut, too.
+std::vector<companion::Notice> Window::Listed() const {
+    std::vector<companion::Notice> listed = Standing_;
+    if (IsHeld_ && !Link_->toolTip().isEmpty())
+        listed.push_back({.Weight = companion::Severity::Note, .Words = FromQt(LinkLine())});
+    return listed;
 }
 
 /// Returns what a screen reader says of the notices that are new, also of those that are in the list alone.
@@ -418,9 +442,9 @@ void Window::TapLine() {
 
 /// Opens the list above the line, as wide as the window.
 void Window::OpenNotices() {
-    if (Standing_.empty())
+    if (Listed().empty())
         return;
-    List_->Fill(Standing_);
+    List_->Fill(Listed());
     List_->Open(Alarm_->mapToGlobal(QPoint(0, 0)), width());
 }
 

@@ -65,7 +65,9 @@ public:
     void ShowKeys(const std::vector<DeviceKey>& keys);
     /// True once LetSize was called.
     bool IsResizable() const { return IsOneLine_; }
-    /// Fixes the window at the size that its parts need.
+    /// Fixes the window at the size that its parts need. The link's line has room for two lines, whatever it says: a
+    /// window that changes its height moves its keys away under the pen. The list of notices has a state that is
+    /// longer.
     void HoldSize();
     /// Makes the window resizable. The status area then keeps its height: otherwise each text would change the form's
     /// height.
@@ -110,7 +112,9 @@ protected:
 private:
     int Pixels(int ofScreen) const { return std::max(1, qRound(ofScreen / Scale_)); }
     QLabel* StatusLabel(const char* name);
+    QString Fitted(const QLabel& label, const QString& text) const;
     void Put(QLabel& label, const QString& text);
+    std::vector<companion::Notice> Listed() const;
     void MakeNoticeLine(QBoxLayout& column);
     void MakeLinkLine(QBoxLayout& column);
     QAction* MakeAction(const char* name, const QKeySequence& keys, void (Window::*act)());
@@ -154,6 +158,7 @@ private:
     std::vector<companion::Notice> Standing_; ///< the worst one first
     int Behind_ = 0;                          ///< warnings and losses besides the one that is shown
     bool IsOneLine_ = false;                  ///< text that does not fit is cut, and a tooltip has it whole
+    bool IsHeld_ = false;                     ///< the window has a fixed size, and the link's line a fixed height
     bool IsWorking_ = false;
     bool IsWaiting_ = false;
 };

@@ -16,6 +16,8 @@ using testing::ElementsAre;
 
 class BoxInAWindow : public InAWindow {
 protected:
+    explicit BoxInAWindow(const backends::DeviceOptions& options = OfType(0)) : InAWindow(options) {}
+
     QMessageBox& Box() { return *Device.Platform.boxes.Dialog(); }
     void KeyInBox(Qt::Key key, Qt::KeyboardModifiers held = Qt::NoModifier) {
         Box().activateWindow(); // a desktop does this by itself
@@ -38,6 +40,23 @@ TEST_F(BoxInAWindow, ShowsItsWholeTitleAndCantBeMinimised) {
         EXPECT_FALSE(Box().windowFlags().testAnyFlags(Qt::WindowMinMaxButtonsHint));
         ClickInBox(QMessageBox::Ok);
     });
+}
+
+class BoxOfADevice : public BoxInAWindow {
+protected:
+    BoxOfADevice() : BoxInAWindow(OfType(3)) {}
+};
+
+TEST_F(BoxOfADevice, IsOverTheForm) {
+    Device.WillDo([this] {
+        const QWidget& form = Form().FormWidget();
+        const QPoint off = Box().geometry().center() - form.mapToGlobal(form.rect().center());
+        EXPECT_LE(std::abs(off.y()), 2);
+        ClickInBox(QMessageBox::No);
+    });
+    Device.Platform.boxes.Show(
+        u"A download of this name exists. Replace it by the one that was received?\nThe old one is lost then.",
+        BoxButtons::YesNo, BoxIcon::Question, u"Replace");
 }
 
 TEST_F(BoxInAWindow, IsNoAtEnter) {

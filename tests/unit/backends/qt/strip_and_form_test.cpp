@@ -139,7 +139,7 @@ TEST_F(BusyStrip, KeepsWhatIsTypedIntoAnOpenField) {
 
 class StatusArea : public InAWindow {
 protected:
-    StatusArea() {
+    explicit StatusArea(const backends::DeviceOptions& options = OfType(0)) : InAWindow(options) {
         Form().NoticeTapped = [this](const Text& about) {
             Notices.Act(about);
             Form().SetNotices(Notices);
@@ -231,6 +231,59 @@ TEST_F(StatusArea, ListsATextThatIsCutByAClick) {
     Notices.Withdraw(lengthy.About);
     Raise(Driver);
     EXPECT_FALSE(More().isVisible());
+}
+
+TEST_F(StatusArea, CutsALongNoticeBeforeWhatThePersonMustDo) {
+    const companion::Notice lengthy = companion::RightsNotKept(u"/home/" + Text(150, u'x'));
+    Raise(lengthy);
+    EXPECT_THAT(Line().text().toStdString(), testing::StartsWith("/home/xxx"));
+    EXPECT_THAT(Line().text().toStdString(), testing::EndsWith("… Tap here when you have read it."));
+    EXPECT_LE(Line().fontMetrics().horizontalAdvance(Line().text()), Line().width());
+}
+
+TEST_F(StatusArea, HasARowForEachFileThatCouldNotBeSaved) {
+    const platform::DateTime now{};
+    const auto fails = [&](const Text& file, const Text& why) { Raise(companion::NotSaved(now, file, why)); };
+    fails(u"a.txt", u"the disk is full");
+    fails(u"b.txt", u"permission denied");
+    fails(u"a.txt", u"input/output error");
+    Form().NoticesAction().trigger();
+    ASSERT_EQ(Listed().size(), 2);
+    EXPECT_THAT(Listed()[0].toStdString(), testing::HasSubstr("Not saved: a.txt, input/output error."));
+    EXPECT_THAT(Listed()[1].toStdString(), testing::HasSubstr("Not saved: b.txt, permission denied."));
+    Press(Rows(), Qt::Key_Return);
+    EXPECT_EQ(Listed().size(), 1);
+}
+
+class StatusAreaOfADevice : public StatusArea {
+protected:
+    StatusAreaOfADevice() : StatusArea(OfType(1)) {}
+    QLabel& Link() { return *Form().findChild<QLabel*>(QStringLiteral("linkState")); }
+    void Say(const std::string& words) {
+        Form().SetLinkLine({words, companion::LineLook::Plain, words});
+        Settle();
+    }
+};
+
+TEST_F(StatusAreaOfADevice, HasOneHeightWhateverTheLinkSays) {
+    Say("Link off");
+    const int height = Form().sizeHint().height();
+    for (const char* const words : {"Link down: the cable is out", "",
+                                    "Link down for 59 s: Com1: there is no device for this port, trying again; last: "
+                                    "Moisture 23.4 % → Moisture, 20:30:12"}) {
+        Say(words);
+        EXPECT_EQ(Form().sizeHint().height(), height) << words;
+    }
+}
+
+TEST_F(StatusAreaOfADevice, ListsAStateOfTheLinkThatIsCut) {
+    const std::string words = "Link down for 59 s: " + std::string(90, 'x');
+    Say(words);
+    EXPECT_THAT(Link().text().toStdString(), testing::EndsWith("…"));
+    EXPECT_EQ(Link().text().count(u'\n'), 1);
+    EXPECT_EQ(Link().toolTip().toStdString(), words);
+    Form().NoticesAction().trigger();
+    EXPECT_THAT(Listed().join(u'\n').toStdString(), testing::HasSubstr(words));
 }
 
 TEST_F(StatusArea, ShowsAFolderAsALinkAlsoIfItsNameIsCut) {

@@ -421,5 +421,37 @@ TEST_F(FieldOverARecord, IsLeftByKeysAtOnceAlsoAfterACommandClosedAnother) {
     EXPECT_EQ(Main().Row(), 1);
 }
 
+// Where the text of an open field stands.
+
+class FieldInRealFonts : public InAWindow {
+protected:
+    FieldInRealFonts() : InAWindow(OfType(0), Looks{true, 1}) {}
+
+    /// Returns the box around the dark pixels in a part of the form, without a frame of one pixel.
+    QRect Ink(const QRect& part) {
+        const QImage picture = Form().FormWidget().grab(part.adjusted(1, 1, -1, -1)).toImage();
+        QRect ink;
+        for (int y = 0; y < picture.height(); ++y)
+            for (int x = 0; x < picture.width(); ++x)
+                if (qGray(picture.pixel(x, y)) < 100)
+                    ink |= QRect(x, y, 1, 1);
+        return ink;
+    }
+};
+
+TEST_F(FieldInRealFonts, OpensWithoutMovingTheText) {
+    OpenRecord("Place|Moisture|Remark\na|Hxg|c\n");
+    Repaint();
+    const QRect cell = Grid().CellRect(1, 1).translated(Grid().pos());
+    const QRect painted = Ink(cell);
+    ASSERT_FALSE(painted.isEmpty());
+    Tap(1, 1);
+    ASSERT_TRUE(Field().Visible());
+    Line().deselect();
+    Line().setReadOnly(true); // no caret
+    EXPECT_EQ(Ink(cell), painted) << "text moved";
+    Line().setReadOnly(false);
+}
+
 } // namespace
 } // namespace windowtest
