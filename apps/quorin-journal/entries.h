@@ -2,17 +2,13 @@
 // The lines of the journal, one after the other.
 #pragma once
 
-#include "apps/quorin-journal/journal_files.h"
+#include "apps/quorin-journal/file_entries.h"
 #include "apps/quorin-journal/options.h"
 #include "apps/quorin-journal/report.h"
-#include "journal/glance.h"
 
 #include <functional>
 
 namespace reader {
-
-using journal::NumberIn;
-using journal::TextIn;
 
 /// A command at work.
 struct Job {
@@ -21,15 +17,8 @@ struct Job {
     Report Told;
 };
 
-/// A line of a file. Valid during the call that it was passed to.
-struct Entry {
-    const JournalFile& File;
-    std::int64_t Number; ///< of the line, from 1
-    std::string_view Bytes;
-    const journal::Glance& Seen;
-
-    journal::Line Object() const { return journal::Line::parse(Bytes); }
-};
+/// Returns what tells a person by the report, and ends once standard output is lost.
+ReadingTold ToldTo(Report& report);
 
 /// Passes each line of a file on, whatever its time. Lines that are no objects are left out and told; where a newer
 /// program has begun to write, reading ends and is told. Returns true if the last line was interrupted.
@@ -44,8 +33,5 @@ bool IsOfANewerProgram(const Entry& entry, Report& told);
 
 /// Tells that a line was left out.
 void TellNoObject(const Entry& entry, Report& told);
-
-/// Returns the file and the number of a line, for a message.
-std::string PlaceOf(const Entry& entry);
 
 } // namespace reader
