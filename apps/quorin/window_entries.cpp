@@ -6,7 +6,7 @@ namespace quorin {
 // A line an entry, from the top of the menu to its foot.
 
 void FillWindowMenu(backends::qt::QtPlatform& device, DataFolder& data, Arriving& arriving, WindowPorts& ports,
-                    WindowHints& hints) {
+                    WindowHints& hints, WindowHelp& help) {
     backends::qt::Window& window = device.window;
     window.Menu().Add({QStringLiteral("&Install a driver…"), QKeySequence(Qt::CTRL | Qt::Key_O),
                        [&arriving] { arriving.ChooseFiles(); }});
@@ -20,6 +20,12 @@ void FillWindowMenu(backends::qt::QtPlatform& device, DataFolder& data, Arriving
     shown.setCheckable(true);
     QObject::connect(&window.Menu().List(), &QMenu::aboutToShow, &shown,
                      [&hints, &shown] { shown.setChecked(hints.AreOn()); });
+    window.Menu().Add(window.HelpAction());
+    window.Menu().Add(
+        {.Name = QStringLiteral("Recovery &card"), .Keys = {}, .Runs = [&help] { help.Open(RecoveryCard); }});
+    window.Menu().Add(
+        {.Name = QStringLiteral("Report a pro&blem…"), .Keys = {}, .Runs = [&help] { help.ReportProblem(); }});
+    window.Menu().Add({.Name = QStringLiteral("&About"), .Keys = {}, .Runs = [&help] { help.Open(PageOfProgram); }});
 }
 
 } // namespace quorin

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "apps/quorin/arriving.h"
+#include "apps/quorin/window_help.h"
 #include "apps/quorin/window_hints.h"
 #include "apps/quorin/window_ports.h"
 
@@ -10,6 +11,6 @@ namespace quorin {
 
 /// Fills the menu of the window, once.
 void FillWindowMenu(backends::qt::QtPlatform& device, DataFolder& data, Arriving& arriving, WindowPorts& ports,
-                    WindowHints& hints);
+                    WindowHints& hints, WindowHelp& help);
 
 } // namespace quorin

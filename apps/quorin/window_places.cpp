@@ -11,6 +11,17 @@
 
 namespace quorin {
 
+namespace {
+
+/// Also of a file that does not exist yet. Empty for an empty path.
+std::string WholePath(const std::string& path) {
+    std::error_code failed;
+    const auto whole = std::filesystem::weakly_canonical(std::filesystem::absolute(path, failed), failed);
+    return path.empty() || failed ? path : whole.string();
+}
+
+} // namespace
+
 std::string FindPlaces(Options& options) {
     const bool ownRoot = !options.Device.Root.empty();
     if (!ownRoot) {
@@ -43,6 +54,15 @@ backends::StartPlace PlaceOfStarts(const std::string& root) {
     return backends::StartPlaceOf(
         root, {ofSession == nullptr || *ofSession != '/' ? std::string() : std::string(ofSession) + "/quorin",
                state ? *state + "/start" : std::string()});
+}
+
+KeptPlaces PlacesOf(const Options& options, const std::string& windowSettings) {
+    const auto state = apps::StateFolder();
+    return {.Root = WholePath(options.Device.Root),
+            .Settings = WholePath(SettingsOf(options)),
+            .WindowSettings = WholePath(windowSettings),
+            .Journal = options.Journal ? WholePath(options.Journal->Folder) : std::string(),
+            .Drafts = state ? WholePath(*state + "/drafts") : std::string()};
 }
 
 void RemoveLeftFiles(const Options& options) {

@@ -21,6 +21,18 @@ std::string CurrentFolder();
 /// Returns where second starts on a root folder reach the window that is open.
 backends::StartPlace PlaceOfStarts(const std::string& root);
 
+/// Where a run keeps what, as full paths. Empty for what is not kept.
+struct KeptPlaces {
+    std::string Root;
+    std::string Settings;
+    std::string WindowSettings;
+    std::string Journal;
+    std::string Drafts;
+};
+
+/// `windowSettings`: the file of the window's own settings.
+KeptPlaces PlacesOf(const Options& options, const std::string& windowSettings);
+
 /// Removes what killed programs have left half-written.
 void RemoveLeftFiles(const Options& options);
 

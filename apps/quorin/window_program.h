@@ -9,6 +9,7 @@
 #include "apps/quorin/free_space.h"
 #include "apps/quorin/package_watch.h"
 #include "apps/quorin/window_end.h"
+#include "apps/quorin/window_help.h"
 #include "apps/quorin/window_hints.h"
 #include "apps/quorin/window_options.h"
 #include "apps/quorin/window_place.h"
@@ -88,6 +89,7 @@ private:
     WindowPorts Ports_;
     WindowHints Hints_;
     DataFolder Data_;
+    WindowHelp Help_;
     FreeSpace Space_;
     Arriving Arriving_;
     PackageWatch Packages_;

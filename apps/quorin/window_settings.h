@@ -14,6 +14,8 @@ public:
     /// `formSettings`: the file of the form's settings, beside which the window has its own.
     explicit WindowSettings(const std::string& formSettings);
 
+    /// Returns the path of the file, which need not exist.
+    const std::string& Path() const { return Path_; }
     /// Returns an empty text for what was never stored.
     std::string Get(const std::string& name) const;
     /// The first failure is reported by Failed, because nothing will be remembered.

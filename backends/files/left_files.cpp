@@ -4,6 +4,7 @@
 #include "backends/files/folder_names.h"
 #include "backends/files/host_files.h"
 
+#include <algorithm>
 #include <charconv>
 #include <csignal>
 #include <ctime>
@@ -45,6 +46,16 @@ bool IsRunning(pid_t process) {
     return ::kill(process, 0) == 0 || errno != ESRCH;
 }
 
+/// True for a name such as "00471108.txt".
+bool IsScratchName(std::string_view name) {
+    constexpr std::string_view::size_type Digits = 8;
+    return name.size() > Digits && name.substr(Digits) == ".txt" && name.find_first_not_of("0123456789") == Digits;
+}
+
+Descriptor OpenFolder(const std::string& folder) {
+    return Descriptor(Repeated([&] { return ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC); }));
+}
+
 /// A clock that was set back must not make a new file old, so a file of the future is not old.
 bool IsLeft(const struct stat& found, const std::string& name) {
     const auto maker = MakerOf(name);
@@ -73,9 +84,25 @@ void RemoveFromOpen(const Descriptor& folder, int deep) {
 } // namespace
 
 void RemoveLeftFiles(const std::string& folder, int deep) {
-    const Descriptor opened(Repeated([&] { return ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC); }));
+    const Descriptor opened = OpenFolder(folder);
     if (opened.Valid())
         RemoveFromOpen(opened, deep);
+}
+
+std::vector<LeftTable> LeftTables(const std::string& folder) {
+    const Descriptor opened = OpenFolder(folder);
+    std::vector<std::string> names;
+    if (opened.Valid())
+        static_cast<void>(ReadNames(opened, names));
+    std::sort(names.begin(), names.end());
+    std::vector<LeftTable> tables;
+    for (const std::string& name : names) {
+        struct stat found {};
+        if (IsScratchName(name) && ::fstatat(opened.Number(), name.c_str(), &found, AT_SYMLINK_NOFOLLOW) == 0 &&
+            S_ISREG(found.st_mode))
+            tables.push_back({name, found.st_size, found.st_mtime});
+    }
+    return tables;
 }
 
 } // namespace backends

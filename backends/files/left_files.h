@@ -2,7 +2,10 @@
 // Half-written files of programs that were killed while they replaced a file (Replacement, host_files.h).
 #pragma once
 
+#include <cstdint>
+#include <ctime>
 #include <string>
+#include <vector>
 
 namespace backends {
 
@@ -10,6 +13,17 @@ namespace backends {
 /// name of a Replacement's file whose program does not run, and which were last changed more than a day ago. Links are
 /// not followed, and other users' files are left alone. What can't be removed stays: it costs nothing but its space.
 void RemoveLeftFiles(const std::string& folder, int deep);
+
+/// A file that the form has written beside a table and could not give the table's name: eight digits and ".txt". No
+/// start removes it, because it may be the only copy of what was saved.
+struct LeftTable {
+    std::string Name;
+    std::int64_t Size = 0;
+    std::time_t Changed = 0; ///< seconds since 1970
+};
+
+/// Returns those in a folder, by name; none if it can't be read.
+std::vector<LeftTable> LeftTables(const std::string& folder);
 
 /// The folders of a device's volumes are no deeper.
 inline constexpr int DepthOfRoot = 3;

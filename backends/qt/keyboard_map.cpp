@@ -74,6 +74,15 @@ std::optional<std::int32_t> CodeOf(const QKeyEvent& event, const std::vector<std
     return std::nullopt;
 }
 
+bool IsTyped(const QKeyEvent& event) {
+    return !event.text().isEmpty() && event.text()[0].isPrint() && !event.text()[0].isSpace();
+}
+
+bool IsQuestionMark(const QKeyEvent& event) {
+    const Qt::KeyboardModifiers held = event.modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier);
+    return event.text() == QLatin1String("?") && held == Qt::NoModifier;
+}
+
 int KeyOf(std::int32_t code) {
     for (const KeyRow& row : KeyRows()) {
         if (row.Everywhere && platform::CodeOf(row.Key) == code)
@@ -103,7 +112,8 @@ std::string KeyboardHelp() {
             "  open the data folder    Ctrl+Shift+O\n"
             "  readings of this run    F4\n"
             "  list of notices         Shift+F4\n"
-            "  menu of the window      Shift+F10\n";
+            "  menu of the window      Shift+F10\n"
+            "  help on the screen      Ctrl+F1, or ? outside of a field\n";
     return help;
 }
 

@@ -28,6 +28,10 @@ const std::vector<KeyRow>& KeyRows();
 /// capital, as in the devices' own key events. `has`: the codes of the keys that the device has.
 std::optional<std::int32_t> CodeOf(const QKeyEvent& event, const std::vector<std::int32_t>& has);
 
+/// True for a character other than a blank, which is the select key where no field is open.
+bool IsTyped(const QKeyEvent& event);
+bool IsQuestionMark(const QKeyEvent& event);
+
 /// Returns Qt's key for a code, to be sent to a control; 0 for a key that no control reacts to.
 int KeyOf(std::int32_t code);
 

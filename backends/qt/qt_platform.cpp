@@ -35,11 +35,6 @@ std::vector<std::int32_t> CodesOf(const DeviceProfile& profile) {
     return codes;
 }
 
-/// True for a character other than a blank, which is the select key where no field is open.
-bool IsTyped(const QKeyEvent& key) {
-    return !key.text().isEmpty() && key.text()[0].isPrint() && !key.text()[0].isSpace();
-}
-
 } // namespace
 
 QtPlatform::QtPlatform(HostDevice& device, const WindowOptions& looks, QtPump& qtPump, CommandSource& commands,
@@ -383,6 +378,15 @@ bool QtPlatform::TakeHomeOrEnd(const QKeyEvent& event) {
     return true;
 }
 
+/// A "?" asks for help where it is no character: outside of the fields and lists that are open.
+bool QtPlatform::TakeQuestionMark(const QKeyEvent& event) {
+    if (!IsQuestionMark(event) || modPDAUI::AnyInputFieldVisible())
+        return false;
+    if (!event.isAutoRepeat())
+        window.WantHelp();
+    return true;
+}
+
 /// A bar-code scanner types its digits and Enter: no row is selected by that.
 bool QtPlatform::EnterSelects() const {
     return TraitsOf(system.DeviceType()).HasWindow && !modPDAUI::AnyInputFieldVisible() &&
@@ -391,7 +395,7 @@ bool QtPlatform::EnterSelects() const {
 
 /// Returns true if the key has been handled.
 bool QtPlatform::TakeKeyPress(QKeyEvent& event) {
-    if (TakeTab(event) || TakeHomeOrEnd(event))
+    if (TakeTab(event) || TakeHomeOrEnd(event) || TakeQuestionMark(event))
         return true;
     auto code = CodeOf(event, KeysOfDevice_);
     if (!code)

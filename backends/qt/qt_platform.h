@@ -112,6 +112,7 @@ private:
     bool KeyGoesDown(std::int32_t code);
     bool TakeKeyPress(QKeyEvent& event);
     bool TakeTab(const QKeyEvent& event);
+    bool TakeQuestionMark(const QKeyEvent& event);
     bool TakeHomeOrEnd(const QKeyEvent& event);
     bool EnterSelects() const;
     bool AnswersPrompt(std::int32_t code) const;

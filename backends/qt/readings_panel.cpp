@@ -2,6 +2,7 @@
 #include "backends/qt/readings_panel.h"
 
 #include "backends/loop/acts.h"
+#include "backends/qt/beside_form.h"
 #include "backends/qt/conversions.h"
 #include "companion/taking_again.h"
 
@@ -12,21 +13,19 @@
 #include <QCloseEvent>
 #include <QHeaderView>
 #include <QKeyEvent>
-#include <QScreen>
 #include <QScrollBar>
 #include <QShortcut>
 #include <QSplitter>
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <utility>
 
 namespace backends::qt {
 
 namespace {
 
 constexpr QSize PanelSize(960, 420);                              // pixels of the screen
-constexpr int FrameHeight = 48;                                   // at most, of the window's frame
-constexpr int FrameWidth = 8;                                     // likewise, its right edge
 constexpr std::size_t LongestRecord = 20'000;                     // characters that are shown
 constexpr int SampleWidths[] = {10, 8, 9, 8, 10, 11, 10, 10, 18}; // in characters, one for each column
 
@@ -144,9 +143,7 @@ void ReadingsPanel::Toggle() {
     const bool wasClosed = !isVisible();
     if (wasClosed)
         PutBesideForm();
-    isMinimized() ? showNormal() : show();
-    raise();
-    activateWindow();
+    BringForward(*this);
     TakeUp();
     if (!wasClosed)
         return;
@@ -155,29 +152,14 @@ void ReadingsPanel::Toggle() {
         Select(Model_.rowCount() - 1);
 }
 
-/// The panel does not cover the form where the screen has space for both.
 void ReadingsPanel::PutBesideForm() {
-    if (WasPlaced_ || Form_.screen() == nullptr)
-        return;
-    WasPlaced_ = true;
-    const QRect screen = Form_.screen()->availableGeometry();
-    const QRect form = Form_.frameGeometry();
-    resize(size().boundedTo(screen.size()));
-    if (form.right() + width() < screen.right())
-        move(form.right() + 1, form.top());
-    else if (form.left() - width() >= screen.left())
-        move(form.left() - width(), form.top());
-    else if (form.bottom() + height() < screen.bottom())
-        move(form.left(), form.bottom() + 1);
-    else // over the foot of the form: its title and its first rows can be seen
-        move(std::max(screen.left(), screen.right() - width() - FrameWidth), screen.bottom() - height() - FrameHeight);
+    if (!std::exchange(WasPlaced_, true))
+        PutBeside(*this, Form_);
 }
 
-/// The keyboard goes back to what waits for it.
 void ReadingsPanel::closeEvent(QCloseEvent* event) {
     QWidget::closeEvent(event);
-    QWidget* const box = QApplication::activeModalWidget();
-    (box != nullptr ? box : &Form_)->activateWindow();
+    GiveKeyboardBack(Form_);
 }
 
 /// Esc and F4 close the open list of verdicts alone. The list itself would close at the search for shortcuts already,

@@ -95,6 +95,8 @@ Window::Window(double scale) : Scale_(scale) {
     addAction(Readings_); // message boxes take over the window's actions
     AllNotices_ = MakeAction("All &notices", QKeySequence(Qt::SHIFT | Qt::Key_F4), &Window::OpenNotices);
     Link_->addAction(AllNotices_);
+    Help_ = MakeAction("H&elp", QKeySequence(Qt::CTRL | Qt::Key_F1), &Window::WantHelp);
+    addAction(Help_);
     Flashing_ = new QTimer(this);
     Flashing_->setInterval(FlashInterval);
     QObject::connect(Flashing_, &QTimer::timeout, this, [this] {

@@ -91,12 +91,19 @@ public:
     void SetWaiting(bool waiting);
     /// The window's menu, at the end of the link's line.
     WindowMenu& Menu() { return *Menu_; }
-    /// The actions of the two keys that the window has itself, for its menu.
+    /// The actions of the keys that the window has itself, for its menu.
     QAction& ReadingsAction() { return *Readings_; }
     QAction& NoticesAction() { return *AllNotices_; }
+    QAction& HelpAction() { return *Help_; }
+    /// Opens the help, as Ctrl+F1 does.
+    void WantHelp() {
+        if (HelpWanted)
+            HelpWanted();
+    }
     QString LinkLine() const { return QString::fromStdString(LinkLine_.Text); }
 
     std::function<void()> ReadingsWanted; ///< called for F4, also in a message box, and for a click on the link's line
+    std::function<void()> HelpWanted;     ///< called for Ctrl+F1, also in a message box, and for "?" outside of a field
     std::function<void()> PortsWanted;    ///< called for the button beside a link that is off or down
     std::function<void(const Text& about)> NoticeTapped; ///< called when the user chooses a notice
     std::function<void(const Text& offer)> OfferTaken;   ///< called when the user chooses an offer of a notice, by name
@@ -145,6 +152,7 @@ private:
     WindowMenu* Menu_;
     QAction* Readings_;
     QAction* AllNotices_;
+    QAction* Help_;
     QToolButton* Ports_;
     QLabel* Alarm_;
     QBoxLayout* Offers_;

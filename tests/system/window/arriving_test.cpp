@@ -397,7 +397,8 @@ TEST_F(ArrivingFiles, AreChosenInADialog) {
     quorin::WindowSettings remembered((Device.Folder.Path() / "window.ini").string());
     quorin::WindowPorts ports(Device.Platform, remembered, [] { return false; });
     quorin::WindowHints hints(Device.Platform, remembered, [] { return std::string(); });
-    quorin::FillWindowMenu(Device.Platform, Data, Files, ports, hints);
+    quorin::WindowHelp help(Device.Platform, Data, {});
+    quorin::FillWindowMenu(Device.Platform, Data, Files, ports, hints, help);
     Press(Qt::Key_O, Qt::ControlModifier);
     auto* const dialog = Form().findChild<QFileDialog*>(QStringLiteral("packageDialog"));
     ASSERT_NE(dialog, nullptr);

@@ -64,7 +64,8 @@ TEST_F(FolderOfTheData, OpensByAKeyAndFromTheMenu) {
     quorin::WindowSettings remembered((Device.Folder.Path() / "window.ini").string());
     quorin::WindowPorts ports(Device.Platform, remembered, [] { return false; });
     quorin::WindowHints hints(Device.Platform, remembered, [] { return std::string(); });
-    quorin::FillWindowMenu(Device.Platform, Data, files, ports, hints);
+    quorin::WindowHelp help(Device.Platform, Data, {});
+    quorin::FillWindowMenu(Device.Platform, Data, files, ports, hints, help);
     Press(Qt::Key_O, Qt::ControlModifier | Qt::ShiftModifier);
     EXPECT_THAT(Opened, ElementsAre(Root() + "/Quorin"));
 }

@@ -85,4 +85,19 @@ TEST_F(LeftFiles, AreNotLookedForDeeperThanAsked) {
     RemoveLeftFiles(Root.Path("missing"), 0);
 }
 
+TEST(LeftTables, AreTheScratchFilesOfAFolder) {
+    const TemporaryRoot root;
+    for (const char* const name : {"00000815.txt", "12345678.txt", "1234567.txt", "123456789.txt", "1234567a.txt",
+                                   "12345678.txt.txt", "qrn0001.txt", "Deeper/00000001.txt"})
+        root.Put(name, "ab");
+    root.Put("00000816.txt/file", "a folder");
+    const std::vector<LeftTable> found = LeftTables(root.Path());
+    ASSERT_EQ(found.size(), 2u);
+    EXPECT_EQ(found[0].Name, "00000815.txt");
+    EXPECT_EQ(found[1].Name, "12345678.txt");
+    EXPECT_EQ(found[0].Size, 2);
+    EXPECT_LT(std::abs(std::time(nullptr) - found[0].Changed), 1000);
+    EXPECT_TRUE(LeftTables(root.Path("nowhere")).empty());
+}
+
 } // namespace

@@ -74,12 +74,13 @@ TEST(KeyboardMap, LeavesTheRestToQt) {
 
 TEST(KeyboardMap, HasALineForEachKey) {
     const std::string help = backends::qt::KeyboardHelp();
-    constexpr std::size_t OfTheWindow = 7;
+    constexpr std::size_t OfTheWindow = 8;
     EXPECT_EQ(static_cast<std::size_t>(std::count(help.begin(), help.end(), '\n')),
               backends::qt::KeyRows().size() + OfTheWindow);
     EXPECT_THAT(help, testing::HasSubstr("  readings of this run    F4\n"));
     EXPECT_THAT(help, testing::HasSubstr("  list of notices         Shift+F4\n"));
     EXPECT_THAT(help, testing::HasSubstr("  menu of the window      Shift+F10\n"));
+    EXPECT_THAT(help, testing::HasSubstr("  help on the screen      Ctrl+F1"));
 }
 
 // The path of a key.

@@ -1,0 +1,69 @@
+// SPDX-License-Identifier: MIT
+// "Report a problem": what a person packs into one file, sees before it is saved, and saves where they choose.
+#pragma once
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QWidget>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+class QBoxLayout;
+
+namespace backends::qt {
+
+/// What the dialog asks of the program.
+struct ReportSource {
+    enum class Step { Done, Exists, Failed };
+    struct Outcome {
+        Step Result = Step::Done;
+        std::string Why = {}; ///< of a failure
+    };
+
+    std::function<std::vector<std::string>()> Days; ///< the newest first
+    /// Returns the file's content. `day`: one of Days; empty if there are none.
+    std::function<std::string(const std::string& day, bool isWhole)> Text;
+    std::function<Outcome(const std::string& path, const std::string& text, bool replaces)> Save;
+    std::function<std::string()> Path; ///< where the file is proposed to be
+};
+
+class ReportDialog final : public QWidget {
+public:
+    /// `form`: the form's window, which must live longer. `scale`: pixels of the screen for a pixel of Qt's.
+    ReportDialog(ReportSource source, QWidget& form, double scale);
+
+    /// Opens the dialog, or brings it to the front with the text of now.
+    void Open();
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    void MakeChoices(QBoxLayout& column);
+    void MakeFoot(QBoxLayout& column);
+    void MakeText();
+    void ChoosePath();
+    void Save(bool replaces);
+    void Tell(const QString& what, bool asksToReplace = false);
+
+    ReportSource Source_;
+    QWidget& Form_;
+    std::string Report_; ///< as it is shown, which is as it is saved
+    QComboBox* Days_;
+    QCheckBox* Whole_;
+    QPlainTextEdit* Preview_;
+    QLineEdit* Path_;
+    QPushButton* Save_;
+    QPushButton* Replace_;
+    QLabel* State_;
+    bool WasPlaced_ = false;
+};
+
+} // namespace backends::qt
