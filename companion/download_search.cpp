@@ -34,14 +34,16 @@ DownloadFound FindDownload(const Text& name) {
         if (another != all.end())
             return {{},
                     {},
+                    {},
                     u"More than one download is called " + name + u": " + found->File + u", " + another->File +
                         u". Name the file."};
     }
     if (found == all.end())
-        return {{}, {}, u"There is no download " + name + u"."};
+        return {{}, {}, {}, u"There is no download " + name + u"."};
     if (!IsInstalled(found->Driver))
-        return {{}, {}, found->File + u" can't be opened: its driver " + found->Driver + u" is not installed."};
-    return {found->Driver, found->File, {}};
+        return {found->Driver, found->File, found->Alias,
+                found->File + u" can't be opened: its driver " + found->Driver + u" is not installed."};
+    return {found->Driver, found->File, found->Alias, {}};
 }
 
 } // namespace companion

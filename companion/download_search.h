@@ -8,7 +8,8 @@ namespace companion {
 
 struct DownloadFound {
     Text Driver;
-    Text File;   ///< without a folder
+    Text File;   ///< without a folder; empty if there is none, or not one alone
+    Text Alias;  ///< empty for none
     Text WhyNot; ///< why it can't be opened, as a sentence; empty if it can
 };
 

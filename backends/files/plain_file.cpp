@@ -5,6 +5,7 @@
 #include "backends/files/byte_order_mark.h"
 #include "backends/files/host_files.h"
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <fcntl.h>
@@ -43,6 +44,7 @@ PlainFile ReadPlainFile(const std::string& path, std::size_t largest, Links link
     if (!S_ISREG(found.st_mode))
         return Refused("it is no plain file");
     std::string bytes;
+    bytes.reserve(std::min(static_cast<std::size_t>(found.st_size), largest));
     std::array<char, 65536> block;
     for (;;) {
         const ssize_t count = Repeated([&] { return ::read(file.Number(), block.data(), block.size()); });

@@ -1,0 +1,213 @@
+// SPDX-License-Identifier: MIT
+#include "apps/quorin-export/export_main.h"
+
+#include "apps/quorin-export/formats.h"
+#include "apps/quorin-export/output.h"
+#include "apps/quorin-export/progress.h"
+#include "backends/files/folder_names.h"
+#include "companion/exporting/data_package.h"
+
+#include <iostream>
+#include <set>
+
+namespace exporter {
+
+using exporting::TableView;
+using start::ExitStatus;
+
+namespace {
+
+constexpr std::size_t MostTold = 20; ///< odd rows of a table
+
+void Tell(const std::string& what) {
+    std::cerr << "quorin-export: " << what << "\n";
+}
+
+std::string StemOf(const std::string& file) {
+    return file.substr(0, file.rfind('.'));
+}
+
+/// One run of the program.
+class Export {
+public:
+    explicit Export(const Options& options) : Options_(options), Tables_(options) {}
+
+    ExitStatus Run() {
+        const bool isOne = Options_.Sources.size() == 1 || Options_.Format->IsOneForAll;
+        if (!isOne && !backends::IsFolder(Options_.Output)) {
+            Tell("several tables in the format " + std::string(Options_.Format->Name) +
+                 " are several files: -o has to name a folder that is there");
+            return ExitStatus::NotStarted;
+        }
+        if (isOne)
+            ToOneOutput();
+        else
+            ToFolder();
+        if (Done_ == 0 && Status_ == ExitStatus::Failure && !HasBegun_)
+            return ExitStatus::NotStarted;
+        return Status_;
+    }
+
+private:
+    void ToOneOutput() {
+        Output output;
+        for (const std::string& name : Options_.Sources) {
+            Table table;
+            if (!Read(name, table))
+                continue;
+            if (!HasBegun_ && !Begin(output, Options_.Output, table))
+                return;
+            if (!Write(table, output))
+                break;
+        }
+        if (HasBegun_)
+            Finish(output, Options_.Output);
+    }
+
+    void ToFolder() {
+        std::set<std::string> written;
+        for (const std::string& name : Options_.Sources) {
+            Table table;
+            if (!Read(name, table))
+                continue;
+            const std::string path = Options_.Output + "/" + StemOf(table.Source.File) + Options_.Format->Ending;
+            if (!written.insert(path).second) {
+                Fail(path + " would be written twice: it is left out for " + name);
+                continue;
+            }
+            Output output;
+            if (Begin(output, path, table) && Write(table, output))
+                Finish(output, path);
+        }
+    }
+
+    bool Read(const std::string& name, Table& table) {
+        if (const std::string why = Tables_.Read(name, table); !why.empty()) {
+            Fail(why);
+            return false;
+        }
+        if (!table.Note.empty())
+            Tell(table.Source.File + ": " + table.Note);
+        if (table.Bytes.empty()) {
+            Fail(table.Source.File + " is empty: it has no columns.");
+            return false;
+        }
+        return true;
+    }
+
+    bool Begin(Output& output, const std::string& path, const Table& table) {
+        std::string why = WhyNotOver(path, table);
+        if (why.empty())
+            why = output.Open(path);
+        if (!why.empty())
+            Fail("can't write " + path + ": " + why);
+        HasBegun_ = why.empty();
+        return why.empty();
+    }
+
+    /// A slip in the command line must not cost data.
+    std::string WhyNotOver(const std::string& path, const Table& table) const {
+        std::string there;
+        std::string input;
+        std::string root;
+        if (path.empty() || backends::Canonical(path, there) != backends::NoError)
+            return {};
+        if (backends::Canonical(table.Path, input) == backends::NoError && input == there)
+            return "it is what is exported";
+        if (backends::Canonical(Options_.Device.Root, root) == backends::NoError && there.rfind(root + "/", 0) == 0)
+            return "it is a file of the root folder";
+        return {};
+    }
+
+    bool Write(const Table& table, Output& output) {
+        const TableView view(table.Source, Options_.Plan);
+        std::vector<std::string> odd;
+        if (!Options_.Raw) {
+            odd = view.Odd();
+            for (const std::string& line : view.Untold())
+                Tell(table.Source.File + ", " + line);
+        }
+        Progress progress(table.Source.File, table.Bytes.size());
+        bool isWritten = true;
+        Options_.Format->Write(
+            table, view, Options_, Done_ == 0,
+            [&](std::string_view bytes) {
+                progress.Advance(bytes.size());
+                return isWritten = isWritten && output.Write(bytes);
+            },
+            odd);
+        TellOdd(table, odd);
+        ++Done_;
+        Last_ = {.Name = {},
+                 .Sha256 = {},
+                 .Bytes = 0,
+                 .Rows = view.Rows(),
+                 .Source = table.Source.File,
+                 .Alias = table.Source.Alias,
+                 .Driver = table.Driver};
+        LastColumns_ = view.Columns();
+        return isWritten;
+    }
+
+    void TellOdd(const Table& table, const std::vector<std::string>& odd) {
+        for (std::size_t i = 0; i < std::min(odd.size(), MostTold); ++i)
+            Tell(table.Source.File + ", " + odd[i]);
+        if (odd.size() > MostTold)
+            Tell(table.Source.File + ": and " + std::to_string(odd.size() - MostTold) + " more");
+        if (!odd.empty() && Status_ == ExitStatus::Ended)
+            Status_ = ExitStatus::Odd;
+    }
+
+    void Finish(Output& output, const std::string& path) {
+        if (const std::string why = output.Finish(); !why.empty())
+            return Fail("can't write " + path + ": " + why);
+        const bool isCsv = std::string(Options_.Format->Name) == "csv";
+        if (!path.empty() && isCsv && !Options_.Raw)
+            Describe(output, path);
+    }
+
+    void Describe(Output& output, const std::string& path) {
+        Last_.Name = backends::NameOf(path);
+        Last_.Bytes = output.Bytes();
+        Last_.Sha256 = output.Sha256();
+        const std::string place = StemOf(path) + ".datapackage.json";
+        Output package;
+        std::string why = package.Open(place);
+        if (why.empty()) {
+            package.Write(DataPackage(Last_, Options_.Csv, LastColumns_));
+            why = package.Finish();
+        }
+        if (!why.empty())
+            Fail("can't write " + place + ": " + why);
+    }
+
+    void Fail(const std::string& what) {
+        Tell(what);
+        Status_ = ExitStatus::Failure;
+    }
+
+    const Options& Options_;
+    Tables Tables_;
+    ExitStatus Status_ = ExitStatus::Ended;
+    std::size_t Done_ = 0; ///< tables
+    bool HasBegun_ = false;
+    exporting::CsvFile Last_; ///< the table that was written last
+    std::vector<exporting::OutColumn> LastColumns_;
+};
+
+} // namespace
+
+ExitStatus ExportMain(int count, const char* const* words) {
+    Options options;
+    switch (ReadOptions(count, words, options)) {
+    case apps::Reading::Shown:
+        return ExitStatus::Ended;
+    case apps::Reading::Wrong:
+        return ExitStatus::NotStarted;
+    case apps::Reading::Run:
+        break;
+    }
+    return Export(options).Run();
+}
+
+} // namespace exporter

@@ -1,0 +1,164 @@
+// SPDX-License-Identifier: MIT
+#include "apps/quorin-export/export_options.h"
+
+#include "apps/options/device_options.h"
+#include "apps/options/folders.h"
+#include "apps/quorin-export/formats.h"
+#include "apps/start/help.h"
+#include "companion/values/moments.h"
+
+#include <CLI/CLI.hpp>
+
+#include <array>
+#include <optional>
+#include <unistd.h>
+
+namespace exporter {
+
+namespace {
+
+/// The texts that the command line gives, not yet checked.
+struct Words {
+    apps::DeviceWords Device{{"desktop", "$XDG_DATA_HOME/quorin", "$XDG_CONFIG_HOME/quorin/settings.ini"}};
+    std::string Format = "csv";
+    std::string Units = "split";
+    std::string Dates = "iso";
+    std::string Decimal = "either";
+    std::string Delimiter = ",";
+    std::string LineEnd = "crlf";
+};
+
+template <class Value>
+struct Choice {
+    const char* Word;
+    Value Meaning;
+};
+
+/// Returns what a word means. One that is none of these is refused.
+template <class Value, std::size_t Count>
+Value Chosen(const char* option, const std::string& word, const Choice<Value> (&choices)[Count]) {
+    std::string all;
+    for (const Choice<Value>& choice : choices) {
+        if (word == choice.Word)
+            return choice.Meaning;
+        all += (all.empty() ? "" : ", ") + std::string(choice.Word);
+    }
+    apps::Refuse(option, word, "is none of " + all);
+}
+
+constexpr Choice<exporting::Units> UnitChoices[] = {
+    {"split", exporting::Units::Split}, {"header", exporting::Units::Header}, {"keep", exporting::Units::Keep}};
+constexpr Choice<exporting::Dates> DateChoices[] = {{"iso", exporting::Dates::Iso}, {"keep", exporting::Dates::Keep}};
+constexpr Choice<values::DecimalSign> DecimalChoices[] = {{"point", values::DecimalSign::Point},
+                                                          {"comma", values::DecimalSign::Comma},
+                                                          {"either", values::DecimalSign::Either}};
+constexpr Choice<const char*> LineEndChoices[] = {{"crlf", "\r\n"}, {"lf", "\n"}};
+
+char DelimiterFrom(const std::string& text) {
+    if (text == "tab")
+        return '\t';
+    constexpr std::string_view Never = "|\"\r\n";
+    if (text.size() != 1 || Never.find(text.front()) != std::string_view::npos)
+        apps::Refuse("--delimiter", text, "is not one character, such as \";\", or the word tab");
+    return text.front();
+}
+
+const FormatRow* FormatFrom(const std::string& name) {
+    std::string all;
+    for (const FormatRow& row : Formats()) {
+        if (name == row.Name)
+            return &row;
+        all += (all.empty() ? "" : ", ") + std::string(row.Name);
+    }
+    apps::Refuse("--format", name, "is none of " + all);
+}
+
+std::string NameOfHost() {
+    std::array<char, 256> name{};
+    return ::gethostname(name.data(), name.size() - 1) == 0 ? name.data() : "";
+}
+
+void Understand(const Words& words, Options& options) {
+    options.Device = apps::UnderstoodDevice(words.Device);
+    if (options.Device.Root.empty()) { // what the window uses
+        options.Device.Root = apps::DataFolder().value_or("");
+        if (options.Device.Settings.empty())
+            options.Device.Settings = apps::SettingsPlace().value_or("");
+    }
+    options.Format = FormatFrom(words.Format);
+    if (options.Raw && words.Format != "csv")
+        apps::Refuse("--raw", words.Format, "goes with the format csv alone");
+    options.Plan.Units = Chosen("--units", words.Units, UnitChoices);
+    options.Plan.Dates = Chosen("--dates", words.Dates, DateChoices);
+    options.Plan.Decimal = Chosen("--decimal", words.Decimal, DecimalChoices);
+    if (!options.Plan.Zone.empty() && !values::IsZone(options.Plan.Zone))
+        apps::Refuse("--zone", options.Plan.Zone, "is neither Z nor of the form +01:00");
+    options.Csv.Delimiter = DelimiterFrom(words.Delimiter);
+    options.Csv.LineEnd = Chosen("--line-end", words.LineEnd, LineEndChoices);
+    if (options.Name.empty())
+        options.Name = NameOfHost();
+}
+
+void Describe(CLI::App& app, Words& words, Options& options) {
+    app.add_option("SOURCE", options.Sources, "A download, its alias, or the path of a table (with a /)")
+        ->type_name("")
+        ->required();
+    app.add_option("--format", words.Format, FormatHelp())->type_name("FORMAT")->default_str("csv");
+    app.add_option("-o,--output", options.Output, "Write this file; with several sources, into this folder")
+        ->type_name("FILE")
+        ->default_str("standard output");
+    app.add_option("--driver", options.Driver, "Read the columns of this driver")
+        ->type_name("NAME")
+        ->default_str("that of the download");
+    app.add_option("--units", words.Units, "split: a column for the unit; header: in the name; keep: as it is")
+        ->type_name("split|header|keep")
+        ->default_str("split");
+    app.add_option("--numbers", options.Plan.Measured, "Tell this column's numbers and units apart, too; repeatable")
+        ->type_name("COLUMN")
+        ->take_last()
+        ->expected(1)
+        ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
+        ->default_str("those of the instrument");
+    app.add_option("--decimal", words.Decimal, "Decimal sign of the table")
+        ->type_name("point|comma|either")
+        ->default_str("either");
+    app.add_option("--dates", words.Dates, "iso: 2026-11-21; keep: as it is")
+        ->type_name("iso|keep")
+        ->default_str("iso");
+    app.add_option("--zone", options.Plan.Zone, "Put this behind each time: Z or +01:00")
+        ->type_name("ZONE")
+        ->default_str("none");
+    app.add_flag("--hidden", options.Plan.Hidden, "With the columns that the form does not show")->default_str("off");
+    app.add_flag("--alias", options.Plan.Alias, "With a column of the download's alias")->default_str("off");
+    app.add_flag("--record", options.Plan.Record, "With a column of the record's number")->default_str("off");
+    app.add_flag("--raw", options.Raw, "CSV of every field as it stands, with nothing told apart")->default_str("off");
+    app.add_option("--delimiter", words.Delimiter, "Between the fields of CSV: a character, or tab")
+        ->type_name("CHAR")
+        ->default_str(",");
+    app.add_flag("--decimal-comma", options.Csv.DecimalComma, "Write numbers of CSV with a comma")->default_str("off");
+    app.add_flag("--bom", options.Csv.Mark, "Begin CSV with a byte-order mark, for spreadsheets")->default_str("off");
+    app.add_option("--line-end", words.LineEnd, "End of the lines of CSV")->type_name("crlf|lf")->default_str("crlf");
+    app.add_option("--name", options.Name, "Name of this device, in the format long")
+        ->type_name("NAME")
+        ->default_str("that of the machine");
+    apps::AddDeviceOptions(app, words.Device);
+}
+
+} // namespace
+
+apps::Reading ReadOptions(int count, const char* const* words, Options& options) {
+    CLI::App app("Writes downloads of Quorin for other tools.\n\n"
+                 "  quorin-export qrn0001.txt -o climate.csv    numbers, units and dates in columns of their own\n"
+                 "  quorin-export \"North wall\" --format jsonl   a JSON object a record",
+                 "quorin-export");
+    Words said;
+    app.set_version_flag("--version", apps::VersionText("quorin-export"));
+    Describe(app, said, options);
+    app.footer("The columns of a driver have the names of its CSVNAME, else FIELDNAME. Beside each CSV file its\n"
+               "description is written, FILE.datapackage.json, but not with --raw.\n\n" +
+               start::ExitStatusHelp());
+    start::ShowOneLineEach(app);
+    return apps::ReadCommandLine(app, count, words, [&] { Understand(said, options); });
+}
+
+} // namespace exporter

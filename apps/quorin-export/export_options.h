@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: MIT
+// The command line of quorin-export.
+#pragma once
+
+#include "apps/options/command_line.h"
+#include "backends/host/host_device.h"
+#include "companion/exporting/csv.h"
+#include "companion/exporting/table_view.h"
+
+#include <string>
+#include <vector>
+
+namespace exporter {
+
+struct FormatRow;
+
+struct Options {
+    backends::DeviceOptions Device;   ///< with its root folder
+    std::vector<std::string> Sources; ///< downloads, aliases and files, as they were named
+    std::string Driver;               ///< for all of them; empty for the one that each has
+    const FormatRow* Format = nullptr;
+    std::string Output; ///< a file, or a folder for several; empty for standard output
+    std::string Name;   ///< of the device, in the format "long"
+    bool Raw = false;
+    exporting::CsvForm Csv;
+    exporting::Plan Plan;
+};
+
+/// Reads the command line. Returns Run if there is something to export.
+apps::Reading ReadOptions(int count, const char* const* words, Options& options);
+
+} // namespace exporter

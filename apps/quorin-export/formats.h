@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: MIT
+// The formats of quorin-export, a row each.
+#pragma once
+
+#include "apps/quorin-export/sources.h"
+#include "companion/exporting/table_view.h"
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace exporter {
+
+/// Takes the bytes of an export as they are made. Returns false if they can't be written any more.
+using Sink = std::function<bool(std::string_view bytes)>;
+
+struct FormatRow {
+    const char* Name;
+    const char* Ending; ///< of its files
+    const char* Help;
+    bool IsOneForAll; ///< several tables can follow each other in one output
+    /// Writes a table. `isFirst`: of the output. Adds what is odd, a line each.
+    void (*Write)(const Table& table, const exporting::TableView& view, const Options& options, bool isFirst,
+                  const Sink& sink, std::vector<std::string>& odd);
+};
+
+const std::vector<FormatRow>& Formats();
+
+/// Returns a line on all of them, for --help.
+std::string FormatHelp();
+
+} // namespace exporter

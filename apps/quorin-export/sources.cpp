@@ -1,0 +1,145 @@
+// SPDX-License-Identifier: MIT
+#include "apps/quorin-export/sources.h"
+
+#include "backends/files/folder_names.h"
+#include "backends/files/host_files.h"
+#include "backends/files/path_map.h"
+#include "backends/files/plain_file.h"
+#include "backends/headless/headless_platform.h"
+#include "backends/loop/no_commands.h"
+#include "backends/loop/silent_watcher.h"
+#include "companion/download_search.h"
+#include "companion/driver_check.h"
+#include "src/drivers/inf_tables.h"
+#include "src/storage/line_files.h"
+#include "src/storage/settings.h"
+#include "src/storage/volumes.h"
+#include "src/view/platform/device_traits.h"
+
+#include <algorithm>
+#include <limits>
+#include <memory>
+
+namespace exporter {
+
+using modStringTools::FromBytes;
+using modStringTools::ToBytes;
+
+namespace {
+
+std::string Sentence(const Text& words) {
+    return ToBytes(words);
+}
+
+/// Reads a table of the device, from its text file or its line database, as the bytes of a text file.
+std::string ReadTable(const Text& fullName, const std::string& root, Table& table) {
+    std::string beneath;
+    const Text folder = fullName.substr(0, fullName.rfind(u'\\') + 1);
+    if (!platform::Traits().IsMemory(folder) && backends::RelativePath(fullName, beneath) == platform::NoError) {
+        table.Path = root + "/" + beneath;
+        backends::PlainFile file = backends::ReadPlainFile(table.Path, std::numeric_limits<std::size_t>::max());
+        table.Bytes = std::move(file.Bytes);
+        return file.Why.empty() ? std::string() : table.Path + " can't be read: " + file.Why + ".";
+    }
+    std::vector<Text> lines;
+    const auto error = modFileSystem::ReadLines(fullName, modQuorin::DataType, modQuorin::DataCreator, lines);
+    if (error != platform::NoError)
+        return Sentence(fullName + u" can't be read: " + platform::ErrorText(error) + u".");
+    for (const Text& line : lines)
+        table.Bytes += ToBytes(line) + "\n";
+    return {};
+}
+
+std::vector<values::FieldRow> FieldsOf(const Text& infFile) {
+    std::vector<Text> lines;
+    if (modFileSystem::ReadLines(infFile, modQuorin::DataType, modQuorin::DataCreator, lines) != platform::NoError)
+        return {};
+    std::vector<std::string> bytes;
+    for (const Text& line : lines)
+        bytes.push_back(ToBytes(line));
+    return values::FieldRowsOf({bytes.begin(), bytes.end()});
+}
+
+} // namespace
+
+/// The device without a form: the storage layer's routines work on it.
+struct Tables::DeviceOfRoot {
+    explicit DeviceOfRoot(const backends::DeviceOptions& options) : Host(options), Device(Host, Commands, Watcher) {
+        Device.Serve();
+        modQuorin::SetFilePaths();
+    }
+
+    backends::NoCommands Commands;
+    backends::SilentWatcher Watcher;
+    backends::HostDevice Host;
+    backends::headless::HeadlessPlatform Device;
+};
+
+Tables::Tables(const Options& options) : Options_(options) {
+}
+
+Tables::~Tables() = default;
+
+std::string Tables::Read(const std::string& name, Table& table) {
+    std::string why = name.find('/') != std::string::npos ? ReadFile(name, table) : ReadDownload(name, table);
+    table.Source.Bytes = table.Bytes;
+    return why;
+}
+
+std::string Tables::ReadFile(const std::string& path, Table& table) {
+    backends::PlainFile file = backends::ReadPlainFile(path, std::numeric_limits<std::size_t>::max());
+    if (!file.Why.empty())
+        return path + " can't be read: " + file.Why + ".";
+    table.Bytes = std::move(file.Bytes);
+    table.Path = path;
+    table.Source.File = backends::NameOf(path);
+    if (Options_.Driver.empty())
+        return {};
+    const std::string why = OpenRoot();
+    if (why.empty())
+        TakeDriver(Options_.Driver, table);
+    return why;
+}
+
+std::string Tables::ReadDownload(const std::string& name, Table& table) {
+    if (std::string why = OpenRoot(); !why.empty())
+        return why;
+    const companion::DownloadFound found = companion::FindDownload(FromBytes(name));
+    if (found.File.empty())
+        return Sentence(found.WhyNot);
+    table.Source.File = ToBytes(found.File);
+    table.Source.Alias = ToBytes(found.Alias);
+    TakeDriver(Options_.Driver.empty() ? ToBytes(found.Driver) : Options_.Driver, table);
+    return ReadTable(modFileSystem::GetDataPath(u"") + found.File, Options_.Device.Root, table);
+}
+
+std::string Tables::OpenRoot() {
+    if (Root_)
+        return {};
+    const std::string& root = Options_.Device.Root;
+    if (root.empty())
+        return "--root is needed: neither XDG_DATA_HOME nor HOME is set.";
+    if (!backends::IsFolder(root))
+        return "There is no root folder " + root + ".";
+    Root_ = std::make_unique<DeviceOfRoot>(Options_.Device);
+    return {};
+}
+
+/// Without its driver a table is exported all the same: its columns are text.
+void Tables::TakeDriver(const std::string& driver, Table& table) {
+    const Text name = FromBytes(driver);
+    const std::vector<modQuorin::DriverRow> installed = companion::DriversOfDevice();
+    const bool isThere = std::any_of(installed.begin(), installed.end(), [&](const modQuorin::DriverRow& each) {
+        return modStringTools::SameIgnoringCase(each.Name, name);
+    });
+    if (!isThere) {
+        table.Note = "the driver " + driver + " is not installed: all columns are text";
+        return;
+    }
+    table.Driver = driver;
+    table.Source.Fields = FieldsOf(modQuorin::InfPath(name));
+    if (table.Source.Fields.empty())
+        table.Note = "the table of the driver " + driver + " can't be read: all columns are text";
+}
+
+} // namespace exporter

@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: MIT
+// Finds the tables that a person names, and reads them.
+#pragma once
+
+#include "apps/quorin-export/export_options.h"
+
+#include <memory>
+#include <string>
+
+namespace exporter {
+
+/// A table that was read. Not copied: its source refers to its bytes.
+struct Table {
+    Table() = default;
+    Table(const Table&) = delete;
+    Table& operator=(const Table&) = delete;
+
+    std::string Bytes;
+    exporting::Source Source;
+    std::string Driver; ///< empty if it is not known
+    std::string Path;   ///< of the file on the host; empty for a line database
+    std::string Note;   ///< what is odd about it, to be told; empty for nothing
+};
+
+/// The tables of a root folder and of the host, read while other programs may work on them: a table is replaced as a
+/// whole, and a line database is read under its lock.
+class Tables {
+public:
+    /// The options must exist as long as this.
+    explicit Tables(const Options& options);
+    ~Tables();
+
+    /// Reads a table: a download by its name or alias, or a file of the host, whose name has a `/`. Returns why it
+    /// can't, as a sentence; empty on success.
+    std::string Read(const std::string& name, Table& table);
+
+private:
+    struct DeviceOfRoot;
+
+    std::string ReadFile(const std::string& path, Table& table);
+    std::string ReadDownload(const std::string& name, Table& table);
+    std::string OpenRoot();
+    void TakeDriver(const std::string& driver, Table& table);
+
+    const Options& Options_;
+    std::unique_ptr<DeviceOfRoot> Root_; ///< none until a download is asked for
+};
+
+} // namespace exporter
