@@ -28,7 +28,7 @@ DownloadFound FindDownload(const Text& name) {
     const std::vector<RegisteredDownload> all = modQuorin::RegisteredDownloads();
     auto found = std::find_if(all.begin(), all.end(), [&name](const auto& each) { return each.File == name; });
     if (found == all.end()) {
-        const auto isCalled = [&name](const RegisteredDownload& each) { return each.Alias == name; };
+        const auto isCalled = [&name](const RegisteredDownload& each) { return !name.empty() && each.Alias == name; };
         found = std::find_if(all.begin(), all.end(), isCalled);
         const auto another = found == all.end() ? found : std::find_if(found + 1, all.end(), isCalled);
         if (another != all.end())

@@ -1,0 +1,174 @@
+// SPDX-License-Identifier: MIT
+#include "tests/unit/apps/quorin-console/console_run.h"
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+namespace console {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::HasSubstr;
+using testing::Not;
+
+/// A root folder with the sample driver and a download of it that has an alias.
+class Exports : public Console {
+protected:
+    Exports() {
+        std::istringstream package(Sample("climate.qvd"));
+        std::string inf;
+        bool isBehindDriver = false;
+        for (std::string line; std::getline(package, line);) {
+            if (isBehindDriver)
+                inf += line + "\n";
+            isBehindDriver = isBehindDriver || line.rfind("Climate Meter|", 0) == 0;
+        }
+        Put("climate.txt", inf);
+        Put("drivers.txt", "NAME|INFFILE\nClimate Meter|climate.txt\n");
+        Put("qrnctrl.txt", "DRIVER|FILE|DATE|ALIAS\nClimate Meter|qrn0001.txt|20070305|North wall\n"
+                           "Gone|qrn0002.txt|20070305|\n");
+        Put("qrn0001.txt", Sample("download.txt"));
+        Put("qrn0002.txt", "A|B\n24.5 %|05/03/2007\n");
+    }
+    static std::string Sample(const std::string& name) {
+        std::ostringstream bytes;
+        bytes << std::ifstream(fs::path(QUORIN_SAMPLES) / name, std::ios::binary).rdbuf();
+        return bytes.str();
+    }
+    void Put(const std::string& name, const std::string& bytes) { Root.Put("Quorin/" + name, bytes); }
+    std::string Out(const std::string& name = "") { return (Place.Path() / name).string(); }
+    Outcome Export(const std::string& words) {
+        return Shell(
+            std::string(QUORIN_EXPORT) + " --root '" + Root.Path().string() + "' " + words + " > output 2> errors", "");
+    }
+
+    support::TemporaryFolder Place;
+};
+
+const std::string Shown =
+    "site,operator,moisture,moisture_unit,temperature,temperature_unit,humidity,humidity_unit,probe,remark,"
+    "start_date,start_time,end_date,end_time\r\n"
+    "North wall,Ada,18.8,%,20.6,°C,41.9,%RH,Air,,2007-03-05,09:30,2007-03-05,09:31\r\n"
+    "Cellar,Cleo,15.1,%,24.7,°C,69.8,%RH,Air,window open,2007-03-05,09:34,2007-03-05,09:36\r\n";
+
+TEST_F(Exports, OfADownloadAreByItsFileOrItsAlias) {
+    for (const char* name : {"qrn0001.txt", "'North wall'"}) {
+        const Outcome done = Export(name);
+        EXPECT_EQ(done.Output, Shown);
+        EXPECT_EQ(done.Errors, "");
+        EXPECT_EQ(done.Status, 0);
+    }
+    const Outcome none = Export("nix");
+    EXPECT_EQ(none.Errors, "quorin-export: There is no download nix.\n");
+    EXPECT_EQ(none.Status, 2);
+}
+
+TEST_F(Exports, HaveADescriptionBesideTheirFile) {
+    EXPECT_EQ(Export("qrn0001.txt -o '" + Out("climate.csv") + "'").Status, 0);
+    EXPECT_EQ(Place.Bytes("climate.csv"), Shown);
+    const auto resource = Json::parse(Place.Bytes("climate.datapackage.json")).at("resources").at(0);
+    EXPECT_EQ(resource.at("path"), "climate.csv");
+    EXPECT_EQ(resource.at("title"), "North wall");
+    EXPECT_EQ(resource.at("driver"), "Climate Meter");
+    EXPECT_EQ(resource.at("rows"), 2);
+    const Outcome sum = Shell("sha256sum '" + Out("climate.csv") + "' > output 2> errors", "");
+    EXPECT_EQ(resource.at("hash"), "sha256:" + sum.Output.substr(0, sum.Output.find(' ')));
+}
+
+TEST_F(Exports, ReplaceNeitherWhatTheyReadNorAFileOfTheRoot) {
+    for (const char* name : {"qrn0001.txt", "qrn0002.txt", "drivers.txt"}) {
+        const std::string before = Root.Bytes(std::string("Quorin/") + name);
+        const Outcome refused = Export("qrn0001.txt -o '" + (Root.Path() / "Quorin" / name).string() + "'");
+        EXPECT_EQ(refused.Status, 2);
+        EXPECT_THAT(refused.Errors, HasSubstr("can't write"));
+        EXPECT_EQ(Root.Bytes(std::string("Quorin/") + name), before);
+    }
+    const std::string table = Out("table.txt");
+    std::ofstream(table) << "A\n1\n";
+    EXPECT_EQ(Export("'" + table + "' -o '" + table + "'").Status, 2);
+    EXPECT_EQ(Place.Bytes("table.txt"), "A\n1\n");
+}
+
+TEST_F(Exports, OfSeveralTablesGoIntoAFolderOrOneAfterTheOther) {
+    EXPECT_EQ(Export("qrn0001.txt qrn0002.txt").Status, 2);
+    const Outcome both = Export("qrn0001.txt qrn0002.txt -o '" + Out() + "'");
+    EXPECT_EQ(both.Status, 0);
+    EXPECT_EQ(both.Errors, "quorin-export: qrn0002.txt: the driver Gone is not installed: all columns are text\n");
+    EXPECT_EQ(Place.Bytes("qrn0001.csv"), Shown);
+    EXPECT_EQ(Place.Bytes("qrn0002.csv"), "A,B\r\n24.5 %,05/03/2007\r\n");
+    const Outcome values = Export("qrn0001.txt qrn0002.txt --format long --name m1 --line-end lf");
+    EXPECT_EQ(values.Lines.front(), "device,file,record,column,value");
+    EXPECT_EQ(values.Lines.at(3), "m1,qrn0001.txt,1,moisture,18.8");
+    EXPECT_EQ(values.Lines.back(), "m1,qrn0002.txt,1,B,05/03/2007");
+}
+
+TEST_F(Exports, NameEachOddRowAndWriteItAllTheSame) {
+    Put("qrn0001.txt", "Site|Moisture\nLoft\na|1 %|more\nb|dry\n");
+    const Outcome odd = Export("qrn0001.txt --line-end lf");
+    EXPECT_EQ(odd.Output, "site,moisture,moisture_unit,beyond\nLoft,,,\na,1,%,more\nb,dry,,\n");
+    EXPECT_EQ(
+        odd.Errors,
+        "quorin-export: qrn0001.txt, moisture: 1 value is no number with a unit, kept as text\n"
+        "quorin-export: qrn0001.txt, line 2: 1 of 2 fields: the others are missing\n"
+        "quorin-export: qrn0001.txt, line 3: 3 fields under 2 columns: the others are in the column \"beyond\"\n");
+    EXPECT_EQ(odd.Status, 5);
+}
+
+TEST_F(Exports, OfJsonHaveAnObjectARecord) {
+    const Outcome rows = Export("qrn0001.txt --format jsonl --record --hidden");
+    ASSERT_EQ(rows.Lines.size(), 2U);
+    EXPECT_EQ(rows.Line(1).at("record"), 2);
+    EXPECT_EQ(rows.Line(1).at("moisture"), 15.1);
+    EXPECT_EQ(rows.Line(0).at("remark"), nullptr);
+    EXPECT_EQ(rows.Line(0).at("meter"), "QI-0001");
+}
+
+TEST_F(Exports, AreRefusedForWordsThatMeanNothing) {
+    for (const char* words : {"--format doc", "--units metre", "--zone CET", "--delimiter ab", "--delimiter '|'",
+                              "--raw --format jsonl", "--line-end cr"}) {
+        const Outcome refused = Export(std::string("qrn0001.txt ") + words);
+        EXPECT_EQ(refused.Status, 2) << words;
+        EXPECT_THAT(refused.Errors, HasSubstr("quorin-export: ")) << words;
+        EXPECT_EQ(refused.Output, "") << words;
+    }
+}
+
+TEST_F(Exports, OfARootThatIsNotThereCreateNone) {
+    const fs::path gone = Place.Path() / "gone";
+    const Outcome refused =
+        Shell(std::string(QUORIN_EXPORT) + " --root '" + gone.string() + "' qrn0001.txt > output 2> errors", "");
+    EXPECT_EQ(refused.Status, 2);
+    EXPECT_FALSE(fs::exists(gone));
+}
+
+/// Creates a line database in the main memory of a Palm OS device.
+void CreateDatabase(const fs::path& root, const std::string& name, const std::vector<std::string>& lines) {
+    fs::create_directories(root / "Databases");
+    std::string sql =
+        "CREATE TABLE DATABASE (TypeCode, CreatorCode); INSERT INTO DATABASE VALUES (0x54455854, 0x5156524E);"
+        "CREATE TABLE TEXT (Position INTEGER PRIMARY KEY, LineNumber, LineData);";
+    for (std::size_t i = 0; i < lines.size(); ++i)
+        sql += "INSERT INTO TEXT VALUES (" + std::to_string(i) + "," + std::to_string(i + 1) + ",'" + lines[i] + "');";
+    const std::string path = (root / "Databases" / (name + ".sqlite")).string();
+    ASSERT_EQ(std::system(("sqlite3 '" + path + "' \"" + sql + "\"").c_str()), 0);
+}
+
+TEST_F(Exports, ReadALineDatabaseWhereItIs) {
+    const fs::path& palm = Place.Path();
+    CreateDatabase(palm, "drivers", {"NAME|INFFILE", "Meter|meter.txt"});
+    CreateDatabase(palm, "qrnctrl", {"DRIVER|FILE|DATE|ALIAS", "Meter|qrn0001.txt|20070305|"});
+    CreateDatabase(palm, "meter",
+                   {"FIELDNAME|VISIBLE|COPY|BLOB|DISPLAY|CSVNAME|DATATYPE|FORMULA", "Site|1||||site||",
+                    "Moisture|1||Moisture||||"});
+    CreateDatabase(palm, "qrn0001", {"Site|Moisture", "Loft|7.5 %"});
+    const Outcome done = Shell(std::string(QUORIN_EXPORT) + " --device palm --root '" + palm.string() +
+                                   "' --line-end lf qrn0001.txt > output 2> errors",
+                               "");
+    EXPECT_EQ(done.Status, 0) << done.Errors;
+    EXPECT_EQ(done.Output, "site,Moisture,Moisture_unit\nLoft,7.5,%\n");
+}
+
+} // namespace
+} // namespace console
