@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "apps/quorin-export/export_main.h"
 
+#include "apps/quorin-export/export_command.h"
 #include "apps/quorin-export/formats.h"
 #include "apps/quorin-export/output.h"
 #include "apps/quorin-export/progress.h"
 #include "backends/files/folder_names.h"
-#include "companion/exporting/data_package.h"
+#include "exporting/data_package.h"
 
 #include <iostream>
 #include <set>

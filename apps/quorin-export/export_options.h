@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: MIT
-// The command line of quorin-export.
+// What quorin-export is asked for.
 #pragma once
 
-#include "apps/options/command_line.h"
 #include "backends/host/host_device.h"
-#include "companion/exporting/csv.h"
-#include "companion/exporting/table_view.h"
+#include "exporting/csv.h"
+#include "exporting/table_view.h"
 
 #include <string>
 #include <vector>
@@ -25,8 +24,5 @@ struct Options {
     exporting::CsvForm Csv;
     exporting::Plan Plan;
 };
-
-/// Reads the command line. Returns Run if there is something to export.
-apps::Reading ReadOptions(int count, const char* const* words, Options& options);
 
 } // namespace exporter

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "apps/quorin-export/formats.h"
 
-#include "companion/exporting/csv.h"
-#include "companion/exporting/json_rows.h"
+#include "exporting/csv.h"
+#include "exporting/json_rows.h"
 
 namespace exporter {
 

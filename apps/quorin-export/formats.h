@@ -3,7 +3,7 @@
 #pragma once
 
 #include "apps/quorin-export/sources.h"
-#include "companion/exporting/table_view.h"
+#include "exporting/table_view.h"
 
 #include <functional>
 #include <string>

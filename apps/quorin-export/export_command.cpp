@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "apps/quorin-export/export_options.h"
+#include "apps/quorin-export/export_command.h"
 
 #include "apps/options/device_options.h"
 #include "apps/options/folders.h"

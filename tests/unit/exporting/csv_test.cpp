@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "companion/exporting/csv.h"
+#include "exporting/csv.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "companion/exporting/data_package.h"
+#include "exporting/data_package.h"
 
 #include <nlohmann/json.hpp>
 

@@ -2,7 +2,7 @@
 // Rows as JSON objects, one a line.
 #pragma once
 
-#include "companion/exporting/table_view.h"
+#include "exporting/table_view.h"
 
 #include <string>
 #include <vector>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "companion/exporting/table_view.h"
+#include "exporting/table_view.h"
 
-#include "companion/exporting/csv.h"
+#include "exporting/csv.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

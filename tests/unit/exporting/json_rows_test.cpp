@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "companion/exporting/json_rows.h"
+#include "exporting/json_rows.h"
 
-#include "companion/exporting/data_package.h"
+#include "exporting/data_package.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>

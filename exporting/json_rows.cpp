@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "companion/exporting/json_rows.h"
+#include "exporting/json_rows.h"
 
 #include <nlohmann/json.hpp>
 

@@ -2,7 +2,7 @@
 // Comma-separated values, RFC 4180.
 #pragma once
 
-#include "companion/exporting/table_view.h"
+#include "exporting/table_view.h"
 
 #include <optional>
 #include <string>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "companion/exporting/table_view.h"
+#include "exporting/table_view.h"
 
 #include "companion/values/moments.h"
 #include "companion/values/table_text.h"

@@ -2,7 +2,7 @@
 // What a CSV file has in it, for programs: a data package of the "Frictionless" standard.
 #pragma once
 
-#include "companion/exporting/csv.h"
+#include "exporting/csv.h"
 
 #include <string>
 #include <vector>
