@@ -3,10 +3,18 @@
 
 namespace quorin {
 
+void AddZoomEntries(backends::qt::WindowMenu& menu, WindowZoom& zoom) {
+    // The key of the sign above the equals sign, too: it is the one that people press.
+    menu.Add({.Name = QStringLiteral("&Larger"), .Keys = {}, .Runs = [&zoom] { zoom.Larger(); }})
+        .setShortcuts({QKeySequence(Qt::CTRL | Qt::Key_Plus), QKeySequence(Qt::CTRL | Qt::Key_Equal)});
+    menu.Add({QStringLiteral("&Smaller"), QKeySequence(Qt::CTRL | Qt::Key_Minus), [&zoom] { zoom.Smaller(); }});
+    menu.Add({QStringLiteral("&Usual size"), QKeySequence(Qt::CTRL | Qt::Key_0), [&zoom] { zoom.Usual(); }});
+}
+
 // A line an entry, from the top of the menu to its foot.
 
 void FillWindowMenu(backends::qt::QtPlatform& device, DataFolder& data, Arriving& arriving, WindowPorts& ports,
-                    WindowHints& hints, WindowHelp& help) {
+                    WindowHints& hints, WindowHelp& help, WindowZoom& zoom) {
     backends::qt::Window& window = device.window;
     window.Menu().Add({QStringLiteral("&Install a driver…"), QKeySequence(Qt::CTRL | Qt::Key_O),
                        [&arriving] { arriving.ChooseFiles(); }});
@@ -20,6 +28,7 @@ void FillWindowMenu(backends::qt::QtPlatform& device, DataFolder& data, Arriving
     shown.setCheckable(true);
     QObject::connect(&window.Menu().List(), &QMenu::aboutToShow, &shown,
                      [&hints, &shown] { shown.setChecked(hints.AreOn()); });
+    AddZoomEntries(window.Menu(), zoom);
     window.Menu().Add(window.HelpAction());
     window.Menu().Add(
         {.Name = QStringLiteral("Recovery &card"), .Keys = {}, .Runs = [&help] { help.Open(RecoveryCard); }});

@@ -6,11 +6,15 @@
 #include "apps/quorin/window_help.h"
 #include "apps/quorin/window_hints.h"
 #include "apps/quorin/window_ports.h"
+#include "apps/quorin/window_zoom.h"
 
 namespace quorin {
 
 /// Fills the menu of the window, once.
 void FillWindowMenu(backends::qt::QtPlatform& device, DataFolder& data, Arriving& arriving, WindowPorts& ports,
-                    WindowHints& hints, WindowHelp& help);
+                    WindowHints& hints, WindowHelp& help, WindowZoom& zoom);
+
+/// Adds the entries that change the scale.
+void AddZoomEntries(backends::qt::WindowMenu& menu, WindowZoom& zoom);
 
 } // namespace quorin

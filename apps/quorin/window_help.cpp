@@ -10,7 +10,7 @@ WindowHelp::WindowHelp(backends::qt::QtPlatform& device, const DataFolder& data,
 
 backends::qt::HelpDialog& WindowHelp::Dialog() {
     if (!Dialog_) {
-        Dialog_.emplace([this] { return HelpPages(Places_, Data_.Path()); }, Device_.window, Device_.window.Scale());
+        Dialog_.emplace([this] { return HelpPages(Places_, Data_.Path()); }, Device_.window);
         Dialog_->ReportWanted = [this] { ReportProblem(); };
     }
     return *Dialog_;

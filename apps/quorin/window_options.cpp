@@ -58,7 +58,9 @@ Options Understood(const Words& words) {
     options.Journal = apps::UnderstoodJournal(words.Journal, apps::UsualJournal());
     if (!options.Journal && !words.Journal.None)
         options.WhyNoJournal = "neither XDG_STATE_HOME nor HOME is set";
-    options.Scale = words.Scale ? ScaleFrom(*words.Scale) : DefaultScale(options.Device);
+    options.UsualScale = DefaultScale(options.Device);
+    if (words.Scale)
+        options.Scale = ScaleFrom(*words.Scale);
     return options;
 }
 
@@ -92,7 +94,7 @@ void Describe(CLI::App& app, Words& words) {
     apps::AddJournalOptions(app, words.Journal, "$XDG_STATE_HOME/quorin/journal");
     app.add_option("--scale", words.Scale, "Magnification of the device's screen, 0.5 to 4")
         ->type_name("F")
-        ->default_str("2 if it has 160 pixels, else 1");
+        ->default_str("as in the last run");
     app.set_version_flag("--version", apps::VersionText("quorin"));
     start::ShowOneLineEach(app);
 }

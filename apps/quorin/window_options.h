@@ -20,7 +20,8 @@ struct Options {
     std::optional<backends::JournalPlan> Journal; ///< without its root folder; none if no journal is kept
     std::string WhyNoJournal;                     ///< why there is no place for one; empty if it was not asked for
     backends::ProgramName Program;
-    double Scale = 1; ///< screen pixels for each pixel of the device, in both directions
+    double UsualScale = 1;       ///< screen pixels for each pixel of the device, in both directions
+    std::optional<double> Scale; ///< the same, as it was asked for; none if it was not
 };
 
 using apps::Reading;

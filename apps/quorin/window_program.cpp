@@ -45,9 +45,10 @@ const backends::DeviceOptions& WithPorts(backends::DeviceOptions& device, backen
     return device;
 }
 
-backends::qt::WindowOptions LooksOf(const Options& options) {
+backends::qt::WindowOptions LooksOf(const Options& options, double scale) {
     backends::qt::WindowOptions looks;
-    looks.Scale = options.Scale;
+    looks.Scale = scale;
+    looks.UsualScale = UsualScale(options);
     looks.Profile = backends::ProfileOfType(options.Device.DeviceType);
     return looks;
 }
@@ -64,9 +65,7 @@ void BringToFront(QWidget& window, const std::string& token) {
 
 } // namespace
 
-QuorinApplication::QuorinApplication(double scale) {
-    const double ofPerson = qEnvironmentVariable("QT_SCALE_FACTOR", QStringLiteral("1")).toDouble();
-    qputenv("QT_SCALE_FACTOR", QByteArray::number(scale * (ofPerson > 0 ? ofPerson : 1)));
+QuorinApplication::QuorinApplication() {
     qInstallMessageHandler(TakeQtMessage);
     Application_.emplace(Count_, Words_);
     QApplication::setApplicationDisplayName(QStringLiteral("Quorin"));
@@ -74,17 +73,15 @@ QuorinApplication::QuorinApplication(double scale) {
     QApplication::setWindowIcon(backends::qt::WindowIcon());
     QApplication::setQuitOnLastWindowClosed(false);
     backends::qt::InstallAccessibleGrids();
-    // Menus and boxes are not part of the device: they have their usual size.
-    QFont font = QApplication::font();
-    font.setPointSizeF(font.pointSizeF() / scale);
-    QApplication::setFont(font);
 }
 
 WindowProgram::WindowProgram(WindowStart& start)
-    : Start_(start), Options_(start.Chosen), Application_(Options_.Scale),
+    : Start_(start), Options_(start.Chosen),
       Pump_([this](const ProgramOver& over) { return NumberOf(End_.Over(over)); }), Remembered_(SettingsOf(Options_)),
       Host_(WithPorts(Options_.Device, Connections_, Remembered_, WrongPins_)),
-      Device_(Host_, LooksOf(Options_), Pump_, Commands_, Watch_), Place_(Device_.window, Remembered_),
+      FirstScale_(FirstScale(Options_, Remembered_)),
+      Device_(Host_, LooksOf(Options_, FirstScale_), Pump_, Commands_, Watch_),
+      Zoom_(Device_, Remembered_, UsualScale(Options_)), Place_(Device_.window, Remembered_),
       Ports_(Device_, Remembered_, [this] { return Watch_.IsSilent(); }),
       Hints_(Device_, Remembered_, [this] { return Watch_.PortTrouble(); }),
       Data_(Device_, FullPath(Options_.Device.Root)), Help_(Device_, Data_, PlacesOf(Options_, Remembered_.Path())),
@@ -96,7 +93,7 @@ WindowProgram::WindowProgram(WindowStart& start)
     };
     TellWrongPins();
     ConnectOffers();
-    FillWindowMenu(Device_, Data_, Arriving_, Ports_, Hints_, Help_);
+    FillWindowMenu(Device_, Data_, Arriving_, Ports_, Hints_, Help_, Zoom_);
     ListenForStarts();
     KeepJournal();
 }
@@ -173,6 +170,7 @@ void WindowProgram::StartForm() {
         Hints_.LookForDriver();
     }
     Place_.Restore();
+    Zoom_.TellLimit(FirstScale_);
     Data_.RaiseWhatIsPending();
     Arriving_.Arrive(Options_.Files, CurrentFolder());
 }

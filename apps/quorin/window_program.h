@@ -16,6 +16,7 @@
 #include "apps/quorin/window_ports.h"
 #include "apps/quorin/window_settings.h"
 #include "apps/quorin/window_watch.h"
+#include "apps/quorin/window_zoom.h"
 #include "backends/host/drafts.h"
 #include "backends/host/journal.h"
 #include "backends/host/second_start.h"
@@ -35,8 +36,7 @@ inline constexpr const char* NoDisplay = "there is no display to open a window o
 /// Qt's application object, with the program's name and icon.
 class QuorinApplication final {
 public:
-    /// `scale`: screen pixels for a pixel of the device; that of the environment is multiplied by it.
-    explicit QuorinApplication(double scale);
+    QuorinApplication();
 
 private:
     int Count_ = 1;
@@ -84,7 +84,9 @@ private:
     WindowSettings Remembered_;
     std::vector<std::string> WrongPins_;
     backends::HostDevice Host_;
+    double FirstScale_;
     backends::qt::QtPlatform Device_;
+    WindowZoom Zoom_;
     WindowPlace Place_;
     WindowPorts Ports_;
     WindowHints Hints_;

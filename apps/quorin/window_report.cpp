@@ -34,7 +34,7 @@ ReportSource WindowReport::Source() {
 
 void WindowReport::Open() {
     if (!Dialog_)
-        Dialog_.emplace(Source(), Device_.window, Device_.window.Scale());
+        Dialog_.emplace(Source(), Device_.window);
     Dialog_->Open();
 }
 

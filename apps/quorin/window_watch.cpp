@@ -55,8 +55,7 @@ void WindowWatch::ActOn(const Text& about) {
 /// The panel is made when it is first opened: most starts need none.
 void WindowWatch::ToggleReadings() {
     if (!Panel_)
-        Panel_.emplace(
-            Readings_, Device_->window, [this] { return Device_->boxes.AnyIsOpen(); }, Device_->window.Scale());
+        Panel_.emplace(Readings_, Device_->window, [this] { return Device_->boxes.AnyIsOpen(); });
     Panel_->Toggle();
 }
 

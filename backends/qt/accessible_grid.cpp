@@ -192,7 +192,7 @@ public:
         const QPoint place = Widget_.mapFromGlobal(QPoint(x, y));
         if (!Widget_.rect().contains(place))
             return nullptr;
-        const auto cell = Grid().CellAt(place.x(), place.y());
+        const auto cell = Widget_.CellAt(place);
         return cell ? cellAt(cell->Row, cell->Col) : nullptr;
     }
     QAccessibleInterface* focusChild() const override {

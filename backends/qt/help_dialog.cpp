@@ -59,7 +59,7 @@ QVariant PageBrowser::loadResource(int, const QUrl& name) {
 
 // --- the window ------------------------------------------------------------------------------------------------------
 
-HelpDialog::HelpDialog(Pages pages, QWidget& form, double scale) : Pages_(std::move(pages)), Form_(form) {
+HelpDialog::HelpDialog(Pages pages, QWidget& form) : Pages_(std::move(pages)), Form_(form) {
     setObjectName(QStringLiteral("help"));
     setWindowTitle(QStringLiteral("Help"));
     auto* const column = new QVBoxLayout(this);
@@ -72,7 +72,7 @@ HelpDialog::HelpDialog(Pages pages, QWidget& form, double scale) : Pages_(std::m
     QObject::connect(Browser_, &QTextBrowser::sourceChanged, this, [this](const QUrl& page) { PageShown(page); });
     QObject::connect(Browser_, &QTextBrowser::backwardAvailable, Back_, &QPushButton::setEnabled);
     addActions(form.actions());
-    resize(DialogSize / scale);
+    resize(DialogSize);
 }
 
 void HelpDialog::MakeHead(QBoxLayout& column) {

@@ -41,9 +41,8 @@ class HelpDialog final : public QWidget {
 public:
     using Pages = std::function<std::vector<companion::HelpPage>()>;
 
-    /// `pages` is called whenever the help is opened. `form`: the form's window, which must live longer. `scale`:
-    /// pixels of the screen for a pixel of Qt's.
-    HelpDialog(Pages pages, QWidget& form, double scale);
+    /// `pages` is called whenever the help is opened. `form`: the form's window, which must live longer.
+    HelpDialog(Pages pages, QWidget& form);
 
     /// Opens the help at a page, or shows that page in the open window.
     void Open(const std::string& page);

@@ -110,6 +110,7 @@ std::string KeyboardHelp() {
             "  Home and End go to the ends of a list\n"
             "  install a driver        Ctrl+O\n"
             "  open the data folder    Ctrl+Shift+O\n"
+            "  form larger, smaller    Ctrl+Plus, Ctrl+Minus; Ctrl+0 for the usual size\n"
             "  readings of this run    F4\n"
             "  list of notices         Shift+F4\n"
             "  menu of the window      Shift+F10\n"

@@ -7,6 +7,7 @@
 #include <QKeyEvent>
 #include <QTableView>
 #include <QTextBlock>
+#include <QTextCharFormat>
 #include <QToolButton>
 
 #include <algorithm>
@@ -17,9 +18,18 @@ namespace backends::qt {
 
 namespace {
 
-/// A field covers its cell, so its border is one pixel wide, whatever the style draws elsewhere.
-constexpr const char* FieldStyle = "QLineEdit, QPlainTextEdit { border: 1px solid palette(highlight); padding: 0px; "
-                                   "background: palette(base); color: palette(text); }";
+/// A field covers its cell, so its border is one pixel wide, whatever the style draws elsewhere. The colours are those
+/// of the form's palette: in a style sheet, Qt would take them from the desktop's, which may be dark.
+QString FieldStyle(const QPalette& paper) {
+    const auto colour = [&paper](QPalette::ColorRole role, QPalette::ColorGroup group = QPalette::Active) {
+        return paper.color(group, role).name();
+    };
+    return QStringLiteral("QLineEdit, QPlainTextEdit { border: 1px solid %1; padding: 0px; background: %2; color: %3; "
+                          "selection-background-color: %1; selection-color: %4; } "
+                          "QLineEdit:disabled, QPlainTextEdit:disabled { color: %5; }")
+        .arg(colour(QPalette::Highlight), colour(QPalette::Base), colour(QPalette::Text),
+             colour(QPalette::HighlightedText), colour(QPalette::Text, QPalette::Disabled));
+}
 
 /// The text of a cell is one pixel from its edges. Qt's field has a border of that width, and leaves two more pixels at
 /// the left and one more above.
@@ -131,11 +141,13 @@ protected:
 
 // --- text ------------------------------------------------------------------------------------------------------------
 
-QtTextBox::QtTextBox(QWidget& form, Focus& focus, NativeFocus& native, const char* name)
-    : NativeFontControl(focus, native, name), Line_(*new Composing<QLineEdit>(&form)), Page_(*new PageEdit(&form)) {
+QtTextBox::QtTextBox(FormCanvas& form, Focus& focus, NativeFocus& native, const char* name)
+    : NativeFontControl(form, focus, native, name), Line_(*new Composing<QLineEdit>(&form)),
+      Page_(*new PageEdit(&form)) {
     for (QWidget* widget : {static_cast<QWidget*>(&Line_), static_cast<QWidget*>(&Page_)}) {
         widget->setObjectName(QString::fromLatin1(name));
-        widget->setStyleSheet(QString::fromLatin1(FieldStyle));
+        widget->setPalette(form.palette());
+        widget->setStyleSheet(FieldStyle(form.palette()));
         widget->hide();
         native.Add(*this, *widget);
     }
@@ -276,8 +288,8 @@ void QtTextBox::ReplaceText(const Text& text) {
 
 // --- combo -----------------------------------------------------------------------------------------------------------
 
-QtComboBox::QtComboBox(QWidget& form, Focus& focus, NativeFocus& native, const char* name)
-    : NativeFontControl(focus, native, name), Combo_(*new class Combo(&form)) {
+QtComboBox::QtComboBox(FormCanvas& form, Focus& focus, NativeFocus& native, const char* name)
+    : NativeFontControl(form, focus, native, name), Combo_(*new class Combo(&form)) {
     Combo_.setObjectName(QString::fromLatin1(name));
     Combo_.setEditable(true);
     Combo_.setInsertPolicy(QComboBox::NoInsert);
@@ -293,7 +305,7 @@ QtComboBox::QtComboBox(QWidget& form, Focus& focus, NativeFocus& native, const c
 /// The application sets no height: the control has the height that its text needs.
 void QtComboBox::Show() {
     NativeFontControl::Show();
-    QRect place = RectOf(Bounds());
+    QRect place = Form().Shown(Bounds());
     if (place.height() == 0)
         place.setHeight(Combo_.sizeHint().height());
     Combo_.setGeometry(place);
@@ -349,13 +361,17 @@ void QtComboBox::ReplaceText(const Text& text) {
 
 // --- date ------------------------------------------------------------------------------------------------------------
 
-QtDatePicker::QtDatePicker(QWidget& form, Focus& focus, NativeFocus& native, const char* name)
-    : NativeControl(focus, native, name), Month_(*new QCalendarWidget(&form)) {
+QtDatePicker::QtDatePicker(FormCanvas& form, Focus& focus, NativeFocus& native, const char* name)
+    : NativeControl(form, focus, native, name), Month_(*new QCalendarWidget(&form)) {
     Month_.setObjectName(QString::fromLatin1(name));
     Month_.setMinimumDate(QDate(1, 1, 1));
     Month_.setMaximumDate(QDate(9999, 12, 31));
     Month_.setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
     Month_.setGridVisible(true);
+    QTextCharFormat weekend;
+    weekend.setForeground(QColor(0xB0, 0x00, 0x20)); // Qt's red is too light to be read on white
+    for (const Qt::DayOfWeek day : {Qt::Saturday, Qt::Sunday})
+        Month_.setWeekdayTextFormat(day, weekend);
     Month_.setDateEditEnabled(false); // a digit would open Qt's own field over the calendar
     Month_.hide();
     native.Add(*this, Month_);
@@ -395,6 +411,7 @@ void QtDatePicker::Show() {
     QFont font = Month_.window()->font();
     constexpr float RowsOfCalendar = 9; // six weeks, the names of the days, and the head, which is higher
     font.setPixelSize(std::clamp(static_cast<int>(place.Height / RowsOfCalendar * 0.7F), 7, small ? 11 : 18));
+    font = Form().Shown(font);
     Month_.setFont(font);
     for (QWidget* child : Month_.findChildren<QWidget*>())
         child->setFont(font);
@@ -417,8 +434,8 @@ void QtDatePicker::SetDate(const CalendarDate& date) {
 
 // --- list ------------------------------------------------------------------------------------------------------------
 
-QtListBox::QtListBox(QWidget& form, Focus& focus, NativeFocus& native, const char* name)
-    : NativeControl(focus, native, name), List_(*new QListWidget(&form)) {
+QtListBox::QtListBox(FormCanvas& form, Focus& focus, NativeFocus& native, const char* name)
+    : NativeControl(form, focus, native, name), List_(*new QListWidget(&form)) {
     List_.setObjectName(QString::fromLatin1(name));
     List_.hide();
     native.Add(*this, List_);
@@ -428,6 +445,11 @@ QtListBox::QtListBox(QWidget& form, Focus& focus, NativeFocus& native, const cha
     });
 }
 
+void QtListBox::Show() {
+    List_.setFont(Form().DesktopFont());
+    NativeControl::Show();
+}
+
 Text QtListBox::ItemText(std::int32_t index) const {
     const QListWidgetItem* const item = List_.item(index);
     return item != nullptr ? FromQt(item->text()) : Text();
@@ -435,8 +457,8 @@ Text QtListBox::ItemText(std::int32_t index) const {
 
 // --- label -----------------------------------------------------------------------------------------------------------
 
-QtLabel::QtLabel(QWidget& form, Focus& focus, NativeFocus& native, const char* name)
-    : NativeFontControl(focus, native, name), Strip_(*new QLabel(&form)) {
+QtLabel::QtLabel(FormCanvas& form, Focus& focus, NativeFocus& native, const char* name)
+    : NativeFontControl(form, focus, native, name), Strip_(*new QLabel(&form)) {
     Strip_.setObjectName(QString::fromLatin1(name));
     Strip_.setWordWrap(true);
     Strip_.setTextFormat(Qt::PlainText);

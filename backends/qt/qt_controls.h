@@ -7,6 +7,7 @@
 #include "backends/loop/form_controls.h"
 #include "backends/qt/conversions.h"
 #include "backends/qt/fonts.h"
+#include "backends/qt/form_canvas.h"
 #include "backends/qt/native_focus.h"
 
 #include <QCalendarWidget>
@@ -25,7 +26,11 @@ namespace backends::qt {
 template <class Interface>
 class NativeControl : public Interface, public FocusTarget {
 public:
-    NativeControl(Focus& focus, NativeFocus& native, const char* name) : Focus_(focus), Native_(native) { Name = name; }
+    NativeControl(FormCanvas& form, Focus& focus, NativeFocus& native, const char* name)
+        : Form_(form), Focus_(focus), Native_(native) {
+        Name = name;
+        form.Follow([this] { FollowScale(); });
+    }
 
     Box Bounds() const override { return Bounds_; }
     void SetBounds(const Box& box) override {
@@ -60,18 +65,23 @@ protected:
     /// Applies the control's state to the widget.
     virtual void Show() {
         const NativeFocus::Quiet quiet(Native_);
-        Widget().setGeometry(RectOf(Bounds_));
+        Widget().setGeometry(Form_.Shown(Bounds_));
         Widget().setEnabled(Enabled_);
         Widget().setVisible(Visible_);
         if (Visible_)
             Widget().raise();
     }
 
+    /// Called after the scale has changed.
+    virtual void FollowScale() { Show(); }
+
     virtual void TakeName(const QString& name) { Widget().setAccessibleName(name); }
 
     NativeFocus& FocusOfQt() { return Native_; }
+    const FormCanvas& Form() const { return Form_; }
 
 private:
+    FormCanvas& Form_;
     Focus& Focus_;
     NativeFocus& Native_;
     Box Bounds_;
@@ -86,15 +96,19 @@ public:
     Text FontName() const override { return Font_; }
     void SetFontName(const Text& name) override {
         Font_ = name;
-        TakeFont(FontOf(Font_, Size_));
+        TakeFont(this->Form().Shown(FontOf(Font_, Size_)));
     }
     std::int32_t FontSize() const override { return Size_; }
     void SetFontSize(std::int32_t size) override {
         Size_ = size;
-        TakeFont(FontOf(Font_, Size_));
+        TakeFont(this->Form().Shown(FontOf(Font_, Size_)));
     }
 
 protected:
+    void FollowScale() override {
+        TakeFont(this->Form().Shown(FontOf(Font_, Size_)));
+        this->Show();
+    }
     virtual void TakeFont(const QFont& font) { this->Widget().setFont(font); }
 
 private:
@@ -119,7 +133,7 @@ protected:
 /// A text box of one line or of several: two widgets, of which the wanted one is visible.
 class QtTextBox final : public NativeFontControl<EditBox> {
 public:
-    QtTextBox(QWidget& form, Focus& focus, NativeFocus& native, const char* name);
+    QtTextBox(FormCanvas& form, Focus& focus, NativeFocus& native, const char* name);
 
     Text Contents() const override { return Value_; }
     void SetContents(const Text& text) override;
@@ -153,7 +167,7 @@ private:
 
 class QtComboBox final : public NativeFontControl<EditCombo> {
 public:
-    QtComboBox(QWidget& form, Focus& focus, NativeFocus& native, const char* name);
+    QtComboBox(FormCanvas& form, Focus& focus, NativeFocus& native, const char* name);
 
     Text Contents() const override { return FromQt(Combo_.currentText()); }
     void SetContents(const Text& text) override { Combo_.setEditText(ToQt(text)); }
@@ -184,7 +198,7 @@ private:
 /// A calendar. A click chooses a date; the arrow keys move the selection, and Enter chooses it.
 class QtDatePicker final : public NativeControl<DatePicker> {
 public:
-    QtDatePicker(QWidget& form, Focus& focus, NativeFocus& native, const char* name);
+    QtDatePicker(FormCanvas& form, Focus& focus, NativeFocus& native, const char* name);
 
     CalendarDate Date() const override { return Chosen_; }
     void SetDate(const CalendarDate& date) override;
@@ -206,7 +220,7 @@ private:
 
 class QtListBox final : public NativeControl<ListBox> {
 public:
-    QtListBox(QWidget& form, Focus& focus, NativeFocus& native, const char* name);
+    QtListBox(FormCanvas& form, Focus& focus, NativeFocus& native, const char* name);
 
     void Clear() override { List_.clear(); }
     void AddItem(const Text& item) override { List_.addItem(ToQt(item)); }
@@ -221,6 +235,7 @@ public:
 
 protected:
     QWidget& Widget() override { return List_; }
+    void Show() override;
 
 private:
     QListWidget& List_;
@@ -229,7 +244,7 @@ private:
 
 class QtLabel final : public NativeFontControl<Label> {
 public:
-    QtLabel(QWidget& form, Focus& focus, NativeFocus& native, const char* name);
+    QtLabel(FormCanvas& form, Focus& focus, NativeFocus& native, const char* name);
 
     void SetVisible(bool visible) override;
     Text Caption() const override { return Value_; }

@@ -60,7 +60,8 @@ void PaintText(QPainter& painter, const PaintedText& text, const QRect& visible)
 
 } // namespace
 
-GridWidget::GridWidget(QWidget& form, QtGrid& grid) : QWidget(&form), Grid_(grid), Bar_(*new QScrollBar(this)) {
+GridWidget::GridWidget(FormCanvas& form, QtGrid& grid)
+    : QWidget(&form), Form_(form), Grid_(grid), Bar_(*new QScrollBar(this)) {
     setAutoFillBackground(false);
     setAttribute(Qt::WA_OpaquePaintEvent);
     setFocusPolicy(Qt::StrongFocus);
@@ -73,7 +74,7 @@ GridWidget::GridWidget(QWidget& form, QtGrid& grid) : QWidget(&form), Grid_(grid
 }
 
 void GridWidget::Follow() {
-    setGeometry(RectOf(Grid_.Bounds()));
+    setGeometry(Form_.Shown(Grid_.Bounds()));
     FollowScrollBar();
     update();
 }
@@ -85,7 +86,8 @@ void GridWidget::FollowScrollBar() {
     Bar_.setRange(0, std::max(last, Grid_.TopRow()));
     Bar_.setPageStep(std::max(1, Grid_.Rows() - last));
     Bar_.setValue(Grid_.TopRow());
-    Bar_.setGeometry(width() - Grid_.BarWidth, 0, Grid_.BarWidth, height());
+    const int barWidth = Form_.Shown(Grid_.BarWidth);
+    Bar_.setGeometry(width() - barWidth, 0, barWidth, height());
     Bar_.setVisible(wanted);
     Following_ = false;
 }
@@ -96,18 +98,27 @@ QRect GridWidget::CellRect(std::int32_t row, std::int32_t col) const {
     int x = 0;
     for (std::int32_t c = 0; c < col; ++c)
         x += Grid_.ColWidth(c);
-    int y = 0;
-    for (std::int32_t r = Grid_.TopRow(); r < row && y < height(); ++r)
-        y += Grid_.RowHeight(r);
-    return {x, y, Grid_.ColWidth(col), Grid_.RowHeight(row)};
+    float y = 0;
+    for (std::int32_t r = Grid_.TopRow(); r < row && y < Grid_.Bounds().Height; ++r)
+        y += static_cast<float>(Grid_.RowHeight(r));
+    return Form_.Shown(Box{static_cast<float>(x), y, static_cast<float>(Grid_.ColWidth(col)),
+                           static_cast<float>(Grid_.RowHeight(row))});
 }
 
+std::optional<DrawnGrid::CellPlace> GridWidget::CellAt(QPoint place) const {
+    const QPoint pixel = Form_.OfForm(place);
+    return Grid_.CellAt(pixel.x(), pixel.y());
+}
+
+/// Text is drawn as wide as the form has measured it, times the scale.
 void GridWidget::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.fillRect(rect(), Qt::white);
+    painter.scale(Form_.Scale(), Form_.Scale());
     painter.setFont(FontOf(Grid_.FontName(), Grid_.FontSize()));
     int y = 0;
-    for (std::int32_t row = Grid_.TopRow(); row < Grid_.Rows() && y < height(); ++row) {
+    for (std::int32_t row = Grid_.TopRow(); row < Grid_.Rows() && static_cast<float>(y) < Grid_.Bounds().Height;
+         ++row) {
         int x = 0;
         for (std::int32_t col = 0; col < Grid_.Cols() && Grid_.RowHeight(row) > 0; ++col) {
             PaintCell(painter, row, col, {x, y, Grid_.ColWidth(col), Grid_.RowHeight(row)});
@@ -133,8 +144,9 @@ void GridWidget::PaintCell(QPainter& painter, std::int32_t row, std::int32_t col
         painter.setPen(ColourOf(*picture->Frame));
         painter.drawRect(rect.adjusted(0, 0, -1, -1));
     }
+    const QRect page(QPoint(0, 0), RectOf(Grid_.Bounds()).size());
     for (const PaintedText& text : picture->Texts)
-        PaintText(painter, text, rect.intersected(this->rect()));
+        PaintText(painter, text, rect.intersected(page));
     painter.restore();
 }
 
@@ -214,7 +226,7 @@ void GridWidget::Press(QPoint place) {
             Grid_.Pressed();
         return;
     }
-    const auto cell = Grid_.CellAt(place.x(), place.y());
+    const auto cell = CellAt(place);
     if (cell)
         ReportPress(Grid_, cell->Row, cell->Col);
     else
@@ -249,7 +261,7 @@ void GridWidget::mouseMoveEvent(QMouseEvent* event) {
     if (!Dragging_ && std::abs(moved) < QGuiApplication::styleHints()->startDragDistance())
         return;
     Dragging_ = true;
-    const int height = std::max(Grid_.RowHeight(Grid_.TopRow()), 1);
+    const int height = std::max(Form_.Shown(Grid_.RowHeight(Grid_.TopRow())), 1);
     TurnTo(Grid_.ScrolledTop(FingerTop_, -moved / height));
 }
 
@@ -299,11 +311,12 @@ void GridWidget::keyPressEvent(QKeyEvent* event) {
 
 // --- the grid --------------------------------------------------------------------------------------------------------
 
-QtGrid::QtGrid(QWidget& form, Focus& focus, NativeFocus& native, const char* name)
+QtGrid::QtGrid(FormCanvas& form, Focus& focus, NativeFocus& native, const char* name)
     : Focus_(focus), Native_(native), Widget_(*new GridWidget(form, *this)) {
     Name = name;
     Widget_.setObjectName(QString::fromLatin1(name));
     native.Add(*this, Widget_);
+    form.Follow([this] { Widget_.Follow(); });
 }
 
 void QtGrid::SetCell(std::int32_t row, std::int32_t col, const Text& text) {

@@ -5,6 +5,7 @@
 
 #include "backends/grid/drawn_grid.h"
 #include "backends/loop/event_loop.h"
+#include "backends/qt/form_canvas.h"
 #include "backends/qt/native_focus.h"
 
 #include <QElapsedTimer>
@@ -22,12 +23,14 @@ class QtGrid;
 /// Shows a grid and handles the pointer on it.
 class GridWidget final : public QWidget {
 public:
-    GridWidget(QWidget& form, QtGrid& grid);
+    GridWidget(FormCanvas& form, QtGrid& grid);
 
     /// Applies the grid's position, page and look.
     void Follow();
     /// Returns the rectangle of a cell, in pixels of the widget.
     QRect CellRect(std::int32_t row, std::int32_t col) const;
+    /// Returns the cell at a place, in pixels of the widget; nothing if there is none.
+    std::optional<DrawnGrid::CellPlace> CellAt(QPoint place) const;
     QtGrid& Grid() const { return Grid_; }
     /// Sends a press on a cell, which is scrolled onto the page first. PointerUp sends the release.
     void PointerDown(std::int32_t row, std::int32_t col);
@@ -53,6 +56,7 @@ private:
     void FollowScrollBar();
     void TurnTo(std::int32_t top);
 
+    FormCanvas& Form_;
     QtGrid& Grid_;
     QScrollBar& Bar_;
     bool Following_ = false;
@@ -71,7 +75,7 @@ private:
 
 class QtGrid final : public DrawnGrid, public FocusTarget, public EventSource {
 public:
-    QtGrid(QWidget& form, Focus& focus, NativeFocus& native, const char* name);
+    QtGrid(FormCanvas& form, Focus& focus, NativeFocus& native, const char* name);
 
     void SetCell(std::int32_t row, std::int32_t col, const Text& text) override;
     void SetBounds(const Box& box) override;
@@ -91,7 +95,7 @@ public:
     std::function<void()> EventsHandled;     ///< called after a round of events and its painting
     std::function<std::int64_t()> ScreenAge; ///< returns the milliseconds since the screen appeared
     bool PressesNothing = false;             ///< true for the title: a press moves no selection
-    int BarWidth = 0;                        ///< width in pixels of the scroll bar that is drawn
+    int BarWidth = 0;                        ///< width of the scroll bar that is drawn, in pixels of the form
 
 private:
     void Repainted() override;

@@ -39,9 +39,9 @@ std::vector<std::int32_t> CodesOf(const DeviceProfile& profile) {
 
 QtPlatform::QtPlatform(HostDevice& device, const WindowOptions& looks, QtPump& qtPump, CommandSource& commands,
                        Watcher& watcher)
-    : HostBackEnd(device, qtPump, commands, watcher), window(looks.Scale), native(focus, window.Screen()),
-      form(window.FormWidget()), grdTitle(window.FormWidget(), focus, native, "grdTitle"),
-      grdMain(window.FormWidget(), focus, native, "grdMain"),
+    : HostBackEnd(device, qtPump, commands, watcher), window(looks.Scale, looks.UsualScale),
+      native(focus, window.Screen()), form(window.FormWidget()),
+      grdTitle(window.FormWidget(), focus, native, "grdTitle"), grdMain(window.FormWidget(), focus, native, "grdMain"),
       txtInputField(window.FormWidget(), focus, native, "txtInputField"),
       cboInputField(window.FormWidget(), focus, native, "cboInputField"),
       cbotxtInputField(window.FormWidget(), focus, native, "cbotxtInputField"),
@@ -65,7 +65,7 @@ QtPlatform::QtPlatform(HostDevice& device, const WindowOptions& looks, QtPump& q
           .fonts = looks.Fonts != nullptr ? *looks.Fonts : fonts,
           .boxes = boxes,
       },
-      record(RecordOf(controls)), Pump_(qtPump), Scale_(looks.Scale), KeysOfDevice_(CodesOf(looks.Profile)) {
+      record(RecordOf(controls)), Pump_(qtPump), KeysOfDevice_(CodesOf(looks.Profile)) {
     qtPump.Serve(loop);
     loop.Listen(grdTitle);
     loop.Listen(grdMain);
@@ -138,6 +138,10 @@ void QtPlatform::WireWindow() {
     };
     window.KeyReleased = [this](std::int32_t code) { ComesUp(HeldButtons_[code]); };
     window.Screen().Resized = [this] { SizeChanged_ = true; };
+    window.Rescaled = [this] {
+        menus.SetFont(window.FormWidget().DesktopFont());
+        SizeChanged_ = true;
+    };
     QObject::connect(QGuiApplication::inputMethod(), &QInputMethod::keyboardRectangleChanged, this,
                      [this] { KeyboardChanged_ = true; });
 }
@@ -156,9 +160,8 @@ void QtPlatform::ShowEmpty() {
 
 void QtPlatform::ShowForm() {
     const QRect size = RectOf(PixelsOf(form));
-    constexpr double FingerWidth = 44; // pixels of the screen
-    menus.PutInto(window, window.Head(), window.Foot(), modPDAUI::Display.SoftKeyMenus,
-                  static_cast<int>(FingerWidth / Scale_));
+    constexpr int FingerWidth = 44; // pixels of the window
+    menus.PutInto(window, window.Head(), window.Foot(), modPDAUI::Display.SoftKeyMenus, FingerWidth);
     window.Screen().SetWish(size.size());
     window.ShowKeys(KeyStrip_);
     IsResizable_ = TraitsOf(system.DeviceType()).HasWindow;
@@ -166,11 +169,11 @@ void QtPlatform::ShowForm() {
         window.LetSize();
     else
         window.HoldSize();
+    window.SetScale(window.Scale()); // as far as the screen has room for it
     native.Follow();
     window.show();
     if (IsResizable_)
         window.Fit(); // it may have been open before, without the menus
-    SizeChanged_ = false;
 }
 
 // --- the window's own events -----------------------------------------------------------------------------------------
@@ -199,10 +202,18 @@ bool QtPlatform::RaiseWhatIsPending() {
     return menus.FollowIfChanged() || sized || keyboard || close;
 }
 
+/// Returns the greatest width of the form in a resizable window, in its pixels: the eye loses longer
+/// lines.
+int QtPlatform::WidestForm() const {
+    constexpr int Characters = 140; // of its font: a record has two columns
+    return Characters * QFontMetrics(FontOf(grdMain.FontName(), grdMain.FontSize())).averageCharWidth();
+}
+
 /// The working area has changed: the form lays itself out in it, as it does when a soft keyboard opens or closes.
 void QtPlatform::TakeUpSize() {
-    const QSize size = window.Screen().size();
-    if (size == window.FormWidget().size() || size.isEmpty())
+    const QSize room = window.FormWidget().Room();
+    const QSize size(std::min(room.width(), WidestForm()), room.height());
+    if (size == RectOf(PixelsOf(form)).size() || size.isEmpty())
         return;
     system.SetScreen({size.width(), size.height()});
     const std::int32_t top = grdMain.TopRow();
@@ -224,14 +235,17 @@ void QtPlatform::BringEditedRowOnPage(std::int32_t top) {
 /// Reports the part of the form that a soft keyboard covers.
 void QtPlatform::TakeUpKeyboard() {
     const QRect covered = QGuiApplication::inputMethod()->keyboardRectangle().toRect(); // of the window
-    QWidget& ground = window.Screen();
-    const QRect part = QRect(ground.mapFrom(&window, covered.topLeft()), covered.size()).intersected(ground.rect());
+    const FormCanvas& canvas = window.FormWidget();
+    const QRect part = QRect(canvas.mapFrom(&window, covered.topLeft()), covered.size()).intersected(canvas.rect());
     if (part.isEmpty())
-        RaiseKeyboard(system, {});
-    else
-        RaiseKeyboard(
-            system,
-            {.State = -1, .Left = part.left(), .Top = part.top(), .Width = part.width(), .Height = part.height()});
+        return RaiseKeyboard(system, {});
+    const QPoint from = canvas.OfForm(part.topLeft());
+    const QPoint to = canvas.OfForm(part.bottomRight());
+    RaiseKeyboard(system, {.State = -1,
+                           .Left = from.x(),
+                           .Top = from.y(),
+                           .Width = to.x() - from.x() + 1,
+                           .Height = to.y() - from.y() + 1});
 }
 
 // --- keys ------------------------------------------------------------------------------------------------------------

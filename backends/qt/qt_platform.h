@@ -25,7 +25,8 @@ struct WindowOptions {
     FontServer* Fonts = nullptr;         ///< in place of the window's own, so that sizes are predictable; may be null
     std::optional<float> ScrollBarWidth; ///< pixels; if not set, that of the desktop's style
     DeviceProfile Profile;               ///< of the device, whose keys are shown as buttons
-    double Scale = 1;                    ///< pixels of the screen for a pixel of the device; Qt has been set to it
+    double Scale = 1;                    ///< pixels of the window for a pixel of the form
+    double UsualScale = 1;               ///< the one at which menus have the desktop's size
 };
 
 class QtScrollBar final : public ScrollBar {
@@ -98,6 +99,7 @@ private:
     // The window's own events. The loop raises them, never in the middle of a handler.
     bool RaiseWhatIsPending() override;
     void TakeUpSize();
+    int WidestForm() const;
     void BringEditedRowOnPage(std::int32_t top);
     /// Returns the milliseconds since the screen appeared.
     std::int64_t ScreenAge() const;
@@ -121,7 +123,6 @@ private:
     void ActOnKey(FocusTarget& taker, std::int32_t code);
 
     QtPump& Pump_;
-    double Scale_;
     std::vector<std::int32_t> KeysOfDevice_;
     std::vector<DeviceKey> KeyStrip_; ///< the keys that are shown as buttons
     bool IsResizable_ = false;

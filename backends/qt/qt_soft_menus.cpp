@@ -43,14 +43,30 @@ SoftMenus::SoftMenus() {
     }
 }
 
+/// The menu bar keeps its height while it is empty: otherwise the form's height would change with the menus.
+void SoftMenus::HoldBarHeight() {
+    QAction* const any = MenuBar_->addAction(QStringLiteral("X"));
+    MenuBar_->setFixedHeight(MenuBar_->sizeHint().height());
+    MenuBar_->removeAction(any);
+}
+
+void SoftMenus::SetFont(const QFont& font) {
+    for (Shown& shown : Lists_)
+        shown.List.setFont(font);
+    for (QPushButton* const key : Keys_)
+        if (key != nullptr)
+            key->setFont(font);
+    if (MenuBar_ == nullptr)
+        return;
+    MenuBar_->setFont(font);
+    HoldBarHeight();
+}
+
 void SoftMenus::PutInto(QWidget& window, QBoxLayout& head, QBoxLayout& foot, bool asKeys, int keyHeight) {
     if (!asKeys) {
         MenuBar_ = new QMenuBar(&window);
         MenuBar_->setNativeMenuBar(false);
-        // The menu bar keeps its height while it is empty: otherwise the form's height would change with the menus.
-        QAction* const any = MenuBar_->addAction(QStringLiteral("X"));
-        MenuBar_->setFixedHeight(MenuBar_->sizeHint().height());
-        MenuBar_->removeAction(any);
+        HoldBarHeight();
         head.addWidget(MenuBar_);
     }
     for (std::size_t menu = 0; menu < Lists_.size(); ++menu) {

@@ -7,6 +7,7 @@
 
 #include <QAction>
 #include <QBoxLayout>
+#include <QFont>
 #include <QMenu>
 #include <QMenuBar>
 #include <QPushButton>
@@ -63,6 +64,9 @@ public:
     /// `keyHeight`: pixels.
     void PutInto(QWidget& window, QBoxLayout& head, QBoxLayout& foot, bool asKeys, int keyHeight);
 
+    /// Sets the font of all titles and items.
+    void SetFont(const QFont& font);
+
     /// Raises a click on the title of a menu.
     void PressTitle(std::int32_t menu);
     /// Called for F1 and F2. Presses the title; opens the list of a menu that has items.
@@ -81,6 +85,7 @@ public:
     bool FollowIfChanged();
 
 private:
+    void HoldBarHeight();
     void Follow(std::size_t menu);
     void ShowInBar(std::size_t menu, const QString& caption);
     bool HasOneItem(std::size_t menu) const;

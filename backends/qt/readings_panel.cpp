@@ -25,7 +25,7 @@ namespace backends::qt {
 
 namespace {
 
-constexpr QSize PanelSize(960, 420);                              // pixels of the screen
+constexpr QSize PanelSize(960, 420);
 constexpr std::size_t LongestRecord = 20'000;                     // characters that are shown
 constexpr int SampleWidths[] = {10, 8, 9, 8, 10, 11, 10, 10, 18}; // in characters, one for each column
 
@@ -37,7 +37,7 @@ void Put(QLabel& label, const QString& text) {
 
 } // namespace
 
-ReadingsPanel::ReadingsPanel(companion::ReadingTable& table, QWidget& form, std::function<bool()> isAsked, double scale)
+ReadingsPanel::ReadingsPanel(companion::ReadingTable& table, QWidget& form, std::function<bool()> isAsked)
     : Table_(table), Form_(form), IsAsked_(std::move(isAsked)), Model_(table) {
     setObjectName(QStringLiteral("readings"));
     setWindowTitle(QStringLiteral("Readings"));
@@ -66,7 +66,7 @@ ReadingsPanel::ReadingsPanel(companion::ReadingTable& table, QWidget& form, std:
     auto* const escape = new QShortcut(QKeySequence(Qt::Key_Escape), this);
     QObject::connect(escape, &QShortcut::activated, this, [this] { close(); });
     addActions(form.actions());
-    resize(PanelSize / scale);
+    resize(PanelSize);
 }
 
 void ReadingsPanel::MakeHead(QBoxLayout& column) {

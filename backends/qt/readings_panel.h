@@ -24,8 +24,8 @@ class ReadingsPanel final : public QWidget {
 public:
     /// `form`: the form's window, beside which the panel opens. It must live as long as the panel is used. The panel
     /// has no parent, because a message box blocks its parent and all windows that belong to it. `isAsked` returns true
-    /// if a message box is open. `scale`: pixels of the screen for a pixel of Qt's.
-    ReadingsPanel(companion::ReadingTable& table, QWidget& form, std::function<bool()> isAsked, double scale);
+    /// if a message box is open.
+    ReadingsPanel(companion::ReadingTable& table, QWidget& form, std::function<bool()> isAsked);
 
     /// Opens the panel. Closes it if it has the keyboard.
     void Toggle();

@@ -27,7 +27,7 @@ const QString WhatGoesIn = QStringLiteral("One text file, for those who look aft
 
 } // namespace
 
-ReportDialog::ReportDialog(ReportSource source, QWidget& form, double scale) : Source_(std::move(source)), Form_(form) {
+ReportDialog::ReportDialog(ReportSource source, QWidget& form) : Source_(std::move(source)), Form_(form) {
     setObjectName(QStringLiteral("report"));
     setWindowTitle(QStringLiteral("Report a problem"));
     auto* const column = new QVBoxLayout(this);
@@ -42,7 +42,7 @@ ReportDialog::ReportDialog(ReportSource source, QWidget& form, double scale) : S
     column->addWidget(Preview_, 1);
     MakeFoot(*column);
     addActions(form.actions());
-    resize(DialogSize / scale);
+    resize(DialogSize);
 }
 
 void ReportDialog::MakeChoices(QBoxLayout& column) {

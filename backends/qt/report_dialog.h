@@ -35,8 +35,8 @@ struct ReportSource {
 
 class ReportDialog final : public QWidget {
 public:
-    /// `form`: the form's window, which must live longer. `scale`: pixels of the screen for a pixel of Qt's.
-    ReportDialog(ReportSource source, QWidget& form, double scale);
+    /// `form`: the form's window, which must live longer.
+    ReportDialog(ReportSource source, QWidget& form);
 
     /// Opens the dialog, or brings it to the front with the text of now.
     void Open();

@@ -7,6 +7,7 @@
 #include "backends/qt/elided.h"
 #include "backends/qt/to_screen_reader.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QGridLayout>
 #include <QScreen>
@@ -19,11 +20,9 @@ namespace backends::qt {
 
 namespace {
 
-constexpr QSize SmallestForm(240, 160);
 constexpr int MostKeysInARow = 4;
-constexpr int StatusTextPixels = 12; // of the screen
-constexpr int KeyTextPixels = 10;
-constexpr int LinesOfHeldLink = 2; // on a device of fixed size: room for most states
+constexpr int LinesOfHeldLink = 2;      // on a device of fixed size: room for most states
+constexpr double KeyText = 10.0 / 12.0; // of the desktop's font
 const QString ListHint = QStringLiteral("\n(Shift+F4 lists all notices)");
 // Not the desktop's colour of links, which is that of the form's headline.
 const QString FolderLook = QStringLiteral("color: #1a5fb4; text-decoration: underline;");
@@ -38,34 +37,16 @@ constexpr int HalfFlashes = 8;     // the first is inverted, the last is not
 
 } // namespace
 
-Surface::Surface(QWidget* parent) : QWidget(parent) {
-    setObjectName(QStringLiteral("surface"));
-    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
-}
-
-void Surface::SetWish(QSize size) {
-    Wish_ = size;
-    updateGeometry();
-}
-
-void Surface::resizeEvent(QResizeEvent*) {
-    if (Resized)
-        Resized();
-}
-
 QLabel* Window::StatusLabel(const char* name) {
     auto* const label = new QLabel(this);
     label->setObjectName(QString::fromLatin1(name));
     label->setTextFormat(Qt::PlainText);
     label->setWordWrap(true);
-    label->setMargin(Pixels(3));
-    QFont font = label->font();
-    font.setPixelSize(Pixels(StatusTextPixels));
-    label->setFont(font);
+    label->setMargin(3);
     return label;
 }
 
-Window::Window(double scale) : Scale_(scale) {
+Window::Window(double scale, double usual) {
     InstallAccessibleWindows();
     setWindowTitle(QStringLiteral("Quorin"));
     setObjectName(QStringLiteral("frmQuorin"));
@@ -74,13 +55,8 @@ Window::Window(double scale) : Scale_(scale) {
     Column_->setSpacing(0);
     HeadRow_ = new QHBoxLayout;
     Column_->addLayout(HeadRow_);
-    Ground_ = new Surface(this);
-    FormWidget_ = new QWidget(Ground_);
-    FormWidget_->setObjectName(QStringLiteral("form"));
-    FormWidget_->setAutoFillBackground(true);
-    QPalette white = FormWidget_->palette();
-    white.setColor(QPalette::Window, Qt::white);
-    FormWidget_->setPalette(white);
+    Ground_ = new Surface(this, scale);
+    FormWidget_ = new FormCanvas(Ground_, scale, usual);
     Column_->addWidget(Ground_, 1);
     FootRow_ = new QHBoxLayout;
     FootRow_->setSpacing(2);
@@ -120,8 +96,6 @@ void Window::MakeLinkLine(QBoxLayout& column) {
     Ports_->setObjectName(QStringLiteral("ports"));
     Ports_->setText(QStringLiteral("Ports…"));
     Ports_->setFocusPolicy(Qt::NoFocus);
-    Ports_->setFont(Link_->font());
-    Ports_->setFixedHeight(Link_->fontMetrics().height() + 2 * Link_->margin());
     Ports_->hide();
     QObject::connect(Ports_, &QToolButton::clicked, this, [this] {
         if (PortsWanted)
@@ -129,11 +103,21 @@ void Window::MakeLinkLine(QBoxLayout& column) {
     });
     line->addWidget(Ports_, 0, Qt::AlignBottom);
     Menu_ = new WindowMenu(this);
-    Menu_->setFont(Link_->font());
-    const int height = Link_->fontMetrics().height() + 2 * Link_->margin();
-    Menu_->setFixedSize(std::max(Menu_->sizeHint().width(), 2 * height), height);
     line->addWidget(Menu_, 0, Qt::AlignBottom);
     column.addLayout(line);
+    HoldLineHeights();
+}
+
+/// The buttons beside a line are as high as its text.
+void Window::HoldLineHeights() {
+    const int height = Link_->fontMetrics().height() + 2 * Link_->margin();
+    Ports_->setFixedHeight(height);
+    Menu_->setFixedSize(std::max(Menu_->sizeHint().width(), 2 * height), height);
+    for (QLabel* const label : {Link_, Alarm_})
+        if (IsOneLine_)
+            label->setFixedHeight(height);
+    if (IsHeld_)
+        Link_->setFixedHeight(LinesOfHeldLink * Link_->fontMetrics().lineSpacing() + 2 * Link_->margin());
 }
 
 QAction* Window::MakeAction(const char* name, const QKeySequence& keys, void (Window::*act)()) {
@@ -163,7 +147,6 @@ void Window::MakeNoticeLine(QBoxLayout& column) {
     More_ = new QToolButton(this);
     More_->setObjectName(QStringLiteral("moreNotices"));
     More_->setFocusPolicy(Qt::NoFocus);
-    More_->setFont(Alarm_->font());
     More_->setToolTip(QStringLiteral("All notices (Shift+F4)"));
     More_->hide();
     line->addWidget(More_);
@@ -178,19 +161,25 @@ void Window::MakeNoticeLine(QBoxLayout& column) {
 int Window::KeysInARow(const std::vector<DeviceKey>& keys, const QFontMetrics& metrics) const {
     int widest = 1;
     for (const DeviceKey& key : keys)
-        widest = std::max(widest, metrics.horizontalAdvance(QString::fromLatin1(key.Name)) + Pixels(KeyTextPixels));
+        widest = std::max(widest, metrics.horizontalAdvance(QString::fromLatin1(key.Name)) + metrics.height());
     return std::clamp(Ground_->sizeHint().width() / widest, 1, MostKeysInARow);
 }
 
 void Window::ShowKeys(const std::vector<DeviceKey>& keys) {
+    Keys_ = keys;
+    LayKeys();
+}
+
+void Window::LayKeys() {
+    delete Strip_->layout();
+    qDeleteAll(Strip_->findChildren<QToolButton*>());
     auto* const grid = new QGridLayout(Strip_);
     grid->setContentsMargins(2, 2, 2, 2);
     grid->setSpacing(2);
     int place = 0;
-    QFont font = Strip_->font();
-    font.setPixelSize(Pixels(KeyTextPixels));
-    const int inARow = KeysInARow(keys, QFontMetrics(font));
-    for (const DeviceKey& key : keys) {
+    const QFont font = KeyFont();
+    const int inARow = KeysInARow(Keys_, QFontMetrics(font));
+    for (const DeviceKey& key : Keys_) {
         auto* const button = new QToolButton(Strip_);
         button->setObjectName(QStringLiteral("key%1").arg(key.Code));
         button->setText(QString::fromLatin1(key.Name));
@@ -210,43 +199,16 @@ void Window::ShowKeys(const std::vector<DeviceKey>& keys) {
         grid->addWidget(button, place / inARow, place % inARow);
         ++place;
     }
-    Strip_->setVisible(!keys.empty());
-}
-
-void Window::HoldSize() {
-    Ground_->setFixedSize(Ground_->sizeHint());
-    layout()->setAlignment(Ground_, Qt::AlignHCenter);
-    layout()->setSizeConstraint(QLayout::SetFixedSize);
-    IsHeld_ = true;
-    Link_->setWordWrap(false);
-    Link_->setFixedHeight(LinesOfHeldLink * Link_->fontMetrics().lineSpacing() + 2 * Link_->margin());
-    ShowState();
-}
-
-void Window::LetSize() {
-    Ground_->setMinimumSize(SmallestForm.boundedTo(Ground_->sizeHint()));
-    IsOneLine_ = true;
-    for (QLabel* const label : {Link_, Alarm_}) {
-        label->setWordWrap(false);
-        label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
-        label->setFixedHeight(label->fontMetrics().height() + 2 * label->margin());
-    }
-    ShowAlarm();
-    Fit();
-    ShowState();
-}
-
-void Window::Fit() {
-    layout()->activate();
-    constexpr QSize Frame(8, 40); // pixels of the screen, at most
-    const QSize room = screen()->availableGeometry().size() - Frame / Scale_;
-    resize(layout()->totalSizeHint().boundedTo(room));
+    Strip_->setVisible(!Keys_.empty());
 }
 
 void Window::PutBelow(QWidget& bar) {
     Column_->insertWidget(Column_->indexOf(Strip_) + 1, &bar);
+    bar.show();
     if (IsResizable())
         Fit();
+    else
+        SetScale(Scale()); // as far as there is still room
 }
 
 /// Returns a text of the status area as its label has room for it.
@@ -270,6 +232,27 @@ void Window::Put(QLabel& label, const QString& text) {
 void Window::resizeEvent(QResizeEvent*) {
     ShowState();
     ShowAlarm();
+}
+
+/// The desktop's font or its colours have changed.
+void Window::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    const bool isFont = event->type() == QEvent::FontChange;
+    if (List_ == nullptr || (!isFont && event->type() != QEvent::PaletteChange))
+        return; // the window is being made
+    if (isFont) {
+        Offered_.clear(); // their buttons are made again
+        HoldLineHeights();
+        SetScale(Scale());
+    }
+    ShowState();
+    ShowAlarm();
+}
+
+QFont Window::KeyFont() const {
+    QFont font = Strip_->font();
+    font.setPixelSize(std::max(1, qRound(QFontInfo(font).pixelSize() * KeyText)));
+    return font;
 }
 
 void Window::SetLinkLine(const companion::LinkLine& line) {
@@ -393,7 +376,6 @@ QToolButton* Window::OfferButton(const companion::Offer& offer) {
     button->setObjectName(QStringLiteral("offer_") + ToQt(offer.Name));
     button->setText(ToQt(offer.Words));
     button->setAccessibleDescription(ToQt(Standing_.front().Words));
-    button->setFont(Alarm_->font());
     button->setFocusPolicy(Qt::NoFocus);
     button->setFixedHeight(Alarm_->fontMetrics().height() + 2 * Alarm_->margin());
     QObject::connect(button, &QToolButton::clicked, this, [this, name = offer.Name] { TakeOffer(name); });
@@ -479,7 +461,7 @@ void Window::closeEvent(QCloseEvent* event) {
 
 void QtForm::SetBounds(const Box& twips) {
     Twips_ = twips;
-    FormWidget_.setGeometry(RectOf(PixelsOf(*this)));
+    FormWidget_.Place(PixelsOf(*this));
 }
 
 Box QtForm::ClientArea() const {

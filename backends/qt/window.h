@@ -3,6 +3,7 @@
 // window's own status area, which is not part of the form.
 #pragma once
 
+#include "backends/qt/form_canvas.h"
 #include "backends/qt/notice_list.h"
 #include "backends/qt/window_menu.h"
 #include "backends/simulated/device_profiles.h"
@@ -29,11 +30,12 @@ using namespace platform;
 /// The area of the form. It has the form's size; in a resizable window, its size determines the form's.
 class Surface final : public QWidget {
 public:
-    explicit Surface(QWidget* parent);
+    Surface(QWidget* parent, double scale);
 
-    /// Sets the preferred size.
+    /// Sets the preferred size, in pixels of the form.
     void SetWish(QSize size);
-    QSize sizeHint() const override { return Wish_; }
+    void SetScale(double scale);
+    QSize sizeHint() const override { return Wish_ * Scale_; }
 
     std::function<void()> Resized;
 
@@ -42,17 +44,21 @@ protected:
 
 private:
     QSize Wish_;
+    double Scale_;
 };
 
 class Window final : public QWidget {
 public:
-    /// `scale`: pixels of the screen for a pixel of the device. What is not part of the device has its usual size.
-    explicit Window(double scale);
+    /// `scale`: pixels of the window for a pixel of the form. `usual`: the one at which menus have the desktop's size.
+    explicit Window(double scale, double usual = 1);
 
-    double Scale() const { return Scale_; }
+    double Scale() const { return FormWidget_->Scale(); }
+    /// Shows the form at a scale, or at the largest step below it that the screen has room for. What is not part of the
+    /// form keeps its size, except the menus and keys.
+    void SetScale(double scale);
     Surface& Screen() { return *Ground_; }
     /// The form itself; the controls are its children.
-    QWidget& FormWidget() { return *FormWidget_; }
+    FormCanvas& FormWidget() { return *FormWidget_; }
     QBoxLayout& Head() { return *HeadRow_; }
     QBoxLayout& Foot() { return *FootRow_; }
     /// Puts a bar above all other parts, for as long as the bar exists.
@@ -102,6 +108,7 @@ public:
     }
     QString LinkLine() const { return QString::fromStdString(LinkLine_.Text); }
 
+    std::function<void()> Rescaled;       ///< called after the scale, or the desktop's font, has changed
     std::function<void()> ReadingsWanted; ///< called for F4, also in a message box, and for a click on the link's line
     std::function<void()> HelpWanted;     ///< called for Ctrl+F1, also in a message box, and for "?" outside of a field
     std::function<void()> PortsWanted;    ///< called for the button beside a link that is off or down
@@ -114,10 +121,16 @@ public:
 protected:
     void closeEvent(QCloseEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
     bool eventFilter(QObject* object, QEvent* event) override;
 
 private:
-    int Pixels(int ofScreen) const { return std::max(1, qRound(ofScreen / Scale_)); }
+    void TakeScale(double scale);
+    bool FitsTheScreen() const;
+    void StayOnTheScreen();
+    void LayKeys();
+    void HoldLineHeights();
+    QFont KeyFont() const;
     QLabel* StatusLabel(const char* name);
     QString Fitted(const QLabel& label, const QString& text) const;
     void Put(QLabel& label, const QString& text);
@@ -145,7 +158,7 @@ private:
     QBoxLayout* Column_;
     QBoxLayout* HeadRow_;
     Surface* Ground_;
-    QWidget* FormWidget_;
+    FormCanvas* FormWidget_;
     QBoxLayout* FootRow_;
     QWidget* Strip_;
     QLabel* Link_;
@@ -158,8 +171,8 @@ private:
     QBoxLayout* Offers_;
     std::vector<companion::Offer> Offered_; ///< those that have a button
     QToolButton* More_;                     ///< opens the list; shown if there is more to read than the line shows
-    NoticeList* List_;
-    double Scale_;
+    NoticeList* List_ = nullptr;
+    std::vector<DeviceKey> Keys_;
     companion::LinkLine LinkLine_;
     QTimer* Flashing_;
     int FlashesLeft_ = 0;                     ///< half flashes; the line is inverted in every other one
@@ -175,7 +188,7 @@ private:
 /// inch.
 class QtForm final : public Form {
 public:
-    explicit QtForm(QWidget& form) : FormWidget_(form) {}
+    explicit QtForm(FormCanvas& form) : FormWidget_(form) {}
 
     Box Bounds() const override { return Twips_; }
     void SetBounds(const Box& twips) override;
@@ -184,7 +197,7 @@ public:
     float TwipsPerPixelY() const override { return TwipsPerPixel; }
 
 private:
-    QWidget& FormWidget_;
+    FormCanvas& FormWidget_;
     Box Twips_;
 };
 

@@ -20,6 +20,7 @@ DeviceOptions OnFolder(DeviceOptions options, const support::TemporaryFolder& fo
 backends::qt::WindowOptions LooksOf(const DeviceOptions& options, Looks looks, platform::FontServer& fixed) {
     backends::qt::WindowOptions window;
     window.Scale = looks.Scale;
+    window.UsualScale = looks.UsualScale;
     if (!looks.RealFonts) {
         window.Fonts = &fixed;
         window.ScrollBarWidth = backends::headless::HeadlessScrollBar().Width();
@@ -131,7 +132,7 @@ platform::BoxAnswer InAWindow::AskInABox(platform::BoxButtons buttons, std::func
 }
 
 std::string FormOnThisScreen() {
-    WindowDevice device(OfType(0), {});
+    WindowDevice device(OfType(1), {});
     device.Platform.StartProgram();
     device.Platform.loop.HandleDue();
     const platform::Box form = device.Platform.form.ClientArea();

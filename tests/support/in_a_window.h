@@ -23,7 +23,8 @@ using backends::DeviceOptions;
 
 struct Looks {
     bool RealFonts = false; ///< the window's own in place of those of fixed sizes
-    double Scale = 1;       ///< the scale that the QApplication was created with
+    double Scale = 1;       ///< pixels of the window for a pixel of the form
+    double UsualScale = 1;
 };
 
 class WindowDevice final : backends::CommandSource {

@@ -398,7 +398,8 @@ TEST_F(ArrivingFiles, AreChosenInADialog) {
     quorin::WindowPorts ports(Device.Platform, remembered, [] { return false; });
     quorin::WindowHints hints(Device.Platform, remembered, [] { return std::string(); });
     quorin::WindowHelp help(Device.Platform, Data, {});
-    quorin::FillWindowMenu(Device.Platform, Data, Files, ports, hints, help);
+    quorin::WindowZoom zoom(Device.Platform, remembered, 1);
+    quorin::FillWindowMenu(Device.Platform, Data, Files, ports, hints, help, zoom);
     Press(Qt::Key_O, Qt::ControlModifier);
     auto* const dialog = Form().findChild<QFileDialog*>(QStringLiteral("packageDialog"));
     ASSERT_NE(dialog, nullptr);

@@ -65,7 +65,8 @@ TEST_F(FolderOfTheData, OpensByAKeyAndFromTheMenu) {
     quorin::WindowPorts ports(Device.Platform, remembered, [] { return false; });
     quorin::WindowHints hints(Device.Platform, remembered, [] { return std::string(); });
     quorin::WindowHelp help(Device.Platform, Data, {});
-    quorin::FillWindowMenu(Device.Platform, Data, files, ports, hints, help);
+    quorin::WindowZoom zoom(Device.Platform, remembered, 1);
+    quorin::FillWindowMenu(Device.Platform, Data, files, ports, hints, help, zoom);
     Press(Qt::Key_O, Qt::ControlModifier | Qt::ShiftModifier);
     EXPECT_THAT(Opened, ElementsAre(Root() + "/Quorin"));
 }

@@ -24,7 +24,6 @@
 namespace windowtest {
 namespace {
 
-constexpr const char* ScaleName = "QT_SCALE_FACTOR";
 constexpr const char* FontsName = "QUORIN_PICTURE_FONTS";
 const char* ThisProgram = "";
 
@@ -58,7 +57,7 @@ Text Result(const char16_t* probe, const char16_t* type, const char16_t* value, 
 class Pictures : public InAWindow {
 protected:
     explicit Pictures(std::int32_t deviceType = 0, double scale = 1)
-        : InAWindow(OfType(deviceType), Looks{true, scale}) {}
+        : InAWindow(OfType(deviceType), Looks{true, scale, scale}) {}
 
     /// Shows the main screen with the sample driver installed.
     void InstallSample() {
@@ -221,23 +220,22 @@ TEST_F(Pictures, OfABusyProgram) {
 
 class PalmPictures : public Pictures {
 protected:
-    PalmPictures() : Pictures(1, qApp->devicePixelRatio()) {}
+    PalmPictures() : Pictures(1, 2) {}
 
-    /// Returns true in the run at twice the size. The first run starts that one and waits for it.
-    static bool RunsAtTwiceTheSize(const char* fonts) {
-        const bool runs = qApp->devicePixelRatio() >= 2;
-        EXPECT_EQ(runs ? 0 : RunAgainAtTwiceTheSize(fonts), 0);
+    /// Returns true in the run with these fonts. The first run starts that one and waits for it.
+    static bool RunsWithFonts(const char* fonts) {
+        const bool runs = qEnvironmentVariableIsSet(FontsName);
+        EXPECT_EQ(runs ? 0 : RunAgainWithFonts(fonts), 0);
         return runs;
     }
 
 private:
-    /// Runs this program again, because Qt reads the scale at its start.
-    static int RunAgainAtTwiceTheSize(const char* fonts) {
+    /// Runs this program again, because the fonts are read at its start.
+    static int RunAgainWithFonts(const char* fonts) {
         const auto* const self = testing::UnitTest::GetInstance()->current_test_info();
         const std::string filter = std::string("--gtest_filter=PalmPictures.") + self->name();
         const auto child = ::fork();
         if (child == 0) {
-            ::setenv(ScaleName, "2", 1);
             ::setenv(FontsName, fonts, 1);
             ::execl(ThisProgram, ThisProgram, filter.c_str(), "--gtest_brief=1", nullptr);
             ::_exit(127);
@@ -250,13 +248,11 @@ private:
 
 /// A pixel of this device is two pixels wide on the screen.
 TEST_F(PalmPictures, OfARecord) {
-    if (!RunsAtTwiceTheSize("fonts"))
-        return;
     OpenSample();
     FillRecord();
     const QImage picture = Grab();
     Keep(picture, "palm");
-    EXPECT_EQ(Form().FormWidget().size(), QSize(160, 160));
+    EXPECT_EQ(Form().FormWidget().size(), QSize(320, 320));
     ExpectTitle(picture);
 }
 
@@ -264,7 +260,7 @@ TEST_F(PalmPictures, OfARecord) {
 TEST_F(PalmPictures, OfARecordWhereTheNarrowFontIsMissing) {
     if (QLibraryInfo::version() >= QVersionNumber(6, 5))
         GTEST_SKIP() << "this version of Qt draws a font that it narrows itself otherwise";
-    if (!RunsAtTwiceTheSize("fonts-without-narrow"))
+    if (!RunsWithFonts("fonts-without-narrow"))
         return;
     OpenSample();
     FillRecord();
@@ -321,9 +317,5 @@ int main(int count, char** words) {
     QApplication application(count, words);
     QApplication::setQuitOnLastWindowClosed(false);
     QApplication::setCursorFlashTime(0);
-    const char* const scale = std::getenv(windowtest::ScaleName);
-    QFont font = QApplication::font(); // what is not part of the device has its usual size
-    font.setPointSizeF(font.pointSizeF() / (scale != nullptr ? std::atof(scale) : 1));
-    QApplication::setFont(font);
     return RUN_ALL_TESTS();
 }

@@ -59,7 +59,7 @@ std::string Told(const Options& options) {
     text << (options.ListPorts ? "ports\n" : "") << (options.Demo ? "demo\n" : "");
     for (const std::string& file : options.Files)
         text << "file " << file << "\n";
-    text << "scale " << options.Scale << "\n";
+    text << "scale " << options.Scale.value_or(options.UsualScale) << "\n";
     return text.str();
 }
 

@@ -63,7 +63,7 @@ protected:
     }
 
     std::vector<companion::HelpPage> Pages;
-    HelpDialog Dialog{[this] { return Pages; }, Form(), 1};
+    HelpDialog Dialog{[this] { return Pages; }, Form()};
 };
 
 TEST_F(HelpInAWindow, OpensByCtrlF1AndClosesByIt) {

@@ -74,7 +74,7 @@ TEST(KeyboardMap, LeavesTheRestToQt) {
 
 TEST(KeyboardMap, HasALineForEachKey) {
     const std::string help = backends::qt::KeyboardHelp();
-    constexpr std::size_t OfTheWindow = 8;
+    constexpr std::size_t OfTheWindow = 9;
     EXPECT_EQ(static_cast<std::size_t>(std::count(help.begin(), help.end(), '\n')),
               backends::qt::KeyRows().size() + OfTheWindow);
     EXPECT_THAT(help, testing::HasSubstr("  readings of this run    F4\n"));

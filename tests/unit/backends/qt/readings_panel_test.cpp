@@ -96,7 +96,7 @@ protected:
     std::string Why() { return Again().toolTip().toStdString(); }
 
     companion::ReadingTable Table;
-    ReadingsPanel Panel{Table, Form(), [this] { return Device.Platform.boxes.AnyIsOpen(); }, 1};
+    ReadingsPanel Panel{Table, Form(), [this] { return Device.Platform.boxes.AnyIsOpen(); }};
 };
 
 TEST_F(PanelOfReadings, OpensByF4AndClosesByF4OrEscape) {

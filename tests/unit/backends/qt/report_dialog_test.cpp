@@ -38,7 +38,7 @@ protected:
     std::vector<std::string> Days{"2026-11-22", "2026-11-21"};
     std::vector<std::string> Saved;
     ReportSource::Outcome Outcome;
-    ReportDialog Dialog{Source(), Form(), 1};
+    ReportDialog Dialog{Source(), Form()};
 };
 
 TEST_F(ReportInAWindow, ShowsTheFileBeforeItIsSaved) {

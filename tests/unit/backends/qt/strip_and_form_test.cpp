@@ -572,6 +572,16 @@ TEST_F(FormOfADesktop, ResizesTheCalendarToo) {
     EXPECT_TRUE(Calendar().isVisible());
 }
 
+TEST(FormOnASmallScreen, IsLaidOutForItFromTheStart) {
+    WindowDevice device(OfType(0), {});
+    device.Platform.window.setMaximumSize(400, 300);
+    device.Platform.StartProgram();
+    QTest::qWait(20);
+    device.Platform.loop.HandleDue();
+    EXPECT_EQ(device.Platform.form.ClientArea().Width, 400);
+    EXPECT_LT(device.Platform.form.ClientArea().Height, 300);
+}
+
 TEST_F(FormOfADesktop, BecomesNoSmallerThanCanBeUsed) {
     Form().resize(1, 1);
     QTest::qWait(20);
@@ -631,9 +641,9 @@ std::string OnAScreenOfScale(const char* scale) {
 TEST(FormOnASharpScreen, HasTheSameUnitsAndTwiceThePixels) {
     const std::string plain = OnAScreenOfScale("1");
     const std::string sharp = OnAScreenOfScale("2");
-    EXPECT_THAT(plain, testing::HasSubstr("form 640x480 grid 640x"));
-    EXPECT_THAT(plain, testing::EndsWith("drawn 640x480"));
-    EXPECT_THAT(sharp, testing::EndsWith("drawn 1280x960"));
+    EXPECT_THAT(plain, testing::HasSubstr("form 160x160 grid 160x"));
+    EXPECT_THAT(plain, testing::EndsWith("drawn 160x160"));
+    EXPECT_THAT(sharp, testing::EndsWith("drawn 320x320"));
     EXPECT_EQ(sharp.substr(0, sharp.find("drawn")), plain.substr(0, plain.find("drawn")));
 }
 
