@@ -31,15 +31,21 @@ std::string Sentence(const Text& words) {
     return ToBytes(words);
 }
 
+/// Returns why a file can't be read, or an empty text.
+std::string ReadBytes(const std::string& path, std::string& bytes) {
+    backends::PlainFile file = backends::ReadPlainFile(path, std::numeric_limits<std::size_t>::max(),
+                                                       backends::Links::Follow, backends::Mark::Keep);
+    bytes = std::move(file.Bytes);
+    return file.Why.empty() ? std::string() : path + " can't be read: " + file.Why + ".";
+}
+
 /// Reads a table of the device, from its text file or its line database, as the bytes of a text file.
 std::string ReadTable(const Text& fullName, const std::string& root, Table& table) {
     std::string beneath;
     const Text folder = fullName.substr(0, fullName.rfind(u'\\') + 1);
     if (!platform::Traits().IsMemory(folder) && backends::RelativePath(fullName, beneath) == platform::NoError) {
         table.Path = root + "/" + beneath;
-        backends::PlainFile file = backends::ReadPlainFile(table.Path, std::numeric_limits<std::size_t>::max());
-        table.Bytes = std::move(file.Bytes);
-        return file.Why.empty() ? std::string() : table.Path + " can't be read: " + file.Why + ".";
+        return ReadBytes(table.Path, table.Bytes);
     }
     std::vector<Text> lines;
     const auto error = modFileSystem::ReadLines(fullName, modQuorin::DataType, modQuorin::DataCreator, lines);
@@ -87,10 +93,8 @@ std::string Tables::Read(const std::string& name, Table& table) {
 }
 
 std::string Tables::ReadFile(const std::string& path, Table& table) {
-    backends::PlainFile file = backends::ReadPlainFile(path, std::numeric_limits<std::size_t>::max());
-    if (!file.Why.empty())
-        return path + " can't be read: " + file.Why + ".";
-    table.Bytes = std::move(file.Bytes);
+    if (std::string why = ReadBytes(path, table.Bytes); !why.empty())
+        return why;
     table.Path = path;
     table.Source.File = backends::NameOf(path);
     if (Options_.Driver.empty())

@@ -11,6 +11,7 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <utility>
 
 namespace backends {
 
@@ -31,7 +32,7 @@ std::string SizeText(std::size_t bytes) {
 
 } // namespace
 
-PlainFile ReadPlainFile(const std::string& path, std::size_t largest, Links links) {
+PlainFile ReadPlainFile(const std::string& path, std::size_t largest, Links links, Mark mark) {
     const int noLinks = links == Links::Refuse ? O_NOFOLLOW : 0;
     const Descriptor file(Repeated([&] { return ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | noLinks); }));
     if (file.Number() < 0)
@@ -56,7 +57,9 @@ PlainFile ReadPlainFile(const std::string& path, std::size_t largest, Links link
         if (bytes.size() > largest)
             return Refused("it is larger than " + SizeText(largest));
     }
-    return {.Bytes = std::string(BehindMark(bytes)), .Why = {}, .Error = 0};
+    if (mark == Mark::Drop)
+        bytes.erase(0, bytes.size() - BehindMark(bytes).size());
+    return {.Bytes = std::move(bytes), .Why = {}, .Error = 0};
 }
 
 } // namespace backends

@@ -8,15 +8,17 @@
 namespace backends {
 
 struct PlainFile {
-    std::string Bytes; ///< without a byte-order mark
-    std::string Why;   ///< why it can't be read, empty on success: "No such file or directory", "it is a folder"
-    int Error = 0;     ///< the errno value, 0 if the reason is another one
+    std::string Bytes;
+    std::string Why; ///< why it can't be read, empty on success: "No such file or directory", "it is a folder"
+    int Error = 0;   ///< the errno value, 0 if the reason is another one
 };
 
 enum class Links { Follow, Refuse };
+enum class Mark { Drop, Keep }; ///< a byte-order mark at the beginning
 
 /// Reads a file. What is no plain file, and what is larger than `largest` bytes, is refused; nothing waits for a
 /// writer.
-PlainFile ReadPlainFile(const std::string& path, std::size_t largest, Links links = Links::Follow);
+PlainFile ReadPlainFile(const std::string& path, std::size_t largest, Links links = Links::Follow,
+                        Mark mark = Mark::Drop);
 
 } // namespace backends

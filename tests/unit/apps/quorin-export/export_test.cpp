@@ -135,6 +135,14 @@ TEST_F(Exports, AreRefusedForWordsThatMeanNothing) {
     }
 }
 
+TEST_F(Exports, ThatAreRawHaveEachByteOfTheTable) {
+    Put("qrn0001.txt", std::string("\xEF\xBB\xBFSite|Moisture\r\na\0b|caf\xE9|\"q\"\n\nlast", 36));
+    const Outcome raw = Export("qrn0001.txt --raw --line-end lf");
+    EXPECT_EQ(raw.Output, std::string("\xEF\xBB\xBFSite,\"Moisture\r\"\na\0b,caf\xE9,\"\"\"q\"\"\"\n\"\"\nlast", 44));
+    EXPECT_EQ(raw.Errors, "");
+    EXPECT_EQ(raw.Status, 0);
+}
+
 TEST_F(Exports, OfARootThatIsNotThereCreateNone) {
     const fs::path gone = Place.Path() / "gone";
     const Outcome refused =
