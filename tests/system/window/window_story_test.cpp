@@ -122,13 +122,14 @@ protected:
     /// Returns the place of the day that is selected in the calendar. The head of the calendar, above the names of the
     /// days, has the same colour.
     QRect MarkedDay() {
-        constexpr QRgb Marked = 0x308CC6;
+        constexpr QRgb Marked = 0x1A5FB4;
+        constexpr int Days = 420; // pixels; below is a link of that colour
         const int top = Headline().bottom() + 40;
         QRect day;
         EXPECT_TRUE(Eventually([&] {
             const QImage picture = Screen.Picture();
             const QRect before = day;
-            day = BoxOf(picture.copy(0, top, picture.width(), picture.height() - top), Marked, 16).translated(0, top);
+            day = BoxOf(picture.copy(0, top, picture.width(), Days), Marked, 16).translated(0, top);
             return day == before && day.height() > 20;
         }));
         return day;
