@@ -56,6 +56,14 @@ std::string LimitsOf(const HelpRow& row, std::string_view limits) {
     return list + "\nAll cases: [what to know before a shift](limits.md).\n\n";
 }
 
+/// A bar within a table of Markdown has a backslash before it, which elsewhere would be shown.
+std::string WithBars(std::string_view cell) {
+    std::string text(cell);
+    for (std::size_t at = 0; (at = text.find("\\|", at)) != std::string::npos; ++at)
+        text.erase(at, 1);
+    return text;
+}
+
 std::string SizeText(std::size_t size) {
     return std::to_string(size) + (size == 1 ? " byte" : " bytes");
 }
@@ -71,7 +79,7 @@ std::vector<LimitRow> LimitRows(std::string_view markdown) {
             continue;
         const std::size_t second = middle + CellEnd.size();
         const std::size_t end = line.find(" |", second);
-        rows.push_back({std::string(line.substr(2, middle - 2)), std::string(line.substr(second, end - second))});
+        rows.push_back({WithBars(line.substr(2, middle - 2)), WithBars(line.substr(second, end - second))});
     }
     return rows;
 }

@@ -103,7 +103,7 @@ TEST(HelpPages, ReadRowsOfLimitsWithBarsInThem) {
     const auto rows =
         LimitRows("# Head\n\n| What happens | How to avoid it |\n|---|---|\n| A bar (`\\|`) in it | No. |\n");
     ASSERT_EQ(rows.size(), 1u);
-    EXPECT_EQ(rows[0].What, "A bar (`\\|`) in it");
+    EXPECT_EQ(rows[0].What, "A bar (`|`) in it");
     EXPECT_EQ(rows[0].Avoid, "No.");
 }
 
