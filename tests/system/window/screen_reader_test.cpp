@@ -67,6 +67,7 @@ public:
             child.Path = path.path();
             children.push_back(child);
         }
+        list.endArray();
         return children;
     }
     bool IsShown(const Place& place) {
