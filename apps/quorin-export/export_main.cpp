@@ -108,15 +108,21 @@ private:
 
     /// A slip in the command line must not cost data.
     std::string WhyNotOver(const std::string& path, const Table& table) const {
+        if (path.empty())
+            return {};
         std::string there;
         std::string input;
         std::string root;
-        if (path.empty() || backends::Canonical(path, there) != backends::NoError)
-            return {};
-        if (backends::Canonical(table.Path, input) == backends::NoError && input == there)
+        std::string folder;
+        if (backends::Canonical(path, there) == backends::NoError &&
+            backends::Canonical(table.Path, input) == backends::NoError && input == there)
             return "it is what is exported";
-        if (backends::Canonical(Options_.Device.Root, root) == backends::NoError && there.rfind(root + "/", 0) == 0)
-            return "it is a file of the root folder";
+        const std::string above = backends::FolderOf(path);
+        if (backends::Canonical(above, folder) != backends::NoError)
+            return "there is no folder " + above;
+        if (backends::Canonical(Options_.Device.Root, root) == backends::NoError &&
+            (folder + "/").rfind(root + "/", 0) == 0)
+            return "it would be among the tables of the root folder";
         return {};
     }
 

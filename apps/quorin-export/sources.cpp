@@ -108,7 +108,10 @@ std::string Tables::ReadFile(const std::string& path, Table& table) {
 std::string Tables::ReadDownload(const std::string& name, Table& table) {
     if (std::string why = OpenRoot(); !why.empty())
         return why;
-    const companion::DownloadFound found = companion::FindDownload(FromBytes(name));
+    companion::DownloadFound found = companion::FindDownload(FromBytes(name));
+    if (found.File.empty() && name.find('.') == std::string::npos) // the window's title has no ending
+        if (companion::DownloadFound file = companion::FindDownload(FromBytes(name + ".txt")); !file.File.empty())
+            found = std::move(file);
     if (found.File.empty())
         return Sentence(found.WhyNot);
     table.Source.File = ToBytes(found.File);

@@ -143,7 +143,7 @@ std::string ProblemReport(const ReportFacts& facts, const std::string& day, bool
     std::string report = "Quorin: report of a problem\n";
     report += isWhole ? "Nothing is masked: typed texts, values, names and paths are as they were.\n"
                       : "Typed texts, values, names and paths are masked: x is a letter, 0 a digit.\n";
-    report += "\nWhat happened (please write it here):\n\n" + Head("versions");
+    report += "\nWhat happened (write it here before you send the file):\n\n" + Head("versions");
     for (const auto& [what, which] : facts.Versions)
         report += what + ": " + which + "\n";
     report += SettingsPart("settings.ini", facts.Places.Settings, isWhole);

@@ -54,7 +54,7 @@ const std::string Shown =
     "Cellar,Cleo,15.1,%,24.7,°C,69.8,%RH,Air,window open,2007-03-05,09:34,2007-03-05,09:36\r\n";
 
 TEST_F(Exports, OfADownloadAreByItsFileOrItsAlias) {
-    for (const char* name : {"qrn0001.txt", "'North wall'"}) {
+    for (const char* name : {"qrn0001.txt", "'North wall'", "qrn0001"}) {
         const Outcome done = Export(name);
         EXPECT_EQ(done.Output, Shown);
         EXPECT_EQ(done.Errors, "");
@@ -85,6 +85,10 @@ TEST_F(Exports, ReplaceNeitherWhatTheyReadNorAFileOfTheRoot) {
         EXPECT_THAT(refused.Errors, HasSubstr("can't write"));
         EXPECT_EQ(Root.Bytes(std::string("Quorin/") + name), before);
     }
+    EXPECT_EQ(Export("qrn0001.txt -o '" + (Root.Path() / "Quorin/new.csv").string() + "'").Status, 2);
+    EXPECT_FALSE(fs::exists(Root.Path() / "Quorin/new.csv"));
+    EXPECT_EQ(Export("qrn0001.txt -o '" + Out("gone/new.csv") + "'").Errors,
+              "quorin-export: can't write " + Out("gone/new.csv") + ": there is no folder " + Out("gone") + "\n");
     const std::string table = Out("table.txt");
     std::ofstream(table) << "A\n1\n";
     EXPECT_EQ(Export("'" + table + "' -o '" + table + "'").Status, 2);
