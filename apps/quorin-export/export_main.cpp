@@ -24,8 +24,11 @@ void Tell(const std::string& what) {
     std::cerr << "quorin-export: " << what << "\n";
 }
 
-std::string StemOf(const std::string& file) {
-    return file.substr(0, file.rfind('.'));
+/// Returns a path without the ending of its file; the name of a folder may have a full stop, too.
+std::string StemOf(const std::string& path) {
+    const std::size_t name = path.rfind('/') + 1; // npos + 1 is 0
+    const std::size_t dot = path.rfind('.');
+    return dot == std::string::npos || dot <= name ? path : path.substr(0, dot);
 }
 
 /// One run of the program.
@@ -96,8 +99,12 @@ private:
         return true;
     }
 
+    static std::string DescriptionOf(const std::string& path) { return StemOf(path) + ".datapackage.json"; }
+
     bool Begin(Output& output, const std::string& path, const Table& table) {
-        std::string why = WhyNotOver(path, table);
+        std::string why = WhyNotOver(path, table.Path);
+        if (why.empty() && !path.empty())
+            why = WhyNotOver(DescriptionOf(path), table.Path);
         if (why.empty())
             why = output.Open(path);
         if (!why.empty())
@@ -107,21 +114,24 @@ private:
     }
 
     /// A slip in the command line must not cost data.
-    std::string WhyNotOver(const std::string& path, const Table& table) const {
+    std::string WhyNotOver(const std::string& path, const std::string& table) const {
         if (path.empty())
             return {};
         std::string there;
         std::string input;
         std::string root;
         std::string folder;
-        if (backends::Canonical(path, there) == backends::NoError &&
-            backends::Canonical(table.Path, input) == backends::NoError && input == there)
-            return "it is what is exported";
+        const bool isThere = backends::Canonical(path, there) == backends::NoError;
+        std::vector<std::string> inputs = Options_.Sources; // also those that are read later
+        inputs.push_back(table);
+        for (const std::string& each : inputs)
+            if (isThere && backends::Canonical(each, input) == backends::NoError && input == there)
+                return "it is what is exported";
         const std::string above = backends::FolderOf(path);
         if (backends::Canonical(above, folder) != backends::NoError)
             return "there is no folder " + above;
         if (backends::Canonical(Options_.Device.Root, root) == backends::NoError &&
-            (folder + "/").rfind(root + "/", 0) == 0)
+            ((folder + "/").rfind(root + "/", 0) == 0 || (isThere && there.rfind(root + "/", 0) == 0)))
             return "it would be among the tables of the root folder";
         return {};
     }
@@ -177,7 +187,7 @@ private:
         Last_.Name = backends::NameOf(path);
         Last_.Bytes = output.Bytes();
         Last_.Sha256 = output.Sha256();
-        const std::string place = StemOf(path) + ".datapackage.json";
+        const std::string place = DescriptionOf(path);
         Output package;
         std::string why = package.Open(place);
         if (why.empty()) {

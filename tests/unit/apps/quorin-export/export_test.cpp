@@ -93,6 +93,16 @@ TEST_F(Exports, ReplaceNeitherWhatTheyReadNorAFileOfTheRoot) {
     std::ofstream(table) << "A\n1\n";
     EXPECT_EQ(Export("'" + table + "' -o '" + table + "'").Status, 2);
     EXPECT_EQ(Place.Bytes("table.txt"), "A\n1\n");
+    std::ofstream(Out("other.txt")) << "A\n2\n";
+    EXPECT_EQ(Export("'" + Out("other.txt") + "' '" + table + "' --format long -o '" + table + "'").Status, 2);
+    EXPECT_EQ(Place.Bytes("table.txt"), "A\n1\n") << "a later source";
+    fs::create_symlink(Root.Path() / "Quorin/qrn0002.txt", Place.Path() / "link.csv");
+    const std::string before = Root.Bytes("Quorin/qrn0002.txt");
+    EXPECT_EQ(Export("qrn0001.txt -o '" + Out("link.csv") + "'").Status, 2);
+    EXPECT_EQ(Root.Bytes("Quorin/qrn0002.txt"), before) << "through a link";
+    fs::create_directory(Place.Path() / "2026.11");
+    EXPECT_EQ(Export("qrn0001.txt -o '" + Out("2026.11/climate") + "'").Status, 0);
+    EXPECT_TRUE(fs::exists(Place.Path() / "2026.11/climate.datapackage.json"));
 }
 
 TEST_F(Exports, OfSeveralTablesGoIntoAFolderOrOneAfterTheOther) {
