@@ -93,6 +93,8 @@ std::string RecordMask::Masked(std::string_view part) {
             masked += each;
         else if (IsAscii(each) || !GoesOn(each))
             masked += Hidden(each);
+        if (State_ == State::Kept && each == ']')
+            State_ = State::Hidden; // another tag may follow in the line
     }
     return masked;
 }

@@ -4,15 +4,20 @@
 #include "apps/options/command_line.h"
 #include "apps/quorin-journal/sessions.h"
 #include "backends/files/host_files.h"
+#include "journal/glance.h"
 #include "journal/masking.h"
 #include "src/text/text.h"
 
 #include <QtGlobal>
 
+#include <algorithm>
+#include <array>
+#include <cerrno>
 #include <fcntl.h>
 #include <fstream>
 #include <functional>
 #include <set>
+#include <sys/stat.h>
 #include <sys/utsname.h>
 
 namespace quorin {
@@ -21,10 +26,9 @@ namespace {
 
 using backends::qt::ReportSource;
 using reader::JournalFile;
-using reader::Session;
 
 constexpr std::size_t LongestSettings = 100'000; // bytes of a settings file that go into a report
-constexpr std::size_t LongestStory = 2'000'000;  // of the commands of a session: its end is what counts
+constexpr std::size_t LongestStory = 2'000'000;  // bytes of what was done on a day
 
 std::string Head(const std::string& title) {
     return "\n== " + title + " ==\n";
@@ -40,8 +44,11 @@ std::string SettingsPart(const std::string& title, const std::string& path, bool
     if (!file)
         return part + "# there is no such file, or it can't be read\n";
     std::string line;
-    while (std::getline(file, line) && part.size() < LongestSettings)
+    while (std::getline(file, line)) {
+        if (part.size() >= LongestSettings)
+            return part + "# the rest is left out\n";
         part += (isWhole ? line : MaskedSetting(line)) + "\n";
+    }
     return part;
 }
 
@@ -58,22 +65,49 @@ reader::ReadingTold ToldIn(std::string& troubles) {
             .Ends = [] { return false; }};
 }
 
-std::string StoryOf(const Session& session, const std::string& place, const std::vector<JournalFile>& files,
-                    bool isWhole) {
-    std::string troubles;
-    journal::Story story;
-    journal::Masking masking;
-    journal::Line first = session.First;
-    ReadSession(session, files, ToldIn(troubles),
-                [&](const journal::Line& line) { story.Take(isWhole ? line : masking.Masked(line)); });
-    if (!isWhole)
-        first = journal::Masking().Masked(first);
-    std::string commands = story.Commands();
-    if (commands.size() > LongestStory)
-        commands =
-            "# the beginning is left out\n" + commands.substr(commands.find('\n', commands.size() - LongestStory) + 1);
-    return reader::StoryHead(story, place, first) + troubles + commands;
-}
+/// The parts of the sessions that are in the file of a day: one that began the day before goes on there with a line
+/// that says all that its first line did.
+class StoriesOfDay {
+public:
+    explicit StoriesOfDay(bool isWhole) : IsWhole_(isWhole) {}
+
+    void Take(journal::Line line) {
+        const std::string event = journal::TextIn(line, "event");
+        if (event == "start" || event == "day") {
+            line["event"] = "start"; // of what the day has of it
+            Parts_.emplace_back();
+        }
+        if (Parts_.empty())
+            return;
+        Part& part = Parts_.back();
+        const journal::Line shown = IsWhole_ ? line : part.Mask.Masked(line);
+        if (part.First.is_null())
+            part.First = shown;
+        part.Story.Take(shown);
+    }
+
+    /// The problem is at the end: what is too much loses its beginning.
+    std::string Text() const {
+        std::string all;
+        for (std::size_t at = 0; at < Parts_.size(); ++at)
+            all += reader::StoryHead(Parts_[at].Story,
+                                     "session " + std::to_string(at + 1) + " of " + std::to_string(Parts_.size()),
+                                     Parts_[at].First) +
+                   Parts_[at].Story.Commands() + "\n";
+        if (all.size() > LongestStory)
+            all = "# the beginning is left out\n" + all.substr(all.find('\n', all.size() - LongestStory) + 1);
+        return Parts_.empty() ? "# nothing that the journal can show was done on this day\n" : all;
+    }
+
+private:
+    struct Part {
+        journal::Line First;
+        journal::Story Story;
+        journal::Masking Mask;
+    };
+    std::vector<Part> Parts_;
+    bool IsWhole_;
+};
 
 std::vector<JournalFile> FilesOf(const KeptPlaces& places) {
     std::vector<JournalFile> files;
@@ -83,20 +117,47 @@ std::vector<JournalFile> FilesOf(const KeptPlaces& places) {
 }
 
 std::string StoryPart(const KeptPlaces& places, const std::string& day, bool isWhole) {
-    std::string part = Head("what was done on " + day);
-    const std::vector<JournalFile> files = FilesOf(places);
     std::string troubles;
-    const std::vector<Session> sessions = SessionsOf(day, files, ToldIn(troubles));
-    for (std::size_t at = 0; at < sessions.size(); ++at)
-        part += StoryOf(sessions[at], "session " + std::to_string(at + 1) + " of " + std::to_string(sessions.size()),
-                        files, isWhole) +
-                "\n";
-    return part + troubles + (sessions.empty() ? "# no session began on this day\n" : "");
+    StoriesOfDay stories(isWhole);
+    for (const JournalFile& file : FilesOf(places))
+        if (file.Name.Day == day)
+            ReadEntries(file, ToldIn(troubles), [&](const reader::Entry& entry) { stories.Take(entry.Object()); });
+    return Head("what was done on " + day) + troubles + stories.Text();
 }
 
-bool IsPlain(const std::string& value) {
-    const bool isPort = value.rfind("Com", 0) == 0;
-    return value.find_first_not_of("0123456789+-., ", isPort ? 3 : 0) == std::string::npos;
+/// Keys that the program itself writes. Of those that are marked, a number stays: it is a size, a colour or a place.
+struct KnownKey {
+    std::string_view Name;
+    bool IsNumber = false;
+};
+constexpr std::array<KnownKey, 10> Keys = {{{"ComPort"},
+                                            {"RFCOMM_Path"},
+                                            {"StorageVolume"},
+                                            {"FONTSIZE", true},
+                                            {"COLOUR", true},
+                                            {"Font"},
+                                            {"DummyTest", true},
+                                            {"Place", true},
+                                            {"Scale", true},
+                                            {"HintsDone"}}};
+
+bool IsNumber(std::string_view text) {
+    return !text.empty() && text.find_first_not_of("0123456789") == std::string_view::npos;
+}
+
+/// "Pin1" and on are the ports that the window remembers.
+const KnownKey* KeyOf(std::string_view name) {
+    static constexpr KnownKey Pin{"Pin"};
+    if (name.substr(0, Pin.Name.size()) == Pin.Name && IsNumber(name.substr(Pin.Name.size())))
+        return &Pin;
+    const auto key = std::find_if(Keys.begin(), Keys.end(), [name](const KnownKey& each) { return each.Name == name; });
+    return key == Keys.end() ? nullptr : &*key;
+}
+
+bool Stays(const KnownKey& key, std::string_view value) {
+    if (key.Name == "ComPort")
+        return value.substr(0, 3) == "Com" && IsNumber(value.substr(3));
+    return key.IsNumber && value.find_first_not_of("0123456789+-., ") == std::string_view::npos;
 }
 
 platform::ErrorNumber WriteNew(const backends::FileEntry& entry, const std::string& text) {
@@ -115,6 +176,8 @@ platform::ErrorNumber WriteNew(const backends::FileEntry& entry, const std::stri
 platform::ErrorNumber WriteOver(backends::FileEntry entry, const std::string& text) {
     backends::Replacement file(std::move(entry));
     auto error = file.Begin();
+    if (error == platform::NoError && ::fchmod(file.File(), S_IRUSR | S_IWUSR) != 0) // not those of the older file
+        error = backends::FromErrno(errno);
     if (error == platform::NoError)
         error = backends::WriteAll(file.File(), text, 0);
     return error == platform::NoError ? file.Commit() : error;
@@ -155,15 +218,13 @@ std::string ProblemReport(const ReportFacts& facts, const std::string& day, bool
 
 std::string MaskedSetting(const std::string& line) {
     const std::size_t mark = line.find('=');
-    const bool isSection = line.substr(0, 1) == "[";
-    const bool isComment = line.find_first_of(";#") == 0;
-    if (isSection)
+    if (line == "[Settings]" || line == "[Window]")
         return line;
-    if (isComment || mark == std::string::npos)
+    const KnownKey* const key = mark == std::string::npos ? nullptr : KeyOf(std::string_view(line).substr(0, mark));
+    if (key == nullptr)
         return journal::Masked(line);
     const std::string value = line.substr(mark + 1);
-    const bool isTyped = line.rfind("ComPort", 0) == 0 && value.rfind("Com", 0) != 0;
-    return line.substr(0, mark + 1) + (IsPlain(value) && !isTyped ? value : journal::Masked(value));
+    return line.substr(0, mark + 1) + (Stays(*key, value) ? value : journal::Masked(value));
 }
 
 ReportSource::Outcome SaveReport(const std::string& path, const std::string& text, bool replaces) {

@@ -48,6 +48,12 @@ TEST(Masking, HidesWhatIsNoKnownTag) {
     EXPECT_EQ(mask.Masked("\n[RESULT_TYPES \"Ada\"]"), "\n[RESULT_TYPEx \"xxx\"]");
 }
 
+TEST(Masking, HidesWhatFollowsATypeInItsLine) {
+    RecordMask mask;
+    EXPECT_EQ(mask.Masked("[RESULT_TYPE \"M\"] [ORIGIN \"QI-0001\"]\r\n[RESULT_UNIT \"%\"] Ada"),
+              "[RESULT_TYPE \"M\"] [xxxxxx \"xx-0000\"]\r\n[RESULT_UNIT \"%\"] xxx");
+}
+
 TEST(Masking, HidesWhatAPersonTyped) {
     Masking masking;
     EXPECT_THAT(Hide(masking, R"({"ms":5,"event":"act","act":"set","text":"Ada","about":"Site of Ada"})"),

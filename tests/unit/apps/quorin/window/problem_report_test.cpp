@@ -80,7 +80,19 @@ TEST_F(ProblemReports, AreOfTheDaysOfThisRootFolder) {
     Day("2026-11-23", "{\"event\":\"end\"}\n");
     Folder.Put("journal/" + journal::TextOf(journal::FileName{"2026-11-24", journal::RootKey("/other")}), "{}\n");
     EXPECT_THAT(DaysOfReport(Facts().Places), ElementsAre("2026-11-23", "2026-11-22"));
-    EXPECT_THAT(ProblemReport(Facts(), "2026-11-23", false), HasSubstr("no session began"));
+    EXPECT_THAT(ProblemReport(Facts(), "2026-11-23", false), HasSubstr("nothing that the journal can show"));
+}
+
+TEST_F(ProblemReports, HaveASessionThatGoesOnFromTheDayBefore) {
+    Day("2026-11-23", R"({"time":"2026-11-23T00:00:00","ms":900,"event":"day","program":"quorin","root":")" + Root() +
+                          R"(","words":[],"clock":"real"}
+{"ms":950,"event":"act","act":"menu","args":"2 3"}
+)");
+    const std::string later = ProblemReport(Facts(), "2026-11-23", true);
+    EXPECT_THAT(later, HasSubstr("begun 2026-11-23 00:00:00"));
+    EXPECT_THAT(later, HasSubstr("\ntick 50\nmenu 2 3\n")) << "since midnight";
+    EXPECT_THAT(later, Not(HasSubstr("menu 1 2")));
+    EXPECT_THAT(Whole(), Not(HasSubstr("menu 2 3"))) << "each day has its own lines";
 }
 
 TEST_F(ProblemReports, AreMadeWithoutAJournal) {
@@ -109,8 +121,11 @@ TEST_F(ProblemReports, AreNotWrittenOverAFileUnasked) {
 
 TEST_F(ProblemReports, BelongToTheirOwnerAlone) {
     ASSERT_EQ(SaveReport(Folder.Path("report.txt"), "one", false).Result, Step::Done);
-    EXPECT_EQ(std::filesystem::status(Folder.Path("report.txt")).permissions(),
-              std::filesystem::perms::owner_read | std::filesystem::perms::owner_write);
+    constexpr auto Owners = std::filesystem::perms::owner_read | std::filesystem::perms::owner_write;
+    EXPECT_EQ(std::filesystem::status(Folder.Path("report.txt")).permissions(), Owners);
+    std::filesystem::permissions(Folder.Path("report.txt"), std::filesystem::perms(0644));
+    ASSERT_EQ(SaveReport(Folder.Path("report.txt"), "two", true).Result, Step::Done);
+    EXPECT_EQ(std::filesystem::status(Folder.Path("report.txt")).permissions(), Owners) << "also over an older file";
 }
 
 TEST_F(ProblemReports, SayWhyTheyCantBeWritten) {
@@ -130,6 +145,12 @@ TEST(MaskedSetting, KeepsNumbersAndNamesOfPorts) {
     EXPECT_EQ(MaskedSetting("ComPort=Comrade 1"), "ComPort=xxxxxxx 0");
     EXPECT_EQ(MaskedSetting("; Ada's"), "; xxx'x");
     EXPECT_EQ(MaskedSetting("nonsense"), "xxxxxxxx");
+    EXPECT_EQ(MaskedSetting("  # Anna = 5"), "  # xxxx = 0");
+    EXPECT_EQ(MaskedSetting("[Anna]"), "[xxxx]");
+    EXPECT_EQ(MaskedSetting("Phone=0171 234567"), "xxxxx=0000 000000");
+    EXPECT_EQ(MaskedSetting("Pin1=10.0.0.7"), "Pin1=00.0.0.0");
+    EXPECT_EQ(MaskedSetting("Place=10 20 640 480 maximized"), "Place=00 00 000 000 xxxxxxxxx");
+    EXPECT_EQ(MaskedSetting("Place=10 20 640 480"), "Place=10 20 640 480");
 }
 
 TEST(VersionsOfRun, NameProgramLibrarySystemAndDevice) {
