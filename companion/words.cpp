@@ -214,10 +214,10 @@ Notice PortOffered(const Text& words) {
 }
 
 Notice LittleSpace(const Text& folder, std::int64_t megabytes) {
-    return WithRemedy(
-        {AboutSpace, Severity::Warning,
-         u"Only " + modStringTools::NumberText(megabytes) + u" MB are free on the disk of " + folder + u"."},
-        u" Make room before readings can't be saved.");
+    return WithRemedy({AboutSpace, Severity::Warning,
+                       u"Less than " + modStringTools::NumberText(megabytes) +
+                           (megabytes == 1 ? u" MB is" : u" MB are") + u" free on the disk of " + folder + u"."},
+                      u" Make room before readings can't be saved.");
 }
 
 Notice NoSound() {

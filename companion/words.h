@@ -82,7 +82,7 @@ Notice LimitsNotRead(const Text& driver, const Text& why);
 Notice LimitsNotUsed(const Text& driver, const std::vector<Text>& problems);
 /// A port that can be used in place of the chosen one.
 Notice PortOffered(const Text& words);
-/// The disk of a folder has so little room left.
+/// The disk of a folder has less room left than that.
 Notice LittleSpace(const Text& folder, std::int64_t megabytes);
 /// A tone could not be played; the window flashes its line instead.
 Notice NoSound();

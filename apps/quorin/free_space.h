@@ -13,7 +13,7 @@
 namespace quorin {
 
 /// Returns the bytes that a user may still write to the disk of a folder; nothing if that can't be found out. Some file
-/// systems answer 0, which counts as no answer: a disk that is really full is reported by each save.
+/// systems have no size, which is no answer.
 std::optional<std::uintmax_t> FreeBytes(const std::string& folder);
 
 /// Looks at the start and each minute.

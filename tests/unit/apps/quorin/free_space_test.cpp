@@ -30,7 +30,12 @@ protected:
 
 TEST_F(SpaceOfADisk, ThatIsNearlyFullIsReported) {
     Free = 49'999'999;
-    EXPECT_EQ(Shown(), u"Only 49 MB are free on the disk of /data. Make room before readings can't be saved.");
+    const Text told = u"Less than 50 MB are free on the disk of /data. Make room before readings can't be saved.";
+    EXPECT_EQ(Shown(), told);
+    Free = 21'000'000;
+    EXPECT_EQ(Shown(), told) << "it is not said anew for each megabyte";
+    Free = 0;
+    EXPECT_EQ(Shown(), u"Less than 1 MB is free on the disk of /data. Make room before readings can't be saved.");
     Free = 50'000'000;
     EXPECT_EQ(Shown(), u"none") << "room was made";
 }
