@@ -20,8 +20,6 @@ using companion::PortTrouble;
 
 namespace {
 
-/// The highest number that the application offers.
-
 /// A device while the list is built.
 struct Found {
     PortRow Row;

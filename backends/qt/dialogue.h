@@ -7,9 +7,8 @@
 
 namespace backends::qt {
 
-/// It is wide enough for its title and opens over the form. The
-/// actions of its parent, with their keys, are also those of the box. With `underHands`, keys are ignored until none
-/// has been pressed for half a second.
+/// It is wide enough for its title and opens over the form. The actions of its parent, with their keys, are also those
+/// of the box. With `underHands`, keys are ignored until none has been pressed for half a second.
 class Dialogue final : public QMessageBox {
 public:
     Dialogue(QWidget* parent, bool underHands);

@@ -146,7 +146,6 @@ void QtPlatform::WireWindow() {
                      [this] { KeyboardChanged_ = true; });
 }
 
-/// Called when the form has its size and it is known whether the device's menus are keys.
 bool QtPlatform::IsAtRest() const {
     return !loop.Ending() && !boxes.AnyIsOpen() && QApplication::activePopupWidget() == nullptr &&
            QApplication::mouseButtons() == Qt::NoButton && !grdMain.HandIsDown;
@@ -158,6 +157,7 @@ void QtPlatform::ShowEmpty() {
     window.show();
 }
 
+/// Called when the form has its size and it is known whether the device's menus are keys.
 void QtPlatform::ShowForm() {
     const QRect size = RectOf(PixelsOf(form));
     constexpr int FingerWidth = 44; // pixels of the window

@@ -167,18 +167,6 @@ int Window::KeysInARow(const std::vector<DeviceKey>& keys, const QFontMetrics& m
 
 void Window::ShowKeys(const std::vector<DeviceKey>& keys) {
     Keys_ = keys;
-    LayKeys();
-}
-
-void Window::LayKeys() {
-    delete Strip_->layout();
-    qDeleteAll(Strip_->findChildren<QToolButton*>());
-    auto* const grid = new QGridLayout(Strip_);
-    grid->setContentsMargins(2, 2, 2, 2);
-    grid->setSpacing(2);
-    int place = 0;
-    const QFont font = KeyFont();
-    const int inARow = KeysInARow(Keys_, QFontMetrics(font));
     for (const DeviceKey& key : Keys_) {
         auto* const button = new QToolButton(Strip_);
         button->setObjectName(QStringLiteral("key%1").arg(key.Code));
@@ -186,7 +174,6 @@ void Window::LayKeys() {
         button->setToolTip(QStringLiteral("Key %1").arg(key.Code));
         button->setFocusPolicy(Qt::NoFocus);
         button->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
-        button->setFont(font);
         const std::int32_t code = key.Code;
         QObject::connect(button, &QToolButton::pressed, [this, code] {
             if (KeyPressed)
@@ -196,6 +183,21 @@ void Window::LayKeys() {
             if (KeyReleased)
                 KeyReleased(code);
         });
+    }
+    LayKeys();
+}
+
+/// The buttons stay the same: one may be held down while the scale or the font changes.
+void Window::LayKeys() {
+    delete Strip_->layout();
+    auto* const grid = new QGridLayout(Strip_);
+    grid->setContentsMargins(2, 2, 2, 2);
+    grid->setSpacing(2);
+    int place = 0;
+    const QFont font = KeyFont();
+    const int inARow = KeysInARow(Keys_, QFontMetrics(font));
+    for (QToolButton* const button : Strip_->findChildren<QToolButton*>()) {
+        button->setFont(font);
         grid->addWidget(button, place / inARow, place % inARow);
         ++place;
     }
@@ -223,7 +225,7 @@ QString Window::Fitted(const QLabel& label, const QString& text) const {
 
 void Window::Put(QLabel& label, const QString& text) {
     const QString fitted = Fitted(label, text);
-    const bool isWhole = !fitted.contains(u'…') || text.contains(u'…');
+    const bool isWhole = fitted.simplified() == text.simplified(); // but for line feeds
     label.setText(fitted);
     label.setToolTip(isWhole ? QString() : text + (&label == Alarm_ ? ListHint : QString()));
     label.setAccessibleName(text);

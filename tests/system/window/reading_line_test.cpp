@@ -3,6 +3,7 @@
 #include "backends/qt/to_screen_reader.h"
 #include "src/app/commands.h"
 #include "src/text/text.h"
+#include "tests/support/heard_notices.h"
 #include "tests/system/window/watched_window.h"
 
 #include <QApplication>
@@ -14,7 +15,6 @@
 namespace windowtest {
 namespace {
 
-using backends::qt::ToScreenReader;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::StartsWith;
@@ -85,38 +85,17 @@ TEST_F(ReadingLine, IsAnAlarmWhenItsValueFails) {
     EXPECT_EQ(rows.index(0, 5).data().toString().toStdString(), "✖ fail > 14");
 }
 
-/// The words of the notifications that a screen reader gets while this object exists.
-class Alerts {
-public:
-    Alerts() {
-        All.clear();
-        ToScreenReader::IsActive = [] { return true; };
-        ToScreenReader::Send = [](QAccessibleEvent* event) {
-            QAccessibleInterface* const about = event->accessibleInterface();
-            if (event->type() == QAccessible::ObjectShow && about->role() == QAccessible::Notification)
-                All.push_back(about->text(QAccessible::Name).toStdString());
-        };
-    }
-    Alerts(const Alerts&) = delete;
-    Alerts& operator=(const Alerts&) = delete;
-    ~Alerts() {
-        ToScreenReader::IsActive = QAccessible::isActive;
-        ToScreenReader::Send = QAccessible::updateAccessibility;
-    }
-
-    static inline std::vector<std::string> All;
-};
-
 TEST_F(ReadingLine, IsSaidOnceByAScreenReader) {
     ASSERT_TRUE(LinkLineBegins("Link open")) << LinkLine();
-    const Alerts alerts;
+    const HeardNotices alerts;
     Send(u"Bogus");
     EXPECT_TRUE(LinkLineBegins("○ refused: no row of Meter asks for \"Bogus\", 2 s ago")) << LinkLine();
     companion::Notices notices;
     notices.Raise({u"notsaved", companion::Severity::Loss, u"not saved", companion::Until::Tapped});
     Form().SetNotices(notices);
     Form().SetNotices(notices);
-    EXPECT_THAT(Alerts::All, ElementsAre(StartsWith("○ refused: no row of Meter asks for \"Bogus\", "), "not saved"));
+    EXPECT_THAT(HeardNotices::All,
+                ElementsAre(StartsWith("○ refused: no row of Meter asks for \"Bogus\", "), "not saved"));
 }
 
 // On a machine without sound the line flashes.

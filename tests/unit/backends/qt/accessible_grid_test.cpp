@@ -5,6 +5,7 @@
 
 #include "src/view/prompt.h"
 #include "src/view/status_strip.h"
+#include "tests/support/heard_notices.h"
 #include "tests/support/in_a_window.h"
 
 #include <QAccessible>
@@ -382,28 +383,6 @@ TEST_F(ScreenReader, CallsTheStateOfTheLinkAsItIsSeen) {
     EXPECT_EQ(NameOf(*Form().findChild<QLabel*>(QStringLiteral("warning"))), "not saved");
 }
 
-/// Records the words of the notifications while this listener exists.
-class Hearing {
-public:
-    Hearing() {
-        All.clear();
-        ToScreenReader::IsActive = [] { return true; };
-        ToScreenReader::Send = [](QAccessibleEvent* event) {
-            QAccessibleInterface* const about = event->accessibleInterface();
-            if (event->type() == QAccessible::ObjectShow && about->role() == QAccessible::Notification)
-                All.push_back(about->text(QAccessible::Name).toStdString());
-        };
-    }
-    ~Hearing() {
-        ToScreenReader::IsActive = QAccessible::isActive;
-        ToScreenReader::Send = QAccessible::updateAccessibility;
-    }
-    Hearing(const Hearing&) = delete;
-    Hearing& operator=(const Hearing&) = delete;
-
-    static inline std::vector<std::string> All;
-};
-
 const companion::Notice NotSaved{u"notsaved", companion::Severity::Loss, u"not saved", companion::Until::Tapped};
 const companion::Notice Slow{u"journal", companion::Severity::Warning, u"the disk is slow"};
 const companion::Notice PortFound{.About = u"adapter",
@@ -412,33 +391,33 @@ const companion::Notice PortFound{.About = u"adapter",
                                   .Offers = {{u"useport", u"Use it"}, {u"notnow", u"Not now"}}};
 
 TEST_F(ScreenReader, HearsANewNoticeAlsoBehindAWorseOne) {
-    const Hearing hearing;
+    const HeardNotices hearing;
     companion::Notices notices;
     notices.Raise(NotSaved);
     Form().SetNotices(notices);
     notices.Raise(Slow);
     Form().SetNotices(notices);
-    EXPECT_THAT(Hearing::All, ElementsAre("not saved", "the disk is slow"));
+    EXPECT_THAT(HeardNotices::All, ElementsAre("not saved", "the disk is slow"));
     notices.Withdraw(u"journal");
     Form().SetNotices(notices);
-    EXPECT_EQ(Hearing::All.size(), 2U);
+    EXPECT_EQ(HeardNotices::All.size(), 2U);
 }
 
 TEST_F(ScreenReader, HearsTogetherWhatIsRaisedTogether) {
-    const Hearing hearing;
+    const HeardNotices hearing;
     companion::Notices notices;
     notices.Raise(Slow);
     notices.Raise(NotSaved);
     Form().SetNotices(notices);
-    EXPECT_THAT(Hearing::All, ElementsAre("not saved the disk is slow"));
+    EXPECT_THAT(HeardNotices::All, ElementsAre("not saved the disk is slow"));
 }
 
 TEST_F(ScreenReader, HearsWhatANoticeOffers) {
-    const Hearing hearing;
+    const HeardNotices hearing;
     companion::Notices notices;
     notices.Raise(PortFound);
     Form().SetNotices(notices);
-    EXPECT_THAT(Hearing::All, ElementsAre("A port was plugged in. Shift+F4 offers: Use it, Not now."));
+    EXPECT_THAT(HeardNotices::All, ElementsAre("A port was plugged in. Shift+F4 offers: Use it, Not now."));
     auto* const button = Form().findChild<QAbstractButton*>(QStringLiteral("offer_useport"));
     ASSERT_NE(button, nullptr);
     EXPECT_EQ(NameOf(*button), "Use it");
@@ -469,12 +448,12 @@ TEST_F(ScreenReaderOnADevice, FindsTheSoftKeysAndTheKeysOfTheDevice) {
 }
 
 TEST_F(ScreenReaderOnADevice, HearsANoticeThatIsInTheListAlone) {
-    const Hearing hearing;
+    const HeardNotices hearing;
     companion::Notices notices;
     notices.Raise(PortFound);
     Form().SetNotices(notices);
     ASSERT_TRUE(Form().findChild<QLabel*>(QStringLiteral("warning"))->isHidden());
-    EXPECT_THAT(Hearing::All, ElementsAre(testing::StartsWith("A port was plugged in.")));
+    EXPECT_THAT(HeardNotices::All, ElementsAre(testing::StartsWith("A port was plugged in.")));
 }
 
 TEST_F(ScreenReader, FindsNothingWithoutANameThatCanHaveTheFocus) {

@@ -212,6 +212,13 @@ TEST_F(StatusArea, OpensTheListOfAllByAClickOnTheirNumber) {
     EXPECT_NEAR(List().y() + List().height(), Line().mapToGlobal(QPoint(0, 0)).y(), Frame);
 }
 
+TEST_F(StatusArea, HasATextThatIsCutWholeInItsTooltip) {
+    const companion::Notice named = companion::PinNotUsed(u"/dev/" + Text(150, u'x'));
+    ASSERT_NE(named.Words.find(u'…'), Text::npos) << "the name of a button has these dots";
+    Raise(named);
+    EXPECT_THAT(Line().toolTip().toStdString(), testing::StartsWith(backends::qt::ToQt(named.Words).toStdString()));
+}
+
 TEST_F(StatusArea, ListsATextThatIsCutByAClick) {
     const companion::Notice lengthy = companion::JournalStopped(u"it is a link: /home/" + Text(150, u'x'));
     Raise(lengthy);

@@ -3,6 +3,8 @@
 #include "tests/support/in_a_window.h"
 
 #include <QScreen>
+#include <QTest>
+#include <QToolButton>
 
 namespace windowtest {
 namespace {
@@ -23,6 +25,18 @@ TEST_F(ZoomOfADevice, LeavesTheFormItsPixels) {
     EXPECT_EQ(Form().FormWidget().size(), QSize(400, 400));
     EXPECT_EQ(Form().Screen().size(), QSize(400, 400));
     EXPECT_EQ(Form().minimumSize(), Form().maximumSize());
+}
+
+TEST_F(ZoomOfADevice, LeavesAKeyThatIsHeldDown) {
+    auto* const key = Form().findChild<QToolButton*>(QStringLiteral("key308"));
+    ASSERT_NE(key, nullptr);
+    QStringList raised;
+    Form().KeyReleased = [&](std::int32_t code) { raised.push_back(QString::number(code)); };
+    QTest::mousePress(key, Qt::LeftButton);
+    Form().SetScale(2);
+    ASSERT_EQ(Form().findChild<QToolButton*>(QStringLiteral("key308")), key);
+    QTest::mouseRelease(key, Qt::LeftButton);
+    EXPECT_EQ(raised, QStringList{QStringLiteral("308")});
 }
 
 TEST_F(ZoomOfADevice, EndsWhereTheScreenEnds) {
