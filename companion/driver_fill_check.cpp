@@ -16,7 +16,7 @@ using modStringTools::SameIgnoringCase;
 
 namespace {
 
-const Text VariableMark = u"dv: ";
+using modBLob::VariableMark;
 
 bool BeginsWith(TextView text, TextView start) {
     return SameIgnoringCase(text.substr(0, start.size()), start);

@@ -2,6 +2,7 @@
 #include "companion/first_package.h"
 
 #include "src/blob/blob_text.h"
+#include "src/blob/targets.h"
 #include "src/drivers/inf_tables.h"
 
 #include <algorithm>
@@ -103,7 +104,7 @@ std::vector<Text> FirstPackage(const std::vector<RecordedResult>& results) {
     for (std::size_t i = sent.Variables.size(); i < plain.size(); ++i)
         lines.AddRow(plain[i], u"1", {});
     for (const Text& variable : sent.Variables)
-        lines.AddRow(variable, u"1", u"dv: " + variable);
+        lines.AddRow(variable, u"1", modBLob::VariableMark + variable);
     for (const Text& type : sent.Types)
         lines.AddRow(type, {}, type);
     lines.AddRow(u"Remark", {}, {});
@@ -112,7 +113,7 @@ std::vector<Text> FirstPackage(const std::vector<RecordedResult>& results) {
     lines.AddRow(u"End Date", {}, {}, u"DATE", u"enddate");
     lines.AddRow(u"End Time", {}, {}, u"TIME", u"endtime");
     if (!sent.Instrument.empty())
-        lines.AddRow(u"Meter", {}, u"dv: ORIGIN", {}, {}, u"0");
+        lines.AddRow(u"Meter", {}, modBLob::VariableMark + u"ORIGIN", {}, {}, u"0");
     return lines.All;
 }
 

@@ -63,9 +63,9 @@ void CsvWriter::Value(const Cell& cell) {
 }
 
 void CsvWriter::Field(std::string_view text) {
-    if (!IsFirst_)
+    if (Fields_++ > 0)
         Out_ += Form_.Delimiter;
-    IsFirst_ = false;
+    HasText_ = HasText_ || !text.empty();
     const bool isQuoted = std::any_of(text.begin(), text.end(),
                                       [this](char each) { return NeedsQuotes_[static_cast<unsigned char>(each)]; });
     if (!isQuoted) {
@@ -90,8 +90,11 @@ void CsvWriter::Number(std::string_view text) {
 }
 
 void CsvWriter::EndRow() {
+    if (Fields_ == 1 && !HasText_)
+        Out_ += "\"\""; // an empty line would be no row for some readers
     Out_ += Form_.LineEnd;
-    IsFirst_ = true;
+    Fields_ = 0;
+    HasText_ = false;
 }
 
 std::string RawCsv(std::string_view table, const CsvForm& form) {
@@ -101,12 +104,8 @@ std::string RawCsv(std::string_view table, const CsvForm& form) {
     while (!table.empty()) {
         const std::size_t end = table.find('\n');
         values::Split(table.substr(0, end), fields);
-        const bool isLineOfNothing = fields.size() == 1 && fields.front().empty();
-        if (isLineOfNothing)
-            csv += "\"\""; // an empty line would be no row for some readers
-        else
-            for (const std::string_view field : fields)
-                writer.Field(field);
+        for (const std::string_view field : fields)
+            writer.Field(field);
         if (end == std::string_view::npos)
             return csv;
         writer.EndRow();

@@ -4,6 +4,7 @@
 
 #include "exporting/table_view.h"
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -35,7 +36,8 @@ private:
     const CsvForm& Form_;
     std::string& Out_;
     bool NeedsQuotes_[256] = {};
-    bool IsFirst_ = true; ///< in its row
+    std::size_t Fields_ = 0; ///< of the row
+    bool HasText_ = false;   ///< some field of the row is not empty
 };
 
 /// Returns the bytes of a table as CSV with nothing told apart: each line a row, each field between bars a field, even

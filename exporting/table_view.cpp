@@ -3,7 +3,6 @@
 
 #include "companion/values/moments.h"
 #include "companion/values/table_text.h"
-#include "src/text/text.h"
 
 #include <algorithm>
 #include <optional>
@@ -15,6 +14,8 @@ using values::ColumnKind;
 using values::Quantity;
 
 namespace {
+
+constexpr std::size_t MostNamed = 20; // odd rows: a table of which all are would be told line by line
 
 std::string FreeName(const std::string& name, const std::vector<OutColumn>& columns) {
     std::string free = name;
@@ -137,17 +138,23 @@ TableView::TableView(const Source& source, const Plan& plan) : Source_(source), 
     std::vector<Measure> measures(columns.size());
     for (std::size_t i = 0; i < columns.size(); ++i)
         measures[i].IsMeasured = plan.Units != Units::Keep && IsMeasured(columns[i]);
+    LookForNamed(columns);
     Survey(measures);
     MakeColumns(columns, measures);
     CountOtherTexts();
 }
 
 bool TableView::IsMeasured(const Column& column) const {
-    using modStringTools::FromBytes;
     return column.Kind == ColumnKind::Measured ||
-           std::any_of(Plan_.Measured.begin(), Plan_.Measured.end(), [&](const std::string& each) {
-               return modStringTools::SameIgnoringCase(FromBytes(each), FromBytes(column.Field));
-           });
+           std::any_of(Plan_.Measured.begin(), Plan_.Measured.end(),
+                       [&](const std::string& each) { return values::IsName(each, column.Field); });
+}
+
+void TableView::LookForNamed(const std::vector<Column>& columns) {
+    for (const std::string& name : Plan_.Measured)
+        if (std::none_of(columns.begin(), columns.end(),
+                         [&](const Column& each) { return values::IsName(name, each.Field); }))
+            Odd_.push_back("there is no column " + name);
 }
 
 void TableView::Measure::Take(std::string_view field, values::DecimalSign sign) {
@@ -174,18 +181,21 @@ void TableView::Survey(std::vector<Measure>& measures) {
             if (measures[i].IsMeasured)
                 measures[i].Take(fields[i], Plan_.Decimal);
     }
+    if (OddRows_ > MostNamed)
+        Odd_.push_back("and " + std::to_string(OddRows_ - MostNamed) + " more");
 }
 
 void TableView::LookAtLength(std::size_t fields, std::size_t line) {
+    HasLongRow_ = HasLongRow_ || fields > HeaderFields_;
+    if (++OddRows_ > MostNamed)
+        return;
     const std::string place = "line " + std::to_string(line) + ": ";
-    if (fields < HeaderFields_) {
+    if (fields < HeaderFields_)
         Odd_.push_back(place + std::to_string(fields) + " of " + std::to_string(HeaderFields_) +
                        " fields: the others are missing");
-        return;
-    }
-    HasLongRow_ = true;
-    Odd_.push_back(place + std::to_string(fields) + " fields under " + std::to_string(HeaderFields_) +
-                   " columns: the others are in the column \"beyond\"");
+    else
+        Odd_.push_back(place + std::to_string(fields) + " fields under " + std::to_string(HeaderFields_) +
+                       " columns: the others are in the column \"beyond\"");
 }
 
 void TableView::MakeColumns(const std::vector<Column>& columns, const std::vector<Measure>& measures) {

@@ -58,7 +58,9 @@ struct OutColumn {
 /// Looks through the whole table once when it is made, and again for the rows.
 class TableView {
 public:
-    TableView(const Source& source, const Plan& plan);
+    TableView(const Source& source, const Plan& plan); ///< both must exist as long as the view
+    TableView(const Source&& source, const Plan& plan) = delete;
+    TableView(const Source& source, const Plan&& plan) = delete;
 
     /// Empty if the table has no header.
     const std::vector<OutColumn>& Columns() const { return Columns_; }
@@ -67,7 +69,8 @@ public:
     /// Passes each row on: a cell for each column. The texts are valid during the call.
     void ForEachRow(const std::function<void(const std::vector<Cell>& cells)>& visit) const;
 
-    /// A line for each row that is shorter or longer than the header, with its number in the file.
+    /// A line for each row that is shorter or longer than the header, with its number in the file: twenty, and how many
+    /// more there are. Before them, a line for each column that the plan names and the table does not have.
     const std::vector<std::string>& Odd() const { return Odd_; }
     /// A line for each column with values that could not be told apart, and stay text.
     const std::vector<std::string>& Untold() const { return Untold_; }
@@ -90,6 +93,7 @@ private:
     bool IsMeasured(const values::Column& column) const;
     void Survey(std::vector<Measure>& measures);
     void CountOtherTexts();
+    void LookForNamed(const std::vector<values::Column>& columns);
     void LookAtLength(std::size_t fields, std::size_t line);
     void MakeColumns(const std::vector<values::Column>& columns, const std::vector<Measure>& measures);
     void AddMeasured(const values::Column& column, std::size_t field, const Measure& measure);
@@ -102,6 +106,7 @@ private:
     std::size_t HeaderFields_ = 0;
     std::size_t Rows_ = 0;
     bool HasLongRow_ = false;
+    std::size_t OddRows_ = 0;
     std::vector<std::string> Odd_;
     std::vector<std::string> Untold_;
 };

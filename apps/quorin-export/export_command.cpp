@@ -86,8 +86,6 @@ void Understand(const Words& words, Options& options) {
             options.Device.Settings = apps::SettingsPlace().value_or("");
     }
     options.Format = FormatFrom(words.Format);
-    if (options.Raw && words.Format != "csv")
-        apps::Refuse("--raw", words.Format, "goes with the format csv alone");
     options.Plan.Units = Chosen("--units", words.Units, UnitChoices);
     options.Plan.Dates = Chosen("--dates", words.Dates, DateChoices);
     options.Plan.Decimal = Chosen("--decimal", words.Decimal, DecimalChoices);
@@ -104,7 +102,7 @@ void Describe(CLI::App& app, Words& words, Options& options) {
         ->type_name("")
         ->required();
     app.add_option("--format", words.Format, FormatHelp())->type_name("FORMAT")->default_str("csv");
-    app.add_option("-o,--output", options.Output, "Write this file; with several sources, into this folder")
+    app.add_option("-o,--output", options.Output, "Write this file; several sources as csv: into this folder")
         ->type_name("FILE")
         ->default_str("standard output");
     app.add_option("--driver", options.Driver, "Read the columns of this driver")
@@ -131,7 +129,9 @@ void Describe(CLI::App& app, Words& words, Options& options) {
     app.add_flag("--hidden", options.Plan.Hidden, "With the columns that the form does not show")->default_str("off");
     app.add_flag("--alias", options.Plan.Alias, "With a column of the download's alias")->default_str("off");
     app.add_flag("--record", options.Plan.Record, "With a column of the record's number")->default_str("off");
-    app.add_flag("--raw", options.Raw, "CSV of every field as it stands, with nothing told apart")->default_str("off");
+    CLI::Option* const raw =
+        app.add_flag("--raw", options.Raw, "CSV of every field as it stands, with nothing told apart");
+    raw->default_str("off");
     app.add_option("--delimiter", words.Delimiter, "Between the fields of CSV: a character, or tab")
         ->type_name("CHAR")
         ->default_str(",");
@@ -141,6 +141,9 @@ void Describe(CLI::App& app, Words& words, Options& options) {
     app.add_option("--name", options.Name, "Name of this device, in the format long")
         ->type_name("NAME")
         ->default_str("that of the machine");
+    for (const char* other : {"--format", "--units", "--numbers", "--decimal", "--dates", "--zone", "--hidden",
+                              "--alias", "--record", "--decimal-comma", "--bom", "--name"})
+        raw->excludes(app.get_option(other));
     apps::AddDeviceOptions(app, words.Device);
 }
 

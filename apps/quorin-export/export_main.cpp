@@ -18,8 +18,6 @@ using start::ExitStatus;
 
 namespace {
 
-constexpr std::size_t MostTold = 20; ///< odd rows of a table
-
 void Tell(const std::string& what) {
     std::cerr << "quorin-export: " << what << "\n";
 }
@@ -137,24 +135,23 @@ private:
     }
 
     bool Write(const Table& table, Output& output) {
+        ++Done_;
+        if (Options_.Raw)
+            return output.Write(RawCsv(table.Bytes, Options_.Csv));
         const TableView view(table.Source, Options_.Plan);
-        std::vector<std::string> odd;
-        if (!Options_.Raw) {
-            odd = view.Odd();
-            for (const std::string& line : view.Untold())
-                Tell(table.Source.File + ", " + line);
-        }
+        for (const std::string& line : view.Untold())
+            Tell(table.Source.File + ", " + line);
+        std::vector<std::string> odd = view.Odd();
         Progress progress(table.Source.File, table.Bytes.size());
         bool isWritten = true;
         Options_.Format->Write(
-            table, view, Options_, Done_ == 0,
+            table, view, Options_, Done_ == 1,
             [&](std::string_view bytes) {
                 progress.Advance(bytes.size());
                 return isWritten = isWritten && output.Write(bytes);
             },
             odd);
         TellOdd(table, odd);
-        ++Done_;
         Last_ = {.Name = {},
                  .Sha256 = {},
                  .Bytes = 0,
@@ -167,10 +164,8 @@ private:
     }
 
     void TellOdd(const Table& table, const std::vector<std::string>& odd) {
-        for (std::size_t i = 0; i < std::min(odd.size(), MostTold); ++i)
-            Tell(table.Source.File + ", " + odd[i]);
-        if (odd.size() > MostTold)
-            Tell(table.Source.File + ": and " + std::to_string(odd.size() - MostTold) + " more");
+        for (const std::string& line : odd)
+            Tell(table.Source.File + ", " + line);
         if (!odd.empty() && Status_ == ExitStatus::Ended)
             Status_ = ExitStatus::Odd;
     }

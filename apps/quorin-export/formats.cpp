@@ -35,13 +35,9 @@ private:
     const Sink& Sink_;
 };
 
-void WriteCsv(const Table& table, const TableView& view, const Options& options, bool, const Sink& sink,
+void WriteCsv(const Table&, const TableView& view, const Options& options, bool, const Sink& sink,
               std::vector<std::string>&) {
     Buffer buffer(sink);
-    if (options.Raw) {
-        buffer.Bytes = RawCsv(table.Bytes, options.Csv);
-        return;
-    }
     exporting::CsvWriter writer(options.Csv, buffer.Bytes);
     writer.Header(view.Columns());
     view.ForEachRow([&](const std::vector<Cell>& cells) {

@@ -100,9 +100,7 @@ std::string Tables::ReadFile(const std::string& path, Table& table) {
     if (Options_.Driver.empty())
         return {};
     const std::string why = OpenRoot();
-    if (why.empty())
-        TakeDriver(Options_.Driver, table);
-    return why;
+    return why.empty() ? TakeDriver(Options_.Driver, table) : why;
 }
 
 std::string Tables::ReadDownload(const std::string& name, Table& table) {
@@ -116,7 +114,9 @@ std::string Tables::ReadDownload(const std::string& name, Table& table) {
         return Sentence(found.WhyNot);
     table.Source.File = ToBytes(found.File);
     table.Source.Alias = ToBytes(found.Alias);
-    TakeDriver(Options_.Driver.empty() ? ToBytes(found.Driver) : Options_.Driver, table);
+    const std::string& named = Options_.Driver;
+    if (std::string why = TakeDriver(named.empty() ? ToBytes(found.Driver) : named, table); !why.empty())
+        return why;
     return ReadTable(modFileSystem::GetDataPath(u"") + found.File, Options_.Device.Root, table);
 }
 
@@ -132,21 +132,25 @@ std::string Tables::OpenRoot() {
     return {};
 }
 
-/// Without its driver a table is exported all the same: its columns are text.
-void Tables::TakeDriver(const std::string& driver, Table& table) {
+/// Without its own driver a table is exported all the same: its columns are text. One that a person names has to be
+/// there. Returns why it is not, or an empty text.
+std::string Tables::TakeDriver(const std::string& driver, Table& table) {
     const Text name = FromBytes(driver);
     const std::vector<modQuorin::DriverRow> installed = companion::DriversOfDevice();
     const bool isThere = std::any_of(installed.begin(), installed.end(), [&](const modQuorin::DriverRow& each) {
         return modStringTools::SameIgnoringCase(each.Name, name);
     });
-    if (!isThere) {
-        table.Note = "the driver " + driver + " is not installed: all columns are text";
-        return;
+    if (isThere)
+        table.Source.Fields = FieldsOf(modQuorin::InfPath(name));
+    if (!table.Source.Fields.empty()) {
+        table.Driver = driver;
+        return {};
     }
-    table.Driver = driver;
-    table.Source.Fields = FieldsOf(modQuorin::InfPath(name));
-    if (table.Source.Fields.empty())
-        table.Note = "the table of the driver " + driver + " can't be read: all columns are text";
+    const std::string why = "the driver " + driver + (isThere ? " has no table that can be read" : " is not installed");
+    if (!Options_.Driver.empty())
+        return table.Source.File + ": " + why + ".";
+    table.Note = why + ": all columns are text";
+    return {};
 }
 
 } // namespace exporter

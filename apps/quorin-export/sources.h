@@ -40,7 +40,7 @@ private:
     std::string ReadFile(const std::string& path, Table& table);
     std::string ReadDownload(const std::string& name, Table& table);
     std::string OpenRoot();
-    void TakeDriver(const std::string& driver, Table& table);
+    std::string TakeDriver(const std::string& driver, Table& table);
 
     const Options& Options_;
     std::unique_ptr<DeviceOfRoot> Root_; ///< none until a download is asked for

@@ -2,6 +2,8 @@
 #include "companion/values/columns.h"
 
 #include "companion/values/table_text.h"
+#include "src/blob/targets.h"
+#include "src/drivers/inf_rows.h"
 #include "src/text/text.h"
 
 #include <algorithm>
@@ -9,12 +11,12 @@
 
 namespace values {
 
-namespace {
-
 bool IsName(std::string_view one, std::string_view other) {
     using modStringTools::FromBytes;
     return modStringTools::SameIgnoringCase(FromBytes(one), FromBytes(other));
 }
+
+namespace {
 
 /// The cell of a row under a name of the header; empty if there is none.
 class Cells {
@@ -33,12 +35,17 @@ private:
 };
 
 ColumnKind KindOf(std::string_view dataType, std::string_view blob) {
-    if (IsName(dataType, "DATE"))
+    switch (modQuorin::FieldTypeOf(modStringTools::FromBytes(dataType))) {
+    case modQuorin::FieldType::Date:
         return ColumnKind::Date;
-    if (IsName(dataType, "TIME"))
+    case modQuorin::FieldType::Time:
         return ColumnKind::Time;
-    constexpr std::string_view Variable = "dv: ";
-    const bool isVariable = IsName(blob.substr(0, Variable.size()), Variable);
+    case modQuorin::FieldType::Text:
+        break;
+    }
+    const Text& mark = modBLob::VariableMark;
+    const bool isVariable =
+        modStringTools::SameIgnoringCase(modStringTools::FromBytes(blob).substr(0, mark.size()), mark);
     return blob.empty() || isVariable ? ColumnKind::Text : ColumnKind::Measured;
 }
 
@@ -66,7 +73,8 @@ std::vector<FieldRow> FieldRowsOf(const std::vector<std::string_view>& lines) {
     for (std::size_t i = 1; i < lines.size(); ++i) {
         cells.Take(lines[i]);
         rows.push_back({std::string(cells.Under("FIELDNAME")), std::string(cells.Under("CSVNAME")),
-                        KindOf(cells.Under("DATATYPE"), cells.Under("BLOB")), cells.Under("VISIBLE") == "1"});
+                        KindOf(cells.Under("DATATYPE"), cells.Under("BLOB")),
+                        modQuorin::IsSet(modStringTools::FromBytes(cells.Under("VISIBLE")))});
     }
     return rows;
 }

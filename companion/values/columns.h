@@ -26,6 +26,9 @@ struct FieldRow {
 /// Reads the lines of an inf table, the header first. Cells that are missing are empty.
 std::vector<FieldRow> FieldRowsOf(const std::vector<std::string_view>& lines);
 
+/// True if two names of columns are the same, without regard to case.
+bool IsName(std::string_view one, std::string_view other);
+
 struct Column {
     std::string Field; ///< its name in the header of the download
     std::string Name;  ///< for other tools; no two columns have the same

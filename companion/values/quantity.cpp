@@ -41,6 +41,16 @@ bool HasZerosBefore(std::string_view number) {
     return number.size() > 1 && number[0] == '0' && IsDigit(number[1]);
 }
 
+/// True for "1,234": the comma may stand before thousands or before decimal places.
+bool MayHaveThousands(std::string_view number) {
+    constexpr std::size_t Thousands = 3;
+    if (!number.empty() && IsSign(number.front()))
+        number.remove_prefix(1);
+    const std::size_t comma = number.find(',');
+    return comma != std::string_view::npos && comma >= 1 && comma <= Thousands && number[0] != '0' &&
+           number.size() == comma + 1 + Thousands;
+}
+
 /// `behind`: what follows a number, not empty.
 bool CanBeginUnit(std::string_view behind) {
     const bool isApart = Blanks.find(behind.front()) != std::string_view::npos;
@@ -96,7 +106,8 @@ std::optional<Quantity> QuantityOf(std::string_view field, DecimalSign sign) {
     field = WithoutBlanks(field);
     const std::string_view number = field.substr(0, NumberLength(field, sign));
     const std::string_view behind = field.substr(number.size());
-    if (number.empty() || HasZerosBefore(number) || (!behind.empty() && !CanBeginUnit(behind)))
+    if (number.empty() || HasZerosBefore(number) || (sign == DecimalSign::Either && MayHaveThousands(number)) ||
+        (!behind.empty() && !CanBeginUnit(behind)))
         return std::nullopt;
     return Quantity{number, WithoutBlanks(behind)};
 }

@@ -31,7 +31,7 @@ struct Quantity {
 /// Tells a number and its unit apart: "24.5 %" is "24.5" and "%". Blanks around the text and between the two mean
 /// nothing; without a blank between them the unit begins with "%" or a character beyond ASCII ("20°C"). Returns nothing
 /// for any other text, such as "", "dry", "<0.5", "21/11/2026", "1 234" or "00123": a number with zeros before it is a
-/// name, and must stay as it is.
+/// name, and must stay as it is. With Either, "1,234" is text, too: it may be a thousand and more.
 std::optional<Quantity> QuantityOf(std::string_view field, DecimalSign sign);
 
 } // namespace values

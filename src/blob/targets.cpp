@@ -33,8 +33,8 @@ Target FindTarget(const std::vector<InfField>& fields, const std::vector<Text>& 
 
 std::optional<std::int32_t> FindVariableRow(const std::vector<InfField>& fields, const Text& name,
                                             const Text& matchedType) {
-    const Text plain = u"dv: " + name;
-    const Text tied = u"dv: {" + matchedType + u"}" + name;
+    const Text plain = VariableMark + name;
+    const Text tied = VariableMark + u"{" + matchedType + u"}" + name;
     std::optional<std::int32_t> found;
     std::int32_t row = 0;
     for (const InfField& field : fields) {

@@ -9,6 +9,9 @@
 
 namespace modBLob {
 
+/// The BLOB of a row begins so if a variable fills it.
+inline const Text VariableMark = u"dv: ";
+
 struct Target {
     std::int16_t Row = -1; ///< row of grdMain, -1 for none
     Text MatchedType; ///< the type that led to the row; empty for none, and when the result was refused or diverted

@@ -20,6 +20,11 @@ TEST(Csv, HasQuotesWhereAReaderNeedsThem) {
               "\"a,b\",\"say \"\"no\"\"\",\"two\nlines\r\"\r\n");
 }
 
+TEST(Csv, HasNoEmptyLineForARowOfNothing) {
+    EXPECT_EQ(RowOf({{}}), "\"\"\r\n") << "readers skip an empty line";
+    EXPECT_EQ(RowOf({{}, {}}), ",\r\n");
+}
+
 TEST(Csv, ChangesNoText) {
     EXPECT_EQ(RowOf({{CellType::Text, "=1+2"}, {CellType::Text, "00123"}, {CellType::Text, " a;b '"}, {}}),
               "=1+2,00123, a;b ',\r\n");

@@ -80,6 +80,23 @@ TEST(ExportedTable, KeepsWhatIsBeyondItsColumns) {
                                         "line 3: 1 of 2 fields: the others are missing"));
 }
 
+TEST(ExportedTable, NamesAColumnThatIsAskedForAndNotThere) {
+    const Source source{.Bytes = "Site\na\n", .Fields = Fields};
+    const Plan plan{.Measured = {"Weight"}};
+    EXPECT_THAT(TableView(source, plan).Odd(), ElementsAre("there is no column Weight"));
+}
+
+TEST(ExportedTable, NamesTwentyOddRowsAndCountsTheOthers) {
+    std::string table = "A|B\n";
+    for (int row = 0; row < 25; ++row)
+        table += "short\n";
+    const Source source{.Bytes = table};
+    const Plan plan;
+    const TableView view(source, plan);
+    ASSERT_EQ(view.Odd().size(), 21U);
+    EXPECT_EQ(view.Odd().back(), "and 5 more");
+}
+
 TEST(ExportedTable, CountsWhatCouldNotBeToldApart) {
     const Source source{.Bytes = Table, .Fields = Fields};
     const Plan plan;

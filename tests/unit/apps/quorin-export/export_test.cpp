@@ -140,8 +140,9 @@ TEST_F(Exports, OfJsonHaveAnObjectARecord) {
 }
 
 TEST_F(Exports, AreRefusedForWordsThatMeanNothing) {
-    for (const char* words : {"--format doc", "--units metre", "--zone CET", "--delimiter ab", "--delimiter '|'",
-                              "--raw --format jsonl", "--line-end cr"}) {
+    for (const char* words :
+         {"--format doc", "--units metre", "--zone CET", "--delimiter ab", "--delimiter '|'", "--raw --format jsonl",
+          "--line-end cr", "--raw --bom", "--raw --units keep", "--driver Nobody"}) {
         const Outcome refused = Export(std::string("qrn0001.txt ") + words);
         EXPECT_EQ(refused.Status, 2) << words;
         EXPECT_THAT(refused.Errors, HasSubstr("quorin-export: ")) << words;

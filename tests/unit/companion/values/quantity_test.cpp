@@ -40,6 +40,16 @@ TEST(NumberAndUnit, HaveTheDecimalSignThatIsTold) {
     EXPECT_EQ(Apart("24 %", DecimalSign::Comma), "24|%");
 }
 
+TEST(NumberAndUnit, OfACommaThatMayMeanThousandsStayText) {
+    for (const char* text : {"1,234 kg", "-12,345", "123,456 g"})
+        EXPECT_EQ(Apart(text), "text") << text;
+    EXPECT_EQ(Apart("1,234 kg", DecimalSign::Comma), "1,234|kg") << "it was told";
+    EXPECT_EQ(Apart("0,234 kg"), "0,234|kg");
+    EXPECT_EQ(Apart("1,2345"), "1,2345|");
+    EXPECT_EQ(Apart("1234,567"), "1234,567|");
+    EXPECT_EQ(Apart("1.234 V"), "1.234|V");
+}
+
 TEST(WrittenNumber, IsAsProgramsReadIt) {
     EXPECT_EQ(PlainNumber("+24,50"), "24.50");
     EXPECT_EQ(PlainNumber("-,5"), "-0.5");
