@@ -186,7 +186,9 @@ Notice DraftsNotRead(const std::vector<Text>& lines) {
     Text all;
     for (const Text& line : lines)
         all += (all.empty() ? u"" : u"; ") + line;
-    return {AboutDraftFile, Severity::Warning, u"A record that was not saved can't be read: " + all, Until::Tapped};
+    return WithRemedy(
+        {AboutDraftFile, Severity::Warning, u"A record that was not saved can't be read: " + all + u".", Until::Tapped},
+        TapWhenRead);
 }
 
 Notice LimitsNotRead(const Text& driver, const Text& why) {
@@ -234,10 +236,9 @@ Notice NothingRemembered(const Text& file, const Text& why) {
 }
 
 Notice PinNotUsed(const Text& pin) {
-    return {AboutPin, Severity::Warning,
-            u"A port that was chosen before is not used: " + pin +
-                u". Choose it again by \"Ports…\". Tap here when you have read it.",
-            Until::Tapped};
+    return WithRemedy(
+        {AboutPin, Severity::Warning, u"A port that was chosen before is not used: " + pin + u".", Until::Tapped},
+        u" Choose it again by \"Ports…\"." + TapWhenRead);
 }
 
 Notice RightsNotKept(const Text& file) {
