@@ -3,8 +3,8 @@
 // download is opened, both by the form, which is led there once it is free.
 #pragma once
 
+#include "apps/guide/guide.h"
 #include "apps/quorin/data_folder.h"
-#include "apps/quorin/guide.h"
 #include "backends/qt/file_drops.h"
 #include "backends/qt/offer_bar.h"
 #include "backends/qt/window_box.h"
@@ -53,7 +53,7 @@ private:
 
     backends::qt::QtPlatform& Device_;
     DataFolder& Data_;
-    Guide Guide_;
+    apps::Guide Guide_;
     companion::Arrivals Waiting_;
     std::vector<Text> Problems_;              ///< not yet told in a box
     std::optional<modQuorin::ScreenId> Home_; ///< where the form was led away from

@@ -2,9 +2,9 @@
 // The demonstration in the window: what the buttons of the simulated instrument do.
 #pragma once
 
+#include "apps/guide/guide.h"
 #include "apps/quorin/data_folder.h"
 #include "apps/quorin/demo_instrument.h"
-#include "apps/quorin/guide.h"
 #include "backends/qt/instrument_strip.h"
 #include "backends/qt/qt_platform.h"
 #include "backends/qt/window_box.h"
@@ -44,7 +44,7 @@ private:
     DemoInstrument& Meter_;
     const DataFolder& Data_;
     std::string OwnFolder_;
-    Guide Guide_;
+    apps::Guide Guide_;
     backends::qt::WindowBox Box_;
     backends::qt::InstrumentStrip Strip_;
     companion::InstrumentState State_;

@@ -6,7 +6,6 @@
 #include "apps/quorin/data_folder.h"
 #include "apps/quorin/demo_instrument.h"
 #include "apps/quorin/demonstration.h"
-#include "apps/quorin/free_space.h"
 #include "apps/quorin/package_watch.h"
 #include "apps/quorin/window_end.h"
 #include "apps/quorin/window_help.h"
@@ -18,6 +17,7 @@
 #include "apps/quorin/window_watch.h"
 #include "apps/quorin/window_zoom.h"
 #include "backends/host/drafts.h"
+#include "backends/host/free_space.h"
 #include "backends/host/journal.h"
 #include "backends/host/second_start.h"
 #include "backends/linux/connections.h"
@@ -92,7 +92,7 @@ private:
     WindowHints Hints_;
     DataFolder Data_;
     WindowHelp Help_;
-    FreeSpace Space_;
+    backends::FreeSpace Space_;
     Arriving Arriving_;
     PackageWatch Packages_;
     WindowEnd End_;

@@ -5,7 +5,7 @@
 #include "backends/loop/back_end.h"
 #include "src/view/screen_table.h"
 
-namespace quorin {
+namespace apps {
 
 /// REQUIRES: each routine is called at the outermost level of the loop. Each handles events, and may return long after
 /// it was called: a message box of the form may open.
@@ -29,4 +29,4 @@ private:
     backends::BackEnd& Device_;
 };
 
-} // namespace quorin
+} // namespace apps

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
-#include "apps/quorin/free_space.h"
+#include "backends/host/free_space.h"
 
 #include "companion/words.h"
 #include "tests/support/test_device.h"
 
 #include <gtest/gtest.h>
 
-namespace quorin {
+namespace backends {
 namespace {
 
 class SpaceOfADisk : public testing::Test {
@@ -50,4 +50,4 @@ TEST(FreeBytes, AreThoseOfTheDiskOfAFolder) {
 }
 
 } // namespace
-} // namespace quorin
+} // namespace backends

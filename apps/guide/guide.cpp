@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "apps/quorin/guide.h"
+#include "apps/guide/guide.h"
 
 #include "backends/loop/acts.h"
 #include "backends/loop/form_events.h"
@@ -9,7 +9,7 @@
 #include <algorithm>
 #include <array>
 
-namespace quorin {
+namespace apps {
 
 using namespace modQuorin;
 
@@ -97,4 +97,4 @@ void Guide::TapRow(std::int32_t row) {
     Settle();
 }
 
-} // namespace quorin
+} // namespace apps

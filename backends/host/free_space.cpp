@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "apps/quorin/free_space.h"
+#include "backends/host/free_space.h"
 
 #include "companion/words.h"
 
@@ -7,7 +7,7 @@
 #include <system_error>
 #include <utility>
 
-namespace quorin {
+namespace backends {
 
 std::optional<std::uintmax_t> FreeBytes(const std::string& folder) {
     std::error_code failed;
@@ -31,7 +31,7 @@ std::int64_t StepAbove(std::uintmax_t bytes) {
 
 } // namespace
 
-FreeSpace::FreeSpace(backends::BackEnd& device, std::function<std::string()> folder)
+FreeSpace::FreeSpace(BackEnd& device, std::function<std::string()> folder)
     : Device_(device), Folder_(std::move(folder)) {
     device.loop.Listen(*this);
 }
@@ -51,4 +51,4 @@ bool FreeSpace::RaiseWhatIsPending() {
     return false;
 }
 
-} // namespace quorin
+} // namespace backends

@@ -10,19 +10,19 @@
 #include <optional>
 #include <string>
 
-namespace quorin {
+namespace backends {
 
 /// Returns the bytes that a user may still write to the disk of a folder; nothing if that can't be found out. Some file
 /// systems have no size, which is no answer.
 std::optional<std::uintmax_t> FreeBytes(const std::string& folder);
 
 /// Looks at the start and each minute.
-class FreeSpace final : public backends::EventSource {
+class FreeSpace final : public EventSource {
 public:
     static constexpr std::uintmax_t Little = 50'000'000; ///< bytes; a shift writes a hundredth of it
 
     /// `folder` returns the data folder.
-    FreeSpace(backends::BackEnd& device, std::function<std::string()> folder);
+    FreeSpace(BackEnd& device, std::function<std::string()> folder);
 
     /// Looks in the next round, and not only when a minute has passed.
     void LookSoon() { LastLook_ = {}; }
@@ -32,9 +32,9 @@ public:
     bool RaiseWhatIsPending() override;
 
 private:
-    backends::BackEnd& Device_;
+    BackEnd& Device_;
     std::function<std::string()> Folder_;
     std::chrono::steady_clock::time_point LastLook_{};
 };
 
-} // namespace quorin
+} // namespace backends
