@@ -52,6 +52,11 @@ void ReadingReports::DecodingBegins() {
         observer->DecodingBegins();
 }
 
+void ReadingReports::ResultComes(const platform::Reading& result) {
+    for (platform::ReadingLog* observer : Observers_)
+        observer->ResultComes(result);
+}
+
 void ReadingReports::TextEmptied(TextView characters) {
     for (platform::ReadingLog* observer : Observers_)
         observer->TextEmptied(characters);

@@ -22,6 +22,7 @@ public:
 
     void TextReceived(platform::TextSource source, TextView characters) override;
     void DecodingBegins() override;
+    void ResultComes(const platform::Reading& result) override;
     void TextEmptied(TextView characters) override;
     void ReadingJudged(const platform::Verdict& verdict) override;
     void RowChanged(const platform::RowChange& change) override;

@@ -104,6 +104,7 @@ ExitStatus ConsoleMain(int count, char** words, ExitStatus (*run)(const Options&
     Session session(input, std::cout, options.Strict, reader);
     session.Verdicts = options.Verdicts;
     session.JournalToKeep = options.Journal;
+    session.StationToRun = options.Station;
     session.Program = options.Program;
     backends::RootLock lock;
     switch (lock.Take(options.Device.Root, "quorin-console")) {

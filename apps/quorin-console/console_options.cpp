@@ -24,7 +24,7 @@ constexpr const char* DefaultMoment = "2007-03-05T09:30:00";
 /// The texts that the command line gives, not yet checked.
 struct Words {
     apps::DeviceWords Device{{"0", "$XDG_DATA_HOME/quorin", "settings.ini in the root folder"}};
-    std::string Clock = "virtual";
+    std::string Clock; ///< empty if none is given
     std::string Now = DefaultMoment;
     std::string Script;
     bool ListPorts = false;
@@ -32,6 +32,8 @@ struct Words {
     bool PlainText = false;
     bool Verdicts = false;
     std::string Recover;
+    std::string Station;
+    bool Daily = false;
     apps::JournalWords Journal;
 };
 
@@ -54,18 +56,33 @@ Recovery RecoveryOf(const std::string& word) {
     return word == "forget" ? Recovery::Forget : Recovery::List;
 }
 
+/// With several ports of the command line, the settings say which of them it is.
+std::optional<StationPlan> StationOf(const Words& words, const backends::DeviceOptions& device) {
+    if (words.Station.empty()) {
+        if (words.Daily)
+            throw CLI::ValidationError("--daily", "is for a station: --station DRIVER");
+        return std::nullopt;
+    }
+    StationPlan plan{.Root = device.Root, .Driver = modStringTools::FromBytes(words.Station), .Daily = words.Daily};
+    if (device.Ports.Pinned.size() == 1)
+        plan.Port = device.Ports.Pinned.begin()->first;
+    return plan;
+}
+
 Options Understood(const Words& words) {
     Options options;
     options.Device = apps::UnderstoodDevice(words.Device);
     if (options.Device.Root.empty())
         options.Device.Root = DefaultRoot();
-    options.Device.RealClock = words.Clock == "real";
+    options.Station = StationOf(words, options.Device);
+    const bool isStation = options.Station.has_value();
+    options.Device.RealClock = words.Clock == "real" || (isStation && words.Clock.empty());
     options.Device.StartMoment = MomentFrom(words.Now);
     options.Script = words.Script;
     options.ListPorts = words.ListPorts;
     options.Strict = words.Strict;
     options.PlainText = words.PlainText;
-    options.Verdicts = words.Verdicts;
+    options.Verdicts = words.Verdicts || isStation;
     if (!words.Recover.empty())
         options.Recover = RecoveryOf(words.Recover);
     const auto state = apps::StateFolder();
@@ -73,7 +90,7 @@ Options Understood(const Words& words) {
         throw CLI::ValidationError("--recover", "needs a place: neither XDG_STATE_HOME nor HOME is set");
     if (state && (options.Recover != Recovery::None || options.Device.RealClock))
         options.Drafts = *state + "/drafts";
-    options.Journal = apps::UnderstoodJournal(words.Journal, std::nullopt);
+    options.Journal = apps::UnderstoodJournal(words.Journal, isStation ? apps::UsualJournal() : std::nullopt);
     if (options.Journal)
         options.Journal->Root = options.Device.Root;
     return options;
@@ -122,7 +139,7 @@ void Describe(CLI::App& app, Words& words) {
     app.add_option("--clock", words.Clock, "virtual: only tick and jump pass time; real: the machine's clock")
         ->check(CLI::IsMember({"virtual", "real"}).description(""))
         ->type_name("virtual|real")
-        ->capture_default_str();
+        ->default_str("virtual; station: real");
     app.add_option("--now", words.Now, "Start of the virtual clock")->type_name("MOMENT")->capture_default_str();
     apps::AddPortOption(app, words.Device, "simulated");
     app.add_flag("--ports", words.ListPorts, "List the serial ports of the machine, an object a line, and end");
@@ -133,7 +150,14 @@ void Describe(CLI::App& app, Words& words) {
                    "Treat the records that were on the screen and not saved when a program ended, and end")
         ->check(CLI::IsMember({"list", "put", "forget"}).description(""))
         ->type_name("list|put|forget");
-    apps::AddJournalOptions(app, words.Journal, "none is kept");
+    app.add_option("--station", words.Station,
+                   "Collect the readings of this driver without a person; commands are read too")
+        ->type_name("DRIVER")
+        ->default_str("off")
+        ->excludes("--recover")
+        ->excludes("--ports");
+    app.add_flag("--daily", words.Daily, "Station: begin a new download each day")->default_str("off");
+    apps::AddJournalOptions(app, words.Journal, "none; station: the usual one");
     app.add_flag("--text", words.PlainText, "Write for a person: screens as text, not JSON")->default_str("off");
     app.set_version_flag("--version", apps::VersionText("quorin-console"));
     start::ShowOneLineEach(app);

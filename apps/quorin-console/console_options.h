@@ -3,6 +3,7 @@
 #pragma once
 
 #include "apps/options/command_line.h"
+#include "apps/quorin-console/station_plan.h"
 #include "backends/host/host_device.h"
 #include "backends/host/journal.h"
 
@@ -24,6 +25,7 @@ struct Options {
     Recovery Recover = Recovery::None;
     std::string Drafts;                           ///< the folder where drafts are kept; empty for none
     std::optional<backends::JournalPlan> Journal; ///< none if no journal is kept
+    std::optional<StationPlan> Station;           ///< what is collected without a person
     backends::ProgramName Program;
 };
 

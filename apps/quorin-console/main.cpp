@@ -27,6 +27,8 @@ start::ExitStatus RunHeadless(const console::Options& options, console::Session&
             session.EndJournal({});
             return status;
         }
+        if (drafts && options.Station) // nobody is there to ask
+            Recover(console::Recovery::Put, *drafts, device, session.Out());
         if (drafts)
             drafts->Attach(device);
         else if (options.Device.RealClock)

@@ -27,6 +27,8 @@ std::string EventText(const Json& event) {
                         event.at("value").get<std::string>() + " " + event.at("unit").get<std::string>());
     if (kind == "saved")
         return Indented("saved: row " + event.at("row").dump() + " of " + event.at("file").get<std::string>());
+    if (kind == "station")
+        return Indented("station " + event.at("state").get<std::string>() + ": " + text);
     return kind == "warning" ? Indented("warning: " + text) : "";
 }
 

@@ -147,7 +147,8 @@ Json StateReport(const BackEnd& device) {
     const auto& receive = modBluetooth::Receive;
     const auto& table = modFileSystem::Table;
     const auto& display = modPDAUI::Display;
-    return {{"SelectedDriver", Utf8(modQuorin::Selection.SelectedDriver)},
+    return {{"Contract", 1}, // of docs/console.md
+            {"SelectedDriver", Utf8(modQuorin::Selection.SelectedDriver)},
             {"SelectedDownload", Utf8(modQuorin::Selection.SelectedDownload)},
             {"SelectedPackage", Utf8(modQuorin::Selection.SelectedPackage)},
             {"ListKind", Utf8(modQuorin::Screens.ListKind)},

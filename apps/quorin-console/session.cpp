@@ -78,10 +78,17 @@ void Session::Use(backends::HostBackEnd& used, backends::Hand& user) {
         Journal_.emplace(*JournalToKeep, Program, used);
     used.readings.Add(Readings_);
     Writer_.Use(used.onlooker.limits);
+    if (StationToRun) // before the events of its readings
+        Station_.emplace(*StationToRun, used, *Ending_, Writer_);
     if (Verdicts)
         used.readings.Add(Writer_);
     if (!LockWarning.empty())
         used.onlooker.notices.Raise(companion::NobodyKeepsAway(modStringTools::FromBytes(LockWarning)));
+}
+
+/// A station goes on without commands. With a virtual clock nothing more would happen to it.
+bool Session::Ended() {
+    return Reader_.Ended() && (!Station_ || Device_->clock.IsVirtual());
 }
 
 void Session::EndJournal(const ProgramOver& over) {
@@ -97,23 +104,28 @@ void Session::EndBy(backends::EndSignals& signals) {
 
 void Session::Run() {
     Device_->StartProgram();
+    if (Station_)
+        Station_->Begin();
     for (;;)
         Device_->loop.WaitOnce();
 }
 
 void Session::AboutToWait(int nesting) {
-    if (Announced_ == nesting)
+    if (Announced_ == nesting || !OwnAnswer().empty()) // no one is asked for that command
         return;
     Writer_.Write({{"ready", nesting}});
     Announced_ = nesting;
 }
 
-/// Returns the command that answers a box that has opened while `collect` waits, or an empty text.
+/// Returns the command that answers a box which has opened while `collect` waits, or by itself while nobody is there;
+/// an empty text if there is none.
 std::string Session::OwnAnswer() const {
     const auto* box = Device_->Seen().boxes.Current();
-    if (box == nullptr || OpenCommands_.empty() || OpenCommands_.back() != "collect")
+    const bool isCollecting = !OpenCommands_.empty() && OpenCommands_.back() == "collect";
+    const bool isAlone = Station_ && (OpenCommands_.empty() || OpenCommands_.back() == "tick");
+    if (box == nullptr || !(isCollecting || isAlone))
         return {};
-    return box->Buttons == platform::BoxButtons::Ok ? "answer ok" : "answer yes";
+    return box->Buttons == platform::BoxButtons::Ok ? "answer ok" : isAlone ? "answer no" : "answer yes";
 }
 
 void Session::RunCommand() {
@@ -153,6 +165,10 @@ ExitStatus Session::Over(const ProgramOver& over) {
         return status;
     }
     std::cerr << "quorin-console: " << Ending_->Words() << std::endl;
+    if (Station_ && Station_->Status())
+        return *Station_->Status();
+    if (Station_ && Ending_->IsLost())
+        return ExitStatus::CantStore;
     return Ending_->IsLost() ? ExitStatus::Failure : status;
 }
 

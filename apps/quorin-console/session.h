@@ -2,6 +2,7 @@
 // One run of the program: reads commands, runs them, and reports the results.
 #pragma once
 
+#include "apps/quorin-console/station.h"
 #include "apps/quorin-console/writer.h"
 #include "apps/start/exit_status.h"
 #include "backends/host/end_signals.h"
@@ -70,6 +71,9 @@ public:
     /// Whether readings and saved records are reported. Set before Use().
     bool Verdicts = false;
 
+    /// What to collect without a person; nothing if commands alone say what is done. Set before Use().
+    std::optional<StationPlan> StationToRun;
+
     /// How to keep a journal; none if none is kept. Set before Use().
     std::optional<backends::JournalPlan> JournalToKeep;
     backends::ProgramName Program;
@@ -81,7 +85,7 @@ public:
     // Called by the loop.
     void AboutToWait(int nesting) override;
     bool HasCommand() override { return Reader_.HasLine() || !OwnAnswer().empty(); }
-    bool Ended() override { return Reader_.Ended(); }
+    bool Ended() override;
     void TakeInput() override { Reader_.Read(); }
     void RunCommand() override;
 
@@ -101,6 +105,7 @@ private:
     std::optional<backends::Journal> Journal_;
     std::optional<OutputWatch> OutputWatch_;
     std::optional<backends::Ending> Ending_;
+    std::optional<Station> Station_;
     std::vector<std::string> OpenCommands_; ///< their words, the innermost last
     int Announced_ = -1;                    ///< the nesting of the last `ready` without a command after it; -1 for none
 };

@@ -11,6 +11,7 @@ enum class ExitStatus : int {
     Strict = 3,     ///< a command failed, and the first failure was to end the program
     NoOutput = 4,   ///< standard output could not be written
     Odd = 5,        ///< done, and some of the input was odd, as the output says line by line
+    CantStore = 6,  ///< a station has stopped, because what it collects can't be stored
 };
 
 constexpr int NumberOf(ExitStatus status) {

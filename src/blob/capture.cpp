@@ -183,6 +183,7 @@ void ProcessReceivedText(const Text& received) {
 // current one; the answer is still about the result that was asked about.
 void CaptureResult() {
     const Reading result = CurrentResult(Decoder);
+    Device().readingLog.ResultComes(result);
     Device().readingLog.ReadingJudged(Capture(result));
 }
 

@@ -59,11 +59,6 @@ Text NameBehind(const Text& file) {
     return FilePrefix + PadNumber(*number + 1, NumberDigits) + file.substr(ending);
 }
 
-Text Today() {
-    const platform::CalendarDate date = Device().clock.Now().Date;
-    return PadNumber(date.Year, 4) + PadNumber(date.Month, 2) + PadNumber(date.Day, 2);
-}
-
 void StoreAlias(std::int32_t row, const Text& alias) {
     OpenControl();
     GotoRow(row);
@@ -76,6 +71,11 @@ void ShowScreenAfresh() {
 }
 
 } // namespace
+
+Text Today() {
+    const platform::CalendarDate date = Device().clock.Now().Date;
+    return PadNumber(date.Year, 4) + PadNumber(date.Month, 2) + PadNumber(date.Day, 2);
+}
 
 void LoadDownloadList(const Text& driver) {
     Downloads.DownloadFiles.clear();
@@ -178,7 +178,8 @@ std::vector<RegisteredDownload> RegisteredDownloads() {
         const std::int32_t count = TableRowCount();
         for (std::int32_t row = 1; row <= count; ++row) {
             if (HeldFields() == static_cast<std::int32_t>(Table.TableColumns.size())) // a field of a shorter row would
-                all.push_back({GetField(u"DRIVER"), GetField(u"FILE"), GetField(u"ALIAS")}); // stop the program
+                all.push_back({GetField(u"DRIVER"), GetField(u"FILE"), GetField(u"ALIAS"), // stop the program
+                               GetField(u"DATE")});
             NextRow();
         }
     }

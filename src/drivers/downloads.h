@@ -44,9 +44,13 @@ struct RegisteredDownload {
     Text Driver;
     Text File;
     Text Alias;
+    Text Date; ///< of its creation, eight digits
 };
 /// Returns all rows of the register, and closes it. Nothing is created if there is none.
 std::vector<RegisteredDownload> RegisteredDownloads();
+
+/// Returns today's date as the register writes it: eight digits, the year first.
+Text Today();
 
 /// Returns the line of the register that names this file, and closes the register; empty if there is none.
 Text RegisterLineOf(const Text& file);

@@ -156,6 +156,8 @@ bool TakeCompleteLines() {
 }
 
 void TellWhatWaits() {
+    if (Receive.Decoded > 0) // a batch is being delivered, to the record that is opened now
+        return;
     const bool wholeRecord = modBLob::HasTag(Receive.ReadyText, modBLob::EndTag);
     if (wholeRecord || modBLob::ResultsWait(modBLob::Decoder))
         Device().onlooker.ReadingWaits(Receive.ReadySince);

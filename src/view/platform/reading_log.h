@@ -74,6 +74,9 @@ public:
     virtual void TextReceived(TextSource source, TextView characters) = 0;
     /// A batch of received text is about to be decoded. This is the last report before the tones of its results.
     virtual void DecodingBegins() = 0;
+    /// A result is about to be captured. Here, and in no other report, the observer may run commands of the form: the
+    /// result goes to the record that is on the screen afterwards.
+    virtual void ResultComes(const Reading&) {}
     /// Text that arrived while a question was open was dropped without being decoded.
     virtual void TextEmptied(TextView characters) = 0;
     /// There is one verdict for each result. One that waits has a second verdict when it is delivered, and so has one
