@@ -11,6 +11,8 @@ namespace companion {
 
 namespace {
 
+using modStringTools::FromBytes;
+
 constexpr const char* DriverStep = "driver";
 constexpr const char* DownloadStep = "download";
 constexpr const char* PortStep = "port";
@@ -56,10 +58,13 @@ void Hints::Show(const Surroundings& now) {
         Notices_.Raise(HintOf(u"No download yet: File, New makes one.", {NoHints}));
     else if (now.HasPort && now.IsStart && Wanted(DownloadStep))
         Notices_.Raise(HintOf(u"Main, Start… lists the drivers: choose the one of your instrument.", {NoHints}));
+    else if (!now.HasPort && Wanted(PortStep) && !now.NamedPort.empty())
+        Notices_.Raise(HintOf(FromBytes(now.NamedPort) + u", and no port is chosen: nothing can be received.",
+                              {{OfferNamedPort, u"Use " + FromBytes(now.NameOfPort)}, ChoosePort, NoHints}));
     else if (!now.HasPort && Wanted(PortStep))
         Notices_.Raise(HintOf(u"No port is chosen: nothing can be received.", {ChoosePort, NoHints}));
     else if (!now.PortTrouble.empty() && Wanted(LinkStep))
-        Notices_.Raise(HintOf(modStringTools::FromBytes(now.PortTrouble), {ChoosePort, NoHints}));
+        Notices_.Raise(HintOf(FromBytes(now.PortTrouble), {ChoosePort, NoHints}));
     else
         Notices_.Withdraw(AboutHint);
 }

@@ -18,6 +18,10 @@ struct Surroundings {
     bool IsListOfDownloads = false; ///< the downloads of a driver are on the screen
     bool HasDownload = false;       ///< that list is not empty
     bool HasPort = false;           ///< a port is chosen
+    /// The first port whose address the command line or an earlier choice gives, "Com1 is /dev/ttyUSB0", and its name
+    /// for an offer, "Com1"; both empty for none.
+    std::string NamedPort = {};
+    std::string NameOfPort = {};
     bool LinkIsOpen = false;
     /// Why the port of the record on the screen could not be opened: "Com1 is /dev/ttyUSB0: unplugged"; empty if it
     /// takes no readings, or nothing is wrong.

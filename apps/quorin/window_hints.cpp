@@ -50,12 +50,16 @@ companion::Surroundings WindowHints::Look() {
         HasDriver_ = !companion::DriversOfDevice().empty();
     SeenScreen_ = screen;
     const modBluetooth::LinkKind port = modBluetooth::KindOf(modBluetooth::StoredPort());
+    const auto given = GivenPort ? GivenPort() : std::nullopt;
+    const std::string name = given ? "Com" + std::to_string(given->first) : std::string();
     return {
         .HasDriver = HasDriver_,
         .IsStart = companion::IsStartScreen(),
         .IsListOfDownloads = companion::DownloadsAreListed(),
         .HasDownload = companion::AnyDownloadIsListed(),
         .HasPort = port != modBluetooth::LinkKind::None,
+        .NamedPort = given ? name + " is " + given->second : std::string(),
+        .NameOfPort = name,
         .LinkIsOpen = modBluetooth::Ports.LinkOpen,
         .PortTrouble = PortTrouble_(),
     };

@@ -7,8 +7,11 @@
 #include "companion/hints.h"
 #include "src/view/screen_table.h"
 
+#include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
+#include <utility>
 
 namespace quorin {
 
@@ -17,6 +20,9 @@ class WindowHints final : public backends::EventSource {
 public:
     /// `portTrouble` returns what keeps the port from opening (companion::Surroundings).
     WindowHints(backends::BackEnd& device, WindowSettings& settings, std::function<std::string()> portTrouble);
+
+    /// Returns the number and address of the first port that was given; nothing for none.
+    std::function<std::optional<std::pair<std::int32_t, std::string>>()> GivenPort;
 
     bool RaiseWhatIsPending() override;
 

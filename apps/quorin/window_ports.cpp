@@ -117,6 +117,18 @@ void WindowPorts::UseOffered() {
     WithdrawOffer();
 }
 
+std::optional<std::pair<std::int32_t, std::string>> WindowPorts::Given() const {
+    const auto& pinned = Device_.host.ports.Pinned();
+    if (pinned.empty())
+        return std::nullopt;
+    return std::pair(pinned.begin()->first, AddressText(pinned.begin()->second));
+}
+
+void WindowPorts::UseGiven() {
+    if (const auto port = Given())
+        modQuorin::SaveSetting(u"ComPort", u"Com" + modStringTools::NumberText(port->first));
+}
+
 void WindowPorts::DropOffer() {
     Refused_.insert(Offered_);
     WithdrawOffer();

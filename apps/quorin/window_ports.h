@@ -34,6 +34,10 @@ public:
     void OpenDialog();
     /// Uses the adapter that was offered last.
     void UseOffered();
+    /// Returns the number and address of the first port that the command line or an earlier choice gives.
+    std::optional<std::pair<std::int32_t, std::string>> Given() const;
+    /// Chooses that port.
+    void UseGiven();
     /// Withdraws that offer until another adapter is plugged in.
     void DropOffer();
 

@@ -104,6 +104,8 @@ void WindowProgram::ConnectOffers() {
     Watch_.FolderWanted = [this] { Data_.Open(); };
     Watch_.Does(companion::OfferPorts, [this] { Ports_.OpenDialog(); });
     Watch_.Does(companion::OfferUsePort, [this] { Ports_.UseOffered(); });
+    Watch_.Does(companion::OfferNamedPort, [this] { Ports_.UseGiven(); });
+    Hints_.GivenPort = [this] { return Ports_.Given(); };
     Watch_.Does(companion::OfferNotNow, [this] { Ports_.DropOffer(); });
     Watch_.Does(companion::OfferNoHints, [this] { Hints_.SetOn(false); });
     Watch_.Does(companion::OfferInstall, [this] { Arriving_.ChooseFiles(); });

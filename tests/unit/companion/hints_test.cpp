@@ -27,6 +27,13 @@ protected:
     Hints OfDevice{List};
 };
 
+TEST_F(OfHints, NameAPortThatWasGivenAndIsNotChosen) {
+    Now = {.HasDriver = true, .NamedPort = "Com1 is /dev/ttyUSB0", .NameOfPort = "Com1"};
+    OfDevice.Look(Now);
+    EXPECT_EQ(Shown(), u"Com1 is /dev/ttyUSB0, and no port is chosen: nothing can be received.");
+    EXPECT_THAT(Offers(), ElementsAre(u"Use Com1", u"Choose a port…", u"No hints"));
+}
+
 TEST_F(OfHints, LeadFromADriverToAnOpenLink) {
     OfDevice.Look(Now);
     EXPECT_EQ(Shown(), u"No driver is installed yet.");

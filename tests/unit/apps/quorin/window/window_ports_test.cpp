@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "apps/quorin/window_hints.h"
 #include "apps/quorin/window_ports.h"
 
 #include "backends/linux/port_names.h"
@@ -63,6 +64,20 @@ protected:
     WindowSettings Remembered{Device.Folder.Path() / "settings.ini"};
     WindowPorts Ports{Device.Platform, Remembered, [this] { return IsSilent; }};
 };
+
+TEST_F(PortsOfTheWindow, OneOfTheCommandLineIsChosenByItsHint) {
+    WindowHints hints(Device.Platform, Remembered, [] { return std::string(); });
+    hints.GivenPort = [this] { return Ports.Given(); };
+    Put("drivers.txt", "NAME|INFFILE\nMeter|meter.txt\n");
+    Device.Platform.host.ports.Pin(3, *backends::ReadAddress("tcp:localhost:4000").Address);
+    hints.LookForDriver();
+    Settle();
+    const auto& standing = Device.Platform.onlooker.notices.Standing();
+    ASSERT_FALSE(standing.empty());
+    EXPECT_EQ(standing.back().Words, u"Com3 is tcp:localhost:4000, and no port is chosen: nothing can be received.");
+    Ports.UseGiven();
+    EXPECT_EQ(Stored(), u"Com3");
+}
 
 TEST_F(PortsOfTheWindow, AnAdapterThatIsPluggedInIsOffered) {
     const std::string path = PlugIn("ttyUSB0");
