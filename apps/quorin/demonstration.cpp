@@ -38,7 +38,7 @@ Demonstration::Demonstration(backends::qt::QtPlatform& device, DemoInstrument& m
                              std::string ownFolder)
     : Device_(device), Meter_(meter), Data_(data), OwnFolder_(std::move(ownFolder)), Guide_(device),
       Box_(device.boxes, device.window),
-      Strip_(&device.window, KindsOf(meter), device.window.Menu().font(), device.window.Screen().sizeHint().width()),
+      Strip_(&device.window, KindsOf(meter), device.window.Menu().font(), device.window.WidthBelow()),
       PinnedPath_(meter.Port()) {
     Strip_.KindWanted = [this](std::size_t kind) {
         Send(FromBytes(Meter_.Kinds()[kind]), [this, kind] { return Meter_.Send(kind); });

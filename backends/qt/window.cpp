@@ -50,9 +50,17 @@ Window::Window(double scale, double usual) {
     InstallAccessibleWindows();
     setWindowTitle(QStringLiteral("Quorin"));
     setObjectName(QStringLiteral("frmQuorin"));
-    Column_ = new QVBoxLayout(this);
-    Column_->setContentsMargins(0, 0, 0, 0);
-    Column_->setSpacing(0);
+    Halves_ = new QBoxLayout(QBoxLayout::TopToBottom, this);
+    Column_ = new QVBoxLayout;
+    Rest_ = new QVBoxLayout;
+    for (QBoxLayout* const box : {Halves_, Column_, Rest_}) {
+        box->setContentsMargins(0, 0, 0, 0);
+        box->setSpacing(0);
+    }
+    Halves_->addLayout(Column_, 1);
+    Halves_->addLayout(Rest_);
+    Breadth_ = new QSpacerItem(0, 0, QSizePolicy::Minimum, QSizePolicy::Fixed);
+    Rest_->addItem(Breadth_);
     HeadRow_ = new QHBoxLayout;
     Column_->addLayout(HeadRow_);
     Ground_ = new Surface(this, scale);
@@ -64,9 +72,9 @@ Window::Window(double scale, double usual) {
     Strip_ = new QWidget(this);
     Strip_->setObjectName(QStringLiteral("keyStrip"));
     Strip_->hide();
-    Column_->addWidget(Strip_);
-    MakeNoticeLine(*Column_);
-    MakeLinkLine(*Column_);
+    Rest_->addWidget(Strip_);
+    MakeNoticeLine(*Rest_);
+    MakeLinkLine(*Rest_);
     Readings_ = MakeAction("&Readings", QKeySequence(Qt::Key_F4), &Window::WantReadings);
     addAction(Readings_); // message boxes take over the window's actions
     AllNotices_ = MakeAction("All &notices", QKeySequence(Qt::SHIFT | Qt::Key_F4), &Window::OpenNotices);
@@ -162,7 +170,7 @@ int Window::KeysInARow(const std::vector<DeviceKey>& keys, const QFontMetrics& m
     int widest = 1;
     for (const DeviceKey& key : keys)
         widest = std::max(widest, metrics.horizontalAdvance(QString::fromLatin1(key.Name)) + metrics.height());
-    return std::clamp(Ground_->sizeHint().width() / widest, 1, MostKeysInARow);
+    return std::clamp(WidthBelow() / widest, 1, MostKeysInARow);
 }
 
 void Window::ShowKeys(const std::vector<DeviceKey>& keys) {
@@ -205,7 +213,7 @@ void Window::LayKeys() {
 }
 
 void Window::PutBelow(QWidget& bar) {
-    Column_->insertWidget(Column_->indexOf(Strip_) + 1, &bar);
+    Rest_->insertWidget(Rest_->indexOf(Strip_) + 1, &bar);
     bar.show();
     if (IsResizable())
         Fit();
@@ -216,7 +224,7 @@ void Window::PutBelow(QWidget& bar) {
 /// Returns a text of the status area as its label has room for it.
 QString Window::Fitted(const QLabel& label, const QString& text) const {
     const bool isNotice = &label == Alarm_;
-    const int room = width() - 2 * label.margin() - (isNotice ? WidthBesideNotice() : WidthBesideLink());
+    const int room = WidthOfRest() - 2 * label.margin() - (isNotice ? WidthBesideNotice() : WidthBesideLink());
     if (!IsOneLine_)
         return isNotice || !IsHeld_ ? text : ElidedToLines(label.font(), text, room, LinesOfHeldLink);
     const QString remedy = isNotice && !Standing_.empty() ? ToQt(Standing_.front().Remedy) : QString();
@@ -342,7 +350,7 @@ void Window::ShowAlarm() {
     Alarm_->setStyleSheet(warns ? AlarmLook : isLink ? (IsDark() ? FolderLookInTheDark : FolderLook) : QString());
     Alarm_->setCursor(isLink ? Qt::PointingHandCursor : Qt::ArrowCursor);
     More_->setStyleSheet(warns ? AlarmLook : QString());
-    const int room = width() - 2 * Alarm_->margin() - ShowOffers();
+    const int room = WidthOfRest() - 2 * Alarm_->margin() - ShowOffers();
     const bool hidesOffers = !Offered_.empty() && Offers_->itemAt(0)->widget()->isHidden();
     ShowMore(IsOneLine_ && (hidesOffers || Alarm_->fontMetrics().horizontalAdvance(text) > room));
     Put(*Alarm_, text);
@@ -367,7 +375,7 @@ int Window::ShowOffers() {
     int needed = 0;
     for (int at = 0; at < Offers_->count(); ++at)
         needed += Offers_->itemAt(at)->widget()->sizeHint().width();
-    const bool fits = needed <= width() * 2 / 3;
+    const bool fits = needed <= WidthOfRest() * 2 / 3;
     for (int at = 0; at < Offers_->count(); ++at)
         Offers_->itemAt(at)->widget()->setVisible(fits);
     return fits ? needed : 0;

@@ -15,6 +15,7 @@
 #include <QBoxLayout>
 #include <QFontMetrics>
 #include <QLabel>
+#include <QSpacerItem>
 #include <QTimer>
 #include <QToolButton>
 #include <QWidget>
@@ -66,6 +67,9 @@ public:
     /// Puts a bar between the form with its keys and the status area, for as long as the bar exists. The form keeps its
     /// size as far as the screen has room.
     void PutBelow(QWidget& bar);
+    /// Returns the width that such a bar has in a window of fixed size: that of the form, unless the screen is so low
+    /// that the bar stands beside the form.
+    int WidthBelow() const;
 
     /// Shows a strip of buttons, one for each key.
     void ShowKeys(const std::vector<DeviceKey>& keys);
@@ -129,6 +133,10 @@ private:
     bool FitsTheScreen() const;
     void StayOnTheScreen();
     void LayKeys();
+    void Arrange();
+    void Lay(QBoxLayout::Direction direction);
+    bool IsSideBySide() const;
+    int WidthOfRest() const;
     void HoldLineHeights();
     QFont KeyFont() const;
     QLabel* StatusLabel(const char* name);
@@ -155,7 +163,10 @@ private:
     void ShowMore(bool isCut);
     int KeysInARow(const std::vector<DeviceKey>& keys, const QFontMetrics& metrics) const;
 
+    QBoxLayout* Halves_; ///< the form, and what stands below or beside it
     QBoxLayout* Column_;
+    QBoxLayout* Rest_;
+    QSpacerItem* Breadth_; ///< the width of Rest_ beside the form
     QBoxLayout* HeadRow_;
     Surface* Ground_;
     FormCanvas* FormWidget_;

@@ -14,6 +14,7 @@ namespace {
 
 constexpr QSize SmallestForm(240, 160); // in pixels of the form
 constexpr QSize Frame(8, 40);           // at most
+constexpr int CharactersBeside = 44;    // of the width of what stands beside the form
 
 } // namespace
 
@@ -39,12 +40,44 @@ void Surface::resizeEvent(QResizeEvent*) {
 
 void Window::HoldSize() {
     Ground_->setFixedSize(Ground_->sizeHint());
-    layout()->setAlignment(Ground_, Qt::AlignHCenter);
+    Column_->setAlignment(Ground_, Qt::AlignHCenter);
     layout()->setSizeConstraint(QLayout::SetFixedSize);
     IsHeld_ = true;
     Link_->setWordWrap(false);
     HoldLineHeights();
+    Arrange();
     ShowState();
+}
+
+/// What stands below the form is beside it on a screen that is too low for both.
+void Window::Arrange() {
+    if (!IsHeld_)
+        return;
+    Lay(QBoxLayout::TopToBottom);
+    if (!FitsTheScreen())
+        Lay(QBoxLayout::LeftToRight);
+    if (!FitsTheScreen()) // nor so: a window that is only too high can be moved
+        Lay(QBoxLayout::TopToBottom);
+}
+
+void Window::Lay(QBoxLayout::Direction direction) {
+    Halves_->setDirection(direction);
+    Breadth_->changeSize(IsSideBySide() ? Link_->fontMetrics().averageCharWidth() * CharactersBeside : 0, 0,
+                         QSizePolicy::Minimum, QSizePolicy::Fixed);
+    Halves_->setAlignment(Rest_, IsSideBySide() ? Qt::AlignTop : Qt::Alignment());
+    TakeScale(Scale());
+}
+
+bool Window::IsSideBySide() const {
+    return Halves_->direction() == QBoxLayout::LeftToRight;
+}
+
+int Window::WidthBelow() const {
+    return IsSideBySide() ? Breadth_->sizeHint().width() : Ground_->sizeHint().width();
+}
+
+int Window::WidthOfRest() const {
+    return IsSideBySide() ? Breadth_->sizeHint().width() : width();
 }
 
 void Window::LetSize() {
@@ -69,8 +102,11 @@ void Window::Fit() {
 void Window::SetScale(double scale) {
     const QSize before = size(); // a scale that is tried and does not fit enlarges the window
     TakeScale(scale);
-    while (!FitsTheScreen() && Scale() > 1) // a smaller form could not be read
+    Arrange();
+    while (!FitsTheScreen() && Scale() > 1) { // a smaller form could not be read
         TakeScale(companion::SmallerScale(Scale()));
+        Arrange();
+    }
     if (IsOneLine_) // its size stays if it can: as in other programs, there is less to be seen then
         resize(before.expandedTo(layout()->totalMinimumSize()));
     StayOnTheScreen();

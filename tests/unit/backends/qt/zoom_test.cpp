@@ -56,14 +56,39 @@ TEST_F(ZoomOfADevice, KeepsItsFootOnTheScreen) {
     EXPECT_TRUE(screen.contains(Form().frameGeometry()));
 }
 
-TEST_F(ZoomOfADevice, LeavesRoomForABarBelow) {
+TEST_F(ZoomOfADevice, HasItsKeysAndBarsBelow) {
+    QWidget bar;
+    bar.setFixedHeight(100);
+    Form().PutBelow(bar);
+    Repaint();
+    EXPECT_GE(bar.y(), Form().Screen().geometry().bottom());
+    EXPECT_EQ(Form().width(), Form().Screen().width());
+}
+
+TEST_F(ZoomOfADevice, HasThemBesideItOnALowScreen) {
     Form().SetScale(3);
     QWidget bar;
     bar.setFixedHeight(300);
     Form().PutBelow(bar);
     Repaint();
+    EXPECT_EQ(Form().Scale(), 3);
+    EXPECT_GE(bar.x(), Form().Screen().geometry().right());
+    EXPECT_GE(Form().findChild<QToolButton*>(QStringLiteral("key308"))->mapTo(&Form(), QPoint()).x(),
+              Form().Screen().geometry().right());
+    EXPECT_TRUE(Form().screen()->availableGeometry().contains(QRect(QPoint(), Form().size())));
+    Form().SetScale(1);
+    Repaint();
+    EXPECT_GE(bar.y(), Form().Screen().geometry().bottom()) << "there is room below again";
+}
+
+TEST_F(ZoomOfADevice, LeavesRoomForABarOfAnyWidth) {
+    Form().SetScale(3);
+    QWidget bar;
+    bar.setFixedSize(400, 300);
+    Form().PutBelow(bar);
+    Repaint();
     EXPECT_LT(Form().Scale(), 3);
-    EXPECT_LT(Form().height(), Form().screen()->availableGeometry().height());
+    EXPECT_TRUE(Form().screen()->availableGeometry().contains(QRect(QPoint(), Form().size())));
 }
 
 class ZoomOfADesktop : public InAWindow {
