@@ -6,6 +6,9 @@
 
 #include <filesystem>
 #include <fstream>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 namespace bench {
 
@@ -58,13 +61,51 @@ Sides BesideCat(const std::string& folder) {
     return {Shell(Export(whole), folder), Shell("cat '" + whole + "'", folder)};
 }
 
+/// Returns the most memory that a shell command took, in megabytes.
+Run Peak(const std::string& command, const std::string& folder) {
+    return [line = "exec " + command + " > '" + folder + "/exported'"] {
+        const pid_t child = ::fork();
+        if (child == 0) {
+            ::execlp("sh", "sh", "-c", line.c_str(), nullptr);
+            ::_exit(127);
+        }
+        int status = 0;
+        rusage used{};
+        if (child < 0 || ::wait4(child, &status, 0, &used) != child || status != 0)
+            Fail(line + " failed");
+        constexpr double KilobytesOfAMegabyte = 1024;
+        return static_cast<double>(used.ru_maxrss) / KilobytesOfAMegabyte;
+    };
+}
+
+/// Both have the table in memory; a workbook adds no row of it.
+Sides WorkbookMemory(const std::string& folder) {
+    const std::string whole = TableOf(folder, Million);
+    return {Peak(Export(whole) + " --format xlsx", folder), Peak(Export(whole), folder)};
+}
+
+/// A tenth of the rows, because a workbook takes long.
+Sides WorkbookBesideCsv(const std::string& folder) {
+    const std::string tenth = TableOf(folder, Million / 10);
+    return {Shell(Export(tenth) + " --format xlsx", folder), Shell(Export(tenth), folder)};
+}
+
+Sides DatabaseBesideCsv(const std::string& folder) {
+    const std::string tenth = TableOf(folder, Million / 10);
+    return {Shell(Export(tenth) + " --format sqlite", folder), Shell(Export(tenth), folder)};
+}
+
 } // namespace
 
 } // namespace bench
 
 int main(int count, char** words) {
     using namespace bench;
-    return Main(count, words,
-                {{"10^6 records to CSV", "gawk with the same split", {0.5}, BesideGawk},
-                 {"10^6 records to CSV, beside a copy", "cat", {3}, BesideCat}});
+    return Main(
+        count, words,
+        {{"10^6 records to CSV", "gawk with the same split", {0.5}, BesideGawk},
+         {"10^6 records to CSV, beside a copy", "cat", {3}, BesideCat},
+         {"10^5 records to XLSX", "the same to CSV", {10}, WorkbookBesideCsv},
+         {"10^5 records to SQLite", "the same to CSV", {6}, DatabaseBesideCsv},
+         {"memory of 10^6 records to XLSX", "the same to CSV", {1.2, false, Figure::Ratio, "MB"}, WorkbookMemory}});
 }

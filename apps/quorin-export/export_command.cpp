@@ -138,7 +138,7 @@ void Describe(CLI::App& app, Words& words, Options& options) {
     app.add_flag("--decimal-comma", options.Csv.DecimalComma, "Write numbers of CSV with a comma")->default_str("off");
     app.add_flag("--bom", options.Csv.Mark, "Begin CSV with a byte-order mark, for spreadsheets")->default_str("off");
     app.add_option("--line-end", words.LineEnd, "End of the lines of CSV")->type_name("crlf|lf")->default_str("crlf");
-    app.add_option("--name", options.Name, "Name of this device, in the format long")
+    app.add_option("--name", options.Name, "Name of this device, in the formats long and sqlite")
         ->type_name("NAME")
         ->default_str("that of the machine");
     for (const char* other : {"--format", "--units", "--numbers", "--decimal", "--dates", "--zone", "--hidden",

@@ -5,11 +5,14 @@
 #include "apps/quorin-export/formats.h"
 #include "apps/quorin-export/output.h"
 #include "apps/quorin-export/progress.h"
+#include "apps/quorin-export/scratch_folder.h"
 #include "backends/files/folder_names.h"
 #include "exporting/data_package.h"
 
+#include <fstream>
 #include <iostream>
 #include <set>
+#include <unistd.h>
 
 namespace exporter {
 
@@ -20,6 +23,10 @@ namespace {
 
 void Tell(const std::string& what) {
     std::cerr << "quorin-export: " << what << "\n";
+}
+
+std::string Called(const std::string& path) {
+    return path.empty() ? "to standard output" : path;
 }
 
 /// Returns a path without the ending of its file; the name of a folder may have a full stop, too.
@@ -106,7 +113,19 @@ private:
         if (why.empty())
             why = output.Open(path);
         if (!why.empty())
-            Fail("can't write " + path + ": " + why);
+            Fail("can't write " + Called(path) + ": " + why);
+        HasBegun_ = why.empty();
+        return why.empty() && (Options_.Format->Collect == nullptr || BeginCollection(path));
+    }
+
+    bool BeginCollection(const std::string& path) {
+        std::string why = Scratch_.Make(path);
+        if (why.empty() && path.empty() && ::isatty(STDOUT_FILENO) == 1)
+            why = "it is no text for a terminal: -o FILE writes a file";
+        if (why.empty())
+            Collection_ = Options_.Format->Collect(Scratch_.Path() + "/export");
+        else
+            Fail("can't write the format " + std::string(Options_.Format->Name) + ": " + why);
         HasBegun_ = why.empty();
         return why.empty();
     }
@@ -144,13 +163,16 @@ private:
         std::vector<std::string> odd = view.Odd();
         Progress progress(table.Source.File, table.Bytes.size());
         bool isWritten = true;
-        Options_.Format->Write(
-            table, view, Options_, Done_ == 1,
-            [&](std::string_view bytes) {
-                progress.Advance(bytes.size());
-                return isWritten = isWritten && output.Write(bytes);
-            },
-            odd);
+        if (Collection_)
+            Collection_->Add(table, view, Options_, odd);
+        else
+            Options_.Format->Write(
+                table, view, Options_, Done_ == 1,
+                [&](std::string_view bytes) {
+                    progress.Advance(bytes.size());
+                    return isWritten = isWritten && output.Write(bytes);
+                },
+                odd);
         TellOdd(table, odd);
         Last_ = {.Name = {},
                  .Sha256 = {},
@@ -171,11 +193,25 @@ private:
     }
 
     void Finish(Output& output, const std::string& path) {
+        if (const std::string why = Collection_ ? CopyCollection(output) : std::string(); !why.empty())
+            return Fail("can't write " + Called(path) + ": " + why);
         if (const std::string why = output.Finish(); !why.empty())
-            return Fail("can't write " + path + ": " + why);
+            return Fail("can't write " + Called(path) + ": " + why);
         const bool isCsv = std::string(Options_.Format->Name) == "csv";
         if (!path.empty() && isCsv && !Options_.Raw)
             Describe(output, path);
+    }
+
+    /// Returns why the collection is not in the output as a whole, or an empty text.
+    std::string CopyCollection(Output& output) {
+        if (std::string why = Collection_->Finish(); !why.empty())
+            return why;
+        std::ifstream file(Scratch_.Path() + "/export", std::ios::binary);
+        std::vector<char> part(1 << 18);
+        while (file.read(part.data(), static_cast<std::streamsize>(part.size())) || file.gcount() > 0)
+            if (!output.Write({part.data(), static_cast<std::size_t>(file.gcount())}))
+                return {}; // the output says why when it is finished
+        return file.eof() ? std::string() : "what was made for it can't be read again";
     }
 
     void Describe(Output& output, const std::string& path) {
@@ -201,7 +237,9 @@ private:
     const Options& Options_;
     Tables Tables_;
     ExitStatus Status_ = ExitStatus::Ended;
-    std::size_t Done_ = 0; ///< tables
+    std::size_t Done_ = 0;                   ///< tables
+    ScratchFolder Scratch_;                  ///< of the collection
+    std::unique_ptr<Collection> Collection_; ///< none for a format that is written from front to back
     bool HasBegun_ = false;
     exporting::CsvFile Last_; ///< the table that was written last
     std::vector<exporting::OutColumn> LastColumns_;

@@ -89,6 +89,8 @@ const std::vector<FormatRow>& Formats() {
         {"csv", ".csv", "comma-separated values", false, WriteCsv},
         {"jsonl", ".jsonl", "a JSON object a record", true, WriteJsonLines},
         {"long", ".csv", "CSV of a line for each value", true, WriteLong},
+        {"xlsx", ".xlsx", "a workbook of a sheet a download", true, nullptr, CollectWorkbook},
+        {"sqlite", ".sqlite", "a database of a table a download", true, nullptr, CollectDatabase},
     };
     return rows;
 }

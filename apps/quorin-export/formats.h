@@ -2,10 +2,12 @@
 // The formats of quorin-export, a row each.
 #pragma once
 
+#include "apps/quorin-export/collections.h"
 #include "apps/quorin-export/sources.h"
 #include "exporting/table_view.h"
 
 #include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -19,9 +21,11 @@ struct FormatRow {
     const char* Ending; ///< of its files
     const char* Help;
     bool IsOneForAll; ///< several tables can follow each other in one output
-    /// Writes a table. `isFirst`: of the output. Adds what is odd, a line each.
+    /// Null if there is Collect. Writes a table. `isFirst`: of the output. Adds what is odd, a line each.
     void (*Write)(const Table& table, const exporting::TableView& view, const Options& options, bool isFirst,
                   const Sink& sink, std::vector<std::string>& odd);
+    /// Begins a collection in a new file, in a folder of its own.
+    std::unique_ptr<Collection> (*Collect)(const std::string& path) = nullptr;
 };
 
 const std::vector<FormatRow>& Formats();

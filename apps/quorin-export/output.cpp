@@ -3,9 +3,7 @@
 
 #include "src/text/text.h"
 
-#include <array>
 #include <iostream>
-#include <nettle/sha2.h>
 
 namespace exporter {
 
@@ -18,12 +16,6 @@ std::string WordsOf(backends::ErrorNumber error) {
 }
 
 } // namespace
-
-Output::Output() : Hash_(std::make_unique<sha256_ctx>()) {
-    sha256_init(Hash_.get());
-}
-
-Output::~Output() = default;
 
 std::string Output::Open(const std::string& path) {
     if (path.empty())
@@ -44,7 +36,7 @@ bool Output::Write(std::string_view bytes) {
         return static_cast<bool>(std::cout.write(bytes.data(), static_cast<std::streamsize>(bytes.size())));
     Error_ = backends::WriteAll(File_->File(), bytes, static_cast<std::int64_t>(Bytes_));
     Bytes_ += bytes.size();
-    sha256_update(Hash_.get(), bytes.size(), reinterpret_cast<const std::uint8_t*>(bytes.data()));
+    Digest_.Take(bytes);
     return Error_ == NoError;
 }
 
@@ -52,16 +44,6 @@ std::string Output::Finish() {
     if (File_ && Error_ == NoError)
         Error_ = File_->Commit();
     return Error_ == NoError ? std::string() : WordsOf(Error_);
-}
-
-std::string Output::Sha256() {
-    std::array<std::uint8_t, SHA256_DIGEST_SIZE> digest{};
-    sha256_digest(Hash_.get(), digest.size(), digest.data());
-    constexpr const char* Digits = "0123456789abcdef";
-    std::string text;
-    for (const std::uint8_t byte : digest)
-        text += {Digits[byte >> 4], Digits[byte & 15]};
-    return text;
 }
 
 } // namespace exporter

@@ -2,24 +2,18 @@
 // Where an export is written.
 #pragma once
 
+#include "apps/quorin-export/digest.h"
 #include "backends/files/host_files.h"
 
 #include <memory>
 #include <string>
 #include <string_view>
 
-struct sha256_ctx;
-
 namespace exporter {
 
 /// A file that appears as a whole once it is finished, or standard output.
 class Output {
 public:
-    Output();
-    Output(const Output&) = delete;
-    Output& operator=(const Output&) = delete;
-    ~Output();
-
     /// Begins a file; an empty path is standard output. Returns why that is not possible, or an empty text.
     std::string Open(const std::string& path);
     /// Returns false once the bytes can't be written.
@@ -29,11 +23,11 @@ public:
 
     std::size_t Bytes() const { return Bytes_; }
     /// Returns the SHA-256 of what was written, in 64 hexadecimal digits. May be called once.
-    std::string Sha256();
+    std::string Sha256() { return Digest_.Text(); }
 
 private:
     std::unique_ptr<backends::Replacement> File_; ///< none for standard output
-    std::unique_ptr<sha256_ctx> Hash_;
+    Digest Digest_;
     std::size_t Bytes_ = 0;
     backends::ErrorNumber Error_ = backends::NoError;
 };

@@ -166,6 +166,61 @@ TEST_F(Exports, OfARootThatIsNotThereCreateNone) {
     EXPECT_FALSE(fs::exists(gone));
 }
 
+TEST_F(Exports, OfSeveralTablesAreTheSheetsOfOneWorkbook) {
+    const std::string file = Out("all.xlsx");
+    const Outcome done = Export("qrn0001.txt qrn0002.txt --format xlsx -o '" + file + "'");
+    EXPECT_EQ(done.Status, 0) << done.Errors;
+    const Outcome found = Shell("python3 '" QUORIN_WORKBOOK "' '" + file + "' > output 2> errors", "");
+    EXPECT_EQ(found.Errors, "");
+    ASSERT_EQ(found.Lines.size(), 7U) << found.Output;
+    EXPECT_EQ(found.Lines.at(0), "[North wall]");
+    EXPECT_THAT(found.Lines.at(2), HasSubstr("C=(18.8, '0.0'), D='%', E=(20.6, '0.0')"));
+    EXPECT_THAT(found.Lines.at(2), HasSubstr("K=(39146.0, 'yyyy-mm-dd'), L=(0.3958333333333333, 'hh:mm')"));
+    EXPECT_EQ(found.Lines.at(4), "[qrn0002]");
+    EXPECT_EQ(found.Lines.at(6), "A='24.5 %', B='05/03/2007'");
+    EXPECT_EQ(std::distance(fs::directory_iterator(Place.Path()), {}), 1) << "what it was made of is removed";
+}
+
+TEST_F(Exports, ToADatabaseHaveATableADownload) {
+    const std::string file = Out("all.sqlite");
+    EXPECT_EQ(Export("qrn0001.txt qrn0002.txt --format sqlite --name m1 -o '" + file + "'").Status, 0);
+    const Outcome found = Shell("sqlite3 '" + file +
+                                    "' 'SELECT moisture, remark IS NULL, start_date FROM qrn0001;"
+                                    "SELECT file, alias, driver, device, records FROM downloads' > output 2> errors",
+                                "");
+    EXPECT_EQ(found.Output, "18.8|0|2007-03-05\n15.1|0|2007-03-05\nqrn0001.txt|North wall|Climate Meter|m1|2\n"
+                            "qrn0002.txt|||m1|1\n");
+    const Outcome sum =
+        Shell("sqlite3 '" + file + "' \"SELECT sha256 || '  ' || '" + (Root.Path() / "Quorin/qrn0001.txt").string() +
+                  "' FROM downloads LIMIT 1\" | sha256sum -c > output 2> errors",
+              "");
+    EXPECT_EQ(sum.Status, 0) << sum.Output;
+}
+
+TEST_F(Exports, OfAWorkbookGoToStandardOutput) {
+    Export("qrn0001.txt --format xlsx | cat > '" + Out("piped.xlsx") + "'; true");
+    EXPECT_EQ(Shell("python3 '" QUORIN_WORKBOOK "' '" + Out("piped.xlsx") + "' > output 2> errors", "").Errors, "");
+}
+
+TEST_F(Exports, ThatFindNoRoomLeaveTheOlderFileAsItWas) {
+    std::string table = "A\n";
+    for (int i = 0; i < 20000; ++i)
+        table += std::to_string(i) + " " + std::string(40, 'x') + "\n";
+    Put("qrn0002.txt", table);
+    for (const std::string format : {"xlsx", "sqlite", "csv"}) {
+        std::ofstream(Out("old." + format)) << "old";
+        // 512 bytes a block: less than the rows take, but more than an XLSX file of them
+        const Outcome full = Shell("sh -c \"trap '' XFSZ; ulimit -f 400; " + std::string(QUORIN_EXPORT) + " --root '" +
+                                       Root.Path().string() + "' qrn0002.txt --format " + format + " -o '" +
+                                       Out("old." + format) + "'\" > output 2> errors",
+                                   "");
+        EXPECT_EQ(full.Status, 1) << format;
+        EXPECT_THAT(full.Errors, HasSubstr("can't write " + Out("old." + format) + ": ")) << format;
+        EXPECT_EQ(Place.Bytes("old." + format), "old");
+    }
+    EXPECT_EQ(std::distance(fs::directory_iterator(Place.Path()), {}), 3) << "nothing else is left";
+}
+
 /// Creates a line database in the main memory of a Palm OS device.
 void CreateDatabase(const fs::path& root, const std::string& name, const std::vector<std::string>& lines) {
     fs::create_directories(root / "Databases");
