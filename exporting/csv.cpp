@@ -2,6 +2,7 @@
 #include "exporting/csv.h"
 
 #include "companion/values/table_text.h"
+#include "exporting/csv_reader.h"
 
 #include <algorithm>
 
@@ -10,29 +11,6 @@ namespace exporting {
 namespace {
 
 constexpr std::string_view Mark = "\xEF\xBB\xBF";
-
-/// One field of a text: moves `at` behind it and its closing quote. Returns false if a quote stands where none can.
-bool TakeField(std::string_view csv, const CsvForm& form, std::size_t& at, std::string& field) {
-    field.clear();
-    if (at == csv.size() || csv[at] != '"') {
-        const char ends[] = {form.Delimiter, '\r', '\n', '"'};
-        const std::size_t end = std::min(csv.find_first_of(std::string_view(ends, sizeof ends), at), csv.size());
-        field = csv.substr(at, end - at);
-        at = end;
-        return at == csv.size() || csv[at] != '"';
-    }
-    for (++at;;) {
-        const std::size_t quote = csv.find('"', at);
-        if (quote == std::string_view::npos)
-            return false;
-        field += csv.substr(at, quote - at);
-        at = quote + 1;
-        if (at == csv.size() || csv[at] != '"')
-            return true;
-        field += '"';
-        ++at;
-    }
-}
 
 } // namespace
 
@@ -118,7 +96,9 @@ std::optional<std::string> TableOfRawCsv(std::string_view csv, const CsvForm& fo
     std::string table;
     std::string field;
     for (std::size_t at = 0; at < csv.size();) {
-        if (!TakeField(csv, form, at, field))
+        if (!TakeCsvField(csv, form.Delimiter, at, field))
+            return std::nullopt;
+        if (field.find_first_of("|\n") != std::string::npos) // they would be several fields or lines of the table
             return std::nullopt;
         table += field;
         if (at == csv.size())

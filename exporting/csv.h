@@ -44,8 +44,8 @@ private:
 /// a CR at the end of a line. From it, TableOfRawCsv makes the same bytes again, whatever they are.
 std::string RawCsv(std::string_view table, const CsvForm& form);
 
-/// Returns the table of which RawCsv was made; nothing if the text is no CSV: a quote within a field or without its
-/// end.
+/// Returns the table of which RawCsv was made; nothing if the text is none: a quote within a field or without its end,
+/// or a bar or line feed within a field.
 std::optional<std::string> TableOfRawCsv(std::string_view csv, const CsvForm& form);
 
 } // namespace exporting

@@ -49,7 +49,8 @@ std::string ExitStatusHelp() {
   2  not started: wrong usage, or something that is missing or in use
   3  a command failed under --strict (quorin-console)
   4  standard output could not be written
-  5  done, and some of the input was odd, as the output says line by line (quorin-journal, quorin-driver, quorin-export)
+  5  done, and some of the input was odd, as the output says line by line (quorin-journal, quorin-driver, quorin-export,
+     quorin-import)
   6  a station has stopped, because what it collects can't be stored (quorin-console))";
 }
 

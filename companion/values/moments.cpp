@@ -27,6 +27,15 @@ std::optional<std::string> IsoDate(std::string_view cell) {
     return modStringTools::ToBytes(year + u"-" + TwoDigits(date->Month) + u"-" + TwoDigits(date->Day));
 }
 
+std::optional<std::string> CellDate(std::string_view iso) {
+    constexpr std::size_t Length = 10; // "2026-11-21"
+    if (iso.size() != Length || iso[4] != '-' || iso[7] != '-')
+        return std::nullopt;
+    const std::string cell =
+        std::string(iso.substr(8)) + "/" + std::string(iso.substr(5, 2)) + "/" + std::string(iso.substr(0, 4));
+    return IsoDate(cell) == iso ? std::optional(cell) : std::nullopt;
+}
+
 std::optional<std::string> IsoTime(std::string_view cell, std::string_view zone) {
     constexpr int LastHour = 23, LastOfSixty = 59;
     std::string time;

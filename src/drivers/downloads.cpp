@@ -59,6 +59,28 @@ Text NameBehind(const Text& file) {
     return FilePrefix + PadNumber(*number + 1, NumberDigits) + file.substr(ending);
 }
 
+/// Returns the file that follows the last one of the open register; empty if that one has the name of another program,
+/// from which numbering does not continue.
+Text NextFile() {
+    if (TableRowCount() <= 0)
+        return FirstFile;
+    LastRow();
+    const Text last = GetField(u"FILE");
+    return BearsOurName(last) ? NameBehind(last) : Text();
+}
+
+/// Adds a row to the open register.
+void AddDownload(const Text& driver, const Text& file, const Text& alias) {
+    if (!AddRow(-1))
+        return;
+    SetField(u"DRIVER", driver);
+    SetField(u"FILE", file);
+    SetField(u"DATE", Today());
+    if (!alias.empty())
+        SetField(u"ALIAS", alias);
+    SaveRow();
+}
+
 void StoreAlias(std::int32_t row, const Text& alias) {
     OpenControl();
     GotoRow(row);
@@ -113,23 +135,38 @@ void ShowDownloadList(const Text& driver) {
 
 void NewDownload(const Text& driver) {
     OpenControl();
-    Text file = FirstFile;
-    if (TableRowCount() > 0) {
-        LastRow();
-        const Text last = GetField(u"FILE");
-        if (!BearsOurName(last)) {
-            CloseTable(); // numbering does not continue from a name of another program
-            return;
-        }
-        file = NameBehind(last);
+    const Text file = NextFile();
+    if (file.empty()) {
+        CloseTable();
+        return;
     }
-    if (AddRow(-1)) {
-        SetField(u"DRIVER", driver);
-        SetField(u"FILE", file);
-        SetField(u"DATE", Today());
-        SaveRow();
-    }
+    AddDownload(driver, file, {});
     ShowScreenAfresh();
+}
+
+Text NextDownload() {
+    Text file = FirstFile;
+    if (LookAtTable(Paths.ControlFile) == TableLack::Nothing)
+        file = NextFile();
+    CloseTable();
+    return file;
+}
+
+bool RegisterDownload(const Text& driver, const Text& file, const Text& alias) {
+    OpenControl();
+    AddDownload(driver, file, alias);
+    CloseTable();
+    return !RegisterLineOf(file).empty();
+}
+
+void EraseDownload(const Text& driver, const Text& file) {
+    const Text folder = GetDataPath(u"");
+    OpenControl();
+    if (FindDownload(driver, file) != 0) {
+        DeleteFile(folder + file);
+        DeleteRow();
+    }
+    CloseTable();
 }
 
 void RenameDownload(Text driver, Text file) {
@@ -150,13 +187,7 @@ void RenameDownload(Text driver, Text file) {
 void DeleteDownload(Text driver, Text file) {
     if (!modPDAUI::AskTwice(u"Delete Download File?"))
         return;
-    const Text folder = GetDataPath(u"");
-    OpenControl();
-    if (FindDownload(driver, file) != 0) {
-        DeleteFile(folder + file);
-        DeleteRow();
-    }
-    CloseTable();
+    EraseDownload(driver, file);
     ShowScreenAfresh();
 }
 

@@ -29,6 +29,18 @@ void ShowDownloadList(const Text& driver);
 /// failure.
 void NewDownload(const Text& driver);
 
+// For what adds a download from outside of the form. REQUIRES: no record is on the screen, because the open table is
+// closed.
+
+/// Returns the file that NewDownload would register. Empty if it would register none. Nothing is created.
+Text NextDownload();
+
+/// Adds a row to the register. Returns false if the register does not have it afterwards.
+bool RegisterDownload(const Text& driver, const Text& file, const Text& alias);
+
+/// Deletes the file and its row of the register, without a question. Does nothing if the register has no such row.
+void EraseDownload(const Text& driver, const Text& file);
+
 /// Asks for an alias and stores it; the file keeps its name.
 void RenameDownload(Text driver, Text file);
 

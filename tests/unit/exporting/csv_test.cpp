@@ -57,6 +57,8 @@ TEST(RawCsv, ThatIsNoneIsRefused) {
     EXPECT_EQ(TableOfRawCsv("\"open", {}), std::nullopt);
     EXPECT_EQ(TableOfRawCsv("\"a\"b", {}), std::nullopt);
     EXPECT_EQ(TableOfRawCsv("a\nb", {}), std::nullopt) << "the line ends are CR LF";
+    EXPECT_EQ(TableOfRawCsv("a|b\r\n", {}), std::nullopt) << "it would be two fields";
+    EXPECT_EQ(TableOfRawCsv("\"a\nb\"\r\n", {}), std::nullopt) << "it would be two lines";
 }
 
 /// Bars, quotes, line ends, NUL, bytes that are no UTF-8, short and long rows.

@@ -14,6 +14,13 @@ TEST(DatesForOtherTools, AreYearMonthDay) {
         EXPECT_EQ(IsoDate(text), std::nullopt) << text;
 }
 
+TEST(DatesFromOtherTools, AreThoseOfTheCalendar) {
+    EXPECT_EQ(CellDate("2026-11-21"), "21/11/2026");
+    EXPECT_EQ(CellDate("2028-02-29"), "29/02/2028");
+    for (const char* text : {"", "2026-02-29", "21/11/2026", "2026-11-21 ", "26-11-2021", "2026/11/21", "0000-01-01"})
+        EXPECT_EQ(CellDate(text), std::nullopt) << text;
+}
+
 TEST(TimesForOtherTools, HaveTwoDigitsAndTheZone) {
     EXPECT_EQ(IsoTime("9:30", ""), "09:30");
     EXPECT_EQ(IsoTime("09:30:05", "Z"), "09:30:05Z");

@@ -143,6 +143,32 @@ TEST_F(DownloadList, NewOneThatCantBeAddedTakesNobodysPlace) {
     EXPECT_EQ(File("qrnctrl.txt"), control + "Meter|qrn0004.txt|20070305|\n");
 }
 
+TEST_F(DownloadList, NextOneIsKnownBeforeItIsMade) {
+    std::filesystem::remove(Device.Folder.Path() / "Quorin/qrnctrl.txt");
+    EXPECT_EQ(NextDownload(), u"qrn0001.txt");
+    EXPECT_FALSE(Device.Folder.Has("Quorin/qrnctrl.txt"));
+    Put("qrnctrl.txt", RegisterHeader + "Other|qrn0007.txt|20070301|\n");
+    EXPECT_EQ(NextDownload(), u"qrn0008.txt");
+    Put("qrnctrl.txt", RegisterHeader + "Other|other.txt|20070301|\n");
+    EXPECT_EQ(NextDownload(), u"");
+}
+
+TEST_F(DownloadList, OneFromOutsideIsRegisteredWithItsAlias) {
+    Put("qrnctrl.txt", RegisterHeader + "Other|qrn0007.txt|20070301|\n");
+    EXPECT_TRUE(RegisterDownload(u"Meter", u"qrn0008.txt", u"Loft"));
+    EXPECT_EQ(Register(), "Other|qrn0007.txt|20070301|\nMeter|qrn0008.txt|20070305|Loft\n");
+    Put("qrn0008.txt", "Site\n");
+    EraseDownload(u"Meter", u"qrn0008.txt");
+    EXPECT_EQ(Register(), "Other|qrn0007.txt|20070301|\n");
+    EXPECT_FALSE(Device.Folder.Has("Quorin/qrn0008.txt"));
+}
+
+TEST_F(DownloadList, OneFromOutsideThatCantBeAddedIsTold) {
+    Put("qrnctrl.txt", RegisterHeader);
+    Device.Host.faults.FailNext(1);
+    EXPECT_FALSE(RegisterDownload(u"Meter", u"qrn0001.txt", u""));
+}
+
 TEST_F(DownloadList, FileThatIsGoneAlreadyIsNoFailure) {
     Show("Meter|qrn0001.txt|x|\n");
     Device.WillAnswer(BoxAnswer::Yes);
