@@ -100,7 +100,7 @@ void Understand(const Words& words, Options& options) {
 void Describe(CLI::App& app, Words& words, Options& options) {
     app.add_option("SOURCE", options.Sources, "A download, its alias, or the path of a table (with a /)")
         ->type_name("")
-        ->required();
+        ->default_str("list the downloads");
     app.add_option("--format", words.Format, FormatHelp())->type_name("FORMAT")->default_str("csv");
     app.add_option("-o,--output", options.Output, "Write this file; several sources as csv: into this folder")
         ->type_name("FILE")

@@ -9,7 +9,9 @@
 #include "backends/files/folder_names.h"
 #include "exporting/data_package.h"
 
+#include <algorithm>
 #include <fstream>
+#include <iomanip>
 #include <iostream>
 #include <set>
 #include <unistd.h>
@@ -20,6 +22,8 @@ using exporting::TableView;
 using start::ExitStatus;
 
 namespace {
+
+constexpr int RecordsWidth = 7; // of the number of records in the list
 
 void Tell(const std::string& what) {
     std::cerr << "quorin-export: " << what << "\n";
@@ -42,6 +46,8 @@ public:
     explicit Export(const Options& options) : Options_(options), Tables_(options) {}
 
     ExitStatus Run() {
+        if (Options_.Sources.empty())
+            return List();
         const bool isOne = Options_.Sources.size() == 1 || Options_.Format->IsOneForAll;
         if (!isOne && !backends::IsFolder(Options_.Output)) {
             Tell("several tables in the format " + std::string(Options_.Format->Name) +
@@ -58,6 +64,31 @@ public:
     }
 
 private:
+    ExitStatus List() {
+        std::vector<Tables::Listed> downloads;
+        std::string why = Tables_.List(downloads);
+        if (why.empty() && (!Options_.Output.empty() || Options_.Raw))
+            why = "which download? Without a name they are listed, and nothing is written.";
+        if (!why.empty()) {
+            Tell(why);
+            return ExitStatus::NotStarted;
+        }
+        if (downloads.empty())
+            Tell("there is no download in " + Options_.Device.Root);
+        std::size_t widest = 0;
+        for (const Tables::Listed& each : downloads)
+            widest = std::max(widest, each.File.size());
+        for (const Tables::Listed& each : downloads) {
+            if (!each.WhyNot.empty())
+                Fail(each.WhyNot);
+            const std::string records = each.Records ? std::to_string(*each.Records) : "-";
+            std::cout << each.File << std::string(widest - each.File.size() + 2, ' ') << std::setw(RecordsWidth)
+                      << records << "  " << each.Driver << (each.Alias.empty() ? "" : "  \"" + each.Alias + "\"")
+                      << "\n";
+        }
+        return Status_;
+    }
+
     void ToOneOutput() {
         Output output;
         for (const std::string& name : Options_.Sources) {

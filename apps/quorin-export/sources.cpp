@@ -10,6 +10,8 @@
 #include "backends/loop/silent_watcher.h"
 #include "companion/download_search.h"
 #include "companion/driver_check.h"
+#include "companion/values/table_text.h"
+#include "src/drivers/downloads.h"
 #include "src/drivers/inf_tables.h"
 #include "src/storage/line_files.h"
 #include "src/storage/settings.h"
@@ -54,6 +56,20 @@ std::string ReadTable(const Text& fullName, const std::string& root, Table& tabl
     for (const Text& line : lines)
         table.Bytes += ToBytes(line) + "\n";
     return {};
+}
+
+std::size_t RecordsIn(std::string_view table) {
+    values::LineWalk walk(table);
+    std::size_t count = 0;
+    for (walk.Next(); walk.Next();)
+        ++count;
+    return count;
+}
+
+bool IsGone(const Text& fullName) {
+    std::vector<Text> lines;
+    return modFileSystem::ReadLines(fullName, modQuorin::DataType, modQuorin::DataCreator, lines) ==
+           platform::FileNotFound;
 }
 
 std::vector<values::FieldRow> FieldsOf(const Text& infFile) {
@@ -118,6 +134,23 @@ std::string Tables::ReadDownload(const std::string& name, Table& table) {
     if (std::string why = TakeDriver(named.empty() ? ToBytes(found.Driver) : named, table); !why.empty())
         return why;
     return ReadTable(modFileSystem::GetDataPath(u"") + found.File, Options_.Device.Root, table);
+}
+
+std::string Tables::List(std::vector<Listed>& downloads) {
+    if (std::string why = OpenRoot(); !why.empty())
+        return why;
+    for (const modQuorin::RegisteredDownload& each : modQuorin::RegisteredDownloads()) {
+        Listed listed{ToBytes(each.File), ToBytes(each.Driver), ToBytes(each.Alias), {}, {}};
+        const Text name = modFileSystem::GetDataPath(u"") + each.File;
+        Table table;
+        listed.WhyNot = ReadTable(name, Options_.Device.Root, table);
+        if (listed.WhyNot.empty())
+            listed.Records = RecordsIn(table.Bytes);
+        else if (IsGone(name))
+            listed.WhyNot.clear();
+        downloads.push_back(listed);
+    }
+    return {};
 }
 
 std::string Tables::OpenRoot() {

@@ -4,8 +4,11 @@
 
 #include "apps/quorin-export/export_options.h"
 
+#include <cstddef>
 #include <memory>
+#include <optional>
 #include <string>
+#include <vector>
 
 namespace exporter {
 
@@ -33,6 +36,14 @@ public:
     /// Reads a table: a download by its name or alias, or a file of the host, whose name has a `/`. Returns why it
     /// can't, as a sentence; empty on success.
     std::string Read(const std::string& name, Table& table);
+
+    struct Listed {
+        std::string File, Driver, Alias;
+        std::optional<std::size_t> Records; ///< none if the file is not there: it is made when it is first opened
+        std::string WhyNot;                 ///< why they could not be counted, as a sentence; empty if they could
+    };
+    /// Finds the downloads of the root folder, oldest first. Returns why it can't, as a sentence; empty on success.
+    std::string List(std::vector<Listed>& downloads);
 
 private:
     struct DeviceOfRoot;

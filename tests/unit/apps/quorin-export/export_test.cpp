@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "tests/unit/apps/quorin-console/console_run.h"
+#include "tests/unit/apps/quorin-console/climate_root.h"
 
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <sstream>
+#include <sys/stat.h>
 
 namespace console {
 namespace {
@@ -13,38 +13,13 @@ namespace fs = std::filesystem;
 using testing::HasSubstr;
 using testing::Not;
 
-/// A root folder with the sample driver and a download of it that has an alias.
-class Exports : public Console {
+class Exports : public ClimateRoot {
 protected:
-    Exports() {
-        std::istringstream package(Sample("climate.qvd"));
-        std::string inf;
-        bool isBehindDriver = false;
-        for (std::string line; std::getline(package, line);) {
-            if (isBehindDriver)
-                inf += line + "\n";
-            isBehindDriver = isBehindDriver || line.rfind("Climate Meter|", 0) == 0;
-        }
-        Put("climate.txt", inf);
-        Put("drivers.txt", "NAME|INFFILE\nClimate Meter|climate.txt\n");
-        Put("qrnctrl.txt", "DRIVER|FILE|DATE|ALIAS\nClimate Meter|qrn0001.txt|20070305|North wall\n"
-                           "Gone|qrn0002.txt|20070305|\n");
-        Put("qrn0001.txt", Sample("download.txt"));
-        Put("qrn0002.txt", "A|B\n24.5 %|05/03/2007\n");
-    }
-    static std::string Sample(const std::string& name) {
-        std::ostringstream bytes;
-        bytes << std::ifstream(fs::path(QUORIN_SAMPLES) / name, std::ios::binary).rdbuf();
-        return bytes.str();
-    }
-    void Put(const std::string& name, const std::string& bytes) { Root.Put("Quorin/" + name, bytes); }
-    std::string Out(const std::string& name = "") { return (Place.Path() / name).string(); }
+    Exports() { Put("qrn0002.txt", "A|B\n24.5 %|05/03/2007\n"); }
     Outcome Export(const std::string& words) {
         return Shell(
             std::string(QUORIN_EXPORT) + " --root '" + Root.Path().string() + "' " + words + " > output 2> errors", "");
     }
-
-    support::TemporaryFolder Place;
 };
 
 const std::string Shown =
@@ -63,6 +38,22 @@ TEST_F(Exports, OfADownloadAreByItsFileOrItsAlias) {
     const Outcome none = Export("nix");
     EXPECT_EQ(none.Errors, "quorin-export: There is no download nix.\n");
     EXPECT_EQ(none.Status, 2);
+}
+
+TEST_F(Exports, OfNothingListTheDownloads) {
+    fs::remove(Root.Path() / "Quorin/qrn0002.txt");
+    const Outcome list = Export("");
+    EXPECT_EQ(list.Output, "qrn0001.txt        2  Climate Meter  \"North wall\"\nqrn0002.txt        -  Gone\n");
+    EXPECT_EQ(list.Errors, "");
+    EXPECT_EQ(list.Status, 0);
+    EXPECT_EQ(Export("-o '" + Out("x.csv") + "'").Status, 2);
+    Put("qrnctrl.txt", "DRIVER|FILE|DATE|ALIAS\n");
+    EXPECT_EQ(Export("").Errors, "quorin-export: there is no download in " + Root.Path().string() + "\n");
+    EXPECT_EQ(Export("").Status, 0);
+    ASSERT_EQ(::mkfifo((Root.Path() / "Quorin/qrn0003.txt").c_str(), 0600), 0);
+    Put("qrnctrl.txt", "DRIVER|FILE|DATE|ALIAS\nMeter|qrn0003.txt|20070305|\n");
+    EXPECT_THAT(Export("").Errors, HasSubstr("can't be read: "));
+    EXPECT_EQ(Export("").Status, 1);
 }
 
 TEST_F(Exports, HaveADescriptionBesideTheirFile) {
