@@ -141,6 +141,7 @@ TableView::TableView(const Source& source, const Plan& plan) : Source_(source), 
     LookForNamed(columns);
     Survey(measures);
     MakeColumns(columns, measures);
+    ChooseColumns();
     CountOtherTexts();
 }
 
@@ -219,6 +220,25 @@ void TableView::MakeColumns(const std::vector<Column>& columns, const std::vecto
     }
     if (HasLongRow_)
         Add({.Name = "beyond"}, Part::Beyond);
+}
+
+void TableView::ChooseColumns() {
+    if (Plan_.Columns.empty())
+        return;
+    std::vector<OutColumn> columns;
+    std::vector<Origin> origins;
+    for (const std::string& name : Plan_.Columns) {
+        const auto column = std::find_if(Columns_.begin(), Columns_.end(),
+                                         [&](const OutColumn& each) { return values::IsName(each.Name, name); });
+        if (column == Columns_.end()) {
+            Odd_.push_back("there is no column " + name);
+            continue;
+        }
+        columns.push_back(*column);
+        origins.push_back(Origins_[static_cast<std::size_t>(column - Columns_.begin())]);
+    }
+    Columns_ = std::move(columns);
+    Origins_ = std::move(origins);
 }
 
 void TableView::AddMeasured(const Column& column, std::size_t field, const Measure& measure) {

@@ -29,6 +29,7 @@ struct Plan {
     bool Hidden = false;                    ///< with the columns that the form does not show
     bool Alias = false;                     ///< with a column of the download's alias
     bool Record = false;                    ///< with a column of the record's number, from 1
+    std::vector<std::string> Columns = {};  ///< names of those that are wanted, in their order; empty for all
     std::vector<std::string> Measured = {}; ///< FIELDNAMEs that have numbers and units besides those of the instrument
 };
 
@@ -95,6 +96,7 @@ private:
     void CountOtherTexts();
     void LookForNamed(const std::vector<values::Column>& columns);
     void LookAtLength(std::size_t fields, std::size_t line);
+    void ChooseColumns();
     void MakeColumns(const std::vector<values::Column>& columns, const std::vector<Measure>& measures);
     void AddMeasured(const values::Column& column, std::size_t field, const Measure& measure);
     void Add(const OutColumn& column, Part part, std::size_t field = 0);

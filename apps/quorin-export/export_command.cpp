@@ -111,6 +111,11 @@ void Describe(CLI::App& app, Words& words, Options& options) {
     app.add_option("--units", words.Units, "split: a column for the unit; header: in the name; keep: as it is")
         ->type_name("split|header|keep")
         ->default_str("split");
+    app.add_option("--column", options.Plan.Columns,
+                   "Write this column, by its name in the export; repeatable, in order")
+        ->type_name("NAME")
+        ->default_str("all")
+        ->allow_extra_args(false);
     app.add_option("--numbers", options.Plan.Measured, "Tell this column's numbers and units apart, too; repeatable")
         ->type_name("COLUMN")
         ->take_last()
@@ -141,8 +146,8 @@ void Describe(CLI::App& app, Words& words, Options& options) {
     app.add_option("--name", options.Name, "Name of this device, in the formats long and sqlite")
         ->type_name("NAME")
         ->default_str("that of the machine");
-    for (const char* other : {"--format", "--units", "--numbers", "--decimal", "--dates", "--zone", "--hidden",
-                              "--alias", "--record", "--decimal-comma", "--bom", "--name"})
+    for (const char* other : {"--format", "--column", "--units", "--numbers", "--decimal", "--dates", "--zone",
+                              "--hidden", "--alias", "--record", "--decimal-comma", "--bom", "--name"})
         raw->excludes(app.get_option(other));
     apps::AddDeviceOptions(app, words.Device);
 }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
+#include "apps/quorin-export/export_main.h"
 #include "apps/quorin/demo.h"
 #include "apps/quorin/start_refusal.h"
+#include "apps/quorin/window_export.h"
 #include "apps/quorin/window_places.h"
 #include "apps/quorin/window_program.h"
 #include "apps/start/exit_status.h"
@@ -110,6 +112,10 @@ int OpenWindow(WindowStart& run) {
 } // namespace
 
 int main(int count, char** words) {
+    if (count > 1 && words[1] == std::string(quorin::AsExporter)) {
+        start::PrepareProcess("quorin-export");
+        return NumberOf(start::StatusAfterOutput("quorin-export", exporter::ExportMain(count - 1, words + 1)));
+    }
     start::PrepareProcess("quorin");
     WindowStart run;
     std::string wrong;

@@ -84,16 +84,16 @@ WindowProgram::WindowProgram(WindowStart& start)
       Zoom_(Device_, Remembered_, UsualScale(Options_)), Place_(Device_.window, Remembered_),
       Ports_(Device_, Remembered_, [this] { return Watch_.IsSilent(); }),
       Hints_(Device_, Remembered_, [this] { return Watch_.PortTrouble(); }),
-      Data_(Device_, FullPath(Options_.Device.Root)), Help_(Device_, Data_, PlacesOf(Options_, Remembered_.Path())),
-      Space_(Device_, [this] { return Data_.Path(); }), Arriving_(Device_, Data_),
-      Packages_(Device_, Options_.Device.Root), End_(Device_, Watch_, Signals_) {
+      Export_(Device_, Remembered_, Options_.Device), Data_(Device_, FullPath(Options_.Device.Root)),
+      Help_(Device_, Data_, PlacesOf(Options_, Remembered_.Path())), Space_(Device_, [this] { return Data_.Path(); }),
+      Arriving_(Device_, Data_), Packages_(Device_, Options_.Device.Root), End_(Device_, Watch_, Signals_) {
     Watch_.Attach(Device_);
     Remembered_.Failed = [this](const std::string& file, const std::string& why) {
         Raise(companion::NothingRemembered(modStringTools::FromBytes(file), modStringTools::FromBytes(why)));
     };
     TellWrongPins();
     ConnectOffers();
-    FillWindowMenu(Device_, Data_, Arriving_, Ports_, Hints_, Help_, Zoom_);
+    FillWindowMenu(Device_, Data_, Arriving_, Ports_, Hints_, Export_, Help_, Zoom_);
     ListenForStarts();
     KeepJournal();
 }

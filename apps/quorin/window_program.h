@@ -8,6 +8,7 @@
 #include "apps/quorin/demonstration.h"
 #include "apps/quorin/package_watch.h"
 #include "apps/quorin/window_end.h"
+#include "apps/quorin/window_export.h"
 #include "apps/quorin/window_help.h"
 #include "apps/quorin/window_hints.h"
 #include "apps/quorin/window_options.h"
@@ -90,6 +91,7 @@ private:
     WindowPlace Place_;
     WindowPorts Ports_;
     WindowHints Hints_;
+    WindowExport Export_;
     DataFolder Data_;
     WindowHelp Help_;
     backends::FreeSpace Space_;

@@ -55,6 +55,13 @@ TEST(ExportedTable, StaysAsItIsIfThatIsAsked) {
     EXPECT_EQ(Csv("Moisture|Day\n24.5 %|5/3/07\n", plan), "moisture,Day\n24.5 %,5/3/07\n");
 }
 
+TEST(ExportedTable, HasTheNamedColumnsInTheirOrder) {
+    const Plan plan{.Columns = {"Hour", "MOISTURE", "Nowhere"}};
+    EXPECT_EQ(Csv("Site|Moisture|Day|Hour\na|1 %|1/2/03|9:30\n", plan), "Hour,moisture\n09:30,1\n");
+    const Source source{.File = "", .Alias = "", .Bytes = Table, .Fields = Fields};
+    EXPECT_THAT(TableView(source, plan).Odd(), ElementsAre("there is no column Nowhere"));
+}
+
 TEST(ExportedTable, HasWhatIsAskedForBesides) {
     const Plan plan{.Zone = "+01:00", .Hidden = true, .Alias = true, .Record = true, .Measured = {"SITE"}};
     EXPECT_EQ(Csv("Site|Hour|Meter\n7 m|9:30|QI-1\n", plan), "alias,record,site,site_unit,Hour,meter\n"

@@ -1,0 +1,216 @@
+// SPDX-License-Identifier: MIT
+#include "apps/quorin/window_export.h"
+
+#include "apps/quorin-export/formats.h"
+#include "apps/quorin/export_preview.h"
+#include "companion/form_state.h"
+#include "src/drivers/downloads.h"
+#include "src/drivers/selection.h"
+#include "src/storage/keyed_tables.h"
+#include "src/text/text.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QDesktopServices>
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+#include <QStandardPaths>
+#include <QUrl>
+
+#include <algorithm>
+#include <memory>
+#include <sstream>
+#include <utility>
+
+namespace quorin {
+
+using backends::qt::ExportChoice;
+using backends::qt::ExportPreview;
+using backends::qt::ExportSource;
+using modStringTools::ToBytes;
+
+namespace {
+
+constexpr std::size_t NoLimit = static_cast<std::size_t>(-1);
+constexpr std::size_t PreviewBytes = 1 << 18; // of output: far more than ten records, of most tables
+constexpr int OddInput = 5;                   // exit status: done all the same
+
+const std::string FormatName = "ExportFormat";
+const std::string ColumnsName = "ExportColumns"; ///< with line ends between them, as settings write those
+
+QString FromPath(const std::string& path) {
+    return QFile::decodeName(QByteArray::fromStdString(path));
+}
+
+/// Returns what standard error says, without the program's name before each line.
+std::string WordsOf(const QByteArray& errors) {
+    std::istringstream in(errors.toStdString());
+    const std::string name = "quorin-export: ";
+    std::string words;
+    for (std::string line; std::getline(in, line);)
+        words += (words.empty() ? "" : "\n") + (line.rfind(name, 0) == 0 ? line.substr(name.size()) : line);
+    return words;
+}
+
+/// Returns why an export has failed; empty if it has not.
+std::string WhyFailed(int status, const QByteArray& errors) {
+    if (status == 0 || status == OddInput)
+        return {};
+    const std::string told = WordsOf(errors);
+    return told.empty() ? "The export has failed." : told;
+}
+
+QStringList OptionsOf(const backends::DeviceOptions& device) {
+    QStringList words = {QStringLiteral("--root"), FromPath(device.Root), QStringLiteral("--device"),
+                         QString::number(device.DeviceType)};
+    if (!device.Settings.empty())
+        words += {QStringLiteral("--settings"), FromPath(device.Settings)};
+    for (const backends::HostVolume& volume : device.Volumes)
+        words += {QStringLiteral("--volume"),
+                  QString::fromStdString(ToBytes(volume.Root) + "=" +
+                                         (volume.Kilobytes ? std::to_string(*volume.Kilobytes) : "fail"))};
+    return words;
+}
+
+std::string TextOf(const std::vector<std::string>& lines) {
+    std::string text;
+    for (const std::string& line : lines)
+        text += (text.empty() ? "" : "\n") + line;
+    return text;
+}
+
+std::vector<std::string> LinesOf(const std::string& text) {
+    std::istringstream in(text);
+    std::vector<std::string> lines;
+    for (std::string line; std::getline(in, line);)
+        lines.push_back(line);
+    return lines;
+}
+
+} // namespace
+
+WindowExport::WindowExport(backends::qt::QtPlatform& device, WindowSettings& settings,
+                           const backends::DeviceOptions& options)
+    : Opener([](const std::string& path) { return QDesktopServices::openUrl(QUrl::fromLocalFile(FromPath(path))); }),
+      Program(QCoreApplication::applicationFilePath()), Device_(device), Settings_(settings),
+      OfDevice_(OptionsOf(options)) {
+}
+
+void WindowExport::Open() {
+    if (!Dialog_)
+        Dialog_.emplace(Source(), Device_.window);
+    Dialog_->Open();
+}
+
+/// Returns the bare name of the download that is open, or selected in its list; empty if there is none.
+std::string WindowExport::File() const {
+    if (companion::RecordIsOpen() && companion::IsOpenDownload(modFileSystem::Table.TableName))
+        return ToBytes(modFileSystem::Table.TableName);
+    if (!companion::DownloadsAreListed() || !companion::AnyDownloadIsListed())
+        return {};
+    const std::string path = ToBytes(modQuorin::Selection.SelectedDownload);
+    return path.substr(path.rfind('\\') + 1); // npos + 1 is 0
+}
+
+ExportSource WindowExport::Source() {
+    ExportSource source;
+    for (const exporter::FormatRow& row : exporter::Formats())
+        source.Formats.push_back({row.Name, row.Ending, std::string(row.Name) + ": " + row.Help});
+    source.Download = [this] { return File(); };
+    source.Preview = [this](const auto& show) { Preview(show); };
+    source.Save = [this](const ExportChoice& choice, const std::string& path, const ExportSource::Done& done) {
+        Export(Words(choice) + QStringList{QStringLiteral("-o"), FromPath(path)}, done,
+               [](const QByteArray&) { return std::string(); });
+    };
+    source.Copy = [this](ExportChoice choice, const ExportSource::Done& done) {
+        choice.Format = "csv";
+        Export(Words(choice) + QStringList{QStringLiteral("--delimiter"), QStringLiteral("tab")}, done,
+               [](const QByteArray& output) {
+                   QApplication::clipboard()->setText(QString::fromUtf8(output));
+                   return std::string();
+               });
+    };
+    source.OpenIn = [this](const ExportChoice& choice, const ExportSource::Done& done) {
+        if (!Opened_)
+            Opened_.emplace();
+        const auto row = std::find_if(exporter::Formats().begin(), exporter::Formats().end(),
+                                      [&choice](const auto& each) { return choice.Format == each.Name; });
+        const std::string name = File().substr(0, File().rfind('.')) + row->Ending;
+        const QString path = Opened_->filePath(FromPath(name));
+        Export(Words(choice) + QStringList{QStringLiteral("-o"), path}, done, [this, path](const QByteArray&) {
+            return Opener(QFile::encodeName(path).toStdString())
+                       ? std::string()
+                       : "The desktop has no program for this format. Save the file, and open it from there.";
+        });
+    };
+    source.Path = [this](const std::string& ending) {
+        const QString folder = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+        const QString where = QDir(folder).exists() ? folder : QDir::homePath();
+        const std::string name = File().substr(0, File().rfind('.'));
+        return QFile::encodeName(where).toStdString() + "/" + (name.empty() ? "export" : name) + ending;
+    };
+    source.Last = [this] { return ExportChoice{Settings_.Get(FormatName), LinesOf(Settings_.Get(ColumnsName))}; };
+    source.Remember = [this](const ExportChoice& choice) {
+        Settings_.Save(FormatName, choice.Format);
+        Settings_.Save(ColumnsName, TextOf(choice.Columns));
+    };
+    return source;
+}
+
+/// Returns the words of a command line for this choice.
+QStringList WindowExport::Words(const ExportChoice& choice) const {
+    QStringList words = OfDevice_;
+    words += {QString::fromStdString(File()), QStringLiteral("--format"), QString::fromStdString(choice.Format)};
+    for (const std::string& column : choice.Columns)
+        words += {QStringLiteral("--column"), QString::fromStdString(column)};
+    return words;
+}
+
+/// The process is a child of the dialog's window, so that it ends with the program. One that has written as much as is
+/// wanted is ended.
+void WindowExport::Start(const QStringList& words, std::size_t mostOutput, const Ended& ended) {
+    auto* const process = new QProcess(&Device_.window);
+    const auto output = std::make_shared<QByteArray>();
+    QObject::connect(process, &QProcess::readyReadStandardOutput, process, [process, output, mostOutput] {
+        *output += process->readAllStandardOutput();
+        if (static_cast<std::size_t>(output->size()) >= mostOutput)
+            process->kill();
+    });
+    const auto end = [process, output, ended](int status) {
+        *output += process->readAllStandardOutput();
+        ended(status, *output, process->readAllStandardError());
+        process->deleteLater();
+    };
+    QObject::connect(process, &QProcess::finished, process, [end, output, mostOutput](int code, auto how) {
+        const bool isEnough = static_cast<std::size_t>(output->size()) >= mostOutput;
+        end(how == QProcess::NormalExit || isEnough ? (isEnough ? 0 : code) : -1);
+    });
+    QObject::connect(process, &QProcess::errorOccurred, process, [end](QProcess::ProcessError error) {
+        if (error == QProcess::FailedToStart)
+            end(-1);
+    });
+    process->start(Program, FirstWords + words);
+    process->closeWriteChannel();
+}
+
+void WindowExport::Export(const QStringList& words, const ExportSource::Done& done,
+                          const std::function<std::string(const QByteArray& output)>& finish) {
+    Start(words, NoLimit, [done, finish](int status, const QByteArray& output, const QByteArray& errors) {
+        if (const std::string why = WhyFailed(status, errors); !why.empty())
+            done(why, {});
+        else
+            done(finish(output), WordsOf(errors));
+    });
+}
+
+void WindowExport::Preview(const std::function<void(const ExportPreview&)>& show) {
+    Start(Words({"jsonl", {}}), PreviewBytes, [show](int status, const QByteArray& output, const QByteArray& errors) {
+        ExportPreview preview = PreviewOf(output.toStdString());
+        if (const std::string why = WhyFailed(status, errors); !why.empty())
+            preview.Why = why;
+        show(preview);
+    });
+}
+
+} // namespace quorin
