@@ -98,6 +98,10 @@ ExitStatus ConsoleMain(int count, char** words, ExitStatus (*run)(const Options&
         std::cerr << "quorin-console: can't read " << options.Script << ": " << std::strerror(errno) << "\n";
         return ExitStatus::NotStarted;
     }
+    if (!options.HandOver.empty() && !IsFolder(options.Device.Root)) {
+        std::cerr << "quorin-console: there is no root folder " << options.Device.Root << "\n";
+        return ExitStatus::NotStarted;
+    }
     if (!RootIsUsable(options.Device.Root))
         return ExitStatus::NotStarted;
     const OutputFor reader = options.PlainText ? OutputFor::People : OutputFor::Programs;
@@ -106,6 +110,8 @@ ExitStatus ConsoleMain(int count, char** words, ExitStatus (*run)(const Options&
     session.JournalToKeep = options.Journal;
     session.StationToRun = options.Station;
     session.Program = options.Program;
+    if (!options.HandOver.empty()) // reads only, beside a program that has the lock
+        return run(options, session);
     backends::RootLock lock;
     switch (lock.Take(options.Device.Root, "quorin-console")) {
     case LockResult::Held:

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "apps/quorin-console/console_options.h"
 
+#include "apps/options/device_name.h"
 #include "apps/options/device_options.h"
 #include "apps/options/folders.h"
 #include "apps/options/journal_options.h"
@@ -33,6 +34,8 @@ struct Words {
     bool Verdicts = false;
     std::string Recover;
     std::string Station;
+    std::string HandOver;
+    std::string Name;
     bool Daily = false;
     apps::JournalWords Journal;
 };
@@ -91,6 +94,10 @@ Options Understood(const Words& words) {
     if (state && (options.Recover != Recovery::None || options.Device.RealClock))
         options.Drafts = *state + "/drafts";
     options.Journal = apps::UnderstoodJournal(words.Journal, isStation ? apps::UsualJournal() : std::nullopt);
+    options.HandOver = words.HandOver;
+    options.DeviceName = words.Name.empty() ? apps::NameOfDevice() : words.Name;
+    if (const auto kept = apps::UnderstoodJournal(words.Journal, apps::UsualJournal()))
+        options.HandOverJournal = kept->Folder;
     if (options.Journal)
         options.Journal->Root = options.Device.Root;
     return options;
@@ -157,6 +164,15 @@ void Describe(CLI::App& app, Words& words) {
         ->excludes("--recover")
         ->excludes("--ports");
     app.add_flag("--daily", words.Daily, "Station: begin a new download each day")->default_str("off");
+    app.add_option("--hand-over", words.HandOver,
+                   "Copy what is new, and the journal, to this folder, and end; another program may be running")
+        ->type_name("DIR")
+        ->excludes("--recover")
+        ->excludes("--ports")
+        ->excludes("--station");
+    app.add_option("--name", words.Name, "Hand-over: name of this device")
+        ->type_name("NAME")
+        ->default_str("that of the machine");
     apps::AddJournalOptions(app, words.Journal, "none; station: the usual one");
     app.add_flag("--text", words.PlainText, "Write for a person: screens as text, not JSON")->default_str("off");
     app.set_version_flag("--version", apps::VersionText("quorin-console"));

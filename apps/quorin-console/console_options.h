@@ -26,6 +26,9 @@ struct Options {
     std::string Drafts;                           ///< the folder where drafts are kept; empty for none
     std::optional<backends::JournalPlan> Journal; ///< none if no journal is kept
     std::optional<StationPlan> Station;           ///< what is collected without a person
+    std::string HandOver;                         ///< the folder to hand over to; empty for no hand-over
+    std::string HandOverJournal;                  ///< the folder of the journal that is handed over; empty for none
+    std::string DeviceName;                       ///< as the folder at the target is called
     backends::ProgramName Program;
 };
 

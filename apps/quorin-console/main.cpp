@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "apps/quorin-console/console_main.h"
+#include "apps/quorin-console/hand_over_command.h"
 #include "apps/quorin-console/recovery.h"
 #include "apps/start/process.h"
 #include "backends/headless/headless_hand.h"
@@ -7,6 +8,7 @@
 #include "companion/words.h"
 #include "src/app/start_up.h"
 
+#include <iostream>
 #include <optional>
 
 namespace {
@@ -15,6 +17,8 @@ start::ExitStatus RunHeadless(const console::Options& options, console::Session&
     backends::HostDevice host(options.Device);
     backends::headless::HeadlessPlatform device(host, session, session.Out());
     backends::headless::HeadlessHand user(device);
+    if (!options.HandOver.empty())
+        return console::HandOver(options, device, std::cout);
     session.Use(device, user);
     backends::EndSignals signals;
     session.EndBy(signals);

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "apps/quorin-export/collections.h"
 
-#include "apps/quorin-export/digest.h"
 #include "exporting/database.h"
 #include "exporting/workbook.h"
+#include "handover/sha256.h"
 
 namespace exporter {
 
@@ -31,9 +31,9 @@ public:
 
     void Add(const Table& table, const exporting::TableView& view, const Options& options,
              std::vector<std::string>& odd) override {
-        Digest digest;
-        digest.Take(table.Bytes);
-        Database_.Add(view, {table.Source.File, table.Source.Alias, table.Driver, options.Name, digest.Text()}, odd);
+        handover::Sha256 digest;
+        digest.Add(table.Bytes);
+        Database_.Add(view, {table.Source.File, table.Source.Alias, table.Driver, options.Name, digest.Digits()}, odd);
     }
     std::string Finish() override { return Database_.Close(); }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "apps/quorin-export/export_command.h"
 
+#include "apps/options/device_name.h"
 #include "apps/options/device_options.h"
 #include "apps/options/folders.h"
 #include "apps/quorin-export/formats.h"
@@ -9,9 +10,7 @@
 
 #include <CLI/CLI.hpp>
 
-#include <array>
 #include <optional>
-#include <unistd.h>
 
 namespace exporter {
 
@@ -73,11 +72,6 @@ const FormatRow* FormatFrom(const std::string& name) {
     apps::Refuse("--format", name, "is none of " + all);
 }
 
-std::string NameOfHost() {
-    std::array<char, 256> name{};
-    return ::gethostname(name.data(), name.size() - 1) == 0 ? name.data() : "";
-}
-
 void Understand(const Words& words, Options& options) {
     options.Device = apps::UnderstoodDevice(words.Device);
     if (options.Device.Root.empty()) { // what the window uses
@@ -94,7 +88,7 @@ void Understand(const Words& words, Options& options) {
     options.Csv.Delimiter = DelimiterFrom(words.Delimiter);
     options.Csv.LineEnd = Chosen("--line-end", words.LineEnd, LineEndChoices);
     if (options.Name.empty())
-        options.Name = NameOfHost();
+        options.Name = apps::NameOfDevice();
 }
 
 void Describe(CLI::App& app, Words& words, Options& options) {

@@ -36,7 +36,7 @@ bool Output::Write(std::string_view bytes) {
         return static_cast<bool>(std::cout.write(bytes.data(), static_cast<std::streamsize>(bytes.size())));
     Error_ = backends::WriteAll(File_->File(), bytes, static_cast<std::int64_t>(Bytes_));
     Bytes_ += bytes.size();
-    Digest_.Take(bytes);
+    Digest_.Add(bytes);
     return Error_ == NoError;
 }
 

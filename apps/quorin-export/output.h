@@ -2,8 +2,8 @@
 // Where an export is written.
 #pragma once
 
-#include "apps/quorin-export/digest.h"
 #include "backends/files/host_files.h"
+#include "handover/sha256.h"
 
 #include <memory>
 #include <string>
@@ -23,11 +23,11 @@ public:
 
     std::size_t Bytes() const { return Bytes_; }
     /// Returns the SHA-256 of what was written, in 64 hexadecimal digits. May be called once.
-    std::string Sha256() { return Digest_.Text(); }
+    std::string Sha256() { return Digest_.Digits(); }
 
 private:
     std::unique_ptr<backends::Replacement> File_; ///< none for standard output
-    Digest Digest_;
+    handover::Sha256 Digest_;
     std::size_t Bytes_ = 0;
     backends::ErrorNumber Error_ = backends::NoError;
 };

@@ -18,8 +18,6 @@ namespace backends {
 
 namespace {
 
-constexpr std::time_t OneDay = 24 * 60 * 60;
-
 /// Takes a number from the start of a text.
 std::optional<pid_t> TakeNumber(std::string_view& text) {
     pid_t number = 0;
@@ -57,36 +55,36 @@ Descriptor OpenFolder(const std::string& folder) {
 }
 
 /// A clock that was set back must not make a new file old, so a file of the future is not old.
-bool IsLeft(const struct stat& found, const std::string& name) {
+bool IsLeft(const struct stat& found, const std::string& name, std::time_t age) {
     const auto maker = MakerOf(name);
     return maker && S_ISREG(found.st_mode) && found.st_uid == ::geteuid() &&
-           std::time(nullptr) - found.st_mtime > OneDay && !IsRunning(*maker);
+           std::time(nullptr) - found.st_mtime >= age && !IsRunning(*maker);
 }
 
-void RemoveFromOpen(const Descriptor& folder, int deep) {
+void RemoveFromOpen(const Descriptor& folder, int deep, std::time_t age) {
     std::vector<std::string> names;
     static_cast<void>(ReadNames(folder, names));
     for (const std::string& name : names) {
         struct stat found {};
         if (::fstatat(folder.Number(), name.c_str(), &found, AT_SYMLINK_NOFOLLOW) != 0)
             continue;
-        if (IsLeft(found, name))
+        if (IsLeft(found, name, age))
             static_cast<void>(RemoveFrom(folder, name));
         if (!S_ISDIR(found.st_mode) || deep == 0)
             continue;
         constexpr int Flags = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC;
         const Descriptor beneath(Repeated([&] { return ::openat(folder.Number(), name.c_str(), Flags); }));
         if (beneath.Valid())
-            RemoveFromOpen(beneath, deep - 1);
+            RemoveFromOpen(beneath, deep - 1, age);
     }
 }
 
 } // namespace
 
-void RemoveLeftFiles(const std::string& folder, int deep) {
+void RemoveLeftFiles(const std::string& folder, int deep, std::time_t age) {
     const Descriptor opened = OpenFolder(folder);
     if (opened.Valid())
-        RemoveFromOpen(opened, deep);
+        RemoveFromOpen(opened, deep, age);
 }
 
 std::vector<LeftTable> LeftTables(const std::string& folder) {

@@ -9,10 +9,13 @@
 
 namespace backends {
 
+inline constexpr std::time_t OneDay = 24 * 60 * 60; // seconds
+
 /// Removes the files of ended programs from a folder and, to a depth of `deep`, from those beneath it: those with the
-/// name of a Replacement's file whose program does not run, and which were last changed more than a day ago. Links are
-/// not followed, and other users' files are left alone. What can't be removed stays: it costs nothing but its space.
-void RemoveLeftFiles(const std::string& folder, int deep);
+/// name of a Replacement's file whose program does not run, and which were last changed more than `age` seconds ago.
+/// Links are not followed, and other users' files are left alone. What can't be removed stays: it costs nothing but its
+/// space.
+void RemoveLeftFiles(const std::string& folder, int deep, std::time_t age = OneDay);
 
 /// A file that the form has written beside a table and could not give the table's name: eight digits and ".txt". No
 /// start removes it, because it may be the only copy of what was saved.

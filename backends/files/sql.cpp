@@ -136,6 +136,16 @@ ErrorNumber SqlConnection::LastError() const {
     return isMissing ? FileNotFound : FromSqlite(result, Connection_);
 }
 
+ErrorNumber SqlConnection::ReadAll(std::string& bytes) const {
+    sqlite3_int64 size = 0;
+    unsigned char* const all = sqlite3_serialize(Connection_, "main", &size, 0);
+    if (all == nullptr)
+        return size > 0 ? FromErrno(ENOMEM) : LastError();
+    bytes.assign(reinterpret_cast<const char*>(all), static_cast<std::size_t>(size));
+    sqlite3_free(all);
+    return NoError;
+}
+
 ErrorNumber SqlConnection::Execute(const char* sql) {
     return FromSqlite(sqlite3_exec(Connection_, sql, nullptr, nullptr, nullptr), Connection_);
 }

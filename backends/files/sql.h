@@ -54,6 +54,8 @@ public:
     /// Returns why the last call has failed: FileNotFound if the requested table or row does not exist.
     ErrorNumber LastError() const;
     ErrorNumber Execute(const char* sql);
+    /// Reads the whole database, as the bytes of its file. Within a transaction they are of its moment.
+    ErrorNumber ReadAll(std::string& bytes) const;
     bool InTransaction() const;
     std::int64_t Changed() const; ///< number of rows changed by the last statement
     sqlite3* Handle() const { return Connection_; }

@@ -1,0 +1,178 @@
+// SPDX-License-Identifier: MIT
+#include "apps/quorin-console/hand_over_command.h"
+
+#include "backends/files/folder_names.h"
+#include "backends/files/host_files.h"
+#include "backends/files/path_map.h"
+#include "handover/hand_over.h"
+#include "journal/journal_format.h"
+#include "src/drivers/downloads.h"
+#include "src/storage/settings.h"
+#include "src/storage/volumes.h"
+#include "src/view/platform/device_traits.h"
+
+#include <algorithm>
+#include <array>
+#include <ctime>
+#include <iostream>
+#include <set>
+
+namespace console {
+
+using handover::FileResult;
+using handover::Kind;
+using handover::Source;
+using start::ExitStatus;
+
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+constexpr const char* RegisterStem = "qrnctrl";
+
+std::string StemOf(const std::string& name) {
+    return name.substr(0, name.rfind('.'));
+}
+
+bool EndsWith(const std::string& name, const std::string& end) {
+    return name.size() > end.size() && name.compare(name.size() - end.size(), end.size(), end) == 0;
+}
+
+bool IsPlainFile(const std::string& path) {
+    struct stat found {};
+    return ::stat(path.c_str(), &found) == 0 && S_ISREG(found.st_mode);
+}
+
+/// The files of a folder with an ending, as sources beneath another name.
+class Folder {
+public:
+    Folder(std::string path, std::string beneath) : Path_(std::move(path)), Beneath_(std::move(beneath)) {}
+
+    template <class KindOf>
+    void Add(const std::string& ending, KindOf kindOf, std::vector<Source>& sources) const {
+        for (const std::string& name : backends::NamesIn(Path_))
+            if (name.front() != '.' && EndsWith(name, ending) && IsPlainFile(Path_ + "/" + name))
+                sources.push_back({Beneath_ + name, Path_ + "/" + name, kindOf(name)});
+    }
+
+private:
+    std::string Path_;
+    std::string Beneath_;
+};
+
+std::string LocalTime() {
+    const std::time_t now = std::time(nullptr);
+    std::tm local{};
+    ::localtime_r(&now, &local);
+    std::array<char, 32> text{};
+    std::strftime(text.data(), text.size(), "%Y-%m-%dT%H:%M:%S", &local);
+    return text.data();
+}
+
+std::string TextOf(const Json& object) {
+    return object.dump(-1, ' ', false, Json::error_handler_t::replace);
+}
+
+std::string LineOf(const FileResult& result, bool isForPeople) {
+    const handover::HandedFile& file = result.File;
+    if (!isForPeople)
+        return TextOf({{"file", file.File},
+                       {"as", file.As},
+                       {"copied", result.Copied},
+                       {"bytes", file.Bytes},
+                       {"records", file.Records},
+                       {"sha256", file.Sha256}});
+    return file.File + (result.Copied ? ": copied to " : ": is there as ") + file.As;
+}
+
+std::string LineOf(const handover::Result& result, const std::string& target, bool isForPeople) {
+    if (!isForPeople)
+        return TextOf({{"handed_over", result.Copied},
+                       {"there_already", result.Same},
+                       {"failed", result.Failed},
+                       {"records", result.Records},
+                       {"target", target}});
+    return std::to_string(result.Copied) + " files copied to " + target + ", " + std::to_string(result.Same) +
+           " were there already, " + std::to_string(result.Failed) + " failed; " + std::to_string(result.Records) +
+           " records are handed over for the first time.";
+}
+
+} // namespace
+
+std::vector<Source> SourcesOf(const std::string& root, const std::string& journal) {
+    std::set<std::string> downloads;
+    for (const modQuorin::RegisteredDownload& each : modQuorin::RegisteredDownloads())
+        downloads.insert(StemOf(modStringTools::ToBytes(each.File)));
+    std::vector<Source> sources;
+    std::string beneath;
+    const Text data = modFileSystem::GetDataPath(u"");
+    if (!platform::Traits().IsMemory(data) && backends::RelativePath(data, beneath) == platform::NoError)
+        Folder(root + "/" + beneath, "")
+            .Add(
+                ".txt",
+                [&](const std::string& name) {
+                    if (StemOf(name) == RegisterStem)
+                        return Kind::Register;
+                    return downloads.count(StemOf(name)) > 0 ? Kind::Download : Kind::Table;
+                },
+                sources);
+    Folder(root + "/Databases", "Databases/")
+        .Add(
+            ".sqlite",
+            [&](const std::string& name) {
+                return downloads.count(StemOf(name)) > 0 ? Kind::DownloadDatabase : Kind::Database;
+            },
+            sources);
+    std::string canonical;
+    if (!journal.empty() && backends::Canonical(root, canonical) == platform::NoError)
+        Folder(journal, "journal/")
+            .Add(
+                "-" + journal::RootKey(canonical) + ".jsonl", [](const std::string&) { return Kind::Journal; },
+                sources);
+    return sources;
+}
+
+namespace {
+
+ExitStatus HandOverNow(const Options& options, std::ostream& out) {
+    const bool isForPeople = options.PlainText;
+    const handover::Plan plan{.Device = options.DeviceName,
+                              .Time = LocalTime(),
+                              .Target = options.HandOver,
+                              .Root = options.Device.Root,
+                              .Sources = SourcesOf(options.Device.Root, options.HandOverJournal)};
+    const handover::Result result = handover::HandOver(plan, [&](const FileResult& file) {
+        if (file.Why.empty())
+            out << LineOf(file, isForPeople) << std::endl;
+        else
+            std::cerr << "quorin-console: " << file.File.File << " is not handed over: " << file.Why << "\n";
+    });
+    if (!result.WhyNot.empty()) {
+        std::cerr << "quorin-console: nothing is handed over. " << result.WhyNot << "\n";
+        return ExitStatus::NotStarted;
+    }
+    out << LineOf(result, plan.Target, isForPeople) << std::endl;
+    if (result.OddLines > 0)
+        std::cerr << "quorin-console: " << result.OddLines
+                  << " lines of the receipts can't be read. They are kept, and their files are handed over again.\n";
+    if (result.Failed == 0)
+        return result.OddLines > 0 ? ExitStatus::Odd : ExitStatus::Ended;
+    std::cerr << "quorin-console: not everything is handed over. Run it again once that is mended: what is there is "
+                 "whole.\n";
+    return ExitStatus::Failure;
+}
+
+} // namespace
+
+ExitStatus HandOver(const Options& options, backends::BackEnd& device, std::ostream& out) {
+    try {
+        device.Serve();
+        modQuorin::SetFilePaths();
+        return HandOverNow(options, out);
+    } catch (const backends::ProgramOver& over) { // the data folder or the register can't be opened
+        std::cerr << "quorin-console: nothing is handed over. " << modStringTools::ToBytes(over.Failure) << "\n";
+        return ExitStatus::Failure;
+    }
+}
+
+} // namespace console
