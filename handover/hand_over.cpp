@@ -93,7 +93,7 @@ private:
             return "The receipt " + there + " can't be used: " + why + ".";
         Done_.OddLines = Here_.OddLines() + There_.OddLines();
         Day_ = Plan_.Time.substr(0, 10);
-        backends::RemoveLeftFiles(Folder_, 2, 0); // of a hand-over that was killed
+        backends::RemoveLeftFiles(Folder_, 2, backends::AnyAge); // of a hand-over that was killed
         return {};
     }
 

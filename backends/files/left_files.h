@@ -4,12 +4,15 @@
 
 #include <cstdint>
 #include <ctime>
+#include <limits>
 #include <string>
 #include <vector>
 
 namespace backends {
 
 inline constexpr std::time_t OneDay = 24 * 60 * 60; // seconds
+/// Also of files of the future, as the clock of another machine may have made them.
+inline constexpr std::time_t AnyAge = std::numeric_limits<std::time_t>::min();
 
 /// Removes the files of ended programs from a folder and, to a depth of `deep`, from those beneath it: those with the
 /// name of a Replacement's file whose program does not run, and which were last changed more than `age` seconds ago.

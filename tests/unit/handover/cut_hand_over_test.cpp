@@ -54,6 +54,13 @@ protected:
         return hidden;
     }
 
+    std::size_t FilesOfDay() const {
+        std::size_t files = 0;
+        for (const auto& entry : std::filesystem::directory_iterator(Stick.Path(Day(""))))
+            files += entry.path().filename().string().front() == '.' ? 0u : 1u;
+        return files;
+    }
+
     int CallsOfAll() {
         file_calls::Strike(Blow::None, 0);
         HandOver(PlanOfMany(), [](const FileResult&) {});
@@ -92,9 +99,22 @@ TEST_F(CutHandOver, AKilledOneIsWholeAndCompletedByTheNext) {
         ASSERT_EQ(::waitpid(child, &status, 0), child);
         EXPECT_TRUE(WIFSIGNALED(status)) << number;
         EXPECT_THAT(Wrong(), IsEmpty()) << number;
+        if (Stick.Has(Day("qrnctrl.txt"))) { // and with it all that it names
+            EXPECT_EQ(FilesOfDay(), PlanOfMany().Sources.size()) << number;
+        }
         RunAgainCompletes(number);
         Clear();
     }
+}
+
+TEST_F(CutHandOver, AStickThatSpoilsWhatIsWrittenIsTold) {
+    std::vector<std::string> told;
+    file_calls::Strike(Blow::Spoilt, 1);
+    HandOver(ThePlan(), [&](const FileResult& file) { told.push_back(file.Why); });
+    file_calls::Counted();
+    EXPECT_THAT(told, testing::Each(testing::HasSubstr("what was read back is not what was written")));
+    EXPECT_THAT(told, Not(IsEmpty()));
+    EXPECT_THAT(Wrong(), IsEmpty());
 }
 
 TEST_F(CutHandOver, AFullOrPulledStickIsToldAndCompletedLater) {

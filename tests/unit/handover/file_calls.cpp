@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <dlfcn.h>
 #include <fcntl.h>
+#include <string>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -27,12 +28,16 @@ bool Fails() {
     if (!Now.On)
         return false;
     ++Now.Count;
-    if (Now.What == Blow::None || Now.Count < Now.Number)
+    if (Now.What == Blow::None || Now.What == Blow::Spoilt || Now.Count < Now.Number)
         return false;
     if (Now.What == Blow::Kill)
         ::raise(SIGKILL);
     errno = Now.What == Blow::Full ? ENOSPC : EIO;
     return true;
+}
+
+bool Spoils() {
+    return Now.On && Now.What == Blow::Spoilt;
 }
 
 template <class Call>
@@ -57,6 +62,8 @@ extern "C" {
 
 ssize_t pwrite(int file, const void* bytes, size_t count, off_t offset) {
     static auto* const real = file_calls::Real<ssize_t(int, const void*, size_t, off_t)>("pwrite");
+    if (file_calls::Spoils())
+        return real(file, std::string(count, '?').data(), count, offset);
     if (!file_calls::Fails())
         return real(file, bytes, count, offset);
     const int why = errno;
