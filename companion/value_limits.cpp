@@ -163,6 +163,16 @@ std::optional<OutsideOf> ValueLimits::Judge(TextView column, TextView value) con
     return std::nullopt;
 }
 
+Bounds ValueLimits::BoundsOf(TextView column) const {
+    const Row* const row = Find(column);
+    if (row == nullptr)
+        return {};
+    const auto number = [](const std::optional<Limit>& limit) {
+        return limit ? std::optional(limit->Number) : std::nullopt;
+    };
+    return {number(row->WarnLow), number(row->WarnHigh), number(row->FailLow), number(row->FailHigh)};
+}
+
 std::optional<OutsideOf> ValueLimits::Judge(const platform::Verdict& verdict) const {
     if (verdict.Row < 0 || verdict.Fate == platform::Fate::Kept)
         return std::nullopt;

@@ -30,6 +30,11 @@ bool IsLow(Breach breach);
 /// Returns "below the limit 5" or "above the limit 80".
 Text WordsOf(const OutsideOf& outside);
 
+/// The limits of one column; none where the table has none.
+struct Bounds {
+    std::optional<double> WarnLow = {}, WarnHigh = {}, FailLow = {}, FailHigh = {};
+};
+
 /// Returns the number at the beginning of a value: blanks, a sign, digits with one decimal sign among them, and an
 /// exponent if it has digits. The decimal sign is a full stop or a comma, whatever the locale: "24.5 %" and "24,5 %"
 /// are 24.5. Returns no value for a text that begins with anything else, such as "<0.5" or "dry".
@@ -58,6 +63,8 @@ public:
 
     /// Returns what a value of a column is outside of; none if it is inside, has no number, or there is no limit.
     std::optional<OutsideOf> Judge(TextView column, TextView value) const;
+    /// Returns the limits of a column, by its FIELDNAME.
+    Bounds BoundsOf(TextView column) const;
     /// Judges a reading that was written to the screen.
     std::optional<OutsideOf> Judge(const platform::Verdict& verdict) const;
 
