@@ -28,9 +28,11 @@ public:
 
     /// Returns the height of a plot. Negative if there is no room.
     double PlotHeight() const {
-        const double rest = Look_.Height - Look_.Edge - FootHeight() - HeadHeight();
-        const double count = static_cast<double>(Panels_.size());
-        return std::floor((rest / count - PanelFrame()) / Look_.Row) * Look_.Row;
+        double rest = Look_.Height - Look_.Edge - FootHeight() - HeadHeight();
+        for (const Panel& panel : Panels_)
+            rest -= AbovePlot(panel) + BelowPlot();
+        const double unit = Look_.IsCells ? Look_.Row : 1;
+        return std::floor(rest / static_cast<double>(Panels_.size()) / unit) * unit;
     }
     std::size_t Panels() const { return Panels_.size(); }
 
@@ -55,14 +57,15 @@ private:
 
     bool HasOwnX() const { return Kind_ == Kind::Histogram; }
     double LabelRows() const { return XAxis_.HasSecondRow() ? 2 : 1; }
-    /// Height of a panel without its plot.
-    double PanelFrame() const {
-        const double captions =
-            std::any_of(Panels_.begin(), Panels_.end(), [](const Panel& each) { return !each.Caption.empty(); });
-        return Look_.Row * (1 + captions) + Look_.Space + Look_.TickHeight + (HasOwnX() ? Look_.Row * 2 : 0);
+    /// Room for the title, the statistics, and the limits that stand upright in a histogram.
+    double AbovePlot(const Panel& panel) const {
+        const int rows = 1 + (panel.Caption.empty() ? 0 : 1) + (HasOwnX() && !panel.Limits.empty() ? 1 : 0);
+        return Look_.Row * rows + (Look_.IsCells ? 0 : Look_.Space);
     }
+    double BelowPlot() const { return Look_.TickHeight + PanelSpace() + (HasOwnX() ? Look_.Row * 2 : 0); }
+    double PanelSpace() const { return Look_.IsCells ? 0 : Look_.Space; }
     double HeadHeight() const {
-        return Look_.Edge + Look_.TitleRow + static_cast<double>(LegendRows_) * Look_.Row + Look_.Space;
+        return Look_.Edge + Look_.TitleRow + static_cast<double>(LegendRows_) * Look_.Row + PanelSpace();
     }
     double FootHeight() const {
         const double axis = HasOwnX() ? 0 : Look_.Row * (LabelRows() + 1);
@@ -234,34 +237,28 @@ private:
     // --- a panel
 
     /// Returns where the next one begins.
-    double DrawPanel(const Panel& panel, double top, bool isLast) {
+    double DrawPanel(const Panel& panel, double top, bool hasLabels) {
         const double wide = Look_.Width - 2 * Look_.Edge;
-        const bool hasCaptions =
-            PanelFrame() > Look_.Row * 2 + Look_.Space + Look_.TickHeight + (HasOwnX() ? Look_.Row * 2 : 0) - 0.5;
         const std::string title = HasOwnX() ? "Count of " + panel.Title : panel.Title;
         Write({Look_.Edge, top + Look_.Row / 2}, Fitting(title, wide, Role::Text), Anchor::Start);
-        Top_ = top + Look_.Row;
-        if (hasCaptions) {
-            Write({Look_.Edge, Top_ + Look_.Row / 2}, Fitting(panel.Caption, wide, Role::Faint), Anchor::Start,
-                  Role::Faint);
-            Top_ += Look_.Row;
-        }
-        Top_ += Look_.Space;
-        if (Look_.IsCells)
-            Top_ = std::ceil(Top_ / Look_.Row) * Look_.Row;
+        Write({Look_.Edge, top + Look_.Row * 1.5}, Fitting(panel.Caption, wide, Role::Faint), Anchor::Start,
+              Role::Faint);
+        Top_ = top + AbovePlot(panel);
         Bottom_ = Top_ + PlotHeight();
         const Axis y = YAxis(
             panel, static_cast<int>(std::clamp((Bottom_ - Top_) / Look_.Row / (Look_.IsCells ? 2 : 1.8), 2.0, 8.0)));
         const Axis x = HasOwnX() ? FittingX(panel.Values) : XAxis_;
         DrawYAxis(y);
-        DrawXAxis(x, isLast || HasOwnX(), HasOwnX() ? panel.Title : Data_.XTitle);
+        DrawXAxis(x, hasLabels || HasOwnX(), HasOwnX() ? panel.Title : Data_.XTitle);
         if (HasOwnX())
             DrawBars(panel, x, y);
         else
             DrawLimits(panel, y);
+        std::vector<Item> markers; // over all lines, so that each line is known by them
         for (std::size_t i = 0; i < panel.Series.size() && !HasOwnX(); ++i)
-            DrawSeries(panel, panel.Series[i], x, y);
-        return Bottom_ + Look_.TickHeight + (HasOwnX() ? Look_.Row * 2 : 0);
+            DrawSeries(panel, panel.Series[i], x, y, markers);
+        Scene_.Items.insert(Scene_.Items.end(), markers.begin(), markers.end());
+        return Bottom_ + BelowPlot();
     }
 
     void DrawYAxis(const Axis& axis) {
@@ -304,7 +301,7 @@ private:
         std::vector<LimitLine> lines = panel.Limits;
         std::stable_sort(lines.begin(), lines.end(),
                          [](const auto& one, const auto& other) { return one.At > other.At; });
-        double free = Top_ - Look_.Row;
+        double free = Top_ - Look_.Row; // the limits are written below each other, however near they are
         for (const LimitLine& limit : lines) {
             const double y = YOf(axis, limit.At);
             Scene_.Items.emplace_back(Line{{Left_, y}, {Right_, y}, {limit.Role}});
@@ -335,7 +332,8 @@ private:
 
     // --- a series
 
-    void DrawSeries(const Panel& panel, std::size_t index, const Axis& x, const Axis& y) {
+    /// Adds its markers to `markers`.
+    void DrawSeries(const Panel& panel, std::size_t index, const Axis& x, const Axis& y, std::vector<Item>& markers) {
         const std::vector<Point>& points = Data_.Series[index].Points;
         const Stroke stroke{Role::Data, StyleOf(index)};
         const bool isMany = points.size() > MostPointsAsTheyAre;
@@ -361,8 +359,8 @@ private:
                 marked.push_back(spot);
         }
         endRun();
-        DrawMarkers(std::move(marked), stroke, isMany);
-        DrawMarkers(std::move(outside), {Role::Outside}, isMany);
+        AddMarkers(std::move(marked), stroke, isMany, markers);
+        AddMarkers(std::move(outside), {Role::Outside}, isMany, markers);
     }
 
     /// Every how many points there is a marker, 0 for none. A line of many has a few, by which it is known without
@@ -374,9 +372,9 @@ private:
         return Names_.size() > 1 ? points / MarkersOfALine : 0;
     }
 
-    void DrawMarkers(std::vector<Spot> spots, const Stroke& stroke, bool isMany) {
+    static void AddMarkers(std::vector<Spot> spots, const Stroke& stroke, bool isMany, std::vector<Item>& markers) {
         if (!spots.empty())
-            Scene_.Items.emplace_back(Markers{isMany ? ReducedMarkers(spots) : std::move(spots), stroke});
+            markers.emplace_back(Markers{isMany ? ReducedMarkers(spots) : std::move(spots), stroke});
     }
 
     const Data& Data_;

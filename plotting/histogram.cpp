@@ -16,7 +16,8 @@ Bins BinsOf(const std::vector<Point>& points) {
     }
     if (!(high > low))
         Widen(low, high, 0);
-    const double wanted = std::clamp(std::sqrt(static_cast<double>(points.size())), 5.0, 40.0);
+    // the width is rounded up, which makes fewer
+    const double wanted = std::clamp(1.5 * std::sqrt(static_cast<double>(points.size())), 5.0, 40.0);
     Bins bins;
     const double magnitude = std::max(std::fabs(low), std::fabs(high));
     bins.Width = RoundStep(std::max({high / wanted - low / wanted, magnitude * 1e-14, 1e-307}));

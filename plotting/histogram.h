@@ -16,7 +16,7 @@ struct Bins {
 };
 
 /// Counts values in bins of one width; a value on an edge belongs to the higher bin. About as many bins as the square
-/// root of the count, 5 to 40.
+/// root of the count, at most 42.
 Bins BinsOf(const std::vector<Point>& points);
 
 } // namespace plotting

@@ -27,7 +27,7 @@ Appearance AppearanceOf(const Stroke& stroke) {
     case Role::Grid:
         return {"#DDDDDD", 1, {}, {}};
     case Role::Warn:
-        return {"#A66A00", 1.2, {6, 4}, {}};
+        return {"#7A5200", 1, {12, 3, 2, 3}, {}};
     case Role::Fail:
         return {"#B0003A", 1.4, {}, {}};
     case Role::Mean:

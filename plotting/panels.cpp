@@ -65,7 +65,7 @@ void TakeLimits(Panel& panel, const Series& series, bool isNamed) {
 
 /// A limit far away would leave no room for the values: it is named instead.
 void TakeNearLimits(Panel& panel) {
-    constexpr double MostTimes = 4;
+    constexpr double MostTimes = 3;
     const Range values = panel.Values;
     std::vector<LimitLine> near;
     std::string far;

@@ -44,6 +44,7 @@ char32_t FrameOf(unsigned arms) {
 struct Cell {
     unsigned Dots = 0; ///< of braille
     unsigned Arms = 0; ///< of a frame
+    char32_t Rule = 0; ///< of a limit; 0 for none
     std::string Text = {};
     bool IsCovered = false; ///< by a wide character to its left
 };
@@ -69,10 +70,10 @@ public:
         } else if (line.Stroke.Role == Role::Tick) {
             Frame(column, row, Left);
         } else if (line.Stroke.Role != Role::Grid) {
-            Stroke({line.From, line.To}, line.Stroke.Role == Role::Fail || line.Stroke.Role == Role::Mean ? 1 : 4);
+            Rule(line, isUpright);
         }
     }
-    void operator()(const Polyline& line) { Stroke(line.Spots, 1); }
+    void operator()(const Polyline& line) { Stroke(line.Spots); }
     void operator()(const Markers& markers) {
         const auto shape = static_cast<std::size_t>(AppearanceOf(markers.Stroke).Shape);
         std::string text;
@@ -82,7 +83,7 @@ public:
             Append(Shapes[shape], text);
         for (const Spot& spot : markers.Spots)
             if (Cell* const cell = At(ColumnOf(spot.X), RowOf(spot.Y)))
-                *cell = {.Dots = cell->Dots, .Arms = cell->Arms, .Text = text, .IsCovered = false};
+                cell->Text = text;
     }
     void operator()(const Rectangle& box) {
         for (int x = static_cast<int>(std::lround(box.From.X)); x < static_cast<int>(std::lround(box.To.X)); ++x)
@@ -132,12 +133,22 @@ private:
         if (cell != nullptr)
             cell->Dots |= Bits[y % DotsHigh][x % DotsWide];
     }
-    /// `every`: so many dots from one to the next.
-    void Stroke(const std::vector<Spot>& spots, int every) {
+    /// A limit, for which a whole line of dots would look like data.
+    void Rule(const Line& line, bool isUpright) {
+        const Appearance look = AppearanceOf(line.Stroke);
+        const bool isWhole = look.Dashes.front() == 0;
+        const std::u32string_view letters = Letters_ == Letters::Ascii ? U"=-:!" : U"━┄┊┃";
+        const char32_t letter = letters[isUpright ? (isWhole ? 3 : 2) : (isWhole ? 0 : 1)];
+        const int last = isUpright ? RowOf(line.To.Y) - 1 : ColumnOf(line.To.X) - 1;
+        for (int at = isUpright ? RowOf(line.From.Y) : ColumnOf(line.From.X); at <= last; ++at)
+            if (Cell* const cell = isUpright ? At(ColumnOf(line.From.X), at) : At(at, RowOf(line.From.Y)))
+                cell->Rule = letter;
+    }
+    void Stroke(const std::vector<Spot>& spots) {
         for (std::size_t i = 1; i < spots.size(); ++i) {
             const double wide = spots[i].X - spots[i - 1].X, high = spots[i].Y - spots[i - 1].Y;
             const int steps = std::max(1, static_cast<int>(std::ceil(std::max(std::fabs(wide), std::fabs(high)))));
-            for (int step = 0; step <= steps; step += every) {
+            for (int step = 0; step <= steps; ++step) {
                 const double share = static_cast<double>(step) / steps;
                 Dot(static_cast<int>(std::floor(spots[i - 1].X + wide * share)),
                     static_cast<int>(std::floor(spots[i - 1].Y + high * share)));
@@ -158,9 +169,9 @@ private:
             cell->Text += text;
             return;
         }
-        *cell = {.Dots = 0, .Arms = 0, .Text = text, .IsCovered = false};
+        *cell = {.Dots = 0, .Arms = 0, .Rule = 0, .Text = text, .IsCovered = false};
         if (width == 2)
-            *At(column + 1, row) = {.Dots = 0, .Arms = 0, .Text = {}, .IsCovered = true};
+            *At(column + 1, row) = {.Dots = 0, .Arms = 0, .Rule = 0, .Text = {}, .IsCovered = true};
     }
 
     std::string TextAt(const Cell& cell) const {
@@ -177,6 +188,8 @@ private:
             text = ".";
         else if (cell.Dots != 0)
             Append(0x2800 + cell.Dots, text);
+        else if (cell.Rule != 0)
+            Append(cell.Rule, text);
         return text.empty() ? " " : text;
     }
 

@@ -10,6 +10,8 @@
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
+#include <cstdio>
 #include <optional>
 
 namespace exporter {
@@ -25,6 +27,8 @@ struct Words {
     std::string Decimal = "either";
     std::string Delimiter = ",";
     std::string LineEnd = "crlf";
+    std::string Kind;
+    std::string Size;
 };
 
 template <class Value>
@@ -53,6 +57,11 @@ constexpr Choice<values::DecimalSign> DecimalChoices[] = {{"point", values::Deci
                                                           {"either", values::DecimalSign::Either}};
 constexpr Choice<const char*> LineEndChoices[] = {{"crlf", "\r\n"}, {"lf", "\n"}};
 
+constexpr Choice<plotting::Kind> KindChoices[] = {{"line", plotting::Kind::Line},
+                                                  {"points", plotting::Kind::Points},
+                                                  {"histogram", plotting::Kind::Histogram},
+                                                  {"control", plotting::Kind::Control}};
+
 char DelimiterFrom(const std::string& text) {
     if (text == "tab")
         return '\t';
@@ -72,6 +81,30 @@ const FormatRow* FormatFrom(const std::string& name) {
     apps::Refuse("--format", name, "is none of " + all);
 }
 
+/// Reads "960x540".
+void ReadSize(const std::string& text, PlotOptions& plot) {
+    constexpr int Least = 10, Most = 20000;
+    int length = 0;
+    const bool isSize = std::sscanf(text.c_str(), "%5dx%5d%n", &plot.Width, &plot.Height, &length) == 2;
+    if (!isSize || static_cast<std::size_t>(length) != text.size() || std::min(plot.Width, plot.Height) < Least ||
+        std::max(plot.Width, plot.Height) > Most)
+        apps::Refuse("--size", text, "is not of the form 960x540, of 10 to 20000 each");
+}
+
+void UnderstandPlot(const Words& words, Options& options) {
+    PlotOptions& plot = options.Plot;
+    plot.HasKind = !words.Kind.empty();
+    if (plot.HasKind)
+        plot.Request.Kind = Chosen("--kind", words.Kind, KindChoices);
+    if (!words.Size.empty())
+        ReadSize(words.Size, plot);
+    const auto form = options.Format->Picture;
+    if (plot.Watch && form == PictureForm::Svg && options.Output.empty())
+        apps::Refuse("--watch", words.Format, "needs -o FILE, which is written again with each change");
+    if (plot.Watch && (form == PictureForm::Png || form == PictureForm::Pdf))
+        apps::Refuse("--watch", words.Format, "is not written again and again: svg and text are");
+}
+
 void Understand(const Words& words, Options& options) {
     options.Device = apps::UnderstoodDevice(words.Device);
     if (options.Device.Root.empty()) { // what the window uses
@@ -89,6 +122,26 @@ void Understand(const Words& words, Options& options) {
     options.Csv.LineEnd = Chosen("--line-end", words.LineEnd, LineEndChoices);
     if (options.Name.empty())
         options.Name = apps::NameOfDevice();
+    UnderstandPlot(words, options);
+}
+
+void DescribePlot(CLI::App& app, Words& words, PlotOptions& plot) {
+    app.add_option("--plot", plot.Request.Columns, "Plot these columns, in the formats svg, png, pdf and text")
+        ->type_name("COLUMN...")
+        ->default_str("those of the instrument");
+    app.add_option("--by", plot.Request.By, "A line for each text in this column")
+        ->type_name("COLUMN")
+        ->default_str("none");
+    app.add_option("--against", plot.Request.Against, "What lies on the horizontal axis: record, time or a column")
+        ->type_name("COLUMN")
+        ->default_str("record");
+    app.add_option("--kind", words.Kind, "What is drawn")
+        ->type_name("line|points|histogram|control")
+        ->default_str("line");
+    app.add_option("--size", words.Size, "Size of the plot in pixels; of text: in columns and rows")
+        ->type_name("WxH")
+        ->default_str("960x540, or the terminal");
+    app.add_flag("--watch", plot.Watch, "Draw the plot again when a table changes, until Ctrl+C")->default_str("off");
 }
 
 void Describe(CLI::App& app, Words& words, Options& options) {
@@ -140,8 +193,10 @@ void Describe(CLI::App& app, Words& words, Options& options) {
     app.add_option("--name", options.Name, "Name of this device, in the formats long and sqlite")
         ->type_name("NAME")
         ->default_str("that of the machine");
+    DescribePlot(app, words, options.Plot);
     for (const char* other : {"--format", "--column", "--units", "--numbers", "--decimal", "--dates", "--zone",
-                              "--hidden", "--alias", "--record", "--decimal-comma", "--bom", "--name"})
+                              "--hidden", "--alias", "--record", "--decimal-comma", "--bom", "--name", "--plot", "--by",
+                              "--against", "--kind", "--size", "--watch"})
         raw->excludes(app.get_option(other));
     apps::AddDeviceOptions(app, words.Device);
 }
@@ -160,7 +215,13 @@ apps::Reading ReadOptions(int count, const char* const* words, Options& options)
                "description is written, FILE.datapackage.json, but not with --raw.\n\n" +
                start::ExitStatusHelp());
     start::ShowOneLineEach(app);
-    return apps::ReadCommandLine(app, count, words, [&] { Understand(said, options); });
+    return apps::ReadCommandLine(app, count, words, [&] {
+        Understand(said, options);
+        for (const char* name : {"--plot", "--by", "--against", "--kind", "--size", "--watch"})
+            if (app.get_option(name)->count() > 0 && !options.Format->Picture)
+                apps::Refuse("--format", said.Format,
+                             "is no plot: " + std::string(name) + " goes with --format svg, png, pdf or text");
+    });
 }
 
 } // namespace exporter

@@ -4,6 +4,8 @@
 #include "apps/quorin-export/export_command.h"
 #include "apps/quorin-export/formats.h"
 #include "apps/quorin-export/output.h"
+#include "apps/quorin-export/overwriting.h"
+#include "apps/quorin-export/plot_main.h"
 #include "apps/quorin-export/progress.h"
 #include "apps/quorin-export/scratch_folder.h"
 #include "backends/files/folder_names.h"
@@ -138,9 +140,9 @@ private:
     static std::string DescriptionOf(const std::string& path) { return StemOf(path) + ".datapackage.json"; }
 
     bool Begin(Output& output, const std::string& path, const Table& table) {
-        std::string why = WhyNotOver(path, table.Path);
+        std::string why = WhyNotOver(path, table.Path, Options_);
         if (why.empty() && !path.empty())
-            why = WhyNotOver(DescriptionOf(path), table.Path);
+            why = WhyNotOver(DescriptionOf(path), table.Path, Options_);
         if (why.empty())
             why = output.Open(path);
         if (!why.empty())
@@ -159,29 +161,6 @@ private:
             Fail("can't write the format " + std::string(Options_.Format->Name) + ": " + why);
         HasBegun_ = why.empty();
         return why.empty();
-    }
-
-    /// A slip in the command line must not cost data.
-    std::string WhyNotOver(const std::string& path, const std::string& table) const {
-        if (path.empty())
-            return {};
-        std::string there;
-        std::string input;
-        std::string root;
-        std::string folder;
-        const bool isThere = backends::Canonical(path, there) == backends::NoError;
-        std::vector<std::string> inputs = Options_.Sources; // also those that are read later
-        inputs.push_back(table);
-        for (const std::string& each : inputs)
-            if (isThere && backends::Canonical(each, input) == backends::NoError && input == there)
-                return "it is what is exported";
-        const std::string above = backends::FolderOf(path);
-        if (backends::Canonical(above, folder) != backends::NoError)
-            return "there is no folder " + above;
-        if (backends::Canonical(Options_.Device.Root, root) == backends::NoError &&
-            ((folder + "/").rfind(root + "/", 0) == 0 || (isThere && there.rfind(root + "/", 0) == 0)))
-            return "it would be among the tables of the root folder";
-        return {};
     }
 
     bool Write(const Table& table, Output& output) {
@@ -288,7 +267,7 @@ ExitStatus ExportMain(int count, const char* const* words) {
     case apps::Reading::Run:
         break;
     }
-    return Export(options).Run();
+    return options.Format->Picture ? PlotMain(options) : Export(options).Run();
 }
 
 } // namespace exporter

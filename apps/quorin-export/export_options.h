@@ -5,6 +5,7 @@
 #include "backends/host/host_device.h"
 #include "exporting/csv.h"
 #include "exporting/table_view.h"
+#include "plotting/request.h"
 
 #include <string>
 #include <vector>
@@ -12,6 +13,13 @@
 namespace exporter {
 
 struct FormatRow;
+
+struct PlotOptions {
+    plotting::Request Request;
+    bool HasKind = false;      ///< it was asked for
+    int Width = 0, Height = 0; ///< pixels, or columns and rows; 0 for what is usual
+    bool Watch = false;
+};
 
 struct Options {
     backends::DeviceOptions Device;   ///< with its root folder
@@ -23,6 +31,7 @@ struct Options {
     bool Raw = false;
     exporting::CsvForm Csv;
     exporting::Plan Plan;
+    PlotOptions Plot;
 };
 
 } // namespace exporter

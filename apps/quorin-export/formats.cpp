@@ -91,6 +91,10 @@ const std::vector<FormatRow>& Formats() {
         {"long", ".csv", "CSV of a line for each value", true, WriteLong},
         {"xlsx", ".xlsx", "a workbook of a sheet a download", true, nullptr, CollectWorkbook},
         {"sqlite", ".sqlite", "a database of a table a download", true, nullptr, CollectDatabase},
+        {"svg", ".svg", "a plot", true, nullptr, nullptr, PictureForm::Svg},
+        {"png", ".png", "the same, by rsvg-convert", true, nullptr, nullptr, PictureForm::Png},
+        {"pdf", ".pdf", "the same, by rsvg-convert", true, nullptr, nullptr, PictureForm::Pdf},
+        {"text", ".txt", "a plot for a terminal", true, nullptr, nullptr, PictureForm::Text},
     };
     return rows;
 }

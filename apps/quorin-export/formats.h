@@ -8,6 +8,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -15,6 +16,9 @@ namespace exporter {
 
 /// Takes the bytes of an export as they are made. Returns false if they can't be written any more.
 using Sink = std::function<bool(std::string_view bytes)>;
+
+/// In which form a plot is written.
+enum class PictureForm { Svg, Png, Pdf, Text };
 
 struct FormatRow {
     const char* Name;
@@ -26,6 +30,7 @@ struct FormatRow {
                   const Sink& sink, std::vector<std::string>& odd);
     /// Begins a collection in a new file, in a folder of its own.
     std::unique_ptr<Collection> (*Collect)(const std::string& path) = nullptr;
+    std::optional<PictureForm> Picture = {}; ///< of a plot; Write is null then
 };
 
 const std::vector<FormatRow>& Formats();

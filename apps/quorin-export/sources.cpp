@@ -186,4 +186,23 @@ std::string Tables::TakeDriver(const std::string& driver, Table& table) {
     return {};
 }
 
+std::vector<std::string> Tables::ReadLimits(const Table& table, companion::ValueLimits& limits) const {
+    if (table.Driver.empty() || !Root_)
+        return {};
+    const std::string file = table.Driver + ".limits: ";
+    const backends::LimitsFile::Content content = Root_->Host.limits.Read(FromBytes(table.Driver));
+    if (!content.Why.empty())
+        return {file + "can't be read: " + ToBytes(content.Why)};
+    if (!content.Table)
+        return {};
+    std::vector<Text> columns;
+    for (const values::FieldRow& field : table.Source.Fields)
+        columns.push_back(FromBytes(field.Field));
+    limits = companion::ValueLimits(*content.Table, columns);
+    std::vector<std::string> problems;
+    for (const Text& problem : limits.Problems())
+        problems.push_back(file + ToBytes(problem));
+    return problems;
+}
+
 } // namespace exporter

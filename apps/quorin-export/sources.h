@@ -3,6 +3,7 @@
 #pragma once
 
 #include "apps/quorin-export/export_options.h"
+#include "companion/value_limits.h"
 
 #include <cstddef>
 #include <memory>
@@ -36,6 +37,9 @@ public:
     /// Reads a table: a download by its name or alias, or a file of the host, whose name has a `/`. Returns why it
     /// can't, as a sentence; empty on success.
     std::string Read(const std::string& name, Table& table);
+    /// Reads the limits of a table's driver, NAME.limits beside the settings. Returns what is wrong with them, a line
+    /// each.
+    std::vector<std::string> ReadLimits(const Table& table, companion::ValueLimits& limits) const;
 
     struct Listed {
         std::string File, Driver, Alias;
