@@ -156,16 +156,16 @@ std::vector<Tick> NumberTicks(double low, double high, int most, bool isWhole) {
 }
 
 std::vector<Tick> TimeTicks(double low, double high, int most, bool hasDate) {
-    const double least = (high - low) / (most - 1);
+    const double least = (high - low) / most;
     for (const double step : ClockSteps)
-        if (step >= least)
+        if (step > least)
             if (auto ticks = ClockTicks(low, high, step, hasDate); !ticks.empty())
                 return ticks;
     constexpr double Month = 30.4 * SecondsADay;
     if (!hasDate)
         return ClockTicks(low, high, RoundStep(least / SecondsADay) * SecondsADay, false);
     for (const int months : MonthSteps)
-        if (months * Month >= least)
+        if (months * Month > least)
             if (auto ticks = MonthTicks(low, high, months); !ticks.empty())
                 return ticks;
     return MonthTicks(low, high, 12 * static_cast<int>(std::max(1.0, RoundStep(least / (12 * Month)))));
