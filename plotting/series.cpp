@@ -300,6 +300,9 @@ private:
         if (Source_.Limits != nullptr)
             series.Limits = Source_.Limits->BoundsOf(modStringTools::FromBytes(column.Field));
         std::vector<Series>& all = Reader_.Data_.Series;
+        for (const Series& each : all) // tables may write the name of a column in large or small letters
+            if (values::IsName(each.Column, series.Column))
+                series.Column = each.Column;
         all.push_back(series);
         Units_[all.size() - 1] = unit;
         return all.size() - 1;
