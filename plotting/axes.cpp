@@ -45,7 +45,7 @@ int ExponentOf(double value) {
 /// Returns the label of a tick on an axis with this step and this largest value.
 std::string LabelOf(double value, double step, double largest) {
     const int ofStep = ExponentOf(step), ofLargest = ExponentOf(largest);
-    constexpr int MostDigits = 6, MostDecimals = 5;
+    constexpr int MostDigits = 7, MostDecimals = 5;
     if (value == 0)
         return "0";
     if (ofLargest < MostDigits && ofStep >= -MostDecimals)

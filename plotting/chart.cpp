@@ -252,11 +252,11 @@ private:
         DrawXAxis(x, hasLabels || HasOwnX(), HasOwnX() ? panel.Title : Data_.XTitle);
         if (HasOwnX())
             DrawBars(panel, x, y);
-        else
-            DrawLimits(panel, y);
         std::vector<Item> markers; // over all lines, so that each line is known by them
         for (std::size_t i = 0; i < panel.Series.size() && !HasOwnX(); ++i)
             DrawSeries(panel, panel.Series[i], x, y, markers);
+        if (!HasOwnX())
+            DrawLimits(panel, y); // over the lines, which may cover all of their height
         Scene_.Items.insert(Scene_.Items.end(), markers.begin(), markers.end());
         return Bottom_ + BelowPlot();
     }
