@@ -84,21 +84,31 @@ TEST(AChart, IsDrawnOfAnyNumbersWithinItsSize) {
         }
 }
 
-TEST(AChart, HasNoTextBeyondItsEdge) {
-    const std::string wide(300, 'W');
-    const Scene scene =
-        Drawn("Site|Moisture|Day|Hour\n" + wide + "|-1234567.125 %|1/2/2026|1:00\nb|7 %|1/2/2026|9:00\n", Kind::Line,
-              {.By = "Site", .Against = "time"}, &Limits);
-    const Look look = PixelLook(960, 540);
+/// The texts that begin or end beyond the edges of a picture.
+std::vector<std::string> Beyond(const Scene& scene, const Look& look) {
+    std::vector<std::string> texts;
     for (const Item& item : scene.Items)
         if (const auto* label = std::get_if<Label>(&item)) {
             const double width = look.WidthOf(label->Text, label->Role);
-            const double left = label->At.X - (label->Anchor == Anchor::Start ? 0
-                                               : label->Anchor == Anchor::End ? width
-                                                                              : width / 2);
-            EXPECT_GE(left, -0.5) << label->Text;
-            EXPECT_LE(left + width, 960.5) << label->Text;
+            const double before = label->Anchor == Anchor::Start ? 0 : label->Anchor == Anchor::End ? width : width / 2;
+            if (label->At.X - before < -0.5 || label->At.X - before + width > look.Width + 0.5)
+                texts.push_back(label->Text);
         }
+    return texts;
+}
+
+TEST(AChart, HasNoTextBeyondItsEdge) {
+    const std::string table = "Site|Moisture|Warmth|Day|Hour\n" + std::string(300, 'W') +
+                              "|-1234567.125 %|1 %|1/2/2026|0:00\nb|7 %|2 %|1/2/2026|3:00\n";
+    const companion::ValueLimits near(u"COLUMN|WARNHIGH\nMoisture|-123456.5\n", {u"Moisture"});
+    for (const char* by : {"Site", ""})
+        for (const char* against : {"time", "record"})
+            for (const double width : {960.0, 205.0}) {
+                const Read read = ReadTable(table, {.By = by, .Against = against}, &near);
+                const Look look = PixelLook(width, 540);
+                EXPECT_EQ(WhyNotDrawn(read.Data, Kind::Line, look), "");
+                EXPECT_THAT(Beyond(Draw(read.Data, Kind::Line, look), look), testing::IsEmpty()) << by << width;
+            }
 }
 
 TEST(AChart, OfTooManyPanelsOrTooLittleRoomIsRefused) {

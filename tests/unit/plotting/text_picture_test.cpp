@@ -40,6 +40,11 @@ TEST(ATextChart, IsAsciiAloneIfThatIsAllThereIs) {
     EXPECT_THAT(text, HasSubstr("Warmth [?C]"));
 }
 
+TEST(ATextChart, HasTheWholeDayAtItsLeftEdge) {
+    const std::string table = "Moisture|Day|Hour\n1|1/2/2026|0:00\n9|1/2/2026|3:00\n";
+    EXPECT_THAT(TextChart(table, Letters::Unicode, Kind::Line, {.Against = "time"}), HasSubstr("\n2026-02-01\n"));
+}
+
 TEST(ATextChart, HasTheSizeThatItIsGivenAndNoControlCharacter) {
     const std::string text =
         TextChart("Site|Moisture\n\x1b[31m日本|1 %\nb|2 %\n", Letters::Unicode, Kind::Points, {.By = "Site"});
