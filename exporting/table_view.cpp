@@ -196,7 +196,7 @@ void TableView::LookAtLength(std::size_t fields, std::size_t line) {
                        " fields: the others are missing");
     else
         Odd_.push_back(place + std::to_string(fields) + " fields under " + std::to_string(HeaderFields_) +
-                       " columns: the others are in the column \"beyond\"");
+                       (HeaderFields_ == 1 ? " column" : " columns") + ": the others are in the column \"beyond\"");
 }
 
 void TableView::MakeColumns(const std::vector<Column>& columns, const std::vector<Measure>& measures) {

@@ -3,7 +3,7 @@
 // moment is skipped.
 #pragma once
 
-#include "backends/headless/headless_hand.h"
+#include "backends/headless_input/headless_hand.h"
 #include "backends/loop/no_commands.h"
 #include "backends/loop/silent_watcher.h"
 #include "fuzz/place.h"

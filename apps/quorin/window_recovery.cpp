@@ -23,6 +23,7 @@ public:
     Recovery(Drafts& drafts, backends::qt::QtPlatform& device, backends::EndSignals& signals)
         : Drafts_(drafts), Device_(device), Signals_(signals), Signalled_(signals.Descriptor(), QSocketNotifier::Read) {
         Bar_.Chosen = [this](RecoveryBar::Choice choice) { Act(choice); };
+        Bar_.setEnabled(false); // until it offers something
         device.window.PutAbove(Bar_);
         Closing_ = std::exchange(device.window.CloseRequested, [this] { End(); });
         SessionEnds_ = std::exchange(device.SessionEnds, [this] { End(); });

@@ -3,7 +3,7 @@
 // and actions of a technician, and a record of what the device did.
 #pragma once
 
-#include "backends/headless/headless_hand.h"
+#include "backends/headless_input/headless_hand.h"
 
 #include <deque>
 #include <filesystem>

@@ -2,7 +2,7 @@
 // The device of a shift: the whole program, started again each time that it ends, and its files as others see them.
 #pragma once
 
-#include "backends/headless/headless_hand.h"
+#include "backends/headless_input/headless_hand.h"
 #include "backends/loop/no_commands.h"
 #include "backends/loop/silent_watcher.h"
 #include "tests/system/model/calendar.h"

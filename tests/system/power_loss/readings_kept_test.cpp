@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The program is killed, or the power is lost, after each step of a session in which readings come: each reading whose
 // tone has sounded is in the download, in the draft or in the journal, and putting the draft back makes no second one.
-#include "backends/headless/headless_hand.h"
+#include "backends/headless_input/headless_hand.h"
 #include "backends/host/drafts.h"
 #include "backends/host/journal.h"
 #include "backends/input/gestures.h"

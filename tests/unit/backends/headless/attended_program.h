@@ -2,7 +2,7 @@
 // The whole program on a headless device, and a person who acts whenever it waits, also in boxes and prompts.
 #pragma once
 
-#include "backends/headless/headless_hand.h"
+#include "backends/headless_input/headless_hand.h"
 #include "backends/input/gestures.h"
 #include "backends/loop/no_commands.h"
 #include "src/app/start_up.h"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "backends/headless/headless_hand.h"
+#include "backends/headless_input/headless_hand.h"
 
 #include "backends/loop/form_events.h"
 #include "backends/loop/form_keys.h"
