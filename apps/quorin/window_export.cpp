@@ -116,8 +116,13 @@ std::string WindowExport::File() const {
 ExportSource WindowExport::Source() {
     ExportSource source;
     for (const exporter::FormatRow& row : exporter::Formats())
-        source.Formats.push_back({row.Name, row.Ending, std::string(row.Name) + ": " + row.Help});
-    source.Download = [this] { return File(); };
+        if (!row.Picture) // a plot is of other columns than a table
+            source.Formats.push_back({row.Name, row.Ending, std::string(row.Name) + ": " + row.Help});
+    source.Download = [this] {
+        const std::string file = File();
+        const bool isShown = companion::RecordIsOpen() && !file.empty();
+        return file + (isShown ? ". The record on the screen is in it as it was saved last." : "");
+    };
     source.Preview = [this](const auto& show) { Preview(show); };
     source.Save = [this](const ExportChoice& choice, const std::string& path, const ExportSource::Done& done) {
         Export(Words(choice) + QStringList{QStringLiteral("-o"), FromPath(path)}, done,

@@ -115,9 +115,7 @@ void ExportDialog::MakeFoot(QBoxLayout& column) {
 
 void ExportDialog::Open() {
     const std::string download = Source_.Download();
-    Title_->setText(download.empty() ? NoDownload
-                                     : QString::fromStdString(download) +
-                                           QStringLiteral(". The record on the screen is in it as it was saved last."));
+    Title_->setText(download.empty() ? NoDownload : QString::fromStdString(download));
     const int format = Formats_->findData(QString::fromStdString(Source_.Last().Format));
     Formats_->setCurrentIndex(std::max(format, 0));
     ProposePath();

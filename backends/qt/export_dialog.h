@@ -41,7 +41,7 @@ struct ExportSource {
     using Done = std::function<void(const std::string& why, const std::string& odd)>;
 
     std::vector<Format> Formats;
-    std::function<std::string()> Download; ///< its name for people; empty if none is selected or open
+    std::function<std::string()> Download; ///< its name, and what to know of it; empty if none is selected or open
     std::function<void(std::function<void(const ExportPreview&)>)> Preview;
     std::function<void(const ExportChoice&, const std::string& path, Done)> Save;
     std::function<void(const ExportChoice&, Done)> Copy;

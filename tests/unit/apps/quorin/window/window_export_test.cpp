@@ -89,7 +89,8 @@ protected:
 TEST_F(ExportOfTheWindow, ShowsTheFirstRecordsOfTheOpenDownload) {
     OpenTheRecord();
     OpenDialog();
-    EXPECT_THAT(Dialog()->findChild<QLabel*>()->text().toStdString(), HasSubstr("qrn0001.txt"));
+    EXPECT_EQ(Dialog()->findChild<QLabel*>()->text().toStdString(),
+              "qrn0001.txt. The record on the screen is in it as it was saved last.");
     EXPECT_EQ(Table().columnCount(), 3);
     EXPECT_EQ(Table().horizontalHeaderItem(1)->text(), QStringLiteral("moisture"));
     EXPECT_EQ(Cell(0, 0), "loft, east");
@@ -171,6 +172,8 @@ TEST_F(ExportOfTheWindow, TakesTheDownloadThatIsSelectedInTheList) {
     Settle();
     OpenDialog();
     EXPECT_EQ(Cell(0, 0), "loft, east");
+    EXPECT_EQ(Dialog()->findChild<QLabel*>()->text(), QStringLiteral("qrn0001.txt"));
+    EXPECT_EQ(Dialog()->findChild<QComboBox*>()->findData(QStringLiteral("svg")), -1) << "a plot is no table";
 }
 
 TEST_F(ExportOfTheWindow, SaysThatNoDownloadIsOpen) {
