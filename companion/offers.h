@@ -11,6 +11,7 @@ inline const Text OfferSample = u"sample";       ///< install the sample driver
 inline const Text OfferPorts = u"ports";         ///< choose the port
 inline const Text OfferUsePort = u"useport";     ///< use the port that the notice is about
 inline const Text OfferNamedPort = u"namedport"; ///< use the port whose address was given and that is not chosen
+inline const Text OfferHandOver = u"handover";   ///< hand over what is new
 inline const Text OfferNotNow = u"notnow";       ///< withdraw the notice
 inline const Text OfferNoHints = u"nohints";     ///< show no hints any more
 

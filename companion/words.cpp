@@ -5,6 +5,7 @@
 #include "src/text/digits.h"
 
 #include <algorithm>
+#include <string>
 
 namespace companion {
 
@@ -213,6 +214,23 @@ Notice PortOffered(const Text& words) {
             .Words = words,
             .Stands = Until::Withdrawn,
             .Offers = {{OfferUsePort, u"Use it"}, {OfferNotNow, u"Not now"}}};
+}
+
+Notice HandOverState(const Text& words) {
+    return {AboutHandOver, Severity::Note, words, Until::Tapped};
+}
+
+Notice HandOverFailed(const Text& why) {
+    return WithRemedy({AboutHandOver, Severity::Warning, why, Until::Tapped}, TapWhenRead);
+}
+
+Notice NotHandedOver(std::int64_t records) {
+    const Text count = modStringTools::FromBytes(std::to_string(records));
+    return {.About = AboutHandOver,
+            .Weight = Severity::Note,
+            .Words = count + (records == 1 ? u" record is" : u" records are") + u" not handed over.",
+            .Stands = Until::Withdrawn,
+            .Offers = {{OfferHandOver, u"Hand over…"}}};
 }
 
 Notice LittleSpace(const Text& folder, std::int64_t megabytes) {

@@ -32,6 +32,7 @@ inline const Text AboutPin = u"pin";
 inline const Text AboutAdapter = u"adapter";
 inline const Text AboutSpace = u"space";
 inline const Text AboutSound = u"sound";
+inline const Text AboutHandOver = u"handover";
 inline const Text AboutHint = u"hint";
 
 /// "20:30:05".
@@ -82,6 +83,13 @@ Notice LimitsNotRead(const Text& driver, const Text& why);
 Notice LimitsNotUsed(const Text& driver, const std::vector<Text>& problems);
 /// A port that can be used in place of the chosen one.
 Notice PortOffered(const Text& words);
+/// What a hand-over is doing or has done, in the words of a person.
+Notice HandOverState(const Text& words);
+/// Why a hand-over has failed, with what to do.
+Notice HandOverFailed(const Text& why);
+/// There are records that were never handed over, where a hand-over was made before.
+Notice NotHandedOver(std::int64_t records);
+
 /// The disk of a folder has less room left than that.
 Notice LittleSpace(const Text& folder, std::int64_t megabytes);
 /// A tone could not be played; the window flashes its line instead.

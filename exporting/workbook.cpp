@@ -9,6 +9,7 @@
 #include <charconv>
 #include <cstdint>
 #include <cstdio>
+#include <locale.h>
 #include <map>
 #include <xlsxwriter.h>
 
@@ -48,6 +49,22 @@ double PartOfDay(std::string_view isoTime) {
     const int seconds = isoTime.size() > 5 ? Digits(isoTime, 6, 2) : 0;
     return (Digits(isoTime, 0, 2) * 3600 + Digits(isoTime, 3, 2) * 60 + seconds) / SecondsOfDay;
 }
+
+/// While it exists, this thread writes numbers with a full stop: the library writes them as the locale does.
+class PointInNumbers {
+public:
+    PointInNumbers() : Plain_(::newlocale(LC_ALL_MASK, "C", nullptr)), Before_(::uselocale(Plain_)) {}
+    PointInNumbers(const PointInNumbers&) = delete;
+    PointInNumbers& operator=(const PointInNumbers&) = delete;
+    ~PointInNumbers() {
+        ::uselocale(Before_);
+        ::freelocale(Plain_);
+    }
+
+private:
+    locale_t Plain_;
+    locale_t Before_;
+};
 
 std::string Counted(std::size_t count, const char* one, const char* several) {
     return std::to_string(count) + " " + (count == 1 ? one : several);
@@ -222,6 +239,7 @@ Workbook::~Workbook() {
 void Workbook::Add(const TableView& view, const std::string& name, std::vector<std::string>& odd) {
     if (!Book_->WhyNot.empty())
         return;
+    const PointInNumbers plain;
     Sheet sheet(*Book_, view, name, odd);
     view.ForEachRow([&](const std::vector<Cell>& cells) { sheet.Row(cells); });
     sheet.TellOdd();
@@ -230,6 +248,7 @@ void Workbook::Add(const TableView& view, const std::string& name, std::vector<s
 std::string Workbook::Close() {
     if (!Book_->WhyNot.empty())
         return Book_->WhyNot;
+    const PointInNumbers plain;
     for (lxw_worksheet* const sheet : Book_->Sheets) { // the library does not look at the errors of its files
         if (std::fflush(sheet->optimize_tmpfile) != 0 || std::ferror(sheet->optimize_tmpfile) != 0)
             return "its rows can't be written beside it: is the disk full?";

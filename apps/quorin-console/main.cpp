@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
+#include "apps/hand_over/hand_over_run.h"
 #include "apps/quorin-console/console_main.h"
-#include "apps/quorin-console/hand_over_command.h"
 #include "apps/quorin-console/recovery.h"
 #include "apps/start/process.h"
 #include "backends/headless/headless_platform.h"
@@ -19,7 +19,13 @@ start::ExitStatus RunHeadless(const console::Options& options, console::Session&
     backends::headless::HeadlessPlatform device(host, session, session.Out());
     backends::headless::HeadlessHand user(device);
     if (!options.HandOver.empty())
-        return console::HandOver(options, device, std::cout);
+        return apps::HandOver({.Program = "quorin-console",
+                               .Root = options.Device.Root,
+                               .Journal = options.HandOverJournal,
+                               .Target = options.HandOver,
+                               .DeviceName = options.DeviceName,
+                               .IsForPeople = options.PlainText},
+                              device, std::cout);
     session.Use(device, user);
     backends::EndSignals signals;
     session.EndBy(signals);

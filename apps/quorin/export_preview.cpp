@@ -25,7 +25,14 @@ struct Record : nlohmann::json_sax<Json> {
     bool boolean(bool) override { return false; }
     bool number_integer(number_integer_t value) override { return Take(std::to_string(value)); }
     bool number_unsigned(number_unsigned_t value) override { return Take(std::to_string(value)); }
-    bool number_float(number_float_t, const string_t& text) override { return Take(text); }
+    /// The parser gives the text with the decimal sign of the locale.
+    bool number_float(number_float_t, const string_t& text) override {
+        std::string number = text;
+        const std::size_t sign = number.find_first_not_of("+-0123456789eE");
+        if (sign != std::string::npos)
+            number[sign] = '.';
+        return Take(number);
+    }
     bool string(string_t& text) override { return Take(text); }
     bool binary(binary_t&) override { return false; }
     bool start_object(std::size_t) override { return true; }

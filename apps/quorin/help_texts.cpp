@@ -94,6 +94,9 @@ std::vector<HelpPage> HelpPages(const KeptPlaces& places, const std::string& fol
 std::vector<companion::PartRow> PartsOfOthers() {
     return {{std::string("Qt ") + qVersion() + " (Core, Gui, Widgets)", "LGPL 3"},
             {"SQLite", "public domain"},
+            {"Nettle (nettle)", "LGPL 3 or later, or GPL 2 or later"},
+            {"libxlsxwriter (xlsxwriter)", "BSD, 2 clauses"},
+            {"zlib (z)", "zlib"},
             {"ALSA library (asound)", "LGPL 2.1 or later"},
             {"libudev", "LGPL 2.1 or later"},
             {"GNU C++ library (stdc++, gcc_s)", "GPL 3 or later, with its exception for programs"},

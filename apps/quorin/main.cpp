@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
+#include "apps/hand_over/hand_over_main.h"
 #include "apps/quorin-export/export_main.h"
 #include "apps/quorin/demo.h"
+#include "apps/quorin/own_process.h"
 #include "apps/quorin/start_refusal.h"
-#include "apps/quorin/window_export.h"
 #include "apps/quorin/window_places.h"
 #include "apps/quorin/window_program.h"
 #include "apps/start/exit_status.h"
@@ -17,6 +18,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <iostream>
+#include <optional>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -109,13 +111,23 @@ int OpenWindow(WindowStart& run) {
     quorin::WindowProgram(run).Run();
 }
 
+/// Runs what the window starts as a process of its own. Returns its exit status; nothing if this is the window.
+std::optional<int> AsAnotherProgram(int count, char** words) {
+    const std::string name = count > 1 ? words[1] : "";
+    const char* const program = name == quorin::AsExporter ? "quorin-export" : "quorin";
+    if (name != quorin::AsExporter && name != quorin::AsHandOver)
+        return std::nullopt;
+    start::PrepareProcess(program);
+    const ExitStatus status = name == quorin::AsExporter ? exporter::ExportMain(count - 1, words + 1)
+                                                         : apps::HandOverMain(count - 1, words + 1);
+    return NumberOf(start::StatusAfterOutput(program, status));
+}
+
 } // namespace
 
 int main(int count, char** words) {
-    if (count > 1 && words[1] == std::string(quorin::AsExporter)) {
-        start::PrepareProcess("quorin-export");
-        return NumberOf(start::StatusAfterOutput("quorin-export", exporter::ExportMain(count - 1, words + 1)));
-    }
+    if (const auto status = AsAnotherProgram(count, words))
+        return *status;
     start::PrepareProcess("quorin");
     WindowStart run;
     std::string wrong;

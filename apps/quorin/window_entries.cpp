@@ -14,13 +14,15 @@ void AddZoomEntries(backends::qt::WindowMenu& menu, WindowZoom& zoom) {
 // A line an entry, from the top of the menu to its foot.
 
 void FillWindowMenu(backends::qt::QtPlatform& device, DataFolder& data, Arriving& arriving, WindowPorts& ports,
-                    WindowHints& hints, WindowExport& exports, WindowHelp& help, WindowZoom& zoom) {
+                    WindowHints& hints, WindowExport& exports, WindowHandOver& handOver, WindowHelp& help,
+                    WindowZoom& zoom) {
     backends::qt::Window& window = device.window;
     window.Menu().Add({QStringLiteral("&Install a driver…"), QKeySequence(Qt::CTRL | Qt::Key_O),
                        [&arriving] { arriving.ChooseFiles(); }});
     window.Menu().Add({QStringLiteral("Open the &data folder"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_O),
                        [&data] { data.Open(); }});
-    window.Menu().Add({QStringLiteral("&Export…"), QKeySequence(Qt::CTRL | Qt::Key_E), [&exports] { exports.Open(); }});
+    window.Menu().Add({QStringLiteral("E&xport…"), QKeySequence(Qt::CTRL | Qt::Key_E), [&exports] { exports.Open(); }});
+    window.Menu().Add({.Name = QStringLiteral("Hand &over…"), .Keys = {}, .Runs = [&handOver] { handOver.Open(); }});
     window.Menu().Add(window.ReadingsAction());
     window.Menu().Add(window.NoticesAction());
     window.Menu().Add({.Name = QStringLiteral("&Ports…"), .Keys = {}, .Runs = [&ports] { ports.OpenDialog(); }});

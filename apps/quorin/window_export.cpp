@@ -14,12 +14,10 @@
 #include <QDesktopServices>
 #include <QDir>
 #include <QFile>
-#include <QProcess>
 #include <QStandardPaths>
 #include <QUrl>
 
 #include <algorithm>
-#include <memory>
 #include <sstream>
 #include <utility>
 
@@ -32,45 +30,18 @@ using modStringTools::ToBytes;
 
 namespace {
 
-constexpr std::size_t NoLimit = static_cast<std::size_t>(-1);
 constexpr std::size_t PreviewBytes = 1 << 18; // of output: far more than ten records, of most tables
 constexpr int OddInput = 5;                   // exit status: done all the same
 
 const std::string FormatName = "ExportFormat";
 const std::string ColumnsName = "ExportColumns"; ///< with line ends between them, as settings write those
 
-QString FromPath(const std::string& path) {
-    return QFile::decodeName(QByteArray::fromStdString(path));
-}
-
-/// Returns what standard error says, without the program's name before each line.
-std::string WordsOf(const QByteArray& errors) {
-    std::istringstream in(errors.toStdString());
-    const std::string name = "quorin-export: ";
-    std::string words;
-    for (std::string line; std::getline(in, line);)
-        words += (words.empty() ? "" : "\n") + (line.rfind(name, 0) == 0 ? line.substr(name.size()) : line);
-    return words;
-}
-
 /// Returns why an export has failed; empty if it has not.
 std::string WhyFailed(int status, const QByteArray& errors) {
     if (status == 0 || status == OddInput)
         return {};
-    const std::string told = WordsOf(errors);
+    const std::string told = WordsOf(errors, "quorin-export");
     return told.empty() ? "The export has failed." : told;
-}
-
-QStringList OptionsOf(const backends::DeviceOptions& device) {
-    QStringList words = {QStringLiteral("--root"), FromPath(device.Root), QStringLiteral("--device"),
-                         QString::number(device.DeviceType)};
-    if (!device.Settings.empty())
-        words += {QStringLiteral("--settings"), FromPath(device.Settings)};
-    for (const backends::HostVolume& volume : device.Volumes)
-        words += {QStringLiteral("--volume"),
-                  QString::fromStdString(ToBytes(volume.Root) + "=" +
-                                         (volume.Kilobytes ? std::to_string(*volume.Kilobytes) : "fail"))};
-    return words;
 }
 
 std::string TextOf(const std::vector<std::string>& lines) {
@@ -93,8 +64,7 @@ std::vector<std::string> LinesOf(const std::string& text) {
 WindowExport::WindowExport(backends::qt::QtPlatform& device, WindowSettings& settings,
                            const backends::DeviceOptions& options)
     : Opener([](const std::string& path) { return QDesktopServices::openUrl(QUrl::fromLocalFile(FromPath(path))); }),
-      Program(QCoreApplication::applicationFilePath()), Device_(device), Settings_(settings),
-      OfDevice_(OptionsOf(options)) {
+      Exporter(AsExporter, options), Device_(device), Settings_(settings) {
 }
 
 void WindowExport::Open() {
@@ -165,57 +135,32 @@ ExportSource WindowExport::Source() {
 
 /// Returns the words of a command line for this choice.
 QStringList WindowExport::Words(const ExportChoice& choice) const {
-    QStringList words = OfDevice_;
-    words += {QString::fromStdString(File()), QStringLiteral("--format"), QString::fromStdString(choice.Format)};
+    QStringList words = {QString::fromStdString(File()), QStringLiteral("--format"),
+                         QString::fromStdString(choice.Format)};
     for (const std::string& column : choice.Columns)
         words += {QStringLiteral("--column"), QString::fromStdString(column)};
     return words;
 }
 
-/// The process is a child of the dialog's window, so that it ends with the program. One that has written as much as is
-/// wanted is ended.
-void WindowExport::Start(const QStringList& words, std::size_t mostOutput, const Ended& ended) {
-    auto* const process = new QProcess(&Device_.window);
-    const auto output = std::make_shared<QByteArray>();
-    QObject::connect(process, &QProcess::readyReadStandardOutput, process, [process, output, mostOutput] {
-        *output += process->readAllStandardOutput();
-        if (static_cast<std::size_t>(output->size()) >= mostOutput)
-            process->kill();
-    });
-    const auto end = [process, output, ended](int status) {
-        *output += process->readAllStandardOutput();
-        ended(status, *output, process->readAllStandardError());
-        process->deleteLater();
-    };
-    QObject::connect(process, &QProcess::finished, process, [end, output, mostOutput](int code, auto how) {
-        const bool isEnough = static_cast<std::size_t>(output->size()) >= mostOutput;
-        end(how == QProcess::NormalExit || isEnough ? (isEnough ? 0 : code) : -1);
-    });
-    QObject::connect(process, &QProcess::errorOccurred, process, [end](QProcess::ProcessError error) {
-        if (error == QProcess::FailedToStart)
-            end(-1);
-    });
-    process->start(Program, FirstWords + words);
-    process->closeWriteChannel();
-}
-
 void WindowExport::Export(const QStringList& words, const ExportSource::Done& done,
                           const std::function<std::string(const QByteArray& output)>& finish) {
-    Start(words, NoLimit, [done, finish](int status, const QByteArray& output, const QByteArray& errors) {
-        if (const std::string why = WhyFailed(status, errors); !why.empty())
-            done(why, {});
-        else
-            done(finish(output), WordsOf(errors));
-    });
+    Exporter.Start(&Device_.window, words, OwnProcess::NoLimit,
+                   [done, finish](int status, const QByteArray& output, const QByteArray& errors) {
+                       if (const std::string why = WhyFailed(status, errors); !why.empty())
+                           done(why, {});
+                       else
+                           done(finish(output), WordsOf(errors, "quorin-export"));
+                   });
 }
 
 void WindowExport::Preview(const std::function<void(const ExportPreview&)>& show) {
-    Start(Words({"jsonl", {}}), PreviewBytes, [show](int status, const QByteArray& output, const QByteArray& errors) {
-        ExportPreview preview = PreviewOf(output.toStdString());
-        if (const std::string why = WhyFailed(status, errors); !why.empty())
-            preview.Why = why;
-        show(preview);
-    });
+    Exporter.Start(&Device_.window, Words({"jsonl", {}}), PreviewBytes,
+                   [show](int status, const QByteArray& output, const QByteArray& errors) {
+                       ExportPreview preview = PreviewOf(output.toStdString());
+                       if (const std::string why = WhyFailed(status, errors); !why.empty())
+                           preview.Why = why;
+                       show(preview);
+                   });
 }
 
 } // namespace quorin

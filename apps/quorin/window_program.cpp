@@ -84,16 +84,18 @@ WindowProgram::WindowProgram(WindowStart& start)
       Zoom_(Device_, Remembered_, UsualScale(Options_)), Place_(Device_.window, Remembered_),
       Ports_(Device_, Remembered_, [this] { return Watch_.IsSilent(); }),
       Hints_(Device_, Remembered_, [this] { return Watch_.PortTrouble(); }),
-      Export_(Device_, Remembered_, Options_.Device), Data_(Device_, FullPath(Options_.Device.Root)),
-      Help_(Device_, Data_, PlacesOf(Options_, Remembered_.Path())), Space_(Device_, [this] { return Data_.Path(); }),
-      Arriving_(Device_, Data_), Packages_(Device_, Options_.Device.Root), End_(Device_, Watch_, Signals_) {
+      Export_(Device_, Remembered_, Options_.Device),
+      HandOver_(Device_, Remembered_, Options_.Device, Options_.Journal ? Options_.Journal->Folder : std::string()),
+      Data_(Device_, FullPath(Options_.Device.Root)), Help_(Device_, Data_, PlacesOf(Options_, Remembered_.Path())),
+      Space_(Device_, [this] { return Data_.Path(); }), Arriving_(Device_, Data_),
+      Packages_(Device_, Options_.Device.Root), End_(Device_, Watch_, Signals_) {
     Watch_.Attach(Device_);
     Remembered_.Failed = [this](const std::string& file, const std::string& why) {
         Raise(companion::NothingRemembered(modStringTools::FromBytes(file), modStringTools::FromBytes(why)));
     };
     TellWrongPins();
     ConnectOffers();
-    FillWindowMenu(Device_, Data_, Arriving_, Ports_, Hints_, Export_, Help_, Zoom_);
+    FillWindowMenu(Device_, Data_, Arriving_, Ports_, Hints_, Export_, HandOver_, Help_, Zoom_);
     ListenForStarts();
     KeepJournal();
 }
@@ -105,6 +107,7 @@ void WindowProgram::ConnectOffers() {
     Watch_.Does(companion::OfferPorts, [this] { Ports_.OpenDialog(); });
     Watch_.Does(companion::OfferUsePort, [this] { Ports_.UseOffered(); });
     Watch_.Does(companion::OfferNamedPort, [this] { Ports_.UseGiven(); });
+    Watch_.Does(companion::OfferHandOver, [this] { HandOver_.Open(); });
     Hints_.GivenPort = [this] { return Ports_.Given(); };
     Watch_.Does(companion::OfferNotNow, [this] { Ports_.DropOffer(); });
     Watch_.Does(companion::OfferNoHints, [this] { Hints_.SetOn(false); });
@@ -181,6 +184,7 @@ void WindowProgram::Run() {
     WindowIsOpen = true;
     KeepDrafts();
     StartForm();
+    HandOver_.Count();
     for (;;) {
         Device_.loop.WaitOnce();
         Watch_.ShowLosses();

@@ -9,6 +9,7 @@
 #include "apps/quorin/package_watch.h"
 #include "apps/quorin/window_end.h"
 #include "apps/quorin/window_export.h"
+#include "apps/quorin/window_hand_over.h"
 #include "apps/quorin/window_help.h"
 #include "apps/quorin/window_hints.h"
 #include "apps/quorin/window_options.h"
@@ -92,6 +93,7 @@ private:
     WindowPorts Ports_;
     WindowHints Hints_;
     WindowExport Export_;
+    WindowHandOver HandOver_;
     DataFolder Data_;
     WindowHelp Help_;
     backends::FreeSpace Space_;

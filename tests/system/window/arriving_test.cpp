@@ -398,9 +398,10 @@ TEST_F(ArrivingFiles, AreChosenInADialog) {
     quorin::WindowPorts ports(Device.Platform, remembered, [] { return false; });
     quorin::WindowHints hints(Device.Platform, remembered, [] { return std::string(); });
     quorin::WindowExport exports(Device.Platform, remembered, {});
+    quorin::WindowHandOver handOver(Device.Platform, remembered, {}, "");
     quorin::WindowHelp help(Device.Platform, Data, {});
     quorin::WindowZoom zoom(Device.Platform, remembered, 1);
-    quorin::FillWindowMenu(Device.Platform, Data, Files, ports, hints, exports, help, zoom);
+    quorin::FillWindowMenu(Device.Platform, Data, Files, ports, hints, exports, handOver, help, zoom);
     Press(Qt::Key_O, Qt::ControlModifier);
     auto* const dialog = Form().findChild<QFileDialog*>(QStringLiteral("packageDialog"));
     ASSERT_NE(dialog, nullptr);

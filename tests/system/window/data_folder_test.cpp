@@ -65,9 +65,10 @@ TEST_F(FolderOfTheData, OpensByAKeyAndFromTheMenu) {
     quorin::WindowPorts ports(Device.Platform, remembered, [] { return false; });
     quorin::WindowHints hints(Device.Platform, remembered, [] { return std::string(); });
     quorin::WindowExport exports(Device.Platform, remembered, {});
+    quorin::WindowHandOver handOver(Device.Platform, remembered, {}, "");
     quorin::WindowHelp help(Device.Platform, Data, {});
     quorin::WindowZoom zoom(Device.Platform, remembered, 1);
-    quorin::FillWindowMenu(Device.Platform, Data, files, ports, hints, exports, help, zoom);
+    quorin::FillWindowMenu(Device.Platform, Data, files, ports, hints, exports, handOver, help, zoom);
     Press(Qt::Key_O, Qt::ControlModifier | Qt::ShiftModifier);
     EXPECT_THAT(Opened, ElementsAre(Root() + "/Quorin"));
 }

@@ -13,6 +13,7 @@ using testing::IsEmpty;
 /// Returns the points as "x:y", with "|" before one that comes after a gap.
 std::string Points(const Series& series) {
     std::ostringstream text;
+    text.imbue(std::locale::classic());
     for (const Point& point : series.Points)
         text << (point.IsAfterGap ? "| " : "") << point.X << ":" << point.Y << " ";
     return text.str();

@@ -27,7 +27,7 @@ protected:
         Put("meter.txt", "FIELDNAME|VISIBLE|COPY|BLOB|DISPLAY|CSVNAME|DATATYPE|FORMULA\n"
                          "Site|1||||site||\nMoisture|1||Moisture||moisture||\n");
         Put("qrn0001.txt", "Site|Moisture\nloft, east|24.50 %\ncellar|007\n");
-        Export.Program = QStringLiteral(QUORIN_PROGRAM);
+        Export.Exporter.Program = QStringLiteral(QUORIN_PROGRAM);
         Export.Opener = [this](const std::string& path) {
             Opened = path;
             return HasOpener;
@@ -184,7 +184,7 @@ TEST_F(ExportOfTheWindow, SaysThatNoDownloadIsOpen) {
 }
 
 TEST_F(ExportOfTheWindow, SaysThatItsProgramCantBeStarted) {
-    Export.Program = QStringLiteral("/no/such/program");
+    Export.Exporter.Program = QStringLiteral("/no/such/program");
     OpenTheRecord();
     OpenDialog();
     EXPECT_EQ(State(), "The export has failed.");

@@ -39,7 +39,7 @@ class HelpOfTheWindow : public windowtest::InAWindow {
 protected:
     HelpOfTheWindow() {
         Settle();
-        FillWindowMenu(Device.Platform, Data, Arriving_, Ports, Hints_, Export, Help, Zoom);
+        FillWindowMenu(Device.Platform, Data, Arriving_, Ports, Hints_, Export, HandOver, Help, Zoom);
     }
     std::vector<HelpPage> Pages() { return HelpPages(Somewhere, Data.Path()); }
     std::string PageOf(const std::string& name) {
@@ -66,6 +66,7 @@ protected:
     WindowPorts Ports{Device.Platform, Remembered, [] { return false; }};
     WindowHints Hints_{Device.Platform, Remembered, [] { return std::string(); }};
     WindowExport Export{Device.Platform, Remembered, {}};
+    WindowHandOver HandOver{Device.Platform, Remembered, {}, ""};
     WindowZoom Zoom{Device.Platform, Remembered, 1};
     DataFolder Data{Device.Platform, Device.Folder.Path()};
     Arriving Arriving_{Device.Platform, Data};

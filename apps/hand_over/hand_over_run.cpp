@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "apps/quorin-console/hand_over_command.h"
+#include "apps/hand_over/hand_over_run.h"
 
 #include "backends/files/folder_names.h"
 #include "backends/files/host_files.h"
@@ -12,12 +12,14 @@
 #include "src/view/platform/device_traits.h"
 
 #include <algorithm>
+#include <nlohmann/json.hpp>
+
 #include <array>
 #include <ctime>
 #include <iostream>
 #include <set>
 
-namespace console {
+namespace apps {
 
 using handover::FileResult;
 using handover::Kind;
@@ -134,45 +136,71 @@ std::vector<Source> SourcesOf(const std::string& root, const std::string& journa
 
 namespace {
 
-ExitStatus HandOverNow(const Options& options, std::ostream& out) {
-    const bool isForPeople = options.PlainText;
-    const handover::Plan plan{.Device = options.DeviceName,
+/// Writes a line for people to standard error.
+void Tell(const HandOverWish& wish, const std::string& words) {
+    std::cerr << wish.Program << ": " << words << "\n";
+}
+
+ExitStatus HandOverNow(const HandOverWish& wish, std::ostream& out) {
+    const handover::Plan plan{.Device = wish.DeviceName,
                               .Time = LocalTime(),
-                              .Target = options.HandOver,
-                              .Root = options.Device.Root,
-                              .Sources = SourcesOf(options.Device.Root, options.HandOverJournal)};
+                              .Target = wish.Target,
+                              .Root = wish.Root,
+                              .Sources = SourcesOf(wish.Root, wish.Journal)};
     const handover::Result result = handover::HandOver(plan, [&](const FileResult& file) {
         if (file.Why.empty())
-            out << LineOf(file, isForPeople) << std::endl;
+            out << LineOf(file, wish.IsForPeople) << std::endl;
         else
-            std::cerr << "quorin-console: " << file.File.File << " is not handed over: " << file.Why << "\n";
+            Tell(wish, file.File.File + " is not handed over: " + file.Why);
     });
     if (!result.WhyNot.empty()) {
-        std::cerr << "quorin-console: nothing is handed over. " << result.WhyNot << "\n";
+        Tell(wish, "nothing is handed over. " + result.WhyNot);
         return ExitStatus::NotStarted;
     }
-    out << LineOf(result, plan.Target, isForPeople) << std::endl;
+    out << LineOf(result, plan.Target, wish.IsForPeople) << std::endl;
     if (result.OddLines > 0)
-        std::cerr << "quorin-console: " << result.OddLines
-                  << " lines of the receipts can't be read. They are kept, and their files are handed over again.\n";
+        Tell(wish, std::to_string(result.OddLines) + " lines of the receipts can't be read. They are kept, and their "
+                                                     "files are handed over again.");
     if (result.Failed == 0)
         return result.OddLines > 0 ? ExitStatus::Odd : ExitStatus::Ended;
-    std::cerr << "quorin-console: not everything is handed over. Run it again once that is mended: what is there is "
-                 "whole.\n";
+    Tell(wish, "not everything is handed over. Run it again once that is mended: what is there is whole.");
     return ExitStatus::Failure;
 }
 
-} // namespace
+ExitStatus CountNow(const HandOverWish& wish, std::ostream& out) {
+    handover::Receipt receipt;
+    const std::string path = wish.Root + "/" + handover::ReceiptName;
+    if (const std::string why = receipt.Read(path); !why.empty()) {
+        Tell(wish, "the receipt " + path + " can't be used: " + why + ".");
+        return ExitStatus::NotStarted;
+    }
+    const std::uint64_t records =
+        receipt.Files().empty() ? 0 : handover::RecordsNotHandedOver(SourcesOf(wish.Root, wish.Journal), receipt);
+    out << TextOf({{"not_handed_over", records}}) << std::endl;
+    return ExitStatus::Ended;
+}
 
-ExitStatus HandOver(const Options& options, backends::BackEnd& device, std::ostream& out) {
+/// Runs a part of the program on a device without a form.
+ExitStatus OnDevice(ExitStatus (*run)(const HandOverWish&, std::ostream&), const HandOverWish& wish,
+                    backends::BackEnd& device, std::ostream& out) {
     try {
         device.Serve();
         modQuorin::SetFilePaths();
-        return HandOverNow(options, out);
+        return run(wish, out);
     } catch (const backends::ProgramOver& over) { // the data folder or the register can't be opened
-        std::cerr << "quorin-console: nothing is handed over. " << modStringTools::ToBytes(over.Failure) << "\n";
+        Tell(wish, "nothing is handed over. " + modStringTools::ToBytes(over.Failure));
         return ExitStatus::Failure;
     }
 }
 
-} // namespace console
+} // namespace
+
+ExitStatus HandOver(const HandOverWish& wish, backends::BackEnd& device, std::ostream& out) {
+    return OnDevice(HandOverNow, wish, device, out);
+}
+
+ExitStatus CountNotHandedOver(const HandOverWish& wish, backends::BackEnd& device, std::ostream& out) {
+    return OnDevice(CountNow, wish, device, out);
+}
+
+} // namespace apps

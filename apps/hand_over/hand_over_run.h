@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: MIT
+// Hands a device over: copies what is new on it to a folder, and writes what was done.
+#pragma once
+
+#include "apps/start/exit_status.h"
+#include "backends/loop/back_end.h"
+#include "handover/content.h"
+
+#include <iosfwd>
+#include <string>
+#include <vector>
+
+namespace apps {
+
+struct HandOverWish {
+    std::string Program;      ///< its name, for standard error
+    std::string Root;         ///< root folder of the device
+    std::string Journal;      ///< folder of its journal; empty for none
+    std::string Target;       ///< the folder to hand over to
+    std::string DeviceName;   ///< as the folder at the target is called
+    bool IsForPeople = false; ///< plain lines, not objects
+};
+
+/// Returns the files of a device: those of its data folder, its line databases, and the days of its journal in a folder
+/// (empty for none). The form must not have been started.
+std::vector<handover::Source> SourcesOf(const std::string& root, const std::string& journal);
+
+/// Hands over, and writes an object for each file. Reads the device only: another program may work on it.
+start::ExitStatus HandOver(const HandOverWish& wish, backends::BackEnd& device, std::ostream& out);
+
+/// Writes how many records were never handed over, as an object; 0 if no hand-over was ever made from this root folder.
+start::ExitStatus CountNotHandedOver(const HandOverWish& wish, backends::BackEnd& device, std::ostream& out);
+
+} // namespace apps
