@@ -134,6 +134,7 @@ private:
             return Fail(source.Name, why);
         if (IsDownload(source))
             Done_.Records += NewRecords(source, content, Here_);
+        There_.DropReplacedBy(result.File);
         There_.Add(result.File);
         Here_.Add(result.File);
         ++(result.Copied ? Done_.Copied : Done_.Same);

@@ -100,6 +100,10 @@ void Receipt::Add(const HandedFile& file) {
         Files_.push_back(file);
 }
 
+void Receipt::DropReplacedBy(const HandedFile& file) {
+    std::erase_if(Files_, [&](const HandedFile& each) { return each.As == file.As && each.Sha256 != file.Sha256; });
+}
+
 const HandedFile* Receipt::Find(const std::string& file, const std::string& sha256) const {
     const auto found = std::find_if(Files_.begin(), Files_.end(),
                                     [&](const HandedFile& each) { return each.File == file && each.Sha256 == sha256; });

@@ -34,6 +34,8 @@ public:
 
     /// Adds a file, unless the same content of it is there already.
     void Add(const HandedFile& file);
+    /// Drops the lines of what had a file's place at the target before, which is not there any more.
+    void DropReplacedBy(const HandedFile& file);
     /// Returns the line of a file with this content; null if there is none. Valid until the next change.
     const HandedFile* Find(const std::string& file, const std::string& sha256) const;
     const std::vector<HandedFile>& Files() const { return Files_; }

@@ -99,17 +99,35 @@ std::string LineOf(const handover::Result& result, const std::string& target, bo
            " records are handed over for the first time.";
 }
 
+/// Adds what the register names and the list of the folder does not have: a file with another ending, or one that can't
+/// be read, which the hand-over tells. A download that was never opened has no file.
+void AddRegistered(const std::string& folder, const std::vector<std::string>& registered,
+                   std::vector<Source>& sources) {
+    for (const std::string& name : registered) {
+        const std::string path = folder + "/" + name;
+        struct stat found {};
+        const bool isListed =
+            std::any_of(sources.begin(), sources.end(), [&](const Source& each) { return each.Name == name; });
+        if (!isListed && name.find('/') == std::string::npos && ::lstat(path.c_str(), &found) == 0)
+            sources.push_back({name, path, Kind::Download});
+    }
+}
+
 } // namespace
 
 std::vector<Source> SourcesOf(const std::string& root, const std::string& journal) {
     std::set<std::string> downloads;
-    for (const modQuorin::RegisteredDownload& each : modQuorin::RegisteredDownloads())
-        downloads.insert(StemOf(modStringTools::ToBytes(each.File)));
+    std::vector<std::string> registered;
+    for (const modQuorin::RegisteredDownload& each : modQuorin::RegisteredDownloads()) {
+        registered.push_back(modStringTools::ToBytes(each.File));
+        downloads.insert(StemOf(registered.back()));
+    }
     std::vector<Source> sources;
     std::string beneath;
     const Text data = modFileSystem::GetDataPath(u"");
-    if (!platform::Traits().IsMemory(data) && backends::RelativePath(data, beneath) == platform::NoError)
-        Folder(root + "/" + beneath, "")
+    if (!platform::Traits().IsMemory(data) && backends::RelativePath(data, beneath) == platform::NoError) {
+        const std::string folder = root + "/" + beneath;
+        Folder(folder, "")
             .Add(
                 ".txt",
                 [&](const std::string& name) {
@@ -118,6 +136,8 @@ std::vector<Source> SourcesOf(const std::string& root, const std::string& journa
                     return downloads.count(StemOf(name)) > 0 ? Kind::Download : Kind::Table;
                 },
                 sources);
+        AddRegistered(folder, registered, sources);
+    }
     Folder(root + "/Databases", "Databases/")
         .Add(
             ".sqlite",

@@ -20,6 +20,9 @@ namespace {
 
 using apps::Refuse;
 
+/// An empty text is a variable of a script that was not set, and no wish.
+const CLI::Validator NotEmpty([](std::string& text) { return std::string(text.empty() ? "it is empty" : ""); }, "");
+
 constexpr const char* DefaultMoment = "2007-03-05T09:30:00";
 
 /// The texts that the command line gives, not yet checked.
@@ -160,6 +163,7 @@ void Describe(CLI::App& app, Words& words) {
     app.add_option("--station", words.Station,
                    "Collect the readings of this driver without a person; commands are read too")
         ->type_name("DRIVER")
+        ->check(NotEmpty)
         ->default_str("off")
         ->excludes("--recover")
         ->excludes("--ports");
@@ -169,7 +173,8 @@ void Describe(CLI::App& app, Words& words) {
         ->type_name("DIR")
         ->excludes("--recover")
         ->excludes("--ports")
-        ->excludes("--station");
+        ->excludes("--station")
+        ->check(NotEmpty);
     app.add_option("--name", words.Name, "Hand-over: name of this device")
         ->type_name("NAME")
         ->default_str("that of the machine");

@@ -122,7 +122,7 @@ void Session::AboutToWait(int nesting) {
 std::string Session::OwnAnswer() const {
     const auto* box = Device_->Seen().boxes.Current();
     const bool isCollecting = !OpenCommands_.empty() && OpenCommands_.back() == "collect";
-    const bool isAlone = Station_ && (OpenCommands_.empty() || OpenCommands_.back() == "tick");
+    const bool isAlone = Station_ && (OpenCommands_.empty() || OpenCommands_.back() == "tick" || Reader_.Ended());
     if (box == nullptr || !(isCollecting || isAlone))
         return {};
     return box->Buttons == platform::BoxButtons::Ok ? "answer ok" : isAlone ? "answer no" : "answer yes";

@@ -146,6 +146,7 @@ Text Station::WhyNotThisDriver() const {
 /// new download is selected as that report would.
 Text Station::OpenAnother() {
     const std::size_t before = Downloads.DownloadFiles.size();
+    Failure_.clear();
     RunCommand(u"Back");
     if (!Failure_.empty())
         return Failure_;
@@ -163,6 +164,7 @@ Text Station::OpenAnother() {
 }
 
 Text Station::NewRecord() {
+    Failure_.clear();
     RunCommand(u"New Record");
     return Failure_;
 }
@@ -179,7 +181,8 @@ bool Station::IsCollecting() const {
 // --- the readings ----------------------------------------------------------------------------------------------------
 
 void Station::ResultComes(const platform::Reading& result) {
-    if (!HasBegun_ || !IsCollecting() || modPDAUI::AnyInputFieldVisible())
+    const bool isAsked = Device_.Seen().boxes.Current() != nullptr; // about the record that is on the screen
+    if (!HasBegun_ || !IsCollecting() || isAsked || modPDAUI::AnyInputFieldVisible())
         return;
     const auto& grid = Device_.Seen().grdMain;
     const std::int32_t row = modBLob::FindTarget(Inf.InfFields, result.Types).Row;
@@ -319,15 +322,14 @@ void Station::GoOnBehindMidnight() {
 /// A field that is open is somebody's work in progress.
 bool Station::MaySave() const {
     return !Unsaved_.empty() && Table.RecordDirty && IsCollecting() && !modPDAUI::AnyInputFieldVisible() &&
-           Device_.Seen().boxes.Current() == nullptr && Table.TableRowIndex == modFileSystem::TableRowCount() &&
-           Device_.clock.Milliseconds() >= NextSave_;
+           Device_.Seen().boxes.Current() == nullptr && Device_.clock.Milliseconds() >= NextSave_;
 }
 
-/// "Next Record" on the last record saves it, and shows it again. What another program keeps locked stays marked as
-/// changed, and is tried again.
+/// "Last Record" saves the record, which is the last one unless a command has led elsewhere, and shows the last one.
+/// What another program keeps locked stays marked as changed, and is tried again.
 void Station::SaveRecord() {
     Failure_.clear();
-    RunCommand(u"Next Record");
+    RunCommand(u"Last Record");
     NextSave_ = Table.RecordDirty ? Device_.clock.Milliseconds() + BetweenSaves : 0;
 }
 

@@ -34,7 +34,7 @@ constexpr std::size_t PreviewBytes = 1 << 18; // of output: far more than ten re
 constexpr int OddInput = 5;                   // exit status: done all the same
 
 const std::string FormatName = "ExportFormat";
-const std::string ColumnsName = "ExportColumns"; ///< with line ends between them, as settings write those
+const std::string LeftOutName = "ExportLeftOut"; ///< columns, with line ends between them, as settings write those
 
 /// Returns why an export has failed; empty if it has not.
 std::string WhyFailed(int status, const QByteArray& errors) {
@@ -42,6 +42,11 @@ std::string WhyFailed(int status, const QByteArray& errors) {
         return {};
     const std::string told = WordsOf(errors, "quorin-export");
     return told.empty() ? "The export has failed." : told;
+}
+
+/// The last words: behind "--" nothing is an option.
+QStringList SourceOf(const std::string& file) {
+    return {QStringLiteral("--"), QString::fromStdString(file)};
 }
 
 std::string TextOf(const std::vector<std::string>& lines) {
@@ -74,7 +79,7 @@ void WindowExport::Open() {
 }
 
 /// Returns the bare name of the download that is open, or selected in its list; empty if there is none.
-std::string WindowExport::File() const {
+std::string WindowExport::FileOfNow() const {
     if (companion::RecordIsOpen() && companion::IsOpenDownload(modFileSystem::Table.TableName))
         return ToBytes(modFileSystem::Table.TableName);
     if (!companion::DownloadsAreListed() || !companion::AnyDownloadIsListed())
@@ -89,9 +94,9 @@ ExportSource WindowExport::Source() {
         if (!row.Picture) // a plot is of other columns than a table
             source.Formats.push_back({row.Name, row.Ending, std::string(row.Name) + ": " + row.Help});
     source.Download = [this] {
-        const std::string file = File();
-        const bool isShown = companion::RecordIsOpen() && !file.empty();
-        return file + (isShown ? ". The record on the screen is in it as it was saved last." : "");
+        File_ = FileOfNow();
+        const bool isShown = companion::RecordIsOpen() && !File_.empty();
+        return File_ + (isShown ? ". The record on the screen is in it as it was saved last." : "");
     };
     source.Preview = [this](const auto& show) { Preview(show); };
     source.Save = [this](const ExportChoice& choice, const std::string& path, const ExportSource::Done& done) {
@@ -111,7 +116,7 @@ ExportSource WindowExport::Source() {
             Opened_.emplace();
         const auto row = std::find_if(exporter::Formats().begin(), exporter::Formats().end(),
                                       [&choice](const auto& each) { return choice.Format == each.Name; });
-        const std::string name = File().substr(0, File().rfind('.')) + row->Ending;
+        const std::string name = File_.substr(0, File_.rfind('.')) + row->Ending;
         const QString path = Opened_->filePath(FromPath(name));
         Export(Words(choice) + QStringList{QStringLiteral("-o"), path}, done, [this, path](const QByteArray&) {
             return Opener(QFile::encodeName(path).toStdString())
@@ -122,21 +127,20 @@ ExportSource WindowExport::Source() {
     source.Path = [this](const std::string& ending) {
         const QString folder = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
         const QString where = QDir(folder).exists() ? folder : QDir::homePath();
-        const std::string name = File().substr(0, File().rfind('.'));
+        const std::string name = File_.substr(0, File_.rfind('.'));
         return QFile::encodeName(where).toStdString() + "/" + (name.empty() ? "export" : name) + ending;
     };
-    source.Last = [this] { return ExportChoice{Settings_.Get(FormatName), LinesOf(Settings_.Get(ColumnsName))}; };
+    source.Last = [this] { return ExportChoice{Settings_.Get(FormatName), {}, LinesOf(Settings_.Get(LeftOutName))}; };
     source.Remember = [this](const ExportChoice& choice) {
         Settings_.Save(FormatName, choice.Format);
-        Settings_.Save(ColumnsName, TextOf(choice.Columns));
+        Settings_.Save(LeftOutName, TextOf(choice.LeftOut));
     };
     return source;
 }
 
 /// Returns the words of a command line for this choice.
 QStringList WindowExport::Words(const ExportChoice& choice) const {
-    QStringList words = {QString::fromStdString(File()), QStringLiteral("--format"),
-                         QString::fromStdString(choice.Format)};
+    QStringList words = {QStringLiteral("--format"), QString::fromStdString(choice.Format)};
     for (const std::string& column : choice.Columns)
         words += {QStringLiteral("--column"), QString::fromStdString(column)};
     return words;
@@ -144,7 +148,7 @@ QStringList WindowExport::Words(const ExportChoice& choice) const {
 
 void WindowExport::Export(const QStringList& words, const ExportSource::Done& done,
                           const std::function<std::string(const QByteArray& output)>& finish) {
-    Exporter.Start(&Device_.window, words, OwnProcess::NoLimit,
+    Exporter.Start(&Device_.window, words + SourceOf(File_), OwnProcess::NoLimit,
                    [done, finish](int status, const QByteArray& output, const QByteArray& errors) {
                        if (const std::string why = WhyFailed(status, errors); !why.empty())
                            done(why, {});
@@ -154,7 +158,7 @@ void WindowExport::Export(const QStringList& words, const ExportSource::Done& do
 }
 
 void WindowExport::Preview(const std::function<void(const ExportPreview&)>& show) {
-    Exporter.Start(&Device_.window, Words({"jsonl", {}}), PreviewBytes,
+    Exporter.Start(&Device_.window, Words({"jsonl", {}, {}}) + SourceOf(File_), PreviewBytes,
                    [show](int status, const QByteArray& output, const QByteArray& errors) {
                        ExportPreview preview = PreviewOf(output.toStdString());
                        if (const std::string why = WhyFailed(status, errors); !why.empty())

@@ -35,11 +35,12 @@ private:
     void Export(const QStringList& words, const backends::qt::ExportSource::Done& done,
                 const std::function<std::string(const QByteArray& output)>& finish);
     void Preview(const std::function<void(const backends::qt::ExportPreview&)>& show);
-    std::string File() const;
+    std::string FileOfNow() const;
 
     backends::qt::QtPlatform& Device_;
     WindowSettings& Settings_;
-    std::optional<QTemporaryDir> Opened_;              ///< copies that other programs have been given
+    std::string File_;                    ///< the download that the dialog shows, whatever the form does meanwhile
+    std::optional<QTemporaryDir> Opened_; ///< copies that other programs have been given
     std::optional<backends::qt::ExportDialog> Dialog_; ///< none until a person opens it
 };
 

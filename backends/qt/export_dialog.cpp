@@ -134,20 +134,17 @@ void ExportDialog::Open() {
     Save_->setFocus();
 }
 
-/// A column that was left out the last time is left out again; one that is new is in.
+/// A column that was left out the last time is left out again, also of another driver.
 void ExportDialog::Show(const ExportPreview& preview) {
     const QSignalBlocker quiet(Columns_);
-    const std::vector<std::string> last = Source_.Last().Columns;
-    const bool isKnown = std::any_of(preview.Columns.begin(), preview.Columns.end(), [&last](const std::string& each) {
-        return std::find(last.begin(), last.end(), each) != last.end();
-    });
+    const std::vector<std::string> leftOut = Source_.Last().LeftOut;
     Columns_->clear();
     Preview_->setColumnCount(static_cast<int>(preview.Columns.size()));
     Preview_->setRowCount(static_cast<int>(preview.Rows.size()));
     for (std::size_t column = 0; column < preview.Columns.size(); ++column) {
         const std::string& name = preview.Columns[column];
         auto* const item = new QListWidgetItem(QString::fromStdString(name), Columns_);
-        const bool isChosen = !isKnown || std::find(last.begin(), last.end(), name) != last.end();
+        const bool isChosen = std::find(leftOut.begin(), leftOut.end(), name) == leftOut.end();
         item->setCheckState(isChosen ? Qt::Checked : Qt::Unchecked);
         Preview_->setHorizontalHeaderItem(static_cast<int>(column), new QTableWidgetItem(item->text()));
         for (std::size_t row = 0; row < preview.Rows.size(); ++row)
@@ -166,10 +163,12 @@ void ExportDialog::ShowColumns() {
 }
 
 ExportChoice ExportDialog::Choice() const {
-    ExportChoice choice{Formats_->currentData().toString().toStdString(), {}};
-    for (int column = 0; column < Columns_->count(); ++column)
-        if (Columns_->item(column)->checkState() == Qt::Checked)
-            choice.Columns.push_back(Columns_->item(column)->text().toStdString());
+    ExportChoice choice{Formats_->currentData().toString().toStdString(), {}, {}};
+    for (int column = 0; column < Columns_->count(); ++column) {
+        const QListWidgetItem& item = *Columns_->item(column);
+        auto& names = item.checkState() == Qt::Checked ? choice.Columns : choice.LeftOut;
+        names.push_back(item.text().toStdString());
+    }
     return choice;
 }
 

@@ -27,7 +27,8 @@ struct ExportPreview {
 
 struct ExportChoice {
     std::string Format;
-    std::vector<std::string> Columns; ///< their names; empty for all
+    std::vector<std::string> Columns; ///< names of those that are wanted; empty for all
+    std::vector<std::string> LeftOut; ///< names of the others
 };
 
 /// What the dialog asks of the program. Nothing of it waits: what is made is given to a routine later.

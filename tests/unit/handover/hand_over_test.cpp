@@ -59,6 +59,16 @@ TEST_F(HandedOver, WhatWasChangedIsPutBesideIt) {
     EXPECT_EQ(Stick.Bytes(Day("qrn0001-2.txt")), "Place|Moisture\nNorth|99\n");
 }
 
+TEST_F(HandedOver, AnEarlierStateThatWasReplacedComesAgain) {
+    Run();
+    Root.Put("Quorin/qrn0001.txt", First + "West|14\n");
+    Run();
+    Root.Put("Quorin/qrn0001.txt", First); // the new record was deleted again
+    Run();
+    EXPECT_EQ(Stick.Bytes(Day("qrn0001.txt")), First + "West|14\n");
+    EXPECT_EQ(Stick.Bytes(Day("qrn0001-2.txt")), First);
+}
+
 TEST_F(HandedOver, AnotherStickGetsEverything) {
     Run();
     const TemporaryRoot other(support::PlaceInMemory());

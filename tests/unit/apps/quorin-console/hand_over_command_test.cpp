@@ -49,6 +49,19 @@ TEST_F(HandOverCommand, TellsEachFileAndTheSum) {
     EXPECT_THAT(Place.Bytes("out"), HasSubstr("0 files copied to "));
 }
 
+TEST_F(HandOverCommand, TakesWhatTheRegisterNamesAndTellsWhatItCant) {
+    Place.Put("root/Quorin/qrnctrl.txt", "DRIVER|FILE|DATE|ALIAS\nMeter|NORTH.TXT|20261123|\nMeter|site.dat|20261123|\n"
+                                         "Meter|never.txt|20261123|\nMeter|gone.txt|20261123|\n");
+    Place.Put("root/Quorin/NORTH.TXT", "Place\na\n");
+    Place.Put("root/Quorin/site.dat", "Place\nb\n");
+    std::filesystem::create_symlink("nowhere", Place.Path("root/Quorin/gone.txt"));
+    EXPECT_EQ(Run(Place.Path("stick")), 1);
+    EXPECT_EQ(Place.Bytes(Find("NORTH.TXT")), "Place\na\n");
+    EXPECT_EQ(Place.Bytes(Find("site.dat")), "Place\nb\n");
+    EXPECT_THAT(Place.Bytes("told"), HasSubstr("gone.txt is not handed over: "));
+    EXPECT_THAT(Place.Bytes("told"), testing::Not(HasSubstr("never.txt"))) << "it was never opened";
+}
+
 TEST_F(HandOverCommand, WorksBesideAProgramOnTheRoot) {
     backends::RootLock lock;
     ASSERT_EQ(lock.Take(Place.Path("root"), "window"), backends::LockResult::Held);

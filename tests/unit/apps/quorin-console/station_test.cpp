@@ -196,6 +196,27 @@ TEST_F(StationOf, AFieldThatIsTypedIntoIsLeftAlone) {
     EXPECT_EQ(Download(), "Moisture|Day\n1 %|29/02/2008\n");
 }
 
+TEST_F(StationOf, AQuestionOfAPersonStaysAboutItsRecord) {
+    const Outcome run = Collect({Burst({Result("Moisture", "1")}),
+                                 {"choose Delete Record"},
+                                 Burst({Result("Moisture", "2")}),
+                                 {"answer no", "answer no", "answer no"}});
+    EXPECT_THAT(Download(), HasSubstr("1 %")) << run.Output;
+    EXPECT_THAT(Verdicts(run), testing::Contains(HasSubstr("2 ")));
+}
+
+TEST_F(StationOf, AQuestionThatNobodyWillAnswerIsAnsweredWithNo) {
+    const Outcome run = Collect({Burst({Result("Moisture", "1")}), {"choose Delete Record"}});
+    EXPECT_EQ(Download(), "Moisture|Day\n1 %|\n");
+    EXPECT_THAT(run.Output, HasSubstr(R"({"done":"answer"})"));
+}
+
+TEST_F(StationOf, AReadingOnAnEarlierRecordIsSavedToo) {
+    Root.Put("Quorin/qrn0001.txt", "Moisture|Day\n|\n7 %|\n");
+    Collect({{"choose Previous Record", "tick 200"}, Burst({Result("Moisture", "1")}), {"quit"}});
+    EXPECT_EQ(Download(), "Moisture|Day\n1 %|\n7 %|\n");
+}
+
 TEST_F(StationOf, AMessageDoesNotHoldItUp) {
     Root.Put("settings.ini", "[Settings]\nComPort=SERVER\n");
     const Outcome run = Collect({{"tick 3000"}});
@@ -298,6 +319,13 @@ INSTANTIATE_TEST_SUITE_P(
                     Hindrance{"Port", "settings.ini", "", "no port is chosen; --port N=ADDRESS says which one"}),
     [](const testing::TestParamInfo<Hindrance>& hindrance) { return hindrance.param.Name; });
 // clang-format on
+
+TEST_F(StationOf, AnEmptyNameIsNoWish) {
+    const Outcome run = Tell({}, {"--station", ""});
+    EXPECT_EQ(run.Status, 2);
+    EXPECT_THAT(run.Errors, HasSubstr("--station: it is empty"));
+    EXPECT_EQ(Tell({}, {"--hand-over", ""}).Status, 2);
+}
 
 TEST_F(StationOf, OnlyAStationIsDaily) {
     const Outcome run = Tell({}, {"--daily"});

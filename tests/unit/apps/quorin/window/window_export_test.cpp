@@ -3,6 +3,7 @@
 
 #include "apps/quorin/export_preview.h"
 #include "src/app/commands.h"
+#include "src/drivers/selection.h"
 #include "tests/support/in_a_window.h"
 #include "tests/support/temporary_root.h"
 
@@ -174,6 +175,29 @@ TEST_F(ExportOfTheWindow, TakesTheDownloadThatIsSelectedInTheList) {
     EXPECT_EQ(Cell(0, 0), "loft, east");
     EXPECT_EQ(Dialog()->findChild<QLabel*>()->text(), QStringLiteral("qrn0001.txt"));
     EXPECT_EQ(Dialog()->findChild<QComboBox*>()->findData(QStringLiteral("svg")), -1) << "a plot is no table";
+}
+
+TEST_F(ExportOfTheWindow, KeepsTheDownloadThatItShows) {
+    Put("qrnctrl.txt", "DRIVER|FILE|DATE|ALIAS\nMeter|-odd.txt|20070301|\nMeter|qrn0001.txt|20070301|\n");
+    Put("-odd.txt", "Site|Moisture\nattic|1 %\n");
+    for (const char16_t* command : {u"Start...", u"Ok"})
+        modQuorin::MenuEvent(command);
+    Settle();
+    OpenDialog();
+    EXPECT_EQ(Cell(0, 0), "attic") << State();
+    modQuorin::Selection.SelectedDownload = u"qrn0001.txt"; // the form goes on
+    SetPath("out.csv");
+    Click("&Save");
+    EXPECT_THAT(Saved("out.csv"), HasSubstr("attic"));
+}
+
+TEST_F(ExportOfTheWindow, HasTheColumnsThatWereNotLeftOutOfAnotherDriver) {
+    Remembered.Save("ExportLeftOut", "site\nheat");
+    OpenTheRecord();
+    OpenDialog();
+    EXPECT_TRUE(Table().isColumnHidden(0));
+    EXPECT_FALSE(Table().isColumnHidden(1));
+    EXPECT_FALSE(Table().isColumnHidden(2));
 }
 
 TEST_F(ExportOfTheWindow, SaysThatNoDownloadIsOpen) {
