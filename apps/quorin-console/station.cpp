@@ -7,6 +7,7 @@
 #include "src/blob/targets.h"
 #include "src/drivers/downloads.h"
 #include "src/drivers/selection.h"
+#include "src/link/ports.h"
 #include "src/link/receive.h"
 #include "src/storage/keyed_tables.h"
 #include "src/storage/settings.h"
@@ -32,6 +33,7 @@ using namespace modQuorin;
 namespace {
 
 constexpr std::int64_t BetweenLooks = 10'000; // milliseconds
+constexpr std::int64_t LinkPatience = 5'000;
 constexpr std::int64_t BetweenSaves = 10'000; // of a record that another program keeps locked
 
 /// True if a result of the instrument fills this field, and not a variable that comes with one.
@@ -67,8 +69,12 @@ Text DayOf(const Text& driver, const Text& file) {
     return {};
 }
 
-Text WordsOf(const platform::Reading& reading) {
-    return reading.Value + (reading.Unit.empty() ? u"" : u" ") + reading.Unit;
+/// Returns "Moisture 14.1 %".
+Text WordsOf(const Verdict& verdict) {
+    const platform::Reading& reading = verdict.Reading;
+    const Text type = reading.Types.empty() ? Text() : reading.Types.front();
+    const Text name = verdict.Field.empty() ? type : verdict.Field;
+    return name + (name.empty() ? u"" : u" ") + reading.Value + (reading.Unit.empty() ? u"" : u" ") + reading.Unit;
 }
 
 } // namespace
@@ -104,7 +110,14 @@ Text Station::ChoosePort() const {
     const Text chosen = GetSetting(key, u"OFF");
     if (chosen.empty() || chosen == u"OFF")
         return u"no port is chosen; --port N=ADDRESS says which one";
-    return wanted.empty() || chosen == wanted ? Text() : u"the port can't be stored in the settings";
+    if (!wanted.empty() && chosen != wanted)
+        return u"the port can't be stored in the settings";
+    const auto number = modBluetooth::PortNumber(chosen);
+    const bool isSimulated = modBluetooth::KindOf(chosen) == modBluetooth::LinkKind::Serial && number &&
+                             !Device_.host.ports.AddressOf(*number);
+    return isSimulated && !Device_.clock.IsVirtual()
+               ? chosen + u" has no address; --port " + NumberText(*number) + u"=ADDRESS gives it one"
+               : Text();
 }
 
 Text Station::OpenNewest() {
@@ -219,11 +232,11 @@ void Station::ReadingJudged(const platform::Verdict& verdict) {
     case Fate::Replaced:
     case Fate::NoType:
     case Fate::OpenField:
-        Unsaved_.push_back(verdict.Field + u" " + WordsOf(verdict.Reading));
+        Unsaved_.push_back(WordsOf(verdict));
         break;
     case Fate::NoColumn:
     case Fate::NoRecord:
-        Unsaved_.push_back(verdict.Field + u" " + WordsOf(verdict.Reading));
+        Unsaved_.push_back(WordsOf(verdict));
         if (NoPlace_.empty())
             NoPlace_ = verdict.File + u" has no place for " + verdict.Field;
         break;
@@ -262,6 +275,7 @@ bool Station::RaiseWhatIsPending() {
         return false;
     Manager_.SignOfLife();
     LookWhereItIs();
+    LookAtLink();
     LookWhoIsConnected();
     LookAtDisk();
     GoOnBehindMidnight();
@@ -289,6 +303,25 @@ void Station::LookWhereItIs() {
     else
         Tell("left", u"A command has left the record. Readings are dropped until a record of " + Plan_.Driver +
                          u" is on the screen again.");
+}
+
+/// A link that is open again soon is no news.
+void Station::LookAtLink() {
+    const std::int64_t now = Device_.clock.Milliseconds();
+    if (modBluetooth::Ports.LinkOpen || !IsCollecting()) {
+        LinkDownSince_ = now;
+        if (std::exchange(LinkIsTold_, false) && modBluetooth::Ports.LinkOpen)
+            Tell("linkup", modBluetooth::StoredPort() + u" is open.");
+        return;
+    }
+    if (LinkIsTold_ || now - LinkDownSince_ < LinkPatience)
+        return;
+    LinkIsTold_ = true;
+    const auto& serial = Device_.serial;
+    const std::string address = serial.Address().empty() ? "" : " (" + serial.Address() + ")";
+    const Text why = serial.Trouble().empty() ? platform::ErrorText(serial.LastOpening()) : FromBytes(serial.Trouble());
+    Tell("linkdown",
+         modBluetooth::StoredPort() + FromBytes(address) + u" is not open: " + why + u". It is tried again and again.");
 }
 
 /// The form takes readings of whichever instrument has said last that it is connected.

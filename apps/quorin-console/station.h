@@ -57,6 +57,7 @@ private:
     bool MaySave() const;
     void SaveRecord();
     void LookWhereItIs();
+    void LookAtLink();
     void LookWhoIsConnected();
     void LookAtDisk();
     void GoOnBehindMidnight();
@@ -75,17 +76,19 @@ private:
 
     std::optional<start::ExitStatus> Status_;
     bool HasBegun_ = false;
-    bool WasCollecting_ = false; ///< at the last look
-    bool IsFirst_ = false;       ///< no result of the batch has come to the record yet
-    Text File_;                  ///< bare name of the download
-    Text Day_;                   ///< of its creation, eight digits
-    std::vector<Text> Unsaved_;  ///< readings that are on the screen alone
-    Text Failure_;               ///< why the last save failed; empty if it did not
-    Text NoPlace_;               ///< why the last reading on the screen can't be saved, likewise
-    Text Instrument_;            ///< that has connected last
-    Text Foreigner_;             ///< origin of the last instrument that was refused
-    std::int64_t NextSave_ = 0;  ///< in the clock's milliseconds
-    std::int64_t NextLook_ = 0;  ///< at the disk, likewise
+    bool WasCollecting_ = false;     ///< at the last look
+    bool IsFirst_ = false;           ///< no result of the batch has come to the record yet
+    Text File_;                      ///< bare name of the download
+    Text Day_;                       ///< of its creation, eight digits
+    std::vector<Text> Unsaved_;      ///< readings that are on the screen alone
+    Text Failure_;                   ///< why the last save failed; empty if it did not
+    Text NoPlace_;                   ///< why the last reading on the screen can't be saved, likewise
+    Text Instrument_;                ///< that has connected last
+    Text Foreigner_;                 ///< origin of the last instrument that was refused
+    bool LinkIsTold_ = false;        ///< that it is down
+    std::int64_t LinkDownSince_ = 0; ///< in the clock's milliseconds
+    std::int64_t NextSave_ = 0;      ///< in the clock's milliseconds
+    std::int64_t NextLook_ = 0;      ///< at the disk, likewise
 };
 
 } // namespace console

@@ -3,6 +3,7 @@
 
 #include "backends/loop/form_events.h"
 #include "src/app/form.h"
+#include "src/blob/decoding.h"
 #include "src/drivers/unsaved_record.h"
 #include "src/link/receive.h"
 #include "src/storage/keyed_tables.h"
@@ -54,6 +55,7 @@ void Ending::Begin(const std::string& why) {
 
 void Ending::BeginToSave() {
     Undecoded_ = modBluetooth::Receive.ReadyText.size() + Device_.serial.WaitingCharacters();
+    ReadingsWait_ = modBLob::ResultsWait(modBLob::Decoder);
     State_ = modQuorin::RecordIsUnsaved() ? Record::Saving : Record::NothingToSave;
     Row_ = RowForPeople();
 }
@@ -113,6 +115,8 @@ std::string Ending::Words() const {
     }
     for (const Text& text : Device_.Seen().boxes.LeftUnanswered())
         words += "; not answered: \"" + OneLine(text) + "\"";
+    if (ReadingsWait_)
+        words += "; readings that waited for another burst of the instrument are in no record";
     if (Undecoded_ > 0)
         words += "; " + std::to_string(Undecoded_) + " characters of the instrument were not decoded";
     return words;

@@ -38,6 +38,7 @@ private:
     std::string Reason_;
     std::string Row_; ///< in words for the user
     Record State_ = Record::NotReached;
+    bool ReadingsWait_ = false; ///< behind a BLob of their burst that was refused
     std::size_t Undecoded_ = 0; ///< characters received from the instrument
 };
 

@@ -144,7 +144,7 @@ TEST_F(StationOf, AFullDiskEndsItWithWhatIsNotSaved) {
     const Outcome run = Collect({Burst({Result("Moisture", "1")}), {"disk fail -1"}, Burst({Result("Moisture", "2")})});
     EXPECT_EQ(run.Status, 6);
     EXPECT_THAT(Verdicts(run), ElementsAre("1 taken", "2 norecord"));
-    EXPECT_EQ(run.All("state").back().at("notsaved"), Json({" 2 %"}));
+    EXPECT_EQ(run.All("state").back().at("notsaved"), Json({"Moisture 2 %"}));
     EXPECT_THAT(States(run).back(), HasSubstr("stopped: qrn0001.txt can't be written: "));
     EXPECT_THAT(run.Errors, HasSubstr("ended by the station: qrn0001.txt can't be written: "));
     EXPECT_THAT(Download(), HasSubstr("1 %"));
@@ -215,6 +215,21 @@ TEST_F(StationOf, AReadingOnAnEarlierRecordIsSavedToo) {
     Root.Put("Quorin/qrn0001.txt", "Moisture|Day\n|\n7 %|\n");
     Collect({{"choose Previous Record", "tick 200"}, Burst({Result("Moisture", "1")}), {"quit"}});
     EXPECT_EQ(Download(), "Moisture|Day\n1 %|\n7 %|\n");
+}
+
+TEST_F(StationOf, APortThatIsGoneIsToldAndTheOneThatComesBack) {
+    const Outcome run =
+        Collect({{"serial fail -1", "serial drop", "tick 4000"}, {"tick 3000"}, {"serial fail 0", "tick 2000"}});
+    EXPECT_THAT(States(run), ElementsAre(HasSubstr("collecting"), HasSubstr("linkdown: Com1 is not open: "),
+                                         "linkup: Com1 is open."));
+    const Outcome brief = Collect({{"serial drop", "tick 3000"}});
+    EXPECT_THAT(States(brief), ElementsAre(HasSubstr("collecting"))) << "it was open again at once";
+}
+
+TEST_F(StationOf, APortWithoutAnAddressIsRefused) {
+    const Outcome run = Tell({}, {"--station", "Meter"});
+    EXPECT_EQ(run.Status, 2);
+    EXPECT_THAT(run.Errors, HasSubstr("Com1 has no address; --port 1=ADDRESS gives it one"));
 }
 
 TEST_F(StationOf, AMessageDoesNotHoldItUp) {
