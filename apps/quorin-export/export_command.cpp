@@ -21,7 +21,7 @@ namespace {
 /// The texts that the command line gives, not yet checked.
 struct Words {
     apps::DeviceWords Device{{"desktop", "$XDG_DATA_HOME/quorin", "$XDG_CONFIG_HOME/quorin/settings.ini"}};
-    std::string Format = "csv";
+    std::string Format; ///< empty: by the name of the output
     std::string Units = "split";
     std::string Dates = "iso";
     std::string Decimal = "either";
@@ -81,6 +81,17 @@ const FormatRow* FormatFrom(const std::string& name) {
     apps::Refuse("--format", name, "is none of " + all);
 }
 
+/// Returns the format that a file's name ends like; csv for any other. A text is rarely a plot.
+std::string FormatOfName(const std::string& path) {
+    for (const FormatRow& row : Formats()) {
+        const std::string ending = row.Ending;
+        if (row.Picture != PictureForm::Text && path.size() > ending.size() &&
+            path.compare(path.size() - ending.size(), ending.size(), ending) == 0)
+            return row.Name;
+    }
+    return "csv";
+}
+
 /// Reads "960x540".
 void ReadSize(const std::string& text, PlotOptions& plot) {
     constexpr int Least = 10, Most = 20000;
@@ -112,7 +123,7 @@ void Understand(const Words& words, Options& options) {
         if (options.Device.Settings.empty())
             options.Device.Settings = apps::SettingsPlace().value_or("");
     }
-    options.Format = FormatFrom(words.Format);
+    options.Format = FormatFrom(words.Format.empty() ? FormatOfName(options.Output) : words.Format);
     options.Plan.Units = Chosen("--units", words.Units, UnitChoices);
     options.Plan.Dates = Chosen("--dates", words.Dates, DateChoices);
     options.Plan.Decimal = Chosen("--decimal", words.Decimal, DecimalChoices);
@@ -148,7 +159,7 @@ void Describe(CLI::App& app, Words& words, Options& options) {
     app.add_option("SOURCE", options.Sources, "A download, its alias, or the path of a table (with a /)")
         ->type_name("")
         ->default_str("list the downloads");
-    app.add_option("--format", words.Format, FormatHelp())->type_name("FORMAT")->default_str("csv");
+    app.add_option("--format", words.Format, FormatHelp())->type_name("FORMAT")->default_str("that of -o, else csv");
     app.add_option("-o,--output", options.Output, "Write this file; several sources as csv: into this folder")
         ->type_name("FILE")
         ->default_str("standard output");

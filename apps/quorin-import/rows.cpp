@@ -2,6 +2,7 @@
 #include "apps/quorin-import/rows.h"
 
 #include "companion/values/moments.h"
+#include "exporting/utf8.h"
 
 #include <algorithm>
 
@@ -60,6 +61,8 @@ std::string RowMaker::DateOf(const std::string& cell) {
 
 /// Returns a text as a table can have it.
 std::string RowMaker::Fitting(const std::string& text) {
+    if (!exporting::IsUtf8(text))
+        Tell("a value has bytes that are no UTF-8, which stay as they are: save the file as UTF-8");
     if (text.find_first_of(std::string_view("|\r\n\0", 4)) == text.npos)
         return text;
     std::string fitting;

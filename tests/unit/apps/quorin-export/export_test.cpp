@@ -56,6 +56,17 @@ TEST_F(Exports, OfNothingListTheDownloads) {
     EXPECT_EQ(Export("").Status, 1);
 }
 
+TEST_F(Exports, HaveTheFormatOfTheirName) {
+    EXPECT_EQ(Export("qrn0001.txt -o '" + Out("a.jsonl") + "'").Status, 0);
+    EXPECT_EQ(Place.Bytes("a.jsonl").front(), '{');
+    EXPECT_EQ(Export("qrn0001.txt -o '" + Out("a.sqlite") + "'").Status, 0);
+    EXPECT_THAT(Place.Bytes("a.sqlite"), HasSubstr("SQLite format 3"));
+    EXPECT_EQ(Export("qrn0001.txt -o '" + Out("a.txt") + "'").Status, 0);
+    EXPECT_EQ(Place.Bytes("a.txt"), Shown);
+    EXPECT_EQ(Export("qrn0001.txt --format csv -o '" + Out("b.jsonl") + "'").Status, 0);
+    EXPECT_EQ(Place.Bytes("b.jsonl"), Shown) << "what is asked for comes first";
+}
+
 TEST_F(Exports, HaveADescriptionBesideTheirFile) {
     EXPECT_EQ(Export("qrn0001.txt -o '" + Out("climate.csv") + "'").Status, 0);
     EXPECT_EQ(Place.Bytes("climate.csv"), Shown);

@@ -83,6 +83,12 @@ TEST_F(Imports, AreRefusedWhileAnotherProgramHasTheRoot) {
     EXPECT_EQ(Import("Site\nCellar\n", "--dry-run").Status, 0);
 }
 
+TEST_F(Imports, ThatAreNoUtf8AreTold) {
+    const Outcome done = Import("Site\nK\xE4lte\n");
+    EXPECT_EQ(done.Status, 5);
+    EXPECT_THAT(done.Errors, HasSubstr("line 2: a value has bytes that are no UTF-8, which stay as they are"));
+}
+
 TEST_F(Imports, ReplaceNoFileThatTheRegisterDoesNotName) {
     Put("qrn0003.txt", "Site\nold\n");
     const Outcome refused = Import("Site\nCellar\n");

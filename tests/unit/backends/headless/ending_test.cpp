@@ -76,6 +76,14 @@ TEST_F(EndOfTheProgram, UnwindsQuestionsThatStandUponOneAnother) {
     EXPECT_THAT(Last.Words(), HasSubstr("; " + waits + " characters of the instrument were not decoded"));
 }
 
+TEST_F(EndOfTheProgram, SaysThatReadingsOfARefusedBurstWait) {
+    Program.WillReceive(AttendedProgram::Reading(u"1") + u"[BLob]\r\n[ORIGIN \"QI-9\"]\r\n[/BLob]\r\n");
+    EndThere();
+    EXPECT_EQ(Last.Words(),
+              "ended by SIGTERM; there was nothing to save; readings that waited for another burst of the "
+              "instrument are in no record");
+}
+
 TEST_F(EndOfTheProgram, DeletesNothingThatWasAskedAbout) {
     WillPutAValue();
     Program.WillChoose(u"Delete Record");
