@@ -193,8 +193,8 @@ TEST_F(LiveStation, TheClientOfTheDocumentPrintsItsReadings) {
         Eventually([this] { return LineIsOpen(); });
         Line.Send(Result(1) + Result(2));
     });
-    const Outcome run = Shell(std::string(PYTHON) + " " + client + " " + (State.Path() / "console").string() +
-                                  " Meter 1=" + Link() + " 2 >output 2>errors",
+    const Outcome run = Shell("python3 " + client + " " + (State.Path() / "console").string() + " Meter 1=" + Link() +
+                                  " 2 >output 2>errors",
                               "");
     sender.join();
     EXPECT_EQ(run.Status, 0) << run.Errors;
