@@ -24,6 +24,8 @@ public:
     bool Next(std::vector<std::string>& fields);
     std::size_t Line() const { return Line_; } ///< of the first line of the row that was read, from 1
     bool HasFailed() const { return HasFailed_; }
+    /// True if it has failed at a carriage return without a line feed, which ends no line.
+    bool FailedAtLoneReturn() const { return HasFailed_ && At_ < Csv_.size() && Csv_[At_] == '\r'; }
 
 private:
     bool TakeRow(std::vector<std::string>& fields);

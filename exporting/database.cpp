@@ -3,7 +3,7 @@
 
 #include "companion/values/columns.h"
 #include "exporting/exact_numbers.h"
-#include "exporting/utf8.h"
+#include "src/text/utf8.h"
 
 #include <algorithm>
 #include <sqlite3.h>
@@ -30,9 +30,9 @@ std::string Quoted(std::string_view name) {
 std::string FreeName(std::string_view wanted, std::vector<std::string>& taken) {
     std::string clean;
     for (std::size_t at = 0; at < wanted.size();) {
-        const std::size_t length = CharacterAt(wanted, at).value_or(0);
+        const std::size_t length = modStringTools::FirstCharacter(wanted.substr(at)).Length;
         const bool isGood = length > 0 && wanted[at] != '\0';
-        clean += isGood ? wanted.substr(at, length) : Replacement;
+        clean += isGood ? wanted.substr(at, length) : modStringTools::ReplacementCharacter;
         at += std::max<std::size_t>(length, 1);
     }
     std::string name = clean;
@@ -129,7 +129,7 @@ public:
     }
     /// The text must exist until Insert. Returns false if it is a BLOB.
     bool Text(std::size_t column, std::string_view text) {
-        const bool isText = IsUtf8(text) && text.find('\0') == text.npos;
+        const bool isText = modStringTools::IsUtf8(text) && text.find('\0') == text.npos;
         const char* const bytes = text.data() == nullptr ? "" : text.data();
         if (isText)
             sqlite3_bind_text64(Statement_, Place(column), bytes, text.size(), SQLITE_STATIC, SQLITE_UTF8);

@@ -2,12 +2,15 @@
 #include "exporting/sheet_text.h"
 
 #include "companion/values/columns.h"
-#include "exporting/utf8.h"
+#include "src/text/utf8.h"
 
 #include <algorithm>
 #include <cstdio>
 
 namespace exporting {
+
+using modStringTools::FirstCharacter;
+using modStringTools::ReplacementCharacter;
 
 namespace {
 
@@ -32,16 +35,16 @@ std::string Escaped(unsigned code) {
 
 /// Returns the character that begins at `at` as a sheet has it, and moves `at` behind it.
 std::string TakeCharacter(std::string_view text, std::size_t& at, bool& isReplaced) {
-    const auto length = CharacterAt(text, at);
-    if (!length) {
+    const std::size_t length = FirstCharacter(text.substr(at)).Length;
+    if (length == 0) {
         isReplaced = true;
         ++at;
-        return std::string(Replacement);
+        return std::string(ReplacementCharacter);
     }
-    const std::string_view character = text.substr(at, *length);
+    const std::string_view character = text.substr(at, length);
     const auto byte = static_cast<unsigned char>(character.front());
     const bool looksEscaped = byte == '_' && LooksEscaped(text.substr(at));
-    at += *length;
+    at += length;
     if (looksEscaped || (byte < ' ' && byte != '\t' && byte != '\n'))
         return Escaped(byte);
     if (character == "\xEF\xBF\xBE" || character == "\xEF\xBF\xBF") // U+FFFE, U+FFFF
@@ -64,7 +67,8 @@ std::string Beginning(std::string_view text, std::size_t mostCharacters) {
     std::string beginning;
     std::size_t characters = 0;
     for (std::size_t at = 0; at < text.size();) {
-        const std::string_view character = text.substr(at, CharacterAt(text, at).value_or(1));
+        const std::string_view character =
+            text.substr(at, std::max<std::size_t>(FirstCharacter(text.substr(at)).Length, 1));
         characters += CharactersOf(character);
         if (characters > mostCharacters)
             break;

@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "handover/content.h"
 
+#include "backends/digest/sha256.h"
 #include "backends/files/host_files.h"
 #include "backends/files/plain_file.h"
 #include "backends/files/sql.h"
-#include "handover/sha256.h"
+#include "companion/values/table_text.h"
 #include "src/text/text.h"
 #include "src/view/platform/errors.h"
 
@@ -16,6 +17,7 @@ namespace handover {
 
 using backends::ErrorNumber;
 using backends::NoError;
+using backends::Sha256Of;
 
 namespace {
 
@@ -49,7 +51,7 @@ std::string ReadDatabase(const Source& source, Content& content) {
 /// Returns the SHA-256 of what a file has; nothing is left in the memory of the machine, so it is read from the medium.
 std::string HashOnMedium(int file) {
     ::posix_fadvise(file, 0, 0, POSIX_FADV_DONTNEED);
-    Sha256 hash;
+    backends::Sha256 hash;
     std::string part(ReadAtOnce, '\0');
     std::int64_t offset = 0;
     for (;;) {
@@ -65,13 +67,6 @@ std::string HashOnMedium(int file) {
 
 } // namespace
 
-std::uint64_t RowsOf(std::string_view table) {
-    auto lines = static_cast<std::uint64_t>(std::count(table.begin(), table.end(), '\n'));
-    if (!table.empty() && table.back() != '\n')
-        ++lines;
-    return lines == 0 ? 0 : lines - 1;
-}
-
 std::string ReadContent(const Source& source, Content& content) {
     if (source.Is == Kind::Database || source.Is == Kind::DownloadDatabase)
         return ReadDatabase(source, content);
@@ -81,7 +76,7 @@ std::string ReadContent(const Source& source, Content& content) {
     if (source.Is == Kind::Journal) // a line that is being written comes with the next hand-over
         content.Bytes.resize(content.Bytes.rfind('\n') + 1);
     if (source.Is == Kind::Download)
-        content.Records = RowsOf(content.Bytes);
+        content.Records = values::RecordsOf(content.Bytes);
     return file.Why;
 }
 

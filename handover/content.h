@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace handover {
 
@@ -17,6 +18,12 @@ struct Source {
     Kind Is = Kind::Table;
 };
 
+/// The files of a device, and why others could not be listed, as sentences.
+struct Listing {
+    std::vector<Source> Sources = {};
+    std::vector<std::string> Problems = {};
+};
+
 struct Content {
     std::string Bytes;
     std::uint64_t Records = 0; ///< of a download
@@ -25,9 +32,6 @@ struct Content {
 /// Reads a file while other programs may work on it: text tables are replaced as a whole, a line database is read under
 /// its lock, and of a journal the lines that are complete. Returns why it can't, or an empty text.
 std::string ReadContent(const Source& source, Content& content);
-
-/// Returns the number of rows of a text table, without its header.
-std::uint64_t RowsOf(std::string_view table);
 
 /// Writes a file beside the one of this name, has it on the medium, reads it back, compares the hashes, and gives it
 /// the name. Returns why it could not, or an empty text: what had the name is as it was then.

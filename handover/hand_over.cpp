@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "handover/hand_over.h"
 
+#include "backends/digest/sha256.h"
 #include "backends/files/host_files.h"
 #include "backends/files/left_files.h"
 #include "backends/files/plain_file.h"
-#include "handover/sha256.h"
 #include "src/text/text.h"
 #include "src/view/platform/errors.h"
 
@@ -15,6 +15,7 @@
 namespace handover {
 
 using backends::NoError;
+using backends::Sha256Of;
 
 namespace {
 
@@ -58,11 +59,14 @@ public:
         if (!Done_.WhyNot.empty())
             return Done_;
         ReadRegister();
-        for (const Source& source : Plan_.Sources)
+        const Listing all = Plan_.List();
+        for (const std::string& problem : all.Problems)
+            Fail({}, problem);
+        for (const Source& source : all.Sources)
             if (source.Is != Kind::Register)
                 ReadAndHand(source);
         for (const Known& each : Registers_) // last: no register names a download that is not there
-            Hand(*each.Of, each.Read);
+            Hand(each.Of, each.Read);
         KeepReceipt(There_, Folder_ + "/" + ReceiptName);
         KeepReceipt(Here_, ReceiptHere());
         return Done_;
@@ -70,7 +74,7 @@ public:
 
 private:
     struct Known {
-        const Source* Of;
+        Source Of;
         Content Read;
     };
 
@@ -99,10 +103,10 @@ private:
 
     /// Before the downloads: one that is begun meanwhile is in no register that is handed over without its file.
     void ReadRegister() {
-        for (const Source& source : Plan_.Sources) {
+        for (const Source& source : Plan_.List().Sources) {
             if (source.Is != Kind::Register)
                 continue;
-            Known known{&source, {}};
+            Known known{source, {}};
             if (const std::string why = ReadContent(source, known.Read); why.empty())
                 Registers_.push_back(std::move(known));
             else
@@ -209,7 +213,10 @@ std::uint64_t RecordsNotHandedOver(const std::vector<Source>& sources, const Rec
 }
 
 std::string FolderNameOf(const std::string& device) {
-    std::string name = device.substr(0, 100);
+    std::size_t length = std::min<std::size_t>(device.size(), 100); // of 255 bytes, which most file systems have
+    while (length < device.size() && (static_cast<unsigned char>(device[length]) & 0xC0U) == 0x80U)
+        --length; // not within a character
+    std::string name = device.substr(0, length);
     for (char& each : name)
         if (static_cast<unsigned char>(each) < ' ' ||
             std::string_view("/\\:*?\"<>|\x7f").find(each) != std::string_view::npos)

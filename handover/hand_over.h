@@ -17,14 +17,17 @@ struct Plan {
     std::string Time;   ///< local, "2026-11-23T17:30:05"; its day is that of the folder
     std::string Target; ///< an existing folder
     std::string Root;   ///< the root folder, which keeps a receipt
-    std::vector<Source> Sources;
+    /// Lists the files of the device. It is asked again after the register was read: a download that is begun between
+    /// is in a list that is newer than the register which is handed over.
+    std::function<Listing()> List;
 };
 
 /// What became of a file. Told as it happens.
 struct FileResult {
     HandedFile File;
     bool Copied = false; ///< false if it was there already
-    std::string Why;     ///< why it was not handed over, with what to do; empty on success
+    std::string Why;     ///< why it was not handed over, with what to do; empty on success. Without a name it is a
+                         ///< sentence about the whole
 };
 
 struct Result {
@@ -44,7 +47,8 @@ Result HandOver(const Plan& plan, const Tell& tell);
 /// of a download in which one of these was changed. A file that can't be read counts as none.
 std::uint64_t RecordsNotHandedOver(const std::vector<Source>& sources, const Receipt& receipt);
 
-/// Returns a name as a folder can have it on every file system: "_" for what one of them refuses; "device" for none.
+/// Returns a name without the characters that some file system refuses, which become "_", and not longer than 100
+/// bytes; "device" for none.
 std::string FolderNameOf(const std::string& device);
 
 } // namespace handover

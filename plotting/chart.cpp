@@ -6,6 +6,7 @@
 #include "plotting/panels.h"
 #include "plotting/readable.h"
 #include "plotting/reduction.h"
+#include "src/text/utf8.h"
 
 #include <algorithm>
 #include <cmath>
@@ -171,7 +172,7 @@ private:
         std::string cut;
         for (std::string_view rest = text; !rest.empty();) {
             std::string longer = cut;
-            Append(TakeCharacter(rest), longer);
+            modStringTools::AppendUtf8(longer, TakeCharacter(rest));
             if (Look_.WidthOf(longer + "…", role) > room)
                 break;
             cut = longer;

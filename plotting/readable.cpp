@@ -1,30 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "plotting/readable.h"
 
-#include <array>
+#include "src/text/utf8.h"
 
 namespace plotting {
+
+using modStringTools::AppendUtf8;
 
 namespace {
 
 constexpr char32_t Replacement = 0xFFFD;
-
-/// Returns how many bytes a character has that begins with this one, 0 if none does.
-std::size_t LengthFrom(unsigned char first) {
-    if (first < 0x80)
-        return 1;
-    if (first >= 0xC2 && first < 0xE0)
-        return 2;
-    if (first >= 0xE0 && first < 0xF0)
-        return 3;
-    return first >= 0xF0 && first < 0xF5 ? 4 : 0;
-}
-
-bool IsCharacter(char32_t character, std::size_t length) {
-    constexpr std::array<char32_t, 5> Smallest = {0, 0, 0x80, 0x800, 0x10000}; // a longer form is none
-    const bool isSurrogate = character >= 0xD800 && character < 0xE000;
-    return character >= Smallest[length] && character < 0x110000 && !isSurrogate;
-}
 
 bool IsBetween(char32_t character, char32_t first, char32_t last) {
     return character >= first && character <= last;
@@ -65,54 +50,16 @@ double WidthOf(char32_t character) {
 } // namespace
 
 char32_t TakeCharacter(std::string_view& rest) {
-    const auto first = static_cast<unsigned char>(rest.front());
-    const std::size_t length = LengthFrom(first);
-    if (length == 1) {
-        rest.remove_prefix(1);
-        return first;
-    }
-    if (length == 0 || rest.size() < length) {
-        rest.remove_prefix(1);
-        return Replacement;
-    }
-    char32_t character = first & (0x7FU >> length);
-    for (std::size_t i = 1; i < length; ++i) {
-        const auto next = static_cast<unsigned char>(rest[i]);
-        if ((next & 0xC0U) != 0x80U) {
-            rest.remove_prefix(1);
-            return Replacement;
-        }
-        character = (character << 6U) | (next & 0x3FU);
-    }
-    const bool isOne = IsCharacter(character, length);
-    rest.remove_prefix(isOne ? length : 1);
-    return isOne ? character : Replacement;
-}
-
-void Append(char32_t character, std::string& text) {
-    if (character < 0x80) {
-        text += static_cast<char>(character);
-        return;
-    }
-    const auto part = [&](unsigned shift) { text += static_cast<char>(0x80U | ((character >> shift) & 0x3FU)); };
-    if (character < 0x800) {
-        text += static_cast<char>(0xC0U | (character >> 6U));
-    } else if (character < 0x10000) {
-        text += static_cast<char>(0xE0U | (character >> 12U));
-        part(6);
-    } else {
-        text += static_cast<char>(0xF0U | (character >> 18U));
-        part(12);
-        part(6);
-    }
-    part(0);
+    const modStringTools::Utf8Character first = modStringTools::FirstCharacter(rest);
+    rest.remove_prefix(first.Length == 0 ? 1 : first.Length);
+    return first.Length == 0 ? Replacement : first.Code;
 }
 
 std::string Readable(std::string_view bytes) {
     std::string text;
     while (!bytes.empty()) {
         const char32_t character = TakeCharacter(bytes);
-        Append(IsShown(character) ? character : Replacement, text);
+        AppendUtf8(text, IsShown(character) ? character : Replacement);
     }
     return text;
 }

@@ -10,9 +10,6 @@ namespace plotting {
 /// Takes the first character of UTF-8 off a text that is not empty. Bytes that are no UTF-8 are U+FFFD, one by one.
 char32_t TakeCharacter(std::string_view& rest);
 
-/// Appends a character as UTF-8.
-void Append(char32_t character, std::string& text);
-
 /// Returns a text with U+FFFD for each byte that is no UTF-8 and each character that a file of XML or a terminal must
 /// not get: control characters, and the two that are none.
 std::string Readable(std::string_view bytes);

@@ -3,6 +3,7 @@
 
 #include "plotting/palette.h"
 #include "plotting/readable.h"
+#include "src/text/utf8.h"
 
 #include <algorithm>
 #include <cmath>
@@ -80,7 +81,7 @@ public:
         if (Letters_ == Letters::Ascii)
             text = AsciiShapes[shape];
         else
-            Append(Shapes[shape], text);
+            modStringTools::AppendUtf8(text, Shapes[shape]);
         for (const Spot& spot : markers.Spots)
             if (Cell* const cell = At(ColumnOf(spot.X), RowOf(spot.Y)))
                 cell->Text = text;
@@ -164,7 +165,7 @@ private:
         if (Letters_ == Letters::Ascii && character >= 0x80)
             text = std::string(static_cast<std::size_t>(width), '?');
         else
-            Append(character, text);
+            modStringTools::AppendUtf8(text, character);
         if (width == 0) {
             cell->Text += text;
             return;
@@ -183,13 +184,13 @@ private:
         if (cell.Arms != 0 && Letters_ == Letters::Ascii)
             return (cell.Arms & (Up | Down)) == 0 ? "-" : (cell.Arms & (Left | Right)) == 0 ? "|" : "+";
         if (cell.Arms != 0)
-            Append(FrameOf(cell.Arms), text);
+            modStringTools::AppendUtf8(text, FrameOf(cell.Arms));
         else if (cell.Dots != 0 && Letters_ == Letters::Ascii)
             text = ".";
         else if (cell.Dots != 0)
-            Append(0x2800 + cell.Dots, text);
+            modStringTools::AppendUtf8(text, 0x2800 + cell.Dots);
         else if (cell.Rule != 0)
-            Append(cell.Rule, text);
+            modStringTools::AppendUtf8(text, cell.Rule);
         return text.empty() ? " " : text;
     }
 

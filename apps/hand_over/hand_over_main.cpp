@@ -5,9 +5,7 @@
 #include "apps/options/command_line.h"
 #include "apps/options/device_name.h"
 #include "apps/options/device_options.h"
-#include "backends/headless/headless_platform.h"
-#include "backends/loop/no_commands.h"
-#include "backends/loop/silent_watcher.h"
+#include "backends/headless/formless_device.h"
 
 #include <CLI/CLI.hpp>
 
@@ -31,11 +29,8 @@ ExitStatus HandOverMain(int count, const char* const* words) {
     if (ReadCommandLine(app, count, words, [&] { options = UnderstoodDevice(said); }) != Reading::Run)
         return ExitStatus::NotStarted;
     wish.Root = options.Root;
-    backends::NoCommands commands;
-    backends::SilentWatcher watcher;
-    backends::HostDevice host(options);
-    backends::headless::HeadlessPlatform device(host, commands, watcher);
-    return isCount ? CountNotHandedOver(wish, device, std::cout) : HandOver(wish, device, std::cout);
+    backends::headless::FormlessDevice device(options);
+    return isCount ? CountNotHandedOver(wish, device.Platform, std::cout) : HandOver(wish, device.Platform, std::cout);
 }
 
 } // namespace apps

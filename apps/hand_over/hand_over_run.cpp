@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "apps/hand_over/hand_over_run.h"
 
-#include "backends/files/folder_names.h"
 #include "backends/files/host_files.h"
 #include "backends/files/path_map.h"
 #include "handover/hand_over.h"
@@ -11,13 +10,15 @@
 #include "src/storage/volumes.h"
 #include "src/view/platform/device_traits.h"
 
-#include <algorithm>
 #include <nlohmann/json.hpp>
 
+#include <algorithm>
 #include <array>
 #include <ctime>
+#include <filesystem>
 #include <iostream>
 #include <set>
+#include <system_error>
 
 namespace apps {
 
@@ -45,22 +46,25 @@ bool IsPlainFile(const std::string& path) {
     return ::stat(path.c_str(), &found) == 0 && S_ISREG(found.st_mode);
 }
 
-/// The files of a folder with an ending, as sources beneath another name.
-class Folder {
-public:
-    Folder(std::string path, std::string beneath) : Path_(std::move(path)), Beneath_(std::move(beneath)) {}
-
-    template <class KindOf>
-    void Add(const std::string& ending, KindOf kindOf, std::vector<Source>& sources) const {
-        for (const std::string& name : backends::NamesIn(Path_))
-            if (name.front() != '.' && EndsWith(name, ending) && IsPlainFile(Path_ + "/" + name))
-                sources.push_back({Beneath_ + name, Path_ + "/" + name, kindOf(name)});
-    }
-
-private:
-    std::string Path_;
-    std::string Beneath_;
+/// A folder of the device, whose files get names beneath another one.
+struct Place {
+    std::string Path;
+    std::string Beneath;
 };
+
+/// Adds the files of a folder with an ending. A folder that is not there has none.
+template <class KindOf>
+void AddFiles(const Place& place, const std::string& ending, KindOf kindOf, handover::Listing& listing) {
+    std::error_code failed;
+    for (const auto& entry : std::filesystem::directory_iterator(place.Path, failed)) {
+        const std::string name = entry.path().filename().string();
+        if (name.front() != '.' && EndsWith(name, ending) && IsPlainFile(place.Path + "/" + name))
+            listing.Sources.push_back({place.Beneath + name, place.Path + "/" + name, kindOf(name)});
+    }
+    if (failed && failed != std::errc::no_such_file_or_directory)
+        listing.Problems.push_back("The folder " + place.Path +
+                                   " can't be read: " + backends::ReasonOf(failed.value()) + ".");
+}
 
 std::string LocalTime() {
     const std::time_t now = std::time(nullptr);
@@ -101,8 +105,8 @@ std::string LineOf(const handover::Result& result, const std::string& target, bo
 
 /// Adds what the register names and the list of the folder does not have: a file with another ending, or one that can't
 /// be read, which the hand-over tells. A download that was never opened has no file.
-void AddRegistered(const std::string& folder, const std::vector<std::string>& registered,
-                   std::vector<Source>& sources) {
+void AddRegistered(const std::string& folder, const std::vector<std::string>& registered, handover::Listing& listing) {
+    std::vector<Source>& sources = listing.Sources;
     for (const std::string& name : registered) {
         const std::string path = folder + "/" + name;
         struct stat found {};
@@ -115,43 +119,37 @@ void AddRegistered(const std::string& folder, const std::vector<std::string>& re
 
 } // namespace
 
-std::vector<Source> SourcesOf(const std::string& root, const std::string& journal) {
+handover::Listing FilesOf(const std::string& root, const std::string& journal) {
     std::set<std::string> downloads;
     std::vector<std::string> registered;
     for (const modQuorin::RegisteredDownload& each : modQuorin::RegisteredDownloads()) {
         registered.push_back(modStringTools::ToBytes(each.File));
         downloads.insert(StemOf(registered.back()));
     }
-    std::vector<Source> sources;
+    const auto kindOfTable = [&](const std::string& name) {
+        if (StemOf(name) == RegisterStem)
+            return Kind::Register;
+        return downloads.count(StemOf(name)) > 0 ? Kind::Download : Kind::Table;
+    };
+    const auto kindOfDatabase = [&](const std::string& name) {
+        return downloads.count(StemOf(name)) > 0 ? Kind::DownloadDatabase : Kind::Database;
+    };
+    handover::Listing listing;
     std::string beneath;
     const Text data = modFileSystem::GetDataPath(u"");
     if (!platform::Traits().IsMemory(data) && backends::RelativePath(data, beneath) == platform::NoError) {
-        const std::string folder = root + "/" + beneath;
-        Folder(folder, "")
-            .Add(
-                ".txt",
-                [&](const std::string& name) {
-                    if (StemOf(name) == RegisterStem)
-                        return Kind::Register;
-                    return downloads.count(StemOf(name)) > 0 ? Kind::Download : Kind::Table;
-                },
-                sources);
-        AddRegistered(folder, registered, sources);
+        AddFiles({root + "/" + beneath, ""}, ".txt", kindOfTable, listing);
+        AddRegistered(root + "/" + beneath, registered, listing);
     }
-    Folder(root + "/Databases", "Databases/")
-        .Add(
-            ".sqlite",
-            [&](const std::string& name) {
-                return downloads.count(StemOf(name)) > 0 ? Kind::DownloadDatabase : Kind::Database;
-            },
-            sources);
+    AddFiles({root + "/Databases", "Databases/"}, ".sqlite", kindOfDatabase, listing);
     std::string canonical;
     if (!journal.empty() && backends::Canonical(root, canonical) == platform::NoError)
-        Folder(journal, "journal/")
-            .Add(
-                "-" + journal::RootKey(canonical) + ".jsonl", [](const std::string&) { return Kind::Journal; },
-                sources);
-    return sources;
+        AddFiles(
+            {journal, "journal/"}, "-" + journal::RootKey(canonical) + ".jsonl",
+            [](const std::string&) { return Kind::Journal; }, listing);
+    std::sort(listing.Sources.begin(), listing.Sources.end(),
+              [](const Source& one, const Source& other) { return one.Name < other.Name; });
+    return listing;
 }
 
 namespace {
@@ -162,16 +160,15 @@ void Tell(const HandOverWish& wish, const std::string& words) {
 }
 
 ExitStatus HandOverNow(const HandOverWish& wish, std::ostream& out) {
-    const handover::Plan plan{.Device = wish.DeviceName,
-                              .Time = LocalTime(),
-                              .Target = wish.Target,
-                              .Root = wish.Root,
-                              .Sources = SourcesOf(wish.Root, wish.Journal)};
+    const handover::Plan plan{
+        .Device = wish.DeviceName, .Time = LocalTime(), .Target = wish.Target, .Root = wish.Root, .List = [&wish] {
+            return FilesOf(wish.Root, wish.Journal);
+        }};
     const handover::Result result = handover::HandOver(plan, [&](const FileResult& file) {
         if (file.Why.empty())
             out << LineOf(file, wish.IsForPeople) << std::endl;
         else
-            Tell(wish, file.File.File + " is not handed over: " + file.Why);
+            Tell(wish, file.File.File.empty() ? file.Why : file.File.File + " is not handed over: " + file.Why);
     });
     if (!result.WhyNot.empty()) {
         Tell(wish, "nothing is handed over. " + result.WhyNot);
@@ -195,7 +192,7 @@ ExitStatus CountNow(const HandOverWish& wish, std::ostream& out) {
         return ExitStatus::NotStarted;
     }
     const std::uint64_t records =
-        receipt.Files().empty() ? 0 : handover::RecordsNotHandedOver(SourcesOf(wish.Root, wish.Journal), receipt);
+        receipt.Files().empty() ? 0 : handover::RecordsNotHandedOver(FilesOf(wish.Root, wish.Journal).Sources, receipt);
     out << TextOf({{"not_handed_over", records}}) << std::endl;
     return ExitStatus::Ended;
 }

@@ -8,7 +8,6 @@
 
 #include <iosfwd>
 #include <string>
-#include <vector>
 
 namespace apps {
 
@@ -23,7 +22,7 @@ struct HandOverWish {
 
 /// Returns the files of a device: those of its data folder, its line databases, and the days of its journal in a folder
 /// (empty for none). The form must not have been started.
-std::vector<handover::Source> SourcesOf(const std::string& root, const std::string& journal);
+handover::Listing FilesOf(const std::string& root, const std::string& journal);
 
 /// Hands over, and writes an object for each file. Reads the device only: another program may work on it.
 start::ExitStatus HandOver(const HandOverWish& wish, backends::BackEnd& device, std::ostream& out);

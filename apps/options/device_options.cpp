@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "apps/options/device_options.h"
 
+#include "apps/options/folders.h"
 #include "backends/serial/byte_sources.h"
 #include "backends/simulated/device_profiles.h"
 
@@ -138,6 +139,14 @@ backends::DeviceOptions UnderstoodDevice(const DeviceWords& words) {
     for (const std::string& port : words.Ports)
         AddPort(port, device.Ports.Pinned);
     return device;
+}
+
+void UseThoseOfTheWindow(backends::DeviceOptions& device) {
+    if (!device.Root.empty())
+        return;
+    device.Root = DataFolder().value_or("");
+    if (device.Settings.empty())
+        device.Settings = SettingsPlace().value_or("");
 }
 
 std::string AddressHelp() {

@@ -42,6 +42,9 @@ void AddPortOption(CLI::App& app, DeviceWords& words, const std::string& without
 /// ReadCommandLine, because it may call Refuse.
 backends::DeviceOptions UnderstoodDevice(const DeviceWords& words);
 
+/// Gives a device without a root folder those of the window: its root folder and its settings.
+void UseThoseOfTheWindow(backends::DeviceOptions& device);
+
 /// Returns the kinds of addresses for --port, a line each.
 std::string AddressHelp();
 

@@ -80,8 +80,8 @@ Text WordsOf(const Verdict& verdict) {
 } // namespace
 
 Station::Station(StationPlan plan, backends::HostBackEnd& device, backends::Ending& ending, Writer& out)
-    : Plan_(std::move(plan)), Device_(device), Ending_(ending), Out_(out), Guide_(device),
-      Space_(device, [this] { return Plan_.Root; }) {
+    : Space(device, [this] { return Plan_.Root; }), Plan_(std::move(plan)), Device_(device), Ending_(ending), Out_(out),
+      Guide_(device) {
     device.readings.Add(*this);
     device.loop.Listen(*this);
 }
@@ -97,6 +97,7 @@ void Station::Begin() {
         Device_.loop.FinishEnding();
     }
     HasBegun_ = true;
+    LinkDownSince_ = Device_.clock.Milliseconds();
     LookWhereItIs();
     Manager_.Tell("READY=1");
 }
@@ -339,7 +340,7 @@ void Station::LookAtDisk() {
     if (now < NextLook_)
         return;
     NextLook_ = now + BetweenLooks;
-    const auto free = FreeBytes(Plan_.Root);
+    const auto free = Space.Find(Plan_.Root);
     if (free && *free < LeastSpace)
         Stop(ExitStatus::CantStore, u"the disk of " + FromBytes(Plan_.Root) + u" is full: less than 5 MB are free");
 }

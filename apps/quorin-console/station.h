@@ -30,8 +30,8 @@ public:
     /// The exit status of a station that could not begin, or has stopped by itself; nothing if it did neither.
     std::optional<start::ExitStatus> Status() const { return Status_; }
 
-    /// Returns the bytes that are free on the disk of a folder; for tests.
-    std::function<std::optional<std::uintmax_t>(const std::string& folder)> FreeBytes = backends::FreeBytes;
+    /// Warns in time.
+    backends::FreeSpace Space;
     /// With less than this free, in bytes, it stops: what the record on the screen, its draft and the journal need.
     static constexpr std::uintmax_t LeastSpace = 5'000'000;
 
@@ -71,7 +71,6 @@ private:
     backends::Ending& Ending_;
     Writer& Out_;
     apps::Guide Guide_;
-    backends::FreeSpace Space_;
     start::ServiceManager Manager_;
 
     std::optional<start::ExitStatus> Status_;

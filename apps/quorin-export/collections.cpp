@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "apps/quorin-export/collections.h"
 
+#include "backends/digest/sha256.h"
 #include "exporting/database.h"
 #include "exporting/workbook.h"
-#include "handover/sha256.h"
 
 namespace exporter {
 
@@ -31,7 +31,7 @@ public:
 
     void Add(const Table& table, const exporting::TableView& view, const Options& options,
              std::vector<std::string>& odd) override {
-        handover::Sha256 digest;
+        backends::Sha256 digest;
         digest.Add(table.Bytes);
         Database_.Add(view, {table.Source.File, table.Source.Alias, table.Driver, options.Name, digest.Digits()}, odd);
     }

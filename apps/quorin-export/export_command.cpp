@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "apps/quorin-export/export_command.h"
 
+#include "apps/options/csv_options.h"
 #include "apps/options/device_name.h"
 #include "apps/options/device_options.h"
-#include "apps/options/folders.h"
 #include "apps/quorin-export/formats.h"
 #include "apps/start/help.h"
 #include "companion/values/moments.h"
@@ -25,8 +25,7 @@ struct Words {
     std::string Units = "split";
     std::string Dates = "iso";
     std::string Decimal = "either";
-    std::string Delimiter = ",";
-    std::string LineEnd = "crlf";
+    apps::CsvWords Csv;
     std::string Kind;
     std::string Size;
 };
@@ -55,21 +54,11 @@ constexpr Choice<exporting::Dates> DateChoices[] = {{"iso", exporting::Dates::Is
 constexpr Choice<values::DecimalSign> DecimalChoices[] = {{"point", values::DecimalSign::Point},
                                                           {"comma", values::DecimalSign::Comma},
                                                           {"either", values::DecimalSign::Either}};
-constexpr Choice<const char*> LineEndChoices[] = {{"crlf", "\r\n"}, {"lf", "\n"}};
 
 constexpr Choice<plotting::Kind> KindChoices[] = {{"line", plotting::Kind::Line},
                                                   {"points", plotting::Kind::Points},
                                                   {"histogram", plotting::Kind::Histogram},
                                                   {"control", plotting::Kind::Control}};
-
-char DelimiterFrom(const std::string& text) {
-    if (text == "tab")
-        return '\t';
-    constexpr std::string_view Never = "|\"\r\n";
-    if (text.size() != 1 || Never.find(text.front()) != std::string_view::npos)
-        apps::Refuse("--delimiter", text, "is not one character, such as \";\", or the word tab");
-    return text.front();
-}
 
 const FormatRow* FormatFrom(const std::string& name) {
     std::string all;
@@ -92,6 +81,13 @@ std::string FormatOfName(const std::string& path) {
     return "csv";
 }
 
+/// What nothing is told apart in is CSV, whatever its name.
+std::string FormatName(const Words& words, const Options& options) {
+    if (!words.Format.empty())
+        return words.Format;
+    return options.Raw ? "csv" : FormatOfName(options.Output);
+}
+
 /// Reads "960x540".
 void ReadSize(const std::string& text, PlotOptions& plot) {
     constexpr int Least = 10, Most = 20000;
@@ -111,26 +107,22 @@ void UnderstandPlot(const Words& words, Options& options) {
         ReadSize(words.Size, plot);
     const auto form = options.Format->Picture;
     if (plot.Watch && form == PictureForm::Svg && options.Output.empty())
-        apps::Refuse("--watch", words.Format, "needs -o FILE, which is written again with each change");
+        apps::Refuse("--watch", options.Format->Name, "needs -o FILE, which is written again with each change");
     if (plot.Watch && (form == PictureForm::Png || form == PictureForm::Pdf))
-        apps::Refuse("--watch", words.Format, "is not written again and again: svg and text are");
+        apps::Refuse("--watch", options.Format->Name, "is not written again and again: svg and text are");
 }
 
 void Understand(const Words& words, Options& options) {
     options.Device = apps::UnderstoodDevice(words.Device);
-    if (options.Device.Root.empty()) { // what the window uses
-        options.Device.Root = apps::DataFolder().value_or("");
-        if (options.Device.Settings.empty())
-            options.Device.Settings = apps::SettingsPlace().value_or("");
-    }
-    options.Format = FormatFrom(words.Format.empty() ? FormatOfName(options.Output) : words.Format);
+    apps::UseThoseOfTheWindow(options.Device);
+    options.Format = FormatFrom(FormatName(words, options));
     options.Plan.Units = Chosen("--units", words.Units, UnitChoices);
     options.Plan.Dates = Chosen("--dates", words.Dates, DateChoices);
     options.Plan.Decimal = Chosen("--decimal", words.Decimal, DecimalChoices);
     if (!options.Plan.Zone.empty() && !values::IsZone(options.Plan.Zone))
         apps::Refuse("--zone", options.Plan.Zone, "is neither Z nor of the form +01:00");
-    options.Csv.Delimiter = DelimiterFrom(words.Delimiter);
-    options.Csv.LineEnd = Chosen("--line-end", words.LineEnd, LineEndChoices);
+    options.Csv.Delimiter = apps::DelimiterOf(words.Csv);
+    options.Csv.LineEnd = apps::LineEndOf(words.Csv);
     if (options.Name.empty())
         options.Name = apps::NameOfDevice();
     UnderstandPlot(words, options);
@@ -195,12 +187,9 @@ void Describe(CLI::App& app, Words& words, Options& options) {
     CLI::Option* const raw =
         app.add_flag("--raw", options.Raw, "CSV of every field as it stands, with nothing told apart");
     raw->default_str("off");
-    app.add_option("--delimiter", words.Delimiter, "Between the fields of CSV: a character, or tab")
-        ->type_name("CHAR")
-        ->default_str(",");
+    apps::AddCsvOptions(app, words.Csv, "End of the lines of CSV");
     app.add_flag("--decimal-comma", options.Csv.DecimalComma, "Write numbers of CSV with a comma")->default_str("off");
     app.add_flag("--bom", options.Csv.Mark, "Begin CSV with a byte-order mark, for spreadsheets")->default_str("off");
-    app.add_option("--line-end", words.LineEnd, "End of the lines of CSV")->type_name("crlf|lf")->default_str("crlf");
     app.add_option("--name", options.Name, "Name of this device, in the formats long and sqlite")
         ->type_name("NAME")
         ->default_str("that of the machine");
@@ -230,7 +219,7 @@ apps::Reading ReadOptions(int count, const char* const* words, Options& options)
         Understand(said, options);
         for (const char* name : {"--plot", "--by", "--against", "--kind", "--size", "--watch"})
             if (app.get_option(name)->count() > 0 && !options.Format->Picture)
-                apps::Refuse("--format", said.Format,
+                apps::Refuse("--format", options.Format->Name,
                              "is no plot: " + std::string(name) + " goes with --format svg, png, pdf or text");
     });
 }

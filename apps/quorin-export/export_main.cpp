@@ -168,6 +168,11 @@ private:
         if (Options_.Raw)
             return output.Write(RawCsv(table.Bytes, Options_.Csv));
         const TableView view(table.Source, Options_.Plan);
+        if (view.Columns().empty()) { // an empty table has none either, and is refused before
+            HasBegun_ = false;
+            Fail(table.Source.File + " has none of the columns that --column names.");
+            return false;
+        }
         for (const std::string& line : view.Untold())
             Tell(table.Source.File + ", " + line);
         std::vector<std::string> odd = view.Odd();

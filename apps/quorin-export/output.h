@@ -2,8 +2,8 @@
 // Where an export is written.
 #pragma once
 
+#include "backends/digest/sha256.h"
 #include "backends/files/host_files.h"
-#include "handover/sha256.h"
 
 #include <memory>
 #include <string>
@@ -27,7 +27,7 @@ public:
 
 private:
     std::unique_ptr<backends::Replacement> File_; ///< none for standard output
-    handover::Sha256 Digest_;
+    backends::Sha256 Digest_;
     std::size_t Bytes_ = 0;
     backends::ErrorNumber Error_ = backends::NoError;
 };

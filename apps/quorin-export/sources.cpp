@@ -5,11 +5,10 @@
 #include "backends/files/host_files.h"
 #include "backends/files/path_map.h"
 #include "backends/files/plain_file.h"
-#include "backends/headless/headless_platform.h"
-#include "backends/loop/no_commands.h"
-#include "backends/loop/silent_watcher.h"
+#include "backends/headless/formless_device.h"
 #include "companion/download_search.h"
 #include "companion/driver_check.h"
+#include "companion/driver_fields.h"
 #include "companion/values/table_text.h"
 #include "src/drivers/downloads.h"
 #include "src/drivers/inf_tables.h"
@@ -58,44 +57,13 @@ std::string ReadTable(const Text& fullName, const std::string& root, Table& tabl
     return {};
 }
 
-std::size_t RecordsIn(std::string_view table) {
-    values::LineWalk walk(table);
-    std::size_t count = 0;
-    for (walk.Next(); walk.Next();)
-        ++count;
-    return count;
-}
-
 bool IsGone(const Text& fullName) {
     std::vector<Text> lines;
     return modFileSystem::ReadLines(fullName, modQuorin::DataType, modQuorin::DataCreator, lines) ==
            platform::FileNotFound;
 }
 
-std::vector<values::FieldRow> FieldsOf(const Text& infFile) {
-    std::vector<Text> lines;
-    if (modFileSystem::ReadLines(infFile, modQuorin::DataType, modQuorin::DataCreator, lines) != platform::NoError)
-        return {};
-    std::vector<std::string> bytes;
-    for (const Text& line : lines)
-        bytes.push_back(ToBytes(line));
-    return values::FieldRowsOf({bytes.begin(), bytes.end()});
-}
-
 } // namespace
-
-/// The device without a form: the storage layer's routines work on it.
-struct Tables::DeviceOfRoot {
-    explicit DeviceOfRoot(const backends::DeviceOptions& options) : Host(options), Device(Host, Commands, Watcher) {
-        Device.Serve();
-        modQuorin::SetFilePaths();
-    }
-
-    backends::NoCommands Commands;
-    backends::SilentWatcher Watcher;
-    backends::HostDevice Host;
-    backends::headless::HeadlessPlatform Device;
-};
 
 Tables::Tables(const Options& options) : Options_(options) {
 }
@@ -145,7 +113,7 @@ std::string Tables::List(std::vector<Listed>& downloads) {
         Table table;
         listed.WhyNot = ReadTable(name, Options_.Device.Root, table);
         if (listed.WhyNot.empty())
-            listed.Records = RecordsIn(table.Bytes);
+            listed.Records = values::RecordsOf(table.Bytes);
         else if (IsGone(name))
             listed.WhyNot.clear();
         downloads.push_back(listed);
@@ -161,7 +129,9 @@ std::string Tables::OpenRoot() {
         return "--root is needed: neither XDG_DATA_HOME nor HOME is set.";
     if (!backends::IsFolder(root))
         return "There is no root folder " + root + ".";
-    Root_ = std::make_unique<DeviceOfRoot>(Options_.Device);
+    Root_ = std::make_unique<backends::headless::FormlessDevice>(Options_.Device);
+    Root_->Platform.Serve();
+    modQuorin::SetFilePaths();
     return {};
 }
 
@@ -174,7 +144,7 @@ std::string Tables::TakeDriver(const std::string& driver, Table& table) {
         return modStringTools::SameIgnoringCase(each.Name, name);
     });
     if (isThere)
-        table.Source.Fields = FieldsOf(modQuorin::InfPath(name));
+        table.Source.Fields = companion::FieldsOfDriver(modQuorin::InfPath(name));
     if (!table.Source.Fields.empty()) {
         table.Driver = driver;
         return {};

@@ -11,6 +11,10 @@
 #include <string>
 #include <vector>
 
+namespace backends::headless {
+class FormlessDevice;
+}
+
 namespace exporter {
 
 /// A table that was read. Not copied: its source refers to its bytes.
@@ -50,15 +54,13 @@ public:
     std::string List(std::vector<Listed>& downloads);
 
 private:
-    struct DeviceOfRoot;
-
     std::string ReadFile(const std::string& path, Table& table);
     std::string ReadDownload(const std::string& name, Table& table);
     std::string OpenRoot();
     std::string TakeDriver(const std::string& driver, Table& table);
 
     const Options& Options_;
-    std::unique_ptr<DeviceOfRoot> Root_; ///< none until a download is asked for
+    std::unique_ptr<backends::headless::FormlessDevice> Root_; ///< none until a download is asked for
 };
 
 } // namespace exporter

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "apps/quorin-import/import_command.h"
 
+#include "apps/options/csv_options.h"
 #include "apps/options/device_options.h"
-#include "apps/options/folders.h"
 #include "apps/start/help.h"
 
 #include <CLI/CLI.hpp>
@@ -15,18 +15,8 @@ namespace {
 struct Words {
     apps::DeviceWords Device{{"desktop", "$XDG_DATA_HOME/quorin", "$XDG_CONFIG_HOME/quorin/settings.ini"}};
     std::vector<std::string> Maps;
-    std::string Delimiter = ",";
-    std::string LineEnd = "crlf";
+    apps::CsvWords Csv;
 };
-
-char DelimiterFrom(const std::string& text) {
-    if (text == "tab")
-        return '\t';
-    constexpr std::string_view Never = "|\"\r\n";
-    if (text.size() != 1 || Never.find(text.front()) != std::string_view::npos)
-        apps::Refuse("--delimiter", text, "is not one character, such as \";\", or the word tab");
-    return text.front();
-}
 
 Mapping MappingFrom(const std::string& text) {
     const std::size_t sign = text.rfind('=');
@@ -37,16 +27,10 @@ Mapping MappingFrom(const std::string& text) {
 
 void Understand(const Words& words, Options& options) {
     options.Device = apps::UnderstoodDevice(words.Device);
-    options.Device.RealClock = true;   // the register has the day
-    if (options.Device.Root.empty()) { // what the window uses
-        options.Device.Root = apps::DataFolder().value_or("");
-        if (options.Device.Settings.empty())
-            options.Device.Settings = apps::SettingsPlace().value_or("");
-    }
-    options.Delimiter = DelimiterFrom(words.Delimiter);
-    if (words.LineEnd != "crlf" && words.LineEnd != "lf")
-        apps::Refuse("--line-end", words.LineEnd, "is none of crlf, lf");
-    options.LineEnd = words.LineEnd == "lf" ? "\n" : "\r\n";
+    options.Device.RealClock = true; // the register has the day
+    apps::UseThoseOfTheWindow(options.Device);
+    options.Delimiter = apps::DelimiterOf(words.Csv);
+    options.LineEnd = apps::LineEndOf(words.Csv);
     for (const std::string& map : words.Maps)
         options.Maps.push_back(MappingFrom(map));
     if (options.Alias.find_first_of(std::string_view("|\r\n\0", 4)) != std::string::npos)
@@ -70,12 +54,7 @@ void Describe(CLI::App& app, Words& words, Options& options) {
     app.add_flag("--raw", options.Raw, "FILE is what quorin-export --raw has written: make the same table again")
         ->default_str("off")
         ->excludes(map);
-    app.add_option("--delimiter", words.Delimiter, "Between the fields: a character, or tab")
-        ->type_name("CHAR")
-        ->default_str(",");
-    app.add_option("--line-end", words.LineEnd, "End of the lines, for --raw")
-        ->type_name("crlf|lf")
-        ->default_str("crlf");
+    apps::AddCsvOptions(app, words.Csv, "End of the lines, for --raw");
     apps::AddDeviceOptions(app, words.Device);
 }
 

@@ -129,10 +129,12 @@ private:
     }
 
     std::string WhyNoCsv(const exporting::CsvReader& reader) const {
-        return Options_.File + ", line " + std::to_string(reader.Line()) +
-               ": a quote is within a value, or has no end. A value with a quote has to be in quotes, with two for "
-               "each "
-               "one in it.";
+        const std::string place = Options_.File + ", line " + std::to_string(reader.Line()) + ": ";
+        if (reader.FailedAtLoneReturn())
+            return place + "a carriage return stands alone. Lines end in a line feed, with a carriage return before it "
+                           "or without.";
+        return place + "a quote is within a value, or has no end. A value with a quote has to be in quotes, with two "
+                       "for each one in it.";
     }
 
     void TellMatching(const Matching& matching) {

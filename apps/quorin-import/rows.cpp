@@ -2,7 +2,8 @@
 #include "apps/quorin-import/rows.h"
 
 #include "companion/values/moments.h"
-#include "exporting/utf8.h"
+#include "companion/values/quantity.h"
+#include "src/text/utf8.h"
 
 #include <algorithm>
 
@@ -47,8 +48,14 @@ std::string RowMaker::FieldOf(const FieldSource& source, const std::vector<std::
     if (source.Kind == values::ColumnKind::Date)
         value = DateOf(value);
     const std::string unit = source.Unit ? CellAt(cells, *source.Unit) : source.FixedUnit;
-    const bool hasUnit = !unit.empty() && (source.Unit || !value.empty());
-    return value + (hasUnit && !value.empty() ? " " : "") + (hasUnit ? unit : "");
+    if (unit.empty() || value.empty())
+        return source.Unit ? value + unit : value;
+    const auto quantity = values::QuantityOf(value, values::DecimalSign::Either);
+    if (!quantity || quantity->Unit.empty())
+        return value + " " + unit;
+    if (quantity->Unit != unit)
+        Tell("\"" + value + "\" has a unit already, which stays: \"" + unit + "\" is left out");
+    return value;
 }
 
 std::string RowMaker::DateOf(const std::string& cell) {
@@ -61,7 +68,7 @@ std::string RowMaker::DateOf(const std::string& cell) {
 
 /// Returns a text as a table can have it.
 std::string RowMaker::Fitting(const std::string& text) {
-    if (!exporting::IsUtf8(text))
+    if (!modStringTools::IsUtf8(text))
         Tell("a value has bytes that are no UTF-8, which stay as they are: save the file as UTF-8");
     if (text.find_first_of(std::string_view("|\r\n\0", 4)) == text.npos)
         return text;

@@ -3,10 +3,9 @@
 
 #include "backends/files/host_files.h"
 #include "backends/files/path_map.h"
-#include "backends/headless/headless_platform.h"
-#include "backends/loop/no_commands.h"
-#include "backends/loop/silent_watcher.h"
+#include "backends/headless/formless_device.h"
 #include "companion/driver_check.h"
+#include "companion/driver_fields.h"
 #include "src/drivers/downloads.h"
 #include "src/drivers/inf_tables.h"
 #include "src/storage/keyed_tables.h"
@@ -21,25 +20,15 @@ using modStringTools::FromBytes;
 using modStringTools::ToBytes;
 using platform::ErrorNumber;
 
-struct Target::Device {
-    explicit Device(const backends::DeviceOptions& options) : Host(options), Platform(Host, Commands, Watcher) {
-        Platform.Serve();
-        modQuorin::SetFilePaths();
-    }
-
-    backends::NoCommands Commands;
-    backends::SilentWatcher Watcher;
-    backends::HostDevice Host;
-    backends::headless::HeadlessPlatform Platform;
-};
-
 Target::Target(const Options& options) : Options_(options) {
 }
 
 Target::~Target() = default;
 
 std::string Target::Prepare() {
-    Device_ = std::make_unique<Device>(Options_.Device);
+    Device_ = std::make_unique<backends::headless::FormlessDevice>(Options_.Device);
+    Device_->Platform.Serve();
+    modQuorin::SetFilePaths();
     const std::string why = FindDriver();
     return why.empty() ? FindPlace() : why;
 }
@@ -53,14 +42,9 @@ std::string Target::FindDriver() {
     if (Driver_.empty())
         return "The driver " + Options_.Driver + " is not installed.";
     const Text inf = modQuorin::InfPath(FromBytes(Driver_));
-    std::vector<Text> lines;
-    const ErrorNumber error = modFileSystem::ReadLines(inf, modQuorin::DataType, modQuorin::DataCreator, lines);
-    if (error != platform::NoError || lines.size() < 2)
+    Fields_ = companion::FieldsOfDriver(inf);
+    if (Fields_.empty())
         return "The driver " + Driver_ + " has no table that can be read.";
-    std::vector<std::string> bytes;
-    for (const Text& line : lines)
-        bytes.push_back(ToBytes(line));
-    Fields_ = values::FieldRowsOf({bytes.begin(), bytes.end()});
     modQuorin::OpenInfTable(inf);
     Header_ = ToBytes(modQuorin::LoadInfFields());
     modFileSystem::CloseTable();

@@ -11,6 +11,10 @@
 #include <string_view>
 #include <vector>
 
+namespace backends::headless {
+class FormlessDevice;
+}
+
 namespace importer {
 
 /// The device without a form: the storage layer's routines work on it. Whoever stores has the lock of the root folder.
@@ -35,15 +39,13 @@ public:
     std::string StoreBytes(std::string_view bytes);
 
 private:
-    struct Device;
-
     std::string FindDriver();
     std::string FindPlace();
     template <class Write>
     std::string Store(Write write);
 
     const Options& Options_;
-    std::unique_ptr<Device> Device_;
+    std::unique_ptr<backends::headless::FormlessDevice> Device_;
     std::string Driver_, File_, Header_;
     Text FullName_; ///< of the file
     std::vector<values::FieldRow> Fields_;

@@ -83,9 +83,11 @@ void WindowHandOver::Tell(int status, const QByteArray& output, const QByteArray
 
 void WindowHandOver::Count() {
     Process.Start(&Device_.window, {QStringLiteral("--count")}, OwnProcess::NoLimit,
-                  [this](int status, const QByteArray& output, const QByteArray&) {
+                  [this](int status, const QByteArray& output, const QByteArray& errors) {
                       const std::int64_t records = NumberOf(output, "not_handed_over");
-                      if (status == 0 && records > 0 && !IsRunning_)
+                      if (status != 0)
+                          Tell(status, output, errors, "");
+                      else if (records > 0 && !IsRunning_)
                           Device_.onlooker.notices.Raise(companion::NotHandedOver(records));
                   });
 }

@@ -2,10 +2,13 @@
 #include "backends/qt/beside_form.h"
 
 #include <QApplication>
+#include <QCloseEvent>
+#include <QKeyEvent>
 #include <QLayout>
 #include <QScreen>
 
 #include <algorithm>
+#include <utility>
 
 namespace backends::qt {
 
@@ -53,6 +56,32 @@ void BringForward(QWidget& window) {
 void GiveKeyboardBack(QWidget& form) {
     QWidget* const box = QApplication::activeModalWidget();
     (box != nullptr ? box : &form)->activateWindow();
+}
+
+BesideForm::BesideForm(QWidget& form, const char* name, const QString& title, const QSize& size) : Form_(form) {
+    setObjectName(QString::fromLatin1(name));
+    setWindowTitle(title);
+    addActions(form.actions());
+    resize(size);
+}
+
+void BesideForm::ComeForward() {
+    if (!std::exchange(WasPlaced_, true))
+        PutBeside(*this, Form_);
+    BringForward(*this);
+}
+
+void BesideForm::closeEvent(QCloseEvent* event) {
+    QWidget::closeEvent(event);
+    GiveKeyboardBack(Form_);
+}
+
+/// Not a shortcut: a list that is open in the window is closed first.
+void BesideForm::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Escape)
+        close();
+    else
+        QWidget::keyPressEvent(event);
 }
 
 } // namespace backends::qt

@@ -17,4 +17,22 @@ void BringForward(QWidget& window);
 /// Gives the keyboard to what waits for it: an open message box, else the form.
 void GiveKeyboardBack(QWidget& form);
 
+/// A window that stands beside the form's. Esc closes it, unless something in it takes the key.
+class BesideForm : public QWidget {
+public:
+    /// `form`: the form's window, which must live longer.
+    BesideForm(QWidget& form, const char* name, const QString& title, const QSize& size);
+
+protected:
+    /// Shows it, the first time where it does not cover the form.
+    void ComeForward();
+
+    void closeEvent(QCloseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    QWidget& Form_;
+    bool WasPlaced_ = false;
+};
+
 } // namespace backends::qt

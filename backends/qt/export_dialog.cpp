@@ -1,14 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "backends/qt/export_dialog.h"
 
-#include "backends/qt/beside_form.h"
-
-#include <QCloseEvent>
 #include <QFile>
-#include <QFileDialog>
 #include <QHBoxLayout>
 #include <QHeaderView>
-#include <QKeyEvent>
 #include <QPointer>
 #include <QSignalBlocker>
 #include <QVBoxLayout>
@@ -28,19 +23,18 @@ const QString NoDownload = QStringLiteral("No download is open: open one, or go 
 
 } // namespace
 
-ExportDialog::ExportDialog(ExportSource source, QWidget& form) : Source_(std::move(source)), Form_(form) {
-    setObjectName(QStringLiteral("export"));
-    setWindowTitle(QStringLiteral("Export"));
+ExportDialog::ExportDialog(ExportSource source, QWidget& form)
+    : BesideForm(form, "export", QStringLiteral("Export"), DialogSize), Source_(std::move(source)),
+      Place_(*this, QStringLiteral("Export"), "exportState") {
     auto* const column = new QVBoxLayout(this);
     Title_ = new QLabel(this);
+    Title_->setObjectName(QStringLiteral("exportTitle"));
     Title_->setTextFormat(Qt::PlainText);
     Title_->setWordWrap(true);
     column->addWidget(Title_);
     MakeChoices(*column);
     MakeTables(*column);
     MakeFoot(*column);
-    addActions(form.actions());
-    resize(DialogSize);
 }
 
 void ExportDialog::MakeChoices(QBoxLayout& column) {
@@ -72,39 +66,21 @@ void ExportDialog::MakeTables(QBoxLayout& column) {
 }
 
 void ExportDialog::MakeFoot(QBoxLayout& column) {
-    auto* const place = new QHBoxLayout;
-    Path_ = new QLineEdit(this);
-    Path_->setAccessibleName(QStringLiteral("File to save"));
-    auto* const choose = new QPushButton(QStringLiteral("C&hoose…"), this);
-    Save_ = new QPushButton(QStringLiteral("&Save"), this);
-    place->addWidget(Path_, 1);
-    place->addWidget(choose);
-    place->addWidget(Save_);
-    column.addLayout(place);
-    State_ = new QLabel(this);
-    State_->setObjectName(QStringLiteral("exportState"));
-    State_->setTextFormat(Qt::PlainText);
-    State_->setWordWrap(true);
-    column.addWidget(State_);
+    column.addLayout(Place_.Row());
+    column.addWidget(&Place_.State());
     auto* const row = new QHBoxLayout;
     Copy_ = new QPushButton(QStringLiteral("&Copy as table"), this);
     Copy_->setToolTip(QStringLiteral("All records with the chosen columns, for a spreadsheet that is open."));
     OpenIn_ = new QPushButton(QStringLiteral("&Open in…"), this);
     OpenIn_->setToolTip(QStringLiteral("Opens a copy in the program that the desktop has for the format."));
-    Replace_ = new QPushButton(QStringLiteral("&Replace it"), this);
-    Replace_->hide();
     auto* const done = new QPushButton(QStringLiteral("Close"), this);
     for (QPushButton* const button : {Copy_, OpenIn_})
         row->addWidget(button);
     row->addStretch();
-    row->addWidget(Replace_);
+    row->addWidget(&Place_.Replace());
     row->addWidget(done);
     column.addLayout(row);
-    QObject::connect(Path_, &QLineEdit::textChanged, this, [this] { Tell({}); });
-    QObject::connect(Path_, &QLineEdit::returnPressed, this, [this] { Save(false); });
-    QObject::connect(choose, &QPushButton::clicked, this, [this] { ChoosePath(); });
-    QObject::connect(Save_, &QPushButton::clicked, this, [this] { Save(false); });
-    QObject::connect(Replace_, &QPushButton::clicked, this, [this] { Save(true); });
+    Place_.Wanted = [this](const QString& path, bool replaces) { Save(path, replaces); };
     QObject::connect(Copy_, &QPushButton::clicked, this, [this] {
         Run(QStringLiteral("Copying…"), Source_.Copy, QStringLiteral("The table is in the clipboard."));
     });
@@ -121,17 +97,15 @@ void ExportDialog::Open() {
     ProposePath();
     Show({});
     if (!download.empty()) {
-        Tell(QStringLiteral("Reading…"));
+        Place_.Tell(QStringLiteral("Reading…"));
         const int asked = ++Asked_;
         Source_.Preview([dialog = QPointer<ExportDialog>(this), asked](const ExportPreview& preview) {
             if (dialog != nullptr && dialog->Asked_ == asked)
                 dialog->Show(preview);
         });
     }
-    if (!std::exchange(WasPlaced_, true))
-        PutBeside(*this, Form_);
-    BringForward(*this);
-    Save_->setFocus();
+    ComeForward();
+    Place_.Save().setFocus();
 }
 
 /// A column that was left out the last time is left out again, also of another driver.
@@ -152,7 +126,7 @@ void ExportDialog::Show(const ExportPreview& preview) {
                               new QTableWidgetItem(QString::fromStdString(preview.Rows[row][column])));
     }
     Preview_->resizeColumnsToContents();
-    Tell(QString::fromStdString(preview.Why));
+    Place_.Tell(QString::fromStdString(preview.Why));
     ShowColumns();
 }
 
@@ -175,26 +149,12 @@ ExportChoice ExportDialog::Choice() const {
 void ExportDialog::ProposePath() {
     const auto format = static_cast<std::size_t>(std::max(Formats_->currentIndex(), 0));
     if (format < Source_.Formats.size())
-        Path_->setText(QFile::decodeName(QByteArray::fromStdString(Source_.Path(Source_.Formats[format].Ending))));
+        Place_.SetPath(QFile::decodeName(QByteArray::fromStdString(Source_.Path(Source_.Formats[format].Ending))));
 }
 
-/// This dialog asks itself whether a file is to be replaced.
-void ExportDialog::ChoosePath() {
-    auto* const dialog = new QFileDialog(this, QStringLiteral("Export"));
-    dialog->setAttribute(Qt::WA_DeleteOnClose);
-    dialog->setAcceptMode(QFileDialog::AcceptSave);
-    dialog->setOption(QFileDialog::DontConfirmOverwrite);
-    dialog->selectFile(Path_->text());
-    QObject::connect(dialog, &QFileDialog::fileSelected, this, [this](const QString& file) { Path_->setText(file); });
-    dialog->open();
-}
-
-void ExportDialog::Save(bool replaces) {
-    const QString path = Path_->text().trimmed();
-    if (path.isEmpty())
-        return Tell(QStringLiteral("Say where the file is to be saved."));
+void ExportDialog::Save(const QString& path, bool replaces) {
     if (!replaces && QFile::exists(path))
-        return Tell(QStringLiteral("There is a file of this name already."), true);
+        return Place_.AskToReplace();
     const std::string file = QFile::encodeName(path).toStdString();
     Run(
         QStringLiteral("Saving…"),
@@ -206,41 +166,24 @@ void ExportDialog::Run(const QString& what, const std::function<void(const Expor
                        const QString& done) {
     const ExportChoice choice = Choice();
     Source_.Remember(choice);
-    Tell(what);
+    Place_.Tell(what);
     SetWorking(true);
     act(choice, [dialog = QPointer<ExportDialog>(this), done](const std::string& why, const std::string& odd) {
         if (dialog == nullptr)
             return;
         dialog->SetWorking(false);
         if (!why.empty())
-            dialog->Tell(QString::fromStdString(why));
+            dialog->Place_.Tell(QString::fromStdString(why));
         else
-            dialog->Tell(odd.empty() ? done : done + QStringLiteral("\n") + QString::fromStdString(odd));
+            dialog->Place_.Tell(odd.empty() ? done : done + QStringLiteral("\n") + QString::fromStdString(odd));
     });
 }
 
 void ExportDialog::SetWorking(bool working) {
     IsWorking_ = working;
     const bool isPossible = !working && !Choice().Columns.empty();
-    for (QPushButton* const button : {Save_, Copy_, OpenIn_, Replace_})
+    for (QPushButton* const button : {&Place_.Save(), Copy_, OpenIn_, &Place_.Replace()})
         button->setEnabled(isPossible);
-}
-
-void ExportDialog::Tell(const QString& what, bool asksToReplace) {
-    State_->setText(what);
-    Replace_->setVisible(asksToReplace);
-}
-
-void ExportDialog::closeEvent(QCloseEvent* event) {
-    QWidget::closeEvent(event);
-    GiveKeyboardBack(Form_);
-}
-
-void ExportDialog::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_Escape)
-        close();
-    else
-        QWidget::keyPressEvent(event);
 }
 
 } // namespace backends::qt

@@ -2,13 +2,12 @@
 // "Export…": a download as a file for other tools, as a table in the clipboard, or opened by another program.
 #pragma once
 
+#include "backends/qt/beside_form.h"
+#include "backends/qt/save_place.h"
+
 #include <QComboBox>
-#include <QLabel>
-#include <QLineEdit>
 #include <QListWidget>
-#include <QPushButton>
 #include <QTableWidget>
-#include <QWidget>
 
 #include <functional>
 #include <string>
@@ -52,17 +51,13 @@ struct ExportSource {
     std::function<void(const ExportChoice&)> Remember;
 };
 
-class ExportDialog final : public QWidget {
+class ExportDialog final : public BesideForm {
 public:
     /// `form`: the form's window, which must live longer.
     ExportDialog(ExportSource source, QWidget& form);
 
     /// Opens the dialog, or brings it to the front, with the download of now.
     void Open();
-
-protected:
-    void closeEvent(QCloseEvent* event) override;
-    void keyPressEvent(QKeyEvent* event) override;
 
 private:
     void MakeChoices(QBoxLayout& column);
@@ -71,29 +66,22 @@ private:
     void Show(const ExportPreview& preview);
     void ShowColumns();
     void ProposePath();
-    void ChoosePath();
-    void Save(bool replaces);
+    void Save(const QString& path, bool replaces);
     void Run(const QString& what, const std::function<void(const ExportChoice&, ExportSource::Done)>& act,
              const QString& done);
     ExportChoice Choice() const;
     void SetWorking(bool working);
-    void Tell(const QString& what, bool asksToReplace = false);
 
     ExportSource Source_;
-    QWidget& Form_;
     QLabel* Title_;
     QComboBox* Formats_;
     QListWidget* Columns_;
     QTableWidget* Preview_;
-    QLineEdit* Path_;
-    QPushButton* Save_;
     QPushButton* Copy_;
     QPushButton* OpenIn_;
-    QPushButton* Replace_;
-    QLabel* State_;
+    SavePlace Place_;
     int Asked_ = 0; ///< previews so far: the answer to an earlier one is passed over
     bool IsWorking_ = false;
-    bool WasPlaced_ = false;
 };
 
 } // namespace backends::qt

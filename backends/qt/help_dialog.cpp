@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "backends/qt/help_dialog.h"
 
-#include "backends/qt/beside_form.h"
-
 #include <QApplication>
 #include <QClipboard>
 #include <QHBoxLayout>
@@ -59,9 +57,8 @@ QVariant PageBrowser::loadResource(int, const QUrl& name) {
 
 // --- the window ------------------------------------------------------------------------------------------------------
 
-HelpDialog::HelpDialog(Pages pages, QWidget& form) : Pages_(std::move(pages)), Form_(form) {
-    setObjectName(QStringLiteral("help"));
-    setWindowTitle(QStringLiteral("Help"));
+HelpDialog::HelpDialog(Pages pages, QWidget& form)
+    : BesideForm(form, "help", QStringLiteral("Help"), DialogSize), Pages_(std::move(pages)) {
     auto* const column = new QVBoxLayout(this);
     Browser_ = new PageBrowser(this);
     Browser_->setAccessibleName(QStringLiteral("Page"));
@@ -71,8 +68,6 @@ HelpDialog::HelpDialog(Pages pages, QWidget& form) : Pages_(std::move(pages)), F
     MakeFoot(*column);
     QObject::connect(Browser_, &QTextBrowser::sourceChanged, this, [this](const QUrl& page) { PageShown(page); });
     QObject::connect(Browser_, &QTextBrowser::backwardAvailable, Back_, &QPushButton::setEnabled);
-    addActions(form.actions());
-    resize(DialogSize);
 }
 
 void HelpDialog::MakeHead(QBoxLayout& column) {
@@ -128,9 +123,7 @@ void HelpDialog::MakeFoot(QBoxLayout& column) {
 
 void HelpDialog::Open(const std::string& page) {
     TakePages();
-    if (!std::exchange(WasPlaced_, true))
-        PutBeside(*this, Form_);
-    BringForward(*this);
+    ComeForward();
     Browser_->ShowPage(QString::fromStdString(page));
     PageShown(Browser_->source());
     Browser_->setFocus();
@@ -156,19 +149,6 @@ QString HelpDialog::TextOf(const QString& name) const {
     const auto found = std::find_if(Shown_.begin(), Shown_.end(),
                                     [&wanted](const companion::HelpPage& page) { return page.Name == wanted; });
     return found == Shown_.end() ? QString() : QString::fromStdString(found->Markdown);
-}
-
-void HelpDialog::closeEvent(QCloseEvent* event) {
-    QWidget::closeEvent(event);
-    GiveKeyboardBack(Form_);
-}
-
-/// Not a shortcut: Esc closes the open list of pages first.
-void HelpDialog::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_Escape)
-        close();
-    else
-        QWidget::keyPressEvent(event);
 }
 
 /// The browser itself still names the page before.

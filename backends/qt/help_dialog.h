@@ -2,6 +2,7 @@
 // The help: pages of Markdown with links between them, in a window of its own beside the form's.
 #pragma once
 
+#include "backends/qt/beside_form.h"
 #include "companion/help_pages.h"
 
 #include <QComboBox>
@@ -9,7 +10,6 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTextBrowser>
-#include <QWidget>
 
 #include <functional>
 #include <string>
@@ -37,7 +37,7 @@ protected:
     QVariant loadResource(int type, const QUrl& name) override;
 };
 
-class HelpDialog final : public QWidget {
+class HelpDialog final : public BesideForm {
 public:
     using Pages = std::function<std::vector<companion::HelpPage>()>;
 
@@ -51,10 +51,6 @@ public:
 
     std::function<void()> ReportWanted; ///< called for "Report a problem…"
 
-protected:
-    void closeEvent(QCloseEvent* event) override;
-    void keyPressEvent(QKeyEvent* event) override;
-
 private:
     void MakeHead(QBoxLayout& column);
     void MakeFoot(QBoxLayout& column);
@@ -67,7 +63,6 @@ private:
     void ShowFound();
 
     Pages Pages_;
-    QWidget& Form_;
     std::vector<companion::HelpPage> Shown_;
     std::vector<QString> Texts_; ///< theirs, as a person sees them; empty until the first search
     PageBrowser* Browser_;
@@ -76,7 +71,6 @@ private:
     QLineEdit* Words_;
     QPushButton* Next_;
     QLabel* Found_;
-    bool WasPlaced_ = false;
 };
 
 } // namespace backends::qt

@@ -1,13 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "backends/qt/report_dialog.h"
 
-#include "backends/qt/beside_form.h"
-
-#include <QCloseEvent>
 #include <QFile>
-#include <QFileDialog>
 #include <QHBoxLayout>
-#include <QKeyEvent>
 #include <QSignalBlocker>
 #include <QVBoxLayout>
 
@@ -27,9 +22,9 @@ const QString WhatGoesIn = QStringLiteral("One text file, for those who look aft
 
 } // namespace
 
-ReportDialog::ReportDialog(ReportSource source, QWidget& form) : Source_(std::move(source)), Form_(form) {
-    setObjectName(QStringLiteral("report"));
-    setWindowTitle(QStringLiteral("Report a problem"));
+ReportDialog::ReportDialog(ReportSource source, QWidget& form)
+    : BesideForm(form, "report", QStringLiteral("Report a problem"), DialogSize), Source_(std::move(source)),
+      Place_(*this, QStringLiteral("Save the report"), "reportState") {
     auto* const column = new QVBoxLayout(this);
     auto* const words = new QLabel(WhatGoesIn, this);
     words->setWordWrap(true);
@@ -41,8 +36,6 @@ ReportDialog::ReportDialog(ReportSource source, QWidget& form) : Source_(std::mo
     Preview_->setAccessibleName(QStringLiteral("The file as it will be saved"));
     column->addWidget(Preview_, 1);
     MakeFoot(*column);
-    addActions(form.actions());
-    resize(DialogSize);
 }
 
 void ReportDialog::MakeChoices(QBoxLayout& column) {
@@ -62,32 +55,14 @@ void ReportDialog::MakeChoices(QBoxLayout& column) {
 }
 
 void ReportDialog::MakeFoot(QBoxLayout& column) {
-    auto* const place = new QHBoxLayout;
-    Path_ = new QLineEdit(this);
-    Path_->setAccessibleName(QStringLiteral("File to save"));
-    auto* const choose = new QPushButton(QStringLiteral("&Choose…"), this);
-    Save_ = new QPushButton(QStringLiteral("&Save"), this);
-    place->addWidget(Path_, 1);
-    place->addWidget(choose);
-    place->addWidget(Save_);
-    column.addLayout(place);
+    column.addLayout(Place_.Row());
     auto* const row = new QHBoxLayout;
-    State_ = new QLabel(this);
-    State_->setObjectName(QStringLiteral("reportState"));
-    State_->setTextFormat(Qt::PlainText);
-    State_->setWordWrap(true);
-    Replace_ = new QPushButton(QStringLiteral("&Replace it"), this);
-    Replace_->hide();
     auto* const done = new QPushButton(QStringLiteral("Close"), this);
-    row->addWidget(State_, 1);
-    row->addWidget(Replace_);
+    row->addWidget(&Place_.State(), 1);
+    row->addWidget(&Place_.Replace());
     row->addWidget(done);
     column.addLayout(row);
-    QObject::connect(Path_, &QLineEdit::textChanged, this, [this] { Tell({}); });
-    QObject::connect(Path_, &QLineEdit::returnPressed, this, [this] { Save(false); });
-    QObject::connect(choose, &QPushButton::clicked, this, [this] { ChoosePath(); });
-    QObject::connect(Save_, &QPushButton::clicked, this, [this] { Save(false); });
-    QObject::connect(Replace_, &QPushButton::clicked, this, [this] { Save(true); });
+    Place_.Wanted = [this](const QString& path, bool replaces) { Save(path, replaces); };
     QObject::connect(done, &QPushButton::clicked, this, [this] { close(); });
 }
 
@@ -96,7 +71,7 @@ void ReportDialog::Open() {
     if (!isVisible()) {
         const QSignalBlocker quiet(Whole_);
         Whole_->setChecked(false);
-        Path_->setText(QFile::decodeName(QByteArray::fromStdString(Source_.Path())));
+        Place_.SetPath(QFile::decodeName(QByteArray::fromStdString(Source_.Path())));
     }
     {
         const QSignalBlocker quiet(Days_);
@@ -105,57 +80,24 @@ void ReportDialog::Open() {
             Days_->addItem(QString::fromStdString(day));
     }
     MakeText();
-    if (!std::exchange(WasPlaced_, true))
-        PutBeside(*this, Form_);
-    BringForward(*this);
-    Save_->setFocus();
-}
-
-void ReportDialog::closeEvent(QCloseEvent* event) {
-    QWidget::closeEvent(event);
-    GiveKeyboardBack(Form_);
-}
-
-void ReportDialog::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_Escape)
-        close();
-    else
-        QWidget::keyPressEvent(event);
+    ComeForward();
+    Place_.Save().setFocus();
 }
 
 void ReportDialog::MakeText() {
     Report_ = Source_.Text(Days_->currentText().toStdString(), Whole_->isChecked());
     Preview_->setPlainText(QString::fromStdString(Report_));
-    Tell({});
+    Place_.Tell({});
 }
 
-/// This dialog asks itself whether a file is to be replaced.
-void ReportDialog::ChoosePath() {
-    auto* const dialog = new QFileDialog(this, QStringLiteral("Save the report"));
-    dialog->setAttribute(Qt::WA_DeleteOnClose);
-    dialog->setAcceptMode(QFileDialog::AcceptSave);
-    dialog->setOption(QFileDialog::DontConfirmOverwrite);
-    dialog->selectFile(Path_->text());
-    QObject::connect(dialog, &QFileDialog::fileSelected, this, [this](const QString& file) { Path_->setText(file); });
-    dialog->open();
-}
-
-void ReportDialog::Save(bool replaces) {
-    const QString path = Path_->text().trimmed();
-    if (path.isEmpty())
-        return Tell(QStringLiteral("Say where the file is to be saved."));
+void ReportDialog::Save(const QString& path, bool replaces) {
     const ReportSource::Outcome outcome = Source_.Save(QFile::encodeName(path).toStdString(), Report_, replaces);
     if (outcome.Result == ReportSource::Step::Exists)
-        Tell(QStringLiteral("There is a file of this name already."), true);
+        Place_.AskToReplace();
     else if (outcome.Result == ReportSource::Step::Failed)
-        Tell(QStringLiteral("Not saved: %1. Choose another place.").arg(QString::fromStdString(outcome.Why)));
+        Place_.Tell(QStringLiteral("Not saved: %1. Choose another place.").arg(QString::fromStdString(outcome.Why)));
     else
-        Tell(QStringLiteral("Saved: %1").arg(path));
-}
-
-void ReportDialog::Tell(const QString& what, bool asksToReplace) {
-    State_->setText(what);
-    Replace_->setVisible(asksToReplace);
+        Place_.Tell(QStringLiteral("Saved: %1").arg(path));
 }
 
 } // namespace backends::qt

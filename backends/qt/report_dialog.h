@@ -2,13 +2,12 @@
 // "Report a problem": what a person packs into one file, sees before it is saved, and saves where they choose.
 #pragma once
 
+#include "backends/qt/beside_form.h"
+#include "backends/qt/save_place.h"
+
 #include <QCheckBox>
 #include <QComboBox>
-#include <QLabel>
-#include <QLineEdit>
 #include <QPlainTextEdit>
-#include <QPushButton>
-#include <QWidget>
 
 #include <functional>
 #include <string>
@@ -33,7 +32,7 @@ struct ReportSource {
     std::function<std::string()> Path; ///< where the file is proposed to be
 };
 
-class ReportDialog final : public QWidget {
+class ReportDialog final : public BesideForm {
 public:
     /// `form`: the form's window, which must live longer.
     ReportDialog(ReportSource source, QWidget& form);
@@ -41,29 +40,18 @@ public:
     /// Opens the dialog, or brings it to the front with the text of now.
     void Open();
 
-protected:
-    void closeEvent(QCloseEvent* event) override;
-    void keyPressEvent(QKeyEvent* event) override;
-
 private:
     void MakeChoices(QBoxLayout& column);
     void MakeFoot(QBoxLayout& column);
     void MakeText();
-    void ChoosePath();
-    void Save(bool replaces);
-    void Tell(const QString& what, bool asksToReplace = false);
+    void Save(const QString& path, bool replaces);
 
     ReportSource Source_;
-    QWidget& Form_;
     std::string Report_; ///< as it is shown, which is as it is saved
     QComboBox* Days_;
     QCheckBox* Whole_;
     QPlainTextEdit* Preview_;
-    QLineEdit* Path_;
-    QPushButton* Save_;
-    QPushButton* Replace_;
-    QLabel* State_;
-    bool WasPlaced_ = false;
+    SavePlace Place_;
 };
 
 } // namespace backends::qt

@@ -34,4 +34,12 @@ bool LineWalk::Next() {
     return true;
 }
 
+std::size_t RecordsOf(std::string_view table) {
+    LineWalk walk(table);
+    std::size_t count = 0;
+    for (walk.Next(); walk.Next();)
+        ++count;
+    return count;
+}
+
 } // namespace values

@@ -26,4 +26,7 @@ private:
     std::size_t Number_ = 0;
 };
 
+/// Returns the number of rows of a table, without its header.
+std::size_t RecordsOf(std::string_view table);
+
 } // namespace values

@@ -2,6 +2,7 @@
 #include "src/text/text.h"
 
 #include "src/text/characters.h"
+#include "src/text/utf8.h"
 
 #include <algorithm>
 #include <cstring>
@@ -30,59 +31,6 @@ char16_t Mapped(const CaseRun (&runs)[Count], char16_t character) {
     if (run == std::end(runs) || character < run->First || (character - run->First) % run->Step != 0)
         return character;
     return static_cast<char16_t>(character + run->Added);
-}
-
-void AppendUtf8(std::string& bytes, char32_t code) {
-    const auto tail = [&bytes](char32_t bits) { bytes += static_cast<char>(0x80U | (bits & 0x3FU)); };
-    if (code < 0x80) {
-        bytes += static_cast<char>(code);
-    } else if (code < 0x800) {
-        bytes += static_cast<char>(0xC0U | code >> 6U);
-        tail(code);
-    } else if (code < 0x10000) {
-        bytes += static_cast<char>(0xE0U | code >> 12U);
-        tail(code >> 6U);
-        tail(code);
-    } else {
-        bytes += static_cast<char>(0xF0U | code >> 18U);
-        tail(code >> 12U);
-        tail(code >> 6U);
-        tail(code);
-    }
-}
-
-struct Sequence {
-    std::size_t Length = 0; ///< in bytes; 0 if no valid sequence begins here
-    char32_t Code = 0;
-};
-
-/// Returns the number of bytes that a lead byte announces, and the smallest code that may be written with so many.
-Sequence Announced(unsigned char lead) {
-    if (lead >= 0xC2 && lead <= 0xDF)
-        return {2, 0x80};
-    if (lead >= 0xE0 && lead <= 0xEF)
-        return {3, 0x800};
-    if (lead >= 0xF0 && lead <= 0xF4)
-        return {4, 0x10000};
-    return {};
-}
-
-Sequence ReadSequence(std::string_view bytes) {
-    const auto lead = static_cast<unsigned char>(bytes.front());
-    const Sequence announced = Announced(lead);
-    if (announced.Length == 0 || announced.Length > bytes.size())
-        return {};
-    char32_t code = lead & (0x7FU >> announced.Length);
-    for (std::size_t i = 1; i < announced.Length; ++i) {
-        const auto tail = static_cast<unsigned char>(bytes[i]);
-        if ((tail & 0xC0U) != 0x80U)
-            return {};
-        code = code << 6U | (tail & 0x3FU);
-    }
-    const bool surrogate = IsHighHalf(code) || IsLowHalf(code);
-    if (code < announced.Code || code > 0x10FFFF || surrogate)
-        return {};
-    return {announced.Length, code};
 }
 
 /// Returns the number of ASCII characters at the start of a text or of bytes. It checks eight bytes at a time, because
@@ -227,7 +175,7 @@ void AppendBytes(Text& text, std::string_view bytes) {
     while (!bytes.empty()) {
         bytes.remove_prefix(AppendAscii(text, bytes));
         while (!bytes.empty() && static_cast<unsigned char>(bytes.front()) >= FirstBeyondAscii) {
-            const Sequence sequence = ReadSequence(bytes);
+            const Utf8Character sequence = FirstCharacter(bytes);
             if (sequence.Length == 0)
                 text += static_cast<char16_t>(RawByteBase + static_cast<unsigned char>(bytes.front()));
             else

@@ -104,6 +104,17 @@ protected:
         fs::remove(Link());
         fs::create_symlink(Line.Path(), Link());
     }
+    /// Writes the client of the document and a console on this root folder for it. Returns the client's path.
+    std::string Client() {
+        std::ifstream page(CONSOLE_PAGE);
+        const std::string text((std::istreambuf_iterator<char>(page)), std::istreambuf_iterator<char>());
+        const std::size_t start = text.find("```python\n") + 10;
+        State.Put("client.py", text.substr(start, text.find("```", start) - start));
+        State.Put("console",
+                  "#!/bin/sh\nexec " + std::string(QUORIN_CONSOLE) + " --root '" + Root.Path().string() + "' \"$@\"\n");
+        fs::permissions(State.Path() / "console", fs::perms::owner_all);
+        return (State.Path() / "client.py").string();
+    }
     /// The program has made the terminal a line that translates nothing.
     bool LineIsOpen() const {
         termios settings{};
@@ -181,14 +192,7 @@ TEST_F(LiveStation, PutsBackWhatAPowerCutLeft) {
 }
 
 TEST_F(LiveStation, TheClientOfTheDocumentPrintsItsReadings) {
-    std::ifstream page(CONSOLE_PAGE);
-    const std::string text((std::istreambuf_iterator<char>(page)), std::istreambuf_iterator<char>());
-    const std::size_t start = text.find("```python\n") + 10;
-    State.Put("client.py", text.substr(start, text.find("```", start) - start));
-    State.Put("console",
-              "#!/bin/sh\nexec " + std::string(QUORIN_CONSOLE) + " --root '" + Root.Path().string() + "' \"$@\"\n");
-    fs::permissions(State.Path() / "console", fs::perms::owner_all);
-    const std::string client = (State.Path() / "client.py").string();
+    const std::string client = Client();
     std::thread sender([this] {
         Eventually([this] { return LineIsOpen(); });
         Line.Send(Result(1) + Result(2));
@@ -200,6 +204,14 @@ TEST_F(LiveStation, TheClientOfTheDocumentPrintsItsReadings) {
     EXPECT_EQ(run.Status, 0) << run.Errors;
     EXPECT_THAT(run.Output, HasSubstr("taken 1 % -> Moisture\n"));
     EXPECT_THAT(run.Output, HasSubstr("saved qrn0001.txt 2\n"));
+}
+
+TEST_F(LiveStation, TheClientWithoutACountGoesOn) {
+    const Outcome run = Shell("timeout -s KILL 4 python3 " + Client() + " " + (State.Path() / "console").string() +
+                                  " Meter 1=" + Link() + " >output 2>errors",
+                              "");
+    EXPECT_NE(run.Status, 0) << "it has ended by itself";
+    EXPECT_THAT(run.Output, HasSubstr("station Collects Meter into qrn0001.txt."));
 }
 
 TEST(ServiceOfAStation, HasTheOptionsOfTheProgram) {

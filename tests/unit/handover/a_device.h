@@ -26,8 +26,11 @@ protected:
                 {"qrn0002.txt", Root.Path("Quorin/qrn0002.txt"), Kind::Download}};
     }
 
-    Plan ThePlan() const {
-        return {.Device = "shed", .Time = Time, .Target = Stick.Path(), .Root = Root.Path(), .Sources = Sources()};
+    Plan ThePlan() const { return PlanOf(Sources()); }
+    Plan PlanOf(const std::vector<Source>& sources) const {
+        return {.Device = "shed", .Time = Time, .Target = Stick.Path(), .Root = Root.Path(), .List = [sources] {
+                    return Listing{sources, {}};
+                }};
     }
 
     Result Run() {

@@ -22,12 +22,12 @@ protected:
     }
 
     Plan PlanOfMany() const {
-        Plan plan = ThePlan();
+        std::vector<Source> sources = Sources();
         for (int i = 3; i < 12; ++i) {
             const std::string name = "qrn00" + std::to_string(i + 10) + ".txt";
-            plan.Sources.push_back({name, Root.Path("Quorin/" + name), Kind::Download});
+            sources.push_back({name, Root.Path("Quorin/" + name), Kind::Download});
         }
-        return plan;
+        return PlanOf(sources);
     }
 
     /// Returns what is at the stick under a name of its own, and not as it is on the device.
@@ -78,10 +78,11 @@ protected:
         const Result again = HandOver(PlanOfMany(), [](const FileResult&) {});
         EXPECT_EQ(again.WhyNot, "") << number;
         EXPECT_EQ(again.Failed, 0u) << number;
-        EXPECT_EQ(again.Copied + again.Same, PlanOfMany().Sources.size()) << number;
+        EXPECT_EQ(again.Copied + again.Same, PlanOfMany().List().Sources.size()) << number;
         EXPECT_THAT(Wrong(), IsEmpty()) << number;
         EXPECT_THAT(Hidden(), IsEmpty()) << number;
-        EXPECT_EQ(Stick.Entries("shed/2026-11-23"), static_cast<std::ptrdiff_t>(PlanOfMany().Sources.size())) << number;
+        EXPECT_EQ(Stick.Entries("shed/2026-11-23"), static_cast<std::ptrdiff_t>(PlanOfMany().List().Sources.size()))
+            << number;
     }
 };
 
@@ -100,7 +101,7 @@ TEST_F(CutHandOver, AKilledOneIsWholeAndCompletedByTheNext) {
         EXPECT_TRUE(WIFSIGNALED(status)) << number;
         EXPECT_THAT(Wrong(), IsEmpty()) << number;
         if (Stick.Has(Day("qrnctrl.txt"))) { // and with it all that it names
-            EXPECT_EQ(FilesOfDay(), PlanOfMany().Sources.size()) << number;
+            EXPECT_EQ(FilesOfDay(), PlanOfMany().List().Sources.size()) << number;
         }
         RunAgainCompletes(number);
         Clear();

@@ -119,11 +119,43 @@ TEST_F(HandedOver, ANewerReceiptIsRefused) {
     EXPECT_FALSE(Stick.Has(Day("")));
 }
 
+/// "New" and "Open" of the form, between the two looks at the device.
+TEST_F(HandedOver, NoRegisterNamesADownloadThatIsNotThere) {
+    const std::string before = Root.Bytes("Quorin/qrnctrl.txt");
+    Plan plan = ThePlan();
+    int looks = 0;
+    plan.List = [&] {
+        if (++looks == 2) {
+            Root.Put("Quorin/qrnctrl.txt", before + "Meter|qrn0003.txt|20261123|\n");
+            Root.Put("Quorin/qrn0003.txt", "Place\n");
+        }
+        std::vector<Source> sources = Sources();
+        if (looks == 2)
+            sources.push_back({"qrn0003.txt", Root.Path("Quorin/qrn0003.txt"), Kind::Download});
+        return Listing{sources, {}};
+    };
+    HandOver(plan, [](const FileResult&) {});
+    EXPECT_EQ(Stick.Bytes(Day("qrnctrl.txt")), before);
+    EXPECT_EQ(Stick.Bytes(Day("qrn0003.txt")), "Place\n");
+}
+
+TEST_F(HandedOver, AFolderThatCantBeListedIsTold) {
+    Plan plan = ThePlan();
+    plan.List = [this] { return Listing{Sources(), {"The folder x can't be read: it is locked."}}; };
+    std::vector<std::string> told;
+    EXPECT_EQ(HandOver(plan,
+                       [&told](const FileResult& file) {
+                           if (!file.Why.empty())
+                               told.push_back(file.Why);
+                       })
+                  .Failed,
+              1u);
+    EXPECT_THAT(told, ElementsAre("The folder x can't be read: it is locked."));
+}
+
 TEST_F(HandedOver, AJournalEndsWithItsLastWholeLine) {
     Root.Put("day.jsonl", "{\"event\":\"start\"}\n{\"eve");
-    Plan plan = ThePlan();
-    plan.Sources = {{"journal/day.jsonl", Root.Path("day.jsonl"), Kind::Journal}};
-    HandOver(plan, [](const FileResult&) {});
+    HandOver(PlanOf({{"journal/day.jsonl", Root.Path("day.jsonl"), Kind::Journal}}), [](const FileResult&) {});
     EXPECT_EQ(Stick.Bytes(Day("journal/day.jsonl")), "{\"event\":\"start\"}\n");
 }
 
@@ -137,8 +169,7 @@ TEST_F(HandedOver, ADatabaseInUseIsConsistent) {
     run("INSERT INTO TEXT VALUES (0, 1, 'Place'), (1, 2, 'North')");
     run("BEGIN IMMEDIATE");
     run("INSERT INTO TEXT VALUES (2, 3, 'half')"); // not committed
-    Plan plan = ThePlan();
-    plan.Sources = {{"Databases/d.sqlite", Root.Path("d.sqlite"), Kind::DownloadDatabase}};
+    const Plan plan = PlanOf({{"Databases/d.sqlite", Root.Path("d.sqlite"), Kind::DownloadDatabase}});
     EXPECT_EQ(HandOver(plan, [](const FileResult&) {}).Records, 1u);
     sqlite3_close(writer);
     sqlite3* copy = nullptr;
@@ -151,11 +182,13 @@ TEST_F(HandedOver, ADatabaseInUseIsConsistent) {
     sqlite3_close(copy);
 }
 
-TEST(FolderNames, AreOnesOfEveryFileSystem) {
+TEST(FolderNames, HaveNoCharacterThatAFileSystemRefuses) {
     EXPECT_EQ(FolderNameOf("shed"), "shed");
     EXPECT_EQ(FolderNameOf("../a:b"), "_._a_b");
     EXPECT_EQ(FolderNameOf("name. "), "name");
     EXPECT_EQ(FolderNameOf(""), "device");
+    const std::string longName(99, 'a');
+    EXPECT_EQ(FolderNameOf(longName + "\u00e4b"), longName) << "it is not cut within a character";
 }
 
 } // namespace

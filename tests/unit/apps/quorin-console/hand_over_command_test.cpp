@@ -62,6 +62,14 @@ TEST_F(HandOverCommand, TakesWhatTheRegisterNamesAndTellsWhatItCant) {
     EXPECT_THAT(Place.Bytes("told"), testing::Not(HasSubstr("never.txt"))) << "it was never opened";
 }
 
+TEST_F(HandOverCommand, TellsAFolderThatItCantList) {
+    Place.Put("root/Databases", "no folder");
+    EXPECT_EQ(Run(Place.Path("stick")), 1);
+    EXPECT_THAT(Place.Bytes("told"), HasSubstr("The folder " + Place.Path("root") + "/Databases can't be read: "));
+    EXPECT_EQ(Place.Bytes(Find("qrn0001.txt")), "Place|Moisture\nNorth|12\nSouth|13\n")
+        << "the others come all the same";
+}
+
 TEST_F(HandOverCommand, WorksBesideAProgramOnTheRoot) {
     backends::RootLock lock;
     ASSERT_EQ(lock.Take(Place.Path("root"), "window"), backends::LockResult::Held);

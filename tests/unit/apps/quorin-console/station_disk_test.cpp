@@ -16,7 +16,7 @@ protected:
     DiskOfAStation() {
         InstallMeter();
         Device.Host.settings.Save(u"Quorin", u"Settings", u"ComPort", u"Com1");
-        Collector.FreeBytes = [this](const std::string& folder) {
+        Collector.Space.Find = [this](const std::string& folder) {
             EXPECT_EQ(folder, "/data");
             return Free;
         };

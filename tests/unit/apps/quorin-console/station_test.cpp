@@ -189,7 +189,7 @@ TEST_F(StationOf, ThatIsLeftSaysSo) {
     EXPECT_EQ(Download(), "Moisture|Day\n1 %|\n");
 }
 
-TEST_F(StationOf, AFieldThatIsTypedIntoIsLeftAlone) {
+TEST_F(StationOf, AnOpenFieldTakesTheReadingOfItsRow) {
     Collect({{"tap 1 1", "pick 2008-02-29", "tick 100", "tap 0 1", "set 7"},
              Burst({Result("Moisture", "1")}),
              {"choose Close"}});
@@ -334,6 +334,10 @@ INSTANTIATE_TEST_SUITE_P(
                     Hindrance{"Port", "settings.ini", "", "no port is chosen; --port N=ADDRESS says which one"}),
     [](const testing::TestParamInfo<Hindrance>& hindrance) { return hindrance.param.Name; });
 // clang-format on
+
+TEST_F(StationOf, ItsStateHasTheNumberOfTheContract) {
+    EXPECT_EQ(Tell({"state"}).Last("SelectedDriver").at("Contract"), 1);
+}
 
 TEST_F(StationOf, AnEmptyNameIsNoWish) {
     const Outcome run = Tell({}, {"--station", ""});

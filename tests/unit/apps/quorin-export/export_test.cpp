@@ -67,6 +67,27 @@ TEST_F(Exports, HaveTheFormatOfTheirName) {
     EXPECT_EQ(Place.Bytes("b.jsonl"), Shown) << "what is asked for comes first";
 }
 
+TEST_F(Exports, WithNothingToldApartAreCsvWhateverTheirName) {
+    EXPECT_EQ(Export("qrn0001.txt --raw").Status, 0);
+    const std::string raw = Export("qrn0001.txt --raw").Output;
+    for (const char* name : {"raw.xlsx", "raw.svg", "raw.jsonl"}) {
+        EXPECT_EQ(Export("qrn0001.txt --raw -o '" + Out(name) + "'").Status, 0);
+        EXPECT_EQ(Place.Bytes(name), raw) << name;
+    }
+}
+
+TEST_F(Exports, OfNoColumnAreRefused) {
+    const Outcome done = Export("qrn0001.txt --column nope -o '" + Out("none.csv") + "'");
+    EXPECT_EQ(done.Status, 1);
+    EXPECT_THAT(done.Errors, HasSubstr("qrn0001.txt has none of the columns that --column names."));
+    EXPECT_FALSE(fs::exists(Place.Path() / "none.csv"));
+}
+
+TEST_F(Exports, ThatAreNoPlotRefuseItsOptionsByTheirFormat) {
+    EXPECT_THAT(Export("qrn0001.txt --plot moisture").Errors,
+                HasSubstr("csv: is no plot: --plot goes with --format svg, png, pdf or text"));
+}
+
 TEST_F(Exports, HaveADescriptionBesideTheirFile) {
     EXPECT_EQ(Export("qrn0001.txt -o '" + Out("climate.csv") + "'").Status, 0);
     EXPECT_EQ(Place.Bytes("climate.csv"), Shown);

@@ -89,6 +89,19 @@ TEST_F(Imports, ThatAreNoUtf8AreTold) {
     EXPECT_THAT(done.Errors, HasSubstr("line 2: a value has bytes that are no UTF-8, which stay as they are"));
 }
 
+TEST_F(Imports, OfOldLineEndsSayWhatIsWrong) {
+    EXPECT_THAT(Import("Site\rCellar\r").Errors, HasSubstr("line 1: a carriage return stands alone"));
+}
+
+TEST_F(Imports, HaveEachUnitOnce) {
+    const Outcome done = Import("Site,Moisture,Moisture_unit\na,5 %,%\nb,6,%\nc,7 g,%\n");
+    EXPECT_EQ(done.Status, 5);
+    EXPECT_THAT(done.Errors, HasSubstr("line 4: \"7 g\" has a unit already, which stays: \"%\" is left out"));
+    const std::string table = Table("qrn0003.txt");
+    for (const char* value : {"|5 %|", "|6 %|", "|7 g|"})
+        EXPECT_THAT(table, HasSubstr(value));
+}
+
 TEST_F(Imports, ReplaceNoFileThatTheRegisterDoesNotName) {
     Put("qrn0003.txt", "Site\nold\n");
     const Outcome refused = Import("Site\nCellar\n");

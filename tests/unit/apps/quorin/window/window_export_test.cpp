@@ -90,7 +90,7 @@ protected:
 TEST_F(ExportOfTheWindow, ShowsTheFirstRecordsOfTheOpenDownload) {
     OpenTheRecord();
     OpenDialog();
-    EXPECT_EQ(Dialog()->findChild<QLabel*>()->text().toStdString(),
+    EXPECT_EQ(Dialog()->findChild<QLabel*>(QStringLiteral("exportTitle"))->text().toStdString(),
               "qrn0001.txt. The record on the screen is in it as it was saved last.");
     EXPECT_EQ(Table().columnCount(), 3);
     EXPECT_EQ(Table().horizontalHeaderItem(1)->text(), QStringLiteral("moisture"));
@@ -173,7 +173,7 @@ TEST_F(ExportOfTheWindow, TakesTheDownloadThatIsSelectedInTheList) {
     Settle();
     OpenDialog();
     EXPECT_EQ(Cell(0, 0), "loft, east");
-    EXPECT_EQ(Dialog()->findChild<QLabel*>()->text(), QStringLiteral("qrn0001.txt"));
+    EXPECT_EQ(Dialog()->findChild<QLabel*>(QStringLiteral("exportTitle"))->text(), QStringLiteral("qrn0001.txt"));
     EXPECT_EQ(Dialog()->findChild<QComboBox*>()->findData(QStringLiteral("svg")), -1) << "a plot is no table";
 }
 
@@ -203,7 +203,8 @@ TEST_F(ExportOfTheWindow, HasTheColumnsThatWereNotLeftOutOfAnotherDriver) {
 TEST_F(ExportOfTheWindow, SaysThatNoDownloadIsOpen) {
     Settle();
     Export.Open();
-    EXPECT_THAT(Dialog()->findChild<QLabel*>()->text().toStdString(), HasSubstr("No download is open"));
+    EXPECT_THAT(Dialog()->findChild<QLabel*>(QStringLiteral("exportTitle"))->text().toStdString(),
+                HasSubstr("No download is open"));
     EXPECT_FALSE(Button("&Save")->isEnabled());
 }
 

@@ -10,6 +10,8 @@
 
 #include <gmock/gmock.h>
 
+#include <fstream>
+
 namespace quorin {
 namespace {
 
@@ -80,6 +82,8 @@ TEST_F(HandOverOfTheWindow, TellsAtTheStartWhatWasNotHandedOver) {
     To(Stick.Path());
     Put("qrn0001.txt", "Moisture\n1 %\n2 %\n3 %\n4 %\n");
     EXPECT_EQ(count(), "2 records are not handed over.");
+    std::ofstream(Device.Folder.Path() / "hand-over.jsonl") << "{\"hand-over\":99}\n";
+    EXPECT_THAT(count(), HasSubstr("a newer program has written it"));
 }
 
 } // namespace

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "handover/sha256.h"
+#include "backends/digest/sha256.h"
 
 #include <array>
 #include <nettle/sha2.h>
 
-namespace handover {
+namespace backends {
 
 Sha256::Sha256() : Context_(std::make_unique<sha256_ctx>()) {
     sha256_init(Context_.get());
@@ -32,4 +32,4 @@ std::string Sha256Of(std::string_view bytes) {
     return hash.Digits();
 }
 
-} // namespace handover
+} // namespace backends

@@ -7,7 +7,7 @@
 
 struct sha256_ctx;
 
-namespace handover {
+namespace backends {
 
 /// The SHA-256 of bytes that come in parts.
 class Sha256 {
@@ -27,4 +27,4 @@ private:
 
 std::string Sha256Of(std::string_view bytes);
 
-} // namespace handover
+} // namespace backends
