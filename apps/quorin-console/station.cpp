@@ -160,7 +160,6 @@ Text Station::WhyNotThisDriver() const {
 /// new download is selected as that report would.
 Text Station::OpenAnother() {
     const std::size_t before = Downloads.DownloadFiles.size();
-    Failure_.clear();
     RunCommand(u"Back");
     if (!Failure_.empty())
         return Failure_;
@@ -178,7 +177,6 @@ Text Station::OpenAnother() {
 }
 
 Text Station::NewRecord() {
-    Failure_.clear();
     RunCommand(u"New Record");
     return Failure_;
 }
@@ -263,10 +261,13 @@ void Station::Foreign(const platform::Verdict& verdict) {
 void Station::RowChanged(const platform::RowChange& change) {
     if (change.Event == platform::RowEvent::Deleted)
         return;
-    if (!change.Why.empty())
+    if (!change.Why.empty()) {
         Failure_ = change.File + u" can't be written: " + change.Why;
-    else if (change.Event == platform::RowEvent::Saved)
+    } else if (change.Event == platform::RowEvent::Saved) {
         Unsaved_.clear();
+        Failure_.clear();
+        NextSave_ = 0;
+    }
 }
 
 // --- each round ------------------------------------------------------------------------------------------------------
@@ -362,9 +363,9 @@ bool Station::MaySave() const {
 /// "Last Record" saves the record, which is the last one unless a command has led elsewhere, and shows the last one.
 /// What another program keeps locked stays marked as changed, and is tried again.
 void Station::SaveRecord() {
-    Failure_.clear();
     RunCommand(u"Last Record");
-    NextSave_ = Table.RecordDirty ? Device_.clock.Milliseconds() + BetweenSaves : 0;
+    if (Table.RecordDirty)
+        NextSave_ = Device_.clock.Milliseconds() + BetweenSaves;
 }
 
 // --- what is told ----------------------------------------------------------------------------------------------------

@@ -56,7 +56,10 @@ protected:
     }
     std::string State() { return Dialog()->findChild<QLabel*>(QStringLiteral("exportState"))->text().toStdString(); }
     QTableWidget& Table() { return *Dialog()->findChild<QTableWidget*>(); }
-    std::string Cell(int row, int column) { return Table().item(row, column)->text().toStdString(); }
+    std::string Cell(int row, int column) {
+        const QTableWidgetItem* const item = Table().item(row, column);
+        return item == nullptr ? "no cell" : item->text().toStdString();
+    }
     void Choose(const char* format) {
         auto* const formats = Dialog()->findChild<QComboBox*>();
         formats->setCurrentIndex(formats->findData(QString::fromLatin1(format)));
