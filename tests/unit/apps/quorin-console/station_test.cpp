@@ -211,7 +211,7 @@ TEST_F(StationOf, AQuestionThatNobodyWillAnswerIsAnsweredWithNo) {
     EXPECT_THAT(run.Output, HasSubstr(R"({"done":"answer"})"));
 }
 
-TEST_F(StationOf, AReadingOnAnEarlierRecordIsSavedAndTheLastOneIsShown) {
+TEST_F(StationOf, AReadingOnAnEarlierRecordIsSavedToo) {
     Root.Put("Quorin/qrn0001.txt", "Moisture|Day\n|\n7 %|\n8 %|\n");
     const Outcome run =
         Collect({{"choose First Record", "tick 200"}, Burst({Result("Moisture", "1")}), {"state", "quit"}});
