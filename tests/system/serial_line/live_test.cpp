@@ -187,7 +187,8 @@ TEST_F(AResultFromLineToFile, SurvivesALineThatGoesAwayAndComesBack) {
     meter = send("Temperature");
     meter->FirstLine();
     EXPECT_TRUE(Shows(console, "Bluetooth :-)"));
-    console.Tell("tick 2000");
+    EXPECT_TRUE(Shows(console, "\xC2\xB0"
+                               "C"));
     console.Tell("choose Close");
     EXPECT_EQ(File("Quorin/qrn0001.txt").find("||"), std::string::npos) << File("Quorin/qrn0001.txt");
     EXPECT_EQ(console.End(), 0);
