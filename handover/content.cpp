@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <fcntl.h>
 #include <limits>
+#include <unistd.h>
 
 namespace handover {
 

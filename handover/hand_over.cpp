@@ -35,7 +35,7 @@ std::uint64_t NewRecords(const Source& source, const Content& content, const Rec
     for (const HandedFile& each : receipt.Files()) {
         if (each.File != source.Name || each.Bytes > content.Bytes.size() || each.Records > content.Records)
             continue;
-        if (Sha256Of(std::string_view(content.Bytes).substr(0, each.Bytes)) == each.Sha256)
+        if (Sha256Of(std::string_view(content.Bytes).substr(0, static_cast<std::size_t>(each.Bytes))) == each.Sha256)
             fewest = std::min(fewest, content.Records - each.Records);
     }
     return fewest;

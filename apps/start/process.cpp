@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "apps/start/process.h"
 
+#include "backends/descriptor/reason.h"
+
 #include <cerrno>
 #include <csignal>
 #include <cstdlib>
@@ -138,10 +140,7 @@ ExitStatus StatusAfterOutput(const char* program, ExitStatus status) {
     const int error = TheOutput().Error();
     if (error == 0)
         return status;
-    const char* const reason = ::strerrordesc_np(error);
-    std::cerr << program
-              << ": can't write to standard output: " << (reason != nullptr ? reason : std::to_string(error).c_str())
-              << std::endl;
+    std::cerr << program << ": can't write to standard output: " << backends::ReasonOf(error) << std::endl;
     return ExitStatus::NoOutput;
 }
 

@@ -24,12 +24,10 @@ constexpr int FolderFlags = O_PATH | O_DIRECTORY | O_CLOEXEC;
 /// The limit of the kernel for one path.
 constexpr int MostLinks = 40;
 
-/// How often to repeat a call when the kernel asks for it, as it does if folders are renamed at the same time.
-constexpr int Tries = 100;
-
 /// Opens the folder with openat2(2). Returns nothing if that call is not available.
 std::optional<ErrorNumber> AskKernel(int folder, const std::string& relative, Descriptor& found) {
 #ifdef SYS_openat2
+    constexpr int Tries = 100; // the kernel asks for it if folders are renamed at the same time
     open_how how{};
     how.flags = FolderFlags;
     how.resolve = RESOLVE_BENEATH | RESOLVE_NO_MAGICLINKS;

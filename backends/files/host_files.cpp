@@ -80,11 +80,6 @@ ErrorNumber FromErrno(int code) {
     }
 }
 
-std::string ReasonOf(int code) {
-    const char* reason = ::strerrordesc_np(code);
-    return reason != nullptr ? reason : "error " + std::to_string(code);
-}
-
 ErrorNumber IdOf(const Descriptor& folder, FolderId& id) {
     struct stat found {};
     const ErrorNumber error = LookAt(folder, found);
@@ -253,7 +248,7 @@ void TellRights(const FileEntry& file) {
 ErrorNumber CopyBytes(int from, int to) {
     std::array<char, CopyBlock> block;
     for (std::int64_t offset = 0;;) {
-        const ssize_t count = ReadAt(from, block.data(), block.size(), offset);
+        const std::int64_t count = ReadAt(from, block.data(), block.size(), offset);
         if (count <= 0)
             return count < 0 ? LastError() : NoError;
         const std::string_view bytes(block.data(), static_cast<std::size_t>(count));

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "backends/descriptor/descriptor.h"
+#include "backends/descriptor/reason.h"
 #include "src/view/platform/errors.h"
 
 #include <cerrno>
@@ -21,10 +22,6 @@ using namespace platform;
 
 /// Returns the error number for a value of errno.
 ErrorNumber FromErrno(int code);
-
-/// Returns the system's description of a value of errno: in English, like all texts of the program, whatever the
-/// locale.
-std::string ReasonOf(int code);
 
 /// Runs a step that begins by finding something by its name. If what was found has become stale, as on a network file
 /// system, the step is run once more.

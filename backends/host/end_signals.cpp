@@ -22,9 +22,9 @@ bool EndSignals::RaiseWhatIsPending() {
     signalfd_siginfo signal{};
     if (!Signals_.Valid() || ::read(Signals_.Number(), &signal, sizeof signal) != sizeof signal)
         return false;
-    const char* const name = ::sigabbrev_np(static_cast<int>(signal.ssi_signo));
+    const int number = static_cast<int>(signal.ssi_signo);
     if (Raised)
-        Raised(std::string("SIG") + (name != nullptr ? name : "NAL"));
+        Raised(number == SIGTERM ? "SIGTERM" : number == SIGINT ? "SIGINT" : "SIGHUP");
     return true;
 }
 

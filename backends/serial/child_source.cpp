@@ -16,7 +16,6 @@ namespace {
 
 constexpr auto Grace = std::chrono::milliseconds(250);
 constexpr int LastSignal = 64;
-constexpr int FirstOwnDescriptor = 3;
 constexpr int StatusNotRun = 127;
 
 /// Runs in the child. After the fork of a process with threads, nothing that takes a lock may be called here.
@@ -34,7 +33,9 @@ constexpr int StatusNotRun = 127;
     ::sigprocmask(SIG_SETMASK, &none, nullptr);
     ::dup2(input, STDIN_FILENO);
     ::dup2(output, STDOUT_FILENO);
-    ::close_range(FirstOwnDescriptor, ~0U, 0); // including the lock of the root folder
+#ifndef __EMSCRIPTEN__ // which has no processes: fork() has failed there
+    ::close_range(STDERR_FILENO + 1, ~0U, 0); // including the lock of the root folder
+#endif
     ::execl("/bin/sh", "sh", "-c", command, nullptr);
     ::_exit(StatusNotRun);
 }

@@ -3,6 +3,10 @@
 
 #include <algorithm>
 #include <charconv>
+#ifndef __cpp_lib_to_chars
+#include <locale>
+#include <sstream>
+#endif
 
 namespace values {
 
@@ -84,8 +88,14 @@ std::size_t NumberLength(std::string_view text, DecimalSign sign) {
 std::optional<double> ValueOf(std::string_view number) {
     const std::string plain = PlainNumber(number);
     double value = 0;
+#ifdef __cpp_lib_to_chars
     const auto read = std::from_chars(plain.data(), plain.data() + plain.size(), value);
     return read.ec == std::errc() ? std::optional(value) : std::nullopt;
+#else // the library for WebAssembly reads whole numbers alone in that way
+    std::istringstream text(plain);
+    text.imbue(std::locale::classic());
+    return text >> value ? std::optional(value) : std::nullopt;
+#endif
 }
 
 std::string PlainNumber(std::string_view number) {
