@@ -15,6 +15,10 @@ const SlotBytes = 2048;
 const ContentStart = 2 * SlotBytes;
 const RootId = 1;
 const FolderMode = 0o040000;
+const LinkMode = 0o120777;
+
+/// Of errno in emscripten's C library.
+const Errno = { EINVAL: 28, EIO: 29, ENOENT: 44, ENOSPC: 51, ENOTEMPTY: 55, EPERM: 63 };
 
 const CrcTable = Uint32Array.from({ length: 256 }, (_, value) => {
   for (let bit = 0; bit < 8; bit++) value = value & 1 ? (value >>> 1) ^ 0xedb88320 : value >>> 1;
@@ -88,8 +92,8 @@ export async function openPool(folder, spare) {
   return handles.concat(await Promise.all(added.map(open)));
 }
 
-/// Returns the file system over these handles, for FS.mount. `codes` are the numbers of errno by name.
-export function originFiles(FS, codes, handles) {
+/// Returns the file system over these handles, for FS.mount.
+export function originFiles(FS, handles) {
   const pool = handles.map((handle) => new PoolFile(handle));
   const free = [];
   const unflushed = new Set();
@@ -97,7 +101,7 @@ export function originFiles(FS, codes, handles) {
   let lastId = pool.reduce((most, file) => Math.max(most, file.header.id ?? 0), RootId);
 
   const fail = (name) => {
-    throw new FS.ErrnoError(codes[name]);
+    throw new FS.ErrnoError(Errno[name]);
   };
 
   /// The browser's own failures become those of a medium.
@@ -328,4 +332,12 @@ export function originFiles(FS, codes, handles) {
   };
 
   return { mount };
+}
+
+/// Lets a path lead through /proc/self/fd/N to what is beneath an open folder, as on Linux: emscripten's own entries there
+/// are links of no kind, which end a path.
+export function reachFoldersByDescriptor(FS) {
+  const descriptors = FS.lookupPath('/proc/self/fd').node;
+  const lookup = descriptors.node_ops.lookup;
+  descriptors.node_ops.lookup = (parent, name) => Object.assign(lookup(parent, name), { mode: LinkMode });
 }
