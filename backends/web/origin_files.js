@@ -57,6 +57,7 @@ class PoolFile {
     const newer = (headers[1]?.generation ?? 0) > (headers[0]?.generation ?? 0) ? 1 : 0;
     this.slot = newer;
     this.header = headers[newer] ?? { generation: 0 };
+    this.isOnMedium = this.header.generation === 0; // an earlier run may have ended before it was
   }
 
   write(header) {
@@ -68,6 +69,7 @@ class PoolFile {
     bytes.set(text, 8);
     this.slot = 1 - this.slot;
     this.header = header;
+    this.isOnMedium = false;
     if (this.handle.write(bytes, { at: this.slot * SlotBytes }) !== bytes.length) throw new DOMException('', 'QuotaExceededError');
   }
 }
@@ -116,6 +118,7 @@ export function originFiles(FS, handles) {
 
   const flush = (file) => {
     file.handle.flush();
+    file.isOnMedium = true;
     unflushed.delete(file);
   };
 
@@ -144,7 +147,7 @@ export function originFiles(FS, handles) {
   function takeFree() {
     const file = free.shift();
     if (!file) fail('ENOSPC');
-    if (unflushed.has(file)) flush(file);
+    if (!file.isOnMedium) flush(file);
     file.inUse = true;
     return file;
   }
@@ -194,7 +197,9 @@ export function originFiles(FS, handles) {
           continue;
         }
         const node = makeNode(folders.get(parent), name, mode, file);
-        if (FS.isDir(mode)) folders.set(id, node);
+        if (!FS.isDir(mode)) continue;
+        folders.set(id, node);
+        unflushed.add(file);
       }
       if (later.length === waiting.length) {
         adopt(root, later);

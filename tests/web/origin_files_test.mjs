@@ -7,7 +7,7 @@ import { tmpdir } from 'node:os';
 import { join } from 'node:path';
 import { test } from 'node:test';
 import { ran, started } from './support/console.mjs';
-import { Cut, Medium, randomNumbers } from './support/memory_pool.mjs';
+import { byChance, Cut, Medium, randomNumbers } from './support/memory_pool.mjs';
 
 const text = (module, path) => module.FS.readFile('/data/' + path, { encoding: 'utf8' });
 const names = (module, path) => module.FS.readdir('/data' + path).filter((name) => !/^\.\.?$/.test(name)).sort();
@@ -25,12 +25,14 @@ async function meterOn(medium) {
 }
 
 function sync(FS) {
-  const folder = FS.open('/data', 0);
-  folder.stream_ops.fsync(folder);
-  for (const name of FS.readdir('/data/Quorin').slice(2)) {
-    const file = FS.open('/data/Quorin/' + name, 0);
-    file.stream_ops.fsync(file);
-  }
+  for (const name of FS.readdir('/data/Quorin').slice(2)) syncOne(FS, '/data/Quorin/' + name);
+  syncOne(FS, '/data');
+}
+
+function syncOne(FS, path) {
+  const stream = FS.open(path, 0);
+  stream.stream_ops.fsync(stream);
+  FS.close(stream);
 }
 
 const OpenDownload = ['choose Start...', 'choose Ok', 'choose Open'];
@@ -75,8 +77,7 @@ async function cutAt(step, seed) {
     lines = why.lines;
   }
   const saved = lines.filter((line) => line.includes('"event":"saved"')).length;
-  const share = numbers();
-  return { wasCut, saved, medium: medium.cut(() => numbers() < share) };
+  return { wasCut, saved, medium: medium.cut(byChance(numbers)) };
 }
 
 test('a power cut loses no record that was saved', async (context) => {
@@ -101,21 +102,16 @@ test('a name is never without a file while another one takes it', async () => {
     const medium = new Medium(8);
     const { FS } = await started(medium.handles());
     FS.writeFile('/data/a', 'old');
-    const folder = FS.open('/data', 0);
-    folder.stream_ops.fsync(folder);
-    const old = FS.open('/data/a', 0);
-    old.stream_ops.fsync(old);
+    syncOne(FS, '/data/a');
     medium.cutAt = medium.steps + step;
     try {
       FS.writeFile('/data/b', 'new');
-      const file = FS.open('/data/b', 0);
-      file.stream_ops.fsync(file);
+      syncOne(FS, '/data/b');
       FS.rename('/data/b', '/data/a');
     } catch (why) {
       if (!(why instanceof Cut)) throw why;
     }
-    const numbers = randomNumbers(step);
-    const after = await started(medium.cut(() => numbers() < 0.5).handles());
+    const after = await started(medium.cut(byChance(randomNumbers(step))).handles());
     assert.match(text(after, 'a'), /^(old|new)$/, `cut at step ${step}`);
   }
 });
@@ -129,6 +125,7 @@ test('a file that was removed does not come back', async () => {
   FS.writeFile('/data/b', 'b');
   FS.rename('/data/b', '/data/moved/a');
   FS.unlink('/data/moved/a');
+  assert.ok(!FS.analyzePath('/data/moved/a').exists);
   FS.writeFile('/data/c', 'c');
   const after = await started(medium.handles());
   assert.deepEqual(names(after, ''), ['c', 'moved']);
@@ -137,7 +134,7 @@ test('a file that was removed does not come back', async () => {
 });
 
 test('a removed file can be read while it is open', async () => {
-  const medium = new Medium(3);
+  const medium = new Medium(2);
   const { FS } = await started(medium.handles());
   FS.writeFile('/data/a', 'old');
   const file = FS.open('/data/a', 0);
@@ -149,6 +146,93 @@ test('a removed file can be read while it is open', async () => {
   FS.close(file);
   FS.writeFile('/data/c', 'c'); // takes the file that is free again
   assert.deepEqual(names(await started(medium.handles()), ''), ['a', 'c']);
+});
+
+const Nothing = () => 0; // of what was not flushed
+
+test('a rename is on the medium when it returns', async () => {
+  const medium = new Medium(4);
+  const { FS } = await started(medium.handles());
+  FS.writeFile('/data/a', 'old');
+  FS.writeFile('/data/b', 'new');
+  syncOne(FS, '/data/a');
+  syncOne(FS, '/data/b');
+  FS.rename('/data/b', '/data/a');
+  const after = await started(medium.cut(Nothing).handles());
+  assert.deepEqual(names(after, ''), ['a']);
+  assert.equal(text(after, 'a'), 'new');
+});
+
+test('a file that was synced is in its folder', async () => {
+  const medium = new Medium(4);
+  const { FS } = await started(medium.handles());
+  FS.mkdir('/data/folder');
+  FS.writeFile('/data/folder/a', 'a');
+  syncOne(FS, '/data/folder/a');
+  assert.equal(text(await started(medium.cut(Nothing).handles()), 'folder/a'), 'a');
+});
+
+test('what was removed from a synced folder is gone', async () => {
+  const medium = new Medium(4);
+  const { FS } = await started(medium.handles());
+  FS.writeFile('/data/a', 'a');
+  syncOne(FS, '/data/a');
+  FS.unlink('/data/a');
+  syncOne(FS, '/data');
+  assert.deepEqual(names(await started(medium.cut(Nothing).handles()), ''), []);
+});
+
+test('a removed name does not get the content of another', async () => {
+  const medium = new Medium(1);
+  const { FS } = await started(medium.handles());
+  FS.writeFile('/data/a', 'old');
+  syncOne(FS, '/data/a');
+  FS.unlink('/data/a');
+  FS.writeFile('/data/b', 'new');
+  const after = await started(medium.cut((write) => Number(write.at >= 4096)).handles());
+  assert.deepEqual(names(after, ''), []);
+});
+
+test('what an earlier run left unsynced is synced first', async () => {
+  const medium = new Medium(2);
+  const earlier = await started(medium.handles());
+  earlier.FS.mkdir('/data/folder');
+  earlier.FS.writeFile('/data/folder/a', 'old');
+  syncOne(earlier.FS, '/data/folder/a');
+  earlier.FS.unlink('/data/folder/a');
+  const { FS } = await started(medium.handles());
+  FS.writeFile('/data/folder/b', 'new');
+  const content = (write) => Number(write.at >= 4096);
+  assert.deepEqual(names(await started(medium.cut(content).handles()), '/folder'), []);
+  syncOne(FS, '/data/folder/b');
+  assert.equal(text(await started(medium.cut(Nothing).handles()), 'folder/b'), 'new');
+});
+
+test('a damaged header is not believed', async () => {
+  const medium = new Medium(1);
+  const { FS } = await started(medium.handles());
+  FS.writeFile('/data/before', 'a');
+  FS.rename('/data/before', '/data/behind');
+  const bytes = medium.files[0].live;
+  bytes[Buffer.from(bytes).indexOf('behind')] = 'B'.charCodeAt(0);
+  assert.deepEqual(names(await started(medium.handles()), ''), ['before']);
+});
+
+test('a byte in the middle leaves the rest of a file', async () => {
+  const medium = new Medium(1);
+  const { FS } = await started(medium.handles());
+  FS.writeFile('/data/a', 'abc');
+  const file = FS.open('/data/a', 'r+');
+  FS.write(file, new TextEncoder().encode('B'), 0, 1, 1);
+  assert.equal(FS.stat('/data/a').size, 3);
+  assert.equal(FS.readFile('/data/a', { encoding: 'utf8' }), 'aBc');
+});
+
+test('a pool without a free file is a full disk', async () => {
+  const { FS } = await started(new Medium(1).handles());
+  FS.writeFile('/data/a', 'a');
+  const NoSpace = 51;
+  assert.throws(() => FS.writeFile('/data/b', 'b'), { errno: NoSpace });
 });
 
 test('a medium that is full is told, and keeps what it has', async () => {
@@ -201,8 +285,7 @@ test('a line database is whole after a power cut', async (context) => {
         break;
       }
       cuts++;
-      const numbers = randomNumbers(step);
-      const after = await started(medium.cut(() => numbers() < 0.5).handles());
+      const after = await started(medium.cut(byChance(randomNumbers(step))).handles());
       for (const name of names(after, '/Databases').filter((each) => each.startsWith('qrn0001.')))
         writeFileSync(join(folder, name), after.FS.readFile('/data/Databases/' + name));
       const download = join(folder, 'qrn0001.sqlite');

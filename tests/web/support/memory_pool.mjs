@@ -50,23 +50,36 @@ export class Medium {
     };
   }
 
-  /// The medium after the power has gone: of the writes since the last flush of a file, those that `survives` names.
+  /// The medium after the power has gone: of the writes since the last flush of a file, those that `survives` names;
+  /// one that it gives a number for has that share of its bytes on the medium.
   cut(survives) {
     const next = new Medium(0);
     next.files = this.files.map((file) => {
-      const kept = file.writes.filter(survives).reduce(after, file.kept);
+      const kept = file.writes.reduce((bytes, write) => after(bytes, torn(write, Number(survives(write)))), file.kept);
       return { live: kept, kept, writes: [] };
     });
     return next;
   }
 }
 
+function torn(write, share) {
+  if (share === 0) return null;
+  return write.bytes ? { at: write.at, bytes: write.bytes.subarray(0, Math.ceil(write.bytes.length * share)) } : write;
+}
+
 function after(bytes, write) {
+  if (write === null) return bytes;
   const size = write.size ?? Math.max(bytes.length, write.at + write.bytes.length);
   const next = new Uint8Array(size);
   next.set(bytes.subarray(0, size));
   if (write.bytes) next.set(write.bytes, write.at);
   return next;
+}
+
+/// A power cut in which each write survives, is lost or is torn by chance.
+export function byChance(numbers) {
+  const share = numbers();
+  return () => (numbers() < share ? 1 : numbers() < 0.5 ? 0 : numbers());
 }
 
 /// Numbers between 0 and 1, the same ones for the same seed.
