@@ -7,20 +7,17 @@ import { tmpdir } from 'node:os';
 import { join } from 'node:path';
 import { test } from 'node:test';
 import { ran, started } from './support/console.mjs';
+import { meterFiles, numbersIn, OpenDownload, session } from './support/meter.mjs';
 import { byChance, Cut, Medium, randomNumbers } from './support/memory_pool.mjs';
 
 const text = (module, path) => module.FS.readFile('/data/' + path, { encoding: 'utf8' });
 const names = (module, path) => module.FS.readdir('/data' + path).filter((name) => !/^\.\.?$/.test(name)).sort();
 
-/// A data folder with a driver of two fields and an empty download.
+/// Puts the data folder of a meter on the medium.
 async function meterOn(medium) {
   const { FS } = await started(medium.handles());
   FS.mkdir('/data/Quorin');
-  const put = (name, lines) => FS.writeFile('/data/Quorin/' + name, lines.join('\n') + '\n');
-  put('drivers.txt', ['NAME|INFFILE', 'Meter|meter.txt']);
-  put('qrnctrl.txt', ['DRIVER|FILE|DATE|ALIAS', 'Meter|qrn0001.txt|20070301|']);
-  put('meter.txt', ['FIELDNAME|VISIBLE|COPY|BLOB|DISPLAY|CSVNAME|DATATYPE|FORMULA', 'Place|1||||||', 'Count|1||||||']);
-  put('qrn0001.txt', ['Place|Count', '|']);
+  for (const [path, content] of Object.entries(meterFiles)) FS.writeFile(path, content);
   sync(FS);
 }
 
@@ -34,14 +31,6 @@ function syncOne(FS, path) {
   stream.stream_ops.fsync(stream);
   FS.close(stream);
 }
-
-const OpenDownload = ['choose Start...', 'choose Ok', 'choose Open'];
-const record = (number) => ['tap 0 1', `set place ${number}`, 'tap 1 1', `set ${number}`, 'choose New Record'];
-const session = (count) => [...OpenDownload, ...Array.from({ length: count }, (_, i) => record(i + 1)).flat(), 'choose Close'];
-
-/// The numbers of the rows of a download, in their order.
-const numbersIn = (download) =>
-  download.split('\n').slice(1).filter((row) => /\d/.test(row)).map((row) => Number(row.split('|')[1]));
 
 test('what was saved is there after a new start', async () => {
   const medium = new Medium(40);
