@@ -5,6 +5,7 @@
 #include "backends/files/host_files.h"
 #include "backends/files/left_files.h"
 #include "backends/files/plain_file.h"
+#include "handover/places.h"
 #include "src/text/text.h"
 #include "src/view/platform/errors.h"
 
@@ -19,15 +20,8 @@ using backends::Sha256Of;
 
 namespace {
 
-constexpr int MostNames = 10000; // of one file on one day
-
 bool IsDownload(const Source& source) {
     return source.Is == Kind::Download || source.Is == Kind::DownloadDatabase;
-}
-
-/// True if a folder is another one or beneath it; both without links.
-bool IsBeneath(const std::string& folder, const std::string& other) {
-    return (folder + "/").rfind(other == "/" ? other : other + "/", 0) == 0;
 }
 
 std::uint64_t NewRecords(const Source& source, const Content& content, const Receipt& receipt) {
@@ -39,14 +33,6 @@ std::uint64_t NewRecords(const Source& source, const Content& content, const Rec
             fewest = std::min(fewest, content.Records - each.Records);
     }
     return fewest;
-}
-
-/// "qrn0001.txt" is the first name, "qrn0001-2.txt" the second one.
-std::string NumberedName(const std::string& name, int number) {
-    if (number == 1)
-        return name;
-    const std::size_t dot = name.rfind('.');
-    return name.substr(0, dot) + "-" + std::to_string(number) + (dot == std::string::npos ? "" : name.substr(dot));
 }
 
 /// One hand-over.

@@ -119,7 +119,7 @@ void AddRegistered(const std::string& folder, const std::vector<std::string>& re
 
 } // namespace
 
-handover::Listing FilesOf(const std::string& root, const std::string& journal) {
+handover::Listing FilesOf(const std::string& root, const std::string& journal, Packages packages) {
     std::set<std::string> downloads;
     std::vector<std::string> registered;
     for (const modQuorin::RegisteredDownload& each : modQuorin::RegisteredDownloads()) {
@@ -140,6 +140,10 @@ handover::Listing FilesOf(const std::string& root, const std::string& journal) {
     if (!platform::Traits().IsMemory(data) && backends::RelativePath(data, beneath) == platform::NoError) {
         AddFiles({root + "/" + beneath, ""}, ".txt", kindOfTable, listing);
         AddRegistered(root + "/" + beneath, registered, listing);
+        if (packages == Packages::With)
+            for (const char* const ending : {".qvd", ".QVD"})
+                AddFiles(
+                    {root + "/" + beneath, ""}, ending, [](const std::string&) { return Kind::Table; }, listing);
     }
     AddFiles({root + "/Databases", "Databases/"}, ".sqlite", kindOfDatabase, listing);
     std::string canonical;

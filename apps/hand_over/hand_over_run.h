@@ -20,9 +20,12 @@ struct HandOverWish {
     bool IsForPeople = false; ///< plain lines, not objects
 };
 
+/// The driver packages that lie in the data folder: an office does not collect them, another device needs them.
+enum class Packages { Without, With };
+
 /// Returns the files of a device: those of its data folder, its line databases, and the days of its journal in a folder
 /// (empty for none). The form must not have been started.
-handover::Listing FilesOf(const std::string& root, const std::string& journal);
+handover::Listing FilesOf(const std::string& root, const std::string& journal, Packages packages = Packages::Without);
 
 /// Hands over, and writes an object for each file. Reads the device only: another program may work on it.
 start::ExitStatus HandOver(const HandOverWish& wish, backends::BackEnd& device, std::ostream& out);

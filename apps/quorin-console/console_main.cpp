@@ -98,7 +98,8 @@ ExitStatus ConsoleMain(int count, char** words, ExitStatus (*run)(const Options&
         std::cerr << "quorin-console: can't read " << options.Script << ": " << std::strerror(errno) << "\n";
         return ExitStatus::NotStarted;
     }
-    if (!options.HandOver.empty() && !IsFolder(options.Device.Root)) {
+    const bool onlyReads = !options.HandOver.empty() || !options.Export.empty();
+    if (onlyReads && !IsFolder(options.Device.Root)) {
         std::cerr << "quorin-console: there is no root folder " << options.Device.Root << "\n";
         return ExitStatus::NotStarted;
     }
@@ -110,7 +111,7 @@ ExitStatus ConsoleMain(int count, char** words, ExitStatus (*run)(const Options&
     session.JournalToKeep = options.Journal;
     session.StationToRun = options.Station;
     session.Program = options.Program;
-    if (!options.HandOver.empty()) // reads only, beside a program that has the lock
+    if (onlyReads) // beside a program that has the lock
         return run(options, session);
     backends::RootLock lock;
     switch (lock.Take(options.Device.Root, "quorin-console")) {

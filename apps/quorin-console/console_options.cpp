@@ -38,6 +38,8 @@ struct Words {
     std::string Recover;
     std::string Station;
     std::string HandOver;
+    std::string Export;
+    std::string Import;
     std::string Name;
     bool Daily = false;
     apps::JournalWords Journal;
@@ -98,6 +100,8 @@ Options Understood(const Words& words) {
         options.Drafts = *state + "/drafts";
     options.Journal = apps::UnderstoodJournal(words.Journal, isStation ? apps::UsualJournal() : std::nullopt);
     options.HandOver = words.HandOver;
+    options.Export = words.Export;
+    options.Import = words.Import;
     options.DeviceName = words.Name.empty() ? apps::NameOfDevice() : words.Name;
     if (const auto kept = apps::UnderstoodJournal(words.Journal, apps::UsualJournal()))
         options.HandOverJournal = kept->Folder;
@@ -174,6 +178,22 @@ void Describe(CLI::App& app, Words& words) {
         ->excludes("--recover")
         ->excludes("--ports")
         ->excludes("--station")
+        ->check(NotEmpty);
+    app.add_option("--export", words.Export,
+                   "Write all data, and the journal, as one zip file, and end; another program may be running")
+        ->type_name("ZIP")
+        ->excludes("--recover")
+        ->excludes("--ports")
+        ->excludes("--station")
+        ->excludes("--hand-over")
+        ->check(NotEmpty);
+    app.add_option("--import", words.Import, "Take in what is new in such a zip file, and end")
+        ->type_name("ZIP")
+        ->excludes("--recover")
+        ->excludes("--ports")
+        ->excludes("--station")
+        ->excludes("--hand-over")
+        ->excludes("--export")
         ->check(NotEmpty);
     app.add_option("--name", words.Name, "Hand-over: name of this device")
         ->type_name("NAME")

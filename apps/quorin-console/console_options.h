@@ -28,6 +28,8 @@ struct Options {
     std::optional<StationPlan> Station;           ///< what is collected without a person
     std::string HandOver;                         ///< the folder to hand over to; empty for no hand-over
     std::string HandOverJournal;                  ///< the folder of the journal that is handed over; empty for none
+    std::string Export;                           ///< the zip file to write; empty for no export
+    std::string Import;                           ///< the zip file to take in; empty for no import
     std::string DeviceName;                       ///< as the folder at the target is called
     backends::ProgramName Program;
 };

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "apps/hand_over/archive_run.h"
 #include "apps/hand_over/hand_over_run.h"
 #include "apps/quorin-console/console_main.h"
 #include "apps/quorin-console/recovery.h"
@@ -18,6 +19,15 @@ start::ExitStatus RunHeadless(const console::Options& options, console::Session&
     backends::HostDevice host(options.Device);
     backends::headless::HeadlessPlatform device(host, session, session.Out());
     backends::headless::HeadlessHand user(device);
+    const apps::ArchiveWish zip{.Program = "quorin-console",
+                                .Root = options.Device.Root,
+                                .Journal = options.HandOverJournal,
+                                .Zip = options.Export + options.Import,
+                                .IsForPeople = options.PlainText};
+    if (!options.Export.empty())
+        return apps::ExportZip(zip, device, std::cout);
+    if (!options.Import.empty())
+        return apps::ImportZip(zip, device, std::cout);
     if (!options.HandOver.empty())
         return apps::HandOver({.Program = "quorin-console",
                                .Root = options.Device.Root,

@@ -13,6 +13,8 @@
 #include "src/view/prompt.h"
 #include "src/view/questions.h"
 
+#include <algorithm>
+
 namespace modQuorin {
 
 using namespace modFileSystem;
@@ -79,6 +81,42 @@ void AddDownload(const Text& driver, const Text& file, const Text& alias) {
     if (!alias.empty())
         SetField(u"ALIAS", alias);
     SaveRow();
+}
+
+/// Returns the number in the name of a download; 0 if it has none.
+std::int32_t NumberIn(const Text& file) {
+    if (!BearsOurName(file))
+        return 0;
+    const std::size_t end = std::min(file.find_first_not_of(u"0123456789", FilePrefix.size()), file.size());
+    return modStringTools::NumberFromText(file.substr(FilePrefix.size(), end - FilePrefix.size())).value_or(0);
+}
+
+/// Returns the row of the open register before which a number belongs; one behind the last row if it is the highest.
+std::int32_t RowBehind(std::int32_t number) {
+    const std::int32_t count = TableRowCount();
+    FirstRow();
+    for (std::int32_t row = 1; row <= count; ++row) {
+        const bool isWhole = HeldFields() == static_cast<std::int32_t>(Table.TableColumns.size());
+        if (isWhole && NumberIn(GetField(u"FILE")) > number)
+            return row;
+        NextRow();
+    }
+    return count + 1;
+}
+
+/// Returns a download as a line of the open register.
+Text LineOf(const RegisteredDownload& download) {
+    Text line;
+    for (const Text& column : Table.TableColumns) {
+        const Text name = modStringTools::UpperCase(column);
+        line += &column == &Table.TableColumns.front() ? u"" : u"|";
+        line += name == u"DRIVER"  ? download.Driver
+                : name == u"FILE"  ? download.File
+                : name == u"DATE"  ? download.Date
+                : name == u"ALIAS" ? download.Alias
+                                   : Text();
+    }
+    return line;
 }
 
 void StoreAlias(std::int32_t row, const Text& alias) {
@@ -157,6 +195,18 @@ bool RegisterDownload(const Text& driver, const Text& file, const Text& alias) {
     AddDownload(driver, file, alias);
     CloseTable();
     return !RegisterLineOf(file).empty();
+}
+
+bool TakeUpDownload(const RegisteredDownload& download) {
+    OpenControl();
+    const std::int32_t place = RowBehind(NumberIn(download.File));
+    const Text line = LineOf(download);
+    if (place > TableRowCount()) // the header is line 1
+        InsertFileLine(Table.TableFile, place, InsertPosition::After, line);
+    else
+        InsertFileLine(Table.TableFile, place + 1, InsertPosition::Before, line);
+    CloseTable();
+    return RegisterLineOf(download.File) == line;
 }
 
 void EraseDownload(const Text& driver, const Text& file) {

@@ -61,6 +61,11 @@ struct RegisteredDownload {
 /// Returns all rows of the register, and closes it. Nothing is created if there is none.
 std::vector<RegisteredDownload> RegisteredDownloads();
 
+/// Adds a row of another device's register, with its date, in one step: before the first row with a higher number, so
+/// that the last row keeps the number from which NewDownload goes on. Returns false if the register does not have it
+/// afterwards.
+bool TakeUpDownload(const RegisteredDownload& download);
+
 /// Returns today's date as the register writes it: eight digits, the year first.
 Text Today();
 

@@ -14,6 +14,8 @@
 #include "src/view/platform/platform.h"
 #include "src/view/questions.h"
 
+#include <algorithm>
+
 namespace modQuorin {
 
 using namespace modFileSystem;
@@ -87,6 +89,16 @@ void NewDriver() {
     SetField(u"INFFILE", u"untitled.txt");
     SaveRow();
     ShowDriverRow();
+}
+
+bool TakeUpDriver(const Text& name, const Text& infFile) {
+    const TableLack lack = LookAtTable(Paths.DriversFile);
+    if (lack == TableLack::File || lack == TableLack::Header)
+        MakeTable(Paths.DriversFile, DriversHeader);
+    const Text line = name + u"|" + infFile;
+    const bool isAdded = InsertFileLine(Table.TableFile, std::max(TableRowCount(), 0) + 1, InsertPosition::After, line);
+    CloseTable();
+    return isAdded;
 }
 
 void DeleteDriver(Text name) {

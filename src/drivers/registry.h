@@ -30,6 +30,10 @@ void EditDriver(const Text& name);
 /// Adds an untitled driver and shows its row.
 void NewDriver();
 
+/// Adds the row of a driver whose inf file is there. For what adds a driver from outside of the form: the open table is
+/// closed. Returns false if it could not be written.
+bool TakeUpDriver(const Text& name, const Text& infFile);
+
 /// Deletes a driver and its inf file, after asking twice. Its downloads stay on disk and in their register. The name is
 /// passed by value, because the selection may change while the questions are open.
 void DeleteDriver(Text name);
