@@ -3,6 +3,7 @@
 
 #include "handover/archive_names.h"
 #include "handover/keyed_rows.h"
+#include "handover/zip_end.h"
 #include "src/text/text.h"
 
 #include <minizip/unzip.h>
@@ -87,13 +88,18 @@ std::string ArchiveIn::ReadDirectory() {
     unz_global_info64 info{};
     if (unzGetGlobalInfo64(Zip_, &info) != UNZ_OK)
         return Damaged;
+    if (info.number_entry == 0) // the library also says so of one whose end was cut off
+        return CutOrNone;
     if (info.number_entry > MostFiles)
         return "it has more files than any device";
-    int at = info.number_entry == 0 ? UNZ_END_OF_LIST_OF_FILE : unzGoToFirstFile(Zip_);
+    int at = unzGoToFirstFile(Zip_);
     for (; at == UNZ_OK; at = unzGoToNextFile(Zip_))
         if (std::string why = AddEntry(); !why.empty())
             return why;
-    if (at != UNZ_END_OF_LIST_OF_FILE)
+    // The library takes 65535 for a number that had no room, and fails behind the last one.
+    if (at != UNZ_END_OF_LIST_OF_FILE && (at != UNZ_BADZIPFILE || info.number_entry != MostCounted + 1))
+        return Damaged;
+    if (Entries_.size() > info.number_entry)
         return Damaged;
     std::uint64_t bytes = 0;
     std::uint64_t packed = 0;
@@ -103,6 +109,8 @@ std::string ArchiveIn::ReadDirectory() {
     }
     if (packed > static_cast<std::uint64_t>(File_.Size))
         return "its files lie one upon the other";
+    if (File_.IsShort)
+        return CutOrNone;
     return bytes > LargestTotal ? "it would unpack to more than any device has" : "";
 }
 
@@ -165,14 +173,15 @@ std::string ArchiveIn::Read(const ArchiveEntry& entry, std::string& bytes) {
     int count = 0;
     do {
         const std::size_t held = bytes.size();
-        bytes.resize(held + ReadAtOnce);
-        count = unzReadCurrentFile(Zip_, bytes.data() + held, static_cast<unsigned>(ReadAtOnce));
+        const std::uint64_t left = entry.Bytes - held + 1; // one more shows where there is more
+        bytes.resize(held + static_cast<std::size_t>(std::min<std::uint64_t>(ReadAtOnce, left)));
+        count = unzReadCurrentFile(Zip_, bytes.data() + held, static_cast<unsigned>(bytes.size() - held));
         bytes.resize(held + static_cast<std::size_t>(std::max(count, 0)));
     } while (count > 0 && bytes.size() <= entry.Bytes);
     const int end = unzCloseCurrentFile(Zip_); // compares the checksum
     if (File_.Error != backends::NoError)
         return modStringTools::ToBytes(platform::ErrorText(File_.Error));
-    return count != 0 || end != UNZ_OK || bytes.size() != entry.Bytes ? Damaged : "";
+    return count != 0 || end != UNZ_OK || File_.IsShort || bytes.size() != entry.Bytes ? Damaged : "";
 }
 
 } // namespace handover

@@ -7,6 +7,7 @@
 #include "handover/archive_in.h"
 #include "handover/archive_names.h"
 #include "handover/places.h"
+#include "handover/zip_end.h"
 #include "src/text/text.h"
 #include "src/view/platform/errors.h"
 
@@ -61,6 +62,7 @@ public:
     ~Packing() { Close(); }
 
     bool Add(const std::string& name, const std::string& bytes) {
+        ++Files_;
         zip_fileinfo info{};
         info.dosDate = FirstDay;
         info.external_fa = Attributes;
@@ -82,7 +84,8 @@ public:
         if (Zip_ == nullptr)
             return false;
         const std::string mark = ArchiveMark + std::to_string(ArchiveVersion);
-        return zipClose(std::exchange(Zip_, nullptr), mark.c_str()) == ZIP_OK;
+        return zipClose(std::exchange(Zip_, nullptr), mark.c_str()) == ZIP_OK &&
+               CompleteEnd(File_, Files_, mark.size());
     }
 
     std::uint64_t Size() const { return static_cast<std::uint64_t>(File_.Size); }
@@ -91,6 +94,7 @@ public:
 private:
     ZipFile File_;
     zipFile Zip_ = nullptr;
+    std::uint64_t Files_ = 0;
 };
 
 /// One export.
@@ -145,6 +149,8 @@ private:
         std::sort(all.Sources.begin(), all.Sources.end(),
                   [](const Source& one, const Source& other) { return one.Name < other.Name; });
         CheckNames(all.Sources);
+        if (all.Sources.empty())
+            Fail("There is nothing to export.");
         Packing zip(file);
         for (const Source& source : all.Sources)
             if (Done_.Failed.empty())

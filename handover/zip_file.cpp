@@ -2,6 +2,7 @@
 #include "handover/zip_file.h"
 
 #include <algorithm>
+#include <string_view>
 
 namespace handover {
 
@@ -15,24 +16,40 @@ void* Open(void* opaque, const void* /*name*/, int /*mode*/) {
     return opaque;
 }
 
+constexpr std::size_t ReadAtOnce = 16384; // bytes
+
+/// Returns what is held of the file from the offset on; it is read if nothing is.
+std::string_view PartHere(ZipFile& file) {
+    const std::int64_t place = file.Offset - file.PartAt;
+    if (place >= 0 && place < static_cast<std::int64_t>(file.Part.size()))
+        return std::string_view(file.Part).substr(static_cast<std::size_t>(place));
+    file.Part.resize(ReadAtOnce);
+    const std::int64_t count = backends::ReadAt(file.Number, file.Part.data(), ReadAtOnce, file.Offset);
+    if (count < 0)
+        file.Error = backends::FromErrno(errno);
+    file.Part.resize(static_cast<std::size_t>(std::max<std::int64_t>(count, 0)));
+    file.PartAt = file.Offset;
+    return file.Part;
+}
+
 uLong Read(void* /*opaque*/, void* stream, void* bytes, uLong count) {
     ZipFile& file = FileOf(stream);
     uLong got = 0;
     while (got < count) {
-        const std::int64_t more =
-            backends::ReadAt(file.Number, static_cast<char*>(bytes) + got, count - got, file.Offset);
-        if (more < 0)
-            file.Error = backends::FromErrno(errno);
-        if (more <= 0)
+        const std::string_view part = PartHere(file).substr(0, count - got);
+        if (part.empty())
             break;
-        file.Offset += more;
-        got += static_cast<uLong>(more);
+        part.copy(static_cast<char*>(bytes) + got, part.size());
+        got += part.size();
+        file.Offset += static_cast<std::int64_t>(part.size());
     }
+    file.IsShort = file.IsShort || got < count;
     return got;
 }
 
 uLong Write(void* /*opaque*/, void* stream, const void* bytes, uLong count) {
     ZipFile& file = FileOf(stream);
+    file.Part.clear();
     if (file.Error == backends::NoError)
         file.Error = backends::WriteAll(file.Number, {static_cast<const char*>(bytes), count}, file.Offset);
     if (file.Error != backends::NoError)

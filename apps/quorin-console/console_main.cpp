@@ -119,6 +119,8 @@ ExitStatus ConsoleMain(int count, char** words, ExitStatus (*run)(const Options&
         break;
     case LockResult::Unguarded:
         session.LockWarning = lock.Warning();
+        if (!options.Import.empty()) // there is no session to tell it
+            std::cerr << "quorin-console: " << lock.Warning() << "\n";
         break;
     case LockResult::Taken:
     case LockResult::NoFolder:

@@ -163,6 +163,25 @@ TEST_F(DownloadList, OneFromOutsideIsRegisteredWithItsAlias) {
     EXPECT_FALSE(Device.Folder.Has("Quorin/qrn0008.txt"));
 }
 
+TEST_F(DownloadList, OneOfAnotherDeviceKeepsItsDateAndItsPlace) {
+    Put("qrnctrl.txt", RegisterHeader + "Meter|qrn0001.txt|20070301|\nMeter|qrn0005.txt|20070302|\n");
+    EXPECT_TRUE(TakeUpDownload({u"Other", u"qrn0003.txt", u"Loft", u"20061224"}));
+    EXPECT_EQ(Register(),
+              "Meter|qrn0001.txt|20070301|\nOther|qrn0003.txt|20061224|Loft\nMeter|qrn0005.txt|20070302|\n");
+    EXPECT_EQ(NextDownload(), u"qrn0006.txt") << "no number is given twice";
+    EXPECT_TRUE(TakeUpDownload({u"Other", u"qrn0009.txt", u"", u"20061224"}));
+    EXPECT_TRUE(TakeUpDownload({u"Other", u"site.txt", u"", u"20061224"}));
+    EXPECT_EQ(NextDownload(), u"qrn0010.txt");
+}
+
+TEST_F(DownloadList, OneOfAnotherDeviceMakesTheRegister) {
+    std::filesystem::remove(Device.Folder.Path() / "Quorin/qrnctrl.txt");
+    EXPECT_TRUE(TakeUpDownload({u"Other", u"qrn0003.txt", u"", u"20061224"}));
+    EXPECT_EQ(Register(), "Other|qrn0003.txt|20061224|\n");
+    Device.Host.faults.FailNext(1);
+    EXPECT_FALSE(TakeUpDownload({u"Other", u"qrn0004.txt", u"", u"20061224"}));
+}
+
 TEST_F(DownloadList, OneFromOutsideThatCantBeAddedIsTold) {
     Put("qrnctrl.txt", RegisterHeader);
     Device.Host.faults.FailNext(1);

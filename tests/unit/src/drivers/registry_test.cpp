@@ -139,6 +139,20 @@ TEST_F(DriverRegistry, TablesThatCantBeMadeLeaveTheScreenEmpty) {
     EXPECT_EQ(Device.Main().Rows(), 0);
 }
 
+TEST_F(DriverRegistry, OneOfAnotherDeviceComesLast) {
+    Put("drivers.txt", "NAME|INFFILE\nZulu|zulu.txt\n");
+    EXPECT_TRUE(TakeUpDriver(u"Alpha", u"alpha.txt"));
+    EXPECT_EQ(File("drivers.txt"), "NAME|INFFILE\nZulu|zulu.txt\nAlpha|alpha.txt\n");
+}
+
+TEST_F(DriverRegistry, OneOfAnotherDeviceCostsNoRegister) {
+    std::filesystem::remove(Device.Folder.Path() / "Quorin/drivers.txt");
+    Put("qrnctrl.txt", "DRIVER|FILE|DATE|ALIAS\nA|qrn0001.txt|20070301|\n");
+    EXPECT_TRUE(TakeUpDriver(u"Alpha", u"alpha.txt"));
+    EXPECT_EQ(File("drivers.txt"), "NAME|INFFILE\nAlpha|alpha.txt\n");
+    EXPECT_EQ(File("qrnctrl.txt"), "DRIVER|FILE|DATE|ALIAS\nA|qrn0001.txt|20070301|\n");
+}
+
 TEST_F(DriverRegistry, EditShowsTheRowByColumnName) {
     InstallTwo();
     ShowInstalled();
