@@ -88,8 +88,6 @@ std::string ArchiveIn::ReadDirectory() {
     unz_global_info64 info{};
     if (unzGetGlobalInfo64(Zip_, &info) != UNZ_OK)
         return Damaged;
-    if (info.number_entry == 0) // the library also says so of one whose end was cut off
-        return CutOrNone;
     if (info.number_entry > MostFiles)
         return "it has more files than any device";
     int at = unzGoToFirstFile(Zip_);
@@ -109,8 +107,6 @@ std::string ArchiveIn::ReadDirectory() {
     }
     if (packed > static_cast<std::uint64_t>(File_.Size))
         return "its files lie one upon the other";
-    if (File_.IsShort)
-        return CutOrNone;
     return bytes > LargestTotal ? "it would unpack to more than any device has" : "";
 }
 

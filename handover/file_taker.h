@@ -2,7 +2,7 @@
 // Puts single files of a zip file to their places on a device, and tells what became of them.
 #pragma once
 
-#include "handover/taking_in.h"
+#include "handover/taker.h"
 
 #include <set>
 #include <string>

@@ -119,7 +119,8 @@ private:
         for (const KeyedRow& row : KeyedRowsOf(Register_.InZip)) {
             const Wanted wanted{RowOf(row), ++number};
             const bool isRow = !wanted.Row.Driver.empty() && !wanted.Row.Date.empty() && !wanted.Row.File.empty() &&
-                               wanted.Row.File.find_first_of("/\\") == std::string::npos;
+                               wanted.Row.File.find_first_of("/\\") == std::string::npos &&
+                               wanted.Row.File != RegisterName && wanted.Row.File != DriversName;
             if (!isRow || !Downloads_.insert(wanted.Row.File).second)
                 Odd_.push_back(wanted);
             else

@@ -96,6 +96,7 @@ std::vector<companion::PartRow> PartsOfOthers() {
             {"SQLite", "public domain"},
             {"Nettle (nettle)", "LGPL 3 or later, or GPL 2 or later"},
             {"libxlsxwriter (xlsxwriter)", "BSD, 2 clauses"},
+            {"minizip (minizip)", "zlib"},
             {"zlib (z)", "zlib"},
             {"ALSA library (asound)", "LGPL 2.1 or later"},
             {"libudev", "LGPL 2.1 or later"},

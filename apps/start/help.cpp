@@ -50,7 +50,7 @@ std::string ExitStatusHelp() {
   3  a command failed under --strict (quorin-console)
   4  standard output could not be written
   5  done, and some of the input was odd, as the output says line by line (quorin-journal, quorin-driver, quorin-export,
-     quorin-import)
+     quorin-import, quorin-console --hand-over and --import)
   6  a station has stopped, because what it collects can't be stored (quorin-console))";
 }
 

@@ -117,16 +117,21 @@ TEST_F(Exported, NamesThatAnotherSystemTakesForOneAreRefused) {
     EXPECT_EQ(Stick.Entries(), 0);
 }
 
+/// "New" and "Open" of the form, after each look at the device.
 TEST_F(Exported, NoRegisterNamesADownloadThatIsNotThere) {
-    const std::string before = Root.Bytes("Quorin/qrnctrl.txt");
-    int looks = 0;
+    int looks = 2;
     ExportZip({.Zip = Stick.Path("a.zip"), .Root = Root.Path(), .List = [&] {
-                   if (++looks == 2)
-                       Root.Put("Quorin/qrnctrl.txt", before + "Meter|qrn0003.txt|20261123|\n");
-                   return All(Root);
+                   Listing all = All(Root);
+                   const std::string next = "qrn000" + std::to_string(++looks) + ".txt";
+                   Root.Put("Quorin/qrnctrl.txt", Root.Bytes("Quorin/qrnctrl.txt") + "Meter|" + next + "|20261123|\n");
+                   Root.Put("Quorin/" + next, "Place\n");
+                   return all;
                }});
     EXPECT_EQ(Import().WhyNot, "");
-    EXPECT_EQ(Other.Bytes("Quorin/qrnctrl.txt"), before);
+    const std::vector<KeyedRow> rows = KeyedRowsOf(Other.Bytes("Quorin/qrnctrl.txt"));
+    EXPECT_EQ(rows.size(), 3u);
+    for (const KeyedRow& row : rows)
+        EXPECT_TRUE(Other.Has("Quorin/" + FieldOf(row, "FILE"))) << FieldOf(row, "FILE");
 }
 
 TEST_F(Exported, AStickThatSpoilsOrFillsLeavesNoZipFile) {

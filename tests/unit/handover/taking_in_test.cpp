@@ -126,6 +126,33 @@ TEST_F(TakenIn, AForeignFileUnderTheNextNameIsNotTouched) {
     EXPECT_EQ(Other.Bytes("Quorin/qrn0003.txt"), "mine\n");
 }
 
+TEST_F(TakenIn, AnEmptyDownloadOfThatDayIsNotFilled) {
+    Other.Put("Quorin/qrnctrl.txt", Register + "Meter|qrn0001.txt|20260101|\nMeter|qrn0007.txt|20261123|\n");
+    Other.Put("Quorin/qrn0001.txt", First + "Ours|1\n");
+    Other.Put("Quorin/qrn0007.txt", "Place|Moisture\n");
+    Move();
+    EXPECT_EQ(Other.Bytes("Quorin/qrn0007.txt"), "Place|Moisture\n") << "it waits for readings of its own";
+    EXPECT_EQ(Other.Bytes("Quorin/qrn0001.txt"), First + "Ours|1\n");
+}
+
+TEST_F(TakenIn, ADownloadThatCantBeWrittenHasNoRow) {
+    std::filesystem::create_directories(Other.Path("Quorin/qrn0002.txt"));
+    EXPECT_EQ(Move().Failed, 1u);
+    EXPECT_EQ(Other.Bytes("Quorin/qrnctrl.txt"), Register + "Meter|qrn0001.txt|20261123|\n");
+    std::filesystem::remove(Other.Path("Quorin/qrn0002.txt"));
+    EXPECT_EQ(Import().Failed, 0u);
+    EXPECT_EQ(Content(Other), Content(Root));
+}
+
+TEST_F(TakenIn, ARowThatNamesATableIsNoDownload) {
+    Other.Put("Quorin/qrnctrl.txt", Register + "Meter|qrn0009.txt|20261123|\n");
+    Other.Put("Quorin/drivers.txt", "NAME|INFFILE\n");
+    Root.Put("Quorin/qrnctrl.txt", Register + "Meter|drivers.txt|20261123|\n");
+    Move();
+    EXPECT_EQ(Other.Bytes("Quorin/qrnctrl.txt"), Register + "Meter|qrn0009.txt|20261123|\n");
+    EXPECT_THAT(Differences, ElementsAre("qrnctrl.txt 1: - / Meter|drivers.txt|20261123|"));
+}
+
 TEST_F(TakenIn, ADriverThatDiffersStaysAndIsTold) {
     Move();
     Other.Put("Quorin/meter.txt", "FIELDNAME|BLOB\nSite|\n");
