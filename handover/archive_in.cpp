@@ -90,14 +90,15 @@ std::string ArchiveIn::ReadDirectory() {
         return Damaged;
     if (info.number_entry > MostFiles)
         return "it has more files than any device";
+    std::uint64_t count = 0;
     int at = unzGoToFirstFile(Zip_);
-    for (; at == UNZ_OK; at = unzGoToNextFile(Zip_))
+    for (; at == UNZ_OK; at = unzGoToNextFile(Zip_), ++count)
         if (std::string why = AddEntry(); !why.empty())
             return why;
     // The library takes 65535 for a number that had no room, and fails behind the last one.
     if (at != UNZ_END_OF_LIST_OF_FILE && (at != UNZ_BADZIPFILE || info.number_entry != MostCounted + 1))
         return Damaged;
-    if (Entries_.size() > info.number_entry)
+    if (count != info.number_entry)
         return Damaged;
     std::uint64_t bytes = 0;
     std::uint64_t packed = 0;

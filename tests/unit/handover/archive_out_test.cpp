@@ -111,6 +111,11 @@ TEST_F(Exported, WithoutOneFileThereIsNoZipFile) {
     EXPECT_EQ(Stick.Entries(), 0);
 }
 
+TEST_F(Exported, ADeviceWithoutDataIsTold) {
+    EXPECT_THAT(Export(Other).Failed, ElementsAre("There is nothing to export."));
+    EXPECT_EQ(Stick.Entries(), 0);
+}
+
 TEST_F(Exported, NamesThatAnotherSystemTakesForOneAreRefused) {
     Root.Put("Quorin/METER.txt", "");
     EXPECT_THAT(Export(Root).Failed, ElementsAre(HasSubstr("differs only in its capitals")));

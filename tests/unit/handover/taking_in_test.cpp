@@ -161,6 +161,14 @@ TEST_F(TakenIn, ADriverThatDiffersStaysAndIsTold) {
     EXPECT_EQ(Other.Bytes("Quorin/meter.txt"), "FIELDNAME|BLOB\nSite|\n");
 }
 
+TEST_F(TakenIn, ADriverWithMoreFieldsElsewhereStaysAsItIs) {
+    Move();
+    Other.Put("Quorin/meter.txt", "FIELDNAME|BLOB\nPlace|\n");
+    Import();
+    EXPECT_THAT(Differences, ElementsAre("meter.txt 2: - / Moisture|Moisture"));
+    EXPECT_EQ(Other.Bytes("Quorin/meter.txt"), "FIELDNAME|BLOB\nPlace|\n") << "downloads here have these fields";
+}
+
 TEST_F(TakenIn, ANewDriverWithTheFileOfAnotherStaysOut) {
     Other.Put("Quorin/drivers.txt", "NAME|INFFILE\nGauge|meter.txt\n");
     Other.Put("Quorin/meter.txt", "FIELDNAME|BLOB\nSite|\n");
