@@ -77,14 +77,14 @@ public:
             isWritten =
                 zipWriteInFileInZip(Zip_, bytes.data() + at,
                                     static_cast<unsigned>(std::min(WrittenAtOnce, bytes.size() - at))) == ZIP_OK;
-        return zipCloseFileInZip(Zip_) == ZIP_OK && isWritten;
+        return zipCloseFileInZip(Zip_) == ZIP_OK && isWritten && File_.Error == NoError;
     }
 
     bool Close() {
         if (Zip_ == nullptr)
             return false;
         const std::string mark = ArchiveMark + std::to_string(ArchiveVersion);
-        return zipClose(std::exchange(Zip_, nullptr), mark.c_str()) == ZIP_OK &&
+        return zipClose(std::exchange(Zip_, nullptr), mark.c_str()) == ZIP_OK && File_.Error == NoError &&
                CompleteEnd(File_, Files_, mark.size());
     }
 

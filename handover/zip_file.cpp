@@ -47,13 +47,12 @@ uLong Read(void* /*opaque*/, void* stream, void* bytes, uLong count) {
     return got;
 }
 
+/// Tells no failure, after which the library leaks memory: `Error` has it, and nothing more is written.
 uLong Write(void* /*opaque*/, void* stream, const void* bytes, uLong count) {
     ZipFile& file = FileOf(stream);
     file.Part.clear();
     if (file.Error == backends::NoError)
         file.Error = backends::WriteAll(file.Number, {static_cast<const char*>(bytes), count}, file.Offset);
-    if (file.Error != backends::NoError)
-        return 0;
     file.Offset += static_cast<std::int64_t>(count);
     file.Size = std::max(file.Size, file.Offset);
     return count;
