@@ -196,8 +196,9 @@ private:
             content = known->second;
         else if (!Read(source, content))
             return;
-        Total_ += content.Bytes.size();
-        if (content.Bytes.size() > LargestFile || Total_ > LargestTotal)
+        const std::uint64_t size = content.Bytes.size();
+        Total_ += size;
+        if (size > LargestFile || Total_ > LargestTotal)
             Fail(source.Name + " is too large for the zip file. Hand over to a folder instead.");
         else if (!zip.Add(source.Name, content.Bytes))
             Fail(Plan_.Zip + " can't be written: " + zip.Why() + ".");
