@@ -161,6 +161,15 @@ test('a file that was synced is in its folder', async () => {
   assert.equal(text(await started(medium.cut(Nothing).handles()), 'folder/a'), 'a');
 });
 
+test('the journal is on the medium, not only its name', async () => {
+  const medium = new Medium(40);
+  await meterOn(medium);
+  await ran(medium.handles(), session(2), ['--journal', '/data/journal']);
+  const after = await started(medium.cut(Nothing).handles());
+  const [day] = names(after, '/journal').filter((name) => name.endsWith('.jsonl'));
+  assert.match(text(after, 'journal/' + day), /place 2/);
+});
+
 test('what was removed from a synced folder is gone', async () => {
   const medium = new Medium(4);
   const { FS } = await started(medium.handles());
