@@ -50,14 +50,17 @@ test('a killed browser loses no record that was saved', { skip, timeout: 3_000_0
       for (let number = before + 1; number <= before + 40; number++) commands.push(...record(number));
       let saved = before;
       let atSave;
+      const lines = [];
       const moment = new Promise((done) => { atSave = done; });
       const last = before + 1 + Math.floor(numbers() * 6);
       const words = ['--clock', 'real', '--verdicts', '--strict'];
       const run = runs(browser, address, { files: kill === 0 ? meterFiles : {}, commands, words }, (line) => {
+        lines.push(line);
         if (line.includes('"event":"saved"') && ++saved === last) atSave();
       });
-      run.catch(() => {}); // its page goes away
-      await moment;
+      const early = run.then(({ status }) => `status ${status}`, (why) => String(why));
+      const why = await Promise.race([moment, early]); // behind the kill its page goes away
+      assert.equal(why, undefined, `kill ${kill}: ${why}, before ${last} were saved\n${lines.slice(-20).join('\n')}`);
       await new Promise((done) => setTimeout(done, numbers() * 20));
       await browser.kill();
       const { files } = await runs(browser, address, {});
