@@ -16,6 +16,7 @@ public:
     /// Puts the caret after `position` characters and selects the next `length` characters.
     void Select(std::int32_t position, std::int32_t length);
     std::int32_t Caret() const { return static_cast<std::int32_t>(From_); }
+    std::int32_t SelectedLength() const { return static_cast<std::int32_t>(Selected_); }
 
     /// Enters a typed character in place of the selection. Character 8 deletes the selection, or the character before
     /// the caret; Enter begins a line in a text of several lines; any other control character does nothing.

@@ -11,7 +11,10 @@ namespace backends::headless {
 
 /// A back-end inherits them beside BackEnd, so that each has its name in the form.
 struct HeadlessControlSet {
-    HeadlessControlSet(Focus& focus, EventLoop& loop, Watcher& watcher);
+    /// `otherFonts` are used in place of the fixed ones, if they are given, and `barWidth` is that of a scroll bar, in
+    /// pixels.
+    HeadlessControlSet(Focus& focus, EventLoop& loop, Watcher& watcher, FontServer* otherFonts = nullptr,
+                       float barWidth = UsualBarWidth);
     HeadlessControlSet(const HeadlessControlSet&) = delete;
     HeadlessControlSet& operator=(const HeadlessControlSet&) = delete;
 

@@ -86,6 +86,7 @@ public:
     void EnterCharacter(TextView character) override;
     void ReplaceText(const Text& text) override;
     std::int32_t Caret() const override { return Edited_.Caret(); }
+    std::int32_t SelectedLength() const { return Edited_.SelectedLength(); }
 
     std::function<void()> Change;
 
@@ -114,6 +115,7 @@ public:
 
     std::vector<Text> Items() const override { return Entries_; }
     std::int32_t Caret() const override { return Edited_.Caret(); }
+    std::int32_t SelectedLength() const { return Edited_.SelectedLength(); }
 
 private:
     EditedText Edited_;
@@ -167,9 +169,15 @@ private:
     Text Value_;
 };
 
+inline constexpr float UsualBarWidth = 13; ///< pixels
+
 class HeadlessScrollBar final : public ScrollBar {
 public:
-    float Width() const override { return 13; }
+    explicit HeadlessScrollBar(float width) : Pixels_(width) {}
+    float Width() const override { return Pixels_; }
+
+private:
+    float Pixels_;
 };
 
 class HeadlessMenuItem final : public MenuItem {

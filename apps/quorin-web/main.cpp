@@ -1,0 +1,99 @@
+// SPDX-License-Identifier: MIT
+// The form on a page. The worker of the page (backends/web/page/worker.js) starts it, gives it the measures of the fonts
+// as a file and the acts of a person as a device.
+#include "apps/options/command_line.h"
+#include "apps/options/device_options.h"
+#include "apps/start/exit_status.h"
+#include "apps/start/process.h"
+#include "backends/descriptor/descriptor.h"
+#include "backends/loop/no_commands.h"
+#include "backends/loop/silent_watcher.h"
+#include "backends/web/page_events.h"
+#include "backends/web/page_hand.h"
+#include "backends/web/web_platform.h"
+#include "src/app/start_up.h"
+
+#include <CLI/CLI.hpp>
+#include <emscripten/emscripten.h>
+
+#include <fcntl.h>
+#include <fstream>
+#include <iostream>
+#include <sstream>
+
+// The compiler does not see that JavaScript uses these arguments.
+#pragma clang diagnostic push
+#pragma clang diagnostic ignored "-Wdollar-in-identifier-extension"
+EM_JS(void, ShowOnPage, (const char* mirror), { postMessage({mirror : UTF8ToString(mirror)}); });
+EM_JS(void, PlayOnPage, (int hertz, int milliseconds), { postMessage({tone : [ hertz, milliseconds ]}); });
+EM_JS(void, TellPageOfEnd, (const char* failure), { postMessage({over : UTF8ToString(failure)}); });
+#pragma clang diagnostic pop
+
+namespace {
+
+constexpr const char* Measures = "/page/fonts.json";
+constexpr const char* Acts = "/dev/page";
+
+/// Passes on what the page can't see from the controls.
+class PageWatcher final : public backends::SilentWatcher {
+public:
+    void TonePlayed(std::int32_t hertz, std::int32_t milliseconds) override { PlayOnPage(hertz, milliseconds); }
+    void StatusShown(const Text&) override {
+        if (Shows)
+            Shows(); // the handler goes on, perhaps for long
+    }
+
+    std::function<void()> Shows;
+};
+
+std::optional<backends::web::FontMeasures> MeasuresOfPage() {
+    std::stringstream bytes;
+    bytes << std::ifstream(Measures).rdbuf();
+    return backends::web::ReadMeasures(bytes.str());
+}
+
+start::ExitStatus Run(const backends::DeviceOptions& options) {
+    const auto measures = MeasuresOfPage();
+    const backends::Descriptor acts(::open(Acts, O_RDONLY | O_NONBLOCK));
+    if (!measures || !acts.Valid()) {
+        std::cerr << "quorin-web: the page has not measured its fonts, or has no way to tell what a person does\n";
+        return start::ExitStatus::NotStarted;
+    }
+    backends::NoCommands commands;
+    PageWatcher watcher;
+    backends::HostDevice host(options);
+    backends::web::PageFonts fonts(*measures);
+    backends::web::WebPlatform device(host, fonts, commands, watcher);
+    backends::web::PageHand hand(device);
+    backends::web::PageEvents events(acts.Number());
+    device.Changed = [](const std::string& mirror) { ShowOnPage(mirror.c_str()); };
+    watcher.Shows = [&device] { device.Show(); };
+    events.Raised = [&hand](const backends::web::PageEvent& event) { hand.Do(event); };
+    device.Listen(events);
+    try {
+        device.StartProgram();
+        for (;;)
+            device.loop.WaitOnce();
+    } catch (const backends::ProgramOver& over) {
+        TellPageOfEnd(modStringTools::ToBytes(over.Failure).c_str());
+        modQuorin::ResetModules(); // closes what is open while the platform still exists
+        return over.Why == backends::ProgramOver::Reason::Ended ? start::ExitStatus::Ended : start::ExitStatus::Failure;
+    }
+}
+
+} // namespace
+
+int main(int count, char** words) {
+    start::PrepareProcess("quorin-web");
+    CLI::App app("The form on a page");
+    apps::DeviceWords device({"0", "/data", "settings.ini in the root folder"});
+    apps::AddDeviceOptions(app, device);
+    backends::DeviceOptions options;
+    const apps::Reading read = apps::ReadCommandLine(app, count, words, [&] { options = UnderstoodDevice(device); });
+    if (read != apps::Reading::Run)
+        return NumberOf(start::ExitStatus::NotStarted);
+    if (options.Root.empty())
+        options.Root = "/data";
+    options.RealClock = true;
+    return NumberOf(Run(options));
+}

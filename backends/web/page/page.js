@@ -1,0 +1,164 @@
+// SPDX-License-Identifier: MIT
+// The page: it draws what the program in the worker shows, and tells it what a person does.
+import { Boxes } from './boxes.js';
+import { Fields } from './fields.js';
+import { measureFonts } from './fonts.js';
+import { Keyboard } from './keyboard.js';
+import { drawKeys, drawList, Menus, Popup } from './menus.js';
+import { drawGrid } from './painting.js';
+import { drawBar, Pointer } from './pointer.js';
+import { makeRing, RingWriter } from './ring.js';
+import { playTone } from './tones.js';
+
+const of = (id) => document.getElementById(id);
+const form = of('form');
+const room = of('room');
+
+const isTouched = matchMedia('(pointer: coarse)').matches;
+const ScaleOfFinger = 1.3; // rows that a finger hits
+const ScaleOfMouse = 1.1;
+
+const view = { mirror: null, scale: isTouched ? ScaleOfFinger : ScaleOfMouse, stageSince: 0 };
+const shared = makeRing();
+const ring = new RingWriter(shared);
+let serial = 0;
+
+/// Sends what a person has done, with what it was meant for. Returns its number.
+function send(kind, more = {}) {
+  serial += 1;
+  ring.writeLine(JSON.stringify({ kind, serial, stage: view.mirror?.stage ?? 0, ...more }));
+  return serial;
+}
+
+const popup = new Popup(of('popup'));
+const fields = new Fields(send, (owner, texts, choose) =>
+  popup.open(owner, texts.map((text) => ({ text, choose: () => choose(text) }))), of('field'));
+const menus = new Menus(view, send, popup, [...document.querySelectorAll('#menus button')]);
+const boxes = new Boxes(send, of('box'));
+new Pointer(view, send, { heading: of('heading'), grid: of('grid'), bar: of('bar') });
+new Keyboard(view, send, fields, menus, popup);
+
+// --- what is shown ---------------------------------------------------------------------------------------------------
+
+/// A form of a fixed size is as large as the page has room for, in steps that keep it sharp.
+function fit(mirror) {
+  if (mirror.resizable) return;
+  const most = Math.min(room.clientWidth / mirror.form[0], room.clientHeight / mirror.form[1]);
+  view.scale = most >= 1 ? Math.floor(most * 4) / 4 : most;
+}
+
+function show(mirror) {
+  if (mirror.stage !== view.mirror?.stage) view.stageSince = performance.now();
+  view.mirror = mirror;
+  draw();
+}
+
+function draw() {
+  const { mirror } = view;
+  if (!mirror) return;
+  document.body.classList.toggle('foot', mirror.softkeys || (isTouched && innerWidth < 600));
+  document.body.classList.toggle('fixed', !mirror.resizable);
+  drawKeys(of('keys'), mirror.keys, send);
+  fit(mirror);
+  const { scale } = view;
+  document.title = mirror.title;
+  of('state').textContent = mirror.title;
+  form.hidden = false;
+  form.style.width = `${mirror.form[0] * scale}px`;
+  form.style.height = `${mirror.form[1] * scale}px`;
+  drawGrid(of('heading'), mirror.heading, scale);
+  drawGrid(of('grid'), mirror.grid, scale);
+  drawBar(of('bar'), of('thumb'), mirror.grid, scale);
+  drawList(of('list'), mirror.list, scale, send);
+  of('busy').hidden = mirror.status === null;
+  of('busy').textContent = mirror.status ?? '';
+  menus.draw(mirror);
+  const hadField = fields.isOpen();
+  fields.draw(mirror, scale);
+  boxes.draw(mirror.box);
+  if (!fields.isOpen() && !mirror.box && (hadField || document.activeElement === document.body)) form.focus({ preventScroll: true });
+  say((mirror.grid?.current ?? []).join(', '));
+}
+
+/// The current row, for a screen reader: the form is a picture to it.
+function say(text) {
+  if (of('said').textContent !== text) of('said').textContent = text;
+}
+
+/// Tells in words why there is no form, or no longer.
+function tell(text, look) {
+  const message = of('message');
+  message.className = look;
+  message.textContent = text;
+  const again = document.createElement('button');
+  Object.assign(again, { type: 'button', textContent: 'Start again', onclick: () => location.reload() });
+  message.append(again);
+  boxes.draw(null);
+  form.hidden = true;
+  for (const button of document.querySelectorAll('#menus button, #keys button')) button.disabled = true;
+}
+
+// --- the room for the form -------------------------------------------------------------------------------------------
+
+const sizeOfRoom = () => ({
+  width: Math.floor(room.clientWidth / view.scale),
+  height: Math.floor(room.clientHeight / view.scale),
+});
+
+let toldSize = '';
+function tellSize() {
+  const size = sizeOfRoom();
+  if (view.mirror?.resizable && toldSize !== JSON.stringify(size)) {
+    toldSize = JSON.stringify(size);
+    send('size', size);
+  }
+  draw();
+}
+
+function followDensity() {
+  matchMedia(`(resolution: ${devicePixelRatio}dppx)`).addEventListener('change', () => { draw(); followDensity(); }, { once: true });
+}
+
+// --- the worker ------------------------------------------------------------------------------------------------------
+
+/// The words of the program's command line, from the page's address: ?device=palm&os-version=5.4
+function wordsOfAddress() {
+  const known = ['device', 'os-version', 'user', 'screen'];
+  const words = [...new URLSearchParams(location.search)].filter(([name]) => known.includes(name));
+  const all = words.flatMap(([name, value]) => ['--' + name, value]);
+  const { width, height } = sizeOfRoom();
+  const isDesktop = !words.some(([name]) => name === 'device' || name === 'screen');
+  return isDesktop ? [...all, '--screen', `${Math.max(160, width)}x${Math.max(160, height)}`] : all;
+}
+
+function hear({ data }) {
+  if (data.mirror !== undefined) {
+    const isFirst = view.mirror === null;
+    of('message').textContent = '';
+    show(JSON.parse(data.mirror));
+    if (isFirst) tellSize();
+  } else if (data.tone) {
+    playTone(data.tone);
+  } else if (data.over !== undefined) {
+    tell(data.over ? `The program has stopped: ${data.over}` : 'The program has ended.', data.over ? 'bad' : 'over');
+  } else if (data.failed !== undefined) {
+    tell(`The program has stopped because of an error: ${data.failed}`, 'bad');
+  } else if (data.ended !== undefined) {
+    if (data.ended !== 0 && !of('message').className) tell(`The program could not start.\n${data.said}`, 'bad');
+    window.filesOfEnd = data.files; // the tests look at them
+  }
+}
+
+function start() {
+  const worker = new Worker(new URL('worker.js', import.meta.url), { type: 'module' });
+  worker.addEventListener('message', hear);
+  worker.addEventListener('error', (event) =>
+    tell(`The program could not be loaded: ${event.message ?? 'a file is missing on the server'}`, 'bad'));
+  worker.postMessage({ shared, fonts: measureFonts(), words: wordsOfAddress(), files: window.filesOfTest });
+  new ResizeObserver(tellSize).observe(room);
+  followDensity();
+}
+
+if (window.crossOriginIsolated) start();
+else tell('This page needs two headers from its server: Cross-Origin-Opener-Policy: same-origin, and '
+  + 'Cross-Origin-Embedder-Policy: require-corp.', 'bad');
