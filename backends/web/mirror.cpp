@@ -56,7 +56,8 @@ void AddLine(Json& lines, std::int32_t x, std::int32_t y, std::int32_t colour, T
                                   return unit == modStringTools::CarriageReturn || unit == modStringTools::LineFeed;
                               }),
                line.end());
-    lines.push_back(Json::array({x, y, ColourOf(colour), Utf8(line)}));
+    if (!line.empty())
+        lines.push_back(Json::array({x, y, ColourOf(colour), Utf8(line)}));
 }
 
 /// Adds the lines of a text that are on the page: a long text has thousands of others.
@@ -75,7 +76,7 @@ void AddText(Json& added, PageFonts& fonts, FontHandle font, const PaintedText& 
     for (const TextView line : lines) {
         const std::int32_t room = text.Width - fonts.WidthOf(font, line);
         const std::int32_t x = text.X + (text.Horizontal == AlignX::Centre ? room / 2 : 0);
-        if (y < clip.Foot && y + step > clip.Top && !line.empty())
+        if (y < clip.Foot && y + step > clip.Top)
             AddLine(added, x, y + ascent, text.Colour, line);
         y += step;
     }

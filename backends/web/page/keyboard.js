@@ -49,7 +49,7 @@ export class Keyboard {
   down(event) {
     if (!this.view.mirror || document.querySelector('dialog[open]') || event.isComposing) return;
     if (event.key.length === 1 && event.key !== ' ') this.lastCharacter = performance.now();
-    if (this.popup.isOpen() && this.popup.element.contains(event.target)) return;
+    if (this.popup.isOpen()) return this.popup.key(event);
     const menu = { F1: 0, F2: 1 }[event.key];
     if (menu !== undefined) {
       event.preventDefault();

@@ -7,7 +7,6 @@ export class Popup {
     document.addEventListener('pointerdown', (event) => {
       if (this.isOpen() && !element.contains(event.target) && !this.owner?.contains(event.target)) this.close();
     });
-    element.addEventListener('keydown', (event) => this.key(event));
   }
 
   isOpen() {
@@ -43,14 +42,16 @@ export class Popup {
     this.element.querySelector('button:enabled')?.focus();
   }
 
+  /// While it is open the keys are its own; Enter and blank are those of the marked entry.
   key(event) {
     const buttons = [...this.element.querySelectorAll('button:enabled')];
     const step = { ArrowDown: 1, ArrowUp: -1 }[event.key];
+    const marked = buttons.indexOf(document.activeElement);
     if (event.key === 'Escape' || event.key === 'Tab') this.close();
-    else if (step) buttons.at((buttons.indexOf(document.activeElement) + step) % buttons.length)?.focus();
-    else return;
+    else if (step) buttons.at((marked + (marked < 0 && step < 0 ? 0 : step)) % buttons.length)?.focus();
+    else if (event.key !== 'Enter' && event.key !== ' ') return;
+    else if (marked >= 0) buttons[marked].click();
     event.preventDefault();
-    event.stopPropagation();
   }
 
   close() {

@@ -1,0 +1,159 @@
+// SPDX-License-Identifier: MIT
+// A person at the form on a page, in Chromium: node --test tests/web/form_test.mjs
+import assert from 'node:assert/strict';
+import { after, before, test } from 'node:test';
+import { FormOnPage, sample, startBrowser } from './support/form_on_page.mjs';
+
+const Phone = { viewport: { width: 360, height: 740 }, deviceScaleFactor: 2, hasTouch: true, isMobile: true };
+const Package = { path: '/data/Quorin/climate.qvd', bytes: sample('climate.qvd') };
+
+let chromium;
+before(async () => { chromium = await startBrowser(); });
+after(async () => { await chromium?.close(); });
+
+const opened = (options) => FormOnPage.open(chromium, options);
+
+async function installDriver(form) {
+  await form.choose('inf editor...');
+  await form.choose('Add Driver...');
+  await form.untilShown('.\\Quorin\\climate.qvd');
+  await form.choose('Install...');
+  await form.until((mirror) => mirror.box !== null, 'a box');
+  await form.answer('OK');
+  await form.choose('Back');
+  await form.choose('Back');
+}
+
+async function openDownload(form) {
+  await installDriver(form);
+  await form.choose('Start...');
+  await form.untilShown('Climate Meter');
+  await form.choose('Ok');
+  await form.choose('New');
+  await form.choose('Open');
+  await form.untilShown('Remark');
+}
+
+/// Returns the text of a file of the data folder, once the program has ended.
+async function fileAtTheEnd(form, path) {
+  await form.page.waitForFunction(() => window.filesOfEnd !== undefined);
+  const files = await form.page.evaluate(() => window.filesOfEnd);
+  return files.find((file) => file.path === path)?.text ?? `no ${path} among ${files.map((file) => file.path)}`;
+}
+
+test('the first screen is shown on each size of screen', async () => {
+  for (const context of [{}, Phone, { viewport: { width: 800, height: 1280 }, hasTouch: true }]) {
+    const form = await opened(context);
+    assert.ok((await form.texts()).some((text) => text.startsWith('V ')));
+    assert.deepEqual(form.errors, []);
+    await form.page.context().close();
+  }
+});
+
+test('a typed value is in the row of the file', async () => {
+  const form = await opened({ files: [Package] });
+  await openDownload(form);
+  await form.click('Remark', 600);
+  await form.page.locator('#field input').waitFor();
+  await form.page.keyboard.type('wet, näss & 湿');
+  await form.untilShown('wet, näss & 湿');
+  await form.choose('New Record');
+  await form.until((mirror) => /record 2 of 2/.test(mirror.title), 'the second record');
+  await form.choose('Close');
+  await form.choose('Back');
+  await form.choose('Back');
+  await form.choose('Exit');
+  if ((await form.mirror()).box) await form.answer('Yes');
+  const rows = (await fileAtTheEnd(form, '/data/Quorin/qrn0001.txt')).split('\n');
+  const remark = rows[0].split('|').indexOf('Remark');
+  assert.equal(rows[1].split('|')[remark], 'wet, näss & 湿', rows.join('\n'));
+  assert.deepEqual(form.errors, []);
+});
+
+test('a finger opens a field and types into it', async () => {
+  const form = await opened({ ...Phone, files: [Package] });
+  await openDownload(form);
+  await form.tap('Remark', 120);
+  await form.page.locator('#field input').fill('damp');
+  await form.page.keyboard.press('Enter');
+  await form.until((mirror) => mirror.input === null, 'the field closed');
+  await form.untilShown('damp');
+  await form.page.context().close();
+});
+
+test('a question is answered by a click', async () => {
+  const form = await opened({ files: [Package] });
+  await openDownload(form);
+  await form.choose('New Record');
+  await form.untilShown('2/2');
+  await form.choose('Delete Record');
+  await form.until((mirror) => mirror.box?.asks, 'the question');
+  await form.answer('No');
+  await form.until((mirror) => mirror.box === null, 'no box');
+  assert.ok((await form.texts()).includes('2/2'));
+  await form.choose('Delete Record');
+  await form.until((mirror) => mirror.box?.asks, 'the question');
+  await form.answer('Yes');
+  await form.untilShown('1/1');
+  await form.page.context().close();
+});
+
+test('keys move the selection and walk the fields', async () => {
+  const form = await opened({ files: [Package] });
+  await openDownload(form);
+  const { row } = (await form.mirror()).grid;
+  await form.page.keyboard.press('ArrowDown');
+  await form.until(({ grid }) => grid.row === row + 1, 'the next row');
+  await form.click('Site', 600);
+  await form.until(({ input }) => input?.name === 'Site', 'the first field');
+  await form.page.keyboard.type('north');
+  await form.page.keyboard.press('Tab');
+  await form.until(({ input }) => input?.name === 'Operator', 'the second field');
+  await form.untilShown('north');
+  await form.page.keyboard.press('Escape');
+  await form.page.keyboard.press('F1');
+  await form.page.keyboard.press('ArrowUp');
+  assert.equal(await form.page.locator('#popup').isVisible(), true);
+  await form.page.keyboard.press('Escape');
+  assert.equal(await form.page.locator('#popup').isVisible(), false);
+  await form.page.context().close();
+});
+
+test('the form follows the size of the page', async () => {
+  const form = await opened({ files: [Package] });
+  await openDownload(form);
+  await form.click('Remark', 600);
+  await form.page.locator('#field input').fill('kept');
+  await form.page.setViewportSize({ width: 500, height: 330 });
+  const mirror = await form.until((seen) => seen.form[0] < 500 && seen.grid.last > 0, 'a smaller form');
+  assert.equal(mirror.input?.text, 'kept');
+  const field = await form.page.locator('#field').boundingBox();
+  assert.ok(field.x + field.width <= 500 && field.y + field.height <= 330, JSON.stringify(field));
+  await form.page.context().close();
+});
+
+test('a wheel scrolls the page', async () => {
+  const form = await opened({ files: [Package], viewport: { width: 600, height: 250 } });
+  await openDownload(form);
+  await form.page.mouse.move(200, 150);
+  await form.page.mouse.wheel(0, 100);
+  await form.until(({ grid }) => grid.top > 0, 'a row further down');
+  await form.page.context().close();
+});
+
+test('a device that does not exist is told in words', async () => {
+  const made = await chromium.browser.newContext();
+  const page = await made.newPage();
+  await page.goto(`${chromium.address}?device=abacus`);
+  await page.waitForFunction(() => document.getElementById('message').textContent.includes('abacus'));
+  await made.close();
+});
+
+test('a page without its headers says what it needs', async () => {
+  const made = await chromium.browser.newContext();
+  const page = await made.newPage();
+  await page.addInitScript(() => Object.defineProperty(window, 'crossOriginIsolated', { value: false }));
+  await page.goto(chromium.address);
+  await page.waitForFunction(() => document.getElementById('message').textContent.includes('Cross-Origin'));
+  await made.close();
+});
