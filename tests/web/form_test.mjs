@@ -94,6 +94,8 @@ test('a question is answered by a click', async () => {
   await form.choose('Delete Record');
   await form.until((mirror) => mirror.box?.asks, 'the question');
   await form.answer('Yes');
+  await form.until((mirror) => mirror.box?.text === 'Are you sure?', 'the second question');
+  await form.answer('Yes');
   await form.untilShown('1/1');
   await form.page.context().close();
 });
@@ -124,11 +126,11 @@ test('the form follows the size of the page', async () => {
   await openDownload(form);
   await form.click('Remark', 600);
   await form.page.locator('#field input').fill('kept');
-  await form.page.setViewportSize({ width: 500, height: 330 });
+  await form.page.setViewportSize({ width: 500, height: 260 });
   const mirror = await form.until((seen) => seen.form[0] < 500 && seen.grid.last > 0, 'a smaller form');
   assert.equal(mirror.input?.text, 'kept');
   const field = await form.page.locator('#field').boundingBox();
-  assert.ok(field.x + field.width <= 500 && field.y + field.height <= 330, JSON.stringify(field));
+  assert.ok(field.x + field.width <= 500 && field.y + field.height <= 260, JSON.stringify(field));
   await form.page.context().close();
 });
 
@@ -139,6 +141,34 @@ test('a wheel scrolls the page', async () => {
   await form.page.mouse.wheel(0, 100);
   await form.until(({ grid }) => grid.top > 0, 'a row further down');
   await form.page.context().close();
+});
+
+test('what was saved is there when the page is opened again', async () => {
+  const form = await opened({ files: [Package] });
+  await openDownload(form);
+  await form.click('Remark', 600);
+  await form.page.locator('#field input').fill('to keep');
+  await form.choose('New Record');
+  await form.untilShown('2/2');
+  await form.page.evaluate(() => { window.filesOfTest = []; });
+  await form.page.reload();
+  await form.choose('Start...');
+  await form.untilShown('Climate Meter');
+  await form.choose('Ok');
+  await form.choose('Open');
+  await form.untilShown('to keep');
+  await form.page.context().close();
+});
+
+test('a second tab says that the first one has the data', async () => {
+  const form = await opened({});
+  const second = await form.page.context().newPage();
+  await second.goto(chromium.address);
+  await second.waitForFunction(() => document.getElementById('message').textContent.includes('another tab'));
+  await form.page.close();
+  await second.getByText('Start again').click();
+  await second.locator('#form').waitFor({ state: 'visible' });
+  await second.context().close();
 });
 
 test('a device that does not exist is told in words', async () => {

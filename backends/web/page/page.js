@@ -143,7 +143,7 @@ function hear({ data }) {
   } else if (data.over !== undefined) {
     tell(data.over ? `The program has stopped: ${data.over}` : 'The program has ended.', data.over ? 'bad' : 'over');
   } else if (data.failed !== undefined) {
-    tell(`The program has stopped because of an error: ${data.failed}`, 'bad');
+    tell(`Quorin can't run here: ${data.failed}`, 'bad');
   } else if (data.ended !== undefined) {
     if (data.ended !== 0 && !of('message').className) tell(`The program could not start.\n${data.said}`, 'bad');
     window.filesOfEnd = data.files; // the tests look at them

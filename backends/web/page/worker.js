@@ -1,14 +1,37 @@
 // SPDX-License-Identifier: MIT
 // Runs the program. It blocks in its sleeps, which a worker may do and a page may not.
+import { openPool, originFiles, reachFoldersByDescriptor } from './origin_files.js';
 import createProgram from './quorin-web.js';
 import { RingReader } from './ring.js';
 
 const TryAgain = 6; // EAGAIN of the C library
 const CanBeRead = 1; // POLLIN
 
-/// Mounts the data folder. Its content is lost with the page so far.
+/// Files and folders that one run can make.
+const SpareFiles = 100;
+
+/// How long the page before this one, of the same tab, may take to go.
+const Patience = 3000; // milliseconds
+
+/// Takes the data of this origin for this page alone, for as long as the worker runs.
+function takeData() {
+  const inUse = 'it is open in another tab or window of this browser. Go on there, or close that one first.';
+  return new Promise((taken, refused) => {
+    navigator.locks.request('quorin data', { signal: AbortSignal.timeout(Patience) }, () => {
+      taken();
+      return new Promise(() => {});
+    }).catch((why) => refused(why.name === 'TimeoutError' ? new Error(inUse) : why));
+  });
+}
+
+/// Mounts the data folder over the files that the browser keeps for the page.
 async function prepareFiles(module, files) {
+  await takeData();
+  const folder = await (await navigator.storage.getDirectory()).getDirectoryHandle('quorin', { create: true });
+  const handles = await openPool(folder, SpareFiles);
+  reachFoldersByDescriptor(module.FS);
   module.FS.mkdir('/data');
+  module.FS.mount(originFiles(module.FS, handles), {}, '/data');
   for (const { path, bytes } of files ?? []) {
     const folder = path.slice(0, path.lastIndexOf('/'));
     if (folder) module.FS.mkdirTree(folder);

@@ -52,9 +52,9 @@ export class FormOnPage {
 
   /// Waits until what the page was shown last fulfils a condition, and returns it.
   async until(holds, what) {
-    for (let tries = 0; tries < 200; tries++) {
+    for (let tries = 0; tries < 800; tries++) {
       const mirror = await this.mirror();
-      if (holds(mirror)) return mirror;
+      if (mirror !== null && holds(mirror)) return mirror;
       await this.page.waitForTimeout(25);
     }
     throw new Error(`never came: ${what ?? holds}\n${JSON.stringify(await this.mirror()).slice(0, 3000)}`);
