@@ -23,7 +23,7 @@ backends::qt::WindowOptions LooksOf(const DeviceOptions& options, Looks looks, p
     window.UsualScale = looks.UsualScale;
     if (!looks.RealFonts) {
         window.Fonts = &fixed;
-        window.ScrollBarWidth = backends::headless::HeadlessScrollBar().Width();
+        window.ScrollBarWidth = backends::headless::UsualBarWidth;
     }
     window.Profile = backends::ProfileOfType(options.DeviceType);
     return window;

@@ -22,7 +22,7 @@ start::ExitStatus RunInWindow(const console::Options& options, console::Session&
     backends::qt::WindowOptions looks;
     if (!qEnvironmentVariableIsSet("QUORIN_WINDOW_FONTS")) {
         looks.Fonts = &fonts;
-        looks.ScrollBarWidth = backends::headless::HeadlessScrollBar().Width();
+        looks.ScrollBarWidth = backends::headless::UsualBarWidth;
     }
     looks.Profile = backends::ProfileOfType(options.Device.DeviceType);
     backends::qt::QtPump pump([&session](const backends::ProgramOver& over) { return NumberOf(session.Over(over)); });
