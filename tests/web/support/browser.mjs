@@ -77,7 +77,9 @@ export class Browser {
     const ended = new Promise((done) => this.process.on('exit', done));
     const session = await this.connection.newBrowserCDPSession();
     await session.send('Browser.close').catch(() => {});
+    const late = setTimeout(() => this.kill(), 5000); // it does not always go by itself
     await ended;
+    clearTimeout(late);
   }
 
   remove() {
