@@ -122,8 +122,12 @@ TEST_F(PortOnASource, TellsItsObserverOfEachStep) {
     Port->SetPortOpen(true);
     OpenAtLast();
     Port->SetPortOpen(false);
+    // The second command may have ended, too, before the port is closed.
+    ASSERT_GE(steps.size(), 5U);
+    EXPECT_EQ(steps.back(), "closed");
+    steps.resize(4);
     EXPECT_THAT(steps, testing::ElementsAre("opened", "lost: the command has ended with status 3",
-                                            "failed: the command has ended with status 3", "opened", "closed"));
+                                            "failed: the command has ended with status 3", "opened"));
 }
 
 TEST_F(PortOnASource, ShowsItsObserverTheBytesOfACommand) {
