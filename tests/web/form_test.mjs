@@ -112,7 +112,8 @@ test('keys move the selection and walk the fields', async () => {
   await form.page.keyboard.press('Tab');
   await form.until(({ input }) => input?.name === 'Operator', 'the second field');
   await form.untilShown('north');
-  await form.page.keyboard.press('Escape');
+  await form.page.keyboard.press('Enter');
+  await form.until(({ input }) => input === null, 'the field closed');
   await form.page.keyboard.press('F1');
   await form.page.keyboard.press('ArrowUp');
   assert.equal(await form.page.locator('#popup').isVisible(), true);
