@@ -4,7 +4,8 @@
 //
 // Module.wake is an Int32Array of one number in shared memory. Whoever makes a stream readable from another thread adds
 // one to it and calls Atomics.notify; a program of node has none and sleeps.
-mergeInto(LibraryManager.library, {
+const { library } = LibraryManager;
+mergeInto(library, {
   $WAITING__deps: ['$FS'],
   $WAITING: {
     // A file of node has no operations of its own: the library below it can always be asked.
