@@ -5,13 +5,12 @@
 #include "backends/files/path_map.h"
 #include "handover/archive_out.h"
 #include "handover/taking_in.h"
+#include "journal/journal_lines.h"
 #include "src/drivers/downloads.h"
 #include "src/drivers/registry.h"
 #include "src/storage/settings.h"
 #include "src/storage/volumes.h"
 #include "src/view/platform/device_traits.h"
-
-#include <nlohmann/json.hpp>
 
 #include <iostream>
 
@@ -27,11 +26,8 @@ using start::ExitStatus;
 
 namespace {
 
-using Json = nlohmann::ordered_json;
-
-std::string TextOf(const Json& object) {
-    return object.dump(-1, ' ', false, Json::error_handler_t::replace);
-}
+using Json = journal::Line;
+using journal::TextOf;
 
 void Tell(const ArchiveWish& wish, const std::string& words) {
     std::cerr << wish.Program << ": " << words << "\n";

@@ -5,12 +5,11 @@
 #include "backends/files/path_map.h"
 #include "handover/hand_over.h"
 #include "journal/journal_format.h"
+#include "journal/journal_lines.h"
 #include "src/drivers/downloads.h"
 #include "src/storage/settings.h"
 #include "src/storage/volumes.h"
 #include "src/view/platform/device_traits.h"
-
-#include <nlohmann/json.hpp>
 
 #include <algorithm>
 #include <array>
@@ -29,7 +28,8 @@ using start::ExitStatus;
 
 namespace {
 
-using Json = nlohmann::ordered_json;
+using Json = journal::Line;
+using journal::TextOf;
 
 constexpr const char* RegisterStem = "qrnctrl";
 
@@ -73,10 +73,6 @@ std::string LocalTime() {
     std::array<char, 32> text{};
     std::strftime(text.data(), text.size(), "%Y-%m-%dT%H:%M:%S", &local);
     return text.data();
-}
-
-std::string TextOf(const Json& object) {
-    return object.dump(-1, ' ', false, Json::error_handler_t::replace);
 }
 
 std::string LineOf(const FileResult& result, bool isForPeople) {
@@ -197,7 +193,7 @@ ExitStatus CountNow(const HandOverWish& wish, std::ostream& out) {
     }
     const std::uint64_t records =
         receipt.Files().empty() ? 0 : handover::RecordsNotHandedOver(FilesOf(wish.Root, wish.Journal).Sources, receipt);
-    out << TextOf({{"not_handed_over", records}}) << std::endl;
+    out << TextOf(Json{{"not_handed_over", records}}) << std::endl;
     return ExitStatus::Ended;
 }
 

@@ -5,6 +5,8 @@
 #include "companion/form_state.h"
 #include "journal/journal_lines.h"
 #include "src/text/characters.h"
+#include "src/text/utf8.h"
+#include "src/drivers/unsaved_record.h"
 #include "src/view/display_state.h"
 #include "src/view/input_fields.h"
 
@@ -150,11 +152,20 @@ Json MainGridOf(const HeadlessControlSet& seen, PageFonts& fonts, std::int32_t d
 
 // --- input controls --------------------------------------------------------------------------------------------------
 
+/// Returns the units of a text with bytes that are no UTF-8: JSON has no way to say them, and what is typed beside them
+/// must not change them. Null for any other text.
+Json UnitsOf(const Text& text) {
+    if (modStringTools::IsUtf8(modStringTools::ToBytes(text)))
+        return nullptr;
+    return Json(std::vector<std::uint32_t>(text.begin(), text.end()));
+}
+
 template <class Field>
 Json FieldOf(const char* kind, const Field& field, PageFonts& fonts) {
     return {{"kind", kind},
             {"box", BoxOf(field.Bounds())},
             {"text", Utf8(field.Contents())},
+            {"units", UnitsOf(field.Contents())},
             {"caret", field.Caret()},
             {"selected", field.SelectedLength()},
             {"font", FontOf(fonts, HandleOf(fonts, field))}};
@@ -239,6 +250,19 @@ Json OpenBoxOf(const DeviceBoxes& boxes, std::int32_t number) {
             {"piled", boxes.Piled()}};
 }
 
+/// Returns the worst of what a person must know and the form does not say; null if there is nothing.
+Json NoticeOf(const companion::Notices& notices) {
+    const std::vector<companion::Notice> all = notices.Sorted();
+    if (all.empty() || all.front().Weight < companion::Severity::Warning)
+        return nullptr;
+    const companion::Notice& worst = all.front();
+    return {{"about", Utf8(worst.About)},
+            {"text", Utf8(worst.Words)},
+            {"loss", worst.Weight == companion::Severity::Loss},
+            {"confirmed", worst.Action == companion::NoticeAction::Dismiss},
+            {"behind", notices.Behind()}};
+}
+
 Json KeysOf(const std::vector<DeviceKey>& keys) {
     Json report = Json::array();
     for (const DeviceKey& key : keys)
@@ -284,6 +308,8 @@ std::string MirrorText(const HeadlessControlSet& seen, PageFonts& fonts, const S
                          {"menus", MenusOf(seen)},
                          {"softkeys", modPDAUI::Display.SoftKeyMenus},
                          {"keys", KeysOf(beside.Keys)},
+                         {"notice", NoticeOf(beside.Notices)},
+                         {"unsaved", modQuorin::RecordIsUnsaved()},
                          {"status", seen.lblStatus.Visible() ? Json(Utf8(seen.lblStatus.Caption())) : Json(nullptr)},
                          {"box", OpenBoxOf(seen.boxes, stage.Box(beside.BoxesOpened))}};
     return journal::TextOf(report);

@@ -5,6 +5,7 @@
 
 #include "backends/headless/headless_control_set.h"
 #include "backends/web/page_fonts.h"
+#include "companion/notices.h"
 #include "src/view/screen_table.h"
 
 #include <functional>
@@ -18,6 +19,7 @@ struct Beside {
     std::vector<DeviceKey> Keys = {}; ///< of the device, shown as buttons
     std::int32_t BoxesOpened = 0;     ///< number of message boxes since the start
     std::int64_t Heard = 0;           ///< the number of the page's last event that was handled
+    const companion::Notices& Notices;
 };
 
 /// Numbers what is on the screen, so that an event that was meant for something else can be told. Look finds what has

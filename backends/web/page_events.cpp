@@ -37,6 +37,18 @@ std::string Bytes(const Json& object, const char* name) {
     return found != object.end() && found->is_string() ? found->get<std::string>() : std::string();
 }
 
+/// Returns the text that was typed. One with bytes that are no UTF-8 comes as the numbers of its units.
+Text TextOf(const Json& object) {
+    const auto units = object.find("units");
+    if (units == object.end() || !units->is_array())
+        return modStringTools::FromBytes(Bytes(object, "words"));
+    Text text;
+    for (const Json& unit : *units)
+        if (unit.is_number_unsigned())
+            text += static_cast<char16_t>(unit.get<std::uint16_t>());
+    return text;
+}
+
 } // namespace
 
 std::optional<PageEvent> ReadPageEvent(const std::string& line) {
@@ -59,7 +71,7 @@ std::optional<PageEvent> ReadPageEvent(const std::string& line) {
                     .Row = Number(read, "row"),
                     .Caret = Number(read, "caret"),
                     .Selected = Number(read, "selected"),
-                    .Words = modStringTools::FromBytes(Bytes(read, "words")),
+                    .Words = TextOf(read),
                     .Yes = IsTrue(read, "yes")};
     modStringTools::BlankNuls(event.Words);
     return event;

@@ -45,6 +45,7 @@ const std::vector<PageHand::Row>& PageHand::Rows() {
         {"item", Aim::Screen, &PageHand::ClickItem},
         {"answer", Aim::Box, &PageHand::Answer},
         {"size", Aim::Anywhere, &PageHand::TakeUpSize},
+        {"notice", Aim::Anywhere, &PageHand::ConfirmNotice},
         {"close", Aim::Form, &PageHand::Close},
     };
     return rows;
@@ -289,6 +290,10 @@ void PageHand::Answer(const PageEvent& event) {
     DeviceBoxes::OpenBox& box = *Form_.boxes.Current();
     box.Answer = box.Buttons == BoxButtons::Ok ? BoxAnswer::Ok : event.Yes ? BoxAnswer::Yes : BoxAnswer::No;
     box.Answered = true;
+}
+
+void PageHand::ConfirmNotice(const PageEvent& event) {
+    Form_.onlooker.notices.Act(event.Words);
 }
 
 void PageHand::Close(const PageEvent&) {

@@ -51,6 +51,7 @@ private:
     void ClickItem(const PageEvent& event);
     void Answer(const PageEvent& event);
     void TakeUpSize(const PageEvent& event) { Form_.TakeUpSize({event.Width, event.Height}); }
+    void ConfirmNotice(const PageEvent& event);
     void Close(const PageEvent& event);
 
     struct HeldKey {

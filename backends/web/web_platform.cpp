@@ -40,7 +40,8 @@ void WebPlatform::Show() {
                                     {.DeviceType = system.DeviceType(),
                                      .Keys = ShownKeys(system.DeviceType()),
                                      .BoxesOpened = BoxesOpened_,
-                                     .Heard = Heard});
+                                     .Heard = Heard,
+                                     .Notices = onlooker.notices});
     if (mirror == Shown_)
         return;
     Shown_ = std::move(mirror);

@@ -5,6 +5,11 @@ import { Family } from './fonts.js';
 import { placeOver } from './painting.js';
 
 /// A text area has one character for the two of a line end.
+/// A text with bytes that are no UTF-8 comes, and goes, as the numbers of its units: JSON has no way to say it.
+const textOf = (field) => (field.units ? String.fromCharCode(...field.units) : field.text);
+const hasOddUnits = (text) => /\p{Surrogate}/u.test(text);
+const unitsOf = (text) => Array.from({ length: text.length }, (_, i) => text.charCodeAt(i));
+
 const linesOfForm = (text) => text.replace(/\r?\n/g, '\r\n');
 const linesOfPage = (text) => text.replace(/\r\n?/g, '\n');
 const placeOnForm = (text, place) => place + (text.slice(0, place).match(/\n/g)?.length ?? 0);
@@ -34,8 +39,8 @@ export class Fields {
   }
 
   draw(mirror, scale) {
-    const field = mirror.input;
-    if (!field) return this.close();
+    if (!mirror.input) return this.close();
+    const field = { ...mirror.input, text: textOf(mirror.input) };
     if (this.shown?.id !== field.id || this.shown.kind !== field.kind) this.open(field);
     placeOver(this.frame, field.box, scale);
     this.frame.style.font = `${field.font.pixels * scale}px ${Family}`;
@@ -107,6 +112,7 @@ export class Fields {
       selected: placeOnForm(value, selectionEnd) - caret,
     };
     if (linesOfPage(this.shown.text) === value) edit.words = this.shown.text; // its line ends stay as they are
+    if (hasOddUnits(edit.words)) edit.units = unitsOf(edit.words);
     const text = JSON.stringify(edit);
     if (text === this.sent) return;
     this.sent = text;

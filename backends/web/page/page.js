@@ -73,12 +73,25 @@ function draw() {
   drawList(of('list'), mirror.list, scale, send);
   of('busy').hidden = mirror.status === null;
   of('busy').textContent = mirror.status ?? '';
+  drawNotice(mirror.notice);
   menus.draw(mirror);
   const hadField = fields.isOpen();
   fields.draw(mirror, scale);
   boxes.draw(mirror.box);
   if (!fields.isOpen() && !mirror.box && (hadField || document.activeElement === document.body)) form.focus({ preventScroll: true });
   say((mirror.grid?.current ?? []).join(', '));
+}
+
+/// What a person must know and the form does not say: the worst, and how many others there are.
+function drawNotice(notice) {
+  const element = of('notice');
+  element.hidden = notice === null;
+  if (notice === null) return;
+  const [text, button] = element.children;
+  text.textContent = notice.text + (notice.behind > 0 ? ` (and ${notice.behind} more)` : '');
+  element.classList.toggle('loss', notice.loss);
+  button.hidden = !notice.confirmed;
+  button.onclick = () => send('notice', { words: notice.about });
 }
 
 /// The current row, for a screen reader: the form is a picture to it.
@@ -95,6 +108,7 @@ function tell(text, look) {
   Object.assign(again, { type: 'button', textContent: 'Start again', onclick: () => location.reload() });
   message.append(again);
   boxes.draw(null);
+  view.mirror = null;
   form.hidden = true;
   for (const button of document.querySelectorAll('#menus button, #keys button')) button.disabled = true;
 }
@@ -146,7 +160,6 @@ function hear({ data }) {
     tell(`Quorin can't run here: ${data.failed}`, 'bad');
   } else if (data.ended !== undefined) {
     if (data.ended !== 0 && !of('message').className) tell(`The program could not start.\n${data.said}`, 'bad');
-    window.filesOfEnd = data.files; // the tests look at them
   }
 }
 
@@ -159,6 +172,11 @@ function start() {
   new ResizeObserver(tellSize).observe(room);
   followDensity();
 }
+
+// What is on the screen is saved when the record is left: the browser asks before it closes the page.
+addEventListener('beforeunload', (event) => {
+  if (view.mirror?.unsaved) event.preventDefault();
+});
 
 if (window.crossOriginIsolated) start();
 else tell('This page needs two headers from its server: Cross-Origin-Opener-Policy: same-origin, and '

@@ -54,14 +54,6 @@ function preparePage(FS, ring, fonts) {
   FS.mkdev('/dev/page', device);
 }
 
-/// The files below a folder, for the tests and for whoever wants a copy.
-function filesBelow(FS, folder) {
-  return FS.readdir(folder).filter((name) => name !== '.' && name !== '..').flatMap((name) => {
-    const path = folder + '/' + name;
-    return FS.isDir(FS.stat(path).mode) ? filesBelow(FS, path) : [{ path, text: FS.readFile(path, { encoding: 'utf8' }) }];
-  });
-}
-
 async function run({ shared, fonts, words, files }) {
   const ring = new RingReader(shared);
   const said = [];
@@ -73,7 +65,7 @@ async function run({ shared, fonts, words, files }) {
   await prepareFiles(module, files);
   preparePage(module.FS, ring, fonts);
   const status = module.callMain(words);
-  postMessage({ ended: status, said: said.join('\n'), files: filesBelow(module.FS, '/data') });
+  postMessage({ ended: status, said: said.join('\n') });
 }
 
 onmessage = ({ data }) => {

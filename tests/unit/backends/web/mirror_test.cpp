@@ -65,6 +65,25 @@ TEST(ThePage, SeesTheKeysOfADeviceWithoutAWindow) {
     EXPECT_EQ(device.Seen()["resizable"], false);
 }
 
+TEST(ThePage, SeesTheWorstNoticeUntilItIsConfirmed) {
+    PageDevice device;
+    device.Start();
+    EXPECT_TRUE(device.Seen()["notice"].is_null());
+    companion::Notices& notices = device.Platform.onlooker.notices;
+    notices.Raise({.About = u"tip", .Weight = companion::Severity::Hint, .Words = u"Try this."});
+    notices.Raise({.About = u"disk", .Words = u"The disk is nearly full.", .Stands = companion::Until::Tapped});
+    notices.Raise({.About = u"loss a", .Weight = companion::Severity::Loss, .Words = u"Row 1 is not saved.",
+                   .Stands = companion::Until::Tapped});
+    device.Send({});
+    EXPECT_EQ(device.Seen()["notice"], Json({{"about", "loss a"},
+                                             {"text", "Row 1 is not saved."},
+                                             {"loss", true},
+                                             {"confirmed", true},
+                                             {"behind", 1}}));
+    device.Send({R"({"kind":"notice","words":"loss a"})", R"({"kind":"notice","words":"disk"})"});
+    EXPECT_TRUE(device.Seen()["notice"].is_null());
+}
+
 TEST(ThePage, IsShownNothingThatItHasSeen) {
     PageDevice device;
     device.Start();

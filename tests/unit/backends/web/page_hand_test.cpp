@@ -36,6 +36,30 @@ TEST_F(OnARecord, ATypedValueIsStored) {
     EXPECT_EQ(Bytes(), "Place|Count\nwall|\n");
 }
 
+TEST_F(OnARecord, TheScreenSaysWhetherItIsSaved) {
+    EXPECT_EQ(Device.Seen()["unsaved"], false);
+    Tap(Value, 5);
+    Device.Send({Device.Act("edit", Field() + ",\"words\":\"wall\",\"caret\":4")});
+    Tap(5, 25);
+    EXPECT_EQ(Device.Seen()["unsaved"], true);
+    Device.Choose("New Record");
+    EXPECT_EQ(Device.Seen()["unsaved"], false);
+}
+
+/// A table of another program may have letters of an old code page.
+TEST_F(OnARecord, BytesThatAreNoUtf8SurviveTypingBesideThem) {
+    Device.Choose("Close");
+    Device.Folder.Put("Quorin/qrn0001.txt", "Place|Count\nCaf\xE9|\n");
+    Device.Choose("Open");
+    Tap(Value, 5);
+    auto units = Device.Seen()["input"]["units"];
+    ASSERT_EQ(units, journal::Line::array({'C', 'a', 'f', 0xDCE9}));
+    units.push_back('!');
+    Device.Send({Device.Act("edit", Field() + R"(,"words":"Caf?!","caret":5,"units":)" + units.dump())});
+    Device.Choose("Close");
+    EXPECT_EQ(Bytes(), "Place|Count\nCaf\xE9!|\n");
+}
+
 TEST_F(OnARecord, TypingForAClosedFieldIsDropped) {
     Tap(Value, 5);
     const std::string old = Field();

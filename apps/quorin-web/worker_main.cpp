@@ -6,6 +6,7 @@
 #include "apps/start/exit_status.h"
 #include "apps/start/process.h"
 #include "backends/descriptor/descriptor.h"
+#include "backends/loop/ending.h"
 #include "backends/loop/no_commands.h"
 #include "backends/loop/silent_watcher.h"
 #include "backends/web/page_events.h"
@@ -52,6 +53,13 @@ std::optional<backends::web::FontMeasures> MeasuresOfPage() {
     return backends::web::ReadMeasures(bytes.str());
 }
 
+/// Returns what a person must know of the end; an empty text if the person has ended the program.
+std::string WordsOf(const backends::ProgramOver& over) {
+    const std::string failure = modStringTools::ToBytes(over.Failure);
+    return over.Why == backends::ProgramOver::Reason::Ended ? backends::UnsavedRecordWords()
+                                                            : failure + " " + backends::StateWords();
+}
+
 start::ExitStatus Run(const backends::DeviceOptions& options) {
     const auto measures = MeasuresOfPage();
     const backends::Descriptor acts(::open(Acts, O_RDONLY | O_NONBLOCK));
@@ -75,7 +83,7 @@ start::ExitStatus Run(const backends::DeviceOptions& options) {
         for (;;)
             device.loop.WaitOnce();
     } catch (const backends::ProgramOver& over) {
-        TellPageOfEnd(modStringTools::ToBytes(over.Failure).c_str());
+        TellPageOfEnd(WordsOf(over).c_str());
         modQuorin::ResetModules(); // closes what is open while the platform still exists
         return over.Why == backends::ProgramOver::Reason::Ended ? start::ExitStatus::Ended : start::ExitStatus::Failure;
     }
