@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The form on a page. The worker of the page (backends/web/page/worker.js) starts it, gives it the measures of the fonts
-// as a file and the acts of a person as a device.
+// The form on a page. The worker of the page (backends/web/page/worker.js) starts it, gives it the measures of the
+// fonts as a file and the acts of a person as a device.
 #include "apps/options/command_line.h"
 #include "apps/options/device_options.h"
 #include "apps/start/exit_status.h"

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "backends/headless/font_server.h"
 
+#include "backends/grid/paragraphs.h"
+
 #include <algorithm>
 
 namespace backends::headless {
@@ -15,19 +17,6 @@ std::int32_t CharacterWidth(FontHandle font) {
 
 std::int32_t LineHeight(FontHandle font) {
     return (font * 15 + 4) / 8;
-}
-
-bool IsLineEnd(char16_t character) {
-    return character == u'\r' || character == u'\n';
-}
-
-/// Cuts off the first paragraph of a text, and its line end.
-TextView TakeParagraph(TextView& text) {
-    const std::size_t end = std::min(text.find_first_of(u"\r\n"), text.size());
-    const TextView paragraph = text.substr(0, end);
-    const std::size_t lineEnd = text.substr(end, 2) == u"\r\n" ? 2 : 1;
-    text.remove_prefix(std::min(end + lineEnd, text.size()));
-    return paragraph;
 }
 
 /// Returns the length of the first line of a paragraph, for lines of at most `most` characters, at least 1.

@@ -3,6 +3,7 @@
 
 #include "backends/loop/acts.h"
 #include "backends/loop/clock.h"
+#include "src/view/input_fields.h"
 #include "src/view/platform/platform.h"
 
 namespace backends {
@@ -64,6 +65,28 @@ void RaiseKeyboard(const SystemObject& system, const modPDAUI::KeyboardState& ke
     const bool coversAll = keyboard.State != 0 && static_cast<float>(keyboard.Height) >= system.WorkArea().Height;
     const modPDAUI::KeyboardState reported = coversAll ? modPDAUI::KeyboardState() : keyboard;
     frmQuorin::mykb_statechanged(reported.State, reported.Left, reported.Top, reported.Width, reported.Height);
+}
+
+namespace {
+
+/// The form has put the edited row at the head of the page, as it does for a soft keyboard. Here nothing covers the
+/// rows above it, so they stay on the page as far as there is room.
+void BringEditedRowOnPage(DrawnGrid& grid, std::int32_t top) {
+    grid.SetTopRow(top);
+    grid.PaintNow();
+    grid.BringOnPage(modPDAUI::Input.EditRow);
+    grid.PaintNow();
+    modPDAUI::KeepFieldOverCell();
+}
+
+} // namespace
+
+void TakeUpWorkArea(DeviceSystem& system, const Controls& seen, ScreenSize size) {
+    system.SetScreen(size);
+    const std::int32_t top = seen.grdMain.TopRow();
+    RaiseKeyboard(system, modPDAUI::Display.KeyboardRect);
+    if (seen.txtInputField.Visible() && seen.grdMain.Visible())
+        BringEditedRowOnPage(seen.grdMain, top);
 }
 
 } // namespace backends

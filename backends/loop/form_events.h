@@ -2,6 +2,7 @@
 // The events of the form that every back-end raises alike.
 #pragma once
 
+#include "backends/loop/form_controls.h"
 #include "backends/loop/services.h"
 #include "src/app/form.h"
 #include "src/view/display_state.h"
@@ -29,6 +30,10 @@ void AskToClose();
 
 /// Reports that the soft keyboard has appeared, gone or moved. One that covers the whole form counts as none.
 void RaiseKeyboard(const SystemObject& system, const modPDAUI::KeyboardState& keyboard);
+
+/// The working area has another size: the form lays itself out in it, as it does when a soft keyboard opens or closes.
+/// An open field stays where it is as far as there is room.
+void TakeUpWorkArea(DeviceSystem& system, const Controls& seen, ScreenSize size);
 
 /// Connects the events that a back-end's controls raise. In each back-end the controls have the form's names.
 template <class BackEndControls>

@@ -2,6 +2,7 @@
 #include "backends/loop/form_keys.h"
 
 #include "backends/loop/acts.h"
+#include "companion/form_state.h"
 #include "src/app/form.h"
 #include "src/view/input_fields.h"
 #include "src/view/platform/keys.h"
@@ -60,6 +61,16 @@ bool KeyDownPasses(std::int32_t keyCode) {
 void RaiseKeyUp(std::int32_t keyCode) {
     std::int32_t key = keyCode;
     frmQuorin::Form_KeyUp(key, NoShift);
+}
+
+bool HasEndsToSelect(const DrawnGrid& grid) {
+    return companion::ListStoresNothing() && grid.Rows() > 0;
+}
+
+void SelectEnd(DrawnGrid& grid, bool isFirst) {
+    const std::int32_t row = isFirst ? 0 : grid.Rows() - 1;
+    ReportAct({.Word = "select", .Arguments = ArgumentsOf({row}), .About = grid.Cell(row, 0)});
+    grid.SetRow(row);
 }
 
 } // namespace backends

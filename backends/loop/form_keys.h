@@ -4,6 +4,11 @@
 // returns. Where DrawnGrid::TurnsPages is set, a page key acts on grdMain whatever has the focus.
 #pragma once
 
+#include "backends/grid/drawn_grid.h"
+#include "backends/loop/focus.h"
+#include "src/app/keys.h"
+#include "src/view/platform/keys.h"
+
 #include <cstdint>
 
 namespace backends {
@@ -18,5 +23,19 @@ bool IsPageKey(std::int32_t keyCode);
 bool KeyDownPasses(std::int32_t keyCode);
 
 void RaiseKeyUp(std::int32_t keyCode);
+
+/// True if the key is Enter and answers the prompt: its field has one line and the focus. In each back-end the controls
+/// have the form's names.
+template <class BackEndControls>
+bool AnswersPrompt(const BackEndControls& of, std::int32_t keyCode) {
+    const FocusTarget* const holder = of.focus.Holder();
+    const bool isLine = (holder == &of.txtInputField && !of.txtInputField.MultiLine()) || holder == &of.cboInputField;
+    return platform::Key{keyCode} == platform::Key::Enter && isLine && modQuorin::EnterAnswersPrompt();
+}
+
+/// Home and End: true if the first or the last row may be selected. Only on lists in which the highlight is a mere
+/// mark: moving it in the list of ports would store another port.
+bool HasEndsToSelect(const DrawnGrid& grid);
+void SelectEnd(DrawnGrid& grid, bool isFirst);
 
 } // namespace backends

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "backends/qt/fonts.h"
 
+#include "backends/grid/device_fonts.h"
+#include "backends/grid/paragraphs.h"
 #include "backends/qt/conversions.h"
 #include "src/text/characters.h"
 
@@ -19,34 +21,11 @@ using modStringTools::LineFeed;
 
 namespace {
 
-enum class Letters { Normal, Narrow };
-
-/// The substitute for a font of the devices, and how many pixels a point of its size has.
-struct StandIn {
-    TextView Name;
-    Letters Shape;
-    double PixelsPerPoint;
-};
-
-constexpr double ScreenPoint = 96.0 / 72.0;         // 96 pixels to the inch
-constexpr double DesktopPoint = 1.25 * ScreenPoint; // the text size of other programs on a desktop
-constexpr Letters Normal = Letters::Normal;
-constexpr Letters Narrow = Letters::Narrow; // 160 pixels hold some 30 of its characters
-
-constexpr StandIn StandIns[] = {
-    {u"AFPalm", Narrow, ScreenPoint},
-    {u"AFPalmHR", Narrow, 2 * ScreenPoint}, // twice the pixels on a screen of twice the resolution
-    {u"AFSE UIQ Standard", Normal, ScreenPoint},
-    {u"Microsoft Sans Serif CMF", Normal, ScreenPoint},
-    {u"Nokia Sans S60", Normal, ScreenPoint},
-    {u"Tahoma", Normal, DesktopPoint},
-};
-
 /// Returns the font of a shape. Debian has the narrow font in a separate package: where it is not installed, the normal
 /// font is drawn as narrow. Where that is missing too, the machine substitutes another font for its name.
-QFont FontOfShape(Letters shape) {
+QFont FontOfShape(bool isNarrow) {
     const QString normal = QStringLiteral("DejaVu Sans");
-    if (shape == Letters::Normal)
+    if (!isNarrow)
         return QFont(normal);
     const QString narrow = QStringLiteral("DejaVu Sans Condensed");
     static const bool IsThere = QFontDatabase::hasFamily(narrow);
@@ -143,22 +122,15 @@ const Shaped& ShapeOnce(const QFont& font, TextView text, std::int32_t width) {
 } // namespace
 
 QFont FontOf(const Text& name, std::int32_t size) {
-    const auto* found =
-        std::find_if(std::begin(StandIns), std::end(StandIns), [&](const StandIn& row) { return row.Name == name; });
-    const bool known = found != std::end(StandIns);
-    QFont font = known ? FontOfShape(found->Shape) : QFont(ToQt(name));
-    const double pixels = std::max(size, 1) * (known ? found->PixelsPerPoint : ScreenPoint);
-    font.setPixelSize(std::max(1, static_cast<int>(std::lround(pixels))));
+    const DeviceFont* const known = DeviceFontNamed(name);
+    QFont font = known != nullptr ? FontOfShape(known->IsNarrow) : QFont(ToQt(name));
+    font.setPixelSize(PixelsOfFont(known, size));
     font.setHintingPreference(QFont::PreferFullHinting); // whole pixels, so that widths add up
     return font;
 }
 
 QString OneLine(TextView text) {
-    Text line(text);
-    line.erase(std::remove_if(line.begin(), line.end(),
-                              [](char16_t unit) { return unit == CarriageReturn || unit == LineFeed; }),
-               line.end());
-    return ToQt(line);
+    return ToQt(WithoutLineEnds(text));
 }
 
 QStringList LinesOf(const QFont& font, TextView text, std::int32_t width) {

@@ -215,21 +215,7 @@ void QtPlatform::TakeUpSize() {
     const QSize size(std::min(room.width(), WidestForm()), room.height());
     if (size == RectOf(PixelsOf(form)).size() || size.isEmpty())
         return;
-    system.SetScreen({size.width(), size.height()});
-    const std::int32_t top = grdMain.TopRow();
-    RaiseKeyboard(system, modPDAUI::Display.KeyboardRect);
-    if (txtInputField.Visible() && grdMain.Visible())
-        BringEditedRowOnPage(top);
-}
-
-/// The form has put the edited row at the head of the page, as it does for a soft keyboard. Here nothing covers the
-/// rows above it, so they stay on the page as far as there is room.
-void QtPlatform::BringEditedRowOnPage(std::int32_t top) {
-    grdMain.SetTopRow(top);
-    grdMain.PaintNow();
-    grdMain.BringOnPage(modPDAUI::Input.EditRow);
-    grdMain.PaintNow();
-    modPDAUI::KeepFieldOverCell();
+    TakeUpWorkArea(system, controls, {size.width(), size.height()});
 }
 
 /// Reports the part of the form that a soft keyboard covers.
@@ -348,13 +334,6 @@ void QtPlatform::ComesUp(const HeldKey& key) {
         tmrHoldEvent.SetEnabled(false); // which its press has started
 }
 
-/// True if the key is Enter and answers the prompt: its field has one line and the focus.
-bool QtPlatform::AnswersPrompt(std::int32_t code) const {
-    const FocusTarget* const holder = focus.Holder();
-    const bool isLine = (holder == &txtInputField && !txtInputField.MultiLine()) || holder == &cboInputField;
-    return Key{code} == Key::Enter && isLine && modQuorin::EnterAnswersPrompt();
-}
-
 /// Tab closes the field of a record and opens the one below it that is edited in place, Shift+Tab the one above, by a
 /// tap on its cell. At the last one it closes the field.
 bool QtPlatform::TakeTab(const QKeyEvent& event) {
@@ -378,17 +357,12 @@ bool QtPlatform::TakeTab(const QKeyEvent& event) {
     return isOpen;
 }
 
-/// Only on lists in which the highlight is a mere mark: moving it in the list of ports would store another port.
 bool QtPlatform::TakeHomeOrEnd(const QKeyEvent& event) {
     const bool isHome = event.key() == Qt::Key_Home;
-    if ((!isHome && event.key() != Qt::Key_End) || &focus.HolderOr(grdMain) != &grdMain ||
-        !companion::ListStoresNothing() || grdMain.Rows() == 0)
+    if ((!isHome && event.key() != Qt::Key_End) || &focus.HolderOr(grdMain) != &grdMain || !HasEndsToSelect(grdMain))
         return false;
-    if (event.isAutoRepeat())
-        return true; // it may have been pressed on another screen
-    const std::int32_t row = isHome ? 0 : grdMain.Rows() - 1;
-    ReportAct({.Word = "select", .Arguments = ArgumentsOf({row}), .About = grdMain.Cell(row, 0)});
-    grdMain.SetRow(row);
+    if (!event.isAutoRepeat()) // it may have been pressed on another screen
+        SelectEnd(grdMain, isHome);
     return true;
 }
 
@@ -425,7 +399,7 @@ bool QtPlatform::TakeKeyPress(QKeyEvent& event) {
     else if (const auto held = Held_.find(event.key()); held == Held_.end() || held->second.Screen != screen)
         return true; // it was pressed in another window or on another screen
     LastKey_ = std::chrono::steady_clock::now();
-    if (AnswersPrompt(*code)) {
+    if (AnswersPrompt(*this, *code)) {
         RaiseItemClick(2, 1);
         return true;
     }

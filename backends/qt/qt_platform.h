@@ -100,7 +100,6 @@ private:
     bool RaiseWhatIsPending() override;
     void TakeUpSize();
     int WidestForm() const;
-    void BringEditedRowOnPage(std::int32_t top);
     /// Returns the milliseconds since the screen appeared.
     std::int64_t ScreenAge() const;
     void TakeUpKeyboard();
@@ -117,7 +116,6 @@ private:
     bool TakeQuestionMark(const QKeyEvent& event);
     bool TakeHomeOrEnd(const QKeyEvent& event);
     bool EnterSelects() const;
-    bool AnswersPrompt(std::int32_t code) const;
     /// True if the key was meant for the text field that a change of the record has closed while the user was typing.
     bool ComesTooLate() const;
     void ActOnKey(FocusTarget& taker, std::int32_t code);

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "backends/web/mirror.h"
 
+#include "backends/grid/paragraphs.h"
 #include "backends/loop/clock.h"
 #include "companion/form_state.h"
 #include "journal/journal_lines.h"
-#include "src/text/characters.h"
-#include "src/text/utf8.h"
 #include "src/drivers/unsaved_record.h"
+#include "src/text/utf8.h"
 #include "src/view/display_state.h"
 #include "src/view/input_fields.h"
 
@@ -52,12 +52,7 @@ struct Clip {
 
 /// A line of text at the start of its base line: [x, y, colour, text].
 void AddLine(Json& lines, std::int32_t x, std::int32_t y, std::int32_t colour, TextView words) {
-    Text line(words);
-    line.erase(std::remove_if(line.begin(), line.end(),
-                              [](char16_t unit) {
-                                  return unit == modStringTools::CarriageReturn || unit == modStringTools::LineFeed;
-                              }),
-               line.end());
+    const Text line = WithoutLineEnds(words);
     if (!line.empty())
         lines.push_back(Json::array({x, y, ColourOf(colour), Utf8(line)}));
 }

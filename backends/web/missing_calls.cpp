@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
-// System calls of Linux that the C library for WebAssembly declares and does not have. Each fails as on a kernel without
-// it; whoever calls one goes on, as it does there: file rights have no lists of access beside them, no signal comes.
+// System calls of Linux that the C library for WebAssembly declares and does not have. Each fails as on a kernel
+// without it; whoever calls one goes on, as it does there: file rights have no lists of access beside them, no signal
+// comes.
 #include <cerrno>
 #include <sys/prctl.h>
 #include <sys/signalfd.h>

@@ -1,13 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "backends/web/page_fonts.h"
 
+#include "backends/grid/device_fonts.h"
+#include "backends/grid/paragraphs.h"
 #include "src/text/characters.h"
 
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
 #include <cmath>
-#include <iterator>
 
 namespace backends::web {
 
@@ -15,36 +16,11 @@ namespace {
 
 using Json = nlohmann::json;
 
-constexpr double Narrow = 0.85;                     // 160 pixels hold some 30 of its characters
-constexpr double ScreenPoint = 96.0 / 72.0;         // 96 pixels to the inch
-constexpr double DesktopPoint = 1.25 * ScreenPoint; // the text size of other programs on a desktop
-
-/// How a font of the devices looks on a page, and how many pixels a point of its size has.
-struct StandIn {
-    TextView Name;
-    double Stretch;
-    double PixelsPerPoint;
-};
-
-constexpr StandIn StandIns[] = {
-    {u"AFPalm", Narrow, ScreenPoint},
-    {u"AFPalmHR", Narrow, 2 * ScreenPoint}, // twice the pixels on a screen of twice the resolution
-    {u"AFSE UIQ Standard", 1, ScreenPoint},
-    {u"Microsoft Sans Serif CMF", 1, ScreenPoint},
-    {u"Nokia Sans S60", 1, ScreenPoint},
-    {u"Tahoma", 1, DesktopPoint},
-};
+constexpr double Narrow = 0.85; // width of a narrow letter as a part of a usual one
 
 FontLook LookNamed(const Text& name, std::int32_t size) {
-    const auto* const found =
-        std::find_if(std::begin(StandIns), std::end(StandIns), [&](const StandIn& row) { return row.Name == name; });
-    const bool known = found != std::end(StandIns);
-    const double pixels = std::max(size, 1) * (known ? found->PixelsPerPoint : ScreenPoint);
-    return {.Pixels = static_cast<std::int32_t>(std::lround(pixels)), .Stretch = known ? found->Stretch : 1};
-}
-
-bool IsLineEnd(char16_t character) {
-    return character == modStringTools::CarriageReturn || character == modStringTools::LineFeed;
+    const DeviceFont* const font = DeviceFontNamed(name);
+    return {.Pixels = PixelsOfFont(font, size), .Stretch = font != nullptr && font->IsNarrow ? Narrow : 1};
 }
 
 std::optional<double> Number(const Json& object, const char* name) {
@@ -63,15 +39,6 @@ std::optional<FontMeasures::Range> ReadRange(const Json& json) {
         range.Widths.push_back(width.get<double>());
     }
     return range;
-}
-
-/// Cuts off the first paragraph of a text, and its line end.
-TextView TakeParagraph(TextView& text) {
-    const std::size_t end = std::min(text.find_first_of(u"\r\n"), text.size());
-    const TextView paragraph = text.substr(0, end);
-    const std::size_t lineEnd = text.substr(end, 2) == u"\r\n" ? 2 : 1;
-    text.remove_prefix(std::min(end + lineEnd, text.size()));
-    return paragraph;
 }
 
 TextView WithoutBlanksAtEnd(TextView line) {
@@ -190,7 +157,7 @@ Text PageFonts::FirstFontName() {
 }
 
 Text PageFonts::NextFontName() {
-    return Next_ < std::size(StandIns) ? Text(StandIns[Next_++].Name) : Text();
+    return Next_ < DeviceFonts().size() ? Text(DeviceFonts()[Next_++].Name) : Text();
 }
 
 } // namespace backends::web

@@ -147,7 +147,7 @@ void PageHand::KeyDown(const PageEvent& event) {
         Held_[event.Key] = {code, screen};
     else if (const auto held = Held_.find(event.Key); held == Held_.end() || held->second.Screen != screen)
         return; // it was pressed on another screen
-    if (AnswersPrompt(code))
+    if (AnswersPrompt(Form_, code))
         RaiseItemClick(2, 1);
     else
         Strike(taker, code);
@@ -180,14 +180,6 @@ void PageHand::KeyUp(const PageEvent& event) {
         Form_.tmrHoldEvent.SetEnabled(false); // which its press has started
 }
 
-/// True if the key is Enter and answers the prompt: its field has one line and the focus.
-bool PageHand::AnswersPrompt(std::int32_t code) const {
-    const FocusTarget* const holder = Form_.focus.Holder();
-    const bool isLine =
-        (holder == &Form_.txtInputField && !Form_.txtInputField.MultiLine()) || holder == &Form_.cboInputField;
-    return Key{code} == Key::Enter && isLine && modQuorin::EnterAnswersPrompt();
-}
-
 void PageHand::Tap(std::int32_t row, std::int32_t col) {
     auto& grid = Form_.grdMain;
     grid.BringOnPage(row);
@@ -217,16 +209,12 @@ bool PageHand::TakeTab(std::int32_t key) {
     return true;
 }
 
-/// Only on lists in which the highlight is a mere mark: moving it in the list of ports would store another port.
 bool PageHand::TakeHomeOrEnd(std::int32_t key) {
     if (key != HomeKey && key != EndKey)
         return false;
     auto& grid = Form_.grdMain;
-    if (&Form_.focus.HolderOr(grid) != &grid || !companion::ListStoresNothing() || grid.Rows() == 0)
-        return true;
-    const std::int32_t row = key == HomeKey ? 0 : grid.Rows() - 1;
-    ReportAct({.Word = "select", .Arguments = ArgumentsOf({row}), .About = grid.Cell(row, 0)});
-    grid.SetRow(row);
+    if (&Form_.focus.HolderOr(grid) == &grid && HasEndsToSelect(grid))
+        SelectEnd(grid, key == HomeKey);
     return true;
 }
 

@@ -38,7 +38,6 @@ private:
     void KeyUp(const PageEvent& event);
     bool TakeTab(std::int32_t key);
     bool TakeHomeOrEnd(std::int32_t key);
-    bool AnswersPrompt(std::int32_t code) const;
     void Strike(FocusTarget& taker, std::int32_t code);
     void Tap(std::int32_t row, std::int32_t col);
 

@@ -2,7 +2,6 @@
 #include "backends/web/web_platform.h"
 
 #include "backends/loop/form_events.h"
-#include "src/view/input_fields.h"
 
 #include <algorithm>
 
@@ -62,21 +61,7 @@ void WebPlatform::TakeUpSize(ScreenSize room) {
     const bool isSame = now.Width == static_cast<float>(size.Width) && now.Height == static_cast<float>(size.Height);
     if (isSame || !TraitsOf(system.DeviceType()).HasWindow)
         return;
-    system.SetScreen(size);
-    const std::int32_t top = grdMain.TopRow();
-    RaiseKeyboard(system, modPDAUI::Display.KeyboardRect);
-    if (txtInputField.Visible() && grdMain.Visible())
-        BringEditedRowOnPage(top);
-}
-
-/// The form has put the edited row at the head of the page, as it does for a soft keyboard. Here nothing covers the
-/// rows above it, so they stay on the page as far as there is room.
-void WebPlatform::BringEditedRowOnPage(std::int32_t top) {
-    grdMain.SetTopRow(top);
-    grdMain.PaintNow();
-    grdMain.BringOnPage(modPDAUI::Input.EditRow);
-    grdMain.PaintNow();
-    modPDAUI::KeepFieldOverCell();
+    TakeUpWorkArea(system, controls, size);
 }
 
 } // namespace backends::web

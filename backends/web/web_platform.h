@@ -41,7 +41,6 @@ protected:
 
 private:
     std::int32_t WidestForm();
-    void BringEditedRowOnPage(std::int32_t top);
 
     PageFonts& PageFonts_;
     std::int32_t BoxesOpened_ = 0;

@@ -47,7 +47,7 @@ test('a killed browser loses no record that was saved', { skip, timeout: 3_000_0
     let lastIsEmpty = true;
     for (let kill = 0; kill < kills; kill++) {
       const commands = [...OpenDownload, 'choose Last Record', ...(lastIsEmpty ? [] : ['choose New Record'])];
-      for (let number = before + 1; number <= before + 40; number++) commands.push(...record(number));
+      for (let number = before + 1; number <= before + 40; number++) commands.push(...record(number), 'tick 150'); // a new record is painted once more
       let saved = before;
       let atSave;
       const lines = [];

@@ -159,8 +159,6 @@ test('a page with a record that is not saved asks before it goes', async () => {
   const asked = new Promise((done) => form.page.once('dialog', async (dialog) => { await dialog.dismiss(); done(dialog.type()); }));
   await form.page.close({ runBeforeUnload: true });
   assert.equal(await asked, 'beforeunload');
-  await form.choose('New Record');
-  await form.until((mirror) => !mirror.unsaved, 'a saved record');
   await form.page.context().close();
 });
 

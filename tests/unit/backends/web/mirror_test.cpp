@@ -72,7 +72,9 @@ TEST(ThePage, SeesTheWorstNoticeUntilItIsConfirmed) {
     companion::Notices& notices = device.Platform.onlooker.notices;
     notices.Raise({.About = u"tip", .Weight = companion::Severity::Hint, .Words = u"Try this."});
     notices.Raise({.About = u"disk", .Words = u"The disk is nearly full.", .Stands = companion::Until::Tapped});
-    notices.Raise({.About = u"loss a", .Weight = companion::Severity::Loss, .Words = u"Row 1 is not saved.",
+    notices.Raise({.About = u"loss a",
+                   .Weight = companion::Severity::Loss,
+                   .Words = u"Row 1 is not saved.",
                    .Stands = companion::Until::Tapped});
     device.Send({});
     EXPECT_EQ(device.Seen()["notice"], Json({{"about", "loss a"},
