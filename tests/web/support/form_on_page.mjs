@@ -64,9 +64,9 @@ export class FormOnPage {
     return textsOf(await this.mirror());
   }
 
-  /// Waits until a text stands on the form.
+  /// Waits until a text stands on the form, which takes acts: while it is busy they would be meant for the screen before.
   untilShown(text) {
-    return this.until((mirror) => textsOf(mirror).includes(text), text);
+    return this.until((mirror) => mirror.status === null && textsOf(mirror).includes(text), text);
   }
 
   /// The point of the page on which a text of the grid stands, or that many pixels of the form beside it.
