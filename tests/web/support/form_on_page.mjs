@@ -78,8 +78,10 @@ export class FormOnPage {
     return { x: corner.x + (line[0] + 3 + beside) * scale, y: corner.y + (line[1] - 4) * scale };
   }
 
+  /// A new screen is painted once more after a tenth of a second, which closes a field: no hand is as quick as that.
   async click(text, beside) {
     const { x, y } = await this.pointOf(text, beside);
+    await this.page.waitForTimeout(200);
     await this.page.mouse.click(x, y);
   }
 
