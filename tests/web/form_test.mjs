@@ -181,6 +181,22 @@ test('a device that does not exist is told in words', async () => {
   await made.close();
 });
 
+test('what the form does not say stands on the page', async () => {
+  const made = await chromium.browser.newContext();
+  const page = await made.newPage();
+  await page.addInitScript(() => {
+    const { parse } = JSON;
+    const notice = { about: 'loss', text: 'Row 2 is NOT saved.', loss: true, confirmed: true, behind: 1 };
+    JSON.parse = (text) => ({ ...parse(text), notice }); // as the program says it
+  });
+  await page.goto(chromium.address);
+  const shown = page.locator('#notice');
+  await shown.waitFor({ state: 'visible' });
+  assert.equal(await shown.locator('span').textContent(), 'Row 2 is NOT saved. (and 1 more)');
+  assert.equal(await shown.getByText('OK').isVisible(), true);
+  await made.close();
+});
+
 test('a page without its headers says what it needs', async () => {
   const made = await chromium.browser.newContext();
   const page = await made.newPage();
