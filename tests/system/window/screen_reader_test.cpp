@@ -165,11 +165,12 @@ TEST_F(ScreenReaderStory, ReadsTheWindowTheRowsAndTheNotices) {
     ASSERT_NO_FATAL_FAILURE(OpenRecord());
     const std::string title = "frame \"qrn0001 · record 1 of 1 · Meter\"\n";
     EXPECT_TRUE(Eventually([&] { return WhatIsRead().rfind(title, 0) == 0; }));
-    const std::string read = WhatIsRead();
-    EXPECT_THAT(read, HasSubstr("table \"Download, 1/1\"\n"
-                                "cell \"Moisture\"\ncell \"Moisture: 23.4 %\"\n"
-                                "cell \"Remark\"\ncell \"Remark: empty\"\n"));
-    EXPECT_THAT(read, HasSubstr("label \"Data: " + Home.Path("root/Quorin") + "\"\n"));
+    EXPECT_THAT(WhatIsRead(), HasSubstr("table \"Download, 1/1\"\n"
+                                        "cell \"Moisture\"\ncell \"Moisture: 23.4 %\"\n"
+                                        "cell \"Remark\"\ncell \"Remark: empty\"\n"));
+    // A worse notice, of a link that is still coming up, may stand in its place for a moment.
+    const std::string data = "label \"Data: " + Home.Path("root/Quorin") + "\"\n";
+    EXPECT_TRUE(Eventually([&] { return WhatIsRead().find(data) != std::string::npos; })) << WhatIsRead();
 }
 
 TEST_F(ScreenReaderStory, HearsANotice) {
