@@ -5,6 +5,7 @@ import { Fields } from './fields.js';
 import { measureFonts } from './fonts.js';
 import { Keyboard } from './keyboard.js';
 import { drawKeys, drawList, Menus, Popup } from './menus.js';
+import { More } from './more.js';
 import { drawGrid } from './painting.js';
 import { drawBar, Pointer } from './pointer.js';
 import { makeRing, RingWriter } from './ring.js';
@@ -36,6 +37,7 @@ const fields = new Fields(send, (owner, texts, choose) =>
   popup.open(owner, texts.map((text) => ({ text, choose: () => choose(text) }))), of('field'));
 const menus = new Menus(view, send, popup, [...document.querySelectorAll('#menus button')]);
 const boxes = new Boxes(send, of('box'));
+const more = new More(of('more'), popup);
 new Pointer(view, send, { heading: of('heading'), grid: of('grid'), bar: of('bar') });
 new Keyboard(view, send, fields, menus, popup);
 
@@ -63,7 +65,7 @@ function draw() {
   fit(mirror);
   const { scale } = view;
   document.title = mirror.title;
-  of('state').textContent = mirror.title;
+  of('title').textContent = mirror.title;
   form.hidden = false;
   form.style.width = `${mirror.form[0] * scale}px`;
   form.style.height = `${mirror.form[1] * scale}px`;
@@ -75,6 +77,7 @@ function draw() {
   of('busy').textContent = mirror.status ?? '';
   drawNotice(mirror.notice);
   menus.draw(mirror);
+  more.draw(mirror);
   const hadField = fields.isOpen();
   fields.draw(mirror, scale);
   boxes.draw(mirror.box);
