@@ -113,6 +113,12 @@ Notice DeliveryKept(const Text& fullName, platform::ErrorNumber why) {
             fullName + u" can't be read: " + platform::ErrorText(why) + u". Nothing of it was read.", Until::Withdrawn};
 }
 
+Notice CharactersLost(const Text& why) {
+    return {AboutCharacters, Severity::Loss,
+            u"Characters from the instrument were lost: " + why + u". Compare the record with its display.",
+            Until::Tapped};
+}
+
 Notice LinkIsOff() {
     return WithRemedy({AboutLinkOff, Severity::Warning,
                        u"Back has closed the link of this record, although the title still shows it.",

@@ -21,6 +21,7 @@ inline const Text AboutFolder = u"folder";
 inline const Text AboutList = u"list";
 inline const Text AboutRights = u"rights";
 inline const Text AboutPort = u"port";
+inline const Text AboutCharacters = u"characters";
 inline const Text AboutPlace = u"place";
 inline const Text AboutDraft = u"draft";
 inline const Text AboutUnsaved = u"unsaved";
@@ -38,6 +39,8 @@ inline const Text AboutHint = u"hint";
 /// "20:30:05".
 Text TimeText(const platform::DateTime& moment);
 
+/// Something that an instrument has sent did not reach the program.
+Notice CharactersLost(const Text& why);
 /// Says which folder of the host holds the records.
 Notice DataFolder(const Text& folder);
 /// One for each file: the next failure of the same file replaces it.

@@ -11,7 +11,10 @@
 #include "backends/loop/silent_watcher.h"
 #include "backends/web/page_events.h"
 #include "backends/web/page_hand.h"
+#include "backends/web/page_line.h"
+#include "backends/web/page_link.h"
 #include "backends/web/web_platform.h"
+#include "companion/words.h"
 #include "src/app/start_up.h"
 
 #include <CLI/CLI.hpp>
@@ -26,6 +29,9 @@
 #pragma clang diagnostic push
 #pragma clang diagnostic ignored "-Wdollar-in-identifier-extension"
 EM_JS(void, ShowOnPage, (const char* mirror), { postMessage({mirror : UTF8ToString(mirror)}); });
+EM_JS(void, ShowLinkOnPage, (const char* link), { postMessage({link : UTF8ToString(link)}); });
+EM_JS(void, AskForPort, (const char* act, int number, int attempt, const char* settings),
+      { postMessage({port : {act : UTF8ToString(act), number, attempt, settings : UTF8ToString(settings)}}); });
 EM_JS(void, PlayOnPage, (int hertz, int milliseconds), { postMessage({tone : [ hertz, milliseconds ]}); });
 EM_JS(void, TellPageOfEnd, (const char* failure), { postMessage({over : UTF8ToString(failure)}); });
 #pragma clang diagnostic pop
@@ -34,6 +40,7 @@ namespace {
 
 constexpr const char* Measures = "/page/fonts.json";
 constexpr const char* Acts = "/dev/page";
+constexpr const char* PortBytes = "/dev/page-port";
 
 /// Passes on what the page can't see from the controls.
 class PageWatcher final : public backends::SilentWatcher {
@@ -46,6 +53,12 @@ public:
 
     std::function<void()> Shows;
 };
+
+void AskPage(const backends::web::PortRequest& request) {
+    using Act = backends::web::PortRequest::Act;
+    const char* const act = request.Wanted == Act::Open ? "open" : request.Wanted == Act::Read ? "read" : "close";
+    AskForPort(act, request.Number, request.Attempt, request.LineSettings.c_str());
+}
 
 std::optional<backends::web::FontMeasures> MeasuresOfPage() {
     std::stringstream bytes;
@@ -60,13 +73,16 @@ std::string WordsOf(const backends::ProgramOver& over) {
                                                             : failure + " " + backends::StateWords();
 }
 
-start::ExitStatus Run(const backends::DeviceOptions& options) {
+start::ExitStatus Run(backends::DeviceOptions options) {
     const auto measures = MeasuresOfPage();
     const backends::Descriptor acts(::open(Acts, O_RDONLY | O_NONBLOCK));
     if (!measures || !acts.Valid()) {
         std::cerr << "quorin-web: the page has not measured its fonts, or has no way to tell what a person does\n";
         return start::ExitStatus::NotStarted;
     }
+    const backends::Descriptor bytes(::open(PortBytes, O_RDONLY | O_NONBLOCK));
+    backends::web::PageLine ports(bytes.Number(), AskPage);
+    options.Ports = ports.Paths();
     backends::NoCommands commands;
     PageWatcher watcher;
     backends::HostDevice host(options);
@@ -74,9 +90,15 @@ start::ExitStatus Run(const backends::DeviceOptions& options) {
     backends::web::WebPlatform device(host, fonts, commands, watcher);
     backends::web::PageHand hand(device);
     backends::web::PageEvents events(acts.Number());
+    backends::web::PageLink link(device);
+    link.Changed = [](const std::string& line) { ShowLinkOnPage(line.c_str()); };
+    ports.Lost = [&device](const Text& why) { device.onlooker.notices.Raise(companion::CharactersLost(why)); };
     device.Changed = [](const std::string& mirror) { ShowOnPage(mirror.c_str()); };
     watcher.Shows = [&device] { device.Show(); };
-    events.Raised = [&hand](const backends::web::PageEvent& event) { hand.Do(event); };
+    events.Raised = [&hand, &ports](const backends::web::PageEvent& event) {
+        if (!ports.TakeUp(event))
+            hand.Do(event);
+    };
     device.Listen(events);
     try {
         device.StartProgram();

@@ -3,6 +3,7 @@
 
 #include "backends/host/host_clock.h"
 #include "backends/linux/port_troubles.h"
+#include "backends/loop/port_facts.h"
 #include "backends/qt/conversions.h"
 #include "companion/form_state.h"
 #include "companion/words.h"
@@ -85,17 +86,6 @@ void WindowWatch::ShowLosses() {
         Box_->Say(backends::qt::ToQt(losses.Words()));
 }
 
-companion::PortFacts WindowWatch::Port() const {
-    const backends::DeviceSerial& serial = Device_->serial;
-    return {
-        .Address = serial.Address(),
-        .Open = serial.PortOpen(),
-        .Waiting = serial.WaitingCharacters(),
-        .LastOpening = serial.LastOpening(),
-        .Trouble = serial.Trouble(),
-    };
-}
-
 bool WindowWatch::RaiseWhatIsPending() {
     ShowNotices();
     if (Panel_)
@@ -103,7 +93,7 @@ bool WindowWatch::RaiseWhatIsPending() {
     if (!Link_.IsDue())
         return false;
     Device_->window.setWindowTitle(backends::qt::ToQt(companion::WindowTitle()));
-    const companion::LinkLine line = Link_.Line(Port(), Device_->boxes.Piled());
+    const companion::LinkLine line = Link_.Line(backends::PortFactsOf(Device_->serial), Device_->boxes.Piled());
     if (line != Shown_)
         Device_->window.SetLinkLine(line);
     Shown_ = line;

@@ -48,7 +48,6 @@ public:
 
 private:
     static companion::LinkWatch::Moment Now();
-    companion::PortFacts Port() const;
     void ShowNotices();
     void ActOn(const Text& about);
     void ToggleReadings();

@@ -22,7 +22,7 @@ std::optional<PortTarget> HostPorts::Find(std::int32_t number) {
     if (target.Address.empty())
         return target;
     if (!Source_ || *address != Address_) {
-        Source_ = MakeSource(*address);
+        Source_ = Paths_.Make ? Paths_.Make(number) : MakeSource(*address);
         Address_ = *address;
     }
     target.Source = Source_.get();

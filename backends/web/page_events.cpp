@@ -49,6 +49,16 @@ Text TextOf(const Json& object) {
     return text;
 }
 
+std::vector<std::string> NamesOf(const Json& object) {
+    const auto found = object.find("names");
+    std::vector<std::string> names;
+    if (found == object.end() || !found->is_array())
+        return names;
+    for (const Json& name : *found)
+        names.push_back(name.is_string() ? name.get<std::string>() : std::string());
+    return names;
+}
+
 } // namespace
 
 std::optional<PageEvent> ReadPageEvent(const std::string& line) {
@@ -72,7 +82,8 @@ std::optional<PageEvent> ReadPageEvent(const std::string& line) {
                     .Caret = Number(read, "caret"),
                     .Selected = Number(read, "selected"),
                     .Words = TextOf(read),
-                    .Yes = IsTrue(read, "yes")};
+                    .Yes = IsTrue(read, "yes"),
+                    .Names = NamesOf(read)};
     modStringTools::BlankNuls(event.Words);
     return event;
 }

@@ -10,6 +10,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace backends::web {
 
@@ -17,7 +18,7 @@ using namespace platform;
 
 /// An event. What its kind has no use for is left as it is here.
 struct PageEvent {
-    std::string Kind;
+    std::string Kind = {};
     std::int64_t Serial = 0;                          ///< a number that grows with each event
     std::int32_t Stage = 0;                           ///< the mirror's, when the person did it: what it was meant for
     std::int32_t Field = 0;                           ///< the same of an input control
@@ -28,8 +29,9 @@ struct PageEvent {
     std::int32_t Menu = 0, Item = 0;
     std::int32_t Row = 0;
     std::int32_t Caret = 0, Selected = 0;
-    Text Words;
+    Text Words = {};
     bool Yes = false;
+    std::vector<std::string> Names = {};
 };
 
 /// Returns the event of a line; nothing for a line that is none.

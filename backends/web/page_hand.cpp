@@ -8,6 +8,8 @@
 #include "companion/form_state.h"
 #include "src/app/form.h"
 #include "src/app/keys.h"
+#include "src/link/ports.h"
+#include "src/storage/settings.h"
 #include "src/view/input_fields.h"
 
 #include <algorithm>
@@ -46,6 +48,8 @@ const std::vector<PageHand::Row>& PageHand::Rows() {
         {"answer", Aim::Box, &PageHand::Answer},
         {"size", Aim::Anywhere, &PageHand::TakeUpSize},
         {"notice", Aim::Anywhere, &PageHand::ConfirmNotice},
+        {"useport", Aim::Anywhere, &PageHand::UsePort},
+        {"losses", Aim::Anywhere, &PageHand::LossesSeen},
         {"close", Aim::Form, &PageHand::Close},
     };
     return rows;
@@ -282,6 +286,16 @@ void PageHand::Answer(const PageEvent& event) {
 
 void PageHand::ConfirmNotice(const PageEvent& event) {
     Form_.onlooker.notices.Act(event.Words);
+}
+
+/// A link that is open with another port is dropped as if that had gone: the next tick opens the chosen one.
+void PageHand::UsePort(const PageEvent& event) {
+    if (event.Item < 1)
+        return;
+    const Text port = u"Com" + modStringTools::NumberText(event.Item);
+    if (Form_.serial.PortOpen() && modBluetooth::StoredPort() != port)
+        Form_.serial.Drop();
+    modQuorin::SaveSetting(u"ComPort", port);
 }
 
 void PageHand::Close(const PageEvent&) {

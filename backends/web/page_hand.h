@@ -51,6 +51,8 @@ private:
     void Answer(const PageEvent& event);
     void TakeUpSize(const PageEvent& event) { Form_.TakeUpSize({event.Width, event.Height}); }
     void ConfirmNotice(const PageEvent& event);
+    void UsePort(const PageEvent& event);
+    void LossesSeen(const PageEvent&) { Form_.onlooker.losses.Seen(); }
     void Close(const PageEvent& event);
 
     struct HeldKey {

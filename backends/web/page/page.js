@@ -4,10 +4,13 @@ import { Boxes } from './boxes.js';
 import { Fields } from './fields.js';
 import { measureFonts } from './fonts.js';
 import { Keyboard } from './keyboard.js';
+import { Link } from './link.js';
 import { drawKeys, drawList, Menus, Popup } from './menus.js';
 import { More } from './more.js';
 import { drawGrid } from './painting.js';
 import { drawBar, Pointer } from './pointer.js';
+import { Ports } from './ports.js';
+import { PortsDialog } from './ports_dialog.js';
 import { makeRing, RingWriter } from './ring.js';
 import { playTone } from './tones.js';
 
@@ -21,8 +24,9 @@ const ScaleOfMouse = 1.1;
 
 const view = { mirror: null, scale: isTouched ? ScaleOfFinger : ScaleOfMouse, stageSince: 0 };
 window.quorin = view; // the tests look at it
-const shared = makeRing();
-const ring = new RingWriter(shared);
+const acts = makeRing();
+const portBytes = makeRing();
+const ring = new RingWriter(acts);
 let serial = 0;
 
 /// Sends what a person has done, with what it was meant for. Returns its number.
@@ -38,6 +42,10 @@ const fields = new Fields(send, (owner, texts, choose) =>
 const menus = new Menus(view, send, popup, [...document.querySelectorAll('#menus button')]);
 const boxes = new Boxes(send, of('box'));
 const more = new More(of('more'), popup);
+const ports = new Ports(navigator.serial, send, new RingWriter(portBytes, acts));
+const portsDialog = new PortsDialog(of('ports'), ports, send);
+const link = new Link(of('link'), of('heard'), of('losses'), { choosePort: () => portsDialog.open(), send });
+more.add('Ports…', () => portsDialog.open());
 new Pointer(view, send, { heading: of('heading'), grid: of('grid'), bar: of('bar') });
 new Keyboard(view, send, fields, menus, popup);
 
@@ -155,6 +163,10 @@ function hear({ data }) {
     of('message').textContent = '';
     show(JSON.parse(data.mirror));
     if (isFirst) tellSize();
+  } else if (data.link !== undefined) {
+    link.show(JSON.parse(data.link));
+  } else if (data.port) {
+    ports.hear(data.port);
   } else if (data.tone) {
     playTone(data.tone);
   } else if (data.over !== undefined) {
@@ -171,7 +183,8 @@ function start() {
   worker.addEventListener('message', hear);
   worker.addEventListener('error', (event) =>
     tell(`The program could not be loaded: ${event.message ?? 'a file is missing on the server'}`, 'bad'));
-  worker.postMessage({ shared, fonts: measureFonts(), words: wordsOfAddress(), files: window.filesOfTest });
+  worker.postMessage({ acts, portBytes, fonts: measureFonts(), words: wordsOfAddress(), files: window.filesOfTest });
+  ports.start();
   new ResizeObserver(tellSize).observe(room);
   followDensity();
 }

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Bytes from the page to its worker through memory that both see. The worker sleeps on the first number: whoever has
-// something for it adds one and wakes it.
+// Bytes from the page to its worker through memory that both see. The worker sleeps on the first number of one of them:
+// whoever has something for it adds one and wakes it.
 const Header = 12; // bytes: wake, the place of the next byte to write, that of the next to read
 const Capacity = 65536;
 
@@ -10,7 +10,9 @@ export function makeRing() {
 
 /// Writes lines. What there is no room for waits here, in its order.
 export class RingWriter {
-  constructor(shared) {
+  /// `alarm`: the ring whose first number the worker sleeps on.
+  constructor(shared, alarm = shared) {
+    this.alarm = new Int32Array(alarm, 0, 1);
     this.numbers = new Int32Array(shared, 0, 3);
     this.bytes = new Uint8Array(shared, Header);
     this.waiting = [];
@@ -20,6 +22,17 @@ export class RingWriter {
   writeLine(text) {
     this.waiting.push(new TextEncoder().encode(text + '\n'));
     this.write();
+  }
+
+  /// Resolves once all of it is in the ring: a source that is quicker than the program has to wait.
+  async writeBytes(bytes) {
+    this.waiting.push(bytes);
+    this.write();
+    while (this.waiting.length > 0) await new Promise((passed) => setTimeout(passed, 10));
+  }
+
+  discard() {
+    this.waiting = [];
   }
 
   write() {
@@ -32,8 +45,8 @@ export class RingWriter {
       this.retry = setTimeout(() => this.write(), 10);
       break;
     }
-    Atomics.add(this.numbers, 0, 1);
-    Atomics.notify(this.numbers, 0);
+    Atomics.add(this.alarm, 0, 1);
+    Atomics.notify(this.alarm, 0);
   }
 
   /// One place stays free: a full ring would look like an empty one.

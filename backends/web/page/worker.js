@@ -39,11 +39,9 @@ async function prepareFiles(module, files) {
   }
 }
 
-/// What a person does, as a device that the program reads.
-function preparePage(FS, ring, fonts) {
-  FS.mkdir('/page');
-  FS.writeFile('/page/fonts.json', JSON.stringify(fonts));
-  const device = FS.makedev(64, 0);
+/// A ring as a device that the program reads.
+function makeDevice(FS, path, minor, ring) {
+  const device = FS.makedev(64, minor);
   FS.registerDevice(device, {
     read(stream, buffer, offset, length) {
       if (ring.isEmpty()) throw new FS.ErrnoError(TryAgain);
@@ -51,11 +49,11 @@ function preparePage(FS, ring, fonts) {
     },
     poll: () => (ring.isEmpty() ? 0 : CanBeRead),
   });
-  FS.mkdev('/dev/page', device);
+  FS.mkdev(path, device);
 }
 
-async function run({ shared, fonts, words, files }) {
-  const ring = new RingReader(shared);
+async function run({ acts, portBytes, fonts, words, files }) {
+  const ring = new RingReader(acts);
   const said = [];
   const module = await createProgram({
     wake: ring.wake,
@@ -63,7 +61,10 @@ async function run({ shared, fonts, words, files }) {
     printErr: (line) => { said.push(line); console.error(line); },
   });
   await prepareFiles(module, files);
-  preparePage(module.FS, ring, fonts);
+  module.FS.mkdir('/page');
+  module.FS.writeFile('/page/fonts.json', JSON.stringify(fonts));
+  makeDevice(module.FS, '/dev/page', 0, ring); // what a person does
+  makeDevice(module.FS, '/dev/page-port', 1, new RingReader(portBytes));
   const status = module.callMain(words);
   postMessage({ ended: status, said: said.join('\n') });
 }
