@@ -18,7 +18,7 @@ companion::LinkWatch::Moment Now() {
 /// What the page does not say itself: it has no port of that number.
 std::string Trouble(const std::string& name, ErrorNumber error) {
     if (name.empty())
-        return "it is not on this page yet: choose it by \"Ports…\"";
+        return "it was not added to this page yet";
     return name + ": " + modStringTools::ToBytes(ErrorText(error));
 }
 

@@ -13,27 +13,6 @@ after(async () => { await chromium?.close(); });
 
 const opened = (options) => FormOnPage.open(chromium, options);
 
-async function installDriver(form) {
-  await form.choose('inf editor...');
-  await form.choose('Add Driver...');
-  await form.untilShown('.\\Quorin\\climate.qvd');
-  await form.choose('Install...');
-  await form.until((mirror) => mirror.box !== null, 'a box');
-  await form.answer('OK');
-  await form.choose('Back');
-  await form.choose('Back');
-}
-
-async function openDownload(form) {
-  await installDriver(form);
-  await form.choose('Start...');
-  await form.untilShown('Climate Meter');
-  await form.choose('Ok');
-  await form.choose('New');
-  await form.choose('Open');
-  await form.untilShown('Remark');
-}
-
 test('the first screen is shown on each size of screen', async () => {
   for (const context of [{}, Phone, { viewport: { width: 800, height: 1280 }, hasTouch: true }]) {
     const form = await opened(context);
@@ -45,7 +24,7 @@ test('the first screen is shown on each size of screen', async () => {
 
 test('a typed value is in the record that was left', async () => {
   const form = await opened({ files: [Package] });
-  await openDownload(form);
+  await form.openClimate();
   await form.click('Remark', 600);
   await form.page.locator('#field input').waitFor();
   await form.page.keyboard.type('wet, näss & 湿');
@@ -60,7 +39,7 @@ test('a typed value is in the record that was left', async () => {
 
 test('a finger opens a field and types into it', async () => {
   const form = await opened({ ...Phone, files: [Package] });
-  await openDownload(form);
+  await form.openClimate();
   await form.tap('Remark', 120);
   await form.page.locator('#field input').fill('damp');
   await form.page.keyboard.press('Enter');
@@ -71,7 +50,7 @@ test('a finger opens a field and types into it', async () => {
 
 test('a question is answered by a click', async () => {
   const form = await opened({ files: [Package] });
-  await openDownload(form);
+  await form.openClimate();
   await form.choose('New Record');
   await form.untilShown('2/2');
   await form.choose('Delete Record');
@@ -90,7 +69,7 @@ test('a question is answered by a click', async () => {
 
 test('keys move the selection and walk the fields', async () => {
   const form = await opened({ files: [Package] });
-  await openDownload(form);
+  await form.openClimate();
   const { row } = (await form.mirror()).grid;
   await form.page.keyboard.press('ArrowDown');
   await form.until(({ grid }) => grid.row === row + 1, 'the next row');
@@ -112,7 +91,7 @@ test('keys move the selection and walk the fields', async () => {
 
 test('the form follows the size of the page', async () => {
   const form = await opened({ files: [Package] });
-  await openDownload(form);
+  await form.openClimate();
   await form.click('Remark', 600);
   await form.page.locator('#field input').fill('kept');
   await form.page.setViewportSize({ width: 500, height: 260 });
@@ -125,7 +104,7 @@ test('the form follows the size of the page', async () => {
 
 test('a wheel scrolls the page', async () => {
   const form = await opened({ files: [Package], viewport: { width: 600, height: 250 } });
-  await openDownload(form);
+  await form.openClimate();
   await form.page.mouse.move(200, 150);
   await form.page.mouse.wheel(0, 100);
   await form.until(({ grid }) => grid.top > 0, 'a row further down');
@@ -134,7 +113,7 @@ test('a wheel scrolls the page', async () => {
 
 test('what was saved is there when the page is opened again', async () => {
   const form = await opened({ files: [Package] });
-  await openDownload(form);
+  await form.openClimate();
   await form.click('Remark', 600);
   await form.page.locator('#field input').fill('to keep');
   await form.choose('New Record');
@@ -151,7 +130,7 @@ test('what was saved is there when the page is opened again', async () => {
 
 test('a page with a record that is not saved asks before it goes', async () => {
   const form = await opened({ files: [Package] });
-  await openDownload(form);
+  await form.openClimate();
   await form.click('Remark', 600);
   await form.page.locator('#field input').fill('not saved');
   await form.page.keyboard.press('Enter');

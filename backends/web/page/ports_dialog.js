@@ -5,7 +5,7 @@ const NoSerial = 'This browser reaches no instruments. Chromium, Chrome and Edge
   + 'Android since 138. Typing, and everything else, works here too.';
 const Nothing = 'No instrument was added to this page yet. Pair a Bluetooth instrument with this machine first, or plug its '
   + 'adapter in; then add it here.';
-const Some = 'The form knows them by these names. The browser forgets them when you say so.';
+const Some = 'Com1 is the instrument that was added first, Com2 the second.';
 
 export class PortsDialog {
   constructor(dialog, ports, send) {

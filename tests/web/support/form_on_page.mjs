@@ -25,9 +25,10 @@ export async function startBrowser() {
   };
 }
 
-/// A page with the program. `files` are put into the data folder first: {path, bytes}.
+/// A page with the program. `files` are put into the data folder first: {path, bytes}. `scripts`: paths of scripts that
+/// run in the page before its own.
 export class FormOnPage {
-  static async open({ browser, address }, { query = '', files = [], ...context } = {}) {
+  static async open({ browser, address }, { query = '', files = [], scripts = [], ...context } = {}) {
     const made = await browser.newContext({ viewport: { width: 1280, height: 800 }, ...context });
     const page = await made.newPage();
     const form = new FormOnPage(page);
@@ -36,6 +37,7 @@ export class FormOnPage {
     await page.addInitScript((given) => {
       window.filesOfTest = given.map(({ path, text }) => ({ path, bytes: new TextEncoder().encode(text) }));
     }, files.map(({ path, bytes }) => ({ path, text: String(bytes) })));
+    for (const path of scripts) await page.addInitScript({ path });
     await page.goto(address + query);
     await page.locator('#form').waitFor({ state: 'visible', timeout: 20000 });
     return form;
@@ -97,6 +99,29 @@ export class FormOnPage {
     const { menu, isOnly } = placeOf(mirror.menus, caption);
     await this.page.locator(`#menus button[data-menu="${menu + 1}"]`).click();
     if (!isOnly) await this.page.locator('#popup button', { hasText: caption }).first().click();
+  }
+
+  /// Installs the package climate.qvd of the data folder, and stays on the start screen.
+  async installDriver() {
+    await this.choose('inf editor...');
+    await this.choose('Add Driver...');
+    await this.untilShown('.\\Quorin\\climate.qvd');
+    await this.choose('Install...');
+    await this.until((mirror) => mirror.box !== null, 'a box');
+    await this.answer('OK');
+    await this.choose('Back');
+    await this.choose('Back');
+  }
+
+  /// Installs that driver and opens the first record of a new download.
+  async openClimate() {
+    await this.installDriver();
+    await this.choose('Start...');
+    await this.untilShown('Climate Meter');
+    await this.choose('Ok');
+    await this.choose('New');
+    await this.choose('Open');
+    await this.untilShown('Remark');
   }
 
   async answer(button) {
