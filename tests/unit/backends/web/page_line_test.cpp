@@ -4,7 +4,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <fcntl.h>
+#include <thread>
 #include <unistd.h>
 
 namespace backends::web {
@@ -104,6 +106,25 @@ TEST_F(PortOfThePage, SaysWhyItCouldNotBeOpened) {
     EXPECT_EQ(Line->Open(1, u"9600,N,8,1").Why, "it is switched off");
     EXPECT_THAT(Acts(), testing::ElementsAre(Act::Open, Act::Open));
     EXPECT_EQ(Line->Open(2, u"9600,N,8,1").Why, "opening"); // another port
+}
+
+TEST_F(PortOfThePage, AnOldFailureIsForgottenOnceItIsOpen) {
+    Line->Open(1, u"9600,N,8,1");
+    Tell({.Kind = "portended", .Words = u"it is switched off"});
+    Open();
+    Tell({.Kind = "portended"});
+    std::string bytes;
+    EXPECT_EQ(Line->TakeAvailable(bytes), ReadState::Gone);
+    EXPECT_EQ(Line->Open(1, u"9600,N,8,1").Why, "opening");
+}
+
+/// The form asks twice a second for a port that it wants.
+TEST_F(PortOfThePage, AnOpeningThatNobodyWantsIsGivenUp) {
+    Line->Open(1, u"9600,N,8,1");
+    std::this_thread::sleep_for(std::chrono::milliseconds(2100));
+    std::string bytes;
+    EXPECT_EQ(Line->TakeAvailable(bytes), ReadState::Nothing);
+    EXPECT_EQ(Acts().back(), Act::Close);
 }
 
 TEST_F(PortOfThePage, AnAnswerToAnEarlierOpeningIsDropped) {
