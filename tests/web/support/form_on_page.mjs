@@ -10,11 +10,11 @@ const root = fileURLToPath(new URL('../../../', import.meta.url));
 
 export const sample = (name) => readFileSync(`${root}samples/${name}`);
 
-/// Starts server and browser. Call close() at the end.
-export async function startBrowser() {
+/// Starts server and browser. Call close() at the end. `more`: returns options of the library for a server's address.
+export async function startBrowser(more = () => ({})) {
   const server = spawn(`${root}script/web-serve`, ['0'], { stdio: ['ignore', 'pipe', 'inherit'] });
   const address = await new Promise((heard) => server.stdout.once('data', (text) => heard(String(text).trim())));
-  const browser = await chromium.launch({ executablePath: BrowserPath, args: ['--no-sandbox'] });
+  const browser = await chromium.launch({ executablePath: BrowserPath, args: ['--no-sandbox'], ...more(address) });
   return {
     address,
     browser,
