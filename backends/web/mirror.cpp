@@ -245,17 +245,34 @@ Json OpenBoxOf(const DeviceBoxes& boxes, std::int32_t number) {
             {"piled", boxes.Piled()}};
 }
 
-/// Returns the worst of what a person must know and the form does not say; null if there is nothing.
-Json NoticeOf(const companion::Notices& notices) {
-    const std::vector<companion::Notice> all = notices.Sorted();
-    if (all.empty() || all.front().Weight < companion::Severity::Warning)
-        return nullptr;
-    const companion::Notice& worst = all.front();
-    return {{"about", Utf8(worst.About)},
-            {"text", Utf8(worst.Words)},
-            {"loss", worst.Weight == companion::Severity::Loss},
-            {"confirmed", worst.Action == companion::NoticeAction::Dismiss},
-            {"behind", notices.Behind()}};
+const char* LookOf(companion::Severity weight) {
+    switch (weight) {
+    case companion::Severity::Note:
+        break;
+    case companion::Severity::Hint:
+        return "hint";
+    case companion::Severity::Warning:
+        return "warning";
+    case companion::Severity::Loss:
+        return "loss";
+    }
+    return "note";
+}
+
+/// Returns what a person should know and the form does not say, the worst first.
+Json NoticesOf(const companion::Notices& notices) {
+    Json all = Json::array();
+    for (const companion::Notice& notice : notices.Sorted()) {
+        Json offers = Json::array();
+        for (const companion::Offer& offer : notice.Offers)
+            offers.push_back({{"name", Utf8(offer.Name)}, {"words", Utf8(offer.Words)}});
+        all.push_back({{"about", Utf8(notice.About)},
+                       {"text", Utf8(notice.Words)},
+                       {"look", LookOf(notice.Weight)},
+                       {"confirmed", notice.Action == companion::NoticeAction::Dismiss},
+                       {"offers", offers}});
+    }
+    return all;
 }
 
 Json KeysOf(const std::vector<DeviceKey>& keys) {
@@ -303,7 +320,7 @@ std::string MirrorText(const HeadlessControlSet& seen, PageFonts& fonts, const S
                          {"menus", MenusOf(seen)},
                          {"softkeys", modPDAUI::Display.SoftKeyMenus},
                          {"keys", KeysOf(beside.Keys)},
-                         {"notice", NoticeOf(beside.Notices)},
+                         {"notices", NoticesOf(beside.Notices)},
                          {"unsaved", modQuorin::RecordIsUnsaved()},
                          {"status", seen.lblStatus.Visible() ? Json(Utf8(seen.lblStatus.Caption())) : Json(nullptr)},
                          {"box", OpenBoxOf(seen.boxes, stage.Box(beside.BoxesOpened))}};

@@ -165,14 +165,25 @@ test('what the form does not say stands on the page', async () => {
   const page = await made.newPage();
   await page.addInitScript(() => {
     const { parse } = JSON;
-    const notice = { about: 'loss', text: 'Row 2 is NOT saved.', loss: true, confirmed: true, behind: 1 };
-    JSON.parse = (text) => ({ ...parse(text), notice }); // as the program says it
+    const offers = [{ name: 'ports', words: 'Choose a port…' }, { name: 'of-the-window', words: 'Elsewhere' }];
+    const notices = [
+      { about: 'loss', text: 'Row 2 is NOT saved.', look: 'loss', confirmed: true, offers: [] },
+      { about: 'link', text: 'No port is chosen.', look: 'hint', confirmed: false, offers },
+      { about: 'data', text: 'Nothing is wrong.', look: 'note', confirmed: false, offers: [] },
+    ];
+    JSON.parse = (text) => ({ ...parse(text), notices }); // as the program says it
   });
   await page.goto(chromium.address);
   const shown = page.locator('#notice');
   await shown.waitFor({ state: 'visible' });
   assert.equal(await shown.locator('span').textContent(), 'Row 2 is NOT saved. (and 1 more)');
   assert.equal(await shown.getByText('OK').isVisible(), true);
+  await shown.locator('span').click();
+  assert.deepEqual(await page.locator('#notices li span').allTextContents(),
+    ['Row 2 is NOT saved.', 'No port is chosen.', 'Nothing is wrong.']);
+  assert.equal(await page.locator('#notices').getByText('Elsewhere').count(), 0);
+  await page.locator('#notices').getByText('Choose a port…').click();
+  assert.equal(await page.locator('#ports').isVisible(), true);
   await made.close();
 });
 

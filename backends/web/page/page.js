@@ -7,6 +7,7 @@ import { Keyboard } from './keyboard.js';
 import { Link } from './link.js';
 import { drawKeys, drawList, Menus, Popup } from './menus.js';
 import { More } from './more.js';
+import { Notices } from './notices.js';
 import { drawGrid } from './painting.js';
 import { drawBar, Pointer } from './pointer.js';
 import { Ports } from './ports.js';
@@ -44,6 +45,10 @@ const boxes = new Boxes(send, of('box'));
 const more = new More(of('more'), popup);
 const ports = new Ports(navigator.serial, send, new RingWriter(portBytes, acts));
 const portsDialog = new PortsDialog(of('ports'), ports, send);
+const notices = new Notices(of('notice'), of('notices'), {
+  confirm: (about) => send('notice', { words: about }),
+  acts: { ports: () => portsDialog.open() },
+});
 const link = new Link(of('link'), of('heard'), of('losses'), { choosePort: () => portsDialog.open(), send });
 more.add('Ports…', () => portsDialog.open());
 new Pointer(view, send, { heading: of('heading'), grid: of('grid'), bar: of('bar') });
@@ -83,7 +88,7 @@ function draw() {
   drawList(of('list'), mirror.list, scale, send);
   of('busy').hidden = mirror.status === null;
   of('busy').textContent = mirror.status ?? '';
-  drawNotice(mirror.notice);
+  notices.draw(mirror.notices);
   menus.draw(mirror);
   more.draw(mirror);
   const hadField = fields.isOpen();
@@ -91,18 +96,6 @@ function draw() {
   boxes.draw(mirror.box);
   if (!fields.isOpen() && !mirror.box && (hadField || document.activeElement === document.body)) form.focus({ preventScroll: true });
   say((mirror.grid?.current ?? []).join(', '));
-}
-
-/// What a person must know and the form does not say: the worst, and how many others there are.
-function drawNotice(notice) {
-  const element = of('notice');
-  element.hidden = notice === null;
-  if (notice === null) return;
-  const [text, button] = element.children;
-  text.textContent = notice.text + (notice.behind > 0 ? ` (and ${notice.behind} more)` : '');
-  element.classList.toggle('loss', notice.loss);
-  button.hidden = !notice.confirmed;
-  button.onclick = () => send('notice', { words: notice.about });
 }
 
 /// The current row, for a screen reader: the form is a picture to it.

@@ -65,25 +65,27 @@ TEST(ThePage, SeesTheKeysOfADeviceWithoutAWindow) {
     EXPECT_EQ(device.Seen()["resizable"], false);
 }
 
-TEST(ThePage, SeesTheWorstNoticeUntilItIsConfirmed) {
+TEST(ThePage, SeesTheNoticesTheWorstFirst) {
     PageDevice device;
     device.Start();
-    EXPECT_TRUE(device.Seen()["notice"].is_null());
+    EXPECT_EQ(device.Seen()["notices"], Json::array());
     companion::Notices& notices = device.Platform.onlooker.notices;
-    notices.Raise({.About = u"tip", .Weight = companion::Severity::Hint, .Words = u"Try this."});
-    notices.Raise({.About = u"disk", .Words = u"The disk is nearly full.", .Stands = companion::Until::Tapped});
+    notices.Raise({.About = u"tip",
+                   .Weight = companion::Severity::Hint,
+                   .Words = u"Try this.",
+                   .Offers = {{u"ports", u"Choose a port…"}}});
     notices.Raise({.About = u"loss a",
                    .Weight = companion::Severity::Loss,
                    .Words = u"Row 1 is not saved.",
                    .Stands = companion::Until::Tapped});
     device.Send({});
-    EXPECT_EQ(device.Seen()["notice"], Json({{"about", "loss a"},
-                                             {"text", "Row 1 is not saved."},
-                                             {"loss", true},
-                                             {"confirmed", true},
-                                             {"behind", 1}}));
-    device.Send({R"({"kind":"notice","words":"loss a"})", R"({"kind":"notice","words":"disk"})"});
-    EXPECT_TRUE(device.Seen()["notice"].is_null());
+    EXPECT_EQ(device.Seen()["notices"], Json::parse(R"([
+        {"about":"loss a", "text":"Row 1 is not saved.", "look":"loss", "confirmed":true, "offers":[]},
+        {"about":"tip", "text":"Try this.", "look":"hint", "confirmed":false,
+         "offers":[{"name":"ports", "words":"Choose a port…"}]}])"));
+    device.Send({R"({"kind":"notice","words":"loss a"})", R"({"kind":"notice","words":"tip"})"});
+    ASSERT_EQ(device.Seen()["notices"].size(), 1U); // a hint is not confirmed
+    EXPECT_EQ(device.Seen()["notices"][0]["about"], "tip");
 }
 
 TEST(ThePage, IsShownNothingThatItHasSeen) {
