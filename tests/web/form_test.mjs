@@ -95,10 +95,42 @@ test('the form follows the size of the page', async () => {
   await form.click('Remark', 600);
   await form.page.locator('#field input').fill('kept');
   await form.page.setViewportSize({ width: 500, height: 260 });
-  const mirror = await form.until((seen) => seen.form[0] < 500 && seen.grid.last > 0, 'a smaller form');
+  const mirror = await form.until((seen) => seen.form[0] <= 500 && seen.grid.last > 0, 'a smaller form');
   assert.equal(mirror.input?.text, 'kept');
   const field = await form.page.locator('#field').boundingBox();
   assert.ok(field.x + field.width <= 500 && field.y + field.height <= 260, JSON.stringify(field));
+  await form.page.context().close();
+});
+
+test('a larger form is kept, as far as it fits', async () => {
+  const form = await opened({ ...Phone, files: [Package] });
+  const width = async () => (await form.mirror()).form[0];
+  const before = await width();
+  const pick = async (text) => {
+    await form.page.locator('#more').tap();
+    await form.page.locator('#popup button', { hasText: text }).tap();
+  };
+  await pick('Larger');
+  await form.until((mirror) => mirror.form[0] < before, 'a form with fewer pixels');
+  await form.page.locator('#more').tap();
+  assert.equal(await form.page.locator('#popup button', { hasText: 'Larger' }).isDisabled(), true);
+  await form.page.locator('#popup button', { hasText: 'Smaller' }).tap();
+  await form.until((mirror) => mirror.form[0] === before, 'the first size');
+  await pick('Smaller');
+  const small = await form.until((mirror) => mirror.form[0] > before, 'a form with more pixels');
+  await form.page.reload();
+  await form.until((mirror) => mirror.form[0] === small.form[0], 'the same size');
+  await form.page.context().close();
+});
+
+test('a phone that lies has its menus beside the form', async () => {
+  const form = await opened({ ...Phone, viewport: { width: 740, height: 360 } });
+  const menu = await form.page.locator('#menus').boundingBox();
+  const shown = await form.page.locator('#form').boundingBox();
+  const state = await form.page.locator('#state').boundingBox();
+  assert.ok(menu.x >= shown.x + shown.width, 'beside');
+  assert.ok(shown.height > 290, `${shown.height} pixels of 360`);
+  assert.ok(Math.round(state.y + state.height) === 360, JSON.stringify(state));
   await form.page.context().close();
 });
 

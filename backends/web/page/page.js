@@ -13,6 +13,7 @@ import { drawBar, Pointer } from './pointer.js';
 import { Ports } from './ports.js';
 import { PortsDialog } from './ports_dialog.js';
 import { makeRing, RingWriter } from './ring.js';
+import { Sizes } from './sizes.js';
 import { playTone } from './tones.js';
 
 const of = (id) => document.getElementById(id);
@@ -20,10 +21,8 @@ const form = of('form');
 const room = of('room');
 
 const isTouched = matchMedia('(pointer: coarse)').matches;
-const ScaleOfFinger = 1.5; // rows that a finger hits
-const ScaleOfMouse = 1.1;
-
-const view = { mirror: null, scale: isTouched ? ScaleOfFinger : ScaleOfMouse, stageSince: 0 };
+const sizes = new Sizes(room, isTouched);
+const view = { mirror: null, scale: 1, stageSince: 0 };
 window.quorin = view; // the tests look at it
 const acts = makeRing();
 const portBytes = makeRing();
@@ -51,14 +50,25 @@ const notices = new Notices(of('notice'), of('notices'), {
 });
 const link = new Link(of('link'), of('heard'), of('losses'), { choosePort: () => portsDialog.open(), send });
 more.add('Ports…', () => portsDialog.open());
+for (const [text, by] of [['Larger', 1], ['Smaller', -1]]) more.add(text, () => resize(by), (mirror) => mirror.resizable && sizes.can(by));
 new Pointer(view, send, { heading: of('heading'), grid: of('grid'), bar: of('bar') });
 new Keyboard(view, send, fields, menus, popup);
 
 // --- what is shown ---------------------------------------------------------------------------------------------------
 
+/// The menus are where a thumb is: at the foot of a phone that is held upright, beside the form of one that is not.
+function putMenus(mirror) {
+  const isFlat = isTouched && innerHeight < 450;
+  document.body.classList.toggle('side', isFlat);
+  document.body.classList.toggle('foot', !isFlat && (mirror.softkeys || (isTouched && innerWidth < 600)));
+}
+
 /// A form of a fixed size is as large as the page has room for, in steps that keep it sharp.
 function fit(mirror) {
-  if (mirror.resizable) return;
+  if (!mirror || mirror.resizable) {
+    view.scale = sizes.scale();
+    return;
+  }
   const most = Math.min(room.clientWidth / mirror.form[0], room.clientHeight / mirror.form[1]);
   view.scale = most >= 1 ? Math.floor(most * 4) / 4 : most;
 }
@@ -72,7 +82,7 @@ function show(mirror) {
 function draw() {
   const { mirror } = view;
   if (!mirror) return;
-  document.body.classList.toggle('foot', mirror.softkeys || (isTouched && innerWidth < 600));
+  putMenus(mirror);
   document.body.classList.toggle('fixed', !mirror.resizable);
   drawKeys(of('keys'), mirror.keys, send);
   fit(mirror);
@@ -124,8 +134,14 @@ const sizeOfRoom = () => ({
   height: Math.floor(room.clientHeight / view.scale),
 });
 
+function resize(by) {
+  sizes.change(by);
+  tellSize();
+}
+
 let toldSize = '';
 function tellSize() {
+  fit(view.mirror);
   const size = sizeOfRoom();
   if (view.mirror?.resizable && toldSize !== JSON.stringify(size)) {
     toldSize = JSON.stringify(size);
@@ -145,6 +161,7 @@ function wordsOfAddress() {
   const known = ['device', 'os-version', 'user', 'screen'];
   const words = [...new URLSearchParams(location.search)].filter(([name]) => known.includes(name));
   const all = words.flatMap(([name, value]) => ['--' + name, value]);
+  fit(null);
   const { width, height } = sizeOfRoom();
   const isDesktop = !words.some(([name]) => name === 'device' || name === 'screen');
   return isDesktop ? [...all, '--screen', `${Math.max(160, width)}x${Math.max(160, height)}`] : all;
