@@ -49,7 +49,8 @@ export class Browser {
   async start() {
     this.process = spawn(BrowserPath, [`--user-data-dir=${this.profile}`, ...Words],
       { detached: true, stdio: ['ignore', 'ignore', 'pipe'] });
-    this.connection = await chromium.connectOverCDP(await this.#address());
+    this.address = await this.#address(); // of its socket
+    this.connection = await chromium.connectOverCDP(this.address);
     return this.connection.contexts()[0];
   }
 
