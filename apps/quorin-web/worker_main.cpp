@@ -3,9 +3,12 @@
 // fonts as a file and the acts of a person as a device.
 #include "apps/options/command_line.h"
 #include "apps/options/device_options.h"
+#include "apps/options/journal_options.h"
 #include "apps/start/exit_status.h"
 #include "apps/start/process.h"
 #include "backends/descriptor/descriptor.h"
+#include "backends/host/drafts.h"
+#include "backends/host/journal.h"
 #include "backends/loop/ending.h"
 #include "backends/loop/no_commands.h"
 #include "backends/loop/silent_watcher.h"
@@ -13,6 +16,7 @@
 #include "backends/web/page_hand.h"
 #include "backends/web/page_line.h"
 #include "backends/web/page_link.h"
+#include "backends/web/page_recovery.h"
 #include "backends/web/web_platform.h"
 #include "companion/words.h"
 #include "src/app/start_up.h"
@@ -33,6 +37,7 @@ EM_JS(void, ShowLinkOnPage, (const char* link), { postMessage({link : UTF8ToStri
 EM_JS(void, AskForPort, (const char* act, int number, int attempt, const char* settings),
       { postMessage({port : {act : UTF8ToString(act), number, attempt, settings : UTF8ToString(settings)}}); });
 EM_JS(void, PlayOnPage, (int hertz, int milliseconds), { postMessage({tone : [ hertz, milliseconds ]}); });
+EM_JS(void, OfferRecoveryOnPage, (const char* offer), { postMessage({recovery : UTF8ToString(offer)}); });
 EM_JS(void, TellPageOfEnd, (const char* failure), { postMessage({over : UTF8ToString(failure)}); });
 #pragma clang diagnostic pop
 
@@ -41,6 +46,12 @@ namespace {
 constexpr const char* Measures = "/page/fonts.json";
 constexpr const char* Acts = "/dev/page";
 constexpr const char* PortBytes = "/dev/page-port";
+constexpr std::int64_t JournalBytes = 20'000'000; ///< of the storage that a browser gives a page
+
+/// What the program keeps for itself is beside the folders of the device.
+std::string OwnFolder(const backends::DeviceOptions& options, const char* name) {
+    return options.Root + "/." + name;
+}
 
 /// Passes on what the page can't see from the controls.
 class PageWatcher final : public backends::SilentWatcher {
@@ -67,13 +78,13 @@ std::optional<backends::web::FontMeasures> MeasuresOfPage() {
 }
 
 /// Returns what a person must know of the end; an empty text if the person has ended the program.
-std::string WordsOf(const backends::ProgramOver& over) {
+std::string WordsOf(const backends::ProgramOver& over, bool isKept) {
     const std::string failure = modStringTools::ToBytes(over.Failure);
     return over.Why == backends::ProgramOver::Reason::Ended ? backends::UnsavedRecordWords()
-                                                            : failure + " " + backends::StateWords();
+                                                            : failure + " " + backends::StateWords(isKept);
 }
 
-start::ExitStatus Run(backends::DeviceOptions options) {
+start::ExitStatus Run(backends::DeviceOptions options, const backends::ProgramName& program) {
     const auto measures = MeasuresOfPage();
     const backends::Descriptor acts(::open(Acts, O_RDONLY | O_NONBLOCK));
     if (!measures || !acts.Valid()) {
@@ -100,12 +111,21 @@ start::ExitStatus Run(backends::DeviceOptions options) {
             hand.Do(event);
     };
     device.Listen(events);
+    backends::Drafts drafts(OwnFolder(options, "drafts"), options.Root);
+    backends::Journal journal(
+        {.Folder = OwnFolder(options, "journal"), .Root = options.Root, .Limits = {JournalBytes, 0}}, program, device);
+    backends::web::PageRecovery recovery(drafts, device, events);
+    recovery.Shows = [](const std::string& offer) { OfferRecoveryOnPage(offer.c_str()); };
     try {
+        device.Serve();
+        recovery.Run();
+        drafts.Attach(device);
         device.StartProgram();
         for (;;)
             device.loop.WaitOnce();
     } catch (const backends::ProgramOver& over) {
-        TellPageOfEnd(WordsOf(over).c_str());
+        TellPageOfEnd(WordsOf(over, drafts.KeepsRecord()).c_str());
+        journal.End(over);
         modQuorin::ResetModules(); // closes what is open while the platform still exists
         return over.Why == backends::ProgramOver::Reason::Ended ? start::ExitStatus::Ended : start::ExitStatus::Failure;
     }
@@ -125,5 +145,5 @@ int main(int count, char** words) {
     if (options.Root.empty())
         options.Root = "/data";
     options.RealClock = true;
-    return NumberOf(Run(options));
+    return NumberOf(Run(options, apps::ProgramOf("quorin-web", count, words)));
 }

@@ -123,9 +123,7 @@ private:
 
 bool RecoverRecords(Drafts& drafts, backends::qt::QtPlatform& device, backends::EndSignals& signals) {
     device.Serve();
-    std::vector<Drafts::Kept> unsaved = drafts.OfLastRuns();
-    Text whyNot;
-    std::erase_if(unsaved, [&](const Drafts::Kept& draft) { return !drafts.IsUnsaved(draft, whyNot); });
+    const std::vector<Drafts::Kept> unsaved = drafts.Unsaved();
     if (unsaved.empty())
         return true;
     Recovery recovery(drafts, device, signals);

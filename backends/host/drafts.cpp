@@ -27,6 +27,13 @@ Drafts::Drafts(const std::string& folder, const std::string& root)
     : Folder_(folder), Root_(RootIdOf(root)), Keeper_(Folder_, Root_, NameOfThisRun(), Now) {
 }
 
+std::vector<Drafts::Kept> Drafts::Unsaved() {
+    std::vector<Kept> unsaved = OfLastRuns();
+    Text whyNot;
+    std::erase_if(unsaved, [&](const Kept& draft) { return !IsUnsaved(draft, whyNot); });
+    return unsaved;
+}
+
 bool Drafts::IsUnsaved(const Kept& draft, Text& whyNot) {
     const companion::DraftState state = StateOf(draft.Content);
     whyNot = state.WhyNot;

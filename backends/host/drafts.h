@@ -20,6 +20,10 @@ public:
     /// Returns the drafts of this root folder, the newest first: of two drafts of one record the newer one has more.
     std::vector<Kept> OfLastRuns() const { return Folder_.Of(Root_); }
 
+    /// Returns those of them whose record is not in its file, and removes the others. The device must serve the
+    /// application (BackEnd::Serve).
+    std::vector<Kept> Unsaved();
+
     /// Returns a line for each draft that can't be read, of whatever root folder: its path and the reason.
     std::vector<Text> Unreadable() const { return Folder_.Unreadable(); }
 

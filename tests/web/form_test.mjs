@@ -173,6 +173,68 @@ test('a page with a record that is not saved asks before it goes', async () => {
   await form.page.context().close();
 });
 
+/// A page whose tab has gone while a record on it was not saved, opened again.
+async function withDraft() {
+  const form = await opened({ files: [Package] });
+  await form.openClimate();
+  await form.click('Remark', 600);
+  await form.page.locator('#field input').fill('not saved');
+  await form.page.keyboard.press('Enter');
+  await form.until((mirror) => mirror.unsaved, 'a changed record');
+  await form.page.waitForTimeout(2500); // a draft is written when a record has not changed for a second
+  await form.page.evaluate(() => { window.filesOfTest = []; });
+  const page = await form.page.context().newPage();
+  await form.page.close();
+  const again = new FormOnPage(page);
+  await page.goto(chromium.address);
+  await page.locator('#recovery').waitFor({ state: 'visible' });
+  return again;
+}
+
+const openFirst = async (form) => {
+  await form.choose('Start...');
+  await form.untilShown('Climate Meter');
+  await form.choose('Ok');
+  await form.choose('Open');
+  await form.untilShown('Remark');
+};
+
+test('a record that was not saved is put back', async () => {
+  const form = await withDraft();
+  assert.match(await form.page.locator('#recovery p').textContent(), /was not saved: qrn0001.txt, record 1/);
+  assert.deepEqual(await form.page.locator('#recovery tr.differs td').allTextContents(), ['Remark', 'not saved', '']);
+  await form.page.locator('#recovery .put').click();
+  await openFirst(form);
+  await form.untilShown('not saved');
+  await form.page.reload();
+  await form.until((mirror) => mirror.title !== '', 'the form');
+  assert.equal(await form.page.locator('#recovery').isVisible(), false);
+  await form.page.context().close();
+});
+
+test('a record that is forgotten is asked about, and gone', async () => {
+  const form = await withDraft();
+  form.page.once('dialog', (dialog) => dialog.dismiss());
+  await form.page.locator('#recovery .forget').click();
+  assert.equal(await form.page.locator('#recovery').isVisible(), true);
+  form.page.once('dialog', (dialog) => dialog.accept());
+  await form.page.locator('#recovery .forget').click();
+  await openFirst(form);
+  assert.ok(!(await form.texts()).includes('not saved'));
+  await form.page.reload();
+  await form.until((mirror) => mirror.title !== '', 'the form');
+  await form.page.context().close();
+});
+
+test('a record that is left for later is offered again', async () => {
+  const form = await withDraft();
+  await form.page.locator('#recovery .later').click();
+  await form.until((mirror) => mirror.title !== '', 'the form');
+  await form.page.reload();
+  await form.page.locator('#recovery').waitFor({ state: 'visible' });
+  await form.page.context().close();
+});
+
 test('a second tab says that the first one has the data', async () => {
   const form = await opened({});
   const second = await form.page.context().newPage();

@@ -12,6 +12,7 @@ import { drawGrid } from './painting.js';
 import { drawBar, Pointer } from './pointer.js';
 import { Ports } from './ports.js';
 import { PortsDialog } from './ports_dialog.js';
+import { Recovery } from './recovery.js';
 import { makeRing, RingWriter } from './ring.js';
 import { Sizes } from './sizes.js';
 import { playTone } from './tones.js';
@@ -41,6 +42,7 @@ const fields = new Fields(send, (owner, texts, choose) =>
   popup.open(owner, texts.map((text) => ({ text, choose: () => choose(text) }))), of('field'));
 const menus = new Menus(view, send, popup, [...document.querySelectorAll('#menus button')]);
 const boxes = new Boxes(send, of('box'));
+const recovery = new Recovery(of('recovery'), send);
 const more = new More(of('more'), popup);
 const ports = new Ports(navigator.serial, send, new RingWriter(portBytes, acts));
 const portsDialog = new PortsDialog(of('ports'), ports, send);
@@ -175,6 +177,8 @@ function hear({ data }) {
     if (isFirst) tellSize();
   } else if (data.link !== undefined) {
     link.show(JSON.parse(data.link));
+  } else if (data.recovery !== undefined) {
+    recovery.show(JSON.parse(data.recovery));
   } else if (data.port) {
     ports.hear(data.port);
   } else if (data.tone) {
