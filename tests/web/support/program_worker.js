@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // A program in a worker, on the files of the origin. Takes one message { module, files, input, words }, and posts
-// { output, errors, status, files } at its end. Files are { path, mode, bytes }, folders have no bytes; they are in the
+// { output, errors, status, files, milliseconds, memory } at its end. Files are { path, mode, bytes }, folders have no bytes; they are in the
 // folder /data, which is the program's working folder.
 import { openPool, originFiles, reachFoldersByDescriptor } from '../../../backends/web/origin_files.js';
 
@@ -48,12 +48,15 @@ onmessage = async ({ data: { module: name, files, input, words } }) => {
   for (const file of files) put(module.FS, file);
   module.FS.chdir('/data');
   let status;
+  const start = performance.now();
   try {
     status = module.callMain(words);
   } catch (why) {
     if (why?.name !== 'ExitStatus') throw why;
     ({ status } = why);
   }
-  postMessage({ output: encode(output), errors: encode(errors), status, files: contents(module.FS) });
+  const milliseconds = performance.now() - start;
+  const memory = module.HEAPU8.length;
+  postMessage({ output: encode(output), errors: encode(errors), status, files: contents(module.FS), milliseconds, memory });
   handles.forEach((handle) => handle.close());
 };
