@@ -3,21 +3,19 @@
 // download is opened, both by the form, which is led there once it is free.
 #pragma once
 
-#include "apps/guide/guide.h"
+#include "apps/arrivals/led_arrivals.h"
 #include "apps/quorin/data_folder.h"
 #include "backends/qt/file_drops.h"
 #include "backends/qt/offer_bar.h"
 #include "backends/qt/window_box.h"
-#include "companion/arrivals.h"
 
-#include <optional>
+#include <functional>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace quorin {
 
-class Arriving final : public backends::EventSource {
+class Arriving final : public backends::EventSource, private apps::ArrivalTalk {
 public:
     Arriving(backends::qt::QtPlatform& device, DataFolder& data);
 
@@ -25,12 +23,12 @@ public:
     /// at any time: the form is not touched.
     void Arrive(const std::vector<std::string>& names, const std::string& folder);
     /// Takes the sample driver, as if its package had come as a file.
-    void ArriveSample();
+    void ArriveSample() { Led_.AddSample(); }
     /// Opens a dialog for packages. It runs no loop.
     void ChooseFiles();
     /// Does the next thing that has been asked for, if the form is free. Must be called at the outermost level of the
     /// loop; may return long after.
-    void Step();
+    void Step() { Led_.Step(); }
 
     /// Shows or hides the bar.
     bool RaiseWhatIsPending() override;
@@ -38,25 +36,17 @@ public:
 private:
     void Take(const std::string& path, const std::string& name);
     void TakePackage(const std::string& path);
-    void AddPackage(const Text& name, std::string_view bytes);
     bool IsInDataFolder(const std::string& path) const;
     Text DownloadAt(const std::string& path) const;
-    /// Tells a problem: on standard error at once, in a box with the next step.
-    void Tell(const Text& problem);
-    void ShowProblems();
-    void Install();
-    void LeadToInstallation(const Text& name, const Text& fullName);
-    /// Asks about the first package, whose `permission` the answer is.
-    void Ask(const Text& question, const char* box, bool companion::Arrival::*permission);
-    void OpenDownload();
-    void GoHome();
+
+    bool IsFree() const override { return Device_.IsAtRest(); }
+    void Note(const Text& problem) override;
+    void Show(const Text& problems) override;
+    void Ask(const Text& question, apps::ArrivalQuestion about, std::function<void(bool)> answered) override;
 
     backends::qt::QtPlatform& Device_;
     DataFolder& Data_;
-    apps::Guide Guide_;
-    companion::Arrivals Waiting_;
-    std::vector<Text> Problems_;              ///< not yet told in a box
-    std::optional<modQuorin::ScreenId> Home_; ///< where the form was led away from
+    apps::LedArrivals Led_;
     bool DialogIsOpen_ = false;
     backends::qt::WindowBox Box_;
     backends::qt::OfferBar Bar_;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "apps/quorin/demo.h"
 
-#include "apps/quorin/sample_driver.h"
+#include "apps/arrivals/sample_driver.h"
 #include "companion/file_lines.h"
 #include "src/drivers/installation.h"
 #include "src/drivers/registry.h"
@@ -23,7 +23,7 @@ void PrepareDemo() {
         modQuorin::SaveSetting(PortKey, u"Com" + modStringTools::NumberText(DemoPort));
     modQuorin::LoadDriverList();
     if (modQuorin::Registry.DriverNames.empty())
-        modQuorin::InstallLines(companion::LinesOf(modStringTools::FromBytes(SampleDriver())));
+        modQuorin::InstallLines(companion::LinesOf(modStringTools::FromBytes(apps::SampleDriver())));
 }
 
 Text EmptyDemo() {

@@ -4,7 +4,7 @@
 #include "apps/quorin/demo.h"
 
 #include "apps/quorin/demo_instrument.h"
-#include "apps/quorin/sample_driver.h"
+#include "apps/arrivals/sample_driver.h"
 #include "backends/input/gestures.h"
 #include "src/app/commands.h"
 #include "src/drivers/downloads.h"
@@ -47,13 +47,13 @@ std::map<std::string, std::string> Files(const TestDevice& device) {
 /// Returns the package without its comments and its first line.
 std::string SampleInfTable() {
     std::string table;
-    for (const std::string_view line : instrument::LinesOf(SampleDriver()))
+    for (const std::string_view line : instrument::LinesOf(apps::SampleDriver()))
         table += line.front() == '#' ? "" : std::string(line);
     return table.substr(table.find('\n') + 1);
 }
 
 TEST(SampleDriver, IsTheSampleToTheByte) {
-    EXPECT_EQ(SampleDriver(), instrument::Sample("climate.qvd"));
+    EXPECT_EQ(apps::SampleDriver(), instrument::Sample("climate.qvd"));
 }
 
 TEST(PreparedDemo, HoldsTheDriverAnEmptyRegisterAndThePort) {

@@ -3,9 +3,9 @@
 
 #include <string_view>
 
-namespace quorin {
+namespace apps {
 
 /// Returns the driver package samples/climate.qvd, byte for byte. The build puts it into the program.
 std::string_view SampleDriver();
 
-} // namespace quorin
+} // namespace apps
