@@ -5,9 +5,11 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <chrono>
 #include <cmath>
+#include <iomanip>
+#include <locale>
+#include <sstream>
 
 namespace plotting {
 
@@ -15,10 +17,14 @@ namespace {
 
 constexpr double HugeNumber = 1e300; // the distance of two such numbers may be none that a double can be
 
-std::string TextOf(double value, std::chars_format format, int precision) {
-    std::array<char, 400> bytes{}; // 1e308 has 309 digits
-    const auto end = std::to_chars(bytes.data(), bytes.data() + bytes.size(), value, format, precision).ptr;
-    return {bytes.data(), end};
+enum class Form { Fixed, Scientific };
+
+/// By a stream, because a library without to_chars for such numbers is in use; whatever the locale.
+std::string TextOf(double value, Form form, int precision) {
+    std::ostringstream text;
+    text.imbue(std::locale::classic());
+    text << (form == Form::Fixed ? std::fixed : std::scientific) << std::setprecision(precision) << value;
+    return text.str();
 }
 
 /// "1.50e+300" as "1.5e300".
@@ -49,9 +55,9 @@ std::string LabelOf(double value, double step, double largest) {
     if (value == 0)
         return "0";
     if (ofLargest < MostDigits && ofStep >= -MostDecimals)
-        return TextOf(value, std::chars_format::fixed, std::max(0, -ofStep));
+        return TextOf(value, Form::Fixed, std::max(0, -ofStep));
     const int digits = std::clamp(ExponentOf(value) - ofStep, 0, 16);
-    return Shortened(TextOf(value, std::chars_format::scientific, digits));
+    return Shortened(TextOf(value, Form::Scientific, digits));
 }
 
 std::string TwoDigits(unsigned number) {
@@ -186,8 +192,8 @@ std::string NumberText(double value, int digits) {
         return "(too large)";
     const double size = std::fabs(value);
     if (value == 0 || (size >= 1e-4 && size < 1e6))
-        return Shortened(TextOf(value, std::chars_format::fixed, std::clamp(digits - 1 - ExponentOf(value), 0, 20)));
-    return Shortened(TextOf(value, std::chars_format::scientific, digits - 1));
+        return Shortened(TextOf(value, Form::Fixed, std::clamp(digits - 1 - ExponentOf(value), 0, 20)));
+    return Shortened(TextOf(value, Form::Scientific, digits - 1));
 }
 
 } // namespace plotting

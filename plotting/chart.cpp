@@ -421,6 +421,11 @@ Look CellLook(int columns, int rows) {
             .IsCells = true};
 }
 
+/// A line would join numbers that do not follow each other.
+Kind UsualKind(const Data& data) {
+    return data.XKind == XKind::Number ? Kind::Points : Kind::Line;
+}
+
 Spot UsualSize(const Data& data, Kind kind) {
     const auto panels = static_cast<double>(PanelsOf(data, kind).size());
     return {960, panels == 1 ? 540 : 160 + 240 * panels};

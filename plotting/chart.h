@@ -23,6 +23,9 @@ struct Look {
 Look PixelLook(double width, double height);
 Look CellLook(int columns, int rows);
 
+/// Returns how data is drawn if nobody says it.
+Kind UsualKind(const Data& data);
+
 /// Returns a usual size in pixels: more panels are higher.
 Spot UsualSize(const Data& data, Kind kind);
 

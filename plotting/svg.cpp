@@ -4,9 +4,8 @@
 #include "plotting/palette.h"
 #include "plotting/readable.h"
 
-#include <array>
-#include <charconv>
 #include <cmath>
+#include <cstdlib>
 
 namespace plotting {
 
@@ -14,10 +13,9 @@ namespace {
 
 /// Returns a length in pixels: to a tenth, which nobody sees more of.
 std::string Length(double value) {
-    std::array<char, 40> bytes{};
-    const double tenths = std::round(value * 10) / 10;
-    const auto end = std::to_chars(bytes.data(), bytes.data() + bytes.size(), tenths == 0 ? 0.0 : tenths).ptr;
-    return {bytes.data(), end};
+    const long long tenths = std::llround(value * 10);
+    const std::string whole = (tenths < 0 ? "-" : "") + std::to_string(std::llabs(tenths) / 10);
+    return tenths % 10 == 0 ? whole : whole + "." + std::to_string(std::llabs(tenths) % 10);
 }
 
 std::string Pair(const Spot& spot) {

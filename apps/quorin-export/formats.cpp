@@ -11,39 +11,9 @@ using exporting::TableView;
 
 namespace {
 
-constexpr std::size_t WrittenAtOnce = 1 << 18; // bytes
-
-/// Collects what a format makes, and passes it on in large parts.
-class Buffer {
-public:
-    explicit Buffer(const Sink& sink) : Sink_(sink) {}
-    Buffer(const Buffer&) = delete;
-    Buffer& operator=(const Buffer&) = delete;
-    ~Buffer() { Flush(); }
-
-    std::string Bytes;
-    void FlushIfLarge() {
-        if (Bytes.size() >= WrittenAtOnce)
-            Flush();
-    }
-
-private:
-    void Flush() {
-        Sink_(Bytes);
-        Bytes.clear();
-    }
-    const Sink& Sink_;
-};
-
 void WriteCsv(const Table&, const TableView& view, const Options& options, bool, const Sink& sink,
               std::vector<std::string>&) {
-    Buffer buffer(sink);
-    exporting::CsvWriter writer(options.Csv, buffer.Bytes);
-    writer.Header(view.Columns());
-    view.ForEachRow([&](const std::vector<Cell>& cells) {
-        writer.Row(cells);
-        buffer.FlushIfLarge();
-    });
+    WriteCsvFile(view, options.Csv, sink);
 }
 
 void WriteJsonLines(const Table&, const TableView& view, const Options&, bool, const Sink& sink,

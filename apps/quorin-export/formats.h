@@ -2,20 +2,17 @@
 // The formats of quorin-export, a row each.
 #pragma once
 
+#include "apps/download_files/csv_file.h"
 #include "apps/quorin-export/collections.h"
 #include "apps/quorin-export/sources.h"
 #include "exporting/table_view.h"
 
-#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
 namespace exporter {
-
-/// Takes the bytes of an export as they are made. Returns false if they can't be written any more.
-using Sink = std::function<bool(std::string_view bytes)>;
 
 /// In which form a plot is written.
 enum class PictureForm { Svg, Png, Pdf, Text };

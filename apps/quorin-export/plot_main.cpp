@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "apps/quorin-export/plot_main.h"
 
+#include "apps/download_files/plot_file.h"
 #include "apps/quorin-export/converter.h"
 #include "apps/quorin-export/formats.h"
 #include "apps/quorin-export/output.h"
@@ -96,10 +97,7 @@ private:
         companion::ValueLimits limits;
         const std::vector<std::string> wrong = Tables_.ReadLimits(table, limits);
         Problems_.insert(Problems_.end(), wrong.begin(), wrong.end());
-        return reader.Read({.Name = table.Source.Alias.empty() ? table.Source.File : table.Source.Alias,
-                            .Bytes = table.Bytes,
-                            .Fields = table.Source.Fields,
-                            .Limits = &limits});
+        return reader.Read(PlottedSource(table, limits));
     }
 
     void TellAll(const plotting::Data& data, const std::vector<std::string>& odd) const {
@@ -122,9 +120,7 @@ private:
     }
 
     ExitStatus Write(const plotting::Data& data) {
-        plotting::Kind kind = Options_.Plot.Request.Kind;
-        if (!Options_.Plot.HasKind && data.XKind == plotting::XKind::Number)
-            kind = plotting::Kind::Points; // a line would join what does not follow each other
+        const plotting::Kind kind = Options_.Plot.HasKind ? Options_.Plot.Request.Kind : plotting::UsualKind(data);
         const plotting::Look look = LookFor(data, kind);
         if (const std::string why = plotting::WhyNotDrawn(data, kind, look); !why.empty())
             return NotStarted(why);

@@ -2,23 +2,14 @@
 #include "apps/quorin-export/sources.h"
 
 #include "backends/files/folder_names.h"
-#include "backends/files/host_files.h"
-#include "backends/files/path_map.h"
-#include "backends/files/plain_file.h"
 #include "backends/headless/formless_device.h"
 #include "companion/download_search.h"
-#include "companion/driver_check.h"
-#include "companion/driver_fields.h"
 #include "companion/values/table_text.h"
 #include "src/drivers/downloads.h"
-#include "src/drivers/inf_tables.h"
 #include "src/storage/line_files.h"
 #include "src/storage/settings.h"
 #include "src/storage/volumes.h"
-#include "src/view/platform/device_traits.h"
 
-#include <algorithm>
-#include <limits>
 #include <memory>
 
 namespace exporter {
@@ -30,31 +21,6 @@ namespace {
 
 std::string Sentence(const Text& words) {
     return ToBytes(words);
-}
-
-/// Returns why a file can't be read, or an empty text.
-std::string ReadBytes(const std::string& path, std::string& bytes) {
-    backends::PlainFile file = backends::ReadPlainFile(path, std::numeric_limits<std::size_t>::max(),
-                                                       backends::Links::Follow, backends::Mark::Keep);
-    bytes = std::move(file.Bytes);
-    return file.Why.empty() ? std::string() : path + " can't be read: " + file.Why + ".";
-}
-
-/// Reads a table of the device, from its text file or its line database, as the bytes of a text file.
-std::string ReadTable(const Text& fullName, const std::string& root, Table& table) {
-    std::string beneath;
-    const Text folder = fullName.substr(0, fullName.rfind(u'\\') + 1);
-    if (!platform::Traits().IsMemory(folder) && backends::RelativePath(fullName, beneath) == platform::NoError) {
-        table.Path = root + "/" + beneath;
-        return ReadBytes(table.Path, table.Bytes);
-    }
-    std::vector<Text> lines;
-    const auto error = modFileSystem::ReadLines(fullName, modQuorin::DataType, modQuorin::DataCreator, lines);
-    if (error != platform::NoError)
-        return Sentence(fullName + u" can't be read: " + platform::ErrorText(error) + u".");
-    for (const Text& line : lines)
-        table.Bytes += ToBytes(line) + "\n";
-    return {};
 }
 
 bool IsGone(const Text& fullName) {
@@ -101,7 +67,7 @@ std::string Tables::ReadDownload(const std::string& name, Table& table) {
     const std::string& named = Options_.Driver;
     if (std::string why = TakeDriver(named.empty() ? ToBytes(found.Driver) : named, table); !why.empty())
         return why;
-    return ReadTable(modFileSystem::GetDataPath(u"") + found.File, Options_.Device.Root, table);
+    return ReadDeviceTable(modFileSystem::GetDataPath(u"") + found.File, Options_.Device.Root, table);
 }
 
 std::string Tables::List(std::vector<Listed>& downloads) {
@@ -111,7 +77,7 @@ std::string Tables::List(std::vector<Listed>& downloads) {
         Listed listed{ToBytes(each.File), ToBytes(each.Driver), ToBytes(each.Alias), {}, {}};
         const Text name = modFileSystem::GetDataPath(u"") + each.File;
         Table table;
-        listed.WhyNot = ReadTable(name, Options_.Device.Root, table);
+        listed.WhyNot = ReadDeviceTable(name, Options_.Device.Root, table);
         if (listed.WhyNot.empty())
             listed.Records = values::RecordsOf(table.Bytes);
         else if (IsGone(name))
@@ -135,44 +101,17 @@ std::string Tables::OpenRoot() {
     return {};
 }
 
-/// Without its own driver a table is exported all the same: its columns are text. One that a person names has to be
-/// there. Returns why it is not, or an empty text.
-std::string Tables::TakeDriver(const std::string& driver, Table& table) {
-    const Text name = FromBytes(driver);
-    const std::vector<modQuorin::DriverRow> installed = companion::DriversOfDevice();
-    const bool isThere = std::any_of(installed.begin(), installed.end(), [&](const modQuorin::DriverRow& each) {
-        return modStringTools::SameIgnoringCase(each.Name, name);
-    });
-    if (isThere)
-        table.Source.Fields = companion::FieldsOfDriver(modQuorin::InfPath(name));
-    if (!table.Source.Fields.empty()) {
-        table.Driver = driver;
+/// The driver that a person names has to be there. Returns why it is not, or an empty text.
+std::string Tables::TakeDriver(const std::string& driver, Table& table) const {
+    if (exporter::TakeDriver(driver, table) || Options_.Driver.empty())
         return {};
-    }
-    const std::string why = "the driver " + driver + (isThere ? " has no table that can be read" : " is not installed");
-    if (!Options_.Driver.empty())
-        return table.Source.File + ": " + why + ".";
-    table.Note = why + ": all columns are text";
-    return {};
+    const std::string why = table.Note.substr(0, table.Note.rfind(": "));
+    table.Note.clear();
+    return table.Source.File + ": " + why + ".";
 }
 
 std::vector<std::string> Tables::ReadLimits(const Table& table, companion::ValueLimits& limits) const {
-    if (table.Driver.empty() || !Root_)
-        return {};
-    const std::string file = table.Driver + ".limits: ";
-    const backends::LimitsFile::Content content = Root_->Host.limits.Read(FromBytes(table.Driver));
-    if (!content.Why.empty())
-        return {file + "can't be read: " + ToBytes(content.Why)};
-    if (!content.Table)
-        return {};
-    std::vector<Text> columns;
-    for (const values::FieldRow& field : table.Source.Fields)
-        columns.push_back(FromBytes(field.Field));
-    limits = companion::ValueLimits(*content.Table, columns);
-    std::vector<std::string> problems;
-    for (const Text& problem : limits.Problems())
-        problems.push_back(file + ToBytes(problem));
-    return problems;
+    return Root_ ? exporter::ReadLimits(table, Root_->Host.limits, limits) : std::vector<std::string>();
 }
 
 } // namespace exporter

@@ -2,6 +2,7 @@
 // Finds the tables that a person names, and reads them.
 #pragma once
 
+#include "apps/download_files/device_table.h"
 #include "apps/quorin-export/export_options.h"
 #include "companion/value_limits.h"
 
@@ -16,19 +17,6 @@ class FormlessDevice;
 }
 
 namespace exporter {
-
-/// A table that was read. Not copied: its source refers to its bytes.
-struct Table {
-    Table() = default;
-    Table(const Table&) = delete;
-    Table& operator=(const Table&) = delete;
-
-    std::string Bytes;
-    exporting::Source Source;
-    std::string Driver; ///< empty if it is not known
-    std::string Path;   ///< of the file on the host; empty for a line database
-    std::string Note;   ///< what is odd about it, to be told; empty for nothing
-};
 
 /// The tables of a root folder and of the host, read while other programs may work on them: a table is replaced as a
 /// whole, and a line database is read under its lock.
@@ -57,7 +45,7 @@ private:
     std::string ReadFile(const std::string& path, Table& table);
     std::string ReadDownload(const std::string& name, Table& table);
     std::string OpenRoot();
-    std::string TakeDriver(const std::string& driver, Table& table);
+    std::string TakeDriver(const std::string& driver, Table& table) const;
 
     const Options& Options_;
     std::unique_ptr<backends::headless::FormlessDevice> Root_; ///< none until a download is asked for
