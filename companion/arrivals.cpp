@@ -24,6 +24,20 @@ InTheWay WhatIsInTheWay(bool isAsked) {
     return InTheWay::Screen;
 }
 
+Text WhenFree(InTheWay what) {
+    switch (what) {
+    case InTheWay::Nothing:
+        return {};
+    case InTheWay::Record:
+        return u"when this record is done";
+    case InTheWay::Question:
+        return u"when this question is answered";
+    case InTheWay::Screen:
+        break;
+    }
+    return u"when this screen is left";
+}
+
 void Arrivals::Add(const Package& package) {
     const auto isSame = [&package](const Arrival& each) { return each.Driver.Name == package.Name; };
     std::erase_if(List_, isSame);
@@ -60,17 +74,8 @@ Text Arrivals::Offer(InTheWay what) const {
     Text words = packages;
     if (!download.empty())
         words += (packages.empty() ? u"Open " : u" and open ") + download;
-    switch (what) {
-    case InTheWay::Nothing:
-        return words + u".";
-    case InTheWay::Record:
-        return words + u" when this record is done.";
-    case InTheWay::Question:
-        return words + u" when this question is answered.";
-    case InTheWay::Screen:
-        break;
-    }
-    return words + u" when this screen is left.";
+    const Text when = WhenFree(what);
+    return words + (when.empty() ? u"" : u" ") + when + u".";
 }
 
 } // namespace companion

@@ -20,6 +20,9 @@ enum class InTheWay {
 /// `isAsked`: a message box is open.
 InTheWay WhatIsInTheWay(bool isAsked);
 
+/// Returns when the form may be led: "when this record is done"; empty if nothing is in the way.
+Text WhenFree(InTheWay what);
+
 /// One thing that a person wants.
 struct Arrival {
     Package Driver = {};     ///< to be installed; without a name: none

@@ -26,6 +26,14 @@ modQuorin::ScreenId ScreenOrUnderPrompt() {
     return Screens.CurrentScreen == modQuorin::ScrInput ? Screens.PreviousScreen : Screens.CurrentScreen;
 }
 
+/// Returns the alias that the list of downloads has for a file; empty if it has none.
+Text ListedAlias(const Text& file) {
+    const auto& files = modQuorin::Downloads.DownloadFiles;
+    const auto listed = static_cast<std::size_t>(std::find(files.begin(), files.end(), file) - files.begin());
+    const auto& aliases = modQuorin::Downloads.DownloadAliases;
+    return listed < aliases.size() ? aliases[listed] : Text();
+}
+
 } // namespace
 
 bool RecordIsOpen() {
@@ -72,15 +80,21 @@ Text WindowTitle() {
     if (!RecordIsOpen() || modQuorin::Inf.InfFields.empty())
         return u"Quorin";
     const Text file = modFileSystem::BareName(modQuorin::Selection.SelectedDownload);
-    const auto& files = modQuorin::Downloads.DownloadFiles;
-    const auto listed = static_cast<std::size_t>(std::find(files.begin(), files.end(), file) - files.begin());
-    const auto& aliases = modQuorin::Downloads.DownloadAliases;
-    const Text alias = listed < aliases.size() ? aliases[listed] : Text();
+    const Text alias = ListedAlias(file);
     const Text name = file.substr(0, file.rfind(u'.'));
     using modStringTools::NumberText;
     return name + (alias.empty() ? u"" : u" (" + alias + u")") + u" · record " +
            NumberText(modFileSystem::Table.TableRowIndex) + u" of " + NumberText(modFileSystem::Table.TableRowTotal) +
            u" · " + modQuorin::Selection.SelectedDriver;
+}
+
+std::optional<CurrentDownload> DownloadOfNow() {
+    const bool isOpen = RecordIsOpen() && IsOpenDownload(modFileSystem::Table.TableName);
+    const bool isListed = DownloadsAreListed() && AnyDownloadIsListed();
+    if (!isOpen && !isListed)
+        return std::nullopt;
+    const Text file = modFileSystem::BareName(modQuorin::Selection.SelectedDownload);
+    return CurrentDownload{file, modQuorin::Selection.DownloadOwner, ListedAlias(file)};
 }
 
 bool IsOpenDownload(const Text& file) {

@@ -34,6 +34,16 @@ bool ListStoresNothing();
 /// is open, else the name of the program.
 Text WindowTitle();
 
+/// A download that a person has before them.
+struct CurrentDownload {
+    Text File; ///< without a folder
+    Text Driver;
+    Text Alias; ///< empty for none
+};
+/// Returns the download whose record is on the screen, or under a prompt, or that is selected in its list; nothing if
+/// there is none.
+std::optional<CurrentDownload> DownloadOfNow();
+
 /// True if a table of this bare name is the download that was opened last.
 bool IsOpenDownload(const Text& file);
 

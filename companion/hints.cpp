@@ -27,6 +27,11 @@ Notice HintOf(const Text& words, const std::vector<Offer>& offers) {
 
 } // namespace
 
+Notice NoDriverHint() {
+    return HintOf(u"No driver is installed yet.",
+                  {{OfferInstall, u"Install a driver…"}, {OfferSample, u"Try the sample"}, NoHints});
+}
+
 void Hints::Look(const Surroundings& now) {
     const std::size_t before = Done_.size();
     for (const auto& [step, isDone] : {std::pair(DriverStep, now.HasDriver), std::pair(DownloadStep, now.HasDownload),
@@ -52,8 +57,7 @@ void Hints::Show(const Surroundings& now) {
     if (!IsOn_)
         return;
     if (!now.HasDriver && Wanted(DriverStep))
-        Notices_.Raise(HintOf(u"No driver is installed yet.",
-                              {{OfferInstall, u"Install a driver…"}, {OfferSample, u"Try the sample"}, NoHints}));
+        Notices_.Raise(NoDriverHint());
     else if (now.IsListOfDownloads && !now.HasDownload && Wanted(DownloadStep))
         Notices_.Raise(HintOf(u"No download yet: File, New makes one.", {NoHints}));
     else if (now.HasPort && now.IsStart && Wanted(DownloadStep))

@@ -28,6 +28,9 @@ struct Surroundings {
     std::string PortTrouble = {};
 };
 
+/// The hint of a device without a driver.
+Notice NoDriverHint();
+
 class Hints {
 public:
     /// The names of the steps, which are also those in which they are remembered: driver, download, port, link.

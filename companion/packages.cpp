@@ -29,9 +29,13 @@ Text CannotPut(const Package& package, platform::ErrorNumber why) {
 
 } // namespace
 
+Text TooLongForPackage(const Text& name) {
+    return name + u" is too long for a driver package: more than 1 MB.";
+}
+
 Text TakePackage(const Text& name, std::string_view bytes, Package& package) {
     if (bytes.size() > LargestPackage)
-        return name + u" is too long for a driver package: more than 1 MB.";
+        return TooLongForPackage(name);
     package = {name, LinesOf(modStringTools::FromBytes(bytes))};
     if (bytes.find('\0') != std::string_view::npos || !ReadPackage(package.Lines).Driver)
         return name + u" is no driver package: its first line that is no comment must have a driver's name, \"|\" and "

@@ -18,6 +18,9 @@ struct Package {
     std::vector<Text> Lines;
 };
 
+/// Says that a file is too long for a package.
+Text TooLongForPackage(const Text& name);
+
 /// Makes a package of the bytes of a file. Returns why it is none, as a sentence; empty if it is one.
 Text TakePackage(const Text& name, std::string_view bytes, Package& package);
 

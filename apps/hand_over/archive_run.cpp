@@ -30,7 +30,10 @@ using Json = journal::Line;
 using journal::TextOf;
 
 void Tell(const ArchiveWish& wish, const std::string& words) {
-    std::cerr << wish.Program << ": " << words << "\n";
+    if (wish.Errors != nullptr)
+        *wish.Errors << words << "\n";
+    else
+        std::cerr << wish.Program << ": " << words << "\n";
 }
 
 std::string LineOf(const ExportedFile& file, bool isForPeople) {

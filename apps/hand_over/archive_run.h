@@ -15,7 +15,8 @@ struct ArchiveWish {
     std::string Root;    ///< root folder of the device
     std::string Journal; ///< folder of its journal; empty for none
     std::string Zip;
-    bool IsForPeople = false; ///< plain lines, not objects
+    bool IsForPeople = false;       ///< plain lines, not objects
+    std::ostream* Errors = nullptr; ///< what a person must know; null for standard error
 };
 
 /// Writes the zip file, and an object for each file in it. Reads the device only: another program may work on it.

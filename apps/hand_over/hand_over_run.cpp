@@ -66,15 +66,6 @@ void AddFiles(const Place& place, const std::string& ending, KindOf kindOf, hand
                                    " can't be read: " + backends::ReasonOf(failed.value()) + ".");
 }
 
-std::string LocalTime() {
-    const std::time_t now = std::time(nullptr);
-    std::tm local{};
-    ::localtime_r(&now, &local);
-    std::array<char, 32> text{};
-    std::strftime(text.data(), text.size(), "%Y-%m-%dT%H:%M:%S", &local);
-    return text.data();
-}
-
 std::string LineOf(const FileResult& result, bool isForPeople) {
     const handover::HandedFile& file = result.File;
     if (!isForPeople)
@@ -114,6 +105,15 @@ void AddRegistered(const std::string& folder, const std::vector<std::string>& re
 }
 
 } // namespace
+
+std::string LocalTime() {
+    const std::time_t now = std::time(nullptr);
+    std::tm local{};
+    ::localtime_r(&now, &local);
+    std::array<char, 32> text{};
+    std::strftime(text.data(), text.size(), "%Y-%m-%dT%H:%M:%S", &local);
+    return text.data();
+}
 
 handover::Listing FilesOf(const std::string& root, const std::string& journal, Packages packages) {
     std::set<std::string> downloads;

@@ -20,11 +20,14 @@ struct HandOverWish {
     bool IsForPeople = false; ///< plain lines, not objects
 };
 
+/// Returns the time of now as a receipt has it.
+std::string LocalTime();
+
 /// The driver packages that lie in the data folder: an office does not collect them, another device needs them.
 enum class Packages { Without, With };
 
 /// Returns the files of a device: those of its data folder, its line databases, and the days of its journal in a folder
-/// (empty for none). The form must not have been started.
+/// (empty for none). The open table of the form is closed.
 handover::Listing FilesOf(const std::string& root, const std::string& journal, Packages packages = Packages::Without);
 
 /// Hands over, and writes an object for each file. Reads the device only: another program may work on it.

@@ -4,6 +4,7 @@
 #include "apps/options/command_line.h"
 #include "apps/options/device_options.h"
 #include "apps/options/journal_options.h"
+#include "apps/page_exchange/page_exchange.h"
 #include "apps/start/exit_status.h"
 #include "apps/start/process.h"
 #include "backends/descriptor/descriptor.h"
@@ -39,6 +40,11 @@ EM_JS(void, AskForPort, (const char* act, int number, int attempt, const char* s
 EM_JS(void, PlayOnPage, (int hertz, int milliseconds), { postMessage({tone : [ hertz, milliseconds ]}); });
 EM_JS(void, OfferRecoveryOnPage, (const char* offer), { postMessage({recovery : UTF8ToString(offer)}); });
 EM_JS(void, TellPageOfEnd, (const char* failure), { postMessage({over : UTF8ToString(failure)}); });
+EM_JS(void, SayToPage, (const char* words), { postMessage({exchange : UTF8ToString(words)}); });
+EM_JS(void, GiveToPage, (const char* words, const char* bytes, int count), {
+    const copy = HEAPU8.slice(bytes, bytes + count);
+    postMessage({given : UTF8ToString(words), bytes : copy}, [copy.buffer]);
+});
 #pragma clang diagnostic pop
 
 namespace {
@@ -46,6 +52,7 @@ namespace {
 constexpr const char* Measures = "/page/fonts.json";
 constexpr const char* Acts = "/dev/page";
 constexpr const char* PortBytes = "/dev/page-port";
+constexpr const char* Scratch = "/exchange"; ///< in memory
 constexpr std::int64_t JournalBytes = 20'000'000; ///< of the storage that a browser gives a page
 
 /// What the program keeps for itself is beside the folders of the device.
@@ -106,8 +113,13 @@ start::ExitStatus Run(backends::DeviceOptions options, const backends::ProgramNa
     ports.Lost = [&device](const Text& why) { device.onlooker.notices.Raise(companion::CharactersLost(why)); };
     device.Changed = [](const std::string& mirror) { ShowOnPage(mirror.c_str()); };
     watcher.Shows = [&device] { device.Show(); };
-    events.Raised = [&hand, &ports](const backends::web::PageEvent& event) {
-        if (!ports.TakeUp(event))
+    apps::PageExchange exchange(device, {.Root = options.Root, .Scratch = Scratch});
+    exchange.Says = [](const std::string& words) { SayToPage(words.c_str()); };
+    exchange.Gives = [](const std::string& words, const std::string& bytes) {
+        GiveToPage(words.c_str(), bytes.data(), static_cast<int>(bytes.size()));
+    };
+    events.Raised = [&](const backends::web::PageEvent& event) {
+        if (!ports.TakeUp(event) && !exchange.Take(event))
             hand.Do(event);
     };
     device.Listen(events);
@@ -121,8 +133,10 @@ start::ExitStatus Run(backends::DeviceOptions options, const backends::ProgramNa
         recovery.Run();
         drafts.Attach(device);
         device.StartProgram();
-        for (;;)
+        for (;;) {
             device.loop.WaitOnce();
+            exchange.Step();
+        }
     } catch (const backends::ProgramOver& over) {
         TellPageOfEnd(WordsOf(over, drafts.KeepsRecord()).c_str());
         journal.End(over);

@@ -4,9 +4,6 @@
 #include "apps/quorin-export/formats.h"
 #include "apps/quorin/export_preview.h"
 #include "companion/form_state.h"
-#include "src/drivers/downloads.h"
-#include "src/drivers/selection.h"
-#include "src/storage/keyed_tables.h"
 #include "src/text/text.h"
 
 #include <QApplication>
@@ -80,12 +77,8 @@ void WindowExport::Open() {
 
 /// Returns the bare name of the download that is open, or selected in its list; empty if there is none.
 std::string WindowExport::FileOfNow() const {
-    if (companion::RecordIsOpen() && companion::IsOpenDownload(modFileSystem::Table.TableName))
-        return ToBytes(modFileSystem::Table.TableName);
-    if (!companion::DownloadsAreListed() || !companion::AnyDownloadIsListed())
-        return {};
-    const std::string path = ToBytes(modQuorin::Selection.SelectedDownload);
-    return path.substr(path.rfind('\\') + 1); // npos + 1 is 0
+    const auto download = companion::DownloadOfNow();
+    return download ? ToBytes(download->File) : std::string();
 }
 
 ExportSource WindowExport::Source() {

@@ -82,6 +82,8 @@ std::optional<PageEvent> ReadPageEvent(const std::string& line) {
                     .Caret = Number(read, "caret"),
                     .Selected = Number(read, "selected"),
                     .Words = TextOf(read),
+                    .Data = Bytes(read, "data"),
+                    .Bytes = Whole(read, "bytes"),
                     .Yes = IsTrue(read, "yes"),
                     .Names = NamesOf(read)};
     modStringTools::BlankNuls(event.Words);

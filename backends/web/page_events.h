@@ -30,6 +30,8 @@ struct PageEvent {
     std::int32_t Row = 0;
     std::int32_t Caret = 0, Selected = 0;
     Text Words = {};
+    std::string Data = {};  ///< bytes of a file, in base64, or another text that no control has
+    std::int64_t Bytes = 0; ///< size of a file
     bool Yes = false;
     std::vector<std::string> Names = {};
 };

@@ -1,0 +1,284 @@
+// SPDX-License-Identifier: MIT
+#include "apps/page_exchange/page_exchange.h"
+
+#include "companion/driver_check.h"
+#include "companion/hints.h"
+#include "companion/offers.h"
+#include "companion/words.h"
+#include "journal/journal_lines.h"
+#include "src/drivers/installation.h"
+#include "src/view/screen_table.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace apps {
+
+using backends::web::PageEvent;
+using companion::InTheWay;
+using journal::TextOf;
+using journal::Utf8;
+using Json = journal::Line;
+using modQuorin::Screens;
+using modStringTools::FromBytes;
+
+namespace {
+
+constexpr std::int64_t LargestZip = 256'000'000; // bytes; it is in memory several times
+
+bool EndsWith(const Text& name, TextView ending) {
+    return name.size() > ending.size() &&
+           modStringTools::SameIgnoringCase(name.substr(name.size() - ending.size()), ending);
+}
+
+Json ButtonOf(const companion::Offer& offer) {
+    return {{"name", Utf8(offer.Name)}, {"words", Utf8(offer.Words)}};
+}
+
+Json OfferOf(const std::optional<companion::Notice>& notice) {
+    if (!notice)
+        return nullptr;
+    Json buttons = Json::array();
+    for (const companion::Offer& offer : notice->Offers)
+        buttons.push_back(ButtonOf(offer));
+    return {{"words", Utf8(notice->Words)}, {"buttons", buttons}};
+}
+
+companion::Notice WithNotNow(const Text& words) {
+    return {.Words = words, .Offers = {{companion::OfferNotNow, u"Not now"}}};
+}
+
+} // namespace
+
+PageExchange::PageExchange(backends::web::WebPlatform& page, const ExchangeFolders& folders)
+    : Page_(page), Led_(page, *this), Download_(page.host, folders.Root),
+      HandOver_(page, folders.Root, folders.Scratch) {
+    Files_.Wants = [this](std::int32_t number, std::int64_t at) {
+        Says(TextOf({{"want", number}, {"at", at}, {"count", ArrivingFiles::PartSize}}));
+    };
+    Files_.Arrived = [this](const ArrivingFile& file) { TakeWhole(file); };
+    Files_.Failed = [this](const Text& problem) { Led_.Tell(problem); };
+    page.loop.Listen(*this);
+}
+
+const std::vector<PageExchange::Row>& PageExchange::Rows() {
+    static const std::vector<Row> rows = {
+        {"file", &PageExchange::TakeFile},   {"part", &PageExchange::TakePart}, {"unread", &PageExchange::FailFile},
+        {"reply", &PageExchange::Reply},     {"offer", &PageExchange::Accept},  {"give", &PageExchange::Give},
+        {"saved", &PageExchange::TakeSaved},
+    };
+    return rows;
+}
+
+bool PageExchange::Take(const PageEvent& event) {
+    const auto row =
+        std::find_if(Rows().begin(), Rows().end(), [&](const Row& each) { return event.Kind == each.Kind; });
+    if (row == Rows().end())
+        return false;
+    (this->*row->Does)(event);
+    return true;
+}
+
+// --- files that come in ----------------------------------------------------------------------------------------------
+
+/// What is too large is refused before the page sends it.
+void PageExchange::TakeFile(const PageEvent& event) {
+    ArrivingFile file{.Name = event.Words, .Use = event.Data, .Size = event.Bytes};
+    if (file.Use.empty())
+        file.Use = modQuorin::IsPackageName(file.Name) ? "driver" : EndsWith(file.Name, u".zip") ? "zip" : "";
+    if (file.Use.empty())
+        Led_.Tell(file.Name + u" is neither a driver package (.qvd) nor a zip file of a hand-over.");
+    else if (file.Use == "driver" && !modQuorin::IsPackageName(file.Name))
+        Led_.Tell(file.Name + u" is no driver package: its name does not end with .qvd.");
+    else if (file.Use == "driver" && file.Size > static_cast<std::int64_t>(companion::LargestPackage))
+        Led_.Tell(companion::TooLongForPackage(file.Name));
+    else if (file.Size > LargestZip)
+        Led_.Tell(file.Name + u" is too large for a page: more than 256 MB.");
+    else
+        Files_.Begin(event.Item, std::move(file));
+}
+
+void PageExchange::TakePart(const PageEvent& event) {
+    Files_.TakePart(event.Item, event.Data);
+}
+
+void PageExchange::FailFile(const PageEvent& event) {
+    Files_.Fail(event.Item, event.Words);
+}
+
+void PageExchange::TakeWhole(const ArrivingFile& file) {
+    if (file.Use == "driver")
+        Led_.AddPackage(file.Name, file.Bytes);
+    else
+        Zip_ = file;
+}
+
+/// From the first screen, which lists nothing: what other screens list may be another one afterwards.
+void PageExchange::TakeZipIn() {
+    Guide guide(Page_);
+    if (!guide.GoTo(modQuorin::ScrMain))
+        return;
+    const ArrivingFile file = *std::exchange(Zip_, std::nullopt);
+    const PageHandOver::Report report = HandOver_.TakeIn(modStringTools::ToBytes(file.Name), file.Bytes);
+    SeenScreen_ = 0; // look anew
+    WasOpen_ = true;
+    Open({.Title = report.Title, .Words = report.Words});
+}
+
+// --- files that go out -----------------------------------------------------------------------------------------------
+
+void PageExchange::Give(const PageEvent& event) {
+    if (event.Data != "zip")
+        return GiveFile(event.Item, Download_.Make(event.Data));
+    const InTheWay what = companion::WhatIsInTheWay(Page_.boxes.Current() != nullptr);
+    if (what == InTheWay::Nothing)
+        ZipGoes_ = event.Item;
+    else
+        GiveFile(event.Item,
+                 {.Why = modStringTools::ToBytes(u"The data can be handed over " + companion::WhenFree(what) + u".")});
+}
+
+void PageExchange::GiveFile(std::int32_t request, const GivenFile& file) {
+    Gives(TextOf({{"request", request},
+                  {"name", file.Name},
+                  {"type", file.Type},
+                  {"words", Utf8(FromBytes(file.Words))},
+                  {"why", Utf8(FromBytes(file.Why))}}),
+          file.Bytes);
+}
+
+/// The person has the file. Only the zip file is remembered.
+void PageExchange::TakeSaved(const PageEvent& event) {
+    if (event.Item != ZipGiven_ || ZipGiven_ == 0)
+        return;
+    if (const std::string why = HandOver_.Remember(); !why.empty())
+        return Led_.Tell(FromBytes(why));
+    WasOpen_ = true; // count anew
+    SeenScreen_ = 0;
+}
+
+// --- what is offered and asked ---------------------------------------------------------------------------------------
+
+bool PageExchange::IsFree() const {
+    return !Page_.loop.Ending() && Page_.boxes.Current() == nullptr && !Page_.grdMain.HandIsDown && !Dialog_;
+}
+
+void PageExchange::Note(const Text&) {
+}
+
+void PageExchange::Show(const Text& problems) {
+    Open({.Title = "Quorin", .Words = Utf8(problems)});
+}
+
+void PageExchange::Ask(const Text& question, ArrivalQuestion, std::function<void(bool)> answered) {
+    Open({.Title = "Install a driver", .Words = Utf8(question), .Asks = true, .Answered = std::move(answered)});
+}
+
+void PageExchange::Open(Dialog dialog) {
+    dialog.Number = ++Dialogs_;
+    Dialog_ = std::move(dialog);
+}
+
+void PageExchange::Reply(const PageEvent& event) {
+    if (!Dialog_ || Dialog_->Number != event.Item)
+        return;
+    const Dialog dialog = *std::exchange(Dialog_, std::nullopt);
+    if (dialog.Answered)
+        dialog.Answered(event.Yes);
+}
+
+void PageExchange::Accept(const PageEvent& event) {
+    if (event.Words == companion::OfferSample)
+        return Led_.AddSample();
+    if (event.Words != companion::OfferNotNow)
+        return;
+    if (!Led_.Offer(false).empty())
+        Led_.DropAll();
+    else if (Zip_)
+        Zip_.reset();
+    else if (!HasDriver_ && !NoHint_)
+        NoHint_ = true;
+    else
+        NotHandedOver_ = 0;
+}
+
+std::optional<companion::Notice> PageExchange::OfferOfNow() const {
+    const bool isAsked = Page_.boxes.Current() != nullptr;
+    if (const Text words = Led_.Offer(isAsked); !words.empty())
+        return WithNotNow(words);
+    const InTheWay what = companion::WhatIsInTheWay(isAsked);
+    if (Zip_ && what != InTheWay::Nothing)
+        return WithNotNow(u"Take in " + Zip_->Name + u" " + companion::WhenFree(what) + u".");
+    if (!companion::IsStartScreen())
+        return std::nullopt;
+    if (!HasDriver_ && !NoHint_) {
+        companion::Notice hint = companion::NoDriverHint();
+        hint.Offers.back() = {companion::OfferNotNow, u"Not now"};
+        return hint;
+    }
+    if (NotHandedOver_ == 0)
+        return std::nullopt;
+    companion::Notice notice = companion::NotHandedOver(static_cast<std::int64_t>(NotHandedOver_));
+    notice.Words += NotHandedOver_ == 1 ? u" It is in this browser alone." : u" They are in this browser alone.";
+    notice.Offers.front().Words = u"Hand over now…";
+    notice.Offers.push_back({companion::OfferNotNow, u"Not now"});
+    return notice;
+}
+
+// --- the steps -------------------------------------------------------------------------------------------------------
+
+bool PageExchange::RaiseWhatIsPending() {
+    if (Screens.CurrentScreen == 0 || !Says) // the form has not been started
+        return false;
+    Download_.Look();
+    WasOpen_ = WasOpen_ || companion::RecordIsOpen();
+    Json formats = Json::array();
+    for (const DownloadFormat& format : Download_.Formats())
+        formats.push_back({{"name", format.Name}, {"words", format.Words}});
+    Json dialog = nullptr;
+    if (Dialog_)
+        dialog = {{"id", Dialog_->Number},
+                  {"title", Utf8(FromBytes(Dialog_->Title))},
+                  {"words", Utf8(FromBytes(Dialog_->Words))},
+                  {"asks", Dialog_->Asks}};
+    std::string state = TextOf({{"offer", OfferOf(OfferOfNow())},
+                                {"dialog", dialog},
+                                {"download", Utf8(FromBytes(Download_.Title()))},
+                                {"formats", formats},
+                                {"driver", HasDriver_}});
+    if (state != Shown_)
+        Says(Shown_ = std::move(state));
+    return false;
+}
+
+/// Files are read only when another screen has come.
+void PageExchange::LookAtScreen() {
+    if (std::exchange(SeenScreen_, Screens.CurrentScreen) == Screens.CurrentScreen)
+        return;
+    HasDriver_ = !companion::DriversOfDevice().empty();
+    if (companion::IsStartScreen() && std::exchange(WasOpen_, false))
+        NotHandedOver_ = HandOver_.NotHandedOver();
+}
+
+void PageExchange::Step() {
+    if (!IsFree())
+        return;
+    Led_.Step();
+    if (companion::WhatIsInTheWay(false) != InTheWay::Nothing)
+        SeenScreen_ = 0;
+    else if (IsFree())
+        StepOnFreeScreen();
+}
+
+void PageExchange::StepOnFreeScreen() {
+    if (const auto request = std::exchange(ZipGoes_, std::nullopt)) {
+        ZipGiven_ = *request;
+        GiveFile(*request, HandOver_.Make());
+    }
+    if (Zip_)
+        TakeZipIn();
+    LookAtScreen();
+    RaiseWhatIsPending();
+}
+
+} // namespace apps
