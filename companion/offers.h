@@ -13,6 +13,7 @@ inline const Text OfferUsePort = u"useport";     ///< use the port that the noti
 inline const Text OfferNamedPort = u"namedport"; ///< use the port whose address was given and that is not chosen
 inline const Text OfferHandOver = u"handover";   ///< hand over what is new
 inline const Text OfferNotNow = u"notnow";       ///< withdraw the notice
+inline const Text OfferLater = u"later";         ///< say it again at the next start
 inline const Text OfferNoHints = u"nohints";     ///< show no hints any more
 
 } // namespace companion

@@ -31,21 +31,19 @@ bool EndsWith(const Text& name, TextView ending) {
            modStringTools::SameIgnoringCase(name.substr(name.size() - ending.size()), ending);
 }
 
-Json ButtonOf(const companion::Offer& offer) {
-    return {{"name", Utf8(offer.Name)}, {"words", Utf8(offer.Words)}};
+companion::Notice HintOfNow() {
+    companion::Notice hint = companion::NoDriverHint();
+    hint.Offers.back() = {companion::OfferNoHints, u"Not now"}; // the next start says it again
+    return hint;
 }
 
-Json OfferOf(const std::optional<companion::Notice>& notice) {
-    if (!notice)
-        return nullptr;
-    Json buttons = Json::array();
-    for (const companion::Offer& offer : notice->Offers)
-        buttons.push_back(ButtonOf(offer));
-    return {{"words", Utf8(notice->Words)}, {"buttons", buttons}};
-}
-
-companion::Notice WithNotNow(const Text& words) {
-    return {.Words = words, .Offers = {{companion::OfferNotNow, u"Not now"}}};
+/// A browser may remove what it keeps: that is worth more than the note of a window.
+companion::Notice HandOverOfNow(std::uint64_t records) {
+    companion::Notice notice = companion::NotHandedOver(static_cast<std::int64_t>(records));
+    notice.Weight = companion::Severity::Hint;
+    notice.Words += records == 1 ? u" It is in this browser alone." : u" They are in this browser alone.";
+    notice.Offers = {{companion::OfferHandOver, u"Hand over now…"}, {companion::OfferLater, u"Not now"}};
+    return notice;
 }
 
 } // namespace
@@ -189,40 +187,41 @@ void PageExchange::Reply(const PageEvent& event) {
 
 void PageExchange::Accept(const PageEvent& event) {
     if (event.Words == companion::OfferSample)
-        return Led_.AddSample();
-    if (event.Words != companion::OfferNotNow)
-        return;
-    if (!Led_.Offer(false).empty())
-        Led_.DropAll();
-    else if (Zip_)
-        Zip_.reset();
-    else if (!HasDriver_ && !NoHint_)
-        NoHint_ = true;
-    else
+        Led_.AddSample();
+    else if (event.Words == companion::OfferNoHints)
+        HintWasSeen_ = true;
+    else if (event.Words == companion::OfferLater)
         NotHandedOver_ = 0;
+    else if (event.Words == companion::OfferNotNow)
+        DropWhatWaits();
 }
 
-std::optional<companion::Notice> PageExchange::OfferOfNow() const {
+void PageExchange::DropWhatWaits() {
+    Led_.DropAll();
+    Zip_.reset();
+}
+
+/// Returns what waits until the form is free; empty if nothing does.
+Text PageExchange::WhatWaits() const {
     const bool isAsked = Page_.boxes.Current() != nullptr;
-    if (const Text words = Led_.Offer(isAsked); !words.empty())
-        return WithNotNow(words);
     const InTheWay what = companion::WhatIsInTheWay(isAsked);
+    Text words = Led_.Offer(isAsked);
     if (Zip_ && what != InTheWay::Nothing)
-        return WithNotNow(u"Take in " + Zip_->Name + u" " + companion::WhenFree(what) + u".");
-    if (!companion::IsStartScreen())
-        return std::nullopt;
-    if (!HasDriver_ && !NoHint_) {
-        companion::Notice hint = companion::NoDriverHint();
-        hint.Offers.back() = {companion::OfferNotNow, u"Not now"};
-        return hint;
-    }
-    if (NotHandedOver_ == 0)
-        return std::nullopt;
-    companion::Notice notice = companion::NotHandedOver(static_cast<std::int64_t>(NotHandedOver_));
-    notice.Words += NotHandedOver_ == 1 ? u" It is in this browser alone." : u" They are in this browser alone.";
-    notice.Offers.front().Words = u"Hand over now…";
-    notice.Offers.push_back({companion::OfferNotNow, u"Not now"});
-    return notice;
+        words += (words.empty() ? u"" : u" ") + (u"Take in " + Zip_->Name + u" " + companion::WhenFree(what) + u".");
+    return words;
+}
+
+void PageExchange::RaiseNotices() {
+    companion::Notices& notices = Page_.onlooker.notices;
+    const bool isStart = companion::IsStartScreen();
+    if (isStart && !HasDriver_ && !HintWasSeen_)
+        notices.Raise(HintOfNow());
+    else
+        notices.Withdraw(companion::AboutHint);
+    if (isStart && NotHandedOver_ > 0)
+        notices.Raise(HandOverOfNow(NotHandedOver_));
+    else
+        notices.Withdraw(companion::AboutHandOver);
 }
 
 // --- the steps -------------------------------------------------------------------------------------------------------
@@ -230,8 +229,11 @@ std::optional<companion::Notice> PageExchange::OfferOfNow() const {
 bool PageExchange::RaiseWhatIsPending() {
     if (Screens.CurrentScreen == 0 || !Says) // the form has not been started
         return false;
+    if (Screens.CurrentScreen != SeenScreen_)
+        SeenScreen_ = 0; // also if the form comes back to it before the next step
     Download_.Look();
     WasOpen_ = WasOpen_ || companion::RecordIsOpen();
+    RaiseNotices();
     Json formats = Json::array();
     for (const DownloadFormat& format : Download_.Formats())
         formats.push_back({{"name", format.Name}, {"words", format.Words}});
@@ -241,7 +243,7 @@ bool PageExchange::RaiseWhatIsPending() {
                   {"title", Utf8(FromBytes(Dialog_->Title))},
                   {"words", Utf8(FromBytes(Dialog_->Words))},
                   {"asks", Dialog_->Asks}};
-    std::string state = TextOf({{"offer", OfferOf(OfferOfNow())},
+    std::string state = TextOf({{"offer", Utf8(WhatWaits())},
                                 {"dialog", dialog},
                                 {"download", Utf8(FromBytes(Download_.Title()))},
                                 {"formats", formats},
@@ -264,9 +266,7 @@ void PageExchange::Step() {
     if (!IsFree())
         return;
     Led_.Step();
-    if (companion::WhatIsInTheWay(false) != InTheWay::Nothing)
-        SeenScreen_ = 0;
-    else if (IsFree())
+    if (IsFree() && companion::WhatIsInTheWay(false) == InTheWay::Nothing)
         StepOnFreeScreen();
 }
 

@@ -9,7 +9,6 @@
 #include "apps/page_exchange/page_hand_over.h"
 #include "backends/web/page_events.h"
 #include "backends/web/web_platform.h"
-#include "companion/notices.h"
 
 #include <functional>
 #include <optional>
@@ -72,7 +71,9 @@ private:
     void StepOnFreeScreen();
     void LookAtScreen();
     void TakeZipIn();
-    std::optional<companion::Notice> OfferOfNow() const;
+    Text WhatWaits() const;
+    void DropWhatWaits();
+    void RaiseNotices();
 
     backends::web::WebPlatform& Page_;
     LedArrivals Led_;
@@ -89,7 +90,7 @@ private:
     bool HasDriver_ = true;
     bool WasOpen_ = true; ///< a download, since the records were counted last
     std::uint64_t NotHandedOver_ = 0;
-    bool NoHint_ = false;
+    bool HintWasSeen_ = false;
     std::string Shown_;
 };
 

@@ -2,10 +2,9 @@
 // A person at the form on a page, in Chromium: node --test tests/web/form_test.mjs
 import assert from 'node:assert/strict';
 import { after, before, test } from 'node:test';
-import { FormOnPage, sample, startBrowser } from './support/form_on_page.mjs';
+import { FormOnPage, startBrowser } from './support/form_on_page.mjs';
 
 const Phone = { viewport: { width: 360, height: 740 }, deviceScaleFactor: 2, hasTouch: true, isMobile: true };
-const Package = { path: '/data/Quorin/climate.qvd', bytes: sample('climate.qvd') };
 
 let chromium;
 before(async () => { chromium = await startBrowser(); });
@@ -23,7 +22,7 @@ test('the first screen is shown on each size of screen', async () => {
 });
 
 test('a typed value is in the record that was left', async () => {
-  const form = await opened({ files: [Package] });
+  const form = await opened({});
   await form.openClimate();
   await form.click('Remark', 600);
   await form.page.locator('#field input').waitFor();
@@ -38,7 +37,7 @@ test('a typed value is in the record that was left', async () => {
 });
 
 test('a finger opens a field and types into it', async () => {
-  const form = await opened({ ...Phone, files: [Package] });
+  const form = await opened(Phone);
   await form.openClimate();
   await form.tap('Remark', 120);
   await form.page.locator('#field input').fill('damp');
@@ -49,7 +48,7 @@ test('a finger opens a field and types into it', async () => {
 });
 
 test('a question is answered by a click', async () => {
-  const form = await opened({ files: [Package] });
+  const form = await opened({});
   await form.openClimate();
   await form.choose('New Record');
   await form.untilShown('2/2');
@@ -68,7 +67,7 @@ test('a question is answered by a click', async () => {
 });
 
 test('keys move the selection and walk the fields', async () => {
-  const form = await opened({ files: [Package] });
+  const form = await opened({});
   await form.openClimate();
   const { row } = (await form.mirror()).grid;
   await form.page.keyboard.press('ArrowDown');
@@ -90,7 +89,7 @@ test('keys move the selection and walk the fields', async () => {
 });
 
 test('the form follows the size of the page', async () => {
-  const form = await opened({ files: [Package] });
+  const form = await opened({});
   await form.openClimate();
   await form.click('Remark', 600);
   await form.page.locator('#field input').fill('kept');
@@ -135,7 +134,7 @@ test('a phone that lies has its menus beside the form', async () => {
 });
 
 test('a wheel scrolls the page', async () => {
-  const form = await opened({ files: [Package], viewport: { width: 600, height: 250 } });
+  const form = await opened({ viewport: { width: 600, height: 250 } });
   await form.openClimate();
   await form.page.mouse.move(200, 150);
   await form.page.mouse.wheel(0, 100);
@@ -144,13 +143,12 @@ test('a wheel scrolls the page', async () => {
 });
 
 test('what was saved is there when the page is opened again', async () => {
-  const form = await opened({ files: [Package] });
+  const form = await opened({});
   await form.openClimate();
   await form.click('Remark', 600);
   await form.page.locator('#field input').fill('to keep');
   await form.choose('New Record');
   await form.untilShown('2/2');
-  await form.page.evaluate(() => { window.filesOfTest = []; });
   await form.page.reload();
   await form.choose('Start...');
   await form.untilShown('Climate Meter');
@@ -161,7 +159,7 @@ test('what was saved is there when the page is opened again', async () => {
 });
 
 test('a page with a record that is not saved asks before it goes', async () => {
-  const form = await opened({ files: [Package] });
+  const form = await opened({});
   await form.openClimate();
   await form.click('Remark', 600);
   await form.page.locator('#field input').fill('not saved');

@@ -3,10 +3,9 @@
 import assert from 'node:assert/strict';
 import { after, before, test } from 'node:test';
 import { fileURLToPath } from 'node:url';
-import { FormOnPage, sample, startBrowser } from './support/form_on_page.mjs';
+import { FormOnPage, startBrowser } from './support/form_on_page.mjs';
 
 const FakeSerial = fileURLToPath(new URL('support/fake_serial.js', import.meta.url));
-const Package = { path: '/data/Quorin/climate.qvd', bytes: sample('climate.qvd') };
 const Settings = { path: '/data/settings.ini', bytes: '[Quorin]\nComPort=Com1\n' };
 
 let chromium;
@@ -15,7 +14,7 @@ after(async () => { await chromium?.close(); });
 
 /// A page with a record on the screen whose link is Com1.
 async function onRecord(more = {}) {
-  const form = await FormOnPage.open(chromium, { files: [Package], scripts: [FakeSerial], ...more });
+  const form = await FormOnPage.open(chromium, { scripts: [FakeSerial], ...more });
   await form.openClimate();
   return form;
 }

@@ -6,10 +6,9 @@ import { existsSync } from 'node:fs';
 import { test } from 'node:test';
 import { createInterface } from 'node:readline';
 import { fileURLToPath } from 'node:url';
-import { FormOnPage, sample, startBrowser } from './support/form_on_page.mjs';
+import { FormOnPage, startBrowser } from './support/form_on_page.mjs';
 
 const support = (name) => fileURLToPath(new URL(`support/${name}`, import.meta.url));
-const Package = { path: '/data/Quorin/climate.qvd', bytes: sample('climate.qvd') };
 
 function whyNot() {
   if (process.getuid() !== 0) return 'only root can put a terminal in the place of a port';
@@ -45,7 +44,7 @@ test('readings of a real port land, and its end is told', { skip: whyNot() }, as
     env: { ...process.env, QUORIN_TERMINAL: terminal.path, QUORIN_ORIGIN: new URL(address).origin },
   }));
   try {
-    const form = await FormOnPage.open(chromium, { files: [Package] });
+    const form = await FormOnPage.open(chromium);
     const linkSays = (words) => form.page.waitForFunction(
       (wanted) => document.getElementById('link').textContent.includes(wanted), words, { timeout: 20000 });
     await form.openClimate();

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The page: it draws what the program in the worker shows, and tells it what a person does.
 import { Boxes } from './boxes.js';
+import { Exchange } from './exchange.js';
 import { Fields } from './fields.js';
 import { measureFonts } from './fonts.js';
 import { Keyboard } from './keyboard.js';
@@ -44,11 +45,12 @@ const menus = new Menus(view, send, popup, [...document.querySelectorAll('#menus
 const boxes = new Boxes(send, of('box'));
 const recovery = new Recovery(of('recovery'), send);
 const more = new More(of('more'), popup);
+const exchange = new Exchange(send, more);
 const ports = new Ports(navigator.serial, send, new RingWriter(portBytes, acts));
 const portsDialog = new PortsDialog(of('ports'), ports, send);
 const notices = new Notices(of('notice'), of('notices'), {
   confirm: (about) => send('notice', { words: about }),
-  acts: { ports: () => portsDialog.open() },
+  acts: { ports: () => portsDialog.open(), ...exchange.acts() },
 });
 const link = new Link(of('link'), of('heard'), of('losses'), { choosePort: () => portsDialog.open(), send });
 more.add('Ports…', () => portsDialog.open());
@@ -124,6 +126,7 @@ function tell(text, look) {
   Object.assign(again, { type: 'button', textContent: 'Start again', onclick: () => location.reload() });
   message.append(again);
   boxes.draw(null);
+  exchange.stop();
   view.mirror = null;
   form.hidden = true;
   for (const button of document.querySelectorAll('#menus button, #keys button')) button.disabled = true;
@@ -181,6 +184,8 @@ function hear({ data }) {
     recovery.show(JSON.parse(data.recovery));
   } else if (data.port) {
     ports.hear(data.port);
+  } else if (data.exchange !== undefined || data.given !== undefined) {
+    exchange.hear(data);
   } else if (data.tone) {
     playTone(data.tone);
   } else if (data.over !== undefined) {

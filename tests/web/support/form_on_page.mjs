@@ -25,18 +25,14 @@ export async function startBrowser(more = () => ({})) {
   };
 }
 
-/// A page with the program. `files` are put into the data folder first: {path, bytes}. `scripts`: paths of scripts that
-/// run in the page before its own.
+/// A page with the program. `scripts`: paths of scripts that run in the page before its own.
 export class FormOnPage {
-  static async open({ browser, address }, { query = '', files = [], scripts = [], ...context } = {}) {
+  static async open({ browser, address }, { query = '', scripts = [], ...context } = {}) {
     const made = await browser.newContext({ viewport: { width: 1280, height: 800 }, ...context });
     const page = await made.newPage();
     const form = new FormOnPage(page);
     page.on('pageerror', (error) => form.errors.push(String(error)));
     page.on('console', (message) => { if (message.type() === 'error') form.errors.push(message.text()); });
-    await page.addInitScript((given) => {
-      window.filesOfTest = given.map(({ path, text }) => ({ path, bytes: new TextEncoder().encode(text) }));
-    }, files.map(({ path, bytes }) => ({ path, text: String(bytes) })));
     for (const path of scripts) await page.addInitScript({ path });
     await page.goto(address + query);
     await page.locator('#form').waitFor({ state: 'visible', timeout: 20000 });
@@ -101,27 +97,48 @@ export class FormOnPage {
     if (!isOnly) await this.page.locator('#popup button', { hasText: caption }).first().click();
   }
 
-  /// Installs the package climate.qvd of the data folder, and stays on the start screen.
-  async installDriver() {
-    await this.choose('inf editor...');
-    await this.choose('Add Driver...');
-    await this.untilShown('.\\Quorin\\climate.qvd');
-    await this.choose('Install...');
-    await this.until((mirror) => mirror.box !== null, 'a box');
-    await this.answer('OK');
-    await this.choose('Back');
-    await this.choose('Back');
-  }
-
-  /// Installs that driver and opens the first record of a new download.
+  /// Installs the sample driver and opens the first record of a new download.
   async openClimate() {
-    await this.installDriver();
+    await this.installSample();
     await this.choose('Start...');
     await this.untilShown('Climate Meter');
     await this.choose('Ok');
     await this.choose('New');
     await this.choose('Open');
     await this.untilShown('Remark');
+  }
+
+  /// Chooses what the page can do beside the form.
+  async chooseMore(text) {
+    await this.until((mirror) => mirror.box === null, 'no box');
+    await this.page.locator('#more').click();
+    await this.page.locator('#popup button', { hasText: text }).click();
+  }
+
+  /// Gives files to the dialog that an entry opens: {name, buffer}.
+  async give(text, ...files) {
+    const chooser = this.page.waitForEvent('filechooser');
+    await this.chooseMore(text);
+    await (await chooser).setFiles(files.map((file) => ({ mimeType: 'application/octet-stream', ...file })));
+  }
+
+  /// Drops a file on the page.
+  async drop({ name, buffer }) {
+    const data = await this.page.evaluateHandle(([called, bytes]) => {
+      const transfer = new DataTransfer();
+      transfer.items.add(new File([new Uint8Array(bytes)], called));
+      return transfer;
+    }, [name, [...buffer]]);
+    await this.page.dispatchEvent('#form', 'dragover', { dataTransfer: data });
+    await this.page.dispatchEvent('#form', 'drop', { dataTransfer: data });
+  }
+
+  /// Installs the sample driver, as a person does who has none.
+  async installSample() {
+    await this.chooseMore('Install the sample driver');
+    await this.until((mirror) => mirror.box !== null, 'the box of the installation');
+    await this.answer('OK');
+    await this.until(({ menus, box }) => box === null && placeOf(menus, 'Start...') !== null, 'the first screen');
   }
 
   async answer(button) {
