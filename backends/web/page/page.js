@@ -202,7 +202,7 @@ function start() {
   worker.addEventListener('message', hear);
   worker.addEventListener('error', (event) =>
     tell(`The program could not be loaded: ${event.message ?? 'a file is missing on the server'}`, 'bad'));
-  worker.postMessage({ acts, portBytes, fonts: measureFonts(), words: wordsOfAddress(), files: window.filesOfTest });
+  worker.postMessage({ acts, portBytes, fonts: measureFonts(), words: wordsOfAddress() });
   ports.start();
   new ResizeObserver(tellSize).observe(room);
   followDensity();

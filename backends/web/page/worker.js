@@ -25,18 +25,13 @@ function takeData() {
 }
 
 /// Mounts the data folder over the files that the browser keeps for the page.
-async function prepareFiles(module, files) {
+async function prepareFiles(module) {
   await takeData();
   const folder = await (await navigator.storage.getDirectory()).getDirectoryHandle('quorin', { create: true });
   const handles = await openPool(folder, SpareFiles);
   reachFoldersByDescriptor(module.FS);
   module.FS.mkdir('/data');
   module.FS.mount(originFiles(module.FS, handles), {}, '/data');
-  for (const { path, bytes } of files ?? []) {
-    const folder = path.slice(0, path.lastIndexOf('/'));
-    if (folder) module.FS.mkdirTree(folder);
-    module.FS.writeFile(path, bytes);
-  }
 }
 
 /// A ring as a device that the program reads.
@@ -52,7 +47,7 @@ function makeDevice(FS, path, minor, ring) {
   FS.mkdev(path, device);
 }
 
-async function run({ acts, portBytes, fonts, words, files }) {
+async function run({ acts, portBytes, fonts, words }) {
   const ring = new RingReader(acts);
   const said = [];
   const module = await createProgram({
@@ -60,7 +55,7 @@ async function run({ acts, portBytes, fonts, words, files }) {
     print: (line) => console.log(line),
     printErr: (line) => { said.push(line); console.error(line); },
   });
-  await prepareFiles(module, files);
+  await prepareFiles(module);
   module.FS.mkdir('/page');
   module.FS.writeFile('/page/fonts.json', JSON.stringify(fonts));
   makeDevice(module.FS, '/dev/page', 0, ring); // what a person does
