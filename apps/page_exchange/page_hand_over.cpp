@@ -29,11 +29,6 @@ std::string Counted(std::uint64_t count, const std::string& one) {
     return std::to_string(count) + " " + one + (count == 1 ? "" : "s");
 }
 
-std::string SizeOf(std::uint64_t bytes) {
-    constexpr std::uint64_t Kilo = 1000;
-    return bytes < Kilo ? Counted(bytes, "byte") : std::to_string((bytes + Kilo / 2) / Kilo) + " KB";
-}
-
 /// Removes the file when it is done with.
 class PassingFile {
 public:
@@ -75,7 +70,7 @@ GivenFile PageHandOver::Make() {
         Packed_.push_back({each.Name, each.Bytes, each.Records, each.Sha256});
     }
     ZipName_ = given.Name;
-    given.Words = Counted(records, "record") + " in " + Counted(Packed_.size(), "file") + ", " + SizeOf(result.Bytes);
+    given.Words = Counted(records, "record") + " in " + Counted(Packed_.size(), "file");
     return given;
 }
 
@@ -107,14 +102,13 @@ PageHandOver::Report PageHandOver::TakeIn(const std::string& name, std::string_v
     ImportZip({.Program = {}, .Root = Root_, .Journal = {}, .Zip = zip.Path, .IsForPeople = true, .Errors = &errors},
               Device_, told);
     std::string lines = WithoutScratch(told.str());
-    Report report{"Nothing is taken in.", WithoutScratch(errors.str())};
-    if (!lines.empty()) { // the last one is on the whole
-        lines.pop_back();
-        const std::size_t last = lines.rfind('\n') + 1; // npos + 1 is 0
-        report.Title = lines.substr(last);
-        report.Words += (report.Words.empty() ? "" : "\n") + lines.substr(0, last);
-    }
-    return report;
+    const std::string warnings = WithoutScratch(errors.str());
+    if (lines.empty())
+        return {"Nothing is taken in.", warnings};
+    lines.pop_back();
+    const std::size_t last = lines.rfind('\n') + 1; // the line on the whole; npos + 1 is 0
+    return {"Take in " + name,
+            lines.substr(last) + "\n\n" + warnings + (warnings.empty() ? "" : "\n") + lines.substr(0, last)};
 }
 
 std::string PageHandOver::MakeScratch() const {

@@ -31,8 +31,8 @@ public:
 
     /// What has become of a zip file that came in.
     struct Report {
-        std::string Title; ///< the result in one sentence
-        std::string Words; ///< what a person must know, and a line for each file and each record that differs
+        std::string Title;
+        std::string Words; ///< the result, what a person must know, and each file and each record that differs
     };
     Report TakeIn(const std::string& name, std::string_view bytes);
 

@@ -11,6 +11,12 @@ function buttonOf(text, choose, look = '') {
   return button;
 }
 
+/// The question stands behind what it is about, which may be long: it is seen all the same.
+function withoutQuestion(words) {
+  const end = words.lastIndexOf('\n\n');
+  return end < 0 ? [words, ''] : [words.slice(0, end), words.slice(end + 2)];
+}
+
 export class Exchange {
   constructor(send, more) {
     this.send = send;
@@ -90,7 +96,7 @@ export class Exchange {
     this.dialog = document.createElement('dialog');
     this.dialog.id = 'told';
     this.dialog.setAttribute('aria-labelledby', 'toldtitle');
-    this.dialog.innerHTML = '<h1 id="toldtitle"></h1><p tabindex="0"></p><div class="answers"></div>';
+    this.dialog.innerHTML = '<h1 id="toldtitle"></h1><p tabindex="0"></p><p class="question"></p><div class="answers"></div>';
     this.dialog.addEventListener('cancel', (event) => {
       event.preventDefault();
       this.reply(false);
@@ -103,7 +109,10 @@ export class Exchange {
     this.shown = dialog?.id;
     if (!dialog) return this.dialog.close();
     this.dialog.querySelector('h1').textContent = dialog.title;
-    this.dialog.querySelector('p').textContent = dialog.words;
+    const [words, question] = dialog.asks ? withoutQuestion(dialog.words) : [dialog.words, ''];
+    this.dialog.querySelector('p').textContent = words;
+    this.dialog.querySelector('.question').textContent = question;
+    this.dialog.querySelector('.question').hidden = question === '';
     const answers = dialog.asks ? [['Yes', true], ['No', false]] : [['OK', false]];
     const buttons = answers.map(([text, yes]) => buttonOf(text, () => this.reply(yes), yes ? '' : 'usual'));
     this.dialog.querySelector('.answers').replaceChildren(...buttons);

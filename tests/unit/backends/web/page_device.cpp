@@ -55,11 +55,15 @@ void PageDevice::Start() {
     Send({});
 }
 
-void PageDevice::Send(const std::vector<std::string>& lines) {
+void PageDevice::Write(const std::vector<std::string>& lines) {
     for (const std::string& line : lines) {
         const std::string bytes = line + "\n";
         ASSERT_EQ(::write(Pipe_[1], bytes.data(), bytes.size()), static_cast<ssize_t>(bytes.size()));
     }
+}
+
+void PageDevice::Send(const std::vector<std::string>& lines) {
+    Write(lines);
     Platform.loop.HandleDue();
     Platform.loop.PassTime(200);
 }

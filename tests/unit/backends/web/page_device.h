@@ -28,6 +28,8 @@ public:
     /// Puts a driver with the fields Place and Count and one empty download into the data folder.
     void PutDriver() const;
     void Start();
+    /// Sends lines of the page.
+    void Write(const std::vector<std::string>& lines);
     /// Sends lines of the page, and lets the program handle them and 200 ms pass.
     void Send(const std::vector<std::string>& lines);
     /// Chooses an item of the menus, as the page shows it.
