@@ -48,6 +48,8 @@ public:
     /// Tells a problem: at once to the log, and to the person in the next step.
     void Tell(const Text& problem);
     void DropAll() { Waiting_.DropAll(); }
+    /// True if something waits, or has to be told.
+    bool Any() const { return Waiting_.Any() || !Problems_.empty(); }
     /// Returns what is offered while something is in the way; empty if nothing is, or nothing waits. `isAsked`: a
     /// message box is open.
     Text Offer(bool isAsked) const;

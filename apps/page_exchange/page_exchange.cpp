@@ -120,7 +120,7 @@ void PageExchange::TakeZipIn() {
     const PageHandOver::Report report = HandOver_.TakeIn(modStringTools::ToBytes(file.Name), file.Bytes);
     SeenScreen_ = 0; // look anew
     WasOpen_ = true;
-    Open({.Title = report.Title, .Words = report.Words});
+    Open({.Title = report.Title, .Words = report.Words, .BeginsAnew = report.IsBegun});
 }
 
 // --- files that go out -----------------------------------------------------------------------------------------------
@@ -242,7 +242,8 @@ bool PageExchange::RaiseWhatIsPending() {
         dialog = {{"id", Dialog_->Number},
                   {"title", Utf8(FromBytes(Dialog_->Title))},
                   {"words", Utf8(FromBytes(Dialog_->Words))},
-                  {"asks", Dialog_->Asks}};
+                  {"asks", Dialog_->Asks},
+                  {"anew", Dialog_->BeginsAnew}};
     std::string state = TextOf({{"offer", Utf8(WhatWaits())},
                                 {"dialog", dialog},
                                 {"download", Utf8(FromBytes(Download_.Title()))},
@@ -275,7 +276,7 @@ void PageExchange::StepOnFreeScreen() {
         ZipGiven_ = *request;
         GiveFile(*request, HandOver_.Make());
     }
-    if (Zip_)
+    if (Zip_ && !Led_.Any())
         TakeZipIn();
     LookAtScreen();
     RaiseWhatIsPending();

@@ -44,6 +44,7 @@ private:
         std::string Title;
         std::string Words;
         bool Asks = false;
+        bool BeginsAnew = false; ///< the page is loaded anew: its spare files may be used up
         std::function<void(bool)> Answered = {};
     };
     struct Row {

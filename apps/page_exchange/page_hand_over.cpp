@@ -29,6 +29,8 @@ std::string Counted(std::uint64_t count, const std::string& one) {
     return std::to_string(count) + " " + one + (count == 1 ? "" : "s");
 }
 
+constexpr const char* Nothing = "Nothing is taken in.";
+
 /// Removes the file when it is done with.
 class PassingFile {
 public:
@@ -94,21 +96,22 @@ std::string PageHandOver::Remember() const {
 
 PageHandOver::Report PageHandOver::TakeIn(const std::string& name, std::string_view bytes) {
     if (std::string why = MakeScratch(); !why.empty())
-        return {"Nothing is taken in.", why};
+        return {.Title = Nothing, .Words = why};
     const PassingFile zip(Scratch_ + "/" + backends::NameOf(name));
     if (!(std::ofstream(zip.Path, std::ios::binary) << bytes).flush())
-        return {"Nothing is taken in.", "There is no room for " + name + "."};
+        return {.Title = Nothing, .Words = "There is no room for " + name + "."};
     std::ostringstream told, errors;
     ImportZip({.Program = {}, .Root = Root_, .Journal = {}, .Zip = zip.Path, .IsForPeople = true, .Errors = &errors},
               Device_, told);
     std::string lines = WithoutScratch(told.str());
     const std::string warnings = WithoutScratch(errors.str());
     if (lines.empty())
-        return {"Nothing is taken in.", warnings};
+        return {.Title = Nothing, .Words = warnings};
     lines.pop_back();
     const std::size_t last = lines.rfind('\n') + 1; // the line on the whole; npos + 1 is 0
-    return {"Take in " + name,
-            lines.substr(last) + "\n\n" + warnings + (warnings.empty() ? "" : "\n") + lines.substr(0, last)};
+    return {.Title = "Take in " + name,
+            .Words = lines.substr(last) + "\n\n" + warnings + (warnings.empty() ? "" : "\n") + lines.substr(0, last),
+            .IsBegun = true};
 }
 
 std::string PageHandOver::MakeScratch() const {

@@ -31,8 +31,9 @@ public:
 
     /// What has become of a zip file that came in.
     struct Report {
-        std::string Title;
-        std::string Words; ///< the result, what a person must know, and each file and each record that differs
+        std::string Title = {};
+        std::string Words = {}; ///< the result, what a person must know, and each file and each record that differs
+        bool IsBegun = false;   ///< false: nothing was changed
     };
     Report TakeIn(const std::string& name, std::string_view bytes);
 

@@ -38,6 +38,13 @@ const close = (form) => {
 const told = (form) => form.page.locator('#told p').first();
 const confirm = (form) => form.page.locator('#told').getByText('OK').click();
 
+/// After an import the page begins anew.
+async function confirmImport(form) {
+  await Promise.all([form.page.waitForEvent('load'), confirm(form)]);
+  await form.page.locator('#form').waitFor({ state: 'visible' });
+  await form.page.evaluate(() => { delete window.showSaveFilePicker; });
+}
+
 async function textIn(place, part) {
   await place.filter({ hasText: part }).waitFor();
   return place.textContent();
@@ -225,7 +232,7 @@ test('a zip comes in, and its report is told in full', async () => {
   assert.match(words, /drivers.txt is taken in/);
   assert.match(words, /^\d+ files of data.zip taken in, 0 were there already/);
   assert.equal(await second.page.locator('#toldtitle').textContent(), 'Take in data.zip');
-  await confirm(second);
+  await confirmImport(second);
   await openFirstDownload(second);
   await second.untilShown('to keep');
   await remark(second, 'changed');
@@ -293,7 +300,7 @@ test('a hand-over is offered until it was made', async () => {
 test('a download is saved as quorin-export writes it', async () => {
   const form = await opened();
   await form.give('Take in a zip…', { name: 'data.zip', buffer: await zipOfReadings() });
-  await confirm(form);
+  await confirmImport(form);
   await openFirstDownload(form);
   await form.untilShown('Remark');
   const out = form.page.locator('#out');
@@ -335,6 +342,19 @@ async function zipOfReadings() {
 }
 
 const valueOf = (name, i) => ({ Moisture: `${(i * 7) % 40}.${i % 10} %`, Temperature: `${15 + (i % 9)}.5 C`, Remark: `round "${i}", wall` })[name] ?? '';
+
+test('a line database goes out as it is', async () => {
+  const form = await opened({ query: '?device=palm' });
+  await form.openClimate();
+  await form.chooseMore('the download…');
+  await form.page.locator('#out label', { hasText: 'The line database as it is' }).click();
+  await textIn(form.page.locator('#out p'), 'qrn0001.sqlite');
+  const { name, bytes } = await saved(form);
+  assert.equal(name, 'qrn0001.sqlite');
+  assert.equal(bytes.subarray(0, 15).toString(), 'SQLite format 3');
+  assert.match(bytes.toString('latin1'), /Moisture\|/);
+  await close(form);
+});
 
 test('the browser saves where a person chooses', async () => {
   const form = await opened();

@@ -107,6 +107,7 @@ export class Exchange {
   drawDialog(dialog) {
     if (dialog?.id === this.shown) return;
     this.shown = dialog?.id;
+    this.beginsAnew = dialog?.anew;
     if (!dialog) return this.dialog.close();
     this.dialog.querySelector('h1').textContent = dialog.title;
     const [words, question] = dialog.asks ? withoutQuestion(dialog.words) : [dialog.words, ''];
@@ -121,6 +122,7 @@ export class Exchange {
   }
 
   reply(yes) {
+    if (this.beginsAnew) return location.reload(); // with new spare files for the program
     if (this.shown !== undefined) this.send('reply', { item: this.shown, yes });
   }
 }
