@@ -214,7 +214,7 @@ Text PageExchange::WhatWaits() const {
 void PageExchange::RaiseNotices() {
     companion::Notices& notices = Page_.onlooker.notices;
     const bool isStart = companion::IsStartScreen();
-    if (isStart && !HasDriver_ && !HintWasSeen_)
+    if (isStart && HasDriver_ == false && !HintWasSeen_)
         notices.Raise(HintOfNow());
     else
         notices.Withdraw(companion::AboutHint);
@@ -248,7 +248,7 @@ bool PageExchange::RaiseWhatIsPending() {
                                 {"dialog", dialog},
                                 {"download", Utf8(FromBytes(Download_.Title()))},
                                 {"formats", formats},
-                                {"driver", HasDriver_}});
+                                {"driver", HasDriver_.value_or(false)}});
     if (state != Shown_)
         Says(Shown_ = std::move(state));
     return false;

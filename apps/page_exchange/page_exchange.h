@@ -88,8 +88,8 @@ private:
     std::optional<std::int32_t> ZipGoes_; ///< the number of the request for the zip file
     std::int32_t ZipGiven_ = 0;           ///< the number of the request that has got it
     modQuorin::ScreenId SeenScreen_ = 0;  ///< a free one, when it was looked at last; 0 for none
-    bool HasDriver_ = true;
-    bool WasOpen_ = true; ///< a download, since the records were counted last
+    std::optional<bool> HasDriver_;       ///< once it was looked for
+    bool WasOpen_ = true;                 ///< a download, since the records were counted last
     std::uint64_t NotHandedOver_ = 0;
     bool HintWasSeen_ = false;
     std::string Shown_;

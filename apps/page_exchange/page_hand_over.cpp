@@ -3,6 +3,7 @@
 
 #include "apps/hand_over/archive_run.h"
 #include "apps/hand_over/hand_over_run.h"
+#include "apps/start/exit_status.h"
 #include "backends/files/folder_names.h"
 #include "backends/files/host_files.h"
 #include "backends/files/plain_file.h"
@@ -101,10 +102,13 @@ PageHandOver::Report PageHandOver::TakeIn(const std::string& name, std::string_v
     if (!(std::ofstream(zip.Path, std::ios::binary) << bytes).flush())
         return {.Title = Nothing, .Words = "There is no room for " + name + "."};
     std::ostringstream told, errors;
-    ImportZip({.Program = {}, .Root = Root_, .Journal = {}, .Zip = zip.Path, .IsForPeople = true, .Errors = &errors},
-              Device_, told);
+    const start::ExitStatus status = ImportZip(
+        {.Program = {}, .Root = Root_, .Journal = {}, .Zip = zip.Path, .IsForPeople = true, .Errors = &errors}, Device_,
+        told);
     std::string lines = WithoutScratch(told.str());
-    const std::string warnings = WithoutScratch(errors.str());
+    std::string warnings = WithoutScratch(errors.str());
+    if (status == start::ExitStatus::Failure)
+        warnings += "Take it in again after OK: the page gets room for some 90 new files each time it is loaded.\n";
     if (lines.empty())
         return {.Title = Nothing, .Words = warnings};
     lines.pop_back();

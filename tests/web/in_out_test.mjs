@@ -2,7 +2,7 @@
 // What comes in and goes out by the page, in Chromium: node --test tests/web/in_out_test.mjs
 import assert from 'node:assert/strict';
 import { execFileSync } from 'node:child_process';
-import { mkdtempSync, readFileSync, rmSync, writeFileSync } from 'node:fs';
+import { mkdirSync, mkdtempSync, readFileSync, rmSync, writeFileSync } from 'node:fs';
 import { tmpdir } from 'node:os';
 import { join } from 'node:path';
 import { after, before, test } from 'node:test';
@@ -153,6 +153,7 @@ test('what is wrong with a driver is shown, and asked', async () => {
   await form.give('Install a driver…', bad);
   const words = await textIn(told(form), 'Something is wrong with bad.qvd');
   assert.match(words, /line \d+, column \d+: .*NOSUCH/);
+  assert.equal(await form.page.locator('#told .question').textContent(), 'Install it all the same?');
   await form.page.getByRole('button', { name: 'No', exact: true }).click();
   await form.page.locator('#told').waitFor({ state: 'hidden' });
   await form.give('Install a driver…', bad);
@@ -252,6 +253,33 @@ async function openFirstDownload(form) {
   await form.choose('Ok');
   await form.choose('Open');
 }
+
+/// A page has a hundred spare files a start.
+test('a zip with many files comes in by two steps', async () => {
+  const root = join(folder, 'many');
+  const put = (name, text) => writeFileSync(join(root, 'Quorin', name), text);
+  mkdirSync(join(root, 'Quorin'), { recursive: true });
+  const names = Array.from({ length: 150 }, (_, i) => `qrn${String(i + 1).padStart(4, '0')}.txt`);
+  put('drivers.txt', 'NAME|INFFILE\nMeter|meter.txt\n');
+  put('meter.txt', 'FIELDNAME|VISIBLE|COPY|BLOB|DISPLAY|CSVNAME|DATATYPE|FORMULA\nPlace|1||||||\n');
+  put('qrnctrl.txt', ['DRIVER|FILE|DATE|ALIAS', ...names.map((name) => `Meter|${name}|20260101|`), ''].join('\n'));
+  names.forEach((name) => put(name, 'Place\nwall\n'));
+  const path = join(folder, 'many.zip');
+  execFileSync(join(bin, 'quorin-console'), ['--no-journal', '--root', root, '--export', path]);
+  const zip = { name: 'many.zip', buffer: readFileSync(path) };
+  const form = await opened();
+  await form.drop(zip);
+  assert.match(await textIn(told(form), 'failed'), /not everything is taken in.*\nTake it in again after OK/);
+  await confirmImport(form);
+  await form.drop(zip);
+  assert.match(await textIn(told(form), 'failed'), /, 0 differ and were left, 0 failed;/);
+  await confirmImport(form);
+  await form.choose('Start...');
+  await form.untilShown('Meter');
+  await form.choose('Ok');
+  await form.untilShown(names[0]);
+  await close(form);
+});
 
 test('a zip waits until the record is done', async () => {
   const form = await opened();

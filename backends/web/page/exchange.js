@@ -22,7 +22,7 @@ export class Exchange {
     this.send = send;
     this.in = new FilesIn(send);
     this.out = new FilesOut(send);
-    this.state = { offer: '', dialog: null, download: '', formats: [], driver: true };
+    this.state = { offer: '', dialog: null, download: '', formats: [], driver: false };
     this.makeOffer();
     this.makeDialog();
     more.add('Install a driver…', () => this.chooseDriver());

@@ -123,6 +123,11 @@ protected:
     int Requests = 0;
 };
 
+class AtAnEmptyPage : public AtThePage {
+protected:
+    void SetUp() override { Begin(); }
+};
+
 // --- drivers ---------------------------------------------------------------------------------------------------------
 
 TEST_F(AtThePage, APackageInPartsIsInstalled) {
@@ -133,6 +138,20 @@ TEST_F(AtThePage, APackageInPartsIsInstalled) {
     EXPECT_GE(Wants.size(), 3U);
     EXPECT_THAT(Device.Folder.Bytes("Quorin/drivers.txt"), HasSubstr("Climate Meter|"));
     EXPECT_EQ(Device.Folder.Bytes("Quorin/climate.qvd"), package);
+}
+
+TEST_F(AtAnEmptyPage, TheSampleIsOfferedUntilThereIsADriver) {
+    EXPECT_THAT(Notices(), Contains("No driver is installed yet."));
+    EXPECT_EQ(State["driver"], false);
+    Send({{"kind", "offer"}, {"words", "sample"}});
+    EXPECT_THAT(Device.Folder.Bytes("Quorin/drivers.txt"), HasSubstr("Climate Meter|"));
+    EXPECT_THAT(Notices(), testing::Not(Contains("No driver is installed yet.")));
+    EXPECT_EQ(State["driver"], true);
+}
+
+TEST_F(AtAnEmptyPage, TheOfferOfTheSampleCanBeDismissed) {
+    Send({{"kind", "offer"}, {"words", "nohints"}});
+    EXPECT_THAT(Notices(), testing::Not(Contains("No driver is installed yet.")));
 }
 
 TEST_F(AtThePage, AFileThatIsTooLargeIsNotAskedFor) {
