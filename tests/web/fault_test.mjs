@@ -4,10 +4,9 @@
 import assert from 'node:assert/strict';
 import { after, before, test } from 'node:test';
 import { fileURLToPath } from 'node:url';
-import { FormOnPage, sample, startBrowser } from './support/form_on_page.mjs';
+import { FormOnPage, startBrowser } from './support/form_on_page.mjs';
 
 const FakeSerial = fileURLToPath(new URL('support/fake_serial.js', import.meta.url));
-const Package = { path: '/data/Quorin/climate.qvd', bytes: sample('climate.qvd') };
 
 let chromium;
 before(async () => { chromium = await startBrowser(); });
@@ -30,7 +29,7 @@ async function openFirst(form) {
 }
 
 test('a tab that is closed in a question loses nothing', async () => {
-  const form = await FormOnPage.open(chromium, { files: [Package] });
+  const form = await FormOnPage.open(chromium);
   await form.openClimate();
   await typed(form, 'kept');
   await form.choose('New Record');
@@ -38,7 +37,6 @@ test('a tab that is closed in a question loses nothing', async () => {
   await form.choose('Previous Record');
   await form.choose('Delete Record');
   await form.until((mirror) => mirror.box?.asks, 'the question');
-  await form.page.evaluate(() => { window.filesOfTest = []; });
   const page = await form.page.context().newPage();
   await form.page.close();
   await page.goto(chromium.address);
@@ -50,7 +48,7 @@ test('a tab that is closed in a question loses nothing', async () => {
 });
 
 test('a full quota is told, and the record comes back', async () => {
-  const form = await FormOnPage.open(chromium, { files: [Package] });
+  const form = await FormOnPage.open(chromium);
   await form.openClimate();
   await typed(form, 'before');
   await form.choose('New Record');
@@ -77,7 +75,7 @@ test('a full quota is told, and the record comes back', async () => {
 });
 
 test('a page that was frozen takes readings again', async () => {
-  const form = await FormOnPage.open(chromium, { files: [Package], scripts: [FakeSerial] });
+  const form = await FormOnPage.open(chromium, { scripts: [FakeSerial] });
   await form.openClimate();
   await form.page.locator('#link').click();
   await form.page.locator('#ports button', { hasText: 'Use this one' }).first().click();

@@ -102,7 +102,7 @@ test('the form follows the size of the page', async () => {
 });
 
 test('a larger form is kept, as far as it fits', async () => {
-  const form = await opened({ ...Phone, files: [Package] });
+  const form = await opened(Phone);
   const width = async () => (await form.mirror()).form[0];
   const before = await width();
   const pick = async (text) => {
@@ -173,14 +173,13 @@ test('a page with a record that is not saved asks before it goes', async () => {
 
 /// A page whose tab has gone while a record on it was not saved, opened again.
 async function withDraft() {
-  const form = await opened({ files: [Package] });
+  const form = await opened({});
   await form.openClimate();
   await form.click('Remark', 600);
   await form.page.locator('#field input').fill('not saved');
   await form.page.keyboard.press('Enter');
   await form.until((mirror) => mirror.unsaved, 'a changed record');
   await form.page.waitForTimeout(2500); // a draft is written when a record has not changed for a second
-  await form.page.evaluate(() => { window.filesOfTest = []; });
   const page = await form.page.context().newPage();
   await form.page.close();
   const again = new FormOnPage(page);
