@@ -124,6 +124,8 @@ test('a larger form is kept, as far as it fits', async () => {
 
 test('a phone that lies has its menus beside the form', async () => {
   const form = await opened({ ...Phone, viewport: { width: 740, height: 360 } });
+  await form.page.locator('#notice').getByText('Not now').click();
+  await form.page.locator('#notice').waitFor({ state: 'hidden' });
   const menu = await form.page.locator('#menus').boundingBox();
   const shown = await form.page.locator('#form').boundingBox();
   const state = await form.page.locator('#state').boundingBox();

@@ -36,7 +36,7 @@ const close = (form) => {
   return form.page.context().close();
 };
 const told = (form) => form.page.locator('#told p').first();
-const confirm = (form) => form.page.locator('#told').getByText('OK').click();
+const confirm = (form) => form.page.locator('#told').getByRole('button', { name: 'OK' }).click();
 
 /// After an import the page begins anew.
 async function confirmImport(form) {
