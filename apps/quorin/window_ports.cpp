@@ -3,6 +3,7 @@
 
 #include "backends/files/folder_names.h"
 #include "backends/linux/port_names.h"
+#include "backends/serial/byte_sources.h"
 #include "companion/words.h"
 #include "src/link/ports.h"
 #include "src/link/receive.h"
@@ -24,6 +25,19 @@ constexpr auto BetweenLooks = std::chrono::seconds(2);
 
 std::string PinName(std::int32_t number) {
     return "Pin" + std::to_string(number);
+}
+
+/// A path that depends on the folder of a start would mean another device in the next run.
+std::string WhyNotUsable(const std::string& typed) {
+    const backends::AddressReading read = backends::ReadAddress(typed);
+    if (!read.Address)
+        return typed + " " + read.Error + ".";
+    if (const std::string missing = backends::WhyNotBuilt(*read.Address); !missing.empty())
+        return missing + ".";
+    if (read.Address->Kind == backends::AddressKind::Path && typed.front() != '/')
+        return "The path of a device begins with a slash, such as /dev/rfcomm0. Other addresses begin with tcp: or "
+               "exec:.";
+    return {};
 }
 
 bool AreOneDevice(const std::string& path, const std::string& other) {
@@ -77,6 +91,8 @@ void WindowPorts::OpenDialog() {
                             .Survey = [this] { return Rows(); },
                             .Names = [this] { return Names(); },
                             .Use = [this](const companion::PortChoice& choice) { Use(choice); },
+                            .WhyNotUsable = WhyNotUsable,
+                            .Forget = [this](std::int32_t number) { Forget(number); },
                             .Listen = [this](const std::vector<std::string>& paths) { Probe_.Start(paths); },
                             .Heard = [this] { return Probe_.Counts(); },
                         },
@@ -86,6 +102,11 @@ void WindowPorts::OpenDialog() {
 
 /// A link that is open with another device is dropped as if that had been unplugged: the next tick opens the chosen
 /// one.
+void WindowPorts::DropOther(const std::string& address) {
+    if (Device_.serial.PortOpen() && !AreOneDevice(Device_.serial.Address(), address))
+        Device_.serial.Drop();
+}
+
 void WindowPorts::Use(const companion::PortChoice& choice) {
     const backends::AddressReading read = backends::ReadAddress(choice.Address);
     if (!read.Address)
@@ -93,9 +114,14 @@ void WindowPorts::Use(const companion::PortChoice& choice) {
     Device_.host.ports.Pin(choice.Number, *read.Address);
     Settings_.Save(PinName(choice.Number), choice.Address);
     modQuorin::SaveSetting(u"ComPort", u"Com" + modStringTools::NumberText(choice.Number));
-    if (Device_.serial.PortOpen() && !AreOneDevice(Device_.serial.Address(), choice.Address))
-        Device_.serial.Drop();
+    DropOther(choice.Address);
     WithdrawOffer();
+}
+
+void WindowPorts::Forget(std::int32_t number) {
+    Device_.host.ports.Unpin(number);
+    Settings_.Save(PinName(number), "");
+    DropOther(ChosenDevice());
 }
 
 bool WindowPorts::IsOfUse(const std::string& path) const {

@@ -53,6 +53,8 @@ private:
     std::vector<std::string> Names() const;
     std::string ChosenDevice() const;
     void Use(const companion::PortChoice& choice);
+    void Forget(std::int32_t number);
+    void DropOther(const std::string& address);
     void OfferArrival(const std::vector<std::string>& adapters);
     void OfferBoardPort(const std::vector<std::string>& adapters);
     void Offer(const std::string& path, const Text& words);

@@ -7,6 +7,7 @@
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QShortcut>
+#include <QSignalBlocker>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -49,6 +50,11 @@ bool CanBeHeard(const PortRow& row) {
     return row.State == PortState::Ready;
 }
 
+bool IsPinned(const PortRow& row) {
+    return std::any_of(row.Numbers.begin(), row.Numbers.end(),
+                       [](const companion::PortName& name) { return name.Pinned; });
+}
+
 } // namespace
 
 PortsDialog::PortsDialog(PortsOfMachine machine, QWidget& form)
@@ -71,6 +77,7 @@ PortsDialog::PortsDialog(PortsOfMachine machine, QWidget& form)
     Details_->setWordWrap(true);
     Details_->setTextInteractionFlags(Qt::TextSelectableByMouse);
     column->addWidget(Details_);
+    MakeAddressLine();
     MakeButtons();
     Changes_ = new QTimer(this);
     Changes_->setInterval(LookInterval);
@@ -78,7 +85,10 @@ PortsDialog::PortsDialog(PortsOfMachine machine, QWidget& form)
     Hearing_->setInterval(CountInterval);
     QObject::connect(Changes_, &QTimer::timeout, this, [this] { LookForChanges(); });
     QObject::connect(Hearing_, &QTimer::timeout, this, [this] { ShowHeard(); });
-    QObject::connect(List_, &QTreeWidget::currentItemChanged, this, [this] { ShowDetails(); });
+    QObject::connect(List_, &QTreeWidget::currentItemChanged, this, [this] {
+        Said_.clear();
+        ShowDetails();
+    });
     // Not "activated": on some desktops that is a single click, which only selects here.
     QObject::connect(List_, &QTreeWidget::itemDoubleClicked, this, [this] { UseSelected(); });
     for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter}) {
@@ -88,6 +98,31 @@ PortsDialog::PortsDialog(PortsOfMachine machine, QWidget& form)
     auto* const escape = new QShortcut(QKeySequence(Qt::Key_Escape), this);
     QObject::connect(escape, &QShortcut::activated, this, [this] { close(); });
     resize(100 * List_->fontMetrics().averageCharWidth(), 18 * List_->fontMetrics().height());
+}
+
+/// For what is in no list: a device that is not there yet, a listener elsewhere, a command.
+void PortsDialog::MakeAddressLine() {
+    auto* const row = new QHBoxLayout;
+    auto* const label = new QLabel(QStringLiteral("&Another address:"), this);
+    Address_ = new QLineEdit(this);
+    Address_->setObjectName(QStringLiteral("portAddress"));
+    Address_->setPlaceholderText(QStringLiteral("/dev/rfcomm3, tcp:HOST:PORT or exec:COMMAND"));
+    label->setBuddy(Address_);
+    UseAddress_ = new QPushButton(QStringLiteral("Use this address"), this);
+    UseAddress_->setObjectName(QStringLiteral("useAddress"));
+    row->addWidget(label);
+    row->addWidget(Address_, 1);
+    row->addWidget(UseAddress_);
+    AddressTrouble_ = new QLabel(this);
+    AddressTrouble_->setObjectName(QStringLiteral("addressTrouble"));
+    AddressTrouble_->setTextFormat(Qt::PlainText);
+    AddressTrouble_->setWordWrap(true);
+    static_cast<QVBoxLayout*>(layout())->addLayout(row);
+    layout()->addWidget(AddressTrouble_);
+    QObject::connect(Address_, &QLineEdit::textChanged, this, [this] { JudgeAddress(); });
+    QObject::connect(Address_, &QLineEdit::returnPressed, this, [this] { UseAddress(); });
+    QObject::connect(UseAddress_, &QPushButton::clicked, this, [this] { UseAddress(); });
+    JudgeAddress();
 }
 
 void PortsDialog::MakeButtons() {
@@ -100,10 +135,13 @@ void PortsDialog::MakeButtons() {
     Listen_->setAccessibleDescription(AboutListening);
     Copy_ = new QPushButton(QStringLiteral("&Copy the command"), this);
     Copy_->setObjectName(QStringLiteral("copyRemedy"));
+    Forget_ = new QPushButton(QStringLiteral("&Forget the pin"), this);
+    Forget_->setObjectName(QStringLiteral("forgetPin"));
+    Forget_->setToolTip(QStringLiteral("The name goes by the rule again: the first adapter is Com1."));
     auto* const done = new QPushButton(QStringLiteral("Close"), this);
-    for (QPushButton* const button : {Use_, Listen_, Copy_, done})
+    for (QPushButton* const button : {Use_, Listen_, Copy_, Forget_, done})
         row->addWidget(button);
-    row->insertStretch(3);
+    row->insertStretch(4);
     static_cast<QVBoxLayout*>(layout())->addLayout(row);
     QObject::connect(Use_, &QPushButton::clicked, this, [this] { UseSelected(); });
     QObject::connect(Listen_, &QPushButton::clicked, this, [this] { StartListening(); });
@@ -111,10 +149,12 @@ void PortsDialog::MakeButtons() {
         if (const int at = Selected(); at >= 0)
             QApplication::clipboard()->setText(Shown(Rows_[static_cast<std::size_t>(at)].Trouble.Command));
     });
+    QObject::connect(Forget_, &QPushButton::clicked, this, [this] { ForgetSelected(); });
     QObject::connect(done, &QPushButton::clicked, this, [this] { close(); });
 }
 
 void PortsDialog::Open() {
+    Said_.clear();
     if (!isVisible())
         Survey();
     show();
@@ -151,6 +191,7 @@ void PortsDialog::Survey() {
 /// The selected port stays selected.
 void PortsDialog::ShowRows() {
     const QString selected = List_->currentItem() == nullptr ? QString() : List_->currentItem()->text(0);
+    const QSignalBlocker bySurvey(List_);
     List_->clear();
     for (const PortRow& row : Rows_) {
         auto* const item = new QTreeWidgetItem(List_, {Shown(row.Path), Shown(companion::ProductOf(row.Name)),
@@ -188,9 +229,10 @@ void PortsDialog::ShowDetails() {
     const PortRow row = isRow ? Rows_[static_cast<std::size_t>(at)] : PortRow{};
     const QString trouble = Shown(row.Trouble.Reason + (row.Trouble.Remedy.empty() ? "" : " " + row.Trouble.Remedy));
     const QString words = row.State == PortState::Untried ? AboutBoard : trouble;
-    Details_->setText(Rows_.empty() ? NoPort : words);
+    Details_->setText(!Said_.isEmpty() ? Said_ : Rows_.empty() ? NoPort : words);
     Use_->setEnabled(isRow && CanBeUsed(row));
     Copy_->setVisible(!row.Trouble.Command.empty());
+    Forget_->setVisible(IsPinned(row));
     bool anyCanBeHeard = false;
     for (const PortRow& each : Rows_)
         anyCanBeHeard = anyCanBeHeard || CanBeHeard(each);
@@ -204,6 +246,39 @@ void PortsDialog::UseSelected() {
     StopListening(); // otherwise the form could not open the port
     Machine_.Use(companion::ChoiceOf(Rows_, static_cast<std::size_t>(at)));
     close();
+}
+
+void PortsDialog::JudgeAddress() {
+    const std::string typed = Address_->text().trimmed().toStdString();
+    const std::string trouble = typed.empty() ? std::string() : Machine_.WhyNotUsable(typed);
+    AddressTrouble_->setText(Shown(trouble));
+    AddressTrouble_->setVisible(!trouble.empty());
+    UseAddress_->setEnabled(!typed.empty() && trouble.empty());
+}
+
+void PortsDialog::UseAddress() {
+    if (!UseAddress_->isEnabled())
+        return;
+    StopListening(); // otherwise the form could not open the port
+    Machine_.Use(companion::ChoiceOfAddress(Rows_, Address_->text().trimmed().toStdString()));
+    Address_->clear();
+    close();
+}
+
+/// The pinned numbers of the row stand for what the rule says again.
+void PortsDialog::ForgetSelected() {
+    const int at = Selected();
+    if (at < 0)
+        return;
+    const std::vector<companion::PortName> numbers = Rows_[static_cast<std::size_t>(at)].Numbers;
+    for (const companion::PortName& name : numbers)
+        if (name.Pinned)
+            Machine_.Forget(name.Number);
+    Survey();
+    for (const companion::PortName& name : numbers)
+        if (name.Pinned)
+            Said_ += (Said_.isEmpty() ? "" : " ") + Shown(companion::ForgottenText(Rows_, name.Number));
+    ShowDetails();
 }
 
 void PortsDialog::StartListening() {

@@ -30,6 +30,8 @@ public:
     std::optional<PortTarget> Find(std::int32_t number) override;
     /// From the next opening on, this number stands for this address.
     void Pin(std::int32_t number, const PortAddress& address) { Paths_.Pinned[number] = address; }
+    /// From the next opening on, this number stands for what the search finds.
+    void Unpin(std::int32_t number) { Paths_.Pinned.erase(number); }
     const std::map<std::int32_t, PortAddress>& Pinned() const { return Paths_.Pinned; }
     /// Returns what a number stands for now: its pin, else what the search finds, whose path is empty if there is no
     /// device; nothing for a port that is simulated.

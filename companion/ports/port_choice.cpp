@@ -25,12 +25,35 @@ std::int32_t LowestFree(const std::vector<PortRow>& rows) {
     return number;
 }
 
+bool IsCalled(const PortRow& row, const std::string& address) {
+    return row.Path == address || std::find(row.Links.begin(), row.Links.end(), address) != row.Links.end();
+}
+
+bool HasNumber(const PortRow& row, std::int32_t number) {
+    return std::any_of(row.Numbers.begin(), row.Numbers.end(),
+                       [number](const PortName& name) { return name.Number == number; });
+}
+
 } // namespace
 
 PortChoice ChoiceOf(const std::vector<PortRow>& rows, std::size_t row) {
     const PortRow& chosen = rows[row];
     return {chosen.Numbers.empty() ? LowestFree(rows) : NumberOf(chosen),
             chosen.Links.empty() ? chosen.Path : chosen.Links.front()};
+}
+
+PortChoice ChoiceOfAddress(const std::vector<PortRow>& rows, const std::string& address) {
+    const auto row =
+        std::find_if(rows.begin(), rows.end(), [&address](const PortRow& each) { return IsCalled(each, address); });
+    return {row == rows.end() || row->Numbers.empty() ? LowestFree(rows) : NumberOf(*row), address};
+}
+
+std::string ForgottenText(const std::vector<PortRow>& rows, std::int32_t number) {
+    const auto row =
+        std::find_if(rows.begin(), rows.end(), [number](const PortRow& each) { return HasNumber(each, number); });
+    const std::string name = "Com" + std::to_string(number);
+    return name + " is not pinned any more: " +
+           (row == rows.end() ? "there is no port for it now." : "it is " + row->Path + " now.");
 }
 
 std::string ProductOf(const DeviceName& name) {

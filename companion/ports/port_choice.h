@@ -23,6 +23,12 @@ struct PortChoice {
 /// Returns the choice of a row: with the number that it has already, the pinned one first, else with the lowest number
 /// that no row has.
 PortChoice ChoiceOf(const std::vector<PortRow>& rows, std::size_t row);
+/// Returns the choice of an address that a person has typed: with the number of the row that has it already, by its
+/// path or by another name of it, else with the lowest number that no row has.
+PortChoice ChoiceOfAddress(const std::vector<PortRow>& rows, const std::string& address);
+
+/// Returns what is said when a number is not pinned any more: what it stands for by these rows.
+std::string ForgottenText(const std::vector<PortRow>& rows, std::int32_t number);
 
 /// Returns what a person calls the device: its model, else its vendor, else nothing.
 std::string ProductOf(const DeviceName& name);

@@ -42,6 +42,12 @@ protected:
                 },
             .Names = [this] { return Names; },
             .Use = [this](const PortChoice& choice) { Used.push_back(choice); },
+            .WhyNotUsable = [](const std::string& typed) { return typed == "tcp:" ? "tcp: names no host." : ""; },
+            .Forget =
+                [this](std::int32_t number) {
+                    Forgotten.push_back(number);
+                    Ports.back().Numbers.clear();
+                },
             .Listen = [this](const std::vector<std::string>& paths) { ListensTo = paths; },
             .Heard =
                 [] {
@@ -63,6 +69,7 @@ protected:
     std::vector<PortRow> Ports;
     std::vector<std::string> Names;
     std::vector<PortChoice> Used;
+    std::vector<std::int32_t> Forgotten;
     std::vector<std::string> ListensTo;
     int Surveys = 0;
     PortsDialog Dialog{Machine(), Form()};
@@ -106,6 +113,53 @@ TEST_F(DialogOfPorts, UsesThePortThatIsSelected) {
     Select(2);
     Button("usePort").click();
     EXPECT_THAT(Used, testing::Contains(PortChoice{2, "/dev/ttyS0"}));
+}
+
+TEST_F(DialogOfPorts, UsesAnAddressThatIsTyped) {
+    Dialog.Open();
+    EXPECT_FALSE(Button("useAddress").isEnabled()) << "nothing is typed";
+    auto& line = *Dialog.findChild<QLineEdit*>(QStringLiteral("portAddress"));
+    QTest::keyClicks(&line, QStringLiteral(" tcp:meter:4000 "));
+    QTest::mouseClick(&Button("useAddress"), Qt::LeftButton);
+    EXPECT_THAT(Used, ElementsAre(PortChoice{2, "tcp:meter:4000"})) << "Com1 is the adapter";
+    EXPECT_FALSE(Dialog.isVisible());
+    Dialog.Open();
+    EXPECT_EQ(line.text(), QString());
+    QTest::keyClicks(&line, QStringLiteral("/dev/serial/by-id/usb-Example-if00"));
+    QTest::keyClick(&line, Qt::Key_Return);
+    EXPECT_THAT(Used, testing::Contains(PortChoice{1, "/dev/serial/by-id/usb-Example-if00"}));
+}
+
+TEST_F(DialogOfPorts, SaysWhatIsWrongWithATypedAddress) {
+    Dialog.Open();
+    auto& trouble = *Dialog.findChild<QLabel*>(QStringLiteral("addressTrouble"));
+    EXPECT_FALSE(trouble.isVisible());
+    auto& line = *Dialog.findChild<QLineEdit*>(QStringLiteral("portAddress"));
+    QTest::keyClicks(&line, QStringLiteral("tcp:"));
+    EXPECT_TRUE(trouble.isVisible());
+    EXPECT_EQ(trouble.text(), QStringLiteral("tcp: names no host."));
+    EXPECT_FALSE(Button("useAddress").isEnabled());
+    QTest::keyClick(&line, Qt::Key_Return);
+    EXPECT_THAT(Used, IsEmpty());
+    QTest::keyClicks(&line, QStringLiteral("m"));
+    EXPECT_FALSE(trouble.isVisible());
+}
+
+TEST_F(DialogOfPorts, ForgetsThePinOfTheSelectedPort) {
+    Ports.back().Numbers = {{3, true}};
+    Dialog.Open();
+    EXPECT_FALSE(Button("forgetPin").isVisible()) << "Com1 goes by the rule";
+    Select(2);
+    ASSERT_TRUE(Button("forgetPin").isVisible());
+    QTest::mouseClick(&Button("forgetPin"), Qt::LeftButton);
+    EXPECT_THAT(Forgotten, ElementsAre(3));
+    EXPECT_EQ(Row(2)[2], "");
+    EXPECT_EQ(Details(), "Com3 is not pinned any more: there is no port for it now.");
+    EXPECT_FALSE(Button("forgetPin").isVisible());
+    Dialog.Survey();
+    EXPECT_EQ(Details(), "Com3 is not pinned any more: there is no port for it now.");
+    Select(0);
+    EXPECT_EQ(Details(), "");
 }
 
 TEST_F(DialogOfPorts, UsesNoPortThatCantBeOpened) {

@@ -10,6 +10,8 @@
 #include "tests/support/plugged_instrument.h"
 #include "tests/support/temporary_root.h"
 
+#include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QTreeWidget>
 
@@ -55,6 +57,12 @@ protected:
             if (notice.About == companion::AboutAdapter)
                 return notice.Words;
         return u"nothing";
+    }
+    QWidget* ShownDialog() {
+        for (QWidget* const widget : QApplication::topLevelWidgets())
+            if (widget->objectName() == QStringLiteral("ports") && widget->isVisible())
+                return widget;
+        return nullptr;
     }
     Text Stored() const { return modQuorin::GetSetting(u"ComPort", u"none"); }
 
@@ -204,14 +212,58 @@ TEST_F(PortsOfTheWindow, AnotherPortTakesThePlaceOfTheOpenOne) {
     EXPECT_EQ(Device.Platform.serial.Address(), Dev.Path("ttyUSB0"));
 }
 
+TEST_F(PortsOfTheWindow, ATypedAddressIsUsedAndRemembered) {
+    Ports.OpenDialog();
+    auto* const line = ShownDialog()->findChild<QLineEdit*>(QStringLiteral("portAddress"));
+    auto* const trouble = ShownDialog()->findChild<QLabel*>(QStringLiteral("addressTrouble"));
+    QTest::keyClicks(line, QStringLiteral("ttyUSB0"));
+    EXPECT_EQ(trouble->text().section(QLatin1Char(','), 0, 0),
+              QStringLiteral("The path of a device begins with a slash"));
+    line->clear();
+    QTest::keyClicks(line, QStringLiteral("bt:00:11:22:33:44:55"));
+    EXPECT_EQ(trouble->text(),
+              QStringLiteral("bt: is not built yet; bind the device by rfcomm and give /dev/rfcomm0."));
+    line->clear();
+    QTest::keyClicks(line, QStringLiteral("tcp:localhost"));
+    EXPECT_EQ(trouble->text().section(QLatin1Char(','), 0, 0),
+              QStringLiteral("tcp:localhost is not of the form tcp:HOST:PORT"));
+    QTest::keyClicks(line, QStringLiteral(":4000"));
+    QTest::keyClick(line, Qt::Key_Return);
+    EXPECT_EQ(Stored(), u"Com1");
+    std::vector<std::string> wrong;
+    const auto typed = *backends::ReadAddress("tcp:localhost:4000").Address;
+    EXPECT_THAT(PinsWith(WindowSettings(Device.Folder.Path() / "settings.ini"), {}, wrong),
+                ElementsAre(Pair(1, typed)));
+}
+
+TEST_F(PortsOfTheWindow, APinThatIsForgottenLeavesTheRule) {
+    PseudoTerminal pinned;
+    Device.Host.ports.Pin(1, backends::PathAddress(pinned.Path()));
+    Remembered.Save("Pin1", pinned.Path());
+    const std::string adapter = PlugIn("ttyUSB0");
+    modQuorin::SaveSetting(u"ComPort", u"Com1");
+    OpenRecord();
+    modBluetooth::Receive.LinkWanted = true;
+    Pass(600);
+    ASSERT_EQ(Device.Platform.serial.Address(), pinned.Path());
+    Ports.OpenDialog();
+    auto* const list = ShownDialog()->findChild<QTreeWidget*>();
+    for (int row = 0; row < list->topLevelItemCount(); ++row)
+        if (list->topLevelItem(row)->text(2) == QStringLiteral("Com1 (pinned)"))
+            list->setCurrentItem(list->topLevelItem(row));
+    QTest::mouseClick(ShownDialog()->findChild<QPushButton*>(QStringLiteral("forgetPin")), Qt::LeftButton);
+    EXPECT_EQ(ShownDialog()->findChild<QLabel*>(QStringLiteral("portDetails"))->text().toStdString(),
+              "Com1 is not pinned any more: it is " + adapter + " now.");
+    std::vector<std::string> wrong;
+    EXPECT_THAT(PinsWith(WindowSettings(Device.Folder.Path() / "settings.ini"), {}, wrong), IsEmpty());
+    Pass(1100);
+    EXPECT_EQ(Device.Platform.serial.Address(), adapter) << "the link goes on with the adapter";
+}
+
 TEST_F(PortsOfTheWindow, TheDialogListsThem) {
     PlugIn("ttyUSB0");
     Ports.OpenDialog();
-    auto* const dialog = Form().findChild<QWidget*>(QStringLiteral("ports"), Qt::FindDirectChildrenOnly);
-    QWidget* shown = dialog;
-    for (QWidget* const widget : QApplication::topLevelWidgets())
-        if (widget->objectName() == QStringLiteral("ports") && widget->isWindow())
-            shown = widget;
+    QWidget* const shown = ShownDialog();
     ASSERT_NE(shown, nullptr);
     auto* const list = shown->findChild<QTreeWidget*>();
     ASSERT_EQ(list->topLevelItemCount(), 1);
