@@ -51,7 +51,7 @@ std::string WaitingText(const LinkView& link) {
 }
 
 std::string HeldText(const LinkView& link) {
-    const std::string open = "two questions are open";
+    const std::string open = link.Paused ? "you have paused it" : "two questions are open";
     if (link.Kind != LinkKind::Serial)
         return open + ", the mailbox is waiting";
     if (link.Waits == 0)
@@ -135,7 +135,7 @@ LinkLine LinkLineOf(const LinkView& link) {
         return WithPorts(Plain("Link off: no port is chosen"));
     if (!link.Wanted)
         return Plain("Link off: no download is open for " + link.Port);
-    if (link.Held && link.Kind != LinkKind::Connection)
+    if ((link.Held || link.Paused) && link.Kind != LinkKind::Connection)
         return Plain("Link held: " + HeldText(link));
     if (!link.Open && !WasJustRefused(link))
         return WithPorts(DownLine(link));

@@ -30,6 +30,7 @@ struct LinkView {
     std::string Path;         ///< the device of a serial port; empty for none
     std::string Trouble;      ///< why that device could not be opened
     bool Held = false;        ///< two message boxes are open, one upon the other: nothing is decoded meanwhile
+    bool Paused = false;      ///< a person has paused the link, which is held likewise
     std::size_t Waits = 0;    ///< characters received over a serial port that are held
     std::optional<std::int64_t> HeardAge; ///< seconds since something was received; none since the port was opened
     std::optional<LastReading> Last;      ///< none since the link is wanted

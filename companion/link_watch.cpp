@@ -80,6 +80,7 @@ LinkLine LinkWatch::Line(const PortFacts& port, bool held) {
     link.Open = modBluetooth::Ports.LinkOpen;
     link.Port = modStringTools::ToBytes(name);
     link.Held = held;
+    link.Paused = port.Paused;
     link.Waits = port.Waiting;
     if (link.Kind == LinkKind::Serial) {
         link.Path = port.Address;

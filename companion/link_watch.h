@@ -21,6 +21,7 @@ struct PortFacts {
     std::string Address; ///< the address that the port number stands for; empty for none
     bool Open = false;
     std::size_t Waiting = 0; ///< characters that have not been read
+    bool Paused = false;     ///< by a person
     platform::ErrorNumber LastOpening = platform::NoError;
     std::string Trouble; ///< why the last opening failed, if the error number does not say it
 };

@@ -222,6 +222,21 @@ Notice PortOffered(const Text& words) {
             .Offers = {{OfferUsePort, u"Use it"}, {OfferNotNow, u"Not now"}}};
 }
 
+Notice LinkIsPaused() {
+    return {.About = AboutPause,
+            .Words = u"The link is paused: what the instrument sends waits until you go on, or leave the record.",
+            .Stands = Until::Withdrawn,
+            .Offers = {{OfferGoOn, u"Go on"}}};
+}
+
+Notice NotReadInPause(std::size_t characters) {
+    return WithRemedy({.About = AboutPause,
+                       .Words = modStringTools::FromBytes(std::to_string(characters)) +
+                                u" characters that came while the link was paused were not read: the record was left.",
+                       .Stands = Until::Tapped},
+                      TapWhenRead);
+}
+
 Notice HandOverState(const Text& words) {
     return {AboutHandOver, Severity::Note, words, Until::Tapped};
 }

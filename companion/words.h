@@ -35,6 +35,7 @@ inline const Text AboutSpace = u"space";
 inline const Text AboutSound = u"sound";
 inline const Text AboutHandOver = u"handover";
 inline const Text AboutHint = u"hint";
+inline const Text AboutPause = u"pause";
 
 /// "20:30:05".
 Text TimeText(const platform::DateTime& moment);
@@ -86,6 +87,10 @@ Notice LimitsNotRead(const Text& driver, const Text& why);
 Notice LimitsNotUsed(const Text& driver, const std::vector<Text>& problems);
 /// A port that can be used in place of the chosen one.
 Notice PortOffered(const Text& words);
+/// A person has paused the link.
+Notice LinkIsPaused();
+/// So many characters came during the pause, and the record for which they came was left.
+Notice NotReadInPause(std::size_t characters);
 /// What a hand-over is doing or has done, in the words of a person.
 Notice HandOverState(const Text& words);
 /// Why a hand-over has failed, with what to do.

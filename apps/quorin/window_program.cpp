@@ -82,7 +82,7 @@ WindowProgram::WindowProgram(WindowStart& start)
       FirstScale_(FirstScale(Options_, Remembered_)),
       Device_(Host_, LooksOf(Options_, FirstScale_), Pump_, Commands_, Watch_),
       Zoom_(Device_, Remembered_, UsualScale(Options_)), Place_(Device_.window, Remembered_),
-      Ports_(Device_, Remembered_, [this] { return Watch_.IsSilent(); }),
+      Ports_(Device_, Remembered_, [this] { return Watch_.IsSilent(); }), Pause_(Device_),
       Hints_(Device_, Remembered_, [this] { return Watch_.PortTrouble(); }),
       Export_(Device_, Remembered_, Options_.Device),
       HandOver_(Device_, Remembered_, Options_.Device, Options_.Journal ? Options_.Journal->Folder : std::string()),
@@ -109,6 +109,7 @@ void WindowProgram::ConnectOffers() {
     Watch_.Does(companion::OfferNamedPort, [this] { Ports_.UseGiven(); });
     Watch_.Does(companion::OfferHandOver, [this] { HandOver_.Open(); });
     Hints_.GivenPort = [this] { return Ports_.Given(); };
+    Watch_.Does(companion::OfferGoOn, [this] { Pause_.GoOn(); });
     Watch_.Does(companion::OfferNotNow, [this] { Ports_.DropOffer(); });
     Watch_.Does(companion::OfferNoHints, [this] { Hints_.SetOn(false); });
     Watch_.Does(companion::OfferInstall, [this] { Arriving_.ChooseFiles(); });

@@ -13,6 +13,7 @@
 #include "apps/quorin/window_help.h"
 #include "apps/quorin/window_hints.h"
 #include "apps/quorin/window_options.h"
+#include "apps/quorin/window_pause.h"
 #include "apps/quorin/window_place.h"
 #include "apps/quorin/window_ports.h"
 #include "apps/quorin/window_settings.h"
@@ -91,6 +92,7 @@ private:
     WindowZoom Zoom_;
     WindowPlace Place_;
     WindowPorts Ports_;
+    WindowPause Pause_;
     WindowHints Hints_;
     WindowExport Export_;
     WindowHandOver HandOver_;

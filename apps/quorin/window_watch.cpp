@@ -93,7 +93,9 @@ bool WindowWatch::RaiseWhatIsPending() {
     if (!Link_.IsDue())
         return false;
     Device_->window.setWindowTitle(backends::qt::ToQt(companion::WindowTitle()));
-    const companion::LinkLine line = Link_.Line(backends::PortFactsOf(Device_->serial), Device_->boxes.Piled());
+    companion::PortFacts port = backends::PortFactsOf(Device_->serial);
+    port.Paused = Device_->LinkIsPaused();
+    const companion::LinkLine line = Link_.Line(port, Device_->boxes.Piled());
     if (line != Shown_)
         Device_->window.SetLinkLine(line);
     Shown_ = line;

@@ -46,6 +46,12 @@ void BackEnd::WasHeldUp() {
     frmQuorin::Form.lastTimerEvent = clock.SteadySeconds();
 }
 
+void BackEnd::PauseLink(bool isPaused) {
+    if (LinkIsPaused_ && !isPaused)
+        WasHeldUp(); // no tick was raised meanwhile
+    LinkIsPaused_ = isPaused;
+}
+
 Platform BackEnd::RecordOf(const Controls& controls) {
     return {
         .form = controls.form,
@@ -108,7 +114,7 @@ void BackEnd::DesignControls(const Controls& controls) {
 // ones. Each would be one level deeper on the stack, and all that the instrument has sent would be decoded again each
 // time.
 void BackEnd::HoldLinkUnderPile(DeviceBoxes& boxes) {
-    const auto held = [&boxes] { return boxes.Piled(); };
+    const auto held = [this, &boxes] { return boxes.Piled() || LinkIsPaused_; };
     serial.Held = held;
     tmrBlue.Held = held;
     boxes.PileLeft = [this] { WasHeldUp(); }; // no tick was raised meanwhile

@@ -49,6 +49,10 @@ public:
     /// link.
     void WasHeldUp();
 
+    /// Holds the link as two boxes do that stand one over the other, or lets it go on with what has arrived meanwhile.
+    void PauseLink(bool isPaused);
+    bool LinkIsPaused() const { return LinkIsPaused_; }
+
     /// The controls. They live as long as the back-end.
     virtual const Controls& Seen() const = 0;
 
@@ -86,6 +90,8 @@ protected:
 
 private:
     void HoldLinkUnderPile(DeviceBoxes& boxes);
+
+    bool LinkIsPaused_ = false;
 };
 
 } // namespace backends

@@ -5,6 +5,7 @@
 #include "backends/qt/dialogue.h"
 
 #include <QAbstractButton>
+#include <QCheckBox>
 #include <QPushButton>
 
 #include <algorithm>
@@ -49,6 +50,8 @@ void QtBoxes::Opened(OpenBox& box) {
         dialog->setInformativeText(QStringLiteral("The newer of two questions: the other one is behind it."));
     dialog->setIcon(box.Icon == BoxIcon::Question ? QMessageBox::Question : QMessageBox::NoIcon);
     const bool isQuestion = box.Buttons == BoxButtons::YesNo;
+    if (isQuestion && OffersPause && OffersPause(box.Message))
+        OfferPause(*dialog);
     dialog->setStandardButtons(isQuestion ? QMessageBox::Yes | QMessageBox::No : QMessageBox::Ok);
     // Enter and Esc give the harmless answer.
     dialog->setDefaultButton(isQuestion ? QMessageBox::No : QMessageBox::Ok);
@@ -60,6 +63,17 @@ void QtBoxes::Opened(OpenBox& box) {
     });
     Dialogs_.push_back(std::move(dialog));
     Dialogs_.back()->show();
+}
+
+/// Nothing of the window itself can be reached while the box is open.
+void QtBoxes::OfferPause(QMessageBox& dialog) const {
+    auto* const pause = new QCheckBox(QStringLiteral("&Pause the link"), &dialog);
+    pause->setObjectName(QStringLiteral("pauseLink"));
+    pause->setToolTip(QStringLiteral("What the instrument sends waits until you go on, or leave the record."));
+    pause->setAccessibleDescription(pause->toolTip());
+    pause->setChecked(LinkIsPaused());
+    QObject::connect(pause, &QCheckBox::toggled, [this](bool isTicked) { PauseLink(isTicked); });
+    dialog.setCheckBox(pause);
 }
 
 void QtBoxes::OfWindowOpens() {

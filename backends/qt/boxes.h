@@ -25,6 +25,10 @@ public:
     /// Call these when a box of the window's own opens or has closed, which the form does not know of.
     void OfWindowOpens();
     void OfWindowClosed();
+    /// True if a question with this text should offer to pause the link; asked once for each.
+    std::function<bool(const Text& message)> OffersPause;
+    std::function<bool()> LinkIsPaused;
+    std::function<void(bool isPaused)> PauseLink; ///< called when a person ticks the offer, or takes it back
     /// True if the user is typing at this moment; those keys are not meant for the box.
     std::function<bool()> PersonIsTyping;
 
@@ -33,6 +37,8 @@ protected:
     void Closed(OpenBox& box) override;
 
 private:
+    void OfferPause(QMessageBox& dialog) const;
+
     QWidget& Window_;
     int OfWindow_ = 0; ///< open boxes of the window's own
     std::vector<std::unique_ptr<QMessageBox>> Dialogs_;
