@@ -14,7 +14,7 @@ namespace {
 
 constexpr std::size_t MostNamed = 10;
 
-bool IsInstalled(const Package& package, const std::vector<DriverRow>& installed) {
+bool IsAmong(const Package& package, const std::vector<DriverRow>& installed) {
     const auto driver = ReadPackage(package.Lines).Driver;
     return driver && std::any_of(installed.begin(), installed.end(), [&](const DriverRow& each) {
                return modStringTools::SameIgnoringCase(each.Name, driver->Name);
@@ -33,9 +33,13 @@ Text LineOf(const Finding& finding) {
 
 } // namespace
 
+bool IsInstalled(const Package& package) {
+    return IsAmong(package, DriversOfDevice());
+}
+
 Text InstallQuestion(const Package& package) {
     const std::vector<DriverRow> installed = DriversOfDevice();
-    if (IsInstalled(package, installed))
+    if (IsAmong(package, installed))
         return {};
     std::vector<Finding> found = CheckPackage(package.Lines, installed);
     std::erase_if(found, [](const Finding& finding) { return finding.Grade == Grade::Note; });

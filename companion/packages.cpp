@@ -51,7 +51,8 @@ PackagePlace PlaceOf(const Package& package) {
     }
     std::vector<Text> lines;
     const auto error = modFileSystem::ReadLines(place.FullName, DataType, DataCreator, lines);
-    if (error != platform::NoError && !platform::IsMissing(error))
+    place.IsFree = platform::IsMissing(error);
+    if (error != platform::NoError && !place.IsFree)
         place.WhyNot = CannotPut(package, error);
     else if (error == platform::NoError && !lines.empty())
         place.There = lines == package.Lines ? Presence::Same : Presence::Other;

@@ -31,7 +31,8 @@ enum class Presence { None, Same, Other };
 struct PackagePlace {
     Text FullName; ///< as "Add Driver" lists it
     Presence There = Presence::None;
-    Text WhyNot; ///< why the package can't be there, as a sentence; empty if it can
+    bool IsFree = false; ///< there is no file of that name, not even an empty one
+    Text WhyNot;         ///< why the package can't be there, as a sentence; empty if it can
 };
 PackagePlace PlaceOf(const Package& package);
 

@@ -8,6 +8,7 @@
 #include "src/drivers/installation.h"
 #include "src/drivers/package_lines.h"
 #include "src/drivers/selection.h"
+#include "src/storage/line_files.h"
 
 #include <algorithm>
 #include <utility>
@@ -79,10 +80,11 @@ void LedArrivals::Install() {
     Text why = place.WhyNot;
     if (why.empty() && place.There != companion::Presence::Same)
         why = companion::PutPackage(wanted.Driver);
-    if (why.empty())
-        LeadToInstallation(wanted.Driver.Name, place.FullName);
-    else
+    const bool isRefused = companion::IsInstalled(wanted.Driver);
+    if (!why.empty())
         Tell(why);
+    else if (LeadToInstallation(wanted.Driver.Name, place.FullName) && isRefused && place.IsFree)
+        modFileSystem::DeleteFile(place.FullName); // a copy of no use, which "Add Driver" would list
     if (!Waiting_.Any())
         GoHome();
 }
@@ -94,7 +96,7 @@ void LedArrivals::Ask(const Text& question, ArrivalQuestion about, bool companio
 }
 
 /// The form shows what comes of it.
-void LedArrivals::LeadToInstallation(const Text& name, const Text& fullName) {
+bool LedArrivals::LeadToInstallation(const Text& name, const Text& fullName) {
     if (!Home_)
         Home_ = Screens.CurrentScreen == ScrList ? ScrPreferences : Screens.CurrentScreen;
     bool isThere = Guide_.GoTo(ScrAddDriver);
@@ -108,6 +110,7 @@ void LedArrivals::LeadToInstallation(const Text& name, const Text& fullName) {
         Guide_.Run(u"Install...");
     else
         Tell(name + u" is in the data folder. Install it by \"Add Driver...\".");
+    return isThere;
 }
 
 void LedArrivals::OpenDownload() {

@@ -61,7 +61,8 @@ public:
 private:
     void ShowProblems();
     void Install();
-    void LeadToInstallation(const Text& name, const Text& fullName);
+    /// Returns true once the form has installed or refused it.
+    bool LeadToInstallation(const Text& name, const Text& fullName);
     /// Asks about the first package, whose `permission` the answer is.
     void Ask(const Text& question, ArrivalQuestion about, bool companion::Arrival::*permission);
     void OpenDownload();
