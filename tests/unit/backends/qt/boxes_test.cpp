@@ -4,6 +4,7 @@
 #include "tests/support/in_a_window.h"
 
 #include <QAbstractButton>
+#include <QLabel>
 #include <QPushButton>
 
 namespace windowtest {
@@ -52,6 +53,30 @@ TEST_F(BoxOfADevice, IsOverTheForm) {
         const QWidget& form = Form().FormWidget();
         const QPoint off = Box().geometry().center() - form.mapToGlobal(form.rect().center());
         EXPECT_LE(std::abs(off.y()), 2);
+        ClickInBox(QMessageBox::No);
+    });
+    Device.Platform.boxes.Show(
+        u"A download of this name exists. Replace it by the one that was received?\nThe old one is lost then.",
+        BoxButtons::YesNo, BoxIcon::Question, u"Replace");
+}
+
+class BoxOfASmallDevice : public BoxInAWindow {
+protected:
+    BoxOfASmallDevice() : BoxInAWindow(OfType(1)) {}
+};
+
+TEST_F(BoxOfASmallDevice, IsNotWiderThanTheForm) {
+    Form().SetScale(2);
+    Device.WillDo([this] {
+        const QWidget& form = Form().FormWidget();
+        ASSERT_EQ(form.width(), 320);
+        EXPECT_LE(Box().width(), form.width());
+        QTest::qWait(50); // the box is laid out again
+        EXPECT_LE(Box().width(), form.width());
+        for (QAbstractButton* const button : Box().buttons())
+            EXPECT_TRUE(Box().rect().contains(QRect(button->mapTo(&Box(), QPoint()), button->size())));
+        const auto* const text = Box().findChild<QLabel*>(QStringLiteral("qt_msgbox_label"));
+        EXPECT_GE(text->height(), text->heightForWidth(text->width())) << "all of its lines can be read";
         ClickInBox(QMessageBox::No);
     });
     Device.Platform.boxes.Show(
