@@ -48,11 +48,21 @@ void WindowZoom::TellLimit(double wanted) {
 }
 
 void WindowZoom::Larger() {
-    Take(companion::LargerScale(Device_.window.Scale()));
+    const double before = Device_.window.Scale();
+    const double next = companion::LargerScale(before);
+    Take(next);
+    if (next == before)
+        Device_.window.Say(QStringLiteral("This is the largest size."));
+    else if (Device_.window.Scale() <= before)
+        Device_.window.Say(QStringLiteral("This is as large as the screen has room for."));
 }
 
 void WindowZoom::Smaller() {
-    Take(companion::SmallerScale(Device_.window.Scale()));
+    const double before = Device_.window.Scale();
+    const double next = companion::SmallerScale(before);
+    Take(next);
+    if (next == before)
+        Device_.window.Say(QStringLiteral("This is the smallest size."));
 }
 
 void WindowZoom::Usual() {

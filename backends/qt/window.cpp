@@ -35,6 +35,8 @@ const QString LinkAlarmLook = QStringLiteral("background: #b34700; color: white;
 constexpr int FlashInterval = 250; // milliseconds
 constexpr int HalfFlashes = 8;     // the first is inverted, the last is not
 
+constexpr int TimeOfWords = 5000; // milliseconds
+
 } // namespace
 
 QLabel* Window::StatusLabel(const char* name) {
@@ -81,6 +83,13 @@ Window::Window(double scale, double usual) {
     Link_->addAction(AllNotices_);
     Help_ = MakeAction("H&elp", QKeySequence(Qt::CTRL | Qt::Key_F1), &Window::WantHelp);
     addAction(Help_);
+    Saying_ = new QTimer(this);
+    Saying_->setSingleShot(true);
+    Saying_->setInterval(TimeOfWords);
+    QObject::connect(Saying_, &QTimer::timeout, this, [this] {
+        Said_.clear();
+        ShowState();
+    });
     Flashing_ = new QTimer(this);
     Flashing_->setInterval(FlashInterval);
     QObject::connect(Flashing_, &QTimer::timeout, this, [this] {
@@ -273,6 +282,13 @@ void Window::SetLinkLine(const companion::LinkLine& line) {
         Announce(*Link_);
 }
 
+void Window::Say(const QString& words) {
+    Said_ = words;
+    Saying_->start();
+    ShowState();
+    Announce(*Link_, words);
+}
+
 void Window::FlashLink() {
     FlashesLeft_ = HalfFlashes;
     Flashing_->start();
@@ -304,7 +320,8 @@ void Window::ShowState() {
                       : IsWaiting_ ? companion::Work::Waiting
                                    : companion::Work::Long;
     Ports_->setVisible(LinkLine_.OffersPorts && !IsWorking_);
-    Put(*Link_, IsWorking_ ? QString::fromUtf8(companion::WorkText(work)) : LinkLine());
+    const QString words = Said_.isEmpty() ? LinkLine() : Said_;
+    Put(*Link_, IsWorking_ ? QString::fromUtf8(companion::WorkText(work)) : words);
     if (const QString look = LinkLook(); look != Link_->styleSheet())
         Link_->setStyleSheet(look);
 }

@@ -90,6 +90,8 @@ public:
     void SetLinkLine(const companion::LinkLine& line);
     /// Flashes that line for two seconds.
     void FlashLink();
+    /// Shows a few words in place of that line for five seconds: what a key has led to, and nothing else shows.
+    void Say(const QString& words);
     /// Sets the current notices. The line shows the worst one, and how many warnings and losses there are besides it;
     /// Shift+F4 or a click on that number, or on the "…" beside a single text that is cut, opens the list of all. A
     /// mere note or hint is shown in the line only if the window is resizable. A screen reader says each new one. The
@@ -185,6 +187,8 @@ private:
     NoticeList* List_ = nullptr;
     std::vector<DeviceKey> Keys_;
     companion::LinkLine LinkLine_;
+    QTimer* Saying_; ///< runs while Said_ is shown
+    QString Said_;
     QTimer* Flashing_;
     int FlashesLeft_ = 0;                     ///< half flashes; the line is inverted in every other one
     std::vector<companion::Notice> Standing_; ///< the worst one first

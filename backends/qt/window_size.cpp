@@ -12,7 +12,7 @@ namespace backends::qt {
 
 namespace {
 
-constexpr QSize SmallestForm(240, 160); // in pixels of the form
+constexpr QSize SmallestForm(200, 160); // in pixels of the form: more than the smallest device has
 constexpr QSize Frame(8, 40);           // at most
 constexpr int CharactersBeside = 44;    // of the width of what stands beside the form
 

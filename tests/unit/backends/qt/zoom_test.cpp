@@ -170,7 +170,7 @@ TEST_F(ZoomOfADesktop, LeavesRoomOnTheScreen) {
     EXPECT_LE(Form().width(), screen.width());
     EXPECT_LT(Form().height(), screen.height());
     EXPECT_LT(Form().Scale(), 4);
-    EXPECT_GE(FormBox().Width, 240);
+    EXPECT_GE(FormBox().Width, 200);
     EXPECT_GE(FormBox().Height, 160);
 }
 

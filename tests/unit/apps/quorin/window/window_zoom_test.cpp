@@ -5,6 +5,8 @@
 #include "companion/zoom.h"
 #include "tests/support/in_a_window.h"
 
+#include <QLabel>
+
 namespace quorin {
 namespace {
 
@@ -42,6 +44,42 @@ TEST_F(ZoomOfTheWindow, IsChangedByKeys) {
     EXPECT_EQ(Form().Scale(), 1.25);
     Press(Qt::Key_0, Qt::ControlModifier);
     EXPECT_EQ(Form().Scale(), 1);
+}
+
+TEST_F(ZoomOfTheWindow, SaysWhereItEnds) {
+    const auto line = [this] {
+        return Form().findChild<QLabel*>(QStringLiteral("linkState"))->accessibleName().toStdString();
+    };
+    Press(Qt::Key_Minus, Qt::ControlModifier);
+    EXPECT_EQ(Form().Scale(), 0.75);
+    EXPECT_NE(line(), "This is the smallest size.");
+    Press(Qt::Key_Minus, Qt::ControlModifier);
+    EXPECT_EQ(line(), "This is the smallest size.");
+    for (int step = 0; step < 12; ++step)
+        Press(Qt::Key_Plus, Qt::ControlModifier);
+    EXPECT_EQ(line(),
+              Form().Scale() == 3 ? "This is the largest size." : "This is as large as the screen has room for.");
+    Form().SetLinkLine({.Text = "Link off", .News = {}});
+    EXPECT_NE(line(), "Link off") << "the words stand for a moment";
+    EXPECT_TRUE(QTest::qWaitFor([&line] { return line() == "Link off"; }, 20'000)) << line();
+}
+
+TEST_F(ZoomOfTheWindow, SaysThatTheScreenHasNoMoreRoom) {
+    QWidget bar; // the screen is 800x800
+    bar.setFixedHeight(250);
+    Form().PutBelow(bar);
+    for (int step = 0; step < 12; ++step)
+        Press(Qt::Key_Plus, Qt::ControlModifier);
+    EXPECT_LT(Form().Scale(), 3);
+    EXPECT_EQ(Form().findChild<QLabel*>(QStringLiteral("linkState"))->accessibleName().toStdString(),
+              "This is as large as the screen has room for.");
+}
+
+TEST_F(ZoomOfTheWindow, LeavesTheWindowAsWideAsItWas) {
+    const int before = Form().width();
+    for (int step = 0; step < 12; ++step)
+        Press(Qt::Key_Plus, Qt::ControlModifier);
+    EXPECT_EQ(Form().width(), before) << Form().Scale();
 }
 
 TEST_F(ZoomOfTheWindow, IsChangedWhileAFieldIsOpen) {
