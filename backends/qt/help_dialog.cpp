@@ -18,6 +18,7 @@ namespace {
 
 constexpr QSize DialogSize(720, 560);          // pixels of the screen
 constexpr char16_t Scheme[] = u"help:/";       // of the addresses of pages, so that links in them lead to pages
+constexpr int TimeOfTyping = 700;              // milliseconds without a key, after which the words stand
 constexpr int LeastCharactersOfTheTitles = 12; // of the list of pages; its items may be wider
 
 QUrl AddressOf(const QString& name) {
@@ -97,7 +98,11 @@ void HelpDialog::MakeHead(QBoxLayout& column) {
     QObject::connect(Titles_, &QComboBox::activated, this, [this](int at) {
         Browser_->ShowPage(QString::fromStdString(Shown_[static_cast<std::size_t>(at)].Name));
     });
-    QObject::connect(Words_, &QLineEdit::textChanged, this, [this] { FindFirst(); });
+    QObject::connect(Words_, &QLineEdit::textChanged, this, [this] { FindSoon(); });
+    Standing_ = new QTimer(this);
+    Standing_->setSingleShot(true);
+    Standing_->setInterval(TimeOfTyping);
+    QObject::connect(Standing_, &QTimer::timeout, this, [this] { FindFirst(); });
     QObject::connect(Words_, &QLineEdit::returnPressed, this, [this] { FindNext(); });
     QObject::connect(Next_, &QPushButton::clicked, this, [this] { FindNext(); });
 }
@@ -170,18 +175,37 @@ bool HelpDialog::HasWords(int page) {
     return Texts_[static_cast<std::size_t>(page)].contains(Words_->text(), Qt::CaseInsensitive);
 }
 
-/// While a person types, the page stays as long as it has the words.
-void HelpDialog::FindFirst() {
-    Browser_->moveCursor(QTextCursor::Start);
-    if (!Words_->text().isEmpty())
-        FindNext();
+/// A page that moves with each key can't be read.
+void HelpDialog::FindSoon() {
     ShowFound();
+    Standing_->start();
+}
+
+/// Selects the first place of the page from this one on, if there is one. Otherwise nothing moves.
+bool HelpDialog::FindFrom(int place) {
+    const QTextCursor found = Browser_->document()->find(Words_->text(), place);
+    if (!found.isNull())
+        Browser_->setTextCursor(found);
+    return !found.isNull();
+}
+
+/// A place that was found stays selected as long as it has the words, and the page stays as long as it has them.
+void HelpDialog::FindFirst() {
+    Standing_->stop();
+    if (Words_->text().isEmpty() || FindFrom(Browser_->textCursor().selectionStart()) || FindFrom(0))
+        return;
+    FindInOtherPages();
 }
 
 /// After the last place of a page comes the first one of the next page that has the words, at last that of this page.
 void HelpDialog::FindNext() {
-    if (Words_->text().isEmpty() || Browser_->find(Words_->text()))
-        return;
+    if (Standing_->isActive())
+        return FindFirst();
+    if (!Words_->text().isEmpty() && !FindFrom(Browser_->textCursor().selectionEnd()))
+        FindInOtherPages();
+}
+
+void HelpDialog::FindInOtherPages() {
     const int count = static_cast<int>(Shown_.size());
     for (int step = 1; step <= count; ++step) {
         const int page = (std::max(Titles_->currentIndex(), 0) + step) % count;
@@ -189,8 +213,7 @@ void HelpDialog::FindNext() {
             continue;
         if (step < count)
             Browser_->ShowPage(Titles_->itemData(page).toString());
-        Browser_->moveCursor(QTextCursor::Start);
-        Browser_->find(Words_->text());
+        FindFrom(0);
         return;
     }
 }

@@ -10,6 +10,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTextBrowser>
+#include <QTimer>
 
 #include <functional>
 #include <string>
@@ -58,7 +59,10 @@ private:
     QString TextOf(const QString& name) const;
     bool HasWords(int page);
     void PageShown(const QUrl& page);
+    void FindSoon();
     void FindFirst();
+    bool FindFrom(int place);
+    void FindInOtherPages();
     void FindNext();
     void ShowFound();
 
@@ -71,6 +75,7 @@ private:
     QLineEdit* Words_;
     QPushButton* Next_;
     QLabel* Found_;
+    QTimer* Standing_; ///< runs out when a person has stopped typing
 };
 
 } // namespace backends::qt

@@ -142,6 +142,7 @@ TEST_F(HelpInAWindow, ListsThePages) {
 TEST_F(HelpInAWindow, FindsWordsInAllPages) {
     Open();
     QTest::keyClicks(&Words(), QStringLiteral("never twice"));
+    QTest::keyClick(&Words(), Qt::Key_Return);
     EXPECT_EQ(Titles().currentText().toStdString(), "Limits");
     EXPECT_EQ(Browser().textCursor().selectedText().toStdString(), "Never twice");
     EXPECT_TRUE(IsSeen("Never twice"));
@@ -152,12 +153,31 @@ TEST_F(HelpInAWindow, FindsTheNextPlaceAndAfterTheLastTheFirst) {
     Open();
     QTest::keyClicks(&Words(), QStringLiteral("limits"));
     EXPECT_EQ(Found(), "in 2 pages");
+    QTest::keyClick(&Words(), Qt::Key_Return);
     EXPECT_EQ(Titles().currentIndex(), 0);
+    EXPECT_EQ(Browser().textCursor().selectedText().toStdString(), "limits");
     QTest::keyClick(&Words(), Qt::Key_Return);
     EXPECT_EQ(Titles().currentIndex(), 1);
     QTest::mouseClick(&Button("&Next"), Qt::LeftButton);
     EXPECT_EQ(Titles().currentIndex(), 0);
     EXPECT_EQ(Browser().textCursor().selectedText().toStdString(), "limits");
+}
+
+TEST_F(HelpInAWindow, MovesOnlyOnceTheWordsStand) {
+    Open();
+    ClickLink();
+    const int before = Browser().verticalScrollBar()->value();
+    ASSERT_GT(before, 0);
+    QTest::keyClicks(&Words(), QStringLiteral("see the"));
+    EXPECT_EQ(Found(), "in 1 page");
+    EXPECT_EQ(Titles().currentText().toStdString(), "Limits");
+    EXPECT_EQ(Browser().verticalScrollBar()->value(), before);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return Browser().textCursor().hasSelection(); }, 20'000));
+    EXPECT_EQ(Titles().currentText().toStdString(), "This screen");
+    QTest::keyClicks(&Words(), QStringLiteral("bra"));
+    QTest::keyClick(&Words(), Qt::Key_Return);
+    EXPECT_EQ(Found(), "not found");
+    EXPECT_EQ(Titles().currentText().toStdString(), "This screen") << "nothing moves";
 }
 
 TEST_F(HelpInAWindow, SaysThatNothingWasFound) {
