@@ -78,10 +78,10 @@ void BesideForm::closeEvent(QCloseEvent* event) {
 
 /// Not a shortcut: a list that is open in the window is closed first.
 void BesideForm::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_Escape)
-        close();
-    else
+    if (event->key() != Qt::Key_Escape)
         QWidget::keyPressEvent(event);
+    else if (!TakesEscape())
+        close();
 }
 
 } // namespace backends::qt

@@ -17,7 +17,8 @@ void BringForward(QWidget& window);
 /// Gives the keyboard to what waits for it: an open message box, else the form.
 void GiveKeyboardBack(QWidget& form);
 
-/// A window that stands beside the form's. Esc closes it, unless something in it takes the key.
+/// A window that stands beside the form's. Esc closes it, unless something in it takes the key, or it has asked
+/// something, which Esc takes back.
 class BesideForm : public QWidget {
 public:
     /// `form`: the form's window, which must live longer.
@@ -26,6 +27,9 @@ public:
 protected:
     /// Shows it, the first time where it does not cover the form.
     void ComeForward();
+
+    /// Returns true if Esc has taken a question back.
+    virtual bool TakesEscape() { return false; }
 
     void closeEvent(QCloseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;

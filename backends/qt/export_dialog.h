@@ -59,6 +59,9 @@ public:
     /// Opens the dialog, or brings it to the front, with the download of now.
     void Open();
 
+protected:
+    bool TakesEscape() override { return Place_.TakeQuestionBack(); }
+
 private:
     void MakeChoices(QBoxLayout& column);
     void MakeTables(QBoxLayout& column);

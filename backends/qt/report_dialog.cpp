@@ -14,11 +14,13 @@ namespace {
 
 constexpr QSize DialogSize(720, 560); // pixels of the screen
 
-const QString WhatGoesIn = QStringLiteral("One text file, for those who look after the program. Below is all that goes "
-                                          "in: versions, settings, and what was done "
-                                          "and received on one day. What was typed, values, names and paths are masked "
-                                          "(x for a letter, 0 for a digit); result "
-                                          "types and units stay. Nothing is sent: you choose where the file is saved.");
+const QString WhatGoesIn =
+    QStringLiteral("One text file, for those who look after the program. Below is all that goes "
+                   "in: versions, settings, and what was done "
+                   "and received on one day. What was typed, values, names and paths are masked "
+                   "(x for a letter, 0 for a digit); result "
+                   "types and units stay. Take out what else you do not wish to give away: the text is "
+                   "saved as you see it. Nothing is sent: you choose where the file is saved.");
 
 } // namespace
 
@@ -31,10 +33,11 @@ ReportDialog::ReportDialog(ReportSource source, QWidget& form)
     column->addWidget(words);
     MakeChoices(*column);
     Preview_ = new QPlainTextEdit(this);
-    Preview_->setReadOnly(true);
     Preview_->setLineWrapMode(QPlainTextEdit::NoWrap);
     Preview_->setAccessibleName(QStringLiteral("The file as it will be saved"));
     column->addWidget(Preview_, 1);
+    QObject::connect(Preview_, &QPlainTextEdit::modificationChanged, this, [this](bool is) { TakeChange(is); });
+    QObject::connect(Preview_, &QPlainTextEdit::textChanged, this, [this] { Place_.Tell({}); });
     MakeFoot(*column);
 }
 
@@ -46,12 +49,16 @@ void ReportDialog::MakeChoices(QBoxLayout& column) {
     row->addWidget(title);
     row->addWidget(Days_);
     row->addStretch();
+    Undo_ = new QPushButton(QStringLiteral("&Undo my changes"), this);
+    Undo_->hide();
+    row->addWidget(Undo_);
     column.addLayout(row);
     Whole_ = new QCheckBox(QStringLiteral("&With all texts, values, names and paths"), this);
     Whole_->setToolTip(QStringLiteral("Everything is as it was: whoever gets the file can read it."));
     column.addWidget(Whole_);
     QObject::connect(Days_, &QComboBox::currentIndexChanged, this, [this] { MakeText(); });
     QObject::connect(Whole_, &QCheckBox::toggled, this, [this] { MakeText(); });
+    QObject::connect(Undo_, &QPushButton::clicked, this, [this] { MakeText(); });
 }
 
 void ReportDialog::MakeFoot(QBoxLayout& column) {
@@ -66,8 +73,10 @@ void ReportDialog::MakeFoot(QBoxLayout& column) {
     QObject::connect(done, &QPushButton::clicked, this, [this] { close(); });
 }
 
-/// Each time it is opened, nothing is unmasked until a person asks for it.
+/// Each time it is opened, nothing is unmasked until a person asks for it. A text that a person has changed is kept.
 void ReportDialog::Open() {
+    if (Preview_->document()->isModified())
+        return ComeForward();
     if (!isVisible()) {
         const QSignalBlocker quiet(Whole_);
         Whole_->setChecked(false);
@@ -90,8 +99,20 @@ void ReportDialog::MakeText() {
     Place_.Tell({});
 }
 
+/// Another day, or the whole text, would be another text, without what the person has changed.
+void ReportDialog::TakeChange(bool isChanged) {
+    Undo_->setVisible(isChanged);
+    Days_->setEnabled(!isChanged);
+    Whole_->setEnabled(!isChanged);
+}
+
+/// The widget shows some characters as others (a no-break space), which stay as long as nothing was changed.
+std::string ReportDialog::Shown() const {
+    return Preview_->document()->isModified() ? Preview_->toPlainText().toStdString() : Report_;
+}
+
 void ReportDialog::Save(const QString& path, bool replaces) {
-    const ReportSource::Outcome outcome = Source_.Save(QFile::encodeName(path).toStdString(), Report_, replaces);
+    const ReportSource::Outcome outcome = Source_.Save(QFile::encodeName(path).toStdString(), Shown(), replaces);
     if (outcome.Result == ReportSource::Step::Exists)
         Place_.AskToReplace();
     else if (outcome.Result == ReportSource::Step::Failed)

@@ -40,16 +40,22 @@ public:
     /// Opens the dialog, or brings it to the front with the text of now.
     void Open();
 
+protected:
+    bool TakesEscape() override { return Place_.TakeQuestionBack(); }
+
 private:
     void MakeChoices(QBoxLayout& column);
     void MakeFoot(QBoxLayout& column);
     void MakeText();
+    void TakeChange(bool isChanged);
+    std::string Shown() const;
     void Save(const QString& path, bool replaces);
 
     ReportSource Source_;
-    std::string Report_; ///< as it is shown, which is as it is saved
+    std::string Report_; ///< as it was made; a person may have changed it
     QComboBox* Days_;
     QCheckBox* Whole_;
+    QPushButton* Undo_;
     QPlainTextEdit* Preview_;
     SavePlace Place_;
 };

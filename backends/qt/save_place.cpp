@@ -50,6 +50,14 @@ void SavePlace::Tell(const QString& what) {
     Replace_->hide();
 }
 
+bool SavePlace::TakeQuestionBack() {
+    if (Replace_->isHidden())
+        return false;
+    Tell({});
+    Path_->setFocus();
+    return true;
+}
+
 void SavePlace::AskToReplace() {
     State_->setText(QStringLiteral("There is a file of this name already."));
     Replace_->show();

@@ -27,6 +27,8 @@ public:
     void SetPath(const QString& path) { Path_->setText(path); }
     void Tell(const QString& what);
     void AskToReplace();
+    /// Takes back the question whether to replace a file. Returns false if it is not asked.
+    bool TakeQuestionBack();
 
     /// Called with a path that is not empty. `replaces`: a file of the name may be replaced.
     std::function<void(const QString& path, bool replaces)> Wanted;

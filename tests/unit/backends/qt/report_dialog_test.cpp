@@ -79,6 +79,35 @@ TEST_F(ReportInAWindow, AsksBeforeAFileIsReplaced) {
     EXPECT_FALSE(Button("&Replace it").isVisible());
 }
 
+TEST_F(ReportInAWindow, TakesTheQuestionBackAtEscape) {
+    Outcome.Result = ReportSource::Step::Exists;
+    Dialog.Open();
+    Press("&Save");
+    QTest::keyClick(Dialog.focusWidget(), Qt::Key_Escape);
+    EXPECT_FALSE(Button("&Replace it").isVisible());
+    EXPECT_EQ(State(), "");
+    ASSERT_TRUE(Dialog.isVisible());
+    QTest::keyClick(Dialog.focusWidget(), Qt::Key_Escape);
+    EXPECT_FALSE(Dialog.isVisible());
+}
+
+TEST_F(ReportInAWindow, IsSavedAsAPersonHasChangedIt) {
+    Dialog.Open();
+    auto* const text = Dialog.findChild<QPlainTextEdit*>();
+    for (int character = 0; character < 7; ++character)
+        QTest::keyClick(text, Qt::Key_Delete);
+    Press("&Save");
+    EXPECT_THAT(Saved, ElementsAre("/home/a/report.txt|2026-11-22"));
+    EXPECT_FALSE(Whole().isEnabled()) << "the text would be made anew";
+    Dialog.close();
+    Dialog.Open();
+    EXPECT_EQ(Preview(), "2026-11-22") << "the work of a person is kept";
+    Press("&Undo my changes");
+    EXPECT_EQ(Preview(), "masked 2026-11-22");
+    EXPECT_TRUE(Whole().isEnabled());
+    EXPECT_FALSE(Button("&Undo my changes").isVisible());
+}
+
 TEST_F(ReportInAWindow, ReplacesNoFileOfAnotherName) {
     Outcome.Result = ReportSource::Step::Exists;
     Dialog.Open();

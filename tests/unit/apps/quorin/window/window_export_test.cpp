@@ -123,6 +123,10 @@ TEST_F(ExportOfTheWindow, AsksBeforeItReplacesAFile) {
     Click("&Save");
     EXPECT_EQ(State(), "There is a file of this name already.");
     EXPECT_EQ(Saved("out.csv"), "mine");
+    QTest::keyClick(Dialog()->focusWidget(), Qt::Key_Escape);
+    EXPECT_EQ(State(), "") << "Esc takes the question back, and nothing else";
+    ASSERT_TRUE(Dialog()->isVisible());
+    Click("&Save");
     Click("&Replace it");
     EXPECT_THAT(Saved("out.csv"), HasSubstr("loft, east"));
 }
