@@ -35,7 +35,8 @@ InstrumentStrip::InstrumentStrip(QWidget* parent, const std::vector<QString>& ki
     Buttons_.push_back(Every_);
     Afresh_ = Button("startAfresh", QStringLiteral("Start afresh"), [this] { AfreshWanted(); });
     Afresh_->hide();
-    Lay(width);
+    NumberButtons();
+    Lay(RowsFor(width));
 }
 
 QToolButton* InstrumentStrip::Button(const char* name, const QString& words, std::function<void()> pressed) {
@@ -47,8 +48,41 @@ QToolButton* InstrumentStrip::Button(const char* name, const QString& words, std
     return button;
 }
 
-/// Puts the buttons into as many rows as they need. In a window that is made narrower later they are cut.
-void InstrumentStrip::Lay(int width) {
+void InstrumentStrip::NumberButtons() {
+    for (std::size_t place = 0; place < Buttons_.size(); ++place) {
+        QAbstractButton* const button = Buttons_[place];
+        button->setFocusPolicy(Qt::NoFocus);
+        button->setShortcut(QKeySequence(Qt::ALT | static_cast<Qt::Key>(Qt::Key_1 + static_cast<int>(place))));
+        button->setToolTip(QStringLiteral("Alt+%1").arg(place + 1));
+        button->setAccessibleDescription(button->toolTip());
+        if (button != Afresh_)
+            button->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+    }
+}
+
+/// Returns the row of each button, so that no text is cut. "Start afresh" stands in the line above.
+std::vector<std::size_t> InstrumentStrip::RowsFor(int width) const {
+    std::vector<std::size_t> rows;
+    int left = width - 2 * Gap;
+    std::size_t row = 0;
+    for (const QAbstractButton* const button : Buttons_) {
+        if (button == Afresh_)
+            continue;
+        const int needed = button->sizeHint().width() + Gap;
+        if (needed > left && !rows.empty()) {
+            ++row;
+            left = width - 2 * Gap;
+        }
+        left -= needed;
+        rows.push_back(row);
+    }
+    return rows;
+}
+
+/// The buttons stay the same: one may be held down while the window changes its width.
+void InstrumentStrip::Lay(const std::vector<std::size_t>& rows) {
+    delete layout();
+    Rows_ = rows;
     auto* const column = new QVBoxLayout(this);
     column->setContentsMargins(Gap, 1, Gap, 1);
     column->setSpacing(1);
@@ -56,28 +90,23 @@ void InstrumentStrip::Lay(int width) {
     top->addWidget(Words_, 1);
     top->addWidget(Afresh_);
     column->addLayout(top);
-    QHBoxLayout* row = nullptr;
-    int left = 0;
-    for (std::size_t place = 0; place < Buttons_.size(); ++place) {
-        QAbstractButton* const button = Buttons_[place];
-        button->setFocusPolicy(Qt::NoFocus);
-        button->setShortcut(QKeySequence(Qt::ALT | static_cast<Qt::Key>(Qt::Key_1 + static_cast<int>(place))));
-        button->setToolTip(QStringLiteral("Alt+%1").arg(place + 1));
-        button->setAccessibleDescription(button->toolTip());
-        if (button == Afresh_)
-            continue;
-        const int needed = button->sizeHint().width() + Gap;
-        if (row == nullptr || needed > left) {
-            row = new QHBoxLayout;
-            row->setSpacing(Gap);
-            column->addLayout(row);
-            left = width - 2 * Gap;
-        }
-        left -= needed;
-        button->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
-        button->setMaximumWidth(2 * needed);
-        row->addWidget(button, needed);
+    std::vector<QHBoxLayout*> lines(rows.empty() ? 0 : rows.back() + 1);
+    for (QHBoxLayout*& line : lines) {
+        line = new QHBoxLayout;
+        line->setSpacing(Gap);
+        column->addLayout(line);
     }
+    for (std::size_t place = 0; place < rows.size(); ++place) {
+        const int needed = Buttons_[place]->sizeHint().width() + Gap;
+        Buttons_[place]->setMaximumWidth(2 * needed);
+        lines[rows[place]]->addWidget(Buttons_[place], needed);
+    }
+}
+
+void InstrumentStrip::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    if (const auto rows = RowsFor(width()); rows != Rows_)
+        Lay(rows);
 }
 
 void InstrumentStrip::SetWords(const QString& words) {

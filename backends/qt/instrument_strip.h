@@ -16,7 +16,8 @@ namespace backends::qt {
 /// The buttons do not take the keyboard from the form: Alt with 1, 2 and so on presses them, in their order.
 class InstrumentStrip final : public QWidget {
 public:
-    /// `kinds`: what the instrument measures, a button each. `width`: the pixels of a row of buttons.
+    /// `kinds`: what the instrument measures, a button each. `width`: the pixels of a row of buttons, until the strip
+    /// gets another width.
     InstrumentStrip(QWidget* parent, const std::vector<QString>& kinds, const QFont& font, int width);
 
     /// Sets the line above the buttons.
@@ -36,11 +37,17 @@ public:
     std::function<void()> CableWanted;
     std::function<void()> AfreshWanted;
 
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+
 private:
     QToolButton* Button(const char* name, const QString& words, std::function<void()> pressed);
-    void Lay(int width);
+    void NumberButtons();
+    std::vector<std::size_t> RowsFor(int width) const;
+    void Lay(const std::vector<std::size_t>& rows);
 
     QLabel* Words_;
+    std::vector<std::size_t> Rows_;         ///< the row of each button
     std::vector<QAbstractButton*> Buttons_; ///< in their order
     std::vector<QToolButton*> Senders_;
     QToolButton* Cable_;

@@ -8,12 +8,14 @@
 #include "tests/support/in_a_window.h"
 #include "tests/support/running_instrument.h"
 
+#include <QAbstractButton>
 #include <QCheckBox>
 #include <QLabel>
 #include <QMessageBox>
 #include <QToolButton>
 
 #include <filesystem>
+#include <set>
 
 namespace quorin {
 namespace {
@@ -95,6 +97,31 @@ TEST_F(DemoWindow, SendsOnlyWhatIsPressed) {
     EXPECT_TRUE(WillShow(u" %"));
     EXPECT_FALSE(Shows(u" %RH"));
     EXPECT_FALSE(Shows(u" \u00B0C"));
+}
+
+TEST_F(DemoWindow, WrapsItsButtonsInANarrowWindow) {
+    const auto& strip = *Form().findChild<QWidget*>(QStringLiteral("instrumentStrip"));
+    const auto rows = [&strip] {
+        std::set<int> tops;
+        for (const auto* const button : strip.findChildren<QAbstractButton*>()) {
+            if (!button->isVisible())
+                continue;
+            EXPECT_GE(button->width(), button->sizeHint().width()) << button->text().toStdString();
+            EXPECT_LE(button->geometry().right(), strip.width());
+            EXPECT_LE(button->geometry().bottom(), strip.height());
+            tops.insert(button->geometry().top());
+        }
+        return tops.size();
+    };
+    const std::size_t before = rows();
+    Form().resize(320, Form().height());
+    EXPECT_TRUE(QTest::qWaitFor([&strip] { return strip.width() == 320; }));
+    QTest::qWait(50);
+    EXPECT_GT(rows(), before);
+    Form().resize(640, Form().height());
+    EXPECT_TRUE(QTest::qWaitFor([&strip] { return strip.width() == 640; }));
+    QTest::qWait(50);
+    EXPECT_EQ(rows(), before);
 }
 
 TEST_F(DemoWindow, SendsOneOfEachKindByAKeyToo) {
