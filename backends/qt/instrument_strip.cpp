@@ -3,6 +3,7 @@
 
 #include <QBoxLayout>
 
+#include <algorithm>
 #include <utility>
 
 namespace backends::qt {
@@ -10,6 +11,7 @@ namespace backends::qt {
 namespace {
 
 constexpr int Gap = 2;
+const QString LongWords = QStringLiteral("Simulated instrument: it sends what you press");
 
 } // namespace
 
@@ -55,19 +57,24 @@ void InstrumentStrip::NumberButtons() {
         button->setShortcut(QKeySequence(Qt::ALT | static_cast<Qt::Key>(Qt::Key_1 + static_cast<int>(place))));
         button->setToolTip(QStringLiteral("Alt+%1").arg(place + 1));
         button->setAccessibleDescription(button->toolTip());
-        if (button != Afresh_)
-            button->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     }
 }
 
-/// Returns the row of each button, so that no text is cut. "Start afresh" stands in the line above.
+/// "Start afresh" stands beside the words where there is room for both.
+bool InstrumentStrip::IsNarrow(int width) const {
+    return width < fontMetrics().horizontalAdvance(LongWords) + Afresh_->sizeHint().width() + 4 * Gap;
+}
+
+/// Returns the row of each button, so that no text is cut: 0 is the line of the words.
 std::vector<std::size_t> InstrumentStrip::RowsFor(int width) const {
     std::vector<std::size_t> rows;
     int left = width - 2 * Gap;
-    std::size_t row = 0;
+    std::size_t row = 1;
     for (const QAbstractButton* const button : Buttons_) {
-        if (button == Afresh_)
+        if (button == Afresh_ && !IsNarrow(width)) {
+            rows.push_back(0);
             continue;
+        }
         const int needed = button->sizeHint().width() + Gap;
         if (needed > left && !rows.empty()) {
             ++row;
@@ -86,20 +93,19 @@ void InstrumentStrip::Lay(const std::vector<std::size_t>& rows) {
     auto* const column = new QVBoxLayout(this);
     column->setContentsMargins(Gap, 1, Gap, 1);
     column->setSpacing(1);
-    auto* const top = new QHBoxLayout;
-    top->addWidget(Words_, 1);
-    top->addWidget(Afresh_);
-    column->addLayout(top);
-    std::vector<QHBoxLayout*> lines(rows.empty() ? 0 : rows.back() + 1);
+    std::vector<QHBoxLayout*> lines(*std::max_element(rows.begin(), rows.end()) + 1);
     for (QHBoxLayout*& line : lines) {
         line = new QHBoxLayout;
         line->setSpacing(Gap);
         column->addLayout(line);
     }
+    lines.front()->addWidget(Words_, 1);
     for (std::size_t place = 0; place < rows.size(); ++place) {
         const int needed = Buttons_[place]->sizeHint().width() + Gap;
-        Buttons_[place]->setMaximumWidth(2 * needed);
-        lines[rows[place]]->addWidget(Buttons_[place], needed);
+        Buttons_[place]->setMaximumWidth(rows[place] == 0 ? needed : 2 * needed);
+        Buttons_[place]->setSizePolicy(rows[place] == 0 ? QSizePolicy::Fixed : QSizePolicy::Ignored,
+                                       QSizePolicy::Fixed);
+        lines[rows[place]]->addWidget(Buttons_[place], rows[place] == 0 ? 0 : needed);
     }
 }
 

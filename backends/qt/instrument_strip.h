@@ -43,6 +43,7 @@ protected:
 private:
     QToolButton* Button(const char* name, const QString& words, std::function<void()> pressed);
     void NumberButtons();
+    bool IsNarrow(int width) const;
     std::vector<std::size_t> RowsFor(int width) const;
     void Lay(const std::vector<std::size_t>& rows);
 

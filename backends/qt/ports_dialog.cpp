@@ -6,6 +6,7 @@
 #include <QCloseEvent>
 #include <QHBoxLayout>
 #include <QHeaderView>
+#include <QScreen>
 #include <QShortcut>
 #include <QSignalBlocker>
 #include <QVBoxLayout>
@@ -24,6 +25,7 @@ constexpr int LookInterval = 1000;                  // milliseconds between two 
 constexpr int CountInterval = 200;                  // milliseconds between two counts
 constexpr std::array Widths = {22, 22, 14, 28, 12}; // characters of each column
 constexpr int HeardColumn = 4;
+constexpr QSize Frame(8, 40); // at most, of a window
 
 const QString NoPort =
     QStringLiteral("There is no serial port on this machine. Plug an adapter in, or bind a Bluetooth "
@@ -77,8 +79,9 @@ PortsDialog::PortsDialog(PortsOfMachine machine, QWidget& form)
     Details_->setWordWrap(true);
     Details_->setTextInteractionFlags(Qt::TextSelectableByMouse);
     column->addWidget(Details_);
+    MakeButtonsOfPort();
     MakeAddressLine();
-    MakeButtons();
+    MakeFoot();
     Changes_ = new QTimer(this);
     Changes_->setInterval(LookInterval);
     Hearing_ = new QTimer(this);
@@ -97,7 +100,7 @@ PortsDialog::PortsDialog(PortsOfMachine machine, QWidget& form)
     }
     auto* const escape = new QShortcut(QKeySequence(Qt::Key_Escape), this);
     QObject::connect(escape, &QShortcut::activated, this, [this] { close(); });
-    resize(100 * List_->fontMetrics().averageCharWidth(), 18 * List_->fontMetrics().height());
+    resize(100 * List_->fontMetrics().averageCharWidth(), 20 * List_->fontMetrics().height());
 }
 
 /// For what is in no list: a device that is not there yet, a listener elsewhere, a command.
@@ -125,38 +128,49 @@ void PortsDialog::MakeAddressLine() {
     JudgeAddress();
 }
 
-void PortsDialog::MakeButtons() {
+/// What can be done about the selected port.
+void PortsDialog::MakeButtonsOfPort() {
     auto* const row = new QHBoxLayout;
     Use_ = new QPushButton(QStringLiteral("&Use this one"), this);
     Use_->setObjectName(QStringLiteral("usePort"));
-    Listen_ = new QPushButton(QStringLiteral("&Look for characters (3 s)"), this);
-    Listen_->setObjectName(QStringLiteral("listenPorts"));
-    Listen_->setToolTip(AboutListening);
-    Listen_->setAccessibleDescription(AboutListening);
     Copy_ = new QPushButton(QStringLiteral("&Copy the command"), this);
     Copy_->setObjectName(QStringLiteral("copyRemedy"));
     Forget_ = new QPushButton(QStringLiteral("&Forget the pin"), this);
     Forget_->setObjectName(QStringLiteral("forgetPin"));
     Forget_->setToolTip(QStringLiteral("The name goes by the rule again: the first adapter is Com1."));
-    auto* const done = new QPushButton(QStringLiteral("Close"), this);
-    for (QPushButton* const button : {Use_, Listen_, Copy_, Forget_, done})
+    for (QPushButton* const button : {Use_, Copy_, Forget_})
         row->addWidget(button);
-    row->insertStretch(4);
+    row->addStretch();
     static_cast<QVBoxLayout*>(layout())->addLayout(row);
     QObject::connect(Use_, &QPushButton::clicked, this, [this] { UseSelected(); });
-    QObject::connect(Listen_, &QPushButton::clicked, this, [this] { StartListening(); });
     QObject::connect(Copy_, &QPushButton::clicked, this, [this] {
         if (const int at = Selected(); at >= 0)
             QApplication::clipboard()->setText(Shown(Rows_[static_cast<std::size_t>(at)].Trouble.Command));
     });
     QObject::connect(Forget_, &QPushButton::clicked, this, [this] { ForgetSelected(); });
+}
+
+void PortsDialog::MakeFoot() {
+    auto* const row = new QHBoxLayout;
+    Listen_ = new QPushButton(QStringLiteral("&Look for characters (3 s)"), this);
+    Listen_->setObjectName(QStringLiteral("listenPorts"));
+    Listen_->setToolTip(AboutListening);
+    Listen_->setAccessibleDescription(AboutListening);
+    auto* const done = new QPushButton(QStringLiteral("Close"), this);
+    row->addWidget(Listen_);
+    row->addStretch();
+    row->addWidget(done);
+    static_cast<QVBoxLayout*>(layout())->addLayout(row);
+    QObject::connect(Listen_, &QPushButton::clicked, this, [this] { StartListening(); });
     QObject::connect(done, &QPushButton::clicked, this, [this] { close(); });
 }
 
 void PortsDialog::Open() {
     Said_.clear();
-    if (!isVisible())
+    if (!isVisible()) {
         Survey();
+        resize(size().boundedTo(screen()->availableGeometry().size() - Frame));
+    }
     show();
     raise();
     activateWindow();

@@ -51,7 +51,8 @@ protected:
 
 private:
     void MakeAddressLine();
-    void MakeButtons();
+    void MakeButtonsOfPort();
+    void MakeFoot();
     void LookForChanges();
     void ShowRows();
     void ShowDetails();

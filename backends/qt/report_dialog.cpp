@@ -3,9 +3,11 @@
 
 #include <QFile>
 #include <QHBoxLayout>
+#include <QScreen>
 #include <QSignalBlocker>
 #include <QVBoxLayout>
 
+#include <algorithm>
 #include <utility>
 
 namespace backends::qt {
@@ -13,6 +15,8 @@ namespace backends::qt {
 namespace {
 
 constexpr QSize DialogSize(720, 560); // pixels of the screen
+constexpr int LeastPreview = 40;      // likewise
+constexpr QSize Frame(8, 48);         // at most, of a window
 
 const QString WhatGoesIn =
     QStringLiteral("One text file, for those who look after the program. Below is all that goes "
@@ -28,11 +32,12 @@ ReportDialog::ReportDialog(ReportSource source, QWidget& form)
     : BesideForm(form, "report", QStringLiteral("Report a problem"), DialogSize), Source_(std::move(source)),
       Place_(*this, QStringLiteral("Save the report"), "reportState") {
     auto* const column = new QVBoxLayout(this);
-    auto* const words = new QLabel(WhatGoesIn, this);
-    words->setWordWrap(true);
-    column->addWidget(words);
+    Words_ = new QLabel(WhatGoesIn, this);
+    Words_->setWordWrap(true);
+    column->addWidget(Words_);
     MakeChoices(*column);
     Preview_ = new QPlainTextEdit(this);
+    Preview_->setMinimumHeight(LeastPreview);
     Preview_->setLineWrapMode(QPlainTextEdit::NoWrap);
     Preview_->setAccessibleName(QStringLiteral("The file as it will be saved"));
     column->addWidget(Preview_, 1);
@@ -73,6 +78,11 @@ void ReportDialog::MakeFoot(QBoxLayout& column) {
     QObject::connect(done, &QPushButton::clicked, this, [this] { close(); });
 }
 
+void ReportDialog::FitInto(const QSize& room) {
+    Words_->show();
+    Words_->setVisible(layout()->totalMinimumHeightForWidth(std::min(width(), room.width())) <= room.height());
+}
+
 /// Each time it is opened, nothing is unmasked until a person asks for it. A text that a person has changed is kept.
 void ReportDialog::Open() {
     if (Preview_->document()->isModified())
@@ -89,6 +99,7 @@ void ReportDialog::Open() {
             Days_->addItem(QString::fromStdString(day));
     }
     MakeText();
+    FitInto(screen()->availableGeometry().size() - Frame);
     ComeForward();
     Place_.Save().setFocus();
 }

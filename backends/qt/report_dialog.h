@@ -39,6 +39,8 @@ public:
 
     /// Opens the dialog, or brings it to the front with the text of now.
     void Open();
+    /// Leaves out the words at its head in a room that is too low for them: the file says what is masked, too.
+    void FitInto(const QSize& room);
 
 protected:
     bool TakesEscape() override { return Place_.TakeQuestionBack(); }
@@ -53,6 +55,7 @@ private:
 
     ReportSource Source_;
     std::string Report_; ///< as it was made; a person may have changed it
+    QLabel* Words_;
     QComboBox* Days_;
     QCheckBox* Whole_;
     QPushButton* Undo_;

@@ -13,6 +13,7 @@ namespace backends::qt {
 namespace {
 
 constexpr QSize SmallestForm(200, 160); // in pixels of the form: more than the smallest device has
+constexpr int LeastHeight = 90;         // of the form on a screen that has no room for more
 constexpr QSize Frame(8, 40);           // at most
 constexpr int CharactersBeside = 44;    // of the width of what stands beside the form
 
@@ -96,6 +97,10 @@ void Window::LetSize() {
 void Window::Fit() {
     layout()->activate();
     const QSize room = screen()->availableGeometry().size() - Frame;
+    // What stands below the form of a low screen would otherwise be below the screen.
+    if (const int over = layout()->totalMinimumSize().height() - room.height(); IsOneLine_ && over > 0)
+        Ground_->setMinimumHeight(std::max(LeastHeight, Ground_->minimumHeight() - over));
+    layout()->activate();
     resize(layout()->totalSizeHint().boundedTo(room));
 }
 

@@ -5,6 +5,7 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QScreen>
 
 namespace windowtest {
 namespace {
@@ -113,6 +114,16 @@ TEST_F(DialogOfPorts, UsesThePortThatIsSelected) {
     Select(2);
     Button("usePort").click();
     EXPECT_THAT(Used, testing::Contains(PortChoice{2, "/dev/ttyS0"}));
+}
+
+TEST_F(DialogOfPorts, FitsOnASmallScreen) {
+    Ports[1].Numbers = {{3, true}};
+    Dialog.resize(5000, 5000);
+    Dialog.Open();
+    Select(1); // with every button
+    EXPECT_LE(Dialog.width(), Form().screen()->availableGeometry().width());
+    EXPECT_LE(Dialog.height(), Form().screen()->availableGeometry().height());
+    EXPECT_LE(Dialog.minimumSizeHint().width(), 392) << "of 400, with a frame";
 }
 
 TEST_F(DialogOfPorts, UsesAnAddressThatIsTyped) {

@@ -3,6 +3,8 @@
 
 #include "tests/support/in_a_window.h"
 
+#include <QLayout>
+
 namespace windowtest {
 namespace {
 
@@ -150,6 +152,10 @@ TEST_F(ReportInAWindow, FitsOnASmallScreen) {
     EXPECT_LE(Dialog.height(), Form().screen()->availableGeometry().height());
     EXPECT_LE(Dialog.minimumSizeHint().width(), 440);
     EXPECT_LE(Dialog.minimumSizeHint().height(), 400);
+    Dialog.FitInto(QSize(392, 192)); // 800x480 pixels, two for one
+    EXPECT_LE(Dialog.layout()->totalMinimumHeightForWidth(392), 192);
+    Dialog.FitInto(QSize(720, 560));
+    EXPECT_GT(Dialog.layout()->totalMinimumHeightForWidth(392), 192) << "the words at its head are back";
 }
 
 } // namespace

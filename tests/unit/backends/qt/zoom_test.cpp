@@ -174,6 +174,16 @@ TEST_F(ZoomOfADesktop, LeavesRoomOnTheScreen) {
     EXPECT_GE(FormBox().Height, 160);
 }
 
+TEST_F(ZoomOfADesktop, LeavesABarOnTheLowestScreen) {
+    const int screen = Form().screen()->availableGeometry().height();
+    QWidget bar;
+    bar.setFixedHeight(screen - 180); // a screen that is 180 pixels high without it
+    Form().PutBelow(bar);
+    Repaint();
+    EXPECT_LE(Form().height(), screen);
+    EXPECT_GE(Form().Screen().height(), 90);
+}
+
 TEST_F(ZoomOfADesktop, LeavesTheStatusAreaItsSize) {
     const auto* const link = Form().findChild<QLabel*>(QStringLiteral("linkState"));
     const int before = link->fontMetrics().height();

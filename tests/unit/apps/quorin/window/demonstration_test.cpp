@@ -118,6 +118,8 @@ TEST_F(DemoWindow, WrapsItsButtonsInANarrowWindow) {
     EXPECT_TRUE(QTest::qWaitFor([&strip] { return strip.width() == 320; }));
     QTest::qWait(50);
     EXPECT_GT(rows(), before);
+    const auto& words = *Form().findChild<QLabel*>(QStringLiteral("instrumentState"));
+    EXPECT_GE(words.width(), words.fontMetrics().horizontalAdvance(words.text()));
     Form().resize(640, Form().height());
     EXPECT_TRUE(QTest::qWaitFor([&strip] { return strip.width() == 640; }));
     QTest::qWait(50);
