@@ -2,7 +2,7 @@
 // What the page costs in a browser, beside the same work of the native programs: script/bench-web calls it, with the
 // native console. Prints rows of a table.
 import { execFileSync } from 'node:child_process';
-import { mkdtempSync, mkdirSync, readdirSync, readFileSync, rmSync, writeFileSync } from 'node:fs';
+import { mkdtempSync, mkdirSync, readdirSync, readFileSync, rmSync, writeFileSync, statSync } from 'node:fs';
 import { tmpdir } from 'node:os';
 import { dirname, join } from 'node:path';
 import { fileURLToPath } from 'node:url';
@@ -161,7 +161,8 @@ async function keyRow(chromium) {
 
 function sizeRow() {
   const site = tree('build/web/site/');
-  const files = readdirSync(site).map((name) => readFileSync(site + name));
+  const files = readdirSync(site, { recursive: true }).map((name) => site + name).filter((path) => statSync(path).isFile())
+    .map((path) => readFileSync(path));
   const packed = files.reduce((sum, bytes) => sum + gzipSync(bytes, { level: 9 }).length, 0);
   const plain = files.reduce((sum, bytes) => sum + bytes.length, 0);
   tell('bytes to load, packed by gzip', `${(packed / 1e6).toFixed(2)} MB`, 'not packed', `${(plain / 1e6).toFixed(2)} MB`);

@@ -321,6 +321,7 @@ std::string MirrorText(const HeadlessControlSet& seen, PageFonts& fonts, const S
                          {"softkeys", modPDAUI::Display.SoftKeyMenus},
                          {"keys", KeysOf(beside.Keys)},
                          {"notices", NoticesOf(beside.Notices)},
+                         {"record", companion::RecordIsOpen()},
                          {"unsaved", modQuorin::RecordIsUnsaved()},
                          {"status", seen.lblStatus.Visible() ? Json(Utf8(seen.lblStatus.Caption())) : Json(nullptr)},
                          {"box", OpenBoxOf(seen.boxes, stage.Box(beside.BoxesOpened))}};

@@ -94,8 +94,9 @@ export async function openPool(folder, spare) {
   return handles.concat(await Promise.all(added.map(open)));
 }
 
-/// Returns the file system over these handles, for FS.mount.
-export function originFiles(FS, handles) {
+/// Returns the file system over these handles, for FS.mount. `counted` is called with the number of files of the program
+/// when it was mounted, and whenever that changes.
+export function originFiles(FS, handles, counted = () => {}) {
   const pool = handles.map((handle) => new PoolFile(handle));
   const free = [];
   const unflushed = new Set();
@@ -129,6 +130,13 @@ export function originFiles(FS, handles) {
 
   const described = (node) =>
     ({ id: node.fileId, parent: node.parent.fileId, name: node.name, mode: node.mode, time: node.timestamp });
+
+  let told;
+  function count() {
+    const files = pool.filter((file) => file.inUse && !FS.isDir(file.header.mode)).length;
+    if (files !== told) counted(files);
+    told = files;
+  }
 
   function release(file) {
     file.write({ generation: ++generation });
@@ -207,6 +215,7 @@ export function originFiles(FS, handles) {
       }
       waiting = later;
     }
+    count();
     return root;
   }
 
@@ -251,6 +260,7 @@ export function originFiles(FS, handles) {
       if (!FS.isDir(mode) && !FS.isFile(mode)) fail('EPERM');
       const file = onMedium(takeFree);
       onMedium(() => describe(file, { id: ++lastId, parent: parent.fileId, name, mode, time: Date.now() }));
+      count();
       return makeNode(parent, name, mode, file);
     },
     rename(node, folder, name) {
@@ -268,10 +278,12 @@ export function originFiles(FS, handles) {
         onMedium(() => release(before.file));
       }
       folder.contents[name] = node;
+      count();
     },
     unlink(folder, name) {
       onMedium(() => release(folder.contents[name].file));
       delete folder.contents[name];
+      count();
     },
     rmdir(folder, name) {
       if (!isEmpty(folder.contents[name])) fail('ENOTEMPTY');

@@ -6,6 +6,7 @@ import { mkdtempSync, readFileSync, rmSync, writeFileSync } from 'node:fs';
 import { tmpdir } from 'node:os';
 import { join } from 'node:path';
 import { test } from 'node:test';
+import { originFiles } from '../../backends/web/origin_files.js';
 import { ran, started } from './support/console.mjs';
 import { meterFiles, numbersIn, OpenDownload, session } from './support/meter.mjs';
 import { byChance, Cut, Medium, randomNumbers } from './support/memory_pool.mjs';
@@ -297,4 +298,24 @@ test('a line database is whole after a power cut', async (context) => {
   } finally {
     rmSync(folder, { recursive: true });
   }
+});
+
+test('the number of files is told whenever it changes', async () => {
+  const medium = new Medium(8);
+  const told = [];
+  const mounted = async () => {
+    const { FS } = await started(new Medium(1).handles());
+    FS.mkdir('/counted');
+    FS.mount(originFiles(FS, medium.handles(), (files) => told.push(files)), {}, '/counted');
+    return FS;
+  };
+  const FS = await mounted();
+  FS.mkdir('/counted/folder');
+  FS.writeFile('/counted/folder/one', '1');
+  FS.writeFile('/counted/two', '2');
+  FS.rename('/counted/two', '/counted/folder/one');
+  FS.unlink('/counted/folder/one');
+  FS.writeFile('/counted/three', '3');
+  await mounted();
+  assert.deepEqual(told, [0, 1, 2, 1, 0, 1, 1]);
 });

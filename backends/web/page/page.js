@@ -17,6 +17,7 @@ import { Recovery } from './recovery.js';
 import { makeRing, RingWriter } from './ring.js';
 import { Sizes } from './sizes.js';
 import { playTone } from './tones.js';
+import { Upkeep } from './upkeep.js';
 
 const of = (id) => document.getElementById(id);
 const form = of('form');
@@ -49,12 +50,13 @@ const exchange = new Exchange(send, more);
 const ports = new Ports(navigator.serial, send, new RingWriter(portBytes, acts));
 const portsDialog = new PortsDialog(of('ports'), ports, send);
 const notices = new Notices(of('notice'), of('notices'), {
-  confirm: (about) => send('notice', { words: about }),
-  acts: { ports: () => portsDialog.open(), ...exchange.acts() },
+  confirm: (about) => upkeep.confirm(about) || send('notice', { words: about }),
+  acts: { ports: () => portsDialog.open(), version: () => upkeep.startNewer(), ...exchange.acts() },
 });
 const link = new Link(of('link'), of('heard'), of('losses'), { choosePort: () => portsDialog.open(), send });
 more.add('Ports…', () => portsDialog.open());
 for (const [text, by] of [['Larger', 1], ['Smaller', -1]]) more.add(text, () => resize(by), (mirror) => mirror.resizable && sizes.can(by));
+const upkeep = new Upkeep(more, of('about'), draw);
 new Pointer(view, send, { heading: of('heading'), grid: of('grid'), bar: of('bar') });
 new Keyboard(view, send, fields, menus, popup);
 
@@ -102,7 +104,8 @@ function draw() {
   drawList(of('list'), mirror.list, scale, send);
   of('busy').hidden = mirror.status === null;
   of('busy').textContent = mirror.status ?? '';
-  notices.draw(mirror.notices);
+  upkeep.see(mirror);
+  notices.draw(upkeep.withNotices(mirror.notices));
   menus.draw(mirror);
   more.draw(mirror);
   const hadField = fields.isOpen();
@@ -186,6 +189,8 @@ function hear({ data }) {
     ports.hear(data.port);
   } else if (data.exchange !== undefined || data.given !== undefined) {
     exchange.hear(data);
+  } else if (data.files !== undefined) {
+    upkeep.count(data.files);
   } else if (data.tone) {
     playTone(data.tone);
   } else if (data.over !== undefined) {
@@ -213,6 +218,9 @@ addEventListener('beforeunload', (event) => {
   if (view.mirror?.unsaved) event.preventDefault();
 });
 
-if (window.crossOriginIsolated) start();
-else tell('This page needs two headers from its server: Cross-Origin-Opener-Policy: same-origin, and '
-  + 'Cross-Origin-Embedder-Policy: require-corp.', 'bad');
+const next = await upkeep.beforeStart();
+if (next === 'start') start();
+if (next === 'never') tell(window.isSecureContext
+  ? 'This page needs two headers from its server: Cross-Origin-Opener-Policy: same-origin, and '
+    + 'Cross-Origin-Embedder-Policy: require-corp.'
+  : 'This page works by HTTPS alone: its address has to begin with https://.', 'bad');

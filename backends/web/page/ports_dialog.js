@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // "Ports…": what was granted to the page, which of them the form uses, and the browser's own list of all others.
 
-const NoSerial = 'This browser reaches no instruments. Chromium, Chrome and Edge do: on a desktop since version 117, on '
+export const NoSerial = 'This browser reaches no instruments. Chromium, Chrome and Edge do: on a desktop since version 117, on '
   + 'Android since 138. Typing, and everything else, works here too.';
 const Nothing = 'No instrument was added to this page yet. Pair a Bluetooth instrument with this machine first, or plug its '
   + 'adapter in; then add it here.';

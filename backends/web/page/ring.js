@@ -5,7 +5,8 @@ const Header = 12; // bytes: wake, the place of the next byte to write, that of 
 const Capacity = 65536;
 
 export function makeRing() {
-  return new SharedArrayBuffer(Header + Capacity);
+  const Memory = globalThis.SharedArrayBuffer ?? ArrayBuffer; // a page that may share none says so, and does not start
+  return new Memory(Header + Capacity);
 }
 
 /// Writes lines. What there is no room for waits here, in its order.

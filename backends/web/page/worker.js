@@ -31,7 +31,7 @@ async function prepareFiles(module) {
   const handles = await openPool(folder, SpareFiles);
   reachFoldersByDescriptor(module.FS);
   module.FS.mkdir('/data');
-  module.FS.mount(originFiles(module.FS, handles), {}, '/data');
+  module.FS.mount(originFiles(module.FS, handles, (files) => postMessage({ files })), {}, '/data');
 }
 
 /// A ring as a device that the program reads.
