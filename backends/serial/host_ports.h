@@ -19,7 +19,7 @@ struct PortPaths {
     /// set, such a port is simulated.
     std::function<std::string(std::int32_t)> Find;
     /// Returns the source of a number, in place of the one that its address has on this machine.
-    std::function<std::unique_ptr<DescriptorSource>(std::int32_t number)> Make;
+    std::function<std::unique_ptr<DescriptorSource>(std::int32_t number)> Make = {};
 };
 
 /// One source exists at a time: that of the last number with an address.
