@@ -252,6 +252,7 @@ TEST_F(AtThePage, WhatIsNewIsOfferedUntilItIsHandedOver) {
 
 TEST_F(AtThePage, ASavedDownloadIsNoHandOver) {
     Device.Folder.Put("Quorin/qrn0001.txt", "Place|Count\nwall|7\n");
+    Ask("zip"); // which the person does not save
     OpenRecord();
     Ask("csv");
     Send({{"kind", "saved"}, {"item", Requests}});
