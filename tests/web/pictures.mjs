@@ -2,11 +2,10 @@
 // Pictures of each main screen of the page, for a person to look at: script/pictures web
 import { mkdirSync } from 'node:fs';
 import { fileURLToPath } from 'node:url';
-import { FormOnPage, sample, startBrowser } from './support/form_on_page.mjs';
+import { FormOnPage, startBrowser } from './support/form_on_page.mjs';
 
 const folder = process.argv[2];
 const FakeSerial = fileURLToPath(new URL('support/fake_serial.js', import.meta.url));
-const Package = { path: '/data/Quorin/climate.qvd', bytes: sample('climate.qvd') };
 const Touch = { hasTouch: true, isMobile: true };
 const Sizes = {
   phone: { viewport: { width: 360, height: 740 }, deviceScaleFactor: 2, ...Touch },
@@ -21,10 +20,10 @@ const reading = (type, value, unit) => [...Buffer.from(
   `[BLob]\r\n[RESULT_TYPE "${type}"]\r\n[RESULT_VALUE "${value}"]\r\n[RESULT_UNIT "${unit}"]\r\n[/BLob]\r\n`, 'latin1')];
 
 async function take(chromium, size, options) {
-  const form = await FormOnPage.open(chromium, { files: [Package], scripts: [FakeSerial], ...options });
+  const form = await FormOnPage.open(chromium, { scripts: [FakeSerial], ...options });
   const shot = (name) => form.page.screenshot({ path: `${folder}/${size}-${name}.png` });
   await shot('start');
-  await form.installDriver();
+  await form.installSample();
   await form.choose('Start...');
   await form.untilShown('Climate Meter');
   await shot('drivers');
@@ -43,8 +42,8 @@ async function take(chromium, size, options) {
   }
   await form.page.waitForTimeout(500); // the line of the link
   await shot('record');
-  await form.click('Site', 110);
-  await form.page.locator('#field input').fill('North wall');
+  await form.click('Remark', 0.6 * (await form.mirror()).form[0]);
+  await form.page.locator('#field input').fill('wet, behind the pipe');
   await shot('typing');
   await form.page.keyboard.press('Enter');
   await form.choose('New Record');
