@@ -58,17 +58,19 @@ std::string ReadDeviceTable(const Text& fullName, const std::string& root, Table
     return {};
 }
 
-bool TakeDriver(const std::string& driver, Table& table) {
+std::string TakeDriver(const std::string& driver, Table& table) {
     const Text file = InfFileOf(FromBytes(driver));
     if (!file.empty())
         table.Source.Fields = companion::FieldsOfDriver(file);
     if (!table.Source.Fields.empty()) {
         table.Driver = driver;
-        return true;
+        return {};
     }
-    table.Note = "the driver " + driver + (file.empty() ? " is not installed" : " has no table that can be read") +
-                 ": all columns are text";
-    return false;
+    return "the driver " + driver + (file.empty() ? " is not installed" : " has no table that can be read");
+}
+
+std::string NoteOfTexts(const std::string& why) {
+    return why + ": all columns are text";
 }
 
 std::vector<std::string> ReadLimits(const Table& table, const backends::LimitsFile& file,

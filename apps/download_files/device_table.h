@@ -33,9 +33,12 @@ std::string ReadBytes(const std::string& path, std::string& bytes);
 /// folder of the device. Returns why it can't, as a sentence; empty on success.
 std::string ReadDeviceTable(const Text& fullName, const std::string& root, Table& table);
 
-/// Sets the driver of a table and its columns. Without them a table is exported all the same, with a note: its columns
-/// are text. Returns false if that is so.
-bool TakeDriver(const std::string& driver, Table& table);
+/// Sets the driver of a table and its columns. Returns why it can't, without a full stop: "the driver X is not
+/// installed"; empty on success.
+std::string TakeDriver(const std::string& driver, Table& table);
+
+/// What is told of a table without a driver, which is exported all the same. `why`: as TakeDriver returns it.
+std::string NoteOfTexts(const std::string& why);
 
 /// Reads the limits of a table's driver, NAME.limits. Returns what is wrong with them, a line each.
 std::vector<std::string> ReadLimits(const Table& table, const backends::LimitsFile& file,

@@ -97,7 +97,8 @@ GivenFile PageDownload::MakeDatabase() const {
 std::string PageDownload::Read(exporter::Table& table) const {
     table.Source.File = ToBytes(Last_->File);
     table.Source.Alias = ToBytes(Last_->Alias);
-    exporter::TakeDriver(ToBytes(Last_->Driver), table);
+    if (const std::string missing = exporter::TakeDriver(ToBytes(Last_->Driver), table); !missing.empty())
+        table.Note = exporter::NoteOfTexts(missing);
     std::string why = exporter::ReadDeviceTable(FullName(), Root_, table);
     table.Source.Bytes = table.Bytes;
     return why.empty() && table.Bytes.empty() ? table.Source.File + " is empty: it has no columns." : why;

@@ -7,6 +7,7 @@
 #include "backends/files/left_files.h"
 #include "backends/files/root_lock.h"
 #include "backends/linux/port_list.h"
+#include "src/app/start_up.h"
 
 #include <cerrno>
 #include <cstring>
@@ -129,6 +130,12 @@ ExitStatus ConsoleMain(int count, char** words, ExitStatus (*run)(const Options&
     }
     RemoveLeftFiles(options);
     return run(options, session);
+}
+
+ExitStatus EndOf(Session& session, const backends::ProgramOver& over) {
+    const ExitStatus status = session.Over(over);
+    modQuorin::ResetModules();
+    return status;
 }
 
 } // namespace console

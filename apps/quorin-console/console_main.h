@@ -11,4 +11,7 @@ namespace console {
 /// Returns the exit status.
 start::ExitStatus ConsoleMain(int count, char** words, start::ExitStatus (*run)(const Options&, Session&));
 
+/// Tells how the program has ended, and closes what is open while the platform still exists. Returns the exit status.
+start::ExitStatus EndOf(Session& session, const backends::ProgramOver& over);
+
 } // namespace console

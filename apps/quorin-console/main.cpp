@@ -8,7 +8,6 @@
 #include "backends/headless_input/headless_hand.h"
 #include "backends/host/end_signals.h"
 #include "companion/words.h"
-#include "src/app/start_up.h"
 
 #include <iostream>
 #include <optional>
@@ -56,9 +55,7 @@ start::ExitStatus RunHeadless(const console::Options& options, console::Session&
             device.onlooker.notices.Raise(companion::DraftNotKept(u"neither XDG_STATE_HOME nor HOME is set"));
         session.Run();
     } catch (const backends::ProgramOver& over) {
-        const start::ExitStatus status = session.Over(over);
-        modQuorin::ResetModules(); // closes what is open while the platform still exists
-        return status;
+        return console::EndOf(session, over);
     }
 }
 

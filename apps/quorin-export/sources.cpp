@@ -103,11 +103,12 @@ std::string Tables::OpenRoot() {
 
 /// The driver that a person names has to be there. Returns why it is not, or an empty text.
 std::string Tables::TakeDriver(const std::string& driver, Table& table) const {
-    if (exporter::TakeDriver(driver, table) || Options_.Driver.empty())
-        return {};
-    const std::string why = table.Note.substr(0, table.Note.rfind(": "));
-    table.Note.clear();
-    return table.Source.File + ": " + why + ".";
+    const std::string why = exporter::TakeDriver(driver, table);
+    if (!why.empty() && !Options_.Driver.empty())
+        return table.Source.File + ": " + why + ".";
+    if (!why.empty())
+        table.Note = NoteOfTexts(why);
+    return {};
 }
 
 std::vector<std::string> Tables::ReadLimits(const Table& table, companion::ValueLimits& limits) const {

@@ -3,6 +3,7 @@
 
 #include "apps/arrivals/sample_driver.h"
 #include "companion/file_lines.h"
+#include "companion/port_setting.h"
 #include "src/drivers/installation.h"
 #include "src/drivers/registry.h"
 #include "src/storage/keyed_tables.h"
@@ -12,15 +13,9 @@
 
 namespace quorin {
 
-namespace {
-
-const Text PortKey = u"ComPort";
-
-} // namespace
-
 void PrepareDemo() {
-    if (modQuorin::GetSetting(PortKey, u"").empty())
-        modQuorin::SaveSetting(PortKey, u"Com" + modStringTools::NumberText(DemoPort));
+    if (modQuorin::GetSetting(u"ComPort", u"").empty())
+        companion::ChoosePort(DemoPort);
     modQuorin::LoadDriverList();
     if (modQuorin::Registry.DriverNames.empty())
         modQuorin::InstallLines(companion::LinesOf(modStringTools::FromBytes(apps::SampleDriver())));

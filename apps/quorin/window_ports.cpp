@@ -4,10 +4,10 @@
 #include "backends/files/folder_names.h"
 #include "backends/linux/port_names.h"
 #include "backends/serial/byte_sources.h"
+#include "companion/port_setting.h"
 #include "companion/words.h"
 #include "src/link/ports.h"
 #include "src/link/receive.h"
-#include "src/storage/settings.h"
 #include "src/view/navigation.h"
 
 #include <algorithm>
@@ -113,7 +113,7 @@ void WindowPorts::Use(const companion::PortChoice& choice) {
         return;
     Device_.host.ports.Pin(choice.Number, *read.Address);
     Settings_.Save(PinName(choice.Number), choice.Address);
-    modQuorin::SaveSetting(u"ComPort", u"Com" + modStringTools::NumberText(choice.Number));
+    companion::ChoosePort(choice.Number);
     DropOther(choice.Address);
     WithdrawOffer();
 }
@@ -152,7 +152,7 @@ std::optional<std::pair<std::int32_t, std::string>> WindowPorts::Given() const {
 
 void WindowPorts::UseGiven() {
     if (const auto port = Given())
-        modQuorin::SaveSetting(u"ComPort", u"Com" + modStringTools::NumberText(port->first));
+        companion::ChoosePort(port->first);
 }
 
 void WindowPorts::DropOffer() {

@@ -131,9 +131,18 @@ export function originFiles(FS, handles, counted = () => {}) {
   const described = (node) =>
     ({ id: node.fileId, parent: node.parent.fileId, name: node.name, mode: node.mode, time: node.timestamp });
 
+  /// Hidden folders are the program's own: what is in them is no data of the person's.
+  function filesIn(folder) {
+    return Object.values(folder.contents).reduce((sum, node) => {
+      if (!FS.isDir(node.mode)) return sum + 1;
+      return node.name.startsWith('.') ? sum : sum + filesIn(node);
+    }, 0);
+  }
+
+  let top;
   let told;
   function count() {
-    const files = pool.filter((file) => file.inUse && !FS.isDir(file.header.mode)).length;
+    const files = filesIn(top);
     if (files !== told) counted(files);
     told = files;
   }
@@ -215,6 +224,7 @@ export function originFiles(FS, handles, counted = () => {}) {
       }
       waiting = later;
     }
+    top = root;
     count();
     return root;
   }
@@ -260,8 +270,9 @@ export function originFiles(FS, handles, counted = () => {}) {
       if (!FS.isDir(mode) && !FS.isFile(mode)) fail('EPERM');
       const file = onMedium(takeFree);
       onMedium(() => describe(file, { id: ++lastId, parent: parent.fileId, name, mode, time: Date.now() }));
+      const node = makeNode(parent, name, mode, file);
       count();
-      return makeNode(parent, name, mode, file);
+      return node;
     },
     rename(node, folder, name) {
       const before = folder.contents[name];

@@ -6,10 +6,10 @@
 #include "backends/loop/form_events.h"
 #include "backends/loop/form_keys.h"
 #include "companion/form_state.h"
+#include "companion/port_setting.h"
 #include "src/app/form.h"
 #include "src/app/keys.h"
 #include "src/link/ports.h"
-#include "src/storage/settings.h"
 #include "src/view/input_fields.h"
 
 #include <algorithm>
@@ -292,10 +292,9 @@ void PageHand::ConfirmNotice(const PageEvent& event) {
 void PageHand::UsePort(const PageEvent& event) {
     if (event.Item < 1)
         return;
-    const Text port = u"Com" + modStringTools::NumberText(event.Item);
-    if (Form_.serial.PortOpen() && modBluetooth::StoredPort() != port)
+    if (Form_.serial.PortOpen() && modBluetooth::StoredPort() != companion::NameOfPort(event.Item))
         Form_.serial.Drop();
-    modQuorin::SaveSetting(u"ComPort", port);
+    companion::ChoosePort(event.Item);
 }
 
 void PageHand::Close(const PageEvent&) {

@@ -12,50 +12,31 @@ let chromium;
 before(async () => { chromium = await startBrowser(); });
 after(async () => { await chromium?.close(); });
 
-async function typed(form, words) {
-  await form.click('Remark', 600);
-  await form.page.locator('#field input').fill(words);
-  await form.page.keyboard.press('Enter');
-  await form.until((mirror) => mirror.unsaved, 'a changed record');
-}
-
-/// Opens the first record of the only download, after the page was opened again.
-async function openFirst(form) {
-  await form.choose('Start...');
-  await form.untilShown('Climate Meter');
-  await form.choose('Ok');
-  await form.choose('Open');
-  await form.untilShown('Remark');
-}
-
 test('a tab that is closed in a question loses nothing', async () => {
   const form = await FormOnPage.open(chromium);
   await form.openClimate();
-  await typed(form, 'kept');
+  await form.typeRemark('kept');
   await form.choose('New Record');
   await form.untilShown('2/2');
   await form.choose('Previous Record');
   await form.choose('Delete Record');
   await form.until((mirror) => mirror.box?.asks, 'the question');
-  const page = await form.page.context().newPage();
-  await form.page.close();
-  await page.goto(chromium.address);
-  const again = new FormOnPage(page);
-  await openFirst(again);
+  const again = await form.inNewTab(chromium.address);
+  await again.openFirst();
   await again.untilShown('kept');
   await again.untilShown('1/2');
-  await page.context().close();
+  await again.page.context().close();
 });
 
 test('a full quota is told, and the record comes back', async () => {
   const form = await FormOnPage.open(chromium);
   await form.openClimate();
-  await typed(form, 'before');
+  await form.typeRemark('before');
   await form.choose('New Record');
   await form.untilShown('2/2');
   const control = await form.page.context().newCDPSession(form.page);
   const { origin } = new URL(chromium.address);
-  await typed(form, 'when it was full');
+  await form.typeRemark('when it was full');
   await form.page.waitForTimeout(2500); // its draft is there
   await control.send('Storage.overrideQuotaForOrigin', { origin, quotaSize: 1 });
   await form.choose('New Record');
@@ -63,15 +44,12 @@ test('a full quota is told, and the record comes back', async () => {
   const told = await form.page.evaluate(() => document.body.innerText);
   assert.match(told, /Not saved: qrn0001.txt, the disk is full/);
   await control.send('Storage.overrideQuotaForOrigin', { origin });
-  const page = await form.page.context().newPage();
-  await form.page.close();
-  await page.goto(chromium.address);
-  const again = new FormOnPage(page);
-  await page.locator('#recovery .put').click();
-  await openFirst(again);
+  const again = await form.inNewTab(chromium.address);
+  await again.page.locator('#recovery .put').click();
+  await again.openFirst();
   await again.choose('Last Record');
   await again.untilShown('when it was full');
-  await page.context().close();
+  await again.page.context().close();
 });
 
 test('a page that was frozen takes readings again', async () => {

@@ -152,10 +152,7 @@ test('what was saved is there when the page is opened again', async () => {
   await form.choose('New Record');
   await form.untilShown('2/2');
   await form.page.reload();
-  await form.choose('Start...');
-  await form.untilShown('Climate Meter');
-  await form.choose('Ok');
-  await form.choose('Open');
+  await form.openFirst();
   await form.untilShown('to keep');
   await form.page.context().close();
 });
@@ -163,10 +160,7 @@ test('what was saved is there when the page is opened again', async () => {
 test('a page with a record that is not saved asks before it goes', async () => {
   const form = await opened({});
   await form.openClimate();
-  await form.click('Remark', 600);
-  await form.page.locator('#field input').fill('not saved');
-  await form.page.keyboard.press('Enter');
-  await form.until((mirror) => mirror.unsaved, 'a changed record');
+  await form.typeRemark('not saved');
   const asked = new Promise((done) => form.page.once('dialog', async (dialog) => { await dialog.dismiss(); done(dialog.type()); }));
   await form.page.close({ runBeforeUnload: true });
   assert.equal(await asked, 'beforeunload');
@@ -177,33 +171,19 @@ test('a page with a record that is not saved asks before it goes', async () => {
 async function withDraft() {
   const form = await opened({});
   await form.openClimate();
-  await form.click('Remark', 600);
-  await form.page.locator('#field input').fill('not saved');
-  await form.page.keyboard.press('Enter');
-  await form.until((mirror) => mirror.unsaved, 'a changed record');
+  await form.typeRemark('not saved');
   await form.page.waitForTimeout(2500); // a draft is written when a record has not changed for a second
-  const page = await form.page.context().newPage();
-  await form.page.close();
-  const again = new FormOnPage(page);
-  await page.goto(chromium.address);
-  await page.locator('#recovery').waitFor({ state: 'visible' });
+  const again = await form.inNewTab(chromium.address);
+  await again.page.locator('#recovery').waitFor({ state: 'visible' });
   return again;
 }
-
-const openFirst = async (form) => {
-  await form.choose('Start...');
-  await form.untilShown('Climate Meter');
-  await form.choose('Ok');
-  await form.choose('Open');
-  await form.untilShown('Remark');
-};
 
 test('a record that was not saved is put back', async () => {
   const form = await withDraft();
   assert.match(await form.page.locator('#recovery p').textContent(), /was not saved: qrn0001.txt, record 1/);
   assert.deepEqual(await form.page.locator('#recovery tr.differs td').allTextContents(), ['Remark', 'not saved', '']);
   await form.page.locator('#recovery .put').click();
-  await openFirst(form);
+  await form.openFirst();
   await form.untilShown('not saved');
   await form.page.reload();
   await form.until((mirror) => mirror.title !== '', 'the form');
@@ -218,7 +198,7 @@ test('a record that is forgotten is asked about, and gone', async () => {
   assert.equal(await form.page.locator('#recovery').isVisible(), true);
   form.page.once('dialog', (dialog) => dialog.accept());
   await form.page.locator('#recovery .forget').click();
-  await openFirst(form);
+  await form.openFirst();
   assert.ok(!(await form.texts()).includes('not saved'));
   await form.page.reload();
   await form.until((mirror) => mirror.title !== '', 'the form');
@@ -231,6 +211,42 @@ test('a record that is left for later is offered again', async () => {
   await form.until((mirror) => mirror.title !== '', 'the form');
   await form.page.reload();
   await form.page.locator('#recovery').waitFor({ state: 'visible' });
+  await form.page.context().close();
+});
+
+test('what a person has to know stands above the state', async () => {
+  const form = await opened(Phone); // with the hint of a page without drivers
+  const notice = await form.page.locator('#notice').boundingBox();
+  const state = await form.page.locator('#state').boundingBox();
+  assert.ok(notice.y + notice.height <= state.y + 1, JSON.stringify([notice, state]));
+  await form.page.context().close();
+});
+
+test('a browser that keeps no marks shows the form', async () => {
+  const made = await chromium.browser.newContext();
+  const page = await made.newPage();
+  await page.addInitScript(() => {
+    const refuse = { get() { throw new DOMException('denied', 'SecurityError'); } };
+    Object.defineProperty(window, 'localStorage', refuse);
+    Object.defineProperty(window, 'sessionStorage', refuse);
+  });
+  await page.goto(chromium.address);
+  await page.locator('#form').waitFor({ state: 'visible', timeout: 20000 });
+  await made.close();
+});
+
+test('a page whose program has ended offers nothing else', async () => {
+  const form = await opened({});
+  await form.page.locator('#link').click();
+  assert.equal(await form.page.locator('#ports').isVisible(), true);
+  await form.page.evaluate(() => { // no hand reaches the menus now, but the program may end by itself
+    document.querySelector('#menus button[data-menu="1"]').click();
+    [...document.querySelectorAll('#popup button')].find((button) => button.textContent === 'Exit').click();
+  });
+  await form.page.getByText('The program has ended.').waitFor();
+  assert.equal(await form.page.locator('#more').isDisabled(), true);
+  assert.equal(await form.page.locator('#link').isDisabled(), true);
+  assert.equal(await form.page.locator('dialog[open]').count(), 0);
   await form.page.context().close();
 });
 

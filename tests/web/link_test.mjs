@@ -136,11 +136,47 @@ test('a reading comes under a question', async () => {
   await form.page.context().close();
 });
 
-test('a browser without serial ports says so', async () => {
+test('a page without instruments says how to add one', async () => {
   const form = await FormOnPage.open(chromium, {});
-  await form.page.evaluate(() => { document.getElementById('link').click(); });
-  const words = await form.page.locator('#ports .why').textContent();
-  const has = await form.page.evaluate(() => Boolean(navigator.serial));
-  assert.match(words, has ? /No instrument was added/ : /reaches no instruments/);
+  await form.page.locator('#link').click();
+  assert.match(await form.page.locator('#ports .why').textContent(), /No instrument was added/);
   await form.page.context().close();
+});
+
+test('a browser without serial ports says so', async () => {
+  const made = await chromium.browser.newContext();
+  const page = await made.newPage();
+  await page.addInitScript(() => Object.defineProperty(navigator, 'serial', { value: undefined }));
+  await page.goto(chromium.address);
+  await page.locator('#link').click();
+  assert.match(await page.locator('#ports .why').textContent(), /reach/);
+  assert.equal(await page.locator('#ports .add').isVisible(), false);
+  await made.close();
+});
+
+test('readings that are stored nowhere stand until they are seen', async () => {
+  const made = await chromium.browser.newContext();
+  const page = await made.newPage();
+  await page.addInitScript({ path: FakeSerial });
+  await page.addInitScript(() => {
+    const { parse } = JSON;
+    window.lost = 'The reading 7 is not stored.';
+    JSON.parse = (text) => { const read = parse(text); return 'losses' in (read ?? {}) ? { ...read, losses: window.lost } : read; };
+  });
+  await page.goto(chromium.address);
+  const box = page.locator('#losses');
+  await box.waitFor({ state: 'visible' });
+  await page.keyboard.press('Escape'); // it has to be read
+  assert.equal(await box.isVisible(), true);
+  await box.getByText('OK').click();
+  await page.locator('#link').click();
+  await page.locator('#ports button', { hasText: 'Use this one' }).click();
+  await page.waitForFunction(() => document.getElementById('link').textContent.includes('no download is open for Com1'));
+  assert.equal(await box.isVisible(), false); // the program has said it again
+  await page.evaluate(() => { window.lost = 'The readings 7 and 8 are not stored.'; });
+  await page.locator('#link').click();
+  await page.locator('#ports button', { hasText: 'Add an instrument' }).click();
+  await box.waitFor({ state: 'visible' });
+  assert.match(await box.textContent(), /7 and 8/);
+  await made.close();
 });

@@ -316,6 +316,8 @@ test('the number of files is told whenever it changes', async () => {
   FS.rename('/counted/two', '/counted/folder/one');
   FS.unlink('/counted/folder/one');
   FS.writeFile('/counted/three', '3');
+  FS.mkdir('/counted/.journal'); // the program's own
+  FS.writeFile('/counted/.journal/day', '4');
   await mounted();
   assert.deepEqual(told, [0, 1, 2, 1, 0, 1, 1]);
 });

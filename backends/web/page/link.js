@@ -6,6 +6,7 @@ export class Link {
     Object.assign(this, { line, heard, losses });
     line.addEventListener('click', choosePort);
     losses.querySelector('button').addEventListener('click', () => {
+      this.seen = this.shown; // the program says it until it has heard of the click
       losses.close();
       send('losses');
     });
@@ -16,7 +17,9 @@ export class Link {
     this.line.textContent = text;
     this.line.className = look;
     if (this.heard.textContent !== news) this.heard.textContent = news;
+    this.shown = losses;
     this.losses.querySelector('p').textContent = losses;
-    if (losses && !this.losses.open) this.losses.showModal();
+    if (losses === '') this.seen = '';
+    else if (losses !== this.seen && !this.losses.open) this.losses.showModal();
   }
 }

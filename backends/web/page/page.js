@@ -132,7 +132,9 @@ function tell(text, look) {
   exchange.stop();
   view.mirror = null;
   form.hidden = true;
-  for (const button of document.querySelectorAll('#menus button, #keys button')) button.disabled = true;
+  popup.close();
+  for (const dialog of document.querySelectorAll('dialog[open]:not(#losses)')) dialog.close(); // that one has to be read
+  for (const button of document.querySelectorAll('#menus button, #keys button, #state button')) button.disabled = true;
 }
 
 // --- the room for the form -------------------------------------------------------------------------------------------

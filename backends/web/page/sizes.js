@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // How large the form is drawn on the page: a person may change it, and the page remembers it.
+import { readMark, writeMark } from './marks.js';
 
 const Steps = [1, 1.1, 1.25, 1.5, 1.75, 2, 2.5, 3];
 const ForFinger = 1.75; // a row of the form is then about 33 pixels high
@@ -8,9 +9,9 @@ const LeastForm = 160; // pixels, the smallest form
 const Name = 'quorin scale';
 
 export class Sizes {
-  constructor(room, isTouched, store = localStorage) {
-    Object.assign(this, { room, store });
-    const kept = Number(store.getItem(Name));
+  constructor(room, isTouched) {
+    this.room = room;
+    const kept = readMark(Name);
     this.wanted = Steps.includes(kept) ? kept : isTouched ? ForFinger : ForMouse;
   }
 
@@ -35,6 +36,6 @@ export class Sizes {
 
   change(by) {
     this.wanted = this.next(by);
-    this.store.setItem(Name, this.wanted);
+    writeMark(Name, this.wanted);
   }
 }

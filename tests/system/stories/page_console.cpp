@@ -2,7 +2,6 @@
 // The console's commands on the device of the page: each command is what the page sends when a person does it. The page
 // has fonts of its own.
 #include "apps/quorin-console/console_main.h"
-#include "src/app/start_up.h"
 #include "tests/support/page_person.h"
 
 namespace {
@@ -17,9 +16,7 @@ start::ExitStatus RunOnPage(const console::Options& options, console::Session& s
     try {
         session.Run();
     } catch (const backends::ProgramOver& over) {
-        const start::ExitStatus status = session.Over(over);
-        modQuorin::ResetModules(); // closes what is open while the platform still exists
-        return status;
+        return console::EndOf(session, over);
     }
 }
 

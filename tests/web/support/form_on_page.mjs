@@ -108,6 +108,31 @@ export class FormOnPage {
     await this.untilShown('Remark');
   }
 
+  /// Opens the first record of the climate meter's only download.
+  async openFirst() {
+    await this.choose('Start...');
+    await this.untilShown('Climate Meter');
+    await this.choose('Ok');
+    await this.choose('Open');
+    await this.untilShown('Remark');
+  }
+
+  /// Types into the field Remark and closes it: the record differs from its file then.
+  async typeRemark(words) {
+    await this.click('Remark', 600);
+    await this.page.locator('#field input').fill(words);
+    await this.page.keyboard.press('Enter');
+    await this.until((mirror) => mirror.unsaved, 'a changed record');
+  }
+
+  /// The page in a new tab, after its own was closed.
+  async inNewTab(address) {
+    const page = await this.page.context().newPage();
+    await this.page.close();
+    await page.goto(address);
+    return new FormOnPage(page);
+  }
+
   /// Chooses what the page can do beside the form.
   async chooseMore(text) {
     await this.until((mirror) => mirror.box === null, 'no box');

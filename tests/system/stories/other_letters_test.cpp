@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
-// The console's stories again, in a window with its own fonts. Rows are higher there and pages have fewer of them; all
-// else must be as in the stories. QUORIN_CONSOLE=PROGRAM plays them with another program.
+// The console's stories again, in a window or on the page with fonts of its own. Rows have other heights there, and
+// pages other numbers of them; all else must be as in the stories. QUORIN_CONSOLE=PROGRAM plays them with another
+// program.
 #include "tests/system/stories/story.h"
 
 #include <gtest/gtest.h>
@@ -82,7 +83,7 @@ TEST_P(StoryInOtherLetters, GoesAsWrittenButForSizes) {
     EXPECT_EQ(story::Difference(WithoutMetrics(written), WithoutMetrics(played)), "");
 }
 
-INSTANTIATE_TEST_SUITE_P(InAWindow, StoryInOtherLetters, testing::ValuesIn(story::Stories(QUORIN_STORIES)), TitleOf);
+INSTANTIATE_TEST_SUITE_P(STORY_SUITE, StoryInOtherLetters, testing::ValuesIn(story::Stories(QUORIN_STORIES)), TitleOf);
 
 TEST(Masking, DropsPicturesAndSizesAlone) {
     const std::string story =
