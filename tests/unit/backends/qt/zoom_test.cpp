@@ -184,6 +184,16 @@ TEST_F(ZoomOfADesktop, LeavesABarOnTheLowestScreen) {
     EXPECT_GE(Form().Screen().height(), 90);
 }
 
+// A reading that was refused is shown for five seconds, as long as the words on a key.
+TEST_F(ZoomOfADesktop, HidesNoAlarmByItsWords) {
+    const auto* const link = Form().findChild<QLabel*>(QStringLiteral("linkState"));
+    Form().SetLinkLine({"Link open", companion::LineLook::Alive, "Link open"});
+    Form().Say(QStringLiteral("This is the largest size."));
+    EXPECT_EQ(link->text(), QStringLiteral("This is the largest size."));
+    Form().SetLinkLine({"Moisture was refused", companion::LineLook::Alarm, "Moisture was refused"});
+    EXPECT_EQ(link->text(), QStringLiteral("Moisture was refused"));
+}
+
 TEST_F(ZoomOfADesktop, LeavesTheStatusAreaItsSize) {
     const auto* const link = Form().findChild<QLabel*>(QStringLiteral("linkState"));
     const int before = link->fontMetrics().height();
