@@ -20,4 +20,8 @@ Text InstrumentLine(const InstrumentState& state) {
     return name + u": it sends what you press";
 }
 
+Text ButtonOfCable(bool isPlugged) {
+    return isPlugged ? u"Unplug" : u"Plug in";
+}
+
 } // namespace companion

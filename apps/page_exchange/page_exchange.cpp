@@ -118,8 +118,7 @@ void PageExchange::TakeZipIn() {
         return;
     const ArrivingFile file = *std::exchange(Zip_, std::nullopt);
     const PageHandOver::Report report = HandOver_.TakeIn(modStringTools::ToBytes(file.Name), file.Bytes);
-    SeenScreen_ = 0; // look anew
-    WasOpen_ = true;
+    LookAnew();
     Open({.Title = report.Title, .Words = report.Words, .BeginsAnew = report.IsBegun});
 }
 
@@ -151,8 +150,7 @@ void PageExchange::TakeSaved(const PageEvent& event) {
         return;
     if (const std::string why = HandOver_.Remember(); !why.empty())
         return Led_.Tell(FromBytes(why));
-    WasOpen_ = true; // count anew
-    SeenScreen_ = 0;
+    LookAnew();
 }
 
 // --- what is offered and asked ---------------------------------------------------------------------------------------
@@ -252,6 +250,11 @@ bool PageExchange::RaiseWhatIsPending() {
     if (state != Shown_)
         Says(Shown_ = std::move(state));
     return false;
+}
+
+void PageExchange::LookAnew() {
+    SeenScreen_ = 0;
+    WasOpen_ = true; // the records are counted
 }
 
 /// Files are read only when another screen has come.

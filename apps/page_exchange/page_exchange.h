@@ -30,6 +30,10 @@ public:
     /// Does the next thing that has been asked for, if the form is free. Must be called at the outermost level of the
     /// loop; may return long after.
     void Step();
+    /// Tells a person what went wrong, once no question is open.
+    void Tell(const Text& problem) { Led_.Tell(problem); }
+    /// The data was changed by something else than the form.
+    void LookAnew();
     /// Shows the page the state, if it has changed.
     bool RaiseWhatIsPending() override;
 

@@ -4,6 +4,7 @@
 #include "apps/options/command_line.h"
 #include "apps/options/device_options.h"
 #include "apps/options/journal_options.h"
+#include "apps/page_demo/page_demonstration.h"
 #include "apps/page_exchange/page_exchange.h"
 #include "apps/start/exit_status.h"
 #include "apps/start/process.h"
@@ -28,6 +29,7 @@
 #include <fcntl.h>
 #include <fstream>
 #include <iostream>
+#include <optional>
 #include <sstream>
 
 // The compiler does not see that JavaScript uses these arguments.
@@ -40,6 +42,7 @@ EM_JS(void, AskForPort, (const char* act, int number, int attempt, const char* s
 EM_JS(void, PlayOnPage, (int hertz, int milliseconds), { postMessage({tone : [ hertz, milliseconds ]}); });
 EM_JS(void, OfferRecoveryOnPage, (const char* offer), { postMessage({recovery : UTF8ToString(offer)}); });
 EM_JS(void, TellPageOfEnd, (const char* failure), { postMessage({over : UTF8ToString(failure)}); });
+EM_JS(void, ShowInstrumentOnPage, (const char* strip), { postMessage({instrument : UTF8ToString(strip)}); });
 EM_JS(void, SayToPage, (const char* words), { postMessage({exchange : UTF8ToString(words)}); });
 EM_JS(void, GiveToPage, (const char* words, const char* bytes, int count), {
     const copy = HEAPU8.slice(bytes, bytes + count);
@@ -52,7 +55,7 @@ namespace {
 constexpr const char* Measures = "/page/fonts.json";
 constexpr const char* Acts = "/dev/page";
 constexpr const char* PortBytes = "/dev/page-port";
-constexpr const char* Scratch = "/exchange"; ///< in memory
+constexpr const char* Scratch = "/exchange";      ///< in memory
 constexpr std::int64_t JournalBytes = 20'000'000; ///< of the storage that a browser gives a page
 
 /// What the program keeps for itself is beside the folders of the device.
@@ -91,7 +94,17 @@ std::string WordsOf(const backends::ProgramOver& over, bool isKept) {
                                                             : failure + " " + backends::StateWords(isKept);
 }
 
-start::ExitStatus Run(backends::DeviceOptions options, const backends::ProgramName& program) {
+/// Connects the demonstration with the rest of the page.
+void Connect(apps::PageDemonstration& demonstration, apps::PageExchange& exchange) {
+    demonstration.Says = [](const std::string& strip) { ShowInstrumentOnPage(strip.c_str()); };
+    demonstration.Emptied = [&exchange](const Text& why) {
+        exchange.LookAnew();
+        if (!why.empty())
+            exchange.Tell(why);
+    };
+}
+
+start::ExitStatus Run(backends::DeviceOptions options, bool isDemo, const backends::ProgramName& program) {
     const auto measures = MeasuresOfPage();
     const backends::Descriptor acts(::open(Acts, O_RDONLY | O_NONBLOCK));
     if (!measures || !acts.Valid()) {
@@ -100,7 +113,8 @@ start::ExitStatus Run(backends::DeviceOptions options, const backends::ProgramNa
     }
     const backends::Descriptor bytes(::open(PortBytes, O_RDONLY | O_NONBLOCK));
     backends::web::PageLine ports(bytes.Number(), AskPage);
-    options.Ports = ports.Paths();
+    apps::PipeLine simulated;
+    options.Ports = isDemo ? simulated.Paths() : ports.Paths();
     backends::NoCommands commands;
     PageWatcher watcher;
     backends::HostDevice host(options);
@@ -118,8 +132,12 @@ start::ExitStatus Run(backends::DeviceOptions options, const backends::ProgramNa
     exchange.Gives = [](const std::string& words, const std::string& bytes) {
         GiveToPage(words.c_str(), bytes.data(), static_cast<int>(bytes.size()));
     };
+    std::optional<apps::PageDemonstration> demonstration;
+    if (isDemo)
+        Connect(demonstration.emplace(device, simulated), exchange);
     events.Raised = [&](const backends::web::PageEvent& event) {
-        if (!ports.TakeUp(event) && !exchange.Take(event))
+        const bool isDemos = demonstration && demonstration->Take(event);
+        if (!isDemos && !ports.TakeUp(event) && !exchange.Take(event))
             hand.Do(event);
     };
     device.Listen(events);
@@ -134,6 +152,8 @@ start::ExitStatus Run(backends::DeviceOptions options, const backends::ProgramNa
         drafts.Attach(device);
         device.StartProgram();
         for (;;) {
+            if (demonstration)
+                demonstration->Step();
             device.loop.WaitOnce();
             exchange.Step();
         }
@@ -152,6 +172,8 @@ int main(int count, char** words) {
     CLI::App app("The form on a page");
     apps::DeviceWords device({"0", "/data", "settings.ini in the root folder"});
     apps::AddDeviceOptions(app, device);
+    bool isDemo = false;
+    app.add_flag("--demo", isDemo, "Run with a sample driver and a simulated instrument");
     backends::DeviceOptions options;
     const apps::Reading read = apps::ReadCommandLine(app, count, words, [&] { options = UnderstoodDevice(device); });
     if (read != apps::Reading::Run)
@@ -159,5 +181,5 @@ int main(int count, char** words) {
     if (options.Root.empty())
         options.Root = "/data";
     options.RealClock = true;
-    return NumberOf(Run(options, apps::ProgramOf("quorin-web", count, words)));
+    return NumberOf(Run(options, isDemo, apps::ProgramOf("quorin-web", count, words)));
 }

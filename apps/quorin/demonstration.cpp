@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "apps/quorin/demonstration.h"
 
-#include "apps/quorin/demo.h"
+#include "apps/demo/demo_data.h"
 #include "backends/files/host_files.h"
 #include "backends/qt/conversions.h"
 #include "companion/arrivals.h"
@@ -19,13 +19,11 @@ using modStringTools::FromBytes;
 
 namespace {
 
-constexpr std::int64_t Interval = 10000; // milliseconds
-
 /// The address of the port while the cable is pulled: nothing is there. The terminal's own path may be another
 /// program's by then.
 const std::string NoTerminal = "/dev/simulated-instrument";
 
-std::vector<QString> KindsOf(const DemoInstrument& meter) {
+std::vector<QString> KindsOf(const apps::DemoInstrument& meter) {
     std::vector<QString> kinds;
     for (const std::string& kind : meter.Kinds())
         kinds.push_back(QString::fromStdString(kind));
@@ -34,17 +32,24 @@ std::vector<QString> KindsOf(const DemoInstrument& meter) {
 
 } // namespace
 
-Demonstration::Demonstration(backends::qt::QtPlatform& device, DemoInstrument& meter, const DataFolder& data,
+Demonstration::Demonstration(backends::qt::QtPlatform& device, DemoTerminal& line, const DataFolder& data,
                              std::string ownFolder)
-    : Device_(device), Meter_(meter), Data_(data), OwnFolder_(std::move(ownFolder)), Guide_(device),
+    : Device_(device), Line_(line), Meter_(line), Data_(data), OwnFolder_(std::move(ownFolder)), Guide_(device),
       Box_(device.boxes, device.window),
-      Strip_(&device.window, KindsOf(meter), device.window.Menu().font(), device.window.WidthBelow()),
-      PinnedPath_(meter.Port()) {
+      Strip_(&device.window, KindsOf(Meter_), device.window.Menu().font(), device.window.WidthBelow()),
+      PinnedPath_(line.Port()) {
     Strip_.KindWanted = [this](std::size_t kind) {
-        Send(FromBytes(Meter_.Kinds()[kind]), [this, kind] { return Meter_.Send(kind); });
+        Meter_.SendKind(kind);
+        RaiseWhatIsPending();
     };
-    Strip_.AllWanted = [this] { Send(u"one of each", [this] { return Meter_.SendAll(); }); };
-    Strip_.StrangerWanted = [this] { Send(u"a stranger's reading", [this] { return Meter_.SendOfAStranger(); }); };
+    Strip_.AllWanted = [this] {
+        Meter_.SendAll();
+        RaiseWhatIsPending();
+    };
+    Strip_.StrangerWanted = [this] {
+        Meter_.SendOfAStranger();
+        RaiseWhatIsPending();
+    };
     Strip_.CableWanted = [this] { PullOrPlug(); };
     Strip_.AfreshWanted = [this] { AskToStartAfresh(); };
     RaiseWhatIsPending();
@@ -54,52 +59,32 @@ Demonstration::Demonstration(backends::qt::QtPlatform& device, DemoInstrument& m
 
 // --- the instrument --------------------------------------------------------------------------------------------------
 
-void Demonstration::Send(const Text& what, const std::function<bool()>& send) {
-    State_.What = what;
-    State_.Last = send() ? companion::SentState::Sent : companion::SentState::LineFull;
-    WaitsSince_ = Device_.clock.Milliseconds();
-    RaiseWhatIsPending();
-}
-
 /// A port that a person has pinned to another address is left alone.
 void Demonstration::PullOrPlug() {
-    if (Meter_.Port().empty())
-        Meter_.Plug();
+    if (Line_.Port().empty())
+        Line_.Plug();
     else
-        Meter_.Unplug();
-    const std::string address = Meter_.Port().empty() ? NoTerminal : Meter_.Port();
+        Line_.Unplug();
+    const std::string address = Line_.Port().empty() ? NoTerminal : Line_.Port();
     const auto& pins = Device_.host.ports.Pinned();
-    const auto pin = pins.find(DemoPort);
+    const auto pin = pins.find(apps::DemoPort);
     if (pin != pins.end() && pin->second == backends::PathAddress(PinnedPath_)) {
-        Device_.host.ports.Pin(DemoPort, backends::PathAddress(address));
+        Device_.host.ports.Pin(apps::DemoPort, backends::PathAddress(address));
         PinnedPath_ = address;
     }
     RaiseWhatIsPending();
 }
 
 bool Demonstration::RaiseWhatIsPending() {
-    SendIfDue();
-    State_.IsPlugged = !Meter_.Port().empty();
-    State_.IsHeard = Meter_.IsHeard();
-    State_.Problem = FromBytes(Meter_.Problem());
-    if (!State_.IsHeard)
-        State_.Last = companion::SentState::Nothing;
-    Strip_.SetWords(ToQt(companion::InstrumentLine(State_)));
-    Strip_.SetHeard(State_.IsHeard);
-    Strip_.SetPlugged(State_.IsPlugged);
+    const bool isAsked = companion::WhatIsInTheWay(Device_.boxes.AnyIsOpen()) == companion::InTheWay::Question;
+    Meter_.Tick(Strip_.IsTicked());
+    Meter_.Step(Device_.clock.Milliseconds(), isAsked);
+    Strip_.SetWords(ToQt(Meter_.Words()));
+    Strip_.SetHeard(Line_.IsHeard());
+    Strip_.SetPlugged(Line_.IsPlugged());
     if (!OwnFolder_.empty())
         Strip_.OfferAfresh(MayStartAfresh());
     return false;
-}
-
-/// The interval starts again with each result, and with the end of a question.
-void Demonstration::SendIfDue() {
-    const std::int64_t now = Device_.clock.Milliseconds();
-    const bool isAsked = companion::WhatIsInTheWay(Device_.boxes.AnyIsOpen()) == companion::InTheWay::Question;
-    if (!Strip_.IsTicked() || isAsked || !Meter_.IsHeard())
-        WaitsSince_ = now;
-    else if (now - WaitsSince_ >= Interval)
-        Send(u"a result", [this] { return Meter_.SendNext(); });
 }
 
 // --- a start with empty data -----------------------------------------------------------------------------------------
@@ -118,8 +103,7 @@ bool Demonstration::IsOwnData() const {
 void Demonstration::AskToStartAfresh() {
     if (Box_.IsOpen() || !MayStartAfresh())
         return;
-    Box_.Open(QStringLiteral("Start afresh? Every driver and download of the demonstration will be deleted:\n") +
-                  QString::fromStdString(Data_.Path()),
+    Box_.Open(ToQt(companion::AfreshQuestion) + QStringLiteral(":\n") + QString::fromStdString(Data_.Path()),
               {.Name = "afreshBox",
                .Icon = QMessageBox::Question,
                .Buttons = QMessageBox::Yes | QMessageBox::No,
@@ -139,8 +123,8 @@ void Demonstration::StartAfresh() {
     if (IsOwnData()) {
         if (!Guide_.GoTo(modQuorin::ScrMain))
             return;
-        why = EmptyDemo();
-        PrepareDemo();
+        why = apps::EmptyDemo();
+        apps::PrepareDemo();
     }
     if (!why.empty())
         Box_.Open(ToQt(why), {.Name = "afreshBox"}, [](QMessageBox::StandardButton) {});

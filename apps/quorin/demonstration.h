@@ -4,26 +4,21 @@
 
 #include "apps/guide/guide.h"
 #include "apps/quorin/data_folder.h"
-#include "apps/quorin/demo_instrument.h"
+#include "apps/quorin/demo_terminal.h"
 #include "backends/qt/instrument_strip.h"
 #include "backends/qt/qt_platform.h"
 #include "backends/qt/window_box.h"
-#include "companion/instrument_words.h"
 
-#include <cstdint>
-#include <functional>
 #include <string>
 
 namespace quorin {
 
-/// The instrument sends what a person asks for. By itself it sends a result each 10 seconds while the strip is ticked,
-/// and none while a question is open.
+/// The strip below the form, and what its buttons do.
 class Demonstration final : public backends::EventSource {
 public:
     /// REQUIRES: the form has been started. `ownFolder`: the full path of the demonstration's own root folder, whose
     /// data may be deleted; empty if a person has named the folder.
-    Demonstration(backends::qt::QtPlatform& device, DemoInstrument& meter, const DataFolder& data,
-                  std::string ownFolder);
+    Demonstration(backends::qt::QtPlatform& device, DemoTerminal& line, const DataFolder& data, std::string ownFolder);
 
     /// Shows the state of the instrument, and sends what is due by itself.
     bool RaiseWhatIsPending() override;
@@ -32,24 +27,21 @@ public:
     void Step();
 
 private:
-    void Send(const Text& what, const std::function<bool()>& send);
     void PullOrPlug();
-    void SendIfDue();
     bool MayStartAfresh() const;
     bool IsOwnData() const;
     void AskToStartAfresh();
     void StartAfresh();
 
     backends::qt::QtPlatform& Device_;
-    DemoInstrument& Meter_;
+    DemoTerminal& Line_;
+    apps::DemoInstrument Meter_;
     const DataFolder& Data_;
     std::string OwnFolder_;
     apps::Guide Guide_;
     backends::qt::WindowBox Box_;
     backends::qt::InstrumentStrip Strip_;
-    companion::InstrumentState State_;
-    std::string PinnedPath_;      ///< the address of its port, as long as it has been pinned by this object
-    std::int64_t WaitsSince_ = 0; ///< since when the next result of its own is waited for, by the device's clock
+    std::string PinnedPath_; ///< the address of its port, as long as it has been pinned by this object
     bool AfreshWanted_ = false;
 };
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "apps/hand_over/hand_over_main.h"
 #include "apps/quorin-export/export_main.h"
-#include "apps/quorin/demo.h"
+#include "apps/demo/demo_data.h"
 #include "apps/quorin/own_process.h"
 #include "apps/quorin/start_refusal.h"
 #include "apps/quorin/window_places.h"
@@ -73,11 +73,11 @@ std::string MakePlaces(WindowStart& run) {
 
 /// Plugs the demonstration's instrument in. Returns an empty text, or why that is not possible.
 std::string PlugInstrument(WindowStart& run) {
-    run.Instrument.emplace();
-    if (run.Instrument->Port().empty())
-        return "the simulated instrument could not be started: " + run.Instrument->Problem();
+    run.Line.emplace();
+    if (run.Line->Port().empty())
+        return "the simulated instrument could not be started: " + run.Line->Problem();
     // A port that a person has pinned comes first.
-    run.Chosen.Device.Ports.Pinned.emplace(quorin::DemoPort, backends::PathAddress(run.Instrument->Port()));
+    run.Chosen.Device.Ports.Pinned.emplace(apps::DemoPort, backends::PathAddress(run.Line->Port()));
     return {};
 }
 

@@ -2,7 +2,7 @@
 #include "apps/quorin/window_program.h"
 
 #include "apps/options/folders.h"
-#include "apps/quorin/demo.h"
+#include "apps/demo/demo_data.h"
 #include "apps/quorin/window_entries.h"
 #include "apps/quorin/window_places.h"
 #include "apps/quorin/window_recovery.h"
@@ -170,9 +170,9 @@ void WindowProgram::KeepDrafts() {
 
 void WindowProgram::StartForm() {
     Device_.StartProgram();
-    if (Start_.Instrument) {
-        Demonstration_.emplace(Device_, *Start_.Instrument, Data_, Start_.OwnFolder);
-        PrepareDemo();
+    if (Start_.Line) {
+        Demonstration_.emplace(Device_, *Start_.Line, Data_, Start_.OwnFolder);
+        apps::PrepareDemo();
         Hints_.LookForDriver();
     }
     Place_.Restore();

@@ -4,7 +4,7 @@
 
 #include "apps/quorin/arriving.h"
 #include "apps/quorin/data_folder.h"
-#include "apps/quorin/demo_instrument.h"
+#include "apps/quorin/demo_terminal.h"
 #include "apps/quorin/demonstration.h"
 #include "apps/quorin/package_watch.h"
 #include "apps/quorin/window_end.h"
@@ -51,8 +51,8 @@ private:
 /// What the program was started with.
 struct WindowStart {
     Options Chosen; ///< with root and settings
-    /// Without an instrument this is no demonstration.
-    std::optional<DemoInstrument> Instrument;
+    /// The instrument's. Without one this is no demonstration.
+    std::optional<DemoTerminal> Line;
     std::string OwnFolder; ///< see Demonstration
     std::string Warning;   ///< shown as a notice, like the warnings of a run; empty for none
     /// None if the root is not locked. It listens since before the window is opened, as a second start may be waiting.

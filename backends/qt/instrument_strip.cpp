@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "backends/qt/instrument_strip.h"
 
+#include "backends/qt/conversions.h"
+#include "companion/instrument_words.h"
+
 #include <QBoxLayout>
 
 #include <algorithm>
@@ -28,14 +31,14 @@ InstrumentStrip::InstrumentStrip(QWidget* parent, const std::vector<QString>& ki
     Words_->setSizePolicy(rest);
     for (std::size_t kind = 0; kind < kinds.size(); ++kind)
         Senders_.push_back(Button("sendKind", kinds[kind], [this, kind] { KindWanted(kind); }));
-    Senders_.push_back(Button("sendAll", QStringLiteral("All"), [this] { AllWanted(); }));
-    Senders_.push_back(Button("sendStranger", QStringLiteral("A stranger's reading"), [this] { StrangerWanted(); }));
+    Senders_.push_back(Button("sendAll", ToQt(companion::ButtonOfAll), [this] { AllWanted(); }));
+    Senders_.push_back(Button("sendStranger", ToQt(companion::ButtonOfStranger), [this] { StrangerWanted(); }));
     Cable_ = Button("cable", QString(), [this] { CableWanted(); });
     SetPlugged(true);
-    Every_ = new QCheckBox(QStringLiteral("every 10 s"), this);
+    Every_ = new QCheckBox(ToQt(companion::ButtonOfTick), this);
     Every_->setObjectName(QStringLiteral("sendAlways"));
     Buttons_.push_back(Every_);
-    Afresh_ = Button("startAfresh", QStringLiteral("Start afresh"), [this] { AfreshWanted(); });
+    Afresh_ = Button("startAfresh", ToQt(companion::ButtonOfAfresh), [this] { AfreshWanted(); });
     Afresh_->hide();
     NumberButtons();
     Lay(RowsFor(width));
@@ -130,7 +133,7 @@ void InstrumentStrip::SetHeard(bool isHeard) {
 
 void InstrumentStrip::SetPlugged(bool isPlugged) {
     const QKeySequence keys = Cable_->shortcut(); // a new text removes them
-    Cable_->setText(isPlugged ? QStringLiteral("Unplug") : QStringLiteral("Plug in"));
+    Cable_->setText(ToQt(companion::ButtonOfCable(isPlugged)));
     Cable_->setShortcut(keys);
 }
 

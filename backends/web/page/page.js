@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 // The page: it draws what the program in the worker shows, and tells it what a person does.
 import { Boxes } from './boxes.js';
+import * as DataFolders from './data_folders.js';
+import { changeOver, Demonstration, isDemo, simulatedPorts } from './demonstration.js';
 import { Exchange } from './exchange.js';
 import { Fields } from './fields.js';
 import { measureFonts } from './fonts.js';
@@ -47,7 +49,7 @@ const boxes = new Boxes(send, of('box'));
 const recovery = new Recovery(of('recovery'), send);
 const more = new More(of('more'), popup);
 const exchange = new Exchange(send, more);
-const ports = new Ports(navigator.serial, send, new RingWriter(portBytes, acts));
+const ports = isDemo ? simulatedPorts : new Ports(navigator.serial, send, new RingWriter(portBytes, acts));
 const portsDialog = new PortsDialog(of('ports'), ports, send);
 const notices = new Notices(of('notice'), of('notices'), {
   confirm: (about) => upkeep.confirm(about) || send('notice', { words: about }),
@@ -56,6 +58,8 @@ const notices = new Notices(of('notice'), of('notices'), {
 const link = new Link(of('link'), of('heard'), of('losses'), { choosePort: () => portsDialog.open(), send });
 more.add('Ports…', () => portsDialog.open());
 for (const [text, by] of [['Larger', 1], ['Smaller', -1]]) more.add(text, () => resize(by), (mirror) => mirror.resizable && sizes.can(by));
+more.add(isDemo ? 'Leave the demonstration' : 'Demonstration', changeOver);
+const demonstration = new Demonstration(of('demo'), of('afresh'), send);
 const upkeep = new Upkeep(more, of('about'), draw);
 new Pointer(view, send, { heading: of('heading'), grid: of('grid'), bar: of('bar') });
 new Keyboard(view, send, fields, menus, popup);
@@ -93,8 +97,8 @@ function draw() {
   drawKeys(of('keys'), mirror.keys, send);
   fit(mirror);
   const { scale } = view;
-  document.title = mirror.title;
-  of('title').textContent = mirror.title;
+  document.title = isDemo ? `${mirror.title} (demonstration)` : mirror.title;
+  of('title').textContent = document.title;
   form.hidden = false;
   form.style.width = `${mirror.form[0] * scale}px`;
   form.style.height = `${mirror.form[1] * scale}px`;
@@ -134,7 +138,7 @@ function tell(text, look) {
   form.hidden = true;
   popup.close();
   for (const dialog of document.querySelectorAll('dialog[open]:not(#losses)')) dialog.close(); // that one has to be read
-  for (const button of document.querySelectorAll('#menus button, #keys button, #state button')) button.disabled = true;
+  for (const button of document.querySelectorAll('#menus button, #keys button, #state button, #demo button')) button.disabled = true;
 }
 
 // --- the room for the form -------------------------------------------------------------------------------------------
@@ -174,6 +178,7 @@ function wordsOfAddress() {
   fit(null);
   const { width, height } = sizeOfRoom();
   const isDesktop = !words.some(([name]) => name === 'device' || name === 'screen');
+  if (isDemo) all.push('--demo');
   return isDesktop ? [...all, '--screen', `${Math.max(160, width)}x${Math.max(160, height)}`] : all;
 }
 
@@ -187,6 +192,8 @@ function hear({ data }) {
     link.show(JSON.parse(data.link));
   } else if (data.recovery !== undefined) {
     recovery.show(JSON.parse(data.recovery));
+  } else if (data.instrument !== undefined) {
+    demonstration.show(JSON.parse(data.instrument));
   } else if (data.port) {
     ports.hear(data.port);
   } else if (data.exchange !== undefined || data.given !== undefined) {
@@ -209,7 +216,8 @@ function start() {
   worker.addEventListener('message', hear);
   worker.addEventListener('error', (event) =>
     tell(`The program could not be loaded: ${event.message ?? 'a file is missing on the server'}`, 'bad'));
-  worker.postMessage({ acts, portBytes, fonts: measureFonts(), words: wordsOfAddress() });
+  const folder = isDemo ? DataFolders.Demo : DataFolders.Own;
+  worker.postMessage({ acts, portBytes, fonts: measureFonts(), folder, words: wordsOfAddress() });
   ports.start();
   new ResizeObserver(tellSize).observe(room);
   followDensity();

@@ -24,7 +24,7 @@ export class PortsDialog {
   draw() {
     const names = this.ports.names();
     const any = names.some((name) => name);
-    this.dialog.querySelector('.why').textContent = !this.ports.serial ? NoSerial : any ? Some : Nothing;
+    this.dialog.querySelector('.why').textContent = this.ports.words ?? (!this.ports.serial ? NoSerial : any ? Some : Nothing);
     this.add.hidden = !this.ports.serial;
     const rows = names.map((name, i) => ({ name, number: i + 1 })).filter(({ name }) => name);
     this.dialog.querySelector('ul').replaceChildren(...rows.map((row) => this.row(row)));
@@ -35,9 +35,10 @@ export class PortsDialog {
     const text = document.createElement('span');
     const state = document.createElement('small');
     text.textContent = `Com${number}: ${name}`;
-    state.textContent = this.stateOf(number);
+    state.textContent = this.ports.serial ? this.stateOf(number) : '';
     text.append(state);
-    row.append(text, this.button('Use this one', () => this.use(number)), this.button('Forget', () => this.ports.forget(number)));
+    row.append(text, this.button('Use this one', () => this.use(number)));
+    if (this.ports.serial) row.append(this.button('Forget', () => this.ports.forget(number)));
     return row;
   }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The page as something that lasts: its versions, the data that the browser keeps for it, and what a person is told of both.
 import { About } from './about.js';
+import { isDemo } from './demonstration.js';
 import { readMark, writeMark } from './marks.js';
 import { NoSerial } from './ports_dialog.js';
 import { StoredData } from './stored_data.js';
@@ -42,7 +43,7 @@ export class Upkeep {
   begin() {
     this.versions.keep();
     if (matchMedia(Installed).matches) this.data.askToKeep();
-    if (!navigator.serial && !readMark(PortsAreMissed)) this.tell('no ports', 'hint', NoSerial);
+    if (!isDemo && !navigator.serial && !readMark(PortsAreMissed)) this.tell('no ports', 'hint', NoSerial);
   }
 
   /// Takes the number of files of the program, which each save changes for a moment. A browser that asks the person for its

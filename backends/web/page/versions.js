@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The version of the page that the browser keeps, and the newer one that waits for its turn (service_worker.js).
-
+import { Demo, lockOf, Own } from './data_folders.js';
 import { readMark, writeMark } from './marks.js';
 
 /// How long the page before this one, of the same tab, may take to go; and a version to take over.
@@ -51,9 +51,10 @@ export class Versions {
   }
 
   /// Another tab may have a record open: it goes on with the version that it has begun with.
-  dataIsFree() {
-    const options = { signal: AbortSignal.timeout(Patience) };
-    return navigator.locks.request('quorin data', options, () => true).catch(() => false);
+  async dataIsFree() {
+    const signal = AbortSignal.timeout(Patience);
+    const free = [Own, Demo].map((folder) => navigator.locks.request(lockOf(folder), { signal }, () => true).catch(() => false));
+    return (await Promise.all(free)).every(Boolean);
   }
 
   async startNewer() {

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Runs the program. It blocks in its sleeps, which a worker may do and a page may not.
+import { lockOf } from './data_folders.js';
 import { openPool, originFiles, reachFoldersByDescriptor } from './origin_files.js';
 import createProgram from './quorin-web.js';
 import { RingReader } from './ring.js';
@@ -13,11 +14,11 @@ const SpareFiles = 100;
 /// How long the page before this one, of the same tab, may take to go.
 const Patience = 3000; // milliseconds
 
-/// Takes the data of this origin for this page alone, for as long as the worker runs.
-function takeData() {
+/// Takes the folder for this page alone, for as long as the worker runs.
+function takeData(folder) {
   const inUse = 'it is open in another tab or window of this browser. Go on there, or close that one first.';
   return new Promise((taken, refused) => {
-    navigator.locks.request('quorin data', { signal: AbortSignal.timeout(Patience) }, () => {
+    navigator.locks.request(lockOf(folder), { signal: AbortSignal.timeout(Patience) }, () => {
       taken();
       return new Promise(() => {});
     }).catch((why) => refused(why.name === 'TimeoutError' ? new Error(inUse) : why));
@@ -25,9 +26,9 @@ function takeData() {
 }
 
 /// Mounts the data folder over the files that the browser keeps for the page.
-async function prepareFiles(module) {
-  await takeData();
-  const folder = await (await navigator.storage.getDirectory()).getDirectoryHandle('quorin', { create: true });
+async function prepareFiles(module, name) {
+  await takeData(name);
+  const folder = await (await navigator.storage.getDirectory()).getDirectoryHandle(name, { create: true });
   const handles = await openPool(folder, SpareFiles);
   reachFoldersByDescriptor(module.FS);
   module.FS.mkdir('/data');
@@ -47,7 +48,7 @@ function makeDevice(FS, path, minor, ring) {
   FS.mkdev(path, device);
 }
 
-async function run({ acts, portBytes, fonts, words }) {
+async function run({ acts, portBytes, fonts, folder, words }) {
   const ring = new RingReader(acts);
   const said = [];
   const module = await createProgram({
@@ -55,7 +56,7 @@ async function run({ acts, portBytes, fonts, words }) {
     print: (line) => console.log(line),
     printErr: (line) => { said.push(line); console.error(line); },
   });
-  await prepareFiles(module);
+  await prepareFiles(module, folder);
   module.FS.mkdir('/page');
   module.FS.writeFile('/page/fonts.json', JSON.stringify(fonts));
   makeDevice(module.FS, '/dev/page', 0, ring); // what a person does

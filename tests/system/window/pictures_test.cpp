@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Pictures of the window as users see it, to be looked at and for the README. They are compared with those in pictures/
 // by what a person would notice. UPDATE_GOLDEN=1 rewrites these instead; a person then looks at each that has changed.
-#include "apps/quorin/demo.h"
+#include "apps/demo/demo_data.h"
 #include "companion/words.h"
 #include "src/app/commands.h"
 #include "src/link/receive.h"
@@ -61,7 +61,7 @@ protected:
 
     /// Shows the main screen with the sample driver installed.
     void InstallSample() {
-        quorin::PrepareDemo();
+        apps::PrepareDemo();
         Repaint();
     }
     void Choose(const char16_t* command) {

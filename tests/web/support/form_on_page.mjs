@@ -13,7 +13,7 @@ export const sample = (name) => readFileSync(`${root}samples/${name}`);
 /// Starts server and browser. Call close() at the end. `more`: returns options of the library for a server's address.
 export async function startBrowser(more = () => ({})) {
   const server = spawn(`${root}script/web-serve`, ['0'], { stdio: ['ignore', 'pipe', 'inherit'] });
-  const address = await new Promise((heard) => server.stdout.once('data', (text) => heard(String(text).trim())));
+  const address = await new Promise((heard) => server.stdout.once('data', (text) => heard(String(text).split('\n')[0])));
   const browser = await chromium.launch({ executablePath: BrowserPath, args: ['--no-sandbox'], ...more(address) });
   return {
     address,

@@ -2,7 +2,7 @@
 // The buttons of the simulated instrument below the form.
 #include "apps/quorin/demonstration.h"
 
-#include "apps/quorin/demo.h"
+#include "apps/demo/demo_data.h"
 #include "src/app/commands.h"
 #include "src/storage/settings.h"
 #include "tests/support/in_a_window.h"
@@ -24,23 +24,23 @@ using instrument::Eventually;
 
 backends::DeviceOptions WithPort(const std::string& path) {
     backends::DeviceOptions options = windowtest::OfType(0);
-    options.Ports.Pinned[DemoPort] = backends::PathAddress(path);
+    options.Ports.Pinned[apps::DemoPort] = backends::PathAddress(path);
     return options;
 }
 
 /// Exists before the device, whose port it is.
 struct Plugged {
-    DemoInstrument Meter;
+    DemoTerminal Cable;
 };
 
 class DemoWindow : protected Plugged, public windowtest::InAWindow {
 protected:
-    DemoWindow() : InAWindow(WithPort(Meter.Port())) {
+    DemoWindow() : InAWindow(WithPort(Cable.Port())) {
         Data.RaiseWhatIsPending();
-        PrepareDemo();
+        apps::PrepareDemo();
     }
     void SetUp() override {
-        Lesson.emplace(Device.Platform, Meter, Data, OwnFolder());
+        Lesson.emplace(Device.Platform, Cable, Data, OwnFolder());
         Step();
     }
     virtual std::string OwnFolder() { return std::filesystem::canonical(Device.Folder.Path()).string(); }
@@ -152,7 +152,7 @@ TEST_F(DemoWindow, PulledCableTakesTheLinkDownUntilItIsBack) {
         Pass(600);
         return !Device.Platform.serial.PortOpen();
     }));
-    const DemoInstrument other; // may have the path of the old terminal
+    const DemoTerminal other; // may have the path of the old terminal
     Pass(5000);
     EXPECT_FALSE(Device.Platform.serial.PortOpen());
     Button("cable").click();

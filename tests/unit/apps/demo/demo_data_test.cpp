@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 // The device on which a demonstration begins: what its storage contains, on each kind of device, and that a result is
 // received.
-#include "apps/quorin/demo.h"
+#include "apps/demo/demo_data.h"
 
-#include "apps/quorin/demo_instrument.h"
 #include "apps/arrivals/sample_driver.h"
+#include "apps/quorin/demo_terminal.h"
 #include "backends/input/gestures.h"
 #include "src/app/commands.h"
 #include "src/drivers/downloads.h"
@@ -20,7 +20,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-namespace quorin {
+namespace apps {
 namespace {
 
 using backends::DeviceOptions;
@@ -213,10 +213,11 @@ protected:
 };
 
 TEST_P(ShownDemo, FillsARecordWithResultsThatAreAskedFor) {
-    DemoInstrument meter;
+    quorin::DemoTerminal line;
+    DemoInstrument meter(line);
     DeviceOptions options = OfType(GetParam());
     options.RealClock = true;
-    options.Ports.Pinned[DemoPort] = backends::PathAddress(meter.Port());
+    options.Ports.Pinned[DemoPort] = backends::PathAddress(line.Port());
     TestDevice device(options);
     device.Platform.StartProgram();
     PrepareDemo();
@@ -224,10 +225,10 @@ TEST_P(ShownDemo, FillsARecordWithResultsThatAreAskedFor) {
         backends::Choose(device.Hand, command);
     EXPECT_TRUE(instrument::Eventually([&] {
         device.Tick(100);
-        return meter.IsHeard();
+        return line.IsHeard();
     }));
     device.Tick(500); // the port is set up
-    EXPECT_TRUE(meter.SendAll());
+    meter.SendAll();
     EXPECT_TRUE(Shows(device, u" %"));
     EXPECT_TRUE(Shows(device, u" \u00B0C"));
     EXPECT_TRUE(Shows(device, u" %RH"));
@@ -236,4 +237,4 @@ TEST_P(ShownDemo, FillsARecordWithResultsThatAreAskedFor) {
 INSTANTIATE_TEST_SUITE_P(Types, ShownDemo, testing::Values(0, 1, 9));
 
 } // namespace
-} // namespace quorin
+} // namespace apps

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "apps/quorin/demo.h"
+#include "apps/demo/demo_data.h"
 
 #include "apps/arrivals/sample_driver.h"
 #include "companion/file_lines.h"
@@ -11,14 +11,14 @@
 #include "src/storage/settings.h"
 #include "src/storage/volumes.h"
 
-namespace quorin {
+namespace apps {
 
 void PrepareDemo() {
     if (modQuorin::GetSetting(u"ComPort", u"").empty())
         companion::ChoosePort(DemoPort);
     modQuorin::LoadDriverList();
     if (modQuorin::Registry.DriverNames.empty())
-        modQuorin::InstallLines(companion::LinesOf(modStringTools::FromBytes(apps::SampleDriver())));
+        modQuorin::InstallLines(companion::LinesOf(modStringTools::FromBytes(SampleDriver())));
 }
 
 Text EmptyDemo() {
@@ -32,4 +32,4 @@ Text EmptyDemo() {
     return why;
 }
 
-} // namespace quorin
+} // namespace apps

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The demonstration's instrument: what it sends when it is asked, and its cable.
-#include "apps/quorin/demo_instrument.h"
+// The demonstration's instrument in a window: what it sends when it is asked, and its cable.
+#include "apps/quorin/demo_terminal.h"
 
 #include "tests/support/running_instrument.h"
 #include "tests/unit/apps/quorin-instrument/instrument_support.h"
@@ -17,6 +17,12 @@ using instrument::LineWith;
 using instrument::Reader;
 using instrument::RecordsOf;
 using testing::ElementsAre;
+
+/// The instrument on its line.
+struct Meter {
+    DemoTerminal Line;
+    apps::DemoInstrument Instrument{Line};
+};
 
 const std::string Introduction = "[BLob]\r\n[CONNECT \"QI-0001\"]\r\n[/BLob]\r\n";
 
@@ -36,34 +42,34 @@ std::string TypeOf(const std::string& record) {
     return LineWith(record, "[RESULT_TYPE");
 }
 
-TEST(DemoInstrument, SendsNothingUnasked) {
-    const DemoInstrument meter;
-    ASSERT_EQ(meter.Problem(), "");
-    Reader reader(meter.Port());
-    ASSERT_TRUE(reader.IsOpen()) << meter.Port();
-    EXPECT_TRUE(meter.IsHeard());
+TEST(DemoTerminal, SendsNothingUnasked) {
+    const Meter meter;
+    ASSERT_EQ(meter.Line.Problem(), "");
+    Reader reader(meter.Line.Port());
+    ASSERT_TRUE(reader.IsOpen()) << meter.Line.Port();
+    EXPECT_TRUE(meter.Line.IsHeard());
     EXPECT_EQ(reader.ReadWhatIsThere(), "");
 }
 
-TEST(DemoInstrument, SendsTheKindThatIsAskedForIntroduced) {
-    DemoInstrument meter;
-    EXPECT_THAT(meter.Kinds(), ElementsAre("Moisture", "Temperature", "Humidity"));
-    Reader reader(meter.Port());
+TEST(DemoTerminal, SendsTheKindThatIsAskedForIntroduced) {
+    Meter meter;
+    EXPECT_THAT(meter.Instrument.Kinds(), ElementsAre("Moisture", "Temperature", "Humidity"));
+    Reader reader(meter.Line.Port());
     for (const std::size_t kind : {2, 0, 0, 1}) {
-        EXPECT_TRUE(meter.Send(kind));
+        meter.Instrument.SendKind(kind);
         const auto records = Records(reader, 2);
         EXPECT_EQ(records.front(), Introduction);
         EXPECT_EQ(LineWith(records.back(), "[ORIGIN"), "[ORIGIN \"QI-0001\"]\r\n");
-        EXPECT_EQ(TypeOf(records.back()).substr(0, 14 + meter.Kinds()[kind].size()),
-                  "[RESULT_TYPE \"" + meter.Kinds()[kind]);
+        EXPECT_EQ(TypeOf(records.back()).substr(0, 14 + meter.Instrument.Kinds()[kind].size()),
+                  "[RESULT_TYPE \"" + meter.Instrument.Kinds()[kind]);
     }
     EXPECT_EQ(reader.ReadWhatIsThere(), "");
 }
 
-TEST(DemoInstrument, SendsOneOfEachKindAtOnce) {
-    DemoInstrument meter;
-    Reader reader(meter.Port());
-    EXPECT_TRUE(meter.SendAll());
+TEST(DemoTerminal, SendsOneOfEachKindAtOnce) {
+    Meter meter;
+    Reader reader(meter.Line.Port());
+    meter.Instrument.SendAll();
     const auto records = Records(reader, 6);
     ASSERT_EQ(records.size(), 6U);
     EXPECT_EQ(TypeOf(records[1]), "[RESULT_TYPE \"Moisture\" \"M1\"]\r\n");
@@ -72,61 +78,53 @@ TEST(DemoInstrument, SendsOneOfEachKindAtOnce) {
     EXPECT_EQ(LineWith(records[1], "[DESCRIPTIVE_VAR"), LineWith(records[5], "[DESCRIPTIVE_VAR")) << "at one place";
 }
 
-TEST(DemoInstrument, SendsTheKindsInTurn) {
-    DemoInstrument meter;
-    Reader reader(meter.Port());
-    for (const char* const type : {"Moisture\" \"M1", "Temperature\" \"T1", "Humidity\" \"H1", "Moisture\" \"M1"}) {
-        EXPECT_TRUE(meter.SendNext());
-        EXPECT_EQ(TypeOf(Records(reader, 2).back()), "[RESULT_TYPE \"" + std::string(type) + "\"]\r\n");
-    }
-}
-
-TEST(DemoInstrument, SendsAReadingOfAnotherOrigin) {
-    DemoInstrument meter;
-    Reader reader(meter.Port());
-    EXPECT_TRUE(meter.SendOfAStranger());
+TEST(DemoTerminal, SendsAReadingOfAnotherOrigin) {
+    Meter meter;
+    Reader reader(meter.Line.Port());
+    meter.Instrument.SendOfAStranger();
     const auto records = Records(reader, 2);
     EXPECT_EQ(records.front(), Introduction);
     EXPECT_EQ(LineWith(records.back(), "[ORIGIN"), "[ORIGIN \"STRANGER\"]\r\n");
 }
 
-TEST(DemoInstrument, KeepsNothingForALaterListener) {
-    DemoInstrument meter;
-    EXPECT_FALSE(meter.IsHeard());
-    EXPECT_FALSE(meter.SendAll());
-    Reader reader(meter.Port());
+TEST(DemoTerminal, KeepsNothingForALaterListener) {
+    Meter meter;
+    EXPECT_FALSE(meter.Line.IsHeard());
+    meter.Instrument.SendAll();
+    Reader reader(meter.Line.Port());
     EXPECT_EQ(reader.ReadWhatIsThere(), "");
 }
 
-TEST(DemoInstrument, DoesNotWaitForAListenerThatReadsNothing) {
-    DemoInstrument meter;
-    const Reader reader(meter.Port());
+TEST(DemoTerminal, DoesNotWaitForAListenerThatReadsNothing) {
+    Meter meter;
+    const Reader reader(meter.Line.Port());
     bool isFull = false;
     for (int times = 0; times < 1000 && !isFull; ++times)
-        isFull = !meter.SendAll();
-    EXPECT_TRUE(isFull) << "and it says so";
+        meter.Instrument.SendAll(), isFull = meter.Instrument.Words() ==
+                                             u"Simulated instrument: the line is full, one of each was not sent whole";
+    EXPECT_TRUE(isFull);
 }
 
-TEST(DemoInstrument, UnpluggedLeavesItsListenerAndComesBack) {
-    DemoInstrument meter;
-    Reader first(meter.Port());
-    meter.Unplug();
+TEST(DemoTerminal, UnpluggedLeavesItsListenerAndComesBack) {
+    Meter meter;
+    Reader first(meter.Line.Port());
+    meter.Line.Unplug();
     EXPECT_EQ(first.Read(1), "") << "the end of the line";
-    EXPECT_EQ(meter.Port(), "");
-    EXPECT_FALSE(meter.IsHeard());
-    EXPECT_FALSE(meter.SendAll());
-    meter.Plug();
-    Reader second(meter.Port());
-    EXPECT_TRUE(meter.Send(0));
+    EXPECT_EQ(meter.Line.Port(), "");
+    EXPECT_FALSE(meter.Line.IsHeard());
+    meter.Instrument.SendAll();
+    meter.Line.Plug();
+    Reader second(meter.Line.Port());
+    meter.Instrument.SendKind(0);
     EXPECT_EQ(Records(second, 2).front(), Introduction);
 }
 
-TEST(DemoInstrument, TellsWhenItCanNotBeStarted) {
+TEST(DemoTerminal, TellsWhenItCanNotBeStarted) {
     rlimit before = {};
     ::getrlimit(RLIMIT_NOFILE, &before);
     const rlimit none = {0, before.rlim_max};
     ::setrlimit(RLIMIT_NOFILE, &none);
-    const DemoInstrument meter;
+    const DemoTerminal meter;
     ::setrlimit(RLIMIT_NOFILE, &before);
     EXPECT_EQ(meter.Port(), "");
     EXPECT_EQ(meter.Problem(), "can't open a pseudo terminal: Too many open files");

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
-// Prepares the device for a demonstration: a driver, and a port.
+// The data of a demonstration: a driver, and a port.
 #pragma once
 
 #include "src/text/text.h"
 
 #include <cstdint>
 
-namespace quorin {
+namespace apps {
 
 /// The port of the demonstration's instrument.
 inline constexpr std::int32_t DemoPort = 1;
@@ -20,4 +20,4 @@ void PrepareDemo();
 /// could not be deleted and why. Requires that the form shows its main screen; PrepareDemo has to follow.
 Text EmptyDemo();
 
-} // namespace quorin
+} // namespace apps
