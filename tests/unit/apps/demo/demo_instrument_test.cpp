@@ -52,17 +52,41 @@ TEST(DemoInstrument, SendsNothingByItselfWithoutItsTick) {
     EXPECT_TRUE(meter.Line.Sent.empty());
 }
 
-TEST(DemoInstrument, WaitsAnewAfterAPressAndAQuestion) {
+TEST(DemoInstrument, WaitsAnewAfterAPress) {
     OnItsLine meter;
     meter.Meter.Tick(true);
     meter.StepTo(0);
+    meter.StepTo(8'000);
     meter.Meter.SendAll();
     meter.StepTo(9'000);
+    meter.StepTo(18'900);
+    EXPECT_EQ(meter.Line.Sent.size(), 1U) << "what was pressed";
+    meter.StepTo(19'000);
+    EXPECT_EQ(meter.Line.Sent.size(), 2U);
+}
+
+TEST(DemoInstrument, WaitsAnewAfterAQuestion) {
+    OnItsLine meter;
+    meter.Meter.Tick(true);
+    meter.StepTo(0);
     meter.StepTo(12'000, true);
     meter.StepTo(21'900);
-    EXPECT_EQ(meter.Line.Sent.size(), 1U) << "what was pressed";
+    EXPECT_TRUE(meter.Line.Sent.empty());
     meter.StepTo(22'000);
-    EXPECT_EQ(meter.Line.Sent.size(), 2U);
+    EXPECT_EQ(meter.Line.Sent.size(), 1U);
+}
+
+TEST(DemoInstrument, WaitsAnewForARecordThatListens) {
+    OnItsLine meter;
+    meter.Meter.Tick(true);
+    meter.StepTo(0);
+    meter.Line.Heard = false;
+    meter.StepTo(12'000);
+    meter.Line.Heard = true;
+    meter.StepTo(21'900);
+    EXPECT_TRUE(meter.Line.Sent.empty());
+    meter.StepTo(22'000);
+    EXPECT_EQ(meter.Line.Sent.size(), 1U);
 }
 
 TEST(DemoInstrument, SaysWhatBecameOfTheLastPress) {
