@@ -57,10 +57,27 @@ async function take(chromium, size, options) {
   await form.page.context().close();
 }
 
+async function takeDemonstration(chromium, size, options) {
+  const query = options.query ? `${options.query}&demo` : '?demo';
+  const form = await FormOnPage.open(chromium, { ...options, query });
+  await form.choose('Start...');
+  await form.untilShown('Climate Meter');
+  await form.choose('Ok');
+  await form.choose('New');
+  await form.choose('Open');
+  await form.page.locator('#demo button:enabled', { hasText: 'All' }).click({ timeout: 20000 });
+  await form.page.locator('#link', { hasText: /^● Humidity/ }).waitFor({ timeout: 20000 });
+  await form.page.screenshot({ path: `${folder}/${size}-demo.png` });
+  await form.page.context().close();
+}
+
 mkdirSync(folder, { recursive: true });
 const chromium = await startBrowser();
 try {
-  for (const [size, options] of Object.entries(Sizes)) await take(chromium, size, options);
+  for (const [size, options] of Object.entries(Sizes)) {
+    await take(chromium, size, options);
+    await takeDemonstration(chromium, size, options);
+  }
 } finally {
   await chromium.close();
 }
