@@ -6,7 +6,6 @@
 #include "companion/instrument_words.h"
 
 #include <cstdint>
-#include <functional>
 #include <string>
 #include <vector>
 

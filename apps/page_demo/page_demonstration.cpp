@@ -41,12 +41,19 @@ bool PageDemonstration::Take(const PageEvent& event) {
     else if (act == "stranger")
         Meter_.SendOfAStranger();
     else if (act == "cable")
-        Line_.IsPlugged() ? Line_.Unplug() : Line_.Plug();
+        PullOrPlug();
     else if (act == "every")
         Meter_.Tick(!Meter_.IsTicked());
     else if (act == "afresh")
         AfreshWanted_ = MayStartAfresh();
     return true;
+}
+
+void PageDemonstration::PullOrPlug() {
+    if (Line_.IsPlugged())
+        Line_.Unplug();
+    else
+        Line_.Plug();
 }
 
 bool PageDemonstration::MayStartAfresh() const {
@@ -86,7 +93,7 @@ void PageDemonstration::Step() {
         PrepareDemo();
         RaiseWhatIsPending();
     }
-    if (!AfreshWanted_ || !MayStartAfresh())
+    if (!AfreshWanted_ || !Page_.IsAtRest() || !MayStartAfresh())
         return;
     AfreshWanted_ = false;
     if (!Guide(Page_).GoTo(modQuorin::ScrMain))

@@ -31,6 +31,7 @@ public:
     std::function<void(const Text& why)> Emptied;
 
 private:
+    void PullOrPlug();
     bool MayStartAfresh() const;
     std::string StripText();
 

@@ -39,15 +39,14 @@ private:
 
 PipeLine::PipeLine() {
     std::array<int, 2> ends = {-1, -1};
-    if (::pipe(ends.data()) != 0) {
-        Problem_ = "no pipe can be made: " + backends::ReasonOf(errno);
-        IsPlugged_ = false;
-        return;
-    }
+    bool isMade = ::pipe(ends.data()) == 0;
     Out_ = backends::Descriptor(ends[0]);
     In_ = backends::Descriptor(ends[1]);
     for (const int end : ends)
-        ::fcntl(end, F_SETFL, O_NONBLOCK);
+        isMade = isMade && ::fcntl(end, F_SETFL, O_NONBLOCK) == 0;
+    if (!isMade)
+        Problem_ = "no pipe can be made: " + backends::ReasonOf(errno);
+    Plug();
 }
 
 backends::PortPaths PipeLine::Paths() {
@@ -64,7 +63,7 @@ bool PipeLine::Send(const std::string& text) {
 /// What was sent to the record before is not for this one.
 backends::SourceTrouble PipeLine::Open() {
     if (!IsPlugged_)
-        return {backends::NotAvailable, Unplugged};
+        return {backends::NotAvailable, Problem_.empty() ? Unplugged : Problem_};
     std::string old;
     while (!IsOpen_ && TakeAvailable(old) == ReadState::Data)
         old.clear();
@@ -75,10 +74,11 @@ backends::SourceTrouble PipeLine::Open() {
 ReadState PipeLine::TakeAvailable(std::string& bytes) {
     int error = 0;
     const ReadState state = backends::ReadDescriptor(Out_.Number(), bytes, error);
-    if (state == ReadState::Data || !IsOpen_ || IsPlugged_)
-        return state;
-    Close();
-    return ReadState::Gone;
+    if (state == ReadState::Nothing && IsOpen_ && !IsPlugged_) {
+        Close();
+        return ReadState::Gone;
+    }
+    return state;
 }
 
 } // namespace apps

@@ -17,7 +17,8 @@ public:
     /// Returns what a device is given as its ports: the instrument is at DemoPort, and nothing at any other.
     backends::PortPaths Paths();
 
-    void Plug() { IsPlugged_ = true; }
+    /// Without a pipe it stays unplugged, and Problem says why.
+    void Plug() { IsPlugged_ = Problem_.empty(); }
     /// As if a cable was pulled: what has arrived is still read.
     void Unplug() { IsPlugged_ = false; }
 
@@ -35,7 +36,7 @@ public:
 private:
     backends::Descriptor In_, Out_; ///< the pipe: In_ is written, Out_ is read
     std::string Problem_;
-    bool IsPlugged_ = true;
+    bool IsPlugged_ = false;
     bool IsOpen_ = false;
 };
 

@@ -156,7 +156,7 @@ void PageExchange::TakeSaved(const PageEvent& event) {
 // --- what is offered and asked ---------------------------------------------------------------------------------------
 
 bool PageExchange::IsFree() const {
-    return !Page_.loop.Ending() && Page_.boxes.Current() == nullptr && !Page_.grdMain.HandIsDown && !Dialog_;
+    return Page_.IsAtRest() && !Dialog_;
 }
 
 void PageExchange::Note(const Text&) {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
+#include "apps/demo/demo_data.h"
 #include "apps/hand_over/hand_over_main.h"
 #include "apps/quorin-export/export_main.h"
-#include "apps/demo/demo_data.h"
 #include "apps/quorin/own_process.h"
 #include "apps/quorin/start_refusal.h"
 #include "apps/quorin/window_places.h"

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "apps/quorin/window_program.h"
 
-#include "apps/options/folders.h"
 #include "apps/demo/demo_data.h"
+#include "apps/options/folders.h"
 #include "apps/quorin/window_entries.h"
 #include "apps/quorin/window_places.h"
 #include "apps/quorin/window_recovery.h"

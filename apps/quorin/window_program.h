@@ -51,7 +51,7 @@ private:
 /// What the program was started with.
 struct WindowStart {
     Options Chosen; ///< with root and settings
-    /// The instrument's. Without one this is no demonstration.
+    /// That of the demonstration's instrument; none if this is no demonstration.
     std::optional<DemoTerminal> Line;
     std::string OwnFolder; ///< see Demonstration
     std::string Warning;   ///< shown as a notice, like the warnings of a run; empty for none

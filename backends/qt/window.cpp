@@ -320,7 +320,7 @@ void Window::ShowState() {
                       : IsWaiting_ ? companion::Work::Waiting
                                    : companion::Work::Long;
     Ports_->setVisible(LinkLine_.OffersPorts && !IsWorking_);
-    const bool isAlarm = LinkLine_.Look == companion::LineLook::Alarm; // shown for seconds only, some of them
+    const bool isAlarm = LinkLine_.Look == companion::LineLook::Alarm; // some of these last a few seconds only
     const QString words = Said_.isEmpty() || isAlarm ? LinkLine() : Said_;
     Put(*Link_, IsWorking_ ? QString::fromUtf8(companion::WorkText(work)) : words);
     if (const QString look = LinkLook(); look != Link_->styleSheet())

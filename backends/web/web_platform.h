@@ -34,6 +34,10 @@ public:
     /// The number of the open message box; 0 if none is open.
     std::int32_t BoxNumber() const { return stage.Box(BoxesOpened_); }
 
+    /// True if nothing is going on that leading the form elsewhere would disturb: no message box is open, no finger is
+    /// down, and the program is not ending.
+    bool IsAtRest() const { return !loop.Ending() && boxes.Current() == nullptr && !grdMain.HandIsDown; }
+
     const Controls& Seen() const override { return controls; }
 
 protected:

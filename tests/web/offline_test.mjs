@@ -290,6 +290,17 @@ test('a newer version waits for the next start', async () => {
   assert.deepEqual(await next.page.evaluate(() => caches.keys()), [`quorin ${server.address} ${newer}`]);
 });
 
+test('a newer version waits for an open demonstration, too', async () => {
+  const { form, before } = await newerCame();
+  const demonstration = await context.newPage();
+  await demonstration.goto(`${server.address}?demo`);
+  await demonstration.locator('#demo').waitFor();
+  await updated(form);
+  await form.page.close();
+  const next = await opened();
+  assert.equal(await buildIn(next), before);
+});
+
 test('a page that is loaded again is the newer version', async () => {
   const { form, newer } = await newerCame();
   await updated(form);

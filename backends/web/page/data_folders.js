@@ -4,4 +4,7 @@
 export const Own = 'quorin';
 export const Demo = 'quorin-demo';
 
+/// The folder of this page, by its address. A worker has another address: it is told.
+export const folderOfPage = () => (new URLSearchParams(location.search).has('demo') ? Demo : Own);
+
 export const lockOf = (folder) => `${folder} data`;

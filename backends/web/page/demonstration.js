@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
 // The demonstration: the form on data of its own, with a strip of buttons below it that says what a simulated instrument
 // sends.
+import { Demo, folderOfPage } from './data_folders.js';
 
-export const isDemo = new URLSearchParams(location.search).has('demo');
+export const isDemo = folderOfPage() === Demo;
 
 /// In place of what a person has granted to the page.
 export const simulatedPorts = {

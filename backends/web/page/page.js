@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The page: it draws what the program in the worker shows, and tells it what a person does.
 import { Boxes } from './boxes.js';
-import * as DataFolders from './data_folders.js';
+import { folderOfPage } from './data_folders.js';
 import { changeOver, Demonstration, isDemo, simulatedPorts } from './demonstration.js';
 import { Exchange } from './exchange.js';
 import { Fields } from './fields.js';
@@ -216,8 +216,7 @@ function start() {
   worker.addEventListener('message', hear);
   worker.addEventListener('error', (event) =>
     tell(`The program could not be loaded: ${event.message ?? 'a file is missing on the server'}`, 'bad'));
-  const folder = isDemo ? DataFolders.Demo : DataFolders.Own;
-  worker.postMessage({ acts, portBytes, fonts: measureFonts(), folder, words: wordsOfAddress() });
+  worker.postMessage({ acts, portBytes, fonts: measureFonts(), folder: folderOfPage(), words: wordsOfAddress() });
   ports.start();
   new ResizeObserver(tellSize).observe(room);
   followDensity();

@@ -2,7 +2,7 @@
 // "Ports…": what was granted to the page, which of them the form uses, and the browser's own list of all others.
 
 export const NoSerial = 'This browser reaches no instruments. Chromium, Chrome and Edge do: on a desktop since version 117, on '
-  + 'Android since 138. Typing, and everything else, works here too.';
+  + 'Android since 138. Typing, the demonstration, and what comes in and goes out work here too.';
 const Nothing = 'No instrument was added to this page yet. Pair a Bluetooth instrument with this machine first, or plug its '
   + 'adapter in; then add it here.';
 const Some = 'Com1 is the instrument that was added first, Com2 the second.';

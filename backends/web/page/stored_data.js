@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 // Whether the browser keeps the data of the page. What it has promised, it says; what it has removed is known by a mark
 // that lies elsewhere in the browser.
-import { isDemo } from './demonstration.js';
+import { Demo, folderOfPage, lockOf } from './data_folders.js';
 import { readMark, writeMark } from './marks.js';
 
-const Mark = isDemo ? 'quorin demonstration was here' : 'quorin data was here';
+const Mark = `${lockOf(folderOfPage())} was here`;
 
 export const megabytes = (bytes) => (bytes / 1e6).toLocaleString('en', { maximumFractionDigits: bytes < 1e7 ? 1 : 0 });
 
@@ -38,7 +38,7 @@ export class StoredData {
 
   /// Has the browser promise to keep the data; some ask the person. Nobody misses that of a demonstration.
   async askToKeep() {
-    if (this.asked || isDemo) return;
+    if (this.asked || folderOfPage() === Demo) return;
     this.asked = true;
     if (!(await this.isKept())) await navigator.storage.persist?.().catch(() => false);
   }

@@ -65,29 +65,23 @@ TEST(DemoInstrument, WaitsAnewAfterAPress) {
     EXPECT_EQ(meter.Line.Sent.size(), 2U);
 }
 
-TEST(DemoInstrument, WaitsAnewAfterAQuestion) {
-    OnItsLine meter;
-    meter.Meter.Tick(true);
-    meter.StepTo(0);
-    meter.StepTo(12'000, true);
-    meter.StepTo(21'900);
-    EXPECT_TRUE(meter.Line.Sent.empty());
-    meter.StepTo(22'000);
-    EXPECT_EQ(meter.Line.Sent.size(), 1U);
-}
+/// Whether a question is open at second 12, or no record listens: the interval begins there.
+class WaitsAnew : public testing::TestWithParam<bool> {};
 
-TEST(DemoInstrument, WaitsAnewForARecordThatListens) {
+TEST_P(WaitsAnew, AfterWhatWasInTheWay) {
     OnItsLine meter;
     meter.Meter.Tick(true);
     meter.StepTo(0);
-    meter.Line.Heard = false;
-    meter.StepTo(12'000);
+    meter.Line.Heard = GetParam();
+    meter.StepTo(12'000, GetParam());
     meter.Line.Heard = true;
     meter.StepTo(21'900);
     EXPECT_TRUE(meter.Line.Sent.empty());
     meter.StepTo(22'000);
     EXPECT_EQ(meter.Line.Sent.size(), 1U);
 }
+
+INSTANTIATE_TEST_SUITE_P(QuestionOrNoRecord, WaitsAnew, testing::Bool());
 
 TEST(DemoInstrument, SaysWhatBecameOfTheLastPress) {
     OnItsLine meter;

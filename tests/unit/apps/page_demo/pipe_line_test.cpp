@@ -3,6 +3,7 @@
 #include "apps/page_demo/pipe_line.h"
 
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 
 namespace apps {
 namespace {
@@ -75,6 +76,20 @@ TEST(PipeLine, UnpluggedEndsBehindWhatHasArrived) {
     it.Line.Plug();
     EXPECT_EQ(it.Port->Open(u"").Error, platform::NoError);
     EXPECT_TRUE(it.Line.IsHeard());
+}
+
+TEST(PipeLine, TellsWhenItCanNotBeMade) {
+    rlimit before = {};
+    ::getrlimit(RLIMIT_NOFILE, &before);
+    const rlimit none = {0, before.rlim_max};
+    ::setrlimit(RLIMIT_NOFILE, &none);
+    Listener it;
+    ::setrlimit(RLIMIT_NOFILE, &before);
+    it.Line.Plug();
+    EXPECT_FALSE(it.Line.IsPlugged());
+    EXPECT_EQ(it.Line.Problem(), "no pipe can be made: Too many open files");
+    EXPECT_EQ(it.Port->Open(u"").Why, it.Line.Problem());
+    EXPECT_FALSE(it.Line.IsHeard());
 }
 
 TEST(PipeLine, SaysThatItIsFull) {
