@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "apps/quorin-journal/commands.h"
 #include "apps/quorin-journal/table_lines.h"
+#include "journal/reading_fates.h"
 #include "journal/reading_words.h"
 #include "journal/runs.h"
 #include "journal/saved_tables.h"
@@ -19,6 +20,7 @@ struct Kept {
     std::string Root; ///< its path; empty if no line names it
     journal::SavedTables Tables;
     journal::TakenReadings Readings;
+    journal::ReadingFates Others;
     journal::Runs Runs;
 };
 
@@ -34,6 +36,7 @@ std::map<std::string, Kept> ReadAll(Job& job) {
                 kept.Root = TextIn(line, "root");
             kept.Tables.Take(line);
             kept.Readings.Take(line);
+            kept.Others.Take(line);
             kept.Runs.Take(line);
         });
         if (isTorn)
@@ -76,6 +79,8 @@ void CheckRoot(const Kept& kept, const std::string& key, Report& told) {
         CheckTable(*table, kept.Root, told);
     const std::size_t count = kept.Readings.Count();
     told.WriteLine("  " + Counted(count, "reading") + (count == 1 ? " was taken" : " were taken"));
+    for (const std::string& line : kept.Others.Counts())
+        told.WriteLine("  " + line);
     for (const std::string& line : kept.Readings.Forgotten())
         told.WriteLine("  " + line);
     for (const std::string& line : kept.Runs.Breaks())
@@ -85,6 +90,8 @@ void CheckRoot(const Kept& kept, const std::string& key, Report& told) {
     for (const std::string& finding : kept.Tables.Findings())
         told.Found(finding);
     for (const std::string& finding : kept.Readings.Findings())
+        told.Found(finding);
+    for (const std::string& finding : kept.Others.Findings())
         told.Found(finding);
 }
 

@@ -145,7 +145,8 @@ TEST_F(StoryOfASession, IsReadBackWhole) {
               "\"Bogus\"\n");
     const Outcome verified = Read("verify");
     EXPECT_THAT(verified.Output, HasSubstr("  qrn0001.txt: 1 record as saved last, after 1 change\n"
-                                           "  1 reading was taken\nAll is explained.\n"));
+                                           "  1 reading was taken\n"
+                                           "  1 reading (norow): refused, no row asked for it\nAll is explained.\n"));
     EXPECT_EQ(verified.Status, 0);
     EXPECT_THAT(Read("history qrn0001.txt").Output, HasSubstr("Moisture 14.1 °C (taken)"));
     EXPECT_THAT(Read("list").Output, HasSubstr("      1         0          1  2007-03-05-"));
@@ -161,6 +162,24 @@ TEST_F(StoryOfASession, ThatWasCutOffIsVerified) {
     EXPECT_EQ(verified.Status, 5);
     Root.Put("Quorin/qrn0001.txt", Download() + "another|tool||\n");
     EXPECT_THAT(Read("verify").Output, HasSubstr("record 2, \"another|tool||\", was added by another tool"));
+}
+
+TEST_F(StoryOfASession, WithAReadingThatWaitsIsNotExplained) {
+    const std::string refused = R"("[BLob]\r\n[RESULT_TYPE \"Moisture\"]\r\n[RESULT_UNIT \"m\"]\r\n[/BLob 2]\r\n")";
+    const Words waits = {"receive " + refused, "receive " + Received("Moisture", "14.1"), "tick 1000"};
+    Play(Joined({Begin, waits, {"receive " + Received("Bogus", "7"), "tick 1000", "choose Close", "tick 100"}}));
+    EXPECT_THAT(Read("verify").Output, HasSubstr("  1 reading was taken\n"
+                                                 "  1 reading (norow): refused, no row asked for it\n"
+                                                 "  1 reading (shape): refused, the end tag of its BLob was not exact\n"
+                                                 "All is explained.\n"))
+        << "it came with the next burst";
+    Play(Joined({{"choose Start...", "choose Ok", "tap 0", "choose Open", "tick 500"}, waits, {"choose Close"}}));
+    const Outcome verified = Read("verify");
+    EXPECT_THAT(verified.Output,
+                HasSubstr("  1 reading (waiting): still waits, because another BLob of its burst was refused\n"));
+    EXPECT_THAT(verified.Output, HasSubstr("of its burst was refused, and its program was over before it had another "
+                                           "verdict\nNot all is explained.\n"));
+    EXPECT_EQ(verified.Status, 5);
 }
 
 } // namespace

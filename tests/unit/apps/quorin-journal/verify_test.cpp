@@ -88,6 +88,21 @@ TEST_F(VerifiedJournal, NamesAReadingThatIsNowhere) {
     EXPECT_EQ(verified.Status, 5);
 }
 
+TEST_F(VerifiedJournal, SaysWhatBecameOfEachReading) {
+    Session();
+    Root.Put("Quorin/qrn0001.txt", "Place|Moisture\na|14.1 %\n");
+    Day("2026-11-23", {Start(Root.Path()), Reading("2026-11-23T10:00:01", "norow")}, Root.Path());
+    EXPECT_THAT(Verify().Output,
+                HasSubstr("  1 reading was taken\n  1 reading (norow): refused, no row asked for it\n"));
+    EXPECT_EQ(Verify().Status, 0);
+    Day("2026-11-24", {Start(Root.Path()), Reading("2026-11-24T10:00:01", "waiting")}, Root.Path());
+    const Outcome verified = Verify();
+    const std::string waits = "still waits, because another BLob of its burst was refused\n";
+    EXPECT_THAT(verified.Output, HasSubstr("  1 reading (waiting): " + waits));
+    EXPECT_THAT(verified.Output, HasSubstr("  ! Moisture 14.1 %, 2026-11-24 10:00:01: " + waits));
+    EXPECT_EQ(verified.Status, 5);
+}
+
 TEST_F(VerifiedJournal, WithoutASessionIsNotVerified) {
     for (const bool isThere : {false, true}) {
         if (isThere)
