@@ -157,7 +157,10 @@ void Session::CloseOpenCommands(const std::string& error) {
 
 ExitStatus Session::Over(const ProgramOver& over) {
     EndJournal(over);
-    const ExitStatus status = Close(over);
+    ExitStatus status = Close(over);
+    const bool hasNotBegun = Station_ && !Station_->HasBegun();
+    if (hasNotBegun && over.Why == ProgramOver::Reason::Failed) // the next start would find the same
+        status = ExitStatus::NotStarted;
     if (!Ending_->Begun()) {
         const std::string unsaved = backends::UnsavedRecordWords();
         if (!unsaved.empty())

@@ -29,6 +29,7 @@ public:
 
     /// The exit status of a station that could not begin, or has stopped by itself; nothing if it did neither.
     std::optional<start::ExitStatus> Status() const { return Status_; }
+    bool HasBegun() const { return HasBegun_; }
 
     /// Warns in time.
     backends::FreeSpace Space;

@@ -214,11 +214,40 @@ TEST_F(LiveStation, TheClientWithoutACountGoesOn) {
     EXPECT_THAT(run.Output, HasSubstr("station Collects Meter into qrn0001.txt."));
 }
 
+/// The service manager does not start it again after this status.
+TEST_F(LiveStation, EndsWithTwoAfterWrongUsage) {
+    const Words right = Options();
+    for (const Words& more : {Words{"--nonsense"},
+                              {"--port", "2=nowhere"},
+                              {"--recover", "list"},
+                              {"--import", "a.zip"},
+                              {"--hand-over", "/dev/null/stick"},
+                              {"/dev/null/script"}})
+        EXPECT_EQ(Bare(Joined({right, more})).Status, 2) << more.front();
+    EXPECT_EQ(Bare({"--station", "Meter", "--root", Root.Path().string()}).Status, 2) << "no port";
+    EXPECT_EQ(Bare({"--station", "None", "--root", Root.Path().string(), "--port", "1=" + Link()}).Status, 2);
+    EXPECT_EQ(Bare({"--station", "Meter", "--root", "/dev/null/root", "--port", "1=" + Link()}).Status, 2);
+}
+
+TEST_F(LiveStation, EndsWithTwoIfItsFilesAreDamaged) {
+    const std::string inf = Root.Bytes("Quorin/meter.txt");
+    Root.Put("Quorin/meter.txt", "FIELDNAME|VISIBLE|COPY|BLOB|DISPLAY|CSVNAME|DATATYPE|FORMULA\n"
+                                 "Moisture|1||Moisture|green|||\n");
+    const Outcome run = Bare(Options());
+    EXPECT_EQ(run.Status, 2);
+    EXPECT_THAT(run.Errors, HasSubstr("DISPLAY \"green\" is not a number"));
+    Root.Put("Quorin/meter.txt", inf);
+    fs::remove(Root.Path() / "Quorin/qrnctrl.txt");
+    fs::create_symlink("/etc/hostname", Root.Path() / "Quorin/qrnctrl.txt");
+    EXPECT_EQ(Bare(Options()).Status, 2);
+}
+
 TEST(ServiceOfAStation, HasTheOptionsOfTheProgram) {
     std::ifstream unit(STATION_UNIT);
     const std::string text((std::istreambuf_iterator<char>(unit)), std::istreambuf_iterator<char>());
     EXPECT_THAT(text, HasSubstr("/bin/quorin-console --station ${DRIVER} --port ${PORT} $OPTIONS\n"));
-    EXPECT_THAT(text, HasSubstr("RestartPreventExitStatus=2 6\n"));
+    EXPECT_THAT(text, HasSubstr("\nRestartPreventExitStatus=2 3 5 6\n"));
+    EXPECT_THAT(text, HasSubstr("\nAssertPathExists=%E/quorin/station-%i.conf\n"));
     EXPECT_EQ(text.find('@', text.find("[Unit]")), std::string::npos) << "a variable was not replaced";
 }
 
