@@ -119,8 +119,7 @@ ValueLimits::Row ValueLimits::ReadRow(const std::vector<Text>& fields, const Hea
     return row;
 }
 
-std::optional<ValueLimits::Limit> ValueLimits::ReadLimit(const std::vector<Text>& fields, std::size_t column,
-                                                         const Text& line) {
+std::optional<Limit> ValueLimits::ReadLimit(const std::vector<Text>& fields, std::size_t column, const Text& line) {
     const Text text = CellOf(fields, column);
     if (text.empty())
         return std::nullopt;
@@ -165,12 +164,7 @@ std::optional<OutsideOf> ValueLimits::Judge(TextView column, TextView value) con
 
 Bounds ValueLimits::BoundsOf(TextView column) const {
     const Row* const row = Find(column);
-    if (row == nullptr)
-        return {};
-    const auto number = [](const std::optional<Limit>& limit) {
-        return limit ? std::optional(limit->Number) : std::nullopt;
-    };
-    return {number(row->WarnLow), number(row->WarnHigh), number(row->FailLow), number(row->FailHigh)};
+    return row == nullptr ? Bounds{} : Bounds{row->WarnLow, row->WarnHigh, row->FailLow, row->FailHigh};
 }
 
 std::optional<OutsideOf> ValueLimits::Judge(const platform::Verdict& verdict) const {

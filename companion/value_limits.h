@@ -30,9 +30,15 @@ bool IsLow(Breach breach);
 /// Returns "below the limit 5" or "above the limit 80".
 Text WordsOf(const OutsideOf& outside);
 
+struct Limit {
+    double Number = 0;
+    Text Written; ///< as the file has it
+    bool operator==(const Limit&) const = default;
+};
+
 /// The limits of one column; none where the table has none.
 struct Bounds {
-    std::optional<double> WarnLow = {}, WarnHigh = {}, FailLow = {}, FailHigh = {};
+    std::optional<Limit> WarnLow = {}, WarnHigh = {}, FailLow = {}, FailHigh = {};
 };
 
 /// Returns the number at the beginning of a value: blanks, a sign, digits with one decimal sign among them, and an
@@ -69,10 +75,6 @@ public:
     std::optional<OutsideOf> Judge(const platform::Verdict& verdict) const;
 
 private:
-    struct Limit {
-        double Number = 0;
-        Text Written;
-    };
     struct Row {
         Text Column;
         std::optional<Limit> WarnLow, WarnHigh, FailLow, FailHigh;

@@ -15,11 +15,17 @@ namespace {
 constexpr std::size_t MostDigits = 15;
 constexpr double Largest = 9.99999999999999e307; // of spreadsheets; a double goes to 1.8e308
 
+constexpr std::size_t MostPlaces = 30; // decimal places of a number format
+
+std::string_view MantissaOf(std::string_view number) {
+    return number.substr(0, number.find_first_of("eE"));
+}
+
 /// Zeros before the first and behind the last other digit are no significant ones.
 std::size_t SignificantDigits(std::string_view number) {
     std::size_t count = 0;
     std::size_t zeros = 0;
-    for (const char character : number.substr(0, number.find_first_of("eE"))) {
+    for (const char character : MantissaOf(number)) {
         if (character == '0') {
             zeros += count > 0 ? 1 : 0;
         } else if (character >= '1' && character <= '9') {
@@ -28,6 +34,21 @@ std::size_t SignificantDigits(std::string_view number) {
         }
     }
     return count;
+}
+
+/// Returns the decimal places of a number as it stands.
+std::size_t PlacesOf(std::string_view mantissa) {
+    const std::size_t point = mantissa.find('.');
+    return point == std::string_view::npos ? 0 : mantissa.size() - point - 1;
+}
+
+/// Returns how many digits follow the first one that is not zero; of a zero, its decimal places.
+std::size_t DigitsBehindFirst(std::string_view mantissa) {
+    const std::size_t first = mantissa.find_first_of("123456789");
+    if (first == std::string_view::npos)
+        return PlacesOf(mantissa);
+    const std::string_view behind = mantissa.substr(first + 1);
+    return behind.size() - (behind.find('.') == std::string_view::npos ? 0 : 1);
 }
 
 } // namespace
@@ -40,6 +61,17 @@ std::optional<double> ExactDouble(std::string_view number) {
     if (digits > 0 && std::abs(*value) < std::numeric_limits<double>::min())
         return std::nullopt;
     return value;
+}
+
+std::optional<std::string> NumberFormatOf(std::string_view number) {
+    const std::string_view mantissa = MantissaOf(number);
+    const bool hasExponent = mantissa.size() < number.size() || PlacesOf(mantissa) > MostPlaces;
+    const std::size_t places = hasExponent ? DigitsBehindFirst(mantissa) : PlacesOf(mantissa);
+    if (places > MostPlaces)
+        return std::nullopt;
+    const std::string shown = (places == 0 ? "0" : "0." + std::string(places, '0')) + (hasExponent ? "E+0" : "");
+    const bool isNegativeZero = number.starts_with('-') && SignificantDigits(number) == 0;
+    return isNegativeZero ? shown + ";-" + shown + ";-" + shown : shown; // of more than, less than, and zero
 }
 
 std::optional<std::int64_t> ExactInteger(std::string_view number) {

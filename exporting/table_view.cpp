@@ -137,7 +137,7 @@ TableView::TableView(const Source& source, const Plan& plan) : Source_(source), 
     const std::vector<Column> columns = values::ColumnsOf(header, source.Fields);
     std::vector<Measure> measures(columns.size());
     for (std::size_t i = 0; i < columns.size(); ++i)
-        measures[i].IsMeasured = plan.Units != Units::Keep && IsMeasured(columns[i]);
+        measures[i].IsMeasured = plan.Units != Units::Keep && IsMeasured(columns, i);
     LookForNamed(columns);
     Survey(measures);
     MakeColumns(columns, measures);
@@ -145,17 +145,29 @@ TableView::TableView(const Source& source, const Plan& plan) : Source_(source), 
     CountOtherTexts();
 }
 
-bool TableView::IsMeasured(const Column& column) const {
-    return column.Kind == ColumnKind::Measured ||
+namespace {
+
+bool IsNamed(const Column& column, std::size_t index, const std::string& name) {
+    const auto numbered = values::NumberedColumn(name);
+    return numbered ? *numbered == index : values::IsName(name, column.Field);
+}
+
+} // namespace
+
+bool TableView::IsMeasured(const std::vector<Column>& columns, std::size_t index) const {
+    return columns[index].Kind == ColumnKind::Measured ||
            std::any_of(Plan_.Measured.begin(), Plan_.Measured.end(),
-                       [&](const std::string& each) { return values::IsName(each, column.Field); });
+                       [&](const std::string& each) { return IsNamed(columns[index], index, each); });
 }
 
 void TableView::LookForNamed(const std::vector<Column>& columns) {
-    for (const std::string& name : Plan_.Measured)
-        if (std::none_of(columns.begin(), columns.end(),
-                         [&](const Column& each) { return values::IsName(name, each.Field); }))
+    for (const std::string& name : Plan_.Measured) {
+        bool isThere = false;
+        for (std::size_t i = 0; i < columns.size(); ++i)
+            isThere = isThere || IsNamed(columns[i], i, name);
+        if (!isThere)
             Odd_.push_back("there is no column " + name);
+    }
 }
 
 void TableView::Measure::Take(std::string_view field, values::DecimalSign sign) {
@@ -222,20 +234,41 @@ void TableView::MakeColumns(const std::vector<Column>& columns, const std::vecto
         Add({.Name = "beyond"}, Part::Beyond);
 }
 
+/// Returns the indices of the columns that a person means: all of a field by its number, else the one of this name.
+/// Names may differ by case alone: the very same name goes first.
+std::vector<std::size_t> TableView::ColumnsCalled(const std::string& name) const {
+    std::vector<std::size_t> found;
+    if (const auto numbered = values::NumberedColumn(name)) {
+        for (std::size_t i = 0; i < Columns_.size(); ++i) {
+            const Part part = Origins_[i].Part;
+            const bool isOfField = part != Part::Alias && part != Part::Record && part != Part::Beyond;
+            if (isOfField && Origins_[i].Field == *numbered)
+                found.push_back(i);
+        }
+        return found;
+    }
+    auto column = std::find_if(Columns_.begin(), Columns_.end(), [&](const auto& each) { return each.Name == name; });
+    if (column == Columns_.end())
+        column = std::find_if(Columns_.begin(), Columns_.end(),
+                              [&](const auto& each) { return values::IsName(each.Name, name); });
+    if (column != Columns_.end())
+        found.push_back(static_cast<std::size_t>(column - Columns_.begin()));
+    return found;
+}
+
 void TableView::ChooseColumns() {
     if (Plan_.Columns.empty())
         return;
     std::vector<OutColumn> columns;
     std::vector<Origin> origins;
     for (const std::string& name : Plan_.Columns) {
-        const auto column = std::find_if(Columns_.begin(), Columns_.end(),
-                                         [&](const OutColumn& each) { return values::IsName(each.Name, name); });
-        if (column == Columns_.end()) {
+        const std::vector<std::size_t> called = ColumnsCalled(name);
+        if (called.empty())
             Odd_.push_back("there is no column " + name);
-            continue;
+        for (const std::size_t i : called) {
+            columns.push_back(Columns_[i]);
+            origins.push_back(Origins_[i]);
         }
-        columns.push_back(*column);
-        origins.push_back(Origins_[static_cast<std::size_t>(column - Columns_.begin())]);
     }
     Columns_ = std::move(columns);
     Origins_ = std::move(origins);
@@ -279,8 +312,17 @@ void TableView::ForEachRow(const std::function<void(const std::vector<Cell>& cel
     Maker maker(*this);
     std::size_t record = 0;
     values::LineWalk walk(Source_.Bytes);
-    for (walk.Next(); walk.Next();)
+    constexpr std::size_t RowsACall = 1000;
+    std::size_t told = 0;
+    for (walk.Next(); walk.Next();) {
         visit(maker.Row(walk.Line(), ++record));
+        if (Passed_ && record - told == RowsACall) {
+            Passed_(RowsACall);
+            told = record;
+        }
+    }
+    if (Passed_)
+        Passed_(record - told);
 }
 
 } // namespace exporting

@@ -10,6 +10,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace exporting {
@@ -25,11 +26,12 @@ struct Plan {
     exporting::Units Units = exporting::Units::Split;
     exporting::Dates Dates = exporting::Dates::Iso;
     values::DecimalSign Decimal = values::DecimalSign::Either; ///< of the numbers in the table
-    std::string Zone = {};                  ///< put behind each time: "Z" or "+01:00"; empty for none
-    bool Hidden = false;                    ///< with the columns that the form does not show
-    bool Alias = false;                     ///< with a column of the download's alias
-    bool Record = false;                    ///< with a column of the record's number, from 1
-    std::vector<std::string> Columns = {};  ///< names of those that are wanted, in their order; empty for all
+    std::string Zone = {}; ///< put behind each time: "Z" or "+01:00"; empty for none
+    bool Hidden = false;   ///< with the columns that the form does not show
+    bool Alias = false;    ///< with a column of the download's alias
+    bool Record = false;   ///< with a column of the record's number, from 1
+    /// Names of those that are wanted, in their order; empty for all. "|3": all that is made of the third field.
+    std::vector<std::string> Columns = {};
     std::vector<std::string> Measured = {}; ///< FIELDNAMEs that have numbers and units besides those of the instrument
 };
 
@@ -70,6 +72,9 @@ public:
     /// Passes each row on: a cell for each column. The texts are valid during the call.
     void ForEachRow(const std::function<void(const std::vector<Cell>& cells)>& visit) const;
 
+    /// Has `passed` called while ForEachRow goes through the rows, with how many were passed on since the call before.
+    void Watch(std::function<void(std::size_t rows)> passed) { Passed_ = std::move(passed); }
+
     /// A line for each row that is shorter or longer than the header, with its number in the file: twenty, and how many
     /// more there are. Before them, a line for each column that the plan names and the table does not have.
     const std::vector<std::string>& Odd() const { return Odd_; }
@@ -91,11 +96,12 @@ private:
     };
     class Maker;
 
-    bool IsMeasured(const values::Column& column) const;
+    bool IsMeasured(const std::vector<values::Column>& columns, std::size_t index) const;
     void Survey(std::vector<Measure>& measures);
     void CountOtherTexts();
     void LookForNamed(const std::vector<values::Column>& columns);
     void LookAtLength(std::size_t fields, std::size_t line);
+    std::vector<std::size_t> ColumnsCalled(const std::string& name) const;
     void ChooseColumns();
     void MakeColumns(const std::vector<values::Column>& columns, const std::vector<Measure>& measures);
     void AddMeasured(const values::Column& column, std::size_t field, const Measure& measure);
@@ -111,6 +117,7 @@ private:
     std::size_t OddRows_ = 0;
     std::vector<std::string> Odd_;
     std::vector<std::string> Untold_;
+    std::function<void(std::size_t rows)> Passed_; ///< empty if nobody watches
 };
 
 } // namespace exporting

@@ -20,17 +20,8 @@ namespace {
 constexpr std::size_t MostNamed = 20;                  // cut cells: a table of them would be told cell by cell
 constexpr std::string_view FirstDay = "1900-03-01";    // before it, spreadsheets differ by a day
 constexpr std::int64_t LargestSheet = 4'000'000'000LL; // bytes: a ZIP file of the old form has no more in one document
-constexpr std::size_t MostPlaces = 30;                 // decimal places of a number format
-
-/// Returns the number format that shows as many decimal places as the number has.
-std::string FormatOf(std::string_view number) {
-    const std::size_t exponent = std::min(number.find_first_of("eE"), number.size());
-    const std::size_t point = std::min(number.find('.'), exponent);
-    const std::size_t places = exponent - std::min(point + 1, exponent);
-    if (places > MostPlaces)
-        return "General";
-    return (places == 0 ? "0" : "0." + std::string(places, '0')) + (exponent < number.size() ? "E+0" : "");
-}
+constexpr std::size_t LeastWidth = 10, MostWidth = 40; // of a column, in characters
+constexpr std::size_t Padding = 2;                     // of a cell, likewise
 
 /// The number in two or four digits of a date or time.
 int Digits(std::string_view text, std::size_t at, std::size_t count) {
@@ -113,6 +104,12 @@ public:
         ++RowOfSheet_;
     }
 
+    void Finish() {
+        SetWidths();
+        TellOdd();
+    }
+
+private:
     void TellOdd() {
         if (Columns_.size() > Width_)
             Odd_.push_back(std::to_string(Columns_.size()) + " columns, of which a sheet holds " +
@@ -130,8 +127,8 @@ public:
                            " before 1900-03-01, where spreadsheets count otherwise: kept as text");
     }
 
-private:
     void Begin() {
+        SetWidths();
         Sheet_ =
             Book_.WhyNot.empty() ? workbook_add_worksheet(Book_.File, SheetName(Name_, Book_.Names).c_str()) : nullptr;
         if (Sheet_ == nullptr) {
@@ -143,11 +140,16 @@ private:
         RowOfSheet_ = 0;
         for (Column_ = 0; Column_ < Width_; ++Column_) {
             PutText(Columns_[Column_].Name, Book_.Bold);
-            const double width =
-                static_cast<double>(std::clamp<std::size_t>(Columns_[Column_].Name.size() + 2, 10, 40));
-            worksheet_set_column(Sheet_, Place(), Place(), width, nullptr);
+            Widths_.push_back(std::clamp(Columns_[Column_].Name.size() + Padding, LeastWidth, MostWidth));
         }
         RowOfSheet_ = 1;
+    }
+
+    /// A number that is wider than its column would be shown as "###".
+    void SetWidths() {
+        for (Column_ = 0; Sheet_ != nullptr && Column_ < Width_; ++Column_)
+            worksheet_set_column(Sheet_, Place(), Place(), static_cast<double>(Widths_[Column_]), nullptr);
+        Widths_.clear();
     }
 
     void Put(const Cell& cell) {
@@ -165,11 +167,13 @@ private:
 
     void PutNumber(std::string_view number) {
         const auto value = ExactDouble(number);
-        if (!value) {
+        const auto format = NumberFormatOf(number);
+        if (!value || !format) {
             ++LongNumbers_;
             return PutText(number);
         }
-        worksheet_write_number(Sheet_, Line(), Place(), *value, Book_.Format(FormatOf(number)));
+        worksheet_write_number(Sheet_, Line(), Place(), *value, Book_.Format(*format));
+        Widths_[Column_] = std::max(Widths_[Column_], number.size() + Padding);
     }
 
     void PutDate(std::string_view date) {
@@ -207,9 +211,10 @@ private:
     Book& Book_;
     const std::vector<OutColumn>& Columns_;
     std::string Name_;
-    std::size_t Width_;
+    std::size_t Width_; ///< columns
     std::vector<std::string>& Odd_;
-    lxw_worksheet* Sheet_ = nullptr; ///< the last one; none if it can't be made
+    lxw_worksheet* Sheet_ = nullptr;  ///< the last one; none if it can't be made
+    std::vector<std::size_t> Widths_; ///< of its columns, in characters
     std::size_t RowOfSheet_ = 0;
     std::size_t Column_ = 0;
     std::size_t Record_ = 0; ///< from 1; 0 for the header
@@ -242,7 +247,7 @@ void Workbook::Add(const TableView& view, const std::string& name, std::vector<s
     const PointInNumbers plain;
     Sheet sheet(*Book_, view, name, odd);
     view.ForEachRow([&](const std::vector<Cell>& cells) { sheet.Row(cells); });
-    sheet.TellOdd();
+    sheet.Finish();
 }
 
 std::string Workbook::Close() {

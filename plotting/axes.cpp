@@ -1,52 +1,22 @@
 // SPDX-License-Identifier: MIT
 #include "plotting/axes.h"
 
+#include "companion/values/number_text.h"
+#include "companion/values/quantity.h"
 #include "plotting/moments_of_rows.h"
 
 #include <algorithm>
 #include <array>
 #include <chrono>
 #include <cmath>
-#include <iomanip>
-#include <locale>
-#include <sstream>
 
 namespace plotting {
+
+using values::ExponentOf;
 
 namespace {
 
 constexpr double HugeNumber = 1e300; // the distance of two such numbers may be none that a double can be
-
-enum class Form { Fixed, Scientific };
-
-/// By a stream, because a library without to_chars for such numbers is in use; whatever the locale.
-std::string TextOf(double value, Form form, int precision) {
-    std::ostringstream text;
-    text.imbue(std::locale::classic());
-    text << (form == Form::Fixed ? std::fixed : std::scientific) << std::setprecision(precision) << value;
-    return text.str();
-}
-
-/// "1.50e+300" as "1.5e300".
-std::string Shortened(std::string text) {
-    const std::size_t e = text.find('e');
-    std::string exponent = e == std::string::npos ? "" : text.substr(e + 1);
-    text = text.substr(0, e);
-    if (text.find('.') != std::string::npos) {
-        text.erase(text.find_last_not_of('0') + 1);
-        if (text.back() == '.')
-            text.pop_back();
-    }
-    if (exponent.empty())
-        return text == "-0" ? "0" : text;
-    const bool isNegative = exponent.front() == '-';
-    exponent.erase(0, std::min(exponent.find_first_not_of("+-0"), exponent.size() - 1));
-    return text + "e" + (isNegative ? "-" : "") + exponent;
-}
-
-int ExponentOf(double value) {
-    return value == 0 ? 0 : static_cast<int>(std::floor(std::log10(std::fabs(value)) + 1e-9));
-}
 
 /// Returns the label of a tick on an axis with this step and this largest value.
 std::string LabelOf(double value, double step, double largest) {
@@ -55,9 +25,16 @@ std::string LabelOf(double value, double step, double largest) {
     if (value == 0)
         return "0";
     if (ofLargest < MostDigits && ofStep >= -MostDecimals)
-        return TextOf(value, Form::Fixed, std::max(0, -ofStep));
+        return values::FixedText(value, std::max(0, -ofStep));
     const int digits = std::clamp(ExponentOf(value) - ofStep, 0, 16);
-    return Shortened(TextOf(value, Form::Scientific, digits));
+    return values::ScientificText(value, digits);
+}
+
+/// Its label is exact: it stands where the label says.
+Tick MiddleTick(double low, double high) {
+    const double middle = low / 2 + high / 2;
+    const std::string label = values::RoundedText(middle, ExponentOf(high / 2 - low / 2) - 1);
+    return {.At = values::ValueOf(label).value_or(middle), .Label = label};
 }
 
 std::string TwoDigits(unsigned number) {
@@ -156,7 +133,7 @@ std::vector<Tick> NumberTicks(double low, double high, int most, bool isWhole) {
         for (double i = first; i <= last; ++i)
             ticks.push_back({.At = i * step, .Label = LabelOf(i * step, step, largest)});
         if (ticks.empty()) // no round number between them
-            ticks.push_back({.At = low / 2 + high / 2, .Label = NumberText(low / 2 + high / 2)});
+            ticks.push_back(MiddleTick(low, high));
         return ticks;
     }
 }
@@ -185,15 +162,6 @@ void Widen(double& low, double& high, double share) {
         more = magnitude < 1e-300 ? 1 : magnitude / 10;
     low = std::max(low - more, -Largest);
     high = std::min(high + more, Largest);
-}
-
-std::string NumberText(double value, int digits) {
-    if (!std::isfinite(value))
-        return "(too large)";
-    const double size = std::fabs(value);
-    if (value == 0 || (size >= 1e-4 && size < 1e6))
-        return Shortened(TextOf(value, Form::Fixed, std::clamp(digits - 1 - ExponentOf(value), 0, 20)));
-    return Shortened(TextOf(value, Form::Scientific, digits - 1));
 }
 
 } // namespace plotting

@@ -36,7 +36,4 @@ void Widen(double& low, double& high, double share);
 /// Returns the smallest of 1, 2 and 5 times a power of ten that is not below a positive number.
 double RoundStep(double atLeast);
 
-/// Returns a number with at most so many significant digits, as short as it can be written.
-std::string NumberText(double value, int digits = 5);
-
 } // namespace plotting

@@ -2,7 +2,7 @@
 #include "plotting/chart.h"
 
 #include "plotting/axes.h"
-#include "plotting/palette.h"
+#include "plotting/cut_line.h"
 #include "plotting/panels.h"
 #include "plotting/readable.h"
 #include "plotting/reduction.h"
@@ -23,7 +23,8 @@ constexpr int LeastRows = 3;           // of text, in the height of a plot
 class Drawing {
 public:
     Drawing(const Data& data, Kind kind, const Look& look)
-        : Data_(data), Kind_(kind), Look_(look), Panels_(PanelsOf(data, kind)), Legend_(LegendOf(data, Panels_, kind)) {
+        : Data_(data), Kind_(kind), Look_(look), Panels_(PanelsOf(data, kind, look)),
+          Legend_(LegendOf(data, Panels_, kind)) {
         Measure();
     }
 
@@ -103,28 +104,30 @@ private:
         Axis axis;
         if (HasOwnX()) {
             const auto& counts = panel.Bins.Counts;
-            axis.High = static_cast<double>(*std::max_element(counts.begin(), counts.end())) * (1 + Margin);
+            const std::size_t highest = *std::max_element(counts.begin(), counts.end());
+            axis.High = static_cast<double>(std::max<std::size_t>(highest, 1)) * (1 + Margin);
             axis.Ticks = NumberTicks(0, axis.High, most, true);
             return axis;
         }
-        axis.Low = panel.Values.Low;
-        axis.High = panel.Values.High;
-        Widen(axis.Low, axis.High, Margin);
-        axis.Ticks = NumberTicks(axis.Low, axis.High, most);
+        axis = AxisOf(panel.Values, Data_.Range, Margin);
+        axis.Ticks = Shown(NumberTicks(axis.Low, axis.High, most));
         return axis;
+    }
+    std::vector<Tick> Shown(std::vector<Tick> ticks) const {
+        for (Tick& tick : ticks)
+            tick.Label = Look_.NumberOf(tick.Label);
+        return ticks;
     }
 
     /// Returns the axis with the most labels that do not touch each other.
     Axis FittingX(const Range& range) const {
         constexpr double Margin = 0.015;
-        Axis axis{range.Low, range.High, {}};
+        Axis axis = HasOwnX() ? AxisOf(range, Data_.Range, Margin) : Axis{range.Low, range.High, {}};
         const double most = (Right_ - Left_) / Look_.WidthOf("00000", Role::Text);
-        if (Data_.XKind == XKind::Number || HasOwnX())
-            Widen(axis.Low, axis.High, Margin);
-        else if (axis.Low == axis.High) {
+        if (!HasOwnX() && Data_.XKind != XKind::Number && axis.Low == axis.High) {
             axis.Low -= 1;
             axis.High += 1;
-        } else {
+        } else if (!HasOwnX()) {
             Widen(axis.Low, axis.High, Margin);
         }
         for (int count = static_cast<int>(std::clamp(most, 2.0, 16.0)); count >= 2; --count) {
@@ -137,7 +140,7 @@ private:
     std::vector<Tick> XTicks(const Axis& axis, int most) const {
         if (!HasOwnX() && (Data_.XKind == XKind::Moment || Data_.XKind == XKind::TimeOfDay))
             return TimeTicks(axis.Low, axis.High, most, Data_.XKind == XKind::Moment);
-        return NumberTicks(axis.Low, axis.High, most, !HasOwnX() && Data_.XKind == XKind::Record);
+        return Shown(NumberTicks(axis.Low, axis.High, most, !HasOwnX() && Data_.XKind == XKind::Record));
     }
     bool DoLabelsFit(const Axis& axis) const {
         double end = -1e9;
@@ -154,9 +157,12 @@ private:
         const double width = Right_ - Left_ - (Look_.IsCells ? 1 : 0);
         return Left_ + std::clamp(axis.Share(value), 0.0, 1.0) * width;
     }
-    double YOf(const Axis& axis, double value) const {
-        const double height = Bottom_ - Top_ - (Look_.IsCells ? 1 : 0);
-        return Top_ + (1 - std::clamp(axis.Share(value), 0.0, 1.0)) * height;
+    double LastY() const { return Bottom_ - (Look_.IsCells ? 1 : 0); }
+    double YOf(const Axis& axis, double value) const { return std::clamp(UncutY(axis, value), Top_, LastY()); }
+    /// Beyond the plot, where the value is.
+    double UncutY(const Axis& axis, double value) const {
+        constexpr double Far = 1e6; // of which the way there has the same slope as to where it is
+        return Top_ + (1 - std::clamp(axis.Share(value), -Far, Far)) * (LastY() - Top_);
     }
 
     // --- texts
@@ -340,19 +346,24 @@ private:
         const bool isMany = points.size() > MostPointsAsTheyAre;
         const bool hasLine = Kind_ != Kind::Points;
         std::vector<Spot> run, marked, outside;
+        bool isLastShown = false;
         const auto endRun = [&] {
-            if (run.size() == 1)
+            if (run.size() == 1 && isLastShown)
                 marked.push_back(run.front());
-            if (run.size() > 1 && hasLine)
-                Scene_.Items.emplace_back(Polyline{isMany ? ReducedLine(run) : run, stroke});
+            for (const std::vector<Spot>& part : PartsBetween(run, Top_, LastY()))
+                if (hasLine)
+                    Scene_.Items.emplace_back(Polyline{isMany ? ReducedLine(part) : part, stroke});
             run.clear();
         };
         const std::size_t step = MarkerStep(points.size());
         for (std::size_t i = 0; i < points.size(); ++i) {
-            const Spot spot{XOf(x, points[i].X), YOf(y, points[i].Y)};
-            if (points[i].IsAfterGap)
+            const Spot spot{XOf(x, points[i].X), UncutY(y, points[i].Y)};
+            if (points[i].IsAfterGap && !Data_.JoinsGaps)
                 endRun();
             run.push_back(spot);
+            isLastShown = Data_.Range.Has(points[i].Y);
+            if (!isLastShown)
+                continue;
             const bool isOutside = panel.Control && panel.Control->IsOutside(points[i].Y);
             if (isOutside)
                 outside.push_back(spot);
@@ -393,41 +404,13 @@ private:
 
 } // namespace
 
-double Look::WidthOf(const std::string& text, Role role) const {
-    constexpr double DotsACell = 2;
-    return IsCells ? CellsOf(text) * DotsACell : plotting::WidthOf(text, SizeOf(role));
-}
-
-Look PixelLook(double width, double height) {
-    return {.Width = width,
-            .Height = height,
-            .Row = 17,
-            .TitleRow = 26,
-            .TickWidth = 5,
-            .TickHeight = 5,
-            .Space = 8,
-            .Edge = 14};
-}
-
-Look CellLook(int columns, int rows) {
-    return {.Width = columns * 2.0,
-            .Height = rows * 4.0,
-            .Row = 4,
-            .TitleRow = 4,
-            .TickWidth = 2,
-            .TickHeight = 4,
-            .Space = 2,
-            .Edge = 0,
-            .IsCells = true};
-}
-
 /// A line would join numbers that do not follow each other.
 Kind UsualKind(const Data& data) {
     return data.XKind == XKind::Number ? Kind::Points : Kind::Line;
 }
 
 Spot UsualSize(const Data& data, Kind kind) {
-    const auto panels = static_cast<double>(PanelsOf(data, kind).size());
+    const auto panels = static_cast<double>(PanelsOf(data, kind, {}).size());
     return {960, panels == 1 ? 540 : 160 + 240 * panels};
 }
 

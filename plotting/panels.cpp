@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "plotting/panels.h"
 
+#include "companion/values/number_text.h"
 #include "companion/values/statistics.h"
-#include "plotting/axes.h"
+#include "src/text/text.h"
 
 #include <algorithm>
+#include <cmath>
+#include <iterator>
 
 namespace plotting {
 
@@ -35,10 +38,25 @@ values::Statistics StatisticsOf(const Series& series) {
     return statistics;
 }
 
-std::string WordsOf(const values::Statistics& statistics) {
+/// Returns the place of the last digit of numbers that were computed from values with this spread: so many of its
+/// digits say something. Without a spread, or with one that is too large for a double, all that a double has.
+int LastPlace(double spread, int digits) {
+    constexpr int Any = -400;
+    return spread > 0 && std::isfinite(spread) ? values::ExponentOf(spread) - (digits - 1) : Any;
+}
+
+/// The extremes have the digits that they came with.
+std::string StatisticsIn(const Series& series, const Look& look) {
+    constexpr int Digits = 3; // of the standard deviation
+    const values::Statistics statistics = StatisticsOf(series);
+    const double deviation = statistics.StandardDeviation();
+    const int place = LastPlace(deviation, Digits);
     const std::string count = std::to_string(statistics.Count()) + (statistics.Count() == 1 ? " value" : " values");
-    return count + ": mean " + NumberText(statistics.Mean()) + ", from " + NumberText(statistics.Minimum()) + " to " +
-           NumberText(statistics.Maximum()) + ", standard deviation " + NumberText(statistics.StandardDeviation(), 3);
+    const bool areEqual = statistics.Minimum() == statistics.Maximum();
+    const std::string mean = areEqual ? series.Lowest.Written : values::RoundedText(statistics.Mean(), place);
+    return count + ": mean " + look.NumberOf(mean) + ", from " + look.NumberOf(series.Lowest.Written) + " to " +
+           look.NumberOf(series.Highest.Written) + ", standard deviation " +
+           look.NumberOf(values::RoundedText(deviation, place));
 }
 
 std::string ControlWords(const Panel& panel, const Series& series) {
@@ -49,11 +67,13 @@ std::string ControlWords(const Panel& panel, const Series& series) {
     return "; " + (outside == 0 ? "none" : std::to_string(outside)) + " outside of mean ± 3σ";
 }
 
-void TakeLimits(Panel& panel, const Series& series, bool isNamed) {
-    const auto add = [&](Role role, const char* word, const std::optional<double>& limit) {
+void TakeLimits(Panel& panel, const Series& series, bool isNamed, const Look& look) {
+    const auto add = [&](Role role, const char* word, const std::optional<companion::Limit>& limit) {
         if (!limit)
             return;
-        const LimitLine line{role, *limit, word + NumberText(*limit) + (isNamed ? " " + series.Column : "")};
+        const LimitLine line{role, limit->Number,
+                             word + look.NumberOf(modStringTools::ToBytes(limit->Written)) +
+                                 (isNamed ? " " + series.Column : "")};
         if (std::find(panel.Limits.begin(), panel.Limits.end(), line) == panel.Limits.end())
             panel.Limits.push_back(line);
     };
@@ -63,17 +83,24 @@ void TakeLimits(Panel& panel, const Series& series, bool isNamed) {
     add(Role::Fail, "fail ", series.Limits.FailLow);
 }
 
+void TellFar(Panel& panel, const std::string& limits) {
+    if (!limits.empty())
+        panel.Caption += (panel.Caption.empty() ? "" : "; ") + std::string("beyond the picture: ") + limits;
+}
+
 /// A limit far away would leave no room for the values: it is named instead.
-void TakeNearLimits(Panel& panel) {
+void TakeNearLimits(Panel& panel, const ValueRange& range) {
     constexpr double MostTimes = 3;
     const Range values = panel.Values;
+    const bool hasEnds = range.Low && range.High;
     std::vector<LimitLine> near;
     std::string far;
     for (const LimitLine& limit : panel.Limits) {
         Range with = values;
         with.Take(limit.At);
         const double size = values.High / 2 - values.Low / 2;
-        if (size > 0 && with.High / 2 - with.Low / 2 > size * MostTimes) {
+        const bool isFar = !hasEnds && size > 0 && with.High / 2 - with.Low / 2 > size * MostTimes;
+        if (isFar || !range.Has(limit.At)) {
             AddTo(far, limit.Text);
             continue;
         }
@@ -81,24 +108,46 @@ void TakeNearLimits(Panel& panel) {
         panel.Values.Take(limit.At);
     }
     panel.Limits = near;
-    if (!far.empty())
-        panel.Caption += (panel.Caption.empty() ? "" : "; ") + std::string("beyond the picture: ") + far;
+    TellFar(panel, far);
 }
 
-void TakeControl(Panel& panel, const Series& series) {
+void TakeControl(Panel& panel, const Series& series, const Look& look, const ValueRange& range) {
     panel.Control = ControlLimitsOf(series.Points);
     panel.Caption += ControlWords(panel, series);
     if (!panel.Control)
         return;
     const ControlLimits& limits = *panel.Control;
-    panel.Limits = {{Role::ControlLimit, limits.High(), "+3σ " + NumberText(limits.High(), 4)},
-                    {Role::Mean, limits.Mean, "mean " + NumberText(limits.Mean, 4)},
-                    {Role::ControlLimit, limits.Low(), "-3σ " + NumberText(limits.Low(), 4)}};
-    for (const LimitLine& line : panel.Limits)
-        panel.Values.Take(line.At);
+    constexpr int Digits = 2; // of sigma
+    const auto text = [place = LastPlace(limits.Sigma, Digits), &look](double value) {
+        return look.NumberOf(values::RoundedText(value, place));
+    };
+    panel.Limits = {{Role::ControlLimit, limits.High(), "+3σ " + text(limits.High())},
+                    {Role::Mean, limits.Mean, "mean " + text(limits.Mean)},
+                    {Role::ControlLimit, limits.Low(), look.NumberOf("-3σ ") + text(limits.Low())}};
+    std::string far;
+    for (const LimitLine& line : panel.Limits) {
+        if (range.Has(line.At))
+            panel.Values.Take(line.At);
+        else
+            AddTo(far, line.Text);
+    }
+    std::erase_if(panel.Limits, [&range](const LimitLine& line) { return !range.Has(line.At); });
+    TellFar(panel, far);
 }
 
-void Complete(Panel& panel, const Data& data, Kind kind) {
+void TakeBins(Panel& panel, const Series& series, const ValueRange& range) {
+    std::vector<Point> shown;
+    std::copy_if(series.Points.begin(), series.Points.end(), std::back_inserter(shown),
+                 [&range](const Point& point) { return range.Has(point.Y); });
+    panel.Bins.Counts = {0};
+    if (shown.empty())
+        return;
+    panel.Bins = BinsOf(shown);
+    panel.Values.Take(panel.Bins.First);
+    panel.Values.Take(panel.Bins.End());
+}
+
+void Complete(Panel& panel, const Data& data, Kind kind, const Look& look) {
     const std::vector<std::string> columns = ColumnsOf(panel, data);
     for (const std::string& column : columns)
         AddTo(panel.Title, column);
@@ -106,22 +155,21 @@ void Complete(Panel& panel, const Data& data, Kind kind) {
     panel.Title += first.Unit.empty() ? "" : " [" + first.Unit + "]";
     for (const std::size_t index : panel.Series)
         for (const Point& point : data.Series[index].Points)
-            panel.Values.Take(point.Y);
+            if (data.Range.Has(point.Y))
+                panel.Values.Take(point.Y);
     if (HasPanelsOfOneSeries(kind)) {
         AddTo(panel.Title, first.Group);
         AddTo(panel.Title, first.Source);
-        panel.Caption = WordsOf(StatisticsOf(first));
+        panel.Caption = StatisticsIn(first, look);
     }
     if (kind == Kind::Histogram) {
-        panel.Bins = BinsOf(first.Points);
-        panel.Values.Take(panel.Bins.First);
-        panel.Values.Take(panel.Bins.End());
+        TakeBins(panel, first, data.Range);
     }
     if (kind == Kind::Control)
-        return TakeControl(panel, first);
+        return TakeControl(panel, first, look, data.Range);
     for (const std::size_t index : panel.Series)
-        TakeLimits(panel, data.Series[index], columns.size() > 1);
-    TakeNearLimits(panel);
+        TakeLimits(panel, data.Series[index], columns.size() > 1, look);
+    TakeNearLimits(panel, data.Range);
 }
 
 const char* WordOf(Kind kind) {
@@ -137,7 +185,22 @@ void Range::Take(double value) {
     IsEmpty = false;
 }
 
-std::vector<Panel> PanelsOf(const Data& data, Kind kind) {
+Axis AxisOf(const Range& values, const ValueRange& asked, double margin) {
+    Axis axis{values.Low, values.High, {}};
+    Widen(axis.Low, axis.High, margin);
+    axis.Low = asked.Low.value_or(axis.Low);
+    axis.High = asked.High.value_or(axis.High);
+    if (axis.Low < axis.High)
+        return axis;
+    double& end = asked.Low ? axis.Low : axis.High; // the one that was asked for; no value of the panel is in the range
+    axis.Low = axis.High = end;
+    const double kept = end;
+    Widen(axis.Low, axis.High, 0);
+    end = kept;
+    return axis;
+}
+
+std::vector<Panel> PanelsOf(const Data& data, Kind kind, const Look& look) {
     std::vector<Panel> panels;
     for (std::size_t i = 0; i < data.Series.size(); ++i) {
         const auto found = std::find_if(panels.begin(), panels.end(), [&](const Panel& panel) {
@@ -147,7 +210,7 @@ std::vector<Panel> PanelsOf(const Data& data, Kind kind) {
         panel.Series.push_back(i);
     }
     for (Panel& panel : panels)
-        Complete(panel, data, kind);
+        Complete(panel, data, kind, look);
     return panels;
 }
 
@@ -175,8 +238,8 @@ std::string DescriptionOf(const Data& data, Kind kind) {
         std::string name = series.Column;
         AddTo(name, series.Group);
         AddTo(name, series.Source);
-        text +=
-            ". " + name + (series.Unit.empty() ? "" : " [" + series.Unit + "]") + ": " + WordsOf(StatisticsOf(series));
+        text += ". " + name + (series.Unit.empty() ? "" : " [" + series.Unit + "]") + ": " +
+                StatisticsIn(series, CellLook(0, 0));
     }
     for (const std::string& note : data.Notes)
         text += ". " + note;

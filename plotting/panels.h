@@ -3,8 +3,10 @@
 // axis in common.
 #pragma once
 
+#include "plotting/axes.h"
 #include "plotting/control.h"
 #include "plotting/histogram.h"
+#include "plotting/look.h"
 #include "plotting/scene.h"
 #include "plotting/series.h"
 
@@ -37,8 +39,12 @@ struct Panel {
     plotting::Bins Bins;
 };
 
-/// Returns the panels in the order of their first series. Those of a histogram or a control chart have one series each.
-std::vector<Panel> PanelsOf(const Data& data, Kind kind);
+/// Returns an axis without ticks, with some room around the values, or that ends where it was asked to.
+Axis AxisOf(const Range& values, const ValueRange& asked, double margin);
+
+/// Returns the panels in the order of their first series, with numbers as the look shows them. Those of a histogram or
+/// a control chart have one series each.
+std::vector<Panel> PanelsOf(const Data& data, Kind kind, const Look& look);
 
 /// Returns what the legend calls each series, the same for the same group in several panels; all empty if the titles of
 /// the panels say enough.

@@ -20,6 +20,8 @@ constexpr std::size_t Nowhere = static_cast<std::size_t>(-1);
 constexpr std::size_t MostNamed = 20; // odd rows
 
 std::size_t PlaceOf(const std::string& name, const std::vector<Column>& columns) {
+    if (const auto numbered = values::NumberedColumn(name))
+        return *numbered < columns.size() ? *numbered : Nowhere;
     for (const auto member : {&Column::Name, &Column::Field}) // a name for other tools goes first
         for (std::size_t i = 0; i < columns.size(); ++i)
             if (values::IsName(columns[i].*member, name))
@@ -261,11 +263,11 @@ private:
             return true;
         }
         ++shown.Numbers;
-        return Take(shown, place, quantity->Unit, {.X = x, .Y = *number});
+        return Take(shown, place, *quantity, {.X = x, .Y = *number});
     }
 
-    bool Take(const Shown& shown, Place& place, std::string_view unit, Point point) {
-        std::vector<Series>& all = Reader_.Data_.Series;
+    bool Take(const Shown& shown, Place& place, const values::Quantity& quantity, Point point) {
+        const std::string_view unit = quantity.Unit;
         std::size_t chosen = Nowhere;
         for (std::size_t i = 0; i < place.Series.size(); ++i) {
             if (Units_[place.Series[i]] == unit)
@@ -283,8 +285,17 @@ private:
         }
         point.IsAfterGap = place.HasGap[chosen];
         place.HasGap[chosen] = false;
-        all[place.Series[chosen]].Points.push_back(point);
+        Series& series = Reader_.Data_.Series[place.Series[chosen]];
+        TakeExtremes(series, point.Y, quantity.Number);
+        series.Points.push_back(point);
         return true;
+    }
+
+    static void TakeExtremes(Series& series, double value, std::string_view number) {
+        if (series.Lowest.Written.empty() || value < series.Lowest.Value)
+            series.Lowest = {value, values::PlainNumber(number)};
+        if (series.Highest.Written.empty() || value > series.Highest.Value)
+            series.Highest = {value, values::PlainNumber(number)};
     }
 
     /// Returns the index of a new series, for the group of this row.
@@ -320,13 +331,15 @@ private:
         for (const Shown& shown : Shown_) {
             const std::string column = name + Readable(Columns_[shown.Column].Name) + ": ";
             if (shown.Others > 0)
-                notes.push_back(column + Counted(shown.Others, "value is", "values are") + " no number: a gap");
+                notes.push_back(column + Counted(shown.Others, "value is", "values are") + " no number: " + Gap());
             if (shown.Empty > 0)
-                notes.push_back(column + Counted(shown.Empty, "record has", "records have") + " no value: a gap");
+                notes.push_back(column + Counted(shown.Empty, "record has", "records have") + " no value: " + Gap());
             if (shown.Numbers == 0)
                 TellColumnsWithNumbers(Columns_[shown.Column]);
         }
     }
+
+    std::string Gap() const { return Reader_.Request_.JoinsGaps ? "left out of the line" : "a gap"; }
 
     void TellColumnsWithNumbers(const Column& column) {
         Reader_.WithoutNumbers_.push_back(
@@ -354,6 +367,8 @@ private:
 
 SeriesReader::SeriesReader(Request request, values::DecimalSign sign, bool hasSeveralSources)
     : Request_(std::move(request)), Sign_(sign), HasSeveralSources_(hasSeveralSources) {
+    Data_.JoinsGaps = Request_.JoinsGaps;
+    Data_.Range = Request_.Range;
 }
 
 std::string SeriesReader::Read(const Source& source) {
@@ -372,7 +387,25 @@ std::string SeriesReader::Finish() {
         Data_.Notes.push_back(std::move(sentence));
     if (Data_.XKind == XKind::Moment || Data_.XKind == XKind::TimeOfDay)
         Sort();
+    std::size_t all = 0;
+    for (const Series& series : Data_.Series)
+        all += series.Points.size();
+    const std::size_t beyond = CountBeyondRange();
+    if (beyond == all)
+        return "No value lies in the range \"" + Data_.Range.Written + "\": choose another --range.";
+    if (beyond > 0)
+        Data_.Notes.push_back(Counted(beyond, "value lies", "values lie") + " beyond the range " + Data_.Range.Written +
+                              ": not shown");
     return {};
+}
+
+std::size_t SeriesReader::CountBeyondRange() const {
+    std::size_t count = 0;
+    for (const Series& series : Data_.Series)
+        count +=
+            static_cast<std::size_t>(std::count_if(series.Points.begin(), series.Points.end(),
+                                                   [this](const Point& point) { return !Data_.Range.Has(point.Y); }));
+    return count;
 }
 
 /// A line that runs back in time can't be read.

@@ -21,6 +21,11 @@ struct Point {
     bool IsAfterGap = false; ///< a value is missing between this one and that before it
 };
 
+struct Extreme {
+    double Value = 0;
+    std::string Written; ///< with its digits as the table has them, and a full stop; empty before the first value
+};
+
 /// The values of one column that have one unit, in the order of the records, or of their times.
 struct Series {
     std::string Column; ///< its name for other tools
@@ -29,6 +34,7 @@ struct Series {
     std::string Source; ///< of which table; empty if there is only one
     companion::Bounds Limits;
     std::vector<Point> Points;
+    Extreme Lowest, Highest; ///< of the values
 };
 
 enum class XKind { Record, Moment, TimeOfDay, Number };
@@ -40,6 +46,8 @@ struct Data {
     std::string XTitle;
     std::vector<plotting::Series> Series; ///< none is empty
     std::vector<std::string> Notes;       ///< what is not shown as it stands in the table
+    bool JoinsGaps = false;               ///< a line goes on where values are missing
+    ValueRange Range = {};
 };
 
 /// A table. What it refers to must exist during the call that it is passed to.
@@ -70,6 +78,7 @@ public:
 private:
     class Rows;
     void Sort();
+    std::size_t CountBeyondRange() const;
 
     Request Request_;
     values::DecimalSign Sign_;

@@ -12,6 +12,7 @@ namespace {
 class WorkbookCollection : public Collection {
 public:
     explicit WorkbookCollection(const std::string& path) : Workbook_(path) {}
+    std::size_t Passes() const override { return 1; }
 
     void Add(const Table& table, const exporting::TableView& view, const Options&,
              std::vector<std::string>& odd) override {
@@ -28,6 +29,7 @@ private:
 class DatabaseCollection : public Collection {
 public:
     explicit DatabaseCollection(const std::string& path) : Database_(path) {}
+    std::size_t Passes() const override { return 2; }
 
     void Add(const Table& table, const exporting::TableView& view, const Options& options,
              std::vector<std::string>& odd) override {

@@ -18,6 +18,8 @@ public:
     Collection(const Collection&) = delete;
     Collection& operator=(const Collection&) = delete;
     virtual ~Collection() = default;
+    /// How often it goes through the rows of a table.
+    virtual std::size_t Passes() const = 0;
     /// Adds what is odd, a line each.
     virtual void Add(const Table& table, const exporting::TableView& view, const Options& options,
                      std::vector<std::string>& odd) = 0;

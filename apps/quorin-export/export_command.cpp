@@ -7,6 +7,7 @@
 #include "apps/quorin-export/formats.h"
 #include "apps/start/help.h"
 #include "companion/values/moments.h"
+#include "companion/values/quantity.h"
 
 #include <CLI/CLI.hpp>
 
@@ -28,6 +29,7 @@ struct Words {
     apps::CsvWords Csv;
     std::string Kind;
     std::string Size;
+    std::string Range;
 };
 
 template <class Value>
@@ -98,11 +100,36 @@ void ReadSize(const std::string& text, PlotOptions& plot) {
         apps::Refuse("--size", text, "is not of the form 960x540, of 10 to 20000 each");
 }
 
+/// Reads one end of a range; nothing for an empty text.
+std::optional<double> EndOf(const std::string& range, std::string_view end) {
+    if (end.empty())
+        return std::nullopt;
+    const bool isNumber = values::NumberLength(end, values::DecimalSign::Either) == end.size();
+    const auto value = isNumber ? values::ValueOf(end) : std::nullopt;
+    if (!value)
+        apps::Refuse("--range", range, "\"" + std::string(end) + "\" is no number");
+    return value;
+}
+
+/// Reads "0:20", "0:" or ":20".
+plotting::ValueRange RangeOf(const std::string& text) {
+    const std::size_t colon = text.find(':');
+    if (colon == std::string::npos || text.size() == 1)
+        apps::Refuse("--range", text, "is not of the form MIN:MAX, of which one may be missing");
+    const std::string_view all = text;
+    const plotting::ValueRange range{EndOf(text, all.substr(0, colon)), EndOf(text, all.substr(colon + 1)), text};
+    if (range.Low && range.High && *range.Low >= *range.High)
+        apps::Refuse("--range", text, "MIN is not below MAX");
+    return range;
+}
+
 void UnderstandPlot(const Words& words, Options& options) {
     PlotOptions& plot = options.Plot;
     plot.HasKind = !words.Kind.empty();
     if (plot.HasKind)
         plot.Request.Kind = Chosen("--kind", words.Kind, KindChoices);
+    if (!words.Range.empty())
+        plot.Request.Range = RangeOf(words.Range);
     if (!words.Size.empty())
         ReadSize(words.Size, plot);
     const auto form = options.Format->Picture;
@@ -141,6 +168,10 @@ void DescribePlot(CLI::App& app, Words& words, PlotOptions& plot) {
     app.add_option("--kind", words.Kind, "What is drawn")
         ->type_name("line|points|histogram|control")
         ->default_str("line");
+    app.add_flag("--join", plot.Request.JoinsGaps, "A line goes on where values are missing")->default_str("off");
+    app.add_option("--range", words.Range, "The values that are shown; MIN or MAX may be missing")
+        ->type_name("MIN:MAX")
+        ->default_str("all");
     app.add_option("--size", words.Size, "Size of the plot in pixels; of text: in columns and rows")
         ->type_name("WxH")
         ->default_str("960x540, or the terminal");
@@ -194,9 +225,10 @@ void Describe(CLI::App& app, Words& words, Options& options) {
         ->type_name("NAME")
         ->default_str("that of the machine");
     DescribePlot(app, words, options.Plot);
-    for (const char* other : {"--format", "--column", "--units", "--numbers", "--decimal", "--dates", "--zone",
-                              "--hidden", "--alias", "--record", "--decimal-comma", "--bom", "--name", "--plot", "--by",
-                              "--against", "--kind", "--size", "--watch"})
+    for (const char* other :
+         {"--format", "--column",  "--units",  "--numbers",       "--decimal", "--dates", "--zone",
+          "--hidden", "--alias",   "--record", "--decimal-comma", "--bom",     "--name",  "--plot",
+          "--by",     "--against", "--kind",   "--join",          "--range",   "--size",  "--watch"})
         raw->excludes(app.get_option(other));
     apps::AddDeviceOptions(app, words.Device);
 }
@@ -211,13 +243,14 @@ apps::Reading ReadOptions(int count, const char* const* words, Options& options)
     Words said;
     app.set_version_flag("--version", apps::VersionText("quorin-export"));
     Describe(app, said, options);
-    app.footer("The columns of a driver have the names of its CSVNAME, else FIELDNAME. Beside each CSV file its\n"
-               "description is written, FILE.datapackage.json, but not with --raw.\n\n" +
-               start::ExitStatusHelp());
+    app.footer(
+        "The columns of a driver have the names of its CSVNAME, else FIELDNAME; '|3' is the third of the\n"
+        "table. Beside each CSV file its description is written, FILE.datapackage.json, but not with --raw.\n\n" +
+        start::ExitStatusHelp());
     start::ShowOneLineEach(app);
     return apps::ReadCommandLine(app, count, words, [&] {
         Understand(said, options);
-        for (const char* name : {"--plot", "--by", "--against", "--kind", "--size", "--watch"})
+        for (const char* name : {"--plot", "--by", "--against", "--kind", "--join", "--range", "--size", "--watch"})
             if (app.get_option(name)->count() > 0 && !options.Format->Picture)
                 apps::Refuse("--format", options.Format->Name,
                              "is no plot: " + std::string(name) + " goes with --format svg, png, pdf or text");

@@ -167,7 +167,7 @@ private:
         ++Done_;
         if (Options_.Raw)
             return output.Write(RawCsv(table.Bytes, Options_.Csv));
-        const TableView view(table.Source, Options_.Plan);
+        TableView view(table.Source, Options_.Plan);
         if (view.Columns().empty()) { // an empty table has none either, and is refused before
             HasBegun_ = false;
             Fail(table.Source.File + " has none of the columns that --column names.");
@@ -176,18 +176,7 @@ private:
         for (const std::string& line : view.Untold())
             Tell(table.Source.File + ", " + line);
         std::vector<std::string> odd = view.Odd();
-        Progress progress(table.Source.File, table.Bytes.size());
-        bool isWritten = true;
-        if (Collection_)
-            Collection_->Add(table, view, Options_, odd);
-        else
-            Options_.Format->Write(
-                table, view, Options_, Done_ == 1,
-                [&](std::string_view bytes) {
-                    progress.Advance(bytes.size());
-                    return isWritten = isWritten && output.Write(bytes);
-                },
-                odd);
+        const bool isWritten = Collection_ ? Collect(table, view, odd) : WriteOut(table, view, output, odd);
         TellOdd(table, odd);
         Last_ = {.Name = {},
                  .Sha256 = {},
@@ -197,6 +186,27 @@ private:
                  .Alias = table.Source.Alias,
                  .Driver = table.Driver};
         LastColumns_ = view.Columns();
+        return isWritten;
+    }
+
+    bool Collect(const Table& table, TableView& view, std::vector<std::string>& odd) {
+        Progress progress(table.Source.File, view.Rows() * Collection_->Passes());
+        view.Watch([&progress](std::size_t rows) { progress.Advance(rows); });
+        Collection_->Add(table, view, Options_, odd);
+        view.Watch({});
+        return true;
+    }
+
+    bool WriteOut(const Table& table, const TableView& view, Output& output, std::vector<std::string>& odd) {
+        Progress progress(table.Source.File, table.Bytes.size()); // what is made of them comes near to it
+        bool isWritten = true;
+        Options_.Format->Write(
+            table, view, Options_, Done_ == 1,
+            [&](std::string_view bytes) {
+                progress.Advance(bytes.size());
+                return isWritten = isWritten && output.Write(bytes);
+            },
+            odd);
         return isWritten;
     }
 
@@ -219,6 +229,8 @@ private:
 
     /// Returns why the collection is not in the output as a whole, or an empty text.
     std::string CopyCollection(Output& output) {
+        Progress progress(Called(Options_.Output), 1, Begun_);
+        progress.Advance(1); // nothing can be counted while it is closed, which takes about as long as the rows
         if (std::string why = Collection_->Finish(); !why.empty())
             return why;
         std::ifstream file(Scratch_.Path() + "/export", std::ios::binary);
@@ -256,6 +268,7 @@ private:
     ScratchFolder Scratch_;                  ///< of the collection
     std::unique_ptr<Collection> Collection_; ///< none for a format that is written from front to back
     bool HasBegun_ = false;
+    const ProgressClock::time_point Begun_ = ProgressClock::now();
     exporting::CsvFile Last_; ///< the table that was written last
     std::vector<exporting::OutColumn> LastColumns_;
 };

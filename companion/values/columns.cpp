@@ -7,6 +7,7 @@
 #include "src/text/text.h"
 
 #include <algorithm>
+#include <charconv>
 #include <set>
 
 namespace values {
@@ -14,6 +15,15 @@ namespace values {
 bool IsName(std::string_view one, std::string_view other) {
     using modStringTools::FromBytes;
     return modStringTools::SameIgnoringCase(FromBytes(one), FromBytes(other));
+}
+
+std::optional<std::size_t> NumberedColumn(std::string_view name) {
+    std::size_t number = 0;
+    const char* const end = name.data() + name.size();
+    if (name.size() < 2 || name.front() != '|')
+        return std::nullopt;
+    const auto [stop, error] = std::from_chars(name.data() + 1, end, number);
+    return error == std::errc() && stop == end && number > 0 ? std::optional(number - 1) : std::nullopt;
 }
 
 namespace {

@@ -2,6 +2,8 @@
 // The columns of a download as other tools get them: names and kinds, from the inf table of its driver.
 #pragma once
 
+#include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -28,6 +30,10 @@ std::vector<FieldRow> FieldRowsOf(const std::vector<std::string_view>& lines);
 
 /// True if two names of columns are the same, without regard to case.
 bool IsName(std::string_view one, std::string_view other);
+
+/// Returns the index of the column that a person names by its number: 2 for "|3", the third of the table. Nothing for
+/// any other text. No column is called so, because a bar separates the names.
+std::optional<std::size_t> NumberedColumn(std::string_view name);
 
 struct Column {
     std::string Field; ///< its name in the header of the download

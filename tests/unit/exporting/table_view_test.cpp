@@ -126,5 +126,49 @@ TEST(ExportedTable, WithoutALineHasNoColumns) {
     EXPECT_THAT(TableView(source, plan).Columns(), IsEmpty());
 }
 
+TEST(ATableView, HasColumnsByTheirNumber) {
+    const Source source{.Bytes = "Caf\xE9|M|#2\nx|5 %|y\n",
+                        .Fields = {{.Field = "M", .CsvName = "", .Kind = values::ColumnKind::Measured}}};
+    Plan plan{.Record = true, .Columns = {"|2", "|1", "#2"}};
+    const auto names = [&] {
+        std::vector<std::string> found;
+        const TableView view(source, plan);
+        for (const OutColumn& column : view.Columns())
+            found.push_back(column.Name);
+        return found;
+    };
+    EXPECT_THAT(names(), testing::ElementsAre("M", "M_unit", "Caf\xE9", "#2"))
+        << "a number and its unit are of one field";
+    plan.Columns = {"|1", "|4"};
+    EXPECT_THAT(names(), testing::ElementsAre("Caf\xE9"));
+    EXPECT_THAT(TableView(source, plan).Odd(), testing::ElementsAre("there is no column |4"));
+    plan = {.Measured = {"|3", "|9"}};
+    EXPECT_THAT(names(), testing::ElementsAre("Caf\xE9", "M", "M_unit", "#2", "#2_unit"));
+    EXPECT_THAT(TableView(source, plan).Odd(), testing::ElementsAre("there is no column |9"));
+}
+
+TEST(ATableView, HasOneColumnOfNamesThatDifferByCase) {
+    const Source source{.Bytes = "Site|SITE\nx|y\n"};
+    for (const auto& [wanted, name] : {std::pair("Site", "Site"), {"SITE", "SITE"}, {"site", "Site"}}) {
+        const Plan plan{.Columns = {wanted}};
+        const TableView view(source, plan);
+        ASSERT_EQ(view.Columns().size(), 1U) << wanted;
+        EXPECT_EQ(view.Columns().front().Name, name);
+    }
+}
+
+TEST(ATableView, CountsTheRowsForWhoWatchesThem) {
+    std::string bytes = "A\n";
+    for (int i = 0; i < 2500; ++i)
+        bytes += "x\n";
+    const Source source{.Bytes = bytes};
+    const Plan plan;
+    TableView view(source, plan);
+    std::vector<std::size_t> passed;
+    view.Watch([&](std::size_t rows) { passed.push_back(rows); });
+    view.ForEachRow([](const std::vector<Cell>&) {});
+    EXPECT_THAT(passed, testing::ElementsAre(1000, 1000, 500));
+}
+
 } // namespace
 } // namespace exporting

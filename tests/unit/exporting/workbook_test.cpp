@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "exporting/workbook.h"
 
+#include "exporting/exact_numbers.h"
 #include "exporting/sheet_text.h"
 #include "exporting/zip_check.h"
 #include "tests/support/temporary_root.h"
@@ -47,10 +48,58 @@ protected:
     Lines Odd;
 };
 
+/// Returns the number format of a cell with this number.
+std::string FormatOfNumber(const std::string& number) {
+    return NumberFormatOf(values::PlainNumber(number)).value_or("text");
+}
+
 TEST_F(Workbooks, HaveNumbersThatLookAsTheyWereWritten) {
-    Add("N\n23.40 %\n1e5 %\n", "s", {.Units = Units::Header});
-    EXPECT_THAT(Sheets(), ElementsAre("[s]", "A='N [%]'", "A=(23.4, '0.00')", "A=(100000.0, '0E+0')"));
+    Add("N\n23.40 %\n12e4 %\n", "s", {.Units = Units::Header});
+    EXPECT_THAT(Sheets(), ElementsAre("[s]", "A='N [%]'", "A=(23.4, '0.00')", "A=(120000.0, '0.0E+0')"));
     EXPECT_EQ(Odd, Lines());
+}
+
+/// What a person sees has each digit of the table, and no other: one digit before the point, as many as there are
+/// behind.
+TEST_F(Workbooks, ShowEachDigitOfANumberWithAnExponent) {
+    const std::pair<const char*, const char*> shown[] = {
+        {"12e3", "0.0E+0"}, {"-1.20e3", "0.00E+0"}, {"0.012e-3", "0.0E+0"}, {"100e3", "0.00E+0"},
+        {"5e-7", "0E+0"},   {"+.50E5", "0.0E+0"},   {"0e3", "0E+0"},        {"0.00e3", "0.00E+0"},
+    };
+    for (const auto& [number, format] : shown)
+        EXPECT_EQ(FormatOfNumber(number), format) << number;
+}
+
+TEST_F(Workbooks, ShowEachDigitOfATinyNumber) {
+    const std::string zeros(31, '0');
+    EXPECT_EQ(FormatOfNumber("0." + zeros + "123"), "0.00E+0");
+    EXPECT_EQ(FormatOfNumber("0." + zeros.substr(3) + "12"), "0." + zeros.substr(1)) << "30 places are shown";
+}
+
+TEST_F(Workbooks, ShowTheSignOfANegativeZero) {
+    EXPECT_EQ(FormatOfNumber("-0.0"), "0.0;-0.0;-0.0");
+    EXPECT_EQ(FormatOfNumber("-0.04"), "0.00");
+    EXPECT_EQ(FormatOfNumber("-0e2"), "0E+0;-0E+0;-0E+0");
+}
+
+/// A spreadsheet shows "###" in place of a number that is wider than its column.
+TEST_F(Workbooks, HaveColumnsAsWideAsTheirNumbers) {
+    Add("N|D\n12345678901.2345|1\n5|1\n", "s");
+    EXPECT_EQ(Book.Close(), "");
+    ASSERT_EQ(std::system(("python3 -c 'import sys,zipfile,re;"
+                           "print(*re.findall(\"width=.([0-9]+)\",zipfile.ZipFile(sys.argv[1])"
+                           ".read(\"xl/worksheets/sheet1.xml\").decode()))' '" +
+                           Place.Path("w.xlsx") + "' > '" + Place.Path("found") + "'")
+                              .c_str()),
+              0);
+    EXPECT_THAT(Place.Bytes("found"), testing::StartsWith("18 10"));
+}
+
+TEST_F(Workbooks, KeepAsTextWhatTheyCantShow) {
+    Add("N\n1." + std::string(31, '0') + "\n", "s", {.Units = Units::Header});
+    EXPECT_THAT(Sheets(), testing::Contains("A='1." + std::string(14, '0') + "'"));
+    EXPECT_THAT(Odd,
+                testing::Contains("1 number has more digits than a spreadsheet keeps, or is too large: kept as text"));
 }
 
 TEST_F(Workbooks, KeepAsTextWhatWouldLoseADigit) {

@@ -54,7 +54,8 @@ TEST(TicksOfTime, AreThoseOfAClockAndACalendar) {
                 ElementsAre("2026-11-21", "2026-11-22", "2026-11-23", "2026-11-24"));
     EXPECT_THAT(LabelsOf(TimeTicks(day, day + 100 * 86400.0, 4, true)),
                 ElementsAre("2026-12", "2027-01", "2027-02", "2027-03"));
-    EXPECT_THAT(LabelsOf(TimeTicks(day, day + 4000 * 86400.0, 6, true)), ElementsAre("2028", "2030", "2032", "2034", "2036"));
+    EXPECT_THAT(LabelsOf(TimeTicks(day, day + 4000 * 86400.0, 6, true)),
+                ElementsAre("2028", "2030", "2032", "2034", "2036"));
     EXPECT_THAT(LabelsOf(TimeTicks(22 * 3600, 26 * 3600, 5, false)),
                 ElementsAre("22:00", "23:00", "00:00 day 2", "01:00", "02:00"));
 }
@@ -70,14 +71,6 @@ TEST(ARange, OfOneValueBecomesOneWithRoom) {
     }
     const Axis whole{-1.7e308, 1.7e308, {}};
     EXPECT_DOUBLE_EQ(whole.Share(0), 0.5);
-}
-
-TEST(ANumber, IsWrittenAsShortAsItCanBe) {
-    EXPECT_EQ(NumberText(20), "20");
-    EXPECT_EQ(NumberText(17.6324), "17.632");
-    EXPECT_EQ(NumberText(-0.00071), "-0.00071");
-    EXPECT_EQ(NumberText(1.5e300), "1.5e300");
-    EXPECT_EQ(NumberText(0), "0");
 }
 
 } // namespace

@@ -82,11 +82,22 @@ TEST(ASeries, LiesAgainstAnotherColumnOfOneUnit) {
     EXPECT_THAT(read.Data.Notes, ElementsAre("1 record has no value of Warmth in °C: left out"));
 }
 
+TEST(ASeries, IsOfColumnsByTheirNumbers) {
+    const Read read =
+        ReadTable("Caf\xE9|Moisture|x\na|1|10\nb|2|20\n", {.Columns = {"|2"}, .By = "|1", .Against = "|3"});
+    EXPECT_EQ(read.Why, "");
+    ASSERT_EQ(read.Data.Series.size(), 2U);
+    EXPECT_EQ(read.Data.Series[1].Group, "b");
+    EXPECT_EQ(read.Data.Series[1].Points.front().X, 20);
+    EXPECT_EQ(read.Data.Series[1].Points.front().Y, 2);
+    EXPECT_EQ(ReadTable("Moisture\n1\n", {.By = "|2"}).Why, "Loft has no column |2; it has moisture.");
+}
+
 TEST(ASeries, HasTheLimitsOfItsColumn) {
     const companion::ValueLimits limits(u"COLUMN|WARNHIGH|FAILLOW\nMoisture|16|2\n", {u"Moisture"});
     const companion::Bounds bounds = ReadTable("Moisture\n1\n", {}, &limits).Data.Series.at(0).Limits;
-    EXPECT_EQ(bounds.WarnHigh, 16);
-    EXPECT_EQ(bounds.FailLow, 2);
+    EXPECT_EQ(bounds.WarnHigh, (companion::Limit{16, u"16"}));
+    EXPECT_EQ(bounds.FailLow, (companion::Limit{2, u"2"}));
     EXPECT_FALSE(bounds.WarnLow || bounds.FailHigh);
 }
 

@@ -100,6 +100,29 @@ TEST_F(Plots, HaveAllSourcesInOnePicture) {
     EXPECT_THAT(both.Output, HasSubstr(">other.txt</text>"));
 }
 
+TEST_F(Plots, TakeColumnsByTheirNumber) {
+    Root.Put("Quorin/qrn0001.txt", "Caf\xE9|W\xFC|x\na|1|10\nb|2|20\n");
+    const Outcome done = Plot("qrn0001.txt --format svg --plot '|2' --by '|1' --against '|3'");
+    EXPECT_EQ(done.Errors, "");
+    EXPECT_THAT(done.Output, HasSubstr(">b</text>"));
+    EXPECT_EQ(Plot("qrn0001.txt --column '|2'").Output, "W\xFC\r\n1\r\n2\r\n");
+}
+
+TEST_F(Plots, HaveTheRangeAndTheLinesThatAreAskedFor) {
+    Root.Put("Quorin/qrn0001.txt", "Site|Moisture\na|-3 %\nb|\nc|3 %\nd|90 %\n");
+    const Outcome done = Plot("qrn0001.txt --format svg --join --range -5:5");
+    EXPECT_EQ(done.Errors, "quorin-export: Two walls, moisture: 1 record has no value: left out of the line\n"
+                           "quorin-export: Two walls, 1 value lies beyond the range -5:5: not shown\n");
+    EXPECT_EQ(done.Status, 0);
+    EXPECT_THAT(done.Output, HasSubstr(">−4</text>"));
+    EXPECT_EQ(Plot("qrn0001.txt --format svg --range=:50,5").Status, 0);
+    EXPECT_THAT(Plot("qrn0001.txt --format svg --range 100:").Errors,
+                HasSubstr("No value lies in the range \"100:\": choose another --range."));
+    for (const char* range : {"5", ":", "5:5", "6:5", "a:5", "1:2:3", "1e999:"})
+        EXPECT_EQ(Plot(std::string("qrn0001.txt --format svg --range ") + range).Status, 2) << range;
+    EXPECT_THAT(Plot("qrn0001.txt --range 1:2").Errors, HasSubstr("--range goes with --format svg, png, pdf or text"));
+}
+
 TEST_F(Plots, TellWhatIsWrongWithTheCommandLine) {
     EXPECT_THAT(Plot("qrn0001.txt --format svg --plot dew").Errors,
                 HasSubstr("Two walls has no column dew; it has site, operator, moisture, temperature, humidity"));

@@ -54,5 +54,12 @@ TEST(FieldsOfADriver, AreNoneWithoutATable) {
     EXPECT_TRUE(FieldRowsOf({}).empty());
 }
 
+TEST(AColumn, IsNumberedBehindABar) {
+    EXPECT_EQ(NumberedColumn("|1"), 0U);
+    EXPECT_EQ(NumberedColumn("|12"), 11U);
+    for (const char* name : {"", "|", "3", "#3", "|0", "|-1", "|+1", "|x", "|3x", "| 3", "|99999999999999999999"})
+        EXPECT_FALSE(NumberedColumn(name)) << name;
+}
+
 } // namespace
 } // namespace values
