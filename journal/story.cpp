@@ -15,9 +15,9 @@ namespace {
 constexpr std::int64_t LongPress = 1500; // milliseconds of the console's `hold`
 
 /// Acts that the console has a command for, with the same arguments.
-constexpr std::array SameCommands = {"title", "menu",     "key",        "pick",     "answer",
-                                     "close", "command",  "again",      "serial",   "disk",
-                                     "named", "keyboard", "background", "maximise", "minimise"};
+constexpr std::array SameCommands = {"title",    "menu",       "key",      "pick",    "answer", "close",
+                                     "command",  "record",     "again",    "serial",  "disk",   "named",
+                                     "keyboard", "background", "maximise", "minimise"};
 
 bool IsCommand(const std::string& word) {
     return std::find(SameCommands.begin(), SameCommands.end(), word) != SameCommands.end();

@@ -12,6 +12,7 @@
 #include "companion/taking_again.h"
 #include "src/app/commands.h"
 #include "src/app/form.h"
+#include "src/drivers/record_editor.h"
 #include "src/link/receive.h"
 
 #include <algorithm>
@@ -99,6 +100,15 @@ Error RunCommand(const Target& target, const std::string& rest) {
     if (error.empty())
         modQuorin::MenuEvent(*text);
     return error;
+}
+
+Error RunRecord(const Target& target, const std::string& rest) {
+    const Arguments words = WordsOf(rest);
+    const auto number = words.size() == 1 ? SmallNumber(words[0]) : std::nullopt;
+    if (!number)
+        return "needs N, the number of a record";
+    Error error = FormRefusal(target.Device);
+    return error.empty() ? modStringTools::ToBytes(modQuorin::GoToRecord(*number)) : error;
 }
 
 Error RunSet(const Target& target, const std::string& rest) {
@@ -321,6 +331,8 @@ constexpr CommandRow Commands[] = {
     {"title", "M", "clicks the caption of soft menu M", RunTitle},
     {"choose", "TEXT", "clicks the soft menu entry with that caption", RunChoose},
     {"command", "TEXT", "runs a command of the application, even one that no menu offers", RunCommand, Act},
+    {"record", "N", "shows the N-th record of the download on the screen; the one that is shown is saved first",
+     RunRecord, Act},
     {"key", "CODE", "presses and releases a key; the control in focus gets what the form does not consume", RunKey},
     {"type", "TEXT", "writes characters one by one into the input control in focus", RunType},
     {"set", "TEXT", "replaces the text of the input control in focus", RunSet},

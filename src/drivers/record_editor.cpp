@@ -91,6 +91,27 @@ struct RecordMayStay {
     ~RecordMayStay() { Table.RowMayStay = false; }
 };
 
+/// Saves what was changed on the screen. Returns false if the record has to stay there: it can't be saved because of
+/// another program, until it can be; or that program's row is in its place by now, which is shown before a command acts
+/// on it.
+bool SaveEdits() {
+    CollectRecordEdits();
+    if (!Table.RecordDirty)
+        return true;
+    SaveRecordFromGrid();
+    return !Table.RecordDirty && !Table.RowIsAnothers;
+}
+
+/// Shows the current row and its position. A table on the record screen always has at least one record.
+void ShowCurrent() {
+    if (Table.TableRowTotal == 0)
+        AddRow(-1);
+    ShowRecord();
+    ShowPosition();
+    if (TakesReadings())
+        modBluetooth::TellWhatWaits();
+}
+
 std::vector<Text> ColumnOfGrid(std::int32_t column) {
     const auto& grdMain = Device().grdMain;
     std::vector<Text> texts;
@@ -197,15 +218,7 @@ void RecordCommand(const Text& command) {
     if (!Table.TableFile.valid)
         return;
     const RecordMayStay staying;
-    CollectRecordEdits();
-    bool stays = false;
-    if (Table.RecordDirty) {
-        SaveRecordFromGrid();
-        // A record that can't be saved because of another program stays on the screen until it can be. If another
-        // program's row is in its place by now, that row is shown before the command acts on it.
-        stays = Table.RecordDirty || Table.RowIsAnothers;
-    }
-    const Text name = stays ? Text() : modStringTools::UpperCase(command);
+    const Text name = SaveEdits() ? modStringTools::UpperCase(command) : Text();
     if (name == u"DELETE" && !modPDAUI::AskTwice(u"Delete Record?"))
         return;
     modPDAUI::CloseCellEdit();
@@ -213,12 +226,31 @@ void RecordCommand(const Text& command) {
         if (name == row.Name)
             row.Run();
     }
-    if (Table.TableRowTotal == 0)
-        AddRow(-1); // a table on the record screen always has at least one record
-    ShowRecord();
-    ShowPosition();
-    if (TakesReadings())
-        modBluetooth::TellWhatWaits();
+    ShowCurrent();
+}
+
+Text GoToRecordRefusal(std::int32_t number) {
+    if (Screens.CurrentScreen == ScrInput)
+        return u"a prompt is open, only Ok and Back are possible";
+    if (!TakesReadings() || !Table.TableFile.valid)
+        return u"no record of a download is on the screen";
+    if (number < 1 || number > TableRowCount())
+        return u"there is no record " + modStringTools::NumberText(number);
+    return Text();
+}
+
+Text GoToRecord(std::int32_t number) {
+    if (const Text refusal = GoToRecordRefusal(number); !refusal.empty())
+        return refusal;
+    const RecordMayStay staying;
+    const bool isFree = SaveEdits();
+    modPDAUI::CloseCellEdit();
+    // The save has found another program's rows if there are fewer of them now.
+    const bool isThere = isFree && number <= TableRowCount();
+    if (isThere)
+        GotoRow(number);
+    ShowCurrent();
+    return isThere && !Table.RowIsHeld ? Text() : u"another program is using or has changed the table";
 }
 
 void ShowRecordTitle(const Text& title) {

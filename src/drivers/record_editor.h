@@ -33,6 +33,14 @@ void SaveTexts(const std::vector<Text>& texts);
 /// Runs "NEXT", "PREV", "FIRST", "LAST", "NEW", "INSERT" or "DELETE", in any case. The current row is saved first.
 void RecordCommand(const Text& command);
 
+/// Returns why GoToRecord would refuse this number now, in words for a person; empty if it would not.
+Text GoToRecordRefusal(std::int32_t number);
+
+/// Shows the record with this number, counted from 1, of the download on the screen. The current row is saved first, as
+/// by a record command. Returns why it is not shown, in words for a person; empty on success. The record on the screen
+/// stays if another program keeps the table locked.
+Text GoToRecord(std::int32_t number);
+
 /// Puts a title into the first title cell and the position, such as "1/5", into the second.
 void ShowRecordTitle(const Text& title);
 

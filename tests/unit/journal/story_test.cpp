@@ -41,12 +41,13 @@ TEST_F(StoryOf, ASessionHasActsBytesAndTicks) {
     Other(1000, "row");
     Act(1700, "pick", "2026-11-22");
     Act(1700, "command", "New Record");
+    Act(1700, "record", "2");
     Act(1700, "key", "13");
     Act(1700, "again", "2");
     Act(1700, "close");
     Other(2000, "end");
     EXPECT_EQ(Story_.Commands(), "title 1\nmenu 1 1\ntick 500\nreceive \"[BLob]\\r\\n\\\"°\"\ntick 1200\n"
-                                 "pick 2026-11-22\ncommand New Record\nkey 13\nagain 2\nclose\ntick 300\n");
+                                 "pick 2026-11-22\ncommand New Record\nrecord 2\nkey 13\nagain 2\nclose\ntick 300\n");
     EXPECT_TRUE(Story_.IsExact());
 }
 

@@ -72,6 +72,26 @@ TEST_P(RecordCommandsUnderALock, LeaveTheRecordAndSaveItOnceTheLockIsGone) {
 INSTANTIATE_TEST_SUITE_P(All, RecordCommandsUnderALock,
                          testing::Values(u"NEXT", u"PREV", u"FIRST", u"LAST", u"NEW", u"INSERT", u"DELETE"));
 
+TEST_F(LockedRecord, StaysWhenAnotherNumberIsAskedFor) {
+    Reading();
+    Tool.Lock();
+    EXPECT_EQ(GoToRecord(1), u"another program is using or has changed the table");
+    EXPECT_EQ(Device.Did.Unsaved, OneFailure);
+    EXPECT_EQ(Column(1), (std::vector<Text>{u"two", u"23.4"}));
+    EXPECT_EQ(TitleCell(1), u"2/3");
+    LetGo();
+    EXPECT_EQ(GoToRecord(1), u"");
+    EXPECT_EQ(TitleCell(1), u"1/3");
+    EXPECT_EQ(Rows(), (std::vector<Text>{u"one|", u"two|23.4", u"three|"}));
+}
+
+TEST_F(LockedRecord, StaysUnchangedWhenAnotherNumberIsAskedFor) {
+    Tool.Lock();
+    EXPECT_EQ(GoToRecord(3), u"another program is using or has changed the table");
+    EXPECT_EQ(Column(1), (std::vector<Text>{u"two", u""}));
+    EXPECT_EQ(TitleCell(1), u"2/3");
+}
+
 class RecordCommandsWithoutAChange : public LockedRecord, public testing::WithParamInterface<const char16_t*> {};
 
 TEST_P(RecordCommandsWithoutAChange, LeaveTheRecordOnTheScreenWhileItIsLocked) {

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "src/drivers/record_editor.h"
 
+#include "src/app/commands.h"
+#include "src/drivers/inf_tables.h"
 #include "src/view/inf_fields.h"
 #include "tests/support/program.h"
 
@@ -54,6 +56,72 @@ TEST_F(Record, InWhosePlaceAnotherProgramHasPutItsOwnIsNotDeleted) {
     EXPECT_EQ(Cell(0, 1), u"theirs");
     Choose(u"First Record");
     EXPECT_EQ(Download(), others);
+}
+
+TEST_F(Record, OfANumberIsShownAfterTheOneInHandIsSaved) {
+    OpenFive();
+    Tap(2, 1);
+    Type(u"edited");
+    EXPECT_EQ(GoToRecord(4), u"");
+    EXPECT_FALSE(Device.Platform.txtInputField.Visible());
+    EXPECT_EQ(Position(), u"4/5");
+    EXPECT_EQ(Column(1), (std::vector<Text>{u"4", u"", u""}));
+    EXPECT_EQ(Download(), Header + "1||edited\n2||\n3||\n4||\n5||\n");
+    EXPECT_EQ(GoToRecord(1), u"");
+    EXPECT_EQ(Column(1), (std::vector<Text>{u"1", u"", u"edited"}));
+}
+
+TEST_F(Record, OfANumberThatTheTableLacksIsRefused) {
+    OpenFive();
+    Choose(u"Next Record");
+    for (const std::int32_t number : {0, 6, -1}) {
+        EXPECT_EQ(GoToRecord(number), u"there is no record " + modStringTools::NumberText(number));
+        EXPECT_EQ(Position(), u"2/5");
+        EXPECT_EQ(Column(1), (std::vector<Text>{u"2", u"", u""}));
+    }
+}
+
+TEST_F(Record, OfANumberIsRefusedWhereNoDownloadIsOnTheScreen) {
+    OpenFive();
+    GoBack();
+    EXPECT_EQ(GoToRecord(2), u"no record of a download is on the screen");
+}
+
+/// The table on the screen is the one to which the numbers belong, not the driver's that the editor has open.
+TEST_F(Record, OfADriverIsNotShownByItsNumber) {
+    InstallMeter();
+    OpenInfEditor(u"Meter");
+    ASSERT_EQ(Screen(), ScrInfRecord);
+    ASSERT_EQ(Position(), u"1/3");
+    EXPECT_EQ(GoToRecord(2), u"no record of a download is on the screen");
+    EXPECT_EQ(Position(), u"1/3");
+}
+
+/// Its row number counts the lines that the file had when it was read.
+TEST_F(Record, WhoseRowAnotherProgramTookAwayIsNotShown) {
+    OpenFive();
+    Device.Main().SetCell(1, 1, u"23.4 %");
+    Device.Folder.Put("Quorin/new", Header + "1||\n2||\n");
+    std::filesystem::rename(Device.Folder.Path() / "Quorin/new", Device.Folder.Path() / "Quorin/qrn0001.txt");
+    EXPECT_EQ(GoToRecord(5), u"another program is using or has changed the table");
+    EXPECT_EQ(Position(), u"1/2");
+    EXPECT_EQ(Download(), Header + "1|23.4 %|\n2||\n");
+}
+
+/// The row that has its place now was never on the screen: a person sees it before another one.
+TEST_F(Record, InWhosePlaceAnotherProgramHasPutItsOwnIsShown) {
+    OpenFive();
+    Choose(u"Next Record");
+    Device.Main().SetCell(1, 1, u"23.4 %");
+    const std::string others = Header + "1||\ntheirs|8|\n3||\n4||\n5||\n";
+    Device.Folder.Put("Quorin/new", others);
+    std::filesystem::rename(Device.Folder.Path() / "Quorin/new", Device.Folder.Path() / "Quorin/qrn0001.txt");
+    EXPECT_EQ(GoToRecord(4), u"another program is using or has changed the table");
+    EXPECT_EQ(Position(), u"2/5");
+    EXPECT_EQ(Cell(0, 1), u"theirs");
+    EXPECT_EQ(Download(), others);
+    EXPECT_EQ(GoToRecord(4), u"");
+    EXPECT_EQ(Position(), u"4/5");
 }
 
 TEST_F(Record, CommandsAreTakenInAnyCase) {
