@@ -176,6 +176,7 @@ void WindowProgram::StartForm() {
         Hints_.LookForDriver();
     }
     Place_.Restore();
+    Watch_.RestoreReadings(Remembered_);
     Zoom_.TellLimit(FirstScale_);
     Data_.RaiseWhatIsPending();
     Arriving_.Arrive(Options_.Files, CurrentFolder());

@@ -16,6 +16,12 @@ namespace quorin {
 
 using modStringTools::ToBytes;
 
+namespace {
+
+const std::string PanelName = "Readings"; ///< "open" or "closed"
+
+} // namespace
+
 WindowWatch::WindowWatch() : Link_(Now, backends::OpeningTrouble) {
 }
 
@@ -30,7 +36,7 @@ void WindowWatch::Attach(backends::qt::QtPlatform& device) {
     Readings_.Use(device.onlooker.limits);
     device.readings.Add(Link_);
     device.readings.Add(Readings_);
-    device.window.ReadingsWanted = [this] { ToggleReadings(); };
+    device.window.ReadingsWanted = [this] { Panel().Toggle(); };
     Box_.emplace(device.boxes, device.window, [&device] { device.onlooker.losses.Seen(); });
     device.window.NoticeTapped = [this](const Text& about) { ActOn(about); };
     device.window.OfferTaken = [this](const Text& offer) {
@@ -54,10 +60,21 @@ void WindowWatch::ActOn(const Text& about) {
 }
 
 /// The panel is made when it is first opened: most starts need none.
-void WindowWatch::ToggleReadings() {
-    if (!Panel_)
+backends::qt::ReadingsPanel& WindowWatch::Panel() {
+    if (!Panel_) {
         Panel_.emplace(Readings_, Device_->window, [this] { return Device_->boxes.AnyIsOpen(); });
-    Panel_->Toggle();
+        Panel_->OpenChanged = [this](bool isOpen) {
+            if (Settings_ != nullptr)
+                Settings_->Save(PanelName, isOpen ? "open" : "closed");
+        };
+    }
+    return *Panel_;
+}
+
+void WindowWatch::RestoreReadings(WindowSettings& settings) {
+    Settings_ = &settings;
+    if (settings.Get(PanelName) == "open")
+        Panel().OpenAside();
 }
 
 void WindowWatch::TonePlayed(std::int32_t hertz, std::int32_t milliseconds) {

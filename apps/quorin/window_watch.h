@@ -3,6 +3,7 @@
 // lost readings. Also plays the tones.
 #pragma once
 
+#include "apps/quorin/window_settings.h"
 #include "backends/loop/silent_watcher.h"
 #include "backends/qt/loss_box.h"
 #include "backends/qt/qt_platform.h"
@@ -28,6 +29,10 @@ public:
     /// Called when a person chooses a notice that names a folder.
     std::function<void()> FolderWanted;
 
+    /// Opens the panel of readings if it was open when the last run ended, and remembers from now on whether it is. The
+    /// settings must live longer.
+    void RestoreReadings(WindowSettings& settings);
+
     bool IsSilent() const { return Link_.IsSilent(); }
     /// What keeps the port of the record on the screen from opening (companion::Surroundings).
     const std::string& PortTrouble() const { return Link_.PortTrouble(); }
@@ -50,7 +55,7 @@ private:
     static companion::LinkWatch::Moment Now();
     void ShowNotices();
     void ActOn(const Text& about);
-    void ToggleReadings();
+    backends::qt::ReadingsPanel& Panel();
 
     backends::qt::QtPlatform* Device_ = nullptr;
     backends::TonePlayer Player_;
@@ -61,6 +66,7 @@ private:
     std::optional<backends::qt::ReadingsPanel> Panel_; ///< none until a person opens it
     std::optional<backends::qt::LossBox> Box_;
     std::map<Text, std::function<void()>> Offers_;
+    WindowSettings* Settings_ = nullptr;
 };
 
 } // namespace quorin

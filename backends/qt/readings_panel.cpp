@@ -150,6 +150,20 @@ void ReadingsPanel::Toggle() {
     View_->setFocus();
     if (SelectedRows() == 0 && Model_.rowCount() > 0)
         Select(Model_.rowCount() - 1);
+    if (OpenChanged)
+        OpenChanged(true);
+}
+
+void ReadingsPanel::OpenAside() {
+    PutBesideForm();
+    QWidget* const active = QApplication::activeWindow();
+    setAttribute(Qt::WA_ShowWithoutActivating); // not every window system heeds it
+    show();
+    if (active != nullptr)
+        active->activateWindow();
+    setAttribute(Qt::WA_ShowWithoutActivating, false);
+    View_->setFocus(); // for the time when the panel gets the keyboard
+    TakeUp();
 }
 
 void ReadingsPanel::PutBesideForm() {
@@ -159,6 +173,8 @@ void ReadingsPanel::PutBesideForm() {
 
 void ReadingsPanel::closeEvent(QCloseEvent* event) {
     QWidget::closeEvent(event);
+    if (OpenChanged)
+        OpenChanged(false);
     GiveKeyboardBack(Form_);
 }
 

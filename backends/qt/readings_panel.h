@@ -29,6 +29,10 @@ public:
 
     /// Opens the panel. Closes it if it has the keyboard.
     void Toggle();
+    /// Opens the panel and leaves the keyboard to the window that has it.
+    void OpenAside();
+    /// Called when the panel was opened by Toggle, or was closed.
+    std::function<void(bool isOpen)> OpenChanged;
     /// Shows what has happened since the last call. Does nothing while the panel is closed.
     void TakeUp();
 
